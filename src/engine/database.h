@@ -1,0 +1,58 @@
+// 数据库: one connection to an account database. Statements are Jet-dialect text; the engine behind is nobody's business.
+#pragma once
+
+#include "engine/error.h"
+#include "engine/row_set.h"
+#include "engine/sql_text.h"
+#include "engine/value.h"
+
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+
+namespace jxc {
+
+/// A connection. A statement is parsed, bound against the catalogue, emitted and prepared once, and kept by its text:
+/// the second call is a hash look-up, binds and steps. Every call throws DbError on failure and changes nothing then.
+class Database {
+ public:
+  virtual ~Database() = default;
+
+  /// Rows of a select.
+  virtual RowSet select(const SqlText& sql, std::span<const Value> values = {}) = 0;
+  /// First field of the first row; null when there is no row.
+  virtual Value lookup(const SqlText& sql, std::span<const Value> values = {}) = 0;
+  /// Runs one statement without result; the number of rows inserted, changed or deleted.
+  virtual std::int64_t execute(const SqlText& sql, std::span<const Value> values = {}) = 0;
+  /// Parses and binds only: throws as the real call would, writes nothing.
+  virtual void check(const SqlText& sql) = 0;
+  /// Counter value of the last inserted row of this connection.
+  virtual std::int64_t lastCounter() const = 0;
+
+  /// A second connection to the same account set, for a list that loads in the background. Null where impossible.
+  virtual std::unique_ptr<Database> openReader() const = 0;
+  /// Consistent copy of the whole database into a new file, also while others write. Progress in percent; returning
+  /// false cancels and removes the copy.
+  virtual void backupTo(const QString& file, const std::function<bool(int percent)>& progress = {}) = 0;
+  /// Asks a running select of this connection to stop, from any thread; that call then throws DbError(Other).
+  virtual void interrupt() = 0;
+
+  // Used by Transaction only.
+  virtual void begin() = 0;
+  virtual void commit() = 0;
+  virtual void rollback() = 0;
+  virtual bool inTransaction() const = 0;
+};
+
+struct SqliteOptions {
+  bool create = false;        // make the file (owner-only) when it is missing; otherwise a missing file is an error
+  bool readOnly = false;
+  int busyMilliseconds = 5000;
+};
+
+/// Opens an account database file, or ":memory:". A file that is no database of this program is refused.
+std::unique_ptr<Database> openSqlite(const QString& file, const SqliteOptions& options = {});
+
+}  // namespace jxc
