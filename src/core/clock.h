@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QString>
+
 #include <optional>
 
 namespace jxc::clock {

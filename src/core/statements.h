@@ -5,6 +5,7 @@
 #include "engine/transaction.h"
 
 #include <QString>
+
 #include <array>
 #include <initializer_list>
 #include <span>
@@ -47,9 +48,15 @@ RowSet openSelect(const SqlText& sql, const Args&... args) {
 }
 
 // The same with the values in a list, for statements put together with a Filter.
-inline QString lookupValueWith(const SqlText& sql, std::span<const Value> v) { return accountDb().lookup(sql, v).text(); }
-inline std::int64_t execSqlWith(const SqlText& sql, std::span<const Value> v) { return accountDb().execute(sql, v); }
-inline RowSet openSelectWith(const SqlText& sql, std::span<const Value> v) { return accountDb().select(sql, v); }
+inline QString lookupValueWith(const SqlText& sql, std::span<const Value> v) {
+  return accountDb().lookup(sql, v).text();
+}
+inline std::int64_t execSqlWith(const SqlText& sql, std::span<const Value> v) {
+  return accountDb().execute(sql, v);
+}
+inline RowSet openSelectWith(const SqlText& sql, std::span<const Value> v) {
+  return accountDb().select(sql, v);
+}
 
 using Field = std::pair<std::string_view, Value>;
 /// Appends one row and returns its `id`. The statement text is made from the names, once.

@@ -1,4 +1,5 @@
-// 数据库: one connection to an account database. Statements are Jet-dialect text; the engine behind is nobody's business.
+// 数据库: one connection to an account database. Statements are Jet-dialect text; the engine behind is nobody's
+// business.
 #pragma once
 
 #include "engine/error.h"
@@ -7,6 +8,7 @@
 #include "engine/value.h"
 
 #include <QString>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -47,7 +49,7 @@ class Database {
 };
 
 struct SqliteOptions {
-  bool create = false;        // make the file (owner-only) when it is missing; otherwise a missing file is an error
+  bool create = false;  // make the file (owner-only) when it is missing; otherwise a missing file is an error
   bool readOnly = false;
   int busyMilliseconds = 5000;
 };

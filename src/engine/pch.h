@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -13,7 +13,8 @@ class SqlText {
   SqlText(const char* literal) : view_(literal) {}
   SqlText(std::string_view literal) : view_(literal) {}
   SqlText(std::string owned) : owned_(std::move(owned)), view_(owned_) {}
-  SqlText(const SqlText& other) : owned_(other.owned_), view_(other.isOwned() ? std::string_view(owned_) : other.view_) {}
+  SqlText(const SqlText& other)
+      : owned_(other.owned_), view_(other.isOwned() ? std::string_view(owned_) : other.view_) {}
   SqlText& operator=(const SqlText&) = delete;
 
   std::string_view view() const { return view_; }

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringView>
+
 #include <cstdint>
 #include <variant>
 
@@ -28,7 +29,8 @@ class Value {
   Kind kind() const { return static_cast<Kind>(data_.index()); }
   bool isNull() const { return kind() == Kind::Null; }
 
-  /// Whole-number and real readings: null and text that is no number read as 0 (an empty field counts as zero everywhere).
+  /// Whole-number and real readings: null and text that is no number read as 0 (an empty field counts as zero
+  /// everywhere).
   std::int64_t integer() const;
   double number() const;
   /// Text reading: null is empty; numbers in general format with up to 15 significant digits ("99.9", "100").

@@ -12,7 +12,7 @@ enum class ColumnType { Counter, Integer, Bit, Numeric, Double, Text, LongText }
 struct Column {
   std::string name;
   ColumnType type = ColumnType::Text;
-  int width = 0;    // characters of a Text column; 0 when unbounded
+  int width = 0;         // characters of a Text column; 0 when unbounded
   std::string declared;  // as written: "nvarchar(64)", "numeric(28,6)"
 };
 

@@ -13,12 +13,12 @@ namespace jxc::jet {
 
 /// Where the value of a native `?` comes from and how it is made fit on its way.
 struct Parameter {
-  int source = 0;                // 0-based: the caller's value, or a column of the driving row
-  bool fromDrivingRow = false;   // see Plan::Kind::JoinedUpdate
+  int source = 0;                        // 0-based: the caller's value, or a column of the driving row
+  bool fromDrivingRow = false;           // see Plan::Kind::JoinedUpdate
   ColumnType target = ColumnType::Text;  // type of the place it stands in
-  bool typed = false;            // the place has a type: convert (numbers to six decimals, text to number …) when binding
-  int width = 0;                 // >0: refuse text of more characters, naming `label`
-  std::string label;             // "jxc_goods.g_name"
+  bool typed = false;  // the place has a type: convert (numbers to six decimals, text to number …) when binding
+  int width = 0;       // >0: refuse text of more characters, naming `label`
+  std::string label;   // "jxc_goods.g_name"
 };
 
 struct Step {

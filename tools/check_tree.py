@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""Checks of the source tree that no compiler makes: which module may include which, what must not stand in a
+committed file, and how long a file may grow. Prints one line a fault; the exit status is 1 when there is any.
+
+Usage: tools/check_tree.py [FOLDER]      (default: the tree that this script belongs to)
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+# Who may include whom, beside itself. Arrows point downwards only: app, screens, rules, core, engine, jet. What is
+# said of a name holds for the folder src/NAME without its folder screens/.
+RULES = {
+    "accounts": [],
+    "masterdata": ["accounts"],
+    "stock": ["accounts", "masterdata"],
+    "purchasing": ["stock", "masterdata", "accounts"],
+    "members": ["stock", "masterdata", "accounts"],
+    "sales": ["stock", "masterdata", "accounts", "members"],
+    "pos": ["stock", "masterdata", "accounts", "members", "sales"],
+    "statistics": ["stock", "masterdata", "accounts"],
+    "output": [],
+    "messaging": ["members", "statistics", "output"],
+    "maintenance": ["stock", "masterdata", "accounts", "output"],
+}
+BELOW = ["core", "platform", "engine"]
+MAY_INCLUDE = {
+    "jet": [],
+    "engine": ["jet"],
+    "platform": ["engine"],
+    "core": ["engine", "platform"],
+    "ui": BELOW,
+    **{name: others + BELOW for name, others in RULES.items()},
+    "screens": ["ui", *RULES, *BELOW],
+    "app": ["ui", "screens", *RULES, *BELOW],
+}
+
+# A comment must stand on its own: it gives the reason, it does not send the reader to a paper outside the tree. Paths
+# of one machine and left-over marks have no place either. (Written in pieces, so that this file passes its own check.)
+UNWANTED = [
+    (re.compile(r"\bPart" + r" \d+\.\d+|[Ss]pecif" + r"ication|\bthe sp" + r"ec\b|\bspec" + r"\.md|\.\./sh" + "ared"),
+     "refers to a paper outside the tree"),
+    (re.compile(r"(?<![\w.])/(?:home|root|Users)/[\w.-]+/"), "a path of one machine"),
+    (re.compile(r"\bTO" + r"DO\b|\bFIX" + r"ME\b"), "a left-over mark"),
+]
+LONGEST = 1000  # lines; beyond that a file has more than one subject
+TABLE_OF_DATA = re.compile(r"table of data", re.IGNORECASE)  # said in its first three lines, a file may be longer
+
+INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
+
+
+def module_of(path: pathlib.PurePosixPath) -> str:
+    """The module of a path below src/: its first folder, or "screens"."""
+    return "screens" if "screens" in path.parts[:-1] else path.parts[0]
+
+
+def include_faults(name: str, lines: list[str]):
+    inside = pathlib.PurePosixPath(name).relative_to("src")
+    if len(inside.parts) < 2:
+        return
+    module = module_of(inside)
+    if module not in MAY_INCLUDE:
+        yield 1, f"folder src/{module} stands in no line of the include matrix (tools/check_tree.py)"
+        return
+    for number, line in enumerate(lines, 1):
+        found = INCLUDE.match(line)
+        if not found:
+            continue
+        own, foreign = found.groups()
+        if foreign:
+            # That nothing below ui includes a widget header is seen by the compiler: those libraries do not get the
+            # include path. This is the way around it, and the slow way to include them.
+            if foreign.startswith("QtWidgets"):
+                yield number, f"<{foreign}>: include the single widget header instead"
+            elif module == "jet" and foreign.startswith("Q"):
+                yield number, f"<{foreign}>: the dialect is standard C++ only"
+            continue
+        target = pathlib.PurePosixPath(own)
+        if len(target.parts) < 2:
+            continue  # a moc file, or a generated header
+        other = module_of(target)
+        if other != module and other not in MAY_INCLUDE[module]:
+            yield number, f'"{own}": {module} must not include {other}'
+
+
+def text_faults(name: str, lines: list[str], top: str):
+    here = re.compile(r"(?<![\w.])" + re.escape(top) + r"(?![\w.-])")
+    for number, line in enumerate(lines, 1):
+        for pattern, what in UNWANTED:
+            if pattern.search(line):
+                yield number, what
+        if here.search(line):
+            yield number, "a path of one machine"
+    if len(lines) > LONGEST and name.endswith((".cpp", ".h", ".py")):
+        if not any(TABLE_OF_DATA.search(line) for line in lines[:3]):
+            yield LONGEST, f"{len(lines)} lines: more than one subject? (a table of data says so in its first lines)"
+
+
+def tree_files(top: pathlib.Path) -> list[str]:
+    listed = subprocess.run(["git", "-C", str(top), "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
+                            check=True, capture_output=True).stdout.decode()
+    return sorted(name for name in listed.split("\0") if name and (top / name).is_file())
+
+
+def main() -> int:
+    top = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent).resolve()
+    faults = 0
+    names = tree_files(top)
+    for name in names:
+        try:
+            lines = (top / name).read_text(encoding="utf-8").splitlines()
+        except UnicodeDecodeError:
+            continue  # a picture and the like
+        found = list(text_faults(name, lines, str(top)))
+        if name.startswith("src/") and name.endswith((".cpp", ".h")):
+            found += include_faults(name, lines)
+        for number, what in sorted(found):
+            print(f"{name}:{number}: {what}")
+        faults += len(found)
+    print(f"{len(names)} files looked at, {faults} faults")
+    return 1 if faults or not names else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
