@@ -1,0 +1,41 @@
+// 数据模块: owns the connections to the account database and to the catalogue of account sets.
+#pragma once
+
+#include "engine/database.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace jxc {
+
+/// The one shared data module. Files are found in the `data` folder of the program directory.
+class DataModule {
+ public:
+  /// Closes the account database if open, then opens `data/<fileName>`. Throws DbError naming the file.
+  void openAccountDb(const QString& fileName);
+  void closeAccountDb() { account_.reset(); }
+  bool isAccountOpen() const { return account_ != nullptr; }
+  /// The account database in use. Throws DbError when none is open.
+  Database& accountDb();
+  /// Takes a connection from elsewhere: tests install one in memory, first start a file that is not yet in its place.
+  std::unique_ptr<Database> installAccountDb(std::unique_ptr<Database> database);
+
+  /// The catalogue `data/codeinfo.dll`, open only while the account set screen is.
+  void openCatalogue();
+  void closeCatalogue() { catalogue_.reset(); }
+  Database& catalogueDb();
+  std::unique_ptr<Database> installCatalogueDb(std::unique_ptr<Database> database);
+
+ private:
+  std::unique_ptr<Database> account_;
+  std::unique_ptr<Database> catalogue_;
+};
+
+/// The process's data module, known as F_DataModule.
+DataModule& dataModule();
+
+Database& accountDb();
+Database& catalogueDb();
+
+}  // namespace jxc

@@ -1,0 +1,12 @@
+// 操作日志: who did what, when.
+#pragma once
+
+#include <QString>
+
+namespace jxc {
+
+/// Adds a row to the operation log under the operator of the session. Texts beyond the column's 200 characters are cut:
+/// a long remark must not stop the command that it tells of.
+void writeLog(const QString& text);
+
+}  // namespace jxc

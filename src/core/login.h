@@ -1,0 +1,37 @@
+// 登录: who may log in, the login itself, the screen lock and the change of operator.
+#pragma once
+
+#include "core/fillers.h"
+#include "core/prompt.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace jxc {
+
+/// Operators who are not disabled, in entry order, keyed by `a_sn`.
+std::vector<ListItem> loginOperators();
+/// "初始密码为空" for an operator without a password, otherwise empty.
+QString initialPasswordHint(const QString& name);
+
+/// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
+/// false comes back; the number of attempts is not limited. Failures other than those of the first, guarded, reading of
+/// the session are thrown.
+bool login(const QString& name, const QString& password, Prompt& prompt);
+/// A login inside the running process, followed by `loadSession`. When it is refused the old operator stays.
+bool changeOperator(const QString& name, const QString& password, Prompt& prompt);
+/// Opens the screen lock of the operator who is logged in; a wrong password is told.
+bool unlock(const QString& password, Prompt& prompt);
+
+/// What other subsystems do at each login, after the schema upgrade, in the order of registration.
+using LoginHook = std::function<void()>;
+std::vector<LoginHook>& loginHooks();
+
+/// Look-and-feel before the login: that of the first row; empty when there is none.
+QString startupSkin();
+/// Look-and-feel of the operator; a row with the usual one is made for him when he has none.
+QString operatorSkin();
+
+}  // namespace jxc

@@ -1,0 +1,22 @@
+// 权限: what the operator's role allows.
+#pragma once
+
+#include "core/prompt.h"
+
+#include <QString>
+
+#include <string_view>
+
+namespace jxc {
+
+/// Whether the operator has right `position` (from 1) of `group`, a column of `jxc_role`: "cggl", "xsgl", "kcgl",
+/// "wlzk", "tjgl", "rcgl", "qtcz". Read from the database at each call, so that a change of the role applies at once.
+/// With warehouse binding on, an operator of no warehouse has no right at all. Positions beyond the end of a role: no.
+bool hasRight(std::string_view group, int position);
+/// The same of another operator by name, who authorises a step; warehouse binding is not asked.
+bool hasRightOf(std::string_view group, int position, const QString& operatorName);
+
+/// Tells that the right is missing: "您没有权限进行" + text. The text ends with "！".
+void dispMsg(Prompt& prompt, const QString& text);
+
+}  // namespace jxc

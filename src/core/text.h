@@ -1,0 +1,28 @@
+// 文本: cleaning of typed text, switches, and small text tricks.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace jxc {
+
+/// Typed text as it is stored: the ASCII marks ' ? % ! $ & , ( ) + - / @ ~ " become their full-width forms, ^ and the
+/// backtick vanish. Statements bind their values, so this is no defence but the form that existing data has.
+QString sanitizeText(QStringView text);
+/// The same without ( ) + - / : for operator names, passwords and search keys.
+QString sanitizeKeyword(QStringView text);
+
+/// A switch read as text: false for "", "0" and "False", true otherwise.
+bool strIsTrue(QStringView text);
+
+/// Whether a price grade switched by `value` may be shown: kind "all" needs the rights to see cost and price, "cj" the
+/// one for cost, "xs" the one for price.
+bool priceGradeAllowed(QStringView value, QStringView kind);
+
+/// 1-based position of the n-th occurrence of `needle`; 0 when there are fewer, or nothing to look for.
+int nthPos(QStringView text, QStringView needle, int n);
+
+/// Today's weekday, "星期日 " to "星期六 ", with a trailing blank: it stands before a time.
+QString weekdayName();
+
+}  // namespace jxc
