@@ -1,0 +1,19 @@
+// 取消审核: takes back what audit wrote and leaves the document waiting.
+#pragma once
+
+#include <QString>
+
+namespace jxc {
+
+class Prompt;
+
+/// Single: asks before it cancels. Batch: the caller has asked for the whole list.
+enum class CancelMode : char { Single, Batch };
+
+// Each checks right, effects elsewhere, checker and gate, asks, and then works in one transaction. True: cancelled.
+bool cancelPurchase(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelPurchaseReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelSale(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelSaleReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+
+}  // namespace jxc

@@ -1,0 +1,124 @@
+// 单据生命周期: the life of a document: draft lines, number, save, waiting list, audit, shared by twelve families.
+#pragma once
+
+#include "core/prompt.h"
+#include "stock/document_family.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace jxc {
+
+// ---- number of a document in the making --------------------------------------------------------------------------
+
+/// True when `number` stands in the table for another operator (for "XS" and "XT" also at the till).
+bool isNumberTaken(std::string_view table, std::string_view field, const QString& number);
+/// Number that a new document of this date shows.
+QString newDocumentNumber(const DocumentFamily& family, const QString& date);
+/// Date that a new document shows: today, or that of the last document, by parameter.
+QString newDocumentDate(const QString& lastDate);
+/// Asks when `date` lies behind today. False: keep the previous date.
+bool confirmDocumentDate(const QString& date, Prompt& prompt);
+/// A new date takes a new number: this operator's draft lines move along. Returns the new number.
+QString redateDraft(const DocumentFamily& family, const QString& number, const QString& date);
+/// Number under which a line may be added now: `number`, or a fresh one when another operator took it meanwhile (this
+/// operator's draft lines have moved to it then).
+QString usableDraftNumber(const DocumentFamily& family, const QString& number, const QString& date);
+
+// ---- draft lines: rows of the line table under number and operator, without a head -------------------------------
+
+std::int64_t draftLineCount(const DocumentFamily& family, const QString& number);
+/// Lines of the number whoever made them (a waiting document).
+std::int64_t lineCount(const DocumentFamily& family, const QString& number);
+/// True when this goods stands on the document already (draft lines of this operator only when `draft`).
+bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft);
+void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId);
+/// Throws this operator's draft away.
+void discardDraft(const DocumentFamily& family, const QString& number);
+
+/// Leaving a screen with unsaved lines: asks "当前单据还未保存，是否保存？" and discards the draft on no. Yes: the
+/// caller saves; Cancel: it stays. Without lines the answer is No without a question.
+Answer leaveDraft(const DocumentFamily& family, const QString& number, Prompt& prompt);
+
+// ---- save --------------------------------------------------------------------------------------------------------
+
+/// A reason to refuse a command, told in the order of the list.
+struct Refusal {
+  bool applies;
+  QString text;
+};
+/// Shows the first that applies. True: one did.
+bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt);
+
+struct SaveRequest {
+  QString number;
+  QString date;
+  /// Appends the head under this (perhaps renewed) number with status 0, and does what follows it.
+  std::function<void(const QString& number)> writeHead;
+};
+struct SaveResult {
+  bool saved = false;
+  bool audited = false;
+  QString number;  // under which it was saved
+  explicit operator bool() const { return saved; }
+};
+/// Asks the family's question (by `cs_shdj` it will be audited at once or wait), renews a number that was taken, writes
+/// the head, and audits or logs. One transaction. Refusals of the screen come before.
+SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt);
+
+// ---- waiting documents -------------------------------------------------------------------------------------------
+
+/// Recomputes due and paid of a waiting trading document from its lines: due without the balancing line, paid with it.
+/// A document whose rest goes on account keeps its paid amount when it was typed.
+void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
+/// Deletes one line; with the last line goes the head. True: the whole document is gone.
+bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId);
+/// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.
+bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt);
+/// Change of date of a waiting document: a fresh number when the number is taken for that date's operator or the date's
+/// number space differs; head and lines follow. Returns the number it now has; empty when it no longer waits.
+QString redateWaiting(const DocumentFamily& family, const QString& number, const QString& date);
+
+// ---- audit -------------------------------------------------------------------------------------------------------
+
+/// Asked before every audit and every cancel: "ok", or the reason why not. Always "ok" here: the place of a period
+/// lock.
+QString auditGate(const QString& number, const QString& date);
+QString cancelGate(const QString& number, const QString& date);
+
+/// Settles heads that share a number (two operators saved at once): the first operator keeps it, the others get fresh
+/// numbers for their dates with their lines; an audited head keeps it against all.
+void claimNumber(const DocumentFamily& family, const QString& number);
+/// The same by prefix: "CJ", "CT", "XS" or "XT".
+void claimNumber(const QString& number, QStringView kind);
+
+enum class AuditOutcome {
+  Audited,
+  NoLines,         // nothing happened
+  AlreadyAudited,  // by someone else meanwhile; stray heads were removed
+  Refused          // the operator said no, or stock is short
+};
+/// Audits one document: the family's `checkDj`. Asks about short stock where the family tests it, then one transaction.
+AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt& prompt);
+/// Audit gate, then `checkDj`. A gate's message is shown and refuses.
+AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);
+
+struct ListedDocument {
+  QString number;
+  QString date;
+};
+/// Audits a whole list after one question; a refused document does not stop the others. Number of audited ones; -1
+/// when the operator said no.
+int auditAll(const DocumentFamily& family, std::span<const ListedDocument> documents, Prompt& prompt);
+
+/// Rights of the family's commands.
+bool mayMake(const DocumentFamily& family);
+bool mayAudit(const DocumentFamily& family);
+bool mayCancel(const DocumentFamily& family);
+
+}  // namespace jxc

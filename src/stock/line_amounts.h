@@ -1,0 +1,94 @@
+// 单据行金额: how quantity, price, tax, discount and total of a document line move each other.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace jxc {
+
+/// The parameters behind line arithmetic.
+struct AmountRules {
+  int moneyDigits = 2;         // unit prices, and amounts unless totals are kept apart
+  bool roundTotals = false;    // totals have digits of their own
+  int totalDigits = 2;         // equals moneyDigits unless roundTotals
+  bool discountInUse = false;  // a total typed by hand changes the discount, not the price
+
+  /// As the session has them.
+  static AmountRules current();
+  /// Digits of amounts: those of totals when they are kept apart, otherwise those of money.
+  int amountDigits() const { return roundTotals ? totalDigits : moneyDigits; }
+};
+
+/// What is stored of a line: prices rounded to money digits, amounts derived from them.
+struct LineFigures {
+  double price = 0;       // before tax, yuan a unit
+  double taxedPrice = 0;  // with tax
+  double quantity = 0;    // units
+  double discount = 1;    // rate, 1 for none, 0.8 for 20 percent off
+  double tax = 0;         // rate in percent
+  double net = 0;         // price × quantity × discount
+  double taxAmount = 0;   // (taxedPrice − price) × quantity × discount
+  double total = 0;       // with tax, as the operator saw it
+};
+
+/// The inputs of a line dialog, kept in step: each `set…` is what happens when the operator changes that input.
+/// Nothing is rounded while typing but the total (when totals have digits of their own).
+class LineAmounts {
+ public:
+  explicit LineAmounts(AmountRules rules = AmountRules::current()) : rules_(rules) {}
+  /// Opens on a stored line.
+  LineAmounts(AmountRules rules, const LineFigures& stored);
+
+  double quantity() const { return quantity_; }
+  double discount() const { return discount_; }
+  double tax() const { return tax_; }
+  double price() const { return price_; }
+  double taxedPrice() const { return taxedPrice_; }
+  double total() const { return total_; }
+
+  void setQuantity(double units);
+  void setDiscount(double rate);
+  void setPrice(double yuan);
+  void setTax(double percent);
+  void setTaxedPrice(double yuan);
+  /// A total typed by hand changes the price, or the discount when discounts are in use. It stays as typed.
+  void setTotal(double yuan);
+
+  /// What OK writes; nothing when the quantity is zero. A positive total without a price is taken as a price for the
+  /// whole line: no discount, no tax.
+  std::optional<LineFigures> settled() const;
+
+ private:
+  void retotal();
+  AmountRules rules_;
+  double quantity_ = 0, discount_ = 1, tax_ = 0, price_ = 0, taxedPrice_ = 0, total_ = 0;
+};
+
+/// Where a table of lines keeps its figures. Empty names are columns the table does not have.
+struct LineColumns {
+  std::string_view table;
+  std::string_view price, quantity, net, tax, taxedPrice, taxAmount, total, discount;
+  std::string_view moved;             // quantity put away or issued, follows the quantity …
+  bool (*movedLater)() = nullptr;     // … unless this is true: then goods move by a document of their own
+  std::string_view cost, costAmount;  // unit cost and line cost, follows the quantity
+};
+
+extern const LineColumns receiptLineColumns;         // jxc_jhsp
+extern const LineColumns purchaseReturnLineColumns;  // jxc_thsp
+extern const LineColumns saleLineColumns;            // jxc_lsxssp
+extern const LineColumns saleReturnLineColumns;      // jxc_xsthsp
+extern const LineColumns stagingLineColumns;         // jxc_tempspxf
+
+enum class LineField : char { Price, Quantity, TaxedPrice, Tax, Discount };
+/// "dj", "sl", "taxdj", "tax", "dzl", as the grids name their columns.
+std::optional<LineField> lineFieldNamed(QStringView name);
+
+/// A cell edit of row `id`: writes the value and recomputes the amounts that hang on it. A value that cannot be (empty,
+/// negative …) is replaced: prices and tax by 0, quantity and discount by 1. Returns the value written.
+double setLineField(const LineColumns& columns, std::int64_t id, LineField field, const QString& typed);
+
+}  // namespace jxc

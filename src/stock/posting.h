@@ -1,0 +1,19 @@
+// 单据过账: what audit of the four trading documents writes: cash, partner, invoice, expense and stock ledgers.
+#pragma once
+
+#include <QString>
+
+namespace jxc {
+
+// Each takes the number of a document whose head has just been audited, inside the caller's transaction.
+void postPurchase(const QString& number);
+void postPurchaseReturn(const QString& number);
+void postSale(const QString& number);
+void postSaleReturn(const QString& number);
+
+/// Settles a paid amount that differs from the payable (both yuan), by parameter: a balancing line of goods "00000000"
+/// takes the difference, or it is spread over the lines until at most 0.4 is left, and the paid amount follows.
+void balancePurchase(const QString& number, double paid, double payable);
+void balanceSale(const QString& number, double paid, double payable);
+
+}  // namespace jxc
