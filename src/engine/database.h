@@ -35,13 +35,15 @@ class Database {
 
   /// A second connection to the same account set, for a list that loads in the background. Null where impossible.
   virtual std::unique_ptr<Database> openReader() const = 0;
-  /// Consistent copy of the whole database into a new file, also while others write. Progress in percent; returning
-  /// false cancels and removes the copy.
+  /// Consistent copy of the whole database into a file, also while others write: written beside it under a temporary
+  /// name, readable by the owner only, and renamed when it is whole. Progress in percent; returning false cancels and
+  /// leaves no trace (the call returns then, it does not throw). Not inside a transaction.
   virtual void backupTo(const QString& file, const std::function<bool(int percent)>& progress = {}) = 0;
   /// Asks a running select of this connection to stop, from any thread; that call then throws DbError(Other).
   virtual void interrupt() = 0;
 
-  // Used by Transaction only.
+  // Used by Transaction only. Levels nest: an inner one is a savepoint. `commit` ends its level in any case: when it
+  // throws, the level has been taken back. `rollback` never throws.
   virtual void begin() = 0;
   virtual void commit() = 0;
   virtual void rollback() = 0;
@@ -52,9 +54,13 @@ struct SqliteOptions {
   bool create = false;  // make the file (owner-only) when it is missing; otherwise a missing file is an error
   bool readOnly = false;
   int busyMilliseconds = 5000;
+  /// A failure to open names `jxc.mdb`, which ends the program. Off for files that it can do without: the catalogue of
+  /// account sets, a backup file that is looked into.
+  bool essential = true;
 };
 
-/// Opens an account database file, or ":memory:". A file that is no database of this program is refused.
+/// Opens an account database file, or ":memory:". A file that is no database of this program is refused: it is known by
+/// a mark in its header that only `create` writes.
 std::unique_ptr<Database> openSqlite(const QString& file, const SqliteOptions& options = {});
 
 }  // namespace jxc

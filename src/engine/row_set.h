@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,21 +34,36 @@ class Row {
   int row_;
 };
 
-/// Rows in memory: flat cells of 16 bytes, texts in one arena, so that 100,000 goods with all their columns cost some
-/// 120 MB and one allocation a block, not one a cell. Copyable, movable, independent of the connection.
+/// The names of a result, looked up without regard to case. Made once a statement and shared by all its row sets.
+class ColumnNames {
+ public:
+  explicit ColumnNames(std::vector<std::string> names);
+  const std::vector<std::string>& names() const { return names_; }
+  /// Index of the first column of that name, or -1.
+  int indexOf(std::string_view name) const;
+
+ private:
+  std::vector<std::string> names_;
+  std::vector<std::int32_t> slots_;  // open addressing, a power of two, -1 is free
+};
+
+/// Rows in memory: flat cells of 16 bytes, texts up to eight bytes inside the cell and longer ones in an arena, both in
+/// blocks, so that 100,000 goods with all their columns cost some 120 MB and no allocation a cell. Independent of the
+/// connection. Copies share the rows (a copy costs a pointer) and the rows of a finished set never change, so a set may
+/// be filled in one thread and handed to another by value.
 class RowSet {
  public:
   int rowCount() const;
-  int columnCount() const { return static_cast<int>(columns_.size()); }
+  int columnCount() const { return columnCount_; }
   bool isEmpty() const { return rowCount() == 0; }
-  const std::vector<std::string>& columns() const { return columns_; }
+  const std::vector<std::string>& columns() const;
   /// Index of a column by name without regard to case, or -1.
-  int columnIndex(std::string_view name) const;
+  int columnIndex(std::string_view name) const { return names_ ? names_->indexOf(name) : -1; }
 
   Row operator[](int row) const { return Row(*this, row); }
   Row front() const { return Row(*this, 0); }
 
-  bool isNull(int row, int column) const { return cell(row, column).kind == Value::Kind::Null; }
+  bool isNull(int row, int column) const { return kind(row, column) == Value::Kind::Null; }
   Value::Kind kind(int row, int column) const { return cell(row, column).kind; }
   double number(int row, int column) const;
   std::int64_t integer(int row, int column) const;
@@ -73,28 +89,48 @@ class RowSet {
   Iterator begin() const { return Iterator(*this, 0); }
   Iterator end() const { return Iterator(*this, rowCount()); }
 
-  // Building, used by the engines.
-  explicit RowSet(std::vector<std::string> columns = {}) : columns_(std::move(columns)) {}
+  // Building, used by the engines. Adding to a set whose rows are shared gives it rows of its own first.
+  explicit RowSet(std::vector<std::string> columns = {});
+  explicit RowSet(std::shared_ptr<const ColumnNames> columns);
   void addNull();
   void addInteger(std::int64_t number);
   void addReal(double number);
   void addText(std::string_view utf8);
 
+  /// Bytes held by the rows.
+  std::size_t memory() const;
+
  private:
+  static constexpr std::uint32_t inlineLength = 8;
   struct Cell {
     union {
       std::int64_t integer;
       double real;
-      std::uint64_t offset;
+      const char* text;
+      char inlined[inlineLength];
     };
     std::uint32_t length;
     Value::Kind kind;
   };
-  const Cell& cell(int row, int column) const;
+  static_assert(sizeof(Cell) == 16);
+  static constexpr int blockShift = 14;  // 16,384 cells, 256 KB
+  static constexpr std::size_t blockCells = std::size_t{1} << blockShift;
 
-  std::vector<std::string> columns_;
-  std::vector<Cell> cells_;
-  std::string arena_;
+  struct Rows;
+  const Cell& cell(int row, int column) const {
+    const std::size_t at =
+        static_cast<std::size_t>(row) * static_cast<std::size_t>(columnCount_) + static_cast<std::size_t>(column);
+    return blocks_[at >> blockShift][at & (blockCells - 1)];
+  }
+  static std::string_view textOf(const Cell& cell) {
+    return {cell.length <= inlineLength ? cell.inlined : cell.text, cell.length};
+  }
+  Cell& append();
+
+  std::shared_ptr<const ColumnNames> names_;
+  std::shared_ptr<Rows> rows_;
+  const Cell* const* blocks_ = nullptr;  // of rows_, one indirection less for every cell that is read
+  int columnCount_ = 0;
 };
 
 }  // namespace jxc

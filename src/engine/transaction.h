@@ -16,9 +16,11 @@ class Transaction {
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
+  /// Throws when the database cannot keep the work (disk full, another station in the way); all of it is taken back
+  /// then.
   void commit() {
+    done_ = true;  // also a commit that fails ends this level
     database_.commit();
-    done_ = true;
   }
 
  private:

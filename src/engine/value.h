@@ -30,7 +30,7 @@ class Value {
   bool isNull() const { return kind() == Kind::Null; }
 
   /// Whole-number and real readings: null and text that is no number read as 0 (an empty field counts as zero
-  /// everywhere).
+  /// everywhere). The whole number of a real one is the nearest, half away from zero.
   std::int64_t integer() const;
   double number() const;
   /// Text reading: null is empty; numbers in general format with up to 15 significant digits ("99.9", "100").
@@ -45,5 +45,8 @@ class Value {
 
 /// The one text form of a number: general format, 15 significant digits, never an exponent within six decimals' reach.
 QString numberText(double number);
+
+/// The nearest whole number, half away from zero; held to the range of 64 bits, 0 for what is no number.
+std::int64_t wholeNumber(double number);
 
 }  // namespace jxc
