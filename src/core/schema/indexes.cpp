@@ -1,0 +1,170 @@
+// 索引: the list, and how it is brought into a database.
+#include "core/schema/indexes.h"
+
+#include "engine/error.h"
+#include "engine/transaction.h"
+
+#include <string>
+
+namespace jxc::schema {
+namespace indexes_detail {
+
+constexpr IndexDefinition list[] = {
+    // Replay and costing: rows of one goods in one warehouse from a date on, and the last one before it.
+    {"jxc_goodslist", "g_sn,ck_sn,gl_kdrq,id"},
+    // Rows of one document, at audit and cancel.
+    {"jxc_goodslist", "gl_djh"},
+    // Statistics of a period, and what a period closing folds together.
+    {"jxc_goodslist", "gl_kdrq"},
+    // Everything sold to or bought from one partner; a change of his name.
+    {"jxc_goodslist", "ghs_sn,gl_kdrq"},
+
+    // Stock of one goods, in one or in all warehouses.
+    {"jxc_kcsp", "g_sn,ck_sn"},
+    // Stock of one warehouse: pick lists, month figures after each audit.
+    {"jxc_kcsp", "ck_sn,g_sn"},
+    // The row of a month that each posting changes.
+    {"jxc_kcjs", "js_rq,ck_sn"},
+
+    // Running balance of one partner from a date on.
+    {"jxc_ysyfk", "k_ghskh,k_type,k_rq,id"},
+    // Lines of one document, and those that settle it, at cancel.
+    {"jxc_ysyfk", "gl_djh"},
+    {"jxc_ysyfk", "gl_djh2"},
+    {"jxc_ysyfk_dj", "gl_djh"},
+    {"jxc_ysyfk_dj", "gl_djh2"},
+    {"jxc_ysyfk_dj", "k_ghskh,k_type"},
+    // Running balance of one account from a date on.
+    {"jxc_xjyh", "xj_kmmc,xj_rq,id"},
+    {"jxc_xjyh", "gl_djh"},
+    // Cash lines of a period, over all accounts.
+    {"jxc_xjyh", "xj_rq"},
+    // Running balance of invoices of one partner.
+    {"jxc_fpdjb", "fp_ghskh,fp_type,fp_rq,id"},
+    {"jxc_fpdjb", "gl_djh"},
+    // Expenses of a document at cancel, and of a period.
+    {"jxc_yyfy", "gl_djh"},
+    {"jxc_yyfy", "fy_rq"},
+
+    // Documents: by number (also the search for the next one), waiting or audited by date, by partner.
+    {"jxc_jhd", "j_sn"},
+    {"jxc_jhd", "j_status,j_jhrq"},
+    {"jxc_jhd", "ghs_sn"},
+    {"jxc_thd", "gl_djh"},
+    {"jxc_thd", "th_status,th_thrq"},
+    {"jxc_lsxsd", "gl_djh"},
+    {"jxc_lsxsd", "ls_status,ls_xsrq"},
+    {"jxc_lsxsd", "kh_sn"},
+    {"jxc_xsthd", "gl_djh"},
+    {"jxc_xsthd", "th_status,th_xsrq"},
+    {"jxc_rkd", "gl_djh"},
+    {"jxc_ckd", "gl_djh"},
+    {"jxc_kcdbd", "gl_djh"},
+    {"jxc_kcpd", "gl_djh"},
+    {"jxc_bsd", "gl_djh"},
+    {"jxc_byd", "gl_djh"},
+    {"jxc_cfd", "gl_djh"},
+    {"jxc_kbd", "gl_djh"},
+    {"jxc_khjh", "gl_djh"},
+    {"jxc_dhd", "gl_djh"},
+
+    // Lines of a document.
+    {"jxc_jhsp", "j_sn"},
+    {"jxc_thsp", "gl_djh"},
+    {"jxc_lsxssp", "gl_djh"},
+    {"jxc_xsthsp", "gl_djh"},
+    {"jxc_rksp", "gl_djh"},
+    {"jxc_cksp", "gl_djh"},
+    {"jxc_dbsp", "gl_djh"},
+    {"jxc_kcpdsp", "gl_djh"},
+    {"jxc_bssp", "gl_djh"},
+    {"jxc_bysp", "gl_djh"},
+    {"jxc_cfsp", "gl_djh"},
+    {"jxc_kbsp", "gl_djh"},
+    {"jxc_khjhsp", "gl_djh"},
+    {"jxc_dhzp", "gl_djh"},
+    // Lines of one goods: last price, history in the line dialog, whether a goods is in use.
+    {"jxc_jhsp", "g_sn"},
+    {"jxc_lsxssp", "g_sn"},
+    // The line that a ledger row, a putaway, an issue or a return belongs to.
+    {"jxc_jhsp", "id2"},
+    {"jxc_lsxssp", "id2"},
+    {"jxc_thsp", "id2"},
+    {"jxc_xsthsp", "id2"},
+    {"jxc_rksp", "id2"},
+    {"jxc_cksp", "id2"},
+    {"jxc_khjhsp", "id2"},
+    // Whether a receipt was put away, a sale issued.
+    {"jxc_rksp", "j_sn"},
+    {"jxc_cksp", "gl_djh2"},
+
+    // Goods by number, class, barcode and name.
+    {"jxc_goods", "g_sn"},
+    {"jxc_goods", "gc_sn"},
+    {"jxc_goods", "g_sptm"},
+    {"jxc_goods", "g_name"},
+    {"jxc_goodsclass", "gc_sn"},
+    // Last quotation to or from a partner.
+    {"jxc_khbj", "g_sn,kh_sn,id"},
+    {"jxc_ghsbj", "g_sn,ghs_sn,id"},
+    // Partners, joined to their documents.
+    {"jxc_khxx", "kh_sn"},
+    {"jxc_ghsxx", "ghs_sn"},
+
+    // Members by number and card, with their stored value and points.
+    {"jxc_hyxx", "hy_sn"},
+    {"jxc_hyxx", "hy_bh"},
+    {"jxc_hyxf", "hy_sn,xf_rq"},
+    {"jxc_hyxf", "gl_djh"},
+    {"jxc_jfdh", "hy_sn"},
+    // What the till wrote: by number, period, member.
+    {"jxc_posxsd", "gl_djh"},
+    {"jxc_posxsd", "pos_xsrq"},
+    {"jxc_posxsd", "hy_sn"},
+    {"jxc_posxssp", "gl_djh"},
+    {"jxc_posthd", "gl_djh"},
+    {"jxc_posthsp", "gl_djh"},
+    {"jxc_lsxssptemp", "gl_djh"},
+
+    // Working rows of one operator.
+    {"jxc_tempspxf", "a_name"},
+    {"jxc_jxchz", "a_name"},
+    {"jxc_tempyyfx", "a_name"},
+    // The log by time.
+    {"jxc_log", "log_time"},
+};
+
+std::string indexName(const IndexDefinition& index, std::string_view suffix) {
+  std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
+  for (const char c : std::string(",").append(index.columns)) name += c == ',' ? '_' : c;
+  return name;
+}
+
+void create(Database& database, const IndexDefinition& index, std::string_view suffix) {
+  const std::string table = std::string(index.table).append(suffix);
+  database.execute("create index [" + indexName(index, suffix) + "] on [" + table + "] (" + std::string(index.columns) + ")");
+}
+
+}  // namespace indexes_detail
+
+std::span<const IndexDefinition> indexes() { return indexes_detail::list; }
+
+void createIndexes(Database& database, std::string_view table, std::string_view suffix) {
+  for (const IndexDefinition& index : indexes_detail::list) {
+    if (index.table == table) indexes_detail::create(database, index, suffix);
+  }
+}
+
+void createMissingIndexes(Database& database) {
+  for (const IndexDefinition& index : indexes_detail::list) {
+    Transaction transaction(database);  // a savepoint: a failed statement leaves an outer transaction usable
+    try {
+      indexes_detail::create(database, index, {});
+      transaction.commit();
+    } catch (const DbError&) {
+      // There already.
+    }
+  }
+}
+
+}  // namespace jxc::schema

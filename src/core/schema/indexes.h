@@ -1,0 +1,24 @@
+// 索引: every index of an account set, in one list, each with the statement that it serves.
+#pragma once
+
+#include "engine/database.h"
+
+#include <span>
+#include <string_view>
+
+namespace jxc::schema {
+
+/// Columns are separated by commas, as in the create statement.
+struct IndexDefinition {
+  std::string_view table;
+  std::string_view columns;
+};
+
+std::span<const IndexDefinition> indexes();
+
+/// Makes the indexes of one table; they must not be there yet.
+void createIndexes(Database& database, std::string_view table, std::string_view suffix = {});
+/// Makes those indexes of any table that an older database lacks.
+void createMissingIndexes(Database& database);
+
+}  // namespace jxc::schema

@@ -1,0 +1,63 @@
+// 数据库结构: the tables of an account set: how they come into being, are emptied and are brought up to date.
+#pragma once
+
+#include "core/schema/table_definition.h"
+#include "core/statements.h"
+#include "engine/database.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace jxc {
+
+namespace schema {
+
+/// One of the 146 tables of an account set.
+struct TableEntry {
+  std::string_view name;
+  bool reset;                // resetBusinessTables empties it
+  std::string_view purpose;  // for the operator, in Chinese
+};
+
+/// All tables in the order in which they are created.
+std::span<const TableEntry> tables();
+/// The definition of a table, companion tables included; null when there is none of that name.
+const TableDefinition* findDefinition(std::string_view name);
+/// Tables of the order module, which this program reads and closes but never fills.
+std::span<const std::string_view> companionTables();
+
+/// One column of a definition.
+struct ColumnLine {
+  std::string_view name;
+  std::string_view type;  // "numeric(28,6)"
+};
+/// The columns of a definition, remarks taken off, in order and without `id`.
+std::vector<ColumnLine> columnsOf(const TableDefinition& definition);
+
+}  // namespace schema
+
+/// Drops a table; one that is not there is no failure.
+void dropTableIfExists(Database& database, std::string_view name);
+/// Makes the table anew, empty but for its seed rows, with its indexes: whatever it held is gone. `suffix` is put behind
+/// the name. Throws std::invalid_argument for a name that no definition has.
+void createTable(Database& database, std::string_view name, std::string_view suffix = {});
+/// Makes every table of an account set, in one transaction.
+void createAllTables(Database& database);
+/// Empties documents, ledgers and stagings; goods, partners and stock balances stay, with no stock on the goods.
+void resetBusinessTables(Database& database);
+/// resetBusinessTables, and the stock balances too.
+void resetBusinessAndStock(Database& database);
+/// Brings an older database up to this build. A current one costs one read. A step that fails goes to the caller and is
+/// not tried again: its date is written first.
+void upgradeSchema(Database& database);
+
+// The same on the account database in use.
+inline void dropTableIfExists(std::string_view name) { dropTableIfExists(accountDb(), name); }
+inline void createTable(std::string_view name, std::string_view suffix = {}) { createTable(accountDb(), name, suffix); }
+inline void createAllTables() { createAllTables(accountDb()); }
+inline void resetBusinessTables() { resetBusinessTables(accountDb()); }
+inline void resetBusinessAndStock() { resetBusinessAndStock(accountDb()); }
+inline void upgradeSchema() { upgradeSchema(accountDb()); }
+
+}  // namespace jxc
