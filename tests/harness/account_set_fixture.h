@@ -3,6 +3,7 @@
 
 #include "core/session.h"
 #include "core/statements.h"
+#include "harness/qt_printers.h"
 #include "harness/scripted_prompt.h"
 
 #include <QString>
@@ -22,7 +23,9 @@ class AccountSetFixture : public ::testing::Test {
   void setParameter(std::string_view field, const Value& value);
   /// The clock at "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss".
   void setClock(const QString& moment);
-  /// Adds an operator with a role of these rights (group, position…) and makes him the one of the session.
+  /// Rights of one group of a role, "1011…" by position; the role is made when it is new.
+  void setRights(const QString& role, std::string_view group, const QString& rights);
+  /// Makes an operator the one of the session; he is added, without a password, when he is new.
   void becomeOperator(const QString& name, const QString& sn, const QString& role);
 
   ScriptedPrompt prompt;

@@ -1,0 +1,64 @@
+#include "core/data_module.h"
+
+#include "core/program_directory.h"
+#include "core/statements.h"
+
+namespace jxc::data_module_detail {
+
+// The one place that turns an account file into a connection. A file that holds the address of a server instead of a
+// database is to be told apart here; nothing else in the program knows where the account set lives.
+std::unique_ptr<Database> openAccountFile(const QString& file) {
+  return openSqlite(file);
+}
+
+Database& required(const std::unique_ptr<Database>& database, const QString& complaint) {
+  if (!database) throw DbError(DbError::Kind::Other, complaint);
+  return *database;
+}
+
+}  // namespace jxc::data_module_detail
+
+namespace jxc {
+
+void DataModule::openAccountDb(const QString& fileName) {
+  closeAccountDb();
+  account_ = data_module_detail::openAccountFile(programPath(QStringLiteral("data/") + fileName));
+}
+
+Database& DataModule::accountDb() {
+  return data_module_detail::required(account_, QStringLiteral("帐套数据库没有打开！"));
+}
+
+std::unique_ptr<Database> DataModule::installAccountDb(std::unique_ptr<Database> database) {
+  std::swap(account_, database);
+  return database;
+}
+
+void DataModule::openCatalogue() {
+  closeCatalogue();
+  catalogue_ = openSqlite(programPath(QStringLiteral("data/codeinfo.dll")));
+}
+
+Database& DataModule::catalogueDb() {
+  return data_module_detail::required(catalogue_, QStringLiteral("帐套目录没有打开！"));
+}
+
+std::unique_ptr<Database> DataModule::installCatalogueDb(std::unique_ptr<Database> database) {
+  std::swap(catalogue_, database);
+  return database;
+}
+
+DataModule& dataModule() {
+  static DataModule module;
+  return module;
+}
+
+Database& accountDb() {
+  return dataModule().accountDb();
+}
+
+Database& catalogueDb() {
+  return dataModule().catalogueDb();
+}
+
+}  // namespace jxc

@@ -1,0 +1,56 @@
+#include "core/program_directory.h"
+
+#include "platform/machine.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <array>
+
+namespace jxc::program_directory_detail {
+
+inline constexpr std::array folders{"data", "report", "Layout", "picture", "skinfiles"};
+
+QString& directory() {
+  static QString path = QDir::currentPath();
+  return path;
+}
+
+QString homeArgument(const QStringList& arguments) {
+  const QString option = QStringLiteral("--home");
+  for (qsizetype i = 1; i < arguments.size(); ++i) {
+    if (arguments[i] == option && i + 1 < arguments.size()) return arguments[i + 1];
+    if (arguments[i].startsWith(option + u'=')) return arguments[i].mid(option.size() + 1);
+  }
+  return {};
+}
+
+}  // namespace jxc::program_directory_detail
+
+namespace jxc {
+
+QString findProgramDirectory(const QStringList& arguments, const QString& executableDirectory) {
+  if (const QString home = program_directory_detail::homeArgument(arguments); !home.isEmpty())
+    return QDir(home).absolutePath();
+  const QDir beside(executableDirectory);
+  if (beside.exists(QStringLiteral("data"))) return beside.absolutePath();
+  // A package puts the executable into a folder that belongs to the machine, not to a shop.
+  const bool isInstalled = beside.dirName() == u"bin" || !QFileInfo(beside.absolutePath()).isWritable();
+  return isInstalled ? userDataDirectory() : beside.absolutePath();
+}
+
+void setProgramDirectory(const QString& directory) {
+  program_directory_detail::directory() = QDir(directory).absolutePath();
+  for (const char* folder : program_directory_detail::folders)
+    QDir().mkpath(programPath(QLatin1String(folder)));
+}
+
+const QString& programDirectory() {
+  return program_directory_detail::directory();
+}
+
+QString programPath(const QString& relative) {
+  return programDirectory() + u'/' + relative;
+}
+
+}  // namespace jxc

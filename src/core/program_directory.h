@@ -1,0 +1,19 @@
+// 程序目录: the one directory below which everything stands that the program finds.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace jxc {
+
+/// Everything the program finds stands below one directory: data, report, Layout, picture, skinfiles.
+/// `--home DIR` when given; beside the executable when a `data` folder is there or may be made there; otherwise, for an
+/// installed package, a folder of the user.
+QString findProgramDirectory(const QStringList& arguments, const QString& executableDirectory);
+/// Sets the program directory of this process and makes its missing folders.
+void setProgramDirectory(const QString& directory);
+const QString& programDirectory();
+/// Absolute path of "report/cgjh.fr3" and the like.
+QString programPath(const QString& relative);
+
+}  // namespace jxc
