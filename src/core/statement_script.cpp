@@ -65,7 +65,8 @@ std::vector<ScriptStatement> splitStatements(std::string_view script) {
       end = opensQuote(script[end]) ? skipQuoted(script, end) : end + 1;
     }
     std::size_t last = end;
-    while (last > begin && isSpace(script[last - 1])) --last;
+    while (last > begin && isSpace(script[last - 1]))
+      --last;
     if (last > begin) statements.push_back({script.substr(begin, last - begin), begin});
     begin = skipSpaceAndRemarks(script, std::min(end + 1, script.size()));
   }

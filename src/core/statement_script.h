@@ -13,7 +13,8 @@ struct ScriptStatement {
   std::size_t offset = 0;
 };
 
-/// Cuts a script at its semicolons; those in quotes or brackets do not count. Between statements a line that begins with
+/// Cuts a script at its semicolons; those in quotes or brackets do not count. Between statements a line that begins
+/// with
 /// `--` is a remark. The views refer to `script`.
 std::vector<ScriptStatement> splitStatements(std::string_view script);
 

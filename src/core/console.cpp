@@ -1,0 +1,345 @@
+#include "core/console.h"
+
+#include "core/schema/schema.h"
+#include "core/startup.h"
+#include "core/statement_script.h"
+#include "engine/transaction.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <istream>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace jxc {
+namespace console_detail {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int misused = 2;
+
+/// The words were not understood.
+struct Misuse : std::runtime_error {
+  explicit Misuse(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+/// The command was understood, but cannot be carried out.
+struct Refusal : std::runtime_error {
+  explicit Refusal(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+/// What is left of the command line.
+class Words {
+ public:
+  explicit Words(QStringList words) : words_(std::move(words)) {}
+  bool isEmpty() const { return words_.isEmpty(); }
+  QString take() { return words_.takeFirst(); }
+  QString takeValue(const QString& option) {
+    if (words_.isEmpty()) throw Misuse(option + QStringLiteral(" 后面缺少内容"));
+    return words_.takeFirst();
+  }
+
+ private:
+  QStringList words_;
+};
+
+struct Console {
+  ConsoleStreams streams;
+  QString file;          // the account database
+  bool ownFile = false;  // named by --db: no account set catalogue beside it
+};
+
+using Command = int (*)(Console&, Words);
+
+struct CommandEntry {
+  const char16_t* name;
+  const char16_t* help;
+  Command run;
+};
+
+Misuse unknownWord(const QString& word) {
+  return Misuse(QStringLiteral("不认识“%1”").arg(word));
+}
+
+std::unique_ptr<Database> openAccount(const Console& console) {
+  if (!QFileInfo::exists(console.file)) throw Refusal(QStringLiteral("账套文件不存在：") + console.file);
+  return openSqlite(console.file);
+}
+
+// ---- create
+
+/// What SQLite keeps beside a database file while it is open, or after a crash.
+constexpr std::array<const char16_t*, 2> sideFiles = {u"-wal", u"-shm"};
+
+void removeDatabaseFile(const QString& file) {
+  QFile::remove(file);
+  for (const char16_t* side : sideFiles)
+    QFile::remove(file + QString::fromUtf16(side));
+}
+
+/// The new set is made beside its place and moved there when it is whole: a failure half-way leaves what was there.
+int create(Console& console, Words words) {
+  bool force = false;
+  while (!words.isEmpty()) {
+    const QString word = words.take();
+    if (word != u"--force") throw unknownWord(word);
+    force = true;
+  }
+  if (QFileInfo::exists(console.file) && !force) {
+    throw Refusal(QStringLiteral("账套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") + console.file);
+  }
+  const QString beside = console.file + QStringLiteral(".new");
+  removeDatabaseFile(beside);
+  try {
+    SqliteOptions options;
+    options.create = true;
+    createAllTables(*openSqlite(beside, options));
+  } catch (...) {
+    removeDatabaseFile(beside);
+    throw;
+  }
+  removeDatabaseFile(console.file);
+  if (!QFile::rename(beside, console.file)) throw Refusal(QStringLiteral("不能写入账套文件：") + console.file);
+  if (!console.ownFile) ensureCatalogueFile();
+  return done;
+}
+
+// ---- sql
+
+/// A script and what it is called in messages.
+struct Source {
+  QString name;
+  std::string text;
+};
+
+Source readSource(const QString& file, std::istream& in) {
+  if (file == u"-") return {QStringLiteral("-"), std::string(std::istreambuf_iterator<char>(in), {})};
+  QFile source(file);
+  if (!source.open(QIODevice::ReadOnly)) {
+    throw Refusal(QStringLiteral("不能读取 %1：%2").arg(file, source.errorString()));
+  }
+  std::string text = source.readAll().toStdString();
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // editors of another system put a mark in front
+  return {file, std::move(text)};
+}
+
+/// A value on one line: what would break the line or the columns is written as \n, \r, \t.
+std::string cellText(const RowSet& rows, int row, int column) {
+  if (rows.isNull(row, column)) return {};
+  QString text = rows.text(row, column);
+  text.replace(u'\t', QStringLiteral("\\t"))
+      .replace(u'\n', QStringLiteral("\\n"))
+      .replace(u'\r', QStringLiteral("\\r"));
+  return text.toStdString();
+}
+
+void printRows(const RowSet& rows, std::ostream& out) {
+  for (int column = 0; column < rows.columnCount(); ++column) {
+    out << (column == 0 ? "" : "\t") << rows.columns()[static_cast<std::size_t>(column)];
+  }
+  out << '\n';
+  for (int row = 0; row < rows.rowCount(); ++row) {
+    for (int column = 0; column < rows.columnCount(); ++column) {
+      out << (column == 0 ? "" : "\t") << cellText(rows, row, column);
+    }
+    out << '\n';
+  }
+}
+
+void runStatement(Database& database, std::string_view text, bool checkOnly, std::ostream& out) {
+  if (checkOnly) {
+    database.check(text);
+  } else if (givesRows(text)) {
+    printRows(database.select(text), out);
+  } else {
+    database.execute(text);
+  }
+}
+
+/// Statements that write are kept all or none. One that only reads takes no lock that another station could wait for.
+int sql(Console& console, Words words) {
+  std::vector<Source> sources;
+  bool checkOnly = false;
+  while (!words.isEmpty()) {
+    const QString word = words.take();
+    if (word == u"-c") {
+      sources.push_back({QStringLiteral("-c"), words.takeValue(word).toStdString()});
+    } else if (word == u"-f") {
+      sources.push_back(readSource(words.takeValue(word), console.streams.in));
+    } else if (word == u"--check") {
+      checkOnly = true;
+    } else {
+      throw unknownWord(word);
+    }
+  }
+  if (sources.empty()) sources.push_back(readSource(QStringLiteral("-"), console.streams.in));
+
+  const std::unique_ptr<Database> database = openAccount(console);
+  std::optional<Transaction> transaction;
+  for (const Source& source : sources) {
+    for (const ScriptStatement& statement : splitStatements(source.text)) {
+      if (!checkOnly && !transaction && !givesRows(statement.text)) transaction.emplace(*database);
+      try {
+        runStatement(*database, statement.text, checkOnly, console.streams.out);
+      } catch (const DbError& error) {
+        const auto inside = static_cast<std::size_t>(std::max(error.position(), 0));
+        const ScriptPosition position = positionIn(source.text, statement.offset + inside);
+        console.streams.out.flush();
+        console.streams.err << source.name.toStdString() << ':' << position.line << ':' << position.column << ": "
+                            << error.what() << '\n'
+                            << statement.text << '\n';
+        return failed;
+      }
+    }
+  }
+  if (transaction) transaction->commit();
+  return done;
+}
+
+// ---- upgrade, backup
+
+int upgrade(Console& console, Words words) {
+  if (!words.isEmpty()) throw unknownWord(words.take());
+  upgradeSchema(*openAccount(console));
+  return done;
+}
+
+int backup(Console& console, Words words) {
+  QString target;
+  bool force = false;
+  while (!words.isEmpty()) {
+    const QString word = words.take();
+    if (word == u"--force") {
+      force = true;
+    } else if (target.isEmpty() && !word.isEmpty() && !word.startsWith(u'-')) {
+      target = word;
+    } else {
+      throw unknownWord(word);
+    }
+  }
+  if (target.isEmpty()) throw Misuse(QStringLiteral("backup 后面缺少文件名"));
+  if (QFileInfo::exists(target)) {
+    if (!force) throw Refusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
+    if (QFileInfo(target) == QFileInfo(console.file))
+      throw Refusal(QStringLiteral("不能备份到账套文件自己：") + target);
+  }
+  const std::unique_ptr<Database> database = openAccount(console);
+  const QString beside = target + QStringLiteral(".new");
+  removeDatabaseFile(beside);
+  database->backupTo(beside);
+  QFile::remove(target);
+  if (!QFile::rename(beside, target)) throw Refusal(QStringLiteral("不能写入备份文件：") + target);
+  return done;
+}
+
+// ---- words
+
+constexpr std::array commands = {
+    CommandEntry{u"create",
+                 u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
+                 u"  新建账套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
+                 create},
+    CommandEntry{
+        u"sql",
+        u"jxcctl [--home 目录 | --db 文件] sql [-c 语句]… [-f 文件]… [--check]\n"
+        u"  依次执行语句（Jet 语法），语句之间用分号隔开；没有 -c 和 -f 时从标准输入读取，-f - 也是标准输入。\n"
+        u"  查询结果逐行输出，字段之间用制表符隔开，第一行是字段名，空值输出为空；字段内的制表符和换行写成 \\t \\n "
+        u"\\r。\n"
+        u"  遇到第一个错误就停止，写明位置，本次执行的全部修改都不保留。\n"
+        u"  --check 只检查语句，不执行。\n",
+        sql},
+    CommandEntry{u"upgrade",
+                 u"jxcctl [--home 目录 | --db 文件] upgrade\n"
+                 u"  把旧版本的账套升级到当前版本，和登录时所做的一样。\n",
+                 upgrade},
+    CommandEntry{u"backup",
+                 u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
+                 u"  把账套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
+                 backup},
+};
+
+QString overview() {
+  QString text = QStringLiteral("用法：\n");
+  for (const CommandEntry& command : commands)
+    text += QString::fromUtf16(command.help);
+  text += QStringLiteral(
+      "\n  --home 目录  程序目录，账套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
+      "  --db 文件    直接指定账套文件\n"
+      "  --help       显示帮助；写在命令后面时只显示该命令的帮助\n"
+      "返回值：0 完成，1 出错，2 命令写错。\n");
+  return text;
+}
+
+bool isHelp(const QString& word) {
+  return word == u"--help" || word == u"-h";
+}
+
+/// The options in front of the command, then the command.
+int runWords(QStringList list, const QString& executableDirectory, ConsoleStreams streams) {
+  Words words(std::move(list));
+  QString home;
+  QString file;
+  while (!words.isEmpty()) {
+    const QString word = words.take();
+    if (isHelp(word)) {
+      streams.out << overview().toStdString();
+      return done;
+    }
+    if (word == u"--home") {
+      home = words.takeValue(word);
+    } else if (word == u"--db") {
+      file = words.takeValue(word);
+    } else {
+      const auto* command = std::find_if(commands.begin(), commands.end(), [&](const CommandEntry& entry) {
+        return word == QString::fromUtf16(entry.name);
+      });
+      if (command == commands.end()) throw unknownWord(word);
+      QStringList rest;
+      while (!words.isEmpty())
+        rest << words.take();
+      if (std::any_of(rest.cbegin(), rest.cend(), isHelp)) {
+        streams.out << QString::fromUtf16(command->help).toStdString();
+        return done;
+      }
+      if (!home.isEmpty() && !file.isEmpty()) throw Misuse(QStringLiteral("--home 和 --db 只能写一个"));
+      Console console{streams, file, !file.isEmpty()};
+      if (!console.ownFile) {
+        const QStringList arguments = home.isEmpty() ? QStringList() : QStringList{QStringLiteral("--home"), home};
+        setProgramDirectory(findProgramDirectory(arguments, executableDirectory));
+        console.file = programPath(QStringLiteral("data/jxc.mdb"));
+      }
+      return command->run(console, Words(rest));
+    }
+  }
+  throw Misuse(QStringLiteral("缺少命令"));
+}
+
+}  // namespace console_detail
+
+int runConsole(const QStringList& words, const QString& executableDirectory, ConsoleStreams streams) {
+  using namespace console_detail;
+  int status = failed;
+  try {
+    status = runWords(words, executableDirectory, streams);
+  } catch (const Misuse& misuse) {
+    streams.err << "jxcctl: " << misuse.what() << '\n' << QStringLiteral("用 jxcctl --help 查看用法。\n").toStdString();
+    status = misused;
+  } catch (const std::exception& failure) {
+    streams.err << "jxcctl: " << failure.what() << '\n';
+  }
+  streams.out.flush();
+  // A pipe that broke or a disk that is full has lost rows: that is no success.
+  if (!streams.out && status == done) status = failed;
+  return status;
+}
+
+}  // namespace jxc
