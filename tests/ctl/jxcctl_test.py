@@ -1,0 +1,108 @@
+#!/usr/bin/env python3
+"""jxcctl as an administrator types it: the real program on real files. Usage: jxcctl_test.py JXCCTL [unittest option]…"""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+JXCCTL = ""
+
+
+class Console(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="jxcctl-帐套-")
+        self.addCleanup(folder.cleanup)
+        self.home = pathlib.Path(folder.name)
+        self.file = self.home / "data" / "jxc.mdb"
+
+    def run_it(self, *words, status=0, text=""):
+        """Runs one command on the account set of this test; returns what it printed, or its complaint when it fails."""
+        ran = subprocess.run([JXCCTL, "--home", str(self.home), *words], input=text, capture_output=True, text=True,
+                             encoding="utf-8", timeout=60, env={"LANG": "C"})
+        self.assertEqual(ran.returncode, status, ran.stderr)
+        self.assertEqual(bool(ran.stderr), status != 0, "only failures complain: " + ran.stderr)
+        return ran.stderr if status else ran.stdout
+
+    def rows(self, statement):
+        """The rows of a select, without the header line."""
+        return [line.split("\t") for line in self.run_it("sql", "-c", statement).splitlines()[1:]]
+
+    def test_an_account_set_is_made_once_and_again_only_by_force(self):
+        self.run_it("sql", "-c", "select 1", status=1)  # nothing there yet, and nothing made by looking
+        self.assertFalse(self.file.exists())
+        self.run_it("create")
+        self.assertEqual(self.rows("select a_name,a_jyt from jxc_admin order by id"), [["admin", "0"]])
+        self.assertEqual(self.file.stat().st_mode & 0o077, 0, "the books are nobody else's business")
+        self.assertTrue((self.home / "data" / "codeinfo.dll").exists())
+
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('红')")
+        colours = self.rows("select count(*) from jxc_color")
+        self.assertIn("--force", self.run_it("create", status=1))
+        self.assertEqual(self.rows("select count(*) from jxc_color"), colours)
+        self.run_it("create", "--force")
+        self.assertEqual(self.rows("select count(*) from jxc_color"), [[str(int(colours[0][0]) - 1)]])
+        self.assertEqual(sorted(p.name for p in self.file.parent.iterdir()), ["codeinfo.dll", "jxc.mdb"])
+
+    def test_rows_come_as_lines_and_an_empty_value_as_nothing(self):
+        self.run_it("create")
+        printed = self.run_it(
+            "sql",
+            "-c", "insert into jxc_goods (g_sn,g_name,g_sj) values ('01000001','镜架;A''型',99.9)",
+            "-c", "select g_sn,g_name,g_bz,g_sj from jxc_goods where g_sn='01000001'; "
+                  "select g_sn from jxc_goods where 1>2")
+        self.assertEqual(printed, "g_sn\tg_name\tg_bz\tg_sj\n01000001\t镜架;A'型\t\t99.9\ng_sn\n")
+
+        self.run_it("sql", text="update jxc_goods set g_bz='两\t列\n两行' where g_sn='01000001'")
+        self.assertEqual(self.rows("select g_bz from jxc_goods where g_sn='01000001'"), [["两\\t列\\n两行"]])
+
+    def test_the_first_error_is_told_with_its_place_and_nothing_of_the_run_stays(self):
+        self.run_it("create")
+        script = self.home / "脚本.sql"
+        script.write_text("\ufeff-- a remark; with a semicolon\n"
+                          "insert into jxc_color (color_name) values ('青');\n"
+                          "insert into jxc_color (color_name)\n  values ('蓝', 1 +);\n"
+                          "insert into jxc_color (color_name) values ('紫')\n", encoding="utf-8")
+        complaint = self.run_it("sql", "-f", str(script), status=1)
+        self.assertRegex(complaint, r"脚本\.sql:4:1\d: ")
+        self.assertEqual(self.rows("select id from jxc_color where color_name in ('青','紫')"), [])
+
+        self.assertRegex(self.run_it("sql", "--check", "-c", "select g_sn from jxc_goods; select g_nix from jxc_goods",
+                                     status=1), r"^-c:1:\d\d: .*g_nix")
+        self.run_it("sql", "--check", "-c", "insert into jxc_color (color_name) values ('青')")
+        self.assertEqual(self.rows("select id from jxc_color where color_name='青'"), [])
+
+    def test_a_backup_is_whole_and_never_writes_over_something_by_accident(self):
+        self.run_it("create")
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('备份色')")
+        copy = self.home / "备份.DAT"
+        self.run_it("backup", str(copy))
+        self.assertIn("--force", self.run_it("backup", str(copy), status=1))
+        self.run_it("backup", str(self.file), "--force", status=1)
+
+        self.run_it("sql", "-c", "delete from jxc_color")
+        self.run_it("upgrade")
+        restored = subprocess.run([JXCCTL, "--db", str(copy), "sql", "-c", "select color_name from jxc_color where color_name='备份色'"],
+                                  capture_output=True, text=True, encoding="utf-8", check=True)
+        self.assertEqual(restored.stdout, "color_name\n备份色\n")
+
+    def test_an_old_account_set_is_brought_up_to_date(self):
+        self.run_it("create")
+        self.assertEqual(self.rows("select cs_employdate from jxc_xtcs"), [[""]])
+        self.run_it("upgrade")
+        self.assertEqual(self.rows("select cs_employdate from jxc_xtcs"), [["2021-07-15"]])
+
+    def test_words_that_are_not_understood_do_nothing(self):
+        for words in (["creat"], ["create", "--forced"], ["create", "now"], ["sql", "-c"], ["sql", "-x"], ["backup"],
+                      ["backup", "a", "b"], ["upgrade", "now"], ["--db", "x.mdb", "create"], ["--db"], []):
+            with self.subTest(words):
+                self.assertIn("--help", self.run_it(*words, status=2))
+        self.assertFalse(self.file.exists())
+        for words in (["--help"], ["create", "--help"], ["sql", "--help"], ["upgrade", "--help"], ["backup", "--help"]):
+            self.assertIn("jxcctl [--home", self.run_it(*words))
+
+
+if __name__ == "__main__":
+    JXCCTL = sys.argv.pop(1)
+    unittest.main()
