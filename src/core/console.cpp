@@ -109,7 +109,7 @@ int create(Console& console, Words words) {
   }
   removeDatabaseFile(console.file);
   if (!QFile::rename(beside, console.file)) throw Refusal(QStringLiteral("不能写入账套文件：") + console.file);
-  if (!console.ownFile) ensureCatalogueFile();
+  if (!console.ownFile) ensureCatalogue();
   return done;
 }
 
