@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <istream>
 #include <iterator>
 #include <memory>
@@ -71,7 +72,7 @@ Misuse unknownWord(const QString& word) {
 }
 
 std::unique_ptr<Database> openAccount(const Console& console) {
-  if (!QFileInfo::exists(console.file)) throw Refusal(QStringLiteral("账套文件不存在：") + console.file);
+  if (!QFileInfo::exists(console.file)) throw Refusal(QStringLiteral("帐套文件不存在：") + console.file);
   return openSqlite(console.file);
 }
 
@@ -95,7 +96,7 @@ int create(Console& console, Words words) {
     force = true;
   }
   if (QFileInfo::exists(console.file) && !force) {
-    throw Refusal(QStringLiteral("账套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") + console.file);
+    throw Refusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") + console.file);
   }
   const QString beside = console.file + QStringLiteral(".new");
   removeDatabaseFile(beside);
@@ -103,12 +104,18 @@ int create(Console& console, Words words) {
     SqliteOptions options;
     options.create = true;
     createAllTables(*openSqlite(beside, options));
+    // What a crash left beside the old file must not be played into the new one.
+    for (const char16_t* side : sideFiles)
+      QFile::remove(console.file + QString::fromUtf16(side));
+    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(console.file).toStdString());
+  } catch (const std::filesystem::filesystem_error& error) {
+    removeDatabaseFile(beside);
+    throw Refusal(
+        QStringLiteral("不能写入帐套文件 %1：%2").arg(console.file, QString::fromStdString(error.code().message())));
   } catch (...) {
     removeDatabaseFile(beside);
     throw;
   }
-  removeDatabaseFile(console.file);
-  if (!QFile::rename(beside, console.file)) throw Refusal(QStringLiteral("不能写入账套文件：") + console.file);
   if (!console.ownFile) ensureCatalogue();
   return done;
 }
@@ -227,17 +234,10 @@ int backup(Console& console, Words words) {
     }
   }
   if (target.isEmpty()) throw Misuse(QStringLiteral("backup 后面缺少文件名"));
-  if (QFileInfo::exists(target)) {
-    if (!force) throw Refusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
-    if (QFileInfo(target) == QFileInfo(console.file))
-      throw Refusal(QStringLiteral("不能备份到账套文件自己：") + target);
+  if (QFileInfo::exists(target) && !force) {
+    throw Refusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
   }
-  const std::unique_ptr<Database> database = openAccount(console);
-  const QString beside = target + QStringLiteral(".new");
-  removeDatabaseFile(beside);
-  database->backupTo(beside);
-  QFile::remove(target);
-  if (!QFile::rename(beside, target)) throw Refusal(QStringLiteral("不能写入备份文件：") + target);
+  openAccount(console)->backupTo(target);
   return done;
 }
 
@@ -246,7 +246,7 @@ int backup(Console& console, Words words) {
 constexpr std::array commands = {
     CommandEntry{u"create",
                  u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
-                 u"  新建账套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
+                 u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
                  create},
     CommandEntry{
         u"sql",
@@ -259,11 +259,11 @@ constexpr std::array commands = {
         sql},
     CommandEntry{u"upgrade",
                  u"jxcctl [--home 目录 | --db 文件] upgrade\n"
-                 u"  把旧版本的账套升级到当前版本，和登录时所做的一样。\n",
+                 u"  把旧版本的帐套升级到当前版本，和登录时所做的一样。\n",
                  upgrade},
     CommandEntry{u"backup",
                  u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
-                 u"  把账套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
+                 u"  把帐套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
                  backup},
 };
 
@@ -272,8 +272,8 @@ QString overview() {
   for (const CommandEntry& command : commands)
     text += QString::fromUtf16(command.help);
   text += QStringLiteral(
-      "\n  --home 目录  程序目录，账套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
-      "  --db 文件    直接指定账套文件\n"
+      "\n  --home 目录  程序目录，帐套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
+      "  --db 文件    直接指定帐套文件\n"
       "  --help       显示帮助；写在命令后面时只显示该命令的帮助\n"
       "返回值：0 完成，1 出错，2 命令写错。\n");
   return text;

@@ -1,0 +1,173 @@
+#!/usr/bin/env python3
+"""What becomes of the account file when it is damaged, foreign, write-protected, or when the disk is full: a clear
+message, and nothing lost. Usage: bad_file_test.py JXCCTL TORTURE_AUDIT [unittest option]…
+
+Ends with status 77 (skipped) where a small disk for the test cannot be mounted, after the other cases have passed.
+"""
+
+import os
+import pathlib
+import shutil
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from books import Books
+
+JXCCTL = DRIVER = ""
+NOBODY = 65534
+
+
+class BadFile(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="jxc-bad-")
+        self.addCleanup(folder.cleanup)
+        self.home = pathlib.Path(folder.name)
+        self.use(self.home)
+
+    def use(self, home):
+        self.data = home / "data"
+        self.data.mkdir(exist_ok=True)
+        self.file = self.data / "jxc.mdb"
+
+    def run_it(self, *words, status=0, **how):
+        ran = subprocess.run([how.pop("program", JXCCTL), "--db", str(self.file), *words], capture_output=True,
+                             encoding="utf-8", timeout=120, **how)
+        self.assertEqual(ran.returncode, status, ran.stderr)
+        return ran.stderr if status else ran.stdout
+
+    def refused(self, *words, names="jxc.mdb", **how):
+        """The command fails with words that name the file, and without a trace of the machinery."""
+        complaint = self.run_it(*words, status=1, **how)
+        self.assertIn(names, complaint)
+        self.assertNotIn("terminate", complaint)
+        return complaint
+
+    def colours(self):
+        return self.run_it("sql", "-c", "select color_name from jxc_color order by id").splitlines()[1:]
+
+    def test_what_is_no_account_set_is_refused_and_left_alone(self):
+        foreign = self.home / "foreign.db"
+        with sqlite3.connect(foreign) as db:
+            db.execute("create table recipes (name text)")
+        db.close()
+        self.run_it("create")
+        whole = self.file.read_bytes()
+        for what, content in {
+            "empty": b"",
+            "text": "进销存\n".encode() * 1000,
+            "foreign database": foreign.read_bytes(),
+            "cut off": whole[:len(whole) // 3],
+            "head overwritten": b"\0" * 4096 + whole[4096:],
+        }.items():
+            with self.subTest(what):
+                self.file.write_bytes(content)
+                self.refused("sql", "-c", "select g_sn from jxc_goods order by g_sn")
+                self.refused("sql", "-c", "insert into jxc_color (color_name) values ('红')")
+                self.refused("upgrade")
+                copy = self.home / "copy.DAT"
+                self.refused("backup", str(copy))
+                self.assertFalse(copy.exists(), "half a backup is worse than none")
+                self.assertEqual(self.file.read_bytes(), content, "left as it was, for whoever can rescue it")
+
+    def test_pages_that_went_bad_are_told_when_they_are_met(self):
+        self.run_it("create")
+        self.run_it("sql", input=";".join(f"insert into jxc_djbz (dj_name,dj_pl) values ('备注{i}',{i})" for i in range(5000)))
+        with open(self.file, "r+b") as damaged:
+            size = damaged.seek(0, os.SEEK_END)
+            damaged.seek(size - 16 * 4096)
+            damaged.write(b"\xa5" * (16 * 4096))
+        content = self.file.read_bytes()
+        self.refused("sql", "-c", "select * from jxc_djbz")
+        self.assertEqual(self.file.read_bytes(), content)
+        # What lies elsewhere can still be read and carried over.
+        self.assertIn("admin", self.run_it("sql", "-c", "select a_name from jxc_admin"))
+
+    def test_a_folder_in_the_place_of_the_file(self):
+        self.file.mkdir()
+        self.refused("sql", "-c", "select 1")
+        self.refused("create")
+        self.refused("create", "--force")
+        self.assertTrue(self.file.is_dir())
+
+    def test_a_write_protected_folder_lets_nothing_be_lost(self):
+        self.run_it("create")
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('红')")
+        before = self.colours()
+        how = {}
+        if os.geteuid() == 0:  # root may write everywhere: another user tries, with a program that he can reach
+            program = self.home / "jxcctl"
+            shutil.copy(JXCCTL, program)
+            for path in (self.home, self.data):
+                path.chmod(0o755)
+            self.file.chmod(0o644)
+            how = {"user": NOBODY, "group": NOBODY, "program": str(program)}
+        else:
+            self.data.chmod(0o555)
+            self.addCleanup(self.data.chmod, 0o755)
+        self.refused("sql", "-c", "insert into jxc_color (color_name) values ('蓝')", **how)
+        self.refused("create", "--force", **how)
+        self.refused("upgrade", **how)
+        self.data.chmod(0o755)
+        self.assertEqual(self.colours(), before)
+        self.assertEqual([p.name for p in self.data.iterdir()], ["jxc.mdb"])
+
+    def test_a_full_disk_stops_the_work_and_loses_nothing(self):
+        disk = self.home / "disk"
+        disk.mkdir()
+        mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=12m", "tmpfs", str(disk)], capture_output=True)
+        if mounted.returncode:
+            self.skipTest("no small disk can be mounted here")
+        self.addCleanup(subprocess.run, ["umount", str(disk)], check=True)
+        self.use(disk)
+        receipts = 20
+        self.run_it("create")
+        subprocess.run([DRIVER, str(self.file), "prepare", str(receipts)], check=True)
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('红')")
+        before = self.colours()
+        filler = disk / "filler"
+
+        def fill(leave):
+            # To the last block, then give back so many bytes.
+            with open(filler, "wb", buffering=0) as file:
+                try:
+                    while True:
+                        file.write(b"\0" * 4096)
+                except OSError:
+                    pass
+                file.truncate(file.tell() - leave)
+
+        fill(0)
+        self.refused("sql", "-c", "insert into jxc_color (color_name) values ('蓝')", names="磁盘")
+        self.refused("create", "--force", names="磁盘")
+        copy = disk / "copy.DAT"
+        self.refused("backup", str(copy), names="磁盘")
+        self.assertEqual(sorted(p.name for p in disk.iterdir() if p != self.data), ["filler"])
+
+        # Rules: receipts are audited until there is no room left, at whatever statement that happens.
+        for leave in (64 << 10, 256 << 10, 700 << 10):
+            with self.subTest(leave=leave):
+                filler.unlink()
+                fill(leave)
+                worked = subprocess.run([DRIVER, str(self.file), "work", "1"], capture_output=True, encoding="utf-8",
+                                        timeout=120)
+                self.assertEqual(worked.returncode, 1)
+                self.assertIn("磁盘", worked.stderr)
+                filler.unlink()
+                books = Books(str(self.file), receipts)
+                self.assertEqual(books.faults(), [])
+                books.db.close()
+                fill(0)
+
+        filler.unlink()
+        self.assertEqual(self.colours(), before)
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('蓝')")
+        self.assertEqual(self.colours(), before + ["蓝"])
+
+
+if __name__ == "__main__":
+    JXCCTL, DRIVER = sys.argv.pop(1), sys.argv.pop(1)
+    result = unittest.main(exit=False).result
+    sys.exit(1 if not result.wasSuccessful() else 77 if result.skipped else 0)
