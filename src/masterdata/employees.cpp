@@ -1,0 +1,160 @@
+#include "masterdata/employees.h"
+
+#include "core/numbers.h"
+#include "core/pinyin.h"
+#include "core/text.h"
+
+#include <array>
+
+namespace jxc {
+namespace employees_detail {
+
+QString usedRefusal() { return QStringLiteral("该员工已发生过业务，不能删除！"); }
+
+bool hasDoneBusiness(const QString& number, const QString& name) {
+  struct Trace {
+    const char* sql;
+    bool byName;
+  };
+  static constexpr std::array traces{
+      Trace{"select top 1 u_name as u_sn from jxc_goodslist where u_name=?", true},
+      Trace{"select top 1 u_sn from jxc_ysyfk where u_sn=?", false},
+      Trace{"select top 1 u_name as u_sn from jxc_zcmx where u_name=?", true},
+      Trace{"select top 1 u_sn from jxc_yyfy where u_sn=?", false},
+      Trace{"select top 1 u_name as u_sn from jxc_xjyh where u_name=?", true},
+  };
+  return std::any_of(traces.begin(), traces.end(), [&](const Trace& trace) {
+    return !lookupValue(trace.sql, trace.byName ? name : number).isEmpty();
+  });
+}
+
+void renameInHistory(const QString& before, const QString& now) {
+  static constexpr std::array copies{
+      "update jxc_goodslist set u_name=? where u_name=?", "update jxc_xjyh set u_name=? where u_name=?",
+      "update jxc_posxsd set pos_ygs=? where pos_ygs=?",  "update jxc_posxsd set pos_jgy=? where pos_jgy=?",
+      "update jxc_posxsd set pos_xsy=? where pos_xsy=?",  "update jxc_zcmx set u_name=? where u_name=?",
+  };
+  for (const char* sql : copies) execSql(sql, now, before);
+
+  // Customers hold their bound employees as "name,name,": replace whole entries only.
+  const QString entry = before + QLatin1Char(',');
+  for (const Row row : openSelect("select id,kh_uname from jxc_khxx where kh_uname like ?",
+                                  QStringLiteral("%") + entry + QStringLiteral("%"))) {
+    QStringList names = row.text("kh_uname").split(QLatin1Char(','));
+    names.replaceInStrings(before, now);
+    execSql("update jxc_khxx set kh_uname=? where id=?", names.join(QLatin1Char(',')), row.integer("id"));
+  }
+}
+
+bool anyCommissionSet() {
+  return !lookupValue("select top 1 id from jxc_goods where g_ygtc<>0 or g_jgtc<>0 or g_xsytc<>0").isEmpty();
+}
+
+}  // namespace employees_detail
+
+EmployeeDraft readEmployee(std::int64_t id) {
+  const RowSet rows = openSelect("select * from jxc_user where id=?", id);
+  if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该员工已被其他操作员删除，请刷新列表！"));
+  const Row row = rows.front();
+  EmployeeDraft draft;
+  draft.id = id;
+  draft.name = row.text("u_name");
+  draft.duty = row.text("u_duty");
+  draft.phone = row.text("u_tele");
+  draft.address = row.text("u_address");
+  draft.note = row.text("u_note");
+  draft.commission = row.number("u_tc");
+  draft.commissionOn = static_cast<int>(row.integer("u_tcfs"));
+  draft.commissionFromProfit = row.number("u_zdlr");
+  draft.buys = row.flag("u_cg");
+  draft.sells = row.flag("u_xs");
+  draft.stocks = row.flag("u_kc");
+  draft.optometrist = row.flag("u_yg");
+  draft.workshop = row.flag("u_jg");
+  draft.posSales = row.flag("u_xsy");
+  draft.disabled = row.flag("u_jy");
+  draft.warehouseKey = row.text("ck_sn");
+  draft.warehouseName = row.text("ck_name");
+  return draft;
+}
+
+std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) {
+  const QString name = sanitizeKeyword(draft.name.trimmed());
+  if (name.isEmpty()) {
+    prompt.notice(QStringLiteral("员工姓名必须填写！"));
+    return {};
+  }
+  if (!lookupValue("select top 1 u_sn from jxc_user where u_name=? and id<>?", name, draft.id).isEmpty()) {
+    prompt.notice(QStringLiteral("员工姓名不能重复！"));
+    return {};
+  }
+  const bool atTheTill = draft.optometrist || draft.workshop || draft.posSales;
+  if (atTheTill && !employees_detail::anyCommissionSet()) {
+    prompt.notice(QStringLiteral("选择POS销售属性时必须在商品管理设置提成！"));
+    return {};
+  }
+
+  Transaction transaction(accountDb());
+  QString number;
+  std::int64_t id = draft.id;
+  if (id == 0) {
+    number = nextSerial("jxc_user", "u_sn");
+    id = insertRow("jxc_user", {{"u_sn", number}, {"u_cgpl", 0}, {"u_xspl", 0}});
+  } else {
+    number = lookupValue("select u_sn from jxc_user where id=?", id);
+    const QString before = lookupValue("select u_name from jxc_user where id=?", id);
+    if (!before.isEmpty() && before != name) employees_detail::renameInHistory(before, name);
+  }
+  updateRow("jxc_user", id,
+            {{"u_name", name},
+             {"u_jm", makeJm(name).left(32)},
+             {"u_duty", sanitizeKeyword(draft.duty)},
+             {"u_tele", sanitizeKeyword(draft.phone)},
+             {"u_address", sanitizeKeyword(draft.address)},
+             {"u_note", sanitizeKeyword(draft.note)},
+             {"u_tc", draft.commission},
+             {"u_tcfs", draft.commissionOn},
+             {"u_zdlr", draft.commissionFromProfit},
+             {"u_tctxt", draft.commissionOn == 0 ? QStringLiteral("按销售额提成") : QStringLiteral("按毛利提成")},
+             {"u_cg", draft.buys},
+             {"u_xs", draft.sells},
+             {"u_kc", draft.stocks},
+             {"u_yg", draft.optometrist},
+             {"u_jg", draft.workshop},
+             {"u_xsy", draft.posSales},
+             {"u_jy", draft.disabled},
+             {"ck_sn", draft.warehouseKey},
+             {"ck_name", draft.warehouseName}});
+  transaction.commit();
+  return number;
+}
+
+bool deleteEmployee(std::int64_t id, Prompt& prompt) {
+  const RowSet rows = openSelect("select u_sn,u_name from jxc_user where id=?", id);
+  if (rows.isEmpty()) return false;
+  const QString number = rows.front().text("u_sn");
+  const QString name = rows.front().text("u_name");
+  if (number == QLatin1String("100001")) {
+    prompt.notice(QStringLiteral("系统内置员工，不能删除！"));
+    return false;
+  }
+  if (employees_detail::hasDoneBusiness(number, name)) {
+    prompt.notice(employees_detail::usedRefusal());
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除当前员工吗！"))) return false;
+
+  Transaction transaction(accountDb());
+  if (employees_detail::hasDoneBusiness(number, name)) {
+    throw DbError(DbError::Kind::Other, employees_detail::usedRefusal());
+  }
+  execSql("delete from jxc_user where id=?", id);
+  transaction.commit();
+  return true;
+}
+
+void toggleEmployeeDisabled(std::int64_t id) { execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id); }
+
+RowSet selectEmployees() { return openSelect("select * from jxc_user order by id"); }
+
+}  // namespace jxc

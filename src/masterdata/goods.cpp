@@ -1,0 +1,226 @@
+#include "masterdata/goods.h"
+
+#include "core/clock.h"
+#include "core/defaults.h"
+#include "core/pinyin.h"
+#include "core/rounding.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+
+namespace jxc {
+namespace goods_detail {
+
+bool exists(const char* sql, const QString& value) { return !lookupValue(sql, value).isEmpty(); }
+
+/// Refusals and questions in the order in which the eye goes over the form.
+bool mayAdd(const GoodsDraft& draft, const QString& name, Prompt& prompt) {
+  const auto refuse = [&](const QString& text) {
+    prompt.notice(text);
+    return false;
+  };
+  if (draft.classNumber.isEmpty()) return refuse(QStringLiteral("类别名称必须填写！"));
+  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
+  if (name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
+  if (draft.unit.isEmpty() || draft.unit == QStringLiteral("增加新单位...")) {
+    return refuse(QStringLiteral("商品单位必须填写！"));
+  }
+  if (exists("select top 1 g_sn from jxc_goods where g_sn=?", draft.number)) {
+    return refuse(QStringLiteral("商品编号已经存在，请重新输入！"));
+  }
+  if (!draft.barcode.isEmpty() && exists("select top 1 g_sn from jxc_goods where g_sptm=?", draft.barcode) &&
+      !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
+    return false;
+  }
+  return !draft.warnSameName || !exists("select top 1 g_sn from jxc_goods where g_name=?", name) ||
+         prompt.ask(QStringLiteral("商品名称已经存在，确认输入吗？"));
+}
+
+/// Opening stock stands in the ledger five years back, so that it sorts before every document.
+void writeOpeningStock(const GoodsDraft& draft, const QString& name) {
+  const double quantity = draft.openingStock;
+  const double price = draft.purchasePrice;
+  const double amount = roundEps(price * quantity, totalDigits());
+  const QString month = clock::month();
+  const QString openingDate = QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5);
+
+  ensureStockRows(month);
+  execSql("update jxc_kcjs set js_sl=js_sl+?,js_zje=js_zje+? where js_rq=? and ck_sn=?", quantity, quantity * price, month,
+          draft.warehouse);
+  execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,0,?,?,?)", quantity, price,
+          draft.number, draft.warehouse, quantity);
+  insertRow("jxc_goodslist",
+            {{"gl_flag", "qc"},
+             {"gl_djh", ""},
+             {"gl_kdrq", openingDate},
+             {"g_sn", draft.number},
+             {"g_name", name},
+             {"g_jm", makeJm(name).left(32)},
+             {"dw_name", draft.unit},
+             {"gg_name", draft.specification},
+             {"color_name", draft.colour},
+             {"gl_dj", price},
+             {"gl_cbj", 0},
+             {"gl_zcb", 0},
+             {"gl_sl", quantity},
+             {"gl_dzl", 1},
+             {"gl_zje", amount},
+             {"gl_je", amount},
+             {"gl_tax", 0},
+             {"gl_taxdj", price},
+             {"gl_taxje", 0},
+             {"gl_lsj", 0},
+             {"gl_lr", 0},
+             {"gl_qxsl", 0},
+             {"gl_sqsl", 0},
+             {"gl_sqje", 0},
+             {"gl_pjjj", price},
+             {"gl_kc", quantity},
+             {"gl_kczje", amount},
+             {"gl_sysl", quantity},
+             {"gl_dqkc", 0},
+             {"u_name", defaultEmployeeName()},
+             {"a_name", session().a_name},
+             {"ck_sn", draft.warehouse},
+             {"ck_name", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse)},
+             {"ghs_sn", ""},
+             {"ghs_name", QStringLiteral("期初建账")},
+             {"gl_checker", session().a_name},
+             {"gl_chkrq", clock::today()},
+             {"gl_note", sanitizeKeyword(draft.note)}});
+}
+
+void writeGoods(const GoodsDraft& draft, const QString& name) {
+  const QString supplier = lookupValue("select ghs_sn from jxc_ghsxx where ghs_default<>0");
+  const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", draft.classNumber);
+  const auto id = insertRow("jxc_goods", {{"g_sn", draft.number},
+                                          {"g_name", name},
+                                          {"g_qc", name.left(64)},
+                                          {"g_jm", makeJm(name).left(32)},
+                                          {"g_sptm", draft.barcode},
+                                          {"dw_name", draft.unit},
+                                          {"dw_name2", draft.unit},
+                                          {"gg_name", sanitizeKeyword(draft.specification)},
+                                          {"color_name", sanitizeKeyword(draft.colour)},
+                                          {"gc_sn", draft.classNumber},
+                                          {"gc_cid", classIdentity},
+                                          {"ghs_sn", supplier},
+                                          {"g_sccs", sanitizeKeyword(draft.origin)},
+                                          {"g_bz", sanitizeKeyword(draft.note)},
+                                          {"g_tym", ""},
+                                          {"g_yjlx", ""}});
+  updateRow("jxc_goods", id, {{"g_jj", draft.purchasePrice},
+                              {"g_scjj", draft.purchasePrice},
+                              {"g_cbj", draft.purchasePrice},
+                              {"g_pjjj", draft.purchasePrice},
+                              {"g_sj", draft.salePrice},
+                              {"g_sj1", draft.levelPrices[0]},
+                              {"g_sj2", draft.levelPrices[1]},
+                              {"g_sj3", draft.levelPrices[2]},
+                              {"g_sj4", draft.levelPrices[3]},
+                              {"g_sj5", draft.levelPrices[4]},
+                              {"g_lsj", draft.retailPrice},
+                              {"g_hyj", 0},
+                              {"g_tj", 0},
+                              {"g_zdkc", draft.lowestStock},
+                              {"g_kc", draft.openingStock},
+                              {"g_zhxs", 1},
+                              {"g_dzll", 1},
+                              {"g_clxs", 0},
+                              {"g_zpjf", 0},
+                              {"g_tsjf", 0},
+                              {"g_bzq", 0},
+                              {"g_cgpl", 0},
+                              {"g_xspl", 0}});
+  updateRow("jxc_goods", id, {{"g_gdcbj", draft.fixedCost},
+                              {"g_iszp", draft.mayBeGift},
+                              {"g_isjp", 0},
+                              {"g_jy", 0},
+                              {"g_tjsp", 0},
+                              {"g_tjqx", 0},
+                              {"g_dxdz", 0},
+                              {"g_sy", 0},
+                              {"g_tssp", 0},
+                              {"g_tclb", draft.commissionKind},
+                              {"g_tc", draft.commissionKind == 0 ? 0.0 : draft.commission},
+                              {"g_tcje", 0},
+                              {"g_ygtc", 0},
+                              {"g_jgtc", 0},
+                              {"g_xsytc", 0},
+                              {"g_ygtc2", 0},
+                              {"g_jgtc2", 0},
+                              {"g_xsytc2", 0}});
+}
+
+/// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").
+void addKey(Filter& filter, const QString& key) {
+  const QStringList words = sanitizeKeyword(key).toUpper().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  for (const QString& word : words) {
+    const QString like = QLatin1Char('%') + word + QLatin1Char('%');
+    filter.add(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
+      or a.gg_name like ? or a.color_name like ?))",
+               like, like, like, like, like, like);
+  }
+}
+
+Filter conditions(const GoodsFilter& wanted) {
+  Filter filter;
+  if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
+  if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
+  addKey(filter, wanted.key);
+  return filter;
+}
+
+}  // namespace goods_detail
+
+QString nextGoodsSn(std::int64_t classIdentity) {
+  const QString head = QString::number(classIdentity);
+  const QString highest = lookupValue(
+      "select max(g_sn) from jxc_goods where isnumeric(g_sn) and len(g_sn)=8 and g_sn like ?", head + QLatin1Char('%'));
+  if (!highest.isEmpty()) return QString::number(highest.toLongLong() + 1);
+  return head.leftJustified(8, QLatin1Char('0')).left(7) + QLatin1Char('1');
+}
+
+QString proposedGoodsSn(const QString& classNumber) {
+  if (!strIsTrue(session().cs_spbh)) return {};
+  const QString identity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", classNumber);
+  return identity.isEmpty() ? QString() : nextGoodsSn(identity.toLongLong());
+}
+
+std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
+  GoodsDraft draft = typed;
+  draft.number = sanitizeKeyword(typed.number.trimmed());
+  draft.barcode = sanitizeKeyword(typed.barcode.trimmed());
+  draft.unit = sanitizeKeyword(typed.unit.trimmed());
+  const QString name = sanitizeKeyword(typed.name.trimmed());
+  if (!goods_detail::mayAdd(draft, name, prompt)) return {};
+
+  Transaction transaction(accountDb());
+  if (goods_detail::exists("select top 1 g_sn from jxc_goods where g_sn=?", draft.number)) {
+    throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
+  }
+  goods_detail::writeGoods(draft, name);
+  if (draft.openingStock > 0) goods_detail::writeOpeningStock(draft, name);
+  transaction.commit();
+  return draft.number;
+}
+
+BoundStatement goodsListStatement(const GoodsFilter& wanted) {
+  Filter filter = goods_detail::conditions(wanted);
+  filter.add("a.gc_sn=b.gc_sn");
+  return {"select a.*,b.gc_name,round(g_kc/g_zhxs+0.000000001," + std::to_string(session().cbjsDigits) +
+              ") as fzkc from jxc_goods a,jxc_goodsclass b" + filter.where() + " order by a.g_sn",
+          {filter.values().begin(), filter.values().end()}};
+}
+
+RowSet selectGoods(const GoodsFilter& wanted) {
+  const BoundStatement statement = goodsListStatement(wanted);
+  return openSelectWith(statement.sql, statement.values);
+}
+
+double goodsStockTotal(const GoodsFilter& wanted) {
+  const Filter filter = goods_detail::conditions(wanted);
+  return lookupValueWith("select sum(a.g_kc) as gkc from jxc_goods a" + filter.where(), filter.values()).toDouble();
+}
+
+}  // namespace jxc

@@ -1,0 +1,56 @@
+// 商品: rules of the catalogue for ordinary goods: numbers, adding, the list and its search.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+
+#include <QString>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace jxc {
+
+/// What the operator keys in for one ordinary article. Prices are yuan, quantities units of `unit`.
+struct GoodsDraft {
+  QString number, name, barcode, unit, specification, colour, origin, note;
+  QString classNumber;  // gc_sn
+  QString warehouse;    // ck_sn of the opening stock
+  double purchasePrice = 0, salePrice = 0, retailPrice = 0;
+  std::array<double, 5> levelPrices{};  // g_sj1 … g_sj5
+  int lowestStock = 0;                  // pieces; below it the stock alert shows the article
+  double openingStock = 0;
+  bool fixedCost = false;  // the preset purchase price is the cost of sales
+  bool mayBeGift = false;
+  int commissionKind = 0;  // 0 none, 1 yuan a piece, 2 percent of sales, 3 percent of profit
+  double commission = 0;
+  bool warnSameName = true;  // ask when the name stands already
+};
+
+/// Next automatic goods number of a class: its identity padded to eight digits, ending in 1, or the highest plus one.
+QString nextGoodsSn(std::int64_t classIdentity);
+/// The number proposed after a class was picked; empty when numbers are typed by hand (`cs_spbh` off).
+QString proposedGoodsSn(const QString& classNumber);
+
+/// Saves a new article, with its opening stock and ledger row where there is one. Refusals and questions in the order of
+/// the form. Returns the goods number, or nothing.
+std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
+
+struct GoodsFilter {
+  QString key;          // matched against six columns; several words must each match somewhere
+  QString classNumber;  // this class and all below; empty for all
+  bool withDisabled = false;
+};
+
+/// Rows of the catalogue list, ordered by goods number, with `gc_name` and the stock in the second unit (`fzkc`).
+RowSet selectGoods(const GoodsFilter& filter);
+/// The statement and values of the same, for a list that loads in the background.
+struct BoundStatement {
+  std::string sql;
+  std::vector<Value> values;
+};
+BoundStatement goodsListStatement(const GoodsFilter& filter);
+/// Total stock of the listed goods.
+double goodsStockTotal(const GoodsFilter& filter);
+
+}  // namespace jxc

@@ -1,0 +1,125 @@
+#include "masterdata/goods_classes.h"
+
+#include "core/pinyin.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace goods_classes_detail {
+
+constexpr int deepestNumber = 16;  // digits of a class on the fifth level
+constexpr auto lensNumber = "1000";
+
+GoodsClass fromRow(const Row& row) {
+  return {.id = row.integer("id"),
+          .number = row.text("gc_sn"),
+          .name = row.text("gc_name"),
+          .mnemonic = row.text("gc_jm"),
+          .key = row.integer("gc_key"),
+          .parentKey = row.integer("gc_pid"),
+          .identity = row.integer("gc_cid")};
+}
+
+QString plusOne(const QString& digits) { return QString::number(digits.toLongLong() + 1); }
+
+std::int64_t nextKey() {
+  const auto key = static_cast<std::int64_t>(lookupNumber("select max(gc_key) from jxc_goodsclass")) + 1;
+  return key > 10 && key % 10 == 0 ? key + 1 : key;
+}
+
+QString cleanName(const QString& typed) { return sanitizeKeyword(typed.trimmed()); }
+
+bool nameIsMissing(const QString& name, Prompt& prompt) {
+  if (!name.isEmpty()) return false;
+  prompt.notice(QStringLiteral("类别名称必须填写！"));
+  return true;
+}
+
+bool hasGoods(const QString& number) {
+  return !lookupValue("select top 1 g_sn from jxc_goods where gc_sn like ?", number + QLatin1Char('%')).isEmpty();
+}
+
+}  // namespace goods_classes_detail
+
+std::vector<GoodsClass> goodsClasses(bool withLenses) {
+  const char* sql = withLenses ? "select * from jxc_goodsclass order by gc_key"
+                               : "select * from jxc_goodsclass where gc_sn is null or gc_sn not like '1000%' order by gc_key";
+  std::vector<GoodsClass> classes;
+  for (const Row row : openSelect(sql)) classes.push_back(goods_classes_detail::fromRow(row));
+  return classes;
+}
+
+QString nextClassSn(std::int64_t key) {
+  using goods_classes_detail::plusOne;
+  const QString parentKey = lookupValue("select gc_pid from jxc_goodsclass where gc_key=?", key);
+  if (parentKey == QLatin1String("1")) {
+    const QString highest = lookupValue("select max(gc_sn) as gcsn from jxc_goodsclass where len(gc_sn)=4");
+    return highest.isEmpty() ? QString::fromLatin1(goods_classes_detail::lensNumber) : plusOne(highest);
+  }
+  const QString parent = lookupValue("select gc_sn from jxc_goodsclass where gc_key=?", parentKey);
+  const QString highest = lookupValue("select max(gc_sn) as gcsn from jxc_goodsclass where gc_sn like ? and len(gc_sn)=?",
+                                      parent + QLatin1Char('%'), static_cast<int>(parent.size()) + 3);
+  if (highest.isEmpty()) return parent + QStringLiteral("100");
+  return highest.chopped(3) + plusOne(highest.right(3));
+}
+
+std::optional<GoodsClass> addGoodsClass(std::int64_t parentKey, const QString& typed, Prompt& prompt) {
+  using namespace goods_classes_detail;
+  const QString parentNumber = lookupValue("select gc_sn from jxc_goodsclass where gc_key=?", parentKey);
+  if (parentNumber.size() >= deepestNumber) {
+    prompt.notice(QStringLiteral("该类别层数已到底层，不能添加下级类别！"));
+    return {};
+  }
+  const QString name = cleanName(typed);
+  if (nameIsMissing(name, prompt)) return {};
+
+  Transaction transaction(accountDb());
+  const std::int64_t key = nextKey();
+  const auto id = insertRow("jxc_goodsclass", {{"gc_name", name},
+                                               {"gc_jm", makeJm(name).left(32)},
+                                               {"gc_key", Value(static_cast<long long>(key))},
+                                               {"gc_pid", Value(static_cast<long long>(parentKey))},
+                                               {"gc_cid", Value(static_cast<long long>(key))}});
+  updateRow("jxc_goodsclass", id, {{"gc_sn", nextClassSn(key)}});
+  transaction.commit();
+  return fromRow(openSelect("select * from jxc_goodsclass where id=?", id).front());
+}
+
+bool renameGoodsClass(std::int64_t id, const QString& typed, Prompt& prompt) {
+  const QString name = goods_classes_detail::cleanName(typed);
+  if (goods_classes_detail::nameIsMissing(name, prompt)) return false;
+  updateRow("jxc_goodsclass", id, {{"gc_name", name}, {"gc_jm", makeJm(name).left(32)}});
+  return true;
+}
+
+bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
+  using namespace goods_classes_detail;
+  const RowSet rows = openSelect("select * from jxc_goodsclass where id=?", id);
+  if (rows.isEmpty()) return false;
+  const GoodsClass goodsClass = fromRow(rows.front());
+  if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber)) {
+    prompt.notice(QStringLiteral("该类别是系统内置类别，不能删除！"));
+    return false;
+  }
+  const QString refusal = QStringLiteral("该类别下有商品信息，不能删除！");
+  if (hasGoods(goodsClass.number)) {
+    prompt.notice(refusal);
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除当前类别吗?"))) return false;
+
+  Transaction transaction(accountDb());
+  if (hasGoods(goodsClass.number)) throw DbError(DbError::Kind::Other, refusal);
+  execSql("delete from jxc_goodsclass where gc_sn like ?", goodsClass.number + QLatin1Char('%'));
+  transaction.commit();
+  return true;
+}
+
+std::optional<QString> findGoodsClass(const QString& text) {
+  const QString like = sanitizeKeyword(text).toUpper() + QLatin1Char('%');
+  const QString found = lookupValue(
+      "select top 1 gc_name from jxc_goodsclass where (gc_jm like ? or gc_name like ?) and gc_pid<>0 order by gc_key",
+      like, like);
+  return found.isEmpty() ? std::nullopt : std::optional(found);
+}
+
+}  // namespace jxc

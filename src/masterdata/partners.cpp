@@ -1,0 +1,286 @@
+#include "masterdata/partners.h"
+
+#include "core/clock.h"
+#include "core/defaults.h"
+#include "core/numbers.h"
+#include "core/pinyin.h"
+#include "core/session.h"
+#include "core/text.h"
+
+namespace jxc {
+
+const PartnerSide customerSide = {
+    .type = "kh",
+    .table = "jxc_khxx",
+    .sn = "kh_sn",
+    .name = "kh_name",
+    .jm = "kh_jm",
+    .contact = "kh_lxr",
+    .phone = "kh_tele",
+    .address = "kh_address",
+    .note = "kh_note",
+    .balance = "kh_lwje",
+    .isDefault = "kh_default",
+    .uses = "kh_pl",
+    .forbidden = "kh_forbid",
+    .kind = "kt_name",
+    .kindKey = "kt_sn",
+    .employeeNames = "kh_uname",
+    .employeeKeys = "kh_usn",
+    .openingPrefix = "YS",
+    .settlementLike = "SK%",
+    .noun = u"客户",
+    .openingWord = u"期初应收款",
+    .usedQuery = "select kh_sn from jxc_lsxsd where kh_sn=? union select kh_sn from jxc_posxsd where kh_sn=?",
+};
+
+const PartnerSide supplierSide = {
+    .type = "ghs",
+    .table = "jxc_ghsxx",
+    .sn = "ghs_sn",
+    .name = "ghs_name",
+    .jm = "ghs_jm",
+    .contact = "ghs_lxr",
+    .phone = "ghs_tele",
+    .address = "ghs_address",
+    .note = "ghs_note",
+    .balance = "ghs_lwje",
+    .isDefault = "ghs_default",
+    .uses = "ghs_pl",
+    .forbidden = "ghs_forbid",
+    .kind = "gt_name",
+    .kindKey = "",
+    .employeeNames = "",
+    .employeeKeys = "",
+    .openingPrefix = "YF",
+    .settlementLike = "FK%",
+    .noun = u"供货商",
+    .openingWord = u"期初应付款",
+    .usedQuery = "select ghs_sn from jxc_jhd where ghs_sn=?",
+};
+
+namespace partners_detail {
+
+/// The built-in partner of each side: the one for passing trade.
+constexpr auto builtInNumber = "100001";
+
+QString words(const char16_t* text) { return QString::fromUtf16(text); }
+
+QString typeText(const PartnerSide& side) { return QString::fromUtf8(side.type.data(), qsizetype(side.type.size())); }
+
+bool hasDoneBusiness(const PartnerSide& side, const QString& number) {
+  const bool twice = side.usedQuery.find("union") != std::string_view::npos;
+  return !(twice ? lookupValue(side.usedQuery, number, number) : lookupValue(side.usedQuery, number)).isEmpty();
+}
+
+/// The opening amount is a document of its own in the partner ledger, so that the running balance starts with it.
+void writeOpening(const PartnerSide& side, const QString& number, double amount) {
+  const QString today = clock::today();
+  const QString type = typeText(side);
+  const QString word = words(side.openingWord);
+  execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
+  execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
+  if (amount == 0) return;
+
+  const QString document = nextDocNoOn("jxc_ysyfk", "gl_djh", side.openingPrefix, today);
+  insertRow("jxc_ysyfk_dj", {{"gl_djh", document},
+                             {"k_ghskh", number},
+                             {"a_name", session().a_name},
+                             {"u_sn", defaultEmployeeSn()},
+                             {"k_fkfs", word},
+                             {"k_sfje", 0},
+                             {"k_yhje", 0},
+                             {"k_qcje", 0},
+                             {"k_ljje", amount},
+                             {"k_yfje", amount},
+                             {"k_type", type},
+                             {"k_djlx", side.openingPrefix.data()},
+                             {"k_djtxt", word},
+                             {"k_note", words(side.noun) + QStringLiteral("的") + word},
+                             {"k_flag", 1},
+                             {"k_rq", today},
+                             {"k_checker", session().a_name},
+                             {"k_chkrq", today}});
+  execSql(R"(insert into jxc_ysyfk (gl_djh,k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,
+      k_type,k_djlx,k_djtxt,k_note,k_flag,k_rq)
+    select gl_djh,k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,
+      k_type,k_djlx,k_djtxt,k_note,k_flag,k_rq
+    from jxc_ysyfk_dj where gl_djh=?)",
+          document);
+}
+
+QString saveNew(const PartnerSide& side, const PartnerDraft& draft, const QString& name) {
+  const QString number = nextSerial(side.table, side.sn);
+  const auto id = insertRow(side.table, {{side.sn, number},
+                                         {side.name, name},
+                                         {side.jm, makeJm(name)},
+                                         {side.balance, draft.opening},
+                                         {side.uses, 0},
+                                         {side.forbidden, 0}});
+  updateRow(side.table, id, {{side.contact, sanitizeKeyword(draft.contact)},
+                             {side.phone, sanitizeKeyword(draft.phone)},
+                             {side.address, sanitizeKeyword(draft.address)},
+                             {side.note, sanitizeKeyword(draft.note)},
+                             {side.kind, draft.kindName},
+                             {side.isDefault, draft.isDefault},
+                             {"ck_sn", draft.warehouseKey},
+                             {"ck_name", draft.warehouseName},
+                             {"z_name", sanitizeKeyword(draft.zone)}});
+  if (draft.opening != 0) writeOpening(side, number, draft.opening);
+  return number;
+}
+
+/// Documents and ledgers carry the partner's name as it was: a rename follows into them. In both ledgers the partner of
+/// a sale stands in the ghs_ columns too.
+void renameInHistory(const QString& number, const QString& before, const QString& now) {
+  execSql("update jxc_goodslist set ghs_name=? where ghs_name=? and ghs_sn=?", now, before, number);
+  execSql("update jxc_xjyh set ghs_name=? where ghs_name=? and ghs_sn=?", now, before, number);
+}
+
+void saveChanged(const PartnerSide& side, const PartnerDraft& draft, const QString& number, const QString& name) {
+  const PartnerDraft before = readPartner(side, draft.id);
+  if (before.opening != draft.opening && openingIsOpen(side, number)) {
+    writeOpening(side, number, draft.opening);
+    updateRow(side.table, draft.id, {{side.balance, draft.opening}});
+  }
+  updateRow(side.table, draft.id, {{side.name, name},
+                                   {side.jm, makeJm(name)},
+                                   {side.contact, sanitizeKeyword(draft.contact)},
+                                   {side.phone, sanitizeKeyword(draft.phone)},
+                                   {side.address, sanitizeKeyword(draft.address)},
+                                   {side.note, sanitizeKeyword(draft.note)},
+                                   {side.kind, draft.kindName},
+                                   {side.isDefault, draft.isDefault},
+                                   {"ck_sn", draft.warehouseKey},
+                                   {"ck_name", draft.warehouseName},
+                                   {"z_name", sanitizeKeyword(draft.zone)}});
+  if (before.name != name) renameInHistory(number, before.name, name);
+}
+
+void saveCustomerExtras(const PartnerSide& side, const PartnerDraft& draft, const QString& number) {
+  if (!side.kindKey.empty()) {
+    execSql(compose("update {} set {}=? where {}=?", {side.table, side.kindKey, side.sn}), draft.kindKey, number);
+  }
+  if (!side.employeeKeys.empty()) {
+    execSql(compose("update {} set {}=?,{}=? where {}=?",
+                    {side.table, side.employeeNames, side.employeeKeys, side.sn}),
+            draft.employeeNames, draft.employeeKeys, number);
+  }
+}
+
+}  // namespace partners_detail
+
+PartnerDraft readPartner(const PartnerSide& side, std::int64_t id) {
+  const RowSet rows = openSelect(compose("select * from {} where id=?", {side.table}), id);
+  if (rows.isEmpty()) {
+    throw DbError(DbError::Kind::Other, QStringLiteral("该记录已被其他操作员删除，请刷新列表！"));
+  }
+  const Row row = rows.front();
+  PartnerDraft draft;
+  draft.id = id;
+  draft.name = row.text(side.name);
+  draft.contact = row.text(side.contact);
+  draft.phone = row.text(side.phone);
+  draft.address = row.text(side.address);
+  draft.note = row.text(side.note);
+  draft.zone = row.text("z_name");
+  draft.kindName = row.text(side.kind);
+  if (!side.kindKey.empty()) draft.kindKey = row.text(side.kindKey);
+  if (!side.employeeKeys.empty()) {
+    draft.employeeNames = row.text(side.employeeNames);
+    draft.employeeKeys = row.text(side.employeeKeys);
+  }
+  draft.warehouseKey = row.text("ck_sn");
+  draft.warehouseName = row.text("ck_name");
+  draft.opening = row.number(side.balance);
+  draft.isDefault = row.flag(side.isDefault);
+  return draft;
+}
+
+bool openingIsOpen(const PartnerSide& side, const QString& number) {
+  if (partners_detail::hasDoneBusiness(side, number)) return false;
+  const QString type = partners_detail::typeText(side);
+  const QString opening = partners_detail::words(side.openingWord);
+  const auto otherLine = [&](const char* sql) { return !lookupValue(sql, type, number, opening).isEmpty(); };
+  return !otherLine("select top 1 id from jxc_ysyfk where k_type=? and k_ghskh=? and k_djtxt<>?") &&
+         !otherLine("select top 1 id from jxc_ysyfk_dj where k_type=? and k_ghskh=? and k_djtxt<>?");
+}
+
+std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& draft, Prompt& prompt) {
+  using namespace partners_detail;
+  const QString name = sanitizeKeyword(draft.name.trimmed());
+  if (name.isEmpty()) {
+    prompt.notice(words(side.noun) + QStringLiteral("名称必须填写！"));
+    return {};
+  }
+  const bool taken = !lookupValue(compose("select top 1 {} from {} where {}=? and id<>?", {side.name, side.table, side.name}),
+                                  name, draft.id)
+                          .isEmpty();
+  if (taken && !prompt.ask(words(side.noun) + QStringLiteral("已经存在，确认可以重复吗？"))) return {};
+
+  Transaction transaction(accountDb());
+  if (draft.isDefault) execSql(compose("update {} set {}=0", {side.table, side.isDefault}));
+  QString number;
+  if (draft.id == 0) {
+    number = saveNew(side, draft, name);
+  } else {
+    number = lookupValue(compose("select {} from {} where id=?", {side.sn, side.table}), draft.id);
+    saveChanged(side, draft, number, name);
+  }
+  saveCustomerExtras(side, draft, number);
+  transaction.commit();
+  return number;
+}
+
+bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
+  using namespace partners_detail;
+  const QString number = lookupValue(compose("select {} from {} where id=?", {side.sn, side.table}), id);
+  if (number.isEmpty()) return false;
+  const QString noun = words(side.noun);
+  if (number == QLatin1String(builtInNumber)) {
+    prompt.notice(QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun));
+    return false;
+  }
+  const QString refusal = QStringLiteral("该%1已发生过业务，不能删除！").arg(noun);
+  if (hasDoneBusiness(side, number)) {
+    prompt.notice(refusal);
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除当前%1吗！").arg(noun))) return false;
+
+  Transaction transaction(accountDb());
+  if (hasDoneBusiness(side, number)) throw DbError(DbError::Kind::Other, refusal);
+  const QString type = typeText(side);
+  execSql(compose("delete from {} where id=?", {side.table}), id);
+  execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
+  execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
+  execSql("delete from jxc_xjyh where ghs_sn=? and gl_djh like ?", number, side.settlementLike.data());
+  transaction.commit();
+  return true;
+}
+
+void togglePartnerForbidden(const PartnerSide& side, std::int64_t id) {
+  execSql(compose("update {} set {}=iif({}=0,1,0) where id=?", {side.table, side.forbidden, side.forbidden}), id);
+}
+
+void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString& mnemonic) {
+  execSql(compose("update {} set {}=? where id=?", {side.table, side.jm}), sanitizeKeyword(mnemonic), id);
+}
+
+RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key) {
+  Filter filter;
+  if (!withForbidden) filter.add(compose("{}=0", {side.forbidden}));
+  if (strIsTrue(session().cs_shtc) && session().r_sn != QLatin1String("100001")) {
+    filter.add("(ck_sn='-1' or ck_sn in (select ck_sn from jxc_ckxx where ck_asn like ?))",
+               QStringLiteral("%") + session().a_sn + QStringLiteral("%"));
+  }
+  if (!key.isEmpty()) {
+    const QString like = QStringLiteral("%") + sanitizeKeyword(key) + QStringLiteral("%");
+    filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ?)",
+                       {side.sn, side.name, side.jm, side.contact, side.phone}),
+               like, like, like, like, like);
+  }
+  return openSelectWith(compose("select * from {}", {side.table}) + filter.where() + " order by id", filter.values());
+}
+
+}  // namespace jxc

@@ -1,0 +1,50 @@
+// 往来单位: rules of the customer and supplier lists: adding, changing, disabling, deleting.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+#include "masterdata/partner_side.h"
+
+#include <QString>
+#include <cstdint>
+#include <optional>
+
+namespace jxc {
+
+/// What the operator keys in for one partner. Amounts are yuan.
+struct PartnerDraft {
+  std::int64_t id = 0;  // 0 for a new one
+  QString name, contact, phone, address, note;
+  QString zone;                              // region by name, may be empty
+  QString kindName, kindKey;                 // level or type
+  QString warehouseKey = QStringLiteral("-1");  // bound warehouse, "-1" for all
+  QString warehouseName = QStringLiteral("所有仓库");
+  QString employeeNames, employeeKeys;       // customers only: joined and ended with ","
+  double opening = 0;                        // what was owed when the books began
+  bool isDefault = false;                    // at most one a side
+};
+
+/// Reads the row with this id into a draft; throws DbError when it is gone.
+PartnerDraft readPartner(const PartnerSide& side, std::int64_t id);
+
+/// Saves a new or changed partner. Asks when the name stands already. Returns its number, or nothing when it was
+/// refused or the operator said no.
+std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& draft, Prompt& prompt);
+
+/// True when the opening amount may still be changed: no document and no other ledger line names the partner.
+bool openingIsOpen(const PartnerSide& side, const QString& number);
+
+/// Deletes a partner that never did business, its ledger lines with it. Asks. False when refused.
+bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt);
+
+/// Flips 禁用 of a partner; a disabled one leaves the pick lists and stays in history.
+void togglePartnerForbidden(const PartnerSide& side, std::int64_t id);
+
+/// Sets the search letters, at most 128 characters.
+void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString& mnemonic);
+
+/// Statement of the list: all rows, or only those in use; limited to the operator's warehouses where operators are bound
+/// to them (`cs_shtc`). Values are bound: use with `selectPartners`. Ordered by id.
+RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key = {});
+
+}  // namespace jxc

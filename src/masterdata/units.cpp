@@ -1,0 +1,49 @@
+#include "masterdata/units.h"
+
+#include "core/numbers.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace units_detail {
+
+std::optional<QString> checkedName(const QString& typed, std::int64_t id, Prompt& prompt) {
+  const QString name = sanitizeKeyword(typed.trimmed());
+  if (name.isEmpty()) {
+    prompt.notice(QStringLiteral("单位名称必须填写！"));
+    return {};
+  }
+  if (!lookupValue("select top 1 dw_sn from jxc_dw where dw_name=? and id<>?", name, id).isEmpty()) {
+    prompt.notice(QStringLiteral("单位名称已经存在，请重新输入！"));
+    return {};
+  }
+  return name;
+}
+
+}  // namespace units_detail
+
+std::optional<QString> addUnit(const QString& typed, Prompt& prompt) {
+  const auto name = units_detail::checkedName(typed, 0, prompt);
+  if (!name) return {};
+  Transaction transaction(accountDb());
+  const QString number = nextSerial("jxc_dw", "dw_sn");
+  insertRow("jxc_dw", {{"dw_sn", number}, {"dw_name", *name}});
+  transaction.commit();
+  return number;
+}
+
+bool renameUnit(std::int64_t id, const QString& typed, Prompt& prompt) {
+  const auto name = units_detail::checkedName(typed, id, prompt);
+  if (!name) return false;
+  updateRow("jxc_dw", id, {{"dw_name", *name}});
+  return true;
+}
+
+bool deleteUnit(std::int64_t id, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您确定要删除该单位信息吗！"))) return false;
+  execSql("delete from jxc_dw where id=?", id);
+  return true;
+}
+
+RowSet selectUnits() { return openSelect("select * from jxc_dw order by id"); }
+
+}  // namespace jxc

@@ -1,0 +1,125 @@
+#include "masterdata/warehouses.h"
+
+#include "core/clock.h"
+#include "core/numbers.h"
+#include "core/pinyin.h"
+#include "core/session.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace warehouses_detail {
+
+/// "100001,100002,": every entry ends with its comma, so that a name can be found and replaced as "name,".
+QString joined(const QStringList& parts) {
+  QString text;
+  for (const QString& part : parts) text += part + QLatin1Char(',');
+  return text;
+}
+
+QStringList split(const QString& joinedText) { return joinedText.split(QLatin1Char(','), Qt::SkipEmptyParts); }
+
+const QString usedRefusal() { return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"); }
+
+bool hasLedgerRow(const QString& number) {
+  return !lookupValue("select top 1 ck_sn from jxc_goodslist where ck_sn=?", number).isEmpty();
+}
+
+}  // namespace warehouses_detail
+
+WarehouseDraft readWarehouse(std::int64_t id) {
+  const RowSet rows = openSelect("select * from jxc_ckxx where id=?", id);
+  if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该仓库已被其他操作员删除，请刷新列表！"));
+  const Row row = rows.front();
+  WarehouseDraft draft;
+  draft.id = id;
+  draft.name = row.text("ck_name");
+  draft.inCharge = row.text("ck_fzr");
+  draft.phone = row.text("ck_tele");
+  draft.address = row.text("ck_address");
+  draft.note = row.text("ck_note");
+  draft.operatorKeys = warehouses_detail::split(row.text("ck_asn"));
+  draft.operatorNames = warehouses_detail::split(row.text("ck_aname"));
+  draft.isDefault = row.flag("ck_default");
+  draft.isPos = row.flag("ck_pos");
+  return draft;
+}
+
+std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt) {
+  const QString name = sanitizeKeyword(draft.name.trimmed());
+  if (name.isEmpty()) {
+    prompt.notice(QStringLiteral("仓库名称必须填写！"));
+    return {};
+  }
+  if (draft.operatorKeys.isEmpty()) {
+    prompt.notice(QStringLiteral("必须选择操作员！"));
+    return {};
+  }
+
+  Transaction transaction(accountDb());
+  if (draft.isDefault) execSql("update jxc_ckxx set ck_default=0");
+  if (draft.isPos) execSql("update jxc_ckxx set ck_pos=0");
+
+  QString number;
+  std::int64_t id = draft.id;
+  if (id == 0) {
+    number = nextSerial("jxc_ckxx", "ck_sn");
+    id = insertRow("jxc_ckxx", {{"ck_sn", number}, {"ck_name", name}});
+    // Its month row at once, so that the warehouse stands in this month's stock reports with zeros.
+    execSql(R"(insert into jxc_kcjs (js_rq,js_sl,js_zje,ck_sn,js_xssl,js_xsje,js_cgsl,js_cgje,js_xslr,js_xscb)
+      values (?,0,0,?,0,0,0,0,0,0))",
+            clock::month(), number);
+  } else {
+    number = lookupValue("select ck_sn from jxc_ckxx where id=?", id);
+    const QString before = lookupValue("select ck_name from jxc_ckxx where id=?", id);
+    if (before != name) {
+      execSql("update jxc_goodslist set ck_name=? where ck_name=?", name, before);
+      execSql("update jxc_xjyh set ck_name=? where ck_name=?", name, before);
+    }
+  }
+  updateRow("jxc_ckxx", id, {{"ck_name", name},
+                             {"ck_jm", makeJm(name)},
+                             {"ck_fzr", sanitizeKeyword(draft.inCharge)},
+                             {"ck_aname", warehouses_detail::joined(draft.operatorNames)},
+                             {"ck_asn", warehouses_detail::joined(draft.operatorKeys)},
+                             {"ck_tele", sanitizeKeyword(draft.phone)},
+                             {"ck_address", sanitizeKeyword(draft.address)},
+                             {"ck_note", sanitizeKeyword(draft.note)},
+                             {"ck_default", draft.isDefault},
+                             {"ck_pos", draft.isPos}});
+  transaction.commit();
+  return number;
+}
+
+bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
+  const QString number = lookupValue("select ck_sn from jxc_ckxx where id=?", id);
+  if (number.isEmpty()) return false;
+  if (number == QLatin1String("100001")) {
+    prompt.notice(QStringLiteral("该仓库为系统内置仓库，不能删除！"));
+    return false;
+  }
+  if (warehouses_detail::hasLedgerRow(number)) {
+    prompt.notice(warehouses_detail::usedRefusal());
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除该仓库信息吗！"))) return false;
+
+  Transaction transaction(accountDb());
+  if (warehouses_detail::hasLedgerRow(number)) {
+    throw DbError(DbError::Kind::Other, warehouses_detail::usedRefusal());
+  }
+  execSql("delete from jxc_ckxx where id=?", id);
+  transaction.commit();
+  return true;
+}
+
+RowSet selectWarehouses() {
+  Filter filter;
+  if (strIsTrue(session().cs_cgyh) && session().r_sn != QLatin1String("100001")) {
+    filter.add("ck_asn like ?", QStringLiteral("%") + session().a_sn + QStringLiteral("%"));
+  }
+  return openSelectWith("select * from jxc_ckxx" + filter.where() + " order by id", filter.values());
+}
+
+RowSet selectBindableOperators() { return openSelect("select a_sn,a_name from jxc_admin where a_jyt=0 order by id"); }
+
+}  // namespace jxc

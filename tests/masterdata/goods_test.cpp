@@ -1,0 +1,155 @@
+// Catalogue: class numbers, goods numbers, adding an article with opening stock, search.
+#include "masterdata/goods.h"
+
+#include "harness/account_set.h"
+#include "masterdata/goods_classes.h"
+
+#include <gtest/gtest.h>
+
+namespace jxc {
+namespace {
+
+class GoodsTest : public AccountSetTest {
+ protected:
+  GoodsClass addClass(std::int64_t parent, const QString& name) {
+    const auto added = addGoodsClass(parent, name, prompt);
+    EXPECT_TRUE(added);
+    return added.value_or(GoodsClass{});
+  }
+
+  GoodsDraft frame(const QString& number, const QString& classNumber) {
+    GoodsDraft draft;
+    draft.number = number;
+    draft.name = QStringLiteral("钛架 8801");
+    draft.unit = QStringLiteral("付");
+    draft.classNumber = classNumber;
+    draft.purchasePrice = 45.5;
+    draft.salePrice = 198;
+    draft.warehouse = QStringLiteral("100001");
+    return draft;
+  }
+};
+
+TEST_F(GoodsTest, ClassTreeGrowsByFourThenThreeDigitsAndStopsAtFiveLevels) {
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
+  EXPECT_EQ(frames.number, QStringLiteral("1001"));
+  EXPECT_EQ(frames.mnemonic, QStringLiteral("JJ"));
+  const GoodsClass first = addClass(frames.key, QStringLiteral("板材"));
+  const GoodsClass second = addClass(frames.key, QStringLiteral("金属"));
+  EXPECT_EQ(first.number, QStringLiteral("1001100"));
+  EXPECT_EQ(second.number, QStringLiteral("1001101"));
+
+  GoodsClass deepest = first;
+  for (int level = 3; level <= 5; ++level) deepest = addClass(deepest.key, QStringLiteral("下级"));
+  EXPECT_EQ(deepest.number.size(), 16);
+  prompt.expectNotice(QStringLiteral("该类别层数已到底层，不能添加下级类别！"));
+  EXPECT_FALSE(addGoodsClass(deepest.key, QStringLiteral("再下级"), prompt));
+
+  // Keys lead goods numbers: 20 would lead the same numbers as 2, so it is left out.
+  for (int i = 0; i < 14; ++i) addClass(1, QStringLiteral("类%1").arg(i));
+  EXPECT_TRUE(lookupValue("select gc_key from jxc_goodsclass where gc_key=20").isEmpty());
+  EXPECT_EQ(lookupValue("select gc_key from jxc_goodsclass where gc_key=21"), QStringLiteral("21"));
+}
+
+TEST_F(GoodsTest, ClassWithGoodsAnywhereBelowStays) {
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
+  const GoodsClass plates = addClass(frames.key, QStringLiteral("板材"));
+  ASSERT_TRUE(addGoods(frame(QStringLiteral("A1"), plates.number), prompt));
+
+  prompt.expectNotice(QStringLiteral("该类别下有商品信息，不能删除！"));
+  EXPECT_FALSE(deleteGoodsClass(frames.id, prompt));
+  prompt.expectNotice(QStringLiteral("该类别是系统内置类别，不能删除！"));
+  EXPECT_FALSE(deleteGoodsClass(goodsClasses()[1].id, prompt));
+
+  const GoodsClass empty = addClass(1, QStringLiteral("空类"));
+  prompt.expectQuestion(QStringLiteral("您确定要删除当前类别吗?"), true);
+  EXPECT_TRUE(deleteGoodsClass(empty.id, prompt));
+}
+
+TEST_F(GoodsTest, NumbersOfAClassBeginWithItsIdentity) {
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));  // identity 3
+  EXPECT_EQ(proposedGoodsSn(frames.number), QStringLiteral("30000001"));
+  ASSERT_TRUE(addGoods(frame(QStringLiteral("30000001"), frames.number), prompt));
+  EXPECT_EQ(proposedGoodsSn(frames.number), QStringLiteral("30000002"));
+  // A number typed by hand that is no number or of another length does not disturb the series.
+  ASSERT_TRUE(addGoods([&] {
+    auto draft = frame(QStringLiteral("3ABCDEFG"), frames.number);
+    draft.warnSameName = false;
+    return draft;
+  }(), prompt));
+  EXPECT_EQ(nextGoodsSn(frames.identity), QStringLiteral("30000002"));
+}
+
+TEST_F(GoodsTest, OpeningStockStandsBeforeAllDocuments) {
+  fixClock("2026-03-05 10:00:00");
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
+  GoodsDraft draft = frame(QStringLiteral("30000001"), frames.number);
+  draft.openingStock = 4;
+  ASSERT_TRUE(addGoods(draft, prompt));
+
+  const RowSet ledger = openSelect("select * from jxc_goodslist where g_sn='30000001'");
+  ASSERT_EQ(ledger.rowCount(), 1);
+  EXPECT_EQ(ledger[0].text("gl_flag"), QStringLiteral("qc"));
+  EXPECT_EQ(ledger[0].text("gl_kdrq"), QStringLiteral("2021-01-01"));
+  EXPECT_EQ(ledger[0].number("gl_kczje"), 182.0);  // 4 × 45.50
+  EXPECT_EQ(ledger[0].text("ghs_name"), QStringLiteral("期初建账"));
+  EXPECT_EQ(lookupValue("select kc_zsl from jxc_kcsp where g_sn='30000001'"), QStringLiteral("4"));
+  EXPECT_EQ(lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'"), QStringLiteral("182"));
+  EXPECT_EQ(lookupValue("select g_qc from jxc_goods where g_sn='30000001'"), draft.name);
+}
+
+TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
+  const GoodsDraft good = frame(QStringLiteral("30000001"), frames.number);
+  const auto refused = [&](auto spoil, const QString& text) {
+    GoodsDraft draft = good;
+    spoil(draft);
+    prompt.expectNotice(text);
+    EXPECT_FALSE(addGoods(draft, prompt)) << text.toStdString();
+  };
+  refused([](GoodsDraft& d) { d.classNumber.clear(); d.number.clear(); }, QStringLiteral("类别名称必须填写！"));
+  refused([](GoodsDraft& d) { d.number = QStringLiteral("  "); d.name.clear(); }, QStringLiteral("商品编号必须填写！"));
+  refused([](GoodsDraft& d) { d.name.clear(); }, QStringLiteral("商品名称必须填写！"));
+  refused([](GoodsDraft& d) { d.unit = QStringLiteral("增加新单位..."); }, QStringLiteral("商品单位必须填写！"));
+  refused([](GoodsDraft& d) { d.number = QStringLiteral("00000000"); }, QStringLiteral("商品编号已经存在，请重新输入！"));
+
+  GoodsDraft withBarcode = good;
+  withBarcode.barcode = QStringLiteral("6901");
+  ASSERT_TRUE(addGoods(withBarcode, prompt));
+  GoodsDraft same = withBarcode;
+  same.number = QStringLiteral("30000002");
+  prompt.expectQuestion(QStringLiteral("商品条码已经存在，确认输入吗？"), true);
+  prompt.expectQuestion(QStringLiteral("商品名称已经存在，确认输入吗？"), false);
+  EXPECT_FALSE(addGoods(same, prompt));
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
+
+  // Text wider than its column is refused by name and leaves nothing behind.
+  same.name = QString(200, QChar(u'长'));
+  prompt.expectQuestion(QStringLiteral("商品条码已经存在，确认输入吗？"), true);
+  EXPECT_THROW(addGoods(same, prompt), DbError);
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
+}
+
+TEST_F(GoodsTest, EveryWordOfTheKeyMustMatchSomewhere) {
+  const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
+  GoodsDraft draft = frame(QStringLiteral("30000001"), frames.number);
+  draft.specification = QStringLiteral("54-16");
+  ASSERT_TRUE(addGoods(draft, prompt));
+  draft.number = QStringLiteral("30000002");
+  draft.name = QStringLiteral("板材架 9902");
+  draft.colour = QStringLiteral("玳瑁");
+  ASSERT_TRUE(addGoods(draft, prompt));
+
+  const auto found = [](const QString& key) { return selectGoods({.key = key}).rowCount(); };
+  EXPECT_EQ(found(QString()), 2);  // the balancing article is on no list
+  EXPECT_EQ(found(QStringLiteral("tj")), 1);  // mnemonic, case does not matter
+  EXPECT_EQ(found(QStringLiteral("54-16 玳瑁")), 1);
+  EXPECT_EQ(found(QStringLiteral("54-16 钛 玳瑁")), 0);
+  EXPECT_EQ(found(QStringLiteral("' or '1'='1")), 0);
+  EXPECT_EQ(found(QStringLiteral("%")), 0);  // a typed percent sign is text, no pattern
+  EXPECT_EQ(selectGoods({.classNumber = QStringLiteral("1000")}).rowCount(), 0);
+  EXPECT_EQ(selectGoods({.withDisabled = true}).rowCount(), 2);  // the balancing article has no class row
+}
+
+}  // namespace
+}  // namespace jxc

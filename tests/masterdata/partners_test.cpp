@@ -1,0 +1,131 @@
+// Customers and suppliers, warehouses, employees, units: saving, renaming into history, refusals.
+#include "masterdata/partners.h"
+
+#include "harness/account_set.h"
+#include "masterdata/employees.h"
+#include "masterdata/units.h"
+#include "masterdata/warehouses.h"
+
+#include <gtest/gtest.h>
+
+namespace jxc {
+namespace {
+
+class PartnersTest : public AccountSetTest {};
+
+TEST_F(PartnersTest, OpeningAmountIsALedgerLineAndGoesWithThePartner) {
+  fixClock("2026-03-05 10:00:00");
+  for (const PartnerSide* side : {&supplierSide, &customerSide}) {
+    PartnerDraft draft;
+    draft.name = QStringLiteral("华光眼镜");
+    draft.opening = 1200.5;
+    draft.isDefault = true;
+    const auto number = savePartner(*side, draft, prompt);
+    ASSERT_TRUE(number);
+    EXPECT_EQ(*number, QStringLiteral("100002"));
+
+    const QString type = QString::fromUtf8(side->type.data());
+    const RowSet line = openSelect("select * from jxc_ysyfk where k_type=? and k_ghskh=?", type, *number);
+    ASSERT_EQ(line.rowCount(), 1);
+    EXPECT_EQ(line[0].number("k_ljje"), 1200.5);
+    EXPECT_EQ(line[0].text("gl_djh"), QString::fromUtf8(side->openingPrefix.data()) + QStringLiteral("26030510001"));
+    EXPECT_EQ(openSelect(compose("select * from {} where {}<>0", {side->table, side->isDefault})).rowCount(), 1);
+
+    // The opening amount follows a correction while nothing else names the partner.
+    draft.id = lookupValue(compose("select id from {} where {}='100002'", {side->table, side->sn})).toLongLong();
+    draft.opening = 900;
+    ASSERT_TRUE(savePartner(*side, draft, prompt));
+    EXPECT_EQ(lookupValue("select k_yfje from jxc_ysyfk where k_type=? and k_ghskh=?", type, *number), QStringLiteral("900"));
+
+    prompt.expectQuestion(QStringLiteral("您确定要删除当前%1吗！").arg(QString::fromUtf16(side->noun)), true);
+    EXPECT_TRUE(deletePartner(*side, draft.id, prompt));
+    EXPECT_EQ(openSelect("select id from jxc_ysyfk").rowCount(), 0);
+    EXPECT_EQ(openSelect("select id from jxc_ysyfk_dj").rowCount(), 0);
+  }
+}
+
+TEST_F(PartnersTest, UsedAndBuiltInPartnersStay) {
+  prompt.expectNotice(QStringLiteral("该供货商为系统内置供货商，不能删除！"));
+  EXPECT_FALSE(deletePartner(supplierSide, 1, prompt));
+
+  PartnerDraft draft;
+  draft.name = QStringLiteral("普通供货商");
+  prompt.expectQuestion(QStringLiteral("供货商已经存在，确认可以重复吗？"), true);
+  const auto number = savePartner(supplierSide, draft, prompt);
+  ASSERT_TRUE(number);
+  insertRow("jxc_jhd", {{"j_sn", "CJ26030510001"}, {"ghs_sn", *number}, {"j_status", 0}});
+  prompt.expectNotice(QStringLiteral("该供货商已发生过业务，不能删除！"));
+  EXPECT_FALSE(deletePartner(supplierSide, lookupValue("select max(id) from jxc_ghsxx").toLongLong(), prompt));
+}
+
+TEST_F(PartnersTest, RenamesFollowIntoTheLedgers) {
+  insertRow("jxc_goodslist", {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
+  insertRow("jxc_xjyh", {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
+
+  PartnerDraft supplier = readPartner(supplierSide, 1);
+  supplier.name = QStringLiteral("散货供货商");
+  ASSERT_TRUE(savePartner(supplierSide, supplier, prompt));
+  WarehouseDraft warehouse = readWarehouse(1);
+  warehouse.name = QStringLiteral("一号库");
+  ASSERT_TRUE(saveWarehouse(warehouse, prompt));
+  EmployeeDraft employee = readEmployee(1);
+  employee.name = QStringLiteral("店长");
+  ASSERT_TRUE(saveEmployee(employee, prompt));
+
+  for (const char* table : {"jxc_goodslist", "jxc_xjyh"}) {
+    const RowSet rows = openSelect(compose("select ghs_name,ck_name,u_name from {}", {table}));
+    EXPECT_EQ(rows[0].text("ghs_name"), QStringLiteral("散货供货商"));
+    EXPECT_EQ(rows[0].text("ck_name"), QStringLiteral("一号库"));
+    EXPECT_EQ(rows[0].text("u_name"), QStringLiteral("店长"));
+  }
+  EXPECT_EQ(lookupValue("select kh_uname from jxc_khxx where kh_sn='100001'"), QStringLiteral("店长,"));
+}
+
+TEST_F(PartnersTest, NewWarehouseStandsInThisMonthsFiguresAndNeedsAnOperator) {
+  fixClock("2026-03-05 10:00:00");
+  WarehouseDraft draft;
+  draft.name = QStringLiteral("二号库");
+  prompt.expectNotice(QStringLiteral("必须选择操作员！"));
+  EXPECT_FALSE(saveWarehouse(draft, prompt));
+  draft.operatorKeys = {QStringLiteral("100001")};
+  draft.operatorNames = {QStringLiteral("admin")};
+  draft.isDefault = true;
+  const auto number = saveWarehouse(draft, prompt);
+  ASSERT_EQ(number, QStringLiteral("100002"));
+  EXPECT_EQ(lookupValue("select ck_asn from jxc_ckxx where ck_sn='100002'"), QStringLiteral("100001,"));
+  EXPECT_EQ(lookupValue("select count(*) from jxc_kcjs where js_rq='2026-03' and ck_sn='100002'"), QStringLiteral("1"));
+  EXPECT_EQ(lookupValue("select ck_default from jxc_ckxx where ck_sn='100001'"), QStringLiteral("0"));
+
+  insertRow("jxc_goodslist", {{"ck_sn", "100002"}, {"gl_flag", "qc"}});
+  prompt.expectNotice(QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"));
+  EXPECT_FALSE(deleteWarehouse(2, prompt));
+}
+
+TEST_F(PartnersTest, EmployeeAtTheTillNeedsACommissionSomewhere) {
+  EmployeeDraft draft;
+  draft.name = QStringLiteral("王验光");
+  draft.optometrist = true;
+  prompt.expectNotice(QStringLiteral("选择POS销售属性时必须在商品管理设置提成！"));
+  EXPECT_FALSE(saveEmployee(draft, prompt));
+  execSql("update jxc_goods set g_ygtc=5");
+  ASSERT_TRUE(saveEmployee(draft, prompt));
+  prompt.expectNotice(QStringLiteral("员工姓名不能重复！"));
+  EXPECT_FALSE(saveEmployee(draft, prompt));
+
+  insertRow("jxc_yyfy", {{"u_sn", "100002"}});
+  prompt.expectNotice(QStringLiteral("该员工已发生过业务，不能删除！"));
+  EXPECT_FALSE(deleteEmployee(2, prompt));
+}
+
+TEST_F(PartnersTest, UnitsAreNotDoubledAndGoodsKeepTheirWord) {
+  prompt.expectNotice(QStringLiteral("单位名称已经存在，请重新输入！"));
+  EXPECT_FALSE(addUnit(QStringLiteral("付"), prompt));
+  EXPECT_EQ(addUnit(QStringLiteral("盒"), prompt), QStringLiteral("100004"));
+  execSql("update jxc_goods set dw_name='盒'");
+  prompt.expectQuestion(QStringLiteral("您确定要删除该单位信息吗！"), true);
+  EXPECT_TRUE(deleteUnit(3, prompt));
+  EXPECT_EQ(lookupValue("select top 1 dw_name from jxc_goods"), QStringLiteral("盒"));
+}
+
+}  // namespace
+}  // namespace jxc
