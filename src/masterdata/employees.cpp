@@ -9,7 +9,9 @@
 namespace jxc {
 namespace employees_detail {
 
-QString usedRefusal() { return QStringLiteral("该员工已发生过业务，不能删除！"); }
+QString usedRefusal() {
+  return QStringLiteral("该员工已发生过业务，不能删除！");
+}
 
 bool hasDoneBusiness(const QString& number, const QString& name) {
   struct Trace {
@@ -34,7 +36,8 @@ void renameInHistory(const QString& before, const QString& now) {
       "update jxc_posxsd set pos_ygs=? where pos_ygs=?",  "update jxc_posxsd set pos_jgy=? where pos_jgy=?",
       "update jxc_posxsd set pos_xsy=? where pos_xsy=?",  "update jxc_zcmx set u_name=? where u_name=?",
   };
-  for (const char* sql : copies) execSql(sql, now, before);
+  for (const char* sql : copies)
+    execSql(sql, now, before);
 
   // Customers hold their bound employees as "name,name,": replace whole entries only.
   const QString entry = before + QLatin1Char(',');
@@ -153,8 +156,12 @@ bool deleteEmployee(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-void toggleEmployeeDisabled(std::int64_t id) { execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id); }
+void toggleEmployeeDisabled(std::int64_t id) {
+  execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id);
+}
 
-RowSet selectEmployees() { return openSelect("select * from jxc_user order by id"); }
+RowSet selectEmployees() {
+  return openSelect("select * from jxc_user order by id");
+}
 
 }  // namespace jxc

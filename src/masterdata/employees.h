@@ -5,6 +5,7 @@
 #include "core/statements.h"
 
 #include <QString>
+
 #include <cstdint>
 #include <optional>
 
@@ -13,10 +14,10 @@ namespace jxc {
 struct EmployeeDraft {
   std::int64_t id = 0;  // 0 for a new one
   QString name, duty, phone, address, note;
-  double commission = 0;          // percent: 5 means 5 %
-  int commissionOn = 0;           // 0 by sales, 1 by profit
-  double commissionFromProfit = 0;  // yuan of profit a piece above which commission starts
-  bool buys = true, sells = true, stocks = true;           // in which documents the person may be chosen
+  double commission = 0;                                         // percent: 5 means 5 %
+  int commissionOn = 0;                                          // 0 by sales, 1 by profit
+  double commissionFromProfit = 0;                               // yuan of profit a piece above which commission starts
+  bool buys = true, sells = true, stocks = true;                 // in which documents the person may be chosen
   bool optometrist = false, workshop = false, posSales = false;  // roles at the till
   bool disabled = false;
   QString warehouseKey = QStringLiteral("-1"), warehouseName = QStringLiteral("所有仓库");

@@ -5,6 +5,8 @@
 #include "core/statements.h"
 
 #include <QString>
+
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -32,8 +34,8 @@ QString nextGoodsSn(std::int64_t classIdentity);
 /// The number proposed after a class was picked; empty when numbers are typed by hand (`cs_spbh` off).
 QString proposedGoodsSn(const QString& classNumber);
 
-/// Saves a new article, with its opening stock and ledger row where there is one. Refusals and questions in the order of
-/// the form. Returns the goods number, or nothing.
+/// Saves a new article, with its opening stock and ledger row where there is one. Refusals and questions in the order
+/// of the form. Returns the goods number, or nothing.
 std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 
 struct GoodsFilter {

@@ -19,14 +19,18 @@ GoodsClass fromRow(const Row& row) {
           .identity = row.integer("gc_cid")};
 }
 
-QString plusOne(const QString& digits) { return QString::number(digits.toLongLong() + 1); }
+QString plusOne(const QString& digits) {
+  return QString::number(digits.toLongLong() + 1);
+}
 
 std::int64_t nextKey() {
   const auto key = static_cast<std::int64_t>(lookupNumber("select max(gc_key) from jxc_goodsclass")) + 1;
   return key > 10 && key % 10 == 0 ? key + 1 : key;
 }
 
-QString cleanName(const QString& typed) { return sanitizeKeyword(typed.trimmed()); }
+QString cleanName(const QString& typed) {
+  return sanitizeKeyword(typed.trimmed());
+}
 
 bool nameIsMissing(const QString& name, Prompt& prompt) {
   if (!name.isEmpty()) return false;
@@ -41,10 +45,12 @@ bool hasGoods(const QString& number) {
 }  // namespace goods_classes_detail
 
 std::vector<GoodsClass> goodsClasses(bool withLenses) {
-  const char* sql = withLenses ? "select * from jxc_goodsclass order by gc_key"
-                               : "select * from jxc_goodsclass where gc_sn is null or gc_sn not like '1000%' order by gc_key";
+  const char* sql = withLenses
+                        ? "select * from jxc_goodsclass order by gc_key"
+                        : "select * from jxc_goodsclass where gc_sn is null or gc_sn not like '1000%' order by gc_key";
   std::vector<GoodsClass> classes;
-  for (const Row row : openSelect(sql)) classes.push_back(goods_classes_detail::fromRow(row));
+  for (const Row row : openSelect(sql))
+    classes.push_back(goods_classes_detail::fromRow(row));
   return classes;
 }
 
@@ -56,8 +62,9 @@ QString nextClassSn(std::int64_t key) {
     return highest.isEmpty() ? QString::fromLatin1(goods_classes_detail::lensNumber) : plusOne(highest);
   }
   const QString parent = lookupValue("select gc_sn from jxc_goodsclass where gc_key=?", parentKey);
-  const QString highest = lookupValue("select max(gc_sn) as gcsn from jxc_goodsclass where gc_sn like ? and len(gc_sn)=?",
-                                      parent + QLatin1Char('%'), static_cast<int>(parent.size()) + 3);
+  const QString highest =
+      lookupValue("select max(gc_sn) as gcsn from jxc_goodsclass where gc_sn like ? and len(gc_sn)=?",
+                  parent + QLatin1Char('%'), static_cast<int>(parent.size()) + 3);
   if (highest.isEmpty()) return parent + QStringLiteral("100");
   return highest.chopped(3) + plusOne(highest.right(3));
 }
@@ -74,11 +81,9 @@ std::optional<GoodsClass> addGoodsClass(std::int64_t parentKey, const QString& t
 
   Transaction transaction(accountDb());
   const std::int64_t key = nextKey();
-  const auto id = insertRow("jxc_goodsclass", {{"gc_name", name},
-                                               {"gc_jm", makeJm(name).left(32)},
-                                               {"gc_key", Value(static_cast<long long>(key))},
-                                               {"gc_pid", Value(static_cast<long long>(parentKey))},
-                                               {"gc_cid", Value(static_cast<long long>(key))}});
+  const auto id = insertRow(
+      "jxc_goodsclass",
+      {{"gc_name", name}, {"gc_jm", makeJm(name).left(32)}, {"gc_key", key}, {"gc_pid", parentKey}, {"gc_cid", key}});
   updateRow("jxc_goodsclass", id, {{"gc_sn", nextClassSn(key)}});
   transaction.commit();
   return fromRow(openSelect("select * from jxc_goodsclass where id=?", id).front());

@@ -5,6 +5,7 @@
 #include "core/statements.h"
 
 #include <QString>
+
 #include <cstdint>
 #include <optional>
 

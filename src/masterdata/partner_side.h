@@ -7,17 +7,17 @@ namespace jxc {
 
 /// Names and words of one side. A customer owes us, we owe a supplier; beyond that the two live the same life.
 struct PartnerSide {
-  std::string_view type;            // k_type of the partner ledger: "kh", "ghs"
-  std::string_view table;           // master table
+  std::string_view type;   // k_type of the partner ledger: "kh", "ghs"
+  std::string_view table;  // master table
   std::string_view sn, name, jm, contact, phone, address, note, balance, isDefault, uses, forbidden;  // its columns
-  std::string_view kind;            // level or type by name: kt_name, gt_name
-  std::string_view kindKey;         // its number where there is one (kt_sn), else empty: supplier types are names only
+  std::string_view kind;     // level or type by name: kt_name, gt_name
+  std::string_view kindKey;  // its number where there is one (kt_sn), else empty: supplier types are names only
   std::string_view employeeNames, employeeKeys;  // bound employees; empty on the supplier side
-  std::string_view openingPrefix;   // document letters of the opening amount: YS, YF
-  std::string_view settlementLike;  // payment documents that go with a deleted partner: 'SK%', 'FK%'
-  const char16_t* noun;             // 客户, 供货商
-  const char16_t* openingWord;      // 期初应收款, 期初应付款
-  std::string_view usedQuery;       // a row means: has done business
+  std::string_view openingPrefix;                // document letters of the opening amount: YS, YF
+  std::string_view settlementLike;               // payment documents that go with a deleted partner: 'SK%', 'FK%'
+  const char16_t* noun;                          // 客户, 供货商
+  const char16_t* openingWord;                   // 期初应收款, 期初应付款
+  std::string_view usedQuery;                    // a row means: has done business
 };
 
 extern const PartnerSide customerSide;

@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/defaults.h"
+#include "core/fillers.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/session.h"
@@ -64,9 +65,13 @@ namespace partners_detail {
 /// The built-in partner of each side: the one for passing trade.
 constexpr auto builtInNumber = "100001";
 
-QString words(const char16_t* text) { return QString::fromUtf16(text); }
+QString words(const char16_t* text) {
+  return QString::fromUtf16(text);
+}
 
-QString typeText(const PartnerSide& side) { return QString::fromUtf8(side.type.data(), qsizetype(side.type.size())); }
+QString typeText(const PartnerSide& side) {
+  return QString::fromUtf8(side.type.data(), qsizetype(side.type.size()));
+}
 
 bool hasDoneBusiness(const PartnerSide& side, const QString& number) {
   const bool twice = side.usedQuery.find("union") != std::string_view::npos;
@@ -82,7 +87,7 @@ void writeOpening(const PartnerSide& side, const QString& number, double amount)
   execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
   if (amount == 0) return;
 
-  const QString document = nextDocNoOn("jxc_ysyfk", "gl_djh", side.openingPrefix, today);
+  const QString document = nextDocNoOn("jxc_ysyfk", "gl_djh", QString::fromLatin1(side.openingPrefix.data()), today);
   insertRow("jxc_ysyfk_dj", {{"gl_djh", document},
                              {"k_ghskh", number},
                              {"a_name", session().a_name},
@@ -117,15 +122,16 @@ QString saveNew(const PartnerSide& side, const PartnerDraft& draft, const QStrin
                                          {side.balance, draft.opening},
                                          {side.uses, 0},
                                          {side.forbidden, 0}});
-  updateRow(side.table, id, {{side.contact, sanitizeKeyword(draft.contact)},
-                             {side.phone, sanitizeKeyword(draft.phone)},
-                             {side.address, sanitizeKeyword(draft.address)},
-                             {side.note, sanitizeKeyword(draft.note)},
-                             {side.kind, draft.kindName},
-                             {side.isDefault, draft.isDefault},
-                             {"ck_sn", draft.warehouseKey},
-                             {"ck_name", draft.warehouseName},
-                             {"z_name", sanitizeKeyword(draft.zone)}});
+  updateRow(side.table, id,
+            {{side.contact, sanitizeKeyword(draft.contact)},
+             {side.phone, sanitizeKeyword(draft.phone)},
+             {side.address, sanitizeKeyword(draft.address)},
+             {side.note, sanitizeKeyword(draft.note)},
+             {side.kind, draft.kindName},
+             {side.isDefault, draft.isDefault},
+             {"ck_sn", draft.warehouseKey},
+             {"ck_name", draft.warehouseName},
+             {"z_name", sanitizeKeyword(draft.zone)}});
   if (draft.opening != 0) writeOpening(side, number, draft.opening);
   return number;
 }
@@ -143,17 +149,18 @@ void saveChanged(const PartnerSide& side, const PartnerDraft& draft, const QStri
     writeOpening(side, number, draft.opening);
     updateRow(side.table, draft.id, {{side.balance, draft.opening}});
   }
-  updateRow(side.table, draft.id, {{side.name, name},
-                                   {side.jm, makeJm(name)},
-                                   {side.contact, sanitizeKeyword(draft.contact)},
-                                   {side.phone, sanitizeKeyword(draft.phone)},
-                                   {side.address, sanitizeKeyword(draft.address)},
-                                   {side.note, sanitizeKeyword(draft.note)},
-                                   {side.kind, draft.kindName},
-                                   {side.isDefault, draft.isDefault},
-                                   {"ck_sn", draft.warehouseKey},
-                                   {"ck_name", draft.warehouseName},
-                                   {"z_name", sanitizeKeyword(draft.zone)}});
+  updateRow(side.table, draft.id,
+            {{side.name, name},
+             {side.jm, makeJm(name)},
+             {side.contact, sanitizeKeyword(draft.contact)},
+             {side.phone, sanitizeKeyword(draft.phone)},
+             {side.address, sanitizeKeyword(draft.address)},
+             {side.note, sanitizeKeyword(draft.note)},
+             {side.kind, draft.kindName},
+             {side.isDefault, draft.isDefault},
+             {"ck_sn", draft.warehouseKey},
+             {"ck_name", draft.warehouseName},
+             {"z_name", sanitizeKeyword(draft.zone)}});
   if (before.name != name) renameInHistory(number, before.name, name);
 }
 
@@ -162,8 +169,7 @@ void saveCustomerExtras(const PartnerSide& side, const PartnerDraft& draft, cons
     execSql(compose("update {} set {}=? where {}=?", {side.table, side.kindKey, side.sn}), draft.kindKey, number);
   }
   if (!side.employeeKeys.empty()) {
-    execSql(compose("update {} set {}=?,{}=? where {}=?",
-                    {side.table, side.employeeNames, side.employeeKeys, side.sn}),
+    execSql(compose("update {} set {}=?,{}=? where {}=?", {side.table, side.employeeNames, side.employeeKeys, side.sn}),
             draft.employeeNames, draft.employeeKeys, number);
   }
 }
@@ -213,9 +219,10 @@ std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& 
     prompt.notice(words(side.noun) + QStringLiteral("名称必须填写！"));
     return {};
   }
-  const bool taken = !lookupValue(compose("select top 1 {} from {} where {}=? and id<>?", {side.name, side.table, side.name}),
-                                  name, draft.id)
-                          .isEmpty();
+  const bool taken =
+      !lookupValue(compose("select top 1 {} from {} where {}=? and id<>?", {side.name, side.table, side.name}), name,
+                   draft.id)
+           .isEmpty();
   if (taken && !prompt.ask(words(side.noun) + QStringLiteral("已经存在，确认可以重复吗？"))) return {};
 
   Transaction transaction(accountDb());
@@ -270,10 +277,7 @@ void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString&
 RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key) {
   Filter filter;
   if (!withForbidden) filter.add(compose("{}=0", {side.forbidden}));
-  if (strIsTrue(session().cs_shtc) && session().r_sn != QLatin1String("100001")) {
-    filter.add("(ck_sn='-1' or ck_sn in (select ck_sn from jxc_ckxx where ck_asn like ?))",
-               QStringLiteral("%") + session().a_sn + QStringLiteral("%"));
-  }
+  addListBinding(filter);
   if (!key.isEmpty()) {
     const QString like = QStringLiteral("%") + sanitizeKeyword(key) + QStringLiteral("%");
     filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ?)",

@@ -6,6 +6,7 @@
 #include "masterdata/partner_side.h"
 
 #include <QString>
+
 #include <cstdint>
 #include <optional>
 
@@ -15,13 +16,13 @@ namespace jxc {
 struct PartnerDraft {
   std::int64_t id = 0;  // 0 for a new one
   QString name, contact, phone, address, note;
-  QString zone;                              // region by name, may be empty
-  QString kindName, kindKey;                 // level or type
+  QString zone;                                 // region by name, may be empty
+  QString kindName, kindKey;                    // level or type
   QString warehouseKey = QStringLiteral("-1");  // bound warehouse, "-1" for all
   QString warehouseName = QStringLiteral("所有仓库");
-  QString employeeNames, employeeKeys;       // customers only: joined and ended with ","
-  double opening = 0;                        // what was owed when the books began
-  bool isDefault = false;                    // at most one a side
+  QString employeeNames, employeeKeys;  // customers only: joined and ended with ","
+  double opening = 0;                   // what was owed when the books began
+  bool isDefault = false;               // at most one a side
 };
 
 /// Reads the row with this id into a draft; throws DbError when it is gone.
@@ -43,8 +44,8 @@ void togglePartnerForbidden(const PartnerSide& side, std::int64_t id);
 /// Sets the search letters, at most 128 characters.
 void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString& mnemonic);
 
-/// Statement of the list: all rows, or only those in use; limited to the operator's warehouses where operators are bound
-/// to them (`cs_shtc`). Values are bound: use with `selectPartners`. Ordered by id.
+/// Statement of the list: all rows, or only those in use; limited to the operator's warehouses where operators are
+/// bound to them (`cs_shtc`). Values are bound: use with `selectPartners`. Ordered by id.
 RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key = {});
 
 }  // namespace jxc

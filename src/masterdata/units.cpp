@@ -44,6 +44,8 @@ bool deleteUnit(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-RowSet selectUnits() { return openSelect("select * from jxc_dw order by id"); }
+RowSet selectUnits() {
+  return openSelect("select * from jxc_dw order by id");
+}
 
 }  // namespace jxc

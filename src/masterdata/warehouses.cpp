@@ -1,9 +1,9 @@
 #include "masterdata/warehouses.h"
 
 #include "core/clock.h"
+#include "core/fillers.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
-#include "core/session.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -12,13 +12,18 @@ namespace warehouses_detail {
 /// "100001,100002,": every entry ends with its comma, so that a name can be found and replaced as "name,".
 QString joined(const QStringList& parts) {
   QString text;
-  for (const QString& part : parts) text += part + QLatin1Char(',');
+  for (const QString& part : parts)
+    text += part + QLatin1Char(',');
   return text;
 }
 
-QStringList split(const QString& joinedText) { return joinedText.split(QLatin1Char(','), Qt::SkipEmptyParts); }
+QStringList split(const QString& joinedText) {
+  return joinedText.split(QLatin1Char(','), Qt::SkipEmptyParts);
+}
 
-const QString usedRefusal() { return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"); }
+QString usedRefusal() {
+  return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
+}
 
 bool hasLedgerRow(const QString& number) {
   return !lookupValue("select top 1 ck_sn from jxc_goodslist where ck_sn=?", number).isEmpty();
@@ -76,16 +81,17 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
       execSql("update jxc_xjyh set ck_name=? where ck_name=?", name, before);
     }
   }
-  updateRow("jxc_ckxx", id, {{"ck_name", name},
-                             {"ck_jm", makeJm(name)},
-                             {"ck_fzr", sanitizeKeyword(draft.inCharge)},
-                             {"ck_aname", warehouses_detail::joined(draft.operatorNames)},
-                             {"ck_asn", warehouses_detail::joined(draft.operatorKeys)},
-                             {"ck_tele", sanitizeKeyword(draft.phone)},
-                             {"ck_address", sanitizeKeyword(draft.address)},
-                             {"ck_note", sanitizeKeyword(draft.note)},
-                             {"ck_default", draft.isDefault},
-                             {"ck_pos", draft.isPos}});
+  updateRow("jxc_ckxx", id,
+            {{"ck_name", name},
+             {"ck_jm", makeJm(name)},
+             {"ck_fzr", sanitizeKeyword(draft.inCharge)},
+             {"ck_aname", warehouses_detail::joined(draft.operatorNames)},
+             {"ck_asn", warehouses_detail::joined(draft.operatorKeys)},
+             {"ck_tele", sanitizeKeyword(draft.phone)},
+             {"ck_address", sanitizeKeyword(draft.address)},
+             {"ck_note", sanitizeKeyword(draft.note)},
+             {"ck_default", draft.isDefault},
+             {"ck_pos", draft.isPos}});
   transaction.commit();
   return number;
 }
@@ -114,12 +120,12 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
 
 RowSet selectWarehouses() {
   Filter filter;
-  if (strIsTrue(session().cs_cgyh) && session().r_sn != QLatin1String("100001")) {
-    filter.add("ck_asn like ?", QStringLiteral("%") + session().a_sn + QStringLiteral("%"));
-  }
+  addWarehouseBinding(filter);
   return openSelectWith("select * from jxc_ckxx" + filter.where() + " order by id", filter.values());
 }
 
-RowSet selectBindableOperators() { return openSelect("select a_sn,a_name from jxc_admin where a_jyt=0 order by id"); }
+RowSet selectBindableOperators() {
+  return openSelect("select a_sn,a_name from jxc_admin where a_jyt=0 order by id");
+}
 
 }  // namespace jxc

@@ -1,15 +1,15 @@
 // Catalogue: class numbers, goods numbers, adding an article with opening stock, search.
 #include "masterdata/goods.h"
 
-#include "harness/account_set.h"
+#include "harness/account_set_fixture.h"
 #include "masterdata/goods_classes.h"
 
 #include <gtest/gtest.h>
 
 namespace jxc {
-namespace {
+namespace goods_test {
 
-class GoodsTest : public AccountSetTest {
+class GoodsTest : public test::AccountSetFixture {
  protected:
   GoodsClass addClass(std::int64_t parent, const QString& name) {
     const auto added = addGoodsClass(parent, name, prompt);
@@ -40,13 +40,15 @@ TEST_F(GoodsTest, ClassTreeGrowsByFourThenThreeDigitsAndStopsAtFiveLevels) {
   EXPECT_EQ(second.number, QStringLiteral("1001101"));
 
   GoodsClass deepest = first;
-  for (int level = 3; level <= 5; ++level) deepest = addClass(deepest.key, QStringLiteral("下级"));
+  for (int level = 3; level <= 5; ++level)
+    deepest = addClass(deepest.key, QStringLiteral("下级"));
   EXPECT_EQ(deepest.number.size(), 16);
-  prompt.expectNotice(QStringLiteral("该类别层数已到底层，不能添加下级类别！"));
   EXPECT_FALSE(addGoodsClass(deepest.key, QStringLiteral("再下级"), prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该类别层数已到底层，不能添加下级类别！"));
 
   // Keys lead goods numbers: 20 would lead the same numbers as 2, so it is left out.
-  for (int i = 0; i < 14; ++i) addClass(1, QStringLiteral("类%1").arg(i));
+  for (int i = 0; i < 14; ++i)
+    addClass(1, QStringLiteral("类%1").arg(i));
   EXPECT_TRUE(lookupValue("select gc_key from jxc_goodsclass where gc_key=20").isEmpty());
   EXPECT_EQ(lookupValue("select gc_key from jxc_goodsclass where gc_key=21"), QStringLiteral("21"));
 }
@@ -56,14 +58,15 @@ TEST_F(GoodsTest, ClassWithGoodsAnywhereBelowStays) {
   const GoodsClass plates = addClass(frames.key, QStringLiteral("板材"));
   ASSERT_TRUE(addGoods(frame(QStringLiteral("A1"), plates.number), prompt));
 
-  prompt.expectNotice(QStringLiteral("该类别下有商品信息，不能删除！"));
   EXPECT_FALSE(deleteGoodsClass(frames.id, prompt));
-  prompt.expectNotice(QStringLiteral("该类别是系统内置类别，不能删除！"));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该类别下有商品信息，不能删除！"));
   EXPECT_FALSE(deleteGoodsClass(goodsClasses()[1].id, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该类别是系统内置类别，不能删除！"));
 
   const GoodsClass empty = addClass(1, QStringLiteral("空类"));
-  prompt.expectQuestion(QStringLiteral("您确定要删除当前类别吗?"), true);
+  prompt.willSayYes();
   EXPECT_TRUE(deleteGoodsClass(empty.id, prompt));
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("您确定要删除当前类别吗?")));
 }
 
 TEST_F(GoodsTest, NumbersOfAClassBeginWithItsIdentity) {
@@ -72,16 +75,18 @@ TEST_F(GoodsTest, NumbersOfAClassBeginWithItsIdentity) {
   ASSERT_TRUE(addGoods(frame(QStringLiteral("30000001"), frames.number), prompt));
   EXPECT_EQ(proposedGoodsSn(frames.number), QStringLiteral("30000002"));
   // A number typed by hand that is no number or of another length does not disturb the series.
-  ASSERT_TRUE(addGoods([&] {
-    auto draft = frame(QStringLiteral("3ABCDEFG"), frames.number);
-    draft.warnSameName = false;
-    return draft;
-  }(), prompt));
+  ASSERT_TRUE(addGoods(
+      [&] {
+        auto draft = frame(QStringLiteral("3ABCDEFG"), frames.number);
+        draft.warnSameName = false;
+        return draft;
+      }(),
+      prompt));
   EXPECT_EQ(nextGoodsSn(frames.identity), QStringLiteral("30000002"));
 }
 
 TEST_F(GoodsTest, OpeningStockStandsBeforeAllDocuments) {
-  fixClock("2026-03-05 10:00:00");
+  setClock(QStringLiteral("2026-03-05 10:00:00"));
   const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
   GoodsDraft draft = frame(QStringLiteral("30000001"), frames.number);
   draft.openingStock = 4;
@@ -104,29 +109,43 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
   const auto refused = [&](auto spoil, const QString& text) {
     GoodsDraft draft = good;
     spoil(draft);
-    prompt.expectNotice(text);
     EXPECT_FALSE(addGoods(draft, prompt)) << text.toStdString();
+    EXPECT_EQ(prompt.lastNotice(), text);
   };
-  refused([](GoodsDraft& d) { d.classNumber.clear(); d.number.clear(); }, QStringLiteral("类别名称必须填写！"));
-  refused([](GoodsDraft& d) { d.number = QStringLiteral("  "); d.name.clear(); }, QStringLiteral("商品编号必须填写！"));
+  refused(
+      [](GoodsDraft& d) {
+        d.classNumber.clear();
+        d.number.clear();
+      },
+      QStringLiteral("类别名称必须填写！"));
+  refused(
+      [](GoodsDraft& d) {
+        d.number = QStringLiteral("  ");
+        d.name.clear();
+      },
+      QStringLiteral("商品编号必须填写！"));
   refused([](GoodsDraft& d) { d.name.clear(); }, QStringLiteral("商品名称必须填写！"));
   refused([](GoodsDraft& d) { d.unit = QStringLiteral("增加新单位..."); }, QStringLiteral("商品单位必须填写！"));
-  refused([](GoodsDraft& d) { d.number = QStringLiteral("00000000"); }, QStringLiteral("商品编号已经存在，请重新输入！"));
+  refused([](GoodsDraft& d) { d.number = QStringLiteral("00000000"); },
+          QStringLiteral("商品编号已经存在，请重新输入！"));
 
   GoodsDraft withBarcode = good;
   withBarcode.barcode = QStringLiteral("6901");
   ASSERT_TRUE(addGoods(withBarcode, prompt));
   GoodsDraft same = withBarcode;
   same.number = QStringLiteral("30000002");
-  prompt.expectQuestion(QStringLiteral("商品条码已经存在，确认输入吗？"), true);
-  prompt.expectQuestion(QStringLiteral("商品名称已经存在，确认输入吗？"), false);
+  prompt.willSayYes();
+  prompt.willSayNo();
   EXPECT_FALSE(addGoods(same, prompt));
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("商品条码已经存在，确认输入吗？")));
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("商品名称已经存在，确认输入吗？")));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
 
   // Text wider than its column is refused by name and leaves nothing behind.
   same.name = QString(200, QChar(u'长'));
-  prompt.expectQuestion(QStringLiteral("商品条码已经存在，确认输入吗？"), true);
+  prompt.willSayYes();
   EXPECT_THROW(addGoods(same, prompt), DbError);
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("商品条码已经存在，确认输入吗？")));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
 }
 
@@ -141,7 +160,7 @@ TEST_F(GoodsTest, EveryWordOfTheKeyMustMatchSomewhere) {
   ASSERT_TRUE(addGoods(draft, prompt));
 
   const auto found = [](const QString& key) { return selectGoods({.key = key}).rowCount(); };
-  EXPECT_EQ(found(QString()), 2);  // the balancing article is on no list
+  EXPECT_EQ(found(QString()), 2);             // the balancing article is on no list
   EXPECT_EQ(found(QStringLiteral("tj")), 1);  // mnemonic, case does not matter
   EXPECT_EQ(found(QStringLiteral("54-16 玳瑁")), 1);
   EXPECT_EQ(found(QStringLiteral("54-16 钛 玳瑁")), 0);
@@ -151,5 +170,5 @@ TEST_F(GoodsTest, EveryWordOfTheKeyMustMatchSomewhere) {
   EXPECT_EQ(selectGoods({.withDisabled = true}).rowCount(), 2);  // the balancing article has no class row
 }
 
-}  // namespace
+}  // namespace goods_test
 }  // namespace jxc

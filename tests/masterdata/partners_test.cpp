@@ -1,7 +1,7 @@
 // Customers and suppliers, warehouses, employees, units: saving, renaming into history, refusals.
 #include "masterdata/partners.h"
 
-#include "harness/account_set.h"
+#include "harness/account_set_fixture.h"
 #include "masterdata/employees.h"
 #include "masterdata/units.h"
 #include "masterdata/warehouses.h"
@@ -9,12 +9,12 @@
 #include <gtest/gtest.h>
 
 namespace jxc {
-namespace {
+namespace partners_test {
 
-class PartnersTest : public AccountSetTest {};
+class PartnersTest : public test::AccountSetFixture {};
 
 TEST_F(PartnersTest, OpeningAmountIsALedgerLineAndGoesWithThePartner) {
-  fixClock("2026-03-05 10:00:00");
+  setClock(QStringLiteral("2026-03-05 10:00:00"));
   for (const PartnerSide* side : {&supplierSide, &customerSide}) {
     PartnerDraft draft;
     draft.name = QStringLiteral("华光眼镜");
@@ -35,32 +35,38 @@ TEST_F(PartnersTest, OpeningAmountIsALedgerLineAndGoesWithThePartner) {
     draft.id = lookupValue(compose("select id from {} where {}='100002'", {side->table, side->sn})).toLongLong();
     draft.opening = 900;
     ASSERT_TRUE(savePartner(*side, draft, prompt));
-    EXPECT_EQ(lookupValue("select k_yfje from jxc_ysyfk where k_type=? and k_ghskh=?", type, *number), QStringLiteral("900"));
+    EXPECT_EQ(lookupValue("select k_yfje from jxc_ysyfk where k_type=? and k_ghskh=?", type, *number),
+              QStringLiteral("900"));
 
-    prompt.expectQuestion(QStringLiteral("您确定要删除当前%1吗！").arg(QString::fromUtf16(side->noun)), true);
+    prompt.willSayYes();
     EXPECT_TRUE(deletePartner(*side, draft.id, prompt));
+    EXPECT_TRUE(
+        prompt.questions.contains(QStringLiteral("您确定要删除当前%1吗！").arg(QString::fromUtf16(side->noun))));
     EXPECT_EQ(openSelect("select id from jxc_ysyfk").rowCount(), 0);
     EXPECT_EQ(openSelect("select id from jxc_ysyfk_dj").rowCount(), 0);
   }
 }
 
 TEST_F(PartnersTest, UsedAndBuiltInPartnersStay) {
-  prompt.expectNotice(QStringLiteral("该供货商为系统内置供货商，不能删除！"));
   EXPECT_FALSE(deletePartner(supplierSide, 1, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该供货商为系统内置供货商，不能删除！"));
 
   PartnerDraft draft;
   draft.name = QStringLiteral("普通供货商");
-  prompt.expectQuestion(QStringLiteral("供货商已经存在，确认可以重复吗？"), true);
+  prompt.willSayYes();
   const auto number = savePartner(supplierSide, draft, prompt);
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("供货商已经存在，确认可以重复吗？")));
   ASSERT_TRUE(number);
   insertRow("jxc_jhd", {{"j_sn", "CJ26030510001"}, {"ghs_sn", *number}, {"j_status", 0}});
-  prompt.expectNotice(QStringLiteral("该供货商已发生过业务，不能删除！"));
   EXPECT_FALSE(deletePartner(supplierSide, lookupValue("select max(id) from jxc_ghsxx").toLongLong(), prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该供货商已发生过业务，不能删除！"));
 }
 
 TEST_F(PartnersTest, RenamesFollowIntoTheLedgers) {
-  insertRow("jxc_goodslist", {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
-  insertRow("jxc_xjyh", {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
+  insertRow("jxc_goodslist",
+            {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
+  insertRow("jxc_xjyh",
+            {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
 
   PartnerDraft supplier = readPartner(supplierSide, 1);
   supplier.name = QStringLiteral("散货供货商");
@@ -82,11 +88,11 @@ TEST_F(PartnersTest, RenamesFollowIntoTheLedgers) {
 }
 
 TEST_F(PartnersTest, NewWarehouseStandsInThisMonthsFiguresAndNeedsAnOperator) {
-  fixClock("2026-03-05 10:00:00");
+  setClock(QStringLiteral("2026-03-05 10:00:00"));
   WarehouseDraft draft;
   draft.name = QStringLiteral("二号库");
-  prompt.expectNotice(QStringLiteral("必须选择操作员！"));
   EXPECT_FALSE(saveWarehouse(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("必须选择操作员！"));
   draft.operatorKeys = {QStringLiteral("100001")};
   draft.operatorNames = {QStringLiteral("admin")};
   draft.isDefault = true;
@@ -97,35 +103,36 @@ TEST_F(PartnersTest, NewWarehouseStandsInThisMonthsFiguresAndNeedsAnOperator) {
   EXPECT_EQ(lookupValue("select ck_default from jxc_ckxx where ck_sn='100001'"), QStringLiteral("0"));
 
   insertRow("jxc_goodslist", {{"ck_sn", "100002"}, {"gl_flag", "qc"}});
-  prompt.expectNotice(QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"));
   EXPECT_FALSE(deleteWarehouse(2, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"));
 }
 
 TEST_F(PartnersTest, EmployeeAtTheTillNeedsACommissionSomewhere) {
   EmployeeDraft draft;
   draft.name = QStringLiteral("王验光");
   draft.optometrist = true;
-  prompt.expectNotice(QStringLiteral("选择POS销售属性时必须在商品管理设置提成！"));
   EXPECT_FALSE(saveEmployee(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("选择POS销售属性时必须在商品管理设置提成！"));
   execSql("update jxc_goods set g_ygtc=5");
   ASSERT_TRUE(saveEmployee(draft, prompt));
-  prompt.expectNotice(QStringLiteral("员工姓名不能重复！"));
   EXPECT_FALSE(saveEmployee(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("员工姓名不能重复！"));
 
   insertRow("jxc_yyfy", {{"u_sn", "100002"}});
-  prompt.expectNotice(QStringLiteral("该员工已发生过业务，不能删除！"));
   EXPECT_FALSE(deleteEmployee(2, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该员工已发生过业务，不能删除！"));
 }
 
 TEST_F(PartnersTest, UnitsAreNotDoubledAndGoodsKeepTheirWord) {
-  prompt.expectNotice(QStringLiteral("单位名称已经存在，请重新输入！"));
   EXPECT_FALSE(addUnit(QStringLiteral("付"), prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("单位名称已经存在，请重新输入！"));
   EXPECT_EQ(addUnit(QStringLiteral("盒"), prompt), QStringLiteral("100004"));
   execSql("update jxc_goods set dw_name='盒'");
-  prompt.expectQuestion(QStringLiteral("您确定要删除该单位信息吗！"), true);
+  prompt.willSayYes();
   EXPECT_TRUE(deleteUnit(3, prompt));
+  EXPECT_TRUE(prompt.questions.contains(QStringLiteral("您确定要删除该单位信息吗！")));
   EXPECT_EQ(lookupValue("select top 1 dw_name from jxc_goods"), QStringLiteral("盒"));
 }
 
-}  // namespace
+}  // namespace partners_test
 }  // namespace jxc
