@@ -211,7 +211,7 @@ std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
 BoundStatement goodsListStatement(const GoodsFilter& wanted) {
   Filter filter = goods_detail::conditions(wanted);
   filter.add("a.gc_sn=b.gc_sn");
-  return {"select a.*,b.gc_name,round(g_kc/g_zhxs+0.000000001," + std::to_string(session().cbjsDigits) +
+  return {"select a.*,b.gc_name,round(g_kc/g_zhxs+0.000000001," + std::to_string(quantityDigits()) +
               ") as fzkc from jxc_goods a,jxc_goodsclass b" + filter.where() + " order by a.g_sn",
           {filter.values().begin(), filter.values().end()}};
 }
