@@ -136,18 +136,22 @@ constexpr IndexDefinition list[] = {
 
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
-  for (const char c : std::string(",").append(index.columns)) name += c == ',' ? '_' : c;
+  for (const char c : std::string(",").append(index.columns))
+    name += c == ',' ? '_' : c;
   return name;
 }
 
 void create(Database& database, const IndexDefinition& index, std::string_view suffix) {
   const std::string table = std::string(index.table).append(suffix);
-  database.execute("create index [" + indexName(index, suffix) + "] on [" + table + "] (" + std::string(index.columns) + ")");
+  database.execute("create index [" + indexName(index, suffix) + "] on [" + table + "] (" + std::string(index.columns) +
+                   ")");
 }
 
 }  // namespace indexes_detail
 
-std::span<const IndexDefinition> indexes() { return indexes_detail::list; }
+std::span<const IndexDefinition> indexes() {
+  return indexes_detail::list;
+}
 
 void createIndexes(Database& database, std::string_view table, std::string_view suffix) {
   for (const IndexDefinition& index : indexes_detail::list) {
@@ -156,15 +160,17 @@ void createIndexes(Database& database, std::string_view table, std::string_view 
 }
 
 void createMissingIndexes(Database& database) {
+  Transaction all(database);
   for (const IndexDefinition& index : indexes_detail::list) {
-    Transaction transaction(database);  // a savepoint: a failed statement leaves an outer transaction usable
+    Transaction one(database);  // a savepoint: a failed statement leaves the outer transaction usable
     try {
       indexes_detail::create(database, index, {});
-      transaction.commit();
+      one.commit();
     } catch (const DbError&) {
       // There already.
     }
   }
+  all.commit();
 }
 
 }  // namespace jxc::schema

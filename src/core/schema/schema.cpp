@@ -33,9 +33,9 @@ using Definitions = std::unordered_map<std::string_view, schema::TableDefinition
 Definitions collect() {
   using namespace schema;
   Definitions all;
-  for (const auto list : {coreTables(), stockTables(), masterdataTables(), purchasingTables(), salesTables(), posTables(),
-                          membersTables(), accountsTables(), statisticsTables(), outputTables(), messagingTables(),
-                          maintenanceTables()}) {
+  for (const auto list : {coreTables(), stockTables(), masterdataTables(), purchasingTables(), salesTables(),
+                          posTables(), membersTables(), accountsTables(), statisticsTables(), outputTables(),
+                          messagingTables(), maintenanceTables()}) {
     for (const TableDefinition& definition : list) {
       if (!all.emplace(definition.name, definition).second)
         throw std::logic_error("table defined twice: " + std::string(definition.name));
@@ -66,7 +66,9 @@ const TableDefinition* findDefinition(std::string_view name) {
   return found == all.end() ? nullptr : &found->second;
 }
 
-std::span<const std::string_view> companionTables() { return schema_detail::companionNames; }
+std::span<const std::string_view> companionTables() {
+  return schema_detail::companionNames;
+}
 
 std::vector<ColumnLine> columnsOf(const TableDefinition& definition) {
   std::vector<ColumnLine> columns;
@@ -108,8 +110,10 @@ void createTable(Database& database, std::string_view name, std::string_view suf
 
 void createAllTables(Database& database) {
   Transaction transaction(database);
-  for (const schema::TableEntry& entry : schema::tables()) createTable(database, entry.name);
-  for (const std::string_view name : schema::companionTables()) createTable(database, name);
+  for (const schema::TableEntry& entry : schema::tables())
+    createTable(database, entry.name);
+  for (const std::string_view name : schema::companionTables())
+    createTable(database, name);
   transaction.commit();
 }
 

@@ -39,8 +39,8 @@ std::vector<ColumnLine> columnsOf(const TableDefinition& definition);
 
 /// Drops a table; one that is not there is no failure.
 void dropTableIfExists(Database& database, std::string_view name);
-/// Makes the table anew, empty but for its seed rows, with its indexes: whatever it held is gone. `suffix` is put behind
-/// the name. Throws std::invalid_argument for a name that no definition has.
+/// Makes the table anew, empty but for its seed rows, with its indexes: whatever it held is gone. `suffix` is put
+/// behind the name. Throws std::invalid_argument for a name that no definition has.
 void createTable(Database& database, std::string_view name, std::string_view suffix = {});
 /// Makes every table of an account set, in one transaction.
 void createAllTables(Database& database);
@@ -53,11 +53,23 @@ void resetBusinessAndStock(Database& database);
 void upgradeSchema(Database& database);
 
 // The same on the account database in use.
-inline void dropTableIfExists(std::string_view name) { dropTableIfExists(accountDb(), name); }
-inline void createTable(std::string_view name, std::string_view suffix = {}) { createTable(accountDb(), name, suffix); }
-inline void createAllTables() { createAllTables(accountDb()); }
-inline void resetBusinessTables() { resetBusinessTables(accountDb()); }
-inline void resetBusinessAndStock() { resetBusinessAndStock(accountDb()); }
-inline void upgradeSchema() { upgradeSchema(accountDb()); }
+inline void dropTableIfExists(std::string_view name) {
+  dropTableIfExists(accountDb(), name);
+}
+inline void createTable(std::string_view name, std::string_view suffix = {}) {
+  createTable(accountDb(), name, suffix);
+}
+inline void createAllTables() {
+  createAllTables(accountDb());
+}
+inline void resetBusinessTables() {
+  resetBusinessTables(accountDb());
+}
+inline void resetBusinessAndStock() {
+  resetBusinessAndStock(accountDb());
+}
+inline void upgradeSchema() {
+  upgradeSchema(accountDb());
+}
 
 }  // namespace jxc

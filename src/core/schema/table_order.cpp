@@ -157,6 +157,8 @@ static_assert(std::size(entries) == 146);
 
 }  // namespace table_order_detail
 
-std::span<const TableEntry> tables() { return table_order_detail::entries; }
+std::span<const TableEntry> tables() {
+  return table_order_detail::entries;
+}
 
 }  // namespace jxc::schema

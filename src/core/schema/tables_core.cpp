@@ -35,11 +35,13 @@ constexpr std::string_view gnbSeeds[] = {
 constexpr std::string_view txdispSeeds[] = {"(t_mryt,t_sjtx) values ('1','0')"};
 
 constexpr std::string_view mrytSeeds[] = {
-    "(mr_ts,mr_state,mr_rq) values ('把某个常用的仓库、供货商、客户设置为默认的，可以提高工作效率。如：打开商品销售窗口，"
+    "(mr_ts,mr_state,mr_rq) values "
+    "('把某个常用的仓库、供货商、客户设置为默认的，可以提高工作效率。如：打开商品销售窗口，"
     "客户名称显示的将是默认客户，仓库显示的也将是默认仓库。','0','2011-1-1')",
     "(mr_ts,mr_state,mr_rq) values ('选择商品时可以只输入名称的拼音首字母，如输入“JP”就能找到“镜片”；"
     "商品编号、条码、规格和颜色也可以用来查找。','0','2011-1-1')",
-    "(mr_ts,mr_state,mr_rq) values ('常用快捷键：F2 添加或查询，F5 保存或确定，F9 增加新商品，Esc 退出，回车跳到下一项。"
+    "(mr_ts,mr_state,mr_rq) values ('常用快捷键：F2 添加或查询，F5 保存或确定，F9 增加新商品，Esc "
+    "退出，回车跳到下一项。"
     "熟悉之后开单可以不用鼠标。','0','2011-1-1')",
     "(mr_ts,mr_state,mr_rq) values ('同一个操作员不要同时在两台电脑上登录，否则两边正在录入的商品会混在一起。"
     "请给每个人设置自己的操作员。','0','2011-1-1')",
@@ -286,6 +288,8 @@ constexpr TableDefinition tables[] = {
 
 }  // namespace tables_core_detail
 
-std::span<const TableDefinition> coreTables() { return tables_core_detail::tables; }
+std::span<const TableDefinition> coreTables() {
+  return tables_core_detail::tables;
+}
 
 }  // namespace jxc::schema

@@ -33,22 +33,21 @@ constexpr std::string_view ckxxSeeds[] = {
     "(ck_sn,ck_name,ck_jm,ck_fzr,ck_aname,ck_asn,ck_default,ck_pos,ck_note) values "
     "('100001','主仓库','ZCK','小李','admin,','100001,',1,1,'各种商品')"};
 
-constexpr std::string_view zoneSeeds[] = {
-    "(z_sn,z_name,z_jm,z_default) values ('100001','省会地区','SHDQ',0)",
-    "(z_sn,z_name,z_jm,z_default) values ('100002','地市区域','DSQY',0)",
-    "(z_sn,z_name,z_jm,z_default) values ('100003','其他区域','QTQY',0)"};
+constexpr std::string_view zoneSeeds[] = {"(z_sn,z_name,z_jm,z_default) values ('100001','省会地区','SHDQ',0)",
+                                          "(z_sn,z_name,z_jm,z_default) values ('100002','地市区域','DSQY',0)",
+                                          "(z_sn,z_name,z_jm,z_default) values ('100003','其他区域','QTQY',0)"};
 
 constexpr std::string_view ghsxxSeeds[] = {
     "(ghs_sn,ghs_name,ghs_jm,ghs_note,ghs_lwje,ghs_default,ghs_pl,ghs_forbid,gt_name,z_name,ck_sn,ck_name) values "
     "('100001','普通供货商','PTGHS','普通供货商为一些零碎的,不固定的商品供货商',0,1,0,0,'','','-1','所有仓库')"};
 
-constexpr std::string_view ghstypeSeeds[] = {
-    "(gt_sn,gt_name,gt_default) values ('100001','A级供货商',0)",
-    "(gt_sn,gt_name,gt_default) values ('100002','B级供货商',0)",
-    "(gt_sn,gt_name,gt_default) values ('100003','C级供货商',0)"};
+constexpr std::string_view ghstypeSeeds[] = {"(gt_sn,gt_name,gt_default) values ('100001','A级供货商',0)",
+                                             "(gt_sn,gt_name,gt_default) values ('100002','B级供货商',0)",
+                                             "(gt_sn,gt_name,gt_default) values ('100003','C级供货商',0)"};
 
 constexpr std::string_view khxxSeeds[] = {
-    "(kh_sn,kh_name,kh_jm,kh_lwje,kh_default,kh_pl,kh_forbid,kt_name,kt_sn,z_name,kh_uname,kh_usn,ck_sn,ck_name) values "
+    "(kh_sn,kh_name,kh_jm,kh_lwje,kh_default,kh_pl,kh_forbid,kt_name,kt_sn,z_name,kh_uname,kh_usn,ck_sn,ck_name) "
+    "values "
     "('100001','普通客户','PTKH',0,1,0,0,'零售客户','1000','','默认员工,','100001,','-1','所有仓库')"};
 
 // The numbers choose the price column of a level: only the names may ever change.
@@ -58,7 +57,8 @@ constexpr std::string_view khtypeSeeds[] = {
     "(kt_sn,kt_name,kt_default) values ('1004','四级',0)",     "(kt_sn,kt_name,kt_default) values ('1005','五级',0)"};
 
 constexpr std::string_view userSeeds[] = {
-    "(u_sn,u_name,u_jm,u_tc,u_cgpl,u_xspl,u_cg,u_xs,u_kc,u_yg,u_jg,u_xsy,ck_sn,ck_name,u_jy,u_tcfs,u_zdlr,u_tctxt) values "
+    "(u_sn,u_name,u_jm,u_tc,u_cgpl,u_xspl,u_cg,u_xs,u_kc,u_yg,u_jg,u_xsy,ck_sn,ck_name,u_jy,u_tcfs,u_zdlr,u_tctxt) "
+    "values "
     "('100001','默认员工','MRYG',0,0,0,1,1,1,0,0,0,'-1','所有仓库',0,0,0,'按销售额提成')"};
 
 constexpr std::string_view fkfsSeeds[] = {"(fk_sn,fk_name) values ('100001','现金')",
@@ -495,6 +495,8 @@ constexpr TableDefinition tables[] = {
 
 }  // namespace tables_masterdata_detail
 
-std::span<const TableDefinition> masterdataTables() { return tables_masterdata_detail::tables; }
+std::span<const TableDefinition> masterdataTables() {
+  return tables_masterdata_detail::tables;
+}
 
 }  // namespace jxc::schema

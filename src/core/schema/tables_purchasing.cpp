@@ -130,6 +130,8 @@ constexpr TableDefinition tables[] = {
 
 }  // namespace tables_purchasing_detail
 
-std::span<const TableDefinition> purchasingTables() { return tables_purchasing_detail::tables; }
+std::span<const TableDefinition> purchasingTables() {
+  return tables_purchasing_detail::tables;
+}
 
 }  // namespace jxc::schema

@@ -326,6 +326,8 @@ constexpr TableDefinition tables[] = {
 
 }  // namespace tables_sales_detail
 
-std::span<const TableDefinition> salesTables() { return tables_sales_detail::tables; }
+std::span<const TableDefinition> salesTables() {
+  return tables_sales_detail::tables;
+}
 
 }  // namespace jxc::schema

@@ -322,6 +322,8 @@ constexpr TableDefinition tables[] = {
 
 }  // namespace tables_stock_detail
 
-std::span<const TableDefinition> stockTables() { return tables_stock_detail::tables; }
+std::span<const TableDefinition> stockTables() {
+  return tables_stock_detail::tables;
+}
 
 }  // namespace jxc::schema
