@@ -136,7 +136,8 @@ constexpr IndexDefinition list[] = {
 
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
-  for (const char c : std::string(",").append(index.columns))
+  name += '_';
+  for (const char c : index.columns)
     name += c == ',' ? '_' : c;
   return name;
 }
