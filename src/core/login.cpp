@@ -1,0 +1,99 @@
+#include "core/login.h"
+
+#include "core/log.h"
+#include "core/schema/schema.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "platform/machine.h"
+
+namespace jxc::login_detail {
+
+inline constexpr const char16_t* usualSkin = u"iMaginary";
+
+void fillOperator(const Row& row) {
+  Session& s = session();
+  s.localIp = localIpAddress();
+  s.a_name = row.text("a_name");
+  s.a_sn = row.text("a_sn");
+  s.r_sn = row.text("r_sn");
+  s.dbName = QStringLiteral("jxc.mdb");
+}
+
+void loadSessionIfPossible() {
+  try {
+    loadSession();
+  } catch (const std::exception&) {
+    // A database older than this build lacks columns until the upgrade has added them. The main window loads the
+    // session again on the upgraded database.
+  }
+}
+
+}  // namespace jxc::login_detail
+
+namespace jxc {
+
+std::vector<ListItem> loginOperators() {
+  std::vector<ListItem> items;
+  for (const Row row : openSelect("select * from jxc_admin where a_jyt=0 order by id")) {
+    items.push_back({row.text("a_name"), row.text("a_sn")});
+  }
+  return items;
+}
+
+QString initialPasswordHint(const QString& name) {
+  const QString password = lookupValue("select a_pwd from jxc_admin where a_name=?", name);
+  return password.isEmpty() ? QStringLiteral("初始密码为空") : QString();
+}
+
+bool login(const QString& name, const QString& password, Prompt& prompt) {
+  // Passwords are stored through sanitizeKeyword and compared through sanitizeText, which changes more characters: one
+  // with brackets, + - or / never matches. Registers in the shops behave the same, so it stays.
+  const RowSet rows = openSelect("select a_name,a_sn,r_sn from jxc_admin where a_name=? and a_pwd=?", name,
+                                 sanitizeText(password.trimmed()));
+  if (rows.isEmpty()) {
+    prompt.notice(QStringLiteral("用户密码不正确，请重新输入！"));
+    return false;
+  }
+  login_detail::fillOperator(rows.front());
+  if (!session().posLogin) {
+    writeLog(QStringLiteral("登录系统"));
+    login_detail::loadSessionIfPossible();
+    upgradeSchema();
+  }
+  for (const LoginHook& hook : loginHooks())
+    hook();
+  return true;
+}
+
+bool changeOperator(const QString& name, const QString& password, Prompt& prompt) {
+  session().editMode = QStringLiteral("hb");
+  if (!login(name, password, prompt)) return false;
+  loadSession();
+  return true;
+}
+
+bool unlock(const QString& password, Prompt& prompt) {
+  const RowSet rows =
+      openSelect("select a_name from jxc_admin where a_name=? and a_pwd=?", session().a_name, password.trimmed());
+  if (rows.isEmpty()) prompt.notice(QStringLiteral("用户密码错误，请重新输入！"));
+  return !rows.isEmpty();
+}
+
+std::vector<LoginHook>& loginHooks() {
+  static std::vector<LoginHook> hooks;
+  return hooks;
+}
+
+QString startupSkin() {
+  return lookupValue("select top 1 skin_name from jxc_skin order by id");
+}
+
+QString operatorSkin() {
+  const RowSet rows = openSelect("select skin_name from jxc_skin where a_name=?", session().a_name);
+  if (!rows.isEmpty()) return rows.text(0, 0);
+  const QString skin = QString::fromUtf16(login_detail::usualSkin);
+  insertRow("jxc_skin", {{"skin_name", skin}, {"a_name", session().a_name}});
+  return skin;
+}
+
+}  // namespace jxc

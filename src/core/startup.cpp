@@ -1,0 +1,91 @@
+#include "core/startup.h"
+
+#include "core/data_module.h"
+#include "core/schema/catalogue_file.h"
+#include "core/schema/schema.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+
+namespace jxc::startup_detail {
+
+inline constexpr const char* accountFile = "data/jxc.mdb";
+inline constexpr const char* catalogueFile = "data/codeinfo.dll";
+// A set in the making has its own name, so that a start that was cut off leaves nothing that looks like a database.
+inline constexpr const char* unfinishedSuffix = ".new";
+
+QStringList setFiles(const QString& pattern) {
+  return QDir(programPath(QStringLiteral("data"))).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+bool isDataFolderEmpty() {
+  const QDir folder(programPath(QStringLiteral("data")));
+  const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+  // The journals of an unfinished file stand beside it under its name.
+  return std::all_of(entries.begin(), entries.end(), [](const QString& name) {
+    return name.startsWith(QStringLiteral("jxc.mdb") + QLatin1String(unfinishedSuffix));
+  });
+}
+
+void makeAccountFile(const QString& file) {
+  const QString unfinished = file + QLatin1String(unfinishedSuffix);
+  for (const QString& left : setFiles(QFileInfo(unfinished).fileName() + u'*')) {
+    QFile::remove(programPath(QStringLiteral("data/") + left));
+  }
+  createAllTables(*openSqlite(unfinished, {.create = true}));
+  if (!QFile::rename(unfinished, file)) {
+    throw DbError(DbError::Kind::File, QStringLiteral("无法写入 %1").arg(QDir::toNativeSeparators(file)));
+  }
+}
+
+/// Sets whose files are there are listed again, so that the key of the next new set does not lead to one of them and
+/// overwrite it.
+void listExistingSets() {
+  for (const QString& file : setFiles(QStringLiteral("jxc_*.mdb"))) {
+    const QString key = file.mid(4, file.size() - 8);
+    bool isKey = false;
+    key.toInt(&isKey);
+    if (!isKey || key.size() != 6) continue;
+    const std::array<Value, 3> values{Value(key), Value(file), Value(file)};
+    catalogueDb().execute(
+        "insert into jxc_xtzt (zt_sn,zt_name,zt_default,zt_forbid,zt_note,zt_dbname,zt_dbpwd) values (?,?,0,0,'',?,'')",
+        values);
+  }
+}
+
+}  // namespace jxc::startup_detail
+
+namespace jxc {
+
+bool createFirstAccountSet() {
+  if (!startup_detail::isDataFolderEmpty()) return false;
+  startup_detail::makeAccountFile(programPath(QLatin1String(startup_detail::accountFile)));
+  ensureCatalogue();
+  return true;
+}
+
+void ensureCatalogue() {
+  const QString file = programPath(QLatin1String(startup_detail::catalogueFile));
+  const bool wasThere = QFileInfo::exists(file);
+  ensureCatalogueFile(file);
+  if (wasThere) return;
+  dataModule().openCatalogue();
+  startup_detail::listExistingSets();
+  dataModule().closeCatalogue();
+}
+
+FriendlyFailure friendlyFailure(const std::exception& failure) {
+  QString text = QString::fromUtf8(failure.what());
+  for (QChar& character : text) {
+    if (character >= u'A' && character <= u'Z') character = QChar(character.unicode() + (u'a' - u'A'));
+  }
+  // Whatever names the account file counts as its end, also what has nothing to do with its format.
+  if (text.contains(QStringLiteral("jxc.mdb")))
+    return {QStringLiteral("数据库格式不可识别！\r\n\r\n系统将退出！"), true};
+  return {text, false};
+}
+
+}  // namespace jxc

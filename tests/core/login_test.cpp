@@ -1,0 +1,91 @@
+#include "core/login.h"
+
+#include "core/log.h"
+#include "harness/account_set_fixture.h"
+
+namespace jxc::test {
+
+class LoginStory : public AccountSetFixture {
+ protected:
+  LoginStory() {
+    session() = Session{};
+    insertRow("jxc_admin", {{"a_sn", "100002"}, {"a_name", "小王"}, {"r_sn", "100001"}, {"a_pwd", "w1"}, {"a_jyt", 0}});
+    insertRow("jxc_admin",
+              {{"a_sn", "100003"}, {"a_name", "小赵"}, {"r_sn", "100001"}, {"a_pwd", "a-b"}, {"a_jyt", 1}});
+  }
+  ~LoginStory() override { loginHooks().clear(); }
+
+  double logins() const { return lookupNumber("select count(*) from jxc_log where log_note='登录系统'"); }
+};
+
+TEST_F(LoginStory, ABlankPasswordLogsInAndTheSessionIsFilled) {
+  EXPECT_EQ(loginOperators(), (std::vector<ListItem>{{"admin", "100001"}, {"小王", "100002"}}));
+  EXPECT_EQ(initialPasswordHint("admin"), QStringLiteral("初始密码为空"));
+  EXPECT_EQ(initialPasswordHint("小王"), QString());
+
+  QStringList order;
+  loginHooks().push_back([&] { order << session().a_name + session().c_jc; });
+  EXPECT_TRUE(login("admin", "  ", prompt));
+  EXPECT_EQ(order, QStringList("admin晴川公司")) << "hooks run on the loaded session";
+  EXPECT_EQ(session().a_sn, QStringLiteral("100001"));
+  EXPECT_EQ(session().dbName, QStringLiteral("jxc.mdb"));
+  EXPECT_FALSE(session().localIp.isEmpty());
+  EXPECT_EQ(lookupValue("select log_time+a_name from jxc_log"), QStringLiteral("2021-05-03 14:30:00admin"));
+}
+
+TEST_F(LoginStory, NoTypedTextLogsAnyoneIn) {
+  for (const char* typed : {"", "W", "w1w1", "' or '1'='1", "' or 1=1 --", "\" or \"\"=\"", "%", "*", "w_"}) {
+    EXPECT_FALSE(login("小王", QString::fromUtf8(typed), prompt)) << typed;
+    EXPECT_FALSE(login(QString::fromUtf8(typed), "w1", prompt)) << typed;
+  }
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户密码不正确，请重新输入！"));
+  EXPECT_EQ(session().a_name, QString());
+  EXPECT_EQ(logins(), 0);
+  EXPECT_TRUE(login("小王", " w1 ", prompt)) << "attempts are not limited";
+
+  EXPECT_FALSE(login("小赵", "a-b", prompt)) << "a minus is cleaned on the way in but not where passwords are set";
+  EXPECT_EQ(session().a_name, QStringLiteral("小王"));
+}
+
+TEST_F(LoginStory, AnOlderDatabaseLogsInAndIsBroughtUpToDate) {
+  execSql("alter table jxc_backup drop column back_days");
+  execSql("alter table jxc_xtcs drop column cs_cs013");
+  execSql("update jxc_xtcs set cs_employdate='2014-02-07'");
+  EXPECT_TRUE(login("admin", "", prompt));
+  loadSession();  // what the main window does next
+  EXPECT_EQ(session().c_jc, QStringLiteral("晴川公司"));
+  EXPECT_EQ(session().cs_employdate, QStringLiteral("2021-07-15"));
+}
+
+TEST_F(LoginStory, ChangingTheOperatorAndTheScreenLock) {
+  ASSERT_TRUE(login("admin", "", prompt));
+  EXPECT_FALSE(changeOperator("小王", "wrong", prompt));
+  EXPECT_EQ(session().a_name, QStringLiteral("admin")) << "refused: the old operator goes on";
+  EXPECT_TRUE(changeOperator("小王", "w1", prompt));
+  EXPECT_EQ(session().a_name + session().editMode, QStringLiteral("小王hb"));
+
+  EXPECT_FALSE(unlock("", prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户密码错误，请重新输入！"));
+  EXPECT_FALSE(unlock("' or '1'='1", prompt));
+  EXPECT_TRUE(unlock(" w1", prompt));
+  execSql("update jxc_admin set a_pwd='a-b' where a_name='小王'");
+  EXPECT_TRUE(unlock("a-b", prompt)) << "compared as typed here";
+}
+
+TEST_F(LoginStory, LooksBelongToTheOperator) {
+  EXPECT_EQ(startupSkin(), QStringLiteral("iMaginary"));
+  execSql("update jxc_skin set skin_name='夜间' where a_name='admin'");
+  ASSERT_TRUE(login("小王", "w1", prompt));
+  EXPECT_EQ(operatorSkin(), QStringLiteral("iMaginary"));
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_skin where a_name='小王'"), 1);
+  EXPECT_EQ(operatorSkin() + startupSkin(), QStringLiteral("iMaginary夜间"));
+}
+
+TEST_F(LoginStory, ALongRemarkIsCutAndNeverStopsTheCommand) {
+  writeLog(QString(250, u'长'));
+  EXPECT_EQ(lookupValue("select log_note from jxc_log").size(), 200);
+  writeLog(QString(199, u'x') + QStringLiteral("😀"));
+  EXPECT_EQ(lookupValue("select top 1 log_note from jxc_log order by id desc"), QString(199, u'x'));
+}
+
+}  // namespace jxc::test

@@ -1,0 +1,69 @@
+#include "core/rounding.h"
+
+#include "core/session.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace jxc {
+
+TEST(Rounding, HalvesThatBinaryNumbersMissStillGoUp) {
+  // 1.005, 2.675 and 0.285 lie just below the half as doubles.
+  EXPECT_EQ(roundEps(1.005, 2), 1.01);
+  EXPECT_EQ(roundEps(2.675, 2), 2.68);
+  EXPECT_EQ(roundEps(0.285, 2), 0.29);
+  EXPECT_EQ(roundEps(0.1 + 0.7, 2), 0.8);
+  EXPECT_EQ(roundEps(1.0 / 3 * 3, 6), 1.0);
+  EXPECT_EQ(roundEps(2.5, 0), 3.0);
+  EXPECT_EQ(roundEps(0.0000005, 6), 0.000001);
+  // Millions of yuan, where a double no longer holds the billionth.
+  EXPECT_EQ(roundEps(98765432.105, 2), 98765432.11);
+  EXPECT_EQ(roundEps(1234567890.005, 2), 1234567890.01);
+}
+
+TEST(Rounding, BelowZeroTheBillionthPullsHalvesTowardsZero) {
+  EXPECT_EQ(roundEps(-1.005, 2), -1.0);
+  EXPECT_EQ(roundEps(-2.5, 0), -2.0);
+  EXPECT_EQ(roundEps(-2.51, 0), -3.0);
+  EXPECT_EQ(roundEps(-1234567890.005, 2), -1234567890.0);
+  EXPECT_FALSE(std::signbit(roundEps(-0.004, 2))) << "no -0 on a document";
+  EXPECT_TRUE(std::isinf(roundEps(std::numeric_limits<double>::infinity(), 2)));
+}
+
+TEST(Rounding, AgreesWithExactDecimalsOverWhateverTheDatabaseHolds) {
+  // Stored figures are whole millionths, so the exact answer can be had in whole numbers.
+  std::mt19937_64 random(20210503);
+  std::uniform_int_distribution<int> magnitude(0, 12), digitsOf(0, 6);
+  for (int i = 0; i < 200'000; ++i) {
+    std::int64_t bound = 1000;
+    for (int m = magnitude(random); m > 0; --m)
+      bound *= 10;
+    const std::int64_t millionths = std::uniform_int_distribution<std::int64_t>(-bound, bound)(random) / 5 * 5;
+    const int digits = digitsOf(random);
+    std::int64_t unit = 1'000'000'000;
+    for (int d = 0; d < digits; ++d)
+      unit /= 10;
+    const std::int64_t shifted = millionths * 1000 + 1;  // billionths
+    const std::int64_t half = shifted < 0 ? -unit / 2 : unit / 2;
+    const double expected = static_cast<double>((shifted + half) / unit) / (1e9 / static_cast<double>(unit));
+    ASSERT_EQ(roundEps(static_cast<double>(millionths) / 1e6, digits), expected) << millionths << " at " << digits;
+  }
+}
+
+TEST(Rounding, DigitsComeFromTheSession) {
+  session() = Session{};
+  session().xswsDigits = 2;
+  session().cbjsDigits = 3;
+  session().jewsDigits = 1;
+  EXPECT_EQ(roundMoney(9.876), 9.88);
+  EXPECT_EQ(roundQuantity(9.8765), 9.877);
+  EXPECT_EQ(roundTotal(9.876), 9.9);
+  EXPECT_EQ(roundTotalIfSeparate(9.876), 9.876) << "only while totals have decimals of their own";
+  session().cs_zjews = QStringLiteral("1");
+  EXPECT_EQ(roundTotalIfSeparate(9.876), 9.9);
+  session() = Session{};
+}
+
+}  // namespace jxc

@@ -1,0 +1,144 @@
+#include "core/startup.h"
+
+#include "core/data_module.h"
+#include "core/statements.h"
+#include "harness/qt_printers.h"
+#include "platform/machine.h"
+#include "platform/single_instance.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace jxc::test {
+
+class StartupStory : public ::testing::Test {
+ protected:
+  StartupStory() : before_(programDirectory()) { setProgramDirectory(home()); }
+  ~StartupStory() override {
+    dataModule().closeAccountDb();
+    dataModule().closeCatalogue();
+    setProgramDirectory(before_);
+  }
+  QString home() const { return directory_.path(); }
+  static QByteArray content(const char* relative) {
+    QFile file(programPath(QLatin1String(relative)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  static void put(const char* relative, const QByteArray& bytes) {
+    QFile file(programPath(QLatin1String(relative)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  static FriendlyFailure failureOfOpening() {
+    try {
+      dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
+    } catch (const std::exception& failure) {
+      return friendlyFailure(failure);
+    }
+    return {QStringLiteral("it opened")};
+  }
+
+ private:
+  QString before_;
+  QTemporaryDir directory_;
+};
+
+TEST_F(StartupStory, AFreshMachineGetsAWorkingSetOnce) {
+  for (const char* folder : {"data", "report", "Layout", "picture", "skinfiles"}) {
+    EXPECT_TRUE(QDir(home()).exists(QLatin1String(folder))) << folder;
+  }
+  put("data/jxc.mdb.new", "left by a start that was cut off");
+  EXPECT_TRUE(createFirstAccountSet());
+  EXPECT_EQ(QDir(programPath("data")).entryList(QDir::Files, QDir::Name), QStringList({"codeinfo.dll", "jxc.mdb"}));
+  EXPECT_FALSE(QFile::permissions(programPath("data/jxc.mdb")) & (QFile::ReadGroup | QFile::ReadOther))
+      << "passwords stand in it";
+  dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
+  EXPECT_EQ(lookupValue("select a_name from jxc_admin"), QStringLiteral("admin"));
+  execSql("update jxc_company set c_jc='明视'");
+  EXPECT_FALSE(createFirstAccountSet());
+  dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
+  EXPECT_EQ(lookupValue("select c_jc from jxc_company"), QStringLiteral("明视"));
+  dataModule().openCatalogue();
+  EXPECT_EQ(catalogueDb().lookup("select zt_dbname from jxc_xtzt where zt_default<>0").text(),
+            QStringLiteral("jxc.mdb"));
+}
+
+TEST_F(StartupStory, DamagedForeignOrVanishedFilesAreToldAndNeverOverwritten) {
+  const QString told = QStringLiteral("数据库格式不可识别！\r\n\r\n系统将退出！");
+  for (const QByteArray& damaged : {QByteArray(), QByteArray("\0\1\0\0Standard Jet DB", 19), QByteArray(9000, 'x')}) {
+    put("data/jxc.mdb", damaged);
+    EXPECT_FALSE(createFirstAccountSet());
+    EXPECT_EQ(failureOfOpening().text, told);
+    EXPECT_TRUE(failureOfOpening().fatal);
+    EXPECT_EQ(content("data/jxc.mdb"), damaged);
+  }
+  QFile::remove(programPath("data/jxc.mdb"));
+  put("data/晴川进销存21_05_03_14_30_00.DAT", "a backup");
+  EXPECT_FALSE(createFirstAccountSet());
+  EXPECT_EQ(failureOfOpening().text, told);
+  EXPECT_FALSE(QFile::exists(programPath("data/jxc.mdb")));
+}
+
+TEST_F(StartupStory, ALostCatalogueListsTheSetsThatAreThere) {
+  ASSERT_TRUE(createFirstAccountSet());
+  QFile::remove(programPath("data/codeinfo.dll"));
+  put("data/jxc_100002.mdb", "a further set");
+  put("data/jxc_old.mdb", "somebody's copy");
+  ensureCatalogue();
+  ensureCatalogue();
+  dataModule().openCatalogue();
+  EXPECT_EQ(catalogueDb().lookup("select count(*) from jxc_xtzt").number(), 2);
+  EXPECT_EQ(catalogueDb().lookup("select max(zt_dbname) from jxc_xtzt").text(), QStringLiteral("jxc_100002.mdb"));
+}
+
+TEST_F(StartupStory, TheProgramDirectoryIsTheOneGivenElseTheOneBesideTheProgram) {
+  EXPECT_EQ(findProgramDirectory({"jxc", "--home", home()}, "/usr/bin"), home());
+  EXPECT_EQ(findProgramDirectory({"jxc", "--home=" + home() + "/"}, "/usr/bin"), home());
+  EXPECT_EQ(findProgramDirectory({"jxc"}, home()), home());
+  QDir(home()).mkpath("opt/bin");
+  EXPECT_EQ(findProgramDirectory({"jxc"}, home() + "/opt/bin"), userDataDirectory());
+  EXPECT_EQ(findProgramDirectory({"jxc"}, home() + "/opt"), home() + "/opt");
+}
+
+TEST_F(StartupStory, OneProgramADirectoryUntilItDies) {
+  const SingleInstance elsewhere(home() + "/other");
+  {
+    const SingleInstance first(home());
+    EXPECT_TRUE(first.isFirst());
+    EXPECT_FALSE(SingleInstance(home() + "/data/..").isFirst()) << "the same directory by another name";
+  }
+  // A process that dies without a word takes its lock with it.
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    const SingleInstance held(home());
+    const char sign = held.isFirst() ? '1' : '0';
+    if (write(ready[1], &sign, 1) == 1) pause();
+    _exit(1);
+  }
+  char sign = 0;
+  ASSERT_EQ(read(ready[0], &sign, 1), 1);
+  EXPECT_EQ(sign, '1');
+  EXPECT_FALSE(SingleInstance(home()).isFirst());
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  close(ready[0]);
+  close(ready[1]);
+  EXPECT_TRUE(SingleInstance(home()).isFirst());
+}
+
+TEST_F(StartupStory, FailuresAreToldInLoweredLetters) {
+  const FriendlyFailure usual = friendlyFailure(std::runtime_error("列 J_SN Ünbekannt"));
+  EXPECT_EQ(usual.text, QStringLiteral("列 j_sn Ünbekannt")) << "ASCII letters only";
+  EXPECT_FALSE(usual.fatal);
+  EXPECT_TRUE(friendlyFailure(std::runtime_error("disk full: DATA/JXC.MDB")).fatal);
+  EXPECT_FALSE(friendlyFailure(std::runtime_error("data/jxc_100002.mdb")).fatal);
+}
+
+}  // namespace jxc::test
