@@ -1,0 +1,184 @@
+#include "engine/snapshot.h"
+#include "engine/sqlite/sqlite_database.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace jxc::sqlite {
+namespace copying_detail {
+
+using Kind = DbError::Kind;
+
+struct EndBackup {
+  void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
+};
+using BackupHandle = std::unique_ptr<sqlite3_backup, EndBackup>;
+
+constexpr int pagesPerStep = 512;  // 2 MB: progress moves and a cancel is heard many times a second
+
+DbError copyFailed(const QString& file, const QString& reason, Kind kind = Kind::File) {
+  return DbError(kind, QStringLiteral("备份文件没有写成：%1文件：%2").arg(reason, QFileInfo(file).fileName()));
+}
+
+DbError copyFailed(const QString& file, int code) {
+  const DbError reason = statementFailed({}, code, sqlite3_errstr(code), {});
+  return copyFailed(file, reason.message(), reason.kind());
+}
+
+/// The file under its temporary name, removed unless it was kept.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const QString& target)
+      : target_(target), name_(QStringLiteral("%1.%2.tmp").arg(target).arg(::getpid())) {
+    QFile::remove(name_);
+    QFile file(name_);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+      throw copyFailed(target, QStringLiteral("不能建立（%1）。").arg(file.errorString()));
+  }
+  ~TemporaryFile() {
+    if (!kept_) QFile::remove(name_);
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  const QString& name() const { return name_; }
+
+  /// Onto the disk first, then under its true name, then the directory: a power cut leaves the old file or the new one.
+  void keep() {
+    sync(name_, O_RDONLY);
+    if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0)
+      throw copyFailed(target_, QStringLiteral("不能改名（%1）。").arg(qt_error_string()));
+    kept_ = true;
+    sync(QFileInfo(target_).absolutePath(), O_RDONLY | O_DIRECTORY);
+  }
+
+ private:
+  void sync(const QString& path, int flags) const {
+    const int descriptor = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+    if (descriptor < 0) throw copyFailed(target_, QStringLiteral("不能写入（%1）。").arg(qt_error_string()));
+    const bool done = ::fsync(descriptor) == 0;
+    const QString reason = done ? QString() : qt_error_string();
+    ::close(descriptor);
+    if (!done) throw copyFailed(target_, QStringLiteral("不能写入（%1）。").arg(reason));
+  }
+
+  QString target_, name_;
+  bool kept_ = false;
+};
+
+ConnectionHandle openCopy(const QString& target, const QString& name) {
+  sqlite3* raw = nullptr;
+  const int code = sqlite3_open_v2(QFile::encodeName(name).constData(), &raw,
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  ConnectionHandle connection(raw);
+  if (code != SQLITE_OK) throw copyFailed(target, code);
+  // The file is brought to the disk once, when it is whole; a copy that breaks off is thrown away.
+  sqlite3_exec(raw, "pragma synchronous=off; pragma journal_mode=off", nullptr, nullptr, nullptr);
+  return connection;
+}
+
+/// False when `progress` cancelled.
+bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::function<bool(int)>& progress) {
+  const BackupHandle backup(sqlite3_backup_init(to, "main", from, "main"));
+  if (!backup) throw copyFailed(file, sqlite3_extended_errcode(to));
+  for (;;) {
+    const int code = sqlite3_backup_step(backup.get(), pagesPerStep);
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
+      sqlite3_sleep(20);
+    } else if (code != SQLITE_OK && code != SQLITE_DONE) {
+      throw copyFailed(file, code);
+    }
+    const int total = std::max(1, sqlite3_backup_pagecount(backup.get()));
+    const int percent = static_cast<int>(100LL * (total - sqlite3_backup_remaining(backup.get())) / total);
+    if (progress && !progress(code == SQLITE_DONE ? 100 : std::min(percent, 99))) return false;
+    if (code == SQLITE_DONE) return true;
+  }
+}
+
+void requireNoTransaction(const Database& database) {
+  if (database.inTransaction()) throw DbError(Kind::Other, QStringLiteral("操作还没有完成，现在不能备份。"));
+}
+
+// Where the header of a file tells which journal it is kept with: 1 for a rollback journal, 2 for a write-ahead log.
+constexpr std::size_t writeVersionByte = 18;
+constexpr std::size_t readVersionByte = 19;
+constexpr std::size_t headerBytes = 100;
+
+}  // namespace copying_detail
+
+std::unique_ptr<Database> SqliteDatabase::openReader() const {
+  if (role_.file.isEmpty()) return nullptr;
+  // The program goes on when one list cannot be shown, so this is not an essential file.
+  const FileRole role{role_.file, false};
+  ConnectionHandle connection = openConnection(role, {.essential = false});
+  sqlite3_exec(connection.get(), "pragma query_only=on", nullptr, nullptr, nullptr);
+  return std::make_unique<SqliteDatabase>(std::move(connection), role, translator_);
+}
+
+void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int percent)>& progress) {
+  using namespace copying_detail;
+  requireNoTransaction(*this);
+  if (!role_.file.isEmpty() && QFileInfo(file) == QFileInfo(role_.file))
+    throw copyFailed(file, QStringLiteral("不能覆盖正在使用的数据库。"));
+  TemporaryFile temporary(file);
+  {
+    const ConnectionHandle copy = openCopy(file, temporary.name());
+    // A connection of its own that holds one state of the file: others go on writing and the copy need not begin anew.
+    ConnectionHandle own;
+    if (!role_.file.isEmpty()) {
+      own = openConnection({role_.file, false}, {.essential = false});
+      if (const int code =
+              sqlite3_exec(own.get(), "begin; select count(*) from sqlite_master", nullptr, nullptr, nullptr);
+          code != SQLITE_OK)
+        throw copyFailed(file, code);
+    }
+    if (!copyPages(own ? own.get() : connection_.get(), copy.get(), file, progress)) return;
+    // One file that is complete by itself, without a log beside it.
+    if (const int code = sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
+        code != SQLITE_OK)
+      throw copyFailed(file, code);
+  }
+  temporary.keep();
+}
+
+}  // namespace jxc::sqlite
+
+namespace jxc {
+
+std::vector<std::byte> snapshot(Database& database) {
+  using namespace sqlite::copying_detail;
+  requireNoTransaction(database);
+  sqlite3* connection = sqlite::asSqlite(database).native();
+  sqlite3_int64 size = 0;
+  const std::unique_ptr<unsigned char, sqlite::FreeMemory> bytes(sqlite3_serialize(connection, "main", &size, 0));
+  if (!bytes) throw DbError(Kind::Other, QStringLiteral("内存不足。"));
+  std::vector<std::byte> content(static_cast<std::size_t>(size));
+  std::memcpy(content.data(), bytes.get(), content.size());
+  return content;
+}
+
+std::unique_ptr<Database> openSqliteSnapshot(std::span<const std::byte> bytes) {
+  using namespace sqlite::copying_detail;
+  const sqlite::FileRole role;
+  if (bytes.size() < headerBytes) throw sqlite::cannotOpen(role, SQLITE_NOTADB);
+  sqlite::ConnectionHandle connection = sqlite::openConnection(role, {});
+  auto* own = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
+  if (own == nullptr) throw sqlite::cannotOpen(role, SQLITE_NOMEM);
+  std::memcpy(own, bytes.data(), bytes.size());
+  own[writeVersionByte] = own[readVersionByte] = 1;  // memory has no write-ahead log
+  const auto size = static_cast<sqlite3_int64>(bytes.size());
+  // SQLite owns the memory from here on, also when it refuses it.
+  const int code = sqlite3_deserialize(connection.get(), "main", own, size, size,
+                                       SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE);
+  if (code != SQLITE_OK) throw sqlite::cannotOpen(role, code);
+  sqlite::requireAccountSet(connection.get(), role);
+  return std::make_unique<sqlite::SqliteDatabase>(std::move(connection), role);
+}
+
+}  // namespace jxc

@@ -1,0 +1,28 @@
+// 失败: what SQLite reports, as a DbError in words for the operator.
+#pragma once
+
+#include "engine/error.h"
+
+#include <QString>
+
+#include <sqlite3.h>
+#include <string_view>
+
+namespace jxc::sqlite {
+
+/// Which file a connection stands for. A failure to open an essential file, and a damaged one, name `jxc.mdb`: the
+/// application takes that for the end of the program. A full disk or a busy file in the middle of work never does.
+struct FileRole {
+  QString file;  // as it was given; empty for a database in memory
+  bool essential = true;
+};
+
+/// "帐套数据库（jxc.mdb）打不开：… 文件：…", or without the name for a file that is not essential.
+DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind kind = DbError::Kind::File);
+/// The same for a result code of the first calls on a file.
+DbError cannotOpen(const FileRole& role, int code);
+
+/// For a result code and the message of the connection, of a statement in the middle of work.
+DbError statementFailed(const FileRole& role, int code, const char* nativeMessage, std::string_view statement);
+
+}  // namespace jxc::sqlite

@@ -1,0 +1,119 @@
+#include "engine/sqlite/sqlite_database.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <string>
+
+#if __has_include("engine/sqlite/functions.h")
+#include "engine/sqlite/functions.h"
+#endif
+
+namespace jxc::sqlite {
+namespace opening_detail {
+
+constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+/// Runs a pragma; its first field as text, empty when it gives none.
+std::string pragma(sqlite3* connection, const FileRole& role, const std::string& command) {
+  sqlite3_stmt* raw = nullptr;
+  int code = sqlite3_prepare_v2(connection, command.c_str(), -1, &raw, nullptr);
+  const StatementHandle statement(raw);
+  std::string result;
+  if (code == SQLITE_OK) {
+    code = sqlite3_step(raw);
+    if (code == SQLITE_ROW && sqlite3_column_text(raw, 0) != nullptr)
+      result = reinterpret_cast<const char*>(sqlite3_column_text(raw, 0));
+  }
+  if (code != SQLITE_ROW && code != SQLITE_DONE) throw cannotOpen(role, code);
+  return result;
+}
+
+/// A new file belongs to its owner alone from its first moment on; SQLite gives -wal and -shm the same permissions.
+void createFile(const FileRole& role) {
+  QFile file(role.file);
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly))
+    throw cannotOpen(role, QStringLiteral("文件不能建立（%1）。").arg(file.errorString()));
+}
+
+ConnectionHandle openNative(const FileRole& role, const SqliteOptions& options) {
+  const bool memory = role.file.isEmpty();
+  // One thread uses a connection at a time, so SQLite need not lock around every call.
+  const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                    (memory             ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY
+                     : options.readOnly ? SQLITE_OPEN_READONLY
+                                        : SQLITE_OPEN_READWRITE);
+  const QByteArray name = memory ? QByteArray(":memory:") : QFile::encodeName(role.file);
+  sqlite3* raw = nullptr;
+  const int code = sqlite3_open_v2(name.constData(), &raw, flags, nullptr);
+  ConnectionHandle connection(raw);
+  if (code != SQLITE_OK) throw cannotOpen(role, code);
+  return connection;
+}
+
+bool isNewFile(const FileRole& role, const SqliteOptions& options) {
+  const QFileInfo info(role.file);
+  if (!info.exists()) {
+    if (!options.create || options.readOnly) throw cannotOpen(role, QStringLiteral("文件不存在。"));
+    createFile(role);
+    return true;
+  }
+  if (info.isDir()) throw cannotOpen(role, QStringLiteral("这是一个目录，不是文件。"));
+  // An empty file is what a power cut leaves between the making of a file and its first page.
+  if (info.size() > 0) return false;
+  if (!options.create || options.readOnly) throw cannotOpen(role, QStringLiteral("文件是空的。"));
+  return true;
+}
+
+}  // namespace opening_detail
+
+void prepareConnection(sqlite3* connection, const FileRole& role, int busyMilliseconds) {
+  using opening_detail::pragma;
+  sqlite3_busy_timeout(connection, busyMilliseconds);
+#if __has_include("engine/sqlite/functions.h")
+  registerFunctions(connection);
+#endif
+  pragma(connection, role, "pragma foreign_keys=off");
+  // A sale that the till has shown as saved must be there after a power cut: see docs/decisions/sqlite-settings.md.
+  pragma(connection, role, "pragma synchronous=full");
+  pragma(connection, role, "pragma temp_store=memory");
+  pragma(connection, role, "pragma cache_size=-32768");
+  // Texts of the dialect are the program's own; nothing stored in a file of unknown origin runs a function.
+  pragma(connection, role, "pragma trusted_schema=off");
+}
+
+void requireAccountSet(sqlite3* connection, const FileRole& role) {
+  using opening_detail::pragma;
+  if (pragma(connection, role, "pragma application_id") != std::to_string(applicationId))
+    throw cannotOpen(role, QStringLiteral("文件不是本系统的数据库。"));
+  pragma(connection, role, "select count(*) from sqlite_master");  // reads the schema: damage there shows at once
+}
+
+ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& options) {
+  using namespace opening_detail;
+  const bool memory = role.file.isEmpty();
+  const bool isNew = memory || isNewFile(role, options);
+  ConnectionHandle connection = openNative(role, options);
+  prepareConnection(connection.get(), role, options.busyMilliseconds);
+  // Before anything is written: a file of another program is left as it was.
+  if (!isNew) requireAccountSet(connection.get(), role);
+  if (!options.readOnly && sqlite3_db_readonly(connection.get(), "main") != 0)
+    throw cannotOpen(role, QStringLiteral("没有写入权限。"));
+  if (isNew) pragma(connection.get(), role, "pragma application_id=" + std::to_string(applicationId));
+  if (!memory && !options.readOnly) pragma(connection.get(), role, "pragma journal_mode=wal");
+  return connection;
+}
+
+}  // namespace jxc::sqlite
+
+namespace jxc {
+
+std::unique_ptr<Database> openSqlite(const QString& file, const SqliteOptions& options) {
+  const bool memory = file == QLatin1String(":memory:");
+  const sqlite::FileRole role{memory ? QString() : file, options.essential};
+  if (!memory && file.isEmpty()) throw sqlite::cannotOpen(role, QStringLiteral("没有文件名。"));
+  return std::make_unique<sqlite::SqliteDatabase>(sqlite::openConnection(role, options), role);
+}
+
+}  // namespace jxc

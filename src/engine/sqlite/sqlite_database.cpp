@@ -1,0 +1,414 @@
+#include "engine/sqlite/sqlite_database.h"
+
+#include "engine/sheet_export.h"
+#include "engine/transaction.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace jxc::sqlite {
+namespace sqlite_database_detail {
+
+using Kind = DbError::Kind;
+
+// Screens put their list filters together from parts, so the number of texts has no bound of its own.
+constexpr std::size_t statementLimit = 4000;
+
+Kind kindOf(jet::TranslateError::Kind kind) {
+  switch (kind) {
+    case jet::TranslateError::Kind::Syntax:
+      return Kind::Syntax;
+    case jet::TranslateError::Kind::UnknownName:
+      return Kind::UnknownName;
+    case jet::TranslateError::Kind::Unsupported:
+      return Kind::Unsupported;
+    case jet::TranslateError::Kind::TypeMismatch:
+      return Kind::TypeMismatch;
+  }
+  return Kind::Other;
+}
+
+DbError misuse(const QString& message, std::string_view text) {
+  return DbError(Kind::Syntax, message, std::string(text));
+}
+
+void requireValues(const jet::Plan& plan, std::span<const Value> values, std::string_view text) {
+  if (static_cast<int>(values.size()) == plan.parameterCount) return;
+  throw misuse(QStringLiteral("语句需要 %1 个参数，给了 %2 个。").arg(plan.parameterCount).arg(values.size()), text);
+}
+
+bool returnsRows(const jet::Plan& plan) {
+  return plan.kind == jet::Plan::Kind::Select;
+}
+
+std::string_view utf8Of(sqlite3_stmt* statement, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  return {text != nullptr ? text : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+void addCell(RowSet& rows, sqlite3_stmt* statement, int column) {
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+      return rows.addNull();
+    case SQLITE_INTEGER:
+      return rows.addInteger(sqlite3_column_int64(statement, column));
+    case SQLITE_FLOAT:
+      return rows.addReal(sqlite3_column_double(statement, column));
+    default:
+      return rows.addText(utf8Of(statement, column));
+  }
+}
+
+Value cellValue(sqlite3_stmt* statement, int column) {
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER:
+      return Value(static_cast<long long>(sqlite3_column_int64(statement, column)));
+    case SQLITE_FLOAT:
+      return Value(sqlite3_column_double(statement, column));
+    default: {
+      const std::string_view text = utf8Of(statement, column);
+      return Value(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    }
+  }
+}
+
+/// SQLite compiles a statement anew when the schema changed under it; the plan may be out of date then too.
+bool compiledAnew(sqlite3_stmt* statement) {
+  return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 1) != 0;
+}
+
+/// Savepoint commands by level; deeper nesting than this many levels is a program that calls itself.
+struct Level {
+  const char* open;
+  const char* keep;
+  const char* back;
+};
+constexpr std::array levels{
+    Level{"begin immediate", "commit", "rollback"},        Level{"savepoint s1", "release s1", "rollback to s1"},
+    Level{"savepoint s2", "release s2", "rollback to s2"}, Level{"savepoint s3", "release s3", "rollback to s3"},
+    Level{"savepoint s4", "release s4", "rollback to s4"}, Level{"savepoint s5", "release s5", "rollback to s5"},
+    Level{"savepoint s6", "release s6", "rollback to s6"}, Level{"savepoint s7", "release s7", "rollback to s7"},
+};
+
+const Level& levelAt(int depth) {
+  if (depth >= static_cast<int>(levels.size())) throw DbError(Kind::Other, QStringLiteral("事务嵌套过深。"));
+  return levels[static_cast<std::size_t>(depth)];
+}
+
+}  // namespace sqlite_database_detail
+
+Translator jetTranslator() {
+  return [](std::string_view text, const jet::Catalogue& catalogue) {
+    return jet::translate(text, catalogue, jet::Engine::Sqlite);
+  };
+}
+
+SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator)
+    : connection_(std::move(connection)),
+      role_(std::move(role)),
+      translator_(std::move(translator)),
+      catalogue_(connection_.get()) {
+  schemaVersion_ = schemaVersion();
+}
+
+SqliteDatabase::~SqliteDatabase() = default;
+
+// ---- statements by their text ----
+
+SqliteDatabase::Statement& SqliteDatabase::statementFor(std::string_view text) {
+  if (const auto found = statements_.find(text); found != statements_.end()) return *found->second;
+  if (statements_.size() >= sqlite_database_detail::statementLimit) statements_.clear();
+  auto statement = translate(text);
+  if (statement->plan.kind != jet::Plan::Kind::Definition) {
+    for (const jet::Step& step : statement->plan.steps)
+      statement->steps.push_back({&step, prepare(step.sql, text)});
+  }
+  return *statements_.emplace(std::string(text), std::move(statement)).first->second;
+}
+
+std::unique_ptr<SqliteDatabase::Statement> SqliteDatabase::translate(std::string_view text) {
+  auto statement = std::make_unique<Statement>();
+  for (bool again = false;; again = true) {
+    try {
+      statement->plan = translator_(text, catalogue_);
+      break;
+    } catch (const jet::TranslateError& error) {
+      // The name may have come with a schema that another station has changed meanwhile.
+      if (!again && error.kind == jet::TranslateError::Kind::UnknownName && schemaVersion() != schemaVersion_) {
+        followSchema();
+        continue;
+      }
+      throw DbError(sqlite_database_detail::kindOf(error.kind), QString::fromUtf8(error.what()), std::string(text),
+                    error.position);
+    }
+  }
+  std::vector<std::string> names;
+  for (const jet::ResultColumn& column : statement->plan.columns)
+    names.push_back(column.name);
+  statement->names = std::make_shared<ColumnNames>(std::move(names));
+  return statement;
+}
+
+StatementHandle SqliteDatabase::prepare(const std::string& native, std::string_view text) const {
+  sqlite3_stmt* raw = nullptr;
+  const int code = sqlite3_prepare_v3(connection_.get(), native.c_str(), static_cast<int>(native.size() + 1),
+                                      SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
+  if (code != SQLITE_OK) throw statementFailed(role_, code, sqlite3_errmsg(connection_.get()), text);
+  return StatementHandle(raw);
+}
+
+void SqliteDatabase::check(const SqlText& sql) {
+  statementFor(sql.view());
+}
+
+void SqliteDatabase::forgetStatements() {
+  statements_.clear();
+  catalogue_.forget();
+}
+
+std::int64_t SqliteDatabase::schemaVersion() {
+  auto& statement = commands_["pragma schema_version"];
+  if (!statement) statement = prepare("pragma schema_version", {});
+  const Running running(statement.get());
+  if (const int code = sqlite3_step(statement.get()); code != SQLITE_ROW) fail(code, {});
+  return sqlite3_column_int64(statement.get(), 0);
+}
+
+/// Drops what was made for an older schema, when another station changed it.
+void SqliteDatabase::followSchema() {
+  const std::int64_t now = schemaVersion();
+  if (now == schemaVersion_) return;
+  schemaVersion_ = now;
+  forgetStatements();
+}
+
+// ---- reading ----
+
+int SqliteDatabase::step(sqlite3_stmt* statement, std::string_view text) {
+  const int code = sqlite3_step(statement);
+  if (code != SQLITE_ROW && code != SQLITE_DONE) fail(code, text);
+  return code;
+}
+
+void SqliteDatabase::fail(int code, std::string_view text) {
+  throw statementFailed(role_, code, sqlite3_errmsg(connection_.get()), text);
+}
+
+void SqliteDatabase::requireLive(std::string_view text) const {
+  // SQLite takes a transaction back on its own when the disk fails. What the command does next must not be kept apart
+  // from what it did before, so everything fails until its guards are gone.
+  const bool tookBack = depth_ > 0 && sqlite3_get_autocommit(connection_.get()) != 0;
+  if (!lost_ && !tookBack) return;
+  throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
+}
+
+/// Runs `read` on a select; once more when its plan turns out to belong to an older schema.
+template <class Read>
+auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values, Read read) {
+  requireLive(sql.view());
+  for (;;) {
+    Statement& statement = statementFor(sql.view());
+    if (!sqlite_database_detail::returnsRows(statement.plan))
+      throw sqlite_database_detail::misuse(QStringLiteral("这不是查询语句。"), sql.view());
+    sqlite_database_detail::requireValues(statement.plan, values, sql.view());
+    sqlite3_stmt* native = statement.steps.front().native.get();
+    auto result = read(statement);
+    if (!sqlite_database_detail::compiledAnew(native)) return result;
+    const std::int64_t before = schemaVersion_;
+    followSchema();
+    if (schemaVersion_ == before) return result;
+  }
+}
+
+RowSet SqliteDatabase::readRows(Statement& statement, const Step& step, std::span<const Value> values,
+                                std::string_view text) {
+  sqlite3_stmt* native = step.native.get();
+  const Running running(native);
+  binder_.bind(native, step.plan->parameters, values);
+  int code = this->step(native, text);
+  const int columns = sqlite3_column_count(native);
+  std::shared_ptr<const ColumnNames> names = statement.names;
+  if (static_cast<int>(names->names().size()) != columns) {  // driving rows have no names of their own
+    std::vector<std::string> own;
+    for (int i = 0; i < columns; ++i)
+      own.emplace_back(sqlite3_column_name(native, i));
+    names = std::make_shared<ColumnNames>(std::move(own));
+  }
+  RowSet rows(std::move(names));
+  for (; code == SQLITE_ROW; code = this->step(native, text))
+    for (int i = 0; i < columns; ++i)
+      sqlite_database_detail::addCell(rows, native, i);
+  return rows;
+}
+
+RowSet SqliteDatabase::select(const SqlText& sql, std::span<const Value> values) {
+  return readFresh(sql, values, [&](Statement& statement) {
+    return readRows(statement, statement.steps.front(), values, sql.view());
+  });
+}
+
+Value SqliteDatabase::lookup(const SqlText& sql, std::span<const Value> values) {
+  return readFresh(sql, values, [&](Statement& statement) {
+    const Step& only = statement.steps.front();
+    const Running running(only.native.get());
+    binder_.bind(only.native.get(), only.plan->parameters, values);
+    return step(only.native.get(), sql.view()) == SQLITE_ROW ? sqlite_database_detail::cellValue(only.native.get(), 0)
+                                                             : Value();
+  });
+}
+
+// ---- writing ----
+
+std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> values) {
+  const std::string_view text = sql.view();
+  requireLive(text);
+  // Inside a transaction nobody else can change the schema; before it began it was looked at.
+  if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
+  Statement& statement = statementFor(text);
+  sqlite_database_detail::requireValues(statement.plan, values, text);
+  switch (statement.plan.kind) {
+    case jet::Plan::Kind::Change:
+      return statement.steps.size() == 1 ? runStep(statement.steps.front(), values, text)
+                                         : runSteps(statement, values, text);
+    case jet::Plan::Kind::JoinedUpdate:
+      return runJoined(statement, values, text);
+    case jet::Plan::Kind::Definition: {
+      const jet::Plan plan = statement.plan;  // a copy, because the statements are forgotten on the way
+      define(plan, values, text);
+      return 0;
+    }
+    case jet::Plan::Kind::SheetExport:
+      return exportSheet(statement, values, text);
+    case jet::Plan::Kind::Select:
+      break;
+  }
+  throw sqlite_database_detail::misuse(QStringLiteral("查询语句不能作为命令执行。"), text);
+}
+
+std::int64_t SqliteDatabase::runStep(const Step& step, std::span<const Value> values, std::string_view text,
+                                     const RowSet* driving, int row) {
+  sqlite3_stmt* native = step.native.get();
+  const Running running(native);
+  binder_.bind(native, step.plan->parameters, values, driving, row);
+  while (this->step(native, text) == SQLITE_ROW) {
+  }
+  return sqlite3_changes64(connection_.get());
+}
+
+std::int64_t SqliteDatabase::runSteps(Statement& statement, std::span<const Value> values, std::string_view text) {
+  Transaction transaction(*this);
+  std::int64_t changed = 0;
+  for (const Step& step : statement.steps)
+    changed = runStep(step, values, text);
+  transaction.commit();
+  return changed;
+}
+
+/// The joined rows are read whole first: an update must not see its own work among the rows that drive it.
+std::int64_t SqliteDatabase::runJoined(Statement& statement, std::span<const Value> values, std::string_view text) {
+  Transaction transaction(*this);
+  const RowSet driving = readRows(statement, statement.steps.front(), values, text);
+  std::int64_t changed = 0;
+  for (int row = 0; row < driving.rowCount(); ++row)
+    for (std::size_t i = 1; i < statement.steps.size(); ++i)
+      changed += runStep(statement.steps[i], values, text, &driving, row);
+  transaction.commit();
+  return changed;
+}
+
+void SqliteDatabase::define(const jet::Plan& plan, std::span<const Value> values, std::string_view text) {
+  const std::string kept(text);  // the caller's text may be the key of a statement that is forgotten now
+  Transaction transaction(*this);
+  defined_ = true;
+  forgetStatements();
+  for (const jet::Step& step : plan.steps) {
+    // One after the other: a step may name what the one before it made.
+    const Step next{&step, prepare(step.sql, kept)};
+    runStep(next, values, kept);
+  }
+  transaction.commit();
+  schemaVersion_ = schemaVersion();
+}
+
+std::int64_t SqliteDatabase::exportSheet(Statement& statement, std::span<const Value> values, std::string_view text) {
+  const SheetExporter& exporter = sheetExporter();
+  if (!exporter) throw DbError(DbError::Kind::Unsupported, QStringLiteral("本机不能导出表格文件。"), std::string(text));
+  const RowSet rows = readRows(statement, statement.steps.front(), values, text);
+  exporter(rows, QString::fromStdString(statement.plan.sheet), QString::fromStdString(statement.plan.file));
+  return rows.rowCount();
+}
+
+// ---- transactions ----
+
+bool SqliteDatabase::run(const char* command) {
+  auto found = commands_.find(std::string_view(command));
+  if (found == commands_.end()) found = commands_.emplace(command, prepare(command, command)).first;
+  const Running running(found->second.get());
+  return sqlite3_step(found->second.get()) == SQLITE_DONE;
+}
+
+void SqliteDatabase::runOrThrow(const char* command) {
+  if (!run(command)) fail(sqlite3_extended_errcode(connection_.get()), command);
+}
+
+void SqliteDatabase::begin() {
+  const sqlite_database_detail::Level& level = sqlite_database_detail::levelAt(depth_);
+  requireLive(level.open);
+  // A command writes: taking the right to write at once means that it never fails half-way because another one does.
+  runOrThrow(level.open);
+  ++depth_;
+  if (depth_ > 1 || role_.file.isEmpty()) return;
+  try {
+    followSchema();
+  } catch (...) {
+    rollback();
+    throw;
+  }
+}
+
+void SqliteDatabase::commit() {
+  if (depth_ == 0) throw DbError(DbError::Kind::Other, QStringLiteral("没有可以提交的事务。"));
+  std::optional<DbError> failure;
+  try {
+    requireLive("commit");
+    runOrThrow(sqlite_database_detail::levelAt(depth_ - 1).keep);
+  } catch (const DbError& error) {
+    failure = error;
+  }
+  if (failure) {
+    rollback();
+    throw *failure;
+  }
+  --depth_;
+  if (depth_ == 0) defined_ = false;
+}
+
+void SqliteDatabase::rollback() {
+  if (depth_ == 0) return;
+  const sqlite_database_detail::Level& level = sqlite_database_detail::levels[static_cast<std::size_t>(--depth_)];
+  try {
+    if (!lost_ && sqlite3_get_autocommit(connection_.get()) == 0) {
+      const bool back = run(level.back) && (depth_ == 0 || run(level.keep));
+      if (!back) lost_ = true;
+    }
+    if (defined_) {
+      // Tables that were made or changed inside are as they were before.
+      forgetStatements();
+      schemaVersion_ = schemaVersion();
+    }
+  } catch (const DbError&) {
+    // Preparing the command failed for want of memory; the connection takes everything back when it closes.
+    lost_ = depth_ > 0;
+  }
+  if (depth_ == 0) lost_ = defined_ = false;
+}
+
+SqliteDatabase& asSqlite(Database& database) {
+  if (auto* sqlite = dynamic_cast<SqliteDatabase*>(&database)) return *sqlite;
+  throw DbError(DbError::Kind::Unsupported, QStringLiteral("此数据库不支持该操作。"));
+}
+
+}  // namespace jxc::sqlite

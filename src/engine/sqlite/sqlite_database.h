@@ -1,0 +1,111 @@
+// SQLite 连接: statements translated once, kept by their text, run by plan; transactions by savepoints.
+#pragma once
+
+#include "engine/database.h"
+#include "engine/sqlite/failure.h"
+#include "engine/sqlite/native.h"
+#include "engine/sqlite/parameter_binding.h"
+#include "engine/sqlite/sqlite_catalogue.h"
+#include "jet/plan.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace jxc::sqlite {
+
+/// From a statement's text to a plan; jet::translate, or plans made by hand in a test.
+using Translator = std::function<jet::Plan(std::string_view, const jet::Catalogue&)>;
+Translator jetTranslator();
+
+class SqliteDatabase final : public Database {
+ public:
+  SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator = jetTranslator());
+  ~SqliteDatabase() override;
+
+  RowSet select(const SqlText& sql, std::span<const Value> values) override;
+  Value lookup(const SqlText& sql, std::span<const Value> values) override;
+  std::int64_t execute(const SqlText& sql, std::span<const Value> values) override;
+  void check(const SqlText& sql) override;
+  std::int64_t lastCounter() const override { return sqlite3_last_insert_rowid(connection_.get()); }
+
+  std::unique_ptr<Database> openReader() const override;
+  void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
+  void interrupt() override { sqlite3_interrupt(connection_.get()); }
+
+  void begin() override;
+  void commit() override;
+  void rollback() override;
+  bool inTransaction() const override { return depth_ > 0; }
+
+  sqlite3* native() const { return connection_.get(); }
+  const FileRole& role() const { return role_; }
+  std::size_t cachedStatements() const { return statements_.size(); }
+
+ private:
+  struct Step {
+    const jet::Step* plan = nullptr;
+    StatementHandle native;
+  };
+  /// A translated statement with what SQLite made of its steps.
+  struct Statement {
+    jet::Plan plan;
+    std::vector<Step> steps;
+    std::shared_ptr<const ColumnNames> names;
+  };
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+  };
+
+  Statement& statementFor(std::string_view text);
+  std::unique_ptr<Statement> translate(std::string_view text);
+  StatementHandle prepare(const std::string& native, std::string_view text) const;
+  template <class Read>
+  auto readFresh(const SqlText& sql, std::span<const Value> values, Read read);
+  RowSet readRows(Statement& statement, const Step& step, std::span<const Value> values, std::string_view text);
+  std::int64_t runStep(const Step& step, std::span<const Value> values, std::string_view text,
+                       const RowSet* driving = nullptr, int row = 0);
+  std::int64_t runSteps(Statement& statement, std::span<const Value> values, std::string_view text);
+  std::int64_t runJoined(Statement& statement, std::span<const Value> values, std::string_view text);
+  void define(const jet::Plan& plan, std::span<const Value> values, std::string_view text);
+  std::int64_t exportSheet(Statement& statement, std::span<const Value> values, std::string_view text);
+  int step(sqlite3_stmt* statement, std::string_view text);
+  [[noreturn]] void fail(int code, std::string_view text);
+  void requireLive(std::string_view text) const;
+  void followSchema();
+  std::int64_t schemaVersion();
+  void forgetStatements();
+  bool run(const char* command);
+  void runOrThrow(const char* command);
+
+  ConnectionHandle connection_;
+  FileRole role_;
+  Translator translator_;
+  SqliteCatalogue catalogue_;
+  ParameterBinder binder_;
+  std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;
+  std::unordered_map<std::string, StatementHandle, TextHash, std::equal_to<>> commands_;
+  std::int64_t schemaVersion_ = 0;
+  int depth_ = 0;
+  bool lost_ = false;     // a savepoint could not be taken back; everything fails until its guards are gone
+  bool defined_ = false;  // this transaction changed the schema
+};
+
+/// The SqliteDatabase behind a Database; throws DbError(Unsupported) for another engine.
+SqliteDatabase& asSqlite(Database& database);
+
+/// A new connection with the settings of every connection of this program. `file` is a path or ":memory:".
+ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& options);
+/// The settings and the functions of the dialect; part of openConnection.
+void prepareConnection(sqlite3* connection, const FileRole& role, int busyMilliseconds);
+/// Throws the failure to open when the content is not an account database, or its schema cannot be read.
+void requireAccountSet(sqlite3* connection, const FileRole& role);
+
+/// The mark of an account database in the header of its file: "JXC1".
+inline constexpr int applicationId = 0x4a584331;
+
+}  // namespace jxc::sqlite
