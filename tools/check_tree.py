@@ -14,16 +14,16 @@ import sys
 # said of a name holds for the folder src/NAME without its folder screens/.
 RULES = {
     "accounts": [],
-    "masterdata": ["accounts"],
-    "stock": ["accounts", "masterdata"],
-    "purchasing": ["stock", "masterdata", "accounts"],
-    "members": ["stock", "masterdata", "accounts"],
-    "sales": ["stock", "masterdata", "accounts", "members"],
-    "pos": ["stock", "masterdata", "accounts", "members", "sales"],
-    "statistics": ["stock", "masterdata", "accounts"],
+    "stock": ["accounts"],
+    "masterdata": ["accounts", "stock"],
+    "purchasing": ["accounts", "stock", "masterdata"],
+    "members": ["accounts", "stock", "masterdata"],
+    "sales": ["accounts", "stock", "masterdata", "members"],
+    "pos": ["accounts", "stock", "masterdata", "members", "sales"],
+    "statistics": ["accounts", "stock", "masterdata"],
     "output": [],
     "messaging": ["members", "statistics", "output"],
-    "maintenance": ["stock", "masterdata", "accounts", "output"],
+    "maintenance": ["accounts", "stock", "masterdata", "output"],
 }
 BELOW = ["core", "platform", "engine"]
 MAY_INCLUDE = {

@@ -15,7 +15,7 @@ namespace jxc {
 
 /// What the operator keys in for one ordinary article. Prices are yuan, quantities units of `unit`.
 struct GoodsDraft {
-  QString number, name, barcode, unit, specification, colour, origin, note;
+  QString number, name, barcode, unit, model, colour, origin, note;
   QString classNumber;  // gc_sn
   QString warehouse;    // ck_sn of the opening stock
   double purchasePrice = 0, salePrice = 0, retailPrice = 0;

@@ -152,7 +152,7 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
 TEST_F(GoodsTest, EveryWordOfTheKeyMustMatchSomewhere) {
   const GoodsClass frames = addClass(1, QStringLiteral("镜架"));
   GoodsDraft draft = frame(QStringLiteral("30000001"), frames.number);
-  draft.specification = QStringLiteral("54-16");
+  draft.model = QStringLiteral("54-16");
   ASSERT_TRUE(addGoods(draft, prompt));
   draft.number = QStringLiteral("30000002");
   draft.name = QStringLiteral("板材架 9902");
