@@ -1,0 +1,122 @@
+// 输入项: one input of a screen: stored value, edit buffer, validator; the widget behind is nobody's business.
+#pragma once
+
+#include "engine/value.h"
+#include "ui/list_item.h"
+#include "ui/specs.h"
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <vector>
+
+class QLabel;
+class QWidget;
+
+namespace jxc::ui {
+
+/// An input made from its FieldSpec. What the operator sees is the edit buffer; `load` sets buffer and stored value,
+/// `isDirty` compares them, `apply` takes the buffer over, `cancel` goes back. The setters write the buffer and do not
+/// call the `changed` hook: that one is for what the operator does.
+class Field : public QObject {
+ public:
+  /// What there is to hold on to besides text: which key a picker fetched.
+  using Picking = std::function<std::optional<ListItem>()>;
+
+  Field(const FieldSpec& spec, QWidget* parent);
+  ~Field() override;
+
+  const FieldSpec& spec() const { return spec_; }
+  QWidget* widget() const { return widget_; }
+  /// The label in front; null for a box, which carries its own text.
+  QLabel* label() const { return label_; }
+
+  // The edit buffer.
+  QString text() const;       // as typed; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
+  QString trimmed() const { return text().trimmed(); }
+  double number() const;      // 0 when empty
+  int integer() const;
+  QString key() const;        // of the chosen item of a list, or of a picker; empty without
+  int index() const;          // of the chosen item of a list; -1 without
+  bool isChecked() const;
+  bool isEmpty() const { return trimmed().isEmpty(); }
+  Value value() const;        // key of a list or picker, number of a number, 0/1 of a box, otherwise the text
+
+  void setText(const QString& text);
+  void setNumber(double number);
+  void setKey(const QString& key);  // chooses the item with this key; unknown: none
+  void setIndex(int index);
+  void setChecked(bool on);
+  void setPicked(const ListItem& item);  // a picker's name and key
+  void setValue(const Value& value);     // by kind, the inverse of value()
+  void clear();
+  /// Items of a list; the first one becomes chosen, unless `keep` and the old key is among them.
+  void setItems(const std::vector<ListItem>& items, bool keep = false);
+  const std::vector<ListItem>& items() const { return items_; }
+
+  // Stored value and validator.
+  void load(const Value& value);
+  bool isDirty() const { return !(value() == stored_); }
+  const Value& stored() const { return stored_; }
+  void apply() { stored_ = value(); }
+  void cancel() { setValue(stored_); }
+  /// A text that tells what is wrong with the buffer, empty when it is fine.
+  void setValidator(std::function<QString(const Field&)> validator) { validator_ = std::move(validator); }
+  QString problem() const;
+
+  // State.
+  void setVisible(bool on);  // with its label
+  bool isVisible() const;    // whether meant to be seen, also before the screen shows
+  void setEnabled(bool on);
+  bool isEnabled() const;
+  void setReadOnly(bool on);
+  bool isReadOnly() const { return readOnly_; }
+  void setLabel(const QString& text);
+  void focus();
+  bool hasFocus() const;
+
+  // Hooks.
+  void onChanged(std::function<void()> hook) { changed_ = std::move(hook); }
+  /// Enter in this input; return true when the focus shall stay (a barcode input, the login).
+  void onEnter(std::function<bool()> hook) { enter_ = std::move(hook); }
+  /// The list behind a picker, opened by F2, by its button and by Enter while it is empty.
+  void onPick(Picking hook) { picking_ = std::move(hook); }
+  /// When the operator leaves the input.
+  void onLeft(std::function<void()> hook) { left_ = std::move(hook); }
+
+  // For the screen.
+  bool enterPressed() { return enter_ && enter_(); }
+  void pick();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  struct Quiet;
+  void build(QWidget* parent);
+  void buildLine(QWidget* parent);
+  void operatorChanged();
+  void focusGone();
+  void focusCame();
+  void showNumber(bool plain);
+  void openCalendar();
+
+  FieldSpec spec_;
+  QWidget* widget_ = nullptr;
+  QLabel* label_ = nullptr;
+  std::vector<ListItem> items_;
+  Value stored_;
+  double number_ = 0;     // exact value behind a number's display
+  bool numberEmpty_ = false;
+  QString lastDate_;      // last good date
+  QString key_;           // of a picker
+  int quiet_ = 0;
+  bool readOnly_ = false;
+  std::function<QString(const Field&)> validator_;
+  std::function<void()> changed_, left_;
+  std::function<bool()> enter_;
+  Picking picking_;
+};
+
+}  // namespace jxc::ui
