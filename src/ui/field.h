@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/value.h"
-#include "ui/list_item.h"
+#include "core/fillers.h"
 #include "ui/specs.h"
 
 #include <QObject>

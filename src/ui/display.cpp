@@ -1,0 +1,116 @@
+#include "ui/display.h"
+
+#include "core/clock.h"
+#include "core/formats.h"
+
+#include <QDate>
+
+namespace jxc::ui {
+namespace display_detail {
+
+std::optional<NumberFormat> formatOf(ColumnKind kind, bool footer) {
+  switch (kind) {
+    case ColumnKind::Money: return footer ? totalFormat() : moneyFormat();
+    case ColumnKind::Total: return totalFormat();
+    case ColumnKind::Quantity: return quantityFormat();
+    default: return std::nullopt;
+  }
+}
+
+QString formatted(ColumnKind kind, double number, bool footer) {
+  const auto format = formatOf(kind, footer);
+  return format ? format->format(number) : numberText(number);
+}
+
+}  // namespace display_detail
+
+QString displayNumber(ColumnKind kind, double number) { return display_detail::formatted(kind, number, false); }
+QString displaySum(ColumnKind kind, double number) { return display_detail::formatted(kind, number, true); }
+
+QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind) {
+  if (rows.isNull(row, column)) return {};
+  switch (kind) {
+    case ColumnKind::Text:
+    case ColumnKind::Date: return rows.text(row, column);
+    case ColumnKind::Flag: return rows.integer(row, column) != 0 ? QStringLiteral("√") : QString();
+    default: break;
+  }
+  // A text in a number column (a code, "合计") is shown as it stands.
+  if (rows.kind(row, column) == Value::Kind::Text && !readNumber(rows.text(row, column))) return rows.text(row, column);
+  return displayNumber(kind, rows.number(row, column));
+}
+
+ColumnKind columnKindOf(FieldKind kind) {
+  switch (kind) {
+    case FieldKind::Money: return ColumnKind::Money;
+    case FieldKind::Total: return ColumnKind::Total;
+    case FieldKind::Quantity: return ColumnKind::Quantity;
+    case FieldKind::Percent: return ColumnKind::Percent;
+    case FieldKind::Integer: return ColumnKind::Number;
+    case FieldKind::Date: return ColumnKind::Date;
+    case FieldKind::Check: return ColumnKind::Flag;
+    default: return ColumnKind::Text;
+  }
+}
+
+bool isNumberKind(FieldKind kind) { return kind >= FieldKind::Money && kind <= FieldKind::Integer; }
+bool isNumberKind(ColumnKind kind) { return kind >= ColumnKind::Money && kind <= ColumnKind::Number; }
+
+int numberInputLength(FieldKind kind) {
+  const auto format = display_detail::formatOf(columnKindOf(kind), false);
+  return format ? format->maxLength() : (kind == FieldKind::Integer ? 10 : 19);
+}
+
+std::optional<double> readNumber(const QString& text) {
+  QString plain;
+  plain.reserve(text.size());
+  for (const QChar c : text) {
+    if (c.isDigit()) {
+      plain += QChar(u'0' + c.digitValue());  // full-width digits of a Chinese keyboard too
+    } else if (c == u'.' || c == u'。' || c == u'．') {
+      plain += u'.';
+    } else if (c == u'-' || c == u'－') {
+      plain += u'-';
+    } else if (c == u',' || c == u'，' || c.isSpace() || c == u'+' || c.category() == QChar::Symbol_Currency) {
+      continue;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (plain.isEmpty()) return 0.0;
+  if (plain == u"-" || plain == u"." || plain == u"-.") return std::nullopt;
+  bool ok = false;
+  const double number = plain.toDouble(&ok);
+  return ok ? std::optional<double>(number) : std::nullopt;
+}
+
+std::optional<QString> readDate(const QString& text) {
+  QList<int> parts;
+  QString digits;
+  const auto flush = [&] {
+    if (!digits.isEmpty()) parts.push_back(digits.toInt());
+    digits.clear();
+  };
+  for (const QChar c : text.trimmed()) {
+    if (c.isDigit()) {
+      digits += QChar(u'0' + c.digitValue());
+      if (digits.size() > 8) return std::nullopt;
+    } else if (QStringView(u"-/.年月日－／． ").contains(c)) {
+      flush();
+    } else {
+      return std::nullopt;
+    }
+  }
+  flush();
+  if (parts.size() == 1 && parts[0] >= 10000000) {
+    parts = {parts[0] / 10000, parts[0] / 100 % 100, parts[0] % 100};
+  } else if (parts.size() == 2) {
+    parts.push_front(clock::now().date().year());
+  }
+  if (parts.size() != 3) return std::nullopt;
+  if (parts[0] < 100) parts[0] += 2000;
+  const QDate date(parts[0], parts[1], parts[2]);
+  return date.isValid() ? std::optional<QString>(date.toString(QStringLiteral("yyyy-MM-dd"))) : std::nullopt;
+}
+
+}  // namespace jxc::ui

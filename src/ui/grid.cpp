@@ -1,0 +1,544 @@
+#include "ui/grid.h"
+
+#include "core/startup.h"
+#include "ui/display.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFrame>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QStyle>
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <map>
+
+namespace jxc::ui {
+namespace grid_detail {
+
+constexpr int kBlink = 40;          // ms that a query may hold the window before it goes on in the background
+constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
+
+int characters(const ColumnSpec& column) {
+  if (column.width > 0) return column.width;
+  const int caption = static_cast<int>(qs(column.caption).size()) * 2 + 2;
+  switch (column.kind) {
+    case ColumnKind::Text: return std::max(caption, 14);
+    case ColumnKind::Money:
+    case ColumnKind::Total: return std::max(caption, 12);
+    case ColumnKind::Quantity:
+    case ColumnKind::Number: return std::max(caption, 10);
+    case ColumnKind::Percent: return std::max(caption, 8);
+    case ColumnKind::Date: return std::max(caption, 12);
+    case ColumnKind::Flag: return std::max(caption, 6);
+  }
+  return caption;
+}
+
+}  // namespace grid_detail
+
+/// The row of sums under the grid: each stands under its column, wherever that is moved or scrolled to.
+class Grid::Footer : public QWidget {
+ public:
+  explicit Footer(Grid& grid) : QWidget(&grid), grid_(grid) {
+    setObjectName(QStringLiteral("footer"));
+    setFixedHeight(fontMetrics().height() + 8);
+  }
+
+  void update(bool complete) {
+    complete_ = complete;
+    texts_.clear();
+    const auto columns = grid_.model_->columns();
+    QStringList spoken;
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
+      if (!columns[i].sum) continue;
+      texts_[i] = complete ? displaySum(columns[i].kind, grid_.model_->sum(i)) : QStringLiteral("…");
+      spoken << qs(columns[i].caption) + texts_[i];
+    }
+    count_ = QStringLiteral("共 %1 条").arg(grid_.rowCount());
+    setAccessibleName(QStringLiteral("合计"));
+    setToolTip(spoken.join(QStringLiteral("\n")));
+    QWidget::update();
+  }
+
+  QString text(int column) const {
+    const auto found = texts_.find(column);
+    return found == texts_.end() ? QString() : found->second;
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Button));
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(0, 0, width(), 0);
+    painter.setPen(palette().color(QPalette::ButtonText));
+    auto font = painter.font();
+    font.setBold(true);
+    painter.setFont(font);
+    const auto* header = grid_.view_->horizontalHeader();
+    const int left = grid_.view_->viewport()->x();
+    int freeUntil = width();  // where the first sum begins
+    for (const auto& [column, text] : texts_) {
+      if (header->isSectionHidden(column)) continue;
+      const int at = left + header->sectionViewportPosition(column);
+      const QRect place(at + 4, 0, header->sectionSize(column) - 8, height());
+      if (place.right() < left) continue;
+      painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, text);
+      const int width = painter.fontMetrics().horizontalAdvance(text);
+      freeUntil = std::min(freeUntil, std::max(place.left(), place.right() - width) - 6);
+    }
+    font.setBold(false);
+    painter.setFont(font);
+    painter.drawText(QRect(left + 4, 0, freeUntil - left - 4, height()), Qt::AlignLeft | Qt::AlignVCenter, count_);
+  }
+
+ private:
+  Grid& grid_;
+  std::map<int, QString> texts_;
+  QString count_;
+  bool complete_ = true;
+};
+
+/// The table view with the keys of this program.
+class Grid::Table : public QTableView {
+ public:
+  explicit Table(Grid& grid) : QTableView(&grid), grid_(grid) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const int key = event->key();
+    if (key == Qt::Key_Escape || (key >= Qt::Key_F1 && key <= Qt::Key_F12)) return event->ignore();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      if (!currentIndex().isValid()) return event->ignore();
+      if (model()->flags(currentIndex()) & Qt::ItemIsEditable) {
+        edit(currentIndex());
+      } else if (grid_.activated_) {
+        grid_.activated_();
+      } else {
+        return event->ignore();
+      }
+      return event->accept();
+    }
+    if (event->matches(QKeySequence::Copy)) {
+      QApplication::clipboard()->setText(grid_.tabSeparated(selectionModel()->selectedRows().size() > 1));
+      return event->accept();
+    }
+    QTableView::keyPressEvent(event);
+  }
+
+ private:
+  Grid& grid_;
+};
+
+Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
+    : QWidget(parent),
+      spec_(spec),
+      layoutKey_(qs(screenName) + u'_' + qs(spec.name)),
+      model_(new GridModel(spec.columns, this)),
+      loader_(this),
+      emptyText_(qs(spec.empty.empty() ? std::string_view("没有数据") : spec.empty)) {
+  setObjectName(QStringLiteral("area_") + qs(spec.name));
+  auto* table = new Table(*this);
+  view_ = table;
+  view_->setObjectName(qs(spec.name));
+  view_->setAccessibleName(qs(spec.caption));
+  view_->setModel(model_);
+  view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  view_->setSelectionMode(QAbstractItemView::SingleSelection);
+  view_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed);
+  view_->setAlternatingRowColors(true);
+  view_->setWordWrap(false);
+  view_->setTabKeyNavigation(false);
+  view_->setCornerButtonEnabled(false);
+  view_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  view_->verticalHeader()->hide();
+  view_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() + 8);
+  auto* header = view_->horizontalHeader();
+  header->setSectionsMovable(true);
+  header->setHighlightSections(false);
+  header->setSortIndicatorShown(true);
+  header->setSortIndicatorClearable(true);
+  header->setSortIndicator(-1, Qt::AscendingOrder);
+  header->setSectionsClickable(true);
+  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  connect(header, &QHeaderView::sortIndicatorChanged, model_, &GridModel::sort);
+
+  footer_ = new Footer(*this);
+  connect(header, &QHeaderView::sectionResized, footer_, qOverload<>(&QWidget::update));
+  connect(header, &QHeaderView::sectionMoved, footer_, qOverload<>(&QWidget::update));
+  connect(view_->horizontalScrollBar(), &QScrollBar::valueChanged, footer_, qOverload<>(&QWidget::update));
+
+  hint_ = new QLabel(view_->viewport());
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setWordWrap(true);
+  hint_->setProperty("emptyHint", true);
+  hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+  auto* busy = new QFrame(this);
+  busy_ = busy;
+  busy->setFrameShape(QFrame::StyledPanel);
+  busy->setAutoFillBackground(true);
+  auto* busyLayout = new QVBoxLayout(busy);
+  auto* bar = new QProgressBar(busy);
+  bar->setRange(0, 0);
+  bar->setAccessibleName(QStringLiteral("查询进度"));
+  auto* stop = new QPushButton(QStringLiteral("取消查询"), busy);
+  stop->setObjectName(QStringLiteral("btnCancelLoad"));
+  stop->setAutoDefault(false);
+  busyLayout->addWidget(new QLabel(QStringLiteral("正在查询……"), busy), 0, Qt::AlignCenter);
+  busyLayout->addWidget(bar);
+  busyLayout->addWidget(stop, 0, Qt::AlignCenter);
+  busy->hide();
+  connect(stop, &QPushButton::clicked, this, [this] {
+    loader_.cancel();
+    footer_->update(true);
+    showState();
+  });
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(view_, 1);
+  layout->addWidget(footer_);
+  view_->viewport()->installEventFilter(this);
+  setFocusProxy(view_);
+
+  model_->afterChange = [this] { goOnAfterEdit(); };
+
+  menu_ = new QMenu(this);
+  view_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(view_, &QWidget::customContextMenuRequested, this, &Grid::showMenu);
+  connect(view_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (!(model_->flags(index) & Qt::ItemIsEditable) && activated_) activated_();
+  });
+  connect(view_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+    if (!inReload_ && currentChanged_) currentChanged_();
+  });
+  for (int i = 0; i < static_cast<int>(spec.columns.size()); ++i) {
+    if (spec.columns[i].hidden) view_->setColumnHidden(i, true);
+  }
+  defaultWidths();
+  footer_->update(true);
+  showState();
+}
+
+Grid::~Grid() { loader_.cancel(); }
+
+void Grid::loadQuery(GridQuery query) {
+  query_ = std::move(query);
+  reload();
+}
+
+void Grid::reload() {
+  if (query_.sql.empty()) return;
+  failed_ = false;
+  loader_.load(
+      query_, [this](RowSet rows, bool complete) { arrived(std::move(rows), complete); },
+      [this](std::exception_ptr failure) {
+        failed_ = true;
+        showState();
+        std::rethrow_exception(failure);  // to the application's handler
+      });
+  if (loader_.waitFor(grid_detail::kBlink)) return;
+  QTimer::singleShot(grid_detail::kShowProgress, this, [this] { showState(); });
+}
+
+void Grid::waitLoaded(int milliseconds) { loader_.waitFor(milliseconds); }
+
+void Grid::setRows(RowSet rows) {
+  loader_.cancel();
+  query_ = {};
+  arrived(std::move(rows), true);
+}
+
+void Grid::clearRows() { setRows(RowSet()); }
+
+void Grid::arrived(RowSet rows, bool complete) {
+  const std::int64_t id = currentId();
+  const int place = currentRow();
+  const int column = std::max(0, view_->currentIndex().column());
+  const int scrolled = view_->verticalScrollBar()->value();
+  inReload_ = true;
+  model_->setRows(std::move(rows));
+  int row = id != 0 ? model_->findInteger(spec_.idField, id) : -1;
+  if (row < 0) row = std::min(std::max(place, 0), rowCount() - 1);
+  if (row >= 0) {
+    view_->verticalScrollBar()->setValue(scrolled);
+    view_->setCurrentIndex(model_->index(row, column));
+  }
+  inReload_ = false;
+  footer_->update(complete);
+  showState();
+  if (currentChanged_) currentChanged_();
+  if (complete && loaded_) loaded_();
+}
+
+void Grid::showState() {
+  const bool running = loader_.isRunning();
+  hint_->setText(failed_ ? QStringLiteral("查询失败，请重新查询") : emptyText_);
+  hint_->setVisible(isEmpty() && !running);
+  hint_->setGeometry(view_->viewport()->rect().adjusted(12, 12, -12, -12));
+  busy_->setVisible(running);
+  if (running) {
+    busy_->adjustSize();
+    busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 3);
+    busy_->raise();
+  }
+}
+
+std::optional<Row> Grid::current() const {
+  const int row = currentRow();
+  return row < 0 ? std::nullopt : std::optional<Row>(model_->rows()[model_->sourceRow(row)]);
+}
+
+int Grid::currentRow() const {
+  const int row = view_->currentIndex().row();
+  return row >= 0 && row < rowCount() ? row : -1;
+}
+
+std::int64_t Grid::currentId() const {
+  const auto row = current();
+  return row && model_->rows().columnIndex(spec_.idField) >= 0 ? row->integer(spec_.idField) : 0;
+}
+
+QString Grid::currentText(std::string_view field) const {
+  const auto row = current();
+  return row ? row->text(field) : QString();
+}
+
+double Grid::currentNumber(std::string_view field) const {
+  const auto row = current();
+  return row ? row->number(field) : 0;
+}
+
+bool Grid::selectId(std::int64_t id) {
+  const int row = model_->findInteger(spec_.idField, id);
+  if (row >= 0) selectRow(row);
+  return row >= 0;
+}
+
+void Grid::selectRow(int viewRow) {
+  if (viewRow < 0 || viewRow >= rowCount()) return;
+  view_->setCurrentIndex(model_->index(viewRow, std::max(0, view_->currentIndex().column())));
+}
+
+std::vector<Row> Grid::selectedRows() const {
+  std::vector<int> places;
+  for (const auto& index : view_->selectionModel()->selectedRows()) places.push_back(index.row());
+  std::sort(places.begin(), places.end());
+  std::vector<Row> rows;
+  for (const int place : places) rows.push_back(model_->rows()[model_->sourceRow(place)]);
+  return rows;
+}
+
+void Grid::setMultiSelect(bool on) {
+  view_->setSelectionMode(on ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
+}
+
+void Grid::setColumnVisible(std::string_view field, bool on) {
+  const int column = model_->columnOf(field);
+  if (column < 0) throw std::invalid_argument("no column " + std::string(field));
+  view_->setColumnHidden(column, !on);
+  if (!layoutRead_) defaultWidths();
+}
+
+bool Grid::isColumnVisible(std::string_view field) const {
+  const int column = model_->columnOf(field);
+  return column >= 0 && !view_->isColumnHidden(column);
+}
+
+void Grid::setCaption(std::string_view field, const QString& caption) {
+  model_->setCaption(model_->columnOf(field), caption);
+}
+
+void Grid::setReadOnly(bool on) { model_->readOnly = on; }
+
+double Grid::sum(std::string_view field) const {
+  const int column = model_->columnOf(field);
+  return column < 0 ? 0 : model_->sum(column);
+}
+
+QString Grid::footerText(std::string_view field) const { return footer_->text(model_->columnOf(field)); }
+
+void Grid::setEmptyText(const QString& text) {
+  emptyText_ = text;
+  showState();
+}
+
+QAction* Grid::addMenuCommand(const QString& text, std::function<void()> action) {
+  return menu_->addAction(text, this, std::move(action));
+}
+
+std::vector<Grid::ExportColumn> Grid::exportColumns() const {
+  std::vector<ExportColumn> result;
+  const auto* header = view_->horizontalHeader();
+  for (int place = 0; place < header->count(); ++place) {
+    const int column = header->logicalIndex(place);
+    const auto& spec = spec_.columns[static_cast<std::size_t>(column)];
+    if (header->isSectionHidden(column) || !spec.exported) continue;
+    result.push_back({model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), spec.kind, column});
+  }
+  return result;
+}
+
+Value Grid::cellValue(int viewRow, int column) const {
+  const int source = model_->rows().columnIndex(spec_.columns[static_cast<std::size_t>(column)].field);
+  return source < 0 ? Value() : model_->rows().value(model_->sourceRow(viewRow), source);
+}
+
+QString Grid::tabSeparated(bool onlySelected) const {
+  const auto columns = exportColumns();
+  QStringList lines;
+  QStringList cells;
+  for (const auto& column : columns) cells << column.caption;
+  lines << cells.join(u'\t');
+  for (int row = 0; row < rowCount(); ++row) {
+    if (onlySelected && !view_->selectionModel()->isRowSelected(row)) continue;
+    cells.clear();
+    for (const auto& column : columns) {
+      // Numbers go without symbol and grouping, so that a spreadsheet takes them for numbers.
+      const QString text = isNumberKind(column.kind) ? cellValue(row, column.column).text() : cellText(row, column.column);
+      cells << QString(text).replace(u'\t', u' ').replace(u'\n', u' ');
+    }
+    lines << cells.join(u'\t');
+  }
+  return lines.join(u'\n') + u'\n';
+}
+
+void Grid::focusRows() { view_->setFocus(Qt::OtherFocusReason); }
+
+bool Grid::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == view_->viewport() && event->type() == QEvent::Resize) {
+    if (!layoutRead_) defaultWidths();
+    showState();
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void Grid::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  showState();
+}
+
+void Grid::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!layoutRead_) restoreLayout();
+}
+
+void Grid::defaultWidths() {
+  auto* header = view_->horizontalHeader();
+  const int character = view_->fontMetrics().averageCharWidth();
+  int total = 0;
+  int texts = 0;
+  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
+    if (header->isSectionHidden(i)) continue;
+    const int width = grid_detail::characters(spec_.columns[i]) * character + 14;
+    header->resizeSection(i, width);
+    total += width;
+    if (spec_.columns[i].kind == ColumnKind::Text) texts += width;
+  }
+  const int room = view_->viewport()->width() - total;
+  if (room <= 0 || texts == 0) return;
+  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
+    if (header->isSectionHidden(i) || spec_.columns[i].kind != ColumnKind::Text) continue;
+    header->resizeSection(i, header->sectionSize(i) + room * header->sectionSize(i) / texts);
+  }
+}
+
+void Grid::showMenu(const QPoint& place) {
+  QMenu menu(this);
+  for (auto* action : menu_->actions()) menu.addAction(action);
+  if (!menu.isEmpty()) menu.addSeparator();
+  menu.addAction(QStringLiteral("复制所选行(Ctrl+C)"), this,
+                 [this] { QApplication::clipboard()->setText(tabSeparated(true)); })
+      ->setEnabled(!isEmpty());
+  menu.addAction(QStringLiteral("复制全部"), this, [this] { QApplication::clipboard()->setText(tabSeparated(false)); })
+      ->setEnabled(!isEmpty());
+  auto* columns = menu.addMenu(QStringLiteral("显示的列"));
+  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
+    auto* action = columns->addAction(model_->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString());
+    action->setCheckable(true);
+    action->setChecked(!view_->isColumnHidden(i));
+    connect(action, &QAction::toggled, this, [this, i](bool on) { view_->setColumnHidden(i, !on); });
+  }
+  menu.addAction(QStringLiteral("保存布局"), this, &Grid::saveLayout);
+  menu.addAction(QStringLiteral("恢复默认布局"), this, &Grid::dropLayout);
+  menu.exec(view_->viewport()->mapToGlobal(place));
+}
+
+void Grid::goOnAfterEdit() {
+  const auto at = view_->currentIndex();
+  if (!at.isValid()) return;
+  const auto* header = view_->horizontalHeader();
+  for (int place = header->visualIndex(at.column()) + 1; place < header->count(); ++place) {
+    const int column = header->logicalIndex(place);
+    if (header->isSectionHidden(column) || !spec_.columns[static_cast<std::size_t>(column)].editable) continue;
+    view_->setCurrentIndex(model_->index(at.row(), column));
+    return;
+  }
+}
+
+namespace grid_detail {
+
+QString layoutFile(const QString& key) { return programPath(QStringLiteral("Layout/") + key + QStringLiteral(".ini")); }
+
+}  // namespace grid_detail
+
+void Grid::saveLayout() {
+  QDir().mkpath(programPath(QStringLiteral("Layout")));
+  QSettings file(grid_detail::layoutFile(layoutKey_), QSettings::IniFormat);
+  const auto* header = view_->horizontalHeader();
+  file.clear();
+  for (int i = 0; i < header->count(); ++i) {
+    const bool hidden = header->isSectionHidden(i);
+    if (hidden) continue;
+    file.setValue(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field),
+                  QStringList{QString::number(header->visualIndex(i)), QString::number(header->sectionSize(i))});
+  }
+  layoutRead_ = true;
+}
+
+void Grid::restoreLayout() {
+  const QString name = grid_detail::layoutFile(layoutKey_);
+  if (programDirectory().isEmpty() || !QFile::exists(name)) return;
+  layoutRead_ = true;
+  const QSettings file(name, QSettings::IniFormat);
+  auto* header = view_->horizontalHeader();
+  std::vector<std::pair<int, int>> places;  // wished place, column
+  for (int i = 0; i < header->count(); ++i) {
+    const auto value =
+        file.value(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field)).toStringList();
+    if (value.size() != 2) continue;
+    places.emplace_back(value[0].toInt(), i);
+    header->resizeSection(i, std::clamp(value[1].toInt(), 16, 2000));
+  }
+  std::sort(places.begin(), places.end());
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    header->moveSection(header->visualIndex(places[i].second), static_cast<int>(i));
+  }
+}
+
+void Grid::dropLayout() {
+  QFile::remove(grid_detail::layoutFile(layoutKey_));
+  layoutRead_ = false;
+  auto* header = view_->horizontalHeader();
+  for (int i = 0; i < header->count(); ++i) header->moveSection(header->visualIndex(i), i);
+  for (int i = 0; i < header->count(); ++i) {
+    if (spec_.columns[static_cast<std::size_t>(i)].hidden) view_->setColumnHidden(i, true);
+  }
+  defaultWidths();
+}
+
+}  // namespace jxc::ui

@@ -1,0 +1,134 @@
+// 表格: a list of rows with a footer of sums, sorting, copying, editing, and a layout that stays.
+#pragma once
+
+#include "core/statements.h"
+#include "ui/grid_model.h"
+#include "ui/list_loader.h"
+#include "ui/specs.h"
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QLabel;
+class QMenu;
+class QProgressBar;
+class QPushButton;
+class QTableView;
+
+namespace jxc::ui {
+
+/// A grid made from its GridSpec. It is given a query and keeps it: `reload()` runs it again and comes back to the row
+/// where the operator was. Long queries run in the background and can be cancelled.
+class Grid : public QWidget {
+ public:
+  Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent);
+  ~Grid() override;
+
+  const GridSpec& spec() const { return spec_; }
+
+  // Rows.
+  template <class... Args>
+  void load(const SqlText& sql, const Args&... args) {
+    loadQuery({std::string(sql.view()), {Value(args)...}});
+  }
+  void load(const SqlText& sql, const Filter& filter) {
+    loadQuery({std::string(sql.view()), {filter.values().begin(), filter.values().end()}});
+  }
+  void loadQuery(GridQuery query);
+  /// Rows that came from elsewhere (a rule's answer, a filler).
+  void setRows(RowSet rows);
+  void reload();
+  void clearRows();
+  bool isLoading() const { return loader_.isRunning(); }
+  /// Waits for the answer of a running query (tests, screenshots, exports).
+  void waitLoaded(int milliseconds = 60000);
+  const RowSet& rows() const { return model_->rows(); }
+  int rowCount() const { return model_->rows().rowCount(); }
+  bool isEmpty() const { return rowCount() == 0; }
+
+  // The current row.
+  std::optional<Row> current() const;
+  std::int64_t currentId() const;  // by the spec's id field; 0 without a row
+  QString currentText(std::string_view field) const;
+  double currentNumber(std::string_view field) const;
+  bool selectId(std::int64_t id);
+  void selectRow(int viewRow);
+  int currentRow() const;  // place in the view; -1
+  /// Rows that the operator has marked (all of them with Ctrl+A), in the order of the view.
+  std::vector<Row> selectedRows() const;
+  void setMultiSelect(bool on);
+
+  // Columns.
+  void setColumnVisible(std::string_view field, bool on);
+  bool isColumnVisible(std::string_view field) const;
+  void setCaption(std::string_view field, const QString& caption);
+  void setReadOnly(bool on);
+  /// Sum of a column over all rows.
+  double sum(std::string_view field) const;
+  QString footerText(std::string_view field) const;  // as shown; empty for a column without a sum
+  void setEmptyText(const QString& text);
+
+  // Hooks.
+  void onActivated(std::function<void()> hook) { activated_ = std::move(hook); }  // Enter, double click
+  void onCurrentChanged(std::function<void()> hook) { currentChanged_ = std::move(hook); }
+  void onLoaded(std::function<void()> hook) { loaded_ = std::move(hook); }
+  /// A cell was edited: `text` as typed; in number columns a plain number, or empty when it was none.
+  void onChanged(GridModel::Changed hook) { model_->changed = std::move(hook); }
+  void setRowLook(std::function<RowLook(const Row&)> look) { model_->rowLook = std::move(look); }
+  /// Commands of the pop-up menu, before copy and layout.
+  QAction* addMenuCommand(const QString& text, std::function<void()> action);
+
+  // What export and print take: visible exported columns in their order, cells as shown.
+  struct ExportColumn {
+    QString caption;
+    ColumnKind kind;
+    int column;  // of cellText and of rows()
+  };
+  std::vector<ExportColumn> exportColumns() const;
+  QString cellText(int viewRow, int column) const { return model_->cellText(viewRow, column); }
+  Value cellValue(int viewRow, int column) const;
+  /// Marked rows, or all, as tab-separated text with a header line.
+  QString tabSeparated(bool onlySelected) const;
+
+  void focusRows();
+  QTableView* view() const { return view_; }
+  /// Widths, places and hidden columns, kept in Layout/<screen>_<grid>.ini of the program directory.
+  void saveLayout();
+  void restoreLayout();
+  void dropLayout();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  class Footer;
+  class Table;
+  void arrived(RowSet rows, bool complete);
+  void showState();
+  void defaultWidths();
+  void showMenu(const QPoint& place);
+  void goOnAfterEdit();
+
+  GridSpec spec_;
+  QString layoutKey_;
+  GridModel* model_;
+  QTableView* view_;
+  Footer* footer_ = nullptr;
+  QLabel* hint_;
+  QWidget* busy_;
+  QMenu* menu_;
+  ListLoader loader_;
+  GridQuery query_;
+  QString emptyText_;
+  bool failed_ = false;
+  bool layoutRead_ = false;
+  bool inReload_ = false;
+  std::function<void()> activated_, currentChanged_, loaded_;
+};
+
+}  // namespace jxc::ui

@@ -1,0 +1,64 @@
+// 表格模型: the rows of a query as a table model: no item per cell, sorting is an order of row numbers.
+#pragma once
+
+#include "engine/row_set.h"
+#include "ui/specs.h"
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace jxc::ui {
+
+/// How a row stands out; colours are named by meaning and come from the skin.
+enum class RowLook { Normal, Muted, Good, Warning, Bad };
+
+class GridModel : public QAbstractTableModel {
+ public:
+  using Changed = std::function<void(const Row& row, std::string_view field, const QString& text)>;
+
+  explicit GridModel(std::span<const ColumnSpec> columns, QObject* parent);
+
+  /// Takes rows; throws DbError(UnknownName) when a column's field is not among them. Keeps the sort order.
+  void setRows(RowSet rows);
+  const RowSet& rows() const { return rows_; }
+  std::span<const ColumnSpec> columns() const { return columns_; }
+  int columnOf(std::string_view field) const;  // -1 when unknown
+  /// Row of the row set shown at a place of the view, and back.
+  int sourceRow(int viewRow) const { return order_.empty() ? viewRow : order_[viewRow]; }
+  int viewRow(int sourceRow) const;
+  int findInteger(std::string_view field, std::int64_t number) const;  // view row, -1
+  QString cellText(int viewRow, int column) const;
+  double sum(int column) const;
+  void setCaption(int column, const QString& caption);
+
+  std::function<RowLook(const Row&)> rowLook;
+  /// Called once the editor is closed, so that the hook may ask and load anew.
+  Changed changed;
+  std::function<void()> afterChange;
+  bool readOnly = false;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  /// Stable; numbers as numbers, Chinese by pinyin. Column -1: as the query gave them.
+  void sort(int column, Qt::SortOrder order) override;
+
+ private:
+  void reorder();
+  std::span<const ColumnSpec> columns_;
+  std::vector<QString> captions_;
+  RowSet rows_;
+  std::vector<int> source_;  // column of the row set behind each column; -1 before the first rows
+  std::vector<int> order_;   // empty: as the query gave them
+  int sortColumn_ = -1;
+  Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
+};
+
+}  // namespace jxc::ui

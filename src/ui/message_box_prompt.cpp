@@ -1,0 +1,61 @@
+#include "ui/message_box_prompt.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace jxc::ui {
+namespace message_box_prompt_detail {
+
+QWidget* above(QWidget* wished) {
+  if (auto* modal = QApplication::activeModalWidget()) return modal;
+  return wished && wished->isVisible() ? wished : QApplication::activeWindow();
+}
+
+// Business texts carry "\r\n"; the box knows "\n" only.
+QString boxText(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
+Answer question(QWidget* parent, const QString& text, bool withCancel) {
+  QMessageBox box(QMessageBox::Question, QStringLiteral("信息提醒"), boxText(text), QMessageBox::NoButton, above(parent));
+  box.setTextFormat(Qt::PlainText);
+  auto* yes = box.addButton(QStringLiteral("是(&Y)"), QMessageBox::YesRole);
+  auto* no = box.addButton(QStringLiteral("否(&N)"), QMessageBox::NoRole);
+  yes->setObjectName(QStringLiteral("btnYes"));
+  no->setObjectName(QStringLiteral("btnNo"));
+  yes->setShortcut(Qt::Key_Y);
+  no->setShortcut(Qt::Key_N);
+  QPushButton* cancel = nullptr;
+  if (withCancel) {
+    cancel = box.addButton(QStringLiteral("取消(Esc)"), QMessageBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("btnCancel"));
+  }
+  box.setDefaultButton(yes);
+  box.setEscapeButton(withCancel ? cancel : no);
+  box.exec();
+  if (box.clickedButton() == yes) return Answer::Yes;
+  return withCancel && box.clickedButton() != no ? Answer::Cancel : Answer::No;
+}
+
+}  // namespace message_box_prompt_detail
+
+void MessageBoxPrompt::notice(const QString& text) {
+  using namespace message_box_prompt_detail;
+  QMessageBox box(QMessageBox::Information, QStringLiteral("系统提示"), boxText(text), QMessageBox::NoButton,
+                  above(parent_));
+  box.setTextFormat(Qt::PlainText);
+  auto* ok = box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
+  ok->setObjectName(QStringLiteral("btnOK"));
+  box.setDefaultButton(ok);
+  box.setEscapeButton(ok);
+  box.exec();
+}
+
+bool MessageBoxPrompt::ask(const QString& text) {
+  return message_box_prompt_detail::question(parent_, text, false) == Answer::Yes;
+}
+
+Answer MessageBoxPrompt::askOrCancel(const QString& text) {
+  return message_box_prompt_detail::question(parent_, text, true);
+}
+
+}  // namespace jxc::ui

@@ -1,0 +1,388 @@
+#include "ui/screen.h"
+
+#include "ui/display.h"
+#include "ui/message_box_prompt.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <map>
+#include <stdexcept>
+
+namespace jxc::ui {
+
+struct Screen::CommandPart {
+  QPushButton* button = nullptr;
+  std::vector<QKeySequence> keys;
+  bool handled = false;  // someone listens
+};
+
+namespace screen_detail {
+
+std::vector<std::string_view> words(std::string_view text) {
+  std::vector<std::string_view> result;
+  std::size_t at = 0;
+  while ((at = text.find_first_not_of(' ', at)) != std::string_view::npos) {
+    const auto end = std::min(text.find(' ', at), text.size());
+    result.push_back(text.substr(at, end - at));
+    at = end;
+  }
+  return result;
+}
+
+[[noreturn]] void unknown(std::string_view screen, const char* what, std::string_view name) {
+  throw std::invalid_argument(std::string(screen) + ": no " + what + " \"" + std::string(name) + "\"");
+}
+
+struct Registry {
+  std::map<std::string, ScreenFactory, std::less<>> factories;
+  std::map<std::string, std::unique_ptr<Screen>, std::less<>> instances;
+};
+
+Registry& registry() {
+  static Registry all;
+  return all;
+}
+
+QKeySequence keyOf(const QKeyEvent& event) {
+  auto key = event.key();
+  if (key == Qt::Key_Enter) key = Qt::Key_Return;
+  return QKeySequence(static_cast<int>((event.modifiers() & ~Qt::KeypadModifier).toInt()) | key);
+}
+
+}  // namespace screen_detail
+
+Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<MessageBoxPrompt>(this)) {
+  setObjectName(qs(spec.name));
+  setWindowTitle(qs(spec.title));
+  setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+  setWindowFlag(Qt::WindowMaximizeButtonHint, true);
+  setModal(true);
+  outer_ = new QVBoxLayout(this);
+  for (const auto& field : spec.fields) fields_.push_back(std::make_unique<Field>(field, this));
+  for (const auto& grid : spec.grids) grids_.push_back(new Grid(grid, spec.name, this));
+  for (const auto& command : spec.commands) {
+    auto part = std::make_unique<CommandPart>();
+    part->button = new QPushButton(this);
+    part->button->setObjectName(qs(command.name));
+    QString caption = qs(command.caption);
+    const QString key = qs(command.key);
+    if (!key.isEmpty() && !caption.contains(u'(')) caption += u'(' + key + u')';
+    part->button->setText(caption);
+    part->button->setAutoDefault(false);
+    if (!command.tooltip.empty()) part->button->setToolTip(qs(command.tooltip));
+    if (!key.isEmpty()) part->keys.emplace_back(key);
+    CommandPart* kept = part.get();
+    const bool leaves = command.key == "Esc";
+    connect(kept->button, &QPushButton::clicked, this, [this, kept, leaves] {
+      if (leaves && !kept->handled) reject();
+    });
+    commands_.push_back(std::move(part));
+  }
+}
+
+Screen::~Screen() = default;
+
+Field& Screen::field(std::string_view name) {
+  for (auto& field : fields_) {
+    if (field->spec().name == name) return *field;
+  }
+  screen_detail::unknown(spec_.name, "field", name);
+}
+
+bool Screen::hasField(std::string_view name) const {
+  return std::any_of(fields_.begin(), fields_.end(), [&](const auto& f) { return f->spec().name == name; });
+}
+
+Grid& Screen::grid(std::string_view name) {
+  for (auto* grid : grids_) {
+    if (grid->spec().name == name) return *grid;
+  }
+  screen_detail::unknown(spec_.name, "grid", name);
+}
+
+QPushButton& Screen::command(std::string_view name) {
+  for (std::size_t i = 0; i < commands_.size(); ++i) {
+    if (spec_.commands[i].name == name) return *commands_[i]->button;
+  }
+  screen_detail::unknown(spec_.name, "command", name);
+}
+
+std::vector<Field*> Screen::fields() const {
+  std::vector<Field*> result;
+  for (const auto& field : fields_) result.push_back(field.get());
+  return result;
+}
+
+std::vector<Grid*> Screen::grids() const { return grids_; }
+
+Prompt& Screen::prompt() { return *prompt_; }
+
+Panel Screen::panel() { return Panel(*this, outer_); }
+
+void Screen::on(QPushButton& command, std::function<void()> action) {
+  for (auto& part : commands_) {
+    if (part->button == &command) part->handled = true;
+  }
+  connect(&command, &QPushButton::clicked, this, std::move(action));
+}
+
+void Screen::addKey(QPushButton& command, const char* key) {
+  for (auto& part : commands_) {
+    if (part->button == &command) part->keys.emplace_back(QString::fromLatin1(key));
+  }
+}
+
+bool Screen::showModal() {
+  placeRest();
+  activate();
+  focusFirst();
+  return exec() == QDialog::Accepted;
+}
+
+void Screen::reject() {
+  if (mayLeave()) QDialog::reject();
+}
+
+void Screen::placeRest() {
+  if (complete_) return;
+  complete_ = true;
+  const auto isPlaced = [this](const QWidget* widget) {
+    return std::find(placed_.begin(), placed_.end(), widget) != placed_.end();
+  };
+  const bool nothingYet = placed_.empty();
+  auto rest = panel();
+  std::vector<std::string_view> loose;
+  for (const auto& field : fields_) {
+    if (!isPlaced(field->widget())) loose.push_back(field->spec().name);
+  }
+  const std::size_t perRow = loose.size() > 7 ? 2 : 1;
+  std::vector<std::string> rows;
+  for (std::size_t i = 0; i < loose.size(); i += perRow) {
+    std::string row;
+    for (std::size_t k = i; k < std::min(i + perRow, loose.size()); ++k) row += std::string(loose[k]) + ' ';
+    rows.push_back(row);
+  }
+  if (!rows.empty()) rest.form(std::vector<std::string_view>(rows.begin(), rows.end()));
+  for (auto* grid : grids_) {
+    if (!isPlaced(grid)) rest.grid(grid->spec().name);
+  }
+  std::string names;
+  for (std::size_t i = 0; i < commands_.size(); ++i) {
+    if (!isPlaced(commands_[i]->button)) names += std::string(spec_.commands[i].name) + ' ';
+  }
+  if (!names.empty()) rest.buttons((nothingYet && grids_.empty() ? "| " : "") + names);
+}
+
+void Screen::focusFirst() {
+  if (!spec_.focus.empty()) {
+    if (hasField(spec_.focus)) return field(spec_.focus).focus();
+    for (auto* grid : grids_) {
+      if (grid->spec().name == spec_.focus) return grid->focusRows();
+    }
+  }
+  for (const auto& field : fields_) {
+    if (field->isVisible() && field->isEnabled() && !field->isReadOnly()) return field->focus();
+  }
+  if (!grids_.empty()) grids_.front()->focusRows();
+}
+
+bool Screen::checkFields() {
+  for (const auto& field : fields_) {
+    if (!field->isVisible()) continue;
+    const QString problem = field->problem();
+    if (problem.isEmpty()) continue;
+    prompt().notice(problem);
+    field->focus();
+    return false;
+  }
+  return true;
+}
+
+void Screen::enterPressed(Field&) { focusNextPrevChild(true); }
+
+bool Screen::runKey(const QKeySequence& key) {
+  for (const auto& part : commands_) {
+    if (!part->button->isVisible() || !part->button->isEnabled()) continue;
+    if (std::find(part->keys.begin(), part->keys.end(), key) == part->keys.end()) continue;
+    part->button->click();
+    return true;
+  }
+  return false;
+}
+
+void Screen::keyPressEvent(QKeyEvent* event) {
+  const auto key = screen_detail::keyOf(*event);
+  auto* now = focusWidget();
+  if (key == QKeySequence(Qt::Key_Return)) {
+    if (auto* button = qobject_cast<QPushButton*>(now)) return button->click();
+    for (const auto& field : fields_) {
+      if (!field->hasFocus()) continue;
+      if (!field->enterPressed()) enterPressed(*field);
+      return;
+    }
+  }
+  if (runKey(key) || keyPressed(*event)) return;
+  if (key == QKeySequence(Qt::Key_Escape)) return reject();
+  if (key == QKeySequence(Qt::Key_Return)) return;  // never the default button of the toolkit
+  QDialog::keyPressEvent(event);
+}
+
+void Screen::showEvent(QShowEvent* event) {
+  // Every screen fits a small display, also at twice the scale; what is larger scrolls inside its grids.
+  if (const auto* display = screen()) {
+    const QSize room = display->availableSize() - QSize(16, 48);
+    const QSize wish = sizeHint().expandedTo(grids_.empty() ? QSize() : QSize(1000, 620)).boundedTo(room);
+    if (!testAttribute(Qt::WA_Resized) || width() > room.width() || height() > room.height()) resize(wish);
+  }
+  QDialog::showEvent(event);
+}
+
+// --- Panel ---
+
+Panel& Panel::form(std::span<const std::string_view> rows) {
+  auto* raster = new QGridLayout;
+  std::size_t most = 0;
+  for (const auto row : rows) most = std::max(most, screen_detail::words(row).size());
+  int line = 0;
+  for (const auto row : rows) {
+    const auto names = screen_detail::words(row);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      Field& field = screen_->field(names[i]);
+      const int column = static_cast<int>(i) * 2;
+      const int span = i + 1 == names.size() ? static_cast<int>(most - i) * 2 - 1 : 1;
+      if (field.label()) {
+        const bool high = field.spec().kind == FieldKind::Memo;
+        raster->addWidget(field.label(), line, column, Qt::AlignRight | (high ? Qt::AlignTop : Qt::AlignVCenter));
+      }
+      raster->addWidget(field.widget(), line, column + 1, 1, span);
+      screen_->placed_.push_back(field.widget());
+    }
+    ++line;
+  }
+  for (std::size_t i = 0; i < most; ++i) raster->setColumnStretch(static_cast<int>(i) * 2 + 1, 1);
+  layout_->addLayout(raster);
+  return *this;
+}
+
+Panel& Panel::grid(std::string_view name, int stretch) {
+  Grid& grid = screen_->grid(name);
+  layout_->addWidget(&grid, stretch);
+  screen_->placed_.push_back(&grid);
+  return *this;
+}
+
+Panel& Panel::buttons(std::string_view names) { return row(names); }
+
+Panel& Panel::row(std::string_view names) {
+  auto* line = new QHBoxLayout;
+  bool stretched = false;
+  for (const auto name : screen_detail::words(names)) {
+    if (name == "|") {
+      line->addStretch(1);
+      stretched = true;
+    } else if (screen_->hasField(name)) {
+      Field& field = screen_->field(name);
+      if (field.label()) line->addWidget(field.label());
+      line->addWidget(field.widget());
+      screen_->placed_.push_back(field.widget());
+    } else {
+      QPushButton& button = screen_->command(name);
+      line->addWidget(&button);
+      screen_->placed_.push_back(&button);
+    }
+  }
+  if (!stretched) line->addStretch(1);
+  layout_->addLayout(line);
+  return *this;
+}
+
+Panel& Panel::widget(QWidget* widget, int stretch) {
+  layout_->addWidget(widget, stretch);
+  return *this;
+}
+
+Panel& Panel::text(const QString& text) {
+  auto* label = new QLabel(text, screen_);
+  label->setWordWrap(true);
+  label->setProperty("explanation", true);
+  layout_->addWidget(label);
+  return *this;
+}
+
+Panel& Panel::stretch() {
+  layout_->addStretch(1);
+  return *this;
+}
+
+Panel Panel::group(const QString& title) {
+  auto* box = new QGroupBox(title, screen_);
+  auto* layout = new QVBoxLayout(box);
+  layout_->addWidget(box);
+  return Panel(*screen_, layout);
+}
+
+Panel Panel::page(std::string_view name, const QString& title) {
+  if (!*tabs_) {
+    *tabs_ = new QTabWidget(screen_);
+    (*tabs_)->setDocumentMode(true);
+    layout_->addWidget(*tabs_, 1);
+  }
+  auto* page = new QWidget;
+  page->setObjectName(qs(name));
+  page->setAccessibleName(title);
+  auto* layout = new QVBoxLayout(page);
+  (*tabs_)->addTab(page, title);
+  return Panel(*screen_, layout);
+}
+
+std::pair<Panel, Panel> Panel::columns(int firstStretch, int secondStretch) {
+  auto* both = new QHBoxLayout;
+  auto* first = new QVBoxLayout;
+  auto* second = new QVBoxLayout;
+  both->addLayout(first, firstStretch);
+  both->addLayout(second, secondStretch);
+  layout_->addLayout(both, 1);
+  return {Panel(*screen_, first), Panel(*screen_, second)};
+}
+
+// --- Registry ---
+
+void registerScreen(std::string_view name, ScreenFactory factory) {
+  screen_detail::registry().factories.insert_or_assign(std::string(name), std::move(factory));
+}
+
+bool isScreenRegistered(std::string_view name) { return screen_detail::registry().factories.contains(name); }
+
+std::vector<std::string> registeredScreens() {
+  std::vector<std::string> names;
+  for (const auto& [name, factory] : screen_detail::registry().factories) names.push_back(name);
+  return names;
+}
+
+Screen& screenNamed(std::string_view name) {
+  auto& all = screen_detail::registry();
+  const auto known = all.instances.find(name);
+  if (known != all.instances.end()) return *known->second;
+  const auto factory = all.factories.find(name);
+  if (factory == all.factories.end()) throw std::invalid_argument("no screen \"" + std::string(name) + "\"");
+  auto made = std::unique_ptr<Screen>(factory->second());
+  return *all.instances.emplace(std::string(name), std::move(made)).first->second;
+}
+
+bool openScreen(std::string_view name) {
+  if (isScreenRegistered(name)) return screenNamed(name).showModal();
+  MessageBoxPrompt(QApplication::activeWindow()).notice(QStringLiteral("“%1”功能尚未提供！").arg(qs(name)));
+  return false;
+}
+
+void dropScreens() { screen_detail::registry().instances.clear(); }
+
+}  // namespace jxc::ui

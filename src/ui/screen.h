@@ -1,0 +1,157 @@
+// 屏幕: the base of every screen: a modal dialog built from its description, with its keys, focus and activation.
+#pragma once
+
+#include "core/prompt.h"
+#include "ui/field.h"
+#include "ui/grid.h"
+#include "ui/specs.h"
+
+#include <QDialog>
+#include <QPushButton>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QTabWidget;
+class QVBoxLayout;
+class QBoxLayout;
+
+namespace jxc::ui {
+
+class Screen;
+
+/// An area of a screen that is filled from top to bottom: rows of inputs, grids, rows of buttons, tab pages.
+class Panel {
+ public:
+  /// Rows of inputs in one raster: {"tghs dateCg comCk", "tnote"} are three in the first line and one, as wide as the
+  /// rest, in the second.
+  Panel& form(std::initializer_list<std::string_view> rows) { return form(std::span(rows.begin(), rows.size())); }
+  Panel& form(std::span<const std::string_view> rows);
+  Panel& grid(std::string_view name, int stretch = 1);
+  /// Buttons, filled from the left; "|" takes up the free room, so that what follows stands at the right.
+  Panel& buttons(std::string_view names);
+  /// Inputs and buttons in one line: a search row above a list. "|" as above.
+  Panel& row(std::string_view names);
+  Panel& widget(QWidget* widget, int stretch = 0);
+  Panel& text(const QString& text);  // a line of explanation
+  Panel& stretch();
+  /// A framed area with a title, inside this one.
+  Panel group(const QString& title);
+  /// A page of this area's tabs; the tabs come with the first page. `name` becomes the page's object name.
+  Panel page(std::string_view name, const QString& title);
+  /// Two areas side by side, their widths by the stretches.
+  std::pair<Panel, Panel> columns(int firstStretch = 1, int secondStretch = 1);
+  QTabWidget* tabs() const { return tabs_ ? *tabs_ : nullptr; }
+
+ private:
+  friend class Screen;
+  Panel(Screen& screen, QBoxLayout* layout) : screen_(&screen), layout_(layout) {}
+  Screen* screen_;
+  QBoxLayout* layout_;
+  std::shared_ptr<QTabWidget*> tabs_ = std::make_shared<QTabWidget*>(nullptr);
+};
+
+/// Base of all screens. One instance a class, made on first use and kept; see `registered` below. A subclass binds its
+/// members to the described parts and places them:
+///
+///     class TF_Ckgl_Add : public ui::Screen {
+///       ui::Field& tname = field("tname");
+///       QPushButton& btnOK = command("btnOK");
+///     …
+///     TF_Ckgl_Add::TF_Ckgl_Add() : Screen(kScreen) {
+///       panel().form({"tname tjm", "tnote"}).buttons("| btnOK btnCancel");
+///       on(btnOK, [this] { saveValue(); });
+///     }
+///
+/// What is not placed by hand is placed in the order of the description. A command with the key Esc leaves.
+class Screen : public QDialog {
+ public:
+  explicit Screen(const ScreenSpec& spec);
+  ~Screen() override;
+
+  const ScreenSpec& spec() const { return spec_; }
+  /// The part with this name; std::invalid_argument when the description has none.
+  Field& field(std::string_view name);
+  Grid& grid(std::string_view name);
+  QPushButton& command(std::string_view name);
+  bool hasField(std::string_view name) const;
+  std::vector<Field*> fields() const;
+  std::vector<Grid*> grids() const;
+
+  /// Runs the activation and shows the screen until it is left. Whether it was accepted (`accept()`).
+  bool showModal();
+
+  /// Notices and questions of this screen, for the rules that it calls.
+  Prompt& prompt();
+
+  /// Closing by Esc, by the window's box and by btnCancel ends here; accept() does not ask.
+  void reject() override;
+
+ protected:
+  /// At each showing, before the screen is seen: fill lists, reset inputs, load grids.
+  virtual void activate() {}
+  /// Whether the operator may leave; documents ask here.
+  virtual bool mayLeave() { return true; }
+  /// Enter in an input, after its own hook: moves to the next one.
+  virtual void enterPressed(Field& field);
+  /// A key that no command has; true when it was for this screen.
+  virtual bool keyPressed(QKeyEvent&) { return false; }
+
+  Panel panel();
+  void on(QPushButton& command, std::function<void()> action);
+  /// Another key for a command (F5 also on Enter in the list …).
+  void addKey(QPushButton& command, const char* key);
+  /// Shows what is wrong with the first input that has a problem, focuses it, and returns false.
+  bool checkFields();
+
+  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  friend class Panel;
+  struct CommandPart;
+  void placeRest();
+  void focusFirst();
+  bool runKey(const QKeySequence& key);
+
+  ScreenSpec spec_;
+  std::vector<std::unique_ptr<Field>> fields_;
+  std::vector<Grid*> grids_;
+  std::vector<std::unique_ptr<CommandPart>> commands_;
+  std::vector<QWidget*> placed_;
+  std::unique_ptr<Prompt> prompt_;
+  QVBoxLayout* outer_;
+  bool complete_ = false;
+};
+
+// --- The registry: screens are known by name, so that nobody has to include them. ---
+
+using ScreenFactory = std::function<Screen*()>;
+void registerScreen(std::string_view name, ScreenFactory factory);
+bool isScreenRegistered(std::string_view name);
+std::vector<std::string> registeredScreens();  // sorted by name
+/// The one instance of "F_Cgjh", made on first use. std::invalid_argument for an unknown name.
+Screen& screenNamed(std::string_view name);
+/// The same as its class, for a screen that sets something before it opens another: `screenAs<TF_Cgjh_Sele>("F_Cgjh_Sele")`.
+template <class T>
+T& screenAs(std::string_view name) {
+  return dynamic_cast<T&>(screenNamed(name));
+}
+/// Opens a screen by name and returns when it is left; whether it was accepted. One that is not there yet says so.
+bool openScreen(std::string_view name);
+/// Forgets all instances (tests: each starts with screens of its own).
+void dropScreens();
+
+/// At namespace scope of the screen's .cpp, in the namespace of the file: `const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};`
+template <class T>
+struct Registered {
+  explicit Registered(std::string_view name) {
+    registerScreen(name, [] { return static_cast<Screen*>(new T); });
+  }
+};
+
+}  // namespace jxc::ui
