@@ -142,9 +142,15 @@ constexpr Repeat kRepeats[] = {
 
 }  // namespace commands_detail
 
-std::span<const PageDefinition> pages() { return commands_detail::kPages; }
-std::span<const CommandDefinition> commands() { return commands_detail::kCommands; }
-std::span<const Repeat> repeats() { return commands_detail::kRepeats; }
+std::span<const PageDefinition> pages() {
+  return commands_detail::kPages;
+}
+std::span<const CommandDefinition> commands() {
+  return commands_detail::kCommands;
+}
+std::span<const Repeat> repeats() {
+  return commands_detail::kRepeats;
+}
 
 const CommandDefinition* findCommand(std::string_view name) {
   const auto all = commands();

@@ -12,10 +12,10 @@ enum class Page { Purchasing, Sales, Stock, Accounts, Statistics, Daily, Basic, 
 
 struct PageDefinition {
   Page page;
-  std::string_view tab;      // object name of the tab button
-  std::string_view panel;    // object name of the panel
+  std::string_view tab;    // object name of the tab button
+  std::string_view panel;  // object name of the panel
   std::string_view caption;
-  std::string_view shortcut; // F1 and F2 are taken: Ctrl+1 …
+  std::string_view shortcut;  // F1 and F2 are taken: Ctrl+1 …
 };
 
 /// What else guards a command besides rights of a role.
@@ -30,13 +30,13 @@ struct CommandDefinition {
   Page page;
   Place place;
   Guard guard;
-  std::string_view group;        // column of the role that guards it; empty without
-  std::array<int, 3> positions;  // any of them is enough; 0 is none
-  std::string_view refusal;      // told after "您没有权限进行", or whole for SystemRole
-  std::string_view screen;       // "F_Cgjh"; empty when the window does it itself
-  std::string_view icon;         // name of a drawing
-  std::string_view parameter = {};      // shown only while this parameter is on …
-  std::string_view notParameter = {};   // … or only while this one is off
+  std::string_view group;              // column of the role that guards it; empty without
+  std::array<int, 3> positions;        // any of them is enough; 0 is none
+  std::string_view refusal;            // told after "您没有权限进行", or whole for SystemRole
+  std::string_view screen;             // "F_Cgjh"; empty when the window does it itself
+  std::string_view icon;               // name of a drawing
+  std::string_view parameter = {};     // shown only while this parameter is on …
+  std::string_view notParameter = {};  // … or only while this one is off
 };
 
 std::span<const PageDefinition> pages();

@@ -10,10 +10,14 @@ namespace display_detail {
 
 std::optional<NumberFormat> formatOf(ColumnKind kind, bool footer) {
   switch (kind) {
-    case ColumnKind::Money: return footer ? totalFormat() : moneyFormat();
-    case ColumnKind::Total: return totalFormat();
-    case ColumnKind::Quantity: return quantityFormat();
-    default: return std::nullopt;
+    case ColumnKind::Money:
+      return footer ? totalFormat() : moneyFormat();
+    case ColumnKind::Total:
+      return totalFormat();
+    case ColumnKind::Quantity:
+      return quantityFormat();
+    default:
+      return std::nullopt;
   }
 }
 
@@ -24,16 +28,23 @@ QString formatted(ColumnKind kind, double number, bool footer) {
 
 }  // namespace display_detail
 
-QString displayNumber(ColumnKind kind, double number) { return display_detail::formatted(kind, number, false); }
-QString displaySum(ColumnKind kind, double number) { return display_detail::formatted(kind, number, true); }
+QString displayNumber(ColumnKind kind, double number) {
+  return display_detail::formatted(kind, number, false);
+}
+QString displaySum(ColumnKind kind, double number) {
+  return display_detail::formatted(kind, number, true);
+}
 
 QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind) {
   if (rows.isNull(row, column)) return {};
   switch (kind) {
     case ColumnKind::Text:
-    case ColumnKind::Date: return rows.text(row, column);
-    case ColumnKind::Flag: return rows.integer(row, column) != 0 ? QStringLiteral("√") : QString();
-    default: break;
+    case ColumnKind::Date:
+      return rows.text(row, column);
+    case ColumnKind::Flag:
+      return rows.integer(row, column) != 0 ? QStringLiteral("√") : QString();
+    default:
+      break;
   }
   // A text in a number column (a code, "合计") is shown as it stands.
   if (rows.kind(row, column) == Value::Kind::Text && !readNumber(rows.text(row, column))) return rows.text(row, column);
@@ -42,19 +53,31 @@ QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind) {
 
 ColumnKind columnKindOf(FieldKind kind) {
   switch (kind) {
-    case FieldKind::Money: return ColumnKind::Money;
-    case FieldKind::Total: return ColumnKind::Total;
-    case FieldKind::Quantity: return ColumnKind::Quantity;
-    case FieldKind::Percent: return ColumnKind::Percent;
-    case FieldKind::Integer: return ColumnKind::Number;
-    case FieldKind::Date: return ColumnKind::Date;
-    case FieldKind::Check: return ColumnKind::Flag;
-    default: return ColumnKind::Text;
+    case FieldKind::Money:
+      return ColumnKind::Money;
+    case FieldKind::Total:
+      return ColumnKind::Total;
+    case FieldKind::Quantity:
+      return ColumnKind::Quantity;
+    case FieldKind::Percent:
+      return ColumnKind::Percent;
+    case FieldKind::Integer:
+      return ColumnKind::Number;
+    case FieldKind::Date:
+      return ColumnKind::Date;
+    case FieldKind::Check:
+      return ColumnKind::Flag;
+    default:
+      return ColumnKind::Text;
   }
 }
 
-bool isNumberKind(FieldKind kind) { return kind >= FieldKind::Money && kind <= FieldKind::Integer; }
-bool isNumberKind(ColumnKind kind) { return kind >= ColumnKind::Money && kind <= ColumnKind::Number; }
+bool isNumberKind(FieldKind kind) {
+  return kind >= FieldKind::Money && kind <= FieldKind::Integer;
+}
+bool isNumberKind(ColumnKind kind) {
+  return kind >= ColumnKind::Money && kind <= ColumnKind::Number;
+}
 
 int numberInputLength(FieldKind kind) {
   const auto format = display_detail::formatOf(columnKindOf(kind), false);

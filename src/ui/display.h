@@ -5,11 +5,14 @@
 #include "ui/specs.h"
 
 #include <QString>
+
 #include <optional>
 
 namespace jxc::ui {
 
-inline QString qs(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+inline QString qs(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 /// Money with the currency symbol, quantities and totals by the session's digits, the rest in general form.
 QString displayNumber(ColumnKind kind, double number);

@@ -1,6 +1,7 @@
 #include "ui/field.h"
 
 #include "ui/display.h"
+#include "ui/icons.h"
 #include "ui/schema_width.h"
 
 #include <QAction>
@@ -8,7 +9,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDate>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,13 +37,22 @@ int wishedCharacters(const FieldSpec& spec) {
 }
 
 bool isLine(FieldKind kind) {
-  return kind != FieldKind::Combo && kind != FieldKind::EditCombo && kind != FieldKind::Check && kind != FieldKind::Memo;
+  return kind != FieldKind::Combo && kind != FieldKind::EditCombo && kind != FieldKind::Check &&
+         kind != FieldKind::Memo;
 }
 
-QLineEdit* line(QWidget* widget) { return static_cast<QLineEdit*>(widget); }
-QComboBox* combo(QWidget* widget) { return static_cast<QComboBox*>(widget); }
-QCheckBox* box(QWidget* widget) { return static_cast<QCheckBox*>(widget); }
-QPlainTextEdit* memo(QWidget* widget) { return static_cast<QPlainTextEdit*>(widget); }
+QLineEdit* line(QWidget* widget) {
+  return static_cast<QLineEdit*>(widget);
+}
+QComboBox* combo(QWidget* widget) {
+  return static_cast<QComboBox*>(widget);
+}
+QCheckBox* box(QWidget* widget) {
+  return static_cast<QCheckBox*>(widget);
+}
+QPlainTextEdit* memo(QWidget* widget) {
+  return static_cast<QPlainTextEdit*>(widget);
+}
 
 }  // namespace field_detail
 
@@ -54,7 +63,9 @@ struct Field::Quiet {
   Field& field;
 };
 
-Field::Field(const FieldSpec& spec, QWidget* parent) : spec_(spec) { build(parent); }
+Field::Field(const FieldSpec& spec, QWidget* parent) : spec_(spec) {
+  build(parent);
+}
 Field::~Field() = default;
 
 void Field::build(QWidget* parent) {
@@ -117,13 +128,12 @@ void Field::buildLine(QWidget* parent) {
   if (spec_.kind == FieldKind::Password) edit->setEchoMode(QLineEdit::Password);
   if (spec_.kind == FieldKind::Date || spec_.kind == FieldKind::Picker) {
     const bool date = spec_.kind == FieldKind::Date;
-    auto* open = edit->addAction(QIcon(date ? QStringLiteral(":/icons/field-calendar.svg")
-                                            : QStringLiteral(":/icons/field-list.svg")),
-                                 QLineEdit::TrailingPosition);
+    auto* open = edit->addAction(icon(date ? "field-calendar" : "field-list"), QLineEdit::TrailingPosition);
     open->setText(date ? QStringLiteral("日历") : QStringLiteral("列表"));
     open->setToolTip(date ? QStringLiteral("日历 (F4)") : QStringLiteral("列表 (F2)"));
     connect(open, &QAction::triggered, this, [this, date] { date ? openCalendar() : pick(); });
-    for (auto* button : edit->findChildren<QToolButton*>()) button->setAccessibleName(open->text());
+    for (auto* button : edit->findChildren<QToolButton*>())
+      button->setAccessibleName(open->text());
   }
   // A picker shows the name of what stands behind its key: typing there would part the two.
   if (spec_.kind == FieldKind::Picker) edit->setReadOnly(true);
@@ -133,12 +143,17 @@ void Field::buildLine(QWidget* parent) {
 QString Field::text() const {
   using namespace field_detail;
   switch (spec_.kind) {
-    case FieldKind::Check: return isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+    case FieldKind::Check:
+      return isChecked() ? QStringLiteral("1") : QStringLiteral("0");
     case FieldKind::Combo:
-    case FieldKind::EditCombo: return combo(widget_)->currentText();
-    case FieldKind::Memo: return memo(widget_)->toPlainText();
-    case FieldKind::Date: return readDate(line(widget_)->text()).value_or(lastDate_);
-    default: break;
+    case FieldKind::EditCombo:
+      return combo(widget_)->currentText();
+    case FieldKind::Memo:
+      return memo(widget_)->toPlainText();
+    case FieldKind::Date:
+      return readDate(line(widget_)->text()).value_or(lastDate_);
+    default:
+      break;
   }
   if (!isNumberKind(spec_.kind)) return line(widget_)->text();
   return numberEmpty_ ? QString() : numberText(number_);
@@ -148,7 +163,9 @@ double Field::number() const {
   return isNumberKind(spec_.kind) ? (numberEmpty_ ? 0 : number_) : readNumber(trimmed()).value_or(0);
 }
 
-int Field::integer() const { return static_cast<int>(number()); }
+int Field::integer() const {
+  return static_cast<int>(number());
+}
 
 QString Field::key() const {
   if (spec_.kind == FieldKind::Picker) return key_;
@@ -162,7 +179,9 @@ int Field::index() const {
   return field_detail::combo(widget_)->findText(field_detail::combo(widget_)->currentText());
 }
 
-bool Field::isChecked() const { return spec_.kind == FieldKind::Check && field_detail::box(widget_)->isChecked(); }
+bool Field::isChecked() const {
+  return spec_.kind == FieldKind::Check && field_detail::box(widget_)->isChecked();
+}
 
 Value Field::value() const {
   if (spec_.kind == FieldKind::Check) return isChecked() ? 1 : 0;
@@ -196,7 +215,9 @@ void Field::setText(const QString& text) {
   }
 }
 
-void Field::setNumber(double number) { setText(numberText(number)); }
+void Field::setNumber(double number) {
+  setText(numberText(number));
+}
 
 void Field::setKey(const QString& key) {
   const Quiet quiet(*this);
@@ -253,7 +274,8 @@ void Field::setItems(const std::vector<ListItem>& items, bool keep) {
   items_ = items;
   auto* list = field_detail::combo(widget_);
   list->clear();
-  for (const auto& item : items_) list->addItem(item.text, item.key);
+  for (const auto& item : items_)
+    list->addItem(item.text, item.key);
   if (spec_.kind == FieldKind::EditCombo) {
     list->setEditText(typed);
     return;
@@ -280,21 +302,26 @@ void Field::setVisible(bool on) {
   if (label_) label_->setVisible(on);
 }
 
-bool Field::isVisible() const { return !widget_->isHidden(); }
+bool Field::isVisible() const {
+  return !widget_->isHidden();
+}
 
 void Field::setEnabled(bool on) {
   widget_->setEnabled(on);
   if (label_) label_->setEnabled(on);
 }
 
-bool Field::isEnabled() const { return widget_->isEnabled(); }
+bool Field::isEnabled() const {
+  return widget_->isEnabled();
+}
 
 void Field::setReadOnly(bool on) {
   using namespace field_detail;
   readOnly_ = on;
   if (isLine(spec_.kind)) {
     line(widget_)->setReadOnly(on || spec_.kind == FieldKind::Picker);
-    for (auto* action : widget_->actions()) action->setVisible(!on);
+    for (auto* action : widget_->actions())
+      action->setVisible(!on);
   } else if (spec_.kind == FieldKind::Memo) {
     memo(widget_)->setReadOnly(on);
   } else {

@@ -1,12 +1,13 @@
 // 输入项: one input of a screen: stored value, edit buffer, validator; the widget behind is nobody's business.
 #pragma once
 
-#include "engine/value.h"
 #include "core/fillers.h"
+#include "engine/value.h"
 #include "ui/specs.h"
 
 #include <QObject>
 #include <QString>
+
 #include <functional>
 #include <optional>
 #include <vector>
@@ -33,15 +34,15 @@ class Field : public QObject {
   QLabel* label() const { return label_; }
 
   // The edit buffer.
-  QString text() const;       // as typed; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
+  QString text() const;  // as typed; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
   QString trimmed() const { return text().trimmed(); }
-  double number() const;      // 0 when empty
+  double number() const;  // 0 when empty
   int integer() const;
-  QString key() const;        // of the chosen item of a list, or of a picker; empty without
-  int index() const;          // of the chosen item of a list; -1 without
+  QString key() const;  // of the chosen item of a list, or of a picker; empty without
+  int index() const;    // of the chosen item of a list; -1 without
   bool isChecked() const;
   bool isEmpty() const { return trimmed().isEmpty(); }
-  Value value() const;        // key of a list or picker, number of a number, 0/1 of a box, otherwise the text
+  Value value() const;  // key of a list or picker, number of a number, 0/1 of a box, otherwise the text
 
   void setText(const QString& text);
   void setNumber(double number);
@@ -107,10 +108,10 @@ class Field : public QObject {
   QLabel* label_ = nullptr;
   std::vector<ListItem> items_;
   Value stored_;
-  double number_ = 0;     // exact value behind a number's display
+  double number_ = 0;  // exact value behind a number's display
   bool numberEmpty_ = false;
-  QString lastDate_;      // last good date
-  QString key_;           // of a picker
+  QString lastDate_;  // last good date
+  QString key_;       // of a picker
   int quiet_ = 0;
   bool readOnly_ = false;
   std::function<QString(const Field&)> validator_;

@@ -20,6 +20,7 @@
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
+
 #include <algorithm>
 #include <map>
 
@@ -33,14 +34,20 @@ int characters(const ColumnSpec& column) {
   if (column.width > 0) return column.width;
   const int caption = static_cast<int>(qs(column.caption).size()) * 2 + 2;
   switch (column.kind) {
-    case ColumnKind::Text: return std::max(caption, 14);
+    case ColumnKind::Text:
+      return std::max(caption, 14);
     case ColumnKind::Money:
-    case ColumnKind::Total: return std::max(caption, 12);
+    case ColumnKind::Total:
+      return std::max(caption, 12);
     case ColumnKind::Quantity:
-    case ColumnKind::Number: return std::max(caption, 10);
-    case ColumnKind::Percent: return std::max(caption, 8);
-    case ColumnKind::Date: return std::max(caption, 12);
-    case ColumnKind::Flag: return std::max(caption, 6);
+    case ColumnKind::Number:
+      return std::max(caption, 10);
+    case ColumnKind::Percent:
+      return std::max(caption, 8);
+    case ColumnKind::Date:
+      return std::max(caption, 12);
+    case ColumnKind::Flag:
+      return std::max(caption, 6);
   }
   return caption;
 }
@@ -234,7 +241,9 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   showState();
 }
 
-Grid::~Grid() { loader_.cancel(); }
+Grid::~Grid() {
+  loader_.cancel();
+}
 
 void Grid::loadQuery(GridQuery query) {
   query_ = std::move(query);
@@ -255,7 +264,9 @@ void Grid::reload() {
   QTimer::singleShot(grid_detail::kShowProgress, this, [this] { showState(); });
 }
 
-void Grid::waitLoaded(int milliseconds) { loader_.waitFor(milliseconds); }
+void Grid::waitLoaded(int milliseconds) {
+  loader_.waitFor(milliseconds);
+}
 
 void Grid::setRows(RowSet rows) {
   loader_.cancel();
@@ -263,7 +274,9 @@ void Grid::setRows(RowSet rows) {
   arrived(std::move(rows), true);
 }
 
-void Grid::clearRows() { setRows(RowSet()); }
+void Grid::clearRows() {
+  setRows(RowSet());
+}
 
 void Grid::arrived(RowSet rows, bool complete) {
   const std::int64_t id = currentId();
@@ -336,10 +349,12 @@ void Grid::selectRow(int viewRow) {
 
 std::vector<Row> Grid::selectedRows() const {
   std::vector<int> places;
-  for (const auto& index : view_->selectionModel()->selectedRows()) places.push_back(index.row());
+  for (const auto& index : view_->selectionModel()->selectedRows())
+    places.push_back(index.row());
   std::sort(places.begin(), places.end());
   std::vector<Row> rows;
-  for (const int place : places) rows.push_back(model_->rows()[model_->sourceRow(place)]);
+  for (const int place : places)
+    rows.push_back(model_->rows()[model_->sourceRow(place)]);
   return rows;
 }
 
@@ -363,14 +378,18 @@ void Grid::setCaption(std::string_view field, const QString& caption) {
   model_->setCaption(model_->columnOf(field), caption);
 }
 
-void Grid::setReadOnly(bool on) { model_->readOnly = on; }
+void Grid::setReadOnly(bool on) {
+  model_->readOnly = on;
+}
 
 double Grid::sum(std::string_view field) const {
   const int column = model_->columnOf(field);
   return column < 0 ? 0 : model_->sum(column);
 }
 
-QString Grid::footerText(std::string_view field) const { return footer_->text(model_->columnOf(field)); }
+QString Grid::footerText(std::string_view field) const {
+  return footer_->text(model_->columnOf(field));
+}
 
 void Grid::setEmptyText(const QString& text) {
   emptyText_ = text;
@@ -402,14 +421,16 @@ QString Grid::tabSeparated(bool onlySelected) const {
   const auto columns = exportColumns();
   QStringList lines;
   QStringList cells;
-  for (const auto& column : columns) cells << column.caption;
+  for (const auto& column : columns)
+    cells << column.caption;
   lines << cells.join(u'\t');
   for (int row = 0; row < rowCount(); ++row) {
     if (onlySelected && !view_->selectionModel()->isRowSelected(row)) continue;
     cells.clear();
     for (const auto& column : columns) {
       // Numbers go without symbol and grouping, so that a spreadsheet takes them for numbers.
-      const QString text = isNumberKind(column.kind) ? cellValue(row, column.column).text() : cellText(row, column.column);
+      const QString text =
+          isNumberKind(column.kind) ? cellValue(row, column.column).text() : cellText(row, column.column);
       cells << QString(text).replace(u'\t', u' ').replace(u'\n', u' ');
     }
     lines << cells.join(u'\t');
@@ -417,7 +438,9 @@ QString Grid::tabSeparated(bool onlySelected) const {
   return lines.join(u'\n') + u'\n';
 }
 
-void Grid::focusRows() { view_->setFocus(Qt::OtherFocusReason); }
+void Grid::focusRows() {
+  view_->setFocus(Qt::OtherFocusReason);
+}
 
 bool Grid::eventFilter(QObject* watched, QEvent* event) {
   if (watched == view_->viewport() && event->type() == QEvent::Resize) {
@@ -459,7 +482,8 @@ void Grid::defaultWidths() {
 
 void Grid::showMenu(const QPoint& place) {
   QMenu menu(this);
-  for (auto* action : menu_->actions()) menu.addAction(action);
+  for (auto* action : menu_->actions())
+    menu.addAction(action);
   if (!menu.isEmpty()) menu.addSeparator();
   menu.addAction(QStringLiteral("复制所选行(Ctrl+C)"), this,
                  [this] { QApplication::clipboard()->setText(tabSeparated(true)); })
@@ -492,7 +516,9 @@ void Grid::goOnAfterEdit() {
 
 namespace grid_detail {
 
-QString layoutFile(const QString& key) { return programPath(QStringLiteral("Layout/") + key + QStringLiteral(".ini")); }
+QString layoutFile(const QString& key) {
+  return programPath(QStringLiteral("Layout/") + key + QStringLiteral(".ini"));
+}
 
 }  // namespace grid_detail
 
@@ -534,7 +560,8 @@ void Grid::dropLayout() {
   QFile::remove(grid_detail::layoutFile(layoutKey_));
   layoutRead_ = false;
   auto* header = view_->horizontalHeader();
-  for (int i = 0; i < header->count(); ++i) header->moveSection(header->visualIndex(i), i);
+  for (int i = 0; i < header->count(); ++i)
+    header->moveSection(header->visualIndex(i), i);
   for (int i = 0; i < header->count(); ++i) {
     if (spec_.columns[static_cast<std::size_t>(i)].hidden) view_->setColumnHidden(i, true);
   }

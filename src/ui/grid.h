@@ -7,6 +7,7 @@
 #include "ui/specs.h"
 
 #include <QWidget>
+
 #include <functional>
 #include <optional>
 #include <string>

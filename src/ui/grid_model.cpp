@@ -5,6 +5,7 @@
 #include "ui/skin.h"
 
 #include <QCollator>
+
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -34,7 +35,8 @@ bool isAscii(std::string_view text) {
 
 GridModel::GridModel(std::span<const ColumnSpec> columns, QObject* parent)
     : QAbstractTableModel(parent), columns_(columns), source_(columns.size(), -1) {
-  for (const auto& column : columns) captions_.push_back(qs(column.caption));
+  for (const auto& column : columns)
+    captions_.push_back(qs(column.caption));
 }
 
 void GridModel::setRows(RowSet rows) {
@@ -83,7 +85,8 @@ QString GridModel::cellText(int viewRow, int column) const {
 double GridModel::sum(int column) const {
   if (source_[column] < 0) return 0;
   double total = 0;
-  for (int row = 0; row < rows_.rowCount(); ++row) total += rows_.number(row, source_[column]);
+  for (int row = 0; row < rows_.rowCount(); ++row)
+    total += rows_.number(row, source_[column]);
   return total;
 }
 
@@ -92,7 +95,9 @@ void GridModel::setCaption(int column, const QString& caption) {
   Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
-int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_.rowCount(); }
+int GridModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_.rowCount();
+}
 
 int GridModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(columns_.size());
@@ -102,19 +107,22 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rows_.rowCount()) return {};
   const int column = index.column();
   switch (role) {
-    case Qt::DisplayRole: return cellText(index.row(), column);
+    case Qt::DisplayRole:
+      return cellText(index.row(), column);
     case Qt::EditRole: {
       const int row = sourceRow(index.row());
       if (columns_[column].kind == ColumnKind::Flag) return rows_.integer(row, source_[column]) != 0;
       return rows_.text(row, source_[column]);
     }
-    case Qt::TextAlignmentRole: return QVariant::fromValue(grid_model_detail::alignmentOf(columns_[column].kind));
+    case Qt::TextAlignmentRole:
+      return QVariant::fromValue(grid_model_detail::alignmentOf(columns_[column].kind));
     case Qt::ForegroundRole: {
       if (!rowLook) return {};
       const auto look = rowLook(rows_[sourceRow(index.row())]);
       return look == RowLook::Normal ? QVariant() : QVariant(rowColour(look));
     }
-    default: return {};
+    default:
+      return {};
   }
 }
 
@@ -159,7 +167,8 @@ void GridModel::sort(int column, Qt::SortOrder order) {
   Q_EMIT layoutAboutToBeChanged();
   const auto before = persistentIndexList();
   std::vector<int> sources;
-  for (const auto& index : before) sources.push_back(sourceRow(index.row()));
+  for (const auto& index : before)
+    sources.push_back(sourceRow(index.row()));
   sortColumn_ = column;
   sortOrder_ = order;
   reorder();
@@ -182,7 +191,8 @@ void GridModel::reorder() {
   const auto kind = columns_[sortColumn_].kind;
   if (isNumberKind(kind) || kind == ColumnKind::Flag) {
     std::vector<double> keys(order_.size());
-    for (int row = 0; row < count; ++row) keys[row] = rows_.number(row, column);
+    for (int row = 0; row < count; ++row)
+      keys[row] = rows_.number(row, column);
     return sortBy(order_, keys, sortOrder_, std::less<>());
   }
   std::vector<std::string_view> texts(order_.size());
@@ -200,7 +210,8 @@ void GridModel::reorder() {
   QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
   std::vector<QCollatorSortKey> keys;
   keys.reserve(order_.size());
-  for (const auto text : texts) keys.push_back(collator.sortKey(qs(text)));
+  for (const auto text : texts)
+    keys.push_back(collator.sortKey(qs(text)));
   sortBy(order_, keys, sortOrder_, [](const auto& a, const auto& b) { return a < b; });
 }
 

@@ -6,6 +6,7 @@
 
 #include <QAbstractTableModel>
 #include <QColor>
+
 #include <functional>
 #include <optional>
 #include <span>

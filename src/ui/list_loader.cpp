@@ -3,6 +3,7 @@
 #include "core/statements.h"
 
 #include <QMetaObject>
+
 #include <algorithm>
 #include <cctype>
 #include <condition_variable>
@@ -15,7 +16,9 @@ namespace list_loader_detail {
 
 constexpr int kFirstRows = 80;  // more than a screenful of any display
 
-bool holdsWord(const std::string& lower, std::string_view word) { return lower.find(word) != std::string::npos; }
+bool holdsWord(const std::string& lower, std::string_view word) {
+  return lower.find(word) != std::string::npos;
+}
 
 // The statement for the first rows only, empty where "top" would change its meaning or gain nothing.
 std::string firstRowsOf(const std::string& sql) {
@@ -79,7 +82,7 @@ struct ListLoader::Job {
         put({std::move(rows), all, nullptr}, all);
         if (all) return;
       }
-      if (isDropped()) return put({}, true);
+      if (isDropped()) return put(Answer(), true);
       put({reader->select(std::string(query.sql), query.values), true, nullptr}, true);
     } catch (...) {
       put({RowSet(), true, std::current_exception()}, true);
@@ -152,7 +155,9 @@ void ListLoader::cancel() {
   job_.reset();
 }
 
-bool ListLoader::isRunning() const { return job_ != nullptr; }
+bool ListLoader::isRunning() const {
+  return job_ != nullptr;
+}
 
 bool ListLoader::waitFor(int milliseconds) {
   const auto job = job_;

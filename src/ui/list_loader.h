@@ -4,6 +4,7 @@
 #include "engine/database.h"
 
 #include <QObject>
+
 #include <functional>
 #include <memory>
 #include <string>

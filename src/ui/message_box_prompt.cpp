@@ -13,10 +13,13 @@ QWidget* above(QWidget* wished) {
 }
 
 // Business texts carry "\r\n"; the box knows "\n" only.
-QString boxText(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+QString boxText(QString text) {
+  return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
 
 Answer question(QWidget* parent, const QString& text, bool withCancel) {
-  QMessageBox box(QMessageBox::Question, QStringLiteral("信息提醒"), boxText(text), QMessageBox::NoButton, above(parent));
+  QMessageBox box(QMessageBox::Question, QStringLiteral("信息提醒"), boxText(text), QMessageBox::NoButton,
+                  above(parent));
   box.setTextFormat(Qt::PlainText);
   auto* yes = box.addButton(QStringLiteral("是(&Y)"), QMessageBox::YesRole);
   auto* no = box.addButton(QStringLiteral("否(&N)"), QMessageBox::NoRole);

@@ -31,11 +31,12 @@ void read(const schema::TableDefinition& table, Widths& widths) {
 const Widths& widths() {
   static const Widths all = [] {
     Widths result;
-    for (const auto list : {schema::coreTables(), schema::stockTables(), schema::masterdataTables(),
-                            schema::purchasingTables(), schema::salesTables(), schema::posTables(),
-                            schema::membersTables(), schema::accountsTables(), schema::statisticsTables(),
-                            schema::outputTables(), schema::messagingTables(), schema::maintenanceTables()}) {
-      for (const auto& table : list) read(table, result);
+    for (const auto list :
+         {schema::coreTables(), schema::stockTables(), schema::masterdataTables(), schema::purchasingTables(),
+          schema::salesTables(), schema::posTables(), schema::membersTables(), schema::accountsTables(),
+          schema::statisticsTables(), schema::outputTables(), schema::messagingTables(), schema::maintenanceTables()}) {
+      for (const auto& table : list)
+        read(table, result);
     }
     return result;
   }();

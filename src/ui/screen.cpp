@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
 #include <map>
 #include <stdexcept>
 
@@ -66,8 +67,10 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<M
   setWindowFlag(Qt::WindowMaximizeButtonHint, true);
   setModal(true);
   outer_ = new QVBoxLayout(this);
-  for (const auto& field : spec.fields) fields_.push_back(std::make_unique<Field>(field, this));
-  for (const auto& grid : spec.grids) grids_.push_back(new Grid(grid, spec.name, this));
+  for (const auto& field : spec.fields)
+    fields_.push_back(std::make_unique<Field>(field, this));
+  for (const auto& grid : spec.grids)
+    grids_.push_back(new Grid(grid, spec.name, this));
   for (const auto& command : spec.commands) {
     auto part = std::make_unique<CommandPart>();
     part->button = new QPushButton(this);
@@ -117,15 +120,22 @@ QPushButton& Screen::command(std::string_view name) {
 
 std::vector<Field*> Screen::fields() const {
   std::vector<Field*> result;
-  for (const auto& field : fields_) result.push_back(field.get());
+  for (const auto& field : fields_)
+    result.push_back(field.get());
   return result;
 }
 
-std::vector<Grid*> Screen::grids() const { return grids_; }
+std::vector<Grid*> Screen::grids() const {
+  return grids_;
+}
 
-Prompt& Screen::prompt() { return *prompt_; }
+Prompt& Screen::prompt() {
+  return *prompt_;
+}
 
-Panel Screen::panel() { return Panel(*this, outer_); }
+Panel Screen::panel() {
+  return Panel(*this, outer_);
+}
 
 void Screen::on(QPushButton& command, std::function<void()> action) {
   for (auto& part : commands_) {
@@ -167,7 +177,8 @@ void Screen::placeRest() {
   std::vector<std::string> rows;
   for (std::size_t i = 0; i < loose.size(); i += perRow) {
     std::string row;
-    for (std::size_t k = i; k < std::min(i + perRow, loose.size()); ++k) row += std::string(loose[k]) + ' ';
+    for (std::size_t k = i; k < std::min(i + perRow, loose.size()); ++k)
+      row += std::string(loose[k]) + ' ';
     rows.push_back(row);
   }
   if (!rows.empty()) rest.form(std::vector<std::string_view>(rows.begin(), rows.end()));
@@ -206,7 +217,9 @@ bool Screen::checkFields() {
   return true;
 }
 
-void Screen::enterPressed(Field&) { focusNextPrevChild(true); }
+void Screen::enterPressed(Field&) {
+  focusNextPrevChild(true);
+}
 
 bool Screen::runKey(const QKeySequence& key) {
   for (const auto& part : commands_) {
@@ -250,7 +263,8 @@ void Screen::showEvent(QShowEvent* event) {
 Panel& Panel::form(std::span<const std::string_view> rows) {
   auto* raster = new QGridLayout;
   std::size_t most = 0;
-  for (const auto row : rows) most = std::max(most, screen_detail::words(row).size());
+  for (const auto row : rows)
+    most = std::max(most, screen_detail::words(row).size());
   int line = 0;
   for (const auto row : rows) {
     const auto names = screen_detail::words(row);
@@ -267,7 +281,8 @@ Panel& Panel::form(std::span<const std::string_view> rows) {
     }
     ++line;
   }
-  for (std::size_t i = 0; i < most; ++i) raster->setColumnStretch(static_cast<int>(i) * 2 + 1, 1);
+  for (std::size_t i = 0; i < most; ++i)
+    raster->setColumnStretch(static_cast<int>(i) * 2 + 1, 1);
   layout_->addLayout(raster);
   return *this;
 }
@@ -279,7 +294,9 @@ Panel& Panel::grid(std::string_view name, int stretch) {
   return *this;
 }
 
-Panel& Panel::buttons(std::string_view names) { return row(names); }
+Panel& Panel::buttons(std::string_view names) {
+  return row(names);
+}
 
 Panel& Panel::row(std::string_view names) {
   auto* line = new QHBoxLayout;
@@ -359,11 +376,14 @@ void registerScreen(std::string_view name, ScreenFactory factory) {
   screen_detail::registry().factories.insert_or_assign(std::string(name), std::move(factory));
 }
 
-bool isScreenRegistered(std::string_view name) { return screen_detail::registry().factories.contains(name); }
+bool isScreenRegistered(std::string_view name) {
+  return screen_detail::registry().factories.contains(name);
+}
 
 std::vector<std::string> registeredScreens() {
   std::vector<std::string> names;
-  for (const auto& [name, factory] : screen_detail::registry().factories) names.push_back(name);
+  for (const auto& [name, factory] : screen_detail::registry().factories)
+    names.push_back(name);
   return names;
 }
 
@@ -383,6 +403,8 @@ bool openScreen(std::string_view name) {
   return false;
 }
 
-void dropScreens() { screen_detail::registry().instances.clear(); }
+void dropScreens() {
+  screen_detail::registry().instances.clear();
+}
 
 }  // namespace jxc::ui

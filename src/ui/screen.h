@@ -8,6 +8,7 @@
 
 #include <QDialog>
 #include <QPushButton>
+
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -136,7 +137,8 @@ bool isScreenRegistered(std::string_view name);
 std::vector<std::string> registeredScreens();  // sorted by name
 /// The one instance of "F_Cgjh", made on first use. std::invalid_argument for an unknown name.
 Screen& screenNamed(std::string_view name);
-/// The same as its class, for a screen that sets something before it opens another: `screenAs<TF_Cgjh_Sele>("F_Cgjh_Sele")`.
+/// The same as its class, for a screen that sets something before it opens another:
+/// `screenAs<TF_Cgjh_Sele>("F_Cgjh_Sele")`.
 template <class T>
 T& screenAs(std::string_view name) {
   return dynamic_cast<T&>(screenNamed(name));
@@ -146,7 +148,8 @@ bool openScreen(std::string_view name);
 /// Forgets all instances (tests: each starts with screens of its own).
 void dropScreens();
 
-/// At namespace scope of the screen's .cpp, in the namespace of the file: `const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};`
+/// At namespace scope of the screen's .cpp, in the namespace of the file: `const ui::Registered<TF_Cgjh>
+/// kRegistered{"F_Cgjh"};`
 template <class T>
 struct Registered {
   explicit Registered(std::string_view name) {

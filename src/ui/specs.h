@@ -9,26 +9,26 @@ namespace jxc::ui {
 
 /// How an input looks, what it takes and how its value is written.
 enum class FieldKind : std::uint8_t {
-  Text,      // one line
-  Password,  // one line, masked
-  Money,     // number with the currency symbol and the session's money digits
-  Total,     // number with the digits of document totals
-  Quantity,  // number with the session's quantity digits
-  Percent,   // plain number, up to six decimals; the label names the unit
-  Integer,   // whole number
-  Date,      // yyyy-MM-dd with a calendar; text that is no date is refused
-  Combo,     // closed list of texts with keys
-  EditCombo, // list of proposals, anything may be typed
-  Check,     // box; the label stands beside it
-  Memo,      // several lines
-  Picker     // one line filled from a list (F2): shows a name, holds a key
+  Text,       // one line
+  Password,   // one line, masked
+  Money,      // number with the currency symbol and the session's money digits
+  Total,      // number with the digits of document totals
+  Quantity,   // number with the session's quantity digits
+  Percent,    // plain number, up to six decimals; the label names the unit
+  Integer,    // whole number
+  Date,       // yyyy-MM-dd with a calendar; text that is no date is refused
+  Combo,      // closed list of texts with keys
+  EditCombo,  // list of proposals, anything may be typed
+  Check,      // box; the label stands beside it
+  Memo,       // several lines
+  Picker      // one line filled from a list (F2): shows a name, holds a key
 };
 
 enum FieldFlag : unsigned {
   NoFlags = 0,
-  ReadOnly = 1u << 0,  // shown, reached by Tab, not changed
-  NoMinus = 1u << 1,   // a number: the minus key is swallowed
-  MayBeEmpty = 1u << 2 // a date: no date is a value too
+  ReadOnly = 1u << 0,   // shown, reached by Tab, not changed
+  NoMinus = 1u << 1,    // a number: the minus key is swallowed
+  MayBeEmpty = 1u << 2  // a date: no date is a value too
 };
 
 /// One input. `name` is the member's known name and becomes the object name.
@@ -59,15 +59,15 @@ struct GridSpec {
   std::string_view name;
   std::string_view caption;  // accessible name: "采购商品"
   std::span<const ColumnSpec> columns;
-  std::string_view empty = {};     // what an empty list tells: "按F2添加商品"
-  std::string_view idField = "id"; // keeps the current row across a reload
+  std::string_view empty = {};      // what an empty list tells: "按F2添加商品"
+  std::string_view idField = "id";  // keeps the current row across a reload
 };
 
 /// One button of a screen. The key is shown behind the caption: "确定(F5)".
 struct CommandSpec {
   std::string_view name;
   std::string_view caption;
-  std::string_view key = {};      // "F5", "Esc", "Ctrl+D"
+  std::string_view key = {};  // "F5", "Esc", "Ctrl+D"
   std::string_view tooltip = {};
 };
 

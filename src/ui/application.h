@@ -1,0 +1,32 @@
+// 应用程序: the one place where failures end that no screen caught; names for outside drivers.
+#pragma once
+
+#include <QApplication>
+
+#include <exception>
+#include <functional>
+
+namespace jxc::ui {
+
+/// Catches what leaves an event handler, tells it under "系统提示" with its ASCII letters lowered, and ends the process
+/// when the text names the account file. Sets Chinese locale, translations, fonts and the usual skin.
+class Application : public QApplication {
+ public:
+  Application(int& argc, char** argv);
+  bool notify(QObject* receiver, QEvent* event) override;
+};
+
+/// Tells a failure as the handler does. Fatal ones end the event loop with exit code 1.
+void tellFailure(const std::exception& failure);
+
+/// Chinese locale, toolkit texts, fonts, usual skin; on any QApplication (tests have one of their own).
+void setUpLook(QApplication& application);
+
+/// With JXC_TEST_IDS=1 in the environment every named widget gets "#name" as its accessible description when it is
+/// first shown, so that drivers on the accessibility bus find it, and file choosers are the toolkit's own.
+void setUpTestIds(QApplication& application);
+
+/// How the process ends after a fatal failure; tests replace it.
+std::function<void(int)>& processEnd();
+
+}  // namespace jxc::ui

@@ -1,0 +1,35 @@
+#include "ui/progress.h"
+
+#include <QApplication>
+#include <QProgressDialog>
+
+namespace jxc::ui {
+
+Progress::Progress(const QString& title, QWidget* parent, bool mayCancel)
+    : dialog_(std::make_unique<QProgressDialog>(title, mayCancel ? QStringLiteral("取消") : QString(), 0, 100,
+                                                parent ? parent : QApplication::activeWindow())) {
+  dialog_->setObjectName(QStringLiteral("progress"));
+  dialog_->setWindowTitle(QStringLiteral("请稍候"));
+  dialog_->setWindowModality(Qt::ApplicationModal);
+  dialog_->setMinimumDuration(300);
+  dialog_->setAutoReset(false);
+  dialog_->setAutoClose(false);
+  dialog_->setValue(0);
+}
+
+Progress::~Progress() = default;
+
+bool Progress::step(int percent) {
+  if (percent != dialog_->value()) dialog_->setValue(percent);  // shows itself and runs the event loop
+  QApplication::processEvents(QEventLoop::AllEvents, 5);
+  return !dialog_->wasCanceled();
+}
+
+void Progress::setText(const QString& text) {
+  dialog_->setLabelText(text);
+}
+bool Progress::isCancelled() const {
+  return dialog_->wasCanceled();
+}
+
+}  // namespace jxc::ui
