@@ -19,14 +19,15 @@ inline constexpr char16_t allDates[] = u"9999-12-31";
 /// owes him. Full precision, nothing is rounded here; lines that already agree are not written.
 void recomputeYsyfk(const QString& partner, PartnerType type, const QString& date);
 
-/// Balance up to and including `date`, leaving out line `exceptId` (0: none); 0 without a line.
-double ysyfkBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t exceptId = 0);
+/// Balance up to and including `date`; with `beforeId`, of the lines entered before that one only (the balance just
+/// before a given line). 0 without a line.
+double ysyfkBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId = 0);
 
 /// Present balance rounded to the digits of totals, as entry forms show it.
 double ysyfkBalanceNow(const QString& partner, PartnerType type);
 
 /// The same ledger for invoices: `fp_ljje` over counted lines (`fp_check`), due minus invoiced.
 void recomputeFp(const QString& partner, PartnerType type, const QString& date);
-double fpBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t exceptId = 0);
+double fpBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId = 0);
 
 }  // namespace jxc

@@ -16,8 +16,6 @@ namespace jxc {
 
 // ---- number of a document in the making --------------------------------------------------------------------------
 
-/// True when `number` stands in the table for another operator (for "XS" and "XT" also at the till).
-bool isNumberTaken(std::string_view table, std::string_view field, const QString& number);
 /// Number that a new document of this date shows.
 QString newDocumentNumber(const DocumentFamily& family, const QString& date);
 /// Date that a new document shows: today, or that of the last document, by parameter.
@@ -103,7 +101,14 @@ enum class AuditOutcome {
   AlreadyAudited,  // by someone else meanwhile; stray heads were removed
   Refused          // the operator said no, or stock is short
 };
-/// Audits one document: the family's `checkDj`. Asks about short stock where the family tests it, then one transaction.
+/// What an audit dialog changes on the head with this id before it is audited, in place of what audit itself derives.
+using HeadChange = std::function<void(std::int64_t headId)>;
+/// The audit itself, without a question, inside the caller's transaction: number settled, head audited, effects posted.
+AuditOutcome auditInside(const DocumentFamily& family, const QString& number, const HeadChange& change = {});
+/// Asks about short stock where the family tests it, then audits in one transaction; refuses when the stock fell short
+/// while the question stood.
+AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Prompt& prompt, const HeadChange& change);
+/// Audits one document as it stands.
 AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt& prompt);
 /// Audit gate, then `checkDj`. A gate's message is shown and refuses.
 AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);

@@ -46,17 +46,33 @@ struct DocumentFamily {
   std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
   std::string_view onDelete;            // statement with one `?`, the number, run when a waiting document is deleted
 
-  /// Effects of audit, run inside its transaction when the head is audited. Null: the family's own rules do it.
+  /// Effects of audit, run inside its transaction once the head is audited. Null: audit of this family stands
+  /// elsewhere.
   void (*post)(const QString& number);
 };
+
+/// A text of the tables above.
+inline QString words(std::u16string_view text) {
+  return QStringView(text).toString();
+}
 
 std::span<const DocumentFamily> documentFamilies();
 /// By prefix, or by a number that begins with it. Throws std::out_of_range for anything else.
 const DocumentFamily& documentFamily(QStringView prefixOrNumber);
 
 namespace families {
-extern const DocumentFamily &purchaseReceipt, &purchaseReturn, &sale, &saleReturn, &transfer, &stocktake, &loss,
-    &overflow, &split, &bundle, &loan, &loanReturn;
-}
+extern const DocumentFamily& purchaseReceipt;
+extern const DocumentFamily& purchaseReturn;
+extern const DocumentFamily& sale;
+extern const DocumentFamily& saleReturn;
+extern const DocumentFamily& transfer;
+extern const DocumentFamily& stocktake;
+extern const DocumentFamily& loss;
+extern const DocumentFamily& overflow;
+extern const DocumentFamily& split;
+extern const DocumentFamily& bundle;
+extern const DocumentFamily& loan;
+extern const DocumentFamily& loanReturn;
+}  // namespace families
 
 }  // namespace jxc

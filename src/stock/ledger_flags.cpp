@@ -10,31 +10,31 @@ using enum MovesAverage;
 // ones, and what went into it leaves at the price that was agreed for it.
 constexpr LedgerFlag table[] = {
     // flag, caption, caption of a negative row, group, moves the average, anchor, reserved
-    {u"qc", u"期初数", u"", In, Always, true, false},
-    {u"cj", u"采购入库单", u"", In, Always, true, false},
-    {u"ct", u"采购退货单", u"", In, Always, true, false},
-    {u"db", u"库存调拨入库", u"库存调拨出库", In, Inflow, true, false},
-    {u"cf", u"拆分入库", u"被拆分出库", In, Inflow, true, false},
-    {u"kb", u"捆绑入库", u"被捆绑出库", In, Always, true, false},
-    {u"pd", u"库存盘点单", u"", In, Always, true, false},
-    {u"bs", u"商品报损", u"", In, No, false, false},
-    {u"by", u"商品报溢", u"", In, No, false, false},
-    {u"hh", u"客户还货", u"", In, No, false, false},
-    {u"xs", u"商品销售单", u"顾客退货单", Out, No, false, false},
-    {u"xt", u"顾客退货单", u"", Out, No, false, false},
-    {u"jh", u"客户借货", u"", Out, No, false, false},
-    {u"dh", u"积分换赠品", u"", Out, No, false, false},
-    {u"sc", u"生产入库单", u"", In, Always, true, true},
-    {u"st", u"次品返工单", u"", In, Always, true, true},
-    {u"jg", u"加工入库", u"", In, Always, true, true},
-    {u"ws", u"外发加工收货", u"", In, Always, true, true},
-    {u"bh", u"", u"", In, Inflow, true, true},
-    {u"pl", u"配料出库", u"", In, No, false, true},
-    {u"wp", u"外发配料消耗", u"", In, No, false, true},
-    {u"wt", u"外发配料调整", u"", In, No, false, true},
-    {u"bf", u"", u"", In, No, false, true},
-    {u"ly", u"部门领用单", u"", Out, No, false, true},
-    {u"lt", u"部门退回单", u"", Out, No, false, true},
+    {"qc", u"期初数", u"", In, Always, true, false},
+    {"cj", u"采购入库单", u"", In, Always, true, false},
+    {"ct", u"采购退货单", u"", In, Always, true, false},
+    {"db", u"库存调拨入库", u"库存调拨出库", In, Inflow, true, false},
+    {"cf", u"拆分入库", u"被拆分出库", In, Inflow, true, false},
+    {"kb", u"捆绑入库", u"被捆绑出库", In, Always, true, false},
+    {"pd", u"库存盘点单", u"", In, Always, true, false},
+    {"bs", u"商品报损", u"", In, No, false, false},
+    {"by", u"商品报溢", u"", In, No, false, false},
+    {"hh", u"客户还货", u"", In, No, false, false},
+    {"xs", u"商品销售单", u"顾客退货单", Out, No, false, false},
+    {"xt", u"顾客退货单", u"", Out, No, false, false},
+    {"jh", u"客户借货", u"", Out, No, false, false},
+    {"dh", u"积分换赠品", u"", Out, No, false, false},
+    {"sc", u"生产入库单", u"", In, Always, true, true},
+    {"st", u"次品返工单", u"", In, Always, true, true},
+    {"jg", u"加工入库", u"", In, Always, true, true},
+    {"ws", u"外发加工收货", u"", In, Always, true, true},
+    {"bh", u"", u"", In, Inflow, true, true},
+    {"pl", u"配料出库", u"", In, No, false, true},
+    {"wp", u"外发配料消耗", u"", In, No, false, true},
+    {"wt", u"外发配料调整", u"", In, No, false, true},
+    {"bf", u"", u"", In, No, false, true},
+    {"ly", u"部门领用单", u"", Out, No, false, true},
+    {"lt", u"部门退回单", u"", Out, No, false, true},
 };
 
 }  // namespace ledger_flags_detail
@@ -43,10 +43,14 @@ std::span<const LedgerFlag> ledgerFlags() {
   return ledger_flags_detail::table;
 }
 
-const LedgerFlag* findLedgerFlag(QStringView flag) {
+const LedgerFlag* findLedgerFlag(std::string_view flag) {
   for (const LedgerFlag& entry : ledger_flags_detail::table)
     if (flag == entry.flag) return &entry;
   return nullptr;
+}
+
+const LedgerFlag* findLedgerFlag(QStringView flag) {
+  return findLedgerFlag(flag.toUtf8().toStdString());
 }
 
 QString ledgerCaption(QStringView flag, double quantity) {

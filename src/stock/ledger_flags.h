@@ -16,7 +16,7 @@ enum class MovementGroup : char { In, Out };
 enum class MovesAverage : char { No, Always, Inflow /* only when gl_sl > 0 */ };
 
 struct LedgerFlag {
-  std::u16string_view flag;
+  std::string_view flag;               // ASCII, as `gl_flag` stores it
   std::u16string_view caption;         // what statistics print for the row
   std::u16string_view reverseCaption;  // the same for a negative quantity; empty when it makes no difference
   MovementGroup group;
@@ -28,6 +28,7 @@ struct LedgerFlag {
 /// Every flag that a row of `jxc_goodslist` may carry.
 std::span<const LedgerFlag> ledgerFlags();
 /// Null for an unknown flag: such a row moves nothing.
+const LedgerFlag* findLedgerFlag(std::string_view flag);
 const LedgerFlag* findLedgerFlag(QStringView flag);
 /// Caption of a row with this flag and quantity; empty for an unknown flag.
 QString ledgerCaption(QStringView flag, double quantity);

@@ -1,0 +1,168 @@
+#include "stock/cancelling.h"
+
+#include "accounts/cash_ledger.h"
+#include "core/log.h"
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "stock/document.h"
+#include "stock/ledger.h"
+#include "stock/trading.h"
+
+namespace jxc {
+namespace cancelling_detail {
+
+using trading::Effect;
+using trading::Head;
+using trading::Rules;
+
+/// A document that hangs on this one; empty: none.
+QString effectElsewhere(const Rules& rules, const QString& number) {
+  if (!rules.effectElsewhere || lookupValue(rules.effectElsewhere, number).isEmpty()) return {};
+  const QString kind = words(rules.elsewhereDocument);
+  return u"该单据"_qs + number + u"已有"_qs + kind + u"信息，不能取消审核！\r\n\r\n请在商品"_qs + kind +
+         u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
+}
+
+/// Only the checker himself, the administrator, or anyone where the checker's own role may cancel: it is the checker's
+/// role that decides how far his signature binds others.
+bool isBoundToChecker(const DocumentFamily& family, const Head& head) {
+  return session().a_sn != builtInSn && session().a_name != head.checker &&
+         !hasRightOf(family.cancel.group, family.cancel.position, head.checker);
+}
+
+QString shortageOf(const Rules& rules, const Head& head) {
+  if (rules.shortageAtCancel.empty()) return {};
+  return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
+}
+
+/// Everything that may stand against it, asked in the order in which the operator sees it.
+bool mayGo(const Rules& rules, const QString& number, Head& head, QString& shortage, Prompt& prompt, CancelMode mode) {
+  const DocumentFamily& family = *rules.family;
+  if (!mayCancel(family)) {
+    prompt.notice(u"您没有取消审核"_qs + words(family.name) + u"的权限！"_qs);
+    return false;
+  }
+  if (const QString reason = effectElsewhere(rules, number); !reason.isEmpty()) {
+    prompt.notice(reason);
+    return false;
+  }
+  if (!trading::readHead(rules, number, head) || head.status != 1) return false;
+  if (isBoundToChecker(family, head)) {
+    prompt.notice(u"单据："_qs + number + u"，的审核人："_qs + head.checker + u"\r\n\r\n不允许其他人取消审核！"_qs);
+    return false;
+  }
+  if (const QString gate = cancelGate(number, head.date); gate != u"ok") {
+    prompt.notice(gate);
+    return false;
+  }
+  if (mode == CancelMode::Single && !prompt.ask(u"您的操作将取消当前选中的已审核单据："_qs + number + u"，确认吗？"_qs))
+    return false;
+  shortage = shortageOf(rules, head);
+  return mayGoShort(shortage, prompt);
+}
+
+/// A return that an unfinished putaway or issue made by itself: its goods never moved, so only the books go back, and
+/// the source line is open again.
+void reopenSourceLine(const Rules& rules, std::int64_t source) {
+  execSql(rules.reopenSource[0], source);
+  const QString document = lookupValue(rules.sourceOpen, source);
+  if (!document.isEmpty()) execSql(rules.reopenSourceHead, document);
+}
+
+void cancelStock(const Rules& rules, const Head& head) {
+  bool fromSource = false;
+  for (Effect effect : trading::effectsOf(rules, head.number)) {
+    if (rules.reopenSource[0] && effect.source != 0) {
+      fromSource = true;
+      effect.physical = 0;
+      reopenSourceLine(rules, effect.source);
+    }
+    trading::applyToBalance(rules, effect, -1);
+    replayLedger(effect.id, AnchorRow::Skip);
+    execSql(rules.countUse, -1, effect.goods);
+    if (rules.movesCost) {
+      execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", effect.physical,
+              trading::averageAfter(effect), effect.goods);
+      execSql("update jxc_goods set g_pjjj=? where g_pjjj<0 and g_sn=?", effect.price, effect.goods);
+    } else {
+      execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", effect.physical, effect.goods);
+    }
+  }
+  if (fromSource) {
+    execSql(rules.reopenSource[1], head.number);
+    execSql(rules.reopenSource[2], head.number);
+  }
+}
+
+void cancelMoney(const Rules& rules, const Head& head) {
+  const QString& number = head.number;
+  const QString mention = u"%"_qs + number + u"%"_qs;
+  // Lines that mention the document go with it: freight, and payments made for it, perhaps of other accounts and days.
+  const RowSet accounts =
+      openSelect("select xj_kmmc,min(xj_rq) as rq from jxc_xjyh where gl_djh=? or xj_note like ? group by xj_kmmc",
+                 number, mention);
+  const RowSet dates = openSelect("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
+  const QString partnerFrom = dates.isEmpty() ? QString() : dates.front().text("rq");
+
+  execSql("delete from jxc_xjyh where gl_djh=? or xj_note like ?", number, mention);
+  execSql("delete from jxc_yyfy where gl_djh=?", number);
+  if (rules.deleteMore) execSql(rules.deleteMore, mention);
+  execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
+  recomputeYsyfk(head.partner, rules.side, partnerFrom.isEmpty() ? head.date : std::min(partnerFrom, head.date));
+  execSql("delete from jxc_ysyfk_dj where gl_djh=? or gl_djh2=?", number, number);
+  execSql("delete from jxc_fpdjb where gl_djh=?", number);
+  recomputeFp(head.partner, rules.side, head.date);
+  for (const Row account : accounts)
+    recomputeXjyh(account.text("xj_kmmc"), account.text("rq"));
+}
+
+bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMode mode) {
+  const DocumentFamily& family = *rules.family;
+  Head head;
+  QString shortage;
+  if (!mayGo(rules, number, head, shortage, prompt, mode)) return false;
+
+  QString changed;
+  {
+    Transaction transaction(accountDb());
+    // Another station may have cancelled it, put goods away or sold them while the questions stood.
+    if (!trading::readHead(rules, number, head) || head.status != 1) return false;
+    changed = effectElsewhere(rules, number);
+    if (changed.isEmpty()) {
+      const QString now = shortageOf(rules, head);
+      if (now != shortage) changed = now;
+    }
+    if (changed.isEmpty()) {
+      writeLog(words(family.cancelledLog) + number);
+      execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
+      cancelStock(rules, head);
+      execSql(rules.reopenHead, number);
+      execSql("delete from jxc_goodslist where gl_djh=?", number);
+      cancelMoney(rules, head);
+      ensureStockRows(head.month());
+      refreshMonthStock(head.warehouse, head.month());
+      transaction.commit();
+      return true;
+    }
+  }
+  prompt.notice(changed);
+  return false;
+}
+
+}  // namespace cancelling_detail
+
+bool cancelPurchase(const QString& number, Prompt& prompt, CancelMode mode) {
+  return cancelling_detail::cancel(trading::purchase(), number, prompt, mode);
+}
+bool cancelPurchaseReturn(const QString& number, Prompt& prompt, CancelMode mode) {
+  return cancelling_detail::cancel(trading::purchaseReturn(), number, prompt, mode);
+}
+bool cancelSale(const QString& number, Prompt& prompt, CancelMode mode) {
+  return cancelling_detail::cancel(trading::sale(), number, prompt, mode);
+}
+bool cancelSaleReturn(const QString& number, Prompt& prompt, CancelMode mode) {
+  return cancelling_detail::cancel(trading::saleReturn(), number, prompt, mode);
+}
+
+}  // namespace jxc

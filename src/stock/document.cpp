@@ -1,0 +1,240 @@
+#include "stock/document.h"
+
+#include "core/clock.h"
+#include "core/log.h"
+#include "core/numbers.h"
+#include "core/rights.h"
+#include "core/rounding.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace document_detail {
+
+/// This operator's draft lines take another number.
+void moveDraft(const DocumentFamily& family, const QString& from, const QString& to) {
+  execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to, from,
+          session().a_name);
+}
+
+QString saveQuestion(const DocumentFamily& family) {
+  if (!strIsTrue(session().cs_shdj))
+    return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n"_qs + words(family.waitingHint);
+  const QString where = family.enquiry.empty() ? QString() : u"在“"_qs + words(family.enquiry) + u"”功能中"_qs;
+  return u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以"_qs + where + u"取消审核！"_qs;
+}
+
+/// Goods lines of this operator under the number; the balancing line is no goods.
+std::int64_t goodsLineCount(const DocumentFamily& family, const QString& number) {
+  return static_cast<std::int64_t>(lookupNumber(
+      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
+      number, session().a_name));
+}
+
+/// Number to save under: a head that stands already, or another operator's lines, leave it to them.
+QString numberToSave(const DocumentFamily& family, QString number, const QString& date) {
+  const auto renew = [&](std::string_view table) {
+    const QString fresh = nextDocNoOn(table, family.number, words(family.prefix), date);
+    moveDraft(family, number, fresh);
+    number = fresh;
+  };
+  if (rowExists(family.head, family.number, number)) renew(family.head);
+  if (isNumberTaken(family.lines, family.number, number)) renew(family.lines);
+  return number;
+}
+
+bool isWaiting(const DocumentFamily& family, const QString& number) {
+  const RowSet heads = openSelect(compose("select {} as status from {} where {}=? order by {} desc",
+                                          {family.status, family.head, family.number, family.status}),
+                                  number);
+  return !heads.isEmpty() && heads.front().integer("status") == 0;
+}
+
+void deleteDocument(const DocumentFamily& family, const QString& number) {
+  execSql(compose("delete from {} where {}=?", {family.head, family.number}), number);
+  execSql(compose("delete from {} where {}=?", {family.lines, family.number}), number);
+  if (!family.onDelete.empty()) execSql(family.onDelete, number);
+}
+
+}  // namespace document_detail
+
+// ---- number ------------------------------------------------------------------------------------------------------
+
+QString newDocumentNumber(const DocumentFamily& family, const QString& date) {
+  return nextDocNoOn(family.head, family.number, words(family.prefix), date);
+}
+
+QString newDocumentDate(const QString& lastDate) {
+  return lastDate.isEmpty() || session().cs_djrq == u"0" ? clock::today() : lastDate;
+}
+
+bool confirmDocumentDate(const QString& date, Prompt& prompt) {
+  const QString today = clock::today();
+  if (date.left(10) <= today) return true;
+  return prompt.ask(u"您选择的日期："_qs + date + u"，\r\n\r\n大于计算机的当前日期："_qs + today +
+                    u"，\r\n\r\n确认继续吗？"_qs);
+}
+
+QString redateDraft(const DocumentFamily& family, const QString& number, const QString& date) {
+  Transaction transaction(accountDb());
+  const QString fresh = newDocumentNumber(family, date);
+  document_detail::moveDraft(family, number, fresh);
+  transaction.commit();
+  return fresh;
+}
+
+QString usableDraftNumber(const DocumentFamily& family, const QString& number, const QString& date) {
+  if (!isNumberTaken(family.lines, family.number, number)) return number;
+  Transaction transaction(accountDb());
+  const QString fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
+  document_detail::moveDraft(family, number, fresh);
+  transaction.commit();
+  return fresh;
+}
+
+// ---- draft lines -------------------------------------------------------------------------------------------------
+
+std::int64_t draftLineCount(const DocumentFamily& family, const QString& number) {
+  return static_cast<std::int64_t>(
+      lookupNumber(compose("select count(*) from {} where {}=? and a_name=?", {family.lines, family.number}), number,
+                   session().a_name));
+}
+
+std::int64_t lineCount(const DocumentFamily& family, const QString& number) {
+  return static_cast<std::int64_t>(
+      lookupNumber(compose("select count(*) from {} where {}=?", {family.lines, family.number}), number));
+}
+
+bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft) {
+  if (draft)
+    return !lookupValue(
+                compose("select top 1 id from {} where {}=? and g_sn=? and a_name=?", {family.lines, family.number}),
+                number, goods, session().a_name)
+                .isEmpty();
+  return !lookupValue(compose("select top 1 id from {} where {}=? and g_sn=?", {family.lines, family.number}), number,
+                      goods)
+              .isEmpty();
+}
+
+void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId) {
+  execSql(compose("delete from {} where id=? and a_name=?", {family.lines}), lineId, session().a_name);
+}
+
+void discardDraft(const DocumentFamily& family, const QString& number) {
+  execSql(compose("delete from {} where {}=? and a_name=?", {family.lines, family.number}), number, session().a_name);
+}
+
+Answer leaveDraft(const DocumentFamily& family, const QString& number, Prompt& prompt) {
+  if (draftLineCount(family, number) == 0) return Answer::No;
+  const Answer answer = prompt.askOrCancel(u"当前单据还未保存，是否保存？"_qs);
+  if (answer == Answer::No) discardDraft(family, number);
+  return answer;
+}
+
+// ---- save --------------------------------------------------------------------------------------------------------
+
+bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt) {
+  for (const Refusal& refusal : refusals)
+    if (refusal.applies) {
+      prompt.notice(refusal.text);
+      return true;
+    }
+  return false;
+}
+
+SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt) {
+  SaveResult result;
+  result.number = request.number;
+  if (!prompt.ask(document_detail::saveQuestion(family))) return result;
+
+  const bool auditNow = strIsTrue(session().cs_shdj);
+  const QString gate = auditNow ? auditGate(request.number, request.date) : QString();
+  {
+    Transaction transaction(accountDb());
+    result.number = document_detail::numberToSave(family, request.number, request.date);
+    const std::int64_t goodsLines = document_detail::goodsLineCount(family, result.number);
+    request.writeHead(result.number);
+    if (!auditNow) writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
+    // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here.
+    if (gate == u"ok") result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
+    transaction.commit();
+  }
+  result.saved = true;
+  if (auditNow && gate != u"ok") prompt.notice(gate);
+  return result;
+}
+
+// ---- waiting documents -------------------------------------------------------------------------------------------
+
+void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
+  if (family.due.empty()) return;
+  const auto sum = [&](std::string_view condition) {
+    const std::string statement =
+        compose("select sum({}) as zje from {} where {}=?", {family.lineTotal, family.lines, family.number}) +
+        std::string(condition);
+    return family.headSign * roundTotalIfSeparate(lookupNumber(statement, number));
+  };
+  const double due = sum(" and g_sn<>'00000000'");
+  const QString& typedPaid = family.partner == "ghs_sn" ? session().cs_cgje : session().cs_xsje;
+  const bool onAccount =
+      lookupNumber(compose("select {} from {} where {}=?", {family.settlement, family.head, family.number}), number) ==
+      1;
+  if (onAccount && strIsTrue(typedPaid))
+    execSql(compose("update {} set {}=? where {}=?", {family.head, family.due, family.number}), due, number);
+  else
+    execSql(compose("update {} set {}=?,{}=? where {}=?", {family.head, family.due, family.paid, family.number}), due,
+            sum(""), number);
+}
+
+bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId) {
+  Transaction transaction(accountDb());
+  if (!document_detail::isWaiting(family, number)) return false;
+  execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
+  const bool emptied = lineCount(family, number) == 0;
+  if (emptied) {
+    document_detail::deleteDocument(family, number);
+    writeLog(words(family.emptiedLog) + number);
+  } else {
+    refreshWaitingTotals(family, number);
+  }
+  transaction.commit();
+  return emptied;
+}
+
+bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt) {
+  if (!prompt.ask(u"您确定要删除“待审核”单据吗！"_qs)) return false;
+  Transaction transaction(accountDb());
+  if (!document_detail::isWaiting(family, number)) return false;
+  document_detail::deleteDocument(family, number);
+  writeLog(words(family.deletedLog) + number);
+  transaction.commit();
+  return true;
+}
+
+QString redateWaiting(const DocumentFamily& family, const QString& number, const QString& date) {
+  Transaction transaction(accountDb());
+  if (!document_detail::isWaiting(family, number)) return {};
+  QString fresh = number;
+  if (isNumberTaken(family.lines, family.number, number))
+    fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
+  execSql(compose("update {} set {}=?,{}=? where {}=?", {family.head, family.number, family.date, family.number}),
+          fresh, date, number);
+  execSql(compose("update {} set {}=? where {}=?", {family.lines, family.number, family.number}), fresh, number);
+  transaction.commit();
+  return fresh;
+}
+
+// ---- rights ------------------------------------------------------------------------------------------------------
+
+bool mayMake(const DocumentFamily& family) {
+  return hasRight(family.make.group, family.make.position);
+}
+bool mayAudit(const DocumentFamily& family) {
+  return hasRight(family.audit.group, family.audit.position);
+}
+bool mayCancel(const DocumentFamily& family) {
+  return hasRight(family.cancel.group, family.cancel.position);
+}
+
+}  // namespace jxc

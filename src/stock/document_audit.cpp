@@ -1,0 +1,155 @@
+// 单据审核: audit of stock/document.h: gates, shared numbers, one document, a list.
+#include "core/clock.h"
+#include "core/numbers.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "stock/document.h"
+#include "stock/ledger.h"
+
+#include <stdexcept>
+
+namespace jxc {
+namespace document_audit_detail {
+
+/// Heads that still wait under the number.
+void deleteWaitingHeads(const DocumentFamily& family, const QString& number) {
+  execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
+}
+
+/// The audited head first, otherwise the one that was saved first.
+RowSet headOf(const DocumentFamily& family, const QString& number) {
+  return openSelect(
+      compose("select * from {} where {}=? order by {} desc,id", {family.head, family.number, family.status}), number);
+}
+
+QString shortageOf(const DocumentFamily& family, const QString& number, const Row& head) {
+  if (family.shortageAtAudit.empty()) return {};
+  return checkStockShort(number, head.text(family.warehouse), QStringView(family.shortageAtAudit));
+}
+
+/// One operator's head moves to a fresh number of its own date, with his lines; further heads of his go.
+void renumber(const DocumentFamily& family, const QString& number, const QString& operatorName, std::int64_t headId) {
+  const QString date =
+      lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), headId).left(10);
+  const QString fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
+  execSql(compose("update {} set {}=? where id=?", {family.head, family.number}), fresh, headId);
+  execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), fresh,
+          number, operatorName);
+  execSql(compose("delete from {} where {}=0 and {}=? and a_name=?", {family.head, family.status, family.number}),
+          number, operatorName);
+}
+
+}  // namespace document_audit_detail
+
+QString auditGate(const QString&, const QString&) {
+  return u"ok"_qs;
+}
+QString cancelGate(const QString&, const QString&) {
+  return u"ok"_qs;
+}
+
+void claimNumber(const DocumentFamily& family, const QString& number) {
+  using namespace document_audit_detail;
+  const auto heads = [&](std::string_view condition) {
+    return lookupNumber(
+        compose("select count(*) from {} where {}=?", {family.head, family.number}) + std::string(condition), number);
+  };
+  if (heads("") == 1) return;
+
+  Transaction transaction(accountDb());
+  const std::string waiting = compose(" and {}=0", {family.status});
+  bool used = false;
+  const RowSet audited = openSelect(compose("select top 1 a_name from {} where {}=1 and {}=? order by id desc",
+                                            {family.head, family.status, family.number}),
+                                    number);
+  if (!audited.isEmpty()) {
+    execSql(compose("delete from {} where {}=0 and {}=? and a_name=?", {family.head, family.status, family.number}),
+            number, audited.text(0, 0));
+    used = true;
+  }
+  if (!used || heads(waiting) > 0)
+    for (const Row claimant :
+         openSelect(compose("select a_name,min(id) as rid from {} where {}=0 and {}=? group by a_name order by a_name",
+                            {family.head, family.status, family.number}),
+                    number)) {
+      if (used) renumber(family, number, claimant.text("a_name"), claimant.integer("rid"));
+      used = true;  // the first operator keeps the number
+    }
+  transaction.commit();
+}
+
+void claimNumber(const QString& number, QStringView kind) {
+  claimNumber(documentFamily(kind), number);
+}
+
+AuditOutcome auditInside(const DocumentFamily& family, const QString& number, const HeadChange& change) {
+  using namespace document_audit_detail;
+  if (!family.post) throw std::logic_error("this family is audited by its own rules");
+  claimNumber(family, number);
+  const RowSet heads = headOf(family, number);
+  if (heads.isEmpty()) return AuditOutcome::NoLines;
+  const Row head = heads.front();
+  if (head.integer(family.status) == 1) {
+    deleteWaitingHeads(family, number);
+    return AuditOutcome::AlreadyAudited;
+  }
+  const std::int64_t id = head.integer("id");
+  if (change)
+    change(id);
+  else if (!family.discount.empty() && head.integer(family.settlement) == 0)
+    execSql(compose("update {} set {}={}-{} where id=?", {family.head, family.discount, family.due, family.paid}), id);
+  execSql(compose("update {} set {}=1,{}=?,{}=? where id=?",
+                  {family.head, family.status, family.checker, family.checkDate}),
+          session().a_name, clock::today(), id);
+  deleteWaitingHeads(family, number);
+  family.post(number);
+  return AuditOutcome::Audited;
+}
+
+AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Prompt& prompt,
+                         const HeadChange& change) {
+  using namespace document_audit_detail;
+  if (lineCount(family, number) == 0) return AuditOutcome::NoLines;
+  const RowSet heads = headOf(family, number);
+  if (heads.isEmpty()) return AuditOutcome::NoLines;
+  const bool waiting = heads.front().integer(family.status) == 0;
+  const QString shortage = waiting ? shortageOf(family, number, heads.front()) : QString();
+  if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
+
+  QString changed;
+  {
+    Transaction transaction(accountDb());
+    const RowSet now = headOf(family, number);
+    if (!now.isEmpty() && now.front().integer(family.status) == 0) changed = shortageOf(family, number, now.front());
+    if (changed.isEmpty() || changed == shortage) {
+      const AuditOutcome outcome = auditInside(family, number, change);
+      transaction.commit();
+      return outcome;
+    }
+  }
+  // Stock went while the question stood: what the operator agreed to is no longer what would happen.
+  prompt.notice(changed);
+  return AuditOutcome::Refused;
+}
+
+AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt& prompt) {
+  return auditAsking(family, number, prompt, {});
+}
+
+AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt) {
+  const QString gate = auditGate(number, date);
+  if (gate == u"ok") return checkDj(family, number, prompt);
+  prompt.notice(gate);
+  return AuditOutcome::Refused;
+}
+
+int auditAll(const DocumentFamily& family, std::span<const ListedDocument> documents, Prompt& prompt) {
+  if (!prompt.ask(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs))
+    return -1;
+  int audited = 0;
+  for (const ListedDocument& document : documents)
+    if (auditDocument(family, document.number, document.date, prompt) == AuditOutcome::Audited) ++audited;
+  return audited;
+}
+
+}  // namespace jxc

@@ -1,0 +1,183 @@
+#include "stock/posting.h"
+
+#include "accounts/cash_ledger.h"
+#include "accounts/partner_ledger.h"
+#include "core/clock.h"
+#include "core/log.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+#include "stock/trading.h"
+
+#include <stdexcept>
+
+namespace jxc {
+namespace posting_detail {
+
+using trading::Effect;
+using trading::Head;
+using trading::Rules;
+
+void postCashLine(const Head& head, const QString& kind, double amount, const QString& note) {
+  insertRow("jxc_xjyh", {{"xj_rq", head.date},
+                         {"gl_djh", head.number},
+                         {"xj_dlx", kind},
+                         {"xj_je", amount},
+                         {"u_name", head.salespersonName},
+                         {"ghs_name", head.partnerName},
+                         {"ghs_sn", head.partner},
+                         {"ck_name", head.warehouseName},
+                         {"xj_kmmc", head.account},
+                         {"xj_note", note},
+                         {"a_name", session().a_name},
+                         {"xj_chk", QStringLiteral("1")},
+                         {"xj_ljje", 0.0}});
+}
+
+/// What is due by the partner's ledger: under settlement at paid amount the document leaves the balance unmoved.
+double ledgerDue(const Head& head) {
+  return head.settlement == 0 ? head.paid : head.due;
+}
+
+void postPartner(const Rules& rules, const Head& head) {
+  const double before = ysyfkBalanceAt(head.partner, rules.side, head.date);
+  insertRow("jxc_ysyfk", {{"k_ghskh", head.partner},
+                          {"a_name", session().a_name},
+                          {"u_sn", head.salesperson},
+                          {"k_fkfs", head.account},
+                          {"k_sfje", head.paid},
+                          {"k_yhje", 0.0},
+                          {"k_qcje", 0.0},
+                          {"k_ljje", before + ledgerDue(head) - head.paid},
+                          {"k_yfje", ledgerDue(head)},
+                          {"k_type", partnerTypeText(rules.side)},
+                          {"k_djlx", words(rules.family->prefix)},
+                          {"k_djtxt", words(rules.kindText)},
+                          {"k_note", head.note},
+                          {"k_flag", 1},
+                          {"k_rq", head.date},
+                          {"gl_djh", head.number}});
+  recomputeYsyfk(head.partner, rules.side, head.date);
+}
+
+void postInvoice(const Rules& rules, const Head& head) {
+  const double before = fpBalanceAt(head.partner, rules.side, head.date);
+  insertRow("jxc_fpdjb", {{"fp_ghskh", head.partner},
+                          {"a_name", session().a_name},
+                          {"u_sn", head.salesperson},
+                          {"fp_no", head.invoiceNumber},
+                          {"fp_sfje", head.paid},
+                          {"fp_kpje", head.invoiced},
+                          {"fp_qcje", 0.0},
+                          {"fp_ljje", before + ledgerDue(head) - head.invoiced},
+                          {"fp_yfje", ledgerDue(head)},
+                          {"fp_type", partnerTypeText(rules.side)},
+                          {"fp_djlx", words(rules.family->prefix)},
+                          {"fp_djtxt", words(rules.kindText)},
+                          {"fp_note", head.note},
+                          {"fp_flag", 1},
+                          {"fp_rq", head.date},
+                          {"fp_kprq", head.invoiced != 0 ? head.date : QString()},
+                          {"fp_check", true},
+                          {"fp_checker", session().a_name},
+                          {"fp_chkrq", clock::today()},
+                          {"gl_djh", head.number}});
+  recomputeFp(head.partner, rules.side, head.date);
+}
+
+/// Freight or packing that we pay: an expense, and money out of the document's account. It never enters the cost of
+/// goods.
+void postCharge(const Rules& rules, const Head& head, const QString& type, double amount) {
+  if (amount <= 0) return;
+  const QString note = words(rules.freightWord) + head.number + u"产生的"_qs + type;
+  insertRow("jxc_yyfy", {{"fy_rq", head.date},
+                         {"gl_djh", head.number},
+                         {"fy_lx", type},
+                         {"fy_je", -amount},
+                         {"fy_flag", QStringLiteral("1")},
+                         {"u_sn", head.salesperson},
+                         {"de_sn", QStringLiteral("100001")},
+                         {"fy_kmmc", u"现金"_qs},
+                         {"fy_chk", QStringLiteral("1")},
+                         {"fy_note", note},
+                         {"a_name", session().a_name},
+                         {"fy_sc", u"费用"_qs}});
+  postCashLine(head, u"费用付款"_qs, -amount, note);
+}
+
+void postMoney(const Rules& rules, const Head& head) {
+  postCashLine(head, words(rules.cashKind), rules.cashSign * head.paid, head.note);
+  recomputeXjyh(head.account, head.date);
+  postPartner(rules, head);
+  if (strIsTrue(session().cs_kp)) postInvoice(rules, head);
+  if (!rules.freightWord.empty() && head.freightPayer == u"我方付运费") {
+    postCharge(rules, head, u"运费"_qs, head.freight);
+    postCharge(rules, head, u"包装费"_qs, head.packing);
+    recomputeXjyh(head.account, head.date);
+  }
+}
+
+/// Goods master after one row: stock, use counter, and for purchases price, supplier and average.
+void postGoods(const Rules& rules, const Head& head, const Effect& effect) {
+  execSql(rules.countUse, 1, effect.goods);
+  if (!rules.movesCost) {
+    execSql("update jxc_goods set g_kc=g_kc+(?) where g_sn=?", effect.physical, effect.goods);
+    return;
+  }
+  const double average = trading::averageAfter(effect);
+  if (rules.family == &families::purchaseReceipt)
+    execSql("update jxc_goods set g_kc=g_kc+(?),g_scjj=?,ghs_sn=?,g_pjjj=? where g_sn=?", effect.physical, effect.price,
+            head.partner, average, effect.goods);
+  else
+    execSql("update jxc_goods set g_kc=g_kc+(?),g_pjjj=? where g_sn=?", effect.physical, average, effect.goods);
+  // Data of old versions may hold averages below zero.
+  execSql("update jxc_goods set g_pjjj=? where g_pjjj<0 and g_sn=?", effect.price, effect.goods);
+}
+
+void postStock(const Rules& rules, const Head& head) {
+  const bool movesNow = !rules.movesLater || !rules.movesLater();
+  if (rules.markLines[0] && movesNow) execSql(rules.markLines[0], head.number);
+  if (rules.markLines[1]) execSql(rules.markLines[1], head.number);
+  execSql(rules.insertLedger, session().a_name, clock::today(), head.number);
+  if (rules.afterLedger) execSql(rules.afterLedger, head.number);
+
+  const std::vector<Effect> effects = trading::effectsOf(rules, head.number);
+  for (const Effect& effect : effects) {
+    trading::applyToBalance(rules, effect, 1);
+    replayLedger(effect.id);
+    postGoods(rules, head, effect);
+  }
+  writeLog(words(rules.auditLog) + head.number + u"，共%1种商品"_qs.arg(effects.size()));
+  ensureStockRows(head.month());
+  refreshMonthStock(head.warehouse, head.month());
+}
+
+/// Everything that audit of a trading document writes, in the order in which the books have always been written.
+void post(const Rules& rules, const QString& number) {
+  Transaction transaction(accountDb());
+  Head head;
+  if (!trading::readHead(rules, number, head))
+    throw std::runtime_error((u"单据"_qs + number + u"的往来单位、仓库或经办人不存在，不能审核！"_qs).toStdString());
+  postMoney(rules, head);
+  postStock(rules, head);
+  if (rules.bumpEmployee) rules.bumpEmployee(head.salesperson);
+  transaction.commit();
+}
+
+}  // namespace posting_detail
+
+void postPurchase(const QString& number) {
+  posting_detail::post(trading::purchase(), number);
+}
+void postPurchaseReturn(const QString& number) {
+  posting_detail::post(trading::purchaseReturn(), number);
+}
+void postSale(const QString& number) {
+  posting_detail::post(trading::sale(), number);
+}
+void postSaleReturn(const QString& number) {
+  posting_detail::post(trading::saleReturn(), number);
+}
+
+}  // namespace jxc

@@ -1,0 +1,88 @@
+// 月结存与库存检查: month rows and the shortage check of stock/ledger.h.
+#include "core/prompt.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+
+namespace jxc {
+namespace stock_rows_detail {
+
+void writeMonthStock(const QString& warehouse, const QString& month, double quantity, double value) {
+  execSql("update jxc_kcjs set js_sl=?,js_zje=? where js_rq=? and ck_sn=?", quantity, value, month, warehouse);
+}
+
+/// Where the lines of a kind stand, and what the operator reads when one of them is short.
+struct ShortageKind {
+  std::u16string_view kind;
+  std::string_view quantity, table, number;
+  std::u16string_view warn;
+  std::u16string_view stop;
+};
+
+constexpr ShortageKind shortageKinds[] = {
+    {u"CJ", "jh_sl", "jxc_jhsp", "j_sn", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+    {u"CT", "th_sl", "jxc_thsp", "gl_djh", u"”：退货将会出现负库存，是否继续？", u"”：不能退货！"},
+    {u"XS", "ls_sl", "jxc_lsxssp", "gl_djh", u"”：销售将会出现负库存，是否继续？", u"”：不能销售！"},
+    {u"XT", "th_sl", "jxc_xsthsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+    {u"DB", "db_sl", "jxc_dbsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+    {u"JH", "jh_sl", "jxc_khjhsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+};
+
+}  // namespace stock_rows_detail
+
+void ensureStockRows(const QString& month) {
+  using namespace stock_rows_detail;
+  const RowSet withoutBalance = openSelect(
+      "select ck_sn from jxc_ckxx where ck_sn not in (select ck_sn from jxc_kcsp where g_sn='00000000') order by "
+      "ck_sn");
+  const RowSet withoutMonth = openSelect(
+      "select ck_sn from jxc_ckxx where ck_sn not in (select ck_sn from jxc_kcjs where js_rq=?) order by ck_sn", month);
+  if (withoutBalance.isEmpty() && withoutMonth.isEmpty()) return;
+
+  Transaction transaction(accountDb());
+  for (const Row row : withoutBalance)
+    execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,ck_sn,g_sn,kc_zsl) values (0,0,0,?,'00000000',0)",
+            row.text("ck_sn"));
+  for (const Row row : withoutMonth)
+    execSql(
+        "insert into jxc_kcjs (js_rq,js_sl,js_zje,js_xssl,js_xsje,js_cgsl,js_cgje,js_xslr,js_xscb,ck_sn) "
+        "values (?,0,0,0,0,0,0,0,0,?)",
+        month, row.text("ck_sn"));
+  if (!withoutMonth.isEmpty())
+    for (const Row row :
+         openSelect("select sum(kc_sl) as sl,sum(kc_sl*kc_cbj) as zje,ck_sn from jxc_kcsp group by ck_sn"))
+      writeMonthStock(row.text("ck_sn"), month, row.number("sl"), row.number("zje"));
+  transaction.commit();
+}
+
+void refreshMonthStock(const QString& warehouse, const QString& month) {
+  const RowSet sums =
+      openSelect("select sum(kc_sl) as sl,sum(kc_sl*kc_cbj) as zje from jxc_kcsp where ck_sn=?", warehouse);
+  const bool known = !sums.isEmpty();
+  stock_rows_detail::writeMonthStock(warehouse, month, known ? sums.number(0, 0) : 0, known ? sums.number(0, 1) : 0);
+}
+
+QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
+  for (const auto& entry : stock_rows_detail::shortageKinds) {
+    if (kind != entry.kind) continue;
+    const QString goods = lookupValue(
+        compose("select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' "
+                "group by g_sn) a,jxc_kcsp b where a.g_sn=b.g_sn and a.sl>b.kc_zsl and b.ck_sn=? order by a.g_sn",
+                {entry.quantity, entry.table, entry.number}),
+        number, warehouse);
+    if (goods.isEmpty()) return {};
+    return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods +
+           QStringView(strIsTrue(session().cs_kc) ? entry.warn : entry.stop).toString();
+  }
+  return {};
+}
+
+bool mayGoShort(const QString& message, Prompt& prompt) {
+  if (message.isEmpty()) return true;
+  if (strIsTrue(session().cs_kc)) return prompt.ask(message);
+  prompt.notice(message);
+  return false;
+}
+
+}  // namespace jxc

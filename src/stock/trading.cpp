@@ -1,0 +1,273 @@
+#include "stock/trading.h"
+
+#include "core/session.h"
+#include "core/small_lookups.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+
+namespace jxc::trading {
+namespace trading_detail {
+
+bool putawayInUse() {
+  return strIsTrue(session().cs_sprk);
+}
+bool issueInUse() {
+  return strIsTrue(session().cs_spck);
+}
+
+// The column list is the same for all four, so that a row of the ledger reads alike wherever it comes from.
+constexpr char insertReceiptRows[] = R"(
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
+  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
+  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
+select 'cj',a.j_sn,a.j_jhrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.jh_dj,0,0,b.jh_sl,b.jh_dzl,b.jh_zje,b.jh_je,
+  b.jh_tax,b.jh_taxdj,b.jh_taxje,c.g_lsj,0,0,?,?,0,0,c.g_pjjj,0,0,a.j_note,b.jh_bz,
+  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.ghs_sn,f.ghs_name,c.gg_name,c.color_name,b.jh_sl,b.id2,a.j_sn2,'',0
+from jxc_jhd a,jxc_jhsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_ghsxx f
+where a.j_sn=b.j_sn and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.ghs_sn=f.ghs_sn and a.j_sn=?
+order by b.id)";
+
+constexpr char insertPurchaseReturnRows[] = R"(
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
+  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
+  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
+select 'ct',a.gl_djh,a.th_thrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.th_dj,0,0,-1*b.th_sl,b.th_dzl,-1*b.th_zje,-1*b.th_je,
+  b.th_tax,b.th_taxdj,-1*b.th_taxje,0,0,0,?,?,0,0,c.g_pjjj,0,0,a.th_note,b.th_bz,
+  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.ghs_sn,f.ghs_name,c.gg_name,c.color_name,-1*b.th_sl,
+  iif(b.id2 is null,0,b.id2),'','',0
+from jxc_thd a,jxc_thsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_ghsxx f
+where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.ghs_sn=f.ghs_sn and a.gl_djh=?
+order by b.id)";
+
+constexpr char insertSaleRows[] = R"(
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
+  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
+  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
+select 'xs',a.gl_djh,a.ls_xsrq,b.g_sn,left(c.g_name+iif(b.t_zp is null,'',b.t_zp),128),c.g_jm,c.dw_name,b.ls_dj,b.ls_cbj,
+  b.ls_zcb,b.ls_sl,b.ls_dzl,b.ls_zje,b.ls_je,
+  b.ls_tax,b.ls_taxdj,b.ls_taxje,b.ls_lsj,b.ls_je-b.ls_zcb,b.ls_qxsl,?,?,0,0,c.g_pjjj,0,0,a.ls_note,b.ls_bz,
+  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,0,b.id2,a.gl_djh2,'',0
+from jxc_lsxsd a,jxc_lsxssp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_khxx f
+where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.kh_sn=f.kh_sn and a.gl_djh=?
+order by b.id)";
+
+constexpr char insertSaleReturnRows[] = R"(
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
+  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
+  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
+select 'xt',a.gl_djh,a.th_xsrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.th_dj,b.th_cbj,
+  -1*b.th_zcb,-1*b.th_sl,b.th_dzl,-1*b.th_zje,-1*b.th_je,
+  b.th_tax,b.th_taxdj,-1*b.th_taxje,b.th_lsj,b.th_zcb-b.th_je,0,?,?,0,0,c.g_pjjj,0,0,a.th_note,b.th_bz,
+  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,b.th_sl,
+  iif(b.id2 is null,0,b.id2),'','',0
+from jxc_xsthd a,jxc_xsthsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_khxx f
+where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.kh_sn=f.kh_sn and a.gl_djh=?
+order by b.id)";
+
+// Returns are not joined to their lines: goods move with the ledger row itself.
+constexpr char returnEffects[] = R"(
+select id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,gl_sl as moved from jxc_goodslist
+where g_sn<>'00000000' and gl_djh=? order by id)";
+
+const Rules purchaseRules = {
+    .family = &families::purchaseReceipt,
+    .side = PartnerType::Supplier,
+    .cashKind = u"采购进货",
+    .cashSign = -1,
+    .kindText = u"采购进货单",
+    .freightWord = u"采购单",
+    .auditLog = u"审核采购进货单",
+    .head = R"(
+select a.j_sn as djh,a.j_jhrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
+  a.j_note as note,a.j_kmmc as kmmc,a.j_yfje as yfje,a.j_sfje as sfje,a.j_jsfs as jsfs,a.j_fpno as fpno,a.j_fpje as fpje,
+  a.j_yf as yf,a.j_bzf as bzf,a.j_yffs as yffs,a.j_checker as checker,a.j_status as status
+from jxc_jhd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
+where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.j_sn=? order by a.j_status desc,a.id)",
+    .markLines = {"update jxc_jhsp set jh_rksl=jh_sl where j_sn=?",
+                  "update jxc_jhsp set id2=id,jh_qxsl=0 where j_sn=?"},
+    .movesLater = putawayInUse,
+    .insertLedger = insertReceiptRows,
+    .effectRows = R"(
+select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.jh_rksl as moved from jxc_goodslist a,jxc_jhsp b
+where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.j_sn and a.g_sn<>'00000000' and a.gl_djh=? order by a.id)",
+    .outwards = false,
+    .movesCost = true,
+    .countUse = "update jxc_goods set g_cgpl=g_cgpl+(?) where g_sn=?",
+    .bumpEmployee = bumpPurchaseCount,
+    .shortageAtCancel = u"CJ",
+    .effectElsewhere = "select top 1 gl_djh from jxc_rksp where j_sn=?",
+    .elsewhereDocument = u"入库",
+    .reopenHead = "update jxc_jhd set j_status=0,j_chkrq='',j_checker='',j_hkje=0 where j_sn=?",
+};
+
+const Rules purchaseReturnRules = {
+    .family = &families::purchaseReturn,
+    .side = PartnerType::Supplier,
+    .cashKind = u"采购退货",
+    .cashSign = -1,
+    .kindText = u"采购退货单",
+    .auditLog = u"增加采购退货单",
+    .head = R"(
+select a.gl_djh as djh,a.th_thrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
+  a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
+  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs,a.th_checker as checker,a.th_status as status
+from jxc_thd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
+where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
+    .insertLedger = insertPurchaseReturnRows,
+    .effectRows = returnEffects,
+    .outwards = false,
+    .movesCost = true,
+    // A return is a purchase less.
+    .countUse = "update jxc_goods set g_cgpl=g_cgpl-(?) where g_sn=?",
+    .bumpEmployee = bumpPurchaseCount,
+    .reopenHead = "update jxc_thd set th_status=0,th_chkrq='',th_checker='',th_hkje=0 where gl_djh=?",
+    .reopenSource = {"update jxc_jhsp set jh_qxsl=0 where id2=?", "update jxc_thsp set id2=0 where gl_djh=?",
+                     "update jxc_thd set th_note='' where gl_djh=?"},
+    .sourceOpen = "select top 1 j_sn from jxc_jhsp where id2=? and jh_sl>jh_rksl+jh_qxsl order by id",
+    .reopenSourceHead = "update jxc_jhd set j_crk=0 where j_sn=?",
+};
+
+const Rules saleRules = {
+    .family = &families::sale,
+    .side = PartnerType::Customer,
+    .cashKind = u"商品销售",
+    .cashSign = 1,
+    .kindText = u"商品销售单",
+    .freightWord = u"销售单",
+    .auditLog = u"审核销售单",
+    .head = R"(
+select a.gl_djh as djh,a.ls_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
+  a.ls_note as note,a.ls_kmmc as kmmc,a.ls_yfje as yfje,a.ls_sfje as sfje,a.ls_jsfs as jsfs,a.ls_fpno as fpno,
+  a.ls_fpje as fpje,a.ls_yf as yf,a.ls_bzf as bzf,a.ls_yffs as yffs,a.ls_checker as checker,a.ls_status as status
+from jxc_lsxsd a,jxc_user b,jxc_khxx c,jxc_ckxx d
+where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.ls_status desc,a.id)",
+    .markLines = {"update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?",
+                  "update jxc_lsxssp set id2=id,ls_qxsl=0 where gl_djh=?"},
+    .movesLater = issueInUse,
+    .insertLedger = insertSaleRows,
+    .afterLedger = "update jxc_goodslist set gl_lr=gl_je where g_sn='00000000' and gl_djh=?",
+    .effectRows = R"(
+select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.ls_cksl as moved from jxc_goodslist a,jxc_lsxssp b
+where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.gl_djh and a.g_sn<>'00000000' and a.gl_djh=? order by a.id)",
+    .outwards = true,
+    .movesCost = false,
+    .countUse = "update jxc_goods set g_xspl=g_xspl+(?) where g_sn=?",
+    .bumpEmployee = bumpSaleCount,
+    .effectElsewhere = "select top 1 gl_djh from jxc_cksp where gl_djh2=?",
+    .elsewhereDocument = u"出库",
+    .reopenHead = "update jxc_lsxsd set ls_status=0,ls_chkrq='',ls_checker='',ls_hkje=0,ls_dhbz=0 where gl_djh=?",
+    .deleteMore = "delete from jxc_yyfy where fy_note like ?",
+};
+
+const Rules saleReturnRules = {
+    .family = &families::saleReturn,
+    .side = PartnerType::Customer,
+    .cashKind = u"顾客退货",
+    .cashSign = 1,
+    .kindText = u"顾客退货单",
+    .auditLog = u"审核顾客退货单",
+    .head = R"(
+select a.gl_djh as djh,a.th_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
+  a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
+  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs,a.th_checker as checker,a.th_status as status
+from jxc_xsthd a,jxc_user b,jxc_khxx c,jxc_ckxx d
+where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
+    .insertLedger = insertSaleReturnRows,
+    .effectRows = returnEffects,
+    .outwards = true,
+    .movesCost = false,
+    .countUse = "update jxc_goods set g_xspl=g_xspl+(?) where g_sn=?",
+    .shortageAtCancel = u"XT",
+    .reopenHead = "update jxc_xsthd set th_status=0,th_chkrq='',th_checker='',th_hkje=0,th_qk=0 where gl_djh=?",
+    .reopenSource = {"update jxc_lsxssp set ls_qxsl=0 where id2=?", "update jxc_xsthsp set id2=0 where gl_djh=?",
+                     "update jxc_xsthd set th_note='' where gl_djh=?"},
+    .sourceOpen = "select top 1 gl_djh from jxc_lsxssp where id2=? and ls_sl>ls_cksl+ls_qxsl order by id",
+    .reopenSourceHead = "update jxc_lsxsd set ls_crk=0 where gl_djh=?",
+};
+
+}  // namespace trading_detail
+
+const Rules& purchase() {
+  return trading_detail::purchaseRules;
+}
+const Rules& purchaseReturn() {
+  return trading_detail::purchaseReturnRules;
+}
+const Rules& sale() {
+  return trading_detail::saleRules;
+}
+const Rules& saleReturn() {
+  return trading_detail::saleReturnRules;
+}
+
+bool readHead(const Rules& rules, const QString& number, Head& head) {
+  const RowSet rows = openSelect(rules.head, number);
+  if (rows.isEmpty()) return false;
+  const Row row = rows.front();
+  head = {.number = row.text("djh"),
+          .date = row.text("rq"),
+          .partner = row.text("partner"),
+          .partnerName = row.text("partnername"),
+          .warehouse = row.text("ck_sn"),
+          .warehouseName = row.text("ck_name"),
+          .salesperson = row.text("u_sn"),
+          .salespersonName = row.text("u_name"),
+          .note = row.text("note"),
+          .account = row.text("kmmc"),
+          .invoiceNumber = row.text("fpno"),
+          .freightPayer = row.text("yffs"),
+          .due = row.number("yfje"),
+          .paid = row.number("sfje"),
+          .invoiced = row.number("fpje"),
+          .freight = row.number("yf"),
+          .packing = row.number("bzf"),
+          .settlement = static_cast<int>(row.integer("jsfs")),
+          .checker = row.text("checker"),
+          .status = static_cast<int>(row.integer("status"))};
+  return true;
+}
+
+std::vector<Effect> effectsOf(const Rules& rules, const QString& number) {
+  const RowSet rows = openSelect(rules.effectRows, number);
+  std::vector<Effect> effects;
+  effects.reserve(static_cast<std::size_t>(rows.rowCount()));
+  const int direction = rules.outwards ? -1 : 1;
+  for (const Row row : rows) {
+    const double quantity = row.number("gl_sl");
+    effects.push_back({.id = row.integer("id"),
+                       .goods = row.text("g_sn"),
+                       .warehouse = row.text("ck_sn"),
+                       .quantity = quantity,
+                       .price = row.number("gl_dj"),
+                       .cost = row.number("gl_cbj"),
+                       .source = row.integer("id2"),
+                       .physical = direction * row.number("moved"),
+                       .book = direction * quantity,
+                       .sold = rules.outwards ? quantity : 0});
+  }
+  return effects;
+}
+
+void applyToBalance(const Rules& rules, const Effect& effect, int sign) {
+  const double physical = sign * effect.physical;
+  const double book = sign * effect.book;
+  const double sold = sign * effect.sold;
+  const auto changed =
+      rules.outwards
+          ? execSql(
+                "update jxc_kcsp set kc_xssl=kc_xssl+(?),kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?",
+                sold, physical, book, effect.warehouse, effect.goods)
+          : execSql("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?", physical, book,
+                    effect.warehouse, effect.goods);
+  if (changed == 0)
+    execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,?,?,?,?)", physical,
+            rules.outwards ? effect.cost : effect.price, sold, effect.goods, effect.warehouse, book);
+}
+
+double averageAfter(const Effect& effect) {
+  const double average = goodsAvgCost(effect.goods);
+  return average == -1 ? effect.price : average;
+}
+
+}  // namespace jxc::trading

@@ -1,0 +1,84 @@
+// 购销单据过账规则: the four trading documents as values of one posting and one cancel routine.
+#pragma once
+
+#include "accounts/partner_ledger.h"
+#include "stock/document_family.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace jxc::trading {
+
+/// How a trading document reaches the ledgers. Statements take the number as their only `?` unless told otherwise.
+struct Rules {
+  const DocumentFamily* family;
+  PartnerType side;
+  std::u16string_view cashKind;     // xj_dlx
+  int cashSign;                     // −1: what the head calls paid leaves the shop
+  std::u16string_view kindText;     // k_djtxt
+  std::u16string_view freightWord;  // "采购单" … in the notes of freight; empty: the document carries none
+  std::u16string_view auditLog;     // + number + "，共" + n + "种商品"
+
+  const char* head;          // the head with names, columns as in Head
+  const char* markLines[2];  // before the ledger is written; the first only while goods move at audit
+  bool (*movesLater)();      // goods move by putaway or issue
+  const char* insertLedger;  // values: auditor, today, number
+  const char* afterLedger;   // may be null
+  const char* effectRows;    // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,physical
+  bool outwards;             // stock falls by gl_sl, and the quantity counts as sold
+  bool movesCost;            // the goods' average is written anew
+  const char* countUse;      // values +1 or −1, goods: the goods' use counter
+  void (*bumpEmployee)(const QString& employee);  // may be null
+
+  // Cancel.
+  std::u16string_view shortageAtCancel;   // kind for checkStockShort; empty: stock comes back
+  const char* effectElsewhere;            // finds a document that hangs on this one; null: none can
+  std::u16string_view elsewhereDocument;  // its name in the refusal, "入库" …
+  const char* reopenHead;
+  const char* deleteMore;  // may be null; value: "%number%"
+  // Lines that came from goods which never moved (a cancelled putaway or issue); null: the family has none.
+  const char* reopenSource[3];  // source line by id2, this document's lines, this document's head
+  const char* sourceOpen;       // value id2: number of the source document with lines that wait again
+  const char* reopenSourceHead;
+};
+
+const Rules& purchase();
+const Rules& purchaseReturn();
+const Rules& sale();
+const Rules& saleReturn();
+
+/// The head of a trading document with the names that the ledgers copy.
+struct Head {
+  QString number, date, partner, partnerName, warehouse, warehouseName, salesperson, salespersonName;
+  QString note, account, invoiceNumber, freightPayer;
+  double due = 0, paid = 0, invoiced = 0, freight = 0, packing = 0;
+  int settlement = 0;
+  QString checker;
+  int status = 0;
+  QString month() const { return date.left(7); }
+};
+/// False: there is no such head, or a name is missing.
+bool readHead(const Rules& rules, const QString& number, Head& head);
+
+/// One ledger row of the document and what it does to stock.
+struct Effect {
+  std::int64_t id;
+  QString goods, warehouse;
+  double quantity;  // gl_sl as stored
+  double price, cost;
+  std::int64_t source;  // id2
+  double physical;      // change of kc_sl and g_kc
+  double book;          // change of kc_zsl
+  double sold;          // change of kc_xssl
+};
+std::vector<Effect> effectsOf(const Rules& rules, const QString& number);
+
+/// Changes the balance of a goods in a warehouse by an effect, or by its opposite (sign −1); a missing balance is made.
+void applyToBalance(const Rules& rules, const Effect& effect, int sign);
+/// The goods' average after stock changed: over all warehouses, or the line's price when there is no stock left.
+double averageAfter(const Effect& effect);
+
+}  // namespace jxc::trading
