@@ -105,7 +105,8 @@ struct ReceiptDraft {
   QString invoiceNumber;
   double invoiceAmount = 0, freight = 0, packing = 0;
   bool wePayFreight = false;
-  double payable = 0, paid = 0;
+  double payable = 0;  // as shown; save reads it anew from the lines
+  double paid = 0;
   Settlement settlement = Settlement::AtPaidAmount;
   QString account;                      // name of the cash or bank account
   std::optional<bool> straightToStock;  // "本单商品直接入库"; nothing where the box is not shown
