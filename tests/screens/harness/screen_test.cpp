@@ -1,0 +1,256 @@
+#include "screens/harness/screen_test.h"
+
+#include "ui/application.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QTableView>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace jxc::test {
+namespace screen_test_detail {
+
+/// One application for all tests of the executable.
+class ApplicationEnvironment : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "test_screens";
+    static char* argv[] = {name, nullptr};
+    application_ = std::make_unique<ui::Application>(argc, argv);
+    application_->setQuitOnLastWindowClosed(false);
+  }
+  void TearDown() override {
+    ui::dropScreens();
+    application_.reset();
+  }
+
+ private:
+  std::unique_ptr<ui::Application> application_;
+};
+
+const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
+
+void sendKey(QWidget* target, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  const QPointer<QWidget> alive(target);
+  QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+  QApplication::sendEvent(target, &press);
+  if (!alive) return;
+  QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+  QApplication::sendEvent(target, &release);
+}
+
+QWidget* focusOf(QWidget& window) { return window.focusWidget() ? window.focusWidget() : &window; }
+
+// The text box that takes the keys of an input.
+QWidget* typingPlace(QWidget* widget) {
+  if (auto* combo = qobject_cast<QComboBox*>(widget); combo && combo->lineEdit()) return combo->lineEdit();
+  return widget;
+}
+
+QString nameOf(const QDialog& dialog) {
+  if (const auto* box = qobject_cast<const QMessageBox*>(&dialog)) return QStringLiteral("box: ") + box->text();
+  return QStringLiteral("screen: ") + dialog.objectName() + u' ' + dialog.windowTitle();
+}
+
+}  // namespace screen_test_detail
+
+/// Notices every dialog that comes up, and deals with it once its own event loop runs.
+class ScreenTest::Watcher : public QObject {
+ public:
+  explicit Watcher(ScreenTest& test) : test_(test) { qApp->installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show && watched->isWidgetType()) {
+      auto* dialog = qobject_cast<QDialog*>(watched);
+      if (dialog && dialog->isModal() && !qobject_cast<QProgressDialog*>(dialog)) {
+        QTimer::singleShot(0, this, [this, alive = QPointer<QDialog>(dialog)] {
+          if (alive && alive->isVisible()) test_.opened(*alive);
+        });
+      }
+    }
+    return false;
+  }
+
+ private:
+  ScreenTest& test_;
+};
+
+ScreenTest::ScreenTest() : watcher_(std::make_unique<Watcher>(*this)) {}
+
+ScreenTest::~ScreenTest() {
+  for (const auto& left : expected_) ADD_FAILURE() << "never opened: " << left.text.toStdString();
+  watcher_.reset();
+  ui::dropScreens();
+}
+
+void ScreenTest::expectNotice(const QString& text) { expected_.push_back({Expected::What::Notice, text, {}, {}}); }
+
+void ScreenTest::expectQuestion(const QString& text, Answer answer) {
+  expected_.push_back({Expected::What::Question, text, answer, {}});
+}
+
+void ScreenTest::expectScreen(std::string_view name, Steps steps) {
+  expected_.push_back({Expected::What::Screen, QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())),
+                       Answer::No, std::move(steps)});
+}
+
+bool ScreenTest::open(std::string_view name, Steps steps) { return open(ui::screenNamed(name), std::move(steps)); }
+
+bool ScreenTest::open(ui::Screen& screen, Steps steps) {
+  opening_ = &screen;
+  openingSteps_ = std::move(steps);
+  const bool accepted = screen.showModal();
+  EXPECT_EQ(opening_, nullptr) << screen.objectName().toStdString() << " never came up";
+  opening_ = nullptr;
+  return accepted;
+}
+
+void ScreenTest::opened(QDialog& dialog) {
+  if (&dialog == opening_) {
+    opening_ = nullptr;
+    const Steps steps = std::move(openingSteps_);
+    return runSteps(static_cast<ui::Screen&>(dialog), steps);
+  }
+  if (expected_.empty()) {
+    ADD_FAILURE() << "unexpected " << screen_test_detail::nameOf(dialog).toStdString();
+    return dialog.done(QDialog::Rejected);
+  }
+  const Expected next = expected_.front();
+  expected_.pop_front();
+  if (next.what == Expected::What::Screen) {
+    auto* screen = dynamic_cast<ui::Screen*>(&dialog);
+    if (screen && screen->objectName() == next.text) return runSteps(*screen, next.steps);
+  } else if (qobject_cast<QMessageBox*>(&dialog)) {
+    return answer(dialog, next);
+  }
+  ADD_FAILURE() << "expected " << next.text.toStdString() << ", came "
+                << screen_test_detail::nameOf(dialog).toStdString();
+  dialog.done(QDialog::Rejected);
+}
+
+void ScreenTest::answer(QDialog& box, const Expected& expected) {
+  const auto& message = static_cast<QMessageBox&>(box);
+  EXPECT_EQ(message.text().toStdString(), QString(expected.text).replace(u"\r\n"_qs, u"\n"_qs).toStdString());
+  const bool question = expected.what == Expected::What::Question;
+  EXPECT_EQ(message.windowTitle(), question ? QStringLiteral("信息提醒") : QStringLiteral("系统提示"));
+  const QString wanted = !question                          ? QStringLiteral("btnOK")
+                         : expected.answer == Answer::Yes   ? QStringLiteral("btnYes")
+                         : expected.answer == Answer::No    ? QStringLiteral("btnNo")
+                                                            : QStringLiteral("btnCancel");
+  for (auto* button : message.buttons()) {
+    if (button->objectName() == wanted) return button->click();
+  }
+  ADD_FAILURE() << "the box has no " << wanted.toStdString() << ": " << message.text().toStdString();
+  box.done(QDialog::Rejected);
+}
+
+void ScreenTest::runSteps(ui::Screen& screen, const Steps& steps) {
+  const QPointer<QDialog> alive(&screen);
+  for (auto* grid : screen.grids()) grid->waitLoaded();
+  try {
+    if (steps) steps(screen);
+  } catch (const std::exception& failure) {
+    ADD_FAILURE() << screen.objectName().toStdString() << ": " << failure.what();
+  }
+  settle();
+  if (alive && alive->isVisible()) alive->done(QDialog::Rejected);
+}
+
+void ScreenTest::settle() { QApplication::processEvents(); }
+
+void ScreenTest::typeIn(QWidget& widget, QStringView text) {
+  for (const QChar c : text) {
+    const int key = c.unicode() < 128 ? c.toUpper().unicode() : int(Qt::Key_unknown);
+    screen_test_detail::sendKey(&widget, key, Qt::NoModifier, QString(c));
+  }
+}
+
+void ScreenTest::pressIn(QWidget& widget, const char* key) {
+  const QKeySequence sequence(QString::fromLatin1(key));
+  const auto combination = sequence[0];
+  ASSERT_NE(combination.key(), Qt::Key_unknown) << key;
+  screen_test_detail::sendKey(&widget, combination.key(), combination.keyboardModifiers(), {});
+  settle();
+}
+
+void ScreenTest::type(ui::Screen& screen, std::string_view name, QStringView text) {
+  auto& field = screen.field(name);
+  ASSERT_TRUE(field.isVisible() && field.isEnabled()) << name << " cannot be typed in";
+  field.focus();
+  auto* place = screen_test_detail::typingPlace(field.widget());
+  if (auto* edit = qobject_cast<QLineEdit*>(place)) {
+    ASSERT_FALSE(edit->isReadOnly()) << name << " is read-only";
+    edit->selectAll();
+    if (text.isEmpty()) screen_test_detail::sendKey(edit, Qt::Key_Delete, Qt::NoModifier, {});
+  } else if (auto* memo = qobject_cast<QPlainTextEdit*>(place)) {
+    memo->selectAll();
+    if (text.isEmpty()) screen_test_detail::sendKey(memo, Qt::Key_Delete, Qt::NoModifier, {});
+  }
+  typeIn(*place, text);
+}
+
+void ScreenTest::choose(ui::Screen& screen, std::string_view name, const QString& text) {
+  auto& field = screen.field(name);
+  auto* combo = qobject_cast<QComboBox*>(field.widget());
+  ASSERT_NE(combo, nullptr) << name << " is no list";
+  ASSERT_TRUE(field.isVisible() && field.isEnabled()) << name << " cannot be chosen from";
+  const int index = combo->findText(text);
+  ASSERT_GE(index, 0) << name << " has no \"" << text.toStdString() << '"';
+  field.focus();
+  combo->setCurrentIndex(index);
+}
+
+void ScreenTest::check(ui::Screen& screen, std::string_view name, bool on) {
+  auto& field = screen.field(name);
+  ASSERT_TRUE(field.isVisible() && field.isEnabled()) << name << " cannot be ticked";
+  if (field.isChecked() != on) static_cast<QCheckBox*>(field.widget())->click();
+}
+
+void ScreenTest::press(ui::Screen& screen, const char* key) {
+  pressIn(*screen_test_detail::focusOf(screen), key);
+}
+
+void ScreenTest::click(ui::Screen& screen, std::string_view name) {
+  auto& button = screen.command(name);
+  ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name << " cannot be pressed";
+  button.click();
+  settle();
+}
+
+void ScreenTest::edit(ui::Screen& screen, std::string_view name, int row, std::string_view field, QStringView text) {
+  auto& grid = screen.grid(name);
+  auto* view = grid.view();
+  const auto* model = static_cast<const ui::GridModel*>(view->model());
+  const int column = model->columnOf(field);
+  ASSERT_GE(column, 0) << name << " has no column " << field;
+  ASSERT_LT(row, grid.rowCount()) << name << " has no such row";
+  ASSERT_FALSE(view->isColumnHidden(column)) << field << " is hidden";
+  const auto index = model->index(row, column);
+  ASSERT_TRUE(model->flags(index) & Qt::ItemIsEditable) << field << " cannot be edited";
+  view->setFocus();
+  view->setCurrentIndex(index);
+  pressIn(*view, "Return");
+  auto* editor = view->viewport()->findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr) << "no editor came up";
+  editor->selectAll();
+  typeIn(*editor, text);
+  if (text.isEmpty()) screen_test_detail::sendKey(editor, Qt::Key_Delete, Qt::NoModifier, {});
+  pressIn(*editor, "Return");
+  settle();
+}
+
+}  // namespace jxc::test

@@ -1,0 +1,64 @@
+// 屏幕驱动: opens screens, types, presses and reads as an operator does, and answers what opens on top.
+#pragma once
+
+#include "harness/account_set_fixture.h"
+#include "ui/screen.h"
+
+#include <QStringView>
+#include <deque>
+#include <functional>
+
+namespace jxc::test {
+
+/// A test over a fresh account set in memory that drives real screens off-screen. What opens on top is expected in
+/// its order: message boxes by their text, screens by their name. A box or screen that was not expected fails the
+/// test and is closed, so that nothing hangs; an expectation that was not met fails it too.
+class ScreenTest : public AccountSetFixture {
+ public:
+  using Steps = std::function<void(ui::Screen&)>;
+
+  ScreenTest();
+  ~ScreenTest() override;
+
+  // What will open on top, in this order.
+  void expectNotice(const QString& text);
+  void expectQuestion(const QString& text, Answer answer);
+  void expectScreen(std::string_view name, Steps steps);
+  /// Expectations that were not met yet.
+  int expectationsLeft() const { return static_cast<int>(expected_.size()); }
+
+  /// Shows a screen, runs the steps inside it, and closes it when they have left it open. Whether it was accepted.
+  bool open(std::string_view name, Steps steps);
+  /// The same for a screen that the test made or prepared itself.
+  bool open(ui::Screen& screen, Steps steps);
+
+  // What an operator does.
+  static void type(ui::Screen& screen, std::string_view field, QStringView text);    // replaces what is there
+  static void choose(ui::Screen& screen, std::string_view field, const QString& text);
+  static void check(ui::Screen& screen, std::string_view field, bool on);
+  static void press(ui::Screen& screen, const char* key);                            // "F5", "Return", "Esc", "Ctrl+C"
+  static void click(ui::Screen& screen, std::string_view command);
+  static void edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);
+  static void pressIn(QWidget& widget, const char* key);
+  static void typeIn(QWidget& widget, QStringView text);
+  static void settle();  // lets queued events run
+
+ private:
+  class Watcher;
+  struct Expected {
+    enum class What { Notice, Question, Screen } what;
+    QString text;
+    Answer answer = Answer::No;
+    Steps steps;
+  };
+  void opened(QDialog& dialog);
+  void answer(QDialog& box, const Expected& expected);
+  void runSteps(ui::Screen& screen, const Steps& steps);
+
+  std::deque<Expected> expected_;
+  ui::Screen* opening_ = nullptr;
+  Steps openingSteps_;
+  std::unique_ptr<Watcher> watcher_;
+};
+
+}  // namespace jxc::test

@@ -1,0 +1,156 @@
+// The kit itself, on a screen of the test: keys, inputs, lists and what opens on top.
+#include "core/statements.h"
+#include "screens/harness/screen_test.h"
+#include "ui/display.h"
+
+#include <QLineEdit>
+#include <QTableView>
+
+namespace jxc::test {
+namespace kit_test {
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tname", "仓库名称：", ui::FieldKind::Text, "jxc_ckxx.ck_name"},
+    {"tje", "金额：", ui::FieldKind::Money, "", 0, ui::NoMinus},
+    {"dateRq", "日期：", ui::FieldKind::Date},
+    {"dateYxq", "有效期：", ui::FieldKind::Date, "", 0, ui::MayBeEmpty},
+    {"comCk", "仓库：", ui::FieldKind::Combo},
+    {"chkOn", "启用", ui::FieldKind::Check},
+};
+constexpr ui::ColumnSpec kColumns[] = {
+    {"dj_name", "单位"},
+    {.field = "dj_pl", .caption = "次数", .kind = ui::ColumnKind::Quantity, .sum = true, .editable = true},
+};
+constexpr ui::GridSpec kGrids[] = {{"gridDj", "计量单位", kColumns, "按F2添加单位"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "添加", "F2"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr ui::ScreenSpec kSpec = {
+    .name = "F_KitTest", .title = "试验屏幕", .fields = kFields, .grids = kGrids, .commands = kCommands};
+
+class TF_KitTest : public ui::Screen {
+ public:
+  TF_KitTest() : Screen(kSpec) {
+    on(btnAdd, [this] { ++added; });
+    on(btnOK, [this] {
+      if (tname.trimmed().isEmpty()) return prompt().notice(QStringLiteral("仓库名称必须填写！"));
+      accept();
+    });
+    tje.onChanged([this] { ++changes; });
+    gridDj.onChanged([this](const Row& row, std::string_view, const QString& text) {
+      execSql("update jxc_djbz set dj_pl=? where id=?", text.toInt(), row.integer("id"));
+      gridDj.reload();
+    });
+  }
+  ui::Field& tname = field("tname");
+  ui::Field& tje = field("tje");
+  ui::Field& dateRq = field("dateRq");
+  ui::Field& dateYxq = field("dateYxq");
+  ui::Field& comCk = field("comCk");
+  ui::Grid& gridDj = grid("gridDj");
+  QPushButton& btnAdd = command("btnAdd");
+  QPushButton& btnOK = command("btnOK");
+  int added = 0;
+  int changes = 0;
+
+ protected:
+  bool mayLeave() override { return tname.isEmpty() || prompt().ask(QStringLiteral("放弃输入吗？")); }
+  void activate() override {
+    execSql("delete from jxc_djbz");
+    for (const auto& [name, uses] : {std::pair("副", 10), {"片", 9}, {"盒", 100}}) {
+      insertRow("jxc_djbz", {{"dj_name", name}, {"dj_pl", uses}});
+    }
+    comCk.setItems({{QStringLiteral("所有仓库"), QStringLiteral("-1")}, {QStringLiteral("主仓"), QStringLiteral("100001")}});
+    gridDj.load("select * from jxc_djbz order by id");
+  }
+};
+
+}  // namespace kit_test
+
+TEST_F(ScreenTest, KeysMoveConfirmAndLeave) {
+  kit_test::TF_KitTest screen;
+  expectNotice(QStringLiteral("仓库名称必须填写！"));
+  expectQuestion(QStringLiteral("放弃输入吗？"), Answer::No);
+  const bool accepted = open(screen, [&](ui::Screen& s) {
+    EXPECT_TRUE(screen.tname.hasFocus());
+    press(s, "F5");
+    EXPECT_TRUE(s.isVisible());
+    EXPECT_EQ(s.command("btnOK").text(), QStringLiteral("确定(F5)"));
+    press(s, "F2");
+    EXPECT_EQ(screen.added, 1);
+    type(s, "tname", u"二号仓");
+    press(s, "Return");
+    EXPECT_TRUE(screen.tje.hasFocus());
+    press(s, "Esc");
+    EXPECT_TRUE(s.isVisible());
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  });
+  EXPECT_TRUE(accepted);
+  EXPECT_EQ(screen.tname.text(), QStringLiteral("二号仓"));
+}
+
+TEST_F(ScreenTest, InputsHoldWhatTheirKindAllows) {
+  kit_test::TF_KitTest screen;
+  open(screen, [&](ui::Screen& s) {
+    // Money: no letters, no minus here; seen plain while typed, with its symbol afterwards.
+    type(s, "tje", u"-12x34.5");
+    EXPECT_EQ(screen.tje.number(), 1234.5);
+    EXPECT_GT(screen.changes, 0);
+    press(s, "Return");
+    EXPECT_EQ(static_cast<QLineEdit*>(screen.tje.widget())->text(), QStringLiteral("￥1,234.50"));
+    EXPECT_EQ(screen.tje.text(), QStringLiteral("1234.5"));
+
+    screen.dateRq.load(QStringLiteral("2021-05-03"));
+    type(s, "dateRq", u"2021-2-30");
+    press(s, "Return");
+    EXPECT_EQ(screen.dateRq.text(), QStringLiteral("2021-05-03"));
+    type(s, "dateRq", u"20210228");
+    press(s, "Return");
+    EXPECT_EQ(screen.dateRq.text(), QStringLiteral("2021-02-28"));
+    EXPECT_TRUE(screen.dateRq.isDirty());
+    screen.dateRq.cancel();
+    EXPECT_EQ(screen.dateRq.text(), QStringLiteral("2021-05-03"));
+    EXPECT_EQ(screen.dateYxq.text(), QString());
+
+    // A name is as long as its column.
+    type(s, "tname", QString(100, u'仓'));
+    EXPECT_EQ(screen.tname.text().size(), 32);
+    type(s, "tname", u"");
+
+    choose(s, "comCk", QStringLiteral("主仓"));
+    EXPECT_EQ(screen.comCk.key(), QStringLiteral("100001"));
+    check(s, "chkOn", true);
+    EXPECT_TRUE(s.field("chkOn").isChecked());
+  });
+}
+
+TEST_F(ScreenTest, GridSortsSumsEditsAndKeepsItsRow) {
+  kit_test::TF_KitTest screen;
+  open(screen, [&](ui::Screen& s) {
+    auto& grid = screen.gridDj;
+    ASSERT_EQ(grid.rowCount(), 3);
+    EXPECT_EQ(grid.footerText("dj_pl"), QStringLiteral("119.00"));
+    grid.view()->sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_EQ(grid.cellText(0, 0), QStringLiteral("片"));
+    EXPECT_EQ(grid.cellText(2, 0), QStringLiteral("盒"));
+    edit(s, "gridDj", 2, "dj_pl", u"1");
+    EXPECT_EQ(grid.footerText("dj_pl"), QStringLiteral("20.00"));
+    EXPECT_EQ(grid.currentText("dj_name"), QStringLiteral("盒"));  // though it stands first now
+    EXPECT_EQ(grid.cellText(0, 0), QStringLiteral("盒"));
+    edit(s, "gridDj", 0, "dj_pl", u"");
+    EXPECT_EQ(lookupNumber("select dj_pl from jxc_djbz where dj_name=?", "盒"), 0);
+    EXPECT_TRUE(grid.tabSeparated(false).startsWith(QStringLiteral("单位\t次数\n盒\t0\n")));
+  });
+}
+
+TEST(KitDisplay, DatesAndNumbersAreReadAsTheyAreTyped) {
+  EXPECT_EQ(ui::readDate(QStringLiteral("2026/5/3")), QStringLiteral("2026-05-03"));
+  EXPECT_EQ(ui::readDate(QStringLiteral("２０２６年５月３日")), QStringLiteral("2026-05-03"));
+  EXPECT_EQ(ui::readDate(QStringLiteral("2026-13-01")), std::nullopt);
+  EXPECT_EQ(ui::readDate(QStringLiteral("abc")), std::nullopt);
+  EXPECT_EQ(ui::readNumber(QStringLiteral("￥1,234.50")), 1234.5);
+  EXPECT_EQ(ui::readNumber(QStringLiteral("－１２。５")), -12.5);
+  EXPECT_EQ(ui::readNumber(QStringLiteral("1e5")), std::nullopt);
+  EXPECT_EQ(ui::readNumber(QStringLiteral("1.2.3")), std::nullopt);
+}
+
+}  // namespace jxc::test
