@@ -22,7 +22,8 @@ constexpr ui::ColumnSpec kColumns[] = {
     {.field = "dj_pl", .caption = "次数", .kind = ui::ColumnKind::Quantity, .sum = true, .editable = true},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridDj", "计量单位", kColumns, "按F2添加单位"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "添加", "F2"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnAdd", "添加", "F2"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 constexpr ui::ScreenSpec kSpec = {
     .name = "F_KitTest", .title = "试验屏幕", .fields = kFields, .grids = kGrids, .commands = kCommands};
 
@@ -58,7 +59,8 @@ class TF_KitTest : public ui::Screen {
     for (const auto& [name, uses] : {std::pair("副", 10), {"片", 9}, {"盒", 100}}) {
       insertRow("jxc_djbz", {{"dj_name", name}, {"dj_pl", uses}});
     }
-    comCk.setItems({{QStringLiteral("所有仓库"), QStringLiteral("-1")}, {QStringLiteral("主仓"), QStringLiteral("100001")}});
+    comCk.setItems(
+        {{QStringLiteral("所有仓库"), QStringLiteral("-1")}, {QStringLiteral("主仓"), QStringLiteral("100001")}});
     gridDj.load("select * from jxc_djbz order by id");
   }
 };

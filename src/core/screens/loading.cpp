@@ -76,8 +76,12 @@ bool TF_Loading::mayLeave() {
   return false;
 }
 
-void TF_Loading::keyPressEvent(QKeyEvent*) { endEarly(); }
-void TF_Loading::mousePressEvent(QMouseEvent*) { endEarly(); }
+void TF_Loading::keyPressEvent(QKeyEvent*) {
+  endEarly();
+}
+void TF_Loading::mousePressEvent(QMouseEvent*) {
+  endEarly();
+}
 
 void TF_Loading::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -4,6 +4,7 @@
 #include "ui/screen.h"
 
 #include <QTimer>
+
 #include <functional>
 
 class QLabel;

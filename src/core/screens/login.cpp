@@ -47,13 +47,15 @@ void TF_Login::activate() {
   comAdminChange();
 }
 
-void TF_Login::comAdminChange() { lMsg->setText(initialPasswordHint(comAdmin.text())); }
+void TF_Login::comAdminChange() {
+  lMsg->setText(initialPasswordHint(comAdmin.text()));
+}
 
 void TF_Login::btnOKClick() {
   btnOK.setEnabled(false);  // one login at a time, also for an impatient F5
   const bool changing = session().editMode == u"hb";
-  const bool known = changing ? changeOperator(comAdmin.text(), tpwd.text(), prompt())
-                              : login(comAdmin.text(), tpwd.text(), prompt());
+  const bool known =
+      changing ? changeOperator(comAdmin.text(), tpwd.text(), prompt()) : login(comAdmin.text(), tpwd.text(), prompt());
   if (!known) {
     btnOK.setEnabled(true);
     tpwd.clear();

@@ -33,7 +33,8 @@ TF_Skin::TF_Skin() : Screen(skin_screen_detail::kScreen) {
 void TF_Skin::activate() {
   before_ = operatorSkin();
   std::vector<ListItem> items;
-  for (const auto& name : ui::skinNames()) items.push_back({name, name});
+  for (const auto& name : ui::skinNames())
+    items.push_back({name, name});
   comSkin.setItems(items);
   comSkin.setKey(before_);
   ui::applySkin(before_);

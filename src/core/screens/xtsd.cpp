@@ -44,8 +44,12 @@ void TF_Xtsd::btnOKClick() {
 }
 
 // F4 with Alt would close a window of the desktop: the lock swallows it.
-bool TF_Xtsd::keyPressed(QKeyEvent& key) { return key.key() == Qt::Key_F4; }
+bool TF_Xtsd::keyPressed(QKeyEvent& key) {
+  return key.key() == Qt::Key_F4;
+}
 
-void TF_Xtsd::closeEvent(QCloseEvent* event) { event->ignore(); }
+void TF_Xtsd::closeEvent(QCloseEvent* event) {
+  event->ignore();
+}
 
 }  // namespace jxc

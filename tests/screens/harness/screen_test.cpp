@@ -16,6 +16,7 @@
 #include <QProgressDialog>
 #include <QTableView>
 #include <QTimer>
+
 #include <gtest/gtest.h>
 
 namespace jxc::test {
@@ -52,7 +53,9 @@ void sendKey(QWidget* target, int key, Qt::KeyboardModifiers modifiers, const QS
   QApplication::sendEvent(target, &release);
 }
 
-QWidget* focusOf(QWidget& window) { return window.focusWidget() ? window.focusWidget() : &window; }
+QWidget* focusOf(QWidget& window) {
+  return window.focusWidget() ? window.focusWidget() : &window;
+}
 
 // The text box that takes the keys of an input.
 QWidget* typingPlace(QWidget* widget) {
@@ -92,12 +95,15 @@ class ScreenTest::Watcher : public QObject {
 ScreenTest::ScreenTest() : watcher_(std::make_unique<Watcher>(*this)) {}
 
 ScreenTest::~ScreenTest() {
-  for (const auto& left : expected_) ADD_FAILURE() << "never opened: " << left.text.toStdString();
+  for (const auto& left : expected_)
+    ADD_FAILURE() << "never opened: " << left.text.toStdString();
   watcher_.reset();
   ui::dropScreens();
 }
 
-void ScreenTest::expectNotice(const QString& text) { expected_.push_back({Expected::What::Notice, text, {}, {}}); }
+void ScreenTest::expectNotice(const QString& text) {
+  expected_.push_back({Expected::What::Notice, text, {}, {}});
+}
 
 void ScreenTest::expectQuestion(const QString& text, Answer answer) {
   expected_.push_back({Expected::What::Question, text, answer, {}});
@@ -108,7 +114,9 @@ void ScreenTest::expectScreen(std::string_view name, Steps steps) {
                        Answer::No, std::move(steps)});
 }
 
-bool ScreenTest::open(std::string_view name, Steps steps) { return open(ui::screenNamed(name), std::move(steps)); }
+bool ScreenTest::open(std::string_view name, Steps steps) {
+  return open(ui::screenNamed(name), std::move(steps));
+}
 
 bool ScreenTest::open(ui::Screen& screen, Steps steps) {
   opening_ = &screen;
@@ -147,10 +155,10 @@ void ScreenTest::answer(QDialog& box, const Expected& expected) {
   EXPECT_EQ(message.text().toStdString(), QString(expected.text).replace(u"\r\n"_qs, u"\n"_qs).toStdString());
   const bool question = expected.what == Expected::What::Question;
   EXPECT_EQ(message.windowTitle(), question ? QStringLiteral("信息提醒") : QStringLiteral("系统提示"));
-  const QString wanted = !question                          ? QStringLiteral("btnOK")
-                         : expected.answer == Answer::Yes   ? QStringLiteral("btnYes")
-                         : expected.answer == Answer::No    ? QStringLiteral("btnNo")
-                                                            : QStringLiteral("btnCancel");
+  const QString wanted = !question                        ? QStringLiteral("btnOK")
+                         : expected.answer == Answer::Yes ? QStringLiteral("btnYes")
+                         : expected.answer == Answer::No  ? QStringLiteral("btnNo")
+                                                          : QStringLiteral("btnCancel");
   for (auto* button : message.buttons()) {
     if (button->objectName() == wanted) return button->click();
   }
@@ -160,7 +168,8 @@ void ScreenTest::answer(QDialog& box, const Expected& expected) {
 
 void ScreenTest::runSteps(ui::Screen& screen, const Steps& steps) {
   const QPointer<QDialog> alive(&screen);
-  for (auto* grid : screen.grids()) grid->waitLoaded();
+  for (auto* grid : screen.grids())
+    grid->waitLoaded();
   try {
     if (steps) steps(screen);
   } catch (const std::exception& failure) {
@@ -170,7 +179,9 @@ void ScreenTest::runSteps(ui::Screen& screen, const Steps& steps) {
   if (alive && alive->isVisible()) alive->done(QDialog::Rejected);
 }
 
-void ScreenTest::settle() { QApplication::processEvents(); }
+void ScreenTest::settle() {
+  QApplication::processEvents();
+}
 
 void ScreenTest::typeIn(QWidget& widget, QStringView text) {
   for (const QChar c : text) {

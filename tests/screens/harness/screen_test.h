@@ -5,6 +5,7 @@
 #include "ui/screen.h"
 
 #include <QStringView>
+
 #include <deque>
 #include <functional>
 
@@ -33,10 +34,10 @@ class ScreenTest : public AccountSetFixture {
   bool open(ui::Screen& screen, Steps steps);
 
   // What an operator does.
-  static void type(ui::Screen& screen, std::string_view field, QStringView text);    // replaces what is there
+  static void type(ui::Screen& screen, std::string_view field, QStringView text);  // replaces what is there
   static void choose(ui::Screen& screen, std::string_view field, const QString& text);
   static void check(ui::Screen& screen, std::string_view field, bool on);
-  static void press(ui::Screen& screen, const char* key);                            // "F5", "Return", "Esc", "Ctrl+C"
+  static void press(ui::Screen& screen, const char* key);  // "F5", "Return", "Esc", "Ctrl+C"
   static void click(ui::Screen& screen, std::string_view command);
   static void edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);
   static void pressIn(QWidget& widget, const char* key);
