@@ -19,6 +19,7 @@ struct Column {
 struct Table {
   std::string name;
   std::vector<Column> columns;
+  std::vector<std::string> indexes;  // native statements that made them, for a table that has to be rebuilt
   const Column* find(std::string_view column) const;  // without regard to case
 };
 

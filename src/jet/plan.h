@@ -44,6 +44,7 @@ struct Plan {
   std::vector<ResultColumn> columns;
   int parameterCount = 0;  // `?` in the statement
   std::string sheet, file;
+  int fileParameter = -1;  // SheetExport: the caller's value that names the file, instead of `file`
 };
 
 enum class Engine { Sqlite, Postgres };

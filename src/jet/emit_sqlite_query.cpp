@@ -1,0 +1,125 @@
+#include "jet/emit_sqlite.h"
+
+namespace jxc::jet {
+
+void SqliteEmitter::query(const Query& q, Names names) {
+  const Query* naming = names == Names::Native ? &q : nullptr;
+  if (q.selects.size() == 1) {
+    const Select& only = *q.selects.front();
+    select(only, naming);
+    for (std::size_t i = 0; i < q.orderBy.size(); ++i) {
+      put(i == 0 ? " order by " : ",");
+      expr(*q.orderBy[i].expr);
+      if (q.orderBy[i].descending) put(" desc");
+    }
+    if (only.top) {
+      put(" limit ");
+      expr(*only.top);
+    }
+    return;
+  }
+  for (std::size_t part = 0; part < q.selects.size(); ++part) {
+    if (part > 0) put(q.unionAll[part - 1] ? " union all " : " union ");
+    const Select& s = *q.selects[part];
+    // `top` belongs to its part alone, a limit would belong to the whole.
+    if (s.top) put("select * from (");
+    select(s, naming);
+    if (s.top) {
+      put(" limit ");
+      expr(*s.top);
+      put(")");
+    }
+  }
+  for (std::size_t i = 0; i < q.orderBy.size(); ++i) {
+    put(i == 0 ? " order by " : ",");
+    put(std::to_string(q.orderBy[i].column));
+    if (q.orderBy[i].descending) put(" desc");
+  }
+}
+
+void SqliteEmitter::select(const Select& s, const Query* naming) {
+  put(s.distinct ? "select distinct " : "select ");
+  for (std::size_t i = 0; i < s.items.size(); ++i) {
+    if (i > 0) put(",");
+    expr(*s.items[i].expr);
+    if (naming) {
+      put(" as ");
+      quoted(naming->columns[i].native);
+    }
+  }
+  fromClause(s);
+  where(s.where);
+  for (std::size_t i = 0; i < s.groupBy.size(); ++i) {
+    put(i == 0 ? " group by " : ",");
+    // A bare number would be read as a position.
+    if (s.groupBy[i]->kind == ExprKind::Number) put("+");
+    expr(*s.groupBy[i]);
+  }
+  if (s.having) {
+    put(" having ");
+    expr(*s.having);
+  }
+}
+
+void SqliteEmitter::fromClause(const Select& s) {
+  for (std::size_t i = 0; i < s.from.size(); ++i) {
+    put(i == 0 ? " from " : ",");
+    fromNode(*s.from[i], i > 0);
+  }
+}
+
+// SQLite reads joins and commas from left to right, so a bracket matters only around a join on the right-hand side. An outer
+// join behind a comma is the same with and without: its condition names tables of its own side only; but a right join would
+// keep the rows of the whole list, so it is turned round into a left one.
+void SqliteEmitter::fromNode(const FromNode& node, bool rightOperand) {
+  if (node.source) {
+    leaf(*node.source);
+    return;
+  }
+  const bool turned = node.kind == JoinKind::Right;
+  const FromNode& left = turned ? *node.right : *node.left;
+  const FromNode& right = turned ? *node.left : *node.right;
+  const bool bracket = rightOperand && !left.source;
+  if (bracket) put("(");
+  fromNode(left, false);
+  switch (node.kind) {
+    case JoinKind::Cross: put(","); break;
+    case JoinKind::Inner: put(" join "); break;
+    default: put(" left join "); break;
+  }
+  if (right.source) {
+    leaf(*right.source);
+  } else {
+    put("(");
+    fromNode(right, false);
+    put(")");
+  }
+  if (node.on) {
+    put(" on ");
+    expr(*node.on);
+  }
+  if (bracket) put(")");
+}
+
+void SqliteEmitter::leaf(const Source& source) {
+  if (source.table) {
+    quoted(source.table->name);
+    if (source.alias != source.table->name) {
+      put(" as ");
+      quoted(source.alias);
+    }
+    return;
+  }
+  put("(");
+  query(*source.derived, Names::Native);
+  put(") as ");
+  quoted(source.alias);
+}
+
+void SqliteEmitter::where(const Expr* condition) {
+  if (!condition) return;
+  put(" where ");
+  expr(*condition);
+}
+
+}  // namespace jxc::jet
