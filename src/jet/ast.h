@@ -20,30 +20,60 @@ struct Source;
 enum class Type : std::uint8_t { Unknown, Integer, Bit, Number, Text };
 
 enum class ExprKind : std::uint8_t {
-  Number, Text, Null, Boolean,  // literals
-  Parameter, Column, Negate, Not, Binary, Function, Aggregate, In, InQuery, Exists, Subquery, Between, IsNull, Like,
+  Number,
+  Text,
+  Null,
+  Boolean,  // literals
+  Parameter,
+  Column,
+  Negate,
+  Not,
+  Binary,
+  Function,
+  Aggregate,
+  In,
+  InQuery,
+  Exists,
+  Subquery,
+  Between,
+  IsNull,
+  Like,
   Convert,  // put in by the binder
   Star      // the argument of count(*)
 };
 
 enum class Op : std::uint8_t {
-  Plus,         // as written; the binder makes one of the next three of it
-  Add, Join,    // joining keeps null
+  Plus,  // as written; the binder makes one of the next three of it
+  Add,
+  Join,         // joining keeps null
   PlusByValue,  // both operands without a type: decided when it runs
   JoinEmpty,    // `&`: null joins as empty
-  Subtract, Multiply, Divide, DivideWhole, Modulo, Power, Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual, And,
+  Subtract,
+  Multiply,
+  Divide,
+  DivideWhole,
+  Modulo,
+  Power,
+  Equal,
+  NotEqual,
+  Less,
+  LessEqual,
+  Greater,
+  GreaterEqual,
+  And,
   Or
 };
 
 /// How a value is made fit for its place.
 enum class Conversion : std::uint8_t {
   None,
-  Decimal,      // a computed number, rounded to six places
-  ToNumber,     // text to a number; text that is none is an error
-  TryNumber,    // the same for comparing: text that is no number is null and equals nothing
-  ToText,       // a number in general format
-  ToInteger, ToBit,
-  Fit           // text of at most `width` characters for the column `label`
+  Decimal,    // a computed number, rounded to six places
+  ToNumber,   // text to a number; text that is none is an error
+  TryNumber,  // the same for comparing: text that is no number is null and equals nothing
+  ToText,     // a number in general format
+  ToInteger,
+  ToBit,
+  Fit  // text of at most `width` characters for the column `label`
 };
 
 struct Expr {
@@ -52,13 +82,13 @@ struct Expr {
   Conversion conversion = Conversion::None;
   Function function = Function::None;
   Type type = Type::Unknown;
-  bool exact = false;      // a number that carries no noise of binary fractions: stored, literal, whole or rounded
-  bool joined = false;     // text that was put together or is a literal that reads as no number
-  bool negated = false;    // not in, not like, not between, is not null
-  bool aggregated = false; // contains an aggregate of its own query
+  bool exact = false;       // a number that carries no noise of binary fractions: stored, literal, whole or rounded
+  bool joined = false;      // text that was put together or is a literal that reads as no number
+  bool negated = false;     // not in, not like, not between, is not null
+  bool aggregated = false;  // contains an aggregate of its own query
   bool bound = false;
   int position = 0;
-  int namePosition = 0;    // of `name` when a qualifier stands before it
+  int namePosition = 0;              // of `name` when a qualifier stands before it
   std::string_view qualifier, name;  // a column as written; a literal's text is its name
   std::vector<Expr*> args;
   Query* query = nullptr;
@@ -66,8 +96,8 @@ struct Expr {
   // Filled by the binder.
   Source* source = nullptr;
   int column = -1;
-  Parameter place;         // of a Parameter
-  int width = 0;           // of Fit
+  Parameter place;  // of a Parameter
+  int width = 0;    // of Fit
   std::string_view label;
 };
 
@@ -77,7 +107,7 @@ struct OutputColumn {
   std::string_view native;  // what the emitted text calls it inside a derived table
   Type type = Type::Unknown;
   ColumnType declared = ColumnType::Text;
-  int width = 0;            // characters of a text that surely fit; 0 when unknown
+  int width = 0;  // characters of a text that surely fit; 0 when unknown
   bool exact = false;
 };
 
@@ -102,9 +132,9 @@ struct FromNode {
 };
 
 struct SelectItem {
-  Expr* expr = nullptr;       // null for a star
-  std::string_view alias;     // as written
-  std::string_view starOf;    // qualifier of a star
+  Expr* expr = nullptr;     // null for a star
+  std::string_view alias;   // as written
+  std::string_view starOf;  // qualifier of a star
   int position = 0;
 };
 
@@ -151,29 +181,40 @@ struct ColumnDefinition {
   std::string_view name;
   std::string declared;
   bool primary = false;
-  int position = 0;      // of the name
+  int position = 0;  // of the name
   int typePosition = 0;
   Column column;
 };
 
 struct Statement {
-  enum class Kind { Query, Insert, Update, Delete, CreateTable, DropTable, AddColumns, AlterColumn, DropColumn, CreateIndex,
-                    DropIndex };
+  enum class Kind {
+    Query,
+    Insert,
+    Update,
+    Delete,
+    CreateTable,
+    DropTable,
+    AddColumns,
+    AlterColumn,
+    DropColumn,
+    CreateIndex,
+    DropIndex
+  };
   Kind kind = Kind::Query;
-  Query* query = nullptr;                   // select; the source of an insert
-  std::string_view name;                    // table of insert and definitions
-  int position = 0;                         // of that name
+  Query* query = nullptr;  // select; the source of an insert
+  std::string_view name;   // table of insert and definitions
+  int position = 0;        // of that name
   const Table* table = nullptr;
-  std::vector<std::string_view> columns;    // of an insert, an index, a dropped column
+  std::vector<std::string_view> columns;  // of an insert, an index, a dropped column
   std::vector<int> columnPositions;
-  std::vector<bool> descending;             // of an index
-  std::vector<int> targets;                 // insert: index of each column in its table
-  std::vector<Expr*> values;                // insert … values
+  std::vector<bool> descending;  // of an index
+  std::vector<int> targets;      // insert: index of each column in its table
+  std::vector<Expr*> values;     // insert … values
   std::vector<Assignment> assignments;
-  Select* select = nullptr;                 // from and where of update and delete
-  std::string_view deleteFrom;              // delete t.* from …
+  Select* select = nullptr;     // from and where of update and delete
+  std::string_view deleteFrom;  // delete t.* from …
   int deletePosition = 0;
-  Source* target = nullptr;                 // whose rows a delete takes
+  Source* target = nullptr;  // whose rows a delete takes
   std::vector<ColumnDefinition> definitions;
   std::string_view index;
   bool unique = false;

@@ -4,21 +4,39 @@
 
 namespace jxc::jet {
 
-
-
 void Binder::bind() {
   Statement& s = tree_.statement;
   switch (s.kind) {
-    case Statement::Kind::Query: bindQuery(*s.query, nullptr); break;
-    case Statement::Kind::Insert: bindInsert(); break;
-    case Statement::Kind::Update: bindUpdate(); break;
-    case Statement::Kind::Delete: bindDelete(); break;
-    case Statement::Kind::CreateTable: bindCreateTable(); break;
-    case Statement::Kind::DropTable: setTable(); break;
-    case Statement::Kind::AddColumns: bindAddColumns(); break;
-    case Statement::Kind::AlterColumn: bindAlterColumn(); break;
-    case Statement::Kind::DropColumn: bindDropColumn(); break;
-    case Statement::Kind::CreateIndex: bindCreateIndex(); break;
+    case Statement::Kind::Query:
+      bindQuery(*s.query, nullptr);
+      break;
+    case Statement::Kind::Insert:
+      bindInsert();
+      break;
+    case Statement::Kind::Update:
+      bindUpdate();
+      break;
+    case Statement::Kind::Delete:
+      bindDelete();
+      break;
+    case Statement::Kind::CreateTable:
+      bindCreateTable();
+      break;
+    case Statement::Kind::DropTable:
+      setTable();
+      break;
+    case Statement::Kind::AddColumns:
+      bindAddColumns();
+      break;
+    case Statement::Kind::AlterColumn:
+      bindAlterColumn();
+      break;
+    case Statement::Kind::DropColumn:
+      bindDropColumn();
+      break;
+    case Statement::Kind::CreateIndex:
+      bindCreateIndex();
+      break;
     case Statement::Kind::DropIndex:
       if (!s.name.empty()) setTable();
       break;
@@ -62,7 +80,8 @@ void Binder::bindInsertColumns() {
   for (std::size_t i = 0; i < s.columns.size(); ++i) {
     const Column* column = s.table->find(s.columns[i]);
     if (!column) {
-      fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns[i]) + " of " + s.table->name, s.columnPositions[i]);
+      fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns[i]) + " of " + s.table->name,
+           s.columnPositions[i]);
     }
     s.targets.push_back(static_cast<int>(column - columns.data()));
   }
@@ -70,7 +89,8 @@ void Binder::bindInsertColumns() {
   // Without a list: all columns, or all but the counter, which then numbers the row itself.
   const std::size_t count = s.query ? s.query->columns.size() : s.values.size();
   const bool skipCounter = count + 1 == columns.size() && columns.front().type == ColumnType::Counter;
-  for (std::size_t i = skipCounter ? 1 : 0; i < columns.size(); ++i) s.targets.push_back(static_cast<int>(i));
+  for (std::size_t i = skipCounter ? 1 : 0; i < columns.size(); ++i)
+    s.targets.push_back(static_cast<int>(i));
 }
 
 // Without a list of columns a select fills the columns of the same names; if it has other names, the columns in order.
@@ -110,20 +130,22 @@ void Binder::bindUpdate() {
       const int column = findColumn(*source, assignment.name);
       if (column < 0) continue;
       if (assignment.source) {
-        fail(TranslateError::Kind::UnknownName, "column " + std::string(assignment.name) + " stands in more than one table",
-             assignment.namePosition);
+        fail(TranslateError::Kind::UnknownName,
+             "column " + std::string(assignment.name) + " stands in more than one table", assignment.namePosition);
       }
       assignment.source = source;
       assignment.column = column;
     }
     if (!assignment.source) {
-      fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(assignment.name), assignment.namePosition);
+      fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(assignment.name),
+           assignment.namePosition);
     }
     if (!assignment.source->table) {
       fail(TranslateError::Kind::Unsupported, "a select in brackets cannot be changed", assignment.position);
     }
     const Table& table = *assignment.source->table;
-    assignment.value = assign(bindExpr(assignment.value, scope), table.columns[static_cast<std::size_t>(assignment.column)], table);
+    assignment.value =
+        assign(bindExpr(assignment.value, scope), table.columns[static_cast<std::size_t>(assignment.column)], table);
   }
   if (s.select->where) s.select->where = bindCondition(s.select->where, scope, "where");
 }
@@ -135,12 +157,15 @@ void Binder::bindDelete() {
   bindSources(*s.select, scope);
   for (Source* source : s.select->sources) {
     if (s.deleteFrom.empty() || sameName(source->alias, s.deleteFrom) || sameName(source->name, s.deleteFrom)) {
-      if (s.target) fail(TranslateError::Kind::Syntax, "say of which table the rows go", s.select->sources[1]->position);
+      if (s.target)
+        fail(TranslateError::Kind::Syntax, "say of which table the rows go", s.select->sources[1]->position);
       s.target = source;
     }
   }
-  if (!s.target) fail(TranslateError::Kind::UnknownName, "unknown table " + std::string(s.deleteFrom), s.deletePosition);
-  if (!s.target->table) fail(TranslateError::Kind::Unsupported, "a select in brackets has no rows to delete", s.target->position);
+  if (!s.target)
+    fail(TranslateError::Kind::UnknownName, "unknown table " + std::string(s.deleteFrom), s.deletePosition);
+  if (!s.target->table)
+    fail(TranslateError::Kind::Unsupported, "a select in brackets has no rows to delete", s.target->position);
   if (s.select->where) s.select->where = bindCondition(s.select->where, scope, "where");
 }
 
@@ -163,7 +188,8 @@ void Binder::bindCreateTable() {
     definition.column = columnOf(definition);
     for (std::size_t before = 0; before < i; ++before) {
       if (!sameName(s.definitions[before].name, definition.name)) continue;
-      fail(TranslateError::Kind::Syntax, "column " + std::string(definition.name) + " is declared twice", definition.position);
+      fail(TranslateError::Kind::Syntax, "column " + std::string(definition.name) + " is declared twice",
+           definition.position);
     }
     if (definition.primary) ++keys;
   }
@@ -181,7 +207,8 @@ void Binder::bindAddColumns() {
   for (ColumnDefinition& definition : s.definitions) {
     definition.column = columnOf(definition);
     if (s.table->find(definition.name)) {
-      fail(TranslateError::Kind::Unsupported, "column " + std::string(definition.name) + " exists already", definition.position);
+      fail(TranslateError::Kind::Unsupported, "column " + std::string(definition.name) + " exists already",
+           definition.position);
     }
     if (definition.column.type == ColumnType::Counter || definition.primary) {
       fail(TranslateError::Kind::Unsupported, "a key cannot be added to a table that exists", definition.typePosition);
@@ -194,7 +221,8 @@ void Binder::bindAlterColumn() {
   setTable();
   ColumnDefinition& definition = s.definitions.front();
   const Column* old = s.table->find(definition.name);
-  if (!old) fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(definition.name), definition.position);
+  if (!old)
+    fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(definition.name), definition.position);
   definition.column = columnOf(definition);
   definition.column.name = old->name;
   if (definition.column.type == ColumnType::Counter || old->type == ColumnType::Counter) {
@@ -206,7 +234,9 @@ void Binder::bindDropColumn() {
   Statement& s = tree_.statement;
   setTable();
   const Column* column = s.table->find(s.columns.front());
-  if (!column) fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns.front()), s.columnPositions.front());
+  if (!column)
+    fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns.front()),
+         s.columnPositions.front());
   if (column->type == ColumnType::Counter) {
     fail(TranslateError::Kind::Unsupported, "the key of a table cannot be dropped", s.columnPositions.front());
   }
@@ -218,7 +248,8 @@ void Binder::bindCreateIndex() {
   setTable();
   for (std::size_t i = 0; i < s.columns.size(); ++i) {
     const Column* column = s.table->find(s.columns[i]);
-    if (!column) fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns[i]), s.columnPositions[i]);
+    if (!column)
+      fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns[i]), s.columnPositions[i]);
     s.columns[i] = column->name;
   }
 }

@@ -109,7 +109,9 @@ ColumnType columnTypeOf(const Expr& e);
 int widthOf(const Expr& e);
 int characters(std::string_view utf8);
 bool isLiteral(const Expr& e);
-inline bool isNumeric(Type type) { return type == Type::Integer || type == Type::Bit || type == Type::Number; }
+inline bool isNumeric(Type type) {
+  return type == Type::Integer || type == Type::Bit || type == Type::Number;
+}
 bool sameExpression(const Expr& a, const Expr& b);
 
 }  // namespace jxc::jet

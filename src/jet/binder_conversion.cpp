@@ -12,8 +12,10 @@ namespace conversion_detail {
 
 // "12", "-0.5", "1e3"; blanks around are no matter.
 bool readsAsNumber(std::string_view text, double& number) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  while (!text.empty() && text.front() == ' ')
+    text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ')
+    text.remove_suffix(1);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   if (text.empty()) return false;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -28,19 +30,25 @@ int decimalsOf(std::string_view number) {
   return static_cast<int>(last == std::string_view::npos || last < point ? 0 : last - point);
 }
 
-bool isFree(const Expr& e) { return e.kind == ExprKind::Parameter || e.kind == ExprKind::Null; }
+bool isFree(const Expr& e) {
+  return e.kind == ExprKind::Parameter || e.kind == ExprKind::Null;
+}
 
 }  // namespace conversion_detail
 
 Type typeOf(ColumnType type) {
   switch (type) {
     case ColumnType::Counter:
-    case ColumnType::Integer: return Type::Integer;
-    case ColumnType::Bit: return Type::Bit;
+    case ColumnType::Integer:
+      return Type::Integer;
+    case ColumnType::Bit:
+      return Type::Bit;
     case ColumnType::Numeric:
-    case ColumnType::Double: return Type::Number;
+    case ColumnType::Double:
+      return Type::Number;
     case ColumnType::Text:
-    case ColumnType::LongText: return Type::Text;
+    case ColumnType::LongText:
+      return Type::Text;
   }
   return Type::Unknown;
 }
@@ -48,25 +56,34 @@ Type typeOf(ColumnType type) {
 ColumnType columnTypeOf(const Expr& e) {
   if (e.kind == ExprKind::Column && e.source) return columnAt(*e.source, e.column).declared;
   switch (e.type) {
-    case Type::Integer: return ColumnType::Integer;
-    case Type::Bit: return ColumnType::Bit;
-    case Type::Number: return ColumnType::Numeric;
-    default: return ColumnType::Text;
+    case Type::Integer:
+      return ColumnType::Integer;
+    case Type::Bit:
+      return ColumnType::Bit;
+    case Type::Number:
+      return ColumnType::Numeric;
+    default:
+      return ColumnType::Text;
   }
 }
 
 int characters(std::string_view utf8) {
   int count = 0;
-  for (char c : utf8) count += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  for (char c : utf8)
+    count += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
   return count;
 }
 
 int widthOf(const Expr& e) {
   switch (e.kind) {
-    case ExprKind::Text: return std::max(1, characters(e.name));
-    case ExprKind::Column: return e.source ? columnAt(*e.source, e.column).width : 0;
-    case ExprKind::Convert: return e.conversion == Conversion::Fit ? e.width : 0;
-    case ExprKind::Aggregate: return e.type == Type::Text ? widthOf(*e.args[0]) : 0;
+    case ExprKind::Text:
+      return std::max(1, characters(e.name));
+    case ExprKind::Column:
+      return e.source ? columnAt(*e.source, e.column).width : 0;
+    case ExprKind::Convert:
+      return e.conversion == Conversion::Fit ? e.width : 0;
+    case ExprKind::Aggregate:
+      return e.type == Type::Text ? widthOf(*e.args[0]) : 0;
     case ExprKind::Function:
       if ((e.function == Function::Left || e.function == Function::Right) && e.args[1]->kind == ExprKind::Number) {
         int width = 0;
@@ -78,7 +95,8 @@ int widthOf(const Expr& e) {
         return yes == 0 || no == 0 ? 0 : std::max(yes, no);
       }
       return 0;
-    default: return 0;
+    default:
+      return 0;
   }
 }
 
@@ -90,17 +108,22 @@ bool sameExpression(const Expr& a, const Expr& b) {
   if (&a == &b) return true;
   if (a.kind != b.kind || a.args.size() != b.args.size()) return false;
   switch (a.kind) {
-    case ExprKind::Column: return a.source == b.source && a.column == b.column;
+    case ExprKind::Column:
+      return a.source == b.source && a.column == b.column;
     case ExprKind::Number:
     case ExprKind::Text:
-    case ExprKind::Boolean: return a.name == b.name;
+    case ExprKind::Boolean:
+      return a.name == b.name;
     case ExprKind::Null:
-    case ExprKind::Star: return true;
+    case ExprKind::Star:
+      return true;
     case ExprKind::Parameter:
     case ExprKind::InQuery:
     case ExprKind::Exists:
-    case ExprKind::Subquery: return false;
-    default: break;
+    case ExprKind::Subquery:
+      return false;
+    default:
+      break;
   }
   if (a.op != b.op || a.function != b.function || a.conversion != b.conversion || a.negated != b.negated) return false;
   for (std::size_t i = 0; i < a.args.size(); ++i) {
@@ -116,13 +139,22 @@ Expr* Binder::convert(Expr* e, Conversion conversion) {
   c->bound = true;
   c->aggregated = e->aggregated;
   c->joined = e->joined;
-  c->exact = conversion == Conversion::Decimal || conversion == Conversion::ToInteger || conversion == Conversion::ToBit;
+  c->exact =
+      conversion == Conversion::Decimal || conversion == Conversion::ToInteger || conversion == Conversion::ToBit;
   switch (conversion) {
     case Conversion::ToText:
-    case Conversion::Fit: c->type = Type::Text; break;
-    case Conversion::ToInteger: c->type = Type::Integer; break;
-    case Conversion::ToBit: c->type = Type::Bit; break;
-    default: c->type = Type::Number; break;
+    case Conversion::Fit:
+      c->type = Type::Text;
+      break;
+    case Conversion::ToInteger:
+      c->type = Type::Integer;
+      break;
+    case Conversion::ToBit:
+      c->type = Type::Bit;
+      break;
+    default:
+      c->type = Type::Number;
+      break;
   }
   return c;
 }
@@ -175,7 +207,8 @@ Expr* Binder::toNumber(Expr* e) {
   }
   if (e->kind == ExprKind::Text) {
     if (Expr* number = numberLiteral(*e)) return number;
-    fail(TranslateError::Kind::TypeMismatch, "a number must stand here, not '" + std::string(e->name) + "'", e->position);
+    fail(TranslateError::Kind::TypeMismatch, "a number must stand here, not '" + std::string(e->name) + "'",
+         e->position);
   }
   if (isNumeric(e->type) || e->kind == ExprKind::Null || e->kind == ExprKind::Star) return e;
   return convert(e, Conversion::ToNumber);
@@ -231,9 +264,15 @@ void Binder::reconcile(Expr*& left, Expr*& right) {
     Expr*& partner = isFree(*right) ? left : right;
     if (constant->kind == ExprKind::Parameter && !constant->place.typed && partner->type != Type::Unknown) {
       switch (partner->type) {
-        case Type::Text: giveType(constant, ColumnType::Text); break;
-        case Type::Bit: giveType(constant, ColumnType::Bit); break;
-        default: giveType(constant, ColumnType::Numeric); break;
+        case Type::Text:
+          giveType(constant, ColumnType::Text);
+          break;
+        case Type::Bit:
+          giveType(constant, ColumnType::Bit);
+          break;
+        default:
+          giveType(constant, ColumnType::Numeric);
+          break;
       }
     }
     partner = comparable(partner);
@@ -281,7 +320,8 @@ Expr* Binder::assign(Expr* value, const Column& column, const Table& table) {
       return value;
     }
     // A bit is never null: what an outer join leaves empty is no.
-    case ColumnType::Bit: return value->kind == ExprKind::Boolean ? value : convert(value, Conversion::ToBit);
+    case ColumnType::Bit:
+      return value->kind == ExprKind::Boolean ? value : convert(value, Conversion::ToBit);
     case ColumnType::Counter:
     case ColumnType::Integer:
       if (value->kind == ExprKind::Number && decimalsOf(value->name) == 0) return value;
@@ -290,7 +330,8 @@ Expr* Binder::assign(Expr* value, const Column& column, const Table& table) {
       value = toNumber(value);
       if (value->kind == ExprKind::Number && decimalsOf(value->name) <= 6) return value;
       return value->exact && value->kind != ExprKind::Number ? value : convert(value, Conversion::Decimal);
-    case ColumnType::Double: return toNumber(value);
+    case ColumnType::Double:
+      return toNumber(value);
   }
   return value;
 }

@@ -24,18 +24,23 @@ Expr* Binder::bindExpr(Expr* e, Scope& scope) {
     case ExprKind::Null:
     case ExprKind::Parameter:
     case ExprKind::Convert:
-    case ExprKind::Star: return e;
+    case ExprKind::Star:
+      return e;
     case ExprKind::Column:
       e->bound = false;
       return bindColumn(e, scope);
-    case ExprKind::InQuery: return bindInQuery(e, scope);
+    case ExprKind::InQuery:
+      return bindInQuery(e, scope);
     case ExprKind::Exists:
       bindQuery(*e->query, &scope);
       e->type = Type::Bit;
       return e;
-    case ExprKind::Subquery: return bindSubquery(e, scope);
-    case ExprKind::Aggregate: return bindAggregate(e, scope);
-    default: break;
+    case ExprKind::Subquery:
+      return bindSubquery(e, scope);
+    case ExprKind::Aggregate:
+      return bindAggregate(e, scope);
+    default:
+      break;
   }
   for (Expr*& argument : e->args) {
     argument = bindExpr(argument, scope);
@@ -47,9 +52,12 @@ Expr* Binder::bindExpr(Expr* e, Scope& scope) {
       e->type = e->args[0]->type == Type::Integer ? Type::Integer : Type::Number;
       e->exact = e->args[0]->exact;
       return e;
-    case ExprKind::Binary: return bindBinary(e, scope);
-    case ExprKind::Function: return bindFunction(e, scope);
-    case ExprKind::In: return bindIn(e, scope);
+    case ExprKind::Binary:
+      return bindBinary(e, scope);
+    case ExprKind::Function:
+      return bindFunction(e, scope);
+    case ExprKind::In:
+      return bindIn(e, scope);
     case ExprKind::Between:
       reconcile(e->args[0], e->args[1]);
       reconcile(e->args[0], e->args[2]);
@@ -58,7 +66,8 @@ Expr* Binder::bindExpr(Expr* e, Scope& scope) {
       e->args[0] = toText(e->args[0]);
       e->args[1] = toText(e->args[1]);
       break;
-    default: break;  // Not, IsNull
+    default:
+      break;  // Not, IsNull
   }
   e->type = Type::Bit;
   e->exact = true;
@@ -132,7 +141,8 @@ Expr* Binder::bindBinary(Expr* e, Scope&) {
   Expr*& left = e->args[0];
   Expr*& right = e->args[1];
   switch (e->op) {
-    case Op::Plus: return bindPlus(e);
+    case Op::Plus:
+      return bindPlus(e);
     case Op::JoinEmpty:
       left = toText(left);
       right = toText(right);
@@ -177,8 +187,8 @@ Expr* Binder::bindBinary(Expr* e, Scope&) {
   }
 }
 
-// `+`: text joins text, numbers add. A number beside text: added when the text may be a number, as in max(g_sn)+1, joined
-// when the text surely is none, as in '单据号：'+id.
+// `+`: text joins text, numbers add. A number beside text: added when the text may be a number, as in max(g_sn)+1,
+// joined when the text surely is none, as in '单据号：'+id.
 Expr* Binder::bindPlus(Expr* e) {
   Expr*& left = e->args[0];
   Expr*& right = e->args[1];
@@ -215,17 +225,25 @@ Expr* Binder::bindFunction(Expr* e, Scope&) {
     if (kind == 'n') e->args[i] = toNumber(e->args[i]);
   }
   switch (entry.result) {
-    case 't': e->type = Type::Text; break;
-    case 'i': e->type = Type::Integer; break;
-    case 'b': e->type = Type::Bit; break;
-    default: e->type = Type::Number; break;
+    case 't':
+      e->type = Type::Text;
+      break;
+    case 'i':
+      e->type = Type::Integer;
+      break;
+    case 'b':
+      e->type = Type::Bit;
+      break;
+    default:
+      e->type = Type::Number;
+      break;
   }
   e->exact = entry.result == 'i' || entry.result == 'b';
   switch (e->function) {
     case Function::Round: {
       // Rounded to at most six places by a number in the text, a value is as good as stored.
-      e->exact = e->args.size() == 1 || (e->args[1]->kind == ExprKind::Number && e->args[1]->name <= "6" &&
-                                         e->args[1]->name.size() == 1);
+      e->exact = e->args.size() == 1 ||
+                 (e->args[1]->kind == ExprKind::Number && e->args[1]->name <= "6" && e->args[1]->name.size() == 1);
       break;
     }
     case Function::Abs:
@@ -254,11 +272,14 @@ Expr* Binder::bindFunction(Expr* e, Scope&) {
       static constexpr std::string_view kUnits[] = {"yyyy", "q", "m", "y", "d", "w", "ww", "h", "n", "s"};
       const Expr& unit = *e->args[0];
       bool known = unit.kind != ExprKind::Text;
-      for (std::string_view name : kUnits) known |= sameName(unit.name, name);
-      if (!known) fail(TranslateError::Kind::Unsupported, "unknown unit of time " + std::string(unit.name), unit.position);
+      for (std::string_view name : kUnits)
+        known |= sameName(unit.name, name);
+      if (!known)
+        fail(TranslateError::Kind::Unsupported, "unknown unit of time " + std::string(unit.name), unit.position);
       break;
     }
-    default: break;
+    default:
+      break;
   }
   return e;
 }
@@ -298,8 +319,9 @@ Expr* Binder::bindAggregate(Expr* e, Scope& scope) {
     case Function::Sum:
     case Function::Avg:
       e->args[0] = toNumber(e->args[0]);
-      e->type = e->function == Function::Sum && (argument.type == Type::Integer || argument.type == Type::Bit) ? Type::Integer
-                                                                                                               : Type::Number;
+      e->type = e->function == Function::Sum && (argument.type == Type::Integer || argument.type == Type::Bit)
+                    ? Type::Integer
+                    : Type::Number;
       e->exact = e->type == Type::Integer;
       break;
     default:  // min, max
@@ -311,7 +333,8 @@ Expr* Binder::bindAggregate(Expr* e, Scope& scope) {
 }
 
 Expr* Binder::bindIn(Expr* e, Scope&) {
-  for (std::size_t i = 1; i < e->args.size(); ++i) reconcile(e->args[0], e->args[i]);
+  for (std::size_t i = 1; i < e->args.size(); ++i)
+    reconcile(e->args[0], e->args[i]);
   e->type = Type::Bit;
   e->exact = true;
   return e;
@@ -324,7 +347,8 @@ Expr* Binder::bindInQuery(Expr* e, Scope& scope) {
   if (e->query->columns.size() != 1) {
     fail(TranslateError::Kind::Syntax, "a select behind in yields one column", e->position);
   }
-  for (Select* select : e->query->selects) reconcile(e->args[0], select->items[0].expr);
+  for (Select* select : e->query->selects)
+    reconcile(e->args[0], select->items[0].expr);
   e->type = Type::Bit;
   e->exact = true;
   return e;

@@ -65,13 +65,15 @@ void Binder::bindSelect(Select& select, Scope& scope) {
   expandStars(select);
   scope.items.assign(select.items.size(), ItemState::Open);
   if (select.where) select.where = bindCondition(select.where, scope, "where");
-  for (std::size_t i = 0; i < select.items.size(); ++i) bindItem(scope, i);
+  for (std::size_t i = 0; i < select.items.size(); ++i)
+    bindItem(scope, i);
   bindGroups(select, scope);
   if (select.top && select.top->kind == ExprKind::Parameter) giveType(select.top, ColumnType::Integer);
 }
 
 void Binder::bindSources(Select& select, Scope& scope) {
-  for (FromNode* node : select.from) bindFrom(*node, select, scope);
+  for (FromNode* node : select.from)
+    bindFrom(*node, select, scope);
   for (std::size_t i = 0; i < select.sources.size(); ++i) {
     for (std::size_t before = 0; before < i; ++before) {
       if (!sameName(select.sources[i]->alias, select.sources[before]->alias)) continue;
@@ -80,7 +82,8 @@ void Binder::bindSources(Select& select, Scope& scope) {
     }
   }
   scope.select = &select;
-  for (FromNode* node : select.from) bindJoinConditions(*node, scope);
+  for (FromNode* node : select.from)
+    bindJoinConditions(*node, scope);
 }
 
 void Binder::bindFrom(FromNode& node, Select& select, Scope& scope) {
@@ -169,7 +172,8 @@ void Binder::bindGroups(Select& select, Scope& scope) {
     if (!select.grouped) fail(TranslateError::Kind::Syntax, "having without a group", select.having->position);
   }
   if (!select.grouped) return;
-  for (const SelectItem& item : select.items) checkGrouping(select, *item.expr);
+  for (const SelectItem& item : select.items)
+    checkGrouping(select, *item.expr);
   if (select.having) checkGrouping(select, *select.having);
 }
 
@@ -187,7 +191,8 @@ void Binder::checkGrouping(const Select& select, const Expr& e) const {
     }
     return;
   }
-  for (const Expr* argument : e.args) checkGrouping(select, *argument);
+  for (const Expr* argument : e.args)
+    checkGrouping(select, *argument);
 }
 
 void Binder::bindOrder(Query& query, Scope& scope) {
@@ -205,7 +210,8 @@ Expr* Binder::orderExpression(Expr* written, Select& select, Scope& scope) {
     std::size_t position = 0;
     std::from_chars(written->name.data(), written->name.data() + written->name.size(), position);
     if (position < 1 || position > select.items.size()) {
-      fail(TranslateError::Kind::Syntax, "there is no column " + std::string(written->name) + " to sort by", written->position);
+      fail(TranslateError::Kind::Syntax, "there is no column " + std::string(written->name) + " to sort by",
+           written->position);
     }
     return select.items[position - 1].expr;
   }
@@ -213,7 +219,8 @@ Expr* Binder::orderExpression(Expr* written, Select& select, Scope& scope) {
     if (Expr* alias = findAlias(*written, scope)) return alias;
     Expr* found = nullptr;
     for (const SelectItem& item : select.items) {
-      if (!item.alias.empty() || item.expr->kind != ExprKind::Column || !sameName(item.expr->name, written->name)) continue;
+      if (!item.alias.empty() || item.expr->kind != ExprKind::Column || !sameName(item.expr->name, written->name))
+        continue;
       if (found && !sameExpression(*found, *item.expr)) {
         found = nullptr;
         break;
@@ -240,13 +247,15 @@ void Binder::bindUnionOrder(Query& query) {
         if (sameName(query.columns[i].name, written.name)) item.column = static_cast<int>(i) + 1;
       }
       if (item.column == 0) {
-        fail(TranslateError::Kind::UnknownName, "the union has no column " + std::string(written.name), written.namePosition);
+        fail(TranslateError::Kind::UnknownName, "the union has no column " + std::string(written.name),
+             written.namePosition);
       }
     } else {
       fail(TranslateError::Kind::Unsupported, "a union is sorted by the names of its columns", written.position);
     }
     if (item.column < 1 || item.column > static_cast<int>(query.columns.size())) {
-      fail(TranslateError::Kind::Syntax, "there is no column " + std::string(written.name) + " to sort by", written.position);
+      fail(TranslateError::Kind::Syntax, "there is no column " + std::string(written.name) + " to sort by",
+           written.position);
     }
   }
 }
@@ -256,7 +265,8 @@ void Binder::unite(Query& query) {
   const std::size_t count = query.selects.front()->items.size();
   for (Select* select : query.selects) {
     if (select->items.size() == count) continue;
-    fail(TranslateError::Kind::Syntax, "the parts of a union differ in the number of columns", select->items.front().position);
+    fail(TranslateError::Kind::Syntax, "the parts of a union differ in the number of columns",
+         select->items.front().position);
   }
   const bool removesDuplicates =
       std::any_of(query.unionAll.begin(), query.unionAll.end(), [](bool all) { return !all; });

@@ -8,15 +8,33 @@ Plan SqliteEmitter::emit() {
   plan_.parameterCount = statement_.parameterCount;
   plan_.kind = Plan::Kind::Change;
   switch (statement_.kind) {
-    case Statement::Kind::Query: emitQueryPlan(); break;
-    case Statement::Kind::Insert: emitInsert(); break;
-    case Statement::Kind::Update: emitUpdate(); break;
-    case Statement::Kind::Delete: emitDelete(); break;
-    case Statement::Kind::CreateTable: emitCreateTable(); break;
-    case Statement::Kind::AddColumns: emitAddColumns(); break;
-    case Statement::Kind::AlterColumn: emitAlterColumn(); break;
-    case Statement::Kind::DropColumn: emitDropColumn(); break;
-    case Statement::Kind::CreateIndex: emitCreateIndex(); break;
+    case Statement::Kind::Query:
+      emitQueryPlan();
+      break;
+    case Statement::Kind::Insert:
+      emitInsert();
+      break;
+    case Statement::Kind::Update:
+      emitUpdate();
+      break;
+    case Statement::Kind::Delete:
+      emitDelete();
+      break;
+    case Statement::Kind::CreateTable:
+      emitCreateTable();
+      break;
+    case Statement::Kind::AddColumns:
+      emitAddColumns();
+      break;
+    case Statement::Kind::AlterColumn:
+      emitAlterColumn();
+      break;
+    case Statement::Kind::DropColumn:
+      emitDropColumn();
+      break;
+    case Statement::Kind::CreateIndex:
+      emitCreateIndex();
+      break;
     case Statement::Kind::DropTable:
       plan_.kind = Plan::Kind::Definition;
       put("drop table ");
@@ -37,7 +55,8 @@ void SqliteEmitter::emitQueryPlan() {
   const Query& q = *statement_.query;
   plan_.kind = Plan::Kind::Select;
   plan_.columns.reserve(q.columns.size());
-  for (const OutputColumn& column : q.columns) plan_.columns.push_back({std::string(column.name), column.declared});
+  for (const OutputColumn& column : q.columns)
+    plan_.columns.push_back({std::string(column.name), column.declared});
   const Select& first = *q.selects.front();
   if (!first.intoName.empty()) {
     plan_.kind = Plan::Kind::SheetExport;
@@ -92,8 +111,8 @@ void SqliteEmitter::emitPlainUpdate() {
   finishStep();
 }
 
-// A row of the changed table may be joined more than once, and each joined row counts: two credits to one partner are two
-// credits. So the joined rows are read first, and each is applied in turn to what stands there by then.
+// A row of the changed table may be joined more than once, and each joined row counts: two credits to one partner are
+// two credits. So the joined rows are read first, and each is applied in turn to what stands there by then.
 void SqliteEmitter::emitJoinedUpdate() {
   plan_.kind = Plan::Kind::JoinedUpdate;
   emitDrivingSelect();

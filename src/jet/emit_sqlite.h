@@ -67,7 +67,8 @@ class SqliteEmitter {
   Plan plan_;
   Step step_;
 
-  // While an update over several tables is emitted: the row that is changed, and where the driving row holds the others.
+  // While an update over several tables is emitted: the row that is changed, and where the driving row holds the
+  // others.
   const Source* updated_ = nullptr;
   bool driven_ = false;
 };

@@ -23,7 +23,8 @@ void SqliteEmitter::emitCreateTable() {
   quoted(statement_.name);
   put(" (");
   int keys = 0;
-  for (const ColumnDefinition& definition : statement_.definitions) keys += definition.primary;
+  for (const ColumnDefinition& definition : statement_.definitions)
+    keys += definition.primary;
   for (std::size_t i = 0; i < statement_.definitions.size(); ++i) {
     if (i > 0) put(",");
     columnDeclaration(statement_.definitions[i].column, keys == 1 && statement_.definitions[i].primary);
@@ -63,8 +64,8 @@ void SqliteEmitter::emitDropColumn() {
   finishStep();
 }
 
-// SQLite cannot change a column, so the table is built anew: rows keep their numbers, the counter goes on where it stood,
-// and the indexes are made again.
+// SQLite cannot change a column, so the table is built anew: rows keep their numbers, the counter goes on where it
+// stood, and the indexes are made again.
 void SqliteEmitter::emitAlterColumn() {
   plan_.kind = Plan::Kind::Definition;
   const Table& table = *statement_.table;

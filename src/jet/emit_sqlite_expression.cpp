@@ -9,26 +9,40 @@ namespace emit_expression_detail {
 
 std::string_view signOf(Op op) {
   switch (op) {
-    case Op::Add: return " + ";
-    case Op::Join: return " || ";
-    case Op::Subtract: return " - ";
-    case Op::Multiply: return " * ";
-    case Op::Equal: return "=";
-    case Op::NotEqual: return "<>";
-    case Op::Less: return "<";
-    case Op::LessEqual: return "<=";
-    case Op::Greater: return ">";
-    case Op::GreaterEqual: return ">=";
-    case Op::And: return " and ";
-    case Op::Or: return " or ";
-    default: return {};
+    case Op::Add:
+      return " + ";
+    case Op::Join:
+      return " || ";
+    case Op::Subtract:
+      return " - ";
+    case Op::Multiply:
+      return " * ";
+    case Op::Equal:
+      return "=";
+    case Op::NotEqual:
+      return "<>";
+    case Op::Less:
+      return "<";
+    case Op::LessEqual:
+      return "<=";
+    case Op::Greater:
+      return ">";
+    case Op::GreaterEqual:
+      return ">=";
+    case Op::And:
+      return " and ";
+    case Op::Or:
+      return " or ";
+    default:
+      return {};
   }
 }
 
 // What may stand as an operand without brackets.
 bool isCompact(const Expr& e) {
   switch (e.kind) {
-    case ExprKind::Number: return e.name.front() != '-';
+    case ExprKind::Number:
+      return e.name.front() != '-';
     case ExprKind::Text:
     case ExprKind::Null:
     case ExprKind::Boolean:
@@ -38,8 +52,10 @@ bool isCompact(const Expr& e) {
     case ExprKind::Aggregate:
     case ExprKind::Subquery:
     case ExprKind::Exists:
-    case ExprKind::Convert: return e.function != Function::IsNull;
-    default: return false;
+    case ExprKind::Convert:
+      return e.function != Function::IsNull;
+    default:
+      return false;
   }
 }
 
@@ -58,12 +74,24 @@ void SqliteEmitter::operand(const Expr& e) {
 void SqliteEmitter::expr(const Expr& e) {
   switch (e.kind) {
     case ExprKind::Number:
-    case ExprKind::Boolean: put(e.name); break;
-    case ExprKind::Text: literal(e.name); break;
-    case ExprKind::Null: put("null"); break;
-    case ExprKind::Star: put("*"); break;
-    case ExprKind::Parameter: parameter(e.place); break;
-    case ExprKind::Column: column(*e.source, e.column); break;
+    case ExprKind::Boolean:
+      put(e.name);
+      break;
+    case ExprKind::Text:
+      literal(e.name);
+      break;
+    case ExprKind::Null:
+      put("null");
+      break;
+    case ExprKind::Star:
+      put("*");
+      break;
+    case ExprKind::Parameter:
+      parameter(e.place);
+      break;
+    case ExprKind::Column:
+      column(*e.source, e.column);
+      break;
     case ExprKind::Negate:
       put("- ");  // two signs in a row would begin a comment
       operand(*e.args[0]);
@@ -72,8 +100,12 @@ void SqliteEmitter::expr(const Expr& e) {
       put("not ");
       operand(*e.args[0]);
       break;
-    case ExprKind::Binary: binary(e); break;
-    case ExprKind::Function: function(e); break;
+    case ExprKind::Binary:
+      binary(e);
+      break;
+    case ExprKind::Function:
+      function(e);
+      break;
     case ExprKind::Aggregate:
       put(e.name);
       put("(");
@@ -118,7 +150,9 @@ void SqliteEmitter::expr(const Expr& e) {
       put(e.negated ? " not like " : " like ");
       operand(*e.args[1]);
       break;
-    case ExprKind::Convert: conversion(e); break;
+    case ExprKind::Convert:
+      conversion(e);
+      break;
   }
 }
 
@@ -177,11 +211,21 @@ void SqliteEmitter::binary(const Expr& e) {
   const Expr& right = *e.args[1];
   switch (e.op) {
     case Op::Plus:
-    case Op::PlusByValue: call("jxc_plus", e); return;
-    case Op::DivideWhole: call("jxc_idiv", e); return;
-    case Op::Modulo: call("jxc_mod", e); return;
-    case Op::Power: call("jxc_pow", e); return;
-    case Op::Divide: divide(e); return;
+    case Op::PlusByValue:
+      call("jxc_plus", e);
+      return;
+    case Op::DivideWhole:
+      call("jxc_idiv", e);
+      return;
+    case Op::Modulo:
+      call("jxc_mod", e);
+      return;
+    case Op::Power:
+      call("jxc_pow", e);
+      return;
+    case Op::Divide:
+      divide(e);
+      return;
     case Op::JoinEmpty:
       put("ifnull(");
       expr(left);
@@ -189,7 +233,8 @@ void SqliteEmitter::binary(const Expr& e) {
       expr(right);
       put(",'')");
       return;
-    default: break;
+    default:
+      break;
   }
   // Chains of and, or, joined text read without brackets.
   const auto side = [&](const Expr& s) {
@@ -224,13 +269,27 @@ void SqliteEmitter::divide(const Expr& e) {
 void SqliteEmitter::conversion(const Expr& e) {
   const Expr& value = *e.args[0];
   switch (e.conversion) {
-    case Conversion::None: expr(value); return;
-    case Conversion::Decimal: put("jxc_dec("); break;
-    case Conversion::ToNumber: put("jxc_num("); break;
-    case Conversion::TryNumber: put("jxc_trynum("); break;
-    case Conversion::ToText: put("jxc_text("); break;
-    case Conversion::ToInteger: put("jxc_int("); break;
-    case Conversion::ToBit: put("jxc_bit("); break;
+    case Conversion::None:
+      expr(value);
+      return;
+    case Conversion::Decimal:
+      put("jxc_dec(");
+      break;
+    case Conversion::ToNumber:
+      put("jxc_num(");
+      break;
+    case Conversion::TryNumber:
+      put("jxc_trynum(");
+      break;
+    case Conversion::ToText:
+      put("jxc_text(");
+      break;
+    case Conversion::ToInteger:
+      put("jxc_int(");
+      break;
+    case Conversion::ToBit:
+      put("jxc_bit(");
+      break;
     case Conversion::Fit:
       put("jxc_fit(");
       expr(value);
@@ -278,46 +337,124 @@ void SqliteEmitter::function(const Expr& e) {
       expr(*e.args[1]);
       put(")");
       return;
-    case Function::Instr: call(e.args.size() == 2 ? "instr" : "jxc_instr", e); return;
-    case Function::Mid: call("substr", e); return;
-    case Function::Len: call("length", e); return;
-    case Function::Right: call("jxc_right", e); return;
-    case Function::Trim: call("trim", e); return;
-    case Function::LTrim: call("ltrim", e); return;
-    case Function::RTrim: call("rtrim", e); return;
-    case Function::Upper: call("upper", e); return;
-    case Function::Lower: call("lower", e); return;
-    case Function::Replace: call("replace", e); return;
-    case Function::Asc: call("unicode", e); return;
-    case Function::Abs: call("abs", e); return;
-    case Function::Sgn: call("sign", e); return;
-    case Function::IsNumeric: call("jxc_isnumeric", e); return;
-    case Function::Space: call("jxc_space", e); return;
-    case Function::String: call("jxc_string", e); return;
-    case Function::Chr: call("char", e); return;
-    case Function::Format: call("jxc_format", e); return;
-    case Function::Round: call("jxc_round", e); return;
-    case Function::Int: call("jxc_floor", e); return;
-    case Function::Fix: call("jxc_fix", e); return;
-    case Function::Sqr: call("jxc_sqr", e); return;
-    case Function::Val: call("jxc_val", e); return;
-    case Function::Str: call("jxc_str", e); return;
+    case Function::Instr:
+      call(e.args.size() == 2 ? "instr" : "jxc_instr", e);
+      return;
+    case Function::Mid:
+      call("substr", e);
+      return;
+    case Function::Len:
+      call("length", e);
+      return;
+    case Function::Right:
+      call("jxc_right", e);
+      return;
+    case Function::Trim:
+      call("trim", e);
+      return;
+    case Function::LTrim:
+      call("ltrim", e);
+      return;
+    case Function::RTrim:
+      call("rtrim", e);
+      return;
+    case Function::Upper:
+      call("upper", e);
+      return;
+    case Function::Lower:
+      call("lower", e);
+      return;
+    case Function::Replace:
+      call("replace", e);
+      return;
+    case Function::Asc:
+      call("unicode", e);
+      return;
+    case Function::Abs:
+      call("abs", e);
+      return;
+    case Function::Sgn:
+      call("sign", e);
+      return;
+    case Function::IsNumeric:
+      call("jxc_isnumeric", e);
+      return;
+    case Function::Space:
+      call("jxc_space", e);
+      return;
+    case Function::String:
+      call("jxc_string", e);
+      return;
+    case Function::Chr:
+      call("char", e);
+      return;
+    case Function::Format:
+      call("jxc_format", e);
+      return;
+    case Function::Round:
+      call("jxc_round", e);
+      return;
+    case Function::Int:
+      call("jxc_floor", e);
+      return;
+    case Function::Fix:
+      call("jxc_fix", e);
+      return;
+    case Function::Sqr:
+      call("jxc_sqr", e);
+      return;
+    case Function::Val:
+      call("jxc_val", e);
+      return;
+    case Function::Str:
+      call("jxc_str", e);
+      return;
     case Function::ToText:
-    case Function::ToNumber: expr(*e.args[0]); return;  // the argument was converted already
-    case Function::ToInteger: call("jxc_int", e); return;
-    case Function::DateDiff: call("jxc_datediff", e); return;
-    case Function::DateAdd: call("jxc_dateadd", e); return;
-    case Function::DatePart: call("jxc_datepart", e); return;
-    case Function::Date: put("jxc_date()"); return;
-    case Function::Time: put("jxc_time()"); return;
-    case Function::Now: put("jxc_now()"); return;
-    case Function::Year: put("jxc_datepart('yyyy',"); break;
-    case Function::Month: put("jxc_datepart('m',"); break;
-    case Function::Day: put("jxc_datepart('d',"); break;
-    case Function::Hour: put("jxc_datepart('h',"); break;
-    case Function::Minute: put("jxc_datepart('n',"); break;
-    case Function::Second: put("jxc_datepart('s',"); break;
-    case Function::Weekday: put("jxc_datepart('w',"); break;
+    case Function::ToNumber:
+      expr(*e.args[0]);
+      return;  // the argument was converted already
+    case Function::ToInteger:
+      call("jxc_int", e);
+      return;
+    case Function::DateDiff:
+      call("jxc_datediff", e);
+      return;
+    case Function::DateAdd:
+      call("jxc_dateadd", e);
+      return;
+    case Function::DatePart:
+      call("jxc_datepart", e);
+      return;
+    case Function::Date:
+      put("jxc_date()");
+      return;
+    case Function::Time:
+      put("jxc_time()");
+      return;
+    case Function::Now:
+      put("jxc_now()");
+      return;
+    case Function::Year:
+      put("jxc_datepart('yyyy',");
+      break;
+    case Function::Month:
+      put("jxc_datepart('m',");
+      break;
+    case Function::Day:
+      put("jxc_datepart('d',");
+      break;
+    case Function::Hour:
+      put("jxc_datepart('h',");
+      break;
+    case Function::Minute:
+      put("jxc_datepart('n',");
+      break;
+    case Function::Second:
+      put("jxc_datepart('s',");
+      break;
+    case Function::Weekday:
+      put("jxc_datepart('w',");
+      break;
     default:
       throw TranslateError(TranslateError::Kind::Unsupported, std::string(e.name) + " cannot be said in this engine",
                            e.position);

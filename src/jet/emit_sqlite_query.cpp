@@ -68,9 +68,9 @@ void SqliteEmitter::fromClause(const Select& s) {
   }
 }
 
-// SQLite reads joins and commas from left to right, so a bracket matters only around a join on the right-hand side. An outer
-// join behind a comma is the same with and without: its condition names tables of its own side only; but a right join would
-// keep the rows of the whole list, so it is turned round into a left one.
+// SQLite reads joins and commas from left to right, so a bracket matters only around a join on the right-hand side. An
+// outer join behind a comma is the same with and without: its condition names tables of its own side only; but a right
+// join would keep the rows of the whole list, so it is turned round into a left one.
 void SqliteEmitter::fromNode(const FromNode& node, bool rightOperand) {
   if (node.source) {
     leaf(*node.source);
@@ -83,9 +83,15 @@ void SqliteEmitter::fromNode(const FromNode& node, bool rightOperand) {
   if (bracket) put("(");
   fromNode(left, false);
   switch (node.kind) {
-    case JoinKind::Cross: put(","); break;
-    case JoinKind::Inner: put(" join "); break;
-    default: put(" left join "); break;
+    case JoinKind::Cross:
+      put(",");
+      break;
+    case JoinKind::Inner:
+      put(" join ");
+      break;
+    default:
+      put(" left join ");
+      break;
   }
   if (right.source) {
     leaf(*right.source);

@@ -70,7 +70,8 @@ constexpr FunctionEntry kFunctions[] = {
 const FunctionEntry* findFunction(std::string_view name) {
   char buffer[12];
   if (name.size() > sizeof buffer) return nullptr;
-  std::transform(name.begin(), name.end(), buffer, [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  std::transform(name.begin(), name.end(), buffer,
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   const std::string_view key(buffer, name.size());
   const auto& table = functions_detail::kFunctions;
   const auto found = std::lower_bound(std::begin(table), std::end(table), key,

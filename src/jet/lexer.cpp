@@ -16,47 +16,81 @@ struct WordEntry {
 
 // Sorted by text for the binary search.
 constexpr WordEntry kWords[] = {
-    {"add", Word::Add},           {"all", Word::All},
-    {"alter", Word::Alter},       {"and", Word::And},
-    {"as", Word::As},             {"asc", Word::Asc},
-    {"between", Word::Between},   {"by", Word::By},
-    {"cascade", Word::Cascade},   {"column", Word::Column},
-    {"constraint", Word::Constraint}, {"create", Word::Create},
-    {"delete", Word::Delete},     {"desc", Word::Desc},
-    {"distinct", Word::Distinct}, {"distinctrow", Word::DistinctRow},
-    {"drop", Word::Drop},         {"exists", Word::Exists},
-    {"false", Word::False},       {"from", Word::From},
-    {"group", Word::Group},       {"having", Word::Having},
-    {"in", Word::In},             {"index", Word::Index},
-    {"inner", Word::Inner},       {"insert", Word::Insert},
-    {"into", Word::Into},         {"is", Word::Is},
-    {"join", Word::Join},         {"key", Word::Key},
-    {"left", Word::Left},         {"like", Word::Like},
-    {"mod", Word::Mod},           {"not", Word::Not},
-    {"null", Word::Null},         {"on", Word::On},
-    {"or", Word::Or},             {"order", Word::Order},
-    {"outer", Word::Outer},       {"primary", Word::Primary},
-    {"right", Word::Right},       {"select", Word::Select},
-    {"set", Word::Set},           {"table", Word::Table},
-    {"top", Word::Top},           {"true", Word::True},
-    {"union", Word::Union},       {"unique", Word::Unique},
-    {"update", Word::Update},     {"values", Word::Values},
+    {"add", Word::Add},
+    {"all", Word::All},
+    {"alter", Word::Alter},
+    {"and", Word::And},
+    {"as", Word::As},
+    {"asc", Word::Asc},
+    {"between", Word::Between},
+    {"by", Word::By},
+    {"cascade", Word::Cascade},
+    {"column", Word::Column},
+    {"constraint", Word::Constraint},
+    {"create", Word::Create},
+    {"delete", Word::Delete},
+    {"desc", Word::Desc},
+    {"distinct", Word::Distinct},
+    {"distinctrow", Word::DistinctRow},
+    {"drop", Word::Drop},
+    {"exists", Word::Exists},
+    {"false", Word::False},
+    {"from", Word::From},
+    {"group", Word::Group},
+    {"having", Word::Having},
+    {"in", Word::In},
+    {"index", Word::Index},
+    {"inner", Word::Inner},
+    {"insert", Word::Insert},
+    {"into", Word::Into},
+    {"is", Word::Is},
+    {"join", Word::Join},
+    {"key", Word::Key},
+    {"left", Word::Left},
+    {"like", Word::Like},
+    {"mod", Word::Mod},
+    {"not", Word::Not},
+    {"null", Word::Null},
+    {"on", Word::On},
+    {"or", Word::Or},
+    {"order", Word::Order},
+    {"outer", Word::Outer},
+    {"primary", Word::Primary},
+    {"right", Word::Right},
+    {"select", Word::Select},
+    {"set", Word::Set},
+    {"table", Word::Table},
+    {"top", Word::Top},
+    {"true", Word::True},
+    {"union", Word::Union},
+    {"unique", Word::Unique},
+    {"update", Word::Update},
+    {"values", Word::Values},
     {"where", Word::Where},
 };
 
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 // Bytes beyond ASCII are letters: tables and aliases may have Chinese names.
 constexpr bool beginsName(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
-constexpr bool continuesName(char c) { return beginsName(c) || isDigit(c); }
-constexpr bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v'; }
+constexpr bool continuesName(char c) {
+  return beginsName(c) || isDigit(c);
+}
+constexpr bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+}
 
 Word wordOf(std::string_view text) {
   if (text.size() < 2 || text.size() > 11) return Word::None;
   char buffer[11];
-  for (std::size_t i = 0; i < text.size(); ++i) buffer[i] = lower(text[i]);
+  for (std::size_t i = 0; i < text.size(); ++i)
+    buffer[i] = lower(text[i]);
   const std::string_view key(buffer, text.size());
   const auto found = std::lower_bound(std::begin(kWords), std::end(kWords), key,
                                       [](const WordEntry& entry, std::string_view k) { return entry.text < k; });
@@ -71,7 +105,8 @@ class Lexer {
     std::vector<Token> tokens;
     tokens.reserve(text_.size() / 4 + 8);
     for (;;) {
-      while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+      while (at_ < text_.size() && isBlank(text_[at_]))
+        ++at_;
       tokens.push_back(next());
       if (tokens.back().kind == TokenKind::End) return tokens;
     }
@@ -88,7 +123,8 @@ class Lexer {
     }
     const char c = text_[begin];
     if (beginsName(c)) {
-      while (at_ < text_.size() && continuesName(text_[at_])) ++at_;
+      while (at_ < text_.size() && continuesName(text_[at_]))
+        ++at_;
       token.kind = TokenKind::Word;
       token.text = text_.substr(begin, at_ - begin);
       token.word = wordOf(token.text);
@@ -113,17 +149,20 @@ class Lexer {
 
   void number(Token& token) {
     const std::size_t begin = at_;
-    while (at_ < text_.size() && isDigit(text_[at_])) ++at_;
+    while (at_ < text_.size() && isDigit(text_[at_]))
+      ++at_;
     if (at_ < text_.size() && text_[at_] == '.') {
       ++at_;
-      while (at_ < text_.size() && isDigit(text_[at_])) ++at_;
+      while (at_ < text_.size() && isDigit(text_[at_]))
+        ++at_;
     }
     if (at_ < text_.size() && lower(text_[at_]) == 'e') {
       std::size_t exponent = at_ + 1;
       if (exponent < text_.size() && (text_[exponent] == '+' || text_[exponent] == '-')) ++exponent;
       if (exponent < text_.size() && isDigit(text_[exponent])) {
         at_ = exponent;
-        while (at_ < text_.size() && isDigit(text_[at_])) ++at_;
+        while (at_ < text_.size() && isDigit(text_[at_]))
+          ++at_;
       }
     }
     if (at_ < text_.size() && continuesName(text_[at_])) {
@@ -175,7 +214,9 @@ class Lexer {
 
 }  // namespace lexer_detail
 
-std::vector<Token> tokenize(std::string_view statement) { return lexer_detail::Lexer(statement).run(); }
+std::vector<Token> tokenize(std::string_view statement) {
+  return lexer_detail::Lexer(statement).run();
+}
 
 bool sameName(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;

@@ -7,14 +7,27 @@ Parser::Parser(std::string_view statement, Tree& tree) : text_(statement), tree_
 void Parser::parse() {
   Statement& statement = tree_.statement;
   switch (peek().word) {
-    case Word::Insert: insertStatement(); break;
-    case Word::Update: updateStatement(); break;
-    case Word::Delete: deleteStatement(); break;
-    case Word::Create: createStatement(); break;
-    case Word::Alter: alterStatement(); break;
-    case Word::Drop: dropStatement(); break;
+    case Word::Insert:
+      insertStatement();
+      break;
+    case Word::Update:
+      updateStatement();
+      break;
+    case Word::Delete:
+      deleteStatement();
+      break;
+    case Word::Create:
+      createStatement();
+      break;
+    case Word::Alter:
+      alterStatement();
+      break;
+    case Word::Drop:
+      dropStatement();
+      break;
     default:
-      if (!at(Word::Select) && !at('(')) fail("a statement begins with select, insert, update, delete, create, alter or drop");
+      if (!at(Word::Select) && !at('('))
+        fail("a statement begins with select, insert, update, delete, create, alter or drop");
       statement.kind = Statement::Kind::Query;
       statement.query = query();
   }
@@ -178,7 +191,8 @@ void Parser::primaryKey(std::vector<ColumnDefinition>& columns) {
       definition.primary = found = true;
     }
     if (!found) {
-      throw TranslateError(TranslateError::Kind::UnknownName, "unknown column " + std::string(column.text), column.position);
+      throw TranslateError(TranslateError::Kind::UnknownName, "unknown column " + std::string(column.text),
+                           column.position);
     }
   } while (accept(','));
   expect(')', ")");
@@ -296,8 +310,10 @@ bool Parser::atName(int ahead) const {
     case Word::Index:
     case Word::Key:
     case Word::Primary:
-    case Word::Asc: return true;
-    default: return false;
+    case Word::Asc:
+      return true;
+    default:
+      return false;
   }
 }
 

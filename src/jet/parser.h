@@ -9,8 +9,8 @@
 
 namespace jxc::jet {
 
-/// Parses one statement, with or without a semicolon at its end. Throws TranslateError(Syntax) at the token that does not
-/// fit. The tree refers to `statement`, which must outlive it.
+/// Parses one statement, with or without a semicolon at its end. Throws TranslateError(Syntax) at the token that does
+/// not fit. The tree refers to `statement`, which must outlive it.
 class Parser {
  public:
   Parser(std::string_view statement, Tree& tree);

@@ -47,13 +47,26 @@ Expr* Parser::comparison() {
     if (token.kind == TokenKind::Sign) {
       Op op;
       switch (token.sign) {
-        case '=': op = Op::Equal; break;
-        case sign::kNotEqual: op = Op::NotEqual; break;
-        case '<': op = Op::Less; break;
-        case '>': op = Op::Greater; break;
-        case sign::kLessEqual: op = Op::LessEqual; break;
-        case sign::kGreaterEqual: op = Op::GreaterEqual; break;
-        default: return left;
+        case '=':
+          op = Op::Equal;
+          break;
+        case sign::kNotEqual:
+          op = Op::NotEqual;
+          break;
+        case '<':
+          op = Op::Less;
+          break;
+        case '>':
+          op = Op::Greater;
+          break;
+        case sign::kLessEqual:
+          op = Op::LessEqual;
+          break;
+        case sign::kGreaterEqual:
+          op = Op::GreaterEqual;
+          break;
+        default:
+          return left;
       }
       const int position = tokens_[at_++].position;
       left = binary(op, left, joinEmptyLevel(), position);
@@ -183,8 +196,10 @@ Expr* Parser::primary() {
       e = tree_.expr(ExprKind::Number, token.position);
       e->name = token.text;
       break;
-    case TokenKind::Text: return textLiteral();
-    case TokenKind::Date: return dateLiteral();
+    case TokenKind::Text:
+      return textLiteral();
+    case TokenKind::Date:
+      return dateLiteral();
     case TokenKind::Parameter:
       e = tree_.expr(ExprKind::Parameter, token.position);
       e->place.source = tree_.statement.parameterCount++;
@@ -221,8 +236,10 @@ Expr* Parser::primary() {
         return e;
       }
       return nameOrCall();
-    case TokenKind::QuotedName: return nameOrCall();
-    case TokenKind::End: fail("a value expected");
+    case TokenKind::QuotedName:
+      return nameOrCall();
+    case TokenKind::End:
+      fail("a value expected");
   }
   ++at_;
   return e;
@@ -232,8 +249,7 @@ Expr* Parser::primary() {
 Expr* Parser::nameOrCall() {
   const Token& token = peek();
   if (token.kind == TokenKind::Word && at('(', 1) &&
-      (token.word == Word::None || token.word == Word::Left || token.word == Word::Right ||
-       token.word == Word::Asc)) {
+      (token.word == Word::None || token.word == Word::Left || token.word == Word::Right || token.word == Word::Asc)) {
     ++at_;
     return call(token);
   }
@@ -254,7 +270,8 @@ Expr* Parser::call(const Token& token) {
   const Depth depth(*this);
   const FunctionEntry* entry = findFunction(token.text);
   if (!entry) {
-    throw TranslateError(TranslateError::Kind::UnknownName, "unknown function " + std::string(token.text), token.position);
+    throw TranslateError(TranslateError::Kind::UnknownName, "unknown function " + std::string(token.text),
+                         token.position);
   }
   Expr* e = tree_.expr(isAggregate(entry->function) ? ExprKind::Aggregate : ExprKind::Function, token.position);
   e->function = entry->function;
@@ -288,7 +305,8 @@ Expr* Parser::dateLiteral() {
   const Token& token = tokens_[at_++];
   const std::string text(token.text);
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
-  const int found = std::sscanf(text.c_str(), "%d%*1[-/]%d%*1[-/]%d %d:%d:%d", &year, &month, &day, &hour, &minute, &second);
+  const int found =
+      std::sscanf(text.c_str(), "%d%*1[-/]%d%*1[-/]%d %d:%d:%d", &year, &month, &day, &hour, &minute, &second);
   if (found < 3 || year < 1 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) {
     failAt("a date is written #yyyy-mm-dd#", token);
   }

@@ -14,7 +14,8 @@ Query* Parser::query() {
     queryPart(*query);
     // A bracketed part that is a union itself may only join on if mixing cannot change which duplicates go.
     if (query->selects.size() > before + 1) {
-      for (bool inner : std::vector<bool>(query->unionAll.begin() + static_cast<std::ptrdiff_t>(before), query->unionAll.end())) {
+      for (bool inner :
+           std::vector<bool>(query->unionAll.begin() + static_cast<std::ptrdiff_t>(before), query->unionAll.end())) {
         if (inner != all) fail("a bracketed union of another kind cannot stand here");
       }
     }
@@ -211,11 +212,13 @@ FromNode* Parser::derivedTable(int position) {
   return node;
 }
 
-// Whether the bracket here holds a query rather than joined tables: "(select …) a", "((select …) union (select …)) a", but
-// not "((select …) a left join …)". `alone`: nothing may follow the query inside the bracket, as in "((select …)+1)".
+// Whether the bracket here holds a query rather than joined tables: "(select …) a", "((select …) union (select …)) a",
+// but not "((select …) a left join …)". `alone`: nothing may follow the query inside the bracket, as in "((select
+// …)+1)".
 bool Parser::beginsQueryInBrackets(bool alone) const {
   int depth = 0;
-  while (at('(', depth)) ++depth;
+  while (at('(', depth))
+    ++depth;
   if (!at(Word::Select, depth)) return false;
   if (depth == 1 && !alone) return true;
   int open = 1;

@@ -52,7 +52,9 @@ std::int64_t secondNumber(const Moment& m) {
 }
 
 /// 1 is Sunday.
-int weekdayOf(const Moment& m) { return static_cast<int>((dayNumber(m) + 3) % 7) + 1; }
+int weekdayOf(const Moment& m) {
+  return static_cast<int>((dayNumber(m) + 3) % 7) + 1;
+}
 
 bool readNumber(std::string_view& text, int& number) {
   std::size_t digits = 0;
@@ -72,7 +74,8 @@ bool readSign(std::string_view& text, std::string_view signs) {
 
 /// Nothing for what is no date: old rows hold all kinds of text in their date columns.
 std::optional<Moment> parse(std::string_view text) {
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  while (!text.empty() && text.back() == ' ')
+    text.remove_suffix(1);
   Moment m;
   if (!readNumber(text, m.year) || !readSign(text, "-/.") || !readNumber(text, m.month) || !readSign(text, "-/.") ||
       !readNumber(text, m.day)) {
@@ -81,7 +84,8 @@ std::optional<Moment> parse(std::string_view text) {
   if (m.year < 1 || m.month < 1 || m.month > 12 || m.day < 1 || m.day > daysIn(m.year, m.month)) return {};
   if (text.empty()) return m;
   m.timed = true;
-  if (!readSign(text, " T") || !readNumber(text, m.hour) || !readSign(text, ":") || !readNumber(text, m.minute)) return {};
+  if (!readSign(text, " T") || !readNumber(text, m.hour) || !readSign(text, ":") || !readNumber(text, m.minute))
+    return {};
   if (!text.empty() && (!readSign(text, ":") || !readNumber(text, m.second))) return {};
   if (!text.empty() || m.hour > 23 || m.minute > 59 || m.second > 59) return {};
   return m;
@@ -89,13 +93,15 @@ std::optional<Moment> parse(std::string_view text) {
 
 std::string formatted(const Moment& m) {
   char buffer[96];
-  const int length = m.timed ? std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d:%02d", m.year, m.month, m.day,
-                                             m.hour, m.minute, m.second)
+  const int length = m.timed ? std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d:%02d", m.year, m.month,
+                                             m.day, m.hour, m.minute, m.second)
                              : std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", m.year, m.month, m.day);
   return {buffer, static_cast<std::size_t>(length)};
 }
 
-std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a >= 0 ? a / b : -((-a + b - 1) / b); }
+std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
+  return a >= 0 ? a / b : -((-a + b - 1) / b);
+}
 
 /// How many borders of the unit lie between: from 31 January to 1 February is one month.
 std::optional<std::int64_t> difference(std::string_view unit, const Moment& a, const Moment& b) {
@@ -129,15 +135,24 @@ std::optional<std::int64_t> part(std::string_view unit, const Moment& m) {
 
 bool add(std::string_view unit, std::int64_t count, Moment& m) {
   std::int64_t months = 0, days = 0, seconds = 0;
-  if (unit == "yyyy") months = count * 12;
-  else if (unit == "q") months = count * 3;
-  else if (unit == "m") months = count;
-  else if (unit == "d" || unit == "y" || unit == "w") days = count;
-  else if (unit == "ww") days = count * 7;
-  else if (unit == "h") seconds = count * 3600;
-  else if (unit == "n") seconds = count * 60;
-  else if (unit == "s") seconds = count;
-  else return false;
+  if (unit == "yyyy")
+    months = count * 12;
+  else if (unit == "q")
+    months = count * 3;
+  else if (unit == "m")
+    months = count;
+  else if (unit == "d" || unit == "y" || unit == "w")
+    days = count;
+  else if (unit == "ww")
+    days = count * 7;
+  else if (unit == "h")
+    seconds = count * 3600;
+  else if (unit == "n")
+    seconds = count * 60;
+  else if (unit == "s")
+    seconds = count;
+  else
+    return false;
   if (months != 0) {
     const std::int64_t total = m.year * 12LL + m.month - 1 + months;
     if (total < 12 || total >= 120000) return false;
@@ -158,7 +173,8 @@ bool add(std::string_view unit, std::int64_t count, Moment& m) {
 
 std::string lowerCase(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  for (char& c : result)
+    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
   return result;
 }
 
@@ -193,9 +209,15 @@ std::string now() {
   return {buffer, std::strftime(buffer, sizeof buffer, "%Y-%m-%d %H:%M:%S", &local)};
 }
 
-void today(sqlite3_context* context, int, sqlite3_value**) { give(context, now().substr(0, 10)); }
-void timeOfDay(sqlite3_context* context, int, sqlite3_value**) { give(context, now().substr(11)); }
-void stamp(sqlite3_context* context, int, sqlite3_value**) { give(context, now()); }
+void today(sqlite3_context* context, int, sqlite3_value**) {
+  give(context, now().substr(0, 10));
+}
+void timeOfDay(sqlite3_context* context, int, sqlite3_value**) {
+  give(context, now().substr(11));
+}
+void stamp(sqlite3_context* context, int, sqlite3_value**) {
+  give(context, now());
+}
 
 // ---- format ----
 
@@ -206,16 +228,30 @@ std::string formatMoment(const Moment& m, std::string_view pattern) {
   for (std::size_t i = 0; i < pattern.size();) {
     const char c = pattern[i];
     std::size_t count = 1;
-    while (i + count < pattern.size() && pattern[i + count] == c) ++count;
+    while (i + count < pattern.size() && pattern[i + count] == c)
+      ++count;
     int value = -1;
     switch (c) {
-      case 'y': value = count > 2 ? m.year : m.year % 100; break;
-      case 'm': value = behindHour ? m.minute : m.month; break;
-      case 'd': value = m.day; break;
-      case 'h': value = m.hour; break;
-      case 'n': value = m.minute; break;
-      case 's': value = m.second; break;
-      default: break;
+      case 'y':
+        value = count > 2 ? m.year : m.year % 100;
+        break;
+      case 'm':
+        value = behindHour ? m.minute : m.month;
+        break;
+      case 'd':
+        value = m.day;
+        break;
+      case 'h':
+        value = m.hour;
+        break;
+      case 'n':
+        value = m.minute;
+        break;
+      case 's':
+        value = m.second;
+        break;
+      default:
+        break;
     }
     if (value < 0) {
       result += pattern.substr(i, count);
@@ -246,12 +282,15 @@ std::string formatFigure(double number, std::string_view pattern) {
   if (const std::size_t at = digits.find('.'); at != std::string::npos) {
     fraction = digits.substr(at + 1);
     digits.resize(at);
-    while (static_cast<int>(fraction.size()) > required && fraction.back() == '0') fraction.pop_back();
+    while (static_cast<int>(fraction.size()) > required && fraction.back() == '0')
+      fraction.pop_back();
   }
   if (digits == "0" && whole == 0) digits.clear();
-  while (static_cast<int>(digits.size()) < whole) digits.insert(0, 1, '0');
+  while (static_cast<int>(digits.size()) < whole)
+    digits.insert(0, 1, '0');
   if (pattern.find(',') != std::string_view::npos) {
-    for (int at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3) digits.insert(static_cast<std::size_t>(at), 1, ',');
+    for (int at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3)
+      digits.insert(static_cast<std::size_t>(at), 1, ',');
   }
   const bool negative = number < 0 && (digits + fraction).find_first_not_of("0,") != std::string::npos;
   return (negative ? "-" : "") + digits + (fraction.empty() ? "" : "." + fraction);
@@ -273,7 +312,8 @@ void format(sqlite3_context* context, int, sqlite3_value** v) {
 
 void registerDateFunctions(sqlite3* connection) {
   using namespace date_functions_detail;
-  const auto add = [&](const char* name, int arguments, void (*run)(sqlite3_context*, int, sqlite3_value**), bool same) {
+  const auto add = [&](const char* name, int arguments, void (*run)(sqlite3_context*, int, sqlite3_value**),
+                       bool same) {
     const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (same ? SQLITE_DETERMINISTIC : 0);
     sqlite3_create_function_v2(connection, name, arguments, flags, nullptr, run, nullptr, nullptr, nullptr);
   };
@@ -286,6 +326,8 @@ void registerDateFunctions(sqlite3* connection) {
   add("jxc_now", 0, stamp, false);
 }
 
-void setFunctionClock(std::string (*now)()) { date_functions_detail::functionClock = now; }
+void setFunctionClock(std::string (*now)()) {
+  date_functions_detail::functionClock = now;
+}
 
 }  // namespace jxc::sqlite

@@ -1,8 +1,11 @@
 #include "engine/sqlite/failure.h"
 
+#include "engine/sqlite/functions.h"
+
 #include <QDir>
 
 #include <string>
+#include <string_view>
 
 namespace jxc::sqlite {
 namespace failure_detail {
@@ -58,7 +61,24 @@ Reason constraintReason(int code, const QString& message) {
   return {Kind::Constraint, QStringLiteral("数据重复：%1 已有相同的值。").arg(where)};
 }
 
+/// What the functions of the dialect refuse while a statement runs.
+Reason functionReason(const QString& message) {
+  const auto behind = [&](std::string_view sign) { return message.mid(static_cast<qsizetype>(sign.size())); };
+  const auto is = [&](std::string_view sign) {
+    return message.startsWith(QLatin1String(sign.data(), static_cast<qsizetype>(sign.size())));
+  };
+  using namespace function_failure;
+  if (is(kTooWide)) return {Kind::TooWide, QStringLiteral("%1 的内容太长。").arg(behind(kTooWide))};
+  if (is(kNoNumber)) return {Kind::TypeMismatch, QStringLiteral("这里必须是数值，不能是“%1”。").arg(behind(kNoNumber))};
+  if (is(kArithmetic)) {
+    const bool zero = behind(kArithmetic) == QLatin1String("division by zero");
+    return {Kind::Arithmetic, zero ? QStringLiteral("除数不能为零。") : QStringLiteral("数值超出范围。")};
+  }
+  return {Kind::Other, {}};
+}
+
 Reason statementReason(int code, const QString& message) {
+  if (Reason reason = functionReason(message); !reason.text.isEmpty()) return reason;
   switch (code & 0xff) {
     case SQLITE_CONSTRAINT:
       return constraintReason(code, message);

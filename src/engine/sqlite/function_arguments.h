@@ -7,7 +7,9 @@
 
 namespace jxc::sqlite {
 
-inline bool isNull(sqlite3_value* value) { return sqlite3_value_type(value) == SQLITE_NULL; }
+inline bool isNull(sqlite3_value* value) {
+  return sqlite3_value_type(value) == SQLITE_NULL;
+}
 
 inline std::string_view textOf(sqlite3_value* value) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));

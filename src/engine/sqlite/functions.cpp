@@ -51,9 +51,14 @@ double roundTo(double x, int digits) {
 
 void decimal(sqlite3_context* context, int, sqlite3_value** v) {
   switch (sqlite3_value_type(v[0])) {
-    case SQLITE_NULL: return;
-    case SQLITE_INTEGER: sqlite3_result_value(context, v[0]); return;
-    case SQLITE_FLOAT: sqlite3_result_double(context, toSixDecimals(sqlite3_value_double(v[0]))); return;
+    case SQLITE_NULL:
+      return;
+    case SQLITE_INTEGER:
+      sqlite3_result_value(context, v[0]);
+      return;
+    case SQLITE_FLOAT:
+      sqlite3_result_double(context, toSixDecimals(sqlite3_value_double(v[0])));
+      return;
     default: {
       double number = 0;
       if (numberOf(context, v[0], number)) sqlite3_result_double(context, toSixDecimals(number));
@@ -76,9 +81,12 @@ void tryNumber(sqlite3_context* context, int, sqlite3_value** v) {
 void text(sqlite3_context* context, int, sqlite3_value** v) {
   NumberBuffer buffer;
   switch (sqlite3_value_type(v[0])) {
-    case SQLITE_INTEGER: return give(context, formatNumber(static_cast<long long>(sqlite3_value_int64(v[0])), buffer));
-    case SQLITE_FLOAT: return give(context, formatNumber(sqlite3_value_double(v[0]), buffer));
-    default: return sqlite3_result_value(context, v[0]);
+    case SQLITE_INTEGER:
+      return give(context, formatNumber(static_cast<long long>(sqlite3_value_int64(v[0])), buffer));
+    case SQLITE_FLOAT:
+      return give(context, formatNumber(sqlite3_value_double(v[0]), buffer));
+    default:
+      return sqlite3_result_value(context, v[0]);
   }
 }
 
@@ -190,8 +198,12 @@ void cut(sqlite3_context* context, int, sqlite3_value** v) {
   if (numberOf(context, v[0], x)) giveWhole(context, kCut(toSixDecimals(x)));
 }
 
-double downwards(double x) { return std::floor(x); }
-double towardsZero(double x) { return std::trunc(x); }
+double downwards(double x) {
+  return std::floor(x);
+}
+double towardsZero(double x) {
+  return std::trunc(x);
+}
 
 void squareRoot(sqlite3_context* context, int, sqlite3_value** v) {
   if (isNull(v[0])) return;
@@ -211,7 +223,8 @@ void isNumeric(sqlite3_context* context, int, sqlite3_value** v) {
 void val(sqlite3_context* context, int, sqlite3_value** v) {
   if (isNull(v[0])) return;
   std::string_view t = textOf(v[0]);
-  while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
+  while (!t.empty() && t.front() == ' ')
+    t.remove_prefix(1);
   std::size_t length = std::min(t.find_first_not_of("0123456789.+-eE"), t.size());
   for (; length > 0; --length) {
     if (const auto parsed = parseNumber(t.substr(0, length))) return sqlite3_result_double(context, *parsed);
@@ -248,7 +261,8 @@ std::size_t bytesOf(std::string_view t, sqlite3_int64 characters) {
   std::size_t at = 0;
   while (at < t.size() && characters > 0) {
     ++at;
-    while (at < t.size() && (static_cast<unsigned char>(t[at]) & 0xC0) == 0x80) ++at;
+    while (at < t.size() && (static_cast<unsigned char>(t[at]) & 0xC0) == 0x80)
+      ++at;
     --characters;
   }
   return at;
@@ -269,7 +283,8 @@ void instr(sqlite3_context* context, int, sqlite3_value** v) {
 constexpr int kLongest = 65536;
 
 void space(sqlite3_context* context, int, sqlite3_value** v) {
-  if (!isNull(v[0])) give(context, std::string(static_cast<std::size_t>(std::clamp(sqlite3_value_int(v[0]), 0, kLongest)), ' '));
+  if (!isNull(v[0]))
+    give(context, std::string(static_cast<std::size_t>(std::clamp(sqlite3_value_int(v[0]), 0, kLongest)), ' '));
 }
 
 /// string(3,'ab') gives 'aaa'.
@@ -278,7 +293,8 @@ void repeat(sqlite3_context* context, int, sqlite3_value** v) {
   const std::string_view t = textOf(v[1]);
   const std::string_view first = t.substr(0, bytesOf(t, 1));
   std::string result;
-  for (int i = std::clamp(sqlite3_value_int(v[0]), 0, kLongest); i > 0; --i) result += first;
+  for (int i = std::clamp(sqlite3_value_int(v[0]), 0, kLongest); i > 0; --i)
+    result += first;
   give(context, result);
 }
 
@@ -289,14 +305,30 @@ struct Entry {
 };
 
 constexpr Entry kEntries[] = {
-    {"jxc_dec", 1, decimal},     {"jxc_num", 1, number},        {"jxc_trynum", 1, tryNumber},
-    {"jxc_text", 1, text},       {"jxc_int", 1, whole},         {"jxc_bit", 1, bit},
-    {"jxc_fit", 3, fit},         {"jxc_plus", 2, plus},         {"jxc_div", 2, divide},
-    {"jxc_idiv", 2, divideWhole<false>}, {"jxc_mod", 2, divideWhole<true>}, {"jxc_pow", 2, power},
-    {"jxc_round", 1, round},     {"jxc_round", 2, round},       {"jxc_floor", 1, cut<downwards>},
-    {"jxc_fix", 1, cut<towardsZero>}, {"jxc_sqr", 1, squareRoot}, {"jxc_isnumeric", 1, isNumeric},
-    {"jxc_val", 1, val},         {"jxc_str", 1, str},           {"jxc_right", 2, right},
-    {"jxc_instr", 3, instr},     {"jxc_space", 1, space},       {"jxc_string", 2, repeat},
+    {"jxc_dec", 1, decimal},
+    {"jxc_num", 1, number},
+    {"jxc_trynum", 1, tryNumber},
+    {"jxc_text", 1, text},
+    {"jxc_int", 1, whole},
+    {"jxc_bit", 1, bit},
+    {"jxc_fit", 3, fit},
+    {"jxc_plus", 2, plus},
+    {"jxc_div", 2, divide},
+    {"jxc_idiv", 2, divideWhole<false>},
+    {"jxc_mod", 2, divideWhole<true>},
+    {"jxc_pow", 2, power},
+    {"jxc_round", 1, round},
+    {"jxc_round", 2, round},
+    {"jxc_floor", 1, cut<downwards>},
+    {"jxc_fix", 1, cut<towardsZero>},
+    {"jxc_sqr", 1, squareRoot},
+    {"jxc_isnumeric", 1, isNumeric},
+    {"jxc_val", 1, val},
+    {"jxc_str", 1, str},
+    {"jxc_right", 2, right},
+    {"jxc_instr", 3, instr},
+    {"jxc_space", 1, space},
+    {"jxc_string", 2, repeat},
 };
 
 }  // namespace functions_detail
@@ -304,8 +336,8 @@ constexpr Entry kEntries[] = {
 void registerFunctions(sqlite3* connection) {
   for (const auto& entry : functions_detail::kEntries) {
     sqlite3_create_function_v2(connection, entry.name, entry.arguments,
-                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, entry.run, nullptr, nullptr,
-                               nullptr);
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, entry.run, nullptr,
+                               nullptr, nullptr);
   }
   registerDateFunctions(connection);
 }

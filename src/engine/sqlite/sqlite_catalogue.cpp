@@ -57,7 +57,22 @@ std::unique_ptr<jet::Table> SqliteCatalogue::read(const std::string& name) const
     }
   }
   if (code != SQLITE_DONE) throw statementFailed({}, code, sqlite3_errmsg(connection_), query);
+  if (table) readIndexes(*table);
   return table;
+}
+
+void SqliteCatalogue::readIndexes(jet::Table& table) const {
+  // Those that SQLite made for a key have no text of their own.
+  constexpr char query[] = "select sql from sqlite_master where type='index' and tbl_name=?1 and sql is not null";
+  sqlite3_stmt* raw = nullptr;
+  int code = sqlite3_prepare_v2(connection_, query, -1, &raw, nullptr);
+  const StatementHandle statement(raw);
+  if (code == SQLITE_OK) {
+    sqlite3_bind_text(raw, 1, table.name.c_str(), -1, SQLITE_STATIC);
+    while ((code = sqlite3_step(raw)) == SQLITE_ROW)
+      table.indexes.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(raw, 0)));
+  }
+  if (code != SQLITE_DONE) throw statementFailed({}, code, sqlite3_errmsg(connection_), query);
 }
 
 }  // namespace jxc::sqlite

@@ -18,6 +18,7 @@ class SqliteCatalogue : public jet::Catalogue {
 
  private:
   std::unique_ptr<jet::Table> read(const std::string& name) const;
+  void readIndexes(jet::Table& table) const;
 
   sqlite3* connection_;
   mutable std::unordered_map<std::string, std::unique_ptr<jet::Table>> tables_;  // by the name in small letters

@@ -337,7 +337,10 @@ std::int64_t SqliteDatabase::exportSheet(Statement& statement, std::span<const V
   const SheetExporter& exporter = sheetExporter();
   if (!exporter) throw DbError(DbError::Kind::Unsupported, QStringLiteral("本机不能导出表格文件。"), std::string(text));
   const RowSet rows = readRows(statement, statement.steps.front(), values, text);
-  exporter(rows, QString::fromStdString(statement.plan.sheet), QString::fromStdString(statement.plan.file));
+  const jet::Plan& plan = statement.plan;
+  const QString file = plan.fileParameter < 0 ? QString::fromStdString(plan.file)
+                                              : values[static_cast<std::size_t>(plan.fileParameter)].text();
+  exporter(rows, QString::fromStdString(plan.sheet), file);
   return rows.rowCount();
 }
 
