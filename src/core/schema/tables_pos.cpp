@@ -155,6 +155,16 @@ constexpr std::string_view kTill = R"(
 constexpr std::string_view kDrawer = R"(
     pos_com varchar(8))";
 
+// Cash that a cashier takes over or hands in: crk_flag is r for in, c for out.
+constexpr std::string_view kCashierCash = R"(
+    gl_djh varchar(16)
+    crk_rq varchar(32)
+    crk_flag varchar(1)
+    crk_je numeric(28,6)
+    crk_note nvarchar(200)
+    a_name nvarchar(32)
+    a_name2 nvarchar(32))";
+
 constexpr std::string_view kDayHead = R"(
     gl_djh varchar(16)
     rj_rq varchar(32)
@@ -244,6 +254,7 @@ constexpr TableDefinition kTables[] = {
     {"jxc_posthsp", kReturnLine},
     {"jxc_posthd", kReturnHead},
     {"jxc_poskx", kDrawer},
+    {"jxc_crk", kCashierCash},
     {"jxc_rjd", kDayHead},
     {"jxc_rjsp", kDayLine},
     {"jxc_poscs", kTillSettings, kTillSettingsSeeds},
