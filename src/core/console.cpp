@@ -48,6 +48,12 @@ class Words {
     if (words_.isEmpty()) throw Misuse(option + QStringLiteral(" 后面缺少内容"));
     return words_.takeFirst();
   }
+  /// "--home=DIR" as two words.
+  void splitOption(QString& word) {
+    const qsizetype sign = word.indexOf(u'=');
+    words_.prepend(word.mid(sign + 1));
+    word.truncate(sign);
+  }
 
  private:
   QStringList words_;
@@ -55,8 +61,8 @@ class Words {
 
 struct Console {
   ConsoleStreams streams;
-  QString file;          // the account database
-  bool ownFile = false;  // named by --db: no account set catalogue beside it
+  QString file;  // the account database
+  QString home;  // the program directory that it is in; empty when --db names a file of its own
 };
 
 using Command = int (*)(Console&, Words);
@@ -98,6 +104,7 @@ int create(Console& console, Words words) {
   if (QFileInfo::exists(console.file) && !force) {
     throw Refusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") + console.file);
   }
+  if (!console.home.isEmpty()) setProgramDirectory(console.home);
   const QString beside = console.file + QStringLiteral(".new");
   removeDatabaseFile(beside);
   try {
@@ -116,7 +123,7 @@ int create(Console& console, Words words) {
     removeDatabaseFile(beside);
     throw;
   }
-  if (!console.ownFile) ensureCatalogue();
+  if (!console.home.isEmpty()) ensureCatalogue();
   return done;
 }
 
@@ -289,7 +296,8 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
   QString home;
   QString file;
   while (!words.isEmpty()) {
-    const QString word = words.take();
+    QString word = words.take();
+    if (word.startsWith(u"--home=") || word.startsWith(u"--db=")) words.splitOption(word);
     if (isHelp(word)) {
       streams.out << overview().toStdString();
       return done;
@@ -311,12 +319,14 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
         return done;
       }
       if (!home.isEmpty() && !file.isEmpty()) throw Misuse(QStringLiteral("--home 和 --db 只能写一个"));
-      Console console{streams, file, !file.isEmpty()};
-      if (!console.ownFile) {
-        const QStringList arguments = home.isEmpty() ? QStringList() : QStringList{QStringLiteral("--home"), home};
-        setProgramDirectory(findProgramDirectory(arguments, executableDirectory));
-        console.file = programPath(QStringLiteral("data/jxc.mdb"));
+      if (file.isEmpty()) {
+        // As the program itself finds it, whose command line begins with its name.
+        QStringList arguments{QString()};
+        if (!home.isEmpty()) arguments << QStringLiteral("--home") << home;
+        home = findProgramDirectory(arguments, executableDirectory);
+        file = home + QStringLiteral("/data/jxc.mdb");
       }
+      Console console{streams, file, home};
       return command->run(console, Words(rest));
     }
   }

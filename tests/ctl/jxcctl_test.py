@@ -31,7 +31,7 @@ class Console(unittest.TestCase):
 
     def test_an_account_set_is_made_once_and_again_only_by_force(self):
         self.run_it("sql", "-c", "select 1", status=1)  # nothing there yet, and nothing made by looking
-        self.assertFalse(self.file.exists())
+        self.assertEqual(list(self.home.iterdir()), [])
         self.run_it("create")
         self.assertEqual(self.rows("select a_name,a_jyt from jxc_admin order by id"), [["admin", "0"]])
         self.assertEqual(self.file.stat().st_mode & 0o077, 0, "the books are nobody else's business")
@@ -95,7 +95,7 @@ class Console(unittest.TestCase):
 
     def test_words_that_are_not_understood_do_nothing(self):
         for words in (["creat"], ["create", "--forced"], ["create", "now"], ["sql", "-c"], ["sql", "-x"], ["backup"],
-                      ["backup", "a", "b"], ["upgrade", "now"], ["--db", "x.mdb", "create"], ["--db"], []):
+                      ["backup", "a", "b"], ["upgrade", "now"], ["--db", "x.mdb", "create"], ["--db=x.mdb", "create"], ["--db"], []):
             with self.subTest(words):
                 self.assertIn("--help", self.run_it(*words, status=2))
         self.assertFalse(self.file.exists())
