@@ -18,9 +18,9 @@ double roundEps(double value, int digits) {
   const double below = std::floor(scaled);
   // Adding a billionth before rounding half away from zero means: a half goes up, below zero too (-0.005 becomes 0),
   // and so does what misses the half by no more than that billionth. From half a million on a double is too coarse
-  // to hold the billionth, so there the last bits of the product decide what still counts as a half.
+  // to hold the billionth, so there the last bit of the product decides what still counts as a half.
   const double billionth = 1e-9 * power;
-  const double lastBits = 4 * std::numeric_limits<double>::epsilon() * std::abs(scaled);
+  const double lastBits = std::min(std::numeric_limits<double>::epsilon() * std::abs(scaled), 0.25);
   const double rounded = scaled - below >= 0.5 - std::max(billionth, lastBits) ? below + 1 : below;
   const double result = rounded / power;
   return result == 0 ? 0.0 : result;  // no -0 on a document
