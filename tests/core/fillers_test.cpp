@@ -6,11 +6,11 @@
 
 namespace jxc::test {
 
-using Items = std::vector<ListItem>;
-
 /// Two warehouses, two more employees, and an operator 小王 of the second warehouse.
 class ListsStory : public AccountSetFixture {
  protected:
+  using Items = std::vector<ListItem>;
+
   ListsStory() {
     insertRow("jxc_ckxx", {{"ck_sn", "100002"}, {"ck_name", "二店"}, {"ck_asn", "100002,"}, {"ck_default", 0}});
     addEmployee("100002", "小李", "100001", 1);
