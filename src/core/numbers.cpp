@@ -42,9 +42,11 @@ QString nextSerialIn(Database& database, std::string_view table, std::string_vie
   return QString::number(wholeNumber(greatest.trimmed(), greatest) + 1);
 }
 
+/// The greatest number that begins with the stem and goes on in digits. Asked as a range and not by `like`, so that an
+/// index leads to it at once however many documents there are; ":" is the sign behind the digit nine.
 QString greatestNumber(std::string_view table, std::string_view field, const QString& stem) {
-  return lookupValue(compose("select max({}) as sn from {} where {} like ?", {field, table, field}),
-                     stem + QStringLiteral("%"));
+  return lookupValue(compose("select max({}) as sn from {} where {}>=? and {}<?", {field, table, field, field}), stem,
+                     stem + u':');
 }
 
 QString nextDocNoOfDay(std::string_view table, std::string_view field, const QString& prefix, const QDate& day) {
