@@ -22,6 +22,9 @@ DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind ki
 /// The same for a result code of the first calls on a file.
 DbError cannotOpen(const FileRole& role, int code);
 
+/// "jxc_goods.g_name 的内容太长…"; `actual` below 0 when it is not known.
+DbError tooWide(const QString& place, int limit, int actual = -1);
+
 /// For a result code and the message of the connection, of a statement in the middle of work.
 DbError statementFailed(const FileRole& role, int code, const char* nativeMessage, std::string_view statement);
 

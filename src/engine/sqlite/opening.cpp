@@ -1,3 +1,4 @@
+#include "engine/sqlite/functions.h"
 #include "engine/sqlite/sqlite_database.h"
 
 #include <QDir>
@@ -5,10 +6,6 @@
 #include <QFileInfo>
 
 #include <string>
-
-#if __has_include("engine/sqlite/functions.h")
-#include "engine/sqlite/functions.h"
-#endif
 
 namespace jxc::sqlite {
 namespace opening_detail {
@@ -37,7 +34,15 @@ void createFile(const FileRole& role) {
     throw cannotOpen(role, QStringLiteral("文件不能建立（%1）。").arg(file.errorString()));
 }
 
+/// Before the first connection of the process: SQLite need not count its memory, which takes a lock at every
+/// allocation.
+void configureOnce() {
+  static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  static_cast<void>(configured);
+}
+
 ConnectionHandle openNative(const FileRole& role, const SqliteOptions& options) {
+  configureOnce();
   const bool memory = role.file.isEmpty();
   // One thread uses a connection at a time, so SQLite need not lock around every call.
   const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
@@ -71,9 +76,7 @@ bool isNewFile(const FileRole& role, const SqliteOptions& options) {
 void prepareConnection(sqlite3* connection, const FileRole& role, int busyMilliseconds) {
   using opening_detail::pragma;
   sqlite3_busy_timeout(connection, busyMilliseconds);
-#if __has_include("engine/sqlite/functions.h")
   registerFunctions(connection);
-#endif
   pragma(connection, role, "pragma foreign_keys=off");
   // A sale that the till has shown as saved must be there after a power cut: see docs/decisions/sqlite-settings.md.
   pragma(connection, role, "pragma synchronous=full");

@@ -2,6 +2,7 @@
 
 #include "engine/error.h"
 #include "engine/number_text.h"
+#include "engine/sqlite/failure.h"
 
 #include <cmath>
 #include <cstring>
@@ -39,10 +40,7 @@ void checkWidth(const jet::Parameter& parameter, std::string_view utf8) {
   if (parameter.width <= 0 || utf8.size() <= static_cast<std::size_t>(parameter.width)) return;
   const std::size_t count = characters(utf8);
   if (count <= static_cast<std::size_t>(parameter.width)) return;
-  throw DbError(Kind::TooWide, QStringLiteral("%1 的内容太长：最多 %2 个字符，现有 %3 个。")
-                                   .arg(placeOf(parameter))
-                                   .arg(parameter.width)
-                                   .arg(count));
+  throw tooWide(placeOf(parameter), parameter.width, static_cast<int>(count));
 }
 
 /// Flags come as words from bit columns that were read as text.

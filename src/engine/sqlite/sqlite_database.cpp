@@ -1,6 +1,7 @@
 #include "engine/sqlite/sqlite_database.h"
 
 #include "engine/sheet_export.h"
+#include "engine/sqlite/functions.h"
 #include "engine/transaction.h"
 
 #include <algorithm>
@@ -27,6 +28,22 @@ Kind kindOf(jet::TranslateError::Kind kind) {
       return Kind::TypeMismatch;
   }
   return Kind::Other;
+}
+
+/// What the translator says is for whoever wrote the statement; the operator is told that much in Chinese.
+QString translationMessage(const jet::TranslateError& error) {
+  const QString what = QString::fromUtf8(error.what());
+  switch (error.kind) {
+    case jet::TranslateError::Kind::Syntax:
+      return QStringLiteral("语句有错：%1").arg(what);
+    case jet::TranslateError::Kind::UnknownName:
+      return QStringLiteral("数据库中没有语句所用的表或字段：%1").arg(what);
+    case jet::TranslateError::Kind::Unsupported:
+      return QStringLiteral("数据库不支持这种语句：%1").arg(what);
+    case jet::TranslateError::Kind::TypeMismatch:
+      return QStringLiteral("语句中的数据类型不符：%1").arg(what);
+  }
+  return what;
 }
 
 DbError misuse(const QString& message, std::string_view text) {
@@ -141,8 +158,8 @@ std::unique_ptr<SqliteDatabase::Statement> SqliteDatabase::translate(std::string
         followSchema();
         continue;
       }
-      throw DbError(sqlite_database_detail::kindOf(error.kind), QString::fromUtf8(error.what()), std::string(text),
-                    error.position);
+      throw DbError(sqlite_database_detail::kindOf(error.kind), sqlite_database_detail::translationMessage(error),
+                    std::string(text), error.position);
     }
   }
   std::vector<std::string> names;
@@ -194,7 +211,23 @@ int SqliteDatabase::step(sqlite3_stmt* statement, std::string_view text) {
 }
 
 void SqliteDatabase::fail(int code, std::string_view text) {
-  throw statementFailed(role_, code, sqlite3_errmsg(connection_.get()), text);
+  const std::string message = sqlite3_errmsg(connection_.get());
+  if (const int limit = widthBehind(message); limit > 0) {
+    const DbError error = tooWide(QString::fromStdString(message.substr(function_failure::kTooWide.size())), limit);
+    throw DbError(error.kind(), error.message(), std::string(text));
+  }
+  throw statementFailed(role_, code, message.c_str(), text);
+}
+
+/// Width of the column that a function of the dialect found too narrow; 0 for any other message.
+int SqliteDatabase::widthBehind(std::string_view message) const {
+  if (!message.starts_with(function_failure::kTooWide)) return 0;
+  message.remove_prefix(function_failure::kTooWide.size());
+  const std::size_t point = message.find('.');
+  if (point == std::string_view::npos) return 0;
+  const jet::Table* table = catalogue_.table(message.substr(0, point));
+  const jet::Column* column = table != nullptr ? table->find(message.substr(point + 1)) : nullptr;
+  return column != nullptr ? column->width : 0;
 }
 
 void SqliteDatabase::requireLive(std::string_view text) const {

@@ -75,6 +75,7 @@ class SqliteDatabase final : public Database {
   std::int64_t exportSheet(Statement& statement, std::span<const Value> values, std::string_view text);
   int step(sqlite3_stmt* statement, std::string_view text);
   [[noreturn]] void fail(int code, std::string_view text);
+  int widthBehind(std::string_view message) const;
   void requireLive(std::string_view text) const;
   void followSchema();
   std::int64_t schemaVersion();
