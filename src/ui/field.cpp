@@ -150,8 +150,10 @@ QString Field::text() const {
       return combo(widget_)->currentText();
     case FieldKind::Memo:
       return memo(widget_)->toPlainText();
-    case FieldKind::Date:
-      return readDate(line(widget_)->text()).value_or(lastDate_);
+    case FieldKind::Date: {
+      const QString typed = line(widget_)->text().trimmed();
+      return typed.isEmpty() ? QString() : readDate(typed).value_or(before_);
+    }
     default:
       break;
   }
@@ -206,7 +208,7 @@ void Field::setText(const QString& text) {
   } else if (spec_.kind == FieldKind::Memo) {
     memo(widget_)->setPlainText(text);
   } else if (spec_.kind == FieldKind::Date) {
-    lastDate_ = readDate(text).value_or(QString());
+    lastDate_ = before_ = readDate(text).value_or(QString());
     line(widget_)->setText(lastDate_);
   } else {
     line(widget_)->setText(text);
@@ -384,6 +386,7 @@ void Field::showNumber(bool plain) {
 }
 
 void Field::focusCame() {
+  before_ = lastDate_;
   if (isNumberKind(spec_.kind) && !readOnly_) {
     const Quiet quiet(*this);
     showNumber(true);
@@ -392,17 +395,23 @@ void Field::focusCame() {
 
 void Field::focusGone() {
   const QPointer<Field> alive(this);
+  bool takenBack = false;
   {
     const Quiet quiet(*this);
     if (isNumberKind(spec_.kind)) {
       showNumber(false);
     } else if (spec_.kind == FieldKind::Date) {
-      // A date that is none does not stay: the last good one comes back.
+      // A date that is none does not stay: the one that was there before comes back.
       auto* edit = field_detail::line(widget_);
-      if (edit->text().trimmed().isEmpty() && (spec_.flags & MayBeEmpty)) lastDate_.clear();
-      edit->setText(readDate(edit->text()).value_or(lastDate_));
+      const bool emptied = edit->text().trimmed().isEmpty() && (spec_.flags & MayBeEmpty);
+      const QString date = emptied ? QString() : readDate(edit->text()).value_or(before_);
+      edit->setText(date);
+      takenBack = date != lastDate_;
+      lastDate_ = before_ = date;
     }
   }
+  if (takenBack && changed_) changed_();
+  if (!alive) return;
   if (left_) left_();
 }
 

@@ -110,7 +110,8 @@ class Field : public QObject {
   Value stored_;
   double number_ = 0;  // exact value behind a number's display
   bool numberEmpty_ = false;
-  QString lastDate_;  // last good date
+  QString lastDate_;  // last good date that was typed
+  QString before_;    // the date before typing began
   QString key_;       // of a picker
   int quiet_ = 0;
   bool readOnly_ = false;

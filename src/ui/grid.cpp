@@ -127,6 +127,7 @@ class Grid::Table : public QTableView {
     const int key = event->key();
     if (key == Qt::Key_Escape || (key >= Qt::Key_F1 && key <= Qt::Key_F12)) return event->ignore();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      if (state() == EditingState) return event->accept();  // the editor's own Return, on its way out
       if (!currentIndex().isValid()) return event->ignore();
       if (model()->flags(currentIndex()) & Qt::ItemIsEditable) {
         edit(currentIndex());

@@ -10,7 +10,7 @@ namespace jxc::test {
 namespace kit_test {
 
 constexpr ui::FieldSpec kFields[] = {
-    {"tname", "仓库名称：", ui::FieldKind::Text, "jxc_ckxx.ck_name"},
+    {"tname", "备注名称：", ui::FieldKind::Text, "jxc_djbz.dj_name"},
     {"tje", "金额：", ui::FieldKind::Money, "", 0, ui::NoMinus},
     {"dateRq", "日期：", ui::FieldKind::Date},
     {"dateYxq", "有效期：", ui::FieldKind::Date, "", 0, ui::MayBeEmpty},
@@ -32,7 +32,7 @@ class TF_KitTest : public ui::Screen {
   TF_KitTest() : Screen(kSpec) {
     on(btnAdd, [this] { ++added; });
     on(btnOK, [this] {
-      if (tname.trimmed().isEmpty()) return prompt().notice(QStringLiteral("仓库名称必须填写！"));
+      if (tname.trimmed().isEmpty()) return prompt().notice(QStringLiteral("备注名称必须填写！"));
       accept();
     });
     tje.onChanged([this] { ++changes; });
@@ -69,7 +69,7 @@ class TF_KitTest : public ui::Screen {
 
 TEST_F(ScreenTest, KeysMoveConfirmAndLeave) {
   kit_test::TF_KitTest screen;
-  expectNotice(QStringLiteral("仓库名称必须填写！"));
+  expectNotice(QStringLiteral("备注名称必须填写！"));
   expectQuestion(QStringLiteral("放弃输入吗？"), Answer::No);
   const bool accepted = open(screen, [&](ui::Screen& s) {
     EXPECT_TRUE(screen.tname.hasFocus());
