@@ -66,7 +66,7 @@ class Books:
                 where g.g_sn<>'00000000' group by g.g_sn having abs(ifnull(g.g_kc,0)-ifnull(sum(k.kc_sl),0))>1e-6""",
             "running quantity of the stock ledger": """
                 select g_sn, gl_kc, due from (select g_sn, gl_kc, sum(gl_sl) over
-                (partition by g_sn, ck_sn order by gl_rq, id) due from jxc_goodslist where g_sn<>'00000000')
+                (partition by g_sn, ck_sn order by gl_kdrq, id) due from jxc_goodslist where g_sn<>'00000000')
                 where abs(gl_kc-due)>1e-6""",
             "running balance of the supplier": """
                 select k_ghskh, k_ljje, due from (select k_ghskh, k_ljje, sum(k_yfje-k_sfje) over
