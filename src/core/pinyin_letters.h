@@ -1,4 +1,5 @@
-// 拼音首字母: the first pinyin letter of U+4E00 to U+9FA5, in order; '?' has none. Made by tools/make_pinyin_letters.cpp.
+// 拼音首字母: the first pinyin letter of U+4E00 to U+9FA5, in order; '?' has none. Made by
+// tools/make_pinyin_letters.cpp.
 #pragma once
 
 #include <string_view>

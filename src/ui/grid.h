@@ -52,7 +52,7 @@ class Grid : public QWidget {
 
   // The current row.
   std::optional<Row> current() const;
-  std::int64_t currentId() const;  // by the spec's id field; 0 without a row
+  std::int64_t currentId() const;  // by the grid's id field; 0 without a row
   QString currentText(std::string_view field) const;
   double currentNumber(std::string_view field) const;
   bool selectId(std::int64_t id);
