@@ -10,6 +10,23 @@ namespace jxc::login_detail {
 
 inline constexpr const char16_t* usualSkin = u"iMaginary";
 
+/// The session as it was, unless the login came to its end: a failure half-way must not leave one operator's name with
+/// another's rights.
+class SessionGuard {
+ public:
+  SessionGuard() : before_(session()) {}
+  ~SessionGuard() {
+    if (!isKept_) session() = std::move(before_);
+  }
+  SessionGuard(const SessionGuard&) = delete;
+  SessionGuard& operator=(const SessionGuard&) = delete;
+  void keep() { isKept_ = true; }
+
+ private:
+  Session before_;
+  bool isKept_ = false;
+};
+
 void fillOperator(const Row& row) {
   Session& s = session();
   s.localIp = localIpAddress();
@@ -54,6 +71,7 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
     prompt.notice(QStringLiteral("用户密码不正确，请重新输入！"));
     return false;
   }
+  login_detail::SessionGuard guard;
   login_detail::fillOperator(rows.front());
   if (!session().posLogin) {
     writeLog(QStringLiteral("登录系统"));
@@ -62,13 +80,15 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
   }
   for (const LoginHook& hook : loginHooks())
     hook();
+  guard.keep();
   return true;
 }
 
 bool changeOperator(const QString& name, const QString& password, Prompt& prompt) {
-  session().editMode = QStringLiteral("hb");
+  login_detail::SessionGuard guard;
   if (!login(name, password, prompt)) return false;
   loadSession();
+  guard.keep();
   return true;
 }
 

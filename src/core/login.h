@@ -18,9 +18,10 @@ QString initialPasswordHint(const QString& name);
 
 /// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
 /// false comes back; the number of attempts is not limited. Failures other than those of the first, guarded, reading of
-/// the session are thrown.
+/// the session are thrown, and the session is as it was before.
 bool login(const QString& name, const QString& password, Prompt& prompt);
-/// A login inside the running process, followed by `loadSession`. When it is refused the old operator stays.
+/// A login inside the running process (the screens set `editMode` "hb" for it), followed by `loadSession`. When it is
+/// refused or fails the old operator stays.
 bool changeOperator(const QString& name, const QString& password, Prompt& prompt);
 /// Opens the screen lock of the operator who is logged in; a wrong password is told.
 bool unlock(const QString& password, Prompt& prompt);

@@ -35,8 +35,9 @@ namespace jxc {
 
 SingleInstance::SingleInstance(const QString& programDirectory) {
   descriptor_ = single_instance_detail::openLockFile(single_instance_detail::lockFile(programDirectory));
-  if (descriptor_ < 0) return;
+  if (descriptor_ < 0) return;  // no lock to be had on this machine: a shop must be able to work all the same
   if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
+  isFirst_ = errno != EWOULDBLOCK;
   ::close(descriptor_);
   descriptor_ = -1;
 }

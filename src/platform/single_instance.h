@@ -13,10 +13,11 @@ class SingleInstance {
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
   /// False when another process of this machine holds the lock for that directory.
-  bool isFirst() const { return descriptor_ >= 0; }
+  bool isFirst() const { return isFirst_; }
 
  private:
   int descriptor_ = -1;
+  bool isFirst_ = true;
 };
 
 }  // namespace jxc

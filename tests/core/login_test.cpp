@@ -62,7 +62,10 @@ TEST_F(LoginStory, ChangingTheOperatorAndTheScreenLock) {
   EXPECT_FALSE(changeOperator("小王", "wrong", prompt));
   EXPECT_EQ(session().a_name, QStringLiteral("admin")) << "refused: the old operator goes on";
   EXPECT_TRUE(changeOperator("小王", "w1", prompt));
-  EXPECT_EQ(session().a_name + session().editMode, QStringLiteral("小王hb"));
+  EXPECT_EQ(session().a_name, QStringLiteral("小王"));
+  loginHooks().push_back([] { throw std::runtime_error("full disk"); });
+  EXPECT_THROW(changeOperator("admin", "", prompt), std::runtime_error);
+  EXPECT_EQ(session().a_name + session().a_sn, QStringLiteral("小王100002")) << "nothing of the other operator stays";
 
   EXPECT_FALSE(unlock("", prompt));
   EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户密码错误，请重新输入！"));

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -77,6 +78,16 @@ TEST_F(StartupStory, DamagedForeignOrVanishedFilesAreToldAndNeverOverwritten) {
     EXPECT_TRUE(failureOfOpening().fatal);
     EXPECT_EQ(content("data/jxc.mdb"), damaged);
   }
+  QFile::remove(programPath("data/jxc.mdb"));
+  sqlite3* foreign = nullptr;  // a sound database, but of some other program
+  ASSERT_EQ(sqlite3_open(programPath("data/jxc.mdb").toUtf8().constData(), &foreign), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(foreign, "create table songs(title text)", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(foreign);
+  const QByteArray songs = content("data/jxc.mdb");
+  EXPECT_FALSE(createFirstAccountSet());
+  EXPECT_EQ(failureOfOpening().text, told);
+  EXPECT_EQ(content("data/jxc.mdb"), songs);
+
   QFile::remove(programPath("data/jxc.mdb"));
   put("data/晴川进销存21_05_03_14_30_00.DAT", "a backup");
   EXPECT_FALSE(createFirstAccountSet());
