@@ -13,13 +13,16 @@ insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj
 insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_sl,gl_zje,gl_je,gl_taxje,gl_lr,gl_cbj,gl_zcb,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gl_kc,gl_pjjj,gl_kczje,gl_fdmc) values ('xs','XS21050310001','2021-05-03','10000001','树脂镜片1.56','SZJP1.56','片',99.9,10,999,999,0,794,20.5,205,'默认员工','admin','100001','主仓库','100002','光明眼镜',10,20.5,205,'')
 insert into jxc_ysyfk (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,u_sn,a_name,k_ghskh) values ('XS21050310001','2021-05-03','现金',999,500,0,0,499,1,'kh','XS','商品销售单','','','100001','admin','100002')
 insert into jxc_ysyfk (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,u_sn,a_name,k_ghskh) values ('CJ21050210001','2021-05-02','现金',410,200,0,0,210,1,'ghs','CJ','采购进货单','','','100001','admin','100002')
+insert into jxc_ysyfk (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,u_sn,a_name,k_ghskh) values ('YS21042010001','2021-04-20','应收款',80,0,0,0,80,1,'kh','YS','期初应收款','','','100001','admin','100002')
+insert into jxc_ysyfk (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,u_sn,a_name,k_ghskh) values ('YF21042010001','2021-04-20','应付款',60,0,0,0,60,1,'ghs','YF','期初应付款','','','100001','admin','100002')
+insert into jxc_ysyfk (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,u_sn,a_name,k_ghskh) values ('YF21052010001','2021-05-20','应付款',60,0,0,0,120,1,'ghs','YF','增加应付款','','','100001','admin','100002')
 -- Balances: at a date, before a row, now; and recomputing them.
 select top 1 k_ljje from jxc_ysyfk where k_type='kh' and k_ghskh='100002' and k_rq<='9999-12-31' order by k_rq desc,id desc
-select top 1 k_ljje from jxc_ysyfk where k_type='kh' and k_ghskh='100002' and k_rq<='2021-05-03' and id<1 order by k_rq desc,id desc
+select top 1 k_ljje from jxc_ysyfk where k_type='kh' and k_ghskh='100002' and k_rq<='2021-05-03' and id<3 order by k_rq desc,id desc
 select top 1 round(k_ljje+0.000000001,2) from jxc_ysyfk where k_type='kh' and k_ghskh='100002' order by k_rq desc,id desc
 select top 1 k_ljje from jxc_ysyfk where k_type='ghs' and k_ghskh='100002' and k_rq<'2021-05-02' order by k_rq desc,id desc
 select * from jxc_ysyfk where k_type='ghs' and k_ghskh='100002' and k_rq>='2021-05-02' order by k_rq,id
-update jxc_ysyfk set k_ljje=210 where id=2
+update jxc_ysyfk set k_ljje=270 where id=2
 update jxc_khxx set kh_lwje=499 where kh_sn='100002'
 update jxc_ghsxx set ghs_lwje=210 where ghs_sn='100002'
 select * from jxc_khxx where kh_sn='100002' order by id
@@ -28,6 +31,7 @@ select * from jxc_ghsxx order by id
 -- Receivables and receipts as documents: entry, change, search, audit.
 insert into jxc_ysyfk_dj (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_mlje,k_flag,k_type,k_djlx,k_djtxt,k_note,k_check,k_checker,k_chkrq,u_sn,a_name,k_ghskh) values ('YS21050510001','2021-05-05','应收款',100,0,0,0,0,0,1,'kh','YS','增加应收款','',0,'','','100001','admin','100002')
 insert into jxc_ysyfk_dj (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_mlje,k_flag,k_type,k_djlx,k_djtxt,gl_djh2,k_note,k_check,k_checker,k_chkrq,u_sn,a_name,k_ghskh) values ('SK21050610001','2021-05-06','现金',0,98,0,0,0,2,-1,'kh','SK','单据收款','XS21050310001','单据【XS21050310001】收款 ',0,'','','100001','admin','100002')
+insert into jxc_ysyfk_dj (gl_djh,k_rq,k_fkfs,k_yfje,k_sfje,k_qcje,k_yhje,k_ljje,k_mlje,k_flag,k_type,k_djlx,k_djtxt,k_note,k_check,k_checker,k_chkrq,u_sn,a_name,k_ghskh) values ('YF21050510001','2021-05-05','应付款',70,0,0,0,0,0,1,'ghs','YF','增加应付款','',0,'','','100001','admin','100002')
 select max(gl_djh) as sn from jxc_ysyfk_dj where gl_djh like 'SK210506%'
 update jxc_ysyfk_dj set a_name='admin',u_sn='100001',k_yfje=120,k_note='改',k_rq='2021-05-05' where id=1
 select a.*,b.u_name,c.kh_name from jxc_ysyfk_dj a,jxc_user b,jxc_khxx c where a.u_sn=b.u_sn and a.k_ghskh=c.kh_sn and a.k_djlx='YS' and a.k_rq>='2021-05-01' and a.k_rq<='2021-05-31 23:59:59' and a.k_ghskh='100002' and (a.gl_djh like '%2105%' or a.k_note like '%2105%')  order by a.id desc

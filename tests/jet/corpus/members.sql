@@ -121,8 +121,8 @@ update jxc_hyxx set hy_ye=8 where hy_sn='100003'
 update jxc_hyxx set hy_zjf=hy_zjf-(34),hy_jf=hy_jf-(34),hy_zje=hy_zje-(198),hy_cs=hy_cs-1,hy_zhje=hy_zhje+100-(0) where hy_sn='100003'
 select id from jxc_hyxf where hs_zsfs=-2 and left(xf_zsrq,7)='2021-05' and hy_sn='100003'
 select count(*) as num from jxc_posxsd where datediff('m',pos_xsrq,'2021-05-12')=0 and hy_sn='100003'
-select xf_je from jxc_hyxf where id=10
-delete from jxc_hyxf where id=10
+select xf_je from jxc_hyxf where id=9
+delete from jxc_hyxf where id=9
 update jxc_hyxx set hy_zhje=hy_zhje-(20) where hy_sn='100003'
 update jxc_hyxf set xf_zsrq='2021-04-12',hs_zsje=hs_zsje+hs_myje where hs_zsfs=2 and  datediff('m',xf_zsrq,'2021-05-12')=0 and hy_sn='100003'
 select id from jxc_hyxf where hs_zsfs=-4 and xf_zsrq='2021-05-12' and hy_sn='100002'

@@ -3,6 +3,11 @@ insert into jxc_hyxx (hy_sn,hy_bh,hy_name,hy_jm,hy_status,hl_sn,hh_sn,hy_jf,hy_z
 insert into jxc_hyxx (hy_sn,hy_bh,hy_name,hy_jm,hy_status,hl_sn,hh_sn,hy_jf,hy_zhje,hy_sr,hy_tele,hy_mobile,hy_address) values ('100003','100002','李四','LS',1,'100001','100001',0,0,'','','','')
 insert into jxc_goods (g_sn,g_name,g_jm,g_jj,g_sj,g_zdkc,g_kc,g_jy,g_pjjj,g_dzll,gc_sn,gc_cid,dw_name,gg_name,color_name,ghs_sn) values ('10000001','隐形护理液','YXHLY',12,30,10,3,0,12,1,'1000',2,'付','500ml','','100001')
 insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,ck_sn,g_sn,kc_zsl) values (3,12,0,'100001','10000001',3)
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,gl_dj,gl_sl,gl_zje,gl_je,gl_taxje,gl_lr,gl_cbj,gl_zcb,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gl_fdmc) values ('cj','CJ21050310001','2021-05-03','10000001','隐形护理液',12,5,60,60,0,0,0,0,'默认员工','admin','100001','主仓库','100001','普通供货商','')
+insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,gl_dj,gl_sl,gl_zje,gl_je,gl_taxje,gl_lr,gl_cbj,gl_zcb,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gl_fdmc) values ('xs','XS21050310001','2021-05-03','10000001','隐形护理液',30,2,60,60,0,36,12,24,'默认员工','admin','100001','主仓库','100001','普通客户','')
+insert into jxc_lsxsd (gl_djh,kh_sn,ck_sn,ls_xsrq,ls_yfje,ls_sfje,u_sn,a_name,ls_yhje,ls_hkje,ls_status) values ('XS21050310001','100001','100001','2021-05-03',60,50,'100001','admin',0,0,1)
+insert into jxc_xsthd (gl_djh,kh_sn,ck_sn,th_xsrq,th_yfje,th_sfje,th_hkje,u_sn,a_name,th_status) values ('XT21050310001','100001','100001','2021-05-03',-30,-30,0,'100001','admin',1)
+insert into jxc_jxchz (g_sn,hz_txt1,hz_txt2,hz_flag,hz_kc,hz_kczje,hz_rksl,hz_rkzje,hz_cksl,hz_ckzje,hz_glkc,hz_glkczje,a_name) values ('100001','默认员工','业务员按销售额提成','1001',60,50,0,0,0,2.5,0,5,'admin')
 -- Settings of the messages are one row, replaced whole.
 select * from jxc_smscs
 select * from jxc_smscs where sms_user<>'' and sms_pwd<>''

@@ -7,6 +7,17 @@ insert into jxc_lsxsd (gl_djh,kh_sn,ck_sn,ls_xsrq,ls_yfje,ls_sfje,u_sn,ls_note,a
 insert into jxc_lsxssp (gl_djh,g_sn,ls_dj,ls_sl,ls_je,ls_cbj,ls_zcb,ls_tax,ls_taxdj,ls_taxje,ls_lsj,ls_zje,a_name,ls_dzl,ls_bz,t_zp) values ('XS21050310001','10000001',380,2,760,120,240,0,380,0,380,760,'admin',1,'','')
 insert into jxc_xsthd (gl_djh,kh_sn,ck_sn,th_xsrq,th_yfje,th_sfje,th_hkje,u_sn,th_note,a_name,th_status,th_checker,th_chkrq,th_jsfs,th_kmmc) values ('XT21050310001','100001','100001','2021-05-03',-380,-380,0,'100001','','admin',1,'admin','2021-05-03',0,'现金')
 insert into jxc_xsthsp (gl_djh,g_sn,th_dj,th_cbj,th_zcb,th_sl,th_je,th_tax,th_taxdj,th_taxje,th_zje,th_lsj,a_name,th_dzl,th_bz) values ('XT21050310001','10000001',380,120,120,1,380,0,380,0,380,380,'admin',1,'')
+insert into jxc_thd (gl_djh,ghs_sn,ck_sn,th_thrq,th_yfje,th_sfje,th_hkje,u_sn,th_note,a_name,th_status,th_checker,th_chkrq,th_jsfs,th_kmmc) values ('CT21050310001','100001','100001','2021-05-03',-120,-120,0,'100001','','admin',1,'admin','2021-05-03',0,'现金')
+insert into jxc_kcdbd (gl_djh,ck_out,ck_in,db_dbrq,db_status,u_sn,db_note,a_name) values ('DB21050310001','100001','100001','2021-05-03',0,'100001','','admin')
+insert into jxc_dbsp (gl_djh,g_sn,db_sl,db_dj,db_sj,db_zje,a_name) values ('DB21050310001','10000001',2,120,380,240,'admin')
+insert into jxc_cgd (j_sn,ghs_sn,ck_sn,j_jhrq,j_yfje,j_sfje,u_sn,a_name,j_status) values ('CD21050310001','100001','100001','2021-05-03',1200,0,'100001','admin',1)
+insert into jxc_xsd (gl_djh,kh_sn,ck_sn,ls_xsrq,ls_yfje,ls_sfje,u_sn,a_name,ls_status) values ('XD21050310001','100001','100001','2021-05-03',760,0,'100001','admin',1)
+insert into jxc_cfd (gl_djh,ck_sn,cf_cfrq,g_sn,cf_cbj,cf_sl,cf_status,u_sn,a_name,cf_note) values ('CF21050310001','100001','2021-05-03','10000001',120.5,3,0,'100001','admin','')
+insert into jxc_kbd (gl_djh,ck_sn,kb_kbrq,g_sn,kb_cbj,kb_sl,kb_status,u_sn,a_name,kb_note) values ('KB21050310001','100001','2021-05-03','10000001',140,2,0,'100001','admin','')
+insert into jxc_bsd (gl_djh,ck_sn,bs_bsrq,bs_status,u_sn,bs_note,a_name) values ('BS21050310001','100001','2021-05-03',0,'100001','','admin')
+insert into jxc_byd (gl_djh,ck_sn,by_byrq,by_status,u_sn,by_note,a_name) values ('BY21050310001','100001','2021-05-03',0,'100001','','admin')
+insert into jxc_kcpd (gl_djh,pd_sl,kc_sl,pd_rq,pd_note,pd_status,ck_sn,u_sn,a_name) values ('PD21050310001',5,5,'2021-05-03','',0,'100001','100001','admin')
+insert into jxc_khjh (kh_sn,jh_rq,gl_djh,ck_sn,u_sn,jh_status,jh_flag,a_name,jh_note) values ('100001','2021-05-03','JH21050310001','100001','100001',0,'jh','admin','')
 -- Heads of saved documents, with the names that are printed.
 select a.*,b.ck_name,c.u_name from jxc_jhd a,jxc_ckxx b,jxc_user c where a.ck_sn=b.ck_sn and a.u_sn=c.u_sn and a.j_sn='CJ21050310001'
 select ghs_name,ghs_lxr,ghs_tele,ghs_address from jxc_ghsxx where ghs_sn='100001'
