@@ -79,7 +79,7 @@ TEST_F(PartnersTest, RenamesFollowIntoTheLedgers) {
   ASSERT_TRUE(saveEmployee(employee, prompt));
 
   for (const char* table : {"jxc_goodslist", "jxc_xjyh"}) {
-    const RowSet rows = openSelect(compose("select ghs_name,ck_name,u_name from {}", {table}));
+    const RowSet rows = openSelect(compose("select ghs_name,ck_name,u_name from {} where ghs_sn='100001'", {table}));
     EXPECT_EQ(rows[0].text("ghs_name"), QStringLiteral("散货供货商"));
     EXPECT_EQ(rows[0].text("ck_name"), QStringLiteral("一号库"));
     EXPECT_EQ(rows[0].text("u_name"), QStringLiteral("店长"));
