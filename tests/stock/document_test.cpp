@@ -1,0 +1,205 @@
+// Draft, number, save, waiting list, shared numbers: the life of a document up to its audit.
+#include "core/log.h"
+#include "core/numbers.h"
+#include "stock/shop.h"
+
+namespace jxc {
+namespace document_test {
+
+using namespace families;
+
+class DocumentTest : public test::ShopTest {
+ protected:
+  DocumentTest() {
+    addGoods("A", 5);
+    addGoods("B", 7);
+  }
+  void addLine(const QString& number, const QString& goods) {
+    insertRow("jxc_jhsp", {{"j_sn", number},
+                           {"g_sn", goods},
+                           {"a_name", session().a_name},
+                           {"jh_sl", 1.0},
+                           {"jh_dj", 5.0},
+                           {"jh_zje", 5.0},
+                           {"jh_je", 5.0}});
+  }
+  std::int64_t addHead(const QString& number, const QString& operatorName, int status = 0) {
+    return insertRow("jxc_jhd", {{"j_sn", number},
+                                 {"a_name", operatorName},
+                                 {"j_status", status},
+                                 {"j_jhrq", u"2021-05-03"}});
+  }
+  QString heads() {
+    QStringList list;
+    for (const Row row : openSelect("select j_sn,a_name from jxc_jhd order by j_sn,id"))
+      list << row.text("a_name") + u':' + row.text("j_sn").right(5);
+    return list.join(u' ');
+  }
+};
+
+TEST_F(DocumentTest, DraftFollowsDateAndStaysApartFromOtherOperators) {
+  const QString number = newDocumentNumber(purchaseReceipt, "2021-05-03");
+  EXPECT_EQ(number, "CJ21050310001");
+  addLine(number, "A");
+  becomeOperator("小王", "100002", "100001");
+  addLine(number, "B");
+  EXPECT_EQ(draftLineCount(purchaseReceipt, number), 1);
+  EXPECT_EQ(lineCount(purchaseReceipt, number), 2);
+  EXPECT_FALSE(goodsOnDocument(purchaseReceipt, number, "A", true));
+
+  const QString moved = redateDraft(purchaseReceipt, number, "2021-05-01");
+  EXPECT_EQ(moved, "CJ21050110001");
+  EXPECT_EQ(draftLineCount(purchaseReceipt, moved), 1);
+  EXPECT_EQ(lineCount(purchaseReceipt, number), 1);  // admin's line stays
+
+  // Somebody else stands under the number meanwhile: the next line takes a fresh one along.
+  addLine(number, "B");
+  const QString usable = usableDraftNumber(purchaseReceipt, number, "2021-05-03");
+  EXPECT_EQ(usable, "CJ21050310002");
+  EXPECT_EQ(draftLineCount(purchaseReceipt, usable), 1);
+
+  prompt.willSayNo();
+  EXPECT_FALSE(confirmDocumentDate("2021-05-04", prompt));
+  EXPECT_EQ(prompt.questions.last(),
+            "您选择的日期：2021-05-04，\r\n\r\n大于计算机的当前日期：2021-05-03，\r\n\r\n确认继续吗？");
+  EXPECT_TRUE(confirmDocumentDate("2021-05-03", prompt));
+
+  prompt.willAnswer(Answer::Cancel);
+  EXPECT_EQ(leaveDraft(purchaseReceipt, usable, prompt), Answer::Cancel);
+  EXPECT_EQ(draftLineCount(purchaseReceipt, usable), 1);
+  prompt.willAnswer(Answer::No);
+  EXPECT_EQ(leaveDraft(purchaseReceipt, usable, prompt), Answer::No);
+  EXPECT_EQ(draftLineCount(purchaseReceipt, usable), 0);
+  EXPECT_EQ(leaveDraft(purchaseReceipt, usable, prompt), Answer::No);  // nothing to ask about
+}
+
+TEST_F(DocumentTest, SaveRefusesAsksAndRenewsATakenNumber) {
+  receipt::ReceiptDraft draft = draftReceipt("2021-05-03", {});
+  EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");
+  draft = draftReceipt("2021-05-03", {{"A", 2, 5}, {"B", 1, 7}});
+  draft.supplier.clear();
+  draft.warehouse.clear();
+  EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "请选择供货商！");
+  draft.supplier = "100001";
+  EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "请选择仓库！");
+  draft.warehouse = "100001";
+
+  prompt.willSayNo();
+  EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
+  EXPECT_EQ(prompt.questions.last(),
+            "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的采购单，可以在“待审核采\r\n\r\n购"
+            "单”面板中，进行修改及审核操作！");
+  EXPECT_EQ(heads(), "");
+
+  addHead(draft.number, "小王");
+  const QString number = save(draft);
+  EXPECT_EQ(number, "CJ21050310002");
+  EXPECT_EQ(heads(), "小王:10001 admin:10002");
+  EXPECT_EQ(draftLineCount(purchaseReceipt, number), 2);
+  EXPECT_EQ(lastLog(), "增加未审核进货单CJ21050310002，共2种商品");
+}
+
+TEST_F(DocumentTest, SaveThatAuditsAtOnceWhateverTheRight) {
+  setParameter("cs_shdj", 1);
+  prompt.willSayYes();
+  const SaveResult saved = receipt::saveReceipt(draftReceipt("2021-05-03", {{"A", 2, 5}}), prompt);
+  EXPECT_TRUE(saved.audited);
+  EXPECT_EQ(prompt.questions.last(),
+            "单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“进退货查询”功能中取消审核！");
+  EXPECT_EQ(balanceOf("A"), "2 2 5");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
+  const QString number = save(draftReceipt("2021-05-03", {{"A", 2, 5}, {"B", 1, 7}}));
+  const RowSet lines = receipt::waitingLines(number);
+  ASSERT_EQ(lines.rowCount(), 2);
+  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, number, lines[0].integer("id")));
+  EXPECT_EQ(lookupNumber("select j_yfje from jxc_jhd where j_sn=?", number), 7);
+  EXPECT_EQ(lookupNumber("select j_sfje from jxc_jhd where j_sn=?", number), 7);
+  EXPECT_TRUE(deleteWaitingLine(purchaseReceipt, number, lines[1].integer("id")));
+  EXPECT_EQ(lastLog(), "因删除单据的所有商品而删除采购进货单：" + number);
+  EXPECT_EQ(heads(), "");
+
+  const QString second = save(draftReceipt("2021-05-03", {{"A", 2, 5}}));
+  prompt.willSayNo();
+  EXPECT_FALSE(deleteWaitingDocument(purchaseReceipt, second, prompt));
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteWaitingDocument(purchaseReceipt, second, prompt));
+  EXPECT_EQ(lastLog(), "删除采购进货单：" + second);
+  EXPECT_EQ(lineCount(purchaseReceipt, second), 0);
+
+  // An audited document can be neither deleted nor thinned out, also when the list on the screen is old.
+  const QString audited = receive("2021-05-03", {{"A", 2, 5}});
+  prompt.willSayYes();
+  EXPECT_FALSE(deleteWaitingDocument(purchaseReceipt, audited, prompt));
+  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, audited, receipt::waitingLines(audited)[0].integer("id")));
+  EXPECT_EQ(lineCount(purchaseReceipt, audited), 1);
+  EXPECT_EQ(redateWaiting(purchaseReceipt, audited, "2021-05-01"), "");
+}
+
+TEST_F(DocumentTest, TwoOperatorsSavedUnderOneNumber) {
+  const QString number = "CJ21050310001";
+  addLine(number, "A");
+  addHead(number, "admin");
+  becomeOperator("小王", "100002", "100001");
+  addLine(number, "B");
+  addHead(number, "小王");
+  addHead(number, "小王");  // twice, by a double press long ago
+  claimNumber(number, u"CJ");
+  EXPECT_EQ(heads(), "admin:10001 小王:10002");
+  EXPECT_EQ(lookupValue("select g_sn from jxc_jhsp where j_sn='CJ21050310002'"), "B");
+  claimNumber(number, u"CJ");  // settled: nothing more
+  EXPECT_EQ(heads(), "admin:10001 小王:10002");
+}
+
+TEST_F(DocumentTest, AuditedHeadKeepsItsNumberAgainstAll) {
+  const QString number = "CJ21050310001";
+  addLine(number, "A");
+  addHead(number, "admin", 1);
+  addHead(number, "admin");  // his own stray goes
+  claimNumber(number, u"CJ");
+  EXPECT_EQ(heads(), "admin:10001");
+
+  addHead(number, "小王");
+  becomeOperator("小王", "100002", "100001");
+  addLine(number, "B");
+  claimNumber(number, u"CJ");
+  EXPECT_EQ(heads(), "admin:10001 小王:10002");
+  EXPECT_EQ(lineCount(purchaseReceipt, number), 1);
+
+  // The same for the other three kinds, on their own tables.
+  for (const DocumentFamily* family : {&purchaseReturn, &sale, &saleReturn}) {
+    const QString taken = words(family->prefix) + "21050310001";
+    for (const char* name : {"admin", "小王"}) {
+      insertRow(family->head, {{"gl_djh", taken}, {"a_name", name}, {family->status, 0}, {family->date, "2021-05-03"}});
+      insertRow(family->lines, {{"gl_djh", taken}, {"a_name", name}, {"g_sn", "A"}});
+    }
+    claimNumber(taken, family->prefix);
+    EXPECT_EQ(lineCount(*family, taken), 1) << taken.toStdString();
+    EXPECT_EQ(lineCount(*family, words(family->prefix) + "21050310002"), 1);
+  }
+}
+
+TEST_F(DocumentTest, AuditOfAllGoesOnAfterARefusalAndSkipsWhatIsDone) {
+  receive("2021-05-03", {{"A", 5, 5}});
+  const QString tooMuch = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 5}});
+  const QString fits = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 2, 5}});
+  const std::vector<ListedDocument> list{{tooMuch, "2021-05-03"}, {fits, "2021-05-03"}};
+  prompt.willSayNo();
+  EXPECT_EQ(auditAll(purchaseReturn, list, prompt), -1);
+  setParameter("cs_kc", 0);
+  prompt.willSayYes();
+  EXPECT_EQ(auditAll(purchaseReturn, list, prompt), 1);
+  EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
+  EXPECT_EQ(balanceOf("A"), "3 3 5");
+  EXPECT_EQ(audit(fits), AuditOutcome::AlreadyAudited);
+  EXPECT_EQ(audit("CT21050319999"), AuditOutcome::NoLines);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+}  // namespace document_test
+}  // namespace jxc

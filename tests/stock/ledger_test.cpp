@@ -1,0 +1,175 @@
+// The replay of the stock ledger with figures worked out by hand, cost lookups, month rows, shortage.
+#include "stock/ledger.h"
+
+#include "stock/ledger_flags.h"
+#include "stock/shop.h"
+
+namespace jxc {
+namespace ledger_test {
+
+class LedgerTest : public test::ShopTest {};
+
+TEST_F(LedgerTest, AverageOfReceiptsAndOfAReturnThatIsPooledWithoutItsSign) {
+  addGoods("A", 4);
+  const auto first = ledgerRow("cj", "2021-05-01", 10, 50, 5);
+  replayLedger(first);
+  EXPECT_EQ(figures(first), "10 5 50");
+  const auto second = ledgerRow("cj", "2021-05-02", 10, 70, 7);
+  replayLedger(second);
+  EXPECT_EQ(figures(second), "20 6 120");
+  // Five go back at 7: the pool is 25 pieces and 155 yuan, 6.20 each.
+  const auto back = ledgerRow("ct", "2021-05-03", -5, -35, 7);
+  replayLedger(back);
+  EXPECT_EQ(figures(back), "15 6.2 93");
+  // Twenty sold of fifteen; then ten at 8 against a negative stock: |−5|+10 pieces, |−31|+80 yuan.
+  const auto sale = ledgerRow("xs", "2021-05-03", 20, 400, 20);
+  replayLedger(sale);
+  EXPECT_EQ(figures(sale), "-5 6.2 -31");
+  const auto refill = ledgerRow("cj", "2021-05-04", 10, 80, 8);
+  replayLedger(refill);
+  EXPECT_EQ(figures(refill), "5 7.4 37");
+  EXPECT_EQ(lookupNumber("select gl_sqsl from jxc_goodslist where id=?", refill), -5);
+  EXPECT_EQ(lookupNumber("select gl_sqje from jxc_goodslist where id=?", refill), -31);
+}
+
+TEST_F(LedgerTest, EmptyStockKeepsThePriceOfTheRowThatEmptiedItButNotOfAnOpeningRow) {
+  addGoods("A", 6);
+  const auto sale = ledgerRow("xs", "2021-05-01", 5, 100, 20);
+  const auto exact = ledgerRow("cj", "2021-05-02", 5, 45, 9);
+  replayLedger(sale);
+  EXPECT_EQ(figures(sale), "-5 6 -30");
+  EXPECT_EQ(figures(exact), "0 9 0");
+
+  addGoods("B", 6);
+  const auto soldB = ledgerRow("xs", "2021-05-01", 5, 100, 20, "B");
+  const auto opening = ledgerRow("qc", "2021-05-02", 5, 45, 9, "B");
+  replayLedger(soldB);
+  EXPECT_EQ(figures(opening), "0 6 0");
+}
+
+TEST_F(LedgerTest, OnlySomeMovementsMoveTheAverage) {
+  addGoods("A", 0);
+  replayLedger(ledgerRow("qc", "2021-01-01", 10, 100, 10));
+  const auto check = [this](const char* flag, double quantity, double net, const QString& expected) {
+    const auto row = ledgerRow(QString::fromLatin1(flag), "2021-02-01", quantity, net, 20);
+    replayLedger(row);
+    EXPECT_EQ(figures(row), expected) << flag;
+    execSql("delete from jxc_goodslist where id=?", row);
+  };
+  check("by", 10, 200, "20 10 200");
+  check("bs", -4, -80, "6 10 60");
+  check("hh", 10, 200, "20 10 200");
+  check("jh", 4, 80, "6 10 60");
+  check("xt", -10, -200, "20 10 200");
+  check("db", 10, 200, "20 15 300");
+  check("db", -5, -100, "5 10 50");
+  check("cf", -5, -100, "5 10 50");
+  check("kb", -5, -100, "5 13.33 66.65");  // 15 pieces, 200 yuan: a bundle's parts move the average too
+  check("pd", -10, -200, "0 20 0");
+  check("??", 7, 7, "10 10 100");  // unknown: nothing moves
+}
+
+TEST_F(LedgerTest, BackDatedRowRewritesLaterRowsOnly) {
+  addGoods("A", 0);
+  execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (0,0,0,'A','100001')");
+  const auto january = ledgerRow("cj", "2021-01-10", 10, 100, 10);
+  const auto march = ledgerRow("cj", "2021-03-10", 10, 200, 20);
+  replayLedger(january);
+  EXPECT_EQ(figures(march), "20 15 300");
+  EXPECT_EQ(balanceOf("A"), "0 0 15");
+  execSql("update jxc_goodslist set gl_kczje=99 where id=?", january);  // a row before the day is never touched …
+  const auto february = ledgerRow("cj", "2021-02-10", 20, 800, 40);
+  replayLedger(february);
+  EXPECT_EQ(figures(january), "10 10 99");
+  EXPECT_EQ(figures(february), "30 29.97 899.1");  // … but it is what the replay opens with: (99+800)/30
+  EXPECT_EQ(figures(march), "40 27.48 1099.2");
+  EXPECT_EQ(balanceOf("A"), "0 0 27.48");
+
+  // Left out, as a cancel does: the later row stands as if it had never been.
+  replayLedger(february, AnchorRow::Skip);
+  EXPECT_EQ(figures(march), "20 14.95 299");
+  EXPECT_EQ(figures(february), "30 29.97 899.1");
+  // A sale never sets the warehouse's cost price, and with fixed cost prices nothing does.
+  execSql("update jxc_kcsp set kc_cbj=1 where g_sn='A'");
+  replayLedger(ledgerRow("xs", "2021-04-01", 1, 30, 30));
+  EXPECT_EQ(balanceOf("A"), "0 0 1");
+  setParameter("cs_cs009", 1);
+  replayLedger(march);
+  EXPECT_EQ(balanceOf("A"), "0 0 1");
+}
+
+TEST_F(LedgerTest, DigitsOfQuantityMoneyAndTotals) {
+  addGoods("A", 0);
+  setParameter("cs_cbjs", 0);
+  setParameter("cs_zjews", 1);
+  setParameter("cs_jews", 1);
+  const auto row = ledgerRow("cj", "2021-05-01", 2.4, 10, 4);
+  replayLedger(row);
+  EXPECT_EQ(figures(row), "2 4.17 8.3");  // quantity without, value with one, price with two decimals
+}
+
+TEST_F(LedgerTest, CostOfALineComesFromLedgerBalanceOrMaster) {
+  addGoods("A", 3);
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-01"), 3);  // nothing known: the master's average
+  execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (4,4,2.5,'A','100001')");
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-01"), 2.5);
+  const auto row = ledgerRow("cj", "2021-05-10", 10, 50, 5);
+  replayLedger(row);
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-10"), 5);
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-01"), 5);  // before the first row: the first row after
+  execSql("update jxc_kcsp set kc_cbj=2.5 where g_sn='A'");
+  setParameter("cs_cs009", 1);
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-10"), 2.5);
+  execSql("update jxc_goods set g_gdcbj=1,g_jj=7.777 where g_sn='A'");
+  EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-10"), 7.78);
+
+  EXPECT_EQ(goodsAvgCost("A"), 2.5);
+  execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (1,1,5,'A','100002')");
+  EXPECT_EQ(goodsAvgCost("A"), 3);  // (4×2.5 + 1×5) / 5
+  execSql("update jxc_kcsp set kc_zsl=-4 where g_sn='A' and ck_sn='100002'");
+  EXPECT_EQ(goodsAvgCost("A"), -1);
+}
+
+TEST_F(LedgerTest, MonthRowsOpenWithTheStockAsItStands) {
+  execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,kc_xssl,g_sn,ck_sn) values (4,4,2.5,0,'A','100001')");
+  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+  ensureStockRows("2021-05");
+  EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn='00000000'"), "2");
+  const auto month = [](const char* warehouse) {
+    const RowSet row = openSelect("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn=?", warehouse);
+    return numberText(row.number(0, 0)) + u' ' + numberText(row.number(0, 1));
+  };
+  EXPECT_EQ(month("100001"), "4 10");
+  EXPECT_EQ(month("100002"), "0 0");
+  execSql("update jxc_kcsp set kc_sl=6 where g_sn='A'");
+  ensureStockRows("2021-05");  // nothing is missing: nothing changes
+  EXPECT_EQ(month("100001"), "4 10");
+  refreshMonthStock("100001", "2021-05");
+  EXPECT_EQ(month("100001"), "6 15");
+}
+
+TEST_F(LedgerTest, ShortageAddsUpLinesOfOneGoodsAndKnowsOnlyItsWarehouse) {
+  addGoods("A");
+  execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (0.8,0.8,1,'A','100001')");
+  for (const double quantity : {0.1, 0.7})
+    insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"A"}, {"th_sl", quantity}});
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"), "");  // 0.1 + 0.7 is 0.8
+  insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"A"}, {"th_sl", 0.01}});
+  insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"00000000"}, {"th_sl", 99}});
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"),
+            "该单据中至少一种商品库存不足，\r\n\r\n“A”：退货将会出现负库存，是否继续？");
+  EXPECT_EQ(checkStockShort("CT1", "100009", u"CT"), "");
+  setParameter("cs_kc", 0);
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
+}
+
+TEST(LedgerFlagsTest, CaptionsFollowTheSignWhereItMatters) {
+  EXPECT_EQ(ledgerCaption(u"db", -1), "库存调拨出库");
+  EXPECT_EQ(ledgerCaption(u"db", 1), "库存调拨入库");
+  EXPECT_EQ(ledgerCaption(u"xs", -1), "顾客退货单");
+  EXPECT_EQ(ledgerCaption(u"cj", -1), "采购入库单");
+  EXPECT_EQ(ledgerCaption(u"zz", 1), "");
+}
+
+}  // namespace ledger_test
+}  // namespace jxc

@@ -1,0 +1,206 @@
+// 店铺夹具: a small shop over a fresh account set: goods with short codes, documents in one line each.
+#pragma once
+
+#include "accounts/cash_ledger.h"
+#include "accounts/partner_ledger.h"
+#include "harness/account_set_fixture.h"
+#include "harness/invariants.h"
+#include "harness/qt_printers.h"
+#include "purchasing/receipt.h"
+#include "stock/cancelling.h"
+#include "stock/document.h"
+#include "stock/ledger.h"
+#include "stock/posting.h"
+
+#include <vector>
+
+namespace jxc::test {
+
+inline const QString mainWarehouse = QStringLiteral("100001");
+
+class ShopTest : public AccountSetFixture {
+ protected:
+  struct Line {
+    QString goods;
+    double quantity;
+    double price;
+    double tax = 0;
+  };
+
+  /// A goods whose prices and average are all `price`.
+  void addGoods(const QString& sn, double price = 0, const QString& barcode = {}) {
+    insertRow("jxc_goods", {{"g_sn", sn},       {"g_name", QStringLiteral("镜架") + sn},
+                            {"g_jm", u"JJ"},    {"g_jj", price},
+                            {"g_scjj", price},  {"g_pjjj", price},
+                            {"g_sj", price},    {"g_lsj", price},
+                            {"g_kc", 0.0},      {"g_cgpl", 0},
+                            {"g_xspl", 0},      {"g_jy", 0},
+                            {"g_gdcbj", 0},     {"g_sptm", barcode},
+                            {"dw_name", u"付"}, {"gg_name", u""},
+                            {"color_name", u""}});
+  }
+
+  /// A bare row of the ledger, as an account set may hold it.
+  std::int64_t ledgerRow(const QString& flag, const QString& date, double quantity, double net, double price,
+                         const QString& goods = QStringLiteral("A"), const QString& warehouse = mainWarehouse) {
+    return insertRow("jxc_goodslist", {{"gl_flag", flag},
+                                       {"gl_kdrq", date},
+                                       {"g_sn", goods},
+                                       {"ck_sn", warehouse},
+                                       {"gl_sl", quantity},
+                                       {"gl_je", net},
+                                       {"gl_dj", price},
+                                       {"gl_pjjj", 0.0},
+                                       {"gl_kc", 0.0},
+                                       {"gl_kczje", 0.0},
+                                       {"gl_sqsl", 0.0},
+                                       {"gl_sqje", 0.0}});
+  }
+
+  /// "stock average value" of a ledger row.
+  QString figures(std::int64_t id) {
+    const RowSet row = openSelect("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where id=?", id);
+    if (row.isEmpty()) return QStringLiteral("no row");
+    return numberText(row.number(0, 0)) + u' ' + numberText(row.number(0, 1)) + u' ' + numberText(row.number(0, 2));
+  }
+  /// The same of the last row of a goods.
+  QString lastFigures(const QString& goods) {
+    return figures(lookupValue("select top 1 id from jxc_goodslist where g_sn=? order by gl_kdrq desc,id desc", goods)
+                       .toLongLong());
+  }
+  /// "kc_sl kc_zsl kc_cbj" of a goods in the main warehouse.
+  QString balanceOf(const QString& goods) {
+    const RowSet row =
+        openSelect("select kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn=? and ck_sn=?", goods, mainWarehouse);
+    if (row.isEmpty()) return QStringLiteral("no row");
+    return numberText(row.number(0, 0)) + u' ' + numberText(row.number(0, 1)) + u' ' + numberText(row.number(0, 2));
+  }
+  double supplierOwed() { return lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100001'"); }
+  double customerOwes() { return lookupNumber("select kh_lwje from jxc_khxx where kh_sn=?", customer()); }
+  double cash() { return xjyhBalanceNow(QStringLiteral("现金")); }
+  QString lastLog() { return lookupValue("select top 1 log_note from jxc_log order by id desc"); }
+  QString customer() { return lookupValue("select top 1 kh_sn from jxc_khxx order by id"); }
+
+  /// Lines of a draft under the number that a new receipt of this date shows.
+  receipt::ReceiptDraft draftReceipt(const QString& date, const std::vector<Line>& lines) {
+    receipt::ReceiptDraft draft = receipt::newReceipt();
+    draft.date = date;
+    draft.number = newDocumentNumber(families::purchaseReceipt, date);
+    for (const Line& line : lines) {
+      receipt::LineDraft entry = receipt::newLine(line.goods);
+      entry.amounts.setQuantity(line.quantity);
+      entry.amounts.setTax(line.tax);
+      entry.amounts.setPrice(line.price);
+      draft.number = receipt::addLine(receipt::Lines::Draft, draft.number, date, entry).number;
+    }
+    draft.payable = draft.paid = receipt::payable(draft.number);
+    draft.account = QStringLiteral("现金");
+    return draft;
+  }
+  QString save(const receipt::ReceiptDraft& draft) {
+    prompt.willSayYes();
+    const SaveResult saved = receipt::saveReceipt(draft, prompt);
+    EXPECT_TRUE(saved);
+    return saved.number;
+  }
+  AuditOutcome audit(const QString& number) { return checkDj(documentFamily(number), number, prompt); }
+
+  /// An audited receipt, all on the supplier's account. Its number.
+  QString receive(const QString& date, const std::vector<Line>& lines) {
+    receipt::ReceiptDraft draft = draftReceipt(date, lines);
+    draft.paid = 0;
+    draft.settlement = receipt::Settlement::RestOnAccount;
+    const QString number = save(draft);
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    return number;
+  }
+
+  /// Head and lines of a waiting sale; cost is what the line says it costs.
+  QString waitingSale(const QString& date, const std::vector<Line>& lines, double paid, int settlement = 1) {
+    const QString number = newDocumentNumber(families::sale, date);
+    double due = 0;
+    for (const Line& line : lines) {
+      const double cost = getGoodsCost(line.goods, mainWarehouse, date);
+      due += line.quantity * line.price;
+      insertRow("jxc_lsxssp", {{"gl_djh", number},
+                               {"g_sn", line.goods},
+                               {"a_name", session().a_name},
+                               {"ls_dj", line.price},
+                               {"ls_sl", line.quantity},
+                               {"ls_je", line.quantity * line.price},
+                               {"ls_cbj", cost},
+                               {"ls_zcb", cost * line.quantity},
+                               {"ls_tax", 0.0},
+                               {"ls_taxdj", line.price},
+                               {"ls_taxje", 0.0},
+                               {"ls_lsj", line.price},
+                               {"ls_zje", line.quantity * line.price},
+                               {"ls_cksl", 0.0},
+                               {"ls_qxsl", 0.0},
+                               {"ls_dzl", 1.0},
+                               {"t_zp", u""}});
+    }
+    insertRow("jxc_lsxsd", {{"gl_djh", number},
+                            {"kh_sn", customer()},
+                            {"ck_sn", mainWarehouse},
+                            {"ls_xsrq", date},
+                            {"ls_yfje", due},
+                            {"ls_sfje", paid},
+                            {"u_sn", u"100001"},
+                            {"ls_note", u""},
+                            {"a_name", session().a_name},
+                            {"ls_status", 0},
+                            {"ls_jsfs", settlement},
+                            {"ls_kmmc", u"现金"},
+                            {"ls_dhbz", 0}});
+    return number;
+  }
+  QString sell(const QString& date, const std::vector<Line>& lines, double paid = 0) {
+    const QString number = waitingSale(date, lines, paid);
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    return number;
+  }
+
+  /// A waiting return to the supplier or from the customer ("CT", "XT"); heads hold minus the amounts.
+  QString waitingReturn(const DocumentFamily& family, const QString& date, const std::vector<Line>& lines,
+                        double paid = 0) {
+    const bool toSupplier = family.partner == "ghs_sn";
+    const QString number = newDocumentNumber(family, date);
+    double due = 0;
+    for (const Line& line : lines) {
+      due += line.quantity * line.price;
+      const std::int64_t id = insertRow(family.lines, {{"gl_djh", number},
+                                                       {"g_sn", line.goods},
+                                                       {"a_name", session().a_name},
+                                                       {"th_dj", line.price},
+                                                       {"th_sl", line.quantity},
+                                                       {"th_je", line.quantity * line.price},
+                                                       {"th_tax", 0.0},
+                                                       {"th_taxdj", line.price},
+                                                       {"th_taxje", 0.0},
+                                                       {"th_zje", line.quantity * line.price},
+                                                       {"th_dzl", 1.0},
+                                                       {"th_bz", u""},
+                                                       {"id2", 0}});
+      if (!toSupplier) {
+        const double cost = getGoodsCost(line.goods, mainWarehouse, date);
+        updateRow(family.lines, id, {{"th_cbj", cost}, {"th_zcb", cost * line.quantity}, {"th_lsj", line.price}});
+      }
+    }
+    insertRow(family.head, {{"gl_djh", number},
+                            {family.partner, toSupplier ? QStringLiteral("100001") : customer()},
+                            {"ck_sn", mainWarehouse},
+                            {family.date, date},
+                            {"th_yfje", -due},
+                            {"th_sfje", -paid},
+                            {"u_sn", u"100001"},
+                            {"th_note", u""},
+                            {"a_name", session().a_name},
+                            {"th_status", 0},
+                            {"th_jsfs", 1},
+                            {"th_kmmc", u"现金"}});
+    return number;
+  }
+};
+
+}  // namespace jxc::test
