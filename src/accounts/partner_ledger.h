@@ -12,7 +12,7 @@ enum class PartnerType : char { Customer, Supplier };
 QString partnerTypeText(PartnerType type);
 
 /// Date beyond all lines: asks for the present balance.
-inline constexpr char16_t allDates[] = u"9999-12-31";
+inline const QString allDates = QStringLiteral("9999-12-31");
 
 /// Rewrites `k_ljje` of a partner from `date` on, in order of date and entry, and writes the last balance to the
 /// partner (`kh_lwje`, `ghs_lwje`). A customer's balance is positive when he owes the shop, a supplier's when the shop

@@ -8,7 +8,9 @@
 namespace jxc::test {
 namespace account_invariants {
 
-bool same(double a, double b) { return std::fabs(a - b) < 1e-5; }
+bool same(double a, double b) {
+  return std::fabs(a - b) < 1e-5;
+}
 
 /// Running balances against sums from the first line on. Columns: id, whose, stored balance, change.
 QStringList runningBalances(const RowSet& rows, std::map<QString, double>& balances) {

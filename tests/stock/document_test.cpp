@@ -24,10 +24,8 @@ class DocumentTest : public test::ShopTest {
                            {"jh_je", 5.0}});
   }
   std::int64_t addHead(const QString& number, const QString& operatorName, int status = 0) {
-    return insertRow("jxc_jhd", {{"j_sn", number},
-                                 {"a_name", operatorName},
-                                 {"j_status", status},
-                                 {"j_jhrq", u"2021-05-03"}});
+    return insertRow("jxc_jhd",
+                     {{"j_sn", number}, {"a_name", operatorName}, {"j_status", status}, {"j_jhrq", u"2021-05-03"}});
   }
   QString heads() {
     QStringList list;

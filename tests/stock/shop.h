@@ -29,14 +29,22 @@ class ShopTest : public AccountSetFixture {
 
   /// A goods whose prices and average are all `price`.
   void addGoods(const QString& sn, double price = 0, const QString& barcode = {}) {
-    insertRow("jxc_goods", {{"g_sn", sn},       {"g_name", QStringLiteral("镜架") + sn},
-                            {"g_jm", u"JJ"},    {"g_jj", price},
-                            {"g_scjj", price},  {"g_pjjj", price},
-                            {"g_sj", price},    {"g_lsj", price},
-                            {"g_kc", 0.0},      {"g_cgpl", 0},
-                            {"g_xspl", 0},      {"g_jy", 0},
-                            {"g_gdcbj", 0},     {"g_sptm", barcode},
-                            {"dw_name", u"付"}, {"gg_name", u""},
+    insertRow("jxc_goods", {{"g_sn", sn},
+                            {"g_name", QStringLiteral("镜架") + sn},
+                            {"g_jm", u"JJ"},
+                            {"g_jj", price},
+                            {"g_scjj", price},
+                            {"g_pjjj", price},
+                            {"g_sj", price},
+                            {"g_lsj", price},
+                            {"g_kc", 0.0},
+                            {"g_cgpl", 0},
+                            {"g_xspl", 0},
+                            {"g_jy", 0},
+                            {"g_gdcbj", 0},
+                            {"g_sptm", barcode},
+                            {"dw_name", u"付"},
+                            {"gg_name", u""},
                             {"color_name", u""}});
   }
 
@@ -94,6 +102,7 @@ class ShopTest : public AccountSetFixture {
       draft.number = receipt::addLine(receipt::Lines::Draft, draft.number, date, entry).number;
     }
     draft.payable = draft.paid = receipt::payable(draft.number);
+    draft.settlement = receipt::Settlement::AtPaidAmount;
     draft.account = QStringLiteral("现金");
     return draft;
   }

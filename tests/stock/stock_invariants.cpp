@@ -10,7 +10,9 @@
 namespace jxc::test {
 namespace stock_invariants {
 
-bool same(double a, double b) { return std::fabs(a - b) < 1e-6; }
+bool same(double a, double b) {
+  return std::fabs(a - b) < 1e-6;
+}
 
 /// Every goods and warehouse of the ledger replayed row by row, written from the rules of the shop and not from the
 /// program: in lists of flags, one statement a thought.
@@ -24,7 +26,8 @@ QStringList replayedAnew() {
     bool started = false;
   };
   std::map<QString, State> states;
-  for (const Row row : openSelect("select * from jxc_goodslist where g_sn<>'00000000' order by g_sn,ck_sn,gl_kdrq,id")) {
+  for (const Row row :
+       openSelect("select * from jxc_goodslist where g_sn<>'00000000' order by g_sn,ck_sn,gl_kdrq,id")) {
     State& s = states[row.text("g_sn") + u'@' + row.text("ck_sn")];
     const QString flag = row.text("gl_flag");
     const double quantity = row.number("gl_sl");
@@ -87,8 +90,8 @@ QStringList documentsAreWhole() {
   QStringList wrong;
   for (const DocumentFamily& family : documentFamilies()) {
     if (family.prefix == u"HH") continue;  // shares its tables with the loan
-    for (const Row head : openSelect(compose("select {} as djh,{} as status from {}",
-                                             {family.number, family.status, family.head}))) {
+    for (const Row head :
+         openSelect(compose("select {} as djh,{} as status from {}", {family.number, family.status, family.head}))) {
       const QString number = head.text("djh");
       const double lines =
           lookupNumber(compose("select count(*) from {} where {}=?", {family.lines, family.number}), number);

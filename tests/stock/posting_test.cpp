@@ -1,0 +1,337 @@
+// Audit and cancel of the four trading documents: what reaches cash, partner, expense, invoice and stock ledgers.
+#include "stock/posting.h"
+
+#include "stock/shop.h"
+
+#include <random>
+
+namespace jxc {
+namespace posting_test {
+
+using namespace families;
+
+class PostingTest : public test::ShopTest {
+ protected:
+  PostingTest() {
+    addGoods("A", 4);
+    addGoods("B", 9);
+  }
+  QString row(const SqlText& sql, const QString& number) {
+    const RowSet rows = openSelect(sql, number);
+    if (rows.isEmpty()) return QStringLiteral("no row");
+    QStringList texts;
+    for (int column = 0; column < rows.columnCount(); ++column)
+      texts << rows.text(0, column);
+    return texts.join(u' ');
+  }
+  QString partnerLine(const QString& number) {
+    return row("select k_type,k_djlx,k_djtxt,k_yfje,k_sfje,k_ljje,k_fkfs,k_rq from jxc_ysyfk where gl_djh=?", number);
+  }
+  QString cashLine(const QString& number) {
+    return row("select xj_dlx,xj_je,xj_ljje,xj_kmmc,xj_chk from jxc_xjyh where gl_djh=? order by id", number);
+  }
+  QString master(const QString& goods) {
+    return row("select g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl from jxc_goods where g_sn=?", goods);
+  }
+  /// Everything that audit wrote elsewhere is gone, and the document waits.
+  void expectUnposted(const DocumentFamily& family, const QString& number) {
+    EXPECT_EQ(
+        lookupNumber(compose("select {} from {} where {}=?", {family.status, family.head, family.number}), number), 0);
+    for (const char* statement :
+         {"select count(*) from jxc_goodslist where gl_djh=?", "select count(*) from jxc_xjyh where gl_djh=?",
+          "select count(*) from jxc_ysyfk where gl_djh=?", "select count(*) from jxc_yyfy where gl_djh=?",
+          "select count(*) from jxc_fpdjb where gl_djh=?"})
+      EXPECT_EQ(lookupNumber(statement, number), 0) << statement;
+  }
+};
+
+TEST_F(PostingTest, ReceiptThenAnEarlierOneThenItsCancel) {
+  const QString first = receive("2021-05-03", {{"A", 10, 5}, {"B", 2, 9}});
+  EXPECT_EQ(lastFigures("A"), "10 5 50");
+  EXPECT_EQ(balanceOf("A"), "10 10 5");
+  EXPECT_EQ(master("A"), "10 5 5 1 0");
+  EXPECT_EQ(partnerLine(first), "ghs CJ 采购进货单 68 0 68 现金 2021-05-03");
+  EXPECT_EQ(cashLine(first), "采购进货 0 0 现金 1");
+  EXPECT_EQ(supplierOwed(), 68);
+  EXPECT_EQ(lookupValue("select top 1 log_note from jxc_log where log_note like '审核%' order by id desc"),
+            "审核采购进货单" + first + "，共2种商品");
+  EXPECT_EQ(lookupNumber("select js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn='100001'"), 68);
+  EXPECT_EQ(lookupNumber("select u_cgpl from jxc_user where u_sn='100001'"), 1);
+  EXPECT_EQ(row("select gl_sl,gl_zje,gl_je,gl_dj,gl_lr,ghs_name,u_name,ck_name,gl_checker,gl_chkrq,gl_sysl "
+                "from jxc_goodslist where g_sn='A' and gl_djh=?",
+                first),
+            "10 50 50 5 0 普通供货商 默认员工 主仓库 admin 2021-05-03 10");
+
+  sell("2021-05-03", {{"A", 4, 12}}, 48);
+  EXPECT_EQ(lastFigures("A"), "6 5 30");
+  const QString earlier = receive("2021-04-20", {{"A", 10, 7}});
+  EXPECT_EQ(lastFigures("A"), "16 6 96");  // 10 at 7, then 10 at 5, then 4 out
+  EXPECT_EQ(master("A"), "16 6 7 2 1");
+  EXPECT_EQ(supplierOwed(), 138);
+  EXPECT_EQ(partnerLine(first), "ghs CJ 采购进货单 68 0 138 现金 2021-05-03");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchase(earlier, prompt));
+  EXPECT_EQ(prompt.questions.last(), "您的操作将取消当前选中的已审核单据：" + earlier + "，确认吗？");
+  EXPECT_EQ(lastFigures("A"), "6 5 30");
+  EXPECT_EQ(master("A"), "6 5 7 1 1");
+  EXPECT_EQ(balanceOf("A"), "6 6 5");
+  EXPECT_EQ(supplierOwed(), 68);
+  expectUnposted(purchaseReceipt, earlier);
+  EXPECT_EQ(lineCount(purchaseReceipt, earlier), 1);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+
+  EXPECT_FALSE(cancelPurchase(earlier, prompt));  // waits already: nothing to ask
+  EXPECT_EQ(audit(earlier), AuditOutcome::Audited);
+  EXPECT_EQ(lastFigures("A"), "16 6 96");
+  EXPECT_EQ(audit(earlier), AuditOutcome::AlreadyAudited);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, SettledAtPaidAmountLeavesTheSupplierUnmovedAndFreightIsOurs) {
+  setParameter("cs_kp", 1);
+  receipt::ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 10, 5}});
+  draft.invoiceAmount = 30;
+  draft.invoiceNumber = "FP1";
+  draft.freight = 6;
+  draft.packing = 2;
+  draft.wePayFreight = true;
+  draft.settlement = receipt::Settlement::AtPaidAmount;
+  const QString number = save(draft);
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  EXPECT_EQ(partnerLine(number), "ghs CJ 采购进货单 50 50 0 现金 2021-05-03");
+  EXPECT_EQ(supplierOwed(), 0);
+  EXPECT_EQ(cash(), -58);
+  EXPECT_EQ(row("select fy_lx,fy_je,fy_note,fy_kmmc,fy_flag,fy_chk from jxc_yyfy where gl_djh=? order by id", number),
+            "运费 -6 采购单" + number + "产生的运费 现金 1 1");
+  EXPECT_EQ(row("select fp_type,fp_yfje,fp_kpje,fp_ljje,fp_no,fp_check from jxc_fpdjb where gl_djh=?", number),
+            "ghs 50 30 20 FP1 1");
+  EXPECT_EQ(lastFigures("A"), "10 5 50");  // freight never enters the cost of goods
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+
+  // A payment that mentions the document goes with it, on another account too.
+  insertRow("jxc_xjyh", {{"xj_kmmc", u"工行帐号"},
+                         {"xj_rq", u"2021-05-04"},
+                         {"xj_je", -20.0},
+                         {"xj_chk", u"1"},
+                         {"gl_djh", u"FK21050410001"},
+                         {"xj_note", "单据【" + number + "】付款 "}});
+  insertRow("jxc_xjyh",
+            {{"xj_kmmc", u"工行帐号"}, {"xj_rq", u"2021-05-05"}, {"xj_je", 100.0}, {"xj_chk", u"1"}, {"gl_djh", u""}});
+  recomputeXjyh("工行帐号", "2021-05-04");
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchase(number, prompt));
+  expectUnposted(purchaseReceipt, number);
+  EXPECT_EQ(cash(), 0);
+  EXPECT_EQ(xjyhBalanceNow("工行帐号"), 100);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, WhoMayCancelAndWhatStandsAgainstIt) {
+  const QString number = receive("2021-05-03", {{"A", 10, 5}});
+  setRights("100009", "cggl", "111111111000000");
+  becomeOperator("小王", "100002", "100009");
+  EXPECT_FALSE(cancelPurchase(number, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "您没有取消审核采购进货单的权限！");
+
+  // He may cancel by his own role, but admin's receipt only as far as admin's role goes: admin may everything.
+  setRights("100009", "cggl", "111111111100000");
+  execSql("update jxc_jhd set j_checker='小李' where j_sn=?", number);  // a checker whose role is gone
+  EXPECT_FALSE(cancelPurchase(number, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "单据：" + number + "，的审核人：小李\r\n\r\n不允许其他人取消审核！");
+  execSql("update jxc_jhd set j_checker='admin' where j_sn=?", number);
+
+  const auto putaway = insertRow("jxc_rksp", {{"gl_djh", u"RK1"}, {"j_sn", number}});
+  EXPECT_FALSE(cancelPurchase(number, prompt));
+  EXPECT_EQ(prompt.lastNotice(),
+            "该单据" + number +
+                "已有入库信息，不能取消审核！\r\n\r\n请在商品入库单中删除该单据的所有信息，\r\n\r\n然后再取消审核！");
+  execSql("delete from jxc_rksp where id=?", putaway);
+
+  sell("2021-05-03", {{"A", 4, 12}});
+  prompt.willSayYes().willSayNo();  // yes, cancel; no, not into negative stock
+  EXPECT_FALSE(cancelPurchase(number, prompt));
+  EXPECT_EQ(prompt.questions.last(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？");
+  setParameter("cs_kc", 0);
+  EXPECT_FALSE(cancelPurchase(number, prompt, CancelMode::Batch));
+  EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！");
+  EXPECT_EQ(balanceOf("A"), "6 6 5");
+  setParameter("cs_kc", 1);
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchase(number, prompt, CancelMode::Batch));
+  EXPECT_EQ(balanceOf("A"), "-4 -4 5");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, ReturnToTheSupplier) {
+  receive("2021-05-01", {{"A", 20, 6}});
+  const QString number = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 5, 7}}, 15);
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  EXPECT_EQ(lastFigures("A"), "15 6.2 93");
+  EXPECT_EQ(balanceOf("A"), "15 15 6.2");
+  EXPECT_EQ(master("A"), "15 6.2 6 0 0");
+  EXPECT_EQ(partnerLine(number), "ghs CT 采购退货单 -35 -15 100 现金 2021-05-03");
+  EXPECT_EQ(cashLine(number), "采购退货 15 15 现金 1");
+  EXPECT_EQ(supplierOwed(), 100);
+  EXPECT_EQ(lastLog(), "增加采购退货单" + number + "，共1种商品");
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchaseReturn(number, prompt));
+  expectUnposted(purchaseReturn, number);
+  EXPECT_EQ(lastFigures("A"), "20 6 120");
+  EXPECT_EQ(balanceOf("A"), "20 20 6");
+  EXPECT_EQ(master("A"), "20 6 6 1 0");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, ReturnMadeByACancelledPutawayTakesBooksBackOnlyAndOpensTheReceiptAgain) {
+  setParameter("cs_sprk", 1);
+  const QString receipt = receive("2021-05-01", {{"A", 10, 6}});
+  EXPECT_EQ(balanceOf("A"), "0 10 6");
+  EXPECT_EQ(master("A"), "0 6 6 1 0");
+  const RowSet line = receipt::waitingLines(receipt);
+  execSql("update jxc_jhsp set jh_rksl=4,jh_qxsl=6 where j_sn=?", receipt);
+  execSql("update jxc_jhd set j_crk=1 where j_sn=?", receipt);
+  execSql("update jxc_kcsp set kc_sl=4 where g_sn='A'");
+  execSql("update jxc_goods set g_kc=4 where g_sn='A'");
+  const QString number = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 6}});
+  execSql("update jxc_thsp set id2=? where gl_djh=?", line.front().integer("id"), number);
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  execSql("update jxc_kcsp set kc_sl=4 where g_sn='A'");  // goods that never came did not go either
+  execSql("update jxc_goods set g_kc=4 where g_sn='A'");
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchaseReturn(number, prompt));
+  EXPECT_EQ(balanceOf("A"), "4 10 6");
+  EXPECT_EQ(lookupNumber("select jh_qxsl from jxc_jhsp where j_sn=?", receipt), 0);
+  EXPECT_EQ(lookupNumber("select j_crk from jxc_jhd where j_sn=?", receipt), 0);
+  EXPECT_EQ(lookupNumber("select id2 from jxc_thsp where gl_djh=?", number), 0);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, SaleWithGiftAndBalancingLineAndReturnFromTheCustomer) {
+  receive("2021-05-01", {{"A", 20, 6}, {"B", 5, 9}});
+  const QString number = waitingSale("2021-05-02", {{"A", 3, 20}, {"B", 1, 0}}, 55, 0);
+  execSql("update jxc_lsxssp set t_zp='(赠品)' where g_sn='B' and gl_djh=?", number);
+  balanceSale(number, 55, 60);
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  EXPECT_EQ(lookupNumber("select ls_yhje from jxc_lsxsd where gl_djh=?", number), 5);
+  EXPECT_EQ(partnerLine(number), "kh XS 商品销售单 55 55 0 现金 2021-05-02");
+  EXPECT_EQ(cashLine(number), "商品销售 55 55 现金 1");
+  QStringList profits;
+  for (const Row line : openSelect("select g_name,gl_lr,gl_sl from jxc_goodslist where gl_djh=? order by id", number))
+    profits << line.text("g_name") + u' ' + line.text("gl_lr") + u' ' + line.text("gl_sl");
+  EXPECT_EQ(profits, QStringList({"镜架A 42 3", "镜架B(赠品) -9 1", "优惠商品 -5 0"}));
+  EXPECT_EQ(balanceOf("A"), "17 17 6");
+  EXPECT_EQ(lookupNumber("select kc_xssl from jxc_kcsp where g_sn='A'"), 3);
+  EXPECT_EQ(lookupNumber("select u_xspl from jxc_user where u_sn='100001'"), 1);
+
+  const QString back = waitingReturn(saleReturn, "2021-05-03", {{"A", 2, 20}}, 10);
+  EXPECT_EQ(audit(back), AuditOutcome::Audited);
+  EXPECT_EQ(row("select gl_flag,gl_sl,gl_zje,gl_je,gl_zcb,gl_lr,gl_sysl from jxc_goodslist where gl_djh=?", back),
+            "xt -2 -40 -40 -12 -28 2");
+  EXPECT_EQ(balanceOf("A"), "19 19 6");
+  EXPECT_EQ(lookupNumber("select kc_xssl from jxc_kcsp where g_sn='A'"), 1);
+  EXPECT_EQ(customerOwes(), -30);
+  EXPECT_EQ(cash(), 45);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+
+  prompt.willSayYes().willSayYes();
+  EXPECT_TRUE(cancelSaleReturn(back, prompt));
+  EXPECT_TRUE(cancelSale(number, prompt));
+  expectUnposted(saleReturn, back);
+  expectUnposted(sale, number);
+  EXPECT_EQ(balanceOf("A"), "20 20 6");
+  EXPECT_EQ(lookupNumber("select kc_xssl from jxc_kcsp where g_sn='A'"), 0);
+  EXPECT_EQ(master("A"), "20 6 6 1 0");
+  EXPECT_EQ(customerOwes(), 0);
+  EXPECT_EQ(cash(), 0);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, IssueInUseLowersBooksNowAndShelvesLater) {
+  receive("2021-05-01", {{"A", 20, 6}});
+  setParameter("cs_spck", 1);
+  const QString number = sell("2021-05-02", {{"A", 3, 20}});
+  EXPECT_EQ(balanceOf("A"), "20 17 6");
+  EXPECT_EQ(master("A").left(2), "20");
+  EXPECT_EQ(lastFigures("A"), "17 6 102");
+  insertRow("jxc_cksp", {{"gl_djh", u"CK1"}, {"gl_djh2", number}});
+  EXPECT_FALSE(cancelSale(number, prompt));
+  EXPECT_TRUE(prompt.lastNotice().contains("已有出库信息"));
+}
+
+TEST_F(PostingTest, ADocumentOfBalancingLinesOnlyTouchesNoStock) {
+  receipt::ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 1, 5}});
+  draft.paid = 3;
+  const QString number = save(draft);
+  execSql("delete from jxc_jhsp where g_sn='A'");
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goodslist where gl_djh=?", number), "1");
+  EXPECT_EQ(balanceOf("A"), "no row");
+}
+
+TEST_F(PostingTest, AFailureInTheMiddleLeavesNothing) {
+  const QString number = save(draftReceipt("2021-05-03", {{"A", 1, 5}}));
+  execSql("update jxc_jhd set u_sn='100099' where j_sn=?", number);
+  EXPECT_THROW(audit(number), std::runtime_error);
+  expectUnposted(purchaseReceipt, number);
+}
+
+TEST_F(PostingTest, RandomWalkKeepsTheBooks) {
+  std::mt19937 random(20210503);
+  const auto upTo = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+  const QStringList goods{"A", "B", "C", "D"};
+  addGoods("C", 3.33);
+  addGoods("D", 0);
+  setParameter("cs_kp", 1);
+  struct Step {
+    QString number;
+    bool posted;
+  };
+  std::vector<Step> documents;
+  const auto cancelOf = [this](const QString& number) {
+    prompt.willSayYes();
+    if (number.startsWith(u"CJ")) return cancelPurchase(number, prompt);
+    if (number.startsWith(u"CT")) return cancelPurchaseReturn(number, prompt);
+    if (number.startsWith(u"XS")) return cancelSale(number, prompt);
+    return cancelSaleReturn(number, prompt);
+  };
+  for (int step = 0; step < 120; ++step) {
+    const QString date = u"2021-04-%1"_qs.arg(1 + upTo(28), 2, 10, QChar(u'0'));
+    std::vector<Line> lines;
+    for (const QString& sn : goods)
+      if (upTo(2)) lines.push_back({sn, 1 + upTo(400) / 100.0, upTo(3000) / 100.0});
+    if (lines.empty()) lines.push_back({"A", 1, 1});
+    const int kind = upTo(6);
+    if (kind >= 4 && !documents.empty()) {
+      Step& old = documents[static_cast<std::size_t>(upTo(static_cast<int>(documents.size())))];
+      // Stock may fall short on the way: a second question then.
+      if (old.posted) {
+        const bool short_ =
+            !checkStockShort(old.number, test::mainWarehouse, QStringView(old.number).left(2)).isEmpty() &&
+            (old.number.startsWith(u"CJ") || old.number.startsWith(u"XT"));
+        if (short_) prompt.willSayYes();
+        EXPECT_TRUE(cancelOf(old.number)) << old.number.toStdString();
+        old.posted = false;
+      } else {
+        if (!old.number.startsWith(u"CJ") && !old.number.startsWith(u"XT") &&
+            !checkStockShort(old.number, test::mainWarehouse, QStringView(old.number).left(2)).isEmpty())
+          prompt.willSayYes();
+        EXPECT_EQ(audit(old.number), AuditOutcome::Audited);
+        old.posted = true;
+      }
+    } else {
+      const QString number = kind == 0   ? save(draftReceipt(date, lines))
+                             : kind == 1 ? waitingReturn(purchaseReturn, date, lines, upTo(9))
+                             : kind == 2 ? waitingSale(date, lines, upTo(50), upTo(2))
+                                         : waitingReturn(saleReturn, date, lines, upTo(9));
+      documents.push_back({number, false});
+    }
+    if (step % 10 == 9) {
+      ASSERT_EQ(test::brokenInvariants(), QStringList()) << "step " << step;
+    }
+  }
+}
+
+}  // namespace posting_test
+}  // namespace jxc
