@@ -2,28 +2,14 @@
 
 #include "core/session.h"
 #include "core/text.h"
+#include "engine/number_text.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <limits>
 
 namespace jxc {
 
 double roundEps(double value, int digits) {
-  if (!std::isfinite(value)) return value;
-  static constexpr std::array<double, 7> powers{1, 10, 100, 1e3, 1e4, 1e5, 1e6};
-  const double power = powers[static_cast<std::size_t>(std::clamp(digits, 0, 6))];
-  const double scaled = value * power;
-  const double below = std::floor(scaled);
-  // Adding a billionth before rounding half away from zero means: a half goes up, below zero too (-0.005 becomes 0),
-  // and so does what misses the half by no more than that billionth. From half a million on a double is too coarse
-  // to hold the billionth, so there the last bit of the product decides what still counts as a half.
-  const double billionth = 1e-9 * power;
-  const double lastBits = std::min(std::numeric_limits<double>::epsilon() * std::abs(scaled), 0.25);
-  const double rounded = scaled - below >= 0.5 - std::max(billionth, lastBits) ? below + 1 : below;
-  const double result = rounded / power;
-  return result == 0 ? 0.0 : result;  // no -0 on a document
+  return roundDecimals(value + 0.000000001, std::clamp(digits, 0, 6));
 }
 
 int moneyDigits() {

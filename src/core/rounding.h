@@ -3,9 +3,10 @@
 
 namespace jxc {
 
-/// Adds 0.000000001, then rounds half away from zero to `digits` (0..6) decimals: what `round(x+0.000000001,n)` does in
-/// a statement. The result is the double nearest to that decimal number, never -0. Infinite and undefined values come
-/// back as they are.
+/// Adds 0.000000001, then rounds half away from zero to `digits` (0..6) decimals: exactly what `round(x+0.000000001,n)`
+/// does in a statement. So a half goes up, and below zero it goes towards zero (-0.005 gives 0); from some million yuan
+/// below zero a double cannot hold the billionth, and halves go away from zero again. Never -0. Infinite and undefined
+/// values come back as they are.
 double roundEps(double value, int digits);
 
 int moneyDigits();     // money and unit price: cs_xsws

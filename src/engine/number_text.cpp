@@ -1,5 +1,6 @@
 #include "engine/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -94,6 +95,18 @@ double toSixDecimals(double number) {
   if (scaled < 0x1p50) scaled += scaled * std::numeric_limits<double>::epsilon();
   const auto millionths = static_cast<std::int64_t>(scaled + 0.5);
   return std::copysign(static_cast<double>(millionths) / million, millionths == 0 ? 1.0 : number);
+}
+
+double roundDecimals(double number, int digits) {
+  static constexpr double powers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
+  const double power = powers[std::clamp(digits < 0 ? -digits : digits, 0, 12)];
+  double scaled = std::fabs(digits < 0 ? number / power : number * power);
+  if (!(scaled < 0x1p53)) return number;  // no half to round
+  // The last bit may be missing to a half of the decimal figure; never so much that a quarter becomes one.
+  scaled += std::min(scaled * std::numeric_limits<double>::epsilon(), 0.25);
+  const double whole = std::floor(scaled + 0.5);
+  const double result = digits < 0 ? whole * power : whole / power;
+  return number < 0 && whole != 0 ? -result : result;
 }
 
 }  // namespace jxc

@@ -20,4 +20,7 @@ std::optional<double> parseNumber(std::string_view text);
 /// 1.0000005 gives 1.000001 although the double lies a hair below.
 double toSixDecimals(double number);
 
+/// The same to `digits` decimals, down to -12 (tens, hundreds …) and up to 12; what `round` of a statement does.
+double roundDecimals(double number, int digits);
+
 }  // namespace jxc

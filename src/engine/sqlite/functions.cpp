@@ -14,7 +14,6 @@ namespace jxc::sqlite {
 
 namespace functions_detail {
 
-constexpr double kWholeLimit = 9007199254740992.0;  // beyond, a double has no half to round
 
 // ---- numbers ----
 
@@ -35,18 +34,6 @@ bool numberOf(sqlite3_context* context, sqlite3_value* value, double& number) {
   }
   refuse(context, function_failure::kNoNumber, text);
   return false;
-}
-
-/// Rounds half away from zero, half being half of the decimal figure and not of the nearest double.
-double roundTo(double x, int digits) {
-  static constexpr double kPowers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
-  const double power = kPowers[std::clamp(digits < 0 ? -digits : digits, 0, 12)];
-  double scaled = std::fabs(digits < 0 ? x / power : x * power);
-  if (!(scaled < kWholeLimit)) return x;
-  scaled += scaled * (2 * std::numeric_limits<double>::epsilon());
-  const double whole = std::floor(scaled + 0.5);
-  const double result = digits < 0 ? whole * power : whole / power;
-  return x < 0 && whole != 0 ? -result : result;
 }
 
 void decimal(sqlite3_context* context, int, sqlite3_value** v) {
@@ -99,7 +86,7 @@ void whole(sqlite3_context* context, int, sqlite3_value** v) {
   if (isNull(v[0])) return;
   if (sqlite3_value_type(v[0]) == SQLITE_INTEGER) return sqlite3_result_value(context, v[0]);
   double x = 0;
-  if (numberOf(context, v[0], x)) giveWhole(context, roundTo(toSixDecimals(x), 0));
+  if (numberOf(context, v[0], x)) giveWhole(context, roundDecimals(toSixDecimals(x), 0));
 }
 
 void bit(sqlite3_context* context, int, sqlite3_value** v) {
@@ -165,8 +152,8 @@ template <bool kRemainder>
 void divideWhole(sqlite3_context* context, int, sqlite3_value** v) {
   double a = 0, b = 0;
   if (!operands(context, v, a, b)) return;
-  a = roundTo(toSixDecimals(a), 0);
-  b = roundTo(toSixDecimals(b), 0);
+  a = roundDecimals(toSixDecimals(a), 0);
+  b = roundDecimals(toSixDecimals(b), 0);
   if (b == 0) return refuse(context, function_failure::kArithmetic, "division by zero");
   giveWhole(context, kRemainder ? std::fmod(a, b) : std::trunc(a / b));
 }
@@ -187,7 +174,7 @@ void round(sqlite3_context* context, int count, sqlite3_value** v) {
   }
   double x = 0;
   if (!numberOf(context, v[0], x)) return;
-  sqlite3_result_double(context, roundTo(x, count == 2 ? sqlite3_value_int(v[1]) : 0));
+  sqlite3_result_double(context, roundDecimals(x, count == 2 ? sqlite3_value_int(v[1]) : 0));
 }
 
 template <double (*kCut)(double)>
