@@ -15,7 +15,7 @@ drop table jxc_xtzt
 select back_path from jxc_backup
 select back_days from jxc_backup
 delete from jxc_backup
-insert into jxc_backup (back_auto,back_sj,back_days,back_path,back_exit) values (1,4,7,'/home/jxc/backup',1)
+insert into jxc_backup (back_auto,back_sj,back_days,back_path,back_exit) values (1,4,7,'D:\backup',1)
 select * from jxc_backup
 -- A fresh start keeps the goods but not their stock; the probe that finds out whether a table is there.
 update jxc_goods set g_kc=0,ghs_sn='100001'
