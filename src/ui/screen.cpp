@@ -157,6 +157,13 @@ bool Screen::showModal() {
   return exec() == QDialog::Accepted;
 }
 
+void Screen::present() {
+  placeRest();
+  activate();
+  focusFirst();
+  show();
+}
+
 void Screen::reject() {
   if (mayLeave()) QDialog::reject();
 }

@@ -86,6 +86,9 @@ class Screen : public QDialog {
   /// Runs the activation and shows the screen until it is left. Whether it was accepted (`accept()`).
   bool showModal();
 
+  /// Activates and shows without waiting: pictures and sweeps of all screens.
+  void present();
+
   /// Notices and questions of this screen, for the rules that it calls.
   Prompt& prompt();
 

@@ -21,9 +21,6 @@ QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus, QTextEdit:focus, QAbstra
   border: 2px solid @accent; padding: 1px 4px; }
 QLineEdit[readOnlyLook="true"], QPlainTextEdit[readOnlyLook="true"] { background: @window; }
 QLineEdit:disabled, QComboBox:disabled, QPlainTextEdit:disabled { background: @window; color: @muted; }
-QComboBox::drop-down { border: none; width: 20px; }
-QComboBox::down-arrow { width: 0; height: 0; border-left: 4px solid transparent; border-right: 4px solid transparent;
-  border-top: 5px solid @muted; margin-right: 6px; }
 QComboBox QAbstractItemView { border: 1px solid @line; background: @base; selection-background-color: @selection;
   selection-color: @selectionText; }
 QPushButton { border: 1px solid @line; border-radius: 3px; padding: 4px 12px; background: @button; color: @text;
@@ -66,9 +63,9 @@ QProgressBar::chunk { background: @accent; }
 #pageTabs QPushButton:hover { background: @hover; }
 #pageTabs QPushButton:focus { background: @hover; border: 1px solid @accent; border-left: 4px solid @accent; }
 #pageTabs QPushButton:checked { background: @window; border-left: 4px solid @accent; color: @accent; }
-QPushButton[tile="true"] { background: @base; border: 1px solid @line; border-radius: 6px; padding: 10px; }
-QPushButton[tile="true"]:hover { border-color: @accent; background: @hover; }
-QPushButton[tile="true"]:focus { border: 2px solid @accent; padding: 9px; }
+QToolButton[tile="true"] { background: @base; border: 1px solid @line; border-radius: 6px; padding: 10px; }
+QToolButton[tile="true"]:hover { border-color: @accent; background: @hover; }
+QToolButton[tile="true"]:focus { border: 2px solid @accent; padding: 9px; }
 QPushButton[sideCommand="true"] { text-align: left; border: none; background: transparent; padding: 7px 10px; }
 QPushButton[sideCommand="true"]:hover { background: @hover; }
 QPushButton[sideCommand="true"]:focus { border: 1px solid @accent; padding: 6px 9px; }

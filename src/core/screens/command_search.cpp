@@ -1,0 +1,139 @@
+#include "core/screens/command_search.h"
+
+#include "core/pinyin.h"
+#include "core/screens/command_runner.h"
+#include "ui/display.h"
+#include "ui/icons.h"
+
+#include <QKeyEvent>
+#include <QListWidget>
+
+#include <algorithm>
+
+namespace jxc {
+namespace command_search_detail {
+
+QString captionOf(const ui::CommandDefinition& command) {
+  QString caption = ui::qs(command.caption);
+  if (const auto bracket = caption.indexOf(QStringLiteral("(&")); bracket >= 0) caption.truncate(bracket);
+  return caption;
+}
+
+QString placeOf(const ui::CommandDefinition& command) {
+  for (const auto& page : ui::pages()) {
+    if (page.page == command.page) return ui::qs(page.caption);
+  }
+  return command.page == ui::Page::Maintenance ? QStringLiteral("系统维护") : QStringLiteral("主窗口");
+}
+
+// 0 is the best; -1 does not match.
+int rank(const ui::CommandDefinition& command, const QString& typed) {
+  const QString caption = captionOf(command);
+  if (caption.startsWith(typed, Qt::CaseInsensitive)) return 0;
+  const QString initials = makeJm(caption);
+  if (initials.startsWith(typed, Qt::CaseInsensitive)) return 1;
+  if (caption.contains(typed, Qt::CaseInsensitive)) return 2;
+  return initials.contains(typed, Qt::CaseInsensitive) ? 3 : -1;
+}
+
+}  // namespace command_search_detail
+
+std::vector<const ui::CommandDefinition*> matchingCommands(const QString& typed) {
+  using namespace command_search_detail;
+  std::vector<std::pair<int, const ui::CommandDefinition*>> ranked;
+  const QString plain = typed.trimmed();
+  for (const auto& command : ui::commands()) {
+    if (!isShown(command)) continue;
+    // One screen stands on several pages under one name: once is enough.
+    const bool known = std::any_of(ranked.begin(), ranked.end(), [&](const auto& other) {
+      return other.second->screen == command.screen && captionOf(*other.second) == captionOf(command) &&
+             !command.screen.empty() && isAllowed(*other.second);
+    });
+    const int at = plain.isEmpty() ? 0 : rank(command, plain);
+    if (at >= 0 && !known) ranked.emplace_back(at, &command);
+  }
+  std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<const ui::CommandDefinition*> result;
+  for (const auto& entry : ranked)
+    result.push_back(entry.second);
+  return result;
+}
+
+CommandSearch::CommandSearch(QWidget* parent, std::function<void(const ui::CommandDefinition&)> run)
+    : QLineEdit(parent), run_(std::move(run)) {
+  setObjectName(QStringLiteral("commandSearch"));
+  setPlaceholderText(QStringLiteral("查找功能：名称或拼音首字母 (Ctrl+K)"));
+  setAccessibleName(QStringLiteral("查找功能"));
+  setClearButtonEnabled(true);
+  setMinimumWidth(280);
+  addAction(ui::icon("search"), QLineEdit::LeadingPosition);
+  list_ = new QListWidget(parent->window());
+  list_->setObjectName(QStringLiteral("commandMatches"));
+  list_->setAccessibleName(QStringLiteral("找到的功能"));
+  list_->setFocusPolicy(Qt::NoFocus);
+  list_->hide();
+  connect(this, &QLineEdit::textChanged, this, [this] { refill(); });
+  connect(list_, &QListWidget::itemClicked, this, [this] { take(); });
+}
+
+void CommandSearch::begin() {
+  setFocus(Qt::ShortcutFocusReason);
+  selectAll();
+  refill();
+}
+
+void CommandSearch::refill() {
+  found_ = matchingCommands(text());
+  list_->clear();
+  for (const auto* command : found_) {
+    list_->addItem(new QListWidgetItem(
+        ui::icon(command->icon),
+        command_search_detail::captionOf(*command) + QStringLiteral("　") + command_search_detail::placeOf(*command)));
+  }
+  list_->setCurrentRow(found_.empty() ? -1 : 0);
+  const bool show = hasFocus() && !found_.empty();
+  if (show) {
+    const int rows = std::min<int>(10, static_cast<int>(found_.size()));
+    const QPoint below = mapTo(window(), QPoint(0, height() + 2));
+    list_->setGeometry(below.x(), below.y(), width(), rows * std::max(24, list_->sizeHintForRow(0)) + 6);
+    list_->raise();
+  }
+  list_->setVisible(show);
+}
+
+void CommandSearch::take() {
+  const int row = list_->currentRow();
+  if (row < 0 || row >= static_cast<int>(found_.size())) return;
+  const auto* command = found_[static_cast<std::size_t>(row)];
+  clear();
+  list_->hide();
+  run_(*command);
+}
+
+void CommandSearch::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Up: {
+      const int step = event->key() == Qt::Key_Down ? 1 : -1;
+      if (!list_->isVisible()) return refill();
+      return list_->setCurrentRow(std::clamp(list_->currentRow() + step, 0, list_->count() - 1));
+    }
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return take();
+    case Qt::Key_Escape:
+      clear();
+      list_->hide();
+      return parentWidget()->setFocus();
+    default:
+      break;
+  }
+  QLineEdit::keyPressEvent(event);
+}
+
+void CommandSearch::focusOutEvent(QFocusEvent* event) {
+  list_->hide();
+  QLineEdit::focusOutEvent(event);
+}
+
+}  // namespace jxc

@@ -1,0 +1,507 @@
+#include "core/screens/main_form.h"
+
+#include "core/build_info.h"
+#include "core/clock.h"
+#include "core/log.h"
+#include "core/login.h"
+#include "core/pinyin.h"
+#include "core/screens/command_runner.h"
+#include "core/screens/command_search.h"
+#include "core/screens/command_tile.h"
+#include "core/screens/login.h"
+#include "core/session.h"
+#include "core/startup.h"
+#include "core/statements.h"
+#include "stock/ledger.h"
+#include "ui/display.h"
+#include "ui/icons.h"
+#include "ui/screen.h"
+#include "ui/skin.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace jxc {
+namespace main_form_detail {
+
+/// A page's tiles stand in as many columns as there is room for.
+constexpr int kTileWidth = 176;
+constexpr int kTypeAhead = 1200;  // ms until the next letter begins a new word
+
+QPushButton* sideCommand(std::string_view name, const ui::CommandDefinition& command, QWidget* parent) {
+  auto* button = new QPushButton(ui::icon(command.icon), ui::qs(command.caption), parent);
+  button->setObjectName(ui::qs(name));
+  button->setAutoDefault(false);
+  button->setProperty("sideCommand", true);
+  return button;
+}
+
+}  // namespace main_form_detail
+
+struct TF_MainForm::PagePart {
+  ui::Page page;
+  QPushButton* tab;
+  QWidget* panel;
+  QGridLayout* raster;
+  std::vector<CommandTile*> tiles;
+  std::vector<std::pair<QPushButton*, const ui::CommandDefinition*>> side;
+};
+
+MainFormHooks& mainFormHooks() {
+  static MainFormHooks hooks;
+  return hooks;
+}
+
+TF_MainForm::TF_MainForm() : prompt_(this) {
+  setObjectName(QStringLiteral("F_MainForm"));
+  setWindowTitle(build::windowTitle());
+  setMinimumSize(560, 320);
+  resize(1180, 680);
+
+  auto* outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  outer->setSpacing(0);
+  auto* middle = new QHBoxLayout;
+  middle->setSpacing(0);
+  stack_ = new QStackedWidget(this);
+  auto* right = new QVBoxLayout;
+  right->setContentsMargins(18, 12, 18, 12);
+  auto* side = makeSideBar();
+  right->addWidget(makeHeader());
+  right->addWidget(stack_, 1);
+  middle->addWidget(side);
+  middle->addLayout(right, 1);
+  outer->addLayout(middle, 1);
+  outer->addWidget(makeStatusBar());
+
+  setCommandAction("btn_Hbgl", [this] { changeOperatorClick(); });
+  setCommandAction("btn_Tcxt", [this] { close(); });
+
+  Timer1.setSingleShot(true);
+  Timer1.setInterval(200);
+  connect(&Timer1, &QTimer::timeout, this, [this] { reminders(); });
+  connect(&TimerBackUp, &QTimer::timeout, this, [] {
+    if (mainFormHooks().backupDatabase) mainFormHooks().backupDatabase();
+  });
+  Timeremail.setSingleShot(true);
+  Timeremail.setInterval(120000);
+  connect(&Timeremail, &QTimer::timeout, this, [] {
+    if (mainFormHooks().sendMail) mainFormHooks().sendMail();
+  });
+  clockTimer_.setInterval(1000);
+  connect(&clockTimer_, &QTimer::timeout, this,
+          [this] { clockPane_->setText(clock::now().toString(QStringLiteral("yyyy-MM-dd HH:mm"))); });
+  typedTimer_.setSingleShot(true);
+  typedTimer_.setInterval(main_form_detail::kTypeAhead);
+  connect(&typedTimer_, &QTimer::timeout, this, [this] { typed_.clear(); });
+  showPage(ui::Page::Purchasing);
+}
+
+TF_MainForm::~TF_MainForm() = default;
+
+QWidget* TF_MainForm::makeSideBar() {
+  auto* bar = new QWidget(this);
+  bar->setObjectName(QStringLiteral("sideBar"));
+  bar->setAttribute(Qt::WA_StyledBackground);
+  auto* layout = new QVBoxLayout(bar);
+  layout->setContentsMargins(0, 10, 0, 8);
+  layout->setSpacing(0);
+  auto* tabs = new QWidget(bar);
+  tabs->setObjectName(QStringLiteral("pageTabs"));
+  auto* tabLayout = new QVBoxLayout(tabs);
+  tabLayout->setContentsMargins(0, 0, 0, 0);
+  tabLayout->setSpacing(1);
+  for (const auto& page : ui::pages()) {
+    auto* tab = new QPushButton(ui::qs(page.caption), tabs);
+    tab->setObjectName(ui::qs(page.tab));
+    tab->setToolTip(ui::qs(page.shortcut));
+    tab->setCheckable(true);
+    tab->setAutoExclusive(true);
+    tab->setAutoDefault(false);
+    connect(tab, &QPushButton::clicked, this, [this, which = page.page] { showPage(which); });
+    tabLayout->addWidget(tab);
+    pages_.push_back({page.page, tab, nullptr, nullptr, {}, {}});
+    stack_->addWidget(makePage(page));
+  }
+  layout->addWidget(tabs);
+  layout->addStretch(1);
+  for (const auto& command : ui::commands()) {
+    if (command.place != ui::Place::Bar) continue;
+    auto* button = main_form_detail::sideCommand(command.name, command, bar);
+    connect(button, &QPushButton::clicked, this, [this, name = command.name] { run(name); });
+    layout->addWidget(button);
+  }
+  bar->setMinimumWidth(150);
+  return bar;
+}
+
+QWidget* TF_MainForm::makeHeader() {
+  auto* header = new QWidget(this);
+  auto* layout = new QHBoxLayout(header);
+  layout->setContentsMargins(0, 0, 0, 6);
+  title_ = new QLabel(header);
+  title_->setObjectName(QStringLiteral("pageTitle"));
+  title_->setProperty("title", true);
+  search_ = new CommandSearch(header, [this](const ui::CommandDefinition& command) { run(command.name); });
+  layout->addWidget(title_, 1);
+  layout->addWidget(search_);
+  return header;
+}
+
+QWidget* TF_MainForm::makeStatusBar() {
+  auto* bar = new QWidget(this);
+  bar->setObjectName(QStringLiteral("sideBar"));
+  bar->setAttribute(Qt::WA_StyledBackground);
+  auto* layout = new QHBoxLayout(bar);
+  layout->setContentsMargins(12, 2, 12, 2);
+  layout->setSpacing(24);
+  operatorPane_ = new QLabel(bar);
+  operatorPane_->setObjectName(QStringLiteral("RzStatusPane_Admin"));
+  accountPane_ = new QLabel(bar);
+  accountPane_->setObjectName(QStringLiteral("RzStatusPane_Zt"));
+  helpPane_ = new QPushButton(bar);
+  helpPane_->setObjectName(QStringLiteral("RzStatusPane_Help"));
+  helpPane_->setProperty("sideCommand", true);
+  helpPane_->setFocusPolicy(Qt::NoFocus);
+  clockPane_ = new QLabel(bar);
+  clockPane_->setObjectName(QStringLiteral("RzStatusPane_Time"));
+  connect(helpPane_, &QPushButton::clicked, this, [] {
+    const QString address = QString::fromUtf16(build::webAddress);
+    if (!address.isEmpty()) QDesktopServices::openUrl(QUrl(address));
+  });
+  layout->addWidget(operatorPane_);
+  layout->addWidget(accountPane_);
+  layout->addStretch(1);
+  layout->addWidget(helpPane_);
+  layout->addWidget(clockPane_);
+  return bar;
+}
+
+QWidget* TF_MainForm::makePage(const ui::PageDefinition& page) {
+  auto& part = pages_.back();
+  auto* panel = new QWidget;
+  part.panel = panel;
+  panel->setObjectName(ui::qs(page.panel));
+  panel->setAccessibleName(ui::qs(page.caption));
+  auto* layout = new QHBoxLayout(panel);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* scroll = new QScrollArea(panel);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  auto* area = new QWidget;
+  part.raster = new QGridLayout(area);
+  part.raster->setContentsMargins(3, 3, 12, 3);
+  part.raster->setSpacing(14);
+  part.raster->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  scroll->setWidget(area);
+  layout->addWidget(scroll, 1);
+
+  auto* sideArea = new QVBoxLayout;
+  sideArea->setSpacing(2);
+  const auto addSide = [&](std::string_view name, const ui::CommandDefinition& command) {
+    auto* button = main_form_detail::sideCommand(name, command, panel);
+    connect(button, &QPushButton::clicked, this, [this, name] { run(name); });
+    sideArea->addWidget(button);
+    part.side.emplace_back(button, &command);
+    return button;
+  };
+  QMenu* posMenu = nullptr;
+  for (const auto& command : ui::commands()) {
+    if (command.page != page.page) continue;
+    if (command.place == ui::Place::Large) {
+      auto* tile = new CommandTile(command, area);
+      connect(tile, &QToolButton::clicked, this, [this, name = command.name] { run(name); });
+      part.tiles.push_back(tile);
+    } else if (command.place == ui::Place::Side) {
+      addSide(command.name, command);
+    } else if (command.place == ui::Place::PosMenu) {
+      if (!posMenu) {
+        posMenu = new QMenu(panel);
+        posMenu->setObjectName(QStringLiteral("PopupMenu_Pos"));
+      }
+      auto* action = posMenu->addAction(ui::icon(command.icon), ui::qs(command.caption), this,
+                                        [this, name = command.name] { run(name); });
+      action->setObjectName(ui::qs(command.name));
+    }
+  }
+  if (posMenu) {
+    auto* drop = new QPushButton(ui::icon("till"), QStringLiteral("POS统计"), panel);
+    drop->setObjectName(QStringLiteral("btn_Menu4_BtnB"));
+    drop->setProperty("sideCommand", true);
+    drop->setAutoDefault(false);
+    drop->setMenu(posMenu);
+    sideArea->addWidget(drop);
+  }
+  for (const auto& repeat : ui::repeats()) {
+    if (repeat.page != page.page) continue;
+    const auto* command = ui::findCommand(repeat.runs);
+    // The warehouse picture and the second way into an analysis stand apart from the commands of other pages.
+    auto* button = addSide(repeat.name, *command);
+    if (repeat.name.substr(0, 4) == "img_") button->setToolTip(QStringLiteral("仓库"));
+  }
+  sideArea->addStretch(1);
+  layout->addLayout(sideArea);
+  return panel;
+}
+
+void TF_MainForm::showPage(ui::Page page) {
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    if (pages_[i].page != page) continue;
+    stack_->setCurrentWidget(pages_[i].panel);
+    pages_[i].tab->setChecked(true);
+    title_->setText(pages_[i].tab->text());
+  }
+  shapePages();
+}
+
+ui::Page TF_MainForm::currentPage() const {
+  for (const auto& part : pages_) {
+    if (part.panel == stack_->currentWidget()) return part.page;
+  }
+  return ui::Page::Purchasing;
+}
+
+std::vector<CommandTile*> TF_MainForm::visibleTiles() const {
+  std::vector<CommandTile*> result;
+  for (const auto& part : pages_) {
+    if (part.panel != stack_->currentWidget()) continue;
+    for (auto* tile : part.tiles) {
+      if (!tile->isHidden()) result.push_back(tile);
+    }
+  }
+  return result;
+}
+
+// Parameters take commands off their pages; what is left closes up.
+void TF_MainForm::shapePages() {
+  for (auto& part : pages_) {
+    int digit = 0;
+    for (auto* tile : part.tiles) {
+      const bool shown = isShown(tile->command());
+      tile->setVisible(shown);
+      tile->setDigit(shown && digit < 9 ? ++digit : 0);
+    }
+    for (auto& [button, command] : part.side)
+      button->setVisible(isShown(*command));
+  }
+  arrangeTiles();
+}
+
+void TF_MainForm::arrangeTiles() {
+  for (auto& part : pages_) {
+    const int room = std::max(stack_->width() - 190, main_form_detail::kTileWidth);
+    const int columns = std::clamp(room / main_form_detail::kTileWidth, 1, 5);
+    int place = 0;
+    for (auto* tile : part.tiles) {
+      if (tile->isHidden()) continue;
+      part.raster->addWidget(tile, place / columns, place % columns);
+      ++place;
+    }
+  }
+}
+
+void TF_MainForm::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  arrangeTiles();
+}
+
+bool TF_MainForm::formShow() {
+  setWindowTitle(build::windowTitle());
+  showPage(ui::Page::Purchasing);
+  ui::applySkin(startupSkin());
+  session().editMode.clear();
+  TF_Login form;
+  form.showModal();
+  if (!form.loginOk) return false;
+  loggedIn_ = true;
+  showStatus();
+  Timer1.start();
+  clockTimer_.start();
+  formActivate();
+  return true;
+}
+
+void TF_MainForm::showStatus() {
+  operatorPane_->setText(QStringLiteral("操作员：") + session().a_name);
+  accountPane_->setText(QStringLiteral("当前帐套:") + session().accountName);
+}
+
+void TF_MainForm::formActivate() {
+  loadSession();
+  showPage(ui::Page::Purchasing);
+  showStatus();
+  helpPane_->setText(QStringLiteral("按F1键查看帮助文档  ") + QString::fromUtf16(build::webAddress));
+  ensureStockRows(clock::month());
+  setWindowTitle(build::windowTitle(lookupValue("select c_jc from jxc_company ")));
+  TimerBackUp.stop();
+  if (session().back_auto == u"1" && session().back_sj > 0 && mainFormHooks().backupDatabase) {
+    // A timer counts milliseconds in 32 bits; nobody waits longer than that for a backup.
+    TimerBackUp.start(static_cast<int>(std::min<qint64>(qint64(session().back_sj) * 3600000, 0x7fffffff)));
+  }
+  if (session().mailDue == u"1" && mainFormHooks().sendMail && !Timeremail.isActive()) Timeremail.start();
+  if (!isVisible()) show();
+  const auto tiles = visibleTiles();
+  if (!tiles.empty()) tiles.front()->setFocus(Qt::OtherFocusReason);
+}
+
+bool TF_MainForm::event(QEvent* event) {
+  const bool result = QWidget::event(event);
+  if (event->type() == QEvent::WindowActivate && loggedIn_ && !busy_ && !leaving_ && isVisible()) formActivate();
+  return result;
+}
+
+void TF_MainForm::run(std::string_view command) {
+  if (busy_) return;
+  struct Busy {
+    explicit Busy(bool& flag) : flag(flag) { flag = true; }
+    ~Busy() { flag = false; }
+    bool& flag;
+  };
+  {
+    const Busy busy(busy_);
+    runCommand(command, prompt_);
+  }
+  // The screen is gone and the window has the focus again.
+  if (!leaving_ && ui::findCommand(command) && !ui::findCommand(command)->screen.empty()) formActivate();
+}
+
+void TF_MainForm::openTile(CommandTile* tile) {
+  run(tile->command().name);
+}
+
+void TF_MainForm::changeOperatorClick() {
+  session().editMode = QStringLiteral("hb");
+  TF_Login form;
+  form.showModal();
+  session().editMode.clear();
+  showStatus();
+  loadSession();
+  formActivate();
+}
+
+void TF_MainForm::reminders() {
+  if (ui::isScreenRegistered("F_Mryt") && !lookupValue("select t_mryt from jxc_txdisp where t_mryt='1'").isEmpty()) {
+    ui::openScreen("F_Mryt");
+  }
+  if (!ui::isScreenRegistered("F_Sjtx")) return;
+  if (!lookupValue("select t_sjtx from jxc_txdisp where t_sjtx='0'").isEmpty()) {
+    ui::openScreen("F_Sjtx");
+  }
+}
+
+void TF_MainForm::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (leaving_ || !loggedIn_) return event->accept();
+  if (!prompt_.ask(QStringLiteral("是否要退出系统？"))) return;
+  leaving_ = true;
+  writeLog(QStringLiteral("退出系统"));
+  if (session().back_exit == u"1" && mainFormHooks().backupDatabase) mainFormHooks().backupDatabase();
+  event->accept();
+  QApplication::quit();
+}
+
+void TF_MainForm::moveFocus(int key) {
+  const auto tiles = visibleTiles();
+  auto* now = dynamic_cast<CommandTile*>(focusWidget());
+  const auto found = std::find(tiles.begin(), tiles.end(), now);
+  if (tiles.empty()) return;
+  if (found == tiles.end()) return tiles.front()->setFocus(Qt::TabFocusReason);
+  const int columns = std::max(
+      1,
+      std::clamp(std::max(stack_->width() - 190, main_form_detail::kTileWidth) / main_form_detail::kTileWidth, 1, 5));
+  const int step = key == Qt::Key_Left ? -1 : key == Qt::Key_Right ? 1 : key == Qt::Key_Up ? -columns : columns;
+  const int place = static_cast<int>(found - tiles.begin()) + step;
+  if (place >= 0 && place < static_cast<int>(tiles.size())) {
+    tiles[static_cast<std::size_t>(place)]->setFocus(Qt::TabFocusReason);
+  }
+}
+
+// Initials of a caption: one that is left alone opens, of several the first takes the focus.
+bool TF_MainForm::typeAhead(const QString& text) {
+  if (text.isEmpty() || !text.at(0).isLetter()) return false;
+  typed_ += text.toUpper();
+  typedTimer_.start();
+  std::vector<CommandTile*> matches;
+  for (auto* tile : visibleTiles()) {
+    if (makeJm(tile->accessibleName()).startsWith(typed_) || tile->accessibleName().startsWith(typed_)) {
+      matches.push_back(tile);
+    }
+  }
+  if (matches.empty()) {
+    typed_.clear();
+    return true;
+  }
+  matches.front()->setFocus(Qt::TabFocusReason);
+  if (matches.size() == 1 && typed_.size() > 1) {
+    typed_.clear();
+    openTile(matches.front());
+  }
+  return true;
+}
+
+void TF_MainForm::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  if (modifiers == Qt::ControlModifier) {
+    if (key == Qt::Key_K) return search_->begin();
+    if (key >= Qt::Key_1 && key < Qt::Key_1 + static_cast<int>(pages_.size())) {
+      showPage(pages_[static_cast<std::size_t>(key - Qt::Key_1)].page);
+      const auto tiles = visibleTiles();
+      if (!tiles.empty()) tiles.front()->setFocus(Qt::TabFocusReason);
+      return;
+    }
+  }
+  if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier) return QWidget::keyPressEvent(event);
+  switch (key) {
+    case Qt::Key_F1:
+      QDesktopServices::openUrl(QUrl::fromLocalFile(programPath(QStringLiteral("readme.htm"))));
+      return;
+    case Qt::Key_F2: {
+      busy_ = true;
+      ui::openScreen("F_Xtsd");
+      busy_ = false;
+      return formActivate();
+    }
+    case Qt::Key_Escape:
+      close();
+      return;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return moveFocus(key);
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp: {
+      const int step = key == Qt::Key_PageDown ? 1 : static_cast<int>(pages_.size()) - 1;
+      return showPage(pages_[static_cast<std::size_t>((stack_->currentIndex() + step) % stack_->count())].page);
+    }
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (auto* tile = dynamic_cast<CommandTile*>(focusWidget())) return openTile(tile);
+      if (auto* button = qobject_cast<QPushButton*>(focusWidget())) return button->click();
+      return;
+    default:
+      break;
+  }
+  if (key >= Qt::Key_1 && key <= Qt::Key_9) {
+    const auto tiles = visibleTiles();
+    const auto place = static_cast<std::size_t>(key - Qt::Key_1);
+    if (place < tiles.size()) openTile(tiles[place]);
+    return;
+  }
+  if (!typeAhead(event->text())) QWidget::keyPressEvent(event);
+}
+
+}  // namespace jxc

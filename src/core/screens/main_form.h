@@ -1,0 +1,89 @@
+// 主窗口: seven pages of large buttons, the status panes, the global commands and the timers of the program.
+#pragma once
+
+#include "ui/commands.h"
+#include "ui/message_box_prompt.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+
+namespace jxc {
+
+class CommandSearch;
+class CommandTile;
+
+/// What other subsystems do on the window's timers and on its way out; empty until they are there.
+struct MainFormHooks {
+  std::function<void()> backupDatabase;  // every back_sj hours, and on the way out when back_exit says so
+  std::function<void()> sendMail;        // the day's mail digest
+};
+MainFormHooks& mainFormHooks();
+
+/// The desktop of the program. Everything opens from here, modally, after a test of rights.
+class TF_MainForm : public QWidget {
+ public:
+  TF_MainForm();
+  ~TF_MainForm() override;
+
+  /// First showing: look, login, status panes, reminders. False when nobody logged in: the program ends.
+  bool formShow();
+  /// After the login and whenever the window is active again: page one, session, stock rows, title, timers.
+  void formActivate();
+
+  void showPage(ui::Page page);
+  ui::Page currentPage() const;
+  void run(std::string_view command);
+  /// Tiles of the page that is shown, in their order.
+  std::vector<CommandTile*> visibleTiles() const;
+
+  QTimer Timer1;       // reminders at start
+  QTimer TimerBackUp;  // backups
+  QTimer Timeremail;   // mail digest
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  struct PagePart;
+  QWidget* makeSideBar();
+  QWidget* makeHeader();
+  QWidget* makeStatusBar();
+  QWidget* makePage(const ui::PageDefinition& page);
+  void arrangeTiles();
+  void shapePages();
+  void showStatus();
+  void reminders();
+  void changeOperatorClick();
+  void moveFocus(int key);
+  void openTile(CommandTile* tile);
+  bool typeAhead(const QString& text);
+
+  ui::MessageBoxPrompt prompt_;
+  std::vector<PagePart> pages_;
+  QStackedWidget* stack_ = nullptr;
+  QLabel* title_ = nullptr;
+  QLabel* operatorPane_ = nullptr;
+  QLabel* accountPane_ = nullptr;
+  QLabel* clockPane_ = nullptr;
+  QPushButton* helpPane_ = nullptr;
+  CommandSearch* search_ = nullptr;
+  QTimer clockTimer_;
+  QString typed_;  // initials typed so far
+  QTimer typedTimer_;
+  bool loggedIn_ = false;
+  bool busy_ = false;  // a command is running: its screens come and go, and the window is not "active again"
+  bool leaving_ = false;
+};
+
+}  // namespace jxc
