@@ -259,7 +259,7 @@ void Screen::showEvent(QShowEvent* event) {
   // Every screen fits a small display, also at twice the scale; what is larger scrolls inside its grids.
   if (const auto* display = screen()) {
     const QSize room = display->availableSize() - QSize(16, 48);
-    const QSize wish = sizeHint().expandedTo(grids_.empty() ? QSize() : QSize(1000, 620)).boundedTo(room);
+    const QSize wish = sizeHint().expandedTo(grids_.empty() ? QSize(380, 0) : QSize(1000, 620)).boundedTo(room);
     if (!testAttribute(Qt::WA_Resized) || width() > room.width() || height() > room.height()) resize(wish);
   }
   QDialog::showEvent(event);
