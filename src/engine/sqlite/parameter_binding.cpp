@@ -67,10 +67,9 @@ void bindStatic(sqlite3_stmt* statement, int at, std::string_view text) {
 
 constexpr std::size_t bytesPerUnit = 3;  // of UTF-8 at most, for one unit of UTF-16
 
+/// A character beyond ASCII.
 char* encode(char* out, char32_t c) {
-  if (c < 0x80) {
-    *out++ = static_cast<char>(c);
-  } else if (c < 0x800) {
+  if (c < 0x800) {
     *out++ = static_cast<char>(0xc0 | (c >> 6));
     *out++ = static_cast<char>(0x80 | (c & 0x3f));
   } else if (c < 0x10000) {
@@ -206,6 +205,10 @@ std::string_view ParameterBinder::toUtf8(QStringView text) {
   const char16_t* const end = in + text.size();
   while (in != end) {
     char32_t c = *in++;
+    if (c < 0x80) {
+      *out++ = static_cast<char>(c);
+      continue;
+    }
     if (c >= 0xd800 && c < 0xe000) {  // half of a pair; alone it is no character
       const bool pair = c < 0xdc00 && in != end && *in >= 0xdc00 && *in < 0xe000;
       c = pair ? 0x10000 + ((c - 0xd800) << 10) + (char32_t{*in++} - 0xdc00) : 0xfffd;

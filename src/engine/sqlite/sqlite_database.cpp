@@ -136,8 +136,18 @@ SqliteDatabase::~SqliteDatabase() = default;
 // ---- statements by their text ----
 
 SqliteDatabase::Statement& SqliteDatabase::statementFor(std::string_view text) {
-  if (const auto found = statements_.find(text); found != statements_.end()) return *found->second;
-  if (statements_.size() >= sqlite_database_detail::statementLimit) statements_.clear();
+  Place& place = places_[((reinterpret_cast<std::uintptr_t>(text.data()) >> 3) + text.size()) %
+                         std::tuple_size_v<decltype(places_)>];
+  if (place.statement == nullptr || place.text != text) {
+    const auto found = statements_.find(text);
+    if (found == statements_.end()) return translateAndKeep(text);
+    place = {found->first, found->second.get()};
+  }
+  return *place.statement;
+}
+
+SqliteDatabase::Statement& SqliteDatabase::translateAndKeep(std::string_view text) {
+  if (statements_.size() >= sqlite_database_detail::statementLimit) forgetStatements();
   auto statement = translate(text);
   if (statement->plan.kind != jet::Plan::Kind::Definition) {
     for (const jet::Step& step : statement->plan.steps)
@@ -182,6 +192,7 @@ void SqliteDatabase::check(const SqlText& sql) {
 }
 
 void SqliteDatabase::forgetStatements() {
+  places_.fill({});
   statements_.clear();
   catalogue_.forget();
 }
@@ -249,7 +260,8 @@ auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values
     sqlite_database_detail::requireValues(statement.plan, values, sql.view());
     sqlite3_stmt* native = statement.steps.front().native.get();
     auto result = read(statement);
-    if (!sqlite_database_detail::compiledAnew(native)) return result;
+    // Nobody else sees a database in memory, and nobody else writes during a transaction.
+    if (role_.file.isEmpty() || depth_ > 0 || !sqlite_database_detail::compiledAnew(native)) return result;
     const std::int64_t before = schemaVersion_;
     followSchema();
     if (schemaVersion_ == before) return result;

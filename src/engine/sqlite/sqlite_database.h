@@ -8,6 +8,7 @@
 #include "engine/sqlite/sqlite_catalogue.h"
 #include "jet/plan.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -61,7 +62,14 @@ class SqliteDatabase final : public Database {
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
   };
 
+  /// A statement at the place where its text stands in the program: a literal is found there again without hashing it.
+  struct Place {
+    std::string_view text;  // the key in statements_
+    Statement* statement = nullptr;
+  };
+
   Statement& statementFor(std::string_view text);
+  Statement& translateAndKeep(std::string_view text);
   std::unique_ptr<Statement> translate(std::string_view text);
   StatementHandle prepare(const std::string& native, std::string_view text) const;
   template <class Read>
@@ -89,6 +97,7 @@ class SqliteDatabase final : public Database {
   SqliteCatalogue catalogue_;
   ParameterBinder binder_;
   std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;
+  std::array<Place, 256> places_;
   std::unordered_map<std::string, StatementHandle, TextHash, std::equal_to<>> commands_;
   std::int64_t schemaVersion_ = 0;
   int depth_ = 0;
