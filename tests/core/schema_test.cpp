@@ -166,6 +166,13 @@ TEST(Schema, ATableRoutineBeginsAfresh) {
   createTable(*database, "jxc_dw");
   EXPECT_EQ(count(*database, "jxc_dw"), 2) << "what it held is gone, its seeds are back";
 
+  database->execute("insert into jxc_dw (dw_sn,dw_name) values ('100004','盒')");
+  {
+    const Transaction abandoned(*database);
+    createTable(*database, "jxc_dw");
+  }
+  EXPECT_EQ(count(*database, "jxc_dw"), 3) << "making a table is taken back with the rest of a command";
+
   createTable(*database, "jxc_kcsp");
   createTable(*database, "jxc_kcsp");
   EXPECT_THROW(schema::createIndexes(*database, "jxc_kcsp"), DbError) << "its indexes came with it";

@@ -101,11 +101,13 @@ void createTable(Database& database, std::string_view name, std::string_view suf
   const schema::TableDefinition* definition = schema::findDefinition(name);
   if (!definition) throw std::invalid_argument("no such table: " + std::string(name));
   const std::string table = std::string(name).append(suffix);
+  Transaction transaction(database);  // a failure half-way must not leave the set without the table
   dropTableIfExists(database, table);
   database.execute(schema_detail::createText(*definition, table));
   for (const std::string_view seed : definition->seeds)
     database.execute("insert into [" + table + "] " + std::string(seed));
   schema::createIndexes(database, name, suffix);
+  transaction.commit();
 }
 
 void createAllTables(Database& database) {

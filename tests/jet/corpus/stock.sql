@@ -179,7 +179,9 @@ select top 1 gl_djh from jxc_goodslist where gl_djh<>'' and ck_sn='100001' and g
 update jxc_kcpdsp set id2=id where gl_djh='PD21050310001'
 insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,gl_dj,gl_sl,gl_zje,gl_je,gl_dzl,ghs_sn,ghs_name,gl_sysl,gl_pjjj,gl_taxdj,id2,ck_sn,ck_name,u_name,a_name,gl_kc,gl_kczje,gl_sqsl,gl_sqje) select 'pd' as glflag,a.gl_djh,a.pd_rq,b.g_sn,c.g_name,b.pd_dj,b.pd_sl-b.kc_sl,b.pd_zje,b.pd_zje,1,'','库存盘点',b.pd_sl,b.pd_dj,b.pd_dj,b.id2,d.ck_sn,d.ck_name,e.u_name,b.a_name,0,0,0,0 from jxc_kcpd a,jxc_kcpdsp b,jxc_goods c,jxc_ckxx d,jxc_user e where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.ck_sn=d.ck_sn and a.u_sn=e.u_sn and b.pd_sl<>b.kc_sl and a.gl_djh='PD21050310001' order by b.id
 update jxc_kcsp set kc_sl=9,kc_zsl=9 where g_sn='20000001' and ck_sn='100001'
+update jxc_goods set g_kc=g_kc+-1 where g_sn='20000001'
 update jxc_goods set g_kc=g_kc+(-1) where g_sn='20000001'
+update jxc_kcsp set kc_sl=kc_sl,kc_zsl=kc_zsl where g_sn='20000001' and ck_sn='100001'
 select max(id) as rid from jxc_goodslist where gl_djh='PD21050310001'
 select top 1 gl_djh from jxc_goodslist where ck_sn='100001' and gl_kdrq>='2021-05-03 23:59:59' and id>2 and g_sn in  (select distinct g_sn from jxc_kcpdsp where gl_djh='PD21050310001') 
 
