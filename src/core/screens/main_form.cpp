@@ -10,6 +10,7 @@
 #include "core/screens/command_tile.h"
 #include "core/screens/login.h"
 #include "core/session.h"
+#include "core/start_reminders.h"
 #include "core/startup.h"
 #include "core/statements.h"
 #include "stock/ledger.h"
@@ -46,6 +47,13 @@ QPushButton* sideCommand(std::string_view name, const ui::CommandDefinition& com
   button->setProperty("sideCommand", true);
   return button;
 }
+
+/// While one lives, the window's own screens come and go: it is not "active again" in between.
+struct Busy {
+  explicit Busy(bool& flag) : flag(flag) { flag = true; }
+  ~Busy() { flag = false; }
+  bool& flag;
+};
 
 }  // namespace main_form_detail
 
@@ -364,13 +372,8 @@ bool TF_MainForm::event(QEvent* event) {
 
 void TF_MainForm::run(std::string_view command) {
   if (busy_) return;
-  struct Busy {
-    explicit Busy(bool& flag) : flag(flag) { flag = true; }
-    ~Busy() { flag = false; }
-    bool& flag;
-  };
   {
-    const Busy busy(busy_);
+    const main_form_detail::Busy busy(busy_);
     runCommand(command, prompt_);
   }
   // The screen is gone and the window has the focus again.
@@ -382,22 +385,28 @@ void TF_MainForm::openTile(CommandTile* tile) {
 }
 
 void TF_MainForm::changeOperatorClick() {
+  // The search box and the side bar come here too, not only through run().
+  const bool wasBusy = std::exchange(busy_, true);
   session().editMode = QStringLiteral("hb");
   TF_Login form;
   form.showModal();
   session().editMode.clear();
+  busy_ = wasBusy;
   showStatus();
   loadSession();
   formActivate();
 }
 
 void TF_MainForm::reminders() {
-  if (ui::isScreenRegistered("F_Mryt") && !lookupValue("select t_mryt from jxc_txdisp where t_mryt='1'").isEmpty()) {
-    ui::openScreen("F_Mryt");
-  }
+  Timer1.stop();
+  const main_form_detail::Busy busy(busy_);
+  if (showsDailyTip()) ui::openScreen("F_Mryt");
   if (!ui::isScreenRegistered("F_Sjtx")) return;
-  if (!lookupValue("select t_sjtx from jxc_txdisp where t_sjtx='0'").isEmpty()) {
+  if (showsReminderList()) {
     ui::openScreen("F_Sjtx");
+  } else if (hasDueReminders()) {
+    ui::openScreen("F_Sjtx");
+    markDueReminders();
   }
 }
 
@@ -469,9 +478,10 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
       QDesktopServices::openUrl(QUrl::fromLocalFile(programPath(QStringLiteral("readme.htm"))));
       return;
     case Qt::Key_F2: {
-      busy_ = true;
-      ui::openScreen("F_Xtsd");
-      busy_ = false;
+      {
+        const main_form_detail::Busy busy(busy_);
+        ui::openScreen("F_Xtsd");
+      }
       return formActivate();
     }
     case Qt::Key_Escape:

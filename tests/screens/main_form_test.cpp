@@ -1,0 +1,227 @@
+// The way into the program, its pages, its commands and the way out.
+#include "core/screens/main_form.h"
+
+#include "core/rights.h"
+#include "core/screens/command_runner.h"
+#include "core/screens/command_search.h"
+#include "core/screens/command_tile.h"
+#include "core/screens/login.h"
+#include "core/start_reminders.h"
+#include "screens/harness/screen_test.h"
+#include "ui/skin.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+
+namespace jxc::test {
+namespace main_form_test {
+
+bool isShown(const TF_MainForm& form, const char* name) {
+  const auto* button = form.findChild<QWidget*>(QString::fromLatin1(name));
+  return button && !button->isHidden();
+}
+
+}  // namespace main_form_test
+
+class MainFormTest : public ScreenTest {
+ protected:
+  void makeClerk(const QString& rights) {
+    setRights(QStringLiteral("100002"), "xsgl", rights);
+    becomeOperator(QStringLiteral("王芳"), QStringLiteral("100002"), QStringLiteral("100002"));
+  }
+};
+
+TEST_F(MainFormTest, LoginTellsABlankPasswordRefusesAWrongOneAndBeginsOnPageOne) {
+  execSql("update jxc_admin set a_pwd='abc' where a_name='admin'");
+  insertRow("jxc_admin", {{"a_sn", u"100002"}, {"a_name", u"王芳"}, {"r_sn", u"100001"}, {"a_pwd", u""}, {"a_jyt", 0}});
+  insertRow("jxc_admin", {{"a_sn", u"100003"}, {"a_name", u"离职"}, {"r_sn", u"100001"}, {"a_pwd", u""}, {"a_jyt", 1}});
+  session() = Session{};
+  TF_MainForm form;
+  expectScreen("F_Login", [&](ui::Screen& s) {
+    auto& login = static_cast<TF_Login&>(s);
+    EXPECT_EQ(s.windowTitle(), QStringLiteral("晴川进销存管理系统 ---- 操作员登录"));
+    EXPECT_EQ(login.comAdmin.items().size(), 2u);  // nobody who is disabled
+    EXPECT_TRUE(login.tpwd.hasFocus());
+    choose(s, "comAdmin", QStringLiteral("王芳"));
+    EXPECT_EQ(login.lMsg->text(), QStringLiteral("初始密码为空"));
+    choose(s, "comAdmin", QStringLiteral("admin"));
+    EXPECT_EQ(login.lMsg->text(), QString());
+    type(s, "tpwd", u"wrong");
+    expectNotice(QStringLiteral("用户密码不正确，请重新输入！"));
+    press(s, "F5");
+    EXPECT_TRUE(s.isVisible());
+    EXPECT_EQ(login.tpwd.text(), QString());
+    type(s, "tpwd", u"abc");
+    press(s, "Return");
+  });
+  EXPECT_TRUE(form.formShow());
+  form.Timer1.stop();
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_EQ(form.currentPage(), ui::Page::Purchasing);
+  EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("RzStatusPane_Admin"))->text(), QStringLiteral("操作员：admin"));
+  EXPECT_EQ(form.windowTitle(), QStringLiteral("晴川进销存管理系统 [晴川公司] 2021V2"));
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_log where log_note=?", u"登录系统"), 1);
+  // The activation stored the opening stock of the month.
+  EXPECT_GT(lookupNumber("select count(*) from jxc_kcjs where js_rq=?", u"2021-05"), 0);
+}
+
+TEST_F(MainFormTest, LeavingTheFirstLoginEndsAndLeavingAChangeReturns) {
+  TF_MainForm form;
+  expectScreen("F_Login", [&](ui::Screen& s) { press(s, "Esc"); });
+  EXPECT_FALSE(form.formShow());
+  insertRow("jxc_admin", {{"a_sn", u"100002"}, {"a_name", u"王芳"}, {"r_sn", u"100001"}, {"a_pwd", u""}, {"a_jyt", 0}});
+  form.formActivate();
+  expectScreen("F_Login", [&](ui::Screen& s) { press(s, "Esc"); });
+  form.run("btn_Hbgl");
+  EXPECT_EQ(session().a_name, QStringLiteral("admin"));
+  expectScreen("F_Login", [&](ui::Screen& s) {
+    choose(s, "comAdmin", QStringLiteral("王芳"));
+    press(s, "F5");
+  });
+  form.run("btn_Hbgl");
+  EXPECT_EQ(session().a_name, QStringLiteral("王芳"));
+  EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("RzStatusPane_Admin"))->text(), QStringLiteral("操作员：王芳"));
+}
+
+TEST_F(MainFormTest, PagesFollowTheParameters) {
+  using main_form_test::isShown;
+  TF_MainForm form;
+  setParameter("cs_sprk", 0);
+  form.formActivate();
+  EXPECT_FALSE(isShown(form, "btn_Menu1_Btn6"));
+  EXPECT_EQ(form.visibleTiles().size(), 5u);
+  setParameter("cs_sprk", 1);
+  setParameter("cs_spck", 1);
+  setParameter("cs_kddy", 1);
+  setParameter("cs_kp", 0);
+  form.formActivate();
+  EXPECT_TRUE(isShown(form, "btn_Menu1_Btn6"));
+  EXPECT_TRUE(isShown(form, "btn_Menu2_Btn3"));
+  EXPECT_TRUE(isShown(form, "btn_Menu2_Btn2"));
+  EXPECT_FALSE(isShown(form, "btn_Menu2_Btn7"));
+  EXPECT_FALSE(isShown(form, "btn_Menu8_Btn7"));
+  setParameter("cs_kp", 1);
+  form.formActivate();
+  EXPECT_TRUE(isShown(form, "btn_Menu8_Btn8"));
+}
+
+TEST_F(MainFormTest, CommandsAskForTheirRights) {
+  TF_MainForm form;
+  makeClerk(QStringLiteral("0000000001"));
+  form.formActivate();
+  expectNotice(QStringLiteral("您没有权限进行商品销售！"));
+  form.run("btn_Menu2_Btn1");
+  // The issue of goods goes with the right of the waybill.
+  EXPECT_TRUE(hasRightOf("xsgl", 10, QStringLiteral("王芳")));
+  expectNotice(QStringLiteral("只有系统管理员才能使用此功能！"));
+  form.run("btnRole");
+  expectNotice(QStringLiteral("您没有权限进行POS销售提成！"));
+  form.run("btn_Posrj");
+  // The audit right alone opens the document.
+  setRights(QStringLiteral("100002"), "cggl", QStringLiteral("000001"));
+  EXPECT_TRUE(isAllowed(*ui::findCommand("btn_Menu1_Btn1")));
+  EXPECT_FALSE(isAllowed(*ui::findCommand("btn_Menu1_Btn2")));
+}
+
+TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
+  execSql("update jxc_admin set a_pwd='Abc' where a_name='admin'");
+  TF_MainForm form;
+  form.formActivate();
+  QApplication::setActiveWindow(&form);
+  pressIn(form, "Ctrl+7");
+  EXPECT_EQ(form.currentPage(), ui::Page::Basic);
+  ASSERT_TRUE(form.visibleTiles().front()->hasFocus());
+  pressIn(*form.focusWidget(), "Right");
+  EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("btn_Menu6_Btn2"));
+  typeIn(*form.focusWidget(), u"c");  // 仓库设置, 操作员设置
+  EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("btn_Menu6_Btn5"));
+  expectScreen("F_Xtwh", [&](ui::Screen& s) { press(s, "Esc"); });
+  pressIn(*form.focusWidget(), "9");
+  EXPECT_EQ(form.currentPage(), ui::Page::Purchasing);  // active again
+
+  expectScreen("F_Xtsd", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("tname").text(), QStringLiteral("admin"));
+    press(s, "Esc");
+    press(s, "Alt+F4");
+    EXPECT_TRUE(s.isVisible());
+    expectNotice(QStringLiteral("用户密码错误，请重新输入！"));
+    type(s, "tpwd", u"Abcd");
+    press(s, "F5");
+    EXPECT_EQ(s.field("tpwd").text(), QString());
+    type(s, "tpwd", u"Abc");
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  });
+  pressIn(form, "F2");
+}
+
+TEST_F(MainFormTest, CommandsAreFoundByNameAndInitials) {
+  const auto first = [](const char16_t* typed) {
+    const auto found = matchingCommands(QString::fromUtf16(typed));
+    return found.empty() ? QString()
+                         : QString::fromUtf8(found.front()->name.data(), qsizetype(found.front()->name.size()));
+  };
+  EXPECT_EQ(first(u"cgjh"), QStringLiteral("btn_Menu1_Btn1"));
+  EXPECT_EQ(first(u"退货"), QStringLiteral("btn_Menu1_Btn2"));
+  EXPECT_EQ(first(u"分店"), QStringLiteral("btnFd"));
+  EXPECT_EQ(first(u"zzzz"), QString());
+  // A command that the parameters hide is not found either.
+  setParameter("cs_sprk", 0);
+  EXPECT_EQ(first(u"商品入库"), QString());
+}
+
+TEST_F(MainFormTest, TheLookIsTriedKeptAndComesBack) {
+  insertRow("jxc_skin", {{"skin_name", u"iMaginary"}, {"a_name", u"王芳"}});
+  open("F_Skin", [&](ui::Screen& s) { press(s, "F5"); });
+  EXPECT_EQ(lookupValue("select skin_name from jxc_skin where a_name=?", u"admin"), QStringLiteral("iMaginary"));
+  EXPECT_EQ(ui::currentSkin(), QStringLiteral("iMaginary"));
+  EXPECT_FALSE(ui::applySkin(QStringLiteral("../data/jxc")));
+  EXPECT_EQ(ui::currentSkin(), QStringLiteral("iMaginary"));
+}
+
+TEST_F(MainFormTest, TheWayOutAsks) {
+  TF_MainForm form;
+  expectScreen("F_Login", [&](ui::Screen& s) { press(s, "F5"); });
+  ASSERT_TRUE(form.formShow());
+  form.Timer1.stop();
+  expectQuestion(QStringLiteral("是否要退出系统？"), Answer::No);
+  pressIn(form, "Esc");
+  EXPECT_TRUE(form.isVisible());
+  int backups = 0;
+  mainFormHooks().backupDatabase = [&] { ++backups; };
+  session().back_exit = QStringLiteral("1");
+  expectQuestion(QStringLiteral("是否要退出系统？"), Answer::Yes);
+  form.run("btn_Tcxt");
+  mainFormHooks() = {};
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(backups, 1);
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_log where log_note=?", u"退出系统"), 1);
+}
+
+TEST_F(MainFormTest, RemindersAtStart) {
+  const auto first = tipOfTheDay();
+  EXPECT_FALSE(first.text.isEmpty());
+  EXPECT_EQ(nextTip(previousTip(first.id).id).id, first.id);
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_mryt where mr_state='1'"), 1);
+  open("F_Mryt", [&](ui::Screen& s) {
+    check(s, "chkDisp", false);
+    press(s, "Esc");
+  });
+  EXPECT_FALSE(showsDailyTip());
+
+  // Monday 3 May 2021: weekday 2, day "03".
+  EXPECT_FALSE(hasDueReminders());
+  insertRow("jxc_tx", {{"tx_dx", u"admin"}, {"tx_sj", u"2021-05-03"}, {"tx_zt", u"0"}, {"tx_fs", 1}});
+  EXPECT_TRUE(hasDueReminders());
+  markDueReminders();
+  EXPECT_FALSE(hasDueReminders());
+  insertRow("jxc_tx", {{"tx_dx", u"全体人员"}, {"tx_sj", u"3,4,"}, {"tx_zt", u"0"}, {"tx_fs", 3}});
+  EXPECT_FALSE(hasDueReminders());
+  insertRow("jxc_tx", {{"tx_dx", u"全体人员"}, {"tx_sj", u"03"}, {"tx_zt", u"0"}, {"tx_fs", 4}});
+  EXPECT_TRUE(hasDueReminders());
+  markDueReminders();
+  EXPECT_TRUE(hasDueReminders());  // every month again
+}
+
+}  // namespace jxc::test
