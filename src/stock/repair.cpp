@@ -1,0 +1,157 @@
+#include "stock/repair.h"
+
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+#include "stock/running_stock.h"
+
+#include <cmath>
+
+namespace jxc {
+namespace repair_detail {
+
+bool goesOn(const RepairProgress& progress, int done, int total) {
+  return !progress || progress(done, total);
+}
+
+bool differs(double a, double b) {
+  return std::fabs(a - b) >= 5e-7;
+}
+
+/// Of several balance rows of one goods and warehouse the first stays.
+void removeSecondBalances() {
+  for (const Row row :
+       openSelect("select g_sn,ck_sn,min(id) as rid from jxc_kcsp group by g_sn,ck_sn having count(*)>1"))
+    execSql("delete from jxc_kcsp where g_sn=? and ck_sn=? and id<>?", row.text("g_sn"), row.text("ck_sn"),
+            row.integer("rid"));
+}
+
+void recomputeGoods(const QString& goods, const QString& warehouse, const QString& date, const StockDigits& digits) {
+  // Here the price of a line feeds the average, not its amount: discounts on lines are left out of account.
+  const RowSet rows = openSelect(
+      "select id,gl_flag,gl_sl,gl_sl*gl_dj as net,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje from jxc_goodslist "
+      "where g_sn=? and ck_sn=? and gl_kdrq>=? order by gl_kdrq,id",
+      goods, warehouse, date);
+  const RunningStock running = carryStock(stockBefore(goods, warehouse, date), rows, 0, digits);
+  if (!strIsTrue(session().cs_cs009))
+    execSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, warehouse, goods);
+  if (const double average = goodsAvgCost(goods); average != -1)
+    execSql("update jxc_goods set g_pjjj=? where g_sn=?", average, goods);
+}
+
+void recomputeGoodsStock() {
+  execSql("update jxc_goods set g_kc=0");
+  for (const Row row : openSelect("select g_sn,sum(kc_sl) as kcsl from jxc_kcsp group by g_sn"))
+    execSql("update jxc_goods set g_kc=? where g_sn=?", row.number("kcsl"), row.text("g_sn"));
+}
+
+void recomputeSold() {
+  const RowSet rows = openSelect(
+      "select a.id,a.kc_xssl,b.sl from jxc_kcsp a left outer join "
+      "(select g_sn,ck_sn,sum(gl_sl) as sl from jxc_goodslist where gl_flag='xs' or gl_flag='xt' group by g_sn,ck_sn) "
+      "b "
+      "on a.g_sn=b.g_sn and a.ck_sn=b.ck_sn where a.g_sn<>'00000000'");
+  for (const Row row : rows)
+    if (differs(row.number("kc_xssl"), row.number("sl")))
+      execSql("update jxc_kcsp set kc_xssl=? where id=?", row.number("sl"), row.integer("id"));
+}
+
+/// Flags whose line price is the cost, with the document table that keeps it too.
+struct CostFlag {
+  std::string_view flag;
+  const char* document;  // values: cost, cost, goods, number; null: no document keeps it
+};
+constexpr CostFlag costFlags[] = {
+    {"bs", "update jxc_bssp set bs_dj=?,bs_zje=bs_sl*? where g_sn=? and gl_djh=?"},
+    {"by", "update jxc_bysp set by_dj=?,by_zje=by_sl*? where g_sn=? and gl_djh=?"},
+    {"jh", "update jxc_khjhsp set jh_dj=?,jh_zje=jh_sl*? where g_sn=? and gl_djh=?"},
+    {"hh", "update jxc_khjhsp set jh_dj=?,jh_zje=jh_sl*? where g_sn=? and gl_djh=?"},
+    {"pl", nullptr},
+    {"wp", nullptr},
+    {"wt", nullptr},
+    {"lt", nullptr},
+    {"ly", nullptr},
+    {"dh", nullptr},
+};
+
+constexpr char outgoingRows[] =
+    "((gl_flag='bs') or (gl_flag='by') or (gl_flag='pl') or (gl_flag='wp') or (gl_flag='wt') or (gl_flag='hh') or "
+    "(gl_flag='xt') or (gl_flag='lt') or (gl_flag='xs') or (gl_flag='ly') or (gl_flag='dh') or (gl_flag='jh'))";
+
+void syncRow(const Row& row, const QString& goods, double cost, bool changeDocuments) {
+  const std::int64_t id = row.integer("id");
+  const QString number = row.text("gl_djh");
+  const QString flag = row.text("gl_flag");
+  const auto fillAverage = [&] {
+    if (row.number("gl_pjjj") == 0)
+      execSql("update jxc_goodslist set gl_pjjj=?,gl_kczje=gl_kc*? where id=?", cost, cost, id);
+  };
+  const bool sale = flag == u"xs";
+  if (sale || flag == u"xt") {
+    if (!differs(row.number("gl_cbj"), cost)) return fillAverage();
+    execSql("update jxc_goodslist set gl_cbj=?,gl_zcb=gl_sl*?,gl_lr=gl_zje-gl_sl*? where id=?", cost, cost, cost, id);
+    if (changeDocuments)
+      execSql(sale ? "update jxc_lsxssp set ls_cbj=?,ls_zcb=ls_sl*? where g_sn=? and gl_djh=?"
+                   : "update jxc_xsthsp set th_cbj=?,th_zcb=th_sl*? where g_sn=? and gl_djh=?",
+              cost, cost, goods, number);
+    return;
+  }
+  for (const CostFlag& entry : costFlags) {
+    if (flag != QLatin1StringView(entry.flag.data(), static_cast<qsizetype>(entry.flag.size()))) continue;
+    if (!differs(row.number("gl_dj"), cost)) return fillAverage();
+    execSql("update jxc_goodslist set gl_dj=?,gl_zje=gl_sl*?,gl_je=gl_sl*? where id=?", cost, cost, cost, id);
+    if (changeDocuments && entry.document) execSql(entry.document, cost, cost, goods, number);
+    return;
+  }
+}
+
+}  // namespace repair_detail
+
+bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress) {
+  using namespace repair_detail;
+  Transaction transaction(accountDb());
+  execSql("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
+  removeSecondBalances();
+
+  Filter where;
+  where.add("g_sn<>'00000000'");
+  if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
+  const RowSet balances =
+      openSelectWith("select g_sn,ck_sn from jxc_kcsp" + where.where() + " order by ck_sn,g_sn", where.values());
+  StockDigits digits;
+  digits.roundQuantity = false;
+  for (int row = 0; row < balances.rowCount(); ++row) {
+    recomputeGoods(balances.text(row, 0), balances.text(row, 1), date, digits);
+    if (!goesOn(progress, row + 1, balances.rowCount())) return false;
+  }
+  recomputeGoodsStock();
+  recomputeSold();
+  transaction.commit();
+  return true;
+}
+
+bool syncOutgoingCost(const QString& date, const QString& warehouse, bool changeDocuments,
+                      const RepairProgress& progress) {
+  using namespace repair_detail;
+  Transaction transaction(accountDb());
+  Filter where;
+  where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(outgoingRows);
+  if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
+  const RowSet pairs = openSelectWith("select distinct g_sn,ck_sn from jxc_goodslist" + where.where(), where.values());
+  const std::string rowsOfPair = std::string(
+                                     "select id,gl_flag,gl_djh,gl_kdrq,gl_dj,gl_cbj,gl_pjjj from jxc_goodslist "
+                                     "where g_sn=? and ck_sn=? and gl_kdrq>=? and ") +
+                                 outgoingRows + " order by gl_kdrq,id";
+  for (int pair = 0; pair < pairs.rowCount(); ++pair) {
+    const QString goods = pairs.text(pair, 0);
+    const QString place = pairs.text(pair, 1);
+    for (const Row row : openSelect(rowsOfPair, goods, place, date))
+      syncRow(row, goods, getLedgerRowCost(goods, place, row.text("gl_kdrq"), row.integer("id")), changeDocuments);
+    if (!goesOn(progress, pair + 1, pairs.rowCount())) return false;
+  }
+  transaction.commit();
+  return true;
+}
+
+}  // namespace jxc
