@@ -13,11 +13,6 @@ namespace receipt_detail {
 
 constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
 
-QString freightPayer(const ReceiptDraft& draft) {
-  if (draft.freight <= 0 && draft.packing <= 0) return {};
-  return draft.wePayFreight ? u"我方付运费"_qs : u"对方付运费"_qs;
-}
-
 void writeHead(const ReceiptDraft& draft, const QString& number, double due, double paid) {
   const bool putaway = strIsTrue(session().cs_sprk);
   const bool straight = draft.straightToStock.value_or(false);
@@ -43,7 +38,7 @@ void writeHead(const ReceiptDraft& draft, const QString& number, double due, dou
                         {"j_fpje", draft.invoiceAmount},
                         {"j_yf", draft.freight},
                         {"j_bzf", draft.packing},
-                        {"j_yffs", freightPayer(draft)},
+                        {"j_yffs", freightPayerText(draft.freight, draft.packing, draft.wePayFreight)},
                         {"j_dhdid", QString()},
                         {"j_status", 0},
                         {"j_checker", QString()},

@@ -8,6 +8,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/ledger.h"
 
 namespace jxc {
 namespace document_detail {
@@ -212,15 +213,52 @@ bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, 
   return true;
 }
 
-QString redateWaiting(const DocumentFamily& family, const QString& number, const QString& date) {
+QString freightPayerText(double freight, double packing, bool wePay) {
+  if (freight <= 0 && packing <= 0) return {};
+  return wePay ? u"我方付运费"_qs : u"对方付运费"_qs;
+}
+
+QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt) {
+  // Goods of a return to the supplier leave the warehouse that is chosen here.
+  if (edit.warehouse && family.prefix == u"CT") {
+    const QString missing = lookupValue(compose("select top 1 g_sn from {} where {}=? and g_sn not in "
+                                                "(select g_sn from jxc_kcsp where ck_sn=?)",
+                                                {family.lines, family.number}),
+                                        number, *edit.warehouse);
+    if (refused({{!missing.isEmpty(), u"当前仓库中不存在商品：“"_qs + missing + u"”，不能更换仓库！"_qs}}, prompt))
+      return {};
+    if (!mayGoShort(checkStockShort(number, *edit.warehouse, QStringView(family.prefix)), prompt)) return {};
+  }
+
   Transaction transaction(accountDb());
   if (!document_detail::isWaiting(family, number)) return {};
+  const std::int64_t head = firstIdOf(family.head, family.number, number);
+  const auto set = [&](std::string_view field, const auto& value, auto sign) {
+    if (!field.empty() && value) updateRow(family.head, head, {{field, Value(*value * sign)}});
+  };
+  const auto setText = [&](std::string_view field, const std::optional<QString>& value) {
+    if (!field.empty() && value) updateRow(family.head, head, {{field, *value}});
+  };
   QString fresh = number;
-  if (isNumberTaken(family.lines, family.number, number))
-    fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
-  execSql(compose("update {} set {}=?,{}=? where {}=?", {family.head, family.number, family.date, family.number}),
-          fresh, date, number);
-  execSql(compose("update {} set {}=? where {}=?", {family.lines, family.number, family.number}), fresh, number);
+  if (!edit.date.isEmpty()) {
+    if (isNumberTaken(family.lines, family.number, number))
+      fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), edit.date);
+    updateRow(family.head, head, {{family.date, edit.date}});
+  }
+  setText(family.partner, edit.partner);
+  setText(family.warehouse, edit.warehouse);
+  setText("u_sn", edit.salesperson);
+  setText(family.invoiceNumber, edit.invoiceNumber);
+  set(family.invoiceAmount, edit.invoiceAmount, family.headSign);
+  set(family.freight, edit.freight, 1);
+  set(family.packing, edit.packing, 1);
+  if (!family.freightPayer.empty() && (edit.freight || edit.packing))
+    setText(family.freightPayer,
+            freightPayerText(edit.freight.value_or(0), edit.packing.value_or(0), edit.wePayFreight));
+  if (fresh != number) {
+    execSql(compose("update {} set {}=? where {}=?", {family.head, family.number, family.number}), fresh, number);
+    execSql(compose("update {} set {}=? where {}=?", {family.lines, family.number, family.number}), fresh, number);
+  }
   transaction.commit();
   return fresh;
 }

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -78,9 +79,19 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId);
 /// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt);
-/// Change of date of a waiting document: a fresh number when the number is taken for that date's operator or the date's
-/// number space differs; head and lines follow. Returns the number it now has; empty when it no longer waits.
-QString redateWaiting(const DocumentFamily& family, const QString& number, const QString& date);
+/// Change of head of a waiting document (needs the right to change dates). What is not set stays as it is.
+struct HeadEdit {
+  QString date;  // empty: as it is
+  std::optional<QString> partner, warehouse, salesperson, invoiceNumber;
+  std::optional<double> invoiceAmount, freight, packing;  // as the screen shows them, also on returns
+  bool wePayFreight = false;                              // looked at when freight or packing is set
+};
+/// Rewrites the head, and its lines' number when the number is taken by another operator. A purchase return changes its
+/// warehouse only to one that knows all its goods and, by parameter, has enough of them. The number that the document
+/// has now; empty: refused, or it waits no longer.
+QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt);
+/// Who pays freight, as heads store it: empty without any.
+QString freightPayerText(double freight, double packing, bool wePay);
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 

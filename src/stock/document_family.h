@@ -33,6 +33,9 @@ struct DocumentFamily {
   std::string_view lineTotal;              // amount with tax of a line
   int headSign;                            // returns store minus the screen's amounts in their head
 
+  // what a waiting document may still change in its head; empty names where it has none
+  std::string_view invoiceNumber, invoiceAmount, freight, packing, freightPayer;
+
   Right make, audit, cancel;
 
   // words

@@ -136,7 +136,30 @@ TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   EXPECT_FALSE(deleteWaitingDocument(purchaseReceipt, audited, prompt));
   EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, audited, receipt::waitingLines(audited)[0].integer("id")));
   EXPECT_EQ(lineCount(purchaseReceipt, audited), 1);
-  EXPECT_EQ(redateWaiting(purchaseReceipt, audited, "2021-05-01"), "");
+  EXPECT_EQ(changeWaitingHead(purchaseReceipt, audited, {.date = "2021-05-01"}, prompt), "");
+}
+
+TEST_F(DocumentTest, HeadOfAWaitingDocumentChanges) {
+  const QString number = save(draftReceipt("2021-05-03", {{"A", 2, 5}}));
+  EXPECT_EQ(
+      changeWaitingHead(purchaseReceipt, number,
+                        {.date = "2021-04-30", .invoiceNumber = "FP9", .freight = 3, .wePayFreight = true}, prompt),
+      number);  // nobody else stands under it: the number stays
+  const RowSet head = openSelect("select j_jhrq,j_fpno,j_yf,j_yffs,ck_sn from jxc_jhd where j_sn=?", number);
+  EXPECT_EQ(head.text(0, 0) + head.text(0, 1) + head.text(0, 2) + head.text(0, 3) + head.text(0, 4),
+            "2021-04-30FP93我方付运费100001");
+  execSql("insert into jxc_jhsp (j_sn,a_name,g_sn) values (?,'小王','B')", number);
+  EXPECT_EQ(changeWaitingHead(purchaseReceipt, number, {.date = "2021-04-29"}, prompt), "CJ21042910001");
+  EXPECT_EQ(lineCount(purchaseReceipt, "CJ21042910001"), 2);
+
+  receive("2021-05-03", {{"A", 5, 5}});
+  const QString back = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 5}});
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.warehouse = "100002"}, prompt), "");
+  EXPECT_EQ(prompt.lastNotice(), "当前仓库中不存在商品：“A”，不能更换仓库！");
+  prompt.willSayNo();
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.warehouse = "100001"}, prompt), "");
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.invoiceAmount = 30}, prompt), back);
+  EXPECT_EQ(lookupNumber("select th_fpje from jxc_thd where gl_djh=?", back), -30);
 }
 
 TEST_F(DocumentTest, TwoOperatorsSavedUnderOneNumber) {

@@ -1,0 +1,68 @@
+// The whole recomputation of the ledger, and costs that are brought up to date behind a late purchase.
+#include "stock/repair.h"
+
+#include "stock/shop.h"
+
+namespace jxc {
+namespace repair_test {
+
+class RepairTest : public test::ShopTest {};
+
+TEST_F(RepairTest, RecomputationMendsFiguresBalancesAndDuplicates) {
+  addGoods("A", 4);
+  const QString first = receive("2021-05-01", {{"A", 10, 5}});
+  receive("2021-05-02", {{"A", 10, 7}});
+  sell("2021-05-03", {{"A", 4, 12}});
+  execSql("update jxc_goodslist set gl_kc=99,gl_pjjj=99 where gl_djh=?", first);
+  execSql("update jxc_goods set g_kc=1,g_pjjj=1 where g_sn='A'");
+  execSql("update jxc_kcsp set kc_xssl=9 where g_sn='A'");
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl) values ('A','100001',50,50)");
+  ledgerRow("qc", "2021-05-01", 3, 3, 1);
+  execSql("update jxc_goodslist set ghs_name='库存同步' where gl_flag='qc'");
+
+  EXPECT_FALSE(recomputeLedger("2021-01-01", {}, [](int, int) { return false; }));
+  EXPECT_NE(test::brokenInvariants(), QStringList());  // cancelled: nothing is mended
+  int steps = 0;
+  EXPECT_TRUE(recomputeLedger("2021-01-01", test::mainWarehouse, [&](int done, int total) {
+    EXPECT_EQ(done, total);
+    return ++steps > 0;
+  }));
+  EXPECT_EQ(steps, 1);
+  EXPECT_EQ(lastFigures("A"), "16 6 96");
+  EXPECT_EQ(balanceOf("A"), "16 16 6");
+  EXPECT_EQ(lookupNumber("select g_kc from jxc_goods where g_sn='A'"), 16);
+  EXPECT_EQ(lookupNumber("select kc_xssl from jxc_kcsp where g_sn='A'"), 4);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(RepairTest, RecomputationTakesPricesNotAmounts) {
+  addGoods("A", 0);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100001',10,10,0)");
+  const auto discounted = ledgerRow("cj", "2021-05-01", 10, 40, 5);
+  replayLedger(discounted);
+  EXPECT_EQ(figures(discounted), "10 4 40");
+  recomputeLedger("2021-01-01", {});
+  EXPECT_EQ(figures(discounted), "10 5 50");
+}
+
+TEST_F(RepairTest, CostOfWhatLeftStockFollowsALatePurchase) {
+  addGoods("A", 4);
+  receive("2021-05-01", {{"A", 10, 4}});
+  const QString sale = sell("2021-05-03", {{"A", 5, 10}});
+  const auto loss = ledgerRow("bs", "2021-05-03", -1, -4, 4);
+  execSql("update jxc_goodslist set gl_djh='BS1',g_sn='A' where id=?", loss);
+  insertRow("jxc_bssp", {{"gl_djh", u"BS1"}, {"g_sn", u"A"}, {"bs_sl", 1.0}, {"bs_dj", 4.0}, {"bs_zje", 4.0}});
+  receive("2021-05-02", {{"A", 10, 6}});  // entered late: five yuan a piece were right
+
+  EXPECT_TRUE(syncOutgoingCost("2021-05-01", {}, true));
+  const RowSet row = openSelect("select gl_cbj,gl_zcb,gl_lr from jxc_goodslist where gl_djh=?", sale);
+  EXPECT_EQ(row.number(0, 0), 5);
+  EXPECT_EQ(row.number(0, 1), 25);
+  EXPECT_EQ(row.number(0, 2), 25);
+  EXPECT_EQ(lookupNumber("select ls_zcb from jxc_lsxssp where gl_djh=?", sale), 25);
+  EXPECT_EQ(lookupNumber("select gl_je from jxc_goodslist where id=?", loss), -5);
+  EXPECT_EQ(lookupNumber("select bs_zje from jxc_bssp where gl_djh='BS1'"), 5);
+}
+
+}  // namespace repair_test
+}  // namespace jxc
