@@ -30,7 +30,8 @@ function(jxc_library name)
   cmake_parse_arguments(ARG "" "PCH" "FOLDERS;LINK" ${ARGN})
   set(sources)
   foreach(folder IN LISTS ARG_FOLDERS)
-    file(GLOB found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp" "${CMAKE_SOURCE_DIR}/src/${folder}/*.h")
+    file(GLOB found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp" "${CMAKE_SOURCE_DIR}/src/${folder}/*.h"
+      "${CMAKE_SOURCE_DIR}/src/${folder}/*.qrc")
     list(APPEND sources ${found})
   endforeach()
   if(NOT sources MATCHES "\\.cpp")  # only headers so far

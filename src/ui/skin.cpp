@@ -14,6 +14,11 @@
 #include <QStyleFactory>
 #include <QTextStream>
 
+// The arrows of the style sheet; a static library's resources have to be asked for, and outside of any namespace.
+static void takeInSkinResources() {
+  Q_INIT_RESOURCE(look);
+}
+
 namespace jxc::ui {
 namespace skin_detail {
 
@@ -94,6 +99,7 @@ QString styleOf(const Skin& skin) {
 void apply(Skin skin) {
   current() = std::move(skin);
   if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return;
+  takeInSkinResources();
   if (QApplication::style()->name() != u"fusion")
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("fusion")));
   QApplication::setPalette(paletteOf(current()));

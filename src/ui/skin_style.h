@@ -21,6 +21,11 @@ QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus, QTextEdit:focus, QAbstra
   border: 2px solid @accent; padding: 1px 4px; }
 QLineEdit[readOnlyLook="true"], QPlainTextEdit[readOnlyLook="true"] { background: @window; }
 QLineEdit:disabled, QComboBox:disabled, QPlainTextEdit:disabled { background: @window; color: @muted; }
+QComboBox::drop-down { border: none; width: 22px; }
+QComboBox::down-arrow { image: url(:/look/arrow-down.svg); width: 12px; height: 12px; }
+QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { border: none; width: 18px; background: transparent; }
+QAbstractSpinBox::up-arrow { image: url(:/look/arrow-up.svg); width: 10px; height: 10px; }
+QAbstractSpinBox::down-arrow { image: url(:/look/arrow-down.svg); width: 10px; height: 10px; }
 QComboBox QAbstractItemView { border: 1px solid @line; background: @base; selection-background-color: @selection;
   selection-color: @selectionText; }
 QPushButton { border: 1px solid @line; border-radius: 3px; padding: 4px 12px; background: @button; color: @text;

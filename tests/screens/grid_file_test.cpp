@@ -1,0 +1,114 @@
+// Lists over a file: they load beside the window, an old answer is dropped, and many rows stay quick.
+#include "core/data_module.h"
+#include "core/schema/schema.h"
+#include "core/startup.h"
+#include "screens/harness/screen_test.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHeaderView>
+#include <QTableView>
+#include <QTemporaryDir>
+
+namespace jxc::test {
+namespace grid_file_test {
+
+constexpr ui::ColumnSpec kColumns[] = {
+    {"g_sn", "商品编号"},
+    {"g_name", "商品名称"},
+    {.field = "g_kc", .caption = "库存", .kind = ui::ColumnKind::Quantity, .sum = true},
+    {.field = "g_jj", .caption = "进价", .kind = ui::ColumnKind::Money},
+};
+constexpr ui::GridSpec kGrid = {"gridSp", "商品", kColumns, "没有商品"};
+
+// A number of goods that a small shop has; JXC_GRID_ROWS=100000 for measuring.
+int rowsWanted() {
+  return std::max(2000, qEnvironmentVariableIntValue("JXC_GRID_ROWS"));
+}
+
+}  // namespace grid_file_test
+
+class GridFileTest : public ScreenTest {
+ protected:
+  GridFileTest() {
+    setProgramDirectory(folder_.path());
+    dataModule().installAccountDb(openSqlite(folder_.filePath(QStringLiteral("jxc.mdb")), {.create = true}));
+    createAllTables(accountDb());
+    Transaction transaction(accountDb());
+    for (int i = 0; i < grid_file_test::rowsWanted(); ++i) {
+      execSql("insert into jxc_goods (g_sn,g_name,g_kc,g_jj) values (?,?,?,?)", 20000000 + i,
+              QStringLiteral("镜架%1号").arg(i), i % 7, i * 0.01);
+    }
+    transaction.commit();
+  }
+  ~GridFileTest() override {
+    dataModule().closeAccountDb();
+    setProgramDirectory({});
+  }
+  QTemporaryDir folder_;
+};
+
+TEST_F(GridFileTest, LoadsAsideAndOnlyTheLastQueryAnswers) {
+  using grid_file_test::rowsWanted;
+  ui::Grid grid(grid_file_test::kGrid, "F_Test", nullptr);
+  grid.resize(900, 600);
+  grid.show();
+  int loaded = 0;
+  grid.onLoaded([&] { ++loaded; });
+  QElapsedTimer time;
+  time.start();
+  grid.load("select * from jxc_goods where g_sn<>'00000000' order by id");
+  const auto returned = time.elapsed();
+  while (grid.isEmpty())
+    settle();
+  const auto first = time.elapsed();
+  grid.waitLoaded();
+  const auto all = time.elapsed();
+  EXPECT_EQ(grid.rowCount(), rowsWanted());
+  EXPECT_EQ(loaded, 1);
+  std::printf("%d rows of %d columns: call %lld ms, first rows %lld ms, all %lld ms\n", grid.rowCount(),
+              grid.rows().columnCount(), static_cast<long long>(returned), static_cast<long long>(first),
+              static_cast<long long>(all));
+  time.restart();
+  grid.view()->sortByColumn(1, Qt::DescendingOrder);
+  std::printf("sorted by name in %lld ms\n", static_cast<long long>(time.elapsed()));
+
+  // The row stays, by its id, over another query and its own order.
+  ASSERT_TRUE(grid.selectId(grid.rows()[5].integer("id")));
+  const QString chosen = grid.currentText("g_sn");
+  loaded = 0;
+  grid.load("select a.* from jxc_goods a,jxc_goods b where a.g_kc+b.g_kc<? order by a.id", 0);  // takes its time
+  EXPECT_TRUE(grid.isLoading());
+  grid.load("select * from jxc_goods where g_sn<>'00000000' and g_kc=? order by id", 5);
+  grid.waitLoaded();
+  settle();
+  EXPECT_EQ(loaded, 1);  // the first of the two never answered
+  EXPECT_EQ(grid.currentText("g_kc"), QStringLiteral("5"));
+  EXPECT_EQ(grid.currentText("g_sn"), chosen);
+  EXPECT_EQ(grid.sum("g_kc"), 5.0 * grid.rowCount());
+
+  // A list without rows says so; a wrong column name is a failure, not an empty list.
+  grid.load("select * from jxc_goods where g_sn=?", "nothing");
+  grid.waitLoaded();
+  EXPECT_TRUE(grid.isEmpty());
+  EXPECT_THROW(grid.load("select id,g_sn from jxc_goods"), DbError);
+}
+
+TEST_F(GridFileTest, LayoutIsKeptPerList) {
+  {
+    ui::Grid grid(grid_file_test::kGrid, "F_Test", nullptr);
+    grid.show();
+    grid.view()->horizontalHeader()->moveSection(2, 0);
+    grid.view()->setColumnWidth(1, 333);
+    grid.saveLayout();
+  }
+  EXPECT_TRUE(QFile::exists(folder_.filePath(QStringLiteral("Layout/F_Test_gridSp.ini"))));
+  ui::Grid grid(grid_file_test::kGrid, "F_Test", nullptr);
+  grid.show();
+  EXPECT_EQ(grid.exportColumns().front().caption, QStringLiteral("库存"));
+  EXPECT_EQ(grid.view()->columnWidth(1), 333);
+  grid.dropLayout();
+  EXPECT_EQ(grid.exportColumns().front().caption, QStringLiteral("商品编号"));
+}
+
+}  // namespace jxc::test

@@ -1,0 +1,70 @@
+// Every registered screen: opens, is described rightly, takes long and short texts, and closes.
+#include "core/schema/schema.h"
+#include "screens/harness/screen_test.h"
+#include "ui/commands.h"
+#include "ui/display.h"
+#include "ui/icons.h"
+#include "ui/schema_width.h"
+
+#include <QLabel>
+#include <QSet>
+#include <QTableView>
+
+namespace jxc::test {
+
+TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
+  QSet<QString> titles;
+  for (const auto& name : ui::registeredScreens()) {
+    SCOPED_TRACE(name);
+    auto& screen = ui::screenNamed(name);
+    EXPECT_EQ(screen.objectName().toStdString(), name);
+    EXPECT_FALSE(titles.contains(screen.windowTitle())) << screen.windowTitle().toStdString() << " stands twice";
+    titles.insert(screen.windowTitle());
+    for (const auto* field : screen.fields()) {
+      const auto& spec = field->spec();
+      if (!spec.column.empty()) {
+        EXPECT_GE(ui::columnWidth(spec.column), 0) << spec.column << " is not in the schema";
+      }
+      // Somebody who cannot see the screen hears what an input is for.
+      const bool named = !spec.label.empty() || !field->widget()->accessibleName().isEmpty() || [&] {
+        for (const auto* label : screen.findChildren<QLabel*>()) {
+          if (label->buddy() == field->widget()) return true;
+        }
+        return false;
+      }();
+      EXPECT_TRUE(named) << spec.name << " has neither label nor accessible name";
+    }
+    for (const auto* grid : screen.grids())
+      EXPECT_FALSE(grid->view()->accessibleName().isEmpty()) << grid->spec().name;
+    QSet<QString> names;
+    for (const auto* widget : screen.findChildren<QWidget*>()) {
+      const QString object = widget->objectName();
+      if (object.isEmpty() || object.startsWith(u"qt_") || !object.at(0).isLower()) continue;
+      if (!object.startsWith(u"t") && !object.startsWith(u"com") && !object.startsWith(u"btn")) continue;
+      EXPECT_FALSE(names.contains(object)) << object.toStdString() << " stands twice";
+      names.insert(object);
+    }
+  }
+}
+
+TEST(CommandTable, NamesStandOnceRightsExistAndDrawingsToo) {
+  QSet<QString> names;
+  for (const auto& command : ui::commands()) {
+    const QString name = ui::qs(command.name);
+    EXPECT_FALSE(names.contains(name)) << command.name;
+    names.insert(name);
+    EXPECT_TRUE(ui::hasIcon(command.icon)) << command.name << " has no drawing " << command.icon;
+    if (command.guard == ui::Guard::Rights) {
+      EXPECT_GE(ui::columnWidth("jxc_role." + std::string(command.group)), 1) << command.name;
+      EXPECT_GT(command.positions[0], 0) << command.name;
+      EXPECT_TRUE(command.refusal.ends_with("！")) << command.name;
+    }
+  }
+  for (const auto& repeat : ui::repeats()) {
+    EXPECT_FALSE(names.contains(ui::qs(repeat.name))) << repeat.name;
+    names.insert(ui::qs(repeat.name));
+    EXPECT_NE(ui::findCommand(repeat.runs), nullptr) << repeat.name;
+  }
+}
+
+}  // namespace jxc::test
