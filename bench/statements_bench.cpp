@@ -281,6 +281,34 @@ BENCHMARK_CAPTURE(commitOnDisk, normal, "pragma synchronous=normal")
     ->Unit(benchmark::kMicrosecond)
     ->Iterations(300);
 
+// ---- how much of a large ledger the connection keeps to itself ----
+
+void ledgerOnDisk(benchmark::State& state, const char* cache) {
+  constexpr int rows = 400000;
+  const QTemporaryDir directory(QStringLiteral("bench-XXXXXX"));
+  SqliteOptions options;
+  options.create = true;
+  const auto db = openSqlite(directory.filePath(QStringLiteral("jxc.mdb")), options);
+  db->execute(
+      "create table jxc_goodslist (id Counter, g_sn varchar(32) null, gl_rq varchar(32) null, "
+      "gl_sl numeric(28,6) null, gl_note nvarchar(200) null, Constraint StatePrimary Primary key (id))");
+  Transaction transaction(*db);
+  for (int i = 0; i < rows; ++i)
+    db->execute("insert into jxc_goodslist (g_sn,gl_rq,gl_sl,gl_note) values (?,'2021-05-03',1,'采购入库')",
+                std::array{Value(goodsSn(i).c_str())});
+  transaction.commit();
+  sqlite3_exec(sqlite::asSqlite(*db).native(), cache, nullptr, nullptr, nullptr);
+  long at = 1;
+  Transaction reading(*db);  // as a command that replays: one transaction, many rows
+  for (auto _ : state) {
+    at = at * 69621 % 2147483647;
+    benchmark::DoNotOptimize(
+        db->lookup("select gl_sl from jxc_goodslist where id=?", std::array{Value(at % rows + 1)}));
+  }
+}
+BENCHMARK_CAPTURE(ledgerOnDisk, small, "pragma cache_size=-2048")->Name("random ledger row, cache of 2 MB");
+BENCHMARK_CAPTURE(ledgerOnDisk, large, "pragma cache_size=-32768")->Name("random ledger row, cache of 32 MB");
+
 void freshSet(benchmark::State& state) {
   const auto db = makeStock();
   const auto bytes = snapshot(*db);

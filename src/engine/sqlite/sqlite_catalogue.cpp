@@ -1,6 +1,5 @@
 #include "engine/sqlite/sqlite_catalogue.h"
 
-#include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
 
 #include <cstring>
@@ -56,7 +55,7 @@ std::unique_ptr<jet::Table> SqliteCatalogue::read(const std::string& name) const
       table->columns.push_back(sqlite_catalogue_detail::columnOf(text(1), declared));
     }
   }
-  if (code != SQLITE_DONE) throw statementFailed({}, code, sqlite3_errmsg(connection_), query);
+  if (code != SQLITE_DONE) throw statementFailed(role_, code, sqlite3_errmsg(connection_), query);
   if (table) readIndexes(*table);
   return table;
 }
@@ -72,7 +71,7 @@ void SqliteCatalogue::readIndexes(jet::Table& table) const {
     while ((code = sqlite3_step(raw)) == SQLITE_ROW)
       table.indexes.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(raw, 0)));
   }
-  if (code != SQLITE_DONE) throw statementFailed({}, code, sqlite3_errmsg(connection_), query);
+  if (code != SQLITE_DONE) throw statementFailed(role_, code, sqlite3_errmsg(connection_), query);
 }
 
 }  // namespace jxc::sqlite

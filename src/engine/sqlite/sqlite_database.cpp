@@ -127,7 +127,7 @@ SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Trans
     : connection_(std::move(connection)),
       role_(std::move(role)),
       translator_(std::move(translator)),
-      catalogue_(connection_.get()) {
+      catalogue_(connection_.get(), role_) {
   schemaVersion_ = schemaVersion();
 }
 
