@@ -1,5 +1,7 @@
 #include "core/clock.h"
 
+#include "engine/sqlite/functions.h"
+
 namespace jxc::clock_detail {
 
 // Forms are given at each place of use, never taken from the machine's settings: dates are kept and compared as text,
@@ -44,6 +46,8 @@ QString month() {
 
 void setFixed(std::optional<QDateTime> moment) {
   clock_detail::fixedMoment() = std::move(moment);
+  // date() and now() of a statement stand still with it.
+  sqlite::setFunctionClock(clock_detail::fixedMoment() ? +[] { return stamp().toStdString(); } : nullptr);
 }
 
 }  // namespace jxc::clock

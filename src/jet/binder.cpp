@@ -2,6 +2,8 @@
 
 #include "jet/lexer.h"
 
+#include <algorithm>
+
 namespace jxc::jet {
 
 void Binder::bind() {
@@ -83,7 +85,11 @@ void Binder::bindInsertColumns() {
       fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(s.columns[i]) + " of " + s.table->name,
            s.columnPositions[i]);
     }
-    s.targets.push_back(static_cast<int>(column - columns.data()));
+    const int target = static_cast<int>(column - columns.data());
+    if (std::find(s.targets.begin(), s.targets.end(), target) != s.targets.end()) {
+      fail(TranslateError::Kind::Syntax, "column " + column->name + " is filled twice", s.columnPositions[i]);
+    }
+    s.targets.push_back(target);
   }
   if (!s.targets.empty()) return;
   // Without a list: all columns, or all but the counter, which then numbers the row itself.
@@ -138,6 +144,12 @@ void Binder::bindUpdate() {
     }
     if (!assignment.source) {
       fail(TranslateError::Kind::UnknownName, "unknown column " + std::string(assignment.name),
+           assignment.namePosition);
+    }
+    for (const Assignment& before : s.assignments) {
+      if (&before == &assignment) break;
+      if (before.source != assignment.source || before.column != assignment.column) continue;
+      fail(TranslateError::Kind::Syntax, "column " + std::string(assignment.name) + " is set twice",
            assignment.namePosition);
     }
     if (!assignment.source->table) {

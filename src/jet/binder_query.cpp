@@ -229,10 +229,9 @@ Expr* Binder::orderExpression(Expr* written, Select& select, Scope& scope) {
     }
     if (found) return found;
   }
-  scope.aggregatesAllowed = true;
+  scope.aggregatesAllowed = select.grouped;
   Expr* bound = bindExpr(written, scope);
   scope.aggregatesAllowed = false;
-  if (bound->aggregated && !select.grouped) select.grouped = true;
   return bound;
 }
 

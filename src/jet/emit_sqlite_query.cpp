@@ -51,8 +51,10 @@ void SqliteEmitter::select(const Select& s, const Query* naming) {
   where(s.where);
   for (std::size_t i = 0; i < s.groupBy.size(); ++i) {
     put(i == 0 ? " group by " : ",");
-    // A bare number would be read as a position.
-    if (s.groupBy[i]->kind == ExprKind::Number) put("+");
+    if (s.groupBy[i]->kind == ExprKind::Number) {
+      literal(s.groupBy[i]->name);  // a bare number would be read as a position
+      continue;
+    }
     expr(*s.groupBy[i]);
   }
   if (s.having) {

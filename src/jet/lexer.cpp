@@ -183,6 +183,10 @@ class Lexer {
         ++at_;
         continue;
       }
+      const std::size_t zero = text_.substr(begin, end - begin).find('\0');
+      if (zero != std::string_view::npos) {
+        throw TranslateError(TranslateError::Kind::Syntax, "a zero byte inside a literal", static_cast<int>(begin + zero));
+      }
       token.kind = kind;
       token.sign = close;
       token.text = text_.substr(begin, end - begin);

@@ -6,9 +6,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-namespace jxc {
-
-namespace {
+namespace jxc::dialect_test {
 
 class DialectTest : public testing::Test {
  protected:
@@ -255,6 +253,4 @@ TEST_F(DialectTest, TablesChangeTheirShape) {
   EXPECT_EQ(refusal("delete from goods"), DbError::Kind::UnknownName);
 }
 
-}  // namespace
-
-}  // namespace jxc
+}  // namespace jxc::dialect_test
