@@ -185,7 +185,8 @@ class Lexer {
       }
       const std::size_t zero = text_.substr(begin, end - begin).find('\0');
       if (zero != std::string_view::npos) {
-        throw TranslateError(TranslateError::Kind::Syntax, "a zero byte inside a literal", static_cast<int>(begin + zero));
+        throw TranslateError(TranslateError::Kind::Syntax, "a zero byte inside a literal",
+                             static_cast<int>(begin + zero));
       }
       token.kind = kind;
       token.sign = close;

@@ -2,13 +2,17 @@
 // without being understood.
 #include "core/schema/schema.h"
 #include "engine/error.h"
+#include "jet/lexer.h"
 
 #include <QFile>
 #include <QString>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace jxc::corpus_test {
@@ -33,13 +37,46 @@ std::vector<CorpusLine> linesOf(const QString& path) {
   return lines;
 }
 
-/// A select walks every row; anything else runs. "check:" in front: translated only, since it would write a file.
+/// The statement as the program sends it: a text that is compared with something is bound, not pasted.
+std::pair<std::string, std::vector<Value>> withValuesBound(const std::string& pasted) {
+  std::string text;
+  std::vector<Value> values;
+  std::size_t done = 0;
+  const std::vector<jet::Token> tokens = jet::tokenize(pasted);
+  for (std::size_t i = 1; i < tokens.size(); ++i) {
+    const jet::Token& before = tokens[i - 1];
+    const bool compared =
+        before.word == jet::Word::Like ||
+        (before.kind == jet::TokenKind::Sign && std::string_view("=<>lgn").find(before.sign) != std::string_view::npos);
+    if (tokens[i].kind != jet::TokenKind::Text || !compared) continue;
+    text += pasted.substr(done, static_cast<std::size_t>(tokens[i].position) - done) + '?';
+    done = static_cast<std::size_t>(tokens[i].end);
+    values.emplace_back(QString::fromUtf8(tokens[i].text.data(), static_cast<qsizetype>(tokens[i].text.size())));
+  }
+  return {text + pasted.substr(done), values};
+}
+
+QString textOf(const RowSet& set) {
+  QStringList cells;
+  for (int row = 0; row < set.rowCount(); ++row)
+    for (int column = 0; column < set.columnCount(); ++column)
+      cells << set.text(row, column);
+  return cells.join(u'|');
+}
+
+void runSelect(Database& database, const std::string& text) {
+  const auto [bound, values] = withValuesBound(text);
+  EXPECT_EQ(textOf(database.select(text)), textOf(database.select(bound, values))) << bound;
+}
+
+/// A select walks every row, with its values pasted and bound; anything else runs. "check:" in front: translated only,
+/// since it would write a file.
 void runLine(Database& database, const std::string& text) {
   constexpr std::string_view onlyCheck = "check: ";
   if (text.starts_with(onlyCheck))
     database.check(text.substr(onlyCheck.size()));
   else if (text.starts_with("select"))
-    database.select(text);
+    runSelect(database, text);
   else
     database.execute(text);
 }

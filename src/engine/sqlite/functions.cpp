@@ -14,7 +14,6 @@ namespace jxc::sqlite {
 
 namespace functions_detail {
 
-
 // ---- numbers ----
 
 /// A number from whatever stands there: blank text counts as zero, as an empty field does everywhere.
