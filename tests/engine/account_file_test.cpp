@@ -81,6 +81,14 @@ TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
   EXPECT_EQ(failureOf([&] { openSqlite(path("photos.mdb"), create); }).kind(), Kind::File);
   EXPECT_EQ(read(path("photos.mdb")), before);
 
+  // An account set that the program can do without is not named by the word that ends the program.
+  write(path("jxc.mdb"), "no database");
+  SqliteOptions spare;
+  spare.essential = false;
+  EXPECT_FALSE(failureOf([&] { openSqlite(path("jxc.mdb"), spare); }).message().contains(QStringLiteral("jxc.mdb")));
+  EXPECT_TRUE(
+      failureOf([&] { openSqlite(path("nowhere/jxc.mdb"), create); }).message().contains(QStringLiteral("目录不存在")));
+
   QDir(directory.path()).mkdir(QStringLiteral("folder.mdb"));
   expectRefused(path("folder.mdb"), "目录");
 }

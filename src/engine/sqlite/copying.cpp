@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,11 +24,12 @@ using BackupHandle = std::unique_ptr<sqlite3_backup, EndBackup>;
 constexpr int pagesPerStep = 512;  // 2 MB: progress moves and a cancel is heard many times a second
 
 DbError copyFailed(const QString& file, const QString& reason, Kind kind = Kind::File) {
-  return DbError(kind, QStringLiteral("备份文件没有写成：%1文件：%2").arg(reason, QFileInfo(file).fileName()));
+  return DbError(kind, QStringLiteral("备份文件没有写成：") + reason + fileNote(file, false));
 }
 
 DbError copyFailed(const QString& file, int code) {
-  const DbError reason = statementFailed({}, code, sqlite3_errstr(code), {});
+  if ((code & 0xff) == SQLITE_FULL) return copyFailed(file, diskReason(ENOSPC), Kind::Full);
+  const DbError reason = statementFailed({file, false}, code, sqlite3_errstr(code), {});
   return copyFailed(file, reason.message(), reason.kind());
 }
 
@@ -39,7 +41,7 @@ class TemporaryFile {
     QFile::remove(name_);
     QFile file(name_);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
-      throw copyFailed(target, QStringLiteral("不能建立（%1）。").arg(file.errorString()));
+      throw copyFailed(target, diskReason(errno));
   }
   ~TemporaryFile() {
     if (!kept_) QFile::remove(name_);
@@ -53,7 +55,7 @@ class TemporaryFile {
   void keep() {
     sync(name_, O_RDONLY);
     if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0)
-      throw copyFailed(target_, QStringLiteral("不能改名（%1）。").arg(qt_error_string()));
+      throw copyFailed(target_, diskReason(errno));
     kept_ = true;
     sync(QFileInfo(target_).absolutePath(), O_RDONLY | O_DIRECTORY);
   }
@@ -61,11 +63,11 @@ class TemporaryFile {
  private:
   void sync(const QString& path, int flags) const {
     const int descriptor = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
-    if (descriptor < 0) throw copyFailed(target_, QStringLiteral("不能写入（%1）。").arg(qt_error_string()));
+    if (descriptor < 0) throw copyFailed(target_, diskReason(errno));
     const bool done = ::fsync(descriptor) == 0;
-    const QString reason = done ? QString() : qt_error_string();
+    const int error = errno;
     ::close(descriptor);
-    if (!done) throw copyFailed(target_, QStringLiteral("不能写入（%1）。").arg(reason));
+    if (!done) throw copyFailed(target_, diskReason(error));
   }
 
   QString target_, name_;

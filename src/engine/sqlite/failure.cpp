@@ -4,6 +4,7 @@
 
 #include <QDir>
 
+#include <cerrno>
 #include <string>
 #include <string_view>
 
@@ -101,11 +102,32 @@ Reason statementReason(int code, const QString& message) {
 
 }  // namespace failure_detail
 
+QString fileNote(const QString& file, bool essential) {
+  if (file.isEmpty() || (!essential && file.contains(QLatin1String("jxc.mdb"), Qt::CaseInsensitive))) return {};
+  return QStringLiteral("文件：") + QDir::toNativeSeparators(file);
+}
+
+QString diskReason(int error) {
+  switch (error) {
+    case ENOENT:
+      return QStringLiteral("目录不存在。");
+    case EACCES:
+    case EPERM:
+      return QStringLiteral("没有写入权限。");
+    case EROFS:
+      return QStringLiteral("磁盘是只读的。");
+    case ENOSPC:
+    case EDQUOT:
+      return QStringLiteral("磁盘空间已满。");
+    default:
+      return QStringLiteral("磁盘出错（代码 %1）。").arg(error);
+  }
+}
+
 DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind kind) {
   const QString subject =
       role.essential ? QStringLiteral("帐套数据库（jxc.mdb）打不开：") : QStringLiteral("数据库打不开：");
-  const QString file = role.file.isEmpty() ? QString() : QStringLiteral("文件：") + QDir::toNativeSeparators(role.file);
-  return DbError(kind, subject + reason + file);
+  return DbError(kind, subject + reason + fileNote(role.file, role.essential));
 }
 
 DbError cannotOpen(const FileRole& role, int code) {

@@ -17,10 +17,16 @@ struct FileRole {
   bool essential = true;
 };
 
-/// "帐套数据库（jxc.mdb）打不开：… 文件：…", or without the name for a file that is not essential.
+/// " 文件：…" behind a message; nothing for a file that must not be named because its name would end the program.
+QString fileNote(const QString& file, bool essential);
+
+/// "帐套数据库（jxc.mdb）打不开：… 文件：…", or without that name for a file that is not essential.
 DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind kind = DbError::Kind::File);
 /// The same for a result code of the first calls on a file.
 DbError cannotOpen(const FileRole& role, int code);
+
+/// What the operating system says when a file cannot be made, written or renamed: a value of errno in words.
+QString diskReason(int error);
 
 /// "jxc_goods.g_name 的内容太长…"; `actual` below 0 when it is not known.
 DbError tooWide(const QString& place, int limit, int actual = -1);

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <string>
 
 namespace jxc::sqlite {
@@ -31,7 +32,7 @@ std::string pragma(sqlite3* connection, const FileRole& role, const std::string&
 void createFile(const FileRole& role) {
   QFile file(role.file);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly))
-    throw cannotOpen(role, QStringLiteral("文件不能建立（%1）。").arg(file.errorString()));
+    throw cannotOpen(role, QStringLiteral("文件不能建立，") + diskReason(errno));
 }
 
 /// Before the first connection of the process: SQLite need not count its memory, which takes a lock at every
