@@ -16,7 +16,11 @@ endif()
 
 # One set of flags for everything: the border between modules is a matter of linking, not of options.
 add_library(jxc_options INTERFACE)
-target_compile_options(jxc_options INTERFACE -Wall -Wextra -Werror -Wshadow=local -Wnon-virtual-dtor -Wno-missing-field-initializers)
+set(werror)
+if(JXC_WERROR)
+  set(werror -Werror)
+endif()
+target_compile_options(jxc_options INTERFACE -Wall -Wextra ${werror} -Wshadow=local -Wnon-virtual-dtor -Wno-missing-field-initializers)
 # gcc 12 at -O2 takes `"x" + std::string` for a copy onto itself (its bug 105651, mended in 13).
 target_compile_options(jxc_options INTERFACE
   $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
