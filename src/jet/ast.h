@@ -82,9 +82,10 @@ struct Expr {
   Conversion conversion = Conversion::None;
   Function function = Function::None;
   Type type = Type::Unknown;
-  bool exact = false;       // a number that carries no noise of binary fractions: stored, literal, whole or rounded
-  bool joined = false;      // text that was put together or is a literal that reads as no number
-  bool negated = false;     // not in, not like, not between, is not null
+  bool exact = false;    // a number that carries no noise of binary fractions: stored, literal, whole or rounded
+  bool decimal = false;  // six decimals hold its true value, so that rounding to six takes the noise and nothing else
+  bool joined = false;   // text that was put together or is a literal that reads as no number
+  bool negated = false;  // not in, not like, not between, is not null
   bool aggregated = false;  // contains an aggregate of its own query
   bool bound = false;
   int position = 0;

@@ -109,6 +109,8 @@ ColumnType columnTypeOf(const Expr& e);
 int widthOf(const Expr& e);
 int characters(std::string_view utf8);
 bool isLiteral(const Expr& e);
+/// Whether six decimals hold the value: stored numbers, and what is added up from them; not products and quotients.
+bool isDecimal(const Expr& e);
 inline bool isNumeric(Type type) {
   return type == Type::Integer || type == Type::Bit || type == Type::Number;
 }

@@ -104,6 +104,11 @@ bool isLiteral(const Expr& e) {
   return e.kind == ExprKind::Number || e.kind == ExprKind::Text || e.kind == ExprKind::Boolean;
 }
 
+bool isDecimal(const Expr& e) {
+  if (e.kind == ExprKind::Number) return conversion_detail::decimalsOf(e.name) <= 6;
+  return e.exact || e.decimal || e.kind == ExprKind::Null;
+}
+
 bool sameExpression(const Expr& a, const Expr& b) {
   if (&a == &b) return true;
   if (a.kind != b.kind || a.args.size() != b.args.size()) return false;

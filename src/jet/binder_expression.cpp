@@ -51,6 +51,7 @@ Expr* Binder::bindExpr(Expr* e, Scope& scope) {
       e->args[0] = toNumber(e->args[0]);
       e->type = e->args[0]->type == Type::Integer ? Type::Integer : Type::Number;
       e->exact = e->args[0]->exact;
+      e->decimal = isDecimal(*e->args[0]);
       return e;
     case ExprKind::Binary:
       return bindBinary(e, scope);
@@ -164,6 +165,8 @@ Expr* Binder::bindBinary(Expr* e, Scope&) {
       e->exact = whole;
       const auto isSign = [](const Expr& s) { return s.kind == ExprKind::Number && (s.name == "-1" || s.name == "1"); };
       if (e->op == Op::Multiply && (isSign(*left) || isSign(*right))) e->exact = left->exact && right->exact;
+      e->decimal = isDecimal(*left) && isDecimal(*right) &&
+                   (e->op == Op::Subtract || left->type != Type::Number || right->type != Type::Number);
       return e;
     }
     case Op::Divide:
@@ -213,6 +216,7 @@ Expr* Binder::bindPlus(Expr* e) {
   e->op = Op::Add;
   e->exact = left->type != Type::Number && right->type != Type::Number && !free(*left) && !free(*right);
   e->type = e->exact ? Type::Integer : Type::Number;
+  e->decimal = isDecimal(*left) && isDecimal(*right);
   return e;
 }
 
@@ -249,6 +253,7 @@ Expr* Binder::bindFunction(Expr* e, Scope&) {
     case Function::Abs:
       e->type = e->args[0]->type == Type::Integer ? Type::Integer : Type::Number;
       e->exact = e->args[0]->exact;
+      e->decimal = isDecimal(*e->args[0]);
       break;
     case Function::Instr: {
       const std::size_t from = e->args.size() - 2;
@@ -265,6 +270,7 @@ Expr* Binder::bindFunction(Expr* e, Scope&) {
         e->args[1] = commonType(e->args[1], e->type);
       }
       e->exact = e->args[0]->exact && (e->args.size() == 1 || e->args[1]->exact);
+      e->decimal = isDecimal(*e->args.front()) && isDecimal(*e->args.back());
       break;
     case Function::DateDiff:
     case Function::DateAdd:
@@ -298,6 +304,7 @@ Expr* Binder::bindIif(Expr* e) {
   e->type = type;
   const auto clean = [](const Expr& branch) { return branch.exact || branch.kind == ExprKind::Null; };
   e->exact = clean(*yes) && clean(*no);
+  e->decimal = isDecimal(*yes) && isDecimal(*no);
   return e;
 }
 
@@ -323,10 +330,12 @@ Expr* Binder::bindAggregate(Expr* e, Scope& scope) {
                     ? Type::Integer
                     : Type::Number;
       e->exact = e->type == Type::Integer;
+      e->decimal = e->function == Function::Sum && isDecimal(*e->args[0]);
       break;
     default:  // min, max
       e->type = argument.type;
       e->exact = argument.exact;
+      e->decimal = isDecimal(argument);
       break;
   }
   return e;

@@ -293,6 +293,13 @@ void Binder::unite(Query& query) {
 }
 
 void Binder::describe(Query& query) {
+  for (Select* select : query.selects) {
+    for (SelectItem& item : select->items) {
+      if (item.alias.empty() && item.expr->kind == ExprKind::Column) continue;
+      // Equal rows are found by comparing; and a sum of decimals is given back as the decimal that it is.
+      if (select->distinct || isDecimal(*item.expr)) item.expr = comparable(item.expr);
+    }
+  }
   const Select& first = *query.selects.front();
   query.columns.reserve(first.items.size());
   for (std::size_t i = 0; i < first.items.size(); ++i) {
@@ -312,14 +319,6 @@ void Binder::describe(Query& query) {
       break;
     }
     query.columns.push_back(column);
-  }
-  // Equal rows are found by comparing, and computed numbers compare as decimals.
-  for (Select* select : query.selects) {
-    if (!select->distinct) continue;
-    for (SelectItem& item : select->items) {
-      if (item.alias.empty() && item.expr->kind == ExprKind::Column) continue;
-      item.expr = comparable(item.expr);
-    }
   }
 }
 

@@ -63,6 +63,8 @@ TEST_F(DialectTest, NumbersAreDecimalsOfSixPlaces) {
   run("insert into stock (kc_sl) values (-0.3)");
   EXPECT_EQ(rows("select sum(kc_sl) from stock having sum(kc_sl)<>0"), u"");
   EXPECT_EQ(value("select count(*) from (select sum(kc_sl) as s from stock) a where a.s<>0"), u"0");
+  EXPECT_EQ(db_->lookup("select sum(kc_sl) from stock").number(), 0.0);
+  EXPECT_EQ(db_->lookup("select s-0.1-0.2 from (select sum(kc_sl)+0.3 as s from stock) a").number(), 0.0);
   run("update goods set g_kc=1/3");
   EXPECT_EQ(value("select g_kc from goods"), u"0.333333");
   run("update goods set g_kc=?", {2.0 / 3});
