@@ -132,7 +132,7 @@ void replayStatements(benchmark::State& state) {
     replayLedger(first);
     transaction.commit();
   }
-  state.counters["us/row"] = benchmark::Counter(
+  state.counters["million rows"] = benchmark::Counter(
       ledgerRows * 1e-6, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
@@ -210,7 +210,7 @@ void replayBare(benchmark::State& state) {
     (cost << p << warehouse << goods).run();
     commit.run();
   }
-  state.counters["us/row"] = benchmark::Counter(
+  state.counters["million rows"] = benchmark::Counter(
       ledgerRows * 1e-6, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
@@ -344,13 +344,11 @@ void BareAudit::goods(sqlite3_int64 id, const std::string& sn, double quantity, 
           .run();
   }
   (sql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?") << p << warehouse << sn).run();
-  (sql("update jxc_goods set g_cgpl=g_cgpl+1 where g_sn=?") << sn).run();
   const double average =
       one(sql("select round(sum(kc_cbj*kc_zsl)/sum(kc_zsl)+0.000000001,2) from jxc_kcsp where g_sn=?") << sn);
-  (sql("update jxc_goods set g_kc=g_kc+?,g_scjj=?,ghs_sn=?,g_pjjj=? where g_sn=?")
+  (sql("update jxc_goods set g_kc=g_kc+?,g_cgpl=g_cgpl+1,g_scjj=?,ghs_sn=?,g_pjjj=? where g_sn=?")
    << quantity << price << partner << average << sn)
       .run();
-  (sql("update jxc_goods set g_pjjj=? where g_pjjj<0 and g_sn=?") << price << sn).run();
 }
 
 void BareAudit::run(const std::string& number, const std::string& today) {

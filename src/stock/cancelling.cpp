@@ -80,14 +80,10 @@ void cancelStock(const Rules& rules, const Head& head) {
     }
     trading::applyToBalance(rules, effect, -1);
     replayLedger(effect.id, AnchorRow::Skip);
-    execSql(rules.countUse, -1, effect.goods);
-    if (rules.movesCost) {
-      execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", effect.physical,
-              trading::averageAfter(effect), effect.goods);
-      execSql("update jxc_goods set g_pjjj=? where g_pjjj<0 and g_sn=?", effect.price, effect.goods);
-    } else {
-      execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", effect.physical, effect.goods);
-    }
+    if (rules.movesCost)
+      execSql(rules.goodsCancelled, effect.physical, trading::averageAfter(effect), effect.goods);
+    else
+      execSql(rules.goodsCancelled, effect.physical, effect.goods);
   }
   if (fromSource) {
     execSql(rules.reopenSource[1], head.number);

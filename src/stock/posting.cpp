@@ -118,21 +118,16 @@ void postMoney(const Rules& rules, const Head& head) {
   }
 }
 
-/// Goods master after one row: stock, use counter, and for purchases price, supplier and average.
+/// Goods master after one row: stock, use counter, and for purchases price, supplier and average. The average cannot be
+/// below zero: it is an absolute value, or the price of the line.
 void postGoods(const Rules& rules, const Head& head, const Effect& effect) {
-  execSql(rules.countUse, 1, effect.goods);
-  if (!rules.movesCost) {
-    execSql("update jxc_goods set g_kc=g_kc+(?) where g_sn=?", effect.physical, effect.goods);
-    return;
-  }
-  const double average = trading::averageAfter(effect);
-  if (rules.family == &families::purchaseReceipt)
-    execSql("update jxc_goods set g_kc=g_kc+(?),g_scjj=?,ghs_sn=?,g_pjjj=? where g_sn=?", effect.physical, effect.price,
-            head.partner, average, effect.goods);
+  if (!rules.movesCost)
+    execSql(rules.goodsPosted, effect.physical, effect.goods);
+  else if (rules.family == &families::purchaseReceipt)
+    execSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageAfter(effect),
+            effect.goods);
   else
-    execSql("update jxc_goods set g_kc=g_kc+(?),g_pjjj=? where g_sn=?", effect.physical, average, effect.goods);
-  // Data of old versions may hold averages below zero.
-  execSql("update jxc_goods set g_pjjj=? where g_pjjj<0 and g_sn=?", effect.price, effect.goods);
+    execSql(rules.goodsPosted, effect.physical, trading::averageAfter(effect), effect.goods);
 }
 
 void postStock(const Rules& rules, const Head& head) {

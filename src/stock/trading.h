@@ -30,7 +30,9 @@ struct Rules {
   const char* effectRows;    // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,physical
   bool outwards;             // stock falls by gl_sl, and the quantity counts as sold
   bool movesCost;            // the goods' average is written anew
-  const char* countUse;      // values +1 or −1, goods: the goods' use counter
+  // Goods master: change of g_kc, then for purchases price, supplier (receipts only) and average, then goods.
+  const char* goodsPosted;
+  const char* goodsCancelled;
   void (*bumpEmployee)(const QString& employee);  // may be null
 
   // Cancel.
