@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <map>
 #include <stdexcept>
@@ -261,6 +262,22 @@ void Screen::showEvent(QShowEvent* event) {
     const QSize room = display->availableSize() - QSize(16, 48);
     const QSize wish = sizeHint().expandedTo(grids_.empty() ? QSize(380, 0) : QSize(1000, 620)).boundedTo(room);
     if (!testAttribute(Qt::WA_Resized) || width() > room.width() || height() > room.height()) resize(wish);
+  }
+  // Screens are kept without a parent, so that none goes with another; for the desktop they belong to what they stand
+  // on.
+  auto* below = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
+  if (below && below != this && windowHandle() && below->window()->windowHandle()) {
+    windowHandle()->setTransientParent(below->window()->windowHandle());
+    if (!event->spontaneous()) {
+      const QRect under = below->window()->frameGeometry();
+      QPoint corner = under.center() - QPoint(width() / 2, height() / 2);
+      if (const auto* display = screen()) {
+        const QRect room = display->availableGeometry();
+        corner.setX(std::clamp(corner.x(), room.left(), std::max(room.left(), room.right() - width())));
+        corner.setY(std::clamp(corner.y(), room.top(), std::max(room.top(), room.bottom() - height())));
+      }
+      move(corner);
+    }
   }
   QDialog::showEvent(event);
 }

@@ -6,6 +6,7 @@
 #include "ui/skin.h"
 
 #include <QLabel>
+#include <QScopeGuard>
 
 namespace jxc {
 namespace login_screen_detail {
@@ -41,7 +42,6 @@ TF_Login::TF_Login() : Screen(login_screen_detail::kScreen) {
 
 void TF_Login::activate() {
   loginOk = false;
-  btnOK.setEnabled(true);
   comAdmin.setItems(loginOperators());
   tpwd.clear();
   comAdminChange();
@@ -52,12 +52,13 @@ void TF_Login::comAdminChange() {
 }
 
 void TF_Login::btnOKClick() {
-  btnOK.setEnabled(false);  // one login at a time, also for an impatient F5
+  // One login at a time, also for an impatient F5. Whatever happens, the form can be used again.
+  btnOK.setEnabled(false);
+  const auto usable = qScopeGuard([this] { btnOK.setEnabled(true); });
   const bool changing = session().editMode == u"hb";
   const bool known =
       changing ? changeOperator(comAdmin.text(), tpwd.text(), prompt()) : login(comAdmin.text(), tpwd.text(), prompt());
   if (!known) {
-    btnOK.setEnabled(true);
     tpwd.clear();
     return tpwd.focus();
   }

@@ -21,6 +21,12 @@ class TF_NotYet : public ui::Screen {
     text->setWordWrap(true);
     panel().widget(title).widget(text).stretch().buttons("| btnCancel");
     setMinimumSize(420, 200);
+    tell(QStringLiteral("功能"), QStringLiteral("F_NotYet"));
+  }
+  void tell(const QString& caption, const QString& screen) {
+    setWindowTitle(caption);
+    title->setText(caption);
+    text->setText(QStringLiteral("“%1”(%2)在本版本中尚未提供，数据没有任何改变。").arg(caption, screen));
   }
   QLabel* title;
   QLabel* text;
@@ -32,10 +38,7 @@ const ui::Registered<TF_NotYet> kRegistered{"F_NotYet"};
 
 void showNotYet(const QString& caption, const QString& screen) {
   auto& page = ui::screenAs<not_yet_detail::TF_NotYet>("F_NotYet");
-  const QString name = QString(caption).remove(u'&');
-  page.setWindowTitle(name);
-  page.title->setText(name);
-  page.text->setText(QStringLiteral("“%1”(%2)在本版本中尚未提供，数据没有任何改变。").arg(name, screen));
+  page.tell(QString(caption).remove(u'&'), screen);
   page.showModal();
 }
 
