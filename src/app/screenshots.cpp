@@ -67,6 +67,7 @@ int takeScreenshots(const QString& folderName) {
     fine = save(login, folder, QStringLiteral("F_Login")) && fine;
     login.hide();
     TF_MainForm mainForm;
+    mainForm.resize(1280, 720);
     mainForm.formActivate();
     for (const auto& page : ui::pages()) {
       mainForm.showPage(page.page);

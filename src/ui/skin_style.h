@@ -53,6 +53,10 @@ QTabBar::tab { padding: 5px 14px; border: none; border-bottom: 3px solid transpa
 QTabBar::tab:selected { border-bottom: 3px solid @accent; color: @accent; }
 QTabBar::tab:hover { background: @hover; }
 QTabBar::tab:focus { background: @selection; }
+QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @muted; border-radius: 2px; background: @base; }
+QCheckBox::indicator:focus { border: 2px solid @accent; width: 12px; height: 12px; }
+QCheckBox::indicator:checked { background: @accent; border-color: @accent; image: url(:/look/check.svg); }
+QCheckBox::indicator:disabled { background: @window; border-color: @line; }
 QCheckBox:focus, QRadioButton:focus { color: @accent; }
 QMenu { border: 1px solid @line; background: @base; }
 QMenu::item { padding: 4px 24px 4px 12px; }

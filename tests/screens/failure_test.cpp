@@ -1,0 +1,30 @@
+// Failures that no screen caught: told once, in one place, and fatal when they name the account file.
+#include "engine/error.h"
+#include "screens/harness/screen_test.h"
+#include "ui/application.h"
+
+#include <QTimer>
+
+namespace jxc::test {
+
+TEST_F(ScreenTest, FailuresEndInOneHandlerAndTheScreenStays) {
+  int ended = 0;
+  const auto before = std::exchange(ui::processEnd(), [&](int code) { ended = code; });
+  open("F_Rjbz", [&](ui::Screen& s) {
+    QObject::connect(&s.command("btnCancel"), &QPushButton::pressed, &s,
+                     [] { throw DbError(DbError::Kind::UnknownName, QStringLiteral("No column G_XX in JXC_GOODS")); });
+    expectNotice(QStringLiteral("no column g_xx in jxc_goods"));
+    // As an event of the window: the mouse would send the same.
+    QTimer::singleShot(0, &s.command("btnCancel"), [&] { Q_EMIT s.command("btnCancel").pressed(); });
+    settle();
+    EXPECT_TRUE(s.isVisible());
+    EXPECT_EQ(ended, 0);
+    expectNotice(QStringLiteral("数据库格式不可识别！\r\n\r\n系统将退出！"));
+    QTimer::singleShot(0, &s, [] { throw DbError(DbError::Kind::File, QStringLiteral("Cannot read JXC.MDB")); });
+    settle();
+    EXPECT_EQ(ended, 1);
+  });
+  ui::processEnd() = before;
+}
+
+}  // namespace jxc::test
