@@ -38,7 +38,8 @@ TEST_F(RunningBalanceTest, BackDatedDebtMovesLaterLinesAndThePartner) {
   const auto sameDay = owe("2021-05-10", 10, 0);
   EXPECT_EQ(ysyfkBalanceAt("100001", PartnerType::Supplier, "2021-05-10"), 110.255);
   EXPECT_EQ(ysyfkBalanceAt("100001", PartnerType::Supplier, "2021-05-10", sameDay), 100.255);
-  EXPECT_EQ(ysyfkBalanceNow("100001", PartnerType::Supplier), 80.26);  // halves go up
+  EXPECT_EQ(ysyfkBalanceAt("100001", PartnerType::Supplier, "2021-05-20", second), 100);  // entered before it
+  EXPECT_EQ(ysyfkBalanceNow("100001", PartnerType::Supplier), 80.26);                     // halves go up
   EXPECT_EQ(ysyfkBalanceAt("100001", PartnerType::Supplier, "2021-04-30"), 0);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 

@@ -216,6 +216,13 @@ TEST_F(ReceiptTest, PaidLessSpreadOverTheLines) {
   EXPECT_EQ(lastFigures("A"), "10 3.84 38.4");  // the cost really falls
   EXPECT_EQ(supplierOwed(), 0);
 
+  // The audit dialog spreads too, and lets nothing stand as a discount.
+  const QString waits = save(draftReceipt("2021-05-03", {{"A", 10, 4}}));
+  auto dialog = loadForAudit(waits);
+  dialog->paid = 38;
+  EXPECT_EQ(saveCheckedValueTab2(*dialog, prompt), AuditOutcome::Audited);
+  EXPECT_EQ(head(waits), "38 38 0");
+
   // No line can bear its share: it ends, and what is left counts as paid.
   ReceiptDraft small = draftReceipt("2021-05-03", {{"A", 1, 1}, {"B", 1, 1}});
   small.paid = -5;

@@ -45,6 +45,11 @@ TEST_F(LedgerTest, EmptyStockKeepsThePriceOfTheRowThatEmptiedItButNotOfAnOpening
   const auto opening = ledgerRow("qc", "2021-05-02", 5, 45, 9, "B");
   replayLedger(soldB);
   EXPECT_EQ(figures(opening), "0 6 0");
+  // Nothing moved on nothing: no price to keep.
+  addGoods("C", 6);
+  const auto nothing = ledgerRow("cj", "2021-05-01", 0, 0, 9, "C");
+  replayLedger(nothing);
+  EXPECT_EQ(figures(nothing), "0 6 0");
 }
 
 TEST_F(LedgerTest, OnlySomeMovementsMoveTheAverage) {

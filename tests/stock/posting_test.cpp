@@ -3,7 +3,9 @@
 
 #include "stock/shop.h"
 
+#include <functional>
 #include <random>
+#include <utility>
 
 namespace jxc {
 namespace posting_test {
@@ -120,11 +122,27 @@ TEST_F(PostingTest, SettledAtPaidAmountLeavesTheSupplierUnmovedAndFreightIsOurs)
   insertRow("jxc_xjyh",
             {{"xj_kmmc", u"工行帐号"}, {"xj_rq", u"2021-05-05"}, {"xj_je", 100.0}, {"xj_chk", u"1"}, {"gl_djh", u""}});
   recomputeXjyh("工行帐号", "2021-05-04");
+  insertRow("jxc_ysyfk", {{"k_type", u"ghs"},  // paid in advance
+                          {"k_ghskh", u"100001"},
+                          {"k_rq", u"2021-05-01"},
+                          {"k_yfje", 0.0},
+                          {"k_sfje", 20.0},
+                          {"k_qcje", 0.0},
+                          {"gl_djh2", number}});
+  insertRow("jxc_ysyfk", {{"k_type", u"ghs"},
+                          {"k_ghskh", u"100001"},
+                          {"k_rq", u"2021-05-02"},
+                          {"k_yfje", 7.0},
+                          {"k_sfje", 0.0},
+                          {"k_qcje", 0.0}});
+  recomputeYsyfk("100001", PartnerType::Supplier, "2021-05-01");
+  EXPECT_EQ(supplierOwed(), -13);
   prompt.willSayYes();
   EXPECT_TRUE(cancelPurchase(number, prompt));
   expectUnposted(purchaseReceipt, number);
   EXPECT_EQ(cash(), 0);
   EXPECT_EQ(xjyhBalanceNow("工行帐号"), 100);
+  EXPECT_EQ(supplierOwed(), 7);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
@@ -258,6 +276,52 @@ TEST_F(PostingTest, IssueInUseLowersBooksNowAndShelvesLater) {
   insertRow("jxc_cksp", {{"gl_djh", u"CK1"}, {"gl_djh2", number}});
   EXPECT_FALSE(cancelSale(number, prompt));
   EXPECT_TRUE(prompt.lastNotice().contains("已有出库信息"));
+}
+
+/// A colleague sells while the question about this goods stands.
+class MeanwhilePrompt : public test::ScriptedPrompt {
+ public:
+  std::function<void()> meanwhile;
+  bool ask(const QString& text) override {
+    const bool answer = ScriptedPrompt::ask(text);
+    if (meanwhile && text.contains(u"“B”")) std::exchange(meanwhile, nullptr)();
+    return answer;
+  }
+};
+
+TEST_F(PostingTest, StockThatGoesWhileTheQuestionStands) {
+  const QString receipt = receive("2021-05-01", {{"A", 10, 6}, {"B", 5, 9}});
+  const QString back = waitingReturn(purchaseReturn, "2021-05-03", {{"B", 6, 9}, {"A", 8, 6}});
+  MeanwhilePrompt slow;
+  slow.meanwhile = [this] { sell("2021-05-03", {{"A", 4, 12}}); };
+  slow.willSayYes();  // to six of five B; by then A is short too
+  EXPECT_EQ(checkDj(purchaseReturn, back, slow), AuditOutcome::Refused);
+  EXPECT_EQ(slow.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：退货将会出现负库存，是否继续？");
+  EXPECT_EQ(balanceOf("B"), "5 5 9");
+
+  receive("2021-05-03", {{"A", 4, 6}});
+  sell("2021-05-03", {{"B", 1, 12}});
+  slow.meanwhile = [this] { sell("2021-05-03", {{"A", 1, 12}}); };
+  slow.willSayYes().willSayYes();
+  EXPECT_FALSE(cancelPurchase(receipt, slow));
+  EXPECT_TRUE(slow.lastNotice().contains(u"“A”"));
+  EXPECT_EQ(balanceOf("A"), "9 9 6");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PostingTest, SpreadingASalePassesGiftsAndReturnedLinesBy) {
+  setParameter("cs_xsjgts", 0);
+  receive("2021-05-01", {{"A", 20, 6}, {"B", 20, 9}});
+  const QString number = waitingSale("2021-05-02", {{"A", 10, 10}, {"B", 2, 5}, {"B", -1, 5}}, 89, 0);
+  execSql("update jxc_lsxssp set t_zp='(赠品)' where ls_sl=2 and gl_djh=?", number);
+  execSql("update jxc_lsxssp set ls_dzl=0.8 where g_sn='A' and gl_djh=?", number);
+  balanceSale(number, 89, 105);
+  QStringList lines;
+  for (const Row row :
+       openSelect("select ls_zje,ls_taxdj,ls_dj,ls_je from jxc_lsxssp where gl_djh=? order by id", number))
+    lines << row.text("ls_zje") + u' ' + row.text("ls_taxdj") + u' ' + row.text("ls_dj") + u' ' + row.text("ls_je");
+  EXPECT_EQ(lines, QStringList({"84 10.5 10.5 105", "10 5 5 10", "-5 5 5 -5"}));  // 84 / (0.8 × 10)
+  EXPECT_EQ(lookupNumber("select ls_yfje from jxc_lsxsd where gl_djh=?", number), 89);
 }
 
 TEST_F(PostingTest, ADocumentOfBalancingLinesOnlyTouchesNoStock) {
