@@ -88,6 +88,7 @@ struct Expr {
   bool negated = false;  // not in, not like, not between, is not null
   bool aggregated = false;  // contains an aggregate of its own query
   bool bound = false;
+  int chain = 0;  // operators below this one in a row without brackets
   int position = 0;
   int namePosition = 0;              // of `name` when a qualifier stands before it
   std::string_view qualifier, name;  // a column as written; a literal's text is its name

@@ -160,6 +160,21 @@ void Binder::bindUpdate() {
         assign(bindExpr(assignment.value, scope), table.columns[static_cast<std::size_t>(assignment.column)], table);
   }
   if (s.select->where) s.select->where = bindCondition(s.select->where, scope, "where");
+  for (const Assignment& assignment : s.assignments)
+    checkReads(assignment, *assignment.value);
+}
+
+// The tables of one update are written one after the other, so a value cannot read what the same update writes
+// elsewhere.
+void Binder::checkReads(const Assignment& assignment, const Expr& e) const {
+  for (const Expr* argument : e.args)
+    checkReads(assignment, *argument);
+  if (e.kind != ExprKind::Column || e.source == assignment.source) return;
+  for (const Assignment& other : tree_.statement.assignments) {
+    if (other.source != e.source || other.column != e.column) continue;
+    fail(TranslateError::Kind::Unsupported, "the same update changes " + std::string(e.name) + " of the other table",
+         e.position);
+  }
 }
 
 void Binder::bindDelete() {

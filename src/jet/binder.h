@@ -32,6 +32,7 @@ class Binder {
   void bindInsertColumns();
   void bindInsertQuery();
   void bindUpdate();
+  void checkReads(const Assignment& assignment, const Expr& e) const;
   void bindDelete();
   void bindCreateTable();
   void bindAddColumns();

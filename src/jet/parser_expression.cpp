@@ -6,9 +6,15 @@ namespace jxc::jet {
 
 // From the loosest to the tightest: or, and, not, comparisons, &, + -, mod, \, * /, sign, ^.
 
+constexpr int kLongestChain = 800;  // engines refuse trees that are some thousand deep
+
 Expr* Parser::binary(Op op, Expr* left, Expr* right, int position) {
   Expr* e = tree_.expr(ExprKind::Binary, position);
   e->op = op;
+  e->chain = left->chain + 1;
+  if (e->chain > kLongestChain) {
+    throw TranslateError(TranslateError::Kind::Unsupported, "too many conditions or operands in a row", position);
+  }
   e->args = {left, right};
   return e;
 }

@@ -221,6 +221,57 @@ TEST_F(DialectTest, SelectsOfAllShapes) {
   EXPECT_EQ(star.columns()[13], "Expr1013");
 }
 
+TEST_F(DialectTest, JoinsOfAllShapes) {
+  for (const char* sn : {"1", "2", "3"})
+    run("insert into goods (g_sn,g_name) values (?,?)", {sn, sn});
+  run("insert into stock (g_sn,ck_sn,kc_sl) values ('1','A',5)");
+  run("insert into stock (g_sn,ck_sn,kc_sl) values ('9','A',7)");
+  // A bracket on the right-hand side is one side of the outer join: goods without a whole pair stay, empty.
+  EXPECT_EQ(rows("select a.g_sn,b.kc_sl,c.g_sn from goods a left join (stock b inner join goods c on b.g_sn=c.g_sn) on "
+                 "a.g_sn=b.g_sn order by a.id"),
+            u"1,5,1;2,null,null;3,null,null");
+  EXPECT_EQ(
+      rows("select a.g_sn,b.g_sn,c.kc_sl from goods a,goods b left join stock c on b.g_sn=c.g_sn where a.g_sn='2' "
+           "order by b.id"),
+      u"2,1,5;2,2,null;2,3,null");
+  EXPECT_EQ(
+      rows("select c.ck_sn,a.g_sn,b.g_sn from stock c,goods a right join goods b on a.g_sn=b.g_sn and a.g_sn='1' where "
+           "c.g_sn='9' order by b.id"),
+      u"A,1,1;A,null,2;A,null,3");
+  EXPECT_EQ(rows("select b.g_sn from (goods a,stock b) where a.g_sn=b.g_sn"), u"1");
+  EXPECT_EQ(
+      rows("select g_sn from stock where g_sn in ((select g_sn from goods) union (select '9' from goods)) order by 1"),
+      u"1;9");
+  // An outer join that finds no partner changes nothing, and a bit that it leaves empty is written as no.
+  EXPECT_EQ(run("update goods a left join stock b on a.g_sn=b.g_sn set b.kc_sl=b.kc_sl+1,a.g_kc=7"), 4);
+  EXPECT_EQ(rows("select a.g_sn,a.g_kc,b.kc_sl from goods a left join stock b on a.g_sn=b.g_sn order by a.id"),
+            u"1,7,6;2,7,null;3,7,null");
+  run("insert into goods (g_sn,g_jy) select b.g_sn,a.g_jy from stock b left join goods a on a.g_sn=b.g_sn where "
+      "b.g_sn='9'");
+  EXPECT_EQ(value("select g_jy from goods where g_sn='9'"), u"0");
+}
+
+TEST_F(DialectTest, NamesAreFoundFromTheInsideOut) {
+  run("insert into goods (g_sn,g_name,g_kc) values ('1','旧',2)");
+  run("insert into stock (g_sn,ck_sn,kc_sl) values ('1','A',5)");
+  // A column goes before a name of the list, but the order looks at the list first.
+  EXPECT_EQ(rows("select g_kc*10 as g_pl,g_kc as g_jj from goods where g_jj is null"), u"20,2");
+  run("insert into goods (g_sn,g_kc) values ('2',-3)");
+  EXPECT_EQ(rows("select -1*g_kc as g_kc from goods order by g_kc"), u"-2;3");
+  EXPECT_EQ(
+      rows("select a.g_sn,(b.g_name+'!') as g_name from goods a,goods b where a.g_sn=b.g_sn and b.g_name<>'' order by "
+           "g_name"),
+      u"1,旧!");
+  // Inside a subquery its own table first, then the tables around it.
+  EXPECT_EQ(rows("select g_sn from goods where g_kc>0 and exists (select * from stock where g_sn='1' and kc_sl>g_kc)"),
+            u"1");
+  // Without a list of columns an insert goes by the names of the select.
+  run("insert into stock select g_kc as kc_sl,g_sn from goods where g_sn='2'");
+  EXPECT_EQ(rows("select g_sn,ck_sn,kc_sl from stock order by id"), u"1,A,5;2,null,-3");
+  run("insert into stock values ('3','B',1,'2021-05-03')");
+  EXPECT_EQ(rows("select id,g_sn,rq from stock where ck_sn='B'"), u"3,3,2021-05-03");
+}
+
 TEST_F(DialectTest, LikeKnowsPercentAndUnderline) {
   run("insert into goods (g_sn,g_name) values ('CJ1','a*b')");
   EXPECT_EQ(value("select count(*) from goods where g_sn like 'cj%'"), u"1");

@@ -126,8 +126,19 @@ TEST(TranslateErrorTest, TypesAndWhatThisEngineCannotSay) {
       TranslateError::Kind::Unsupported,
       {"select * into ^kopie from goods", "select g_sn from goods union select g_sn from stock order by g_sn^+1",
        "select datediff(^'jahr',g_sn,g_sn) from goods", "create table ^goods (a int)",
-       "alter table goods add ^g_kc int", "alter table goods alter column id ^int",
-       "update (select g_sn from goods) a set ^a.g_sn='1'"});
+       "update goods a,stock b set a.g_kc=1,b.kc_sl=1+^a.g_kc where a.id=b.id", "alter table goods add ^g_kc int",
+       "alter table goods alter column id ^int", "update (select g_sn from goods) a set ^a.g_sn='1'"});
+}
+
+TEST(TranslateErrorTest, EndlessStatementsAreRefusedNotCrashedOn) {
+  std::string conditions = "select g_sn from goods where g_kc=0", brackets = "select ";
+  for (int i = 0; i < 100000; ++i) {
+    conditions += " or g_kc=1";
+    brackets += '(';
+  }
+  EXPECT_EQ(refusal(conditions).kind, TranslateError::Kind::Unsupported);
+  EXPECT_EQ(refusal(brackets).kind, TranslateError::Kind::Syntax);
+  EXPECT_EQ(refusal("select " + std::string(100000, '-') + "1").kind, TranslateError::Kind::Syntax);
 }
 
 TEST(TranslateErrorTest, ColumnTypesAreReadBackAsTheyWereWritten) {
