@@ -198,6 +198,37 @@ void Screen::placeRest() {
     if (!isPlaced(commands_[i]->button)) names += std::string(spec_.commands[i].name) + ' ';
   }
   if (!names.empty()) rest.buttons((nothingYet && grids_.empty() ? "| " : "") + names);
+  orderTabs();
+}
+
+// Tab and Enter go as the screen is read, whatever the order of the description.
+void Screen::orderTabs() {
+  QWidget* last = nullptr;
+  for (auto* placed : placed_) {
+    auto* widget = placed->focusProxy() ? placed->focusProxy() : placed;
+    if (last) setTabOrder(last, widget);
+    last = widget;
+  }
+}
+
+// At twice the scale a form may be higher than the display: then all of it scrolls.
+void Screen::scrollWhenTooLarge(const QSize& room) {
+  const QSize least = minimumSizeHint();
+  if (least.width() <= room.width() && least.height() <= room.height()) return;
+  if (layout() != outer_) return;  // done at an earlier showing
+  auto* content = new QWidget;
+  content->setLayout(outer_);
+  auto* scroll = new QScrollArea(this);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(content);
+  auto* around = new QVBoxLayout(this);
+  around->setContentsMargins(0, 0, 0, 0);
+  around->addWidget(scroll);
+  setMinimumSize(0, 0);  // the old layout's
+  around->activate();
+  orderTabs();
 }
 
 void Screen::focusFirst() {
@@ -261,6 +292,7 @@ void Screen::showEvent(QShowEvent* event) {
   if (const auto* display = screen()) {
     const QSize room = display->availableSize() - QSize(16, 48);
     const QSize wish = sizeHint().expandedTo(grids_.empty() ? QSize(380, 0) : QSize(1000, 620)).boundedTo(room);
+    scrollWhenTooLarge(room);
     if (!testAttribute(Qt::WA_Resized) || width() > room.width() || height() > room.height()) resize(wish);
   }
   // Screens are kept without a parent, so that none goes with another; for the desktop they belong to what they stand

@@ -119,6 +119,8 @@ class Screen : public QDialog {
   friend class Panel;
   struct CommandPart;
   void placeRest();
+  void orderTabs();
+  void scrollWhenTooLarge(const QSize& room);
   void focusFirst();
   bool runKey(const QKeySequence& key);
 

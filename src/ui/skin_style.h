@@ -16,7 +16,8 @@ inline constexpr std::pair<const char*, const char*> kUsualColours[] = {
 inline constexpr const char* kStyle = R"(
 QLineEdit, QComboBox, QPlainTextEdit, QTextEdit, QAbstractSpinBox {
   border: 1px solid @line; border-radius: 3px; padding: 2px 5px; background: @base; color: @text;
-  selection-background-color: @accent; selection-color: @accentText; min-height: 20px; }
+  selection-background-color: @accent; selection-color: @accentText; }
+QLineEdit, QComboBox, QAbstractSpinBox { min-height: 20px; }
 QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus, QTextEdit:focus, QAbstractSpinBox:focus {
   border: 2px solid @accent; padding: 1px 4px; }
 QLineEdit[readOnlyLook="true"], QPlainTextEdit[readOnlyLook="true"] { background: @window; }

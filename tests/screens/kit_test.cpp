@@ -15,6 +15,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"dateRq", "日期：", ui::FieldKind::Date},
     {"dateYxq", "有效期：", ui::FieldKind::Date, "", 0, ui::MayBeEmpty},
     {"comCk", "仓库：", ui::FieldKind::Combo},
+    {"tnote", "说明：", ui::FieldKind::EditCombo, "jxc_djbz.dj_name"},
     {"chkOn", "启用", ui::FieldKind::Check},
 };
 constexpr ui::ColumnSpec kColumns[] = {
@@ -81,6 +82,10 @@ TEST_F(ScreenTest, KeysMoveConfirmAndLeave) {
     type(s, "tname", u"二号仓");
     press(s, "Return");
     EXPECT_TRUE(screen.tje.hasFocus());
+    for (const char* next : {"dateRq", "dateYxq", "comCk", "tnote", "chkOn"}) {
+      press(s, "Return");
+      EXPECT_TRUE(s.field(next).hasFocus()) << next;
+    }
     press(s, "Esc");
     EXPECT_TRUE(s.isVisible());
     press(s, "F5");

@@ -7,6 +7,7 @@
 
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -67,6 +68,10 @@ CommandSearch::CommandSearch(QWidget* parent, std::function<void(const ui::Comma
   setClearButtonEnabled(true);
   setMinimumWidth(280);
   addAction(ui::icon("search"), QLineEdit::LeadingPosition);
+  for (auto* button : findChildren<QToolButton*>()) {
+    button->setAccessibleName(QStringLiteral("查找"));
+    button->setToolTip(QStringLiteral("清除"));
+  }
   list_ = new QListWidget(parent->window());
   list_->setObjectName(QStringLiteral("commandMatches"));
   list_->setAccessibleName(QStringLiteral("找到的功能"));
