@@ -99,7 +99,8 @@ double toSixDecimals(double number) {
 
 double roundDecimals(double number, int digits) {
   static constexpr double powers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
-  const double power = powers[std::clamp(digits < 0 ? -digits : digits, 0, 12)];
+  digits = std::clamp(digits, -12, 12);
+  const double power = powers[digits < 0 ? -digits : digits];
   double scaled = std::fabs(digits < 0 ? number / power : number * power);
   if (!(scaled < 0x1p53)) return number;  // no half to round
   // The last bit may be missing to a half of the decimal figure; never so much that a quarter becomes one.
