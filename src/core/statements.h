@@ -68,6 +68,12 @@ void updateRow(std::string_view table, std::int64_t id, std::initializer_list<Fi
 /// is letters, digits and underscores, optionally `alias.name`; anything else throws std::invalid_argument.
 std::string compose(std::string_view pattern, std::initializer_list<std::string_view> identifiers);
 
+/// A statement with its values, for a list that loads it later or in the background.
+struct BoundStatement {
+  std::string sql;
+  std::vector<Value> values;
+};
+
 /// Conditions of a list put together from parts, with their values bound. Conditions are literals of the program.
 class Filter {
  public:

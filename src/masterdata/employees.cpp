@@ -160,8 +160,8 @@ void toggleEmployeeDisabled(std::int64_t id) {
   execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id);
 }
 
-RowSet selectEmployees() {
-  return openSelect("select * from jxc_user order by id");
+BoundStatement employeeListStatement() {
+  return {"select * from jxc_user order by id", {}};
 }
 
 }  // namespace jxc

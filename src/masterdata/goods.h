@@ -47,10 +47,6 @@ struct GoodsFilter {
 /// Rows of the catalogue list, ordered by goods number, with `gc_name` and the stock in the second unit (`fzkc`).
 RowSet selectGoods(const GoodsFilter& filter);
 /// The statement and values of the same, for a list that loads in the background.
-struct BoundStatement {
-  std::string sql;
-  std::vector<Value> values;
-};
 BoundStatement goodsListStatement(const GoodsFilter& filter);
 /// Total stock of the listed goods.
 double goodsStockTotal(const GoodsFilter& filter);

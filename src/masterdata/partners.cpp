@@ -274,7 +274,7 @@ void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString&
   execSql(compose("update {} set {}=? where id=?", {side.table, side.jm}), sanitizeKeyword(mnemonic), id);
 }
 
-RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key) {
+BoundStatement partnerListStatement(const PartnerSide& side, bool withForbidden, const QString& key) {
   Filter filter;
   if (!withForbidden) filter.add(compose("{}=0", {side.forbidden}));
   addListBinding(filter);
@@ -284,7 +284,13 @@ RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString
                        {side.sn, side.name, side.jm, side.contact, side.phone}),
                like, like, like, like, like);
   }
-  return openSelectWith(compose("select * from {}", {side.table}) + filter.where() + " order by id", filter.values());
+  return {compose("select * from {}", {side.table}) + filter.where() + " order by id",
+          {filter.values().begin(), filter.values().end()}};
+}
+
+RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key) {
+  const BoundStatement statement = partnerListStatement(side, withForbidden, key);
+  return openSelectWith(statement.sql, statement.values);
 }
 
 }  // namespace jxc

@@ -44,8 +44,9 @@ void togglePartnerForbidden(const PartnerSide& side, std::int64_t id);
 /// Sets the search letters, at most 128 characters.
 void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString& mnemonic);
 
-/// Statement of the list: all rows, or only those in use; limited to the operator's warehouses where operators are
-/// bound to them (`cs_shtc`). Values are bound: use with `selectPartners`. Ordered by id.
+/// The list: all rows, or only those in use; limited to the operator's warehouses where lists are bound to them
+/// (`cs_shtc`). The key is looked for in number, name, mnemonic, contact and telephone. Ordered by id.
+BoundStatement partnerListStatement(const PartnerSide& side, bool withForbidden, const QString& key = {});
 RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key = {});
 
 }  // namespace jxc

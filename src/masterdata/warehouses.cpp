@@ -118,10 +118,10 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-RowSet selectWarehouses() {
+BoundStatement warehouseListStatement() {
   Filter filter;
   addWarehouseBinding(filter);
-  return openSelectWith("select * from jxc_ckxx" + filter.where() + " order by id", filter.values());
+  return {"select * from jxc_ckxx" + filter.where() + " order by id", {filter.values().begin(), filter.values().end()}};
 }
 
 RowSet selectBindableOperators() {

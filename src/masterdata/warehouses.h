@@ -28,7 +28,7 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 bool deleteWarehouse(std::int64_t id, Prompt& prompt);
 
 /// Rows that the operator may see: all, or those bound to him where operators are bound to warehouses (`cs_cgyh`).
-RowSet selectWarehouses();
+BoundStatement warehouseListStatement();
 
 /// Operators that a warehouse can be bound to, `a_sn` and `a_name`.
 RowSet selectBindableOperators();

@@ -1,7 +1,7 @@
 // 列表装载: runs the query of a list without freezing the window; the answer of an old query is dropped.
 #pragma once
 
-#include "engine/database.h"
+#include "core/statements.h"
 
 #include <QObject>
 
@@ -13,10 +13,7 @@
 namespace jxc::ui {
 
 /// A statement with its values, kept while it runs elsewhere.
-struct GridQuery {
-  std::string sql;
-  std::vector<Value> values;
-};
+using GridQuery = BoundStatement;
 
 /// Runs queries on a second connection in a thread of its own. The first rows come ahead of the rest where the
 /// statement allows it. In memory, inside a transaction, and where no second connection can be had, it runs at once.
