@@ -13,9 +13,16 @@
 #include <QLockFile>
 #include <QTimer>
 
-#include <cstdio>
+#include <algorithm>
+#include <string_view>
 
 namespace {
+
+bool onlyTells(int argc, char** argv) {
+  return std::any_of(argv + 1, argv + argc, [](std::string_view option) {
+    return option == "--help" || option == "-h" || option == "--version" || option == "-v";
+  });
+}
 
 int showProgram(jxc::ui::Application& application) {
   jxc::TF_Loading([] { jxc::createFirstAccountSet(); }).showModal();
@@ -40,9 +47,6 @@ int main(int argc, char** argv) {
   }
   QCoreApplication::setApplicationName(QStringLiteral("jxc"));
   QCoreApplication::setApplicationVersion(QString::fromUtf16(jxc::build::version));
-  jxc::ui::Application application(argc, argv);
-  application.setQuitOnLastWindowClosed(false);
-
   QCommandLineParser options;
   options.setApplicationDescription(QString::fromUtf16(jxc::build::programName));
   options.addHelpOption();
@@ -52,6 +56,13 @@ int main(int argc, char** argv) {
   options.addOption({QStringLiteral("screenshot"),
                      QStringLiteral("no window: pictures of the screens with demonstration data into DIR"),
                      QStringLiteral("DIR")});
+  if (onlyTells(argc, argv)) {  // needs no display
+    const QCoreApplication teller(argc, argv);
+    options.process(teller);
+    return 0;
+  }
+  jxc::ui::Application application(argc, argv);
+  application.setQuitOnLastWindowClosed(false);
   options.process(application);
 
   jxc::setProgramDirectory(jxc::findProgramDirectory(application.arguments(), QCoreApplication::applicationDirPath()));

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QHeaderView>
+#include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -92,6 +93,27 @@ TEST_F(GridFileTest, LoadsAsideAndOnlyTheLastQueryAnswers) {
   grid.waitLoaded();
   EXPECT_TRUE(grid.isEmpty());
   EXPECT_THROW(grid.load("select id,g_sn from jxc_goods"), DbError);
+}
+
+TEST_F(GridFileTest, ALongQueryShowsItselfAndCanBeStopped) {
+  ui::Grid grid(grid_file_test::kGrid, "F_Test", nullptr);
+  grid.show();
+  grid.load("select * from jxc_goods where g_kc=? order by id", 5);
+  grid.waitLoaded();
+  const int before = grid.rowCount();
+  auto* stop = grid.findChild<QPushButton*>(QStringLiteral("btnCancelLoad"));
+  EXPECT_FALSE(stop->isVisible());
+  grid.load("select a.* from jxc_goods a,jxc_goods b,jxc_goods c where a.g_kc+b.g_kc+c.g_kc<? order by a.id", 0);
+  QElapsedTimer time;
+  time.start();
+  while (!stop->isVisible() && time.elapsed() < 10000)
+    settle();
+  ASSERT_TRUE(stop->isVisible());
+  stop->click();
+  EXPECT_FALSE(grid.isLoading());
+  EXPECT_FALSE(stop->isVisible());
+  settle();
+  EXPECT_EQ(grid.rowCount(), before);
 }
 
 TEST_F(GridFileTest, LayoutIsKeptPerList) {

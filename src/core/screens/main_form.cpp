@@ -38,6 +38,7 @@ namespace main_form_detail {
 
 /// A page's tiles stand in as many columns as there is room for.
 constexpr int kTileWidth = 176;
+constexpr int kEcho = 500;        // ms
 constexpr int kTypeAhead = 1200;  // ms until the next letter begins a new word
 
 QPushButton* sideCommand(std::string_view name, const ui::CommandDefinition& command, QWidget* parent) {
@@ -366,7 +367,10 @@ void TF_MainForm::formActivate() {
 
 bool TF_MainForm::event(QEvent* event) {
   const bool result = QWidget::event(event);
-  if (event->type() == QEvent::WindowActivate && loggedIn_ && !busy_ && !leaving_ && isVisible()) formActivate();
+  const bool echo = sinceCommand_.isValid() && sinceCommand_.elapsed() < main_form_detail::kEcho;
+  if (event->type() == QEvent::WindowActivate && loggedIn_ && !busy_ && !leaving_ && !echo && isVisible()) {
+    formActivate();
+  }
   return result;
 }
 
@@ -376,6 +380,7 @@ void TF_MainForm::run(std::string_view command) {
     const main_form_detail::Busy busy(busy_);
     runCommand(command, prompt_);
   }
+  sinceCommand_.start();
   // The screen is gone and the window has the focus again.
   if (!leaving_ && ui::findCommand(command) && !ui::findCommand(command)->screen.empty()) formActivate();
 }

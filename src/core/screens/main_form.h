@@ -4,6 +4,7 @@
 #include "ui/commands.h"
 #include "ui/message_box_prompt.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -82,7 +83,8 @@ class TF_MainForm : public QWidget {
   QString typed_;  // initials typed so far
   QTimer typedTimer_;
   bool loggedIn_ = false;
-  bool busy_ = false;  // a command is running: its screens come and go, and the window is not "active again"
+  bool busy_ = false;           // a command is running: its screens come and go, and the window is not "active again"
+  QElapsedTimer sinceCommand_;  // the desktop tells of the window's return a little after the command has ended
   bool leaving_ = false;
 };
 
