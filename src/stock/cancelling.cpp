@@ -2,10 +2,9 @@
 
 #include "accounts/cash_ledger.h"
 #include "core/log.h"
-#include "core/rights.h"
-#include "core/session.h"
+#include "core/prompt.h"
 #include "core/statements.h"
-#include "stock/document.h"
+#include "stock/cancel_checks.h"
 #include "stock/ledger.h"
 #include "stock/trading.h"
 
@@ -24,13 +23,6 @@ QString effectElsewhere(const Rules& rules, const QString& number) {
          u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
 }
 
-/// Only the checker himself, the administrator, or anyone where the checker's own role may cancel: it is the checker's
-/// role that decides how far his signature binds others.
-bool isBoundToChecker(const DocumentFamily& family, const Head& head) {
-  return session().a_sn != builtInSn && session().a_name != head.checker &&
-         !hasRightOf(family.cancel.group, family.cancel.position, head.checker);
-}
-
 QString shortageOf(const Rules& rules, const Head& head) {
   if (rules.shortageAtCancel.empty()) return {};
   return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
@@ -39,24 +31,15 @@ QString shortageOf(const Rules& rules, const Head& head) {
 /// Everything that may stand against it, asked in the order in which the operator sees it.
 bool mayGo(const Rules& rules, const QString& number, Head& head, QString& shortage, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
-  if (!mayCancel(family)) {
-    prompt.notice(u"您没有取消审核"_qs + words(family.name) + u"的权限！"_qs);
-    return false;
-  }
+  if (!cancel_checks::hasCancelRight(family, prompt)) return false;
   if (const QString reason = effectElsewhere(rules, number); !reason.isEmpty()) {
     prompt.notice(reason);
     return false;
   }
   if (!trading::readHead(rules, number, head) || head.status != 1) return false;
-  if (isBoundToChecker(family, head)) {
-    prompt.notice(u"单据："_qs + number + u"，的审核人："_qs + head.checker + u"\r\n\r\n不允许其他人取消审核！"_qs);
-    return false;
-  }
-  if (const QString gate = cancelGate(number, head.date); gate != u"ok") {
-    prompt.notice(gate);
-    return false;
-  }
-  if (mode == CancelMode::Single && !prompt.ask(u"您的操作将取消当前选中的已审核单据："_qs + number + u"，确认吗？"_qs))
+  if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
+      !cancel_checks::passesGate(number, head.date, prompt) ||
+      !cancel_checks::isConfirmed(cancel_checks::usualQuestion(number), prompt, mode))
     return false;
   shortage = shortageOf(rules, head);
   return mayGoShort(shortage, prompt);

@@ -15,5 +15,12 @@ bool cancelPurchase(const QString& number, Prompt& prompt, CancelMode mode = Can
 bool cancelPurchaseReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 bool cancelSale(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 bool cancelSaleReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+// Documents within the house; no money line goes with them but the difference in value.
+bool cancelTransfer(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelStocktake(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelLoss(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelOverflow(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelSplit(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelBundle(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 
 }  // namespace jxc

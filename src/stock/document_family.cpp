@@ -161,6 +161,7 @@ constexpr DocumentFamily table[] = {
         .enquiry = u"库存调拨查询",
         .waitingHint = u"处于“未审核”状态的调拨单，可以在“待审核调\r\n\r\n拨单”面板中，进行修改及审核操作！",
         .shortageAtAudit = u"DB",
+        .post = postTransfer,
     },
     {
         .prefix = u"PD",
@@ -183,6 +184,7 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核库存盘点单：",
         .enquiry = u"库存盘点查询",
         .waitingHint = u"处于“未审核”状态的盘点单，可以在“待审核盘\r\n\r\n点单”面板中，进行修改及审核操作！",
+        .post = postStocktake,
     },
     {
         .prefix = u"BS",
@@ -204,6 +206,7 @@ constexpr DocumentFamily table[] = {
         .emptiedLog = u"因删除单据的所有商品而删除商品报损单：",
         .cancelledLog = u"取消审核商品报损单",
         .waitingHint = u"处于“未审核”状态的报损单，可以在“报损/报溢\r\n\r\n审核”面板中，进行修改及审核操作！",
+        .post = postLoss,
     },
     {
         .prefix = u"BY",
@@ -225,6 +228,7 @@ constexpr DocumentFamily table[] = {
         .emptiedLog = u"因删除单据的所有商品而删除商品报溢单：",
         .cancelledLog = u"取消审核商品报溢单",
         .waitingHint = u"处于“未审核”状态的报溢单，可以在“报损/报溢\r\n\r\n审核”面板中，进行修改及审核操作！",
+        .post = postOverflow,
     },
     {
         .prefix = u"CF",
@@ -247,6 +251,7 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核商品拆分单",
         .enquiry = u"拆分查询",
         .waitingHint = u"处于“未审核”状态的拆分单，可以在“待审核拆\r\n\r\n分单”面板中，进行修改及审核操作！",
+        .post = postSplit,
     },
     {
         .prefix = u"KB",
@@ -269,6 +274,7 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核商品捆绑单",
         .enquiry = u"捆绑查询",
         .waitingHint = u"处于“未审核”状态的捆绑单，可以在“待审核捆\r\n\r\n绑单”面板中，进行修改及审核操作！",
+        .post = postBundle,
     },
     {
         .prefix = u"JH",

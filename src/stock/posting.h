@@ -1,4 +1,4 @@
-// 单据过账: what audit of the four trading documents writes: cash, partner, invoice, expense and stock ledgers.
+// 单据过账: what audit of a document writes: cash, partner, invoice, expense and stock ledgers.
 #pragma once
 
 #include <QString>
@@ -10,6 +10,15 @@ void postPurchase(const QString& number);
 void postPurchaseReturn(const QString& number);
 void postSale(const QString& number);
 void postSaleReturn(const QString& number);
+
+// Documents within the house: stock ledger, balances and month figures; the difference in value is an expense or an
+// income without a cash line.
+void postTransfer(const QString& number);
+void postStocktake(const QString& number);
+void postLoss(const QString& number);
+void postOverflow(const QString& number);
+void postSplit(const QString& number);
+void postBundle(const QString& number);
 
 /// Settles a paid amount that differs from the payable (both yuan), by parameter: a balancing line of goods "00000000"
 /// takes the difference, or it is spread over the lines until at most 0.4 is left, and the paid amount follows.

@@ -268,9 +268,13 @@ void applyToBalance(const Rules& rules, const Effect& effect, int sign) {
             rules.outwards ? effect.cost : effect.price, sold, effect.goods, effect.warehouse, book);
 }
 
+double averageOr(const QString& goods, double price) {
+  const double average = goodsAvgCost(goods);
+  return average == -1 ? price : average;
+}
+
 double averageAfter(const Effect& effect) {
-  const double average = goodsAvgCost(effect.goods);
-  return average == -1 ? effect.price : average;
+  return averageOr(effect.goods, effect.price);
 }
 
 }  // namespace jxc::trading

@@ -82,5 +82,7 @@ std::vector<Effect> effectsOf(const Rules& rules, const QString& number);
 void applyToBalance(const Rules& rules, const Effect& effect, int sign);
 /// The goods' average after stock changed: over all warehouses, or the line's price when there is no stock left.
 double averageAfter(const Effect& effect);
+/// The same for a goods and a price.
+double averageOr(const QString& goods, double price);
 
 }  // namespace jxc::trading

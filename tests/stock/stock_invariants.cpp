@@ -98,7 +98,7 @@ QStringList documentsAreWhole() {
       const double rows = lookupNumber("select count(*) from jxc_goodslist where gl_djh=?", number);
       if (lines == 0) wrong << number + u": no lines"_qs;
       if (head.integer("status") == 0 && rows != 0) wrong << number + u": waits and stands in the ledger"_qs;
-      if (head.integer("status") == 1 && family.post && rows != lines)
+      if (head.integer("status") == 1 && !family.due.empty() && rows != lines)
         wrong << number + u": %1 lines, %2 ledger rows"_qs.arg(lines).arg(rows);
     }
   }

@@ -1,0 +1,21 @@
+// 取消审核检查: what every cancel asks before it touches anything, in the order in which the operator sees it.
+#pragma once
+
+#include "stock/cancelling.h"
+#include "stock/document_family.h"
+
+#include <QString>
+
+namespace jxc::cancel_checks {
+
+/// The operator's right, or "您没有取消审核…的权限！".
+bool hasCancelRight(const DocumentFamily& family, Prompt& prompt);
+/// Only the checker himself, the administrator, or anyone where the checker's own role may cancel: it is the checker's
+/// role that decides how far his signature binds others.
+bool isFreeOfChecker(const DocumentFamily& family, const QString& number, const QString& checker, Prompt& prompt);
+bool passesGate(const QString& number, const QString& date, Prompt& prompt);
+/// Asks unless the caller has asked for a whole list.
+bool isConfirmed(const QString& question, Prompt& prompt, CancelMode mode);
+QString usualQuestion(const QString& number);
+
+}  // namespace jxc::cancel_checks

@@ -1,0 +1,122 @@
+// 内部单据取消审核: cancel of the documents within the house, of stock/cancelling.h.
+#include "core/log.h"
+#include "core/statements.h"
+#include "stock/cancel_checks.h"
+#include "stock/document.h"
+#include "stock/internal_documents.h"
+#include "stock/ledger.h"
+#include "stock/stocktake.h"
+#include "stock/trading.h"
+
+namespace jxc {
+namespace internal_cancelling_detail {
+
+using internal_documents::Head;
+using internal_documents::Master;
+using internal_documents::Rules;
+
+QString shortageOf(const Rules& rules, const QString& number) {
+  if (rules.shortWarehouse.empty()) return {};
+  const DocumentFamily& family = *rules.family;
+  const QString warehouse =
+      lookupValue(compose("select {} from {} where {}=?", {rules.shortWarehouse, family.head, family.number}), number);
+  return checkStockShort(number, warehouse, QStringView(family.prefix));
+}
+
+void stockBack(const Rules& rules, const Head& head, const Row& row) {
+  const double quantity = row.number("gl_sl");
+  const QString warehouse = row.text("ck_sn");
+  const QString goods = row.text("g_sn");
+  if (rules.overwrites) {
+    // Back to what the count found written in the books, whatever moved since.
+    const RowSet line =
+        openSelect("select kc_sl,kc_zsl from jxc_kcpdsp where id2=? and g_sn=?", row.integer("id2"), goods);
+    if (!line.isEmpty())
+      execSql("update jxc_kcsp set kc_sl=?,kc_zsl=? where g_sn=? and ck_sn=?", line.number(0, 0), line.number(0, 1),
+              goods, warehouse);
+  } else {
+    execSql("update jxc_kcsp set kc_sl=kc_sl-(?),kc_zsl=kc_zsl-(?) where ck_sn=? and g_sn=?", quantity, quantity,
+            warehouse, goods);
+  }
+  if (rules.master == Master::StockAndCost)
+    execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", quantity,
+            trading::averageOr(goods, row.number("gl_dj")), goods);
+  else if (rules.master == Master::Stock)
+    execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", quantity, goods);
+  internal_documents::addToMonth(warehouse, head.month(), -quantity, -row.number("gl_zje"));
+}
+
+void takeBack(const Rules& rules, const Head& head) {
+  const DocumentFamily& family = *rules.family;
+  const QString& number = head.number;
+  writeLog(words(family.cancelledLog) + number);
+  execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
+  ensureStockRows(head.month());
+  for (const Row row : openSelect(
+           "select id,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,id2 from jxc_goodslist where gl_djh=? order by id", number)) {
+    if (rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
+    stockBack(rules, head, row);
+    if (!rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
+  }
+  execSql(compose("update {} set {}=0,{}='',{}='' where {}=?",
+                  {family.head, family.status, family.checkDate, family.checker, family.number}),
+          number);
+  execSql("delete from jxc_goodslist where gl_djh=?", number);
+  if (!rules.differenceWord.empty())
+    execSql("delete from jxc_yyfy where gl_djh=? or fy_note like ?", number, u"%"_qs + number + u"%"_qs);
+}
+
+bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt, CancelMode mode) {
+  using namespace cancel_checks;
+  const Rules& rules = internal_documents::rulesOf(family);
+  Head head;
+  if (!hasCancelRight(family, prompt)) return false;
+  if (!internal_documents::readHead(family, number, head) || head.status != 1) return false;
+  if (rules.bindsChecker && !isFreeOfChecker(family, number, head.checker, prompt)) return false;
+  if (!passesGate(number, head.date, prompt)) return false;
+  const QString question = rules.overwrites ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
+  if (!isConfirmed(question, prompt, mode)) return false;
+  const QString agreed = shortageOf(rules, number);
+  if (!mayGoShort(agreed, prompt)) return false;
+
+  QString changed;
+  {
+    Transaction transaction(accountDb());
+    if (!internal_documents::readHead(family, number, head) || head.status != 1) return false;
+    const QString shortage = shortageOf(rules, number);
+    if (rules.overwrites)
+      changed = stock_count::movedSinceAudit(number);
+    else if (shortage != agreed)
+      changed = shortage;
+    if (changed.isEmpty()) {
+      takeBack(rules, head);
+      transaction.commit();
+      return true;
+    }
+  }
+  prompt.notice(changed);
+  return false;
+}
+
+}  // namespace internal_cancelling_detail
+
+bool cancelTransfer(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::transfer, number, prompt, mode);
+}
+bool cancelStocktake(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::stocktake, number, prompt, mode);
+}
+bool cancelLoss(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::loss, number, prompt, mode);
+}
+bool cancelOverflow(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::overflow, number, prompt, mode);
+}
+bool cancelSplit(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::split, number, prompt, mode);
+}
+bool cancelBundle(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::bundle, number, prompt, mode);
+}
+
+}  // namespace jxc

@@ -1,0 +1,23 @@
+// 库存盘点: what makes a count too late: movement of counted goods behind its date.
+#pragma once
+
+#include "stock/document.h"
+
+#include <QString>
+
+#include <span>
+
+namespace jxc::stock_count {
+
+/// Refusal at save: a later count of the warehouse, or later movement of counted goods; empty when there is neither.
+QString tooLateToSave(const QString& number, const QString& warehouse, const QString& date);
+/// Refusal at audit of a list: the count is void once counted goods moved behind its date; empty when they did not.
+QString overtaken(const QString& number);
+/// Refusal of a cancel: counted goods moved after the count was audited; empty when they did not.
+QString movedSinceAudit(const QString& number);
+
+/// Audits a list of counts after one question; those that were overtaken are passed over and told together at the end.
+/// Number of audited ones, -1 when the operator said no.
+int auditAll(std::span<const ListedDocument> documents, Prompt& prompt);
+
+}  // namespace jxc::stock_count
