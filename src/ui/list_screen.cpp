@@ -13,6 +13,14 @@ std::string commandRow(const ScreenSpec& spec) {
   return row;
 }
 
+/// "tkey chkForbid |": the search box and what narrows the list besides.
+std::string fieldRow(const ScreenSpec& spec) {
+  std::string row;
+  for (const auto& field : spec.fields)
+    row += std::string(field.name) + ' ';
+  return row + '|';
+}
+
 }  // namespace list_screen_detail
 
 ListScreen::ListScreen(const ScreenSpec& spec, Query query)
@@ -20,13 +28,14 @@ ListScreen::ListScreen(const ScreenSpec& spec, Query query)
   auto area = panel();
   if (hasField("tkey")) {
     tkey_ = &field("tkey");
-    area.row("tkey |");
+    area.row(list_screen_detail::fieldRow(spec));
     tkey_->onChanged([this] { refresh(); });
     tkey_->onEnter([this] {
       list.focusRows();
       return true;
     });
   }
+  resize(1080, 640);
   area.grid(list.spec().name).buttons(list_screen_detail::commandRow(spec));
 }
 
