@@ -5,15 +5,17 @@
 #include "core/screens/loading.h"
 #include "core/screens/main_form.h"
 #include "core/startup.h"
+#include "platform/single_instance.h"
 #include "ui/application.h"
 #include "ui/screen.h"
 
 #include <QCommandLineParser>
 #include <QDir>
-#include <QLockFile>
+#include <QTemporaryFile>
 #include <QTimer>
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 namespace {
@@ -22,6 +24,18 @@ bool onlyTells(int argc, char** argv) {
   return std::any_of(argv + 1, argv + argc, [](std::string_view option) {
     return option == "--help" || option == "-h" || option == "--version" || option == "-v";
   });
+}
+
+/// Pictures are taken on a display in memory, of the smallest size that the program is made for. Another display can
+/// be asked for by QT_QPA_PLATFORM.
+void useDisplayOfPictures() {
+  if (const QByteArray wanted = qgetenv("QT_QPA_PLATFORM"); !wanted.isEmpty() && wanted != "offscreen") return;
+  static QTemporaryFile description(QDir::temp().filePath(QStringLiteral("jxc-display-XXXXXX.json")));
+  if (!description.open()) return;
+  description.write(R"({"screens":[{"name":"picture","x":0,"y":0,"width":1280,"height":720,)"
+                    R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+  description.flush();
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + description.fileName().toLocal8Bit());
 }
 
 int showProgram(jxc::ui::Application& application) {
@@ -40,10 +54,10 @@ int showProgram(jxc::ui::Application& application) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    if (std::string_view(argv[i]) == "--screenshot" && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-      qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+  const std::span<char*> words(argv, static_cast<std::size_t>(argc));
+  if (std::ranges::find(words, std::string_view("--screenshot"), [](char* word) { return std::string_view(word); }) !=
+      words.end()) {
+    useDisplayOfPictures();
   }
   QCoreApplication::setApplicationName(QStringLiteral("jxc"));
   QCoreApplication::setApplicationVersion(QString::fromUtf16(jxc::build::version));
@@ -71,8 +85,7 @@ int main(int argc, char** argv) {
   }
 
   // A second start while one runs shows nothing and changes nothing.
-  QLockFile instance(QDir::temp().filePath(QStringLiteral("qcqcjxc.lock")));
-  instance.setStaleLockTime(0);
-  if (!instance.tryLock(0)) return 0;
+  const jxc::SingleInstance instance(jxc::programDirectory());
+  if (!instance.isFirst()) return 0;
   return showProgram(application);
 }
