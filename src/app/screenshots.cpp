@@ -82,8 +82,11 @@ int takeScreenshots(const QString& folderName) {
     try {
       auto& screen = ui::screenNamed(name);
       screen.present();
-      for (auto* grid : screen.grids())
+      // What a usual small display shows: the off-screen one is smaller still.
+      if (!screen.grids().empty()) screen.resize(1264, 680);
+      for (auto* grid : screen.grids()) {
         grid->waitLoaded();
+      }
       fine = save(screen, folder, QString::fromStdString(name)) && fine;
       screen.hide();
     } catch (const std::exception& failure) {

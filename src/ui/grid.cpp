@@ -1,11 +1,9 @@
 #include "ui/grid.h"
 
-#include "core/startup.h"
 #include "ui/display.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFrame>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -15,7 +13,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSettings>
 #include <QStyle>
 #include <QTableView>
 #include <QTimer>
@@ -29,28 +26,6 @@ namespace grid_detail {
 
 constexpr int kBlink = 40;          // ms that a query may hold the window before it goes on in the background
 constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
-
-int characters(const ColumnSpec& column) {
-  if (column.width > 0) return column.width;
-  const int caption = static_cast<int>(qs(column.caption).size()) * 2 + 2;
-  switch (column.kind) {
-    case ColumnKind::Text:
-      return std::max(caption, 14);
-    case ColumnKind::Money:
-    case ColumnKind::Total:
-      return std::max(caption, 12);
-    case ColumnKind::Quantity:
-    case ColumnKind::Number:
-      return std::max(caption, 10);
-    case ColumnKind::Percent:
-      return std::max(caption, 8);
-    case ColumnKind::Date:
-      return std::max(caption, 12);
-    case ColumnKind::Flag:
-      return std::max(caption, 6);
-  }
-  return caption;
-}
 
 }  // namespace grid_detail
 
@@ -185,6 +160,9 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
 
   footer_ = new Footer(*this);
   connect(header, &QHeaderView::sectionResized, footer_, qOverload<>(&QWidget::update));
+  connect(header, &QHeaderView::sectionResized, this, [this] {
+    if (!sizing_ && isVisible()) layoutRead_ = true;
+  });
   connect(header, &QHeaderView::sectionMoved, footer_, qOverload<>(&QWidget::update));
   connect(view_->horizontalScrollBar(), &QScrollBar::valueChanged, footer_, qOverload<>(&QWidget::update));
 
@@ -294,6 +272,7 @@ void Grid::arrived(RowSet rows, bool complete) {
   }
   inReload_ = false;
   footer_->update(complete);
+  fitToRows();
   showState();
   if (currentChanged_) currentChanged_();
   if (complete && loaded_) loaded_();
@@ -443,7 +422,34 @@ void Grid::focusRows() {
   view_->setFocus(Qt::OtherFocusReason);
 }
 
+void Grid::followKeysOf(QWidget* input) {
+  keyInput_ = input;
+  input->installEventFilter(this);
+}
+
 bool Grid::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == keyInput_ && event->type() == QEvent::KeyPress) {
+    const int page = std::max(1, view_->viewport()->height() / view_->verticalHeader()->defaultSectionSize() - 1);
+    int step = 0;
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+      case Qt::Key_Down:
+        step = 1;
+        break;
+      case Qt::Key_Up:
+        step = -1;
+        break;
+      case Qt::Key_PageDown:
+        step = page;
+        break;
+      case Qt::Key_PageUp:
+        step = -page;
+        break;
+      default:
+        return false;
+    }
+    selectRow(std::clamp(currentRow() + step, 0, std::max(0, rowCount() - 1)));
+    return true;
+  }
   if (watched == view_->viewport() && event->type() == QEvent::Resize) {
     if (!layoutRead_) defaultWidths();
     showState();
@@ -459,26 +465,6 @@ void Grid::resizeEvent(QResizeEvent* event) {
 void Grid::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (!layoutRead_) restoreLayout();
-}
-
-void Grid::defaultWidths() {
-  auto* header = view_->horizontalHeader();
-  const int character = view_->fontMetrics().averageCharWidth();
-  int total = 0;
-  int texts = 0;
-  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
-    if (header->isSectionHidden(i)) continue;
-    const int width = grid_detail::characters(spec_.columns[i]) * character + 14;
-    header->resizeSection(i, width);
-    total += width;
-    if (spec_.columns[i].kind == ColumnKind::Text) texts += width;
-  }
-  const int room = view_->viewport()->width() - total;
-  if (room <= 0 || texts == 0) return;
-  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
-    if (header->isSectionHidden(i) || spec_.columns[i].kind != ColumnKind::Text) continue;
-    header->resizeSection(i, header->sectionSize(i) + room * header->sectionSize(i) / texts);
-  }
 }
 
 void Grid::showMenu(const QPoint& place) {
@@ -513,60 +499,6 @@ void Grid::goOnAfterEdit() {
     view_->setCurrentIndex(model_->index(at.row(), column));
     return;
   }
-}
-
-namespace grid_detail {
-
-QString layoutFile(const QString& key) {
-  return programPath(QStringLiteral("Layout/") + key + QStringLiteral(".ini"));
-}
-
-}  // namespace grid_detail
-
-void Grid::saveLayout() {
-  QDir().mkpath(programPath(QStringLiteral("Layout")));
-  QSettings file(grid_detail::layoutFile(layoutKey_), QSettings::IniFormat);
-  const auto* header = view_->horizontalHeader();
-  file.clear();
-  for (int i = 0; i < header->count(); ++i) {
-    const bool hidden = header->isSectionHidden(i);
-    if (hidden) continue;
-    file.setValue(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field),
-                  QStringList{QString::number(header->visualIndex(i)), QString::number(header->sectionSize(i))});
-  }
-  layoutRead_ = true;
-}
-
-void Grid::restoreLayout() {
-  const QString name = grid_detail::layoutFile(layoutKey_);
-  if (programDirectory().isEmpty() || !QFile::exists(name)) return;
-  layoutRead_ = true;
-  const QSettings file(name, QSettings::IniFormat);
-  auto* header = view_->horizontalHeader();
-  std::vector<std::pair<int, int>> places;  // wished place, column
-  for (int i = 0; i < header->count(); ++i) {
-    const auto value =
-        file.value(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field)).toStringList();
-    if (value.size() != 2) continue;
-    places.emplace_back(value[0].toInt(), i);
-    header->resizeSection(i, std::clamp(value[1].toInt(), 16, 2000));
-  }
-  std::sort(places.begin(), places.end());
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    header->moveSection(header->visualIndex(places[i].second), static_cast<int>(i));
-  }
-}
-
-void Grid::dropLayout() {
-  QFile::remove(grid_detail::layoutFile(layoutKey_));
-  layoutRead_ = false;
-  auto* header = view_->horizontalHeader();
-  for (int i = 0; i < header->count(); ++i)
-    header->moveSection(header->visualIndex(i), i);
-  for (int i = 0; i < header->count(); ++i) {
-    if (spec_.columns[static_cast<std::size_t>(i)].hidden) view_->setColumnHidden(i, true);
-  }
-  defaultWidths();
 }
 
 }  // namespace jxc::ui

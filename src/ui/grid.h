@@ -95,6 +95,8 @@ class Grid : public QWidget {
   QString tabSeparated(bool onlySelected) const;
 
   void focusRows();
+  /// Arrows and page keys in this input move in the list, so that a search needs no change of focus.
+  void followKeysOf(QWidget* input);
   QTableView* view() const { return view_; }
   /// Widths, places and hidden columns, kept in Layout/<screen>_<grid>.ini of the program directory.
   void saveLayout();
@@ -112,6 +114,7 @@ class Grid : public QWidget {
   void arrived(RowSet rows, bool complete);
   void showState();
   void defaultWidths();
+  void fitToRows();
   void showMenu(const QPoint& place);
   void goOnAfterEdit();
 
@@ -122,12 +125,15 @@ class Grid : public QWidget {
   Footer* footer_ = nullptr;
   QLabel* hint_;
   QWidget* busy_;
+  QWidget* keyInput_ = nullptr;
   QMenu* menu_;
   ListLoader loader_;
   GridQuery query_;
   QString emptyText_;
   bool failed_ = false;
-  bool layoutRead_ = false;
+  bool layoutRead_ = false;  // widths are the operator's: from a file or by hand
+  bool sizing_ = false;
+  std::vector<int> fitted_;  // widths that the first rows ask for; empty before there are any
   bool inReload_ = false;
   std::function<void()> activated_, currentChanged_, loaded_;
 };

@@ -13,8 +13,8 @@ std::string commandRow(const ScreenSpec& spec) {
   return row;
 }
 
-/// "tkey chkForbid |": the search box and what narrows the list besides.
-std::string fieldRow(const ScreenSpec& spec) {
+/// Search box and switches of the list, in one line above it.
+std::string inputRow(const ScreenSpec& spec) {
   std::string row;
   for (const auto& field : spec.fields)
     row += std::string(field.name) + ' ';
@@ -26,9 +26,10 @@ std::string fieldRow(const ScreenSpec& spec) {
 ListScreen::ListScreen(const ScreenSpec& spec, Query query)
     : Screen(spec), list(grid(spec.grids.front().name)), query_(std::move(query)) {
   auto area = panel();
+  if (!spec.fields.empty()) area.row(list_screen_detail::inputRow(spec));
   if (hasField("tkey")) {
     tkey_ = &field("tkey");
-    area.row(list_screen_detail::fieldRow(spec));
+    list.followKeysOf(tkey_->widget());
     tkey_->onChanged([this] { refresh(); });
     tkey_->onEnter([this] {
       list.focusRows();

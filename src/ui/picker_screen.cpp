@@ -3,10 +3,6 @@
 #include "core/session.h"
 #include "core/text.h"
 
-#include <QKeyEvent>
-#include <QTableView>
-#include <QTimer>
-
 namespace jxc::ui {
 namespace picker_screen_detail {
 
@@ -37,7 +33,7 @@ PickerScreen::PickerScreen(PickerSpec spec)
   tkey.onChanged([this] {
     if (!strIsTrue(session().cs_hcj)) search();
   });
-  tkey.widget()->installEventFilter(this);
+  list.followKeysOf(tkey.widget());
 }
 
 void PickerScreen::activate() {
@@ -55,23 +51,6 @@ void PickerScreen::enterPressed(Field&) {
   if (tkey.trimmed() != searched_) return search();
   list.waitLoaded();
   if (list.current()) accept();
-}
-
-bool PickerScreen::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == tkey.widget() && event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const int page = 15;
-    const int step = key == Qt::Key_Down       ? 1
-                     : key == Qt::Key_Up       ? -1
-                     : key == Qt::Key_PageDown ? page
-                     : key == Qt::Key_PageUp   ? -page
-                                               : 0;
-    if (step != 0) {
-      list.selectRow(std::clamp(list.currentRow() + step, 0, std::max(0, list.rowCount() - 1)));
-      return true;
-    }
-  }
-  return Screen::eventFilter(watched, event);
 }
 
 std::optional<Row> PickerScreen::pick(const QString& typed) {

@@ -36,7 +36,6 @@ class PickerScreen : public Screen {
  protected:
   void activate() override;
   void enterPressed(Field& field) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void search();
