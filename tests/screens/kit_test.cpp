@@ -2,6 +2,7 @@
 #include "core/statements.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
+#include "ui/picker_screen.h"
 
 #include <QLineEdit>
 #include <QTableView>
@@ -27,6 +28,8 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btnAdd", "添加", "F2"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 constexpr ui::ScreenSpec kSpec = {
     .name = "F_KitTest", .title = "试验屏幕", .fields = kFields, .grids = kGrids, .commands = kCommands};
+
+constexpr ui::ScreenSpec kPicker = {.name = "F_KitPicker", .title = "选择备注", .grids = kGrids};
 
 class TF_KitTest : public ui::Screen {
  public:
@@ -147,6 +150,41 @@ TEST_F(ScreenTest, GridSortsSumsEditsAndKeepsItsRow) {
     EXPECT_EQ(lookupNumber("select dj_pl from jxc_djbz where dj_name=?", "盒"), 0);
     EXPECT_TRUE(grid.tabSeparated(false).startsWith(QStringLiteral("单位\t次数\n盒\t0\n")));
   });
+}
+
+TEST_F(ScreenTest, APickerSearchesWhileItIsTypedIn) {
+  for (const auto* name : {u"现金结算", u"月底结清", u"月初结清"})
+    insertRow("jxc_djbz", {{"dj_name", name}, {"dj_pl", 0}});
+  ui::PickerScreen picker(
+      {kit_test::kPicker, [](const QString& typed) {
+         return ui::GridQuery{"select * from jxc_djbz where dj_name like ? order by id", {u'%' + typed + u'%'}};
+       }});
+  std::optional<Row> taken;
+  const auto pick = [&](Steps steps) {
+    expectScreen("F_KitPicker", std::move(steps));
+    taken = picker.pick();
+  };
+  pick([&](ui::Screen& s) {
+    EXPECT_EQ(picker.list.rowCount(), 3);
+    type(s, "tkey", u"月");
+    EXPECT_EQ(picker.list.rowCount(), 2);
+    press(s, "Down");
+    press(s, "Return");
+  });
+  ASSERT_TRUE(taken);
+  EXPECT_EQ(taken->text("dj_name"), QStringLiteral("月初结清"));
+  pick([&](ui::Screen& s) {
+    EXPECT_EQ(picker.list.rowCount(), 3);  // it begins anew
+    press(s, "Esc");
+  });
+  EXPECT_FALSE(taken);
+  pick([&](ui::Screen& s) {
+    type(s, "tkey", u"没有");
+    press(s, "Return");
+    press(s, "F5");
+    EXPECT_TRUE(s.isVisible());  // there is nothing to take
+  });
+  EXPECT_FALSE(taken);
 }
 
 TEST(KitDisplay, DatesAndNumbersAreReadAsTheyAreTyped) {

@@ -8,10 +8,10 @@
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
+#include "core/screens/help.h"
 #include "core/screens/login.h"
 #include "core/session.h"
 #include "core/start_reminders.h"
-#include "core/startup.h"
 #include "core/statements.h"
 #include "stock/ledger.h"
 #include "ui/display.h"
@@ -480,8 +480,7 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
   if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier) return QWidget::keyPressEvent(event);
   switch (key) {
     case Qt::Key_F1:
-      QDesktopServices::openUrl(QUrl::fromLocalFile(programPath(QStringLiteral("readme.htm"))));
-      return;
+      return openHelp(prompt_);
     case Qt::Key_F2: {
       {
         const main_form_detail::Busy busy(busy_);

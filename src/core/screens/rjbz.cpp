@@ -1,14 +1,11 @@
 // 软件帮助: what this program is, whose, and where its help stands.
 #include "core/build_info.h"
+#include "core/screens/help.h"
 #include "core/session.h"
-#include "core/startup.h"
 #include "ui/icons.h"
 #include "ui/screen.h"
 
-#include <QDesktopServices>
-#include <QFile>
 #include <QLabel>
-#include <QUrl>
 
 namespace jxc {
 namespace rjbz_detail {
@@ -35,11 +32,7 @@ class TF_Rjbz : public ui::Screen {
     auto* keys = new QLabel(QString::fromUtf16(rjbz_detail::kKeys), this);
     keys->setProperty("explanation", true);
     panel().widget(picture).widget(title).widget(text_).widget(keys).stretch().buttons("| btnHelp btnCancel");
-    on(btnHelp, [this] {
-      const QString file = programPath(QStringLiteral("readme.htm"));
-      if (!QFile::exists(file)) return prompt().notice(QStringLiteral("帮助文档不存在！"));
-      QDesktopServices::openUrl(QUrl::fromLocalFile(file));
-    });
+    on(btnHelp, [this] { openHelp(prompt()); });
   }
   QPushButton& btnHelp = command("btnHelp");
 
