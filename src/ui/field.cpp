@@ -54,6 +54,11 @@ QPlainTextEdit* memo(QWidget* widget) {
   return static_cast<QPlainTextEdit*>(widget);
 }
 
+std::function<std::optional<QString>()>& remarkSource() {
+  static std::function<std::optional<QString>()> source;
+  return source;
+}
+
 }  // namespace field_detail
 
 /// While one lives, changes of the widget come from the program.
@@ -112,6 +117,11 @@ void Field::build(QWidget* parent) {
     label_->setBuddy(widget_);
     label_->setObjectName(QStringLiteral("label_") + name);
   }
+  if (!spec_.suffix.empty()) {
+    suffix_ = new QLabel(qs(spec_.suffix), parent);
+    suffix_->setObjectName(QStringLiteral("suffix_") + name);
+    if (caption.isEmpty()) widget_->setAccessibleName(suffix_->text());
+  }
   widget_->installEventFilter(this);
   if (spec_.kind == FieldKind::EditCombo) combo(widget_)->lineEdit()->installEventFilter(this);
   if (spec_.flags & ReadOnly) setReadOnly(true);
@@ -132,6 +142,14 @@ void Field::buildLine(QWidget* parent) {
     open->setText(date ? QStringLiteral("日历") : QStringLiteral("列表"));
     open->setToolTip(date ? QStringLiteral("日历 (F4)") : QStringLiteral("列表 (F2)"));
     connect(open, &QAction::triggered, this, [this, date] { date ? openCalendar() : pick(); });
+    for (auto* button : edit->findChildren<QToolButton*>())
+      button->setAccessibleName(open->text());
+  }
+  if (spec_.flags & OffersRemarks) {
+    auto* open = edit->addAction(icon("field-list"), QLineEdit::TrailingPosition);
+    open->setText(QStringLiteral("常用备注"));
+    open->setToolTip(QStringLiteral("常用备注 (F4)"));
+    connect(open, &QAction::triggered, this, [this] { takeRemark(); });
     for (auto* button : edit->findChildren<QToolButton*>())
       button->setAccessibleName(open->text());
   }
@@ -302,6 +320,7 @@ QString Field::problem() const {
 void Field::setVisible(bool on) {
   widget_->setVisible(on);
   if (label_) label_->setVisible(on);
+  if (suffix_) suffix_->setVisible(on);
 }
 
 bool Field::isVisible() const {
@@ -311,6 +330,7 @@ bool Field::isVisible() const {
 void Field::setEnabled(bool on) {
   widget_->setEnabled(on);
   if (label_) label_->setEnabled(on);
+  if (suffix_) suffix_->setEnabled(on);
 }
 
 bool Field::isEnabled() const {
@@ -432,6 +452,10 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
       pick();
       return true;
     }
+    if ((spec_.flags & OffersRemarks) && key->key() == Qt::Key_F4 && key->modifiers() == Qt::NoModifier) {
+      takeRemark();
+      return true;
+    }
     if (spec_.kind == FieldKind::Date && !readOnly_) {
       if (key->key() == Qt::Key_F4) {
         openCalendar();
@@ -462,6 +486,24 @@ void Field::pick() {
   if (!picked) return;
   setPicked(*picked);
   if (changed_) changed_();
+}
+
+void Field::takeRemark() {
+  const auto& source = field_detail::remarkSource();
+  if (!source || readOnly_ || !isEnabled()) return;
+  const auto remark = source();
+  if (!remark) return;
+  if (spec_.kind == FieldKind::Memo) {
+    field_detail::memo(widget_)->insertPlainText(*remark);
+  } else {
+    auto* edit = field_detail::line(widget_);
+    edit->deselect();  // coming by Tab marks all: what was typed before must not go
+    edit->insert(*remark);
+  }
+}
+
+void setRemarkSource(std::function<std::optional<QString>()> source) {
+  field_detail::remarkSource() = std::move(source);
 }
 
 void Field::openCalendar() {

@@ -32,6 +32,8 @@ class Field : public QObject {
   QWidget* widget() const { return widget_; }
   /// The label in front; null for a box, which carries its own text.
   QLabel* label() const { return label_; }
+  /// The words behind; null without.
+  QLabel* suffix() const { return suffix_; }
 
   // The edit buffer.
   QString text() const;  // as typed; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
@@ -89,6 +91,8 @@ class Field : public QObject {
   // For the screen.
   bool enterPressed() { return enter_ && enter_(); }
   void pick();
+  /// Puts a standard remark where the cursor stands; the operator chooses it from their list.
+  void takeRemark();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -106,6 +110,7 @@ class Field : public QObject {
   FieldSpec spec_;
   QWidget* widget_ = nullptr;
   QLabel* label_ = nullptr;
+  QLabel* suffix_ = nullptr;
   std::vector<ListItem> items_;
   Value stored_;
   double number_ = 0;  // exact value behind a number's display
@@ -120,5 +125,8 @@ class Field : public QObject {
   std::function<bool()> enter_;
   Picking picking_;
 };
+
+/// Where inputs with `OffersRemarks` get their remarks: the screen of standard remarks announces itself here.
+void setRemarkSource(std::function<std::optional<QString>()> source);
 
 }  // namespace jxc::ui

@@ -332,7 +332,14 @@ Panel& Panel::form(std::span<const std::string_view> rows) {
         const bool high = field.spec().kind == FieldKind::Memo;
         raster->addWidget(field.label(), line, column, Qt::AlignRight | (high ? Qt::AlignTop : Qt::AlignVCenter));
       }
-      raster->addWidget(field.widget(), line, column + 1, 1, span);
+      if (field.suffix()) {
+        auto* both = new QHBoxLayout;
+        both->addWidget(field.widget(), 1);
+        both->addWidget(field.suffix());
+        raster->addLayout(both, line, column + 1, 1, span);
+      } else {
+        raster->addWidget(field.widget(), line, column + 1, 1, span);
+      }
       screen_->placed_.push_back(field.widget());
     }
     ++line;
@@ -365,6 +372,7 @@ Panel& Panel::row(std::string_view names) {
       Field& field = screen_->field(name);
       if (field.label()) line->addWidget(field.label());
       line->addWidget(field.widget());
+      if (field.suffix()) line->addWidget(field.suffix());
       screen_->placed_.push_back(field.widget());
     } else {
       QPushButton& button = screen_->command(name);

@@ -28,7 +28,8 @@ enum FieldFlag : unsigned {
   NoFlags = 0,
   ReadOnly = 1u << 0,   // shown, reached by Tab, not changed
   NoMinus = 1u << 1,    // a number: the minus key is swallowed
-  MayBeEmpty = 1u << 2  // a date: no date is a value too
+  MayBeEmpty = 1u << 2,    // a date: no date is a value too
+  OffersRemarks = 1u << 3  // Text, Memo: F4 and a little button put in a standard remark
 };
 
 /// One input. `name` is the member's known name and becomes the object name.
@@ -39,6 +40,7 @@ struct FieldSpec {
   std::string_view column = {};  // "jxc_ghsxx.ghs_name": gives the most characters; checked against the schema
   int width = 0;                 // most characters, where it differs from the column or there is none
   unsigned flags = NoFlags;
+  std::string_view suffix = {};  // behind the input: "位小数", "%"
 };
 
 enum class ColumnKind : std::uint8_t { Text, Money, Total, Quantity, Percent, Number, Date, Flag };
