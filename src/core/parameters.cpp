@@ -1,0 +1,276 @@
+#include "core/parameters.h"
+
+#include "core/schema/schema.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <vector>
+
+namespace jxc {
+namespace parameters_detail {
+
+constexpr int kMostDigits = 6;
+constexpr int kMostTillDigits = 3;
+/// Kinds of sending: none, a mailbox of one's own, the common mailbox.
+constexpr int kNoMail = 0, kOwnMailbox = 1;
+
+/// Goods that were bought and wait for putaway, or were sold and wait for issue.
+struct Waiting {
+  const char* input;  // box that switches the function
+  const char* find;
+  const char* close;
+  const char16_t* function;
+  const char16_t* undone;
+  const char16_t* consequence;
+};
+constexpr Waiting kPutaway{
+    "chkSprk",
+    "select top 1 '单据号：'+j_sn+'，商品编号：'+g_sn from jxc_jhsp where jh_sl>jh_rksl+jh_qxsl order by id desc",
+    "update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where jh_sl>jh_rksl+jh_qxsl",
+    u"商品入库功能",
+    u"入库",
+    u"启用后，采购进货审核时不增加库存，由仓库另开商品入库单，审核后才增加库存。"};
+constexpr Waiting kIssue{
+    "chkSpck",
+    "select top 1 '单据号：'+gl_djh+'，商品编号：'+g_sn from jxc_lsxssp where ls_sl>ls_cksl+ls_qxsl order by id desc",
+    "update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where ls_sl>ls_cksl+ls_qxsl",
+    u"商品出库功能",
+    u"出库",
+    u"启用后，商品销售审核时不减少库存，由仓库另开商品出库单，审核后才减少库存。"};
+
+QString text16(const char16_t* text) {
+  return QString::fromUtf16(text);
+}
+
+bool wasOn(const Waiting& waiting) {
+  return strIsTrue(waiting.input == kPutaway.input ? lookupValue("select cs_sprk from jxc_xtcs")
+                                                   : lookupValue("select cs_spck from jxc_xtcs"));
+}
+
+/// A line that waits, in words; empty without one.
+QString waitingLine(const Waiting& waiting) {
+  return lookupValue(waiting.find);
+}
+
+void refuseSwitchingOff(const Waiting& waiting, const QString& line, Prompt& prompt) {
+  prompt.notice(QStringLiteral("至少有一种商品没有完成%1，\r\n\r\n").arg(text16(waiting.undone)) + line +
+                QStringLiteral("\r\n\r\n不能取消%1！").arg(text16(waiting.function)));
+}
+
+/// Few shops need it, and going back is hard: the operator shall know what he does.
+void warnOfSwitchingOn(const Waiting& waiting, ParameterValues& values, Prompt& prompt) {
+  if (wasOn(waiting) || !values.isOn(waiting.input)) return;
+  const QString question =
+      QStringLiteral("正常情况不需要【启用%1】，只有在仓库独立管理时才可以考虑启用本功能。\r\n\r\n")
+          .arg(text16(waiting.function)) +
+      text16(waiting.consequence) +
+      QStringLiteral("\r\n\r\n还有商品没有完成%1时不能取消本功能，确认启用吗？").arg(text16(waiting.undone));
+  if (!prompt.ask(question)) values.set(waiting.input, 0);
+}
+
+bool maySwitchOff(const Waiting& waiting, const ParameterValues& values, Prompt& prompt) {
+  if (values.isOn(waiting.input) || !wasOn(waiting)) return true;
+  const QString line = waitingLine(waiting);
+  if (line.isEmpty()) return true;
+  refuseSwitchingOff(waiting, line, prompt);
+  return false;
+}
+
+bool refuse(Prompt& prompt, const QString& text) {
+  prompt.notice(text);
+  return false;
+}
+
+bool areDigitsFine(const ParameterValues& values) {
+  return std::all_of(parameterTable().begin(), parameterTable().end(), [&](const ParameterDefinition& p) {
+    const bool isDigits = p.kind == ParameterKind::Number && p.width == 1 && p.table == "jxc_xtcs";
+    return !isDigits || (values.integer(p.input) >= 0 && values.integer(p.input) <= kMostDigits);
+  });
+}
+
+/// A setting counts as nothing while the box that goes with it is off.
+bool isSwitchedOff(const ParameterDefinition& p, const ParameterValues& values) {
+  return !p.switchedBy.empty() && !values.isOn(p.switchedBy);
+}
+
+int columnWidth(std::string_view table, std::string_view column) {
+  for (const auto& line : schema::columnsOf(*schema::findDefinition(table))) {
+    if (line.name != column) continue;
+    int width = 0;
+    const auto open = line.type.find('(');
+    std::from_chars(line.type.data() + open + 1, line.type.data() + line.type.size(), width);
+    return width;
+  }
+  return 0;
+}
+
+Value storedValue(const ParameterDefinition& p, const ParameterValues& values) {
+  switch (p.kind) {
+    case ParameterKind::Choice:
+      return std::max<std::int64_t>(0, values.integer(p.input));
+    case ParameterKind::Flag:
+      return values.isOn(p.input);
+    case ParameterKind::Number:
+      return isSwitchedOff(p, values) ? std::int64_t{0} : values.integer(p.input);
+    case ParameterKind::Decimal:
+      return isSwitchedOff(p, values) ? 0.0 : values.value(p.input).number();
+    case ParameterKind::Text:
+    case ParameterKind::Secret:
+      // The company stands in printed texts and in statements of other programs; mail and gateway need their marks.
+      if (p.table != "jxc_company") return values.text(p.input);
+      return sanitizeKeyword(values.text(p.input)).left(columnWidth(p.table, p.field));
+  }
+  return {};
+}
+
+/// Writes the settings of one table into its row.
+void saveRow(std::string_view table, std::int64_t id, const ParameterValues& values) {
+  std::string sql = compose("update {} set ", {table});
+  std::vector<Value> bound;
+  for (const auto& p : parametersOf(table)) {
+    if (p.input.empty()) continue;
+    sql.append(bound.empty() ? "" : ",").append(p.field).append("=?");
+    bound.push_back(storedValue(p, values));
+  }
+  bound.emplace_back(static_cast<long long>(id));
+  execSqlWith(std::string_view(sql += " where id=?"), bound);
+}
+
+std::int64_t rowOf(std::string_view table) {
+  const RowSet rows = openSelect(compose("select id from {} order by id", {table}));
+  if (!rows.isEmpty()) return rows.integer(0, 0);
+  return insertRow(table, {{parametersOf(table).front().field, Value()}});
+}
+
+/// The row is built anew, so that nothing of a field without an input stays but the schema stamp: such a field is empty
+/// from the first save on and reads as off, whatever a new account set has there.
+void saveSystemParameters(const ParameterValues& values) {
+  const QString stamp = lookupValue("select cs_employdate from jxc_xtcs");
+  execSql("delete from jxc_xtcs");
+  saveRow("jxc_xtcs", insertRow("jxc_xtcs", {{"cs_employdate", stamp}, {"cs_barcode", 0}}), values);
+}
+
+void saveMail(const ParameterValues& values) {
+  const auto kind = values.integer("comLx");
+  const bool hasReport =
+      values.isOn("chkFj1") || values.isOn("chkFj2") || values.isOn("chkFj3") || values.isOn("chkFj4");
+  const bool lacksServer = kind == kOwnMailbox && (values.text("tsmtp").isEmpty() || values.text("tsqpwd").isEmpty());
+  const bool sends = kind != kNoMail && !values.text("temail").isEmpty() && !lacksServer && hasReport;
+  const std::int64_t id = rowOf("jxc_email");
+  saveRow("jxc_email", id, values);
+  if (kind == kNoMail) updateRow("jxc_email", id, {{"e_fj1", 0}, {"e_fj2", 0}, {"e_fj3", 0}, {"e_fj4", 0}});
+  updateRow("jxc_email", id, {{"e_fj9", 0}, {"e_date", QString()}, {"e_send", sends}});
+}
+
+/// Lines that were never put away or issued because the function was off: they must not wait when it is switched on.
+void closeStaleLines(const Waiting& waiting, const ParameterValues& values, bool wasSwitchedOn) {
+  if (!values.isOn(waiting.input) && !wasSwitchedOn) execSql(waiting.close);
+}
+
+bool areFine(ParameterValues& values, Prompt& prompt) {
+  if (values.text("tname").isEmpty() || values.text("tjc").isEmpty()) {
+    return refuse(prompt, QStringLiteral("公司信息必须填写！"));
+  }
+  const auto isTooMany = [&](const char* input) { return values.integer(input) > kMostTillDigits; };
+  if (isTooMany("tjews") || isTooMany("tdjws") || isTooMany("tzlws")) {
+    return refuse(prompt, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"));
+  }
+  if (values.text("tjzqz") == values.text("tjsqz")) {
+    return refuse(prompt, QStringLiteral("计重前缀和计数前缀不能相同！"));
+  }
+  warnOfSwitchingOn(kPutaway, values, prompt);
+  warnOfSwitchingOn(kIssue, values, prompt);
+  if (!maySwitchOff(kPutaway, values, prompt) || !maySwitchOff(kIssue, values, prompt)) return false;
+  if (values.integer("comLx") != kNoMail && !checkMailSettings(values, prompt)) return false;
+  if (!areDigitsFine(values)) return refuse(prompt, QStringLiteral("小数位数只能是0到6位！"));
+  return true;
+}
+
+}  // namespace parameters_detail
+
+const Value& ParameterValues::value(std::string_view input) const {
+  static const Value kNothing;
+  const auto found = values_.find(input);
+  return found == values_.end() ? kNothing : found->second;
+}
+
+ParameterValues readParameters() {
+  ParameterValues values;
+  std::string_view table;
+  RowSet rows;
+  for (const auto& p : parameterTable()) {
+    if (p.table != table) {
+      table = p.table;
+      rows = openSelect(compose("select top 1 * from {} order by id", {table}));
+    }
+    if (p.input.empty() || rows.isEmpty()) continue;
+    const Row row = rows.front();
+    const bool isText = p.kind == ParameterKind::Text || p.kind == ParameterKind::Secret;
+    if (isText) {
+      values.set(p.input, row.text(p.field));
+    } else if (p.kind == ParameterKind::Decimal) {
+      values.set(p.input, row.number(p.field));
+    } else {
+      values.set(p.input, row.integer(p.field));
+    }
+  }
+  return values;
+}
+
+bool checkMailSettings(const ParameterValues& values, Prompt& prompt) {
+  using parameters_detail::refuse;
+  const QString address = values.text("temail");
+  if (address.isEmpty()) return refuse(prompt, QStringLiteral("邮箱地址必须输入！"));
+  if (!address.contains(u'@') || !address.contains(u'.')) {
+    return refuse(prompt, QStringLiteral("邮箱地址不对，请重新输入！"));
+  }
+  if (values.integer("comLx") != parameters_detail::kOwnMailbox) return true;
+  const QString server = values.text("tsmtp");
+  if (server.isEmpty() || values.text("tsqpwd").isEmpty()) {
+    return refuse(prompt, QStringLiteral("SMTP邮件服务器和邮箱授权密码必须输入！"));
+  }
+  if (!server.contains(u'.')) return refuse(prompt, QStringLiteral("SMTP邮件服务器不正确，请重新输入！"));
+  return true;
+}
+
+bool saveParameters(ParameterValues& values, Prompt& prompt) {
+  using namespace parameters_detail;
+  if (!areFine(values, prompt)) return false;
+
+  Transaction transaction(accountDb());
+  closeStaleLines(kPutaway, values, wasOn(kPutaway));
+  closeStaleLines(kIssue, values, wasOn(kIssue));
+  saveRow("jxc_company", rowOf("jxc_company"), values);
+  saveSystemParameters(values);
+  saveRow("jxc_poscs", rowOf("jxc_poscs"), values);
+  saveMail(values);
+  transaction.commit();
+  loadSession();
+  return true;
+}
+
+bool restoreStandardParameters(Prompt& prompt) {
+  using namespace parameters_detail;
+  for (const Waiting* waiting : {&kPutaway, &kIssue}) {
+    const QString line = waitingLine(*waiting);
+    if (line.isEmpty()) continue;
+    refuseSwitchingOff(*waiting, line, prompt);
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值，确认恢复默认系统设置吗？"))) return false;
+
+  Transaction transaction(accountDb());
+  createTable("jxc_xtcs");
+  createTable("jxc_poscs");
+  createTable("jxc_email");
+  // The steps of the schema set some parameters to what they are today: the next login shall walk them all.
+  execSql("update jxc_xtcs set cs_employdate='1900-01-01'");
+  transaction.commit();
+  loadSession();
+  return true;
+}
+
+}  // namespace jxc
