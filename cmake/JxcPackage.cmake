@@ -1,5 +1,5 @@
 # Installing, and a Debian package: cmake --build build/release && (cd build/release && cpack -G DEB)
-# The program finds report/ and the like in a folder of the user, see findProgramDirectory; templates are shipped beside.
+# An installed program keeps its data in a folder of the user, see findProgramDirectory.
 include(GNUInstallDirs)
 foreach(program jxc jxcctl)
   if(TARGET ${program})
@@ -18,7 +18,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-# What no program links but the windows need: Chinese texts of Qt and a Chinese font.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n")
+# What no program links, but the windows need: Chinese texts of Qt, a Chinese font.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk, qt6-qpa-plugins")
 include(CPack)
