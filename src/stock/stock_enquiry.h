@@ -18,7 +18,7 @@ struct StockComparison {
 struct StockFilter {
   QString warehouse;    // ck_sn; "-1" or empty: all that the operator may see
   QString classNumber;  // gc_sn: this class and all below; empty: all
-  QString key;          // number, mnemonic, name, origin, specification, barcode, colour
+  QString key;          // number, mnemonic, name, origin, model, barcode, colour
   QString supplier;     // ghs_sn; empty: all
   std::optional<StockComparison> comparison;
   bool hideZero = false;
