@@ -26,8 +26,8 @@ enum class FieldKind : std::uint8_t {
 
 enum FieldFlag : unsigned {
   NoFlags = 0,
-  ReadOnly = 1u << 0,   // shown, reached by Tab, not changed
-  NoMinus = 1u << 1,    // a number: the minus key is swallowed
+  ReadOnly = 1u << 0,      // shown, reached by Tab, not changed
+  NoMinus = 1u << 1,       // a number: the minus key is swallowed
   MayBeEmpty = 1u << 2,    // a date: no date is a value too
   OffersRemarks = 1u << 3  // Text, Memo: F4 and a little button put in a standard remark
 };
