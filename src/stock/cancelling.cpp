@@ -5,6 +5,7 @@
 #include "core/prompt.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
+#include "stock/failing_command.h"
 #include "stock/ledger.h"
 #include "stock/trading.h"
 
@@ -103,7 +104,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
   if (!mayGo(rules, number, head, shortage, prompt, mode)) return false;
 
   QString changed;
-  {
+  const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.
     if (!trading::readHead(rules, number, head) || head.status != 1) return false;
@@ -122,11 +123,11 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       ensureStockRows(head.month());
       refreshMonthStock(head.warehouse, head.month());
       transaction.commit();
-      return true;
     }
-  }
-  prompt.notice(changed);
-  return false;
+    return changed.isEmpty();
+  });
+  if (!changed.isEmpty()) prompt.notice(changed);
+  return done;
 }
 
 }  // namespace cancelling_detail

@@ -22,5 +22,9 @@ bool cancelLoss(const QString& number, Prompt& prompt, CancelMode mode = CancelM
 bool cancelOverflow(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 bool cancelSplit(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 bool cancelBundle(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+// A loan waits again. A loan return has no waiting state: the whole document goes, with the income from its rent, and
+// quantity and used-up deposit go back to the lines of the loan.
+bool cancelLoan(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+bool cancelLoanReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 
 }  // namespace jxc

@@ -8,6 +8,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/failing_command.h"
 #include "stock/ledger.h"
 
 namespace jxc {
@@ -151,16 +152,17 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
 
   const bool auditNow = strIsTrue(session().cs_shdj);
   const QString gate = auditNow ? auditGate(request.number, request.date) : QString();
-  {
+  onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
     result.number = document_detail::numberToSave(family, request.number, request.date);
     const std::int64_t goodsLines = document_detail::goodsLineCount(family, result.number);
     request.writeHead(result.number);
-    if (!auditNow) writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
+    if (!auditNow || family.logsEverySave)
+      writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here.
     if (gate == u"ok") result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
-  }
+  });
   result.saved = true;
   if (auditNow && gate != u"ok") prompt.notice(gate);
   return result;
@@ -230,6 +232,7 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
     if (!mayGoShort(checkStockShort(number, *edit.warehouse, QStringView(family.prefix)), prompt)) return {};
   }
 
+  if (!session().canChangeDocDate) return {};
   Transaction transaction(accountDb());
   if (!document_detail::isWaiting(family, number)) return {};
   const std::int64_t head = firstIdOf(family.head, family.number, number);
@@ -240,10 +243,12 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
     if (!field.empty() && value) updateRow(family.head, head, {{field, *value}});
   };
   QString fresh = number;
-  if (!edit.date.isEmpty()) {
-    if (isNumberTaken(family.lines, family.number, number))
+  const QString before = lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), head);
+  if (!edit.date.isEmpty() && edit.date != before.left(10)) {
+    if (family.redateRenewsNumber || isNumberTaken(family.lines, family.number, number))
       fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), edit.date);
-    updateRow(family.head, head, {{family.date, edit.date}});
+    // Sales may carry the time of day behind the date.
+    updateRow(family.head, head, {{family.date, edit.date.left(10) + before.mid(10)}});
   }
   setText(family.partner, edit.partner);
   setText(family.warehouse, edit.warehouse);

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/document.h"
+#include "stock/failing_command.h"
 #include "stock/ledger.h"
 
 #include <stdexcept>
@@ -117,19 +118,18 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
 
   QString changed;
-  {
+  const AuditOutcome outcome = onDocument(number, u"审核", [&] {
     Transaction transaction(accountDb());
     const RowSet now = headOf(family, number);
     if (!now.isEmpty() && now.front().integer(family.status) == 0) changed = shortageOf(family, number, now.front());
-    if (changed.isEmpty() || changed == shortage) {
-      const AuditOutcome outcome = auditInside(family, number, change);
-      transaction.commit();
-      return outcome;
-    }
-  }
-  // Stock went while the question stood: what the operator agreed to is no longer what would happen.
-  prompt.notice(changed);
-  return AuditOutcome::Refused;
+    // Stock went while the question stood: what the operator agreed to is no longer what would happen.
+    if (!changed.isEmpty() && changed != shortage) return AuditOutcome::Refused;
+    const AuditOutcome done = auditInside(family, number, change);
+    transaction.commit();
+    return done;
+  });
+  if (outcome == AuditOutcome::Refused) prompt.notice(changed);
+  return outcome;
 }
 
 AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt& prompt) {

@@ -298,6 +298,10 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核客户借货单",
         .enquiry = u"借货查询",
         .waitingHint = u"处于“未审核”状态的借货单，可以在“待审核借货\r\n\r\n单”面板中，进行修改及审核操作！",
+        .shortageAtAudit = u"JH",
+        .logsEverySave = true,
+        .redateRenewsNumber = true,
+        .post = postLoan,
     },
     {
         .prefix = u"HH",
@@ -320,6 +324,7 @@ constexpr DocumentFamily table[] = {
         .emptiedLog = u"因删除单据的所有商品而删除客户还货单：",
         .cancelledLog = u"取消审核客户还货单",
         .enquiry = u"借货查询",
+        .post = postLoanReturn,
     },
 };
 

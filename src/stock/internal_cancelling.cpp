@@ -1,8 +1,9 @@
-// 内部单据取消审核: cancel of the documents within the house, of stock/cancelling.h.
+// 内部单据取消审核: cancel of the documents within the house and of loans, of stock/cancelling.h.
 #include "core/log.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
 #include "stock/document.h"
+#include "stock/failing_command.h"
 #include "stock/internal_documents.h"
 #include "stock/ledger.h"
 #include "stock/stocktake.h"
@@ -24,7 +25,8 @@ QString shortageOf(const Rules& rules, const QString& number) {
 }
 
 void stockBack(const Rules& rules, const Head& head, const Row& row) {
-  const double quantity = row.number("gl_sl");
+  const int direction = rules.outwards ? -1 : 1;
+  const double quantity = direction * row.number("gl_sl");
   const QString warehouse = row.text("ck_sn");
   const QString goods = row.text("g_sn");
   if (rules.overwrites) {
@@ -43,7 +45,7 @@ void stockBack(const Rules& rules, const Head& head, const Row& row) {
             trading::averageOr(goods, row.number("gl_dj")), goods);
   else if (rules.master == Master::Stock)
     execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", quantity, goods);
-  internal_documents::addToMonth(warehouse, head.month(), -quantity, -row.number("gl_zje"));
+  internal_documents::addToMonth(warehouse, head.month(), -quantity, -direction * row.number("gl_zje"));
 }
 
 void takeBack(const Rules& rules, const Head& head) {
@@ -52,17 +54,25 @@ void takeBack(const Rules& rules, const Head& head) {
   writeLog(words(family.cancelledLog) + number);
   execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
   ensureStockRows(head.month());
-  for (const Row row : openSelect(
-           "select id,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,id2 from jxc_goodslist where gl_djh=? order by id", number)) {
+  for (const Row row :
+       openSelect("select id,gl_djh,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl,gl_fdmc,id2 from jxc_goodslist "
+                  "where gl_djh=? order by id",
+                  number)) {
+    if (rules.rowCancelled) rules.rowCancelled(row);
     if (rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
     stockBack(rules, head, row);
     if (!rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
   }
-  execSql(compose("update {} set {}=0,{}='',{}='' where {}=?",
-                  {family.head, family.status, family.checkDate, family.checker, family.number}),
-          number);
+  if (rules.cancelDeletes) {
+    execSql(compose("delete from {} where {}=?", {family.head, family.number}), number);
+    execSql(compose("delete from {} where {}=?", {family.lines, family.number}), number);
+  } else {
+    execSql(compose("update {} set {}=0,{}='',{}='' where {}=?",
+                    {family.head, family.status, family.checkDate, family.checker, family.number}),
+            number);
+  }
   execSql("delete from jxc_goodslist where gl_djh=?", number);
-  if (!rules.differenceWord.empty())
+  if (!rules.differenceWord.empty() || rules.cancelDeletes)
     execSql("delete from jxc_yyfy where gl_djh=? or fy_note like ?", number, u"%"_qs + number + u"%"_qs);
 }
 
@@ -80,7 +90,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   if (!mayGoShort(agreed, prompt)) return false;
 
   QString changed;
-  {
+  const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     if (!internal_documents::readHead(family, number, head) || head.status != 1) return false;
     const QString shortage = shortageOf(rules, number);
@@ -91,11 +101,11 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
     if (changed.isEmpty()) {
       takeBack(rules, head);
       transaction.commit();
-      return true;
     }
-  }
-  prompt.notice(changed);
-  return false;
+    return changed.isEmpty();
+  });
+  if (!changed.isEmpty()) prompt.notice(changed);
+  return done;
 }
 
 }  // namespace internal_cancelling_detail
@@ -117,6 +127,12 @@ bool cancelSplit(const QString& number, Prompt& prompt, CancelMode mode) {
 }
 bool cancelBundle(const QString& number, Prompt& prompt, CancelMode mode) {
   return internal_cancelling_detail::cancel(families::bundle, number, prompt, mode);
+}
+bool cancelLoan(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::loan, number, prompt, mode);
+}
+bool cancelLoanReturn(const QString& number, Prompt& prompt, CancelMode mode) {
+  return internal_cancelling_detail::cancel(families::loanReturn, number, prompt, mode);
 }
 
 }  // namespace jxc

@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/posting.h"
 #include "stock/trading.h"
@@ -237,6 +238,7 @@ std::vector<Rules> makeRules() {
        .auditLog = u"增加已审核商品拆分单",
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
+       .rowsOfHead = 1,
        .inserts = statements(families::split, {splitSource, splitParts}),
        .master = Master::StockAndCost,
        .differenceWord = u"拆分单",
@@ -247,17 +249,25 @@ std::vector<Rules> makeRules() {
        .auditLog = u"增加已审核商品捆绑单",
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
+       .rowsOfHead = 1,
        .inserts = statements(families::bundle, {bundleWhole, bundleParts}),
        .master = Master::StockAndCost,
        .differenceWord = u"捆绑单",
        .differenceType = u"费用",
        .replayFirst = true,
        .bindsChecker = true},
+      loanRules(),
+      loanReturnRules(),
   };
 }
 
+/// What a row adds to the stock.
+double inflow(const Rules& rules, const Row& row) {
+  return rules.outwards ? -row.number("gl_sl") : row.number("gl_sl");
+}
+
 void changeBalance(const Rules& rules, const Row& row) {
-  const double quantity = row.number("gl_sl");
+  const double quantity = inflow(rules, row);
   const QString warehouse = row.text("ck_sn");
   const QString goods = row.text("g_sn");
   if (rules.overwrites) {
@@ -273,7 +283,7 @@ void changeBalance(const Rules& rules, const Row& row) {
 
 void changeMaster(const Rules& rules, const Row& row) {
   if (rules.master == Master::None) return;
-  const double quantity = row.number("gl_sl");
+  const double quantity = inflow(rules, row);
   const QString goods = row.text("g_sn");
   if (rules.master == Master::StockAndCost && quantity > 0)
     execSql("update jxc_goods set g_kc=g_kc+(?),g_pjjj=? where g_sn=?", quantity,
@@ -313,17 +323,27 @@ void post(const DocumentFamily& family, const QString& number) {
   ensureStockRows(head.month());
 
   const RowSet rows = openSelect(
-      "select id,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl from jxc_goodslist where gl_djh=? order by id", number);
+      "select id,gl_djh,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl,gl_fdmc,id2 from jxc_goodslist where gl_djh=? order by "
+      "id",
+      number);
+  // A count leaves lines without a difference out; elsewhere every line must have reached the ledger.
+  if (!rules.overwrites && rows.rowCount() != rules.rowsALine * lineCount(family, number) + rules.rowsOfHead)
+    throw std::runtime_error("单据中的商品、仓库、经办人或客户不存在。");
   double value = 0;
   for (const Row row : rows) {
+    if (rules.rowPosted) rules.rowPosted(row);
     changeBalance(rules, row);
     changeMaster(rules, row);
-    addToMonth(row.text("ck_sn"), head.month(), row.number("gl_sl"), row.number("gl_zje"));
+    const double amount = row.number("gl_zje");
+    addToMonth(row.text("ck_sn"), head.month(), inflow(rules, row), rules.outwards ? -amount : amount);
     replayLedger(row.integer("id"));
-    value += row.number("gl_zje");
+    value += amount;
   }
-  const QString middle = rules.overwrites ? u"审核，共%1"_qs : u"，共%1"_qs;
-  writeLog(words(rules.auditLog) + number + middle.arg(rows.rowCount() / rules.rowsALine) + words(rules.auditLogEnd));
+  if (!rules.auditLog.empty()) {
+    const QString middle = rules.overwrites ? u"审核，共%1"_qs : u"，共%1"_qs;
+    writeLog(words(rules.auditLog) + number + middle.arg(rows.rowCount() / rules.rowsALine) + words(rules.auditLogEnd));
+  }
+  if (rules.posted) rules.posted(head, rows.rowCount());
   bookDifference(rules, head, value);
   transaction.commit();
 }
@@ -376,6 +396,12 @@ void postSplit(const QString& number) {
 }
 void postBundle(const QString& number) {
   internal_documents::internal_documents_detail::post(families::bundle, number);
+}
+void postLoan(const QString& number) {
+  internal_documents::internal_documents_detail::post(families::loan, number);
+}
+void postLoanReturn(const QString& number) {
+  internal_documents::internal_documents_detail::post(families::loanReturn, number);
 }
 
 }  // namespace jxc

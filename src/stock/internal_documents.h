@@ -1,10 +1,13 @@
-// 内部单据规则: transfer, stocktake, loss, overflow, split and bundle as values of one posting and one cancel routine.
+// 内部单据规则: transfer, stocktake, loss, overflow, split, bundle, loan and loan return as values of one posting and
+// one cancel routine.
 #pragma once
 
+#include "engine/row_set.h"
 #include "stock/document_family.h"
 
 #include <QString>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,13 +17,17 @@ namespace jxc::internal_documents {
 /// What a row does to the goods master.
 enum class Master : char { None, Stock, StockAndCost };
 
+struct Head;
+
 struct Rules {
   const DocumentFamily* family;
-  std::u16string_view auditLog;  // + number + "，共" + n + auditLogEnd
+  std::u16string_view auditLog;  // + number + "，共" + n + auditLogEnd; empty: audit writes no log
   std::u16string_view auditLogEnd;
   int rowsALine;                     // ledger rows that a line of goods makes
+  int rowsOfHead = 0;                // the head of a split or bundle is a line of its own
   std::vector<std::string> inserts;  // ledger rows; values: auditor, today, number
   const char* markLines;             // before the ledger is written; null: nothing
+  bool outwards = false;             // stock falls by a positive quantity
   Master master;
   bool overwrites;                     // a count sets the stock, it does not add to it
   std::u16string_view differenceWord;  // "报损单" … in the note of the difference; empty: none is booked
@@ -28,6 +35,12 @@ struct Rules {
   bool replayFirst;                    // cancel replays before stock goes back
   bool bindsChecker;                   // cancel asks who audited it
   std::string_view shortWarehouse;     // cancel tests stock of this warehouse of the head; empty: it does not
+
+  // What a kind does beyond stock; null where it does nothing.
+  void (*rowPosted)(const Row& row) = nullptr;
+  void (*posted)(const Head& head, std::int64_t rows) = nullptr;
+  void (*rowCancelled)(const Row& row) = nullptr;
+  bool cancelDeletes = false;  // there is no waiting state to go back to
 };
 
 const Rules& rulesOf(const DocumentFamily& family);
@@ -39,6 +52,10 @@ struct Head {
   QString month() const { return date.left(7); }
 };
 bool readHead(const DocumentFamily& family, const QString& number, Head& head);
+
+/// Values of customer loan and loan return, which stand in a file of their own.
+Rules loanRules();
+Rules loanReturnRules();
 
 /// Adds to a month's figures of a warehouse.
 void addToMonth(const QString& warehouse, const QString& month, double quantity, double value);
