@@ -166,15 +166,13 @@ void addKey(Filter& filter, const QString& key) {
   }
 }
 
-Filter conditions(const GoodsFilter& wanted) {
-  Filter filter;
+}  // namespace goods_detail
+
+void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
   if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
   if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
-  addKey(filter, wanted.key);
-  return filter;
+  goods_detail::addKey(filter, wanted.key);
 }
-
-}  // namespace goods_detail
 
 QString nextGoodsSn(std::int64_t classIdentity) {
   const QString head = QString::number(classIdentity);
@@ -209,7 +207,8 @@ std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
 }
 
 BoundStatement goodsListStatement(const GoodsFilter& wanted) {
-  Filter filter = goods_detail::conditions(wanted);
+  Filter filter;
+  addGoodsConditions(filter, wanted);
   filter.add("a.gc_sn=b.gc_sn");
   return {"select a.*,b.gc_name,round(g_kc/g_zhxs+0.000000001," + std::to_string(quantityDigits()) +
               ") as fzkc from jxc_goods a,jxc_goodsclass b" + filter.where() + " order by a.g_sn",
@@ -222,7 +221,8 @@ RowSet selectGoods(const GoodsFilter& wanted) {
 }
 
 double goodsStockTotal(const GoodsFilter& wanted) {
-  const Filter filter = goods_detail::conditions(wanted);
+  Filter filter;
+  addGoodsConditions(filter, wanted);
   return lookupValueWith("select sum(a.g_kc) as gkc from jxc_goods a" + filter.where(), filter.values()).toDouble();
 }
 

@@ -44,6 +44,9 @@ struct GoodsFilter {
   bool withDisabled = false;
 };
 
+/// Adds these conditions to a list over `jxc_goods a`: pick lists search as the catalogue does.
+void addGoodsConditions(Filter& filter, const GoodsFilter& wanted);
+
 /// Rows of the catalogue list, ordered by goods number, with `gc_name` and the stock in the second unit (`fzkc`).
 RowSet selectGoods(const GoodsFilter& filter);
 /// The statement and values of the same, for a list that loads in the background.

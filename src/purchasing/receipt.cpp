@@ -20,7 +20,7 @@ void writeHead(const ReceiptDraft& draft, const QString& number, double due, dou
   // What will be spread over the lines is not payable any more.
   const double stored = settled && session().cs_xsjgts == spreading ? paid : due;
   insertRow("jxc_jhd", {{"j_sn", number},
-                        {"ghs_sn", draft.supplier},
+                        {"ghs_sn", draft.partner},
                         {"ck_sn", draft.warehouse},
                         {"j_jhrq", draft.date},
                         {"j_yfje", stored},
@@ -50,7 +50,7 @@ void writeHead(const ReceiptDraft& draft, const QString& number, double due, dou
   if (straight) execSql("update jxc_jhsp set jh_rksl=jh_sl where j_sn=?", number);
   if (!putaway) execSql("update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where j_sn=?", number);
   if (!draft.contract.isEmpty())
-    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.supplier, number, draft.contract);
+    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
   if (settled) balancePurchase(number, paid, due);
 }
 
@@ -84,7 +84,7 @@ ReceiptDraft newReceipt(const QString& lastDate) {
   ReceiptDraft draft;
   draft.date = newDocumentDate(lastDate);
   draft.number = newDocumentNumber(families::purchaseReceipt, draft.date);
-  draft.supplier = defaultSupplierSn();
+  draft.partner = defaultSupplierSn();
   draft.warehouse = defaultWarehouseSn();
   draft.salesperson = defaultEmployeeSn();
   draft.settlement = session().cs_activatets == u"1" ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
@@ -97,7 +97,7 @@ ReceiptDraft newReceipt(const QString& lastDate) {
 SaveResult saveReceipt(const ReceiptDraft& draft, Prompt& prompt) {
   const DocumentFamily& family = families::purchaseReceipt;
   if (refused({{draftLineCount(family, draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
-               {draft.supplier.isEmpty(), u"请选择供货商！"_qs},
+               {draft.partner.isEmpty(), u"请选择供货商！"_qs},
                {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
               prompt))
@@ -116,13 +116,14 @@ SaveResult saveReceipt(const ReceiptDraft& draft, Prompt& prompt) {
 RowSet waitingReceipts(const WaitingFilter& filter) {
   Filter where;
   where.add("a.ghs_sn=b.ghs_sn").add("a.ck_sn=c.ck_sn").add("a.u_sn=d.u_sn").add("a.j_status=0");
-  if (!filter.supplier.isEmpty()) where.add("a.ghs_sn=?", filter.supplier);
+  if (!filter.partner.isEmpty()) where.add("a.ghs_sn=?", filter.partner);
   if (!filter.warehouse.isEmpty()) where.add("a.ck_sn=?", filter.warehouse);
   if (isWarehouseBound())
     where.add("a.ck_sn in (select ck_sn from jxc_ckxx where ck_asn like ?)", u"%"_qs + session().a_sn + u"%"_qs);
   if (!filter.key.trimmed().isEmpty()) {
     const QString like = u"%"_qs + sanitizeKeyword(filter.key.trimmed()) + u"%"_qs;
-    where.add("(a.j_sn like ? or a.j_sn2 like ? or a.j_note like ?)", like, like, like);
+    where.add("(a.j_sn like ? or a.j_sn2 like ? or a.j_note like ? or b.ghs_name like ? or b.ghs_jm like ?)", like,
+              like, like, like, like);
   }
   return openSelectWith(
       "select a.*,a.j_yfje-a.j_sfje-a.j_yhje as wfje,b.ghs_name,c.ck_name,d.u_name "
@@ -141,7 +142,7 @@ std::optional<AuditDraft> loadForAudit(const QString& number) {
   AuditDraft draft;
   draft.number = number;
   draft.date = row.text("j_jhrq");
-  draft.supplierName = row.text("ghs_name");
+  draft.partnerName = row.text("ghs_name");
   draft.warehouseName = row.text("ck_name");
   draft.salespersonName = row.text("u_name");
   draft.operatorName = row.text("a_name");

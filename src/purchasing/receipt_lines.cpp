@@ -257,17 +257,6 @@ std::int64_t stageGoods(const QString& goods, double quantity, const QString& nu
   return addLine(Lines::Staging, number, {}, draft).id;
 }
 
-RowSet stagedLines() {
-  return openSelect(
-      "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,b.g_kc from jxc_tempspxf a,jxc_goods b "
-      "where a.g_sn=b.g_sn and a.a_name=? order by a.id",
-      session().a_name);
-}
-
-void unstage(std::int64_t id) {
-  execSql("delete from jxc_tempspxf where id=? and a_name=?", id, session().a_name);
-}
-
 CopyResult copyStaged(const QString& number, const QString& date, Lines target) {
   using namespace receipt_lines_detail;
   CopyResult result;

@@ -181,7 +181,7 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   bar->setRange(0, 0);
   bar->setAccessibleName(QStringLiteral("查询进度"));
   auto* stop = new QPushButton(QStringLiteral("取消查询"), busy);
-  stop->setObjectName(QStringLiteral("btnCancelLoad"));
+  stop->setObjectName(QStringLiteral("cancelLoad"));
   stop->setAutoDefault(false);
   busyLayout->addWidget(new QLabel(QStringLiteral("正在查询……"), busy), 0, Qt::AlignCenter);
   busyLayout->addWidget(bar);

@@ -1,10 +1,12 @@
 // 选择列表: a list with a search box on top: type, arrows, Enter.
 #pragma once
 
+#include "ui/list_search.h"
 #include "ui/screen.h"
 
 #include <functional>
 #include <optional>
+#include <span>
 
 namespace jxc::ui {
 
@@ -14,6 +16,8 @@ struct PickerSpec {
   ScreenSpec screen;  // name, title and one grid; inputs and commands are the picker's own
   std::function<GridQuery(const QString& typed)> query;
   bool multiple = false;  // several rows may be taken at once
+  /// Commands besides the picker's own ("新增", F8), at the left below the list. Constant data.
+  std::span<const CommandSpec> more = {};
 };
 
 /// A list to choose from. The search runs while the operator types (or on Enter only, when the parameter cs_hcj says
@@ -36,12 +40,13 @@ class PickerScreen : public Screen {
  protected:
   void activate() override;
   void enterPressed(Field& field) override;
+  /// Searches anew for what stands in the box.
+  void search() { search_.search(); }
 
  private:
-  void search();
   PickerSpec picker_;
+  ListSearch search_;
   QString first_;
-  QString searched_;
 };
 
 }  // namespace jxc::ui

@@ -280,7 +280,7 @@ TEST_F(ReceiptTest, WaitingReceiptChangesAndTheAuditDialog) {
   EXPECT_EQ(waitingReceipts({.key = "没有"}).rowCount(), 0);
   auto dialog = loadForAudit(number);
   ASSERT_TRUE(dialog);
-  EXPECT_EQ(dialog->supplierName, "普通供货商");
+  EXPECT_EQ(dialog->partnerName, "普通供货商");
   dialog->paid = 70;
   dialog->settlement = Settlement::AtPaidAmount;
   EXPECT_EQ(saveCheckedValueTab2(*dialog, prompt), AuditOutcome::Audited);

@@ -76,11 +76,11 @@ TEST_F(DocumentTest, SaveRefusesAsksAndRenewsATakenNumber) {
   EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
   EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");
   draft = draftReceipt("2021-05-03", {{"A", 2, 5}, {"B", 1, 7}});
-  draft.supplier.clear();
+  draft.partner.clear();
   draft.warehouse.clear();
   EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
   EXPECT_EQ(prompt.lastNotice(), "请选择供货商！");
-  draft.supplier = "100001";
+  draft.partner = "100001";
   EXPECT_FALSE(receipt::saveReceipt(draft, prompt));
   EXPECT_EQ(prompt.lastNotice(), "请选择仓库！");
   draft.warehouse = "100001";

@@ -1,0 +1,37 @@
+// 选择往来单位: the list behind a supplier or customer input, where one may also be added.
+#pragma once
+
+#include "masterdata/partner_side.h"
+#include "ui/picker_screen.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace jxc {
+
+/// Active partners of one side that this operator may see; search by number, name, mnemonic, contact, telephone. F8
+/// adds one by the partner's own screen and stands on it then.
+class PartnerPicker : public ui::PickerScreen {
+ public:
+  struct Description {
+    std::string_view name, title;
+    const PartnerSide* side;
+    std::span<const ui::GridSpec> grids;
+    std::string_view addScreen;  // "F_Ghsgl_Add"
+  };
+  explicit PartnerPicker(const Description& description);
+
+ private:
+  void add();
+  const Description description_;
+};
+
+/// Opens the list; name and code of the partner that was taken.
+std::optional<ListItem> pickSupplier();
+std::optional<ListItem> pickCustomer();
+
+/// Name of a partner by its code; empty when there is none.
+QString partnerName(const PartnerSide& side, const QString& code);
+
+}  // namespace jxc

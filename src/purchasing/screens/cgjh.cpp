@@ -1,0 +1,298 @@
+// 采购进货: the screen of the purchase receipt and its satellites: goods list, line dialog, audit dialog, change of
+// head.
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/partner_picker.h"
+#include "purchasing/receipt.h"
+#include "purchasing/screens/purchase_head.h"
+#include "stock/screens/audit_screen.h"
+#include "stock/screens/document_screen.h"
+#include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_screen.h"
+
+namespace jxc {
+namespace cgjh_detail {
+
+using ui::ColumnKind;
+using ui::FieldKind;
+
+// ---- the document ------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tghs", "供货商：", FieldKind::Picker},
+    {"dateCg", "进货日期：", FieldKind::Date},
+    {"jsn", "单据编号：", FieldKind::Text, "jxc_jhd.j_sn", 0, ui::ReadOnly},
+    {"comCk", "收货仓库：", FieldKind::Combo},
+    {"comUser", "经办人：", FieldKind::Combo},
+    {"tsn2", "原始单号：", FieldKind::Text, "jxc_jhd.j_sn2"},
+    {"tSptm", "商品条码：", FieldKind::Text, "jxc_goods.g_sptm"},
+    {"btnPanelAdd", "同一条码不能重复添加商品", FieldKind::Check},
+    {"btnPanelModi", "添加完商品后打开修改窗口", FieldKind::Check},
+    {"tyfje", "应付金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tsfje", "实付金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "付款账户：", FieldKind::Combo},
+    {"tfpno", "发票号码：", FieldKind::Text, "jxc_jhd.j_fpno"},
+    {"tfpje", "发票金额：", FieldKind::Money},
+    {"tyf", "运费：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tbzf", "包装费：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"chkYf", "我方付费", FieldKind::Check},
+    {"tnote", "备注：", FieldKind::Text, "jxc_jhd.j_note"},
+    {"chkZj", "本单商品直接入库", FieldKind::Check},
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comSort", "排序：", FieldKind::Combo},
+};
+
+constexpr ui::ColumnSpec kLines[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},
+    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"gg_name", "规格型号", ColumnKind::Text, 12},
+    {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},
+    {"jh_dj", "单价", ColumnKind::Money, 12, false, true},
+    {"jh_sl", "数量", ColumnKind::Quantity, 10, true, true},
+    {"jh_je", "金额", ColumnKind::Money, 13, true},
+    {"jh_tax", "税率(%)", ColumnKind::Percent, 9, false, true},
+    {"jh_taxdj", "含税单价", ColumnKind::Money, 12, false, true},
+    {"jh_taxje", "税额", ColumnKind::Money, 11, true},
+    {"jh_dzl", "打折率", ColumnKind::Percent, 9, false, true},
+    {"jh_zje", "总金额", ColumnKind::Money, 13, true},
+    {"jh_bz", "备注", ColumnKind::Text, 12},
+    {.field = "g_sptm", .caption = "商品条码", .hidden = true},
+};
+constexpr ui::ColumnSpec kWaiting[] = {
+    {"j_sn", "单据编号", ColumnKind::Text, 16},
+    {"j_jhrq", "进货日期", ColumnKind::Date},
+    {"ghs_name", "供货商", ColumnKind::Text, 20},
+    {"ck_name", "收货仓库", ColumnKind::Text, 12},
+    {"u_name", "经办人", ColumnKind::Text, 10},
+    {"j_yfje", "应付金额", ColumnKind::Money, 13, true},
+    {"j_sfje", "实付金额", ColumnKind::Money, 13, true},
+    {"wfje", "未付金额", ColumnKind::Money, 13, true},
+    {"j_sn2", "原始单号", ColumnKind::Text, 14},
+    {"a_name", "操作员", ColumnKind::Text, 10},
+    {"j_note", "备注", ColumnKind::Text, 16},
+};
+constexpr ui::GridSpec kGrids[] = {
+    {"gridLines", "进货商品", kLines, "扫描商品条码，或按F2添加商品"},
+    {"gridWaiting", "待审核单据", kWaiting, "没有待审核的采购单"},
+    {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
+};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnAddOld", "老商品添加", "F2"},
+    {"btnAddNew", "新商品添加", "F9"},
+    {"btnModi", "修改", "F3"},
+    {"btnDel", "删除", "Ctrl+D"},
+    {"btnImport", "导入"},
+    {"btnHt", "添加合同"},
+    {"btnPrin", "打印"},
+    {"btnOK", "保存", "F5"},
+    {"btnSearch", "查询", "F2"},
+    {"btnRChk", "审核", "F6", "审核当前单据，可修改实付金额、结算方式"},
+    {"btn_Check", "全部审核", "F7"},
+    {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
+    {"btn_Dele", "删除单据", "Ctrl+Del"},
+    {"btn_Prin", "打印单据"},
+    {"btn_Export", "导出单据"},
+    {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Modi", "修改商品", "F3"},
+    {"btnDele", "删除商品", "Ctrl+D"},
+    {"btnCancel", "退出", "Esc"},
+};
+
+constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tsn2"};
+constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tfpno tfpje", "tyf tbzf chkYf chkZj",
+                                          "tnote"};
+constexpr std::string_view kNotYet[] = {"btnImport", "btnHt", "btnPrin", "btn_Prin", "btn_Export"};
+
+bool putawayInUse() {
+  return strIsTrue(session().cs_sprk);
+}
+
+QString changeHead(const QString& number) {
+  return changePurchaseHead(families::purchaseReceipt, number);
+}
+
+constexpr DocumentScreenSpec kDocument = {
+    .screen = {.name = "F_Cgjh",
+               .title = "采购进货",
+               .fields = kFields,
+               .grids = kGrids,
+               .commands = kCommands,
+               .focus = "tSptm"},
+    .rules = receipt::rules,
+    .draftTitle = "采购进货",
+    .waitingTitle = "待审核采购单",
+    .side = &supplierSide,
+    .pickPartner = pickSupplier,
+    .partner = "tghs",
+    .paid = "tsfje",
+    .employeeFlag = "u_cg",
+    .settleKind = u"cg",
+    .putsAwayLater = putawayInUse,
+    .waitingPartner = "ghs_name",
+    .pickScreen = "F_Cgjh_Add",
+    .lineScreen = "F_Cgjh_Sele",
+    .auditScreen = "F_Cgjh_Check",
+    .newGoodsScreen = "F_Spxxgl_Add",
+    .changeHead = changeHead,
+    .newGoodsMode = u"cgjh",
+    .make = {{"cggl", 1}, u"采购进货！"},
+    .audit = {{"cggl", 6}, u"采购进货审核！"},
+    .addWaiting = {{"cggl", 13}, u"采购进货待审核界面添加商品！"},
+    .deleteWaiting = {{"cggl", 14}, u"删除采购进货待审核单据！"},
+    .newGoods = {{"cggl", 15}, u"采购进货增加新商品！"},
+    .headForm = kHeadForm,
+    .footForm = kFootForm,
+    .scanRow = "tSptm btnPanelAdd btnPanelModi | btnAddOld btnAddNew btnModi btnDel btnImport",
+    .saveRow = "btnHt btnPrin | btnOK",
+    .searchRow = "tkey btnSearch comSort |",
+    .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin btn_Export |",
+    .lineButtons = "btnAdd btnTab2Modi btnDele |",
+    .notYet = kNotYet,
+};
+
+class TF_Cgjh : public DocumentScreen {
+ public:
+  TF_Cgjh() : DocumentScreen(kDocument) {}
+};
+
+// ---- goods list --------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kPickFields[] = {
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comLb", "类别：", FieldKind::Combo},
+    {"chkCk", "只显示有库存商品", FieldKind::Check},
+    {"chkPartner", "只显示该供货商的商品", FieldKind::Check},
+    {"tsl", "默认添加数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+};
+constexpr ui::ColumnSpec kGoods[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"g_jm", "简码", ColumnKind::Text, 10},        {"g_sptm", "商品条码", ColumnKind::Text, 15},
+    {"gg_name", "规格型号", ColumnKind::Text, 12}, {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},      {"kc_sl", "库存数量", ColumnKind::Quantity, 10},
+    {"g_pjjj", "平均进价", ColumnKind::Money, 11}, {"g_scjj", "最近进价", ColumnKind::Money, 11},
+    {"g_jj", "预设进价", ColumnKind::Money, 11},
+};
+constexpr ui::ColumnSpec kStaging[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},
+    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"gg_name", "规格型号", ColumnKind::Text, 12},
+    {"dw_name", "单位", ColumnKind::Text, 6},
+    {"ts_dj", "单价", ColumnKind::Money, 12, false, true},
+    {"ts_sl", "数量", ColumnKind::Quantity, 10, true, true},
+    {"ts_je", "金额", ColumnKind::Money, 13, true},
+    {"ts_tax", "税率(%)", ColumnKind::Percent, 9, false, true},
+    {"ts_taxdj", "含税单价", ColumnKind::Money, 12, false, true},
+    {"ts_taxje", "税额", ColumnKind::Money, 11, true},
+    {"ts_dzl", "打折率", ColumnKind::Percent, 9, false, true},
+    {"ts_zje", "总金额", ColumnKind::Money, 13, true},
+    {"ts_note", "备注", ColumnKind::Text, 12},
+};
+constexpr ui::GridSpec kPickGrids[] = {
+    {"gridGoods", "商品列表", kGoods, "没有符合条件的商品"},
+    {"gridStaging", "已选商品", kStaging, "在上面的列表中按回车选择商品，选完后按F5"},
+};
+constexpr ui::CommandSpec kPickCommands[] = {
+    {"btnSearch", "查询", "F2"}, {"btnAdd", "添加所选", "F8", "按默认数量添加列表中选中的商品"},
+    {"btnModi", "修改", "F3"},   {"btnDel", "删除", "Ctrl+D"},
+    {"btnOK", "确定", "F5"},     {"btnCancel", "取消", "Esc"},
+};
+constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgjh_Add",
+                                            .title = "采购进货 - 选择商品",
+                                            .fields = kPickFields,
+                                            .grids = kPickGrids,
+                                            .commands = kPickCommands,
+                                            .focus = "tkey"},
+                                 .rules = receipt::rules,
+                                 .lineScreen = "F_Cgjh_Sele"};
+
+class TF_Cgjh_Add : public GoodsPickScreen {
+ public:
+  TF_Cgjh_Add() : GoodsPickScreen(kPick) {}
+};
+
+// ---- one line ----------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kLineFields[] = {
+    {"tsl", "数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+    {"tgpjjj", "单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tdzl", "打折率：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tnote", "备注：", FieldKind::Text, "jxc_jhsp.jh_bz"},
+};
+constexpr ui::ColumnSpec kHistory[] = {
+    {"j_jhrq", "进货日期", ColumnKind::Date},      {"j_sn", "单据编号", ColumnKind::Text, 16},
+    {"jh_dj", "单价", ColumnKind::Money, 12},      {"jh_sl", "数量", ColumnKind::Quantity, 10},
+    {"jh_tax", "税率(%)", ColumnKind::Percent, 9}, {"jh_taxdj", "含税单价", ColumnKind::Money, 12},
+    {"jh_dzl", "打折率", ColumnKind::Percent, 9},  {"jh_zje", "总金额", ColumnKind::Money, 13},
+    {"jh_bz", "备注", ColumnKind::Text, 12},
+};
+constexpr ui::ColumnSpec kQuotes[] = {
+    {"gb_bjrq", "报价日期", ColumnKind::Date},
+    {"gb_bj", "报价", ColumnKind::Money, 12},
+    {"a_name", "操作员", ColumnKind::Text, 10},
+    {"gb_note", "备注", ColumnKind::Text, 20},
+};
+constexpr ui::GridSpec kLineGrids[] = {
+    {"gridHistory", "历史进货", kHistory, "该商品还没有进货记录"},
+    {"gridQuotes", "供货商报价", kQuotes, "没有报价"},
+};
+constexpr ui::CommandSpec kOkCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr LineScreenSpec kLine = {.screen = {.name = "F_Cgjh_Sele",
+                                             .title = "进货商品明细",
+                                             .fields = kLineFields,
+                                             .grids = kLineGrids,
+                                             .commands = kOkCancel,
+                                             .focus = "tsl"},
+                                  .rules = receipt::rules,
+                                  .price = "tgpjjj",
+                                  .historyTitle = "最近十次进货",
+                                  .quotesTitle = "供货商报价",
+                                  .historyPrice = "jh_dj",
+                                  .quotesPrice = "gb_bj"};
+
+class TF_Cgjh_Sele : public LineScreen {
+ public:
+  TF_Cgjh_Sele() : LineScreen(kLine) {}
+};
+
+// ---- audit -------------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kAuditFields[] = {
+    {"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"trq", "进货日期：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tpartner", "供货商：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tck", "收货仓库：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tyfje", "应付金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tsfje", "实付金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "付款账户：", FieldKind::Combo},
+    {"tnote", "备注：", FieldKind::Text, "", 100},
+};
+constexpr ui::CommandSpec kAuditCommands[] = {{"btnOK", "审核通过", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr AuditScreenSpec kAudit = {.screen = {.name = "F_Cgjh_Check",
+                                               .title = "单据审核确认",
+                                               .fields = kAuditFields,
+                                               .commands = kAuditCommands,
+                                               .focus = "tsfje"},
+                                    .rules = receipt::rules,
+                                    .paid = "tsfje",
+                                    .settleKind = u"cg"};
+
+class TF_Cgjh_Check : public AuditScreen {
+ public:
+  TF_Cgjh_Check() : AuditScreen(kAudit) {}
+};
+
+const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};
+const ui::Registered<TF_Cgjh_Add> kRegisteredAdd{"F_Cgjh_Add"};
+const ui::Registered<TF_Cgjh_Sele> kRegisteredSele{"F_Cgjh_Sele"};
+const ui::Registered<TF_Cgjh_Check> kRegisteredCheck{"F_Cgjh_Check"};
+
+}  // namespace cgjh_detail
+}  // namespace jxc

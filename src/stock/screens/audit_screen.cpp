@@ -1,0 +1,61 @@
+#include "stock/screens/audit_screen.h"
+
+#include "core/session.h"
+#include "core/text.h"
+
+namespace jxc {
+
+std::vector<ListItem> accountItems() {
+  std::vector<ListItem> items;
+  for (const Row row : openSelect("select yh_name from jxc_yhzh order by id"))
+    items.push_back({row.text("yh_name"), row.text("yh_name")});
+  return items;
+}
+
+AuditScreen::AuditScreen(const AuditScreenSpec& spec)
+    : Screen(spec.screen), paid(field(spec.paid)), description_(spec), rules_(spec.rules()) {
+  const std::string amounts = "tyfje " + std::string(spec.paid);
+  panel()
+      .form({"jsn trq", "tpartner tck", "tuser tadmin", amounts, "comJsfs comYhzh", "tnote"})
+      .buttons("| btnOK btnCancel");
+  tnote.onEnter([this] {
+    saveCheckedValueTab2();
+    return true;
+  });
+  on(btnOK, [this] { saveCheckedValueTab2(); });
+}
+
+bool AuditScreen::audit(const QString& number) {
+  const std::optional<AuditDraft> waiting = rules_.loadForAudit(number);
+  if (!waiting) return false;
+  draft_ = *waiting;
+  return showModal();
+}
+
+void AuditScreen::activate() {
+  comJsfs.setItems(fillSettleModes(words(description_.settleKind)));
+  comYhzh.setItems(accountItems());
+  field("jsn").setText(draft_.number);
+  field("trq").setText(draft_.date);
+  field("tpartner").setText(draft_.partnerName);
+  field("tck").setText(draft_.warehouseName);
+  field("tuser").setText(draft_.salespersonName);
+  field("tadmin").setText(draft_.operatorName);
+  field("tyfje").setNumber(draft_.payable);
+  paid.setNumber(draft_.paid);
+  comJsfs.setIndex(static_cast<int>(draft_.settlement));
+  comYhzh.setKey(draft_.account);
+  comYhzh.setVisible(strIsTrue(session().cs_xjyh));
+  tnote.setText(draft_.note);
+}
+
+void AuditScreen::saveCheckedValueTab2() {
+  draft_.paid = paid.number();
+  draft_.settlement = static_cast<Settlement>(std::max(0, comJsfs.index()));
+  if (comYhzh.index() >= 0) draft_.account = comYhzh.text();
+  draft_.note = tnote.text();
+  const AuditOutcome outcome = rules_.audit(draft_, prompt());
+  if (outcome != AuditOutcome::Refused) accept();
+}
+
+}  // namespace jxc

@@ -1,0 +1,43 @@
+// 单据审核确认: the audit dialog of a trading document: paid amount, settlement, account and note may change.
+#pragma once
+
+#include "stock/trading_document.h"
+#include "ui/screen.h"
+
+namespace jxc {
+
+struct AuditScreenSpec {
+  ui::ScreenSpec screen;
+  const DocumentRules& (*rules)();
+  std::string_view paid;           // name of the paid amount's input: "tsfje"
+  std::u16string_view settleKind;  // "cg", "xs": which settlements there are
+};
+
+class AuditScreen : public ui::Screen {
+ public:
+  explicit AuditScreen(const AuditScreenSpec& spec);
+
+  /// Opens on a waiting document; whether it is audited now. One that waits no longer opens nothing.
+  bool audit(const QString& number);
+
+  ui::Field& paid;
+  ui::Field& comJsfs = field("comJsfs");
+  ui::Field& comYhzh = field("comYhzh");
+  ui::Field& tnote = field("tnote");
+  QPushButton& btnOK = command("btnOK");
+
+ protected:
+  void activate() override;
+
+ private:
+  void saveCheckedValueTab2();
+
+  const AuditScreenSpec description_;
+  const DocumentRules& rules_;
+  AuditDraft draft_;
+};
+
+/// Names of the cash and bank accounts, in order of entry.
+std::vector<ListItem> accountItems();
+
+}  // namespace jxc

@@ -1,0 +1,467 @@
+#include "stock/screens/document_screen.h"
+
+#include "core/fillers.h"
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/partner_picker.h"
+#include "stock/screens/audit_screen.h"
+#include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_screen.h"
+#include "ui/display.h"
+#include "ui/scan_catcher.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QScopeGuard>
+#include <QTabWidget>
+#include <QTimer>
+
+namespace jxc {
+namespace document_screen_detail {
+
+constexpr int kDraftPanel = 0;
+constexpr int kWaitingPanel = 1;
+
+bool isBarcode(const QString& code) {
+  return !lookupValue("select top 1 g_sn from jxc_goods where g_sptm=?", sanitizeText(code)).isEmpty();
+}
+
+std::vector<ListItem> warehouseItems() {
+  Filter filter;
+  addWarehouseBinding(filter);
+  return fillWarehouseCombo({}, filter);
+}
+
+}  // namespace document_screen_detail
+
+DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
+    : Screen(spec.screen),
+      partner(field(spec.partner)),
+      paid(field(spec.paid)),
+      description_(spec),
+      rules_(spec.rules()),
+      panels_(panel()) {
+  buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
+  buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
+  for (const std::string_view name : spec.notYet)
+    command(name).setVisible(false);
+  bindDraft();
+  bindWaiting();
+  new ui::ScanCatcher(*this, *tSptm.widget(), {document_screen_detail::isBarcode, [this](const QString& code) {
+                                                 panels_.tabs()->setCurrentIndex(document_screen_detail::kDraftPanel);
+                                                 enterBarcode(code);
+                                               }});
+}
+
+ui::Field* DocumentScreen::optional(std::string_view name) {
+  return hasField(name) ? &field(name) : nullptr;
+}
+
+void DocumentScreen::buildDraftPanel(ui::Panel panel) {
+  hint_ = new QLabel(this);
+  hint_->setObjectName(QStringLiteral("lHint"));
+  hint_->setProperty("explanation", true);
+  panel.form(description_.headForm)
+      .widget(hint_)
+      .row(description_.scanRow)
+      .grid("gridLines")
+      .form(description_.footForm)
+      .buttons(description_.saveRow);
+}
+
+void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
+  panel.row(description_.searchRow)
+      .grid("gridWaiting", 3)
+      .buttons(description_.waitingButtons)
+      .grid("gridWaitingLines", 2)
+      .buttons(description_.lineButtons);
+}
+
+void DocumentScreen::bindCommand(std::string_view name, void (DocumentScreen::*action)()) {
+  on(command(name), [this, action] { (this->*action)(); });
+}
+
+void DocumentScreen::bindDraft() {
+  partner.onPick(description_.pickPartner);
+  tSptm.onEnter([this] {
+    if (tSptm.isEmpty()) {  // nothing more to scan: on to the money
+      paid.focus();
+      return true;
+    }
+    enterBarcode(tSptm.trimmed());
+    return true;
+  });
+  dateCg.onEnter([this] { return !settleDate(); });
+  // Not while the focus is on its way: the question would stand in the middle of it.
+  dateCg.onLeft([this] {
+    if (dateCg.text() != draft_.date) QTimer::singleShot(0, this, [this] { settleDate(); });
+  });
+  gridLines.onChanged([this](const Row& row, std::string_view column, const QString& text) {
+    cellChanged(row, column, text, Lines::Draft);
+  });
+  gridLines.onActivated([this] { modifyLine(); });
+  bindCommand("btnAddOld", &DocumentScreen::addOld);
+  bindCommand("btnAddNew", &DocumentScreen::addNew);
+  bindCommand("btnModi", &DocumentScreen::modifyLine);
+  bindCommand("btnDel", &DocumentScreen::deleteLine);
+  on(btnOK, [this] { save(); });
+}
+
+void DocumentScreen::bindWaiting() {
+  connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
+    if (!isVisible()) return;
+    if (panel == document_screen_detail::kWaitingPanel) {
+      refreshWaiting();
+      gridWaiting.focusRows();
+    } else {
+      tSptm.focus();
+    }
+  });
+  field("tkey").onEnter([this] {
+    refreshWaiting();
+    return true;
+  });
+  field("comSort").onChanged([this] { refreshWaiting(); });
+  on(command("btnSearch"), [this] { refreshWaiting(); });
+  gridWaiting.onCurrentChanged([this] { reloadWaitingLines(); });
+  gridWaiting.onActivated([this] { auditCurrent(); });
+  gridWaiting.addMenuCommand(QStringLiteral("审核当前单据"), [this] { auditCurrent(); });
+  gridWaitingLines.onChanged([this](const Row& row, std::string_view column, const QString& text) {
+    cellChanged(row, column, text, Lines::Waiting);
+  });
+  gridWaitingLines.onActivated([this] { modifyWaitingLine(); });
+  bindCommand("btnRChk", &DocumentScreen::auditCurrent);
+  bindCommand("btn_Check", &DocumentScreen::auditList);
+  bindCommand("btn_Dele", &DocumentScreen::deleteWaiting);
+  bindCommand("btn_Date", &DocumentScreen::changeHead);
+  bindCommand("btnAdd", &DocumentScreen::addWaitingLines);
+  bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
+  bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
+}
+
+// ---- opening -----------------------------------------------------------------------------------------------------
+
+void DocumentScreen::activate() {
+  using namespace document_screen_detail;
+  fillLists();
+  showByParameters();
+  const bool makes = hasRight(description_.make.right.group, description_.make.right.position);
+  panels_.tabs()->setTabEnabled(kDraftPanel, makes);
+  panels_.tabs()->setCurrentIndex(makes ? kDraftPanel : kWaitingPanel);
+  initTab();
+  refreshWaiting();
+  if (!makes) gridWaiting.focusRows();
+}
+
+void DocumentScreen::fillLists() {
+  comCk.setItems(document_screen_detail::warehouseItems());
+  comUser.setItems(fillEmployees(description_.employeeFlag));
+  comJsfs.setItems(fillSettleModes(words(description_.settleKind)));
+  comYhzh.setItems(accountItems());
+  field("comSort").setItems(
+      {{QStringLiteral("新单据在前"), QStringLiteral("1")}, {QStringLiteral("旧单据在前"), QStringLiteral("0")}}, true);
+}
+
+void DocumentScreen::showByParameters() {
+  const auto show = [this](std::string_view name, bool on) {
+    if (auto* input = optional(name)) input->setVisible(on);
+  };
+  show("tsn2", strIsTrue(session().cs_ysdh));
+  show("tfpno", strIsTrue(session().cs_kp));
+  show("tfpje", strIsTrue(session().cs_kp));
+  show("comYhzh", strIsTrue(session().cs_xjyh));
+  show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
+  showLineColumns(gridLines);
+  showLineColumns(gridWaitingLines);
+  for (const auto& column : gridWaiting.spec().columns)
+    if (column.field.ends_with("_sn2")) gridWaiting.setColumnVisible(column.field, strIsTrue(session().cs_ysdh));
+}
+
+void DocumentScreen::initTab() {
+  TradingDraft fresh = rules_.fresh(lastDate_);
+  // A document that was begun and never saved comes back: the program ended in between.
+  const QString unsaved = unsavedDraft(rules_.family());
+  if (!unsaved.isEmpty() && !dateOfNumber(unsaved).isEmpty()) {
+    fresh.number = unsaved;
+    fresh.date = dateOfNumber(unsaved);
+  }
+  hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved);
+  hint_->setVisible(!unsaved.isEmpty());
+  showDraft(fresh);
+  fillMore();
+}
+
+void DocumentScreen::showDraft(const TradingDraft& draft) {
+  draft_ = draft;
+  partner.setPicked({partnerName(*description_.side, draft.partner), draft.partner});
+  dateCg.setText(draft.date);
+  comCk.setKey(draft.warehouse);
+  comUser.setKey(draft.salesperson);
+  comJsfs.setIndex(static_cast<int>(draft.settlement));
+  comYhzh.setKey(draft.account);
+  paid.setNumber(draft.paid);
+  for (const std::string_view name : {"tsn2", "tnote", "tfpno", "tfpje", "tyf", "tbzf"})
+    if (auto* input = optional(name)) input->clear();
+  if (auto* box = optional("chkYf")) box->setChecked(draft.wePayFreight);
+  if (auto* box = optional("chkZj")) box->setChecked(draft.straightToStock.value_or(false));
+  tSptm.clear();
+  setNumber(draft.number);
+  reloadLines();
+}
+
+TradingDraft DocumentScreen::collect() {
+  TradingDraft draft = draft_;
+  const auto text = [this](std::string_view name) {
+    const auto* input = optional(name);
+    return input ? input->trimmed() : QString();
+  };
+  const auto number = [this](std::string_view name) {
+    const auto* input = optional(name);
+    return input ? input->number() : 0.0;
+  };
+  draft.partner = partner.key();
+  draft.warehouse = comCk.key();
+  draft.salesperson = comUser.key();
+  draft.originalNumber = text("tsn2");
+  draft.note = text("tnote");
+  draft.invoiceNumber = text("tfpno");
+  draft.invoiceAmount = number("tfpje");
+  draft.freight = number("tyf");
+  draft.packing = number("tbzf");
+  if (const auto* box = optional("chkYf")) draft.wePayFreight = box->isChecked();
+  draft.payable = tyfje.number();
+  draft.paid = paid.number();
+  draft.settlement = static_cast<Settlement>(std::max(0, comJsfs.index()));
+  draft.account = comYhzh.text();
+  if (const auto* box = optional("chkZj"); box && box->isVisible()) draft.straightToStock = box->isChecked();
+  collectMore(draft);
+  return draft;
+}
+
+LinePlace DocumentScreen::draftPlace() const {
+  return {.number = draft_.number, .date = draft_.date, .partner = partner.key(), .warehouse = comCk.key()};
+}
+
+LinePlace DocumentScreen::waitingPlace() const {
+  const auto& family = rules_.family();
+  return {.number = waitingNumber(),
+          .date = gridWaiting.currentText(family.date),
+          .partner = gridWaiting.currentText(family.partner),
+          .warehouse = gridWaiting.currentText(family.warehouse)};
+}
+
+bool DocumentScreen::mayDo(const DocumentScreenSpec::Guarded& guarded) {
+  if (hasRight(guarded.right.group, guarded.right.position)) return true;
+  dispMsg(prompt(), words(guarded.refusal));
+  return false;
+}
+
+// ---- first panel -------------------------------------------------------------------------------------------------
+
+void DocumentScreen::setNumber(const QString& number) {
+  draft_.number = number;
+  jsn.setText(number);
+}
+
+void DocumentScreen::reloadLines(std::int64_t current) {
+  gridLines.setRows(rules_.draftLines(draft_.number));
+  if (current != 0) gridLines.selectId(current);
+  command("btnModi").setEnabled(!gridLines.isEmpty());
+  command("btnDel").setEnabled(!gridLines.isEmpty());
+  updateBottomJe();
+}
+
+void DocumentScreen::updateBottomJe() {
+  const double due = rules_.payable(draft_.number);
+  tyfje.setNumber(due);
+  paid.setNumber(rules_.paidAfter(due, paid.number()));
+}
+
+bool DocumentScreen::settleDate() {
+  const QString typed = dateCg.text();
+  if (typed == draft_.date) return true;
+  if (typed.isEmpty() || !confirmDocumentDate(typed, prompt())) {
+    dateCg.setText(draft_.date);
+    return false;
+  }
+  draft_.date = typed;
+  setNumber(redateDraft(rules_.family(), draft_.number, typed));
+  reloadLines(gridLines.currentId());
+  return true;
+}
+
+void DocumentScreen::enterBarcode(const QString& code) {
+  if (!settleDate()) return;
+  const bool once = optional("btnPanelAdd") && field("btnPanelAdd").isChecked();
+  const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, once, prompt());
+  tSptm.clear();
+  tSptm.focus();
+  if (!scanned.refusal.isEmpty()) return prompt().notice(scanned.refusal);
+  setNumber(scanned.number);
+  reloadLines(scanned.id);
+  if (optional("btnPanelModi") && field("btnPanelModi").isChecked()) modifyLine();
+}
+
+void DocumentScreen::addOld() {
+  if (!settleDate()) return;
+  const CopyResult picked = ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(draftPlace(), Lines::Draft);
+  setNumber(picked.number);
+  reloadLines(gridLines.currentId());
+  if (picked.lines > 0) gridLines.selectRow(gridLines.rowCount() - 1);
+}
+
+void DocumentScreen::addNew() {
+  if (!mayDo(description_.newGoods) || !settleDate()) return;
+  const double before = lookupNumber("select max(id) from jxc_goods");
+  session().editMode = words(description_.newGoodsMode);
+  ui::openScreen(description_.newGoodsScreen);
+  session().editMode.clear();
+  const QString goods = lookupValue("select top 1 g_sn from jxc_goods where id>? order by id desc", before);
+  if (goods.isEmpty()) return;
+  const LineResult line =
+      ui::screenAs<LineScreen>(description_.lineScreen).edit({.goods = goods, .place = draftPlace()});
+  setNumber(line.number);
+  reloadLines(line.id);
+}
+
+void DocumentScreen::modifyLine() {
+  const std::int64_t id = gridLines.currentId();
+  if (id == 0) return;
+  ui::screenAs<LineScreen>(description_.lineScreen).edit({.id = id, .place = draftPlace()});
+  reloadLines(id);
+}
+
+void DocumentScreen::deleteLine() {
+  if (gridLines.currentId() == 0) return;
+  deleteDraftLine(rules_.family(), gridLines.currentId());
+  reloadLines();
+}
+
+bool DocumentScreen::save() {
+  if (!btnOK.isEnabled() || !settleDate() || !checkFields()) return false;
+  btnOK.setEnabled(false);
+  const auto enableAgain = qScopeGuard([this] { btnOK.setEnabled(true); });
+  const SaveResult saved = rules_.save(collect(), prompt());
+  // A second press that came meanwhile finds the command off: it would refuse the empty document that follows.
+  QApplication::processEvents();
+  if (!saved) {
+    if (partner.key().isEmpty()) partner.focus();
+    return false;
+  }
+  lastDate_ = draft_.date;
+  initTab();
+  tSptm.focus();
+  return true;
+}
+
+bool DocumentScreen::mayLeave() {
+  switch (leaveDraft(rules_.family(), draft_.number, prompt())) {
+    case Answer::Yes:
+      return save();
+    case Answer::No:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {
+  const std::int64_t id = row.integer("id");
+  const bool balancing = row.text("g_sn") == u"00000000";
+  if (!balancing) rules_.lines().setChange(text, lineFieldOf(column), where, id, prompt());
+  if (where == Lines::Draft) {
+    reloadLines(id);
+  } else {
+    refreshWaiting(waitingNumber());
+    gridWaitingLines.selectId(id);
+  }
+}
+
+// ---- second panel ------------------------------------------------------------------------------------------------
+
+QString DocumentScreen::waitingNumber() const {
+  return gridWaiting.currentText(rules_.family().number);
+}
+
+void DocumentScreen::refreshWaiting(const QString& number) {
+  const QString current = number.isEmpty() ? waitingNumber() : number;
+  gridWaiting.setRows(rules_.waiting({.key = field("tkey").trimmed(), .newestFirst = field("comSort").key() != u"0"}));
+  for (const Row row : gridWaiting.rows())
+    if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
+  reloadWaitingLines();
+  for (const char* name : {"btnRChk", "btn_Check", "btn_Dele", "btn_Date", "btnAdd"})
+    command(name).setEnabled(!gridWaiting.isEmpty());
+}
+
+void DocumentScreen::reloadWaitingLines() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) {
+    gridWaitingLines.clearRows();
+  } else {
+    gridWaitingLines.setRows(rules_.waitingLines(number));
+  }
+  for (const char* name : {"btnTab2Modi", "btnDele"})
+    command(name).setEnabled(!gridWaitingLines.isEmpty());
+}
+
+void DocumentScreen::auditCurrent() {
+  const QString number = waitingNumber();
+  if (number.isEmpty() || !mayDo(description_.audit)) return;
+  ui::screenAs<AuditScreen>(description_.auditScreen).audit(number);
+  refreshWaiting();
+}
+
+void DocumentScreen::auditList() {
+  if (gridWaiting.isEmpty() || !mayDo(description_.audit)) return;
+  std::vector<ListedDocument> documents;
+  for (const Row row : gridWaiting.rows())
+    documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date)});
+  auditAll(rules_.family(), documents, prompt());
+  refreshWaiting();
+}
+
+void DocumentScreen::deleteWaiting() {
+  const QString number = waitingNumber();
+  if (number.isEmpty() || !mayDo(description_.deleteWaiting)) return;
+  deleteWaitingDocument(rules_.family(), number, prompt());
+  refreshWaiting();
+}
+
+void DocumentScreen::changeHead() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) return;
+  if (!session().canChangeDocDate) return dispMsg(prompt(), QStringLiteral("更改单据日期！"));
+  refreshWaiting(description_.changeHead(number));
+}
+
+void DocumentScreen::addWaitingLines() {
+  const LinePlace place = waitingPlace();
+  if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
+  ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(place, Lines::Waiting);
+  refreshWaiting(place.number);
+}
+
+bool DocumentScreen::changeable(const ui::Grid& lines) {
+  if (lines.currentId() == 0) return false;
+  return !refused({{lines.currentText("g_sn") == u"00000000", u"优惠商品由结算产生，不能修改！"_qs}}, prompt());
+}
+
+void DocumentScreen::modifyWaitingLine() {
+  if (!changeable(gridWaitingLines)) return;
+  const std::int64_t id = gridWaitingLines.currentId();
+  const LinePlace place = waitingPlace();
+  ui::screenAs<LineScreen>(description_.lineScreen).edit({.where = Lines::Waiting, .id = id, .place = place});
+  refreshWaiting(place.number);
+  gridWaitingLines.selectId(id);
+}
+
+void DocumentScreen::deleteWaitingLine() {
+  const std::int64_t id = gridWaitingLines.currentId();
+  if (id == 0 || !mayDo(description_.deleteWaiting)) return;
+  const QString number = waitingNumber();
+  jxc::deleteWaitingLine(rules_.family(), number, id);
+  refreshWaiting(number);
+}
+
+}  // namespace jxc

@@ -1,0 +1,138 @@
+// 单据屏幕: the screen of a trading document: a new one on the first panel, those that wait for audit on the second.
+#pragma once
+
+#include "masterdata/partner_side.h"
+#include "stock/trading_document.h"
+#include "ui/screen.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string_view>
+
+class QLabel;
+
+namespace jxc {
+
+/// What the screen of one trading document is. Its fields bear the names that all of them share: dateCg, comCk,
+/// comUser, jsn, tsn2, tnote, tfpno, tfpje, tyf, tbzf, chkYf, tyfje, comJsfs, comYhzh, chkZj, tSptm, btnPanelAdd,
+/// btnPanelModi on the first panel, tkey, comSort on the second; partner and paid amount by their own. What a document
+/// does not have is left out of its description. Grids: gridLines, gridWaiting, gridWaitingLines.
+struct DocumentScreenSpec {
+  ui::ScreenSpec screen;
+  const DocumentRules& (*rules)();
+  std::string_view draftTitle, waitingTitle;  // the two panels
+  const PartnerSide* side;
+  std::optional<ListItem> (*pickPartner)();
+  std::string_view partner, paid;   // names of the inputs: "tghs", "tsfje"
+  std::string_view employeeFlag;    // duty of the salespersons offered: "u_cg"
+  std::u16string_view settleKind;   // "cg", "xs"
+  bool (*putsAwayLater)();          // goods move by a document of their own: chkZj is shown
+  std::string_view waitingPartner;  // column of the waiting list: "ghs_name"
+
+  // Screens that this one opens.
+  std::string_view pickScreen, lineScreen, auditScreen, newGoodsScreen;
+  /// Changes date, partner and warehouse of a waiting document; its number now, empty when nothing changed.
+  QString (*changeHead)(const QString& number);
+  std::u16string_view newGoodsMode;  // what the goods screen is told to have been opened for
+
+  // Rights besides those of the family, with the words of their refusal.
+  struct Guarded {
+    Right right;
+    std::u16string_view refusal;
+  };
+  Guarded make, audit, addWaiting, deleteWaiting, newGoods;
+
+  // Places: rows of inputs above and below the lines, of buttons, on both panels.
+  std::span<const std::string_view> headForm, footForm;
+  std::string_view scanRow, saveRow;
+  std::string_view searchRow, waitingButtons, lineButtons;
+  /// Commands whose services are not there yet: not shown.
+  std::span<const std::string_view> notYet;
+};
+
+class DocumentScreen : public ui::Screen {
+ public:
+  explicit DocumentScreen(const DocumentScreenSpec& spec);
+
+  ui::Field& partner;
+  ui::Field& paid;
+  ui::Field& dateCg = field("dateCg");
+  ui::Field& comCk = field("comCk");
+  ui::Field& comUser = field("comUser");
+  ui::Field& jsn = field("jsn");
+  ui::Field& tyfje = field("tyfje");
+  ui::Field& comJsfs = field("comJsfs");
+  ui::Field& comYhzh = field("comYhzh");
+  ui::Field& tSptm = field("tSptm");
+  ui::Grid& gridLines = grid("gridLines");
+  ui::Grid& gridWaiting = grid("gridWaiting");
+  ui::Grid& gridWaitingLines = grid("gridWaitingLines");
+  QPushButton& btnOK = command("btnOK");
+
+  /// A new document on the first panel, or the one of this operator that was never saved.
+  void initTab();
+  /// Reads the waiting list anew, standing on this document.
+  void refreshWaiting(const QString& number = {});
+
+ protected:
+  void activate() override;
+  bool mayLeave() override;
+
+  /// What a document has besides: at opening, and in what is saved.
+  virtual void fillMore() {}
+  virtual void collectMore(TradingDraft&) {}
+
+  const DocumentRules& rules() const { return rules_; }
+  LinePlace draftPlace() const;
+  LinePlace waitingPlace() const;
+  /// Tells that a right is missing. True: it is there.
+  bool mayDo(const DocumentScreenSpec::Guarded& guarded);
+
+  // First panel.
+  void enterBarcode(const QString& code);
+  void addOld();
+  void addNew();
+  void modifyLine();
+  void deleteLine();
+  bool save();
+  void updateBottomJe();
+  /// Takes a date that was typed: the number changes with it. False: the operator took it back.
+  bool settleDate();
+
+  // Second panel.
+  void auditCurrent();
+  void auditList();
+  void deleteWaiting();
+  void changeHead();
+  void addWaitingLines();
+  void modifyWaitingLine();
+  void deleteWaitingLine();
+
+ private:
+  ui::Field* optional(std::string_view name);
+  void buildDraftPanel(ui::Panel panel);
+  void buildWaitingPanel(ui::Panel panel);
+  void bindDraft();
+  void bindWaiting();
+  void bindCommand(std::string_view command, void (DocumentScreen::*action)());
+  void showByParameters();
+  void fillLists();
+  void showDraft(const TradingDraft& draft);
+  TradingDraft collect();
+  void setNumber(const QString& number);
+  void reloadLines(std::int64_t current = 0);
+  void reloadWaitingLines();
+  void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
+  bool changeable(const ui::Grid& lines);
+  QString waitingNumber() const;
+
+  const DocumentScreenSpec description_;
+  const DocumentRules& rules_;
+  ui::Panel panels_;
+  QLabel* hint_ = nullptr;
+  TradingDraft draft_;  // what does not stand in an input, and the date as it was settled last
+  QString lastDate_;    // of the document before
+};
+
+}  // namespace jxc

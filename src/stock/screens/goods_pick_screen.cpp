@@ -1,0 +1,175 @@
+#include "stock/screens/goods_pick_screen.h"
+
+#include "core/session.h"
+#include "core/small_lookups.h"
+#include "core/text.h"
+#include "masterdata/goods_classes.h"
+#include "stock/screens/line_screen.h"
+#include "ui/display.h"
+
+namespace jxc {
+namespace goods_pick_screen_detail {
+
+constexpr qsizetype kPrefixLength = 3;  // "jh_", "th_", "ls_", "ts_"
+
+/// All classes as a list, each set in by its level.
+std::vector<ListItem> classItems() {
+  std::vector<ListItem> items;
+  for (const GoodsClass& each : goodsClasses()) {
+    const qsizetype level = each.isRoot() ? 0 : 1 + std::max<qsizetype>(0, each.number.size() - 4) / 3;
+    items.push_back({QString(level * 2, u'　') + each.name, each.number});
+  }
+  return items;
+}
+
+}  // namespace goods_pick_screen_detail
+
+void showLineColumns(ui::Grid& grid) {
+  const bool tax = strIsTrue(session().cs_hs);
+  const bool discount = strIsTrue(session().cs_jhzk);
+  for (const auto& column : grid.spec().columns) {
+    const QString field = lineFieldOf(column.field);
+    if (field == u"tax" || field == u"taxdj" || field == u"taxje" || field == u"je")
+      grid.setColumnVisible(column.field, tax);
+    if (field == u"dzl") grid.setColumnVisible(column.field, discount);
+  }
+}
+
+QString lineFieldOf(std::string_view column) {
+  return ui::qs(column).mid(goods_pick_screen_detail::kPrefixLength);
+}
+
+GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
+    : Screen(spec.screen),
+      description_(spec),
+      rules_(spec.rules()),
+      search_(tkey, gridGoods, [this](const QString& typed) { return query(typed); }) {
+  panel()
+      .row("tkey btnSearch comLb chkCk chkPartner |")
+      .grid("gridGoods", 3)
+      .row("tsl btnAdd | btnModi btnDel")
+      .grid("gridStaging", 2)
+      .buttons("| btnOK btnCancel");
+  gridGoods.setMultiSelect(true);
+  for (auto* filter : {&comLb, &chkCk, &chkPartner})
+    filter->onChanged([this] { search_.search(); });
+  gridGoods.onActivated([this] { pickOne(); });
+  gridStaging.onActivated([this] { changeStaged(); });
+  gridStaging.onChanged([this](const Row& row, std::string_view column, const QString& text) {
+    const std::int64_t id = row.integer("id");
+    rules_.lines().setChange(text, lineFieldOf(column), Lines::Staging, id, prompt());
+    showStaged(id);
+  });
+  on(command("btnSearch"), [this] {
+    search_.search();
+    backToSearch();
+  });
+  on(btnAdd, [this] { addMarked(); });
+  on(btnModi, [this] { changeStaged(); });
+  on(btnDel, [this] { dropStaged(); });
+  on(btnOK, [this] { takeOver(); });
+}
+
+CopyResult GoodsPickScreen::pick(const LinePlace& place, Lines target) {
+  place_ = place;
+  target_ = target;
+  result_ = {};
+  result_.number = place.number;
+  showModal();
+  return result_;
+}
+
+void GoodsPickScreen::activate() {
+  clearStaging();
+  memory_ = {};
+  comLb.setItems(goods_pick_screen_detail::classItems(), true);
+  tsl.setNumber(1);
+  showLineColumns(gridStaging);
+  showStaged();
+  search_.begin();
+}
+
+ui::GridQuery GoodsPickScreen::query(const QString& typed) const {
+  BoundStatement list = rules_.lines().goodsToPick(
+      place_,
+      {.key = typed, .classNumber = comLb.key(), .inStock = chkCk.isChecked(), .ofPartner = chkPartner.isChecked()});
+  return {std::move(list.sql), std::move(list.values)};
+}
+
+void GoodsPickScreen::enterPressed(ui::Field& field) {
+  if (&field == &tkey) {
+    if (!search_.enterSearches()) pickOne();
+  } else if (&field == &tsl) {
+    addMarked();
+  } else {
+    Screen::enterPressed(field);
+  }
+}
+
+void GoodsPickScreen::pickOne() {
+  if (gridGoods.selectedRows().size() > 1) return addMarked();
+  const QString goods = gridGoods.currentText("g_sn");
+  if (goods.isEmpty() || !rules_.lines().mayStage(goods, place_, target_, memory_, prompt())) return;
+  auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
+  const LineResult staged =
+      line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});
+  showStaged(staged.id);
+  backToSearch();
+}
+
+void GoodsPickScreen::addMarked() {
+  if (refused({{tsl.number() <= 0, u"默认添加数量必须大于0！"_qs}}, prompt())) return tsl.focus();
+  QStringList goods;
+  for (const Row row : gridGoods.selectedRows())
+    goods << row.text("g_sn");
+  std::int64_t last = 0;
+  for (const QString& each : goods)
+    last = std::max(last, rules_.lines().stageGoods(each, tsl.number(), place_, target_, memory_, prompt()));
+  showStaged(last);
+  backToSearch();
+}
+
+void GoodsPickScreen::changeStaged() {
+  const std::int64_t id = gridStaging.currentId();
+  if (id == 0) return;
+  ui::screenAs<LineScreen>(description_.lineScreen).edit({.where = Lines::Staging, .id = id, .place = place_});
+  showStaged(id);
+}
+
+void GoodsPickScreen::dropStaged() {
+  if (gridStaging.currentId() == 0) return;
+  unstage(gridStaging.currentId());
+  showStaged();
+}
+
+void GoodsPickScreen::takeOver() {
+  result_ = rules_.lines().copyStaged(place_, target_);
+  accept();
+}
+
+bool GoodsPickScreen::mayLeave() {
+  if (gridStaging.isEmpty()) return true;
+  switch (prompt().askOrCancel(u"所选商品还未保存，是否保存？"_qs)) {
+    case Answer::Yes:
+      takeOver();
+      return false;  // it has closed itself
+    case Answer::No:
+      clearStaging();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void GoodsPickScreen::showStaged(std::int64_t current) {
+  gridStaging.setRows(stagedLines());
+  if (current != 0) gridStaging.selectId(current);
+  btnModi.setEnabled(!gridStaging.isEmpty());
+  btnDel.setEnabled(!gridStaging.isEmpty());
+}
+
+void GoodsPickScreen::backToSearch() {
+  tkey.focus();
+}
+
+}  // namespace jxc

@@ -1,0 +1,70 @@
+// 多商品选择: picks many goods into the operator's staging list, then takes them all over to a trading document.
+#pragma once
+
+#include "stock/trading_document.h"
+#include "ui/list_search.h"
+#include "ui/screen.h"
+
+#include <vector>
+
+namespace jxc {
+
+/// What the picking screen of one document is. Its fields are "tkey", "comLb" (class), "tsl" (quantity added at once),
+/// "chkCk" (only in stock), "chkPartner" (only this partner's goods); its grids "gridGoods" and "gridStaging".
+struct GoodsPickSpec {
+  ui::ScreenSpec screen;
+  const DocumentRules& (*rules)();
+  std::string_view lineScreen;  // the line dialog, opened on a staging row
+};
+
+class GoodsPickScreen : public ui::Screen {
+ public:
+  explicit GoodsPickScreen(const GoodsPickSpec& spec);
+
+  /// Picks goods for a draft or a waiting document, and copies them there. Lines copied, and the document's number now.
+  CopyResult pick(const LinePlace& place, Lines target);
+
+  ui::Field& tkey = field("tkey");
+  ui::Field& comLb = field("comLb");
+  ui::Field& tsl = field("tsl");
+  ui::Field& chkCk = field("chkCk");
+  ui::Field& chkPartner = field("chkPartner");
+  ui::Grid& gridGoods = grid("gridGoods");
+  ui::Grid& gridStaging = grid("gridStaging");
+  QPushButton& btnAdd = command("btnAdd");
+  QPushButton& btnModi = command("btnModi");
+  QPushButton& btnDel = command("btnDel");
+  QPushButton& btnOK = command("btnOK");
+
+ protected:
+  void activate() override;
+  bool mayLeave() override;
+  void enterPressed(ui::Field& field) override;
+
+ private:
+  ui::GridQuery query(const QString& typed) const;
+  /// Enter on one goods: the line dialog.
+  void pickOne();
+  /// The marked goods at once, with the quantity that stands in `tsl`.
+  void addMarked();
+  void changeStaged();
+  void dropStaged();
+  void takeOver();
+  void showStaged(std::int64_t current = 0);
+  void backToSearch();
+
+  const GoodsPickSpec description_;
+  const DocumentRules& rules_;
+  ui::ListSearch search_;
+  LinePlace place_;
+  Lines target_ = Lines::Draft;
+  PickingMemory memory_;
+  CopyResult result_;
+};
+
+/// Shows tax and discount columns of a grid of lines by the parameters that switch them.
+void showLineColumns(ui::Grid& grid);
+/// The line's field behind a column, as cell edits name it: "jh_dj" is "dj".
+QString lineFieldOf(std::string_view column);
+
+}  // namespace jxc

@@ -1,0 +1,66 @@
+// 商品明细屏幕: one line of a trading document: quantity, price, tax, discount and total keep in step.
+#pragma once
+
+#include "stock/trading_document.h"
+#include "ui/screen.h"
+
+class QLabel;
+
+namespace jxc {
+
+/// What the line dialog of one document is. Its fields are "tsl", the price by its own name, and where the document has
+/// them "tdzl", "ttax", "ttaxdj", "tzje", "tnote"; its grids "gridHistory" and "gridQuotes".
+struct LineScreenSpec {
+  ui::ScreenSpec screen;
+  const DocumentRules& (*rules)();
+  std::string_view price;                      // name of the price input: "tgpjjj"
+  std::string_view historyTitle, quotesTitle;  // the two tabs
+  std::string_view historyPrice, quotesPrice;  // columns whose price a row offers on Enter
+  bool historyShowsTaxed = true;               // the tax column follows the price
+};
+
+class LineScreen : public ui::Screen {
+ public:
+  explicit LineScreen(const LineScreenSpec& spec);
+
+  struct Request {
+    Lines where = Lines::Draft;
+    std::int64_t id = 0;  // 0: a new line of `goods`
+    QString goods;
+    double quantity = 1;  // that a new line proposes
+    LinePlace place;
+  };
+  /// Opens on a new line or an existing row. Nothing was written: id 0.
+  LineResult edit(const Request& request);
+
+  ui::Field& tsl = field("tsl");
+  ui::Field& price;
+  ui::Field& tdzl = field("tdzl");
+  ui::Field& ttax = field("ttax");
+  ui::Field& ttaxdj = field("ttaxdj");
+  ui::Field& tzje = field("tzje");
+  ui::Field& tnote = field("tnote");
+  ui::Grid& gridHistory = grid("gridHistory");
+  ui::Grid& gridQuotes = grid("gridQuotes");
+  QPushButton& btnOK = command("btnOK");
+
+ protected:
+  void activate() override;
+
+ private:
+  void bind(ui::Field& field, void (LineAmounts::*set)(double));
+  void offerPrice(ui::Grid& grid, std::string_view column);
+  /// Shows the amounts, but for the input that the operator is typing in.
+  void showAmounts(const ui::Field* typing = nullptr);
+  void saveValue();
+
+  const LineScreenSpec description_;
+  const DocumentRules& rules_;
+  QLabel* goods_;
+  ui::Panel tabs_;
+  Request request_;
+  LineDraft draft_;
+  LineResult result_;
+};
+
+}  // namespace jxc
