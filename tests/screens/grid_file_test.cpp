@@ -101,7 +101,7 @@ TEST_F(GridFileTest, ALongQueryShowsItselfAndCanBeStopped) {
   grid.load("select * from jxc_goods where g_kc=? order by id", 5);
   grid.waitLoaded();
   const int before = grid.rowCount();
-  auto* stop = grid.findChild<QPushButton*>(QStringLiteral("btnCancelLoad"));
+  auto* stop = grid.findChild<QPushButton*>(QStringLiteral("cancelLoad"));
   EXPECT_FALSE(stop->isVisible());
   grid.load("select a.* from jxc_goods a,jxc_goods b,jxc_goods c where a.g_kc+b.g_kc+c.g_kc<? order by a.id", 0);
   QElapsedTimer time;
