@@ -1,6 +1,8 @@
 // Works an account set without pause, to be killed at any moment: see kill_test.py beside it.
 //   torture_audit FILE prepare N    makes N waiting receipts in an account set of jxcctl
-//   torture_audit FILE work SEED    audits and cancels them at random for ever; each commit is told on one line
+//   torture_audit FILE work SEED [STATION STATIONS]
+//       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
+//       has receipts of its own (every STATIONS-th), which share goods, supplier and cash with those of the others.
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/prompt.h"
@@ -58,12 +60,13 @@ void tell(char what, const QString& number) {
   std::cout << what << ' ' << number.toStdString() << std::endl;
 }
 
-[[noreturn]] void work(unsigned seed, Prompt& prompt) {
+[[noreturn]] void work(unsigned seed, int station, int stations, Prompt& prompt) {
   const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
+  const int own = documents.rowCount() / stations;
   std::mt19937 random(seed);
   std::cout << "ready" << std::endl;
   for (;;) {
-    const QString number = documents.text(static_cast<int>(random() % documents.rowCount()), 0);
+    const QString number = documents.text(static_cast<int>(random() % own) * stations + station, 0);
     if (lookupNumber("select j_status from jxc_jhd where j_sn=?", number) == 0) {
       const auto outcome = checkDj(families::purchaseReceipt, number, prompt);
       if (outcome != AuditOutcome::Audited) throw std::runtime_error("not audited");
@@ -76,7 +79,9 @@ void tell(char what, const QString& number) {
 }
 
 int run(int argc, char** argv) {
-  if (argc != 4) throw std::runtime_error("usage: torture_audit FILE prepare N | FILE work SEED");
+  if (argc != 4 && argc != 6) {
+    throw std::runtime_error("usage: torture_audit FILE prepare N | FILE work SEED [STATION STATIONS]");
+  }
   dataModule().installAccountDb(openSqlite(QString::fromUtf8(argv[1])));
   YesPrompt prompt;
   if (!login(QStringLiteral("admin"), QString(), prompt)) throw std::runtime_error("no login");
@@ -84,7 +89,7 @@ int run(int argc, char** argv) {
   if (std::string_view(argv[2]) == "prepare") {
     prepare(number, prompt);
   } else {
-    work(static_cast<unsigned>(number), prompt);
+    work(static_cast<unsigned>(number), argc == 6 ? std::atoi(argv[4]) : 0, argc == 6 ? std::atoi(argv[5]) : 1, prompt);
   }
   return 0;
 }
