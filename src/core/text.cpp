@@ -3,6 +3,8 @@
 #include "core/clock.h"
 #include "core/session.h"
 
+#include <QStringList>
+
 #include <array>
 
 namespace jxc::text_detail {
@@ -69,6 +71,15 @@ int nthPos(QStringView text, QStringView needle, int n) {
     if (found == n) return static_cast<int>(at) + 1;
     from = at + needle.size();
   }
+}
+
+QString replaceListEntry(const QString& list, const QString& entry, const QString& now) {
+  QString result;
+  for (const QString& part : list.split(u',', Qt::SkipEmptyParts)) {
+    const QString& kept = part == entry ? now : part;
+    if (!kept.isEmpty()) result += kept + u',';
+  }
+  return result;
 }
 
 QString weekdayName() {

@@ -22,6 +22,10 @@ bool priceGradeAllowed(QStringView value, QStringView kind);
 /// 1-based position of the n-th occurrence of `needle`; 0 when there are fewer, or nothing to look for.
 int nthPos(QStringView text, QStringView needle, int n);
 
+/// A list kept as text, every entry with its comma behind ("张三,李四,"), with one entry replaced, or taken out when
+/// `now` is empty. Entries are compared whole: "李四" is not touched by a new name of "李".
+QString replaceListEntry(const QString& list, const QString& entry, const QString& now);
+
 /// Today's weekday, "星期日 " to "星期六 ", with a trailing blank: it stands before a time.
 QString weekdayName();
 

@@ -43,9 +43,8 @@ void renameInHistory(const QString& before, const QString& now) {
   const QString entry = before + QLatin1Char(',');
   for (const Row row : openSelect("select id,kh_uname from jxc_khxx where kh_uname like ?",
                                   QStringLiteral("%") + entry + QStringLiteral("%"))) {
-    QStringList names = row.text("kh_uname").split(QLatin1Char(','));
-    names.replaceInStrings(before, now);
-    execSql("update jxc_khxx set kh_uname=? where id=?", names.join(QLatin1Char(',')), row.integer("id"));
+    execSql("update jxc_khxx set kh_uname=? where id=?", replaceListEntry(row.text("kh_uname"), before, now),
+            row.integer("id"));
   }
 }
 

@@ -359,6 +359,10 @@ void Field::setLabel(const QString& text) {
   if (spec_.kind == FieldKind::Check) field_detail::box(widget_)->setText(text);
 }
 
+void Field::setMaxLength(int characters) {
+  if (field_detail::isLine(spec_.kind)) field_detail::line(widget_)->setMaxLength(characters > 0 ? characters : 32767);
+}
+
 void Field::focus() {
   widget_->setFocus(Qt::OtherFocusReason);
   if (field_detail::isLine(spec_.kind)) field_detail::line(widget_)->selectAll();

@@ -76,6 +76,7 @@ class Field : public QObject {
   void setReadOnly(bool on);
   bool isReadOnly() const { return readOnly_; }
   void setLabel(const QString& text);
+  void setMaxLength(int characters);  // of one line; 0: no limit
   void focus();
   bool hasFocus() const;
 

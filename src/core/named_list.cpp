@@ -1,0 +1,85 @@
+#include "core/named_list.h"
+
+#include "core/numbers.h"
+#include "core/session.h"
+#include "core/text.h"
+
+#include <algorithm>
+
+namespace jxc {
+namespace named_list_detail {
+
+std::optional<QString> checkedName(const NamedList& list, const QString& typed, std::int64_t id, Prompt& prompt) {
+  const QString name = sanitizeKeyword(typed.trimmed());
+  if (name.isEmpty()) {
+    prompt.notice(QString::fromUtf16(list.needsName));
+    return {};
+  }
+  const std::string sql = compose("select top 1 id from {} where {}=? and id<>?", {list.table, list.name});
+  if (!openSelect(sql, name, id).isEmpty()) {
+    prompt.notice(QString::fromUtf16(list.nameTaken));
+    return {};
+  }
+  return name;
+}
+
+bool isUsed(const NamedList& list, const QString& number, const QString& name) {
+  const auto finds = [](const QString& what) {
+    return [&what](std::string_view sql) { return !openSelect(sql, what).isEmpty(); };
+  };
+  return std::any_of(list.usedByName.begin(), list.usedByName.end(), finds(name)) ||
+         std::any_of(list.usedByNumber.begin(), list.usedByNumber.end(), finds(number));
+}
+
+}  // namespace named_list_detail
+
+std::optional<QString> addNamed(const NamedList& list, const QString& typed, Prompt& prompt) {
+  const auto name = named_list_detail::checkedName(list, typed, 0, prompt);
+  if (!name) return {};
+  Transaction transaction(accountDb());
+  const QString number = nextSerial(list.table, list.sn);
+  insertRow(list.table, {{list.sn, number}, {list.name, *name}});
+  transaction.commit();
+  return number;
+}
+
+bool renameNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt) {
+  const auto name = named_list_detail::checkedName(list, typed, id, prompt);
+  if (!name) return false;
+  Transaction transaction(accountDb());
+  const QString before = nameOf(list, id);
+  updateRow(list.table, id, {{list.name, *name}});
+  if (!before.isEmpty() && before != *name) {
+    for (const auto sql : list.renames)
+      execSql(sql, *name, before);
+  }
+  transaction.commit();
+  return true;
+}
+
+bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {
+  const QString number = lookupValue(compose("select {} from {} where id=?", {list.sn, list.table}), id);
+  if (number.isEmpty()) return false;
+  if (list.builtIn && number == QStringView(builtInSn)) {
+    prompt.notice(QString::fromUtf16(list.builtIn));
+    return false;
+  }
+  const QString name = nameOf(list, id);
+  if (named_list_detail::isUsed(list, number, name)) {
+    prompt.notice(QString::fromUtf16(list.inUse));
+    return false;
+  }
+  if (!prompt.ask(QString::fromUtf16(list.deleteQuestion))) return false;
+  execSql(compose("delete from {} where id=?", {list.table}), id);
+  return true;
+}
+
+QString nameOf(const NamedList& list, std::int64_t id) {
+  return lookupValue(compose("select {} from {} where id=?", {list.name, list.table}), id);
+}
+
+BoundStatement namedListStatement(const NamedList& list) {
+  return {compose("select * from {} order by id", {list.table}), {}};
+}
+
+}  // namespace jxc

@@ -1,0 +1,40 @@
+// 名称列表: short lists of words with a number (regions, departments, remarks …): added, renamed and deleted alike.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace jxc {
+
+/// One such list. Empty texts and lists mean that the refusal or the following does not exist.
+struct NamedList {
+  std::string_view table, sn, name;  // the table, its number and its name
+  const char16_t* needsName;         // told for an empty name
+  const char16_t* nameTaken;         // told for a name that stands already
+  const char16_t* deleteQuestion;
+  const char16_t* builtIn = nullptr;               // told when row "100001" is to be deleted
+  const char16_t* inUse = nullptr;                 // told when one of the next finds a row
+  std::span<const std::string_view> usedByName{};  // selects with one ?, the name
+  std::span<const std::string_view> usedByNumber{};
+  std::span<const std::string_view> renames{};  // updates of copies: new name, old name
+};
+
+/// Adds a word and returns its number; nothing when refused.
+std::optional<QString> addNamed(const NamedList& list, const QString& typed, Prompt& prompt);
+/// Renames a word; copies of it follow. False when refused.
+bool renameNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt);
+/// Deletes a word. Asks. False when refused.
+bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt);
+/// The word of a row; empty when it is gone.
+QString nameOf(const NamedList& list, std::int64_t id);
+/// All columns of the list in entry order.
+BoundStatement namedListStatement(const NamedList& list);
+
+}  // namespace jxc

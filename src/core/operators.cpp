@@ -1,0 +1,195 @@
+#include "core/operators.h"
+
+#include "core/numbers.h"
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace operators_detail {
+
+constexpr int kNameWidth = 32;
+
+bool hasOperatorRight() {
+  return hasRight("qtcz", 6);
+}
+
+bool isBuiltIn(const QString& number) {
+  return number == QStringView(builtInSn);
+}
+
+/// Name and password through their checks, in the order in which the operator sees them; the name as it is stored.
+std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
+  if (draft.name.trimmed().isEmpty()) {
+    prompt.notice(QStringLiteral("用户名称必须填写！"));
+    return {};
+  }
+  if (draft.password.trimmed() != draft.passwordAgain.trimmed()) {
+    prompt.notice(QStringLiteral("两次密码输入不一致！"));
+    return {};
+  }
+  const QString name = sanitizeKeyword(draft.name.trimmed());
+  if (!openSelect("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id).isEmpty()) {
+    prompt.notice(QStringLiteral("用户名称不能重复！"));
+    return {};
+  }
+  return name;
+}
+
+/// Puts another name, or none, in place of a bound operator of all warehouses.
+void rewriteBinding(const QString& name, const QString& now, const QString& removedKey = {}) {
+  for (const Row row : openSelect("select id,ck_aname,ck_asn from jxc_ckxx where ck_aname like ?",
+                                  QStringLiteral("%") + name + QStringLiteral(",%"))) {
+    updateRow("jxc_ckxx", row.integer("id"),
+              {{"ck_aname", replaceListEntry(row.text("ck_aname"), name, now)},
+               {"ck_asn", replaceListEntry(row.text("ck_asn"), removedKey, {})}});
+  }
+}
+
+}  // namespace operators_detail
+
+bool mayManageOperators(Prompt& prompt) {
+  if (operators_detail::hasOperatorRight()) return true;
+  dispMsg(prompt, QStringLiteral("操作员设置！"));
+  return false;
+}
+
+OperatorDraft readOperator(std::int64_t id) {
+  const RowSet rows =
+      operators_detail::hasOperatorRight() ? openSelect("select * from jxc_admin where id=?", id) : RowSet();
+  if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该操作员已被其他操作员删除，请刷新列表！"));
+  const Row row = rows.front();
+  OperatorDraft draft;
+  draft.id = id;
+  draft.number = row.text("a_sn");
+  draft.name = row.text("a_name");
+  draft.roleKey = row.text("r_sn");
+  draft.password = draft.passwordAgain = row.text("a_pwd");
+  draft.mostRoundOff = row.number("a_zreoje");
+  draft.isHeadCashier = row.flag("a_pos");
+  draft.isDisabled = row.flag("a_jy");
+  return draft;
+}
+
+std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return {};
+  const auto name = operators_detail::checkedName(draft, prompt);
+  if (!name) return {};
+
+  Transaction transaction(accountDb());
+  const QString number = nextSerial("jxc_admin", "a_sn");
+  insertRow("jxc_admin", {{"a_sn", number},
+                          {"a_name", *name},
+                          {"r_sn", draft.roleKey},
+                          {"a_zreoje", draft.mostRoundOff},
+                          {"a_pwd", sanitizeKeyword(draft.password.trimmed())},
+                          {"a_pos", draft.isHeadCashier},
+                          {"a_jy", 0},
+                          {"a_jyt", 0}});
+  transaction.commit();
+  return number;
+}
+
+bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return false;
+  const auto name = operators_detail::checkedName(draft, prompt);
+  if (!name) return false;
+
+  Transaction transaction(accountDb());
+  const OperatorDraft before = readOperator(draft.id);
+  updateRow("jxc_admin", draft.id,
+            {{"a_name", *name}, {"a_zreoje", draft.mostRoundOff}, {"a_pos", draft.isHeadCashier}});
+  const QString password = sanitizeKeyword(draft.password.trimmed());
+  if (!password.isEmpty()) updateRow("jxc_admin", draft.id, {{"a_pwd", password}});
+  // Somebody must always be able to log in and change everything.
+  if (!operators_detail::isBuiltIn(before.number)) {
+    updateRow("jxc_admin", draft.id,
+              {{"r_sn", draft.roleKey}, {"a_jy", draft.isDisabled}, {"a_jyt", draft.isDisabled ? 1 : 0}});
+  }
+  if (before.name != *name) operators_detail::rewriteBinding(before.name, *name);
+  transaction.commit();
+  // His own new name holds from now on: under the old one the screen lock would never open again.
+  if (before.number == session().a_sn) session().a_name = *name;
+  return true;
+}
+
+bool deleteOperator(std::int64_t id, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return false;
+  const RowSet rows = openSelect("select a_sn,a_name from jxc_admin where id=?", id);
+  if (rows.isEmpty()) return false;
+  const QString number = rows.front().text("a_sn");
+  const QString name = rows.front().text("a_name");
+  const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
+    union select top 1 a_name from jxc_lsxsd where a_name=?)",
+                                       name, name);
+  if (!document.isEmpty()) {
+    prompt.notice(QStringLiteral("该操作员已发生过业务，不能删除！"));
+    return false;
+  }
+  if (operators_detail::isBuiltIn(number)) {
+    prompt.notice(QStringLiteral("内置系统管理员不能删除！"));
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除当前操作员吗！"))) return false;
+
+  Transaction transaction(accountDb());
+  execSql("delete from jxc_admin where a_sn=?", number);
+  // The next operator may get his number: he must not find himself in these warehouses.
+  operators_detail::rewriteBinding(name, {}, number);
+  transaction.commit();
+  return true;
+}
+
+std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return {};
+  const OperatorDraft draft = readOperator(id);
+  return OperatorCopy{draft.name, draft.roleKey, draft.password, draft.mostRoundOff};
+}
+
+bool pasteOperator(const OperatorCopy& copy, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return false;
+  Transaction transaction(accountDb());
+  insertRow("jxc_admin", {{"a_sn", nextSerial("jxc_admin", "a_sn")},
+                          {"a_name", (QStringLiteral("复制 ") + copy.name).left(operators_detail::kNameWidth)},
+                          {"r_sn", copy.roleKey},
+                          {"a_zreoje", copy.mostRoundOff},
+                          {"a_pwd", copy.password},
+                          {"a_pos", 0},
+                          {"a_jy", 0},
+                          {"a_jyt", 0}});
+  transaction.commit();
+  return true;
+}
+
+BoundStatement operatorListStatement(const QString& typed) {
+  Filter filter;
+  if (!operators_detail::hasOperatorRight()) filter.add("1=2");
+  const QString key = QStringLiteral("%") + sanitizeKeyword(typed) + QStringLiteral("%");
+  if (!typed.isEmpty()) filter.add("(a.a_name like ? or a.a_sn like ?)", key, key);
+  return {
+      "select a.id,a.a_sn,a.a_name,a.r_sn,a.a_zreoje,a.a_pos,a.a_jy,"
+      "(select top 1 b.r_name from jxc_role b where b.r_sn=a.r_sn) as r_name from jxc_admin a" +
+          filter.where() + " order by a.id",
+      {filter.values().begin(), filter.values().end()}};
+}
+
+bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt) {
+  if (password.trimmed() != again.trimmed()) {
+    prompt.notice(QStringLiteral("两次密码输入不一致，不能修改密码！"));
+    return false;
+  }
+  // The old password is compared as it was typed: what was stored is what the operator knows.
+  if (openSelect("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed()).isEmpty()) {
+    prompt.notice(QStringLiteral("当前密码错误，不能修改密码！"));
+    return false;
+  }
+  execSql("update jxc_admin set a_pwd=? where a_name=?", sanitizeKeyword(password.trimmed()), session().a_name);
+  prompt.notice(QStringLiteral("密码修改成功！"));
+  return true;
+}
+
+bool mayStandInPassword(QChar character) {
+  return !QStringView(u"!\"%&',=?@[\\]^").contains(character);
+}
+
+}  // namespace jxc

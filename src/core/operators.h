@@ -1,0 +1,56 @@
+// 操作员: rules of who may log in: adding, changing, copying, deleting operators, and one's own password.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+namespace jxc {
+
+/// What is keyed in for one operator. The round-off is in yuan.
+struct OperatorDraft {
+  std::int64_t id = 0;  // 0 for a new one
+  QString number;       // a_sn of an existing one
+  QString name, roleKey;
+  QString password, passwordAgain;
+  double mostRoundOff = 0;     // the most that this cashier may round off at the till
+  bool isHeadCashier = false;  // POS柜长
+  bool isDisabled = false;     // leaves the login and the lists, stays in history
+};
+
+/// Whether this operator may see and change operators at all; told when not. All rules below ask it themselves.
+bool mayManageOperators(Prompt& prompt);
+
+/// The operator with this id, his password included; throws DbError when he is gone or the right is missing.
+OperatorDraft readOperator(std::int64_t id);
+/// Adds an operator. Returns his number, nothing when refused.
+std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt);
+/// Changes an operator. An empty password keeps the old one; role and state of the built-in administrator stay. A new
+/// name follows into the warehouses; documents keep the one under which they were written. False when refused.
+bool modifyOperator(const OperatorDraft& draft, Prompt& prompt);
+/// Deletes an operator without purchases and sales, and his binding to warehouses. Asks. False when refused.
+bool deleteOperator(std::int64_t id, Prompt& prompt);
+
+/// What copying an operator keeps for pasting.
+struct OperatorCopy {
+  QString name, roleKey, password;
+  double mostRoundOff = 0;
+};
+std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt);
+/// Adds "复制 " + name with the same role, password and round-off. The name is not compared with the list.
+bool pasteOperator(const OperatorCopy& copy, Prompt& prompt);
+
+/// Operators with their role's name, by what is looked for in name and number; without passwords. Nothing without the
+/// right.
+BoundStatement operatorListStatement(const QString& typed = {});
+
+/// Changes the password of the operator of the session.
+bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt);
+/// Characters that the inputs of a new password refuse at the keyboard.
+bool mayStandInPassword(QChar character);
+
+}  // namespace jxc

@@ -1,0 +1,146 @@
+// 操作员设置: the list of operators, the dialog of one, copy and paste.
+#include "core/fillers.h"
+#include "core/operators.h"
+#include "core/session.h"
+#include "ui/list_screen.h"
+
+#include <QPushButton>
+
+namespace jxc {
+namespace admin_detail {
+
+using ui::ColumnKind;
+using ui::FieldKind;
+
+constexpr ui::FieldSpec kListFields[] = {{"tkey", "查找：", FieldKind::Text, "", 32}};
+constexpr ui::ColumnSpec kColumns[] = {
+    {"a_sn", "操作员编号"},
+    {"a_name", "操作员名称", ColumnKind::Text, 20},
+    {"r_name", "角色", ColumnKind::Text, 20},
+    {"a_zreoje", "抹零金额", ColumnKind::Money},
+    {"a_pos", "POS柜长", ColumnKind::Flag},
+    {"a_jy", "停用", ColumnKind::Flag},
+};
+constexpr ui::GridSpec kGrids[] = {{"gridAdmin", "操作员列表", kColumns, "没有找到操作员，按F2增加"}};
+constexpr ui::CommandSpec kListCommands[] = {{"btnAdd", "增加", "F2"},           {"btnModi", "修改", "F3"},
+                                             {"btn_Dele", "删除", "Ctrl+D"},     {"btnRCopy", "复制", "Ctrl+Ins"},
+                                             {"btnRPaste", "粘贴", "Shift+Ins"}, {"btnCancel", "退出", "Esc"}};
+constexpr ui::ScreenSpec kList = {.name = "F_Admin",
+                                  .title = "操作员设置",
+                                  .fields = kListFields,
+                                  .grids = kGrids,
+                                  .commands = kListCommands,
+                                  .focus = "tkey"};
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tname", "用户名称：", FieldKind::Text, "jxc_admin.a_name"},
+    {"comRole", "角色：", FieldKind::Combo},
+    {"tpwd", "密码：", FieldKind::Password, "jxc_admin.a_pwd"},
+    {"tpwd1", "确认密码：", FieldKind::Password, "jxc_admin.a_pwd"},
+    {"tzreoje", "抹零金额：", FieldKind::Money, "jxc_admin.a_zreoje", 0, ui::NoMinus},
+    {"chkPos", "POS柜长", FieldKind::Check, "jxc_admin.a_pos"},
+    {"chkJy", "停用", FieldKind::Check, "jxc_admin.a_jy"},
+};
+constexpr ui::CommandSpec kCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr ui::ScreenSpec kAdd = {
+    .name = "F_Admin_Add", .title = "增加操作员", .fields = kFields, .commands = kCommands, .focus = "tname"};
+constexpr ui::ScreenSpec kModi = {
+    .name = "F_Admin_Modi", .title = "修改操作员", .fields = kFields, .commands = kCommands, .focus = "tname"};
+
+}  // namespace admin_detail
+
+/// One operator, new or changed.
+class OperatorEditScreen : public ui::Screen {
+ public:
+  explicit OperatorEditScreen(const ui::ScreenSpec& spec) : Screen(spec) {
+    panel().form({"tname", "comRole", "tpwd", "tpwd1", "tzreoje", "chkPos", "chkJy"}).buttons("| btnOK btnCancel");
+    command("btnOK").setProperty("main", true);
+    on(command("btnOK"), [this] { saveValue(); });
+  }
+
+  bool edit(std::int64_t id) {
+    id_ = id;
+    const bool done = showModal();
+    id_ = 0;
+    return done;
+  }
+
+ protected:
+  void activate() override {
+    const OperatorDraft draft = id_ == 0 ? OperatorDraft{} : readOperator(id_);
+    field("comRole").setItems(fillKeyedCombo("jxc_role", "r_name", {}, "id", "r_sn"));
+    field("tname").load(draft.name);
+    field("tpwd").load(draft.password);
+    field("tpwd1").load(draft.passwordAgain);
+    field("tzreoje").load(draft.mostRoundOff);
+    field("chkPos").setChecked(draft.isHeadCashier);
+    field("chkJy").setChecked(draft.isDisabled);
+    field("chkJy").setVisible(id_ != 0);
+    if (id_ != 0) field("comRole").setKey(draft.roleKey);
+    const bool isBuiltIn = draft.number == QStringView(builtInSn);
+    field("comRole").setEnabled(!isBuiltIn);
+    field("chkJy").setEnabled(!isBuiltIn);
+  }
+
+ private:
+  void saveValue() {
+    if (!checkFields()) return;
+    const OperatorDraft draft{.id = id_,
+                              .number = {},
+                              .name = field("tname").text(),
+                              .roleKey = field("comRole").key(),
+                              .password = field("tpwd").text(),
+                              .passwordAgain = field("tpwd1").text(),
+                              .mostRoundOff = field("tzreoje").number(),
+                              .isHeadCashier = field("chkPos").isChecked(),
+                              .isDisabled = field("chkJy").isChecked()};
+    if (id_ == 0 ? addOperator(draft, prompt()).has_value() : modifyOperator(draft, prompt())) accept();
+  }
+
+  std::int64_t id_ = 0;
+};
+
+struct TF_Admin_Add : OperatorEditScreen {
+  TF_Admin_Add() : OperatorEditScreen(admin_detail::kAdd) {}
+};
+struct TF_Admin_Modi : OperatorEditScreen {
+  TF_Admin_Modi() : OperatorEditScreen(admin_detail::kModi) {}
+};
+
+class TF_Admin : public ui::ListScreen {
+ public:
+  TF_Admin() : ListScreen(admin_detail::kList, [](const QString& typed) { return operatorListStatement(typed); }) {
+    whole("btnAdd", [] { return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0); });
+    row("btnModi", [this](std::int64_t id) {
+      return mayManageOperators(prompt()) && ui::screenAs<TF_Admin_Modi>("F_Admin_Modi").edit(id);
+    });
+    row("btn_Dele", [this](std::int64_t id) { return deleteOperator(id, prompt()); });
+    row("btnRCopy", [this](std::int64_t id) {
+      copy_ = copyOperator(id, prompt());
+      command("btnRPaste").setEnabled(copy_.has_value());
+      return false;
+    });
+    whole("btnRPaste", [this] { return copy_ && pasteOperator(*copy_, prompt()); });
+    list.addMenuCommand(command("btnRPaste").text(), [this] { command("btnRPaste").click(); });
+    rowActivated("btnModi");
+    list.setRowLook([](const Row& row) { return row.flag("a_jy") ? ui::RowLook::Muted : ui::RowLook::Normal; });
+  }
+
+ protected:
+  void activate() override {
+    ListScreen::activate();
+    copy_.reset();
+    command("btnRPaste").setEnabled(false);
+  }
+
+ private:
+  std::optional<OperatorCopy> copy_;
+};
+
+namespace admin_detail {
+const ui::Registered<TF_Admin> kAdmin{"F_Admin"};
+const ui::Registered<TF_Admin_Add> kAdminAdd{"F_Admin_Add"};
+const ui::Registered<TF_Admin_Modi> kAdminModi{"F_Admin_Modi"};
+}  // namespace admin_detail
+
+}  // namespace jxc
