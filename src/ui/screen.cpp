@@ -216,6 +216,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   const QSize least = minimumSizeHint();
   if (least.width() <= room.width() && least.height() <= room.height()) return;
   if (layout() != outer_) return;  // done at an earlier showing
+  auto* focused = focusWidget();  // moving to another parent loses it
   auto* content = new QWidget;
   content->setLayout(outer_);
   auto* scroll = new QScrollArea(this);
@@ -229,6 +230,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   setMinimumSize(0, 0);  // the old layout's
   around->activate();
   orderTabs();
+  if (focused) focused->setFocus(Qt::OtherFocusReason);
 }
 
 void Screen::focusFirst() {
