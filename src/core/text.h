@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <string_view>
+
 namespace jxc {
 
 /// Typed text as it is stored: the ASCII marks ' ? % ! $ & , ( ) + - / @ ~ " become their full-width forms, ^ and the
@@ -11,6 +13,14 @@ namespace jxc {
 QString sanitizeText(QStringView text);
 /// The same without ( ) + - / : for operator names, passwords and search keys.
 QString sanitizeKeyword(QStringView text);
+
+/// Words and names out of tables of data.
+inline QString words(std::u16string_view text) {
+  return QStringView(text).toString();
+}
+inline QString words(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
 
 /// A switch read as text: false for "", "0" and "False", true otherwise.
 bool strIsTrue(QStringView text);

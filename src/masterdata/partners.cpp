@@ -29,10 +29,17 @@ const PartnerSide customerSide = {
     .employeeNames = "kh_uname",
     .employeeKeys = "kh_usn",
     .openingPrefix = "YS",
+    .paymentPrefix = "SK",
     .settlementLike = "SK%",
     .noun = u"客户",
     .openingWord = u"期初应收款",
     .usedQuery = "select kh_sn from jxc_lsxsd where kh_sn=? union select kh_sn from jxc_posxsd where kh_sn=?",
+    .dueWord = u"应收款",
+    .paymentWord = u"收款",
+    .cashSign = 1,
+    .stockFlag = "xs",
+    .addedDueLog = u"增加应收款",
+    .changedDueLog = u"修改应收款",
 };
 
 const PartnerSide supplierSide = {
@@ -54,10 +61,17 @@ const PartnerSide supplierSide = {
     .employeeNames = "",
     .employeeKeys = "",
     .openingPrefix = "YF",
+    .paymentPrefix = "FK",
     .settlementLike = "FK%",
     .noun = u"供货商",
     .openingWord = u"期初应付款",
     .usedQuery = "select ghs_sn from jxc_jhd where ghs_sn=?",
+    .dueWord = u"应付款",
+    .paymentWord = u"付款",
+    .cashSign = -1,
+    .stockFlag = "cj",
+    .addedDueLog = u"增加未审核应付款",
+    .changedDueLog = u"修改未审核应付款",
 };
 
 namespace partners_detail {
@@ -65,12 +79,8 @@ namespace partners_detail {
 /// The built-in partner of each side: the one for passing trade.
 constexpr auto builtInNumber = "100001";
 
-QString words(const char16_t* text) {
-  return QString::fromUtf16(text);
-}
-
 QString typeText(const PartnerSide& side) {
-  return QString::fromUtf8(side.type.data(), qsizetype(side.type.size()));
+  return words(side.type);
 }
 
 bool hasDoneBusiness(const PartnerSide& side, const QString& number) {
@@ -104,6 +114,7 @@ void writeOpening(const PartnerSide& side, const QString& number, double amount)
                              {"k_note", words(side.noun) + QStringLiteral("的") + word},
                              {"k_flag", 1},
                              {"k_rq", today},
+                             {"k_check", 1},
                              {"k_checker", session().a_name},
                              {"k_chkrq", today}});
   execSql(R"(insert into jxc_ysyfk (gl_djh,k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,
@@ -206,7 +217,7 @@ PartnerDraft readPartner(const PartnerSide& side, std::int64_t id) {
 bool openingIsOpen(const PartnerSide& side, const QString& number) {
   if (partners_detail::hasDoneBusiness(side, number)) return false;
   const QString type = partners_detail::typeText(side);
-  const QString opening = partners_detail::words(side.openingWord);
+  const QString opening = words(side.openingWord);
   const auto otherLine = [&](const char* sql) { return !lookupValue(sql, type, number, opening).isEmpty(); };
   return !otherLine("select top 1 id from jxc_ysyfk where k_type=? and k_ghskh=? and k_djtxt<>?") &&
          !otherLine("select top 1 id from jxc_ysyfk_dj where k_type=? and k_ghskh=? and k_djtxt<>?");

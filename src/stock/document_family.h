@@ -1,6 +1,8 @@
 // 单据族: what a kind of document is, as data: tables, fields, rights and words of all twelve families.
 #pragma once
 
+#include "core/text.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -55,11 +57,6 @@ struct DocumentFamily {
   /// elsewhere.
   void (*post)(const QString& number);
 };
-
-/// A text of the tables above.
-inline QString words(std::u16string_view text) {
-  return QStringView(text).toString();
-}
 
 std::span<const DocumentFamily> documentFamilies();
 /// By prefix, or by a number that begins with it. Throws std::out_of_range for anything else.

@@ -1,0 +1,183 @@
+#include "accounts/cash_accounts.h"
+
+#include "accounts/cash_ledger.h"
+#include "core/clock.h"
+#include "core/numbers.h"
+#include "core/session.h"
+#include "core/text.h"
+
+#include <array>
+
+namespace jxc::cash {
+namespace cash_accounts_detail {
+
+const QString till = QStringLiteral("现金");
+
+/// Everything that names an account: waiting documents would otherwise be posted to one that is no longer there.
+constexpr std::array kRenames{
+    "update jxc_xjyh set xj_kmmc=? where xj_kmmc=?",   "update jxc_ysyfk_dj set k_fkfs=? where k_fkfs=?",
+    "update jxc_ysyfk set k_fkfs=? where k_fkfs=?",    "update jxc_jhd set j_kmmc=? where j_kmmc=?",
+    "update jxc_thd set th_kmmc=? where th_kmmc=?",    "update jxc_lsxsd set ls_kmmc=? where ls_kmmc=?",
+    "update jxc_xsthd set th_kmmc=? where th_kmmc=?",  "update jxc_yyfy set fy_kmmc=? where fy_kmmc=?",
+    "update jxc_khjhsp set jh_kmmc=? where jh_kmmc=?",
+};
+
+QString refusal(const AccountDraft& draft) {
+  if (draft.name.isEmpty()) return QStringLiteral("账户名称必须填写！");
+  if (draft.type.isEmpty()) return QStringLiteral("账户类型必须填写！");
+  const QString taken = lookupValue("select yh_name from jxc_yhzh where (yh_name=? or yh_type=?) and id<>?", draft.name,
+                                    draft.type, draft.id);
+  return taken.isEmpty() ? QString() : QStringLiteral("账户名称或账户类型不能重复！");
+}
+
+QString openingNote(const QString& account) {
+  return account + QStringLiteral("期初数");
+}
+
+void insertOpening(const QString& account, double amount) {
+  insertRow("jxc_xjyh", {{"xj_rq", clock::today()},
+                         {"gl_djh", u""},
+                         {"xj_dlx", u"期初金额"},
+                         {"xj_je", amount},
+                         {"xj_ljje", amount},
+                         {"xj_chk", u"1"},
+                         {"xj_kmmc", account},
+                         {"xj_note", openingNote(account)},
+                         {"a_name", session().a_name}});
+}
+
+void insertAccount(const AccountDraft& draft) {
+  insertRow("jxc_yhzh", {{"yh_sn", nextSerial("jxc_yhzh", "yh_sn")},
+                         {"yh_type", draft.type},
+                         {"yh_name", draft.name},
+                         {"yh_zje", draft.opening},
+                         {"yh_note", draft.note}});
+  insertOpening(draft.name, draft.opening);
+  // The ledger may hold lines of an account of that name, deleted with its row alone by an older release.
+  recomputeXjyh(draft.name, QString());
+}
+
+void changeAccount(const AccountDraft& draft, const AccountDraft& before) {
+  updateRow("jxc_yhzh", draft.id, {{"yh_type", draft.type}, {"yh_name", draft.name}, {"yh_note", draft.note}});
+  if (draft.name != before.name) {
+    for (const char* rename : kRenames)
+      execSql(rename, draft.name, before.name);
+    execSql("update jxc_xjyh set xj_note=? where xj_kmmc=? and xj_dlx='期初金额' and xj_note=?",
+            openingNote(draft.name), draft.name, openingNote(before.name));
+  }
+  if (draft.opening != before.opening) setOpening(draft.id, draft.opening);
+}
+
+}  // namespace cash_accounts_detail
+
+AccountDraft readAccount(std::int64_t id) {
+  const RowSet rows = openSelect("select * from jxc_yhzh where id=?", id);
+  if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该记录已被其他操作员删除，请刷新列表！"));
+  const Row row = rows.front();
+  return {.id = id,
+          .name = row.text("yh_name"),
+          .type = row.text("yh_type"),
+          .note = row.text("yh_note"),
+          .opening = row.number("yh_zje")};
+}
+
+bool mayChangeAccount(std::int64_t id, Prompt& prompt) {
+  using namespace cash_accounts_detail;
+  if (readAccount(id).name != till) return true;
+  prompt.notice(QStringLiteral("“现金”不能修改！"));
+  return false;
+}
+
+bool saveAccount(const AccountDraft& typed, Prompt& prompt) {
+  using namespace cash_accounts_detail;
+  AccountDraft draft = typed;
+  // The kind keeps its trailing blank when it has one: kinds of the first three accounts are stored with it.
+  draft.name = sanitizeText(typed.name.trimmed()).left(32);
+  draft.type = typed.type.trimmed().isEmpty() ? QString() : sanitizeText(typed.type).left(32);
+  draft.note = sanitizeText(typed.note.trimmed()).left(200);
+  if (draft.id != 0 && !mayChangeAccount(draft.id, prompt)) return false;
+  if (const QString why = refusal(draft); !why.isEmpty()) {
+    prompt.notice(why);
+    return false;
+  }
+  const AccountDraft before = draft.id == 0 ? AccountDraft{} : readAccount(draft.id);
+  if (draft.id != 0 && draft.opening != before.opening && !mayChangeOpening(before.name, prompt)) return false;
+
+  QString changed;
+  {
+    Transaction transaction(accountDb());
+    changed = refusal(draft);
+    if (changed.isEmpty()) {
+      if (draft.id == 0)
+        insertAccount(draft);
+      else
+        changeAccount(draft, readAccount(draft.id));
+      transaction.commit();
+      return true;
+    }
+  }
+  prompt.notice(changed);
+  return false;
+}
+
+bool deleteAccount(std::int64_t id, Prompt& prompt) {
+  using namespace cash_accounts_detail;
+  const QString name = readAccount(id).name;
+  if (name == till) {
+    prompt.notice(QStringLiteral("“现金”不能删除！"));
+    return false;
+  }
+  const QString used = QStringLiteral("该账户已发生过业务，不能删除！");
+  if (isAccountUsed(name)) {
+    prompt.notice(used);
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要删除该银行账户吗！"))) return false;
+  {
+    Transaction transaction(accountDb());
+    if (!isAccountUsed(name)) {
+      execSql("delete from jxc_xjyh where xj_kmmc=?", name);
+      execSql("delete from jxc_yhzh where id=?", id);
+      transaction.commit();
+      return true;
+    }
+  }
+  prompt.notice(used);
+  return false;
+}
+
+bool isAccountUsed(const QString& name) {
+  return !lookupValue("select top 1 id from jxc_xjyh where xj_kmmc=? and xj_dlx<>'期初金额'", name).isEmpty();
+}
+
+bool mayChangeOpening(const QString& name, Prompt& prompt) {
+  return !isAccountUsed(name) ||
+         prompt.ask(QStringLiteral("该银行账户已有业务发生，\r\n\r\n建立期初帐将会改变该账户的余额，\r\n\r\n是否..."));
+}
+
+void setOpening(std::int64_t id, double amount) {
+  using namespace cash_accounts_detail;
+  Transaction transaction(accountDb());
+  const QString name = readAccount(id).name;
+  updateRow("jxc_yhzh", id, {{"yh_zje", amount}});
+  const RowSet opening =
+      openSelect("select top 1 id,xj_rq from jxc_xjyh where xj_kmmc=? and xj_dlx='期初金额' order by id", name);
+  if (opening.isEmpty()) {
+    insertOpening(name, amount);
+    recomputeXjyh(name, clock::today());
+  } else {
+    updateRow("jxc_xjyh", opening.front().integer("id"), {{"xj_je", amount}});
+    recomputeXjyh(name, opening.front().text("xj_rq"));
+  }
+  transaction.commit();
+}
+
+BoundStatement accountList() {
+  return {"select * from jxc_yhzh order by id", {}};
+}
+
+std::vector<ListItem> fillAccounts(const QString& first) {
+  return fillKeyedCombo("jxc_yhzh", "yh_name", first, "id", "yh_name");
+}
+
+}  // namespace jxc::cash

@@ -1,0 +1,246 @@
+#include "accounts/cash_lines.h"
+
+#include "accounts/cash_ledger.h"
+#include "core/clock.h"
+#include "core/numbers.h"
+#include "core/session.h"
+#include "core/text.h"
+
+#include <array>
+
+namespace jxc::cash {
+namespace cash_lines_detail {
+
+struct MovementWords {
+  Movement movement;
+  const char16_t* prefix;
+  const char16_t* kind;  // xj_dlx
+};
+constexpr std::array kMovements{
+    MovementWords{Movement::In, u"XJ", u"现金银行收款"},
+    MovementWords{Movement::Out, u"XC", u"现金银行付款"},
+    MovementWords{Movement::Transfer, u"XZ", u"现金银行转账"},
+};
+
+const MovementWords& wordsOf(Movement movement) {
+  return kMovements[static_cast<std::size_t>(movement)];
+}
+
+const MovementWords* movementOf(const QString& number) {
+  for (const auto& each : kMovements)
+    if (number.startsWith(words(each.prefix))) return &each;
+  return nullptr;
+}
+
+/// What stands against a draft, in the order in which the operator meets it; empty when nothing does.
+QString refusal(const LineDraft& draft) {
+  const QString employeeMissing = QStringLiteral("请选择经办人！");
+  if (draft.movement != Movement::Transfer) {
+    if (draft.amount == 0) return QStringLiteral("金额必须填写！");
+    return draft.employee.isEmpty() ? employeeMissing : QString();
+  }
+  if (draft.account == draft.target) return QStringLiteral("出款、入款不能为同一个账户！");
+  if (draft.amount <= 0) return QStringLiteral("金额必须大于0！");
+  if (draft.employee.isEmpty()) return employeeMissing;
+  if (draft.amount > xjyhBalanceNow(draft.account)) return QStringLiteral("转出的金额不能大于出款账户中的金额！");
+  return {};
+}
+
+void insertLine(const LineDraft& draft, const QString& number, const QString& account, double amount) {
+  insertRow("jxc_xjyh", {{"gl_djh", number},
+                         {"xj_rq", draft.date},
+                         {"xj_chk", u"0"},
+                         {"xj_dlx", wordsOf(draft.movement).kind},
+                         {"u_name", draft.employee},
+                         {"xj_je", amount},
+                         {"xj_ljje", 0.0},
+                         {"xj_kmmc", account},
+                         {"xj_note", sanitizeText(draft.note.trimmed()).left(200)},
+                         {"a_name", session().a_name}});
+}
+
+QString insertNew(const LineDraft& draft) {
+  const QString number = nextDocNoOn("jxc_xjyh", "gl_djh", words(wordsOf(draft.movement).prefix), draft.date);
+  const bool leaves = draft.movement != Movement::In;
+  insertLine(draft, number, draft.account, leaves ? -draft.amount : draft.amount);
+  if (draft.movement == Movement::Transfer) insertLine(draft, number, draft.target, draft.amount);
+  if (strIsTrue(session().cs_shdj)) checkDj(number);
+  return number;
+}
+
+/// The row of a line as the database has it now; empty when it is gone.
+RowSet lineOf(std::int64_t id) {
+  return openSelect("select * from jxc_xjyh where id=?", id);
+}
+
+std::optional<QString> change(const LineDraft& draft) {
+  const RowSet rows = lineOf(draft.id);
+  if (rows.isEmpty() || rows.front().text("xj_chk") != u"0") return {};
+  updateRow("jxc_xjyh", draft.id,
+            {{"xj_rq", draft.date},
+             {"u_name", draft.employee},
+             {"xj_je", draft.movement == Movement::Out ? -draft.amount : draft.amount},
+             {"xj_kmmc", draft.account},
+             {"xj_note", sanitizeText(draft.note.trimmed()).left(200)}});
+  return rows.front().text("gl_djh");
+}
+
+void addChoices(Filter& filter, const LineFilter& choices) {
+  if (!choices.account.isEmpty()) filter.add("xj_kmmc=?", choices.account);
+  if (choices.key.trimmed().isEmpty()) return;
+  const QString like = u"%"_qs + sanitizeKeyword(choices.key.trimmed()) + u"%"_qs;
+  filter.add("(gl_djh like ? or xj_dlx like ? or ghs_name like ? or xj_note like ?)", like, like, like, like);
+}
+
+BoundStatement lines(const char* state, const QString& from, const QString& to, const LineFilter& choices,
+                     const char* order) {
+  Filter filter;
+  filter.add("xj_chk=?", state).add("xj_rq>=?", from).add("xj_rq<=?", to);
+  addChoices(filter, choices);
+  return {"select * from jxc_xjyh" + filter.where() + order, {filter.values().begin(), filter.values().end()}};
+}
+
+}  // namespace cash_lines_detail
+
+LineDraft newLine(Movement movement) {
+  return {.movement = movement, .date = clock::today(), .account = {}, .target = {}, .employee = {}, .note = {}};
+}
+
+std::optional<LineDraft> openLine(std::int64_t id, Prompt& prompt) {
+  using namespace cash_lines_detail;
+  const RowSet rows = lineOf(id);
+  if (rows.isEmpty() || rows.front().text("xj_chk") != u"0") return {};
+  const Row row = rows.front();
+  const MovementWords* kind = movementOf(row.text("gl_djh"));
+  if (!kind || kind->movement == Movement::Transfer) {
+    prompt.notice(QStringLiteral("只能修改出款和入款信息！"));
+    return {};
+  }
+  const double amount = row.number("xj_je");
+  return LineDraft{.id = id,
+                   .movement = kind->movement,
+                   .date = row.text("xj_rq"),
+                   .account = row.text("xj_kmmc"),
+                   .target = {},
+                   .amount = kind->movement == Movement::Out ? -amount : amount,
+                   .employee = row.text("u_name"),
+                   .note = row.text("xj_note")};
+}
+
+std::optional<QString> saveLine(const LineDraft& draft, Prompt& prompt) {
+  using namespace cash_lines_detail;
+  if (const QString why = refusal(draft); !why.isEmpty()) {
+    prompt.notice(why);
+    return {};
+  }
+  QString changed;
+  {
+    Transaction transaction(accountDb());
+    // Money may have left the account at another station while the form stood open.
+    changed = refusal(draft);
+    if (changed.isEmpty()) {
+      const auto number = draft.id == 0 ? insertNew(draft) : change(draft);
+      transaction.commit();
+      return number;
+    }
+  }
+  prompt.notice(changed);
+  return {};
+}
+
+bool checkDj(const QString& number) {
+  using namespace cash_lines_detail;
+  Transaction transaction(accountDb());
+  const RowSet rows = openSelect("select * from jxc_xjyh where gl_djh=? and xj_chk='0'", number);
+  for (const Row row : rows) {
+    updateRow("jxc_xjyh", row.integer("id"), {{"xj_chk", u"1"}});
+    recomputeXjyh(row.text("xj_kmmc"), row.text("xj_rq"));
+  }
+  transaction.commit();
+  return !rows.isEmpty();
+}
+
+bool auditLine(const QString& number, Prompt& prompt) {
+  return prompt.ask(QStringLiteral("您确定要审核当前信息吗！")) && checkDj(number);
+}
+
+bool cancelLine(std::int64_t id, Prompt& prompt) {
+  using namespace cash_lines_detail;
+  const RowSet rows = lineOf(id);
+  if (rows.isEmpty()) return false;
+  const Row line = rows.front();
+  const QString number = line.text("gl_djh");
+  if (!movementOf(number)) {
+    prompt.notice(QStringLiteral("只能取消审核出款、入款和转账信息！"));
+    return false;
+  }
+  if (!prompt.ask(QStringLiteral("您确定要取消审核当前信息吗！"))) return false;
+
+  Transaction transaction(accountDb());
+  if (execSql("update jxc_xjyh set xj_chk='0' where gl_djh=? and xj_chk='1'", number) == 0) return false;
+  // The account that the operator stands on. The other one of a transfer keeps what it showed: whoever cancels a
+  // transfer corrects and audits it again, which writes both, or presses 重新计算.
+  recomputeXjyh(line.text("xj_kmmc"), line.text("xj_rq"));
+  transaction.commit();
+  return true;
+}
+
+bool deleteLine(const QString& number, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您确定要删除该信息吗！"))) return false;
+  Transaction transaction(accountDb());
+  const bool audited = !lookupValue("select top 1 id from jxc_xjyh where gl_djh=? and xj_chk<>'0'", number).isEmpty();
+  if (audited || number.isEmpty()) return false;
+  const bool done = execSql("delete from jxc_xjyh where gl_djh=?", number) > 0;
+  transaction.commit();
+  return done;
+}
+
+BoundStatement waitingLines(const LineFilter& filter) {
+  using namespace cash_lines_detail;
+  return lines("0", filter.from, filter.to, filter, " order by id desc");
+}
+
+BoundStatement auditedLines(const LineFilter& filter) {
+  using namespace cash_lines_detail;
+  return lines("1", filter.from, filter.to + u" 23:59:59"_qs, filter, " order by xj_kmmc,xj_rq,id");
+}
+
+BoundStatement accountTotals(const LineFilter& filter) {
+  using namespace cash_lines_detail;
+  Filter period;
+  period.add("xj_chk='1'").add("xj_rq>=?", filter.from).add("xj_rq<=?", filter.to);
+  addChoices(period, filter);
+  BoundStatement statement{"select m.xj_kmmc,m.sfje,n.ljje from (select xj_kmmc,sum(xj_je) as sfje from jxc_xjyh" +
+                               period.where() +
+                               R"( group by xj_kmmc) m left outer join
+    (select xj_kmmc,xj_ljje as ljje from jxc_xjyh where xj_chk='1' and id in
+      (select max(x.id) as rowid from jxc_xjyh x,
+        (select max(xj_rq) as kdrq,xj_kmmc from jxc_xjyh where xj_chk='1' and xj_rq<=? group by xj_kmmc) y
+       where x.xj_chk='1' and x.xj_kmmc=y.xj_kmmc and x.xj_rq=y.kdrq group by x.xj_kmmc)) n
+    on m.xj_kmmc=n.xj_kmmc order by m.xj_kmmc)",
+                           {period.values().begin(), period.values().end()}};
+  statement.values.push_back(filter.to);
+  return statement;
+}
+
+bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt) {
+  using namespace cash_lines_detail;
+  const QString shown = account.isEmpty() ? QStringLiteral("全部账户") : account;
+  if (!prompt.ask(u"当前账户："_qs + shown + u"，开始计算日期："_qs + from +
+                  u"\r\n\r\n重新计算可能会修改期末金额，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs))
+    return false;
+  {
+    Transaction transaction(accountDb());
+    if (!account.isEmpty()) {
+      recomputeXjyh(account, from);
+    } else {
+      for (const Row row : openSelect("select * from jxc_yhzh order by id"))
+        recomputeXjyh(row.text("yh_name"), from);
+    }
+    transaction.commit();
+  }
+  prompt.notice(QStringLiteral("重新计算完成！"));
+  return true;
+}
+
+}  // namespace jxc::cash

@@ -1,0 +1,303 @@
+#include "accounts/partner_documents.h"
+
+#include "accounts/cash_ledger.h"
+#include "accounts/partner_posting.h"
+#include "core/clock.h"
+#include "core/log.h"
+#include "core/numbers.h"
+#include "core/session.h"
+#include "core/text.h"
+
+namespace jxc::partner_books {
+namespace partner_documents_detail {
+
+bool isCustomer(const PartnerSide& side) {
+  return &side == &customerSide;
+}
+
+/// "增加收款，客户：张三，金额：98".
+void logDocument(const PartnerSide& side, const QString& what, const QString& partner, double amount) {
+  writeLog(what + u"，"_qs + words(side.noun) + u"："_qs + partnerName(side, partner) + u"，金额："_qs +
+           numberText(amount));
+}
+
+QString refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
+  if (draft.amount == 0) return wordOf(side, kind) + QStringLiteral("不能为0！");
+  if (draft.employee.isEmpty()) return QStringLiteral("经办人不能为空！");
+  return {};
+}
+
+QString cleanNote(const QString& typed) {
+  return sanitizeText(typed.trimmed()).left(200);
+}
+
+QString insertDocument(const PartnerSide& side, Kind kind, const Draft& draft, const QString& kindText) {
+  const bool payment = kind == Kind::Payment;
+  const QString prefix = prefixOf(side, kind);
+  const QString number = nextDocNoOn("jxc_ysyfk_dj", "gl_djh", prefix, draft.date);
+  insertRow("jxc_ysyfk_dj", {{"gl_djh", number},
+                             {"k_rq", draft.date},
+                             {"k_fkfs", payment ? draft.account : words(side.dueWord)},
+                             {"k_yfje", payment ? 0 : draft.amount},
+                             {"k_sfje", payment ? draft.amount : 0},
+                             {"k_qcje", 0.0},
+                             {"k_yhje", 0.0},
+                             {"k_ljje", 0.0},
+                             {"k_mlje", payment ? draft.rounding : 0},
+                             {"k_flag", payment ? -1 : 1},
+                             {"k_type", words(side.type)},
+                             {"k_djlx", prefix},
+                             {"k_djtxt", kindText},
+                             {"gl_djh2", draft.settles},
+                             {"k_note", draft.note},
+                             {"k_check", 0},
+                             {"k_checker", u""},
+                             {"k_chkrq", u""},
+                             {"u_sn", draft.employee},
+                             {"a_name", session().a_name},
+                             {"k_ghskh", draft.partner}});
+  return number;
+}
+
+QString addNew(const PartnerSide& side, Kind kind, const Draft& draft) {
+  Draft clean = draft;
+  clean.note = cleanNote(draft.note);
+  clean.settles.clear();
+  if (kind == Kind::Payment) return addPayment(side, clean, words(side.paymentWord));
+  const QString number = insertDocument(side, kind, clean, u"增加"_qs + words(side.dueWord));
+  logDocument(side, words(side.addedDueLog), draft.partner, draft.amount);
+  if (strIsTrue(session().cs_shdj)) auditDocument(side, kind, number);
+  return number;
+}
+
+/// Empty: another station has audited or deleted it since it was opened.
+std::optional<QString> change(const PartnerSide& side, Kind kind, const Draft& draft) {
+  const RowSet rows = openSelect("select gl_djh,k_ghskh from jxc_ysyfk_dj where id=? and k_check=0", draft.id);
+  if (rows.isEmpty()) return {};
+  const QString note = cleanNote(draft.note);
+  if (kind == Kind::Due) {
+    updateRow("jxc_ysyfk_dj", draft.id,
+              {{"a_name", session().a_name},
+               {"u_sn", draft.employee},
+               {"k_yfje", draft.amount},
+               {"k_note", note},
+               {"k_rq", draft.date}});
+  } else {
+    updateRow("jxc_ysyfk_dj", draft.id,
+              {{"a_name", session().a_name},
+               {"k_fkfs", draft.account},
+               {"u_sn", draft.employee},
+               {"k_sfje", draft.amount},
+               {"k_note", note},
+               {"k_rq", draft.date},
+               {"k_mlje", draft.rounding}});
+  }
+  const QString what = kind == Kind::Due ? words(side.changedDueLog) : u"修改"_qs + words(side.paymentWord);
+  logDocument(side, what, rows.front().text("k_ghskh"), draft.amount);
+  return rows.front().text("gl_djh");
+}
+
+/// The receipts screen asks with the words of the receivables one, as its operators know it.
+QString deleteQuestion(const PartnerSide& side, Kind kind) {
+  const bool receipt = kind == Kind::Payment && isCustomer(side);
+  return u"您确定要删除该"_qs + wordOf(side, receipt ? Kind::Due : kind) + u"信息吗！"_qs;
+}
+
+/// A deleted payment no longer counts as collected on its sale or purchase. Returns keep what was settled on them.
+void takeOffDocument(const PartnerSide& side, double paid, const QString& document) {
+  if (isCustomer(side)) {
+    execSql("update jxc_lsxsd set ls_hkje=ls_hkje-(?) where gl_djh=?", paid, document);
+    execSql("update jxc_lsxsd set ls_hkje=0 where ls_hkje<0 and gl_djh=?", document);
+    writeLog(QStringLiteral("审核收款，"));  // the words under which the log viewer finds deleted receipts
+  } else {
+    execSql("update jxc_jhd set j_hkje=j_hkje-(?) where j_sn=?", paid, document);
+    execSql("update jxc_jhd set j_hkje=0 where j_hkje<0 and j_sn=?", document);
+  }
+}
+
+bool isWaiting(const QString& number) {
+  return !lookupValue("select gl_djh from jxc_ysyfk_dj where k_check=0 and gl_djh=?", number).isEmpty();
+}
+
+/// The partners that an operator bound to warehouses may see in lists; everybody else sees all.
+std::string partnerSource(const PartnerSide& side) {
+  if (!areListsBound()) return std::string(side.table);
+  return compose(
+      "(select distinct m.* from {} m,jxc_ckxx n where (m.ck_sn=n.ck_sn or m.ck_sn='-1') and m.{}=0 "
+      "and n.ck_asn like ?)",
+      {side.table, side.forbidden});
+}
+
+}  // namespace partner_documents_detail
+
+QString wordOf(const PartnerSide& side, Kind kind) {
+  return words(kind == Kind::Due ? side.dueWord : side.paymentWord);
+}
+
+QString prefixOf(const PartnerSide& side, Kind kind) {
+  return words(kind == Kind::Due ? side.openingPrefix : side.paymentPrefix);
+}
+
+PartnerType typeOf(const PartnerSide& side) {
+  return partner_documents_detail::isCustomer(side) ? PartnerType::Customer : PartnerType::Supplier;
+}
+
+QString partnerName(const PartnerSide& side, const QString& partner) {
+  return lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), partner);
+}
+
+bool isPartnerChosen(const PartnerSide& side, const QString& partner, Prompt& prompt) {
+  if (!partner.isEmpty()) return true;
+  prompt.notice(u"请选择"_qs + words(side.noun) + u"！"_qs);
+  return false;
+}
+
+QString previewNumber(const PartnerSide& side, Kind kind, const QString& date) {
+  return nextDocNoOn("jxc_ysyfk", "gl_djh", prefixOf(side, kind), date);
+}
+
+std::optional<Draft> openDocument(const PartnerSide& side, Kind kind, std::int64_t id, Prompt& prompt) {
+  const RowSet rows = openSelect("select * from jxc_ysyfk_dj where id=? and k_djlx=?", id, prefixOf(side, kind));
+  if (rows.isEmpty()) return {};
+  const Row row = rows.front();
+  if (row.flag("k_check")) {
+    prompt.notice(QStringLiteral("该单据已审核，不能修改！"));
+    return {};
+  }
+  return Draft{.id = id,
+               .number = row.text("gl_djh"),
+               .partner = row.text("k_ghskh"),
+               .date = row.text("k_rq"),
+               .amount = row.number(kind == Kind::Due ? "k_yfje" : "k_sfje"),
+               .rounding = row.number("k_mlje"),
+               .account = row.text("k_fkfs"),
+               .employee = row.text("u_sn"),
+               .note = row.text("k_note"),
+               .settles = row.text("gl_djh2")};
+}
+
+std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Draft& draft, Prompt& prompt) {
+  namespace detail = partner_documents_detail;
+  if (draft.id == 0 && !isPartnerChosen(side, draft.partner, prompt)) return {};
+  if (const QString why = detail::refusal(side, kind, draft); !why.isEmpty()) {
+    prompt.notice(why);
+    return {};
+  }
+  Transaction transaction(accountDb());
+  std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
+  transaction.commit();
+  return number;
+}
+
+QString addPayment(const PartnerSide& side, const Draft& draft, const QString& kindText) {
+  namespace detail = partner_documents_detail;
+  const QString number = detail::insertDocument(side, Kind::Payment, draft, kindText);
+  detail::logDocument(side, u"增加"_qs + words(side.paymentWord), draft.partner, draft.amount);
+  if (strIsTrue(session().cs_shdj)) auditDocument(side, Kind::Payment, number);
+  return number;
+}
+
+bool auditDocument(const PartnerSide& side, Kind kind, const QString& number) {
+  Transaction transaction(accountDb());
+  const RowSet rows =
+      openSelect("select * from jxc_ysyfk_dj where gl_djh=? and k_djlx=? and k_check=0", number, prefixOf(side, kind));
+  if (rows.isEmpty()) return false;
+  const Row document = rows.front();
+  const QString partner = document.text("k_ghskh");
+  postDocument(side, kind, document);
+  execSql("update jxc_ysyfk_dj set k_check=1,k_checker=?,k_chkrq=? where gl_djh=?", session().a_name, clock::today(),
+          number);
+  // Also on a payment the log shows what is due, which is nothing there.
+  partner_documents_detail::logDocument(side, u"审核"_qs + wordOf(side, kind), partner, document.number("k_yfje"));
+  transaction.commit();
+  return true;
+}
+
+bool checkSkDj(const QString& number) {
+  return auditDocument(customerSide, Kind::Payment, number);
+}
+
+bool checkFkDj(const QString& number) {
+  return auditDocument(supplierSide, Kind::Payment, number);
+}
+
+bool auditOne(const PartnerSide& side, Kind kind, const QString& number, Prompt& prompt) {
+  return prompt.ask(u"您确定要审核该"_qs + wordOf(side, kind) + u"信息吗！"_qs) && auditDocument(side, kind, number);
+}
+
+bool auditAll(const PartnerSide& side, Kind kind, const RowSet& list, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n"
+                                 "如需审核某个单据，请按右键！")))
+    return false;
+  int audited = 0;
+  for (const Row row : list)
+    if (!row.flag("k_check") && auditDocument(side, kind, row.text("gl_djh"))) ++audited;
+  prompt.notice(
+      QStringLiteral("审核完成，共 %1 个单据，\r\n\r\n审核成功 %2 个单据。").arg(list.rowCount()).arg(audited));
+  return true;
+}
+
+bool unCheck(const PartnerSide& side, Kind kind, const QString& number, Prompt& prompt) {
+  namespace detail = partner_documents_detail;
+  const QString word = wordOf(side, kind);
+  if (kind == Kind::Due && detail::isWaiting(number)) return false;
+  if (!prompt.ask(u"您确定要取消审核该"_qs + word + u"信息吗！"_qs)) return false;
+
+  Transaction transaction(accountDb());
+  const RowSet rows =
+      openSelect("select * from jxc_ysyfk_dj where gl_djh=? and k_djlx=? and k_check<>0", number, prefixOf(side, kind));
+  if (rows.isEmpty()) return false;
+  const Row document = rows.front();
+  takeBackDocument(side, kind, document);
+  QString what = u"取消审核"_qs + word;
+  if (kind == Kind::Payment && detail::isCustomer(side)) what += u"，单据号："_qs + number;
+  detail::logDocument(side, what, document.text("k_ghskh"), document.number(kind == Kind::Due ? "k_yfje" : "k_sfje"));
+  transaction.commit();
+  return true;
+}
+
+bool deleteDocument(const PartnerSide& side, Kind kind, std::int64_t id, Prompt& prompt) {
+  namespace detail = partner_documents_detail;
+  const auto read = [&] {
+    return openSelect("select k_check,k_sfje,gl_djh2 from jxc_ysyfk_dj where id=? and k_djlx=?", id,
+                      prefixOf(side, kind));
+  };
+  const RowSet seen = read();
+  if (seen.isEmpty()) return false;
+  if (seen.front().flag("k_check")) {
+    prompt.notice(QStringLiteral("该单据已审核，不能删除！"));
+    return false;
+  }
+  if (!prompt.ask(detail::deleteQuestion(side, kind))) return false;
+
+  Transaction transaction(accountDb());
+  const RowSet rows = read();
+  if (rows.isEmpty() || rows.front().flag("k_check")) return false;
+  execSql("delete from jxc_ysyfk_dj where id=?", id);
+  if (kind == Kind::Payment) detail::takeOffDocument(side, rows.front().number("k_sfje"), rows.front().text("gl_djh2"));
+  transaction.commit();
+  return true;
+}
+
+BoundStatement documentList(const PartnerSide& side, Kind kind, const DocumentFilter& choices) {
+  namespace detail = partner_documents_detail;
+  std::vector<Value> values;
+  if (areListsBound()) values.emplace_back(u"%"_qs + session().a_sn + u"%"_qs);
+  Filter filter;
+  filter.add("a.u_sn=b.u_sn")
+      .add(compose("a.k_ghskh=c.{}", {side.sn}))
+      .add("a.k_djlx=?", prefixOf(side, kind))
+      .add("a.k_rq>=?", choices.from)
+      .add("a.k_rq<=?", choices.to + u" 23:59:59"_qs);
+  if (!choices.partner.isEmpty()) filter.add("a.k_ghskh=?", choices.partner);
+  if (const QString key = choices.key.trimmed(); !key.isEmpty()) {
+    const QString like = u"%"_qs + sanitizeKeyword(key) + u"%"_qs;
+    filter.add("(a.gl_djh like ? or a.k_note like ?)", like, like);
+  }
+  values.insert(values.end(), filter.values().begin(), filter.values().end());
+  return {compose("select a.*,b.u_name,c.{} as name from jxc_ysyfk_dj a,jxc_user b,", {side.name}) +
+              detail::partnerSource(side) + " c" + filter.where() + " order by a.id desc",
+          std::move(values)};
+}
+
+}  // namespace jxc::partner_books
