@@ -27,6 +27,7 @@ void HeadScreen::activate() {
   addWarehouseBinding(bound);
   comCk.setItems(fillWarehouseCombo({}, bound));
   comUser.setItems(fillEmployees(description_.employeeFlag));
+  if (!family_) return;  // opened by its name alone: nothing to change
   const RowSet heads =
       openSelect(compose("select * from {} where {}=? order by id", {family_->head, family_->number}), number_);
   if (heads.isEmpty()) return;
@@ -55,6 +56,7 @@ void HeadScreen::activate() {
 }
 
 void HeadScreen::saveValue() {
+  if (!family_) return reject();
   const QString date = dateCg.text();
   if (!confirmDocumentDate(date, prompt())) return dateCg.focus();
   HeadEdit edit{.date = date, .partner = partner.key(), .warehouse = comCk.key(), .salesperson = comUser.key()};
