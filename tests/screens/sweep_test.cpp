@@ -47,6 +47,37 @@ TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
   }
 }
 
+/// Any screen may be opened by its name alone, with nothing chosen before, and takes whatever is typed: a text as long
+/// as its input allows, then a short one, then none. What does not fit was refused at the keyboard.
+TEST_F(ScreenTest, EveryScreenOpensAndTakesTextsOfAnyLength) {
+  const QString marks = QStringLiteral("长文本'\"%_;-- 😀 O‘Neil (2) ");
+  for (const auto& name : ui::registeredScreens()) {
+    if (name == "F_Xtsd" || name == "F_Loading") continue;  // the lock opens by its password, the splash by itself
+    SCOPED_TRACE(name);
+    open(name, [&](ui::Screen& screen) {
+      for (auto* field : screen.fields()) {
+        const auto kind = field->spec().kind;
+        const bool typed =
+            kind == ui::FieldKind::Text || kind == ui::FieldKind::Password || kind == ui::FieldKind::Memo;
+        if (!typed || !field->isVisible() || !field->isEnabled() || field->isReadOnly()) continue;
+        field->setText(marks.repeated(40));
+        const int most = field->spec().width > 0 ? field->spec().width : ui::columnWidth(field->spec().column);
+        if (most > 0) {
+          EXPECT_LE(field->text().size(), most) << field->spec().name;
+        }
+        field->setText(QStringLiteral("短"));
+        field->setText(QString());
+      }
+      for (auto* grid : screen.grids()) {
+        grid->waitLoaded();
+        grid->selectRow(0);
+      }
+      EXPECT_LE(screen.width(), 1280) << screen.windowTitle().toStdString();
+      EXPECT_LE(screen.height(), 720) << screen.windowTitle().toStdString();
+    });
+  }
+}
+
 TEST(CommandTable, NamesStandOnceRightsExistAndDrawingsToo) {
   QSet<QString> names;
   for (const auto& command : ui::commands()) {
