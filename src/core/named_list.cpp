@@ -9,7 +9,17 @@
 namespace jxc {
 namespace named_list_detail {
 
-std::optional<QString> checkedName(const NamedList& list, const QString& typed, std::int64_t id, Prompt& prompt) {
+bool isUsed(const NamedList& list, const QString& number, const QString& name) {
+  const auto finds = [](const QString& what) {
+    return [&what](std::string_view sql) { return !openSelect(sql, what).isEmpty(); };
+  };
+  return std::any_of(list.usedByName.begin(), list.usedByName.end(), finds(name)) ||
+         std::any_of(list.usedByNumber.begin(), list.usedByNumber.end(), finds(number));
+}
+
+}  // namespace named_list_detail
+
+std::optional<QString> checkedName(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt) {
   const QString name = sanitizeKeyword(typed.trimmed());
   if (name.isEmpty()) {
     prompt.notice(QString::fromUtf16(list.needsName));
@@ -23,38 +33,26 @@ std::optional<QString> checkedName(const NamedList& list, const QString& typed, 
   return name;
 }
 
-bool isUsed(const NamedList& list, const QString& number, const QString& name) {
-  const auto finds = [](const QString& what) {
-    return [&what](std::string_view sql) { return !openSelect(sql, what).isEmpty(); };
-  };
-  return std::any_of(list.usedByName.begin(), list.usedByName.end(), finds(name)) ||
-         std::any_of(list.usedByNumber.begin(), list.usedByNumber.end(), finds(number));
-}
-
-}  // namespace named_list_detail
-
-std::optional<QString> addNamed(const NamedList& list, const QString& typed, Prompt& prompt) {
-  const auto name = named_list_detail::checkedName(list, typed, 0, prompt);
-  if (!name) return {};
+std::int64_t writeName(const NamedList& list, std::int64_t id, const QString& name) {
   Transaction transaction(accountDb());
-  const QString number = nextSerial(list.table, list.sn);
-  insertRow(list.table, {{list.sn, number}, {list.name, *name}});
-  transaction.commit();
-  return number;
-}
-
-bool renameNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt) {
-  const auto name = named_list_detail::checkedName(list, typed, id, prompt);
-  if (!name) return false;
-  Transaction transaction(accountDb());
-  const QString before = nameOf(list, id);
-  updateRow(list.table, id, {{list.name, *name}});
-  if (!before.isEmpty() && before != *name) {
-    for (const auto sql : list.renames)
-      execSql(sql, *name, before);
+  if (id == 0) {
+    id = insertRow(list.table, {{list.sn, nextSerial(list.table, list.sn)}, {list.name, name}});
+  } else {
+    const QString before = nameOf(list, id);
+    updateRow(list.table, id, {{list.name, name}});
+    if (!before.isEmpty() && before != name) {
+      for (const auto sql : list.renames)
+        execSql(sql, name, before);
+    }
   }
   transaction.commit();
-  return true;
+  return id;
+}
+
+bool saveNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt) {
+  const auto name = checkedName(list, id, typed, prompt);
+  if (name) writeName(list, id, *name);
+  return name.has_value();
 }
 
 bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {

@@ -26,10 +26,12 @@ struct NamedList {
   std::span<const std::string_view> renames{};  // updates of copies: new name, old name
 };
 
-/// Adds a word and returns its number; nothing when refused.
-std::optional<QString> addNamed(const NamedList& list, const QString& typed, Prompt& prompt);
-/// Renames a word; copies of it follow. False when refused.
-bool renameNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt);
+/// The word as it is stored; nothing, and told, when it is empty or another row has it.
+std::optional<QString> checkedName(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt);
+/// Adds a checked word (id 0) or renames one; copies of a renamed one follow. Returns its id.
+std::int64_t writeName(const NamedList& list, std::int64_t id, const QString& name);
+/// Checks and writes. False when refused.
+bool saveNamed(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt);
 /// Deletes a word. Asks. False when refused.
 bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt);
 /// The word of a row; empty when it is gone.

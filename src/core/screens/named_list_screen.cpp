@@ -48,28 +48,19 @@ NamedListScreen::NamedListScreen(const ui::ScreenSpec& spec, const NamedList& li
 NamedListScreen::NamedListScreen(const ui::ScreenSpec& spec, const NamedList& list, const QString& noun, Query query)
     : ListScreen(spec, std::move(query)), words_(list), noun_(noun) {
   using named_list_screen_detail::has;
-  if (has(spec, "btnAdd")) whole("btnAdd", [this] { return addWord(); });
+  if (has(spec, "btnAdd")) whole("btnAdd", [this] { return editWord(0); });
   if (has(spec, "btnModi")) {
-    row("btnModi", [this](std::int64_t id) { return renameWord(id); });
+    row("btnModi", [this](std::int64_t id) { return editWord(id); });
     rowActivated("btnModi");
   }
   if (has(spec, "btnDele")) row("btnDele", [this](std::int64_t id) { return deleteNamed(words_, id, prompt()); });
 }
 
-bool NamedListScreen::addWord() {
-  return askName(QStringLiteral("增加"), {},
-                 [this](const QString& typed, Prompt& prompt) { return addNamed(words_, typed, prompt).has_value(); });
-}
-
-bool NamedListScreen::renameWord(std::int64_t id) {
-  return askName(QStringLiteral("修改"), nameOf(words_, id),
-                 [this, id](const QString& typed, Prompt& prompt) { return renameNamed(words_, id, typed, prompt); });
-}
-
-bool NamedListScreen::askName(const QString& verb, const QString& name, NameScreen::Save save) {
+bool NamedListScreen::editWord(std::int64_t id) {
   const int width = ui::columnWidth(std::string(words_.table) + '.' + std::string(words_.name));
-  return ui::screenAs<NameScreen>("F_Name").edit(verb + noun_, noun_ + QStringLiteral("名称："), width, name,
-                                                 std::move(save));
+  const auto save = [this, id](const QString& typed, Prompt& prompt) { return saveNamed(words_, id, typed, prompt); };
+  return ui::screenAs<NameScreen>("F_Name").edit((id == 0 ? QStringLiteral("增加") : QStringLiteral("修改")) + noun_,
+                                                 noun_ + QStringLiteral("名称："), width, nameOf(words_, id), save);
 }
 
 namespace named_list_screen_detail {

@@ -30,9 +30,7 @@ class NamedListScreen : public ui::ListScreen {
   NamedListScreen(const ui::ScreenSpec& spec, const NamedList& list, const QString& noun, Query query);
 
  private:
-  bool addWord();
-  bool renameWord(std::int64_t id);
-  bool askName(const QString& verb, const QString& name, NameScreen::Save save);
+  bool editWord(std::int64_t id);
 
   const NamedList& words_;
   QString noun_;

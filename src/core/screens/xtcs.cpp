@@ -100,10 +100,13 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   using xtcs_detail::G;
   using xtcs_detail::place;
   auto area = panel();
-  auto company = area.page("cxTab1", QStringLiteral("公司信息"));
+  auto [company, mail] = area.page("cxTab1", QStringLiteral("公司信息")).columns();
   place(company.group(QStringLiteral("公司信息")), G::Company);
-  place(company.group(QStringLiteral("邮件自动发送    只有系统管理员可以使用")), G::Mail);
-  company.row("btnEmail |").stretch();
+  company.stretch();
+  auto digest = mail.group(QStringLiteral("邮件自动发送    只有系统管理员可以使用"));
+  place(digest, G::Mail);
+  digest.row("btnEmail |");
+  mail.stretch();
 
   auto system = area.page("cxTab2", QStringLiteral("系统参数"));
   auto [left, rest] = system.columns(1, 2);
@@ -118,12 +121,13 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   place(right.group(QStringLiteral("系统")), G::System);
   right.stretch();
 
-  auto till = area.page("cxTab3", QStringLiteral("POS参数"));
+  auto [till, scales] = area.page("cxTab3", QStringLiteral("POS参数")).columns();
   place(till.group(QStringLiteral("POS前端")), G::Till);
   place(till.group(QStringLiteral("钱箱、客显")), G::Display);
-  place(till.group(QStringLiteral("电子秤条码")), G::Scales);
-  place(till.group(QStringLiteral("微信支付宝")), G::Hidden);
   till.stretch();
+  place(scales.group(QStringLiteral("电子秤条码")), G::Scales);
+  place(scales.group(QStringLiteral("微信支付宝")), G::Hidden);
+  scales.stretch();
   area.buttons("btnDefault | btnOK btnCancel");
 
   pages_ = area.tabs();
@@ -139,6 +143,9 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   on(btnDefault, [this] { restoreStandard(); });
   on(btnEmail, [this] { sendTestMail(); });
   for (const auto& p : parameterTable()) {
+    if (p.kind == ParameterKind::Number || p.kind == ParameterKind::Decimal) {
+      if (!p.input.empty()) field(p.input).widget()->setMaximumWidth(80);
+    }
     if (p.kind != ParameterKind::Choice) continue;
     std::vector<ListItem> items;
     for (const auto choice : p.choices)
@@ -171,7 +178,6 @@ void TF_Xtcs::followSwitches() {
 
 void TF_Xtcs::activate() {
   mail_->setVisible(isAdministrator());
-  btnEmail.setVisible(isAdministrator());
   pages_->setCurrentIndex(0);
   showValues(readParameters());
 }

@@ -1,0 +1,82 @@
+#include "masterdata/diary.h"
+
+#include "core/fillers.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace diary_detail {
+
+// One kind of document each; their words are the same for all, so that one list holds them.
+constexpr std::string_view kDocuments[] = {
+    R"(select a.id,a.j_sn as djh,a.j_jhrq as rq,a.j_yfje as yfje,a.j_sfje as sfje,
+      a.j_yfje-a.j_sfje-a.j_yhje-a.j_hkje as wfje,'采购进货' as zflx,b.ghs_name as dwmc,c.u_name,d.ck_name,a.u_sn,1 as dsort
+      from jxc_jhd a,jxc_ghsxx b,jxc_user c,jxc_ckxx d
+      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.j_status=1
+      and a.u_sn=? and a.j_jhrq>=? and a.j_jhrq<=?)",
+    R"(select a.id,a.gl_djh as djh,a.th_thrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
+      a.th_yfje-a.th_sfje-a.th_hkje as wfje,'采购退货' as zflx,b.ghs_name as dwmc,c.u_name,d.ck_name,a.u_sn,2 as dsort
+      from jxc_thd a,jxc_ghsxx b,jxc_user c,jxc_ckxx d
+      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1
+      and a.u_sn=? and a.th_thrq>=? and a.th_thrq<=?)",
+    R"(select a.id,a.gl_djh as djh,a.ls_xsrq as rq,a.ls_yfje as yfje,a.ls_sfje as sfje,
+      a.ls_yfje-a.ls_sfje-a.ls_yhje-a.ls_hkje as wfje,'商品销售' as zflx,b.kh_name as dwmc,c.u_name,d.ck_name,a.u_sn,3 as dsort
+      from jxc_lsxsd a,jxc_khxx b,jxc_user c,jxc_ckxx d
+      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.ls_status=1
+      and a.u_sn=? and a.ls_xsrq>=? and a.ls_xsrq<=?)",
+    R"(select a.id,a.gl_djh as djh,a.th_xsrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
+      a.th_yfje-a.th_sfje-a.th_hkje as wfje,'顾客退货' as zflx,b.kh_name as dwmc,c.u_name,d.ck_name,a.u_sn,4 as dsort
+      from jxc_xsthd a,jxc_khxx b,jxc_user c,jxc_ckxx d
+      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1
+      and a.u_sn=? and a.th_xsrq>=? and a.th_xsrq<=?)"};
+
+}  // namespace diary_detail
+
+DiaryDraft readDiary(std::int64_t id) {
+  const RowSet rows = openSelect("select * from jxc_ywyrz where id=?", id);
+  if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该日志已被其他操作员删除，请刷新列表！"));
+  const Row row = rows.front();
+  return {.id = id, .employee = row.text("u_sn"), .date = row.text("rz_rq"), .note = row.text("rz_note")};
+}
+
+bool saveDiary(const DiaryDraft& draft, Prompt& prompt) {
+  const QString note = sanitizeKeyword(draft.note.trimmed());
+  if (note.isEmpty()) {
+    prompt.notice(QStringLiteral("日志内容必须填写！"));
+    return false;
+  }
+  if (draft.id == 0) {
+    execSql("insert into jxc_ywyrz (rz_rq,rz_note,u_sn) values (?,?,?)", draft.date, note, draft.employee);
+  } else {
+    updateRow("jxc_ywyrz", draft.id, {{"rz_rq", draft.date}, {"rz_note", note}});
+  }
+  return true;
+}
+
+bool deleteDiary(std::int64_t id, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您确定要删除该日志信息吗！"))) return false;
+  execSql("delete from jxc_ywyrz where id=?", id);
+  return true;
+}
+
+BoundStatement diaryStatement(const QString& employee) {
+  return {"select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", {employee}};
+}
+
+BoundStatement deskStatement(const QString& employee, const QString& from, const QString& to) {
+  BoundStatement statement;
+  // The operator's own warehouses only, where operators are bound to them.
+  Filter binding;
+  addWarehouseBinding(binding, "d.ck_asn");
+  for (const auto document : diary_detail::kDocuments) {
+    if (!statement.sql.empty()) statement.sql += " union all ";
+    statement.sql += document;
+    statement.values.insert(statement.values.end(), {employee, from, to + QStringLiteral(" 23:59:59")});
+    if (binding.values().empty()) continue;
+    statement.sql += " and" + binding.where().substr(std::string_view(" where").size());
+    statement.values.insert(statement.values.end(), binding.values().begin(), binding.values().end());
+  }
+  statement.sql += " order by rq desc,dsort,djh desc";
+  return statement;
+}
+
+}  // namespace jxc

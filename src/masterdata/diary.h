@@ -1,0 +1,33 @@
+// 员工日志: what an employee noted down day by day, and what he did: his documents at his desk.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+
+#include <QString>
+
+#include <cstdint>
+
+namespace jxc {
+
+struct DiaryDraft {
+  std::int64_t id = 0;  // 0 for a new entry
+  QString employee;     // u_sn
+  QString date;         // yyyy-MM-dd
+  QString note;
+};
+
+/// The entry with this id; throws DbError when it is gone.
+DiaryDraft readDiary(std::int64_t id);
+/// Saves an entry. False when refused.
+bool saveDiary(const DiaryDraft& draft, Prompt& prompt);
+/// Deletes an entry. Asks.
+bool deleteDiary(std::int64_t id, Prompt& prompt);
+/// Entries of an employee, the latest first.
+BoundStatement diaryStatement(const QString& employee);
+
+/// Audited purchases, purchase returns, sales and customer returns of an employee between two days, in yuan: djh, rq,
+/// zflx (the kind), yfje, sfje, wfje (left open), name of the partner, ck_name. Returns stand with minus.
+BoundStatement deskStatement(const QString& employee, const QString& from, const QString& to);
+
+}  // namespace jxc

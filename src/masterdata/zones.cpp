@@ -1,0 +1,43 @@
+#include "masterdata/zones.h"
+
+#include "core/pinyin.h"
+
+namespace jxc {
+namespace zones_detail {
+
+constexpr std::string_view kUses[] = {"select top 1 z_name from jxc_ghsxx where z_name=?",
+                                      "select top 1 z_name from jxc_khxx where z_name=?"};
+// Partners hold the name itself: under the old one they would belong to no region of the list.
+constexpr std::string_view kRenames[] = {"update jxc_ghsxx set z_name=? where z_name=?",
+                                         "update jxc_khxx set z_name=? where z_name=?"};
+
+}  // namespace zones_detail
+
+constexpr NamedList zoneList{.table = "jxc_zone",
+                             .sn = "z_sn",
+                             .name = "z_name",
+                             .needsName = u"地区名称必须填写！",
+                             .nameTaken = u"地区名称已经存在，请重新输入！",
+                             .deleteQuestion = u"您确定要删除该地区信息吗！",
+                             .inUse = u"该地区供货商在使用，不能删除！",
+                             .usedByName = zones_detail::kUses,
+                             .renames = zones_detail::kRenames};
+
+ZoneDraft readZone(std::int64_t id) {
+  return {.id = id,
+          .name = nameOf(zoneList, id),
+          .isDefault = lookupNumber("select z_default from jxc_zone where id=?", id) != 0};
+}
+
+bool saveZone(const ZoneDraft& draft, Prompt& prompt) {
+  const auto name = checkedName(zoneList, draft.id, draft.name, prompt);
+  if (!name) return false;
+  Transaction transaction(accountDb());
+  const std::int64_t id = writeName(zoneList, draft.id, *name);
+  if (draft.isDefault) execSql("update jxc_zone set z_default=0");
+  updateRow("jxc_zone", id, {{"z_jm", makeJm(*name).left(32)}, {"z_default", draft.isDefault}});
+  transaction.commit();
+  return true;
+}
+
+}  // namespace jxc
