@@ -33,7 +33,7 @@ constexpr ui::ColumnSpec kDiaryColumns[] = {{"rz_rq", "日期", ColumnKind::Date
                                             {"rz_note", "日志内容", ColumnKind::Text, 60}};
 constexpr ui::GridSpec kGrids[] = {
     {"gridUser", "员工列表", kUserColumns, "还没有员工"},
-    {"gridDj", "员工单据", kDocumentColumns, "这段时间没有已审核的单据", "djh"},
+    {"gridDj", "员工单据", kDocumentColumns, "这段时间没有已审核的单据"},
     {"gridRz", "员工日志", kDiaryColumns, "还没有日志，按F2增加"},
 };
 constexpr ui::CommandSpec kCommands[] = {{"btnMenu1", "时间段(&P)"},    {"btnSearch", "查询", "F5"},
