@@ -41,6 +41,11 @@ bool isLine(FieldKind kind) {
          kind != FieldKind::Memo;
 }
 
+/// A picker shows what it holds: there is nothing to overwrite.
+bool isTypedIn(FieldKind kind) {
+  return isLine(kind) && kind != FieldKind::Picker;
+}
+
 QLineEdit* line(QWidget* widget) {
   return static_cast<QLineEdit*>(widget);
 }
@@ -365,7 +370,7 @@ void Field::setMaxLength(int characters) {
 
 void Field::focus() {
   widget_->setFocus(Qt::OtherFocusReason);
-  if (field_detail::isLine(spec_.kind)) field_detail::line(widget_)->selectAll();
+  if (field_detail::isTypedIn(spec_.kind)) field_detail::line(widget_)->selectAll();
 }
 
 bool Field::hasFocus() const {
@@ -443,7 +448,7 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn) {
     focusCame();
     const auto reason = static_cast<QFocusEvent*>(event)->reason();
-    if (field_detail::isLine(spec_.kind) && reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason &&
+    if (field_detail::isTypedIn(spec_.kind) && reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason &&
         reason != Qt::ActiveWindowFocusReason) {
       field_detail::line(widget_)->selectAll();
     }

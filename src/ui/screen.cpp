@@ -216,7 +216,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   const QSize least = minimumSizeHint();
   if (least.width() <= room.width() && least.height() <= room.height()) return;
   if (layout() != outer_) return;  // done at an earlier showing
-  auto* focused = focusWidget();  // moving to another parent loses it
+  auto* focused = focusWidget();   // moving to another parent loses it
   auto* content = new QWidget;
   content->setLayout(outer_);
   auto* scroll = new QScrollArea(this);
@@ -227,6 +227,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   auto* around = new QVBoxLayout(this);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(scroll);
+  scroll->show();        // at once: keys come before the next round of events
   setMinimumSize(0, 0);  // the old layout's
   around->activate();
   orderTabs();

@@ -176,5 +176,344 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
   EXPECT_EQ(brokenInvariants(), QStringList());
 }
 
+// Audited at the save; then one of an earlier day, which changes what the later one found.
+TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
+  setParameter("cs_shdj", 1);
+  open("F_Cgjh", [&](ui::Screen& s) {
+    s.field("tnote").focus();
+    scan(s, u"6900000000017");  // the focus stood in the note: the code goes where it belongs
+    EXPECT_TRUE(s.field("tnote").isEmpty());
+    edit(s, "gridLines", 0, "jh_sl", u"10");
+    expectQuestion(QString::fromUtf8(kSaveAudited), Answer::Yes);
+    press(s, "F5");
+    EXPECT_EQ(rows("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist"), "10 40 400");
+
+    type(s, "dateCg", u"2021-4-20");
+    press(s, "Return");
+    EXPECT_EQ(shown(s, "jsn"), "CJ21042010001");
+    s.field("tSptm").focus();
+    scan(s, u"6900000000017");
+    edit(s, "gridLines", 0, "jh_sl", u"30");
+    edit(s, "gridLines", 0, "jh_dj", u"20");
+    EXPECT_EQ(s.field("tsfje").number(), 600);
+    expectQuestion(QString::fromUtf8(kSaveAudited), Answer::Yes);
+    press(s, "F5");
+    showWaiting(s);
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  // 30 at 20 in April, then 10 at 40 in May: 1000 for 40 pieces.
+  EXPECT_EQ(rows("select gl_kdrq,gl_sl,gl_kc,gl_pjjj,gl_kczje from jxc_goodslist order by gl_kdrq"),
+            "2021-04-20 30 30 20 600 | 2021-05-03 10 40 25 1000");
+  EXPECT_EQ(rows("select kc_sl,kc_zsl from jxc_kcsp where g_sn='10000001'"), "40 40");
+  EXPECT_EQ(rows("select g_kc,g_pjjj,g_cgpl from jxc_goods where g_sn='10000001'"), "40 25 5");
+  // The month of the document takes the stock as it lies now; the later month is not touched by it.
+  EXPECT_EQ(rows("select js_rq,js_sl,js_zje from jxc_kcjs where js_sl<>0 order by js_rq"),
+            "2021-04 40 1000 | 2021-05 10 400");
+  EXPECT_EQ(rows("select xj_rq,xj_je,xj_ljje from jxc_xjyh where xj_je<>0 order by xj_rq"),
+            "2021-04-20 -600 -600 | 2021-05-03 -400 -1000");
+  EXPECT_EQ(lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100001'"), 0);
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    expectNotice(u"单据中没有业务发生，不能保存！"_qs);
+    press(s, "F5");
+    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    scan(s, u"4711");
+    EXPECT_TRUE(s.field("tSptm").hasFocus());
+    scan(s, u"6900000000024");
+    s.field("tghs").setPicked({});
+    s.field("comUser").setIndex(-1);
+    s.field("comCk").setIndex(-1);
+    expectNotice(u"请选择供货商！"_qs);
+    press(s, "F5");
+    expectScreen("F_Ghs_Sele", [&](ui::Screen& list) {
+      type(list, "tkey", u"PTG");
+      press(list, "Return");
+    });
+    EXPECT_TRUE(s.field("tghs").hasFocus());
+    press(s, "F2");
+    EXPECT_EQ(s.field("tghs").key(), "100001");
+    expectNotice(u"请选择经办人！"_qs);
+    press(s, "F5");
+    choose(s, "comUser", u"默认员工"_qs);
+    expectNotice(u"请选择仓库！"_qs);
+    press(s, "F5");
+    choose(s, "comCk", u"主仓库"_qs);
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::No);
+    press(s, "F5");
+    EXPECT_EQ(lines(s), "2×1@120=120");
+
+    // A date behind today asks; no goes back, and the number stays.
+    const QString question =
+        u"您选择的日期：2021-06-01，\r\n\r\n大于计算机的当前日期：2021-05-03，\r\n\r\n确认继续吗？"_qs;
+    expectQuestion(question, Answer::No);
+    type(s, "dateCg", u"2021-6-1");
+    press(s, "Return");
+    EXPECT_EQ(shown(s, "dateCg"), "2021-05-03");
+    expectQuestion(question, Answer::Yes);
+    type(s, "dateCg", u"2021-6-1");
+    press(s, "Return");
+    EXPECT_EQ(shown(s, "jsn"), "CJ21060110001");
+    EXPECT_EQ(lines(s), "2×1@120=120");  // the lines went along
+
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::Cancel);
+    press(s, "Esc");
+    EXPECT_TRUE(s.isVisible());
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_jhsp"), "0");
+
+  open("F_Cgjh", [&](ui::Screen& s) {
+    scan(s, u"6900000000024");
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    press(s, "Esc");
+    EXPECT_FALSE(s.isVisible());
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_jhd"), "1");
+}
+
+// The program ended with lines on the screen: they come back, the other operator's do not.
+TEST_F(ReceiptScreenTest, LinesComeBackAfterACrash) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    type(s, "dateCg", u"2021-4-30");
+    press(s, "Return");
+    s.field("tSptm").focus();
+    scan(s, u"6900000000024");
+    scan(s, u"6900000000031");
+  });  // closed without a question: as a power cut leaves it
+  insertRow("jxc_jhsp", {{"j_sn", u"CJ21043010009"}, {"a_name", u"小王"}, {"g_sn", u"10000001"}});
+  ui::dropScreens();
+  open("F_Cgjh", [&](ui::Screen& s) {
+    EXPECT_EQ(shown(s, "jsn"), "CJ21043010001");
+    EXPECT_EQ(shown(s, "dateCg"), "2021-04-30");
+    EXPECT_EQ(lines(s), "2×1@120=120 3×1@2.5=2.5");
+    EXPECT_EQ(s.field("tyfje").number(), 122.5);
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    press(s, "F5");
+    EXPECT_EQ(shown(s, "jsn").left(8), "CJ210503");
+    EXPECT_TRUE(s.grid("gridLines").isEmpty());
+  });
+  EXPECT_EQ(rows("select j_sn,j_jhrq,j_yfje from jxc_jhd"), "CJ21043010001 2021-04-30 122.5");
+}
+
+TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
+  setParameter("cs_possk", 0);
+  setParameter("cs_xjyh", 0);
+  open("F_Cgjh", [&](ui::Screen& s) {
+    for (const char* name : {"comYhzh", "tfpno", "tfpje", "tsn2", "chkZj"})
+      EXPECT_FALSE(s.field(name).isVisible()) << name;
+    for (const char* name : {"btnHt", "btnPrin", "btnImport"})
+      EXPECT_FALSE(s.command(name).isVisible()) << name;
+    for (const char* column : {"jh_tax", "jh_taxdj", "jh_taxje", "jh_dzl"})
+      EXPECT_FALSE(s.grid("gridLines").isColumnVisible(column)) << column;
+    scan(s, u"6900000000017");
+    scan(s, u"6900000000017");
+    EXPECT_EQ(lines(s), "1×1@40=40 1×1@40=40");  // a line of its own each time
+    check(s, "btnPanelAdd", true);
+    s.field("tSptm").focus();
+    expectNotice(u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs);
+    scan(s, u"6900000000017");
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+
+  for (const char* on : {"cs_hs", "cs_jhzk", "cs_zjews", "cs_kp", "cs_ysdh", "cs_sprk", "cs_cgje", "cs_xjyh"})
+    setParameter(on, 1);
+  setParameter("cs_jews", 0);
+  setParameter("cs_tax", 13);
+  open("F_Cgjh", [&](ui::Screen& s) {
+    for (const char* name : {"comYhzh", "tfpno", "tfpje", "tsn2", "chkZj"})
+      EXPECT_TRUE(s.field(name).isVisible()) << name;
+    check(s, "btnPanelAdd", false);
+    s.field("tSptm").focus();
+    scan(s, u"6900000000017");
+    // 40 with 13 percent is 45.2, a total without decimals 45; 0.8 of 3 pieces at 45.2 is 108.48, so 108.
+    EXPECT_EQ(rows("select jh_tax,jh_taxdj,jh_zje,jh_rksl from jxc_jhsp"), "13 45.2 45 0");
+    edit(s, "gridLines", 0, "jh_sl", u"3");
+    edit(s, "gridLines", 0, "jh_dzl", u"0.8");
+    EXPECT_EQ(rows("select jh_je,jh_taxje,jh_zje from jxc_jhsp"), "96 12 108");
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      type(line, "tzje", u"100");  // discounts are in use: the discount gives way, not the price
+      EXPECT_EQ(line.field("ttaxdj").number(), 45.2);
+      EXPECT_NEAR(line.field("tdzl").number(), 0.737463, 1e-6);
+      press(line, "F5");
+    });
+    click(s, "btnModi");
+    EXPECT_EQ(s.field("tyfje").number(), 100);
+    EXPECT_EQ(s.field("tsfje").number(), 0);  // proposed: zero
+    type(s, "tyf", u"12");
+    type(s, "tfpno", u"F77");
+    type(s, "tfpje", u"100");
+    type(s, "tsn2", u"GH1");
+    check(s, "chkYf", true);
+    check(s, "chkZj", true);
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    press(s, "F5");
+  });
+  EXPECT_EQ(rows("select j_yfje,j_sfje,j_jsfs,j_fpno,j_fpje,j_sn2,j_yf,j_yffs,j_crk,j_qk from jxc_jhd"),
+            "100 0 1 F77 100 GH1 12 我方付运费 1 1");
+  EXPECT_EQ(rows("select jh_sl,jh_rksl from jxc_jhsp"), "3 3");  // straight to stock
+}
+
+TEST_F(ReceiptScreenTest, BadInputKeepsTheDraft) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    scan(s, u"6900000000017");
+    edit(s, "gridLines", 0, "jh_dj", u"abc");
+    edit(s, "gridLines", 0, "jh_sl", u"-3");
+    EXPECT_EQ(lines(s), "1×1@0=0");  // what cannot be is replaced
+    edit(s, "gridLines", 0, "jh_dj", u"40");
+    type(s, "tsfje", u"4a0x");
+    EXPECT_EQ(s.field("tsfje").number(), 40);
+    type(s, "dateCg", u"2021-02-31");
+    press(s, "Return");
+    EXPECT_EQ(shown(s, "dateCg"), "2021-05-03");
+    type(s, "tnote", QString(300, u'注'));
+    EXPECT_EQ(s.field("tnote").text().size(), 200);
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      type(line, "tsl", u"-0");
+      press(line, "F5");  // nothing of it: the line stays as it was
+    });
+    click(s, "btnModi");
+    EXPECT_EQ(lines(s), "1×1@40=40");
+    click(s, "btnDel");
+    EXPECT_TRUE(s.grid("gridLines").isEmpty());
+    EXPECT_FALSE(s.command("btnModi").isEnabled());
+  });
+}
+
+// ---- the picking screen ------------------------------------------------------------------------------------------
+
+TEST_F(ReceiptScreenTest, PickingAsksOnceAboutRepeatsAndBeforeItIsLeft) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    scan(s, u"6900000000031");
+    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+      expectNotice(u"默认添加数量必须大于0！"_qs);
+      type(pick, "tsl", u"0");
+      click(pick, "btnAdd");
+      type(pick, "tsl", u"4");
+      pick.grid("gridGoods").view()->selectAll();
+      expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::No);
+      click(pick, "btnAdd");
+      EXPECT_EQ(pick.grid("gridStaging").rowCount(), 2);
+      pick.grid("gridGoods").view()->selectAll();
+      click(pick, "btnAdd");  // three repeats, and no question more
+      EXPECT_EQ(pick.grid("gridStaging").rowCount(), 2);
+      edit(pick, "gridStaging", 0, "ts_dj", u"99");
+      EXPECT_EQ(rows("select ts_sl,ts_dj,ts_zje from jxc_tempspxf order by id"), "4 99 396 | 4 40 160");
+      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::Cancel);
+      press(pick, "Esc");
+      pick.grid("gridStaging").selectRow(1);
+      click(pick, "btnDel");
+      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::Yes);
+      press(pick, "Esc");
+      EXPECT_FALSE(pick.isVisible());
+    });
+    press(s, "F2");
+    EXPECT_EQ(lines(s), "3×1@2.5=2.5 2×4@99=396");
+    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+      expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) { press(line, "F5"); });
+      type(pick, "tkey", u"板材");
+      press(pick, "Return");
+      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::No);
+      press(pick, "Esc");
+    });
+    s.field("tSptm").focus();
+    press(s, "F2");
+    EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
+    EXPECT_EQ(lookupValue("select count(*) from jxc_tempspxf"), "0");
+  });
+}
+
+// ---- waiting documents -------------------------------------------------------------------------------------------
+
+TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    for (const char16_t* code : {u"6900000000017", u"6900000000024", u"6900000000031"})
+      receiveOne(s, code);
+    showWaiting(s);
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 3);
+    EXPECT_EQ(s.grid("gridWaiting").currentText("j_sn"), "CJ21050310003");  // the newest
+    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+      type(pick, "tsl", u"2");
+      click(pick, "btnAdd");  // 钛架, bought most
+      press(pick, "F5");
+    });
+    click(s, "btnAdd");
+    EXPECT_EQ(lines(s, "gridWaitingLines"), "3×1@2.5=2.5 2×2@120=240");
+    EXPECT_EQ(s.grid("gridWaiting").currentText("j_yfje"), "242.5");
+    s.grid("gridWaitingLines").selectRow(1);
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      type(line, "tsl", u"1");
+      press(line, "F5");
+    });
+    click(s, "btnTab2Modi");
+    edit(s, "gridWaitingLines", 0, "jh_sl", u"4");
+    EXPECT_EQ(rows("select j_yfje,j_sfje from jxc_jhd where j_sn='CJ21050310003'"), "130 130");
+    s.grid("gridWaitingLines").selectRow(0);
+    click(s, "btnDele");
+    EXPECT_EQ(s.grid("gridWaiting").currentText("j_yfje"), "120");
+    click(s, "btnDele");  // with the last line goes the head
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 2);
+
+    type(s, "tkey", u"10001");
+    press(s, "Return");
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    expectScreen("F_ModiDateJh", [&](ui::Screen& head) {
+      type(head, "dateCg", u"2021-4-28");
+      press(head, "F5");
+    });
+    click(s, "btn_Date");
+    EXPECT_EQ(rows("select j_sn,j_jhrq from jxc_jhd where j_sn='CJ21050310001'"), "CJ21050310001 2021-04-28");
+    expectQuestion(u"您确定要删除“待审核”单据吗！"_qs, Answer::Yes);
+    click(s, "btn_Dele");
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+    type(s, "tkey", u"");
+    press(s, "F2");
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+                   Answer::Yes);
+    press(s, "F7");
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  EXPECT_EQ(rows("select log_note from jxc_log where log_note like '%删除%' or log_note like '审核%' order by id"),
+            "因删除单据的所有商品而删除采购进货单：CJ21050310003 | 删除采购进货单：CJ21050310001 | "
+            "审核采购进货单CJ21050310002，共1种商品");
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+TEST_F(ReceiptScreenTest, RightsGuardEveryCommand) {
+  open("F_Cgjh", [&](ui::Screen& s) { receiveOne(s, u"6900000000017"); });
+  setRights("200001", "cggl", "100000000000000");
+  becomeOperator("小李", "200001", "200001");
+  open("F_Cgjh", [&](ui::Screen& s) {
+    expectNotice(u"您没有权限进行采购进货增加新商品！"_qs);
+    press(s, "F9");
+    showWaiting(s);
+    expectNotice(u"您没有权限进行采购进货审核！"_qs);
+    press(s, "F6");
+    expectNotice(u"您没有权限进行采购进货审核！"_qs);
+    press(s, "F7");
+    expectNotice(u"您没有权限进行删除采购进货待审核单据！"_qs);
+    click(s, "btn_Dele");
+    expectNotice(u"您没有权限进行采购进货待审核界面添加商品！"_qs);
+    click(s, "btnAdd");
+    expectNotice(u"您没有权限进行更改单据日期！"_qs);
+    click(s, "btn_Date");
+  });
+  // Who may only audit comes in at the waiting list.
+  setRights("200001", "cggl", "000001");
+  open("F_Cgjh", [&](ui::Screen& s) {
+    EXPECT_EQ(s.findChild<QTabWidget*>()->currentIndex(), 1);
+    EXPECT_FALSE(s.command("btnOK").isVisible());
+    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) { press(check, "F5"); });
+    press(s, "F6");
+  });
+  EXPECT_EQ(rows("select j_status,j_checker from jxc_jhd"), "1 小李");
+}
+
 }  // namespace receipt_screen_test
 }  // namespace jxc::test

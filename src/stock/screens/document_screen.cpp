@@ -44,6 +44,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
       panels_(panel()) {
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
+  panel().buttons(spec.saveRow);
   for (const std::string_view name : spec.notYet)
     command(name).setVisible(false);
   bindDraft();
@@ -66,8 +67,7 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
       .widget(hint_)
       .row(description_.scanRow)
       .grid("gridLines")
-      .form(description_.footForm)
-      .buttons(description_.saveRow);
+      .form(description_.footForm);
 }
 
 void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
@@ -110,6 +110,7 @@ void DocumentScreen::bindDraft() {
 
 void DocumentScreen::bindWaiting() {
   connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
+    btnOK.setVisible(panel == document_screen_detail::kDraftPanel);
     if (!isVisible()) return;
     if (panel == document_screen_detail::kWaitingPanel) {
       refreshWaiting();

@@ -45,7 +45,8 @@ struct DocumentScreenSpec {
 
   // Places: rows of inputs above and below the lines, of buttons, on both panels.
   std::span<const std::string_view> headForm, footForm;
-  std::string_view scanRow, saveRow;
+  std::string_view scanRow;
+  std::string_view saveRow;  // below both panels, with btnOK and the way out
   std::string_view searchRow, waitingButtons, lineButtons;
   /// Commands whose services are not there yet: not shown.
   std::span<const std::string_view> notYet;
