@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QRadioButton>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -38,7 +39,7 @@ int wishedCharacters(const FieldSpec& spec) {
 
 bool isLine(FieldKind kind) {
   return kind != FieldKind::Combo && kind != FieldKind::EditCombo && kind != FieldKind::Check &&
-         kind != FieldKind::Memo;
+         kind != FieldKind::Radio && kind != FieldKind::Memo;
 }
 
 /// A picker shows what it holds: there is nothing to overwrite.
@@ -52,8 +53,11 @@ QLineEdit* line(QWidget* widget) {
 QComboBox* combo(QWidget* widget) {
   return static_cast<QComboBox*>(widget);
 }
-QCheckBox* box(QWidget* widget) {
-  return static_cast<QCheckBox*>(widget);
+bool isBox(FieldKind kind) {
+  return kind == FieldKind::Check || kind == FieldKind::Radio;
+}
+QAbstractButton* box(QWidget* widget) {
+  return static_cast<QAbstractButton*>(widget);
 }
 QPlainTextEdit* memo(QWidget* widget) {
   return static_cast<QPlainTextEdit*>(widget);
@@ -86,6 +90,11 @@ void Field::build(QWidget* parent) {
     auto* check = new QCheckBox(caption, parent);
     connect(check, &QCheckBox::toggled, this, [this] { operatorChanged(); });
     widget_ = check;
+  } else if (spec_.kind == FieldKind::Radio) {
+    auto* choice = new QRadioButton(caption, parent);
+    // Not `toggled`: that also comes to the one which loses.
+    connect(choice, &QRadioButton::clicked, this, [this] { operatorChanged(); });
+    widget_ = choice;
   } else if (spec_.kind == FieldKind::Combo || spec_.kind == FieldKind::EditCombo) {
     auto* list = new QComboBox(parent);
     list->setEditable(spec_.kind == FieldKind::EditCombo);
@@ -117,7 +126,7 @@ void Field::build(QWidget* parent) {
     buildLine(parent);
   }
   widget_->setObjectName(name);
-  if (!caption.isEmpty() && spec_.kind != FieldKind::Check) {
+  if (!caption.isEmpty() && !field_detail::isBox(spec_.kind)) {
     label_ = new QLabel(caption, parent);
     label_->setBuddy(widget_);
     label_->setObjectName(QStringLiteral("label_") + name);
@@ -167,6 +176,7 @@ QString Field::text() const {
   using namespace field_detail;
   switch (spec_.kind) {
     case FieldKind::Check:
+    case FieldKind::Radio:
       return isChecked() ? QStringLiteral("1") : QStringLiteral("0");
     case FieldKind::Combo:
     case FieldKind::EditCombo:
@@ -205,11 +215,11 @@ int Field::index() const {
 }
 
 bool Field::isChecked() const {
-  return spec_.kind == FieldKind::Check && field_detail::box(widget_)->isChecked();
+  return field_detail::isBox(spec_.kind) && field_detail::box(widget_)->isChecked();
 }
 
 Value Field::value() const {
-  if (spec_.kind == FieldKind::Check) return isChecked() ? 1 : 0;
+  if (field_detail::isBox(spec_.kind)) return isChecked() ? 1 : 0;
   if (spec_.kind == FieldKind::Combo || spec_.kind == FieldKind::Picker) return key();
   if (isNumberKind(spec_.kind)) return number();
   return text();
@@ -222,7 +232,7 @@ void Field::setText(const QString& text) {
     numberEmpty_ = text.trimmed().isEmpty();
     number_ = readNumber(text).value_or(0);
     showNumber(widget_->hasFocus());
-  } else if (spec_.kind == FieldKind::Check) {
+  } else if (field_detail::isBox(spec_.kind)) {
     box(widget_)->setChecked(!text.isEmpty() && text != u"0" && text.compare(u"False", Qt::CaseInsensitive) != 0);
   } else if (spec_.kind == FieldKind::Combo) {
     combo(widget_)->setCurrentIndex(combo(widget_)->findText(text));
@@ -275,7 +285,7 @@ void Field::setPicked(const ListItem& item) {
 void Field::setValue(const Value& value) {
   if (spec_.kind == FieldKind::Combo || spec_.kind == FieldKind::Picker) {
     setKey(value.text());
-  } else if (spec_.kind == FieldKind::Check) {
+  } else if (field_detail::isBox(spec_.kind)) {
     setChecked(value.integer() != 0);
   } else {
     setText(value.text());
@@ -285,7 +295,7 @@ void Field::setValue(const Value& value) {
 void Field::clear() {
   if (spec_.kind == FieldKind::Combo) {
     setIndex(items_.empty() ? -1 : 0);
-  } else if (spec_.kind == FieldKind::Check) {
+  } else if (field_detail::isBox(spec_.kind)) {
     setChecked(false);
   } else {
     setText(isNumberKind(spec_.kind) ? QStringLiteral("0") : QString());
@@ -361,7 +371,7 @@ void Field::setReadOnly(bool on) {
 
 void Field::setLabel(const QString& text) {
   if (label_) label_->setText(text);
-  if (spec_.kind == FieldKind::Check) field_detail::box(widget_)->setText(text);
+  if (field_detail::isBox(spec_.kind)) field_detail::box(widget_)->setText(text);
 }
 
 void Field::setMaxLength(int characters) {

@@ -20,6 +20,7 @@ enum class FieldKind : std::uint8_t {
   Combo,      // closed list of texts with keys
   EditCombo,  // list of proposals, anything may be typed
   Check,      // box; the label stands beside it
+  Radio,      // one of several in the same area; read and set like a box
   Memo,       // several lines
   Picker      // one line filled from a list (F2): shows a name, holds a key
 };

@@ -1,0 +1,457 @@
+// Money in the till and at the banks, what partners owe, and what they pay.
+#include "accounts/money.h"
+
+namespace jxc {
+namespace money_test {
+
+using cash::Movement;
+using partner_books::OverviewFilter;
+using test::Kind;
+using test::MoneyTest;
+using test::WhileAsked;
+
+const QString kTill = QStringLiteral("现金");
+const QString kBank = QStringLiteral("工行帐号");
+
+TEST_F(MoneyTest, TransferNeedsMoneyThatIsAuditedAndMovesBothAccounts) {
+  const QString deposit = move(Movement::In, 100, "2021-05-03");
+  EXPECT_EQ(deposit, "XJ21050310001");
+  EXPECT_EQ(move(Movement::Transfer, 60, "2021-05-03", kTill, kTill), "");
+  EXPECT_EQ(prompt.lastNotice(), "出款、入款不能为同一个账户！");
+  move(Movement::Transfer, 0, "2021-05-03", kTill, kBank);
+  EXPECT_EQ(prompt.lastNotice(), "金额必须大于0！");
+  move(Movement::Transfer, 60, "2021-05-03", kTill, kBank);  // the deposit still waits
+  EXPECT_EQ(prompt.lastNotice(), "转出的金额不能大于出款账户中的金额！");
+  move(Movement::Out, 0, "2021-05-03");
+  EXPECT_EQ(prompt.lastNotice(), "金额必须填写！");
+
+  prompt.willSayYes();
+  EXPECT_TRUE(cash::auditLine(deposit, prompt));
+  EXPECT_EQ(prompt.questions.last(), "您确定要审核当前信息吗！");
+  const QString transfer = move(Movement::Transfer, 60, "2021-05-03", kTill, kBank);
+  EXPECT_EQ(transfer, "XZ21050310001");
+  EXPECT_EQ(xjyhBalanceNow(kBank), 0);
+  EXPECT_TRUE(cash::checkDj(transfer));
+  EXPECT_EQ(xjyhBalanceNow(kTill), 40);
+  EXPECT_EQ(xjyhBalanceNow(kBank), 60);
+  EXPECT_FALSE(cash::openLine(lineOf(transfer), prompt));  // audited: no change
+
+  // Money out has no such test: the till may go below zero.
+  EXPECT_TRUE(cash::checkDj(move(Movement::Out, 50, "2021-05-03")));
+  EXPECT_EQ(xjyhBalanceNow(kTill), -10);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, CancelledTransferCorrectsOneAccountUntilTheRepair) {
+  cash::checkDj(move(Movement::In, 100, "2021-05-01"));
+  const QString transfer = move(Movement::Transfer, 30, "2021-05-02", kTill, kBank);
+  cash::checkDj(transfer);
+  cash::checkDj(move(Movement::In, 5, "2021-05-04", kTill));
+  cash::checkDj(move(Movement::In, 5, "2021-05-04", kBank));
+
+  prompt.willSayYes();
+  EXPECT_TRUE(cash::cancelLine(lineOf(transfer), prompt));  // stands on the paying account
+  EXPECT_EQ(xjyhBalanceNow(kTill), 105);
+  EXPECT_EQ(xjyhBalanceNow(kBank), 35);  // still with the transfer
+  prompt.willSayYes();
+  EXPECT_TRUE(cash::recomputeAccounts({}, "2021-05-01", prompt));
+  EXPECT_EQ(prompt.questions.last(),
+            "当前账户：全部账户，开始计算日期：2021-05-01\r\n\r\n重新计算可能会修改期末金额，\r\n\r\n"
+            "并且不可恢复。现在是否重新计算？");
+  EXPECT_EQ(prompt.lastNotice(), "重新计算完成！");
+  EXPECT_EQ(xjyhBalanceNow(kBank), 5);
+
+  // Both rows wait again and go together; an opening line is never cancelled.
+  EXPECT_EQ(rowsOf(cash::waitingLines({"2021-05-01", "2021-05-31"})).rowCount(), 2);
+  EXPECT_FALSE(cash::openLine(lineOf(transfer), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "只能修改出款和入款信息！");
+  prompt.willSayYes();
+  EXPECT_TRUE(cash::deleteLine(transfer, prompt));
+  EXPECT_TRUE(rowsOf(cash::waitingLines({"2021-05-01", "2021-05-31"})).isEmpty());
+  EXPECT_FALSE(cash::cancelLine(
+      lookupValue("select id from jxc_xjyh where xj_kmmc='现金' and xj_dlx='期初金额'").toLongLong(), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "只能取消审核出款、入款和转账信息！");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, WaitingLineIsCorrectedAndListsFollowTheirFilters) {
+  const QString out = move(Movement::Out, 20, "2021-05-02");
+  auto draft = cash::openLine(lineOf(out), prompt);
+  ASSERT_TRUE(draft);
+  EXPECT_EQ(draft->amount, 20);
+  draft->amount = 25;
+  draft->account = kBank;
+  draft->note = QStringLiteral("房租");
+  EXPECT_EQ(cash::saveLine(*draft, prompt), out);
+  EXPECT_EQ(lookupNumber("select xj_je from jxc_xjyh where gl_djh=?", out), -25);
+  cash::checkDj(out);
+  cash::checkDj(move(Movement::In, 7, "2021-05-20"));
+
+  cash::LineFilter may{"2021-05-01", "2021-05-31", {}, {}};
+  const RowSet totals = rowsOf(cash::accountTotals(may));
+  ASSERT_EQ(totals.rowCount(), 3);  // with the third account, which opened in May
+  for (const Row row : totals) {
+    const double balance = row.text("xj_kmmc") == kBank ? -25 : row.text("xj_kmmc") == kTill ? 7 : 0;
+    EXPECT_EQ(row.number("ljje"), balance) << row.text("xj_kmmc").toStdString();
+    EXPECT_EQ(row.number("sfje"), balance);
+  }
+  may.key = QStringLiteral("房租");
+  EXPECT_EQ(rowsOf(cash::auditedLines(may)).rowCount(), 1);
+  may.account = kTill;
+  EXPECT_TRUE(rowsOf(cash::auditedLines(may)).isEmpty());
+}
+
+TEST_F(MoneyTest, AccountKeepsItsHistoryUnderANewName) {
+  EXPECT_FALSE(cash::saveAccount({.name = {}, .type = QStringLiteral("微信"), .note = {}}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "账户名称必须填写！");
+  EXPECT_FALSE(cash::saveAccount({.name = QStringLiteral("微信"), .type = QStringLiteral(" "), .note = {}}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "账户类型必须填写！");
+  EXPECT_FALSE(cash::saveAccount({.name = kBank, .type = QStringLiteral("微信"), .note = {}}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "账户名称或账户类型不能重复！");
+  ASSERT_TRUE(cash::saveAccount(
+      {.name = QStringLiteral("微信"), .type = QStringLiteral("微信合计"), .note = {}, .opening = 50}, prompt));
+  EXPECT_EQ(xjyhBalanceNow("微信"), 50);
+  const auto id = lookupValue("select id from jxc_yhzh where yh_name='微信'").toLongLong();
+  EXPECT_EQ(lookupValue("select yh_sn from jxc_yhzh where id=?", id), "100004");
+
+  cash::checkDj(move(Movement::In, 10, "2021-05-03", "微信"));
+  auto waiting = enter(customerSide, Kind::Payment, 30, "2021-05-03", 0, "微信");
+  cash::AccountDraft draft = cash::readAccount(id);
+  draft.name = QStringLiteral("微信收款");
+  ASSERT_TRUE(cash::saveAccount(draft, prompt));
+  EXPECT_EQ(xjyhBalanceNow("微信收款"), 60);
+  partner_books::checkSkDj(waiting);  // entered before the rename
+  EXPECT_EQ(xjyhBalanceNow("微信收款"), 90);
+
+  EXPECT_FALSE(cash::deleteAccount(id, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "该账户已发生过业务，不能删除！");
+  prompt.willSayNo();
+  EXPECT_FALSE(cash::mayChangeOpening("微信收款", prompt));
+  cash::setOpening(id, 1);
+  EXPECT_EQ(xjyhBalanceNow("微信收款"), 41);
+
+  const auto till = lookupValue("select id from jxc_yhzh where yh_name='现金'").toLongLong();
+  EXPECT_FALSE(cash::deleteAccount(till, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "“现金”不能删除！");
+  EXPECT_FALSE(cash::mayChangeAccount(till, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "“现金”不能修改！");
+  prompt.willSayYes();
+  EXPECT_TRUE(
+      cash::deleteAccount(lookupValue("select id from jxc_yhzh where yh_name='建行帐号'").toLongLong(), prompt));
+  EXPECT_EQ(lookupValue("select id from jxc_xjyh where xj_kmmc='建行帐号'"), "");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, ReceiptOf98With2RoundedOffWritesFourRowsAndTakesThemBack) {
+  audited(customerSide, Kind::Due, 100, "2021-05-01");
+  EXPECT_EQ(lastLog(), "审核应收款，客户：张三，金额：100");
+  const QString receipt = enter(customerSide, Kind::Payment, 98, "2021-05-03", 2);
+  EXPECT_EQ(lastLog(), "增加收款，客户：张三，金额：98");
+  EXPECT_EQ(customerOwes(), 100);
+  EXPECT_TRUE(partner_books::checkSkDj(receipt));
+  EXPECT_EQ(lastLog(), "审核收款，客户：张三，金额：0");
+  EXPECT_EQ(customerOwes(), 0);
+  EXPECT_EQ(xjyhBalanceNow(kTill), 98);
+  const RowSet lines = openSelect("select * from jxc_ysyfk where gl_djh=? or gl_djh2=? order by id", receipt, receipt);
+  ASSERT_EQ(lines.rowCount(), 2);
+  EXPECT_EQ(lines[1].text("gl_djh"), "YS21050310001");
+  EXPECT_EQ(lines[1].number("k_yfje"), -2);
+  EXPECT_EQ(lines[1].text("k_djtxt"), "增加应收款(抹零)");
+  EXPECT_EQ(lines[1].text("k_note"), "收款单抹零登记：" + receipt);
+  const RowSet stock = openSelect("select * from jxc_goodslist where gl_djh2=?", receipt);
+  ASSERT_EQ(stock.rowCount(), 1);
+  EXPECT_EQ(stock.front().text("gl_flag"), "xs");
+  EXPECT_EQ(stock.front().text("g_sn"), "00000000");
+  EXPECT_EQ(stock.front().number("gl_lr"), -2);
+  EXPECT_EQ(stock.front().number("gl_zje"), -2);
+  EXPECT_EQ(stock.front().text("ghs_name"), "张三");
+  EXPECT_EQ(openSelect("select id from jxc_xjyh where gl_djh=? and xj_dlx='收款单' and xj_je=98", receipt).rowCount(),
+            1);
+
+  prompt.willSayYes();
+  EXPECT_FALSE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "该单据已审核，不能删除！");
+  EXPECT_TRUE(partner_books::unCheck(customerSide, Kind::Payment, receipt, prompt));
+  EXPECT_EQ(lastLog(), "取消审核收款，单据号：" + receipt + "，客户：张三，金额：98");
+  EXPECT_EQ(customerOwes(), 100);
+  EXPECT_EQ(xjyhBalanceNow(kTill), 0);
+  EXPECT_EQ(lookupValue("select count(*) from jxc_ysyfk where gl_djh=? or gl_djh2=?", receipt, receipt), "0");
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goodslist where gl_djh2=?", receipt), "0");
+  EXPECT_EQ(lookupValue("select count(*) from jxc_xjyh where gl_djh=?", receipt), "0");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, SupplierSidePaysOutAndKeepsItsWords) {
+  const QString due = enter(supplierSide, Kind::Due, 500, "2021-05-01");
+  EXPECT_EQ(due, "YF21050110001");
+  EXPECT_EQ(lastLog(), "增加未审核应付款，供货商：明镜光学，金额：500");
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::auditOne(supplierSide, Kind::Due, due, prompt));
+  EXPECT_EQ(prompt.questions.last(), "您确定要审核该应付款信息吗！");
+  const QString payment = audited(supplierSide, Kind::Payment, 480, "2021-05-02", 20);
+  EXPECT_EQ(weOwe(), 0);
+  EXPECT_EQ(xjyhBalanceNow(kTill), -480);
+  const RowSet stock = openSelect("select * from jxc_goodslist where gl_djh2=?", payment);
+  ASSERT_EQ(stock.rowCount(), 1);
+  EXPECT_EQ(stock.front().text("gl_flag"), "cj");
+  EXPECT_EQ(stock.front().number("gl_lr"), 0);
+  EXPECT_EQ(stock.front().number("gl_zje"), -20);
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::unCheck(supplierSide, Kind::Payment, payment, prompt));
+  EXPECT_EQ(lastLog(), "取消审核付款，供货商：明镜光学，金额：480");
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::deleteDocument(supplierSide, Kind::Payment, documentOf(payment), prompt));
+  EXPECT_EQ(prompt.questions.last(), "您确定要删除该付款信息吗！");
+  EXPECT_EQ(weOwe(), 500);
+
+  EXPECT_EQ(enter(supplierSide, Kind::Payment, 0, "2021-05-02"), "");
+  EXPECT_EQ(prompt.lastNotice(), "付款不能为0！");
+  EXPECT_EQ(enter(supplierSide, Kind::Due, 1, "2021-05-02", 0, kTill, ""), "");
+  EXPECT_EQ(prompt.lastNotice(), "请选择供货商！");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, TheSlowerOfTwoStationsDoesNothingAndSaysNothing) {
+  const QString due = enter(customerSide, Kind::Due, 100, "2021-05-01");
+  WhileAsked audit([&] { partner_books::auditDocument(customerSide, Kind::Due, due); });
+  EXPECT_FALSE(partner_books::auditOne(customerSide, Kind::Due, due, audit));
+  EXPECT_EQ(customerOwes(), 100);
+  WhileAsked cancel([&] {
+    test::ScriptedPrompt other;
+    other.willSayYes();
+    partner_books::unCheck(customerSide, Kind::Due, due, other);
+  });
+  EXPECT_FALSE(partner_books::unCheck(customerSide, Kind::Due, due, cancel));
+  WhileAsked auditBeforeDelete([&] { partner_books::auditDocument(customerSide, Kind::Due, due); });
+  EXPECT_FALSE(partner_books::deleteDocument(customerSide, Kind::Due, documentOf(due), auditBeforeDelete));
+  const QString deposit = move(Movement::In, 10, "2021-05-03");
+  WhileAsked auditCash([&] { cash::checkDj(deposit); });
+  EXPECT_FALSE(cash::auditLine(deposit, auditCash));
+  EXPECT_FALSE(cash::deleteLine(deposit, auditCash));
+  EXPECT_EQ(xjyhBalanceNow(kTill), 10);
+  EXPECT_EQ(audit.notices + cancel.notices + auditBeforeDelete.notices + auditCash.notices, QStringList());
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, AuditAllTakesWhatWaitsAndAutomaticAuditSparesChanges) {
+  const QString first = audited(customerSide, Kind::Due, 100, "2021-05-01");
+  const QString second = enter(customerSide, Kind::Due, 20, "2021-05-02");
+  auto list = [&] {
+    return rowsOf(partner_books::documentList(customerSide, Kind::Due, {"2021-05-01", "2021-05-31"}));
+  };
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::auditAll(customerSide, Kind::Due, list(), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "审核完成，共 2 个单据，\r\n\r\n审核成功 1 个单据。");
+  EXPECT_FALSE(partner_books::openDocument(customerSide, Kind::Due, documentOf(second), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "该单据已审核，不能修改！");
+  prompt.willSayYes();
+  partner_books::unCheck(customerSide, Kind::Due, second, prompt);
+
+  setParameter("cs_shdj", 1);
+  auto draft = partner_books::openDocument(customerSide, Kind::Due, documentOf(second), prompt);
+  ASSERT_TRUE(draft);
+  draft->amount = 30;
+  draft->date = QStringLiteral("2021-05-09");
+  EXPECT_EQ(partner_books::saveDocument(customerSide, Kind::Due, *draft, prompt), second);  // keeps its number
+  EXPECT_EQ(customerOwes(), 100);
+  enter(customerSide, Kind::Due, -10, "2021-05-04");
+  EXPECT_EQ(customerOwes(), 90);
+  cash::LineDraft deposit = cash::newLine(Movement::In);
+  deposit.account = kTill;
+  deposit.amount = 3;
+  deposit.employee = QStringLiteral("默认员工");
+  EXPECT_TRUE(cash::saveLine(deposit, prompt));
+  EXPECT_EQ(xjyhBalanceNow(kTill), 3);
+
+  // The opening amount of a partner is audited from birth: nothing here counts it twice.
+  const auto partner = savePartner(customerSide, {.name = QStringLiteral("李四"), .opening = 70}, prompt);
+  ASSERT_TRUE(partner);
+  prompt.willSayYes();
+  partner_books::auditAll(customerSide, Kind::Due, list(), prompt);
+  EXPECT_EQ(customerOwes(*partner), 70);
+  EXPECT_EQ(customerOwes(), 120);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+class SettlingTest : public MoneyTest {
+ protected:
+  /// A sale (or, below zero, a return) that has reached the customer's account.
+  void sale(const QString& number, double due, double paid) {
+    const bool isReturn = number.startsWith(u"XT");
+    if (isReturn)
+      insertRow("jxc_xsthd", {{"gl_djh", number},
+                              {"kh_sn", u"100002"},
+                              {"th_yfje", due},
+                              {"th_sfje", paid},
+                              {"th_hkje", 0.0},
+                              {"u_sn", u"100001"},
+                              {"th_kmmc", kBank},
+                              {"th_note", u""}});
+    else
+      insertRow("jxc_lsxsd", {{"gl_djh", number},
+                              {"kh_sn", u"100002"},
+                              {"ls_yfje", due},
+                              {"ls_sfje", paid},
+                              {"ls_yhje", 0.0},
+                              {"ls_hkje", 0.0},
+                              {"u_sn", u"100001"},
+                              {"ls_kmmc", kBank},
+                              {"ls_note", u"老客户"}});
+    insertRow("jxc_ysyfk", {{"gl_djh", number},
+                            {"k_rq", u"2021-05-01"},
+                            {"k_yfje", due},
+                            {"k_sfje", paid},
+                            {"k_qcje", 0.0},
+                            {"k_yhje", 0.0},
+                            {"k_ljje", 0.0},
+                            {"k_type", u"kh"},
+                            {"k_djlx", number.left(2)},
+                            {"u_sn", u"100001"},
+                            {"k_ghskh", u"100002"}});
+    recomputeYsyfk("100002", PartnerType::Customer, "2021-05-01");
+  }
+  bool settle(const QString& number, double amount, bool writeOff = false) {
+    return partner_books::settleDocument(customerSide,
+                                         {.number = number,
+                                          .date = QStringLiteral("2021-05-03"),
+                                          .amount = amount,
+                                          .account = kBank,
+                                          .employee = QStringLiteral("100001"),
+                                          .note = QStringLiteral("尾款"),
+                                          .writeOff = writeOff},
+                                         prompt);
+  }
+  double collected(const QString& number) {
+    return lookupNumber("select ls_hkje from jxc_lsxsd where gl_djh=?", number);
+  }
+};
+
+TEST_F(SettlingTest, OneSaleIsCollectedWrittenOffAndReopened) {
+  const QString number = QStringLiteral("XS21050110001");
+  sale(number, 160, 100);
+  auto form = partner_books::openSettlement(customerSide, {number, 160, 100}, prompt);
+  ASSERT_TRUE(form);
+  EXPECT_EQ(form->proposed, 60);
+  EXPECT_EQ(form->balance, 60);
+  EXPECT_EQ(form->account, kBank);
+  EXPECT_FALSE(settle(number, 0));
+  EXPECT_EQ(prompt.lastNotice(), "收款不能为0！");
+
+  ASSERT_TRUE(settle(number, 70));  // more than is open
+  const QString receipt = lookupValue("select gl_djh from jxc_ysyfk_dj where gl_djh2=?", number);
+  EXPECT_EQ(receipt, "SK21050310001");
+  EXPECT_EQ(collected(number), 70);
+  EXPECT_EQ(lookupValue("select ls_note from jxc_lsxsd"),
+            "老客户  收款:SK21050310001金额:70，收款日期：2021-05-03 尾款");
+  EXPECT_EQ(lookupValue("select k_note from jxc_ysyfk_dj where gl_djh=?", receipt), "单据【XS21050110001】收款 尾款");
+  EXPECT_EQ(customerOwes(), 60);  // the receipt waits
+  partner_books::checkSkDj(receipt);
+  EXPECT_EQ(customerOwes(), -10);
+  EXPECT_FALSE(partner_books::openSettlement(customerSide, {number, 160, 100}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "该单据不欠款，不需要收款！");
+  EXPECT_FALSE(partner_books::openSettlement(customerSide, {"SK21050310001", 0, 70}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "只能对销售单或退货单进行收款！");
+
+  // Deleting the receipt reopens the sale, never below nothing.
+  prompt.willSayYes();
+  partner_books::unCheck(customerSide, Kind::Payment, receipt, prompt);
+  execSql("update jxc_lsxsd set ls_hkje=60");
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt));
+  EXPECT_EQ(prompt.questions.last(), "您确定要删除该应收款信息吗！");
+  EXPECT_EQ(collected(number), 0);
+  EXPECT_EQ(lastLog(), "审核收款，");
+
+  EXPECT_TRUE(settle(number, 60, true));
+  EXPECT_EQ(collected(number), 60);
+  EXPECT_EQ(customerOwes(), 60);  // written off on the sale alone
+  EXPECT_EQ(lookupValue("select count(*) from jxc_ysyfk_dj"), "0");
+  EXPECT_EQ(xjyhBalanceNow(kBank), 0);
+}
+
+TEST_F(SettlingTest, ReturnIsSettledOnlyOnceMoreWasGivenBackThanWasDue) {
+  const QString number = QStringLiteral("XT21050110001");
+  sale(number, -50, -20);
+  EXPECT_FALSE(partner_books::openSettlement(customerSide, {number, -50, -20}, prompt));
+  execSql("update jxc_xsthd set th_hkje=-40");
+  EXPECT_TRUE(partner_books::openSettlement(customerSide, {number, -50, -20}, prompt));
+  EXPECT_TRUE(settle(number, -10));
+  EXPECT_EQ(lookupNumber("select th_hkje from jxc_xsthd"), -50);
+  EXPECT_EQ(lookupValue("select th_note from jxc_xsthd"), "  收款:SK21050310001金额:-10，收款日期：2021-05-03 尾款");
+  prompt.willSayYes();
+  partner_books::deleteDocument(customerSide, Kind::Payment,
+                                lookupValue("select id from jxc_ysyfk_dj where gl_djh2=?", number).toLongLong(),
+                                prompt);
+  EXPECT_EQ(lookupNumber("select th_hkje from jxc_xsthd"), -50);  // returns keep it
+}
+
+TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
+  audited(customerSide, Kind::Due, 100, "2021-04-10");
+  audited(customerSide, Kind::Due, 40, "2021-04-20");
+  audited(customerSide, Kind::Payment, 30, "2021-05-02");
+  audited(customerSide, Kind::Due, 8.5, "2021-05-02");
+  for (const char* other : {"2021-05-05", "2021-03-05"}) {
+    const QString partner = *savePartner(customerSide, {.name = QString::fromUtf8(other)}, prompt);
+    const QString number = enter(customerSide, Kind::Due, 12, other, 0, kTill, partner);
+    partner_books::auditDocument(customerSide, Kind::Due, number);
+  }
+  const OverviewFilter may{.from = "2021-05-01", .to = "2021-05-31"};
+  const auto detail = [&](const OverviewFilter& filter) {
+    return rowsOf(partner_books::overviewDetail(customerSide, filter));
+  };
+  const auto summary = [&](const OverviewFilter& filter) {
+    return rowsOf(partner_books::overviewSummary(customerSide, filter));
+  };
+  const auto closings = [](const RowSet& rows, std::string_view column) {
+    std::map<QString, double> last;
+    for (const Row row : rows)
+      last[row.text("k_ghskh")] = row.number(column);
+    return last;
+  };
+
+  RowSet rows = detail(may);
+  ASSERT_EQ(rows.rowCount(), 5);  // opening and two lines, one line, opening
+  EXPECT_EQ(rows[0].text("k_djtxt"), "期初应收");
+  EXPECT_EQ(rows[0].text("k_rq"), "2021-05-01");
+  EXPECT_EQ(rows[0].number("k_qcje"), 140);
+  EXPECT_EQ(rows[1].number("k_ljje"), 110);
+  EXPECT_EQ(rows[2].number("k_ljje"), 118.5);
+  RowSet sums = summary(may);
+  ASSERT_EQ(sums.rowCount(), 2);  // who did nothing in May is left out
+  EXPECT_EQ(sums[0].number("qcje"), 140);
+  EXPECT_EQ(sums[0].number("wfje"), 118.5);
+  EXPECT_EQ(sums[1].number("qcje"), 0);
+
+  OverviewFilter all = may;
+  all.allPartners = true;
+  EXPECT_EQ(summary(all).rowCount(), 4);  // with the built-in customer, who owes nothing
+  all.hideZero = true;
+  EXPECT_EQ(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));
+  OverviewFilter some = may;
+  some.employee = QStringLiteral("100001");
+  EXPECT_EQ(detail(some).rowCount(), 3);  // no opening rows for one employee
+  some.key = QStringLiteral("SK2105");
+  EXPECT_EQ(detail(some).rowCount(), 1);
+  some.partner = QStringLiteral("100003");
+  EXPECT_TRUE(detail(some).isEmpty());
+
+  // Paid in full: hidden on demand, in both modes.
+  audited(customerSide, Kind::Payment, 118.5, "2021-05-31 10:00:00");
+  OverviewFilter owing = may;
+  owing.hideZero = true;
+  EXPECT_EQ(summary(owing).rowCount(), 1);
+  EXPECT_EQ(closings(detail(owing), "k_ljje").count("100002"), 1);  // its opening row stays: it owed something then
+  EXPECT_EQ(detail(owing).rowCount(), 3);
+
+  execSql("update jxc_ysyfk set k_ljje=999 where k_rq='2021-05-05'");
+  EXPECT_NE(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::recomputePartners(customerSide, {}, "2021-05-01", prompt));
+  EXPECT_EQ(closings(detail(may), "k_ljje")["100003"], 12);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+
+  EXPECT_TRUE(rowsOf(partner_books::overviewDetail(supplierSide, may)).isEmpty());
+}
+
+}  // namespace money_test
+}  // namespace jxc
