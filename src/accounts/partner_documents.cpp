@@ -34,7 +34,9 @@ QString cleanNote(const QString& typed) {
 QString insertDocument(const PartnerSide& side, Kind kind, const Draft& draft, const QString& kindText) {
   const bool payment = kind == Kind::Payment;
   const QString prefix = prefixOf(side, kind);
-  const QString number = nextDocNoOn("jxc_ysyfk_dj", "gl_djh", prefix, draft.date);
+  // By way of the ledger, which looks at the documents too: rounding lines stand in the ledger alone, and a document
+  // under the number of one would take it along when it is cancelled.
+  const QString number = previewNumber(side, kind, draft.date);
   insertRow("jxc_ysyfk_dj", {{"gl_djh", number},
                              {"k_rq", draft.date},
                              {"k_fkfs", payment ? draft.account : words(side.dueWord)},
