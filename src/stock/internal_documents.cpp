@@ -314,9 +314,8 @@ void bookDifference(const Rules& rules, const Head& head, double value) {
 
 void post(const DocumentFamily& family, const QString& number) {
   const Rules& rules = rulesOf(family);
-  Transaction transaction(accountDb());
   Head head;
-  if (!readHead(family, number, head)) throw std::runtime_error("no such document: " + number.toStdString());
+  if (!readHead(family, number, head)) throw std::runtime_error("单据不存在。");
   if (rules.markLines) execSql(rules.markLines, number);
   for (const std::string& insert : rules.inserts)
     execSql(insert, session().a_name, clock::today(), number);
@@ -345,7 +344,6 @@ void post(const DocumentFamily& family, const QString& number) {
   }
   if (rules.posted) rules.posted(head, rows.rowCount());
   bookDifference(rules, head, value);
-  transaction.commit();
 }
 
 }  // namespace internal_documents_detail

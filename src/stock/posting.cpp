@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/trading.h"
 
@@ -134,7 +135,8 @@ void postStock(const Rules& rules, const Head& head) {
   const bool movesNow = !rules.movesLater || !rules.movesLater();
   if (rules.markLines[0] && movesNow) execSql(rules.markLines[0], head.number);
   if (rules.markLines[1]) execSql(rules.markLines[1], head.number);
-  execSql(rules.insertLedger, session().a_name, clock::today(), head.number);
+  const std::int64_t rows = execSql(rules.insertLedger, session().a_name, clock::today(), head.number);
+  if (rows != lineCount(*rules.family, head.number)) throw std::runtime_error("单据中的商品在商品资料中不存在。");
   if (rules.afterLedger) execSql(rules.afterLedger, head.number);
 
   const std::vector<Effect> effects = trading::effectsOf(rules, head.number);
@@ -149,15 +151,14 @@ void postStock(const Rules& rules, const Head& head) {
 }
 
 /// Everything that audit of a trading document writes, in the order in which the books have always been written.
+/// Inside the caller's transaction, without a savepoint of its own: below a savepoint SQLite keeps a copy of every page
+/// that a statement changes, and what a statement costs grows with the document.
 void post(const Rules& rules, const QString& number) {
-  Transaction transaction(accountDb());
   Head head;
-  if (!trading::readHead(rules, number, head))
-    throw std::runtime_error((u"单据"_qs + number + u"的往来单位、仓库或经办人不存在，不能审核！"_qs).toStdString());
+  if (!trading::readHead(rules, number, head)) throw std::runtime_error("单据的往来单位、仓库或经办人不存在。");
   postMoney(rules, head);
   postStock(rules, head);
   if (rules.bumpEmployee) rules.bumpEmployee(head.salesperson);
-  transaction.commit();
 }
 
 }  // namespace posting_detail

@@ -62,8 +62,8 @@ class Paper {
   }
 
  private:
-  /// Half away from zero, a billionth added first. Far from zero a double cannot hold the billionth: what then looks
-  /// like a half in fifteen digits is one.
+  /// Half away from zero, a billionth added first. Far from zero a double cannot hold the billionth: what misses a half
+  /// by its last bit only then counts as one.
   static double rounded(double value, int digits) {
     const long double scale = std::pow(10.0L, digits);
     const long double scaled = static_cast<long double>(value + 1e-9) * scale;
