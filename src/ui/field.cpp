@@ -428,7 +428,12 @@ void Field::focusCame() {
   before_ = lastDate_;
   if (isNumberKind(spec_.kind) && !readOnly_) {
     const Quiet quiet(*this);
+    // A window that comes up gives focus to an input that was chosen before it was seen: what stood selected to be
+    // typed over stays so.
+    auto* edit = field_detail::line(widget_);
+    const bool whole = edit->hasSelectedText() && edit->selectedText() == edit->text();
     showNumber(true);
+    if (whole) edit->selectAll();
   }
 }
 
