@@ -46,7 +46,9 @@ QString layoutFile(const QString& key) {
 void Grid::fitToRows() {
   constexpr int kSample = 200;
   constexpr int kWidest = 340;
-  if (isEmpty() || !fitted_.empty()) return;
+  if (isEmpty() || layoutRead_) return;
+  const std::vector<int> before = fitted_;
+  fitted_.clear();
   const auto metrics = view_->fontMetrics();
   for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
     const auto& column = spec_.columns[static_cast<std::size_t>(i)];
@@ -56,9 +58,12 @@ void Grid::fitToRows() {
     }
     if (column.sum) width = std::max(width, metrics.horizontalAdvance(footerText(column.field)) * 11 / 10);
     if (column.width > 0) width = std::max(width, std::min(column.width, 8) * metrics.averageCharWidth());
-    fitted_.push_back(std::min(width, kWidest) + 16);
+    width = std::min(width, kWidest) + 16;
+    // Columns only grow: a list that is read anew must not jump.
+    if (!before.empty()) width = std::max(width, before[static_cast<std::size_t>(i)]);
+    fitted_.push_back(width);
   }
-  if (!layoutRead_) defaultWidths();
+  if (fitted_ != before) defaultWidths();
 }
 
 void Grid::defaultWidths() {

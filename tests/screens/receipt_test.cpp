@@ -4,6 +4,8 @@
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -229,12 +231,19 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     expectNotice(u"请选择供货商！"_qs);
     press(s, "F5");
     expectScreen("F_Ghs_Sele", [&](ui::Screen& list) {
-      type(list, "tkey", u"PTG");
+      expectScreen("F_Ghsgl_Add", [&](ui::Screen& add) {
+        type(add, "tname", u"宏达光学");
+        press(add, "F5");
+      });
+      press(list, "F8");
+      EXPECT_EQ(list.grid("gridPartners").currentText("ghs_name"), "宏达光学");
+      type(list, "tkey", u"HDGX");
       press(list, "Return");
     });
     EXPECT_TRUE(s.field("tghs").hasFocus());
     press(s, "F2");
-    EXPECT_EQ(s.field("tghs").key(), "100001");
+    EXPECT_EQ(shown(s, "tghs"), "宏达光学");
+    EXPECT_EQ(s.field("tghs").key(), "100002");
     expectNotice(u"请选择经办人！"_qs);
     press(s, "F5");
     choose(s, "comUser", u"默认员工"_qs);
@@ -268,12 +277,19 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
 
   open("F_Cgjh", [&](ui::Screen& s) {
     scan(s, u"6900000000024");
+    // A second press on its way while the first one asks saves nothing twice, and refuses nothing.
+    QApplication::postEvent(s.focusWidget(), new QKeyEvent(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier));
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    click(s, "btnOK");
+    EXPECT_TRUE(s.command("btnOK").isEnabled());
+
+    scan(s, u"6900000000024");
     expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::Yes);
     expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
     press(s, "Esc");
     EXPECT_FALSE(s.isVisible());
   });
-  EXPECT_EQ(lookupValue("select count(*) from jxc_jhd"), "1");
+  EXPECT_EQ(lookupValue("select count(*) from jxc_jhd"), "2");
 }
 
 // The program ended with lines on the screen: they come back, the other operator's do not.

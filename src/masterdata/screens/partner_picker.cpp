@@ -1,8 +1,9 @@
 #include "masterdata/screens/partner_picker.h"
 
+#include "core/numbers.h"
 #include "core/statements.h"
-#include "core/text.h"
 #include "masterdata/partners.h"
+#include "masterdata/screens/partner_screens.h"
 #include "ui/display.h"
 
 namespace jxc {
@@ -25,27 +26,13 @@ constexpr ui::ColumnSpec kCustomerColumns[] = {
 constexpr ui::GridSpec kSupplierGrid[] = {
     {"gridPartners", "供货商", kSupplierColumns, "没有符合条件的供货商，按F8新增"}};
 constexpr ui::GridSpec kCustomerGrid[] = {{"gridPartners", "客户", kCustomerColumns, "没有符合条件的客户，按F8新增"}};
-constexpr ui::CommandSpec kMore[] = {{"btnAdd", "新增", "F8"}};
-
-ui::GridQuery queryFor(const PartnerSide& side, const QString& typed) {
-  Filter filter;
-  filter.add(compose("{}=0", {side.forbidden}));
-  addListBinding(filter);
-  const QString key = sanitizeKeyword(typed);
-  if (!key.isEmpty()) {
-    const QString like = u'%' + key + u'%';
-    filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ?)",
-                       {side.sn, side.name, side.jm, side.contact, side.phone}),
-               like, like, like, like, like);
-  }
-  return {compose("select * from {}", {side.table}) + filter.where() + compose(" order by {} desc,id", {side.uses}),
-          {filter.values().begin(), filter.values().end()}};
-}
+constexpr ui::CommandSpec kMore[] = {{"btnAdd", "新增", "F8"}, {"btnModi", "修改", "F9"}};
 
 ui::PickerSpec specOf(const PartnerPicker::Description& description) {
-  return {.screen = {.name = description.name, .title = description.title, .grids = description.grids},
-          .query = [side = description.side](const QString& typed) { return queryFor(*side, typed); },
-          .more = kMore};
+  return {
+      .screen = {.name = description.name, .title = description.title, .grids = description.grids},
+      .query = [side = description.side](const QString& typed) { return partnerListStatement(*side, false, typed); },
+      .more = kMore};
 }
 
 class SupplierPicker : public PartnerPicker {
@@ -70,20 +57,21 @@ const ui::Registered<CustomerPicker> kCustomerPicker{"F_Kh_Sele"};
 
 PartnerPicker::PartnerPicker(const Description& description)
     : PickerScreen(partner_picker_detail::specOf(description)), description_(description) {
-  on(command("btnAdd"), [this] { add(); });
+  on(command("btnAdd"), [this] { edit(0); });
+  on(command("btnModi"), [this] {
+    if (list.currentId() != 0) edit(list.currentId());
+  });
 }
 
-void PartnerPicker::add() {
+void PartnerPicker::edit(std::int64_t id) {
+  auto& screen = ui::screenAs<PartnerEditScreen>(description_.editScreen);
+  if (!screen.edit(id)) return;
   const PartnerSide& side = *description_.side;
-  const auto newest = compose("select max(id) from {}", {side.table});
-  const double before = lookupNumber(newest);
-  ui::openScreen(description_.addScreen);
-  const double added = lookupNumber(newest);
-  if (added <= before) return;
   tkey.clear();
   search();
   list.waitLoaded();
-  list.selectId(static_cast<std::int64_t>(added));
+  list.selectId(firstIdOf(side.table, side.sn, screen.saved));
+  tkey.focus();
 }
 
 std::optional<ListItem> pickSupplier() {

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 
 namespace jxc {
@@ -18,12 +19,12 @@ class PartnerPicker : public ui::PickerScreen {
     std::string_view name, title;
     const PartnerSide* side;
     std::span<const ui::GridSpec> grids;
-    std::string_view addScreen;  // "F_Ghsgl_Add"
+    std::string_view editScreen;  // "F_Ghsgl_Add"
   };
   explicit PartnerPicker(const Description& description);
 
  private:
-  void add();
+  void edit(std::int64_t id);
   const Description description_;
 };
 

@@ -100,9 +100,8 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btnCancel", "退出", "Esc"},
 };
 
-constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tsn2"};
-constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tfpno tfpje", "tyf tbzf chkYf chkZj",
-                                          "tnote"};
+constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
+constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
 constexpr std::string_view kNotYet[] = {"btnImport", "btnHt", "btnPrin", "btn_Prin", "btn_Export"};
 
 bool putawayInUse() {

@@ -71,6 +71,8 @@ class DocumentScreen : public ui::Screen {
   ui::Grid& gridWaitingLines = grid("gridWaitingLines");
   QPushButton& btnOK = command("btnOK");
 
+  QSize sizeHint() const override { return {1264, 672}; }  // all of a small display: documents are long
+
   /// A new document on the first panel, or the one of this operator that was never saved.
   void initTab();
   /// Reads the waiting list anew, standing on this document.

@@ -24,6 +24,8 @@ class GoodsPickScreen : public ui::Screen {
   /// Picks goods for a draft or a waiting document, and copies them there. Lines copied, and the document's number now.
   CopyResult pick(const LinePlace& place, Lines target);
 
+  QSize sizeHint() const override { return {1120, 660}; }
+
   ui::Field& tkey = field("tkey");
   ui::Field& comLb = field("comLb");
   ui::Field& tsl = field("tsl");
