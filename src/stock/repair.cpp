@@ -11,8 +11,27 @@
 namespace jxc {
 namespace repair_detail {
 
-bool goesOn(const RepairProgress& progress, int done, int total) {
-  return !progress || progress(done, total);
+/// Does `work` for each pair of goods and warehouse behind the position, each in a transaction of its own. The rows
+/// hold goods and warehouse in their first columns, in an order that is the same at every call.
+bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
+                 const std::function<void(const QString& goods, const QString& warehouse)>& work) {
+  RepairPosition own;
+  RepairPosition& at = position ? *position : own;
+  int first = 0;
+  if (!at.isEmpty())
+    for (int row = 0; row < pairs.rowCount(); ++row)
+      if (pairs.text(row, 0) == at.goods && pairs.text(row, 1) == at.warehouse) first = row + 1;
+  for (int row = first; row < pairs.rowCount(); ++row) {
+    const QString goods = pairs.text(row, 0);
+    const QString warehouse = pairs.text(row, 1);
+    Transaction transaction(accountDb());
+    work(goods, warehouse);
+    transaction.commit();
+    at = {goods, warehouse};
+    if (progress && !progress(row + 1, pairs.rowCount())) return false;
+  }
+  at = {};
+  return true;
 }
 
 bool differs(double a, double b) {
@@ -66,7 +85,7 @@ constexpr CostFlag costFlags[] = {
     {"bs", "update jxc_bssp set bs_dj=?,bs_zje=bs_sl*? where g_sn=? and gl_djh=?"},
     {"by", "update jxc_bysp set by_dj=?,by_zje=by_sl*? where g_sn=? and gl_djh=?"},
     {"jh", "update jxc_khjhsp set jh_dj=?,jh_zje=jh_sl*? where g_sn=? and gl_djh=?"},
-    {"hh", "update jxc_khjhsp set jh_dj=?,jh_zje=jh_sl*? where g_sn=? and gl_djh=?"},
+    {"hh", "update jxc_khjhsp set jh_dj=?,jh_zje=iif(jh_flag='销售',jh_xssl,jh_hhsl)*? where g_sn=? and gl_djh=?"},
     {"pl", nullptr},
     {"wp", nullptr},
     {"wt", nullptr},
@@ -108,11 +127,15 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
 
 }  // namespace repair_detail
 
-bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress) {
+bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress,
+                     RepairPosition* position) {
   using namespace repair_detail;
-  Transaction transaction(accountDb());
-  execSql("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
-  removeSecondBalances();
+  if (!position || position->isEmpty()) {
+    Transaction transaction(accountDb());
+    execSql("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
+    removeSecondBalances();
+    transaction.commit();
+  }
 
   Filter where;
   where.add("g_sn<>'00000000'");
@@ -121,10 +144,10 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
       openSelectWith("select g_sn,ck_sn from jxc_kcsp" + where.where() + " order by ck_sn,g_sn", where.values());
   StockDigits digits;
   digits.roundQuantity = false;
-  for (int row = 0; row < balances.rowCount(); ++row) {
-    recomputeGoods(balances.text(row, 0), balances.text(row, 1), date, digits);
-    if (!goesOn(progress, row + 1, balances.rowCount())) return false;
-  }
+  if (!forEachPair(balances, progress, position,
+                   [&](const QString& goods, const QString& place) { recomputeGoods(goods, place, date, digits); }))
+    return false;
+  Transaction transaction(accountDb());
   recomputeGoodsStock();
   recomputeSold();
   transaction.commit();
@@ -132,26 +155,21 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
 }
 
 bool syncOutgoingCost(const QString& date, const QString& warehouse, bool changeDocuments,
-                      const RepairProgress& progress) {
+                      const RepairProgress& progress, RepairPosition* position) {
   using namespace repair_detail;
-  Transaction transaction(accountDb());
   Filter where;
   where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(outgoingRows);
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
-  const RowSet pairs = openSelectWith("select distinct g_sn,ck_sn from jxc_goodslist" + where.where(), where.values());
+  const RowSet pairs = openSelectWith(
+      "select distinct g_sn,ck_sn from jxc_goodslist" + where.where() + " order by g_sn,ck_sn", where.values());
   const std::string rowsOfPair = std::string(
                                      "select id,gl_flag,gl_djh,gl_kdrq,gl_dj,gl_cbj,gl_pjjj from jxc_goodslist "
                                      "where g_sn=? and ck_sn=? and gl_kdrq>=? and ") +
                                  outgoingRows + " order by gl_kdrq,id";
-  for (int pair = 0; pair < pairs.rowCount(); ++pair) {
-    const QString goods = pairs.text(pair, 0);
-    const QString place = pairs.text(pair, 1);
+  return forEachPair(pairs, progress, position, [&](const QString& goods, const QString& place) {
     for (const Row row : openSelect(rowsOfPair, goods, place, date))
       syncRow(row, goods, getLedgerRowCost(goods, place, row.text("gl_kdrq"), row.integer("id")), changeDocuments);
-    if (!goesOn(progress, pair + 1, pairs.rowCount())) return false;
-  }
-  transaction.commit();
-  return true;
+  });
 }
 
 }  // namespace jxc

@@ -7,17 +7,27 @@
 
 namespace jxc {
 
-/// Told after each goods: how many of how many are done. Returning false takes everything back.
+/// Told after each goods of a warehouse: how many of how many are done. Returning false stops; what is done stays done,
+/// for each is a transaction of its own. No transaction is open while it runs.
 using RepairProgress = std::function<bool(int done, int total)>;
+
+/// How far a repair has come: give the same one again, and it goes on behind the last goods that was done. Empty: from
+/// the beginning.
+struct RepairPosition {
+  QString goods, warehouse;
+  bool isEmpty() const { return goods.isEmpty(); }
+};
 
 /// Recomputes running figures, cost prices, goods' stock and sold quantities from `date` ("yyyy-MM-dd") on, in one
 /// warehouse or (empty) in all. Rows that earlier closings and syncs put in are deleted first, so are second balance
-/// rows of one goods and warehouse. False: cancelled, nothing changed.
-bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress = {});
+/// rows of one goods and warehouse. False: stopped; stock of the goods and sold quantities are written at the very end
+/// only. `position` is empty again when it has finished.
+bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress = {},
+                     RepairPosition* position = nullptr);
 
 /// Gives rows that left stock since `date` the cost of their day, as if purchases had been entered in time. With
-/// `changeDocuments` the lines of their documents follow. False: cancelled, nothing changed.
+/// `changeDocuments` the lines of their documents follow. False: stopped, as above.
 bool syncOutgoingCost(const QString& date, const QString& warehouse, bool changeDocuments,
-                      const RepairProgress& progress = {});
+                      const RepairProgress& progress = {}, RepairPosition* position = nullptr);
 
 }  // namespace jxc

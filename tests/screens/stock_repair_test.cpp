@@ -1,0 +1,89 @@
+// Repairs of the stock ledger and changes of date through their screens.
+#include "screens/harness/screen_test.h"
+#include "stock/document.h"
+#include "stock/ledger.h"
+#include "stock/screens/modi_date.h"
+
+
+namespace jxc::test {
+namespace stock_repair_screens {
+
+class StockRepairScreens : public ScreenTest {
+ protected:
+  StockRepairScreens() {
+    for (const char* goods : {"A", "B"}) {
+      execSql("insert into jxc_goods (g_sn,g_name,g_pjjj,g_kc) values (?,'镜架',5,0)", QString::fromLatin1(goods));
+      execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',7,7,5,0)",
+              QString::fromLatin1(goods));
+      row(goods, "cj", "2021-05-01", 10, 60, 6);
+      row(goods, "xs", "2021-05-02", 3, 30, 10);
+    }
+  }
+  void row(const char* goods, const char* flag, const char* date, double quantity, double net, double price) {
+    insertRow("jxc_goodslist", {{"gl_flag", QString::fromLatin1(flag)},
+                                {"gl_kdrq", QString::fromLatin1(date)},
+                                {"g_sn", QString::fromLatin1(goods)},
+                                {"ck_sn", u"100001"},
+                                {"gl_sl", quantity},
+                                {"gl_je", net},
+                                {"gl_zje", net},
+                                {"gl_dj", price},
+                                {"gl_cbj", 5.0},
+                                {"gl_djh", u"XS21050210001"}});
+  }
+};
+
+TEST_F(StockRepairScreens, RecomputationAsksRunsAndTells) {
+  expectQuestion(u"重新计算会修改期末结存及其他数据，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::No);
+  expectQuestion(u"重新计算会修改期末结存及其他数据，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::Yes);
+  expectNotice(u"重新计算完成！"_qs);
+  EXPECT_TRUE(open("F_Kccx_Js", [&](ui::Screen& screen) {
+    EXPECT_EQ(screen.field("comCk").text(), u"所有仓库");
+    type(screen, "tdate1", u"2021-05-01");
+    press(screen, "F5");
+    EXPECT_EQ(lookupNumber("select sum(gl_kc) from jxc_goodslist"), 0);
+    press(screen, "F5");
+  }));
+  EXPECT_EQ(lookupNumber("select sum(gl_kc) from jxc_goodslist"), 34);
+  EXPECT_EQ(lookupNumber("select sum(kc_xssl) from jxc_kcsp"), 6);
+
+  insertRow("jxc_lsxssp", {{"gl_djh", u"XS21050210001"}, {"g_sn", u"A"}, {"ls_sl", 3.0}, {"ls_cbj", 5.0}});
+  expectQuestion(u"价格同步会修改数据，\r\n\r\n并且不可恢复。现在是否同步？"_qs, Answer::Yes);
+  expectNotice(u"单价同步完成！"_qs);
+  EXPECT_TRUE(open("F_Jxctj_Tb", [&](ui::Screen& screen) {
+    check(screen, "chkJg", true);
+    press(screen, "F5");
+  }));
+  EXPECT_EQ(lookupNumber("select sum(gl_zcb) from jxc_goodslist where gl_flag='xs'"), 36);
+  EXPECT_EQ(lookupNumber("select ls_zcb from jxc_lsxssp"), 18);
+}
+
+TEST_F(StockRepairScreens, DatesOfWaitingDocumentsChange) {
+  insertRow("jxc_bsd", {{"gl_djh", u"BS21050310001"}, {"bs_bsrq", u"2021-05-03"}, {"bs_status", 0}});
+  expectScreen("F_ModiDate", [](ui::Screen& screen) {
+    EXPECT_EQ(screen.field("gldjh").text(), u"BS21050310001");
+    type(screen, "dateCg", u"2021-04-30");
+    press(screen, "F5");
+  });
+  EXPECT_EQ(changeDocumentDate(families::loss, u"BS21050310001"_qs), u"BS21050310001");
+  EXPECT_EQ(lookupValue("select bs_bsrq from jxc_bsd"), u"2021-04-30");
+
+  const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
+  insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"},
+                          {"ls_xsrq", u"2021-05-03 10:20:30"},
+                          {"ls_status", 0},
+                          {"kh_sn", customer},
+                          {"ck_sn", u"100001"},
+                          {"u_sn", u"100001"}});
+  expectScreen("F_ModiDateXs", [](ui::Screen& screen) {
+    type(screen, "dateCg", u"2021-05-01");
+    type(screen, "tyf", u"8");
+    press(screen, "F5");
+  });
+  EXPECT_EQ(changeSaleHead(families::sale, u"XS21050310001"_qs), u"XS21050310001");
+  EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd"), u"2021-05-01 10:20:30");
+  EXPECT_EQ(lookupValue("select ls_yffs from jxc_lsxsd"), u"对方付运费");
+}
+
+}  // namespace stock_repair_screens
+}  // namespace jxc::test
