@@ -1,0 +1,158 @@
+// Who may log in and what they may do: operators, roles, rights, passwords.
+#include "core/operators.h"
+
+#include "core/login.h"
+#include "core/rights.h"
+#include "core/roles.h"
+#include "harness/account_set_fixture.h"
+
+namespace jxc::test {
+
+class OperatorsStory : public AccountSetFixture {
+ protected:
+  static OperatorDraft draft(const char16_t* name, const char16_t* password = u"") {
+    OperatorDraft made;
+    made.name = QString::fromUtf16(name);
+    made.roleKey = QStringLiteral("100001");
+    made.password = made.passwordAgain = QString::fromUtf16(password);
+    return made;
+  }
+  static std::int64_t idOf(const char16_t* name) {
+    return static_cast<std::int64_t>(lookupNumber("select id from jxc_admin where a_name=?", name));
+  }
+};
+
+TEST_F(OperatorsStory, AnOperatorIsAddedChangedAndRefusedInOrder) {
+  OperatorDraft wrong = draft(u"  ", u"a");
+  wrong.passwordAgain = QStringLiteral("b");
+  EXPECT_FALSE(addOperator(wrong, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户名称必须填写！"));
+  wrong.name = QStringLiteral("admin");
+  EXPECT_FALSE(addOperator(wrong, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("两次密码输入不一致！"));
+  wrong.passwordAgain = QStringLiteral(" a ");
+  EXPECT_FALSE(addOperator(wrong, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户名称不能重复！"));
+
+  EXPECT_EQ(addOperator(draft(u"王芳", u"x-1"), prompt), QStringLiteral("100002"));
+  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_name=?", u"王芳"), QStringLiteral("x-1"));
+  EXPECT_FALSE(login(QStringLiteral("王芳"), QStringLiteral("x-1"), prompt)) << "the login changes the dash";
+
+  // Her name follows into the warehouses, whole entries only, and an emptied password stays.
+  execSql("update jxc_ckxx set ck_asn='100001,100002,',ck_aname=?", u"admin,小王芳,王芳,");
+  OperatorDraft changed = readOperator(idOf(u"王芳"));
+  changed.name = QStringLiteral("王芬");
+  changed.password = changed.passwordAgain = QString();
+  changed.isDisabled = true;
+  EXPECT_TRUE(modifyOperator(changed, prompt));
+  EXPECT_EQ(lookupValue("select ck_aname from jxc_ckxx"), QStringLiteral("admin,小王芳,王芬,"));
+  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_sn='100002'"), QStringLiteral("x-1"));
+  EXPECT_EQ(lookupNumber("select a_jyt from jxc_admin where a_sn='100002'"), 1);
+  EXPECT_EQ(loginOperators().size(), 1u) << "a disabled operator cannot be chosen at the login";
+}
+
+TEST_F(OperatorsStory, TheBuiltInAdministratorKeepsRoleAndLogin) {
+  OperatorDraft admin = readOperator(idOf(u"admin"));
+  admin.name = QStringLiteral("店长");
+  admin.roleKey = QStringLiteral("100009");
+  admin.isDisabled = true;
+  EXPECT_TRUE(modifyOperator(admin, prompt));
+  EXPECT_EQ(lookupValue("select r_sn from jxc_admin where a_sn='100001'"), QStringLiteral("100001"));
+  EXPECT_EQ(lookupNumber("select a_jyt from jxc_admin where a_sn='100001'"), 0);
+  EXPECT_TRUE(unlock({}, prompt)) << "his screen lock opens under the new name";
+  EXPECT_EQ(lookupValue("select ck_aname from jxc_ckxx"), QStringLiteral("店长,"));
+}
+
+TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
+  addOperator(draft(u"王芳"), prompt);
+  execSql("update jxc_ckxx set ck_asn='100001,100002,',ck_aname=?", u"admin,王芳,");
+  insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"}, {"a_name", u"admin"}});
+  EXPECT_FALSE(deleteOperator(idOf(u"admin"), prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该操作员已发生过业务，不能删除！"));
+  execSql("delete from jxc_lsxsd");
+  EXPECT_FALSE(deleteOperator(idOf(u"admin"), prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("内置系统管理员不能删除！"));
+
+  insertRow("jxc_posxsd", {{"gl_djh", u"XS21050310002"}, {"a_name", u"王芳"}});
+  prompt.willSayNo();
+  EXPECT_FALSE(deleteOperator(idOf(u"王芳"), prompt));
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteOperator(idOf(u"王芳"), prompt));
+  EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除当前操作员吗！"));
+  EXPECT_EQ(lookupValue("select ck_asn from jxc_ckxx"), QStringLiteral("100001,"))
+      << "the next operator gets her number, and must not get her warehouse";
+}
+
+TEST_F(OperatorsStory, CopiesAndOwnPassword) {
+  addOperator(draft(u"王芳", u"abc"), prompt);
+  const auto copy = copyOperator(idOf(u"王芳"), prompt);
+  ASSERT_TRUE(copy);
+  EXPECT_TRUE(pasteOperator(*copy, prompt));
+  EXPECT_TRUE(pasteOperator(*copy, prompt)) << "the name may stand twice";
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_admin where a_name=? and a_pwd='abc' and a_jyt=0", u"复制 王芳"), 2);
+
+  execSql("update jxc_admin set a_pwd='old' where a_name='admin'");
+  EXPECT_FALSE(changeOwnPassword("wrong", "n1", "n2", prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("两次密码输入不一致，不能修改密码！"));
+  EXPECT_FALSE(changeOwnPassword("wrong", "n1", "n1", prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("当前密码错误，不能修改密码！"));
+  EXPECT_FALSE(changeOwnPassword("' or ''='", "n1", "n1", prompt));
+  EXPECT_TRUE(changeOwnPassword(" old ", "n1", "n1 ", prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("密码修改成功！"));
+  EXPECT_TRUE(login("admin", "n1", prompt));
+}
+
+TEST_F(OperatorsStory, NobodyWithoutTheRightReachesOperators) {
+  const auto admin = idOf(u"admin");
+  setRights("100002", "qtcz", QStringLiteral("1111101111111111111"));  // all but operators
+  becomeOperator(QStringLiteral("王芳"), "100002", "100002");
+  const auto statement = operatorListStatement();
+  EXPECT_TRUE(openSelectWith(std::string_view(statement.sql), statement.values).isEmpty());
+  EXPECT_THROW(readOperator(admin), DbError);
+  EXPECT_FALSE(addOperator(draft(u"小李"), prompt));
+  OperatorDraft change = draft(u"admin", u"mine");
+  change.id = admin;
+  EXPECT_FALSE(modifyOperator(change, prompt));
+  EXPECT_FALSE(copyOperator(admin, prompt));
+  EXPECT_FALSE(pasteOperator({}, prompt));
+  EXPECT_FALSE(deleteOperator(admin, prompt));
+  EXPECT_EQ(prompt.notices.count(QStringLiteral("您没有权限进行操作员设置！")), 5);
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_admin"), 2);
+}
+
+TEST_F(OperatorsStory, RolesAreSavedRightByRight) {
+  RoleDraft role;
+  EXPECT_FALSE(saveRole(role, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("角色名称必须填写！"));
+  role.name = QStringLiteral("系统管理员");
+  EXPECT_FALSE(saveRole(role, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("角色名称已经存在，请重新输入！"));
+  role.name = QStringLiteral("店员");
+  role.rights[1] = QStringLiteral("01");
+  EXPECT_TRUE(saveRole(role, prompt));
+
+  role = readRole(static_cast<std::int64_t>(lookupNumber("select id from jxc_role where r_name=?", u"店员")));
+  EXPECT_TRUE(isGranted(role, 1, 1));
+  EXPECT_FALSE(isGranted(role, 1, 0));
+  EXPECT_FALSE(isGranted(role, 1, 2)) << "beyond its end";
+  role.name = QStringLiteral("收银员");
+  role.rights[1] = QStringLiteral("1");
+  EXPECT_TRUE(saveRole(role, prompt)) << "its own old name does not count";
+  becomeOperator(QStringLiteral("王芳"), "100002", lookupValue("select r_sn from jxc_role where r_name=?", u"收银员"));
+  EXPECT_TRUE(hasRight("xsgl", 1));
+  EXPECT_FALSE(hasRight("xsgl", 2)) << "strings are replaced whole";
+
+  EXPECT_FALSE(deleteRole(role.id, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该角色已在使用，不能删除！"));
+  const auto admins = static_cast<std::int64_t>(lookupNumber("select id from jxc_role where r_sn='100001'"));
+  EXPECT_FALSE(mayModifyRole(admins, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("系统管理员不能修改！"));
+  execSql("update jxc_admin set r_sn='100009'");
+  EXPECT_FALSE(deleteRole(admins, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("系统管理员不能删除！"));
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteRole(role.id, prompt));
+  EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除选中的角色吗？"));
+}
+
+}  // namespace jxc::test

@@ -1,0 +1,111 @@
+// Operators, roles and passwords on their screens.
+#include "core/rights.h"
+#include "core/roles.h"
+#include "screens/harness/screen_test.h"
+#include "ui/display.h"
+
+#include <QTreeWidget>
+
+namespace jxc::test {
+
+class OperatorScreens : public ScreenTest {};
+
+TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
+  open("F_Admin", [&](ui::Screen& s) {
+    auto& list = s.grid("gridAdmin");
+    expectScreen("F_Admin_Add", [&](ui::Screen& add) {
+      EXPECT_FALSE(add.field("chkJy").isVisible());
+      expectNotice(QStringLiteral("用户名称必须填写！"));
+      press(add, "F5");
+      type(add, "tname", u"王芳");
+      type(add, "tpwd", u"abc");
+      type(add, "tpwd1", u"abd");
+      expectNotice(QStringLiteral("两次密码输入不一致！"));
+      press(add, "F5");
+      type(add, "tpwd1", u"abc");
+      type(add, "tzreoje", u"2.5");
+      press(add, "F5");
+    });
+    press(s, "F2");
+    EXPECT_EQ(list.rowCount(), 2);
+    EXPECT_EQ(list.rows().columnIndex("a_pwd"), -1) << "passwords are on no list";
+
+    type(s, "tkey", u"王");
+    ASSERT_EQ(list.rowCount(), 1);
+    EXPECT_FALSE(s.command("btnRPaste").isEnabled());
+    click(s, "btnRCopy");
+    click(s, "btnRPaste");
+    EXPECT_EQ(list.rowCount(), 2);
+    list.selectRow(1);
+    EXPECT_EQ(list.currentText("a_name"), QStringLiteral("复制 王芳"));
+    expectQuestion(QStringLiteral("您确定要删除当前操作员吗！"), Answer::Yes);
+    press(s, "Ctrl+D");
+    EXPECT_EQ(list.rowCount(), 1);
+
+    expectScreen("F_Admin_Modi", [&](ui::Screen& modi) {
+      EXPECT_EQ(modi.field("tpwd").text(), QStringLiteral("abc"));
+      EXPECT_EQ(modi.field("tzreoje").number(), 2.5);
+      type(modi, "tpwd", u"");
+      type(modi, "tpwd1", u"");
+      check(modi, "chkJy", true);
+      press(modi, "F5");
+    });
+    press(s, "F3");
+    type(s, "tkey", u"100001");
+    expectScreen("F_Admin_Modi", [&](ui::Screen& modi) {
+      EXPECT_FALSE(modi.field("chkJy").isEnabled());
+      EXPECT_FALSE(modi.field("comRole").isEnabled());
+    });
+    press(s, "F3");
+  });
+  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_name=? and a_jyt=1", u"王芳"), QStringLiteral("abc"));
+}
+
+TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
+  open("F_Role", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("系统管理员不能修改！"));
+    press(s, "F3");
+    expectScreen("F_Role_Add", [&](ui::Screen& add) {
+      auto* tree = add.findChild<QTreeWidget*>("chkTree");
+      type(add, "tname", u"店员");
+      check(add, "chkSele", true);
+      check(add, "chkSele", false);
+      tree->topLevelItem(1)->child(13)->setCheckState(0, Qt::Checked);
+      tree->topLevelItem(6)->setCheckState(0, Qt::Checked);
+      tree->topLevelItem(6)->child(5)->setCheckState(0, Qt::Unchecked);
+      press(add, "F5");
+    });
+    press(s, "F2");
+  });
+  const RowSet rows = openSelect("select * from jxc_role where r_name=?", u"店员");
+  ASSERT_EQ(rows.rowCount(), 1);
+  EXPECT_EQ(rows.front().text("cggl"), QString(15, u'0'));
+  EXPECT_EQ(rows.front().text("xsgl"), QStringLiteral("00000000000001000"));
+  EXPECT_EQ(rows.front().text("kcgl").size(), 17);
+  EXPECT_EQ(rows.front().text("wlzk").size(), 15);
+  EXPECT_EQ(rows.front().text("tjgl").size(), 19);
+  EXPECT_EQ(rows.front().text("rcgl").size(), 14);
+  EXPECT_EQ(rows.front().text("qtcz"), QStringLiteral("1111101111111111111"));
+  becomeOperator(QStringLiteral("王芳"), "100002", rows.front().text("r_sn"));
+  EXPECT_TRUE(session().canChangeSaleCost);
+  EXPECT_FALSE(session().canQtcz21);
+}
+
+TEST_F(OperatorScreens, OnesOwnPassword) {
+  open("F_PwdModi", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("tname").text(), QStringLiteral("admin"));
+    type(s, "tnewpwd", u"a%b@c'-1");
+    EXPECT_EQ(s.field("tnewpwd").text(), QStringLiteral("abc-1"));
+    type(s, "tnewpwd2", u"abc-1");
+    type(s, "toldpwd", u"x");
+    expectNotice(QStringLiteral("当前密码错误，不能修改密码！"));
+    press(s, "F5");
+    type(s, "toldpwd", u"");
+    expectNotice(QStringLiteral("密码修改成功！"));
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  });
+  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin"), QStringLiteral("abc-1"));
+}
+
+}  // namespace jxc::test
