@@ -178,7 +178,8 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
         std::string(condition);
     return family.headSign * roundTotalIfSeparate(lookupNumber(statement, number));
   };
-  const double due = sum(" and g_sn<>'00000000'");
+  // A return gives back what was paid: its balancing line counts.
+  const double due = sum(family.headSign < 0 ? "" : " and g_sn<>'00000000'");
   const QString& typedPaid = family.partner == "ghs_sn" ? session().cs_cgje : session().cs_xsje;
   const bool onAccount =
       lookupNumber(compose("select {} from {} where {}=?", {family.settlement, family.head, family.number}), number) ==

@@ -116,6 +116,8 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   const bool waiting = heads.front().integer(family.status) == 0;
   const QString shortage = waiting ? shortageOf(family, number, heads.front()) : QString();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
+  // An audit dialog asks about what it is going to write.
+  if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(number, prompt)) return AuditOutcome::Refused;
 
   QString changed;
   const AuditOutcome outcome = onDocument(number, u"审核", [&] {

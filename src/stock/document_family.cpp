@@ -1,6 +1,7 @@
 #include "stock/document_family.h"
 
 #include "stock/posting.h"
+#include "stock/prepayment.h"
 
 #include <stdexcept>
 
@@ -107,6 +108,7 @@ constexpr DocumentFamily table[] = {
         .enquiry = u"销售退货查询",
         .waitingHint = u"处于“未审核”状态的销售单，可以在“待审核销\r\n\r\n售单”面板中，进行修改及审核操作！",
         .shortageAtAudit = u"XS",
+        .mayAuditMore = mayAuditOnAccount,
         .post = postSale,
     },
     {

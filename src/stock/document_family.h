@@ -49,6 +49,8 @@ struct DocumentFamily {
   std::u16string_view waitingHint;   // second sentence of the save question of a document that will wait
 
   std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
+  /// Asked before audit besides; null: nothing more. False: the operator said no.
+  bool (*mayAuditMore)(const QString& number, Prompt& prompt) = nullptr;
   bool logsEverySave = false;           // also of a document that is audited at once: its audit writes no log
   bool redateRenewsNumber = false;      // a new date always takes a number of that date
   std::string_view onDelete;            // statement with one `?`, the number, run when a waiting document is deleted

@@ -27,6 +27,8 @@ struct LineDraft {
   LineAmounts amounts;
   QString note;
   QString batch, produced, expires;  // t_ph, t_scrq, t_yxq
+  double cost = 0, retail = 0;       // a unit, in yuan; on documents of the sales side
+  QString gift;                      // "(赠品)" on a gift: it takes stock and cost and adds nothing to what is due
 };
 
 struct LineResult {
@@ -46,6 +48,7 @@ struct ScanResult {
 /// Answers remembered while one picking screen is open.
 struct PickingMemory {
   bool refuseRepeats = false;  // the operator said no once: repeats are passed over without asking
+  std::optional<bool> goesShort;  // whether goods beyond the stock may be picked, as it was answered for the selection
 };
 
 struct CopyResult {
@@ -67,6 +70,7 @@ struct TradingDraft {
   QString account;                      // name of the cash or bank account
   std::optional<bool> straightToStock;  // "本单商品直接入库"; nothing where the box is not shown
   QString contract;                     // code, usually empty
+  QString returnOf;                     // the document that this one returns as a whole
 };
 
 /// The audit dialog "单据审核确认": opens on the head; paid amount, settlement, account and note may change.
@@ -108,6 +112,10 @@ class LineRules {
 
   virtual LineDraft newLine(const QString& goods, const LinePlace& place, bool staged) const = 0;
   virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
+  /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
+  virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
+  /// Whether the operator may type a price at all.
+  virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
   virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
   virtual bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
@@ -145,6 +153,8 @@ class DocumentRules {
   /// What the paid amount shows after the payable changed.
   virtual double paidAfter(double payable, double typed) const = 0;
   virtual SaveResult save(const TradingDraft& draft, Prompt& prompt) const = 0;
+  /// Returns a whole document: its lines become the draft, its head what the screen shows. Nothing: refused.
+  virtual std::optional<TradingDraft> returnWhole(const QString&, const TradingDraft&, Prompt&) const { return {}; }
 
   virtual RowSet waiting(const WaitingFilter& filter) const = 0;
   virtual RowSet waitingLines(const QString& number) const = 0;

@@ -1,0 +1,158 @@
+#include "stock/trading_rules.h"
+
+#include "core/defaults.h"
+#include "core/fillers.h"
+#include "core/rounding.h"
+#include "core/text.h"
+
+namespace jxc {
+namespace trading_rules_detail {
+
+constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
+
+std::string linesWithNames(const TradingDescription& document) {
+  const std::string name =
+      document.lines->gift.empty()
+          ? "b.g_name"
+          : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {document.lines->gift, document.lines->gift});
+  return "select a.*," + name +
+         compose(",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
+                 "a.{}=?",
+                 {document.family->lines, document.family->number});
+}
+
+/// The head with the names that screens show.
+std::string headsWithNames(const TradingDescription& document) {
+  const DocumentFamily& f = *document.family;
+  const PartnerSide& side = *document.side;
+  const std::string sign = f.headSign < 0 ? "-1*" : "";
+  const std::string open = "(" + compose("a.{}-a.{}", {f.due, f.paid}) +
+                           (f.discount.empty() ? "" : compose("-a.{}", {f.discount})) + ")";
+  return "select a.*," + sign + compose("a.{} as yfje,", {f.due}) + sign + compose("a.{} as sfje,", {f.paid}) + sign +
+         open +
+         compose(" as wfje,b.{},c.ck_name,d.u_name from {} a,{} b,jxc_ckxx c,jxc_user d where a.{}=b.{} "
+                 "and a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0",
+                 {side.name, f.head, side.table, f.partner, side.sn, f.warehouse, f.status});
+}
+
+}  // namespace trading_rules_detail
+
+TradingDraft TradingRules::fresh(const QString& lastDate) const {
+  TradingDraft draft;
+  draft.date = newDocumentDate(lastDate.left(10));
+  draft.number = newDocumentNumber(family(), draft.date);
+  draft.partner = document_.side == &supplierSide ? defaultSupplierSn() : defaultCustomerSn();
+  draft.warehouse = defaultWarehouseSn();
+  draft.salesperson = defaultEmployeeSn();
+  draft.settlement = session().cs_activatets == u"1" ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
+  draft.account = lookupValue("select top 1 yh_name from jxc_yhzh order by id");
+  return draft;
+}
+
+RowSet TradingRules::draftLines(const QString& number) const {
+  return openSelect(trading_rules_detail::linesWithNames(document_) + " and a.a_name=? order by a.id", number,
+                    session().a_name);
+}
+
+RowSet TradingRules::waitingLines(const QString& number) const {
+  return openSelect(trading_rules_detail::linesWithNames(document_) + " order by a.id", number);
+}
+
+double TradingRules::payable(const QString& number) const {
+  const DocumentFamily& f = family();
+  return roundTotalIfSeparate(
+      lookupNumber(compose("select sum({}) as zje from {} where {}=?", {f.lineTotal, f.lines, f.number}) +
+                       (document_.balancingIsDue ? "" : " and g_sn<>'00000000'"),
+                   number));
+}
+
+double TradingRules::paidAfter(double payable, double typed) const {
+  return session().*document_.paidFollows == u"0" ? payable : typed;
+}
+
+RowSet TradingRules::waiting(const WaitingFilter& filter) const {
+  const DocumentFamily& f = family();
+  const PartnerSide& side = *document_.side;
+  std::string sql = trading_rules_detail::headsWithNames(document_);
+  std::vector<Value> values;
+  const auto add = [&](const std::string& condition, std::initializer_list<Value> more) {
+    sql += " and " + condition;
+    values.insert(values.end(), more.begin(), more.end());
+  };
+  // Sales of the till stand in the same table and never wait here.
+  if (f.prefix == u"XS") add("(a.ls_dhbz=0 or a.ls_dhbz is null)", {});
+  if (!filter.partner.isEmpty()) add(compose("a.{}=?", {f.partner}), {filter.partner});
+  if (!filter.warehouse.isEmpty()) add(compose("a.{}=?", {f.warehouse}), {filter.warehouse});
+  if (isWarehouseBound())
+    add(compose("a.{} in (select ck_sn from jxc_ckxx where ck_asn like ?)", {f.warehouse}),
+        {u"%"_qs + session().a_sn + u"%"_qs});
+  if (const QString key = sanitizeKeyword(filter.key.trimmed()); !key.isEmpty()) {
+    const QString like = u"%"_qs + key + u"%"_qs;
+    std::string condition = compose("(a.{} like ? or a.{} like ? or b.{} like ? or b.{} like ?",
+                                    {f.number, document_.note, side.name, side.jm});
+    if (document_.originalNumber.empty()) {
+      add(condition + ")", {like, like, like, like});
+    } else {
+      add(condition + compose(" or a.{} like ?)", {document_.originalNumber}), {like, like, like, like, like});
+    }
+  }
+  return openSelectWith(sql + (filter.newestFirst ? " order by a.id desc" : " order by a.id"), values);
+}
+
+std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) const {
+  const DocumentFamily& f = family();
+  const RowSet rows = openSelect(
+      trading_rules_detail::headsWithNames(document_) + compose(" and a.{}=? order by a.id", {f.number}), number);
+  if (rows.isEmpty()) return std::nullopt;
+  const Row row = rows.front();
+  AuditDraft draft;
+  draft.number = number;
+  draft.date = row.text(f.date);
+  draft.partnerName = row.text(document_.side->name);
+  draft.warehouseName = row.text("ck_name");
+  draft.salespersonName = row.text("u_name");
+  draft.operatorName = row.text("a_name");
+  draft.payable = row.number("yfje");
+  draft.paid = row.number("sfje");
+  draft.settlement = row.integer(f.settlement) == 1 ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
+  draft.account = row.text(document_.account);
+  draft.note = row.text(document_.note);
+  return draft;
+}
+
+AuditOutcome TradingRules::audit(const AuditDraft& draft, Prompt& prompt) const {
+  const QString gate = auditGate(draft.number, draft.date);
+  if (gate != u"ok") {
+    prompt.notice(gate);
+    return AuditOutcome::Refused;
+  }
+  if (!mayAudit(draft, prompt)) return AuditOutcome::Refused;
+  const DocumentFamily& f = family();
+  const double paid = roundTotalIfSeparate(draft.paid);
+  const auto change = [&](std::int64_t head) {
+    const double due = lookupNumber(compose("select {} from {} where id=?", {f.due, f.head}), head);
+    const bool settled = draft.settlement == Settlement::AtPaidAmount;
+    const bool spread = session().cs_xsjgts == trading_rules_detail::spreading;
+    updateRow(f.head, head,
+              {{f.settlement, static_cast<int>(draft.settlement)},
+               {f.paid, f.headSign * paid},
+               {document_.note, sanitizeText(draft.note).left(100)},
+               {document_.account, draft.account}});
+    if (!f.discount.empty()) {
+      if (settled && spread) updateRow(f.head, head, {{f.due, paid}});
+      updateRow(f.head, head, {{f.discount, settled && !spread ? due - paid : 0.0}});
+    }
+    if (document_.balance && settled && paid <= due) document_.balance(draft.number, paid, due);
+  };
+  return auditAsking(f, draft.number, prompt, change);
+}
+
+bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {
+  return refused({{draftLineCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
+                  {draft.partner.isEmpty(), u"请选择%1！"_qs.arg(QString::fromUtf16(document_.side->noun))},
+                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
+                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
+                 prompt);
+}
+
+}  // namespace jxc

@@ -1,0 +1,113 @@
+// 购销单据共用规则: lines, staging, barcode, waiting list and audit dialog of a trading document over its description.
+#pragma once
+
+#include "core/session.h"
+#include "masterdata/partner_side.h"
+#include "stock/trading_document.h"
+
+#include <span>
+#include <string_view>
+
+namespace jxc {
+
+/// A table of lines beyond its figures. Empty names are columns that it does not have.
+struct LineTable {
+  const LineColumns* columns;
+  std::string_view note;
+  std::string_view retail, shownCost, entryTotal, gift;  // of the sales side
+  std::span<const std::string_view> zeros;               // 0 on a new line
+};
+extern const LineTable receiptLineTable, purchaseReturnLineTable, saleLineTable, saleReturnLineTable, stagingLineTable;
+
+/// What a trading document is to its rules, besides its family.
+struct TradingDescription {
+  const DocumentFamily* family;
+  const LineTable* lines;
+  const PartnerSide* side;
+  std::string_view note, account, originalNumber;  // of the head
+  QString SystemParameters::* paidFollows;         // "0": the paid amount follows what is due
+  bool balancingIsDue = false;                     // returns give back what was paid: the balancing line counts
+  void (*balance)(const QString& number, double paid, double payable) = nullptr;
+  // A line beyond the stock: refused, or asked about where negative stock is allowed. Empty: goods come in.
+  std::u16string_view shortRefusal, shortQuestion;
+  bool totalsByRate = false;  // a scanned line's total goes by price and tax rate, not by the rounded price with tax
+};
+
+/// Lines of a trading document. What differs is overridden.
+class TradingLines : public LineRules {
+ public:
+  explicit TradingLines(const TradingDescription& document) : document_(document) {}
+
+  LineDraft newLine(const QString& goods, const LinePlace& place, bool staged) const override;
+  std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const override;
+  bool mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const override;
+  LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const override;
+  bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
+                  Prompt& prompt) const override;
+  double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
+                   Prompt& prompt) const override;
+  ScanResult enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
+                          Prompt& prompt) const override;
+  bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
+                Prompt& prompt) const override;
+  std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
+                          PickingMemory& memory, Prompt& prompt) const override;
+  CopyResult copyStaged(const LinePlace& place, Lines target) const override;
+
+  /// Quantity against the stock of the warehouse. With a memory, the first answer holds for the whole selection.
+  bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
+                   PickingMemory* memory = nullptr) const;
+
+ protected:
+  /// Price that a new line proposes.
+  virtual double proposedPrice(const QString& goods, const LinePlace& place) const = 0;
+  /// Tax rate that a new line proposes.
+  virtual double proposedTax(bool) const { return session().cs_tax.toDouble(); }
+  /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
+  virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, QString& refusal) const;
+
+  const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : *document_.lines; }
+  const DocumentFamily& family() const { return *document_.family; }
+  const TradingDescription document_;
+
+ private:
+  /// A waiting document that was audited meanwhile takes no change any more.
+  bool isClosed(Lines where, const QString& number) const;
+  QString numberOf(Lines where, std::int64_t id) const;
+  std::int64_t insert(Lines where, const QString& number, const LineDraft& draft, const LineFigures& line) const;
+  void write(Lines where, std::int64_t id, const LineDraft& draft, const LineFigures& line) const;
+  void increaseByOne(std::int64_t id) const;
+};
+
+/// A trading document. What differs is overridden; `save` writes the head that only the document itself knows.
+class TradingRules : public DocumentRules {
+ public:
+  TradingRules(const TradingDescription& document, const LineRules& lines) : document_(document), lines_(lines) {}
+
+  const DocumentFamily& family() const override { return *document_.family; }
+  const LineRules& lines() const override { return lines_; }
+  TradingDraft fresh(const QString& lastDate) const override;
+  RowSet draftLines(const QString& number) const override;
+  double payable(const QString& number) const override;
+  double paidAfter(double payable, double typed) const override;
+  RowSet waiting(const WaitingFilter& filter) const override;
+  RowSet waitingLines(const QString& number) const override;
+  std::optional<AuditDraft> loadForAudit(const QString& number) const override;
+  AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const override;
+
+ protected:
+  /// Refusals of save that all documents have, in the order in which the operator sees them.
+  bool isIncomplete(const TradingDraft& draft, Prompt& prompt) const;
+  /// Whether the audit dialog may write this.
+  virtual bool mayAudit(const AuditDraft&, Prompt&) const { return true; }
+  const TradingDescription document_;
+
+ private:
+  const LineRules& lines_;
+};
+
+/// Copies all lines of a document into this operator's draft, in their order: a return of the whole of it.
+void copyWholeDocument(const TradingDescription& from, const QString& source, const TradingDescription& to,
+                       const QString& number);
+
+}  // namespace jxc
