@@ -43,9 +43,9 @@ double getSalePrice(const QString& customer, const QString& goods) {
 }
 
 std::vector<NamedPrice> goodsPrices(const QString& goods) {
-  constexpr std::pair<const char16_t*, std::string_view> named[] = {
-      {u"预设售价", "g_sj"},    {u"一级批发价", "g_sj1"}, {u"二级批发价", "g_sj2"},
-      {u"三级批发价", "g_sj3"}, {u"四级批发价", "g_sj4"}, {u"五级批发价", "g_sj5"}};
+  constexpr std::pair<const char16_t*, std::string_view> named[] = {{u"预设售价", "g_sj"},    {u"一级批发价", "g_sj1"},
+                                                                    {u"二级批发价", "g_sj2"}, {u"三级批发价", "g_sj3"},
+                                                                    {u"四级批发价", "g_sj4"}, {u"五级批发价", "g_sj5"}};
   const RowSet rows = openSelect("select g_sj,g_sj1,g_sj2,g_sj3,g_sj4,g_sj5 from jxc_goods where g_sn=?", goods);
   std::vector<NamedPrice> prices;
   if (rows.isEmpty()) return prices;

@@ -9,8 +9,8 @@
 namespace jxc {
 
 /// Price before tax and discount, in yuan, rounded to money digits: the customer's last quotation; by parameter
-/// (`cs_xsdj`) what he paid last, or the column of his level; then the preset sale price. A level price of 0 counts as a
-/// price here.
+/// (`cs_xsdj`) what he paid last, or the column of his level; then the preset sale price. A level price of 0 counts as
+/// a price here.
 double getSalePrice(const QString& customer, const QString& goods);
 
 /// One of the prices that a goods has besides: preset, levels one to five.

@@ -38,8 +38,8 @@ TradingDescription giftDescription() {
 }
 
 bool isGift(Lines where, std::int64_t id) {
-  const char* gift = where == Lines::Staging ? "select t_zp from jxc_tempspxf where id=?"
-                                             : "select t_zp from jxc_lsxssp where id=?";
+  const char* gift =
+      where == Lines::Staging ? "select t_zp from jxc_tempspxf where id=?" : "select t_zp from jxc_lsxssp where id=?";
   return !lookupValue(gift, id).isEmpty();
 }
 
@@ -201,12 +201,11 @@ class SaleRules final : public TradingRules {
     if (draft.settlement == Settlement::RestOnAccount &&
         !mayGoOnAccount(draft.partner, payable(draft.number) - paid, prompt))
       return refusedSave;
-    return saveDocument(
-        family(),
-        {.number = draft.number,
-         .date = draft.date,
-         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
-        prompt);
+    return saveDocument(family(),
+                        {.number = draft.number,
+                         .date = draft.date,
+                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                        prompt);
   }
 
  protected:

@@ -51,9 +51,9 @@ struct DocumentFamily {
   std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
   /// Asked before audit besides; null: nothing more. False: the operator said no.
   bool (*mayAuditMore)(const QString& number, Prompt& prompt) = nullptr;
-  bool logsEverySave = false;           // also of a document that is audited at once: its audit writes no log
-  bool redateRenewsNumber = false;      // a new date always takes a number of that date
-  std::string_view onDelete;            // statement with one `?`, the number, run when a waiting document is deleted
+  bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
+  bool redateRenewsNumber = false;  // a new date always takes a number of that date
+  std::string_view onDelete;        // statement with one `?`, the number, run when a waiting document is deleted
 
   /// Effects of audit, run inside its transaction once the head is audited. Null: audit of this family stands
   /// elsewhere.

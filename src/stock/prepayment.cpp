@@ -20,9 +20,8 @@ bool mayGoOnAccount(const QString& customer, double open, Prompt& prompt) {
 }
 
 bool mayAuditOnAccount(const QString& number, Prompt& prompt) {
-  const RowSet heads =
-      openSelect("select kh_sn,ls_yfje,ls_sfje from jxc_lsxsd where ls_jsfs=1 and ls_status=0 and gl_djh=? order by id",
-                 number);
+  const RowSet heads = openSelect(
+      "select kh_sn,ls_yfje,ls_sfje from jxc_lsxsd where ls_jsfs=1 and ls_status=0 and gl_djh=? order by id", number);
   if (heads.isEmpty()) return true;
   const Row head = heads.front();
   return mayGoOnAccount(head.text("kh_sn"), head.number("ls_yfje") - head.number("ls_sfje"), prompt);

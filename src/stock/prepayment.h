@@ -1,4 +1,5 @@
-// 预付款提醒: a sale on account that the customer's prepayment does not cover is asked about, by parameter (`cs_cs001`).
+// 预付款提醒: a sale on account that the customer's prepayment does not cover is asked about, by parameter
+// (`cs_cs001`).
 #pragma once
 
 #include <QString>

@@ -47,7 +47,7 @@ struct ScanResult {
 
 /// Answers remembered while one picking screen is open.
 struct PickingMemory {
-  bool refuseRepeats = false;  // the operator said no once: repeats are passed over without asking
+  bool refuseRepeats = false;     // the operator said no once: repeats are passed over without asking
   std::optional<bool> goesShort;  // whether goods beyond the stock may be picked, as it was answered for the selection
 };
 

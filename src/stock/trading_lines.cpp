@@ -71,11 +71,8 @@ const LineTable saleReturnLineTable = {.columns = &saleReturnLineColumns,
                                        .retail = "th_lsj",
                                        .entryTotal = "th_zhje",
                                        .zeros = trading_lines_detail::kReturnZeros};
-const LineTable stagingLineTable = {.columns = &stagingLineColumns,
-                                    .note = "ts_note",
-                                    .retail = "ts_lsj",
-                                    .shownCost = "ts_cbj2",
-                                    .gift = "t_zp"};
+const LineTable stagingLineTable = {
+    .columns = &stagingLineColumns, .note = "ts_note", .retail = "ts_lsj", .shownCost = "ts_cbj2", .gift = "t_zp"};
 
 // ---- one line ----------------------------------------------------------------------------------------------------
 
@@ -137,9 +134,9 @@ bool TradingLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prom
 
 bool TradingLines::isClosed(Lines where, const QString& number) const {
   if (where != Lines::Waiting) return false;
-  return !lookupValue(compose("select top 1 id from {} where {}=1 and {}=?",
-                              {family().head, family().status, family().number}),
-                      number)
+  return !lookupValue(
+              compose("select top 1 id from {} where {}=1 and {}=?", {family().head, family().status, family().number}),
+              number)
               .isEmpty();
 }
 
@@ -236,7 +233,8 @@ void TradingLines::increaseByOne(std::int64_t id) const {
   const AmountRules rules = AmountRules::current();
   // Without digits of their own totals keep what the database holds: six decimals.
   const int digits = rules.roundTotals ? rules.totalDigits : 6;
-  const auto amount = [&](std::string_view column, std::string_view factor, std::initializer_list<std::string_view> of) {
+  const auto amount = [&](std::string_view column, std::string_view factor,
+                          std::initializer_list<std::string_view> of) {
     execSql(compose("update {} set {}=", {c.table, column}) +
                 compose("round(" + std::string(factor) + "+0.000000001,?) where id=?", of),
             digits, id);
@@ -335,10 +333,10 @@ CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const 
   execSql("delete from jxc_tempspxf where (g_sn='' or g_sn is null) and a_name=?", session().a_name);
   if (target == Lines::Draft) result.number = usableDraftNumber(family(), place.number, place.date);
   const double last = lookupNumber(compose("select max(id) from {}", {family().lines}));
-  result.lines = static_cast<int>(execSql(
-      compose("insert into {} ({},", {family().lines, family().number}) + columns.into + ") select ?," + columns.from +
-          " from jxc_tempspxf where a_name=? order by id",
-      result.number, session().a_name));
+  result.lines =
+      static_cast<int>(execSql(compose("insert into {} ({},", {family().lines, family().number}) + columns.into +
+                                   ") select ?," + columns.from + " from jxc_tempspxf where a_name=? order by id",
+                               result.number, session().a_name));
   if (const LineColumns& c = *table.columns; !c.moved.empty())
     execSql(compose("update {} set {}={}*? where id>? and {}=? and a_name=?",
                     {family().lines, c.moved, c.quantity, family().number}),

@@ -11,14 +11,14 @@ namespace trading_rules_detail {
 constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
 
 std::string linesWithNames(const TradingDescription& document) {
-  const std::string name =
-      document.lines->gift.empty()
-          ? "b.g_name"
-          : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {document.lines->gift, document.lines->gift});
+  const std::string name = document.lines->gift.empty() ? "b.g_name"
+                                                        : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name",
+                                                                  {document.lines->gift, document.lines->gift});
   return "select a.*," + name +
-         compose(",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
-                 "a.{}=?",
-                 {document.family->lines, document.family->number});
+         compose(
+             ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
+             "a.{}=?",
+             {document.family->lines, document.family->number});
 }
 
 /// The head with the names that screens show.
@@ -26,13 +26,14 @@ std::string headsWithNames(const TradingDescription& document) {
   const DocumentFamily& f = *document.family;
   const PartnerSide& side = *document.side;
   const std::string sign = f.headSign < 0 ? "-1*" : "";
-  const std::string open = "(" + compose("a.{}-a.{}", {f.due, f.paid}) +
-                           (f.discount.empty() ? "" : compose("-a.{}", {f.discount})) + ")";
+  const std::string open =
+      "(" + compose("a.{}-a.{}", {f.due, f.paid}) + (f.discount.empty() ? "" : compose("-a.{}", {f.discount})) + ")";
   return "select a.*," + sign + compose("a.{} as yfje,", {f.due}) + sign + compose("a.{} as sfje,", {f.paid}) + sign +
          open +
-         compose(" as wfje,b.{},c.ck_name,d.u_name from {} a,{} b,jxc_ckxx c,jxc_user d where a.{}=b.{} "
-                 "and a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0",
-                 {side.name, f.head, side.table, f.partner, side.sn, f.warehouse, f.status});
+         compose(
+             " as wfje,b.{},c.ck_name,d.u_name from {} a,{} b,jxc_ckxx c,jxc_user d where a.{}=b.{} "
+             "and a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0",
+             {side.name, f.head, side.table, f.partner, side.sn, f.warehouse, f.status});
 }
 
 }  // namespace trading_rules_detail

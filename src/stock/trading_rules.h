@@ -25,7 +25,7 @@ struct TradingDescription {
   const LineTable* lines;
   const PartnerSide* side;
   std::string_view note, account, originalNumber;  // of the head
-  QString SystemParameters::* paidFollows;         // "0": the paid amount follows what is due
+  QString SystemParameters::*paidFollows;          // "0": the paid amount follows what is due
   bool balancingIsDue = false;                     // returns give back what was paid: the balancing line counts
   void (*balance)(const QString& number, double paid, double payable) = nullptr;
   // A line beyond the stock: refused, or asked about where negative stock is allowed. Empty: goods come in.

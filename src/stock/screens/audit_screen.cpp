@@ -12,6 +12,20 @@ std::vector<ListItem> accountItems() {
   return items;
 }
 
+std::vector<ListItem> settlementItems(std::u16string_view kind) {
+  if (kind == u"ct") return {fillSettleModes({}).front(), {u"余款记入应付帐款"_qs, u"2"_qs}};
+  if (kind == u"xt") return {{u"余款记入应收帐款"_qs, u"2"_qs}};
+  return fillSettleModes(words(kind));
+}
+
+void showSettlement(ui::Field& field, Settlement settlement) {
+  field.setKey(settlement == Settlement::RestOnAccount ? u"2"_qs : u"1"_qs);
+}
+
+Settlement chosenSettlement(const ui::Field& field) {
+  return field.key() == u"2" ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
+}
+
 AuditScreen::AuditScreen(const AuditScreenSpec& spec)
     : Screen(spec.screen), paid(field(spec.paid)), description_(spec), rules_(spec.rules()) {
   const std::string amounts = "tyfje " + std::string(spec.paid);
@@ -33,7 +47,7 @@ bool AuditScreen::audit(const QString& number) {
 }
 
 void AuditScreen::activate() {
-  comJsfs.setItems(fillSettleModes(words(description_.settleKind)));
+  comJsfs.setItems(settlementItems(description_.settleKind));
   comYhzh.setItems(accountItems());
   field("jsn").setText(draft_.number);
   field("trq").setText(draft_.date);
@@ -43,7 +57,7 @@ void AuditScreen::activate() {
   field("tadmin").setText(draft_.operatorName);
   field("tyfje").setNumber(draft_.payable);
   paid.setNumber(draft_.paid);
-  comJsfs.setIndex(static_cast<int>(draft_.settlement));
+  showSettlement(comJsfs, draft_.settlement);
   comYhzh.setKey(draft_.account);
   comYhzh.setVisible(strIsTrue(session().cs_xjyh));
   tnote.setText(draft_.note);
@@ -51,7 +65,7 @@ void AuditScreen::activate() {
 
 void AuditScreen::saveCheckedValueTab2() {
   draft_.paid = paid.number();
-  draft_.settlement = static_cast<Settlement>(std::max(0, comJsfs.index()));
+  draft_.settlement = chosenSettlement(comJsfs);
   if (comYhzh.index() >= 0) draft_.account = comYhzh.text();
   draft_.note = tnote.text();
   const AuditOutcome outcome = rules_.audit(draft_, prompt());

@@ -37,6 +37,12 @@ class AuditScreen : public ui::Screen {
   AuditDraft draft_;
 };
 
+/// How a document may be settled, by its kind: "cg" and "xs" as documents of purchase and sale are, "ct" a return to
+/// the supplier, "xt" a return from the customer, whose rest always goes on account.
+std::vector<ListItem> settlementItems(std::u16string_view kind);
+void showSettlement(ui::Field& field, Settlement settlement);
+Settlement chosenSettlement(const ui::Field& field);
+
 /// Names of the cash and bank accounts, in order of entry.
 std::vector<ListItem> accountItems();
 

@@ -7,7 +7,6 @@
 #include "masterdata/screens/partner_picker.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
-#include "stock/screens/line_screen.h"
 #include "ui/display.h"
 #include "ui/scan_catcher.h"
 
@@ -16,6 +15,8 @@
 #include <QScopeGuard>
 #include <QTabWidget>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace jxc {
 namespace document_screen_detail {
@@ -49,14 +50,29 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
     command(name).setVisible(false);
   bindDraft();
   bindWaiting();
-  new ui::ScanCatcher(*this, *tSptm.widget(), {document_screen_detail::isBarcode, [this](const QString& code) {
-                                                 panels_.tabs()->setCurrentIndex(document_screen_detail::kDraftPanel);
-                                                 enterBarcode(code);
-                                               }});
+  if (!optional("tSptm")) return;
+  new ui::ScanCatcher(*this, *field("tSptm").widget(),
+                      {document_screen_detail::isBarcode, [this](const QString& code) {
+                         panels_.tabs()->setCurrentIndex(document_screen_detail::kDraftPanel);
+                         enterBarcode(code);
+                       }});
 }
 
 ui::Field* DocumentScreen::optional(std::string_view name) {
   return hasField(name) ? &field(name) : nullptr;
+}
+
+bool DocumentScreen::hasCommand(std::string_view name) const {
+  return std::any_of(spec().commands.begin(), spec().commands.end(),
+                     [name](const ui::CommandSpec& command) { return command.name == name; });
+}
+
+void DocumentScreen::focusDraft() {
+  if (auto* scan = optional("tSptm")) {
+    scan->focus();
+  } else {
+    command("btnAddOld").setFocus();
+  }
 }
 
 void DocumentScreen::buildDraftPanel(ui::Panel panel) {
@@ -84,14 +100,16 @@ void DocumentScreen::bindCommand(std::string_view name, void (DocumentScreen::*a
 
 void DocumentScreen::bindDraft() {
   partner.onPick(description_.pickPartner);
-  tSptm.onEnter([this] {
-    if (tSptm.isEmpty()) {  // nothing more to scan: on to the money
-      paid.focus();
+  partner.onChanged([this] { partnerChanged(); });
+  if (auto* scan = optional("tSptm"))
+    scan->onEnter([this, scan] {
+      if (scan->isEmpty()) {  // nothing more to scan: on to the money
+        paid.focus();
+      } else {
+        enterBarcode(scan->trimmed());
+      }
       return true;
-    }
-    enterBarcode(tSptm.trimmed());
-    return true;
-  });
+    });
   dateCg.onEnter([this] { return !settleDate(); });
   // Not while the focus is on its way: the question would stand in the middle of it.
   dateCg.onLeft([this] {
@@ -102,7 +120,8 @@ void DocumentScreen::bindDraft() {
   });
   gridLines.onActivated([this] { modifyLine(); });
   bindCommand("btnAddOld", &DocumentScreen::addOld);
-  bindCommand("btnAddNew", &DocumentScreen::addNew);
+  if (hasCommand("btnAddNew")) bindCommand("btnAddNew", &DocumentScreen::addNew);
+  if (hasCommand("btnZdth")) bindCommand("btnZdth", &DocumentScreen::returnWhole);
   bindCommand("btnModi", &DocumentScreen::modifyLine);
   bindCommand("btnDel", &DocumentScreen::deleteLine);
   on(btnOK, [this] { save(); });
@@ -116,7 +135,7 @@ void DocumentScreen::bindWaiting() {
       refreshWaiting();
       gridWaiting.focusRows();
     } else {
-      tSptm.focus();
+      focusDraft();
     }
   });
   field("tkey").onEnter([this] {
@@ -132,7 +151,7 @@ void DocumentScreen::bindWaiting() {
     cellChanged(row, column, text, Lines::Waiting);
   });
   gridWaitingLines.onActivated([this] { modifyWaitingLine(); });
-  bindCommand("btnRChk", &DocumentScreen::auditCurrent);
+  bindCommand(description_.auditCommand, &DocumentScreen::auditCurrent);
   bindCommand("btn_Check", &DocumentScreen::auditList);
   bindCommand("btn_Dele", &DocumentScreen::deleteWaiting);
   bindCommand("btn_Date", &DocumentScreen::changeHead);
@@ -158,7 +177,7 @@ void DocumentScreen::activate() {
 void DocumentScreen::fillLists() {
   comCk.setItems(document_screen_detail::warehouseItems());
   comUser.setItems(fillEmployees(description_.employeeFlag));
-  comJsfs.setItems(fillSettleModes(words(description_.settleKind)));
+  comJsfs.setItems(settlementItems(description_.settleKind));
   comYhzh.setItems(accountItems());
   field("comSort").setItems(
       {{QStringLiteral("新单据在前"), QStringLiteral("1")}, {QStringLiteral("旧单据在前"), QStringLiteral("0")}}, true);
@@ -171,12 +190,16 @@ void DocumentScreen::showByParameters() {
   show("tsn2", strIsTrue(session().cs_ysdh));
   show("tfpno", strIsTrue(session().cs_kp));
   show("tfpje", strIsTrue(session().cs_kp));
+  if (description_.carriesFreight)
+    for (const char* name : {"tyf", "tbzf", "chkYf"})
+      show(name, description_.carriesFreight());
   show("comYhzh", strIsTrue(session().cs_xjyh));
   show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
   showLineColumns(gridLines);
   showLineColumns(gridWaitingLines);
   for (const auto& column : gridWaiting.spec().columns)
-    if (column.field.ends_with("_sn2")) gridWaiting.setColumnVisible(column.field, strIsTrue(session().cs_ysdh));
+    if (column.field.ends_with("_sn2") || column.field == "gl_djh2")
+      gridWaiting.setColumnVisible(column.field, strIsTrue(session().cs_ysdh));
 }
 
 void DocumentScreen::initTab() {
@@ -199,14 +222,22 @@ void DocumentScreen::showDraft(const TradingDraft& draft) {
   dateCg.setText(draft.date);
   comCk.setKey(draft.warehouse);
   comUser.setKey(draft.salesperson);
-  comJsfs.setIndex(static_cast<int>(draft.settlement));
+  showSettlement(comJsfs, draft.settlement);
   comYhzh.setKey(draft.account);
   paid.setNumber(draft.paid);
-  for (const std::string_view name : {"tsn2", "tnote", "tfpno", "tfpje", "tyf", "tbzf"})
+  const auto setText = [this](std::string_view name, const QString& text) {
+    if (auto* input = optional(name)) input->setText(text);
+  };
+  setText("tsn2", draft.originalNumber);
+  setText("tnote", draft.note);
+  setText("tfpno", draft.invoiceNumber);
+  if (auto* input = optional("tfpje")) input->setNumber(draft.invoiceAmount);
+  for (const std::string_view name : {"tyf", "tbzf"})
     if (auto* input = optional(name)) input->clear();
+  partner.setReadOnly(!draft.returnOf.isEmpty());
   if (auto* box = optional("chkYf")) box->setChecked(draft.wePayFreight);
   if (auto* box = optional("chkZj")) box->setChecked(draft.straightToStock.value_or(false));
-  tSptm.clear();
+  setText("tSptm", {});
   setNumber(draft.number);
   reloadLines();
 }
@@ -233,7 +264,7 @@ TradingDraft DocumentScreen::collect() {
   if (const auto* box = optional("chkYf")) draft.wePayFreight = box->isChecked();
   draft.payable = tyfje.number();
   draft.paid = paid.number();
-  draft.settlement = static_cast<Settlement>(std::max(0, comJsfs.index()));
+  draft.settlement = chosenSettlement(comJsfs);
   draft.account = comYhzh.text();
   if (const auto* box = optional("chkZj"); box && box->isVisible()) draft.straightToStock = box->isChecked();
   collectMore(draft);
@@ -296,9 +327,10 @@ void DocumentScreen::enterBarcode(const QString& code) {
   if (!settleDate()) return;
   const bool once = optional("btnPanelAdd") && field("btnPanelAdd").isChecked();
   const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, once, prompt());
-  tSptm.clear();
-  tSptm.focus();
+  field("tSptm").clear();
+  field("tSptm").focus();
   if (!scanned.refusal.isEmpty()) return prompt().notice(scanned.refusal);
+  if (scanned.id == 0) return;  // the operator said no
   setNumber(scanned.number);
   reloadLines(scanned.id);
   if (optional("btnPanelModi") && field("btnPanelModi").isChecked()) modifyLine();
@@ -329,8 +361,25 @@ void DocumentScreen::addNew() {
 void DocumentScreen::modifyLine() {
   const std::int64_t id = gridLines.currentId();
   if (id == 0) return;
-  ui::screenAs<LineScreen>(description_.lineScreen).edit({.id = id, .place = draftPlace()});
+  editLine({.id = id, .place = draftPlace()});
   reloadLines(id);
+}
+
+void DocumentScreen::editLine(const LineScreen::Request& request) {
+  ui::screenAs<LineScreen>(description_.lineScreen).edit(request);
+}
+
+void DocumentScreen::returnWhole() {
+  if (!settleDate()) return;
+  if (refused({{!gridLines.isEmpty(), u"请先保存本次的退货单据！"_qs},
+               {partner.key().isEmpty(), u"请选择%1！"_qs.arg(QString::fromUtf16(description_.side->noun))},
+               {comCk.items().empty(), u"请选择仓库！"_qs},
+               {comUser.items().empty(), u"请选择经办人！"_qs}},
+              prompt()))
+    return;
+  const QString source = description_.pickReturned();
+  if (source.isEmpty()) return;
+  if (const auto whole = rules_.returnWhole(source, collect(), prompt())) showDraft(*whole);
 }
 
 void DocumentScreen::deleteLine() {
@@ -352,7 +401,7 @@ bool DocumentScreen::save() {
   }
   lastDate_ = draft_.date;
   initTab();
-  tSptm.focus();
+  focusDraft();
   return true;
 }
 
@@ -391,7 +440,8 @@ void DocumentScreen::refreshWaiting(const QString& number) {
   for (const Row row : gridWaiting.rows())
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
-  for (const char* name : {"btnRChk", "btn_Check", "btn_Dele", "btn_Date", "btnAdd"})
+  command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
+  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd"})
     command(name).setEnabled(!gridWaiting.isEmpty());
 }
 
@@ -452,7 +502,7 @@ void DocumentScreen::modifyWaitingLine() {
   if (!changeable(gridWaitingLines)) return;
   const std::int64_t id = gridWaitingLines.currentId();
   const LinePlace place = waitingPlace();
-  ui::screenAs<LineScreen>(description_.lineScreen).edit({.where = Lines::Waiting, .id = id, .place = place});
+  editLine({.where = Lines::Waiting, .id = id, .place = place});
   refreshWaiting(place.number);
   gridWaitingLines.selectId(id);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "masterdata/partner_side.h"
+#include "stock/screens/line_screen.h"
 #include "stock/trading_document.h"
 #include "ui/screen.h"
 
@@ -24,16 +25,20 @@ struct DocumentScreenSpec {
   std::string_view draftTitle, waitingTitle;  // the two panels
   const PartnerSide* side;
   std::optional<ListItem> (*pickPartner)();
-  std::string_view partner, paid;   // names of the inputs: "tghs", "tsfje"
-  std::string_view employeeFlag;    // duty of the salespersons offered: "u_cg"
-  std::u16string_view settleKind;   // "cg", "xs"
-  bool (*putsAwayLater)();          // goods move by a document of their own: chkZj is shown
-  std::string_view waitingPartner;  // column of the waiting list: "ghs_name"
+  std::string_view partner, paid;      // names of the inputs: "tghs", "tsfje"
+  std::string_view employeeFlag;       // duty of the salespersons offered: "u_cg"
+  std::u16string_view settleKind;      // see settlementItems
+  bool (*carriesFreight)() = nullptr;  // tyf, tbzf, chkYf are shown; null: always, where there are such fields
+  bool (*putsAwayLater)() = nullptr;   // goods move by a document of their own: chkZj is shown
+  std::string_view waitingPartner;     // column of the waiting list: "ghs_name"
+  std::string_view auditCommand = "btnRChk";
 
   // Screens that this one opens.
   std::string_view pickScreen, lineScreen, auditScreen, newGoodsScreen;
   /// Changes date, partner and warehouse of a waiting document; its number now, empty when nothing changed.
   QString (*changeHead)(const QString& number);
+  /// Lets the operator pick the document to return as a whole; its number, or empty. Null without btnZdth.
+  QString (*pickReturned)() = nullptr;
   std::u16string_view newGoodsMode;  // what the goods screen is told to have been opened for
 
   // Rights besides those of the family, with the words of their refusal.
@@ -49,7 +54,7 @@ struct DocumentScreenSpec {
   std::string_view saveRow;  // below both panels, with btnOK and the way out
   std::string_view searchRow, waitingButtons, lineButtons;
   /// Commands whose services are not there yet: not shown.
-  std::span<const std::string_view> notYet;
+  std::span<const std::string_view> notYet = {};
 };
 
 class DocumentScreen : public ui::Screen {
@@ -65,7 +70,6 @@ class DocumentScreen : public ui::Screen {
   ui::Field& tyfje = field("tyfje");
   ui::Field& comJsfs = field("comJsfs");
   ui::Field& comYhzh = field("comYhzh");
-  ui::Field& tSptm = field("tSptm");
   ui::Grid& gridLines = grid("gridLines");
   ui::Grid& gridWaiting = grid("gridWaiting");
   ui::Grid& gridWaitingLines = grid("gridWaitingLines");
@@ -85,6 +89,10 @@ class DocumentScreen : public ui::Screen {
   /// What a document has besides: at opening, and in what is saved.
   virtual void fillMore() {}
   virtual void collectMore(TradingDraft&) {}
+  /// The operator chose another partner.
+  virtual void partnerChanged() {}
+  /// Opens the line dialog on a line that stands on the document.
+  virtual void editLine(const LineScreen::Request& request);
 
   const DocumentRules& rules() const { return rules_; }
   LinePlace draftPlace() const;
@@ -100,6 +108,9 @@ class DocumentScreen : public ui::Screen {
   void deleteLine();
   bool save();
   void updateBottomJe();
+  void returnWhole();
+  void setNumber(const QString& number);
+  void reloadLines(std::int64_t current = 0);
   /// Takes a date that was typed: the number changes with it. False: the operator took it back.
   bool settleDate();
 
@@ -114,6 +125,8 @@ class DocumentScreen : public ui::Screen {
 
  private:
   ui::Field* optional(std::string_view name);
+  bool hasCommand(std::string_view name) const;
+  void focusDraft();
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
   void bindDraft();
@@ -123,8 +136,6 @@ class DocumentScreen : public ui::Screen {
   void fillLists();
   void showDraft(const TradingDraft& draft);
   TradingDraft collect();
-  void setNumber(const QString& number);
-  void reloadLines(std::int64_t current = 0);
   void reloadWaitingLines();
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
   bool changeable(const ui::Grid& lines);

@@ -12,6 +12,13 @@ namespace goods_pick_screen_detail {
 
 constexpr qsizetype kPrefixLength = 3;  // "jh_", "th_", "ls_", "ts_"
 
+std::string searchRow(const GoodsPickSpec& spec) {
+  std::string row = "tkey btnSearch comLb";
+  for (const auto& field : spec.screen.fields)
+    if (field.name == "chkCk" || field.name == spec.partnerBox) row.append(" ").append(field.name);
+  return row + " |";
+}
+
 /// All classes as a list, each set in by its level.
 std::vector<ListItem> classItems() {
   std::vector<ListItem> items;
@@ -32,6 +39,9 @@ void showLineColumns(ui::Grid& grid) {
     if (field == u"tax" || field == u"taxdj" || field == u"taxje" || field == u"je")
       grid.setColumnVisible(column.field, tax);
     if (field == u"dzl") grid.setColumnVisible(column.field, discount);
+    if (field == u"lsj") grid.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
+    if (field == u"cbj" || field == u"cbj2" || field == u"zcb")
+      grid.setColumnVisible(column.field, session().canSeeCost);
   }
 }
 
@@ -45,14 +55,14 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
       rules_(spec.rules()),
       search_(tkey, gridGoods, [this](const QString& typed) { return query(typed); }) {
   panel()
-      .row("tkey btnSearch comLb chkCk chkPartner |")
+      .row(goods_pick_screen_detail::searchRow(spec))
       .grid("gridGoods", 3)
       .row("tsl btnAdd | btnModi btnDel")
       .grid("gridStaging", 2)
       .buttons("| btnOK btnCancel");
   gridGoods.setMultiSelect(true);
-  for (auto* filter : {&comLb, &chkCk, &chkPartner})
-    filter->onChanged([this] { search_.search(); });
+  for (const std::string_view filter : {std::string_view("comLb"), std::string_view("chkCk"), spec.partnerBox})
+    if (hasField(filter)) field(filter).onChanged([this] { search_.search(); });
   gridGoods.onActivated([this] { pickOne(); });
   gridStaging.onActivated([this] { changeStaged(); });
   gridStaging.onChanged([this](const Row& row, std::string_view column, const QString& text) {
@@ -89,10 +99,15 @@ void GoodsPickScreen::activate() {
   search_.begin();
 }
 
-ui::GridQuery GoodsPickScreen::query(const QString& typed) const {
+bool GoodsPickScreen::isTicked(std::string_view box) {
+  return hasField(box) && field(box).isChecked();
+}
+
+ui::GridQuery GoodsPickScreen::query(const QString& typed) {
+  const bool byStock = hasField("chkCk") && isTicked("chkCk") != description_.tickShowsAll;
   BoundStatement list = rules_.lines().goodsToPick(
       place_,
-      {.key = typed, .classNumber = comLb.key(), .inStock = chkCk.isChecked(), .ofPartner = chkPartner.isChecked()});
+      {.key = typed, .classNumber = comLb.key(), .inStock = byStock, .ofPartner = isTicked(description_.partnerBox)});
   return {std::move(list.sql), std::move(list.values)};
 }
 
@@ -122,6 +137,7 @@ void GoodsPickScreen::addMarked() {
   QStringList goods;
   for (const Row row : gridGoods.selectedRows())
     goods << row.text("g_sn");
+  memory_.goesShort.reset();
   std::int64_t last = 0;
   for (const QString& each : goods)
     last = std::max(last, rules_.lines().stageGoods(each, tsl.number(), place_, target_, memory_, prompt()));

@@ -10,11 +10,14 @@
 namespace jxc {
 
 /// What the picking screen of one document is. Its fields are "tkey", "comLb" (class), "tsl" (quantity added at once),
-/// "chkCk" (only in stock), "chkPartner" (only this partner's goods); its grids "gridGoods" and "gridStaging".
+/// "chkCk" (by stock) and one for this partner's goods where the document has them; its grids "gridGoods" and
+/// "gridStaging".
 struct GoodsPickSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();
   std::string_view lineScreen;  // the line dialog, opened on a staging row
+  std::string_view partnerBox = "chkPartner";
+  bool tickShowsAll = false;  // "chkCk" adds what is not in stock; otherwise it leaves that out
 };
 
 class GoodsPickScreen : public ui::Screen {
@@ -29,8 +32,6 @@ class GoodsPickScreen : public ui::Screen {
   ui::Field& tkey = field("tkey");
   ui::Field& comLb = field("comLb");
   ui::Field& tsl = field("tsl");
-  ui::Field& chkCk = field("chkCk");
-  ui::Field& chkPartner = field("chkPartner");
   ui::Grid& gridGoods = grid("gridGoods");
   ui::Grid& gridStaging = grid("gridStaging");
   QPushButton& btnAdd = command("btnAdd");
@@ -44,7 +45,8 @@ class GoodsPickScreen : public ui::Screen {
   void enterPressed(ui::Field& field) override;
 
  private:
-  ui::GridQuery query(const QString& typed) const;
+  bool isTicked(std::string_view box);
+  ui::GridQuery query(const QString& typed);
   /// Enter on one goods: the line dialog.
   void pickOne();
   /// The marked goods at once, with the quantity that stands in `tsl`.
@@ -64,7 +66,7 @@ class GoodsPickScreen : public ui::Screen {
   CopyResult result_;
 };
 
-/// Shows tax and discount columns of a grid of lines by the parameters that switch them.
+/// Shows tax, discount, cost and retail price columns of a grid of lines by the parameters and rights that switch them.
 void showLineColumns(ui::Grid& grid);
 /// The line's field behind a column, as cell edits name it: "jh_dj" is "dj".
 QString lineFieldOf(std::string_view column);

@@ -37,11 +37,19 @@ LineScreen::LineScreen(const LineScreenSpec& spec)
   goods_->setObjectName(QStringLiteral("lGoods"));
   goods_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   const std::string first = "tsl " + std::string(spec.price) + " tdzl";
-  panel().widget(goods_).form({first, "ttax ttaxdj tzje", "tnote"});
+  const std::string last = spec.cost.empty() ? "tnote" : std::string(spec.cost) + " tnote";
+  panel().widget(goods_).form({first, "ttax ttaxdj tzje", last});
   tabs_ = panel();
   tabs_.page("tabHistory", ui::qs(spec.historyTitle)).grid("gridHistory");
   tabs_.page("tabQuotes", ui::qs(spec.quotesTitle)).grid("gridQuotes");
-  panel().buttons("| btnOK btnCancel");
+  panel().buttons(spec.askPrice ? "btnSpsj | btnOK btnCancel" : "| btnOK btnCancel");
+  if (spec.askPrice)
+    on(command("btnSpsj"), [this] {
+      double chosen = draft_.amounts.price();
+      description_.askPrice(draft_.goods, chosen);
+      if (chosen != draft_.amounts.price()) draft_.amounts.setPrice(chosen);
+      showAmounts();
+    });
 
   bind(tsl, &LineAmounts::setQuantity);
   bind(price, &LineAmounts::setPrice);
@@ -74,7 +82,7 @@ LineResult LineScreen::edit(const Request& request) {
   return result_;
 }
 
-void LineScreen::activate() {
+void LineScreen::showByParameters() {
   const bool tax = strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
   ttax.setVisible(tax);
@@ -86,6 +94,19 @@ void LineScreen::activate() {
       if (field.ends_with("_tax") || field.ends_with("_taxdj")) grid->setColumnVisible(field, tax);
       if (field.ends_with("_dzl")) grid->setColumnVisible(field, discount);
     }
+  // A total or a price with tax would change the price by another way.
+  const bool fixed = !rules_.lines().priceMayChange();
+  for (auto* field : {&price, &ttaxdj, &tzje})
+    field->setReadOnly(fixed);
+  if (description_.askPrice) command("btnSpsj").setVisible(!fixed);
+  if (description_.cost.empty()) return;
+  auto& cost = field(description_.cost);
+  cost.setVisible(session().canSeeCost);
+  cost.setReadOnly(!(session().canChangeSaleCost && strIsTrue(session().cs_cs002)));
+}
+
+void LineScreen::activate() {
+  showByParameters();
   goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse));
   gridHistory.setRows(rules_.lines().history(draft_.goods, request_.place.partner));
   const RowSet quotes = rules_.lines().quotes(draft_.goods, request_.place.partner);
@@ -93,6 +114,7 @@ void LineScreen::activate() {
   tabs_.tabs()->setTabVisible(1, !quotes.isEmpty());
   tabs_.tabs()->setCurrentIndex(0);
   tnote.setText(draft_.note);
+  if (!description_.cost.empty()) field(description_.cost).setNumber(draft_.cost);
   showAmounts();
 }
 
@@ -104,7 +126,7 @@ void LineScreen::bind(ui::Field& field, void (LineAmounts::*set)(double)) {
 }
 
 void LineScreen::offerPrice(ui::Grid& grid, std::string_view column) {
-  if (!grid.current()) return;
+  if (!grid.current() || price.isReadOnly()) return;
   draft_.amounts.setPrice(grid.currentNumber(column));
   showAmounts();
   tsl.focus();
@@ -126,7 +148,10 @@ void LineScreen::showAmounts(const ui::Field* typing) {
 void LineScreen::saveValue() {
   if (!checkFields()) return;
   draft_.note = tnote.trimmed();
+  if (!description_.cost.empty() && !field(description_.cost).isReadOnly())
+    draft_.cost = field(description_.cost).number();
   const LineRules& lines = rules_.lines();
+  if (!lines.mayWrite(draft_, request_.place, prompt())) return tsl.focus();
   if (request_.id == 0) {
     result_ = lines.addLine(request_.where, request_.place, draft_, prompt());
   } else if (lines.changeLine(request_.where, request_.id, request_.place, draft_, prompt())) {

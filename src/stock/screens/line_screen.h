@@ -16,7 +16,8 @@ struct LineScreenSpec {
   std::string_view price;                      // name of the price input: "tgpjjj"
   std::string_view historyTitle, quotesTitle;  // the two tabs
   std::string_view historyPrice, quotesPrice;  // columns whose price a row offers on Enter
-  bool historyShowsTaxed = true;               // the tax column follows the price
+  std::string_view cost;                       // name of the cost input: shown by right, changed by parameter and right
+  void (*askPrice)(const QString& goods, double& price) = nullptr;  // "btnSpsj" offers another price of the goods
 };
 
 class LineScreen : public ui::Screen {
@@ -53,6 +54,7 @@ class LineScreen : public ui::Screen {
   /// Shows the amounts, but for the input that the operator is typing in.
   void showAmounts(const ui::Field* typing = nullptr);
   void saveValue();
+  void showByParameters();
 
   const LineScreenSpec description_;
   const DocumentRules& rules_;

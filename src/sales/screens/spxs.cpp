@@ -1,0 +1,300 @@
+// 商品销售: the screen of the sales document and its satellites: goods list, line dialog, audit dialog.
+#include "core/fillers.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/partner_picker.h"
+#include "sales/sale.h"
+#include "sales/screens/price.h"
+#include "sales/screens/sales_head.h"
+#include "sales/screens/spxs_gift.h"
+#include "stock/screens/audit_screen.h"
+#include "stock/screens/document_screen.h"
+#include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_screen.h"
+#include "stock/screens/trading_parts.h"
+
+namespace jxc {
+namespace spxs_detail {
+
+using ui::ColumnKind;
+using ui::FieldKind;
+
+// ---- the document ------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tkh", "客户：", FieldKind::Picker},
+    {"dateCg", "出货日期：", FieldKind::Date},
+    {"jsn", "单据编号：", FieldKind::Text, "jxc_lsxsd.gl_djh", 0, ui::ReadOnly},
+    {"comCk", "出货仓库：", FieldKind::Combo},
+    {"comUser", "经办人：", FieldKind::Combo},
+    {"tsn2", "原始单号：", FieldKind::Text, "jxc_lsxsd.gl_djh2"},
+    {"tSptm", "商品条码：", FieldKind::Text, "jxc_goods.g_sptm"},
+    {"btnPanelAdd", "同一条码不能重复添加商品", FieldKind::Check},
+    {"btnPanelModi", "添加完商品后打开修改窗口", FieldKind::Check},
+    {"tyfje", "应收金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tssje", "实收金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "收款账户：", FieldKind::Combo},
+    {"tfpno", "发票号码：", FieldKind::Text, "jxc_lsxsd.ls_fpno"},
+    {"tfpje", "发票金额：", FieldKind::Money},
+    {"tyf", "运费：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tbzf", "包装费：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"chkYf", "我方付费", FieldKind::Check},
+    {"tnote", "备注：", FieldKind::Text, "jxc_lsxsd.ls_note"},
+    {"chkZj", "本单商品直接出库", FieldKind::Check},
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comSort", "排序：", FieldKind::Combo},
+};
+
+constexpr ui::ColumnSpec kLines[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},
+    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"gg_name", "规格型号", ColumnKind::Text, 12},
+    {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},
+    {"ls_lsj", "零售价", ColumnKind::Money, 12},
+    {"ls_dj", "单价", ColumnKind::Money, 12, false, true},
+    {"ls_sl", "数量", ColumnKind::Quantity, 10, true, true},
+    {"ls_je", "金额", ColumnKind::Money, 13, true},
+    {"ls_tax", "税率(%)", ColumnKind::Percent, 9, false, true},
+    {"ls_taxdj", "含税单价", ColumnKind::Money, 12, false, true},
+    {"ls_taxje", "税额", ColumnKind::Money, 11, true},
+    {"ls_dzl", "打折率", ColumnKind::Percent, 9, false, true},
+    {"ls_zje", "总金额", ColumnKind::Money, 13, true},
+    {"ls_cbj2", "成本价", ColumnKind::Money, 12},
+    {"ls_bz", "备注", ColumnKind::Text, 12},
+    {.field = "g_sptm", .caption = "商品条码", .hidden = true},
+};
+constexpr ui::ColumnSpec kWaiting[] = {
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},      {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
+    {"kh_name", "客户", ColumnKind::Text, 20},         {"ck_name", "出货仓库", ColumnKind::Text, 12},
+    {"u_name", "经办人", ColumnKind::Text, 10},        {"yfje", "应收金额", ColumnKind::Money, 13, true},
+    {"sfje", "实收金额", ColumnKind::Money, 13, true}, {"wfje", "未收金额", ColumnKind::Money, 13, true},
+    {"gl_djh2", "原始单号", ColumnKind::Text, 14},     {"a_name", "操作员", ColumnKind::Text, 10},
+    {"ls_note", "备注", ColumnKind::Text, 16},
+};
+constexpr ui::GridSpec kGrids[] = {
+    {"gridLines", "销售商品", kLines, "扫描商品条码，或按F2添加商品"},
+    {"gridWaiting", "待审核单据", kWaiting, "没有待审核的销售单"},
+    {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
+};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnAddOld", "商品添加", "F2"},      {"btnAddNew", "新商品添加", "F9"},
+    {"btnZpAdd", "添加赠品", "F4"},       {"btnModi", "修改", "F3"},
+    {"btnDel", "删除", "Ctrl+D"},         {"btnOK", "保存", "F5"},
+    {"btnSearch", "查询", "F2"},          {"btnRCheck", "审核", "F6", "审核当前单据，可修改实收金额、结算方式"},
+    {"btn_Check", "全部审核", "F7"},      {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
+    {"btn_Dele", "删除单据", "Ctrl+Del"}, {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Modi", "修改商品", "F3"},    {"btnDele", "删除商品", "Ctrl+D"},
+    {"btnCancel", "退出", "Esc"},
+};
+
+constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser tsn2"};
+constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje", "tyf tbzf chkYf chkZj",
+                                          "tnote"};
+
+bool issueInUse() {
+  return strIsTrue(session().cs_spck);
+}
+bool parcelsInUse() {
+  return strIsTrue(session().cs_kddy);
+}
+
+QString changeHead(const QString& number) {
+  return changeSalesHead(families::sale, number);
+}
+
+constexpr DocumentScreenSpec kDocument = {
+    .screen = {.name = "F_Spxs",
+               .title = "商品销售",
+               .fields = kFields,
+               .grids = kGrids,
+               .commands = kCommands,
+               .focus = "tSptm"},
+    .rules = sale::rules,
+    .draftTitle = "商品销售",
+    .waitingTitle = "待审核销售单",
+    .side = &customerSide,
+    .pickPartner = pickCustomer,
+    .partner = "tkh",
+    .paid = "tssje",
+    .employeeFlag = "u_xs",
+    .settleKind = u"xs",
+    .carriesFreight = parcelsInUse,
+    .putsAwayLater = issueInUse,
+    .waitingPartner = "kh_name",
+    .auditCommand = "btnRCheck",
+    .pickScreen = "F_Spxs_Add",
+    .lineScreen = "F_Spxs_Sele",
+    .auditScreen = "F_Spxs_Check",
+    .newGoodsScreen = "F_Spxxgl_Add",
+    .changeHead = changeHead,
+    .newGoodsMode = u"spxs",
+    .make = {{"xsgl", 1}, u"商品销售！"},
+    .audit = {{"xsgl", 7}, u"商品销售审核！"},
+    .addWaiting = {{"xsgl", 15}, u"商品销售待审核界面添加商品！"},
+    .deleteWaiting = {{"xsgl", 16}, u"删除商品销售待审核单据！"},
+    .newGoods = {{"qtcz", 1}, u"商品管理！"},
+    .headForm = kHeadForm,
+    .footForm = kFootForm,
+    .scanRow = "tSptm btnPanelAdd btnPanelModi | btnAddOld btnAddNew btnZpAdd btnModi btnDel",
+    .saveRow = "| btnOK",
+    .searchRow = "tkey btnSearch comSort |",
+    .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele |",
+    .lineButtons = "btnAdd btnTab2Modi btnDele |",
+};
+
+class TF_Spxs : public DocumentScreen {
+ public:
+  TF_Spxs() : DocumentScreen(kDocument) {
+    on(command("btnZpAdd"), [this] { addGift(); });
+  }
+
+ protected:
+  void fillMore() override { fillSalesmen(); }
+  void partnerChanged() override { fillSalesmen(); }
+
+  void editLine(const LineScreen::Request& request) override {
+    const auto line = rules().lines().loadLine(request.where, request.id);
+    if (line && !line->gift.isEmpty()) return changeSaleGift(request.where, request.id, request.place);
+    DocumentScreen::editLine(request);
+  }
+
+ private:
+  /// The customer's own salesmen come first, and the first of them is proposed.
+  void fillSalesmen() {
+    if (!strIsTrue(session().cs_xsyh)) return;
+    comUser.setItems(fillSalesmenFor(partner.key()));
+  }
+
+  void addGift() {
+    if (!settleDate()) return;
+    const LineResult added = addSaleGift(Lines::Draft, draftPlace());
+    setNumber(added.number);
+    reloadLines(added.id);
+  }
+};
+
+// ---- goods list --------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kPickFields[] = {
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comLb", "类别：", FieldKind::Combo},
+    {"chkCk", "显示没有库存的商品", FieldKind::Check},
+    {"chkKh", "只显示该客户买过的商品", FieldKind::Check},
+    {"tsl", "默认添加数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+};
+constexpr ui::ColumnSpec kGoods[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"g_jm", "简码", ColumnKind::Text, 10},        {"g_sptm", "商品条码", ColumnKind::Text, 15},
+    {"gg_name", "规格型号", ColumnKind::Text, 12}, {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},      {"kc_sl", "库存数量", ColumnKind::Quantity, 10},
+    {"g_sj", "预设售价", ColumnKind::Money, 11},   {"g_lsj", "零售价", ColumnKind::Money, 11},
+};
+constexpr ui::GridSpec kPickGrids[] = {
+    {"gridGoods", "商品列表", kGoods, "没有符合条件的商品"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+};
+constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Spxs_Add",
+                                            .title = "商品销售 - 选择商品",
+                                            .fields = kPickFields,
+                                            .grids = kPickGrids,
+                                            .commands = trading_parts::pickCommands,
+                                            .focus = "tkey"},
+                                 .rules = sale::rules,
+                                 .lineScreen = "F_Spxs_Sele",
+                                 .partnerBox = "chkKh",
+                                 .tickShowsAll = true};
+
+class TF_Spxs_Add : public GoodsPickScreen {
+ public:
+  TF_Spxs_Add() : GoodsPickScreen(kPick) {}
+};
+
+// ---- one line ----------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kLineFields[] = {
+    {"tsl", "数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+    {"tgsj", "单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tdzl", "打折率：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tnote", "备注：", FieldKind::Text, "jxc_lsxssp.ls_bz"},
+};
+constexpr ui::ColumnSpec kHistory[] = {
+    {"ls_xsrq", "出货日期", ColumnKind::Text, 12}, {"kh_name", "客户", ColumnKind::Text, 18},
+    {"ls_dj", "单价", ColumnKind::Money, 12},      {"ls_sl", "数量", ColumnKind::Quantity, 10},
+    {"ls_tax", "税率(%)", ColumnKind::Percent, 9}, {"ls_taxdj", "含税单价", ColumnKind::Money, 12},
+    {"ls_dzl", "打折率", ColumnKind::Percent, 9},  {"ls_zje", "总金额", ColumnKind::Money, 13},
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},  {"ls_bz", "备注", ColumnKind::Text, 12},
+};
+constexpr ui::ColumnSpec kQuotes[] = {
+    {"kb_bjrq", "报价日期", ColumnKind::Date},
+    {"kb_bj", "报价", ColumnKind::Money, 12},
+    {"a_name", "操作员", ColumnKind::Text, 10},
+    {"kb_note", "备注", ColumnKind::Text, 20},
+};
+constexpr ui::GridSpec kLineGrids[] = {
+    {"gridHistory", "历史销售", kHistory, "该商品还没有销售记录"},
+    {"gridQuotes", "客户报价", kQuotes, "没有报价"},
+};
+constexpr ui::CommandSpec kLineCommands[] = {
+    {"btnSpsj", "选择售价", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr LineScreenSpec kLine = {.screen = {.name = "F_Spxs_Sele",
+                                             .title = "销售商品明细",
+                                             .fields = kLineFields,
+                                             .grids = kLineGrids,
+                                             .commands = kLineCommands,
+                                             .focus = "tsl"},
+                                  .rules = sale::rules,
+                                  .price = "tgsj",
+                                  .historyTitle = "最近二十次销售",
+                                  .quotesTitle = "客户报价",
+                                  .historyPrice = "ls_dj",
+                                  .quotesPrice = "kb_bj",
+                                  .cost = "tcbj",
+                                  .askPrice = askGoodsPrice};
+
+class TF_Spxs_Sele : public LineScreen {
+ public:
+  TF_Spxs_Sele() : LineScreen(kLine) {}
+};
+
+// ---- audit -------------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kAuditFields[] = {
+    {"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"trq", "出货日期：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tpartner", "客户：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tck", "出货仓库：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tyfje", "应收金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tssje", "实收金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "收款账户：", FieldKind::Combo},
+    {"tnote", "备注：", FieldKind::Text, "", 100},
+};
+constexpr AuditScreenSpec kAudit = {.screen = {.name = "F_Spxs_Check",
+                                               .title = "销售单审核确认",
+                                               .fields = kAuditFields,
+                                               .commands = trading_parts::auditCommands,
+                                               .focus = "tssje"},
+                                    .rules = sale::rules,
+                                    .paid = "tssje",
+                                    .settleKind = u"xs"};
+
+class TF_Spxs_Check : public AuditScreen {
+ public:
+  TF_Spxs_Check() : AuditScreen(kAudit) {}
+};
+
+const ui::Registered<TF_Spxs> kRegistered{"F_Spxs"};
+const ui::Registered<TF_Spxs_Add> kRegisteredAdd{"F_Spxs_Add"};
+const ui::Registered<TF_Spxs_Sele> kRegisteredSele{"F_Spxs_Sele"};
+const ui::Registered<TF_Spxs_Check> kRegisteredCheck{"F_Spxs_Check"};
+
+}  // namespace spxs_detail
+}  // namespace jxc

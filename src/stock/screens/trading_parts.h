@@ -1,0 +1,32 @@
+// 购销屏幕部件: columns, inputs and commands that the screens of all trading documents share, as plain data.
+#pragma once
+
+#include "ui/specs.h"
+
+namespace jxc::trading_parts {
+
+inline constexpr ui::ColumnSpec stagingColumns[] = {
+    {"g_sn", "商品编号", ui::ColumnKind::Text, 10},
+    {"g_name", "商品名称", ui::ColumnKind::Text, 24},
+    {"gg_name", "规格型号", ui::ColumnKind::Text, 12},
+    {"dw_name", "单位", ui::ColumnKind::Text, 6},
+    {"ts_dj", "单价", ui::ColumnKind::Money, 12, false, true},
+    {"ts_sl", "数量", ui::ColumnKind::Quantity, 10, true, true},
+    {"ts_je", "金额", ui::ColumnKind::Money, 13, true},
+    {"ts_tax", "税率(%)", ui::ColumnKind::Percent, 9, false, true},
+    {"ts_taxdj", "含税单价", ui::ColumnKind::Money, 12, false, true},
+    {"ts_taxje", "税额", ui::ColumnKind::Money, 11, true},
+    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 9, false, true},
+    {"ts_zje", "总金额", ui::ColumnKind::Money, 13, true},
+    {"ts_note", "备注", ui::ColumnKind::Text, 12},
+};
+
+inline constexpr ui::CommandSpec pickCommands[] = {
+    {"btnSearch", "查询", "F2"}, {"btnAdd", "添加所选", "F8", "按默认数量添加列表中选中的商品"},
+    {"btnModi", "修改", "F3"},   {"btnDel", "删除", "Ctrl+D"},
+    {"btnOK", "确定", "F5"},     {"btnCancel", "取消", "Esc"},
+};
+inline constexpr ui::CommandSpec okCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+inline constexpr ui::CommandSpec auditCommands[] = {{"btnOK", "审核通过", "F5"}, {"btnCancel", "取消", "Esc"}};
+
+}  // namespace jxc::trading_parts

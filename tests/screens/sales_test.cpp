@@ -1,0 +1,178 @@
+// The sales document through its screens: an operator's stories, and what they leave in the books.
+#include "harness/invariants.h"
+#include "screens/harness/screen_test.h"
+#include "stock/document.h"
+
+#include <QTabWidget>
+
+namespace jxc::test {
+namespace sales_screen_test {
+
+constexpr const char* kSaveWaiting =
+    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的销售单，可以在“待审核销\r\n\r\n售单”"
+    "面板中，进行修改及审核操作！";
+constexpr const char* kShort = "库存数量小于销售数量，销售后将产生负库存，继续销售吗?";
+
+class SalesScreenTest : public ScreenTest {
+ protected:
+  SalesScreenTest() {
+    setParameter("cs_xjyh", 1);
+    setParameter("cs_possk", 1);
+    addGoods(u"10000001", u"板材镜架", u"6900000000017", 40, 5, false);
+    addGoods(u"10000002", u"钛架", u"6900000000024", 120, 0, false);
+    addGoods(u"10000003", u"镜布", u"6900000000031", 2.5, 30, true);
+  }
+
+  void addGoods(QStringView sn, QStringView name, QStringView barcode, double cost, double stock, bool gift) {
+    insertRow("jxc_goods", {{"g_sn", sn},       {"g_name", name},    {"g_jm", u"JJ"},     {"g_sptm", barcode},
+                            {"g_jj", cost},     {"g_scjj", cost},    {"g_pjjj", cost},    {"g_kc", stock},
+                            {"g_cgpl", 0},      {"g_xspl", 0},       {"g_jy", 0},         {"g_gdcbj", 0},
+                            {"dw_name", u"付"}, {"gg_name", u""},    {"color_name", u""}, {"gc_sn", u"1001"},
+                            {"g_sj", cost * 3}, {"g_sj1", cost * 2}, {"g_lsj", cost * 4}, {"g_iszp", gift ? 1 : 0}});
+    insertRow(
+        "jxc_kcsp",
+        {{"g_sn", sn}, {"ck_sn", u"100001"}, {"kc_sl", stock}, {"kc_zsl", stock}, {"kc_cbj", cost}, {"kc_xssl", 0.0}});
+  }
+  static QString rows(const SqlText& sql) {
+    const RowSet all = openSelect(sql);
+    QStringList lines;
+    for (int row = 0; row < all.rowCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < all.columnCount(); ++column)
+        cells << all.text(row, column);
+      lines << cells.join(u' ');
+    }
+    return lines.join(u" | "_qs);
+  }
+  static QString lines(ui::Screen& s, std::string_view grid = "gridLines") {
+    QStringList texts;
+    for (const Row row : s.grid(grid).rows())
+      texts << row.text("g_sn").right(1) + u'×' + row.text("ls_sl") + u'@' + row.text("ls_dj") + u'=' +
+                   row.text("ls_zje");
+    return texts.join(u' ');
+  }
+  static void scan(ui::Screen& s, QStringView code) {
+    s.field("tSptm").focus();
+    typeIn(*s.focusWidget(), code);
+    press(s, "Return");
+  }
+};
+
+// Scanned twice, taken from the list without stock, given away, changed; saved, changed while it waits, audited.
+TEST_F(SalesScreenTest, ScannedPickedGivenSavedAndAudited) {
+  open("F_Spxs", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("jsn").text(), "XS21050310001");
+    EXPECT_FALSE(s.field("tkh").text().isEmpty());
+    expectNotice(QStringLiteral("当前仓库中没有找到与该条码匹配的商品，请检查！"));
+    scan(s, u"6900000099999");
+    scan(s, u"6900000000017");
+    scan(s, u"6900000000017");
+    EXPECT_EQ(lines(s), "1×2@120=240");
+
+    expectScreen("F_Spxs_Add", [&](ui::Screen& pick) {
+      EXPECT_EQ(pick.grid("gridGoods").rowCount(), 2);  // one is not in stock
+      check(pick, "chkCk", true);
+      pick.grid("gridGoods").waitLoaded();
+      EXPECT_EQ(pick.grid("gridGoods").rowCount(), 3);
+      type(pick, "tkey", u"10000002");
+      expectScreen("F_Spxs_Sele", [&](ui::Screen& line) {
+        EXPECT_EQ(line.field("tgsj").number(), 360);
+        EXPECT_EQ(line.field("tcbj").number(), 120);
+        expectScreen("F_Price", [&](ui::Screen& price) {
+          EXPECT_EQ(price.field("tsj1").number(), 240);
+          click(price, "btnSj1");
+        });
+        press(line, "F4");
+        EXPECT_EQ(line.field("tzje").number(), 240);
+        expectQuestion(QString::fromUtf8(kShort), Answer::No);
+        press(line, "F5");
+        EXPECT_TRUE(line.isVisible());  // no is no reason to lose what was typed
+        expectQuestion(QString::fromUtf8(kShort), Answer::Yes);
+        press(line, "F5");
+      });
+      press(pick, "Return");
+      press(pick, "F5");
+    });
+    press(s, "F2");
+    EXPECT_EQ(lines(s), "1×2@120=240 2×1@240=240");
+
+    expectScreen("F_Spxs_Add2", [&](ui::Screen& gifts) {
+      EXPECT_EQ(gifts.grid("gridGifts").rowCount(), 1);
+      press(gifts, "F5");
+    });
+    expectScreen("F_Spxs_Sele2", [&](ui::Screen& gift) {
+      type(gift, "tsl", u"2");
+      press(gift, "F5");
+    });
+    press(s, "F4");
+    EXPECT_EQ(lines(s), "1×2@120=240 2×1@240=240 3×2@0=0");
+    EXPECT_EQ(s.field("tyfje").number(), 480);
+    EXPECT_EQ(s.field("tssje").number(), 480);
+    expectScreen("F_Spxs_Sele2", [&](ui::Screen& gift) {
+      EXPECT_EQ(gift.field("tsl").number(), 2);
+      type(gift, "tsl", u"3");
+      press(gift, "Return");
+    });
+    press(s, "F3");
+
+    choose(s, "comJsfs", QStringLiteral("余款记入应收帐"));
+    type(s, "tssje", u"300");
+    expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“10000002”：销售将会出现负库存，是否继续？"),
+                   Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    press(s, "F5");
+    EXPECT_EQ(s.field("jsn").text(), "XS21050310002");
+
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    settle();
+    ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    EXPECT_EQ(s.grid("gridWaiting").currentNumber("wfje"), 180);
+    edit(s, "gridWaitingLines", 0, "ls_sl", u"1");
+    EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 360);
+    expectScreen("F_Spxs_Check", [&](ui::Screen& check) {
+      type(check, "tssje", u"350");
+      expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“10000002”：销售将会出现负库存，是否继续？"),
+                     Answer::Yes);
+      press(check, "F5");
+    });
+    press(s, "F6");
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  EXPECT_EQ(rows("select ls_yfje,ls_sfje,ls_status,ls_jsfs,ls_kmmc from jxc_lsxsd"), "360 350 1 1 现金");
+  EXPECT_EQ(rows("select g_sn,gl_sl,gl_zje,gl_lr from jxc_goodslist order by id"),
+            "10000001 1 120 80 | 10000002 1 240 120 | 10000003 3 0 -7.5");
+  EXPECT_EQ(rows("select xj_dlx,xj_je,xj_kmmc from jxc_xjyh where gl_djh like 'XS%'"), "商品销售 350 现金");
+  EXPECT_EQ(rows("select k_djlx,k_yfje,k_sfje,k_ljje from jxc_ysyfk"), "XS 360 350 10");
+}
+
+// What parameters and rights take away is not there.
+TEST_F(SalesScreenTest, PricesAndCostsFollowParametersAndRights) {
+  setParameter("cs_xgdj", 0);
+  setParameter("cs_kc", 0);
+  open("F_Spxs", [&](ui::Screen& s) {
+    EXPECT_TRUE(s.grid("gridLines").isColumnVisible("ls_cbj2"));
+    scan(s, u"6900000000031");
+    expectNotice(QStringLiteral("系统设置为销售时不允许修改销售单价！"));
+    edit(s, "gridLines", 0, "ls_dj", u"1");
+    EXPECT_EQ(lines(s), "3×1@7.5=7.5");
+    expectScreen("F_Spxs_Sele", [&](ui::Screen& line) {
+      EXPECT_TRUE(line.field("tgsj").isReadOnly());
+      EXPECT_TRUE(line.field("tzje").isReadOnly());
+      EXPECT_TRUE(line.field("tcbj").isReadOnly());
+      EXPECT_FALSE(line.command("btnSpsj").isVisible());
+      type(line, "tsl", u"31");
+      expectNotice(QStringLiteral("库存数量小于销售数量，不能出库！"));
+      press(line, "F5");
+      type(line, "tsl", u"30");
+      press(line, "F5");
+    });
+    press(s, "F3");
+    EXPECT_EQ(lines(s), "3×30@7.5=225");
+    expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::No);
+    press(s, "Esc");
+  });
+  EXPECT_EQ(rows("select count(*) from jxc_lsxssp"), "0");
+}
+
+}  // namespace sales_screen_test
+}  // namespace jxc::test
