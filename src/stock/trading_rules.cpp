@@ -24,7 +24,7 @@ std::string linesWithNames(const TradingDescription& document) {
 /// The head with the names that screens show.
 std::string headsWithNames(const TradingDescription& document) {
   const DocumentFamily& f = *document.family;
-  const PartnerSide& side = *document.side;
+  const TradingPartner& partner = *document.partner;
   const std::string sign = f.headSign < 0 ? "-1*" : "";
   const std::string open =
       "(" + compose("a.{}-a.{}", {f.due, f.paid}) + (f.discount.empty() ? "" : compose("-a.{}", {f.discount})) + ")";
@@ -33,16 +33,29 @@ std::string headsWithNames(const TradingDescription& document) {
          compose(
              " as wfje,b.{},c.ck_name,d.u_name from {} a,{} b,jxc_ckxx c,jxc_user d where a.{}=b.{} "
              "and a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0",
-             {side.name, f.head, side.table, f.partner, side.sn, f.warehouse, f.status});
+             {partner.name, f.head, partner.table, f.partner, partner.key, f.warehouse, f.status});
 }
 
 }  // namespace trading_rules_detail
+
+const TradingPartner tradingSupplier = {.table = "jxc_ghsxx",
+                                        .key = "ghs_sn",
+                                        .name = "ghs_name",
+                                        .mnemonic = "ghs_jm",
+                                        .noun = u"供货商",
+                                        .byDefault = defaultSupplierSn};
+const TradingPartner tradingCustomer = {.table = "jxc_khxx",
+                                        .key = "kh_sn",
+                                        .name = "kh_name",
+                                        .mnemonic = "kh_jm",
+                                        .noun = u"客户",
+                                        .byDefault = defaultCustomerSn};
 
 TradingDraft TradingRules::fresh(const QString& lastDate) const {
   TradingDraft draft;
   draft.date = newDocumentDate(lastDate.left(10));
   draft.number = newDocumentNumber(family(), draft.date);
-  draft.partner = document_.side == &supplierSide ? defaultSupplierSn() : defaultCustomerSn();
+  draft.partner = document_.partner->byDefault();
   draft.warehouse = defaultWarehouseSn();
   draft.salesperson = defaultEmployeeSn();
   draft.settlement = session().cs_activatets == u"1" ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
@@ -73,7 +86,7 @@ double TradingRules::paidAfter(double payable, double typed) const {
 
 RowSet TradingRules::waiting(const WaitingFilter& filter) const {
   const DocumentFamily& f = family();
-  const PartnerSide& side = *document_.side;
+  const TradingPartner& partner = *document_.partner;
   std::string sql = trading_rules_detail::headsWithNames(document_);
   std::vector<Value> values;
   const auto add = [&](const std::string& condition, std::initializer_list<Value> more) {
@@ -90,7 +103,7 @@ RowSet TradingRules::waiting(const WaitingFilter& filter) const {
   if (const QString key = sanitizeKeyword(filter.key.trimmed()); !key.isEmpty()) {
     const QString like = u"%"_qs + key + u"%"_qs;
     std::string condition = compose("(a.{} like ? or a.{} like ? or b.{} like ? or b.{} like ?",
-                                    {f.number, document_.note, side.name, side.jm});
+                                    {f.number, document_.note, partner.name, partner.mnemonic});
     if (document_.originalNumber.empty()) {
       add(condition + ")", {like, like, like, like});
     } else {
@@ -109,7 +122,7 @@ std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) cons
   AuditDraft draft;
   draft.number = number;
   draft.date = row.text(f.date);
-  draft.partnerName = row.text(document_.side->name);
+  draft.partnerName = row.text(document_.partner->name);
   draft.warehouseName = row.text("ck_name");
   draft.salespersonName = row.text("u_name");
   draft.operatorName = row.text("a_name");
@@ -150,7 +163,7 @@ AuditOutcome TradingRules::audit(const AuditDraft& draft, Prompt& prompt) const 
 
 bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {
   return refused({{draftLineCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
-                  {draft.partner.isEmpty(), u"请选择%1！"_qs.arg(QString::fromUtf16(document_.side->noun))},
+                  {draft.partner.isEmpty(), u"请选择"_qs + words(document_.partner->noun) + u'！'},
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
                  prompt);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/session.h"
-#include "masterdata/partner_side.h"
 #include "stock/trading_document.h"
 
 #include <span>
@@ -19,11 +18,19 @@ struct LineTable {
 };
 extern const LineTable receiptLineTable, purchaseReturnLineTable, saleLineTable, saleReturnLineTable, stagingLineTable;
 
+/// The other side of a trading document, as its head names it.
+struct TradingPartner {
+  std::string_view table, key, name, mnemonic;
+  std::u16string_view noun;  // 客户, 供货商
+  QString (*byDefault)();
+};
+extern const TradingPartner tradingSupplier, tradingCustomer;
+
 /// What a trading document is to its rules, besides its family.
 struct TradingDescription {
   const DocumentFamily* family;
   const LineTable* lines;
-  const PartnerSide* side;
+  const TradingPartner* partner;
   std::string_view note, account, originalNumber;  // of the head
   QString SystemParameters::*paidFollows;          // "0": the paid amount follows what is due
   bool balancingIsDue = false;                     // returns give back what was paid: the balancing line counts

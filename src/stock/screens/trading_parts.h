@@ -6,19 +6,19 @@
 namespace jxc::trading_parts {
 
 inline constexpr ui::ColumnSpec stagingColumns[] = {
-    {"g_sn", "商品编号", ui::ColumnKind::Text, 10},
-    {"g_name", "商品名称", ui::ColumnKind::Text, 24},
-    {"gg_name", "规格型号", ui::ColumnKind::Text, 12},
-    {"dw_name", "单位", ui::ColumnKind::Text, 6},
-    {"ts_dj", "单价", ui::ColumnKind::Money, 12, false, true},
-    {"ts_sl", "数量", ui::ColumnKind::Quantity, 10, true, true},
-    {"ts_je", "金额", ui::ColumnKind::Money, 13, true},
-    {"ts_tax", "税率(%)", ui::ColumnKind::Percent, 9, false, true},
-    {"ts_taxdj", "含税单价", ui::ColumnKind::Money, 12, false, true},
-    {"ts_taxje", "税额", ui::ColumnKind::Money, 11, true},
-    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 9, false, true},
-    {"ts_zje", "总金额", ui::ColumnKind::Money, 13, true},
-    {"ts_note", "备注", ui::ColumnKind::Text, 12},
+    {"g_sn", "商品编号", ui::ColumnKind::Text, 9},
+    {"g_name", "商品名称", ui::ColumnKind::Text, 28},
+    {"gg_name", "规格型号", ui::ColumnKind::Text, 10},
+    {"dw_name", "单位", ui::ColumnKind::Text, 4},
+    {"ts_dj", "单价", ui::ColumnKind::Money, 10, false, true},
+    {"ts_sl", "数量", ui::ColumnKind::Quantity, 8, true, true},
+    {"ts_je", "金额", ui::ColumnKind::Money, 11, true},
+    {"ts_tax", "税率(%)", ui::ColumnKind::Percent, 7, false, true},
+    {"ts_taxdj", "含税单价", ui::ColumnKind::Money, 10, false, true},
+    {"ts_taxje", "税额", ui::ColumnKind::Money, 9, true},
+    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 6, false, true},
+    {"ts_zje", "总金额", ui::ColumnKind::Money, 11, true},
+    {"ts_note", "备注", ui::ColumnKind::Text, 8},
 };
 
 inline constexpr ui::CommandSpec pickCommands[] = {

@@ -1,0 +1,181 @@
+#include "purchasing/purchase_return.h"
+
+#include "core/numbers.h"
+#include "core/rounding.h"
+#include "core/text.h"
+#include "masterdata/goods.h"
+#include "purchasing/receipt.h"
+#include "stock/ledger.h"
+
+namespace jxc::purchase_return {
+namespace purchase_return_detail {
+
+const TradingDescription kReceipt = {
+    .family = &families::purchaseReceipt, .lines = &receiptLineTable, .partner = &tradingSupplier, .note = "j_note"};
+const TradingDescription kReturn = {
+    .family = &families::purchaseReturn,
+    .lines = &purchaseReturnLineTable,
+    .partner = &tradingSupplier,
+    .note = "th_note",
+    .account = "th_kmmc",
+    .paidFollows = &SystemParameters::cs_cgje,
+    .balancingIsDue = true,
+    .shortRefusal = u"库存数量小于退货数量，不能退货！",
+    .shortQuestion = u"库存数量小于退货数量，退货后将产生负库存，继续退货吗?",
+};
+
+class ReturnLines : public TradingLines {
+ public:
+  using TradingLines::TradingLines;
+
+  /// Where stock may not fall below zero only goods that lie in the warehouse; by parameter (`cs_ct`) only goods that
+  /// this supplier has delivered.
+  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+    Filter filter;
+    addGoodsConditions(filter, {.key = wanted.key, .classNumber = wanted.classNumber});
+    if (wanted.inStock || !strIsTrue(session().cs_kc)) filter.add("b.kc_sl>0");
+    if (wanted.ofPartner || strIsTrue(session().cs_ct))
+      filter.add(
+          "(a.ghs_sn=? or a.g_sn in (select x.g_sn from jxc_jhsp x,jxc_jhd y where x.j_sn=y.j_sn and y.j_status=1 "
+          "and y.ghs_sn=?))",
+          place.partner, place.partner);
+    BoundStatement list;
+    list.sql =
+        "select a.*,iif(b.kc_sl is null,0,b.kc_sl) as kc_sl from jxc_goods a left join "
+        "(select g_sn,kc_sl from jxc_kcsp where ck_sn=?) b on a.g_sn=b.g_sn" +
+        filter.where() + " order by a.g_cgpl desc,a.g_sn";
+    list.values.emplace_back(place.warehouse);
+    list.values.insert(list.values.end(), filter.values().begin(), filter.values().end());
+    return list;
+  }
+
+  RowSet history(const QString& goods, const QString& partner) const override {
+    return receipt::receiptHistory(goods, partner);
+  }
+  RowSet quotes(const QString& goods, const QString& partner) const override {
+    return receipt::supplierQuotes(goods, partner);
+  }
+
+ protected:
+  double proposedPrice(const QString& goods, const LinePlace&) const override { return receipt::defaultPrice(goods); }
+  double proposedTax(bool staged) const override { return staged ? 0 : TradingLines::proposedTax(staged); }
+};
+
+const ReturnLines& lines() {
+  static const ReturnLines all{kReturn};
+  return all;
+}
+
+/// Goods of the draft that the warehouse does not know at all: asked about one by one, or refused.
+bool mayReturnUnknownGoods(const QString& number, const QString& warehouse, Prompt& prompt) {
+  for (const Row row : openSelect(
+           "select distinct a.g_sn,b.g_name from jxc_thsp a,jxc_goods b where a.g_sn=b.g_sn and a.gl_djh=? and "
+           "a.a_name=? and a.g_sn<>'00000000' and a.g_sn not in (select g_sn from jxc_kcsp where ck_sn=?) order by "
+           "a.g_sn",
+           number, session().a_name, warehouse)) {
+    const QString name = u"当前仓库中商品‘"_qs + row.text("g_name");
+    if (!strIsTrue(session().cs_kc)) {
+      prompt.notice(name + u"’库存不足，\r\n\r\n不能退货。"_qs);
+      return false;
+    }
+    if (!prompt.ask(name + u"’不存在，\r\n\r\n退货将会出现负库存，是否继续？"_qs)) return false;
+  }
+  return true;
+}
+
+void writeHead(const TradingDraft& draft, const QString& number, double due, double paid) {
+  insertRow("jxc_thd", {{"gl_djh", number},
+                        {"ghs_sn", draft.partner},
+                        {"ck_sn", draft.warehouse},
+                        {"th_thrq", draft.date},
+                        {"th_yfje", -due},
+                        {"th_sfje", -paid},
+                        {"th_hkje", 0.0},
+                        {"u_sn", draft.salesperson},
+                        {"th_note", sanitizeText(draft.note).left(200)},
+                        {"th_status", 0},
+                        {"th_checker", QString()},
+                        {"th_chkrq", QString()},
+                        {"th_jsfs", static_cast<int>(draft.settlement)},
+                        {"th_kmmc", draft.account},
+                        {"th_fpno", sanitizeText(draft.invoiceNumber).left(32)},
+                        {"th_fpje", -draft.invoiceAmount},
+                        {"a_name", session().a_name},
+                        {"th_qk", false}});
+  if (!draft.returnOf.isEmpty()) execSql("update jxc_jhd set j_th=1,j_dhdid=? where j_sn=?", number, draft.returnOf);
+}
+
+class ReturnRules final : public TradingRules {
+ public:
+  ReturnRules() : TradingRules(kReturn, purchase_return_detail::lines()) {}
+
+  /// The rest of a return lowers what is owed, unless the operator says otherwise.
+  TradingDraft fresh(const QString& lastDate) const override {
+    TradingDraft draft = TradingRules::fresh(lastDate);
+    draft.settlement = Settlement::RestOnAccount;
+    return draft;
+  }
+
+  SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
+    const SaveResult refusedSave{.number = draft.number};
+    if (isIncomplete(draft, prompt)) return refusedSave;
+    if (!mayReturnUnknownGoods(draft.number, draft.warehouse, prompt)) return refusedSave;
+    if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, u"CT"), prompt)) return refusedSave;
+    const double paid = roundTotalIfSeparate(draft.paid);
+    return saveDocument(family(),
+                        {.number = draft.number,
+                         .date = draft.date,
+                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                        prompt);
+  }
+
+  std::optional<TradingDraft> returnWhole(const QString& source, const TradingDraft& current,
+                                          Prompt& prompt) const override {
+    const RowSet heads = openSelect("select * from jxc_jhd where j_status=1 and j_sn=? order by id", source);
+    if (refused(
+            {{!source.startsWith(u"CJ") || heads.isEmpty(),
+              u"单据"_qs + source + u"不能退货，只有“CJ”开头的单据才能退货！"_qs},
+             {!heads.isEmpty() && heads.front().integer("j_th") == 1, u"该单据已经进行过整单退货，不能重复退货！"_qs}},
+            prompt))
+      return std::nullopt;
+    const Row head = heads.front();
+    TradingDraft draft = current;
+    draft.partner = head.text("ghs_sn");
+    draft.warehouse = head.text("ck_sn");
+    draft.salesperson = head.text("u_sn");
+    draft.paid = head.number("j_sfje");
+    draft.account = head.text("j_kmmc");
+    draft.note = head.text("j_note");
+    draft.invoiceNumber = head.text("j_fpno");
+    draft.invoiceAmount = head.number("j_fpje");
+    draft.returnOf = source;
+    Transaction transaction(accountDb());
+    draft.number = usableDraftNumber(family(), current.number, current.date);
+    copyWholeDocument(kReceipt, source, kReturn, draft.number);
+    transaction.commit();
+    draft.payable = payable(draft.number);
+    return draft;
+  }
+};
+
+}  // namespace purchase_return_detail
+
+const DocumentRules& rules() {
+  static const purchase_return_detail::ReturnRules all;
+  return all;
+}
+
+BoundStatement returnableReceipts(const QString& typed) {
+  Filter filter;
+  filter.add("a.ghs_sn=b.ghs_sn").add("a.ck_sn=c.ck_sn").add("a.j_status=1");
+  if (const QString key = sanitizeKeyword(typed); !key.isEmpty()) {
+    const QString like = u'%' + key + u'%';
+    filter.add("(a.j_sn like ? or b.ghs_name like ? or b.ghs_jm like ? or a.j_note like ?)", like, like, like, like);
+  }
+  if (isWarehouseBound()) filter.add("c.ck_asn like ?", u"%"_qs + session().a_sn + u"%"_qs);
+  return {
+      "select a.*,b.ghs_name,c.ck_name from jxc_jhd a,jxc_ghsxx b,jxc_ckxx c" + filter.where() + " order by a.id desc",
+      {filter.values().begin(), filter.values().end()}};
+}
+
+}  // namespace jxc::purchase_return

@@ -1,0 +1,161 @@
+#include "sales/sale_return.h"
+
+#include "core/rounding.h"
+#include "core/text.h"
+#include "masterdata/goods.h"
+#include "masterdata/prices.h"
+#include "sales/sale.h"
+
+namespace jxc::sale_return {
+namespace sale_return_detail {
+
+// Goods come in: no test of stock. The rest stays on the customer's account: nothing is balanced.
+const TradingDescription kReturn = {
+    .family = &families::saleReturn,
+    .lines = &saleReturnLineTable,
+    .partner = &tradingCustomer,
+    .note = "th_note",
+    .account = "th_kmmc",
+    .paidFollows = &SystemParameters::cs_xsje,
+    .balancingIsDue = true,
+};
+
+class ReturnLines : public TradingLines {
+ public:
+  using TradingLines::TradingLines;
+
+  bool priceMayChange() const override { return strIsTrue(session().cs_xgdj); }
+
+  bool mayWrite(const LineDraft& draft, const LinePlace&, Prompt& prompt) const override {
+    return !refused({{draft.amounts.quantity() == 0, u"数量不能为0！"_qs}}, prompt);
+  }
+
+  double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
+                   Prompt& prompt) const override {
+    if (refused(
+            {{(field == u"dj" || field == u"taxdj") && !priceMayChange(), u"系统设置为销售时不允许修改销售单价！"_qs}},
+            prompt))
+      return 0;
+    return TradingLines::setChange(value, field, where, id, prompt);
+  }
+
+  /// By parameter (`cs_xt`) only goods that this customer bought.
+  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+    Filter filter;
+    addGoodsConditions(filter, {.key = wanted.key, .classNumber = wanted.classNumber});
+    if (wanted.ofPartner || strIsTrue(session().cs_xt))
+      filter.add(
+          "a.g_sn in (select x.g_sn from jxc_lsxssp x,jxc_lsxsd y where x.gl_djh=y.gl_djh and y.ls_status=1 and "
+          "y.kh_sn=?)",
+          place.partner);
+    return {"select a.*,a.g_kc as kc_sl from jxc_goods a" + filter.where() + " order by a.g_xspl desc,a.g_sn",
+            {filter.values().begin(), filter.values().end()}};
+  }
+
+  RowSet history(const QString& goods, const QString& partner) const override {
+    return sale::saleHistory(goods, partner);
+  }
+  RowSet quotes(const QString& goods, const QString& partner) const override {
+    return sale::rules().lines().quotes(goods, partner);
+  }
+
+ protected:
+  double proposedPrice(const QString& goods, const LinePlace& place) const override {
+    return getSalePrice(place.partner, goods);
+  }
+};
+
+const ReturnLines& lines() {
+  static const ReturnLines all{kReturn};
+  return all;
+}
+
+void writeHead(const TradingDraft& draft, const QString& number, double due, double paid) {
+  insertRow("jxc_xsthd", {{"gl_djh", number},
+                          {"kh_sn", draft.partner},
+                          {"ck_sn", draft.warehouse},
+                          {"th_xsrq", draft.date},
+                          {"th_yfje", -due},
+                          {"th_sfje", -paid},
+                          {"th_hkje", 0.0},
+                          {"u_sn", draft.salesperson},
+                          {"th_note", sanitizeText(draft.note).left(200)},
+                          {"a_name", session().a_name},
+                          {"th_qk", false},
+                          {"th_status", 0},
+                          {"th_checker", QString()},
+                          {"th_chkrq", QString()},
+                          {"th_jsfs", static_cast<int>(Settlement::RestOnAccount)},
+                          {"th_kmmc", draft.account},
+                          {"th_fpno", sanitizeText(draft.invoiceNumber).left(32)},
+                          {"th_fpje", -draft.invoiceAmount}});
+  // The mark stays when the return is cancelled: the sale was returned once.
+  if (!draft.returnOf.isEmpty())
+    execSql("update jxc_lsxsd set ls_th=1,ls_fdmc=? where gl_djh=?", number, draft.returnOf);
+}
+
+class ReturnRules final : public TradingRules {
+ public:
+  ReturnRules() : TradingRules(kReturn, sale_return_detail::lines()) {}
+
+  TradingDraft fresh(const QString& lastDate) const override {
+    TradingDraft draft = TradingRules::fresh(lastDate);
+    draft.settlement = Settlement::RestOnAccount;
+    return draft;
+  }
+
+  SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
+    if (isIncomplete(draft, prompt)) return {.number = draft.number};
+    const double paid = roundTotalIfSeparate(draft.paid);
+    return saveDocument(family(),
+                        {.number = draft.number,
+                         .date = draft.date,
+                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                        prompt);
+  }
+
+  std::optional<TradingDraft> returnWhole(const QString& source, const TradingDraft& current,
+                                          Prompt& prompt) const override {
+    const RowSet heads = openSelect("select * from jxc_lsxsd where ls_status=1 and gl_djh=? order by id", source);
+    if (heads.isEmpty()) return std::nullopt;
+    const Row head = heads.front();
+    if (head.integer("ls_th") == 1 && !prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs))
+      return std::nullopt;
+    TradingDraft draft = current;
+    draft.partner = head.text("kh_sn");
+    draft.warehouse = head.text("ck_sn");
+    draft.salesperson = head.text("u_sn");
+    draft.paid = head.number("ls_sfje");
+    draft.account = head.text("ls_kmmc");
+    draft.note = head.text("ls_note");
+    draft.returnOf = source;
+    Transaction transaction(accountDb());
+    draft.number = usableDraftNumber(family(), current.number, current.date);
+    copyWholeDocument(sale::description(), source, kReturn, draft.number);
+    transaction.commit();
+    draft.payable = payable(draft.number);
+    return draft;
+  }
+};
+
+}  // namespace sale_return_detail
+
+const DocumentRules& rules() {
+  static const sale_return_detail::ReturnRules all;
+  return all;
+}
+
+BoundStatement returnableSales(const QString& typed) {
+  Filter filter;
+  filter.add("a.kh_sn=b.kh_sn").add("a.ck_sn=c.ck_sn").add("a.ls_status=1").add("(a.ls_dhbz=0 or a.ls_dhbz is null)");
+  if (const QString key = sanitizeKeyword(typed); !key.isEmpty()) {
+    const QString like = u'%' + key + u'%';
+    filter.add("(a.gl_djh like ? or b.kh_name like ? or b.kh_jm like ? or a.ls_note like ?)", like, like, like, like);
+  }
+  if (isWarehouseBound()) filter.add("c.ck_asn like ?", u"%"_qs + session().a_sn + u"%"_qs);
+  return {
+      "select a.*,b.kh_name,c.ck_name from jxc_lsxsd a,jxc_khxx b,jxc_ckxx c" + filter.where() + " order by a.id desc",
+      {filter.values().begin(), filter.values().end()}};
+}
+
+}  // namespace jxc::sale_return

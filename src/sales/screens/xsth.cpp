@@ -1,0 +1,272 @@
+// 顾客退货: the screen of the customer return and its satellites: goods list, line dialog, audit dialog, list of sales.
+#include "core/fillers.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/partner_picker.h"
+#include "sales/sale_return.h"
+#include "sales/screens/price.h"
+#include "sales/screens/sales_head.h"
+#include "stock/screens/audit_screen.h"
+#include "stock/screens/document_screen.h"
+#include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_screen.h"
+#include "stock/screens/source_picker.h"
+#include "stock/screens/trading_parts.h"
+
+namespace jxc {
+namespace xsth_detail {
+
+using ui::ColumnKind;
+using ui::FieldKind;
+
+// ---- the document ------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tkh", "客户：", FieldKind::Picker},
+    {"dateCg", "收货日期：", FieldKind::Date},
+    {"jsn", "单据编号：", FieldKind::Text, "jxc_xsthd.gl_djh", 0, ui::ReadOnly},
+    {"comCk", "收货仓库：", FieldKind::Combo},
+    {"comUser", "经办人：", FieldKind::Combo},
+    {"tyfje", "应退金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tssje", "实退金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "付款账户：", FieldKind::Combo},
+    {"tfpno", "发票号码：", FieldKind::Text, "jxc_xsthd.th_fpno"},
+    {"tfpje", "发票金额：", FieldKind::Money},
+    {"tnote", "备注：", FieldKind::Text, "jxc_xsthd.th_note"},
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comSort", "排序：", FieldKind::Combo},
+};
+
+constexpr ui::ColumnSpec kLines[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 9},
+    {"g_name", "商品名称", ColumnKind::Text, 28},
+    {"gg_name", "规格型号", ColumnKind::Text, 10},
+    {"color_name", "颜色", ColumnKind::Text, 5},
+    {"dw_name", "单位", ColumnKind::Text, 4},
+    {"th_dj", "单价", ColumnKind::Money, 10, false, true},
+    {"th_sl", "数量", ColumnKind::Quantity, 8, true, true},
+    {"th_je", "金额", ColumnKind::Money, 11, true},
+    {"th_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
+    {"th_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
+    {"th_taxje", "税额", ColumnKind::Money, 9, true},
+    {"th_dzl", "打折率", ColumnKind::Percent, 6, false, true},
+    {"th_zje", "总金额", ColumnKind::Money, 11, true},
+    {"th_cbj", "成本价", ColumnKind::Money, 10},
+    {"th_bz", "备注", ColumnKind::Text, 8},
+};
+constexpr ui::ColumnSpec kWaiting[] = {
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},      {"th_xsrq", "收货日期", ColumnKind::Text, 12},
+    {"kh_name", "客户", ColumnKind::Text, 20},         {"ck_name", "收货仓库", ColumnKind::Text, 12},
+    {"u_name", "经办人", ColumnKind::Text, 10},        {"yfje", "应退金额", ColumnKind::Money, 13, true},
+    {"sfje", "实退金额", ColumnKind::Money, 13, true}, {"wfje", "未退金额", ColumnKind::Money, 13, true},
+    {"a_name", "操作员", ColumnKind::Text, 10},        {"th_note", "备注", ColumnKind::Text, 16},
+};
+constexpr ui::GridSpec kGrids[] = {
+    {"gridLines", "退货商品", kLines, "按F2添加商品，或按F7选择一张销售单整单退货"},
+    {"gridWaiting", "待审核单据", kWaiting, "没有待审核的退货单"},
+    {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
+};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnAddOld", "添加商品", "F2"},
+    {"btnZdth", "整单退货", "F7"},
+    {"btnModi", "修改", "F3"},
+    {"btnDel", "删除", "Ctrl+D"},
+    {"btnOK", "保存", "F5"},
+    {"btnSearch", "查询", "F2"},
+    {"btnRChk", "审核", "F6", "审核当前单据，可修改实退金额"},
+    {"btn_Check", "全部审核", "F7"},
+    {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
+    {"btn_Dele", "删除单据", "Ctrl+Del"},
+    {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Modi", "修改商品", "F3"},
+    {"btnDele", "删除商品", "Ctrl+D"},
+    {"btnCancel", "退出", "Esc"},
+};
+
+constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser"};
+constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje tnote"};
+
+QString changeHead(const QString& number) {
+  return changeSalesHead(families::saleReturn, number);
+}
+QString pickSale() {
+  return pickSource("F_Xsth_Search", "gl_djh");
+}
+
+constexpr DocumentScreenSpec kDocument = {
+    .screen = {.name = "F_Xsth",
+               .title = "顾客退货",
+               .fields = kFields,
+               .grids = kGrids,
+               .commands = kCommands,
+               .focus = "tkh"},
+    .rules = sale_return::rules,
+    .draftTitle = "顾客退货",
+    .waitingTitle = "待审核退货单",
+    .side = &customerSide,
+    .pickPartner = pickCustomer,
+    .partner = "tkh",
+    .paid = "tssje",
+    .employeeFlag = "u_xs",
+    .settleKind = u"xt",
+    .waitingPartner = "kh_name",
+    .pickScreen = "F_Xsth_Add",
+    .lineScreen = "F_Xsth_Sele",
+    .auditScreen = "F_Xsth_Check",
+    .changeHead = changeHead,
+    .pickReturned = pickSale,
+    .make = {{"xsgl", 2}, u"顾客退货！"},
+    .audit = {{"xsgl", 8}, u"顾客退货审核！"},
+    .addWaiting = {{"xsgl", 2}, u"顾客退货！"},
+    .deleteWaiting = {{"xsgl", 2}, u"顾客退货！"},
+    .headForm = kHeadForm,
+    .footForm = kFootForm,
+    .scanRow = "btnAddOld btnZdth btnModi btnDel |",
+    .saveRow = "| btnOK btnCancel",
+    .searchRow = "tkey btnSearch comSort |",
+    .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele |",
+    .lineButtons = "btnAdd btnTab2Modi btnDele |",
+};
+
+class TF_Xsth : public DocumentScreen {
+ public:
+  TF_Xsth() : DocumentScreen(kDocument) {}
+};
+
+// ---- sales to return as a whole ----------------------------------------------------------------------------------
+
+constexpr ui::ColumnSpec kSales[] = {
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},   {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
+    {"kh_name", "客户", ColumnKind::Text, 22},      {"ck_name", "出货仓库", ColumnKind::Text, 12},
+    {"ls_yfje", "应收金额", ColumnKind::Money, 13}, {"ls_sfje", "实收金额", ColumnKind::Money, 13},
+    {"ls_th", "已退货", ColumnKind::Flag, 8},       {"ls_note", "备注", ColumnKind::Text, 16},
+};
+constexpr ui::GridSpec kSalesGrid[] = {{"gridSales", "已审核销售单", kSales, "没有符合条件的已审核销售单"}};
+
+class TF_Xsth_Search : public SourcePicker {
+ public:
+  TF_Xsth_Search()
+      : SourcePicker({"F_Xsth_Search", "选择整单退货的销售单", kSalesGrid, sale_return::returnableSales}) {}
+};
+
+// ---- goods list --------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kPickFields[] = {
+    {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"comLb", "类别：", FieldKind::Combo},
+    {"chkKh", "只显示该客户买过的商品", FieldKind::Check},
+    {"tsl", "默认添加数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+};
+constexpr ui::ColumnSpec kGoods[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 10},    {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"g_jm", "简码", ColumnKind::Text, 10},        {"g_sptm", "商品条码", ColumnKind::Text, 15},
+    {"gg_name", "规格型号", ColumnKind::Text, 12}, {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},      {"kc_sl", "库存数量", ColumnKind::Quantity, 10},
+    {"g_sj", "预设售价", ColumnKind::Money, 11},
+};
+constexpr ui::GridSpec kPickGrids[] = {
+    {"gridGoods", "商品列表", kGoods, "没有符合条件的商品，或该客户还没有买过"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+};
+constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Xsth_Add",
+                                            .title = "顾客退货 - 选择商品",
+                                            .fields = kPickFields,
+                                            .grids = kPickGrids,
+                                            .commands = trading_parts::pickCommands,
+                                            .focus = "tkey"},
+                                 .rules = sale_return::rules,
+                                 .lineScreen = "F_Xsth_Sele",
+                                 .partnerBox = "chkKh"};
+
+class TF_Xsth_Add : public GoodsPickScreen {
+ public:
+  TF_Xsth_Add() : GoodsPickScreen(kPick) {}
+};
+
+// ---- one line ----------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kLineFields[] = {
+    {"tsl", "数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+    {"tgsj", "单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tdzl", "打折率：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tnote", "备注：", FieldKind::Text, "jxc_xsthsp.th_bz"},
+};
+constexpr ui::ColumnSpec kHistory[] = {
+    {"ls_xsrq", "出货日期", ColumnKind::Text, 12}, {"kh_name", "客户", ColumnKind::Text, 18},
+    {"ls_dj", "单价", ColumnKind::Money, 12},      {"ls_sl", "数量", ColumnKind::Quantity, 10},
+    {"ls_tax", "税率(%)", ColumnKind::Percent, 9}, {"ls_taxdj", "含税单价", ColumnKind::Money, 12},
+    {"ls_dzl", "打折率", ColumnKind::Percent, 9},  {"ls_zje", "总金额", ColumnKind::Money, 13},
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},  {"ls_bz", "备注", ColumnKind::Text, 12},
+};
+constexpr ui::ColumnSpec kQuotes[] = {
+    {"kb_bjrq", "报价日期", ColumnKind::Date},
+    {"kb_bj", "报价", ColumnKind::Money, 12},
+    {"a_name", "操作员", ColumnKind::Text, 10},
+    {"kb_note", "备注", ColumnKind::Text, 20},
+};
+constexpr ui::GridSpec kLineGrids[] = {
+    {"gridHistory", "历史销售", kHistory, "该商品还没有销售记录"},
+    {"gridQuotes", "客户报价", kQuotes, "没有报价"},
+};
+constexpr ui::CommandSpec kLineCommands[] = {
+    {"btnSpsj", "选择售价", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr LineScreenSpec kLine = {.screen = {.name = "F_Xsth_Sele",
+                                             .title = "退货商品明细",
+                                             .fields = kLineFields,
+                                             .grids = kLineGrids,
+                                             .commands = kLineCommands,
+                                             .focus = "tsl"},
+                                  .rules = sale_return::rules,
+                                  .price = "tgsj",
+                                  .historyTitle = "最近二十次销售",
+                                  .quotesTitle = "客户报价",
+                                  .historyPrice = "ls_dj",
+                                  .quotesPrice = "kb_bj",
+                                  .askPrice = askGoodsPrice};
+
+class TF_Xsth_Sele : public LineScreen {
+ public:
+  TF_Xsth_Sele() : LineScreen(kLine) {}
+};
+
+// ---- audit -------------------------------------------------------------------------------------------------------
+
+constexpr ui::FieldSpec kAuditFields[] = {
+    {"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"trq", "收货日期：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tpartner", "客户：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tck", "收货仓库：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
+    {"tyfje", "应退金额：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tssje", "实退金额：", FieldKind::Money},
+    {"comJsfs", "结算方式：", FieldKind::Combo},
+    {"comYhzh", "付款账户：", FieldKind::Combo},
+    {"tnote", "备注：", FieldKind::Text, "", 100},
+};
+constexpr AuditScreenSpec kAudit = {.screen = {.name = "F_Xsth_Check",
+                                               .title = "顾客退货单审核确认",
+                                               .fields = kAuditFields,
+                                               .commands = trading_parts::auditCommands,
+                                               .focus = "tssje"},
+                                    .rules = sale_return::rules,
+                                    .paid = "tssje",
+                                    .settleKind = u"xt"};
+
+class TF_Xsth_Check : public AuditScreen {
+ public:
+  TF_Xsth_Check() : AuditScreen(kAudit) {}
+};
+
+const ui::Registered<TF_Xsth> kRegistered{"F_Xsth"};
+const ui::Registered<TF_Xsth_Search> kRegisteredSearch{"F_Xsth_Search"};
+const ui::Registered<TF_Xsth_Add> kRegisteredAdd{"F_Xsth_Add"};
+const ui::Registered<TF_Xsth_Sele> kRegisteredSele{"F_Xsth_Sele"};
+const ui::Registered<TF_Xsth_Check> kRegisteredCheck{"F_Xsth_Check"};
+
+}  // namespace xsth_detail
+}  // namespace jxc

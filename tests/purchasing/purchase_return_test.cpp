@@ -1,0 +1,135 @@
+// The purchase return: stock at every step, the supplier's goods, a receipt returned as a whole.
+#include "purchasing/purchase_return.h"
+
+#include "stock/shop.h"
+
+namespace jxc {
+namespace purchase_return_test {
+
+class PurchaseReturnTest : public test::ShopTest {
+ protected:
+  PurchaseReturnTest() {
+    addGoods("A", 4, "6901");
+    addGoods("B", 9);
+    addGoods("Z", 1);
+    received = receive("2021-05-01", {{"A", 10, 4}, {"B", 2, 9}});
+    draft = rules.fresh({});
+    prompt.forget();
+  }
+  LinePlace place() const {
+    return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
+  }
+  std::int64_t add(const QString& goods, double quantity) {
+    LineDraft line = rules.lines().newLine(goods, place(), false);
+    line.amounts.setQuantity(quantity);
+    return rules.lines().addLine(Lines::Draft, place(), line, prompt).id;
+  }
+  static QString row(const SqlText& sql, const QString& number) {
+    const RowSet rows = openSelect(sql, number);
+    QStringList texts;
+    for (int r = 0; r < rows.rowCount(); ++r)
+      for (int column = 0; column < rows.columnCount(); ++column)
+        texts << rows.text(r, column);
+    return texts.join(u' ');
+  }
+  QString goodsToPick() const {
+    const BoundStatement list = rules.lines().goodsToPick(place(), {});
+    QStringList goods;
+    for (const Row each : openSelectWith(list.sql, list.values))
+      goods << each.text("g_sn");
+    return goods.join(u' ');
+  }
+
+  const DocumentRules& rules = purchase_return::rules();
+  TradingDraft draft;
+  QString received;
+};
+
+TEST_F(PurchaseReturnTest, StockIsTestedAtEveryStep) {
+  EXPECT_EQ(goodsToPick(), "A B Z");
+  setParameter("cs_ct", 1);
+  EXPECT_EQ(goodsToPick(), "A B");  // Z was never delivered by this supplier
+  setParameter("cs_ct", 0);
+  setParameter("cs_kc", 0);
+  EXPECT_EQ(goodsToPick(), "A B");
+
+  LineDraft line = rules.lines().newLine("A", place(), false);
+  EXPECT_EQ(line.amounts.price(), 4);
+  line.amounts.setQuantity(11);
+  EXPECT_FALSE(rules.lines().mayWrite(line, place(), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "库存数量小于退货数量，不能退货！");
+  setParameter("cs_kc", 1);
+  prompt.willSayYes();
+  EXPECT_TRUE(rules.lines().mayWrite(line, place(), prompt));
+  EXPECT_EQ(prompt.questions.last(), "库存数量小于退货数量，退货后将产生负库存，继续退货吗?");
+
+  add("Z", 1);
+  setParameter("cs_kc", 0);
+  EXPECT_FALSE(rules.save(draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "当前仓库中商品‘镜架Z’库存不足，\r\n\r\n不能退货。");
+  setParameter("cs_kc", 1);
+  prompt.willSayYes().willSayYes();
+  EXPECT_TRUE(rules.save(draft, prompt));
+  EXPECT_EQ(prompt.questions.at(1), "当前仓库中商品‘镜架Z’不存在，\r\n\r\n退货将会出现负库存，是否继续？");
+  EXPECT_EQ(audit(draft.number), AuditOutcome::Audited);
+  EXPECT_EQ(balanceOf("Z"), "-1 -1 1");
+}
+
+TEST_F(PurchaseReturnTest, NothingGotBackLowersWhatIsOwed) {
+  EXPECT_EQ(supplierOwed(), 58);
+  const auto scanned = rules.lines().enterBarcode(place(), "6901", false, prompt).id;
+  rules.lines().setChange("3", u"sl", Lines::Draft, scanned, prompt);
+  EXPECT_EQ(rules.payable(draft.number), 12);
+  draft.paid = 0;
+  prompt.willSayYes();
+  ASSERT_TRUE(rules.save(draft, prompt));
+  EXPECT_EQ(lastLog(), "增加未审核采购退货单" + draft.number + "，共1种商品");
+  EXPECT_EQ(row("select th_yfje,th_sfje,th_jsfs,th_hkje from jxc_thd where gl_djh=?", draft.number), "-12 0 1 0");
+  EXPECT_EQ(audit(draft.number), AuditOutcome::Audited);
+  EXPECT_EQ(supplierOwed(), 46);
+  EXPECT_EQ(cash(), 0);
+  EXPECT_EQ(balanceOf("A"), "7 7 4");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+  prompt.willSayYes();
+  EXPECT_TRUE(cancelPurchaseReturn(draft.number, prompt));
+  EXPECT_EQ(supplierOwed(), 58);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PurchaseReturnTest, AWholeReceiptOnceAndAgainWhenTheReturnIsDeleted) {
+  balancePurchase(received, 57, 58);  // a receipt that was settled one yuan lower
+  EXPECT_FALSE(rules.returnWhole("CT21050110001", draft, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "单据CT21050110001不能退货，只有“CJ”开头的单据才能退货！");
+  const TradingDraft fresh = draft;
+  draft = *rules.returnWhole(received, draft, prompt);
+  EXPECT_EQ(draft.payable, 57);  // the balancing line goes back too
+  EXPECT_EQ(draft.returnOf, received);
+  draft.paid = 57;
+  prompt.willSayYes();
+  ASSERT_TRUE(rules.save(draft, prompt));
+  EXPECT_EQ(row("select j_th,j_dhdid from jxc_jhd where j_sn=?", received), "1 " + draft.number);
+  EXPECT_FALSE(rules.returnWhole(received, fresh, prompt));
+  EXPECT_EQ(prompt.lastNotice(), "该单据已经进行过整单退货，不能重复退货！");
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteWaitingDocument(families::purchaseReturn, draft.number, prompt));
+  EXPECT_EQ(row("select j_th,j_dhdid from jxc_jhd where j_sn=?", received), "0 ");
+
+  draft = *rules.returnWhole(received, fresh, prompt);
+  draft.paid = 57;
+  prompt.willSayYes();
+  ASSERT_TRUE(rules.save(draft, prompt));
+  auto dialog = rules.loadForAudit(draft.number);
+  ASSERT_TRUE(dialog);
+  EXPECT_EQ(dialog->payable, 57);
+  dialog->paid = 50;
+  dialog->note = "质量问题";
+  EXPECT_EQ(rules.audit(*dialog, prompt), AuditOutcome::Audited);
+  EXPECT_EQ(row("select th_yfje,th_sfje,th_note from jxc_thd where gl_djh=?", draft.number), "-57 -50 质量问题");
+  EXPECT_EQ(cash(), 50);
+  EXPECT_EQ(supplierOwed(), 58 - 57 + 50);
+  EXPECT_EQ(balanceOf("A").section(u' ', 0, 1), "0 0");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+}  // namespace purchase_return_test
+}  // namespace jxc

@@ -1,0 +1,141 @@
+// Returns through their screens: a sale and a receipt returned as a whole.
+#include "harness/invariants.h"
+#include "purchasing/receipt.h"
+#include "sales/sale.h"
+#include "screens/harness/screen_test.h"
+#include "stock/document.h"
+
+#include <QTabWidget>
+
+namespace jxc::test {
+namespace return_screen_test {
+
+class ReturnScreenTest : public ScreenTest {
+ protected:
+  ReturnScreenTest() {
+    setParameter("cs_shdj", 1);  // saved is audited
+    for (const QStringView sn : {u"A", u"B"})
+      insertRow("jxc_goods", {{"g_sn", sn},
+                              {"g_name", sn},
+                              {"g_jm", sn},
+                              {"g_sptm", sn},
+                              {"g_jj", 40.0},
+                              {"g_pjjj", 40.0},
+                              {"g_kc", 0.0},
+                              {"g_cgpl", 0},
+                              {"g_xspl", 0},
+                              {"g_jy", 0},
+                              {"g_gdcbj", 0},
+                              {"g_sj", 100.0},
+                              {"dw_name", u"付"},
+                              {"gg_name", u""},
+                              {"color_name", u""},
+                              {"g_scjj", 40.0},
+                              {"g_lsj", 100.0},
+                              {"gc_sn", u"1001"}});
+    received = write(receipt::rules(), 5, 400);
+    sold = write(sale::rules(), 2, 400);
+    EXPECT_EQ(brokenInvariants(), QStringList());
+  }
+  /// Both goods, this many of each, paid in full and audited.
+  QString write(const DocumentRules& rules, double quantity, double paid) {
+    TradingDraft draft = rules.fresh({});
+    draft.settlement = Settlement::RestOnAccount;
+    draft.paid = paid;
+    draft.account = QStringLiteral("现金");
+    LinePlace place{.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
+    for (const QString& goods : {QStringLiteral("A"), QStringLiteral("B")}) {
+      LineDraft line = rules.lines().newLine(goods, place, false);
+      line.amounts.setQuantity(quantity);
+      rules.lines().addLine(Lines::Draft, place, line, prompt);
+    }
+    prompt.willSayYes();
+    const SaveResult saved = rules.save(draft, prompt);
+    EXPECT_TRUE(saved.audited);
+    return saved.number;
+  }
+  static double stockOf(const QString& goods) {
+    return lookupNumber("select kc_zsl from jxc_kcsp where g_sn=?", goods);
+  }
+  void expectSaved(const char* enquiry) {
+    expectQuestion(QStringLiteral("单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“") +
+                       QString::fromUtf8(enquiry) + QStringLiteral("”功能中取消审核！"),
+                   Answer::Yes);
+  }
+  QString received, sold;
+};
+
+TEST_F(ReturnScreenTest, ASaleComesBackWholeAndThenOnePiece) {
+  EXPECT_EQ(stockOf("A"), 3);
+  open("F_Xsth", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comJsfs").text(), "余款记入应收帐款");
+    expectScreen("F_Xsth_Search", [&](ui::Screen& list) {
+      ASSERT_EQ(list.grid("gridSales").rowCount(), 1);
+      press(list, "F5");
+    });
+    press(s, "F7");
+    EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
+    EXPECT_TRUE(s.field("tkh").isReadOnly());
+    EXPECT_EQ(s.field("tyfje").number(), 400);
+    EXPECT_EQ(s.field("tssje").number(), 400);
+    expectNotice(QStringLiteral("请先保存本次的退货单据！"));
+    press(s, "F7");
+    expectSaved("销售退货查询");
+    press(s, "F5");
+    EXPECT_FALSE(s.field("tkh").isReadOnly());
+
+    expectScreen("F_Xsth_Add", [&](ui::Screen& pick) {
+      type(pick, "tkey", u"B");
+      expectScreen("F_Xsth_Sele", [&](ui::Screen& line) {
+        EXPECT_EQ(line.grid("gridHistory").rowCount(), 1);
+        type(line, "tsl", u"0");
+        expectNotice(QStringLiteral("数量不能为0！"));
+        press(line, "F5");
+        type(line, "tsl", u"1");
+        press(line, "F5");
+      });
+      press(pick, "Return");
+      press(pick, "F5");
+    });
+    press(s, "F2");
+    type(s, "tssje", u"0");
+    expectSaved("销售退货查询");
+    press(s, "F5");
+  });
+  EXPECT_EQ(stockOf("A"), 5);
+  EXPECT_EQ(stockOf("B"), 6);
+  EXPECT_EQ(lookupValue("select ls_th from jxc_lsxsd"), "1");
+  EXPECT_EQ(lookupNumber("select sum(th_yfje) from jxc_xsthd"), -500);
+  EXPECT_EQ(lookupNumber("select k_ljje from jxc_ysyfk where k_djlx='XT' order by id desc"), -100);
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
+  open("F_Cgth", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comJsfs").text(), "余款记入应付帐款");
+    expectScreen("F_Cgth_Zdth_Search", [&](ui::Screen& list) { press(list, "F5"); });
+    press(s, "F7");
+    EXPECT_EQ(s.field("tyfje").number(), 400);
+    edit(s, "gridLines", 0, "th_sl", u"3");
+    EXPECT_EQ(s.field("tsfje").number(), 320);
+    expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"),
+                   Answer::No);
+    press(s, "F5");
+    edit(s, "gridLines", 1, "th_sl", u"3");
+    EXPECT_EQ(s.field("tsfje").number(), 240);
+    expectSaved("进退货查询");
+    press(s, "F5");
+    EXPECT_TRUE(s.grid("gridLines").isEmpty());
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    settle();
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  EXPECT_EQ(stockOf("A"), 0);
+  EXPECT_EQ(stockOf("B"), 0);
+  EXPECT_EQ(lookupNumber("select th_sfje from jxc_thd"), -240);
+  EXPECT_EQ(lookupValue("select j_th from jxc_jhd"), "1");
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+}  // namespace return_screen_test
+}  // namespace jxc::test
