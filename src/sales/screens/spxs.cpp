@@ -5,12 +5,12 @@
 #include "masterdata/screens/partner_picker.h"
 #include "sales/sale.h"
 #include "sales/screens/price.h"
-#include "sales/screens/sales_head.h"
 #include "sales/screens/spxs_gift.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
+#include "stock/screens/modi_date.h"
 #include "stock/screens/trading_parts.h"
 
 namespace jxc {
@@ -101,7 +101,7 @@ bool parcelsInUse() {
 }
 
 QString changeHead(const QString& number) {
-  return changeSalesHead(families::sale, number);
+  return changeSaleHead(families::sale, number);
 }
 
 constexpr DocumentScreenSpec kDocument = {

@@ -5,11 +5,11 @@
 #include "masterdata/screens/partner_picker.h"
 #include "sales/sale_return.h"
 #include "sales/screens/price.h"
-#include "sales/screens/sales_head.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
+#include "stock/screens/modi_date.h"
 #include "stock/screens/source_picker.h"
 #include "stock/screens/trading_parts.h"
 
@@ -88,7 +88,7 @@ constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser"};
 constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje tnote"};
 
 QString changeHead(const QString& number) {
-  return changeSalesHead(families::saleReturn, number);
+  return changeSaleHead(families::saleReturn, number);
 }
 QString pickSale() {
   return pickSource("F_Xsth_Search", "gl_djh");
