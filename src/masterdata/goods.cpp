@@ -21,7 +21,7 @@ bool mayAdd(const GoodsDraft& draft, const QString& name, Prompt& prompt) {
     prompt.notice(text);
     return false;
   };
-  if (draft.classNumber.isEmpty()) return refuse(QStringLiteral("类别名称必须填写！"));
+  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
   if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
   if (name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
   if (draft.unit.isEmpty() || draft.unit == QStringLiteral("增加新单位...")) {
@@ -93,7 +93,7 @@ void writeOpeningStock(const GoodsDraft& draft, const QString& name) {
 
 void writeGoods(const GoodsDraft& draft, const QString& name) {
   const QString supplier = lookupValue("select ghs_sn from jxc_ghsxx where ghs_default<>0");
-  const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", draft.classNumber);
+  const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber);
   const auto id = insertRow("jxc_goods", {{"g_sn", draft.number},
                                           {"g_name", name},
                                           {"g_qc", name.left(64)},
@@ -103,7 +103,7 @@ void writeGoods(const GoodsDraft& draft, const QString& name) {
                                           {"dw_name2", draft.unit},
                                           {"gg_name", sanitizeKeyword(draft.model)},
                                           {"color_name", sanitizeKeyword(draft.colour)},
-                                          {"gc_sn", draft.classNumber},
+                                          {"gc_sn", *draft.classNumber},
                                           {"gc_cid", classIdentity},
                                           {"ghs_sn", supplier},
                                           {"g_sccs", sanitizeKeyword(draft.origin)},

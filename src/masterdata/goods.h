@@ -16,8 +16,8 @@ namespace jxc {
 /// What the operator keys in for one ordinary article. Prices are yuan, quantities units of `unit`.
 struct GoodsDraft {
   QString number, name, barcode, unit, model, colour, origin, note;
-  QString classNumber;  // gc_sn
-  QString warehouse;    // ck_sn of the opening stock
+  std::optional<QString> classNumber;  // gc_sn; empty is the root; nothing when no class was chosen
+  QString warehouse;                   // ck_sn of the opening stock
   double purchasePrice = 0, salePrice = 0, retailPrice = 0;
   std::array<double, 5> levelPrices{};  // g_sj1 … g_sj5
   int lowestStock = 0;                  // pieces; below it the stock alert shows the article

@@ -45,7 +45,7 @@ class Grid::Footer : public QWidget {
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
       if (!columns[i].sum) continue;
       texts_[i] = complete ? displaySum(columns[i].kind, grid_.model_->sum(i)) : QStringLiteral("…");
-      spoken << qs(columns[i].caption) + texts_[i];
+      if (!grid_.view_->isColumnHidden(i)) spoken << qs(columns[i].caption) + texts_[i];
     }
     count_ = QStringLiteral("共 %1 条").arg(grid_.rowCount());
     setAccessibleName(QStringLiteral("合计"));
@@ -225,6 +225,7 @@ Grid::~Grid() {
 }
 
 void Grid::loadQuery(GridQuery query) {
+  replaces_ = query.sql != query_.sql || query.values != query_.values;
   query_ = std::move(query);
   reload();
 }
@@ -258,24 +259,43 @@ void Grid::clearRows() {
 }
 
 void Grid::arrived(RowSet rows, bool complete) {
+  // A reload of the same list shows the old rows until all the new ones are there: the operator keeps his place.
+  if (!complete && !replaces_ && model_->rows().rowCount() > rows.rowCount()) return;
+  if (complete) replaces_ = false;
   const std::int64_t id = currentId();
   const int place = currentRow();
   const int column = std::max(0, view_->currentIndex().column());
   const int scrolled = view_->verticalScrollBar()->value();
   inReload_ = true;
   model_->setRows(std::move(rows));
-  int row = id != 0 ? model_->findInteger(spec_.idField, id) : -1;
-  if (row < 0) row = std::min(std::max(place, 0), rowCount() - 1);
-  if (row >= 0) {
-    view_->verticalScrollBar()->setValue(scrolled);
-    view_->setCurrentIndex(model_->index(row, column));
-  }
+  if (rowFilter_) model_->setFilter(rowFilter_(model_->rows(), true));
+  comeBack(id, place, column, scrolled);
   inReload_ = false;
   footer_->update(complete);
   fitToRows();
   showState();
   if (currentChanged_) currentChanged_();
   if (complete && loaded_) loaded_();
+}
+
+void Grid::comeBack(std::int64_t id, int place, int column, int scrolled) {
+  int row = id != 0 ? model_->findInteger(spec_.idField, id) : -1;
+  if (row < 0) row = std::min(std::max(place, 0), rowCount() - 1);
+  if (row < 0) return;
+  view_->verticalScrollBar()->setValue(scrolled);
+  view_->setCurrentIndex(model_->index(row, column));
+}
+
+void Grid::refilter() {
+  const std::int64_t id = currentId();
+  const int column = std::max(0, view_->currentIndex().column());
+  inReload_ = true;
+  model_->setFilter(rowFilter_ ? std::optional(rowFilter_(model_->rows(), false)) : std::nullopt);
+  comeBack(id, 0, column, 0);
+  inReload_ = false;
+  footer_->update(!isLoading());
+  showState();
+  if (currentChanged_) currentChanged_();
 }
 
 void Grid::showState() {
@@ -347,6 +367,17 @@ void Grid::setColumnVisible(std::string_view field, bool on) {
   if (column < 0) throw std::invalid_argument("no column " + std::string(field));
   view_->setColumnHidden(column, !on);
   if (!layoutRead_) defaultWidths();
+}
+
+void Grid::setColumnAllowed(std::string_view field, bool on) {
+  setColumnVisible(field, on);
+  const int column = model_->columnOf(field);
+  std::erase(forbidden_, column);
+  if (!on) forbidden_.push_back(column);
+}
+
+bool Grid::isForbidden(int column) const {
+  return std::find(forbidden_.begin(), forbidden_.end(), column) != forbidden_.end();
 }
 
 bool Grid::isColumnVisible(std::string_view field) const {
@@ -479,6 +510,7 @@ void Grid::showMenu(const QPoint& place) {
       ->setEnabled(!isEmpty());
   auto* columns = menu.addMenu(QStringLiteral("显示的列"));
   for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
+    if (isForbidden(i)) continue;
     auto* action = columns->addAction(model_->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString());
     action->setCheckable(true);
     action->setChecked(!view_->isColumnHidden(i));

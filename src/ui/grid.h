@@ -47,8 +47,17 @@ class Grid : public QWidget {
   /// Waits for the answer of a running query (tests, screenshots, exports).
   void waitLoaded(int milliseconds = 60000);
   const RowSet& rows() const { return model_->rows(); }
-  int rowCount() const { return model_->rows().rowCount(); }
+  int rowCount() const { return model_->rowCount(); }  // those that are shown
   bool isEmpty() const { return rowCount() == 0; }
+
+  /// Gives the numbers of the rows to show, ascending. `areNew`: asked because rows have arrived.
+  using RowFilter = std::function<std::vector<int>(const RowSet& rows, bool areNew)>;
+  /// Shows only some of the rows; the filter is asked at each arrival of rows, and by `refilter`, which keeps the
+  /// current row where it can.
+  void setRowFilter(RowFilter filter) { rowFilter_ = std::move(filter); }
+  void refilter();
+  /// Rows that the sums of the footer take in; without it all that are shown.
+  void setCounts(std::function<bool(const Row&)> counts) { model_->counts = std::move(counts); }
 
   // The current row.
   std::optional<Row> current() const;
@@ -64,6 +73,8 @@ class Grid : public QWidget {
 
   // Columns.
   void setColumnVisible(std::string_view field, bool on);
+  /// A column that the operator has no right to see: neither shown nor exported nor offered to be shown.
+  void setColumnAllowed(std::string_view field, bool on);
   bool isColumnVisible(std::string_view field) const;
   void setCaption(std::string_view field, const QString& caption);
   void setReadOnly(bool on);
@@ -113,6 +124,8 @@ class Grid : public QWidget {
   class Table;
   void arrived(RowSet rows, bool complete);
   void showState();
+  void comeBack(std::int64_t id, int place, int column, int scrolled);
+  bool isForbidden(int column) const;
   void defaultWidths();
   void fitToRows();
   void showMenu(const QPoint& place);
@@ -135,6 +148,9 @@ class Grid : public QWidget {
   bool sizing_ = false;
   std::vector<int> fitted_;  // widths that the first rows ask for; empty before there are any
   bool inReload_ = false;
+  bool replaces_ = true;        // the query under way is another one than what is shown
+  std::vector<int> forbidden_;  // columns
+  RowFilter rowFilter_;
   std::function<void()> activated_, currentChanged_, loaded_;
 };
 

@@ -50,8 +50,15 @@ void GridModel::setRows(RowSet rows) {
   beginResetModel();
   rows_ = std::move(rows);
   source_ = std::move(source);
-  order_.clear();
-  if (sortColumn_ >= 0) reorder();
+  filter_.reset();
+  reorder();
+  endResetModel();
+}
+
+void GridModel::setFilter(std::optional<std::vector<int>> rows) {
+  beginResetModel();
+  filter_ = std::move(rows);
+  showRows();
   endResetModel();
 }
 
@@ -63,7 +70,7 @@ int GridModel::columnOf(std::string_view field) const {
 }
 
 int GridModel::viewRow(int sourceRow) const {
-  if (order_.empty()) return sourceRow;
+  if (asTheyCame_) return sourceRow;
   const auto found = std::find(order_.begin(), order_.end(), sourceRow);
   return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
 }
@@ -85,8 +92,10 @@ QString GridModel::cellText(int viewRow, int column) const {
 double GridModel::sum(int column) const {
   if (source_[column] < 0) return 0;
   double total = 0;
-  for (int row = 0; row < rows_.rowCount(); ++row)
-    total += rows_.number(row, source_[column]);
+  for (int place = 0; place < rowCount(); ++place) {
+    const int row = sourceRow(place);
+    if (!counts || counts(rows_[row])) total += rows_.number(row, source_[column]);
+  }
   return total;
 }
 
@@ -96,7 +105,8 @@ void GridModel::setCaption(int column, const QString& caption) {
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rows_.rowCount();
+  if (parent.isValid()) return 0;
+  return asTheyCame_ ? rows_.rowCount() : static_cast<int>(order_.size());
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const {
@@ -104,7 +114,7 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rows_.rowCount()) return {};
+  if (!index.isValid() || index.row() >= rowCount()) return {};
   const int column = index.column();
   switch (role) {
     case Qt::DisplayRole:
@@ -181,23 +191,47 @@ void GridModel::sort(int column, Qt::SortOrder order) {
 }
 
 void GridModel::reorder() {
-  using namespace grid_model_detail;
+  sortRows();
+  showRows();
+}
+
+// The whole set is sorted once; a filter then only walks that order, so that typing in a sorted list stays quick.
+void GridModel::showRows() {
+  asTheyCame_ = sorted_.empty() && !filter_;
   order_.clear();
+  if (asTheyCame_) return;
+  if (!filter_) {
+    order_ = sorted_;
+  } else if (sorted_.empty()) {
+    order_ = *filter_;
+  } else {
+    std::vector<char> shown(sorted_.size(), 0);
+    for (const int row : *filter_)
+      shown[static_cast<std::size_t>(row)] = 1;
+    for (const int row : sorted_) {
+      if (shown[static_cast<std::size_t>(row)]) order_.push_back(row);
+    }
+  }
+}
+
+void GridModel::sortRows() {
+  using namespace grid_model_detail;
+  sorted_.clear();
   if (sortColumn_ < 0 || source_[sortColumn_] < 0) return;
   const int column = source_[sortColumn_];
   const int count = rows_.rowCount();
-  order_.resize(static_cast<std::size_t>(count));
-  std::iota(order_.begin(), order_.end(), 0);
+  sorted_.resize(static_cast<std::size_t>(count));
+  std::iota(sorted_.begin(), sorted_.end(), 0);
   const auto kind = columns_[sortColumn_].kind;
   if (isNumberKind(kind) || kind == ColumnKind::Flag) {
-    std::vector<double> keys(order_.size());
+    std::vector<double> keys(sorted_.size());
     for (int row = 0; row < count; ++row)
       keys[row] = rows_.number(row, column);
-    return sortBy(order_, keys, sortOrder_, std::less<>());
+    return sortBy(sorted_, keys, sortOrder_, std::less<>());
   }
-  std::vector<std::string_view> texts(order_.size());
+  std::vector<std::string_view> texts(sorted_.size());
   std::vector<std::string> made;  // numbers in a text column have no stored text
-  made.reserve(order_.size());
+  made.reserve(sorted_.size());
   bool ascii = true;
   for (int row = 0; row < count; ++row) {
     texts[row] = rows_.utf8(row, column);
@@ -206,13 +240,13 @@ void GridModel::reorder() {
     }
     ascii = ascii && isAscii(texts[row]);
   }
-  if (ascii) return sortBy(order_, texts, sortOrder_, std::less<>());
+  if (ascii) return sortBy(sorted_, texts, sortOrder_, std::less<>());
   QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
   std::vector<QCollatorSortKey> keys;
-  keys.reserve(order_.size());
+  keys.reserve(sorted_.size());
   for (const auto text : texts)
     keys.push_back(collator.sortKey(qs(text)));
-  sortBy(order_, keys, sortOrder_, [](const auto& a, const auto& b) { return a < b; });
+  sortBy(sorted_, keys, sortOrder_, [](const auto& a, const auto& b) { return a < b; });
 }
 
 }  // namespace jxc::ui

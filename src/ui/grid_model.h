@@ -28,8 +28,10 @@ class GridModel : public QAbstractTableModel {
   const RowSet& rows() const { return rows_; }
   std::span<const ColumnSpec> columns() const { return columns_; }
   int columnOf(std::string_view field) const;  // -1 when unknown
-  /// Row of the row set shown at a place of the view, and back.
-  int sourceRow(int viewRow) const { return order_.empty() ? viewRow : order_[viewRow]; }
+  /// Shows only these rows of the set (ascending); nothing: all of them. New rows come unfiltered.
+  void setFilter(std::optional<std::vector<int>> rows);
+  /// Row of the row set shown at a place of the view, and back (-1 when it is not shown).
+  int sourceRow(int viewRow) const { return asTheyCame_ ? viewRow : order_[viewRow]; }
   int viewRow(int sourceRow) const;
   int findInteger(std::string_view field, std::int64_t number) const;  // view row, -1
   QString cellText(int viewRow, int column) const;
@@ -37,6 +39,8 @@ class GridModel : public QAbstractTableModel {
   void setCaption(int column, const QString& caption);
 
   std::function<RowLook(const Row&)> rowLook;
+  /// Rows that the sums take in; without it all that are shown.
+  std::function<bool(const Row&)> counts;
   /// Called once the editor is closed, so that the hook may ask and load anew.
   Changed changed;
   std::function<void()> afterChange;
@@ -53,11 +57,16 @@ class GridModel : public QAbstractTableModel {
 
  private:
   void reorder();
+  void sortRows();
+  void showRows();
   std::span<const ColumnSpec> columns_;
   std::vector<QString> captions_;
   RowSet rows_;
   std::vector<int> source_;  // column of the row set behind each column; -1 before the first rows
-  std::vector<int> order_;   // empty: as the query gave them
+  std::vector<int> sorted_;  // all rows in the order of the sorted column; empty without one
+  std::optional<std::vector<int>> filter_;
+  std::vector<int> order_;  // the rows that are shown, unless they are shown as they came
+  bool asTheyCame_ = true;
   int sortColumn_ = -1;
   Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
 };

@@ -114,7 +114,7 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
   };
   refused(
       [](GoodsDraft& d) {
-        d.classNumber.clear();
+        d.classNumber.reset();
         d.number.clear();
       },
       QStringLiteral("类别名称必须填写！"));

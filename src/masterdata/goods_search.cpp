@@ -1,0 +1,117 @@
+#include "masterdata/goods_search.h"
+
+#include "core/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace jxc {
+namespace goods_search_detail {
+
+constexpr std::array<std::string_view, 6> kColumns = {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name"};
+
+constexpr std::array<char, 256> makeUpper() {
+  std::array<char, 256> table{};
+  for (int i = 0; i < 256; ++i)
+    table[static_cast<std::size_t>(i)] = static_cast<char>(i >= 'a' && i <= 'z' ? i - 'a' + 'A' : i);
+  return table;
+}
+// `like` is blind to the case of Latin letters only, and so is this.
+constexpr auto kUpper = makeUpper();
+
+char upper(char c) {
+  return kUpper[static_cast<unsigned char>(c)];
+}
+
+bool isContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+/// Whether a word with "_" in it matches at this place: "_" is any one character, but never the end of a column.
+bool matchesAt(const char* at, const char* end, const std::string& word) {
+  for (const char c : word) {
+    if (at == end) return false;
+    if (c != '_') {
+      if (*at++ != c) return false;
+      continue;
+    }
+    if (*at++ == '\0') return false;
+    while (at != end && isContinuation(*at))
+      ++at;
+  }
+  return true;
+}
+
+const char* findWord(const char* from, const char* end, const std::string& word, bool withWildcard) {
+  if (!withWildcard) {
+    return static_cast<const char*>(memmem(from, static_cast<std::size_t>(end - from), word.data(), word.size()));
+  }
+  for (; from != end; ++from) {
+    if (!isContinuation(*from) && matchesAt(from, end, word)) return from;
+  }
+  return nullptr;
+}
+
+}  // namespace goods_search_detail
+
+QStringList goodsSearchWords(const QString& typed) {
+  QString clean = sanitizeKeyword(typed);
+  for (QChar& c : clean) {
+    if (c >= u'a' && c <= u'z') c = QChar(c.unicode() - u'a' + u'A');
+  }
+  return clean.split(u' ', Qt::SkipEmptyParts);
+}
+
+GoodsIndex::GoodsIndex(RowSet rows) : rows_(std::move(rows)) {
+  using namespace goods_search_detail;
+  std::array<int, kColumns.size()> columns{};
+  for (std::size_t i = 0; i < kColumns.size(); ++i)
+    columns[i] = rows_.columnIndex(kColumns[i]);
+  const int count = rows_.rowCount();
+  end_.reserve(static_cast<std::size_t>(count));
+  for (int row = 0; row < count; ++row) {
+    for (const int column : columns) {
+      if (column >= 0) text_ += rows_.utf8(row, column);
+      text_ += '\0';
+    }
+    end_.push_back(text_.size());
+  }
+  std::transform(text_.begin(), text_.end(), text_.begin(), upper);
+}
+
+void GoodsIndex::keepRowsWith(const std::string& word, std::vector<char>& kept) const {
+  using namespace goods_search_detail;
+  const bool withWildcard = word.find('_') != std::string::npos;
+  const char* const begin = text_.data();
+  const char* const end = begin + text_.size();
+  const char* at = begin;
+  std::size_t row = 0;
+  const auto dropUntil = [&](std::size_t next) { std::fill(kept.begin() + row, kept.begin() + next, 0); };
+  while (row < end_.size()) {
+    const char* found = findWord(at, end, word, withWildcard);
+    if (!found) break;
+    const auto offset = static_cast<std::size_t>(found - begin);
+    const auto hit = static_cast<std::size_t>(std::upper_bound(end_.begin() + row, end_.end(), offset) - end_.begin());
+    dropUntil(hit);
+    row = hit + 1;
+    at = begin + end_[hit];
+  }
+  dropUntil(end_.size());
+}
+
+std::vector<int> GoodsIndex::find(const QString& typed, const QString& classNumber) const {
+  const std::string below = classNumber.toStdString();
+  const int classColumn = rows_.columnIndex("gc_sn");
+  std::vector<char> kept(end_.size(), 1);
+  for (const QString& word : goodsSearchWords(typed))
+    keepRowsWith(word.toStdString(), kept);
+  std::vector<int> found;
+  for (int row = 0; row < static_cast<int>(kept.size()); ++row) {
+    if (!kept[static_cast<std::size_t>(row)]) continue;
+    if (below.empty() || (classColumn >= 0 && rows_.utf8(row, classColumn).starts_with(below))) found.push_back(row);
+  }
+  return found;
+}
+
+}  // namespace jxc

@@ -1,0 +1,213 @@
+#include "masterdata/screens/goods_form.h"
+
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/dwgl.h"
+#include "masterdata/screens/goods_class_picker.h"
+#include "masterdata/screens/goods_picture.h"
+#include "masterdata/units.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+namespace jxc {
+namespace goods_form_detail {
+
+constexpr int kSetCommission = 19;  // of the rights "qtcz"
+constexpr std::array<std::string_view, 5> kLevels = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
+
+QString newUnit() {
+  return QStringLiteral("增加新单位...");
+}
+
+/// A word at the right end inside an input: "元", "%".
+class UnitInside : public QObject {
+ public:
+  UnitInside(QLineEdit& edit, QLabel& label) : QObject(&edit), edit_(edit), label_(label) {
+    label.setAttribute(Qt::WA_TransparentForMouseEvents);
+    edit.setTextMargins(0, 0, edit.fontMetrics().horizontalAdvance(u'元') + 6, 0);
+    edit.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
+      const int width = edit_.textMargins().right();
+      label_.setGeometry(edit_.width() - width - 4, 0, width, edit_.height());
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QLineEdit& edit_;
+  QLabel& label_;
+};
+
+}  // namespace goods_form_detail
+
+GoodsForm::GoodsForm(const ui::ScreenSpec& spec, GoodsClassTree::Show classes) : Screen(spec), classes_(classes) {
+  auto* edit = static_cast<QLineEdit*>(tTcbl.widget());
+  commissionUnit_ = new QLabel(edit);
+  commissionUnit_->setAlignment(Qt::AlignCenter);
+  new goods_form_detail::UnitInside(*edit, *commissionUnit_);
+  gc_name.onPick([this] { return pickClass(); });
+  dw_name.onChanged([this] { unitChanged(); });
+  comTcbl.onChanged([this] { showCommission(); });
+  comTcbl.setItems({{QStringLiteral("不提成"), QStringLiteral("0")},
+                    {QStringLiteral("按件数提成"), QStringLiteral("1")},
+                    {QStringLiteral("按比例提成"), QStringLiteral("2")},
+                    {QStringLiteral("按毛利提成"), QStringLiteral("3")}});
+}
+
+void GoodsForm::prepare() {
+  setUnit(dw_name.text());
+  const bool levels = strIsTrue(session().cs_cs013);
+  for (const auto name : goods_form_detail::kLevels)
+    field(name).setVisible(levels);
+  g_lsj.setVisible(strIsTrue(session().cs_lsj));
+  g_lsj.widget()->setToolTip(QStringLiteral("零售价不参与任何业务，可以打印。"));
+  const bool commissions = hasRight("qtcz", goods_form_detail::kSetCommission);
+  comTcbl.setVisible(commissions);
+  tTcbl.setVisible(commissions);
+  chosenPicture_.clear();
+  showCommission();
+}
+
+void GoodsForm::setUnit(const QString& name) {
+  std::vector<ListItem> items;
+  bool known = false;
+  for (const Row row : selectUnits()) {
+    items.push_back({row.text("dw_name"), row.text("dw_name")});
+    known = known || row.text("dw_name") == name;
+  }
+  // An article keeps its unit also when the word was taken off the list.
+  if (!known && !name.isEmpty() && name != goods_form_detail::newUnit()) items.push_back({name, name});
+  items.push_back({goods_form_detail::newUnit(), {}});
+  dw_name.setItems(items);
+  if (!name.isEmpty()) dw_name.setText(name);
+  unit_ = dw_name.text();
+}
+
+void GoodsForm::unitChanged() {
+  if (dw_name.text() != goods_form_detail::newUnit()) {
+    unit_ = dw_name.text();
+    return;
+  }
+  const QString taken = ui::screenAs<TF_Dwgl>("F_Dwgl").pick();
+  setUnit(taken.isEmpty() ? unit_ : taken);
+}
+
+void GoodsForm::showCommission() {
+  const int kind = comTcbl.index();
+  tTcbl.setLabel(kind == 1   ? QStringLiteral("每件提成：")
+                 : kind >= 2 ? QStringLiteral("提成比例：")
+                             : QStringLiteral("提成金额："));
+  commissionUnit_->setText(kind == 1 ? QStringLiteral("元") : kind >= 2 ? QStringLiteral("%") : QString());
+  tTcbl.setEnabled(kind > 0);
+}
+
+std::optional<ListItem> GoodsForm::pickClass() {
+  const auto chosen =
+      ui::screenAs<TF_Spxxgl_Class>("F_Spxxgl_Class").pick(classes_, class_ ? class_->number : QString());
+  if (!chosen) return {};
+  setClass(chosen);
+  classChosen();
+  return ListItem{chosen->name, chosen->number};
+}
+
+void GoodsForm::setClass(const std::optional<GoodsClass>& chosen) {
+  class_ = chosen;
+  gc_name.setPicked(chosen ? ListItem{chosen->name, chosen->number} : ListItem{});
+}
+
+void GoodsForm::showDraft(const GoodsDraft& draft) {
+  g_sn.setText(draft.number);
+  if (!draft.unit.isEmpty()) setUnit(draft.unit);
+  g_jj.setNumber(draft.purchasePrice);
+  g_sj.setNumber(draft.salePrice);
+  g_lsj.setNumber(draft.retailPrice);
+  for (std::size_t i = 0; i < draft.levelPrices.size(); ++i)
+    field(goods_form_detail::kLevels[i]).setNumber(draft.levelPrices[i]);
+  g_zdkc.setNumber(draft.lowestStock);
+  comTcbl.setIndex(std::clamp(draft.commissionKind, 0, 3));
+  tTcbl.setNumber(draft.commission);
+  g_sccs.setText(draft.origin);
+  g_bz.setText(draft.note);
+  g_gdcbj.setChecked(draft.fixedCost);
+  showCommission();
+}
+
+void GoodsForm::readDraft(GoodsDraft& draft) const {
+  draft.classNumber = class_ ? std::optional(class_->number) : std::nullopt;
+  draft.number = g_sn.trimmed();
+  draft.unit = dw_name.text();
+  draft.purchasePrice = g_jj.number();
+  draft.salePrice = g_sj.number();
+  draft.retailPrice = g_lsj.number();
+  for (std::size_t i = 0; i < draft.levelPrices.size(); ++i) {
+    draft.levelPrices[i] = const_cast<GoodsForm*>(this)->field(goods_form_detail::kLevels[i]).number();
+  }
+  draft.lowestStock = g_zdkc.integer();
+  draft.commissionKind = std::max(0, comTcbl.index());
+  draft.commission = tTcbl.number();
+  draft.origin = g_sccs.trimmed();
+  draft.note = g_bz.trimmed();
+  draft.fixedCost = g_gdcbj.isChecked();
+}
+
+QWidget* GoodsForm::pictureArea() {
+  auto* area = new QWidget(this);
+  auto* line = new QVBoxLayout(area);
+  line->setContentsMargins(0, 0, 0, 0);
+  picture_ = new QLabel(QStringLiteral("没有图片"), area);
+  picture_->setObjectName(QStringLiteral("imagePic"));
+  picture_->setAccessibleName(QStringLiteral("商品图片"));
+  picture_->setAlignment(Qt::AlignCenter);
+  picture_->setFrameShape(QFrame::StyledPanel);
+  picture_->setProperty("emptyHint", true);
+  picture_->setFixedSize(fontMetrics().averageCharWidth() * 26, fontMetrics().height() * 9);
+  line->addWidget(picture_);
+  auto& choose = command("btnPic");
+  line->addWidget(&choose);
+  line->addStretch(1);
+  on(choose, [this] { choosePicture(); });
+  return area;
+}
+
+void GoodsForm::choosePicture() {
+  const QString file =
+      QFileDialog::getOpenFileName(this, QStringLiteral("选择图片"), {},
+                                   QStringLiteral("图片文件 (*.bmp *.gif *.png *.jpg *.jpeg *.BMP *.GIF *.PNG *.JPG)"));
+  if (file.isEmpty()) return;
+  showPicture(file);
+  if (picture_->pixmap(Qt::ReturnByValue).isNull()) {
+    prompt().notice(QStringLiteral("图片文件不能读取，请选择其他图片！"));
+    return;
+  }
+  chosenPicture_ = file;
+}
+
+void GoodsForm::showPicture(const QString& file) {
+  const QPixmap picture = goodsPicture(file, picture_->size() - QSize(4, 4));
+  if (picture.isNull()) {
+    picture_->setText(QStringLiteral("没有图片"));
+  } else {
+    picture_->setPixmap(picture);
+  }
+}
+
+void GoodsForm::savePicture(const QString& number) {
+  if (chosenPicture_.isEmpty()) return;
+  const QString file = std::exchange(chosenPicture_, QString());
+  try {
+    saveGoodsPicture(number, file);
+  } catch (const std::runtime_error& failure) {
+    // The article is saved; its picture can be chosen again.
+    prompt().notice(QString::fromUtf8(failure.what()));
+  }
+}
+
+}  // namespace jxc

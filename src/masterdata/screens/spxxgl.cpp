@@ -1,0 +1,219 @@
+#include "masterdata/screens/spxxgl.h"
+
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/goods.h"
+#include "masterdata/screens/goods_picture.h"
+#include "masterdata/screens/spxxgl_add.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTreeWidget>
+
+#include <algorithm>
+
+namespace jxc {
+namespace spxxgl_detail {
+
+using ui::ColumnKind;
+using ui::FieldKind;
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tkey", "输入商品相关信息查询商品F6：", FieldKind::Text, "", 100},
+    {"chkDisp", "显示禁用商品", FieldKind::Check},
+    {"chkPic", "单击显示图片", FieldKind::Check},
+};
+constexpr ui::ColumnSpec kColumns[] = {
+    {"g_sn", "商品编号", ColumnKind::Text, 12},
+    {"g_name", "商品全名", ColumnKind::Text, 30},
+    {"gc_name", "商品类别", ColumnKind::Text, 12},
+    {"gg_name", "规格型号", ColumnKind::Text, 16},
+    {"color_name", "颜色", ColumnKind::Text, 8},
+    {"dw_name", "单位", ColumnKind::Text, 6},
+    {"g_sptm", "商品条码", ColumnKind::Text, 15},
+    {.field = "g_kc", .caption = "当前库存", .kind = ColumnKind::Quantity, .sum = true},
+    {"g_jj", "预设进价", ColumnKind::Money},
+    {"g_sj", "预设售价", ColumnKind::Money},
+    {"g_sj1", "一级批发价", ColumnKind::Money},
+    {"g_sj2", "二级批发价", ColumnKind::Money},
+    {"g_sj3", "三级批发价", ColumnKind::Money},
+    {"g_sj4", "四级批发价", ColumnKind::Money},
+    {"g_sj5", "五级批发价", ColumnKind::Money},
+    {"g_lsj", "零售价", ColumnKind::Money},
+    {"g_zdkc", "库存下限", ColumnKind::Number},
+    {"g_jm", "简码", ColumnKind::Text, 12},
+    {"g_qc", "商品名称", ColumnKind::Text, 20},
+    {"g_qgd", "屈光度", ColumnKind::Text, 8},
+    {"g_sgd", "散光度", ColumnKind::Text, 8},
+    {"g_gdcbj", "销售成本价", ColumnKind::Flag},
+    {"g_iszp", "赠品", ColumnKind::Flag},
+    {"g_jy", "禁用", ColumnKind::Flag},
+    {"g_sccs", "产品产地", ColumnKind::Text, 20},
+    {"g_bz", "备注", ColumnKind::Text, 20},
+    {.field = "g_scjj", .caption = "上次进价", .kind = ColumnKind::Money, .hidden = true},
+    {.field = "g_pjjj", .caption = "成本均价", .kind = ColumnKind::Money, .hidden = true},
+    {.field = "dw_name2", .caption = "辅助单位", .hidden = true},
+    {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .hidden = true},
+};
+constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加"}};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnRAddQt", "增加商品", "F2"},
+    {"btnCancel", "退出", "Esc"},
+};
+constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
+                                    .title = "商品信息管理",
+                                    .fields = kFields,
+                                    .grids = kGrids,
+                                    .commands = kCommands,
+                                    .focus = "tkey"};
+
+constexpr std::string_view kCostColumns[] = {"g_jj", "g_scjj", "g_pjjj"};
+constexpr std::string_view kLevelColumns[] = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
+constexpr std::string_view kStockColumns[] = {"g_kc", "fzkc"};
+
+int stepOf(int key) {
+  constexpr int page = 15;
+  return key == Qt::Key_Down       ? 1
+         : key == Qt::Key_Up       ? -1
+         : key == Qt::Key_PageDown ? page
+         : key == Qt::Key_PageUp   ? -page
+                                   : 0;
+}
+
+}  // namespace spxxgl_detail
+
+TF_Spxxgl::TF_Spxxgl()
+    : Screen(spxxgl_detail::kScreen),
+      tree_(new GoodsClassTree(GoodsClassTree::Show::All, prompt())),
+      picture_(new QLabel) {
+  picture_->setObjectName(QStringLiteral("imagePic"));
+  picture_->setAccessibleName(QStringLiteral("商品图片"));
+  picture_->setAlignment(Qt::AlignCenter);
+  picture_->setFrameShape(QFrame::StyledPanel);
+  picture_->setProperty("emptyHint", true);
+  picture_->setFixedHeight(fontMetrics().height() * 10);
+  picture_->hide();
+
+  auto area = panel();
+  auto [left, right] = area.columns(1, 4);
+  left.widget(tree_, 1).widget(picture_);
+  right.row("tkey chkDisp chkPic").grid("gridSp");
+  area.buttons("btnRAddQt | btnCancel");
+
+  gridSp.setMultiSelect(true);
+  gridSp.setRowFilter([this](const RowSet& rows, bool areNew) {
+    if (areNew) index_ = GoodsIndex(rows);
+    // With the search on Enter the query has found the rows already.
+    return onEnter_ ? index_.find({}) : index_.find(tkey.text(), classNumber());
+  });
+  // Disabled goods are listed on demand, their stock is no stock to sell.
+  gridSp.setCounts([](const Row& row) { return !row.flag("g_jy"); });
+  gridSp.setRowLook([](const Row& row) { return row.flag("g_jy") ? ui::RowLook::Muted : ui::RowLook::Normal; });
+  gridSp.onCurrentChanged([this] { showPicture(); });
+
+  tree_->offerEditing();
+  tree_->onCurrentChanged([this] { narrow(); });
+  tkey.onChanged([this] {
+    if (!onEnter_) narrow();
+  });
+  tkey.onEnter([this] {
+    if (onEnter_) load();
+    if (!gridSp.isEmpty()) gridSp.focusRows();
+    return true;
+  });
+  chkDisp.onChanged([this] { load(); });
+  chkPic.onChanged([this] { showPicture(); });
+  on(command("btnRAddQt"), [this] { addOrdinary(); });
+}
+
+void TF_Spxxgl::activate() {
+  onEnter_ = strIsTrue(session().cs_hcj);
+  tkey.setLabel(onEnter_ ? QStringLiteral("输入商品相关信息,回车查询F6：")
+                         : QStringLiteral("输入商品相关信息查询商品F6："));
+  tkey.clear();
+  showColumns();
+  tree_->search().clear();
+  tree_->reload();
+  load();
+}
+
+void TF_Spxxgl::showColumns() {
+  using namespace spxxgl_detail;
+  const auto allow = [this](std::string_view name, bool on) {
+    const bool wasHidden = std::any_of(std::begin(kColumns), std::end(kColumns),
+                                       [&](const auto& column) { return column.field == name && column.hidden; });
+    gridSp.setColumnAllowed(name, on);
+    if (on && wasHidden) gridSp.setColumnVisible(name, false);
+  };
+  for (const auto name : kCostColumns)
+    allow(name, session().canSeeCost);
+  allow("g_sj", session().canSeePrice);
+  for (const auto name : kLevelColumns)
+    allow(name, session().canSeePrice && strIsTrue(session().cs_cs013));
+  allow("g_lsj", session().canSeePrice && strIsTrue(session().cs_lsj));
+  for (const auto name : kStockColumns)
+    allow(name, !isWarehouseBound());
+}
+
+QString TF_Spxxgl::classNumber() const {
+  const auto chosen = tree_->current();
+  return chosen ? chosen->number : QString();
+}
+
+void TF_Spxxgl::load() {
+  GoodsFilter filter{.withDisabled = chkDisp.isChecked()};
+  if (onEnter_) {
+    filter.key = tkey.text();
+    filter.classNumber = classNumber();
+  }
+  const BoundStatement statement = goodsListStatement(filter);
+  gridSp.loadQuery(statement);
+}
+
+void TF_Spxxgl::narrow() {
+  if (onEnter_) return load();
+  gridSp.refilter();
+}
+
+void TF_Spxxgl::showPicture() {
+  picture_->setVisible(chkPic.isChecked());
+  if (!chkPic.isChecked()) return;
+  const QPixmap picture = goodsPicture(goodsPictureFile(gridSp.currentText("g_sn")), picture_->size() - QSize(6, 6));
+  if (picture.isNull()) {
+    picture_->setText(QStringLiteral("该商品没有图片"));
+  } else {
+    picture_->setPixmap(picture);
+  }
+}
+
+bool TF_Spxxgl::warehouseIsMissing() {
+  if (!lookupValue("select top 1 ck_sn from jxc_ckxx").isEmpty()) return false;
+  prompt().notice(QStringLiteral("请先添加仓库信息！"));
+  return true;
+}
+
+void TF_Spxxgl::addOrdinary() {
+  if (warehouseIsMissing()) return;
+  if (ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addTo(tree_->current()) > 0) load();
+  tree_->reload();  // classes may have been made on the way
+}
+
+bool TF_Spxxgl::keyPressed(QKeyEvent& event) {
+  if (event.key() == Qt::Key_F6) {
+    tkey.focus();
+    return true;
+  }
+  if (const int step = spxxgl_detail::stepOf(event.key()); step != 0 && tkey.hasFocus()) {
+    gridSp.selectRow(std::clamp(gridSp.currentRow() + step, 0, std::max(0, gridSp.rowCount() - 1)));
+    return true;
+  }
+  return false;
+}
+
+namespace spxxgl_detail {
+const ui::Registered<TF_Spxxgl> kRegistered{"F_Spxxgl"};
+}
+
+}  // namespace jxc

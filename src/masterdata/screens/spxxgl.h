@@ -1,0 +1,43 @@
+// 商品信息管理: the goods catalogue: class tree, goods list, search and commands.
+#pragma once
+
+#include "masterdata/goods_search.h"
+#include "masterdata/screens/goods_class_tree.h"
+#include "ui/screen.h"
+
+class QLabel;
+
+namespace jxc {
+
+class TF_Spxxgl : public ui::Screen {
+ public:
+  TF_Spxxgl();
+  ui::Field& tkey = field("tkey");
+  ui::Field& chkDisp = field("chkDisp");
+  ui::Field& chkPic = field("chkPic");
+  ui::Grid& gridSp = grid("gridSp");
+
+  GoodsClassTree& classes() { return *tree_; }
+
+ protected:
+  void activate() override;
+  bool keyPressed(QKeyEvent& event) override;
+
+ private:
+  /// Reads the list anew.
+  void load();
+  /// What the search box or the tree says has changed.
+  void narrow();
+  QString classNumber() const;
+  void showColumns();
+  void showPicture();
+  void addOrdinary();
+  bool warehouseIsMissing();
+
+  GoodsClassTree* tree_;
+  QLabel* picture_;
+  GoodsIndex index_;
+  bool onEnter_ = false;  // the parameter cs_hcj: the query runs on Enter
+};
+
+}  // namespace jxc
