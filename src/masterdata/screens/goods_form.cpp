@@ -11,7 +11,6 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 
 namespace jxc {
 namespace goods_form_detail {
@@ -23,36 +22,9 @@ QString newUnit() {
   return QStringLiteral("增加新单位...");
 }
 
-/// A word at the right end inside an input: "元", "%".
-class UnitInside : public QObject {
- public:
-  UnitInside(QLineEdit& edit, QLabel& label) : QObject(&edit), edit_(edit), label_(label) {
-    label.setAttribute(Qt::WA_TransparentForMouseEvents);
-    edit.setTextMargins(0, 0, edit.fontMetrics().horizontalAdvance(u'元') + 6, 0);
-    edit.installEventFilter(this);
-  }
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
-      const int width = edit_.textMargins().right();
-      label_.setGeometry(edit_.width() - width - 4, 0, width, edit_.height());
-    }
-    return QObject::eventFilter(watched, event);
-  }
-
- private:
-  QLineEdit& edit_;
-  QLabel& label_;
-};
-
 }  // namespace goods_form_detail
 
 GoodsForm::GoodsForm(const ui::ScreenSpec& spec, GoodsClassTree::Show classes) : Screen(spec), classes_(classes) {
-  auto* edit = static_cast<QLineEdit*>(tTcbl.widget());
-  commissionUnit_ = new QLabel(edit);
-  commissionUnit_->setAlignment(Qt::AlignCenter);
-  new goods_form_detail::UnitInside(*edit, *commissionUnit_);
   gc_name.onPick([this] { return pickClass(); });
   dw_name.onChanged([this] { unitChanged(); });
   comTcbl.onChanged([this] { showCommission(); });
@@ -105,7 +77,7 @@ void GoodsForm::showCommission() {
   tTcbl.setLabel(kind == 1   ? QStringLiteral("每件提成：")
                  : kind >= 2 ? QStringLiteral("提成比例：")
                              : QStringLiteral("提成金额："));
-  commissionUnit_->setText(kind == 1 ? QStringLiteral("元") : kind >= 2 ? QStringLiteral("%") : QString());
+  tTcbl.suffix()->setText(kind == 1 ? QStringLiteral("元") : kind >= 2 ? QStringLiteral("%") : QString());
   tTcbl.setEnabled(kind > 0);
 }
 

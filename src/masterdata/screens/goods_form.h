@@ -40,7 +40,7 @@ inline constexpr auto kGoodsFields = std::to_array<ui::FieldSpec>({
     {"g_sj5", "五级批发价：", ui::FieldKind::Money, "", 0, ui::NoMinus},
     {"g_zdkc", "库存下限：", ui::FieldKind::Integer, "", 9, ui::NoMinus},
     {"comTcbl", "提成方式：", ui::FieldKind::Combo},
-    {"tTcbl", "提成金额：", ui::FieldKind::Percent, "", 0, ui::NoMinus},
+    {"tTcbl", "提成金额：", ui::FieldKind::Percent, "", 0, ui::NoMinus, "元"},
     {"g_sccs", "产品产地：", ui::FieldKind::Text, "jxc_goods.g_sccs"},
     {"g_bz", "备注：", ui::FieldKind::Text, "jxc_goods.g_bz"},
     {"g_gdcbj", "预设进价作为销售成本价", ui::FieldKind::Check},
@@ -90,7 +90,6 @@ class GoodsForm : public ui::Screen {
   GoodsClassTree::Show classes_;
   std::optional<GoodsClass> class_;
   QString unit_;  // the one before "增加新单位..." was chosen
-  QLabel* commissionUnit_;
   QLabel* picture_ = nullptr;
   QString chosenPicture_;
 };

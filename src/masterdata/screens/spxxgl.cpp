@@ -73,15 +73,6 @@ constexpr std::string_view kCostColumns[] = {"g_jj", "g_scjj", "g_pjjj"};
 constexpr std::string_view kLevelColumns[] = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
 constexpr std::string_view kStockColumns[] = {"g_kc", "fzkc"};
 
-int stepOf(int key) {
-  constexpr int page = 15;
-  return key == Qt::Key_Down       ? 1
-         : key == Qt::Key_Up       ? -1
-         : key == Qt::Key_PageDown ? page
-         : key == Qt::Key_PageUp   ? -page
-                                   : 0;
-}
-
 }  // namespace spxxgl_detail
 
 TF_Spxxgl::TF_Spxxgl()
@@ -115,6 +106,7 @@ TF_Spxxgl::TF_Spxxgl()
 
   tree_->offerEditing();
   tree_->onCurrentChanged([this] { narrow(); });
+  gridSp.followKeysOf(tkey.widget());
   tkey.onChanged([this] {
     if (!onEnter_) narrow();
   });
@@ -203,10 +195,6 @@ void TF_Spxxgl::addOrdinary() {
 bool TF_Spxxgl::keyPressed(QKeyEvent& event) {
   if (event.key() == Qt::Key_F6) {
     tkey.focus();
-    return true;
-  }
-  if (const int step = spxxgl_detail::stepOf(event.key()); step != 0 && tkey.hasFocus()) {
-    gridSp.selectRow(std::clamp(gridSp.currentRow() + step, 0, std::max(0, gridSp.rowCount() - 1)));
     return true;
   }
   return false;
