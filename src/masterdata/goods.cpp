@@ -6,40 +6,27 @@
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "masterdata/goods_search.h"
 #include "stock/ledger.h"
+
+#include <algorithm>
 
 namespace jxc {
 namespace goods_detail {
 
-bool exists(const char* sql, const QString& value) {
-  return !lookupValue(sql, value).isEmpty();
+/// Typed or scanned text: control characters are of no use in any of it.
+QString clean(const QString& typed) {
+  QString result = sanitizeKeyword(typed.trimmed());
+  result.removeIf([](QChar c) { return c < u' ' || c == QChar(0x7F); });
+  return result;
 }
 
-/// Refusals and questions in the order in which the eye goes over the form.
-bool mayAdd(const GoodsDraft& draft, const QString& name, Prompt& prompt) {
-  const auto refuse = [&](const QString& text) {
-    prompt.notice(text);
-    return false;
-  };
-  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
-  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
-  if (name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
-  if (draft.unit.isEmpty() || draft.unit == QStringLiteral("增加新单位...")) {
-    return refuse(QStringLiteral("商品单位必须填写！"));
-  }
-  if (exists("select top 1 g_sn from jxc_goods where g_sn=?", draft.number)) {
-    return refuse(QStringLiteral("商品编号已经存在，请重新输入！"));
-  }
-  if (!draft.barcode.isEmpty() && exists("select top 1 g_sn from jxc_goods where g_sptm=?", draft.barcode) &&
-      !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
-    return false;
-  }
-  return !draft.warnSameName || !exists("select top 1 g_sn from jxc_goods where g_name=?", name) ||
-         prompt.ask(QStringLiteral("商品名称已经存在，确认输入吗？"));
+bool taken(const char* sql, const QString& value, std::int64_t id) {
+  return !lookupValue(sql, value, id).isEmpty();
 }
 
 /// Opening stock stands in the ledger five years back, so that it sorts before every document.
-void writeOpeningStock(const GoodsDraft& draft, const QString& name) {
+void writeOpeningStock(const GoodsDraft& draft) {
   const double quantity = draft.openingStock;
   const double price = draft.purchasePrice;
   const double amount = roundEps(price * quantity, totalDigits());
@@ -55,8 +42,8 @@ void writeOpeningStock(const GoodsDraft& draft, const QString& name) {
                               {"gl_djh", ""},
                               {"gl_kdrq", openingDate},
                               {"g_sn", draft.number},
-                              {"g_name", name},
-                              {"g_jm", makeJm(name).left(32)},
+                              {"g_name", draft.name},
+                              {"g_jm", makeJm(draft.name).left(32)},
                               {"dw_name", draft.unit},
                               {"gg_name", draft.model},
                               {"color_name", draft.colour},
@@ -88,26 +75,26 @@ void writeOpeningStock(const GoodsDraft& draft, const QString& name) {
                               {"ghs_name", QStringLiteral("期初建账")},
                               {"gl_checker", session().a_name},
                               {"gl_chkrq", clock::today()},
-                              {"gl_note", sanitizeKeyword(draft.note)}});
+                              {"gl_note", draft.note}});
 }
 
-void writeGoods(const GoodsDraft& draft, const QString& name) {
+void writeGoods(const GoodsDraft& draft) {
   const QString supplier = lookupValue("select ghs_sn from jxc_ghsxx where ghs_default<>0");
   const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber);
   const auto id = insertRow("jxc_goods", {{"g_sn", draft.number},
-                                          {"g_name", name},
-                                          {"g_qc", name.left(64)},
-                                          {"g_jm", makeJm(name).left(32)},
+                                          {"g_name", draft.name},
+                                          {"g_qc", draft.name.left(64)},
+                                          {"g_jm", makeJm(draft.name).left(32)},
                                           {"g_sptm", draft.barcode},
                                           {"dw_name", draft.unit},
                                           {"dw_name2", draft.unit},
-                                          {"gg_name", sanitizeKeyword(draft.model)},
-                                          {"color_name", sanitizeKeyword(draft.colour)},
+                                          {"gg_name", draft.model},
+                                          {"color_name", draft.colour},
                                           {"gc_sn", *draft.classNumber},
                                           {"gc_cid", classIdentity},
                                           {"ghs_sn", supplier},
-                                          {"g_sccs", sanitizeKeyword(draft.origin)},
-                                          {"g_bz", sanitizeKeyword(draft.note)},
+                                          {"g_sccs", draft.origin},
+                                          {"g_bz", draft.note},
                                           {"g_tym", ""},
                                           {"g_yjlx", ""}});
   updateRow("jxc_goods", id,
@@ -157,8 +144,7 @@ void writeGoods(const GoodsDraft& draft, const QString& name) {
 
 /// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").
 void addKey(Filter& filter, const QString& key) {
-  const QStringList words = sanitizeKeyword(key).toUpper().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-  for (const QString& word : words) {
+  for (const QString& word : goodsSearchWords(key)) {
     const QString like = QLatin1Char('%') + word + QLatin1Char('%');
     filter.add(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
       or a.gg_name like ? or a.color_name like ?))",
@@ -172,6 +158,41 @@ void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
   if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
   if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
   goods_detail::addKey(filter, wanted.key);
+}
+
+GoodsDraft cleanGoodsDraft(const GoodsDraft& typed) {
+  GoodsDraft draft = typed;
+  for (QString GoodsDraft::*text : {&GoodsDraft::number, &GoodsDraft::name, &GoodsDraft::barcode, &GoodsDraft::unit,
+                                    &GoodsDraft::model, &GoodsDraft::colour, &GoodsDraft::origin, &GoodsDraft::note})
+    draft.*text = goods_detail::clean(typed.*text);
+  return draft;
+}
+
+bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
+  using goods_detail::taken;
+  const auto refuse = [&](const QString& text) {
+    prompt.notice(text);
+    return false;
+  };
+  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
+  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
+  if (draft.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
+  if (draft.unit.isEmpty() || draft.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
+  if (taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id)) {
+    return refuse(id == 0 ? QStringLiteral("商品编号已经存在，请重新输入！") : QStringLiteral("商品编号已存在！"));
+  }
+  const bool negative =
+      std::any_of(draft.levelPrices.begin(), draft.levelPrices.end(), [](double price) { return price < 0; }) ||
+      draft.purchasePrice < 0 || draft.salePrice < 0 || draft.retailPrice < 0 || draft.openingStock < 0;
+  if (negative) return refuse(QStringLiteral("价格和数量不能小于零！"));
+  if (!draft.barcode.isEmpty() &&
+      taken("select top 1 g_sn from jxc_goods where g_sptm=? and id<>?", draft.barcode, id) &&
+      !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
+    return false;
+  }
+  return !draft.warnSameName || !taken("select top 1 g_sn from jxc_goods where g_name=? and id<>?", draft.name, id) ||
+         prompt.ask(id == 0 ? QStringLiteral("商品名称已经存在，确认输入吗？")
+                            : QStringLiteral("商品名称已经存在，确认修改吗？"));
 }
 
 QString nextGoodsSn(std::int64_t classIdentity) {
@@ -189,19 +210,15 @@ QString proposedGoodsSn(const QString& classNumber) {
 }
 
 std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
-  GoodsDraft draft = typed;
-  draft.number = sanitizeKeyword(typed.number.trimmed());
-  draft.barcode = sanitizeKeyword(typed.barcode.trimmed());
-  draft.unit = sanitizeKeyword(typed.unit.trimmed());
-  const QString name = sanitizeKeyword(typed.name.trimmed());
-  if (!goods_detail::mayAdd(draft, name, prompt)) return {};
+  const GoodsDraft draft = cleanGoodsDraft(typed);
+  if (!mayKeepGoods(draft, 0, prompt)) return {};
 
   Transaction transaction(accountDb());
-  if (goods_detail::exists("select top 1 g_sn from jxc_goods where g_sn=?", draft.number)) {
+  if (goods_detail::taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, 0)) {
     throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
   }
-  goods_detail::writeGoods(draft, name);
-  if (draft.openingStock > 0) goods_detail::writeOpeningStock(draft, name);
+  goods_detail::writeGoods(draft);
+  if (draft.openingStock > 0) goods_detail::writeOpeningStock(draft);
   transaction.commit();
   return draft.number;
 }
@@ -210,7 +227,7 @@ BoundStatement goodsListStatement(const GoodsFilter& wanted) {
   Filter filter;
   addGoodsConditions(filter, wanted);
   filter.add("a.gc_sn=b.gc_sn");
-  return {"select a.*,b.gc_name,round(g_kc/g_zhxs+0.000000001," + std::to_string(quantityDigits()) +
+  return {"select a.*,b.gc_name,round(g_kc/iif(g_zhxs=0,1,g_zhxs)+0.000000001," + std::to_string(quantityDigits()) +
               ") as fzkc from jxc_goods a,jxc_goodsclass b" + filter.where() + " order by a.g_sn",
           {filter.values().begin(), filter.values().end()}};
 }
@@ -218,12 +235,6 @@ BoundStatement goodsListStatement(const GoodsFilter& wanted) {
 RowSet selectGoods(const GoodsFilter& wanted) {
   const BoundStatement statement = goodsListStatement(wanted);
   return openSelectWith(statement.sql, statement.values);
-}
-
-double goodsStockTotal(const GoodsFilter& wanted) {
-  Filter filter;
-  addGoodsConditions(filter, wanted);
-  return lookupValueWith("select sum(a.g_kc) as gkc from jxc_goods a" + filter.where(), filter.values()).toDouble();
 }
 
 }  // namespace jxc

@@ -38,6 +38,12 @@ QString proposedGoodsSn(const QString& classNumber);
 /// of the form. Returns the goods number, or nothing.
 std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 
+/// What may be entered for an article with this `id` (0 for a new one): refusals and questions in the order of the
+/// form. The draft must be clean.
+bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt);
+/// The draft as it is stored: texts trimmed and cleaned, no control characters.
+GoodsDraft cleanGoodsDraft(const GoodsDraft& typed);
+
 struct GoodsFilter {
   QString key;          // matched against six columns; several words must each match somewhere
   QString classNumber;  // this class and all below; empty for all
@@ -51,7 +57,5 @@ void addGoodsConditions(Filter& filter, const GoodsFilter& wanted);
 RowSet selectGoods(const GoodsFilter& filter);
 /// The statement and values of the same, for a list that loads in the background.
 BoundStatement goodsListStatement(const GoodsFilter& filter);
-/// Total stock of the listed goods.
-double goodsStockTotal(const GoodsFilter& filter);
 
 }  // namespace jxc

@@ -32,4 +32,13 @@ bool Progress::isCancelled() const {
   return dialog_->wasCanceled();
 }
 
+std::function<bool(int)> progressOnDemand(const QString& title, QWidget* parent) {
+  return [title, parent, bar = std::shared_ptr<Progress>()](int percent) mutable {
+    if (!bar) bar = std::make_shared<Progress>(title, parent);
+    const bool goOn = bar->step(percent);
+    if (percent >= 100 || !goOn) bar.reset();
+    return goOn;
+  };
+}
+
 }  // namespace jxc::ui

@@ -32,4 +32,8 @@ class Progress {
   std::unique_ptr<QProgressDialog> dialog_;
 };
 
+/// For a rule that asks before it works and tells afterwards: the bar comes with the first report and goes with 100, so
+/// that it never lies over a question.
+std::function<bool(int)> progressOnDemand(const QString& title, QWidget* parent);
+
 }  // namespace jxc::ui

@@ -1,5 +1,6 @@
 #include "masterdata/screens/goods_form.h"
 
+#include "core/fillers.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
@@ -180,6 +181,37 @@ void GoodsForm::savePicture(const QString& number) {
     // The article is saved; its picture can be chosen again.
     prompt().notice(QString::fromUtf8(failure.what()));
   }
+}
+
+OrdinaryGoodsForm::OrdinaryGoodsForm(const ui::ScreenSpec& spec) : GoodsForm(spec, GoodsClassTree::Show::Ordinary) {
+  chkAlert.setChecked(true);
+}
+
+void OrdinaryGoodsForm::prepareOrdinary() {
+  prepare();
+  gg_name.setItems(fillPlainCombo("jxc_ggxh", "gg_name", {}, false, "id"));
+  color_name.setItems(fillPlainCombo("jxc_color", "color_name", {}, false, "id"));
+}
+
+void OrdinaryGoodsForm::showOrdinary(const GoodsDraft& draft) {
+  showDraft(draft);
+  g_name.setText(draft.name);
+  g_sptm.setText(draft.barcode);
+  gg_name.setText(draft.model);
+  color_name.setText(draft.colour);
+  g_iszp.setChecked(draft.mayBeGift);
+}
+
+GoodsDraft OrdinaryGoodsForm::readOrdinary() const {
+  GoodsDraft draft;
+  readDraft(draft);
+  draft.name = g_name.trimmed();
+  draft.barcode = g_sptm.trimmed();
+  draft.model = gg_name.trimmed();
+  draft.colour = color_name.trimmed();
+  draft.mayBeGift = g_iszp.isChecked();
+  draft.warnSameName = chkAlert.isChecked();
+  return draft;
 }
 
 }  // namespace jxc

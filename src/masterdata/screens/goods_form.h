@@ -94,4 +94,31 @@ class GoodsForm : public ui::Screen {
   QString chosenPicture_;
 };
 
+/// Inputs of ordinary articles besides.
+inline constexpr auto kOrdinaryGoodsFields = std::to_array<ui::FieldSpec>({
+    {"g_name", "商品名称：", ui::FieldKind::Text, "jxc_goods.g_name"},
+    {"g_sptm", "商品条码：", ui::FieldKind::Text, "jxc_goods.g_sptm"},
+    {"gg_name", "规格型号：", ui::FieldKind::EditCombo, "jxc_goods.gg_name"},
+    {"color_name", "商品颜色：", ui::FieldKind::EditCombo, "jxc_goods.color_name"},
+    {"g_iszp", "该商品可作为赠品", ui::FieldKind::Check},
+    {"chkAlert", "重名提醒", ui::FieldKind::Check},
+});
+
+/// Base of the dialogs of one ordinary article: everything but lenses.
+class OrdinaryGoodsForm : public GoodsForm {
+ public:
+  ui::Field& g_name = field("g_name");
+  ui::Field& g_sptm = field("g_sptm");
+  ui::Field& gg_name = field("gg_name");
+  ui::Field& color_name = field("color_name");
+  ui::Field& g_iszp = field("g_iszp");
+  ui::Field& chkAlert = field("chkAlert");
+
+ protected:
+  explicit OrdinaryGoodsForm(const ui::ScreenSpec& spec);
+  void prepareOrdinary();
+  void showOrdinary(const GoodsDraft& draft);
+  GoodsDraft readOrdinary() const;
+};
+
 }  // namespace jxc

@@ -4,12 +4,18 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/goods.h"
+#include "masterdata/screens/goods_class_picker.h"
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/screens/spxxgl_add.h"
+#include "masterdata/screens/spxxgl_modi.h"
+#include "masterdata/screens/spxxgl_small.h"
+#include "ui/progress.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -59,8 +65,8 @@ constexpr ui::ColumnSpec kColumns[] = {
 };
 constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加"}};
 constexpr ui::CommandSpec kCommands[] = {
-    {"btnRAddQt", "增加商品", "F2"},
-    {"btnCancel", "退出", "Esc"},
+    {"btnRAddQt", "增加商品", "F2"}, {"btnModi2", "修改", "F3"},   {"btnDele2", "删除", "Ctrl+D"},
+    {"btnMore", "更多操作"},         {"btnCancel", "退出", "Esc"},
 };
 constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
                                     .title = "商品信息管理",
@@ -78,7 +84,8 @@ constexpr std::string_view kStockColumns[] = {"g_kc", "fzkc"};
 TF_Spxxgl::TF_Spxxgl()
     : Screen(spxxgl_detail::kScreen),
       tree_(new GoodsClassTree(GoodsClassTree::Show::All, prompt())),
-      picture_(new QLabel) {
+      picture_(new QLabel),
+      more_(new QMenu(this)) {
   picture_->setObjectName(QStringLiteral("imagePic"));
   picture_->setAccessibleName(QStringLiteral("商品图片"));
   picture_->setAlignment(Qt::AlignCenter);
@@ -91,7 +98,7 @@ TF_Spxxgl::TF_Spxxgl()
   auto [left, right] = area.columns(1, 4);
   left.widget(tree_, 1).widget(picture_);
   right.row("tkey chkDisp chkPic").grid("gridSp");
-  area.buttons("btnRAddQt | btnCancel");
+  area.buttons("btnRAddQt btnModi2 btnDele2 btnMore | btnCancel");
 
   gridSp.setMultiSelect(true);
   gridSp.setRowFilter([this](const RowSet& rows, bool areNew) {
@@ -118,6 +125,113 @@ TF_Spxxgl::TF_Spxxgl()
   chkDisp.onChanged([this] { load(); });
   chkPic.onChanged([this] { showPicture(); });
   on(command("btnRAddQt"), [this] { addOrdinary(); });
+  addCommands();
+}
+
+void TF_Spxxgl::addCommands() {
+  const auto button = [this](std::string_view name, bool (TF_Spxxgl::*action)()) {
+    on(command(name), [this, action] {
+      if (gridSp.current() && (this->*action)()) load();
+    });
+  };
+  button("btnModi2", &TF_Spxxgl::modify);
+  button("btnDele2", &TF_Spxxgl::deleteOne);
+  gridSp.onActivated([this] { command("btnModi2").click(); });
+
+  listCommand("btnRModi", u"修改商品"_qs, [this] { return modify(); });
+  listCommand("btnRDel", u"删除商品"_qs, [this] { return deleteOne(); });
+  listCommand("btnRDeleLb", u"批量删除选中的商品"_qs, [this] { return deleteMarked(); });
+  listCommand("btnRForbid", u"禁用(解除禁用)商品"_qs, [this] { return disableOne(); });
+  listCommand("btnRForbidPl", u"批量禁用选中的商品"_qs, [this] { return disableMarked(); });
+  listCommand("btnRModiLb", u"修改选中商品的类别"_qs, [this] { return changeClass(); });
+  listCommand("btnRModiJm", u"修改商品简码"_qs, [this] {
+    return ui::screenAs<TF_Spxxgl_Jm>("F_Spxxgl_Jm").edit(gridSp.currentId(), gridSp.currentText("g_jm"));
+  });
+  listCommand("btnRZdkc", u"修改选中商品的最低库存"_qs,
+              [this] { return ui::screenAs<TF_Spxxgl_Zdkc>("F_Spxxgl_Zdkc").edit(marked()); });
+  listCommand("btnRGdcbj", u"预设进价作为销售成本价"_qs, [this] { return fixCost(true); });
+  listCommand("btnRGdcbj2", u"取消预设进价作为销售成本价"_qs, [this] { return fixCost(false); });
+  listCommand("btnRPic", u"显示商品图片"_qs, [this] {
+    chkPic.setChecked(true);
+    showPicture();
+    return false;
+  });
+  listCommand("btnRDispGoods", u"显示该类别的商品"_qs, [this] {
+    showThisClass();
+    return false;
+  });
+  command("btnMore").setMenu(more_);
+  tree_->addMenuCommand("btnMoveLevel", u"类别移动"_qs, true, [this] { moveClass(); });
+}
+
+void TF_Spxxgl::listCommand(const char* name, const QString& caption, std::function<bool()> action) {
+  auto* entry = gridSp.addMenuCommand(caption, [this, action = std::move(action)] {
+    if (gridSp.current() && action()) load();
+  });
+  entry->setObjectName(QString::fromLatin1(name));
+  more_->addAction(entry);
+}
+
+GoodsIds TF_Spxxgl::marked() const {
+  GoodsIds ids;
+  for (const Row& row : gridSp.selectedRows())
+    ids.push_back(row.integer("id"));
+  return ids;
+}
+
+bool TF_Spxxgl::modify() {
+  return ui::screenAs<TF_Spxxgl_Modi>("F_Spxxgl_Modi").edit(gridSp.currentId());
+}
+
+bool TF_Spxxgl::deleteOne() {
+  const QString number = gridSp.currentText("g_sn");
+  if (!deleteGoods(gridSp.currentId(), prompt())) return false;
+  removeGoodsPicture(number);
+  return true;
+}
+
+bool TF_Spxxgl::deleteMarked() {
+  return ui::screenAs<TF_Spxxgl_Dele>("F_Spxxgl_Dele").run(marked()) > 0;
+}
+
+bool TF_Spxxgl::disableOne() {
+  setGoodsDisabled(gridSp.currentId(), gridSp.currentNumber("g_jy") == 0);
+  chkDisp.setChecked(true);
+  return true;
+}
+
+bool TF_Spxxgl::disableMarked() {
+  const GoodsIds ids = marked();
+  if (!flipGoodsDisabled(ids, prompt(), ui::progressOnDemand(QStringLiteral("正在禁用商品……"), this))) return false;
+  chkDisp.setChecked(true);
+  return true;
+}
+
+bool TF_Spxxgl::changeClass() {
+  const GoodsIds ids = marked();
+  const auto chosen =
+      ui::screenAs<TF_Spxxgl_Class>("F_Spxxgl_Class").pick(GoodsClassTree::Show::All, gridSp.currentText("gc_sn"));
+  tree_->reload();  // classes may have been made on the way
+  if (!chosen) return false;
+  return changeGoodsClass(ids, chosen->number, prompt(), ui::progressOnDemand(QStringLiteral("正在修改类别……"), this));
+}
+
+bool TF_Spxxgl::fixCost(bool on) {
+  const GoodsIds ids = marked();
+  return setGoodsFixedCost(ids, on, prompt(), ui::progressOnDemand(QStringLiteral("正在修改销售成本价……"), this));
+}
+
+void TF_Spxxgl::showThisClass() {
+  const std::int64_t id = gridSp.currentId();
+  tree_->select(gridSp.currentText("gc_sn"));
+  gridSp.selectId(id);
+}
+
+void TF_Spxxgl::moveClass() {
+  const auto chosen = tree_->current();
+  if (!chosen || !ui::screenAs<TF_Spxxgl_Move>("F_Spxxgl_Move").move(*chosen)) return;
+  tree_->reload();
+  load();
 }
 
 void TF_Spxxgl::activate() {

@@ -1,11 +1,13 @@
 // 商品信息管理: the goods catalogue: class tree, goods list, search and commands.
 #pragma once
 
+#include "masterdata/goods_change.h"
 #include "masterdata/goods_search.h"
 #include "masterdata/screens/goods_class_tree.h"
 #include "ui/screen.h"
 
 class QLabel;
+class QMenu;
 
 namespace jxc {
 
@@ -33,9 +35,23 @@ class TF_Spxxgl : public ui::Screen {
   void showPicture();
   void addOrdinary();
   bool warehouseIsMissing();
+  void addCommands();
+  /// A command of the list: in its pop-up menu and under "更多操作". The hook tells whether something changed.
+  void listCommand(const char* name, const QString& caption, std::function<bool()> action);
+  GoodsIds marked() const;
+  bool modify();
+  bool deleteOne();
+  bool deleteMarked();
+  bool disableOne();
+  bool disableMarked();
+  bool changeClass();
+  bool fixCost(bool on);
+  void showThisClass();
+  void moveClass();
 
   GoodsClassTree* tree_;
   QLabel* picture_;
+  QMenu* more_;
   GoodsIndex index_;
   bool onEnter_ = false;  // the parameter cs_hcj: the query runs on Enter
 };

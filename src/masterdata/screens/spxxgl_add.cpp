@@ -6,8 +6,6 @@
 
 #include <QTimer>
 
-#include <utility>
-
 namespace jxc {
 namespace spxxgl_add_detail {
 
@@ -15,16 +13,10 @@ using ui::FieldKind;
 
 constexpr auto kOwnFields = std::to_array<ui::FieldSpec>({
     {"tewm", "二维码：", FieldKind::Text, "", 1000},
-    {"g_name", "商品名称：", FieldKind::Text, "jxc_goods.g_name"},
-    {"g_sptm", "商品条码：", FieldKind::Text, "jxc_goods.g_sptm"},
-    {"gg_name", "规格型号：", FieldKind::EditCombo, "jxc_goods.gg_name"},
-    {"color_name", "商品颜色：", FieldKind::EditCombo, "jxc_goods.color_name"},
     {"g_kc", "当前库存：", FieldKind::Quantity, "", 0, ui::NoMinus},
     {"comCk", "存放仓库：", FieldKind::Combo},
-    {"g_iszp", "该商品可作为赠品", FieldKind::Check},
-    {"chkAlert", "重名提醒", FieldKind::Check},
 });
-constexpr auto kFields = joinFields(kGoodsFields, kOwnFields);
+constexpr auto kFields = joinFields(kGoodsFields, kOrdinaryGoodsFields, kOwnFields);
 constexpr ui::CommandSpec kCommands[] = {
     {"btnPic", "选择图片", "Ctrl+P"}, {"btnSave", "保存", "F5"}, {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {
@@ -32,7 +24,7 @@ constexpr ui::ScreenSpec kScreen = {
 
 }  // namespace spxxgl_add_detail
 
-TF_Spxxgl_Add::TF_Spxxgl_Add() : GoodsForm(spxxgl_add_detail::kScreen, GoodsClassTree::Show::Ordinary) {
+TF_Spxxgl_Add::TF_Spxxgl_Add() : OrdinaryGoodsForm(spxxgl_add_detail::kScreen) {
   auto area = panel();
   auto [form, side] = area.columns(1, 0);
   form.form({"tewm", "gc_name g_sn", "g_name", "g_sptm dw_name", "gg_name color_name", "g_jj g_sj", "g_lsj g_sj1",
@@ -41,7 +33,6 @@ TF_Spxxgl_Add::TF_Spxxgl_Add() : GoodsForm(spxxgl_add_detail::kScreen, GoodsClas
   side.widget(pictureArea());
   area.buttons("| btnSave btnCancel");
   btnSave.setProperty("main", true);
-  chkAlert.setChecked(true);
   tewm.widget()->setToolTip(QStringLiteral("扫描商品二维码后按回车：名称、规格、产地自动填写"));
   tewm.onEnter([this] {
     readTwoDimensionalCode();
@@ -52,22 +43,16 @@ TF_Spxxgl_Add::TF_Spxxgl_Add() : GoodsForm(spxxgl_add_detail::kScreen, GoodsClas
 
 int TF_Spxxgl_Add::addTo(const std::optional<GoodsClass>& goodsClass) {
   first_ = goodsClass && !goodsClass->isLens() ? goodsClass : std::nullopt;
-  forPurchase_ = false;
   showModal();
   first_.reset();
   return saved_;
 }
 
-std::optional<AddedGoods> TF_Spxxgl_Add::addOne() {
-  forPurchase_ = true;
-  const bool accepted = showModal();
-  forPurchase_ = false;
-  return accepted ? std::optional(added_) : std::nullopt;
-}
-
 void TF_Spxxgl_Add::activate() {
+  forPurchase_ = session().editMode == u"cgjh";
   session().editMode = QStringLiteral("spxxgl_add");
   saved_ = 0;
+  added_.clear();
   const bool noClass = goodsClasses(false).empty();
   auto warehouses = fillWarehouseCombo({});
   if (noClass || warehouses.empty()) {
@@ -76,11 +61,9 @@ void TF_Spxxgl_Add::activate() {
     return;
   }
   execSql("delete from jxc_goodstmp");
-  prepare();
+  prepareOrdinary();
   comCk.setItems(warehouses);
   comCk.setKey(defaultWarehouseSn());
-  gg_name.setItems(fillPlainCombo("jxc_ggxh", "gg_name", {}, false, "id"));
-  color_name.setItems(fillPlainCombo("jxc_color", "color_name", {}, false, "id"));
   // A purchase brings its own quantity: an article that is made for it has no opening stock.
   g_kc.setVisible(!forPurchase_);
   comCk.setVisible(!forPurchase_);
@@ -89,9 +72,9 @@ void TF_Spxxgl_Add::activate() {
 }
 
 void TF_Spxxgl_Add::clearForNext() {
-  showDraft({});
-  for (ui::Field* field : {&tewm, &g_name, &g_sptm, &gg_name, &color_name, &g_kc, &g_iszp})
-    field->clear();
+  showOrdinary({});
+  tewm.clear();
+  g_kc.clear();
   showPicture({});
   classChosen();
   g_name.focus();
@@ -116,27 +99,16 @@ void TF_Spxxgl_Add::readTwoDimensionalCode() {
 
 void TF_Spxxgl_Add::btnSaveClick() {
   if (!checkFields()) return;
-  GoodsDraft draft;
-  readDraft(draft);
-  draft.name = g_name.trimmed();
-  draft.barcode = g_sptm.trimmed();
-  draft.model = gg_name.trimmed();
-  draft.colour = color_name.trimmed();
+  GoodsDraft draft = readOrdinary();
   draft.openingStock = forPurchase_ ? 0 : g_kc.number();
   draft.warehouse = comCk.key();
-  draft.mayBeGift = g_iszp.isChecked();
-  draft.warnSameName = chkAlert.isChecked();
   const auto number = addGoods(draft, prompt());
   if (!number) return;
   savePicture(*number);
   ++saved_;
-  added_ = {*number, draft.openingStock};
+  added_ = *number;
   if (forPurchase_) return accept();
   clearForNext();
-}
-
-std::optional<AddedGoods> addGoodsForPurchase() {
-  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne();
 }
 
 namespace spxxgl_add_detail {

@@ -1,29 +1,23 @@
 // 增加商品: the dialog of a new ordinary article.
 #pragma once
 
-#include "masterdata/screens/goods_adding.h"
 #include "masterdata/screens/goods_form.h"
 
 namespace jxc {
 
-class TF_Spxxgl_Add : public GoodsForm {
+class TF_Spxxgl_Add : public OrdinaryGoodsForm {
  public:
   TF_Spxxgl_Add();
   ui::Field& tewm = field("tewm");
-  ui::Field& g_name = field("g_name");
-  ui::Field& g_sptm = field("g_sptm");
-  ui::Field& gg_name = field("gg_name");
-  ui::Field& color_name = field("color_name");
   ui::Field& g_kc = field("g_kc");
   ui::Field& comCk = field("comCk");
-  ui::Field& g_iszp = field("g_iszp");
-  ui::Field& chkAlert = field("chkAlert");
   QPushButton& btnSave = command("btnSave");
 
-  /// From the catalogue: stays open for one article after the other. The number of those that were saved.
+  /// From the catalogue: stays open for one article after the other, and begins in this class. The number of those
+  /// that were saved. A purchase document opens the screen by its name with the session's `editMode` "cgjh": then it
+  /// makes one article, without opening stock, and closes.
   int addTo(const std::optional<GoodsClass>& goodsClass);
-  /// From a purchase document: one article, without opening stock.
-  std::optional<AddedGoods> addOne();
+  const QString& added() const { return added_; }  // number of the last article that was saved; empty without
 
  protected:
   void activate() override;
@@ -37,7 +31,7 @@ class TF_Spxxgl_Add : public GoodsForm {
   std::optional<GoodsClass> first_;
   bool forPurchase_ = false;
   int saved_ = 0;
-  AddedGoods added_;
+  QString added_;
 };
 
 }  // namespace jxc

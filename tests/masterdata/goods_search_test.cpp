@@ -1,0 +1,86 @@
+// Search in memory: the same rows in the same order as the query gives, whatever is typed.
+#include "masterdata/goods_search.h"
+
+#include "harness/account_set_fixture.h"
+#include "masterdata/goods.h"
+#include "masterdata/goods_classes.h"
+
+#include <random>
+
+namespace jxc {
+namespace goods_search_test {
+
+class GoodsSearchTest : public test::AccountSetFixture {
+ protected:
+  static void put(const QString& number, const QString& name, const QString& model, const QString& colour,
+                  const Value& barcode = Value()) {
+    insertRow("jxc_goods", {{"g_sn", number},
+                            {"g_name", name},
+                            {"gg_name", model},
+                            {"color_name", colour},
+                            {"g_sptm", barcode},
+                            {"gc_sn", "1000"},
+                            {"g_zhxs", 1},
+                            {"g_jy", 0}});
+  }
+
+  static QStringList numbers(const RowSet& rows) {
+    QStringList result;
+    for (const Row row : rows)
+      result << row.text("g_sn");
+    return result;
+  }
+
+  // Both ways to the same answer.
+  static QStringList found(const RowSet& all, const QString& typed, const QString& classNumber = {}) {
+    const QStringList queried = numbers(selectGoods({.key = typed, .classNumber = classNumber}));
+    QStringList filtered;
+    for (const int row : GoodsIndex(all).find(typed, classNumber))
+      filtered << all[row].text("g_sn");
+    EXPECT_EQ(filtered, queried) << typed.toStdString();
+    return filtered;
+  }
+};
+
+TEST_F(GoodsSearchTest, WordsMatchAsTheQueryMatchesThem) {
+  put(u"20000002"_qs, u"板材架 Ray-Ban"_qs, u"54□16"_qs, u"玳瑁"_qs, "6901");
+  put(u"20000001"_qs, u"镜片:屈光度-2.25:散光度-0.75"_qs, u"1.56"_qs, u""_qs, "é_1");
+  put(u"A 1"_qs, u"😀 笑脸镜盒"_qs, u"１００％"_qs, u"Café"_qs);
+  const RowSet all = selectGoods({});
+
+  EXPECT_EQ(found(all, u""_qs), QStringList({u"20000001"_qs, u"20000002"_qs, u"A 1"_qs}));
+  EXPECT_EQ(found(all, u"ray-ban 玳"_qs), QStringList(u"20000002"_qs));
+  EXPECT_EQ(found(all, u"156 -2.25"_qs), QStringList());
+  EXPECT_EQ(found(all, u"1.56 -2.25 -0.75"_qs), QStringList(u"20000001"_qs));
+  EXPECT_EQ(found(all, u"😀"_qs), QStringList(u"A 1"_qs));
+  EXPECT_EQ(found(all, u"caf_"_qs), QStringList(u"A 1"_qs));      // "_" is any one character …
+  EXPECT_EQ(found(all, u"é_1"_qs), QStringList(u"20000001"_qs));  // … but é is é
+  EXPECT_EQ(found(all, u"6901玳瑁"_qs), QStringList());           // no word runs over two columns
+  EXPECT_EQ(found(all, u"100001"_qs), QStringList());
+  EXPECT_EQ(found(all, u"' or 1=1 --"_qs), QStringList());
+  EXPECT_EQ(found(all, u"00%"_qs), QStringList());  // full width is another character …
+  EXPECT_EQ(found(all, u"%"_qs), QStringList(u"A 1"_qs));  // … but for the marks that are stored so
+  EXPECT_EQ(found(all, QString(10000, u'长')), QStringList());
+  EXPECT_EQ(found(all, u"2"_qs, u"1001"_qs), QStringList());
+}
+
+TEST_F(GoodsSearchTest, AnyTypingGivesTheRowsOfTheQuery) {
+  std::mt19937 random(20210503);
+  const QString letters = u"aB1_ 镜-."_qs;
+  const auto text = [&](int longest) {
+    QString result;
+    for (auto left = random() % static_cast<unsigned>(longest + 1); left > 0; --left)
+      result += letters[static_cast<qsizetype>(random() % static_cast<unsigned>(letters.size()))];
+    return result;
+  };
+  for (int i = 0; i < 300; ++i)
+    put(QString::number(1000 + i), text(8), text(6), text(4), text(5));
+  const RowSet all = selectGoods({});
+  int hits = 0;
+  for (int i = 0; i < 300; ++i)
+    hits += static_cast<int>(found(all, text(4), i % 2 == 0 ? u"1000"_qs : QString()).size());
+  EXPECT_GT(hits, 300);  // the random words do find something
+}
+
+}  // namespace goods_search_test
+}  // namespace jxc

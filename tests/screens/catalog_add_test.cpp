@@ -1,0 +1,129 @@
+// Adding goods and units as an operator does it.
+#include "masterdata/goods.h"
+#include "masterdata/goods_classes.h"
+#include "masterdata/screens/spxxgl_add.h"
+#include "screens/harness/screen_test.h"
+
+#include <QTreeWidget>
+
+namespace jxc::test {
+namespace catalog_add_test {
+
+class CatalogAddTest : public ScreenTest {
+ protected:
+  GoodsClass frames = *addGoodsClass(1, QStringLiteral("镜架"), prompt);
+
+  /// F2 on the class input, and a class taken from the tree.
+  void chooseClass(ui::Screen& screen, const QString& number) {
+    expectScreen("F_Spxxgl_Class", [number](ui::Screen& s) {
+      auto* tree = s.findChild<QTreeWidget*>(QStringLiteral("treeLb"));
+      const auto items = tree->findItems(number, Qt::MatchExactly | Qt::MatchRecursive);
+      ASSERT_EQ(items.size(), 1);
+      tree->setCurrentItem(items.front());
+      press(s, "F5");
+    });
+    screen.field("gc_name").pick();
+  }
+};
+
+TEST_F(CatalogAddTest, OneArticleAfterTheOtherWithItsOpeningStock) {
+  open("F_Spxxgl_Add", [&](ui::Screen& s) {
+    chooseClass(s, QStringLiteral("镜架"));
+    EXPECT_EQ(s.field("g_sn").text(), u"30000001"_qs);
+    type(s, "g_name", u"钛架 'A' 100%");
+    type(s, "g_jj", u"45.5");
+    type(s, "g_kc", u"4");
+    press(s, "F5");
+    // Cleared for the next one, in the same class and with the next number.
+    EXPECT_EQ(s.field("g_sn").text(), u"30000002"_qs);
+    EXPECT_TRUE(s.field("g_name").isEmpty());
+    EXPECT_EQ(s.field("g_kc").number(), 0);
+
+    // The code of a maker's box: name, -, specification; its second and fifth field make the origin.
+    type(s, "tewm", u"板材架，丹阳，B-1160，x，江苏");
+    press(s, "Return");
+    EXPECT_EQ(s.field("g_name").text(), u"板材架"_qs);
+    EXPECT_EQ(s.field("gg_name").text(), u"B-1160"_qs);
+    EXPECT_EQ(s.field("g_sccs").text(), u"江苏 丹阳"_qs);
+    EXPECT_TRUE(s.field("tewm").isEmpty());
+    type(s, "tewm", u"只有，三，段");
+    press(s, "Return");
+    EXPECT_EQ(s.field("g_name").text(), u"板材架"_qs);
+    press(s, "F5");
+  });
+  const RowSet goods = openSelect("select * from jxc_goods where gc_sn='1001' order by g_sn");
+  ASSERT_EQ(goods.rowCount(), 2);
+  EXPECT_EQ(goods[0].text("g_name"), u"钛架 ‘A‘ 100％"_qs);
+  EXPECT_EQ(goods[0].number("g_kc"), 4);
+  EXPECT_EQ(goods[1].text("gg_name"), u"B-1160"_qs);
+  EXPECT_EQ(lookupValue("select gl_kczje from jxc_goodslist where g_sn='30000001'"), u"182"_qs);
+}
+
+TEST_F(CatalogAddTest, RefusalsLeaveWhatWasTyped) {
+  open("F_Spxxgl_Add", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("类别名称必须填写！"));
+    press(s, "F5");
+    chooseClass(s, QStringLiteral("镜架"));
+    expectNotice(QStringLiteral("商品名称必须填写！"));
+    press(s, "F5");
+    type(s, "g_name", u"钛架");
+    type(s, "g_sn", u"00000000");
+    expectNotice(QStringLiteral("商品编号已经存在，请重新输入！"));
+    press(s, "F5");
+    EXPECT_EQ(s.field("g_name").text(), u"钛架"_qs);
+    // A minus sign does not come into a price, and letters not into a quantity.
+    type(s, "g_jj", u"-12a");
+    EXPECT_EQ(s.field("g_jj").number(), 12);
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goods"), u"1"_qs);
+}
+
+TEST_F(CatalogAddTest, MissingUnitIsMadeOnTheWay) {
+  expectScreen("F_Dwgl", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("单位名称必须填写！"));
+    press(s, "F2");
+    type(s, "tname", u"副");
+    press(s, "F2");
+    press(s, "F5");  // takes the new one
+  });
+  open("F_Spxxgl_Add", [&](ui::Screen& s) {
+    choose(s, "dw_name", QStringLiteral("增加新单位..."));
+    EXPECT_EQ(s.field("dw_name").text(), u"副"_qs);
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_dw where dw_name='副'"), u"1"_qs);
+}
+
+TEST_F(CatalogAddTest, PurchaseGetsTheNewNumberBack) {
+  session().editMode = QStringLiteral("cgjh");
+  auto& screen = ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add");
+  EXPECT_TRUE(open(screen, [&](ui::Screen& s) {
+    EXPECT_FALSE(s.field("g_kc").isVisible());
+    chooseClass(s, QStringLiteral("镜架"));
+    type(s, "g_name", u"新款镜架");
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  }));
+  EXPECT_EQ(screen.added(), u"30000001"_qs);
+
+  session().editMode = QStringLiteral("cgjh");
+  EXPECT_FALSE(open(screen, [&](ui::Screen& s) { press(s, "Esc"); }));
+  EXPECT_TRUE(screen.added().isEmpty());
+}
+
+TEST_F(CatalogAddTest, NumbersByHandAndHiddenInputs) {
+  setParameter("cs_spbh", 0);
+  setParameter("cs_cs013", 0);
+  setRights(QStringLiteral("100002"), "qtcz", QStringLiteral("1111111111"));
+  becomeOperator(QStringLiteral("clerk"), QStringLiteral("100002"), QStringLiteral("100002"));
+  open("F_Spxxgl_Add", [&](ui::Screen& s) {
+    chooseClass(s, QStringLiteral("镜架"));
+    EXPECT_TRUE(s.field("g_sn").isEmpty());
+    EXPECT_FALSE(s.field("g_sj3").isVisible());
+    EXPECT_FALSE(s.field("comTcbl").isVisible());  // commissions need a right of their own
+    expectNotice(QStringLiteral("商品编号必须填写！"));
+    press(s, "F5");
+  });
+}
+
+}  // namespace catalog_add_test
+}  // namespace jxc::test

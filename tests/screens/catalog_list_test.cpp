@@ -1,0 +1,152 @@
+// The catalogue: classes at the left, goods at the right, search as one types.
+#include "masterdata/goods.h"
+#include "masterdata/goods_classes.h"
+#include "screens/harness/screen_test.h"
+
+#include <QAction>
+#include <QTableView>
+#include <QTreeWidget>
+
+namespace jxc::test {
+namespace catalog_list_test {
+
+class CatalogListTest : public ScreenTest {
+ protected:
+  CatalogListTest() {
+    add(u"30000001"_qs, u"钛架 8801"_qs, frames.number, 4);
+    add(u"30000002"_qs, u"板材架 9902"_qs, plates.number, 6);
+    add(u"30000003"_qs, u"停产镜架"_qs, frames.number, 9);
+    execSql("update jxc_goods set g_jy=1 where g_sn='30000003'");
+  }
+
+  void add(const QString& number, const QString& name, const QString& classNumber, double stock) {
+    GoodsDraft draft;
+    draft.number = number;
+    draft.name = name;
+    draft.unit = QStringLiteral("付");
+    draft.classNumber = classNumber;
+    draft.purchasePrice = 10;
+    draft.openingStock = stock;
+    draft.warehouse = QStringLiteral("100001");
+    ASSERT_TRUE(addGoods(draft, prompt));
+  }
+
+  static QStringList shown(ui::Screen& s) {
+    QStringList numbers;
+    const auto& grid = s.grid("gridSp");
+    for (int row = 0; row < grid.rowCount(); ++row)
+      numbers << grid.cellText(row, 0);
+    return numbers;
+  }
+  static QTreeWidget& tree(ui::Screen& s) { return *s.findChild<QTreeWidget*>(QStringLiteral("treeLb")); }
+  static void chooseClass(ui::Screen& s, const QString& name) {
+    const auto items = tree(s).findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(items.size(), 1) << name.toStdString();
+    tree(s).setCurrentItem(items.front());
+  }
+
+  GoodsClass frames = *addGoodsClass(1, QStringLiteral("镜架"), prompt);
+  GoodsClass plates = *addGoodsClass(frames.key, QStringLiteral("板材"), prompt);
+};
+
+TEST_F(CatalogListTest, TypingAndClassesNarrowTheListAndItsTotal) {
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    const auto total = [&] { return s.grid("gridSp").footerText("g_kc"); };
+    EXPECT_EQ(shown(s), QStringList({u"30000001"_qs, u"30000002"_qs}));
+    EXPECT_EQ(total(), u"10.00"_qs);
+    type(s, "tkey", u"jia");
+    EXPECT_EQ(shown(s), QStringList());
+    type(s, "tkey", u"bc 99");
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
+    EXPECT_EQ(total(), u"6.00"_qs);
+    type(s, "tkey", u"");
+    chooseClass(s, u"板材"_qs);
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
+    chooseClass(s, u"镜架"_qs);
+    check(s, "chkDisp", true);
+    EXPECT_EQ(shown(s), QStringList({u"30000001"_qs, u"30000002"_qs, u"30000003"_qs}));
+    EXPECT_EQ(total(), u"10.00"_qs);  // disabled goods are shown but do not count
+    // Sorted by stock downwards, the search keeps that order.
+    s.grid("gridSp").view()->sortByColumn(7, Qt::DescendingOrder);
+    EXPECT_EQ(shown(s), QStringList({u"30000003"_qs, u"30000002"_qs, u"30000001"_qs}));
+    type(s, "tkey", u"0"), type(s, "tkey", u"3000 架 9");
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
+    type(s, "tkey", u"");
+    EXPECT_EQ(shown(s), QStringList({u"30000003"_qs, u"30000002"_qs, u"30000001"_qs}));
+    EXPECT_EQ(s.grid("gridSp").currentText("g_sn"), u"30000002"_qs);  // the row stays current
+  });
+}
+
+TEST_F(CatalogListTest, SearchOnEnterWhenTheParameterSaysSo) {
+  setParameter("cs_hcj", 1);
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    type(s, "tkey", u"99");
+    EXPECT_EQ(shown(s).size(), 2);
+    press(s, "F6");
+    press(s, "Return");
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
+    chooseClass(s, u"镜片"_qs);
+    EXPECT_EQ(shown(s), QStringList());
+  });
+}
+
+TEST_F(CatalogListTest, ColumnsFollowTheRightsOfTheOperator) {
+  const auto visible = [](ui::Screen& s, std::string_view column) { return s.grid("gridSp").isColumnVisible(column); };
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    EXPECT_TRUE(visible(s, "g_jj"));
+    EXPECT_TRUE(visible(s, "g_sj1"));
+    EXPECT_FALSE(visible(s, "g_lsj"));  // off by parameter
+  });
+  setRights(QStringLiteral("100002"), "qtcz", QStringLiteral("1111110100"));  // neither cost (7) nor prices (9)
+  setParameter("cs_cgyh", 1);
+  execSql("update jxc_ckxx set ck_asn='100002'");
+  becomeOperator(QStringLiteral("clerk"), QStringLiteral("100002"), QStringLiteral("100002"));
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    for (const auto column : {"g_jj", "g_sj", "g_sj1", "g_kc"})
+      EXPECT_FALSE(visible(s, column)) << column;
+    // Nor can they be read from what is copied or told.
+    EXPECT_FALSE(s.grid("gridSp").tabSeparated(false).contains(u"进价"_qs));
+  });
+}
+
+TEST_F(CatalogListTest, ClassesAreMadeRenamedFoundAndDeletedInTheTree) {
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    chooseClass(s, u"镜架"_qs);
+    pressIn(tree(s), "Ins");
+    ASSERT_EQ(tree(s).currentItem()->text(0), u"新类别"_qs);
+    tree(s).currentItem()->setText(0, u"儿童 'K'"_qs);
+    settle();
+    EXPECT_EQ(lookupValue("select gc_jm from jxc_goodsclass where gc_sn='1001101'"), u"ET ‘K‘"_qs);
+    EXPECT_EQ(tree(s).currentItem()->text(0), u"儿童 ‘K‘"_qs);
+
+    expectNotice(QStringLiteral("类别名称必须填写！"));
+    tree(s).currentItem()->setText(0, u"  "_qs);
+    settle();
+    EXPECT_EQ(tree(s).currentItem()->text(0), u"儿童 ‘K‘"_qs);
+
+    type(s, "tkey", u"");
+    auto* search = s.findChild<QWidget*>(QStringLiteral("tname"));
+    typeIn(*search, u"bc");
+    EXPECT_EQ(tree(s).currentItem()->text(0), u"板材"_qs);
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
+
+    expectNotice(QStringLiteral("该类别下有商品信息，不能删除！"));
+    pressIn(tree(s), "Del");
+    chooseClass(s, u"儿童 ‘K‘"_qs);
+    expectQuestion(QStringLiteral("您确定要删除当前类别吗?"), Answer::Yes);
+    pressIn(tree(s), "Del");
+    EXPECT_EQ(tree(s).currentItem()->text(0), u"镜架"_qs);
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_goodsclass"), u"4"_qs);
+}
+
+TEST_F(CatalogListTest, NoGoodsWithoutAWarehouse) {
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    execSql("delete from jxc_ckxx");
+    expectNotice(QStringLiteral("请先添加仓库信息！"));
+    press(s, "F2");
+  });
+}
+
+}  // namespace catalog_list_test
+}  // namespace jxc::test
