@@ -25,13 +25,15 @@ bool taken(const char* sql, const QString& value, std::int64_t id) {
   return !lookupValue(sql, value, id).isEmpty();
 }
 
-/// Opening stock stands in the ledger five years back, so that it sorts before every document.
+/// Opening stock stands in the ledger five years back, so that it sorts before every document. Lenses come to a running
+/// shop a range at a time: theirs begins on the day it is keyed in, with the plain amount.
 void writeOpeningStock(const GoodsDraft& draft) {
   const double quantity = draft.openingStock;
   const double price = draft.purchasePrice;
-  const double amount = roundEps(price * quantity, totalDigits());
+  const double amount = draft.lens ? price * quantity : roundEps(price * quantity, totalDigits());
   const QString month = clock::month();
-  const QString openingDate = QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5);
+  const QString openingDate =
+      draft.lens ? clock::today() : QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5);
 
   ensureStockRows(month);
   execSql("update jxc_kcjs set js_sl=js_sl+?,js_zje=js_zje+? where js_rq=? and ck_sn=?", quantity, quantity * price,
@@ -78,12 +80,67 @@ void writeOpeningStock(const GoodsDraft& draft) {
                               {"gl_note", draft.note}});
 }
 
-void writeGoods(const GoodsDraft& draft) {
+/// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").
+void addKey(Filter& filter, const QString& key) {
+  for (const QString& word : goodsSearchWords(key)) {
+    const QString like = QLatin1Char('%') + word + QLatin1Char('%');
+    filter.add(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
+      or a.gg_name like ? or a.color_name like ?))",
+               like, like, like, like, like, like);
+  }
+}
+
+}  // namespace goods_detail
+
+void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
+  if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
+  if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
+  goods_detail::addKey(filter, wanted.key);
+}
+
+GoodsDraft cleanGoodsDraft(const GoodsDraft& typed) {
+  GoodsDraft draft = typed;
+  for (QString GoodsDraft::*text : {&GoodsDraft::number, &GoodsDraft::name, &GoodsDraft::barcode, &GoodsDraft::unit,
+                                    &GoodsDraft::model, &GoodsDraft::colour, &GoodsDraft::origin, &GoodsDraft::note})
+    draft.*text = goods_detail::clean(typed.*text);
+  if (draft.lens) draft.lens->product = goods_detail::clean(draft.lens->product);
+  return draft;
+}
+
+bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
+  using goods_detail::taken;
+  const auto refuse = [&](const QString& text) {
+    prompt.notice(text);
+    return false;
+  };
+  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
+  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
+  if (draft.name.isEmpty() || (draft.lens && draft.lens->product.isEmpty()))
+    return refuse(QStringLiteral("商品名称必须填写！"));
+  if (draft.unit.isEmpty() || draft.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
+  if (taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id)) {
+    return refuse(id == 0 ? QStringLiteral("商品编号已经存在，请重新输入！") : QStringLiteral("商品编号已存在！"));
+  }
+  const bool negative =
+      std::any_of(draft.levelPrices.begin(), draft.levelPrices.end(), [](double price) { return price < 0; }) ||
+      draft.purchasePrice < 0 || draft.salePrice < 0 || draft.retailPrice < 0 || draft.openingStock < 0;
+  if (negative) return refuse(QStringLiteral("价格和数量不能小于零！"));
+  if (!draft.barcode.isEmpty() &&
+      taken("select top 1 g_sn from jxc_goods where g_sptm=? and id<>?", draft.barcode, id) &&
+      !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
+    return false;
+  }
+  return !draft.warnSameName || !taken("select top 1 g_sn from jxc_goods where g_name=? and id<>?", draft.name, id) ||
+         prompt.ask(id == 0 ? QStringLiteral("商品名称已经存在，确认输入吗？")
+                            : QStringLiteral("商品名称已经存在，确认修改吗？"));
+}
+
+std::int64_t insertGoods(const GoodsDraft& draft) {
   const QString supplier = lookupValue("select ghs_sn from jxc_ghsxx where ghs_default<>0");
   const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber);
   const auto id = insertRow("jxc_goods", {{"g_sn", draft.number},
                                           {"g_name", draft.name},
-                                          {"g_qc", draft.name.left(64)},
+                                          {"g_qc", (draft.lens ? draft.lens->product : draft.name).left(64)},
                                           {"g_jm", makeJm(draft.name).left(32)},
                                           {"g_sptm", draft.barcode},
                                           {"dw_name", draft.unit},
@@ -95,6 +152,8 @@ void writeGoods(const GoodsDraft& draft) {
                                           {"ghs_sn", supplier},
                                           {"g_sccs", draft.origin},
                                           {"g_bz", draft.note},
+                                          {"g_qgd", draft.lens ? draft.lens->sphere : QString()},
+                                          {"g_sgd", draft.lens ? draft.lens->cylinder : QString()},
                                           {"g_tym", ""},
                                           {"g_yjlx", ""}});
   updateRow("jxc_goods", id,
@@ -124,7 +183,7 @@ void writeGoods(const GoodsDraft& draft) {
   updateRow("jxc_goods", id,
             {{"g_gdcbj", draft.fixedCost},
              {"g_iszp", draft.mayBeGift},
-             {"g_isjp", 0},
+             {"g_isjp", draft.lens.has_value()},
              {"g_jy", 0},
              {"g_tjsp", 0},
              {"g_tjqx", 0},
@@ -140,59 +199,7 @@ void writeGoods(const GoodsDraft& draft) {
              {"g_ygtc2", 0},
              {"g_jgtc2", 0},
              {"g_xsytc2", 0}});
-}
-
-/// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").
-void addKey(Filter& filter, const QString& key) {
-  for (const QString& word : goodsSearchWords(key)) {
-    const QString like = QLatin1Char('%') + word + QLatin1Char('%');
-    filter.add(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
-      or a.gg_name like ? or a.color_name like ?))",
-               like, like, like, like, like, like);
-  }
-}
-
-}  // namespace goods_detail
-
-void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
-  if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
-  if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
-  goods_detail::addKey(filter, wanted.key);
-}
-
-GoodsDraft cleanGoodsDraft(const GoodsDraft& typed) {
-  GoodsDraft draft = typed;
-  for (QString GoodsDraft::*text : {&GoodsDraft::number, &GoodsDraft::name, &GoodsDraft::barcode, &GoodsDraft::unit,
-                                    &GoodsDraft::model, &GoodsDraft::colour, &GoodsDraft::origin, &GoodsDraft::note})
-    draft.*text = goods_detail::clean(typed.*text);
-  return draft;
-}
-
-bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
-  using goods_detail::taken;
-  const auto refuse = [&](const QString& text) {
-    prompt.notice(text);
-    return false;
-  };
-  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
-  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
-  if (draft.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
-  if (draft.unit.isEmpty() || draft.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
-  if (taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id)) {
-    return refuse(id == 0 ? QStringLiteral("商品编号已经存在，请重新输入！") : QStringLiteral("商品编号已存在！"));
-  }
-  const bool negative =
-      std::any_of(draft.levelPrices.begin(), draft.levelPrices.end(), [](double price) { return price < 0; }) ||
-      draft.purchasePrice < 0 || draft.salePrice < 0 || draft.retailPrice < 0 || draft.openingStock < 0;
-  if (negative) return refuse(QStringLiteral("价格和数量不能小于零！"));
-  if (!draft.barcode.isEmpty() &&
-      taken("select top 1 g_sn from jxc_goods where g_sptm=? and id<>?", draft.barcode, id) &&
-      !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
-    return false;
-  }
-  return !draft.warnSameName || !taken("select top 1 g_sn from jxc_goods where g_name=? and id<>?", draft.name, id) ||
-         prompt.ask(id == 0 ? QStringLiteral("商品名称已经存在，确认输入吗？")
-                            : QStringLiteral("商品名称已经存在，确认修改吗？"));
+  return id;
 }
 
 QString nextGoodsSn(std::int64_t classIdentity) {
@@ -217,7 +224,7 @@ std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
   if (goods_detail::taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, 0)) {
     throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
   }
-  goods_detail::writeGoods(draft);
+  insertGoods(draft);
   if (draft.openingStock > 0) goods_detail::writeOpeningStock(draft);
   transaction.commit();
   return draft.number;

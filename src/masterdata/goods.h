@@ -1,4 +1,4 @@
-// 商品: rules of the catalogue for ordinary goods: numbers, adding, the list and its search.
+// 商品: rules of the catalogue: numbers, adding, the list and its search.
 #pragma once
 
 #include "core/prompt.h"
@@ -13,7 +13,12 @@
 
 namespace jxc {
 
-/// What the operator keys in for one ordinary article. Prices are yuan, quantities units of `unit`.
+/// What makes an article a lens: the product without powers, and the two powers as text ("-1.25").
+struct LensPowers {
+  QString product, sphere, cylinder;
+};
+
+/// What the operator keys in for one article. Prices are yuan, quantities units of `unit`.
 struct GoodsDraft {
   QString number, name, barcode, unit, model, colour, origin, note;
   std::optional<QString> classNumber;  // gc_sn; empty is the root; nothing when no class was chosen
@@ -26,7 +31,8 @@ struct GoodsDraft {
   bool mayBeGift = false;
   int commissionKind = 0;  // 0 none, 1 yuan a piece, 2 percent of sales, 3 percent of profit
   double commission = 0;
-  bool warnSameName = true;  // ask when the name stands already
+  bool warnSameName = true;        // ask when the name stands already
+  std::optional<LensPowers> lens;  // only lenses have it
 };
 
 /// Next automatic goods number of a class: its identity padded to eight digits, ending in 1, or the highest plus one.
@@ -41,6 +47,8 @@ std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 /// What may be entered for an article with this `id` (0 for a new one): refusals and questions in the order of the
 /// form. The draft must be clean.
 bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt);
+/// Appends the row of a clean draft to the catalogue and returns its `id`. Inside the caller's transaction.
+std::int64_t insertGoods(const GoodsDraft& draft);
 /// The draft as it is stored: texts trimmed and cleaned, no control characters.
 GoodsDraft cleanGoodsDraft(const GoodsDraft& typed);
 

@@ -66,11 +66,18 @@ void renameInLedger(const GoodsDraft& before, const GoodsDraft& after) {
   }
 }
 
+/// The opening stock of a lens goes along with a new number.
+void renumberStock(const QString& before, const QString& after) {
+  if (before == after) return;
+  execSql("update jxc_kcsp set g_sn=? where g_sn=?", after, before);
+  execSql("update jxc_goodslist set g_sn=? where g_sn=?", after, before);
+}
+
 void write(std::int64_t id, const GoodsDraft& draft) {
   updateRow("jxc_goods", id,
             {{"g_sn", draft.number},
              {"g_name", draft.name},
-             {"g_qc", draft.name.left(64)},
+             {"g_qc", (draft.lens ? draft.lens->product : draft.name).left(64)},
              {"g_jm", makeJm(draft.name).left(32)},
              {"g_sptm", draft.barcode},
              {"gg_name", draft.model},
@@ -124,14 +131,14 @@ GoodsDraft readGoods(std::int64_t id) {
   draft.mayBeGift = row.flag("g_iszp");
   draft.commissionKind = static_cast<int>(row.integer("g_tclb"));
   draft.commission = row.number("g_tc");
+  if (row.flag("g_isjp")) draft.lens = LensPowers{row.text("g_qc"), row.text("g_qgd"), row.text("g_sgd")};
   return draft;
 }
 
-bool mayRenumberGoods(const QString& number) {
-  return number != goods_change_detail::kBalancing &&
-         openSelect("select top 1 g_sn from jxc_jhsp where g_sn=? union select top 1 g_sn from jxc_kcsp where g_sn=?",
-                    number, number)
-             .isEmpty();
+bool mayRenumberGoods(const GoodsDraft& draft) {
+  if (draft.number == goods_change_detail::kBalancing) return false;
+  if (!openSelect("select top 1 g_sn from jxc_jhsp where g_sn=?", draft.number).isEmpty()) return false;
+  return draft.lens || openSelect("select top 1 g_sn from jxc_kcsp where g_sn=?", draft.number).isEmpty();
 }
 
 void syncUnit2(const QString& number) {
@@ -141,13 +148,18 @@ void syncUnit2(const QString& number) {
 bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForClass, Prompt& prompt) {
   const GoodsDraft before = readGoods(id);
   GoodsDraft draft = cleanGoodsDraft(typed);
-  if (!mayRenumberGoods(before.number)) draft.number = before.number;
+  if (!mayRenumberGoods(before)) draft.number = before.number;
   if (!mayKeepGoods(draft, id, prompt)) return false;
 
   Transaction transaction(accountDb());
   goods_change_detail::write(id, draft);
   syncUnit2(draft.number);
-  goods_change_detail::renameInLedger(before, draft);
+  if (draft.lens) {
+    updateRow("jxc_goods", id, {{"g_qgd", draft.lens->sphere}, {"g_sgd", draft.lens->cylinder}});
+    goods_change_detail::renumberStock(before.number, draft.number);
+  } else {
+    goods_change_detail::renameInLedger(before, draft);
+  }
   if (commissionForClass) {
     execSql("update jxc_goods set g_tclb=?,g_tc=? where gc_sn=?", draft.commissionKind,
             draft.commissionKind == 0 ? 0.0 : draft.commission, *draft.classNumber);

@@ -16,10 +16,12 @@ using GoodsProgress = std::function<bool(int percent)>;
 
 /// The article as its dialog shows it.
 GoodsDraft readGoods(std::int64_t id);
-/// Whether the number may still be changed: no purchase line and no stock row has it.
-bool mayRenumberGoods(const QString& number);
+/// Whether the number may still be changed: no purchase line and no stock row has it. A lens keeps its number only from
+/// its first purchase on.
+bool mayRenumberGoods(const GoodsDraft& draft);
 /// Saves a changed article; refusals and questions in the order of the form. A new name, unit, specification or colour
-/// goes into its ledger rows too. `commissionForClass` gives the commission to all goods of the class.
+/// goes into the ledger rows of an ordinary article too; lenses keep their history as it was written.
+/// `commissionForClass` gives the commission to all goods of the class.
 bool changeGoods(std::int64_t id, const GoodsDraft& draft, bool commissionForClass, Prompt& prompt);
 
 /// Deletes an article that was never bought or sold, with its opening stock. Asks. The month figures keep the opening

@@ -58,7 +58,7 @@ TEST_F(GoodsSearchTest, WordsMatchAsTheQueryMatchesThem) {
   EXPECT_EQ(found(all, u"6901玳瑁"_qs), QStringList());           // no word runs over two columns
   EXPECT_EQ(found(all, u"100001"_qs), QStringList());
   EXPECT_EQ(found(all, u"' or 1=1 --"_qs), QStringList());
-  EXPECT_EQ(found(all, u"00%"_qs), QStringList());  // full width is another character …
+  EXPECT_EQ(found(all, u"00%"_qs), QStringList());         // full width is another character …
   EXPECT_EQ(found(all, u"%"_qs), QStringList(u"A 1"_qs));  // … but for the marks that are stored so
   EXPECT_EQ(found(all, QString(10000, u'长')), QStringList());
   EXPECT_EQ(found(all, u"2"_qs, u"1001"_qs), QStringList());

@@ -92,6 +92,7 @@ TEST_F(CatalogListTest, SearchOnEnterWhenTheParameterSaysSo) {
 
 TEST_F(CatalogListTest, ColumnsFollowTheRightsOfTheOperator) {
   const auto visible = [](ui::Screen& s, std::string_view column) { return s.grid("gridSp").isColumnVisible(column); };
+  setParameter("cs_cs013", 1);
   open("F_Spxxgl", [&](ui::Screen& s) {
     EXPECT_TRUE(visible(s, "g_jj"));
     EXPECT_TRUE(visible(s, "g_sj1"));
@@ -145,6 +146,92 @@ TEST_F(CatalogListTest, NoGoodsWithoutAWarehouse) {
     execSql("delete from jxc_ckxx");
     expectNotice(QStringLiteral("请先添加仓库信息！"));
     press(s, "F2");
+  });
+}
+
+TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
+  const auto run = [](ui::Screen& s, const char* name) { s.findChild<QAction*>(QString::fromLatin1(name))->trigger(); };
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    expectScreen("F_Spxxgl_Modi", [&](ui::Screen& m) {
+      EXPECT_TRUE(m.field("g_sn").isReadOnly());  // there is stock under this number
+      type(m, "g_name", u"钛架 8801 新款");
+      type(m, "g_sj", u"398");
+      press(m, "F5");
+    });
+    press(s, "F3");
+    EXPECT_EQ(s.grid("gridSp").currentText("g_name"), u"钛架 8801 新款"_qs);
+
+    expectScreen("F_Spxxgl_Jm", [&](ui::Screen& m) {
+      EXPECT_EQ(m.field("tjm").text(), u"TJ 8801 XK"_qs);
+      type(m, "tjm", u"tj'x");
+      press(m, "F5");
+    });
+    run(s, "btnRModiJm");
+    EXPECT_EQ(s.grid("gridSp").currentText("g_jm"), u"TJ‘X"_qs);
+
+    run(s, "btnRForbid");  // stays in sight
+    EXPECT_TRUE(s.field("chkDisp").isChecked());
+    EXPECT_EQ(s.grid("gridSp").currentNumber("g_jy"), 1);
+
+    // All marked: the disabled come back, the others go, and the balancing article stays what it is.
+    s.grid("gridSp").view()->selectAll();
+    expectQuestion(u"您的操作将禁用选中的所有商品，\r\n\r\n已禁用的商品将会解除禁用。\r\n\r\n确认吗？"_qs, Answer::Yes);
+    run(s, "btnRForbidPl");
+    EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_jy=0"), u"2"_qs);
+    EXPECT_EQ(lookupValue("select g_jy from jxc_goods where g_sn='00000000'"), u"1"_qs);
+
+    s.grid("gridSp").view()->selectAll();
+    expectScreen("F_Spxxgl_Zdkc", [&](ui::Screen& m) {
+      type(m, "tzdkc", u"3");
+      expectQuestion(u"您确定要修改选中商品的最低库存吗！"_qs, Answer::Yes);
+      expectNotice(u"成功修改：4  个商品信息。"_qs);
+      press(m, "F5");
+    });
+    run(s, "btnRZdkc");
+
+    expectScreen("F_Spxxgl_Dele", [&](ui::Screen& m) {
+      press(m, "F5");
+      EXPECT_EQ(m.field("tResult").text(),
+                u"商品编号：00000000 商品名称：优惠商品  为系统内置商品，不能删除！\n成功删除：3  个商品信息。"_qs);
+    });
+    s.grid("gridSp").view()->selectAll();
+    run(s, "btnRDeleLb");
+    EXPECT_EQ(shown(s), QStringList(u"00000000"_qs));
+    expectNotice(u"该商品为系统内置商品，不能删除！"_qs);
+    press(s, "Ctrl+D");
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn<>'00000000'"), u"0"_qs);
+}
+
+TEST_F(CatalogListTest, ClassAndCostOfMarkedGoodsAndAClassMoved) {
+  const auto run = [](ui::Screen& s, const char* name) { s.findChild<QAction*>(QString::fromLatin1(name))->trigger(); };
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    s.grid("gridSp").view()->selectAll();
+    expectScreen("F_Spxxgl_Class", [&](ui::Screen& m) {
+      chooseClass(m, u"板材"_qs);
+      press(m, "F5");
+    });
+    run(s, "btnRModiLb");
+    EXPECT_EQ(lookupValue("select count(*) from jxc_goods where gc_sn='1001100'"), u"2"_qs);
+
+    s.grid("gridSp").view()->selectAll();
+    expectQuestion(u"您的操作将选中的商品预设进价作为销售成本价，确定修改吗？"_qs, Answer::Yes);
+    expectNotice(u"成功设置：2  个商品预设进价作为销售成本价。"_qs);
+    run(s, "btnRGdcbj");
+    expectQuestion(u"您的操作将取消选中的商品预设进价作为销售成本价，确定修改吗？"_qs, Answer::No);
+    run(s, "btnRGdcbj2");
+    EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_gdcbj=1"), u"2"_qs);
+
+    chooseClass(s, u"板材"_qs);
+    expectScreen("F_Spxxgl_Move", [&](ui::Screen& m) {
+      chooseClass(m, u"所有类别"_qs);
+      expectNotice(u"类别移动成功！"_qs);
+      press(m, "F5");
+    });
+    run(s, "btnMoveLevel");
+    EXPECT_EQ(lookupValue("select count(*) from jxc_goods where gc_sn='1002'"), u"2"_qs);
+    chooseClass(s, u"板材"_qs);
+    EXPECT_EQ(shown(s).size(), 2);
   });
 }
 

@@ -9,9 +9,12 @@
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/units.h"
 
+#include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+
+#include <algorithm>
 
 namespace jxc {
 namespace goods_form_detail {
@@ -129,6 +132,33 @@ void GoodsForm::readDraft(GoodsDraft& draft) const {
   draft.origin = g_sccs.trimmed();
   draft.note = g_bz.trimmed();
   draft.fixedCost = g_gdcbj.isChecked();
+}
+
+void GoodsForm::hidePricesWithoutRight() {
+  g_jj.setVisible(session().canSeeCost);
+  g_sj.setVisible(session().canSeePrice);
+  if (session().canSeePrice) return;
+  g_lsj.setVisible(false);
+  for (const auto name : goods_form_detail::kLevels)
+    field(name).setVisible(false);
+}
+
+void GoodsForm::lockNumber(bool locked) {
+  g_sn.setReadOnly(locked);
+  g_sn.widget()->setToolTip(locked ? QStringLiteral("该商品已有业务，编号不能修改") : QString());
+}
+
+std::optional<GoodsClass> GoodsForm::goodsClassNumbered(const std::optional<QString>& number) {
+  const auto classes = goodsClasses();
+  const auto found =
+      std::find_if(classes.begin(), classes.end(), [&](const GoodsClass& one) { return one.number == number; });
+  return found == classes.end() ? std::nullopt : std::optional(*found);
+}
+
+void GoodsForm::pictureFollows(const QString& numberBefore, std::int64_t id) {
+  const QString number = lookupValue("select g_sn from jxc_goods where id=?", id);
+  if (number != numberBefore) QFile::rename(goodsPictureFile(numberBefore), goodsPictureFile(number));
+  savePicture(number);
 }
 
 QWidget* GoodsForm::pictureArea() {

@@ -76,6 +76,13 @@ class GoodsForm : public ui::Screen {
   virtual void classChosen() {}
   std::optional<GoodsClass> chosenClass() const { return class_; }
 
+  /// For the dialogs of a change: prices that the operator may not see are neither shown nor changed.
+  void hidePricesWithoutRight();
+  void lockNumber(bool locked);
+  /// After a change: the picture goes with a new number, and a newly chosen one is saved.
+  void pictureFollows(const QString& numberBefore, std::int64_t id);
+  static std::optional<GoodsClass> goodsClassNumbered(const std::optional<QString>& number);
+
   /// The row of the picture: its place in the layout, what was chosen, and its saving under the number.
   QWidget* pictureArea();
   void showPicture(const QString& file);

@@ -7,7 +7,9 @@
 #include "masterdata/screens/goods_class_picker.h"
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/screens/spxxgl_add.h"
+#include "masterdata/screens/spxxgl_lens.h"
 #include "masterdata/screens/spxxgl_modi.h"
+#include "masterdata/screens/spxxgl_prices.h"
 #include "masterdata/screens/spxxgl_small.h"
 #include "ui/progress.h"
 
@@ -64,10 +66,10 @@ constexpr ui::ColumnSpec kColumns[] = {
     {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .hidden = true},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加"}};
-constexpr ui::CommandSpec kCommands[] = {
-    {"btnRAddQt", "增加商品", "F2"}, {"btnModi2", "修改", "F3"},   {"btnDele2", "删除", "Ctrl+D"},
-    {"btnMore", "更多操作"},         {"btnCancel", "退出", "Esc"},
-};
+constexpr ui::CommandSpec kCommands[] = {{"btnRAddQt", "增加商品", "F2"},     {"btnRAddJp", "增加镜片", "F7"},
+                                         {"btnRAddPl", "批量增加镜片", "F8"}, {"btnModi2", "修改", "F3"},
+                                         {"btnDele2", "删除", "Ctrl+D"},      {"btnMore", "更多操作"},
+                                         {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
                                     .title = "商品信息管理",
                                     .fields = kFields,
@@ -98,7 +100,7 @@ TF_Spxxgl::TF_Spxxgl()
   auto [left, right] = area.columns(1, 4);
   left.widget(tree_, 1).widget(picture_);
   right.row("tkey chkDisp chkPic").grid("gridSp");
-  area.buttons("btnRAddQt btnModi2 btnDele2 btnMore | btnCancel");
+  area.buttons("btnRAddQt btnRAddJp btnRAddPl btnModi2 btnDele2 btnMore | btnCancel");
 
   gridSp.setMultiSelect(true);
   gridSp.setRowFilter([this](const RowSet& rows, bool areNew) {
@@ -124,7 +126,16 @@ TF_Spxxgl::TF_Spxxgl()
   });
   chkDisp.onChanged([this] { load(); });
   chkPic.onChanged([this] { showPicture(); });
-  on(command("btnRAddQt"), [this] { addOrdinary(); });
+  const auto adding = [this](std::string_view name, std::function<bool()> add) {
+    on(command(name), [this, add = std::move(add)] {
+      if (warehouseIsMissing()) return;
+      if (add()) load();
+      tree_->reload();  // classes may have been made on the way
+    });
+  };
+  adding("btnRAddQt", [this] { return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addTo(tree_->current()) > 0; });
+  adding("btnRAddJp", [this] { return ui::screenAs<TF_Spxxgl_Add2>("F_Spxxgl_Add2").addTo(tree_->current()) > 0; });
+  adding("btnRAddPl", [this] { return ui::screenAs<TF_Spxxgl_Add3>("F_Spxxgl_Add3").addTo(tree_->current()); });
   addCommands();
 }
 
@@ -149,6 +160,13 @@ void TF_Spxxgl::addCommands() {
   });
   listCommand("btnRZdkc", u"修改选中商品的最低库存"_qs,
               [this] { return ui::screenAs<TF_Spxxgl_Zdkc>("F_Spxxgl_Zdkc").edit(marked()); });
+  listCommand("brnRPfj", u"批量定义批发价"_qs, [this] {
+    return ui::screenAs<TF_Spxxgl_Pfj>("F_Spxxgl_Pfj").run(gridSp.currentText("gc_sn"), gridSp.currentText("gc_name"));
+  });
+  commission_ = listCommand("btnRTc", u"POS销售提成设置"_qs, [this] {
+    ui::screenAs<TF_Spxxgl_Tc>("F_Spxxgl_Tc").edit(gridSp.currentText("g_sn"), gridSp.currentText("g_name"));
+    return false;
+  });
   listCommand("btnRGdcbj", u"预设进价作为销售成本价"_qs, [this] { return fixCost(true); });
   listCommand("btnRGdcbj2", u"取消预设进价作为销售成本价"_qs, [this] { return fixCost(false); });
   listCommand("btnRPic", u"显示商品图片"_qs, [this] {
@@ -164,12 +182,13 @@ void TF_Spxxgl::addCommands() {
   tree_->addMenuCommand("btnMoveLevel", u"类别移动"_qs, true, [this] { moveClass(); });
 }
 
-void TF_Spxxgl::listCommand(const char* name, const QString& caption, std::function<bool()> action) {
+QAction* TF_Spxxgl::listCommand(const char* name, const QString& caption, std::function<bool()> action) {
   auto* entry = gridSp.addMenuCommand(caption, [this, action = std::move(action)] {
     if (gridSp.current() && action()) load();
   });
   entry->setObjectName(QString::fromLatin1(name));
   more_->addAction(entry);
+  return entry;
 }
 
 GoodsIds TF_Spxxgl::marked() const {
@@ -180,7 +199,9 @@ GoodsIds TF_Spxxgl::marked() const {
 }
 
 bool TF_Spxxgl::modify() {
-  return ui::screenAs<TF_Spxxgl_Modi>("F_Spxxgl_Modi").edit(gridSp.currentId());
+  const std::int64_t id = gridSp.currentId();
+  return gridSp.currentNumber("g_isjp") != 0 ? ui::screenAs<TF_Spxxgl_Modi2>("F_Spxxgl_Modi2").edit(id)
+                                             : ui::screenAs<TF_Spxxgl_Modi>("F_Spxxgl_Modi").edit(id);
 }
 
 bool TF_Spxxgl::deleteOne() {
@@ -240,6 +261,7 @@ void TF_Spxxgl::activate() {
                          : QStringLiteral("输入商品相关信息查询商品F6："));
   tkey.clear();
   showColumns();
+  commission_->setVisible(hasRight("qtcz", 19));
   tree_->search().clear();
   tree_->reload();
   load();
@@ -298,12 +320,6 @@ bool TF_Spxxgl::warehouseIsMissing() {
   if (!lookupValue("select top 1 ck_sn from jxc_ckxx").isEmpty()) return false;
   prompt().notice(QStringLiteral("请先添加仓库信息！"));
   return true;
-}
-
-void TF_Spxxgl::addOrdinary() {
-  if (warehouseIsMissing()) return;
-  if (ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addTo(tree_->current()) > 0) load();
-  tree_->reload();  // classes may have been made on the way
 }
 
 bool TF_Spxxgl::keyPressed(QKeyEvent& event) {

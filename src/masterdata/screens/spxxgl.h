@@ -6,6 +6,7 @@
 #include "masterdata/screens/goods_class_tree.h"
 #include "ui/screen.h"
 
+class QAction;
 class QLabel;
 class QMenu;
 
@@ -33,11 +34,10 @@ class TF_Spxxgl : public ui::Screen {
   QString classNumber() const;
   void showColumns();
   void showPicture();
-  void addOrdinary();
   bool warehouseIsMissing();
   void addCommands();
   /// A command of the list: in its pop-up menu and under "更多操作". The hook tells whether something changed.
-  void listCommand(const char* name, const QString& caption, std::function<bool()> action);
+  QAction* listCommand(const char* name, const QString& caption, std::function<bool()> action);
   GoodsIds marked() const;
   bool modify();
   bool deleteOne();
@@ -52,6 +52,7 @@ class TF_Spxxgl : public ui::Screen {
   GoodsClassTree* tree_;
   QLabel* picture_;
   QMenu* more_;
+  QAction* commission_ = nullptr;
   GoodsIndex index_;
   bool onEnter_ = false;  // the parameter cs_hcj: the query runs on Enter
 };

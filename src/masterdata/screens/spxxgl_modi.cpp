@@ -1,12 +1,7 @@
 #include "masterdata/screens/spxxgl_modi.h"
 
-#include "core/session.h"
 #include "masterdata/goods_change.h"
 #include "masterdata/screens/goods_picture.h"
-
-#include <QFile>
-
-#include <algorithm>
 
 namespace jxc {
 namespace spxxgl_modi_detail {
@@ -47,21 +42,9 @@ void TF_Spxxgl_Modi::activate() {
   chkTc.setVisible(comTcbl.isVisible());
   before_ = id_ == 0 ? GoodsDraft() : readGoods(id_);
   showOrdinary(before_);
-  // What the operator may not see he neither changes nor reads here.
-  g_jj.setVisible(session().canSeeCost);
-  if (!session().canSeePrice) {
-    for (const auto name : {"g_sj", "g_lsj", "g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"})
-      field(name).setVisible(false);
-  } else {
-    g_sj.setVisible(true);
-  }
-  const auto classes = goodsClasses();
-  const auto found = std::find_if(classes.begin(), classes.end(),
-                                  [this](const GoodsClass& one) { return one.number == before_.classNumber; });
-  setClass(found == classes.end() ? std::nullopt : std::optional(*found));
-  const bool mayRenumber = mayRenumberGoods(before_.number);
-  g_sn.setReadOnly(!mayRenumber);
-  g_sn.widget()->setToolTip(mayRenumber ? QString() : QStringLiteral("该商品已有业务或库存，编号不能修改"));
+  hidePricesWithoutRight();
+  setClass(goodsClassNumbered(before_.classNumber));
+  lockNumber(!mayRenumberGoods(before_));
   showPicture(goodsPictureFile(before_.number));
 }
 
@@ -69,9 +52,7 @@ void TF_Spxxgl_Modi::btnSaveClick() {
   if (!checkFields()) return;
   const GoodsDraft draft = readOrdinary();
   if (!changeGoods(id_, draft, chkTc.isVisible() && chkTc.isChecked(), prompt())) return;
-  const QString number = lookupValue("select g_sn from jxc_goods where id=?", id_);
-  if (number != before_.number) QFile::rename(goodsPictureFile(before_.number), goodsPictureFile(number));
-  savePicture(number);
+  pictureFollows(before_.number, id_);
   accept();
 }
 

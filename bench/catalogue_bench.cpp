@@ -1,0 +1,157 @@
+// The goods catalogue with 100,000 goods: first rows, the whole list, a key typed, a class chosen, a lens range added.
+#include "core/data_module.h"
+#include "core/schema/schema.h"
+#include "core/schema/upgrade.h"
+#include "core/session.h"
+#include "masterdata/goods.h"
+#include "masterdata/goods_classes.h"
+#include "masterdata/goods_lenses.h"
+#include "masterdata/goods_search.h"
+
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+#include <stdexcept>
+
+namespace jxc {
+namespace catalogue_bench {
+
+class SilentPrompt : public Prompt {
+ public:
+  void notice(const QString& text) override { throw std::runtime_error(text.toStdString()); }
+  bool ask(const QString&) override { return true; }
+  Answer askOrCancel(const QString&) override { return Answer::Yes; }
+};
+
+constexpr int kProducts = 144;  // of 41 × 17 powers: 100,368 lenses
+
+PowerRange spheres() {
+  return {-10, 0, 0.25};
+}
+PowerRange cylinders() {
+  return {-4, 0, 0.25};
+}
+
+GoodsDraft lens(int product) {
+  GoodsDraft draft;
+  draft.number = QStringLiteral("x");
+  draft.name = QStringLiteral("晶朗1.%1非球面加硬加膜镜片第%2款").arg(50 + product % 25).arg(product);
+  draft.unit = QStringLiteral("片");
+  draft.purchasePrice = 28 + product;
+  draft.salePrice = 120 + product;
+  return draft;
+}
+
+/// An account set on disk with lens ranges of many products in twelve classes.
+class Catalogue {
+ public:
+  Catalogue() {
+    SqliteOptions options;
+    options.create = true;
+    dataModule().installAccountDb(openSqlite(directory_.filePath(QStringLiteral("jxc.mdb")), options));
+    createAllTables(accountDb());
+    upgradeSchema(accountDb());
+    session() = Session{};
+    session().a_name = QStringLiteral("admin");
+    session().a_sn = session().r_sn = QStringLiteral("100001");
+    loadSession();
+    SilentPrompt prompt;
+    for (int i = 0; i < 12; ++i)
+      classes_.push_back(*addGoodsClass(2, QStringLiteral("品牌%1").arg(i), prompt));
+    for (int i = 0; i < kProducts; ++i) {
+      GoodsDraft draft = lens(i);
+      draft.classNumber = classes_[static_cast<std::size_t>(i % 12)].number;
+      addLensRange(draft, spheres(), cylinders(), prompt);
+    }
+  }
+  const GoodsClass& goodsClass(int i) const { return classes_[static_cast<std::size_t>(i)]; }
+
+ private:
+  QTemporaryDir directory_;
+  std::vector<GoodsClass> classes_;
+};
+
+Catalogue& catalogue() {
+  static Catalogue one;
+  return one;
+}
+
+BoundStatement list(bool firstRows) {
+  BoundStatement statement = goodsListStatement({});
+  if (firstRows) statement.sql.insert(7, "top 80 ");  // as a list asks for its first screenful
+  return statement;
+}
+
+void firstScreenful(benchmark::State& state) {
+  catalogue();
+  const BoundStatement statement = list(true);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(openSelectWith(statement.sql, statement.values).rowCount());
+}
+BENCHMARK(firstScreenful)->Unit(benchmark::kMillisecond);
+
+void wholeList(benchmark::State& state) {
+  catalogue();
+  const BoundStatement statement = list(false);
+  for (auto _ : state) {
+    const RowSet rows = openSelectWith(statement.sql, statement.values);
+    state.counters["rows"] = rows.rowCount();
+    state.counters["columns"] = rows.columnCount();
+    state.counters["MB"] = static_cast<double>(rows.memory()) / 1e6;
+  }
+}
+BENCHMARK(wholeList)->Unit(benchmark::kMillisecond);
+
+void makingSearchable(benchmark::State& state) {
+  catalogue();
+  const BoundStatement statement = list(false);
+  const RowSet rows = openSelectWith(statement.sql, statement.values);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(GoodsIndex(rows));
+}
+BENCHMARK(makingSearchable)->Unit(benchmark::kMillisecond);
+
+// One key typed: the filter over all goods, in memory and as the query does it.
+void keyTyped(benchmark::State& state) {
+  static const QString typed[] = {QStringLiteral("1"), QStringLiteral("1.6"), QStringLiteral("1.67 -2.25 -0.75"),
+                                  QStringLiteral("JL1.6"), QStringLiteral("无此商品")};
+  catalogue();
+  const BoundStatement statement = list(false);
+  const GoodsIndex index(openSelectWith(statement.sql, statement.values));
+  const QString& key = typed[state.range(0)];
+  state.SetLabel(key.toStdString());
+  for (auto _ : state)
+    state.counters["rows"] = static_cast<double>(index.find(key).size());
+}
+BENCHMARK(keyTyped)->DenseRange(0, 4)->Unit(benchmark::kMillisecond);
+
+void keyQueried(benchmark::State& state) {
+  catalogue();
+  for (auto _ : state)
+    state.counters["rows"] = selectGoods({.key = QStringLiteral("1.67 -2.25 -0.75")}).rowCount();
+}
+BENCHMARK(keyQueried)->Unit(benchmark::kMillisecond);
+
+void classChosen(benchmark::State& state) {
+  const QString number = catalogue().goodsClass(5).number;
+  const BoundStatement statement = list(false);
+  const GoodsIndex index(openSelectWith(statement.sql, statement.values));
+  for (auto _ : state)
+    state.counters["rows"] = static_cast<double>(index.find({}, number).size());
+}
+BENCHMARK(classChosen)->Unit(benchmark::kMillisecond);
+
+// 41 × 17 powers with prices; taken back, so that every round begins alike.
+void lensRange(benchmark::State& state) {
+  SilentPrompt prompt;
+  GoodsDraft draft = lens(7);
+  draft.classNumber = catalogue().goodsClass(7).number;
+  for (auto _ : state) {
+    Transaction transaction(accountDb());
+    state.counters["goods"] = addLensRange(draft, spheres(), cylinders(), prompt).value_or(0);
+  }
+}
+BENCHMARK(lensRange)->Unit(benchmark::kMillisecond);
+
+}  // namespace catalogue_bench
+}  // namespace jxc

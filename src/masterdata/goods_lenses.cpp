@@ -1,0 +1,189 @@
+#include "masterdata/goods_lenses.h"
+
+#include "core/pinyin.h"
+#include "core/rounding.h"
+#include "core/text.h"
+
+#include <algorithm>
+
+namespace jxc {
+namespace goods_lenses_detail {
+
+/// The powers of a range. They are counted, not added up: a hundred steps of 0.1 must not drift past the end.
+std::vector<double> powersOf(const PowerRange& range) {
+  std::vector<double> powers;
+  for (int i = 0;; ++i) {
+    const double power = roundEps(range.from + i * range.step, 3);
+    if (power > range.to + 1e-9) return powers;
+    powers.push_back(power);
+  }
+}
+
+bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder, Prompt& prompt) {
+  const auto refuse = [&](const QString& text) {
+    prompt.notice(text);
+    return false;
+  };
+  if (!common.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
+  if (common.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
+  if (common.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
+  if (common.unit.isEmpty() || common.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
+  if (sphere.to < sphere.from || sphere.step <= 0) return refuse(QStringLiteral("屈光度范围不正确！"));
+  if (cylinder.to < cylinder.from || cylinder.step <= 0) return refuse(QStringLiteral("散光度范围不正确！"));
+  return mayKeepGoods(common, 0, prompt);
+}
+
+bool anyNumberTaken(std::int64_t first, std::int64_t last) {
+  return !lookupValue("select top 1 g_sn from jxc_goods where len(g_sn)=? and g_sn>=? and g_sn<=?",
+                      static_cast<int>(QString::number(first).size()), QString::number(first), QString::number(last))
+              .isEmpty();
+}
+
+QStringList texts(const RowSet& rows) {
+  QStringList result;
+  for (const Row row : rows)
+    result << rows.text(row.index(), 0);
+  return result;
+}
+
+}  // namespace goods_lenses_detail
+
+QString powerText(double power) {
+  const double rounded = roundEps(power, 3);
+  return rounded < 0 ? numberText(rounded) : u'+' + numberText(rounded);
+}
+
+QString lensName(const QString& product, const QString& sphere, const QString& cylinder) {
+  return product.trimmed() + QStringLiteral(":屈光度") + sphere.trimmed() + QStringLiteral(":散光度") +
+         cylinder.trimmed();
+}
+
+std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& sphere, const PowerRange& cylinder,
+                                Prompt& prompt, const std::function<bool(int)>& progress) {
+  using namespace goods_lenses_detail;
+  GoodsDraft draft = cleanGoodsDraft(typed);
+  draft.warnSameName = false;
+  draft.barcode.clear();
+  draft.openingStock = 0;
+  if (!mayAddRange(draft, sphere, cylinder, prompt)) return {};
+
+  const QString product = draft.name;
+  const auto spheres = powersOf(sphere);
+  const auto cylinders = powersOf(cylinder);
+  const int count = static_cast<int>(spheres.size() * cylinders.size());
+  const auto identity =
+      static_cast<std::int64_t>(lookupNumber("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber));
+
+  Transaction transaction(accountDb());
+  // The highest number is looked up once: within this transaction nobody else takes one.
+  const std::int64_t first = nextGoodsSn(identity).toLongLong();
+  if (anyNumberTaken(first, first + count - 1)) {
+    throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
+  }
+  int done = 0;
+  for (const double q : spheres) {
+    for (const double c : cylinders) {
+      draft.lens = LensPowers{product, numberText(q), numberText(c)};
+      draft.number = QString::number(first + done);
+      draft.name = lensName(product, draft.lens->sphere, draft.lens->cylinder);
+      const auto id = insertGoods(draft);
+      // All rows of a product are found by the product's letters.
+      updateRow("jxc_goods", id, {{"g_jm", makeJm(product).left(32)}});
+      ++done;
+      if (progress && done % 16 == 0 && !progress(done * 100 / count)) return {};
+    }
+  }
+  transaction.commit();
+  if (progress) progress(100);
+  return done;
+}
+
+LensProduct readLensProduct(std::int64_t id) {
+  const RowSet rows = openSelect("select * from jxc_jplx where id=?", id);
+  if (rows.isEmpty()) return {};
+  const Row row = rows.front();
+  const bool contact = row.text("jp_lx") == u"1";
+  return {.id = id,
+          .brand = row.text("jp_lxmc"),
+          .item1 = row.text("jp_mcqc"),
+          .item2 = contact ? row.text("jp_hsl") : row.text("jp_zsl"),
+          .note = row.text("jp_bz"),
+          .contact = contact};
+}
+
+bool saveLensProduct(const LensProduct& typed, Prompt& prompt) {
+  const QString brand = sanitizeText(typed.brand.trimmed());
+  if (brand.isEmpty()) {
+    prompt.notice(QStringLiteral("品牌名称不能为空！"));
+    return false;
+  }
+  const QString item1 = sanitizeText(typed.item1.trimmed());
+  const QString item2 = sanitizeText(typed.item2.trimmed());
+  const QString name = brand + item1 + (typed.contact ? QStringLiteral("含水") : QStringLiteral("折射")) + item2;
+
+  Transaction transaction(accountDb());
+  const auto id = typed.id != 0 ? typed.id : insertRow("jxc_jplx", {{"jp_lxmc", brand}});
+  updateRow("jxc_jplx", id,
+            {{"jp_lxmc", brand},
+             {"jp_mcqc", item1},
+             {"jp_zsl", typed.contact ? QString() : item2},
+             {"jp_hsl", typed.contact ? item2 : QString()},
+             {"jp_spmc", name},
+             {"jp_lx", typed.contact ? "1" : "0"},
+             {"jp_bz", sanitizeText(typed.note.trimmed())},
+             {"jp_jm", makeJm(name)}});
+  transaction.commit();
+  return true;
+}
+
+bool deleteLensProduct(std::int64_t id, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您确定要删除当前商品吗！"))) return false;
+  execSql("delete from jxc_jplx where id=?", id);
+  return true;
+}
+
+BoundStatement lensProductsStatement(const QString& typed) {
+  const QString like = QLatin1Char('%') + sanitizeText(typed.trimmed()) + QLatin1Char('%');
+  return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", {like, like}};
+}
+
+QStringList lensNames(const QString& typed, const QString& warehouse) {
+  const QString like = QLatin1Char('%') + sanitizeKeyword(typed.trimmed()) + QLatin1Char('%');
+  return goods_lenses_detail::texts(
+      warehouse.isEmpty()
+          ? openSelect(R"(select distinct g_name from jxc_goods where g_isjp<>0
+              and (g_sn like ? or g_name like ? or g_jm like ?) order by g_name)",
+                       like, like, like)
+          : openSelect(R"(select distinct a.g_name from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and b.ck_sn=?
+              and a.g_isjp<>0 and (a.g_sn like ? or a.g_name like ? or a.g_jm like ?) order by a.g_name)",
+                       warehouse, like, like, like));
+}
+
+PowerTable lensPowerTable(const QString& name, const QString& warehouse) {
+  const RowSet rows =
+      warehouse.isEmpty()
+          ? openSelect("select g_kc,g_qgd,g_sgd,g_name from jxc_goods where g_name=? order by g_sn", name)
+          : openSelect(R"(select b.kc_sl as g_kc,a.g_qgd,a.g_sgd,a.g_name from jxc_goods a,jxc_kcsp b
+              where a.g_sn=b.g_sn and b.ck_sn=? and a.g_name=? order by a.g_sn)",
+                       warehouse, name);
+  PowerTable table;
+  for (const Row row : rows) {
+    table.spheres << row.text("g_qgd");
+    table.cylinders << row.text("g_sgd");
+  }
+  // Headings stand in the order of their text, and a power meets its heading by its text.
+  for (QStringList* heading : {&table.spheres, &table.cylinders}) {
+    std::sort(heading->begin(), heading->end());
+    heading->erase(std::unique(heading->begin(), heading->end()), heading->end());
+  }
+  table.cells.assign(static_cast<std::size_t>(table.spheres.size()),
+                     std::vector<std::optional<double>>(static_cast<std::size_t>(table.cylinders.size())));
+  for (const Row row : rows) {
+    const auto sphere = static_cast<std::size_t>(table.spheres.indexOf(row.text("g_qgd")));
+    const auto cylinder = static_cast<std::size_t>(table.cylinders.indexOf(row.text("g_sgd")));
+    table.cells[sphere][cylinder] = row.number("g_kc");
+  }
+  return table;
+}
+
+}  // namespace jxc

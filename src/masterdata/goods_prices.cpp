@@ -1,0 +1,54 @@
+#include "masterdata/goods_prices.h"
+
+#include "core/statements.h"
+
+namespace jxc {
+
+const std::vector<PriceColumn>& bulkPriceTargets() {
+  static const std::vector<PriceColumn> all = {
+      {u"一级批发价", "g_sj1"}, {u"二级批发价", "g_sj2"}, {u"三级批发价", "g_sj3"}, {u"四级批发价", "g_sj4"},
+      {u"五级批发价", "g_sj5"}, {u"零售价", "g_lsj"},     {u"预设售价", "g_sj"}};
+  return all;
+}
+
+const std::vector<PriceColumn>& bulkPriceSources() {
+  static const std::vector<PriceColumn> all = {
+      {u"预设售价", "g_sj"},    {u"一级批发价", "g_sj1"}, {u"二级批发价", "g_sj2"}, {u"三级批发价", "g_sj3"},
+      {u"四级批发价", "g_sj4"}, {u"五级批发价", "g_sj5"}, {u"零售价", "g_lsj"},     {u"预设进价", "g_jj"},
+      {u"上次进价", "g_scjj"},  {u"成本均价", "g_pjjj"}};
+  return all;
+}
+
+std::int64_t setBulkPrice(const PriceColumn& target, const PriceColumn& source, double factor,
+                          const std::optional<QString>& classNumber) {
+  Transaction transaction(accountDb());
+  const std::int64_t changed =
+      classNumber ? execSql(compose("update jxc_goods set {}={}*? where gc_sn=?", {target.column, source.column}),
+                            factor, *classNumber)
+                  : execSql(compose("update jxc_goods set {}={}*?", {target.column, source.column}), factor);
+  transaction.commit();
+  return changed;
+}
+
+PosCommissions readPosCommissions(const QString& goods) {
+  const RowSet rows =
+      openSelect("select g_ygtc,g_jgtc,g_xsytc,g_ygtc2,g_jgtc2,g_xsytc2 from jxc_goods where g_sn=?", goods);
+  if (rows.isEmpty()) return {};
+  const Row row = rows.front();
+  return {.optometrist = {row.number("g_ygtc"), row.flag("g_ygtc2")},
+          .workshop = {row.number("g_jgtc"), row.flag("g_jgtc2")},
+          .salesman = {row.number("g_xsytc"), row.flag("g_xsytc2")}};
+}
+
+bool savePosCommissions(const QString& goods, const PosCommissions& commissions, Prompt& prompt) {
+  const auto& [optometrist, workshop, salesman] = commissions;
+  if (optometrist.value < 0 || workshop.value < 0 || salesman.value < 0) {
+    prompt.notice(QStringLiteral("提成不能小于0！"));
+    return false;
+  }
+  execSql("update jxc_goods set g_ygtc=?,g_jgtc=?,g_xsytc=?,g_ygtc2=?,g_jgtc2=?,g_xsytc2=? where g_sn=?",
+          optometrist.value, workshop.value, salesman.value, optometrist.yuan, workshop.yuan, salesman.yuan, goods);
+  return true;
+}
+
+}  // namespace jxc
