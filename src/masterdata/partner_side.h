@@ -19,6 +19,7 @@ struct PartnerSide {
   const char16_t* noun;             // 客户, 供货商
   const char16_t* openingWord;      // 期初应收款, 期初应付款
   std::string_view usedQuery;       // a row means: has done business
+  std::string_view diary, quotes;   // tables of contact records and of quoted prices
   const char16_t* dueWord;          // 应收款, 应付款
   const char16_t* paymentWord;      // 收款, 付款
   int cashSign;                     // a payment brings money in (+1) or takes it out (-1)

@@ -1,5 +1,6 @@
 #include "masterdata/partners.h"
 
+#include "accounts/cash_ledger.h"
 #include "core/clock.h"
 #include "core/defaults.h"
 #include "core/fillers.h"
@@ -34,6 +35,8 @@ const PartnerSide customerSide = {
     .noun = u"客户",
     .openingWord = u"期初应收款",
     .usedQuery = "select kh_sn from jxc_lsxsd where kh_sn=? union select kh_sn from jxc_posxsd where kh_sn=?",
+    .diary = "jxc_khlx",
+    .quotes = "jxc_khbj",
     .dueWord = u"应收款",
     .paymentWord = u"收款",
     .cashSign = 1,
@@ -66,6 +69,8 @@ const PartnerSide supplierSide = {
     .noun = u"供货商",
     .openingWord = u"期初应付款",
     .usedQuery = "select ghs_sn from jxc_jhd where ghs_sn=?",
+    .diary = "jxc_ghslx",
+    .quotes = "jxc_ghsbj",
     .dueWord = u"应付款",
     .paymentWord = u"付款",
     .cashSign = -1,
@@ -81,6 +86,15 @@ constexpr auto builtInNumber = "100001";
 
 QString typeText(const PartnerSide& side) {
   return words(side.type);
+}
+
+/// One line of typed text as it is stored: line breaks and other control characters come from pasting and would tear
+/// lists and printed documents.
+QString line(const QString& typed) {
+  QString text;
+  for (const QChar c : sanitizeKeyword(typed))
+    text += c.category() == QChar::Other_Control ? QChar(u' ') : c;
+  return text.trimmed();
 }
 
 bool hasDoneBusiness(const PartnerSide& side, const QString& number) {
@@ -125,6 +139,15 @@ void writeOpening(const PartnerSide& side, const QString& number, double amount)
           document);
 }
 
+/// The opening document keeps its number and its day; one that began with nothing owed gets its document now.
+void changeOpening(const PartnerSide& side, const QString& number, double amount) {
+  const QString type = typeText(side);
+  const auto lines =
+      execSql("update jxc_ysyfk set k_ljje=?,k_yfje=? where k_type=? and k_ghskh=?", amount, amount, type, number);
+  execSql("update jxc_ysyfk_dj set k_ljje=?,k_yfje=? where k_type=? and k_ghskh=?", amount, amount, type, number);
+  if (lines == 0) writeOpening(side, number, amount);
+}
+
 QString saveNew(const PartnerSide& side, const PartnerDraft& draft, const QString& name) {
   const QString number = nextSerial(side.table, side.sn);
   const auto id = insertRow(side.table, {{side.sn, number},
@@ -134,15 +157,15 @@ QString saveNew(const PartnerSide& side, const PartnerDraft& draft, const QStrin
                                          {side.uses, 0},
                                          {side.forbidden, 0}});
   updateRow(side.table, id,
-            {{side.contact, sanitizeKeyword(draft.contact)},
-             {side.phone, sanitizeKeyword(draft.phone)},
-             {side.address, sanitizeKeyword(draft.address)},
-             {side.note, sanitizeKeyword(draft.note)},
+            {{side.contact, line(draft.contact)},
+             {side.phone, line(draft.phone)},
+             {side.address, line(draft.address)},
+             {side.note, line(draft.note)},
              {side.kind, draft.kindName},
              {side.isDefault, draft.isDefault},
              {"ck_sn", draft.warehouseKey},
              {"ck_name", draft.warehouseName},
-             {"z_name", sanitizeKeyword(draft.zone)}});
+             {"z_name", line(draft.zone)}});
   if (draft.opening != 0) writeOpening(side, number, draft.opening);
   return number;
 }
@@ -157,22 +180,33 @@ void renameInHistory(const QString& number, const QString& before, const QString
 void saveChanged(const PartnerSide& side, const PartnerDraft& draft, const QString& number, const QString& name) {
   const PartnerDraft before = readPartner(side, draft.id);
   if (before.opening != draft.opening && openingIsOpen(side, number)) {
-    writeOpening(side, number, draft.opening);
+    changeOpening(side, number, draft.opening);
     updateRow(side.table, draft.id, {{side.balance, draft.opening}});
   }
   updateRow(side.table, draft.id,
             {{side.name, name},
-             {side.jm, makeJm(name)},
-             {side.contact, sanitizeKeyword(draft.contact)},
-             {side.phone, sanitizeKeyword(draft.phone)},
-             {side.address, sanitizeKeyword(draft.address)},
-             {side.note, sanitizeKeyword(draft.note)},
+             {side.contact, line(draft.contact)},
+             {side.phone, line(draft.phone)},
+             {side.address, line(draft.address)},
+             {side.note, line(draft.note)},
              {side.kind, draft.kindName},
              {side.isDefault, draft.isDefault},
              {"ck_sn", draft.warehouseKey},
              {"ck_name", draft.warehouseName},
-             {"z_name", sanitizeKeyword(draft.zone)}});
-  if (before.name != name) renameInHistory(number, before.name, name);
+             {"z_name", line(draft.zone)}});
+  if (before.name == name) return;  // search letters that were set by hand stay, too
+  updateRow(side.table, draft.id, {{side.jm, makeJm(name)}});
+  renameInHistory(number, before.name, name);
+}
+
+/// Money that goes with a partner leaves its accounts; their running balances follow.
+void deleteSettlements(const PartnerSide& side, const QString& number) {
+  const char* like = side.settlementLike.data();
+  const RowSet accounts = openSelect(
+      "select xj_kmmc,min(xj_rq) as rq from jxc_xjyh where ghs_sn=? and gl_djh like ? group by xj_kmmc", number, like);
+  execSql("delete from jxc_xjyh where ghs_sn=? and gl_djh like ?", number, like);
+  for (const Row account : accounts)
+    recomputeXjyh(account.text("xj_kmmc"), account.text("rq"));
 }
 
 void saveCustomerExtras(const PartnerSide& side, const PartnerDraft& draft, const QString& number) {
@@ -225,9 +259,14 @@ bool openingIsOpen(const PartnerSide& side, const QString& number) {
 
 std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& draft, Prompt& prompt) {
   using namespace partners_detail;
-  const QString name = sanitizeKeyword(draft.name.trimmed());
+  const QString name = line(draft.name);
   if (name.isEmpty()) {
     prompt.notice(words(side.noun) + QStringLiteral("名称必须填写！"));
+    return {};
+  }
+  // The lists of bound employees are columns of 200 characters.
+  if (draft.employeeKeys.size() > 200 || draft.employeeNames.size() > 200) {
+    prompt.notice(QStringLiteral("选择的业务员太多，请减少后再保存！"));
     return {};
   }
   const bool taken =
@@ -272,7 +311,10 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   execSql(compose("delete from {} where id=?", {side.table}), id);
   execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
   execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
-  execSql("delete from jxc_xjyh where ghs_sn=? and gl_djh like ?", number, side.settlementLike.data());
+  deleteSettlements(side, number);
+  // The next new partner may get this number: what was written and quoted to this one must not become his.
+  execSql(compose("delete from {} where {}=?", {side.diary, side.sn}), number);
+  execSql(compose("delete from {} where {}=?", {side.quotes, side.sn}), number);
   transaction.commit();
   return true;
 }
@@ -285,23 +327,78 @@ void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString&
   execSql(compose("update {} set {}=? where id=?", {side.table, side.jm}), sanitizeKeyword(mnemonic), id);
 }
 
-BoundStatement partnerListStatement(const PartnerSide& side, bool withForbidden, const QString& key) {
-  Filter filter;
-  if (!withForbidden) filter.add(compose("{}=0", {side.forbidden}));
-  addListBinding(filter);
-  if (!key.isEmpty()) {
-    const QString like = QStringLiteral("%") + sanitizeKeyword(key) + QStringLiteral("%");
-    filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ?)",
-                       {side.sn, side.name, side.jm, side.contact, side.phone}),
-               like, like, like, like, like);
-  }
-  return {compose("select * from {}", {side.table}) + filter.where() + " order by id",
-          {filter.values().begin(), filter.values().end()}};
+RowSet selectBindableEmployees(const QString& boundKeys) {
+  return openSelect("select u_sn,u_name from jxc_user where u_jy=0 or instr(?,u_sn)>0 order by id", boundKeys);
 }
 
-RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key) {
-  const BoundStatement statement = partnerListStatement(side, withForbidden, key);
+BoundStatement partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions, PartnerOrder order) {
+  using State = PartnerConditions::State;
+  Filter filter;
+  if (conditions.state == State::InUse) filter.add(compose("{}=0", {side.forbidden}));
+  if (conditions.state == State::Forbidden) filter.add(compose("{}<>0", {side.forbidden}));
+  if (conditions.state == State::Owing) filter.add(compose("{}<>0", {side.balance}));
+  addListBinding(filter);
+  const auto like = [](const QString& typed) { return u'%' + sanitizeKeyword(typed) + u'%'; };
+  const auto contains = [&](std::string_view column, const QString& typed) {
+    if (!typed.isEmpty()) filter.add(compose("{} like ?", {column}), like(typed));
+  };
+  if (!conditions.key.isEmpty()) {
+    const QString k = like(conditions.key);
+    filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? "
+                       "or z_name like ?)",
+                       {side.sn, side.name, side.jm, side.contact, side.phone, side.address, side.kind}),
+               k, k, k, k, k, k, k, k);
+  }
+  if (!conditions.name.isEmpty()) {
+    filter.add(compose("({} like ? or {} like ?)", {side.name, side.jm}), like(conditions.name), like(conditions.name));
+  }
+  contains(side.contact, conditions.contact);
+  contains(side.phone, conditions.phone);
+  contains(side.address, conditions.address);
+  if (!conditions.kind.isEmpty()) filter.add(compose("{}=?", {side.kind}), conditions.kind);
+  if (!conditions.zone.isEmpty()) filter.add("z_name=?", conditions.zone);
+  std::string sql = compose("select * from {}", {side.table}) + filter.where() + " order by ";
+  if (order == PartnerOrder::MostUsedFirst) sql += compose("{} desc,", {side.uses});
+  return {sql + "id", {filter.values().begin(), filter.values().end()}};
+}
+
+RowSet selectPartners(const PartnerSide& side, const PartnerConditions& conditions) {
+  const BoundStatement statement = partnerListStatement(side, conditions);
   return openSelectWith(statement.sql, statement.values);
+}
+
+int copyCustomersToSuppliers(std::span<const std::int64_t> customers, const std::function<bool(int)>& progress,
+                             Prompt& prompt) {
+  if (customers.empty()) {
+    prompt.notice(QStringLiteral("请选择要复制的客户！"));
+    return 0;
+  }
+  Transaction transaction(accountDb());
+  int copied = 0;
+  for (const auto id : customers) {
+    if (progress && !progress(static_cast<int>(100 * copied / customers.size()))) return 0;
+    const RowSet rows = openSelect("select * from jxc_khxx where id=?", id);
+    if (rows.isEmpty()) continue;  // deleted at another station meanwhile
+    const Row customer = rows.front();
+    insertRow("jxc_ghsxx", {{"ghs_sn", nextSerial("jxc_ghsxx", "ghs_sn")},
+                            {"ghs_name", customer.value("kh_name")},
+                            {"ghs_jm", customer.value("kh_jm")},
+                            {"ghs_lxr", customer.value("kh_lxr")},
+                            {"ghs_tele", customer.value("kh_tele")},
+                            {"ghs_address", customer.value("kh_address")},
+                            {"ghs_note", customer.value("kh_note")},
+                            {"z_name", customer.value("z_name")},
+                            {"gt_name", QString()},
+                            {"ghs_lwje", 0},
+                            {"ghs_default", 0},
+                            {"ghs_pl", 0},
+                            {"ghs_forbid", 0},
+                            {"ck_sn", QStringLiteral("-1")},
+                            {"ck_name", QStringLiteral("所有仓库")}});
+    ++copied;
+  }
+  transaction.commit();
+  return copied;
 }
 
 }  // namespace jxc

@@ -8,7 +8,9 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 
 namespace jxc {
 
@@ -41,12 +43,32 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt);
 /// Flips 禁用 of a partner; a disabled one leaves the pick lists and stays in history.
 void togglePartnerForbidden(const PartnerSide& side, std::int64_t id);
 
+/// Employees that a customer can be bound to, `u_sn` and `u_name`: the active ones, and those bound already
+/// (`boundKeys`), so that a change of the telephone number unbinds nobody.
+RowSet selectBindableEmployees(const QString& boundKeys);
+
 /// Sets the search letters, at most 128 characters.
 void setPartnerMnemonic(const PartnerSide& side, std::int64_t id, const QString& mnemonic);
 
-/// The list: all rows, or only those in use; limited to the operator's warehouses where lists are bound to them
-/// (`cs_shtc`). The key is looked for in number, name, mnemonic, contact and telephone. Ordered by id.
-BoundStatement partnerListStatement(const PartnerSide& side, bool withForbidden, const QString& key = {});
-RowSet selectPartners(const PartnerSide& side, bool withForbidden, const QString& key = {});
+/// What a list is narrowed by; everything empty shows all.
+struct PartnerConditions {
+  enum class State : char { All, InUse, Forbidden, Owing };
+  State state = State::All;
+  QString key;                            // anywhere: number, name, mnemonic, contact, telephone, address, kind, region
+  QString name, contact, phone, address;  // each in its own column; `name` also in the mnemonic
+  QString kind, zone;                     // exactly these words
+  bool operator==(const PartnerConditions&) const = default;
+};
+enum class PartnerOrder : char { Entry, MostUsedFirst };
+
+/// The list under these conditions, limited to the operator's warehouses where lists are bound to them (`cs_shtc`).
+BoundStatement partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions,
+                                    PartnerOrder order = PartnerOrder::Entry);
+RowSet selectPartners(const PartnerSide& side, const PartnerConditions& conditions);
+
+/// Makes suppliers of these customers (`id` of jxc_khxx), each with a number of its own and nothing owed. All or none;
+/// `progress` gets percent and may stop it by returning false. How many were copied.
+int copyCustomersToSuppliers(std::span<const std::int64_t> customers, const std::function<bool(int)>& progress,
+                             Prompt& prompt);
 
 }  // namespace jxc

@@ -29,25 +29,34 @@ constexpr ui::GridSpec kCustomerGrid[] = {{"gridPartners", "客户", kCustomerCo
 constexpr ui::CommandSpec kMore[] = {{"btnAdd", "新增", "F8"}, {"btnModi", "修改", "F9"}};
 
 ui::PickerSpec specOf(const PartnerPicker::Description& description) {
-  return {
-      .screen = {.name = description.name, .title = description.title, .grids = description.grids},
-      .query = [side = description.side](const QString& typed) { return partnerListStatement(*side, false, typed); },
-      .more = kMore};
+  return {.screen = {.name = description.name, .title = description.title, .grids = description.grids},
+          .query =
+              [side = description.side](const QString& typed) {
+                return partnerListStatement(*side, {.state = PartnerConditions::State::InUse, .key = typed},
+                                            PartnerOrder::MostUsedFirst);
+              },
+          .more = kMore};
 }
 
 class SupplierPicker : public PartnerPicker {
  public:
-  SupplierPicker() : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kSupplierGrid, "F_Ghsgl_Add"}) {}
+  SupplierPicker() : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kSupplierGrid}) {}
 };
 class CustomerPicker : public PartnerPicker {
  public:
-  CustomerPicker() : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kCustomerGrid, "F_Khgl_Add"}) {}
+  CustomerPicker() : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kCustomerGrid}) {}
 };
 
 std::optional<ListItem> pick(std::string_view screen, const PartnerSide& side) {
   const auto row = ui::screenAs<PartnerPicker>(screen).pick();
   if (!row) return std::nullopt;
   return ListItem{row->text(side.name), row->text(side.sn)};
+}
+
+std::optional<ListItem> added(const PartnerSide& side) {
+  const auto number = addPartner(side);
+  if (!number) return std::nullopt;
+  return ListItem{partnerName(side, *number), *number};
 }
 
 const ui::Registered<SupplierPicker> kSupplierPicker{"F_Ghs_Sele"};
@@ -57,20 +66,19 @@ const ui::Registered<CustomerPicker> kCustomerPicker{"F_Kh_Sele"};
 
 PartnerPicker::PartnerPicker(const Description& description)
     : PickerScreen(partner_picker_detail::specOf(description)), description_(description) {
-  on(command("btnAdd"), [this] { edit(0); });
+  on(command("btnAdd"), [this] { show(addPartner(*description_.side)); });
   on(command("btnModi"), [this] {
-    if (list.currentId() != 0) edit(list.currentId());
+    if (list.currentId() != 0) show(modifyPartner(*description_.side, list.currentId()));
   });
 }
 
-void PartnerPicker::edit(std::int64_t id) {
-  auto& screen = ui::screenAs<PartnerEditScreen>(description_.editScreen);
-  if (!screen.edit(id)) return;
+void PartnerPicker::show(const std::optional<QString>& number) {
   const PartnerSide& side = *description_.side;
+  if (!number) return;
   tkey.clear();
   search();
   list.waitLoaded();
-  list.selectId(firstIdOf(side.table, side.sn, screen.saved));
+  list.selectId(firstIdOf(side.table, side.sn, *number));
   tkey.focus();
 }
 
@@ -79,6 +87,13 @@ std::optional<ListItem> pickSupplier() {
 }
 std::optional<ListItem> pickCustomer() {
   return partner_picker_detail::pick("F_Kh_Sele", customerSide);
+}
+
+std::optional<ListItem> addSupplier() {
+  return partner_picker_detail::added(supplierSide);
+}
+std::optional<ListItem> addCustomer() {
+  return partner_picker_detail::added(customerSide);
 }
 
 QString partnerName(const PartnerSide& side, const QString& code) {

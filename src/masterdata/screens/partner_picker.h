@@ -12,25 +12,28 @@
 namespace jxc {
 
 /// Active partners of one side that this operator may see; search by number, name, mnemonic, contact, telephone. F8
-/// adds one by the partner's own screen and stands on it then.
+/// adds one by the partner's own screen, F9 changes the current one; the list stands on it then.
 class PartnerPicker : public ui::PickerScreen {
  public:
   struct Description {
     std::string_view name, title;
     const PartnerSide* side;
     std::span<const ui::GridSpec> grids;
-    std::string_view editScreen;  // "F_Ghsgl_Add"
   };
   explicit PartnerPicker(const Description& description);
 
  private:
-  void edit(std::int64_t id);
+  void show(const std::optional<QString>& number);  // stands on the one that was saved
   const Description description_;
 };
 
 /// Opens the list; name and code of the partner that was taken.
 std::optional<ListItem> pickSupplier();
 std::optional<ListItem> pickCustomer();
+
+/// Opens the partner's own screen from a document; name and code of the partner that was added.
+std::optional<ListItem> addSupplier();
+std::optional<ListItem> addCustomer();
 
 /// Name of a partner by its code; empty when there is none.
 QString partnerName(const PartnerSide& side, const QString& code);

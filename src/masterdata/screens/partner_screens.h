@@ -4,25 +4,42 @@
 #include "masterdata/partners.h"
 #include "ui/list_screen.h"
 
+#include <QString>
+
 #include <cstdint>
+#include <optional>
+
+class QListWidget;
 
 namespace jxc {
+
+/// Opens the screen that adds a partner; the number of the one that was added. A document that opens it takes the new
+/// partner at once.
+std::optional<QString> addPartner(const PartnerSide& side);
+/// Opens the screen that changes this one; its number, when it was saved.
+std::optional<QString> modifyPartner(const PartnerSide& side, std::int64_t id);
 
 /// "客户设置" or "供货商设置".
 class PartnerListScreen : public ui::ListScreen {
  public:
-  PartnerListScreen(const ui::ScreenSpec& spec, const PartnerSide& side, std::string_view editScreen);
-  ui::Field& chkForbid = field("chkForbid");
+  PartnerListScreen(const ui::ScreenSpec& spec, const PartnerSide& side);
+  ui::Field& comSx = field("comSx");
+
+ protected:
+  void activate() override;
 
  private:
-  ui::GridQuery query(const QString& typed) const;
+  ui::GridQuery filterData(const QString& typed);
+  bool searchMore();
   const PartnerSide& side_;
+  PartnerConditions conditions_;  // of the search dialog
 };
 
 /// Adding or changing one partner.
 class PartnerEditScreen : public ui::Screen {
  public:
-  PartnerEditScreen(const ui::ScreenSpec& spec, const PartnerSide& side);
+  enum class Mode : char { Add, Modify };
+  PartnerEditScreen(const ui::ScreenSpec& spec, const PartnerSide& side, Mode mode);
 
   ui::Field& tname = field("tname");
   ui::Field& tlxr = field("tlxr");
@@ -36,30 +53,21 @@ class PartnerEditScreen : public ui::Screen {
   ui::Field& chkDefault = field("chkDefault");
   QPushButton& btnOK = command("btnOK");
 
-  /// Opens on a new partner (id 0) or on this one. Whether it was saved; its number then stands in `saved`.
-  bool edit(std::int64_t id);
-  QString saved;
+  /// Opens on this partner, 0 for a new one. The number of what was saved; nothing when it was left.
+  std::optional<QString> edit(std::int64_t id);
 
  protected:
   void activate() override;
 
  private:
+  void fillLists(const PartnerDraft& draft);
   void saveValue();
+  void readTree(PartnerDraft& draft) const;
   const PartnerSide& side_;
+  const Mode mode_;
+  QListWidget* treeUser_ = nullptr;  // employees of a customer, each with a box
   std::int64_t id_ = 0;
-};
-
-/// The mnemonic of a partner of either side.
-class TF_Ghsgl_Jm : public ui::Screen {
- public:
-  TF_Ghsgl_Jm();
-  ui::Field& tname = field("tname");
-  ui::Field& tjm = field("tjm");
-  bool edit(const PartnerSide& side, std::int64_t id);
-
- private:
-  const PartnerSide* side_ = nullptr;
-  std::int64_t id_ = 0;
+  QString saved_;
 };
 
 }  // namespace jxc

@@ -1,0 +1,55 @@
+#include "masterdata/partner_diary.h"
+
+#include "core/text.h"
+
+namespace jxc {
+
+DiaryDraft readDiary(const PartnerSide& side, std::int64_t id) {
+  const RowSet rows = openSelect(compose("select * from {} where id=?", {side.diary}), id);
+  if (rows.isEmpty()) {
+    throw DbError(DbError::Kind::Other, QStringLiteral("该联系信息已被其他操作员删除，请刷新列表！"));
+  }
+  const Row row = rows.front();
+  return {.id = id,
+          .partner = row.text(side.sn),
+          .date = row.text("lx_rq"),
+          .note = row.text("lx_note"),
+          .employee = row.text("u_sn")};
+}
+
+bool saveDiary(const PartnerSide& side, const DiaryDraft& draft, Prompt& prompt) {
+  const QString note = sanitizeKeyword(draft.note.trimmed());
+  if (note.isEmpty()) {
+    prompt.notice(QStringLiteral("联系内容必须填写！"));
+    return false;
+  }
+  if (draft.date.isEmpty()) {
+    prompt.notice(QStringLiteral("联系日期必须填写！"));
+    return false;
+  }
+  Transaction transaction(accountDb());
+  if (draft.id == 0) {
+    insertRow(side.diary,
+              {{"lx_rq", draft.date}, {"lx_note", note}, {"u_sn", draft.employee}, {side.sn, draft.partner}});
+  } else {
+    updateRow(side.diary, draft.id, {{"lx_rq", draft.date}, {"lx_note", note}, {"u_sn", draft.employee}});
+  }
+  transaction.commit();
+  return true;
+}
+
+bool deleteDiary(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
+  if (!prompt.ask(QStringLiteral("您确定要删除该联系信息吗！"))) return false;
+  execSql(compose("delete from {} where id=?", {side.diary}), id);
+  return true;
+}
+
+BoundStatement diaryStatement(const PartnerSide& side, const QString& partner) {
+  // An employee who was deleted since leaves the record without a name.
+  return {compose("select a.*,b.u_name from {} a left join jxc_user b on a.u_sn=b.u_sn where {}=? "
+                  "order by a.lx_rq desc,a.id desc",
+                  {side.diary, "a." + std::string(side.sn)}),
+          {Value(partner)}};
+}
+
+}  // namespace jxc

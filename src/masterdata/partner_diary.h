@@ -1,0 +1,31 @@
+// 联系记录: what was said with a customer or supplier, day by day, and by whom.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/statements.h"
+#include "masterdata/partner_side.h"
+
+#include <QString>
+
+#include <cstdint>
+
+namespace jxc {
+
+struct DiaryDraft {
+  std::int64_t id = 0;  // 0 for a new one
+  QString partner;      // kh_sn or ghs_sn; never changed
+  QString date;         // yyyy-MM-dd
+  QString note;         // may have several lines
+  QString employee;     // u_sn
+};
+
+/// Reads a record; throws DbError when it is gone.
+DiaryDraft readDiary(const PartnerSide& side, std::int64_t id);
+/// Saves a new or changed record. False, after telling why, when its text or date is missing.
+bool saveDiary(const PartnerSide& side, const DiaryDraft& draft, Prompt& prompt);
+/// Deletes a record. Asks.
+bool deleteDiary(const PartnerSide& side, std::int64_t id, Prompt& prompt);
+/// Records of a partner with the employee's name, the latest first.
+BoundStatement diaryStatement(const PartnerSide& side, const QString& partner);
+
+}  // namespace jxc
