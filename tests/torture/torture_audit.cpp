@@ -1,8 +1,8 @@
-// Works an account set without pause, to be killed at any moment: see kill_test.py beside it.
-//   torture_audit FILE prepare N    makes N waiting receipts in an account set of jxcctl
-//   torture_audit FILE work SEED [STATION STATIONS]
-//       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
-//       has receipts of its own (every STATIONS-th), which share goods, supplier and cash with those of the others.
+// Works an account set without pause, to be killed at any moment or to meet a second one of itself: see kill_test.py
+// and two_stations_test.py beside it.
+//   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl
+//   torture_audit FILE work SEED          audits and cancels them at random for ever; each commit is told on one line
+//   torture_audit FILE share SEED SECONDS the same beside other stations, which may be faster at any document
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/prompt.h"
@@ -11,9 +11,11 @@
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string_view>
@@ -28,6 +30,14 @@ class YesPrompt : public Prompt {
   void notice(const QString& text) override { throw std::runtime_error("refused: " + text.toStdString()); }
   bool ask(const QString&) override { return true; }
   Answer askOrCancel(const QString&) override { return Answer::Yes; }
+};
+
+/// The same where another station may take stock away while a question stands: then the command is refused.
+class SharingPrompt : public YesPrompt {
+ public:
+  void notice(const QString& text) override {
+    if (!text.contains(QStringLiteral("库存不足"))) YesPrompt::notice(text);
+  }
 };
 
 QString goodsCode(int index) {
@@ -60,37 +70,47 @@ void tell(char what, const QString& number) {
   std::cout << what << ' ' << number.toStdString() << std::endl;
 }
 
-[[noreturn]] void work(unsigned seed, int station, int stations, Prompt& prompt) {
-  const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
-  const int own = documents.rowCount() / stations;
-  std::mt19937 random(seed);
-  std::cout << "ready" << std::endl;
-  for (;;) {
-    const QString number = documents.text(static_cast<int>(random() % own) * stations + station, 0);
-    if (lookupNumber("select j_status from jxc_jhd where j_sn=?", number) == 0) {
-      const auto outcome = checkDj(families::purchaseReceipt, number, prompt);
-      if (outcome != AuditOutcome::Audited) throw std::runtime_error("not audited");
+/// One audit or one cancel of a document picked at random. Alone, the command must come through; beside others, it may
+/// find that another station was faster.
+void step(const QString& number, bool alone, Prompt& prompt) {
+  if (lookupNumber("select j_status from jxc_jhd where j_sn=?", number) == 0) {
+    if (checkDj(families::purchaseReceipt, number, prompt) == AuditOutcome::Audited)
       tell('A', number);
-    } else {
-      if (!cancelPurchase(number, prompt, CancelMode::Batch)) throw std::runtime_error("not cancelled");
+    else if (alone)
+      throw std::runtime_error("not audited");
+  } else {
+    if (cancelPurchase(number, prompt, CancelMode::Batch))
       tell('C', number);
-    }
+    else if (alone)
+      throw std::runtime_error("not cancelled");
   }
 }
 
+void work(unsigned seed, std::optional<int> seconds, Prompt& prompt) {
+  using Clock = std::chrono::steady_clock;
+  const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
+  std::mt19937 random(seed);
+  std::cout << "ready" << std::endl;
+  const auto end = Clock::now() + std::chrono::seconds(seconds.value_or(0));
+  while (!seconds || Clock::now() < end)
+    step(documents.text(static_cast<int>(random() % documents.rowCount()), 0), !seconds, prompt);
+}
+
 int run(int argc, char** argv) {
-  if (argc != 4 && argc != 6) {
-    throw std::runtime_error("usage: torture_audit FILE prepare N | FILE work SEED [STATION STATIONS]");
-  }
+  const std::string_view what = argc > 3 ? argv[2] : "";
+  if (argc != (what == "share" ? 5 : 4))
+    throw std::runtime_error("usage: torture_audit FILE prepare N | FILE work SEED | FILE share SEED SECONDS");
   dataModule().installAccountDb(openSqlite(QString::fromUtf8(argv[1])));
-  YesPrompt prompt;
-  if (!login(QStringLiteral("admin"), QString(), prompt)) throw std::runtime_error("no login");
+  YesPrompt yes;
+  SharingPrompt sharing;
+  if (!login(QStringLiteral("admin"), QString(), yes)) throw std::runtime_error("no login");
   const int number = std::atoi(argv[3]);
-  if (std::string_view(argv[2]) == "prepare") {
-    prepare(number, prompt);
-  } else {
-    work(static_cast<unsigned>(number), argc == 6 ? std::atoi(argv[4]) : 0, argc == 6 ? std::atoi(argv[5]) : 1, prompt);
-  }
+  if (what == "prepare")
+    prepare(number, yes);
+  else if (what == "share")
+    work(static_cast<unsigned>(number), std::atoi(argv[4]), sharing);
+  else
+    work(static_cast<unsigned>(number), std::nullopt, yes);
   return 0;
 }
 
