@@ -9,6 +9,9 @@
 #include "stock/ledger.h"
 #include "stock/trading.h"
 
+#include <algorithm>
+#include <map>
+
 namespace jxc {
 namespace cancelling_detail {
 
@@ -79,13 +82,20 @@ void cancelMoney(const Rules& rules, const Head& head) {
   const QString& number = head.number;
   const QString mention = u"%"_qs + number + u"%"_qs;
   // Lines that mention the document go with it: freight, and payments made for it, perhaps of other accounts and days.
-  const RowSet accounts =
-      openSelect("select xj_kmmc,min(xj_rq) as rq from jxc_xjyh where gl_djh=? or xj_note like ? group by xj_kmmc",
-                 number, mention);
+  // The notes of the whole cash ledger are searched, and once only: by their ids the lines are found again.
+  const RowSet lines =
+      openSelect("select id,xj_kmmc,xj_rq from jxc_xjyh where gl_djh=? or xj_note like ?", number, mention);
+  std::map<QString, QString> accounts;  // each with its first day
+  for (const Row line : lines) {
+    const QString date = line.text("xj_rq");
+    const auto known = accounts.try_emplace(line.text("xj_kmmc"), date).first;
+    known->second = std::min(known->second, date);
+  }
   const RowSet dates = openSelect("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
   const QString partnerFrom = dates.isEmpty() ? QString() : dates.front().text("rq");
 
-  execSql("delete from jxc_xjyh where gl_djh=? or xj_note like ?", number, mention);
+  for (const Row line : lines)
+    execSql("delete from jxc_xjyh where id=?", line.integer("id"));
   execSql("delete from jxc_yyfy where gl_djh=?", number);
   if (rules.deleteMore) execSql(rules.deleteMore, mention);
   execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
@@ -93,8 +103,8 @@ void cancelMoney(const Rules& rules, const Head& head) {
   execSql("delete from jxc_ysyfk_dj where gl_djh=? or gl_djh2=?", number, number);
   execSql("delete from jxc_fpdjb where gl_djh=?", number);
   recomputeFp(head.partner, rules.side, head.date);
-  for (const Row account : accounts)
-    recomputeXjyh(account.text("xj_kmmc"), account.text("rq"));
+  for (const auto& [account, date] : accounts)
+    recomputeXjyh(account, date);
 }
 
 bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMode mode) {

@@ -1,8 +1,11 @@
 // Works an account set without pause, to be killed at any moment or to meet a second one of itself: see kill_test.py
 // and two_stations_test.py beside it.
 //   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl
-//   torture_audit FILE work SEED          audits and cancels them at random for ever; each commit is told on one line
-//   torture_audit FILE share SEED SECONDS the same beside other stations, which may be faster at any document
+//   torture_audit FILE work SEED [STATION STATIONS]
+//       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
+//       has receipts of its own (every STATIONS-th), which share goods, supplier and cash with those of the others.
+//   torture_audit FILE share SEED SECONDS
+//       the same for a while, over all receipts beside other stations that may be faster at any of them
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/prompt.h"
@@ -15,7 +18,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string_view>
@@ -86,31 +88,44 @@ void step(const QString& number, bool alone, Prompt& prompt) {
   }
 }
 
-void work(unsigned seed, std::optional<int> seconds, Prompt& prompt) {
+[[noreturn]] void work(unsigned seed, int station, int stations, Prompt& prompt) {
+  const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
+  const int own = documents.rowCount() / stations;
+  std::mt19937 random(seed);
+  std::cout << "ready" << std::endl;
+  for (;;)
+    step(documents.text(static_cast<int>(random() % own) * stations + station, 0), true, prompt);
+}
+
+void share(unsigned seed, int seconds, Prompt& prompt) {
   using Clock = std::chrono::steady_clock;
   const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
   std::mt19937 random(seed);
   std::cout << "ready" << std::endl;
-  const auto end = Clock::now() + std::chrono::seconds(seconds.value_or(0));
-  while (!seconds || Clock::now() < end)
-    step(documents.text(static_cast<int>(random() % documents.rowCount()), 0), !seconds, prompt);
+  const auto end = Clock::now() + std::chrono::seconds(seconds);
+  while (Clock::now() < end)
+    step(documents.text(static_cast<int>(random() % documents.rowCount()), 0), false, prompt);
 }
 
 int run(int argc, char** argv) {
   const std::string_view what = argc > 3 ? argv[2] : "";
-  if (argc != (what == "share" ? 5 : 4))
-    throw std::runtime_error("usage: torture_audit FILE prepare N | FILE work SEED | FILE share SEED SECONDS");
+  const bool known = (what == "prepare" && argc == 4) || (what == "work" && (argc == 4 || argc == 6)) ||
+                     (what == "share" && argc == 5);
+  if (!known)
+    throw std::runtime_error(
+        "usage: torture_audit FILE prepare N | FILE work SEED [STATION STATIONS] | FILE share SEED SECONDS");
   dataModule().installAccountDb(openSqlite(QString::fromUtf8(argv[1])));
   YesPrompt yes;
   SharingPrompt sharing;
   if (!login(QStringLiteral("admin"), QString(), yes)) throw std::runtime_error("no login");
   const int number = std::atoi(argv[3]);
+  const auto seed = static_cast<unsigned>(number);
   if (what == "prepare")
     prepare(number, yes);
   else if (what == "share")
-    work(static_cast<unsigned>(number), std::atoi(argv[4]), sharing);
+    share(seed, std::atoi(argv[4]), sharing);
   else
-    work(static_cast<unsigned>(number), std::nullopt, yes);
+    work(seed, argc == 6 ? std::atoi(argv[4]) : 0, argc == 6 ? std::atoi(argv[5]) : 1, yes);
   return 0;
 }
 

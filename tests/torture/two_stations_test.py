@@ -20,15 +20,20 @@ ROUNDS = (3, 40)
 
 def run_stations(driver, file, seconds, seed):
     """Lets both work; what each told as done, one list a station. Fails when one of them ended with a complaint."""
-    stations = [subprocess.Popen([driver, file, "share", str(seed + i), str(seconds)], stdout=subprocess.PIPE,
-                                 stderr=subprocess.PIPE, text=True) for i in range(2)]
-    told = []
-    for station in stations:
-        out, complaint = station.communicate(timeout=seconds + 120)
-        if station.returncode:
+    stations = []
+    for i in range(2):
+        told = tempfile.TemporaryFile("w+")  # not a pipe: nobody reads it meanwhile
+        stations.append((subprocess.Popen([driver, file, "share", str(seed + i), str(seconds)], stdout=told,
+                                          stderr=subprocess.PIPE, text=True), told))
+    lists = []
+    for process, told in stations:
+        complaint = process.communicate(timeout=seconds + 120)[1]
+        if process.returncode:
             raise SystemExit(f"a station failed: {complaint}")
-        told.append([line.split() for line in out.splitlines() if line != "ready"])
-    return told
+        told.seek(0)
+        lists.append([line.split() for line in told if line != "ready\n"])
+        told.close()
+    return lists
 
 
 def main():

@@ -21,8 +21,10 @@ constexpr IndexDefinition list[] = {
 
     // Stock of one goods, in one or in all warehouses.
     {"jxc_kcsp", "g_sn,ck_sn"},
-    // Stock of one warehouse: pick lists, month figures after each audit.
+    // Stock of one warehouse: pick lists.
     {"jxc_kcsp", "ck_sn,g_sn"},
+    // Quantity and value of a whole warehouse after each audit, summed from the index alone.
+    {"jxc_kcsp", "ck_sn,kc_sl,kc_cbj"},
     // The row of a month that each posting changes.
     {"jxc_kcjs", "js_rq,ck_sn"},
 
