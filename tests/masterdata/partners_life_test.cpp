@@ -4,7 +4,7 @@
 #include "accounts/partner_documents.h"
 #include "harness/account_set_fixture.h"
 #include "masterdata/employees.h"
-#include "masterdata/partner_diary.h"
+#include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
 
 #include <gtest/gtest.h>
@@ -165,7 +165,7 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
   };
   cash("SK21050310001", number, 120, 120);
   cash("SK21050310002", QStringLiteral("100001"), 30, 150);
-  EXPECT_TRUE(saveDiary(customerSide, {0, number, QStringLiteral("2021-05-03"), QStringLiteral("电话"), {}}, prompt));
+  EXPECT_TRUE(saveContact(customerSide, {0, number, QStringLiteral("2021-05-03"), QStringLiteral("电话"), {}}, prompt));
   insertRow("jxc_khbj", {{"kh_sn", number}, {"g_sn", "10000001"}, {"kb_bj", 9.9}});
 
   prompt.willSayYes();
@@ -176,9 +176,9 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
   // The next one gets the number, and nothing of the old one.
   add(customerSide, QStringLiteral("新客户"));
   EXPECT_EQ(lookupValue("select kh_sn from jxc_khxx where kh_name='新客户'"), number);
-  EXPECT_EQ(
-      openSelectWith(diaryStatement(customerSide, number).sql, diaryStatement(customerSide, number).values).rowCount(),
-      0);
+  EXPECT_EQ(openSelectWith(contactStatement(customerSide, number).sql, contactStatement(customerSide, number).values)
+                .rowCount(),
+            0);
 }
 
 TEST_F(PartnersLifeTest, CustomersAreCopiedToSuppliersAllOrNone) {
@@ -212,34 +212,34 @@ TEST_F(PartnersLifeTest, CustomersAreCopiedToSuppliersAllOrNone) {
 
 TEST_F(PartnersLifeTest, DiaryIsKeptLatestFirst) {
   for (const PartnerSide* side : {&customerSide, &supplierSide}) {
-    DiaryDraft draft{.partner = QStringLiteral("100001"),
-                     .date = QStringLiteral("2021-04-01"),
-                     .note = QStringLiteral("  约定'月结'\n下周回电  "),
-                     .employee = QStringLiteral("100001")};
-    ASSERT_TRUE(saveDiary(*side, draft, prompt));
+    ContactRecord draft{.partner = QStringLiteral("100001"),
+                        .date = QStringLiteral("2021-04-01"),
+                        .note = QStringLiteral("  约定'月结'\n下周回电  "),
+                        .employee = QStringLiteral("100001")};
+    ASSERT_TRUE(saveContact(*side, draft, prompt));
     draft.date = QStringLiteral("2021-05-02");
     draft.note = QString(10000, u'长');
-    ASSERT_TRUE(saveDiary(*side, draft, prompt));
+    ASSERT_TRUE(saveContact(*side, draft, prompt));
     draft.note = QStringLiteral(" \n ");
-    EXPECT_FALSE(saveDiary(*side, draft, prompt));
+    EXPECT_FALSE(saveContact(*side, draft, prompt));
     EXPECT_EQ(prompt.lastNotice(), QStringLiteral("联系内容必须填写！"));
 
-    const auto statement = diaryStatement(*side, QStringLiteral("100001"));
+    const auto statement = contactStatement(*side, QStringLiteral("100001"));
     const RowSet rows = openSelectWith(statement.sql, statement.values);
     ASSERT_EQ(rows.rowCount(), 2);
     EXPECT_EQ(rows[0].text("lx_note").size(), 10000);
     EXPECT_EQ(rows[1].text("lx_note"), QStringLiteral("约定‘月结‘\n下周回电"));
     EXPECT_EQ(rows[1].text("u_name"), QStringLiteral("默认员工"));
 
-    DiaryDraft change = readDiary(*side, rows[1].integer("id"));
+    ContactRecord change = readContact(*side, rows[1].integer("id"));
     change.note = QStringLiteral("已回电");
-    ASSERT_TRUE(saveDiary(*side, change, prompt));
-    EXPECT_EQ(readDiary(*side, change.id).note, QStringLiteral("已回电"));
+    ASSERT_TRUE(saveContact(*side, change, prompt));
+    EXPECT_EQ(readContact(*side, change.id).note, QStringLiteral("已回电"));
     prompt.willSayNo().willSayYes();
-    EXPECT_FALSE(deleteDiary(*side, change.id, prompt));
-    EXPECT_TRUE(deleteDiary(*side, change.id, prompt));
+    EXPECT_FALSE(deleteContact(*side, change.id, prompt));
+    EXPECT_TRUE(deleteContact(*side, change.id, prompt));
     EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除该联系信息吗！"));
-    EXPECT_THROW(readDiary(*side, change.id), DbError);
+    EXPECT_THROW(readContact(*side, change.id), DbError);
   }
 }
 

@@ -4,7 +4,7 @@
 #include "core/defaults.h"
 #include "core/fillers.h"
 #include "core/screens/command_runner.h"
-#include "masterdata/partner_diary.h"
+#include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
 #include "ui/list_search.h"
 #include "ui/screen.h"
@@ -90,7 +90,7 @@ class EntryScreen : public ui::Screen {
     resize(560, 340);
   }
 
-  bool edit(const DiaryDraft& draft) {
+  bool edit(const ContactRecord& draft) {
     draft_ = draft;
     const bool done = showModal();
     draft_ = {};
@@ -113,11 +113,11 @@ class EntryScreen : public ui::Screen {
     draft_.date = field("dateLx").text();
     draft_.note = field("tnote").text();
     if (field("comUser").index() >= 0) draft_.employee = field("comUser").key();  // one who left stays the writer
-    if (saveDiary(side_, draft_, prompt())) accept();
+    if (saveContact(side_, draft_, prompt())) accept();
   }
 
   const PartnerSide& side_;
-  DiaryDraft draft_;
+  ContactRecord draft_;
 };
 
 class BookScreen : public ui::Screen {
@@ -140,7 +140,7 @@ class BookScreen : public ui::Screen {
  private:
   void show();
   void showDiary();
-  bool edit(std::string_view screen, const DiaryDraft& draft);
+  bool edit(std::string_view screen, const ContactRecord& draft);
   QString partner() const { return list_.currentText(description_.side.sn); }
 
   const Description description_;
@@ -178,16 +178,16 @@ BookScreen::BookScreen(const Description& description)
     edit(description_.add, {.partner = partner(), .date = clock::today(), .employee = defaultEmployeeSn()});
   });
   on(command("btnModi"), [this] {
-    if (diary_.currentId() != 0) edit(description_.modify, readDiary(description_.side, diary_.currentId()));
+    if (diary_.currentId() != 0) edit(description_.modify, readContact(description_.side, diary_.currentId()));
   });
   on(command("btnDele"), [this] {
-    if (diary_.currentId() != 0 && deleteDiary(description_.side, diary_.currentId(), prompt())) diary_.reload();
+    if (diary_.currentId() != 0 && deleteContact(description_.side, diary_.currentId(), prompt())) diary_.reload();
   });
   on(command("btnZw"), [this] { runCommand(description_.command, prompt()); });
   resize(1180, 640);
 }
 
-bool BookScreen::edit(std::string_view screen, const DiaryDraft& draft) {
+bool BookScreen::edit(std::string_view screen, const ContactRecord& draft) {
   if (!ui::screenAs<EntryScreen>(screen).edit(draft)) return false;
   diary_.reload();
   return true;
@@ -202,7 +202,7 @@ void BookScreen::show() {
   field("taddress").setText(list_.currentText(side.address));
   field("tnote").setText(list_.currentText(side.note));
   field("tlwje").setNumber(ysyfkBalanceNow(partner(), partner_books::typeOf(side)));
-  diary_.loadQuery(diaryStatement(side, partner()));
+  diary_.loadQuery(contactStatement(side, partner()));
   ledger_.load("select * from jxc_ysyfk where k_type=? and k_ghskh=? order by k_rq desc,id desc",
                partnerTypeText(partner_books::typeOf(side)), partner());
 }

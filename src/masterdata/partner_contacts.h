@@ -11,7 +11,7 @@
 
 namespace jxc {
 
-struct DiaryDraft {
+struct ContactRecord {
   std::int64_t id = 0;  // 0 for a new one
   QString partner;      // kh_sn or ghs_sn; never changed
   QString date;         // yyyy-MM-dd
@@ -20,12 +20,12 @@ struct DiaryDraft {
 };
 
 /// Reads a record; throws DbError when it is gone.
-DiaryDraft readDiary(const PartnerSide& side, std::int64_t id);
+ContactRecord readContact(const PartnerSide& side, std::int64_t id);
 /// Saves a new or changed record. False, after telling why, when its text or date is missing.
-bool saveDiary(const PartnerSide& side, const DiaryDraft& draft, Prompt& prompt);
+bool saveContact(const PartnerSide& side, const ContactRecord& draft, Prompt& prompt);
 /// Deletes a record. Asks.
-bool deleteDiary(const PartnerSide& side, std::int64_t id, Prompt& prompt);
+bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt);
 /// Records of a partner with the employee's name, the latest first.
-BoundStatement diaryStatement(const PartnerSide& side, const QString& partner);
+BoundStatement contactStatement(const PartnerSide& side, const QString& partner);
 
 }  // namespace jxc

@@ -1,10 +1,10 @@
-#include "masterdata/partner_diary.h"
+#include "masterdata/partner_contacts.h"
 
 #include "core/text.h"
 
 namespace jxc {
 
-DiaryDraft readDiary(const PartnerSide& side, std::int64_t id) {
+ContactRecord readContact(const PartnerSide& side, std::int64_t id) {
   const RowSet rows = openSelect(compose("select * from {} where id=?", {side.diary}), id);
   if (rows.isEmpty()) {
     throw DbError(DbError::Kind::Other, QStringLiteral("该联系信息已被其他操作员删除，请刷新列表！"));
@@ -17,7 +17,7 @@ DiaryDraft readDiary(const PartnerSide& side, std::int64_t id) {
           .employee = row.text("u_sn")};
 }
 
-bool saveDiary(const PartnerSide& side, const DiaryDraft& draft, Prompt& prompt) {
+bool saveContact(const PartnerSide& side, const ContactRecord& draft, Prompt& prompt) {
   const QString note = sanitizeKeyword(draft.note.trimmed());
   if (note.isEmpty()) {
     prompt.notice(QStringLiteral("联系内容必须填写！"));
@@ -38,13 +38,13 @@ bool saveDiary(const PartnerSide& side, const DiaryDraft& draft, Prompt& prompt)
   return true;
 }
 
-bool deleteDiary(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
+bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   if (!prompt.ask(QStringLiteral("您确定要删除该联系信息吗！"))) return false;
   execSql(compose("delete from {} where id=?", {side.diary}), id);
   return true;
 }
 
-BoundStatement diaryStatement(const PartnerSide& side, const QString& partner) {
+BoundStatement contactStatement(const PartnerSide& side, const QString& partner) {
   // An employee who was deleted since leaves the record without a name.
   return {compose("select a.*,b.u_name from {} a left join jxc_user b on a.u_sn=b.u_sn where {}=? "
                   "order by a.lx_rq desc,a.id desc",
