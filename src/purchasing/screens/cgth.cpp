@@ -82,7 +82,7 @@ constexpr ui::CommandSpec kCommands[] = {
 };
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser"};
-constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tfpno tfpje tnote"};
+constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tfpno tfpje", "tnote"};
 
 QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReturn, number);

@@ -10,7 +10,7 @@ namespace jxc {
 namespace price_detail {
 
 constexpr ui::FieldSpec kFields[] = {
-    {"tsj", "预设售价：", ui::FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tsj", "　预设售价：", ui::FieldKind::Money, "", 0, ui::ReadOnly},
     {"tsj1", "一级批发价：", ui::FieldKind::Money, "", 0, ui::ReadOnly},
     {"tsj2", "二级批发价：", ui::FieldKind::Money, "", 0, ui::ReadOnly},
     {"tsj3", "三级批发价：", ui::FieldKind::Money, "", 0, ui::ReadOnly},

@@ -85,7 +85,7 @@ constexpr ui::CommandSpec kCommands[] = {
 };
 
 constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser"};
-constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje tnote"};
+constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje", "tnote"};
 
 QString changeHead(const QString& number) {
   return changeSaleHead(families::saleReturn, number);
@@ -100,7 +100,7 @@ constexpr DocumentScreenSpec kDocument = {
                .fields = kFields,
                .grids = kGrids,
                .commands = kCommands,
-               .focus = "tkh"},
+               .focus = "gridLines"},
     .rules = sale_return::rules,
     .draftTitle = "顾客退货",
     .waitingTitle = "待审核退货单",

@@ -30,7 +30,7 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
     : Screen(spec.screen), paid(field(spec.paid)), description_(spec), rules_(spec.rules()) {
   const std::string amounts = "tyfje " + std::string(spec.paid);
   panel()
-      .form({"jsn trq", "tpartner tck", "tuser tadmin", amounts, "comJsfs comYhzh", "tnote"})
+      .form({"jsn trq tadmin", "tpartner", "tck tuser", amounts, "comJsfs comYhzh", "tnote"})
       .buttons("| btnOK btnCancel");
   tnote.onEnter([this] {
     saveCheckedValueTab2();

@@ -71,7 +71,7 @@ void DocumentScreen::focusDraft() {
   if (auto* scan = optional("tSptm")) {
     scan->focus();
   } else {
-    command("btnAddOld").setFocus();
+    gridLines.focusRows();  // in the partner's input F2 would open the list of partners
   }
 }
 
@@ -386,6 +386,11 @@ void DocumentScreen::deleteLine() {
   if (gridLines.currentId() == 0) return;
   deleteDraftLine(rules_.family(), gridLines.currentId());
   reloadLines();
+  // Nothing is left of the document that was to go back: what follows is a return of its own.
+  if (gridLines.isEmpty()) {
+    draft_.returnOf.clear();
+    partner.setReadOnly(false);
+  }
 }
 
 bool DocumentScreen::save() {

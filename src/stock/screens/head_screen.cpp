@@ -34,7 +34,7 @@ void HeadScreen::activate() {
   const Row head = heads.front();
   const QString code = head.text(family_->partner);
   partner.setPicked({partnerName(*description_.side, code), code});
-  dateCg.setText(head.text(family_->date));
+  dateCg.setText(head.text(family_->date).left(10));  // sales may carry the time of day
   comCk.setKey(head.text(family_->warehouse));
   comUser.setKey(head.text("u_sn"));
   const bool invoices = strIsTrue(session().cs_kp);
