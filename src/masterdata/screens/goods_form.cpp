@@ -11,7 +11,6 @@
 
 #include <QFile>
 #include <QFileDialog>
-#include <QHBoxLayout>
 #include <QLabel>
 
 #include <algorithm>
@@ -161,23 +160,15 @@ void GoodsForm::pictureFollows(const QString& numberBefore, std::int64_t id) {
   savePicture(number);
 }
 
-QWidget* GoodsForm::pictureArea() {
-  auto* area = new QWidget(this);
-  auto* line = new QVBoxLayout(area);
-  line->setContentsMargins(0, 0, 0, 0);
-  picture_ = new QLabel(QStringLiteral("没有图片"), area);
+void GoodsForm::placePicture(ui::Panel& side) {
+  picture_ = new QLabel(QStringLiteral("没有图片"));
   picture_->setObjectName(QStringLiteral("imagePic"));
   picture_->setAccessibleName(QStringLiteral("商品图片"));
   picture_->setAlignment(Qt::AlignCenter);
-  picture_->setFrameShape(QFrame::StyledPanel);
-  picture_->setProperty("emptyHint", true);
+  picture_->setFrameShape(QFrame::Box);
   picture_->setFixedSize(fontMetrics().averageCharWidth() * 26, fontMetrics().height() * 9);
-  line->addWidget(picture_);
-  auto& choose = command("btnPic");
-  line->addWidget(&choose);
-  line->addStretch(1);
-  on(choose, [this] { choosePicture(); });
-  return area;
+  side.widget(picture_).buttons("btnPic").stretch();
+  on(command("btnPic"), [this] { choosePicture(); });
 }
 
 void GoodsForm::choosePicture() {

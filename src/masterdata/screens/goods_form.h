@@ -83,8 +83,8 @@ class GoodsForm : public ui::Screen {
   void pictureFollows(const QString& numberBefore, std::int64_t id);
   static std::optional<GoodsClass> goodsClassNumbered(const std::optional<QString>& number);
 
-  /// The row of the picture: its place in the layout, what was chosen, and its saving under the number.
-  QWidget* pictureArea();
+  /// The picture at the side of the form, with its command below.
+  void placePicture(ui::Panel& side);
   void showPicture(const QString& file);
   void savePicture(const QString& number);
 

@@ -30,7 +30,7 @@ TF_Spxxgl_Add::TF_Spxxgl_Add() : OrdinaryGoodsForm(spxxgl_add_detail::kScreen) {
   form.form({"tewm", "gc_name g_sn", "g_name", "g_sptm dw_name", "gg_name color_name", "g_jj g_sj", "g_lsj g_sj1",
              "g_sj2 g_sj3", "g_sj4 g_sj5", "g_zdkc g_kc", "comCk comTcbl", "tTcbl g_sccs", "g_bz", "g_gdcbj g_iszp",
              "chkAlert"});
-  side.widget(pictureArea());
+  placePicture(side);
   area.buttons("| btnSave btnCancel");
   btnSave.setProperty("main", true);
   tewm.widget()->setToolTip(QStringLiteral("扫描商品二维码后按回车：名称、规格、产地自动填写"));

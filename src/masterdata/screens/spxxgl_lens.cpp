@@ -102,7 +102,7 @@ TF_Spxxgl_Add2::TF_Spxxgl_Add2() : LensForm(spxxgl_lens_detail::kAdd) {
   auto [form, side] = area.columns(1, 0);
   form.form({"gc_name g_sn", "g_qc", "g_qgd g_sgd", "g_name", "dw_name g_zdkc", "g_jj g_sj", "g_lsj g_sj1",
              "g_sj2 g_sj3", "g_sj4 g_sj5", "g_kc comCk", "comTcbl tTcbl", "g_sccs", "g_bz", "g_gdcbj"});
-  side.widget(pictureArea());
+  placePicture(side);
   area.buttons("btnJp | btnSave btnCancel");
   on(btnSave, [this] { btnSaveClick(); });
 }
@@ -204,7 +204,7 @@ TF_Spxxgl_Modi2::TF_Spxxgl_Modi2() : LensForm(spxxgl_lens_detail::kModi) {
   auto [form, side] = area.columns(1, 0);
   form.form({"gc_name g_sn", "g_qc", "g_qgd g_sgd", "g_name", "g_sptm dw_name", "g_jj g_sj", "g_lsj g_sj1",
              "g_sj2 g_sj3", "g_sj4 g_sj5", "g_zdkc comTcbl", "tTcbl g_sccs", "g_bz", "g_gdcbj"});
-  side.widget(pictureArea());
+  placePicture(side);
   area.buttons("btnJp | btnSave btnCancel");
   on(btnSave, [this] { btnSaveClick(); });
 }

@@ -23,7 +23,7 @@ TF_Spxxgl_Modi::TF_Spxxgl_Modi() : OrdinaryGoodsForm(spxxgl_modi_detail::kScreen
   form.form({"gc_name g_sn", "g_name", "g_sptm dw_name", "gg_name color_name", "g_jj g_sj", "g_lsj g_sj1",
              "g_sj2 g_sj3", "g_sj4 g_sj5", "g_zdkc comTcbl", "tTcbl g_sccs", "g_bz", "g_gdcbj g_iszp",
              "chkAlert chkTc"});
-  side.widget(pictureArea());
+  placePicture(side);
   area.buttons("| btnSave btnCancel");
   btnSave.setProperty("main", true);
   on(btnSave, [this] { btnSaveClick(); });

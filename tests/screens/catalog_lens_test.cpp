@@ -1,0 +1,92 @@
+// Lenses in the catalogue: one, a range, a change; the library; wholesale prices.
+#include "masterdata/goods_classes.h"
+#include "screens/harness/screen_test.h"
+
+#include <QAction>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+namespace jxc::test {
+namespace catalog_lens_test {
+
+TEST_F(ScreenTest, LensesAreAddedFromTheLibraryAndByRangeAndChanged) {
+  setParameter("cs_cs013", 1);
+  open("F_Spxxgl", [&](ui::Screen& list) {
+    auto* tree = list.findChild<QTreeWidget*>(QStringLiteral("treeLb"));
+    tree->setCurrentItem(tree->findItems(QStringLiteral("镜片"), Qt::MatchExactly | Qt::MatchRecursive).front());
+
+    expectScreen("F_Spxxgl_Add2", [&](ui::Screen& s) {
+      EXPECT_EQ(s.field("g_sn").text(), u"20000001"_qs);
+      expectNotice(QStringLiteral("商品名称必须填写！"));
+      press(s, "F5");
+      expectScreen("F_Spxxgl_Jp", [&](ui::Screen& library) {
+        expectScreen("F_Spxxgl_Jp_Add", [&](ui::Screen& product) {
+          product.findChild<QRadioButton*>(QStringLiteral("rYxjp"))->setChecked(true);
+          type(product, "tlxmc", u"海岸");
+          type(product, "item1", u"8.6");
+          type(product, "item2", u"38");
+          press(product, "F5");
+        });
+        press(library, "F3");
+        press(library, "F5");
+      });
+      press(s, "F2");
+      type(s, "g_qgd", u"-1.25");
+      type(s, "g_sgd", u"0.5");
+      EXPECT_EQ(s.field("g_name").text(), u"海岸8.6含水38:屈光度-1.25:散光度+0.5"_qs);
+      press(s, "F5");
+      EXPECT_EQ(s.field("g_sn").text(), u"20000002"_qs);
+      EXPECT_TRUE(s.field("g_qc").isEmpty());
+    });
+    press(list, "F7");
+
+    expectScreen("F_Spxxgl_Add3", [&](ui::Screen& s) {
+      type(s, "g_qc", u"1.56非球面");
+      type(s, "g_qgd", u"-1");
+      type(s, "g_qgd1", u"-2");
+      type(s, "g_sj", u"120");
+      expectNotice(QStringLiteral("屈光度范围不正确！"));
+      press(s, "F5");
+      type(s, "g_qgd", u"-2");
+      type(s, "g_qgd1", u"-1");
+      choose(s, "comQgd", u"0.50"_qs);
+      press(s, "F5");
+      EXPECT_FALSE(s.isVisible());
+    });
+    press(list, "F8");
+    ASSERT_EQ(list.grid("gridSp").rowCount(), 4);
+
+    list.grid("gridSp").selectRow(0);
+    expectScreen("F_Spxxgl_Modi2", [&](ui::Screen& s) {
+      EXPECT_EQ(s.field("g_qgd").number(), -1.25);
+      type(s, "g_sgd", u"-0.5");
+      press(s, "F5");
+    });
+    press(list, "F3");
+    EXPECT_EQ(list.grid("gridSp").currentText("g_name"), u"海岸8.6含水38:屈光度-1.25:散光度-0.5"_qs);
+
+    expectScreen("F_Spxxgl_Pfj", [&](ui::Screen& s) {
+      choose(s, "comFw", u"全部商品"_qs);
+      type(s, "tjgbl", u"0.8");
+      expectQuestion(u"全部商品的一级批发价将改为预设售价 X 0.8，确定修改吗？"_qs, Answer::Yes);
+      press(s, "F5");
+    });
+    list.findChild<QAction*>(QStringLiteral("brnRPfj"))->trigger();
+    list.grid("gridSp").selectRow(1);
+    EXPECT_EQ(list.grid("gridSp").currentNumber("g_sj1"), 96);
+
+    expectScreen("F_Spxxgl_Tc", [&](ui::Screen& s) {
+      type(s, "tjgtc", u"-1");
+      expectNotice(QStringLiteral("提成不能小于0！"));
+      press(s, "F5");
+      type(s, "tjgtc", u"5");
+      choose(s, "comJgtc", u"元"_qs);
+      press(s, "F5");
+    });
+    list.findChild<QAction*>(QStringLiteral("btnRTc"))->trigger();
+  });
+  EXPECT_EQ(lookupValue("select g_jgtc2 from jxc_goods where g_sn='20000002'"), u"1"_qs);
+}
+
+}  // namespace catalog_lens_test
+}  // namespace jxc::test
