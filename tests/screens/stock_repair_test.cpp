@@ -4,7 +4,6 @@
 #include "stock/ledger.h"
 #include "stock/screens/modi_date.h"
 
-
 namespace jxc::test {
 namespace stock_repair_screens {
 
