@@ -10,8 +10,6 @@
 namespace jxc::purchase_return {
 namespace purchase_return_detail {
 
-const TradingDescription kReceipt = {
-    .family = &families::purchaseReceipt, .lines = &receiptLineTable, .partner = &tradingSupplier, .note = "j_note"};
 const TradingDescription kReturn = {
     .family = &families::purchaseReturn,
     .lines = &purchaseReturnLineTable,
@@ -151,7 +149,7 @@ class ReturnRules final : public TradingRules {
     draft.returnOf = source;
     Transaction transaction(accountDb());
     draft.number = usableDraftNumber(family(), current.number, current.date);
-    copyWholeDocument(kReceipt, source, kReturn, draft.number);
+    copyWholeDocument(receipt::description(), source, kReturn, draft.number);
     transaction.commit();
     draft.payable = payable(draft.number);
     return draft;

@@ -1,17 +1,75 @@
 #include "purchasing/receipt.h"
 
-#include "core/clock.h"
-#include "core/defaults.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "masterdata/goods.h"
 #include "stock/posting.h"
 
 namespace jxc::receipt {
 namespace receipt_detail {
 
 constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
+
+const TradingDescription kReceipt = {
+    .family = &families::purchaseReceipt,
+    .lines = &receiptLineTable,
+    .partner = &tradingSupplier,
+    .note = "j_note",
+    .account = "j_kmmc",
+    .originalNumber = "j_sn2",
+    .paidFollows = &SystemParameters::cs_cgje,
+    .balance = balancePurchase,
+};
+
+class ReceiptLines final : public TradingLines {
+ public:
+  using TradingLines::TradingLines;
+
+  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+    Filter filter;
+    addGoodsConditions(filter, {.key = wanted.key, .classNumber = wanted.classNumber});
+    if (wanted.inStock) filter.add("b.kc_sl>0");
+    if (wanted.ofPartner)
+      filter.add(
+          "a.g_sn in (select x.g_sn from jxc_jhsp x,jxc_jhd y where x.j_sn=y.j_sn and y.j_status=1 and y.ghs_sn=?)",
+          place.partner);
+    BoundStatement list;
+    list.sql =
+        "select a.*,iif(b.kc_sl is null,0,b.kc_sl) as kc_sl from jxc_goods a left join "
+        "(select g_sn,kc_sl from jxc_kcsp where ck_sn=?) b on a.g_sn=b.g_sn" +
+        filter.where() + " order by a.g_cgpl desc,a.g_sn";
+    list.values.emplace_back(place.warehouse);
+    list.values.insert(list.values.end(), filter.values().begin(), filter.values().end());
+    return list;
+  }
+  RowSet history(const QString& goods, const QString& partner) const override { return receiptHistory(goods, partner); }
+  RowSet quotes(const QString& goods, const QString& partner) const override { return supplierQuotes(goods, partner); }
+
+ protected:
+  double proposedPrice(const QString& goods, const LinePlace&) const override { return defaultPrice(goods); }
+  /// Goods picked from the list come without tax.
+  double proposedTax(bool staged) const override { return staged ? 0 : TradingLines::proposedTax(staged); }
+};
+
+const ReceiptLines& lines() {
+  static const ReceiptLines all{kReceipt};
+  return all;
+}
+
+class ReceiptRules final : public TradingRules {
+ public:
+  ReceiptRules() : TradingRules(kReceipt, receipt_detail::lines()) {}
+
+  TradingDraft fresh(const QString& lastDate) const override {
+    TradingDraft draft = TradingRules::fresh(lastDate);
+    draft.wePayFreight = session().cs_djsh == u"0";  // "收货方支付": here that is us
+    if (strIsTrue(session().cs_sprk)) draft.straightToStock = false;
+    return draft;
+  }
+  SaveResult save(const TradingDraft& draft, Prompt& prompt) const override;
+};
 
 void writeHead(const ReceiptDraft& draft, const QString& number, double due, double paid) {
   const bool putaway = strIsTrue(session().cs_sprk);
@@ -54,130 +112,40 @@ void writeHead(const ReceiptDraft& draft, const QString& number, double due, dou
   if (settled) balancePurchase(number, paid, due);
 }
 
-constexpr char linesWithNames[] =
-    "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from jxc_jhsp a,jxc_goods b "
-    "where a.g_sn=b.g_sn and a.j_sn=?";
+SaveResult ReceiptRules::save(const TradingDraft& draft, Prompt& prompt) const {
+  if (isIncomplete(draft, prompt)) return {.number = draft.number};
+  const double paid = roundTotalIfSeparate(draft.paid);
+  return saveDocument(family(),
+                      {.number = draft.number,
+                       .date = draft.date,
+                       .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                      prompt);
+}
+
+/// A line of a receipt has nothing to ask about.
+class NothingToAsk final : public Prompt {
+  void notice(const QString&) override {}
+  bool ask(const QString&) override { return false; }
+  Answer askOrCancel(const QString&) override { return Answer::Cancel; }
+};
 
 }  // namespace receipt_detail
 
-// ---- the document on the screen ----------------------------------------------------------------------------------
-
-RowSet draftLines(const QString& number) {
-  return openSelect(std::string(receipt_detail::linesWithNames) + " and a.a_name=? order by a.id", number,
-                    session().a_name);
+const DocumentRules& rules() {
+  static const receipt_detail::ReceiptRules all;
+  return all;
 }
 
-RowSet waitingLines(const QString& number) {
-  return openSelect(std::string(receipt_detail::linesWithNames) + " order by a.id", number);
+const TradingDescription& description() {
+  return receipt_detail::kReceipt;
 }
 
-double payable(const QString& number) {
-  return roundTotalIfSeparate(
-      lookupNumber("select sum(jh_zje) as zje from jxc_jhsp where g_sn<>'00000000' and j_sn=?", number));
+double defaultPrice(const QString& goods) {
+  const RowSet row = openSelect("select g_pjjj,g_scjj,g_jj from jxc_goods where g_sn=?", goods);
+  if (row.isEmpty()) return 0;
+  const char* field = session().cs_cgdj == u"1" ? "g_scjj" : session().cs_cgdj == u"2" ? "g_jj" : "g_pjjj";
+  return roundMoney(row.front().number(field));
 }
-
-double paidAfter(double payable, double typed) {
-  return session().cs_cgje == u"0" ? payable : typed;
-}
-
-ReceiptDraft newReceipt(const QString& lastDate) {
-  ReceiptDraft draft;
-  draft.date = newDocumentDate(lastDate);
-  draft.number = newDocumentNumber(families::purchaseReceipt, draft.date);
-  draft.partner = defaultSupplierSn();
-  draft.warehouse = defaultWarehouseSn();
-  draft.salesperson = defaultEmployeeSn();
-  draft.settlement = session().cs_activatets == u"1" ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
-  draft.account = lookupValue("select top 1 yh_name from jxc_yhzh order by id");
-  draft.wePayFreight = session().cs_djsh == u"0";  // "收货方支付": here that is us
-  if (strIsTrue(session().cs_sprk)) draft.straightToStock = false;
-  return draft;
-}
-
-SaveResult saveReceipt(const ReceiptDraft& draft, Prompt& prompt) {
-  const DocumentFamily& family = families::purchaseReceipt;
-  if (refused({{draftLineCount(family, draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
-               {draft.partner.isEmpty(), u"请选择供货商！"_qs},
-               {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-               {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
-              prompt))
-    return {.number = draft.number};
-  const double paid = roundTotalIfSeparate(draft.paid);
-  return saveDocument(
-      family,
-      {.number = draft.number,
-       .date = draft.date,
-       .writeHead = [&](const QString& number) { receipt_detail::writeHead(draft, number, payable(number), paid); }},
-      prompt);
-}
-
-// ---- waiting receipts --------------------------------------------------------------------------------------------
-
-RowSet waitingReceipts(const WaitingFilter& filter) {
-  Filter where;
-  where.add("a.ghs_sn=b.ghs_sn").add("a.ck_sn=c.ck_sn").add("a.u_sn=d.u_sn").add("a.j_status=0");
-  if (!filter.partner.isEmpty()) where.add("a.ghs_sn=?", filter.partner);
-  if (!filter.warehouse.isEmpty()) where.add("a.ck_sn=?", filter.warehouse);
-  if (isWarehouseBound())
-    where.add("a.ck_sn in (select ck_sn from jxc_ckxx where ck_asn like ?)", u"%"_qs + session().a_sn + u"%"_qs);
-  if (!filter.key.trimmed().isEmpty()) {
-    const QString like = u"%"_qs + sanitizeKeyword(filter.key.trimmed()) + u"%"_qs;
-    where.add("(a.j_sn like ? or a.j_sn2 like ? or a.j_note like ? or b.ghs_name like ? or b.ghs_jm like ?)", like,
-              like, like, like, like);
-  }
-  return openSelectWith(
-      "select a.*,a.j_yfje-a.j_sfje-a.j_yhje as wfje,b.ghs_name,c.ck_name,d.u_name "
-      "from jxc_jhd a,jxc_ghsxx b,jxc_ckxx c,jxc_user d" +
-          where.where() + (filter.newestFirst ? " order by a.id desc" : " order by a.id"),
-      where.values());
-}
-
-std::optional<AuditDraft> loadForAudit(const QString& number) {
-  const RowSet rows = openSelect(
-      "select a.*,b.ghs_name,c.ck_name,d.u_name from jxc_jhd a,jxc_ghsxx b,jxc_ckxx c,jxc_user d "
-      "where a.ghs_sn=b.ghs_sn and a.ck_sn=c.ck_sn and a.u_sn=d.u_sn and a.j_status=0 and a.j_sn=? order by a.id",
-      number);
-  if (rows.isEmpty()) return std::nullopt;
-  const Row row = rows.front();
-  AuditDraft draft;
-  draft.number = number;
-  draft.date = row.text("j_jhrq");
-  draft.partnerName = row.text("ghs_name");
-  draft.warehouseName = row.text("ck_name");
-  draft.salespersonName = row.text("u_name");
-  draft.operatorName = row.text("a_name");
-  draft.payable = row.number("j_yfje");
-  draft.paid = row.number("j_sfje");
-  draft.settlement = row.integer("j_jsfs") == 1 ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
-  draft.account = row.text("j_kmmc");
-  draft.note = row.text("j_note");
-  return draft;
-}
-
-AuditOutcome saveCheckedValueTab2(const AuditDraft& draft, Prompt& prompt) {
-  const QString gate = auditGate(draft.number, draft.date);
-  if (gate != u"ok") {
-    prompt.notice(gate);
-    return AuditOutcome::Refused;
-  }
-  const double paid = roundTotalIfSeparate(draft.paid);
-  const auto change = [&](std::int64_t head) {
-    const double due = lookupNumber("select j_yfje from jxc_jhd where id=?", head);
-    const bool settled = draft.settlement == Settlement::AtPaidAmount;
-    const bool spread = session().cs_xsjgts == receipt_detail::spreading;
-    updateRow("jxc_jhd", head,
-              {{"j_yfje", settled && spread ? paid : due},
-               {"j_yhje", settled && !spread ? due - paid : 0.0},
-               {"j_jsfs", static_cast<int>(draft.settlement)},
-               {"j_sfje", paid},
-               {"j_note", sanitizeText(draft.note).left(100)},
-               {"j_kmmc", draft.account}});
-    if (settled && paid <= due) balancePurchase(draft.number, paid, due);
-  };
-  return auditAsking(families::purchaseReceipt, draft.number, prompt, change);
-}
-
-// ---- history -----------------------------------------------------------------------------------------------------
 
 RowSet receiptHistory(const QString& goods, const QString& supplier) {
   if (strIsTrue(session().cs_employ))
@@ -193,6 +161,33 @@ RowSet receiptHistory(const QString& goods, const QString& supplier) {
 
 RowSet supplierQuotes(const QString& goods, const QString& supplier) {
   return openSelect("select * from jxc_ghsbj where g_sn=? and ghs_sn=? order by id desc", goods, supplier);
+}
+
+// ---- for callers that have a number and no screen ------------------------------------------------------------------
+
+LineDraft newLine(const QString& goods) {
+  return rules().lines().newLine(goods, {}, false);
+}
+
+LineResult addLine(Lines where, const QString& number, const QString& date, const LineDraft& draft) {
+  receipt_detail::NothingToAsk prompt;
+  return rules().lines().addLine(where, {.number = number, .date = date}, draft, prompt);
+}
+
+RowSet waitingLines(const QString& number) {
+  return rules().waitingLines(number);
+}
+
+double payable(const QString& number) {
+  return rules().payable(number);
+}
+
+ReceiptDraft newReceipt(const QString& lastDate) {
+  return rules().fresh(lastDate);
+}
+
+SaveResult saveReceipt(const ReceiptDraft& draft, Prompt& prompt) {
+  return rules().save(draft, prompt);
 }
 
 }  // namespace jxc::receipt

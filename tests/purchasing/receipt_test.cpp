@@ -8,6 +8,31 @@ namespace receipt_test {
 
 using namespace receipt;
 
+// The rules behind the screens, as a draft without a screen asks for them.
+test::ScriptedPrompt& silent() {
+  static test::ScriptedPrompt prompt;  // any question fails the test
+  return prompt;
+}
+const LineRules& lineRules() {
+  return rules().lines();
+}
+bool changeLine(Lines where, std::int64_t id, const LineDraft& draft) {
+  return lineRules().changeLine(where, id, {}, draft, silent());
+}
+double setChange(const QString& value, QStringView field, Lines where, std::int64_t id) {
+  return lineRules().setChange(value, field, where, id, silent());
+}
+ScanResult enterBarcode(const QString& number, const QString& date, const QString& code, bool oncePerGoods = false) {
+  return lineRules().enterBarcode({.number = number, .date = date}, code, oncePerGoods, silent());
+}
+std::int64_t stageGoods(const QString& goods, double quantity, const QString& number, Lines target,
+                        PickingMemory& memory, Prompt& prompt) {
+  return lineRules().stageGoods(goods, quantity, {.number = number}, target, memory, prompt);
+}
+CopyResult copyStaged(const QString& number, const QString& date, Lines target) {
+  return lineRules().copyStaged({.number = number, .date = date}, target);
+}
+
 QString shown(const LineAmounts& line) {
   QStringList texts;
   for (const double figure :
@@ -94,7 +119,7 @@ class ReceiptTest : public test::ShopTest {
       texts << row.text(0, column);
     return texts.join(u' ');
   }
-  std::int64_t firstLine(const QString& number) { return draftLines(number).front().integer("id"); }
+  std::int64_t firstLine(const QString& number) { return rules().draftLines(number).front().integer("id"); }
 };
 
 TEST_F(ReceiptTest, PriceOfANewLineByParameter) {
@@ -102,7 +127,7 @@ TEST_F(ReceiptTest, PriceOfANewLineByParameter) {
   setParameter("cs_tax", 13);
   EXPECT_EQ(newLine("A").amounts.price(), 1.01);
   EXPECT_EQ(newLine("A").amounts.tax(), 13);
-  EXPECT_EQ(newLine("A", true).amounts.tax(), 0);
+  EXPECT_EQ(lineRules().newLine("A", {}, true).amounts.tax(), 0);
   setParameter("cs_cgdj", 1);
   EXPECT_EQ(defaultPrice("A"), 2);
   setParameter("cs_cgdj", 2);
@@ -154,7 +179,7 @@ TEST_F(ReceiptTest, BarcodesAddUpByParameterAndOncePerGoodsComesFirst) {
   insertRow("jxc_jhsp", {{"j_sn", draft.number}, {"a_name", u"小王"}, {"g_sn", u"A"}});
   const ScanResult moved = enterBarcode(draft.number, draft.date, "6901");
   EXPECT_EQ(moved.number, "CJ21050310002");
-  EXPECT_EQ(draftLines(moved.number).rowCount(), 2);
+  EXPECT_EQ(rules().draftLines(moved.number).rowCount(), 2);
 }
 
 TEST_F(ReceiptTest, StagingRemembersANoAndCopiesInOrder) {
@@ -172,7 +197,7 @@ TEST_F(ReceiptTest, StagingRemembersANoAndCopiesInOrder) {
   const CopyResult copied = copyStaged(draft.number, draft.date, Lines::Draft);
   EXPECT_EQ(copied.lines, 2);
   QStringList goods;
-  for (const Row row : draftLines(copied.number))
+  for (const Row row : rules().draftLines(copied.number))
     goods << row.text("g_sn") + u'×' + row.text("jh_sl") + u'=' + row.text("jh_zje");
   EXPECT_EQ(goods, QStringList({"A×1=4", "C×3=3", "A×2=8"}));
   EXPECT_EQ(stagedLines().rowCount(), 0);
@@ -218,9 +243,9 @@ TEST_F(ReceiptTest, PaidLessSpreadOverTheLines) {
 
   // The audit dialog spreads too, and lets nothing stand as a discount.
   const QString waits = save(draftReceipt("2021-05-03", {{"A", 10, 4}}));
-  auto dialog = loadForAudit(waits);
+  auto dialog = rules().loadForAudit(waits);
   dialog->paid = 38;
-  EXPECT_EQ(saveCheckedValueTab2(*dialog, prompt), AuditOutcome::Audited);
+  EXPECT_EQ(rules().audit(*dialog, prompt), AuditOutcome::Audited);
   EXPECT_EQ(head(waits), "38 38 0");
 
   // No line can bear its share: it ends, and what is left counts as paid.
@@ -268,7 +293,7 @@ TEST_F(ReceiptTest, WaitingReceiptChangesAndTheAuditDialog) {
   EXPECT_EQ(head(number), "58 58 0");
   setChange("3", u"sl", Lines::Waiting, waitingLines(number)[1].integer("id"));
   EXPECT_EQ(head(number), "67 67 0");
-  auto changed = loadLine(Lines::Waiting, waitingLines(number)[1].integer("id"));
+  auto changed = lineRules().loadLine(Lines::Waiting, waitingLines(number)[1].integer("id"));
   ASSERT_TRUE(changed);
   changed->amounts.setQuantity(0);
   EXPECT_FALSE(changeLine(Lines::Waiting, waitingLines(number)[1].integer("id"), *changed));
@@ -276,21 +301,21 @@ TEST_F(ReceiptTest, WaitingReceiptChangesAndTheAuditDialog) {
   EXPECT_TRUE(changeLine(Lines::Waiting, waitingLines(number)[1].integer("id"), *changed));
   EXPECT_EQ(head(number), "76 76 0");
 
-  ASSERT_EQ(waitingReceipts({.key = "急件"}).rowCount(), 1);
-  EXPECT_EQ(waitingReceipts({.key = "没有"}).rowCount(), 0);
-  auto dialog = loadForAudit(number);
+  ASSERT_EQ(rules().waiting({.key = "急件"}).rowCount(), 1);
+  EXPECT_EQ(rules().waiting({.key = "没有"}).rowCount(), 0);
+  auto dialog = rules().loadForAudit(number);
   ASSERT_TRUE(dialog);
   EXPECT_EQ(dialog->partnerName, "普通供货商");
   dialog->paid = 70;
   dialog->settlement = Settlement::AtPaidAmount;
-  EXPECT_EQ(saveCheckedValueTab2(*dialog, prompt), AuditOutcome::Audited);
+  EXPECT_EQ(rules().audit(*dialog, prompt), AuditOutcome::Audited);
   EXPECT_EQ(head(number), "76 70 6");
   EXPECT_EQ(lookupValue("select jh_zje from jxc_jhsp where g_sn='00000000' and j_sn=?", number), "-6");
   EXPECT_EQ(cash(), -70);  // freight that the other side pays moves nothing
   EXPECT_EQ(supplierOwed(), 0);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
-  EXPECT_FALSE(loadForAudit(number));
-  EXPECT_EQ(saveCheckedValueTab2(*dialog, prompt), AuditOutcome::AlreadyAudited);
+  EXPECT_FALSE(rules().loadForAudit(number));
+  EXPECT_EQ(rules().audit(*dialog, prompt), AuditOutcome::AlreadyAudited);
 
   EXPECT_EQ(receiptHistory("A", "100001").rowCount(), 1);
   EXPECT_EQ(receiptHistory("A", "100002").rowCount(), 0);
@@ -300,7 +325,7 @@ TEST_F(ReceiptTest, WaitingReceiptChangesAndTheAuditDialog) {
 
 TEST_F(ReceiptTest, PaidAmountOnAccountIsKeptWhenItIsTyped) {
   setParameter("cs_cgje", 1);
-  EXPECT_EQ(paidAfter(50, 0), 0);
+  EXPECT_EQ(rules().paidAfter(50, 0), 0);
   ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 10, 4}, {"B", 1, 9}});
   draft.paid = 15;
   draft.settlement = Settlement::RestOnAccount;

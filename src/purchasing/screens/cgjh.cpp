@@ -5,10 +5,12 @@
 #include "masterdata/screens/partner_picker.h"
 #include "purchasing/receipt.h"
 #include "purchasing/screens/purchase_head.h"
+#include "purchasing/screens/purchase_parts.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
+#include "stock/screens/trading_parts.h"
 
 namespace jxc {
 namespace cgjh_detail {
@@ -165,43 +167,15 @@ constexpr ui::FieldSpec kPickFields[] = {
     {"chkPartner", "只显示该供货商的商品", FieldKind::Check},
     {"tsl", "默认添加数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
 };
-constexpr ui::ColumnSpec kGoods[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 10},    {"g_name", "商品名称", ColumnKind::Text, 24},
-    {"g_jm", "简码", ColumnKind::Text, 10},        {"g_sptm", "商品条码", ColumnKind::Text, 15},
-    {"gg_name", "规格型号", ColumnKind::Text, 12}, {"color_name", "颜色", ColumnKind::Text, 8},
-    {"dw_name", "单位", ColumnKind::Text, 6},      {"kc_sl", "库存数量", ColumnKind::Quantity, 10},
-    {"g_pjjj", "平均进价", ColumnKind::Money, 11}, {"g_scjj", "最近进价", ColumnKind::Money, 11},
-    {"g_jj", "预设进价", ColumnKind::Money, 11},
-};
-constexpr ui::ColumnSpec kStaging[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 10},
-    {"g_name", "商品名称", ColumnKind::Text, 24},
-    {"gg_name", "规格型号", ColumnKind::Text, 12},
-    {"dw_name", "单位", ColumnKind::Text, 6},
-    {"ts_dj", "单价", ColumnKind::Money, 12, false, true},
-    {"ts_sl", "数量", ColumnKind::Quantity, 10, true, true},
-    {"ts_je", "金额", ColumnKind::Money, 13, true},
-    {"ts_tax", "税率(%)", ColumnKind::Percent, 9, false, true},
-    {"ts_taxdj", "含税单价", ColumnKind::Money, 12, false, true},
-    {"ts_taxje", "税额", ColumnKind::Money, 11, true},
-    {"ts_dzl", "打折率", ColumnKind::Percent, 9, false, true},
-    {"ts_zje", "总金额", ColumnKind::Money, 13, true},
-    {"ts_note", "备注", ColumnKind::Text, 12},
-};
 constexpr ui::GridSpec kPickGrids[] = {
-    {"gridGoods", "商品列表", kGoods, "没有符合条件的商品"},
-    {"gridStaging", "已选商品", kStaging, "在上面的列表中按回车选择商品，选完后按F5"},
-};
-constexpr ui::CommandSpec kPickCommands[] = {
-    {"btnSearch", "查询", "F2"}, {"btnAdd", "添加所选", "F8", "按默认数量添加列表中选中的商品"},
-    {"btnModi", "修改", "F3"},   {"btnDel", "删除", "Ctrl+D"},
-    {"btnOK", "确定", "F5"},     {"btnCancel", "取消", "Esc"},
+    {"gridGoods", "商品列表", purchase_parts::goodsColumns, "没有符合条件的商品"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgjh_Add",
                                             .title = "采购进货 - 选择商品",
                                             .fields = kPickFields,
                                             .grids = kPickGrids,
-                                            .commands = kPickCommands,
+                                            .commands = trading_parts::pickCommands,
                                             .focus = "tkey"},
                                  .rules = receipt::rules,
                                  .lineScreen = "F_Cgjh_Sele"};
@@ -222,29 +196,15 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tnote", "备注：", FieldKind::Text, "jxc_jhsp.jh_bz"},
 };
-constexpr ui::ColumnSpec kHistory[] = {
-    {"j_jhrq", "进货日期", ColumnKind::Date},      {"j_sn", "单据编号", ColumnKind::Text, 16},
-    {"jh_dj", "单价", ColumnKind::Money, 12},      {"jh_sl", "数量", ColumnKind::Quantity, 10},
-    {"jh_tax", "税率(%)", ColumnKind::Percent, 9}, {"jh_taxdj", "含税单价", ColumnKind::Money, 12},
-    {"jh_dzl", "打折率", ColumnKind::Percent, 9},  {"jh_zje", "总金额", ColumnKind::Money, 13},
-    {"jh_bz", "备注", ColumnKind::Text, 12},
-};
-constexpr ui::ColumnSpec kQuotes[] = {
-    {"gb_bjrq", "报价日期", ColumnKind::Date},
-    {"gb_bj", "报价", ColumnKind::Money, 12},
-    {"a_name", "操作员", ColumnKind::Text, 10},
-    {"gb_note", "备注", ColumnKind::Text, 20},
-};
 constexpr ui::GridSpec kLineGrids[] = {
-    {"gridHistory", "历史进货", kHistory, "该商品还没有进货记录"},
-    {"gridQuotes", "供货商报价", kQuotes, "没有报价"},
+    {"gridHistory", "历史进货", purchase_parts::historyColumns, "该商品还没有进货记录"},
+    {"gridQuotes", "供货商报价", purchase_parts::quoteColumns, "没有报价"},
 };
-constexpr ui::CommandSpec kOkCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 constexpr LineScreenSpec kLine = {.screen = {.name = "F_Cgjh_Sele",
                                              .title = "进货商品明细",
                                              .fields = kLineFields,
                                              .grids = kLineGrids,
-                                             .commands = kOkCancel,
+                                             .commands = trading_parts::okCancel,
                                              .focus = "tsl"},
                                   .rules = receipt::rules,
                                   .price = "tgpjjj",
@@ -260,24 +220,17 @@ class TF_Cgjh_Sele : public LineScreen {
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kAuditFields[] = {
-    {"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"trq", "进货日期：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tpartner", "供货商：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tck", "收货仓库：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tyfje", "应付金额：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"tsfje", "实付金额：", FieldKind::Money},
-    {"comJsfs", "结算方式：", FieldKind::Combo},
-    {"comYhzh", "付款账户：", FieldKind::Combo},
-    {"tnote", "备注：", FieldKind::Text, "", 100},
-};
-constexpr ui::CommandSpec kAuditCommands[] = {{"btnOK", "审核通过", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr auto kAuditFields = trading_parts::auditFields({.date = "进货日期：",
+                                                          .partner = "供货商：",
+                                                          .warehouse = "收货仓库：",
+                                                          .due = "应付金额：",
+                                                          .paidName = "tsfje",
+                                                          .paid = "实付金额：",
+                                                          .account = "付款账户："});
 constexpr AuditScreenSpec kAudit = {.screen = {.name = "F_Cgjh_Check",
                                                .title = "单据审核确认",
                                                .fields = kAuditFields,
-                                               .commands = kAuditCommands,
+                                               .commands = trading_parts::auditCommands,
                                                .focus = "tsfje"},
                                     .rules = receipt::rules,
                                     .paid = "tsfje",

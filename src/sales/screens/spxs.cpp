@@ -5,6 +5,7 @@
 #include "masterdata/screens/partner_picker.h"
 #include "sales/sale.h"
 #include "sales/screens/price.h"
+#include "sales/screens/sales_parts.h"
 #include "sales/screens/spxs_gift.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
@@ -184,15 +185,8 @@ constexpr ui::FieldSpec kPickFields[] = {
     {"chkKh", "只显示该客户买过的商品", FieldKind::Check},
     {"tsl", "默认添加数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
 };
-constexpr ui::ColumnSpec kGoods[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 10},    {"g_name", "商品名称", ColumnKind::Text, 24},
-    {"g_jm", "简码", ColumnKind::Text, 10},        {"g_sptm", "商品条码", ColumnKind::Text, 15},
-    {"gg_name", "规格型号", ColumnKind::Text, 12}, {"color_name", "颜色", ColumnKind::Text, 8},
-    {"dw_name", "单位", ColumnKind::Text, 6},      {"kc_sl", "库存数量", ColumnKind::Quantity, 10},
-    {"g_sj", "预设售价", ColumnKind::Money, 11},   {"g_lsj", "零售价", ColumnKind::Money, 11},
-};
 constexpr ui::GridSpec kPickGrids[] = {
-    {"gridGoods", "商品列表", kGoods, "没有符合条件的商品"},
+    {"gridGoods", "商品列表", sales_parts::goodsColumns, "没有符合条件的商品"},
     {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Spxs_Add",
@@ -223,22 +217,9 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tnote", "备注：", FieldKind::Text, "jxc_lsxssp.ls_bz"},
 };
-constexpr ui::ColumnSpec kHistory[] = {
-    {"ls_xsrq", "出货日期", ColumnKind::Text, 12}, {"kh_name", "客户", ColumnKind::Text, 18},
-    {"ls_dj", "单价", ColumnKind::Money, 12},      {"ls_sl", "数量", ColumnKind::Quantity, 10},
-    {"ls_tax", "税率(%)", ColumnKind::Percent, 9}, {"ls_taxdj", "含税单价", ColumnKind::Money, 12},
-    {"ls_dzl", "打折率", ColumnKind::Percent, 9},  {"ls_zje", "总金额", ColumnKind::Money, 13},
-    {"gl_djh", "单据编号", ColumnKind::Text, 16},  {"ls_bz", "备注", ColumnKind::Text, 12},
-};
-constexpr ui::ColumnSpec kQuotes[] = {
-    {"kb_bjrq", "报价日期", ColumnKind::Date},
-    {"kb_bj", "报价", ColumnKind::Money, 12},
-    {"a_name", "操作员", ColumnKind::Text, 10},
-    {"kb_note", "备注", ColumnKind::Text, 20},
-};
 constexpr ui::GridSpec kLineGrids[] = {
-    {"gridHistory", "历史销售", kHistory, "该商品还没有销售记录"},
-    {"gridQuotes", "客户报价", kQuotes, "没有报价"},
+    {"gridHistory", "历史销售", sales_parts::historyColumns, "该商品还没有销售记录"},
+    {"gridQuotes", "客户报价", sales_parts::quoteColumns, "没有报价"},
 };
 constexpr ui::CommandSpec kLineCommands[] = {
     {"btnSpsj", "选择售价", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
@@ -264,19 +245,13 @@ class TF_Spxs_Sele : public LineScreen {
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kAuditFields[] = {
-    {"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"trq", "出货日期：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tpartner", "客户：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tck", "出货仓库：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tyfje", "应收金额：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"tssje", "实收金额：", FieldKind::Money},
-    {"comJsfs", "结算方式：", FieldKind::Combo},
-    {"comYhzh", "收款账户：", FieldKind::Combo},
-    {"tnote", "备注：", FieldKind::Text, "", 100},
-};
+constexpr auto kAuditFields = trading_parts::auditFields({.date = "出货日期：",
+                                                          .partner = "客户：",
+                                                          .warehouse = "出货仓库：",
+                                                          .due = "应收金额：",
+                                                          .paidName = "tssje",
+                                                          .paid = "实收金额：",
+                                                          .account = "收款账户："});
 constexpr AuditScreenSpec kAudit = {.screen = {.name = "F_Spxs_Check",
                                                .title = "销售单审核确认",
                                                .fields = kAuditFields,

@@ -3,6 +3,8 @@
 
 #include "ui/specs.h"
 
+#include <array>
+
 namespace jxc::trading_parts {
 
 inline constexpr ui::ColumnSpec stagingColumns[] = {
@@ -26,6 +28,27 @@ inline constexpr ui::CommandSpec pickCommands[] = {
     {"btnModi", "修改", "F3"},   {"btnDel", "删除", "Ctrl+D"},
     {"btnOK", "确定", "F5"},     {"btnCancel", "取消", "Esc"},
 };
+/// Inputs of the audit dialog; the two sides of the business call them differently.
+struct AuditLabels {
+  std::string_view date, partner, warehouse, due;
+  std::string_view paidName;  // of the paid amount's input
+  std::string_view paid, account;
+};
+constexpr std::array<ui::FieldSpec, 11> auditFields(const AuditLabels& labels) {
+  using ui::FieldKind;
+  return {{{"jsn", "单据编号：", FieldKind::Text, "", 0, ui::ReadOnly},
+           {"trq", labels.date, FieldKind::Text, "", 0, ui::ReadOnly},
+           {"tpartner", labels.partner, FieldKind::Text, "", 0, ui::ReadOnly},
+           {"tck", labels.warehouse, FieldKind::Text, "", 0, ui::ReadOnly},
+           {"tuser", "经办人：", FieldKind::Text, "", 0, ui::ReadOnly},
+           {"tadmin", "操作员：", FieldKind::Text, "", 0, ui::ReadOnly},
+           {"tyfje", labels.due, FieldKind::Money, "", 0, ui::ReadOnly},
+           {labels.paidName, labels.paid, FieldKind::Money},
+           {"comJsfs", "结算方式：", FieldKind::Combo},
+           {"comYhzh", labels.account, FieldKind::Combo},
+           {"tnote", "备注：", FieldKind::Text, "", 100}}};
+}
+
 inline constexpr ui::CommandSpec okCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 inline constexpr ui::CommandSpec auditCommands[] = {{"btnOK", "审核通过", "F5"}, {"btnCancel", "取消", "Esc"}};
 
