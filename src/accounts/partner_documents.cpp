@@ -7,6 +7,7 @@
 #include "core/numbers.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "masterdata/partners.h"
 
 namespace jxc::partner_books {
 namespace partner_documents_detail {
@@ -142,10 +143,6 @@ QString prefixOf(const PartnerSide& side, Kind kind) {
 
 PartnerType typeOf(const PartnerSide& side) {
   return partner_documents_detail::isCustomer(side) ? PartnerType::Customer : PartnerType::Supplier;
-}
-
-QString partnerName(const PartnerSide& side, const QString& partner) {
-  return lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), partner);
 }
 
 bool isPartnerChosen(const PartnerSide& side, const QString& partner, Prompt& prompt) {

@@ -21,7 +21,6 @@ QString wordOf(const PartnerSide& side, Kind kind);
 /// "YS", "YF", "SK", "FK".
 QString prefixOf(const PartnerSide& side, Kind kind);
 PartnerType typeOf(const PartnerSide& side);
-QString partnerName(const PartnerSide& side, const QString& partner);
 
 struct Draft {
   std::int64_t id = 0;  // 0 for a new one

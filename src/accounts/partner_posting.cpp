@@ -5,6 +5,7 @@
 #include "core/defaults.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "masterdata/partners.h"
 
 namespace jxc::partner_books {
 namespace partner_posting_detail {

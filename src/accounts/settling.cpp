@@ -3,6 +3,7 @@
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
 #include "core/text.h"
+#include "masterdata/partners.h"
 
 #include <array>
 

@@ -248,6 +248,10 @@ PartnerDraft readPartner(const PartnerSide& side, std::int64_t id) {
   return draft;
 }
 
+QString partnerName(const PartnerSide& side, const QString& number) {
+  return lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), number);
+}
+
 bool openingIsOpen(const PartnerSide& side, const QString& number) {
   if (partners_detail::hasDoneBusiness(side, number)) return false;
   const QString type = partners_detail::typeText(side);

@@ -34,6 +34,9 @@ PartnerDraft readPartner(const PartnerSide& side, std::int64_t id);
 /// refused or the operator said no.
 std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& draft, Prompt& prompt);
 
+/// Name of a partner by its number; empty when there is none.
+QString partnerName(const PartnerSide& side, const QString& number);
+
 /// True when the opening amount may still be changed: no document and no other ledger line names the partner.
 bool openingIsOpen(const PartnerSide& side, const QString& number);
 

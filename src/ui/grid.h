@@ -90,6 +90,9 @@ class Grid : public QWidget {
   /// A cell was edited: `text` as typed; in number columns a plain number, or empty when it was none.
   void onChanged(GridModel::Changed hook) { model_->changed = std::move(hook); }
   void setRowLook(std::function<RowLook(const Row&)> look) { model_->rowLook = std::move(look); }
+  void setCellLook(std::function<RowLook(const Row&, std::string_view field)> look) {
+    model_->cellLook = std::move(look);
+  }
   /// Commands of the pop-up menu, before copy and layout.
   QAction* addMenuCommand(const QString& text, std::function<void()> action);
 

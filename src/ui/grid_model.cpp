@@ -127,8 +127,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(grid_model_detail::alignmentOf(columns_[column].kind));
     case Qt::ForegroundRole: {
-      if (!rowLook) return {};
-      const auto look = rowLook(rows_[sourceRow(index.row())]);
+      const Row row = rows_[sourceRow(index.row())];
+      auto look = cellLook ? cellLook(row, columns_[column].field) : RowLook::Normal;
+      if (look == RowLook::Normal && rowLook) look = rowLook(row);
       return look == RowLook::Normal ? QVariant() : QVariant(rowColour(look));
     }
     default:

@@ -41,6 +41,8 @@ class GridModel : public QAbstractTableModel {
   std::function<RowLook(const Row&)> rowLook;
   /// Rows that the sums take in; without it all that are shown.
   std::function<bool(const Row&)> counts;
+  /// One cell that stands out from its row; Normal leaves it as the row is.
+  std::function<RowLook(const Row&, std::string_view field)> cellLook;
   /// Called once the editor is closed, so that the hook may ask and load anew.
   Changed changed;
   std::function<void()> afterChange;

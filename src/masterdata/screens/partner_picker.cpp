@@ -96,8 +96,4 @@ std::optional<ListItem> addCustomer() {
   return partner_picker_detail::added(customerSide);
 }
 
-QString partnerName(const PartnerSide& side, const QString& code) {
-  return lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), code);
-}
-
 }  // namespace jxc

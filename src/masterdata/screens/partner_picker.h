@@ -1,7 +1,7 @@
 // 选择往来单位: the list behind a supplier or customer input, where one may also be added.
 #pragma once
 
-#include "masterdata/partner_side.h"
+#include "masterdata/partners.h"
 #include "ui/picker_screen.h"
 
 #include <QString>
@@ -34,8 +34,5 @@ std::optional<ListItem> pickCustomer();
 /// Opens the partner's own screen from a document; name and code of the partner that was added.
 std::optional<ListItem> addSupplier();
 std::optional<ListItem> addCustomer();
-
-/// Name of a partner by its code; empty when there is none.
-QString partnerName(const PartnerSide& side, const QString& code);
 
 }  // namespace jxc
