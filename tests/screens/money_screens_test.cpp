@@ -1,0 +1,188 @@
+// Cash and bank, receivables and payables as an operator works with them.
+#include "accounts/cash_accounts.h"
+#include "accounts/cash_ledger.h"
+#include "accounts/cash_lines.h"
+#include "accounts/partner_documents.h"
+#include "screens/harness/screen_test.h"
+
+namespace jxc::test {
+namespace money_screens_test {
+
+class MoneyScreens : public ScreenTest {
+ protected:
+  MoneyScreens() {
+    insertRow("jxc_khxx", {{"kh_sn", u"100002"},
+                           {"kh_name", u"张三"},
+                           {"kh_jm", u"ZS"},
+                           {"kh_lwje", 0.0},
+                           {"kh_forbid", 0},
+                           {"kh_pl", 1},
+                           {"ck_sn", u"-1"}});
+  }
+  static void setPartner(ui::Screen& screen, const char* name) {
+    screen.field(name).setPicked({QStringLiteral("张三"), QStringLiteral("100002")});
+  }
+  double owes() { return lookupNumber("select kh_lwje from jxc_khxx where kh_sn='100002'"); }
+  static QString cell(ui::Grid& grid, int row, std::string_view field) { return grid.rows()[row].text(field); }
+};
+
+TEST_F(MoneyScreens, TillTakesMoneyPaysAndTransfers) {
+  open("F_Xjyh", [&](ui::Screen& s) {
+    expectScreen("F_Xjyh_Jk", [&](ui::Screen& form) {
+      expectNotice(QStringLiteral("金额必须填写！"));
+      press(form, "F5");
+      type(form, "tfyje", u"100");
+      type(form, "tnote", u"备用金");
+      press(form, "F5");
+    });
+    press(s, "F6");
+    ASSERT_EQ(s.grid("xjyh").rowCount(), 1);
+
+    expectScreen("F_Xjyh_Jk", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tnote").text(), "备用金");
+      type(form, "tfyje", u"120");
+      press(form, "F5");
+    });
+    press(s, "F3");
+    expectQuestion(QStringLiteral("您确定要审核当前信息吗！"), Answer::Yes);
+    click(s, "btn_Check");
+    EXPECT_TRUE(s.grid("xjyh").isEmpty());
+    EXPECT_EQ(xjyhBalanceNow("现金"), 120);
+
+    expectScreen("F_Xjyh_Zz", [&](ui::Screen& form) {
+      type(form, "tfyje", u"50");
+      press(form, "F5");
+    });
+    press(s, "F8");
+    ASSERT_EQ(s.grid("xjyh").rowCount(), 2);
+    expectQuestion(QStringLiteral("您确定要删除该信息吗！"), Answer::Yes);
+    click(s, "btn_Dele");
+    EXPECT_TRUE(s.grid("xjyh").isEmpty());
+  });
+  EXPECT_EQ(lookupValue("select count(*) from jxc_xjyh where gl_djh<>''"), "1");
+}
+
+TEST_F(MoneyScreens, AccountsAreAddedRenamedAndDeleted) {
+  open("F_Yhzh", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("“现金”不能修改！"));
+    press(s, "F3");
+    expectScreen("F_Yhzh_Add", [&](ui::Screen& form) {
+      type(form, "tname", u"微信");
+      type(form, "ttype", u"微信合计");
+      type(form, "tzje", u"30");
+      press(form, "F5");
+    });
+    press(s, "F2");
+    ASSERT_EQ(s.grid("gridYhzh").rowCount(), 4);
+    s.grid("gridYhzh").selectRow(3);
+    expectScreen("F_Yhzh_Qcjz", [&](ui::Screen& form) {
+      type(form, "tzje", u"45.5");
+      press(form, "F5");
+    });
+    press(s, "F6");
+    EXPECT_EQ(xjyhBalanceNow("微信"), 45.5);
+    expectQuestion(QStringLiteral("您确定要删除该银行账户吗！"), Answer::Yes);
+    click(s, "btnDele");
+    EXPECT_EQ(s.grid("gridYhzh").rowCount(), 3);
+  });
+}
+
+TEST_F(MoneyScreens, ReceiptIsEnteredAuditedAndTakenBack) {
+  open("F_Ysksk", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("请选择客户！"));
+    press(s, "F3");
+    setPartner(s, "tKhName");
+    expectScreen("F_Ysksk_Sele", [&](ui::Screen& form) {
+      EXPECT_EQ(form.windowTitle(), "增加收款");
+      EXPECT_EQ(form.field("tdjh").text(), "SK21050310001");
+      type(form, "dateCg", u"2021-05-02");
+      press(form, "Return");
+      EXPECT_EQ(form.field("tdjh").text(), "SK21050210001");
+      expectNotice(QStringLiteral("收款不能为0！"));
+      press(form, "F5");
+      type(form, "tgsj", u"98");
+      type(form, "tmlje", u"2");
+      choose(form, "comYhzh", QStringLiteral("工行帐号"));
+      press(form, "F5");
+    });
+    press(s, "F3");
+    ASSERT_EQ(s.grid("gridList").rowCount(), 1);
+    expectQuestion(
+        QStringLiteral("您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"),
+        Answer::Yes);
+    expectNotice(QStringLiteral("审核完成，共 1 个单据，\r\n\r\n审核成功 1 个单据。"));
+    press(s, "F6");
+    EXPECT_EQ(owes(), -100);
+    EXPECT_EQ(xjyhBalanceNow("工行帐号"), 98);
+    expectNotice(QStringLiteral("该单据已审核，不能修改！"));
+    press(s, "F4");
+    expectNotice(QStringLiteral("该单据已审核，不能删除！"));
+    click(s, "btnDele");
+  });
+  // Without the right the audit is closed, in the menu as on the button.
+  setRights("200001", "wlzk", "1111110");
+  becomeOperator("小李", "200001", "200001");
+  open("F_Ysksk", [&](ui::Screen& s) { EXPECT_FALSE(s.command("btn_Check").isEnabled()); });
+}
+
+TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
+  setParameter("cs_zerocost", 1);
+  insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050110001"},
+                          {"kh_sn", u"100002"},
+                          {"ls_yfje", 160.0},
+                          {"ls_sfje", 100.0},
+                          {"ls_yhje", 0.0},
+                          {"ls_hkje", 0.0},
+                          {"u_sn", u"100001"},
+                          {"ls_kmmc", u"工行帐号"},
+                          {"ls_note", u""}});
+  insertRow("jxc_ysyfk", {{"gl_djh", u"XS21050110001"},
+                          {"k_rq", u"2021-05-01"},
+                          {"k_yfje", 160.0},
+                          {"k_sfje", 100.0},
+                          {"k_qcje", 0.0},
+                          {"k_ljje", 0.0},
+                          {"k_type", u"kh"},
+                          {"k_djlx", u"XS"},
+                          {"u_sn", u"100001"},
+                          {"k_ghskh", u"100002"}});
+  open("F_Yskgl", [&](ui::Screen& s) {
+    ASSERT_EQ(s.grid("gridMx").rowCount(), 1);
+    EXPECT_EQ(cell(s.grid("gridMx"), 0, "k_ljje"), "0");  // written behind the program's back
+    check(s, "rHzb", true);
+    ASSERT_EQ(s.grid("gridHz").rowCount(), 1);
+    EXPECT_EQ(cell(s.grid("gridHz"), 0, "wfje"), "60");
+    expectNotice(QStringLiteral("收款只能在“明细表”进行！"));
+    press(s, "F6");
+    check(s, "chkAll", true);
+    EXPECT_EQ(s.grid("gridHz").rowCount(), 2);
+    check(s, "chkZero", true);
+    EXPECT_EQ(s.grid("gridHz").rowCount(), 1);
+    check(s, "chkZero", false);
+    check(s, "rMxb", true);
+
+    expectScreen("F_Yskgl_Js", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tname").text(), "所有客户");
+      expectQuestion(QStringLiteral("重新计算可能会修改期末应付金额，\r\n\r\n并且不可恢复。现在是否重新计算？"),
+                     Answer::Yes);
+      expectNotice(QStringLiteral("重新计算完成！"));
+      press(form, "F5");
+    });
+    press(s, "F8");
+    EXPECT_EQ(cell(s.grid("gridMx"), 0, "k_ljje"), "60");
+
+    expectScreen("F_Yskgl_Sk", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tje").number(), 60);
+      EXPECT_EQ(form.field("comYhzh").text(), "工行帐号");
+      check(form, "chkQk", true);
+      press(form, "F5");
+    });
+    press(s, "F6");
+    expectNotice(QStringLiteral("该单据不欠款，不需要收款！"));
+    press(s, "F6");
+  });
+  EXPECT_EQ(owes(), 60);
+}
+
+}  // namespace money_screens_test
+}  // namespace jxc::test
