@@ -99,7 +99,7 @@ class EntryScreen : public ui::Screen {
 
  protected:
   void activate() override {
-    field("tname").setText(partner_books::partnerName(side_, draft_.partner));
+    field("tname").setText(partnerName(side_, draft_.partner));
     field("comUser").setItems(fillEmployees());
     field("comUser").setKey(draft_.employee);
     field("dateLx").load(draft_.date);
