@@ -1,27 +1,14 @@
 // The goods catalogue with 100,000 goods: first rows, the whole list, a key typed, a class chosen, a lens range added.
-#include "core/data_module.h"
-#include "core/schema/schema.h"
-#include "core/schema/upgrade.h"
-#include "core/session.h"
+#include "bare_shop.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_lenses.h"
 #include "masterdata/goods_search.h"
 
-#include <QTemporaryDir>
-
 #include <benchmark/benchmark.h>
-#include <stdexcept>
 
 namespace jxc {
 namespace catalogue_bench {
-
-class SilentPrompt : public Prompt {
- public:
-  void notice(const QString& text) override { throw std::runtime_error(text.toStdString()); }
-  bool ask(const QString&) override { return true; }
-  Answer askOrCancel(const QString&) override { return Answer::Yes; }
-};
 
 constexpr int kProducts = 144;  // of 41 × 17 powers: 100,368 lenses
 
@@ -46,16 +33,7 @@ GoodsDraft lens(int product) {
 class Catalogue {
  public:
   Catalogue() {
-    SqliteOptions options;
-    options.create = true;
-    dataModule().installAccountDb(openSqlite(directory_.filePath(QStringLiteral("jxc.mdb")), options));
-    createAllTables(accountDb());
-    upgradeSchema(accountDb());
-    session() = Session{};
-    session().a_name = QStringLiteral("admin");
-    session().a_sn = session().r_sn = QStringLiteral("100001");
-    loadSession();
-    SilentPrompt prompt;
+    bench::YesPrompt prompt;
     for (int i = 0; i < 12; ++i)
       classes_.push_back(*addGoodsClass(2, QStringLiteral("品牌%1").arg(i), prompt));
     for (int i = 0; i < kProducts; ++i) {
@@ -67,7 +45,7 @@ class Catalogue {
   const GoodsClass& goodsClass(int i) const { return classes_[static_cast<std::size_t>(i)]; }
 
  private:
-  QTemporaryDir directory_;
+  bench::Shop shop_;
   std::vector<GoodsClass> classes_;
 };
 
@@ -143,7 +121,7 @@ BENCHMARK(classChosen)->Unit(benchmark::kMillisecond);
 
 // 41 × 17 powers with prices; taken back, so that every round begins alike.
 void lensRange(benchmark::State& state) {
-  SilentPrompt prompt;
+  bench::YesPrompt prompt;
   GoodsDraft draft = lens(7);
   draft.classNumber = catalogue().goodsClass(7).number;
   for (auto _ : state) {

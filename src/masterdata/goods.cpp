@@ -135,6 +135,20 @@ bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
                             : QStringLiteral("商品名称已经存在，确认修改吗？"));
 }
 
+void writeGoodsPrices(std::int64_t id, const GoodsDraft& draft) {
+  updateRow("jxc_goods", id,
+            {{"g_jj", draft.purchasePrice},
+             {"g_scjj", draft.purchasePrice},
+             {"g_pjjj", draft.purchasePrice},
+             {"g_sj", draft.salePrice},
+             {"g_sj1", draft.levelPrices[0]},
+             {"g_sj2", draft.levelPrices[1]},
+             {"g_sj3", draft.levelPrices[2]},
+             {"g_sj4", draft.levelPrices[3]},
+             {"g_sj5", draft.levelPrices[4]},
+             {"g_lsj", draft.retailPrice}});
+}
+
 std::int64_t insertGoods(const GoodsDraft& draft) {
   const QString supplier = lookupValue("select ghs_sn from jxc_ghsxx where ghs_default<>0");
   const QString classIdentity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber);
@@ -157,17 +171,7 @@ std::int64_t insertGoods(const GoodsDraft& draft) {
                                           {"g_tym", ""},
                                           {"g_yjlx", ""}});
   updateRow("jxc_goods", id,
-            {{"g_jj", draft.purchasePrice},
-             {"g_scjj", draft.purchasePrice},
-             {"g_cbj", draft.purchasePrice},
-             {"g_pjjj", draft.purchasePrice},
-             {"g_sj", draft.salePrice},
-             {"g_sj1", draft.levelPrices[0]},
-             {"g_sj2", draft.levelPrices[1]},
-             {"g_sj3", draft.levelPrices[2]},
-             {"g_sj4", draft.levelPrices[3]},
-             {"g_sj5", draft.levelPrices[4]},
-             {"g_lsj", draft.retailPrice},
+            {{"g_cbj", draft.purchasePrice},
              {"g_hyj", 0},
              {"g_tj", 0},
              {"g_zdkc", draft.lowestStock},
@@ -199,6 +203,7 @@ std::int64_t insertGoods(const GoodsDraft& draft) {
              {"g_ygtc2", 0},
              {"g_jgtc2", 0},
              {"g_xsytc2", 0}});
+  writeGoodsPrices(id, draft);
   return id;
 }
 

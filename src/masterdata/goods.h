@@ -49,6 +49,8 @@ std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt);
 /// Appends the row of a clean draft to the catalogue and returns its `id`. Inside the caller's transaction.
 std::int64_t insertGoods(const GoodsDraft& draft);
+/// Writes the prices of a draft; the preset purchase price is the last and the average one too until the next receipt.
+void writeGoodsPrices(std::int64_t id, const GoodsDraft& draft);
 /// The draft as it is stored: texts trimmed and cleaned, no control characters.
 GoodsDraft cleanGoodsDraft(const GoodsDraft& typed);
 

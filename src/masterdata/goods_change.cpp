@@ -92,17 +92,7 @@ void write(std::int64_t id, const GoodsDraft& draft) {
              {"g_iszp", draft.mayBeGift},
              {"g_tclb", draft.commissionKind},
              {"g_tc", draft.commissionKind == 0 ? 0.0 : draft.commission}});
-  updateRow("jxc_goods", id,
-            {{"g_jj", draft.purchasePrice},
-             {"g_scjj", draft.purchasePrice},
-             {"g_pjjj", draft.purchasePrice},
-             {"g_sj", draft.salePrice},
-             {"g_sj1", draft.levelPrices[0]},
-             {"g_sj2", draft.levelPrices[1]},
-             {"g_sj3", draft.levelPrices[2]},
-             {"g_sj4", draft.levelPrices[3]},
-             {"g_sj5", draft.levelPrices[4]},
-             {"g_lsj", draft.retailPrice}});
+  writeGoodsPrices(id, draft);
 }
 
 }  // namespace goods_change_detail

@@ -19,7 +19,7 @@ GoodsDraft readGoods(std::int64_t id);
 /// Whether the number may still be changed: no purchase line and no stock row has it. A lens keeps its number only from
 /// its first purchase on.
 bool mayRenumberGoods(const GoodsDraft& draft);
-/// Saves a changed article; refusals and questions in the order of the form. A new name, unit, specification or colour
+/// Saves a changed article; refusals and questions in the order of the form. A new name, unit, model or colour
 /// goes into the ledger rows of an ordinary article too; lenses keep their history as it was written.
 /// `commissionForClass` gives the commission to all goods of the class.
 bool changeGoods(std::int64_t id, const GoodsDraft& draft, bool commissionForClass, Prompt& prompt);

@@ -70,6 +70,7 @@ GoodsIndex::GoodsIndex(RowSet rows) : rows_(std::move(rows)) {
     columns[i] = rows_.columnIndex(kColumns[i]);
   const int count = rows_.rowCount();
   end_.reserve(static_cast<std::size_t>(count));
+  text_.reserve(static_cast<std::size_t>(count) * 96);
   for (int row = 0; row < count; ++row) {
     for (const int column : columns) {
       if (column >= 0) text_ += rows_.utf8(row, column);

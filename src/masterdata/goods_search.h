@@ -15,7 +15,7 @@ namespace jxc {
 /// ("156 -2.25 -0.75"). Cleaned like all stored text and in upper case.
 QStringList goodsSearchWords(const QString& typed);
 
-/// Rows of the catalogue list with their six searched columns (number, name, mnemonic, barcode, specification, colour)
+/// Rows of the catalogue list with their six searched columns (number, name, mnemonic, barcode, model, colour)
 /// as one upper-case text, so that a filter over 100,000 goods is over before the next key. Costs some 80 bytes a row.
 class GoodsIndex {
  public:

@@ -39,7 +39,7 @@ TEST_F(CatalogAddTest, OneArticleAfterTheOtherWithItsOpeningStock) {
     EXPECT_TRUE(s.field("g_name").isEmpty());
     EXPECT_EQ(s.field("g_kc").number(), 0);
 
-    // The code of a maker's box: name, -, specification; its second and fifth field make the origin.
+    // The code of a maker's box: name, -, model; its second and fifth field make the origin.
     type(s, "tewm", u"板材架，丹阳，B-1160，x，江苏");
     press(s, "Return");
     EXPECT_EQ(s.field("g_name").text(), u"板材架"_qs);

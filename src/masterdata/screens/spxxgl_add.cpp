@@ -87,7 +87,7 @@ void TF_Spxxgl_Add::classChosen() {
   if (!proposed.isEmpty()) g_sn.setText(proposed);
 }
 
-// A code of five fields: name, part of the origin, specification, -, the other part of the origin.
+// A code of five fields: name, part of the origin, model, -, the other part of the origin.
 void TF_Spxxgl_Add::readTwoDimensionalCode() {
   const QStringList parts = tewm.text().split(QStringLiteral("，"));
   if (parts.size() != 5) return;
