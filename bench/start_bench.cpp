@@ -17,8 +17,10 @@ BENCHMARK(createTables)->Name("all tables with seeds, in memory")->Unit(benchmar
 
 void searchLetters(benchmark::State& state) {
   QString text;
-  for (char16_t character = 0x4e00; character <= 0x9fa5; ++character) text += QChar(character);
-  for (auto _ : state) benchmark::DoNotOptimize(makeJm(text));
+  for (char16_t character = 0x4e00; character <= 0x9fa5; ++character)
+    text += QChar(character);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(makeJm(text));
   state.SetItemsProcessed(state.iterations() * text.size());
 }
 BENCHMARK(searchLetters)->Name("search letters of 20,902 characters")->Unit(benchmark::kMicrosecond);

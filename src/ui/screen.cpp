@@ -229,7 +229,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   around->addWidget(scroll);
   scroll->show();        // at once: keys come before the next round of events
   setMinimumSize(0, 0);  // the old layout's
-  scroll->show();  // not only when the event loop comes to it: keys must find their commands at once
+  scroll->show();        // not only when the event loop comes to it: keys must find their commands at once
   around->activate();
   orderTabs();
   if (focused) focused->setFocus(Qt::OtherFocusReason);
