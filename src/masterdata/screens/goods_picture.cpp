@@ -28,6 +28,7 @@ QString goodsPictureFile(const QString& number) {
   for (QChar& c : name) {
     if (QStringView(u"/\\:*?\"<>|").contains(c) || c < u' ') c = u'_';
   }
+  if (name.startsWith(u'.')) name[0] = u'_';
   return programPath(QStringLiteral("picture/") + name + QStringLiteral(".jpg"));
 }
 
