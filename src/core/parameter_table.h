@@ -26,6 +26,7 @@ enum class ParameterGroup : std::uint8_t {
   Goods,
   Sales,
   Documents,
+  Binding,
   System,
   Till,
   Scales,

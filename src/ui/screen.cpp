@@ -53,6 +53,22 @@ Registry& registry() {
   return all;
 }
 
+QScrollArea* scrolling(QWidget* content, QWidget* parent = nullptr) {
+  auto* scroll = new QScrollArea(parent);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(content);
+  return scroll;
+}
+
+/// Scrolls all areas around a widget to it.
+void bringIntoSight(QWidget* widget) {
+  for (auto* around = widget ? widget->parentWidget() : nullptr; around; around = around->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(around)) area->ensureWidgetVisible(widget);
+  }
+}
+
 QKeySequence keyOf(const QKeyEvent& event) {
   auto key = event.key();
   if (key == Qt::Key_Enter) key = Qt::Key_Return;
@@ -219,11 +235,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   auto* focused = focusWidget();   // moving to another parent loses it
   auto* content = new QWidget;
   content->setLayout(outer_);
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->setWidget(content);
+  auto* scroll = screen_detail::scrolling(content, this);
   auto* around = new QVBoxLayout(this);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(scroll);
@@ -262,6 +274,7 @@ bool Screen::checkFields() {
 
 void Screen::enterPressed(Field&) {
   focusNextPrevChild(true);
+  screen_detail::bringIntoSight(focusWidget());
 }
 
 bool Screen::runKey(const QKeySequence& key) {
@@ -414,16 +427,18 @@ Panel Panel::group(const QString& title) {
   return Panel(*screen_, layout);
 }
 
-Panel Panel::page(std::string_view name, const QString& title) {
+Panel Panel::page(std::string_view name, const QString& title, PageKind kind) {
   if (!*tabs_) {
     *tabs_ = new QTabWidget(screen_);
     (*tabs_)->setDocumentMode(true);
     layout_->addWidget(*tabs_, 1);
   }
-  auto* page = new QWidget;
+  auto* content = new QWidget;
+  auto* layout = new QVBoxLayout(content);
+  QWidget* page = content;
+  if (kind == Scrolls) page = screen_detail::scrolling(content);
   page->setObjectName(qs(name));
   page->setAccessibleName(title);
-  auto* layout = new QVBoxLayout(page);
   (*tabs_)->addTab(page, title);
   return Panel(*screen_, layout);
 }

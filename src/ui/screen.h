@@ -42,8 +42,10 @@ class Panel {
   Panel& stretch();
   /// A framed area with a title, inside this one.
   Panel group(const QString& title);
-  /// A page of this area's tabs; the tabs come with the first page. `name` becomes the page's object name.
-  Panel page(std::string_view name, const QString& title);
+  enum PageKind { Fixed, Scrolls };
+  /// A page of this area's tabs; the tabs come with the first page. `name` becomes the page's object name. One that
+  /// scrolls may hold more than a small display shows, while the commands below stay in sight.
+  Panel page(std::string_view name, const QString& title, PageKind kind = Fixed);
   /// Two areas side by side, their widths by the stretches.
   std::pair<Panel, Panel> columns(int firstStretch = 1, int secondStretch = 1);
   QTabWidget* tabs() const { return tabs_ ? *tabs_ : nullptr; }

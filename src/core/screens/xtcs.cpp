@@ -100,7 +100,7 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   using xtcs_detail::G;
   using xtcs_detail::place;
   auto area = panel();
-  auto [company, mail] = area.page("cxTab1", QStringLiteral("公司信息")).columns();
+  auto [company, mail] = area.page("cxTab1", QStringLiteral("公司信息"), ui::Panel::Scrolls).columns();
   place(company.group(QStringLiteral("公司信息")), G::Company);
   company.stretch();
   auto digest = mail.group(QStringLiteral("邮件自动发送    只有系统管理员可以使用"));
@@ -108,7 +108,7 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   digest.row("btnEmail |");
   mail.stretch();
 
-  auto system = area.page("cxTab2", QStringLiteral("系统参数"));
+  auto system = area.page("cxTab2", QStringLiteral("系统参数"), ui::Panel::Scrolls);
   auto [left, rest] = system.columns(1, 2);
   auto [middle, right] = rest.columns(1, 1);
   place(left.group(QStringLiteral("采购")), G::Purchasing);
@@ -116,12 +116,13 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   place(left.group(QStringLiteral("商品")), G::Goods);
   left.stretch();
   place(middle.group(QStringLiteral("销售")), G::Sales);
+  place(middle.group(QStringLiteral("绑定与现金银行")), G::Binding);
   middle.stretch();
   place(right.group(QStringLiteral("单据")), G::Documents);
-  place(right.group(QStringLiteral("系统")), G::System);
+  place(right.group(QStringLiteral("小数位数与货币")), G::System);
   right.stretch();
 
-  auto [till, scales] = area.page("cxTab3", QStringLiteral("POS参数")).columns();
+  auto [till, scales] = area.page("cxTab3", QStringLiteral("POS参数"), ui::Panel::Scrolls).columns();
   place(till.group(QStringLiteral("POS前端")), G::Till);
   place(till.group(QStringLiteral("钱箱、客显")), G::Display);
   till.stretch();

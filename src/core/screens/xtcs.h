@@ -4,11 +4,16 @@
 #include "core/parameters.h"
 #include "ui/screen.h"
 
+#include <QSize>
+
 namespace jxc {
 
 class TF_Xtcs : public ui::Screen {
  public:
   TF_Xtcs();
+
+  /// Room for the page of parameters; on a smaller display the pages scroll.
+  QSize sizeHint() const override { return {1200, 680}; }
 
   QPushButton& btnOK = command("btnOK");
   QPushButton& btnDefault = command("btnDefault");

@@ -41,8 +41,8 @@ constexpr ui::CommandSpec kCustomerCommands[] = {
     {"btnAdd", "增加", "F2"},      {"btnModi", "修改", "F3"},
     {"btnDele", "删除", "Ctrl+D"}, {"btnRForbid", "禁用/启用", "F6", "禁用的客户不再出现在单据的客户列表中"},
     {"btnRJm", "修改简码", "F7"},  {"btnSearch", "高级查找", "Ctrl+F"},
-    {"btnType", "客户级别", "F8"}, {"btnImport", "导入", "F9"},
-    {"btnCancel", "退出", "Esc"},
+    {"btnType", "客户级别", "F8"}, {"btnZone", "地区", "Ctrl+R"},
+    {"btnImport", "导入", "F9"},   {"btnCancel", "退出", "Esc"},
 };
 constexpr ui::ScreenSpec kCustomerList = {.name = "F_Khgl",
                                           .title = "客户设置",
@@ -95,7 +95,8 @@ constexpr ui::CommandSpec kSupplierCommands[] = {
     {"btnDele", "删除", "Ctrl+D"},   {"btnRForbid", "禁用/启用", "F6", "禁用的供货商不再出现在单据的供货商列表中"},
     {"btnRJm", "修改简码", "F7"},    {"btnSearch", "高级查找", "Ctrl+F"},
     {"btnType", "供货商类别", "F8"}, {"btnCopy", "复制客户", "F4", "把客户资料复制成供货商"},
-    {"btnImport", "导入", "F9"},     {"btnCancel", "退出", "Esc"},
+    {"btnZone", "地区", "Ctrl+R"},   {"btnImport", "导入", "F9"},
+    {"btnCancel", "退出", "Esc"},
 };
 constexpr ui::ScreenSpec kSupplierList = {.name = "F_Ghsgl",
                                           .title = "供货商设置",
@@ -226,6 +227,10 @@ PartnerListScreen::PartnerListScreen(const ui::ScreenSpec& spec, const PartnerSi
     });
   };
   offer("btnType", "Type");
+  whole("btnZone", [] {
+    ui::openScreen("F_Zone");
+    return true;  // a renamed region too
+  });
   offer("btnImport", "Import");
   rowActivated("btnModi");
   list.setRowLook(

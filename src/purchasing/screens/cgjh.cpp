@@ -39,7 +39,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tyf", "运费：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tbzf", "包装费：", FieldKind::Money, "", 0, ui::NoMinus},
     {"chkYf", "我方付费", FieldKind::Check},
-    {"tnote", "备注：", FieldKind::Text, "jxc_jhd.j_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_jhd.j_note", 0, ui::OffersRemarks},
     {"chkZj", "本单商品直接入库", FieldKind::Check},
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"comSort", "排序：", FieldKind::Combo},
@@ -194,7 +194,7 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
     {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
-    {"tnote", "备注：", FieldKind::Text, "jxc_jhsp.jh_bz"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_jhsp.jh_bz", 0, ui::OffersRemarks},
 };
 constexpr ui::GridSpec kLineGrids[] = {
     {"gridHistory", "历史进货", purchase_parts::historyColumns, "该商品还没有进货记录"},
