@@ -1,7 +1,7 @@
 // 业务员管理: the desk of an employee: his documents of a period and his diary.
 #include "core/clock.h"
 #include "core/periods.h"
-#include "masterdata/diary.h"
+#include "masterdata/employee_diary.h"
 #include "masterdata/employees.h"
 #include "ui/display.h"
 #include "ui/period_menu.h"
@@ -72,10 +72,10 @@ class DiaryEntryScreen : public ui::Screen {
       if (!checkFields()) return;
       draft_.date = field("dateRz").text();
       draft_.note = field("tnote").text();
-      if (saveDiary(draft_, prompt())) accept();
+      if (saveEmployeeDiary(draft_, prompt())) accept();
     });
   }
-  bool edit(const QString& employeeName, DiaryDraft draft) {
+  bool edit(const QString& employeeName, EmployeeDiaryDraft draft) {
     draft_ = std::move(draft);
     name_ = employeeName;
     return showModal();
@@ -90,7 +90,7 @@ class DiaryEntryScreen : public ui::Screen {
   }
 
  private:
-  DiaryDraft draft_;
+  EmployeeDiaryDraft draft_;
   QString name_;
 };
 
@@ -137,20 +137,20 @@ TF_Ywygl::TF_Ywygl() : Screen(ywygl_detail::kScreen) {
   ui::addPeriodMenu(command("btnMenu1"), field("date1"), field("date2"), [this] { showEmployee(); });
   on(command("btnSearch"), [this] { showEmployee(); });
   on(command("btnAdd"), [this] {
-    const DiaryDraft fresh{.id = 0, .employee = users_.currentText("u_sn"), .date = {}, .note = {}};
+    const EmployeeDiaryDraft fresh{.id = 0, .employee = users_.currentText("u_sn"), .date = {}, .note = {}};
     auto& entry = ui::screenAs<DiaryEntryScreen>("F_Ywyrz_Add");
     if (users_.current() && entry.edit(users_.currentText("u_name"), fresh)) diary_.reload();
   });
   const auto modify = [this] {
     auto& entry = ui::screenAs<DiaryEntryScreen>("F_Ywyrz_Modi");
     const auto id = diary_.currentId();
-    if (id != 0 && entry.edit(users_.currentText("u_name"), readDiary(id))) diary_.reload();
+    if (id != 0 && entry.edit(users_.currentText("u_name"), readEmployeeDiary(id))) diary_.reload();
   };
   on(command("btnModi"), modify);
   diary_.onActivated(modify);
   on(command("btnDele"), [this] {
     const auto id = diary_.currentId();
-    if (id != 0 && deleteDiary(id, prompt())) diary_.reload();
+    if (id != 0 && deleteEmployeeDiary(id, prompt())) diary_.reload();
   });
 }
 
@@ -165,7 +165,7 @@ void TF_Ywygl::activate() {
 void TF_Ywygl::showEmployee() {
   const QString employee = users_.currentText("u_sn");
   documents_.loadQuery(deskStatement(employee, field("date1").text(), field("date2").text()));
-  diary_.loadQuery(diaryStatement(employee));
+  diary_.loadQuery(employeeDiaryStatement(employee));
 }
 
 void TF_Ywygl::showTotals() {

@@ -1,10 +1,10 @@
-#include "masterdata/diary.h"
+#include "masterdata/employee_diary.h"
 
 #include "core/fillers.h"
 #include "core/text.h"
 
 namespace jxc {
-namespace diary_detail {
+namespace employee_diary_detail {
 
 // One kind of document each; their words are the same for all, so that one list holds them.
 constexpr std::string_view kDocuments[] = {
@@ -29,16 +29,16 @@ constexpr std::string_view kDocuments[] = {
       where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1
       and a.u_sn=? and a.th_xsrq>=? and a.th_xsrq<=?)"};
 
-}  // namespace diary_detail
+}  // namespace employee_diary_detail
 
-DiaryDraft readDiary(std::int64_t id) {
+EmployeeDiaryDraft readEmployeeDiary(std::int64_t id) {
   const RowSet rows = openSelect("select * from jxc_ywyrz where id=?", id);
   if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该日志已被其他操作员删除，请刷新列表！"));
   const Row row = rows.front();
   return {.id = id, .employee = row.text("u_sn"), .date = row.text("rz_rq"), .note = row.text("rz_note")};
 }
 
-bool saveDiary(const DiaryDraft& draft, Prompt& prompt) {
+bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt) {
   const QString note = sanitizeKeyword(draft.note.trimmed());
   if (note.isEmpty()) {
     prompt.notice(QStringLiteral("日志内容必须填写！"));
@@ -52,13 +52,13 @@ bool saveDiary(const DiaryDraft& draft, Prompt& prompt) {
   return true;
 }
 
-bool deleteDiary(std::int64_t id, Prompt& prompt) {
+bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt) {
   if (!prompt.ask(QStringLiteral("您确定要删除该日志信息吗！"))) return false;
   execSql("delete from jxc_ywyrz where id=?", id);
   return true;
 }
 
-BoundStatement diaryStatement(const QString& employee) {
+BoundStatement employeeDiaryStatement(const QString& employee) {
   return {"select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", {employee}};
 }
 
@@ -67,7 +67,7 @@ BoundStatement deskStatement(const QString& employee, const QString& from, const
   // The operator's own warehouses only, where operators are bound to them.
   Filter binding;
   addWarehouseBinding(binding, "d.ck_asn");
-  for (const auto document : diary_detail::kDocuments) {
+  for (const auto document : employee_diary_detail::kDocuments) {
     if (!statement.sql.empty()) statement.sql += " union all ";
     statement.sql += document;
     statement.values.insert(statement.values.end(), {employee, from, to + QStringLiteral(" 23:59:59")});

@@ -10,7 +10,7 @@
 
 namespace jxc {
 
-struct DiaryDraft {
+struct EmployeeDiaryDraft {
   std::int64_t id = 0;  // 0 for a new entry
   QString employee;     // u_sn
   QString date;         // yyyy-MM-dd
@@ -18,13 +18,13 @@ struct DiaryDraft {
 };
 
 /// The entry with this id; throws DbError when it is gone.
-DiaryDraft readDiary(std::int64_t id);
+EmployeeDiaryDraft readEmployeeDiary(std::int64_t id);
 /// Saves an entry. False when refused.
-bool saveDiary(const DiaryDraft& draft, Prompt& prompt);
+bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt);
 /// Deletes an entry. Asks.
-bool deleteDiary(std::int64_t id, Prompt& prompt);
+bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt);
 /// Entries of an employee, the latest first.
-BoundStatement diaryStatement(const QString& employee);
+BoundStatement employeeDiaryStatement(const QString& employee);
 
 /// Audited purchases, purchase returns, sales and customer returns of an employee between two days, in yuan: djh, rq,
 /// zflx (the kind), yfje, sfje, wfje (left open), name of the partner, ck_name. Returns stand with minus.
