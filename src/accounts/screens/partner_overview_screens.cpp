@@ -186,10 +186,11 @@ QString sideText(const PartnerSide& side, QString text) {
 
 /// Documents whose goods the lower pane shows.
 bool hasGoods(const PartnerSide& side, const QString& number) {
-  for (const char16_t* prefix : isCustomer(side) ? std::initializer_list<const char16_t*>{u"XS", u"XT", u"XH"}
-                                                 : std::initializer_list<const char16_t*>{u"CJ", u"CT"})
-    if (number.startsWith(QStringView(prefix))) return true;
-  return false;
+  static constexpr std::u16string_view sold[] = {u"XS", u"XT", u"XH"};
+  static constexpr std::u16string_view bought[] = {u"CJ", u"CT"};
+  const std::span<const std::u16string_view> prefixes =
+      isCustomer(side) ? std::span<const std::u16string_view>(sold) : bought;
+  return std::ranges::any_of(prefixes, [&](std::u16string_view prefix) { return number.startsWith(prefix); });
 }
 
 struct TF_Yskgl : PartnerOverviewScreen {
