@@ -9,6 +9,10 @@
 #include "masterdata/screens/partner_picker.h"
 #include "ui/period_menu.h"
 
+#include <algorithm>
+#include <span>
+#include <string_view>
+
 namespace jxc {
 namespace partner_overview_screens_detail {
 
