@@ -24,7 +24,7 @@
 namespace jxc::ui {
 namespace grid_detail {
 
-constexpr int kBlink = 40;          // ms that a query may hold the window before it goes on in the background
+constexpr int kBlink = 25;          // ms that a query may hold the window before it goes on in the background
 constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
 
 }  // namespace grid_detail

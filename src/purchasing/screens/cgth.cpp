@@ -32,7 +32,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"comYhzh", "收款账户：", FieldKind::Combo},
     {"tfpno", "发票号码：", FieldKind::Text, "jxc_thd.th_fpno"},
     {"tfpje", "发票金额：", FieldKind::Money},
-    {"tnote", "备注：", FieldKind::Text, "jxc_thd.th_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_thd.th_note", 0, ui::OffersRemarks},
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"comSort", "排序：", FieldKind::Combo},
 };
@@ -185,7 +185,7 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
     {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
-    {"tnote", "备注：", FieldKind::Text, "jxc_thsp.th_bz"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_thsp.th_bz", 0, ui::OffersRemarks},
 };
 constexpr ui::GridSpec kLineGrids[] = {
     {"gridHistory", "历史进货", purchase_parts::historyColumns, "该商品还没有进货记录"},

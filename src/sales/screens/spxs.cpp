@@ -41,7 +41,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tyf", "运费：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tbzf", "包装费：", FieldKind::Money, "", 0, ui::NoMinus},
     {"chkYf", "我方付费", FieldKind::Check},
-    {"tnote", "备注：", FieldKind::Text, "jxc_lsxsd.ls_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_lsxsd.ls_note", 0, ui::OffersRemarks},
     {"chkZj", "本单商品直接出库", FieldKind::Check},
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"comSort", "排序：", FieldKind::Combo},
@@ -215,7 +215,7 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus},
-    {"tnote", "备注：", FieldKind::Text, "jxc_lsxssp.ls_bz"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_lsxssp.ls_bz", 0, ui::OffersRemarks},
 };
 constexpr ui::GridSpec kLineGrids[] = {
     {"gridHistory", "历史销售", sales_parts::historyColumns, "该商品还没有销售记录"},
