@@ -4,7 +4,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -233,7 +232,7 @@ void ScreenTest::choose(ui::Screen& screen, std::string_view name, const QString
 void ScreenTest::check(ui::Screen& screen, std::string_view name, bool on) {
   auto& field = screen.field(name);
   ASSERT_TRUE(field.isVisible() && field.isEnabled()) << name << " cannot be ticked";
-  if (field.isChecked() != on) static_cast<QCheckBox*>(field.widget())->click();
+  if (field.isChecked() != on) static_cast<QAbstractButton*>(field.widget())->click();
 }
 
 void ScreenTest::press(ui::Screen& screen, const char* key) {
