@@ -23,7 +23,7 @@ RULES = {
     "sales": ["ledgers", "stock", "masterdata", "accounts", "members"],
     "pos": ["ledgers", "stock", "masterdata", "accounts", "members", "sales"],
     "statistics": ["ledgers", "stock", "masterdata", "accounts"],
-    "output": [],
+    "output": ["ledgers", "stock", "masterdata", "accounts"],
     "messaging": ["members", "statistics", "output"],
     "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output"],
 }
@@ -32,7 +32,7 @@ BELOW = ["core", "platform", "engine"]
 MAY_INCLUDE = {
     "jet": [],
     "engine": ["jet"],
-    "platform": ["engine"],
+    "platform": ["engine", "jet"],
     "core": ["engine", "platform"],
     "ui": BELOW,
     **{name: others + BELOW for name, others in RULES.items()},
