@@ -1,0 +1,68 @@
+// 页面: prepared pages: painted on anything, searched, written as PDF and PNG. Compact: some 40 bytes a piece.
+#pragma once
+
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class QImage;
+class QPainter;
+
+namespace jxc::report {
+
+/// An expression or object that could not be printed; the paper shows a mark in its place.
+struct Fault {
+  QString where;    // "明细行 / t3"
+  QString content;  // the expression
+  QString message;
+  int count = 1;  // how often
+};
+
+/// A finished print. Copies share the pages, which never change.
+class Pages {
+ public:
+  Pages();
+
+  int count() const;
+  bool isEmpty() const { return count() == 0; }
+  QString title() const;
+  /// In millimetres, as the reader holds it.
+  QSizeF size(int page) const;
+  bool isRoll() const;
+
+  /// Paints a page with its upper left corner at the painter's origin; `scale` is device units a millimetre.
+  void paint(QPainter& painter, int page, double scale) const;
+  QImage image(int page, double dpi) const;
+
+  const std::vector<Fault>& faults() const;
+
+  struct Hit {
+    int page;
+    QRectF area;  // millimetres
+  };
+  /// Every place of the text, without regard to case, in reading order.
+  std::vector<Hit> find(const QString& text) const;
+  /// The texts of a page from top to bottom, those of one height joined by a tab.
+  QStringList lines(int page) const;
+
+  /// Written beside and moved into place; throws std::runtime_error with a message for the operator, and then an older
+  /// file is as before.
+  void writePdf(const QString& path) const;
+  /// One file a page: "<name>.png", from the second page on "<name>-2.png". The files written.
+  QStringList writePng(const QString& path, double dpi = 150) const;
+
+  /// Bytes held.
+  std::size_t memory() const;
+
+  struct Data;
+  explicit Pages(std::shared_ptr<const Data> data) : data_(std::move(data)) {}
+
+ private:
+  std::shared_ptr<const Data> data_;
+};
+
+}  // namespace jxc::report
