@@ -1,0 +1,26 @@
+// 写表格: a sheet to an .xls or .xlsx file; a file that is there is replaced only by a whole new one.
+#pragma once
+
+#include "platform/sheet/sheet.h"
+
+#include <functional>
+#include <span>
+
+namespace jxc {
+
+/// Called now and then with 0 to 100; false stops the work.
+using SheetProgress = std::function<bool(int percent)>;
+
+inline constexpr int kXlsMostRows = 65535;     // data rows of an .xls sheet, below the line of captions
+inline constexpr int kXlsxMostRows = 1048575;  // the same of .xlsx
+
+/// Writes one sheet to `path`; the ending, .xls or .xlsx, says which kind of file. The file is made beside and moved
+/// into place, so that a full disk, a failure or a stop leaves what was there before. False when `progress` stopped it.
+/// Throws SheetError: another ending, too many rows (the advice is in the message), a place that cannot be written.
+/// Texts longer than a cell holds (32,767 characters) are cut and end in "…"; control characters are left out.
+bool writeSheet(const QString& path, const Sheet& sheet, const SheetProgress& progress = {});
+
+/// The same with several sheets in one file; their names must differ.
+bool writeSheets(const QString& path, std::span<const Sheet> sheets, const SheetProgress& progress = {});
+
+}  // namespace jxc
