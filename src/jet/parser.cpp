@@ -4,6 +4,13 @@ namespace jxc::jet {
 
 Parser::Parser(std::string_view statement, Tree& tree) : text_(statement), tree_(tree), tokens_(tokenize(statement)) {}
 
+Expr* Parser::parseExpression() {
+  alone_ = true;
+  Expr* e = expression();
+  if (peek().kind != TokenKind::End) fail("the expression is over here");
+  return e;
+}
+
 void Parser::parse() {
   Statement& statement = tree_.statement;
   switch (peek().word) {

@@ -15,6 +15,10 @@ class Parser {
  public:
   Parser(std::string_view statement, Tree& tree);
   void parse();
+  /// Parses an expression alone, to the end of the text. A call of a function that the dialect does not know stays as
+  /// Function::None with its name, and an aggregate may take one argument more: reports have functions and ranges of
+  /// their own.
+  Expr* parseExpression();
 
  private:
   // parser.cpp: statements
@@ -85,6 +89,7 @@ class Parser {
   std::vector<Token> tokens_;
   std::size_t at_ = 0;
   int depth_ = 0;
+  bool alone_ = false;  // an expression outside any statement
 };
 
 struct Parser::Depth {

@@ -275,17 +275,19 @@ Expr* Parser::nameOrCall() {
 Expr* Parser::call(const Token& token) {
   const Depth depth(*this);
   const FunctionEntry* entry = findFunction(token.text);
-  if (!entry) {
+  if (!entry && !alone_) {
     throw TranslateError(TranslateError::Kind::UnknownName, "unknown function " + std::string(token.text),
                          token.position);
   }
-  Expr* e = tree_.expr(isAggregate(entry->function) ? ExprKind::Aggregate : ExprKind::Function, token.position);
-  e->function = entry->function;
-  e->name = entry->name;
+  const Function function = entry ? entry->function : Function::None;
+  Expr* e = tree_.expr(isAggregate(function) ? ExprKind::Aggregate : ExprKind::Function, token.position);
+  e->function = function;
+  e->name = entry ? entry->name : token.text;
   expect('(', "(");
-  if (entry->function == Function::Count && at('*') && at(')', 1)) {
+  if (function == Function::Count && at('*') && (at(')', 1) || (alone_ && at(',', 1)))) {
     e->args.push_back(tree_.expr(ExprKind::Star, peek().position));
     ++at_;
+    if (accept(',')) e->args.push_back(expression());
   } else if (!at(')')) {
     do {
       e->args.push_back(expression());
@@ -293,7 +295,8 @@ Expr* Parser::call(const Token& token) {
   }
   expect(')', ")");
   const int count = static_cast<int>(e->args.size());
-  if (count < entry->least || count > entry->most) {
+  const int more = alone_ && isAggregate(function) ? 1 : 0;
+  if (entry && (count < entry->least || count > entry->most + more)) {
     failAt(std::string(entry->name) + " takes another number of arguments", token);
   }
   return e;
