@@ -1,5 +1,5 @@
 // The console: account sets without a window.
-#include "core/console.h"
+#include "maintenance/console_commands.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -13,5 +13,6 @@ int main(int argc, char** argv) {
   // No application object: nothing here waits for events, and it would complain about every locale but UTF-8.
   const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
   std::ios::sync_with_stdio(false);
-  return jxc::runConsole(words, QFileInfo(executable).path(), {std::cin, std::cout, std::cerr});
+  return jxc::runConsole(words, QFileInfo(executable).path(), {std::cin, std::cout, std::cerr},
+                         jxc::maintenanceCommands());
 }

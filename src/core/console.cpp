@@ -28,60 +28,6 @@ constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int misused = 2;
 
-/// The words were not understood.
-struct Misuse : std::runtime_error {
-  explicit Misuse(const QString& text) : std::runtime_error(text.toStdString()) {}
-};
-
-/// The command was understood, but cannot be carried out.
-struct Refusal : std::runtime_error {
-  explicit Refusal(const QString& text) : std::runtime_error(text.toStdString()) {}
-};
-
-/// What is left of the command line.
-class Words {
- public:
-  explicit Words(QStringList words) : words_(std::move(words)) {}
-  bool isEmpty() const { return words_.isEmpty(); }
-  QString take() { return words_.takeFirst(); }
-  QString takeValue(const QString& option) {
-    if (words_.isEmpty()) throw Misuse(option + QStringLiteral(" 后面缺少内容"));
-    return words_.takeFirst();
-  }
-  /// "--home=DIR" as two words.
-  void splitOption(QString& word) {
-    const qsizetype sign = word.indexOf(u'=');
-    words_.prepend(word.mid(sign + 1));
-    word.truncate(sign);
-  }
-
- private:
-  QStringList words_;
-};
-
-struct Console {
-  ConsoleStreams streams;
-  QString file;  // the account database
-  QString home;  // the program directory that it is in; empty when --db names a file of its own
-};
-
-using Command = int (*)(Console&, Words);
-
-struct CommandEntry {
-  const char16_t* name;
-  const char16_t* help;
-  Command run;
-};
-
-Misuse unknownWord(const QString& word) {
-  return Misuse(QStringLiteral("不认识“%1”").arg(word));
-}
-
-std::unique_ptr<Database> openAccount(const Console& console) {
-  if (!QFileInfo::exists(console.file)) throw Refusal(QStringLiteral("帐套文件不存在：") + console.file);
-  return openSqlite(console.file);
-}
-
 // ---- create
 
 /// What SQLite keeps beside a database file while it is open, or after a crash.
@@ -93,37 +39,18 @@ void removeDatabaseFile(const QString& file) {
     QFile::remove(file + QString::fromUtf16(side));
 }
 
-/// The new set is made beside its place and moved there when it is whole: a failure half-way leaves what was there.
-int create(Console& console, Words words) {
+int create(Console& console, ConsoleWords words) {
   bool force = false;
   while (!words.isEmpty()) {
     const QString word = words.take();
-    if (word != u"--force") throw unknownWord(word);
+    if (word != u"--force") throw unknownConsoleWord(word);
     force = true;
   }
-  if (QFileInfo::exists(console.file) && !force) {
-    throw Refusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") + console.file);
-  }
-  if (!console.home.isEmpty()) setProgramDirectory(console.home);
-  const QString beside = console.file + QStringLiteral(".new");
-  removeDatabaseFile(beside);
-  try {
+  makeConsoleAccount(console, force, [](const QString& file) {
     SqliteOptions options;
     options.create = true;
-    createAllTables(*openSqlite(beside, options));
-    // What a crash left beside the old file must not be played into the new one.
-    for (const char16_t* side : sideFiles)
-      QFile::remove(console.file + QString::fromUtf16(side));
-    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(console.file).toStdString());
-  } catch (const std::filesystem::filesystem_error& error) {
-    removeDatabaseFile(beside);
-    throw Refusal(
-        QStringLiteral("不能写入帐套文件 %1：%2").arg(console.file, QString::fromStdString(error.code().message())));
-  } catch (...) {
-    removeDatabaseFile(beside);
-    throw;
-  }
-  if (!console.home.isEmpty()) ensureCatalogue();
+    createAllTables(*openSqlite(file, options));
+  });
   return done;
 }
 
@@ -139,7 +66,7 @@ Source readSource(const QString& file, std::istream& in) {
   if (file == u"-") return {QStringLiteral("-"), std::string(std::istreambuf_iterator<char>(in), {})};
   QFile source(file);
   if (!source.open(QIODevice::ReadOnly)) {
-    throw Refusal(QStringLiteral("不能读取 %1：%2").arg(file, source.errorString()));
+    throw ConsoleRefusal(QStringLiteral("不能读取 %1：%2").arg(file, source.errorString()));
   }
   std::string text = source.readAll().toStdString();
   if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // editors of another system put a mark in front
@@ -180,7 +107,7 @@ void runStatement(Database& database, std::string_view text, bool checkOnly, std
 }
 
 /// Statements that write are kept all or none. One that only reads takes no lock that another station could wait for.
-int sql(Console& console, Words words) {
+int sql(Console& console, ConsoleWords words) {
   std::vector<Source> sources;
   bool checkOnly = false;
   while (!words.isEmpty()) {
@@ -192,12 +119,12 @@ int sql(Console& console, Words words) {
     } else if (word == u"--check") {
       checkOnly = true;
     } else {
-      throw unknownWord(word);
+      throw unknownConsoleWord(word);
     }
   }
   if (sources.empty()) sources.push_back(readSource(QStringLiteral("-"), console.streams.in));
 
-  const std::unique_ptr<Database> database = openAccount(console);
+  const std::unique_ptr<Database> database = openConsoleAccount(console);
   std::optional<Transaction> transaction;
   for (const Source& source : sources) {
     for (const ScriptStatement& statement : splitStatements(source.text)) {
@@ -221,13 +148,13 @@ int sql(Console& console, Words words) {
 
 // ---- upgrade, backup
 
-int upgrade(Console& console, Words words) {
-  if (!words.isEmpty()) throw unknownWord(words.take());
-  upgradeSchema(*openAccount(console));
+int upgrade(Console& console, ConsoleWords words) {
+  if (!words.isEmpty()) throw unknownConsoleWord(words.take());
+  upgradeSchema(*openConsoleAccount(console));
   return done;
 }
 
-int backup(Console& console, Words words) {
+int backup(Console& console, ConsoleWords words) {
   QString target;
   bool force = false;
   while (!words.isEmpty()) {
@@ -237,25 +164,25 @@ int backup(Console& console, Words words) {
     } else if (target.isEmpty() && !word.isEmpty() && !word.startsWith(u'-')) {
       target = word;
     } else {
-      throw unknownWord(word);
+      throw unknownConsoleWord(word);
     }
   }
-  if (target.isEmpty()) throw Misuse(QStringLiteral("backup 后面缺少文件名"));
+  if (target.isEmpty()) throw ConsoleMisuse(QStringLiteral("backup 后面缺少文件名"));
   if (QFileInfo::exists(target) && !force) {
-    throw Refusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
+    throw ConsoleRefusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
   }
-  openAccount(console)->backupTo(target);
+  openConsoleAccount(console)->backupTo(target);
   return done;
 }
 
 // ---- words
 
 constexpr std::array commands = {
-    CommandEntry{u"create",
-                 u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
-                 u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
-                 create},
-    CommandEntry{
+    ConsoleCommand{u"create",
+                   u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
+                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
+                   create},
+    ConsoleCommand{
         u"sql",
         u"jxcctl [--home 目录 | --db 文件] sql [-c 语句]… [-f 文件]… [--check]\n"
         u"  依次执行语句（Jet 语法），语句之间用分号隔开；没有 -c 和 -f 时从标准输入读取，-f - 也是标准输入。\n"
@@ -264,20 +191,21 @@ constexpr std::array commands = {
         u"  遇到第一个错误就停止，写明位置，本次执行的全部修改都不保留。\n"
         u"  --check 只检查语句，不执行。\n",
         sql},
-    CommandEntry{u"upgrade",
-                 u"jxcctl [--home 目录 | --db 文件] upgrade\n"
-                 u"  把旧版本的帐套升级到当前版本，和登录时所做的一样。\n",
-                 upgrade},
-    CommandEntry{u"backup",
-                 u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
-                 u"  把帐套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
-                 backup},
+    ConsoleCommand{u"upgrade",
+                   u"jxcctl [--home 目录 | --db 文件] upgrade\n"
+                   u"  把旧版本的帐套升级到当前版本，和登录时所做的一样。\n",
+                   upgrade},
+    ConsoleCommand{u"backup",
+                   u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
+                   u"  把帐套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
+                   backup},
 };
 
-QString overview() {
+QString overview(std::span<const ConsoleCommand> more) {
   QString text = QStringLiteral("用法：\n");
-  for (const CommandEntry& command : commands)
-    text += QString::fromUtf16(command.help);
+  for (const std::span<const ConsoleCommand> each : {std::span<const ConsoleCommand>(commands), more})
+    for (const ConsoleCommand& command : each)
+      text += QString::fromUtf16(command.help);
   text += QStringLiteral(
       "\n  --home 目录  程序目录，帐套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
       "  --db 文件    直接指定帐套文件\n"
@@ -290,16 +218,24 @@ bool isHelp(const QString& word) {
   return word == u"--help" || word == u"-h";
 }
 
+const ConsoleCommand& commandNamed(const QString& name, std::span<const ConsoleCommand> more) {
+  for (const std::span<const ConsoleCommand> each : {std::span<const ConsoleCommand>(commands), more})
+    for (const ConsoleCommand& command : each)
+      if (name == QString::fromUtf16(command.name)) return command;
+  throw unknownConsoleWord(name);
+}
+
 /// The options in front of the command, then the command.
-int runWords(QStringList list, const QString& executableDirectory, ConsoleStreams streams) {
-  Words words(std::move(list));
+int runWords(QStringList list, const QString& executableDirectory, ConsoleStreams streams,
+             std::span<const ConsoleCommand> more) {
+  ConsoleWords words(std::move(list));
   QString home;
   QString file;
   while (!words.isEmpty()) {
     QString word = words.take();
     if (word.startsWith(u"--home=") || word.startsWith(u"--db=")) words.splitOption(word);
     if (isHelp(word)) {
-      streams.out << overview().toStdString();
+      streams.out << overview(more).toStdString();
       return done;
     }
     if (word == u"--home") {
@@ -307,18 +243,15 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
     } else if (word == u"--db") {
       file = words.takeValue(word);
     } else {
-      const auto* command = std::find_if(commands.begin(), commands.end(), [&](const CommandEntry& entry) {
-        return word == QString::fromUtf16(entry.name);
-      });
-      if (command == commands.end()) throw unknownWord(word);
+      const ConsoleCommand& command = commandNamed(word, more);
       QStringList rest;
       while (!words.isEmpty())
         rest << words.take();
       if (std::any_of(rest.cbegin(), rest.cend(), isHelp)) {
-        streams.out << QString::fromUtf16(command->help).toStdString();
+        streams.out << QString::fromUtf16(command.help).toStdString();
         return done;
       }
-      if (!home.isEmpty() && !file.isEmpty()) throw Misuse(QStringLiteral("--home 和 --db 只能写一个"));
+      if (!home.isEmpty() && !file.isEmpty()) throw ConsoleMisuse(QStringLiteral("--home 和 --db 只能写一个"));
       if (file.isEmpty()) {
         // As the program itself finds it, whose command line begins with its name.
         QStringList arguments{QString()};
@@ -327,20 +260,65 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
         file = home + QStringLiteral("/data/jxc.mdb");
       }
       Console console{streams, file, home};
-      return command->run(console, Words(rest));
+      return command.run(console, ConsoleWords(rest));
     }
   }
-  throw Misuse(QStringLiteral("缺少命令"));
+  throw ConsoleMisuse(QStringLiteral("缺少命令"));
 }
 
 }  // namespace console_detail
 
-int runConsole(const QStringList& words, const QString& executableDirectory, ConsoleStreams streams) {
+int ConsoleWords::takeNumber(const QString& option, int least, int most) {
+  bool fine = false;
+  const int number = takeValue(option).toInt(&fine);
+  if (!fine || number < least || number > most) {
+    throw ConsoleMisuse(QStringLiteral("%1 后面应为 %2 到 %3 之间的整数").arg(option).arg(least).arg(most));
+  }
+  return number;
+}
+
+ConsoleMisuse unknownConsoleWord(const QString& word) {
+  return ConsoleMisuse(QStringLiteral("不认识“%1”").arg(word));
+}
+
+std::unique_ptr<Database> openConsoleAccount(const Console& console) {
+  if (!QFileInfo::exists(console.file)) throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
+  return openSqlite(console.file);
+}
+
+void makeConsoleAccount(const Console& console, bool force, const std::function<void(const QString&)>& fill) {
+  using namespace console_detail;
+  if (QFileInfo::exists(console.file) && !force) {
+    throw ConsoleRefusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") +
+                         console.file);
+  }
+  if (!console.home.isEmpty()) setProgramDirectory(console.home);
+  const QString beside = console.file + QStringLiteral(".new");
+  removeDatabaseFile(beside);
+  try {
+    fill(beside);
+    // What a crash left beside the old file must not be played into the new one.
+    for (const char16_t* side : sideFiles)
+      QFile::remove(console.file + QString::fromUtf16(side));
+    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(console.file).toStdString());
+  } catch (const std::filesystem::filesystem_error& error) {
+    removeDatabaseFile(beside);
+    throw ConsoleRefusal(
+        QStringLiteral("不能写入帐套文件 %1：%2").arg(console.file, QString::fromStdString(error.code().message())));
+  } catch (...) {
+    removeDatabaseFile(beside);
+    throw;
+  }
+  if (!console.home.isEmpty()) ensureCatalogue();
+}
+
+int runConsole(const QStringList& words, const QString& executableDirectory, ConsoleStreams streams,
+               std::span<const ConsoleCommand> more) {
   using namespace console_detail;
   int status = failed;
   try {
-    status = runWords(words, executableDirectory, streams);
-  } catch (const Misuse& misuse) {
+    status = runWords(words, executableDirectory, streams, more);
+  } catch (const ConsoleMisuse& misuse) {
     streams.err << "jxcctl: " << misuse.what() << '\n' << QStringLiteral("用 jxcctl --help 查看用法。\n").toStdString();
     status = misused;
   } catch (const std::exception& failure) {
