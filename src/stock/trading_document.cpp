@@ -12,6 +12,12 @@ constexpr std::int64_t recentLines = 2000;
 
 }  // namespace trading_document_detail
 
+bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field) const {
+  if (goods == u"00000000") return false;  // the balancing line comes from the settlement
+  if (isGift) return field == u"sl";
+  return (field != u"dj" && field != u"taxdj") || priceMayChange();
+}
+
 RowSet stagedLines() {
   return openSelect(
       "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,b.g_kc from jxc_tempspxf a,jxc_goods b "

@@ -120,6 +120,8 @@ class LineRules {
   virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
   virtual bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
                           Prompt& prompt) const = 0;
+  /// Whether a cell of a line of this goods opens at all; `field` as below.
+  bool cellMayChange(QStringView goods, bool isGift, QStringView field) const;
   /// A cell edit: "dj", "sl", "taxdj", "tax", "dzl".
   virtual double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
                            Prompt& prompt) const = 0;

@@ -527,8 +527,9 @@ void Grid::goOnAfterEdit() {
   const auto* header = view_->horizontalHeader();
   for (int place = header->visualIndex(at.column()) + 1; place < header->count(); ++place) {
     const int column = header->logicalIndex(place);
-    if (header->isSectionHidden(column) || !spec_.columns[static_cast<std::size_t>(column)].editable) continue;
-    view_->setCurrentIndex(model_->index(at.row(), column));
+    const auto next = model_->index(at.row(), column);
+    if (header->isSectionHidden(column) || !(model_->flags(next) & Qt::ItemIsEditable)) continue;
+    view_->setCurrentIndex(next);
     return;
   }
 }

@@ -89,6 +89,10 @@ class Grid : public QWidget {
   void onLoaded(std::function<void()> hook) { loaded_ = std::move(hook); }
   /// A cell was edited: `text` as typed; in number columns a plain number, or empty when it was none.
   void onChanged(GridModel::Changed hook) { model_->changed = std::move(hook); }
+  /// Locks cells of editable columns: Enter on one that does not open is Enter on its row.
+  void setMayEdit(std::function<bool(const Row&, std::string_view field)> mayEdit) {
+    model_->mayEdit = std::move(mayEdit);
+  }
   void setRowLook(std::function<RowLook(const Row&)> look) { model_->rowLook = std::move(look); }
   void setCellLook(std::function<RowLook(const Row&, std::string_view field)> look) {
     model_->cellLook = std::move(look);

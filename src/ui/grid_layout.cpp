@@ -67,26 +67,33 @@ void Grid::fitToRows() {
 }
 
 void Grid::defaultWidths() {
+  constexpr int kShortestText = 12;  // characters
   auto* header = view_->horizontalHeader();
   const int character = view_->fontMetrics().averageCharWidth();
   const auto wished = [&](int i) {
     if (!fitted_.empty()) return fitted_[static_cast<std::size_t>(i)];
     return grid_layout_detail::characters(spec_.columns[static_cast<std::size_t>(i)]) * character + 14;
   };
-  int total = 0;
-  int texts = 0;
+  const auto isText = [&](int i) { return spec_.columns[static_cast<std::size_t>(i)].kind == ColumnKind::Text; };
+  // A text can still be told apart by its first characters, a number not.
+  const auto spare = [&](int i) { return isText(i) ? std::max(0, wished(i) - kShortestText * character - 14) : 0; };
+  int total = 0, texts = 0, spares = 0;
   for (int i = 0; i < header->count(); ++i) {
     if (header->isSectionHidden(i)) continue;
     total += wished(i);
-    if (spec_.columns[static_cast<std::size_t>(i)].kind == ColumnKind::Text) texts += wished(i);
+    texts += isText(i) ? wished(i) : 0;
+    spares += spare(i);
   }
-  // Room that is left goes to the texts.
-  const int room = std::max(0, view_->viewport()->width() - total);
+  // Room that is left goes to the texts, and room that is missing comes from the long ones.
+  const int room = view_->viewport()->width() - total;
+  const int given = texts > 0 ? std::max(0, room) : 0;
+  const int taken = std::clamp(-room, 0, spares);
   sizing_ = true;
   for (int i = 0; i < header->count(); ++i) {
     if (header->isSectionHidden(i)) continue;
-    const bool grows = texts > 0 && spec_.columns[static_cast<std::size_t>(i)].kind == ColumnKind::Text;
-    header->resizeSection(i, wished(i) + (grows ? room * wished(i) / texts : 0));
+    const int more = isText(i) && given > 0 ? given * wished(i) / texts : 0;
+    const int less = taken > 0 ? (taken * spare(i) + spares - 1) / spares : 0;
+    header->resizeSection(i, wished(i) + more - less);
   }
   sizing_ = false;
 }

@@ -149,7 +149,10 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-  if (index.isValid() && columns_[index.column()].editable && changed && !readOnly) result |= Qt::ItemIsEditable;
+  if (!index.isValid() || readOnly || !changed) return result;
+  const ColumnSpec& column = columns_[index.column()];
+  if (column.editable && (!mayEdit || mayEdit(rows_[sourceRow(index.row())], column.field)))
+    result |= Qt::ItemIsEditable;
   return result;
 }
 

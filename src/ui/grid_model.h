@@ -46,6 +46,8 @@ class GridModel : public QAbstractTableModel {
   /// Called once the editor is closed, so that the hook may ask and load anew.
   Changed changed;
   std::function<void()> afterChange;
+  /// Whether this cell of an editable column opens; without it all do.
+  std::function<bool(const Row& row, std::string_view field)> mayEdit;
   bool readOnly = false;
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -4,45 +4,122 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QWindow>
+
+#include <utility>
 
 namespace jxc::ui {
 namespace scan_catcher_detail {
 
 constexpr int kMostBetweenKeys = 40;  // ms; a quick typist needs more than 60, a scanner less than 20
 constexpr int kFewestKeys = 6;
+constexpr int kSurelyACode = 8;  // keys in such a hurry that no hand typed them: the shortest code of retail goods
+constexpr int kAskAgain = 20;    // ms until a busy window is asked again
 
 bool mayBeTypedIn(const QWidget* widget) {
   if (const auto* line = qobject_cast<const QLineEdit*>(widget)) return !line->isReadOnly();
   return qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
 }
 
+bool isEnter(const QKeyEvent& key) {
+  return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
+
+bool isOfACode(const QKeyEvent& key) {
+  const QString text = key.text();
+  return text.size() == 1 && text.at(0).unicode() < 128 && text.at(0).isLetterOrNumber() &&
+         !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
 }  // namespace scan_catcher_detail
 
 ScanCatcher::ScanCatcher(QWidget& window, QWidget& barcodeInput, Hooks hooks)
     : QObject(&window), window_(window), input_(barcodeInput), hooks_(std::move(hooks)) {
+  clock_.start();
+  retry_.setSingleShot(true);
+  connect(&retry_, &QTimer::timeout, this, [this] { drain(); });
+  pause_.setSingleShot(true);
+  connect(&pause_, &QTimer::timeout, this, [this] { burstIsOver(); });
   qApp->installEventFilter(this);
 }
 
 bool ScanCatcher::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
-  auto* target = static_cast<QWidget*>(watched);
-  // Only what the focus gets first: the same key comes again on its way up to the window.
-  if (target->window() != &window_ || target == &input_ || target != window_.focusWidget()) return false;
-  const auto* key = static_cast<QKeyEvent*>(event);
-  const bool inTime = sinceKey_.isValid() && sinceKey_.elapsed() <= scan_catcher_detail::kMostBetweenKeys;
-  if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) return inTime && end();
-  const QString text = key->text();
-  const bool ofACode = text.size() == 1 && text.at(0).unicode() < 128 && text.at(0).isLetterOrNumber() &&
-                       !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-  if (!ofACode) {
-    code_.clear();
+  const bool isPress = event->type() == QEvent::KeyPress;
+  if ((!isPress && event->type() != QEvent::ShortcutOverride) || !window_.isVisible()) return false;
+  auto& key = static_cast<QKeyEvent&>(*event);
+  auto* modal = QApplication::activeModalWidget();
+  auto* box = qobject_cast<QMessageBox*>(modal);
+  // Keys that were under way when the box came up still go to the window below it, where they would be lost.
+  if (watched->isWindowType()) return isPress && box && watched == window_.windowHandle() && keyInBox(*box, key);
+  if (!watched->isWidgetType()) return false;
+  auto& target = static_cast<QWidget&>(*watched);
+  if (box && target.window() == box) {
+    if (isPress) return keyInBox(*box, key);
+    // Or a letter of the code would press the button that has it as its key.
+    if (scan_catcher_detail::isOfACode(key)) event->accept();
     return false;
   }
-  if (!inTime || code_.isEmpty()) begin(target);
-  code_ += text;
-  sinceKey_.start();
+  if (!isPress) return false;
+  const bool isOwn = target.window() == &window_;
+  if (!isOwn && (!hooks_.watchesToo || target.window() != modal || !hooks_.watchesToo(*target.window()))) return false;
+  // Only what the focus gets first: the same key comes again on its way up to the window.
+  return &target == target.window()->focusWidget() && keyInWindow(target, key);
+}
+
+bool ScanCatcher::isInTime(const QKeyEvent& key) const {
+  // By the time of the press itself where the system tells it: a busy window looks at its keys late.
+  const quint64 now = key.timestamp() != 0 ? key.timestamp() : static_cast<quint64>(clock_.elapsed());
+  return !code_.isEmpty() && now >= lastKey_ && now - lastKey_ <= scan_catcher_detail::kMostBetweenKeys;
+}
+
+void ScanCatcher::add(QWidget* target, const QKeyEvent& key) {
+  if (!isInTime(key)) begin(target);
+  code_ += key.text();
+  lastKey_ = key.timestamp() != 0 ? key.timestamp() : static_cast<quint64>(clock_.elapsed());
+}
+
+bool ScanCatcher::keyInWindow(QWidget& target, const QKeyEvent& key) {
+  if (scan_catcher_detail::isEnter(key)) {
+    if (isInTime(key)) return end(target);
+    code_.clear();
+  } else if (scan_catcher_detail::isOfACode(key)) {
+    add(&target, key);
+  } else if (!key.text().isEmpty()) {  // not Shift on its own: capital letters of a code need it
+    code_.clear();
+  }
   return false;
+}
+
+bool ScanCatcher::keyInBox(QMessageBox& box, const QKeyEvent& key) {
+  using namespace scan_catcher_detail;
+  // Nothing can be typed in a box: whatever comes in a hurry belongs to the code.
+  if (isOfACode(key) || (isInTime(key) && key.text().size() == 1 && key.text().at(0).isPrint())) {
+    box_ = &box;
+    add(nullptr, key);
+    pause_.start(kMostBetweenKeys + kAskAgain);
+    return true;
+  }
+  if (!isEnter(key) || !isInTime(key) || code_.size() < kFewestKeys) return false;
+  pause_.stop();
+  takeBack();
+  take(std::exchange(code_, QString()));
+  // What was told is told; a question stays until somebody has answered it.
+  if (const auto buttons = box.buttons(); buttons.size() == 1)
+    QMetaObject::invokeMethod(
+        buttons.front(), [button = buttons.front()] { button->click(); }, Qt::QueuedConnection);
+  return true;
+}
+
+void ScanCatcher::burstIsOver() {
+  // One key was a hand that wanted a button.
+  const QString typed = std::exchange(code_, QString());
+  if (!box_ || typed.size() != 1) return;
+  for (auto* button : box_->buttons())
+    if (button->shortcut() == QKeySequence(typed.toUpper())) return button->click();
 }
 
 void ScanCatcher::begin(QWidget* target) {
@@ -58,13 +135,14 @@ void ScanCatcher::begin(QWidget* target) {
   }
 }
 
-bool ScanCatcher::end() {
+bool ScanCatcher::end(QWidget& target) {
+  using namespace scan_catcher_detail;
   const QString code = std::exchange(code_, QString());
-  if (code.size() < scan_catcher_detail::kFewestKeys) return false;
-  // Digits in a hurry are no scan where digits may be typed, unless they are a code.
-  if (target_ && scan_catcher_detail::mayBeTypedIn(target_) && !hooks_.isKnown(code)) return false;
+  if (&target == &input_ || code.size() < kFewestKeys) return false;
+  // A few digits in a hurry are no scan where digits may be typed, unless they are a code.
+  if (target_ && mayBeTypedIn(target_) && code.size() < kSurelyACode && !hooks_.isKnown(code)) return false;
   takeBack();
-  hooks_.scanned(code);
+  take(code);
   return true;
 }
 
@@ -77,12 +155,36 @@ void ScanCatcher::takeBack() {
     memo->setPlainText(textBefore_);
   } else if (auto* list = qobject_cast<QComboBox*>(target_.data())) {
     list->setCurrentIndex(indexBefore_);
-  } else if (auto* now = window_.focusWidget(); now && now != target_ && target_->isAncestorOf(now)) {
+  } else if (auto* now = target_->window()->focusWidget(); now && now != target_ && target_->isAncestorOf(now)) {
     // A cell of a list opened its editor on the first key: it closes without writing.
     QKeyEvent leave(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(now, &leave);
   }
   target_ = nullptr;
+}
+
+// ---- one code after the other --------------------------------------------------------------------------------------
+
+void ScanCatcher::take(const QString& code) {
+  waiting_.push_back(code);
+  drain();
+}
+
+bool ScanCatcher::isFree() const {
+  const auto* modal = QApplication::activeModalWidget();
+  return !busy_ && (!modal || modal == &window_) && (!hooks_.isFree || hooks_.isFree());
+}
+
+void ScanCatcher::drain() {
+  if (!window_.isVisible()) waiting_.clear();
+  while (!waiting_.empty() && isFree()) {
+    const QString code = waiting_.front();
+    waiting_.pop_front();
+    busy_ = true;
+    const auto done = qScopeGuard([this] { busy_ = false; });
+    hooks_.scanned(code);
+  }
+  if (!waiting_.empty()) retry_.start(scan_catcher_detail::kAskAgain);
 }
 
 }  // namespace jxc::ui

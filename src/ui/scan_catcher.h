@@ -1,42 +1,68 @@
-// 扫码: a barcode scanner types faster than anybody: its codes reach the barcode input wherever the focus is.
+// 扫码: a barcode scanner types faster than anybody: its codes reach the document wherever the focus is, one by one.
 #pragma once
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 
+#include <deque>
 #include <functional>
 
 class QKeyEvent;
+class QMessageBox;
 
 namespace jxc::ui {
 
 /// Watches the keys of one window. A burst of letters and digits, ended by Enter, is a code: what it typed into the
 /// input with the focus is taken back, and the code goes to the hook. Keys in the barcode input itself are left alone.
+/// Codes that come while a box stands on top, or while the document is busy, wait for their turn: a notice gives way to
+/// the next code, a question stays until somebody has answered it.
 class ScanCatcher : public QObject {
  public:
   struct Hooks {
-    /// Whether this is a code of some goods: only then it is taken out of an input where one may type.
+    /// Whether this is a code of some goods: a short one is taken out of an input where one may type only then.
     std::function<bool(const QString& code)> isKnown;
     std::function<void(const QString& code)> scanned;
+    /// Whether the window can take a code now; null: always.
+    std::function<bool()> isFree;
+    /// Whether codes are caught in this window as well, while it stands on top; message boxes always; null: no other.
+    std::function<bool(const QWidget& window)> watchesToo;
   };
   ScanCatcher(QWidget& window, QWidget& barcodeInput, Hooks hooks);
+
+  /// Hands a code on when its turn has come: at once, unless others wait or the window is busy.
+  void take(const QString& code);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool keyInWindow(QWidget& target, const QKeyEvent& key);
+  bool keyInBox(QMessageBox& box, const QKeyEvent& key);
+  bool isInTime(const QKeyEvent& key) const;
+  void add(QWidget* target, const QKeyEvent& key);
   void begin(QWidget* target);
-  bool end();
+  bool end(QWidget& target);
   void takeBack();
+  void burstIsOver();
+  bool isFree() const;
+  void drain();
 
   QWidget& window_;
   QWidget& input_;
   Hooks hooks_;
-  QString code_;
-  QElapsedTimer sinceKey_;
+  std::deque<QString> waiting_;
+  QTimer retry_;
+  bool busy_ = false;
+
+  QString code_;  // of the burst under way
+  quint64 lastKey_ = 0;
+  QElapsedTimer clock_;
+  QTimer pause_;  // ends a burst in a box
+  QPointer<QMessageBox> box_;
   // The input where the burst began, as it was then.
   QPointer<QWidget> target_;
   QString textBefore_;

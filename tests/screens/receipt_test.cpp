@@ -4,6 +4,7 @@
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QTabWidget>
@@ -329,7 +330,7 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
     scan(s, u"6900000000017");
     scan(s, u"6900000000017");
     EXPECT_EQ(lines(s), "1×1@40=40 1×1@40=40");  // a line of its own each time
-    check(s, "btnPanelAdd", true);
+    s.findChild<QAction*>("btnPanelAdd")->setChecked(true);
     s.field("tSptm").focus();
     expectNotice(u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs);
     scan(s, u"6900000000017");
@@ -344,7 +345,7 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
   open("F_Cgjh", [&](ui::Screen& s) {
     for (const char* name : {"comYhzh", "tfpno", "tfpje", "tsn2", "chkZj"})
       EXPECT_TRUE(s.field(name).isVisible()) << name;
-    check(s, "btnPanelAdd", false);
+    s.findChild<QAction*>("btnPanelAdd")->setChecked(false);
     s.field("tSptm").focus();
     scan(s, u"6900000000017");
     // 40 with 13 percent is 45.2, a total without decimals 45; 0.8 of 3 pieces at 45.2 is 108.48, so 108.

@@ -45,12 +45,12 @@ constexpr ui::ColumnSpec kLines[] = {
     {"dw_name", "单位", ColumnKind::Text, 4},
     {"th_dj", "单价", ColumnKind::Money, 10, false, true},
     {"th_sl", "数量", ColumnKind::Quantity, 8, true, true},
+    {"th_dzl", "打折率", ColumnKind::Percent, 6, false, true},
+    {"th_zje", "总金额", ColumnKind::Money, 11, true},
     {"th_je", "金额", ColumnKind::Money, 11, true},
     {"th_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
     {"th_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
     {"th_taxje", "税额", ColumnKind::Money, 9, true},
-    {"th_dzl", "打折率", ColumnKind::Percent, 6, false, true},
-    {"th_zje", "总金额", ColumnKind::Money, 11, true},
     {"th_bz", "备注", ColumnKind::Text, 8},
 };
 constexpr ui::ColumnSpec kWaiting[] = {
@@ -66,6 +66,7 @@ constexpr ui::GridSpec kGrids[] = {
     {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
 };
 constexpr ui::CommandSpec kCommands[] = {
+    {"btnPanel", "条码选项"},
     {"btnAddOld", "添加商品", "F2"},
     {"btnZdth", "整单退货", "F7"},
     {"btnModi", "修改", "F3"},
@@ -120,7 +121,7 @@ constexpr DocumentScreenSpec kDocument = {
     .deleteWaiting = {{"cggl", 2}, u"采购退货！"},
     .headForm = kHeadForm,
     .footForm = kFootForm,
-    .scanRow = "tSptm | btnAddOld btnZdth btnModi btnDel",
+    .scanRow = "tSptm btnPanel | btnAddOld btnZdth btnModi btnDel",
     .saveRow = "| btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele |",

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QScopeGuard>
 #include <QTabWidget>
 #include <QTimer>
@@ -51,11 +52,32 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
   bindDraft();
   bindWaiting();
   if (!optional("tSptm")) return;
-  new ui::ScanCatcher(*this, *field("tSptm").widget(),
-                      {document_screen_detail::isBarcode, [this](const QString& code) {
-                         panels_.tabs()->setCurrentIndex(document_screen_detail::kDraftPanel);
-                         enterBarcode(code);
-                       }});
+  scans_ = new ui::ScanCatcher(
+      *this, *field("tSptm").widget(),
+      {.isKnown = document_screen_detail::isBarcode,
+       .scanned = [this](const QString& code) { enterBarcode(code); },
+       // While a document is saved its number is on the way out: the code belongs to the next one.
+       .isFree = [this] { return !saving_; },
+       .watchesToo = [this](const QWidget& window) { return window.objectName() == ui::qs(description_.lineScreen); }});
+  addScanOptions();
+}
+
+void DocumentScreen::addScanOptions() {
+  auto* menu = new QMenu(this);
+  const auto option = [&](const char* name, const QString& text) {
+    auto* action = menu->addAction(text);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setCheckable(true);
+    return action;
+  };
+  onceOnly_ = option("btnPanelAdd", u"同一条码不能重复添加商品(&Y)"_qs);
+  thenModify_ = option("btnPanelModi", u"添加完商品后打开修改窗口(&Z)"_qs);
+  auto* hide = option("btnPanelHide", u"隐藏条码输入面板(&X)"_qs);
+  connect(hide, &QAction::toggled, this, [this](bool hidden) {
+    field("tSptm").setVisible(!hidden);
+    focusDraft();
+  });
+  command("btnPanel").setMenu(menu);
 }
 
 ui::Field* DocumentScreen::optional(std::string_view name) {
@@ -68,7 +90,7 @@ bool DocumentScreen::hasCommand(std::string_view name) const {
 }
 
 void DocumentScreen::focusDraft() {
-  if (auto* scan = optional("tSptm")) {
+  if (auto* scan = optional("tSptm"); scan && scan->isVisible()) {
     scan->focus();
   } else {
     gridLines.focusRows();  // in the partner's input F2 would open the list of partners
@@ -106,7 +128,7 @@ void DocumentScreen::bindDraft() {
       if (scan->isEmpty()) {  // nothing more to scan: on to the money
         paid.focus();
       } else {
-        enterBarcode(scan->trimmed());
+        scans_->take(scan->trimmed());
       }
       return true;
     });
@@ -195,8 +217,10 @@ void DocumentScreen::showByParameters() {
       show(name, description_.carriesFreight());
   show("comYhzh", strIsTrue(session().cs_xjyh));
   show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
-  showLineColumns(gridLines);
-  showLineColumns(gridWaitingLines);
+  for (auto* lines : {&gridLines, &gridWaitingLines}) {
+    showLineColumns(*lines);
+    lockLineCells(*lines, rules_.lines());
+  }
   for (const auto& column : gridWaiting.spec().columns)
     if (column.field.ends_with("_sn2") || column.field == "gl_djh2")
       gridWaiting.setColumnVisible(column.field, strIsTrue(session().cs_ysdh));
@@ -324,16 +348,18 @@ bool DocumentScreen::settleDate() {
 }
 
 void DocumentScreen::enterBarcode(const QString& code) {
-  if (!settleDate()) return;
-  const bool once = optional("btnPanelAdd") && field("btnPanelAdd").isChecked();
-  const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, once, prompt());
+  using namespace document_screen_detail;
   field("tSptm").clear();
-  field("tSptm").focus();
+  if (!panels_.tabs()->isTabEnabled(kDraftPanel)) return;
+  panels_.tabs()->setCurrentIndex(kDraftPanel);
+  if (!settleDate()) return;
+  const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, onceOnly_->isChecked(), prompt());
+  focusDraft();
   if (!scanned.refusal.isEmpty()) return prompt().notice(scanned.refusal);
   if (scanned.id == 0) return;  // the operator said no
   setNumber(scanned.number);
   reloadLines(scanned.id);
-  if (optional("btnPanelModi") && field("btnPanelModi").isChecked()) modifyLine();
+  if (thenModify_->isChecked()) modifyLine();
 }
 
 void DocumentScreen::addOld() {
@@ -396,7 +422,11 @@ void DocumentScreen::deleteLine() {
 bool DocumentScreen::save() {
   if (!btnOK.isEnabled() || !settleDate() || !checkFields()) return false;
   btnOK.setEnabled(false);
-  const auto enableAgain = qScopeGuard([this] { btnOK.setEnabled(true); });
+  saving_ = true;
+  const auto enableAgain = qScopeGuard([this] {
+    btnOK.setEnabled(true);
+    saving_ = false;
+  });
   const SaveResult saved = rules_.save(collect(), prompt());
   // A second press that came meanwhile finds the command off: it would refuse the empty document that follows.
   QApplication::processEvents();
@@ -423,8 +453,7 @@ bool DocumentScreen::mayLeave() {
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {
   const std::int64_t id = row.integer("id");
-  const bool balancing = row.text("g_sn") == u"00000000";
-  if (!balancing) rules_.lines().setChange(text, lineFieldOf(column), where, id, prompt());
+  rules_.lines().setChange(text, lineFieldOf(column), where, id, prompt());
   if (where == Lines::Draft) {
     reloadLines(id);
   } else {

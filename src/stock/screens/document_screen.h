@@ -11,14 +11,19 @@
 #include <span>
 #include <string_view>
 
+class QAction;
 class QLabel;
 
 namespace jxc {
+namespace ui {
+class ScanCatcher;
+}
 
 /// What the screen of one trading document is. Its fields bear the names that all of them share: dateCg, comCk,
-/// comUser, jsn, tsn2, tnote, tfpno, tfpje, tyf, tbzf, chkYf, tyfje, comJsfs, comYhzh, chkZj, tSptm, btnPanelAdd,
-/// btnPanelModi on the first panel, tkey, comSort on the second; partner and paid amount by their own. What a document
-/// does not have is left out of its description. Grids: gridLines, gridWaiting, gridWaitingLines.
+/// comUser, jsn, tsn2, tnote, tfpno, tfpje, tyf, tbzf, chkYf, tyfje, comJsfs, comYhzh, chkZj, tSptm
+/// (with a command btnPanel for its options) on the first panel, tkey, comSort on the second; partner and paid amount
+/// by their own. What a document does not have is left out of its description. Grids: gridLines, gridWaiting,
+/// gridWaitingLines.
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();
@@ -129,6 +134,7 @@ class DocumentScreen : public ui::Screen {
   void focusDraft();
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
+  void addScanOptions();
   void bindDraft();
   void bindWaiting();
   void bindCommand(std::string_view command, void (DocumentScreen::*action)());
@@ -145,6 +151,10 @@ class DocumentScreen : public ui::Screen {
   const DocumentRules& rules_;
   ui::Panel panels_;
   QLabel* hint_ = nullptr;
+  ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options
+  QAction* onceOnly_ = nullptr;
+  QAction* thenModify_ = nullptr;
+  bool saving_ = false;
   TradingDraft draft_;  // what does not stand in an input, and the date as it was settled last
   QString lastDate_;    // of the document before
 };

@@ -41,8 +41,15 @@ void showLineColumns(ui::Grid& grid) {
     if (field == u"dzl") grid.setColumnVisible(column.field, discount);
     if (field == u"lsj") grid.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
     if (field == u"cbj" || field == u"cbj2" || field == u"zcb")
-      grid.setColumnVisible(column.field, session().canSeeCost);
+      grid.setColumnAllowed(column.field, session().canSeeCost);
   }
+}
+
+void lockLineCells(ui::Grid& grid, const LineRules& rules) {
+  grid.setMayEdit([&grid, &rules](const Row& row, std::string_view column) {
+    const bool isGift = grid.rows().columnIndex("t_zp") >= 0 && !row.text("t_zp").isEmpty();
+    return rules.cellMayChange(row.text("g_sn"), isGift, lineFieldOf(column));
+  });
 }
 
 QString lineFieldOf(std::string_view column) {
@@ -95,6 +102,7 @@ void GoodsPickScreen::activate() {
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
   showLineColumns(gridStaging);
+  lockLineCells(gridStaging, rules_.lines());
   showStaged();
   search_.begin();
 }

@@ -68,6 +68,9 @@ class GoodsPickScreen : public ui::Screen {
 
 /// Shows tax, discount, cost and retail price columns of a grid of lines by the parameters and rights that switch them.
 void showLineColumns(ui::Grid& grid);
+/// Opens only cells that a rule would let change: no price where prices are fixed, of a gift only the quantity, nothing
+/// of the balancing line.
+void lockLineCells(ui::Grid& grid, const LineRules& rules);
 /// The line's field behind a column, as cell edits name it: "jh_dj" is "dj".
 QString lineFieldOf(std::string_view column);
 

@@ -14,12 +14,12 @@ inline constexpr ui::ColumnSpec stagingColumns[] = {
     {"dw_name", "单位", ui::ColumnKind::Text, 4},
     {"ts_dj", "单价", ui::ColumnKind::Money, 10, false, true},
     {"ts_sl", "数量", ui::ColumnKind::Quantity, 8, true, true},
+    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 6, false, true},
+    {"ts_zje", "总金额", ui::ColumnKind::Money, 11, true},
     {"ts_je", "金额", ui::ColumnKind::Money, 11, true},
     {"ts_tax", "税率(%)", ui::ColumnKind::Percent, 7, false, true},
     {"ts_taxdj", "含税单价", ui::ColumnKind::Money, 10, false, true},
     {"ts_taxje", "税额", ui::ColumnKind::Money, 9, true},
-    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 6, false, true},
-    {"ts_zje", "总金额", ui::ColumnKind::Money, 11, true},
     {"ts_note", "备注", ui::ColumnKind::Text, 8},
 };
 

@@ -1,0 +1,145 @@
+// The scanner at the document screens: no code is lost, whatever stands on top and wherever the focus is.
+#include "screens/harness/trading_test.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QThread>
+#include <QTimer>
+
+namespace jxc::test {
+namespace scan_test {
+
+constexpr QStringView kFrame = u"6900000000017";
+constexpr QStringView kCloth = u"6900000000031";
+constexpr QStringView kUnknown = u"6999999999999";
+
+class ScanScreenTest : public TradingScreenTest {
+ protected:
+  ScanScreenTest() {
+    addGoods({.sn = u"10000001"_qs, .name = u"板材镜架"_qs, .barcode = kFrame.toString(), .cost = 40, .stock = -1});
+    addGoods({.sn = u"10000003"_qs, .name = u"镜布"_qs, .barcode = kCloth.toString(), .cost = 2, .stock = 9});
+  }
+  static QString lines(ui::Screen& s, std::string_view quantity = "jh_sl") {
+    QStringList texts;
+    for (const Row row : s.grid("gridLines").rows())
+      texts << row.text("g_sn").right(1) + u'×' + row.text(quantity);
+    return texts.join(u' ');
+  }
+  static QString sold(ui::Screen& s) { return lines(s, "ls_sl"); }
+  /// What happens while the next box stands on top.
+  static void onNextBox(std::function<void(QMessageBox&)> then) {
+    QTimer::singleShot(0, qApp, [then] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return onNextBox(then);
+      then(*box);
+    });
+  }
+  /// The keys of a scanner, as they reach a box: to the button that has the focus.
+  static void scanInto(QMessageBox& box, QStringView code) {
+    QWidget* focus = box.focusWidget() ? box.focusWidget() : &box;
+    typeIn(*focus, code);
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_qs);
+    QApplication::sendEvent(focus, &enter);
+  }
+  static bool waitFor(const std::function<bool()>& done) {
+    for (int i = 0; i < 200 && !done(); ++i) {
+      QApplication::processEvents(QEventLoop::AllEvents, 10);
+      QThread::msleep(2);
+    }
+    return done();
+  }
+};
+
+// A code that nobody knows is refused and never stays in the input where the operator was typing.
+TEST_F(ScanScreenTest, CodesAreTakenOutOfOtherInputs) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    type(s, "tnote", u"急");
+    scan(s, kFrame);
+    EXPECT_EQ(lines(s), "1×1");
+    s.field("tnote").focus();
+    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    scan(s, kUnknown);
+    EXPECT_EQ(s.field("tnote").text(), u"急");
+    EXPECT_TRUE(s.field("tSptm").hasFocus());
+    // A short number in a hurry is a number, unless some goods has it for its code.
+    s.field("tnote").focus();
+    typeIn(*s.focusWidget(), u"123456");
+    press(s, "Return");
+    EXPECT_EQ(s.field("tnote").text(), u"123456");
+
+    // Hidden, the input still takes its codes.
+    s.findChild<QAction*>("btnPanelHide")->setChecked(true);
+    EXPECT_FALSE(s.field("tSptm").isVisible());
+    scan(s, kCloth);
+    EXPECT_EQ(lines(s), "1×1 3×1");
+    s.findChild<QAction*>("btnPanelHide")->setChecked(false);
+    EXPECT_TRUE(s.field("tSptm").hasFocus());
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
+// The next code comes while the refusal of the last one is still on the screen: the notice gives way, both are entered.
+TEST_F(ScanScreenTest, ANoticeGivesWayToTheNextCode) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    QString notice;
+    onNextBox([&](QMessageBox& box) {
+      notice = box.text();
+      scanInto(box, kFrame);
+      scanInto(box, kCloth);
+    });
+    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    scan(s, kUnknown);
+    EXPECT_TRUE(waitFor([&] { return lines(s) == "1×1 3×1"; })) << lines(s).toStdString();
+    EXPECT_TRUE(notice.startsWith(u"没有找到"));
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
+// A question is answered by a hand: the Enter of the next code is no yes, and a Y in it neither.
+TEST_F(ScanScreenTest, AQuestionIsNotAnsweredByTheNextCode) {
+  open("F_Spxs", [&](ui::Screen& s) {
+    s.field("tSptm").focus();
+    bool stayed = false;
+    onNextBox([&](QMessageBox& box) {
+      scanInto(box, kCloth);
+      scanInto(box, u"Y12345678");
+      stayed = box.isVisible();
+    });
+    expectQuestion(QString::fromUtf8(kSaleGoesShort), Answer::No);
+    expectNotice(u"当前仓库中没有找到与该条码匹配的商品，请检查！"_qs);
+    scan(s, kFrame);
+    EXPECT_TRUE(stayed);
+    EXPECT_TRUE(waitFor([&] { return expectationsLeft() == 0 && sold(s) == "3×1"; })) << sold(s).toStdString();
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
+// With the line dialog opening behind each code, the next code waits until the dialog is done.
+TEST_F(ScanScreenTest, TheLineDialogKeepsItsInputs) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    s.findChild<QAction*>("btnPanelModi")->setChecked(true);
+    s.field("tSptm").focus();
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      line.field("tsl").focus();
+      scan(line, kCloth);
+      EXPECT_EQ(line.field("tsl").number(), 1);
+      EXPECT_TRUE(line.isVisible());
+      type(line, "tsl", u"4");
+      press(line, "F5");
+    });
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) { press(line, "F5"); });
+    scan(s, kFrame);
+    EXPECT_TRUE(waitFor([&] { return expectationsLeft() == 0 && lines(s) == "1×4 3×1"; })) << lines(s).toStdString();
+    s.findChild<QAction*>("btnPanelModi")->setChecked(false);
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
+}  // namespace scan_test
+}  // namespace jxc::test
