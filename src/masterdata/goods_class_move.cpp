@@ -119,7 +119,51 @@ void moveBeside(const Move& move) {
   }
 }
 
+/// Hangs a class below another; its number stays.
+bool hang(const std::optional<GoodsClass>& moved, const std::optional<GoodsClass>& parent, Prompt& prompt) {
+  if (!moved || !parent || moved->isRoot() || moved->parentKey == parent->key) return false;
+  if (moved->key == parent->key || isBelow(*parent, *moved)) return false;
+  if (moved->number == u"1000") {
+    prompt.notice(QStringLiteral("该类别是系统内置类别，不能移动！"));
+    return false;
+  }
+  updateRow("jxc_goodsclass", moved->id, {{"gc_pid", parent->key}});
+  return true;
+}
+
+std::optional<GoodsClass> classWithKey(std::int64_t key) {
+  for (const GoodsClass& one : goodsClasses()) {
+    if (one.key == key) return one;
+  }
+  return {};
+}
+
 }  // namespace goods_class_move_detail
+
+bool raiseGoodsClass(std::int64_t id, Prompt& prompt) {
+  using namespace goods_class_move_detail;
+  const auto moved = classWithId(id);
+  const auto parent = moved ? classWithKey(moved->parentKey) : std::nullopt;
+  return parent && hang(moved, classWithKey(parent->parentKey), prompt);
+}
+
+bool lowerGoodsClass(std::int64_t id, Prompt& prompt) {
+  using namespace goods_class_move_detail;
+  const auto moved = classWithId(id);
+  if (!moved) return false;
+  std::optional<GoodsClass> before, after;
+  for (const GoodsClass& one : goodsClasses()) {
+    if (one.parentKey != moved->parentKey || one.id == id) continue;
+    if (one.key < moved->key) before = one;
+    if (one.key > moved->key && !after) after = one;
+  }
+  return hang(moved, after ? after : before, prompt);
+}
+
+bool hangGoodsClass(std::int64_t id, std::int64_t parent, Prompt& prompt) {
+  using namespace goods_class_move_detail;
+  return hang(classWithId(id), classWithId(parent), prompt);
+}
 
 bool moveGoodsClass(std::int64_t id, std::int64_t target, ClassPlacement placement, Prompt& prompt) {
   using namespace goods_class_move_detail;

@@ -15,4 +15,12 @@ enum class ClassPlacement { Below, NextLine, PreviousLine };
 /// the root, too deep, and a move of the built-in lens class out of its place.
 bool moveGoodsClass(std::int64_t id, std::int64_t target, ClassPlacement placement, Prompt& prompt);
 
+/// One level up in the tree, beside its parent, or one down, below the line after it, else the line before. Only the
+/// tree changes: the number stays, and the goods with it, until 类别移动 gives new ones. False when there is no such
+/// place; the built-in lens class is refused with a notice.
+bool raiseGoodsClass(std::int64_t id, Prompt& prompt);
+bool lowerGoodsClass(std::int64_t id, Prompt& prompt);
+/// The same to any other class: what dragging does.
+bool hangGoodsClass(std::int64_t id, std::int64_t parent, Prompt& prompt);
+
 }  // namespace jxc

@@ -3,6 +3,8 @@
 #include "core/pinyin.h"
 #include "core/text.h"
 
+#include <algorithm>
+
 namespace jxc {
 namespace goods_classes_detail {
 
@@ -40,6 +42,22 @@ bool nameIsMissing(const QString& name, Prompt& prompt) {
 
 bool hasGoods(const QString& number) {
   return !lookupValue("select top 1 g_sn from jxc_goods where gc_sn like ?", number + QLatin1Char('%')).isEmpty();
+}
+
+/// A class and all that hang below it in the tree, whatever their numbers.
+std::vector<GoodsClass> branchOf(const GoodsClass& top) {
+  const std::vector<GoodsClass> all = goodsClasses();
+  std::vector<GoodsClass> branch{top};
+  for (std::size_t i = 0; i < branch.size() && branch.size() <= all.size(); ++i) {
+    for (const GoodsClass& one : all) {
+      if (one.parentKey == branch[i].key && one.key != top.key) branch.push_back(one);
+    }
+  }
+  return branch;
+}
+
+bool haveGoods(const std::vector<GoodsClass>& classes) {
+  return std::any_of(classes.begin(), classes.end(), [](const GoodsClass& one) { return hasGoods(one.number); });
 }
 
 }  // namespace goods_classes_detail
@@ -106,15 +124,17 @@ bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
     return false;
   }
   const QString refusal = QStringLiteral("该类别下有商品信息，不能删除！");
-  if (hasGoods(goodsClass.number)) {
+  const std::vector<GoodsClass> branch = branchOf(goodsClass);
+  if (haveGoods(branch)) {
     prompt.notice(refusal);
     return false;
   }
   if (!prompt.ask(QStringLiteral("您确定要删除当前类别吗?"))) return false;
 
   Transaction transaction(accountDb());
-  if (hasGoods(goodsClass.number)) throw DbError(DbError::Kind::Other, refusal);
-  execSql("delete from jxc_goodsclass where gc_sn like ?", goodsClass.number + QLatin1Char('%'));
+  if (haveGoods(branch)) throw DbError(DbError::Kind::Other, refusal);
+  for (const GoodsClass& one : branch)
+    execSql("delete from jxc_goodsclass where id=?", one.id);
   transaction.commit();
   return true;
 }

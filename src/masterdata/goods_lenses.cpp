@@ -5,18 +5,24 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace jxc {
 namespace goods_lenses_detail {
 
+constexpr double kMostPairs = 9'999'999;  // more have no numbers of eight digits
+constexpr double kManyPairs = 5'000;      // a whole catalogue of one product; beyond it a bound is likely mistyped
+
+double countOf(const PowerRange& range) {
+  return std::floor((range.to - range.from) / range.step + 1e-9) + 1;
+}
+
 /// The powers of a range. They are counted, not added up: a hundred steps of 0.1 must not drift past the end.
 std::vector<double> powersOf(const PowerRange& range) {
   std::vector<double> powers;
-  for (int i = 0;; ++i) {
-    const double power = roundEps(range.from + i * range.step, 3);
-    if (power > range.to + 1e-9) return powers;
-    powers.push_back(power);
-  }
+  for (double i = 0; i < countOf(range); ++i)
+    powers.push_back(roundEps(range.from + i * range.step, 3));
+  return powers;
 }
 
 bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder, Prompt& prompt) {
@@ -30,20 +36,17 @@ bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const Power
   if (common.unit.isEmpty() || common.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
   if (sphere.to < sphere.from || sphere.step <= 0) return refuse(QStringLiteral("屈光度范围不正确！"));
   if (cylinder.to < cylinder.from || cylinder.step <= 0) return refuse(QStringLiteral("散光度范围不正确！"));
-  return mayKeepGoods(common, 0, prompt);
+  if (!mayKeepGoods(common, 0, prompt)) return false;
+  const double pairs = countOf(sphere) * countOf(cylinder);
+  if (pairs > kMostPairs) return refuse(QStringLiteral("范围太大：最多可以增加 9999999 个商品！"));
+  return pairs <= kManyPairs ||
+         prompt.ask(QStringLiteral("将增加 %1 个商品，确定增加吗？").arg(static_cast<qint64>(pairs)));
 }
 
 bool anyNumberTaken(std::int64_t first, std::int64_t last) {
   return !lookupValue("select top 1 g_sn from jxc_goods where len(g_sn)=? and g_sn>=? and g_sn<=?",
                       static_cast<int>(QString::number(first).size()), QString::number(first), QString::number(last))
               .isEmpty();
-}
-
-QStringList texts(const RowSet& rows) {
-  QStringList result;
-  for (const Row row : rows)
-    result << rows.text(row.index(), 0);
-  return result;
 }
 
 }  // namespace goods_lenses_detail
@@ -147,16 +150,16 @@ BoundStatement lensProductsStatement(const QString& typed) {
   return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", {like, like}};
 }
 
-QStringList lensNames(const QString& typed, const QString& warehouse) {
+BoundStatement lensNamesStatement(const QString& typed, const QString& warehouse) {
   const QString like = QLatin1Char('%') + sanitizeKeyword(typed.trimmed()) + QLatin1Char('%');
-  return goods_lenses_detail::texts(
-      warehouse.isEmpty()
-          ? openSelect(R"(select distinct g_name from jxc_goods where g_isjp<>0
-              and (g_sn like ? or g_name like ? or g_jm like ?) order by g_name)",
-                       like, like, like)
-          : openSelect(R"(select distinct a.g_name from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and b.ck_sn=?
-              and a.g_isjp<>0 and (a.g_sn like ? or a.g_name like ? or a.g_jm like ?) order by a.g_name)",
-                       warehouse, like, like, like));
+  if (warehouse.isEmpty()) {
+    return {R"(select distinct g_name from jxc_goods where g_isjp<>0
+        and (g_sn like ? or g_name like ? or g_jm like ?) order by g_name)",
+            {like, like, like}};
+  }
+  return {R"(select distinct a.g_name from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and b.ck_sn=?
+      and a.g_isjp<>0 and (a.g_sn like ? or a.g_name like ? or a.g_jm like ?) order by a.g_name)",
+          {warehouse, like, like, like}};
 }
 
 PowerTable lensPowerTable(const QString& name, const QString& warehouse) {

@@ -22,7 +22,8 @@ struct PowerRange {
 
 /// Adds one article for each pair of powers, with the prices and the commission of the draft, no stock, and numbers in
 /// a row behind the highest of the class. `common.name` is the product. Refusals in the order of the form; the number
-/// in the draft is checked but not used. Returns how many were added, nothing when refused or cancelled.
+/// in the draft is checked but not used. More than 5,000 are asked first. Returns how many were added, nothing when
+/// refused or cancelled.
 std::optional<int> addLensRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder,
                                 Prompt& prompt, const std::function<bool(int percent)>& progress = {});
 
@@ -44,7 +45,7 @@ struct PowerTable {
   std::vector<std::vector<std::optional<double>>> cells;
 };
 /// Names of lenses that match, for the choice of the table; in one warehouse or in all (empty).
-QStringList lensNames(const QString& typed, const QString& warehouse);
+BoundStatement lensNamesStatement(const QString& typed, const QString& warehouse);
 PowerTable lensPowerTable(const QString& name, const QString& warehouse);
 
 }  // namespace jxc

@@ -2,6 +2,8 @@
 
 #include "core/text.h"
 
+#include <array>
+
 namespace jxc {
 
 ContactRecord readContact(const PartnerSide& side, std::int64_t id) {
@@ -50,6 +52,23 @@ BoundStatement contactStatement(const PartnerSide& side, const QString& partner)
                   "order by a.lx_rq desc,a.id desc",
                   {side.diary, "a." + std::string(side.sn)}),
           {Value(partner)}};
+}
+
+namespace partner_contacts_detail {
+
+QString& handedOver(const PartnerSide& side) {
+  static std::array<QString, 2> partners;
+  return partners[&side == &customerSide ? 0 : 1];
+}
+
+}  // namespace partner_contacts_detail
+
+void handOverPartner(const PartnerSide& side, const QString& partner) {
+  partner_contacts_detail::handedOver(side) = partner;
+}
+
+QString handedOverPartner(const PartnerSide& side) {
+  return partner_contacts_detail::handedOver(side);
 }
 
 }  // namespace jxc

@@ -28,4 +28,9 @@ bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt);
 /// Records of a partner with the employee's name, the latest first.
 BoundStatement contactStatement(const PartnerSide& side, const QString& partner);
 
+/// The partner whose statement is asked for: a contact book hands him over before it opens the statement, which begins
+/// with him. Empty when the statement was opened by itself.
+void handOverPartner(const PartnerSide& side, const QString& partner);
+QString handedOverPartner(const PartnerSide& side);
+
 }  // namespace jxc

@@ -176,5 +176,31 @@ TEST_F(GoodsChangeTest, TheFourWalksKeepChildrenWithTheirParents) {
   static_cast<void>(inB), static_cast<void>(inC);
 }
 
+TEST_F(GoodsChangeTest, LevelsChangeTheTreeAloneAndABranchWithGoodsStays) {
+  const GoodsClass metal = addClass(frames.key, u"金属"_qs);
+  const GoodsClass care = addClass(1, u"护理"_qs);
+  addArticle(u"A1"_qs, u"钛架"_qs, metal.number);
+  EXPECT_FALSE(raiseGoodsClass(frames.id, prompt)) << "above it there is only the root";
+  EXPECT_TRUE(raiseGoodsClass(metal.id, prompt));
+  EXPECT_EQ(tree(), QStringList({u"所有类别< "_qs, u"镜片<所有类别 1000"_qs, u"镜架<所有类别 1001"_qs,
+                                 u"金属<所有类别 1001100"_qs, u"护理<所有类别 1002"_qs}));
+  EXPECT_TRUE(lowerGoodsClass(metal.id, prompt));  // below the line after it
+  EXPECT_TRUE(tree().contains(u"金属<护理 1001100"_qs));
+  EXPECT_TRUE(lowerGoodsClass(care.id, prompt));  // the last line goes below the one before
+  EXPECT_TRUE(tree().contains(u"护理<镜架 1002"_qs));
+
+  EXPECT_FALSE(hangGoodsClass(frames.id, metal.id, prompt)) << "not below its own branch";
+  EXPECT_FALSE(lowerGoodsClass(2, prompt));
+  EXPECT_EQ(prompt.lastNotice(), u"该类别是系统内置类别，不能移动！"_qs);
+
+  // The branch of 护理 holds goods of another number.
+  EXPECT_FALSE(deleteGoodsClass(care.id, prompt));
+  EXPECT_EQ(prompt.lastNotice(), u"该类别下有商品信息，不能删除！"_qs);
+  EXPECT_TRUE(hangGoodsClass(metal.id, frames.id, prompt));
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteGoodsClass(care.id, prompt));
+  EXPECT_TRUE(tree().contains(u"金属<镜架 1001100"_qs));
+}
+
 }  // namespace goods_change_test
 }  // namespace jxc

@@ -117,8 +117,13 @@ TEST_F(GoodsLensesTest, PowerTableStandsByTheTextOfThePowers) {
   put("1", "-1.25", "-0.5", 7);
   put("2", "-1.25", "-0.75", 8);
   put("3", "-1.250", "-0.5", 9);
-  EXPECT_EQ(lensNames(u"1.6"_qs, {}), QStringList(u"1.60"_qs));
-  EXPECT_EQ(lensNames(u"1.6"_qs, u"100002"_qs), QStringList());
+  const auto names = [](const QString& typed, const QString& warehouse) {
+    const BoundStatement statement = lensNamesStatement(typed, warehouse);
+    return openSelectWith(statement.sql, statement.values);
+  };
+  ASSERT_EQ(names(u"1.6"_qs, {}).rowCount(), 1);
+  EXPECT_EQ(names(u"1.6"_qs, {}).text(0, 0), u"1.60"_qs);
+  EXPECT_EQ(names(u"1.6"_qs, u"100002"_qs).rowCount(), 0);
   const PowerTable table = lensPowerTable(u"1.60"_qs, {});
   EXPECT_EQ(table.spheres, QStringList({u"-1.25"_qs, u"-1.250"_qs}));
   EXPECT_EQ(table.cylinders, QStringList({u"-0.5"_qs, u"-0.75"_qs}));

@@ -5,6 +5,7 @@
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_lenses.h"
+#include "masterdata/screens/spxxgl.h"
 #include "screens/harness/screen_test.h"
 
 #include <QElapsedTimer>
@@ -87,6 +88,35 @@ TEST_F(CatalogFileTest, TheFirstRowsComeAtOnceAndTypingWaitsForNothing) {
   EXPECT_EQ(grid.currentNumber("g_sj"), 99);
   EXPECT_EQ(grid.currentRow(), grid.rowCount() - 5);
   screen.done(0);
+}
+
+TEST_F(CatalogFileTest, WhatAnotherStationWritesComesIntoTheList) {
+  const auto elsewhere = openSqlite(folder_.filePath(QStringLiteral("jxc.mdb")));
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    auto& catalogue = static_cast<TF_Spxxgl&>(s);
+    catalogue.gridSp.waitLoaded();
+    type(s, "tkey", u"渐进");
+    EXPECT_TRUE(catalogue.gridSp.isEmpty());
+    elsewhere->execute("update jxc_goods set g_name='渐进多焦点' where g_sn='20000003'");
+
+    catalogue.gridSp.view()->selectAll();
+    catalogue.followOtherStations();
+    catalogue.gridSp.waitLoaded();
+    EXPECT_EQ(catalogue.gridSp.rowCount(), 1) << "the search stands over the new rows";
+    EXPECT_EQ(catalogue.gridSp.currentText("g_sn"), u"20000003"_qs);
+
+    // Marked goods wait for their command.
+    type(s, "tkey", u"");
+    catalogue.gridSp.view()->selectAll();
+    elsewhere->execute("delete from jxc_goods where g_sn='20000003'");
+    catalogue.followOtherStations();
+    catalogue.gridSp.waitLoaded();
+    EXPECT_EQ(catalogue.gridSp.rowCount(), rows_);
+    catalogue.gridSp.selectRow(0);
+    catalogue.followOtherStations();
+    catalogue.gridSp.waitLoaded();
+    EXPECT_EQ(catalogue.gridSp.rowCount(), rows_ - 1);
+  });
 }
 
 }  // namespace catalog_file_test

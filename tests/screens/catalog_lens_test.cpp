@@ -1,9 +1,13 @@
 // Lenses in the catalogue: one, a range, a change; the library; wholesale prices.
+#include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "screens/harness/screen_test.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QRadioButton>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QTreeWidget>
 
 namespace jxc::test {
@@ -86,6 +90,38 @@ TEST_F(ScreenTest, LensesAreAddedFromTheLibraryAndByRangeAndChanged) {
     list.findChild<QAction*>(QStringLiteral("btnRTc"))->trigger();
   });
   EXPECT_EQ(lookupValue("select g_jgtc2 from jxc_goods where g_sn='20000002'"), u"1"_qs);
+}
+
+TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
+  const auto add = [&](const char16_t* number, const char16_t* sphere, const char16_t* cylinder, double stock) {
+    GoodsDraft draft;
+    draft.number = QString::fromUtf16(number);
+    draft.name = u"1.60非球面"_qs;
+    draft.unit = u"片"_qs;
+    draft.classNumber = u"1000"_qs;
+    draft.warnSameName = false;
+    draft.lens = LensPowers{draft.name, QString::fromUtf16(sphere), QString::fromUtf16(cylinder)};
+    draft.openingStock = stock;
+    draft.warehouse = u"100001"_qs;
+    ASSERT_TRUE(addGoods(draft, prompt));
+  };
+  add(u"20000001", u"-1.5", u"-0.25", 3);
+  add(u"20000002", u"-1.25", u"-0.5", 7);
+  add(u"20000003", u"-1.25", u"-0.25", 0.5);
+  open("F_Kccx", [&](ui::Screen& s) {
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    auto& table = *s.findChild<QTableWidget*>(u"StringGridJp"_qs);
+    ASSERT_EQ(s.grid("gridJp4").rowCount(), 1);
+    EXPECT_EQ(table.verticalHeaderItem(0)->text(), u"-1.25"_qs);
+    EXPECT_EQ(table.horizontalHeaderItem(1)->text(), u"-0.5"_qs);
+    EXPECT_EQ(table.item(0, 1)->text(), u"7.00"_qs);
+    EXPECT_EQ(table.item(1, 0)->text(), u"3.00"_qs);
+    EXPECT_EQ(table.item(1, 1), nullptr) << "no article has that pair";
+    EXPECT_EQ(s.findChild<QLabel*>(u"lSum4"_qs)->text(), u"库存合计：10.50"_qs);
+    type(s, "tKey4", u"1.74");
+    press(s, "F2");
+    EXPECT_EQ(table.rowCount(), 0);
+  });
 }
 
 }  // namespace catalog_lens_test

@@ -1,6 +1,7 @@
 // The catalogue: classes at the left, goods at the right, search as one types.
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
+#include "masterdata/screens/spxxgl.h"
 #include "screens/harness/screen_test.h"
 
 #include <QAction>
@@ -233,6 +234,29 @@ TEST_F(CatalogListTest, ClassAndCostOfMarkedGoodsAndAClassMoved) {
     chooseClass(s, u"板材"_qs);
     EXPECT_EQ(shown(s).size(), 2);
   });
+}
+
+TEST_F(CatalogListTest, AClassChangesItsLevelByKeysAndByDragging) {
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    chooseClass(s, u"板材"_qs);
+    pressIn(tree(s), "Ctrl+Left");
+    EXPECT_EQ(tree(s).currentItem()->parent()->text(0), u"所有类别"_qs);
+    EXPECT_EQ(shown(s), QStringList(u"30000002"_qs)) << "its goods stay its own";
+    pressIn(tree(s), "Ctrl+Right");
+    EXPECT_EQ(tree(s).currentItem()->parent()->text(0), u"镜架"_qs);
+    chooseClass(s, u"所有类别"_qs);
+    pressIn(tree(s), "Ctrl+Right");
+    EXPECT_EQ(lookupValue("select gc_pid from jxc_goodsclass where gc_key=1"), u"0"_qs);
+
+    EXPECT_FALSE(tree(s).acceptDrops());
+    s.findChild<QAction*>(u"btnDrag"_qs)->trigger();
+    EXPECT_TRUE(tree(s).acceptDrops());
+    chooseClass(s, u"板材"_qs);
+    static_cast<TF_Spxxgl&>(s).classes().hangBelow(2);
+    EXPECT_EQ(tree(s).currentItem()->text(0), u"板材"_qs);
+    EXPECT_EQ(tree(s).currentItem()->parent()->text(0), u"镜片"_qs);
+  });
+  EXPECT_EQ(lookupValue("select gc_sn from jxc_goodsclass where gc_pid=2"), u"1001100"_qs);
 }
 
 }  // namespace catalog_list_test

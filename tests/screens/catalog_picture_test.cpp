@@ -1,10 +1,13 @@
 // Pictures of goods: files beside the database, always JPEG.
 #include "core/program_directory.h"
+#include "masterdata/screens/goods_camera.h"
 #include "masterdata/screens/goods_picture.h"
+#include "platform/camera/camera.h"
 #include "screens/harness/screen_test.h"
 
 #include <QFile>
 #include <QImage>
+#include <QLabel>
 #include <QTemporaryDir>
 
 namespace jxc::test {
@@ -40,6 +43,31 @@ TEST_F(CatalogPictureTest, AnyPictureBecomesTheJpegOfItsNumber) {
   EXPECT_TRUE(QFile::exists(file(u"picture/_._.._x.jpg"_qs)));
   removeGoodsPicture(u"30000001"_qs);
   EXPECT_FALSE(QFile::exists(file(u"picture/30000001.jpg"_qs)));
+}
+
+TEST_F(CatalogPictureTest, WithoutACameraThatIsSaidAndWithOneThePictureIsTaken) {
+  if (isCameraConnected()) GTEST_SKIP() << "a camera is connected";
+  open("F_Spxxgl_Add", [&](ui::Screen& s) {
+    expectNotice(u"没有找到摄像头，请连接摄像头后再试，或者选择图片文件！"_qs);
+    press(s, "Ctrl+T");
+  });
+
+  auto& camera = ui::screenAs<TF_Spxxgl_Cam>("F_Spxxgl_Cam");
+  open(camera, [&](ui::Screen& s) {
+    EXPECT_TRUE(s.findChild<QLabel*>(u"imageCam"_qs)->text().startsWith(u"没有找到摄像头"_qs));
+    EXPECT_FALSE(s.command("btnOK").isEnabled());
+    press(s, "F5");
+    EXPECT_TRUE(s.isVisible());
+    // What the camera of another machine would see.
+    QImage frame(640, 480, QImage::Format_RGB32);
+    frame.fill(Qt::darkGreen);
+    camera.frameCame(frame);
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  });
+  EXPECT_EQ(QImage(cameraPictureFile()).size(), QSize(640, 480));
+  saveGoodsPicture(u"30000009"_qs, cameraPictureFile());
+  EXPECT_TRUE(QFile::exists(file(u"picture/30000009.jpg"_qs)));
 }
 
 }  // namespace catalog_picture_test

@@ -81,6 +81,11 @@ TEST_F(DictionaryTest, DepartmentsLevelsAndKinds) {
     EXPECT_EQ(s.grid("gridDept").rowCount(), 1);
   });
 
+  open("F_User", [&](ui::Screen& s) {
+    expectScreen("F_Dept", {});
+    press(s, "F7");
+  });
+
   open("F_Khgl_Type", [&](ui::Screen& s) {
     expectScreen("F_Name", [&](ui::Screen& modi) {
       type(modi, "tname", u"");

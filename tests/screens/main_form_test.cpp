@@ -140,11 +140,25 @@ TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
   pressIn(*form.focusWidget(), "9");
   EXPECT_EQ(form.currentPage(), ui::Page::Purchasing);  // active again
 
+  int mails = 0;
+  mainFormHooks().sendMail = [&] { ++mails; };
   expectScreen("F_Xtsd", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("tname").text(), QStringLiteral("admin"));
     press(s, "Esc");
     press(s, "Alt+F4");
+    s.close();  // what the close box of a window manager does
     EXPECT_TRUE(s.isVisible());
+    // Nothing comes up over the lock, and nothing below it takes a key.
+    EXPECT_EQ(QApplication::activeModalWidget(), &s);
+    form.Timer1.start(0);
+    form.Timeremail.start(0);
+    settle();
+    settle();
+    EXPECT_EQ(mails, 0);
+    pressIn(form, "F2");
+    pressIn(form, "1");
+    pressIn(form, "Esc");
+    EXPECT_EQ(QApplication::activeModalWidget(), &s);
     expectNotice(QStringLiteral("用户密码错误，请重新输入！"));
     type(s, "tpwd", u"Abcd");
     press(s, "F5");
@@ -152,8 +166,11 @@ TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
     type(s, "tpwd", u"Abc");
     press(s, "F5");
     EXPECT_FALSE(s.isVisible());
+    expectScreen("F_Mryt", {});  // what waited comes once the operator is back
   });
   pressIn(form, "F2");
+  settle();
+  mainFormHooks() = {};
 }
 
 TEST_F(MainFormTest, CommandsAreFoundByNameAndInitials) {

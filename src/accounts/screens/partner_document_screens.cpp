@@ -88,7 +88,7 @@ constexpr ui::FieldSpec kDueFields[] = {
     {"kh_ye", "当前余额：", FieldKind::Total, "", 0, ui::ReadOnly},
     {"tgsj", "金额：", FieldKind::Money},
     {"comUser", "经办人：", FieldKind::Combo},
-    {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note", 0, ui::OffersRemarks},
 };
 constexpr ui::FieldSpec kPaymentFields[] = {
     {"tdjh", "单据号：", FieldKind::Text, "jxc_ysyfk_dj.gl_djh", 0, ui::ReadOnly},
@@ -99,7 +99,7 @@ constexpr ui::FieldSpec kPaymentFields[] = {
     {"tgsj", "金额：", FieldKind::Money},
     {"tmlje", "抹零：", FieldKind::Money},
     {"comUser", "经办人：", FieldKind::Combo},
-    {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note", 0, ui::OffersRemarks},
 };
 constexpr ui::CommandSpec kEntryCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 

@@ -139,7 +139,7 @@ constexpr ui::FieldSpec kReceiptFields[] = {
     {"comYhzh", "账户：", FieldKind::Combo},
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
-    {"tnote", "备注：", FieldKind::Text, "", 100},
+    {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
     {"chkQk", "该单据已收款，直接清除本单据的欠款(不改变该客户的应收款)", FieldKind::Check},
 };
 constexpr ui::FieldSpec kPaymentFields[] = {
@@ -153,7 +153,7 @@ constexpr ui::FieldSpec kPaymentFields[] = {
     {"comYhzh", "账户：", FieldKind::Combo},
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
-    {"tnote", "备注：", FieldKind::Text, "", 100},
+    {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
     {"chkQk", "该单据已付款，直接清除本单据的欠款(不改变该供货商的应付款)", FieldKind::Check},
 };
 constexpr ui::CommandSpec kSaveCommands[] = {{"btnSave", "保存", "F5"}, {"btnCancel", "取消", "Esc"}};

@@ -71,12 +71,15 @@ constexpr ui::FieldSpec kLineFields[] = {
     {"tfyje", "金额：", FieldKind::Money},
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
-    {"tnote", "备注：", FieldKind::Text, "jxc_xjyh.xj_note"},
+    {"tnote", "备注：", FieldKind::Text, "jxc_xjyh.xj_note", 0, ui::OffersRemarks},
 };
 constexpr ui::FieldSpec kTransferFields[] = {
-    {"comYhzh", "出款账户：", FieldKind::Combo}, {"comYhzh1", "入款账户：", FieldKind::Combo},
-    {"tfyje", "金额：", FieldKind::Money},       {"comUser", "经办人：", FieldKind::Combo},
-    {"dateCg", "日期：", FieldKind::Date},       {"tnote", "备注：", FieldKind::Text, "jxc_xjyh.xj_note"},
+    {"comYhzh", "出款账户：", FieldKind::Combo},
+    {"comYhzh1", "入款账户：", FieldKind::Combo},
+    {"tfyje", "金额：", FieldKind::Money},
+    {"comUser", "经办人：", FieldKind::Combo},
+    {"dateCg", "日期：", FieldKind::Date},
+    {"tnote", "备注：", FieldKind::Text, "jxc_xjyh.xj_note", 0, ui::OffersRemarks},
 };
 constexpr ui::CommandSpec kEntryCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 

@@ -105,7 +105,8 @@ TF_MainForm::TF_MainForm() : prompt_(this) {
   });
   Timeremail.setSingleShot(true);
   Timeremail.setInterval(120000);
-  connect(&Timeremail, &QTimer::timeout, this, [] {
+  connect(&Timeremail, &QTimer::timeout, this, [this] {
+    if (locked_) return Timeremail.start();  // sending shows a window: not over the lock
     if (mainFormHooks().sendMail) mainFormHooks().sendMail();
   });
   clockTimer_.setInterval(1000);
@@ -403,6 +404,8 @@ void TF_MainForm::changeOperatorClick() {
 }
 
 void TF_MainForm::reminders() {
+  // Who locks the screen, or opens one, before they have come: they wait, nothing comes up over either.
+  if (busy_) return Timer1.start();
   Timer1.stop();
   const main_form_detail::Busy busy(busy_);
   if (showsDailyTip()) ui::openScreen("F_Mryt");
@@ -466,6 +469,7 @@ bool TF_MainForm::typeAhead(const QString& text) {
 }
 
 void TF_MainForm::keyPressEvent(QKeyEvent* event) {
+  if (busy_) return;  // a screen or the lock stands over the window
   const int key = event->key();
   const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
   if (modifiers == Qt::ControlModifier) {
@@ -483,7 +487,7 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
       return openHelp(prompt_);
     case Qt::Key_F2: {
       {
-        const main_form_detail::Busy busy(busy_);
+        const main_form_detail::Busy busy(busy_), locked(locked_);
         ui::openScreen("F_Xtsd");
       }
       return formActivate();

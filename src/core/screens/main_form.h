@@ -83,6 +83,7 @@ class TF_MainForm : public QWidget {
   QString typed_;  // initials typed so far
   QTimer typedTimer_;
   bool loggedIn_ = false;
+  bool locked_ = false;         // the screen lock is up: no timer may show a window
   bool busy_ = false;           // a command is running: its screens come and go, and the window is not "active again"
   QElapsedTimer sinceCommand_;  // the desktop tells of the window's return a little after the command has ended
   bool leaving_ = false;

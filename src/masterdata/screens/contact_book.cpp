@@ -125,17 +125,14 @@ class BookScreen : public ui::Screen {
   struct Description {
     const ui::ScreenSpec& spec;
     const PartnerSide& side;
-    std::string_view add, modify;         // screens of one record
-    std::string_view statement, command;  // the statement's screen, and the command that guards it
+    std::string_view add, modify;  // screens of one record
+    std::string_view command;      // that opens the statement, guarded by its right
   };
 
   explicit BookScreen(const Description& description);
 
  protected:
-  void activate() override {
-    command("btnZw").setVisible(ui::isScreenRegistered(description_.statement));
-    search_.begin();
-  }
+  void activate() override { search_.begin(); }
 
  private:
   void show();
@@ -162,10 +159,8 @@ BookScreen::BookScreen(const Description& description)
   right.group(QStringLiteral("联系资料")).form({"tname", "tlxr ttele", "tzone tlwje", "taddress", "tnote"});
   field("tlwje").setLabel(customers ? QStringLiteral("应收余额：") : QStringLiteral("应付余额："));
   right.page("cxTab1", QStringLiteral("联系记录")).grid("gridLx").buttons("btnAdd btnModi btnDele |");
-  right.page("cxTab2", customers ? QStringLiteral("客户账务") : QStringLiteral("供货商账务"))
-      .grid("gridZw")
-      .buttons("btnZw |");
-  area.buttons("| btnCancel");
+  right.page("cxTab2", customers ? QStringLiteral("客户账务") : QStringLiteral("供货商账务")).grid("gridZw");
+  area.buttons("btnZw | btnCancel");
   list_.onCurrentChanged([this] { show(); });
   list_.onLoaded([this] { show(); });
   field("tkey").onEnter([this] {
@@ -183,7 +178,12 @@ BookScreen::BookScreen(const Description& description)
   on(command("btnDele"), [this] {
     if (diary_.currentId() != 0 && deleteContact(description_.side, diary_.currentId(), prompt())) diary_.reload();
   });
-  on(command("btnZw"), [this] { runCommand(description_.command, prompt()); });
+  on(command("btnZw"), [this] {
+    if (!partner_books::isPartnerChosen(description_.side, partner(), prompt())) return;
+    handOverPartner(description_.side, partner());
+    runCommand(description_.command, prompt());
+    handOverPartner(description_.side, {});
+  });
   resize(1180, 640);
 }
 
@@ -207,10 +207,10 @@ void BookScreen::show() {
                partnerTypeText(partner_books::typeOf(side)), partner());
 }
 
-constexpr BookScreen::Description kCustomers{kCustomerBook,   customerSide, "F_Khzhgl_Add",
-                                             "F_Khzhgl_Modi", "F_WlzwKh",   "btn_Menu2_Btn5"};
-constexpr BookScreen::Description kSuppliers{kSupplierBook,    supplierSide, "F_GhsZhgl_Add",
-                                             "F_GhsZhgl_Modi", "F_WlzwGhs",  "btn_Menu1_Btn3"};
+constexpr BookScreen::Description kCustomers{kCustomerBook, customerSide, "F_Khzhgl_Add", "F_Khzhgl_Modi",
+                                             "btn_Menu2_Btn5"};
+constexpr BookScreen::Description kSuppliers{kSupplierBook, supplierSide, "F_GhsZhgl_Add", "F_GhsZhgl_Modi",
+                                             "btn_Menu1_Btn3"};
 
 struct TF_Khzhgl : BookScreen {
   TF_Khzhgl() : BookScreen(kCustomers) {}

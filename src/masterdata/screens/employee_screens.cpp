@@ -25,11 +25,9 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"u_note", "备注", ColumnKind::Text, 24},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridUser", "员工列表", kColumns, "还没有员工，按F2增加"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "增加", "F2"},
-                                         {"btnModi", "修改", "F3"},
-                                         {"btnDele", "删除", "Ctrl+D"},
-                                         {"btnRJy", "禁用/启用", "F6"},
-                                         {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "增加", "F2"},      {"btnModi", "修改", "F3"},
+                                         {"btnDele", "删除", "Ctrl+D"}, {"btnRJy", "禁用/启用", "F6"},
+                                         {"btnDept", "部门设置", "F7"}, {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kList = {
     .name = "F_User", .title = "员工设置", .grids = kGrids, .commands = kCommands, .focus = "gridUser"};
 
@@ -84,6 +82,10 @@ TF_User::TF_User()
   row("btnRJy", [](std::int64_t id) {
     toggleEmployeeDisabled(id);
     return true;
+  });
+  whole("btnDept", [] {
+    ui::openScreen("F_Dept");
+    return false;  // no department stands in the rows
   });
   rowActivated("btnModi");
   list.setRowLook([](const Row& row) { return row.flag("u_jy") ? ui::RowLook::Muted : ui::RowLook::Normal; });

@@ -1,6 +1,9 @@
 #include "masterdata/screens/goods_class_tree.h"
 
+#include "masterdata/goods_class_move.h"
+
 #include <QAction>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -154,6 +157,48 @@ void GoodsClassTree::offerEditing() {
   addMenuCommand("btnAdd", QStringLiteral("增加下级类别(Ins)"), false, [this] { create(); });
   addMenuCommand("btnRename", QStringLiteral("类别改名(Ctrl+R)"), true, [this] { rename(); });
   addMenuCommand("btnDel", QStringLiteral("删除类别(Del)"), true, [this] { remove(); });
+  addMenuCommand("btnUpLevel", QStringLiteral("上升一级(Ctrl+←)"), true, [this] { changeLevel(raiseGoodsClass); });
+  addMenuCommand("btnDownLevel", QStringLiteral("下降一级(Ctrl+→)"), true, [this] { changeLevel(lowerGoodsClass); });
+  auto* drag = addMenuCommand("btnDrag", QStringLiteral("允许拖动类别"), true, [] {});
+  drag->setCheckable(true);
+  connect(drag, &QAction::toggled, this, [this](bool on) { allowDragging(on); });
+  tree_->setDropIndicatorShown(true);
+  tree_->setDragDropOverwriteMode(true);
+  tree_->viewport()->installEventFilter(this);
+}
+
+void GoodsClassTree::changeLevel(bool (*change)(std::int64_t id, Prompt& prompt)) {
+  const auto chosen = current();
+  if (!chosen || chosen->isRoot() || !change(chosen->id, prompt_)) return;
+  reload();
+  selectKey(chosen->key);
+}
+
+void GoodsClassTree::allowDragging(bool on) {
+  tree_->setDragEnabled(on);
+  tree_->setAcceptDrops(on);
+  tree_->setDragDropMode(on ? QAbstractItemView::InternalMove : QAbstractItemView::NoDragDrop);
+}
+
+// The rule moves the class; the tree is read anew afterwards and never moves items by itself.
+bool GoodsClassTree::dropped(QEvent& event) {
+  auto& drop = static_cast<QDropEvent&>(event);
+  drop.setDropAction(Qt::IgnoreAction);
+  drop.accept();
+  const std::int64_t parent = goods_class_tree_detail::keyOf(tree_->itemAt(drop.position().toPoint()));
+  // After the drag has ended: the rule may have something to say.
+  QMetaObject::invokeMethod(
+      this, [this, parent] { hangBelow(parent); }, Qt::QueuedConnection);
+  return true;
+}
+
+void GoodsClassTree::hangBelow(std::int64_t parentKey) {
+  const auto moved = current();
+  const auto parent =
+      std::find_if(classes_.begin(), classes_.end(), [&](const GoodsClass& one) { return one.key == parentKey; });
+  if (!moved || parent == classes_.end() || !hangGoodsClass(moved->id, parent->id, prompt_)) return;
+  reload();
+  selectKey(moved->key);
 }
 
 void GoodsClassTree::create() {
@@ -194,6 +239,7 @@ void GoodsClassTree::remove() {
 }
 
 bool GoodsClassTree::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Drop && watched == tree_->viewport()) return dropped(*event);
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& key = static_cast<QKeyEvent&>(*event);
   const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
@@ -208,13 +254,15 @@ bool GoodsClassTree::eventFilter(QObject* watched, QEvent* event) {
       activated_();
       return true;
     }
+    const bool control = key.modifiers() == Qt::ControlModifier;
+    const char* wanted = key.key() == Qt::Key_Insert             ? "btnAdd"
+                         : key.key() == Qt::Key_Delete           ? "btnDel"
+                         : control && key.key() == Qt::Key_R     ? "btnRename"
+                         : control && key.key() == Qt::Key_Left  ? "btnUpLevel"
+                         : control && key.key() == Qt::Key_Right ? "btnDownLevel"
+                                                                 : "";
     for (const auto& [action, notForRoot] : commands_) {
-      const QString wanted = key.key() == Qt::Key_Insert   ? QStringLiteral("btnAdd")
-                             : key.key() == Qt::Key_Delete ? QStringLiteral("btnDel")
-                             : key.key() == Qt::Key_R && key.modifiers() == Qt::ControlModifier
-                                 ? QStringLiteral("btnRename")
-                                 : QString();
-      if (action->objectName() != wanted) continue;
+      if (action->objectName() != QLatin1String(wanted)) continue;
       if (const auto chosen = current(); chosen && !(notForRoot && chosen->isRoot())) action->trigger();
       return true;
     }

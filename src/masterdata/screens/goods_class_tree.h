@@ -34,8 +34,11 @@ class GoodsClassTree : public QWidget {
 
   void onCurrentChanged(std::function<void()> hook) { currentChanged_ = std::move(hook); }
   void onActivated(std::function<void()> hook) { activated_ = std::move(hook); }  // Enter, double click
-  /// Create, rename and delete, in the menu and by Ins, Ctrl+R and Del in the tree.
+  /// Create, rename and delete, a level up and down, dragging: in the menu, and by Ins, Ctrl+R, Del, Ctrl+Left and
+  /// Ctrl+Right in the tree. Dragging must be switched on in the menu: nobody moves a class by a slip of the hand.
   void offerEditing();
+  /// Hangs the current class below the one with this key: what dragging ends in.
+  void hangBelow(std::int64_t parentKey);
   /// An entry of the pop-up menu; not for the root when `notForRoot`.
   QAction* addMenuCommand(const char* name, const QString& text, bool notForRoot, std::function<void()> action);
 
@@ -49,6 +52,9 @@ class GoodsClassTree : public QWidget {
   void create();
   void rename();
   void remove();
+  void changeLevel(bool (*change)(std::int64_t id, Prompt& prompt));
+  void allowDragging(bool on);
+  bool dropped(QEvent& event);
   void renamed(QTreeWidgetItem* item);
   void selectKey(std::int64_t key);
 

@@ -5,9 +5,11 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/screens/dwgl.h"
+#include "masterdata/screens/goods_camera.h"
 #include "masterdata/screens/goods_class_picker.h"
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/units.h"
+#include "platform/camera/camera.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -167,7 +169,8 @@ void GoodsForm::placePicture(ui::Panel& side) {
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setFrameShape(QFrame::Box);
   picture_->setFixedSize(fontMetrics().averageCharWidth() * 26, fontMetrics().height() * 9);
-  side.widget(picture_).buttons("btnPic").stretch();
+  side.widget(picture_).buttons("btnPic").buttons("btnCam").stretch();
+  on(command("btnCam"), [this] { takePicture(); });
   on(command("btnPic"), [this] { choosePicture(); });
 }
 
@@ -175,13 +178,25 @@ void GoodsForm::choosePicture() {
   const QString file =
       QFileDialog::getOpenFileName(this, QStringLiteral("选择图片"), {},
                                    QStringLiteral("图片文件 (*.bmp *.gif *.png *.jpg *.jpeg *.BMP *.GIF *.PNG *.JPG)"));
-  if (file.isEmpty()) return;
+  if (!file.isEmpty()) usePicture(file);
+}
+
+void GoodsForm::usePicture(const QString& file) {
   showPicture(file);
   if (picture_->pixmap(Qt::ReturnByValue).isNull()) {
     prompt().notice(QStringLiteral("图片文件不能读取，请选择其他图片！"));
     return;
   }
   chosenPicture_ = file;
+}
+
+void GoodsForm::takePicture() {
+  if (!isCameraConnected()) {
+    prompt().notice(QStringLiteral("没有找到摄像头，请连接摄像头后再试，或者选择图片文件！"));
+    return;
+  }
+  const QString file = ui::screenAs<TF_Spxxgl_Cam>("F_Spxxgl_Cam").shoot();
+  if (!file.isEmpty()) usePicture(file);
 }
 
 void GoodsForm::showPicture(const QString& file) {
@@ -198,6 +213,7 @@ void GoodsForm::savePicture(const QString& number) {
   const QString file = std::exchange(chosenPicture_, QString());
   try {
     saveGoodsPicture(number, file);
+    if (file == cameraPictureFile()) QFile::remove(file);
   } catch (const std::runtime_error& failure) {
     // The article is saved; its picture can be chosen again.
     prompt().notice(QString::fromUtf8(failure.what()));

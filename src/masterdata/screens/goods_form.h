@@ -62,6 +62,9 @@ class GoodsForm : public ui::Screen {
   ui::Field& g_bz = field("g_bz");
   ui::Field& g_gdcbj = field("g_gdcbj");
 
+  /// Takes a file as the picture of the article, kept with its next save; tells when it is no picture.
+  void usePicture(const QString& file);
+
  protected:
   GoodsForm(const ui::ScreenSpec& spec, GoodsClassTree::Show classes);
 
@@ -83,7 +86,7 @@ class GoodsForm : public ui::Screen {
   void pictureFollows(const QString& numberBefore, std::int64_t id);
   static std::optional<GoodsClass> goodsClassNumbered(const std::optional<QString>& number);
 
-  /// The picture at the side of the form, with its command below.
+  /// The picture at the side of the form, with its commands below: from a file (btnPic), from the camera (btnCam).
   void placePicture(ui::Panel& side);
   void showPicture(const QString& file);
   void savePicture(const QString& number);
@@ -93,6 +96,7 @@ class GoodsForm : public ui::Screen {
   void unitChanged();
   void showCommission();
   void choosePicture();
+  void takePicture();
 
   GoodsClassTree::Show classes_;
   std::optional<GoodsClass> class_;

@@ -3,6 +3,7 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "engine/writes_of_others.h"
 #include "masterdata/goods.h"
 #include "masterdata/screens/goods_class_picker.h"
 #include "masterdata/screens/goods_picture.h"
@@ -14,10 +15,13 @@
 #include "ui/progress.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTableView>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -76,6 +80,8 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
                                     .grids = kGrids,
                                     .commands = kCommands,
                                     .focus = "tkey"};
+
+constexpr int kWatch = 5000;  // ms between looks at what other stations have written
 
 constexpr std::string_view kCostColumns[] = {"g_jj", "g_scjj", "g_pjjj"};
 constexpr std::string_view kLevelColumns[] = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
@@ -137,6 +143,8 @@ TF_Spxxgl::TF_Spxxgl()
   adding("btnRAddJp", [this] { return ui::screenAs<TF_Spxxgl_Add2>("F_Spxxgl_Add2").addTo(tree_->current()) > 0; });
   adding("btnRAddPl", [this] { return ui::screenAs<TF_Spxxgl_Add3>("F_Spxxgl_Add3").addTo(tree_->current()); });
   addCommands();
+  watch_.setInterval(spxxgl_detail::kWatch);
+  connect(&watch_, &QTimer::timeout, this, [this] { followOtherStations(); });
 }
 
 void TF_Spxxgl::addCommands() {
@@ -264,6 +272,7 @@ void TF_Spxxgl::activate() {
   commission_->setVisible(hasRight("qtcz", 19));
   tree_->search().clear();
   tree_->reload();
+  written_ = writesOfOthers(accountDb());
   load();
 }
 
@@ -298,6 +307,29 @@ void TF_Spxxgl::load() {
   }
   const BoundStatement statement = goodsListStatement(filter);
   gridSp.loadQuery(statement);
+}
+
+void TF_Spxxgl::showEvent(QShowEvent* event) {
+  watch_.start();
+  Screen::showEvent(event);
+}
+
+void TF_Spxxgl::hideEvent(QHideEvent* event) {
+  watch_.stop();
+  Screen::hideEvent(event);
+}
+
+// Another station may have written: the list is read anew, behind what the operator does, and he keeps his row. Goods
+// that he has marked stay marked: then, and while a dialog stands over the list, it waits.
+void TF_Spxxgl::followOtherStations() {
+  if (gridSp.isLoading() || QApplication::activeModalWidget() != this) return;
+  if (gridSp.view()->selectionModel()->selectedRows().size() > 1) return;
+  const auto written = writesOfOthers(accountDb());
+  if (written && written == written_) return;
+  // Without a cheap way to ask, the list is read every minute.
+  if (!written && ++looks_ % (60000 / spxxgl_detail::kWatch) != 0) return;
+  written_ = written;
+  load();
 }
 
 void TF_Spxxgl::narrow() {

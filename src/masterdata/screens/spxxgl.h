@@ -6,6 +6,8 @@
 #include "masterdata/screens/goods_class_tree.h"
 #include "ui/screen.h"
 
+#include <QTimer>
+
 class QAction;
 class QLabel;
 class QMenu;
@@ -21,10 +23,14 @@ class TF_Spxxgl : public ui::Screen {
   ui::Grid& gridSp = grid("gridSp");
 
   GoodsClassTree& classes() { return *tree_; }
+  /// Reads the list anew when another station has written; a timer asks while the screen stands open.
+  void followOtherStations();
 
  protected:
   void activate() override;
   bool keyPressed(QKeyEvent& event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   /// Reads the list anew.
@@ -55,6 +61,9 @@ class TF_Spxxgl : public ui::Screen {
   QAction* commission_ = nullptr;
   GoodsIndex index_;
   bool onEnter_ = false;  // the parameter cs_hcj: the query runs on Enter
+  QTimer watch_;
+  std::optional<std::int64_t> written_;  // what others had written when the list was read
+  int looks_ = 0;
 };
 
 }  // namespace jxc

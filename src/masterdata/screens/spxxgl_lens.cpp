@@ -38,6 +38,7 @@ constexpr auto kModiFields =
 
 constexpr ui::CommandSpec kCommands[] = {{"btnJp", "选择商品名称", "F2"},
                                          {"btnPic", "选择图片", "Ctrl+P"},
+                                         {"btnCam", "拍照", "Ctrl+T"},
                                          {"btnSave", "保存", "F5"},
                                          {"btnCancel", "退出", "Esc"}};
 constexpr ui::CommandSpec kRangeCommands[] = {

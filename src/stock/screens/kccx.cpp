@@ -3,8 +3,12 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "masterdata/goods_classes.h"
+#include "masterdata/goods_lenses.h"
+#include "stock/screens/power_matrix.h"
 #include "stock/stock_enquiry.h"
 #include "ui/screen.h"
+
+#include <QTabWidget>
 
 namespace jxc {
 namespace kccx_detail {
@@ -13,9 +17,13 @@ using ui::ColumnKind;
 using ui::FieldKind;
 
 constexpr ui::FieldSpec kFields[] = {
-    {"comCk", "仓库：", FieldKind::Combo},           {"tsplb", "商品类别：", FieldKind::Combo},
-    {"tkey", "商品信息：", FieldKind::Text, "", 50}, {"chk0", "不显示库存为零的商品", FieldKind::Check},
+    {"comCk", "仓库：", FieldKind::Combo},
+    {"tsplb", "商品类别：", FieldKind::Combo},
+    {"tkey", "商品信息：", FieldKind::Text, "", 50},
+    {"chk0", "不显示库存为零的商品", FieldKind::Check},
     {"chkJy", "显示禁用商品", FieldKind::Check},
+    {"comCk4", "仓库：", FieldKind::Combo},
+    {"tKey4", "镜片信息：", FieldKind::Text, "", 50},
 };
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号"},
@@ -36,9 +44,15 @@ constexpr ui::ColumnSpec kColumns[] = {
     {.field = "g_sptm", .caption = "商品条码", .hidden = true},
     {.field = "g_sccs", .caption = "商品产地", .hidden = true},
 };
-constexpr ui::GridSpec kGrids[] = {{"gridKc", "当前库存", kColumns, "没有符合条件的商品，改变条件后按F2查询"}};
-constexpr ui::CommandSpec kCommands[] = {
-    {"btnCx1", "查询", "F2"}, {"btnCx", "查找", "F3"}, {"btnAll", "全部", "F4"}, {"btnCancel", "退出", "Esc"}};
+constexpr ui::ColumnSpec kLensColumns[] = {{"g_name", "镜片名称", ColumnKind::Text, 40}};
+constexpr ui::GridSpec kGrids[] = {
+    {"gridKc", "当前库存", kColumns, "没有符合条件的商品，改变条件后按F2查询"},
+    {"gridJp4", "镜片", kLensColumns, "没有符合条件的镜片，改变条件后按F2查询", "g_name"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnCx1", "查询", "F2"},
+                                         {"btnCx", "查找", "F3"},
+                                         {"btnAll", "全部", "F4"},
+                                         {"btnCx4", "查询", "F2"},
+                                         {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {.name = "F_Kccx",
                                     .title = "当前库存查询",
                                     .fields = kFields,
@@ -97,17 +111,25 @@ class TF_Kccx : public ui::Screen {
   ui::Field& chk0 = field("chk0");
   ui::Field& chkJy = field("chkJy");
   ui::Grid& gridKc = grid("gridKc");
+  ui::Field& comCk4 = field("comCk4");
+  ui::Field& tKey4 = field("tKey4");
+  ui::Grid& gridJp4 = grid("gridJp4");
 
  protected:
   void activate() override;
 
  private:
+  void placeLenses(ui::Panel page);
+  void queryLenses();
+  QString lensWarehouse() const { return comCk4.key() == u"-1" ? QString() : comCk4.key(); }  // empty: all
   void query();
   void search();
   void showAll();
   StockFilter filter() const;
   QString supplier_;
   std::optional<StockComparison> comparison_;
+  PowerMatrix* matrix_;
+  QTabWidget* pages_;
 };
 
 TF_Kccx_Cx::TF_Kccx_Cx() : Screen(kccx_detail::kSearch) {
@@ -131,7 +153,14 @@ void TF_Kccx_Cx::activate() {
 
 TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
   resize(1160, 660);
-  panel().row("comCk tsplb tkey btnCx1 |").row("chk0 chkJy | btnCx btnAll").grid("gridKc").buttons("| btnCancel");
+  auto area = panel();
+  area.page("cxTab1", QStringLiteral("当前库存"))
+      .row("comCk tsplb tkey btnCx1 |")
+      .row("chk0 chkJy | btnCx btnAll")
+      .grid("gridKc");
+  placeLenses(area.page("cxTab4", QStringLiteral("镜片明细查询")));
+  area.buttons("| btnCancel");
+  pages_ = area.tabs();
   tkey.onEnter([this] {
     query();
     return true;
@@ -139,12 +168,44 @@ TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
   for (ui::Field* each : {&comCk, &tsplb, &chk0, &chkJy}) {
     each->onChanged([this] { query(); });
   }
+  connect(pages_, &QTabWidget::currentChanged, this, [this](int page) {
+    if (page == 1 && gridJp4.isEmpty()) queryLenses();
+    (page == 1 ? tKey4 : tkey).focus();
+  });
   on(command("btnCx1"), [this] { query(); });
   on(command("btnCx"), [this] { search(); });
   on(command("btnAll"), [this] { showAll(); });
 }
 
+// Lenses of one name by their powers, spheres downwards and cylinders across.
+void TF_Kccx::placeLenses(ui::Panel page) {
+  matrix_ = new PowerMatrix;
+  page.row("comCk4 tKey4 btnCx4 |");
+  auto [names, table] = page.columns(2, 5);
+  names.grid("gridJp4");
+  table.widget(matrix_, 1);
+  on(command("btnCx4"), [this] { queryLenses(); });
+  tKey4.onEnter([this] {
+    queryLenses();
+    return true;
+  });
+  comCk4.onChanged([this] { queryLenses(); });
+  gridJp4.followKeysOf(tKey4.widget());
+  gridJp4.onCurrentChanged([this] {
+    const QString name = gridJp4.currentText("g_name");
+    matrix_->show(name.isEmpty() ? PowerTable{} : lensPowerTable(name, lensWarehouse()));
+  });
+}
+
+void TF_Kccx::queryLenses() {
+  gridJp4.loadQuery(lensNamesStatement(tKey4.text(), lensWarehouse()));
+}
+
 void TF_Kccx::activate() {
+  pages_->setCurrentIndex(0);
+  comCk4.setItems(kccx_detail::warehouses(), true);
+  tKey4.clear();
+  gridJp4.clearRows();
   comCk.setItems(kccx_detail::warehouses(), true);
   tsplb.setItems(kccx_detail::classes(), true);
   const bool seesCost = hasRight("kcgl", 16);

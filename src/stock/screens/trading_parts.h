@@ -46,7 +46,7 @@ constexpr std::array<ui::FieldSpec, 11> auditFields(const AuditLabels& labels) {
            {labels.paidName, labels.paid, FieldKind::Money},
            {"comJsfs", "结算方式：", FieldKind::Combo},
            {"comYhzh", labels.account, FieldKind::Combo},
-           {"tnote", "备注：", FieldKind::Text, "", 100}}};
+           {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks}}};
 }
 
 inline constexpr ui::CommandSpec okCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};

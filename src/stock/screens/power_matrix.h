@@ -1,0 +1,26 @@
+// 度数表: stock of a lens by its two powers.
+#pragma once
+
+#include "masterdata/goods_lenses.h"
+
+#include <QWidget>
+
+class QLabel;
+class QTableWidget;
+
+namespace jxc {
+
+/// The table "屈/散": spheres are its lines, cylinders its columns, cells the stock; a pair without an article is
+/// empty.
+class PowerMatrix : public QWidget {
+ public:
+  explicit PowerMatrix(QWidget* parent = nullptr);
+  void show(const PowerTable& table);
+
+ private:
+  QTableWidget* table_;
+  QLabel* corner_;
+  QLabel* sum_;
+};
+
+}  // namespace jxc
