@@ -25,8 +25,8 @@ struct SheetCell {
   QString asText() const;
 };
 
-/// Gets each row from the first, without gaps (a row that the file leaves out comes with no cells); `row` counts from 0.
-/// False ends the reading.
+/// Gets each row from the first, without gaps (a row that the file leaves out comes with no cells); `row` counts from
+/// 0. False ends the reading.
 using SheetRowSink = std::function<bool(int row, std::span<const SheetCell> cells)>;
 
 /// An open spreadsheet file. Kinds are told apart by what the file holds, not by its ending.
@@ -37,9 +37,9 @@ class SheetFile {
   /// Walks over the rows of a sheet, the first by default. Throws SheetError when the file is damaged.
   virtual void readRows(const SheetRowSink& sink, int sheet = 0) = 0;
 
-  /// The sheet with its first line as column names: rows as text, numbers and null; dates are text yyyy-MM-dd. A column
-  /// without a name is called F1, F2 … by its place; a name that comes again gets a number behind it. Empty rows at
-  /// the end are left out. A sheet without any cell has no columns. Row 0 is line 2 of the sheet.
+  /// The sheet with its first line that is not empty as column names: rows as text, numbers and null; dates are text
+  /// yyyy-MM-dd. A column without a name is called F1, F2 … by its place; a name that comes again gets a number behind
+  /// it. Empty rows at the end are left out. A sheet without any cell has no columns.
   RowSet rows(int sheet = 0);
 };
 

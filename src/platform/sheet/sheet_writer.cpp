@@ -1,0 +1,220 @@
+#include "platform/sheet/sheet_writer.h"
+
+#include "platform/sheet/sheet_cells.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace jxc::sheet_writer_detail {
+
+using sheet_cells::Cell;
+using sheet_cells::Style;
+using sheet_cells::Workbook;
+
+/// A name beside the wanted file, which takes its place once all is written, and is gone otherwise.
+class FileBeside {
+ public:
+  explicit FileBeside(const QString& wanted)
+      : wanted_(QFileInfo(wanted).isSymLink() ? QFileInfo(wanted).symLinkTarget() : wanted) {
+    const QFileInfo info(wanted_);
+    name_ = info.dir().filePath(
+        QStringLiteral(".~%1.%2").arg(QString::number(QRandomGenerator::system()->generate64(), 36), info.suffix()));
+  }
+  ~FileBeside() {
+    if (!name_.isEmpty()) QFile::remove(name_);
+  }
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+
+  const QString& name() const { return name_; }
+
+  void moveIntoPlace() {
+    const QByteArray from = QFile::encodeName(name_);
+    const QByteArray to = QFile::encodeName(wanted_);
+    // The rights of the file that was there stay; to a write-protected one nothing is done.
+    struct stat before {};
+    if (stat(to.constData(), &before) == 0) {
+      if (access(to.constData(), W_OK) != 0) throw sheet_cells::cannotWrite(wanted_, EACCES);
+      static_cast<void>(chmod(from.constData(), before.st_mode & 07777));
+    }
+    // First the contents, then the name: after a power cut the file is the old one or the new one.
+    const int handle = ::open(from.constData(), O_RDONLY | O_CLOEXEC);
+    const bool synced = handle >= 0 && fsync(handle) == 0;
+    const int error = errno;
+    if (handle >= 0) ::close(handle);
+    if (!synced) throw sheet_cells::cannotWrite(wanted_, error);
+    if (std::rename(from.constData(), to.constData()) != 0) throw sheet_cells::cannotWrite(wanted_, errno);
+    name_.clear();
+  }
+
+ private:
+  QString wanted_, name_;
+};
+
+/// Reports by hundredths of all rows.
+class Steps {
+ public:
+  Steps(std::int64_t rows, const SheetProgress& progress)
+      : rows_(std::max<std::int64_t>(rows, 1)), progress_(progress) {}
+  bool next() {
+    const int percent = static_cast<int>(done_++ * 100 / rows_);
+    if (!progress_ || percent == told_) return true;
+    told_ = percent;
+    return progress_(percent);
+  }
+
+ private:
+  std::int64_t rows_, done_ = 0;
+  int told_ = -1;
+  const SheetProgress& progress_;
+};
+
+bool isNumber(SheetKind kind) {
+  return kind == SheetKind::Number || kind == SheetKind::Money || kind == SheetKind::Quantity;
+}
+
+/// The looks of one column.
+struct ColumnStyles {
+  int header, cell, time, text, sum;
+};
+
+ColumnStyles stylesOf(Workbook& book, const SheetColumn& column) {
+  const bool number = isNumber(column.kind);
+  const std::string format = sheet_cells::numberFormat(column, true);
+  return {book.style({.format = "@", .bold = true, .right = number, .header = true}), book.style({.format = format}),
+          book.style({.format = "yyyy-mm-dd hh:mm:ss"}), book.style({.format = "@"}),
+          book.style({.format = sheet_cells::numberFormat(column, false), .bold = true, .right = number})};
+}
+
+void writeCell(Workbook& book, int row, int column, const Cell& cell, const ColumnStyles& styles) {
+  switch (cell.kind) {
+    case Cell::Kind::Empty:
+      return;
+    case Cell::Kind::Text:
+      return book.text(row, column, styles.text, cell.text);
+    case Cell::Kind::Number:
+    case Cell::Kind::Date:
+      return book.number(row, column, styles.cell, cell.number);
+    case Cell::Kind::DateTime:
+      return book.number(row, column, styles.time, cell.number);
+  }
+}
+
+bool writeOne(Workbook& book, const Sheet& sheet, const QString& name, Steps& steps) {
+  std::vector<double> widths;
+  std::vector<ColumnStyles> styles;
+  for (const SheetColumn& column : sheet.columns) {
+    widths.push_back(sheet_cells::columnWidth(column));
+    styles.push_back(stylesOf(book, column));
+  }
+  const int columns = static_cast<int>(sheet.columns.size());
+  book.beginSheet(name, widths);
+  for (int c = 0; c < columns; ++c) {
+    const QString caption = sheet_cells::cleanText(sheet.columns[static_cast<std::size_t>(c)].caption);
+    if (!caption.isEmpty()) book.text(0, c, styles[static_cast<std::size_t>(c)].header, caption);
+  }
+  std::vector<Value> cells(sheet.columns.size());
+  int at = 1;
+  for (int row = 0; row < sheet.rows.count; ++row, ++at) {
+    if (!steps.next()) return false;
+    std::fill(cells.begin(), cells.end(), Value());
+    sheet.rows.read(row, cells);
+    for (int c = 0; c < columns; ++c) {
+      const auto i = static_cast<std::size_t>(c);
+      writeCell(book, at, c, sheet_cells::cellOf(cells[i], sheet.columns[i].kind), styles[i]);
+    }
+  }
+  if (!sheet.sums.empty()) {
+    for (int c = 0; c < std::min(columns, static_cast<int>(sheet.sums.size())); ++c) {
+      const auto i = static_cast<std::size_t>(c);
+      ColumnStyles bold = styles[i];
+      bold.cell = bold.text = styles[i].sum;
+      writeCell(book, at, c, sheet_cells::cellOf(sheet.sums[i], sheet.columns[i].kind), bold);
+    }
+    ++at;
+  }
+  const int noteStyle = book.style({.format = "@"});
+  for (const QString& note : sheet.notes) {
+    const QString text = sheet_cells::cleanText(note);
+    if (!text.isEmpty()) book.text(at, 0, noteStyle, text);
+    ++at;
+  }
+  return true;
+}
+
+void requireFits(const Sheet& sheet, bool isXls) {
+  const qsizetype lines = sheet.rows.count + (sheet.sums.empty() ? 0 : 1) + sheet.notes.size();
+  const auto columns = sheet.columns.size();
+  if (isXls && (sheet.rows.count > kXlsMostRows || lines > kXlsMostRows)) {
+    throw SheetError(
+        QStringLiteral("共有 %1 行，.xls 文件最多只能放 65535 行，请改用 .xlsx 格式！").arg(sheet.rows.count));
+  }
+  if (lines > kXlsxMostRows) {
+    throw SheetError(
+        QStringLiteral("共有 %1 行，表格文件最多只能放 1048575 行，请缩小查询范围！").arg(sheet.rows.count));
+  }
+  if (isXls && columns > 256) {
+    throw SheetError(QStringLiteral("共有 %1 列，.xls 文件最多只能放 256 列，请改用 .xlsx 格式！").arg(columns));
+  }
+  if (columns > 16384) throw SheetError(QStringLiteral("共有 %1 列，表格文件最多只能放 16384 列！").arg(columns));
+}
+
+}  // namespace jxc::sheet_writer_detail
+
+namespace jxc {
+
+bool writeSheet(const QString& path, const Sheet& sheet, const SheetProgress& progress) {
+  return writeSheets(path, std::span(&sheet, 1), progress);
+}
+
+bool writeSheets(const QString& path, std::span<const Sheet> sheets, const SheetProgress& progress) {
+  using namespace sheet_writer_detail;
+  const QString ending = QFileInfo(path).suffix().toLower();
+  const bool isXls = ending == QStringLiteral("xls");
+  if (!isXls && ending != QStringLiteral("xlsx")) {
+    throw SheetError(QStringLiteral("文件名必须以 .xls 或 .xlsx 结尾：\n%1").arg(QDir::toNativeSeparators(path)));
+  }
+  QStringList names;
+  std::int64_t rows = 0;
+  for (const Sheet& sheet : sheets) {
+    requireFits(sheet, isXls);
+    const QString name = sheet_cells::sheetName(sheet.name);
+    if (names.contains(name, Qt::CaseInsensitive)) throw SheetError(QStringLiteral("表格名称重复：%1").arg(name));
+    names << name;
+    rows += sheet.rows.count;
+  }
+  FileBeside beside(path);
+  {
+    // A name that cannot be made is known before the first of 100,000 rows.
+    QFile probe(beside.name());
+    errno = 0;
+    if (!probe.open(QIODevice::WriteOnly)) throw sheet_cells::cannotWrite(path, errno);
+  }
+  try {
+    const auto book = isXls ? sheet_cells::makeXls(beside.name()) : sheet_cells::makeXlsx(beside.name());
+    Steps steps(rows, progress);
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+      if (!writeOne(*book, sheets[i], names[static_cast<qsizetype>(i)], steps)) return false;
+    }
+    book->save();
+  } catch (const SheetError& error) {
+    // The operator knows the file by the name that he gave.
+    throw SheetError(
+        QString(error.message()).replace(QDir::toNativeSeparators(beside.name()), QDir::toNativeSeparators(path)));
+  }
+  beside.moveIntoPlace();
+  if (progress) progress(100);
+  return true;
+}
+
+}  // namespace jxc

@@ -1,0 +1,109 @@
+// Reading .xls through libfreexl, which holds the whole file in memory.
+#include "platform/sheet/sheet_files.h"
+
+#include <QFile>
+
+#include <freexl.h>
+#include <vector>
+
+namespace jxc::xls_file_detail {
+
+[[noreturn]] void fail(int error) {
+  if (error == FREEXL_INSUFFICIENT_MEMORY) sheet_files::throwTooLarge();
+  sheet_files::throwDamaged();
+}
+
+class XlsFile : public SheetFile {
+ public:
+  explicit XlsFile(const QString& path) {
+    const int error = freexl_open(QFile::encodeName(path).constData(), &book_);
+    if (info(FREEXL_BIFF_PASSWORD) == FREEXL_BIFF_OBFUSCATED) {
+      close();
+      sheet_files::throwPassword();
+    }
+    if (error != FREEXL_OK) {
+      close();
+      fail(error);
+    }
+    const unsigned count = info(FREEXL_BIFF_SHEET_COUNT);
+    for (unsigned i = 0; i < count && i < 0xffff; ++i) {
+      const char* name = nullptr;
+      if (freexl_get_worksheet_name(book_, static_cast<unsigned short>(i), &name) != FREEXL_OK || !name) break;
+      names_ << QString::fromUtf8(name);
+    }
+    if (names_.isEmpty()) {
+      close();
+      sheet_files::throwDamaged();  // the format knows no workbook without a sheet
+    }
+  }
+  ~XlsFile() override { close(); }
+  XlsFile(const XlsFile&) = delete;
+  XlsFile& operator=(const XlsFile&) = delete;
+
+  const QStringList& sheetNames() const override { return names_; }
+
+  void readRows(const SheetRowSink& sink, int sheet) override {
+    unsigned rows = 0;
+    unsigned short columns = 0;
+    int error = freexl_select_active_worksheet(book_, static_cast<unsigned short>(sheet));
+    if (error == FREEXL_OK) error = freexl_worksheet_dimensions(book_, &rows, &columns);
+    if (error != FREEXL_OK) fail(error);
+    std::vector<SheetCell> cells;
+    for (unsigned row = 0; row < rows; ++row) {
+      cells.assign(columns, {});
+      for (unsigned short column = 0; column < columns; ++column) {
+        FreeXL_CellValue value{};
+        error = freexl_get_cell_value(book_, row, column, &value);
+        if (error != FREEXL_OK) fail(error);
+        cells[column] = cellOf(value);
+      }
+      if (!sink(static_cast<int>(row), cells)) return;
+    }
+  }
+
+ private:
+  unsigned info(unsigned short what) const {
+    unsigned value = 0;
+    if (book_) freexl_get_info(book_, what, &value);
+    return value;
+  }
+  void close() {
+    if (book_) freexl_close(book_);
+    book_ = nullptr;
+  }
+
+  static SheetCell cellOf(const FreeXL_CellValue& value) {
+    switch (value.type) {
+      case FREEXL_CELL_INT:
+        return {SheetCell::Kind::Number, {}, static_cast<double>(value.value.int_value)};
+      case FREEXL_CELL_DOUBLE:
+        return {SheetCell::Kind::Number, {}, value.value.double_value};
+      case FREEXL_CELL_TEXT:
+      case FREEXL_CELL_SST_TEXT: {
+        const QString text = QString::fromUtf8(value.value.text_value);
+        return text.isEmpty() ? SheetCell() : SheetCell{SheetCell::Kind::Text, text, 0};
+      }
+      case FREEXL_CELL_DATE:
+      case FREEXL_CELL_DATETIME:
+      case FREEXL_CELL_TIME: {
+        QString text = QString::fromUtf8(value.value.text_value);
+        return {SheetCell::Kind::Date, text.remove(QStringLiteral(" 00:00:00")), 0};
+      }
+      default:
+        return {};
+    }
+  }
+
+  const void* book_ = nullptr;
+  QStringList names_;
+};
+
+}  // namespace jxc::xls_file_detail
+
+namespace jxc::sheet_files {
+
+std::unique_ptr<SheetFile> openXls(const QString& path) {
+  return std::make_unique<xls_file_detail::XlsFile>(path);
+}
+
+}  // namespace jxc::sheet_files

@@ -1,0 +1,357 @@
+// Spreadsheets: what was written is read back by readers of others, cell by cell, and by our own.
+#include "sheet/sheet_files.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <freexl.h>
+#include <sys/resource.h>
+
+namespace jxc::test {
+namespace sheet_test {
+
+/// Cells in one form whoever read them: "s:text", "n:number" with the fifteen digits that a spreadsheet keeps,
+/// "d:date",
+/// "" for none.
+using Table = std::vector<QStringList>;
+
+QString number(double value) {
+  return QStringLiteral("n:") + QString::number(value, 'g', 15);
+}
+
+Table readByFreexl(const QString& path, unsigned short sheet = 0) {
+  const void* book = nullptr;
+  Table table;
+  EXPECT_EQ(freexl_open(QFile::encodeName(path).constData(), &book), FREEXL_OK);
+  EXPECT_EQ(freexl_select_active_worksheet(book, sheet), FREEXL_OK);
+  unsigned rows = 0;
+  unsigned short columns = 0;
+  freexl_worksheet_dimensions(book, &rows, &columns);
+  for (unsigned r = 0; r < rows; ++r) {
+    QStringList line;
+    for (unsigned short c = 0; c < columns; ++c) {
+      FreeXL_CellValue cell{};
+      EXPECT_EQ(freexl_get_cell_value(book, r, c, &cell), FREEXL_OK);
+      switch (cell.type) {
+        case FREEXL_CELL_INT:
+          line << number(cell.value.int_value);
+          break;
+        case FREEXL_CELL_DOUBLE:
+          line << number(cell.value.double_value);
+          break;
+        case FREEXL_CELL_TEXT:
+        case FREEXL_CELL_SST_TEXT:
+          line << QStringLiteral("s:") + QString::fromUtf8(cell.value.text_value);
+          break;
+        case FREEXL_CELL_NULL:
+          line << QString();
+          break;
+        default:
+          line << QStringLiteral("d:") + QString::fromUtf8(cell.value.text_value);
+      }
+    }
+    table.push_back(line);
+  }
+  freexl_close(book);
+  return table;
+}
+
+/// What Python's readers make of a file: sheets by name with their rows, and how the sheet looks.
+QJsonObject readByPython(const QString& path) {
+  static const char kScript[] = R"(
+import datetime, json, sys
+
+def xlsx(path):
+    import openpyxl
+    def cell(c):
+        v = c.value
+        if v is None: return ''
+        if isinstance(v, datetime.datetime): return 'd:' + str(v).replace(' 00:00:00', '')
+        if isinstance(v, (int, float)): return 'n:%.15g' % v
+        return c.data_type + ':' + v
+    for s in openpyxl.load_workbook(path).worksheets:
+        yield s.title, {
+            'rows': [[cell(c) for c in row] for row in s.iter_rows()],
+            'formats': [c.number_format for c in s[2]],
+            'bold': [bool(c.font.b) for row in (s[1], s[2]) for c in row],
+            'freeze': s.freeze_panes,
+            'widths': [s.column_dimensions[k].width for k in sorted(s.column_dimensions)]}
+
+def xls(path):
+    import xlrd
+    book = xlrd.open_workbook(path, formatting_info=True)
+    def look(s, row):
+        return [book.xf_list[s.cell_xf_index(row, c)] for c in range(s.ncols)]
+    def cell(c):
+        if c.ctype == xlrd.XL_CELL_DATE:
+            return 'd:' + str(xlrd.xldate_as_datetime(c.value, book.datemode)).replace(' 00:00:00', '')
+        return ('' if c.ctype == xlrd.XL_CELL_EMPTY else 'n:%.15g' % c.value if c.ctype == xlrd.XL_CELL_NUMBER
+                else 's:' + c.value)
+    for s in book.sheets():
+        yield s.name, {
+            'rows': [[cell(c) for c in s.row(r)] for r in range(s.nrows)],
+            'formats': [book.format_map[x.format_key].format_str for x in look(s, 1)],
+            'bold': [bool(book.font_list[x.font_index].bold) for r in (0, 1) for x in look(s, r)],
+            'freeze': 'A2' if s.panes_are_frozen and s.horz_split_pos == 1 else '',
+            'widths': [s.colinfo_map[c].width / 256 for c in range(s.ncols)]}
+
+path = sys.argv[1]
+print(json.dumps(dict((xls if path.endswith('.xls') else xlsx)(path))))
+)";
+  QProcess python;
+  python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), QString::fromUtf8(kScript), path});
+  python.waitForFinished(120000);
+  EXPECT_EQ(python.exitCode(), 0) << python.readAllStandardError().toStdString();
+  return QJsonDocument::fromJson(python.readAllStandardOutput()).object();
+}
+
+Table rowsOf(const QJsonValue& sheet) {
+  Table table;
+  for (const QJsonValue row : sheet[QStringLiteral("rows")].toArray()) {
+    QStringList line;
+    for (const QJsonValue cell : row.toArray())
+      line << cell.toString();
+    table.push_back(line);
+  }
+  return table;
+}
+
+Table readByUs(const QString& path, int sheet = 0) {
+  Table table;
+  openExcel(path)->readRows(
+      [&](int row, std::span<const SheetCell> cells) {
+        EXPECT_EQ(row, static_cast<int>(table.size()));
+        QStringList line;
+        for (const SheetCell& cell : cells) {
+          switch (cell.kind) {
+            case SheetCell::Kind::Empty:
+              line << QString();
+              break;
+            case SheetCell::Kind::Text:
+              line << QStringLiteral("s:") + cell.text;
+              break;
+            case SheetCell::Kind::Number:
+              line << number(cell.number);
+              break;
+            case SheetCell::Kind::Date:
+              line << QStringLiteral("d:") + cell.text;
+          }
+        }
+        table.push_back(line);
+        return true;
+      },
+      sheet);
+  return table;
+}
+
+void expectSame(const Table& read, const Table& wanted, const char* reader) {
+  ASSERT_EQ(read.size(), wanted.size()) << reader;
+  for (std::size_t r = 0; r < wanted.size(); ++r) {
+    for (qsizetype c = 0; c < std::max(read[r].size(), wanted[r].size()); ++c) {
+      ASSERT_EQ(read[r].value(c).left(200), wanted[r].value(c).left(200))
+          << reader << " line " << r + 1 << " column " << c + 1;
+      ASSERT_EQ(read[r].value(c), wanted[r].value(c)) << reader << " line " << r + 1 << " column " << c + 1;
+    }
+  }
+}
+
+/// A list with everything that has ever gone wrong in somebody's spreadsheet, and what must be read of it.
+struct Tricky {
+  Sheet sheet;
+  Table wanted;
+};
+
+/// The reader of the library fails on texts that go over two cuts; other readers show that these are right.
+enum class LongTexts { With, Without };
+
+Tricky trickyList(LongTexts longTexts) {
+  const QString longest(32767, u'镜');
+  const QString tooLong = QString(20000, u'a') + QString(20000, u'片');
+  const QString cut = tooLong.left(32766) + u'…';
+  const auto t = [](QStringView text) { return QString(QStringLiteral("s:") + text.toString()); };
+  Tricky list;
+  list.sheet.name = QStringLiteral("商品/清单[1]");
+  list.sheet.columns = {{QStringLiteral("名称")},
+                        {QStringLiteral("数量"), SheetKind::Quantity, 2},
+                        {QStringLiteral("金额"), SheetKind::Money, 2, 16, QStringLiteral("￥")},
+                        {QStringLiteral("日期"), SheetKind::Date},
+                        {QStringLiteral("备注"), SheetKind::Number}};
+  list.wanted.push_back({t(u"名称"), t(u"数量"), t(u"金额"), t(u"日期"), t(u"备注")});
+  std::vector<std::vector<Value>> rows;
+  const auto add = [&](std::vector<Value> cells, const QStringList& wanted) {
+    rows.push_back(std::move(cells));
+    list.wanted.push_back(wanted);
+  };
+  add({u"镜片1.56 非球面", 12.5, 1234.5, u"2026-05-03", 7},
+      {t(u"镜片1.56 非球面"), number(12.5), number(1234.5), QStringLiteral("d:2026-05-03"), number(7)});
+  add({u"😀👓", -0.5, -99.95, u"2026-05-03 08:30:00", 123456789012345.0},
+      {t(u"😀👓"), number(-0.5), number(-99.95), QStringLiteral("d:2026-05-03 08:30:00"), number(123456789012345.0)});
+  add({u"他说\"好\"，'a'<b>&c;", 0, 0.1 + 0.2, u"不详", u"00123"},
+      {t(u"他说\"好\"，'a'<b>&c;"), number(0), number(0.1 + 0.2), t(u"不详"), number(123)});
+  add({u"000123", {}, {}, {}, {}}, {t(u"000123"), {}, {}, {}, {}});
+  add({u"=1+1", u"", u" ", u"1900-02-28", u"abc"}, {t(u"=1+1"), {}, t(u" "), t(u"1900-02-28"), t(u"abc")});
+  add({u"+86 138", 1e-7, 999999999999.99, u"2026-13-01", 9007199254740993LL},
+      {t(u"+86 138"), number(1e-7), number(999999999999.99), t(u"2026-13-01"), t(u"9007199254740993")});
+  add({u"  前后有空格  ", 1, 1, u"1900-03-01", 1},
+      {t(u"  前后有空格  "), number(1), number(1), QStringLiteral("d:1900-03-01"), number(1)});
+  add({u"第一行\r\n第二行\t尾", 1, 1, u"2099-12-31", 1},
+      {t(u"第一行\n第二行\t尾"), number(1), number(1), QStringLiteral("d:2099-12-31"), number(1)});
+  add({QString::fromUtf16(u"a\u0001b\u001fc\ufffe") + QChar(0xd83d), 1, 1, {}, 1},
+      {t(u"abc"), number(1), number(1), {}, number(1)});
+  add({u"ñ é ü", 1, 1, {}, 1}, {t(u"ñ é ü"), number(1), number(1), {}, number(1)});
+  if (longTexts == LongTexts::With) {
+    add({longest, 1, 1, {}, 1}, {t(longest), number(1), number(1), {}, number(1)});
+    add({tooLong, 1, 1, {}, 1}, {t(cut), number(1), number(1), {}, number(1)});
+  }
+  add({10001, 1, 1, {}, 1}, {t(u"10001"), number(1), number(1), {}, number(1)});
+  list.sheet.rows = heldRows(rows);
+  list.sheet.sums = {u"合计", 19, 1000000001150.15, {}, {}};
+  list.wanted.push_back({t(u"合计"), number(19), number(1000000001150.15), {}, {}});
+  list.sheet.notes = {QStringLiteral("日期：2026-05-01 至 2026-05-31")};
+  list.wanted.push_back({t(u"日期：2026-05-01 至 2026-05-31"), {}, {}, {}, {}});
+  return list;
+}
+
+}  // namespace sheet_test
+
+class SheetTest : public testing::Test {
+ protected:
+  QString path(const QString& name) const { return folder_.filePath(name); }
+  QTemporaryDir folder_;
+};
+
+TEST_F(SheetTest, EveryCellComesBackByReadersOfOthers) {
+  using namespace sheet_test;
+  const QString xls = path(QStringLiteral("商品 清单.xls")), xlsx = path(QStringLiteral("商品 清单.xlsx"));
+  Tricky list = trickyList(LongTexts::Without);
+  ASSERT_TRUE(writeSheet(xls, list.sheet));
+  expectSame(readByFreexl(xls), list.wanted, "freexl");
+  expectSame(readByUs(xls), list.wanted, "our xls");
+
+  list = trickyList(LongTexts::With);
+  ASSERT_TRUE(writeSheet(xls, list.sheet));
+  ASSERT_TRUE(writeSheet(xlsx, list.sheet));
+  expectSame(readByUs(xlsx), list.wanted, "our xlsx");
+  for (const QString& file : {xls, xlsx}) {
+    const QJsonObject book = readByPython(file);
+    ASSERT_EQ(book.keys(), QStringList{QStringLiteral("商品清单1")});
+    const QJsonValue sheet = book[QStringLiteral("商品清单1")];
+    expectSame(rowsOf(sheet), list.wanted, qPrintable(file));
+    EXPECT_EQ(sheet[QStringLiteral("freeze")].toString(), QStringLiteral("A2"));
+    EXPECT_NEAR(sheet[QStringLiteral("widths")][2].toDouble(), 16, 1);
+    EXPECT_EQ(
+        sheet[QStringLiteral("formats")].toVariant().toStringList(),
+        QStringList({QStringLiteral("@"), QStringLiteral("0.00"), QStringLiteral("\"￥\"#,##0.00;-\"￥\"#,##0.00"),
+                     QStringLiteral("yyyy-mm-dd"), QStringLiteral("General")}));
+    EXPECT_TRUE(sheet[QStringLiteral("bold")][0].toBool());
+    EXPECT_FALSE(sheet[QStringLiteral("bold")][5].toBool());
+  }
+
+  // What a text looks like does not matter: our escape is undone by whoever knows it.
+  Sheet code{.columns = {{QStringLiteral("a")}}, .rows = heldRows({{u"_x0041_"}, {u"a_x000D_b"}, {u"_xyz_"}})};
+  writeSheet(path(QStringLiteral("code.xlsx")), code);
+  EXPECT_EQ(readByUs(path(QStringLiteral("code.xlsx"))), (Table{{QStringLiteral("s:a")},
+                                                                {QStringLiteral("s:_x0041_")},
+                                                                {QStringLiteral("s:a_x000D_b")},
+                                                                {QStringLiteral("s:_xyz_")}}));
+}
+
+// Texts are cut at every 8,224 bytes of an .xls file, wherever that falls in one.
+TEST_F(SheetTest, ThousandsOfTextsAndSeveralSheets) {
+  using namespace sheet_test;
+  Table wanted{{QStringLiteral("s:a"), QStringLiteral("s:b")}};
+  std::vector<std::vector<Value>> rows;
+  unsigned random = 1;
+  for (int i = 0; i < 4000; ++i) {
+    random = random * 1103515245 + 12345;
+    const auto length = static_cast<int>(random >> 16) % 190 + 1;
+    const QString wide = QString::number(i) + QString(length, QChar(0x4e00 + i));
+    const QString narrow = QString::number(i) + QString(length, QChar('a' + i % 26));
+    rows.push_back({wide, narrow});
+    wanted.push_back({QStringLiteral("s:") + wide, QStringLiteral("s:") + narrow});
+  }
+  const Sheet sheets[] = {
+      {.name = QStringLiteral("1"), .columns = {{QStringLiteral("x")}}, .rows = heldRows({{1}})},
+      {.name = QStringLiteral("2"), .columns = {{QStringLiteral("a")}, {QStringLiteral("b")}}, .rows = heldRows(rows)},
+      {.name = QStringLiteral("3")}};
+  for (const QString& ending : {QStringLiteral(".xls"), QStringLiteral(".xlsx")}) {
+    const QString file = path(QStringLiteral("many") + ending);
+    ASSERT_TRUE(writeSheets(file, sheets));
+    EXPECT_EQ(openExcel(file)->sheetNames(),
+              QStringList({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}));
+    expectSame(readByUs(file, 1), wanted, "ours");
+    EXPECT_EQ(openExcel(file)->rows(2).columnCount(), 0);
+  }
+  expectSame(readByFreexl(path(QStringLiteral("many.xls")), 1), wanted, "freexl");
+  const Sheet same[] = {{.name = QStringLiteral("一")}, {.name = QStringLiteral("一*")}};
+  EXPECT_THROW(writeSheets(path(QStringLiteral("same.xls")), same), SheetError);
+}
+
+TEST_F(SheetTest, WhatAnXlsCannotHoldIsRefusedWithAdvice) {
+  Sheet sheet{.columns = {{QStringLiteral("编号"), SheetKind::Number}}};
+  sheet.rows = {65535, [](int row, std::span<Value> cells) { cells[0] = row; }};
+  const QString xls = path(QStringLiteral("long.xls"));
+  ASSERT_TRUE(writeSheet(xls, sheet));
+  EXPECT_EQ(openExcel(xls)->rows().rowCount(), 65535);
+  sheet.rows.count = 65536;
+  const QByteArray before = bytesOf(xls);
+  try {
+    writeSheet(xls, sheet);
+    FAIL();
+  } catch (const SheetError& error) {
+    EXPECT_TRUE(error.message().contains(QStringLiteral("请改用 .xlsx"))) << error.what();
+  }
+  EXPECT_EQ(bytesOf(xls), before);
+  ASSERT_TRUE(writeSheet(path(QStringLiteral("long.xlsx")), sheet));
+  const RowSet rows = openExcel(path(QStringLiteral("long.xlsx")))->rows();
+  EXPECT_EQ(rows.rowCount(), 65536);
+  EXPECT_EQ(rows[65535].integer("编号"), 65535);
+  EXPECT_THROW(writeSheet(path(QStringLiteral("a.csv")), sheet), SheetError);
+  EXPECT_THROW(writeSheet(path(QStringLiteral("没有/a.xlsx")), sheet), SheetError);
+}
+
+TEST_F(SheetTest, AFullDiskOrAStopLeavesTheOldFile) {
+  using namespace sheet_test;
+  Sheet sheet{.columns = {{QStringLiteral("a")}}};
+  sheet.rows = {20000, [](int row, std::span<Value> cells) { cells[0] = QString::number(row * 7919); }};
+  for (const QString& ending : {QStringLiteral(".xls"), QStringLiteral(".xlsx")}) {
+    const QString file = path(QStringLiteral("old") + ending);
+    writeBytes(file, "old contents");
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    const auto rights = QFile::permissions(file);
+
+    EXPECT_FALSE(writeSheet(file, sheet, [](int percent) { return percent < 50; }));
+    EXPECT_EQ(bytesOf(file), "old contents");
+
+    rlimit whole{};
+    getrlimit(RLIMIT_FSIZE, &whole);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const rlim_t limit : {rlim_t{0}, rlim_t{5000}, rlim_t{60000}}) {
+      const rlimit small{limit, whole.rlim_max};
+      setrlimit(RLIMIT_FSIZE, &small);
+      QString message;
+      try {
+        writeSheet(file, sheet);
+      } catch (const SheetError& error) {
+        message = error.message();
+      }
+      setrlimit(RLIMIT_FSIZE, &whole);
+      EXPECT_TRUE(message.contains(QStringLiteral("原来的文件保持不变")) && message.contains(file))
+          << ending.toStdString() << ' ' << limit << ' ' << message.toStdString();
+      EXPECT_EQ(bytesOf(file), "old contents");
+    }
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(QDir(folder_.path()).entryList({QStringLiteral("*") + ending}, QDir::Files | QDir::Hidden).size(), 1);
+
+    EXPECT_TRUE(writeSheet(file, sheet));
+    EXPECT_EQ(QFile::permissions(file), rights);
+    EXPECT_EQ(openExcel(file)->rows().rowCount(), 20000);
+  }
+}
+
+}  // namespace jxc::test
