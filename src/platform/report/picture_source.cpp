@@ -1,0 +1,53 @@
+#include "platform/report/band_block.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace jxc::report {
+
+namespace picture_source_detail {
+
+/// Whether it is a picture, by its first bytes: pictures are read when they are painted.
+bool isReadable(const PictureSource& source) {
+  if (source.bytes.isEmpty()) return QImageReader(source.file).canRead();
+  QBuffer buffer;
+  buffer.setData(source.bytes);
+  buffer.open(QIODevice::ReadOnly);
+  return QImageReader(&buffer).canRead();
+}
+
+}  // namespace picture_source_detail
+
+/// -1 when there is none: goods without a picture are nothing out of the ordinary.
+int BandMaker::pictureIndex(const QString& content, QString& fault) {
+  const auto known = pictures_.constFind(content);
+  if (known != pictures_.constEnd()) {
+    if (*known == -2) fault = QStringLiteral("图片无法读取");
+    return *known;
+  }
+  PictureSource source;
+  if (content.startsWith(u"data:")) {
+    const qsizetype comma = content.indexOf(u',');
+    source.bytes = QByteArray::fromBase64(QStringView(content).mid(comma + 1).toLatin1());
+  } else {
+    QString name = content;
+    name.replace(u'\\', u'/');
+    source.file = QDir(options_.pictureFolder).filePath(name);
+  }
+  int index = -1;
+  if (!source.bytes.isEmpty() || QFileInfo(source.file).isFile()) {
+    if (picture_source_detail::isReadable(source)) {
+      index = static_cast<int>(data_.pictures.size());
+      data_.pictures.push_back(std::move(source));
+    } else {
+      index = -2;
+      fault = QStringLiteral("图片无法读取");
+    }
+  }
+  pictures_.insert(content, index);
+  return index;
+}
+
+}  // namespace jxc::report
