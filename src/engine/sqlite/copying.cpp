@@ -117,7 +117,7 @@ constexpr std::size_t headerBytes = 100;
 std::unique_ptr<Database> SqliteDatabase::openReader() const {
   if (role_.file.isEmpty()) return nullptr;
   // The program goes on when one list cannot be shown, so this is not an essential file.
-  const FileRole role{role_.file, false};
+  const FileRole role{role_.file, false, true};
   ConnectionHandle connection = openConnection(role, {.essential = false});
   sqlite3_exec(connection.get(), "pragma query_only=on", nullptr, nullptr, nullptr);
   return std::make_unique<SqliteDatabase>(std::move(connection), role, translator_);

@@ -15,6 +15,7 @@ namespace jxc::sqlite {
 struct FileRole {
   QString file;  // as it was given; empty for a database in memory
   bool essential = true;
+  bool reader = false;  // never writes: its transaction is a look at one moment and takes no lock
 };
 
 /// " 文件：…" behind a message; nothing for a file that must not be named because its name would end the program.

@@ -406,7 +406,8 @@ void SqliteDatabase::begin() {
   const sqlite_database_detail::Level& level = sqlite_database_detail::levelAt(depth_);
   requireLive(level.open);
   // A command writes: taking the right to write at once means that it never fails half-way because another one does.
-  runOrThrow(level.open);
+  // A reader asks for nothing but that what it reads is of one moment.
+  runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);
   ++depth_;
   if (depth_ > 1 || role_.file.isEmpty()) return;
   try {

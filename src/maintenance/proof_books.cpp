@@ -1,0 +1,304 @@
+#include "maintenance/proof_books.h"
+
+#include "core/statements.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace jxc::proof {
+namespace proof_books_detail {
+
+constexpr std::string_view balancingGoods = "00000000";
+constexpr std::int64_t chunkRows = 20000;
+
+/// Columns of the lines of a family. `moved` and `closed` are what was put away or issued and what never will be; of a
+/// count they are the stock that it found written.
+struct LineColumns {
+  std::u16string_view prefix;
+  std::string_view quantity, total, moved, closed, warehouse, mark;
+};
+constexpr LineColumns lineColumns[] = {
+    {u"CJ", "jh_sl", "jh_zje", "jh_rksl", "jh_qxsl", "null", "id2"},
+    {u"CT", "th_sl", "th_zje", "0", "0", "null", "id2"},
+    {u"XS", "ls_sl", "ls_zje", "ls_cksl", "ls_qxsl", "null", "id2"},
+    {u"XT", "th_sl", "th_zje", "0", "0", "null", "id2"},
+    {u"DB", "db_sl", "db_zje", "0", "0", "null", "0"},
+    {u"PD", "pd_sl", "pd_zje", "kc_sl", "kc_zsl", "null", "id2"},
+    {u"BS", "bs_sl", "bs_zje", "0", "0", "null", "0"},
+    {u"BY", "by_sl", "by_zje", "0", "0", "null", "0"},
+    {u"CF", "cf_sl", "cf_zje", "0", "0", "ck_sn", "0"},
+    {u"KB", "kb_sl", "kb_zje", "0", "0", "ck_sn", "0"},
+    {u"JH", "jh_sl", "jh_zje", "0", "0", "null", "id2"},
+};
+
+/// Put together from parts of this file and of the families, all of them identifiers.
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts)
+    text += part;
+  return text;
+}
+
+}  // namespace proof_books_detail
+
+// ---- names -------------------------------------------------------------------------------------------------------
+
+int Names::add(std::string_view text) {
+  if (last_ >= 0 && texts_[static_cast<std::size_t>(last_)] == text) return last_;
+  const auto found = indexes_.find(text);
+  if (found != indexes_.end()) return last_ = found->second;
+  last_ = static_cast<int>(texts_.size());
+  indexes_.emplace(texts_.emplace_back(text), last_);
+  return last_;
+}
+
+int Names::find(std::string_view text) const {
+  const auto found = indexes_.find(text);
+  return found == indexes_.end() ? -1 : found->second;
+}
+
+bool sameAmount(double a, double b) {
+  return std::fabs(a - b) < 1e-5 + 1e-12 * std::fabs(a);
+}
+bool sameFigure(double a, double b) {
+  return std::fabs(a - b) < 5e-7 + 1e-14 * std::fabs(a);
+}
+
+// ---- reading -----------------------------------------------------------------------------------------------------
+
+Books::Books(Database& database, const Progress& progress) : db(database), progress_(progress) {}
+
+void Books::step(int percent, const QString& doing) {
+  percent_ = percent;
+  doing_ = doing;
+  if (progress_ && !progress_(percent, doing)) throw Stopped{};
+}
+
+void Books::eachChunk(std::string_view table, std::string_view columns,
+                      const std::function<void(const RowSet&)>& take) {
+  using proof_books_detail::chunkRows;
+  const RowSet ends = select("select min(id),max(id) from " + std::string(table));
+  if (ends.isEmpty() || ends.isNull(0, 0)) return;
+  const std::string sql = proof_books_detail::joined(
+      {"select id,", columns, " from ", table, " where id>=? and id<? order by id"});
+  const std::int64_t last = ends.integer(0, 1);
+  for (std::int64_t from = ends.integer(0, 0); from <= last; from += chunkRows) {
+    take(select(sql, from, from + chunkRows));
+    if (progress_ && !progress_(percent_, doing_)) throw Stopped{};
+  }
+}
+
+int Books::pairOf(int goodsIndex, int warehouse) {
+  const std::int64_t key = static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse);
+  const auto [found, isNew] = pairIndex_.try_emplace(key, static_cast<int>(pairs.size()));
+  if (isNew) pairs.push_back({.goods = goodsIndex, .warehouse = warehouse});
+  return found->second;
+}
+
+int Books::findPair(int goodsIndex, int warehouse) const {
+  const auto found = pairIndex_.find(static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse));
+  return found == pairIndex_.end() ? -1 : found->second;
+}
+
+Document& Books::document(std::string_view number) {
+  const int index = numbers.add(number);
+  while (static_cast<int>(documents.size()) <= index)
+    documents.push_back({.number = static_cast<int>(documents.size())});
+  return documents[static_cast<std::size_t>(index)];
+}
+
+QString Books::nameOf(const Pair& pair) const {
+  return u"商品 "_qs + goods.shown(pair.goods) + u" 仓库 "_qs + warehouses.shown(pair.warehouse);
+}
+
+void Books::load() {
+  loadLedger();
+  loadBalances();
+  loadHeads();
+  loadLines();
+  sortPairs();
+}
+
+void Books::loadLedger() {
+  step(1, u"读取库存流水"_qs);
+  const RowSet ends = select("select min(id),max(id) from jxc_goodslist");
+  if (ends.isEmpty() || ends.isNull(0, 0)) return;
+  const double first = ends.number(0, 0), span = std::max(1.0, ends.number(0, 1) - first);
+  enum { Id, Flag, Number, Date, Goods, Where, Quantity, Net, Price, Own, Before, ValueBefore, Average, Stock, Value,
+         Total, Source, Linked };
+  const LedgerFlag* lastFlag = nullptr;
+  std::string lastFlagText;
+  eachChunk("jxc_goodslist",
+            "gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_dj,gl_sysl,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
+            "gl_zje,gl_fdmc,gl_djh2",
+            [&](const RowSet& set) {
+              for (int row = 0; row < set.rowCount(); ++row) {
+                const std::string_view flagText = set.utf8(row, Flag);
+                if (flagText != lastFlagText) {
+                  lastFlagText = flagText;
+                  lastFlag = findLedgerFlag(flagText);
+                }
+                const std::string_view numberText = set.utf8(row, Number);
+                const std::int64_t id = set.integer(row, Id);
+                const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
+                ++ledgerRows;
+                if (!numberText.empty()) {
+                  Document& under = document(numberText);
+                  if (++under.ledgerRows == 1) under.firstLedgerRow = id;
+                  under.ledgerTotal += set.number(row, Total);
+                  if (set.utf8(row, Source) == "99")
+                    under.ledgerKind = '9';
+                  else if (flagText == "dh")
+                    under.ledgerKind = 'd';
+                  else if (lastFlag && lastFlag->reserved)
+                    under.ledgerKind = 'r';
+                  else if (balancing && (numberText.starts_with("YS") || numberText.starts_with("YF")))
+                    under.ledgerKind = 'o';
+                }
+                if (!lastFlag)
+                  findings.add(Kind::UnknownFlag, [&] {
+                    return Place{u"流水 "_qs + QString::number(id) + u" 单据 "_qs + set.text(row, Number),
+                                 set.text(row, Flag), {}};
+                  });
+                if (balancing) continue;
+                const int pairIndex = pairOf(goods.add(set.utf8(row, Goods)), warehouses.add(set.utf8(row, Where)));
+                pairs[static_cast<std::size_t>(pairIndex)].rows.push_back(static_cast<std::uint32_t>(rows.size()));
+                rows.push_back({.id = id,
+                                .pair = pairIndex,
+                                .date = dates.add(set.utf8(row, Date)),
+                                .number = numberText.empty() ? -1 : numbers.add(numberText),
+                                .flag = lastFlag,
+                                .quantity = set.number(row, Quantity),
+                                .net = set.number(row, Net),
+                                .price = set.number(row, Price),
+                                .own = set.number(row, Own),
+                                .stockBefore = set.number(row, Before),
+                                .valueBefore = set.number(row, ValueBefore),
+                                .average = set.number(row, Average),
+                                .stock = set.number(row, Stock),
+                                .value = set.number(row, Value)});
+              }
+              if (set.rowCount() > 0)
+                percent_ = 1 + static_cast<int>(49 * (set.number(set.rowCount() - 1, Id) - first) / span);
+            });
+}
+
+void Books::loadBalances() {
+  step(50, u"读取当前库存"_qs);
+  eachChunk("jxc_kcsp", "g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl", [&](const RowSet& set) {
+    for (int row = 0; row < set.rowCount(); ++row) {
+      Pair& at = pair(goods.add(set.utf8(row, 1)), warehouses.add(set.utf8(row, 2)));
+      if (at.balance.id != 0) {
+        findings.add(Kind::BalanceTwice,
+                     [&] { return Place{nameOf(at), u"库存 "_qs + set.text(row, 3), u"只有一条"_qs}; });
+        continue;
+      }
+      at.balance = {set.integer(row, 0), set.number(row, 3), set.number(row, 4), set.number(row, 5), set.number(row, 6)};
+    }
+  });
+}
+
+void Books::loadHeads() {
+  step(54, u"读取单据"_qs);
+  for (const DocumentFamily& family : documentFamilies()) {
+    if (family.prefix == u"HH") continue;  // stands in the tables of the loan
+    const bool money = !family.due.empty();
+    const bool whole = family.prefix == u"CF" || family.prefix == u"KB";
+    const bool moves = family.prefix == u"DB";
+    std::string columns = proof_books_detail::joined(
+        {family.number, ",", family.status, ",", family.checker, ",", family.checkDate, ",", family.warehouse, ","});
+    columns += money ? compose("{},{},{}", {family.due, family.paid, family.settlement}) : std::string("0,0,0");
+    columns += whole ? (family.prefix == u"CF" ? ",g_sn,cf_sl" : ",g_sn,kb_sl") : ",null,0";
+    columns += moves ? ",ck_in" : ",null";
+    columns += family.prefix == u"XS" ? ",ls_dhbz" : ",0";
+    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till };
+    eachChunk(family.head, columns, [&](const RowSet& set) {
+      for (int row = 0; row < set.rowCount(); ++row) {
+        Document& head = document(set.utf8(row, Number));
+        const bool audited = set.integer(row, Status) == 1;
+        ++head.heads;
+        head.auditedHeads += audited;
+        if (head.heads > 1 && !audited) continue;  // an audited head speaks for the number
+        head.family = &family;
+        if (set.utf8(row, Number).starts_with("HH")) head.family = &families::loanReturn;
+        head.audited = audited;
+        head.signedOff = !set.utf8(row, Checker).empty() && !set.utf8(row, Date).empty();
+        head.warehouse = warehouses.add(set.utf8(row, Warehouse));
+        head.due = set.number(row, Due);
+        head.paid = set.number(row, Paid);
+        head.settlement = static_cast<int>(set.integer(row, Settlement));
+        if (whole) head.goods = goods.add(set.utf8(row, Goods));
+        head.headQuantity = set.number(row, Quantity);
+        if (moves) head.warehouseIn = warehouses.add(set.utf8(row, Into));
+        head.fromTill = set.integer(row, Till) != 0;
+      }
+    });
+  }
+}
+
+void Books::loadLines() {
+  step(58, u"读取单据明细"_qs);
+  for (const proof_books_detail::LineColumns& columns : proof_books_detail::lineColumns) {
+    const DocumentFamily& family = documentFamily(QStringView(columns.prefix));
+    const bool receipt = columns.prefix == u"CJ", sale = columns.prefix == u"XS", count = columns.prefix == u"PD";
+    enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker };
+    eachChunk(family.lines,
+              proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",",
+                                          columns.moved, ",", columns.closed, ",", columns.warehouse, ",", columns.mark,
+                                          ",a_name"}),
+              [&](const RowSet& set) {
+                for (int row = 0; row < set.rowCount(); ++row) {
+                  Document& under = document(set.utf8(row, Number));
+                  const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
+                  const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
+                  if (++under.lines == 1) {
+                    under.firstLine = set.integer(row, Id);
+                    if (!under.family) under.maker = set.text(row, Maker);
+                  }
+                  under.total += set.number(row, Total);
+                  if (balancing) under.balancing += set.number(row, Total);
+                  under.movingLines += !count || quantity != moved;
+                  if (!under.family || balancing) continue;
+                  if (under.audited && (receipt || sale)) {
+                    const double open = quantity - moved - set.number(row, Closed);
+                    if (std::fabs(open) < 1e-9) continue;
+                    Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
+                    (receipt ? at.waitingIn : at.waitingOut) += open;
+                  } else if (!under.audited) {
+                    waiting.push_back(
+                        {.document = under.number,
+                         .goods = goods.add(set.utf8(row, Goods)),
+                         .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
+                         .quantity = quantity,
+                         .recordedBook = set.number(row, Closed),
+                         .wasAudited = set.integer(row, Mark) != 0});
+                  }
+                }
+              });
+  }
+}
+
+/// Dates take their rank, rows of each pair come into the order of the ledger.
+void Books::sortPairs() {
+  std::vector<int> byText(static_cast<std::size_t>(dates.size())), rank(byText.size());
+  std::iota(byText.begin(), byText.end(), 0);
+  std::ranges::sort(byText, [&](int a, int b) { return dates.text(a) < dates.text(b); });
+  for (std::size_t i = 0; i < byText.size(); ++i)
+    rank[static_cast<std::size_t>(byText[i])] = static_cast<int>(i);
+  const auto rankOf = [&](std::uint32_t row) { return rank[static_cast<std::size_t>(rows[row].date)]; };
+  for (Pair& each : pairs) {
+    const auto earlier = [&](std::uint32_t a, std::uint32_t b) { return rankOf(a) < rankOf(b); };
+    if (!std::ranges::is_sorted(each.rows, earlier)) std::ranges::stable_sort(each.rows, earlier);  // ids ascend
+  }
+  pairsInOrder.resize(pairs.size());
+  std::iota(pairsInOrder.begin(), pairsInOrder.end(), 0);
+  std::ranges::sort(pairsInOrder, [&](int a, int b) {
+    const Pair &left = pairs[static_cast<std::size_t>(a)], &right = pairs[static_cast<std::size_t>(b)];
+    if (left.goods != right.goods) return goods.text(left.goods) < goods.text(right.goods);
+    return warehouses.text(left.warehouse) < warehouses.text(right.warehouse);
+  });
+}
+
+}  // namespace jxc::proof

@@ -1,0 +1,162 @@
+// 核对用账: the account set in memory as the proof needs it: ledger rows by goods and warehouse, documents with what
+// stands for them in each ledger.
+#pragma once
+
+#include "engine/database.h"
+#include "maintenance/proof_findings.h"
+#include "stock/document_family.h"
+#include "stock/ledger_flags.h"
+#include "stock/running_stock.h"
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace jxc::proof {
+
+/// Thrown when the operator stops the proof.
+struct Stopped {};
+
+/// Codes and numbers as small integers.
+class Names {
+ public:
+  int add(std::string_view text);
+  int find(std::string_view text) const;  // -1: not there
+  const std::string& text(int index) const { return texts_[static_cast<std::size_t>(index)]; }
+  QString shown(int index) const { return QString::fromStdString(text(index)); }
+  int size() const { return static_cast<int>(texts_.size()); }
+
+ private:
+  std::deque<std::string> texts_;  // addresses stay
+  std::unordered_map<std::string_view, int> indexes_;
+  int last_ = -1;
+};
+
+struct LedgerRow {
+  std::int64_t id;
+  int pair, date, number;
+  const LedgerFlag* flag;
+  double quantity, net, price;
+  double own;  // gl_sysl: the counted quantity of a stocktake
+  double stockBefore, valueBefore, average, stock, value;
+
+  StockMovement movement() const { return {flag, quantity, net, price}; }
+  /// What the row adds to the stock.
+  double inflow() const {
+    if (!flag) return 0;
+    return flag->group == MovementGroup::In ? quantity : -quantity;
+  }
+  bool isCount() const { return flag && flag->flag == "pd"; }
+  bool isOpening() const { return flag && flag->flag == "qc"; }
+};
+
+struct Balance {
+  std::int64_t id = 0;  // 0: there is none
+  double shelf = 0, book = 0, cost = 0, sold = 0;
+};
+
+/// A goods in a warehouse.
+struct Pair {
+  int goods = 0, warehouse = 0;
+  std::vector<std::uint32_t> rows;  // places in Books::rows, by date and id
+  Balance balance;
+  double waitingIn = 0;   // received, not put away yet
+  double waitingOut = 0;  // sold, not issued yet
+};
+
+/// A document, known from its head or from what stands somewhere under its number.
+struct Document {
+  const DocumentFamily* family = nullptr;  // null: no head
+  int number = 0;
+  int heads = 0, auditedHeads = 0;
+  bool audited = false, signedOff = false;
+  bool fromTill = false;
+  double due = 0, paid = 0;
+  int settlement = 0;
+  int warehouse = -1, warehouseIn = -1;
+  int goods = -1;       // of the head of a split or bundle
+  double headQuantity = 0;
+  int lines = 0, movingLines = 0;
+  double total = 0, balancing = 0;  // of lines; the balancing line's part
+  std::int64_t firstLine = 0;
+  QString maker;  // of the first line; filled for those without a head
+  // in the ledgers
+  int ledgerRows = 0;
+  double ledgerTotal = 0;
+  std::int64_t firstLedgerRow = 0;
+  char ledgerKind = 0;  // '9' till, 'd' gift for points, 'r' reserved kinds, 'o' rounding
+  int partnerRows = 0, cashRows = 0;
+  double partnerDue = 0, partnerPaid = 0, cash = 0;
+};
+
+/// A line of a waiting document, for what cancels leave behind.
+struct WaitingLine {
+  int document, goods, warehouse;  // warehouse: of the line itself, else -1
+  double quantity;
+  double recordedBook;  // of a count
+  bool wasAudited;      // id2 tells
+};
+
+struct Books {
+  Books(Database& database, const Progress& progress);
+
+  Database& db;
+  StockDigits digits;
+  Findings findings;
+
+  Names goods, warehouses, numbers, dates;
+  std::vector<LedgerRow> rows;  // in the order of id; the balancing lines are left out
+  std::int64_t ledgerRows = 0;  // all
+  std::vector<Pair> pairs;
+  std::vector<int> pairsInOrder;  // by codes
+  std::vector<Document> documents;
+  std::vector<WaitingLine> waiting;
+
+  void load();
+
+  template <class... Args>
+  RowSet select(const SqlText& sql, const Args&... args) {
+    const std::array<Value, sizeof...(Args)> values{Value(args)...};
+    return db.select(sql, values);
+  }
+  /// Rows of a table in the order of `id`, some at a time. `columns` follow the id.
+  void eachChunk(std::string_view table, std::string_view columns, const std::function<void(const RowSet&)>& take);
+  /// The share of the whole work that this step is, told to the operator.
+  void step(int percent, const QString& doing);
+
+  Pair& pair(int goods, int warehouse) { return pairs[static_cast<std::size_t>(pairOf(goods, warehouse))]; }
+  int pairOf(int goods, int warehouse);
+  int findPair(int goods, int warehouse) const;  // -1: none
+  Document& document(std::string_view number);
+  QString nameOf(const Pair& pair) const;
+  const std::string& dateOf(const LedgerRow& row) const { return dates.text(row.date); }
+
+ private:
+  void loadLedger();
+  void loadBalances();
+  void loadHeads();
+  void loadLines();
+  void sortPairs();
+
+  const Progress& progress_;
+  int percent_ = 0;
+  QString doing_;
+  std::unordered_map<std::int64_t, int> pairIndex_;
+};
+
+/// Amounts with up to six decimals that the program has summed one by one.
+bool sameAmount(double a, double b);
+bool sameFigure(double a, double b);
+
+// The checks. Each reads what `load` has found and adds to the findings.
+void proveStock(Books& books);      // running figures
+void proveBalances(Books& books);   // what stands per goods and warehouse
+void proveMonths(Books& books);
+void proveMoney(Books& books);      // cash, partners, invoices; notes them on the documents
+void proveDocuments(Books& books);  // heads, lines, ledgers, orphans, doubles, drafts
+
+}  // namespace jxc::proof

@@ -1,0 +1,160 @@
+#include "maintenance/proof_findings.h"
+
+#include "core/text.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace jxc::proof {
+namespace proof_findings_detail {
+
+using enum Weight;
+
+constexpr std::u16string_view recompute = u"库存查询→重新计算结存数据";
+constexpr std::u16string_view sync = u"库存查询→库存核对→库存同步";
+constexpr std::u16string_view nothing = u"不需要处理";
+constexpr std::u16string_view again = u"取消审核该单据后重新审核";
+
+constexpr KindWords table[] = {
+    {Kind::UnknownFlag, "flag", Wrong, u"流水标志", u"流水的类型标志不认识，推算时不计入结存", u"查明来源后更正该流水"},
+    {Kind::Running, "running", Wrong, u"流水结存", u"结存、均价或结存金额与逐笔推算不符", recompute},
+    {Kind::RunningByPrice, "running-by-price", Known, u"流水结存",
+     u"“重新计算结存数据”按单价推算（不含折扣），审核单据时按金额推算，两者可以不同", nothing},
+    {Kind::RunningOtherDigits, "running-digits", Known, u"流水结存", u"过账时的小数位数参数与现在不同", nothing},
+    {Kind::RunningCancelledTwice, "running-cancelled-twice", Known, u"流水结存",
+     u"一张单据里同一商品有两行，取消审核时逐行推算，每次都还看得到另一行", recompute},
+    {Kind::RunningLateOpening, "running-late-opening", Known, u"流水结存",
+     u"期初建账晚于业务录入，建账本身不推算后面的流水", recompute},
+    {Kind::RunningAverageSet, "running-average-set", Known, u"流水结存",
+     u"当前均价由操作员修改过，下一次推算会覆盖它", nothing},
+    {Kind::RunningCostFilled, "running-cost-filled", Known, u"流水结存", u"“出库成本价同步”填入了原来为零的均价",
+     nothing},
+
+    {Kind::BalanceMissing, "balance-missing", Wrong, u"当前库存", u"有流水，却没有该商品在该仓库的库存记录", sync},
+    {Kind::BalanceTwice, "balance-twice", Wrong, u"当前库存", u"同一商品在同一仓库有两条库存记录", recompute},
+    {Kind::BookStock, "book-stock", Wrong, u"帐面库存", u"帐面库存与流水合计不符", sync},
+    {Kind::BookStockCounted, "book-stock-counted", Known, u"帐面库存",
+     u"盘点按录入时的库存记流水、按实盘数改库存，期间库存已变动，两者从此不同", sync},
+    {Kind::ShelfStock, "shelf-stock", Wrong, u"库存数量", u"库存数量与帐面库存减未入库、加未出库的数量不符", sync},
+    {Kind::ShelfStockCounted, "shelf-stock-counted", Known, u"库存数量",
+     u"盘点把库存数量和帐面库存一起改成实盘数，未入库、未出库的数量不再体现", nothing},
+    {Kind::Sold, "sold", Wrong, u"销售总数", u"销售总数与销售、顾客退货流水合计不符", recompute},
+    {Kind::SoldClosed, "sold-closed", Known, u"销售总数", u"数据结算删除了结算日之前的流水，销售总数仍包含它们",
+     nothing},
+    {Kind::WarehouseCost, "warehouse-cost", Wrong, u"仓库成本均价", u"成本均价与最后一条流水的均价不符", recompute},
+    {Kind::WarehouseCostFixed, "warehouse-cost-fixed", Known, u"仓库成本均价",
+     u"使用固定成本价：流水均价照常推算，库存的成本均价不变", nothing},
+    {Kind::WarehouseCostBehind, "warehouse-cost-behind", Known, u"仓库成本均价",
+     u"销售、报损报溢、借货不改成本均价：补录或取消较早的这类单据后，均价要到下一张进货类单据才更新", recompute},
+    {Kind::GoodsStock, "goods-stock", Wrong, u"商品总库存", u"商品资料的库存与各仓库合计不符", recompute},
+    {Kind::GoodsStockCounted, "goods-stock-counted", Known, u"商品总库存",
+     u"盘点按差额改总库存、按实盘数改仓库库存，期间库存已变动", recompute},
+    {Kind::GoodsAverage, "goods-average", Wrong, u"商品成本均价", u"商品资料的成本均价与各仓库加权均价不符", recompute},
+    {Kind::GoodsAverageBehind, "goods-average-behind", Known, u"商品成本均价",
+     u"只有进货、退货、拆分、捆绑更新商品均价：此后的销售、调拨、盘点改变了加权", recompute},
+    {Kind::Month, "month", Wrong, u"本月结存", u"本月结存与当前库存不符", u"审核下一张本月进销单据时自动更新"},
+    {Kind::MonthBehind, "month-behind", Known, u"本月结存",
+     u"最后一张单据属于以前月份，或是只加减本单金额的库存单据：本月结存由下一张本月进销单据更新", nothing},
+    {Kind::MonthTwice, "month-twice", Wrong, u"本月结存", u"同一仓库同一月份有两条结存", u"删除多余的一条"},
+
+    {Kind::PartnerBalance, "partner-balance", Wrong, u"往来余额", u"逐笔余额与发生额不符", u"应收（应付）帐表→重新计算"},
+    {Kind::PartnerMaster, "partner-master", Wrong, u"往来余额", u"客户（供货商）资料的余额与最后一笔不符",
+     u"应收（应付）帐表→重新计算"},
+    {Kind::CashBalance, "cash-balance", Wrong, u"现金银行余额", u"逐笔余额与发生额不符", u"现金银行→重新计算"},
+    {Kind::CashTransferCancelled, "cash-transfer-cancelled", Known, u"现金银行余额",
+     u"取消审核转账时只重新计算所选行的账户，对方账户的余额不变", u"现金银行→重新计算"},
+    {Kind::InvoiceBalance, "invoice-balance", Wrong, u"发票余额", u"逐笔未开票余额与发生额不符",
+     u"审核或取消该往来单位的一张单据时自动更新"},
+
+    {Kind::NoLines, "no-lines", Wrong, u"单据", u"单据没有商品明细", u"删除该单据"},
+    {Kind::Checker, "checker", Wrong, u"单据", u"审核状态与审核人、审核日期不一致", again},
+    {Kind::WaitingPosted, "waiting-posted", Wrong, u"单据", u"未审核的单据留有库存流水或账目", again},
+    {Kind::RowsMissing, "rows-missing", Wrong, u"单据", u"已审核单据的库存流水行数与明细不符", again},
+    {Kind::LedgerAmount, "ledger-amount", Wrong, u"单据", u"库存流水的金额与单据明细合计不符", again},
+    {Kind::HeadAmount, "head-amount", Wrong, u"单据", u"单据的应收（应付）金额与明细合计不符", again},
+    {Kind::PartnerLine, "partner-line", Wrong, u"单据", u"已审核单据的往来账与单据不符", again},
+    {Kind::CashLine, "cash-line", Wrong, u"单据", u"已审核单据的现金银行账与单据不符", again},
+    {Kind::PaymentLine, "payment-line", Wrong, u"收付款单", u"已审核收付款（应收应付）单的账目与单据不符", again},
+    {Kind::DocumentTwice, "document-twice", Wrong, u"重复单号", u"两张已审核单据使用同一单号", u"查明后删除其中一张"},
+    {Kind::DocumentSharedNumber, "document-shared-number", Known, u"重复单号",
+     u"两位操作员同时保存用了同一单号，审核时后保存的自动换号", nothing},
+
+    {Kind::LedgerOrphan, "ledger-orphan", Wrong, u"孤立流水", u"库存流水没有对应的已审核单据", u"查明后删除该流水并重新计算"},
+    {Kind::PartnerOrphan, "partner-orphan", Wrong, u"孤立往来账", u"往来账没有对应的已审核单据", u"查明后删除该行并重新计算"},
+    {Kind::CashOrphan, "cash-orphan", Wrong, u"孤立现金账", u"现金银行账没有对应的已审核单据", u"查明后删除该行并重新计算"},
+    {Kind::InvoiceOrphan, "invoice-orphan", Wrong, u"孤立发票账", u"发票账没有对应的已审核单据", u"查明后删除该行"},
+    {Kind::RoundingOrphan, "rounding-orphan", Wrong, u"孤立抹零", u"抹零的账目没有对应的已审核收付款单",
+     u"查明后删除该行并重新计算"},
+    {Kind::GoodsGone, "goods-gone", Wrong, u"商品资料", u"有库存或流水的商品不在商品资料中", u"重新增加该编号的商品"},
+    {Kind::WarehouseGone, "warehouse-gone", Wrong, u"仓库资料", u"有库存或流水的仓库不在仓库资料中",
+     u"重新增加该编号的仓库"},
+    {Kind::CodeTwice, "code-twice", Wrong, u"重复编号", u"编号重复，单据和统计会重复计算", u"修改其中一个编号"},
+
+    {Kind::Draft, "draft", Note, u"未保存的单据", u"有商品明细，单据还没有保存", u"打开对应界面保存或放弃"},
+    {Kind::Staging, "staging", Note, u"已选未入单的商品", u"多选界面里选过、还没有放进单据的商品", nothing},
+};
+
+}  // namespace proof_findings_detail
+
+const KindWords& wordsOf(Kind kind) {
+  const KindWords& words = proof_findings_detail::table[static_cast<std::size_t>(kind)];
+  if (words.kind != kind) throw std::logic_error("kinds of findings are out of order");
+  return words;
+}
+
+void Findings::add(Kind kind, std::int64_t more, Place place) {
+  if (more == 0) return;
+  Entry& entry = entries_[kind];
+  if (entry.count == 0) entry.first = std::move(place);
+  entry.count += more;
+}
+
+std::vector<Finding> Findings::all() const {
+  std::vector<Finding> findings;
+  for (const auto& [kind, entry] : entries_) {
+    const KindWords& text = wordsOf(kind);
+    findings.push_back({.weight = text.weight,
+                        .code = std::string(text.code),
+                        .check = words(text.check),
+                        .place = entry.first.place,
+                        .stored = entry.first.stored,
+                        .due = entry.first.due,
+                        .reason = words(text.reason),
+                        .repair = words(text.repair),
+                        .count = entry.count});
+  }
+  std::ranges::stable_sort(findings, {}, &Finding::weight);
+  return findings;
+}
+
+int Proof::wrong() const {
+  return static_cast<int>(std::ranges::count(findings, Weight::Wrong, &Finding::weight));
+}
+
+QString Proof::summary() const {
+  const int known = static_cast<int>(std::ranges::count(findings, Weight::Known, &Finding::weight));
+  QString text = finished ? QStringLiteral("核对完成：") : QStringLiteral("核对已停止：");
+  text += QStringLiteral("%1 条库存流水，%2 张单据，").arg(ledgerRows).arg(documents);
+  text += wrong() == 0 ? QStringLiteral("没有发现错误") : QStringLiteral("发现 %1 类错误").arg(wrong());
+  if (known > 0) text += QStringLiteral("，%1 类已知差异").arg(known);
+  return text + u'。';
+}
+
+RowSet Proof::rows() const {
+  constexpr std::array<const char*, 3> weights = {"错误", "已知", "提示"};
+  RowSet rows({"id", "weight", "checked", "place", "stored", "due", "num", "reason", "repair"});
+  std::int64_t id = 0;
+  for (const Finding& finding : findings) {
+    rows.addInteger(++id);
+    rows.addText(weights[static_cast<std::size_t>(finding.weight)]);
+    for (const QString* text : {&finding.check, &finding.place, &finding.stored, &finding.due})
+      rows.addText(text->toStdString());
+    rows.addInteger(finding.count);
+    rows.addText(finding.reason.toStdString());
+    rows.addText(finding.repair.toStdString());
+  }
+  return rows;
+}
+
+}  // namespace jxc::proof

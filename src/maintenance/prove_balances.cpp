@@ -1,0 +1,315 @@
+// 当前库存核对: what stands per goods and warehouse against the ledger, the goods master against its warehouses, month
+// rows against the stock.
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "engine/number_text.h"
+#include "maintenance/proof_books.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+#include <unordered_map>
+
+namespace jxc::proof {
+namespace prove_balances_detail {
+
+/// What counts did to the balance: they set it, and write only the difference to what they found into the ledger.
+struct Counted {
+  bool any = false;         // the goods was counted here, or a count was taken back
+  double drift = 0;         // balance minus ledger that audited counts explain
+  std::vector<double> recorded;  // book stock that cancelled counts have put back
+};
+
+/// All that is asked about one pair beyond its rows.
+struct Around {
+  std::vector<Counted> counted;         // by pair
+  std::vector<char> cancelledOutgoing;  // by pair: a document that does not set the cost was cancelled
+  std::vector<char> cancelledTwice;     // by pair: a waiting document has the goods on several lines
+  bool closed = false;                  // a period was closed once
+  bool fixedCost = false;
+};
+
+/// The balance as postings in their order left it: counts set, all others add.
+void noteCounts(const Books& books, const Pair& pair, Counted& counted) {
+  const bool any = std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return books.rows[row].isCount(); });
+  if (!any) return;
+  counted.any = true;
+  std::vector<std::uint32_t> byId = pair.rows;
+  std::ranges::sort(byId);
+  double balance = 0, ledger = 0;
+  for (const std::uint32_t at : byId) {
+    const LedgerRow& row = books.rows[at];
+    balance = row.isCount() ? row.own : balance + row.inflow();
+    ledger += row.inflow();
+  }
+  counted.drift = balance - ledger;
+}
+
+Around lookAround(Books& books) {
+  Around around;
+  around.counted.resize(books.pairs.size());
+  around.cancelledOutgoing.resize(books.pairs.size());
+  around.cancelledTwice.resize(books.pairs.size());
+  for (std::size_t i = 0; i < books.pairs.size(); ++i)
+    noteCounts(books, books.pairs[i], around.counted[i]);
+  std::set<std::pair<int, int>> seen;  // document, pair
+  for (const WaitingLine& line : books.waiting) {
+    const Document& document = books.documents[static_cast<std::size_t>(line.document)];
+    for (const int warehouse :
+         {line.warehouse >= 0 ? line.warehouse : document.warehouse, document.warehouseIn, document.goods}) {
+      if (warehouse < 0 || warehouse == document.goods) continue;
+      const int pair = books.findPair(line.goods, warehouse);
+      if (pair < 0) continue;
+      const auto at = static_cast<std::size_t>(pair);
+      if (!seen.insert({line.document, pair}).second) around.cancelledTwice[at] = 1;
+      const std::u16string_view prefix = document.family->prefix;
+      if (prefix == u"PD") {
+        if (!line.wasAudited) continue;
+        around.counted[at].any = true;
+        around.counted[at].recorded.push_back(line.recordedBook);
+      } else if (prefix == u"BS" || prefix == u"BY" || prefix == u"XT" || ((prefix == u"XS" || prefix == u"JH") &&
+                                                                          line.wasAudited)) {
+        around.cancelledOutgoing[at] = 1;
+      }
+    }
+  }
+  around.closed = !books.select("select top 1 id from jxc_nj").isEmpty();
+  around.fixedCost = strIsTrue(session().cs_cs009);
+  return around;
+}
+
+/// A cancelled count has put back the stock that it had found; what was posted later came on top.
+bool explainedByCancelledCount(const Books& books, const Pair& pair, const Counted& counted) {
+  for (const double recorded : counted.recorded) {
+    std::vector<std::uint32_t> byId = pair.rows;
+    std::ranges::sort(byId, std::greater<>());
+    double balance = recorded;
+    if (sameAmount(balance, pair.balance.book)) return true;
+    for (const std::uint32_t row : byId) {
+      balance += books.rows[row].inflow();
+      if (sameAmount(balance, pair.balance.book)) return true;
+    }
+  }
+  return false;
+}
+
+bool isCostSetter(const LedgerRow& row) {
+  return row.flag && row.flag->anchor && !(row.isOpening() && row.number < 0);
+}
+
+/// Whether something that does not set the cost was posted after the last row that does, before later rows.
+bool postedBehindCost(const Books& books, const Pair& pair) {
+  std::int64_t lastSetter = 0, latest = 0;
+  for (const std::uint32_t at : pair.rows) {
+    const LedgerRow& row = books.rows[at];
+    if (isCostSetter(row)) lastSetter = std::max(lastSetter, row.id);
+  }
+  for (std::size_t i = 0; i + 1 < pair.rows.size(); ++i) {
+    const LedgerRow& row = books.rows[pair.rows[i]];
+    if (!isCostSetter(row)) latest = std::max(latest, row.id);
+  }
+  return latest > lastSetter;
+}
+
+void provePair(Books& books, const Around& around, int index) {
+  const Pair& pair = books.pairs[static_cast<std::size_t>(index)];
+  const Counted& counted = around.counted[static_cast<std::size_t>(index)];
+  const auto place = [&](double stored, double due) {
+    return [&books, &pair, stored, due] {
+      return Place{books.nameOf(pair), numberText(stored), numberText(due)};
+    };
+  };
+  if (pair.balance.id == 0) {
+    if (!pair.rows.empty())
+      books.findings.add(Kind::BalanceMissing, [&] {
+        return Place{books.nameOf(pair), u"没有"_qs, numberText(books.rows[pair.rows.back()].stock)};
+      });
+    return;
+  }
+  double ledger = 0, sold = 0;
+  for (const std::uint32_t at : pair.rows) {
+    const LedgerRow& row = books.rows[at];
+    ledger += row.inflow();
+    if (row.flag && (row.flag->flag == "xs" || row.flag->flag == "xt")) sold += row.quantity;
+  }
+  const Balance& balance = pair.balance;
+  if (!sameAmount(balance.book, ledger)) {
+    const bool known = (counted.any && sameAmount(balance.book - ledger, counted.drift)) ||
+                       explainedByCancelledCount(books, pair, counted);
+    books.findings.add(known ? Kind::BookStockCounted : Kind::BookStock, place(balance.book, ledger));
+  }
+  const double shelf = balance.book - pair.waitingIn + pair.waitingOut;
+  if (!sameAmount(balance.shelf, shelf))
+    books.findings.add(counted.any && (pair.waitingIn != 0 || pair.waitingOut != 0) ? Kind::ShelfStockCounted
+                                                                                     : Kind::ShelfStock,
+                       place(balance.shelf, shelf));
+  if (!sameAmount(balance.sold, sold))
+    books.findings.add(around.closed ? Kind::SoldClosed : Kind::Sold, place(balance.sold, sold));
+
+  const bool costIsSet = std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return isCostSetter(books.rows[row]); });
+  if (!costIsSet) return;  // the cost is that of a first sale, or of the opening entry
+  const double average = books.rows[pair.rows.back()].average;
+  if (sameFigure(balance.cost, average)) return;
+  const auto at = static_cast<std::size_t>(index);
+  const Kind kind = around.fixedCost ? Kind::WarehouseCostFixed
+                    : postedBehindCost(books, pair) || around.cancelledOutgoing[at] || around.cancelledTwice[at]
+                        ? Kind::WarehouseCostBehind
+                        : Kind::WarehouseCost;
+  books.findings.add(kind, place(balance.cost, average));
+}
+
+// ---- goods -------------------------------------------------------------------------------------------------------
+
+/// What the warehouses say about one goods.
+struct GoodsSum {
+  double shelf = 0, book = 0, worth = 0, drift = 0;
+  double least = std::numeric_limits<double>::max(), most = 0;  // costs and prices that it ever had
+  int places = 0;
+  bool counted = false, moved = false, behind = false;
+  std::int64_t lastSetter = 0, last = 0;
+  void saw(double cost) {
+    least = std::min(least, std::fabs(cost));
+    most = std::max(most, std::fabs(cost));
+  }
+};
+
+std::unordered_map<int, GoodsSum> sumGoods(const Books& books, const Around& around) {
+  std::unordered_map<int, GoodsSum> sums;
+  for (std::size_t i = 0; i < books.pairs.size(); ++i) {
+    const Pair& pair = books.pairs[i];
+    GoodsSum& sum = sums[pair.goods];
+    sum.shelf += pair.balance.shelf;
+    sum.book += pair.balance.book;
+    sum.worth += pair.balance.cost * pair.balance.book;
+    sum.drift += around.counted[i].drift;
+    sum.counted = sum.counted || around.counted[i].any;
+    sum.behind = sum.behind || around.cancelledOutgoing[i] || around.cancelledTwice[i];
+    sum.places += pair.balance.id != 0;
+    if (pair.balance.id != 0) sum.saw(pair.balance.cost);
+    for (const std::uint32_t at : pair.rows) {
+      const LedgerRow& row = books.rows[at];
+      sum.moved = true;
+      sum.last = std::max(sum.last, row.id);
+      sum.saw(row.average);
+      if (!isCostSetter(row)) continue;
+      sum.saw(row.price);
+      const std::string_view flag = row.flag->flag;
+      if (flag == "cj" || flag == "ct" || ((flag == "cf" || flag == "kb") && row.quantity > 0))
+        sum.lastSetter = std::max(sum.lastSetter, row.id);
+    }
+  }
+  return sums;
+}
+
+void proveGoods(Books& books, const Around& around) {
+  const std::unordered_map<int, GoodsSum> sums = sumGoods(books, around);
+  std::vector<char> known(static_cast<std::size_t>(books.goods.size()));
+  books.eachChunk("jxc_goods", "g_sn,g_kc,g_pjjj", [&](const RowSet& set) {
+    for (int row = 0; row < set.rowCount(); ++row) {
+      if (set.utf8(row, 1) == "00000000") continue;
+      const int goods = books.goods.find(set.utf8(row, 1));
+      if (goods >= 0) known[static_cast<std::size_t>(goods)] = 1;
+      const auto found = goods < 0 ? sums.end() : sums.find(goods);
+      const GoodsSum sum = found == sums.end() ? GoodsSum{} : found->second;
+      const auto place = [&](double stored, double due) {
+        return [&set, row, stored, due] {
+          return Place{u"商品 "_qs + set.text(row, 1), numberText(stored), numberText(due)};
+        };
+      };
+      const double stock = set.number(row, 2);
+      if (!sameAmount(stock, sum.shelf))
+        books.findings.add(sum.counted && (sameAmount(stock, sum.shelf - sum.drift) || sum.drift == 0)
+                               ? Kind::GoodsStockCounted
+                               : Kind::GoodsStock,
+                           place(stock, sum.shelf));
+      if (!sum.moved || std::fabs(sum.book) < 1e-9 || sum.lastSetter == 0) continue;
+      const double average = set.number(row, 3);
+      const double due = std::fabs(roundEps(sum.worth / sum.book, books.digits.money));
+      if (sameAmount(average, due)) continue;
+      // Within the costs that the goods has had, and something moved since a document last set it.
+      const double slack = std::pow(10.0, -books.digits.money);
+      const bool plausible = average >= sum.least - slack && average <= sum.most + slack;
+      const bool behind = sum.last > sum.lastSetter || sum.behind || sum.places > 1 || around.fixedCost;
+      books.findings.add(plausible && behind ? Kind::GoodsAverageBehind : Kind::GoodsAverage, place(average, due));
+    }
+  });
+  std::vector<char> knownPlaces(static_cast<std::size_t>(books.warehouses.size()));
+  for (const Row row : books.select("select ck_sn from jxc_ckxx")) {
+    const int index = books.warehouses.find(row.text("ck_sn").toStdString());
+    if (index >= 0) knownPlaces[static_cast<std::size_t>(index)] = 1;
+  }
+  for (const int at : books.pairsInOrder) {
+    const Pair& pair = books.pairs[static_cast<std::size_t>(at)];
+    if (pair.rows.empty() && pair.balance.id == 0) continue;
+    const auto place = [&] { return Place{books.nameOf(pair), u"没有资料"_qs, {}}; };
+    if (!known[static_cast<std::size_t>(pair.goods)] && books.goods.text(pair.goods) != "00000000")
+      books.findings.add(Kind::GoodsGone, place);
+    if (!knownPlaces[static_cast<std::size_t>(pair.warehouse)]) books.findings.add(Kind::WarehouseGone, place);
+  }
+}
+
+}  // namespace prove_balances_detail
+
+void proveBalances(Books& books) {
+  using namespace prove_balances_detail;
+  books.step(80, u"核对当前库存"_qs);
+  const Around around = lookAround(books);
+  for (const int index : books.pairsInOrder)
+    if (books.goods.text(books.pairs[static_cast<std::size_t>(index)].goods) != "00000000")
+      provePair(books, around, index);
+  books.step(84, u"核对商品资料"_qs);
+  proveGoods(books, around);
+}
+
+void proveMonths(Books& books) {
+  books.step(88, u"核对本月结存"_qs);
+  const RowSet twice =
+      books.select("select js_rq,ck_sn,count(*) as num from jxc_kcjs group by js_rq,ck_sn having count(*)>1");
+  for (const Row row : twice)
+    books.findings.add(Kind::MonthTwice, [&] {
+      return Place{u"月份 "_qs + row.text("js_rq") + u" 仓库 "_qs + row.text("ck_sn"), row.text("num"), u"1"_qs};
+    });
+  const QString month = books.select("select max(js_rq) as rq from jxc_kcjs").front().text("rq");
+  if (month.isEmpty()) return;
+
+  struct Warehouse {
+    double stock = 0, value = 0;
+    const LedgerRow* last = nullptr;
+  };
+  std::unordered_map<int, Warehouse> sums;
+  for (const Pair& pair : books.pairs) {
+    Warehouse& at = sums[pair.warehouse];
+    at.stock += pair.balance.shelf;
+    at.value += pair.balance.shelf * pair.balance.cost;
+  }
+  for (const LedgerRow& row : books.rows)
+    sums[books.pairs[static_cast<std::size_t>(row.pair)].warehouse].last = &row;
+
+  for (const Row row : books.select("select ck_sn,js_sl,js_zje from jxc_kcjs where js_rq=? order by ck_sn,id", month)) {
+    const auto found = sums.find(books.warehouses.find(row.text("ck_sn").toStdString()));
+    const Warehouse due = found == sums.end() ? Warehouse{} : found->second;
+    const auto close = [](double a, double b) { return std::fabs(a - b) < 1e-4 + 1e-9 * std::fabs(a); };
+    if (close(row.number("js_sl"), due.stock) && close(row.number("js_zje"), due.value)) continue;
+    // Only a purchase or a sale of this very month writes the whole stock into its row.
+    bool exact = false;
+    if (due.last && due.last->flag) {
+      const std::string_view flag = due.last->flag->flag;
+      exact = (flag == "cj" || flag == "ct" || flag == "xs" || flag == "xt") &&
+              books.dateOf(*due.last).starts_with(month.toStdString());
+    }
+    // A cancel leaves no row behind, but a line in the log; the one of another month refreshes another row.
+    if (exact) {
+      const QString posted = books.select("select gl_chkrq from jxc_goodslist where id=?", due.last->id).front().text("gl_chkrq");
+      exact = books.select("select top 1 id from jxc_log where log_time>=? and log_note like '取消审核%'", posted).isEmpty();
+    }
+    books.findings.add(exact ? Kind::Month : Kind::MonthBehind, [&] {
+      return Place{u"月份 "_qs + month + u" 仓库 "_qs + row.text("ck_sn"),
+                   u"数量 "_qs + row.text("js_sl") + u" 金额 "_qs + row.text("js_zje"),
+                   u"数量 "_qs + numberText(due.stock) + u" 金额 "_qs + numberText(due.value)};
+    });
+  }
+}
+
+}  // namespace jxc::proof

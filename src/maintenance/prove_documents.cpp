@@ -1,0 +1,168 @@
+// 单据核对: heads against lines, lines against the ledgers, orphans, doubles and drafts.
+#include "core/statements.h"
+#include "core/text.h"
+#include "engine/number_text.h"
+#include "maintenance/proof_books.h"
+#include "stock/internal_documents.h"
+
+#include <unordered_set>
+
+namespace jxc::proof {
+namespace prove_documents_detail {
+
+QString numberOf(const Books& books, const Document& document) {
+  return u"单据 "_qs + books.numbers.shown(document.number);
+}
+
+/// Ledger rows that an audited document of these lines has.
+int rowsDue(const Document& document) {
+  if (!document.family->due.empty()) return document.lines;
+  const internal_documents::Rules& rules = internal_documents::rulesOf(*document.family);
+  return rules.rowsALine * document.movingLines + rules.rowsOfHead;
+}
+
+void proveTrading(Books& books, const Document& document) {
+  const DocumentFamily& family = *document.family;
+  const auto amounts = [&](double stored, double due) {
+    return [&books, &document, stored, due] {
+      return Place{numberOf(books, document), numberText(stored), numberText(due)};
+    };
+  };
+  // The head owes what the lines come to, with or without the balancing line, in the digits of totals.
+  const double all = family.headSign * document.total;
+  const double withoutBalancing = all - family.headSign * document.balancing;
+  const auto isDue = [&](double sum) {
+    return sameAmount(document.due, sum) || sameAmount(document.due, roundEps(sum, books.digits.total));
+  };
+  if (document.lines > 0 && !isDue(all) && !isDue(withoutBalancing))
+    books.findings.add(Kind::HeadAmount, amounts(document.due, withoutBalancing));
+  if (!document.audited) return;
+  if (document.ledgerRows == document.lines && !sameAmount(document.ledgerTotal, all))
+    books.findings.add(Kind::LedgerAmount, amounts(document.ledgerTotal, all));
+  if (document.fromTill) return;  // its money goes the till's own way
+  const double ledgerDue = document.settlement == 0 ? document.paid : document.due;
+  if (document.partnerRows != 1 || !sameAmount(document.partnerDue, ledgerDue) ||
+      !sameAmount(document.partnerPaid, document.paid))
+    books.findings.add(Kind::PartnerLine, [&] {
+      const auto figures = [](int rows, double due, double paid) {
+        return u"%1 行，应收（付） "_qs.arg(rows) + numberText(due) + u" 已收（付） "_qs + numberText(paid);
+      };
+      return Place{numberOf(books, document),
+                   figures(document.partnerRows, document.partnerDue, document.partnerPaid),
+                   figures(1, ledgerDue, document.paid)};
+    });
+  const double cash = family.partner == "ghs_sn" ? -document.paid : document.paid;
+  if (document.cashRows != 1 || !sameAmount(document.cash, cash))
+    books.findings.add(Kind::CashLine, [&] {
+      return Place{numberOf(books, document),
+                   u"%1 行，金额 "_qs.arg(document.cashRows) + numberText(document.cash),
+                   u"1 行，金额 "_qs + numberText(cash)};
+    });
+}
+
+void proveHead(Books& books, const Document& document) {
+  const auto here = [&](const QString& stored, const QString& due) {
+    return [&books, &document, stored, due] { return Place{numberOf(books, document), stored, due}; };
+  };
+  const auto rows = [](int count) { return u"%1 行"_qs.arg(count); };
+  if (document.auditedHeads > 1)
+    books.findings.add(Kind::DocumentTwice, here(u"%1 张"_qs.arg(document.auditedHeads), u"1 张"_qs));
+  else if (document.heads > 1)
+    books.findings.add(Kind::DocumentSharedNumber, here(u"%1 张"_qs.arg(document.heads), u"1 张"_qs));
+  if (document.lines == 0) books.findings.add(Kind::NoLines, here(rows(0), {}));
+  if (document.audited != document.signedOff)
+    books.findings.add(Kind::Checker, here(document.signedOff ? u"有审核人，状态未审核"_qs : u"已审核，没有审核人"_qs, {}));
+  if (document.audited) {
+    if (document.heads == 1 && document.lines > 0 && document.ledgerRows != rowsDue(document))
+      books.findings.add(Kind::RowsMissing, here(rows(document.ledgerRows), rows(rowsDue(document))));
+  } else if (document.ledgerRows > 0 || document.partnerRows > 0 || document.cashRows > 0) {
+    books.findings.add(Kind::WaitingPosted, here(u"流水 %1 行，往来账 %2 行，现金账 %3 行"_qs.arg(document.ledgerRows)
+                                                     .arg(document.partnerRows)
+                                                     .arg(document.cashRows),
+                                                 u"没有"_qs));
+  }
+  if (!document.family->due.empty() && document.heads == 1) proveTrading(books, document);
+}
+
+std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) {
+  std::unordered_set<std::string> numbers;
+  books.eachChunk(table, "gl_djh", [&](const RowSet& set) {
+    for (int row = 0; row < set.rowCount(); ++row)
+      numbers.emplace(set.utf8(row, 1));
+  });
+  return numbers;
+}
+
+/// What stands in the ledgers, or in the tables of lines, without a head.
+class Headless {
+ public:
+  explicit Headless(Books& books)
+      : books_(books), till_(numbersIn(books, "jxc_posxsd")), returned_(numbersIn(books, "jxc_posthd")),
+        gifts_(numbersIn(books, "jxc_dhd")) {
+    for (const Row row : books.select("select a_name from jxc_admin"))
+      operators_.insert(row.text("a_name").toStdString());
+  }
+  void prove(const Document& document) {
+    const std::string& number = books_.numbers.text(document.number);
+    const auto rows = [&](int count) {
+      return [this, &document, count] { return Place{numberOf(books_, document), u"%1 行"_qs.arg(count), u"没有"_qs}; };
+    };
+    const bool elsewhere = till_.contains(number) || returned_.contains(number);
+    if (document.ledgerRows > 0 && document.ledgerKind != 'r' && document.ledgerKind != 'o' && !elsewhere &&
+        !(document.ledgerKind == 'd' && gifts_.contains(number)))
+      books_.findings.add(Kind::LedgerOrphan, rows(document.ledgerRows));
+    if (document.partnerRows > 0 && !elsewhere) books_.findings.add(Kind::PartnerOrphan, rows(document.partnerRows));
+    if (document.cashRows > 0 && !elsewhere) books_.findings.add(Kind::CashOrphan, rows(document.cashRows));
+    if (document.lines > 0)
+      books_.findings.add(Kind::Draft, [&] {
+        const bool known = operators_.contains(document.maker.toStdString());
+        return Place{numberOf(books_, document) + u" 操作员 "_qs + document.maker +
+                         (known ? QString() : u"（已不存在）"_qs),
+                     u"%1 行明细"_qs.arg(document.lines), {}};
+      });
+  }
+
+ private:
+  Books& books_;
+  std::unordered_set<std::string> till_, returned_, gifts_, operators_;
+};
+
+void proveCodes(Books& books) {
+  struct Code {
+    std::string_view table, field;
+    std::u16string_view name;
+  };
+  for (const Code& code : {Code{"jxc_goods", "g_sn", u"商品"}, Code{"jxc_khxx", "kh_sn", u"客户"},
+                           Code{"jxc_ghsxx", "ghs_sn", u"供货商"}, Code{"jxc_ckxx", "ck_sn", u"仓库"},
+                           Code{"jxc_hyxx", "hy_sn", u"会员"}, Code{"jxc_user", "u_sn", u"员工"},
+                           Code{"jxc_ysyfk_dj", "gl_djh", u"收付款单"}}) {
+    const std::string sql = compose("select {} as code,count(*) as num from {} where {}<>'' group by {} having count(*)>1",
+                                    {code.field, code.table, code.field, code.field});
+    for (const Row row : books.select(sql))
+      books.findings.add(Kind::CodeTwice, [&] {
+        return Place{words(code.name) + u' ' + row.text("code"), row.text("num") + u" 条"_qs, u"1 条"_qs};
+      });
+  }
+}
+
+}  // namespace prove_documents_detail
+
+void proveDocuments(Books& books) {
+  using namespace prove_documents_detail;
+  books.step(96, u"核对单据"_qs);
+  Headless headless(books);
+  for (const Document& document : books.documents) {
+    if (document.family)
+      proveHead(books, document);
+    else
+      headless.prove(document);
+  }
+  books.step(98, u"核对编号"_qs);
+  proveCodes(books);
+  const RowSet staged = books.select("select a_name,count(*) as num from jxc_tempspxf where g_sn<>'' group by a_name");
+  for (const Row row : staged)
+    books.findings.add(Kind::Staging, row.integer("num"),
+                       {u"操作员 "_qs + row.text("a_name"), row.text("num") + u" 行"_qs, {}});
+}
+
+}  // namespace jxc::proof
