@@ -1,9 +1,14 @@
 #include "maintenance/console_commands.h"
 
+#include "maintenance/prove_command.h"
+
+#include <vector>
+
 namespace jxc {
 
 std::span<const ConsoleCommand> maintenanceCommands() {
-  return {};
+  static const std::vector<ConsoleCommand> all{proveCommand};
+  return all;
 }
 
 }  // namespace jxc

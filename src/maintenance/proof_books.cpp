@@ -81,8 +81,8 @@ void Books::eachChunk(std::string_view table, std::string_view columns,
   using proof_books_detail::chunkRows;
   const RowSet ends = select("select min(id),max(id) from " + std::string(table));
   if (ends.isEmpty() || ends.isNull(0, 0)) return;
-  const std::string sql = proof_books_detail::joined(
-      {"select id,", columns, " from ", table, " where id>=? and id<? order by id"});
+  const std::string sql =
+      proof_books_detail::joined({"select id,", columns, " from ", table, " where id>=? and id<? order by id"});
   const std::int64_t last = ends.integer(0, 1);
   for (std::int64_t from = ends.integer(0, 0); from <= last; from += chunkRows) {
     take(select(sql, from, from + chunkRows));
@@ -98,7 +98,8 @@ int Books::pairOf(int goodsIndex, int warehouse) {
 }
 
 int Books::findPair(int goodsIndex, int warehouse) const {
-  const auto found = pairIndex_.find(static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse));
+  const auto found =
+      pairIndex_.find(static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse));
   return found == pairIndex_.end() ? -1 : found->second;
 }
 
@@ -126,8 +127,26 @@ void Books::loadLedger() {
   const RowSet ends = select("select min(id),max(id) from jxc_goodslist");
   if (ends.isEmpty() || ends.isNull(0, 0)) return;
   const double first = ends.number(0, 0), span = std::max(1.0, ends.number(0, 1) - first);
-  enum { Id, Flag, Number, Date, Goods, Where, Quantity, Net, Price, Own, Before, ValueBefore, Average, Stock, Value,
-         Total, Source, Linked };
+  enum {
+    Id,
+    Flag,
+    Number,
+    Date,
+    Goods,
+    Where,
+    Quantity,
+    Net,
+    Price,
+    Own,
+    Before,
+    ValueBefore,
+    Average,
+    Stock,
+    Value,
+    Total,
+    Source,
+    Linked
+  };
   const LedgerFlag* lastFlag = nullptr;
   std::string lastFlagText;
   eachChunk("jxc_goodslist",
@@ -160,7 +179,8 @@ void Books::loadLedger() {
                 if (!lastFlag)
                   findings.add(Kind::UnknownFlag, [&] {
                     return Place{u"流水 "_qs + QString::number(id) + u" 单据 "_qs + set.text(row, Number),
-                                 set.text(row, Flag), {}};
+                                 set.text(row, Flag),
+                                 {}};
                   });
                 if (balancing) continue;
                 const int pairIndex = pairOf(goods.add(set.utf8(row, Goods)), warehouses.add(set.utf8(row, Where)));
@@ -191,11 +211,13 @@ void Books::loadBalances() {
     for (int row = 0; row < set.rowCount(); ++row) {
       Pair& at = pair(goods.add(set.utf8(row, 1)), warehouses.add(set.utf8(row, 2)));
       if (at.balance.id != 0) {
-        findings.add(Kind::BalanceTwice,
-                     [&] { return Place{nameOf(at), u"库存 "_qs + set.text(row, 3), u"只有一条"_qs}; });
+        findings.add(Kind::BalanceTwice, [&] {
+          return Place{nameOf(at), u"库存 "_qs + set.text(row, 3), u"只有一条"_qs};
+        });
         continue;
       }
-      at.balance = {set.integer(row, 0), set.number(row, 3), set.number(row, 4), set.number(row, 5), set.number(row, 6)};
+      at.balance = {set.integer(row, 0), set.number(row, 3), set.number(row, 4), set.number(row, 5),
+                    set.number(row, 6)};
     }
   });
 }
@@ -244,39 +266,39 @@ void Books::loadLines() {
     const DocumentFamily& family = documentFamily(QStringView(columns.prefix));
     const bool receipt = columns.prefix == u"CJ", sale = columns.prefix == u"XS", count = columns.prefix == u"PD";
     enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker };
-    eachChunk(family.lines,
-              proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",",
-                                          columns.moved, ",", columns.closed, ",", columns.warehouse, ",", columns.mark,
-                                          ",a_name"}),
-              [&](const RowSet& set) {
-                for (int row = 0; row < set.rowCount(); ++row) {
-                  Document& under = document(set.utf8(row, Number));
-                  const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
-                  const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
-                  if (++under.lines == 1) {
-                    under.firstLine = set.integer(row, Id);
-                    if (!under.family) under.maker = set.text(row, Maker);
-                  }
-                  under.total += set.number(row, Total);
-                  if (balancing) under.balancing += set.number(row, Total);
-                  under.movingLines += !count || quantity != moved;
-                  if (!under.family || balancing) continue;
-                  if (under.audited && (receipt || sale)) {
-                    const double open = quantity - moved - set.number(row, Closed);
-                    if (std::fabs(open) < 1e-9) continue;
-                    Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
-                    (receipt ? at.waitingIn : at.waitingOut) += open;
-                  } else if (!under.audited) {
-                    waiting.push_back(
-                        {.document = under.number,
-                         .goods = goods.add(set.utf8(row, Goods)),
-                         .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
-                         .quantity = quantity,
-                         .recordedBook = set.number(row, Closed),
-                         .wasAudited = set.integer(row, Mark) != 0});
-                  }
-                }
-              });
+    eachChunk(
+        family.lines,
+        proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",", columns.moved,
+                                    ",", columns.closed, ",", columns.warehouse, ",", columns.mark, ",a_name"}),
+        [&](const RowSet& set) {
+          for (int row = 0; row < set.rowCount(); ++row) {
+            Document& under = document(set.utf8(row, Number));
+            const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
+            const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
+            if (++under.lines == 1) {
+              under.firstLine = set.integer(row, Id);
+              if (!under.family) under.maker = set.text(row, Maker);
+            }
+            under.total += set.number(row, Total);
+            if (balancing) under.balancing += set.number(row, Total);
+            under.movingLines += !count || quantity != moved;
+            if (!under.family || balancing) continue;
+            if (under.audited && (receipt || sale)) {
+              const double open = quantity - moved - set.number(row, Closed);
+              if (std::fabs(open) < 1e-9) continue;
+              Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
+              (receipt ? at.waitingIn : at.waitingOut) += open;
+            } else if (!under.audited) {
+              waiting.push_back(
+                  {.document = under.number,
+                   .goods = goods.add(set.utf8(row, Goods)),
+                   .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
+                   .quantity = quantity,
+                   .recordedBook = set.number(row, Closed),
+                   .wasAudited = set.integer(row, Mark) != 0});
+            }
+          }
+        });
   }
 }
 

@@ -78,7 +78,7 @@ struct Document {
   double due = 0, paid = 0;
   int settlement = 0;
   int warehouse = -1, warehouseIn = -1;
-  int goods = -1;       // of the head of a split or bundle
+  int goods = -1;  // of the head of a split or bundle
   double headQuantity = 0;
   int lines = 0, movingLines = 0;
   double total = 0, balancing = 0;  // of lines; the balancing line's part
@@ -153,8 +153,8 @@ bool sameAmount(double a, double b);
 bool sameFigure(double a, double b);
 
 // The checks. Each reads what `load` has found and adds to the findings.
-void proveStock(Books& books);      // running figures
-void proveBalances(Books& books);   // what stands per goods and warehouse
+void proveStock(Books& books);     // running figures
+void proveBalances(Books& books);  // what stands per goods and warehouse
 void proveMonths(Books& books);
 void proveMoney(Books& books);      // cash, partners, invoices; notes them on the documents
 void proveDocuments(Books& books);  // heads, lines, ledgers, orphans, doubles, drafts

@@ -47,15 +47,13 @@ void proveTrading(Books& books, const Document& document) {
       const auto figures = [](int rows, double due, double paid) {
         return u"%1 行，应收（付） "_qs.arg(rows) + numberText(due) + u" 已收（付） "_qs + numberText(paid);
       };
-      return Place{numberOf(books, document),
-                   figures(document.partnerRows, document.partnerDue, document.partnerPaid),
+      return Place{numberOf(books, document), figures(document.partnerRows, document.partnerDue, document.partnerPaid),
                    figures(1, ledgerDue, document.paid)};
     });
   const double cash = family.partner == "ghs_sn" ? -document.paid : document.paid;
   if (document.cashRows != 1 || !sameAmount(document.cash, cash))
     books.findings.add(Kind::CashLine, [&] {
-      return Place{numberOf(books, document),
-                   u"%1 行，金额 "_qs.arg(document.cashRows) + numberText(document.cash),
+      return Place{numberOf(books, document), u"%1 行，金额 "_qs.arg(document.cashRows) + numberText(document.cash),
                    u"1 行，金额 "_qs + numberText(cash)};
     });
 }
@@ -71,7 +69,8 @@ void proveHead(Books& books, const Document& document) {
     books.findings.add(Kind::DocumentSharedNumber, here(u"%1 张"_qs.arg(document.heads), u"1 张"_qs));
   if (document.lines == 0) books.findings.add(Kind::NoLines, here(rows(0), {}));
   if (document.audited != document.signedOff)
-    books.findings.add(Kind::Checker, here(document.signedOff ? u"有审核人，状态未审核"_qs : u"已审核，没有审核人"_qs, {}));
+    books.findings.add(Kind::Checker,
+                       here(document.signedOff ? u"有审核人，状态未审核"_qs : u"已审核，没有审核人"_qs, {}));
   if (document.audited) {
     if (document.heads == 1 && document.lines > 0 && document.ledgerRows != rowsDue(document))
       books.findings.add(Kind::RowsMissing, here(rows(document.ledgerRows), rows(rowsDue(document))));
@@ -97,7 +96,9 @@ std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) 
 class Headless {
  public:
   explicit Headless(Books& books)
-      : books_(books), till_(numbersIn(books, "jxc_posxsd")), returned_(numbersIn(books, "jxc_posthd")),
+      : books_(books),
+        till_(numbersIn(books, "jxc_posxsd")),
+        returned_(numbersIn(books, "jxc_posthd")),
         gifts_(numbersIn(books, "jxc_dhd")) {
     for (const Row row : books.select("select a_name from jxc_admin"))
       operators_.insert(row.text("a_name").toStdString());
@@ -116,9 +117,10 @@ class Headless {
     if (document.lines > 0)
       books_.findings.add(Kind::Draft, [&] {
         const bool known = operators_.contains(document.maker.toStdString());
-        return Place{numberOf(books_, document) + u" 操作员 "_qs + document.maker +
-                         (known ? QString() : u"（已不存在）"_qs),
-                     u"%1 行明细"_qs.arg(document.lines), {}};
+        return Place{
+            numberOf(books_, document) + u" 操作员 "_qs + document.maker + (known ? QString() : u"（已不存在）"_qs),
+            u"%1 行明细"_qs.arg(document.lines),
+            {}};
       });
   }
 
@@ -132,12 +134,13 @@ void proveCodes(Books& books) {
     std::string_view table, field;
     std::u16string_view name;
   };
-  for (const Code& code : {Code{"jxc_goods", "g_sn", u"商品"}, Code{"jxc_khxx", "kh_sn", u"客户"},
-                           Code{"jxc_ghsxx", "ghs_sn", u"供货商"}, Code{"jxc_ckxx", "ck_sn", u"仓库"},
-                           Code{"jxc_hyxx", "hy_sn", u"会员"}, Code{"jxc_user", "u_sn", u"员工"},
-                           Code{"jxc_ysyfk_dj", "gl_djh", u"收付款单"}}) {
-    const std::string sql = compose("select {} as code,count(*) as num from {} where {}<>'' group by {} having count(*)>1",
-                                    {code.field, code.table, code.field, code.field});
+  for (const Code& code :
+       {Code{"jxc_goods", "g_sn", u"商品"}, Code{"jxc_khxx", "kh_sn", u"客户"}, Code{"jxc_ghsxx", "ghs_sn", u"供货商"},
+        Code{"jxc_ckxx", "ck_sn", u"仓库"}, Code{"jxc_hyxx", "hy_sn", u"会员"}, Code{"jxc_user", "u_sn", u"员工"},
+        Code{"jxc_ysyfk_dj", "gl_djh", u"收付款单"}}) {
+    const std::string sql =
+        compose("select {} as code,count(*) as num from {} where {}<>'' group by {} having count(*)>1",
+                {code.field, code.table, code.field, code.field});
     for (const Row row : books.select(sql))
       books.findings.add(Kind::CodeTwice, [&] {
         return Place{words(code.name) + u' ' + row.text("code"), row.text("num") + u" 条"_qs, u"1 条"_qs};

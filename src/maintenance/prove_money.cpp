@@ -134,7 +134,9 @@ void proveInvoices(Books& books) {
     if (!isTrading(number)) continue;
     const Document& document = books.document(number);
     if (document.audited) continue;
-    books.findings.add(Kind::InvoiceOrphan, [&] { return Place{u"单据 "_qs + row.text("gl_djh"), row.text("fp_yfje"), {}}; });
+    books.findings.add(Kind::InvoiceOrphan, [&] {
+      return Place{u"单据 "_qs + row.text("gl_djh"), row.text("fp_yfje"), {}};
+    });
   }
 }
 
@@ -172,8 +174,9 @@ void provePayments(Books& books) {
     entry.paid = row.number("k_sfje");
     entry.rounding = entry.payment ? row.number("k_mlje") : 0;
   }
-  for (const Row row : books.select("select gl_djh,gl_djh2,k_djlx,k_djtxt,k_yfje,k_sfje from jxc_ysyfk "
-                                    "where gl_djh<>'' and (k_djlx='SK' or k_djlx='FK' or k_djlx='YS' or k_djlx='YF')")) {
+  for (const Row row :
+       books.select("select gl_djh,gl_djh2,k_djlx,k_djtxt,k_yfje,k_sfje from jxc_ysyfk "
+                    "where gl_djh<>'' and (k_djlx='SK' or k_djlx='FK' or k_djlx='YS' or k_djlx='YF')")) {
     // A rounding line has a number of its own and points to its payment; opening balances come from no document.
     if (row.text("k_djtxt").endsWith(u"(抹零)")) {
       Entry& entry = entries[row.text("gl_djh2")];
@@ -204,11 +207,11 @@ void provePayments(Books& books) {
   for (const auto& [number, entry] : entries) {
     const auto place = [&number = number, &entry = entry] {
       const auto figures = [](int rows, int cash, int rounding, int stock) {
-        return u"往来账 %1 行，现金账 %2 行，抹零 %3 行，抹零流水 %4 行"_qs.arg(rows).arg(cash).arg(rounding).arg(stock);
+        return u"往来账 %1 行，现金账 %2 行，抹零 %3 行，抹零流水 %4 行"_qs.arg(rows).arg(cash).arg(rounding).arg(
+            stock);
       };
       const int rounding = entry.audited && entry.rounding != 0;
-      return Place{u"单据 "_qs + number,
-                   figures(entry.ledgerRows, entry.cashRows, entry.roundingRows, entry.stockRows),
+      return Place{u"单据 "_qs + number, figures(entry.ledgerRows, entry.cashRows, entry.roundingRows, entry.stockRows),
                    entry.audited ? figures(1, entry.payment, rounding, rounding) + u"，金额 "_qs +
                                        numberText(entry.payment ? entry.paid : entry.due)
                                  : u"没有账目"_qs};

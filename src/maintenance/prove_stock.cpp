@@ -68,8 +68,8 @@ RunningStock storedIn(const LedgerRow& row) {
 }
 
 bool movesAverage(const LedgerRow& row) {
-  return row.flag && (row.flag->moves == MovesAverage::Always ||
-                      (row.flag->moves == MovesAverage::Inflow && row.quantity > 0));
+  return row.flag &&
+         (row.flag->moves == MovesAverage::Always || (row.flag->moves == MovesAverage::Inflow && row.quantity > 0));
 }
 
 /// One goods in one warehouse.
@@ -130,12 +130,12 @@ void Walk::run(int pairIndex) {
 }
 
 void Walk::judge(const LedgerRow& row, const RunningStock& before, const RunningStock& due) {
-  const Kind kind = byPrice(row, before)             ? Kind::RunningByPrice
-                    : leftByCancel(row, before)      ? Kind::RunningCancelledTwice
+  const Kind kind = byPrice(row, before)              ? Kind::RunningByPrice
+                    : leftByCancel(row, before)       ? Kind::RunningCancelledTwice
+                    : withOtherDigits(row, before)    ? Kind::RunningOtherDigits
                     : averageWasSet(row, before, due) ? Kind::RunningAverageSet
-                    : costWasFilled(row, before)     ? Kind::RunningCostFilled
-                    : withOtherDigits(row, before)   ? Kind::RunningOtherDigits
-                                                     : Kind::Running;
+                    : costWasFilled(row, before)      ? Kind::RunningCostFilled
+                                                      : Kind::Running;
   books_.findings.add(kind, [&] { return placeOf(row, before, due); });
 }
 

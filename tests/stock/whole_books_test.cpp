@@ -1,10 +1,9 @@
 // Audit and then cancel of every family brings every table back to what it was, but for what a cancel is meant to
 // leave.
-#include "core/schema/schema.h"
+#include "harness/whole_books.h"
+
 #include "stock/shop.h"
 
-#include <functional>
-#include <map>
 #include <set>
 
 namespace jxc {
@@ -12,48 +11,9 @@ namespace whole_books_test {
 
 using namespace families;
 
-/// Every row of every table as text, under "table" or "table.id".
-using Books = std::map<QString, QString>;
-
-/// A field that was never filled and one that was emptied are the same to everybody who reads it.
-QString stored(const QString& text) {
-  return text == u"0" ? QString() : text;
-}
-
-Books readBooks() {
-  Books books;
-  for (const schema::TableEntry& table : schema::tables()) {
-    const std::string name(table.name);
-    const RowSet rows = openSelect("select * from " + name + " order by id");
-    for (int row = 0; row < rows.rowCount(); ++row) {
-      QStringList texts;
-      for (int column = 0; column < rows.columnCount(); ++column)
-        texts << QString::fromStdString(rows.columns()[static_cast<std::size_t>(column)]) + u'=' +
-                     stored(rows.text(row, column));
-      books[QString::fromStdString(name) + u'.' + rows[row].text("id")] = texts.join(u'|');
-    }
-  }
-  return books;
-}
-
-/// "table.column" of every field that differs; a row that came or went is "table+" or "table-".
-std::set<QString> differences(const Books& before, const Books& after) {
-  std::set<QString> found;
-  const auto table = [](const QString& key) { return key.section(u'.', 0, 0); };
-  for (const auto& [key, text] : before) {
-    const auto now = after.find(key);
-    if (now == after.end()) {
-      found.insert(table(key) + u'-');
-      continue;
-    }
-    const QStringList old = text.split(u'|'), fresh = now->second.split(u'|');
-    for (int i = 0; i < old.size(); ++i)
-      if (old[i] != fresh.value(i)) found.insert(table(key) + u'.' + old[i].section(u'=', 0, 0));
-  }
-  for (const auto& [key, text] : after)
-    if (!before.contains(key)) found.insert(table(key) + u'+');
-  return found;
-}
+using test::Books;
+using test::differences;
+using test::readBooks;
 
 class WholeBooks : public test::ShopTest {
  protected:

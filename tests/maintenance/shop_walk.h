@@ -1,0 +1,203 @@
+// 随机店铺: a shop of two warehouses that lives a random life by the real commands, for tests that look at its books.
+#pragma once
+
+#include "accounts/cash_lines.h"
+#include "accounts/partner_documents.h"
+#include "masterdata/partner_side.h"
+#include "stock/shop.h"
+
+#include <QDate>
+
+#include <random>
+
+namespace jxc::test {
+
+class ShopWalk : public ShopTest {
+ protected:
+  using Fields = std::initializer_list<Field>;
+
+  ShopWalk() {
+    for (const QString& goods : goods_)
+      addGoods(goods, 5);
+    execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+    setParameter("cs_kc", 1);
+    setParameter("cs_kp", 1);
+  }
+
+  void live(unsigned seed, int steps) {
+    random_.seed(seed);
+    for (int i = 0; i < steps; ++i)
+      step();
+  }
+
+  /// Head and lines of a waiting document within the house.
+  QString waitingInside(const DocumentFamily& family, const QString& date, Fields head,
+                        std::initializer_list<Fields> lines) {
+    const QString number = newDocumentNumber(family, date);
+    updateRow(family.head,
+              insertRow(family.head, {{"gl_djh", number},
+                                      {family.date, date},
+                                      {family.status, 0},
+                                      {family.checker, u""},
+                                      {family.checkDate, u""},
+                                      {"u_sn", u"100001"},
+                                      {"a_name", session().a_name}}),
+              head);
+    for (const Fields& line : lines)
+      updateRow(family.lines, insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}}), line);
+    return number;
+  }
+  QString auditedInside(const DocumentFamily& family, const QString& date, Fields head,
+                        std::initializer_list<Fields> lines) {
+    const QString number = waitingInside(family, date, head, lines);
+    EXPECT_EQ(auditAgreeing(number), AuditOutcome::Audited);
+    return number;
+  }
+
+  /// Audit and cancel by an operator who agrees to short stock.
+  AuditOutcome auditAgreeing(const QString& number) {
+    YesPrompt yes;
+    return checkDj(documentFamily(number), number, yes);
+  }
+  bool cancel(const QString& number) {
+    using namespace families;
+    YesPrompt yes;
+    for (const auto& [family, command] :
+         std::initializer_list<std::pair<const DocumentFamily*, bool (*)(const QString&, Prompt&, CancelMode)>>{
+             {&purchaseReceipt, cancelPurchase},
+             {&purchaseReturn, cancelPurchaseReturn},
+             {&sale, cancelSale},
+             {&saleReturn, cancelSaleReturn},
+             {&transfer, cancelTransfer},
+             {&stocktake, cancelStocktake},
+             {&loss, cancelLoss},
+             {&overflow, cancelOverflow},
+             {&split, cancelSplit},
+             {&bundle, cancelBundle},
+             {&loan, cancelLoan}})
+      if (&documentFamily(number) == family) return command(number, yes, CancelMode::Batch);
+    return false;
+  }
+
+  class YesPrompt : public Prompt {
+   public:
+    void notice(const QString& text) override { notices << text; }
+    bool ask(const QString& text) override {
+      questions << text;
+      return true;
+    }
+    Answer askOrCancel(const QString&) override { return Answer::Yes; }
+    QStringList notices, questions;
+  };
+
+ private:
+  int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
+  const QString& anyGoods() { return goods_[static_cast<std::size_t>(upTo(static_cast<int>(goods_.size()) - 1))]; }
+  QString day() { return QDate(2021, 5, 3).addDays(upTo(5) == 0 ? -upTo(60) : -upTo(3)).toString(Qt::ISODate); }
+  double price() { return (100 + upTo(900)) / 100.0; }
+  QString warehouse() { return upTo(2) == 0 ? QStringLiteral("100002") : mainWarehouse; }
+  double stockOf(const QString& goods, const QString& place) {
+    return lookupNumber("select kc_sl from jxc_kcsp where g_sn=? and ck_sn=?", goods, place);
+  }
+
+  void step() {
+    using namespace families;
+    const QString a = anyGoods(), b = a == goods_.front() ? goods_.back() : goods_.front();
+    const double quantity = 1 + upTo(5);
+    switch (upTo(12)) {
+      case 0:
+      case 1:
+        receive(day(), {{a, quantity + 4, price()}, {b, quantity, price()}});
+        break;
+      case 2:
+      case 3:
+        if (const QString number = waitingSale(day(), {{a, quantity, price()}, {b, 1, price()}}, upTo(20)); upTo(4))
+          auditAgreeing(number);
+        break;
+      case 4:
+        auditAgreeing(waitingReturn(upTo(1) ? purchaseReturn : saleReturn, day(), {{a, 1, price()}}, upTo(9)));
+        break;
+      case 5: {
+        const QString from = warehouse(), to = from == mainWarehouse ? QStringLiteral("100002") : mainWarehouse;
+        auditedInside(transfer, day(), {{"ck_out", from}, {"ck_in", to}},
+                      {{{"g_sn", a}, {"db_sl", quantity}, {"db_dj", 5.0}, {"db_zje", 5 * quantity}}});
+        break;
+      }
+      case 6: {
+        const double stock = stockOf(a, mainWarehouse), found = std::max(0.0, stock + upTo(4) - 2);
+        if (lookupValue("select id from jxc_kcsp where g_sn=? and ck_sn=?", a, mainWarehouse).isEmpty()) break;
+        auditedInside(stocktake, QStringLiteral("2021-05-03"), {{"ck_sn", mainWarehouse}},
+                      {{{"g_sn", a},
+                        {"pd_sl", found},
+                        {"kc_sl", stock},
+                        {"kc_zsl", stock},
+                        {"pd_dj", 5.0},
+                        {"pd_zje", (found - stock) * 5},
+                        {"id2", 0}}});
+        break;
+      }
+      case 7:
+        if (upTo(1))
+          auditedInside(loss, day(), {{"ck_sn", warehouse()}},
+                        {{{"g_sn", a}, {"bs_sl", 1.0}, {"bs_dj", 5.0}, {"bs_zje", 5.0}}});
+        else
+          auditedInside(overflow, day(), {{"ck_sn", warehouse()}},
+                        {{{"g_sn", a}, {"by_sl", 1.0}, {"by_dj", 5.0}, {"by_zje", 5.0}}});
+        break;
+      case 8:
+        auditedInside(split, day(), {{"ck_sn", mainWarehouse}, {"g_sn", a}, {"cf_sl", 1.0}, {"cf_cbj", 5.0}},
+                      {{{"g_sn", b}, {"cf_sl", 2.0}, {"cf_dj", 3.0}, {"cf_zje", 6.0}, {"ck_sn", warehouse()}}});
+        break;
+      case 9:
+        auditedInside(bundle, day(), {{"ck_sn", warehouse()}, {"g_sn", a}, {"kb_sl", 1.0}, {"kb_cbj", 8.0}},
+                      {{{"g_sn", b}, {"kb_sl", 2.0}, {"kb_dj", 4.0}, {"kb_zje", 8.0}, {"ck_sn", mainWarehouse}}});
+        break;
+      case 10:
+        cancelAny();
+        break;
+      case 11:
+        payAny();
+        break;
+      default:
+        moveMoney();
+    }
+  }
+  void cancelAny() {
+    const RowSet numbers =
+        openSelect("select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000'");
+    if (!numbers.isEmpty()) cancel(numbers.text(upTo(numbers.rowCount() - 1), 0));
+  }
+  void payAny() {
+    using partner_books::Kind;
+    const bool customerSideToo = upTo(1) == 0;
+    const PartnerSide& side = customerSideToo ? customerSide : supplierSide;
+    const Kind kind = upTo(2) == 0 ? Kind::Due : Kind::Payment;
+    const auto number = partner_books::saveDocument(side, kind,
+                                                    {.partner = customerSideToo ? customer() : QStringLiteral("100001"),
+                                                     .date = day(),
+                                                     .amount = price(),
+                                                     .rounding = kind == Kind::Payment && upTo(1) ? 0.5 : 0,
+                                                     .account = QStringLiteral("现金"),
+                                                     .employee = QStringLiteral("100001")},
+                                                    prompt);
+    ASSERT_TRUE(number);
+    if (upTo(4) > 0) {
+      EXPECT_TRUE(partner_books::auditDocument(side, kind, *number));
+    }
+  }
+  void moveMoney() {
+    const auto number = cash::saveLine({.movement = upTo(1) ? cash::Movement::In : cash::Movement::Out,
+                                        .date = day(),
+                                        .account = QStringLiteral("现金"),
+                                        .amount = price(),
+                                        .employee = QStringLiteral("默认员工")},
+                                       prompt);
+    ASSERT_TRUE(number);
+    if (upTo(3)) cash::checkDj(*number);
+  }
+
+  const std::vector<QString> goods_{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")};
+  std::mt19937 random_;
+};
+
+}  // namespace jxc::test
