@@ -8,6 +8,7 @@
 #include "platform/single_instance.h"
 #include "ui/application.h"
 #include "ui/screen.h"
+#include "ui/skin.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -70,6 +71,8 @@ int main(int argc, char** argv) {
   options.addOption({QStringLiteral("screenshot"),
                      QStringLiteral("no window: pictures of the screens with demonstration data into DIR"),
                      QStringLiteral("DIR")});
+  options.addOption({QStringLiteral("skin"), QStringLiteral("look of the pictures"), QStringLiteral("NAME"),
+                     QString::fromUtf16(jxc::ui::usualSkin)});
   if (onlyTells(argc, argv)) {  // needs no display
     const QCoreApplication teller(argc, argv);
     options.process(teller);
@@ -81,7 +84,7 @@ int main(int argc, char** argv) {
 
   jxc::setProgramDirectory(jxc::findProgramDirectory(application.arguments(), QCoreApplication::applicationDirPath()));
   if (options.isSet(QStringLiteral("screenshot"))) {
-    return jxc::takeScreenshots(options.value(QStringLiteral("screenshot")));
+    return jxc::takeScreenshots(options.value(QStringLiteral("screenshot")), options.value(QStringLiteral("skin")));
   }
 
   // A second start while one runs shows nothing and changes nothing.

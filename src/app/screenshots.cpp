@@ -1,10 +1,12 @@
 #include "app/screenshots.h"
 
 #include "app/demonstration.h"
+#include "core/look.h"
 #include "core/screens/loading.h"
 #include "core/screens/login.h"
 #include "core/screens/main_form.h"
 #include "ui/screen.h"
+#include "ui/skin.h"
 
 #include <QApplication>
 #include <QDir>
@@ -45,7 +47,7 @@ void closeBoxes() {
 
 }  // namespace screenshots_detail
 
-int takeScreenshots(const QString& folderName) {
+int takeScreenshots(const QString& folderName, const QString& skin) {
   using namespace screenshots_detail;
   const QDir folder(folderName);
   if (!folder.mkpath(QStringLiteral("."))) {
@@ -53,6 +55,11 @@ int takeScreenshots(const QString& folderName) {
     return 1;
   }
   openDemonstration();
+  if (!ui::applySkin(skin)) {
+    std::fprintf(stderr, "no skin %s\n", qPrintable(skin));
+    return 1;
+  }
+  saveOperatorSkin(skin);  // the screen of looks shows and applies the operator's own
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [] { closeBoxes(); });
   watch.start(100);

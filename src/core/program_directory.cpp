@@ -2,6 +2,7 @@
 
 #include "platform/machine.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -51,6 +52,18 @@ const QString& programDirectory() {
 
 QString programPath(const QString& relative) {
   return programDirectory() + u'/' + relative;
+}
+
+QString packageDirectory() {
+  if (!QCoreApplication::instance()) return {};
+  const QDir share(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/jxc"));
+  return share.exists() ? share.canonicalPath() : QString();
+}
+
+QString suppliedPath(const QString& relative) {
+  const QString own = programPath(relative);
+  const QString package = packageDirectory();
+  return package.isEmpty() || QFileInfo::exists(own) ? own : package + u'/' + relative;
 }
 
 }  // namespace jxc

@@ -43,7 +43,7 @@ Skin& current() {
 // A file of "name=#rrggbb" lines; what follows a line "[style]" is added to the style sheet.
 bool read(const QString& name, Skin& skin) {
   if (name.isEmpty() || name.contains(u'/') || name.contains(u'\\') || programDirectory().isEmpty()) return false;
-  QFile file(programPath(QStringLiteral("skinfiles/") + name + QStringLiteral(".skinres")));
+  QFile file(suppliedPath(QStringLiteral("skinfiles/") + name + QStringLiteral(".skinres")));
   if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return false;
   skin = {name, usualColours(), {}};
   QTextStream in(&file);
@@ -115,9 +115,12 @@ void apply(Skin skin) {
 QStringList skinNames() {
   QStringList names{QString::fromUtf16(usualSkin)};
   if (programDirectory().isEmpty()) return names;
-  const QDir folder(programPath(QStringLiteral("skinfiles")));
-  for (const auto& file : folder.entryInfoList({QStringLiteral("*.skinres")}, QDir::Files, QDir::Name)) {
-    if (!names.contains(file.completeBaseName())) names << file.completeBaseName();
+  for (const QString& place : {programDirectory(), packageDirectory()}) {
+    if (place.isEmpty()) continue;
+    const QDir folder(place + QStringLiteral("/skinfiles"));
+    for (const auto& file : folder.entryInfoList({QStringLiteral("*.skinres")}, QDir::Files, QDir::Name)) {
+      if (!names.contains(file.completeBaseName())) names << file.completeBaseName();
+    }
   }
   return names;
 }

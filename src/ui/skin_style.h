@@ -37,7 +37,7 @@ QPushButton:pressed { background: @selection; }
 QPushButton:disabled { color: @muted; background: @window; }
 QPushButton:default, QPushButton[main="true"] { background: @accent; color: @accentText; border-color: @accent; }
 QPushButton[main="true"]:hover { border-color: @text; }
-QPushButton[main="true"]:disabled { background: @line; color: @muted; border-color: @line; }
+QPushButton[main="true"]:disabled { background: @window; color: @muted; border-color: @line; }
 QTableView, QTreeView, QListView { border: 1px solid @line; background: @base; alternate-background-color: @zebra;
   gridline-color: @header; selection-background-color: @selection; selection-color: @selectionText; }
 QTableView:focus, QTreeView:focus, QListView:focus { border: 1px solid @accent; }
@@ -54,9 +54,14 @@ QTabBar::tab { padding: 5px 14px; border: none; border-bottom: 3px solid transpa
 QTabBar::tab:selected { border-bottom: 3px solid @accent; color: @accent; }
 QTabBar::tab:hover { background: @hover; }
 QTabBar::tab:focus { background: @selection; }
-QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @muted; border-radius: 2px; background: @base; }
+QCheckBox::indicator, QTreeView::indicator, QListView::indicator { width: 14px; height: 14px; border: 1px solid @muted; border-radius: 2px; background: @base; }
 QCheckBox::indicator:focus { border: 2px solid @accent; width: 12px; height: 12px; }
-QCheckBox::indicator:checked { background: @accent; border-color: @accent; image: url(:/look/check.svg); }
+QCheckBox::indicator:checked, QTreeView::indicator:checked, QListView::indicator:checked {
+  background: @accent; border-color: @accent; image: url(:/look/check.svg); }
+QTreeView::indicator:indeterminate { background: @muted; }
+QRadioButton::indicator { width: 14px; height: 14px; border: 1px solid @muted; border-radius: 8px; background: @base; }
+QRadioButton::indicator:checked { width: 8px; height: 8px; border: 4px solid @accent; }
+QRadioButton::indicator:disabled { background: @window; border-color: @line; }
 QCheckBox::indicator:disabled { background: @window; border-color: @line; }
 QCheckBox:focus, QRadioButton:focus { color: @accent; }
 QMenu { border: 1px solid @line; background: @base; }

@@ -9,7 +9,7 @@
 namespace jxc {
 
 void openHelp(Prompt& prompt) {
-  const QString file = programPath(QStringLiteral("readme.htm"));
+  const QString file = suppliedPath(QStringLiteral("readme.htm"));
   if (!QFile::exists(file)) return prompt.notice(QStringLiteral("帮助文档不存在！"));
   QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
