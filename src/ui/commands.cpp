@@ -116,6 +116,7 @@ constexpr CommandDefinition kCommands[] = {
     {"btnZpgl", "赠品管理", Page::Maintenance, L, Guard::None, "", {}, "", "F_Zpgl2", "gift"},
     {"btnJs", "数据结算", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Nzjs", "calendar"},
     {"btnRole", "角色管理", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Role", "people"},
+    {"btnSjhd", "数据核对", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Sjhd", "scale"},
 
     {"btn_Bqjl", "便签记录", Page::Window, B, Guard::None, "", {}, "", "F_Bqjl", "note"},
     {"btn_Rjbz", "软件帮助", Page::Window, B, Guard::None, "", {}, "", "F_Rjbz", "help"},

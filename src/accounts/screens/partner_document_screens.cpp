@@ -7,6 +7,7 @@
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_picker.h"
+#include "stock/screens/preview_screen.h"
 #include "ui/period_menu.h"
 
 #include <QAction>
@@ -64,8 +65,13 @@ constexpr ui::ColumnSpec kPaymentColumns[] = {
 constexpr ui::GridSpec kDueGrid[] = {{"gridList", "单据列表", kDueColumns, "没有单据：选择往来单位后按F3增加"}};
 constexpr ui::GridSpec kPaymentGrid[] = {{"gridList", "单据列表", kPaymentColumns, "没有单据：选择往来单位后按F3增加"}};
 constexpr ui::CommandSpec kListCommands[] = {
-    {"btnDate", "时间段"},        {"btnSearch1", "查询", "F2"},  {"btnAdd", "增加", "F3"},
-    {"btnModi", "修改", "F4"},    {"btnDele", "删除", "Ctrl+D"}, {"btn_Check", "审核全部", "F6"},
+    {"btnDate", "时间段"},
+    {"btnSearch1", "查询", "F2"},
+    {"btnAdd", "增加", "F3"},
+    {"btnModi", "修改", "F4"},
+    {"btnDele", "删除", "Ctrl+D"},
+    {"btn_Check", "审核全部", "F6"},
+    {"btnPreview", "预览影响", "F7"},
     {"btnCancel", "退出", "Esc"},
 };
 
@@ -152,7 +158,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   panel()
       .row("tdate1 tdate2 btnDate tKhName tkey btnSearch1 |")
       .grid("gridList")
-      .buttons("btnAdd btnModi btnDele | btn_Check btnCancel");
+      .buttons("btnAdd btnModi btnDele | btnPreview btn_Check btnCancel");
   list.setCaption("name", jxc::words(words_.side->noun));
   tKhName.onPick(words_.pickPartner);
   tkey.onEnter([this] {
@@ -170,6 +176,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   on(command("btn_Check"), [this] {
     if (partner_books::auditAll(*words_.side, words_.kind, list.rows(), prompt())) refresh();
   });
+  on(command("btnPreview"), [this] { preview(); });
   bindMenu();
   list.setRowLook([](const Row& row) { return row.flag("k_check") ? ui::RowLook::Normal : ui::RowLook::Warning; });
 }
@@ -182,6 +189,7 @@ void PartnerDocumentScreen::bindMenu() {
     audit->setText(isCurrentAudited() ? QStringLiteral("取消审核(&Z)") : QStringLiteral("审核(&Z)"));
     audit->setEnabled(command("btn_Check").isEnabled());
   });
+  list.addMenuCommand(command("btnPreview").text(), [this] { command("btnPreview").click(); });
 }
 
 void PartnerDocumentScreen::activate() {
@@ -189,7 +197,8 @@ void PartnerDocumentScreen::activate() {
   tdate2.setText(clock::today());
   tKhName.clear();
   tkey.clear();
-  command("btn_Check").setEnabled(hasRight("wlzk", words_.auditRight));
+  for (const char* each : {"btn_Check", "btnPreview"})
+    command(each).setEnabled(hasRight("wlzk", words_.auditRight));
   refresh();
 }
 
@@ -227,6 +236,17 @@ void PartnerDocumentScreen::remove() {
   if (list.isEmpty()) return;
   partner_books::deleteDocument(*words_.side, words_.kind, list.currentId(), prompt());
   refresh();
+}
+
+/// What the audit of the current document, or its cancel, would change.
+void PartnerDocumentScreen::preview() {
+  if (list.isEmpty()) return;
+  const QString number = list.currentText("gl_djh");
+  const bool cancels = isCurrentAudited();
+  showWhatIf((cancels ? u"取消审核单据"_qs : u"审核单据"_qs) + number, number, [&](Prompt& agreeing) {
+    return cancels ? partner_books::unCheck(*words_.side, words_.kind, number, agreeing)
+                   : partner_books::auditOne(*words_.side, words_.kind, number, agreeing);
+  });
 }
 
 void PartnerDocumentScreen::auditOrCancel() {

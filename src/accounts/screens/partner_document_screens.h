@@ -39,6 +39,7 @@ class PartnerDocumentScreen : public ui::Screen {
   void modify();
   void remove();
   void auditOrCancel();
+  void preview();
   QString partner() const;
   bool isCurrentAudited() const;
 

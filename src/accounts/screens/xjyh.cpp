@@ -6,6 +6,7 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "stock/screens/preview_screen.h"
 #include "ui/period_menu.h"
 #include "ui/screen.h"
 
@@ -59,7 +60,8 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btn_Rukuan", "进款", "F6"},   {"btn_Chuk", "出款", "F7"},      {"btn_Yhzz", "银行转账", "F8"},
     {"btn_Modi", "修改", "F3"},     {"btn_Dele", "删除", "Ctrl+D"},  {"btn_Check", "审核", "F9"},
     {"btnSearch2", "查询", "F2"},   {"btn_UnChk", "取消审核", "F9"}, {"btn_Cxjs", "重新计算", "F8"},
-    {"btn_Yhzh", "期初建账", "F4"}, {"btnCancel", "退出", "Esc"},
+    {"btn_Yhzh", "期初建账", "F4"}, {"btnCancel", "退出", "Esc"},    {"btnPreview1", "预览影响"},
+    {"btnPreview2", "预览影响"},
 };
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Xjyh", .title = "现金银行", .fields = kFields, .grids = kGrids, .commands = kCommands, .focus = "xjyh"};
@@ -207,12 +209,12 @@ TF_Xjyh::TF_Xjyh() : Screen(xjyh_detail::kScreen) {
   area.page("cxTab1", QStringLiteral("现金银行"))
       .row("tdate11 tdate12 btnDate1 comYhzh1 tkey1 btnSearch1 |")
       .grid("xjyh")
-      .buttons("btn_Rukuan btn_Chuk btn_Yhzz btn_Modi btn_Dele | btn_Check");
+      .buttons("btn_Rukuan btn_Chuk btn_Yhzz btn_Modi btn_Dele | btnPreview1 btn_Check");
   area.page("cxTab2", QStringLiteral("现金银行统计"))
       .row("tdate21 tdate22 btnDate2 comYhzh2 tkey2 rMxb rHzb btnSearch2 |")
       .grid("xjyhtj")
       .grid("xjyhhz")
-      .buttons("btn_Cxjs | btn_UnChk");
+      .buttons("btn_Cxjs | btnPreview2 btn_UnChk");
   area.buttons("btn_Yhzh | btnCancel");
 
   for (const char* each : {"btnSearch1", "btnSearch2"})
@@ -250,6 +252,17 @@ TF_Xjyh::TF_Xjyh() : Screen(xjyh_detail::kScreen) {
     cash::cancelLine(gridXjyhtj.currentId(), prompt());
     refresh();
   });
+  on(command("btnPreview1"), [this] {
+    if (gridXjyh.isEmpty()) return;
+    const QString number = gridXjyh.currentText("gl_djh");
+    showWhatIf(u"审核"_qs + number, number, [&](Prompt& agreeing) { return cash::auditLine(number, agreeing); });
+  });
+  on(command("btnPreview2"), [this] {
+    if (gridXjyhtj.isEmpty()) return;
+    const QString number = gridXjyhtj.currentText("gl_djh");
+    showWhatIf(u"取消审核"_qs + number, number,
+               [this](Prompt& agreeing) { return cash::cancelLine(gridXjyhtj.currentId(), agreeing); });
+  });
   on(command("btn_Cxjs"), [this] {
     if (cash::recomputeAccounts(auditedFilter().account, tdate21.text(), prompt())) refresh();
   });
@@ -276,7 +289,7 @@ void TF_Xjyh::activate() {
   comYhzh2.setItems(xjyh_detail::accountsOrAll());
   rMxb.setChecked(true);
   const bool mayAudit = hasRight("rcgl", 14);
-  for (const char* each : {"btn_Check", "btn_UnChk"})
+  for (const char* each : {"btn_Check", "btn_UnChk", "btnPreview1", "btnPreview2"})
     command(each).setEnabled(mayAudit);
   showMode();
   refresh();
@@ -286,7 +299,8 @@ void TF_Xjyh::showMode() {
   const bool detail = rMxb.isChecked();
   gridXjyhtj.setVisible(detail);
   gridXjyhhz.setVisible(!detail);
-  command("btn_UnChk").setVisible(detail);
+  for (const char* each : {"btn_UnChk", "btnPreview2"})
+    command(each).setVisible(detail);
 }
 
 cash::LineFilter TF_Xjyh::waitingFilter() {

@@ -2,6 +2,7 @@
 
 #include "core/session.h"
 #include "core/text.h"
+#include "stock/screens/preview_screen.h"
 
 namespace jxc {
 
@@ -31,12 +32,17 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
   const std::string amounts = "tyfje " + std::string(spec.paid);
   panel()
       .form({"jsn trq tadmin", "tpartner", "tck tuser", amounts, "comJsfs comYhzh", "tnote"})
-      .buttons("| btnOK btnCancel");
+      .buttons("btnPreview | btnOK btnCancel");
   tnote.onEnter([this] {
     saveCheckedValueTab2();
     return true;
   });
   on(btnOK, [this] { saveCheckedValueTab2(); });
+  on(command("btnPreview"), [this] {
+    collect();
+    showWhatIf(u"审核单据"_qs + draft_.number, draft_.number,
+               [this](Prompt& agreeing) { return rules_.audit(draft_, agreeing) == AuditOutcome::Audited; });
+  });
 }
 
 bool AuditScreen::audit(const QString& number) {
@@ -63,11 +69,15 @@ void AuditScreen::activate() {
   tnote.setText(draft_.note);
 }
 
-void AuditScreen::saveCheckedValueTab2() {
+void AuditScreen::collect() {
   draft_.paid = paid.number();
   draft_.settlement = chosenSettlement(comJsfs);
   if (comYhzh.index() >= 0) draft_.account = comYhzh.text();
   draft_.note = tnote.text();
+}
+
+void AuditScreen::saveCheckedValueTab2() {
+  collect();
   const AuditOutcome outcome = rules_.audit(draft_, prompt());
   if (outcome != AuditOutcome::Refused) accept();
 }

@@ -30,6 +30,7 @@ class AuditScreen : public ui::Screen {
   void activate() override;
 
  private:
+  void collect();  // what the operator has typed
   void saveCheckedValueTab2();
 
   const AuditScreenSpec description_;

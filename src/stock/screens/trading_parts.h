@@ -50,6 +50,9 @@ constexpr std::array<ui::FieldSpec, 11> auditFields(const AuditLabels& labels) {
 }
 
 inline constexpr ui::CommandSpec okCancel[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
-inline constexpr ui::CommandSpec auditCommands[] = {{"btnOK", "审核通过", "F5"}, {"btnCancel", "取消", "Esc"}};
+inline constexpr ui::CommandSpec auditCommands[] = {
+    {"btnPreview", "预览影响", "F6", "列出审核后库存、成本、毛利和余额的变化，不改动任何数据"},
+    {"btnOK", "审核通过", "F5"},
+    {"btnCancel", "取消", "Esc"}};
 
 }  // namespace jxc::trading_parts

@@ -1,0 +1,54 @@
+#include "stock/screens/preview_screen.h"
+
+#include "ui/screen.h"
+
+#include <QLabel>
+
+namespace jxc {
+namespace preview_screen_detail {
+
+constexpr ui::ColumnSpec kColumns[] = {{"kind", "影响", ui::ColumnKind::Text, 16},
+                                       {"place", "对象", ui::ColumnKind::Text, 46},
+                                       {"valuebefore", "现在", ui::ColumnKind::Text, 14},
+                                       {"valueafter", "之后", ui::ColumnKind::Text, 14}};
+constexpr ui::GridSpec kGrids[] = {{"gridImpacts", "影响", kColumns, "没有变化"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnCancel", "关闭", "Esc"}};
+constexpr ui::ScreenSpec kScreen = {
+    .name = "F_Yltx", .title = "预览影响", .grids = kGrids, .commands = kCommands, .focus = "gridImpacts"};
+
+class TF_Yltx : public ui::Screen {
+ public:
+  TF_Yltx() : Screen(kScreen), state_(new QLabel(this)) {
+    state_->setObjectName(QStringLiteral("state"));
+    state_->setWordWrap(true);
+    panel().widget(state_).grid("gridImpacts").buttons("| btnCancel");
+    grid("gridImpacts").setRowLook([](const Row& row) {
+      return row.flag("warns") ? ui::RowLook::Warning : ui::RowLook::Normal;
+    });
+  }
+  void show(const QString& doing, const WhatIf& preview) {
+    state_->setText(preview.done
+                        ? QStringLiteral("如果现在%1，将有下列变化。这里只是预览，没有改动任何数据。").arg(doing)
+                        : QStringLiteral("现在不能%1。没有改动任何数据。").arg(doing));
+    rows_ = preview.rows();
+    showModal();
+  }
+
+ protected:
+  void activate() override { grid("gridImpacts").setRows(rows_); }
+
+ private:
+  QLabel* state_;
+  RowSet rows_{{"id", "kind", "place", "valuebefore", "valueafter", "warns"}};
+};
+
+const ui::Registered<TF_Yltx> kRegistered{"F_Yltx"};
+
+}  // namespace preview_screen_detail
+
+void showWhatIf(const QString& doing, const QString& number, const std::function<bool(Prompt&)>& command) {
+  const WhatIf preview = whatIf(number, command);
+  ui::screenAs<preview_screen_detail::TF_Yltx>("F_Yltx").show(doing, preview);
+}
+
+}  // namespace jxc

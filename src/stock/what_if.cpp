@@ -1,0 +1,330 @@
+#include "stock/what_if.h"
+
+#include "core/rounding.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "engine/number_text.h"
+#include "stock/document_family.h"
+#include "stock/ledger.h"
+
+#include <cmath>
+#include <map>
+#include <set>
+
+namespace jxc {
+namespace what_if_detail {
+
+bool differs(double a, double b) {
+  return std::fabs(a - b) >= 5e-7;
+}
+
+/// Says yes and remembers.
+class Agreeing final : public Prompt {
+ public:
+  explicit Agreeing(WhatIf& preview) : preview_(preview) {}
+  void notice(const QString& text) override { preview_.notices << text; }
+  bool ask(const QString& text) override {
+    preview_.questions << text;
+    return true;
+  }
+  Answer askOrCancel(const QString& text) override {
+    preview_.questions << text;
+    return Answer::Yes;
+  }
+
+ private:
+  WhatIf& preview_;
+};
+
+/// The session as it was, whatever the command does to it.
+class SessionGuard {
+ public:
+  SessionGuard() : before_(session()) {}
+  ~SessionGuard() { session() = std::move(before_); }
+  SessionGuard(const SessionGuard&) = delete;
+  SessionGuard& operator=(const SessionGuard&) = delete;
+
+ private:
+  Session before_;
+};
+
+// ---- what is looked at -------------------------------------------------------------------------------------------
+
+using GoodsPlace = std::pair<QString, QString>;  // goods, warehouse
+
+struct Stock {
+  double shelf = 0, book = 0, cost = 0;
+  bool exists = false;
+};
+
+/// A later row of the ledger in short.
+struct Later {
+  double leastStock = 0;
+  QString shortDocument;  // of the first row below zero
+  double staleProfit = 0;
+};
+
+struct Goods {
+  double stock = 0, average = 0;
+};
+
+struct Money {
+  std::map<QString, double> partners, accounts;
+};
+
+Money readMoney() {
+  Money money;
+  for (const Row row : openSelect("select kh_sn,kh_name,kh_lwje from jxc_khxx"))
+    money.partners[u"客户 "_qs + row.text("kh_sn") + u' ' + row.text("kh_name")] = row.number("kh_lwje");
+  for (const Row row : openSelect("select ghs_sn,ghs_name,ghs_lwje from jxc_ghsxx"))
+    money.partners[u"供货商 "_qs + row.text("ghs_sn") + u' ' + row.text("ghs_name")] = row.number("ghs_lwje");
+  for (const Row row : openSelect("select distinct xj_kmmc from jxc_xjyh where xj_chk='1'")) {
+    const QString account = row.text("xj_kmmc");
+    money.accounts[account] = lookupNumber(
+        "select top 1 xj_ljje from jxc_xjyh where xj_chk='1' and xj_kmmc=? order by xj_rq desc,id desc", account);
+  }
+  return money;
+}
+
+/// Goods of the document in its lines and in the ledger, and every warehouse that knows them.
+std::set<QString> goodsOf(const QString& number) {
+  std::set<QString> goods;
+  const auto add = [&goods](const RowSet& rows) {
+    for (int row = 0; row < rows.rowCount(); ++row)
+      if (const QString sn = rows.text(row, 0); !sn.isEmpty() && sn != u"00000000") goods.insert(sn);
+  };
+  add(openSelect("select distinct g_sn from jxc_goodslist where gl_djh=?", number));
+  for (const DocumentFamily& family : documentFamilies()) {
+    if (!number.startsWith(QStringView(family.prefix))) continue;
+    add(openSelect(compose("select distinct g_sn from {} where {}=?", {family.lines, family.number}), number));
+    if (family.prefix == u"CF" || family.prefix == u"KB")
+      add(openSelect(compose("select g_sn from {} where {}=?", {family.head, family.number}), number));
+  }
+  return goods;
+}
+
+/// A sale whose profit no longer goes with the cost of its day.
+struct Stale {
+  QString document, date;
+  double stored, due;
+};
+
+struct Books {
+  std::map<GoodsPlace, Stock> stocks;
+  std::map<QString, Goods> goods;
+  std::map<GoodsPlace, Later> later;
+  std::map<std::int64_t, std::pair<GoodsPlace, Stale>> stale;
+  Money money;
+};
+
+void readLater(Books& books, const GoodsPlace& at, const QString& date) {
+  Later& later = books.later[at];
+  const auto& [goods, warehouse] = at;
+  const RowSet shortest = openSelect(
+      "select top 1 gl_djh,gl_kc from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq>=? and gl_kc<0 "
+      "order by gl_kdrq,id",
+      goods, warehouse, date);
+  if (!shortest.isEmpty()) {
+    later.shortDocument = shortest.text(0, 0);
+    later.leastStock = lookupNumber("select min(gl_kc) from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq>=?",
+                                    goods, warehouse, date);
+  }
+  // An outgoing row leaves the average alone: where its cost is the average, nothing needs a closer look.
+  const RowSet candidates = openSelect(
+      "select id,gl_djh,gl_kdrq,gl_sl,gl_zje,gl_lr,gl_cbj from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq>=? "
+      "and (gl_flag='xs' or gl_flag='xt') and gl_cbj<>gl_pjjj order by gl_kdrq,id",
+      goods, warehouse, date);
+  for (const Row row : candidates) {
+    const std::int64_t id = row.integer("id");
+    const double cost = getLedgerRowCost(goods, warehouse, row.text("gl_kdrq"), id);
+    if (!differs(row.number("gl_cbj"), cost)) continue;
+    books.stale[id] = {at,
+                       {row.text("gl_djh"), row.text("gl_kdrq"), row.number("gl_lr"),
+                        row.number("gl_zje") - row.number("gl_sl") * cost}};
+  }
+}
+
+Books readBooks(const std::set<QString>& goods, const QString& date) {
+  Books books;
+  for (const QString& sn : goods) {
+    for (const Row row : openSelect("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn=? order by id", sn)) {
+      const GoodsPlace at{sn, row.text("ck_sn")};
+      books.stocks[at] = {row.number("kc_sl"), row.number("kc_zsl"), row.number("kc_cbj"), true};
+      if (!date.isEmpty()) readLater(books, at, date);
+    }
+    const RowSet master = openSelect("select g_kc,g_pjjj from jxc_goods where g_sn=?", sn);
+    if (!master.isEmpty()) books.goods[sn] = {master.number(0, 0), master.number(0, 1)};
+  }
+  books.money = readMoney();
+  return books;
+}
+
+/// The day from which the ledger is replayed: that of the document's rows, or of its head.
+QString dateOf(const QString& number) {
+  const QString posted = lookupValue("select min(gl_kdrq) from jxc_goodslist where gl_djh=?", number);
+  if (!posted.isEmpty()) return posted.left(10);
+  for (const DocumentFamily& family : documentFamilies())
+    if (number.startsWith(QStringView(family.prefix)))
+      return lookupValue(compose("select {} from {} where {}=?", {family.date, family.head, family.number}), number)
+          .left(10);
+  return {};
+}
+
+// ---- differences -------------------------------------------------------------------------------------------------
+
+class Report {
+ public:
+  explicit Report(WhatIf& preview) : preview_(preview) {}
+  void stocks(const Books& before, const Books& after);
+  void goods(const Books& before, const Books& after);
+  void sales(const Books& before, const Books& after);
+  void money(const Books& before, const Books& after);
+  void crossed(const std::set<QString>& goods, const QString& number, const QString& date);
+
+ private:
+  void add(QStringView kind, const QString& place, double before, double after, bool warns = false) {
+    if (differs(before, after))
+      preview_.impacts.push_back({kind.toString(), place, numberText(before), numberText(after), warns});
+  }
+  static QString nameOf(const QString& goods) {
+    return u"商品 "_qs + goods + u' ' + lookupValue("select g_name from jxc_goods where g_sn=?", goods);
+  }
+  static QString nameOf(const GoodsPlace& at) {
+    return nameOf(at.first) + u" 仓库 "_qs + at.second + u' ' +
+           lookupValue("select ck_name from jxc_ckxx where ck_sn=?", at.second);
+  }
+  WhatIf& preview_;
+};
+
+void Report::stocks(const Books& before, const Books& after) {
+  for (const auto& [at, now] : after.stocks) {
+    const auto found = before.stocks.find(at);
+    const Stock old = found == before.stocks.end() ? Stock{} : found->second;
+    const QString place = nameOf(at);
+    add(u"库存数量", place, old.shelf, now.shelf, now.shelf < 0 && old.shelf >= 0);
+    if (differs(now.shelf, now.book) || differs(old.shelf, old.book))
+      add(u"帐面库存", place, old.book, now.book, now.book < 0 && old.book >= 0);
+    add(u"成本均价", place, old.cost, now.cost);
+  }
+  for (const auto& [at, now] : after.later) {
+    const auto found = before.later.find(at);
+    const Later old = found == before.later.end() ? Later{} : found->second;
+    if (now.leastStock < 0 && differs(now.leastStock, old.leastStock) && now.leastStock < old.leastStock)
+      preview_.impacts.push_back({u"负库存"_qs, nameOf(at) + u" 从单据 "_qs + now.shortDocument + u" 起"_qs,
+                                  numberText(old.leastStock), numberText(now.leastStock), true});
+  }
+}
+
+void Report::goods(const Books& before, const Books& after) {
+  for (const auto& [sn, now] : after.goods) {
+    const auto found = before.goods.find(sn);
+    if (found == before.goods.end()) continue;
+    add(u"商品总库存", nameOf(sn), found->second.stock, now.stock, now.stock < 0 && found->second.stock >= 0);
+    add(u"商品成本均价", nameOf(sn), found->second.average, now.average);
+  }
+}
+
+/// Stored profits stay as they were sold; after the command they may no longer go with the cost of their day, or go
+/// with it again.
+void Report::sales(const Books& before, const Books& after) {
+  for (const auto& [id, entry] : after.stale) {
+    const auto& [at, sale] = entry;
+    const bool isNew = !before.stale.contains(id);
+    preview_.impacts.push_back({isNew ? u"销售毛利与成本不符"_qs : u"销售毛利与成本不符（原有）"_qs,
+                                u"单据 "_qs + sale.document + u" 日期 "_qs + sale.date.left(10) + u' ' + nameOf(at),
+                                numberText(roundMoney(sale.stored)), numberText(roundMoney(sale.due)), isNew});
+  }
+}
+
+void Report::money(const Books& before, const Books& after) {
+  const auto compare = [this](QStringView kind, const std::map<QString, double>& old,
+                              const std::map<QString, double>& now) {
+    std::set<QString> names;
+    for (const auto* each : {&old, &now})
+      for (const auto& entry : *each)
+        names.insert(entry.first);
+    for (const QString& name : names) {
+      const auto was = old.find(name), is = now.find(name);
+      const double from = was == old.end() ? 0 : was->second, to = is == now.end() ? 0 : is->second;
+      add(kind, name, from, to, to < 0 && from >= 0);
+    }
+  };
+  compare(u"往来余额", before.money.partners, after.money.partners);
+  compare(u"现金银行余额", before.money.accounts, after.money.accounts);
+}
+
+void Report::crossed(const std::set<QString>& goods, const QString& number, const QString& date) {
+  std::set<QString> months, counts;
+  for (const QString& sn : goods)
+    for (const Row row :
+         openSelect("select distinct left(gl_kdrq,7) as rq from jxc_goodslist where g_sn=? and gl_kdrq>?", sn,
+                    date + u" 23:59:59"_qs))
+      if (row.text("rq") > date.left(7)) months.insert(row.text("rq"));
+  for (const QString& sn : goods)
+    for (const Row row : openSelect(
+             "select distinct gl_djh,gl_kdrq,ck_sn from jxc_goodslist where g_sn=? and gl_flag='pd' and gl_kdrq>? "
+             "and gl_djh<>?",
+             sn, date + u" 23:59:59"_qs, number))
+      counts.insert(u"盘点单 "_qs + row.text("gl_djh") + u" 日期 "_qs + row.text("gl_kdrq").left(10) + u" 仓库 "_qs +
+                    row.text("ck_sn"));
+  for (const QString& month : months)
+    preview_.impacts.push_back({u"重新推算的月份"_qs, month, {}, {}, true});
+  for (const QString& count : counts)
+    preview_.impacts.push_back({u"之后的盘点"_qs, count, {}, {}, true});
+}
+
+QString oneLine(QString text) {
+  return text.replace(u"\r\n\r\n"_qs, u" "_qs).replace(u"\r\n"_qs, u" "_qs).simplified();
+}
+
+}  // namespace what_if_detail
+
+RowSet WhatIf::rows() const {
+  RowSet rows({"id", "kind", "place", "valuebefore", "valueafter", "warns"});
+  std::int64_t id = 0;
+  const auto add = [&](const QString& kind, const QString& place, const QString& before, const QString& after,
+                       bool warns) {
+    rows.addInteger(++id);
+    for (const QString* text : {&kind, &place, &before, &after})
+      rows.addText(text->toStdString());
+    rows.addInteger(warns);
+  };
+  using what_if_detail::oneLine;
+  if (!failure.isEmpty()) add(u"执行失败"_qs, oneLine(failure), {}, {}, true);
+  for (const QString& text : notices)
+    add(done ? u"提示"_qs : u"不能执行"_qs, oneLine(text), {}, {}, true);
+  for (const QString& text : questions)
+    add(u"将会询问"_qs, oneLine(text), {}, {}, false);
+  for (const Impact& impact : impacts)
+    add(impact.kind, impact.place, impact.before, impact.after, impact.warns);
+  return rows;
+}
+
+WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command) {
+  using namespace what_if_detail;
+  WhatIf preview;
+  Agreeing prompt(preview);
+  const SessionGuard session;
+  Transaction trial(accountDb());  // never committed
+  const std::set<QString> goods = goodsOf(number);
+  const QString date = dateOf(number);
+  const Books before = readBooks(goods, date);
+  try {
+    preview.done = command(prompt);
+  } catch (const std::exception& failure) {
+    preview.failure = QString::fromUtf8(failure.what());
+    return preview;
+  }
+  if (!preview.done) return preview;
+  const Books after = readBooks(goods, date);
+  Report report(preview);
+  report.stocks(before, after);
+  report.goods(before, after);
+  report.sales(before, after);
+  report.money(before, after);
+  if (!date.isEmpty()) report.crossed(goods, number, date);
+  return preview;
+}
+
+}  // namespace jxc

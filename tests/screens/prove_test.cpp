@@ -1,0 +1,60 @@
+// 数据核对 and 预览影响 as an operator meets them.
+#include "harness/whole_books.h"
+#include "purchasing/receipt.h"
+#include "screens/harness/screen_test.h"
+#include "screens/harness/trading_test.h"
+
+#include <QLabel>
+
+namespace jxc::test {
+
+class ProofScreensTest : public TradingScreenTest {};
+
+TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
+  open("F_Sjhd", [&](ui::Screen& s) {
+    EXPECT_TRUE(s.grid("gridFindings").isEmpty());
+    press(s, "F5");
+    EXPECT_TRUE(s.grid("gridFindings").isEmpty());
+    EXPECT_TRUE(s.findChild<QLabel*>("summary")->text().contains(u"没有发现错误"));
+    execSql("update jxc_khxx set kh_lwje=3 where kh_sn='100001'");
+    press(s, "F5");
+    ASSERT_EQ(s.grid("gridFindings").rowCount(), 1);
+    EXPECT_EQ(s.grid("gridFindings").currentText("weight"), "错误");
+    EXPECT_TRUE(s.findChild<QLabel*>("detail")->text().contains(u"处理：应收（应付）帐表→重新计算"));
+  });
+}
+
+TEST_F(ProofScreensTest, TheAuditDialogShowsWhatItWouldChangeAndChangesNothing) {
+  addGoods({.sn = "10000001", .name = QStringLiteral("镜架")});
+  receipt::ReceiptDraft draft = receipt::newReceipt();
+  receipt::LineDraft line = receipt::newLine("10000001");
+  line.amounts.setQuantity(2);
+  line.amounts.setPrice(12);
+  receipt::addLine(receipt::Lines::Draft, draft.number, draft.date, line);
+  draft.paid = 0;
+  draft.settlement = receipt::Settlement::RestOnAccount;
+  prompt.willSayYes();
+  const QString number = receipt::saveReceipt(draft, prompt).number;
+
+  open("F_Cgjh", [&](ui::Screen& s) {
+    showWaiting(s);
+    const Books before = readBooks(Reading::ToTheLetter);
+    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) {
+      expectScreen("F_Yltx", [&](ui::Screen& preview) {
+        EXPECT_TRUE(preview.findChild<QLabel*>("state")->text().contains(number));
+        ui::Grid& list = preview.grid("gridImpacts");
+        ASSERT_FALSE(list.isEmpty());
+        EXPECT_EQ(list.currentText("kind"), QStringLiteral("库存数量"));
+        EXPECT_EQ(list.currentText("valueafter"), "2");
+        press(preview, "Esc");
+      });
+      press(check, "F6");
+      EXPECT_EQ(readBooks(Reading::ToTheLetter), before);
+      press(check, "Esc");
+    });
+    press(s, "F6");
+    EXPECT_EQ(readBooks(Reading::ToTheLetter), before);
+  });
+}
+
+}  // namespace jxc::test

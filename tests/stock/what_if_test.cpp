@@ -1,0 +1,146 @@
+// What an audit or a cancel would change is told before it is done, and nothing is left behind: no row, no counter, no
+// session.
+#include "stock/what_if.h"
+
+#include "harness/whole_books.h"
+#include "maintenance/shop_walk.h"
+
+#include <algorithm>
+
+namespace jxc {
+namespace what_if_test {
+
+using namespace families;
+
+class WhatIfTest : public test::ShopWalk {
+ protected:
+  /// Runs the preview and expects that the account set, its counters and the session are to the letter what they were.
+  WhatIf previewOf(const QString& number, const std::function<bool(Prompt&)>& command) {
+    const test::Books before = test::readBooks(test::Reading::ToTheLetter);
+    const auto counters = nextCounters();
+    session().editMode = u"as it was"_qs;
+    WhatIf preview = whatIf(number, [&](Prompt& agreeing) {
+      session().editMode = u"changed"_qs;
+      return command(agreeing);
+    });
+    EXPECT_EQ(session().editMode, u"as it was");
+    EXPECT_EQ(test::readBooks(test::Reading::ToTheLetter), before);
+    EXPECT_EQ(nextCounters(), counters);
+    EXPECT_FALSE(accountDb().inTransaction());
+    return preview;
+  }
+  WhatIf previewAudit(const QString& number) {
+    return previewOf(number, [&](Prompt& agreeing) {
+      return checkDj(documentFamily(number), number, agreeing) == AuditOutcome::Audited;
+    });
+  }
+  static std::vector<std::int64_t> nextCounters() {
+    Transaction trial(accountDb());
+    std::vector<std::int64_t> next;
+    for (const char* table : {"jxc_goodslist", "jxc_ysyfk", "jxc_xjyh", "jxc_log", "jxc_kcsp", "jxc_fpdjb"})
+      next.push_back(insertRow(table, {{"id", Value()}}));
+    return next;
+  }
+  /// "before → after" of the first impact of a kind whose place contains the text.
+  static QString found(const WhatIf& preview, QStringView kind, QStringView place = {}) {
+    const auto at = std::ranges::find_if(preview.impacts, [&](const Impact& each) {
+      return each.kind == kind && (place.isEmpty() || each.place.contains(place));
+    });
+    return at == preview.impacts.end() ? u"none"_qs
+                                       : at->before + u" → "_qs + at->after + (at->warns ? u" !"_qs : u""_qs);
+  }
+};
+
+TEST_F(WhatIfTest, ReceiptDatedBackTellsCostsSalesCountsAndMonths) {
+  receive("2021-04-01", {{"A", 10, 5}});
+  sell("2021-05-01", {{"A", 4, 9}}, 36);  // sold at a cost of 5
+  auditedInside(stocktake, "2021-05-02", {{"ck_sn", u"100001"}},
+                {{{"g_sn", u"A"}, {"pd_sl", 5.0}, {"kc_sl", 6.0}, {"kc_zsl", 6.0}, {"pd_dj", 5.0}, {"pd_zje", -5.0}}});
+  const QString late = save(draftReceipt("2021-04-02", {{"A", 10, 7}}));
+
+  const WhatIf preview = previewAudit(late);
+  EXPECT_TRUE(preview.done);
+  EXPECT_EQ(found(preview, u"库存数量", u"商品 A"), "5 → 15");
+  EXPECT_EQ(found(preview, u"成本均价", u"仓库 100001"), "5 → 5.94")
+      << "16 at 6, and a count of one less at 5 joins the pool: 101 over 17";
+  EXPECT_EQ(found(preview, u"销售毛利与成本不符"), "16 → 12 !");
+  EXPECT_EQ(found(preview, u"重新推算的月份", u"2021-05"), " →  !");
+  EXPECT_EQ(found(preview, u"之后的盘点"), " →  !");
+  EXPECT_EQ(found(preview, u"现金银行余额", u"现金"), "36 → -34 !");
+  EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "none") << "paid at once";
+
+  ASSERT_EQ(auditAgreeing(late), AuditOutcome::Audited);
+  EXPECT_EQ(balanceOf("A"), "15 15 5.94") << "as it was told";
+}
+
+TEST_F(WhatIfTest, CancelTellsWhatTurnsNegativeAndListsWhatItAsks) {
+  const QString bought = receive("2021-05-01", {{"A", 10, 5}});
+  sell("2021-05-02", {{"A", 4, 9}});
+  const WhatIf preview =
+      previewOf(bought, [&](Prompt& agreeing) { return cancelPurchase(bought, agreeing, CancelMode::Single); });
+  ASSERT_TRUE(preview.done);
+  EXPECT_EQ(preview.questions.size(), 2) << "whether to cancel, and whether stock may run short";
+  EXPECT_EQ(found(preview, u"库存数量"), "6 → -4 !");
+  EXPECT_EQ(found(preview, u"负库存"), "0 → -4 !");
+  EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "50 → 0");
+  EXPECT_EQ(preview.rows()[0].text("kind"), "将会询问");
+}
+
+TEST_F(WhatIfTest, ACommandThatRefusesOrFailsLeavesNothingEither) {
+  receive("2021-05-01", {{"A", 2, 5}});
+  const QString tooMuch = waitingSale("2021-05-02", {{"A", 5, 9}}, 0);
+  setParameter("cs_kc", 0);
+  const WhatIf refused = previewAudit(tooMuch);
+  EXPECT_FALSE(refused.done);
+  ASSERT_EQ(refused.notices.size(), 1);
+  EXPECT_EQ(refused.rows()[0].text("kind"), "不能执行");
+  EXPECT_TRUE(refused.impacts.empty());
+
+  setParameter("cs_kc", 1);
+  execSql("update jxc_lsxssp set g_sn='gone' where gl_djh=?", tooMuch);
+  const WhatIf failed = previewAudit(tooMuch);
+  EXPECT_FALSE(failed.done);
+  EXPECT_TRUE(failed.failure.contains(tooMuch)) << failed.failure.toStdString();
+
+  const WhatIf thrown = previewOf(tooMuch, [&](Prompt&) -> bool {
+    execSql("delete from jxc_goods");
+    throw std::runtime_error("half-way");
+  });
+  EXPECT_EQ(thrown.rows()[0].text("kind"), "执行失败");
+}
+
+TEST_F(WhatIfTest, EveryFamilyAndMoneyLeaveNothing) {
+  live(7, 60);
+  int looked = 0;
+  for (const DocumentFamily& family : documentFamilies()) {
+    if (family.prefix == u"HH") continue;
+    const RowSet heads = openSelect(
+        compose("select {} as djh,{} as status from {} order by id desc", {family.number, family.status, family.head}));
+    for (int row = 0; row < std::min(2, heads.rowCount()); ++row, ++looked) {
+      const QString number = heads.text(row, 0);
+      SCOPED_TRACE(number.toStdString());
+      if (heads.integer(row, 1) == 0)
+        previewAudit(number);
+      else
+        previewOf(number, [&](Prompt&) { return cancel(number); });
+    }
+  }
+  EXPECT_GE(looked, 10);
+  const QString payment = *partner_books::saveDocument(customerSide, partner_books::Kind::Payment,
+                                                       {.partner = customer(),
+                                                        .date = u"2021-05-03"_qs,
+                                                        .amount = 8,
+                                                        .rounding = 1,
+                                                        .account = u"现金"_qs,
+                                                        .employee = u"100001"_qs},
+                                                       prompt);
+  ASSERT_TRUE(partner_books::auditDocument(customerSide, partner_books::Kind::Payment, payment));
+  const WhatIf preview = previewOf(payment, [&](Prompt& agreeing) {
+    return partner_books::unCheck(customerSide, partner_books::Kind::Payment, payment, agreeing);
+  });
+  EXPECT_NE(found(preview, u"往来余额", u"客户"), "none");
+  EXPECT_NE(found(preview, u"现金银行余额"), "none");
+}
+
+}  // namespace what_if_test
+}  // namespace jxc
