@@ -8,6 +8,7 @@ namespace jxc::report {
 namespace band_block_detail {
 
 constexpr qsizetype kLongestText = 20000;  // characters of one object: some ten pages
+constexpr double kOverhang = 0.15;         // of a line: the air above and below its letters may be outside
 const QString kMark = QStringLiteral("#错误");
 
 }  // namespace band_block_detail
@@ -240,6 +241,7 @@ void BandMaker::settle(Laid& laid) {
   const Item& item = *compiled.item;
   if (item.kind != ItemKind::Text || laid.text.isEmpty()) return;
   constexpr double kSmallest = 4, kStep = 0.5;
+  using band_block_detail::kOverhang;
   const bool upright = item.rotation % 180 == 0;
   const double width = std::max(0.1, (upright ? laid.width : laid.height) - 2 * item.paddingX);
   const double height = (upright ? laid.height : laid.width) - 2 * item.paddingY;
@@ -255,7 +257,8 @@ void BandMaker::settle(Laid& laid) {
     const auto widest = std::max_element(laid.lines.begin(), laid.lines.end(),
                                          [](const auto& a, const auto& b) { return a.width < b.width; });
     if (widest->width > width + 0.01) return false;
-    return !wraps || item.grow || heightOf(faces_[laid.face], laid.lines.size()) <= height * 1.1;
+    return !wraps || item.grow ||
+           heightOf(faces_[laid.face], laid.lines.size()) <= height + faces_[laid.face].lineHeight() * kOverhang;
   };
   laid.isNumber = !wraps && band_block_detail::isFigure(laid.text);
   while ((item.shrink || laid.isNumber) && size > kSmallest && !fits()) {
@@ -264,7 +267,10 @@ void BandMaker::settle(Laid& laid) {
     faces_[laid.face].breakLines(laid.text, wraps ? width : 0, laid.lines);
   }
   if (item.grow && options_.growing && item.rotation == 0) {
-    laid.delta = std::max(0.0, heightOf(faces_[laid.face], laid.lines.size()) + 2 * item.paddingY - laid.height);
+    // What air a single line has above and below stays, so that long texts do not stick to their frame.
+    const Typeface& face = faces_[laid.face];
+    const double air = std::clamp((laid.height - face.lineHeight()) / 2, item.paddingY, std::max(0.8, item.paddingY));
+    laid.delta = std::max(0.0, heightOf(face, laid.lines.size()) + 2 * air - laid.height);
   }
 }
 
@@ -341,7 +347,7 @@ void BandMaker::putText(const Laid& laid, Block& block) {
 
   // Lines that find no room any more are left out, and the last one says so. One is always there.
   std::size_t count = laid.lines.size();
-  const double room = boxHeight - 2 * item.paddingY + face.lineHeight() * 0.15;
+  const double room = boxHeight - 2 * item.paddingY + face.lineHeight() * band_block_detail::kOverhang;
   if (!item.grow || !options_.growing) {
     while (count > 1 && face.lineHeight() + static_cast<double>(count - 1) * step > room + 0.01)
       --count;

@@ -2,6 +2,7 @@
 
 #include "platform/report/expression.h"
 
+#include <algorithm>
 #include <memory>
 #include <zint.h>
 

@@ -62,7 +62,12 @@ struct Pages::Data {
   std::vector<Fault> faults;
 
   // Made when they are first painted.
-  mutable std::vector<QFont> fonts;
+  struct Face {
+    QFont font;
+    double ascent = 0;
+    bool outlined = false;
+  };
+  mutable std::vector<Face> fonts;
   mutable QCache<quint64, QImage> images{64 << 10};  // kilobytes
 };
 

@@ -50,8 +50,8 @@ class Pages {
   QStringList lines(int page) const;
 
   /// Written beside and moved into place; throws std::runtime_error with a message for the operator, and then an older
-  /// file is as before.
-  void writePdf(const QString& path) const;
+  /// file is as before. Pages count from 1; `to` 0 is the last.
+  void writePdf(const QString& path, int from = 1, int to = 0) const;
   /// One file a page: "<name>.png", from the second page on "<name>-2.png". The files written.
   QStringList writePng(const QString& path, double dpi = 150) const;
 

@@ -8,6 +8,7 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -37,9 +38,10 @@ QImage Pages::image(int page, double dpi) const {
   return image;
 }
 
-void Pages::writePdf(const QString& path) const {
+void Pages::writePdf(const QString& path, int from, int to) const {
   using namespace pages_output_detail;
-  if (isEmpty()) fail(path, QStringLiteral("没有页面"));
+  const int first = std::max(1, from) - 1, end = to > 0 ? std::min(to, count()) : count();
+  if (first >= end) fail(path, QStringLiteral("没有页面"));
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) fail(path, file.errorString());
   {
@@ -50,11 +52,11 @@ void Pages::writePdf(const QString& path) const {
       writer.setPageSize(QPageSize(size(page), QPageSize::Millimeter, {}, QPageSize::ExactMatch));
       writer.setPageMargins(QMarginsF());
     };
-    usePage(0);
+    usePage(first);
     QPainter painter;
     if (!painter.begin(&writer)) fail(path, file.errorString());
-    for (int page = 0; page < count(); ++page) {
-      if (page > 0) {
+    for (int page = first; page < end; ++page) {
+      if (page > first) {
         usePage(page);
         writer.newPage();
       }

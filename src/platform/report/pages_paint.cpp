@@ -64,43 +64,49 @@ class Painter {
     }
   }
 
-  const QFont& font(std::uint16_t face) {
+  const Pages::Data::Face& face(std::uint16_t index) {
     auto& fonts = data_.fonts;
     if (fonts.size() != data_.faces.size()) {
       fonts.clear();
-      for (const FontStyle& style : data_.faces)
-        fonts.push_back(reportFont(style));
+      for (const FontStyle& style : data_.faces) {
+        const QFont font = reportFont(style);
+        fonts.push_back({font, QFontMetricsF(font).ascent(), needsOutline(style)});
+      }
     }
-    return fonts[face];
+    return fonts[index];
   }
 
   void text(const Piece& piece) {
     const QRectF place = area(piece);
     const QString words = data_.texts.mid(piece.first, piece.count);
-    if (font_ != piece.style) {
-      font_ = piece.style;
-      painter_.setFont(font(piece.style));
-      ascent_ = QFontMetricsF(font(piece.style)).ascent();
-    }
-    painter_.setPen(data_.faces[piece.style].colour);
-    painter_.setRenderHint(QPainter::TextAntialiasing, true);
+    const auto& face = this->face(piece.style);
+    QFont font = face.font;
     if (piece.kind == Kind::Spread) {
-      QFont spread = font(piece.style);
-      const double natural = QFontMetricsF(spread).horizontalAdvance(words);
-      spread.setLetterSpacing(QFont::AbsoluteSpacing,
-                              (place.width() - natural) / static_cast<double>(words.size() - 1));
-      painter_.setFont(spread);
-      font_ = -1;
+      const double natural = QFontMetricsF(font).horizontalAdvance(words);
+      const double gaps = static_cast<double>(words.size() - 1);
+      font.setLetterSpacing(QFont::AbsoluteSpacing, (place.width() - natural) / gaps);
     }
-    if (piece.turn == 0) {
-      painter_.drawText(QPointF(place.x(), place.y() + ascent_), words);
-      return;
+    if (font_ != piece.style || piece.kind == Kind::Spread) {
+      painter_.setFont(font);
+      font_ = piece.kind == Kind::Spread ? -1 : piece.style;
     }
-    painter_.save();
-    painter_.translate(place.topLeft());
-    painter_.rotate(90 * piece.turn);
-    painter_.drawText(QPointF(0, ascent_), words);
-    painter_.restore();
+    const QColor& colour = data_.faces[piece.style].colour;
+    painter_.setPen(colour);
+    const bool turned = piece.turn != 0;
+    if (turned) {
+      painter_.save();
+      painter_.translate(place.topLeft());
+      painter_.rotate(90 * piece.turn);
+    }
+    const QPointF at = turned ? QPointF(0, face.ascent) : QPointF(place.x(), place.y() + face.ascent);
+    painter_.drawText(at, words);
+    if (face.outlined) {
+      QPainterPath outline;
+      outline.addText(at, font, words);
+      painter_.setRenderHint(QPainter::Antialiasing, true);
+      painter_.strokePath(outline, QPen(colour, font.pixelSize() * outlineWidth));
+    }
+    if (turned) painter_.restore();
   }
 
   void usePen(const Pen& style, double share = 1) {
@@ -295,8 +301,7 @@ class Painter {
 
   QPainter& painter_;
   const Pages::Data& data_;
-  int font_ = -1;
-  double ascent_ = 0;
+  int font_ = -1;  // face that the painter has
   QImage large_;
 };
 

@@ -118,7 +118,7 @@ struct Item {
   bool shrink = false;  // type gets smaller until the text fits
   bool grow = false;    // the object, and its band, get higher until the text fits; implies wrap
   double lineSpacing = 1.0;
-  double paddingX = 0.5, paddingY = 0;
+  double paddingX = 0.8, paddingY = 0;
   int rotation = 0;           // 0, 90, 180, 270 degrees clockwise; also Barcode and Picture
   QString format;             // of numbers "#,##0.00" and dates "yyyy年mm月dd日" in brackets
   bool hideZero = false;      // a zero prints as nothing

@@ -1,6 +1,9 @@
 #include "platform/report/typeface.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
+#include <QHash>
 
 #include <algorithm>
 #include <cmath>
@@ -27,17 +30,49 @@ bool mayBreak(QChar before, QChar behind) {
   return isIdeograph(before) || isIdeograph(behind) || kClosing.left(17).contains(before);
 }
 
-}  // namespace typeface_detail
-
-QFont reportFont(const FontStyle& style) {
-  QFont font;
+QStringList familiesOf(const FontStyle& style) {
   QStringList families{QStringLiteral("Microsoft YaHei"), QStringLiteral("WenQuanYi Micro Hei"),
                        QStringLiteral("Noto Sans CJK SC")};
   if (!style.family.isEmpty()) families.prepend(style.family);
-  font.setFamilies(families);
+  return families;
+}
+
+bool hasBold(const QString& family) {
+  static QHash<QString, bool> known;
+  const auto found = known.constFind(family);
+  if (found != known.constEnd()) return *found;
+  QFont font;
+  font.setFamilies({family});
+  const QString actual = QFontInfo(font).family();
+  const QStringList styles = QFontDatabase::styles(actual);
+  const bool bold = std::any_of(styles.begin(), styles.end(), [&](const QString& style) {
+    return QFontDatabase::weight(actual, style) >= QFont::DemiBold;
+  });
+  known.insert(family, bold);
+  return bold;
+}
+
+/// The family that will be used: the first one that is installed.
+QString firstInstalled(const QStringList& families) {
+  for (const QString& family : families) {
+    if (QFontDatabase::hasFamily(family)) return family;
+  }
+  return families.last();
+}
+
+}  // namespace typeface_detail
+
+bool needsOutline(const FontStyle& style) {
+  using namespace typeface_detail;
+  return style.bold && !hasBold(firstInstalled(familiesOf(style)));
+}
+
+QFont reportFont(const FontStyle& style) {
+  QFont font;
+  font.setFamilies(typeface_detail::familiesOf(style));
   const double units = style.size * typeface_detail::kMillimetresPerPoint * unitsPerMillimetre;
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(units))));
-  font.setBold(style.bold);
+  font.setBold(style.bold && !needsOutline(style));
   font.setItalic(style.italic);
   font.setUnderline(style.underline);
   font.setStrikeOut(style.strikeOut);

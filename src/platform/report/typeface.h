@@ -18,6 +18,10 @@ constexpr double unitsPerMillimetre = 100;
 
 /// In units of that grid. An empty family stands for the usual ones.
 QFont reportFont(const FontStyle& style);
+/// Bold, but the family has no bold letters: those of `reportFont` are then drawn with an outline. (What Qt makes up
+/// itself gets lost when it is scaled, and the usual Chinese fonts come in one weight.)
+bool needsOutline(const FontStyle& style);
+constexpr double outlineWidth = 0.035;  // of the size of type
 
 /// One font in one size; lengths in millimetres.
 class Typeface {

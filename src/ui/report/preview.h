@@ -1,15 +1,54 @@
-// 打印预览: a window that shows prepared pages: zoom, pages, thumbnails, search, print, save.
+// 打印预览: the screen that shows prepared pages: zoom, pages, thumbnails, search, print, save.
 #pragma once
 
 #include "platform/report/pages.h"
+#include "ui/report/page_view.h"
+#include "ui/screen.h"
 
 #include <QString>
 
-class QWidget;
+#include <functional>
+
+class QListView;
+class QSplitter;
 
 namespace jxc::ui {
 
+class TF_Preview : public Screen {
+ public:
+  TF_Preview();
+  ~TF_Preview() override;
+
+  void setPages(const report::Pages& pages);
+  PageView& view() { return *view_; }
+
+  /// Where a file goes: asks the operator; tests answer instead. Empty: the operator left it.
+  std::function<QString(const QString& title, const QString& suggested, const QString& filter)> chooseFile;
+
+ protected:
+  void activate() override;
+  void showEvent(QShowEvent* event) override;
+  bool keyPressed(QKeyEvent& event) override;
+
+ private:
+  class Thumbnails;
+  void showPosition();
+  void showZoom();
+  void takeZoom();
+  void takePage();
+  void search();
+  void nextHit(int step);
+  void print(bool ask);
+  void save(bool asPdf);
+  void showFaults();
+  QString suggested(const QString& suffix) const;
+
+  PageView* view_;
+  QListView* list_;
+  Thumbnails* thumbnails_;
+};
+
 /// Shows the pages until the window is left.
-void showPreview(const report::Pages& pages, QWidget* parent = nullptr);
+void showPreview(const report::Pages& pages);
 
 }  // namespace jxc::ui
