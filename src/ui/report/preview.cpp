@@ -122,7 +122,6 @@ TF_Preview::TF_Preview() : Screen(preview_detail::kScreen) {
       .buttons("btnFaults | btnPdf btnPng btnDirect btnPrint btnClose");
   command("btnPrint").setProperty("main", true);
   field("tpage").widget()->setMaximumWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 8);
-  addKey(command("btnNext"), "Ctrl+N");
 
   std::vector<ListItem> zooms{{QStringLiteral("页宽"), QStringLiteral("w")},
                               {QStringLiteral("整页"), QStringLiteral("p")}};
