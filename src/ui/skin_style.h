@@ -47,6 +47,7 @@ QHeaderView::section { background: @header; color: @text; border: none; border-r
 QHeaderView { background: @header; }
 QLabel[emptyHint="true"] { color: @muted; background: transparent; }
 QLabel[explanation="true"] { color: @muted; }
+QLabel[heading="true"] { color: @accent; font-weight: bold; }
 QLabel[title="true"] { font-size: 15pt; color: @accent; }
 QGroupBox { border: 1px solid @line; border-radius: 4px; margin-top: 9px; padding-top: 6px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; color: @accent; }
