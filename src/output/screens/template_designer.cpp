@@ -36,7 +36,7 @@ TF_Bbsj_Edit::TF_Bbsj_Edit() : Screen(kScreen) {
   on(btnUndo, [this] { designer_->document().undo(); });
   on(btnRedo, [this] { designer_->document().redo(); });
   addKey(btnRedo, "Ctrl+Shift+Z");
-  on(command("btnPreview"), [this] { ui::showPreview(designer_->preview().pages(), this); });
+  on(command("btnPreview"), [this] { ui::showPreview(designer_->preview().pages()); });
   designer_->document().onChanged([this] { showState(); });
   showState();
 }
