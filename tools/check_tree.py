@@ -25,7 +25,7 @@ RULES = {
     "statistics": ["ledgers", "stock", "masterdata", "accounts"],
     "output": ["ledgers", "stock", "masterdata", "accounts"],
     "messaging": ["members", "statistics", "output"],
-    "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output"],
+    "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "purchasing", "sales"],
 }
 LEDGERS = re.compile(r"accounts/(?:\w+_ledger|running_balance)\.")
 BELOW = ["core", "platform", "engine"]

@@ -1,9 +1,10 @@
-// 演示账套: a small optical shop in memory, for pictures of the screens.
+// 演示账套: the demonstration shop in memory, for pictures of the screens.
 #pragma once
 
 namespace jxc {
 
-/// Installs a fresh account set in memory with some goods, partners and documents, and logs the administrator in.
+/// Installs a small demonstration shop (maintenance/demo_shop.h) in memory, the same at every call, with the
+/// administrator logged in and the clock standing on its last day.
 void openDemonstration();
 
 }  // namespace jxc

@@ -1,5 +1,6 @@
 #include "maintenance/console_commands.h"
 
+#include "maintenance/demo_command.h"
 #include "maintenance/prove_command.h"
 
 #include <vector>
@@ -7,7 +8,7 @@
 namespace jxc {
 
 std::span<const ConsoleCommand> maintenanceCommands() {
-  static const std::vector<ConsoleCommand> all{proveCommand};
+  static const std::vector<ConsoleCommand> all{proveCommand, demoCommand};
   return all;
 }
 

@@ -104,6 +104,11 @@ void prepareConnection(sqlite3* connection, const FileRole& role, int busyMillis
   pragma(connection, role, "pragma trusted_schema=off");
 }
 
+void doNotWaitForDisk(Database& database) {
+  const SqliteDatabase& sqlite = asSqlite(database);
+  opening_detail::pragma(sqlite.native(), sqlite.role(), "pragma synchronous=off");
+}
+
 void requireAccountSet(sqlite3* connection, const FileRole& role) {
   using opening_detail::pragma;
   if (pragma(connection, role, "pragma application_id") != std::to_string(applicationId))

@@ -105,6 +105,10 @@ class SqliteDatabase final : public Database {
   bool defined_ = false;  // this transaction changed the schema
 };
 
+/// Commits of this connection do not wait for the disk any more: while a file is filled that is thrown away when that
+/// fails.
+void doNotWaitForDisk(Database& database);
+
 /// The SqliteDatabase behind a Database; throws DbError(Unsupported) for another engine.
 SqliteDatabase& asSqlite(Database& database);
 

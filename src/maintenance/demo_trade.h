@@ -1,0 +1,134 @@
+// 演示账套的业务: the documents that the demonstration shop makes, each by the rule that a screen would call.
+#pragma once
+
+#include "core/prompt.h"
+#include "maintenance/demo_goods.h"
+#include "maintenance/demo_names.h"
+#include "masterdata/partner_side.h"
+#include "stock/document_family.h"
+#include "stock/trading_document.h"
+
+#include <QDate>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <vector>
+
+namespace jxc::demo {
+
+struct Operator {
+  QString name, key, role;  // a_name, a_sn, r_sn
+};
+
+/// Who and what the shop is, by the keys of the account set.
+struct Staff {
+  Operator administrator, manager, buyer, seller;
+  std::array<QString, kWarehouses> warehouses;
+  std::vector<QString> employees;      // u_sn
+  std::vector<QString> employeeNames;  // in step
+  std::vector<QString> people;         // kh_sn of customers by name
+  std::vector<QString> institutions;   // in step with kInstitutions
+  std::vector<QString> suppliers;      // in step with kSuppliers
+};
+
+/// What makes a command of the shop impossible is a fault of the demonstration: a notice is no answer to pass over.
+class ShopPrompt : public Prompt {
+ public:
+  void notice(const QString& text) override;
+  bool ask(const QString&) override { return true; }
+  Answer askOrCancel(const QString&) override { return Answer::Yes; }
+};
+
+/// Makes one document at a time. Documents wait until `auditDay`, which the manager does in the evening.
+class Trade {
+ public:
+  Trade(Catalogue catalogue, Staff staff, Random& random);
+
+  /// The operator at work from now on.
+  void workAs(const Operator& who);
+  void beginDay(const QDate& day) { day_ = day; }
+
+  // Each makes one document of this day, or none when there is nothing to do it with. True: it did.
+  bool sell(int season);
+  bool sellToInstitution();
+  bool takeBack();
+  bool sendBackToSupplier();
+  bool receive(int daysBack);
+  bool transfer();
+  bool writeOffDamage();
+  /// The first goods of the shop: every article below its mark is ordered at once, and half of it brought over.
+  int stockUp();
+
+  // Money.
+  bool collectOnDelivery();  // the rest of a sale whose glasses are fetched today
+  bool collectFromInstitution();
+  bool paySupplier();
+  bool bankTakings();
+  bool payOwner();  // what the bank account holds beyond what the shop needs
+  void payOut(const QString& account, double yuan, Word note, Word employee);
+  void takeIn(const QString& account, double yuan, Word note);
+
+  /// The manager audits what waits, but for the last `leave` documents of each family. How many were audited.
+  int auditDay(int leave);
+  /// An audited sale is cancelled, looked at and audited again.
+  bool correctSale();
+  /// Lines that were begun and not saved.
+  void leaveDrafts();
+
+  int documents() const { return documents_; }
+
+ private:
+  struct Pick {
+    int article = 0, quantity = 0;
+    double price = 0, discount = 1;
+    bool gift = false;
+  };
+  struct Sold {
+    QString number, customer;
+    int warehouse = 0;
+    std::vector<Pick> lines;
+  };
+  struct Fetch {
+    QDate day;
+    QString number;
+    double rest = 0;
+  };
+
+  Article& article(int index) { return catalogue_.articles[static_cast<std::size_t>(index)]; }
+  QString today() const { return day_.toString(Qt::ISODate); }
+  QString account();
+  int taxOf(const QString& supplier) const;
+  const QString& salesperson(int warehouse);
+  int inStock(const Weighted& choice, int warehouse, int quantity);
+  void addPick(std::vector<Pick>& lines, int index, int quantity, int discount);
+  std::vector<Pick> glasses(int warehouse);
+  std::vector<Pick> basket(int warehouse, int season);
+  bool saveSale(int warehouse, const QString& customer, const std::vector<Pick>& lines, bool institution);
+  void addLines(const DocumentRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
+  QString save(const DocumentRules& rules, const TradingDraft& draft);
+  bool receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack);
+  bool saveTransfer(const std::vector<Pick>& lines);
+  void wantMore(int index, int warehouse);
+  void arrive(const QString& number);
+  int auditFamily(const DocumentFamily& family, int leave);
+  int auditMoney(int leave);
+
+  Catalogue catalogue_;
+  const Staff staff_;
+  Random& random_;
+  ShopPrompt prompt_;
+  QDate day_;
+  int documents_ = 0;
+  /// Articles to order, by supplier and warehouse, in the order in which they ran low.
+  std::map<std::pair<int, int>, std::vector<int>> wanted_;
+  std::vector<int> wantedInBranch_;
+  std::deque<Sold> sold_;       // the last few hundred
+  std::vector<Fetch> fetches_;  // deposits whose rest is open
+  /// Goods that come in with the audit of a document: (article, warehouse, pieces).
+  std::map<QString, std::vector<std::array<int, 3>>> arrivals_;
+};
+
+}  // namespace jxc::demo

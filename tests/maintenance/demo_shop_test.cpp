@@ -1,0 +1,82 @@
+// The demonstration shop: right by every rule of the books, the same for the same seed, and with something of all that
+// a visitor looks for.
+#include "maintenance/demo_shop.h"
+
+#include "core/data_module.h"
+#include "core/rights.h"
+#include "core/schema/schema.h"
+#include "harness/account_set_fixture.h"
+#include "harness/invariants.h"
+
+#include <QCryptographicHash>
+
+namespace jxc {
+namespace demo_shop_test {
+
+class DemoShop : public test::AccountSetFixture {
+ protected:
+  static DemoPlan smallPlan(std::uint64_t seed) {
+    DemoPlan plan;
+    plan.months = 1;
+    plan.seed = seed;
+    plan.goods = 70;
+    plan.documentsADay = 12;
+    plan.lastDay = QDate(2021, 8, 31);
+    return plan;
+  }
+
+  /// A fresh account set in place of the one that was filled.
+  static void startAnew() {
+    dataModule().installAccountDb(openSqlite(QStringLiteral(":memory:")));
+    createAllTables(accountDb());
+  }
+
+  /// Every field of every row.
+  static QByteArray fingerprint() {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const schema::TableEntry& table : schema::tables()) {
+      const RowSet rows = openSelect("select * from " + std::string(table.name) + " order by id");
+      for (int row = 0; row < rows.rowCount(); ++row)
+        for (int column = 0; column < rows.columnCount(); ++column) {
+          hash.addData(rows.text(row, column).toUtf8());
+          hash.addData("|", 1);
+        }
+    }
+    return hash.result().toHex();
+  }
+};
+
+TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
+  startAnew();
+  const DemoOutcome made = buildDemoShop(smallPlan(7));
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+  EXPECT_GT(made.documents, 31 * 12 * 9 / 10);
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_kcsp where kc_sl<0"), 0);
+
+  // Something of everything: all kinds of rows, both warehouses, documents that wait, lines that were begun.
+  for (const char* flag : {"qc", "cj", "ct", "xs", "xt", "db"})
+    EXPECT_GT(lookupNumber("select count(*) from jxc_goodslist where gl_flag=?", QString::fromLatin1(flag)), 0) << flag;
+  EXPECT_EQ(lookupNumber("select count(*) from (select distinct ck_sn from jxc_goodslist where gl_flag='xs')"), 2);
+  EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_status=0"), 0);
+  EXPECT_GT(lookupNumber("select count(*) from jxc_lsxssp where gl_djh not in (select gl_djh from jxc_lsxsd)"), 0);
+  EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_hkje>0"), 0);
+  EXPECT_GT(lookupNumber("select count(*) from jxc_jhd where j_chkrq>j_jhrq"), 0) << "a receipt dated back";
+
+  // Who sells does not audit, who buys does not see the till.
+  EXPECT_TRUE(hasRightOf("xsgl", 1, QStringLiteral("林小雨")));
+  EXPECT_FALSE(hasRightOf("xsgl", 7, QStringLiteral("林小雨")));
+  EXPECT_TRUE(hasRightOf("xsgl", 7, QStringLiteral("周敏")));
+  EXPECT_FALSE(hasRightOf("xsgl", 1, QStringLiteral("孙磊")));
+  EXPECT_EQ(session().a_name, QStringLiteral("admin"));
+
+  const QByteArray first = fingerprint();
+  startAnew();
+  buildDemoShop(smallPlan(7));
+  EXPECT_EQ(fingerprint(), first);
+  startAnew();
+  buildDemoShop(smallPlan(8));
+  EXPECT_NE(fingerprint(), first);
+}
+
+}  // namespace demo_shop_test
+}  // namespace jxc
