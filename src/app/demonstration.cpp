@@ -2,16 +2,12 @@
 
 #include "core/clock.h"
 #include "core/data_module.h"
-#include "core/schema/schema.h"
-#include "core/session.h"
-#include "core/statements.h"
 #include "maintenance/demo_shop.h"
 
 namespace jxc {
 
 void openDemonstration() {
   dataModule().installAccountDb(openSqlite(QStringLiteral(":memory:")));
-  createAllTables(accountDb());
   DemoPlan plan;
   plan.months = 2;
   plan.goods = 320;

@@ -187,6 +187,7 @@ DemoOutcome buildDemoShop(const DemoPlan& plan, const DemoProgress& progress) {
   const QDate last = plan.lastDay.isValid() ? plan.lastDay : clock::now().date();
   const QDate first = last.addMonths(-plan.months).addDays(1);
   clock::setFixed(QDateTime(first, QTime(7, 0)));
+  createAllTables(accountDb());
   ShopPrompt prompt;
   if (!login(QStringLiteral("admin"), {}, prompt)) throw std::logic_error("demonstration: no login");
   if (progress) progress(0, QStringLiteral("基础资料"));
@@ -213,7 +214,6 @@ DemoOutcome makeDemoFile(const QString& file, const DemoPlan& plan, const DemoPr
   options.create = true;
   dataModule().installAccountDb(openSqlite(file, options));
   sqlite::doNotWaitForDisk(accountDb());  // a crash half-way leaves a file that nobody uses
-  createAllTables(accountDb());
   const DemoOutcome outcome = buildDemoShop(plan, progress);
   dataModule().closeAccountDb();
   // A last word with its disk sync brings everything before it to the disk as well.

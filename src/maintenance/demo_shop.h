@@ -28,7 +28,7 @@ struct DemoOutcome {
 /// Percent and what is being made.
 using DemoProgress = std::function<void(int percent, const QString& what)>;
 
-/// Fills the account set in use, which must be fresh, and leaves the administrator logged in. The clock runs through
+/// Fills the account set in use, which must be empty, and leaves the administrator logged in. The clock runs through
 /// the shop's days meanwhile and is left on the evening of the last one: the caller sets it as he needs it.
 DemoOutcome buildDemoShop(const DemoPlan& plan, const DemoProgress& progress = {});
 

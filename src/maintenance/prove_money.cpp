@@ -177,14 +177,15 @@ void provePayments(Books& books) {
   for (const Row row :
        books.select("select gl_djh,gl_djh2,k_djlx,k_djtxt,k_yfje,k_sfje from jxc_ysyfk "
                     "where gl_djh<>'' and (k_djlx='SK' or k_djlx='FK' or k_djlx='YS' or k_djlx='YF')")) {
-    // A rounding line has a number of its own and points to its payment; opening balances come from no document.
+    // A rounding line has a number of its own and points to its payment; the opening balance of a partner may come from
+    // no document.
     if (row.text("k_djtxt").endsWith(u"(抹零)")) {
       Entry& entry = entries[row.text("gl_djh2")];
       ++entry.roundingRows;
       entry.rounded += row.number("k_yfje");
       continue;
     }
-    if (row.text("k_djtxt").startsWith(u"期初")) continue;
+    if (row.text("k_djtxt").startsWith(u"期初") && !entries.contains(row.text("gl_djh"))) continue;
     Entry& entry = entries[row.text("gl_djh")];
     ++entry.ledgerRows;
     entry.ledgerDue += row.number("k_yfje");

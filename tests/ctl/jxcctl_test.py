@@ -45,6 +45,14 @@ class Console(unittest.TestCase):
         self.assertEqual(self.rows("select count(*) from jxc_color"), [[str(int(colours[0][0]) - 1)]])
         self.assertEqual(sorted(p.name for p in self.file.parent.iterdir()), ["codeinfo.dll", "jxc.mdb"])
 
+    def test_a_demonstration_shop_whose_books_agree(self):
+        words = ["demo", "--months", "1", "--goods", "40", "--documents", "5", "--until", "2025-06-30", "--seed", "3"]
+        self.run_it(*words)
+        self.assertEqual(self.rows("select max(ls_xsrq) from jxc_lsxsd"), [["2025-06-30"]])
+        self.run_it("prove")
+        self.assertIn("--force", self.run_it(*words, status=1))
+        self.run_it("demo", "--months", "0", status=2)
+
     def test_rows_come_as_lines_and_an_empty_value_as_nothing(self):
         self.run_it("create")
         printed = self.run_it(
