@@ -58,6 +58,7 @@ struct GoodsFilter {
   QString key;          // matched against six columns; several words must each match somewhere
   QString classNumber;  // this class and all below; empty for all
   bool withDisabled = false;
+  QString lensProduct = {};  // only articles of this lens product (g_qc)
 };
 
 /// Adds these conditions to a list over `jxc_goods a`: pick lists search as the catalogue does.

@@ -3,6 +3,7 @@
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/text.h"
+#include "masterdata/goods_change.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,6 +50,29 @@ bool anyNumberTaken(std::int64_t first, std::int64_t last) {
               .isEmpty();
 }
 
+std::int64_t identityOf(const QString& goodsClass) {
+  return static_cast<std::int64_t>(lookupNumber("select gc_cid from jxc_goodsclass where gc_sn=?", goodsClass));
+}
+
+/// The first of `count` numbers in a row. Looked up once: within the caller's transaction nobody else takes one.
+std::int64_t firstNumber(const QString& goodsClass, int count) {
+  const std::int64_t first = nextGoodsSn(identityOf(goodsClass)).toLongLong();
+  if (anyNumberTaken(first, first + count - 1))
+    throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
+  return first;
+}
+
+/// Appends the article of one pair of powers; `draft` has everything that the product's articles share.
+void insertLens(GoodsDraft& draft, const QString& product, const QString& sphere, const QString& cylinder,
+                std::int64_t number) {
+  draft.lens = LensPowers{product, sphere, cylinder};
+  draft.number = QString::number(number);
+  draft.name = lensName(product, sphere, cylinder);
+  const auto id = insertGoods(draft);
+  // All rows of a product are found by the product's letters.
+  updateRow("jxc_goods", id, {{"g_jm", makeJm(product).left(32)}});
+}
+
 }  // namespace goods_lenses_detail
 
 QString powerText(double power) {
@@ -74,24 +98,13 @@ std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& spher
   const auto spheres = powersOf(sphere);
   const auto cylinders = powersOf(cylinder);
   const int count = static_cast<int>(spheres.size() * cylinders.size());
-  const auto identity =
-      static_cast<std::int64_t>(lookupNumber("select gc_cid from jxc_goodsclass where gc_sn=?", *draft.classNumber));
 
   Transaction transaction(accountDb());
-  // The highest number is looked up once: within this transaction nobody else takes one.
-  const std::int64_t first = nextGoodsSn(identity).toLongLong();
-  if (anyNumberTaken(first, first + count - 1)) {
-    throw DbError(DbError::Kind::Other, QStringLiteral("商品编号已经存在，请重新输入！"));
-  }
+  const std::int64_t first = firstNumber(*draft.classNumber, count);
   int done = 0;
   for (const double q : spheres) {
     for (const double c : cylinders) {
-      draft.lens = LensPowers{product, numberText(q), numberText(c)};
-      draft.number = QString::number(first + done);
-      draft.name = lensName(product, draft.lens->sphere, draft.lens->cylinder);
-      const auto id = insertGoods(draft);
-      // All rows of a product are found by the product's letters.
-      updateRow("jxc_goods", id, {{"g_jm", makeJm(product).left(32)}});
+      insertLens(draft, product, numberText(q), numberText(c), first + done);
       ++done;
       if (progress && done % 16 == 0 && !progress(done * 100 / count)) return {};
     }
@@ -99,6 +112,28 @@ std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& spher
   transaction.commit();
   if (progress) progress(100);
   return done;
+}
+
+QStringList addLensPowers(const QString& product, const std::vector<PowerPair>& powers) {
+  using namespace goods_lenses_detail;
+  const RowSet newest =
+      openSelect("select top 1 id,g_qgd,g_sgd from jxc_goods where g_qc=? and g_isjp<>0 order by id desc", product);
+  if (newest.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("没有这种镜片的商品资料：") + product);
+  GoodsDraft draft = readGoods(newest.front().integer("id"));
+  draft.barcode.clear();
+  draft.openingStock = 0;
+  // Articles made singly write "+1.5", ranges "1.5": the product goes on as it is.
+  const auto written = [signs = newest.front().text("g_qgd").startsWith(u'+') ||
+                                newest.front().text("g_sgd").startsWith(u'+')](double power) {
+    return signs ? powerText(power) : numberText(roundEps(power, 3));
+  };
+  std::int64_t number = firstNumber(*draft.classNumber, static_cast<int>(powers.size()));
+  QStringList numbers;
+  for (const PowerPair& pair : powers) {
+    insertLens(draft, product, written(pair.sphere), written(pair.cylinder), number++);
+    numbers << draft.number;
+  }
+  return numbers;
 }
 
 LensProduct readLensProduct(std::int64_t id) {

@@ -3,6 +3,8 @@
 
 #include "masterdata/goods.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -26,6 +28,14 @@ struct PowerRange {
 /// refused or cancelled.
 std::optional<int> addLensRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder,
                                 Prompt& prompt, const std::function<bool(int percent)>& progress = {});
+
+struct PowerPair {
+  double sphere = 0, cylinder = 0;
+};
+/// Makes the articles of these pairs of powers for a product that has some already: class, unit, prices and commission
+/// are those of its newest one, stock none. Their numbers, in the same order. Inside the caller's transaction; throws
+/// DbError when the product has no article to go by or the numbers are taken.
+QStringList addLensPowers(const QString& product, const std::vector<PowerPair>& powers);
 
 /// One product of the library that feeds product names: an ordinary lens (coating, index) or a contact lens (base
 /// curve, water content).

@@ -30,7 +30,8 @@ class ReturnLines : public TradingLines {
   /// this supplier has delivered.
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter, {.key = wanted.key, .classNumber = wanted.classNumber});
+    addGoodsConditions(filter,
+                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
     if (wanted.inStock || !strIsTrue(session().cs_kc)) filter.add("b.kc_sl>0");
     if (wanted.ofPartner || strIsTrue(session().cs_ct))
       filter.add(

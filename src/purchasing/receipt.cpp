@@ -29,7 +29,8 @@ class ReceiptLines final : public TradingLines {
 
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter, {.key = wanted.key, .classNumber = wanted.classNumber});
+    addGoodsConditions(filter,
+                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
     if (wanted.inStock) filter.add("b.kc_sl>0");
     if (wanted.ofPartner)
       filter.add(

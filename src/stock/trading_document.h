@@ -98,10 +98,11 @@ struct LinePlace {
 
 /// What the goods list of the picking screen shows.
 struct PickFilter {
-  QString key;             // one or more words, each must match somewhere
-  QString classNumber;     // this class and all below; empty for all
-  bool inStock = false;    // only goods that lie in the warehouse
-  bool ofPartner = false;  // only goods that this partner has dealt in
+  QString key;               // one or more words, each must match somewhere
+  QString classNumber;       // this class and all below; empty for all
+  bool inStock = false;      // only goods that lie in the warehouse
+  bool ofPartner = false;    // only goods that this partner has dealt in
+  QString lensProduct = {};  // only articles of this lens product
 };
 
 /// Rules of the lines of one trading document, as its screens ask for them. Without state; commands of their own
@@ -132,6 +133,10 @@ class LineRules {
   virtual BoundStatement goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
   virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
                         Prompt& prompt) const = 0;
+  /// Quantity against the stock of the warehouse, where the document takes goods out: refused or asked about. With a
+  /// memory, the first answer holds for the whole selection.
+  virtual bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
+                           PickingMemory* memory = nullptr) const = 0;
   virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
                                   PickingMemory& memory, Prompt& prompt) const = 0;
   virtual CopyResult copyStaged(const LinePlace& place, Lines target) const = 0;

@@ -61,9 +61,8 @@ class TradingLines : public LineRules {
                           PickingMemory& memory, Prompt& prompt) const override;
   CopyResult copyStaged(const LinePlace& place, Lines target) const override;
 
-  /// Quantity against the stock of the warehouse. With a memory, the first answer holds for the whole selection.
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
-                   PickingMemory* memory = nullptr) const;
+                   PickingMemory* memory = nullptr) const override;
 
  protected:
   /// Price that a new line proposes.

@@ -420,7 +420,10 @@ void Field::showNumber(bool plain) {
   if (numberEmpty_) {
     edit->clear();
   } else {
-    edit->setText(plain ? numberText(number_) : displayNumber(columnKindOf(spec_.kind), number_));
+    const QString text = plain ? numberText(number_) : displayNumber(columnKindOf(spec_.kind), number_);
+    // What was computed is shown whole, however long; the limit is for typing.
+    if (const int most = field_detail::mostCharacters(spec_)) edit->setMaxLength(std::max(most, int(text.size())));
+    edit->setText(text);
   }
 }
 

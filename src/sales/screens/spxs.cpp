@@ -82,6 +82,7 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btnAddOld", "商品添加", "F2"},
     {"btnAddNew", "新商品添加", "F9"},
     {"btnZpAdd", "添加赠品", "F4"},
+    {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnModi", "修改", "F3"},
     {"btnDel", "删除", "Ctrl+D"},
     {"btnOK", "保存", "F5"},
@@ -91,6 +92,7 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_Dele", "删除单据", "Ctrl+Del"},
     {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnTab2Modi", "修改商品", "F3"},
     {"btnDele", "删除商品", "Ctrl+D"},
     {"btnCancel", "退出", "Esc"},
@@ -144,11 +146,11 @@ constexpr DocumentScreenSpec kDocument = {
     .newGoods = {{"qtcz", 1}, u"商品管理！"},
     .headForm = kHeadForm,
     .footForm = kFootForm,
-    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnModi btnDel",
+    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnJpgd btnModi btnDel",
     .saveRow = "| btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele |",
-    .lineButtons = "btnAdd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
 };
 
 class TF_Spxs : public DocumentScreen {

@@ -71,6 +71,7 @@ constexpr ui::GridSpec kGrids[] = {
 constexpr ui::CommandSpec kCommands[] = {
     {"btnAddOld", "添加商品", "F2"},
     {"btnZdth", "整单退货", "F7"},
+    {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnModi", "修改", "F3"},
     {"btnDel", "删除", "Ctrl+D"},
     {"btnOK", "保存", "F5"},
@@ -80,6 +81,7 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_Dele", "删除单据", "Ctrl+Del"},
     {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnTab2Modi", "修改商品", "F3"},
     {"btnDele", "删除商品", "Ctrl+D"},
     {"btnCancel", "退出", "Esc"},
@@ -123,11 +125,11 @@ constexpr DocumentScreenSpec kDocument = {
     .deleteWaiting = {{"xsgl", 2}, u"顾客退货！"},
     .headForm = kHeadForm,
     .footForm = kFootForm,
-    .scanRow = "btnAddOld btnZdth btnModi btnDel |",
+    .scanRow = "btnAddOld btnZdth btnJpgd btnModi btnDel |",
     .saveRow = "| btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele |",
-    .lineButtons = "btnAdd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
 };
 
 class TF_Xsth : public DocumentScreen {

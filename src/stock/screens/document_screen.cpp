@@ -7,6 +7,7 @@
 #include "masterdata/screens/partner_picker.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/lens_sheet_screen.h"
 #include "ui/display.h"
 #include "ui/scan_catcher.h"
 
@@ -24,6 +25,7 @@ namespace document_screen_detail {
 
 constexpr int kDraftPanel = 0;
 constexpr int kWaitingPanel = 1;
+constexpr Right kGoods = {"qtcz", 1};
 
 bool isBarcode(const QString& code) {
   return !lookupValue("select top 1 g_sn from jxc_goods where g_sptm=?", sanitizeText(code)).isEmpty();
@@ -144,6 +146,7 @@ void DocumentScreen::bindDraft() {
   bindCommand("btnAddOld", &DocumentScreen::addOld);
   if (hasCommand("btnAddNew")) bindCommand("btnAddNew", &DocumentScreen::addNew);
   if (hasCommand("btnZdth")) bindCommand("btnZdth", &DocumentScreen::returnWhole);
+  bindCommand("btnJpgd", &DocumentScreen::enterLenses);
   bindCommand("btnModi", &DocumentScreen::modifyLine);
   bindCommand("btnDel", &DocumentScreen::deleteLine);
   on(btnOK, [this] { save(); });
@@ -178,6 +181,7 @@ void DocumentScreen::bindWaiting() {
   bindCommand("btn_Dele", &DocumentScreen::deleteWaiting);
   bindCommand("btn_Date", &DocumentScreen::changeHead);
   bindCommand("btnAdd", &DocumentScreen::addWaitingLines);
+  bindCommand("btnTab2Jpgd", &DocumentScreen::enterWaitingLenses);
   bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
   bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
 }
@@ -364,7 +368,20 @@ void DocumentScreen::enterBarcode(const QString& code) {
 
 void DocumentScreen::addOld() {
   if (!settleDate()) return;
-  const CopyResult picked = ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(draftPlace(), Lines::Draft);
+  showPicked(ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(draftPlace(), Lines::Draft));
+}
+
+void DocumentScreen::enterLenses() {
+  if (settleDate()) showPicked(enterLensSheets(rules_, draftPlace(), Lines::Draft, mayMakeGoods()));
+}
+
+bool DocumentScreen::mayMakeGoods() const {
+  const Right& right =
+      description_.newGoodsScreen.empty() ? document_screen_detail::kGoods : description_.newGoods.right;
+  return hasRight(right.group, right.position);
+}
+
+void DocumentScreen::showPicked(const CopyResult& picked) {
   setNumber(picked.number);
   reloadLines(gridLines.currentId());
   if (picked.lines > 0) gridLines.selectRow(gridLines.rowCount() - 1);
@@ -475,7 +492,7 @@ void DocumentScreen::refreshWaiting(const QString& number) {
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
-  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd"})
+  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd"})
     command(name).setEnabled(!gridWaiting.isEmpty());
 }
 
@@ -524,6 +541,13 @@ void DocumentScreen::addWaitingLines() {
   const LinePlace place = waitingPlace();
   if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
   ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(place, Lines::Waiting);
+  refreshWaiting(place.number);
+}
+
+void DocumentScreen::enterWaitingLenses() {
+  const LinePlace place = waitingPlace();
+  if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
+  enterLensSheets(rules_, place, Lines::Waiting, mayMakeGoods());
   refreshWaiting(place.number);
 }
 

@@ -109,6 +109,7 @@ class DocumentScreen : public ui::Screen {
   void enterBarcode(const QString& code);
   void addOld();
   void addNew();
+  void enterLenses();
   void modifyLine();
   void deleteLine();
   bool save();
@@ -125,6 +126,7 @@ class DocumentScreen : public ui::Screen {
   void deleteWaiting();
   void changeHead();
   void addWaitingLines();
+  void enterWaitingLenses();
   void modifyWaitingLine();
   void deleteWaitingLine();
 
@@ -141,6 +143,8 @@ class DocumentScreen : public ui::Screen {
   void showByParameters();
   void fillLists();
   void showDraft(const TradingDraft& draft);
+  void showPicked(const CopyResult& picked);
+  bool mayMakeGoods() const;
   TradingDraft collect();
   void reloadWaitingLines();
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);

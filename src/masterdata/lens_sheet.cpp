@@ -1,0 +1,210 @@
+#include "masterdata/lens_sheet.h"
+
+#include "core/rounding.h"
+#include "core/text.h"
+#include "masterdata/goods_lenses.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <numeric>
+
+namespace jxc {
+namespace lens_sheet_detail {
+
+constexpr double kSamePower = 0.0005;  // powers have three decimals
+
+int placeOf(const std::vector<double>& powers, double power) {
+  const auto found =
+      std::find_if(powers.begin(), powers.end(), [power](double each) { return std::abs(each - power) < kSamePower; });
+  return found == powers.end() ? -1 : static_cast<int>(found - powers.begin());
+}
+
+/// Takes a power in where it belongs; its place.
+int insertPower(std::vector<double>& powers, double power) {
+  const auto at = std::lower_bound(powers.begin(), powers.end(), power);
+  return static_cast<int>(powers.insert(at, roundEps(power, 3)) - powers.begin());
+}
+
+std::vector<double> ascending(std::vector<double> powers) {
+  std::sort(powers.begin(), powers.end());
+  powers.erase(std::unique(powers.begin(), powers.end(), [](double a, double b) { return b - a < kSamePower; }),
+               powers.end());
+  return powers;
+}
+
+struct Article {
+  QString number;
+  double sphere, cylinder;
+};
+
+std::vector<Article> articlesOf(const QString& product) {
+  std::vector<Article> articles;
+  for (const Row row :
+       openSelect("select g_sn,g_qgd,g_sgd from jxc_goods where g_qc=? and g_isjp<>0 order by g_sn", product)) {
+    bool isSphere = false, isCylinder = false;
+    const Article article{row.text("g_sn"), roundEps(row.text("g_qgd").toDouble(&isSphere), 3),
+                          roundEps(row.text("g_sgd").toDouble(&isCylinder), 3)};
+    if (isSphere && isCylinder) articles.push_back(article);
+  }
+  return articles;
+}
+
+/// Hands on each question once: the answer holds for all that ask the same.
+class AskedOnce final : public Prompt {
+ public:
+  explicit AskedOnce(Prompt& prompt) : prompt_(prompt) {}
+  void notice(const QString& text) override {
+    if (answers_.try_emplace(text, Answer::Yes).second) prompt_.notice(text);
+  }
+  bool ask(const QString& text) override {
+    const auto known = answers_.find(text);
+    if (known != answers_.end()) return known->second == Answer::Yes;
+    const bool yes = prompt_.ask(text);
+    answers_.emplace(text, yes ? Answer::Yes : Answer::No);
+    return yes;
+  }
+  Answer askOrCancel(const QString& text) override { return prompt_.askOrCancel(text); }
+
+ private:
+  Prompt& prompt_;
+  std::map<QString, Answer> answers_;
+};
+
+/// Articles for the cells that have a quantity and no article. False: the operator would rather not.
+bool makeMissing(LensSheet& sheet, Prompt& prompt) {
+  std::vector<PowerPair> powers;
+  std::vector<LensSheet::Cell*> cells;
+  for (int row = 0; row < static_cast<int>(sheet.spheres.size()); ++row)
+    for (int column = 0; column < static_cast<int>(sheet.cylinders.size()); ++column) {
+      LensSheet::Cell& cell = sheet.at(row, column);
+      if (cell.quantity == 0 || !cell.goods.isEmpty()) continue;
+      powers.push_back(
+          {sheet.spheres[static_cast<std::size_t>(row)], sheet.cylinders[static_cast<std::size_t>(column)]});
+      cells.push_back(&cell);
+    }
+  if (powers.empty()) return true;
+  if (!prompt.ask(u"“%1”有 %2 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs.arg(sheet.product)
+                      .arg(powers.size())))
+    return false;
+  Transaction transaction(accountDb());
+  const QStringList numbers = addLensPowers(sheet.product, powers);
+  transaction.commit();
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    cells[i]->goods = numbers[static_cast<qsizetype>(i)];
+    cells[i]->offered = true;
+  }
+  return true;
+}
+
+}  // namespace lens_sheet_detail
+
+double LensSheet::total() const {
+  double sum = 0;
+  for (const Cell& cell : cells)
+    sum += cell.quantity;
+  return sum;
+}
+
+int LensSheet::rowOf(double sphere) const {
+  return lens_sheet_detail::placeOf(spheres, sphere);
+}
+
+int LensSheet::columnOf(double cylinder) const {
+  return lens_sheet_detail::placeOf(cylinders, cylinder);
+}
+
+void LensSheet::addSphere(double sphere) {
+  if (rowOf(sphere) >= 0) return;
+  const int row = lens_sheet_detail::insertPower(spheres, sphere);
+  cells.insert(cells.begin() + row * static_cast<std::ptrdiff_t>(cylinders.size()), cylinders.size(), Cell());
+}
+
+void LensSheet::addCylinder(double cylinder) {
+  if (columnOf(cylinder) >= 0) return;
+  const std::size_t before = cylinders.size();
+  const int column = lens_sheet_detail::insertPower(cylinders, cylinder);
+  for (std::size_t row = spheres.size(); row-- > 0;)
+    cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(row * before) + column, Cell());
+}
+
+BoundStatement lensSheetProducts(const QString& typed) {
+  Filter filter;
+  filter.add("g_isjp<>0").add("g_jy=0").add("g_qc<>''");
+  if (const QString key = sanitizeKeyword(typed.trimmed()); !key.isEmpty()) {
+    const QString like = u'%' + key + u'%';
+    filter.add("(g_qc like ? or g_jm like ?)", like, like);
+  }
+  return {"select g_qc,count(*) as gs,min(id) as id from jxc_goods" + filter.where() + " group by g_qc order by g_qc",
+          {filter.values().begin(), filter.values().end()}};
+}
+
+LensSheet readLensSheet(const QString& product, const LineRules& rules, const LinePlace& place) {
+  using namespace lens_sheet_detail;
+  LensSheet sheet;
+  sheet.product = product;
+  const std::vector<Article> articles = articlesOf(product);
+  for (const Article& article : articles) {
+    sheet.spheres.push_back(article.sphere);
+    sheet.cylinders.push_back(article.cylinder);
+  }
+  sheet.spheres = ascending(std::move(sheet.spheres));
+  sheet.cylinders = ascending(std::move(sheet.cylinders));
+  sheet.cells.resize(sheet.spheres.size() * sheet.cylinders.size());
+
+  const BoundStatement list = rules.goodsToPick(place, {.lensProduct = product});
+  std::map<QString, double> offered;
+  const RowSet rows = openSelectWith(list.sql, list.values);
+  for (const Row row : rows)
+    offered.emplace(row.text("g_sn"), row.number("kc_sl"));
+  for (const Article& article : articles) {
+    LensSheet::Cell& cell = sheet.at(sheet.rowOf(article.sphere), sheet.columnOf(article.cylinder));
+    const auto found = offered.find(article.number);
+    if (cell.offered || (found == offered.end() && !cell.goods.isEmpty())) continue;
+    cell.goods = article.number;
+    cell.offered = found != offered.end();
+    cell.stock = cell.offered ? found->second : 0;
+  }
+  return sheet;
+}
+
+std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const LineRules& rules, const LinePlace& place,
+                                         Lines target, Prompt& asked) {
+  using namespace lens_sheet_detail;
+  const double total = std::accumulate(sheets.begin(), sheets.end(), 0.0,
+                                       [](double sum, const LensSheet& sheet) { return sum + sheet.total(); });
+  if (refused({{total == 0, u"请在光度表中输入数量！"_qs}}, asked)) return std::nullopt;
+  AskedOnce prompt(asked);
+  for (LensSheet& sheet : sheets)
+    if (!makeMissing(sheet, prompt)) return std::nullopt;
+
+  // All is asked before anything is written: other stations must not wait for an answer.
+  PickingMemory memory;
+  std::vector<const LensSheet::Cell*> taken;
+  bool goesShort = false;
+  for (LensSheet& sheet : sheets)
+    for (LensSheet::Cell& cell : sheet.cells) {
+      cell.goesShort = false;
+      if (cell.quantity == 0 || !rules.mayStage(cell.goods, place, target, memory, prompt)) continue;
+      cell.goesShort = !rules.stockAllows(cell.goods, cell.quantity, place, prompt, &memory);
+      goesShort = goesShort || cell.goesShort;
+      taken.push_back(&cell);
+    }
+  if (goesShort) return std::nullopt;
+
+  CopyResult result{.lines = 0, .number = place.number};
+  Transaction transaction(accountDb());
+  for (const LensSheet::Cell* cell : taken) {
+    LineDraft line = rules.newLine(cell->goods, place, true);
+    line.amounts.setQuantity(cell->quantity);
+    LinePlace here = place;
+    here.number = result.number;
+    const LineResult added = rules.addLine(target, here, line, prompt);
+    result.number = added.number;
+    result.lines += added ? 1 : 0;
+  }
+  transaction.commit();
+  return result;
+}
+
+}  // namespace jxc

@@ -1,0 +1,159 @@
+// The trading documents at their fullest: 200 lines, long names, large amounts, every column switched on, on a small
+// display. With JXC_PICTURES=DIR each screen is written there as a picture.
+#include "screens/harness/trading_test.h"
+#include "stock/document.h"
+
+#include <QDir>
+#include <QHeaderView>
+#include <QPushButton>
+
+namespace jxc::test {
+namespace trading_pictures_test {
+
+constexpr int kLines = 200;
+
+struct Document {
+  const char* screen;
+  const char* prefix;  // of the columns of its lines
+  const DocumentFamily* family;
+  const char* save;
+};
+
+class FullDocumentTest : public TradingScreenTest, public ::testing::WithParamInterface<Document> {
+ protected:
+  FullDocumentTest() {
+    for (const char* on :
+         {"cs_hs", "cs_jhzk", "cs_lsj", "cs_kp", "cs_ysdh", "cs_sprk", "cs_spck", "cs_kddy", "cs_xjyh"})
+      setParameter(on, 1);
+    execSql("update jxc_khxx set kh_name=?", u"某某市第一人民医院眼科中心验光配镜部（东区分院）"_qs);
+    execSql("update jxc_ghsxx set ghs_name=?", u"江苏丹阳国际眼镜城鸿大光学仪器制造有限公司批发部"_qs);
+    for (int i = 0; i < kLines; ++i)
+      addGoods({.sn = QString::number(10000001 + i),
+                .name = u"清晰非球面加硬加膜防蓝光变色树脂镜片1.67折射率第%1批次特制"_qs.arg(i),
+                .barcode = QString::number(6900000000000 + i),
+                .cost = 1234567.89,
+                .price = 2345678.99,
+                .stock = 1000});
+    for (int sphere = -32; sphere <= 8; ++sphere)
+      for (int cylinder = -16; cylinder <= 0; ++cylinder)
+        addGoods({.sn = QString::number(20000000 + (sphere + 32) * 17 - cylinder),
+                  .name = u"镜片"_qs,
+                  .cost = 8,
+                  .price = 30,
+                  .stock = (sphere * 7 + cylinder * 3) % 11 + 12.0,
+                  .product = u"清晰1.56"_qs,
+                  .sphere = numberText(sphere * 0.25),
+                  .cylinder = numberText(cylinder * 0.25)});
+  }
+
+  /// Lines as another station would have left them: the screen takes them up.
+  void fillDraft(const QString& number) {
+    const Document& document = GetParam();
+    const std::string p = document.prefix;
+    Transaction transaction(accountDb());
+    for (int i = 0; i < kLines; ++i) {
+      const auto id = insertRow(
+          document.family->lines,
+          {{document.family->number, number}, {"a_name", session().a_name}, {"g_sn", QString::number(10000001 + i)}});
+      const double price = 1234567.89, taxed = 1395061.72, quantity = 1000;
+      for (const auto& [name, value] : {std::pair("_dj", price),
+                                        {"_sl", quantity},
+                                        {"_je", price * quantity},
+                                        {"_tax", 13},
+                                        {"_taxdj", taxed},
+                                        {"_taxje", (taxed - price) * quantity},
+                                        {"_dzl", 1},
+                                        {"_zje", taxed * quantity}})
+        updateRow(document.family->lines, id, {{p + name, value}});
+      updateRow(document.family->lines, id, {{p + "_bz", u"客户要求加急，先发一半，余下随下一批"_qs}});
+    }
+    transaction.commit();
+  }
+
+  static void picture(QWidget& screen, const QString& name) {
+    const QString directory = qEnvironmentVariable("JXC_PICTURES");
+    if (directory.isEmpty()) return;
+    QDir().mkpath(directory);
+    EXPECT_TRUE(screen.grab().save(directory + u'/' + name + u".png"_qs));
+  }
+
+  /// Nothing that can be pressed is cut off, and the total of a line can be seen without scrolling.
+  static void expectAllInSight(ui::Screen& s, std::string_view grid) {
+    for (const auto* button : s.findChildren<QPushButton*>())
+      if (button->isVisible()) {
+        EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
+        EXPECT_TRUE(s.rect().contains(QRect(button->mapTo(&s, QPoint()), button->size())))
+            << button->objectName().toStdString();
+      }
+    const auto* view = s.grid(grid).view();
+    const auto columns = s.grid(grid).spec().columns;
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i)
+      if (columns[static_cast<std::size_t>(i)].field.ends_with("_zje")) {
+        const int right = view->columnViewportPosition(i) + view->columnWidth(i);
+        EXPECT_LE(right, view->viewport()->width()) << grid;
+        EXPECT_GE(view->columnWidth(i), view->fontMetrics().horizontalAdvance(s.grid(grid).cellText(0, i))) << grid;
+      }
+  }
+};
+
+TEST_P(FullDocumentTest, FitsASmallDisplay) {
+  const Document& document = GetParam();
+  const QString name = QString::fromLatin1(document.screen);
+  fillDraft(newDocumentNumber(*document.family, u"2021-05-03"_qs));
+  open(document.screen, [&](ui::Screen& s) {
+    s.resize(1264, 672);
+    settle();
+    EXPECT_EQ(s.grid("gridLines").rowCount(), kLines);
+    expectAllInSight(s, "gridLines");
+    picture(s, name);
+    expectScreen(name.toStdString() + "_Add", [&](ui::Screen& pick) {
+      pick.grid("gridGoods").waitLoaded();
+      expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);
+      expectScreen(name.toStdString() + "_Sele", [&](ui::Screen& line) {
+        picture(line, name + u"_Sele"_qs);
+        press(line, "Esc");
+      });
+      press(pick, "Return");
+      picture(pick, name + u"_Add"_qs);
+      press(pick, "Esc");
+    });
+    press(s, "F2");
+    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+      sheet.resize(1264, 672);
+      settle();
+      auto* cells = sheet.findChild<QTableView*>("sheet");
+      EXPECT_EQ(cells->model()->rowCount(), 41);
+      EXPECT_EQ(cells->model()->columnCount(), 17);
+      for (int i = 3; i < 17; ++i)
+        cells->model()->setData(cells->model()->index(i, i % 9 + 4), i * 2);
+      picture(sheet, name + u"_Jpgd"_qs);
+      expectQuestion(u"光度表中的数量还未保存，是否保存？"_qs, Answer::No);
+      press(sheet, "Esc");
+    });
+    press(s, "F12");
+    expectQuestion(QString::fromUtf8(document.save), Answer::Yes);
+    press(s, "F5");
+    showWaiting(s);
+    expectAllInSight(s, "gridWaitingLines");
+    picture(s, name + u"_waiting"_qs);
+    expectScreen(name.toStdString() + "_Check", [&](ui::Screen& check) {
+      picture(check, name + u"_Check"_qs);
+      press(check, "Esc");
+    });
+    press(s, "F6");
+  });
+}
+
+constexpr const char* kSaveReturn =
+    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”"
+    "面板中，进行修改及审核操作！";
+
+INSTANTIATE_TEST_SUITE_P(Documents, FullDocumentTest,
+                         ::testing::Values(Document{"F_Cgjh", "jh", &families::purchaseReceipt, kSaveReceipt},
+                                           Document{"F_Cgth", "th", &families::purchaseReturn, kSaveReturn},
+                                           Document{"F_Spxs", "ls", &families::sale, kSaveSale},
+                                           Document{"F_Xsth", "th", &families::saleReturn, kSaveReturn}),
+                         [](const auto& each) { return std::string(each.param.screen); });
+
+}  // namespace trading_pictures_test
+}  // namespace jxc::test
