@@ -2,6 +2,8 @@
 
 #include "engine/number_text.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
 #include <exception>
@@ -278,11 +280,13 @@ RowRange Program::rangeOf(Scope scope, const Place& place) const {
 
 Value Program::evaluateAggregate(int index, const Place& place) {
   using jet::Function;
+  // A variable may lead here from inside another sum.
+  if (inAggregate_) throw ExpressionError{QStringLiteral("合计里面不能再有合计")};
   Aggregate& aggregate = *aggregates_[static_cast<std::size_t>(index)];
   const RowRange range = rangeOf(aggregate.scope, place);
   if (range.to <= range.from) return aggregate.function == Function::Count ? Value(0) : Value();
+  const QScopedValueRollback<bool> inside(inAggregate_, true);
   if (aggregate.function == Function::Min || aggregate.function == Function::Max) return bestOf(aggregate, range);
-
   if (!aggregate.summed) sumUp(aggregate);
   const auto last = static_cast<std::size_t>(range.to - 1), before = static_cast<std::size_t>(range.from) - 1;
   const int count = aggregate.counts[last] - (range.from > 0 ? aggregate.counts[before] : 0);

@@ -140,6 +140,7 @@ class Program {
   std::vector<std::unique_ptr<Aggregate>> aggregates_;
   std::set<QString> unknownNames_;
   int depth_ = 0;
+  bool inAggregate_ = false;
   std::uint64_t generation_ = 0;  // one for each place that an expression is evaluated at
 };
 

@@ -1,4 +1,4 @@
-#include "jet/lexer.h"
+#include "engine/number_text.h"
 #include "jet/parser.h"
 #include "platform/report/expression.h"
 
@@ -80,7 +80,10 @@ class ExpressionCompiler {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
   }
 
-  static Value number(std::string_view digits) { return Value(text(digits)).number(); }
+  static Value number(std::string_view digits) {
+    if (const auto number = parseNumber(digits)) return *number;
+    throw ExpressionError{QStringLiteral("数字“%1”太大").arg(text(digits).left(20))};
+  }
 
   /// Variables go before the place on paper and that before fields; `field.x` and `var.x` say which is meant.
   Node nameNode(const jet::Expr& e) {

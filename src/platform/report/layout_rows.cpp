@@ -195,8 +195,8 @@ void Layout::startGroups(int row) {
       const double height = groupHeight(level, row, freshRoom_);
       if (height > room() + kHair && height <= freshRoom_) advance();
     }
-    // A header does not stand alone at the foot of a page.
-    double reserve = makeRow(row, scratchBlocks_);
+    // A header does not stand alone at the foot of a page: its first row comes with it, and what that one needs.
+    double reserve = makeRow(row, scratchBlocks_) + reserveBehind(row);
     for (std::size_t inner = at + 1; inner < groups_.size(); ++inner)
       reserve += heightOf(groupHeaders_[inner], placeOfGroup(static_cast<int>(inner), row), page_.columnWidth());
     Bands& headers = groupHeaders_[at];

@@ -1,4 +1,4 @@
-#include "report/samples.h"
+#include "harness/report_samples.h"
 
 #include "engine/number_text.h"
 #include "harness/gui.h"
@@ -7,7 +7,7 @@ namespace jxc::test {
 
 using namespace report;
 
-namespace samples_detail {
+namespace report_samples_detail {
 
 struct Cell {
   double width;
@@ -50,9 +50,9 @@ Item sized(Item item, double size, bool bold = false) {
   return item;
 }
 
-}  // namespace samples_detail
+}  // namespace report_samples_detail
 
-using samples_detail::sized;
+using report_samples_detail::sized;
 
 Template saleTemplate() {
   Template t;
@@ -67,14 +67,14 @@ Template saleTemplate() {
   Item date = textItem(130, 13, 60, 6, QStringLiteral("日期：[jhDate]"), HAlign::Right);
   date.format = QStringLiteral("yyyy年m月d日");
   title.items.push_back(date);
-  samples_detail::addGrid(t,
-                          {{12, u"序号", u"[Line]", HAlign::Center},
-                           {70, u"品名", u"[g_name]", HAlign::Left},
-                           {14, u"单位", u"[dw_name]", HAlign::Center},
-                           {24, u"数量", u"[ls_sl]", HAlign::Right},
-                           {30, u"单价", u"[ls_dj]", HAlign::Right, u"#,##0.00"},
-                           {40, u"金额", u"[je]", HAlign::Right, u"#,##0.00"}},
-                          7);
+  report_samples_detail::addGrid(t,
+                                 {{12, u"序号", u"[Line]", HAlign::Center},
+                                  {70, u"品名", u"[g_name]", HAlign::Left},
+                                  {14, u"单位", u"[dw_name]", HAlign::Center},
+                                  {24, u"数量", u"[ls_sl]", HAlign::Right},
+                                  {30, u"单价", u"[ls_dj]", HAlign::Right, u"#,##0.00"},
+                                  {40, u"金额", u"[je]", HAlign::Right, u"#,##0.00"}},
+                                 7);
   Band& summary = addBand(t, BandKind::Summary, 24);
   Item total = textItem(0, 0, 96, 7, QStringLiteral("合计：[yf]"));
   total.frame = side::all;

@@ -1,0 +1,230 @@
+// What leaves the program: PDF that another reader reads, pictures, barcodes; files that stay whole.
+#include "harness/gui.h"
+#include "harness/qt_printers.h"
+#include "harness/report_samples.h"
+#include "platform/report/barcode.h"
+#include "platform/report/report.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace jxc::report_output_test {
+
+using namespace report;
+
+QString outputOf(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  process.waitForFinished(20000);
+  return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+int blackDots(const QImage& image, const QRect& area) {
+  int count = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x)
+      count += qGray(image.pixel(x, y)) < 128;
+  }
+  return count;
+}
+
+TEST(ReportOutput, AnotherReaderReadsTheChineseTextOfThePdf) {
+  if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) GTEST_SKIP() << "no pdftotext";
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("销售单.pdf"));
+  Report report = test::saleReport(test::halfFormTemplate(), 25);
+  const Pages pages = report.prepare();
+  pages.writePdf(path);
+  QString text = outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+  text.remove(u' ');
+  for (const char16_t* word :
+       {u"明视眼镜销售单", u"客户：张三", u"日期：2026年5月3日", u"壹佰元整", u"隐形眼镜护理液360ml", u"两年内免费调整",
+        u"第1页共3页", u"￥5,012.50", u"客户签字：", u"合计："}) {
+    EXPECT_TRUE(text.contains(QString::fromUtf16(word))) << QString::fromUtf16(word).toStdString();
+  }
+  EXPECT_EQ(text.count(QStringLiteral("品名")), 3);
+  const QString info = outputOf(QStringLiteral("pdfinfo"), {path});
+  EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+3"))));
+  EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("683(\\.\\d+)? x 396")))) << info.toStdString();
+
+  pages.writePdf(path, 2, 2);
+  EXPECT_TRUE(outputOf(QStringLiteral("pdfinfo"), {path}).contains(QRegularExpression(QStringLiteral("Pages:\\s+1"))));
+}
+
+TEST(ReportOutput, AFileThatCannotBeWrittenLeavesTheOldOneAlone) {
+  const QTemporaryDir folder;
+  const Pages pages = test::saleReport(test::slipTemplate(), 3).prepare();
+  EXPECT_THROW(pages.writePdf(folder.filePath(QStringLiteral("no/such.pdf"))), std::runtime_error);
+  EXPECT_THROW(pages.writePdf(folder.path()), std::runtime_error);
+  EXPECT_THROW(Pages().writePdf(folder.filePath(QStringLiteral("a.pdf"))), std::runtime_error);
+  EXPECT_THROW(pages.writePng(folder.filePath(QStringLiteral("no/such.png"))), std::runtime_error);
+  EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+TEST(ReportOutput, PicturesAreNumberedFromTheSecondPageOn) {
+  const QTemporaryDir folder;
+  const Pages pages = test::saleReport(test::halfFormTemplate(), 25).prepare();
+  const QStringList files = pages.writePng(folder.filePath(QStringLiteral("单.png")), 100);
+  ASSERT_EQ(files.size(), 3);
+  EXPECT_TRUE(files[2].endsWith(QStringLiteral("单-3.png")));
+  const QImage image(files[0]);
+  EXPECT_EQ(image.size(),
+            QSize(static_cast<int>(std::lround(241 / 25.4 * 100)), static_cast<int>(std::lround(139.7 / 25.4 * 100))));
+  EXPECT_GT(blackDots(image, image.rect()), 2000);
+}
+
+TEST(ReportOutput, BarsAreWholeDotsAndSayWhatTheyShould) {
+  test::needGui();
+  // 690123456789: the weights 1 and 3 give 1+3*... = 128, so the check digit is 2.
+  const BarcodeField ean = encodeBarcode(QStringLiteral("690123456789"), Symbology::Ean13, 1);
+  EXPECT_EQ(ean.columns, 95);
+  EXPECT_EQ(ean.shown, QStringLiteral("6901234567892"));
+  for (const int guard : {0, 2, 46, 48, 92, 94})
+    EXPECT_TRUE(ean.isBlack(guard, 0)) << guard;
+  const BarcodeField qr = encodeBarcode(QStringLiteral("单号XS1"), Symbology::Qr, 1);
+  EXPECT_EQ(qr.columns, qr.rows);
+  EXPECT_GE(qr.columns, 21);
+
+  Template t;
+  t.page.width = t.page.height = 60;
+  addBand(t, BandKind::ReportTitle, 30)
+      .items.push_back(barcodeItem(0, 0, 40, 20, QStringLiteral("690123456789"), Symbology::Ean13));
+  const Pages pages = Report(t).prepare();
+  ASSERT_TRUE(pages.faults().empty());
+  EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("6901234567892")});
+  const QImage image = pages.image(0, 203);  // a label printer
+  // Every run of black or white is a multiple of the same number of dots.
+  const int y = static_cast<int>(15 / 25.4 * 203);
+  std::vector<int> runs;
+  int run = 0;
+  for (int x = 1; x < image.width(); ++x) {
+    ++run;
+    if ((qGray(image.pixel(x, y)) < 128) != (qGray(image.pixel(x - 1, y)) < 128)) {
+      runs.push_back(run);
+      run = 0;
+    }
+  }
+  ASSERT_EQ(runs.size(), 60u);  // 30 bars of an EAN, and the margin before
+  for (std::size_t i = 1; i < runs.size(); ++i)
+    EXPECT_EQ(runs[i] % 3, 0) << i;
+}
+
+TEST(ReportOutput, AReaderReadsEveryKindOfBarcode) {
+  if (QStandardPaths::findExecutable(QStringLiteral("zbarimg")).isEmpty()) GTEST_SKIP() << "no zbarimg";
+  test::needGui();
+  const QTemporaryDir folder;
+  const std::pair<Symbology, const char*> codes[] = {
+      {Symbology::Code128, "XS26050310001"}, {Symbology::Code39, "AB-12"}, {Symbology::Ean8, "1234567"},
+      {Symbology::Ean13, "690123456789"},    {Symbology::Qr, "二维码"},    {Symbology::Interleaved25, "123456"}};
+  for (const auto& [symbology, code] : codes) {
+    Template t;
+    t.page.width = t.page.height = 90;
+    addBand(t, BandKind::ReportTitle, 40)
+        .items.push_back(barcodeItem(0, 0, 60, 30, QString::fromUtf8(code), symbology));
+    const QString file = Report(t).prepare().writePng(folder.filePath(QStringLiteral("code.png")), 203).front();
+    const QString found = outputOf(QStringLiteral("zbarimg"), {QStringLiteral("-q"), QStringLiteral("--raw"), file});
+    EXPECT_TRUE(found.startsWith(QString::fromUtf8(code))) << symbologyName(symbology).toString().toStdString();
+  }
+}
+
+TEST(ReportOutput, ACodeThatCannotBeSaidIsMarkedAndListed) {
+  const std::pair<Symbology, const char*> wrong[] = {{Symbology::Ean13, "6901234567890"}, {Symbology::Ean13, "123"},
+                                                     {Symbology::Ean8, "眼镜"},           {Symbology::Code128, "眼镜"},
+                                                     {Symbology::Interleaved25, "123"},   {Symbology::Codabar, "X1"}};
+  test::needGui();
+  for (const auto& [symbology, code] : wrong) {
+    Template t;
+    Band& band = addBand(t, BandKind::ReportTitle, 40);
+    band.items.push_back(barcodeItem(0, 0, 60, 30, QString::fromUtf8(code), symbology));
+    band.items.push_back(barcodeItem(0, 0, 60, 30, QStringLiteral("[nothing]"), symbology));  // no code, no bars
+    const Pages pages = Report(t).prepare();
+    EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("#错误")}) << code;
+    EXPECT_EQ(pages.faults().back().content, QString::fromUtf8(code));
+  }
+}
+
+TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
+  test::needGui();
+  const QTemporaryDir folder;
+  QImage red(40, 20, QImage::Format_RGB32);
+  red.fill(Qt::red);
+  ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("100001.png"))));
+  QFile broken(folder.filePath(QStringLiteral("broken.png")));
+  ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+  broken.write("no picture");
+  broken.close();
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  red.save(&buffer, "PNG");
+
+  Template t;
+  t.page.width = t.page.height = 100;
+  Band& row = addBand(t, BandKind::MasterData, 20);
+  row.items.push_back(pictureItem(0, 0, 20, 20, QStringLiteral("[file]")));
+  Report report(t);
+  report.setPictureFolder(folder.path());
+  const QString embedded = QStringLiteral("data:image/png;base64,") + QString::fromLatin1(bytes.toBase64());
+  RowSet rows({"file"});
+  for (const QString& file :
+       {QStringLiteral("100001.png"), QStringLiteral("missing.jpg"), QStringLiteral("broken.png"), embedded})
+    rows.addText(file.toStdString());
+  report.setRows(std::move(rows));
+  const Pages pages = report.prepare();
+  // Goods without a picture are nothing out of the ordinary; a file that is none is.
+  ASSERT_EQ(pages.faults().size(), 1u);
+  EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("#错误")});
+  const QImage image = pages.image(0, 254);  // ten dots a millimetre
+  const auto isRed = [&](double x, double y) {
+    return image.pixelColor(static_cast<int>(x * 10), static_cast<int>(y * 10)) == QColor(Qt::red);
+  };
+  // Inside its box with its own shape: twice as wide as high.
+  EXPECT_TRUE(isRed(20, 20));
+  EXPECT_FALSE(isRed(20, 12));
+  EXPECT_FALSE(isRed(20, 40));
+  EXPECT_TRUE(isRed(20, 80));
+}
+
+TEST(ReportOutput, SearchFindsEveryPlaceInReadingOrder) {
+  const Pages pages = test::saleReport(test::saleTemplate(), 60).prepare();
+  const auto hits = pages.find(QStringLiteral("tr90"));
+  EXPECT_EQ(hits.size(), 12u);
+  for (std::size_t i = 1; i < hits.size(); ++i) {
+    EXPECT_TRUE(hits[i - 1].page < hits[i].page ||
+                (hits[i - 1].page == hits[i].page && hits[i - 1].area.y() < hits[i].area.y()));
+  }
+  EXPECT_TRUE(pages.find(QString()).empty());
+  EXPECT_TRUE(pages.find(QStringLiteral("没有的字")).empty());
+}
+
+TEST(ReportOutput, FiguresAreNeverCutAndTextsSayThatTheyAre) {
+  test::needGui();
+  Template t;
+  Band& band = addBand(t, BandKind::ReportTitle, 40);
+  const auto place = [&](double y, double width, const char16_t* content) -> Item& {
+    band.items.push_back(textItem(0, y, width, 8, QString::fromUtf16(content)));
+    return band.items.back();
+  };
+  place(0, 20, u"一段放不下的很长的文字");
+  place(10, 20, u"12345678901.25");
+  place(20, 6, u"12345678901.25");
+  place(30, 20, u"一段缩小以后放得下的文字").shrink = true;
+  const QStringList lines = Report(t).prepare().lines(0);
+  ASSERT_EQ(lines.size(), 4);
+  EXPECT_TRUE(lines[0].startsWith(u"一段放") && lines[0].endsWith(u'…')) << lines[0].toStdString();
+  EXPECT_EQ(lines[1], QStringLiteral("12345678901.25"));  // smaller type
+  EXPECT_EQ(lines[2], QStringLiteral("###"));
+  EXPECT_EQ(lines[3], QStringLiteral("一段缩小以后放得下的文字"));
+}
+
+}  // namespace jxc::report_output_test
