@@ -1,8 +1,11 @@
-// The goods catalogue with 100,000 goods: first rows, the whole list, a key typed, a class chosen, a lens range added.
+// The goods catalogue with 100,000 goods: first rows, the whole list, a key typed, a class chosen, a lens range added,
+// prices computed for all, ten thousand goods deleted.
 #include "bare_shop.h"
 #include "masterdata/goods.h"
+#include "masterdata/goods_change.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_lenses.h"
+#include "masterdata/goods_prices.h"
 #include "masterdata/goods_search.h"
 
 #include <benchmark/benchmark.h>
@@ -10,14 +13,9 @@
 namespace jxc {
 namespace catalogue_bench {
 
-constexpr int kProducts = 144;  // of 41 × 17 powers: 100,368 lenses
-
-PowerRange spheres() {
-  return {-10, 0, 0.25};
-}
-PowerRange cylinders() {
-  return {-4, 0, 0.25};
-}
+constexpr int kProducts = 60;  // of 81 × 21 powers: 102,060 lenses
+constexpr PowerRange kSpheres{-12, 8, 0.25};
+constexpr PowerRange kCylinders{-5, 0, 0.25};
 
 GoodsDraft lens(int product) {
   GoodsDraft draft;
@@ -39,7 +37,7 @@ class Catalogue {
     for (int i = 0; i < kProducts; ++i) {
       GoodsDraft draft = lens(i);
       draft.classNumber = classes_[static_cast<std::size_t>(i % 12)].number;
-      addLensRange(draft, spheres(), cylinders(), prompt);
+      addLensRange(draft, kSpheres, kCylinders, prompt);
     }
   }
   const GoodsClass& goodsClass(int i) const { return classes_[static_cast<std::size_t>(i)]; }
@@ -126,10 +124,52 @@ void lensRange(benchmark::State& state) {
   draft.classNumber = catalogue().goodsClass(7).number;
   for (auto _ : state) {
     Transaction transaction(accountDb());
-    state.counters["goods"] = addLensRange(draft, spheres(), cylinders(), prompt).value_or(0);
+    state.counters["goods"] = addLensRange(draft, {-10, 0, 0.25}, {-4, 0, 0.25}, prompt).value_or(0);
   }
 }
 BENCHMARK(lensRange)->Unit(benchmark::kMillisecond);
+
+// A wholesale price of all goods, or of one class, computed from another; taken back likewise.
+void bulkPrice(benchmark::State& state) {
+  const bool all = state.range(0) == 1;
+  state.SetLabel(all ? "all goods" : "one class");
+  const QString number = catalogue().goodsClass(5).number;
+  for (auto _ : state) {
+    Transaction transaction(accountDb());
+    state.counters["goods"] = static_cast<double>(
+        setBulkPrice(bulkPriceTargets()[0], bulkPriceSources()[0], 0.8, all ? std::nullopt : std::optional(number)));
+  }
+}
+BENCHMARK(bulkPrice)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
+
+GoodsIds someIds(int count) {
+  GoodsIds ids;
+  for (const Row row : openSelect("select top 10000 id from jxc_goods where g_isjp<>0 order by g_sn")) {
+    if (static_cast<int>(ids.size()) < count) ids.push_back(row.integer("id"));
+  }
+  return ids;
+}
+
+void deleteMarked(benchmark::State& state) {
+  catalogue();
+  const GoodsIds ids = someIds(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    Transaction transaction(accountDb());
+    state.counters["goods"] = deleteGoodsBatch(ids, {})->deleted;
+  }
+}
+BENCHMARK(deleteMarked)->Arg(1)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void changeClassOfMarked(benchmark::State& state) {
+  bench::YesPrompt prompt;
+  const QString number = catalogue().goodsClass(5).number;
+  const GoodsIds ids = someIds(10000);
+  for (auto _ : state) {
+    Transaction transaction(accountDb());
+    changeGoodsClass(ids, number, prompt, {});
+  }
+}
+BENCHMARK(changeClassOfMarked)->Unit(benchmark::kMillisecond);
 
 }  // namespace catalogue_bench
 }  // namespace jxc

@@ -3,6 +3,9 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
+
+#include <utility>
 
 namespace jxc::ui {
 namespace message_box_prompt_detail {
@@ -27,6 +30,11 @@ Answer question(QWidget* parent, const QString& text, bool withCancel) {
   no->setObjectName(QStringLiteral("btnNo"));
   yes->setShortcut(Qt::Key_Y);
   no->setShortcut(Qt::Key_N);
+  // A button has one key of its own; who holds Alt, as the underlined letter asks for, is heard too.
+  for (const auto& [key, button] : {std::pair("Alt+Y", yes), std::pair("Alt+N", no)}) {
+    QObject::connect(new QShortcut(QKeySequence(QLatin1String(key)), &box), &QShortcut::activated, button,
+                     &QPushButton::click);
+  }
   QPushButton* cancel = nullptr;
   if (withCancel) {
     cancel = box.addButton(QStringLiteral("取消(Esc)"), QMessageBox::RejectRole);
