@@ -62,8 +62,10 @@ void markDueReminders() {
 }
 
 DailyTip tipOfTheDay() {
-  // The tip shown last sorts behind all others.
-  return start_reminders_detail::take(openSelect("select top 2 * from jxc_mryt order by mr_state,id"));
+  const RowSet last = openSelect("select top 1 * from jxc_mryt where mr_state='1' order by id");
+  if (last.isEmpty()) return nextTip(0);
+  return last.front().text("mr_rq") == clock::today() ? start_reminders_detail::take(last)
+                                                      : nextTip(last.front().integer("id"));
 }
 
 DailyTip nextTip(std::int64_t id) {

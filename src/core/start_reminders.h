@@ -23,7 +23,8 @@ struct DailyTip {
   QString text;
 };
 
-/// The first tip that is not the one shown last. It is marked as the one shown last, with today's date.
+/// One tip a day, each in its turn; on the same day the one that was shown last stays. It is marked as the one shown
+/// last, with today's date.
 DailyTip tipOfTheDay();
 /// The one behind or before a tip, around the ends; marked likewise.
 DailyTip nextTip(std::int64_t id);

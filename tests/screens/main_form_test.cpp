@@ -13,6 +13,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextEdit>
+
+#include <set>
 
 namespace jxc::test {
 namespace main_form_test {
@@ -221,6 +224,18 @@ TEST_F(MainFormTest, RemindersAtStart) {
   EXPECT_FALSE(first.text.isEmpty());
   EXPECT_EQ(nextTip(previousTip(first.id).id).id, first.id);
   EXPECT_EQ(lookupNumber("select count(*) from jxc_mryt where mr_state='1'"), 1);
+  // The same one all day, another each day, all sixteen in their turn.
+  EXPECT_EQ(tipOfTheDay().id, first.id);
+  std::set<QString> texts;
+  for (int day = 4; day < 20; ++day) {
+    setClock(QStringLiteral("2021-05-%1").arg(day, 2, 10, QChar(u'0')));
+    const auto tip = tipOfTheDay();
+    EXPECT_EQ(tipOfTheDay().id, tip.id) << day;
+    texts.insert(tip.text);
+  }
+  EXPECT_EQ(texts.size(), 16u);
+  EXPECT_EQ(tipOfTheDay().id, first.id) << "after sixteen days the first again";
+  setClock(u"2021-05-03 14:30:00"_qs);
   open("F_Mryt", [&](ui::Screen& s) {
     check(s, "chkDisp", false);
     press(s, "Esc");
@@ -239,6 +254,33 @@ TEST_F(MainFormTest, RemindersAtStart) {
   EXPECT_TRUE(hasDueReminders());
   markDueReminders();
   EXPECT_TRUE(hasDueReminders());  // every month again
+}
+
+TEST_F(MainFormTest, TheNotePadKeepsItsFormat) {
+  open("F_Bqjl", [&](ui::Screen& s) {
+    auto* note = s.findChild<QTextEdit*>(u"bqNote"_qs);
+    note->clear();
+    press(s, "Ctrl+B");
+    note->insertPlainText(u"周五盘点"_qs);
+    press(s, "F9");
+    type(s, "tword", u"盘点");
+    press(s, "F5");
+    EXPECT_EQ(note->textCursor().selectedText(), u"盘点"_qs);
+    type(s, "tword", u"没有");
+    expectNotice(u"没有找到“没有”！"_qs);
+    press(s, "F5");
+    press(s, "Esc");
+  });
+  open("F_Bqjl", [&](ui::Screen& s) {
+    auto* note = s.findChild<QTextEdit*>(u"bqNote"_qs);
+    EXPECT_EQ(note->toPlainText(), u"周五盘点2021-05-03 14:30"_qs);
+    note->moveCursor(QTextCursor::Start);
+    note->moveCursor(QTextCursor::NextCharacter);
+    EXPECT_GT(note->fontWeight(), QFont::Normal);
+    note->clear();
+    press(s, "Esc");
+  });
+  EXPECT_EQ(readNotePad(), u"无内容"_qs);
 }
 
 }  // namespace jxc::test
