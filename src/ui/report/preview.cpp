@@ -5,6 +5,8 @@
 #include "ui/skin.h"
 
 #include <QAbstractListModel>
+#include <QBoxLayout>
+#include <QCache>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -12,7 +14,6 @@
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
-#include <QSplitter>
 
 #include <array>
 #include <cmath>
@@ -112,13 +113,14 @@ TF_Preview::TF_Preview() : Screen(preview_detail::kScreen) {
   list_->setFixedWidth(list_->gridSize().width() + 24);
   view_ = new PageView(this);
 
-  auto* halves = new QSplitter(this);
-  halves->addWidget(list_);
-  halves->addWidget(view_);
-  halves->setStretchFactor(1, 1);
+  auto* paper = new QWidget(this);
+  auto* beside = new QHBoxLayout(paper);
+  beside->setContentsMargins(0, 0, 0, 0);
+  beside->addWidget(list_);
+  beside->addWidget(view_, 1);
   panel()
       .row("tfind btnNext btnPrev | comZoom tpage")
-      .widget(halves, 1)
+      .widget(paper, 1)
       .buttons("btnFaults | btnPdf btnPng btnDirect btnPrint btnClose");
   command("btnPrint").setProperty("main", true);
   field("tpage").widget()->setMaximumWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 8);

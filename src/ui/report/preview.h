@@ -10,7 +10,6 @@
 #include <functional>
 
 class QListView;
-class QSplitter;
 
 namespace jxc::ui {
 
