@@ -110,8 +110,8 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
     expectNotice(QStringLiteral("已存为2个文件，从“单.png”到“单-2.png”。"));
     press(screen, "Ctrl+E");
     answer(screen, folder.filePath(QStringLiteral("no/such.pdf")));
-    expectNotice(QStringLiteral("文件“%1”无法写入：此文件或目录不存在。")
-                     .arg(folder.filePath(QStringLiteral("no/such.pdf"))));
+    expectNotice(
+        QStringLiteral("文件“%1”无法写入：此文件或目录不存在。").arg(folder.filePath(QStringLiteral("no/such.pdf"))));
     press(screen, "Ctrl+S");
     EXPECT_FALSE(screen.command("btnFaults").isVisible());
   });
