@@ -23,7 +23,9 @@ class Shop {
   Shop() {
     SqliteOptions options;
     options.create = true;
-    dataModule().installAccountDb(openSqlite(directory_.filePath(QStringLiteral("jxc.mdb")), options));
+    auto database = openSqlite(directory_.filePath(QStringLiteral("jxc.mdb")), options);
+    database_ = database.get();
+    dataModule().installAccountDb(std::move(database));
     createAllTables(accountDb());
     upgradeSchema(accountDb());
     session() = Session{};
@@ -31,11 +33,16 @@ class Shop {
     session().a_sn = session().r_sn = QStringLiteral("100001");
     loadSession();
   }
-  ~Shop() { dataModule().closeAccountDb(); }
+  ~Shop() {
+    if (dataModule().isAccountOpen() && &accountDb() == database_) dataModule().closeAccountDb();
+  }
+  /// To see whether another shop has taken its place meanwhile.
+  const Database* database() const { return database_; }
   sqlite3* native() { return sqlite::asSqlite(accountDb()).native(); }
 
  private:
   QTemporaryDir directory_;
+  const Database* database_ = nullptr;
 };
 
 class YesPrompt : public Prompt {

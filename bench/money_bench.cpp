@@ -114,8 +114,16 @@ void backDatedLineBare(benchmark::State& state) {
   report(state);
 }
 
-BENCHMARK(backDatedLineStatements)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
-BENCHMARK(backDatedLineBare)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(backDatedLineStatements)
+    ->Name("running balance of 36600 lines, statements")
+    ->Arg(1)
+    ->Arg(0)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(backDatedLineBare)
+    ->Name("running balance of 36600 lines, by hand")
+    ->Arg(1)
+    ->Arg(0)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace money_bench
 }  // namespace jxc

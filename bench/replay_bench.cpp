@@ -137,8 +137,8 @@ void replayBare(benchmark::State& state) {
       ledgerRows * 1e-6, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-BENCHMARK(replayStatements)->Name("replay 10000 rows, statements")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
-BENCHMARK(replayBare)->Name("replay 10000 rows, bare interface")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(replayStatements)->Name("replay of 10000 rows, statements")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(replayBare)->Name("replay of 10000 rows, by hand")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 
 }  // namespace replay_bench
 }  // namespace jxc

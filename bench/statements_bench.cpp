@@ -89,7 +89,7 @@ void updateStatement(benchmark::State& state) {
     db->execute("update jxc_kcsp set kc_sl=?,kc_zsl=? where ck_sn=? and g_sn=?", values);
   }
 }
-BENCHMARK(updateStatement)->Name("update one row, statement");
+BENCHMARK(updateStatement)->Name("update one row, statements");
 
 void updateBare(benchmark::State& state) {
   const auto db = makeStock();
@@ -108,7 +108,7 @@ void updateBare(benchmark::State& state) {
     sqlite3_reset(statement);
   }
 }
-BENCHMARK(updateBare)->Name("update one row, bare interface");
+BENCHMARK(updateBare)->Name("update one row, by hand");
 
 void lookupStatement(benchmark::State& state) {
   const auto db = makeStock();
@@ -119,7 +119,7 @@ void lookupStatement(benchmark::State& state) {
     sum += db->lookup("select g_pjjj from jxc_goods where g_sn=?", std::array{goods[i++ & 1023]}).number();
   benchmark::DoNotOptimize(sum);
 }
-BENCHMARK(lookupStatement)->Name("look up a number, statement");
+BENCHMARK(lookupStatement)->Name("look up a number, statements");
 
 void lookupBare(benchmark::State& state) {
   const auto db = makeStock();
@@ -134,7 +134,7 @@ void lookupBare(benchmark::State& state) {
   }
   benchmark::DoNotOptimize(sum);
 }
-BENCHMARK(lookupBare)->Name("look up a number, bare interface");
+BENCHMARK(lookupBare)->Name("look up a number, by hand");
 
 void insertStatement(benchmark::State& state) {
   const auto db = makeStock();
@@ -146,7 +146,7 @@ void insertStatement(benchmark::State& state) {
     db->execute("insert into jxc_goods (g_sn,g_name,g_pjjj) values (?,?,?)", values);
   }
 }
-BENCHMARK(insertStatement)->Name("insert one row, statement")->Iterations(200000);
+BENCHMARK(insertStatement)->Name("insert one row, statements")->Iterations(200000);
 
 void insertBare(benchmark::State& state) {
   const auto db = makeStock();
@@ -163,7 +163,7 @@ void insertBare(benchmark::State& state) {
     sqlite3_reset(statement);
   }
 }
-BENCHMARK(insertBare)->Name("insert one row, bare interface")->Iterations(200000);
+BENCHMARK(insertBare)->Name("insert one row, by hand")->Iterations(200000);
 
 // ---- the goods list: 100,000 rows of 69 columns ----
 
@@ -217,7 +217,7 @@ void readWideGoods(benchmark::State& state) {
     state.counters["MB resident"] = residentMegabytes() - before;
   }
 }
-BENCHMARK(readWideGoods)->Name("100,000 goods x 69 into a row set")->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(readWideGoods)->Name("100,000 goods x 69 read, statements")->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void readWideGoodsBare(benchmark::State& state) {
   const auto db = makeWideGoods(100000);
@@ -244,10 +244,7 @@ void readWideGoodsBare(benchmark::State& state) {
   }
   benchmark::DoNotOptimize(sum);
 }
-BENCHMARK(readWideGoodsBare)
-    ->Name("100,000 goods x 69 walked, bare interface")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(3);
+BENCHMARK(readWideGoodsBare)->Name("100,000 goods x 69 read, by hand")->Unit(benchmark::kMillisecond)->Iterations(3);
 
 // ---- a command with its commit, on the disk ----
 

@@ -1,4 +1,5 @@
 // 程序入口: options, one instance a machine, splash, main window, event loop.
+#include "app/measurement.h"
 #include "app/screenshots.h"
 #include "core/build_info.h"
 #include "core/data_module.h"
@@ -40,6 +41,7 @@ void useDisplayOfPictures() {
 }
 
 int showProgram(jxc::ui::Application& application) {
+  jxc::measureStart();
   jxc::TF_Loading([] { jxc::createFirstAccountSet(); }).showModal();
   jxc::TF_MainForm mainForm;
   // From here on failures end in the application's handler: the loop runs.

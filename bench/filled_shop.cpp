@@ -1,0 +1,109 @@
+#include "filled_shop.h"
+
+#include <QDate>
+
+#include <cstdlib>
+#include <optional>
+#include <sstream>
+
+namespace jxc::bench {
+namespace filled_shop_detail {
+
+/// Two years of a shop: a thousand goods, of each a receipt of twelve pieces between four sales of two, documents of
+/// fifty lines, each with its cash and partner line.
+void fillBooks(sqlite3* db, int rows) {
+  const auto run = [db](const char* text) { Bare(db, text).run(); };
+  run("begin immediate");
+  Bare goods(
+      db,
+      "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,g_pjjj,g_scjj,g_jj,g_sj,g_lsj,g_kc,g_cgpl,g_xspl,g_jy,g_gdcbj)"
+      " values (?,'镜架','JJ','付',10,10,10,20,20,0,0,0,0,0)");
+  Bare stock(db, "insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',0,0,10,0)");
+  for (int i = 0; i < goodsCount; ++i) {
+    (goods << goodsCode(i)).run();
+    (stock << goodsCode(i)).run();
+  }
+  Bare ledger(
+      db,
+      "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,"
+      "gl_tax,gl_taxdj,gl_taxje,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,"
+      "gl_bz,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc) values "
+      "(?,?,?,?,'镜架',10,0,0,?,1,?,?,0,10,0,0,0,'admin',?,?,?,10,?,?,'','','默认员工','admin','100001','主仓库',"
+      "'100001','普通供货商',0,0,'','',0)");
+  Bare cash(
+      db,
+      "insert into jxc_xjyh (xj_rq,gl_djh,xj_dlx,xj_je,u_name,ghs_name,ghs_sn,ck_name,xj_kmmc,xj_note,a_name,xj_chk,"
+      "xj_ljje) values (?,?,'采购进货',-10,'默认员工','普通供货商','100001','主仓库','现金','','admin','1',?)");
+  Bare partner(
+      db,
+      "insert into jxc_ysyfk (k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,k_type,k_djlx,k_djtxt,"
+      "k_note,k_flag,k_rq,gl_djh) values ('100001','admin','100001','现金',0,0,0,?,10,'ghs','CJ','采购进货单','',1,"
+      "?,?)");
+  std::vector<double> stocks(goodsCount);
+  const QDate first = QDate::currentDate().addDays(-730);
+  std::string day;
+  for (int i = 0; i < rows; ++i) {
+    const int which = i % goodsCount;
+    const bool in = i / goodsCount % 5 == 0;
+    const double quantity = in ? 12 : 2;
+    const int document = i / linesOfDocument;
+    const std::string number = (in ? "CJ0" : "XS0") + std::to_string(10000000 + document);
+    if (i % linesOfDocument == 0) {
+      day = first.addDays(static_cast<qint64>(i) * 730 / rows).toString(Qt::ISODate).toStdString();
+      (cash << day << number << -10.0 * (document + 1)).run();
+      (partner << 10.0 * (document + 1) << day << number).run();
+    }
+    double& q = stocks[static_cast<std::size_t>(which)];
+    const double before = q;
+    q += in ? quantity : -quantity;
+    (ledger << std::string(in ? "cj" : "xs") << number << day << goodsCode(which) << quantity << quantity * 10
+            << quantity * 10 << day << before << before * 10 << q << q * 10)
+        .run();
+  }
+  Bare balance(db, "update jxc_kcsp set kc_sl=?,kc_zsl=? where g_sn=?");
+  Bare master(db, "update jxc_goods set g_kc=? where g_sn=?");
+  for (int i = 0; i < goodsCount; ++i) {
+    const double q = stocks[static_cast<std::size_t>(i)];
+    (balance << q << q << goodsCode(i)).run();
+    (master << q << goodsCode(i)).run();
+  }
+  run("commit");
+  run("analyze");
+}
+
+}  // namespace filled_shop_detail
+
+std::string goodsCode(int index) {
+  return std::to_string(1000000 + index);
+}
+
+Shop& shopWith(int rows) {
+  dataModule();  // outlives the shop, which closes its file there
+  static std::optional<Shop> shop;
+  static int made = -1;
+  if (made != rows || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
+    shop.reset();
+    shop.emplace();
+    filled_shop_detail::fillBooks(shop->native(), rows);
+    made = rows;
+  }
+  return *shop;
+}
+
+const std::vector<int>& ledgerSizes() {
+  static const std::vector<int> sizes = [] {
+    const char* wanted = std::getenv("JXC_BENCH_ROWS");
+    std::istringstream words(wanted && *wanted ? wanted : "10000,1000000");
+    std::vector<int> list;
+    for (std::string word; std::getline(words, word, ',');)
+      list.push_back(std::stoi(word));
+    return list;
+  }();
+  return sizes;
+}
+
+std::string named(const char* what, int rows, bool byHand) {
+  return std::string(what) + " [" + std::to_string(rows) + " rows], " + (byHand ? "by hand" : "statements");
+}
+
+}  // namespace jxc::bench

@@ -1,0 +1,25 @@
+// 对照基准: a shop with two years of business behind it, filled by hand in seconds, in the sizes asked for.
+#pragma once
+
+#include "bare_shop.h"
+
+#include <string>
+#include <vector>
+
+namespace jxc::bench {
+
+inline constexpr int goodsCount = 1000;
+inline constexpr int linesOfDocument = 50;
+
+std::string goodsCode(int index);
+
+/// The shop with so many rows of the stock ledger; the last one made stays for the measurements that follow.
+Shop& shopWith(int rows);
+
+/// Sizes of the stock ledger to measure with: "10000,1000000" from JXC_BENCH_ROWS, by default these two.
+const std::vector<int>& ledgerSizes();
+
+/// "receipt of 50 lines [10000 rows], by hand": the name under which bench/run finds pairs and sizes.
+std::string named(const char* what, int rows, bool byHand);
+
+}  // namespace jxc::bench

@@ -1,0 +1,113 @@
+// Lists and summaries over a grown ledger, beside the shortest statement that somebody would write for the same
+// figures.
+#include "accounts/partner_overview.h"
+#include "filled_shop.h"
+#include "masterdata/partner_side.h"
+#include "stock/stock_enquiry.h"
+
+#include <QDate>
+
+#include <benchmark/benchmark.h>
+
+namespace jxc {
+namespace summary_bench {
+
+using bench::Bare;
+using bench::shopWith;
+
+void run(benchmark::State& state, const BoundStatement& statement) {
+  for (auto _ : state)
+    state.counters["rows"] = openSelectWith(statement.sql, statement.values).rowCount();
+}
+
+void currentStock(benchmark::State& state, int rows) {
+  shopWith(rows);
+  run(state, currentStockStatement({}));
+}
+
+void currentStockBare(benchmark::State& state, int rows) {
+  Bare statement(
+      shopWith(rows).native(),
+      "select g.*, sum(k.kc_sl), sum(k.kc_zsl), sum(k.kc_zsl*k.kc_cbj) from jxc_goods g "
+      "join jxc_kcsp k on k.g_sn=g.g_sn where g.g_sn<>'00000000' and g.g_jy=0 group by g.g_sn order by g.g_sn");
+  double sum = 0;
+  for (auto _ : state) {
+    while (statement.step())
+      for (int column = 0; column < sqlite3_column_count(statement.get()); ++column)
+        sum += sqlite3_column_bytes(statement.get(), column);
+    statement.reset();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+
+QString daysBack(int days) {
+  return QDate::currentDate().addDays(-days).toString(Qt::ISODate);
+}
+
+void payables(benchmark::State& state, int rows) {
+  shopWith(rows);
+  run(state, partner_books::overviewSummary(supplierSide, {.from = daysBack(31), .to = daysBack(0)}));
+}
+
+void payablesBare(benchmark::State& state, int rows) {
+  Bare statement(shopWith(rows).native(),
+                 "select k_ghskh, (select k_ljje from jxc_ysyfk o where o.k_type='ghs' and o.k_ghskh=a.k_ghskh and "
+                 "o.k_rq<? order by k_rq desc,id desc limit 1), sum(k_yfje), sum(k_sfje) from jxc_ysyfk a "
+                 "where k_type='ghs' and k_rq>=? and k_rq<=? group by k_ghskh");
+  const std::string from = daysBack(31).toStdString(), to = daysBack(0).toStdString();
+  double sum = 0;
+  for (auto _ : state) {
+    statement << from << from << to;
+    while (statement.step())
+      sum += statement.number(1) + statement.number(2) - statement.number(3);
+    statement.reset();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+
+/// The last fifty rows of one goods: what a card of its movements shows.
+void movements(benchmark::State& state, int rows) {
+  shopWith(rows);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(openSelect("select top 50 * from jxc_goodslist where g_sn=? and ck_sn=? "
+                                        "order by gl_kdrq desc,id desc",
+                                        QStringLiteral("1000007"), QStringLiteral("100001"))
+                                 .rowCount());
+}
+
+void movementsBare(benchmark::State& state, int rows) {
+  Bare statement(shopWith(rows).native(),
+                 "select * from jxc_goodslist where g_sn=? and ck_sn=? order by gl_kdrq desc,id desc limit 50");
+  double sum = 0;
+  for (auto _ : state) {
+    statement << std::string("1000007") << std::string("100001");
+    while (statement.step())
+      for (int column = 0; column < sqlite3_column_count(statement.get()); ++column)
+        sum += sqlite3_column_bytes(statement.get(), column);
+    statement.reset();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+
+struct Case {
+  const char* name;
+  void (*statements)(benchmark::State&, int rows);
+  void (*byHand)(benchmark::State&, int rows);
+};
+constexpr Case cases[] = {{"current stock of 1000 goods", currentStock, currentStockBare},
+                          {"payables of a month, summary", payables, payablesBare},
+                          {"last 50 movements of a goods", movements, movementsBare}};
+
+const bool registered = [] {
+  for (const int rows : bench::ledgerSizes())
+    for (const Case& each : cases)
+      for (const bool byHand : {false, true})
+        benchmark::RegisterBenchmark(bench::named(each.name, rows, byHand).c_str(), [&each, byHand,
+                                                                                     rows](benchmark::State& state) {
+          (byHand ? each.byHand : each.statements)(state, rows);
+        })->Unit(benchmark::kMillisecond);
+  return true;
+}();
+
+}  // namespace summary_bench
+}  // namespace jxc
