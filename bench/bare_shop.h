@@ -82,6 +82,18 @@ class Bare {
     const auto* raw = reinterpret_cast<const char*>(sqlite3_column_text(get(), column));
     return raw ? raw : "";
   }
+  /// Takes every cell of the row as what it is.
+  double takeRow() {
+    double taken = 0;
+    for (int column = 0; column < sqlite3_column_count(get()); ++column) {
+      const int type = sqlite3_column_type(get(), column);
+      if (type == SQLITE_TEXT)
+        taken += sqlite3_column_text(get(), column)[0] + sqlite3_column_bytes(get(), column);
+      else if (type != SQLITE_NULL)
+        taken += sqlite3_column_double(get(), column);
+    }
+    return taken;
+  }
   sqlite3_stmt* get() { return statement_.get(); }
 
  private:
