@@ -112,21 +112,25 @@ void postDocument(const PartnerSide& side, Kind kind, const Row& document) {
   recomputeXjyh(document.text("k_fkfs"), date);
 }
 
+void removeRounding(const QString& payment) {
+  // The line of the stock ledger is found by the number of the rounding: no index knows its other number.
+  for (const Row rounding : openSelect("select gl_djh from jxc_ysyfk where gl_djh2=?", payment))
+    execSql("delete from jxc_goodslist where gl_djh=? and gl_djh2=?", rounding.text("gl_djh"), payment);
+  execSql("delete from jxc_ysyfk where gl_djh2=?", payment);
+}
+
 void takeBackDocument(const PartnerSide& side, Kind kind, const Row& document) {
   const QString number = document.text("gl_djh");
   const QString date = document.text("k_rq");
   const bool payment = kind == Kind::Payment;
+  execSql("delete from jxc_ysyfk where gl_djh=?", number);
   if (payment) {
-    execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
+    removeRounding(number);
     execSql("delete from jxc_xjyh where gl_djh=?", number);
-  } else {
-    execSql("delete from jxc_ysyfk where gl_djh=?", number);
   }
   recomputeYsyfk(document.text("k_ghskh"), typeOf(side), date);
   execSql("update jxc_ysyfk_dj set k_check=0,k_checker='',k_chkrq='' where gl_djh=?", number);
-  if (!payment) return;
-  execSql("delete from jxc_goodslist where gl_djh2=?", number);
-  recomputeXjyh(document.text("k_fkfs"), date);
+  if (payment) recomputeXjyh(document.text("k_fkfs"), date);
 }
 
 }  // namespace jxc::partner_books

@@ -1,6 +1,7 @@
 #include "stock/cancelling.h"
 
 #include "accounts/cash_ledger.h"
+#include "accounts/partner_posting.h"
 #include "core/log.h"
 #include "core/prompt.h"
 #include "core/statements.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <map>
+#include <vector>
 
 namespace jxc {
 namespace cancelling_detail {
@@ -82,11 +84,22 @@ void cancelMoney(const Rules& rules, const Head& head) {
   const QString& number = head.number;
   const QString mention = u"%"_qs + number + u"%"_qs;
   // Lines that mention the document go with it: freight, and payments made for it, perhaps of other accounts and days.
-  // The notes of the whole cash ledger are searched, and once only: by their ids the lines are found again.
-  const RowSet lines =
+  // The notes of the whole cash ledger are searched, and once only: by their ids the lines are found again. A payment
+  // whose note was changed is found by its number.
+  std::map<std::int64_t, Row> lines;
+  const RowSet mentioning =
       openSelect("select id,xj_kmmc,xj_rq from jxc_xjyh where gl_djh=? or xj_note like ?", number, mention);
+  for (const Row line : mentioning)
+    lines.emplace(line.integer("id"), line);
+  const RowSet payments = openSelect("select gl_djh from jxc_ysyfk where gl_djh2=? and gl_djh<>''", number);
+  std::vector<RowSet> paid;
+  for (const Row payment : payments)
+    paid.push_back(openSelect("select id,xj_kmmc,xj_rq from jxc_xjyh where gl_djh=?", payment.text("gl_djh")));
+  for (const RowSet& each : paid)
+    for (const Row line : each)
+      lines.emplace(line.integer("id"), line);
   std::map<QString, QString> accounts;  // each with its first day
-  for (const Row line : lines) {
+  for (const auto& [id, line] : lines) {
     const QString date = line.text("xj_rq");
     const auto known = accounts.try_emplace(line.text("xj_kmmc"), date).first;
     known->second = std::min(known->second, date);
@@ -94,10 +107,13 @@ void cancelMoney(const Rules& rules, const Head& head) {
   const RowSet dates = openSelect("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
   const QString partnerFrom = dates.isEmpty() ? QString() : dates.front().text("rq");
 
-  for (const Row line : lines)
-    execSql("delete from jxc_xjyh where id=?", line.integer("id"));
+  for (const auto& each : lines)
+    execSql("delete from jxc_xjyh where id=?", each.first);
   execSql("delete from jxc_yyfy where gl_djh=?", number);
   if (rules.deleteMore) execSql(rules.deleteMore, mention);
+  // With its payment gone, a rounding could not be taken back by anybody any more.
+  for (const Row payment : payments)
+    partner_books::removeRounding(payment.text("gl_djh"));
   execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
   recomputeYsyfk(head.partner, rules.side, partnerFrom.isEmpty() ? head.date : std::min(partnerFrom, head.date));
   execSql("delete from jxc_ysyfk_dj where gl_djh=? or gl_djh2=?", number, number);
