@@ -24,8 +24,45 @@ struct Counted {
   std::vector<double> waiting;   // what waiting documents, perhaps cancelled ones, would add
 };
 
+/// Cancels leave no rows, but a line in the log: "取消审核商品销售单XS…". Read when the first figure asks for it.
+class CancelLog {
+ public:
+  explicit CancelLog(Books& books) : books_(books) {}
+  /// Whether this document was cancelled once, and perhaps audited again.
+  bool has(int number) { return number >= 0 && cancelled().contains(number); }
+  /// Whether documents that leave the cost alone were cancelled and deleted since: their goods are not known any more.
+  bool hasDeleted() {
+    cancelled();
+    return hasDeleted_;
+  }
+
+ private:
+  const std::set<int>& cancelled() {
+    if (isRead_) return numbers_;
+    isRead_ = true;
+    for (const Row row : books_.select("select log_note from jxc_log where log_note like '取消审核%'")) {
+      const std::string note = row.text("log_note").toStdString();
+      const std::size_t end = note.find_last_not_of("0123456789");
+      if (end == std::string::npos || end < 1 || end + 1 == note.size()) continue;
+      const std::string number = note.substr(end - 1);
+      const int known = books_.numbers.find(number);
+      if (known >= 0)
+        numbers_.insert(known);
+      else
+        for (const std::string_view prefix : {"XS", "XT", "BS", "BY", "JH", "HH"})
+          hasDeleted_ = hasDeleted_ || number.starts_with(prefix);
+    }
+    return numbers_;
+  }
+  Books& books_;
+  bool isRead_ = false, hasDeleted_ = false;
+  std::set<int> numbers_;
+};
+
 /// All that is asked about one pair beyond its rows.
 struct Around {
+  explicit Around(Books& books) : log(books) {}
+  CancelLog log;
   std::vector<Counted> counted;         // by pair
   std::vector<char> cancelledOutgoing;  // by pair: a document that does not set the cost was cancelled
   std::vector<char> cancelledTwice;     // by pair: a waiting document has the goods on several lines
@@ -50,7 +87,7 @@ void noteCounts(const Books& books, const Pair& pair, Counted& counted) {
 }
 
 Around lookAround(Books& books) {
-  Around around;
+  Around around(books);
   around.counted.resize(books.pairs.size());
   around.cancelledOutgoing.resize(books.pairs.size());
   around.cancelledTwice.resize(books.pairs.size());
@@ -141,7 +178,7 @@ bool postedBehindCost(const Books& books, const Pair& pair) {
   return latest > lastSetter;
 }
 
-void provePair(Books& books, const Around& around, int index) {
+void provePair(Books& books, Around& around, int index) {
   const Pair& pair = books.pairs[static_cast<std::size_t>(index)];
   const Counted& counted = around.counted[static_cast<std::size_t>(index)];
   const auto place = [&](double stored, double due) {
@@ -179,10 +216,14 @@ void provePair(Books& books, const Around& around, int index) {
   const double average = books.rows[pair.rows.back()].average;
   if (sameFigure(balance.cost, average)) return;
   const auto at = static_cast<std::size_t>(index);
+  const auto wasCancelled = [&](std::uint32_t row) {
+    return !isCostSetter(books.rows[row]) && around.log.has(books.rows[row].number);
+  };
+  const bool behind = postedBehindCost(books, pair) || around.cancelledOutgoing[at] || around.cancelledTwice[at] ||
+                      std::ranges::any_of(pair.rows, wasCancelled) || around.log.hasDeleted();
   const Kind kind = around.fixedCost ? Kind::WarehouseCostFixed
-                    : postedBehindCost(books, pair) || around.cancelledOutgoing[at] || around.cancelledTwice[at]
-                        ? Kind::WarehouseCostBehind
-                        : Kind::WarehouseCost;
+                    : behind         ? Kind::WarehouseCostBehind
+                                     : Kind::WarehouseCost;
   books.findings.add(kind, place(balance.cost, average));
 }
 
@@ -293,7 +334,7 @@ void proveGoods(Books& books, const Around& around) {
 void proveBalances(Books& books) {
   using namespace prove_balances_detail;
   books.step(80, u"核对当前库存"_qs);
-  const Around around = lookAround(books);
+  Around around = lookAround(books);
   for (const int index : books.pairsInOrder)
     if (books.goods.text(books.pairs[static_cast<std::size_t>(index)].goods) != "00000000")
       provePair(books, around, index);

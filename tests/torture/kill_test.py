@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
-"""Kills two stations at random moments while they audit and cancel receipts in one account set, and looks at the books
-after each round: every receipt is wholly audited or wholly waiting, nothing that was told as done is lost, the running
-figures are right, and the file is whole.
+"""Kills two stations at random moments while they audit and cancel documents in one account set, and looks at the books
+after each round: every document is wholly audited or wholly waiting, nothing that was told as done is lost, the file is
+whole, and `jxcctl prove` finds nothing wrong. Half of the rounds work on receipts, whose books are checked past the
+program as well, the other half on documents of ten families.
 
-Usage: kill_test.py JXCCTL TORTURE_AUDIT [ROUNDS [SEED]]      (15 rounds when not said; 200 by hand now and then)
+Usage: kill_test.py JXCCTL TORTURE_AUDIT [ROUNDS [SEED]]      (16 rounds when not said; 500 by hand now and then)
 """
 
 import pathlib
 import random
 import signal
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -18,6 +20,7 @@ import time
 from books import Books
 
 RECEIPTS = 40
+DOCUMENTS = 8  # of each family
 STATIONS = 2
 LONGEST = 0.6  # seconds from the first command to the kill
 
@@ -64,38 +67,77 @@ def work_and_kill(driver, file, seed, moments):
     return told
 
 
+class AllBooks:
+    """The documents of all families in the account file, read past the program; the rest is for `prove`."""
+
+    HEADS = (("jxc_jhd", "j_sn", "j_status"), ("jxc_thd", "gl_djh", "th_status"), ("jxc_lsxsd", "gl_djh", "ls_status"),
+             ("jxc_xsthd", "gl_djh", "th_status"), ("jxc_kcdbd", "gl_djh", "db_status"), ("jxc_bsd", "gl_djh", "bs_status"),
+             ("jxc_byd", "gl_djh", "by_status"), ("jxc_cfd", "gl_djh", "cf_status"), ("jxc_kbd", "gl_djh", "kb_status"),
+             ("jxc_khjh", "gl_djh", "jh_status"))
+
+    def __init__(self, file, documents):
+        self.db = sqlite3.connect(file)
+        self.documents = documents  # of each family
+
+    def audited(self):
+        return {number for head, field, status in self.HEADS
+                for number, in self.db.execute(f"select {field} from {head} where {status}=1")}
+
+    def faults(self):
+        found = [f"integrity: {row[0]}" for row in self.db.execute("pragma integrity_check") if row[0] != "ok"]
+        for head, *_ in self.HEADS:
+            count = self.db.execute(f"select count(*) from {head}").fetchone()[0]
+            if count != self.documents:
+                found.append(f"{count} heads in {head}")
+        return found
+
+
+def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
+    """Returns how many commands were told as done, and in how many rounds a journal was left behind."""
+    jxcctl, driver = programs
+    subprocess.run([jxcctl, "--db", file, "create"], check=True)
+    subprocess.run([driver, file, mode, str(documents)], check=True)
+    expected = set()
+    commands = in_the_middle = 0
+    for turn in range(rounds):
+        told = work_and_kill(driver, file, seed + turn * STATIONS, moments)
+        commands += len(told)
+        for what, number in told:
+            (expected.add if what == "A" else expected.discard)(number)
+        in_the_middle += pathlib.Path(file + "-wal").exists()
+        books = open_books(file, documents)
+        faults = books.faults()
+        # One command a station may have been committed without having been told any more.
+        untold = books.audited() ^ expected
+        if len(untold) > STATIONS:
+            faults.append(f"told as done and lost, or done and not told: {sorted(untold)}")
+        books.db.close()
+        proof = subprocess.run([jxcctl, "--db", file, "prove", "--wrong"], capture_output=True, text=True,
+                               encoding="utf-8")
+        if proof.returncode != 0:
+            faults.append(f"prove: {proof.stdout}{proof.stderr}")
+        if faults:
+            print(f"{mode}, round {turn + 1}:", *faults, sep="\n  ")
+            raise SystemExit(1)
+        expected ^= untold
+    return commands, in_the_middle
+
+
 def main():
-    jxcctl, driver = sys.argv[1:3]
-    rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 15
+    programs = sys.argv[1:3]
+    rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 16
     seed = int(sys.argv[4]) if len(sys.argv) > 4 else random.randrange(1 << 30)
     print(f"seed {seed}")
     moments = random.Random(seed)
-    commands = in_the_middle = 0
-    with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
-        file = str(pathlib.Path(folder, "jxc.mdb"))
-        subprocess.run([jxcctl, "--db", file, "create"], check=True)
-        subprocess.run([driver, file, "prepare", str(RECEIPTS)], check=True)
-        expected = set()
-        for turn in range(rounds):
-            told = work_and_kill(driver, file, seed + turn * STATIONS, moments)
-            commands += len(told)
-            for what, number in told:
-                (expected.add if what == "A" else expected.discard)(number)
-            in_the_middle += pathlib.Path(file + "-wal").exists()
-            books = Books(file, RECEIPTS)
-            faults = books.faults()
-            # One command a station may have been committed without having been told any more.
-            untold = books.audited() ^ expected
-            if len(untold) > STATIONS:
-                faults.append(f"told as done and lost, or done and not told: {sorted(untold)}")
-            books.db.close()
-            if faults:
-                print(f"round {turn + 1}:", *faults, sep="\n  ")
+    for mode, documents, open_books in (("prepare", RECEIPTS, Books), ("prepare-all", DOCUMENTS, AllBooks)):
+        with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
+            file = str(pathlib.Path(folder, "jxc.mdb"))
+            commands, in_the_middle = torture(programs, file, mode, documents, open_books, rounds // 2, seed, moments)
+            print(f"{mode}: {rounds // 2} rounds of {STATIONS} kills, {commands} audits and cancels told as done, journal "
+                  f"left behind in {in_the_middle} rounds: every document wholly audited or wholly waiting, proof clean")
+            if not commands:
                 return 1
-            expected ^= untold
-    print(f"{rounds} rounds of {STATIONS} kills, {commands} audits and cancels told as done, journal left behind in "
-          f"{in_the_middle} rounds: every receipt wholly audited or wholly waiting")
-    return 0 if commands else 1
+    return 0
 
 
 if __name__ == "__main__":

@@ -1,19 +1,23 @@
 // Works an account set without pause, to be killed at any moment or to meet a second one of itself: see kill_test.py
 // and two_stations_test.py beside it.
 //   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl
+//   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
-//       has receipts of its own (every STATIONS-th), which share goods, supplier and cash with those of the others.
+//       has documents of its own (every STATIONS-th), which share goods, partners and cash with those of the others.
 //   torture_audit FILE share SEED SECONDS
-//       the same for a while, over all receipts beside other stations that may be faster at any of them
+//       the same for a while, over all documents beside other stations that may be faster at any of them
+#include "core/clock.h"
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/prompt.h"
+#include "core/session.h"
 #include "core/statements.h"
 #include "purchasing/receipt.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +25,8 @@
 #include <random>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace jxc::torture_audit {
 
@@ -44,6 +50,126 @@ class SharingPrompt : public YesPrompt {
 
 QString goodsCode(int index) {
   return QString::number(1000001 + index);
+}
+
+using Fields = std::initializer_list<Field>;
+
+QString waiting(const DocumentFamily& family, Fields head, std::initializer_list<Fields> lines) {
+  const QString today = clock::today();
+  const QString number = newDocumentNumber(family, today);
+  updateRow(family.head,
+            insertRow(family.head, {{family.number, number},
+                                    {family.date, today},
+                                    {family.status, 0},
+                                    {family.checker, u""},
+                                    {family.checkDate, u""},
+                                    {"u_sn", u"100001"},
+                                    {"a_name", session().a_name}}),
+            head);
+  for (const Fields& line : lines)
+    updateRow(family.lines, insertRow(family.lines, {{family.number, number}, {"a_name", session().a_name}}), line);
+  return number;
+}
+
+void prepare(int count, Prompt& prompt);
+
+/// Documents of all families but counts (which later movement may block) and loan returns (which are not kept).
+void prepareAll(int count, Prompt& prompt) {
+  using namespace families;
+  prepare(count, prompt);
+  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+  execSql("update jxc_xtcs set cs_kc=1,cs_kp=1");
+  const QString place = u"100001"_qs, other = u"100002"_qs;
+  const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
+  const QString supplier = lookupValue("select top 1 ghs_sn from jxc_ghsxx order by id");
+  for (int i = 0; i < count; ++i) {
+    const QString a = goodsCode(i % goodsCount), b = goodsCode((i + 5) % goodsCount);
+    const double q = 1 + i % 4, price = 9 + i % 7;
+    const QString number = waiting(sale,
+                                   {{"kh_sn", customer},
+                                    {"ck_sn", place},
+                                    {"ls_yfje", 2 * q * price},
+                                    {"ls_sfje", 5.0},
+                                    {"ls_jsfs", 1},
+                                    {"ls_kmmc", u"现金"},
+                                    {"ls_note", u""},
+                                    {"ls_yf", 1.5},
+                                    {"ls_yffs", u"我方付运费"},
+                                    {"ls_dhbz", 0}},
+                                   {});
+    for (const QString& goods : {a, b})
+      insertRow("jxc_lsxssp", {{"gl_djh", number},
+                               {"a_name", session().a_name},
+                               {"g_sn", goods},
+                               {"ls_dj", price},
+                               {"ls_sl", q},
+                               {"ls_je", q * price},
+                               {"ls_zje", q * price},
+                               {"ls_cbj", 5.0},
+                               {"ls_zcb", 5 * q},
+                               {"ls_dzl", 1.0},
+                               {"ls_cksl", 0.0},
+                               {"ls_qxsl", 0.0},
+                               {"ls_tax", 0.0},
+                               {"t_zp", u""}});
+    for (const DocumentFamily* back : {&purchaseReturn, &saleReturn})
+      waiting(*back,
+              {{back->partner, back == &saleReturn ? customer : supplier},
+               {"ck_sn", place},
+               {"th_yfje", -q * price},
+               {"th_sfje", -2.0},
+               {"th_jsfs", 1},
+               {"th_kmmc", u"现金"},
+               {"th_note", u""}},
+              {{{"g_sn", a},
+                {"th_dj", price},
+                {"th_sl", q},
+                {"th_je", q * price},
+                {"th_zje", q * price},
+                {"th_dzl", 1.0},
+                {"th_tax", 0.0},
+                {"id2", 0}}});
+    waiting(transfer, {{"ck_out", place}, {"ck_in", other}},
+            {{{"g_sn", a}, {"db_sl", q}, {"db_dj", price}, {"db_zje", q * price}}});
+    waiting(loss, {{"ck_sn", place}}, {{{"g_sn", a}, {"bs_sl", q}, {"bs_dj", price}, {"bs_zje", q * price}}});
+    waiting(overflow, {{"ck_sn", other}}, {{{"g_sn", b}, {"by_sl", q}, {"by_dj", price}, {"by_zje", q * price}}});
+    waiting(split, {{"ck_sn", place}, {"g_sn", a}, {"cf_sl", q}, {"cf_cbj", price}},
+            {{{"g_sn", b}, {"cf_sl", 2 * q}, {"cf_dj", 4.0}, {"cf_zje", 8 * q}, {"ck_sn", other}}});
+    waiting(bundle, {{"ck_sn", other}, {"g_sn", a}, {"kb_sl", q}, {"kb_cbj", price}},
+            {{{"g_sn", b}, {"kb_sl", 2 * q}, {"kb_dj", 4.0}, {"kb_zje", 8 * q}, {"ck_sn", place}}});
+    waiting(loan, {{"ck_sn", place}, {"kh_sn", customer}, {"jh_flag", u"jh"}},
+            {{{"g_sn", b}, {"jh_sl", q}, {"jh_dj", price}, {"jh_zje", q * price}, {"id2", 0}}});
+  }
+}
+
+bool cancel(const QString& number, Prompt& prompt) {
+  using namespace families;
+  using Cancel = bool (*)(const QString&, Prompt&, CancelMode);
+  for (const auto& [family, command] :
+       std::initializer_list<std::pair<const DocumentFamily*, Cancel>>{{&purchaseReceipt, cancelPurchase},
+                                                                       {&purchaseReturn, cancelPurchaseReturn},
+                                                                       {&sale, cancelSale},
+                                                                       {&saleReturn, cancelSaleReturn},
+                                                                       {&transfer, cancelTransfer},
+                                                                       {&loss, cancelLoss},
+                                                                       {&overflow, cancelOverflow},
+                                                                       {&split, cancelSplit},
+                                                                       {&bundle, cancelBundle},
+                                                                       {&loan, cancelLoan}})
+    if (&documentFamily(number) == family) return command(number, prompt, CancelMode::Batch);
+  throw std::runtime_error("no cancel of " + number.toStdString());
+}
+
+/// All documents that were prepared, audited or not.
+std::vector<QString> documents() {
+  std::vector<QString> numbers;
+  for (const DocumentFamily& family : documentFamilies()) {
+    if (family.prefix == u"HH") continue;
+    const RowSet rows = openSelect(compose("select {} from {} order by id", {family.number, family.head}));
+    for (int row = 0; row < rows.rowCount(); ++row)
+      numbers.push_back(rows.text(row, 0));
+  }
+  return numbers;
 }
 
 /// Receipts that share goods and supplier, so that each audit touches the running figures of the others.
@@ -75,13 +201,14 @@ void tell(char what, const QString& number) {
 /// One audit or one cancel of a document picked at random. Alone, the command must come through; beside others, it may
 /// find that another station was faster.
 void step(const QString& number, bool alone, Prompt& prompt) {
-  if (lookupNumber("select j_status from jxc_jhd where j_sn=?", number) == 0) {
-    if (checkDj(families::purchaseReceipt, number, prompt) == AuditOutcome::Audited)
+  const DocumentFamily& family = documentFamily(number);
+  if (lookupNumber(compose("select {} from {} where {}=?", {family.status, family.head, family.number}), number) == 0) {
+    if (checkDj(family, number, prompt) == AuditOutcome::Audited)
       tell('A', number);
     else if (alone)
       throw std::runtime_error("not audited");
   } else {
-    if (cancelPurchase(number, prompt, CancelMode::Batch))
+    if (cancel(number, prompt))
       tell('C', number);
     else if (alone)
       throw std::runtime_error("not cancelled");
@@ -89,31 +216,34 @@ void step(const QString& number, bool alone, Prompt& prompt) {
 }
 
 [[noreturn]] void work(unsigned seed, int station, int stations, Prompt& prompt) {
-  const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
-  const int own = documents.rowCount() / stations;
+  const std::vector<QString> all = documents();
+  const std::size_t own = all.size() / static_cast<std::size_t>(stations);
+  // With sales among them, another station may take the stock away that a question was about.
+  const bool alone = std::ranges::all_of(all, [](const QString& each) { return each.startsWith(u"CJ"); });
   std::mt19937 random(seed);
   std::cout << "ready" << std::endl;
   for (;;)
-    step(documents.text(static_cast<int>(random() % own) * stations + station, 0), true, prompt);
+    step(all[random() % own * static_cast<std::size_t>(stations) + static_cast<std::size_t>(station)], alone, prompt);
 }
 
 void share(unsigned seed, int seconds, Prompt& prompt) {
   using Clock = std::chrono::steady_clock;
-  const RowSet documents = openSelect("select j_sn from jxc_jhd order by id");
+  const std::vector<QString> all = documents();
   std::mt19937 random(seed);
   std::cout << "ready" << std::endl;
   const auto end = Clock::now() + std::chrono::seconds(seconds);
   while (Clock::now() < end)
-    step(documents.text(static_cast<int>(random() % documents.rowCount()), 0), false, prompt);
+    step(all[random() % all.size()], false, prompt);
 }
 
 int run(int argc, char** argv) {
   const std::string_view what = argc > 3 ? argv[2] : "";
-  const bool known = (what == "prepare" && argc == 4) || (what == "work" && (argc == 4 || argc == 6)) ||
-                     (what == "share" && argc == 5);
+  const bool known = ((what == "prepare" || what == "prepare-all") && argc == 4) ||
+                     (what == "work" && (argc == 4 || argc == 6)) || (what == "share" && argc == 5);
   if (!known)
     throw std::runtime_error(
-        "usage: torture_audit FILE prepare N | FILE work SEED [STATION STATIONS] | FILE share SEED SECONDS");
+        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE work SEED [STATION STATIONS] | FILE share "
+        "SEED SECONDS");
   dataModule().installAccountDb(openSqlite(QString::fromUtf8(argv[1])));
   YesPrompt yes;
   SharingPrompt sharing;
@@ -122,10 +252,12 @@ int run(int argc, char** argv) {
   const auto seed = static_cast<unsigned>(number);
   if (what == "prepare")
     prepare(number, yes);
+  else if (what == "prepare-all")
+    prepareAll(number, yes);
   else if (what == "share")
     share(seed, std::atoi(argv[4]), sharing);
   else
-    work(seed, argc == 6 ? std::atoi(argv[4]) : 0, argc == 6 ? std::atoi(argv[5]) : 1, yes);
+    work(seed, argc == 6 ? std::atoi(argv[4]) : 0, argc == 6 ? std::atoi(argv[5]) : 1, sharing);
   return 0;
 }
 
