@@ -42,6 +42,13 @@ double ysyfkBalanceNow(const QString& partner, PartnerType type) {
                    partnerTypeText(type), partner));
 }
 
+void removeRounding(const QString& payment) {
+  // The line of the stock ledger is found by the number of the rounding: no index knows its other number.
+  for (const Row rounding : openSelect("select gl_djh from jxc_ysyfk where gl_djh2=?", payment))
+    execSql("delete from jxc_goodslist where gl_djh=? and gl_djh2=?", rounding.text("gl_djh"), payment);
+  execSql("delete from jxc_ysyfk where gl_djh2=?", payment);
+}
+
 void recomputeFp(const QString& partner, PartnerType type, const QString& date) {
   const QString side = partnerTypeText(type);
   const double carried = lookupNumber(

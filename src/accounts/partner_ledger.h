@@ -26,6 +26,10 @@ double ysyfkBalanceAt(const QString& partner, PartnerType type, const QString& d
 /// Present balance rounded to the digits of totals, as entry forms show it.
 double ysyfkBalanceNow(const QString& partner, PartnerType type);
 
+/// Removes the rounding of a payment (what was let off beyond it): its line, and the line of the stock ledger that
+/// carries it into the profit. The caller recomputes the balance.
+void removeRounding(const QString& payment);
+
 /// The same ledger for invoices: `fp_ljje` over counted lines (`fp_check`), due minus invoiced.
 void recomputeFp(const QString& partner, PartnerType type, const QString& date);
 double fpBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId = 0);

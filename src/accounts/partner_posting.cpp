@@ -112,13 +112,6 @@ void postDocument(const PartnerSide& side, Kind kind, const Row& document) {
   recomputeXjyh(document.text("k_fkfs"), date);
 }
 
-void removeRounding(const QString& payment) {
-  // The line of the stock ledger is found by the number of the rounding: no index knows its other number.
-  for (const Row rounding : openSelect("select gl_djh from jxc_ysyfk where gl_djh2=?", payment))
-    execSql("delete from jxc_goodslist where gl_djh=? and gl_djh2=?", rounding.text("gl_djh"), payment);
-  execSql("delete from jxc_ysyfk where gl_djh2=?", payment);
-}
-
 void takeBackDocument(const PartnerSide& side, Kind kind, const Row& document) {
   const QString number = document.text("gl_djh");
   const QString date = document.text("k_rq");

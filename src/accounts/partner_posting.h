@@ -10,9 +10,6 @@ namespace jxc::partner_books {
 /// transaction.
 void postDocument(const PartnerSide& side, Kind kind, const Row& document);
 
-/// The rounding of a payment: its line and its stock-ledger line. Inside the caller's transaction.
-void removeRounding(const QString& payment);
-
 /// Removes all of these and marks the document as waiting. Inside the caller's transaction.
 void takeBackDocument(const PartnerSide& side, Kind kind, const Row& document);
 

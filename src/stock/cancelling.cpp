@@ -1,7 +1,7 @@
 #include "stock/cancelling.h"
 
 #include "accounts/cash_ledger.h"
-#include "accounts/partner_posting.h"
+#include "accounts/partner_ledger.h"
 #include "core/log.h"
 #include "core/prompt.h"
 #include "core/statements.h"
@@ -113,7 +113,7 @@ void cancelMoney(const Rules& rules, const Head& head) {
   if (rules.deleteMore) execSql(rules.deleteMore, mention);
   // With its payment gone, a rounding could not be taken back by anybody any more.
   for (const Row payment : payments)
-    partner_books::removeRounding(payment.text("gl_djh"));
+    removeRounding(payment.text("gl_djh"));
   execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
   recomputeYsyfk(head.partner, rules.side, partnerFrom.isEmpty() ? head.date : std::min(partnerFrom, head.date));
   execSql("delete from jxc_ysyfk_dj where gl_djh=? or gl_djh2=?", number, number);
