@@ -37,6 +37,7 @@ Layout::Layout(const Report& report, int pages)
       across_(page_.columns > 1 && page_.flow == Flow::Across) {
   data_->title = template_.title;
   data_->roll = page_.roll;
+  data_->landscape = page_.landscape && !page_.roll;
   addNames();
   compileBands();
   findGroups();

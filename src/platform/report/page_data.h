@@ -52,7 +52,7 @@ struct PictureSource {
 
 struct Pages::Data {
   QString title;
-  bool roll = false;
+  bool roll = false, landscape = false;
   std::vector<Sheet> sheets;
   std::vector<FontStyle> faces;
   std::vector<Pen> pens;

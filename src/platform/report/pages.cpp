@@ -55,6 +55,10 @@ bool Pages::isRoll() const {
   return data_->roll;
 }
 
+bool Pages::isLandscape() const {
+  return data_->landscape;
+}
+
 const std::vector<Fault>& Pages::faults() const {
   return data_->faults;
 }

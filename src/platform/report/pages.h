@@ -33,6 +33,8 @@ class Pages {
   /// In millimetres, as the reader holds it.
   QSizeF size(int page) const;
   bool isRoll() const;
+  /// The paper is turned on its side to be printed; a form that is wider than high is not.
+  bool isLandscape() const;
 
   /// Paints a page with its upper left corner at the painter's origin; `scale` is device units a millimetre.
   void paint(QPainter& painter, int page, double scale) const;

@@ -80,15 +80,9 @@ class Painter {
     const QRectF place = area(piece);
     const QString words = data_.texts.mid(piece.first, piece.count);
     const auto& face = this->face(piece.style);
-    QFont font = face.font;
-    if (piece.kind == Kind::Spread) {
-      const double natural = QFontMetricsF(font).horizontalAdvance(words);
-      const double gaps = static_cast<double>(words.size() - 1);
-      font.setLetterSpacing(QFont::AbsoluteSpacing, (place.width() - natural) / gaps);
-    }
-    if (font_ != piece.style || piece.kind == Kind::Spread) {
-      painter_.setFont(font);
-      font_ = piece.kind == Kind::Spread ? -1 : piece.style;
+    if (font_ != piece.style) {
+      painter_.setFont(face.font);
+      font_ = piece.style;
     }
     const QColor& colour = data_.faces[piece.style].colour;
     painter_.setPen(colour);
@@ -99,14 +93,33 @@ class Painter {
       painter_.rotate(90 * piece.turn);
     }
     const QPointF at = turned ? QPointF(0, face.ascent) : QPointF(place.x(), place.y() + face.ascent);
-    painter_.drawText(at, words);
-    if (face.outlined) {
-      QPainterPath outline;
-      outline.addText(at, font, words);
-      painter_.setRenderHint(QPainter::Antialiasing, true);
-      painter_.strokePath(outline, QPen(colour, font.pixelSize() * outlineWidth));
-    }
+    if (piece.kind == Kind::Text)
+      letters(at, words, face, colour);
+    else
+      spread(at, words, place.width(), face, colour);
     if (turned) painter_.restore();
+  }
+
+  void letters(const QPointF& at, const QString& words, const Pages::Data::Face& face, const QColor& colour) {
+    painter_.drawText(at, words);
+    if (!face.outlined) return;
+    QPainterPath outline;
+    outline.addText(at, face.font, words);
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.strokePath(outline, QPen(colour, face.font.pixelSize() * outlineWidth));
+  }
+
+  /// Letter by letter: the letter spacing of a font is another one on every device.
+  void spread(QPointF at, const QString& words, double width, const Pages::Data::Face& face, const QColor& colour) {
+    const QFontMetricsF metrics(face.font);
+    const QList<uint> characters = words.toUcs4();
+    const double gap = (width - metrics.horizontalAdvance(words)) / static_cast<double>(characters.size() - 1);
+    for (const uint character : characters) {
+      const auto code = static_cast<char32_t>(character);
+      const QString letter = QString::fromUcs4(&code, 1);
+      letters(at, letter, face, colour);
+      at.rx() += metrics.horizontalAdvance(letter) + gap;
+    }
   }
 
   void usePen(const Pen& style, double share = 1) {

@@ -18,12 +18,13 @@ namespace print_detail {
 }
 
 void setPage(QPrinter& printer, const report::Pages& pages, int page) {
-  // The printer gets the paper as it is; margins are the template's, so that preprinted forms fit.
+  // The printer gets the paper as it is; margins are the template's, so that preprinted forms fit. (A page layout as a
+  // whole would be refused for margins that the printer cannot reach.)
   const QSizeF size = pages.size(page);
-  const bool lying = !pages.isRoll() && size.width() > size.height();
-  const QPageSize paper(lying ? size.transposed() : size, QPageSize::Millimeter);
-  printer.setPageLayout(QPageLayout(paper, lying ? QPageLayout::Landscape : QPageLayout::Portrait, {}));
+  const bool lying = pages.isLandscape();
   printer.setFullPage(true);
+  printer.setPageSize(QPageSize(lying ? size.transposed() : size, QPageSize::Millimeter));
+  printer.setPageOrientation(lying ? QPageLayout::Landscape : QPageLayout::Portrait);
 }
 
 void run(QPrinter& printer, const report::Pages& pages, int from, int to, int copies) {
