@@ -8,87 +8,14 @@ Usage: tests/journeys/keyboard_tour.py [PROGRAM]      (default: build/shared/src
 Needs xvfb, openbox, xdotool. Prints what opened; the exit status is 1 when something did not go as it should.
 """
 
-import os
-import pathlib
 import re
-import shutil
 import subprocess
 import sys
-import tempfile
 import time
 
-TOP = pathlib.Path(__file__).resolve().parents[2]
+from desk import Failure, begin, is_main, run
+
 TILES = [5, 5, 6, 6, 13, 8, 9]  # commands of each page with the parameters of a new shop
-
-
-class Failure(Exception):
-    pass
-
-
-class Desk:
-    """A display with a window manager, and the program on it in a fresh program directory."""
-
-    def __init__(self, program):
-        self.home = tempfile.mkdtemp(prefix="jxc-tour.")
-        self.children = []
-        reading, writing = os.pipe()
-        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x900x24", "-nolisten", "tcp", "-noreset"],
-                   pass_fds=(writing,))
-        os.close(writing)
-        number = os.fdopen(reading).readline().strip()
-        self.env = dict(os.environ, DISPLAY=":" + number, QT_IM_MODULE="none", LANG="zh_CN.UTF-8")
-        self.env.pop("QT_QPA_PLATFORM", None)
-        self.env.pop("WAYLAND_DISPLAY", None)
-        self.spawn(["openbox", "--sm-disable"], env=self.env)
-        self.program = self.spawn([program, "--home", self.home], env=self.env)
-
-    def spawn(self, words, **how):
-        child = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                 stderr=subprocess.DEVNULL, **how)
-        self.children.append(child)
-        return child
-
-    def close(self):
-        for child in reversed(self.children):
-            if child.poll() is None:
-                child.terminate()
-            child.wait()
-        shutil.rmtree(self.home, ignore_errors=True)
-
-    def xdo(self, *words):
-        done = subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True)
-        return done.stdout.strip()
-
-    def title(self):
-        """Of the window that has the keys; empty while none has."""
-        return self.xdo("getactivewindow", "getwindowname")
-
-    def keys(self, *keys):
-        self.xdo("key", "--delay", "20", *keys)
-
-    def until(self, what, wanted, seconds=20):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            title = self.title()
-            if title and wanted(title):
-                return title
-            if self.program.poll() is not None:
-                raise Failure(f"{what}: the program has ended")
-            time.sleep(0.05)
-        raise Failure(f"{what}: the window is “{self.title()}”")
-
-    def stays(self, what, wanted, seconds=0.8):
-        """The window with the keys is this one, now and for a while."""
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            title = self.title()
-            if title and not wanted(title):
-                raise Failure(f"{what}: the window is “{title}”")
-            time.sleep(0.1)
-
-
-def is_main(title):
-    return "[" in title and "操作员登录" not in title
 
 
 def is_lock(title):
@@ -96,11 +23,7 @@ def is_lock(title):
 
 
 def tour(desk):
-    desk.until("login", lambda title: "操作员登录" in title, 60)
-    desk.keys("F5")
-    desk.until("daily tip", lambda title: title == "每日一帖")
-    desk.keys("Next", "Escape")
-    main = desk.until("main window", is_main)
+    main = begin(desk)
 
     opened = []
     for page, count in enumerate(TILES, 1):
@@ -166,17 +89,5 @@ def tour(desk):
     return desk.program.returncode
 
 
-def main():
-    program = sys.argv[1] if len(sys.argv) > 1 else str(TOP / "build/shared/src/app/jxc")
-    desk = Desk(program)
-    try:
-        return tour(desk)
-    except (Failure, subprocess.TimeoutExpired) as failure:
-        print(f"FAILED: {failure}", file=sys.stderr)
-        return 1
-    finally:
-        desk.close()
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(tour))

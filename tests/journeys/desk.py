@@ -1,0 +1,106 @@
+"""A display of its own, the program on it, and the keys: what the journeys through the real window stand on.
+
+Needs xvfb, openbox, xdotool.
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+TOP = pathlib.Path(__file__).resolve().parents[2]
+
+
+class Failure(Exception):
+    pass
+
+
+class Desk:
+    """A display with a window manager, and the program on it in a fresh program directory."""
+
+    def __init__(self, program):
+        self.home = tempfile.mkdtemp(prefix="jxc-tour.")
+        self.children = []
+        reading, writing = os.pipe()
+        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x900x24", "-nolisten", "tcp", "-noreset"],
+                   pass_fds=(writing,))
+        os.close(writing)
+        number = os.fdopen(reading).readline().strip()
+        self.env = dict(os.environ, DISPLAY=":" + number, QT_IM_MODULE="none", LANG="zh_CN.UTF-8")
+        self.env.pop("QT_QPA_PLATFORM", None)
+        self.env.pop("WAYLAND_DISPLAY", None)
+        self.spawn(["openbox", "--sm-disable"], env=self.env)
+        self.program = self.spawn([program, "--home", self.home], env=self.env)
+
+    def spawn(self, words, **how):
+        child = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                 stderr=subprocess.DEVNULL, **how)
+        self.children.append(child)
+        return child
+
+    def close(self):
+        for child in reversed(self.children):
+            if child.poll() is None:
+                child.terminate()
+            child.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def xdo(self, *words):
+        done = subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True)
+        return done.stdout.strip()
+
+    def title(self):
+        """Of the window that has the keys; empty while none has."""
+        return self.xdo("getactivewindow", "getwindowname")
+
+    def keys(self, *keys):
+        self.xdo("key", "--delay", "20", *keys)
+
+    def until(self, what, wanted, seconds=20):
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            title = self.title()
+            if title and wanted(title):
+                return title
+            if self.program.poll() is not None:
+                raise Failure(f"{what}: the program has ended")
+            time.sleep(0.05)
+        raise Failure(f"{what}: the window is “{self.title()}”")
+
+    def stays(self, what, wanted, seconds=0.8):
+        """The window with the keys is this one, now and for a while."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            title = self.title()
+            if title and not wanted(title):
+                raise Failure(f"{what}: the window is “{title}”")
+            time.sleep(0.1)
+
+
+def is_main(title):
+    return "[" in title and "操作员登录" not in title
+
+
+def begin(desk):
+    """Logs the administrator of a new shop in and puts the daily tip away. The title of the main window."""
+    desk.until("login", lambda title: "操作员登录" in title, 60)
+    desk.keys("F5")
+    desk.until("daily tip", lambda title: title == "每日一帖")
+    desk.keys("Next", "Escape")
+    return desk.until("main window", is_main)
+
+
+def run(journey):
+    """The journey over the program that the command line names; the exit status."""
+    program = sys.argv[1] if len(sys.argv) > 1 else str(TOP / "build/shared/src/app/jxc")
+    desk = Desk(program)
+    try:
+        return journey(desk) or 0
+    except (Failure, subprocess.TimeoutExpired) as failure:
+        print(f"FAILED: {failure}", file=sys.stderr)
+        return 1
+    finally:
+        desk.close()
