@@ -8,7 +8,7 @@ program=${1:-$top/run}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-shoot() { "$program" --home "$top" --screenshot "$work/$1" --skin "$1" 2>&1 | grep -v propagateSizeHints || true; }
+shoot() { "$program" --home "$top" --screenshot "$work/$1" --skin "$1" 2> >(grep -v propagateSizeHints >&2); }
 # keep SKIN SCREEN FILE: at most 1000 pixels wide, 64 colours.
 keep() { convert "$work/$1/$2.png" -resize '1000x>' -dither None -colors 64 -strip "PNG8:$3"; }
 
