@@ -1,9 +1,10 @@
 #include "ui/grid.h"
 
 #include "ui/display.h"
+#include "ui/grid_layout.h"
+#include "ui/grid_output.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QFrame>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -113,8 +114,9 @@ class Grid::Table : public QTableView {
       }
       return event->accept();
     }
-    if (event->matches(QKeySequence::Copy)) {
-      QApplication::clipboard()->setText(grid_.tabSeparated(selectionModel()->selectedRows().size() > 1));
+    const bool copiesAll = key == Qt::Key_C && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    if (copiesAll || event->matches(QKeySequence::Copy)) {
+      copyGrid(grid_, copiesAll);
       return event->accept();
     }
     QTableView::keyPressEvent(event);
@@ -127,10 +129,12 @@ class Grid::Table : public QTableView {
 Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
     : QWidget(parent),
       spec_(spec),
-      layoutKey_(qs(screenName) + u'_' + qs(spec.name)),
+      layoutKey_(spec.layout.empty() ? qs(screenName) + u'_' + qs(spec.name) : qs(spec.layout)),
       model_(new GridModel(spec.columns, this)),
       loader_(this),
-      emptyText_(qs(spec.empty.empty() ? std::string_view("没有数据") : spec.empty)) {
+      emptyText_(qs(spec.empty.empty() ? std::string_view("没有数据") : spec.empty)),
+      hiddenByProgram_(spec.columns.size(), false),
+      hiddenByOperator_(spec.columns.size(), false) {
   setObjectName(QStringLiteral("area_") + qs(spec.name));
   auto* table = new Table(*this);
   view_ = table;
@@ -161,7 +165,7 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   footer_ = new Footer(*this);
   connect(header, &QHeaderView::sectionResized, footer_, qOverload<>(&QWidget::update));
   connect(header, &QHeaderView::sectionResized, this, [this] {
-    if (!sizing_ && isVisible()) layoutRead_ = true;
+    if (!sizing_ && isVisible()) autoWidth_ = false;
   });
   connect(header, &QHeaderView::sectionMoved, footer_, qOverload<>(&QWidget::update));
   connect(view_->horizontalScrollBar(), &QScrollBar::valueChanged, footer_, qOverload<>(&QWidget::update));
@@ -213,7 +217,8 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
     if (!inReload_ && currentChanged_) currentChanged_();
   });
   for (int i = 0; i < static_cast<int>(spec.columns.size()); ++i) {
-    if (spec.columns[i].hidden) view_->setColumnHidden(i, true);
+    hiddenByOperator_[static_cast<std::size_t>(i)] = spec.columns[i].hidden;
+    showColumn(i);
   }
   defaultWidths();
   footer_->update(true);
@@ -365,15 +370,33 @@ void Grid::setMultiSelect(bool on) {
 void Grid::setColumnVisible(std::string_view field, bool on) {
   const int column = model_->columnOf(field);
   if (column < 0) throw std::invalid_argument("no column " + std::string(field));
-  view_->setColumnHidden(column, !on);
-  if (!layoutRead_) defaultWidths();
+  hiddenByProgram_[static_cast<std::size_t>(column)] = !on;
+  if (on) hiddenByOperator_[static_cast<std::size_t>(column)] = false;
+  showColumn(column);
+  if (autoWidth_) defaultWidths();
 }
 
 void Grid::setColumnAllowed(std::string_view field, bool on) {
-  setColumnVisible(field, on);
   const int column = model_->columnOf(field);
   std::erase(forbidden_, column);
   if (!on) forbidden_.push_back(column);
+  setColumnVisible(field, on);
+}
+
+void Grid::showColumn(int column) {
+  const auto i = static_cast<std::size_t>(column);
+  view_->setColumnHidden(column, isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i]);
+}
+
+std::vector<int> Grid::shownOrder() const {
+  std::vector<int> order(static_cast<std::size_t>(rowCount()));
+  for (int place = 0; place < rowCount(); ++place)
+    order[static_cast<std::size_t>(place)] = model_->sourceRow(place);
+  return order;
+}
+
+GridHeading Grid::heading() const {
+  return heading_ ? heading_() : GridHeading{qs(spec_.caption), {}};
 }
 
 bool Grid::isForbidden(int column) const {
@@ -482,7 +505,7 @@ bool Grid::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (watched == view_->viewport() && event->type() == QEvent::Resize) {
-    if (!layoutRead_) defaultWidths();
+    if (autoWidth_) defaultWidths();
     showState();
   }
   return QWidget::eventFilter(watched, event);
@@ -495,30 +518,43 @@ void Grid::resizeEvent(QResizeEvent* event) {
 
 void Grid::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  if (!layoutRead_) restoreLayout();
+  if (!event->spontaneous()) restoreLayout();
 }
 
 void Grid::showMenu(const QPoint& place) {
   QMenu menu(this);
+  fillMenu(menu);
+  menu.exec(view_->viewport()->mapToGlobal(place));
+}
+
+void Grid::fillMenu(QMenu& menu) {
   for (auto* action : menu_->actions())
     menu.addAction(action);
   if (!menu.isEmpty()) menu.addSeparator();
-  menu.addAction(QStringLiteral("复制所选行(Ctrl+C)"), this,
-                 [this] { QApplication::clipboard()->setText(tabSeparated(true)); })
-      ->setEnabled(!isEmpty());
-  menu.addAction(QStringLiteral("复制全部"), this, [this] { QApplication::clipboard()->setText(tabSeparated(false)); })
-      ->setEnabled(!isEmpty());
+  const auto onRows = [&](const char* name, const QString& text, const QKeySequence& key, auto action) {
+    auto* made = menu.addAction(text, this, action);
+    made->setObjectName(QString::fromLatin1(name));
+    made->setShortcut(key);
+    made->setEnabled(!isEmpty());
+  };
+  onRows("btnRCopy", QStringLiteral("复制所选行"), QKeySequence::Copy, [this] { copyGrid(*this, false); });
+  onRows("btnRCopyAll", QStringLiteral("复制全部"), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
+         [this] { copyGrid(*this, true); });
+  onRows("btnRExport", QStringLiteral("导出到表格文件…"), Qt::CTRL | Qt::Key_S, [this] { exportGrid(*this); });
+  menu.addSeparator();
   auto* columns = menu.addMenu(QStringLiteral("显示的列"));
   for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
     if (isForbidden(i)) continue;
     auto* action = columns->addAction(model_->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString());
     action->setCheckable(true);
     action->setChecked(!view_->isColumnHidden(i));
-    connect(action, &QAction::toggled, this, [this, i](bool on) { view_->setColumnHidden(i, !on); });
+    connect(action, &QAction::toggled, this, [this, i](bool on) {
+      if (on) hiddenByProgram_[static_cast<std::size_t>(i)] = false;
+      hiddenByOperator_[static_cast<std::size_t>(i)] = !on;
+      showColumn(i);
+    });
   }
-  menu.addAction(QStringLiteral("保存布局"), this, &Grid::saveLayout);
-  menu.addAction(QStringLiteral("恢复默认布局"), this, &Grid::dropLayout);
-  menu.exec(view_->viewport()->mapToGlobal(place));
+  addLayoutCommands(menu, *this);
 }
 
 void Grid::goOnAfterEdit() {

@@ -21,6 +21,12 @@ class QTableView;
 
 namespace jxc::ui {
 
+/// What a list on paper or in a file is called, and what it was searched with.
+struct GridHeading {
+  QString title;
+  QString filter;  // "仓库：门店　日期：2026-05-01"
+};
+
 /// A grid made from its GridSpec. It is given a query and keeps it: `reload()` runs it again and comes back to the row
 /// where the operator was. Long queries run in the background and can be cancelled.
 class Grid : public QWidget {
@@ -49,6 +55,8 @@ class Grid : public QWidget {
   const RowSet& rows() const { return model_->rows(); }
   int rowCount() const { return model_->rowCount(); }  // those that are shown
   bool isEmpty() const { return rowCount() == 0; }
+  /// Rows of the row set that are shown, in the order of the view.
+  std::vector<int> shownOrder() const;
 
   /// Gives the numbers of the rows to show, ascending. `areNew`: asked because rows have arrived.
   using RowFilter = std::function<std::vector<int>(const RowSet& rows, bool areNew)>;
@@ -111,15 +119,27 @@ class Grid : public QWidget {
   Value cellValue(int viewRow, int column) const;
   /// Marked rows, or all, as tab-separated text with a header line.
   QString tabSeparated(bool onlySelected) const;
+  void setHeading(std::function<GridHeading()> heading) { heading_ = std::move(heading); }
+  GridHeading heading() const;
 
   void focusRows();
   /// Arrows and page keys in this input move in the list, so that a search needs no change of focus.
   void followKeysOf(QWidget* input);
   QTableView* view() const { return view_; }
-  /// Widths, places and hidden columns, kept in Layout/<screen>_<grid>.ini of the program directory.
-  void saveLayout();
+
+  // Layout: widths, places and hidden columns, in one file a list below Layout/ of the program directory.
+  /// The name of that file: of the description, or made from screen and grid.
+  const QString& layoutKey() const { return layoutKey_; }
+  void setLayoutKey(const QString& key) { layoutKey_ = key; }
+  void saveLayout();  // throws DbError(File)
+  /// Takes the layout of the file, if there is one: then the widths are fixed. Without one a list that had a layout
+  /// goes back to its design.
   void restoreLayout();
+  /// Forgets the file; the list looks as it was designed.
   void dropLayout();
+  /// Widths that follow the rows and the window; off once the operator arranges the columns.
+  bool isAutoWidth() const { return autoWidth_; }
+  void setAutoWidth(bool on) { autoWidth_ = on; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -133,9 +153,12 @@ class Grid : public QWidget {
   void showState();
   void comeBack(std::int64_t id, int place, int column, int scrolled);
   bool isForbidden(int column) const;
+  void showColumn(int column);
+  void designLayout();
   void defaultWidths();
   void fitToRows();
   void showMenu(const QPoint& place);
+  void fillMenu(QMenu& menu);
   void goOnAfterEdit();
 
   GridSpec spec_;
@@ -151,12 +174,16 @@ class Grid : public QWidget {
   GridQuery query_;
   QString emptyText_;
   bool failed_ = false;
-  bool layoutRead_ = false;  // widths are the operator's: from a file or by hand
+  bool autoWidth_ = true;
+  bool fromFile_ = false;  // places and widths are those of a layout file
   bool sizing_ = false;
   std::vector<int> fitted_;  // widths that the first rows ask for; empty before there are any
   bool inReload_ = false;
   bool replaces_ = true;        // the query under way is another one than what is shown
   std::vector<int> forbidden_;  // columns
+  // A column is seen when neither the program (a parameter, the mode of a list) nor the operator hides it.
+  std::vector<bool> hiddenByProgram_, hiddenByOperator_;
+  std::function<GridHeading()> heading_;
   RowFilter rowFilter_;
   std::function<void()> activated_, currentChanged_, loaded_;
 };

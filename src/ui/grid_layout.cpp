@@ -1,11 +1,17 @@
 // Widths and places of a grid's columns: proposed by what the rows hold, then the operator's own, kept in a file.
+#include "ui/grid_layout.h"
+
 #include "core/startup.h"
+#include "engine/error.h"
 #include "ui/display.h"
 #include "ui/grid.h"
+#include "ui/grid_msg.h"
+#include "ui/message_box_prompt.h"
 
 #include <QDir>
 #include <QFile>
 #include <QHeaderView>
+#include <QMenu>
 #include <QSettings>
 #include <QTableView>
 
@@ -46,7 +52,7 @@ QString layoutFile(const QString& key) {
 void Grid::fitToRows() {
   constexpr int kSample = 200;
   constexpr int kWidest = 340;
-  if (isEmpty() || layoutRead_) return;
+  if (isEmpty() || !autoWidth_) return;
   const std::vector<int> before = fitted_;
   fitted_.clear();
   const auto metrics = view_->fontMetrics();
@@ -102,20 +108,32 @@ void Grid::saveLayout() {
   QDir().mkpath(programPath(QStringLiteral("Layout")));
   QSettings file(grid_layout_detail::layoutFile(layoutKey_), QSettings::IniFormat);
   const auto* header = view_->horizontalHeader();
-  file.clear();
   for (int i = 0; i < header->count(); ++i) {
-    const bool hidden = header->isSectionHidden(i);
-    if (hidden) continue;
-    file.setValue(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field),
-                  QStringList{QString::number(header->visualIndex(i)), QString::number(header->sectionSize(i))});
+    const auto column = static_cast<std::size_t>(i);
+    const QString name = QStringLiteral("columns/") + qs(spec_.columns[column].field);
+    // What the program hides just now keeps what was stored for it: another mode of the list, another operator.
+    if (header->isSectionHidden(i) && !hiddenByOperator_[column]) continue;
+    QStringList value{QString::number(header->visualIndex(i)), QString::number(std::max(16, header->sectionSize(i)))};
+    if (hiddenByOperator_[column]) value[1] = QStringLiteral("0");
+    file.setValue(name, value);
   }
-  layoutRead_ = true;
+  file.sync();
+  if (file.status() != QSettings::NoError) {
+    throw DbError(DbError::Kind::File, QStringLiteral("布局文件不能写入：%1").arg(file.fileName()));
+  }
+  autoWidth_ = false;
+  fromFile_ = true;
 }
 
 void Grid::restoreLayout() {
   const QString name = grid_layout_detail::layoutFile(layoutKey_);
-  if (programDirectory().isEmpty() || !QFile::exists(name)) return;
-  layoutRead_ = true;
+  if (programDirectory().isEmpty()) return;
+  if (!QFile::exists(name)) {
+    if (fromFile_) designLayout();
+    return;
+  }
+  autoWidth_ = false;
+  fromFile_ = true;
   const QSettings file(name, QSettings::IniFormat);
   auto* header = view_->horizontalHeader();
   std::vector<std::pair<int, int>> places;  // wished place, column
@@ -124,9 +142,12 @@ void Grid::restoreLayout() {
         file.value(QStringLiteral("columns/") + qs(spec_.columns[static_cast<std::size_t>(i)].field)).toStringList();
     if (value.size() != 2) continue;
     places.emplace_back(value[0].toInt(), i);
-    header->resizeSection(i, std::clamp(value[1].toInt(), 16, 2000));
+    const int width = value[1].toInt();
+    hiddenByOperator_[static_cast<std::size_t>(i)] = width == 0;
+    showColumn(i);
+    if (width > 0) header->resizeSection(i, std::clamp(width, 16, 2000));
   }
-  std::sort(places.begin(), places.end());
+  std::stable_sort(places.begin(), places.end());
   for (std::size_t i = 0; i < places.size(); ++i) {
     header->moveSection(header->visualIndex(places[i].second), static_cast<int>(i));
   }
@@ -134,14 +155,54 @@ void Grid::restoreLayout() {
 
 void Grid::dropLayout() {
   QFile::remove(grid_layout_detail::layoutFile(layoutKey_));
-  layoutRead_ = false;
+  designLayout();
+}
+
+void Grid::designLayout() {
+  autoWidth_ = true;
+  fromFile_ = false;
   auto* header = view_->horizontalHeader();
-  for (int i = 0; i < header->count(); ++i)
-    header->moveSection(header->visualIndex(i), i);
   for (int i = 0; i < header->count(); ++i) {
-    if (spec_.columns[static_cast<std::size_t>(i)].hidden) view_->setColumnHidden(i, true);
+    header->moveSection(header->visualIndex(i), i);
+    hiddenByOperator_[static_cast<std::size_t>(i)] = spec_.columns[static_cast<std::size_t>(i)].hidden;
+    showColumn(i);
   }
   defaultWidths();
+}
+
+void saveGridLayout(const QString& key, Grid& view) {
+  view.setLayoutKey(key);
+  MessageBoxPrompt prompt(view.window());
+  try {
+    view.saveLayout();
+  } catch (const DbError& error) {
+    return prompt.notice(error.message());
+  }
+  prompt.notice(QStringLiteral("布局调整成功！"));
+}
+
+void restoreGridLayout(const QString& key, Grid& view) {
+  view.setLayoutKey(key);
+  view.restoreLayout();
+}
+
+void showLayoutHint(Grid& view) {
+  screenAs<TF_GridMsg>(kGridMsg).showModal();
+  view.setAutoWidth(false);
+}
+
+void addLayoutCommands(QMenu& menu, Grid& view) {
+  const bool confirmed = layoutHintConfirmed();
+  auto* arrange =
+      menu.addAction(confirmed ? QStringLiteral("保存列表布局") : QStringLiteral("调整列表布局…"), &view, [&view] {
+        if (layoutHintConfirmed()) {
+          saveGridLayout(view.layoutKey(), view);
+        } else {
+          showLayoutHint(view);
+        }
+      });
+  arrange->setObjectName(QStringLiteral("btnRDybj"));
+  menu.addAction(QStringLiteral("恢复默认布局"), &view, &Grid::dropLayout);
 }
 
 }  // namespace jxc::ui

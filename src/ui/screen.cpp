@@ -1,6 +1,7 @@
 #include "ui/screen.h"
 
 #include "ui/display.h"
+#include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QTabWidget>
+#include <QTableView>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -87,7 +89,7 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<M
   for (const auto& field : spec.fields)
     fields_.push_back(std::make_unique<Field>(field, this));
   for (const auto& grid : spec.grids)
-    grids_.push_back(new Grid(grid, spec.name, this));
+    addGrid(grid);
   for (const auto& command : spec.commands) {
     auto part = std::make_unique<CommandPart>();
     part->button = new QPushButton(this);
@@ -101,8 +103,11 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<M
     if (!key.isEmpty()) part->keys.emplace_back(key);
     CommandPart* kept = part.get();
     const bool leaves = command.key == "Esc";
-    connect(kept->button, &QPushButton::clicked, this, [this, kept, leaves] {
-      if (leaves && !kept->handled) reject();
+    const bool exports = command.name == "btn_Export";
+    connect(kept->button, &QPushButton::clicked, this, [this, kept, leaves, exports] {
+      if (kept->handled) return;
+      if (leaves) reject();
+      if (exports) exportInSight();
     });
     commands_.push_back(std::move(part));
   }
@@ -144,6 +149,43 @@ std::vector<Field*> Screen::fields() const {
 
 std::vector<Grid*> Screen::grids() const {
   return grids_;
+}
+
+void Screen::addGrid(const GridSpec& spec) {
+  auto* grid = new Grid(spec, spec_.name, this);
+  grids_.push_back(grid);
+  grid->setHeading([this, grid] {
+    const QString title = windowTitle();
+    return GridHeading{grids_.size() == 1 ? title : title + u'-' + qs(grid->spec().caption), inputsInWords()};
+  });
+}
+
+Grid* Screen::gridInSight() const {
+  Grid* first = nullptr;
+  for (auto* grid : grids_) {
+    if (!grid->isVisible()) continue;
+    if (grid->view()->hasFocus()) return grid;
+    if (!first) first = grid;
+  }
+  return first;
+}
+
+void Screen::exportInSight() {
+  if (auto* grid = gridInSight()) exportGrid(*grid);
+}
+
+QString Screen::inputsInWords() const {
+  QStringList words;
+  for (const auto& field : fields_) {
+    const FieldKind kind = field->spec().kind;
+    if (!field->widget()->isVisible() || kind == FieldKind::Password || kind == FieldKind::Memo) continue;
+    if (kind == FieldKind::Check || kind == FieldKind::Radio) {
+      if (field->isChecked()) words << qs(field->spec().label);
+    } else if (!field->isEmpty() && field->label()) {
+      words << field->label()->text().remove(u'&') + field->trimmed();
+    }
+  }
+  return words.join(u'　');
 }
 
 Prompt& Screen::prompt() {
@@ -299,6 +341,7 @@ void Screen::keyPressEvent(QKeyEvent* event) {
     }
   }
   if (runKey(key) || keyPressed(*event)) return;
+  if (key == QKeySequence(Qt::CTRL | Qt::Key_S)) return exportInSight();
   if (key == QKeySequence(Qt::Key_Escape)) return reject();
   if (key == QKeySequence(Qt::Key_Return)) return;  // never the default button of the toolkit
   QDialog::keyPressEvent(event);

@@ -91,6 +91,11 @@ class Screen : public QDialog {
   /// Activates and shows without waiting: pictures and sweeps of all screens.
   void present();
 
+  /// The list that the operator is in, or else the first one in sight; null without.
+  Grid* gridInSight() const;
+  /// What the inputs in sight say: "仓库：门店　日期：2026-05-01", for lists in files and on paper.
+  QString inputsInWords() const;
+
   /// Notices and questions of this screen, for the rules that it calls.
   Prompt& prompt();
 
@@ -120,6 +125,8 @@ class Screen : public QDialog {
  private:
   friend class Panel;
   struct CommandPart;
+  void addGrid(const GridSpec& spec);
+  void exportInSight();
   void placeRest();
   void orderTabs();
   void scrollWhenTooLarge(const QSize& room);

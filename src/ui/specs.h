@@ -64,6 +64,7 @@ struct GridSpec {
   std::span<const ColumnSpec> columns;
   std::string_view empty = {};      // what an empty list tells: "按F2添加商品"
   std::string_view idField = "id";  // keeps the current row across a reload
+  std::string_view layout = {};     // name of its layout file; made from screen and grid when there is none
 };
 
 /// One button of a screen. The key is shown behind the caption: "确定(F5)".

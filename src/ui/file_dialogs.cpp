@@ -1,0 +1,81 @@
+#include "ui/file_dialogs.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+#include <utility>
+
+namespace jxc::ui {
+namespace file_dialogs_detail {
+
+std::function<QString(const QString&, const QString&)>& answer() {
+  static std::function<QString(const QString&, const QString&)> given;
+  return given;
+}
+
+QString& lastFolder() {
+  static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return folder;
+}
+
+void remember(const QString& file) {
+  if (!file.isEmpty()) lastFolder() = QFileInfo(file).absolutePath();
+}
+
+QStringList endings(const QString& filters) {
+  static const QRegularExpression kEnding(QStringLiteral("\\*(\\.\\w+)"));
+  QStringList found;
+  for (auto match = kEnding.globalMatch(filters); match.hasNext();)
+    found << match.next().captured(1);
+  return found;
+}
+
+/// A title may hold what no file name may.
+QString fileName(QString name) {
+  static const QRegularExpression kForbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
+  return name.replace(kForbidden, QStringLiteral("-"));
+}
+
+}  // namespace file_dialogs_detail
+
+void setFileAnswer(std::function<QString(const QString&, const QString&)> answer) {
+  file_dialogs_detail::answer() = std::move(answer);
+}
+
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters) {
+  using namespace file_dialogs_detail;
+  if (answer()) return answer()(fileName(name), filters);
+  QFileDialog dialog(parent, title, lastFolder());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters(filters.split(QStringLiteral(";;")));
+  dialog.selectFile(fileName(name));
+  // The dialog puts the ending of the chosen filter behind a name that has none, before it asks about a file that is
+  // there.
+  const auto follow = [&dialog](const QString& filter) {
+    const QStringList known = endings(filter);
+    if (!known.isEmpty()) dialog.setDefaultSuffix(known.front());
+  };
+  follow(dialog.nameFilters().front());
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  QString file = dialog.selectedFiles().front();
+  const QStringList known = endings(filters);
+  const bool hasEnding = std::any_of(known.begin(), known.end(),
+                                     [&](const QString& ending) { return file.endsWith(ending, Qt::CaseInsensitive); });
+  if (!hasEnding) file += endings(dialog.selectedNameFilter()).value(0);
+  remember(file);
+  return file;
+}
+
+QString chooseOpenFile(QWidget* parent, const QString& title, const QString& filters) {
+  using namespace file_dialogs_detail;
+  if (answer()) return answer()({}, filters);
+  const QString file = QFileDialog::getOpenFileName(parent, title, lastFolder(), filters);
+  remember(file);
+  return file;
+}
+
+}  // namespace jxc::ui

@@ -1,0 +1,21 @@
+// 文件对话框: the operator chooses a file; the folder is remembered, and tests answer in his place.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace jxc::ui {
+
+/// Asks where to save. `filters` as "(*.xls);;(*.xlsx)", the first one proposed; a name without one of their endings
+/// gets the ending of the filter that was chosen. Empty when the operator leaves it.
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters);
+/// Asks which file to open; empty when the operator leaves it.
+QString chooseOpenFile(QWidget* parent, const QString& title, const QString& filters);
+
+/// Answers both instead of a window (tests): gets the proposed name (empty when opening) and the filters.
+void setFileAnswer(std::function<QString(const QString& name, const QString& filters)> answer);
+
+}  // namespace jxc::ui

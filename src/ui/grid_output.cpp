@@ -1,0 +1,119 @@
+#include "ui/grid_output.h"
+
+#include "core/formats.h"
+#include "platform/sheet/sheet_writer.h"
+#include "ui/display.h"
+#include "ui/file_dialogs.h"
+#include "ui/grid.h"
+#include "ui/message_box_prompt.h"
+#include "ui/progress.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTableView>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace jxc::ui {
+namespace grid_output_detail {
+
+/// How a column of a list looks in a spreadsheet.
+SheetColumn sheetColumn(const Grid::ExportColumn& column) {
+  SheetColumn result{.caption = column.caption};
+  const auto take = [&](SheetKind kind, const std::optional<NumberFormat>& format) {
+    result.kind = kind;
+    result.decimals = format ? format->decimals : 2;
+    if (format && column.kind == ColumnKind::Money) result.symbol = format->symbol;
+  };
+  switch (column.kind) {
+    case ColumnKind::Money:
+      take(SheetKind::Money, moneyFormat());
+      break;
+    case ColumnKind::Total:
+      take(SheetKind::Money, totalFormat());
+      break;
+    case ColumnKind::Quantity:
+      take(SheetKind::Quantity, quantityFormat());
+      break;
+    case ColumnKind::Percent:
+    case ColumnKind::Number:
+      result.kind = SheetKind::Number;
+      break;
+    case ColumnKind::Date:
+      result.kind = SheetKind::Date;
+      break;
+    case ColumnKind::Text:
+    case ColumnKind::Flag:
+      result.kind = SheetKind::Text;
+      break;
+  }
+  return result;
+}
+
+}  // namespace grid_output_detail
+
+Sheet gridSheet(const Grid& grid) {
+  const auto columns = grid.exportColumns();
+  Sheet sheet;
+  sheet.name = qs(grid.spec().caption);
+  bool hasSums = false;
+  for (const auto& column : columns) {
+    sheet.columns.push_back(grid_output_detail::sheetColumn(column));
+    const auto& spec = grid.spec().columns[static_cast<std::size_t>(column.column)];
+    sheet.columns.back().width = std::max(6.0, static_cast<double>(grid.view()->columnWidth(column.column)) /
+                                                   std::max(1, grid.view()->fontMetrics().horizontalAdvance(u'0')));
+    sheet.sums.push_back(spec.sum ? Value(grid.sum(spec.field)) : Value());
+    hasSums = hasSums || spec.sum;
+  }
+  if (!hasSums) sheet.sums.clear();
+  if (hasSums && sheet.sums.front().isNull()) sheet.sums.front() = QStringLiteral("合计");
+  if (const QString filter = grid.heading().filter; !filter.isEmpty()) sheet.notes << filter;
+  struct Taken {
+    RowSet rows;
+    std::vector<int> order;
+    std::vector<std::pair<int, ColumnKind>> columns;  // of the row set
+  };
+  auto taken = std::make_shared<Taken>(Taken{grid.rows(), grid.shownOrder(), {}});
+  for (const auto& column : columns)
+    taken->columns.emplace_back(
+        taken->rows.columnIndex(grid.spec().columns[static_cast<std::size_t>(column.column)].field), column.kind);
+  sheet.rows = {static_cast<int>(taken->order.size()), [taken](int place, std::span<Value> cells) {
+                  const int row = taken->order[static_cast<std::size_t>(place)];
+                  for (std::size_t i = 0; i < cells.size(); ++i) {
+                    const auto [column, kind] = taken->columns[i];
+                    if (column < 0) continue;
+                    const bool asShown = kind == ColumnKind::Text || kind == ColumnKind::Flag;
+                    cells[i] =
+                        asShown ? Value(displayCell(taken->rows, row, column, kind)) : taken->rows.value(row, column);
+                  }
+                }};
+  return sheet;
+}
+
+void exportGrid(Grid& grid) {
+  grid.waitLoaded();
+  if (grid.isEmpty()) return;
+  // What does not fit the older kind of file is proposed as the newer one at once.
+  const bool isLong = grid.rowCount() > kXlsMostRows - 2;
+  const QString filters = isLong ? QStringLiteral("(*.xlsx);;(*.xls)") : QStringLiteral("(*.xls);;(*.xlsx)");
+  const QString file = chooseSaveFile(grid.window(), QStringLiteral("导出"), grid.heading().title, filters);
+  if (file.isEmpty()) return;
+  MessageBoxPrompt prompt(grid.window());
+  try {
+    Progress progress(QStringLiteral("正在导出……"), grid.window());
+    if (!writeSheet(file, gridSheet(grid), progress.report())) return;
+  } catch (const SheetError& error) {
+    return prompt.notice(error.message());
+  }
+  prompt.notice(QStringLiteral("导出成功！"));
+}
+
+void copyGrid(const Grid& grid, bool all) {
+  if (!grid.isEmpty()) QGuiApplication::clipboard()->setText(grid.tabSeparated(!all));
+}
+
+}  // namespace jxc::ui
