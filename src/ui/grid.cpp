@@ -541,6 +541,7 @@ void Grid::fillMenu(QMenu& menu) {
   onRows("btnRCopyAll", QStringLiteral("复制全部"), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
          [this] { copyGrid(*this, true); });
   onRows("btnRExport", QStringLiteral("导出到表格文件…"), Qt::CTRL | Qt::Key_S, [this] { exportGrid(*this); });
+  onRows("btnRPrint", QStringLiteral("打印列表…"), Qt::CTRL | Qt::Key_P, [this] { printGrid(*this); });
   menu.addSeparator();
   auto* columns = menu.addMenu(QStringLiteral("显示的列"));
   for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {

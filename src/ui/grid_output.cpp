@@ -5,8 +5,10 @@
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
 #include "ui/grid.h"
+#include "ui/grid_paper.h"
 #include "ui/message_box_prompt.h"
 #include "ui/progress.h"
+#include "ui/report/preview.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -110,6 +112,11 @@ void exportGrid(Grid& grid) {
     return prompt.notice(error.message());
   }
   prompt.notice(QStringLiteral("导出成功！"));
+}
+
+void printGrid(Grid& grid) {
+  grid.waitLoaded();
+  if (!grid.isEmpty()) showPreview(gridReport(grid).prepare());
 }
 
 void copyGrid(const Grid& grid, bool all) {

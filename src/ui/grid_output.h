@@ -15,6 +15,9 @@ Sheet gridSheet(const Grid& grid);
 /// An empty list does nothing.
 void exportGrid(Grid& grid);
 
+/// Shows the list as pages, ready to be printed. An empty list does nothing.
+void printGrid(Grid& grid);
+
 /// The marked rows, or all, with captions and tabs between, so that a spreadsheet takes them.
 void copyGrid(const Grid& grid, bool all);
 

@@ -342,6 +342,10 @@ void Screen::keyPressEvent(QKeyEvent* event) {
   }
   if (runKey(key) || keyPressed(*event)) return;
   if (key == QKeySequence(Qt::CTRL | Qt::Key_S)) return exportInSight();
+  if (key == QKeySequence(Qt::CTRL | Qt::Key_P)) {
+    if (auto* grid = gridInSight()) printGrid(*grid);
+    return;
+  }
   if (key == QKeySequence(Qt::Key_Escape)) return reject();
   if (key == QKeySequence(Qt::Key_Return)) return;  // never the default button of the toolkit
   QDialog::keyPressEvent(event);

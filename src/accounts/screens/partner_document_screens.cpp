@@ -72,6 +72,7 @@ constexpr ui::CommandSpec kListCommands[] = {
     {"btnDele", "删除", "Ctrl+D"},
     {"btn_Check", "审核全部", "F6"},
     {"btnPreview", "预览影响", "F7"},
+    {"btn_Export", "导出", "Ctrl+S"},
     {"btnCancel", "退出", "Esc"},
 };
 
@@ -158,7 +159,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   panel()
       .row("tdate1 tdate2 btnDate tKhName tkey btnSearch1 |")
       .grid("gridList")
-      .buttons("btnAdd btnModi btnDele | btnPreview btn_Check btnCancel");
+      .buttons("btnAdd btnModi btnDele btn_Export | btnPreview btn_Check btnCancel");
   list.setCaption("name", jxc::words(words_.side->noun));
   tKhName.onPick(words_.pickPartner);
   tkey.onEnter([this] {

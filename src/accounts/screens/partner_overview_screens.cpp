@@ -94,25 +94,21 @@ constexpr ui::ColumnSpec kSupplierSummary[] = {
 };
 constexpr std::string_view kNothing = "该时间段内没有往来，改变条件后按F2查询";
 constexpr ui::GridSpec kCustomerGrids[] = {
-    {"gridMx", "应收明细", kCustomerDetail, kNothing},
+    {"gridMx", "应收明细", kCustomerDetail, kNothing, "id", "yskgl"},
     {"gridGoods", "单据商品", kGoodsColumns, "销售单和退货单的商品在这里显示"},
     {"gridHz", "应收汇总", kCustomerSummary, kNothing, "k_ghskh"},
 };
 constexpr ui::GridSpec kSupplierGrids[] = {
-    {"gridMx", "应付明细", kSupplierDetail, kNothing},
+    {"gridMx", "应付明细", kSupplierDetail, kNothing, "id", "yfkgl"},
     {"gridGoods", "单据商品", kGoodsColumns, "采购单和退货单的商品在这里显示"},
     {"gridHz", "应付汇总", kSupplierSummary, kNothing, "k_ghskh"},
 };
-constexpr ui::CommandSpec kCustomerCommands[] = {{"btnDate", "时间段"},
-                                                 {"btnSearch1", "查询", "F2"},
-                                                 {"btn_Fukuan", "销售收款", "F6"},
-                                                 {"btn_Cxjs", "重新计算", "F8"},
-                                                 {"btnCancel", "退出", "Esc"}};
-constexpr ui::CommandSpec kSupplierCommands[] = {{"btnDate", "时间段"},
-                                                 {"btnSearch1", "查询", "F2"},
-                                                 {"btn_Fukuan", "采购付款", "F6"},
-                                                 {"btn_Cxjs", "重新计算", "F8"},
-                                                 {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kCustomerCommands[] = {
+    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},     {"btn_Fukuan", "销售收款", "F6"},
+    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kSupplierCommands[] = {
+    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},     {"btn_Fukuan", "采购付款", "F6"},
+    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kYskgl = {.name = "F_Yskgl",
                                    .title = "应收款管理",
                                    .fields = kCustomerFields,
@@ -239,7 +235,7 @@ PartnerOverviewScreen::PartnerOverviewScreen(const ui::ScreenSpec& spec, const P
           *words_.side, words_.side == &customerSide
                             ? QStringLiteral("说明：期末应收为负数表示该客户在我方存有货品的预付款。")
                             : QStringLiteral("说明：期末应付为负数表示我方在该供货商存有货品的预付款。")))
-      .buttons("btn_Fukuan btn_Cxjs | btnCancel");
+      .buttons("btn_Fukuan btn_Cxjs btn_Export | btnCancel");
   tKhName1.onPick(words_.pickPartner);
   tkey.onEnter([this] {
     refresh();

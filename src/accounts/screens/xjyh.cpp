@@ -51,17 +51,17 @@ constexpr ui::ColumnSpec kTotalColumns[] = {
     {"ljje", "期末余额", ColumnKind::Money, 16, true},
 };
 constexpr ui::GridSpec kGrids[] = {
-    {"xjyh", "未审核的收付", kWaitingColumns, "没有未审核的信息，按F6进款、F7出款"},
-    {"xjyhtj", "收付明细", kAuditedColumns, "该时间段内没有收付，改变条件后按F2查询"},
+    {"xjyh", "未审核的收付", kWaitingColumns, "没有未审核的信息，按F6进款、F7出款", "id", "xjyh"},
+    {"xjyhtj", "收付明细", kAuditedColumns, "该时间段内没有收付，改变条件后按F2查询", "id", "xjyhtj"},
     {"xjyhhz", "账户汇总", kTotalColumns, "该时间段内没有收付，改变条件后按F2查询", "xj_kmmc"},
 };
 constexpr ui::CommandSpec kCommands[] = {
-    {"btnDate1", "时间段"},         {"btnDate2", "时间段"},          {"btnSearch1", "查询", "F2"},
-    {"btn_Rukuan", "进款", "F6"},   {"btn_Chuk", "出款", "F7"},      {"btn_Yhzz", "银行转账", "F8"},
-    {"btn_Modi", "修改", "F3"},     {"btn_Dele", "删除", "Ctrl+D"},  {"btn_Check", "审核", "F9"},
-    {"btnSearch2", "查询", "F2"},   {"btn_UnChk", "取消审核", "F9"}, {"btn_Cxjs", "重新计算", "F8"},
-    {"btn_Yhzh", "期初建账", "F4"}, {"btnCancel", "退出", "Esc"},    {"btnPreview1", "预览影响"},
-    {"btnPreview2", "预览影响"},
+    {"btnDate1", "时间段"},         {"btnDate2", "时间段"},           {"btnSearch1", "查询", "F2"},
+    {"btn_Rukuan", "进款", "F6"},   {"btn_Chuk", "出款", "F7"},       {"btn_Yhzz", "银行转账", "F8"},
+    {"btn_Modi", "修改", "F3"},     {"btn_Dele", "删除", "Ctrl+D"},   {"btn_Check", "审核", "F9"},
+    {"btnSearch2", "查询", "F2"},   {"btn_UnChk", "取消审核", "F9"},  {"btn_Cxjs", "重新计算", "F8"},
+    {"btn_Yhzh", "期初建账", "F4"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"},
+    {"btnPreview1", "预览影响"},    {"btnPreview2", "预览影响"},
 };
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Xjyh", .title = "现金银行", .fields = kFields, .grids = kGrids, .commands = kCommands, .focus = "xjyh"};
@@ -215,7 +215,7 @@ TF_Xjyh::TF_Xjyh() : Screen(xjyh_detail::kScreen) {
       .grid("xjyhtj")
       .grid("xjyhhz")
       .buttons("btn_Cxjs | btnPreview2 btn_UnChk");
-  area.buttons("btn_Yhzh | btnCancel");
+  area.buttons("btn_Yhzh btn_Export | btnCancel");
 
   for (const char* each : {"btnSearch1", "btnSearch2"})
     on(command(each), [this] { refresh(); });

@@ -42,7 +42,8 @@ constexpr ui::CommandSpec kCustomerCommands[] = {
     {"btnDele", "删除", "Ctrl+D"}, {"btnRForbid", "禁用/启用", "F6", "禁用的客户不再出现在单据的客户列表中"},
     {"btnRJm", "修改简码", "F7"},  {"btnSearch", "高级查找", "Ctrl+F"},
     {"btnType", "客户级别", "F8"}, {"btnZone", "地区", "Ctrl+R"},
-    {"btnImport", "导入", "F9"},   {"btnCancel", "退出", "Esc"},
+    {"btnImport", "导入", "F9"},   {"btn_Export", "导出", "Ctrl+S"},
+    {"btnCancel", "退出", "Esc"},
 };
 constexpr ui::ScreenSpec kCustomerList = {.name = "F_Khgl",
                                           .title = "客户设置",
@@ -91,12 +92,12 @@ constexpr ui::ColumnSpec kSupplierColumns[] = {
 };
 constexpr ui::GridSpec kSupplierGrids[] = {{"gridGhs", "供货商列表", kSupplierColumns, "还没有供货商，按F2增加"}};
 constexpr ui::CommandSpec kSupplierCommands[] = {
-    {"btnAdd", "增加", "F2"},        {"btnModi", "修改", "F3"},
-    {"btnDele", "删除", "Ctrl+D"},   {"btnRForbid", "禁用/启用", "F6", "禁用的供货商不再出现在单据的供货商列表中"},
-    {"btnRJm", "修改简码", "F7"},    {"btnSearch", "高级查找", "Ctrl+F"},
-    {"btnType", "供货商类别", "F8"}, {"btnCopy", "复制客户", "F4", "把客户资料复制成供货商"},
-    {"btnZone", "地区", "Ctrl+R"},   {"btnImport", "导入", "F9"},
-    {"btnCancel", "退出", "Esc"},
+    {"btnAdd", "增加", "F2"},         {"btnModi", "修改", "F3"},
+    {"btnDele", "删除", "Ctrl+D"},    {"btnRForbid", "禁用/启用", "F6", "禁用的供货商不再出现在单据的供货商列表中"},
+    {"btnRJm", "修改简码", "F7"},     {"btnSearch", "高级查找", "Ctrl+F"},
+    {"btnType", "供货商类别", "F8"},  {"btnCopy", "复制客户", "F4", "把客户资料复制成供货商"},
+    {"btnZone", "地区", "Ctrl+R"},    {"btnImport", "导入", "F9"},
+    {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"},
 };
 constexpr ui::ScreenSpec kSupplierList = {.name = "F_Ghsgl",
                                           .title = "供货商设置",

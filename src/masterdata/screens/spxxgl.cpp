@@ -69,11 +69,11 @@ constexpr ui::ColumnSpec kColumns[] = {
     {.field = "dw_name2", .caption = "辅助单位", .hidden = true},
     {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .hidden = true},
 };
-constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加"}};
+constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加", "id", "spxxgl"}};
 constexpr ui::CommandSpec kCommands[] = {{"btnRAddQt", "增加商品", "F2"},     {"btnRAddJp", "增加镜片", "F7"},
                                          {"btnRAddPl", "批量增加镜片", "F8"}, {"btnModi2", "修改", "F3"},
                                          {"btnDele2", "删除", "Ctrl+D"},      {"btnMore", "更多操作"},
-                                         {"btnCancel", "退出", "Esc"}};
+                                         {"btn_Export", "导出", "Ctrl+S"},    {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
                                     .title = "商品信息管理",
                                     .fields = kFields,
@@ -106,7 +106,7 @@ TF_Spxxgl::TF_Spxxgl()
   auto [left, right] = area.columns(1, 4);
   left.widget(tree_, 1).widget(picture_);
   right.row("tkey chkDisp chkPic").grid("gridSp");
-  area.buttons("btnRAddQt btnRAddJp btnRAddPl btnModi2 btnDele2 btnMore | btnCancel");
+  area.buttons("btnRAddQt btnRAddJp btnRAddPl btnModi2 btnDele2 btnMore btn_Export | btnCancel");
 
   gridSp.setMultiSelect(true);
   // Names of lenses end in their powers: what is left out of a narrow column is the middle.

@@ -105,7 +105,7 @@ constexpr ui::CommandSpec kCommands[] = {
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
-constexpr std::string_view kNotYet[] = {"btnImport", "btnHt", "btnPrin", "btn_Prin", "btn_Export"};
+constexpr std::string_view kNotYet[] = {"btnImport", "btnHt", "btnPrin", "btn_Prin"};
 
 bool putawayInUse() {
   return strIsTrue(session().cs_sprk);

@@ -46,13 +46,11 @@ constexpr ui::ColumnSpec kColumns[] = {
 };
 constexpr ui::ColumnSpec kLensColumns[] = {{"g_name", "镜片名称", ColumnKind::Text, 40}};
 constexpr ui::GridSpec kGrids[] = {
-    {"gridKc", "当前库存", kColumns, "没有符合条件的商品，改变条件后按F2查询"},
+    {"gridKc", "当前库存", kColumns, "没有符合条件的商品，改变条件后按F2查询", "id", "kccx"},
     {"gridJp4", "镜片", kLensColumns, "没有符合条件的镜片，改变条件后按F2查询", "g_name"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnCx1", "查询", "F2"},
-                                         {"btnCx", "查找", "F3"},
-                                         {"btnAll", "全部", "F4"},
-                                         {"btnCx4", "查询", "F2"},
-                                         {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnCx1", "查询", "F2"},         {"btnCx", "查找", "F3"},
+                                         {"btnAll", "全部", "F4"},         {"btnCx4", "查询", "F2"},
+                                         {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {.name = "F_Kccx",
                                     .title = "当前库存查询",
                                     .fields = kFields,
@@ -159,7 +157,7 @@ TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
       .row("chk0 chkJy | btnCx btnAll")
       .grid("gridKc");
   placeLenses(area.page("cxTab4", QStringLiteral("镜片明细查询")));
-  area.buttons("| btnCancel");
+  area.buttons("btn_Export | btnCancel");
   pages_ = area.tabs();
   tkey.onEnter([this] {
     query();
