@@ -107,6 +107,8 @@ class Grid : public QWidget {
   }
   /// Commands of the pop-up menu, before copy and layout.
   QAction* addMenuCommand(const QString& text, std::function<void()> action);
+  /// The pop-up menu as it is now.
+  void fillMenu(QMenu& menu);
 
   // What export and print take: visible exported columns in their order, cells as shown.
   struct ExportColumn {
@@ -158,7 +160,6 @@ class Grid : public QWidget {
   void defaultWidths();
   void fitToRows();
   void showMenu(const QPoint& place);
-  void fillMenu(QMenu& menu);
   void goOnAfterEdit();
 
   GridSpec spec_;

@@ -1,0 +1,191 @@
+#include "ui/grid_paper.h"
+
+#include "core/clock.h"
+#include "core/session.h"
+#include "ui/display.h"
+#include "ui/grid.h"
+
+#include <QFontMetricsF>
+#include <QTableView>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace jxc::ui {
+namespace grid_paper_detail {
+
+using report::BandKind;
+using report::HAlign;
+using report::Item;
+
+constexpr double kType = 9, kLeastType = 6;      // points
+constexpr double kUpright = 190, kAcross = 277;  // millimetres between the margins of A4
+constexpr double kPadding = 2;                   // both sides of a cell
+constexpr double kWidestText = 55;
+constexpr int kSample = 300;  // rows that are measured
+
+HAlign alignOf(ColumnKind kind) {
+  if (isNumberKind(kind)) return HAlign::Right;
+  return kind == ColumnKind::Date || kind == ColumnKind::Flag ? HAlign::Center : HAlign::Left;
+}
+
+/// Room that the columns ask for on paper at the usual size of type. Columns that the operator has arranged keep their
+/// proportions.
+std::vector<double> wishedWidths(const Grid& grid, const std::vector<Grid::ExportColumn>& columns) {
+  const QFontMetricsF metrics(grid.view()->font());
+  const double points = std::max(1.0, grid.view()->font().pointSizeF());
+  const double perPixel = 25.4 / std::max(1, grid.view()->logicalDpiX()) * kType / points;
+  std::vector<double> widths;
+  for (const auto& column : columns) {
+    if (!grid.isAutoWidth()) {
+      widths.push_back(std::max(6.0, grid.view()->columnWidth(column.column) * perPixel));
+      continue;
+    }
+    const auto& spec = grid.spec().columns[static_cast<std::size_t>(column.column)];
+    double width = metrics.horizontalAdvance(column.caption);
+    for (int row = 0; row < std::min(kSample, grid.rowCount()); ++row)
+      width = std::max(width, metrics.horizontalAdvance(grid.cellText(row, column.column)));
+    if (spec.sum) width = std::max(width, metrics.horizontalAdvance(grid.footerText(spec.field)) * 1.1);
+    width = width * perPixel + kPadding;
+    widths.push_back(column.kind == ColumnKind::Text ? std::min(width, kWidestText) : width);
+  }
+  return widths;
+}
+
+/// How the columns stand on the paper.
+struct Raster {
+  bool across = false;
+  double type = kType;
+  std::vector<double> widths;
+  double total = 0;
+};
+
+Raster rasterOf(std::vector<double> widths) {
+  Raster raster;
+  double wished = 0;
+  for (const double width : widths)
+    wished += width;
+  constexpr double kSlightlySmaller = 0.85;
+  raster.across = wished * kSlightlySmaller > kUpright;
+  raster.total = raster.across ? kAcross : kUpright;
+  const double scale = raster.total / std::max(wished, 1.0);
+  raster.type = std::clamp(kType * scale, kLeastType, kType);
+  // A few narrow columns do not spread over the whole paper.
+  constexpr double kMostSpread = 1.6;
+  for (double& width : widths)
+    width *= std::min(scale, kMostSpread);
+  raster.total = std::min(raster.total, wished * std::min(scale, kMostSpread));
+  raster.widths = std::move(widths);
+  return raster;
+}
+
+void addCell(report::Band& band, double x, double width, const QString& content, HAlign align, double type, bool bold) {
+  Item cell = report::textItem(x, 0, width, band.height, content, align);
+  cell.font.size = type;
+  cell.font.bold = bold;
+  cell.frame = report::side::all;
+  cell.pen.width = 0.15;
+  cell.paddingX = kPadding / 2;
+  cell.grow = true;
+  cell.followHeight = true;
+  band.items.push_back(std::move(cell));
+}
+
+QString nameOf(const char* prefix, std::size_t column) {
+  return QString::fromLatin1(prefix) + QString::number(column + 1);
+}
+
+QString inBrackets(const QString& name) {
+  return u'[' + name + u']';
+}
+
+void addLine(report::Template& t, BandKind kind, const char* prefix, const std::vector<Grid::ExportColumn>& columns,
+             const Raster& raster) {
+  const bool isRow = kind == BandKind::MasterData;
+  report::Band& band = addBand(t, kind, raster.type * 0.6);
+  if (kind == BandKind::ColumnHeader) band.fill = QColor(0xe8, 0xe8, 0xe8);
+  double x = 0;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const HAlign align = kind == BandKind::ColumnHeader ? HAlign::Center : alignOf(columns[i].kind);
+    addCell(band, x, raster.widths[i], inBrackets(nameOf(prefix, i)), align, raster.type, !isRow);
+    x += raster.widths[i];
+  }
+}
+
+report::Template listTemplate(const std::vector<Grid::ExportColumn>& columns, const Raster& raster, bool hasFilter,
+                              bool hasSums) {
+  report::Template t;
+  t.page.landscape = raster.across;
+  const double width = t.page.bodyWidth();
+  report::Band& title = addBand(t, BandKind::ReportTitle, hasFilter ? 16 : 11);
+  Item caption = report::textItem(0, 0, width, 9, QStringLiteral("[listTitle]"), HAlign::Center);
+  caption.font.size = 15;
+  caption.font.bold = true;
+  title.items.push_back(caption);
+  Item count = report::textItem(width - 40, 3, 40, 6, QStringLiteral("[listCount]"), HAlign::Right);
+  count.font.size = 8;
+  title.items.push_back(count);
+  if (hasFilter) {
+    Item filter = report::textItem(0, 9.5, width, 5, QStringLiteral("[listFilter]"));
+    filter.font.size = 8;
+    filter.grow = true;
+    title.items.push_back(filter);
+  }
+  addLine(t, BandKind::ColumnHeader, "h", columns, raster);
+  addLine(t, BandKind::MasterData, "c", columns, raster);
+  if (hasSums) addLine(t, BandKind::Summary, "s", columns, raster);
+  report::Band& foot = addBand(t, BandKind::PageFooter, 7);
+  const auto small = [&](double x, double wide, const char16_t* content, HAlign align) {
+    Item item = report::textItem(x, 2, wide, 5, QString::fromUtf16(content), align);
+    item.font.size = 8;
+    foot.items.push_back(item);
+  };
+  small(0, width / 3, u"[listCompany]", HAlign::Left);
+  small(width / 3, width / 3, u"第 [page] 页　共 [pages] 页", HAlign::Center);
+  small(width * 2 / 3, width / 3, u"[listPrinted]", HAlign::Right);
+  return t;
+}
+
+RowSet shownTexts(const Grid& grid, const std::vector<Grid::ExportColumn>& columns) {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < columns.size(); ++i)
+    names.push_back(nameOf("c", i).toStdString());
+  RowSet rows(std::move(names));
+  for (int row = 0; row < grid.rowCount(); ++row) {
+    for (const auto& column : columns)
+      rows.addText(grid.cellText(row, column.column).toStdString());
+  }
+  return rows;
+}
+
+}  // namespace grid_paper_detail
+
+report::Report gridReport(const Grid& grid) {
+  using namespace grid_paper_detail;
+  const auto columns = grid.exportColumns();
+  const GridHeading heading = grid.heading();
+  const auto& specs = grid.spec().columns;
+  const bool hasSums = std::any_of(columns.begin(), columns.end(), [&](const auto& column) {
+    return specs[static_cast<std::size_t>(column.column)].sum;
+  });
+  report::Template t = listTemplate(columns, rasterOf(wishedWidths(grid, columns)), !heading.filter.isEmpty(), hasSums);
+  t.title = heading.title;
+  report::Report report(std::move(t));
+  report.setText(u"listTitle", heading.title);
+  report.setText(u"listFilter", heading.filter);
+  report.setText(u"listCount", QStringLiteral("共 %1 条").arg(grid.rowCount()));
+  report.setText(u"listCompany", session().c_name);
+  report.setText(u"listPrinted", session().a_name + QStringLiteral("　打印于 ") + clock::stamp());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const auto& spec = specs[static_cast<std::size_t>(columns[i].column)];
+    report.setText(nameOf("h", i), columns[i].caption);
+    report.setText(nameOf("s", i), spec.sum ? grid.footerText(spec.field)
+                                   : i == 0 ? QStringLiteral("合计")
+                                            : QString());
+  }
+  report.setRows(shownTexts(grid, columns));
+  return report;
+}
+
+}  // namespace jxc::ui
