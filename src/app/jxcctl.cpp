@@ -1,5 +1,7 @@
 // The console: account sets without a window.
+#include "engine/sheet_export.h"
 #include "maintenance/console_commands.h"
+#include "platform/sheet/row_export.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -12,6 +14,7 @@ int main(int argc, char** argv) {
     words << QString::fromUtf8(argv[i]);
   // No application object: nothing here waits for events, and it would complain about every locale but UTF-8.
   const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+  jxc::setSheetExporter(jxc::addRowsToFile);
   std::ios::sync_with_stdio(false);
   return jxc::runConsole(words, QFileInfo(executable).path(), {std::cin, std::cout, std::cerr},
                          jxc::maintenanceCommands());

@@ -6,6 +6,8 @@
 #include "core/screens/loading.h"
 #include "core/screens/main_form.h"
 #include "core/startup.h"
+#include "engine/sheet_export.h"
+#include "platform/sheet/row_export.h"
 #include "platform/single_instance.h"
 #include "ui/application.h"
 #include "ui/screen.h"
@@ -89,6 +91,7 @@ int main(int argc, char** argv) {
     return jxc::takeScreenshots(options.value(QStringLiteral("screenshot")), options.value(QStringLiteral("skin")));
   }
 
+  jxc::setSheetExporter(jxc::addRowsToFile);
   // A second start while one runs shows nothing and changes nothing.
   const jxc::SingleInstance instance(jxc::programDirectory());
   if (!instance.isFirst()) return 0;

@@ -1,4 +1,5 @@
 // Spreadsheets: what was written is read back by readers of others, cell by cell, and by our own.
+#include "platform/sheet/row_export.h"
 #include "sheet/sheet_files.h"
 
 #include <QDir>
@@ -290,6 +291,33 @@ TEST_F(SheetTest, ThousandsOfTextsAndSeveralSheets) {
   expectSame(readByFreexl(path(QStringLiteral("many.xls")), 1), wanted, "freexl");
   const Sheet same[] = {{.name = QStringLiteral("一")}, {.name = QStringLiteral("一*")}};
   EXPECT_THROW(writeSheets(path(QStringLiteral("same.xls")), same), SheetError);
+}
+
+// What `select … into 1 in 'file'` writes: one sheet after the other in one file.
+TEST_F(SheetTest, RowsOfQueriesShareAFile) {
+  RowSet goods({"g_sn", "g_kc"}), stock({"x"});
+  goods.addText("00100001");
+  goods.addReal(1.5);
+  goods.addText("12");
+  goods.addNull();
+  stock.addInteger(7);
+  const QString file = path(QStringLiteral("分店.xls"));
+  addRowsToFile(goods, QStringLiteral("1"), file);
+  addRowsToFile(goods, QStringLiteral("2"), file);
+  addRowsToFile(stock, QStringLiteral("2"), file);
+  const auto book = openExcel(file);
+  EXPECT_EQ(book->sheetNames(), QStringList({QStringLiteral("1"), QStringLiteral("2")}));
+  const RowSet first = book->rows(0), second = book->rows(1);
+  ASSERT_EQ(first.rowCount(), 2);
+  EXPECT_EQ(first[0].value("g_sn"), Value(u"00100001"));
+  EXPECT_EQ(first[1].value("g_sn"), Value(u"12"));
+  EXPECT_EQ(first[0].value("g_kc"), Value(1.5));
+  EXPECT_TRUE(first[1].isNull("g_kc"));
+  ASSERT_EQ(second.rowCount(), 1);
+  EXPECT_EQ(second[0].value("x"), Value(7));
+  writeBytes(file, "no spreadsheet");
+  EXPECT_THROW(addRowsToFile(stock, QStringLiteral("1"), file), SheetError);
+  EXPECT_EQ(bytesOf(file), "no spreadsheet");
 }
 
 TEST_F(SheetTest, WhatAnXlsCannotHoldIsRefusedWithAdvice) {

@@ -16,6 +16,7 @@ namespace jxc {
 /// What a column of a spreadsheet holds. A cell whose value does not fit its kind (no date in a date column) is written
 /// as the text that it is, so nothing is lost.
 enum class SheetKind {
+  AsIs,      // by the value: texts stay texts, numbers are numbers
   Text,      // stays text whatever it looks like: "00123", "=1+1"
   Number,    // plain; `decimals` below 0 shows it as it is
   Money,     // yuan, grouped by thousands, with the symbol before it when there is one

@@ -61,9 +61,10 @@ namespace jxc::sheet_cells {
 Cell cellOf(const Value& value, SheetKind kind) {
   using namespace sheet_cells_detail;
   if (value.isNull()) return {};
-  if (kind == SheetKind::Text) return textCell(value.text());
+  const bool isText = value.kind() == Value::Kind::Text;
+  if (kind == SheetKind::Text || (kind == SheetKind::AsIs && isText)) return textCell(value.text());
   if (kind == SheetKind::Date) return dateCell(value.text().trimmed());
-  if (value.kind() == Value::Kind::Text) {
+  if (isText) {
     const QString text = value.text().trimmed();
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
@@ -129,6 +130,7 @@ std::string numberFormat(const SheetColumn& column, bool withSymbol) {
       return "@";
     case SheetKind::Date:
       return "yyyy-mm-dd";
+    case SheetKind::AsIs:
     case SheetKind::Number:
     case SheetKind::Quantity:
       return decimals < 0 ? std::string() : "0" + digits(decimals);
@@ -155,6 +157,7 @@ double columnWidth(const SheetColumn& column) {
     case SheetKind::Date:
       width = std::max(width, 12.0);
       break;
+    case SheetKind::AsIs:
     case SheetKind::Number:
     case SheetKind::Quantity:
       width = std::max(width, 10.0);

@@ -32,8 +32,6 @@ class Xlsx : public sheet_cells::Workbook {
     options.constant_memory = LXW_TRUE;
     book_ = workbook_new_opt(QFile::encodeName(path).constData(), &options);
     if (!book_) throw SheetError(QStringLiteral("内存不足，不能写表格文件"));
-    lxw_doc_properties properties{};
-    workbook_set_properties(book_, &properties);
   }
   ~Xlsx() override {
     if (book_) lxw_workbook_free(book_);
