@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTableView>
@@ -385,6 +386,7 @@ void Grid::setColumnAllowed(std::string_view field, bool on) {
 
 void Grid::showColumn(int column) {
   const auto i = static_cast<std::size_t>(column);
+  const QScopedValueRollback<bool> notByHand(sizing_, true);
   view_->setColumnHidden(column, isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i]);
 }
 

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QTableView>
 
@@ -111,10 +112,15 @@ void Grid::saveLayout() {
   for (int i = 0; i < header->count(); ++i) {
     const auto column = static_cast<std::size_t>(i);
     const QString name = QStringLiteral("columns/") + qs(spec_.columns[column].field);
-    // What the program hides just now keeps what was stored for it: another mode of the list, another operator.
-    if (header->isSectionHidden(i) && !hiddenByOperator_[column]) continue;
-    QStringList value{QString::number(header->visualIndex(i)), QString::number(std::max(16, header->sectionSize(i)))};
-    if (hiddenByOperator_[column]) value[1] = QStringLiteral("0");
+    QStringList value{QString::number(header->visualIndex(i)), QString::number(header->sectionSize(i))};
+    if (hiddenByOperator_[column]) {
+      value[1] = QStringLiteral("0");
+    } else if (header->isSectionHidden(i)) {
+      // What the program hides just now keeps its width for when it is seen: another mode of the list, another
+      // operator.
+      const int usual = grid_layout_detail::characters(spec_.columns[column]) * view_->fontMetrics().averageCharWidth();
+      value[1] = file.value(name).toStringList().value(1, QString::number(usual + 14));
+    }
     file.setValue(name, value);
   }
   file.sync();
@@ -134,6 +140,7 @@ void Grid::restoreLayout() {
   }
   autoWidth_ = false;
   fromFile_ = true;
+  const QScopedValueRollback<bool> notByHand(sizing_, true);
   const QSettings file(name, QSettings::IniFormat);
   auto* header = view_->horizontalHeader();
   std::vector<std::pair<int, int>> places;  // wished place, column

@@ -116,7 +116,11 @@ void exportGrid(Grid& grid) {
 
 void printGrid(Grid& grid) {
   grid.waitLoaded();
-  if (!grid.isEmpty()) showPreview(gridReport(grid).prepare());
+  if (grid.isEmpty()) return;
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  const report::Pages pages = gridReport(grid).prepare();
+  QGuiApplication::restoreOverrideCursor();
+  showPreview(pages);
 }
 
 void copyGrid(const Grid& grid, bool all) {

@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -155,6 +156,7 @@ TEST_F(GridOutputTest, MarkedRowsOrAllOnTheClipboard) {
 
 TEST_F(GridOutputTest, TheLayoutIsExplainedOnceThenSaved) {
   const QString kept = file(QStringLiteral("Layout/test.ini"));
+  QDir(folder_.path()).rmdir(QStringLiteral("Layout"));
   const auto width = [](ui::Grid& grid) { return grid.view()->columnWidth(1); };
   {
     ui::Grid grid(grid_output_test::kGrid, "F_Test", nullptr);
