@@ -331,7 +331,7 @@ void TF_Spxxgl::followOtherStations() {
   // Without a cheap way to ask, the list is read every minute.
   if (!written && ++looks_ % (60000 / spxxgl_detail::kWatch) != 0) return;
   written_ = written;
-  load();
+  gridSp.reload();
 }
 
 void TF_Spxxgl::narrow() {
