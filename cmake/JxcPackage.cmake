@@ -24,7 +24,8 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-# What no program links, but the windows need: Chinese texts of Qt, a Chinese font.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk, qt6-qpa-plugins")
+# What no program links, but the windows need: Chinese texts of Qt, a Chinese font, what Qt's camera stands on.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, gstreamer1.0-plugins-base")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+  "fonts-wqy-microhei | fonts-noto-cjk, qt6-qpa-plugins, gstreamer1.0-plugins-good")
 include(CPack)
