@@ -114,6 +114,38 @@ class BadFile(unittest.TestCase):
         self.assertEqual(self.colours(), before)
         self.assertEqual([p.name for p in self.data.iterdir()], ["jxc.mdb"])
 
+    def test_a_write_protected_file_is_told_and_left_alone(self):
+        self.run_it("create")
+        content = self.file.read_bytes()
+        how = {}
+        if os.geteuid() == 0:
+            program = self.home / "jxcctl"
+            shutil.copy(JXCCTL, program)
+            self.home.chmod(0o755)
+            self.data.chmod(0o777)  # only the file itself says no
+            self.file.chmod(0o444)
+            how = {"user": NOBODY, "group": NOBODY, "program": str(program)}
+        else:
+            self.file.chmod(0o444)
+        complaint = self.refused("sql", "-c", "insert into jxc_color (color_name) values ('蓝')", **how)
+        self.assertIn("写", complaint)
+        self.refused("upgrade", **how)
+        self.assertEqual(self.file.read_bytes(), content)
+        # Once it may be written again, work goes on where it stood.
+        self.file.chmod(0o644)
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('蓝')")
+        self.assertEqual(self.colours()[-1], "蓝")
+
+    def test_a_demonstration_shop_that_does_not_fit_leaves_nothing(self):
+        disk = self.home / "disk"
+        disk.mkdir()
+        if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=2m", "tmpfs", str(disk)], capture_output=True).returncode:
+            self.skipTest("no small disk can be mounted here")
+        self.addCleanup(subprocess.run, ["umount", str(disk)], check=True)
+        self.use(disk)
+        self.refused("demo", "--months", "2", "--goods", "300", names="磁盘")
+        self.assertEqual(list(self.data.iterdir()), [])
+
     def test_a_full_disk_stops_the_work_and_loses_nothing(self):
         disk = self.home / "disk"
         disk.mkdir()
@@ -159,6 +191,7 @@ class BadFile(unittest.TestCase):
                 books = Books(str(self.file), receipts)
                 self.assertEqual(books.faults(), [])
                 books.db.close()
+                self.run_it("prove")
                 fill(0)
 
         filler.unlink()

@@ -1,6 +1,6 @@
 // Works an account set without pause, to be killed at any moment or to meet a second one of itself: see kill_test.py
 // and two_stations_test.py beside it.
-//   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl
+//   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl, of today's date
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
@@ -174,7 +174,8 @@ std::vector<QString> documents() {
 
 /// Receipts that share goods and supplier, so that each audit touches the running figures of the others.
 void prepare(int count, Prompt& prompt) {
-  for (int i = 0; i < goodsCount; ++i) {
+  const bool again = !lookupValue("select g_sn from jxc_goods where g_sn=?", goodsCode(0)).isEmpty();
+  for (int i = 0; i < goodsCount && !again; ++i) {
     execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
             goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i);
   }

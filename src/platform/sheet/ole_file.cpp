@@ -49,6 +49,22 @@ std::string oleFile(const char* streamName, const std::string& content) {
   return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(gsf_output_size(memory.get()))};
 }
 
+std::string oleStream(const char* path, const char* streamName) {
+  using namespace ole_file_detail;
+  initialise();
+  const Ref<GsfInput> file(gsf_input_stdio_new(path, nullptr));
+  if (!file) return {};
+  const Ref<GsfInfile> container(gsf_infile_msole_new(file.get(), nullptr));
+  if (!container) return {};
+  const Ref<GsfInput> stream(gsf_infile_child_by_name(container.get(), streamName));
+  if (!stream) return {};
+  const auto size = static_cast<std::size_t>(gsf_input_size(stream.get()));
+  if (size > static_cast<std::size_t>(gsf_input_size(file.get()))) return {};  // a chain that leads in circles
+  std::string content(size, '\0');
+  if (size == 0 || !gsf_input_read(stream.get(), size, reinterpret_cast<guint8*>(content.data()))) return {};
+  return content;
+}
+
 std::vector<std::string> oleStreamNames(const char* path) {
   using namespace ole_file_detail;
   initialise();

@@ -1,9 +1,12 @@
 // Reading .xls through libfreexl, which holds the whole file in memory.
+#include "platform/sheet/ole_file.h"
 #include "platform/sheet/sheet_files.h"
 
 #include <QFile>
+#include <QTemporaryFile>
 
 #include <freexl.h>
+#include <string>
 #include <vector>
 
 namespace jxc::xls_file_detail {
@@ -13,10 +16,44 @@ namespace jxc::xls_file_detail {
   sheet_files::throwDamaged();
 }
 
+constexpr std::size_t kLongestRecord = 8224;  // bytes; the library has room for no more
+
+/// Whether the records of a workbook follow each other to its end.
+bool isWhole(const std::string& stream) {
+  const auto word = [&](std::size_t at) {
+    return static_cast<std::size_t>(static_cast<unsigned char>(stream[at])) |
+           static_cast<std::size_t>(static_cast<unsigned char>(stream[at + 1])) << 8U;
+  };
+  for (std::size_t at = 0; at + 4 <= stream.size();) {
+    const std::size_t length = word(at + 2);
+    if (length > kLongestRecord || at + 4 + length > stream.size()) return false;
+    at += 4 + length;
+  }
+  return true;
+}
+
+/// The library trusts the container and the lengths that a file states, and writes beyond its buffers where they lie.
+/// So it gets a container that was made here, around a workbook whose records are whole.
+std::unique_ptr<QTemporaryFile> trustworthyCopy(const QString& path) {
+  const QByteArray name = QFile::encodeName(path);
+  std::string stream = oleStream(name.constData(), "Workbook");
+  if (stream.empty()) stream = oleStream(name.constData(), "Book");
+  if (stream.empty() || !isWhole(stream)) sheet_files::throwDamaged();
+  const std::string container = oleFile("Workbook", stream);
+  auto copy = std::make_unique<QTemporaryFile>();
+  if (container.empty() || !copy->open() ||
+      copy->write(container.data(), static_cast<qint64>(container.size())) != static_cast<qint64>(container.size()) ||
+      !copy->flush()) {
+    throw SheetError(QStringLiteral("临时文件夹不能写入，表格打不开。"));
+  }
+  return copy;
+}
+
 class XlsFile : public SheetFile {
  public:
   explicit XlsFile(const QString& path) {
-    const int error = freexl_open(QFile::encodeName(path).constData(), &book_);
+    const auto copy = trustworthyCopy(path);
+    const int error = freexl_open(QFile::encodeName(copy->fileName()).constData(), &book_);
     if (info(FREEXL_BIFF_PASSWORD) == FREEXL_BIFF_OBFUSCATED) {
       close();
       sheet_files::throwPassword();
