@@ -1,6 +1,7 @@
 #include "platform/report/band_block.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace jxc::report {
@@ -250,21 +251,27 @@ void BandMaker::settle(Laid& laid) {
     return face.lineHeight() * (1 + (static_cast<double>(lines) - 1) * item.lineSpacing);
   };
 
-  double size = item.font.size;
-  laid.face = sized(compiled, size, laid.isFault);
-  faces_[laid.face].breakLines(laid.text, wraps ? width : 0, laid.lines);
   const auto fits = [&] {
     const auto widest = std::max_element(laid.lines.begin(), laid.lines.end(),
                                          [](const auto& a, const auto& b) { return a.width < b.width; });
     if (widest->width > width + 0.01) return false;
-    return !wraps || item.grow ||
-           heightOf(faces_[laid.face], laid.lines.size()) <= height + faces_[laid.face].lineHeight() * kOverhang;
+    const Typeface& face = faces_[laid.face];
+    return !wraps || item.grow || heightOf(face, laid.lines.size()) <= height + face.lineHeight() * kOverhang;
   };
-  laid.isNumber = !wraps && band_block_detail::isFigure(laid.text);
-  while ((item.shrink || laid.isNumber) && size > kSmallest && !fits()) {
-    size = std::max(kSmallest, size - kStep);
+  const auto fitsIn = [&](double size) {
     laid.face = sized(compiled, size, laid.isFault);
     faces_[laid.face].breakLines(laid.text, wraps ? width : 0, laid.lines);
+    return fits();
+  };
+  laid.isNumber = !wraps && band_block_detail::isFigure(laid.text);
+  if (!fitsIn(item.font.size) && (item.shrink || laid.isNumber) && item.font.size > kSmallest) {
+    // The largest size that fits, by halves; the smallest one has to do in any case.
+    int low = 0, high = static_cast<int>(std::ceil((item.font.size - kSmallest) / kStep));
+    while (high - low > 1) {
+      const int middle = (low + high) / 2;
+      (fitsIn(kSmallest + middle * kStep) ? low : high) = middle;
+    }
+    fitsIn(kSmallest + low * kStep);
   }
   if (item.grow && options_.growing && item.rotation == 0) {
     // What air a single line has above and below stays, so that long texts do not stick to their frame.

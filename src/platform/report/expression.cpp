@@ -229,10 +229,10 @@ Value Program::evaluateBinary(const Node& node, const Place& place) {
   const Value b = valueOf(node.args[1], place);
   if (node.op == Op::JoinEmpty) return joined(a.text(), b.text());
   if (a.isNull() || b.isNull()) return {};
-  if (node.op == Op::Plus) return plus(a, b);
   if (node.op >= Op::Equal && node.op <= Op::GreaterEqual) return compared(node.op, a, b);
-  const Value result = arithmetic(node.op, numberIn(a), numberIn(b));
-  if (!std::isfinite(result.number())) throw ExpressionError{QStringLiteral("数字太大")};
+  const Value result = node.op == Op::Plus ? plus(a, b) : arithmetic(node.op, numberIn(a), numberIn(b));
+  if (result.kind() == Value::Kind::Real && !std::isfinite(result.number()))
+    throw ExpressionError{QStringLiteral("数字太大")};
   return result;
 }
 

@@ -10,7 +10,8 @@ namespace jxc::report {
 namespace layout_detail {
 
 constexpr std::size_t kMostPages = 20000;
-constexpr double kLeastRoom = 5;  // millimetres that a page always offers, whatever its headers take
+constexpr double kShortestSlip = 10;  // millimetres; no printer cuts less
+constexpr double kLeastRoom = 5;      // millimetres that a page always offers, whatever its headers take
 
 QString nowText(const QString& given) {
   return given.isEmpty() ? QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : given;
@@ -385,7 +386,8 @@ void Layout::decoratePage(int page) {
   };
 
   if (page_.roll) {
-    sheet.height = static_cast<float>(std::min(page_.pageHeight(), info.end + footerHeight_ + page_.bottom));
+    const double used = std::max(layout_detail::kShortestSlip, info.end + footerHeight_ + page_.bottom);
+    sheet.height = static_cast<float>(std::min(page_.pageHeight(), used));
   }
   place.row = first;
   for (CompiledBand& band : overlays_) {
