@@ -1,0 +1,37 @@
+// What tests/print/cups_test.py sends to the print server that it has started.
+#include "harness/report_samples.h"
+#include "screens/harness/screen_test.h"
+#include "ui/report/print.h"
+
+#include <gtest/gtest.h>
+
+namespace jxc::print_server_test {
+
+using namespace test;
+
+/// The printer of the server; without one there is nothing to be tested here.
+class PrintServer : public ScreenTest {
+ protected:
+  void SetUp() override {
+    ScreenTest::SetUp();
+    if (printer.isEmpty()) GTEST_SKIP() << "no print server: see tests/print/cups_test.py";
+    ASSERT_TRUE(ui::printerNames().contains(printer));
+  }
+  const QString printer = qEnvironmentVariable("JXC_TEST_PRINTER");
+};
+
+TEST_F(PrintServer, Form) {
+  ui::printPages(saleReport(halfFormTemplate(), 25).prepare(), {.printer = printer, .copies = 2});
+}
+
+TEST_F(PrintServer, Slip) {
+  ui::printPages(saleReport(slipTemplate(), 4).prepare());  // the usual printer
+}
+
+TEST_F(PrintServer, Landscape) {
+  report::Template t = saleTemplate();
+  t.page.landscape = true;
+  ui::printPages(saleReport(t, 4).prepare(), {.printer = printer});
+}
+
+}  // namespace jxc::print_server_test
