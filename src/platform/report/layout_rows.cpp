@@ -52,7 +52,7 @@ void Layout::startRows() {
     for (std::size_t level = 0; level < groups_.size(); ++level)
       needed += heightOf(groupHeaders_[level], placeOfGroup(static_cast<int>(level), 0), page_.columnWidth());
     needed += makeRow(0, scratchBlocks_);
-    if (needed > room() + kHair) openPage();
+    if (needed > room() + kHair) nextPage();
   }
   inRows_ = true;
   row_ = rowCount_ > 0 ? 0 : -1;
