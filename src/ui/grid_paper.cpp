@@ -21,7 +21,7 @@ using report::Item;
 
 constexpr double kType = 9, kLeastType = 6;      // points
 constexpr double kUpright = 190, kAcross = 277;  // millimetres between the margins of A4
-constexpr double kPadding = 2;                   // both sides of a cell
+constexpr double kPadding = 2.6;                 // both sides of a cell, and a little that printers differ by
 constexpr double kWidestText = 55;
 constexpr int kSample = 300;  // rows that are measured
 
@@ -30,27 +30,47 @@ HAlign alignOf(ColumnKind kind) {
   return kind == ColumnKind::Date || kind == ColumnKind::Flag ? HAlign::Center : HAlign::Left;
 }
 
-/// Room that the columns ask for on paper at the usual size of type. Columns that the operator has arranged keep their
-/// proportions.
-std::vector<double> wishedWidths(const Grid& grid, const std::vector<Grid::ExportColumn>& columns) {
+/// What a column asks for on paper at the usual size of type, in millimetres without its padding, and the least that
+/// it can do with.
+struct Wish {
+  double width = 0, least = 0;
+};
+
+bool isCode(const QString& text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() > u' ' && c.unicode() < 0x7f; });
+}
+
+/// Columns that the operator has arranged keep their widths. Long texts may go on in a second line, numbers may not.
+std::vector<Wish> wishes(const Grid& grid, const std::vector<Grid::ExportColumn>& columns) {
+  constexpr double kBold = 1.1, kLongText = 20;
   const QFontMetricsF metrics(grid.view()->font());
   const double points = std::max(1.0, grid.view()->font().pointSizeF());
   const double perPixel = 25.4 / std::max(1, grid.view()->logicalDpiX()) * kType / points;
-  std::vector<double> widths;
+  std::vector<Wish> result;
   for (const auto& column : columns) {
     if (!grid.isAutoWidth()) {
-      widths.push_back(std::max(6.0, grid.view()->columnWidth(column.column) * perPixel));
+      const double width = std::max(4.0, grid.view()->columnWidth(column.column) * perPixel - kPadding);
+      result.push_back({width, width});
       continue;
     }
     const auto& spec = grid.spec().columns[static_cast<std::size_t>(column.column)];
-    double width = metrics.horizontalAdvance(column.caption);
-    for (int row = 0; row < std::min(kSample, grid.rowCount()); ++row)
-      width = std::max(width, metrics.horizontalAdvance(grid.cellText(row, column.column)));
-    if (spec.sum) width = std::max(width, metrics.horizontalAdvance(grid.footerText(spec.field)) * 1.1);
-    width = width * perPixel + kPadding;
-    widths.push_back(column.kind == ColumnKind::Text ? std::min(width, kWidestText) : width);
+    const double caption = metrics.horizontalAdvance(column.caption) * kBold;
+    double width = spec.sum ? metrics.horizontalAdvance(grid.footerText(spec.field)) * kBold : 0;
+    double code = 0;  // the widest that no line can break
+    for (int row = 0; row < std::min(kSample, grid.rowCount()); ++row) {
+      const QString text = grid.cellText(row, column.column);
+      width = std::max(width, metrics.horizontalAdvance(text));
+      if (isCode(text)) code = std::max(code, metrics.horizontalAdvance(text));
+    }
+    width *= perPixel;
+    const bool isText = column.kind == ColumnKind::Text;
+    if (isText) width = std::min(width, kWidestText);
+    const double least = std::max(std::max(kLongText, width / 2), std::min(code * perPixel, kWidestText));
+    // A long caption may stand in two lines.
+    width = std::max(width, std::min(caption * perPixel, std::max(width, caption * perPixel / 2 + 2)));
+    result.push_back({width, isText ? std::min(width, least) : width});
   }
-  return widths;
+  return result;
 }
 
 /// How the columns stand on the paper.
@@ -58,26 +78,30 @@ struct Raster {
   bool across = false;
   double type = kType;
   std::vector<double> widths;
-  double total = 0;
 };
 
-Raster rasterOf(std::vector<double> widths) {
-  Raster raster;
-  double wished = 0;
-  for (const double width : widths)
-    wished += width;
-  constexpr double kSlightlySmaller = 0.85;
-  raster.across = wished * kSlightlySmaller > kUpright;
-  raster.total = raster.across ? kAcross : kUpright;
-  const double scale = raster.total / std::max(wished, 1.0);
-  raster.type = std::clamp(kType * scale, kLeastType, kType);
-  // A few narrow columns do not spread over the whole paper.
+/// Takes the room of long texts first, then smaller type; a few narrow columns do not spread over the whole paper.
+Raster fit(const std::vector<Wish>& wishes, bool across) {
   constexpr double kMostSpread = 1.6;
-  for (double& width : widths)
-    width *= std::min(scale, kMostSpread);
-  raster.total = std::min(raster.total, wished * std::min(scale, kMostSpread));
-  raster.widths = std::move(widths);
+  const double room = (across ? kAcross : kUpright) - kPadding * static_cast<double>(wishes.size());
+  double wished = 0, least = 0;
+  for (const Wish& wish : wishes) {
+    wished += wish.width;
+    least += wish.least;
+  }
+  const double given = std::clamp(room, least, std::max(least, wished));
+  const double share = wished > least ? (given - least) / (wished - least) : 1;
+  const double scale = std::min(std::max(room, 1.0) / std::max(given, 1.0), kMostSpread);
+  Raster raster{.across = across, .type = std::clamp(kType * scale, kLeastType, kType)};
+  for (const Wish& wish : wishes)
+    raster.widths.push_back((wish.least + (wish.width - wish.least) * share) * scale + kPadding);
   return raster;
+}
+
+Raster rasterOf(const std::vector<Wish>& wishes) {
+  constexpr double kSlightlySmaller = 0.88;
+  const Raster upright = fit(wishes, false);
+  return upright.type >= kType * kSlightlySmaller ? upright : fit(wishes, true);
 }
 
 void addCell(report::Band& band, double x, double width, const QString& content, HAlign align, double type, bool bold) {
@@ -86,7 +110,8 @@ void addCell(report::Band& band, double x, double width, const QString& content,
   cell.font.bold = bold;
   cell.frame = report::side::all;
   cell.pen.width = 0.15;
-  cell.paddingX = kPadding / 2;
+  cell.pen.colour = QColor(0x80, 0x80, 0x80);
+  cell.paddingX = 1;
   cell.grow = true;
   cell.followHeight = true;
   band.items.push_back(std::move(cell));
@@ -169,7 +194,7 @@ report::Report gridReport(const Grid& grid) {
   const bool hasSums = std::any_of(columns.begin(), columns.end(), [&](const auto& column) {
     return specs[static_cast<std::size_t>(column.column)].sum;
   });
-  report::Template t = listTemplate(columns, rasterOf(wishedWidths(grid, columns)), !heading.filter.isEmpty(), hasSums);
+  report::Template t = listTemplate(columns, rasterOf(wishes(grid, columns)), !heading.filter.isEmpty(), hasSums);
   t.title = heading.title;
   report::Report report(std::move(t));
   report.setText(u"listTitle", heading.title);
