@@ -36,6 +36,7 @@ keep iMaginary F_MainForm_menu1_btn "$top/docs/pictures/main.png"
 for skin in 夜间 高对比度; do shoot "$skin"; done
 while read -r skin screen name; do keep "$skin" "$screen" "$top/docs/pictures/$name.png"; done <<'LIST'
 iMaginary F_Spxxgl list
+iMaginary F_Yskgl receivables
 iMaginary F_Spxxgl_Add form
 iMaginary F_Cgjh empty
 iMaginary F_Xtwh tiles

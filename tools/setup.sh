@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of packaging/debian-packages.txt. Usage: tools/setup.sh SECTION…
-# (runtime, build, test). Costs a moment when everything is there.
+# (runtime, build, test, fuzz). Costs a moment when everything is there.
 set -euo pipefail
 list="$(dirname "${BASH_SOURCE[0]}")/../packaging/debian-packages.txt"
 

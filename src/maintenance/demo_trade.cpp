@@ -530,6 +530,11 @@ void Trade::leaveDrafts() {
   };
   begin(staff_.seller, sale::rules(), QString::fromUtf16(builtInSn), glasses(0));
   begin(staff_.manager, sale::rules(), QString::fromUtf16(builtInSn), basket(0, 50));
+  // What a visitor finds who opens the sales screen as the administrator.
+  std::vector<Pick> shown = glasses(0);
+  addPick(shown, inStock(catalogue_.byKind[static_cast<std::size_t>(Kind::Contact)], 0, 2), 2, 100);
+  addPick(shown, inStock(catalogue_.byKind[static_cast<std::size_t>(Kind::Sundry)], 0, 1), 1, 100);
+  begin(staff_.administrator, sale::rules(), staff_.people.front(), shown);
   std::vector<Pick> ordered;
   for (int i = 0; i < 5; ++i)
     addPick(ordered, inStock(catalogue_.byKind[static_cast<std::size_t>(Kind::Frame)], 0, 1), 4, 100);
