@@ -7,6 +7,7 @@
 
 #include <freexl.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace jxc::xls_file_detail {
@@ -18,15 +19,45 @@ namespace jxc::xls_file_detail {
 
 constexpr std::size_t kLongestRecord = 8224;  // bytes; the library has room for no more
 
-/// Whether the records of a workbook follow each other to its end.
-bool isWhole(const std::string& stream) {
-  const auto word = [&](std::size_t at) {
-    return static_cast<std::size_t>(static_cast<unsigned char>(stream[at])) |
-           static_cast<std::size_t>(static_cast<unsigned char>(stream[at + 1])) << 8U;
-  };
+std::size_t byteAt(std::string_view bytes, std::size_t at) {
+  return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
+}
+std::size_t wordAt(std::string_view bytes, std::size_t at) {
+  return byteAt(bytes, at) | byteAt(bytes, at + 1) << 8U;
+}
+
+/// A record that holds one text: where its length stands and how long that is.
+struct TextRecord {
+  std::size_t kind, lengthAt;
+  bool wide;      // two bytes of length
+  bool wideIn95;  // the same before the form of 1997, whose texts have one byte a character and no flags
+};
+constexpr TextRecord kTextRecords[] = {
+    {0x41e, 2, true, false}, {0x85, 6, false, false}, {0x204, 6, true, true}, {0x207, 0, true, true}};
+
+/// Whether the text of a record ends within it.
+bool holdsItsText(std::size_t kind, std::string_view record, bool form97) {
+  for (const TextRecord& each : kTextRecords) {
+    if (each.kind != kind) continue;
+    const bool wide = form97 ? each.wide : each.wideIn95;
+    const std::size_t start = each.lengthAt + (wide ? 2 : 1);
+    const std::size_t characters = wide ? wordAt(record, each.lengthAt) : byteAt(record, each.lengthAt);
+    if (!form97) return start + characters <= record.size();
+    return characters == 0 || start + 1 + characters * ((byteAt(record, start) & 1U) + 1) <= record.size();
+  }
+  return true;
+}
+
+/// Whether the records of a workbook follow each other to its end, and their texts end within them.
+bool isWhole(std::string_view stream) {
+  constexpr std::size_t kBegin = 0x809;
+  bool form97 = true;
   for (std::size_t at = 0; at + 4 <= stream.size();) {
-    const std::size_t length = word(at + 2);
+    const std::size_t kind = wordAt(stream, at), length = wordAt(stream, at + 2);
     if (length > kLongestRecord || at + 4 + length > stream.size()) return false;
+    const std::string_view record = stream.substr(at + 4, length);
+    if (kind == kBegin) form97 = wordAt(record, 0) == 0x600;
+    if (!holdsItsText(kind, record, form97)) return false;
     at += 4 + length;
   }
   return true;
