@@ -156,6 +156,8 @@ class DocumentRules {
 
   virtual TradingDraft fresh(const QString& lastDate) const = 0;
   virtual RowSet draftLines(const QString& number) const = 0;
+  /// Yuan: the total of this operator's unsaved lines. Another operator at work under the same proposed number has a
+  /// document of their own.
   virtual double payable(const QString& number) const = 0;
   /// What the paid amount shows after the payable changed.
   virtual double paidAfter(double payable, double typed) const = 0;

@@ -75,9 +75,9 @@ RowSet TradingRules::waitingLines(const QString& number) const {
 double TradingRules::payable(const QString& number) const {
   const DocumentFamily& f = family();
   return roundTotalIfSeparate(
-      lookupNumber(compose("select sum({}) as zje from {} where {}=?", {f.lineTotal, f.lines, f.number}) +
+      lookupNumber(compose("select sum({}) as zje from {} where {}=? and a_name=?", {f.lineTotal, f.lines, f.number}) +
                        (document_.balancingIsDue ? "" : " and g_sn<>'00000000'"),
-                   number));
+                   number, session().a_name));
 }
 
 double TradingRules::paidAfter(double payable, double typed) const {

@@ -134,6 +134,23 @@ TEST_F(ReceiptTest, PriceOfANewLineByParameter) {
   EXPECT_EQ(defaultPrice("A"), 3);
 }
 
+TEST_F(ReceiptTest, AnotherOperatorsLinesUnderTheProposedNumberAreNotInTheTotal) {
+  const QString number = newReceipt({}).number;
+  LineDraft line = newLine("A");
+  line.amounts.setPrice(10);
+  line.amounts.setQuantity(2);
+  const QString date = u"2021-05-03"_qs;
+  EXPECT_EQ(addLine(Lines::Draft, number, date, line).number, number);
+  const QString own = std::exchange(session().a_name, u"阿丽"_qs);
+  EXPECT_EQ(newReceipt({}).number, number);  // nothing is saved yet: both are proposed the same
+  EXPECT_EQ(payable(number), 0);
+  const QString hers = addLine(Lines::Draft, number, date, line).number;
+  EXPECT_NE(hers, number);
+  EXPECT_EQ(payable(hers), 20);
+  session().a_name = own;
+  EXPECT_EQ(payable(number), 20);
+}
+
 TEST_F(ReceiptTest, GridEditsReplaceWhatCannotBe) {
   const ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 2, 10}});
   const auto id = firstLine(draft.number);

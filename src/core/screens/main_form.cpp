@@ -409,12 +409,14 @@ void TF_MainForm::reminders() {
   Timer1.stop();
   const main_form_detail::Busy busy(busy_);
   if (showsDailyTip()) ui::openScreen("F_Mryt");
-  if (!ui::isScreenRegistered("F_Sjtx")) return;
-  if (showsReminderList()) {
+  // While the screen of reminders is not there yet, its page that says so comes up for reminders that are due, not
+  // every morning for a list without any; and what nobody has seen is not marked as shown.
+  const bool canShow = ui::isScreenRegistered("F_Sjtx");
+  if (canShow && showsReminderList()) {
     ui::openScreen("F_Sjtx");
   } else if (hasDueReminders()) {
     ui::openScreen("F_Sjtx");
-    markDueReminders();
+    if (canShow) markDueReminders();
   }
 }
 
