@@ -5,38 +5,37 @@
 
 namespace jxc::test {
 
-using namespace report;
-
 namespace report_samples_detail {
 
 struct Cell {
   double width;
   const char16_t* caption;
   const char16_t* content;
-  HAlign align;
+  report::HAlign align;
   const char16_t* format = u"";
 };
 
 /// A row of captions and a row of cells under them, framed.
-void addGrid(Template& t, std::initializer_list<Cell> cells, double height) {
-  Band captions, row;
-  captions.kind = BandKind::ColumnHeader;
-  row.kind = BandKind::MasterData;
+void addGrid(report::Template& t, std::initializer_list<Cell> cells, double height) {
+  report::Band captions, row;
+  captions.kind = report::BandKind::ColumnHeader;
+  row.kind = report::BandKind::MasterData;
   captions.height = row.height = height;
   double x = 0;
   for (const Cell& cell : cells) {
-    Item caption = textItem(x, 0, cell.width, height, QString::fromUtf16(cell.caption), HAlign::Center);
+    report::Item caption =
+        report::textItem(x, 0, cell.width, height, QString::fromUtf16(cell.caption), report::HAlign::Center);
     caption.font.bold = true;
-    caption.frame = side::all;
+    caption.frame = report::side::all;
     caption.fill = QColor(0xEE, 0xF1, 0xF4);
     caption.background = true;
     captions.items.push_back(caption);
-    Item item = textItem(x, 0, cell.width, height, QString::fromUtf16(cell.content), cell.align);
+    report::Item item = report::textItem(x, 0, cell.width, height, QString::fromUtf16(cell.content), cell.align);
     item.name = QString::fromUtf16(cell.caption);
-    item.frame = side::all;
+    item.frame = report::side::all;
     item.followHeight = true;
     item.format = QString::fromUtf16(cell.format);
-    item.grow = cell.align == HAlign::Left;
+    item.grow = cell.align == report::HAlign::Left;
     row.items.push_back(item);
     x += cell.width;
   }
@@ -44,7 +43,7 @@ void addGrid(Template& t, std::initializer_list<Cell> cells, double height) {
   t.bands.push_back(row);
 }
 
-Item sized(Item item, double size, bool bold = false) {
+report::Item sized(report::Item item, double size, bool bold = false) {
   item.font.size = size;
   item.font.bold = bold;
   return item;
@@ -52,130 +51,136 @@ Item sized(Item item, double size, bool bold = false) {
 
 }  // namespace report_samples_detail
 
-using report_samples_detail::sized;
-
-Template saleTemplate() {
-  Template t;
+report::Template saleTemplate() {
+  report::Template t;
   t.title = QStringLiteral("销售单");
   t.variables = {{QStringLiteral("comName"), QStringLiteral("公司"), {}, QStringLiteral("'明视眼镜'")},
                  {QStringLiteral("khName"), QStringLiteral("客户"), {}, QStringLiteral("'张三'")},
                  {QStringLiteral("jhDate"), QStringLiteral("日期"), {}, QStringLiteral("'2026-05-03'")},
                  {QStringLiteral("yf"), QStringLiteral("大写"), {}, {}}};
-  Band& title = addBand(t, BandKind::ReportTitle, 24);
-  title.items.push_back(sized(textItem(0, 0, 190, 10, QStringLiteral("[comName]销售单"), HAlign::Center), 18, true));
-  title.items.push_back(textItem(0, 13, 90, 6, QStringLiteral("客户：[khName]")));
-  Item date = textItem(130, 13, 60, 6, QStringLiteral("日期：[jhDate]"), HAlign::Right);
+  report::Band& title = addBand(t, report::BandKind::ReportTitle, 24);
+  title.items.push_back(report_samples_detail::sized(
+      report::textItem(0, 0, 190, 10, QStringLiteral("[comName]销售单"), report::HAlign::Center), 18, true));
+  title.items.push_back(report::textItem(0, 13, 90, 6, QStringLiteral("客户：[khName]")));
+  report::Item date = report::textItem(130, 13, 60, 6, QStringLiteral("日期：[jhDate]"), report::HAlign::Right);
   date.format = QStringLiteral("yyyy年m月d日");
   title.items.push_back(date);
   report_samples_detail::addGrid(t,
-                                 {{12, u"序号", u"[Line]", HAlign::Center},
-                                  {70, u"品名", u"[g_name]", HAlign::Left},
-                                  {14, u"单位", u"[dw_name]", HAlign::Center},
-                                  {24, u"数量", u"[ls_sl]", HAlign::Right},
-                                  {30, u"单价", u"[ls_dj]", HAlign::Right, u"#,##0.00"},
-                                  {40, u"金额", u"[je]", HAlign::Right, u"#,##0.00"}},
+                                 {{12, u"序号", u"[Line]", report::HAlign::Center},
+                                  {70, u"品名", u"[g_name]", report::HAlign::Left},
+                                  {14, u"单位", u"[dw_name]", report::HAlign::Center},
+                                  {24, u"数量", u"[ls_sl]", report::HAlign::Right},
+                                  {30, u"单价", u"[ls_dj]", report::HAlign::Right, u"#,##0.00"},
+                                  {40, u"金额", u"[je]", report::HAlign::Right, u"#,##0.00"}},
                                  7);
-  Band& summary = addBand(t, BandKind::Summary, 24);
-  Item total = textItem(0, 0, 96, 7, QStringLiteral("合计：[yf]"));
-  total.frame = side::all;
+  report::Band& summary = addBand(t, report::BandKind::Summary, 24);
+  report::Item total = report::textItem(0, 0, 96, 7, QStringLiteral("合计：[yf]"));
+  total.frame = report::side::all;
   summary.items.push_back(total);
-  Item quantity = textItem(96, 0, 24, 7, QStringLiteral("[Sum(ls_sl)]"), HAlign::Right);
-  quantity.frame = side::all;
+  report::Item quantity = report::textItem(96, 0, 24, 7, QStringLiteral("[Sum(ls_sl)]"), report::HAlign::Right);
+  quantity.frame = report::side::all;
   summary.items.push_back(quantity);
-  Item sum = textItem(120, 0, 70, 7, QStringLiteral("[Sum(je)]"), HAlign::Right);
-  sum.frame = side::all;
+  report::Item sum = report::textItem(120, 0, 70, 7, QStringLiteral("[Sum(je)]"), report::HAlign::Right);
+  sum.frame = report::side::all;
   sum.format = QStringLiteral("￥#,##0.00");
   summary.items.push_back(sum);
-  summary.items.push_back(textItem(0, 12, 60, 6, QStringLiteral("制单：[aName]")));
-  summary.items.push_back(textItem(100, 12, 90, 6, QStringLiteral("客户签字：")));
-  summary.items.push_back(lineItem(118, 18, 60, 0));
-  Band& footer = addBand(t, BandKind::PageFooter, 6);
-  footer.items.push_back(textItem(0, 0, 190, 6, QStringLiteral("第[Page]页 共[Pages]页"), HAlign::Center));
+  summary.items.push_back(report::textItem(0, 12, 60, 6, QStringLiteral("制单：[aName]")));
+  summary.items.push_back(report::textItem(100, 12, 90, 6, QStringLiteral("客户签字：")));
+  summary.items.push_back(report::lineItem(118, 18, 60, 0));
+  report::Band& footer = addBand(t, report::BandKind::PageFooter, 6);
+  footer.items.push_back(
+      report::textItem(0, 0, 190, 6, QStringLiteral("第[Page]页 共[Pages]页"), report::HAlign::Center));
   return t;
 }
 
-Template halfFormTemplate() {
-  Template t = saleTemplate();
-  for (const Paper& paper : papers()) {
+report::Template halfFormTemplate() {
+  report::Template t = saleTemplate();
+  for (const report::Paper& paper : report::papers()) {
     if (paper.width == 241 && paper.height == 139.7) usePaper(t.page, paper);
   }
   t.bands.back().items.push_back(
-      textItem(0, 0, 80, 6, QStringLiteral("本页小计：[Sum(je)] 累计：[Sum(je,'running')]")));
-  Band& overlay = addBand(t, BandKind::Overlay, 127);
-  Item stamp = sized(textItem(150, 20, 50, 12, QStringLiteral("第一联 存根"), HAlign::Center), 14, true);
+      report::textItem(0, 0, 80, 6, QStringLiteral("本页小计：[Sum(je)] 累计：[Sum(je,'running')]")));
+  report::Band& overlay = addBand(t, report::BandKind::Overlay, 127);
+  report::Item stamp = report_samples_detail::sized(
+      report::textItem(150, 20, 50, 12, QStringLiteral("第一联 存根"), report::HAlign::Center), 14, true);
   stamp.background = true;
   stamp.font.colour = QColor(0xCC, 0x88, 0x88);
   overlay.items.push_back(stamp);
-  Item side = textItem(203, 20, 6, 60, QStringLiteral("白联存根 红联客户"), HAlign::Center);
+  report::Item side = report::textItem(203, 20, 6, 60, QStringLiteral("白联存根 红联客户"), report::HAlign::Center);
   side.rotation = 90;
   overlay.items.push_back(side);
   return t;
 }
 
-Template slipTemplate() {
-  Template t;
+report::Template slipTemplate() {
+  report::Template t;
   t.title = QStringLiteral("小票");
-  usePaper(t.page, papers().back());
-  Band& title = addBand(t, BandKind::ReportTitle, 16);
-  title.items.push_back(sized(textItem(0, 0, 52, 7, QStringLiteral("[comName]"), HAlign::Center), 12, true));
-  title.items.push_back(textItem(0, 8, 52, 5, QStringLiteral("单号：[djh]")));
-  Item rule = lineItem(0, 15, 52, 0);
-  rule.pen.style = PenStyle::Dash;
+  usePaper(t.page, report::papers().back());
+  report::Band& title = addBand(t, report::BandKind::ReportTitle, 16);
+  title.items.push_back(report_samples_detail::sized(
+      report::textItem(0, 0, 52, 7, QStringLiteral("[comName]"), report::HAlign::Center), 12, true));
+  title.items.push_back(report::textItem(0, 8, 52, 5, QStringLiteral("单号：[djh]")));
+  report::Item rule = report::lineItem(0, 15, 52, 0);
+  rule.pen.style = report::PenStyle::Dash;
   title.items.push_back(rule);
-  Band& row = addBand(t, BandKind::MasterData, 10);
-  Item name = textItem(0, 0, 52, 5, QStringLiteral("[g_name]"));
+  report::Band& row = addBand(t, report::BandKind::MasterData, 10);
+  report::Item name = report::textItem(0, 0, 52, 5, QStringLiteral("[g_name]"));
   name.grow = true;
   row.items.push_back(name);
-  row.items.push_back(textItem(4, 5, 26, 5, QStringLiteral("[ls_sl] × [ls_dj]")));
-  Item amount = textItem(30, 5, 22, 5, QStringLiteral("[je]"), HAlign::Right);
+  row.items.push_back(report::textItem(4, 5, 26, 5, QStringLiteral("[ls_sl] × [ls_dj]")));
+  report::Item amount = report::textItem(30, 5, 22, 5, QStringLiteral("[je]"), report::HAlign::Right);
   amount.format = QStringLiteral("0.00");
   row.items.push_back(amount);
-  Band& summary = addBand(t, BandKind::Summary, 36);
+  report::Band& summary = addBand(t, report::BandKind::Summary, 36);
   summary.items.push_back(rule);
   summary.items.back().y = 1;
-  Item sum = sized(textItem(0, 2, 52, 6, QStringLiteral("合计 [Sum(je)]"), HAlign::Right), 11, true);
+  report::Item sum = report_samples_detail::sized(
+      report::textItem(0, 2, 52, 6, QStringLiteral("合计 [Sum(je)]"), report::HAlign::Right), 11, true);
   sum.format = QStringLiteral("￥0.00");
   summary.items.push_back(sum);
-  summary.items.push_back(barcodeItem(14, 10, 24, 24, QStringLiteral("[djh]"), Symbology::Qr));
-  Band& footer = addBand(t, BandKind::PageFooter, 5);
-  footer.items.push_back(textItem(0, 0, 52, 5, QStringLiteral("谢谢惠顾"), HAlign::Spread));
+  summary.items.push_back(report::barcodeItem(14, 10, 24, 24, QStringLiteral("[djh]"), report::Symbology::Qr));
+  report::Band& footer = addBand(t, report::BandKind::PageFooter, 5);
+  footer.items.push_back(report::textItem(0, 0, 52, 5, QStringLiteral("谢谢惠顾"), report::HAlign::Spread));
   return t;
 }
 
-Template labelTemplate() {
-  Template t;
+report::Template labelTemplate() {
+  report::Template t;
   t.title = QStringLiteral("标签");
   t.page.columns = 3;
   t.page.columnGap = 2;
-  t.page.flow = Flow::Across;
-  Band& row = addBand(t, BandKind::MasterData, 34);
-  Item frame = shapeItem(0, 0, 62, 32, ShapeKind::RoundedRectangle);
+  t.page.flow = report::Flow::Across;
+  report::Band& row = addBand(t, report::BandKind::MasterData, 34);
+  report::Item frame = report::shapeItem(0, 0, 62, 32, report::ShapeKind::RoundedRectangle);
   frame.pen.colour = QColor(0x99, 0x99, 0x99);
   row.items.push_back(frame);
-  Item name = textItem(2, 1, 58, 9, QStringLiteral("[g_name]"));
+  report::Item name = report::textItem(2, 1, 58, 9, QStringLiteral("[g_name]"));
   name.wrap = true;
   name.shrink = true;
   row.items.push_back(name);
-  row.items.push_back(barcodeItem(2, 11, 38, 19, QStringLiteral("[g_sptm]"), Symbology::Ean13));
-  Item price = sized(textItem(40, 20, 21, 8, QStringLiteral("[ls_dj]"), HAlign::Right), 14, true);
+  row.items.push_back(report::barcodeItem(2, 11, 38, 19, QStringLiteral("[g_sptm]"), report::Symbology::Ean13));
+  report::Item price = report_samples_detail::sized(
+      report::textItem(40, 20, 21, 8, QStringLiteral("[ls_dj]"), report::HAlign::Right), 14, true);
   price.format = QStringLiteral("￥0.00");
   row.items.push_back(price);
   return t;
 }
 
-Template groupTemplate() {
-  Template t;
+report::Template groupTemplate() {
+  report::Template t;
   t.title = QStringLiteral("分类汇总");
   t.groups = {{QStringLiteral("gc_name"), false, false, true}};
-  addBand(t, BandKind::GroupHeader, 8).items.push_back(textItem(0, 0, 190, 8, QStringLiteral("类别：[gc_name]")));
-  Band& row = addBand(t, BandKind::MasterData, 6);
-  row.items.push_back(textItem(0, 0, 12, 6, QStringLiteral("[GroupLine]")));
-  row.items.push_back(textItem(12, 0, 100, 6, QStringLiteral("[g_name]")));
-  row.items.push_back(textItem(150, 0, 40, 6, QStringLiteral("[je]"), HAlign::Right));
-  Band& footer = addBand(t, BandKind::GroupFooter, 7);
-  footer.items.push_back(textItem(
+  addBand(t, report::BandKind::GroupHeader, 8)
+      .items.push_back(report::textItem(0, 0, 190, 8, QStringLiteral("类别：[gc_name]")));
+  report::Band& row = addBand(t, report::BandKind::MasterData, 6);
+  row.items.push_back(report::textItem(0, 0, 12, 6, QStringLiteral("[GroupLine]")));
+  row.items.push_back(report::textItem(12, 0, 100, 6, QStringLiteral("[g_name]")));
+  row.items.push_back(report::textItem(150, 0, 40, 6, QStringLiteral("[je]"), report::HAlign::Right));
+  report::Band& footer = addBand(t, report::BandKind::GroupFooter, 7);
+  footer.items.push_back(report::textItem(
       0, 0, 190, 7, QStringLiteral("小计 [gc_name] [count(*)]行 [Sum(je)] 最大[Max(je)] 均[round(Avg(je),2)]")));
-  addBand(t, BandKind::Summary, 8).items.push_back(textItem(0, 0, 190, 8, QStringLiteral("总计 [Sum(je)]")));
+  addBand(t, report::BandKind::Summary, 8)
+      .items.push_back(report::textItem(0, 0, 190, 8, QStringLiteral("总计 [Sum(je)]")));
   return t;
 }
 
@@ -196,9 +201,9 @@ RowSet saleRows(int count) {
   return rows;
 }
 
-Report saleReport(Template t, int rows) {
+report::Report saleReport(report::Template t, int rows) {
   needGui();
-  Report report(std::move(t));
+  report::Report report(std::move(t));
   report.setText(u"comName", u"明视眼镜");
   report.setText(u"khName", u"张三");
   report.setText(u"jhDate", u"2026-05-03");
@@ -225,7 +230,7 @@ RowSet rowsOf(std::vector<std::string> columns, std::initializer_list<std::initi
   return set;
 }
 
-QStringList linesOf(const Pages& pages) {
+QStringList linesOf(const report::Pages& pages) {
   QStringList lines;
   for (int page = 0; page < pages.count(); ++page)
     lines << pages.lines(page);
