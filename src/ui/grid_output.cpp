@@ -1,6 +1,7 @@
 #include "ui/grid_output.h"
 
 #include "core/formats.h"
+#include "core/rounding.h"
 #include "platform/sheet/sheet_writer.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
@@ -22,6 +23,8 @@
 
 namespace jxc::ui {
 namespace grid_output_detail {
+
+constexpr int kStoredDecimals = 6;  // numbers have no more, whatever adding them up leaves behind
 
 /// How a column of a list looks in a spreadsheet.
 SheetColumn sheetColumn(const Grid::ExportColumn& column) {
@@ -68,7 +71,8 @@ Sheet gridSheet(const Grid& grid) {
     const auto& spec = grid.spec().columns[static_cast<std::size_t>(column.column)];
     sheet.columns.back().width = std::max(6.0, static_cast<double>(grid.view()->columnWidth(column.column)) /
                                                    std::max(1, grid.view()->fontMetrics().horizontalAdvance(u'0')));
-    sheet.sums.push_back(spec.sum ? Value(grid.sum(spec.field)) : Value());
+    sheet.sums.emplace_back();
+    if (spec.sum) sheet.sums.back() = roundEps(grid.sum(spec.field), grid_output_detail::kStoredDecimals);
     hasSums = hasSums || spec.sum;
   }
   if (!hasSums) sheet.sums.clear();
@@ -88,9 +92,11 @@ Sheet gridSheet(const Grid& grid) {
                   for (std::size_t i = 0; i < cells.size(); ++i) {
                     const auto [column, kind] = taken->columns[i];
                     if (column < 0) continue;
-                    const bool asShown = kind == ColumnKind::Text || kind == ColumnKind::Flag;
-                    cells[i] =
-                        asShown ? Value(displayCell(taken->rows, row, column, kind)) : taken->rows.value(row, column);
+                    if (kind == ColumnKind::Text || kind == ColumnKind::Flag) {
+                      cells[i] = displayCell(taken->rows, row, column, kind);
+                    } else {
+                      cells[i] = taken->rows.value(row, column);
+                    }
                   }
                 }};
   return sheet;

@@ -101,6 +101,15 @@ class Console(unittest.TestCase):
         self.run_it("upgrade")
         self.assertEqual(self.rows("select cs_employdate from jxc_xtcs"), [["2021-07-15"]])
 
+    def test_rows_go_into_sheets_of_one_file(self):
+        self.run_it("create")
+        file = self.home / "分店.xls"
+        for sheet, columns, table in (("1", "ck_sn,ck_name", "jxc_ckxx"), ("2", "color_name", "jxc_color")):
+            self.run_it("sql", "-c", f"select {columns} into {sheet} in '{file}' 'EXCEL 8.0;' from {table}")
+        self.assertTrue(file.read_bytes().startswith(b"\xd0\xcf\x11\xe0"))
+        self.assertIn("文件夹不存在", self.run_it(
+            "sql", "-c", "select ck_sn into 1 in '/nowhere/a.xls' 'EXCEL 8.0;' from jxc_ckxx", status=1))
+
     def test_words_that_are_not_understood_do_nothing(self):
         for words in (["creat"], ["create", "--forced"], ["create", "now"], ["sql", "-c"], ["sql", "-x"], ["backup"],
                       ["backup", "a", "b"], ["upgrade", "now"], ["--db", "x.mdb", "create"], ["--db=x.mdb", "create"], ["--db"], []):
