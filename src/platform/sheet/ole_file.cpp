@@ -25,6 +25,8 @@ void initialise() {
     g_log_set_handler(
         "libgsf:msole", static_cast<GLogLevelFlags>(G_LOG_LEVEL_MASK | G_LOG_FLAG_FATAL | G_LOG_FLAG_RECURSION),
         [](const char*, GLogLevelFlags, const char*, void*) {}, nullptr);
+    g_log_set_handler(
+        nullptr, G_LOG_LEVEL_WARNING, [](const char*, GLogLevelFlags, const char*, void*) {}, nullptr);
     return true;
   }();
   static_cast<void>(done);
