@@ -9,9 +9,9 @@ endforeach()
 install(FILES packaging/jxc.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/jxc.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 # What a shop reads, prints by and looks at; it may have its own of each in its program directory.
-foreach(supplied skinfiles report readme)
+foreach(supplied skinfiles report readme 模板文件)
   install(DIRECTORY "${CMAKE_SOURCE_DIR}/${supplied}" DESTINATION "${CMAKE_INSTALL_DATADIR}/jxc" OPTIONAL
-    FILES_MATCHING PATTERN "*.skinres" PATTERN "*.fr3" PATTERN "*.png")
+    FILES_MATCHING PATTERN "*.skinres" PATTERN "*.fr3" PATTERN "*.png" PATTERN "*.xlsx")
 endforeach()
 install(FILES readme.htm DESTINATION "${CMAKE_INSTALL_DATADIR}/jxc")
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)

@@ -95,6 +95,7 @@ void addKey(Filter& filter, const QString& key) {
 void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
   if (!wanted.withDisabled) filter.add("a.g_jy=0").add("a.g_sn<>'00000000'");
   if (!wanted.classNumber.isEmpty()) filter.add("a.gc_sn like ?", wanted.classNumber + QLatin1Char('%'));
+  if (!wanted.number.isEmpty()) filter.add("a.g_sn=?", wanted.number);
   if (!wanted.lensProduct.isEmpty()) filter.add("a.g_qc=?", wanted.lensProduct).add("a.g_isjp<>0");
   goods_detail::addKey(filter, wanted.key);
 }

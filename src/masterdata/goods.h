@@ -59,6 +59,7 @@ struct GoodsFilter {
   QString classNumber;  // this class and all below; empty for all
   bool withDisabled = false;
   QString lensProduct = {};  // only articles of this lens product (g_qc)
+  QString number = {};       // only this one
 };
 
 /// Adds these conditions to a list over `jxc_goods a`: pick lists search as the catalogue does.

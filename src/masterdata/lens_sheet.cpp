@@ -1,5 +1,6 @@
 #include "masterdata/lens_sheet.h"
 
+#include "core/asked_once.h"
 #include "core/rounding.h"
 #include "core/text.h"
 #include "masterdata/goods_lenses.h"
@@ -49,27 +50,6 @@ std::vector<Article> articlesOf(const QString& product) {
   }
   return articles;
 }
-
-/// Hands on each question once: the answer holds for all that ask the same.
-class AskedOnce final : public Prompt {
- public:
-  explicit AskedOnce(Prompt& prompt) : prompt_(prompt) {}
-  void notice(const QString& text) override {
-    if (answers_.try_emplace(text, Answer::Yes).second) prompt_.notice(text);
-  }
-  bool ask(const QString& text) override {
-    const auto known = answers_.find(text);
-    if (known != answers_.end()) return known->second == Answer::Yes;
-    const bool yes = prompt_.ask(text);
-    answers_.emplace(text, yes ? Answer::Yes : Answer::No);
-    return yes;
-  }
-  Answer askOrCancel(const QString& text) override { return prompt_.askOrCancel(text); }
-
- private:
-  Prompt& prompt_;
-  std::map<QString, Answer> answers_;
-};
 
 /// Articles for the cells that have a quantity and no article. False: the operator would rather not.
 bool makeMissing(LensSheet& sheet, Prompt& prompt) {

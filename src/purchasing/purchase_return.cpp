@@ -3,7 +3,7 @@
 #include "core/numbers.h"
 #include "core/rounding.h"
 #include "core/text.h"
-#include "masterdata/goods.h"
+#include "masterdata/goods_to_pick.h"
 #include "purchasing/receipt.h"
 #include "stock/ledger.h"
 
@@ -30,8 +30,7 @@ class ReturnLines : public TradingLines {
   /// this supplier has delivered.
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter,
-                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
+    addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock || !strIsTrue(session().cs_kc)) filter.add("b.kc_sl>0");
     if (wanted.ofPartner || strIsTrue(session().cs_ct))
       filter.add(

@@ -4,7 +4,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "masterdata/goods.h"
+#include "masterdata/goods_to_pick.h"
 #include "stock/posting.h"
 
 namespace jxc::receipt {
@@ -29,8 +29,7 @@ class ReceiptLines final : public TradingLines {
 
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter,
-                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
+    addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock) filter.add("b.kc_sl>0");
     if (wanted.ofPartner)
       filter.add(

@@ -4,7 +4,7 @@
 #include "core/rounding.h"
 #include "core/small_lookups.h"
 #include "core/text.h"
-#include "masterdata/goods.h"
+#include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
 #include "stock/ledger.h"
 #include "stock/posting.h"
@@ -82,8 +82,7 @@ class SaleLines : public TradingLines {
 
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter,
-                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
+    addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock) filter.add("b.kc_sl>0");
     if (wanted.ofPartner)
       filter.add(

@@ -2,7 +2,7 @@
 
 #include "core/rounding.h"
 #include "core/text.h"
-#include "masterdata/goods.h"
+#include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
 #include "sales/sale.h"
 
@@ -42,8 +42,7 @@ class ReturnLines : public TradingLines {
   /// By parameter (`cs_xt`) only goods that this customer bought.
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
-    addGoodsConditions(filter,
-                       {.key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct});
+    addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.ofPartner || strIsTrue(session().cs_xt))
       filter.add(
           "a.g_sn in (select x.g_sn from jxc_lsxssp x,jxc_lsxsd y where x.gl_djh=y.gl_djh and y.ls_status=1 and "

@@ -103,6 +103,7 @@ struct PickFilter {
   bool inStock = false;      // only goods that lie in the warehouse
   bool ofPartner = false;    // only goods that this partner has dealt in
   QString lensProduct = {};  // only articles of this lens product
+  QString goods = {};        // only this one, by its number
 };
 
 /// Rules of the lines of one trading document, as its screens ask for them. Without state; commands of their own

@@ -85,7 +85,7 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnModi", "修改", "F3"},
     {"btnDel", "删除", "Ctrl+D"},
-    {"btnImport", "导入"},
+    {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
     {"btnHt", "添加合同"},
     {"btnPrin", "打印"},
     {"btnOK", "保存", "F5"},
@@ -105,7 +105,7 @@ constexpr ui::CommandSpec kCommands[] = {
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
-constexpr std::string_view kNotYet[] = {"btnImport", "btnHt", "btnPrin", "btn_Prin"};
+constexpr std::string_view kNotYet[] = {"btnHt", "btnPrin", "btn_Prin"};
 
 bool putawayInUse() {
   return strIsTrue(session().cs_sprk);
@@ -136,6 +136,7 @@ constexpr DocumentScreenSpec kDocument = {
     .pickScreen = "F_Cgjh_Add",
     .lineScreen = "F_Cgjh_Sele",
     .auditScreen = "F_Cgjh_Check",
+    .importScreen = "F_Cgjh_Import",
     .newGoodsScreen = "F_Spxxgl_Add",
     .changeHead = changeHead,
     .newGoodsMode = u"cgjh",

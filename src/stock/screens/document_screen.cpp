@@ -8,6 +8,7 @@
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "ui/display.h"
 #include "ui/scan_catcher.h"
 
@@ -146,6 +147,7 @@ void DocumentScreen::bindDraft() {
   bindCommand("btnAddOld", &DocumentScreen::addOld);
   if (hasCommand("btnAddNew")) bindCommand("btnAddNew", &DocumentScreen::addNew);
   if (hasCommand("btnZdth")) bindCommand("btnZdth", &DocumentScreen::returnWhole);
+  bindCommand("btnImport", &DocumentScreen::importSheet);
   bindCommand("btnJpgd", &DocumentScreen::enterLenses);
   bindCommand("btnModi", &DocumentScreen::modifyLine);
   bindCommand("btnDel", &DocumentScreen::deleteLine);
@@ -374,6 +376,11 @@ void DocumentScreen::addOld() {
 
 void DocumentScreen::enterLenses() {
   if (settleDate()) showPicked(enterLensSheets(rules_, draftPlace(), Lines::Draft, mayMakeGoods()));
+}
+
+void DocumentScreen::importSheet() {
+  if (!settleDate()) return;
+  showPicked(ui::screenAs<LineImportScreen>(description_.importScreen).importInto(draftPlace(), Lines::Draft));
 }
 
 bool DocumentScreen::mayMakeGoods() const {

@@ -39,7 +39,7 @@ struct DocumentScreenSpec {
   std::string_view auditCommand = "btnRChk";
 
   // Screens that this one opens.
-  std::string_view pickScreen, lineScreen, auditScreen, newGoodsScreen;
+  std::string_view pickScreen, lineScreen, auditScreen, importScreen, newGoodsScreen;
   /// Changes date, partner and warehouse of a waiting document; its number now, empty when nothing changed.
   QString (*changeHead)(const QString& number);
   /// Lets the operator pick the document to return as a whole; its number, or empty. Null without btnZdth.
@@ -110,6 +110,7 @@ class DocumentScreen : public ui::Screen {
   void addOld();
   void addNew();
   void enterLenses();
+  void importSheet();
   void modifyLine();
   void deleteLine();
   bool save();

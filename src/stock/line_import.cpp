@@ -1,0 +1,215 @@
+#include "stock/line_import.h"
+
+#include "core/asked_once.h"
+#include "core/rounding.h"
+#include "core/text.h"
+
+#include <QDate>
+
+#include <algorithm>
+#include <cmath>
+
+namespace jxc {
+namespace line_import_detail {
+
+constexpr char16_t kCode[] = u"商品编号";
+constexpr char16_t kBarcode[] = u"商品条码";
+constexpr char16_t kName[] = u"商品名称";
+constexpr char16_t kQuantity[] = u"数量";
+constexpr char16_t kPrice[] = u"单价";
+constexpr char16_t kProduced[] = u"生产日期";
+constexpr char16_t kNote[] = u"备注";
+constexpr double kMost = 1e9;  // of a quantity or a price: beyond it a column was taken for another
+
+/// The columns of a sheet by their names; blanks and marks around a name do not count.
+class Columns {
+ public:
+  explicit Columns(const RowSet& sheet) : sheet_(sheet) {
+    for (const std::string& name : sheet.columns())
+      names_ << plain(QString::fromStdString(name));
+  }
+  bool has(QStringView name) const { return names_.contains(name.toString()); }
+  QString text(const Row& row, QStringView name) const {
+    const qsizetype at = names_.indexOf(name.toString());
+    return at < 0 ? QString() : sheet_.text(row.index(), static_cast<int>(at)).trimmed();
+  }
+
+ private:
+  static QString plain(const QString& name) {
+    QString letters;
+    for (const QChar c : name)
+      if (c.isLetterOrNumber()) letters += c;
+    return letters;
+  }
+  const RowSet& sheet_;
+  QStringList names_;
+};
+
+/// Takes down what a rule would say.
+class Listening final : public Prompt {
+ public:
+  QStringList refusals;
+  bool asked = false;
+  void notice(const QString& text) override { refusals << text; }
+  bool ask(const QString&) override { return asked = true; }
+  Answer askOrCancel(const QString&) override { return Answer::Cancel; }
+};
+
+std::optional<double> plainNumber(QString text) {
+  bool isNumber = false;
+  const double number = text.remove(u',').toDouble(&isNumber);
+  return isNumber && std::abs(number) < kMost ? std::optional(number) : std::nullopt;
+}
+
+/// yyyy-MM-dd; nothing when it is no date.
+std::optional<QString> dateOf(QString text) {
+  text.replace(u'/', u'-');
+  const QDate date = QDate::fromString(text.section(u' ', 0, 0), u"yyyy-M-d"_qs);
+  return date.isValid() ? std::optional(date.toString(u"yyyy-MM-dd"_qs)) : std::nullopt;
+}
+
+struct Judging {
+  const LineImport& wanted;
+  const LineRules& rules;
+  const LinePlace& place;
+
+  void judge(ImportLine& line, const QString& barcode) const {
+    QStringList faults, warnings;
+    const RowSet goods = findGoods(line.code, barcode);
+    if (goods.isEmpty()) {
+      faults << u"商品不存在"_qs;
+    } else {
+      line.code = goods.front().text("g_sn");
+      judgeGoods(line, goods.front(), faults, warnings);
+    }
+    const auto quantity = plainNumber(line.quantity);
+    if (line.quantity.isEmpty())
+      faults << u"数量不能为空"_qs;
+    else if (!quantity)
+      faults << u"数量不是数字"_qs;
+    else if (roundEps(*quantity, quantityDigits()) <= 0)
+      faults << u"数量不能为零或负数"_qs;
+    const auto price = plainNumber(line.price);
+    if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;
+    judgeDate(line, faults);
+    if (faults.isEmpty()) write(line, *quantity, price, faults, warnings);
+    line.passes = faults.isEmpty();
+    line.verdict = (faults + warnings).join(u"；"_qs);
+    if (line.verdict.isEmpty()) line.verdict = u"可顺利导入"_qs;
+  }
+
+ private:
+  static RowSet findGoods(const QString& code, const QString& barcode) {
+    if (code.isEmpty() && !barcode.isEmpty())
+      return openSelect("select top 1 g_sn,g_name,g_jy from jxc_goods where g_sptm=? order by g_jy,g_sn",
+                        sanitizeText(barcode));
+    return openSelect("select g_sn,g_name,g_jy from jxc_goods where g_sn=? and g_sn<>'00000000'", sanitizeText(code));
+  }
+
+  void judgeGoods(const ImportLine& line, const Row& goods, QStringList& faults, QStringList& warnings) const {
+    if (!line.name.isEmpty() && line.name != goods.text("g_name")) warnings << u"商品名称和编号不一致"_qs;
+    if (goods.integer("g_jy") != 0) {
+      faults << u"商品已停用"_qs;
+    } else {
+      const BoundStatement list = rules.goodsToPick(place, {.goods = line.code});
+      if (openSelectWith(list.sql, list.values).isEmpty()) faults << u"本单不能选择该商品"_qs;
+    }
+  }
+
+  void judgeDate(ImportLine& line, QStringList& faults) const {
+    if (line.produced.isEmpty()) {
+      if (wanted.needsProduced) faults << u"生产日期不能为空"_qs;
+      return;
+    }
+    const auto date = dateOf(line.produced);
+    if (date)
+      line.produced = *date;
+    else
+      faults << u"日期格式不正确"_qs;
+  }
+
+  void write(ImportLine& line, double quantity, std::optional<double> price, QStringList& faults,
+             QStringList& warnings) const {
+    line.draft = rules.newLine(line.code, place, true);
+    if (price && !line.price.isEmpty() && *price != line.draft.amounts.price()) {
+      if (!rules.priceMayChange()) faults << u"不允许修改单价"_qs;
+      line.draft.amounts.setPrice(*price);
+    }
+    line.draft.amounts.setQuantity(roundEps(quantity, quantityDigits()));
+    line.draft.produced = line.produced;
+    line.draft.note = line.note;
+    Listening rule;
+    if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, rule)) faults << rule.refusals;
+    if (rule.asked) warnings << u"库存不足"_qs;
+  }
+};
+
+}  // namespace line_import_detail
+
+std::vector<QString> importColumns(const LineImport& wanted) {
+  using namespace line_import_detail;
+  std::vector<QString> columns;
+  for (const char16_t* name : {kCode, kName, kQuantity, kPrice})
+    columns.push_back(QString::fromUtf16(name));
+  if (wanted.needsProduced) columns.push_back(QString::fromUtf16(kProduced));
+  columns.push_back(QString::fromUtf16(kNote));
+  return columns;
+}
+
+std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
+                                                  const LinePlace& place, Prompt& prompt) {
+  using namespace line_import_detail;
+  const Columns columns(sheet);
+  if (refused({{sheet.isEmpty(), u"模板中没有数据，不能进行导入操作！"_qs},
+               {!columns.has(kCode) && !columns.has(kBarcode), u"表格中没有“商品编号”这一列，请按模板填写！"_qs},
+               {!columns.has(kQuantity), u"表格中没有“数量”这一列，请按模板填写！"_qs}},
+              prompt))
+    return std::nullopt;
+  std::vector<ImportLine> lines;
+  for (const Row row : sheet) {
+    ImportLine line;
+    line.code = columns.text(row, kCode);
+    line.name = columns.text(row, kName);
+    line.quantity = columns.text(row, kQuantity);
+    line.price = columns.text(row, kPrice);
+    line.produced = columns.text(row, kProduced);
+    line.note = columns.text(row, kNote);
+    const QString barcode = columns.text(row, kBarcode);
+    if ((line.code + barcode + line.name + line.quantity + line.price).isEmpty()) continue;
+    Judging{wanted, rules, place}.judge(line, barcode);
+    lines.push_back(std::move(line));
+  }
+  if (refused({{lines.empty(), u"模板中没有数据，不能进行导入操作！"_qs}}, prompt)) return std::nullopt;
+  return lines;
+}
+
+QString ImportResult::text() const {
+  return u"导入完毕\r\n\r\n共%1条记录\r\n\r\n成功导入%2条\r\n\r\n失败%3条"_qs.arg(rows).arg(taken).arg(rows - taken);
+}
+
+std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
+                                        const LinePlace& place, Lines target, Prompt& asked) {
+  const bool nothing = std::none_of(lines.begin(), lines.end(), [](const ImportLine& line) { return line.passes; });
+  if (refused({{nothing, u"没有可以导入的商品！"_qs}}, asked)) return std::nullopt;
+  AskedOnce prompt(asked);
+  PickingMemory memory;
+  std::vector<const LineDraft*> taken;
+  for (const ImportLine& line : lines) {
+    if (!line.passes || !rules.mayStage(line.code, place, target, memory, prompt)) continue;
+    if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, prompt, &memory)) return std::nullopt;
+    taken.push_back(&line.draft);
+  }
+  ImportResult result{.rows = static_cast<int>(lines.size()), .number = place.number};
+  Transaction transaction(accountDb());
+  for (const LineDraft* draft : taken) {
+    LinePlace here = place;
+    here.number = result.number;
+    const LineResult added = rules.addLine(target, here, *draft, prompt);
+    result.number = added.number;
+    result.taken += added ? 1 : 0;
+  }
+  transaction.commit();
+  return result;
+}
+
+}  // namespace jxc

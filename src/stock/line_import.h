@@ -1,0 +1,44 @@
+// 单据导入: lines of a trading document from a spreadsheet: each row is judged, what passes becomes lines.
+#pragma once
+
+#include "stock/trading_document.h"
+
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace jxc {
+
+/// What the spreadsheet of one document is asked for.
+struct LineImport {
+  bool needsProduced = false;  // each line must tell its production date
+};
+
+/// A row of the spreadsheet, as it was read and what was found.
+struct ImportLine {
+  QString code, name, quantity, price, produced, note;  // as they stand there
+  bool passes = false;
+  QString verdict;  // all that is wrong with it, or "可顺利导入"; a warning may stand there though it passes
+  LineDraft draft;  // what it becomes when it passes
+};
+
+/// Names of the columns, as the template has them; the first is needed, or the barcode, and the quantity.
+std::vector<QString> importColumns(const LineImport& wanted);
+
+/// Judges all rows of a sheet (columns by name, in any order); rows without anything are passed over. Nothing, after a
+/// notice: the sheet has no rows, or not the columns that it needs.
+std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
+                                                  const LinePlace& place, Prompt& prompt);
+
+struct ImportResult {
+  int rows = 0, taken = 0;
+  QString number;        // of the document now
+  QString text() const;  // what the operator is told
+};
+/// Makes lines of the rows that pass, in their order, with the questions of the picking list, each put once. Nothing:
+/// the operator took it back, or no row passes.
+std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
+                                        const LinePlace& place, Lines target, Prompt& prompt);
+
+}  // namespace jxc
