@@ -1,0 +1,344 @@
+#!/usr/bin/env python3
+"""Days of a shop in the real window, by keys alone: forty documents by the keyboard, forty by the scanner, and a
+hundred scans in a row at ten a second on a catalogue of 100,000 goods. What stands in the books at the end is compared
+with what this script has worked out by itself.
+
+Usage: tests/journeys/shop_day.py [--program PROGRAM] [keyboard] [scanner] [burst]      (default: all three)
+Needs xvfb, openbox, xdotool. Prints figures; the exit status is 1 when anything differs.
+"""
+
+import argparse
+import collections
+import contextlib
+import pathlib
+import random
+import sqlite3
+import statistics
+import subprocess
+import sys
+import threading
+import time
+
+from desk import TOP, Desk, Failure, is_main
+
+DOCUMENTS = {  # initials of the command, title, its line dialog, heads and their due column, sign of stock and of cash
+    "receipt": ("cgjh", "采购进货", "进货商品明细", "jxc_jhd", "j_status", 1, -1),
+    "return": ("cgth", "采购退货", "采购退货商品明细", "jxc_thd", "th_status", -1, 1),
+    "sale": ("spxs", "商品销售", "销售商品明细", "jxc_lsxsd", "ls_status", -1, 1),
+    "back": ("gkth", "顾客退货", "退货商品明细", "jxc_xsthd", "th_status", 1, -1),
+}
+UNKNOWN = "9999999999999"
+
+
+class Books:
+    """What the shop should have, worked out line by line."""
+
+    def __init__(self, stock):
+        self.stock = collections.defaultdict(float, stock)
+        self.cash = self.suppliers = self.customers = 0.0
+
+    def enter(self, kind, lines, paid=None):
+        _, _, _, _, _, stock_sign, cash_sign = DOCUMENTS[kind]
+        due = sum(round(quantity * price, 2) for _, quantity, price in lines)
+        paid = due if paid is None else paid
+        for goods, quantity, _ in lines:
+            self.stock[goods] += stock_sign * quantity
+        self.cash += cash_sign * paid
+        open_amount = due - paid
+        if kind in ("receipt", "return"):
+            self.suppliers += open_amount if kind == "receipt" else -open_amount
+        else:
+            self.customers += open_amount if kind == "sale" else -open_amount
+
+    def compare(self, shop):
+        found = {goods: stock for goods, stock in shop.rows("select g_sn,sum(kc_sl) from jxc_kcsp group by g_sn")}
+        wrong = [(g, s, found.get(g)) for g, s in self.stock.items() if abs(found.get(g, 0) - s) > 1e-6]
+        figures = {
+            "cash": (self.cash, shop.number("select sum(xj_je) from jxc_xjyh")),
+            "owed to suppliers": (self.suppliers, shop.number("select sum(ghs_lwje) from jxc_ghsxx")),
+            "owed by customers": (self.customers, shop.number("select sum(kh_lwje) from jxc_khxx")),
+        }
+        for name, (wanted, there) in figures.items():
+            print(f"  {name}: {there:.2f}, worked out {wanted:.2f}")
+            if abs(wanted - there) > 0.005:
+                wrong.append((name, wanted, there))
+        print(f"  stock of {len(self.stock)} goods: {'as worked out' if not wrong else 'see below'}")
+        if wrong:
+            raise Failure(f"the books differ: {wrong[:5]}")
+
+
+class Shop:
+    """The account set of the program under test, looked at from beside."""
+
+    def __init__(self, home):
+        self.file = pathlib.Path(home) / "data/jxc.mdb"
+
+    def rows(self, statement, *values):
+        with contextlib.closing(sqlite3.connect(f"file:{self.file}?mode=ro", uri=True, timeout=10)) as db:
+            return db.execute(statement, values).fetchall()
+
+    def number(self, statement):
+        return self.rows(statement)[0][0] or 0
+
+    def audited(self, kind):
+        _, _, _, heads, status, _, _ = DOCUMENTS[kind]
+        return self.number(f"select count(*) from {heads} where {status}=1")
+
+
+def make_shop(jxcctl, goods, stock):
+    """Makes an account set with so many goods: code, barcode, cost and sale price follow from the number."""
+    def prepare(home):
+        subprocess.run([jxcctl, "--home", home, "create"], check=True, capture_output=True)
+        db = sqlite3.connect(pathlib.Path(home) / "data/jxc.mdb")
+        rows = [(code(i), f"镜架{i}", barcode(i), cost(i), cost(i), cost(i), price(i), price(i), stock, "1001",
+                 f"镜架{i}") for i in range(goods)]
+        db.executemany(
+            "insert into jxc_goods (g_sn,g_name,g_jm,g_sptm,dw_name,g_jj,g_scjj,g_pjjj,g_sj,g_lsj,g_kc,g_cgpl,g_xspl,"
+            "g_jy,g_gdcbj,gc_sn,g_isjp,g_qc,gg_name,color_name) values (?,?,'JJ',?,'付',?,?,?,?,?,?,0,0,0,0,?,0,?,'','')",
+            rows)
+        db.executemany("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',?,?,?,0)",
+                       [(code(i), stock, stock, cost(i)) for i in range(goods)])
+        db.execute("update jxc_xtcs set cs_shdj=1,cs_kc=1,cs_possk=1,cs_xjyh=1,cs_activatets='1',cs_cgje=0,cs_xsje=0,"
+                   "cs_hs=0,cs_jhzk=0")
+        db.commit()
+        db.execute("analyze")
+        db.commit()
+        db.close()
+    return prepare
+
+
+def code(i):
+    return str(10000001 + i)
+
+
+def barcode(i):
+    return str(6900000000000 + i * 7)
+
+
+def cost(i):
+    return 10.0 + i % 37
+
+
+def price(i):
+    return cost(i) * 2 + 5
+
+
+class Scanner:
+    """One xdotool that stays, so that codes come as quickly as from a scanner."""
+
+    def __init__(self, desk):
+        self.pipe = subprocess.Popen(["xdotool", "-"], stdin=subprocess.PIPE, env=desk.env, text=True)
+
+    def send(self, *codes):
+        for each in codes:
+            self.pipe.stdin.write(f"type --delay 3 {each}\nkey --delay 3 Return\n")
+        self.pipe.stdin.flush()
+
+    def close(self):
+        self.pipe.stdin.close()
+        self.pipe.wait(30)
+
+
+def log_in(desk):
+    desk.until("login", lambda title: "操作员登录" in title, 90)
+    desk.keys("F5")
+    desk.until("daily tip", lambda title: title == "每日一帖", 60)
+    desk.keys("Escape")
+    desk.until("main window", is_main)
+
+
+def open_document(desk, kind):
+    initials, title = DOCUMENTS[kind][:2]
+    desk.keys("ctrl+k", *initials, "Return")
+    desk.until(title, lambda t: t == title)
+
+
+def close_document(desk):
+    desk.keys("Escape")
+    desk.until("main window", is_main)
+
+
+def save(desk, shop, kind, seconds=20):
+    """F5, yes, and the document stands in the books."""
+    title = DOCUMENTS[kind][1]
+    before = shop.audited(kind)
+    desk.keys("F5")
+    desk.until(f"{title}: question", lambda t: t == "信息提醒")
+    desk.keys("y")
+    end = time.monotonic() + seconds
+    while shop.audited(kind) == before:
+        if time.monotonic() > end:
+            raise Failure(f"{title} was not saved; the window is “{desk.title()}”")
+        time.sleep(0.02)
+    desk.until(title, lambda t: t == title)
+
+
+def type_document(desk, kind, lines, paid):
+    _, title, dialog = DOCUMENTS[kind][:3]
+    desk.keys("F2")
+    picking = title + " - 选择商品"
+    desk.until(picking, lambda t: t == picking)
+    for goods, quantity, each in lines:
+        desk.xdo("type", "--delay", "15", goods)
+        for _ in range(20):  # Enter searches, and picks once the row is there
+            desk.keys("Return")
+            end = time.monotonic() + 1
+            while desk.title() == picking and time.monotonic() < end:
+                time.sleep(0.02)
+            if desk.title() != picking:
+                break
+        desk.until(dialog, lambda t: t == dialog)
+        desk.xdo("type", "--delay", "15", f"{quantity:g}")
+        desk.keys("Return")
+        desk.xdo("type", "--delay", "15", f"{each:g}")
+        desk.keys("F5")
+        desk.until(picking, lambda t: t == picking)
+        desk.keys("ctrl+a")
+    desk.keys("F5")
+    desk.until(title, lambda t: t == title)
+    if paid is not None:
+        desk.keys("Return")  # nothing to scan: on to the money
+        desk.xdo("type", "--delay", "15", f"{paid:g}")
+
+
+def keyboard_day(program, jxcctl):
+    """Forty documents of all four kinds; every third one is paid in part."""
+    dice = random.Random(7)
+    goods = 60
+    desk = Desk(program, make_shop(jxcctl, goods, 200))
+    try:
+        shop = Shop(desk.home)
+        books = Books({code(i): 200 for i in range(goods)})
+        log_in(desk)
+        start = time.monotonic()
+        keyed = 0
+        for kind, count in (("receipt", 12), ("sale", 16), ("back", 6), ("return", 6)):
+            open_document(desk, kind)
+            for number in range(count):
+                lines = [(code(i), dice.randint(1, 9), price(i) + 3 if kind in ("sale", "back") else cost(i) + dice.randint(0, 2))
+                         for i in dice.sample(range(goods), dice.randint(2, 4))]
+                due = sum(quantity * each for _, quantity, each in lines)
+                paid = round(due / 2) if number % 3 == 1 and kind != "back" else None
+                type_document(desk, kind, lines, paid)
+                save(desk, shop, kind)
+                books.enter(kind, lines, paid)
+                keyed += len(lines)
+            close_document(desk)
+        print(f"keyboard: 40 documents, {keyed} lines in {time.monotonic() - start:.0f} s")
+        books.compare(shop)
+        prove(jxcctl, desk)
+    finally:
+        desk.close()
+
+
+def scanner_day(program, jxcctl):
+    """Twenty receipts and twenty sales, nothing but codes: some twice, and codes that nobody knows in between, each
+    with the next code right behind it."""
+    dice = random.Random(11)
+    goods = 2000
+    desk = Desk(program, make_shop(jxcctl, goods, 50))
+    try:
+        shop = Shop(desk.home)
+        books = Books({code(i): 50 for i in range(goods)})
+        scanner = Scanner(desk)
+        log_in(desk)
+        start = time.monotonic()
+        scans = refused = 0
+        for kind in ("receipt", "sale"):
+            table = "jxc_jhsp" if kind == "receipt" else "jxc_lsxssp"
+            column = "jh_sl" if kind == "receipt" else "ls_sl"
+            open_document(desk, kind)
+            for number in range(20):
+                picked = [dice.randrange(goods) for _ in range(dice.randint(8, 20))]
+                picked += dice.sample(picked, 3)
+                codes = [barcode(i) for i in picked]
+                codes.insert(4, UNKNOWN)
+                before = shop.number(f"select sum({column}) from {table}")
+                scanner.send(*codes)
+                end = time.monotonic() + 60
+                while shop.number(f"select sum({column}) from {table}") < before + len(picked):
+                    if time.monotonic() > end:
+                        there = shop.number(f"select sum({column}) from {table}") - before
+                        raise Failure(f"{kind} {number}: {there:g} of {len(picked)} codes; the window is “{desk.title()}”")
+                    time.sleep(0.02)
+                save(desk, shop, kind)
+                counted = collections.Counter(picked)
+                books.enter(kind, [(code(i), n, cost(i) if kind == "receipt" else price(i)) for i, n in counted.items()])
+                scans += len(picked)
+                refused += 1
+            close_document(desk)
+        scanner.close()
+        print(f"scanner: 40 documents, {scans} codes and {refused} unknown ones in {time.monotonic() - start:.0f} s")
+        books.compare(shop)
+        prove(jxcctl, desk)
+    finally:
+        desk.close()
+
+
+def burst(program, jxcctl):
+    """A hundred codes, one each tenth of a second, on 100,000 goods: how long until each stands on the sale."""
+    count, goods = 100, 100_000
+    dice = random.Random(5)
+    desk = Desk(program, make_shop(jxcctl, goods, 5))
+    try:
+        shop = Shop(desk.home)
+        log_in(desk)
+        open_document(desk, "sale")
+        scanner = Scanner(desk)
+        time.sleep(1)
+        picked = dice.sample(range(goods), count)
+        sent, seen = [], {}
+
+        def watch():
+            while len(seen) < count and (not sent or time.monotonic() < sent[-1] + 30):
+                for row in shop.rows("select count(*) from jxc_lsxssp"):
+                    for line in range(len(seen), row[0]):
+                        seen[line] = time.monotonic()
+                time.sleep(0.004)
+
+        watcher = threading.Thread(target=watch)
+        watcher.start()
+        start = time.monotonic()
+        for number, i in enumerate(picked):
+            time.sleep(max(0, start + number * 0.1 - time.monotonic()))
+            sent.append(time.monotonic())
+            scanner.send(barcode(i))
+        watcher.join()
+        scanner.close()
+        there = [row[0] for row in shop.rows("select g_sn from jxc_lsxssp order by id")]
+        wanted = [code(i) for i in picked]
+        late = [(seen[n] - sent[n]) * 1000 for n in range(len(seen))]
+        print(f"burst: {len(there)} of {count} lines, in their order: {there == wanted}; from the first key of a code to "
+              f"its line in the books: median {statistics.median(late):.0f} ms, worst {max(late):.0f} ms "
+              f"(the keys of a code take some 50 ms); last line {1000 * (seen[count - 1] - sent[-1]):.0f} ms behind the last code")
+        if there != wanted:
+            raise Failure("codes were lost or changed")
+    finally:
+        desk.close()
+
+
+def prove(jxcctl, desk):
+    done = subprocess.run([jxcctl, "--home", desk.home, "prove"], capture_output=True, text=True)
+    print("  prove: " + (done.stdout.strip().splitlines() or ["?"])[-1])
+    if done.returncode != 0:
+        raise Failure("the proof finds faults: " + done.stdout[-500:] + done.stderr[-500:])
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    arguments.add_argument("--program", default=str(TOP / "build/shared/src/app/jxc"))
+    arguments.add_argument("days", nargs="*", choices=["keyboard", "scanner", "burst", []])
+    chosen = arguments.parse_args()
+    jxcctl = str(pathlib.Path(chosen.program).with_name("jxcctl"))
+    days = {"keyboard": keyboard_day, "scanner": scanner_day, "burst": burst}
+    try:
+        for name in chosen.days or days:
+            days[name](chosen.program, jxcctl)
+    except Failure as failure:
+        print(f"FAILED: {failure}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
