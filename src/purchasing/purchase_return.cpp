@@ -103,6 +103,19 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
   if (!draft.returnOf.isEmpty()) execSql("update jxc_jhd set j_th=1,j_dhdid=? where j_sn=?", number, draft.returnOf);
 }
 
+/// What the return takes over from the head of the receipt.
+void takeHead(const Row& head, TradingDraft& draft) {
+  draft.partner = head.text("ghs_sn");
+  draft.warehouse = head.text("ck_sn");
+  draft.salesperson = head.text("u_sn");
+  draft.paid = head.number("j_sfje");
+  draft.account = head.text("j_kmmc");
+  draft.note = head.text("j_note");
+  draft.invoiceNumber = head.text("j_fpno");
+  draft.invoiceAmount = head.number("j_fpje");
+  draft.returnOf = head.text("j_sn");
+}
+
 class ReturnRules final : public TradingRules {
  public:
   ReturnRules() : TradingRules(kReturn, purchase_return_detail::lines()) {}
@@ -136,23 +149,25 @@ class ReturnRules final : public TradingRules {
              {!heads.isEmpty() && heads.front().integer("j_th") == 1, u"该单据已经进行过整单退货，不能重复退货！"_qs}},
             prompt))
       return std::nullopt;
-    const Row head = heads.front();
     TradingDraft draft = current;
-    draft.partner = head.text("ghs_sn");
-    draft.warehouse = head.text("ck_sn");
-    draft.salesperson = head.text("u_sn");
-    draft.paid = head.number("j_sfje");
-    draft.account = head.text("j_kmmc");
-    draft.note = head.text("j_note");
-    draft.invoiceNumber = head.text("j_fpno");
-    draft.invoiceAmount = head.number("j_fpje");
-    draft.returnOf = source;
+    takeHead(heads.front(), draft);
     Transaction transaction(accountDb());
     draft.number = usableDraftNumber(family(), current.number, current.date);
     copyWholeDocument(receipt::description(), source, kReturn, draft.number);
+    // The receipt knows its return from now on, but counts as returned only once that is saved.
+    execSql("update jxc_jhd set j_dhdid=? where j_sn=?", draft.number, source);
     transaction.commit();
     draft.payable = payable(draft.number);
     return draft;
+  }
+
+  void recallReturned(TradingDraft& draft) const override {
+    const RowSet heads =
+        openSelect("select top 1 * from jxc_jhd where j_dhdid=? and j_th=0 order by id desc", draft.number);
+    if (!heads.isEmpty()) takeHead(heads.front(), draft);
+  }
+  void forgetReturned(const QString& number) const override {
+    execSql("update jxc_jhd set j_dhdid='' where j_dhdid=? and j_th=0", number);
   }
 };
 

@@ -94,6 +94,17 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
     execSql("update jxc_lsxsd set ls_th=1,ls_fdmc=? where gl_djh=?", number, draft.returnOf);
 }
 
+/// What the return takes over from the head of the sale.
+void takeHead(const Row& head, TradingDraft& draft) {
+  draft.partner = head.text("kh_sn");
+  draft.warehouse = head.text("ck_sn");
+  draft.salesperson = head.text("u_sn");
+  draft.paid = head.number("ls_sfje");
+  draft.account = head.text("ls_kmmc");
+  draft.note = head.text("ls_note");
+  draft.returnOf = head.text("gl_djh");
+}
+
 class ReturnRules final : public TradingRules {
  public:
   ReturnRules() : TradingRules(kReturn, sale_return_detail::lines()) {}
@@ -122,19 +133,26 @@ class ReturnRules final : public TradingRules {
     if (head.integer("ls_th") == 1 && !prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs))
       return std::nullopt;
     TradingDraft draft = current;
-    draft.partner = head.text("kh_sn");
-    draft.warehouse = head.text("ck_sn");
-    draft.salesperson = head.text("u_sn");
-    draft.paid = head.number("ls_sfje");
-    draft.account = head.text("ls_kmmc");
-    draft.note = head.text("ls_note");
-    draft.returnOf = source;
+    takeHead(head, draft);
     Transaction transaction(accountDb());
     draft.number = usableDraftNumber(family(), current.number, current.date);
     copyWholeDocument(sale::description(), source, kReturn, draft.number);
+    // The sale knows its return from now on, but counts as returned only once that is saved. The name of a branch that
+    // stands there is left until then.
+    execSql("update jxc_lsxsd set ls_fdmc=? where gl_djh=? and ls_th=0 and (ls_fdmc='' or ls_fdmc is null)",
+            draft.number, source);
     transaction.commit();
     draft.payable = payable(draft.number);
     return draft;
+  }
+
+  void recallReturned(TradingDraft& draft) const override {
+    const RowSet heads =
+        openSelect("select top 1 * from jxc_lsxsd where ls_fdmc=? and ls_th=0 order by id desc", draft.number);
+    if (!heads.isEmpty()) takeHead(heads.front(), draft);
+  }
+  void forgetReturned(const QString& number) const override {
+    execSql("update jxc_lsxsd set ls_fdmc='' where ls_fdmc=? and ls_th=0", number);
   }
 };
 

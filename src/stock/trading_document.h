@@ -165,6 +165,10 @@ class DocumentRules {
   virtual SaveResult save(const TradingDraft& draft, Prompt& prompt) const = 0;
   /// Returns a whole document: its lines become the draft, its head what the screen shows. Nothing: refused.
   virtual std::optional<TradingDraft> returnWhole(const QString&, const TradingDraft&, Prompt&) const { return {}; }
+  /// A draft that comes back after the program was cut off: when it returns a whole document, its head follows that.
+  virtual void recallReturned(TradingDraft&) const {}
+  /// The draft of this number is no whole return any more.
+  virtual void forgetReturned(const QString&) const {}
 
   virtual RowSet waiting(const WaitingFilter& filter) const = 0;
   virtual RowSet waitingLines(const QString& number) const = 0;

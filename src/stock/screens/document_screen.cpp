@@ -13,6 +13,7 @@
 #include "ui/scan_catcher.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QScopeGuard>
@@ -239,6 +240,7 @@ void DocumentScreen::initTab() {
   if (!unsaved.isEmpty() && !dateOfNumber(unsaved).isEmpty()) {
     fresh.number = unsaved;
     fresh.date = dateOfNumber(unsaved);
+    rules_.recallReturned(fresh);
   }
   hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved);
   hint_->setVisible(!unsaved.isEmpty());
@@ -439,6 +441,7 @@ void DocumentScreen::deleteLine() {
   reloadLines();
   // Nothing is left of the document that was to go back: what follows is a return of its own.
   if (gridLines.isEmpty()) {
+    rules_.forgetReturned(draft_.number);
     draft_.returnOf.clear();
     partner.setReadOnly(false);
   }
@@ -470,10 +473,21 @@ bool DocumentScreen::mayLeave() {
     case Answer::Yes:
       return save();
     case Answer::No:
+      rules_.forgetReturned(draft_.number);
       return true;
     default:
       return false;
   }
+}
+
+bool DocumentScreen::keyPressed(QKeyEvent& event) {
+  if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;
+  if (!mayDo(description_.newPartner)) return true;
+  if (const auto added = description_.addPartner()) {
+    partner.setPicked(*added);
+    partnerChanged();
+  }
+  return true;
 }
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {

@@ -30,12 +30,13 @@ struct DocumentScreenSpec {
   std::string_view draftTitle, waitingTitle;  // the two panels
   const PartnerSide* side;
   std::optional<ListItem> (*pickPartner)();
-  std::string_view partner, paid;      // names of the inputs: "tghs", "tsfje"
-  std::string_view employeeFlag;       // duty of the salespersons offered: "u_cg"
-  std::u16string_view settleKind;      // see settlementItems
-  bool (*carriesFreight)() = nullptr;  // tyf, tbzf, chkYf are shown; null: always, where there are such fields
-  bool (*putsAwayLater)() = nullptr;   // goods move by a document of their own: chkZj is shown
-  std::string_view waitingPartner;     // column of the waiting list: "ghs_name"
+  std::optional<ListItem> (*addPartner)();  // F8 in the partner's input
+  std::string_view partner, paid;           // names of the inputs: "tghs", "tsfje"
+  std::string_view employeeFlag;            // duty of the salespersons offered: "u_cg"
+  std::u16string_view settleKind;           // see settlementItems
+  bool (*carriesFreight)() = nullptr;       // tyf, tbzf, chkYf are shown; null: always, where there are such fields
+  bool (*putsAwayLater)() = nullptr;        // goods move by a document of their own: chkZj is shown
+  std::string_view waitingPartner;          // column of the waiting list: "ghs_name"
   std::string_view auditCommand = "btnRChk";
 
   // Screens that this one opens.
@@ -51,7 +52,7 @@ struct DocumentScreenSpec {
     Right right;
     std::u16string_view refusal;
   };
-  Guarded make, audit, addWaiting, deleteWaiting, newGoods;
+  Guarded make, audit, addWaiting, deleteWaiting, newGoods, newPartner;
 
   // Places: rows of inputs above and below the lines, of buttons, on both panels.
   std::span<const std::string_view> headForm, footForm;
@@ -90,6 +91,7 @@ class DocumentScreen : public ui::Screen {
  protected:
   void activate() override;
   bool mayLeave() override;
+  bool keyPressed(QKeyEvent& event) override;
 
   /// What a document has besides: at opening, and in what is saved.
   virtual void fillMore() {}
