@@ -21,8 +21,11 @@ class Failure(Exception):
 class Desk:
     """A display with a window manager, and the program on it in a fresh program directory."""
 
-    def __init__(self, program):
+    def __init__(self, program, prepare=None):
+        """`prepare` gets the program directory before the program starts on it."""
         self.home = tempfile.mkdtemp(prefix="jxc-tour.")
+        if prepare:
+            prepare(self.home)
         self.children = []
         reading, writing = os.pipe()
         self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x900x24", "-nolisten", "tcp", "-noreset"],

@@ -19,7 +19,7 @@ import sys
 import threading
 import time
 
-from desk import TOP, Desk, Failure, is_main
+from desk import TOP, Desk, Failure, begin, is_main
 
 DOCUMENTS = {  # initials of the command, title, its line dialog, heads and their due column, sign of stock and of cash
     "receipt": ("cgjh", "采购进货", "进货商品明细", "jxc_jhd", "j_status", 1, -1),
@@ -98,6 +98,13 @@ def make_shop(jxcctl, goods, stock):
             rows)
         db.executemany("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',?,?,?,0)",
                        [(code(i), stock, stock, cost(i)) for i in range(goods)])
+        ledger = ["gl_flag", "gl_djh", "gl_kdrq", "g_sn", "g_name", "gl_dj", "gl_cbj", "gl_zcb", "gl_sl", "gl_dzl", "gl_zje",
+                  "gl_je", "gl_tax", "gl_taxdj", "gl_taxje", "gl_lsj", "gl_lr", "gl_qxsl", "gl_sqsl", "gl_sqje", "gl_pjjj",
+                  "gl_kc", "gl_kczje", "gl_sysl", "gl_dqkc", "a_name", "ck_sn", "ck_name"]
+        db.executemany(
+            f"insert into jxc_goodslist ({','.join(ledger)}) values ({','.join('?' * len(ledger))})",
+            [("qc", "", "2020-01-01", code(i), f"镜架{i}", cost(i), 0, 0, stock, 1, stock * cost(i), stock * cost(i), 0, cost(i),
+              0, 0, 0, 0, 0, 0, cost(i), stock, stock * cost(i), stock, 0, "admin", "100001", "主仓库") for i in range(goods)])
         db.execute("update jxc_xtcs set cs_shdj=1,cs_kc=1,cs_possk=1,cs_xjyh=1,cs_activatets='1',cs_cgje=0,cs_xsje=0,"
                    "cs_hs=0,cs_jhzk=0")
         db.commit()
@@ -139,14 +146,6 @@ class Scanner:
         self.pipe.wait(30)
 
 
-def log_in(desk):
-    desk.until("login", lambda title: "操作员登录" in title, 90)
-    desk.keys("F5")
-    desk.until("daily tip", lambda title: title == "每日一帖", 60)
-    desk.keys("Escape")
-    desk.until("main window", is_main)
-
-
 def open_document(desk, kind):
     initials, title = DOCUMENTS[kind][:2]
     desk.keys("ctrl+k", *initials, "Return")
@@ -165,34 +164,35 @@ def save(desk, shop, kind, seconds=20):
     desk.keys("F5")
     desk.until(f"{title}: question", lambda t: t == "信息提醒")
     desk.keys("y")
-    end = time.monotonic() + seconds
-    while shop.audited(kind) == before:
-        if time.monotonic() > end:
-            raise Failure(f"{title} was not saved; the window is “{desk.title()}”")
-        time.sleep(0.02)
+    wait(lambda: f"{title} was not saved; the window is “{desk.title()}”", lambda: shop.audited(kind) > before, seconds)
     desk.until(title, lambda t: t == title)
 
 
-def type_document(desk, kind, lines, paid):
+def wait(what, done, seconds=20):
+    end = time.monotonic() + seconds
+    while not done():
+        if time.monotonic() > end:
+            raise Failure(what())
+        time.sleep(0.02)
+
+
+def type_document(desk, shop, kind, lines, paid):
     _, title, dialog = DOCUMENTS[kind][:3]
     desk.keys("F2")
     picking = title + " - 选择商品"
     desk.until(picking, lambda t: t == picking)
-    for goods, quantity, each in lines:
+    for number, (goods, quantity, each) in enumerate(lines, 1):
         desk.xdo("type", "--delay", "15", goods)
-        for _ in range(20):  # Enter searches, and picks once the row is there
-            desk.keys("Return")
-            end = time.monotonic() + 1
-            while desk.title() == picking and time.monotonic() < end:
-                time.sleep(0.02)
-            if desk.title() != picking:
-                break
+        time.sleep(0.3)  # the list follows the search
+        desk.keys("Return")
         desk.until(dialog, lambda t: t == dialog)
         desk.xdo("type", "--delay", "15", f"{quantity:g}")
         desk.keys("Return")
         desk.xdo("type", "--delay", "15", f"{each:g}")
         desk.keys("F5")
         desk.until(picking, lambda t: t == picking)
+        wait(lambda: f"{title}: line {number} is not on the list; the window is “{desk.title()}”",
+             lambda: shop.number("select count(*) from jxc_tempspxf") == number)
         desk.keys("ctrl+a")
     desk.keys("F5")
     desk.until(title, lambda t: t == title)
@@ -209,7 +209,7 @@ def keyboard_day(program, jxcctl):
     try:
         shop = Shop(desk.home)
         books = Books({code(i): 200 for i in range(goods)})
-        log_in(desk)
+        begin(desk)
         start = time.monotonic()
         keyed = 0
         for kind, count in (("receipt", 12), ("sale", 16), ("back", 6), ("return", 6)):
@@ -219,7 +219,7 @@ def keyboard_day(program, jxcctl):
                          for i in dice.sample(range(goods), dice.randint(2, 4))]
                 due = sum(quantity * each for _, quantity, each in lines)
                 paid = round(due / 2) if number % 3 == 1 and kind != "back" else None
-                type_document(desk, kind, lines, paid)
+                type_document(desk, shop, kind, lines, paid)
                 save(desk, shop, kind)
                 books.enter(kind, lines, paid)
                 keyed += len(lines)
@@ -241,7 +241,7 @@ def scanner_day(program, jxcctl):
         shop = Shop(desk.home)
         books = Books({code(i): 50 for i in range(goods)})
         scanner = Scanner(desk)
-        log_in(desk)
+        begin(desk)
         start = time.monotonic()
         scans = refused = 0
         for kind in ("receipt", "sale"):
@@ -282,7 +282,7 @@ def burst(program, jxcctl):
     desk = Desk(program, make_shop(jxcctl, goods, 5))
     try:
         shop = Shop(desk.home)
-        log_in(desk)
+        begin(desk)
         open_document(desk, "sale")
         scanner = Scanner(desk)
         time.sleep(1)
