@@ -1,8 +1,12 @@
 #include "ui/message_box_prompt.h"
 
+#include "ui/keyless_boxes.h"
+
 #include <QApplication>
+#include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShortcut>
 
 #include <utility>
@@ -18,6 +22,23 @@ QWidget* above(QWidget* wished) {
 // Business texts carry "\r\n"; the box knows "\n" only.
 QString boxText(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+/// Shows the box until it is answered.
+void run(QMessageBox& box) {
+  if (!box.parentWidget() || box.parentWidget()->window() != KeylessBoxes::below()) {
+    box.exec();
+    return;
+  }
+  box.setWindowModality(Qt::NonModal);
+  box.setAttribute(Qt::WA_ShowWithoutActivating);
+  box.setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+  auto* before = std::exchange(KeylessBoxes::shown(), &box);
+  const auto gone = qScopeGuard([before] { KeylessBoxes::shown() = before; });
+  QEventLoop loop;
+  QObject::connect(&box, &QDialog::finished, &loop, &QEventLoop::quit);
+  box.show();
+  loop.exec();
 }
 
 Answer question(QWidget* parent, const QString& text, bool withCancel) {
@@ -42,7 +63,7 @@ Answer question(QWidget* parent, const QString& text, bool withCancel) {
   }
   box.setDefaultButton(yes);
   box.setEscapeButton(withCancel ? cancel : no);
-  box.exec();
+  run(box);
   if (box.clickedButton() == yes) return Answer::Yes;
   return withCancel && box.clickedButton() != no ? Answer::Cancel : Answer::No;
 }
@@ -58,7 +79,7 @@ void MessageBoxPrompt::notice(const QString& text) {
   ok->setObjectName(QStringLiteral("btnOK"));
   box.setDefaultButton(ok);
   box.setEscapeButton(ok);
-  box.exec();
+  run(box);
 }
 
 bool MessageBoxPrompt::ask(const QString& text) {

@@ -1,5 +1,8 @@
 #include "ui/scan_catcher.h"
 
+#include "ui/keyless_boxes.h"
+
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -8,7 +11,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QWindow>
 
 #include <utility>
 
@@ -48,15 +50,23 @@ ScanCatcher::ScanCatcher(QWidget& window, QWidget& barcodeInput, Hooks hooks)
 }
 
 bool ScanCatcher::eventFilter(QObject* watched, QEvent* event) {
+  // The mouse reaches the box alone, too.
+  if ((event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) && busy_ &&
+      KeylessBoxes::shown() && watched->isWidgetType() && static_cast<QWidget*>(watched)->window() == &window_)
+    return true;
   const bool isPress = event->type() == QEvent::KeyPress;
   if ((!isPress && event->type() != QEvent::ShortcutOverride) || !window_.isVisible()) return false;
-  auto& key = static_cast<QKeyEvent&>(*event);
-  auto* modal = QApplication::activeModalWidget();
-  auto* box = qobject_cast<QMessageBox*>(modal);
-  // Keys that were under way when the box came up still go to the window below it, where they would be lost.
-  if (watched->isWindowType()) return isPress && box && watched == window_.windowHandle() && keyInBox(*box, key);
   if (!watched->isWidgetType()) return false;
+  auto& key = static_cast<QKeyEvent&>(*event);
   auto& target = static_cast<QWidget&>(*watched);
+  auto* modal = QApplication::activeModalWidget();
+  // A box that came up while a code was entered stands there without the keys: they come through this window.
+  if (auto* keyless = KeylessBoxes::shown(); keyless && busy_ && target.window() == &window_) {
+    if (&target == window_.focusWidget() && isPress && !keyInBox(*keyless, key)) handOn(*keyless, key);
+    event->accept();
+    return true;
+  }
+  auto* box = qobject_cast<QMessageBox*>(modal);
   if (box && target.window() == box) {
     if (isPress) return keyInBox(*box, key);
     // Or a letter of the code would press the button that has it as its key.
@@ -112,6 +122,21 @@ bool ScanCatcher::keyInBox(QMessageBox& box, const QKeyEvent& key) {
     QMetaObject::invokeMethod(
         buttons.front(), [button = buttons.front()] { button->click(); }, Qt::QueuedConnection);
   return true;
+}
+
+void ScanCatcher::handOn(QMessageBox& box, const QKeyEvent& key) {
+  QAbstractButton* meant = nullptr;
+  if (key.key() == Qt::Key_Escape) {
+    meant = box.escapeButton();
+  } else if (scan_catcher_detail::isEnter(key) || key.key() == Qt::Key_Space) {
+    meant = box.defaultButton();
+  } else if (key.modifiers() & Qt::AltModifier) {
+    for (auto* button : box.buttons())
+      if (button->shortcut() == QKeySequence(key.key())) meant = button;
+  }
+  if (meant)
+    QMetaObject::invokeMethod(
+        meant, [meant] { meant->click(); }, Qt::QueuedConnection);
 }
 
 void ScanCatcher::burstIsOver() {
@@ -181,6 +206,7 @@ void ScanCatcher::drain() {
     const QString code = waiting_.front();
     waiting_.pop_front();
     busy_ = true;
+    const KeylessBoxes boxes(window_);
     const auto done = qScopeGuard([this] { busy_ = false; });
     hooks_.scanned(code);
   }

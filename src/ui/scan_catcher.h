@@ -47,6 +47,7 @@ class ScanCatcher : public QObject {
   void begin(QWidget* target);
   bool end(QWidget& target);
   void takeBack();
+  void handOn(QMessageBox& box, const QKeyEvent& key);
   void burstIsOver();
   bool isFree() const;
   void drain();

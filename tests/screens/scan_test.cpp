@@ -31,17 +31,16 @@ class ScanScreenTest : public TradingScreenTest {
   /// What happens while the next box stands on top.
   static void onNextBox(std::function<void(QMessageBox&)> then) {
     QTimer::singleShot(0, qApp, [then] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (!box) return onNextBox(then);
-      then(*box);
+      for (auto* window : QApplication::topLevelWidgets())
+        if (auto* box = qobject_cast<QMessageBox*>(window); box && box->isVisible()) return then(*box);
+      onNextBox(then);
     });
   }
-  /// The keys of a scanner, as they reach a box: to the button that has the focus.
-  static void scanInto(QMessageBox& box, QStringView code) {
-    QWidget* focus = box.focusWidget() ? box.focusWidget() : &box;
-    typeIn(*focus, code);
+  /// The keys of a scanner while a box stands on top: it leaves them to the window below.
+  static void scanBehind(ui::Screen& s, QStringView code) {
+    typeIn(*s.focusWidget(), code);
     QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_qs);
-    QApplication::sendEvent(focus, &enter);
+    QApplication::sendEvent(s.focusWidget(), &enter);
   }
   static bool waitFor(const std::function<bool()>& done) {
     for (int i = 0; i < 200 && !done(); ++i) {
@@ -87,8 +86,8 @@ TEST_F(ScanScreenTest, ANoticeGivesWayToTheNextCode) {
     QString notice;
     onNextBox([&](QMessageBox& box) {
       notice = box.text();
-      scanInto(box, kFrame);
-      scanInto(box, kCloth);
+      scanBehind(s, kFrame);
+      scanBehind(s, kCloth);
     });
     expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
     scan(s, kUnknown);
@@ -105,8 +104,9 @@ TEST_F(ScanScreenTest, AQuestionIsNotAnsweredByTheNextCode) {
     s.field("tSptm").focus();
     bool stayed = false;
     onNextBox([&](QMessageBox& box) {
-      scanInto(box, kCloth);
-      scanInto(box, u"Y12345678");
+      EXPECT_FALSE(box.isModal());
+      scanBehind(s, kCloth);
+      scanBehind(s, u"Y12345678");
       stayed = box.isVisible();
     });
     expectQuestion(QString::fromUtf8(kSaleGoesShort), Answer::No);

@@ -81,7 +81,8 @@ class ScreenTest::Watcher : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
       auto* dialog = qobject_cast<QDialog*>(watched);
-      if (dialog && dialog->isModal() && !qobject_cast<QProgressDialog*>(dialog)) {
+      if (dialog && (dialog->isModal() || qobject_cast<QMessageBox*>(dialog)) &&
+          !qobject_cast<QProgressDialog*>(dialog)) {
         QTimer::singleShot(0, this, [this, alive = QPointer<QDialog>(dialog)] {
           if (alive && alive->isVisible()) test_.opened(*alive);
         });
