@@ -379,9 +379,11 @@ void Grid::setColumnVisible(std::string_view field, bool on) {
 
 void Grid::setColumnAllowed(std::string_view field, bool on) {
   const int column = model_->columnOf(field);
+  if (column < 0) throw std::invalid_argument("no column " + std::string(field));
   std::erase(forbidden_, column);
   if (!on) forbidden_.push_back(column);
-  setColumnVisible(field, on);
+  showColumn(column);
+  if (autoWidth_) defaultWidths();
 }
 
 void Grid::showColumn(int column) {

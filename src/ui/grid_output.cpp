@@ -104,16 +104,19 @@ Sheet gridSheet(const Grid& grid) {
 
 void exportGrid(Grid& grid) {
   grid.waitLoaded();
-  if (grid.isEmpty()) return;
+  if (!grid.isEmpty()) exportSheet(gridSheet(grid), grid.heading().title, grid.window());
+}
+
+void exportSheet(const Sheet& sheet, const QString& name, QWidget* window) {
   // What does not fit the older kind of file is proposed as the newer one at once.
-  const bool isLong = grid.rowCount() > kXlsMostRows - 2;
+  const bool isLong = sheet.rows.count > kXlsMostRows - 2 || sheet.columns.size() > 256;
   const QString filters = isLong ? QStringLiteral("(*.xlsx);;(*.xls)") : QStringLiteral("(*.xls);;(*.xlsx)");
-  const QString file = chooseSaveFile(grid.window(), QStringLiteral("导出"), grid.heading().title, filters);
+  const QString file = chooseSaveFile(window, QStringLiteral("导出"), name, filters);
   if (file.isEmpty()) return;
-  MessageBoxPrompt prompt(grid.window());
+  MessageBoxPrompt prompt(window);
   try {
-    Progress progress(QStringLiteral("正在导出……"), grid.window());
-    if (!writeSheet(file, gridSheet(grid), progress.report())) return;
+    Progress progress(QStringLiteral("正在导出……"), window);
+    if (!writeSheet(file, sheet, progress.report())) return;
   } catch (const SheetError& error) {
     return prompt.notice(error.message());
   }

@@ -3,6 +3,8 @@
 
 #include "platform/sheet/sheet.h"
 
+class QWidget;
+
 namespace jxc::ui {
 
 class Grid;
@@ -14,6 +16,9 @@ Sheet gridSheet(const Grid& grid);
 /// Asks for a file and writes the list to it, with a bar when it takes long; tells when it is done and what went wrong.
 /// An empty list does nothing.
 void exportGrid(Grid& grid);
+
+/// The same for a sheet that is no list; `name` is proposed for the file.
+void exportSheet(const Sheet& sheet, const QString& name, QWidget* window);
 
 /// Shows the list as pages, ready to be printed. An empty list does nothing.
 void printGrid(Grid& grid);

@@ -1,13 +1,16 @@
 // Lenses in the catalogue: one, a range, a change; the library; wholesale prices.
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
+#include "platform/sheet/sheet_reader.h"
 #include "screens/harness/screen_test.h"
+#include "ui/file_dialogs.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QTreeWidget>
 
 namespace jxc::test {
@@ -118,6 +121,18 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
     EXPECT_EQ(table.item(1, 0)->text(), u"3.00"_qs);
     EXPECT_EQ(table.item(1, 1), nullptr) << "no article has that pair";
     EXPECT_EQ(s.findChild<QLabel*>(u"lSum4"_qs)->text(), u"库存合计：10.50"_qs);
+
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"度数.xls"_qs);
+    ui::setFileAnswer([&](const QString&, const QString&) { return file; });
+    expectNotice(u"导出成功！"_qs);
+    press(s, "Ctrl+S");
+    ui::setFileAnswer({});
+    const RowSet rows = openExcel(file)->rows();
+    EXPECT_EQ(rows.columns(), (std::vector<std::string>{"屈/散", "-0.25", "-0.5"}));
+    EXPECT_EQ(rows[0].number("-0.5"), 7);
+    EXPECT_TRUE(rows[1].isNull("-0.5"));
+
     type(s, "tKey4", u"1.74");
     press(s, "F2");
     EXPECT_EQ(table.rowCount(), 0);

@@ -270,6 +270,22 @@ TEST_F(GridOutputTest, ScreensExportTheListInSight) {
     EXPECT_EQ(rows[1].number("当前库存"), 4);
     EXPECT_EQ(rows[2].text("商品编号"), QStringLiteral("仓库：所有仓库　商品类别：所有类别"));
   });
+  // Columns that an operator has no right to are not in the file, nor among those that he may show.
+  setRights(QStringLiteral("100002"), "kcgl", QStringLiteral("111111111111111011111"));
+  becomeOperator(QStringLiteral("clerk"), QStringLiteral("100009"), QStringLiteral("100002"));
+  open("F_Kccx", [&](ui::Screen& s) {
+    answerFile(QStringLiteral("kc.xlsx"));
+    expectNotice(QStringLiteral("导出成功！"));
+    click(s, "btn_Export");
+    const RowSet rows = openExcel(file(QStringLiteral("kc.xlsx")))->rows();
+    EXPECT_GE(rows.columnIndex("当前库存"), 0);
+    EXPECT_EQ(rows.columnIndex("成本均价"), -1);
+    QMenu menu;
+    s.grid("gridKc").fillMenu(menu);
+    for (const auto* action : menu.findChildren<QAction*>())
+      EXPECT_NE(action->text(), QStringLiteral("成本均价"));
+  });
+  becomeOperator(QStringLiteral("admin"), QStringLiteral("100001"), QStringLiteral("100001"));
   for (const char* screen : {"F_Spxxgl", "F_Khgl", "F_Ghsgl", "F_Yskgl", "F_Yfkgl", "F_Xjyh", "F_Yskdj"}) {
     open(screen, [&](ui::Screen& s) {
       asked_.clear();

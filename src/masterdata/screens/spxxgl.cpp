@@ -280,12 +280,7 @@ void TF_Spxxgl::activate() {
 
 void TF_Spxxgl::showColumns() {
   using namespace spxxgl_detail;
-  const auto allow = [this](std::string_view name, bool on) {
-    const bool wasHidden = std::any_of(std::begin(kColumns), std::end(kColumns),
-                                       [&](const auto& column) { return column.field == name && column.hidden; });
-    gridSp.setColumnAllowed(name, on);
-    if (on && wasHidden) gridSp.setColumnVisible(name, false);
-  };
+  const auto allow = [this](std::string_view name, bool on) { gridSp.setColumnAllowed(name, on); };
   for (const auto name : kCostColumns)
     allow(name, session().canSeeCost);
   allow("g_sj", session().canSeePrice);

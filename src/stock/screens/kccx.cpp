@@ -6,6 +6,7 @@
 #include "masterdata/goods_lenses.h"
 #include "stock/screens/power_matrix.h"
 #include "stock/stock_enquiry.h"
+#include "ui/grid_output.h"
 #include "ui/screen.h"
 
 #include <QTabWidget>
@@ -123,6 +124,7 @@ class TF_Kccx : public ui::Screen {
   void query();
   void search();
   void showAll();
+  void exportShown();
   StockFilter filter() const;
   QString supplier_;
   std::optional<StockComparison> comparison_;
@@ -173,6 +175,13 @@ TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
   on(command("btnCx1"), [this] { query(); });
   on(command("btnCx"), [this] { search(); });
   on(command("btnAll"), [this] { showAll(); });
+  on(command("btn_Export"), [this] { exportShown(); });
+}
+
+// Of the lens page the table of powers is wanted, not the list of names beside it.
+void TF_Kccx::exportShown() {
+  if (pages_->currentIndex() == 0) return ui::exportGrid(gridKc);
+  if (!matrix_->isEmpty()) ui::exportSheet(matrix_->sheet(), gridJp4.currentText("g_name"), this);
 }
 
 // Lenses of one name by their powers, spheres downwards and cylinders across.
@@ -208,9 +217,9 @@ void TF_Kccx::activate() {
   tsplb.setItems(kccx_detail::classes(), true);
   const bool seesCost = hasRight("kcgl", 16);
   for (const char* column : {"g_scjj", "cbjj", "kczje"})
-    gridKc.setColumnVisible(column, seesCost);
+    gridKc.setColumnAllowed(column, seesCost);
   for (const char* column : {"g_sj", "xszje"})
-    gridKc.setColumnVisible(column, session().canSeePrice);
+    gridKc.setColumnAllowed(column, session().canSeePrice);
   query();
 }
 

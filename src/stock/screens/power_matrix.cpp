@@ -1,5 +1,6 @@
 #include "stock/screens/power_matrix.h"
 
+#include "core/rounding.h"
 #include "ui/display.h"
 
 #include <QAbstractButton>
@@ -35,6 +36,7 @@ PowerMatrix::PowerMatrix(QWidget* parent)
 }
 
 void PowerMatrix::show(const PowerTable& table) {
+  shown_ = table;
   table_->clear();
   table_->setRowCount(static_cast<int>(table.spheres.size()));
   table_->setColumnCount(static_cast<int>(table.cylinders.size()));
@@ -54,6 +56,22 @@ void PowerMatrix::show(const PowerTable& table) {
   }
   sum_->setText(table.cells.empty() ? QStringLiteral("在左边选择一种镜片")
                                     : QStringLiteral("库存合计：") + ui::displaySum(ui::ColumnKind::Quantity, sum));
+}
+
+Sheet PowerMatrix::sheet() const {
+  Sheet sheet;
+  sheet.columns.push_back({corner_->text()});
+  for (const QString& cylinder : shown_.cylinders)
+    sheet.columns.push_back({.caption = cylinder, .kind = SheetKind::Quantity, .decimals = quantityDigits()});
+  sheet.rows = {static_cast<int>(shown_.spheres.size()), [table = shown_](int row, std::span<Value> cells) {
+                  cells[0] = table.spheres[row];
+                  const auto& line = table.cells[static_cast<std::size_t>(row)];
+                  for (std::size_t column = 0; column < line.size(); ++column) {
+                    if (line[column]) cells[column + 1] = *line[column];
+                  }
+                }};
+  sheet.notes << sum_->text();
+  return sheet;
 }
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "masterdata/goods_lenses.h"
+#include "platform/sheet/sheet.h"
 
 #include <QWidget>
 
@@ -16,8 +17,12 @@ class PowerMatrix : public QWidget {
  public:
   explicit PowerMatrix(QWidget* parent = nullptr);
   void show(const PowerTable& table);
+  bool isEmpty() const { return shown_.cells.empty(); }
+  /// What is shown as a spreadsheet.
+  Sheet sheet() const;
 
  private:
+  PowerTable shown_;
   QTableWidget* table_;
   QLabel* corner_;
   QLabel* sum_;
