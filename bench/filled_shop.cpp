@@ -14,10 +14,10 @@ namespace filled_shop_detail {
 void fillBooks(sqlite3* db, int rows) {
   const auto run = [db](const char* text) { Bare(db, text).run(); };
   run("begin immediate");
-  Bare goods(
-      db,
-      "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,g_pjjj,g_scjj,g_jj,g_sj,g_lsj,g_kc,g_cgpl,g_xspl,g_jy,g_gdcbj)"
-      " values (?,'镜架','JJ','付',10,10,10,20,20,0,0,0,0,0)");
+  Bare goods(db,
+             "insert into jxc_goods "
+             "(g_sn,g_name,g_jm,dw_name,g_pjjj,g_scjj,g_jj,g_sj,g_lsj,g_kc,g_cgpl,g_xspl,g_jy,g_gdcbj,gc_sn)"
+             " values (?,'镜架','JJ','付',10,10,10,20,20,0,0,0,0,0,'1000')");
   Bare stock(db, "insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',0,0,10,0)");
   for (int i = 0; i < goodsCount; ++i) {
     (goods << goodsCode(i)).run();

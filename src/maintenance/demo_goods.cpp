@@ -192,7 +192,7 @@ class Maker {
       const QString style = words(brand.sun ? kSunStyles[model % 5]
                                   : child   ? kChildStyles[model % 3]
                                             : kFrameStyles[(model * 3 + i) % 10]);
-      const double buy = brand.price * (70 + random_.below(80)) / 100;
+      const int buy = brand.price * (70 + random_.below(80)) / 100;
       GoodsDraft draft =
           draftOf(classes[brand.sun ? 1 : 0], words(brand.name) + style, u"付", buy, labelPrice(buy * 3.1));
       draft.model = QStringLiteral("%1%2 %3□%4-%5")
