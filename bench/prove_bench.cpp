@@ -54,7 +54,6 @@ class Filler {
     (Bare(db_, "update jxc_khxx set kh_lwje=? where kh_sn='100001'") << owedByCustomer_).run();
     (Bare(db_, "update jxc_ghsxx set ghs_lwje=? where ghs_sn='100001'") << owedToSupplier_).run();
     run("commit");
-    run("analyze");
   }
 
  private:

@@ -299,19 +299,17 @@ void proveGoods(Books& books, const Around& around) {
       const double average = set.number(row, 3);
       const double due = std::fabs(roundEps(sum.worth / sum.book, books.digits.money));
       if (sameAmount(average, due)) continue;
-      const auto explains = [&](int digits) {
-        return sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
-      };
-      if (std::ranges::any_of(std::views::iota(0, 7), explains)) {
-        books.findings.add(Kind::RunningOtherDigits, place(average, due));
-        continue;
-      }
       // Within the costs that the goods has had, and something moved since a document last set it.
       const double slack = std::pow(10.0, -books.digits.money);
       const bool plausible = sum.negative || (average >= sum.least - slack && average <= sum.most + slack);
       const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost;
-      books.findings.add((plausible && behind) || sum.cancelled ? Kind::GoodsAverageBehind : Kind::GoodsAverage,
-                         place(average, due));
+      const auto explains = [&](int digits) {
+        return sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
+      };
+      const Kind kind = (plausible && behind) || sum.cancelled                  ? Kind::GoodsAverageBehind
+                        : std::ranges::any_of(std::views::iota(0, 7), explains) ? Kind::RunningOtherDigits
+                                                                                : Kind::GoodsAverage;
+      books.findings.add(kind, place(average, due));
     }
   });
   std::vector<char> knownPlaces(static_cast<std::size_t>(books.warehouses.size()));

@@ -66,9 +66,11 @@ void refreshMonthStock(const QString& warehouse, const QString& month) {
 QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
   for (const auto& entry : stock_rows_detail::shortageKinds) {
     if (kind != entry.kind) continue;
+    // Asked of each goods of the document: a join would begin with all goods of the warehouse.
     const QString goods = lookupValue(
         compose("select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' "
-                "group by g_sn) a,jxc_kcsp b where a.g_sn=b.g_sn and a.sl>b.kc_zsl and b.ck_sn=? order by a.g_sn",
+                "group by g_sn) a where exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and "
+                "a.sl>b.kc_zsl) order by a.g_sn",
                 {entry.quantity, entry.table, entry.number}),
         number, warehouse);
     if (goods.isEmpty()) return {};

@@ -37,6 +37,7 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
     saveCheckedValueTab2();
     return true;
   });
+  btnOK.setProperty("main", true);
   on(btnOK, [this] { saveCheckedValueTab2(); });
   on(command("btnPreview"), [this] {
     collect();

@@ -11,6 +11,7 @@ namespace jxc {
 HeadScreen::HeadScreen(const HeadScreenSpec& spec)
     : Screen(spec.screen), partner(field(spec.partner)), description_(spec) {
   partner.onPick(spec.pickPartner);
+  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
 
