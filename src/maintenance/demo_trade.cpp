@@ -388,7 +388,7 @@ bool Trade::transfer() {
       continue;
     }
     if (lines.size() < 16)
-      lines.push_back({.article = index, .quantity = quantity});
+      lines.push_back({.article = index, .quantity = quantity, .price = goods.sell});
     else
       later.push_back(index);
   }
@@ -397,81 +397,68 @@ bool Trade::transfer() {
   return saveTransfer(lines);
 }
 
-/// A draft within the house as its screen writes it: lines under number and operator, then the head.
-bool Trade::saveTransfer(const std::vector<Pick>& lines) {
+/// A document within the house as its screen writes it: lines under number and operator, then the head. Its number.
+QString Trade::saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, LineWriter writeLine,
+                          std::initializer_list<Field> head) {
   workAs(staff_.buyer);
-  const DocumentFamily& family = families::transfer;
-  QString number = usableDraftNumber(family, newDocumentNumber(family, today()), today());
+  const QString number = usableDraftNumber(family, newDocumentNumber(family, today()), today());
   for (const Pick& pick : lines) {
-    const Article& goods = article(pick.article);
-    const double cost = getGoodsCost(goods.number, staff_.warehouses[0], today());
-    insertRow(family.lines, {{"gl_djh", number},
-                             {"g_sn", goods.number},
-                             {"db_sl", pick.quantity},
-                             {"db_dj", cost},
-                             {"db_sj", goods.sell},
-                             {"db_zje", demo_trade_detail::yuan(cost * pick.quantity)},
-                             {"a_name", session().a_name},
-                             {"t_ph", u""},
-                             {"t_scrq", u""},
-                             {"t_yxq", u""}});
+    const QString& goods = article(pick.article).number;
+    const double cost = getGoodsCost(goods, staff_.warehouses[0], today());
+    const std::int64_t id = insertRow(family.lines, {{"gl_djh", number},
+                                                     {"g_sn", goods},
+                                                     {"a_name", session().a_name},
+                                                     {"t_ph", u""},
+                                                     {"t_scrq", u""},
+                                                     {"t_yxq", u""}});
+    writeLine(id, pick, cost);
   }
   const auto writeHead = [&](const QString& taken) {
-    insertRow(family.head, {{"gl_djh", taken},
-                            {"ck_out", staff_.warehouses[0]},
-                            {"ck_in", staff_.warehouses[1]},
-                            {"db_dbrq", today()},
-                            {"db_status", 0},
-                            {"db_checker", u""},
-                            {"db_chkrq", u""},
-                            {"u_sn", staff_.employees[2]},
-                            {"db_note", u"补货"},
-                            {"a_name", session().a_name}});
+    const std::int64_t id = insertRow(family.head, {{family.number, taken},
+                                                    {family.date, today()},
+                                                    {family.status, 0},
+                                                    {family.checker, u""},
+                                                    {family.checkDate, u""},
+                                                    {"a_name", session().a_name}});
+    updateRow(family.head, id, head);
   };
   const SaveResult saved = saveDocument(family, {.number = number, .date = today(), .writeHead = writeHead}, prompt_);
-  if (!saved) throw std::logic_error("demonstration: transfer not saved");
+  if (!saved) throw std::logic_error("demonstration: document within the house not saved");
   for (const Pick& pick : lines) {
     article(pick.article).stock[0] -= pick.quantity;
-    arrivals_[saved.number].push_back({pick.article, 1, pick.quantity});
     wantMore(pick.article, 0);
   }
   ++documents_;
+  return saved.number;
+}
+
+bool Trade::saveTransfer(const std::vector<Pick>& lines) {
+  const auto writeLine = [](std::int64_t id, const Pick& pick, double cost) {
+    updateRow("jxc_dbsp", id,
+              {{"db_sl", pick.quantity},
+               {"db_dj", cost},
+               {"db_sj", pick.price},
+               {"db_zje", demo_trade_detail::yuan(cost * pick.quantity)}});
+  };
+  const QString number = saveWithin(families::transfer, lines, writeLine,
+                                    {{"ck_out", staff_.warehouses[0]},
+                                     {"ck_in", staff_.warehouses[1]},
+                                     {"u_sn", staff_.employees[2]},
+                                     {"db_note", u"补货"}});
+  for (const Pick& pick : lines)
+    arrivals_[number].push_back({pick.article, 1, pick.quantity});
   return true;
 }
 
 bool Trade::writeOffDamage() {
   const int index = random_.below(static_cast<int>(catalogue_.articles.size()));
   if (article(index).stock[0] < 2) return false;
-  workAs(staff_.buyer);
-  const DocumentFamily& family = families::loss;
-  const QString number = usableDraftNumber(family, newDocumentNumber(family, today()), today());
-  const double cost = getGoodsCost(article(index).number, staff_.warehouses[0], today());
-  insertRow(family.lines, {{"gl_djh", number},
-                           {"g_sn", article(index).number},
-                           {"bs_sl", 1},
-                           {"bs_dj", cost},
-                           {"bs_zje", cost},
-                           {"bs_note", u"加工损坏"},
-                           {"a_name", session().a_name},
-                           {"t_ph", u""},
-                           {"t_scrq", u""},
-                           {"t_yxq", u""}});
-  const auto writeHead = [&](const QString& taken) {
-    insertRow(family.head, {{"gl_djh", taken},
-                            {"ck_sn", staff_.warehouses[0]},
-                            {"bs_bsrq", today()},
-                            {"bs_status", 0},
-                            {"bs_checker", u""},
-                            {"bs_chkrq", u""},
-                            {"u_sn", staff_.employees[5]},
-                            {"bs_note", u"割边损坏"},
-                            {"a_name", session().a_name}});
+  const auto writeLine = [](std::int64_t id, const Pick& pick, double cost) {
+    updateRow("jxc_bssp", id,
+              {{"bs_sl", pick.quantity}, {"bs_dj", cost}, {"bs_zje", cost * pick.quantity}, {"bs_note", u"加工损坏"}});
   };
-  if (!saveDocument(family, {.number = number, .date = today(), .writeHead = writeHead}, prompt_))
-    throw std::logic_error("demonstration: loss not saved");
-  article(index).stock[0] -= 1;
-  wantMore(index, 0);
-  ++documents_;
+  saveWithin(families::loss, {{.article = index, .quantity = 1}}, writeLine,
+             {{"ck_sn", staff_.warehouses[0]}, {"u_sn", staff_.employees[5]}, {"bs_note", u"割边损坏"}});
   return true;
 }
 

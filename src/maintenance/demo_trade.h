@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
+#include "core/statements.h"
 #include "maintenance/demo_goods.h"
 #include "maintenance/demo_names.h"
 #include "masterdata/partner_side.h"
@@ -14,6 +15,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <initializer_list>
 #include <map>
 #include <vector>
 
@@ -110,6 +112,9 @@ class Trade {
   void addLines(const DocumentRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
   QString save(const DocumentRules& rules, const TradingDraft& draft);
   bool receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack);
+  using LineWriter = void (*)(std::int64_t id, const Pick& pick, double cost);
+  QString saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, LineWriter writeLine,
+                     std::initializer_list<Field> head);
   bool saveTransfer(const std::vector<Pick>& lines);
   void wantMore(int index, int warehouse);
   void arrive(const QString& number);
