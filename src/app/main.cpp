@@ -7,6 +7,7 @@
 #include "core/screens/main_form.h"
 #include "core/startup.h"
 #include "engine/sheet_export.h"
+#include "output/templates.h"
 #include "platform/sheet/row_export.h"
 #include "platform/single_instance.h"
 #include "ui/application.h"
@@ -87,6 +88,7 @@ int main(int argc, char** argv) {
   options.process(application);
 
   jxc::setProgramDirectory(jxc::findProgramDirectory(application.arguments(), QCoreApplication::applicationDirPath()));
+  jxc::bringTemplates();
   if (options.isSet(QStringLiteral("screenshot"))) {
     return jxc::takeScreenshots(options.value(QStringLiteral("screenshot")), options.value(QStringLiteral("skin")));
   }

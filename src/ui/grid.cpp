@@ -364,6 +364,13 @@ std::vector<Row> Grid::selectedRows() const {
   return rows;
 }
 
+std::vector<Row> Grid::shownRows() const {
+  std::vector<Row> rows;
+  for (int place = 0; place < rowCount(); ++place)
+    rows.push_back(model_->rows()[model_->sourceRow(place)]);
+  return rows;
+}
+
 void Grid::setMultiSelect(bool on) {
   view_->setSelectionMode(on ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
 }

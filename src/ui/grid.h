@@ -77,6 +77,8 @@ class Grid : public QWidget {
   int currentRow() const;  // place in the view; -1
   /// Rows that the operator has marked (all of them with Ctrl+A), in the order of the view.
   std::vector<Row> selectedRows() const;
+  /// Rows that are shown, in the order of the view.
+  std::vector<Row> shownRows() const;
   void setMultiSelect(bool on);
 
   // Columns.

@@ -7,6 +7,8 @@
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_picker.h"
+#include "output/money_reports.h"
+#include "output/screens/print_outlet.h"
 #include "stock/screens/preview_screen.h"
 #include "ui/period_menu.h"
 
@@ -70,6 +72,8 @@ constexpr ui::CommandSpec kListCommands[] = {
     {"btnAdd", "增加", "F3"},
     {"btnModi", "修改", "F4"},
     {"btnDele", "删除", "Ctrl+D"},
+    {"btn_ChaKan", "查看单据", "F8"},
+    {"btn_Prin", "打印", "Ctrl+P"},
     {"btn_Check", "审核全部", "F6"},
     {"btnPreview", "预览影响", "F7"},
     {"btn_Export", "导出", "Ctrl+S"},
@@ -96,6 +100,7 @@ constexpr ui::FieldSpec kDueFields[] = {
     {"tgsj", "金额：", FieldKind::Money},
     {"comUser", "经办人：", FieldKind::Combo},
     {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note", 0, ui::OffersRemarks},
+    {"chkPrin", "保存后打印", FieldKind::Check},
 };
 constexpr ui::FieldSpec kPaymentFields[] = {
     {"tdjh", "单据号：", FieldKind::Text, "jxc_ysyfk_dj.gl_djh", 0, ui::ReadOnly},
@@ -107,6 +112,7 @@ constexpr ui::FieldSpec kPaymentFields[] = {
     {"tmlje", "抹零：", FieldKind::Money},
     {"comUser", "经办人：", FieldKind::Combo},
     {"tnote", "备注：", FieldKind::Text, "jxc_ysyfk_dj.k_note", 0, ui::OffersRemarks},
+    {"chkPrin", "保存后打印", FieldKind::Check},
 };
 constexpr ui::CommandSpec kEntryCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 
@@ -159,7 +165,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   panel()
       .row("tdate1 tdate2 btnDate tKhName tkey btnSearch1 |")
       .grid("gridList")
-      .buttons("btnAdd btnModi btnDele btn_Export | btnPreview btn_Check btnCancel");
+      .buttons("btnAdd btnModi btnDele btn_ChaKan btn_Prin btn_Export | btnPreview btn_Check btnCancel");
   list.setCaption("name", jxc::words(words_.side->noun));
   tKhName.onPick(words_.pickPartner);
   tkey.onEnter([this] {
@@ -178,12 +184,14 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
     if (partner_books::auditAll(*words_.side, words_.kind, list.rows(), prompt())) refresh();
   });
   on(command("btnPreview"), [this] { preview(); });
+  on(command("btn_ChaKan"), [this] { showDocument(); });
+  on(command("btn_Prin"), [this] { printList(); });
   bindMenu();
   list.setRowLook([](const Row& row) { return row.flag("k_check") ? ui::RowLook::Normal : ui::RowLook::Warning; });
 }
 
 void PartnerDocumentScreen::bindMenu() {
-  for (const char* each : {"btnModi", "btnDele"})
+  for (const char* each : {"btnModi", "btnDele", "btn_ChaKan"})
     list.addMenuCommand(command(each).text(), [this, each] { command(each).click(); });
   QAction* audit = list.addMenuCommand(QStringLiteral("审核(&Z)"), [this] { auditOrCancel(); });
   list.onCurrentChanged([this, audit] {
@@ -260,6 +268,17 @@ void PartnerDocumentScreen::auditOrCancel() {
   refresh();  // also when another station was quicker: then the list shows what it did
 }
 
+void PartnerDocumentScreen::showDocument() {
+  if (list.isEmpty()) return;
+  const QString number = list.currentText("gl_djh");
+  sendToPaper(partnerDocumentReport(*words_.side, words_.kind, number), PrintWay::Preview, this, number);
+}
+
+void PartnerDocumentScreen::printList() {
+  const auto name = words_.side == &customerSide ? u"ysksk" : u"yfkfk";
+  sendToPaper(listReport(name, list.rows(), tdate1.text(), tdate2.text()), PrintWay::Preview, this, windowTitle());
+}
+
 // ---- entry -------------------------------------------------------------------------------------------------------
 
 PartnerEntryScreen::PartnerEntryScreen(const ui::ScreenSpec& spec, const PartnerDocumentWords& words)
@@ -267,9 +286,9 @@ PartnerEntryScreen::PartnerEntryScreen(const ui::ScreenSpec& spec, const Partner
   const bool payment = words_.kind == partner_books::Kind::Payment;
   auto area = panel();
   if (payment)
-    area.form({"tdjh dateCg", "tname", "kh_ye comYhzh", "tgsj tmlje", "comUser", "tnote"});
+    area.form({"tdjh dateCg", "tname", "kh_ye comYhzh", "tgsj tmlje", "comUser chkPrin", "tnote"});
   else
-    area.form({"tdjh dateCg", "tname", "kh_ye tgsj", "comUser", "tnote"});
+    area.form({"tdjh dateCg", "tname", "kh_ye tgsj", "comUser chkPrin", "tnote"});
   area.buttons("| btnOK btnCancel");
   tname.setLabel(jxc::words(words_.side->noun) + u"："_qs);
   tgsj.setLabel(partner_books::wordOf(*words_.side, words_.kind) + u"："_qs);
@@ -320,7 +339,12 @@ void PartnerEntryScreen::save() {
     draft.account = field("comYhzh").key();
     draft.rounding = field("tmlje").number();
   }
-  if (partner_books::saveDocument(*words_.side, words_.kind, draft, prompt())) accept();
+  const auto number = partner_books::saveDocument(*words_.side, words_.kind, draft, prompt());
+  if (!number) return;
+  accept();
+  // It is saved, and audited where that is done at once: the paper says so.
+  if (field("chkPrin").isChecked())
+    sendToPaper(partnerDocumentReport(*words_.side, words_.kind, *number), PrintWay::Preview, parentWidget(), *number);
 }
 
 }  // namespace jxc

@@ -39,6 +39,8 @@ class PartnerDocumentScreen : public ui::Screen {
   void modify();
   void remove();
   void auditOrCancel();
+  void showDocument();
+  void printList();
   void preview();
   QString partner() const;
   bool isCurrentAudited() const;

@@ -7,6 +7,8 @@
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_picker.h"
+#include "output/money_reports.h"
+#include "output/screens/print_outlet.h"
 #include "ui/period_menu.h"
 
 #include <algorithm>
@@ -104,11 +106,13 @@ constexpr ui::GridSpec kSupplierGrids[] = {
     {"gridHz", "应付汇总", kSupplierSummary, kNothing, "k_ghskh"},
 };
 constexpr ui::CommandSpec kCustomerCommands[] = {
-    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},     {"btn_Fukuan", "销售收款", "F6"},
-    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
+    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},   {"btn_Fukuan", "销售收款", "F6"},
+    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Prin", "打印", "Ctrl+P"}, {"btn_Export", "导出", "Ctrl+S"},
+    {"btnCancel", "退出", "Esc"}};
 constexpr ui::CommandSpec kSupplierCommands[] = {
-    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},     {"btn_Fukuan", "采购付款", "F6"},
-    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
+    {"btnDate", "时间段"},          {"btnSearch1", "查询", "F2"},   {"btn_Fukuan", "采购付款", "F6"},
+    {"btn_Cxjs", "重新计算", "F8"}, {"btn_Prin", "打印", "Ctrl+P"}, {"btn_Export", "导出", "Ctrl+S"},
+    {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kYskgl = {.name = "F_Yskgl",
                                    .title = "应收款管理",
                                    .fields = kCustomerFields,
@@ -136,6 +140,7 @@ constexpr ui::FieldSpec kReceiptFields[] = {
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
     {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
+    {"chkPrin", "保存后打印", FieldKind::Check},
     {"chkQk", "该单据已收款，直接清除本单据的欠款(不改变该客户的应收款)", FieldKind::Check},
 };
 constexpr ui::FieldSpec kPaymentFields[] = {
@@ -150,6 +155,7 @@ constexpr ui::FieldSpec kPaymentFields[] = {
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
     {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
+    {"chkPrin", "保存后打印", FieldKind::Check},
     {"chkQk", "该单据已付款，直接清除本单据的欠款(不改变该供货商的应付款)", FieldKind::Check},
 };
 constexpr ui::CommandSpec kSaveCommands[] = {{"btnSave", "保存", "F5"}, {"btnCancel", "取消", "Esc"}};
@@ -235,7 +241,7 @@ PartnerOverviewScreen::PartnerOverviewScreen(const ui::ScreenSpec& spec, const P
           *words_.side, words_.side == &customerSide
                             ? QStringLiteral("说明：期末应收为负数表示该客户在我方存有货品的预付款。")
                             : QStringLiteral("说明：期末应付为负数表示我方在该供货商存有货品的预付款。")))
-      .buttons("btn_Fukuan btn_Cxjs btn_Export | btnCancel");
+      .buttons("btn_Fukuan btn_Cxjs btn_Prin btn_Export | btnCancel");
   tKhName1.onPick(words_.pickPartner);
   tkey.onEnter([this] {
     refresh();
@@ -252,6 +258,7 @@ PartnerOverviewScreen::PartnerOverviewScreen(const ui::ScreenSpec& spec, const P
   on(command("btnSearch1"), [this] { refresh(); });
   on(command("btn_Fukuan"), [this] { settle(); });
   on(command("btn_Cxjs"), [this] { repair(); });
+  on(command("btn_Prin"), [this] { print(); });
   gridMx.onCurrentChanged([this] { showGoods(); });
   gridMx.onLoaded([this] { showGoods(); });
   const auto red = [](const Row& row, std::string_view column) {
@@ -324,11 +331,19 @@ void PartnerOverviewScreen::repair() {
   if (ui::screenAs<PartnerRepairScreen>(words_.repairScreen).run(partner(), shown, tdate11.text())) refresh();
 }
 
+void PartnerOverviewScreen::print() {
+  const bool customer = words_.side == &customerSide, detail = rMxb.isChecked();
+  const auto name = customer ? (detail ? u"yskmxb" : u"yskglhzb") : (detail ? u"yfkmxb" : u"yfkglhzb");
+  ui::Grid& list = detail ? gridMx : gridHz;
+  list.waitLoaded();
+  sendToPaper(listReport(name, list.rows(), tdate11.text(), tdate12.text()), PrintWay::Preview, this, windowTitle());
+}
+
 // ---- settling ----------------------------------------------------------------------------------------------------
 
 SettlementScreen::SettlementScreen(const ui::ScreenSpec& spec, const PartnerSide& side) : Screen(spec), side_(side) {
   panel()
-      .form({"tdjh tname", "tyfje tsfje", "thkje kh_ye", "tje comYhzh", "comUser dateCg", "tnote", "chkQk"})
+      .form({"tdjh tname", "tyfje tsfje", "thkje kh_ye", "tje comYhzh", "comUser dateCg", "tnote", "chkQk", "chkPrin"})
       .text(partner_overview_screens_detail::sideText(
           side_, QStringLiteral("注：超出本单据应收金额部分，将计入该客户的应收账款，\r该客户的应收款将减少。")))
       .buttons("| btnSave btnCancel");
@@ -357,6 +372,7 @@ void SettlementScreen::activate() {
   field("dateCg").setEnabled(hasRight("wlzk", 11));
   field("tnote").clear();
   field("chkQk").setChecked(false);
+  field("chkPrin").setChecked(false);
 }
 
 void SettlementScreen::save() {
@@ -368,7 +384,11 @@ void SettlementScreen::save() {
                                              .employee = field("comUser").key(),
                                              .note = field("tnote").trimmed(),
                                              .writeOff = field("chkQk").isChecked()};
-  if (partner_books::settleDocument(side_, draft, prompt())) accept();
+  if (!partner_books::settleDocument(side_, draft, prompt())) return;
+  accept();
+  // Writing off makes no receipt: there is nothing to hand over.
+  if (field("chkPrin").isChecked() && !draft.writeOff)
+    sendToPaper(settlementReport(side_, draft.number), PrintWay::Preview, parentWidget(), draft.number);
 }
 
 // ---- repair ------------------------------------------------------------------------------------------------------

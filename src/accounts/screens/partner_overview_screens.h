@@ -46,6 +46,7 @@ class PartnerOverviewScreen : public ui::Screen {
   void showGoods();
   void settle();
   void repair();
+  void print();
   QString partner() const;
 
   const PartnerOverviewWords words_;

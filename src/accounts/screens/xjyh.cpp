@@ -6,6 +6,9 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "output/money_reports.h"
+#include "output/printed_documents.h"
+#include "output/screens/print_outlet.h"
 #include "stock/screens/preview_screen.h"
 #include "ui/period_menu.h"
 #include "ui/screen.h"
@@ -56,12 +59,13 @@ constexpr ui::GridSpec kGrids[] = {
     {"xjyhhz", "账户汇总", kTotalColumns, "该时间段内没有收付，改变条件后按F2查询", "xj_kmmc"},
 };
 constexpr ui::CommandSpec kCommands[] = {
-    {"btnDate1", "时间段"},         {"btnDate2", "时间段"},           {"btnSearch1", "查询", "F2"},
-    {"btn_Rukuan", "进款", "F6"},   {"btn_Chuk", "出款", "F7"},       {"btn_Yhzz", "银行转账", "F8"},
-    {"btn_Modi", "修改", "F3"},     {"btn_Dele", "删除", "Ctrl+D"},   {"btn_Check", "审核", "F9"},
-    {"btnSearch2", "查询", "F2"},   {"btn_UnChk", "取消审核", "F9"},  {"btn_Cxjs", "重新计算", "F8"},
-    {"btn_Yhzh", "期初建账", "F4"}, {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"},
-    {"btnPreview1", "预览影响"},    {"btnPreview2", "预览影响"},
+    {"btnDate1", "时间段"},           {"btnDate2", "时间段"},          {"btnSearch1", "查询", "F2"},
+    {"btn_Rukuan", "进款", "F6"},     {"btn_Chuk", "出款", "F7"},      {"btn_Yhzz", "银行转账", "F8"},
+    {"btn_Modi", "修改", "F3"},       {"btn_Dele", "删除", "Ctrl+D"},  {"btn_Check", "审核", "F9"},
+    {"btnSearch2", "查询", "F2"},     {"btn_UnChk", "取消审核", "F9"}, {"btn_Cxjs", "重新计算", "F8"},
+    {"btn_Yhzh", "期初建账", "F4"},   {"btn_Prin", "打印", "Ctrl+P"},  {"btn_Prin2", "打印", "Ctrl+P"},
+    {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"},    {"btnPreview1", "预览影响"},
+    {"btnPreview2", "预览影响"},
 };
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Xjyh", .title = "现金银行", .fields = kFields, .grids = kGrids, .commands = kCommands, .focus = "xjyh"};
@@ -83,7 +87,8 @@ constexpr ui::FieldSpec kTransferFields[] = {
     {"dateCg", "日期：", FieldKind::Date},
     {"tnote", "备注：", FieldKind::Text, "jxc_xjyh.xj_note", 0, ui::OffersRemarks},
 };
-constexpr ui::CommandSpec kEntryCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr ui::CommandSpec kEntryCommands[] = {
+    {"btnPrin", "打印", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 
 constexpr ui::ScreenSpec entrySpec(std::string_view name, std::string_view title,
                                    std::span<const ui::FieldSpec> fields) {
@@ -125,6 +130,7 @@ class CashLineScreen : public ui::Screen {
   void activate() override;
 
  private:
+  cash::LineDraft collect() const;
   void save();
   const cash::Movement movement_;
   cash::LineDraft draft_;
@@ -136,9 +142,13 @@ CashLineScreen::CashLineScreen(const ui::ScreenSpec& spec, cash::Movement moveme
     panel().form({"comYhzh comYhzh1", "tfyje dateCg", "comUser", "tnote"});
   else
     panel().form({"comYhzh tfyje", "comUser dateCg", "tnote"});
-  panel().buttons("| btnOK btnCancel");
+  panel().buttons("btnPrin | btnOK btnCancel");
   command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { save(); });
+  addKey(command("btnPrin"), "Ctrl+P");  // F4 in a date or a remark opens what these offer
+  on(command("btnPrin"), [this] {
+    if (checkFields()) sendToPaper(cashSlipReport(collect()), PrintWay::Preview, this, windowTitle());
+  });
 }
 
 bool CashLineScreen::edit(const cash::LineDraft& draft) {
@@ -150,6 +160,7 @@ bool CashLineScreen::edit(const cash::LineDraft& draft) {
 
 void CashLineScreen::activate() {
   if (draft_.id == 0) draft_ = cash::newLine(movement_);
+  command("btnPrin").setVisible(mayPrintUnsaved());
   comYhzh.setItems(cash::fillAccounts());
   if (comYhzh1) {
     comYhzh1->setItems(cash::fillAccounts());
@@ -164,8 +175,7 @@ void CashLineScreen::activate() {
   comUser.setKey(draft_.employee);
 }
 
-void CashLineScreen::save() {
-  if (!checkFields()) return;
+cash::LineDraft CashLineScreen::collect() const {
   cash::LineDraft draft = draft_;
   draft.date = dateCg.text();
   draft.account = comYhzh.key();
@@ -173,7 +183,11 @@ void CashLineScreen::save() {
   draft.amount = tfyje.number();
   draft.employee = comUser.key();
   draft.note = tnote.trimmed();
-  if (cash::saveLine(draft, prompt())) accept();
+  return draft;
+}
+
+void CashLineScreen::save() {
+  if (checkFields() && cash::saveLine(collect(), prompt())) accept();
 }
 
 class TF_Xjyh : public ui::Screen {
@@ -199,6 +213,7 @@ class TF_Xjyh : public ui::Screen {
   void refresh();
   void enter(std::string_view screen);
   void modify();
+  void print(const ui::Grid& list);
   void showMode();
   cash::LineFilter waitingFilter();
   cash::LineFilter auditedFilter();
@@ -209,12 +224,12 @@ TF_Xjyh::TF_Xjyh() : Screen(xjyh_detail::kScreen) {
   area.page("cxTab1", QStringLiteral("现金银行"))
       .row("tdate11 tdate12 btnDate1 comYhzh1 tkey1 btnSearch1 |")
       .grid("xjyh")
-      .buttons("btn_Rukuan btn_Chuk btn_Yhzz btn_Modi btn_Dele | btnPreview1 btn_Check");
+      .buttons("btn_Rukuan btn_Chuk btn_Yhzz btn_Modi btn_Dele btn_Prin | btnPreview1 btn_Check");
   area.page("cxTab2", QStringLiteral("现金银行统计"))
       .row("tdate21 tdate22 btnDate2 comYhzh2 tkey2 rMxb rHzb btnSearch2 |")
       .grid("xjyhtj")
       .grid("xjyhhz")
-      .buttons("btn_Cxjs | btnPreview2 btn_UnChk");
+      .buttons("btn_Cxjs btn_Prin2 | btnPreview2 btn_UnChk");
   area.buttons("btn_Yhzh btn_Export | btnCancel");
 
   for (const char* each : {"btnSearch1", "btnSearch2"})
@@ -263,6 +278,8 @@ TF_Xjyh::TF_Xjyh() : Screen(xjyh_detail::kScreen) {
     showWhatIf(u"取消审核"_qs + number, number,
                [this](Prompt& agreeing) { return cash::cancelLine(gridXjyhtj.currentId(), agreeing); });
   });
+  on(command("btn_Prin"), [this] { print(gridXjyh); });
+  on(command("btn_Prin2"), [this] { print(gridXjyhtj); });
   on(command("btn_Cxjs"), [this] {
     if (cash::recomputeAccounts(auditedFilter().account, tdate21.text(), prompt())) refresh();
   });
@@ -299,7 +316,7 @@ void TF_Xjyh::showMode() {
   const bool detail = rMxb.isChecked();
   gridXjyhtj.setVisible(detail);
   gridXjyhhz.setVisible(!detail);
-  for (const char* each : {"btn_UnChk", "btnPreview2"})
+  for (const char* each : {"btn_UnChk", "btnPreview2", "btn_Prin2"})
     command(each).setVisible(detail);
 }
 
@@ -326,6 +343,15 @@ void TF_Xjyh::refresh() {
 
 void TF_Xjyh::enter(std::string_view screen) {
   if (ui::openScreen(screen)) refresh();
+}
+
+void TF_Xjyh::print(const ui::Grid& list) {
+  if (list.isEmpty()) return;
+  const QString number = list.currentText("gl_djh");
+  // Lines of other documents have papers of their own.
+  const bool own = number.startsWith(u"XJ") || number.startsWith(u"XC") || number.startsWith(u"XZ");
+  if (!own) return prompt().notice(QStringLiteral("只能打印出款、入款和转账信息！"));
+  sendToPaper(cashSlipReport(number), PrintWay::Preview, this, number);
 }
 
 void TF_Xjyh::modify() {

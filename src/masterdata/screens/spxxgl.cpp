@@ -12,6 +12,8 @@
 #include "masterdata/screens/spxxgl_modi.h"
 #include "masterdata/screens/spxxgl_prices.h"
 #include "masterdata/screens/spxxgl_small.h"
+#include "output/money_reports.h"
+#include "output/screens/print_outlet.h"
 #include "ui/progress.h"
 
 #include <QAction>
@@ -188,6 +190,8 @@ void TF_Spxxgl::addCommands() {
     showThisClass();
     return false;
   });
+  listCommand("btnRPrinSele", u"打印选中商品的价签"_qs, [this] { return printLabels(marked()); });
+  listCommand("btnRPrinAll", u"打印列表中全部商品的价签"_qs, [this] { return printLabels(shown()); });
   command("btnMore").setMenu(more_);
   tree_->addMenuCommand("btnMoveLevel", u"类别移动"_qs, true, [this] { moveClass(); });
 }
@@ -206,6 +210,18 @@ GoodsIds TF_Spxxgl::marked() const {
   for (const Row& row : gridSp.selectedRows())
     ids.push_back(row.integer("id"));
   return ids;
+}
+
+GoodsIds TF_Spxxgl::shown() const {
+  GoodsIds ids;
+  for (const Row& row : gridSp.shownRows())
+    ids.push_back(row.integer("id"));
+  return ids;
+}
+
+bool TF_Spxxgl::printLabels(const GoodsIds& ids) {
+  sendToPaper(priceLabelReport(ids), PrintWay::Preview, this, QStringLiteral("商品价签"));
+  return false;  // nothing changed
 }
 
 bool TF_Spxxgl::modify() {

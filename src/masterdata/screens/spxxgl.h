@@ -45,6 +45,8 @@ class TF_Spxxgl : public ui::Screen {
   /// A command of the list: in its pop-up menu and under "更多操作". The hook tells whether something changed.
   QAction* listCommand(const char* name, const QString& caption, std::function<bool()> action);
   GoodsIds marked() const;
+  GoodsIds shown() const;  // as the list stands
+  bool printLabels(const GoodsIds& ids);
   bool modify();
   bool deleteOne();
   bool deleteMarked();

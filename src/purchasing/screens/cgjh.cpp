@@ -87,14 +87,14 @@ constexpr ui::CommandSpec kCommands[] = {
     {"btnDel", "删除", "Ctrl+D"},
     {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
     {"btnHt", "添加合同"},
-    {"btnPrin", "打印"},
+    {"btnPrin", "打印", "Ctrl+P"},
     {"btnOK", "保存", "F5"},
     {"btnSearch", "查询", "F2"},
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实付金额、结算方式"},
     {"btn_Check", "全部审核", "F7"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
     {"btn_Dele", "删除单据", "Ctrl+Del"},
-    {"btn_Prin", "打印单据"},
+    {"btn_Prin", "打印单据", "Ctrl+P"},
     {"btn_Export", "导出单据"},
     {"btnAdd", "新增商品", "Ctrl+N"},
     {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
@@ -105,7 +105,7 @@ constexpr ui::CommandSpec kCommands[] = {
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
-constexpr std::string_view kNotYet[] = {"btnHt", "btnPrin", "btn_Prin"};
+constexpr std::string_view kNotYet[] = {"btnHt"};
 
 bool putawayInUse() {
   return strIsTrue(session().cs_sprk);

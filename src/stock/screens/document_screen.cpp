@@ -5,10 +5,12 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
+#include "output/screens/prin_sele.h"
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
 #include "stock/screens/line_import_screen.h"
+#include "ui/application.h"
 #include "ui/display.h"
 #include "ui/scan_catcher.h"
 
@@ -47,6 +49,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
       paid(field(spec.paid)),
       description_(spec),
       rules_(spec.rules()),
+      paper_(*printedDocument(QStringView(rules_.family().prefix))),
       panels_(panel()) {
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
@@ -55,6 +58,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
     command(name).setVisible(false);
   bindDraft();
   bindWaiting();
+  bindPrinting();
   if (!optional("tSptm")) return;
   scans_ = new ui::ScanCatcher(
       *this, *field("tSptm").widget(),
@@ -158,6 +162,7 @@ void DocumentScreen::bindDraft() {
 void DocumentScreen::bindWaiting() {
   connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
     btnOK.setVisible(panel == document_screen_detail::kDraftPanel);
+    command("btnPrin").setVisible(panel == document_screen_detail::kDraftPanel && mayPrintUnsaved());
     if (!isVisible()) return;
     if (panel == document_screen_detail::kWaitingPanel) {
       refreshWaiting();
@@ -187,6 +192,21 @@ void DocumentScreen::bindWaiting() {
   bindCommand("btnTab2Jpgd", &DocumentScreen::enterWaitingLenses);
   bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
   bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
+}
+
+void DocumentScreen::bindPrinting() {
+  bindCommand("btnPrin", &DocumentScreen::printDraft);
+  const bool looksFirst = !hasCommand("btn_ChaKan");
+  on(command("btn_Prin"), [this, looksFirst] { printWaiting(looksFirst ? PrintWay::Preview : PrintWay::Ask); });
+  if (!looksFirst) on(command("btn_ChaKan"), [this] { printWaiting(PrintWay::Preview); });
+  addPrintMenu(
+      gridWaiting,
+      [this]() -> std::optional<report::Report> {
+        if (waitingNumber().isEmpty()) return {};
+        return setPrinPara(waitingNumber(), PrintMode::Saved);
+      },
+      [this] { return words(paper_.name) + waitingNumber(); });
+  gridWaiting.addMenuCommand(QStringLiteral("连续打印列表中的单据"), [this] { printList(); });
 }
 
 // ---- opening -----------------------------------------------------------------------------------------------------
@@ -223,6 +243,8 @@ void DocumentScreen::showByParameters() {
     for (const char* name : {"tyf", "tbzf", "chkYf"})
       show(name, description_.carriesFreight());
   show("comYhzh", strIsTrue(session().cs_xjyh));
+  command("btnPrin").setVisible(mayPrintUnsaved() &&
+                                panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
   show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
     showLineColumns(*lines);
@@ -462,10 +484,51 @@ bool DocumentScreen::save() {
     if (partner.key().isEmpty()) partner.focus();
     return false;
   }
+  if (printsAtSave(paper_)) printSaved(saved.number);
   lastDate_ = draft_.date;
   initTab();
   focusDraft();
   return true;
+}
+
+// ---- printing ----------------------------------------------------------------------------------------------------
+
+std::optional<report::Report> DocumentScreen::setPrinPara(const QString& number, PrintMode mode) {
+  if (!inBatch_ && !chooseForm(paper_)) return {};
+  if (mode == PrintMode::Saved) return savedDocumentReport(paper_, number);
+  return draftDocumentReport(paper_, collect());
+}
+
+void DocumentScreen::printDraft() {
+  if (!settleDate()) return;
+  if (refused({{gridLines.isEmpty(), u"单据中没有业务发生，不能打印！"_qs}}, prompt())) return;
+  if (const auto report = setPrinPara(draft_.number, PrintMode::OnScreen))
+    sendToPaper(*report, PrintWay::Preview, this, words(paper_.name) + draft_.number);
+}
+
+void DocumentScreen::printSaved(const QString& number) {
+  // The document is saved whatever the printer does: the next one must find a clean screen.
+  try {
+    if (const auto report = setPrinPara(number, PrintMode::Saved)) sendToPaper(*report, PrintWay::AtOnce, this);
+  } catch (const std::exception& failure) {
+    ui::tellFailure(failure);
+  }
+}
+
+void DocumentScreen::printWaiting(PrintWay way) {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) return;
+  if (const auto report = setPrinPara(number, PrintMode::Saved))
+    sendToPaper(*report, way, this, words(paper_.name) + number);
+}
+
+void DocumentScreen::printList() {
+  if (gridWaiting.isEmpty() || !chooseForm(paper_)) return;
+  if (!prompt().ask(u"将依次打印列表中的 %1 张单据，确认吗？"_qs.arg(gridWaiting.rowCount()))) return;
+  inBatch_ = true;
+  const auto batchEnds = qScopeGuard([this] { inBatch_ = false; });
+  for (const Row row : gridWaiting.rows())
+    sendToPaper(*setPrinPara(row.text(rules_.family().number), PrintMode::Saved), PrintWay::AtOnce, this);
 }
 
 bool DocumentScreen::mayLeave() {
@@ -514,8 +577,9 @@ void DocumentScreen::refreshWaiting(const QString& number) {
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
-  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd"})
+  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btn_Prin"})
     command(name).setEnabled(!gridWaiting.isEmpty());
+  if (hasCommand("btn_ChaKan")) command("btn_ChaKan").setEnabled(!gridWaiting.isEmpty());
 }
 
 void DocumentScreen::reloadWaitingLines() {

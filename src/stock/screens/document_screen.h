@@ -2,6 +2,8 @@
 #pragma once
 
 #include "masterdata/partner_side.h"
+#include "output/printed_documents.h"
+#include "output/screens/print_outlet.h"
 #include "stock/screens/line_screen.h"
 #include "stock/trading_document.h"
 #include "ui/screen.h"
@@ -98,6 +100,10 @@ class DocumentScreen : public ui::Screen {
   virtual void collectMore(TradingDraft&) {}
   /// The operator chose another partner.
   virtual void partnerChanged() {}
+  /// A paper of the document. Mode OnScreen: as it stands on the first panel, variables from the inputs; Saved:
+  /// variables from the saved document. Nothing: the operator left the choice of the form.
+  enum class PrintMode : char { OnScreen = '1', Saved = '2' };
+  std::optional<report::Report> setPrinPara(const QString& number, PrintMode mode);
   /// Opens the line dialog on a line that stands on the document.
   virtual void editLine(const LineScreen::Request& request);
 
@@ -118,6 +124,8 @@ class DocumentScreen : public ui::Screen {
   bool save();
   void updateBottomJe();
   void returnWhole();
+  void printDraft();
+  void printSaved(const QString& number);
   void setNumber(const QString& number);
   void reloadLines(std::int64_t current = 0);
   /// Takes a date that was typed: the number changes with it. False: the operator took it back.
@@ -132,6 +140,8 @@ class DocumentScreen : public ui::Screen {
   void enterWaitingLenses();
   void modifyWaitingLine();
   void deleteWaitingLine();
+  void printWaiting(PrintWay way);
+  void printList();
 
  private:
   ui::Field* optional(std::string_view name);
@@ -153,9 +163,12 @@ class DocumentScreen : public ui::Screen {
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
   bool changeable(const ui::Grid& lines);
   QString waitingNumber() const;
+  void bindPrinting();
 
   const DocumentScreenSpec description_;
   const DocumentRules& rules_;
+  const PrintedDocument& paper_;
+  bool inBatch_ = false;  // several documents are printed one after another: the form is not asked for each
   ui::Panel panels_;
   QLabel* hint_ = nullptr;
   ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options

@@ -1,9 +1,12 @@
 // 当前库存查询: the panel of current stock, and the small dialog behind "查找".
+#include "core/clock.h"
 #include "core/fillers.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_lenses.h"
+#include "output/money_reports.h"
+#include "output/screens/print_outlet.h"
 #include "stock/screens/power_matrix.h"
 #include "stock/stock_enquiry.h"
 #include "ui/grid_output.h"
@@ -49,9 +52,10 @@ constexpr ui::ColumnSpec kLensColumns[] = {{"g_name", "镜片名称", ColumnKind
 constexpr ui::GridSpec kGrids[] = {
     {"gridKc", "当前库存", kColumns, "没有符合条件的商品，改变条件后按F2查询", "id", "kccx"},
     {"gridJp4", "镜片", kLensColumns, "没有符合条件的镜片，改变条件后按F2查询", "g_name"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnCx1", "查询", "F2"},         {"btnCx", "查找", "F3"},
-                                         {"btnAll", "全部", "F4"},         {"btnCx4", "查询", "F2"},
-                                         {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnCx1", "查询", "F2"},       {"btnCx", "查找", "F3"},
+                                         {"btnAll", "全部", "F4"},       {"btnCx4", "查询", "F2"},
+                                         {"btn_Prin", "打印", "Ctrl+P"}, {"btn_Export", "导出", "Ctrl+S"},
+                                         {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {.name = "F_Kccx",
                                     .title = "当前库存查询",
                                     .fields = kFields,
@@ -125,6 +129,7 @@ class TF_Kccx : public ui::Screen {
   void search();
   void showAll();
   void exportShown();
+  void print();
   StockFilter filter() const;
   QString supplier_;
   std::optional<StockComparison> comparison_;
@@ -159,7 +164,7 @@ TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
       .row("chk0 chkJy | btnCx btnAll")
       .grid("gridKc");
   placeLenses(area.page("cxTab4", QStringLiteral("镜片明细查询")));
-  area.buttons("btn_Export | btnCancel");
+  area.buttons("btn_Prin btn_Export | btnCancel");
   pages_ = area.tabs();
   tkey.onEnter([this] {
     query();
@@ -176,6 +181,7 @@ TF_Kccx::TF_Kccx() : Screen(kccx_detail::kScreen) {
   on(command("btnCx"), [this] { search(); });
   on(command("btnAll"), [this] { showAll(); });
   on(command("btn_Export"), [this] { exportShown(); });
+  on(command("btn_Prin"), [this] { print(); });
 }
 
 // Of the lens page the table of powers is wanted, not the list of names beside it.
@@ -253,6 +259,16 @@ void TF_Kccx::showAll() {
   supplier_.clear();
   comparison_.reset();
   query();
+}
+
+void TF_Kccx::print() {
+  gridKc.waitLoaded();
+  report::Report report = listReport(u"kccx", gridKc.rows(), clock::today());
+  report.setText(u"ckName", comCk.text());
+  // Paper shows what the role sees on the screen.
+  report.setNumber(u"seesCost", hasRight("kcgl", 16) ? 1 : 0);
+  report.setNumber(u"seesPrice", session().canSeePrice ? 1 : 0);
+  sendToPaper(report, PrintWay::Preview, this, windowTitle());
 }
 
 namespace kccx_detail {

@@ -1,0 +1,181 @@
+#include "output/money_reports.h"
+
+#include "accounts/partner_ledger.h"
+#include "core/session.h"
+#include "core/small_lookups.h"
+#include "core/statements.h"
+#include "masterdata/partner_side.h"
+#include "output/print_vars.h"
+#include "output/templates.h"
+
+#include <cmath>
+
+namespace jxc {
+namespace money_reports_detail {
+
+using partner_books::Kind;
+
+QString templateOf(const PartnerSide& side, Kind kind) {
+  const bool customer = &side == &customerSide;
+  if (kind == Kind::Due) return customer ? QStringLiteral("ysyfysk") : QStringLiteral("ysyfyfk");
+  return customer ? QStringLiteral("ysyfskd") : QStringLiteral("ysyffkd");
+}
+
+RowSet documentOf(const PartnerSide& side, const QString& number) {
+  return openSelect(
+      compose("select a.*,b.u_name,c.{} as name,c.{} as lxr,c.{} as tele from jxc_ysyfk_dj a,jxc_user b,{} c where "
+              "a.u_sn=b.u_sn and a.k_ghskh=c.{} and a.gl_djh=?",
+              {side.name, side.contact, side.phone, side.table, side.sn}),
+      number);
+}
+
+void setDocument(report::Report& report, const PartnerSide& side, Kind kind, const Row& row) {
+  const double amount = row.number(kind == Kind::Due ? "k_yfje" : "k_sfje");
+  for (const auto& [name, field] : {std::pair{u"djh", "gl_djh"},
+                                    {u"rq", "k_rq"},
+                                    {u"name", "name"},
+                                    {u"lxr", "lxr"},
+                                    {u"tele", "tele"},
+                                    {u"fkfs", "k_fkfs"},
+                                    {u"note", "k_note"},
+                                    {u"uName", "u_name"},
+                                    {u"aName", "a_name"},
+                                    {u"checker", "k_checker"},
+                                    {u"djh2", "gl_djh2"}})
+    report.setText(QStringView(name), row.text(field));
+  report.setText(u"je", printedMoney(amount));
+  report.setText(u"mlje", printedMoney(row.number("k_mlje")));
+  report.setText(u"yf", printedCapitals(amount));
+  double balance = ysyfkBalanceNow(row.text("k_ghskh"), partner_books::typeOf(side));
+  // The paper is handed over before the audit: it names what will be owed then.
+  if (kind == Kind::Due && !row.flag("k_check")) balance += amount;
+  report.setText(u"ysyfje", printedMoney(balance));
+}
+
+/// Amounts of a sale, purchase or return by its number; a row without columns of that name has none.
+RowSet settledDocument(const QString& number) {
+  if (number.startsWith(u"XS"))
+    return openSelect(
+        "select ls_yfje as due,ls_sfje+ls_yhje as paid,ls_hkje as collected from jxc_lsxsd where gl_djh=?", number);
+  if (number.startsWith(u"XT"))
+    return openSelect("select th_yfje as due,th_sfje as paid,th_hkje as collected from jxc_xsthd where gl_djh=?",
+                      number);
+  if (number.startsWith(u"CJ"))
+    return openSelect("select j_yfje as due,j_sfje+j_yhje as paid,j_hkje as collected from jxc_jhd where j_sn=?",
+                      number);
+  return openSelect("select th_yfje as due,th_sfje as paid,th_hkje as collected from jxc_thd where gl_djh=?", number);
+}
+
+QString slipTitle(cash::Movement movement) {
+  switch (movement) {
+    case cash::Movement::In:
+      return QStringLiteral("现金银行收款单");
+    case cash::Movement::Out:
+      return QStringLiteral("现金银行付款单");
+    case cash::Movement::Transfer:
+      break;
+  }
+  return QStringLiteral("现金银行转账单");
+}
+
+cash::LineDraft lineOf(const RowSet& rows) {
+  cash::LineDraft draft;
+  if (rows.isEmpty()) return draft;
+  const Row first = rows.front();
+  const QString number = first.text("gl_djh");
+  draft.movement = number.startsWith(u"XZ")   ? cash::Movement::Transfer
+                   : number.startsWith(u"XC") ? cash::Movement::Out
+                                              : cash::Movement::In;
+  draft.date = first.text("xj_rq");
+  draft.account = first.text("xj_kmmc");
+  draft.amount = draft.movement == cash::Movement::In ? first.number("xj_je") : -first.number("xj_je");
+  draft.employee = first.text("u_name");
+  draft.note = first.text("xj_note");
+  if (draft.movement == cash::Movement::Transfer && rows.rowCount() > 1) draft.target = rows[1].text("xj_kmmc");
+  return draft;
+}
+
+report::Report slip(const cash::LineDraft& draft, const QString& number, const QString& enteredBy) {
+  report::Report report = openReport(u"xjyhd");
+  setCompanyVars(report);
+  report.setText(u"title", slipTitle(draft.movement));
+  report.setText(u"djh", number);
+  report.setText(u"rq", draft.date);
+  report.setText(u"kmmc", draft.account);
+  report.setText(u"kmmc2", draft.target);
+  report.setText(u"je", printedMoney(draft.amount));
+  report.setText(u"yf", printedCapitals(draft.amount));
+  report.setText(u"uName", draft.employee);
+  report.setText(u"note", draft.note);
+  report.setText(u"aName", enteredBy);
+  return report;
+}
+
+}  // namespace money_reports_detail
+
+report::Report partnerDocumentReport(const PartnerSide& side, partner_books::Kind kind, const QString& number) {
+  using namespace money_reports_detail;
+  report::Report report = openReport(templateOf(side, kind));
+  setCompanyVars(report);
+  const RowSet rows = documentOf(side, number);
+  if (!rows.isEmpty()) setDocument(report, side, kind, rows.front());
+  return report;
+}
+
+report::Report settlementReport(const PartnerSide& side, const QString& settled) {
+  using namespace money_reports_detail;
+  report::Report report = openReport(&side == &customerSide ? u"khsk" : u"ghsfukuan");
+  setCompanyVars(report);
+  const QString number = lookupValue("select top 1 gl_djh from jxc_ysyfk_dj where gl_djh2=? order by id desc", settled);
+  const RowSet rows = documentOf(side, number);
+  if (!rows.isEmpty()) setDocument(report, side, Kind::Payment, rows.front());
+  const RowSet documents = settledDocument(settled);
+  report.setText(u"djh2", settled);
+  if (documents.isEmpty()) return report;
+  const Row document = documents.front();
+  const double due = document.number("due"), paid = document.number("paid"), collected = document.number("collected");
+  report.setText(u"djyf", printedMoney(due));
+  report.setText(u"djsf", printedMoney(paid));
+  report.setText(u"djhk", printedMoney(collected));
+  report.setText(u"djwf", printedMoney(due - paid - collected));
+  return report;
+}
+
+report::Report cashSlipReport(const QString& number) {
+  using namespace money_reports_detail;
+  const RowSet rows = openSelect("select * from jxc_xjyh where gl_djh=? order by id", number);
+  return slip(lineOf(rows), number, rows.isEmpty() ? QString() : rows.front().text("a_name"));
+}
+
+report::Report cashSlipReport(const cash::LineDraft& draft) {
+  const QString number =
+      draft.id == 0 ? QString() : lookupValue("select gl_djh from jxc_xjyh where id=?", static_cast<double>(draft.id));
+  return money_reports_detail::slip(draft, number, session().a_name);
+}
+
+report::Report listReport(QStringView name, RowSet rows, const QString& from, const QString& to) {
+  report::Report report = openReport(name);
+  setCompanyVars(report);
+  report.setText(u"date1", from);
+  report.setText(u"date2", to);
+  report.setText(u"aName", session().a_name);
+  report.setRows(std::move(rows));
+  return report;
+}
+
+report::Report priceLabelReport(std::span<const std::int64_t> goodsIds) {
+  report::Report report = openReport(u"goodsprice");
+  setCompanyVars(report);
+  Transaction transaction(accountDb());  // one write for a catalogue of thousands
+  clearStaging();
+  for (const std::int64_t id : goodsIds)
+    execSql("insert into jxc_tempspxf (rid,a_name) values (?,?)", id, session().a_name);
+  report.setRows(openSelect(
+      "select a.*,? as company from jxc_goods a,jxc_tempspxf b where a.id=b.rid and b.a_name=? order by b.id",
+      session().c_jc, session().a_name));
+  clearStaging();
+  transaction.commit();
+  return report;
+}
+
+}  // namespace jxc

@@ -1,0 +1,28 @@
+// 选择打印格式: the form that a document prints in, chosen before the print.
+#pragma once
+
+#include "output/printed_documents.h"
+#include "ui/screen.h"
+
+#include <vector>
+
+namespace jxc {
+
+class TF_PrinSele : public ui::Screen {
+ public:
+  TF_PrinSele();
+  ui::Field& rPrin1 = field("rPrin1");
+  ui::Field& rPrin2 = field("rPrin2");
+  ui::Field& rPrin3 = field("rPrin3");
+
+  /// Lets the operator choose; the choice stays in the session. False: there will be no print.
+  bool choose(const PrintedDocument& document);
+
+ private:
+  std::vector<TemplateChoice> choices_;
+};
+
+/// Asks for the form where the document's parameter wants it. False: there will be no print.
+bool chooseForm(const PrintedDocument& document);
+
+}  // namespace jxc

@@ -1,0 +1,279 @@
+// Papers of the documents: which lines print, what the variables say, which form is taken.
+#include "output/money_reports.h"
+#include "output/paper.h"
+#include "output/printed_documents.h"
+#include "output/templates.h"
+#include "platform/report/template_file.h"
+#include "stock/shop.h"
+#include "stock/trading_document.h"
+
+namespace jxc {
+namespace printing_test {
+
+class PrintingTest : public test::PaperTest {
+ protected:
+  PrintingTest() {
+    addGoods("A", 40);
+    addGoods("B", 100);
+    execSql("update jxc_goods set g_name='镜片' where g_sn='A'");
+    execSql("update jxc_goods set g_name='镜架' where g_sn='B'");
+  }
+  static QStringList goodsOf(const RowSet& rows) {
+    QStringList goods;
+    for (const Row row : rows)
+      goods << row.text("g_sn");
+    return goods;
+  }
+  static int blank(const RowSet& rows) { return static_cast<int>(goodsOf(rows).count(QString())); }
+  std::vector<Line> manyLines(int count) const {
+    std::vector<Line> lines;
+    for (int i = 0; i < count; ++i)
+      lines.push_back({i % 2 == 0 ? "B" : "A", 1.0 + i, 50});
+    return lines;
+  }
+};
+
+TEST_F(PrintingTest, LinesPrintInTheOrderOfTheParameterAndFillAFixedForm) {
+  const QString number = waitingSale("2021-05-03", manyLines(12), 0);
+  EXPECT_EQ(goodsOf(printLines(number, u"XS")).first(), "B");
+  setParameter("cs_dysx", 1);
+  EXPECT_EQ(goodsOf(printLines(number, u"XS")), QString("A A A A A A B B B B B B").split(u' '));
+  setParameter("cs_dysx", 2);  // by name: 镜架 before 镜片
+  EXPECT_EQ(goodsOf(printLines(number, u"XS")).first(), "B");
+
+  // Twelve lines on forms of ten: eight empty ones, at the foot whatever the order is.
+  setParameter("cs_cs005", 10);
+  insertRow("jxc_tempspxf", {{"g_sn", u"A"}, {"a_name", u"other"}});
+  for (const int order : {0, 1, 2}) {
+    setParameter("cs_dysx", order);
+    const RowSet rows = printLines(number, u"XS");
+    ASSERT_EQ(rows.rowCount(), 20) << order;
+    EXPECT_EQ(blank(rows), 8) << order;
+    EXPECT_EQ(goodsOf(rows).mid(12).join(QString()), "") << order;
+  }
+  // A line that is there for the books only does not print, and leaves no gap either; then ten are left to fill two.
+  execSql("update jxc_lsxssp set ls_dzl=0 where id in (select top 2 id from jxc_lsxssp where gl_djh=? order by id)",
+          number);
+  EXPECT_EQ(printLines(number, u"XS").rowCount(), 10);
+  EXPECT_EQ(blank(printLines(number, u"XS")), 0);
+  // The staging rows that were borrowed are gone, those of others stand.
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_tempspxf"), 1);
+
+  // Purchases have a form of their own; returns never fill up.
+  setParameter("cs_cs006", 5);
+  const QString receipt = receive("2021-05-02", {{"A", 3, 40}, {"B", 1, 100}});
+  EXPECT_EQ(printLines(receipt, u"CJ").rowCount(), 5);
+  const QString back = waitingReturn(families::saleReturn, "2021-05-03", {{"A", 1, 50}});
+  EXPECT_EQ(printLines(back, u"XT").rowCount(), 1);
+  EXPECT_THROW(printLines(number, u"ZZ"), std::out_of_range);
+}
+
+TEST_F(PrintingTest, GiftsAndGoodsWithoutAClassStandOnThePaper) {
+  const QString number = waitingSale("2021-05-03", {{"A", 2, 50}, {"B", 1, 0}}, 0);
+  execSql("update jxc_lsxssp set t_zp='(赠品)' where g_sn='B' and gl_djh=?", number);
+  execSql("update jxc_lsxssp set t_zp=null where g_sn='A' and gl_djh=?", number);
+  execSql("update jxc_goods set gc_sn='9999' where g_sn='A'");
+  const RowSet rows = printLines(number, u"XS");
+  ASSERT_EQ(rows.rowCount(), 2);
+  EXPECT_EQ(rows[0].text("g_name"), "镜片");
+  EXPECT_EQ(rows[1].text("g_name"), "镜架(赠品)");
+  EXPECT_EQ(rows[0].number("sj"), 50);
+}
+
+TEST_F(PrintingTest, ADraftPrintsTheLinesOfItsOperatorOnly) {
+  const QString number = newDocumentNumber(families::sale, "2021-05-03");
+  for (const char* who : {"admin", "other"})
+    insertRow("jxc_lsxssp", {{"gl_djh", number}, {"g_sn", u"A"}, {"a_name", who}, {"ls_dzl", 1.0}, {"ls_sl", 1.0}});
+  EXPECT_EQ(printLines(number, u"XS", LineScope::OwnDraft).rowCount(), 1);
+  setParameter("cs_cs005", 4);
+  EXPECT_EQ(blank(printLines(number, u"XS", LineScope::OwnDraft)), 3);
+  EXPECT_EQ(printLines(number, u"XS").rowCount(), 4);
+}
+
+TEST_F(PrintingTest, VariablesOfATradingDocument) {
+  execSql("update jxc_company set c_name='O''Neil 眼镜',c_tele='0571'");
+  loadSession();
+  execSql("update jxc_ghsxx set ghs_name='明''视',ghs_lxr='赵强' where ghs_sn='100001'");
+  receipt::ReceiptDraft draft = draftReceipt("2021-05-02", {{"A", 10, 40}, {"B", 1, 103.5}});
+  draft.paid = 500.5;
+  draft.freight = 0.5;
+  draft.settlement = receipt::Settlement::RestOnAccount;
+  const QString number = save(draft);
+  auto paper = report(u"cgjh");
+  fillPrintVars(paper, number, u"cgjh");
+  // Text stands in quotes, a quote in it twice: the expression stays whole.
+  EXPECT_EQ(paper.variable(u"comName"), "'O''Neil 眼镜'");
+  EXPECT_EQ(paper.variable(u"ghsName"), "'明''视'");
+  EXPECT_EQ(paper.variable(u"ghsLxr"), "'赵强'");
+  EXPECT_EQ(paper.variable(u"jhDate"), "'2021-05-02'");
+  EXPECT_EQ(paper.variable(u"xxyf"), "'503.50'");
+  EXPECT_EQ(paper.variable(u"xxsf"), "'500.50'");
+  EXPECT_EQ(paper.variable(u"yunfei"), "'.50'");
+  EXPECT_EQ(paper.variable(u"yf"), "'伍佰零叁元伍角'");
+  EXPECT_EQ(paper.variable(u"Kmmc"), "'现金'");
+  EXPECT_EQ(paper.variable(u"checker"), "''");
+  EXPECT_EQ(paper.variable(u"khqk"), "");  // a supplier has no such line
+
+  // A return's head holds minus the amounts; its paper reads like the screen.
+  const QString back = waitingReturn(families::purchaseReturn, "2021-05-03", {{"A", 1, 40}}, 15);
+  auto other = report(u"cgth");
+  fillPrintVars(other, back, u"cgth");
+  EXPECT_EQ(other.variable(u"yf"), "'肆拾元整'");
+  EXPECT_EQ(other.variable(u"xxsf"), "'15.00'");
+}
+
+TEST_F(PrintingTest, BalancesBeforeAndAfterADocument) {
+  receive("2021-05-01", {{"A", 50, 40}});
+  sell("2021-05-01", {{"A", 1, 30}});  // owes 30
+  const auto balances = [this](const QString& number, QStringView kind) {
+    auto paper = report(u"spxs");
+    fillPrintVars(paper, number, kind);
+    return paper.variable(u"khqk") + u' ' + paper.variable(u"ljqkje");
+  };
+  const QString sale = waitingSale("2021-05-03", {{"A", 2, 100}}, 50);
+  EXPECT_EQ(balances(sale, u"spxs"), "'30.00' '180.00'");
+  EXPECT_EQ(audit(sale), AuditOutcome::Audited);
+  EXPECT_EQ(balances(sale, u"spxs"), "'30.00' '180.00'");  // the same paper after the audit
+  const QString cash = waitingSale("2021-05-03", {{"A", 1, 100}}, 100, 0);
+  EXPECT_EQ(balances(cash, u"spxs"), "'180.00' '180.00'");
+  const QString back = waitingReturn(families::saleReturn, "2021-05-03", {{"A", 1, 100}}, 20);
+  EXPECT_EQ(balances(back, u"xsth"), "'180.00' '100.00'");
+  EXPECT_EQ(audit(back), AuditOutcome::Audited);
+  EXPECT_EQ(balances(back, u"xsth"), "'180.00' '100.00'");
+}
+
+TEST_F(PrintingTest, UnknownKindsAndLostDocumentsNameTheCompanyOnly) {
+  for (const auto* kind : {u"nothing", u"cgd", u"spdd", u"xshh"}) {
+    auto paper = report(u"spxs");
+    fillPrintVars(paper, "XS21050399999", kind);
+    EXPECT_NE(paper.variable(u"comName"), "");
+    EXPECT_EQ(paper.variable(u"khName"), "");
+  }
+  auto lost = report(u"spxs");
+  fillPrintVars(lost, "XS21050399999", u"spxs");
+  EXPECT_EQ(lost.variable(u"ckName"), "");
+  EXPECT_GE(lost.prepare().count(), 1);
+}
+
+TEST_F(PrintingTest, VariablesOfStockDocuments) {
+  execSql("update jxc_goods set g_sj=12.5 where g_sn='A'");
+  insertRow("jxc_ckxx", {{"ck_sn", u"100002"}, {"ck_name", u"二号店"}});
+  insertRow("jxc_kcdbd", {{"gl_djh", u"DB21050310001"},
+                          {"ck_out", u"100001"},
+                          {"ck_in", u"100002"},
+                          {"u_sn", u"100001"},
+                          {"db_dbrq", u"2021-05-03"},
+                          {"db_note", u"补货"}});
+  insertRow("jxc_dbsp",
+            {{"gl_djh", u"DB21050310001"}, {"g_sn", u"A"}, {"db_sl", 4.0}, {"db_dj", 8.0}, {"db_zje", 32.0}});
+  auto transfer = report(u"kcdbd");
+  fillPrintVars(transfer, "DB21050310001", u"kcdb");
+  EXPECT_EQ(transfer.variable(u"ckIn"), "'二号店'");
+  EXPECT_EQ(transfer.variable(u"yf"), "'伍拾元整'");
+  EXPECT_EQ(printLines("DB21050310001", u"DB")[0].number("sjje"), 50);
+
+  insertRow("jxc_bsd", {{"gl_djh", u"BS21050310001"},
+                        {"ck_sn", u"100001"},
+                        {"u_sn", u"100001"},
+                        {"bs_bsrq", u"2021-05-03"},
+                        {"bs_note", u"断裂"}});
+  auto loss = report(u"bsby");
+  fillPrintVars(loss, "BS21050310001", u"spbs");
+  EXPECT_EQ(loss.variable(u"title") + loss.variable(u"dNote"), "'商品报损单''断裂'");
+
+  insertRow("jxc_cfd", {{"gl_djh", u"CF21050310001"},
+                        {"g_sn", u"B"},
+                        {"ck_sn", u"100001"},
+                        {"u_sn", u"100001"},
+                        {"cf_cfrq", u"2021-05-03"},
+                        {"cf_cbj", 100.0},
+                        {"cf_sl", 3.0}});
+  auto split = report(u"cfd");
+  fillPrintVars(split, "CF21050310001", u"spcf");
+  EXPECT_EQ(split.variable(u"gName") + split.variable(u"cfSl") + split.variable(u"cfZje"), "'镜架''3''300.00'");
+
+  insertRow("jxc_kcpd", {{"gl_djh", u"PD21050310001"}, {"pd_rq", u"2021-05-03"}, {"pd_note", u"月末"}});
+  auto count = report(u"kcpdd");
+  fillPrintVars(count, "PD21050310001", u"kcpd");
+  EXPECT_EQ(count.variable(u"Note") + count.variable(u"ckName"), "'月末'''");
+
+  for (const auto& [number, word] : {std::pair{"JH21050310001", "'借货'"}, std::pair{"HH21050310001", "'还货'"}}) {
+    auto loan = report(u"khjh");
+    fillPrintVars(loan, number, u"khjh");
+    EXPECT_EQ(loan.variable(u"djName"), word);
+  }
+}
+
+TEST_F(PrintingTest, TheFormFollowsRightsParametersAndTheChoice) {
+  const PrintedDocument& sale = *printedDocument(u"XS21050310001");
+  const PrintedDocument& purchase = *printedDocument(u"CJ");
+  EXPECT_EQ(printedDocument(u"YS21050310001"), nullptr);
+  EXPECT_EQ(templateOf(sale), "spxs.fr3");
+  setParameter("cs_lsj", 1);
+  EXPECT_EQ(templateOf(sale), "spxs2.fr3");
+  EXPECT_FALSE(asksFormat(sale));
+  setParameter("cs_cs010", 1);
+  EXPECT_TRUE(asksFormat(sale));
+  EXPECT_FALSE(asksFormat(purchase));
+  EXPECT_EQ(templateChoices(sale).size(), 3u);
+  chooseTemplate(sale, u"spxs4.fr3");
+  EXPECT_EQ(templateOf(sale), "spxs4.fr3");
+  loadSession();
+  EXPECT_EQ(templateOf(sale), "spxs2.fr3");  // the choice holds until then
+
+  // Who sees neither cost nor price is not offered a form that shows them, asked or not.
+  setRights("100009", "qtcz", QString(40, u'0'));
+  becomeOperator("店员", "100009", "100009");
+  EXPECT_EQ(templateOf(sale), "spxs4.fr3");
+  EXPECT_EQ(templateOf(purchase), "cgjh2.fr3");
+  EXPECT_EQ(templateOf(*printedDocument(u"CT")), "cgth2.fr3");
+  ASSERT_EQ(templateChoices(sale).size(), 1u);
+  EXPECT_EQ(QStringView(templateChoices(sale).front().file), u"spxs4.fr3");
+
+  session().salesTemplate.clear();
+  static_cast<void>(templateChoices(sale));
+  EXPECT_EQ(session().salesTemplate, "spxs.fr3");
+}
+
+TEST_F(PrintingTest, ATemplateMayAskForCapitals) {
+  report::Template design;
+  report::addBand(design, report::BandKind::ReportTitle, 8)
+      .items.push_back(report::textItem(0, 0, 100, 6, u"大写：[Capitals(12.5+val(''))]"_qs));
+  EXPECT_EQ(reportOver(design).prepare().lines(0), QStringList{u"大写：壹拾贰元伍角"_qs});
+  EXPECT_EQ(sampleOf(design).prepare().lines(0), QStringList{u"大写：壹拾贰元伍角"_qs});
+}
+
+TEST_F(PrintingTest, MissingTemplatesComeBackAndChangedOnesStay) {
+  ASSERT_TRUE(QFile::remove(templatePath(u"spxs.fr3")));
+  EXPECT_THROW(openReport(u"spxs"), report::TemplateError);
+  QFile own(templatePath(u"cgjh"));
+  ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+  own.write("mine");
+  own.close();
+  EXPECT_EQ(bringTemplates(), QStringList{"spxs.fr3"});
+  EXPECT_NO_THROW(openReport(u"spxs"));
+  ASSERT_TRUE(own.open(QIODevice::ReadOnly));
+  EXPECT_EQ(own.readAll(), "mine");
+  EXPECT_TRUE(own.remove());
+}
+
+/// Every delivered template loads, and lays out its own sample without an expression that fails.
+TEST_F(PrintingTest, EveryTemplateStandsOnItsOwn) {
+  for (const KnownTemplate& each : knownTemplates()) {
+    const QString name = words(each.name);
+    SCOPED_TRACE(name.toStdString());
+    if (deliveredTemplate(name).isEmpty()) {
+      ADD_FAILURE() << "not delivered";
+      continue;
+    }
+    const report::Pages pages = report::sampleReport(report::loadTemplate(templatePath(name))).prepare();
+    EXPECT_GE(pages.count(), 1);
+    keep(pages, name);
+    for (const report::Fault& fault : pages.faults())
+      ADD_FAILURE() << fault.where.toStdString() << ": " << fault.content.toStdString() << ": "
+                    << fault.message.toStdString();
+  }
+}
+
+}  // namespace printing_test
+}  // namespace jxc

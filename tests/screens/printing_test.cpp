@@ -1,0 +1,193 @@
+// Print commands of the screens: preview, printer, automatic printing, choice of the form, and the templates' design.
+#include "core/program_directory.h"
+#include "output/screens/prin_sele.h"
+#include "output/screens/print_outlet.h"
+#include "output/screens/template_designer.h"
+#include "output/templates.h"
+#include "sales/sale.h"
+#include "screens/harness/screen_test.h"
+#include "stock/document.h"
+#include "stock/trading_document.h"
+
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+namespace jxc::test {
+namespace printing_screens_test {
+
+class PrintingScreens : public ScreenTest {
+ protected:
+  PrintingScreens() : before_(programDirectory()) {
+    static QTemporaryDir home;
+    setProgramDirectory(home.path());
+    bringTemplates();
+    printOutlet() = {.preview = [this](const report::Pages& pages, QWidget*) { previewed.push_back(pages); },
+                     .printAsking = [this](const report::Pages& pages, QWidget*) { asked.push_back(pages); },
+                     .print =
+                         [this](const report::Pages& pages) {
+                           if (noPrinter) throw std::runtime_error("没有打印机。");
+                           printed.push_back(pages);
+                         },
+                     .pdfFile = [](const QString&, QWidget*) { return QString(); }};
+    for (const auto* sn : {"A", "B"}) {
+      insertRow("jxc_goods", {{"g_sn", sn},
+                              {"g_name", QStringLiteral("镜架") + QString::fromLatin1(sn)},
+                              {"g_sptm", QStringLiteral("69") + QString::fromLatin1(sn)},
+                              {"g_jj", 10.0},
+                              {"g_pjjj", 10.0},
+                              {"g_sj", 50.0},
+                              {"g_kc", 100.0},
+                              {"g_jy", 0},
+                              {"gc_sn", u"1000"},
+                              {"gg_name", u""},
+                              {"color_name", u""},
+                              {"dw_name", u"付"}});
+      insertRow("jxc_kcsp",
+                {{"ck_sn", u"100001"}, {"g_sn", sn}, {"kc_sl", 100.0}, {"kc_zsl", 100.0}, {"kc_cbj", 10.0}});
+    }
+  }
+  ~PrintingScreens() override {
+    restorePrintOutlet();
+    setProgramDirectory(before_);
+  }
+
+  static QString text(const report::Pages& pages) { return pages.lines(0).join(u'\n'); }
+  static void scan(ui::Screen& screen, const QString& code) {
+    type(screen, "tSptm", code);
+    pressIn(*screen.field("tSptm").widget(), "Return");
+  }
+  void expectSave() {
+    expectQuestion(
+        QStringLiteral("单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的销售单，可以在“待审核销"
+                       "\r\n\r\n售单”面板中，进行修改及审核操作！"),
+        Answer::Yes);
+  }
+
+  std::vector<report::Pages> previewed, asked, printed;
+  bool noPrinter = false;
+
+ private:
+  const QString before_;
+};
+
+TEST_F(PrintingScreens, ASaleIsLookedAtSavedAndPrinted) {
+  open("F_Spxs", [&](ui::Screen& s) {
+    expectNotice(QStringLiteral("单据中没有业务发生，不能打印！"));
+    click(s, "btnPrin");
+    scan(s, "69A");
+    scan(s, "69B");
+    type(s, "tnote", u"它's 好");
+    press(s, "Ctrl+P");
+    ASSERT_EQ(previewed.size(), 1u);
+    EXPECT_TRUE(text(previewed[0]).contains(u"镜架A") && text(previewed[0]).contains(u"备注：它's 好"))
+        << text(previewed[0]).toStdString();
+    // Looking at it has changed nothing: the draft stands, and is saved.
+    EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
+    expectSave();
+    press(s, "F5");
+    EXPECT_TRUE(printed.empty());
+    // What waits: looked at, printed with a choice of the printer.
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    click(s, "btn_ChaKan");
+    click(s, "btn_Prin");
+    ASSERT_EQ(previewed.size(), 2u);
+    ASSERT_EQ(asked.size(), 1u);
+    const QString number = s.grid("gridWaiting").currentText("gl_djh");
+    EXPECT_TRUE(text(asked[0]).contains(u"单据编号："_qs + number) && text(asked[0]).contains(u"商品销售单"));
+    EXPECT_FALSE(s.command("btnPrin").isVisible());  // the draft's command belongs to its panel
+  });
+}
+
+TEST_F(PrintingScreens, SavingPrintsWhereThatIsWantedAndAMissingPrinterStopsNothing) {
+  setParameter("cs_djzddy", 1);
+  setParameter("cs_bcqdy", 1);
+  open("F_Spxs", [&](ui::Screen& s) {
+    EXPECT_FALSE(s.command("btnPrin").isVisible());  // nothing is printed before it is saved
+    scan(s, "69A");
+    expectSave();
+    press(s, "F5");
+    ASSERT_EQ(printed.size(), 1u);
+    EXPECT_TRUE(text(printed[0]).contains(lookupValue("select gl_djh from jxc_lsxsd")));
+
+    noPrinter = true;
+    scan(s, "69B");
+    expectSave();
+    expectNotice(QStringLiteral("没有打印机。"));
+    press(s, "F5");
+    EXPECT_EQ(lookupNumber("select count(*) from jxc_lsxsd"), 2);
+    EXPECT_TRUE(s.grid("gridLines").isEmpty());  // the next one begins on a clean screen
+  });
+}
+
+TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
+  setParameter("cs_cs010", 1);
+  open("F_Spxs", [&](ui::Screen& s) {
+    scan(s, "69A");
+    expectScreen("F_PrinSele", [&](ui::Screen& choice) { press(choice, "Esc"); });
+    click(s, "btnPrin");
+    EXPECT_TRUE(previewed.empty());
+    expectScreen("F_PrinSele", [&](ui::Screen& choice) {
+      EXPECT_TRUE(choice.field("rPrin1").isChecked());
+      check(choice, "rPrin2", true);
+      press(choice, "F5");
+    });
+    click(s, "btnPrin");
+    ASSERT_EQ(previewed.size(), 1u);
+    EXPECT_FALSE(text(previewed[0]).contains(u"单价"));
+    EXPECT_EQ(session().salesTemplate, u"spxs4.fr3");
+    expectScreen("F_PrinSele", [&](ui::Screen& choice) {
+      EXPECT_TRUE(choice.field("rPrin2").isChecked());  // it is remembered
+      check(choice, "rPrin3", true);
+      press(choice, "F5");
+    });
+    click(s, "btnPrin");
+    EXPECT_TRUE(text(previewed.at(1)).contains(u"零售价"));
+    for (const Row row : s.grid("gridLines").rows())
+      deleteDraftLine(families::sale, row.integer("id"));
+  });
+  EXPECT_TRUE(chooseForm(*printedDocument(u"CJ")));  // purchases are not asked about
+}
+
+TEST_F(PrintingScreens, MoneyFormsAndLists) {
+  open("F_Xjyh", [&](ui::Screen& s) {
+    expectScreen("F_Xjyh_Jk", [&](ui::Screen& form) {
+      type(form, "tfyje", u"88.5");
+      click(form, "btnPrin");
+      press(form, "Esc");
+    });
+    press(s, "F6");
+    ASSERT_EQ(previewed.size(), 1u);
+    EXPECT_TRUE(text(previewed[0]).contains(u"现金银行收款单") && text(previewed[0]).contains(u"捌拾捌元伍角"))
+        << text(previewed[0]).toStdString();
+  });
+  open("F_Yskdj_Sele", [&](ui::Screen& form) { EXPECT_TRUE(form.field("chkPrin").isVisible()); });
+  open("F_Yskgl", [&](ui::Screen& s) {
+    click(s, "btn_Prin");
+    check(s, "rHzb", true);
+    click(s, "btn_Prin");
+    ASSERT_EQ(previewed.size(), 3u);
+    EXPECT_TRUE(text(previewed[1]).contains(u"应收款明细表") && text(previewed[2]).contains(u"应收款汇总表"));
+  });
+  open("F_Kccx", [&](ui::Screen& s) {
+    click(s, "btn_Prin");
+    ASSERT_EQ(previewed.size(), 4u);
+    EXPECT_TRUE(text(previewed[3]).contains(u"当前库存表") && text(previewed[3]).contains(u"镜架A"));
+    EXPECT_TRUE(text(previewed[3]).contains(u"2,000.00")) << text(previewed[3]).toStdString();  // 200 pieces of 10
+  });
+}
+
+TEST_F(PrintingScreens, EveryTemplateHasAButtonThatOpensItsDesign) {
+  open("F_Bbsj", [&](ui::Screen& s) {
+    for (const KnownTemplate& each : knownTemplates())
+      EXPECT_TRUE(s.command("btn_" + words(each.name).toStdString()).isEnabled()) << words(each.name).toStdString();
+    expectScreen("F_Bbsj_Edit", [&](ui::Screen& designer) {
+      auto& window = dynamic_cast<TF_Bbsj_Edit&>(designer);
+      EXPECT_EQ(window.designer().document().path(), templatePath(u"kccx"));
+      press(designer, "Esc");
+    });
+    click(s, "btn_kccx");
+  });
+}
+
+}  // namespace printing_screens_test
+}  // namespace jxc::test
