@@ -1,9 +1,10 @@
-# Checks of the tree beside the tests, so that one summary tells everything: layout, module borders, clang-tidy.
+# Checks of the tree beside the tests, so that one summary tells everything: layout, module borders, templates, clang-tidy.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_program(JXC_CLANG_FORMAT clang-format-14)
 find_program(JXC_CLANG_TIDY clang-tidy-14)
 
 add_test(NAME check.tree COMMAND Python3::Interpreter "${CMAKE_SOURCE_DIR}/tools/check_tree.py")
+add_test(NAME check.templates COMMAND Python3::Interpreter "${CMAKE_SOURCE_DIR}/tools/report_templates.py" --check)
 
 # A machine that only builds need not have these two; ./test installs them.
 if(JXC_CLANG_FORMAT)
