@@ -18,6 +18,7 @@ namespace jxc::ui {
 namespace scan_catcher_detail {
 
 constexpr int kMostBetweenKeys = 40;  // ms; a quick typist needs more than 60, a scanner less than 20
+constexpr int kMostInBox = 300;       // the same in a box, where nothing is typed: there a slow code is a code, too
 constexpr int kFewestKeys = 6;
 constexpr int kSurelyACode = 8;  // keys in such a hurry that no hand typed them: the shortest code of retail goods
 constexpr int kAskAgain = 20;    // ms until a busy window is asked again
@@ -80,24 +81,31 @@ bool ScanCatcher::eventFilter(QObject* watched, QEvent* event) {
   return &target == target.window()->focusWidget() && keyInWindow(target, key);
 }
 
-bool ScanCatcher::isInTime(const QKeyEvent& key) const {
+bool ScanCatcher::isInTime(const QKeyEvent& key, int most) const {
   // By the time of the press itself where the system tells it: a busy window looks at its keys late.
   const quint64 now = key.timestamp() != 0 ? key.timestamp() : static_cast<quint64>(clock_.elapsed());
-  return !code_.isEmpty() && now >= lastKey_ && now - lastKey_ <= scan_catcher_detail::kMostBetweenKeys;
+  return !code_.isEmpty() && now >= lastKey_ && now - lastKey_ <= static_cast<quint64>(most);
 }
 
-void ScanCatcher::add(QWidget* target, const QKeyEvent& key) {
-  if (!isInTime(key)) begin(target);
+void ScanCatcher::add(QWidget* target, const QKeyEvent& key, int most) {
+  if (!isInTime(key, beganInBox_ ? scan_catcher_detail::kMostInBox : most)) {
+    code_.clear();
+    beganInBox_ = !target;
+    remember(target);
+  } else if (target && !target_) {
+    remember(target);  // the box gave way in the middle of the code
+  }
   code_ += key.text();
   lastKey_ = key.timestamp() != 0 ? key.timestamp() : static_cast<quint64>(clock_.elapsed());
 }
 
 bool ScanCatcher::keyInWindow(QWidget& target, const QKeyEvent& key) {
   if (scan_catcher_detail::isEnter(key)) {
-    if (isInTime(key)) return end(target);
+    if (isInTime(key, beganInBox_ ? scan_catcher_detail::kMostInBox : scan_catcher_detail::kMostBetweenKeys))
+      return end(target);
     code_.clear();
   } else if (scan_catcher_detail::isOfACode(key)) {
-    add(&target, key);
+    add(&target, key, scan_catcher_detail::kMostBetweenKeys);
   } else if (!key.text().isEmpty()) {  // not Shift on its own: capital letters of a code need it
     code_.clear();
   }
@@ -107,13 +115,13 @@ bool ScanCatcher::keyInWindow(QWidget& target, const QKeyEvent& key) {
 bool ScanCatcher::keyInBox(QMessageBox& box, const QKeyEvent& key) {
   using namespace scan_catcher_detail;
   // Nothing can be typed in a box: whatever comes in a hurry belongs to the code.
-  if (isOfACode(key) || (isInTime(key) && key.text().size() == 1 && key.text().at(0).isPrint())) {
+  if (isOfACode(key) || (isInTime(key, kMostInBox) && key.text().size() == 1 && key.text().at(0).isPrint())) {
     box_ = &box;
-    add(nullptr, key);
+    add(nullptr, key, kMostInBox);
     pause_.start(kMostBetweenKeys + kAskAgain);
     return true;
   }
-  if (!isEnter(key) || !isInTime(key) || code_.size() < kFewestKeys) return false;
+  if (!isEnter(key) || !isInTime(key, kMostInBox) || code_.size() < kFewestKeys) return false;
   pause_.stop();
   takeBack();
   take(std::exchange(code_, QString()));
@@ -141,14 +149,15 @@ void ScanCatcher::handOn(QMessageBox& box, const QKeyEvent& key) {
 
 void ScanCatcher::burstIsOver() {
   // One key was a hand that wanted a button.
-  const QString typed = std::exchange(code_, QString());
-  if (!box_ || typed.size() != 1) return;
+  if (!box_ || code_.size() != 1) return;
   for (auto* button : box_->buttons())
-    if (button->shortcut() == QKeySequence(typed.toUpper())) return button->click();
+    if (button->shortcut() == QKeySequence(code_.toUpper())) {
+      code_.clear();
+      return button->click();
+    }
 }
 
-void ScanCatcher::begin(QWidget* target) {
-  code_.clear();
+void ScanCatcher::remember(QWidget* target) {
   target_ = target;
   if (const auto* line = qobject_cast<QLineEdit*>(target)) {
     textBefore_ = line->text();
@@ -163,9 +172,11 @@ void ScanCatcher::begin(QWidget* target) {
 bool ScanCatcher::end(QWidget& target) {
   using namespace scan_catcher_detail;
   const QString code = std::exchange(code_, QString());
-  if (&target == &input_ || code.size() < kFewestKeys) return false;
+  if (&target == &input_ && !beganInBox_) return false;  // it reads its own text
+  if (code.size() < kFewestKeys) return false;
   // A few digits in a hurry are no scan where digits may be typed, unless they are a code.
-  if (target_ && mayBeTypedIn(target_) && code.size() < kSurelyACode && !hooks_.isKnown(code)) return false;
+  if (!beganInBox_ && target_ && mayBeTypedIn(target_) && code.size() < kSurelyACode && !hooks_.isKnown(code))
+    return false;
   takeBack();
   take(code);
   return true;

@@ -42,9 +42,9 @@ class ScanCatcher : public QObject {
  private:
   bool keyInWindow(QWidget& target, const QKeyEvent& key);
   bool keyInBox(QMessageBox& box, const QKeyEvent& key);
-  bool isInTime(const QKeyEvent& key) const;
-  void add(QWidget* target, const QKeyEvent& key);
-  void begin(QWidget* target);
+  bool isInTime(const QKeyEvent& key, int most) const;
+  void add(QWidget* target, const QKeyEvent& key, int most);
+  void remember(QWidget* target);
   bool end(QWidget& target);
   void takeBack();
   void handOn(QMessageBox& box, const QKeyEvent& key);
@@ -59,7 +59,8 @@ class ScanCatcher : public QObject {
   QTimer retry_;
   bool busy_ = false;
 
-  QString code_;  // of the burst under way
+  QString code_;             // of the burst under way
+  bool beganInBox_ = false;  // its first keys are in no input
   quint64 lastKey_ = 0;
   QElapsedTimer clock_;
   QTimer pause_;  // ends a burst in a box

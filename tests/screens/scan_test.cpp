@@ -98,6 +98,20 @@ TEST_F(ScanScreenTest, ANoticeGivesWayToTheNextCode) {
   });
 }
 
+// The notice goes in the middle of the next code: its first keys came to the box, the rest to the input.
+TEST_F(ScanScreenTest, ACodeThatBeganInTheBoxEndsInTheInput) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    onNextBox([&](QMessageBox&) { typeIn(*s.focusWidget(), kFrame.left(7)); });
+    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    scan(s, kUnknown);
+    scan(s, kFrame.mid(7));
+    EXPECT_EQ(lines(s), "1×1");
+    EXPECT_EQ(s.field("tSptm").text(), "");
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
 // A question is answered by a hand: the Enter of the next code is no yes, and a Y in it neither.
 TEST_F(ScanScreenTest, AQuestionIsNotAnsweredByTheNextCode) {
   open("F_Spxs", [&](ui::Screen& s) {
