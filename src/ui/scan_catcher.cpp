@@ -32,6 +32,10 @@ bool isEnter(const QKeyEvent& key) {
   return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
+bool isModifier(const QKeyEvent& key) {
+  return key.key() == Qt::Key_Shift || key.key() == Qt::Key_CapsLock || key.key() == Qt::Key_NumLock;
+}
+
 bool isOfACode(const QKeyEvent& key) {
   const QString text = key.text();
   return text.size() == 1 && text.at(0).unicode() < 128 && text.at(0).isLetterOrNumber() &&
@@ -106,7 +110,7 @@ bool ScanCatcher::keyInWindow(QWidget& target, const QKeyEvent& key) {
     code_.clear();
   } else if (scan_catcher_detail::isOfACode(key)) {
     add(&target, key, scan_catcher_detail::kMostBetweenKeys);
-  } else if (!key.text().isEmpty()) {  // not Shift on its own: capital letters of a code need it
+  } else if (!scan_catcher_detail::isModifier(key)) {  // capital letters of a code come with Shift
     code_.clear();
   }
   return false;
