@@ -105,8 +105,8 @@ constexpr IndexDefinition list[] = {
     {"jxc_goods", "gc_sn"},
     {"jxc_goods", "g_sptm"},
     {"jxc_goods", "g_name"},
-    // The articles of a lens product, as a sheet of its powers.
-    {"jxc_goods", "g_qc"},
+    // The articles of a lens product, as a sheet of its powers; the products themselves, counted from the index alone.
+    {"jxc_goods", "g_qc,g_isjp,g_jy"},
     {"jxc_goodsclass", "gc_sn"},
     // Last quotation to or from a partner.
     {"jxc_khbj", "g_sn,kh_sn,id"},
