@@ -219,8 +219,11 @@ void provePair(Books& books, Around& around, int index) {
   const auto wasCancelled = [&](std::uint32_t row) {
     return !isCostSetter(books.rows[row]) && around.log.has(books.rows[row].number);
   };
-  const bool behind = postedBehindCost(books, pair) || around.cancelledOutgoing[at] || around.cancelledTwice[at] ||
-                      std::ranges::any_of(pair.rows, wasCancelled) || around.log.hasDeleted();
+  // A ledger that begins with a sale opens at the average that the goods has on the day of each replay.
+  const bool opensAtMaster = !books.rows[pair.rows.front()].movesAverage();
+  const bool behind = opensAtMaster || postedBehindCost(books, pair) || around.cancelledOutgoing[at] ||
+                      around.cancelledTwice[at] || std::ranges::any_of(pair.rows, wasCancelled) ||
+                      around.log.hasDeleted();
   const Kind kind = around.fixedCost ? Kind::WarehouseCostFixed
                     : behind         ? Kind::WarehouseCostBehind
                                      : Kind::WarehouseCost;

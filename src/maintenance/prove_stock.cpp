@@ -67,11 +67,6 @@ RunningStock storedIn(const LedgerRow& row) {
   return {row.stock, row.average, row.value};
 }
 
-bool movesAverage(const LedgerRow& row) {
-  return row.flag &&
-         (row.flag->moves == MovesAverage::Always || (row.flag->moves == MovesAverage::Inflow && row.quantity > 0));
-}
-
 /// One goods in one warehouse.
 class Walk {
  public:
@@ -141,7 +136,7 @@ void Walk::judge(const LedgerRow& row, const RunningStock& before, const Running
 
 /// The row as it was posted while the opening rows above it were not there yet.
 bool Walk::followsWithout(const LedgerRow& row, RunningStock before) const {
-  if (!movesAverage(row)) before.average = row.average;
+  if (!row.movesAverage()) before.average = row.average;
   RunningStock after = before;
   after.advance(row.movement(), books_.digits);
   return follows(row, before, after);
@@ -164,7 +159,7 @@ bool Walk::leftByCancel(const LedgerRow& row, const RunningStock& before) const 
   const double jump = row.stockBefore - before.quantity;
   for (const Leftover& each : found->second) {
     if (!sameAmount(jump, each.quantity)) continue;
-    RunningStock stored{row.stockBefore, movesAverage(row) ? before.average : row.average, row.valueBefore};
+    RunningStock stored{row.stockBefore, row.movesAverage() ? before.average : row.average, row.valueBefore};
     stored.advance(row.movement(), books_.digits);
     if (sameFigure(stored.quantity, row.stock) && sameFigure(stored.average, row.average)) return true;
   }
@@ -179,7 +174,7 @@ bool Walk::averageWasSet(const LedgerRow& row, const RunningStock& before, const
 }
 
 bool Walk::costWasFilled(const LedgerRow& row, const RunningStock& before) const {
-  return before.average == 0 && !movesAverage(row) && sameFigure(row.stockBefore, before.quantity) &&
+  return before.average == 0 && !row.movesAverage() && sameFigure(row.stockBefore, before.quantity) &&
          sameAmount(row.value, row.stock * row.average);
 }
 

@@ -171,4 +171,22 @@ bool cancelSaleReturn(const QString& number, Prompt& prompt, CancelMode mode) {
   return cancelling_detail::cancel(trading::saleReturn(), number, prompt, mode);
 }
 
+bool cancelDocument(const QString& number, Prompt& prompt, CancelMode mode) {
+  using namespace families;
+  using Cancel = bool (*)(const QString&, Prompt&, CancelMode);
+  static const std::map<const DocumentFamily*, Cancel> commands{{&purchaseReceipt, cancelPurchase},
+                                                                {&purchaseReturn, cancelPurchaseReturn},
+                                                                {&sale, cancelSale},
+                                                                {&saleReturn, cancelSaleReturn},
+                                                                {&transfer, cancelTransfer},
+                                                                {&stocktake, cancelStocktake},
+                                                                {&loss, cancelLoss},
+                                                                {&overflow, cancelOverflow},
+                                                                {&split, cancelSplit},
+                                                                {&bundle, cancelBundle},
+                                                                {&loan, cancelLoan},
+                                                                {&loanReturn, cancelLoanReturn}};
+  return commands.at(&documentFamily(number))(number, prompt, mode);
+}
+
 }  // namespace jxc

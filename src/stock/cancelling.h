@@ -27,4 +27,7 @@ bool cancelBundle(const QString& number, Prompt& prompt, CancelMode mode = Cance
 bool cancelLoan(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 bool cancelLoanReturn(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
 
+/// The one of these that the number belongs to. Throws std::out_of_range for a number of no family.
+bool cancelDocument(const QString& number, Prompt& prompt, CancelMode mode = CancelMode::Single);
+
 }  // namespace jxc

@@ -60,23 +60,8 @@ class ShopWalk : public ShopTest {
     return checkDj(documentFamily(number), number, yes);
   }
   bool cancel(const QString& number) {
-    using namespace families;
     YesPrompt yes;
-    for (const auto& [family, command] :
-         std::initializer_list<std::pair<const DocumentFamily*, bool (*)(const QString&, Prompt&, CancelMode)>>{
-             {&purchaseReceipt, cancelPurchase},
-             {&purchaseReturn, cancelPurchaseReturn},
-             {&sale, cancelSale},
-             {&saleReturn, cancelSaleReturn},
-             {&transfer, cancelTransfer},
-             {&stocktake, cancelStocktake},
-             {&loss, cancelLoss},
-             {&overflow, cancelOverflow},
-             {&split, cancelSplit},
-             {&bundle, cancelBundle},
-             {&loan, cancelLoan}})
-      if (&documentFamily(number) == family) return command(number, yes, CancelMode::Batch);
-    return false;
+    return cancelDocument(number, yes, CancelMode::Batch);
   }
 
   class YesPrompt : public Prompt {

@@ -142,24 +142,6 @@ void prepareAll(int count, Prompt& prompt) {
   }
 }
 
-bool cancel(const QString& number, Prompt& prompt) {
-  using namespace families;
-  using Cancel = bool (*)(const QString&, Prompt&, CancelMode);
-  for (const auto& [family, command] :
-       std::initializer_list<std::pair<const DocumentFamily*, Cancel>>{{&purchaseReceipt, cancelPurchase},
-                                                                       {&purchaseReturn, cancelPurchaseReturn},
-                                                                       {&sale, cancelSale},
-                                                                       {&saleReturn, cancelSaleReturn},
-                                                                       {&transfer, cancelTransfer},
-                                                                       {&loss, cancelLoss},
-                                                                       {&overflow, cancelOverflow},
-                                                                       {&split, cancelSplit},
-                                                                       {&bundle, cancelBundle},
-                                                                       {&loan, cancelLoan}})
-    if (&documentFamily(number) == family) return command(number, prompt, CancelMode::Batch);
-  throw std::runtime_error("no cancel of " + number.toStdString());
-}
-
 /// All documents that were prepared, audited or not.
 std::vector<QString> documents() {
   std::vector<QString> numbers;
@@ -209,7 +191,7 @@ void step(const QString& number, bool alone, Prompt& prompt) {
     else if (alone)
       throw std::runtime_error("not audited");
   } else {
-    if (cancel(number, prompt))
+    if (cancelDocument(number, prompt, CancelMode::Batch))
       tell('C', number);
     else if (alone)
       throw std::runtime_error("not cancelled");
