@@ -53,6 +53,14 @@ class Console(unittest.TestCase):
         self.assertIn("--force", self.run_it(*words, status=1))
         self.run_it("demo", "--months", "0", status=2)
 
+    def test_the_books_are_proved_and_the_status_tells(self):
+        self.run_it("create")
+        self.assertIn("没有发现错误", self.run_it("prove"))
+        self.run_it("sql", "-c", "update jxc_khxx set kh_lwje=3")
+        self.assertIn("1 类错误", self.run_it("prove", "--wrong", status=1))
+        self.assertEqual(self.rows("select kh_lwje from jxc_khxx"), [["3"]])
+        self.run_it("prove", "--all", status=2)
+
     def test_rows_come_as_lines_and_an_empty_value_as_nothing(self):
         self.run_it("create")
         printed = self.run_it(
