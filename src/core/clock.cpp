@@ -1,6 +1,6 @@
 #include "core/clock.h"
 
-#include "engine/sqlite/functions.h"
+#include "engine/function_clock.h"
 
 namespace jxc::clock_detail {
 
@@ -47,7 +47,7 @@ QString month() {
 void setFixed(std::optional<QDateTime> moment) {
   clock_detail::fixedMoment() = std::move(moment);
   // date() and now() of a statement stand still with it.
-  sqlite::setFunctionClock(clock_detail::fixedMoment() ? +[] { return stamp().toStdString(); } : nullptr);
+  setFunctionClock(clock_detail::fixedMoment() ? +[] { return stamp().toStdString(); } : nullptr);
 }
 
 }  // namespace jxc::clock

@@ -1,5 +1,7 @@
 #include "core/console.h"
 
+#include "core/account_place.h"
+#include "core/console_copy.h"
 #include "core/schema/schema.h"
 #include "core/startup.h"
 #include "core/statement_script.h"
@@ -11,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <istream>
 #include <iterator>
 #include <memory>
@@ -30,21 +31,16 @@ constexpr int misused = 2;
 
 // ---- create
 
-/// What SQLite keeps beside a database file while it is open, or after a crash.
-constexpr std::array<const char16_t*, 2> sideFiles = {u"-wal", u"-shm"};
-
-void removeDatabaseFile(const QString& file) {
-  QFile::remove(file);
-  for (const char16_t* side : sideFiles)
-    QFile::remove(file + QString::fromUtf16(side));
-}
-
 int create(Console& console, ConsoleWords words) {
   bool force = false;
   while (!words.isEmpty()) {
     const QString word = words.take();
     if (word != u"--force") throw unknownConsoleWord(word);
     force = true;
+  }
+  if (const QString server = consoleServer(console.file); !server.isEmpty()) {
+    createOnServer(server, force);
+    return done;
   }
   makeConsoleAccount(console, force, [](const QString& file) {
     SqliteOptions options;
@@ -182,6 +178,12 @@ constexpr std::array commands = {
                    u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
                    u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
                    create},
+    ConsoleCommand{u"copy",
+                   u"jxcctl copy 来源 目标 [--quiet]\n"
+                   u"  把整个帐套从文件复制到 PostgreSQL 服务器，或者复制回文件，最后核对每个表的行数和合计。\n"
+                   u"  来源和目标是帐套文件，或者服务器的连接地址（postgresql://用户@服务器/数据库）。\n"
+                   u"  目标必须是空的数据库或不存在的文件；中途断开时目标里什么也不留，可以重新开始。\n",
+                   copyCommand},
     ConsoleCommand{
         u"sql",
         u"jxcctl [--home 目录 | --db 文件] sql [-c 语句]… [-f 文件]… [--check]\n"
@@ -208,7 +210,7 @@ QString overview(std::span<const ConsoleCommand> more) {
       text += QString::fromUtf16(command.help);
   text += QStringLiteral(
       "\n  --home 目录  程序目录，帐套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
-      "  --db 文件    直接指定帐套文件\n"
+      "  --db 文件    直接指定帐套文件，或者服务器的连接地址（postgresql://用户@服务器/数据库）\n"
       "  --help       显示帮助；写在命令后面时只显示该命令的帮助\n"
       "返回值：0 完成，1 出错，2 命令写错。\n");
   return text;
@@ -282,8 +284,9 @@ ConsoleMisuse unknownConsoleWord(const QString& word) {
 }
 
 std::unique_ptr<Database> openConsoleAccount(const Console& console) {
-  if (!QFileInfo::exists(console.file)) throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
-  return openSqlite(console.file);
+  if (!isServerAddress(console.file) && !QFileInfo::exists(console.file))
+    throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
+  return openAccountPlace(console.file);
 }
 
 void makeConsoleAccount(const Console& console, bool force, const std::function<void(const QString&)>& fill) {
@@ -293,22 +296,7 @@ void makeConsoleAccount(const Console& console, bool force, const std::function<
                          console.file);
   }
   if (!console.home.isEmpty()) setProgramDirectory(console.home);
-  const QString beside = console.file + QStringLiteral(".new");
-  removeDatabaseFile(beside);
-  try {
-    fill(beside);
-    // What a crash left beside the old file must not be played into the new one.
-    for (const char16_t* side : sideFiles)
-      QFile::remove(console.file + QString::fromUtf16(side));
-    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(console.file).toStdString());
-  } catch (const std::filesystem::filesystem_error& error) {
-    removeDatabaseFile(beside);
-    throw ConsoleRefusal(
-        QStringLiteral("不能写入帐套文件 %1：%2").arg(console.file, QString::fromStdString(error.code().message())));
-  } catch (...) {
-    removeDatabaseFile(beside);
-    throw;
-  }
+  makeDatabaseFile(console.file, fill);
   if (!console.home.isEmpty()) ensureCatalogue();
 }
 

@@ -1,15 +1,10 @@
 #include "core/data_module.h"
 
+#include "core/account_place.h"
 #include "core/program_directory.h"
 #include "core/statements.h"
 
 namespace jxc::data_module_detail {
-
-// The one place that turns an account file into a connection. A file that holds the address of a server instead of a
-// database is to be told apart here; nothing else in the program knows where the account set lives.
-std::unique_ptr<Database> openAccountFile(const QString& file) {
-  return openSqlite(file);
-}
 
 Database& required(const std::unique_ptr<Database>& database, const QString& complaint) {
   if (!database) throw DbError(DbError::Kind::Other, complaint);
@@ -22,7 +17,7 @@ namespace jxc {
 
 void DataModule::openAccountDb(const QString& fileName) {
   closeAccountDb();
-  account_ = data_module_detail::openAccountFile(programPath(QStringLiteral("data/") + fileName));
+  account_ = openAccountFile(programPath(QStringLiteral("data/") + fileName));
 }
 
 Database& DataModule::accountDb() {

@@ -17,53 +17,6 @@ void SqliteEmitter::columnDeclaration(const Column& column, bool primary) {
   if (primary) put(" primary key");
 }
 
-void SqliteEmitter::emitCreateTable() {
-  plan_.kind = Plan::Kind::Definition;
-  put("create table ");
-  quoted(statement_.name);
-  put(" (");
-  int keys = 0;
-  for (const ColumnDefinition& definition : statement_.definitions)
-    keys += definition.primary;
-  for (std::size_t i = 0; i < statement_.definitions.size(); ++i) {
-    if (i > 0) put(",");
-    columnDeclaration(statement_.definitions[i].column, keys == 1 && statement_.definitions[i].primary);
-  }
-  if (keys > 1) {
-    put(",primary key (");
-    bool first = true;
-    for (const ColumnDefinition& definition : statement_.definitions) {
-      if (!definition.primary) continue;
-      if (!first) put(",");
-      first = false;
-      quoted(definition.name);
-    }
-    put(")");
-  }
-  put(")");
-  finishStep();
-}
-
-void SqliteEmitter::emitAddColumns() {
-  plan_.kind = Plan::Kind::Definition;
-  for (const ColumnDefinition& definition : statement_.definitions) {
-    put("alter table ");
-    quoted(statement_.table->name);
-    put(" add column ");
-    columnDeclaration(definition.column, false);
-    finishStep();
-  }
-}
-
-void SqliteEmitter::emitDropColumn() {
-  plan_.kind = Plan::Kind::Definition;
-  put("alter table ");
-  quoted(statement_.table->name);
-  put(" drop column ");
-  quoted(statement_.columns.front());
-  finishStep();
-}
-
 // SQLite cannot change a column, so the table is built anew: rows keep their numbers, the counter goes on where it
 // stood, and the indexes are made again.
 void SqliteEmitter::emitAlterColumn() {
@@ -148,22 +101,6 @@ void SqliteEmitter::emitAlterColumn() {
     put(index);
     finishStep();
   }
-}
-
-void SqliteEmitter::emitCreateIndex() {
-  plan_.kind = Plan::Kind::Definition;
-  put(statement_.unique ? "create unique index " : "create index ");
-  quoted(statement_.index);
-  put(" on ");
-  quoted(statement_.table->name);
-  put(" (");
-  for (std::size_t i = 0; i < statement_.columns.size(); ++i) {
-    if (i > 0) put(",");
-    quoted(statement_.columns[i]);
-    if (statement_.descending[i]) put(" desc");
-  }
-  put(")");
-  finishStep();
 }
 
 }  // namespace jxc::jet

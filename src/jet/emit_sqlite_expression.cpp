@@ -5,205 +5,25 @@
 
 namespace jxc::jet {
 
-namespace emit_expression_detail {
-
-std::string_view signOf(Op op) {
-  switch (op) {
-    case Op::Add:
-      return " + ";
-    case Op::Join:
-      return " || ";
-    case Op::Subtract:
-      return " - ";
-    case Op::Multiply:
-      return " * ";
-    case Op::Equal:
-      return "=";
-    case Op::NotEqual:
-      return "<>";
-    case Op::Less:
-      return "<";
-    case Op::LessEqual:
-      return "<=";
-    case Op::Greater:
-      return ">";
-    case Op::GreaterEqual:
-      return ">=";
-    case Op::And:
-      return " and ";
-    case Op::Or:
-      return " or ";
-    default:
-      return {};
-  }
-}
-
-// What may stand as an operand without brackets.
-bool isCompact(const Expr& e) {
-  switch (e.kind) {
-    case ExprKind::Number:
-      return e.name.front() != '-';
-    case ExprKind::Text:
-    case ExprKind::Null:
-    case ExprKind::Boolean:
-    case ExprKind::Parameter:
-    case ExprKind::Column:
-    case ExprKind::Function:
-    case ExprKind::Aggregate:
-    case ExprKind::Subquery:
-    case ExprKind::Exists:
-    case ExprKind::Convert:
-      return e.function != Function::IsNull;
-    default:
-      return false;
-  }
-}
-
-}  // namespace emit_expression_detail
-
-void SqliteEmitter::operand(const Expr& e) {
-  if (emit_expression_detail::isCompact(e)) {
-    expr(e);
-    return;
-  }
-  put("(");
-  expr(e);
-  put(")");
-}
-
-void SqliteEmitter::expr(const Expr& e) {
-  switch (e.kind) {
-    case ExprKind::Number:
-    case ExprKind::Boolean:
-      put(e.name);
-      break;
-    case ExprKind::Text:
-      literal(e.name);
-      break;
-    case ExprKind::Null:
-      put("null");
-      break;
-    case ExprKind::Star:
-      put("*");
-      break;
-    case ExprKind::Parameter:
-      parameter(e.place);
-      break;
-    case ExprKind::Column:
-      column(*e.source, e.column);
-      break;
-    case ExprKind::Negate:
-      put("- ");  // two signs in a row would begin a comment
-      operand(*e.args[0]);
-      break;
-    case ExprKind::Not:
-      put("not ");
-      operand(*e.args[0]);
-      break;
-    case ExprKind::Binary:
-      binary(e);
-      break;
-    case ExprKind::Function:
-      function(e);
-      break;
-    case ExprKind::Aggregate:
-      put(e.name);
-      put("(");
-      list(e.args);
-      put(")");
-      break;
-    case ExprKind::In:
-      operand(*e.args[0]);
-      put(e.negated ? " not in (" : " in (");
-      list(e.args, 1);
-      put(")");
-      break;
-    case ExprKind::InQuery:
-      operand(*e.args[0]);
-      put(e.negated ? " not in (" : " in (");
-      query(*e.query, Names::None);
-      put(")");
-      break;
-    case ExprKind::Exists:
-      put("exists (");
-      query(*e.query, Names::None);
-      put(")");
-      break;
-    case ExprKind::Subquery:
-      put("(");
-      query(*e.query, Names::None);
-      put(")");
-      break;
-    case ExprKind::Between:
-      operand(*e.args[0]);
-      put(e.negated ? " not between " : " between ");
-      operand(*e.args[1]);
-      put(" and ");
-      operand(*e.args[2]);
-      break;
-    case ExprKind::IsNull:
-      operand(*e.args[0]);
-      put(e.negated ? " is not null" : " is null");
-      break;
-    case ExprKind::Like:
-      operand(*e.args[0]);
-      put(e.negated ? " not like " : " like ");
-      operand(*e.args[1]);
-      break;
-    case ExprKind::Convert:
-      conversion(e);
-      break;
-  }
-}
-
-void SqliteEmitter::column(const Source& source, int index) {
-  const OutputColumn found = columnAt(source, index);
-  if (!driven_ || &source == updated_) {
-    quoted(source.alias);
-    put(".");
-    quoted(found.native);
-    return;
-  }
-  // Is it a source of the update itself, or of a select inside one of its values?
-  int field = 0;
-  for (const Source* s : statement_.select->sources) {
-    if (s == &source) {
-      if (!source.table) {
-        Parameter p;
-        p.source = field + index;
-        p.fromDrivingRow = true;
-        parameter(p);
-        return;
-      }
-      put("(select ");
-      quoted(found.native);
-      put(" from ");
-      quoted(source.table->name);
-      put(" where rowid=");
-      drivenRow(source);
-      put(")");
-      return;
-    }
-    field += s->table ? 1 : static_cast<int>(s->columns.size());
-  }
-  quoted(source.alias);
-  put(".");
-  quoted(found.native);
-}
-
-void SqliteEmitter::drivenRow(const Source& source) {
-  Parameter p;
-  p.fromDrivingRow = true;
-  for (const Source* s : statement_.select->sources) {
-    if (s == &source) break;
-    p.source += s->table ? 1 : static_cast<int>(s->columns.size());
-  }
-  parameter(p);
-}
-
 void SqliteEmitter::parameter(const Parameter& p) {
   put("?");
   step_.parameters.push_back(p);
+}
+
+void SqliteEmitter::aggregate(const Expr& e) {
+  call(e.name, e);
+}
+
+void SqliteEmitter::subquery(const Expr& e) {
+  put("(");
+  query(*e.query, Names::None);
+  put(")");
+}
+
+void SqliteEmitter::like(const Expr& e) {
+  operand(*e.args[0]);
+  put(e.negated ? " not like " : " like ");
+  operand(*e.args[1]);
 }
 
 void SqliteEmitter::binary(const Expr& e) {
@@ -234,22 +54,7 @@ void SqliteEmitter::binary(const Expr& e) {
       put(",'')");
       return;
     default:
-      break;
-  }
-  // Chains of and, or, joined text read without brackets.
-  const auto side = [&](const Expr& s) {
-    if (s.kind == ExprKind::Binary && s.op == e.op && (e.op == Op::And || e.op == Op::Or || e.op == Op::Join)) {
-      expr(s);
-    } else {
-      operand(s);
-    }
-  };
-  side(left);
-  put(emit_expression_detail::signOf(e.op));
-  if (e.op == Op::And || e.op == Op::Or || e.op == Op::Join) {
-    side(right);
-  } else {
-    operand(right);
+      Emitter::binary(e);
   }
 }
 
@@ -307,13 +112,7 @@ void SqliteEmitter::conversion(const Expr& e) {
 void SqliteEmitter::function(const Expr& e) {
   switch (e.function) {
     case Function::Iif:
-      put("case when ");
-      expr(*e.args[0]);
-      put(" then ");
-      expr(*e.args[1]);
-      put(" else ");
-      expr(*e.args[2]);
-      put(" end");
+      choice(e);
       return;
     case Function::IsNull:
       operand(*e.args[0]);
@@ -456,25 +255,10 @@ void SqliteEmitter::function(const Expr& e) {
       put("jxc_datepart('w',");
       break;
     default:
-      throw TranslateError(TranslateError::Kind::Unsupported, std::string(e.name) + " cannot be said in this engine",
-                           e.position);
+      cannotSay(e);
   }
   list(e.args);
   put(")");
-}
-
-void SqliteEmitter::call(std::string_view name, const Expr& e) {
-  put(name);
-  put("(");
-  list(e.args);
-  put(")");
-}
-
-void SqliteEmitter::list(const std::vector<Expr*>& items, std::size_t from) {
-  for (std::size_t i = from; i < items.size(); ++i) {
-    if (i > from) put(",");
-    expr(*items[i]);
-  }
 }
 
 }  // namespace jxc::jet

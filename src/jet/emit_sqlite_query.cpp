@@ -3,10 +3,9 @@
 namespace jxc::jet {
 
 void SqliteEmitter::query(const Query& q, Names names) {
-  const Query* naming = names == Names::Native ? &q : nullptr;
   if (q.selects.size() == 1) {
     const Select& only = *q.selects.front();
-    select(only, naming);
+    select(only, &q, names);
     for (std::size_t i = 0; i < q.orderBy.size(); ++i) {
       put(i == 0 ? " order by " : ",");
       expr(*q.orderBy[i].expr);
@@ -23,7 +22,7 @@ void SqliteEmitter::query(const Query& q, Names names) {
     const Select& s = *q.selects[part];
     // `top` belongs to its part alone, a limit would belong to the whole.
     if (s.top) put("select * from (");
-    select(s, naming);
+    select(s, &q, names);
     if (s.top) {
       put(" limit ");
       expr(*s.top);
@@ -37,36 +36,11 @@ void SqliteEmitter::query(const Query& q, Names names) {
   }
 }
 
-void SqliteEmitter::select(const Select& s, const Query* naming) {
-  put(s.distinct ? "select distinct " : "select ");
-  for (std::size_t i = 0; i < s.items.size(); ++i) {
-    if (i > 0) put(",");
-    expr(*s.items[i].expr);
-    if (naming) {
-      put(" as ");
-      quoted(naming->columns[i].native);
-    }
-  }
-  fromClause(s);
-  where(s.where);
-  for (std::size_t i = 0; i < s.groupBy.size(); ++i) {
-    put(i == 0 ? " group by " : ",");
-    if (s.groupBy[i]->kind == ExprKind::Number) {
-      literal(s.groupBy[i]->name);  // a bare number would be read as a position
-      continue;
-    }
-    expr(*s.groupBy[i]);
-  }
-  if (s.having) {
-    put(" having ");
-    expr(*s.having);
-  }
-}
-
-void SqliteEmitter::fromClause(const Select& s) {
-  for (std::size_t i = 0; i < s.from.size(); ++i) {
-    put(i == 0 ? " from " : ",");
-    fromNode(*s.from[i], i > 0);
+void SqliteEmitter::groupItem(const Expr& e) {
+  if (e.kind == ExprKind::Number) {
+    literal(e.name);  // a bare number would be read as a position
+  } else {
+    expr(e);
   }
 }
 
@@ -107,27 +81,6 @@ void SqliteEmitter::fromNode(const FromNode& node, bool rightOperand) {
     expr(*node.on);
   }
   if (bracket) put(")");
-}
-
-void SqliteEmitter::leaf(const Source& source) {
-  if (source.table) {
-    quoted(source.table->name);
-    if (source.alias != source.table->name) {
-      put(" as ");
-      quoted(source.alias);
-    }
-    return;
-  }
-  put("(");
-  query(*source.derived, Names::Native);
-  put(") as ");
-  quoted(source.alias);
-}
-
-void SqliteEmitter::where(const Expr* condition) {
-  if (!condition) return;
-  put(" where ");
-  expr(*condition);
 }
 
 }  // namespace jxc::jet

@@ -11,6 +11,9 @@
 
 namespace jxc::jet {
 
+/// A value that the engine itself gives: what date(), time() and now() of a statement say.
+enum class Moment : unsigned char { None, Date, Time, Stamp };
+
 /// Where the value of a native `?` comes from and how it is made fit on its way.
 struct Parameter {
   int source = 0;                        // 0-based: the caller's value, or a column of the driving row
@@ -19,6 +22,7 @@ struct Parameter {
   bool typed = false;  // the place has a type: convert (numbers to six decimals, text to number …) when binding
   int width = 0;       // >0: refuse text of more characters, naming `label`
   std::string label;   // "jxc_goods.g_name"
+  Moment moment = Moment::None;  // not the caller's: the clock's
 };
 
 struct Step {

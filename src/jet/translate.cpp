@@ -1,4 +1,5 @@
 #include "jet/binder.h"
+#include "jet/emit_postgres.h"
 #include "jet/emit_sqlite.h"
 #include "jet/parser.h"
 #include "jet/plan.h"
@@ -6,12 +7,10 @@
 namespace jxc::jet {
 
 Plan translate(std::string_view statement, const Catalogue& catalogue, Engine engine) {
-  if (engine != Engine::Sqlite) {
-    throw TranslateError(TranslateError::Kind::Unsupported, "this engine is not spoken yet", 0);
-  }
   Tree tree;
   Parser(statement, tree).parse();
   Binder(tree, catalogue).bind();
+  if (engine == Engine::Postgres) return PostgresEmitter(tree.statement).emit();
   return SqliteEmitter(tree.statement).emit();
 }
 

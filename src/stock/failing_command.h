@@ -1,7 +1,7 @@
 // 过账失败: a command on a document that fails says which document it was, and that nothing was changed.
 #pragma once
 
-#include "engine/error.h"
+#include "engine/server.h"
 
 #include <QString>
 
@@ -15,12 +15,14 @@ namespace jxc {
 /// them.
 template <class Work>
 auto onDocument(const QString& number, QStringView doing, Work&& work) {
-  const auto told = [&](const QString& reason) {
+  const auto told = [&](const QString& reason, bool unchanged = true) {
     return QStringLiteral("单据") + number + doing.toString() + QStringLiteral("失败：\r\n\r\n") + reason +
-           QStringLiteral("\r\n\r\n没有改动任何数据。");
+           (unchanged ? QStringLiteral("\r\n\r\n没有改动任何数据。") : QString());
   };
   try {
     return std::forward<Work>(work)();
+  } catch (const ConnectionLost& failure) {  // only the failure itself knows whether anything was kept
+    throw ConnectionLost(told(failure.message(), false), failure.statement(), failure.isUnknown());
   } catch (const DbError& failure) {
     throw DbError(failure.kind(), told(failure.message()), failure.statement(), failure.position());
   } catch (const std::runtime_error& failure) {

@@ -2,8 +2,7 @@
 
 #include "core/clock.h"
 #include "core/data_module.h"
-#include "core/schema/schema.h"
-#include "engine/snapshot.h"
+#include "server/test_engine.h"
 
 #include <QDateTime>
 
@@ -18,22 +17,19 @@ QDateTime moment(const QString& text) {
   return parsed;
 }
 
-/// The account set that every test begins with, made once a process.
-const std::vector<std::byte>& freshAccountSet() {
-  static const std::vector<std::byte> bytes = [] {
-    const std::unique_ptr<Database> database = openSqlite(QStringLiteral(":memory:"));
-    createAllTables(*database);
-    upgradeSchema(*database);
-    return snapshot(*database);
-  }();
-  return bytes;
+/// Suites that write so much that taking it back would take a server longer than a copy of an account set.
+Story storyOfTest() {
+  const char* const suite = ::testing::UnitTest::GetInstance()->current_test_suite()->name();
+  for (const char* many : {"RandomHistories", "MoneyWalk", "PostingTest"})
+    if (std::string_view(suite) == many) return Story::Long;
+  return Story::Short;
 }
 
 }  // namespace account_set_detail
 
 AccountSetFixture::AccountSetFixture() {
   setClock(QStringLiteral("2021-05-03 14:30:00"));
-  dataModule().installAccountDb(openSqliteSnapshot(account_set_detail::freshAccountSet()));
+  dataModule().installAccountDb(openFresh(account_set_detail::storyOfTest()));
   session() = Session{};
   session().dbName = QStringLiteral("jxc.mdb");
   session().a_name = QStringLiteral("admin");

@@ -1,5 +1,6 @@
 // What statements of the dialect mean, run on the engine.
 #include "engine/database.h"
+#include "server/test_engine.h"
 
 #include <QStringList>
 
@@ -11,7 +12,7 @@ namespace jxc::dialect_test {
 class DialectTest : public testing::Test {
  protected:
   void SetUp() override {
-    db_ = openSqlite(QStringLiteral(":memory:"), {.create = true});
+    db_ = test::openEmpty();
     run("create table [goods] ([id] Counter,[g_sn] varchar (8) null,[g_name] nvarchar (10) null,[g_kc] numeric(28,6) "
         "null,"
         "[g_jj] numeric(28,6) null,[g_jy] bit null,[g_pl] int null,[g_bz] text null,"

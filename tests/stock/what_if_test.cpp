@@ -4,6 +4,7 @@
 
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
+#include "server/test_engine.h"
 
 #include <algorithm>
 
@@ -25,7 +26,10 @@ class WhatIfTest : public test::ShopWalk {
     });
     EXPECT_EQ(session().editMode, u"as it was");
     EXPECT_EQ(test::readBooks(test::Reading::ToTheLetter), before);
-    EXPECT_EQ(nextCounters(), counters);
+    // The counters of a server go on whatever is taken back.
+    if (!test::onServer()) {
+      EXPECT_EQ(nextCounters(), counters);
+    }
     EXPECT_FALSE(accountDb().inTransaction());
     return preview;
   }

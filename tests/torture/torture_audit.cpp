@@ -7,13 +7,17 @@
 //       has documents of its own (every STATIONS-th), which share goods, partners and cash with those of the others.
 //   torture_audit FILE share SEED SECONDS
 //       the same for a while, over all documents beside other stations that may be faster at any of them
+#include "core/account_place.h"
 #include "core/clock.h"
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/prompt.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "engine/server.h"
+#include "engine/waiting.h"
 #include "purchasing/receipt.h"
+#include "sales/sale.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
@@ -85,7 +89,7 @@ void prepareAll(int count, Prompt& prompt) {
   for (int i = 0; i < count; ++i) {
     const QString a = goodsCode(i % goodsCount), b = goodsCode((i + 5) % goodsCount);
     const double q = 1 + i % 4, price = 9 + i % 7;
-    const QString number = waiting(sale,
+    const QString number = waiting(families::sale,
                                    {{"kh_sn", customer},
                                     {"ck_sn", place},
                                     {"ls_yfje", 2 * q * price},
@@ -219,15 +223,127 @@ void share(unsigned seed, int seconds, Prompt& prompt) {
     step(all[random() % all.size()], false, prompt);
 }
 
+// ---- post --------------------------------------------------------------------------------------------------------
+
+constexpr int postedGoods = 50;
+int longestWait = 0;  // seconds
+
+/// One station of many: what its operator does all day.
+class Counter {
+ public:
+  Counter(unsigned seed, int station) : random_(seed) {
+    const QString name = QStringLiteral("op%1").arg(station);
+    session().a_name = name;
+  }
+
+  void step() {
+    const int dice = upTo(20);
+    if (dice < 6)
+      make(receipt::rules(), 3);
+    else if (dice < 11)
+      make(sale::rules(), 2);
+    else if (dice < 18)
+      audit();
+    else
+      cancel();
+  }
+
+ private:
+  int upTo(int most) { return static_cast<int>(random_() % static_cast<unsigned>(most)); }
+
+  void make(const DocumentRules& rules, int lines) {
+    TradingDraft draft = rules.fresh({});
+    bool any = false;
+    for (int i = 0; i < lines; ++i) {
+      const LinePlace place{
+          .number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
+      LineDraft line = rules.lines().newLine(goodsCode(upTo(postedGoods)), place, false);
+      line.amounts.setQuantity(1 + upTo(5));
+      line.amounts.setPrice(10 + upTo(9));
+      const LineResult added = rules.lines().addLine(Lines::Draft, place, line, prompt_);
+      if (!added) continue;
+      draft.number = added.number;
+      any = true;
+    }
+    if (!any) return;
+    draft.payable = rules.payable(draft.number);
+    draft.paid = draft.payable;
+    draft.account = QStringLiteral("现金");
+    if (const SaveResult saved = rules.save(draft, prompt_)) tell('S', saved.number);
+  }
+
+  QString any(const char* select) {
+    const RowSet documents = openSelect(select);
+    return documents.isEmpty() ? QString() : documents.text(upTo(documents.rowCount()), 0);
+  }
+
+  void audit() {
+    const bool buying = upTo(2) == 0;
+    const QString number =
+        any(buying ? "select j_sn from jxc_jhd where j_status=0" : "select gl_djh from jxc_lsxsd where ls_status=0");
+    if (number.isEmpty()) return;
+    const DocumentFamily& family = buying ? families::purchaseReceipt : families::sale;
+    if (checkDj(family, number, prompt_) == AuditOutcome::Audited) tell('A', number);
+  }
+
+  void cancel() {
+    const bool buying = upTo(2) == 0;
+    const QString number = any(buying ? "select top 40 j_sn from jxc_jhd where j_status=1 order by id desc"
+                                      : "select top 40 gl_djh from jxc_lsxsd where ls_status=1 order by id desc");
+    if (number.isEmpty()) return;
+    if (buying ? cancelPurchase(number, prompt_, CancelMode::Batch) : cancelSale(number, prompt_, CancelMode::Batch))
+      tell('C', number);
+  }
+
+  std::mt19937 random_;
+  SharingPrompt prompt_;
+};
+
+/// A command that the connection broke is done again or not, as the operator likes; what it said is told.
+void post(unsigned seed, int seconds, int station) {
+  using Clock = std::chrono::steady_clock;
+  setWaitListener([](int waited) { longestWait = std::max(longestWait, waited); });
+  Counter counter(seed + static_cast<unsigned>(station), station);
+  std::cout << "ready" << std::endl;
+  const auto end = Clock::now() + std::chrono::seconds(seconds);
+  while (Clock::now() < end) {
+    try {
+      counter.step();
+    } catch (const ConnectionLost& failure) {
+      tell(failure.isUnknown() ? 'U' : 'L', QStringLiteral("-"));
+    }
+  }
+  std::cout << "W " << longestWait << std::endl;
+}
+
+void preparePosting(Prompt& prompt) {
+  for (int i = 0; i < postedGoods; ++i)
+    execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
+            goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i);
+  receipt::ReceiptDraft draft = receipt::newReceipt();
+  for (int i = 0; i < postedGoods; ++i) {
+    receipt::LineDraft line = receipt::newLine(goodsCode(i));
+    line.amounts.setQuantity(100);
+    line.amounts.setPrice(10);
+    receipt::addLine(receipt::Lines::Draft, draft.number, draft.date, line);
+  }
+  draft.paid = draft.payable = receipt::payable(draft.number);
+  draft.account = QStringLiteral("现金");
+  const SaveResult saved = receipt::saveReceipt(draft, prompt);
+  if (!saved || checkDj(families::purchaseReceipt, saved.number, prompt) != AuditOutcome::Audited)
+    throw std::runtime_error("no stock to begin with");
+}
+
 int run(int argc, char** argv) {
   const std::string_view what = argc > 3 ? argv[2] : "";
   const bool known = ((what == "prepare" || what == "prepare-all") && argc == 4) ||
-                     (what == "work" && (argc == 4 || argc == 6)) || (what == "share" && argc == 5);
+                     (what == "work" && (argc == 4 || argc == 6)) || (what == "share" && argc == 5) ||
+                     (what == "post" && (argc == 4 || argc == 6));
   if (!known)
     throw std::runtime_error(
         "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE work SEED [STATION STATIONS] | FILE share "
-        "SEED SECONDS");
-  dataModule().installAccountDb(openSqlite(QString::fromUtf8(argv[1])));
+        "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
+  dataModule().installAccountDb(openAccountPlace(QString::fromUtf8(argv[1])));
   YesPrompt yes;
   SharingPrompt sharing;
   if (!login(QStringLiteral("admin"), QString(), yes)) throw std::runtime_error("no login");
@@ -237,6 +353,10 @@ int run(int argc, char** argv) {
     prepare(number, yes);
   else if (what == "prepare-all")
     prepareAll(number, yes);
+  else if (what == "post" && argc == 4)
+    preparePosting(yes);
+  else if (what == "post")
+    post(seed, std::atoi(argv[4]), std::atoi(argv[5]));
   else if (what == "share")
     share(seed, std::atoi(argv[4]), sharing);
   else

@@ -1,18 +1,16 @@
 #include "engine/sqlite/date_functions.h"
 
 #include "engine/date_text.h"
+#include "engine/function_clock.h"
 #include "engine/sqlite/function_arguments.h"
 #include "engine/sqlite/functions.h"
 
 #include <cmath>
-#include <ctime>
 #include <string>
 
 namespace jxc::sqlite {
 
 namespace date_functions_detail {
-
-std::string (*functionClock)() = nullptr;
 
 void dateDiff(sqlite3_context* context, int, sqlite3_value** v) {
   if (isNull(v[0]) || isNull(v[1]) || isNull(v[2])) return;
@@ -37,23 +35,14 @@ void datePart(sqlite3_context* context, int, sqlite3_value** v) {
   if (const auto found = momentPart(lowerCaseText(textOf(v[0])), *moment)) sqlite3_result_int64(context, *found);
 }
 
-std::string now() {
-  if (functionClock) return functionClock();
-  const std::time_t seconds = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&seconds, &local);
-  char buffer[32];
-  return {buffer, std::strftime(buffer, sizeof buffer, "%Y-%m-%d %H:%M:%S", &local)};
-}
-
 void today(sqlite3_context* context, int, sqlite3_value**) {
-  give(context, now().substr(0, 10));
+  give(context, clockText(jet::Moment::Date));
 }
 void timeOfDay(sqlite3_context* context, int, sqlite3_value**) {
-  give(context, now().substr(11));
+  give(context, clockText(jet::Moment::Time));
 }
 void stamp(sqlite3_context* context, int, sqlite3_value**) {
-  give(context, now());
+  give(context, clockText(jet::Moment::Stamp));
 }
 
 void format(sqlite3_context* context, int, sqlite3_value** v) {
@@ -76,10 +65,6 @@ void registerDateFunctions(sqlite3* connection) {
   add("jxc_date", 0, today, false);
   add("jxc_time", 0, timeOfDay, false);
   add("jxc_now", 0, stamp, false);
-}
-
-void setFunctionClock(std::string (*now)()) {
-  date_functions_detail::functionClock = now;
 }
 
 }  // namespace jxc::sqlite

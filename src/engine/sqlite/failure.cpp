@@ -137,12 +137,6 @@ DbError cannotOpen(const FileRole& role, int code) {
   return cannotOpen(role, QStringLiteral("数据库不能读取（代码 %1）。").arg(code));
 }
 
-DbError tooWide(const QString& place, int limit, int actual) {
-  QString text = QStringLiteral("%1 的内容太长：最多 %2 个字符").arg(place).arg(limit);
-  if (actual >= 0) text += QStringLiteral("，现有 %1 个").arg(actual);
-  return DbError(DbError::Kind::TooWide, text + QStringLiteral("。"));
-}
-
 DbError statementFailed(const FileRole& role, int code, const char* nativeMessage, std::string_view statement) {
   using namespace failure_detail;
   if (destroysFile(code)) {

@@ -1,7 +1,7 @@
 // 失败: what SQLite reports, as a DbError in words for the operator.
 #pragma once
 
-#include "engine/error.h"
+#include "engine/failures.h"
 
 #include <QString>
 
@@ -28,9 +28,6 @@ DbError cannotOpen(const FileRole& role, int code);
 
 /// What the operating system says when a file cannot be made, written or renamed: a value of errno in words.
 QString diskReason(int error);
-
-/// "jxc_goods.g_name 的内容太长…"; `actual` below 0 when it is not known.
-DbError tooWide(const QString& place, int limit, int actual = -1);
 
 /// For a result code and the message of the connection, of a statement in the middle of work.
 DbError statementFailed(const FileRole& role, int code, const char* nativeMessage, std::string_view statement);

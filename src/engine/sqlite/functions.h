@@ -2,7 +2,6 @@
 #pragma once
 
 #include <sqlite3.h>
-#include <string>
 #include <string_view>
 
 namespace jxc::sqlite {
@@ -15,8 +14,5 @@ constexpr std::string_view kTooWide = "jxc-width:";          // then the place, 
 constexpr std::string_view kNoNumber = "jxc-number:";        // then the text that should be a number
 constexpr std::string_view kArithmetic = "jxc-arithmetic:";  // then what cannot be calculated
 }  // namespace function_failure
-
-/// Where date(), time() and now() look: "yyyy-MM-dd HH:mm:ss". Null lets them look at the clock of the machine.
-void setFunctionClock(std::string (*now)());
 
 }  // namespace jxc::sqlite

@@ -1,38 +1,29 @@
-// 参数绑定: a caller's values on their way into a prepared statement, made fit for the places where they stand.
+// 参数绑定: a caller's values bound to a prepared statement of SQLite.
 #pragma once
 
-#include "engine/row_set.h"
-#include "engine/value.h"
-#include "jet/plan.h"
+#include "engine/parameter_fitting.h"
 
-#include <span>
 #include <sqlite3.h>
-#include <string_view>
-#include <vector>
 
 namespace jxc::sqlite {
 
-/// Binds the parameters of one step. Numbers are bound without any allocation; texts are converted into a scratch
-/// buffer of this object and bound by reference, so it has to outlive the run of the statement.
-class ParameterBinder {
+/// Texts are bound by reference, so it has to outlive the run of the statement.
+class ParameterBinder final : ParameterFitter {
  public:
-  /// `driving` with `row` give the values of parameters that come from the driving row. Throws DbError(TooWide,
-  /// TypeMismatch, Arithmetic) for a value that does not fit its place, DbError(Other) for a failing bind.
+  /// Throws as ParameterFitter::fit, and DbError(Other) for a failing bind.
   void bind(sqlite3_stmt* statement, std::span<const jet::Parameter> parameters, std::span<const Value> values,
-            const RowSet* driving = nullptr, int row = 0);
+            const RowSet* driving = nullptr, int row = 0) {
+    statement_ = statement;
+    fit(parameters, values, driving, row);
+  }
 
  private:
-  void bindValue(sqlite3_stmt* statement, int at, const jet::Parameter& parameter, const Value& value);
-  void bindCell(sqlite3_stmt* statement, int at, const jet::Parameter& parameter, const RowSet& set, int row);
-  void bindInteger(sqlite3_stmt* statement, int at, const jet::Parameter& parameter, std::int64_t number);
-  void bindReal(sqlite3_stmt* statement, int at, const jet::Parameter& parameter, double number);
-  void bindText(sqlite3_stmt* statement, int at, const jet::Parameter& parameter, std::string_view utf8);
-  std::string_view toUtf8(QStringView text);
-  std::string_view kept(std::string_view text);
-  void reserve(std::span<const jet::Parameter> parameters, std::span<const Value> values);
+  void putNull(int at) override;
+  void putInteger(int at, std::int64_t number) override;
+  void putReal(int at, double number) override;
+  void putText(int at, std::string_view utf8) override;
 
-  std::vector<char> scratch_;
-  std::size_t used_ = 0;
+  sqlite3_stmt* statement_ = nullptr;
 };
 
 }  // namespace jxc::sqlite

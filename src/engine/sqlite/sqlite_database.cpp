@@ -16,45 +16,6 @@ using Kind = DbError::Kind;
 // Screens put their list filters together from parts, so the number of texts has no bound of its own.
 constexpr std::size_t statementLimit = 4000;
 
-Kind kindOf(jet::TranslateError::Kind kind) {
-  switch (kind) {
-    case jet::TranslateError::Kind::Syntax:
-      return Kind::Syntax;
-    case jet::TranslateError::Kind::UnknownName:
-      return Kind::UnknownName;
-    case jet::TranslateError::Kind::Unsupported:
-      return Kind::Unsupported;
-    case jet::TranslateError::Kind::TypeMismatch:
-      return Kind::TypeMismatch;
-  }
-  return Kind::Other;
-}
-
-/// What the translator says is for whoever wrote the statement; the operator is told that much in Chinese.
-QString translationMessage(const jet::TranslateError& error) {
-  const QString what = QString::fromUtf8(error.what());
-  switch (error.kind) {
-    case jet::TranslateError::Kind::Syntax:
-      return QStringLiteral("语句有错：%1").arg(what);
-    case jet::TranslateError::Kind::UnknownName:
-      return QStringLiteral("数据库中没有语句所用的表或字段：%1").arg(what);
-    case jet::TranslateError::Kind::Unsupported:
-      return QStringLiteral("数据库不支持这种语句：%1").arg(what);
-    case jet::TranslateError::Kind::TypeMismatch:
-      return QStringLiteral("语句中的数据类型不符：%1").arg(what);
-  }
-  return what;
-}
-
-DbError misuse(const QString& message, std::string_view text) {
-  return DbError(Kind::Syntax, message, std::string(text));
-}
-
-void requireValues(const jet::Plan& plan, std::span<const Value> values, std::string_view text) {
-  if (static_cast<int>(values.size()) == plan.parameterCount) return;
-  throw misuse(QStringLiteral("语句需要 %1 个参数，给了 %2 个。").arg(plan.parameterCount).arg(values.size()), text);
-}
-
 bool returnsRows(const jet::Plan& plan) {
   return plan.kind == jet::Plan::Kind::Select;
 }
@@ -168,8 +129,7 @@ std::unique_ptr<SqliteDatabase::Statement> SqliteDatabase::translate(std::string
         followSchema();
         continue;
       }
-      throw DbError(sqlite_database_detail::kindOf(error.kind), sqlite_database_detail::translationMessage(error),
-                    std::string(text), error.position);
+      throw untranslatable(error, text);
     }
   }
   std::vector<std::string> names;
@@ -256,8 +216,8 @@ auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values
   for (;;) {
     Statement& statement = statementFor(sql.view());
     if (!sqlite_database_detail::returnsRows(statement.plan))
-      throw sqlite_database_detail::misuse(QStringLiteral("这不是查询语句。"), sql.view());
-    sqlite_database_detail::requireValues(statement.plan, values, sql.view());
+      throw misuse(QStringLiteral("这不是查询语句。"), sql.view());
+    requireValues(statement.plan, values, sql.view());
     sqlite3_stmt* native = statement.steps.front().native.get();
     auto result = read(statement);
     // Nobody else sees a database in memory, and nobody else writes during a transaction.
@@ -313,7 +273,7 @@ std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> 
   // Inside a transaction nobody else can change the schema; before it began it was looked at.
   if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
   Statement& statement = statementFor(text);
-  sqlite_database_detail::requireValues(statement.plan, values, text);
+  requireValues(statement.plan, values, text);
   switch (statement.plan.kind) {
     case jet::Plan::Kind::Change:
       return statement.steps.size() == 1 ? runStep(statement.steps.front(), values, text)
@@ -330,7 +290,7 @@ std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> 
     case jet::Plan::Kind::Select:
       break;
   }
-  throw sqlite_database_detail::misuse(QStringLiteral("查询语句不能作为命令执行。"), text);
+  throw misuse(QStringLiteral("查询语句不能作为命令执行。"), text);
 }
 
 std::int64_t SqliteDatabase::runStep(const Step& step, std::span<const Value> values, std::string_view text,

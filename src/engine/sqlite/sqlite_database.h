@@ -1,6 +1,7 @@
 // SQLite 连接: statements translated once, kept by their text, run by plan; transactions by savepoints.
 #pragma once
 
+#include "engine/bulk.h"
 #include "engine/database.h"
 #include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
@@ -22,7 +23,7 @@ namespace jxc::sqlite {
 using Translator = std::function<jet::Plan(std::string_view, const jet::Catalogue&)>;
 Translator jetTranslator();
 
-class SqliteDatabase final : public Database {
+class SqliteDatabase final : public Database, public Bulk {
  public:
   SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator = jetTranslator());
   ~SqliteDatabase() override;
@@ -41,6 +42,11 @@ class SqliteDatabase final : public Database {
   void commit() override;
   void rollback() override;
   bool inTransaction() const override { return depth_ > 0; }
+
+  std::vector<StoredTable> storedTables() override;
+  void append(const jet::Table& table, const RowSet& rows) override;
+  void setCounter(const jet::Table& table, std::int64_t last) override;
+  void analyze() override;
 
   sqlite3* native() const { return connection_.get(); }
   const FileRole& role() const { return role_; }

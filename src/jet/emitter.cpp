@@ -1,10 +1,10 @@
-#include "jet/emit_sqlite.h"
+#include "jet/emitter.h"
 
 #include <algorithm>
 
 namespace jxc::jet {
 
-Plan SqliteEmitter::emit() {
+Plan Emitter::emit() {
   plan_.parameterCount = statement_.parameterCount;
   plan_.kind = Plan::Kind::Change;
   switch (statement_.kind) {
@@ -44,14 +44,14 @@ Plan SqliteEmitter::emit() {
     case Statement::Kind::DropIndex:
       plan_.kind = Plan::Kind::Definition;
       put("drop index ");
-      quoted(statement_.index);
+      quoted(indexName());
       finishStep();
       break;
   }
   return std::move(plan_);
 }
 
-void SqliteEmitter::emitQueryPlan() {
+void Emitter::emitQueryPlan() {
   const Query& q = *statement_.query;
   plan_.kind = Plan::Kind::Select;
   plan_.columns.reserve(q.columns.size());
@@ -68,7 +68,7 @@ void SqliteEmitter::emitQueryPlan() {
   finishStep();
 }
 
-void SqliteEmitter::emitInsert() {
+void Emitter::emitInsert() {
   put("insert into ");
   quoted(statement_.table->name);
   put(" (");
@@ -81,13 +81,17 @@ void SqliteEmitter::emitInsert() {
     query(*statement_.query, Names::None);
   } else {
     put("values (");
-    list(statement_.values);
+    for (std::size_t i = 0; i < statement_.values.size(); ++i) {
+      if (i > 0) put(",");
+      insertValue(*statement_.values[i], statement_.table->columns[static_cast<std::size_t>(statement_.targets[i])]);
+    }
     put(")");
+    insertTail();
   }
   finishStep();
 }
 
-void SqliteEmitter::emitUpdate() {
+void Emitter::emitUpdate() {
   if (statement_.select->sources.size() == 1) {
     emitPlainUpdate();
   } else {
@@ -95,7 +99,7 @@ void SqliteEmitter::emitUpdate() {
   }
 }
 
-void SqliteEmitter::emitPlainUpdate() {
+void Emitter::emitPlainUpdate() {
   const Source& target = *statement_.select->sources.front();
   put("update ");
   leaf(target);
@@ -113,7 +117,7 @@ void SqliteEmitter::emitPlainUpdate() {
 
 // A row of the changed table may be joined more than once, and each joined row counts: two credits to one partner are
 // two credits. So the joined rows are read first, and each is applied in turn to what stands there by then.
-void SqliteEmitter::emitJoinedUpdate() {
+void Emitter::emitJoinedUpdate() {
   plan_.kind = Plan::Kind::JoinedUpdate;
   emitDrivingSelect();
   driven_ = true;
@@ -125,7 +129,7 @@ void SqliteEmitter::emitJoinedUpdate() {
 }
 
 // Columns of the driving row: for each table its row number, for each select in brackets all its columns.
-void SqliteEmitter::emitDrivingSelect() {
+void Emitter::emitDrivingSelect() {
   put("select ");
   bool first = true;
   for (const Source* source : statement_.select->sources) {
@@ -134,7 +138,8 @@ void SqliteEmitter::emitDrivingSelect() {
       first = false;
       if (source->table) {
         quoted(source->alias);
-        put(".rowid");
+        put(".");
+        put(rowKey(*source));
       } else {
         column(*source, i);
       }
@@ -142,10 +147,11 @@ void SqliteEmitter::emitDrivingSelect() {
   }
   fromClause(*statement_.select);
   where(statement_.select->where);
+  drivingTail(*statement_.select);
   finishStep();
 }
 
-void SqliteEmitter::emitUpdateOf(const Source& target) {
+void Emitter::emitUpdateOf(const Source& target) {
   updated_ = &target;
   put("update ");
   leaf(target);
@@ -159,21 +165,27 @@ void SqliteEmitter::emitUpdateOf(const Source& target) {
     put("=");
     expr(*assignment.value);
   }
-  put(" where rowid=");
+  put(" where ");
+  put(rowKey(target));
+  put("=");
   drivenRow(target);
   finishStep();
   updated_ = nullptr;
 }
 
-void SqliteEmitter::emitDelete() {
+void Emitter::emitDelete() {
   put("delete from ");
   leaf(*statement_.target);
   if (statement_.select->sources.size() == 1) {
     where(statement_.select->where);
   } else {
-    put(" where rowid in (select ");
+    const std::string key = rowKey(*statement_.target);
+    put(" where ");
+    put(key);
+    put(" in (select ");
     quoted(statement_.target->alias);
-    put(".rowid");
+    put(".");
+    put(key);
     fromClause(*statement_.select);
     where(statement_.select->where);
     put(")");
@@ -181,7 +193,74 @@ void SqliteEmitter::emitDelete() {
   finishStep();
 }
 
-void SqliteEmitter::quoted(std::string_view name) {
+void Emitter::emitCreateTable() {
+  plan_.kind = Plan::Kind::Definition;
+  put("create table ");
+  quoted(statement_.name);
+  put(" (");
+  int keys = 0;
+  for (const ColumnDefinition& definition : statement_.definitions)
+    keys += definition.primary;
+  for (std::size_t i = 0; i < statement_.definitions.size(); ++i) {
+    if (i > 0) put(",");
+    columnDeclaration(statement_.definitions[i].column, keys == 1 && statement_.definitions[i].primary);
+  }
+  if (keys > 1) {
+    put(",primary key (");
+    bool first = true;
+    for (const ColumnDefinition& definition : statement_.definitions) {
+      if (!definition.primary) continue;
+      if (!first) put(",");
+      first = false;
+      quoted(definition.name);
+    }
+    put(")");
+  }
+  put(")");
+  finishStep();
+}
+
+void Emitter::emitAddColumns() {
+  plan_.kind = Plan::Kind::Definition;
+  for (const ColumnDefinition& definition : statement_.definitions) {
+    put("alter table ");
+    quoted(statement_.table->name);
+    put(" add column ");
+    columnDeclaration(definition.column, false);
+    finishStep();
+  }
+}
+
+void Emitter::emitDropColumn() {
+  plan_.kind = Plan::Kind::Definition;
+  put("alter table ");
+  quoted(statement_.table->name);
+  put(" drop column ");
+  quoted(statement_.columns.front());
+  finishStep();
+}
+
+void Emitter::emitCreateIndex() {
+  plan_.kind = Plan::Kind::Definition;
+  put(statement_.unique ? "create unique index " : "create index ");
+  quoted(indexName());
+  put(" on ");
+  quoted(statement_.table->name);
+  put(" (");
+  for (std::size_t i = 0; i < statement_.columns.size(); ++i) {
+    if (i > 0) put(",");
+    indexColumn(i);
+  }
+  put(")");
+  finishStep();
+}
+
+void Emitter::indexColumn(std::size_t index) {
+  quoted(statement_.columns[index]);
+  if (statement_.descending[index]) put(" desc");
+}
+
+void Emitter::quoted(std::string_view name) {
   step_.sql += '"';
   for (char c : name) {
     if (c == '"') step_.sql += '"';
@@ -190,7 +269,7 @@ void SqliteEmitter::quoted(std::string_view name) {
   step_.sql += '"';
 }
 
-void SqliteEmitter::literal(std::string_view text) {
+void Emitter::literal(std::string_view text) {
   step_.sql += '\'';
   for (char c : text) {
     if (c == '\'') step_.sql += '\'';

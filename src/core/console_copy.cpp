@@ -1,0 +1,101 @@
+#include "core/console_copy.h"
+
+#include "core/account_copy.h"
+#include "core/account_place.h"
+#include "core/schema/schema.h"
+#include "engine/bulk.h"
+#include "engine/server.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+#include <filesystem>
+#include <ostream>
+
+namespace jxc {
+namespace console_copy_detail {
+
+/// What SQLite keeps beside a database file while it is open, or after a crash.
+constexpr std::array<const char16_t*, 2> sideFiles = {u"-wal", u"-shm"};
+
+void removeDatabaseFile(const QString& file) {
+  QFile::remove(file);
+  for (const char16_t* side : sideFiles)
+    QFile::remove(file + QString::fromUtf16(side));
+}
+
+void tellProgress(std::ostream& out, const CopyProgress& progress) {
+  out << '\r' << progress.rows << " / " << progress.totalRows << "  " << progress.table.toStdString() << "        "
+      << std::flush;
+}
+
+}  // namespace console_copy_detail
+
+QString consoleServer(const QString& place) {
+  return isServerAddress(place) ? place : addressIn(place);
+}
+
+void createOnServer(const QString& address, bool force) {
+  const std::unique_ptr<Database> database = openPostgres(address, {.create = true});
+  if (!force && !bulkOf(*database).storedTables().empty())
+    throw ConsoleRefusal(QStringLiteral("服务器上的数据库里已经有数据表，加 --force 才会重建（原有数据将全部丢失）"));
+  createAllTables(*database);
+}
+
+void makeDatabaseFile(const QString& file, const std::function<void(const QString& beside)>& fill) {
+  using namespace console_copy_detail;
+  const QString beside = file + QStringLiteral(".new");
+  removeDatabaseFile(beside);
+  try {
+    fill(beside);
+    // What a crash left beside the old file must not be played into the new one.
+    for (const char16_t* side : sideFiles)
+      QFile::remove(file + QString::fromUtf16(side));
+    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(file).toStdString());
+  } catch (const std::filesystem::filesystem_error& error) {
+    removeDatabaseFile(beside);
+    throw ConsoleRefusal(
+        QStringLiteral("不能写入帐套文件 %1：%2").arg(file, QString::fromStdString(error.code().message())));
+  } catch (...) {
+    removeDatabaseFile(beside);
+    throw;
+  }
+}
+
+int copyCommand(Console& console, ConsoleWords words) {
+  QStringList places;
+  bool quiet = false;
+  while (!words.isEmpty()) {
+    const QString word = words.take();
+    if (word == u"--quiet")
+      quiet = true;
+    else if (places.size() < 2 && !word.startsWith(u'-'))
+      places << word;
+    else
+      throw unknownConsoleWord(word);
+  }
+  if (places.size() < 2) throw ConsoleMisuse(QStringLiteral("copy 后面要写来源和目标"));
+  const QString server = consoleServer(places[1]);
+  if (server.isEmpty() && QFileInfo::exists(places[1]))
+    throw ConsoleRefusal(QStringLiteral("目标文件已经存在：") + places[1]);
+  if (consoleServer(places[0]).isEmpty() && !QFileInfo::exists(places[0]))
+    throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + places[0]);
+  const std::unique_ptr<Database> from = openAccountPlace(places[0]);
+  const auto fill = [&](Database& to) {
+    const QStringList differences = copyAccountSet(*from, to, [&](const CopyProgress& progress) {
+      if (!quiet) console_copy_detail::tellProgress(console.streams.out, progress);
+    });
+    if (!differences.isEmpty())
+      throw ConsoleRefusal(QStringLiteral("复制后的数据和原来的不符，没有保留：\n") + differences.join(u'\n'));
+  };
+  if (server.isEmpty())
+    makeDatabaseFile(places[1], [&](const QString& beside) { fill(*openSqlite(beside, {.create = true})); });
+  else
+    fill(*openPostgres(server, {.create = true}));
+  if (!quiet) console.streams.out << '\n';
+  console.streams.out << QStringLiteral("复制完成，每个表的行数和合计都相符。\n").toStdString();
+  return 0;
+}
+
+}  // namespace jxc

@@ -1,0 +1,12 @@
+#include "engine/bulk.h"
+
+#include "engine/database.h"
+
+namespace jxc {
+
+Bulk& bulkOf(Database& database) {
+  if (auto* bulk = dynamic_cast<Bulk*>(&database)) return *bulk;
+  throw DbError(DbError::Kind::Unsupported, QStringLiteral("此数据库不支持该操作。"));
+}
+
+}  // namespace jxc

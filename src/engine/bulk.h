@@ -1,0 +1,39 @@
+// 整体搬运: whole tables out of and into an account set, for moving it from one engine to another.
+#pragma once
+
+#include "engine/row_set.h"
+#include "jet/catalogue.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace jxc {
+
+class Database;
+
+/// A table as it is stored. `lastCounter` is the number that its counter gave last, which may be that of a row that is
+/// gone.
+struct StoredTable {
+  jet::Table table;
+  std::int64_t lastCounter = 0;
+};
+
+/// What an engine can do with whole tables.
+class Bulk {
+ public:
+  virtual ~Bulk() = default;
+  virtual std::vector<StoredTable> storedTables() = 0;
+  /// Appends rows as they are, their counters too; the columns of the set are those of the table, by name. Inside a
+  /// transaction.
+  virtual void append(const jet::Table& table, const RowSet& rows) = 0;
+  /// The next row gets a number behind this one.
+  virtual void setCounter(const jet::Table& table, std::int64_t last) = 0;
+  /// Fresh figures for the planner of statements, after a table was filled.
+  virtual void analyze() = 0;
+};
+
+/// That of a connection; throws DbError(Unsupported) when it has none.
+Bulk& bulkOf(Database& database);
+
+}  // namespace jxc

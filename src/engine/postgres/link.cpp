@@ -1,0 +1,196 @@
+#include "engine/postgres/link.h"
+
+#include "engine/postgres/failure.h"
+#include "engine/postgres/functions.h"
+#include "engine/waiting.h"
+
+#include <QString>
+
+#include <array>
+#include <cerrno>
+#include <poll.h>
+
+namespace jxc::postgres {
+namespace link_detail {
+
+constexpr int second = 1000;  // milliseconds
+
+// A station that is switched off in the middle of a command must not keep the others waiting: the server finds out
+// within half a minute and takes the command back.
+constexpr const char* sessionSettings =
+    "set client_min_messages=warning; set jit=off; set standard_conforming_strings=on;"
+    "set lock_timeout='30s'; set idle_in_transaction_session_timeout='30s'; set client_connection_check_interval='5s';"
+    "set tcp_keepalives_idle=10; set tcp_keepalives_interval=5; set tcp_keepalives_count=3;";
+
+constexpr const char* functionsThere = "select to_regprocedure('jxc.version()') is not null";
+
+DbError noAccountSet() {
+  return DbError(DbError::Kind::File, QStringLiteral("服务器上的数据库不是本系统的帐套。"));
+}
+
+ConnectionHandle open(const std::string& address) {
+  // What stands in the address goes before what stands in front of it here.
+  constexpr std::size_t count = 10;
+  const std::array<const char*, count> keys = {"fallback_application_name",
+                                               "connect_timeout",
+                                               "keepalives_idle",
+                                               "keepalives_interval",
+                                               "keepalives_count",
+                                               "tcp_user_timeout",
+                                               "dbname",
+                                               "client_encoding",
+                                               nullptr};
+  const std::array<const char*, count> values = {"jxc",           "10",   "10",   "5", "3", "30000",
+                                                 address.c_str(), "UTF8", nullptr};
+  ConnectionHandle connection(PQconnectdbParams(keys.data(), values.data(), 1));
+  if (!connection) throw DbError(DbError::Kind::Other, QStringLiteral("内存不足。"));
+  if (PQstatus(connection.get()) != CONNECTION_OK) throw cannotConnect(PQerrorMessage(connection.get()));
+  return connection;
+}
+
+}  // namespace link_detail
+
+Link::Link(const std::string& address, Access access) : connection_(link_detail::open(address)) {
+  cancel_.reset(PQgetCancel(connection_.get()));
+  setUp(access);
+  if (PQenterPipelineMode(connection_.get()) != 1 || PQsetnonblocking(connection_.get(), 1) != 0)
+    throw cannotConnect(PQerrorMessage(connection_.get()));
+}
+
+ResultHandle Link::alone(const char* sql) {
+  ResultHandle result(PQexec(connection_.get(), sql));
+  const ExecStatusType status = PQresultStatus(result.get());
+  if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) return result;
+  if (PQstatus(connection_.get()) != CONNECTION_OK) throw cannotConnect(PQerrorMessage(connection_.get()));
+  throw statementFailed(
+      result.get(), sql, [](void*, std::string_view) { return 0; }, nullptr);
+}
+
+void Link::setUp(Access access) {
+  PQsetNoticeProcessor(
+      connection_.get(), [](void*, const char*) {}, nullptr);
+  alone((std::string(link_detail::sessionSettings) +
+         (access == Access::Read ? "set default_transaction_read_only=on" : ""))
+            .c_str());
+  const auto isTrue = [](const ResultHandle& result) { return *PQgetvalue(result.get(), 0, 0) == 't'; };
+  if (isTrue(alone(link_detail::functionsThere))) {
+    const std::string current = "select jxc.version()>=" + std::to_string(functionVersion);
+    if (isTrue(alone(current.c_str())) || access == Access::Read) return;
+  } else if (access != Access::Create) {
+    throw link_detail::noAccountSet();
+  }
+  // One station at a time makes them.
+  const std::string definitions =
+      "begin; select pg_advisory_xact_lock(19770113,0);" + std::string(functionDefinitions()) + "commit";
+  alone(definitions.c_str());
+}
+
+void Link::count(int sent) {
+  if (sent != 1) throw LinkLost{};
+  ++pending_;
+}
+
+void Link::send(const char* sql) {
+  ask(sql, {});
+}
+
+void Link::ask(const std::string& sql, std::span<const char* const> values) {
+  count(PQsendQueryParams(connection_.get(), sql.c_str(), static_cast<int>(values.size()), nullptr, values.data(),
+                          nullptr, nullptr, 0));
+}
+
+void Link::prepare(const std::string& name, const std::string& sql) {
+  count(PQsendPrepare(connection_.get(), name.c_str(), sql.c_str(), 0, nullptr));
+}
+
+void Link::run(const std::string& name, std::span<const char* const> values) {
+  count(PQsendQueryPrepared(connection_.get(), name.c_str(), static_cast<int>(values.size()), values.data(), nullptr,
+                            nullptr, 0));
+}
+
+// Sending and reading at the same time: a server that waits until its results are read takes no more commands.
+void Link::wait(int& waited) {
+  for (;;) {
+    const int unsent = PQflush(connection_.get());
+    if (unsent < 0) throw LinkLost{};
+    if (unsent == 0 && PQisBusy(connection_.get()) == 0) return;
+    pollfd socket{PQsocket(connection_.get()), static_cast<short>(POLLIN | (unsent > 0 ? POLLOUT : 0)), 0};
+    if (socket.fd < 0) throw LinkLost{};
+    const int ready = ::poll(&socket, 1, link_detail::second);
+    if (ready < 0 && errno != EINTR) throw LinkLost{};
+    if (ready == 0) {
+      ++waited;
+      if (waitListener()) waitListener()(waited);
+    } else if (ready > 0 && (socket.revents & (POLLIN | POLLERR | POLLHUP)) != 0 &&
+               PQconsumeInput(connection_.get()) == 0) {
+      throw LinkLost{};
+    }
+    if (PQisBusy(connection_.get()) == 0 && PQflush(connection_.get()) == 0) return;
+  }
+}
+
+PGresult* Link::next(int& waited) {
+  wait(waited);
+  return PQgetResult(connection_.get());
+}
+
+std::vector<ResultHandle> Link::exchange() {
+  std::vector<ResultHandle> results;
+  results.reserve(pending_);
+  int waited = 0;
+  if (PQpipelineSync(connection_.get()) != 1) throw LinkLost{};
+  const std::size_t expected = std::exchange(pending_, 0);
+  while (results.size() < expected) {
+    ResultHandle result(next(waited));
+    if (!result) {
+      if (PQstatus(connection_.get()) != CONNECTION_OK) throw LinkLost{};
+      continue;  // the end of one command's results
+    }
+    if (PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC) throw LinkLost{};
+    results.push_back(std::move(result));
+    if (PQstatus(connection_.get()) != CONNECTION_OK) throw LinkLost{};
+  }
+  for (;;) {
+    const ResultHandle result(next(waited));
+    if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC) break;
+    if (PQstatus(connection_.get()) != CONNECTION_OK) throw LinkLost{};
+  }
+  if (waited > 0 && waitListener()) waitListener()(0);
+  return results;
+}
+
+ResultHandle Link::copyIn(const std::string& sql, std::string_view lines) {
+  PGconn* const to = connection_.get();
+  if (PQexitPipelineMode(to) != 1 || PQsetnonblocking(to, 0) != 0) throw LinkLost{};
+  ResultHandle result(PQexec(to, sql.c_str()));
+  if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
+    constexpr std::size_t piece = std::size_t{1} << 20;
+    for (std::size_t at = 0; at < lines.size(); at += piece) {
+      const std::string_view part = lines.substr(at, piece);
+      if (PQputCopyData(to, part.data(), static_cast<int>(part.size())) != 1) throw LinkLost{};
+    }
+    if (PQputCopyEnd(to, nullptr) != 1) throw LinkLost{};
+    result.reset(PQgetResult(to));
+    while (const ResultHandle rest{PQgetResult(to)}) {
+    }
+  }
+  if (PQstatus(to) != CONNECTION_OK || PQenterPipelineMode(to) != 1 || PQsetnonblocking(to, 1) != 0) throw LinkLost{};
+  return result;
+}
+
+bool Link::isClosed() {
+  if (PQstatus(connection_.get()) != CONNECTION_OK) return true;
+  pollfd socket{PQsocket(connection_.get()), POLLIN, 0};
+  // Nobody asked anything: what comes now is a farewell, and the end of the connection behind it.
+  for (int patience = 0; ::poll(&socket, 1, patience) > 0; patience = 20)
+    if (PQconsumeInput(connection_.get()) == 0 || PQstatus(connection_.get()) != CONNECTION_OK) return true;
+  return false;
+}
+
+void Link::cancel() {
+  const std::lock_guard guard(cancelling_);
+  char reason[256];
+  if (cancel_) PQcancel(cancel_.get(), reason, sizeof reason);
+}
+
+}  // namespace jxc::postgres

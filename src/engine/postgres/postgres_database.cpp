@@ -1,0 +1,610 @@
+#include "engine/postgres/postgres_database.h"
+
+#include "engine/number_text.h"
+#include "engine/postgres/failure.h"
+#include "engine/sheet_export.h"
+#include "engine/transaction.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+namespace jxc::postgres {
+namespace postgres_database_detail {
+
+using Kind = DbError::Kind;
+
+constexpr std::size_t statementLimit = 2000;
+constexpr std::size_t commandsAtOnce = 256;  // on their way before results are read
+constexpr int deepest = 16;
+
+// Types of the server whose texts are numbers.
+constexpr Oid boolType = 16, int8Type = 20, int2Type = 21, int4Type = 23, float4Type = 700, float8Type = 701,
+              numericType = 1700;
+
+constexpr const char* writersLock = "select pg_advisory_xact_lock(19770113,1)";
+constexpr const char* transactionNumber = "select pg_current_xact_id()::text";
+
+std::string savepoint(const char* verb, int level) {
+  return std::string(verb) + " l" + std::to_string(level);
+}
+
+double doubleOf(const char* text, int length) {
+  double number = 0;
+  std::from_chars(text, text + length, number);
+  return number;
+}
+
+std::int64_t integerOf(const char* text, int length) {
+  std::int64_t number = 0;
+  std::from_chars(text, text + length, number);
+  return number;
+}
+
+void addCell(RowSet& rows, const PGresult* result, int row, int column) {
+  if (PQgetisnull(result, row, column) != 0) return rows.addNull();
+  const char* text = PQgetvalue(result, row, column);
+  const int length = PQgetlength(result, row, column);
+  switch (PQftype(result, column)) {
+    case int8Type:
+    case int4Type:
+    case int2Type:
+      return rows.addInteger(integerOf(text, length));
+    case numericType:
+    case float8Type:
+    case float4Type:
+      return rows.addReal(doubleOf(text, length));
+    case boolType:
+      return rows.addInteger(*text == 't');
+    default:
+      return rows.addText({text, static_cast<std::size_t>(length)});
+  }
+}
+
+bool isGood(const PGresult* result) {
+  const ExecStatusType status = PQresultStatus(result);
+  return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
+}
+
+/// A server that restarts is back within seconds.
+constexpr auto patience = std::chrono::seconds(15);
+constexpr auto pause = std::chrono::milliseconds(300);
+
+}  // namespace postgres_database_detail
+
+PostgresDatabase::PostgresDatabase(std::string address, const PostgresOptions& options)
+    : address_(std::move(address)), options_(options), catalogue_([this](const char* sql, const std::string* value) {
+        return ask(sql, value ? std::vector{*value} : std::vector<std::string>{});
+      }) {
+  connect();
+}
+
+PostgresDatabase::~PostgresDatabase() = default;
+
+// ---- the connection ----
+
+void PostgresDatabase::connect() {
+  const Link::Access access = options_.readOnly ? Link::Access::Read
+                              : options_.create ? Link::Access::Create
+                                                : Link::Access::Write;
+  link_ = std::make_unique<Link>(address_, access);
+  for (auto& [text, statement] : statements_)
+    for (Step& step : statement->steps)
+      step.prepared = false;
+  catalogue_.forget();
+  sent_.clear();
+  deallocate_ = false;
+}
+
+/// The connection, made again when it broke while nobody was in the middle of something.
+Link& PostgresDatabase::link() {
+  using namespace postgres_database_detail;
+  if (opened_ > 0 || (link_ && (!sent_.empty() || !link_->isClosed()))) return *link_;
+  const auto end = std::chrono::steady_clock::now() + patience;
+  for (;;) {
+    try {
+      link_.reset();
+      connect();
+      return *link_;
+    } catch (const ConnectionLost&) {
+      if (std::chrono::steady_clock::now() > end) throw;
+      std::this_thread::sleep_for(pause);
+    }
+  }
+}
+
+void PostgresDatabase::loseLink(std::string_view text) {
+  link_.reset();
+  sent_.clear();
+  if (opened_ > 0) lost_ = true;
+  opened_ = 0;
+  throw lostUnsaved(text);
+}
+
+void PostgresDatabase::interrupt() {
+  if (link_) link_->cancel();
+}
+
+std::unique_ptr<Database> PostgresDatabase::openReader() const {
+  if (options_.trial) return nullptr;
+  return std::make_unique<PostgresDatabase>(address_, PostgresOptions{.readOnly = true});
+}
+
+// ---- statements by their text ----
+
+PostgresDatabase::Statement& PostgresDatabase::statementFor(std::string_view text) {
+  if (const auto found = statements_.find(text); found != statements_.end()) return *found->second;
+  if (statements_.size() >= postgres_database_detail::statementLimit && sent_.empty()) forgetStatements();
+  auto statement = translate(text);
+  const std::string& key = statement->text;
+  return *statements_.emplace(key, std::move(statement)).first->second;
+}
+
+std::unique_ptr<PostgresDatabase::Statement> PostgresDatabase::translate(std::string_view text) {
+  auto statement = std::make_unique<Statement>();
+  statement->text = text;
+  for (bool again = false;; again = true) {
+    try {
+      statement->plan = jet::translate(text, catalogue_, jet::Engine::Postgres);
+      break;
+    } catch (const jet::TranslateError& error) {
+      // The name may have come with a schema that another station has changed meanwhile.
+      if (!again && depth_ == 0 && !options_.trial && error.kind == jet::TranslateError::Kind::UnknownName) {
+        catalogue_.forget();
+        if (sent_.empty()) forgetStatements();
+        continue;
+      }
+      throw untranslatable(error, text);
+    }
+  }
+  for (const jet::Step& step : statement->plan.steps)
+    statement->steps.push_back({&step, "s" + std::to_string(++nextName_), false});
+  std::vector<std::string> names;
+  for (const jet::ResultColumn& column : statement->plan.columns)
+    names.push_back(column.name);
+  statement->names = std::make_shared<ColumnNames>(std::move(names));
+  return statement;
+}
+
+void PostgresDatabase::check(const SqlText& sql) {
+  statementFor(sql.view());
+}
+
+void PostgresDatabase::forgetStatements() {
+  statements_.clear();
+  deallocate_ = true;
+}
+
+/// Once more with a statement made anew when another station changed the tables under the old one.
+template <class Run>
+auto PostgresDatabase::withFreshStatement(std::string_view text, Run run) {
+  for (bool again = false;; again = true) {
+    try {
+      return run(statementFor(text));
+    } catch (const DbError&) {
+      const bool stale = isStale(lastState_);
+      lastState_.clear();
+      if (!stale) throw;
+      if (spoiled_ || again) throw;
+      forgetStatements();
+      catalogue_.forget();
+    }
+  }
+}
+
+// ---- sending ----
+
+void PostgresDatabase::requireLive(std::string_view text) const {
+  if (lost_) throw lostUnsaved(text);
+  if (spoiled_)
+    throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
+}
+
+void PostgresDatabase::control(const char* sql, Sent::What what) {
+  Link& to = link();
+  try {
+    to.send(sql);
+  } catch (const LinkLost&) {
+    loseLink(sql);
+  }
+  sent_.push_back({what, nullptr, sql});
+}
+
+/// Levels that the caller opened and nobody has told the server of.
+void PostgresDatabase::openLevels() {
+  using namespace postgres_database_detail;
+  if (opened_ == level()) return;
+  link();
+  for (; opened_ < level(); ++opened_) {
+    if (opened_ > 0) {
+      control(savepoint("savepoint", opened_).c_str());
+      continue;
+    }
+    // A reader asks for nothing but that what it reads is of one moment.
+    control(options_.readOnly ? "begin isolation level repeatable read read only" : "begin");
+    if (options_.trial || options_.readOnly) continue;
+    control(writersLock);
+    transaction_.clear();
+    control(transactionNumber, Sent::What::Transaction);
+  }
+}
+
+void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
+                             const RowSet* driving, int row) {
+  const std::span<const char* const> texts = arguments_.of(step.plan->parameters, values, driving, row);
+  openLevels();
+  if (deallocate_) {
+    control("deallocate all");
+    deallocate_ = false;
+  }
+  Link& to = link();
+  try {
+    if (!step.prepared) {
+      to.prepare(step.name, step.plan->sql);
+      sent_.push_back({Sent::What::Prepare, &step, statement.text});
+      step.prepared = true;
+    }
+    to.run(step.name, texts);
+  } catch (const LinkLost&) {
+    loseLink(statement.text);
+  }
+  sent_.push_back({what, &step, statement.text});
+}
+
+/// Results of what is wanted, in order. Throws the first failure of anything that was on its way.
+std::vector<ResultHandle> PostgresDatabase::exchange() {
+  using namespace postgres_database_detail;
+  std::vector<ResultHandle> results;
+  const std::string text = sent_.empty() ? std::string() : std::string(sent_.back().text);
+  try {
+    results = link_->exchange();
+  } catch (const LinkLost&) {
+    loseLink(text);
+  }
+  const std::vector<Sent> sent = std::exchange(sent_, {});
+  std::vector<ResultHandle> wanted;
+  const PGresult* failed = nullptr;
+  std::string_view failedText;
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    PGresult* result = results[i].get();
+    if (isGood(result)) {
+      if (sent[i].what == Sent::What::Transaction) transaction_ = PQgetvalue(result, 0, 0);
+      if (sent[i].what == Sent::What::Posted) changedBy(result);
+      if (sent[i].what == Sent::What::Wanted) wanted.push_back(std::move(results[i]));
+      continue;
+    }
+    if (sent[i].what == Sent::What::Prepare) sent[i].step->prepared = false;
+    if (!failed && PQresultStatus(result) == PGRES_FATAL_ERROR) {
+      failed = result;
+      failedText = sent[i].text;
+    }
+  }
+  if (!failed) return wanted;
+  lastState_ = stateOf(failed);
+  if (endsConnection(lastState_)) loseLink(failedText);
+  spoiled_ = opened_ > 0;
+  throw statementFailed(
+      failed, failedText,
+      [](void* catalogue, std::string_view place) {
+        const std::size_t point = place.find('.');
+        const jet::Table* table = static_cast<const PostgresCatalogue*>(catalogue)->known(place.substr(0, point));
+        const jet::Column* column = table ? table->find(place.substr(point + 1)) : nullptr;
+        return column ? column->width : 0;
+      },
+      &catalogue_);
+}
+
+/// A question in the server's own words.
+RowSet PostgresDatabase::ask(const char* sql, const std::vector<std::string>& values) {
+  std::vector<const char*> texts;
+  for (const std::string& value : values)
+    texts.push_back(value.c_str());
+  try {
+    link().ask(sql, texts);
+  } catch (const LinkLost&) {
+    loseLink(sql);
+  }
+  sent_.push_back({Sent::What::Wanted, nullptr, sql});
+  return rowsOf(exchange().back().get(), nullptr);
+}
+
+ResultHandle PostgresDatabase::roundTrip(Statement& statement, Step& step, std::span<const Value> values) {
+  queue(statement, step, values, Sent::What::Wanted);
+  return std::move(exchange().back());
+}
+
+// ---- reading ----
+
+ResultHandle PostgresDatabase::readResult(std::string_view text, std::span<const Value> values,
+                                          std::shared_ptr<const ColumnNames>* names) {
+  requireLive(text);
+  const auto read = [&] {
+    return withFreshStatement(text, [&](Statement& statement) {
+      if (statement.plan.kind != jet::Plan::Kind::Select) throw misuse(QStringLiteral("这不是查询语句。"), text);
+      requireValues(statement.plan, values, text);
+      if (names) *names = statement.names;
+      return roundTrip(statement, statement.steps.front(), values);
+    });
+  };
+  if (depth_ > 0) return read();
+  if (options_.trial) {
+    Transaction own(*this);  // what fails must not spoil the rest of the test
+    ResultHandle result = read();
+    own.commit();
+    return result;
+  }
+  try {
+    return read();
+  } catch (const ConnectionLost&) {
+    return read();  // a select may be asked again
+  }
+}
+
+RowSet PostgresDatabase::rowsOf(const PGresult* result, std::shared_ptr<const ColumnNames> names) const {
+  const int columns = PQnfields(result);
+  if (!names || static_cast<int>(names->names().size()) != columns) {
+    std::vector<std::string> own;
+    for (int i = 0; i < columns; ++i)
+      own.emplace_back(PQfname(result, i));
+    names = std::make_shared<ColumnNames>(std::move(own));
+  }
+  RowSet rows(std::move(names));
+  for (int row = 0; row < PQntuples(result); ++row)
+    for (int column = 0; column < columns; ++column)
+      postgres_database_detail::addCell(rows, result, row, column);
+  return rows;
+}
+
+RowSet PostgresDatabase::select(const SqlText& sql, std::span<const Value> values) {
+  std::shared_ptr<const ColumnNames> names;
+  const ResultHandle result = readResult(sql.view(), values, &names);
+  return rowsOf(result.get(), names);
+}
+
+Value PostgresDatabase::lookup(const SqlText& sql, std::span<const Value> values) {
+  const ResultHandle result = readResult(sql.view(), values, nullptr);
+  if (PQntuples(result.get()) == 0) return {};
+  RowSet one({std::string("value")});
+  postgres_database_detail::addCell(one, result.get(), 0, 0);
+  return one.value(0, 0);
+}
+
+// ---- writing ----
+
+std::int64_t PostgresDatabase::execute(const SqlText& sql, std::span<const Value> values) {
+  const std::string_view text = sql.view();
+  requireLive(text);
+  return withFreshStatement(text, [&](Statement& statement) {
+    requireValues(statement.plan, values, text);
+    if (statement.plan.kind == jet::Plan::Kind::Select)
+      throw misuse(QStringLiteral("查询语句不能作为命令执行。"), text);
+    if (statement.plan.kind == jet::Plan::Kind::SheetExport) return exportSheet(statement, values);
+    if (depth_ > 0) return runStatement(statement, values);
+    for (bool again = false;; again = true) {
+      bool ending = false;
+      try {
+        Transaction own(*this);
+        const std::int64_t changed = runStatement(statement, values);
+        ending = true;
+        own.commit();
+        return changed;
+      } catch (const ConnectionLost&) {
+        if (again || ending) throw;  // before its end nothing of it was kept, so it may be said again
+      }
+    }
+  });
+}
+
+void PostgresDatabase::post(const SqlText& sql, std::span<const Value> values) {
+  const std::string_view text = sql.view();
+  requireLive(text);
+  Statement* statement = depth_ > 0 ? &statementFor(text) : nullptr;
+  if (!statement || statement->plan.kind != jet::Plan::Kind::Change || statement->steps.size() != 1) {
+    execute(sql, values);
+    return;
+  }
+  requireValues(statement->plan, values, text);
+  queue(*statement, statement->steps.front(), values, Sent::What::Posted);
+  if (sent_.size() >= postgres_database_detail::commandsAtOnce) exchange();
+}
+
+std::int64_t PostgresDatabase::lastCounter() const {
+  if (!sent_.empty()) const_cast<PostgresDatabase*>(this)->exchange();
+  return lastCounter_;
+}
+
+std::int64_t PostgresDatabase::runStatement(Statement& statement, std::span<const Value> values) {
+  switch (statement.plan.kind) {
+    case jet::Plan::Kind::JoinedUpdate:
+      return runJoined(statement, values);
+    case jet::Plan::Kind::Definition: {
+      const jet::Plan plan = statement.plan;  // copies, because the statements are forgotten on the way
+      const std::string text = statement.text;
+      define(plan, values, text);
+      return 0;
+    }
+    default:
+      break;
+  }
+  std::int64_t changed = 0;
+  for (Step& step : statement.steps)
+    changed = changedBy(roundTrip(statement, step, values).get());
+  return changed;
+}
+
+std::int64_t PostgresDatabase::changedBy(const PGresult* result) {
+  if (PQresultStatus(result) == PGRES_TUPLES_OK && PQntuples(result) > 0)  // the number that a new row was given
+    lastCounter_ = std::strtoll(PQgetvalue(result, PQntuples(result) - 1, 0), nullptr, 10);
+  return std::strtoll(PQcmdTuples(const_cast<PGresult*>(result)), nullptr, 10);
+}
+
+/// The joined rows are read whole first; then each is applied in turn, all of them on one way.
+std::int64_t PostgresDatabase::runJoined(Statement& statement, std::span<const Value> values) {
+  const RowSet driving = rowsOf(roundTrip(statement, statement.steps.front(), values).get(), nullptr);
+  std::int64_t changed = 0;
+  const auto collect = [&] {
+    for (const ResultHandle& result : exchange())
+      changed += changedBy(result.get());
+  };
+  for (int row = 0; row < driving.rowCount(); ++row) {
+    for (std::size_t i = 1; i < statement.steps.size(); ++i)
+      queue(statement, statement.steps[i], values, Sent::What::Wanted, &driving, row);
+    if (sent_.size() >= postgres_database_detail::commandsAtOnce) collect();
+  }
+  if (!sent_.empty()) collect();
+  return changed;
+}
+
+void PostgresDatabase::define(const jet::Plan& plan, std::span<const Value>, std::string_view text) {
+  openLevels();
+  if (!sent_.empty()) exchange();
+  defined_ = true;
+  forgetStatements();
+  catalogue_.forgetSome();
+  for (const jet::Step& step : plan.steps) {
+    control(step.sql.c_str());
+    sent_.back().text = text;
+  }
+  exchange();
+}
+
+std::int64_t PostgresDatabase::exportSheet(Statement& statement, std::span<const Value> values) {
+  const SheetExporter& exporter = sheetExporter();
+  if (!exporter) throw DbError(DbError::Kind::Unsupported, QStringLiteral("本机不能导出表格文件。"), statement.text);
+  const jet::Plan& plan = statement.plan;
+  const RowSet rows = rowsOf(roundTrip(statement, statement.steps.front(), values).get(), statement.names);
+  const QString file = plan.fileParameter < 0 ? QString::fromStdString(plan.file)
+                                              : values[static_cast<std::size_t>(plan.fileParameter)].text();
+  exporter(rows, QString::fromStdString(plan.sheet), file);
+  return rows.rowCount();
+}
+
+// ---- transactions ----
+
+void PostgresDatabase::begin() {
+  requireLive("begin");
+  if (depth_ >= postgres_database_detail::deepest)
+    throw DbError(DbError::Kind::Other, QStringLiteral("事务嵌套过深。"));
+  ++depth_;
+}
+
+void PostgresDatabase::commit() {
+  using namespace postgres_database_detail;
+  if (depth_ == 0) throw DbError(DbError::Kind::Other, QStringLiteral("没有可以提交的事务。"));
+  try {
+    requireLive("commit");
+    if (opened_ == level()) {
+      if (opened_ > 1) {
+        // Its end travels with whatever comes next, and so does a failure of what was posted inside.
+        control(savepoint("release", opened_ - 1).c_str());
+        --opened_;
+      } else {
+        if (!sent_.empty()) exchange();
+        control("commit");
+        try {
+          exchange();
+        } catch (const ConnectionLost&) {
+          if (!settle()) throw;
+        }
+        opened_ = 0;
+      }
+    }
+  } catch (...) {
+    rollback();
+    throw;
+  }
+  if (--depth_ == 0) defined_ = lost_ = false;
+}
+
+/// After a connection that broke at the end of a transaction: whether the server kept it.
+bool PostgresDatabase::settle() {
+  using namespace postgres_database_detail;
+  const std::string number = transaction_;
+  lost_ = false;
+  const auto end = std::chrono::steady_clock::now() + patience;
+  try {
+    for (;;) {
+      const RowSet answer = ask("select pg_xact_status($1::xid8)", {number});
+      const std::string_view status = answer.utf8(0, 0);
+      if (status == "committed") return true;
+      if (status == "aborted") return false;
+      if (std::chrono::steady_clock::now() > end) break;
+      std::this_thread::sleep_for(pause);
+    }
+  } catch (const DbError&) {
+    // Not to be found out now.
+  }
+  throw lostUnknown("commit");
+}
+
+void PostgresDatabase::rollback() {
+  if (depth_ == 0) return;
+  const int back = level() - 1;  // the level that ends
+  --depth_;
+  try {
+    if (!lost_ && opened_ > back) {
+      if (!sent_.empty()) {
+        try {
+          exchange();
+        } catch (const DbError&) {
+          // It is taken back anyway.
+        }
+      }
+      if (!lost_) {
+        if (back == 0) {
+          control("rollback");
+        } else {
+          control(postgres_database_detail::savepoint("rollback to", back).c_str());
+          control(postgres_database_detail::savepoint("release", back).c_str());
+        }
+        opened_ = back;
+        spoiled_ = false;
+        exchange();
+      }
+    }
+  } catch (const DbError&) {
+    // The server takes back what has no end by itself.
+  }
+  if (defined_) {
+    // Tables that were made or changed inside are as they were before.
+    forgetStatements();
+    catalogue_.forgetSome();
+  }
+  if (depth_ == 0) lost_ = defined_ = spoiled_ = false;
+}
+
+}  // namespace jxc::postgres
+
+namespace jxc {
+namespace postgres_database_detail {
+
+/// An address is read by everyone who may read the account file; a password is not for them.
+void requireNoPassword(const std::string& address) {
+  char* complaint = nullptr;
+  PQconninfoOption* const options = PQconninfoParse(address.c_str(), &complaint);
+  const std::string failure = complaint ? complaint : "";
+  PQfreemem(complaint);
+  bool found = false;
+  for (const PQconninfoOption* option = options; option && option->keyword; ++option)
+    found |= option->val && std::string_view(option->keyword) == "password";
+  PQconninfoFree(options);
+  if (!options)
+    throw DbError(DbError::Kind::File,
+                  QStringLiteral("数据库服务器的连接地址有错：") + QString::fromStdString(failure).trimmed());
+  if (found)
+    throw DbError(DbError::Kind::File,
+                  QStringLiteral("连接地址里不能写密码，请写在用户目录的 .pgpass 文件里（权限 0600），格式：\r\n"
+                                 "服务器:端口:数据库:用户:密码"));
+}
+
+}  // namespace postgres_database_detail
+
+std::unique_ptr<Database> openPostgres(const QString& address, const PostgresOptions& options) {
+  postgres_database_detail::requireNoPassword(address.trimmed().toStdString());
+  return std::make_unique<postgres::PostgresDatabase>(address.trimmed().toStdString(), options);
+}
+
+}  // namespace jxc

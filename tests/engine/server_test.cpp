@@ -1,0 +1,142 @@
+// What only a server has: levels that travel together, posted statements, stations side by side, connections that
+// break.
+#include "engine/posting.h"
+#include "engine/transaction.h"
+#include "engine/waiting.h"
+#include "plan_book.h"
+#include "server/test_engine.h"
+
+#include <algorithm>
+#include <future>
+#include <gtest/gtest.h>
+
+namespace jxc {
+namespace server_test {
+
+using Kind = DbError::Kind;
+using test::failureOf;
+using test::number;
+
+struct ServerTest : testing::Test {
+  std::unique_ptr<Database> db, other;
+
+  void SetUp() override {
+    if (!test::onServer()) GTEST_SKIP() << "no server";
+    db = test::openFresh(test::Story::Long);
+    db->execute(
+        "create table [till] ([id] Counter,[a] nvarchar(8) null,[n] numeric(28,6) null,"
+        "Constraint StatePrimary Primary key ([id]))");
+    other = test::openAgain();
+  }
+  double rows() { return number(*other, "select count(*) from till"); }
+  void add(const char* text) { postStatement(*db, "insert into till (a,n) values (?,1)", std::array{Value(text)}); }
+  void post(const char* sql) { postStatement(*db, sql, {}); }
+};
+
+TEST_F(ServerTest, PostedStatementsTravelWithTheNextQuestion) {
+  {
+    Transaction t(*db);
+    add("1");
+    add("2");
+    post("update till set n=n+4");
+    EXPECT_EQ(db->lastCounter(), 2);
+    EXPECT_EQ(number(*db, "select sum(n) from till"), 10);
+    EXPECT_EQ(rows(), 0) << "nobody sees what is not done";
+    t.commit();
+  }
+  EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(ServerTest, AFailureOfAPostedStatementComesOutInItsTransaction) {
+  const DbError failure = failureOf([&] {
+    Transaction t(*db);
+    add("1");
+    post("update till set n=1/(n-1)");
+    add("2");
+    t.commit();
+  });
+  EXPECT_EQ(failure.kind(), Kind::Arithmetic);
+  EXPECT_EQ(failure.statement(), "update till set n=1/(n-1)");
+  EXPECT_FALSE(db->inTransaction());
+  EXPECT_EQ(rows(), 0);
+  add("3");
+  EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(ServerTest, ALevelOfItsOwnMayFail) {
+  Transaction outer(*db);
+  add("1");
+  {
+    Transaction inner(*db);
+    EXPECT_EQ(failureOf([&] { db->execute("update till set a='123456789'+a"); }).kind(), Kind::TooWide);
+    EXPECT_THROW(db->select("select * from till"), DbError) << "what failed can only be taken back";
+  }
+  EXPECT_EQ(number(*db, "select count(*) from till"), 1);
+  outer.commit();
+  EXPECT_EQ(rows(), 1);
+}
+
+TEST_F(ServerTest, OneStationWritesAtATimeAndTheOtherIsToldThatItWaits) {
+  int told = -1;
+  auto first = std::make_optional<Transaction>(*db);
+  add("1");
+  EXPECT_EQ(number(*db, "select count(*) from till"), 1);
+  auto waiting = std::async(std::launch::async, [&] {
+    setWaitListener([&](int seconds) { told = std::max(told, seconds); });
+    Transaction second(*other);
+    const double seen = number(*other, "select count(*) from till");
+    other->execute("insert into till (a) values ('2')");
+    second.commit();
+    return seen;
+  });
+  EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(1300)), std::future_status::timeout);
+  first->commit();
+  first.reset();
+  EXPECT_EQ(waiting.get(), 1) << "it goes on with what the first one left";
+  setWaitListener({});
+  EXPECT_GE(told, 1);
+  EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(ServerTest, ACommandIsWholeOrNotThereWhenTheConnectionBreaks) {
+  // Between two commands nobody notices.
+  test::cutConnections();
+  EXPECT_EQ(rows(), 0);
+  add("1");
+  EXPECT_EQ(rows(), 1);
+  // In the middle the command is over, and the operator is told that nothing of it was kept.
+  const DbError failure = failureOf([&] {
+    Transaction t(*db);
+    db->execute("insert into till (a) values ('2')");
+    test::cutConnections();
+    db->execute("insert into till (a) values ('3')");
+    t.commit();
+  });
+  EXPECT_TRUE(failure.message().contains(QStringLiteral("没有保存"))) << failure.what();
+  EXPECT_EQ(rows(), 1);
+  add("4");
+  EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(ServerTest, AnotherStationChangesTheTables) {
+  EXPECT_EQ(db->select("select * from till").columnCount(), 3);
+  other->execute("alter table till add b int null");
+  EXPECT_EQ(number(*db, "select count(b) from till"), 0);
+  EXPECT_EQ(db->select("select * from till").columnCount(), 4);
+  other->execute("drop table till");
+  EXPECT_EQ(failureOf([&] { db->select("select * from till"); }).kind(), Kind::UnknownName);
+}
+
+TEST_F(ServerTest, AReaderSeesOneMomentAndWritesNothing) {
+  const auto reader = db->openReader();
+  ASSERT_TRUE(reader);
+  add("1");
+  Transaction look(*reader);
+  EXPECT_EQ(number(*reader, "select count(*) from till"), 1);
+  add("2");
+  EXPECT_EQ(number(*reader, "select count(*) from till"), 1);
+  EXPECT_THROW(reader->execute("delete from till"), DbError);
+}
+
+}  // namespace server_test
+}  // namespace jxc

@@ -1,0 +1,29 @@
+// 测试引擎: the engine that a test runs on: SQLite in memory, or a server of the test's own.
+#pragma once
+
+#include "engine/database.h"
+
+#include <memory>
+
+namespace jxc::test {
+
+/// With JXC_TEST_ENGINE=postgres the tests run on the server of JXC_TEST_ADDRESS (an address of libpq, or `@` and a
+/// file that holds one; tools/postgres.sh starts a server). Each process takes a database of its own there; what a test
+/// does is taken back when its connection ends.
+bool onServer();
+
+/// Without tables.
+std::unique_ptr<Database> openEmpty();
+/// What a server takes back at the end of a test grows with what was done: a long story gets a database that it keeps.
+enum class Story { Short, Long };
+
+/// A fresh account set: all tables, upgraded. Made once a process, or once a server.
+std::unique_ptr<Database> openFresh(Story story = Story::Short);
+/// A second station at the account set that openFresh(Story::Long) opened last.
+std::unique_ptr<Database> openAgain();
+/// Cuts all connections to it.
+void cutConnections();
+/// The same on SQLite whatever the tests run on, for comparing.
+std::unique_ptr<Database> openFreshFile();
+
+}  // namespace jxc::test

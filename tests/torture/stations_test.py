@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Many stations on one server make, audit and cancel receipts and sales over the same fifty goods at the same time.
+Numbers are unique and without gaps, what was told as done is there, and the books prove. With --cut, connections are
+cut and the server is restarted meanwhile: nothing is lost and nothing is there twice.
+
+Usage: stations_test.py JXCCTL TORTURE_AUDIT ADDRESS_FILE [SECONDS [SEED [STATIONS]]] [--cut]
+"""
+
+import collections
+import pathlib
+import random
+import subprocess
+import sys
+import tempfile
+import time
+
+from books import Server
+
+RESTART = pathlib.Path(__file__).resolve().parents[2] / "tools" / "postgres.sh"
+
+
+def psql(address, statement):
+    return subprocess.run(["psql", address, "-XAtq", "-v", "ON_ERROR_STOP=1", "-c", statement], check=True,
+                          capture_output=True, text=True).stdout.strip()
+
+
+def disturb(address_file, admin, moments, end):
+    """Cuts a connection now and then, and restarts the server once or twice. Returns how often."""
+    cuts = restarts = 0
+    while time.monotonic() < end:
+        time.sleep(moments.uniform(0.3, 1.5))
+        if moments.random() < 0.08:
+            subprocess.run([RESTART, "restart", address_file, "immediate"], check=True, timeout=60)
+            restarts += 1
+            continue
+        try:
+            cuts += psql(admin, "select pg_terminate_backend(pid) from pg_stat_activity where datname='jxc_stations' and "
+                                "pid<>pg_backend_pid() order by random() limit 1") == "t"
+        except subprocess.CalledProcessError:
+            pass  # the server is not back yet
+    return cuts, restarts
+
+
+def number_faults(server, calm):
+    found = []
+    for table, field, prefix in (("jxc_jhd", "j_sn", "CJ"), ("jxc_lsxsd", "gl_djh", "XS")):
+        numbers = [row[0] for row in server.rows(f"select {field} from {table} where {field} like '{prefix}%'")]
+        found += [f"{number} stands for {count} documents"
+                  for number, count in collections.Counter(numbers).items() if count > 1]
+        serials = collections.defaultdict(list)
+        for number in numbers:
+            serials[number[:8]].append(int(number[8:]))
+        for day, taken in serials.items():
+            if calm and sorted(taken) != list(range(10001, 10001 + len(taken))):
+                found.append(f"numbers of {day} have gaps: {sorted(set(range(10001, max(taken))) - set(taken))}")
+    return found
+
+
+def main():
+    words = [word for word in sys.argv[1:] if word != "--cut"]
+    cut = "--cut" in sys.argv
+    jxcctl, driver, address_file = words[:3]
+    seconds = int(words[3]) if len(words) > 3 else 8
+    seed = int(words[4]) if len(words) > 4 else random.randrange(1 << 30)
+    count = int(words[5]) if len(words) > 5 else 8
+    print(f"seed {seed}")
+    admin = pathlib.Path(address_file).read_text().strip()
+    psql(admin, "drop database if exists jxc_stations with (force)")
+    psql(admin, "create database jxc_stations template template0")
+    address = admin + " dbname=jxc_stations"
+    subprocess.run([jxcctl, "--db", address, "create"], check=True)
+    subprocess.run([driver, address, "post", "0"], check=True)
+
+    stations = []
+    for i in range(count):
+        told = tempfile.TemporaryFile("w+")  # not a pipe: nobody reads it meanwhile
+        stations.append((subprocess.Popen([driver, address, "post", str(seed), str(seconds), str(i)], stdout=told,
+                                          stderr=subprocess.PIPE, text=True), told))
+    cuts, restarts = disturb(address_file, admin, random.Random(seed), time.monotonic() + seconds) if cut else (0, 0)
+    lines, waits = [], []
+    for process, told in stations:
+        complaint = process.communicate(timeout=seconds + 120)[1]
+        if process.returncode:
+            raise SystemExit(f"a station failed: {complaint}")
+        told.seek(0)
+        own = [line.split() for line in told if line != "ready\n"]
+        waits += [int(word) for what, word in own if what == "W"]
+        lines += [line for line in own if line[0] != "W"]
+        told.close()
+
+    server = Server(address)
+    faults = number_faults(server, not cut)
+    done = collections.Counter(what for what, _ in lines)
+    saved = [number for what, number in lines if what == "S"]
+    faults += [f"{number} was told as saved {times} times"
+               for number, times in collections.Counter(saved).items() if times > 1]
+    heads = {row[0]: row[1] for row in server.rows("select j_sn,j_status from jxc_jhd union all "
+                                                  "select gl_djh,ls_status from jxc_lsxsd")}
+    faults += [f"{number} was told as saved and is not there" for number in saved if number not in heads]
+    untold = len(heads) - 1 - len(saved)
+    if untold > done["U"]:
+        faults.append(f"{untold} documents are there that nobody told as saved, {done['U']} were told as unknown")
+    steps = collections.Counter()
+    for what, number in lines:
+        steps[number] += {"A": 1, "C": -1}.get(what, 0)
+    wrong = [number for number, status in heads.items() if number in set(saved) and steps[number] != (status == 1)]
+    if len(wrong) > done["U"]:
+        log = {number: server.rows(f"select log_time,a_name,log_note from jxc_log where log_note like '%{number}%' order by id")
+               for number in wrong}
+        faults += [f"{number}: {steps[number]} audits over cancels told, state {heads[number]}, log {log[number]}"
+                   for number in wrong]
+    proof = subprocess.run([jxcctl, "--db", address, "prove", "--wrong"], capture_output=True, text=True)
+    if proof.returncode:
+        faults.append(proof.stdout + proof.stderr)
+    commands = done["S"] + done["A"] + done["C"]
+    print(f"{count} stations, {seconds} s: {done['S']} saved, {done['A']} audited, {done['C']} cancelled "
+          f"({commands / seconds:.1f} commands a second), longest wait below {max(waits, default=0) + 1} s; "
+          f"{cuts} connections cut, {restarts} restarts, {done['L']} commands told as not saved, {done['U']} as unknown")
+    print(*faults, sep="\n")
+    return 1 if faults or not commands else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
