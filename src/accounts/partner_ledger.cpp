@@ -1,6 +1,7 @@
 #include "accounts/partner_ledger.h"
 
 #include "accounts/running_balance.h"
+#include "core/posting.h"
 #include "core/rounding.h"
 #include "core/statements.h"
 
@@ -19,7 +20,7 @@ void recomputeYsyfk(const QString& partner, PartnerType type, const QString& dat
       "select id,k_ljje,k_qcje,k_yfje,k_sfje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq>=? order by k_rq,id",
       side, partner, date);
   const double balance = carryBalance(carried, lines, "update jxc_ysyfk set k_ljje=? where id=?");
-  execSql(type == PartnerType::Customer ? "update jxc_khxx set kh_lwje=? where kh_sn=?"
+  postSql(type == PartnerType::Customer ? "update jxc_khxx set kh_lwje=? where kh_sn=?"
                                         : "update jxc_ghsxx set ghs_lwje=? where ghs_sn=?",
           balance, partner);
 }
@@ -45,8 +46,8 @@ double ysyfkBalanceNow(const QString& partner, PartnerType type) {
 void removeRounding(const QString& payment) {
   // The line of the stock ledger is found by the number of the rounding: no index knows its other number.
   for (const Row rounding : openSelect("select gl_djh from jxc_ysyfk where gl_djh2=?", payment))
-    execSql("delete from jxc_goodslist where gl_djh=? and gl_djh2=?", rounding.text("gl_djh"), payment);
-  execSql("delete from jxc_ysyfk where gl_djh2=?", payment);
+    postSql("delete from jxc_goodslist where gl_djh=? and gl_djh2=?", rounding.text("gl_djh"), payment);
+  postSql("delete from jxc_ysyfk where gl_djh2=?", payment);
 }
 
 void recomputeFp(const QString& partner, PartnerType type, const QString& date) {

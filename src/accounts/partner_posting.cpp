@@ -4,6 +4,7 @@
 #include "core/clock.h"
 #include "core/defaults.h"
 #include "core/numbers.h"
+#include "core/posting.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
 
@@ -75,7 +76,7 @@ void insertStockLine(const PartnerSide& side, const QString& payment) {
       a.id,a.gl_djh2,0
     from jxc_ysyfk a,{} b,jxc_user c where a.u_sn=c.u_sn and a.k_ghskh=b.{} and a.gl_djh2=?)",
               {side.name, side.table, side.sn});
-  execSql(statement, words(side.stockFlag), lowersProfit ? 1 : 0, defaultWarehouseSn(), defaultWarehouseName(),
+  postSql(statement, words(side.stockFlag), lowersProfit ? 1 : 0, defaultWarehouseSn(), defaultWarehouseName(),
           clock::today(), payment);
 }
 
@@ -116,13 +117,13 @@ void takeBackDocument(const PartnerSide& side, Kind kind, const Row& document) {
   const QString number = document.text("gl_djh");
   const QString date = document.text("k_rq");
   const bool payment = kind == Kind::Payment;
-  execSql("delete from jxc_ysyfk where gl_djh=?", number);
+  postSql("delete from jxc_ysyfk where gl_djh=?", number);
   if (payment) {
     removeRounding(number);
-    execSql("delete from jxc_xjyh where gl_djh=?", number);
+    postSql("delete from jxc_xjyh where gl_djh=?", number);
   }
   recomputeYsyfk(document.text("k_ghskh"), typeOf(side), date);
-  execSql("update jxc_ysyfk_dj set k_check=0,k_checker='',k_chkrq='' where gl_djh=?", number);
+  postSql("update jxc_ysyfk_dj set k_check=0,k_checker='',k_chkrq='' where gl_djh=?", number);
   if (payment) recomputeXjyh(document.text("k_fkfs"), date);
 }
 

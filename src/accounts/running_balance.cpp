@@ -1,5 +1,6 @@
 #include "accounts/running_balance.h"
 
+#include "core/posting.h"
 #include "core/statements.h"
 
 #include <cmath>
@@ -15,7 +16,7 @@ double carryBalance(double balance, const RowSet& rows, const SqlText& update) {
     balance -= rows.number(row, lowering);
     // Stored figures keep six decimals, the balance is carried with all it has.
     const bool agrees = !rows.isNull(row, Stored) && std::fabs(rows.number(row, Stored) - balance) < 5e-7;
-    if (!agrees) execSql(update, balance, rows.integer(row, Id));
+    if (!agrees) postSql(update, balance, rows.integer(row, Id));
   }
   return balance;
 }

@@ -1,5 +1,7 @@
 #include "core/statements.h"
 
+#include "engine/posting.h"
+
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -78,7 +80,8 @@ void updateRow(std::string_view table, std::int64_t id, std::initializer_list<Fi
   }
   sql += " where id=?";
   values.push_back(Value(static_cast<long long>(id)));
-  accountDb().execute(std::string_view(sql), {values.data(), static_cast<std::size_t>(values.size())});
+  // Nobody asks how many: on a server it travels with the next question.
+  postStatement(accountDb(), std::string_view(sql), {values.data(), static_cast<std::size_t>(values.size())});
 }
 
 std::string compose(std::string_view pattern, std::initializer_list<std::string_view> identifiers) {

@@ -1,5 +1,6 @@
 #include "stock/ledger.h"
 
+#include "core/posting.h"
 #include "core/prompt.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -46,7 +47,7 @@ void replayLedger(std::int64_t id, AnchorRow anchorRow) {
 
   const LedgerFlag* anchorFlag = findLedgerFlag(anchor.text("gl_flag"));
   if (anchorFlag && anchorFlag->anchor && !strIsTrue(session().cs_cs009))
-    execSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, warehouse, goods);
+    postSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, warehouse, goods);
 }
 
 double goodsAvgCost(const QString& goods) {

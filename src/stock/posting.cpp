@@ -4,6 +4,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/clock.h"
 #include "core/log.h"
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -123,21 +124,21 @@ void postMoney(const Rules& rules, const Head& head) {
 /// below zero: it is an absolute value, or the price of the line.
 void postGoods(const Rules& rules, const Head& head, const Effect& effect) {
   if (!rules.movesCost)
-    execSql(rules.goodsPosted, effect.physical, effect.goods);
+    postSql(rules.goodsPosted, effect.physical, effect.goods);
   else if (rules.family == &families::purchaseReceipt)
-    execSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageAfter(effect),
+    postSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageAfter(effect),
             effect.goods);
   else
-    execSql(rules.goodsPosted, effect.physical, trading::averageAfter(effect), effect.goods);
+    postSql(rules.goodsPosted, effect.physical, trading::averageAfter(effect), effect.goods);
 }
 
 void postStock(const Rules& rules, const Head& head) {
   const bool movesNow = !rules.movesLater || !rules.movesLater();
-  if (rules.markLines[0] && movesNow) execSql(rules.markLines[0], head.number);
-  if (rules.markLines[1]) execSql(rules.markLines[1], head.number);
+  if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], head.number);
+  if (rules.markLines[1]) postSql(rules.markLines[1], head.number);
   const std::int64_t rows = execSql(rules.insertLedger, session().a_name, clock::today(), head.number);
   if (rows != lineCount(*rules.family, head.number)) throw std::runtime_error("单据中的商品在商品资料中不存在。");
-  if (rules.afterLedger) execSql(rules.afterLedger, head.number);
+  if (rules.afterLedger) postSql(rules.afterLedger, head.number);
 
   const std::vector<Effect> effects = trading::effectsOf(rules, head.number);
   for (const Effect& effect : effects) {

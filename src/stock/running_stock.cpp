@@ -1,5 +1,6 @@
 #include "stock/running_stock.h"
 
+#include "core/posting.h"
 #include "core/statements.h"
 #include "stock/ledger_flags.h"
 
@@ -64,7 +65,7 @@ RunningStock carryStock(RunningStock running, const RowSet& rows, std::int64_t s
         agrees(rows, row, Average, running.average) && agrees(rows, row, Stock, running.quantity) &&
         agrees(rows, row, StockValue, running.value))
       continue;
-    execSql("update jxc_goodslist set gl_sqsl=?,gl_sqje=?,gl_pjjj=?,gl_kc=?,gl_kczje=? where id=?", before.quantity,
+    postSql("update jxc_goodslist set gl_sqsl=?,gl_sqje=?,gl_pjjj=?,gl_kc=?,gl_kczje=? where id=?", before.quantity,
             before.value, running.average, running.quantity, running.value, id);
   }
   return running;

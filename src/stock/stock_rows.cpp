@@ -1,4 +1,5 @@
 // 月结存与库存检查: month rows and the shortage check of stock/ledger.h.
+#include "core/posting.h"
 #include "core/prompt.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -9,7 +10,7 @@ namespace jxc {
 namespace stock_rows_detail {
 
 void writeMonthStock(const QString& warehouse, const QString& month, double quantity, double value) {
-  execSql("update jxc_kcjs set js_sl=?,js_zje=? where js_rq=? and ck_sn=?", quantity, value, month, warehouse);
+  postSql("update jxc_kcjs set js_sl=?,js_zje=? where js_rq=? and ck_sn=?", quantity, value, month, warehouse);
 }
 
 /// Where the lines of a kind stand, and what the operator reads when one of them is short.
@@ -42,10 +43,10 @@ void ensureStockRows(const QString& month) {
 
   Transaction transaction(accountDb());
   for (const Row row : withoutBalance)
-    execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,ck_sn,g_sn,kc_zsl) values (0,0,0,?,'00000000',0)",
+    postSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,ck_sn,g_sn,kc_zsl) values (0,0,0,?,'00000000',0)",
             row.text("ck_sn"));
   for (const Row row : withoutMonth)
-    execSql(
+    postSql(
         "insert into jxc_kcjs (js_rq,js_sl,js_zje,js_xssl,js_xsje,js_cgsl,js_cgje,js_xslr,js_xscb,ck_sn) "
         "values (?,0,0,0,0,0,0,0,0,?)",
         month, row.text("ck_sn"));
