@@ -306,12 +306,12 @@ void proveGoods(Books& books, const Around& around) {
       const double slack = std::pow(10.0, -books.digits.money);
       const bool plausible = sum.negative || (average >= sum.least - slack && average <= sum.most + slack);
       const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost;
-      const auto explains = [&](int digits) {
-        return sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
-      };
-      const Kind kind = (plausible && behind) || sum.cancelled                  ? Kind::GoodsAverageBehind
-                        : std::ranges::any_of(std::views::iota(0, 7), explains) ? Kind::RunningOtherDigits
-                                                                                : Kind::GoodsAverage;
+      bool otherDigits = false;
+      for (int digits = 0; digits < 7; ++digits)
+        otherDigits = otherDigits || sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
+      const Kind kind = (plausible && behind) || sum.cancelled ? Kind::GoodsAverageBehind
+                        : otherDigits                          ? Kind::RunningOtherDigits
+                                                               : Kind::GoodsAverage;
       books.findings.add(kind, place(average, due));
     }
   });

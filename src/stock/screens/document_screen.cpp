@@ -359,8 +359,7 @@ void DocumentScreen::reloadLines(std::int64_t current) {
 }
 
 void DocumentScreen::updateBottomJe() {
-  // A number that only another operator has begun to fill is renewed with the first line: his lines are not ours.
-  const double due = gridLines.isEmpty() ? 0 : rules_.payable(draft_.number);
+  const double due = rules_.payable(draft_.number);
   tyfje.setNumber(due);
   paid.setNumber(rules_.paidAfter(due, paid.number()));
 }

@@ -55,9 +55,10 @@ void drawShape(QPainter& painter, const QRectF& r, report::ShapeKind shape) {
 void drawBars(QPainter& painter, const QRectF& r, bool square) {
   if (square) {
     const double cell = std::min(r.width(), r.height()) / 9;
-    for (int i = 0; i < 81; ++i)
-      if ((i * 7 + i / 9 * 5) % 3 == 0 || i % 9 == 0 || i >= 72)
-        painter.fillRect(QRectF(r.x() + i % 9 * cell, r.y() + i / 9 * cell, cell, cell), Qt::black);
+    for (int line = 0; line < 9; ++line)
+      for (int column = 0; column < 9; ++column)
+        if ((column * 7 + line * 2) % 3 == 0 || column == 0 || line == 8)
+          painter.fillRect(QRectF(r.x() + column * cell, r.y() + line * cell, cell, cell), Qt::black);
     return;
   }
   double x = r.x();
