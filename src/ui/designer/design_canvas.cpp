@@ -30,11 +30,16 @@ DesignCanvas::DesignCanvas(DesignDocument& document, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setMouseTracking(true);
   viewport()->setAcceptDrops(true);
-  document_.onChanged([this] { rebuild(); });
+  document_.onChanged([this] { fits_ ? fitWidth() : rebuild(); });
   rebuild();
 }
 
 void DesignCanvas::setZoom(double zoom) {
+  fits_ = false;
+  takeZoom(zoom);
+}
+
+void DesignCanvas::takeZoom(double zoom) {
   zoom_ = std::clamp(zoom, 0.25, 8.0);
   rebuild();
   if (zoomed_) zoomed_();
@@ -42,7 +47,8 @@ void DesignCanvas::setZoom(double zoom) {
 
 void DesignCanvas::fitWidth() {
   const double room = viewport()->width() - canvas::kRuler - 2 * canvas::kGap;
-  setZoom(std::min(2.0, room / (document_.current().page.pageWidth() * logicalDpiX() / 25.4)));
+  fits_ = true;
+  takeZoom(std::min(2.0, room / (document_.current().page.pageWidth() * logicalDpiX() / 25.4)));
 }
 
 void DesignCanvas::setGridStep(double millimetres) {
@@ -452,12 +458,7 @@ bool DesignCanvas::focusNextPrevChild(bool next) {
 }
 
 void DesignCanvas::resizeEvent(QResizeEvent*) {
-  rebuild();
-}
-
-void DesignCanvas::showEvent(QShowEvent* event) {
-  QAbstractScrollArea::showEvent(event);
-  if (!event->spontaneous()) fitWidth();
+  fits_ ? fitWidth() : rebuild();
 }
 
 }  // namespace jxc::ui

@@ -15,7 +15,7 @@ class DesignCanvas : public QAbstractScrollArea {
  public:
   explicit DesignCanvas(DesignDocument& document, QWidget* parent = nullptr);
 
-  /// 0.25 to 8; 1 is the size of the paper.
+  /// 0.25 to 8; 1 is the size of the paper. Until it is set, the paper fills the width there is.
   void setZoom(double zoom);
   double zoom() const { return zoom_; }
   void fitWidth();
@@ -42,7 +42,6 @@ class DesignCanvas : public QAbstractScrollArea {
   bool viewportEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void showEvent(QShowEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
@@ -53,6 +52,7 @@ class DesignCanvas : public QAbstractScrollArea {
   enum class Drag : std::uint8_t { None, Pending, Move, Resize, Band, Rubber, Insert };
 
   void rebuild();
+  void takeZoom(double zoom);
   void paintCanvas();
   void paintBand(QPainter& painter, const Place& place) const;
   void paintItem(QPainter& painter, const report::Item& item, const QRectF& at) const;
@@ -80,6 +80,7 @@ class DesignCanvas : public QAbstractScrollArea {
   DesignDocument& document_;
   std::vector<Place> places_;
   double zoom_ = 1, scale_ = 4, step_ = 1;
+  bool fits_ = true;  // the width of the paper follows that of the window
   std::optional<report::Item> pattern_;
 
   Drag drag_ = Drag::None;

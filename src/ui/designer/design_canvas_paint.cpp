@@ -236,6 +236,7 @@ void DesignCanvas::paintRulers(QPainter& painter) const {
   painter.setPen(ink);
   // Every millimetre where there is room for it, else every fifth or tenth.
   const int every = scale_ >= 4 ? 1 : scale_ >= 1 ? 5 : 10;
+  const int numbered = scale_ >= 2.2 ? 10 : 50;
   const auto& page = document_.current().page;
   const double left = canvas::kRuler + canvas::kGap + page.left * scale_ - horizontalScrollBar()->value();
   for (int mm = 0; mm <= static_cast<int>(page.bodyWidth()); mm += every) {
@@ -244,7 +245,7 @@ void DesignCanvas::paintRulers(QPainter& painter) const {
     painter.drawLine(QPointF(x, canvas::kRuler), QPointF(x, canvas::kRuler - (mm % 10 == 0  ? 10
                                                                               : mm % 5 == 0 ? 6
                                                                                             : 3)));
-    if (mm % 10 == 0) painter.drawText(QPointF(x + 2, 9), QString::number(mm));
+    if (mm % numbered == 0) painter.drawText(QPointF(x + 2, 9), QString::number(mm));
   }
   painter.fillRect(0, canvas::kRuler, canvas::kRuler, height - canvas::kRuler, ground);
   for (const Place& place : places_) {
@@ -256,7 +257,7 @@ void DesignCanvas::paintRulers(QPainter& painter) const {
                                                                              : mm % 5 == 0 ? 6
                                                                                            : 3),
                                                            y));
-      if (mm % 10 == 0 && mm > 0) painter.drawText(QPointF(1, y - 1), QString::number(mm));
+      if (mm % numbered == 0 && mm > 0) painter.drawText(QPointF(1, y - 1), QString::number(mm));
     }
   }
   painter.fillRect(0, 0, canvas::kRuler, canvas::kRuler, ground);
