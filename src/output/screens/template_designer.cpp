@@ -7,8 +7,6 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
-#include <QScreen>
 
 namespace jxc {
 
@@ -40,8 +38,6 @@ TF_Bbsj_Edit::TF_Bbsj_Edit() : Screen(kScreen) {
   addKey(btnRedo, "Ctrl+Shift+Z");
   on(command("btnPreview"), [this] { ui::showPreview(designer_->preview().pages()); });
   designer_->document().onChanged([this] { showState(); });
-  // As large as there is room for: paper, lists and properties stand side by side.
-  resize(QGuiApplication::primaryScreen()->availableSize().boundedTo(QSize(1500, 960)) * 0.95);
   showState();
 }
 

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QToolBar>
@@ -91,6 +92,10 @@ Designer::Designer(QWidget* parent) : QWidget(parent) {
 }
 
 Designer::~Designer() = default;
+
+QSize Designer::sizeHint() const {
+  return screen()->availableSize().boundedTo(QSize(1500, 960)) * 0.88;
+}
 
 void Designer::addInsert(QToolBar& tools, const QString& text, const QString& key, const report::Item& pattern) {
   QAction* action = tools.addAction(text);

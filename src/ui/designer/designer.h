@@ -26,6 +26,8 @@ class Designer : public QWidget {
   PropertyPanel& properties() { return *properties_; }
   DataTree& data() { return *data_; }
   LivePreview& preview() { return *preview_; }
+  /// Most of the display: paper, lists and properties stand side by side.
+  QSize sizeHint() const override;
 
  private:
   void makeTools(QToolBar& tools);
