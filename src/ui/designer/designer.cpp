@@ -94,7 +94,8 @@ Designer::Designer(QWidget* parent) : QWidget(parent) {
 Designer::~Designer() = default;
 
 QSize Designer::sizeHint() const {
-  return screen()->availableSize().boundedTo(QSize(1500, 960)) * 0.88;
+  const QSize room = screen()->availableSize() - QSize(100, 170);  // frame, title and commands of the window around it
+  return room.boundedTo(QSize(1400, 860));
 }
 
 void Designer::addInsert(QToolBar& tools, const QString& text, const QString& key, const report::Item& pattern) {
