@@ -306,8 +306,9 @@ void proveGoods(Books& books, const Around& around) {
       const double slack = std::pow(10.0, -books.digits.money);
       const bool plausible = sum.negative || (average >= sum.least - slack && average <= sum.most + slack);
       const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost;
+      // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
       bool otherDigits = false;
-      for (int digits = 0; digits < 7; ++digits)
+      for (int digits = books.digits.money + 1; digits < 7; ++digits)
         otherDigits = otherDigits || sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
       const Kind kind = (plausible && behind) || sum.cancelled ? Kind::GoodsAverageBehind
                         : otherDigits                          ? Kind::RunningOtherDigits
