@@ -274,10 +274,6 @@ void Report::crossed(const std::set<QString>& goods, const QString& number, cons
     preview_.impacts.push_back({u"之后的盘点"_qs, count, {}, {}, true});
 }
 
-QString oneLine(QString text) {
-  return text.replace(u"\r\n\r\n"_qs, u" "_qs).replace(u"\r\n"_qs, u" "_qs).simplified();
-}
-
 }  // namespace what_if_detail
 
 RowSet WhatIf::rows() const {
@@ -290,12 +286,11 @@ RowSet WhatIf::rows() const {
       rows.addText(text->toStdString());
     rows.addInteger(warns);
   };
-  using what_if_detail::oneLine;
-  if (!failure.isEmpty()) add(u"执行失败"_qs, oneLine(failure), {}, {}, true);
+  if (!failure.isEmpty()) add(u"执行失败"_qs, failure.simplified(), {}, {}, true);
   for (const QString& text : notices)
-    add(done ? u"提示"_qs : u"不能执行"_qs, oneLine(text), {}, {}, true);
+    add(done ? u"提示"_qs : u"不能执行"_qs, text.simplified(), {}, {}, true);
   for (const QString& text : questions)
-    add(u"将会询问"_qs, oneLine(text), {}, {}, false);
+    add(u"将会询问"_qs, text.simplified(), {}, {}, false);
   for (const Impact& impact : impacts)
     add(impact.kind, impact.place, impact.before, impact.after, impact.warns);
   return rows;
