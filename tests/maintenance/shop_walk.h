@@ -14,8 +14,6 @@ namespace jxc::test {
 
 class ShopWalk : public ShopTest {
  protected:
-  using Fields = std::initializer_list<Field>;
-
   ShopWalk() {
     for (const QString& goods : goods_)
       addGoods(goods, 5);
@@ -30,23 +28,6 @@ class ShopWalk : public ShopTest {
       step();
   }
 
-  /// Head and lines of a waiting document within the house.
-  QString waitingInside(const DocumentFamily& family, const QString& date, Fields head,
-                        std::initializer_list<Fields> lines) {
-    const QString number = newDocumentNumber(family, date);
-    updateRow(family.head,
-              insertRow(family.head, {{"gl_djh", number},
-                                      {family.date, date},
-                                      {family.status, 0},
-                                      {family.checker, u""},
-                                      {family.checkDate, u""},
-                                      {"u_sn", u"100001"},
-                                      {"a_name", session().a_name}}),
-              head);
-    for (const Fields& line : lines)
-      updateRow(family.lines, insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}}), line);
-    return number;
-  }
   QString auditedInside(const DocumentFamily& family, const QString& date, Fields head,
                         std::initializer_list<Fields> lines) {
     const QString number = waitingInside(family, date, head, lines);

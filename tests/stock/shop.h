@@ -170,6 +170,25 @@ class ShopTest : public AccountSetFixture {
     return number;
   }
 
+  using Fields = std::initializer_list<Field>;
+  /// Head and lines of a waiting document within the house.
+  QString waitingInside(const DocumentFamily& family, const QString& date, Fields head,
+                        std::initializer_list<Fields> lines) {
+    const QString number = newDocumentNumber(family, date);
+    updateRow(family.head,
+              insertRow(family.head, {{"gl_djh", number},
+                                      {family.date, date},
+                                      {family.status, 0},
+                                      {family.checker, u""},
+                                      {family.checkDate, u""},
+                                      {"u_sn", u"100001"},
+                                      {"a_name", session().a_name}}),
+              head);
+    for (const Fields& line : lines)
+      updateRow(family.lines, insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}}), line);
+    return number;
+  }
+
   /// A waiting return to the supplier or from the customer ("CT", "XT"); heads hold minus the amounts.
   QString waitingReturn(const DocumentFamily& family, const QString& date, const std::vector<Line>& lines,
                         double paid = 0) {

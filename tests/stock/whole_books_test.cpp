@@ -24,30 +24,12 @@ class WholeBooks : public test::ShopTest {
     setParameter("cs_kp", 1);
     // A shop at work: both goods in both warehouses, money and month rows are there.
     receive("2021-05-01", {{"A", 20, 5}, {"B", 30, 2}});
-    const QString moved =
-        document(transfer, "2021-05-01", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
-                 {{{"g_sn", u"A"}, {"db_sl", 5.0}, {"db_dj", 5.0}}, {{"g_sn", u"B"}, {"db_sl", 5.0}, {"db_dj", 2.0}}});
+    const QString moved = waitingInside(
+        transfer, "2021-05-01", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
+        {{{"g_sn", u"A"}, {"db_sl", 5.0}, {"db_dj", 5.0}}, {{"g_sn", u"B"}, {"db_sl", 5.0}, {"db_dj", 2.0}}});
     EXPECT_EQ(audit(moved), AuditOutcome::Audited);
     sell("2021-05-04", {{"A", 2, 9}, {"B", 1, 4}}, 10);
     receive("2021-05-05", {{"A", 3, 7}});
-  }
-
-  using Fields = std::initializer_list<Field>;
-  QString document(const DocumentFamily& family, const QString& date, Fields head,
-                   std::initializer_list<Fields> lines) {
-    const QString number = newDocumentNumber(family, date);
-    updateRow(family.head,
-              insertRow(family.head, {{"gl_djh", number},
-                                      {family.date, date},
-                                      {family.status, 0},
-                                      {family.checker, u""},
-                                      {family.checkDate, u""},
-                                      {"u_sn", u"100001"},
-                                      {"a_name", session().a_name}}),
-              head);
-    for (const Fields& line : lines)
-      updateRow(family.lines, insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}}), line);
-    return number;
   }
 
   /// Audits, checks the books, cancels, and tells what did not come back.
@@ -87,42 +69,43 @@ TEST_F(WholeBooks, TradingDocuments) {
 }
 
 TEST_F(WholeBooks, DocumentsWithinTheHouseAndLoans) {
-  EXPECT_EQ(roundTrip(document(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
-                               {{{"g_sn", u"A"}, {"db_sl", 3.0}, {"db_dj", 6.0}}}),
+  EXPECT_EQ(roundTrip(waitingInside(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
+                                    {{{"g_sn", u"A"}, {"db_sl", 3.0}, {"db_dj", 6.0}}}),
                       cancelTransfer),
             "");
-  EXPECT_EQ(roundTrip(document(loss, "2021-05-03", {{"ck_sn", u"100001"}},
-                               {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}}}),
+  EXPECT_EQ(roundTrip(waitingInside(loss, "2021-05-03", {{"ck_sn", u"100001"}},
+                                    {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}}}),
                       cancelLoss),
             "");
-  EXPECT_EQ(roundTrip(document(overflow, "2021-05-03", {{"ck_sn", u"100002"}},
-                               {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 2.0}, {"by_zje", 6.0}}}),
+  EXPECT_EQ(roundTrip(waitingInside(overflow, "2021-05-03", {{"ck_sn", u"100002"}},
+                                    {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 2.0}, {"by_zje", 6.0}}}),
                       cancelOverflow),
             "");
-  EXPECT_EQ(
-      roundTrip(document(split, "2021-05-03", {{"ck_sn", u"100001"}, {"g_sn", u"A"}, {"cf_sl", 2.0}, {"cf_cbj", 5.0}},
-                         {{{"g_sn", u"B"}, {"cf_sl", 4.0}, {"cf_dj", 3.0}, {"cf_zje", 12.0}, {"ck_sn", u"100002"}}}),
-                cancelSplit),
-      "");
-  EXPECT_EQ(
-      roundTrip(document(bundle, "2021-05-03", {{"ck_sn", u"100002"}, {"g_sn", u"B"}, {"kb_sl", 1.0}, {"kb_cbj", 9.0}},
-                         {{{"g_sn", u"A"}, {"kb_sl", 2.0}, {"kb_dj", 5.0}, {"kb_zje", 10.0}, {"ck_sn", u"100001"}}}),
-                cancelBundle),
-      "");
-  EXPECT_EQ(roundTrip(document(stocktake, "2021-05-06", {{"ck_sn", u"100001"}},
-                               {{{"g_sn", u"A"},
-                                 {"pd_sl", 15.0},
-                                 {"kc_sl", 16.0},
-                                 {"kc_zsl", 16.0},
-                                 {"pd_dj", 5.38},
-                                 {"pd_zje", -5.38},
-                                 {"id2", 0}}}),
+  EXPECT_EQ(roundTrip(waitingInside(
+                          split, "2021-05-03", {{"ck_sn", u"100001"}, {"g_sn", u"A"}, {"cf_sl", 2.0}, {"cf_cbj", 5.0}},
+                          {{{"g_sn", u"B"}, {"cf_sl", 4.0}, {"cf_dj", 3.0}, {"cf_zje", 12.0}, {"ck_sn", u"100002"}}}),
+                      cancelSplit),
+            "");
+  EXPECT_EQ(roundTrip(waitingInside(
+                          bundle, "2021-05-03", {{"ck_sn", u"100002"}, {"g_sn", u"B"}, {"kb_sl", 1.0}, {"kb_cbj", 9.0}},
+                          {{{"g_sn", u"A"}, {"kb_sl", 2.0}, {"kb_dj", 5.0}, {"kb_zje", 10.0}, {"ck_sn", u"100001"}}}),
+                      cancelBundle),
+            "");
+  EXPECT_EQ(roundTrip(waitingInside(stocktake, "2021-05-06", {{"ck_sn", u"100001"}},
+                                    {{{"g_sn", u"A"},
+                                      {"pd_sl", 15.0},
+                                      {"kc_sl", 16.0},
+                                      {"kc_zsl", 16.0},
+                                      {"pd_dj", 5.38},
+                                      {"pd_zje", -5.38},
+                                      {"id2", 0}}}),
                       cancelStocktake),
             "jxc_kcpdsp.id2");
-  EXPECT_EQ(roundTrip(document(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
-                               {{{"g_sn", u"A"}, {"jh_sl", 2.0}, {"jh_dj", 5.0}, {"jh_zje", 10.0}, {"id2", 0}}}),
-                      cancelLoan),
-            "jxc_khjhsp.id2");
+  EXPECT_EQ(
+      roundTrip(waitingInside(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
+                              {{{"g_sn", u"A"}, {"jh_sl", 2.0}, {"jh_dj", 5.0}, {"jh_zje", 10.0}, {"id2", 0}}}),
+                cancelLoan),
+      "jxc_khjhsp.id2");
 }
 
 }  // namespace whole_books_test
