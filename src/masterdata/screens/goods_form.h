@@ -115,6 +115,13 @@ inline constexpr auto kOrdinaryGoodsFields = std::to_array<ui::FieldSpec>({
     {"chkAlert", "重名提醒", ui::FieldKind::Check},
 });
 
+inline constexpr ui::CommandSpec kOrdinaryGoodsCommands[] = {
+    {"btnPic", "选择图片", "Ctrl+P"},
+    {"btnCam", "拍照", "Ctrl+T"},
+    {"btnSave", "保存", "F5"},
+    {"btnCancel", "退出", "Esc"},
+};
+
 /// Base of the dialogs of one ordinary article: everything but lenses.
 class OrdinaryGoodsForm : public GoodsForm {
  public:

@@ -17,12 +17,11 @@ constexpr auto kOwnFields = std::to_array<ui::FieldSpec>({
     {"comCk", "存放仓库：", FieldKind::Combo},
 });
 constexpr auto kFields = joinFields(kGoodsFields, kOrdinaryGoodsFields, kOwnFields);
-constexpr ui::CommandSpec kCommands[] = {{"btnPic", "选择图片", "Ctrl+P"},
-                                         {"btnCam", "拍照", "Ctrl+T"},
-                                         {"btnSave", "保存", "F5"},
-                                         {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kScreen = {
-    .name = "F_Spxxgl_Add", .title = "增加商品", .fields = kFields, .commands = kCommands, .focus = "g_name"};
+constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl_Add",
+                                    .title = "增加商品",
+                                    .fields = kFields,
+                                    .commands = kOrdinaryGoodsCommands,
+                                    .focus = "g_name"};
 
 }  // namespace spxxgl_add_detail
 

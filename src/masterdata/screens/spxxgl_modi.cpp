@@ -10,12 +10,11 @@ using ui::FieldKind;
 
 constexpr auto kOwnFields = std::to_array<ui::FieldSpec>({{"chkTc", "提成应用到本类别所有商品", FieldKind::Check}});
 constexpr auto kFields = joinFields(kGoodsFields, kOrdinaryGoodsFields, kOwnFields);
-constexpr ui::CommandSpec kCommands[] = {{"btnPic", "选择图片", "Ctrl+P"},
-                                         {"btnCam", "拍照", "Ctrl+T"},
-                                         {"btnSave", "保存", "F5"},
-                                         {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kScreen = {
-    .name = "F_Spxxgl_Modi", .title = "修改商品", .fields = kFields, .commands = kCommands, .focus = "g_name"};
+constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl_Modi",
+                                    .title = "修改商品",
+                                    .fields = kFields,
+                                    .commands = kOrdinaryGoodsCommands,
+                                    .focus = "g_name"};
 
 }  // namespace spxxgl_modi_detail
 
