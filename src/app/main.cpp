@@ -45,12 +45,13 @@ void useDisplayOfPictures() {
 
 int showProgram(jxc::ui::Application& application) {
   jxc::measureStart();
-  jxc::TF_Loading([] { jxc::createFirstAccountSet(); }).showModal();
+  jxc::TF_Loading([] { jxc::ui::doOrEnd([] { jxc::createFirstAccountSet(); }); }).showModal();
   jxc::TF_MainForm mainForm;
-  // From here on failures end in the application's handler: the loop runs.
   QTimer::singleShot(0, &mainForm, [&] {
-    jxc::dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
-    if (!mainForm.formShow()) QCoreApplication::quit();
+    jxc::ui::doOrEnd([&] {
+      jxc::dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
+      if (!mainForm.formShow()) QCoreApplication::quit();
+    });
   });
   const int code = application.exec();
   jxc::ui::dropScreens();

@@ -268,6 +268,17 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
   throw ConsoleMisuse(QStringLiteral("缺少命令"));
 }
 
+/// An administrator works on several sets: which one it is belongs to a message that says nothing of it.
+template <class Work>
+auto naming(const QString& file, Work work) {
+  try {
+    return work();
+  } catch (const DbError& failure) {
+    if (isServerAddress(file) || failure.message().contains(QFileInfo(file).fileName())) throw;
+    throw DbError(failure.kind(), failure.message() + QStringLiteral("文件：") + file);
+  }
+}
+
 }  // namespace console_detail
 
 int ConsoleWords::takeNumber(const QString& option, int least, int most) {
@@ -286,7 +297,7 @@ ConsoleMisuse unknownConsoleWord(const QString& word) {
 std::unique_ptr<Database> openConsoleAccount(const Console& console) {
   if (!isServerAddress(console.file) && !QFileInfo::exists(console.file))
     throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
-  return openAccountPlace(console.file);
+  return console_detail::naming(console.file, [&] { return openAccountPlace(console.file); });
 }
 
 void makeConsoleAccount(const Console& console, bool force, const std::function<void(const QString&)>& fill) {
@@ -296,7 +307,7 @@ void makeConsoleAccount(const Console& console, bool force, const std::function<
                          console.file);
   }
   if (!console.home.isEmpty()) setProgramDirectory(console.home);
-  makeDatabaseFile(console.file, fill);
+  naming(console.file, [&] { makeDatabaseFile(console.file, fill); });
   if (!console.home.isEmpty()) ensureCatalogue();
 }
 

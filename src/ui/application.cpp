@@ -58,6 +58,15 @@ void tellFailure(const std::exception& failure) {
   if (told.fatal) processEnd()(1);
 }
 
+void doOrEnd(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& failure) {
+    tellFailure(failure);
+    processEnd()(1);
+  }
+}
+
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setUpLook(*this);
 }

@@ -19,6 +19,9 @@ class Application : public QApplication {
 /// Tells a failure as the handler does. Fatal ones end the event loop with exit code 1.
 void tellFailure(const std::exception& failure);
 
+/// A step of the start. When it fails, that is told and the process ends: there is no window yet to go on in.
+void doOrEnd(const std::function<void()>& work);
+
 /// Chinese locale, toolkit texts, fonts, usual skin; on any QApplication (tests have one of their own).
 void setUpLook(QApplication& application);
 

@@ -59,6 +59,33 @@ struct AccountFile : testing::Test {
   }
 };
 
+TEST_F(AccountFile, AFileThatIsGoneOrReplacedTakesNothingWithIt) {
+  const QString name = makeSet("jxc.mdb");
+  const auto db = test::openBook(book, name);
+  const auto work = [&] {
+    Transaction transaction(*db);
+    db->execute("update goods set qty=1 where id=1");
+    transaction.commit();
+  };
+  work();
+  const auto refuses = [&] {
+    for (const auto& write : {std::function<void()>(work),
+                              std::function<void()>([&] { db->execute("update goods set qty=7 where id=1"); })}) {
+      const DbError error = failureOf(write);
+      EXPECT_EQ(error.kind(), Kind::File);
+      EXPECT_TRUE(error.message().contains(QStringLiteral("没有保存"))) << error.what();
+      EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb"))) << "the program goes on";
+    }
+    EXPECT_EQ(number(*db, "select qty from goods where id=1"), 1) << "what was there can still be looked at";
+  };
+  ASSERT_TRUE(QFile::rename(name, path("elsewhere")));
+  refuses();
+  ASSERT_TRUE(QFile::copy(path("elsewhere"), name));
+  refuses();
+  ASSERT_TRUE(QFile::remove(name) && QFile::rename(path("elsewhere"), name));
+  work();
+}
+
 TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
   expectRefused(path("jxc_100002.mdb"), "不存在");
   EXPECT_FALSE(QFileInfo::exists(path("jxc_100002.mdb")));

@@ -21,9 +21,10 @@ class Failure(Exception):
 class Desk:
     """A display with a window manager, and the program on it in a fresh program directory."""
 
-    def __init__(self, program, prepare=None):
-        """`prepare` gets the program directory before the program starts on it."""
-        self.home = tempfile.mkdtemp(prefix="jxc-tour.")
+    def __init__(self, program, prepare=None, folder=None, **how):
+        """`prepare` gets the program directory, made in `folder`, before the program starts on it as `how` tells
+        (user, group)."""
+        self.home = tempfile.mkdtemp(prefix="jxc-tour.", dir=folder)
         if prepare:
             prepare(self.home)
         self.children = []
@@ -36,7 +37,7 @@ class Desk:
         self.env.pop("QT_QPA_PLATFORM", None)
         self.env.pop("WAYLAND_DISPLAY", None)
         self.spawn(["openbox", "--sm-disable"], env=self.env)
-        self.program = self.spawn([program, "--home", self.home], env=self.env)
+        self.program = self.spawn([program, "--home", self.home], env=self.env, **how)
 
     def spawn(self, words, **how):
         child = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,

@@ -24,6 +24,12 @@ TEST_F(ScreenTest, FailuresEndInOneHandlerAndTheScreenStays) {
     settle();
     EXPECT_EQ(ended, 1);
   });
+
+  // Before the first window there is nothing to go on in: any failure ends the start, with its reason.
+  ended = 0;
+  expectNotice(QStringLiteral("磁盘空间已满"));
+  ui::doOrEnd([] { throw DbError(DbError::Kind::Full, QStringLiteral("磁盘空间已满")); });
+  EXPECT_EQ(ended, 1);
   ui::processEnd() = before;
 }
 

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Kills two stations at random moments, one after the other, while they audit and cancel documents in one account set.
-After each kill `jxcctl prove` finds nothing wrong, beside the other station that goes on; after both every document is
-wholly audited or wholly waiting, nothing that was told as done is lost, and the file is whole. Half of the rounds work on receipts, whose books are checked past the
-program as well, the other half on documents of ten families.
+"""Kills two stations at random moments while they audit and cancel documents in one account set. After each kill
+`jxcctl prove` finds nothing wrong: after the first of a round beside the station that still works and has to go on with
+what the dead one left, after the second with nobody there. After each round, every document is wholly audited or wholly
+waiting, nothing that was told as done is lost, and the file is whole. Half of the rounds work on receipts, whose books
+are checked past the program as well, the other half on documents of ten families.
 
-Usage: kill_test.py JXCCTL TORTURE_AUDIT [ROUNDS [SEED]]      (16 rounds when not said; 500 by hand now and then)
+Usage: kill_test.py JXCCTL TORTURE_AUDIT [KILLS [SEED]]      (32 kills when not said; 1000 by hand now and then)
 """
 
 import pathlib
@@ -57,24 +58,24 @@ class Station:
 
 
 def prove(jxcctl, file):
-    """What is wrong in the books, as lines; none: they agree."""
+    """What `jxcctl prove` says is wrong; empty when the books agree."""
     proof = subprocess.run([jxcctl, "--db", file, "prove", "--wrong"], capture_output=True, text=True, encoding="utf-8")
     return [] if proof.returncode == 0 else [f"prove: {proof.stdout}{proof.stderr}"]
 
 
 def work_and_kill(programs, file, seed, moments):
-    """Returns the commands that were told as done, whether a journal was left behind, and what was found after each kill."""
+    """What the stations told as done, whether the last one left a journal, and what the proofs after their kills found."""
     jxcctl, driver = programs
     stations = [Station(driver, file, seed + station, station) for station in range(STATIONS)]
     for station in stations:
         station.started.wait(60)
     told, faults = [], []
-    for station in stations:
+    for number, station in enumerate(stations, 1):
         time.sleep(moments.uniform(0, LONGEST / STATIONS))
         told += station.kill()
-        journal = pathlib.Path(file + "-wal").exists()
-        faults += prove(jxcctl, file)
-    return told, journal, faults
+        left_behind = pathlib.Path(file + "-wal").exists()
+        faults += [f"after kill {number} of the round, {fault}" for fault in prove(jxcctl, file)]
+    return told, left_behind, faults
 
 
 class AllBooks:
@@ -110,11 +111,11 @@ def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
     expected = set()
     commands = in_the_middle = 0
     for turn in range(rounds):
-        told, journal, faults = work_and_kill(programs, file, seed + turn * STATIONS, moments)
+        told, left_behind, faults = work_and_kill(programs, file, seed + turn * STATIONS, moments)
         commands += len(told)
         for what, number in told:
             (expected.add if what == "A" else expected.discard)(number)
-        in_the_middle += journal
+        in_the_middle += left_behind
         books = open_books(file, documents)
         faults += books.faults()
         # One command a station may have been committed without having been told any more.
@@ -131,17 +132,18 @@ def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
 
 def main():
     programs = sys.argv[1:3]
-    rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 16
+    kills = int(sys.argv[3]) if len(sys.argv) > 3 else 32
+    rounds = kills // STATIONS // 2  # of each half
     seed = int(sys.argv[4]) if len(sys.argv) > 4 else random.randrange(1 << 30)
     print(f"seed {seed}")
     moments = random.Random(seed)
     for mode, documents, open_books in (("prepare", RECEIPTS, Books), ("prepare-all", DOCUMENTS, AllBooks)):
         with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
             file = str(pathlib.Path(folder, "jxc.mdb"))
-            commands, in_the_middle = torture(programs, file, mode, documents, open_books, rounds // 2, seed, moments)
-            print(f"{mode}: {rounds // 2} rounds of {STATIONS} kills, {commands} audits and cancels told as done, journal "
-                  f"left behind in {in_the_middle} rounds: every document wholly audited or wholly waiting, proof clean "
-                  f"after each kill")
+            commands, in_the_middle = torture(programs, file, mode, documents, open_books, rounds, seed, moments)
+            print(f"{mode}: {rounds * STATIONS} kills, {commands} audits and cancels told as done, journal left behind in "
+                  f"{in_the_middle} of {rounds} rounds: every document wholly audited or wholly waiting, proof clean "
+                  "after each kill", flush=True)
             if not commands:
                 return 1
     return 0

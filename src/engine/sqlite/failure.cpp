@@ -130,10 +130,16 @@ DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind ki
   return DbError(kind, subject + reason + fileNote(role.file, role.essential));
 }
 
+DbError cannotReach(const FileRole& role, const QString& reason, DbError::Kind kind) {
+  const QString subject = role.essential ? QStringLiteral("帐套打不开：") : QStringLiteral("数据库打不开：");
+  return DbError(kind, subject + reason + fileNote(role.file, false));
+}
+
 DbError cannotOpen(const FileRole& role, int code) {
   using namespace failure_detail;
   const Reason reason = fileReason(code);
-  if (!reason.text.isEmpty()) return cannotOpen(role, reason.text, reason.kind);
+  if (destroysFile(code)) return cannotOpen(role, reason.text, reason.kind);
+  if (!reason.text.isEmpty()) return cannotReach(role, reason.text, reason.kind);
   return cannotOpen(role, QStringLiteral("数据库不能读取（代码 %1）。").arg(code));
 }
 

@@ -11,7 +11,8 @@
 namespace jxc::sqlite {
 
 /// Which file a connection stands for. A failure to open an essential file, and a damaged one, name `jxc.mdb`: the
-/// application takes that for the end of the program. A full disk or a busy file in the middle of work never does.
+/// application takes that for the end of the program and calls the file unreadable. A sound file that cannot be reached
+/// now (a permission, a lock, a full disk) is never named: nobody shall play a backup over it.
 struct FileRole {
   QString file;  // as it was given; empty for a database in memory
   bool essential = true;
@@ -23,7 +24,9 @@ QString fileNote(const QString& file, bool essential);
 
 /// "帐套数据库（jxc.mdb）打不开：… 文件：…", or without that name for a file that is not essential.
 DbError cannotOpen(const FileRole& role, const QString& reason, DbError::Kind kind = DbError::Kind::File);
-/// The same for a result code of the first calls on a file.
+/// "帐套打不开：…": nothing is wrong with the file, but it cannot be reached or written now.
+DbError cannotReach(const FileRole& role, const QString& reason, DbError::Kind kind = DbError::Kind::File);
+/// One of the two, for a result code of the first calls on a file.
 DbError cannotOpen(const FileRole& role, int code);
 
 /// What the operating system says when a file cannot be made, written or renamed: a value of errno in words.

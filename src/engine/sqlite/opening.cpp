@@ -33,7 +33,7 @@ std::string pragma(sqlite3* connection, const FileRole& role, const std::string&
 void createFile(const FileRole& role) {
   QFile file(role.file);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly))
-    throw cannotOpen(role, QStringLiteral("文件不能建立，") + diskReason(errno));
+    throw cannotReach(role, QStringLiteral("文件不能建立，") + diskReason(errno));
 }
 
 /// Before the first connection of the process: SQLite need not count its memory, which takes a lock at every
@@ -127,7 +127,7 @@ ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& optio
   // Before anything is written: a file of another program is left as it was.
   if (!isNew) requireAccountSet(connection.get(), role);
   if (!options.readOnly && sqlite3_db_readonly(connection.get(), "main") != 0)
-    throw cannotOpen(role, QStringLiteral("没有写入权限。"));
+    throw cannotReach(role, QStringLiteral("没有写入权限，请检查文件和目录的权限。"));
   if (isNew) pragma(connection.get(), role, "pragma application_id=" + std::to_string(applicationId));
   if (!memory && !options.readOnly) pragma(connection.get(), role, "pragma journal_mode=wal");
   return connection;

@@ -209,6 +209,17 @@ void SqliteDatabase::requireLive(std::string_view text) const {
   throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
 }
 
+/// A file that was moved away, deleted or replaced while it is open would take with it whatever is written now.
+void SqliteDatabase::requireFileInPlace(std::string_view text) const {
+  if (role_.file.isEmpty()) return;
+  int moved = 0;
+  if (sqlite3_file_control(connection_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0)
+    return;
+  throw DbError(DbError::Kind::File,
+                QStringLiteral("帐套文件已被移走、删除或替换，数据没有保存。请先把原来的文件放回原处，再继续操作。"),
+                std::string(text));
+}
+
 /// Runs `read` on a select; once more when its plan turns out to belong to an older schema.
 template <class Read>
 auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values, Read read) {
@@ -271,7 +282,10 @@ std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> 
   const std::string_view text = sql.view();
   requireLive(text);
   // Inside a transaction nobody else can change the schema; before it began it was looked at.
-  if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
+  if (depth_ == 0 && !role_.file.isEmpty()) {
+    requireFileInPlace(text);
+    followSchema();
+  }
   Statement& statement = statementFor(text);
   requireValues(statement.plan, values, text);
   switch (statement.plan.kind) {
@@ -365,6 +379,7 @@ void SqliteDatabase::runOrThrow(const char* command) {
 void SqliteDatabase::begin() {
   const sqlite_database_detail::Level& level = sqlite_database_detail::levelAt(depth_);
   requireLive(level.open);
+  if (depth_ == 0 && !role_.reader) requireFileInPlace(level.open);
   // A command writes: taking the right to write at once means that it never fails half-way because another one does.
   // A reader asks for nothing but that what it reads is of one moment.
   runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);

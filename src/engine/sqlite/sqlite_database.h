@@ -91,6 +91,7 @@ class SqliteDatabase final : public Database, public Bulk {
   [[noreturn]] void fail(int code, std::string_view text);
   int widthBehind(std::string_view message) const;
   void requireLive(std::string_view text) const;
+  void requireFileInPlace(std::string_view text) const;
   void followSchema();
   std::int64_t schemaVersion();
   void forgetStatements();
