@@ -11,4 +11,23 @@ using WaitListener = std::function<void(int seconds)>;
 void setWaitListener(WaitListener listener);
 const WaitListener& waitListener();
 
+/// For engines: a call that may have to wait. The listener hears of its end however it ends.
+class Wait {
+ public:
+  Wait();
+  ~Wait();
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+  /// So many whole seconds have passed since it began. Told when it is another one than before.
+  void passed(int seconds);
+  void anotherSecond() { passed(told_ + 1); }
+  /// The innermost one of this thread, or null.
+  static Wait* current();
+
+ private:
+  Wait* outer_;
+  int told_ = 0;
+};
+
 }  // namespace jxc

@@ -3,6 +3,7 @@
 #include "core/startup.h"
 #include "ui/message_box_prompt.h"
 #include "ui/skin.h"
+#include "ui/waiting_notice.h"
 
 #include <QEvent>
 #include <QLibraryInfo>
@@ -69,6 +70,7 @@ void doOrEnd(const std::function<void()>& work) {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setUpLook(*this);
+  showWaits();
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

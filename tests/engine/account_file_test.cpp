@@ -1,5 +1,6 @@
 #include "engine/snapshot.h"
 #include "engine/transaction.h"
+#include "engine/waiting.h"
 #include "plan_book.h"
 
 #include <QDir>
@@ -189,6 +190,20 @@ TEST_F(AccountFile, StationsShareTheFile) {
   two->execute("update goods set qty=2");
   two->execute("update goods set qty=2");
   EXPECT_EQ(book->translations, before + 1);
+}
+
+TEST_F(AccountFile, AStationThatWaitsForAnotherTellsHowLong) {
+  const QString name = makeSet("jxc.mdb");
+  SqliteOptions patient;
+  patient.busyMilliseconds = 1500;
+  const auto one = test::openBook(book, name);
+  const auto two = test::openBook(book, name, patient);
+  std::vector<int> told;
+  setWaitListener([&](int seconds) { told.push_back(seconds); });
+  const Transaction posting(*one);
+  EXPECT_EQ(failureOf([&] { const Transaction other(*two); }).kind(), Kind::Busy);
+  setWaitListener({});
+  EXPECT_EQ(told, (std::vector{1, 0})) << "and that it is over, although it failed";
 }
 
 TEST_F(AccountFile, AListLoadsInTheBackground) {

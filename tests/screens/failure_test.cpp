@@ -1,8 +1,11 @@
 // Failures that no screen caught: told once, in one place, and fatal when they name the account file.
 #include "engine/error.h"
+#include "engine/waiting.h"
 #include "screens/harness/screen_test.h"
 #include "ui/application.h"
+#include "ui/waiting_notice.h"
 
+#include <QLabel>
 #include <QTimer>
 
 namespace jxc::test {
@@ -31,6 +34,26 @@ TEST_F(ScreenTest, FailuresEndInOneHandlerAndTheScreenStays) {
   ui::doOrEnd([] { throw DbError(DbError::Kind::Full, QStringLiteral("磁盘空间已满")); });
   EXPECT_EQ(ended, 1);
   ui::processEnd() = before;
+}
+
+TEST_F(ScreenTest, AWaitForAnotherStationIsSeenWhileTheCommandWaits) {
+  ui::showWaits();
+  open("F_Rjbz", [](ui::Screen& s) {
+    const auto notice = [&s] { return s.findChild<QLabel*>(QStringLiteral("waitingNotice")); };
+    {
+      Wait wait;
+      wait.passed(0);
+      EXPECT_EQ(notice(), nullptr);
+      wait.passed(1);
+      wait.passed(3);
+      ASSERT_NE(notice(), nullptr);
+      EXPECT_TRUE(notice()->isVisible());
+      EXPECT_TRUE(s.rect().contains(notice()->geometry()));
+      EXPECT_TRUE(notice()->text().contains(u"3 秒"));
+    }
+    EXPECT_EQ(notice(), nullptr) << "it goes with the end of the wait";
+  });
+  setWaitListener({});
 }
 
 }  // namespace jxc::test

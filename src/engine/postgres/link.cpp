@@ -2,7 +2,6 @@
 
 #include "engine/postgres/failure.h"
 #include "engine/postgres/functions.h"
-#include "engine/waiting.h"
 
 #include <QString>
 
@@ -109,7 +108,7 @@ void Link::run(const std::string& name, std::span<const char* const> values) {
 }
 
 // Sending and reading at the same time: a server that waits until its results are read takes no more commands.
-void Link::wait(int& waited) {
+void Link::wait(Wait& waited) {
   for (;;) {
     const int unsent = PQflush(connection_.get());
     if (unsent < 0) throw LinkLost{};
@@ -119,8 +118,7 @@ void Link::wait(int& waited) {
     const int ready = ::poll(&socket, 1, link_detail::second);
     if (ready < 0 && errno != EINTR) throw LinkLost{};
     if (ready == 0) {
-      ++waited;
-      if (waitListener()) waitListener()(waited);
+      waited.anotherSecond();
     } else if (ready > 0 && (socket.revents & (POLLIN | POLLERR | POLLHUP)) != 0 &&
                PQconsumeInput(connection_.get()) == 0) {
       throw LinkLost{};
@@ -129,7 +127,7 @@ void Link::wait(int& waited) {
   }
 }
 
-PGresult* Link::next(int& waited) {
+PGresult* Link::next(Wait& waited) {
   wait(waited);
   return PQgetResult(connection_.get());
 }
@@ -137,7 +135,7 @@ PGresult* Link::next(int& waited) {
 std::vector<ResultHandle> Link::exchange() {
   std::vector<ResultHandle> results;
   results.reserve(pending_);
-  int waited = 0;
+  Wait waited;
   if (PQpipelineSync(connection_.get()) != 1) throw LinkLost{};
   const std::size_t expected = std::exchange(pending_, 0);
   while (results.size() < expected) {
@@ -155,7 +153,6 @@ std::vector<ResultHandle> Link::exchange() {
     if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC) break;
     if (PQstatus(connection_.get()) != CONNECTION_OK) throw LinkLost{};
   }
-  if (waited > 0 && waitListener()) waitListener()(0);
   return results;
 }
 

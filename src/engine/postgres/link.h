@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/postgres/native.h"
+#include "engine/waiting.h"
 
 #include <cstddef>
 #include <mutex>
@@ -48,8 +49,8 @@ class Link {
   void setUp(Access access);
   ResultHandle alone(const char* sql);
   void count(int sent);
-  PGresult* next(int& waited);
-  void wait(int& waited);
+  PGresult* next(Wait& waited);
+  void wait(Wait& waited);
 
   ConnectionHandle connection_;
   CancelHandle cancel_;

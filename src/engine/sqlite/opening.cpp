@@ -1,5 +1,6 @@
 #include "engine/sqlite/functions.h"
 #include "engine/sqlite/sqlite_database.h"
+#include "engine/waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -68,6 +69,7 @@ constexpr int longestPause = 8;
 int waitForStation(void* patience, int pausesSoFar) {
   constexpr int meanPause = (shortestPause + longestPause) / 2;
   if (pausesSoFar * meanPause >= static_cast<int>(reinterpret_cast<std::intptr_t>(patience))) return 0;
+  if (Wait* const wait = Wait::current()) wait->passed(pausesSoFar * meanPause / 1000);
   std::uint32_t random = 0;
   sqlite3_randomness(sizeof random, &random);
   sqlite3_sleep(shortestPause + static_cast<int>(random % (longestPause - shortestPause + 1)));

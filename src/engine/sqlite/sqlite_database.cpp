@@ -3,6 +3,7 @@
 #include "engine/sheet_export.h"
 #include "engine/sqlite/functions.h"
 #include "engine/transaction.h"
+#include "engine/waiting.h"
 
 #include <algorithm>
 #include <array>
@@ -382,7 +383,10 @@ void SqliteDatabase::begin() {
   if (depth_ == 0 && !role_.reader) requireFileInPlace(level.open);
   // A command writes: taking the right to write at once means that it never fails half-way because another one does.
   // A reader asks for nothing but that what it reads is of one moment.
-  runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);
+  {
+    const Wait forTheOther;
+    runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);
+  }
   ++depth_;
   if (depth_ > 1 || role_.file.isEmpty()) return;
   try {
