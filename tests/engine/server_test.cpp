@@ -76,6 +76,28 @@ TEST_F(ServerTest, ALevelOfItsOwnMayFail) {
   EXPECT_EQ(rows(), 1);
 }
 
+TEST_F(ServerTest, AnInnerLevelThatFailsBehindItsEndTakesTheWholeCommandWithIt) {
+  EXPECT_THROW(
+      {
+        Transaction outer(*db);
+        add("1");
+        {
+          Transaction inner(*db);
+          add("2");
+          post("update till set n=1/(n-1)");
+          inner.commit();
+        }
+        {
+          Transaction next(*db);
+          add("3");
+        }
+        outer.commit();
+      },
+      DbError)
+      << "the second row was told as done";
+  EXPECT_EQ(rows(), 0);
+}
+
 TEST_F(ServerTest, OneStationWritesAtATimeAndTheOtherIsToldThatItWaits) {
   int told = -1;
   auto first = std::make_optional<Transaction>(*db);

@@ -5,12 +5,9 @@
 #include "engine/sheet_export.h"
 #include "engine/transaction.h"
 
-#include <array>
 #include <charconv>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 
 namespace jxc::postgres {
 namespace postgres_database_detail {
@@ -19,18 +16,10 @@ using Kind = DbError::Kind;
 
 constexpr std::size_t statementLimit = 2000;
 constexpr std::size_t commandsAtOnce = 256;  // on their way before results are read
-constexpr int deepest = 16;
 
 // Types of the server whose texts are numbers.
 constexpr Oid boolType = 16, int8Type = 20, int2Type = 21, int4Type = 23, float4Type = 700, float8Type = 701,
               numericType = 1700;
-
-constexpr const char* writersLock = "select pg_advisory_xact_lock(19770113,1)";
-constexpr const char* transactionNumber = "select pg_current_xact_id()::text";
-
-std::string savepoint(const char* verb, int level) {
-  return std::string(verb) + " l" + std::to_string(level);
-}
 
 double doubleOf(const char* text, int length) {
   double number = 0;
@@ -69,10 +58,6 @@ bool isGood(const PGresult* result) {
   return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
 }
 
-/// A server that restarts is back within seconds.
-constexpr auto patience = std::chrono::seconds(15);
-constexpr auto pause = std::chrono::milliseconds(300);
-
 }  // namespace postgres_database_detail
 
 PostgresDatabase::PostgresDatabase(std::string address, const PostgresOptions& options)
@@ -83,55 +68,6 @@ PostgresDatabase::PostgresDatabase(std::string address, const PostgresOptions& o
 }
 
 PostgresDatabase::~PostgresDatabase() = default;
-
-// ---- the connection ----
-
-void PostgresDatabase::connect() {
-  const Link::Access access = options_.readOnly ? Link::Access::Read
-                              : options_.create ? Link::Access::Create
-                                                : Link::Access::Write;
-  link_ = std::make_unique<Link>(address_, access);
-  for (auto& [text, statement] : statements_)
-    for (Step& step : statement->steps)
-      step.prepared = false;
-  catalogue_.forget();
-  sent_.clear();
-  deallocate_ = false;
-}
-
-/// The connection, made again when it broke while nobody was in the middle of something.
-Link& PostgresDatabase::link() {
-  using namespace postgres_database_detail;
-  if (opened_ > 0 || (link_ && (!sent_.empty() || !link_->isClosed()))) return *link_;
-  const auto end = std::chrono::steady_clock::now() + patience;
-  for (;;) {
-    try {
-      link_.reset();
-      connect();
-      return *link_;
-    } catch (const ConnectionLost&) {
-      if (std::chrono::steady_clock::now() > end) throw;
-      std::this_thread::sleep_for(pause);
-    }
-  }
-}
-
-void PostgresDatabase::loseLink(std::string_view text) {
-  link_.reset();
-  sent_.clear();
-  if (opened_ > 0) lost_ = true;
-  opened_ = 0;
-  throw lostUnsaved(text);
-}
-
-void PostgresDatabase::interrupt() {
-  if (link_) link_->cancel();
-}
-
-std::unique_ptr<Database> PostgresDatabase::openReader() const {
-  if (options_.trial) return nullptr;
-  return std::make_unique<PostgresDatabase>(address_, PostgresOptions{.readOnly = true});
-}
 
 // ---- statements by their text ----
 
@@ -197,12 +133,6 @@ auto PostgresDatabase::withFreshStatement(std::string_view text, Run run) {
 
 // ---- sending ----
 
-void PostgresDatabase::requireLive(std::string_view text) const {
-  if (lost_) throw lostUnsaved(text);
-  if (spoiled_)
-    throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
-}
-
 void PostgresDatabase::control(const char* sql, Sent::What what) {
   Link& to = link();
   try {
@@ -211,25 +141,6 @@ void PostgresDatabase::control(const char* sql, Sent::What what) {
     loseLink(sql);
   }
   sent_.push_back({what, nullptr, sql});
-}
-
-/// Levels that the caller opened and nobody has told the server of.
-void PostgresDatabase::openLevels() {
-  using namespace postgres_database_detail;
-  if (opened_ == level()) return;
-  link();
-  for (; opened_ < level(); ++opened_) {
-    if (opened_ > 0) {
-      control(savepoint("savepoint", opened_).c_str());
-      continue;
-    }
-    // A reader asks for nothing but that what it reads is of one moment.
-    control(options_.readOnly ? "begin isolation level repeatable read read only" : "begin");
-    if (options_.trial || options_.readOnly) continue;
-    control(writersLock);
-    transaction_.clear();
-    control(transactionNumber, Sent::What::Transaction);
-  }
 }
 
 void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
@@ -271,7 +182,10 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   for (std::size_t i = 0; i < results.size(); ++i) {
     PGresult* result = results[i].get();
     if (isGood(result)) {
-      if (sent[i].what == Sent::What::Transaction) transaction_ = PQgetvalue(result, 0, 0);
+      if (sent[i].what == Sent::What::Transaction) {
+        transaction_ = PQgetvalue(result, 0, 0);
+        serverLife_ = PQgetvalue(result, 0, 1);
+      }
       if (sent[i].what == Sent::What::Posted) changedBy(result);
       if (sent[i].what == Sent::What::Wanted) wanted.push_back(std::move(results[i]));
       continue;
@@ -480,100 +394,6 @@ std::int64_t PostgresDatabase::exportSheet(Statement& statement, std::span<const
                                               : values[static_cast<std::size_t>(plan.fileParameter)].text();
   exporter(rows, QString::fromStdString(plan.sheet), file);
   return rows.rowCount();
-}
-
-// ---- transactions ----
-
-void PostgresDatabase::begin() {
-  requireLive("begin");
-  if (depth_ >= postgres_database_detail::deepest)
-    throw DbError(DbError::Kind::Other, QStringLiteral("事务嵌套过深。"));
-  ++depth_;
-}
-
-void PostgresDatabase::commit() {
-  using namespace postgres_database_detail;
-  if (depth_ == 0) throw DbError(DbError::Kind::Other, QStringLiteral("没有可以提交的事务。"));
-  try {
-    requireLive("commit");
-    if (opened_ == level()) {
-      if (opened_ > 1) {
-        // Its end travels with whatever comes next, and so does a failure of what was posted inside.
-        control(savepoint("release", opened_ - 1).c_str());
-        --opened_;
-      } else {
-        if (!sent_.empty()) exchange();
-        control("commit");
-        try {
-          exchange();
-        } catch (const ConnectionLost&) {
-          if (!settle()) throw;
-        }
-        opened_ = 0;
-      }
-    }
-  } catch (...) {
-    rollback();
-    throw;
-  }
-  if (--depth_ == 0) defined_ = lost_ = false;
-}
-
-/// After a connection that broke at the end of a transaction: whether the server kept it.
-bool PostgresDatabase::settle() {
-  using namespace postgres_database_detail;
-  const std::string number = transaction_;
-  lost_ = false;
-  const auto end = std::chrono::steady_clock::now() + patience;
-  try {
-    for (;;) {
-      const RowSet answer = ask("select pg_xact_status($1::xid8)", {number});
-      const std::string_view status = answer.utf8(0, 0);
-      if (status == "committed") return true;
-      if (status == "aborted") return false;
-      if (std::chrono::steady_clock::now() > end) break;
-      std::this_thread::sleep_for(pause);
-    }
-  } catch (const DbError&) {
-    // Not to be found out now.
-  }
-  throw lostUnknown("commit");
-}
-
-void PostgresDatabase::rollback() {
-  if (depth_ == 0) return;
-  const int back = level() - 1;  // the level that ends
-  --depth_;
-  try {
-    if (!lost_ && opened_ > back) {
-      if (!sent_.empty()) {
-        try {
-          exchange();
-        } catch (const DbError&) {
-          // It is taken back anyway.
-        }
-      }
-      if (!lost_) {
-        if (back == 0) {
-          control("rollback");
-        } else {
-          control(postgres_database_detail::savepoint("rollback to", back).c_str());
-          control(postgres_database_detail::savepoint("release", back).c_str());
-        }
-        opened_ = back;
-        spoiled_ = false;
-        exchange();
-      }
-    }
-  } catch (const DbError&) {
-    // The server takes back what has no end by itself.
-  }
-  if (defined_) {
-    // Tables that were made or changed inside are as they were before.
-    forgetStatements();
-    catalogue_.forgetSome();
-  }
-  if (depth_ == 0) lost_ = defined_ = spoiled_ = false;
 }
 
 }  // namespace jxc::postgres

@@ -112,8 +112,10 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   Arguments arguments_;
   std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;
   std::vector<Sent> sent_;
-  std::string transaction_;  // the server's number of the open transaction, by which its end is found out
-  std::string lastState_;    // of the last failure
+  std::string transaction_;              // the server's number of the open transaction, by which its end is found out
+  std::string serverLife_;               // and the life of the server in which that number is its own
+  std::vector<std::string> savepoints_;  // of the inner levels that the server knows
+  std::string lastState_;                // of the last failure
   std::uint64_t nextName_ = 0;
   std::int64_t lastCounter_ = 0;
   int depth_ = 0;         // levels that the caller opened

@@ -1,0 +1,204 @@
+#include "engine/postgres/failure.h"
+#include "engine/postgres/postgres_database.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace jxc::postgres {
+namespace postgres_connection_detail {
+
+constexpr int deepest = 16;
+
+constexpr const char* writersLock = "select pg_advisory_xact_lock(19770113,1)";
+
+// A server that crashed gives the numbers of transactions that it lost once more. So a number is good only as long as
+// the server lives: it starts anew, or begins its statistics anew after one of its processes died.
+#define JXC_SERVER_LIFE "concat(pg_postmaster_start_time(),' ',pg_stat_get_bgwriter_stat_reset_time())"
+constexpr const char* transactionNumber = "select pg_current_xact_id()::text," JXC_SERVER_LIFE;
+constexpr const char* transactionEnd =
+    "select case when " JXC_SERVER_LIFE "=$2 then pg_xact_status($1::xid8) else 'unknown' end";
+#undef JXC_SERVER_LIFE
+
+/// A server that restarts is back within seconds.
+constexpr auto patience = std::chrono::seconds(15);
+constexpr auto pause = std::chrono::milliseconds(300);
+
+}  // namespace postgres_connection_detail
+
+// ---- the connection ----
+
+void PostgresDatabase::connect() {
+  const Link::Access access = options_.readOnly ? Link::Access::Read
+                              : options_.create ? Link::Access::Create
+                                                : Link::Access::Write;
+  link_ = std::make_unique<Link>(address_, access);
+  for (auto& [text, statement] : statements_)
+    for (Step& step : statement->steps)
+      step.prepared = false;
+  catalogue_.forget();
+  sent_.clear();
+  deallocate_ = false;
+}
+
+/// The connection, made again when it broke while nobody was in the middle of something.
+Link& PostgresDatabase::link() {
+  using namespace postgres_connection_detail;
+  if (opened_ > 0 || (link_ && (!sent_.empty() || !link_->isClosed()))) return *link_;
+  const auto end = std::chrono::steady_clock::now() + patience;
+  for (;;) {
+    try {
+      link_.reset();
+      connect();
+      return *link_;
+    } catch (const ConnectionLost&) {
+      if (std::chrono::steady_clock::now() > end) throw;
+      std::this_thread::sleep_for(pause);
+    }
+  }
+}
+
+void PostgresDatabase::loseLink(std::string_view text) {
+  link_.reset();
+  sent_.clear();
+  savepoints_.clear();
+  if (opened_ > 0) lost_ = true;
+  opened_ = 0;
+  throw lostUnsaved(text);
+}
+
+void PostgresDatabase::interrupt() {
+  if (link_) link_->cancel();
+}
+
+std::unique_ptr<Database> PostgresDatabase::openReader() const {
+  if (options_.trial) return nullptr;
+  return std::make_unique<PostgresDatabase>(address_, PostgresOptions{.readOnly = true});
+}
+
+// ---- transactions ----
+
+void PostgresDatabase::requireLive(std::string_view text) const {
+  if (lost_) throw lostUnsaved(text);
+  if (spoiled_)
+    throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
+}
+
+/// Levels that the caller opened and nobody has told the server of.
+void PostgresDatabase::openLevels() {
+  using namespace postgres_connection_detail;
+  if (opened_ == level()) return;
+  link();
+  for (; opened_ < level(); ++opened_) {
+    if (opened_ > 0) {
+      // Named once only: a name that stood for an earlier level would take back that one, when its end never came.
+      savepoints_.push_back("l" + std::to_string(++nextName_));
+      control(("savepoint " + savepoints_.back()).c_str());
+      continue;
+    }
+    // A reader asks for nothing but that what it reads is of one moment.
+    control(options_.readOnly ? "begin isolation level repeatable read read only" : "begin");
+    if (options_.trial || options_.readOnly) continue;
+    control(writersLock);
+    transaction_.clear();
+    control(transactionNumber, Sent::What::Transaction);
+  }
+}
+
+void PostgresDatabase::begin() {
+  requireLive("begin");
+  if (depth_ >= postgres_connection_detail::deepest)
+    throw DbError(DbError::Kind::Other, QStringLiteral("事务嵌套过深。"));
+  ++depth_;
+}
+
+void PostgresDatabase::commit() {
+  using namespace postgres_connection_detail;
+  if (depth_ == 0) throw DbError(DbError::Kind::Other, QStringLiteral("没有可以提交的事务。"));
+  try {
+    requireLive("commit");
+    if (opened_ == level()) {
+      if (opened_ > 1) {
+        // Its end travels with whatever comes next, and so does a failure of what was posted inside.
+        control(("release " + std::exchange(savepoints_.back(), {})).c_str());
+        savepoints_.pop_back();
+        --opened_;
+      } else {
+        if (!sent_.empty()) exchange();
+        control("commit");
+        try {
+          exchange();
+        } catch (const ConnectionLost&) {
+          if (!settle()) throw;
+        }
+        opened_ = 0;
+      }
+    }
+  } catch (...) {
+    rollback();
+    throw;
+  }
+  if (--depth_ == 0) defined_ = lost_ = false;
+}
+
+/// After a connection that broke at the end of a transaction: whether the server kept it.
+bool PostgresDatabase::settle() {
+  using namespace postgres_connection_detail;
+  const std::vector<std::string> number = {transaction_, serverLife_};
+  lost_ = false;
+  const auto end = std::chrono::steady_clock::now() + patience;
+  try {
+    for (;;) {
+      const RowSet answer = ask(transactionEnd, number);
+      const std::string_view status = answer.utf8(0, 0);
+      if (status == "committed") return true;
+      if (status == "aborted") return false;
+      if (status == "unknown") break;
+      if (std::chrono::steady_clock::now() > end) break;
+      std::this_thread::sleep_for(pause);
+    }
+  } catch (const DbError&) {
+    // Not to be found out now.
+  }
+  throw lostUnknown("commit");
+}
+
+void PostgresDatabase::rollback() {
+  if (depth_ == 0) return;
+  const int back = level() - 1;  // the level that ends
+  --depth_;
+  try {
+    if (!lost_ && opened_ > back) {
+      if (!sent_.empty()) {
+        try {
+          exchange();
+        } catch (const DbError&) {
+          // It is taken back anyway.
+        }
+      }
+      if (!lost_) {
+        if (back == 0) {
+          control("rollback");
+        } else {
+          const std::string name = std::exchange(savepoints_.back(), {});
+          savepoints_.pop_back();
+          control(("rollback to " + name).c_str());
+          control(("release " + name).c_str());
+        }
+        opened_ = back;
+        spoiled_ = false;
+        exchange();
+      }
+    }
+  } catch (const DbError&) {
+    // The server takes back what has no end by itself.
+  }
+  if (defined_) {
+    // Tables that were made or changed inside are as they were before.
+    forgetStatements();
+    catalogue_.forgetSome();
+  }
+  if (depth_ == 0) lost_ = defined_ = spoiled_ = false;
+}
+
+}  // namespace jxc::postgres
