@@ -282,6 +282,7 @@ Value SqliteDatabase::lookup(const SqlText& sql, std::span<const Value> values) 
 std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> values) {
   const std::string_view text = sql.view();
   requireLive(text);
+  const Wait forTheOther;
   // Inside a transaction nobody else can change the schema; before it began it was looked at.
   if (depth_ == 0 && !role_.file.isEmpty()) {
     requireFileInPlace(text);
