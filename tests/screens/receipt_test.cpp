@@ -1,6 +1,6 @@
 // The purchase receipt through its screens: an operator's stories, and what they leave in the books.
 #include "harness/invariants.h"
-#include "screens/harness/screen_test.h"
+#include "screens/harness/trading_test.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
 
@@ -13,55 +13,23 @@
 namespace jxc::test {
 namespace receipt_screen_test {
 
-constexpr const char* kSaveWaiting =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的采购单，可以在“待审核采\r\n\r\n购单”"
-    "面板中，进行修改及审核操作！";
-constexpr const char* kSaveAudited =
-    "单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“进退货查询”功能中取消审核！";
-
-class ReceiptScreenTest : public ScreenTest {
+class ReceiptScreenTest : public TradingScreenTest {
  protected:
   ReceiptScreenTest() {
-    setParameter("cs_xjyh", 1);
-    setParameter("cs_possk", 1);
     addGoods(u"10000001", u"板材镜架", u"6900000000017", 40, 3);
     addGoods(u"10000002", u"钛架", u"6900000000024", 120, 9);
     addGoods(u"10000003", u"镜布", u"6900000000031", 2.5, 1);
   }
 
   void addGoods(QStringView sn, QStringView name, QStringView barcode, double price, int bought) {
-    insertRow("jxc_goods", {{"g_sn", sn},
-                            {"g_name", name},
-                            {"g_jm", u"JJ"},
-                            {"g_sptm", barcode},
-                            {"g_jj", price},
-                            {"g_scjj", price},
-                            {"g_pjjj", price},
-                            {"g_kc", 0.0},
-                            {"g_cgpl", bought},
-                            {"g_xspl", 0},
-                            {"g_jy", 0},
-                            {"g_gdcbj", 0},
-                            {"dw_name", u"付"},
-                            {"gg_name", u""},
-                            {"color_name", u""},
-                            {"gc_sn", u"1001"},
-                            {"g_sj", price * 2.5}});
+    TradingScreenTest::addGoods({.sn = sn.toString(),
+                                 .name = name.toString(),
+                                 .barcode = barcode.toString(),
+                                 .cost = price,
+                                 .price = price * 2.5,
+                                 .bought = bought});
   }
 
-  /// Rows of a statement, cells by a blank, rows by " | ".
-  template <class... Args>
-  static QString rows(const SqlText& sql, const Args&... args) {
-    const RowSet all = openSelect(sql, args...);
-    QStringList lines;
-    for (int row = 0; row < all.rowCount(); ++row) {
-      QStringList cells;
-      for (int column = 0; column < all.columnCount(); ++column)
-        cells << all.text(row, column);
-      lines << cells.join(u' ');
-    }
-    return lines.join(u" | "_qs);
-  }
   static QString shown(ui::Screen& s, std::string_view field) { return s.field(field).text(); }
   static QString lines(ui::Screen& s, std::string_view grid = "gridLines") {
     QStringList texts;
@@ -70,18 +38,10 @@ class ReceiptScreenTest : public ScreenTest {
                    row.text("jh_zje");
     return texts.join(u' ');
   }
-  static void scan(ui::Screen& s, QStringView code) {
-    typeIn(*s.focusWidget(), code);
-    press(s, "Return");
-  }
-  static void showWaiting(ui::Screen& s) {
-    s.findChild<QTabWidget*>()->setCurrentIndex(1);
-    settle();
-  }
   /// A receipt of one scanned goods, saved from the screen.
   void receiveOne(ui::Screen& s, QStringView barcode) {
     scan(s, barcode);
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     press(s, "F5");
   }
 };
@@ -133,7 +93,7 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
     choose(s, "comJsfs", QStringLiteral("余款记入应付帐"));
     type(s, "tsfje", u"200");
     type(s, "tnote", u"五月第一批");
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     press(s, "F5");
     EXPECT_EQ(shown(s, "jsn"), "CJ21050310002");  // ready for the next one
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
@@ -187,7 +147,7 @@ TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
     scan(s, u"6900000000017");  // the focus stood in the note: the code goes where it belongs
     EXPECT_TRUE(s.field("tnote").isEmpty());
     edit(s, "gridLines", 0, "jh_sl", u"10");
-    expectQuestion(QString::fromUtf8(kSaveAudited), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceiptAudited), Answer::Yes);
     press(s, "F5");
     EXPECT_EQ(rows("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist"), "10 40 400");
 
@@ -199,7 +159,7 @@ TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
     edit(s, "gridLines", 0, "jh_sl", u"30");
     edit(s, "gridLines", 0, "jh_dj", u"20");
     EXPECT_EQ(s.field("tsfje").number(), 600);
-    expectQuestion(QString::fromUtf8(kSaveAudited), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceiptAudited), Answer::Yes);
     press(s, "F5");
     showWaiting(s);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
@@ -251,7 +211,7 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     expectNotice(u"请选择仓库！"_qs);
     press(s, "F5");
     choose(s, "comCk", u"主仓库"_qs);
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::No);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::No);
     press(s, "F5");
     EXPECT_EQ(lines(s), "2×1@120=120");
 
@@ -280,13 +240,13 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     scan(s, u"6900000000024");
     // A second press on its way while the first one asks saves nothing twice, and refuses nothing.
     QApplication::postEvent(s.focusWidget(), new QKeyEvent(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier));
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     click(s, "btnOK");
     EXPECT_TRUE(s.command("btnOK").isEnabled());
 
     scan(s, u"6900000000024");
     expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::Yes);
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     press(s, "Esc");
     EXPECT_FALSE(s.isVisible());
   });
@@ -309,7 +269,7 @@ TEST_F(ReceiptScreenTest, LinesComeBackAfterACrash) {
     EXPECT_EQ(shown(s, "dateCg"), "2021-04-30");
     EXPECT_EQ(lines(s), "2×1@120=120 3×1@2.5=2.5");
     EXPECT_EQ(s.field("tyfje").number(), 122.5);
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     press(s, "F5");
     EXPECT_EQ(shown(s, "jsn").left(8), "CJ210503");
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
@@ -367,7 +327,7 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
     type(s, "tsn2", u"GH1");
     check(s, "chkYf", true);
     check(s, "chkZj", true);
-    expectQuestion(QString::fromUtf8(kSaveWaiting), Answer::Yes);
+    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
     press(s, "F5");
   });
   EXPECT_EQ(rows("select j_yfje,j_sfje,j_jsfs,j_fpno,j_fpje,j_sn2,j_yf,j_yffs,j_crk,j_qk from jxc_jhd"),

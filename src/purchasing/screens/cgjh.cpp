@@ -78,30 +78,15 @@ constexpr ui::GridSpec kGrids[] = {
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的采购单"},
     {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
 };
-constexpr ui::CommandSpec kCommands[] = {
+constexpr auto kCommands = trading_parts::documentCommands({
     {"btnPanel", "条码选项"},
     {"btnAddOld", "老商品添加", "F2"},
     {"btnAddNew", "新商品添加", "F9"},
-    {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
-    {"btnModi", "修改", "F3"},
-    {"btnDel", "删除", "Ctrl+D"},
-    {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
     {"btnHt", "添加合同"},
-    {"btnPrin", "打印", "Ctrl+P"},
-    {"btnOK", "保存", "F5"},
-    {"btnSearch", "查询", "F2"},
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实付金额、结算方式"},
-    {"btn_Check", "全部审核", "F7"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
-    {"btn_Dele", "删除单据", "Ctrl+Del"},
-    {"btn_Prin", "打印单据", "Ctrl+P"},
     {"btn_Export", "导出单据"},
-    {"btnAdd", "新增商品", "Ctrl+N"},
-    {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
-    {"btnTab2Modi", "修改商品", "F3"},
-    {"btnDele", "删除商品", "Ctrl+D"},
-    {"btnCancel", "退出", "Esc"},
-};
+});
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};

@@ -68,28 +68,13 @@ constexpr ui::GridSpec kGrids[] = {
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的退货单"},
     {"gridWaitingLines", "单据商品", kLines, "选择上面的单据，这里显示它的商品"},
 };
-constexpr ui::CommandSpec kCommands[] = {
+constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddOld", "添加商品", "F2"},
     {"btnZdth", "整单退货", "F7"},
-    {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
-    {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
-    {"btnModi", "修改", "F3"},
-    {"btnDel", "删除", "Ctrl+D"},
-    {"btnPrin", "打印", "Ctrl+P"},
-    {"btnOK", "保存", "F5"},
-    {"btnSearch", "查询", "F2"},
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实退金额"},
-    {"btn_Check", "全部审核", "F7"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
-    {"btn_Dele", "删除单据", "Ctrl+Del"},
     {"btn_ChaKan", "查看单据", "F8"},
-    {"btn_Prin", "打印单据", "Ctrl+P"},
-    {"btnAdd", "新增商品", "Ctrl+N"},
-    {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
-    {"btnTab2Modi", "修改商品", "F3"},
-    {"btnDele", "删除商品", "Ctrl+D"},
-    {"btnCancel", "退出", "Esc"},
-};
+});
 
 constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser"};
 constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje", "tnote"};

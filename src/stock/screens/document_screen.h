@@ -150,6 +150,7 @@ class DocumentScreen : public ui::Screen {
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
   void addScanOptions();
+  void bindPanels();
   void bindDraft();
   void bindWaiting();
   void bindCommand(std::string_view command, void (DocumentScreen::*action)());

@@ -3,7 +3,9 @@
 
 #include "ui/specs.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace jxc::trading_parts {
 
@@ -28,6 +30,33 @@ inline constexpr ui::CommandSpec pickCommands[] = {
     {"btnModi", "修改", "F3"},   {"btnDel", "删除", "Ctrl+D"},
     {"btnOK", "确定", "F5"},     {"btnCancel", "取消", "Esc"},
 };
+
+/// Commands of every document screen, on both its panels.
+inline constexpr ui::CommandSpec commonCommands[] = {
+    {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
+    {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
+    {"btnModi", "修改", "F3"},
+    {"btnDel", "删除", "Ctrl+D"},
+    {"btnPrin", "打印", "Ctrl+P"},
+    {"btnOK", "保存", "F5"},
+    {"btnSearch", "查询", "F2"},
+    {"btn_Check", "全部审核", "F7"},
+    {"btn_Dele", "删除单据", "Ctrl+Del"},
+    {"btn_Prin", "打印单据", "Ctrl+P"},
+    {"btnAdd", "新增商品", "Ctrl+N"},
+    {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
+    {"btnTab2Modi", "修改商品", "F3"},
+    {"btnDele", "删除商品", "Ctrl+D"},
+    {"btnCancel", "退出", "Esc"},
+};
+/// The commands that only this document has, or words in its own way, and the common ones.
+template <std::size_t N>
+constexpr std::array<ui::CommandSpec, N + std::size(commonCommands)> documentCommands(const ui::CommandSpec (&own)[N]) {
+  std::array<ui::CommandSpec, N + std::size(commonCommands)> all{};
+  std::copy(std::begin(commonCommands), std::end(commonCommands), std::copy(own, own + N, all.begin()));
+  return all;
+}
+
 /// Inputs of the audit dialog; the two sides of the business call them differently.
 struct AuditLabels {
   std::string_view date, partner, warehouse, due;

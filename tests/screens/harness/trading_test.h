@@ -34,6 +34,7 @@ class TradingScreenTest : public ScreenTest {
     QString sn, name, barcode;
     double cost = 10, price = 20, stock = 0;
     QString product = {}, sphere = {}, cylinder = {};  // of a lens
+    int bought = 0;                                    // times
   };
   static void addGoods(const Goods& g) {
     insertRow("jxc_goods", {{"g_sn", g.sn},
@@ -44,7 +45,7 @@ class TradingScreenTest : public ScreenTest {
                             {"g_scjj", g.cost},
                             {"g_pjjj", g.cost},
                             {"g_kc", g.stock},
-                            {"g_cgpl", 0},
+                            {"g_cgpl", g.bought},
                             {"g_xspl", 0},
                             {"g_jy", 0},
                             {"g_gdcbj", 0},

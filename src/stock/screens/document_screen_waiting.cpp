@@ -1,0 +1,146 @@
+// The second panel of a document screen: documents that wait for audit, their lines, and what is done with them.
+#include "core/rights.h"
+#include "core/session.h"
+#include "core/text.h"
+#include "stock/screens/audit_screen.h"
+#include "stock/screens/document_screen.h"
+#include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/lens_sheet_screen.h"
+#include "ui/application.h"
+
+namespace jxc {
+
+void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
+  panel.row(description_.searchRow)
+      .grid("gridWaiting", 3)
+      .buttons(description_.waitingButtons)
+      .grid("gridWaitingLines", 2)
+      .buttons(description_.lineButtons);
+}
+
+void DocumentScreen::bindWaiting() {
+  field("tkey").onEnter([this] {
+    refreshWaiting();
+    return true;
+  });
+  field("comSort").onChanged([this] { refreshWaiting(); });
+  on(command("btnSearch"), [this] { refreshWaiting(); });
+  gridWaiting.onCurrentChanged([this] { reloadWaitingLines(); });
+  gridWaiting.onActivated([this] { auditCurrent(); });
+  gridWaiting.addMenuCommand(QStringLiteral("审核当前单据"), [this] { auditCurrent(); });
+  gridWaitingLines.onChanged([this](const Row& row, std::string_view column, const QString& text) {
+    cellChanged(row, column, text, Lines::Waiting);
+  });
+  gridWaitingLines.onActivated([this] { modifyWaitingLine(); });
+  bindCommand(description_.auditCommand, &DocumentScreen::auditCurrent);
+  bindCommand("btn_Check", &DocumentScreen::auditList);
+  bindCommand("btn_Dele", &DocumentScreen::deleteWaiting);
+  bindCommand("btn_Date", &DocumentScreen::changeHead);
+  bindCommand("btnAdd", &DocumentScreen::addWaitingLines);
+  bindCommand("btnTab2Jpgd", &DocumentScreen::enterWaitingLenses);
+  bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
+  bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
+}
+
+LinePlace DocumentScreen::waitingPlace() const {
+  const auto& family = rules_.family();
+  return {.number = waitingNumber(),
+          .date = gridWaiting.currentText(family.date),
+          .partner = gridWaiting.currentText(family.partner),
+          .warehouse = gridWaiting.currentText(family.warehouse)};
+}
+
+QString DocumentScreen::waitingNumber() const {
+  return gridWaiting.currentText(rules_.family().number);
+}
+
+void DocumentScreen::refreshWaiting(const QString& number) {
+  const QString current = number.isEmpty() ? waitingNumber() : number;
+  gridWaiting.setRows(rules_.waiting({.key = field("tkey").trimmed(), .newestFirst = field("comSort").key() != u"0"}));
+  for (const Row row : gridWaiting.rows())
+    if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
+  reloadWaitingLines();
+  command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
+  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btn_Prin"})
+    command(name).setEnabled(!gridWaiting.isEmpty());
+  if (hasCommand("btn_ChaKan")) command("btn_ChaKan").setEnabled(!gridWaiting.isEmpty());
+}
+
+void DocumentScreen::reloadWaitingLines() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) {
+    gridWaitingLines.clearRows();
+  } else {
+    gridWaitingLines.setRows(rules_.waitingLines(number));
+  }
+  for (const char* name : {"btnTab2Modi", "btnDele"})
+    command(name).setEnabled(!gridWaitingLines.isEmpty());
+}
+
+void DocumentScreen::auditCurrent() {
+  const QString number = waitingNumber();
+  if (number.isEmpty() || !mayDo(description_.audit)) return;
+  ui::screenAs<AuditScreen>(description_.auditScreen).audit(number);
+  refreshWaiting();
+}
+
+void DocumentScreen::auditList() {
+  if (gridWaiting.isEmpty() || !mayDo(description_.audit)) return;
+  std::vector<ListedDocument> documents;
+  for (const Row row : gridWaiting.rows())
+    documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date)});
+  auditAll(rules_.family(), documents, prompt());
+  refreshWaiting();
+}
+
+void DocumentScreen::deleteWaiting() {
+  const QString number = waitingNumber();
+  if (number.isEmpty() || !mayDo(description_.deleteWaiting)) return;
+  deleteWaitingDocument(rules_.family(), number, prompt());
+  refreshWaiting();
+}
+
+void DocumentScreen::changeHead() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) return;
+  if (!session().canChangeDocDate) return dispMsg(prompt(), QStringLiteral("更改单据日期！"));
+  refreshWaiting(description_.changeHead(number));
+}
+
+void DocumentScreen::addWaitingLines() {
+  const LinePlace place = waitingPlace();
+  if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
+  ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(place, Lines::Waiting);
+  refreshWaiting(place.number);
+}
+
+void DocumentScreen::enterWaitingLenses() {
+  const LinePlace place = waitingPlace();
+  if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
+  enterLensSheets(rules_, place, Lines::Waiting, mayMakeGoods());
+  refreshWaiting(place.number);
+}
+
+bool DocumentScreen::changeable(const ui::Grid& lines) {
+  if (lines.currentId() == 0) return false;
+  return !refused({{lines.currentText("g_sn") == u"00000000", u"优惠商品由结算产生，不能修改！"_qs}}, prompt());
+}
+
+void DocumentScreen::modifyWaitingLine() {
+  if (!changeable(gridWaitingLines)) return;
+  const std::int64_t id = gridWaitingLines.currentId();
+  const LinePlace place = waitingPlace();
+  editLine({.where = Lines::Waiting, .id = id, .place = place});
+  refreshWaiting(place.number);
+  gridWaitingLines.selectId(id);
+}
+
+void DocumentScreen::deleteWaitingLine() {
+  const std::int64_t id = gridWaitingLines.currentId();
+  if (id == 0 || !mayDo(description_.deleteWaiting)) return;
+  const QString number = waitingNumber();
+  jxc::deleteWaitingLine(rules_.family(), number, id);
+  refreshWaiting(number);
+}
+
+}  // namespace jxc
