@@ -1,5 +1,7 @@
 // What only a server has: levels that travel together, posted statements, stations side by side, connections that
 // break.
+#include "engine/server.h"
+
 #include "engine/posting.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
@@ -9,6 +11,7 @@
 #include <algorithm>
 #include <future>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace jxc {
 namespace server_test {
@@ -138,6 +141,29 @@ TEST_F(ServerTest, ACommandIsWholeOrNotThereWhenTheConnectionBreaks) {
   EXPECT_EQ(rows(), 1);
   add("4");
   EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsLookedUpInTheLifeOfTheServerThatBeganIt) {
+  const auto failureOfCommit = [&] {
+    Transaction t(*db);
+    db->execute("insert into till (a) values ('1')");
+    try {
+      t.commit();
+    } catch (const ConnectionLost& failure) {
+      return std::optional(failure);
+    }
+    return std::optional<ConnectionLost>();
+  };
+  test::cutAtCommit("till", false);
+  std::optional<ConnectionLost> failure = failureOfCommit();
+  ASSERT_TRUE(failure);
+  EXPECT_FALSE(failure->isUnknown()) << "the server says that it was taken back";
+  // Numbers that a crash took back are given once more, perhaps to a command that was kept.
+  test::cutAtCommit("till", true);
+  failure = failureOfCommit();
+  ASSERT_TRUE(failure);
+  EXPECT_TRUE(failure->isUnknown());
+  EXPECT_EQ(rows(), 0);
 }
 
 TEST_F(ServerTest, AnotherStationChangesTheTables) {

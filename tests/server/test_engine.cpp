@@ -95,6 +95,15 @@ class Slot {
     server_.run("select count(pg_terminate_backend(pid,2000)) from pg_stat_activity where datname='" + name_ +
                 "_copy'");
   }
+  void cutAtCommit(const std::string& table, bool newLife) {
+    test_engine_detail::Native copy(serverAddress() + " dbname=" + name_ + "_copy");
+    copy.run("create or replace function jxc.cut_here() returns trigger language plpgsql as $$begin " +
+             std::string(newLife ? "perform pg_stat_reset_shared('bgwriter'); " : "") +
+             "perform pg_terminate_backend(pg_backend_pid()); return null; end$$");
+    copy.run("drop trigger if exists cut_here on " + table);
+    copy.run("create constraint trigger cut_here after insert on " + table +
+             " deferrable initially deferred for each row execute function jxc.cut_here()");
+  }
 
  private:
   bool exists(const std::string& name) {
@@ -173,6 +182,9 @@ std::unique_ptr<Database> openAgain() {
 
 void cutConnections() {
   test_engine_detail::freshSlot().cutCopy();
+}
+void cutAtCommit(const std::string& table, bool newLife) {
+  test_engine_detail::freshSlot().cutAtCommit(table, newLife);
 }
 
 std::unique_ptr<Database> openFreshFile() {

@@ -169,7 +169,7 @@ void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const V
 std::vector<ResultHandle> PostgresDatabase::exchange() {
   using namespace postgres_database_detail;
   std::vector<ResultHandle> results;
-  const std::string text = sent_.empty() ? std::string() : std::string(sent_.back().text);
+  const std::string text = sent_.empty() ? std::string() : sent_.back().text;
   try {
     results = link_->exchange();
   } catch (const LinkLost&) {

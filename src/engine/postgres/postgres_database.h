@@ -70,7 +70,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
     enum class What { Control, Transaction, Prepare, Wanted, Posted };
     What what;
     Step* step = nullptr;
-    std::string_view text;
+    std::string text;  // its own: savepoints are put together on the way, and statements may be forgotten
   };
 
   // statements
