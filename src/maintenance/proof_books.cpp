@@ -17,20 +17,20 @@ constexpr std::int64_t chunkRows = 20000;
 /// count they are the stock that it found written.
 struct LineColumns {
   std::u16string_view prefix;
-  std::string_view quantity, total, moved, closed, warehouse, mark;
+  std::string_view quantity, total, moved, closed, warehouse, mark, cost;
 };
 constexpr LineColumns lineColumns[] = {
-    {u"CJ", "jh_sl", "jh_zje", "jh_rksl", "jh_qxsl", "null", "id2"},
-    {u"CT", "th_sl", "th_zje", "0", "0", "null", "id2"},
-    {u"XS", "ls_sl", "ls_zje", "ls_cksl", "ls_qxsl", "null", "id2"},
-    {u"XT", "th_sl", "th_zje", "0", "0", "null", "id2"},
-    {u"DB", "db_sl", "db_zje", "0", "0", "null", "0"},
-    {u"PD", "pd_sl", "pd_zje", "kc_sl", "kc_zsl", "null", "id2"},
-    {u"BS", "bs_sl", "bs_zje", "0", "0", "null", "0"},
-    {u"BY", "by_sl", "by_zje", "0", "0", "null", "0"},
-    {u"CF", "cf_sl", "cf_zje", "0", "0", "ck_sn", "0"},
-    {u"KB", "kb_sl", "kb_zje", "0", "0", "ck_sn", "0"},
-    {u"JH", "jh_sl", "jh_zje", "0", "0", "null", "id2"},
+    {u"CJ", "jh_sl", "jh_zje", "jh_rksl", "jh_qxsl", "null", "id2", "0"},
+    {u"CT", "th_sl", "th_zje", "0", "0", "null", "id2", "0"},
+    {u"XS", "ls_sl", "ls_zje", "ls_cksl", "ls_qxsl", "null", "id2", "0"},
+    {u"XT", "th_sl", "th_zje", "0", "0", "null", "id2", "th_cbj"},
+    {u"DB", "db_sl", "db_zje", "0", "0", "null", "0", "0"},
+    {u"PD", "pd_sl", "pd_zje", "kc_sl", "kc_zsl", "null", "id2", "0"},
+    {u"BS", "bs_sl", "bs_zje", "0", "0", "null", "0", "0"},
+    {u"BY", "by_sl", "by_zje", "0", "0", "null", "0", "0"},
+    {u"CF", "cf_sl", "cf_zje", "0", "0", "ck_sn", "0", "0"},
+    {u"KB", "kb_sl", "kb_zje", "0", "0", "ck_sn", "0", "0"},
+    {u"JH", "jh_sl", "jh_zje", "0", "0", "null", "id2", "0"},
 };
 
 /// Put together from parts of this file and of the families, all of them identifiers.
@@ -64,6 +64,17 @@ bool sameAmount(double a, double b) {
 }
 bool sameFigure(double a, double b) {
   return std::fabs(a - b) < 5e-7 + 1e-14 * std::fabs(a);
+}
+
+bool addsUp(double sum, const std::vector<double>& amounts) {
+  constexpr std::size_t most = 4096;  // sums that are looked at
+  std::vector<double> sums{0};
+  for (const double amount : amounts) {
+    const std::size_t before = sums.size();
+    for (std::size_t i = 0; i < before && sums.size() < most; ++i)
+      sums.push_back(sums[i] + amount);
+  }
+  return std::ranges::any_of(sums, [sum](double each) { return sameAmount(each, sum); });
 }
 
 // ---- reading -----------------------------------------------------------------------------------------------------
@@ -119,6 +130,7 @@ void Books::load() {
   loadBalances();
   loadHeads();
   loadLines();
+  markCancelled();
   sortPairs();
 }
 
@@ -167,6 +179,7 @@ void Books::loadLedger() {
                   Document& under = document(numberText);
                   if (++under.ledgerRows == 1) under.firstLedgerRow = id;
                   under.ledgerTotal += set.number(row, Total);
+                  under.ledgerPieces += set.number(row, Quantity);
                   if (set.utf8(row, Source) == "99")
                     under.ledgerKind = '9';
                   else if (flagText == "dh")
@@ -265,42 +278,98 @@ void Books::loadLines() {
   for (const proof_books_detail::LineColumns& columns : proof_books_detail::lineColumns) {
     const DocumentFamily& family = documentFamily(QStringView(columns.prefix));
     const bool receipt = columns.prefix == u"CJ", sale = columns.prefix == u"XS", count = columns.prefix == u"PD";
-    enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker };
-    eachChunk(
-        family.lines,
-        proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",", columns.moved,
-                                    ",", columns.closed, ",", columns.warehouse, ",", columns.mark, ",a_name"}),
-        [&](const RowSet& set) {
-          for (int row = 0; row < set.rowCount(); ++row) {
-            Document& under = document(set.utf8(row, Number));
-            const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
-            const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
-            if (++under.lines == 1) {
-              under.firstLine = set.integer(row, Id);
-              if (!under.family) under.maker = set.text(row, Maker);
-            }
-            under.total += set.number(row, Total);
-            if (balancing) under.balancing += set.number(row, Total);
-            under.movingLines += !count || quantity != moved;
-            if (!under.family || balancing) continue;
-            if (under.audited && (receipt || sale)) {
-              const double open = quantity - moved - set.number(row, Closed);
-              if (std::fabs(open) < 1e-9) continue;
-              Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
-              (receipt ? at.waitingIn : at.waitingOut) += open;
-            } else if (!under.audited) {
-              waiting.push_back(
-                  {.document = under.number,
-                   .goods = goods.add(set.utf8(row, Goods)),
-                   .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
-                   .quantity = quantity,
-                   .recordedBook = set.number(row, Closed),
-                   .wasAudited = set.integer(row, Mark) != 0});
-            }
-          }
-        });
+    enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker, Cost };
+    eachChunk(family.lines,
+              proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",",
+                                          columns.moved, ",", columns.closed, ",", columns.warehouse, ",", columns.mark,
+                                          ",a_name,", columns.cost}),
+              [&](const RowSet& set) {
+                for (int row = 0; row < set.rowCount(); ++row) {
+                  Document& under = document(set.utf8(row, Number));
+                  const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
+                  const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
+                  if (++under.lines == 1) {
+                    under.firstLine = set.integer(row, Id);
+                    if (!under.family) under.maker = set.text(row, Maker);
+                  }
+                  under.total += set.number(row, Total);
+                  under.pieces += quantity;
+                  if (balancing) under.balancing += set.number(row, Total);
+                  under.movingLines += !count || quantity != moved;
+                  if (!under.family || balancing) continue;
+                  if (under.audited && (receipt || sale)) {
+                    const double open = quantity - moved - set.number(row, Closed);
+                    if (std::fabs(open) < 1e-9) continue;
+                    Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
+                    (receipt ? at.waitingIn : at.waitingOut) += open;
+                    at.parts.push_back(receipt ? open : -open);
+                  } else if (!under.audited) {
+                    waiting.push_back(
+                        {.document = under.number,
+                         .goods = goods.add(set.utf8(row, Goods)),
+                         .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
+                         .quantity = quantity,
+                         .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
+                         .cost = set.number(row, Cost),
+                         .recordedBook = set.number(row, Closed),
+                         .wasAudited = columns.mark == "0" || set.integer(row, Mark) != 0});
+                  }
+                }
+              });
   }
 }
+
+/// A draft that was never audited explains nothing. Where the log does not go back far enough, the mark that an audit
+/// leaves in the lines is taken for it, and a family that has none is given the benefit of the doubt.
+void Books::markCancelled() {
+  for (WaitingLine& line : waiting)
+    line.cancelled = log.cancelled(line.document) || (!log.mentions(line.document) && line.wasAudited);
+}
+
+// ---- the log -----------------------------------------------------------------------------------------------------
+
+const std::string* DocumentLog::cancelled(int number) {
+  read();
+  const auto found = cancelled_.find(number);
+  return found == cancelled_.end() ? nullptr : &found->second;
+}
+
+bool DocumentLog::mentions(int number) {
+  read();
+  return mentioned_.contains(number);
+}
+
+bool DocumentLog::hasDeleted() {
+  read();
+  return hasDeleted_;
+}
+
+void DocumentLog::read() {
+  if (isRead_) return;
+  isRead_ = true;
+  constexpr std::string_view cancels = "取消审核", digits = "0123456789";
+  books_.eachChunk("jxc_log", "log_time,log_note", [&](const RowSet& set) {
+    for (int row = 0; row < set.rowCount(); ++row) {
+      // "增加未审核销售单XS21050310001，共2种商品": two letters and digits.
+      const std::string_view note = set.utf8(row, 2);
+      const std::size_t first = note.find_first_of(digits);
+      if (first == std::string_view::npos || first < 2) continue;
+      const std::size_t end = std::min(note.find_first_not_of(digits, first), note.size());
+      const std::string_view number = note.substr(first - 2, end - first + 2);
+      const int known = books_.numbers.find(number);
+      const bool cancel = note.starts_with(cancels);
+      if (known >= 0) {
+        mentioned_.insert(known);
+        if (cancel) cancelled_[known] = set.utf8(row, 1);
+      } else if (cancel) {
+        for (const std::string_view prefix : {"XS", "XT", "BS", "BY", "JH", "HH"})
+          hasDeleted_ = hasDeleted_ || number.starts_with(prefix);
+      }
+    }
+  });
+}
+
+// ---- order -------------------------------------------------------------------------------------------------------
 
 /// Dates take their rank, rows of each pair come into the order of the ledger.
 void Books::sortPairs() {

@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace jxc::proof {
@@ -67,8 +68,9 @@ struct Pair {
   int goods = 0, warehouse = 0;
   std::vector<std::uint32_t> rows;  // places in Books::rows, by date and id
   Balance balance;
-  double waitingIn = 0;   // received, not put away yet
-  double waitingOut = 0;  // sold, not issued yet
+  double waitingIn = 0;       // received, not put away yet
+  double waitingOut = 0;      // sold, not issued yet
+  std::vector<double> parts;  // of both: received ones with plus, sold ones with minus
 };
 
 /// A document, known from its head or from what stands somewhere under its number.
@@ -85,23 +87,48 @@ struct Document {
   double headQuantity = 0;
   int lines = 0, movingLines = 0;
   double total = 0, balancing = 0;  // of lines; the balancing line's part
+  double pieces = 0;                // of lines
   std::int64_t firstLine = 0;
   QString maker;  // of the first line; filled for those without a head
   // in the ledgers
   int ledgerRows = 0;
-  double ledgerTotal = 0;
+  double ledgerTotal = 0, ledgerPieces = 0;
   std::int64_t firstLedgerRow = 0;
   char ledgerKind = 0;  // '9' till, 'd' gift for points, 'r' reserved kinds, 'o' rounding
   int partnerRows = 0, cashRows = 0;
   double partnerDue = 0, partnerPaid = 0, cash = 0;
 };
 
+struct Books;
+
 /// A line of a waiting document, for what cancels leave behind.
 struct WaitingLine {
   int document, goods, warehouse;  // warehouse: of the line itself, else -1
-  double quantity;
-  double recordedBook;  // of a count
-  bool wasAudited;      // id2 tells
+  double quantity, price;
+  double cost;             // of what a customer returned
+  double recordedBook;     // of a count
+  bool wasAudited;         // id2 tells, where the family has one
+  bool cancelled = false;  // it was audited once: only then it explains anything
+};
+
+/// What the log tells of documents: "取消审核商品销售单XS…". Read when it is first asked; an operator may have cleared
+/// it.
+class DocumentLog {
+ public:
+  explicit DocumentLog(Books& books) : books_(books) {}
+  /// The moment of the last cancel of this document; null: none, as far as the log goes back.
+  const std::string* cancelled(int number);
+  /// Whether the log knows the document at all: then it also knows whether it was cancelled.
+  bool mentions(int number);
+  /// Whether documents that leave the cost alone were cancelled and deleted since: their goods are not known any more.
+  bool hasDeleted();
+
+ private:
+  void read();
+  Books& books_;
+  bool isRead_ = false, hasDeleted_ = false;
+  std::unordered_map<int, std::string> cancelled_;
+  std::unordered_set<int> mentioned_;
 };
 
 struct Books {
@@ -118,6 +145,7 @@ struct Books {
   std::vector<int> pairsInOrder;  // by codes
   std::vector<Document> documents;
   std::vector<WaitingLine> waiting;
+  DocumentLog log{*this};
 
   void load();
 
@@ -143,6 +171,7 @@ struct Books {
   void loadBalances();
   void loadHeads();
   void loadLines();
+  void markCancelled();
   void sortPairs();
 
   const Progress& progress_;
@@ -154,6 +183,8 @@ struct Books {
 /// Amounts with up to six decimals that the program has summed one by one.
 bool sameAmount(double a, double b);
 bool sameFigure(double a, double b);
+/// Whether some of the amounts add up to `sum`, none included.
+bool addsUp(double sum, const std::vector<double>& amounts);
 
 // The checks. Each reads what `load` has found and adds to the findings.
 void proveStock(Books& books);     // running figures

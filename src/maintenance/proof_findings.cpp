@@ -72,7 +72,7 @@ constexpr KindWords table[] = {
     {Kind::Checker, "checker", Wrong, u"单据", u"审核状态与审核人、审核日期不一致", again},
     {Kind::WaitingPosted, "waiting-posted", Wrong, u"单据", u"未审核的单据留有库存流水或账目", again},
     {Kind::RowsMissing, "rows-missing", Wrong, u"单据", u"已审核单据的库存流水行数与明细不符", again},
-    {Kind::LedgerAmount, "ledger-amount", Wrong, u"单据", u"库存流水的金额与单据明细合计不符", again},
+    {Kind::LedgerAmount, "ledger-amount", Wrong, u"单据", u"库存流水的金额或数量与单据明细合计不符", again},
     {Kind::HeadAmount, "head-amount", Wrong, u"单据", u"单据的应收（应付）金额与明细合计不符", again},
     {Kind::PartnerLine, "partner-line", Wrong, u"单据", u"已审核单据的往来账与单据不符", again},
     {Kind::CashLine, "cash-line", Wrong, u"单据", u"已审核单据的现金银行账与单据不符", again},

@@ -18,54 +18,22 @@ namespace prove_balances_detail {
 
 /// What counts did to the balance: they set it, and write only the difference to what they found into the ledger.
 struct Counted {
-  bool any = false;              // the goods was counted here, or a count was taken back
-  double drift = 0;              // balance minus ledger that audited counts explain
-  std::vector<double> recorded;  // book stock that cancelled counts have put back
-  std::vector<double> waiting;   // what waiting documents, perhaps cancelled ones, would add
-};
-
-/// Cancels leave no rows, but a line in the log: "取消审核商品销售单XS…". Read when the first figure asks for it.
-class CancelLog {
- public:
-  explicit CancelLog(Books& books) : books_(books) {}
-  /// Whether this document was cancelled once, and perhaps audited again.
-  bool has(int number) { return number >= 0 && cancelled().contains(number); }
-  /// Whether documents that leave the cost alone were cancelled and deleted since: their goods are not known any more.
-  bool hasDeleted() {
-    cancelled();
-    return hasDeleted_;
-  }
-
- private:
-  const std::set<int>& cancelled() {
-    if (isRead_) return numbers_;
-    isRead_ = true;
-    for (const Row row : books_.select("select log_note from jxc_log where log_note like '取消审核%'")) {
-      const std::string note = row.text("log_note").toStdString();
-      const std::size_t end = note.find_last_not_of("0123456789");
-      if (end == std::string::npos || end < 1 || end + 1 == note.size()) continue;
-      const std::string number = note.substr(end - 1);
-      const int known = books_.numbers.find(number);
-      if (known >= 0)
-        numbers_.insert(known);
-      else
-        for (const std::string_view prefix : {"XS", "XT", "BS", "BY", "JH", "HH"})
-          hasDeleted_ = hasDeleted_ || number.starts_with(prefix);
-    }
-    return numbers_;
-  }
-  Books& books_;
-  bool isRead_ = false, hasDeleted_ = false;
-  std::set<int> numbers_;
+  struct Restored {
+    double book = 0;  // stock that a cancelled count has put back
+    std::string day;  // on this day; empty: not known
+  };
+  bool any = false;  // the goods was counted here, or a count was taken back
+  double drift = 0;  // balance minus ledger that audited counts explain
+  std::vector<Restored> restored;
+  std::vector<double> cancelled;  // what cancelled documents would add
+  std::vector<double> prices;     // in their lines
 };
 
 /// All that is asked about one pair beyond its rows.
 struct Around {
-  explicit Around(Books& books) : log(books) {}
-  CancelLog log;
   std::vector<Counted> counted;         // by pair
   std::vector<char> cancelledOutgoing;  // by pair: a document that does not set the cost was cancelled
-  std::vector<char> cancelledTwice;     // by pair: a waiting document has the goods on several lines
+  std::vector<char> cancelledTwice;     // by pair: a cancelled document has the goods on several lines
   bool closed = false;                  // a period was closed once
   bool fixedCost = false;
 };
@@ -87,7 +55,7 @@ void noteCounts(const Books& books, const Pair& pair, Counted& counted) {
 }
 
 Around lookAround(Books& books) {
-  Around around(books);
+  Around around;
   around.counted.resize(books.pairs.size());
   around.cancelledOutgoing.resize(books.pairs.size());
   around.cancelledTwice.resize(books.pairs.size());
@@ -96,14 +64,17 @@ Around lookAround(Books& books) {
   std::set<std::pair<int, int>> seen;  // document, pair
   std::set<int> heads;
   for (const WaitingLine& line : books.waiting) {
+    if (!line.cancelled) continue;
     const Document& document = books.documents[static_cast<std::size_t>(line.document)];
     // What a split took apart, or a bundle became, stands in the head.
     if (document.goods >= 0 && heads.insert(line.document).second) {
       const int pair = books.findPair(document.goods, document.warehouse);
       const bool whole = document.family->prefix == u"KB";
-      if (pair >= 0)
-        around.counted[static_cast<std::size_t>(pair)].waiting.push_back(whole ? document.headQuantity
-                                                                               : -document.headQuantity);
+      if (pair >= 0) {
+        Counted& counted = around.counted[static_cast<std::size_t>(pair)];
+        counted.cancelled.push_back(whole ? document.headQuantity : -document.headQuantity);
+        if (document.headQuantity != 0) counted.prices.push_back(std::fabs(document.total / document.headQuantity));
+      }
     }
     for (const int warehouse : {line.warehouse >= 0 ? line.warehouse : document.warehouse, document.warehouseIn}) {
       if (warehouse < 0) continue;
@@ -114,13 +85,13 @@ Around lookAround(Books& books) {
       const std::u16string_view prefix = document.family->prefix;
       const bool comesIn = prefix == u"CJ" || prefix == u"XT" || prefix == u"BY" || prefix == u"CF" ||
                            (prefix == u"DB" && warehouse == document.warehouseIn);
-      if (prefix != u"PD") around.counted[at].waiting.push_back(comesIn ? line.quantity : -line.quantity);
+      around.counted[at].prices.push_back(prefix == u"XT" ? line.cost : line.price);
+      if (prefix != u"PD") around.counted[at].cancelled.push_back(comesIn ? line.quantity : -line.quantity);
       if (prefix == u"PD") {
-        if (!line.wasAudited) continue;
         around.counted[at].any = true;
-        around.counted[at].recorded.push_back(line.recordedBook);
-      } else if (prefix == u"BS" || prefix == u"BY" || prefix == u"XT" ||
-                 ((prefix == u"XS" || prefix == u"JH") && line.wasAudited)) {
+        const std::string* const moment = books.log.cancelled(line.document);
+        around.counted[at].restored.push_back({line.recordedBook, moment ? moment->substr(0, 10) : std::string()});
+      } else if (prefix == u"BS" || prefix == u"BY" || prefix == u"XT" || prefix == u"XS" || prefix == u"JH") {
         around.cancelledOutgoing[at] = 1;
       }
     }
@@ -130,31 +101,34 @@ Around lookAround(Books& books) {
   return around;
 }
 
-/// Whether some of the amounts add up to `sum`, none included.
-bool addsUp(double sum, const std::vector<double>& amounts) {
-  constexpr std::size_t most = 4096;  // sums that are looked at
-  std::vector<double> sums{0};
-  for (const double amount : amounts) {
-    const std::size_t before = sums.size();
-    for (std::size_t i = 0; i < before && sums.size() < most; ++i)
-      sums.push_back(sums[i] + amount);
-  }
-  return std::ranges::any_of(sums, [sum](double each) { return sameAmount(each, sum); });
+/// The days on which the rows of a pair were audited, by id.
+std::unordered_map<std::int64_t, std::string> auditDays(Books& books, const Pair& pair) {
+  std::unordered_map<std::int64_t, std::string> days;
+  for (const Row row : books.select("select id,gl_chkrq from jxc_goodslist where g_sn=? and ck_sn=?",
+                                    books.goods.shown(pair.goods), books.warehouses.shown(pair.warehouse)))
+    days[row.integer("id")] = row.text("gl_chkrq").left(10).toStdString();
+  return days;
 }
 
 /// Counts set the balance, cancelled counts put back the stock that they had found, and what is cancelled after a count
 /// is taken off although the count no longer held it. Whether that explains the balance.
-bool explainedByCounts(const Books& books, const Pair& pair, const Counted& counted, double ledger) {
+bool explainedByCounts(Books& books, const Pair& pair, const Counted& counted, double ledger) {
   if (!counted.any) return false;
-  const auto explains = [&](double balance) { return addsUp(balance - pair.balance.book, counted.waiting); };
+  const auto explains = [&](double balance) { return addsUp(balance - pair.balance.book, counted.cancelled); };
   if (explains(ledger + counted.drift)) return true;
+  if (counted.restored.empty()) return false;
+  std::unordered_map<std::int64_t, std::string> days = auditDays(books, pair);
   std::vector<std::uint32_t> byId = pair.rows;
   std::ranges::sort(byId, std::greater<>());
-  for (double balance : counted.recorded) {
-    if (explains(balance)) return true;
-    for (const std::uint32_t row : byId) {
-      balance += books.rows[row].inflow();
-      if (explains(balance)) return true;
+  for (const auto& [book, day] : counted.restored) {
+    // The rows audited since then came on top; those of the day itself may have.
+    double balance = book;
+    for (std::size_t i = 0;; ++i) {
+      const bool isEnd = i == byId.size();
+      const std::string& audited = isEnd ? day : days[books.rows[byId[i]].id];
+      if ((day.empty() || audited <= day) && explains(balance)) return true;
+      if (isEnd || (!day.empty() && audited < day)) break;
+      balance += books.rows[byId[i]].inflow();
     }
   }
   return false;
@@ -178,7 +152,77 @@ bool postedBehindCost(const Books& books, const Pair& pair) {
   return latest > lastSetter;
 }
 
-void provePair(Books& books, Around& around, int index) {
+/// A cost that the goods had here after some row.
+bool wasCost(const Books& books, const Pair& pair, double cost) {
+  return std::ranges::any_of(pair.rows, [&](std::uint32_t at) {
+    const LedgerRow& row = books.rows[at];
+    return sameFigure(row.average, cost) || sameFigure(row.price, cost);
+  });
+}
+
+/// Costs and prices that a goods ever had.
+struct CostRange {
+  double least = std::numeric_limits<double>::max(), most = 0;
+  void saw(double cost) {
+    least = std::min(least, std::fabs(cost));
+    most = std::max(most, std::fabs(cost));
+  }
+  void saw(const CostRange& other) {
+    least = std::min(least, other.least);
+    most = std::max(most, other.most);
+  }
+  bool holds(double cost, double slack) const { return cost >= least - slack && cost <= most + slack; }
+};
+
+/// What the warehouses say about one goods.
+struct GoodsSum {
+  double shelf = 0, book = 0, worth = 0;
+  double added = 0;    // what documents have added, without what counts have set
+  CostRange costs;     // of rows and lines
+  CostRange balances;  // of what stands in the warehouses
+  int places = 0;
+  bool counted = false, moved = false;
+  bool negative = false;   // short in some warehouse once: a weighted average may lie outside of all averages then
+  bool cancelled = false;  // a document of the goods was cancelled: it left no row
+  std::int64_t lastSetter = 0, last = 0;
+};
+
+using GoodsSums = std::unordered_map<int, GoodsSum>;
+
+GoodsSums sumGoods(const Books& books, const Around& around) {
+  GoodsSums sums;
+  for (std::size_t i = 0; i < books.pairs.size(); ++i) {
+    const Pair& pair = books.pairs[i];
+    GoodsSum& sum = sums[pair.goods];
+    sum.shelf += pair.balance.shelf;
+    sum.book += pair.balance.book;
+    sum.worth += pair.balance.cost * pair.balance.book;
+    sum.added += pair.waitingOut - pair.waitingIn;
+    sum.counted = sum.counted || around.counted[i].any;
+    sum.cancelled = sum.cancelled || around.cancelledOutgoing[i] || around.cancelledTwice[i] ||
+                    !around.counted[i].cancelled.empty();
+    for (const double price : around.counted[i].prices)
+      sum.costs.saw(price);
+    sum.places += pair.balance.id != 0;
+    if (pair.balance.id != 0) sum.balances.saw(pair.balance.cost);
+    for (const std::uint32_t at : pair.rows) {
+      const LedgerRow& row = books.rows[at];
+      sum.moved = true;
+      sum.added += row.inflow();
+      sum.last = std::max(sum.last, row.id);
+      sum.costs.saw(row.average);
+      sum.negative = sum.negative || row.stock < 0;
+      if (!isCostSetter(row)) continue;
+      sum.costs.saw(row.price);
+      const std::string_view flag = row.flag->flag;
+      // Splits and bundles set the average, too, but before their replay: the next purchase brings it up to date.
+      if (flag == "cj" || flag == "ct") sum.lastSetter = std::max(sum.lastSetter, row.id);
+    }
+  }
+  return sums;
+}
+
+void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
   const Pair& pair = books.pairs[static_cast<std::size_t>(index)];
   const Counted& counted = around.counted[static_cast<std::size_t>(index)];
   const auto place = [&](double stored, double due) {
@@ -205,10 +249,10 @@ void provePair(Books& books, Around& around, int index) {
   const double shelf = balance.book - pair.waitingIn + pair.waitingOut;
   if (!sameAmount(balance.shelf, shelf))
     books.findings.add(
-        counted.any && (pair.waitingIn != 0 || pair.waitingOut != 0) ? Kind::ShelfStockCounted : Kind::ShelfStock,
+        counted.any && addsUp(balance.shelf - shelf, pair.parts) ? Kind::ShelfStockCounted : Kind::ShelfStock,
         place(balance.shelf, shelf));
   if (!sameAmount(balance.sold, sold))
-    books.findings.add(around.closed ? Kind::SoldClosed : Kind::Sold, place(balance.sold, sold));
+    books.findings.add(around.closed && balance.sold > sold ? Kind::SoldClosed : Kind::Sold, place(balance.sold, sold));
 
   const bool costIsSet =
       std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return isCostSetter(books.rows[row]); });
@@ -217,70 +261,26 @@ void provePair(Books& books, Around& around, int index) {
   if (sameFigure(balance.cost, average)) return;
   const auto at = static_cast<std::size_t>(index);
   const auto wasCancelled = [&](std::uint32_t row) {
-    return !isCostSetter(books.rows[row]) && around.log.has(books.rows[row].number);
+    return !isCostSetter(books.rows[row]) && books.rows[row].number >= 0 && books.log.cancelled(books.rows[row].number);
   };
   // A ledger that begins with a sale opens at the average that the goods has on the day of each replay.
   const bool opensAtMaster = !books.rows[pair.rows.front()].movesAverage();
   const bool behind = opensAtMaster || postedBehindCost(books, pair) || around.cancelledOutgoing[at] ||
                       around.cancelledTwice[at] || std::ranges::any_of(pair.rows, wasCancelled) ||
-                      around.log.hasDeleted();
-  const Kind kind = around.fixedCost ? Kind::WarehouseCostFixed
-                    : behind         ? Kind::WarehouseCostBehind
-                                     : Kind::WarehouseCost;
+                      books.log.hasDeleted();
+  // A cost that the goods may have had, in whatever warehouse. Where stock was short, it may lie outside of all prices.
+  const GoodsSum& goods = sums.at(pair.goods);
+  const bool explained =
+      behind && (goods.negative || goods.costs.holds(balance.cost, std::pow(10.0, -books.digits.money)));
+  const Kind kind = around.fixedCost && (explained || wasCost(books, pair, balance.cost)) ? Kind::WarehouseCostFixed
+                    : explained && !around.fixedCost                                      ? Kind::WarehouseCostBehind
+                                                                                          : Kind::WarehouseCost;
   books.findings.add(kind, place(balance.cost, average));
 }
 
 // ---- goods -------------------------------------------------------------------------------------------------------
 
-/// What the warehouses say about one goods.
-struct GoodsSum {
-  double shelf = 0, book = 0, worth = 0;
-  double added = 0;  // what documents have added, without what counts have set
-  double least = std::numeric_limits<double>::max(), most = 0;  // costs and prices that it ever had
-  int places = 0;
-  bool counted = false, moved = false;
-  bool negative = false;   // short in some warehouse once: a weighted average may lie outside of all averages then
-  bool cancelled = false;  // a document of the goods waits, perhaps because it was cancelled: its costs left no row
-  std::int64_t lastSetter = 0, last = 0;
-  void saw(double cost) {
-    least = std::min(least, std::fabs(cost));
-    most = std::max(most, std::fabs(cost));
-  }
-};
-
-std::unordered_map<int, GoodsSum> sumGoods(const Books& books, const Around& around) {
-  std::unordered_map<int, GoodsSum> sums;
-  for (std::size_t i = 0; i < books.pairs.size(); ++i) {
-    const Pair& pair = books.pairs[i];
-    GoodsSum& sum = sums[pair.goods];
-    sum.shelf += pair.balance.shelf;
-    sum.book += pair.balance.book;
-    sum.worth += pair.balance.cost * pair.balance.book;
-    sum.added += pair.waitingOut - pair.waitingIn;
-    sum.counted = sum.counted || around.counted[i].any;
-    sum.cancelled =
-        sum.cancelled || around.cancelledOutgoing[i] || around.cancelledTwice[i] || !around.counted[i].waiting.empty();
-    sum.places += pair.balance.id != 0;
-    if (pair.balance.id != 0) sum.saw(pair.balance.cost);
-    for (const std::uint32_t at : pair.rows) {
-      const LedgerRow& row = books.rows[at];
-      sum.moved = true;
-      sum.added += row.inflow();
-      sum.last = std::max(sum.last, row.id);
-      sum.saw(row.average);
-      sum.negative = sum.negative || row.stock < 0;
-      if (!isCostSetter(row)) continue;
-      sum.saw(row.price);
-      const std::string_view flag = row.flag->flag;
-      // Splits and bundles set the average, too, but before their replay: the next purchase brings it up to date.
-      if (flag == "cj" || flag == "ct") sum.lastSetter = std::max(sum.lastSetter, row.id);
-    }
-  }
-  return sums;
-}
-
-void proveGoods(Books& books, const Around& around) {
-  const std::unordered_map<int, GoodsSum> sums = sumGoods(books, around);
+void proveGoods(Books& books, const Around& around, const GoodsSums& sums) {
   std::vector<char> known(static_cast<std::size_t>(books.goods.size()));
   books.eachChunk("jxc_goods", "g_sn,g_kc,g_pjjj", [&](const RowSet& set) {
     for (int row = 0; row < set.rowCount(); ++row) {
@@ -304,15 +304,17 @@ void proveGoods(Books& books, const Around& around) {
       if (sameAmount(average, due)) continue;
       // Within the costs that the goods has had, and something moved since a document last set it.
       const double slack = std::pow(10.0, -books.digits.money);
-      const bool plausible = sum.negative || (average >= sum.least - slack && average <= sum.most + slack);
-      const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost;
+      CostRange costs = sum.costs;
+      costs.saw(sum.balances);
+      const bool plausible = sum.negative || costs.holds(average, slack);
+      const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost || sum.cancelled;
       // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
       bool otherDigits = false;
       for (int digits = books.digits.money + 1; digits < 7; ++digits)
         otherDigits = otherDigits || sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
-      const Kind kind = (plausible && behind) || sum.cancelled ? Kind::GoodsAverageBehind
-                        : otherDigits                          ? Kind::RunningOtherDigits
-                                                               : Kind::GoodsAverage;
+      const Kind kind = plausible && behind ? Kind::GoodsAverageBehind
+                        : otherDigits       ? Kind::RunningOtherDigits
+                                            : Kind::GoodsAverage;
       books.findings.add(kind, place(average, due));
     }
   });
@@ -331,20 +333,28 @@ void proveGoods(Books& books, const Around& around) {
   }
 }
 
+bool isTradingRow(const LedgerRow& row) {
+  if (!row.flag) return false;
+  const std::string_view flag = row.flag->flag;
+  return flag == "cj" || flag == "ct" || flag == "xs" || flag == "xt";
+}
+
 }  // namespace prove_balances_detail
 
 void proveBalances(Books& books) {
   using namespace prove_balances_detail;
   books.step(80, u"核对当前库存"_qs);
   Around around = lookAround(books);
+  const GoodsSums sums = sumGoods(books, around);
   for (const int index : books.pairsInOrder)
     if (books.goods.text(books.pairs[static_cast<std::size_t>(index)].goods) != "00000000")
-      provePair(books, around, index);
+      provePair(books, around, sums, index);
   books.step(84, u"核对商品资料"_qs);
-  proveGoods(books, around);
+  proveGoods(books, around, sums);
 }
 
 void proveMonths(Books& books) {
+  using prove_balances_detail::isTradingRow;
   books.step(88, u"核对本月结存"_qs);
   const RowSet twice =
       books.select("select js_rq,ck_sn,count(*) as num from jxc_kcjs group by js_rq,ck_sn having count(*)>1");
@@ -358,6 +368,8 @@ void proveMonths(Books& books) {
   struct Warehouse {
     double stock = 0, value = 0;
     const LedgerRow* last = nullptr;
+    const LedgerRow* refreshed = nullptr;  // the last one that wrote the whole stock into the row of this month
+    bool strayed = false;                  // since then something of another month came, or a count
   };
   std::unordered_map<int, Warehouse> sums;
   for (const Pair& pair : books.pairs) {
@@ -365,8 +377,18 @@ void proveMonths(Books& books) {
     at.stock += pair.balance.shelf;
     at.value += pair.balance.shelf * pair.balance.cost;
   }
-  for (const LedgerRow& row : books.rows)
-    sums[books.pairs[static_cast<std::size_t>(row.pair)].warehouse].last = &row;
+  const std::string thisMonth = month.toStdString();
+  for (const LedgerRow& row : books.rows) {
+    Warehouse& at = sums[books.pairs[static_cast<std::size_t>(row.pair)].warehouse];
+    at.last = &row;
+    const bool isNow = books.dateOf(row).starts_with(thisMonth);
+    if (isNow && isTradingRow(row)) {
+      at.refreshed = &row;
+      at.strayed = false;
+    } else {
+      at.strayed = at.strayed || !isNow || row.isCount();
+    }
+  }
 
   const bool costChangedByHand =
       std::ranges::any_of(std::array{Kind::RunningByPrice, Kind::RunningAverageSet, Kind::RunningOtherDigits},
@@ -378,18 +400,17 @@ void proveMonths(Books& books) {
     const bool sameStock = close(row.number("js_sl"), due.stock);
     if (sameStock && close(row.number("js_zje"), due.value)) continue;
     // Only a purchase or a sale of this very month writes the whole stock into its row.
+    // Other documents of the month add their quantity to it, so that the stock still agrees, if not its value.
     bool exact = false;
     if (sameStock && costChangedByHand) {
       // Recomputations and changes of the average leave month rows to the next document.
-    } else if (due.last && due.last->flag) {
-      const std::string_view flag = due.last->flag->flag;
-      exact = (flag == "cj" || flag == "ct" || flag == "xs" || flag == "xt") &&
-              books.dateOf(*due.last).starts_with(month.toStdString());
+    } else if (due.refreshed) {
+      exact = due.refreshed == due.last || (!sameStock && !due.strayed);
     }
     // A cancel leaves no row behind, but a line in the log; the one of another month refreshes another row.
     if (exact) {
       const QString posted =
-          books.select("select gl_chkrq from jxc_goodslist where id=?", due.last->id).front().text("gl_chkrq");
+          books.select("select gl_chkrq from jxc_goodslist where id=?", due.refreshed->id).front().text("gl_chkrq");
       exact = books.select("select top 1 id from jxc_log where log_time>=? and log_note like '取消审核%'", posted)
                   .isEmpty();
     }

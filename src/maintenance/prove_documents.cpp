@@ -37,8 +37,13 @@ void proveTrading(Books& books, const Document& document) {
   if (document.lines > 0 && !isDue(all) && !isDue(withoutBalancing))
     books.findings.add(Kind::HeadAmount, amounts(document.due, withoutBalancing));
   if (!document.audited) return;
-  if (document.ledgerRows == document.lines && !sameAmount(document.ledgerTotal, all))
-    books.findings.add(Kind::LedgerAmount, amounts(document.ledgerTotal, all));
+  if (document.ledgerRows == document.lines) {
+    const double pieces = family.headSign * document.pieces;
+    if (!sameAmount(document.ledgerTotal, all))
+      books.findings.add(Kind::LedgerAmount, amounts(document.ledgerTotal, all));
+    else if (!sameAmount(document.ledgerPieces, pieces))
+      books.findings.add(Kind::LedgerAmount, amounts(document.ledgerPieces, pieces));
+  }
   if (document.fromTill) return;  // its money goes the till's own way
   const double ledgerDue = document.settlement == 0 ? document.paid : document.due;
   if (document.partnerRows != 1 || !sameAmount(document.partnerDue, ledgerDue) ||
@@ -72,7 +77,10 @@ void proveHead(Books& books, const Document& document) {
     books.findings.add(Kind::Checker,
                        here(document.signedOff ? u"有审核人，状态未审核"_qs : u"已审核，没有审核人"_qs, {}));
   if (document.audited) {
-    if (document.heads == 1 && document.lines > 0 && document.ledgerRows != rowsDue(document))
+    // Of two heads under one number, the lines of one wait still.
+    const bool shared = document.heads > 1;
+    if (document.lines > 0 && (shared ? document.ledgerRows == 0 || document.ledgerRows > rowsDue(document)
+                                      : document.ledgerRows != rowsDue(document)))
       books.findings.add(Kind::RowsMissing, here(rows(document.ledgerRows), rows(rowsDue(document))));
   } else if (document.ledgerRows > 0 || document.partnerRows > 0 || document.cashRows > 0) {
     books.findings.add(Kind::WaitingPosted, here(u"流水 %1 行，往来账 %2 行，现金账 %3 行"_qs.arg(document.ledgerRows)

@@ -70,39 +70,34 @@ void proveMasters(Books& books, const Last& last, const SqlText& masters, const 
 
 // ---- cash --------------------------------------------------------------------------------------------------------
 
-/// A line that was taken out of an account by the cancel of a transfer.
-struct TakenOut {
-  std::string date;
-  double amount;
-};
-
 void proveCash(Books& books) {
   const RowSet lines = books.select(
       "select id,xj_kmmc,xj_rq as rq,xj_je,xj_ljje,gl_djh,xj_dlx,xj_chk from jxc_xjyh order by xj_kmmc,xj_rq,id");
   enum { Id, Account, Date, Amount, Running, Number, What, Counted };
-  std::map<QString, std::vector<TakenOut>> takenOut;
-  for (int row = 0; row < lines.rowCount(); ++row)
-    if (lines.utf8(row, Counted) != "1" && lines.utf8(row, Number).starts_with("XZ"))
-      takenOut[lines.text(row, Account)].push_back({std::string(lines.utf8(row, Date)), lines.number(row, Amount)});
-
   QString account;
   double balance = 0;
+  std::vector<double> takenOut;  // by cancels of transfers, between the line before and this one
   for (int row = 0; row < lines.rowCount(); ++row) {
-    if (lines.utf8(row, Counted) != "1") continue;
     if (lines.text(row, Account) != account) {
       account = lines.text(row, Account);
       balance = 0;
+      takenOut.clear();
+    }
+    if (lines.utf8(row, Counted) != "1") {
+      // A transfer that was audited once has kept its running balance; one that never was has none.
+      if (lines.utf8(row, Number).starts_with("XZ") && lines.number(row, Running) != 0)
+        takenOut.push_back(lines.number(row, Amount));
+      continue;
     }
     balance += lines.number(row, Amount);
     const double stored = lines.number(row, Running);
     if (!sameAmount(stored, balance)) {
-      bool known = false;
-      for (const TakenOut& each : takenOut[account])
-        known = known || (each.date <= lines.utf8(row, Date) && sameAmount(stored - balance, each.amount));
+      const bool known = addsUp(stored - balance, takenOut);
       books.findings.add(known ? Kind::CashTransferCancelled : Kind::CashBalance,
                          [&] { return balancePlace(u"账户 "_qs + account, lines[row], "xj_ljje", balance); });
     }
     balance = stored;
+    takenOut.clear();
     const std::string_view number = lines.utf8(row, Number);
     if (!isTrading(number) || lines.utf8(row, What) == "费用付款") continue;
     Document& document = books.document(number);

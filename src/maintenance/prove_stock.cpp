@@ -41,6 +41,7 @@ Leftovers leftoversOf(const Books& books) {
   };
   int headDone = -1;
   for (const WaitingLine& line : books.waiting) {
+    if (!line.cancelled) continue;
     const Document& document = books.documents[static_cast<std::size_t>(line.document)];
     if (document.goods >= 0 && headDone != line.document) {
       note(line.document, document.goods, document.warehouse, -direction(*document.family) * document.headQuantity);
@@ -161,7 +162,9 @@ bool Walk::leftByCancel(const LedgerRow& row, const RunningStock& before) const 
     if (!sameAmount(jump, each.quantity)) continue;
     RunningStock stored{row.stockBefore, row.movesAverage() ? before.average : row.average, row.valueBefore};
     stored.advance(row.movement(), books_.digits);
-    if (sameFigure(stored.quantity, row.stock) && sameFigure(stored.average, row.average)) return true;
+    if (sameFigure(stored.quantity, row.stock) && sameFigure(stored.average, row.average) &&
+        sameFigure(stored.value, row.value))
+      return true;
   }
   return false;
 }

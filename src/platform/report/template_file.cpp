@@ -42,6 +42,11 @@ QString writable(const QString& text) {
   return result;
 }
 
+/// Lengths are millimetres; a template that was read holds exactly what is written of it.
+double toMicrometre(double value) {
+  return std::round(value * 1000) / 1000;
+}
+
 class AttributeWriter {
  public:
   explicit AttributeWriter(QXmlStreamWriter& xml) : xml_(xml) {}
@@ -51,7 +56,7 @@ class AttributeWriter {
   }
   void number(const char* name, double value, double usual, double least, double) {
     // The size of the paper always stands in the file.
-    if (value != usual || least == 10) put(name, QString::number(std::round(value * 1000) / 1000, 'g', 12));
+    if (value != usual || least == 10) put(name, QString::number(toMicrometre(value), 'g', 12));
   }
   void whole(const char* name, int value, int usual, int, int) {
     if (value != usual) put(name, QString::number(value));
@@ -102,7 +107,7 @@ class AttributeReader {
     const auto found = take(name);
     if (!found) return;
     bool isNumber = false;
-    value = found->toDouble(&isNumber);
+    value = toMicrometre(found->toDouble(&isNumber));
     if (!isNumber || !(value >= least && value <= most)) refuse(name, *found);
   }
   void whole(const char* name, int& value, int, int least, int most) {
