@@ -176,9 +176,11 @@ bool Walk::averageWasSet(const LedgerRow& row, const RunningStock& before, const
          sameFigure(pair_->balance.cost, row.average);
 }
 
+/// The synchronisation of costs fills an average of zero with the cost of the row: the price, but for sales.
 bool Walk::costWasFilled(const LedgerRow& row, const RunningStock& before) const {
-  return before.average == 0 && !row.movesAverage() && sameFigure(row.stockBefore, before.quantity) &&
-         sameAmount(row.value, row.stock * row.average);
+  const bool sale = row.flag && (row.flag->flag == "xs" || row.flag->flag == "xt");
+  return (sale || sameFigure(row.average, row.price)) && before.average == 0 && !row.movesAverage() &&
+         sameFigure(row.stockBefore, before.quantity) && sameAmount(row.value, row.stock * row.average);
 }
 
 /// Postings keep the digits of their day.

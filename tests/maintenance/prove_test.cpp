@@ -265,6 +265,17 @@ TEST_F(ProveTest, NoLossHidesBehindAnExcuse) {
     finds("month");
   }
   {
+    SCOPED_TRACE("who sets an average sets the cost of the warehouse with it");
+    Transaction trial(accountDb());
+    const QString last = lookupValue("select top 1 id from jxc_goodslist where g_sn='B' order by gl_kdrq desc,id desc");
+    execSql("update jxc_goodslist set gl_pjjj=9,gl_kczje=gl_kc*9 where id=?", last);
+    finds("running");
+    execSql("update jxc_kcsp set kc_cbj=9 where g_sn='B'");
+    execSql("update jxc_goods set g_pjjj=9 where g_sn='B'");
+    clean();
+    EXPECT_TRUE(known().contains(u"running-average-set"));
+  }
+  {
     SCOPED_TRACE("a closing takes rows away, so that more was sold than they show, never less");
     Transaction trial(accountDb());
     execSql("insert into jxc_nj (nj_year) values ('2020')");

@@ -3,8 +3,12 @@
 #include "purchasing/receipt.h"
 #include "screens/harness/screen_test.h"
 #include "screens/harness/trading_test.h"
+#include "ui/grid_output.h"
+#include "ui/grid_paper.h"
 
 #include <QLabel>
+#include <QProgressDialog>
+#include <QTimer>
 
 namespace jxc::test {
 
@@ -21,6 +25,21 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
     ASSERT_EQ(s.grid("gridFindings").rowCount(), 1);
     EXPECT_EQ(s.grid("gridFindings").currentText("weight"), "错误");
     EXPECT_TRUE(s.findChild<QLabel*>("detail")->text().contains(u"处理：应收（应付）帐表→重新计算"));
+
+    // What was found goes on paper and into a spreadsheet as every list does.
+    ui::Grid& findings = s.grid("gridFindings");
+    const report::Pages pages = ui::gridReport(findings).prepare();
+    EXPECT_FALSE(pages.find(u"客户 100001"_qs).empty());
+    const Sheet sheet = ui::gridSheet(findings);
+    std::vector<Value> cells(sheet.columns.size());
+    ASSERT_EQ(sheet.rows.count, 1);
+    sheet.rows.read(0, cells);
+    EXPECT_EQ(cells[0], Value(u"错误"));
+
+    // 取消 on the bar stops it, and says so instead of calling the books clean.
+    QTimer::singleShot(0, &s, [&s] { s.findChild<QProgressDialog*>("progress")->cancel(); });
+    press(s, "F5");
+    EXPECT_TRUE(s.findChild<QLabel*>("summary")->text().contains(u"核对已停止"));
   });
 }
 
