@@ -4,6 +4,8 @@
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
 
+#include <QAbstractItemDelegate>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -75,6 +77,20 @@ QKeySequence keyOf(const QKeyEvent& event) {
   auto key = event.key();
   if (key == Qt::Key_Enter) key = Qt::Key_Return;
   return QKeySequence(static_cast<int>((event.modifiers() & ~Qt::KeypadModifier).toInt()) | key);
+}
+
+/// What stands in a cell that is being typed in counts for a command that is called by its key.
+void closeCell(QWidget* focused) {
+  for (QWidget* editor = focused; editor && editor->parentWidget(); editor = editor->parentWidget()) {
+    auto* list = qobject_cast<QAbstractItemView*>(editor->parentWidget()->parentWidget());
+    if (!list || list->viewport() != editor->parentWidget()) continue;
+    auto* delegate = list->itemDelegateForIndex(list->currentIndex());
+    Q_EMIT delegate->commitData(editor);
+    Q_EMIT delegate->closeEditor(editor, QAbstractItemDelegate::NoHint);
+    // A list tells its screen of the change a moment later; the command must not be quicker.
+    QCoreApplication::sendPostedEvents(list->model(), QEvent::MetaCall);
+    return;
+  }
 }
 
 }  // namespace screen_detail
@@ -323,6 +339,7 @@ bool Screen::runKey(const QKeySequence& key) {
   for (const auto& part : commands_) {
     if (!part->button->isVisible() || !part->button->isEnabled()) continue;
     if (std::find(part->keys.begin(), part->keys.end(), key) == part->keys.end()) continue;
+    screen_detail::closeCell(focusWidget());
     part->button->click();
     return true;
   }

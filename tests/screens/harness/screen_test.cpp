@@ -247,7 +247,14 @@ void ScreenTest::click(ui::Screen& screen, std::string_view name) {
   settle();
 }
 
-void ScreenTest::edit(ui::Screen& screen, std::string_view name, int row, std::string_view field, QStringView text) {
+void ScreenTest::edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text) {
+  typeInCell(screen, grid, row, field, text);
+  press(screen, "Return");
+  settle();
+}
+
+void ScreenTest::typeInCell(ui::Screen& screen, std::string_view name, int row, std::string_view field,
+                            QStringView text) {
   auto& grid = screen.grid(name);
   auto* view = grid.view();
   const auto* model = static_cast<const ui::GridModel*>(view->model());
@@ -265,8 +272,6 @@ void ScreenTest::edit(ui::Screen& screen, std::string_view name, int row, std::s
   editor->selectAll();
   typeIn(*editor, text);
   if (text.isEmpty()) screen_test_detail::sendKey(editor, Qt::Key_Delete, Qt::NoModifier, {});
-  pressIn(*editor, "Return");
-  settle();
 }
 
 }  // namespace jxc::test

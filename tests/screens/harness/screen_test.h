@@ -40,6 +40,8 @@ class ScreenTest : public AccountSetFixture {
   static void press(ui::Screen& screen, const char* key);  // "F5", "Return", "Esc", "Ctrl+C"
   static void click(ui::Screen& screen, std::string_view command);
   static void edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);
+  /// The same up to the last character: the cell is still open.
+  static void typeInCell(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);
   static void pressIn(QWidget& widget, const char* key);
   static void typeIn(QWidget& widget, QStringView text);
   static void settle();  // lets queued events run
