@@ -37,11 +37,6 @@ QString quantityText(double quantity) {
   return quantity == 0 ? QString() : stockText(quantity);
 }
 
-bool isHeading(const QString& text) {
-  const auto number = readNumber(text.trimmed());
-  return text.trimmed().isEmpty() || !number;
-}
-
 int headingAt(const QStringList& headings, const QString& text) {
   const auto wanted = readNumber(text.trimmed());
   if (!wanted) return -1;
@@ -49,6 +44,29 @@ int headingAt(const QStringList& headings, const QString& text) {
     if (const auto each = readNumber(headings[i]); each && std::abs(*each - *wanted) < kSame)
       return static_cast<int>(i);
   return -1;
+}
+
+/// Whether the first row and the first column of a block are headings: a worded corner says so. Below an empty corner
+/// they are when all are numbers and some stand in the sheet, or are negative, as quantities never are; a block out of
+/// a sheet, with nothing in its first cell, is one of quantities.
+bool hasHeadings(const QList<QStringList>& block, const QStringList& rows, const QStringList& columns) {
+  if (block.size() < 2 || block.front().size() < 2) return false;
+  const QString corner = block.front().front().trimmed();
+  if (!corner.isEmpty()) return !readNumber(corner);
+  QStringList down, across = block.front().mid(1);
+  for (const QStringList& line : block.mid(1))
+    down << line.front();
+  bool isNegative = false;
+  for (const QString& heading : down + across) {
+    const auto number = readNumber(heading.trimmed());
+    if (heading.trimmed().isEmpty() || !number) return false;
+    isNegative = isNegative || *number < 0;
+  }
+  const auto stand = [](const QStringList& wanted, const QStringList& headings) {
+    return std::any_of(wanted.begin(), wanted.end(),
+                       [&](const QString& each) { return headingAt(headings, each) >= 0; });
+  };
+  return isNegative || (stand(down, rows) && stand(across, columns));
 }
 
 QList<QStringList> blockOf(QString text) {
@@ -367,7 +385,7 @@ QuantitySheet::Pasted QuantitySheet::paste(const QString& text) {
   const QList<QStringList> block = blockOf(text);
   const QModelIndex at = view_->currentIndex();
   if (text.isEmpty() || !at.isValid()) return result;
-  const bool headed = block.size() > 1 && block.front().size() > 1 && isHeading(block.front().front());
+  const bool headed = hasHeadings(block, source_.rows, source_.columns);
   const int skip = headed ? 1 : 0;
   for (qsizetype r = skip; r < block.size(); ++r)
     for (qsizetype c = skip; c < block[r].size(); ++c) {

@@ -41,8 +41,8 @@ class QuantitySheet : public QWidget {
   void refresh();
   void focusCells();
   double total() const;
-  /// A block as a spreadsheet copies it, from the current cell on. With a first row and a first column of headings (an
-  /// empty or worded corner) each quantity goes to its headings, wherever the cursor stands.
+  /// A block as a spreadsheet copies it, from the current cell on. With a first row and a first column of headings (the
+  /// corner worded, or empty above powers) each quantity goes to its headings, wherever the cursor stands.
   Pasted paste(const QString& text);
   QString copied() const;  // the marked cells, tab-separated
 

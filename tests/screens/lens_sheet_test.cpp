@@ -129,8 +129,14 @@ TEST_F(LensSheetTest, ASaleIsRefusedBeyondTheStockAndKeepsTheSheet) {
       press(sheet, "F5");
       EXPECT_TRUE(sheet.isVisible());
       EXPECT_EQ(lookupValue("select count(*) from jxc_lsxssp"), "0");
-      paste(sheet, "7", 3, 1);
-      press(sheet, "F5");
+      // A block that a sheet gave away goes in as it lies, although its corner is empty.
+      paste(sheet, "\t1\n2\t\n", 0, 0);
+      EXPECT_EQ(shown(sheet), "- 1 | 2 - | 2 4 | - 8");
+      paste(sheet, "\t\n\t\n", 0, 0);
+      EXPECT_EQ(shown(sheet), "- - | - - | 2 4 | - 8");
+      cells(sheet).setCurrentIndex(cells(sheet).model()->index(3, 1));
+      cells(sheet).setFocus();
+      put(sheet, u"7", "F5");  // taken over from out of the cell
     });
     press(s, "F12");
     EXPECT_EQ(s.field("tyfje").number(), 390);
