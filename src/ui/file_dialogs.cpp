@@ -33,6 +33,13 @@ QStringList endings(const QString& filters) {
   return found;
 }
 
+QString withEnding(const QString& file, const QString& filters, const QString& chosen) {
+  const QStringList known = endings(filters);
+  const bool hasEnding = std::any_of(known.begin(), known.end(),
+                                     [&](const QString& ending) { return file.endsWith(ending, Qt::CaseInsensitive); });
+  return file.isEmpty() || hasEnding ? file : file + endings(chosen).value(0);
+}
+
 /// A title may hold what no file name may.
 QString fileName(QString name) {
   static const QRegularExpression kForbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
@@ -45,10 +52,11 @@ void setFileAnswer(std::function<QString(const QString&, const QString&)> answer
   file_dialogs_detail::answer() = std::move(answer);
 }
 
-QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters) {
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters,
+                       const QString& folder) {
   using namespace file_dialogs_detail;
-  if (answer()) return answer()(fileName(name), filters);
-  QFileDialog dialog(parent, title, lastFolder());
+  if (answer()) return withEnding(answer()(fileName(name), filters), filters, filters);
+  QFileDialog dialog(parent, title, folder.isEmpty() ? lastFolder() : folder);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilters(filters.split(QStringLiteral(";;")));
   dialog.selectFile(fileName(name));
@@ -61,12 +69,8 @@ QString chooseSaveFile(QWidget* parent, const QString& title, const QString& nam
   follow(dialog.nameFilters().front());
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  QString file = dialog.selectedFiles().front();
-  const QStringList known = endings(filters);
-  const bool hasEnding = std::any_of(known.begin(), known.end(),
-                                     [&](const QString& ending) { return file.endsWith(ending, Qt::CaseInsensitive); });
-  if (!hasEnding) file += endings(dialog.selectedNameFilter()).value(0);
-  remember(file);
+  QString file = withEnding(dialog.selectedFiles().front(), filters, dialog.selectedNameFilter());
+  if (folder.isEmpty()) remember(file);
   return file;
 }
 

@@ -10,8 +10,10 @@ class QWidget;
 namespace jxc::ui {
 
 /// Asks where to save. `filters` as "(*.xls);;(*.xlsx)", the first one proposed; a name without one of their endings
-/// gets the ending of the filter that was chosen. Empty when the operator leaves it.
-QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters);
+/// gets the ending of the filter that was chosen. Empty when the operator leaves it. `folder`: where such files belong;
+/// else, and for what is opened, the folder of the last time.
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters,
+                       const QString& folder = {});
 /// Asks which file to open; empty when the operator leaves it.
 QString chooseOpenFile(QWidget* parent, const QString& title, const QString& filters);
 

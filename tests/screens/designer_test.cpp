@@ -252,6 +252,35 @@ TEST_F(DesignerTest, LeavingAsksAndTheFieldListPutsFieldsOnThePaper) {
   EXPECT_EQ(contents(path_), original);
 }
 
+TEST_F(DesignerTest, WordsThatAreBeingTypedCountWhenTheWindowIsLeft) {
+  design([&](TF_Bbsj_Edit& screen) {
+    screen.designer().document().choose({{0, 0}});
+    pressIn(screen.designer().canvas(), "Return");
+    auto* words = screen.designer().properties().editor(u"内容"_qs);
+    typeIn(*words, u"新标题");
+    expectQuestion(u"模板已修改，要保存吗？"_qs, Answer::Yes);
+    pressIn(*words, "Esc");
+  });
+  EXPECT_EQ(report::loadTemplate(path_).bands[0].items[0].content, u"新标题"_qs);
+}
+
+TEST_F(DesignerTest, ObjectsComeOntoThePaperWithoutAMouse) {
+  design([&](TF_Bbsj_Edit& screen) {
+    auto& document = screen.designer().document();
+    auto& canvas = screen.designer().canvas();
+    document.chooseBand(0);
+    canvas.beginInsert(report::barcodeItem(0, 0, 40, 12, u"12345678"_qs, report::Symbology::Code128));
+    pressIn(canvas, "Return");
+    ASSERT_EQ(document.current().bands[0].items.size(), 3u);
+    EXPECT_FALSE(canvas.isInserting());
+    EXPECT_EQ(document.chosen(), std::vector({ItemRef{0, 2}}));
+    pressIn(canvas, "Right");
+    EXPECT_EQ(document.item({0, 2}).x, 1);
+    press(screen, "Ctrl+Z");
+    press(screen, "Ctrl+Z");
+  });
+}
+
 TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
   auto& screen = ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit");
   const auto told = [&](const QByteArray& contents) {
@@ -292,6 +321,7 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
     press(window, "F5");
     EXPECT_EQ(contents(path_), "half a templ");
     expectQuestion(u"模板已修改，要保存吗？"_qs, Answer::No);
+    press(window, "Esc");  // what is chosen first
     press(window, "Esc");
   });
 }

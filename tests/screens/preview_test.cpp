@@ -4,6 +4,7 @@
 #include "harness/qt_printers.h"
 #include "harness/report_samples.h"
 #include "screens/harness/screen_test.h"
+#include "ui/file_dialogs.h"
 #include "ui/report/print.h"
 
 #include <QComboBox>
@@ -95,21 +96,22 @@ TEST_F(PreviewTest, PagesZoomAndSearchByKeys) {
 
 TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
   const QTemporaryDir folder;
-  const auto answer = [](ui::TF_Preview& screen, const QString& path) {
-    screen.chooseFile = [path](const QString&, const QString& suggested, const QString&) {
-      EXPECT_TRUE(suggested.contains(QStringLiteral("销售单")));
+  const auto answer = [](const QString& path) {
+    ui::setFileAnswer([path](const QString& proposed, const QString&) {
+      EXPECT_TRUE(proposed.contains(QStringLiteral("销售单")));
       return path;
-    };
+    });
   };
+  const auto windowsAgain = qScopeGuard([] { ui::setFileAnswer({}); });
   preview(sale(60), [&](ui::TF_Preview& screen) {
-    answer(screen, {});  // left without a file
+    answer({});  // left without a file
     press(screen, "Ctrl+S");
-    answer(screen, folder.filePath(QStringLiteral("单")));
+    answer(folder.filePath(QStringLiteral("单")));
     expectNotice(QStringLiteral("已存为“%1”。").arg(folder.filePath(QStringLiteral("单.pdf"))));
     press(screen, "Ctrl+S");
     expectNotice(QStringLiteral("已存为2个文件，从“单.png”到“单-2.png”。"));
     press(screen, "Ctrl+E");
-    answer(screen, folder.filePath(QStringLiteral("no/such.pdf")));
+    answer(folder.filePath(QStringLiteral("no/such.pdf")));
     expectNotice(
         QStringLiteral("文件“%1”无法写入：此文件或目录不存在。").arg(folder.filePath(QStringLiteral("no/such.pdf"))));
     press(screen, "Ctrl+S");

@@ -27,8 +27,7 @@ class PrintingScreens : public ScreenTest {
                          [this](const report::Pages& pages) {
                            if (noPrinter) throw std::runtime_error("没有打印机。");
                            printed.push_back(pages);
-                         },
-                     .pdfFile = [](const QString&, QWidget*) { return QString(); }};
+                         }};
     for (const auto* sn : {"A", "B"}) {
       insertRow("jxc_goods", {{"g_sn", sn},
                               {"g_name", QStringLiteral("镜架") + QString::fromLatin1(sn)},

@@ -10,9 +10,9 @@
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/units.h"
 #include "platform/camera/camera.h"
+#include "ui/file_dialogs.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QLabel>
 
 #include <algorithm>
@@ -176,8 +176,8 @@ void GoodsForm::placePicture(ui::Panel& side) {
 
 void GoodsForm::choosePicture() {
   const QString file =
-      QFileDialog::getOpenFileName(this, QStringLiteral("选择图片"), {},
-                                   QStringLiteral("图片文件 (*.bmp *.gif *.png *.jpg *.jpeg *.BMP *.GIF *.PNG *.JPG)"));
+      ui::chooseOpenFile(this, QStringLiteral("选择图片"),
+                         QStringLiteral("图片文件 (*.bmp *.gif *.png *.jpg *.jpeg *.BMP *.GIF *.PNG *.JPG)"));
   if (!file.isEmpty()) usePicture(file);
 }
 

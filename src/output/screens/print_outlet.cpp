@@ -1,29 +1,17 @@
 #include "output/screens/print_outlet.h"
 
+#include "ui/file_dialogs.h"
 #include "ui/grid.h"
 #include "ui/report/preview.h"
 #include "ui/report/print.h"
 
-#include <QDir>
-#include <QFileDialog>
-#include <QStandardPaths>
-
 namespace jxc {
 namespace print_outlet_detail {
-
-QString askForPdf(const QString& proposed, QWidget* parent) {
-  const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  QString file = QFileDialog::getSaveFileName(parent, QStringLiteral("另存为PDF"), documents.filePath(proposed),
-                                              QStringLiteral("PDF文件 (*.pdf)"));
-  if (!file.isEmpty() && !file.endsWith(u".pdf", Qt::CaseInsensitive)) file += QStringLiteral(".pdf");
-  return file;
-}
 
 PrintOutlet realOutlet() {
   return {.preview = [](const report::Pages& pages, QWidget*) { ui::showPreview(pages); },
           .printAsking = [](const report::Pages& pages, QWidget* parent) { ui::printWithDialog(pages, parent); },
-          .print = [](const report::Pages& pages) { ui::printPages(pages); },
-          .pdfFile = askForPdf};
+          .print = [](const report::Pages& pages) { ui::printPages(pages); }};
 }
 
 }  // namespace print_outlet_detail
@@ -50,8 +38,9 @@ void sendToPaper(const report::Report& report, PrintWay way, QWidget* parent, co
     case PrintWay::Pdf:
       break;
   }
-  const QString title = name.isEmpty() ? pages.title() : name;
-  if (const QString file = outlet.pdfFile(title + u".pdf"_qs, parent); !file.isEmpty()) pages.writePdf(file);
+  const QString file = ui::chooseSaveFile(parent, QStringLiteral("另存为PDF"), name.isEmpty() ? pages.title() : name,
+                                          QStringLiteral("PDF文件 (*.pdf)"));
+  if (!file.isEmpty()) pages.writePdf(file);
 }
 
 void addPrintMenu(ui::Grid& grid, ReportMaker maker, std::function<QString()> name) {

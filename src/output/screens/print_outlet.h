@@ -22,7 +22,6 @@ struct PrintOutlet {
   std::function<void(const report::Pages& pages, QWidget* parent)> preview;
   std::function<void(const report::Pages& pages, QWidget* parent)> printAsking;  // with the system's dialog
   std::function<void(const report::Pages& pages)> print;                         // at once, on the usual printer
-  std::function<QString(const QString& proposed, QWidget* parent)> pdfFile;      // empty: the operator left it
 };
 PrintOutlet& printOutlet();
 /// The windows and the printer again.

@@ -3,10 +3,11 @@
 #include "core/program_directory.h"
 #include "platform/report/template_file.h"
 #include "ui/designer/design_canvas.h"
+#include "ui/file_dialogs.h"
 #include "ui/report/preview.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 
 namespace jxc {
 
@@ -54,7 +55,15 @@ void TF_Bbsj_Edit::design(const QString& path, ui::LivePreview::Maker maker) {
   showModal();
 }
 
+/// The input under the cursor hands over what it holds, and keeps the cursor.
+void TF_Bbsj_Edit::takeTyped() {
+  const QPointer<QWidget> input = focusWidget();
+  setFocus();
+  if (input) input->setFocus();
+}
+
 bool TF_Bbsj_Edit::mayLeave() {
+  takeTyped();
   if (!designer_->document().isDirty()) return true;
   switch (prompt().askOrCancel(u"模板已修改，要保存吗？"_qs)) {
     case Answer::Yes:
@@ -68,7 +77,7 @@ bool TF_Bbsj_Edit::mayLeave() {
 }
 
 bool TF_Bbsj_Edit::save() {
-  setFocus();  // the input under the cursor hands over what it holds
+  takeTyped();
   const QString& path = designer_->document().path();
   if (path.isEmpty()) return false;
   const QFileInfo file(path);
@@ -97,10 +106,10 @@ bool TF_Bbsj_Edit::saveTo(const QString& path) {
 }
 
 void TF_Bbsj_Edit::saveAs() {
-  setFocus();
-  const QString path =
-      QFileDialog::getSaveFileName(this, u"模板另存为"_qs, programPath(u"report"_qs), u"报表模板 (*.fr3)"_qs);
-  if (!path.isEmpty()) saveTo(path.endsWith(u".fr3") ? path : path + u".fr3"_qs);
+  takeTyped();
+  const QString path = ui::chooseSaveFile(this, u"模板另存为"_qs, QFileInfo(designer_->document().path()).fileName(),
+                                          u"报表模板 (*.fr3)"_qs, programPath(u"report"_qs));
+  if (!path.isEmpty()) saveTo(path);
 }
 
 void TF_Bbsj_Edit::showState() {

@@ -21,6 +21,7 @@ class TF_Bbsj_Edit : public ui::Screen {
   bool mayLeave() override;
 
  private:
+  void takeTyped();
   bool save();
   bool saveTo(const QString& path);
   void saveAs();

@@ -8,9 +8,9 @@
 #include "sales/sale.h"
 #include "sales/sale_return.h"
 #include "ui/display.h"
+#include "ui/file_dialogs.h"
 
 #include <QFile>
-#include <QFileDialog>
 
 #include <algorithm>
 
@@ -89,8 +89,8 @@ void LineImportScreen::activate() {
 }
 
 void LineImportScreen::btnOpenClick() {
-  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("打开表格"), {},
-                                                    QString::fromUtf8(line_import_screen_detail::kFilter));
+  const QString path =
+      ui::chooseOpenFile(this, QStringLiteral("打开表格"), QString::fromUtf8(line_import_screen_detail::kFilter));
   if (!path.isEmpty()) openFile(path);
 }
 
@@ -124,8 +124,7 @@ void LineImportScreen::showLines() {
 
 void LineImportScreen::btnMbClick() {
   const QString name = ui::qs(description_.templateFile);
-  const QString path =
-      QFileDialog::getSaveFileName(this, QStringLiteral("保存模板"), name, QStringLiteral("表格 (*.xlsx)"));
+  const QString path = ui::chooseSaveFile(this, QStringLiteral("保存模板"), name, QStringLiteral("表格 (*.xlsx)"));
   if (!path.isEmpty()) saveTemplate(path);
 }
 

@@ -361,10 +361,14 @@ void DesignCanvas::released(QMouseEvent& event) {
   viewport()->update();
 }
 
+report::Item DesignCanvas::takePattern() {
+  viewport()->unsetCursor();
+  return *std::exchange(pattern_, std::nullopt);
+}
+
 void DesignCanvas::insertAt(const QRectF& area) {
   const Place* place = placeAt(area.topLeft());
-  report::Item item = *std::exchange(pattern_, std::nullopt);
-  viewport()->unsetCursor();
+  report::Item item = takePattern();
   if (!place) return;
   item.x = std::max(0.0, snap((area.x() - place->ground.x()) / scale_));
   item.y = std::max(0.0, snap((area.y() - place->ground.y()) / scale_));
@@ -427,6 +431,10 @@ void DesignCanvas::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_F2:
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      if (pattern_ && drag_ == Drag::None) {
+        const int band = document_.bandForNew();
+        return document_.add(band, takePattern());
+      }
       if (editContent_ && !document_.chosen().empty()) editContent_();
       return;
     case Qt::Key_Escape:

@@ -23,7 +23,7 @@ class DesignCanvas : public QAbstractScrollArea {
   void setGridStep(double millimetres);
   double gridStep() const { return step_; }
 
-  /// The next press or drag makes this object. Esc takes it back.
+  /// The next press or drag makes this object, Enter puts it into the chosen band. Esc takes it back.
   void beginInsert(report::Item pattern);
   bool isInserting() const { return pattern_.has_value(); }
 
@@ -65,6 +65,7 @@ class DesignCanvas : public QAbstractScrollArea {
   void dropped(const QString& content, const QPointF& at);
   void drawBack();
   void showCursor(const QPointF& at);
+  report::Item takePattern();
   void insertAt(const QRectF& area);
 
   QPointF toContent(const QPointF& viewport) const;

@@ -147,6 +147,10 @@ const report::Item& DesignDocument::item(ItemRef ref) const {
   return state_.design.bands.at(ref.band).items.at(ref.item);
 }
 
+int DesignDocument::bandForNew() const {
+  return state_.band >= 0 || state_.design.bands.empty() ? state_.band : bandsInOrder().front();
+}
+
 std::vector<int> DesignDocument::bandsInOrder() const {
   using namespace design_document_detail;
   std::vector<int> order(state_.design.bands.size());

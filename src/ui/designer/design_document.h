@@ -41,6 +41,8 @@ class DesignDocument {
   // What is chosen: objects; without them a band; without that the page.
   const std::vector<ItemRef>& chosen() const { return state_.chosen; }
   int chosenBand() const { return state_.band; }
+  /// Where something new goes: the chosen band, or else the first on paper; -1 without bands.
+  int bandForNew() const;
   bool isChosen(ItemRef ref) const;
   void choose(std::vector<ItemRef> items);  // the last one leads: others align with it
   void toggle(ItemRef item);

@@ -84,9 +84,7 @@ Designer::Designer(QWidget* parent) : QWidget(parent) {
 
   canvas_->onEditContent([this] { properties_->focusOn(u"内容"_qs); });
   data_->onPicked([this](const QString& content) {
-    int band = document_.chosenBand();
-    if (band < 0 && !document_.current().bands.empty()) band = document_.bandsInOrder().front();
-    document_.add(band, DesignCanvas::textFor(content));
+    document_.add(document_.bandForNew(), DesignCanvas::textFor(content));
     canvas_->setFocus();
   });
 }
@@ -102,7 +100,7 @@ void Designer::addInsert(QToolBar& tools, const QString& text, const QString& ke
   QAction* action = tools.addAction(text);
   action->setShortcut(QKeySequence(key));
   action->setShortcutContext(Qt::WindowShortcut);
-  action->setToolTip(u"%1（%2）：在画布上按下并拖出大小"_qs.arg(text, key));
+  action->setToolTip(u"%1（%2）：在画布上按下并拖出大小，或按回车放入当前带区"_qs.arg(text, key));
   connect(action, &QAction::triggered, this, [this, pattern] { canvas_->beginInsert(pattern); });
 }
 

@@ -1,14 +1,13 @@
 #include "ui/report/preview.h"
 
 #include "ui/display.h"
+#include "ui/file_dialogs.h"
 #include "ui/report/print.h"
 #include "ui/skin.h"
 
 #include <QAbstractListModel>
 #include <QBoxLayout>
 #include <QCache>
-#include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -55,10 +54,11 @@ const Registered<TF_Preview> kRegistered{"F_Preview"};
 /// Small pictures of the pages, made when they come into sight.
 class TF_Preview::Thumbnails : public QAbstractListModel {
  public:
-  explicit Thumbnails(QObject* parent) : QAbstractListModel(parent) {}
+  explicit Thumbnails(QWidget* owner) : QAbstractListModel(owner), owner_(*owner) {}
   void setPages(const report::Pages& pages) {
     beginResetModel();
     pages_ = pages;
+    ratio_ = owner_.devicePixelRatioF();
     drawn_.clear();
     endResetModel();
   }
@@ -79,23 +79,24 @@ class TF_Preview::Thumbnails : public QAbstractListModel {
     QSizeF size = pages_.size(page);
     size.setHeight(std::min(size.height(), 2 * size.width()));
     const QSizeF shown = size.scaled(preview_detail::kThumbnail, Qt::KeepAspectRatio);
-    QPixmap picture(shown.toSize().expandedTo(QSize(8, 8)));
+    const QSize place = shown.toSize().expandedTo(QSize(8, 8));
+    QPixmap picture(place * ratio_);
+    picture.setDevicePixelRatio(ratio_);
     picture.fill(Qt::white);
     QPainter painter(&picture);
     pages_.paint(painter, page, shown.width() / size.width());
     painter.setPen(skinColour(QStringLiteral("line")));
-    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(QRectF(QPointF(), place).adjusted(0, 0, -1, -1));
     return picture;
   }
 
+  const QWidget& owner_;
   report::Pages pages_;
+  double ratio_ = 1;  // of the display that they were drawn for
   mutable QCache<int, QPixmap> drawn_{200};
 };
 
 TF_Preview::TF_Preview() : Screen(preview_detail::kScreen) {
-  chooseFile = [this](const QString& title, const QString& suggested, const QString& filter) {
-    return QFileDialog::getSaveFileName(this, title, suggested, filter);
-  };
   thumbnails_ = new Thumbnails(this);
   list_ = new QListView(this);
   list_->setObjectName(QStringLiteral("listPages"));
@@ -290,21 +291,12 @@ void TF_Preview::print(bool ask) {
   }
 }
 
-QString TF_Preview::suggested(const QString& suffix) const {
-  QString name = view_->pages().title();
-  if (name.isEmpty()) name = QStringLiteral("报表");
-  for (QChar& c : name) {
-    if (QStringView(u"/\\:*?\"<>|").contains(c)) c = u'_';
-  }
-  return QDir::home().filePath(name + suffix);
-}
-
 void TF_Preview::save(bool asPdf) {
-  const QString suffix = asPdf ? QStringLiteral(".pdf") : QStringLiteral(".png");
-  QString path = chooseFile(asPdf ? QStringLiteral("存为PDF") : QStringLiteral("存为图片"), suggested(suffix),
-                            asPdf ? QStringLiteral("PDF文件 (*.pdf)") : QStringLiteral("图片 (*.png)"));
+  const QString title = view_->pages().title();
+  const QString path = chooseSaveFile(this, asPdf ? QStringLiteral("存为PDF") : QStringLiteral("存为图片"),
+                                      title.isEmpty() ? QStringLiteral("报表") : title,
+                                      asPdf ? QStringLiteral("PDF文件 (*.pdf)") : QStringLiteral("图片 (*.png)"));
   if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += suffix;
   try {
     if (asPdf) {
       view_->pages().writePdf(path);

@@ -5,10 +5,6 @@
 #include "ui/report/page_view.h"
 #include "ui/screen.h"
 
-#include <QString>
-
-#include <functional>
-
 class QListView;
 
 namespace jxc::ui {
@@ -20,9 +16,6 @@ class TF_Preview : public Screen {
 
   void setPages(const report::Pages& pages);
   PageView& view() { return *view_; }
-
-  /// Where a file goes: asks the operator; tests answer instead. Empty: the operator left it.
-  std::function<QString(const QString& title, const QString& suggested, const QString& filter)> chooseFile;
 
  protected:
   void activate() override;
@@ -40,7 +33,6 @@ class TF_Preview : public Screen {
   void print(bool ask);
   void save(bool asPdf);
   void showFaults();
-  QString suggested(const QString& suffix) const;
 
   PageView* view_;
   QListView* list_;
