@@ -155,6 +155,8 @@ class Column:
     grow: bool = False    # long texts take a second line
     hide_zero: bool = False
     shrink: bool = True
+    wrap: bool = False    # two small lines rather than one that nobody can read
+    wide: bool = True     # one that grows also takes what width is left over
 
 
 def money(caption, field_name, width=22, total=True, **more):
@@ -173,19 +175,29 @@ def words(caption, field_name, width, grow=False, align=""):
     return Column(caption, f"[{field_name}]", width, align, grow=grow, shrink=not grow)
 
 
+def remark(field_name, width=16):
+    """Mostly empty, but what the shop wrote there is there in full."""
+    return replace(words("备注", field_name, width, True), wide=False)
+
+
 RUNNING = Column("序号", "[line]", 9, "center")
 GOODS = (RUNNING, words("商品编号", "g_sn", 20), words("商品名称", "g_name", 50, True), words("规格型号", "gg_name", 22, True),
-         words("颜色", "color_name", 12), words("单位", "dw_name", 9, align="center"))
+         replace(words("颜色", "color_name", 12), wrap=True), words("单位", "dw_name", 9, align="center"))
+
+
+def guarded(column):
+    """A figure that only roles see who see cost."""
+    return replace(column, content=f"[iif(seesCost,{column.content[1:-1]},null)]")
 
 
 def spread(columns, body):
     """The columns with widths that fill the body exactly; names take what is left over."""
     taken = sum(c.width for c in columns)
     free = body - taken
-    growing = [c for c in columns if c.grow]
+    growing = [c for c in columns if c.grow and c.wide]
     if growing and free >= -sum(c.width for c in growing) * 0.4:
         whole = sum(c.width for c in growing)
-        scaled = [replace(c, width=c.width + free * c.width / whole) if c.grow else c for c in columns]
+        scaled = [replace(c, width=c.width + free * c.width / whole) if c in growing else c for c in columns]
     else:
         scaled = [replace(c, width=c.width * body / taken) for c in columns]
     widths = [round(c.width, 1) for c in scaled]
@@ -215,6 +227,8 @@ def detail(columns, height=5.8, size=9):
             more["grow"] = "yes"
         elif c.shrink:
             more["shrink"] = "yes"
+        if c.wrap:
+            more.update({"wrap": "yes", "padding-y": 0.4})
         if c.format:
             more["format"] = c.format
         if c.hide_zero:
@@ -373,7 +387,8 @@ CUSTOMER_ROWS = ((("客户：[khName]", 7), ("电话：[khTele]", 3), ("日期�
 SUPPLIER_ROWS = ((("供货商：[ghsName]", 7), ("电话：[ghsTele]", 3), ("日期：[jhDate]", 3)),
                  (("地址：[ghsAddress]", 7), ("联系人：[ghsLxr]", 3), ("仓库：[ckName]", 3)))
 ORIGINAL = "原始单号：[gldjh2]"  # of the other side, where it has one
-NOTE_ROW = (("备注：[Note]", 1),)
+LONG = {"grow": "yes"}  # words of the shop: all of them stand on the paper
+NOTE_ROW = (("备注：[Note]", 1, LONG),)
 
 
 def capitals(caption="金额大写"):
@@ -386,7 +401,7 @@ def sale_documents():
             ((f"此前欠款：{shown('khqk')}", 3), (f"累计欠款：{shown('ljqkje')}", 3), (f"运费：{shown('yunfei')}  包装费：{shown('baozfei')}", 3),
              ("收款账户：[Kmmc]", 2)), NOTE_ROW)
     names = ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "送货人：", "客户签收：")
-    note = words("备注", "ls_bz", 16)
+    note = remark("ls_bz")
     yield document("spxs", "商品销售单", GOODS + (quantity("数量", "ls_sl"), price("单价", "sj"), money("金额", "ls_zje"), note),
                    CUSTOMER_ROWS, foot, names, fields=line, top_left=ORIGINAL)
     yield document("spxs2", "商品销售单", GOODS + (quantity("数量", "ls_sl"), price("零售价", "ls_lsj", 18, hide_zero=True),
@@ -399,7 +414,7 @@ def sale_documents():
     foot = ((("应退金额大写：[yf]", 5), (f"应退：{shown('xxyf')}", 2), (f"实退：{shown('xxsf')}", 2)),
             ((f"此前欠款：{shown('khqk')}", 3), (f"累计欠款：{shown('ljqkje')}", 3), ("付款账户：[Kmmc]", 3)), NOTE_ROW)
     names = ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "收货人：", "客户签字：")
-    note = words("备注", "th_bz", 16)
+    note = remark("th_bz")
     yield document("xsth", "顾客退货单", GOODS + (quantity("数量", "th_sl"), price("单价", "sj"), money("金额", "th_zje"), note),
                    CUSTOMER_ROWS, foot, names, fields=line)
     yield document("xsth2", "顾客退货单", GOODS + (quantity("数量", "th_sl"), price("零售价", "th_lsj", 18, hide_zero=True),
@@ -414,7 +429,7 @@ def purchase_documents():
     foot = ((("应付金额大写：[yf]", 5), (f"应付：{shown('xxyf')}", 2), (f"实付：{shown('xxsf')}", 2), (f"优惠：{shown('xxyh')}", 2)),
             (("付款账户：[Kmmc]", 3), (f"运费：{shown('yunfei')}", 2), (f"包装费：{shown('baozfei')}", 2), ("发票号码：[fpno]", 3)), NOTE_ROW)
     names = ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "收货人：", "供货商签字：")
-    note = words("备注", "jh_bz", 16)
+    note = remark("jh_bz")
     yield document("cgjh", "采购进货单", GOODS + (quantity("数量", "jh_sl"), price("单价", "sj"), money("金额", "jh_zje"), note),
                    SUPPLIER_ROWS, foot, names, fields=line, top_left=ORIGINAL)
     yield document("cgjh2", "采购进货单", GOODS + (quantity("数量", "jh_sl"), words("产地", "g_sccs", 20), replace(note, width=30)),
@@ -422,7 +437,7 @@ def purchase_documents():
     line = trade_fields("th") | {"gl_djh": ("单据编号", "CT21050310001")}
     foot = ((("应收金额大写：[yf]", 5), (f"应收：{shown('xxyf')}", 2), (f"实收：{shown('xxsf')}", 2), ("收款账户：[Kmmc]", 2)), NOTE_ROW)
     names = ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "发货人：", "供货商签收：")
-    note = words("备注", "th_bz", 16)
+    note = remark("th_bz")
     yield document("cgth", "采购退货单", GOODS + (quantity("数量", "th_sl"), price("单价", "sj"), money("金额", "th_zje"), note),
                    SUPPLIER_ROWS, foot, names, fields=line)
     yield document("cgth2", "采购退货单", GOODS + (quantity("数量", "th_sl"), words("产地", "g_sccs", 20), replace(note, width=30)),
@@ -437,7 +452,7 @@ def stock_documents():
     transfer = {"db_sl": ("数量", "2"), "db_dj": ("单价", "80"), "db_sj": ("售价", "168"), "db_zje": ("金额", "160"),
                 "g_sj": ("预设售价", "168"), "sjje": ("售价金额", "336"), "gl_djh": ("单据编号", "DB21050310001")}
     both = names[:3] + ("调出签字：", "调入签字：")
-    yield document("kcdbd", "库存调拨单", GOODS + (quantity("数量", "db_sl"), price("单价", "db_dj"), money("金额", "db_zje")), rows,
+    yield document("kcdbd", "库存调拨单", GOODS + (quantity("数量", "db_sl"), guarded(price("单价", "db_dj")), guarded(money("金额", "db_zje"))), rows,
                    (NOTE_ROW,), both, fields=transfer)
     yield document("kcdbd2", "库存调拨单", GOODS + (quantity("数量", "db_sl"), price("售价", "g_sj"), money("金额", "sjje")), rows,
                    ((("售价金额大写：[yf]", 1),), NOTE_ROW), both, fields=transfer)
@@ -446,17 +461,17 @@ def stock_documents():
     stocktake = {"kc_sl": ("帐面数量", "10"), "pd_sl": ("盘点数量", "9"), "cysl": ("盈亏数量", "-1"), "pd_dj": ("成本价", "80"),
                  "pd_zje": ("盈亏金额", "-80"), "gl_djh": ("单据编号", "PD21050310001")}
     yield document("kcpdd", "库存盘点单", GOODS + (quantity("帐面数量", "kc_sl", 18), quantity("盘点数量", "pd_sl", 18),
-                                              quantity("盈亏数量", "cysl", 18), price("成本价", "pd_dj"), money("盈亏金额", "pd_zje")),
+                                              quantity("盈亏数量", "cysl", 18), guarded(price("成本价", "pd_dj")), guarded(money("盈亏金额", "pd_zje"))),
                    rows, (NOTE_ROW,), ("盘点人：", "制单：[aName]", "复核：", "负责人："), fields=stocktake)
 
     rows = ((("仓库：[ckName]", 3), ("日期：[jhDate]", 2)),)
     change = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "note": ("备注", "镜腿断裂"),
               "gl_djh": ("单据编号", "BS21050310001")}
-    note = words("备注", "field.note", 40)
+    note = remark("field.note", 40)
     yield document("bsby", "[title]", GOODS + (quantity("数量", "sl"), price("成本价", "dj"), money("金额", "zje"), note), rows,
-                   ((("备注：[dNote]", 1),),), names, fields=change)
+                   ((("备注：[dNote]", 1, LONG),),), names, fields=change)
     yield document("bsby2", "[title]", GOODS + (quantity("数量", "sl"), replace(note, width=60)), rows,
-                   ((("备注：[dNote]", 1),),), names, fields=change)
+                   ((("备注：[dNote]", 1, LONG),),), names, fields=change)
 
     parts = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "gl_djh": ("单据编号", "CF21050310001")}
     for stem, title, whole, part in (("cfd", "商品拆分单", "拆分商品", "拆分后商品"), ("kbd", "商品捆绑单", "捆绑商品", "组成商品")):
@@ -465,8 +480,8 @@ def stock_documents():
         plain = (head[0], ((f"{whole}：[gSn] [gName] [ggName] [colorName]", 5), ("数量：[cfSl] [dwName]", 2)))
         goods = tuple(replace(c, caption=part) if c.caption == "商品名称" else c for c in GOODS)
         yield document(stem, title, goods + (quantity("数量", "sl"), price("成本价", "dj"), money("金额", "zje")), head,
-                       ((("备注：[cfNote]", 1),),), names, fields=parts)
-        yield document(stem + "2", title, goods + (quantity("数量", "sl"),), plain, ((("备注：[cfNote]", 1),),), names, fields=parts)
+                       ((("备注：[cfNote]", 1, LONG),),), names, fields=parts)
+        yield document(stem + "2", title, goods + (quantity("数量", "sl"),), plain, ((("备注：[cfNote]", 1, LONG),),), names, fields=parts)
 
     # Goods move by documents of their own where purchase and sale only count.
     moved = {"rk_sl": ("数量", "2"), "j_sn": ("采购单号", "CJ21050310001")}
@@ -475,18 +490,18 @@ def stock_documents():
     moved = {"ck_sl": ("数量", "2"), "gl_djh2": ("销售单号", "XS21050310001")}
     yield document("spck", "商品出库单", GOODS + (quantity("出库数量", "ck_sl", 20), words("销售单号", "gl_djh2", 32)),
                    ((("客户：[khName]", 5), ("仓库：[ckName]", 3), ("日期：[jhDate]", 3)),), (NOTE_ROW,), names + ("客户签收：",), fields=moved)
-    yield document("fyd", "发运单", GOODS + (quantity("数量", "ls_sl"), words("备注", "ls_bz", 40)),
+    yield document("fyd", "发运单", GOODS + (quantity("数量", "ls_sl"), remark("ls_bz", 40)),
                    CUSTOMER_ROWS, ((("运费：" + shown("yunfei"), 1), ("包装费：" + shown("baozfei"), 1)), NOTE_ROW),
                    ("发货人：[uName]", "承运人：", "收货人签字："), fields=trade_fields("ls"))
 
 
 def loan_documents():
-    loan = {"jh_sl": ("借货数量", "2"), "jh_dj": ("单价", "80"), "jh_zje": ("金额", "160"), "jh_hhsl": ("还货数量", "0"),
+    loan = {"sl": ("数量", "2"), "jh_sl": ("借货数量", "2"), "jh_dj": ("单价", "80"), "jh_zje": ("金额", "160"), "jh_hhsl": ("还货数量", "0"),
             "jh_xssl": ("转销售数量", "0"), "jh_yj": ("押金", "100"), "jh_ts": ("天数", "0"), "jh_zzj": ("租金", "0"),
             "gl_djh": ("单据编号", "JH21050310001"), "jh_rq": ("日期", "2021-05-03"), "kh_name": ("客户", "杭州视康眼科门诊部")}
     rows = ((("客户：[khName]", 5), ("联系人：[khLxr]", 2), ("电话：[khTele]", 3), ("日期：[jhDate]", 3)),
             (("地址：[khAddress]", 10), ("仓库：[ckName]", 3)))
-    yield document("khjh", "客户[djName]单", GOODS + (quantity("数量", "jh_sl+jh_hhsl"), price("单价", "jh_dj"), money("金额", "jh_zje"),
+    yield document("khjh", "客户[djName]单", GOODS + (quantity("数量", "sl"), price("单价", "jh_dj"), money("金额", "jh_zje"),
                                                    money("押金", "jh_yj", 18, hide_zero=True)), rows, (NOTE_ROW,),
                    ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "客户签收："), fields=loan)
     yield list_report("khjhdjb", "客户借货登记表", (
@@ -509,7 +524,9 @@ def slip(name, title, rows, names, paper=HALF, height=11):
         for caption, content, share in row:
             part = round(paper.body * share / whole, 2)
             items.append(text(x, y, 28, height, caption, "center", 10.5, frame="all", pen_colour=INK, fill="#f2f4f7", background="yes"))
-            items.append(text(x + 28, y, part - 28, height, content, "", 11, frame="all", pen_colour=INK, padding_x=1.5, shrink="yes"))
+            lines = {"wrap": "yes"} if content == "[note]" else {}
+            items.append(text(x + 28, y, part - 28, height, content, "", 11, frame="all", pen_colour=INK, padding_x=1.5, shrink="yes",
+                              **lines))
             x += part
         y += height
     head = heading(paper, title, ((("日期：[rq]", 1), ("", 1)),), top_right="单据编号：[djh]", company_size=15, title_size=14,
@@ -606,8 +623,7 @@ def stock_lists():
     yield list_report("kccx", "当前库存表", (
         words("商品编号", "g_sn", 22), words("商品名称", "g_name", 56, True), words("类别", "gc_name", 24, True), words("规格型号", "gg_name", 26),
         words("颜色", "color_name", 16), words("单位", "dw_name", 10, align="center"), quantity("当前库存", "kcsl", 20),
-        quantity("帐面库存", "kczsl", 20), replace(price("成本均价", "cbjj"), content="[iif(seesCost,cbjj,null)]"),
-        replace(money("库存总值", "kczje", 24), content="[iif(seesCost,kczje,null)]"),
+        quantity("帐面库存", "kczsl", 20), guarded(price("成本均价", "cbjj")), guarded(money("库存总值", "kczje", 24)),
         replace(price("预设售价", "g_sj"), content="[iif(seesPrice,g_sj,null)]"),
         replace(money("售价总值", "xszje", 24), content="[iif(seesPrice,xszje,null)]")),
         rows=((("仓库：[ckName]", 2), ("日期：[date1]  制表人：[aName]", 1)),), fields=stock)
@@ -743,7 +759,7 @@ def pos_papers():
         for c, content in enumerate(row):
             items.append(text(c * w / 5, 27.5 + r * 8, w / 5, 8, content, "center", 11, r == 0 or c == 0, frame="all", pen_colour=INK,
                               shrink="yes", **({"fill": "#f2f4f7"} if r == 0 or c == 0 else {})))
-    more = (("瞳距 PD：[pos_tj]", 1), ("下加光 ADD：[pos_add]", 1), ("瞳高：[pos_yt]", 1), ("备注：[pos_bz]", 2))
+    more = (("瞳距 PD：[pos_tj]", 1), ("下加光 ADD：[pos_add]", 1), ("瞳高：[pos_yt]", 1), ("备注：[pos_bz]", 2, {"wrap": "yes"}))
     below, end = cells(paper, (more,), 51.5, 7)
     columns = spread((RUNNING, words("商品名称", "g_name", 60, True), words("规格型号", "gg_name", 30), words("单位", "dw_name", 12),
                       quantity("数量", "pos_sl"), money("金额", "pos_zje")), w)

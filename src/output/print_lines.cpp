@@ -44,8 +44,9 @@ constexpr LineSource kSources[] = {
     {.prefix = u"BY", .more = ",a.by_sl as sl,a.by_dj as dj,a.by_zje as zje,a.by_note as note"},
     {.prefix = u"CF", .more = ",a.cf_dj as dj,a.cf_sl as sl,a.cf_zje as zje"},
     {.prefix = u"KB", .more = ",a.kb_dj as dj,a.kb_sl as sl,a.kb_zje as zje"},
-    {.prefix = u"JH"},
-    {.prefix = u"HH"},
+    // The line of a loan counts what has come back of it; its own paper says what was lent, whenever it is printed.
+    {.prefix = u"JH", .more = ",a.jh_sl as sl"},
+    {.prefix = u"HH", .more = ",iif(a.jh_flag='销售',a.jh_xssl,a.jh_hhsl) as sl"},
 };
 
 const LineSource& sourceOf(QStringView prefix) {
@@ -128,9 +129,15 @@ BoundStatement printLineSql(const QString& number, QStringView prefix, LineScope
 }
 
 RowSet printLines(const QString& number, QStringView prefix, LineScope scope) {
+  if (fixedPrintLines(prefix) == 0) {
+    const BoundStatement statement = printLineSql(number, prefix, scope);
+    return openSelectWith(statement.sql, statement.values);
+  }
+  Transaction borrowed(accountDb());
   const BoundStatement statement = printLineSql(number, prefix, scope);
   RowSet rows = openSelectWith(statement.sql, statement.values);
-  if (fixedPrintLines(prefix) > 0) clearStaging();
+  clearStaging();
+  borrowed.commit();
   return rows;
 }
 

@@ -249,6 +249,7 @@ void fillPrintVars(report::Report& report, const QString& number, QStringView ki
   const Kind* kind = kindNamed(kindName);
   if (!kind) return;
   report.setText(u"djh", number);
+  report.setNumber(u"seesCost", session().canSeeCost ? 1 : 0);
   if (kindName == u"spbs") report.setText(u"title", u"商品报损单");
   if (kindName == u"spby") report.setText(u"title", u"商品报溢单");
   if (kindName == u"khjh") report.setText(u"djName", number.startsWith(u"HH") ? u"还货" : u"借货");

@@ -21,7 +21,8 @@ void setCompanyVars(report::Report& report);
 
 /// Sets the variables of a saved document: the company, and what the kind has: `cgjh`, `cgth`, `spxs`, `xsth`, `xshh`,
 /// `kcdb`, `cgd`, `spdd`, `spcf`, `spkb`, `spbs`, `spby`, `kcpd`, `khjh`. Of another kind, and of a document that is
-/// not there, only the company; templates print the rest empty. `djh` is the number.
+/// not there, only the company; templates print the rest empty. `djh` is the number. `seesCost` is 1 when the role sees
+/// cost: forms that have no other one without it leave their costs out by this.
 void fillPrintVars(report::Report& report, const QString& number, QStringView kind);
 
 /// The same for a trading document that stands on the screen and was not saved: from its inputs.

@@ -55,10 +55,10 @@ constexpr PrintedDocument kDocuments[] = {
      .plain = u"kcdbd.fr3",
      .chosen = &Session::transferTemplate},
     {.kind = u"kcpd", .prefix = u"PD", .name = u"库存盘点单", .plain = u"kcpdd.fr3"},
-    {.kind = u"spbs", .prefix = u"BS", .name = u"商品报损单", .plain = u"bsby.fr3"},
-    {.kind = u"spby", .prefix = u"BY", .name = u"商品报溢单", .plain = u"bsby.fr3"},
-    {.kind = u"spcf", .prefix = u"CF", .name = u"商品拆分单", .plain = u"cfd.fr3"},
-    {.kind = u"spkb", .prefix = u"KB", .name = u"商品捆绑单", .plain = u"kbd.fr3"},
+    {.kind = u"spbs", .prefix = u"BS", .name = u"商品报损单", .plain = u"bsby.fr3", .withoutCost = u"bsby2.fr3"},
+    {.kind = u"spby", .prefix = u"BY", .name = u"商品报溢单", .plain = u"bsby.fr3", .withoutCost = u"bsby2.fr3"},
+    {.kind = u"spcf", .prefix = u"CF", .name = u"商品拆分单", .plain = u"cfd.fr3", .withoutCost = u"cfd2.fr3"},
+    {.kind = u"spkb", .prefix = u"KB", .name = u"商品捆绑单", .plain = u"kbd.fr3", .withoutCost = u"kbd2.fr3"},
     {.kind = u"khjh", .prefix = u"JH", .name = u"客户借货单", .plain = u"khjh.fr3"},
     {.kind = u"khjh", .prefix = u"HH", .name = u"客户还货单", .plain = u"khjh.fr3"},
 };
@@ -77,6 +77,7 @@ const PrintedDocument* printedDocument(QStringView prefixOrNumber) {
 }
 
 QString templateOf(const PrintedDocument& document) {
+  if (!session().canSeeCost && !document.withoutCost.empty()) return words(document.withoutCost);
   const QString chosen = document.chosen ? session().*document.chosen : QString();
   return chosen.isEmpty() ? words(document.plain) : chosen;
 }

@@ -35,6 +35,7 @@ struct PrintedDocument {
   QString SystemParameters::*asksFormat;    // on: the form is chosen before each print
   QString SystemParameters::*printsAtSave;  // on: printed when it is saved
   std::span<const TemplateChoice> choices;
+  std::u16string_view withoutCost;  // instead of the usual one, for a role that does not see cost
 };
 
 std::span<const PrintedDocument> printedDocuments();

@@ -126,7 +126,10 @@ TEST_F(DocumentsOnPaper, TwoHundredLinesLongNamesAndLargeAmounts) {
           u"浙江省杭州市上城区视觉健康管理与配镜连锁服务有限责任公司中河路旗舰店（含眼科门诊部）'A'"_qs);
   std::vector<Line> many = lines(200, 1234567.89);
   const QString number = waitingSale("2021-05-03", many, 0);
+  const QString note = u"镜片请附检测报告，渐进片逐副核对瞳高瞳距；"_qs.repeated(9) + u"完"_qs;
+  execSql("update jxc_lsxsd set ls_note=? where gl_djh=?", note, number);
   const QStringList paper = printed(number);
+  EXPECT_TRUE(paper.join(QString()).remove(u' ').contains(note));
   expectLines(paper, number, families::sale, "ls_sl");
   const double due = lookupNumber("select ls_yfje from jxc_lsxsd where gl_djh=?", number);
   EXPECT_GT(due, 400e6);

@@ -197,6 +197,15 @@ TEST_F(PrintingTest, VariablesOfStockDocuments) {
   fillPrintVars(count, "PD21050310001", u"kcpd");
   EXPECT_EQ(count.variable(u"Note") + count.variable(u"ckName"), "'月末'''");
 
+  // A loan says what was lent also after a part of it came back, and the return says what came back.
+  insertRow("jxc_khjhsp", {{"gl_djh", u"JH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_hhsl", 2.0}});
+  insertRow("jxc_khjhsp",
+            {{"gl_djh", u"HH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_hhsl", 2.0}, {"jh_flag", u"还货"}});
+  insertRow("jxc_khjhsp",
+            {{"gl_djh", u"HH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_xssl", 3.0}, {"jh_flag", u"销售"}});
+  EXPECT_EQ(printLines("JH21050310001", u"JH")[0].number("sl"), 5);
+  EXPECT_EQ(printLines("HH21050310001", u"HH")[0].number("sl"), 2);
+  EXPECT_EQ(printLines("HH21050310001", u"HH")[1].number("sl"), 3);
   for (const auto& [number, word] : {std::pair{"JH21050310001", "'借货'"}, std::pair{"HH21050310001", "'还货'"}}) {
     auto loan = report(u"khjh");
     fillPrintVars(loan, number, u"khjh");
@@ -227,6 +236,8 @@ TEST_F(PrintingTest, TheFormFollowsRightsParametersAndTheChoice) {
   EXPECT_EQ(templateOf(sale), "spxs4.fr3");
   EXPECT_EQ(templateOf(purchase), "cgjh2.fr3");
   EXPECT_EQ(templateOf(*printedDocument(u"CT")), "cgth2.fr3");
+  EXPECT_EQ(templateOf(*printedDocument(u"BS")), "bsby2.fr3");
+  EXPECT_EQ(templateOf(*printedDocument(u"KB")), "kbd2.fr3");
   ASSERT_EQ(templateChoices(sale).size(), 1u);
   EXPECT_EQ(QStringView(templateChoices(sale).front().file), u"spxs4.fr3");
 
