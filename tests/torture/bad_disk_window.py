@@ -56,8 +56,9 @@ class Window:
         self.told(name)
         wait(lambda: f"{name}: the program goes on, in “{self.desk.title()}”", lambda: self.desk.program.poll() is not None)
 
-    def try_to_save(self, name, title):
-        self.desk.keys("F5")
+    def try_to_do(self, key, name, title):
+        """The key, yes to the question, the message, and the window as it was."""
+        self.desk.keys(key)
         self.desk.until(title, lambda shown: shown == QUESTION)
         self.desk.keys("y")
         self.told(name)
@@ -99,7 +100,7 @@ def disk_full_while_saving(programs, pictures):
         type_document(window.desk, window.shop, "receipt", LINES, None)
         filler = fill(disk)
         for attempt in (1, 2):
-            window.try_to_save(f"full-save-{attempt}", "采购进货")
+            window.try_to_do("F5", f"full-save-{attempt}", "采购进货")
             if heads(window.shop) != (0, 0):
                 raise Failure(f"half a receipt: {heads(window.shop)}")
         window.picture("full-after")
@@ -108,6 +109,43 @@ def disk_full_while_saving(programs, pictures):
         lines = window.shop.rows("select g_sn,jh_sl from jxc_jhsp where j_sn<>'' order by id")
         if heads(window.shop) != (1, 1) or lines != [(sn, quantity) for sn, quantity, _ in LINES]:
             raise Failure(f"the receipt is not what was typed: {heads(window.shop)}, {lines}")
+        prove(programs[1], window.desk)
+
+
+def disk_full_while_auditing_and_cancelling(programs, pictures):
+    """Money in the cash book, one line waiting and one audited: both stay as they are until there is room."""
+    title, today = "现金银行", time.strftime("%Y-%m-%d")
+
+    def prepare(home):
+        make_shop(programs[1], 20, 50)(home)
+        with contextlib.closing(sqlite3.connect(pathlib.Path(home) / "data/jxc.mdb")) as db:
+            db.execute("delete from jxc_xjyh")  # the first line is the one that the keys reach
+            for number, checked, balance in (("XJ1", "1", 70), ("XJ2", "0", 0)):
+                db.execute("insert into jxc_xjyh (gl_djh,xj_rq,xj_chk,xj_dlx,u_name,xj_je,xj_ljje,xj_kmmc,xj_note,a_name) "
+                           "values (?,?,?,'现金银行收款','默认员工',70,?,'现金','','admin')", (number, today, checked, balance))
+            db.commit()
+
+    with small_disk(24) as disk, Window(programs, pictures, disk, prepare) as window:
+        def audited():
+            return "".join(row[0] for row in window.shop.rows("select xj_chk from jxc_xjyh order by gl_djh"))
+
+        begin(window.desk)
+        window.desk.keys("ctrl+k", *"xjy", "Return")
+        window.desk.until(title, lambda shown: shown == title)
+        filler = fill(disk)
+        window.try_to_do("F9", "full-audit", title)
+        window.desk.keys("ctrl+Tab")
+        window.try_to_do("F9", "full-cancel", title)
+        if audited() != "10":
+            raise Failure(f"something has changed: {audited()}")
+        filler.unlink()
+        for key, after in (("F9", "00"), ("ctrl+Tab", "00"), ("F9", "01")):
+            window.desk.keys(key)
+            if key == "F9":
+                window.desk.until(title, lambda shown: shown == QUESTION)
+                window.desk.keys("y")
+            wait(lambda: f"the lines stand at {audited()}; the window is “{window.desk.title()}”",
+                 lambda: audited() == after or (after == "01" and audited() == "10"))
         prove(programs[1], window.desk)
 
 
@@ -120,7 +158,7 @@ def file_gone_and_back(programs, pictures):
         type_document(window.desk, window.shop, "receipt", LINES, None)
         away = window.shop.file.with_name("moved-away")
         window.shop.file.rename(away)
-        window.try_to_save("gone", "采购进货")
+        window.try_to_do("F5", "gone", "采购进货")
         away.rename(window.shop.file)
         save(window.desk, window.shop, "receipt")
         if heads(window.shop) != (1, 1):
@@ -137,7 +175,7 @@ def file_locked(programs, pictures):
         type_document(window.desk, window.shop, "receipt", LINES, None)
         with contextlib.closing(sqlite3.connect(window.shop.file, isolation_level=None)) as holder:
             holder.execute("begin immediate")
-            window.try_to_save("locked", "采购进货")
+            window.try_to_do("F5", "locked", "采购进货")
             holder.execute("rollback")
         save(window.desk, window.shop, "receipt")
         prove(programs[1], window.desk)
@@ -184,7 +222,7 @@ def no_room_for_the_first_start(programs, pictures):
                 raise Failure(f"half an account set stands there: {left}")
 
 
-CASES = (disk_full_while_saving, file_gone_and_back, file_locked, file_protected, folder_protected, file_closed,
+CASES = (disk_full_while_saving, disk_full_while_auditing_and_cancelling, file_gone_and_back, file_locked, file_protected, folder_protected, file_closed,
          no_room_for_the_first_start)
 
 
