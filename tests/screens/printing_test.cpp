@@ -136,6 +136,7 @@ TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
     EXPECT_EQ(session().salesTemplate, u"spxs4.fr3");
     expectScreen("F_PrinSele", [&](ui::Screen& choice) {
       EXPECT_TRUE(choice.field("rPrin2").isChecked());  // it is remembered
+      EXPECT_EQ(choice.focusWidget(), choice.field("rPrin2").widget());
       check(choice, "rPrin3", true);
       press(choice, "F5");
     });

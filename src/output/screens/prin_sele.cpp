@@ -45,6 +45,13 @@ bool TF_PrinSele::choose(const PrintedDocument& document) {
   return true;
 }
 
+void TF_PrinSele::showEvent(QShowEvent* event) {
+  Screen::showEvent(event);
+  // The arrows go on from the form of the last time.
+  for (ui::Field* input : {&rPrin1, &rPrin2, &rPrin3})
+    if (input->isChecked()) input->focus();
+}
+
 bool chooseForm(const PrintedDocument& document) {
   return !asksFormat(document) || ui::screenAs<TF_PrinSele>("F_PrinSele").choose(document);
 }

@@ -18,6 +18,9 @@ class TF_PrinSele : public ui::Screen {
   /// Lets the operator choose; the choice stays in the session. False: there will be no print.
   bool choose(const PrintedDocument& document);
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   std::vector<TemplateChoice> choices_;
 };
