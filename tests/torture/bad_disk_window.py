@@ -92,12 +92,19 @@ def heads(shop):
 LINES = [(code(i), 3, 10.0) for i in range(4)]
 
 
-def disk_full_while_saving(programs, pictures):
-    """F5 on a receipt: the message, the lines still there, and the same receipt saved once there is room."""
-    with small_disk(24) as disk, Window(programs, pictures, disk, make_shop(programs[1], 60, 50)) as window:
+@contextlib.contextmanager
+def typed_receipt(programs, pictures, folder):
+    """A window with a receipt that has been typed and waits for F5."""
+    with Window(programs, pictures, folder, make_shop(programs[1], 60, 50)) as window:
         begin(window.desk)
         open_document(window.desk, "receipt")
         type_document(window.desk, window.shop, "receipt", LINES, None)
+        yield window
+
+
+def disk_full_while_saving(programs, pictures):
+    """F5 on a receipt: the message, the lines still there, and the same receipt saved once there is room."""
+    with small_disk(24) as disk, typed_receipt(programs, pictures, disk) as window:
         filler = fill(disk)
         for attempt in (1, 2):
             window.try_to_do("F5", f"full-save-{attempt}", "采购进货")
@@ -151,11 +158,7 @@ def disk_full_while_auditing_and_cancelling(programs, pictures):
 
 def file_gone_and_back(programs, pictures):
     """The account file is moved away under the program: nothing is written into the void; back again, work goes on."""
-    with tempfile.TemporaryDirectory(prefix="jxc-gone-") as folder, \
-            Window(programs, pictures, folder, make_shop(programs[1], 60, 50)) as window:
-        begin(window.desk)
-        open_document(window.desk, "receipt")
-        type_document(window.desk, window.shop, "receipt", LINES, None)
+    with tempfile.TemporaryDirectory(prefix="jxc-gone-") as folder, typed_receipt(programs, pictures, folder) as window:
         away = window.shop.file.with_name("moved-away")
         window.shop.file.rename(away)
         window.try_to_do("F5", "gone", "采购进货")
@@ -168,11 +171,7 @@ def file_gone_and_back(programs, pictures):
 
 def file_locked(programs, pictures):
     """Another program holds the right to write for long."""
-    with tempfile.TemporaryDirectory(prefix="jxc-lock-") as folder, \
-            Window(programs, pictures, folder, make_shop(programs[1], 60, 50)) as window:
-        begin(window.desk)
-        open_document(window.desk, "receipt")
-        type_document(window.desk, window.shop, "receipt", LINES, None)
+    with tempfile.TemporaryDirectory(prefix="jxc-lock-") as folder, typed_receipt(programs, pictures, folder) as window:
         with contextlib.closing(sqlite3.connect(window.shop.file, isolation_level=None)) as holder:
             holder.execute("begin immediate")
             window.try_to_do("F5", "locked", "采购进货")
