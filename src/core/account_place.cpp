@@ -9,7 +9,7 @@
 namespace jxc {
 namespace account_place_detail {
 
-// An address is one line; a database is never that small.
+// An address is one line, with a word or two of comment; a database is never that small.
 constexpr qint64 longestAddress = 2000;
 
 DbError onShare() {
@@ -33,8 +33,14 @@ QString addressIn(const QString& file) {
   if (content.size() > account_place_detail::longestAddress || !content.open(QIODevice::ReadOnly)) return {};
   QByteArray bytes = content.readAll();
   if (bytes.startsWith("\xEF\xBB\xBF")) bytes.remove(0, 3);  // editors of another system put a mark in front
-  const QString line = QString::fromUtf8(bytes).trimmed();
-  return !line.contains(u'\n') && isServerAddress(line) ? line : QString();
+  QString address;
+  for (const QString& each : QString::fromUtf8(bytes).split(u'\n')) {
+    const QString line = each.trimmed();
+    if (line.isEmpty() || line.startsWith(u'#')) continue;
+    if (!address.isEmpty()) return {};  // some other text
+    address = line;
+  }
+  return isServerAddress(address) ? address : QString();
 }
 
 std::unique_ptr<Database> openAccountFile(const QString& file) {

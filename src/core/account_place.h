@@ -13,7 +13,8 @@ namespace jxc {
 /// or host among them.
 bool isServerAddress(const QString& text);
 
-/// The address that an account file holds instead of a database, on its first line; empty when it holds none.
+/// The address that an account file holds instead of a database: its only line, blank ones and those that begin with
+/// `#` aside. Empty when it holds none.
 QString addressIn(const QString& file);
 
 /// Opens the account set of a file, or of the server whose address it holds. A database file on a network share is

@@ -4,8 +4,27 @@
 #include <QFileInfo>
 
 #include <sys/vfs.h>
+#include <utility>
 
 namespace jxc {
+namespace network_share_detail {
+
+FileSystemOf& probe() {
+  static FileSystemOf asked;
+  return asked;
+}
+
+unsigned long fileSystemOf(const QString& path) {
+  if (probe()) return probe()(path);
+  struct statfs about {};
+  return ::statfs(QFile::encodeName(path).constData(), &about) == 0 ? static_cast<unsigned long>(about.f_type) : 0;
+}
+
+}  // namespace network_share_detail
+
+void setFileSystemProbe(FileSystemOf probe) {
+  network_share_detail::probe() = std::move(probe);
+}
 
 bool isNetworkFileSystem(unsigned long kind) {
   switch (kind & 0xffffffffUL) {
@@ -29,9 +48,7 @@ bool isNetworkFileSystem(unsigned long kind) {
 bool isOnNetworkShare(const QString& file) {
   const QFileInfo info(file);
   const QString there = info.exists() ? info.absoluteFilePath() : info.absolutePath();
-  struct statfs about {};
-  if (::statfs(QFile::encodeName(there).constData(), &about) != 0) return false;
-  return isNetworkFileSystem(static_cast<unsigned long>(about.f_type));
+  return isNetworkFileSystem(network_share_detail::fileSystemOf(there));
 }
 
 }  // namespace jxc

@@ -130,7 +130,7 @@ class ShopWalk : public ShopTest {
   }
   void cancelAny() {
     const RowSet numbers =
-        openSelect("select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000'");
+        openSelect("select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000' order by gl_djh");
     if (!numbers.isEmpty()) cancel(numbers.text(upTo(numbers.rowCount() - 1), 0));
   }
   void payAny() {
