@@ -78,7 +78,7 @@ class Walk {
   void judge(const LedgerRow& row, const RunningStock& before, const RunningStock& due);
   bool followsWithout(const LedgerRow& row, RunningStock before) const;
   bool byPrice(const LedgerRow& row, const RunningStock& before) const;
-  bool withOtherDigits(const LedgerRow& row, const RunningStock& before);
+  bool withOtherDigits(const LedgerRow& row, const RunningStock& before, const RunningStock& due);
   bool leftByCancel(const LedgerRow& row, const RunningStock& before) const;
   bool averageWasSet(const LedgerRow& row, const RunningStock& before, const RunningStock& due) const;
   bool costWasFilled(const LedgerRow& row, const RunningStock& before) const;
@@ -126,12 +126,12 @@ void Walk::run(int pairIndex) {
 }
 
 void Walk::judge(const LedgerRow& row, const RunningStock& before, const RunningStock& due) {
-  const Kind kind = byPrice(row, before)              ? Kind::RunningByPrice
-                    : leftByCancel(row, before)       ? Kind::RunningCancelledTwice
-                    : withOtherDigits(row, before)    ? Kind::RunningOtherDigits
-                    : averageWasSet(row, before, due) ? Kind::RunningAverageSet
-                    : costWasFilled(row, before)      ? Kind::RunningCostFilled
-                                                      : Kind::Running;
+  const Kind kind = byPrice(row, before)                ? Kind::RunningByPrice
+                    : leftByCancel(row, before)         ? Kind::RunningCancelledTwice
+                    : withOtherDigits(row, before, due) ? Kind::RunningOtherDigits
+                    : averageWasSet(row, before, due)   ? Kind::RunningAverageSet
+                    : costWasFilled(row, before)        ? Kind::RunningCostFilled
+                                                        : Kind::Running;
   books_.findings.add(kind, [&] { return placeOf(row, before, due); });
 }
 
@@ -184,7 +184,10 @@ bool Walk::costWasFilled(const LedgerRow& row, const RunningStock& before) const
 }
 
 /// Postings keep the digits of their day.
-bool Walk::withOtherDigits(const LedgerRow& row, const RunningStock& before) {
+bool Walk::withOtherDigits(const LedgerRow& row, const RunningStock& before, const RunningStock& due) {
+  // Fewer digits would call a figure that was lost to zero a rounding.
+  const auto isLost = [](double stored, double figure) { return stored == 0 && figure != 0; };
+  if (isLost(row.average, due.average) || isLost(row.stock, due.quantity) || isLost(row.value, due.value)) return false;
   const auto explains = [&](const StockDigits& digits) {
     RunningStock after = before;
     after.advance(row.movement(), digits);

@@ -276,6 +276,13 @@ TEST_F(ProveTest, NoLossHidesBehindAnExcuse) {
     EXPECT_TRUE(known().contains(u"running-average-set"));
   }
   {
+    SCOPED_TRACE("an average that was lost to zero is no rounding");
+    Transaction trial(accountDb());
+    receive("2021-05-03", {{"D", 10, 0.35}});
+    execSql("update jxc_goodslist set gl_pjjj=0,gl_kczje=0 where g_sn='D'");
+    finds("running");
+  }
+  {
     SCOPED_TRACE("a closing takes rows away, so that more was sold than they show, never less");
     Transaction trial(accountDb());
     execSql("insert into jxc_nj (nj_year) values ('2020')");
