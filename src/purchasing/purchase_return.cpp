@@ -100,32 +100,14 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
                         {"th_fpje", -draft.invoiceAmount},
                         {"a_name", session().a_name},
                         {"th_qk", false}});
-  if (!draft.returnOf.isEmpty()) execSql("update jxc_jhd set j_th=1,j_dhdid=? where j_sn=?", number, draft.returnOf);
 }
 
-/// What the return takes over from the head of the receipt.
-void takeHead(const Row& head, TradingDraft& draft) {
-  draft.partner = head.text("ghs_sn");
-  draft.warehouse = head.text("ck_sn");
-  draft.salesperson = head.text("u_sn");
-  draft.paid = head.number("j_sfje");
-  draft.account = head.text("j_kmmc");
-  draft.note = head.text("j_note");
-  draft.invoiceNumber = head.text("j_fpno");
-  draft.invoiceAmount = head.number("j_fpje");
-  draft.returnOf = head.text("j_sn");
-}
+constexpr ReturnedDocument kReturned = {
+    .description = receipt::description, .isReturned = "j_th", .returnedBy = "j_dhdid"};
 
-class ReturnRules final : public TradingRules {
+class ReturnRules final : public ReturningRules {
  public:
-  ReturnRules() : TradingRules(kReturn, purchase_return_detail::lines()) {}
-
-  /// The rest of a return lowers what is owed, unless the operator says otherwise.
-  TradingDraft fresh(const QString& lastDate) const override {
-    TradingDraft draft = TradingRules::fresh(lastDate);
-    draft.settlement = Settlement::RestOnAccount;
-    return draft;
-  }
+  ReturnRules() : ReturningRules(kReturn, purchase_return_detail::lines(), kReturned) {}
 
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
     const SaveResult refusedSave{.number = draft.number};
@@ -136,38 +118,20 @@ class ReturnRules final : public TradingRules {
     return saveDocument(family(),
                         {.number = draft.number,
                          .date = draft.date,
-                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                         .writeHead =
+                             [&](const QString& number) {
+                               writeHead(draft, number, payable(number), paid);
+                               markReturned(draft.returnOf, number);
+                             }},
                         prompt);
   }
 
-  std::optional<TradingDraft> returnWhole(const QString& source, const TradingDraft& current,
-                                          Prompt& prompt) const override {
-    const RowSet heads = openSelect("select * from jxc_jhd where j_status=1 and j_sn=? order by id", source);
-    if (refused(
-            {{!source.startsWith(u"CJ") || heads.isEmpty(),
-              u"单据"_qs + source + u"不能退货，只有“CJ”开头的单据才能退货！"_qs},
-             {!heads.isEmpty() && heads.front().integer("j_th") == 1, u"该单据已经进行过整单退货，不能重复退货！"_qs}},
-            prompt))
-      return std::nullopt;
-    TradingDraft draft = current;
-    takeHead(heads.front(), draft);
-    Transaction transaction(accountDb());
-    draft.number = usableDraftNumber(family(), current.number, current.date);
-    copyWholeDocument(receipt::description(), source, kReturn, draft.number);
-    // The receipt knows its return from now on, but counts as returned only once that is saved.
-    execSql("update jxc_jhd set j_dhdid=? where j_sn=?", draft.number, source);
-    transaction.commit();
-    draft.payable = payable(draft.number);
-    return draft;
-  }
-
-  void recallReturned(TradingDraft& draft) const override {
-    const RowSet heads =
-        openSelect("select top 1 * from jxc_jhd where j_dhdid=? and j_th=0 order by id desc", draft.number);
-    if (!heads.isEmpty()) takeHead(heads.front(), draft);
-  }
-  void forgetReturned(const QString& number) const override {
-    execSql("update jxc_jhd set j_dhdid='' where j_dhdid=? and j_th=0", number);
+ protected:
+  bool mayReturn(const QString& source, const Row* head, Prompt& prompt) const override {
+    return !refused(
+        {{!source.startsWith(u"CJ") || !head, u"单据"_qs + source + u"不能退货，只有“CJ”开头的单据才能退货！"_qs},
+         {head && head->integer("j_th") == 1, u"该单据已经进行过整单退货，不能重复退货！"_qs}},
+        prompt);
   }
 };
 

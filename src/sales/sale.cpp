@@ -268,9 +268,10 @@ bool changeGift(Lines where, std::int64_t id, const LinePlace& place, double qua
 
 // ---- history -----------------------------------------------------------------------------------------------------
 
-RowSet saleHistory(const QString& goods, const QString& customer) {
+RowSet saleHistory(const QString& goods, const QString& customer, int most) {
   const std::string start =
-      "select top 20 b.ls_xsrq,a.*,c.kh_name,d.g_lsj from jxc_lsxssp a,jxc_lsxsd b,jxc_khxx c,jxc_goods d "
+      "select top " + std::to_string(most) +
+      " b.ls_xsrq,a.*,c.kh_name,d.g_lsj from jxc_lsxssp a,jxc_lsxsd b,jxc_khxx c,jxc_goods d "
       "where b.ls_status=1 and a.gl_djh=b.gl_djh and b.kh_sn=c.kh_sn and a.g_sn=d.g_sn and a.g_sn=?";
   const std::string order = " order by b.ls_xsrq desc,a.id desc";
   if (!strIsTrue(session().cs_activate)) return openSelect(start + order, goods);

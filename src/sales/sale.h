@@ -21,8 +21,8 @@ BoundStatement giftsToPick(const QString& typed, const QString& warehouse);
 LineResult addGift(Lines where, const LinePlace& place, const QString& goods, double quantity, Prompt& prompt);
 bool changeGift(Lines where, std::int64_t id, const LinePlace& place, double quantity, Prompt& prompt);
 
-/// What this goods was sold for: the last twenty audited sales, of this customer only by parameter (`cs_activate`).
-RowSet saleHistory(const QString& goods, const QString& customer);
+/// What this goods was sold for: the last audited sales, of this customer only by parameter (`cs_activate`).
+RowSet saleHistory(const QString& goods, const QString& customer, int most = 20);
 
 /// Lowest discount rate (`cs_zdzk`) that a line may have; 0: any.
 double lowestDiscount();

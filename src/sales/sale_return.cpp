@@ -53,7 +53,7 @@ class ReturnLines : public TradingLines {
   }
 
   RowSet history(const QString& goods, const QString& partner) const override {
-    return sale::saleHistory(goods, partner);
+    return sale::saleHistory(goods, partner, 10);
   }
   RowSet quotes(const QString& goods, const QString& partner) const override {
     return sale::rules().lines().quotes(goods, partner);
@@ -89,31 +89,15 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
                           {"th_kmmc", draft.account},
                           {"th_fpno", sanitizeText(draft.invoiceNumber).left(32)},
                           {"th_fpje", -draft.invoiceAmount}});
-  // The mark stays when the return is cancelled: the sale was returned once.
-  if (!draft.returnOf.isEmpty())
-    execSql("update jxc_lsxsd set ls_th=1,ls_fdmc=? where gl_djh=?", number, draft.returnOf);
 }
 
-/// What the return takes over from the head of the sale.
-void takeHead(const Row& head, TradingDraft& draft) {
-  draft.partner = head.text("kh_sn");
-  draft.warehouse = head.text("ck_sn");
-  draft.salesperson = head.text("u_sn");
-  draft.paid = head.number("ls_sfje");
-  draft.account = head.text("ls_kmmc");
-  draft.note = head.text("ls_note");
-  draft.returnOf = head.text("gl_djh");
-}
+// The mark stays when the return is cancelled: the sale was returned once.
+constexpr ReturnedDocument kReturned = {
+    .description = sale::description, .isReturned = "ls_th", .returnedBy = "ls_fdmc"};
 
-class ReturnRules final : public TradingRules {
+class ReturnRules final : public ReturningRules {
  public:
-  ReturnRules() : TradingRules(kReturn, sale_return_detail::lines()) {}
-
-  TradingDraft fresh(const QString& lastDate) const override {
-    TradingDraft draft = TradingRules::fresh(lastDate);
-    draft.settlement = Settlement::RestOnAccount;
-    return draft;
-  }
+  ReturnRules() : ReturningRules(kReturn, sale_return_detail::lines(), kReturned) {}
 
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
     if (isIncomplete(draft, prompt)) return {.number = draft.number};
@@ -121,38 +105,17 @@ class ReturnRules final : public TradingRules {
     return saveDocument(family(),
                         {.number = draft.number,
                          .date = draft.date,
-                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
+                         .writeHead =
+                             [&](const QString& number) {
+                               writeHead(draft, number, payable(number), paid);
+                               markReturned(draft.returnOf, number);
+                             }},
                         prompt);
   }
 
-  std::optional<TradingDraft> returnWhole(const QString& source, const TradingDraft& current,
-                                          Prompt& prompt) const override {
-    const RowSet heads = openSelect("select * from jxc_lsxsd where ls_status=1 and gl_djh=? order by id", source);
-    if (heads.isEmpty()) return std::nullopt;
-    const Row head = heads.front();
-    if (head.integer("ls_th") == 1 && !prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs))
-      return std::nullopt;
-    TradingDraft draft = current;
-    takeHead(head, draft);
-    Transaction transaction(accountDb());
-    draft.number = usableDraftNumber(family(), current.number, current.date);
-    copyWholeDocument(sale::description(), source, kReturn, draft.number);
-    // The sale knows its return from now on, but counts as returned only once that is saved. The name of a branch that
-    // stands there is left until then.
-    execSql("update jxc_lsxsd set ls_fdmc=? where gl_djh=? and ls_th=0 and (ls_fdmc='' or ls_fdmc is null)",
-            draft.number, source);
-    transaction.commit();
-    draft.payable = payable(draft.number);
-    return draft;
-  }
-
-  void recallReturned(TradingDraft& draft) const override {
-    const RowSet heads =
-        openSelect("select top 1 * from jxc_lsxsd where ls_fdmc=? and ls_th=0 order by id desc", draft.number);
-    if (!heads.isEmpty()) takeHead(heads.front(), draft);
-  }
-  void forgetReturned(const QString& number) const override {
-    execSql("update jxc_lsxsd set ls_fdmc='' where ls_fdmc=? and ls_th=0", number);
+ protected:
+  bool mayReturn(const QString&, const Row* head, Prompt& prompt) const override {
+    return head && (head->integer("ls_th") != 1 || prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs));
   }
 };
 

@@ -112,6 +112,38 @@ class TradingRules : public DocumentRules {
   const LineRules& lines_;
 };
 
+/// The document that a return gives back as a whole, and where its head remembers the return.
+struct ReturnedDocument {
+  const TradingDescription& (*description)();
+  std::string_view isReturned, returnedBy;
+};
+
+/// A return: it may give back another document as a whole. The other one knows the number of its return from the first
+/// moment, so that the draft finds it again after a crash, but counts as returned only once the return is saved.
+class ReturningRules : public TradingRules {
+ public:
+  ReturningRules(const TradingDescription& document, const LineRules& lines, const ReturnedDocument& returned)
+      : TradingRules(document, lines), returned_(returned) {}
+
+  /// The rest of a return stays on the account, unless the operator says otherwise.
+  TradingDraft fresh(const QString& lastDate) const override;
+  std::optional<TradingDraft> returnWhole(const QString& source, const TradingDraft& current,
+                                          Prompt& prompt) const override;
+  void recallReturned(TradingDraft& draft) const override;
+  void forgetReturned(const QString& number) const override;
+
+ protected:
+  /// Whether this audited document may go back, as the operator is told or asked; null: there is none of this number.
+  virtual bool mayReturn(const QString& source, const Row* head, Prompt& prompt) const = 0;
+  /// The return of this number was saved.
+  void markReturned(const QString& source, const QString& number) const;
+
+ private:
+  void takeHead(const Row& head, TradingDraft& draft) const;
+
+  const ReturnedDocument returned_;
+};
+
 /// Copies all lines of a document into this operator's draft, in their order: a return of the whole of it.
 void copyWholeDocument(const TradingDescription& from, const QString& source, const TradingDescription& to,
                        const QString& number);

@@ -4,7 +4,9 @@
 #include "platform/sheet/sheet_writer.h"
 #include "screens/harness/trading_test.h"
 #include "stock/screens/line_import_screen.h"
+#include "ui/file_dialogs.h"
 
+#include <QAction>
 #include <QTemporaryDir>
 
 namespace jxc::test {
@@ -135,6 +137,37 @@ TEST_F(LineImportTest, ASaleMindsStockPricesAndOldFiles) {
     expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
     press(s, "Esc");
   });
+}
+
+// What a sale sent out comes in again as it is, here into the document that waits for audit.
+TEST_F(LineImportTest, LinesGoOutAndIntoADocumentThatWaits) {
+  const QString sent = directory_.filePath(u"单据商品.xls"_qs);
+  ui::setFileAnswer([&](const QString&, const QString&) { return sent; });
+  open("F_Spxs", [&](ui::Screen& s) {
+    s.field("tSptm").focus();
+    scan(s, u"6900000000017");
+    edit(s, "gridLines", 0, "ls_sl", u"3");
+    EXPECT_FALSE(s.command("btnAddCl").isEnabled());
+    expectScreen("F_Spxs_Sele", [](ui::Screen& line) { press(line, "Esc"); });
+    press(s, "F3");  // no matter that the idle button names the same key
+    expectNotice(u"导出成功！"_qs);
+    s.findChild<QAction*>("btnInOutExport")->trigger();
+    expectQuestion(QString::fromUtf8(kSaveSale), Answer::Yes);
+    press(s, "F5");
+    showWaiting(s);
+    expectScreen("F_Spxs_Import", [&](ui::Screen& sheet) {
+      press(sheet, "F2");
+      EXPECT_EQ(verdicts(sheet), "可顺利导入");
+      expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);
+      expectNotice(u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
+      press(sheet, "F5");
+    });
+    press(s, "Ctrl+I");
+    EXPECT_EQ(rows("select g_sn,ls_sl,ls_zje from jxc_lsxssp order by id"), "10000001 3 60 | 10000001 3 60");
+    EXPECT_EQ(rows("select ls_yfje,ls_status from jxc_lsxsd"), "120 0");
+    EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 120);
+  });
+  ui::setFileAnswer({});
 }
 
 TEST_F(LineImportTest, FilesThatAreNoSheetsOfLines) {

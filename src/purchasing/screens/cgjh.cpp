@@ -83,6 +83,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddOld", "老商品添加", "F2"},
     {"btnAddNew", "新商品添加", "F9"},
     {"btnHt", "添加合同"},
+    trading_parts::importLines,
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实付金额、结算方式"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
     {"btn_Export", "导出单据"},
@@ -138,7 +139,7 @@ constexpr DocumentScreenSpec kDocument = {
     .saveRow = "btnHt btnPrin | btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin btn_Export |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
     .notYet = kNotYet,
 };
 

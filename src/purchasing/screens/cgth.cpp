@@ -69,6 +69,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnPanel", "条码选项"},
     {"btnAddOld", "添加商品", "F2"},
     {"btnZdth", "整单退货", "F7"},
+    trading_parts::importLines,
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实收金额"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
 });
@@ -118,7 +119,7 @@ constexpr DocumentScreenSpec kDocument = {
     .saveRow = "btnPrin | btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
 class TF_Cgth : public DocumentScreen {

@@ -82,6 +82,10 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddOld", "商品添加", "F2"},
     {"btnAddNew", "新商品添加", "F9"},
     {"btnZpAdd", "添加赠品", "F4"},
+    // Sets of material are no goods of this system. The button keeps its place on the screen for shops that look for it
+    // there; F3 changes the line.
+    {"btnAddCl", "材料套料出库(F3)", "", "本系统没有套料商品，请用“商品添加(F2)”逐项添加"},
+    {"btnInOut", "导入导出", "", "从表格文件导入商品，或把单据商品导出到表格文件"},
     {"btnRCheck", "审核", "F6", "审核当前单据，可修改实收金额、结算方式"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_ChaKan", "查看单据", "F8"},
@@ -138,17 +142,18 @@ constexpr DocumentScreenSpec kDocument = {
     .newPartner = {{"qtcz", 3}, u"客户设置！"},
     .headForm = kHeadForm,
     .footForm = kFootForm,
-    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnJpgd btnModi btnDel btnImport",
+    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnAddCl btnJpgd btnModi btnDel btnInOut",
     .saveRow = "btnPrin | btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
 class TF_Spxs : public DocumentScreen {
  public:
   TF_Spxs() : DocumentScreen(kDocument) {
     on(command("btnZpAdd"), [this] { addGift(); });
+    command("btnAddCl").setEnabled(false);
   }
 
  protected:

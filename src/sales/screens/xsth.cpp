@@ -71,6 +71,7 @@ constexpr ui::GridSpec kGrids[] = {
 constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddOld", "添加商品", "F2"},
     {"btnZdth", "整单退货", "F7"},
+    trading_parts::importLines,
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实退金额"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_ChaKan", "查看单据", "F8"},
@@ -121,7 +122,7 @@ constexpr DocumentScreenSpec kDocument = {
     .saveRow = "btnPrin | btnOK btnCancel",
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Modi btnDele |",
+    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
 class TF_Xsth : public DocumentScreen {
@@ -197,7 +198,7 @@ constexpr LineScreenSpec kLine = {.screen = {.name = "F_Xsth_Sele",
                                              .focus = "tsl"},
                                   .rules = sale_return::rules,
                                   .price = "tgsj",
-                                  .historyTitle = "最近二十次销售",
+                                  .historyTitle = "最近十次销售",
                                   .quotesTitle = "客户报价",
                                   .historyPrice = "ls_dj",
                                   .quotesPrice = "kb_bj",

@@ -33,6 +33,9 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
   panel()
       .form({"jsn trq tadmin", "tpartner", "tck tuser", amounts, "comJsfs comYhzh", "tnote"})
       .buttons("btnPreview | btnOK btnCancel");
+  // A balance of the year fits with its sign and the currency before it.
+  auto* due = field("tyfje").widget();
+  due->setMinimumWidth(due->fontMetrics().horizontalAdvance(u"-￥9,999,999,999,999.99 "_qs));
   tnote.onEnter([this] {
     saveCheckedValueTab2();
     return true;

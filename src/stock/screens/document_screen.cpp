@@ -12,6 +12,7 @@
 #include "stock/screens/line_import_screen.h"
 #include "ui/application.h"
 #include "ui/display.h"
+#include "ui/grid_output.h"
 #include "ui/scan_catcher.h"
 
 #include <QApplication>
@@ -60,6 +61,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
   bindDraft();
   bindWaiting();
   bindPrinting();
+  if (hasCommand("btnInOut")) addSheetMenu();
   if (!optional("tSptm")) return;
   scans_ = new ui::ScanCatcher(
       *this, *field("tSptm").widget(),
@@ -87,6 +89,18 @@ void DocumentScreen::addScanOptions() {
     focusDraft();
   });
   command("btnPanel").setMenu(menu);
+}
+
+void DocumentScreen::addSheetMenu() {
+  auto* menu = new QMenu(this);
+  const auto entry = [&](const char* name, const QString& text, std::function<void()> action) {
+    menu->addAction(text, this, std::move(action))->setObjectName(QString::fromLatin1(name));
+  };
+  entry("btnInOutImport", u"导入商品(&I)\tCtrl+I"_qs, [this] { importSheet(); });
+  entry("btnInOutMb", u"保存导入模板(&M)"_qs,
+        [this] { ui::screenAs<LineImportScreen>(description_.importScreen).btnMbClick(); });
+  entry("btnInOutExport", u"导出商品(&E)"_qs, [this] { exportLines(); });
+  command("btnInOut").setMenu(menu);
 }
 
 ui::Field* DocumentScreen::optional(std::string_view name) {
@@ -145,7 +159,7 @@ void DocumentScreen::bindDraft() {
   bindCommand("btnAddOld", &DocumentScreen::addOld);
   if (hasCommand("btnAddNew")) bindCommand("btnAddNew", &DocumentScreen::addNew);
   if (hasCommand("btnZdth")) bindCommand("btnZdth", &DocumentScreen::returnWhole);
-  bindCommand("btnImport", &DocumentScreen::importSheet);
+  if (hasCommand("btnImport")) bindCommand("btnImport", &DocumentScreen::importSheet);
   bindCommand("btnJpgd", &DocumentScreen::enterLenses);
   bindCommand("btnModi", &DocumentScreen::modifyLine);
   bindCommand("btnDel", &DocumentScreen::deleteLine);
@@ -370,6 +384,15 @@ void DocumentScreen::importSheet() {
   showPicked(ui::screenAs<LineImportScreen>(description_.importScreen).importInto(draftPlace(), Lines::Draft));
 }
 
+void DocumentScreen::exportLines() {
+  if (gridLines.isEmpty()) return;
+  // Without sums and filter below: the file comes in again by the import as it is.
+  Sheet sheet = ui::gridSheet(gridLines);
+  sheet.sums.clear();
+  sheet.notes.clear();
+  ui::exportSheet(sheet, windowTitle() + u'-' + draft_.number, this);
+}
+
 bool DocumentScreen::mayMakeGoods() const {
   const Right& right =
       description_.newGoodsScreen.empty() ? document_screen_detail::kGoods : description_.newGoods.right;
@@ -507,6 +530,11 @@ bool DocumentScreen::mayLeave() {
 }
 
 bool DocumentScreen::keyPressed(QKeyEvent& event) {
+  const bool isImport = event.key() == Qt::Key_I && event.modifiers() == Qt::ControlModifier;
+  if (isImport && hasCommand("btnInOut") && command("btnInOut").isVisible()) {
+    importSheet();
+    return true;
+  }
   if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;
   if (!mayDo(description_.newPartner)) return true;
   if (const auto added = description_.addPartner()) {

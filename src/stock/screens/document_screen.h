@@ -119,6 +119,7 @@ class DocumentScreen : public ui::Screen {
   void addNew();
   void enterLenses();
   void importSheet();
+  void exportLines();
   void modifyLine();
   void deleteLine();
   bool save();
@@ -138,6 +139,7 @@ class DocumentScreen : public ui::Screen {
   void changeHead();
   void addWaitingLines();
   void enterWaitingLenses();
+  void importWaiting();
   void modifyWaitingLine();
   void deleteWaitingLine();
   void printWaiting(PrintWay way);
@@ -150,6 +152,7 @@ class DocumentScreen : public ui::Screen {
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
   void addScanOptions();
+  void addSheetMenu();
   void bindPanels();
   void bindDraft();
   void bindWaiting();

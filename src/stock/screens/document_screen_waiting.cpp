@@ -6,6 +6,7 @@
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "ui/application.h"
 
 namespace jxc {
@@ -38,6 +39,7 @@ void DocumentScreen::bindWaiting() {
   bindCommand("btn_Date", &DocumentScreen::changeHead);
   bindCommand("btnAdd", &DocumentScreen::addWaitingLines);
   bindCommand("btnTab2Jpgd", &DocumentScreen::enterWaitingLenses);
+  bindCommand("btnTab2Import", &DocumentScreen::importWaiting);
   bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
   bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
 }
@@ -61,7 +63,7 @@ void DocumentScreen::refreshWaiting(const QString& number) {
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
-  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btn_Prin"})
+  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btnTab2Import", "btn_Prin"})
     command(name).setEnabled(!gridWaiting.isEmpty());
   if (hasCommand("btn_ChaKan")) command("btn_ChaKan").setEnabled(!gridWaiting.isEmpty());
 }
@@ -118,6 +120,13 @@ void DocumentScreen::enterWaitingLenses() {
   const LinePlace place = waitingPlace();
   if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
   enterLensSheets(rules_, place, Lines::Waiting, mayMakeGoods());
+  refreshWaiting(place.number);
+}
+
+void DocumentScreen::importWaiting() {
+  const LinePlace place = waitingPlace();
+  if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
+  ui::screenAs<LineImportScreen>(description_.importScreen).importInto(place, Lines::Waiting);
   refreshWaiting(place.number);
 }
 

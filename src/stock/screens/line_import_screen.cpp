@@ -10,6 +10,7 @@
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
 
+#include <QApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -124,7 +125,9 @@ void LineImportScreen::showLines() {
 
 void LineImportScreen::btnMbClick() {
   const QString name = ui::qs(description_.templateFile);
-  const QString path = ui::chooseSaveFile(this, QStringLiteral("保存模板"), name, QStringLiteral("表格 (*.xlsx)"));
+  // From the document's own menu this dialog is not there to stand below.
+  const QString path = ui::chooseSaveFile(QApplication::activeWindow(), QStringLiteral("保存模板"), name,
+                                          QStringLiteral("表格 (*.xlsx)"));
   if (!path.isEmpty()) saveTemplate(path);
 }
 

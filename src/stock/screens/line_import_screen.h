@@ -24,6 +24,8 @@ class LineImportScreen : public ui::Screen {
   CopyResult importInto(const LinePlace& place, Lines target);
   /// Reads and judges this file, as after it was chosen.
   void openFile(const QString& path);
+  /// Asks where, and writes the empty template there.
+  void btnMbClick();
   /// Writes the empty template there.
   void saveTemplate(const QString& path);
 
@@ -34,7 +36,6 @@ class LineImportScreen : public ui::Screen {
 
  private:
   void btnOpenClick();
-  void btnMbClick();
   void btnOKClick();
   void showLines();
 

@@ -33,7 +33,6 @@ inline constexpr ui::CommandSpec pickCommands[] = {
 
 /// Commands of every document screen, on both its panels.
 inline constexpr ui::CommandSpec commonCommands[] = {
-    {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"},
     {"btnJpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
     {"btnModi", "修改", "F3"},
     {"btnDel", "删除", "Ctrl+D"},
@@ -45,6 +44,7 @@ inline constexpr ui::CommandSpec commonCommands[] = {
     {"btn_Prin", "打印单据", "Ctrl+P"},
     {"btnAdd", "新增商品", "Ctrl+N"},
     {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},
+    {"btnTab2Import", "导入商品", "Ctrl+I", "从表格文件导入商品"},
     {"btnTab2Modi", "修改商品", "F3"},
     {"btnDele", "删除商品", "Ctrl+D"},
     {"btnCancel", "退出", "Esc"},
@@ -56,6 +56,9 @@ constexpr std::array<ui::CommandSpec, N + std::size(commonCommands)> documentCom
   std::copy(std::begin(commonCommands), std::end(commonCommands), std::copy(own, own + N, all.begin()));
   return all;
 }
+
+/// Lines from a spreadsheet, where the document has no menu for it.
+inline constexpr ui::CommandSpec importLines = {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"};
 
 /// Inputs of the audit dialog; the two sides of the business call them differently.
 struct AuditLabels {
