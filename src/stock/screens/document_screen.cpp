@@ -532,6 +532,7 @@ bool DocumentScreen::mayLeave() {
 bool DocumentScreen::keyPressed(QKeyEvent& event) {
   const bool isImport = event.key() == Qt::Key_I && event.modifiers() == Qt::ControlModifier;
   if (isImport && hasCommand("btnInOut") && command("btnInOut").isVisible()) {
+    gridLines.focusRows();  // what stands in an open cell counts
     importSheet();
     return true;
   }
