@@ -6,6 +6,7 @@
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 #include "plan_book.h"
+#include "server/cutting_proxy.h"
 #include "server/test_engine.h"
 
 #include <algorithm>
@@ -143,26 +144,60 @@ TEST_F(ServerTest, ACommandIsWholeOrNotThereWhenTheConnectionBreaks) {
   EXPECT_EQ(rows(), 2);
 }
 
-TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsLookedUpInTheLifeOfTheServerThatBeganIt) {
-  const auto failureOfCommit = [&] {
-    Transaction t(*db);
-    db->execute("insert into till (a) values ('1')");
-    try {
-      t.commit();
-    } catch (const ConnectionLost& failure) {
-      return std::optional(failure);
-    }
-    return std::optional<ConnectionLost>();
+TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsFoundOut) {
+  using Cut = test::CuttingProxy::Cut;
+  test::CuttingProxy proxy(test::copyAddress());
+  const auto station = openPostgres(QString::fromStdString(proxy.address()));
+  const auto command = [&](double& before) {
+    before = rows();
+    Transaction t(*station);
+    station->execute("insert into till (a) values ('1')");
+    t.commit();
   };
-  test::cutAtCommit("till", false);
-  std::optional<ConnectionLost> failure = failureOfCommit();
-  ASSERT_TRUE(failure);
-  EXPECT_FALSE(failure->isUnknown()) << "the server says that it was taken back";
-  // Numbers that a crash took back are given once more, perhaps to a command that was kept.
-  test::cutAtCommit("till", true);
-  failure = failureOfCommit();
-  ASSERT_TRUE(failure);
-  EXPECT_TRUE(failure->isUnknown());
+  double before = 0;
+  for (int i = 0; i < 2; ++i) {
+    proxy.cut(Cut::BeforeItsAnswer);
+    EXPECT_NO_THROW(command(before));
+    EXPECT_EQ(rows(), before + 1) << "told as done, so it is there, once";
+    proxy.cut(Cut::BeforeCommit);
+    try {
+      command(before);
+      ADD_FAILURE() << "told as done";
+    } catch (const ConnectionLost& failure) {
+      EXPECT_FALSE(failure.isUnknown()) << failure.what();
+    }
+    EXPECT_EQ(rows(), before) << "told as not saved";
+    proxy.cut(Cut::BeforeItsAnswer);
+    EXPECT_EQ(station->execute("insert into till (a) values ('2')"), 1);
+    EXPECT_EQ(rows(), before + 1);
+  }
+  EXPECT_EQ(number(*other, "select count(*) from till where a='2'"), 2);
+  // While the server takes a command back, in the middle of its commit.
+  test::cutAtCommit("till");
+  before = rows();
+  try {
+    command(before);
+    ADD_FAILURE() << "told as done";
+  } catch (const ConnectionLost& failure) {
+    EXPECT_FALSE(failure.isUnknown()) << failure.what();
+  }
+  EXPECT_EQ(rows(), before);
+}
+
+TEST_F(ServerTest, TheRestOfACommandNeverBeginsOnANewConnection) {
+  {
+    Transaction outer(*db);
+    db->execute("insert into till (a) values ('1')");
+    EXPECT_THROW(db->execute("insert into nowhere (a) values ('1')"), DbError);
+  }
+  Transaction outer(*db);
+  db->execute("insert into till (a) values ('1')");
+  test::cutConnections();
+  EXPECT_THROW(db->execute("insert into till (a) values ('2')"), ConnectionLost);
+  EXPECT_THROW(db->select("select * from till"), ConnectionLost);
+  EXPECT_THROW(postStatement(*db, "insert into till (a) values ('3')", {}), ConnectionLost);
+  EXPECT_THROW(Transaction inner(*db), ConnectionLost);
+  EXPECT_THROW(outer.commit(), ConnectionLost);
   EXPECT_EQ(rows(), 0);
 }
 

@@ -88,18 +88,17 @@ class Slot {
     });
     return openCopyAgain();
   }
-  std::unique_ptr<Database> openCopyAgain() {
-    return openPostgres(QString::fromStdString(serverAddress() + " dbname=" + name_ + "_copy"));
-  }
+  std::unique_ptr<Database> openCopyAgain() { return openPostgres(QString::fromStdString(copyAddress())); }
+  std::string copyAddress() const { return serverAddress() + " dbname=" + name_ + "_copy"; }
   void cutCopy() {
     server_.run("select count(pg_terminate_backend(pid,2000)) from pg_stat_activity where datname='" + name_ +
                 "_copy'");
   }
-  void cutAtCommit(const std::string& table, bool newLife) {
-    test_engine_detail::Native copy(serverAddress() + " dbname=" + name_ + "_copy");
-    copy.run("create or replace function jxc.cut_here() returns trigger language plpgsql as $$begin " +
-             std::string(newLife ? "perform pg_stat_reset_shared('bgwriter'); " : "") +
-             "perform pg_terminate_backend(pg_backend_pid()); return null; end$$");
+  void cutAtCommit(const std::string& table) {
+    test_engine_detail::Native copy(copyAddress());
+    copy.run(
+        "create or replace function jxc.cut_here() returns trigger language plpgsql as $$begin "
+        "perform pg_terminate_backend(pg_backend_pid()); return null; end$$");
     copy.run("drop trigger if exists cut_here on " + table);
     copy.run("create constraint trigger cut_here after insert on " + table +
              " deferrable initially deferred for each row execute function jxc.cut_here()");
@@ -183,8 +182,11 @@ std::unique_ptr<Database> openAgain() {
 void cutConnections() {
   test_engine_detail::freshSlot().cutCopy();
 }
-void cutAtCommit(const std::string& table, bool newLife) {
-  test_engine_detail::freshSlot().cutAtCommit(table, newLife);
+void cutAtCommit(const std::string& table) {
+  test_engine_detail::freshSlot().cutAtCommit(table);
+}
+std::string copyAddress() {
+  return test_engine_detail::freshSlot().copyAddress();
 }
 
 std::unique_ptr<Database> openFreshFile() {

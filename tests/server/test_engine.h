@@ -24,9 +24,10 @@ std::unique_ptr<Database> openFresh(Story story = Story::Short);
 std::unique_ptr<Database> openAgain();
 /// Cuts all connections to it.
 void cutConnections();
-/// Cuts the connection that commits a new row of `table`, at the last moment before the row is kept. With `newLife` the
-/// server looks as if it had been started anew meanwhile, when it gives numbers of transactions once more.
-void cutAtCommit(const std::string& table, bool newLife);
+/// Cuts the connection that commits a new row of `table`, at the last moment before the row is kept.
+void cutAtCommit(const std::string& table);
+/// Its address for libpq.
+std::string copyAddress();
 /// The same on SQLite whatever the tests run on, for comparing.
 std::unique_ptr<Database> openFreshFile();
 

@@ -10,6 +10,12 @@ namespace functions_detail {
 constexpr std::string_view numbersAndTexts = R"(
 create schema if not exists jxc;
 
+-- The last command that each connection of a workstation has kept. In a schema of its own: that of a user called jxc is
+-- where his account set lives.
+create schema if not exists jxc_stations;
+create table if not exists jxc_stations.commands(station text primary key, command bigint not null,
+                                                 told timestamptz not null default now());
+
 create or replace function jxc.too_wide(place text) returns text language plpgsql stable as $$
 begin
   raise exception using errcode = 'JX001', message = place;
@@ -291,7 +297,7 @@ begin
   return case when jxc.is_number(value) then jxc.format_figure(btrim(value)::numeric, lower(pattern)) else value end;
 end $$;
 
-create or replace function jxc.version() returns int language sql immutable as $$ select 1 $$;
+create or replace function jxc.version() returns int language sql immutable as $$ select 2 $$;
 )";
 
 std::string all() {

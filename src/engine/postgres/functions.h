@@ -9,7 +9,7 @@ namespace jxc::postgres {
 std::string_view functionDefinitions();
 
 /// Raised whenever a definition changes.
-inline constexpr int functionVersion = 1;
+inline constexpr int functionVersion = 2;
 
 namespace function_failure {
 constexpr std::string_view tooWide = "JX001";   // the message is the place, for example jxc_goods.g_name

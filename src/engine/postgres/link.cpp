@@ -18,6 +18,8 @@ constexpr int second = 1000;  // milliseconds
 // within half a minute and takes the command back.
 constexpr const char* sessionSettings =
     "set client_min_messages=warning; set jit=off; set standard_conforming_strings=on;"
+    // What a command reads after it was given the lock must be of that moment, whatever the server prefers.
+    "set default_transaction_isolation='read committed';"
     "set lock_timeout='30s'; set idle_in_transaction_session_timeout='30s'; set client_connection_check_interval='5s';"
     "set tcp_keepalives_idle=10; set tcp_keepalives_interval=5; set tcp_keepalives_count=3;";
 

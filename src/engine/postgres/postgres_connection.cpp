@@ -12,13 +12,15 @@ constexpr int deepest = 16;
 
 constexpr const char* writersLock = "select pg_advisory_xact_lock(19770113,1)";
 
-// A server that crashed gives the numbers of transactions that it lost once more. So a number is good only as long as
-// the server lives: it starts anew, or begins its statistics anew after one of its processes died.
-#define JXC_SERVER_LIFE "concat(pg_postmaster_start_time(),' ',pg_stat_get_bgwriter_stat_reset_time())"
-constexpr const char* transactionNumber = "select pg_current_xact_id()::text," JXC_SERVER_LIFE;
-constexpr const char* transactionEnd =
-    "select case when " JXC_SERVER_LIFE "=$2 then pg_xact_status($1::xid8) else 'unknown' end";
-#undef JXC_SERVER_LIFE
+// Every command leaves its number behind with the same commit, one row a connection: what is found there was kept,
+// whatever became of the connection or of the server meanwhile. The server's own transaction numbers would not do: a
+// server that crashed gives those that it lost once more.
+constexpr const char* leaveNumber =
+    "insert into jxc_stations.commands(station,command) values($1,$2::bigint) on conflict(station) do update"
+    " set command=excluded.command,told=excluded.told";
+constexpr const char* isNumberThere =
+    "select count(*) from jxc_stations.commands where station=$1 and command=$2::bigint";
+constexpr const char* forgetStations = "delete from jxc_stations.commands where told<now()-interval '7 days'";
 
 /// A server that restarts is back within seconds.
 constexpr auto patience = std::chrono::seconds(15);
@@ -88,6 +90,7 @@ void PostgresDatabase::requireLive(std::string_view text) const {
 void PostgresDatabase::openLevels() {
   using namespace postgres_connection_detail;
   if (opened_ == level()) return;
+  if (lost_) throw lostUnsaved("begin");  // the rest of a command must never begin on a new connection
   link();
   for (; opened_ < level(); ++opened_) {
     if (opened_ > 0) {
@@ -98,10 +101,7 @@ void PostgresDatabase::openLevels() {
     }
     // A reader asks for nothing but that what it reads is of one moment.
     control(options_.readOnly ? "begin isolation level repeatable read read only" : "begin");
-    if (options_.trial || options_.readOnly) continue;
-    control(writersLock);
-    transaction_.clear();
-    control(transactionNumber, Sent::What::Transaction);
+    if (!options_.trial && !options_.readOnly) control(writersLock);
   }
 }
 
@@ -125,12 +125,7 @@ void PostgresDatabase::commit() {
         --opened_;
       } else {
         if (!sent_.empty()) exchange();
-        control("commit");
-        try {
-          exchange();
-        } catch (const ConnectionLost&) {
-          if (!settle()) throw;
-        }
+        finish();
         opened_ = 0;
       }
     }
@@ -141,25 +136,41 @@ void PostgresDatabase::commit() {
   if (--depth_ == 0) defined_ = lost_ = false;
 }
 
-/// After a connection that broke at the end of a transaction: whether the server kept it.
+/// The commit of the outermost level, with the number of the command in the same trip.
+void PostgresDatabase::finish() {
+  using namespace postgres_connection_detail;
+  if (options_.readOnly) {
+    control("commit");
+    exchange();
+    return;
+  }
+  if (++command_ == 1) control(forgetStations);
+  try {
+    askFor(leaveNumber, {station_, std::to_string(command_)}, Sent::What::Control);
+    control("commit", Sent::What::Commit);
+    exchange();
+  } catch (const ConnectionLost&) {
+    if (!settle()) throw;
+  }
+}
+
+/// After a connection that broke at the end of a transaction: whether the server kept it. The lock says that the
+/// transaction is over: until then it holds it itself.
 bool PostgresDatabase::settle() {
   using namespace postgres_connection_detail;
-  const std::vector<std::string> number = {transaction_, serverLife_};
+  const std::vector<std::string> number = {station_, std::to_string(command_)};
   lost_ = false;
   const auto end = std::chrono::steady_clock::now() + patience;
-  try {
-    for (;;) {
-      const RowSet answer = ask(transactionEnd, number);
-      const std::string_view status = answer.utf8(0, 0);
-      if (status == "committed") return true;
-      if (status == "aborted") return false;
-      if (status == "unknown") break;
-      if (std::chrono::steady_clock::now() > end) break;
-      std::this_thread::sleep_for(pause);
+  do {
+    try {
+      control(writersLock);
+      return ask(isNumberThere, number).integer(0, 0) > 0;
+    } catch (const ConnectionLost&) {
+      std::this_thread::sleep_for(pause);  // it may break again, while the server starts
+    } catch (const DbError&) {
+      break;  // not to be found out now
     }
-  } catch (const DbError&) {
-    // Not to be found out now.
-  }
+  } while (std::chrono::steady_clock::now() < end);
   throw lostUnknown("commit");
 }
 

@@ -5,6 +5,8 @@
 #include "engine/sheet_export.h"
 #include "engine/transaction.h"
 
+#include <QUuid>
+
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -61,9 +63,12 @@ bool isGood(const PGresult* result) {
 }  // namespace postgres_database_detail
 
 PostgresDatabase::PostgresDatabase(std::string address, const PostgresOptions& options)
-    : address_(std::move(address)), options_(options), catalogue_([this](const char* sql, const std::string* value) {
+    : address_(std::move(address)),
+      options_(options),
+      catalogue_([this](const char* sql, const std::string* value) {
         return ask(sql, value ? std::vector{*value} : std::vector<std::string>{});
-      }) {
+      }),
+      station_(QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString()) {
   connect();
 }
 
@@ -182,10 +187,9 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   for (std::size_t i = 0; i < results.size(); ++i) {
     PGresult* result = results[i].get();
     if (isGood(result)) {
-      if (sent[i].what == Sent::What::Transaction) {
-        transaction_ = PQgetvalue(result, 0, 0);
-        serverLife_ = PQgetvalue(result, 0, 1);
-      }
+      // A server that has taken a transaction back answers its commit politely.
+      if (sent[i].what == Sent::What::Commit && std::string_view(PQcmdStatus(result)) != "COMMIT")
+        throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), "commit");
       if (sent[i].what == Sent::What::Posted) changedBy(result);
       if (sent[i].what == Sent::What::Wanted) wanted.push_back(std::move(results[i]));
       continue;
@@ -211,8 +215,8 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
       &catalogue_);
 }
 
-/// A question in the server's own words.
-RowSet PostgresDatabase::ask(const char* sql, const std::vector<std::string>& values) {
+/// Something in the server's own words.
+void PostgresDatabase::askFor(const char* sql, const std::vector<std::string>& values, Sent::What what) {
   std::vector<const char*> texts;
   for (const std::string& value : values)
     texts.push_back(value.c_str());
@@ -221,7 +225,11 @@ RowSet PostgresDatabase::ask(const char* sql, const std::vector<std::string>& va
   } catch (const LinkLost&) {
     loseLink(sql);
   }
-  sent_.push_back({Sent::What::Wanted, nullptr, sql});
+  sent_.push_back({what, nullptr, sql});
+}
+
+RowSet PostgresDatabase::ask(const char* sql, const std::vector<std::string>& values) {
+  askFor(sql, values, Sent::What::Wanted);
   return rowsOf(exchange().back().get(), nullptr);
 }
 

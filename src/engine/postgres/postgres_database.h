@@ -67,7 +67,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   };
   /// A command on its way, and what its result is for.
   struct Sent {
-    enum class What { Control, Transaction, Prepare, Wanted, Posted };
+    enum class What { Control, Commit, Prepare, Wanted, Posted };
     What what;
     Step* step = nullptr;
     std::string text;  // its own: savepoints are put together on the way, and statements may be forgotten
@@ -88,6 +88,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
              const RowSet* driving = nullptr, int row = 0);
   std::vector<ResultHandle> exchange();
+  void askFor(const char* sql, const std::vector<std::string>& values, Sent::What what);
   RowSet ask(const char* sql, const std::vector<std::string>& values);
   ResultHandle roundTrip(Statement& statement, Step& step, std::span<const Value> values);
   [[noreturn]] void loseLink(std::string_view text);
@@ -102,6 +103,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void define(const jet::Plan& plan, std::span<const Value> values, std::string_view text);
   std::int64_t exportSheet(Statement& statement, std::span<const Value> values);
   std::int64_t changedBy(const PGresult* result);
+  void finish();
   bool settle();
   int level() const { return depth_ + (options_.trial ? 1 : 0); }
 
@@ -112,8 +114,8 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   Arguments arguments_;
   std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;
   std::vector<Sent> sent_;
-  std::string transaction_;              // the server's number of the open transaction, by which its end is found out
-  std::string serverLife_;               // and the life of the server in which that number is its own
+  std::string station_;                  // this connection's name for the server, however often it is made again
+  std::int64_t command_ = 0;             // the number of its last command
   std::vector<std::string> savepoints_;  // of the inner levels that the server knows
   std::string lastState_;                // of the last failure
   std::uint64_t nextName_ = 0;
