@@ -32,7 +32,7 @@ class PostgresEmitter final : public Emitter {
   void groupItem(const Expr& e) override;
   void selectItem(const Select& select, std::size_t index, const Query* query) override;
   void fromNode(const FromNode& node, bool rightOperand) override;
-  void orderBy(const Query& query);
+  void orderBy(const Query& query) override;
   void storedOrder(const Select& select);
   void drivingTail(const Select& select) override { storedOrder(select); }
   void orderItem(const Expr& e, bool descending);
@@ -59,7 +59,8 @@ class PostgresEmitter final : public Emitter {
   void moment(Moment moment);
 
   std::unordered_map<const Expr*, std::string> values_;  // where a value of the caller stands in this step already
-  bool ordered_;  // next comes the select whose rows leave the statement, or go into a table
+  bool ordered_;                  // next comes the query whose rows leave the statement, or go into a table
+  const Query* whole_ = nullptr;  // that query
 };
 
 }  // namespace jxc::jet

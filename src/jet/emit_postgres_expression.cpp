@@ -290,13 +290,7 @@ void PostgresEmitter::conversion(const Expr& e) {
       toBit(value);
       return;
     case Conversion::Fit:
-      put("jxc.fit(");
-      expr(value);
-      put(",");
-      put(std::to_string(e.width));
-      put(",");
-      literal(e.label);
-      put(")");
+      fit("jxc.fit", e);
       return;
   }
 }
@@ -452,9 +446,6 @@ void PostgresEmitter::function(const Expr& e) {
 }
 
 void PostgresEmitter::dateFunction(const Expr& e) {
-  const auto part = [&](std::string_view unit) {
-    wrapped(std::string("jxc.datepart('").append(unit) + "',", *e.args[0], ")");
-  };
   switch (e.function) {
     case Function::DateDiff:
       call("jxc.datediff", e);
@@ -473,23 +464,12 @@ void PostgresEmitter::dateFunction(const Expr& e) {
       return moment(Moment::Time);
     case Function::Now:
       return moment(Moment::Stamp);
-    case Function::Year:
-      return part("yyyy");
-    case Function::Month:
-      return part("m");
-    case Function::Day:
-      return part("d");
-    case Function::Hour:
-      return part("h");
-    case Function::Minute:
-      return part("n");
-    case Function::Second:
-      return part("s");
-    case Function::Weekday:
-      return part("w");
     default:
-      cannotSay(e);
+      break;
   }
+  const std::string_view part = datePartOf(e.function);
+  if (part.empty()) cannotSay(e);
+  wrapped(std::string("jxc.datepart('").append(part) + "',", *e.args[0], ")");
 }
 
 // The day of the station, not of the server: one clock for statements and rules.

@@ -7,31 +7,8 @@
 namespace jxc::jet {
 
 void PostgresEmitter::query(const Query& q, Names names) {
-  const bool whole = std::exchange(ordered_, false) && names == Names::None;
-  if (q.selects.size() == 1) {
-    const Select& only = *q.selects.front();
-    select(only, &q, names);
-    orderBy(q);
-    if (whole && q.orderBy.empty()) storedOrder(only);
-    if (only.top) {
-      put(" limit ");
-      expr(*only.top);
-    }
-    return;
-  }
-  for (std::size_t part = 0; part < q.selects.size(); ++part) {
-    if (part > 0) put(q.unionAll[part - 1] ? " union all " : " union ");
-    const Select& s = *q.selects[part];
-    // `top` belongs to its part alone, a limit would belong to the whole.
-    if (s.top) put("(");
-    select(s, &q, names);
-    if (s.top) {
-      put(" limit ");
-      expr(*s.top);
-      put(")");
-    }
-  }
-  orderBy(q);
+  if (std::exchange(ordered_, false) && names == Names::None) whole_ = &q;
+  Emitter::query(q, names);
 }
 
 void PostgresEmitter::orderBy(const Query& q) {
@@ -55,6 +32,7 @@ void PostgresEmitter::orderBy(const Query& q) {
       orderItem(*item.expr, item.descending);
     }
   }
+  if (whole_ == &q && q.orderBy.empty() && q.selects.size() == 1) storedOrder(first);
 }
 
 void PostgresEmitter::orderItem(const Expr& e, bool descending) {

@@ -16,7 +16,8 @@ class SqliteEmitter final : public Emitter {
   void emitAlterColumn() override;
 
   // emit_sqlite_query.cpp
-  void query(const Query& query, Names names) override;
+  std::string_view partOpening() const override { return "select * from ("; }
+  void orderBy(const Query& query) override;
   void groupItem(const Expr& e) override;
   void fromNode(const FromNode& node, bool rightOperand) override;
 

@@ -96,13 +96,7 @@ void SqliteEmitter::conversion(const Expr& e) {
       put("jxc_bit(");
       break;
     case Conversion::Fit:
-      put("jxc_fit(");
-      expr(value);
-      put(",");
-      put(std::to_string(e.width));
-      put(",");
-      literal(e.label);
-      put(")");
+      fit("jxc_fit", e);
       return;
   }
   expr(value);
@@ -233,30 +227,14 @@ void SqliteEmitter::function(const Expr& e) {
     case Function::Now:
       put("jxc_now()");
       return;
-    case Function::Year:
-      put("jxc_datepart('yyyy',");
-      break;
-    case Function::Month:
-      put("jxc_datepart('m',");
-      break;
-    case Function::Day:
-      put("jxc_datepart('d',");
-      break;
-    case Function::Hour:
-      put("jxc_datepart('h',");
-      break;
-    case Function::Minute:
-      put("jxc_datepart('n',");
-      break;
-    case Function::Second:
-      put("jxc_datepart('s',");
-      break;
-    case Function::Weekday:
-      put("jxc_datepart('w',");
-      break;
     default:
-      cannotSay(e);
+      break;
   }
+  const std::string_view part = datePartOf(e.function);
+  if (part.empty()) cannotSay(e);
+  put("jxc_datepart('");
+  put(part);
+  put("',");
   list(e.args);
   put(")");
 }

@@ -2,36 +2,15 @@
 
 namespace jxc::jet {
 
-void SqliteEmitter::query(const Query& q, Names names) {
-  if (q.selects.size() == 1) {
-    const Select& only = *q.selects.front();
-    select(only, &q, names);
-    for (std::size_t i = 0; i < q.orderBy.size(); ++i) {
-      put(i == 0 ? " order by " : ",");
-      expr(*q.orderBy[i].expr);
-      if (q.orderBy[i].descending) put(" desc");
-    }
-    if (only.top) {
-      put(" limit ");
-      expr(*only.top);
-    }
-    return;
-  }
-  for (std::size_t part = 0; part < q.selects.size(); ++part) {
-    if (part > 0) put(q.unionAll[part - 1] ? " union all " : " union ");
-    const Select& s = *q.selects[part];
-    // `top` belongs to its part alone, a limit would belong to the whole.
-    if (s.top) put("select * from (");
-    select(s, &q, names);
-    if (s.top) {
-      put(" limit ");
-      expr(*s.top);
-      put(")");
-    }
-  }
+void SqliteEmitter::orderBy(const Query& q) {
+  const bool isUnion = q.selects.size() > 1;
   for (std::size_t i = 0; i < q.orderBy.size(); ++i) {
     put(i == 0 ? " order by " : ",");
-    put(std::to_string(q.orderBy[i].column));
+    if (isUnion) {
+      put(std::to_string(q.orderBy[i].column));
+    } else {
+      expr(*q.orderBy[i].expr);
+    }
     if (q.orderBy[i].descending) put(" desc");
   }
 }

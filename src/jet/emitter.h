@@ -32,7 +32,9 @@ class Emitter {
   virtual void indexColumn(std::size_t index);
   virtual void insertValue(const Expr& value, const Column&) { expr(value); }
   virtual void insertTail() {}
-  virtual void query(const Query& query, Names names) = 0;
+  virtual void query(const Query& query, Names names);
+  virtual std::string_view partOpening() const { return "("; }  // of a part of a union that has its own `top`
+  virtual void orderBy(const Query& query) = 0;
   /// The end of the select that drives an update over several tables.
   virtual void drivingTail(const Select&) {}
   virtual void groupItem(const Expr& e) = 0;
@@ -70,6 +72,7 @@ class Emitter {
   void fromClause(const Select& select);
   void leaf(const Source& source);
   void where(const Expr* condition);
+  void limit(const Select& select);
 
   // ---- emitter_expression.cpp
   void spelled(const Expr& e);
@@ -80,8 +83,10 @@ class Emitter {
   void choice(const Expr& e);
   void call(std::string_view name, const Expr& e);
   void list(const std::vector<Expr*>& list, std::size_t from = 0);
+  void fit(std::string_view name, const Expr& e);
   void drivenRow(const Source& source);
   static std::string_view signOf(Op op);
+  static std::string_view datePartOf(Function function);
   static bool isCompact(const Expr& e);
   [[noreturn]] static void cannotSay(const Expr& e);
 

@@ -256,4 +256,38 @@ void Emitter::list(const std::vector<Expr*>& items, std::size_t from) {
   }
 }
 
+/// A text that must not be longer than its column.
+void Emitter::fit(std::string_view name, const Expr& e) {
+  put(name);
+  put("(");
+  expr(*e.args[0]);
+  put(",");
+  put(std::to_string(e.width));
+  put(",");
+  literal(e.label);
+  put(")");
+}
+
+/// The part of a date that a function gives, by its letters; empty for other functions.
+std::string_view Emitter::datePartOf(Function function) {
+  switch (function) {
+    case Function::Year:
+      return "yyyy";
+    case Function::Month:
+      return "m";
+    case Function::Day:
+      return "d";
+    case Function::Hour:
+      return "h";
+    case Function::Minute:
+      return "n";
+    case Function::Second:
+      return "s";
+    case Function::Weekday:
+      return "w";
+    default:
+      return {};
+  }
+}
+
 }  // namespace jxc::jet

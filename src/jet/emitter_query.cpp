@@ -56,4 +56,26 @@ void Emitter::where(const Expr* e) {
   condition(*e);
 }
 
+void Emitter::limit(const Select& s) {
+  if (!s.top) return;
+  put(" limit ");
+  expr(*s.top);
+}
+
+void Emitter::query(const Query& q, Names names) {
+  const bool isUnion = q.selects.size() > 1;
+  for (std::size_t part = 0; part < q.selects.size(); ++part) {
+    if (part > 0) put(q.unionAll[part - 1] ? " union all " : " union ");
+    const Select& s = *q.selects[part];
+    // `top` belongs to its part alone, a limit would belong to the whole.
+    const bool bracket = isUnion && s.top;
+    if (bracket) put(partOpening());
+    select(s, &q, names);
+    if (!isUnion) orderBy(q);
+    limit(s);
+    if (bracket) put(")");
+  }
+  if (isUnion) orderBy(q);
+}
+
 }  // namespace jxc::jet

@@ -4,6 +4,8 @@ leaves nothing behind. Usage: copy_test.py JXCCTL ADDRESS_FILE [unittest option]
 
 With JXC_COPY_FILE=FILE the account set of that file is copied both ways and killed midway instead of a small one."""
 
+import contextlib
+import itertools
 import os
 import pathlib
 import shutil
@@ -15,6 +17,7 @@ import time
 import unittest
 
 JXCCTL = ADMIN = ""
+LARGE = os.environ.get("JXC_COPY_FILE")
 NAME = "jxc_copy"
 
 
@@ -23,22 +26,31 @@ def psql(statement, address=None):
                           capture_output=True, text=True).stdout.strip()
 
 
-def tables(file):
-    """Every cell of every table with its type, and where the counters stand."""
-    base = sqlite3.connect(f"file:{file}?mode=ro", uri=True)
-    names = [name for name, in base.execute("select name from sqlite_master where type='table' order by name")
-             if not name.startswith("sqlite_stat")]
-    content = {name: base.execute(f'select * from "{name}" order by 1').fetchall() for name in names}
-    base.close()
-    return content
+def table_names(base):
+    return [name for name, in base.execute("select name from sqlite_master where type='table' order by name")
+            if not name.startswith("sqlite_stat")]
+
+
+def differences(one, other):
+    """Every cell of every table with its type, and where the counters stand: the first row of each table that differs."""
+    first, second = (sqlite3.connect(f"file:{file}?mode=ro", uri=True) for file in (one, other))
+    with contextlib.closing(first), contextlib.closing(second):
+        if table_names(first) != table_names(second):
+            return [(table_names(first), table_names(second))]
+        found = []
+        for name in table_names(first):
+            rows = [base.execute(f'select * from "{name}" order by 1') for base in (first, second)]
+            found += [(name, pair) for pair in itertools.islice(
+                (pair for pair in itertools.zip_longest(*rows) if pair[0] != pair[1]), 1)]
+        return found
 
 
 class Copy(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory(prefix="jxcctl-复制-")
-        cls.shop = os.environ.get("JXC_COPY_FILE")
-        if not cls.shop:
+        cls.shop = LARGE
+        if not LARGE:
             home = pathlib.Path(cls.folder.name, "shop")
             home.mkdir()
             subprocess.run([JXCCTL, "--home", str(home), "demo", "--months", "1", "--goods", "40", "--documents", "5",
@@ -96,29 +108,27 @@ class Copy(unittest.TestCase):
                         self.server))
 
     def test_there_and_back_without_a_cell_changed(self):
-        before = tables(self.shop)
         self.assertIn("复制完成", self.copy(self.shop, self.server))
         there = self.took
         self.assertIn("复制完成", self.copy(self.server, self.back))
-        if os.environ.get("JXC_COPY_FILE"):
-            print(f"{sum(map(len, before.values())):,} rows: to the server {there:.1f} s, back {self.took:.1f} s")
+        if LARGE:
+            print(f"to the server {there:.1f} s, back {self.took:.1f} s")
         self.assertEqual([each.name for each in self.back.parent.iterdir()], ["back.mdb"])
-        after = tables(self.back)
-        self.assertEqual(sorted(before), sorted(after))
-        for name in before:
-            self.assertEqual(before[name], after[name], name)
         self.assertEqual(self.back.stat().st_mode & 0o077, 0)
-        proved = subprocess.run([JXCCTL, "--db", self.server, "prove"], capture_output=True, text=True)
-        self.assertEqual(proved.returncode, 0, proved.stdout)
+        self.assertEqual(differences(self.shop, self.back), [])
+        if not LARGE:
+            proved = subprocess.run([JXCCTL, "--db", self.server, "prove"], capture_output=True, text=True)
+            self.assertEqual(proved.returncode, 0, proved.stdout)
 
         # Neither place takes a second one, and nothing of the first is touched.
         self.assertIn("已经有数据表", self.copy(self.shop, self.server, status=1))
         self.assertIn("已经存在", self.copy(self.server, self.back, status=1))
-        self.assertEqual(tables(self.back), after)
-        self.assertEqual(int(psql("select count(*) from jxc_goods", self.server)), len(before["jxc_goods"]))
+        self.assertEqual(differences(self.shop, self.back), [])
+        self.back.unlink()
+        self.copy(self.server, self.back)
+        self.assertEqual(differences(self.shop, self.back), [])
 
     def test_what_was_killed_in_the_middle_left_nothing_and_is_started_again(self):
-        before = tables(self.shop)
         self.killed_midway(self.shop, self.server)
         for _ in range(100):  # the server notices the end of the connection by itself
             if psql(f"select count(*) from pg_stat_activity where datname='{NAME}' and application_name='jxc'") == "0":
@@ -131,10 +141,10 @@ class Copy(unittest.TestCase):
         self.assertFalse(self.back.exists())
         self.copy(self.server, self.back)
         self.assertEqual([each.name for each in self.back.parent.iterdir()], ["back.mdb"])
-        self.assertEqual(tables(self.back), before)
+        self.assertEqual(differences(self.shop, self.back), [])
 
     def test_a_damaged_source_leaves_the_target_empty(self):
-        if os.environ.get("JXC_COPY_FILE"):
+        if LARGE:
             self.skipTest("a small one does")
         damaged = self.back.with_name("damaged.mdb")
         shutil.copy(self.shop, damaged)

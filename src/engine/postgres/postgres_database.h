@@ -7,6 +7,7 @@
 #include "engine/postgres/postgres_catalogue.h"
 #include "engine/posting.h"
 #include "engine/server.h"
+#include "engine/text_hash.h"
 #include "jet/plan.h"
 
 #include <memory>
@@ -60,10 +61,6 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
     jet::Plan plan;
     std::vector<Step> steps;
     std::shared_ptr<const ColumnNames> names;
-  };
-  struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
   };
   /// A command on its way, and what its result is for.
   struct Sent {

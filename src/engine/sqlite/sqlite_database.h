@@ -7,6 +7,7 @@
 #include "engine/sqlite/native.h"
 #include "engine/sqlite/parameter_binding.h"
 #include "engine/sqlite/sqlite_catalogue.h"
+#include "engine/text_hash.h"
 #include "jet/plan.h"
 
 #include <array>
@@ -62,10 +63,6 @@ class SqliteDatabase final : public Database, public Bulk {
     jet::Plan plan;
     std::vector<Step> steps;
     std::shared_ptr<const ColumnNames> names;
-  };
-  struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
   };
 
   /// A statement at the place where its text stands in the program: a literal is found there again without hashing it.
