@@ -27,14 +27,21 @@ QString placeOf(const ui::CommandDefinition& command) {
   return command.page == ui::Page::Maintenance ? QStringLiteral("系统维护") : QStringLiteral("主窗口");
 }
 
+// Initials as they are spoken: the short names of goods and partners take a character's first reading, and nobody says
+// 现金银行 or 库存调拨 with that one.
+QString spokenInitials(QString caption) {
+  return makeJm(caption.replace(u'行', u'航').replace(u'调', u'吊'));
+}
+
 // 0 is the best; -1 does not match.
 int rank(const ui::CommandDefinition& command, const QString& typed) {
   const QString caption = captionOf(command);
   if (caption.startsWith(typed, Qt::CaseInsensitive)) return 0;
-  const QString initials = makeJm(caption);
-  if (initials.startsWith(typed, Qt::CaseInsensitive)) return 1;
+  const QStringList initials = {makeJm(caption), spokenInitials(caption)};
+  const auto anyInitials = [&](auto matches) { return std::any_of(initials.begin(), initials.end(), matches); };
+  if (anyInitials([&](const QString& text) { return text.startsWith(typed, Qt::CaseInsensitive); })) return 1;
   if (caption.contains(typed, Qt::CaseInsensitive)) return 2;
-  return initials.contains(typed, Qt::CaseInsensitive) ? 3 : -1;
+  return anyInitials([&](const QString& text) { return text.contains(typed, Qt::CaseInsensitive); }) ? 3 : -1;
 }
 
 }  // namespace command_search_detail
@@ -95,10 +102,14 @@ void CommandSearch::refill() {
         ui::icon(command->icon),
         command_search_detail::captionOf(*command) + QStringLiteral("　") + command_search_detail::placeOf(*command)));
   }
+  if (found_.empty()) {
+    auto* none = new QListWidgetItem(QStringLiteral("没有找到这个功能"), list_);
+    none->setFlags(Qt::NoItemFlags);
+  }
   list_->setCurrentRow(found_.empty() ? -1 : 0);
-  const bool show = hasFocus() && !found_.empty();
+  const bool show = hasFocus();
   if (show) {
-    const int rows = std::min<int>(10, static_cast<int>(found_.size()));
+    const int rows = std::min(10, list_->count());
     const QPoint below = mapTo(window(), QPoint(0, height() + 2));
     list_->setGeometry(below.x(), below.y(), width(), rows * std::max(24, list_->sizeHintForRow(0)) + 6);
     list_->raise();
@@ -121,6 +132,7 @@ void CommandSearch::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Up: {
       const int step = event->key() == Qt::Key_Down ? 1 : -1;
       if (!list_->isVisible()) return refill();
+      if (found_.empty()) return;
       return list_->setCurrentRow(std::clamp(list_->currentRow() + step, 0, list_->count() - 1));
     }
     case Qt::Key_Return:

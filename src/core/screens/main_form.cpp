@@ -28,6 +28,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QUrl>
@@ -76,7 +77,9 @@ TF_MainForm::TF_MainForm() : prompt_(this) {
   setObjectName(QStringLiteral("F_MainForm"));
   setWindowTitle(build::windowTitle());
   setMinimumSize(560, 320);
-  resize(1180, 680);
+  // Whole on a small display too, with the frame and a task bar around it.
+  const QSize room = screen() ? screen()->availableSize() - QSize(16, 48) : QSize(1180, 680);
+  resize(QSize(1180, 680).boundedTo(room));
 
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
