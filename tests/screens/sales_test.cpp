@@ -153,5 +153,34 @@ TEST_F(SalesScreenTest, PricesAndCostsFollowParametersAndRights) {
   EXPECT_EQ(rows("select count(*) from jxc_lsxssp"), "0");
 }
 
+// Who may not see prices packs what is asked for; the price that is usual goes into the books all the same.
+TEST_F(SalesScreenTest, PricesAreOutOfSightWithoutTheRight) {
+  setParameter("cs_kc", 1);
+  setParameter("cs_hs", 1);
+  session().canSeePrice = false;
+  open("F_Spxs", [&](ui::Screen& s) {
+    for (const char* column : {"ls_dj", "ls_taxdj", "ls_zje", "ls_tax"})
+      EXPECT_FALSE(s.grid("gridLines").isColumnVisible(column)) << column;
+    scan(s, u"6900000000031");
+    expectScreen("F_Spxs_Sele", [&](ui::Screen& line) {
+      EXPECT_FALSE(line.field("tgsj").isVisible());
+      EXPECT_FALSE(line.field("tzje").isVisible());
+      EXPECT_FALSE(line.command("btnSpsj").isVisible());
+      type(line, "tsl", u"2");
+      press(line, "F5");
+    });
+    press(s, "F3");
+    EXPECT_EQ(lines(s), "3×2@7.5=15");
+    expectScreen("F_Spxs_Add", [&](ui::Screen& pick) {
+      EXPECT_FALSE(pick.grid("gridGoods").isColumnVisible("g_sj"));
+      press(pick, "Esc");
+    });
+    press(s, "F2");
+    expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::No);
+    press(s, "Esc");
+  });
+  session().canSeePrice = true;
+}
+
 }  // namespace sales_screen_test
 }  // namespace jxc::test

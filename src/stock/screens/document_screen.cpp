@@ -233,7 +233,7 @@ void DocumentScreen::showByParameters() {
                                 panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
   show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
-    showLineColumns(*lines);
+    showLineColumns(*lines, rules_.family());
     lockLineCells(*lines, rules_.lines());
   }
   for (const auto& column : gridWaiting.spec().columns)

@@ -31,7 +31,17 @@ std::vector<ListItem> classItems() {
 
 }  // namespace goods_pick_screen_detail
 
-void showLineColumns(ui::Grid& grid) {
+bool pricesInSight(const DocumentFamily& family) {
+  return family.partner == "ghs_sn" ? session().canSeeCost : session().canSeePrice;
+}
+
+void showPrices(ui::Grid& grid, const DocumentFamily& family) {
+  for (const auto& column : grid.spec().columns)
+    if (column.kind == ui::ColumnKind::Money) grid.setColumnAllowed(column.field, pricesInSight(family));
+}
+
+void showLineColumns(ui::Grid& grid, const DocumentFamily& family) {
+  showPrices(grid, family);
   const bool tax = strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
   for (const auto& column : grid.spec().columns) {
@@ -42,6 +52,7 @@ void showLineColumns(ui::Grid& grid) {
     if (field == u"lsj") grid.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
     if (field == u"cbj" || field == u"cbj2" || field == u"zcb")
       grid.setColumnAllowed(column.field, session().canSeeCost);
+    if (field == u"tax") grid.setColumnAllowed(column.field, pricesInSight(family));
   }
 }
 
@@ -101,7 +112,8 @@ void GoodsPickScreen::activate() {
   memory_ = {};
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
-  showLineColumns(gridStaging);
+  showPrices(gridGoods, rules_.family());
+  showLineColumns(gridStaging, rules_.family());
   lockLineCells(gridStaging, rules_.lines());
   showStaged();
   search_.begin();

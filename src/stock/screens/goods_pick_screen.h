@@ -67,7 +67,11 @@ class GoodsPickScreen : public ui::Screen {
 };
 
 /// Shows tax, discount, cost and retail price columns of a grid of lines by the parameters and rights that switch them.
-void showLineColumns(ui::Grid& grid);
+void showLineColumns(ui::Grid& grid, const DocumentFamily& family);
+/// Whether this operator may see the prices of such a document: what the shop pays is a matter of costs.
+bool pricesInSight(const DocumentFamily& family);
+/// The same for all amounts of a list of goods or of earlier documents.
+void showPrices(ui::Grid& grid, const DocumentFamily& family);
 /// Opens only cells that a rule would let change: no price where prices are fixed, of a gift only the quantity, nothing
 /// of the balancing line.
 void lockLineCells(ui::Grid& grid, const LineRules& rules);

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "core/small_lookups.h"
 #include "core/text.h"
+#include "stock/screens/goods_pick_screen.h"
 #include "ui/display.h"
 
 #include <QLabel>
@@ -83,22 +84,27 @@ LineResult LineScreen::edit(const Request& request) {
 }
 
 void LineScreen::showByParameters() {
-  const bool tax = strIsTrue(session().cs_hs);
+  const bool prices = pricesInSight(rules_.family());
+  const bool tax = prices && strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
   ttax.setVisible(tax);
   ttaxdj.setVisible(tax);
   tdzl.setVisible(discount);
-  for (auto* grid : {&gridHistory, &gridQuotes})
+  price.setVisible(prices);
+  tzje.setVisible(prices);
+  for (auto* grid : {&gridHistory, &gridQuotes}) {
+    showPrices(*grid, rules_.family());
     for (const auto& column : grid->spec().columns) {
       const std::string_view field = column.field;
       if (field.ends_with("_tax") || field.ends_with("_taxdj")) grid->setColumnVisible(field, tax);
       if (field.ends_with("_dzl")) grid->setColumnVisible(field, discount);
     }
+  }
   // A total or a price with tax would change the price by another way.
   const bool fixed = !rules_.lines().priceMayChange();
   for (auto* field : {&price, &ttaxdj, &tzje})
     field->setReadOnly(fixed);
-  if (description_.askPrice) command("btnSpsj").setVisible(!fixed);
+  if (description_.askPrice) command("btnSpsj").setVisible(prices && !fixed);
   if (description_.cost.empty()) return;
   auto& cost = field(description_.cost);
   cost.setVisible(session().canSeeCost);
