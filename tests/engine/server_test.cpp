@@ -13,6 +13,8 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace jxc {
 namespace server_test {
@@ -182,6 +184,23 @@ TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsFoundOut) {
     EXPECT_FALSE(failure.isUnknown()) << failure.what();
   }
   EXPECT_EQ(rows(), before);
+}
+
+TEST_F(ServerTest, WhoWaitsForAServerThatIsAwayIsToldSo) {
+  test::CuttingProxy proxy(test::copyAddress());
+  const auto station = openPostgres(QString::fromStdString(proxy.address()));
+  std::vector<int> told;
+  setWaitListener([&](int seconds) { told.push_back(seconds); });
+  proxy.setAway(true);
+  auto back = std::async(std::launch::async, [&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1600));
+    proxy.setAway(false);
+  });
+  EXPECT_EQ(number(*station, "select count(*) from till"), 0);
+  setWaitListener({});
+  ASSERT_GE(told.size(), 2u);
+  EXPECT_EQ(told.front(), 1);
+  EXPECT_EQ(told.back(), 0) << "it is over";
 }
 
 TEST_F(ServerTest, TheRestOfACommandNeverBeginsOnANewConnection) {

@@ -68,7 +68,7 @@ void CuttingProxy::serve(int listener) {
     const int station = ::accept(listener, nullptr, nullptr);
     const int server = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in place = cutting_proxy_detail::local(serverPort_);
-    if (::connect(server, reinterpret_cast<sockaddr*>(&place), sizeof place) == 0) carry(station, server);
+    if (!away_ && ::connect(server, reinterpret_cast<sockaddr*>(&place), sizeof place) == 0) carry(station, server);
     ::close(station);
     ::close(server);
   }
@@ -79,7 +79,7 @@ void CuttingProxy::carry(int station, int server) {
   using namespace cutting_proxy_detail;
   std::array<char, 65536> room{};
   bool answerIsLost = false;
-  while (!ends_) {
+  while (!ends_ && !away_) {
     std::array<pollfd, 2> sides = {pollfd{station, POLLIN, 0}, pollfd{server, POLLIN, 0}};
     if (::poll(sides.data(), sides.size(), 50) <= 0) continue;
     for (const pollfd& side : sides) {

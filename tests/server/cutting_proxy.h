@@ -21,6 +21,8 @@ class CuttingProxy {
   const std::string& address() const { return address_; }
   /// Cuts once, at the next commit: nothing of it reaches the server, or the server does it and the answer is lost.
   void cut(Cut when) { next_ = when; }
+  /// A server that is away ends its connections and takes no new ones.
+  void setAway(bool away) { away_ = away; }
 
  private:
   void serve(int listener);
@@ -29,7 +31,7 @@ class CuttingProxy {
   std::string address_;
   int serverPort_ = 0;
   std::atomic<Cut> next_ = Cut::Never;
-  std::atomic<bool> ends_ = false;
+  std::atomic<bool> away_ = false, ends_ = false;
   std::thread thread_;
 };
 

@@ -4,7 +4,9 @@ time. Numbers are unique and without gaps, what was told as done is there, and t
 cut, a station is killed and the server is restarted meanwhile: nothing is lost, nothing is there twice, nothing stays
 locked.
 
-Usage: stations_test.py JXCCTL TORTURE_AUDIT ADDRESS_FILE [SECONDS [SEED [STATIONS]]] [--cut]
+Usage: stations_test.py JXCCTL TORTURE_AUDIT ADDRESS_FILE|- [SECONDS [SEED [STATIONS]]] [--cut]
+
+With "-" a server of its own is started and stopped. By hand, 5,000 documents and more: stations_test.py … - 300
 """
 
 import collections
@@ -17,7 +19,7 @@ import time
 
 from books import Server
 
-RESTART = pathlib.Path(__file__).resolve().parents[2] / "tools" / "postgres.sh"
+SERVER = pathlib.Path(__file__).resolve().parents[2] / "tools" / "postgres.sh"
 
 
 def psql(address, statement):
@@ -35,7 +37,7 @@ def disturb(address_file, admin, moments, seconds, victim):
         if time.monotonic() > begin + seconds / 2:
             victim.kill()
         if moments.random() < 0.08:
-            subprocess.run([RESTART, "restart", address_file, "immediate"], check=True, timeout=60)
+            subprocess.run([SERVER, "restart", address_file, "immediate"], check=True, timeout=60)
             restarts += 1
             continue
         try:
@@ -69,8 +71,20 @@ def number_faults(server, calm):
 
 def main():
     words = [word for word in sys.argv[1:] if word != "--cut"]
+    if words[2] != "-":
+        return work(words, words[2])
+    with tempfile.TemporaryDirectory(prefix="jxc-stations-") as folder:
+        address_file = str(pathlib.Path(folder, "address"))
+        subprocess.run([SERVER, "start", address_file], check=True, timeout=120)
+        try:
+            return work(words, address_file)
+        finally:
+            subprocess.run([SERVER, "stop", address_file], check=True, timeout=120)
+
+
+def work(words, address_file):
     cut = "--cut" in sys.argv
-    jxcctl, driver, address_file = words[:3]
+    jxcctl, driver = words[:2]
     seconds = int(words[3]) if len(words) > 3 else 8
     seed = int(words[4]) if len(words) > 4 else random.randrange(1 << 30)
     count = int(words[5]) if len(words) > 5 else 8

@@ -1,5 +1,6 @@
 #include "engine/postgres/failure.h"
 #include "engine/postgres/postgres_database.h"
+#include "engine/waiting.h"
 
 #include <chrono>
 #include <thread>
@@ -47,14 +48,17 @@ void PostgresDatabase::connect() {
 Link& PostgresDatabase::link() {
   using namespace postgres_connection_detail;
   if (opened_ > 0 || (link_ && (!sent_.empty() || !link_->isClosed()))) return *link_;
-  const auto end = std::chrono::steady_clock::now() + patience;
+  const auto start = std::chrono::steady_clock::now();
+  Wait forTheServer;
   for (;;) {
     try {
       link_.reset();
       connect();
       return *link_;
     } catch (const ConnectionLost&) {
-      if (std::chrono::steady_clock::now() > end) throw;
+      const auto waited = std::chrono::steady_clock::now() - start;
+      if (waited > patience) throw;
+      forTheServer.passed(static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(waited).count()));
       std::this_thread::sleep_for(pause);
     }
   }
