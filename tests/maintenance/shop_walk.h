@@ -14,7 +14,10 @@ namespace jxc::test {
 
 class ShopWalk : public ShopTest {
  protected:
-  ShopWalk() {
+  ShopWalk() { settle(); }
+
+  /// The shop before its first day, in an account set without goods.
+  void settle() {
     for (const QString& goods : goods_)
       addGoods(goods, 5);
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
@@ -56,7 +59,6 @@ class ShopWalk : public ShopTest {
     QStringList notices, questions;
   };
 
- private:
   int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
   const QString& anyGoods() { return goods_[static_cast<std::size_t>(upTo(static_cast<int>(goods_.size()) - 1))]; }
   QString day() { return QDate(2021, 5, 3).addDays(upTo(5) == 0 ? -upTo(60) : -upTo(3)).toString(Qt::ISODate); }
@@ -66,7 +68,8 @@ class ShopWalk : public ShopTest {
     return lookupNumber("select kc_sl from jxc_kcsp where g_sn=? and ck_sn=?", goods, place);
   }
 
-  void step() {
+  /// One command, of all that the shop does.
+  virtual void step() {
     using namespace families;
     const QString a = anyGoods(), b = a == goods_.front() ? goods_.back() : goods_.front();
     const double quantity = 1 + upTo(5);
@@ -162,6 +165,7 @@ class ShopWalk : public ShopTest {
     if (upTo(3)) cash::checkDj(*number);
   }
 
+ private:
   const std::vector<QString> goods_{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")};
   std::mt19937 random_;
 };
