@@ -13,13 +13,13 @@ QString partnerTypeText(PartnerType type) {
 
 void recomputeYsyfk(const QString& partner, PartnerType type, const QString& date) {
   const QString side = partnerTypeText(type);
-  const double carried = lookupNumber(
-      "select top 1 k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<? order by k_rq desc,id desc", side,
-      partner, date);
-  const RowSet lines = openSelect(
+  const Ahead carried =
+      sendAhead("select top 1 k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<? order by k_rq desc,id desc",
+                side, partner, date);
+  const Ahead lines = sendAhead(
       "select id,k_ljje,k_qcje,k_yfje,k_sfje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq>=? order by k_rq,id",
       side, partner, date);
-  const double balance = carryBalance(carried, lines, "update jxc_ysyfk set k_ljje=? where id=?");
+  const double balance = carryBalance(carried.number(), lines.rows(), "update jxc_ysyfk set k_ljje=? where id=?");
   postSql(type == PartnerType::Customer ? "update jxc_khxx set kh_lwje=? where kh_sn=?"
                                         : "update jxc_ghsxx set ghs_lwje=? where ghs_sn=?",
           balance, partner);
@@ -52,15 +52,15 @@ void removeRounding(const QString& payment) {
 
 void recomputeFp(const QString& partner, PartnerType type, const QString& date) {
   const QString side = partnerTypeText(type);
-  const double carried = lookupNumber(
+  const Ahead carried = sendAhead(
       "select top 1 fp_ljje from jxc_fpdjb where fp_check<>0 and fp_type=? and fp_ghskh=? and fp_rq<? "
       "order by fp_rq desc,id desc",
       side, partner, date);
-  const RowSet lines = openSelect(
+  const Ahead lines = sendAhead(
       "select id,fp_ljje,fp_qcje,fp_yfje,fp_kpje from jxc_fpdjb where fp_check<>0 and fp_type=? and fp_ghskh=? "
       "and fp_rq>=? order by fp_rq,id",
       side, partner, date);
-  carryBalance(carried, lines, "update jxc_fpdjb set fp_ljje=? where id=?");
+  carryBalance(carried.number(), lines.rows(), "update jxc_fpdjb set fp_ljje=? where id=?");
 }
 
 double fpBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId) {

@@ -1,4 +1,4 @@
-// 成批写入: statements of a rule that writes many rows and reads none of them back.
+// 成批读写: statements of a rule that touches many rows, in few round trips.
 #pragma once
 
 #include "core/statements.h"
@@ -12,5 +12,15 @@ void postSql(const SqlText& sql, const Args&... args) {
   const std::array<Value, sizeof...(Args)> values{Value(args)...};
   postStatement(accountDb(), sql, values);
 }
+
+/// A select, or a change whose number of rows matters, that travels with those behind it: see engine/posting.h.
+template <class... Args>
+Ahead sendAhead(const SqlText& sql, const Args&... args) {
+  const std::array<Value, sizeof...(Args)> values{Value(args)...};
+  return {accountDb(), sql, values};
+}
+
+/// As insertRow for whoever does not ask for the number of the row.
+void postRow(std::string_view table, std::initializer_list<Field> fields);
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -18,11 +19,11 @@ void clearStaging() {
 }
 
 void bumpPurchaseCount(const QString& employee) {
-  execSql("update jxc_user set u_cgpl=u_cgpl+1 where u_sn=?", employee);
+  postSql("update jxc_user set u_cgpl=u_cgpl+1 where u_sn=?", employee);
 }
 
 void bumpSaleCount(const QString& employee) {
-  execSql("update jxc_user set u_xspl=u_xspl+1 where u_sn=?", employee);
+  postSql("update jxc_user set u_xspl=u_xspl+1 where u_sn=?", employee);
 }
 
 QString getKhLevel(const QString& customer) {

@@ -1,6 +1,6 @@
 #include "core/statements.h"
 
-#include "engine/posting.h"
+#include "core/posting.h"
 
 #include <QVarLengthArray>
 
@@ -43,10 +43,9 @@ void requireFields(std::string_view table, std::initializer_list<Field> fields) 
     if (!isName(field.first)) throw std::invalid_argument("not a field name: " + std::string(field.first));
 }
 
-}  // namespace statements_detail
-
-std::int64_t insertRow(std::string_view table, std::initializer_list<Field> fields) {
-  using namespace statements_detail;
+/// Hands the statement that appends a row and its values to `run`.
+template <class Run>
+void appending(std::string_view table, std::initializer_list<Field> fields, Run run) {
   requireFields(table, fields);
   std::string& sql = emptyBuffer();
   Values values;
@@ -62,9 +61,20 @@ std::int64_t insertRow(std::string_view table, std::initializer_list<Field> fiel
   for (std::size_t i = 1; i < fields.size(); ++i)
     sql += ",?";
   sql += ')';
+  run(std::string_view(sql), std::span<const Value>(values.data(), static_cast<std::size_t>(values.size())));
+}
+
+}  // namespace statements_detail
+
+std::int64_t insertRow(std::string_view table, std::initializer_list<Field> fields) {
   Database& database = accountDb();
-  database.execute(std::string_view(sql), {values.data(), static_cast<std::size_t>(values.size())});
+  statements_detail::appending(table, fields, [&](const SqlText& sql, auto values) { database.execute(sql, values); });
   return database.lastCounter();
+}
+
+void postRow(std::string_view table, std::initializer_list<Field> fields) {
+  statements_detail::appending(table, fields,
+                               [](const SqlText& sql, auto values) { postStatement(accountDb(), sql, values); });
 }
 
 void updateRow(std::string_view table, std::int64_t id, std::initializer_list<Field> fields) {

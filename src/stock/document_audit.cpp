@@ -1,6 +1,7 @@
 // 单据审核: audit of stock/document.h: gates, shared numbers, one document, a list.
 #include "core/clock.h"
 #include "core/numbers.h"
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/document.h"
@@ -14,7 +15,7 @@ namespace document_audit_detail {
 
 /// Heads that still wait under the number.
 void deleteWaitingHeads(const DocumentFamily& family, const QString& number) {
-  execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
+  postSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
 }
 
 /// The audited head first, otherwise the one that was saved first.
@@ -98,8 +99,8 @@ AuditOutcome auditInside(const DocumentFamily& family, const QString& number, co
   if (change)
     change(id);
   else if (!family.discount.empty() && head.integer(family.settlement) == 0)
-    execSql(compose("update {} set {}={}-{} where id=?", {family.head, family.discount, family.due, family.paid}), id);
-  execSql(compose("update {} set {}=1,{}=?,{}=? where id=?",
+    postSql(compose("update {} set {}={}-{} where id=?", {family.head, family.discount, family.due, family.paid}), id);
+  postSql(compose("update {} set {}=1,{}=?,{}=? where id=?",
                   {family.head, family.status, family.checker, family.checkDate}),
           session().a_name, clock::today(), id);
   deleteWaitingHeads(family, number);

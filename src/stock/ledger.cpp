@@ -7,7 +7,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "stock/ledger_flags.h"
-#include "stock/running_stock.h"
+#include "stock/ledger_replay.h"
 
 namespace jxc {
 namespace ledger_detail {
@@ -30,31 +30,43 @@ bool hasFixedCost(const QString& goods, double& cost) {
 
 }  // namespace ledger_detail
 
+LedgerReplay::LedgerReplay(LedgerAnchor anchor)
+    : anchor_(std::move(anchor)),
+      before_(anchor_.goods, anchor_.warehouse, anchor_.date),
+      rows_(sendAhead("select id,gl_flag,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje from jxc_goodslist "
+                      "where g_sn=? and ck_sn=? and gl_kdrq>=? order by gl_kdrq,id",
+                      anchor_.goods, anchor_.warehouse, anchor_.date)) {}
+
+void LedgerReplay::write(AnchorRow anchorRow) {
+  const RunningStock running =
+      carryStock(before_.take(), rows_.rows(), anchorRow == AnchorRow::Skip ? anchor_.id : 0, {});
+
+  const LedgerFlag* anchorFlag = findLedgerFlag(anchor_.flag);
+  if (anchorFlag && anchorFlag->anchor && !strIsTrue(session().cs_cs009))
+    postSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, anchor_.warehouse, anchor_.goods);
+}
+
 void replayLedger(std::int64_t id, AnchorRow anchorRow) {
   const RowSet anchorSet = openSelect("select g_sn,gl_kdrq,ck_sn,gl_flag from jxc_goodslist where id=?", id);
   if (anchorSet.isEmpty()) return;
   const Row anchor = anchorSet.front();
-  const QString goods = anchor.text("g_sn");
-  const QString warehouse = anchor.text("ck_sn");
-  const QString date = anchor.text("gl_kdrq");
-
-  const RowSet rows = openSelect(
-      "select id,gl_flag,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje from jxc_goodslist "
-      "where g_sn=? and ck_sn=? and gl_kdrq>=? order by gl_kdrq,id",
-      goods, warehouse, date);
-  const RunningStock running =
-      carryStock(stockBefore(goods, warehouse, date), rows, anchorRow == AnchorRow::Skip ? id : 0, {});
-
-  const LedgerFlag* anchorFlag = findLedgerFlag(anchor.text("gl_flag"));
-  if (anchorFlag && anchorFlag->anchor && !strIsTrue(session().cs_cs009))
-    postSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, warehouse, goods);
+  LedgerReplay({.id = id,
+                .goods = anchor.text("g_sn"),
+                .warehouse = anchor.text("ck_sn"),
+                .date = anchor.text("gl_kdrq"),
+                .flag = anchor.text("gl_flag")})
+      .write(anchorRow);
 }
 
-double goodsAvgCost(const QString& goods) {
-  return lookupNumber(
+Ahead askGoodsAvgCost(const QString& goods) {
+  return sendAhead(
       "select iif(sum(kc_zsl)<>0,abs(round(sum(kc_cbj*kc_zsl)/sum(kc_zsl)+0.000000001,?)),-1) as cbj "
       "from jxc_kcsp where g_sn=?",
       moneyDigits(), goods);
+}
+
+double goodsAvgCost(const QString& goods) {
+  return askGoodsAvgCost(goods).number();
 }
 
 double getGoodsCost(const QString& goods, const QString& warehouse, const QString& date) {

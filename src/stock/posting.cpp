@@ -10,9 +10,15 @@
 #include "core/text.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
+#include "stock/ledger_replay.h"
 #include "stock/trading.h"
 
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <span>
 #include <stdexcept>
+#include <vector>
 
 namespace jxc {
 namespace posting_detail {
@@ -22,19 +28,19 @@ using trading::Head;
 using trading::Rules;
 
 void postCashLine(const Head& head, const QString& kind, double amount, const QString& note) {
-  insertRow("jxc_xjyh", {{"xj_rq", head.date},
-                         {"gl_djh", head.number},
-                         {"xj_dlx", kind},
-                         {"xj_je", amount},
-                         {"u_name", head.salespersonName},
-                         {"ghs_name", head.partnerName},
-                         {"ghs_sn", head.partner},
-                         {"ck_name", head.warehouseName},
-                         {"xj_kmmc", head.account},
-                         {"xj_note", note},
-                         {"a_name", session().a_name},
-                         {"xj_chk", QStringLiteral("1")},
-                         {"xj_ljje", 0.0}});
+  postRow("jxc_xjyh", {{"xj_rq", head.date},
+                       {"gl_djh", head.number},
+                       {"xj_dlx", kind},
+                       {"xj_je", amount},
+                       {"u_name", head.salespersonName},
+                       {"ghs_name", head.partnerName},
+                       {"ghs_sn", head.partner},
+                       {"ck_name", head.warehouseName},
+                       {"xj_kmmc", head.account},
+                       {"xj_note", note},
+                       {"a_name", session().a_name},
+                       {"xj_chk", QStringLiteral("1")},
+                       {"xj_ljje", 0.0}});
 }
 
 /// What is due by the partner's ledger: under settlement at paid amount the document leaves the balance unmoved.
@@ -44,47 +50,47 @@ double ledgerDue(const Head& head) {
 
 void postPartner(const Rules& rules, const Head& head) {
   const double before = ysyfkBalanceAt(head.partner, rules.side, head.date);
-  insertRow("jxc_ysyfk", {{"k_ghskh", head.partner},
-                          {"a_name", session().a_name},
-                          {"u_sn", head.salesperson},
-                          {"k_fkfs", head.account},
-                          {"k_sfje", head.paid},
-                          {"k_yhje", 0.0},
-                          {"k_qcje", 0.0},
-                          {"k_ljje", before + ledgerDue(head) - head.paid},
-                          {"k_yfje", ledgerDue(head)},
-                          {"k_type", partnerTypeText(rules.side)},
-                          {"k_djlx", words(rules.family->prefix)},
-                          {"k_djtxt", words(rules.kindText)},
-                          {"k_note", head.note},
-                          {"k_flag", 1},
-                          {"k_rq", head.date},
-                          {"gl_djh", head.number}});
+  postRow("jxc_ysyfk", {{"k_ghskh", head.partner},
+                        {"a_name", session().a_name},
+                        {"u_sn", head.salesperson},
+                        {"k_fkfs", head.account},
+                        {"k_sfje", head.paid},
+                        {"k_yhje", 0.0},
+                        {"k_qcje", 0.0},
+                        {"k_ljje", before + ledgerDue(head) - head.paid},
+                        {"k_yfje", ledgerDue(head)},
+                        {"k_type", partnerTypeText(rules.side)},
+                        {"k_djlx", words(rules.family->prefix)},
+                        {"k_djtxt", words(rules.kindText)},
+                        {"k_note", head.note},
+                        {"k_flag", 1},
+                        {"k_rq", head.date},
+                        {"gl_djh", head.number}});
   recomputeYsyfk(head.partner, rules.side, head.date);
 }
 
 void postInvoice(const Rules& rules, const Head& head) {
   const double before = fpBalanceAt(head.partner, rules.side, head.date);
-  insertRow("jxc_fpdjb", {{"fp_ghskh", head.partner},
-                          {"a_name", session().a_name},
-                          {"u_sn", head.salesperson},
-                          {"fp_no", head.invoiceNumber},
-                          {"fp_sfje", head.paid},
-                          {"fp_kpje", head.invoiced},
-                          {"fp_qcje", 0.0},
-                          {"fp_ljje", before + ledgerDue(head) - head.invoiced},
-                          {"fp_yfje", ledgerDue(head)},
-                          {"fp_type", partnerTypeText(rules.side)},
-                          {"fp_djlx", words(rules.family->prefix)},
-                          {"fp_djtxt", words(rules.kindText)},
-                          {"fp_note", head.note},
-                          {"fp_flag", 1},
-                          {"fp_rq", head.date},
-                          {"fp_kprq", head.invoiced != 0 ? head.date : QString()},
-                          {"fp_check", true},
-                          {"fp_checker", session().a_name},
-                          {"fp_chkrq", clock::today()},
-                          {"gl_djh", head.number}});
+  postRow("jxc_fpdjb", {{"fp_ghskh", head.partner},
+                        {"a_name", session().a_name},
+                        {"u_sn", head.salesperson},
+                        {"fp_no", head.invoiceNumber},
+                        {"fp_sfje", head.paid},
+                        {"fp_kpje", head.invoiced},
+                        {"fp_qcje", 0.0},
+                        {"fp_ljje", before + ledgerDue(head) - head.invoiced},
+                        {"fp_yfje", ledgerDue(head)},
+                        {"fp_type", partnerTypeText(rules.side)},
+                        {"fp_djlx", words(rules.family->prefix)},
+                        {"fp_djtxt", words(rules.kindText)},
+                        {"fp_note", head.note},
+                        {"fp_flag", 1},
+                        {"fp_rq", head.date},
+                        {"fp_kprq", head.invoiced != 0 ? head.date : QString()},
+                        {"fp_check", true},
+                        {"fp_checker", session().a_name},
+                        {"fp_chkrq", clock::today()},
+                        {"gl_djh", head.number}});
   recomputeFp(head.partner, rules.side, head.date);
 }
 
@@ -93,18 +99,18 @@ void postInvoice(const Rules& rules, const Head& head) {
 void postCharge(const Rules& rules, const Head& head, const QString& type, double amount) {
   if (amount <= 0) return;
   const QString note = words(rules.freightWord) + head.number + u"产生的"_qs + type;
-  insertRow("jxc_yyfy", {{"fy_rq", head.date},
-                         {"gl_djh", head.number},
-                         {"fy_lx", type},
-                         {"fy_je", -amount},
-                         {"fy_flag", QStringLiteral("1")},
-                         {"u_sn", head.salesperson},
-                         {"de_sn", QStringLiteral("100001")},
-                         {"fy_kmmc", u"现金"_qs},
-                         {"fy_chk", QStringLiteral("1")},
-                         {"fy_note", note},
-                         {"a_name", session().a_name},
-                         {"fy_sc", u"费用"_qs}});
+  postRow("jxc_yyfy", {{"fy_rq", head.date},
+                       {"gl_djh", head.number},
+                       {"fy_lx", type},
+                       {"fy_je", -amount},
+                       {"fy_flag", QStringLiteral("1")},
+                       {"u_sn", head.salesperson},
+                       {"de_sn", QStringLiteral("100001")},
+                       {"fy_kmmc", u"现金"_qs},
+                       {"fy_chk", QStringLiteral("1")},
+                       {"fy_note", note},
+                       {"a_name", session().a_name},
+                       {"fy_sc", u"费用"_qs}});
   postCashLine(head, u"费用付款"_qs, -amount, note);
 }
 
@@ -122,29 +128,62 @@ void postMoney(const Rules& rules, const Head& head) {
 
 /// Goods master after one row: stock, use counter, and for purchases price, supplier and average. The average cannot be
 /// below zero: it is an absolute value, or the price of the line.
-void postGoods(const Rules& rules, const Head& head, const Effect& effect) {
-  if (!rules.movesCost)
+void postGoods(const Rules& rules, const Head& head, const Effect& effect, const std::optional<Ahead>& average) {
+  if (!average)
     postSql(rules.goodsPosted, effect.physical, effect.goods);
   else if (rules.family == &families::purchaseReceipt)
-    postSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageAfter(effect),
+    postSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageOr(*average, effect.price),
             effect.goods);
   else
-    postSql(rules.goodsPosted, effect.physical, trading::averageAfter(effect), effect.goods);
+    postSql(rules.goodsPosted, effect.physical, trading::averageOr(*average, effect.price), effect.goods);
+}
+
+/// What rows of different goods do to balance, ledger and master. They know nothing of each other, so that each step is
+/// taken for all of them before the next: on a server in one round trip.
+void postTogether(const Rules& rules, const Head& head, std::span<const Effect> effects) {
+  std::vector<Ahead> balances;
+  std::vector<LedgerReplay> replays;
+  std::vector<std::optional<Ahead>> averages;
+  for (const Effect& effect : effects)
+    balances.push_back(trading::changeBalance(rules, effect, 1));
+  for (const Effect& effect : effects)
+    replays.emplace_back(LedgerAnchor{effect.id, effect.goods, effect.warehouse, effect.date, effect.flag});
+  for (LedgerReplay& replay : replays)
+    replay.askMissing();
+  for (std::size_t i = 0; i < effects.size(); ++i) {
+    if (balances[i].changed() == 0) trading::makeBalance(rules, effects[i], 1);
+    replays[i].write();
+    averages.push_back(rules.movesCost ? std::optional(askGoodsAvgCost(effects[i].goods)) : std::nullopt);
+  }
+  for (std::size_t i = 0; i < effects.size(); ++i)
+    postGoods(rules, head, effects[i], averages[i]);
+}
+
+/// How many of the first rows stand on different goods; not too many, because their later rows are held in memory.
+std::size_t differentGoods(std::span<const Effect> effects) {
+  constexpr std::size_t most = 50;
+  std::set<QString> met;
+  std::size_t count = 0;
+  while (count < std::min(effects.size(), most) && met.insert(effects[count].goods).second)
+    ++count;
+  return count;
 }
 
 void postStock(const Rules& rules, const Head& head) {
   const bool movesNow = !rules.movesLater || !rules.movesLater();
   if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], head.number);
   if (rules.markLines[1]) postSql(rules.markLines[1], head.number);
-  const std::int64_t rows = execSql(rules.insertLedger, session().a_name, clock::today(), head.number);
-  if (rows != lineCount(*rules.family, head.number)) throw std::runtime_error("单据中的商品在商品资料中不存在。");
+  const Ahead rows = sendAhead(rules.insertLedger, session().a_name, clock::today(), head.number);
+  const Ahead lines = sendAhead(
+      compose("select count(*) from {} where {}=?", {rules.family->lines, rules.family->number}), head.number);
+  if (rows.changed() != lines.rows().integer(0, 0)) throw std::runtime_error("单据中的商品在商品资料中不存在。");
   if (rules.afterLedger) postSql(rules.afterLedger, head.number);
 
   const std::vector<Effect> effects = trading::effectsOf(rules, head.number);
-  for (const Effect& effect : effects) {
-    trading::applyToBalance(rules, effect, 1);
-    replayLedger(effect.id);
-    postGoods(rules, head, effect);
+  for (std::span<const Effect> rest(effects); !rest.empty();) {
+    const std::size_t count = differentGoods(rest);
+    postTogether(rules, head, rest.first(count));
+    rest = rest.subspan(count);
   }
   writeLog(words(rules.auditLog) + head.number + u"，共%1种商品"_qs.arg(effects.size()));
   ensureStockRows(head.month());

@@ -52,7 +52,7 @@ void recomputeGoods(const QString& goods, const QString& warehouse, const QStrin
       "select id,gl_flag,gl_sl,gl_sl*gl_dj as net,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje from jxc_goodslist "
       "where g_sn=? and ck_sn=? and gl_kdrq>=? order by gl_kdrq,id",
       goods, warehouse, date);
-  const RunningStock running = carryStock(stockBefore(goods, warehouse, date), rows, 0, digits);
+  const RunningStock running = carryStock(StockBefore(goods, warehouse, date).take(), rows, 0, digits);
   if (!strIsTrue(session().cs_cs009))
     execSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, warehouse, goods);
   if (const double average = goodsAvgCost(goods); average != -1)

@@ -71,13 +71,22 @@ RunningStock carryStock(RunningStock running, const RowSet& rows, std::int64_t s
   return running;
 }
 
-RunningStock stockBefore(const QString& goods, const QString& warehouse, const QString& date) {
-  const RowSet last = openSelect(
-      "select top 1 gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq<? "
-      "order by gl_kdrq desc,id desc",
-      goods, warehouse, date);
-  if (!last.isEmpty()) return {last.number(0, 0), last.number(0, 1), last.number(0, 2)};
-  return {0, lookupNumber("select top 1 g_pjjj from jxc_goods where g_sn=?", goods), 0};
+StockBefore::StockBefore(const QString& goods, const QString& warehouse, const QString& date)
+    : goods_(goods),
+      last_(sendAhead("select top 1 gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq<? "
+                      "order by gl_kdrq desc,id desc",
+                      goods, warehouse, date)) {}
+
+void StockBefore::askMissing() {
+  if (!average_ && last_.rows().isEmpty())
+    average_ = sendAhead("select top 1 g_pjjj from jxc_goods where g_sn=?", goods_);
+}
+
+RunningStock StockBefore::take() {
+  askMissing();
+  if (average_) return {0, average_->number(), 0};
+  const RowSet& last = last_.rows();
+  return {last.number(0, 0), last.number(0, 1), last.number(0, 2)};
 }
 
 }  // namespace jxc

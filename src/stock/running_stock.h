@@ -1,12 +1,14 @@
 // 结存推算: what one ledger row does to the running quantity, average and value of a goods in a warehouse.
 #pragma once
 
+#include "core/posting.h"
 #include "core/rounding.h"
 #include "engine/row_set.h"
 
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace jxc {
 
@@ -43,7 +45,18 @@ enum class StockColumn { Id, Flag, Quantity, Net, Price, StockBefore, ValueBefor
 /// rows whose stored figures differ are written.
 RunningStock carryStock(RunningStock running, const RowSet& rows, std::int64_t skippedId, const StockDigits& digits);
 
-/// The figures after the last row before `date`; without one no stock at the goods' average.
-RunningStock stockBefore(const QString& goods, const QString& warehouse, const QString& date);
+/// The figures after the last row before `date`; without one no stock at the goods' average. Asked in three steps, so
+/// that many of them travel together: all are made, then all are asked what is missing, then taken.
+class StockBefore {
+ public:
+  StockBefore(const QString& goods, const QString& warehouse, const QString& date);
+  void askMissing();
+  RunningStock take();
+
+ private:
+  QString goods_;
+  Ahead last_;
+  std::optional<Ahead> average_;
+};
 
 }  // namespace jxc

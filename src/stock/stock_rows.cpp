@@ -34,11 +34,12 @@ constexpr ShortageKind shortageKinds[] = {
 
 void ensureStockRows(const QString& month) {
   using namespace stock_rows_detail;
-  const RowSet withoutBalance = openSelect(
+  const Ahead noBalance = sendAhead(
       "select ck_sn from jxc_ckxx where ck_sn not in (select ck_sn from jxc_kcsp where g_sn='00000000') order by "
       "ck_sn");
-  const RowSet withoutMonth = openSelect(
+  const Ahead noMonth = sendAhead(
       "select ck_sn from jxc_ckxx where ck_sn not in (select ck_sn from jxc_kcjs where js_rq=?) order by ck_sn", month);
+  const RowSet &withoutBalance = noBalance.rows(), &withoutMonth = noMonth.rows();
   if (withoutBalance.isEmpty() && withoutMonth.isEmpty()) return;
 
   Transaction transaction(accountDb());

@@ -1,10 +1,11 @@
 #include "stock/trading.h"
 
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/small_lookups.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "stock/ledger.h"
+#include "stock/ledger_replay.h"
 
 namespace jxc::trading {
 namespace trading_detail {
@@ -67,7 +68,7 @@ order by b.id)";
 
 // Returns are not joined to their lines: goods move with the ledger row itself.
 constexpr char returnEffects[] = R"(
-select id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,gl_sl as moved from jxc_goodslist
+select id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,gl_sl as moved,gl_kdrq,gl_flag from jxc_goodslist
 where g_sn<>'00000000' and gl_djh=? order by id)";
 
 const Rules purchaseRules = {
@@ -89,7 +90,7 @@ where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.j_sn=? order
     .movesLater = putawayInUse,
     .insertLedger = insertReceiptRows,
     .effectRows = R"(
-select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.jh_rksl as moved from jxc_goodslist a,jxc_jhsp b
+select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.jh_rksl as moved,a.gl_kdrq,a.gl_flag from jxc_goodslist a,jxc_jhsp b
 where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.j_sn and a.g_sn<>'00000000' and a.gl_djh=? order by a.id)",
     .outwards = false,
     .movesCost = true,
@@ -149,7 +150,7 @@ where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order
     .insertLedger = insertSaleRows,
     .afterLedger = "update jxc_goodslist set gl_lr=gl_je where g_sn='00000000' and gl_djh=?",
     .effectRows = R"(
-select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.ls_cksl as moved from jxc_goodslist a,jxc_lsxssp b
+select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.ls_cksl as moved,a.gl_kdrq,a.gl_flag from jxc_goodslist a,jxc_lsxssp b
 where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.gl_djh and a.g_sn<>'00000000' and a.gl_djh=? order by a.id)",
     .outwards = true,
     .movesCost = false,
@@ -241,6 +242,8 @@ std::vector<Effect> effectsOf(const Rules& rules, const QString& number) {
     effects.push_back({.id = row.integer("id"),
                        .goods = row.text("g_sn"),
                        .warehouse = row.text("ck_sn"),
+                       .date = row.text("gl_kdrq"),
+                       .flag = row.text("gl_flag"),
                        .quantity = quantity,
                        .price = row.number("gl_dj"),
                        .cost = row.number("gl_cbj"),
@@ -252,24 +255,33 @@ std::vector<Effect> effectsOf(const Rules& rules, const QString& number) {
   return effects;
 }
 
-void applyToBalance(const Rules& rules, const Effect& effect, int sign) {
+Ahead changeBalance(const Rules& rules, const Effect& effect, int sign) {
   const double physical = sign * effect.physical;
   const double book = sign * effect.book;
-  const double sold = sign * effect.sold;
-  const auto changed =
-      rules.outwards
-          ? execSql(
-                "update jxc_kcsp set kc_xssl=kc_xssl+(?),kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?",
-                sold, physical, book, effect.warehouse, effect.goods)
-          : execSql("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?", physical, book,
-                    effect.warehouse, effect.goods);
-  if (changed == 0)
-    execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,?,?,?,?)", physical,
-            rules.outwards ? effect.cost : effect.price, sold, effect.goods, effect.warehouse, book);
+  if (rules.outwards)
+    return sendAhead(
+        "update jxc_kcsp set kc_xssl=kc_xssl+(?),kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?",
+        sign * effect.sold, physical, book, effect.warehouse, effect.goods);
+  return sendAhead("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?", physical, book,
+                   effect.warehouse, effect.goods);
+}
+
+void makeBalance(const Rules& rules, const Effect& effect, int sign) {
+  postSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,?,?,?,?)", sign * effect.physical,
+          rules.outwards ? effect.cost : effect.price, sign * effect.sold, effect.goods, effect.warehouse,
+          sign * effect.book);
+}
+
+void applyToBalance(const Rules& rules, const Effect& effect, int sign) {
+  if (changeBalance(rules, effect, sign).changed() == 0) makeBalance(rules, effect, sign);
 }
 
 double averageOr(const QString& goods, double price) {
-  const double average = goodsAvgCost(goods);
+  return averageOr(askGoodsAvgCost(goods), price);
+}
+
+double averageOr(const Ahead& asked, double price) {
+  const double average = asked.number();
   return average == -1 ? price : average;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accounts/partner_ledger.h"
+#include "core/posting.h"
 #include "stock/document_family.h"
 
 #include <QString>
@@ -27,9 +28,9 @@ struct Rules {
   bool (*movesLater)();      // goods move by putaway or issue
   const char* insertLedger;  // values: auditor, today, number
   const char* afterLedger;   // may be null
-  const char* effectRows;    // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,physical
-  bool outwards;             // stock falls by gl_sl, and the quantity counts as sold
-  bool movesCost;            // the goods' average is written anew
+  const char* effectRows;  // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,moved,gl_kdrq,gl_flag
+  bool outwards;           // stock falls by gl_sl, and the quantity counts as sold
+  bool movesCost;          // the goods' average is written anew
   // Goods master: change of g_kc, then for purchases price, supplier (receipts only) and average, then goods.
   const char* goodsPosted;
   const char* goodsCancelled;
@@ -68,7 +69,7 @@ bool readHead(const Rules& rules, const QString& number, Head& head);
 /// One ledger row of the document and what it does to stock.
 struct Effect {
   std::int64_t id;
-  QString goods, warehouse;
+  QString goods, warehouse, date, flag;
   double quantity;  // gl_sl as stored
   double price, cost;
   std::int64_t source;  // id2
@@ -80,9 +81,13 @@ std::vector<Effect> effectsOf(const Rules& rules, const QString& number);
 
 /// Changes the balance of a goods in a warehouse by an effect, or by its opposite (sign −1); a missing balance is made.
 void applyToBalance(const Rules& rules, const Effect& effect, int sign);
+/// The same in its two steps; the second when the first changed nothing.
+Ahead changeBalance(const Rules& rules, const Effect& effect, int sign);
+void makeBalance(const Rules& rules, const Effect& effect, int sign);
 /// The goods' average after stock changed: over all warehouses, or the line's price when there is no stock left.
 double averageAfter(const Effect& effect);
 /// The same for a goods and a price.
 double averageOr(const QString& goods, double price);
+double averageOr(const Ahead& asked, double price);
 
 }  // namespace jxc::trading

@@ -128,7 +128,6 @@ void PostgresDatabase::commit() {
         savepoints_.pop_back();
         --opened_;
       } else {
-        if (!sent_.empty()) exchange();
         finish();
         opened_ = 0;
       }
@@ -140,7 +139,8 @@ void PostgresDatabase::commit() {
   if (--depth_ == 0) defined_ = lost_ = false;
 }
 
-/// The commit of the outermost level, with the number of the command in the same trip.
+/// The commit of the outermost level, in the same trip as the last writes and the number of the command. When a write
+/// fails, the server does not come to the commit.
 void PostgresDatabase::finish() {
   using namespace postgres_connection_detail;
   if (options_.readOnly) {

@@ -145,7 +145,7 @@ void PostgresDatabase::control(const char* sql, Sent::What what) {
   } catch (const LinkLost&) {
     loseLink(sql);
   }
-  sent_.push_back({what, nullptr, sql});
+  sent_.push_back({.what = what, .text = sql});
 }
 
 void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
@@ -160,14 +160,14 @@ void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const V
   try {
     if (!step.prepared) {
       to.prepare(step.name, step.plan->sql);
-      sent_.push_back({Sent::What::Prepare, &step, statement.text});
+      sent_.push_back({.what = Sent::What::Prepare, .step = &step, .text = statement.text});
       step.prepared = true;
     }
     to.run(step.name, texts);
   } catch (const LinkLost&) {
     loseLink(statement.text);
   }
-  sent_.push_back({what, &step, statement.text});
+  sent_.push_back({.what = what, .step = &step, .text = statement.text});
 }
 
 /// Results of what is wanted, in order. Throws the first failure of anything that was on its way.
@@ -191,6 +191,13 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
       if (sent[i].what == Sent::What::Commit && std::string_view(PQcmdStatus(result)) != "COMMIT")
         throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), "commit");
       if (sent[i].what == Sent::What::Posted) changedBy(result);
+      if (Outcome* outcome = sent[i].outcome.get()) {
+        if (sent[i].names)
+          outcome->rows = rowsOf(result, sent[i].names);
+        else
+          outcome->changed = changedBy(result);
+        outcome->there = true;
+      }
       if (sent[i].what == Sent::What::Wanted) wanted.push_back(std::move(results[i]));
       continue;
     }
@@ -225,7 +232,7 @@ void PostgresDatabase::askFor(const char* sql, const std::vector<std::string>& v
   } catch (const LinkLost&) {
     loseLink(sql);
   }
-  sent_.push_back({what, nullptr, sql});
+  sent_.push_back({.what = what, .text = sql});
 }
 
 RowSet PostgresDatabase::ask(const char* sql, const std::vector<std::string>& values) {
@@ -331,6 +338,33 @@ void PostgresDatabase::post(const SqlText& sql, std::span<const Value> values) {
   requireValues(statement->plan, values, text);
   queue(*statement, statement->steps.front(), values, Sent::What::Posted);
   if (sent_.size() >= postgres_database_detail::commandsAtOnce) exchange();
+}
+
+std::shared_ptr<const Outcome> PostgresDatabase::sendAhead(const SqlText& sql, std::span<const Value> values) {
+  const std::string_view text = sql.view();
+  requireLive(text);
+  auto outcome = std::make_shared<Outcome>();
+  Statement& statement = statementFor(text);
+  const bool isSelect = statement.plan.kind == jet::Plan::Kind::Select;
+  if (depth_ == 0 || statement.steps.size() != 1 || (!isSelect && statement.plan.kind != jet::Plan::Kind::Change)) {
+    if (isSelect)
+      outcome->rows = select(sql, values);
+    else
+      outcome->changed = execute(sql, values);
+    outcome->there = true;
+    return outcome;
+  }
+  requireValues(statement.plan, values, text);
+  queue(statement, statement.steps.front(), values, Sent::What::Ahead);
+  sent_.back().outcome = outcome;
+  if (isSelect) sent_.back().names = statement.names;
+  if (sent_.size() >= postgres_database_detail::commandsAtOnce) exchange();
+  return outcome;
+}
+
+void PostgresDatabase::collect() {
+  requireLive("collect");
+  if (!sent_.empty()) exchange();
 }
 
 std::int64_t PostgresDatabase::lastCounter() const {

@@ -33,6 +33,8 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   Value lookup(const SqlText& sql, std::span<const Value> values) override;
   std::int64_t execute(const SqlText& sql, std::span<const Value> values) override;
   void post(const SqlText& sql, std::span<const Value> values) override;
+  std::shared_ptr<const Outcome> sendAhead(const SqlText& sql, std::span<const Value> values) override;
+  void collect() override;
   void check(const SqlText& sql) override;
   std::int64_t lastCounter() const override;
 
@@ -64,10 +66,12 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   };
   /// A command on its way, and what its result is for.
   struct Sent {
-    enum class What { Control, Commit, Prepare, Wanted, Posted };
+    enum class What { Control, Commit, Prepare, Wanted, Posted, Ahead };
     What what;
     Step* step = nullptr;
     std::string text;  // its own: savepoints are put together on the way, and statements may be forgotten
+    std::shared_ptr<Outcome> outcome;  // of what was sent ahead
+    std::shared_ptr<const ColumnNames> names;
   };
 
   // statements
