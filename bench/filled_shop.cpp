@@ -1,5 +1,7 @@
 #include "filled_shop.h"
 
+#include "stock/document.h"
+
 #include <QDate>
 
 #include <cstdlib>
@@ -89,6 +91,78 @@ Shop& shopWith(int rows) {
     made = rows;
   }
   return *shop;
+}
+
+QString waitingDocument(bool sale, const QString& date, int lines, int seed) {
+  Transaction transaction(accountDb());
+  const DocumentFamily& family = sale ? families::sale : families::purchaseReceipt;
+  const QString number = newDocumentNumber(family, date);
+  for (int line = 0; line < lines; ++line) {
+    const QString goods = QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount));
+    const double quantity = 1 + line % 5;
+    if (sale)
+      insertRow("jxc_lsxssp", {{"gl_djh", number},
+                               {"g_sn", goods},
+                               {"a_name", session().a_name},
+                               {"ls_dj", 20.0},
+                               {"ls_sl", quantity},
+                               {"ls_je", quantity * 20},
+                               {"ls_cbj", 10.0},
+                               {"ls_zcb", quantity * 10},
+                               {"ls_tax", 0.0},
+                               {"ls_taxdj", 20.0},
+                               {"ls_taxje", 0.0},
+                               {"ls_lsj", 20.0},
+                               {"ls_zje", quantity * 20},
+                               {"ls_cksl", 0.0},
+                               {"ls_qxsl", 0.0},
+                               {"ls_dzl", 1.0},
+                               {"t_zp", u""}});
+    else
+      insertRow("jxc_jhsp", {{"j_sn", number},
+                             {"g_sn", goods},
+                             {"a_name", session().a_name},
+                             {"jh_dj", 11.0},
+                             {"jh_sl", quantity},
+                             {"jh_je", quantity * 11},
+                             {"jh_tax", 0.0},
+                             {"jh_taxdj", 11.0},
+                             {"jh_taxje", 0.0},
+                             {"jh_zje", quantity * 11},
+                             {"jh_rksl", quantity},
+                             {"jh_qxsl", 0.0},
+                             {"jh_dzl", 1.0},
+                             {"jh_bz", u""}});
+  }
+  if (sale)
+    insertRow("jxc_lsxsd", {{"gl_djh", number},
+                            {"kh_sn", lookupValue("select top 1 kh_sn from jxc_khxx order by id")},
+                            {"ck_sn", u"100001"},
+                            {"ls_xsrq", date},
+                            {"ls_yfje", 100.0},
+                            {"ls_sfje", 0.0},
+                            {"u_sn", u"100001"},
+                            {"ls_note", u""},
+                            {"a_name", session().a_name},
+                            {"ls_status", 0},
+                            {"ls_jsfs", 1},
+                            {"ls_kmmc", u"现金"},
+                            {"ls_dhbz", 0}});
+  else
+    insertRow("jxc_jhd", {{"j_sn", number},
+                          {"ghs_sn", u"100001"},
+                          {"ck_sn", u"100001"},
+                          {"j_jhrq", date},
+                          {"j_yfje", 100.0},
+                          {"j_sfje", 0.0},
+                          {"u_sn", u"100001"},
+                          {"j_note", u""},
+                          {"a_name", session().a_name},
+                          {"j_status", 0},
+                          {"j_jsfs", 1},
+                          {"j_kmmc", u"现金"}});
+  transaction.commit();
+  return number;
 }
 
 const std::vector<int>& ledgerSizes() {

@@ -16,6 +16,9 @@ std::string goodsCode(int index);
 /// The shop with so many rows of the stock ledger; the last one made stays for the measurements that follow.
 Shop& shopWith(int rows);
 
+/// A waiting receipt or sale of this date; its goods differ from document to document.
+QString waitingDocument(bool sale, const QString& date, int lines, int seed);
+
 /// Sizes of the stock ledger to measure with: "10000,1000000" from JXC_BENCH_ROWS, by default these two.
 const std::vector<int>& ledgerSizes();
 

@@ -1,5 +1,6 @@
 // Audit of receipts and sales beside the same reads and writes by hand on bare SQLite: today and dated back, with few
 // and with a million rows of the stock ledger behind.
+#include "audit_words.h"
 #include "core/clock.h"
 #include "core/session.h"
 #include "filled_shop.h"
@@ -26,167 +27,12 @@ using bench::Shop;
 using bench::shopWith;
 using bench::YesPrompt;
 
-/// A waiting receipt or sale of this date; its goods differ from document to document.
-QString waiting(bool sale, const QString& date, int lines, int seed) {
-  Transaction transaction(accountDb());
-  const DocumentFamily& family = sale ? families::sale : families::purchaseReceipt;
-  const QString number = newDocumentNumber(family, date);
-  for (int line = 0; line < lines; ++line) {
-    const QString goods = QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount));
-    const double quantity = 1 + line % 5;
-    if (sale)
-      insertRow("jxc_lsxssp", {{"gl_djh", number},
-                               {"g_sn", goods},
-                               {"a_name", session().a_name},
-                               {"ls_dj", 20.0},
-                               {"ls_sl", quantity},
-                               {"ls_je", quantity * 20},
-                               {"ls_cbj", 10.0},
-                               {"ls_zcb", quantity * 10},
-                               {"ls_tax", 0.0},
-                               {"ls_taxdj", 20.0},
-                               {"ls_taxje", 0.0},
-                               {"ls_lsj", 20.0},
-                               {"ls_zje", quantity * 20},
-                               {"ls_cksl", 0.0},
-                               {"ls_qxsl", 0.0},
-                               {"ls_dzl", 1.0},
-                               {"t_zp", u""}});
-    else
-      insertRow("jxc_jhsp", {{"j_sn", number},
-                             {"g_sn", goods},
-                             {"a_name", session().a_name},
-                             {"jh_dj", 11.0},
-                             {"jh_sl", quantity},
-                             {"jh_je", quantity * 11},
-                             {"jh_tax", 0.0},
-                             {"jh_taxdj", 11.0},
-                             {"jh_taxje", 0.0},
-                             {"jh_zje", quantity * 11},
-                             {"jh_rksl", quantity},
-                             {"jh_qxsl", 0.0},
-                             {"jh_dzl", 1.0},
-                             {"jh_bz", u""}});
-  }
-  if (sale)
-    insertRow("jxc_lsxsd", {{"gl_djh", number},
-                            {"kh_sn", lookupValue("select top 1 kh_sn from jxc_khxx order by id")},
-                            {"ck_sn", u"100001"},
-                            {"ls_xsrq", date},
-                            {"ls_yfje", 100.0},
-                            {"ls_sfje", 0.0},
-                            {"u_sn", u"100001"},
-                            {"ls_note", u""},
-                            {"a_name", session().a_name},
-                            {"ls_status", 0},
-                            {"ls_jsfs", 1},
-                            {"ls_kmmc", u"现金"},
-                            {"ls_dhbz", 0}});
-  else
-    insertRow("jxc_jhd", {{"j_sn", number},
-                          {"ghs_sn", u"100001"},
-                          {"ck_sn", u"100001"},
-                          {"j_jhrq", date},
-                          {"j_yfje", 100.0},
-                          {"j_sfje", 0.0},
-                          {"u_sn", u"100001"},
-                          {"j_note", u""},
-                          {"a_name", session().a_name},
-                          {"j_status", 0},
-                          {"j_jsfs", 1},
-                          {"j_kmmc", u"现金"}});
-  transaction.commit();
-  return number;
-}
-
 // ---- by hand -----------------------------------------------------------------------------------------------------
-
-/// The statements in which a receipt and a sale differ.
-struct Words {
-  const char *lines, *heads, *shortage, *head, *audited, *strays, *due, *cash, *partner, *carried, *running, *owed,
-      *moved, *marked, *ledger, *effects, *employee;
-};
-constexpr Words receiptWords = {
-    "select count(*) from jxc_jhsp where j_sn=?",
-    "select count(*) from jxc_jhd where j_sn=?",
-    nullptr,
-    "select * from jxc_jhd where j_sn=? order by j_status desc,id",
-    "update jxc_jhd set j_status=1,j_checker='admin',j_chkrq=? where j_sn=?",
-    "delete from jxc_jhd where j_status=0 and j_sn=?",
-    "select a.j_yfje from jxc_jhd a join jxc_user b on a.u_sn=b.u_sn join jxc_ghsxx c on a.ghs_sn=c.ghs_sn join "
-    "jxc_ckxx d "
-    "on a.ck_sn=d.ck_sn where a.j_sn=?",
-    "insert into jxc_xjyh "
-    "(xj_rq,gl_djh,xj_dlx,xj_je,u_name,ghs_name,ghs_sn,ck_name,xj_kmmc,xj_note,a_name,xj_chk,xj_ljje) "
-    "values (?,?,'采购进货',0,'默认员工','普通供货商',?,'主仓库',?,'','admin','1',0)",
-    "insert into jxc_ysyfk (k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,k_type,k_djlx,k_djtxt,k_note,"
-    "k_flag,k_rq,gl_djh) values (?,'admin','100001',?,0,0,0,0,?,'ghs','CJ','采购进货单','',1,?,?)",
-    "select k_ljje from jxc_ysyfk where k_type='ghs' and k_ghskh=? and k_rq<? order by k_rq desc,id desc limit 1",
-    "select id,k_ljje,k_qcje+k_yfje-k_sfje from jxc_ysyfk where k_type='ghs' and k_ghskh=? and k_rq>=? order by "
-    "k_rq,id",
-    "update jxc_ghsxx set ghs_lwje=? where ghs_sn=?",
-    "update jxc_jhsp set jh_rksl=jh_sl where j_sn=?",
-    "update jxc_jhsp set id2=id,jh_qxsl=0 where j_sn=?",
-    "insert into jxc_goodslist "
-    "(gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,"
-    "gl_je,gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_"
-    "note,"
-    "gl_bz,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc) "
-    "select "
-    "'cj',a.j_sn,a.j_jhrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.jh_dj,0,0,b.jh_sl,b.jh_dzl,b.jh_zje,b.jh_je,b.jh_tax,"
-    "b.jh_taxdj,b.jh_taxje,c.g_lsj,0,0,'admin',?,0,0,c.g_pjjj,0,0,a.j_note,b.jh_bz,d.u_name,b.a_name,a.ck_sn,e.ck_name,"
-    "a.ghs_sn,f.ghs_name,c.gg_name,c.color_name,b.jh_sl,b.id2,a.j_sn2,'',0 from jxc_jhd a join jxc_jhsp b on "
-    "a.j_sn=b.j_sn "
-    "join jxc_goods c on b.g_sn=c.g_sn join jxc_user d on a.u_sn=d.u_sn join jxc_ckxx e on a.ck_sn=e.ck_sn join "
-    "jxc_ghsxx f "
-    "on a.ghs_sn=f.ghs_sn where a.j_sn=? order by b.id",
-    "select a.id,a.g_sn,a.gl_sl,a.gl_dj from jxc_goodslist a join jxc_jhsp b on a.id2=b.id2 and a.g_sn=b.g_sn and "
-    "a.gl_djh=b.j_sn where a.g_sn<>'00000000' and a.gl_djh=? order by a.id",
-    "update jxc_user set u_cgpl=u_cgpl+1 where u_sn='100001'"};
-constexpr Words saleWords = {
-    "select count(*) from jxc_lsxssp where gl_djh=?",
-    "select count(*) from jxc_lsxsd where gl_djh=?",
-    "select a.g_sn from (select g_sn,sum(ls_sl) as sl from jxc_lsxssp where gl_djh=? and g_sn<>'00000000' group by "
-    "g_sn) a,"
-    "jxc_kcsp b where a.g_sn=b.g_sn and a.sl>b.kc_zsl and b.ck_sn='100001' order by a.g_sn limit 1",
-    "select * from jxc_lsxsd where gl_djh=? order by ls_status desc,id",
-    "update jxc_lsxsd set ls_status=1,ls_checker='admin',ls_chkrq=? where gl_djh=?",
-    "delete from jxc_lsxsd where ls_status=0 and gl_djh=?",
-    "select a.ls_yfje from jxc_lsxsd a join jxc_user b on a.u_sn=b.u_sn join jxc_khxx c on a.kh_sn=c.kh_sn join "
-    "jxc_ckxx d on "
-    "a.ck_sn=d.ck_sn where a.gl_djh=?",
-    "insert into jxc_xjyh "
-    "(xj_rq,gl_djh,xj_dlx,xj_je,u_name,ghs_name,ghs_sn,ck_name,xj_kmmc,xj_note,a_name,xj_chk,xj_ljje) "
-    "values (?,?,'商品销售',0,'默认员工','普通客户',?,'主仓库',?,'','admin','1',0)",
-    "insert into jxc_ysyfk (k_ghskh,a_name,u_sn,k_fkfs,k_sfje,k_yhje,k_qcje,k_ljje,k_yfje,k_type,k_djlx,k_djtxt,k_note,"
-    "k_flag,k_rq,gl_djh) values (?,'admin','100001',?,0,0,0,0,?,'kh','XS','商品销售单','',1,?,?)",
-    "select k_ljje from jxc_ysyfk where k_type='kh' and k_ghskh=? and k_rq<? order by k_rq desc,id desc limit 1",
-    "select id,k_ljje,k_qcje+k_yfje-k_sfje from jxc_ysyfk where k_type='kh' and k_ghskh=? and k_rq>=? order by k_rq,id",
-    "update jxc_khxx set kh_lwje=? where kh_sn=?",
-    "update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?",
-    "update jxc_lsxssp set id2=id,ls_qxsl=0 where gl_djh=?",
-    "insert into jxc_goodslist "
-    "(gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,"
-    "gl_je,gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_"
-    "note,"
-    "gl_bz,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc) "
-    "select "
-    "'xs',a.gl_djh,a.ls_xsrq,b.g_sn,c.g_name||ifnull(b.t_zp,''),c.g_jm,c.dw_name,b.ls_dj,b.ls_cbj,b.ls_zcb,b.ls_sl,"
-    "b.ls_dzl,b.ls_zje,b.ls_je,b.ls_tax,b.ls_taxdj,b.ls_taxje,b.ls_lsj,b.ls_je-b.ls_zcb,b.ls_qxsl,'admin',?,0,0,c.g_"
-    "pjjj,0,"
-    "0,a.ls_note,b.ls_bz,d.u_name,b.a_name,a.ck_sn,e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,0,b.id2,a.gl_"
-    "djh2,'',0 "
-    "from jxc_lsxsd a join jxc_lsxssp b on a.gl_djh=b.gl_djh join jxc_goods c on b.g_sn=c.g_sn join jxc_user d on "
-    "a.u_sn=d.u_sn join jxc_ckxx e on a.ck_sn=e.ck_sn join jxc_khxx f on a.kh_sn=f.kh_sn where a.gl_djh=? order by "
-    "b.id",
-    "select a.id,a.g_sn,a.gl_sl,a.gl_dj from jxc_goodslist a join jxc_lsxssp b on a.id2=b.id2 and a.g_sn=b.g_sn and "
-    "a.gl_djh=b.gl_djh where a.g_sn<>'00000000' and a.gl_djh=? order by a.id",
-    "update jxc_user set u_xspl=u_xspl+1 where u_sn='100001'"};
 
 /// What audit of a receipt or of a sale reads and writes, as somebody would write it who knows nothing but SQLite.
 class BareAudit {
  public:
-  BareAudit(sqlite3* db, bool sale) : db_(db), sale_(sale), words_(sale ? saleWords : receiptWords) {}
+  BareAudit(sqlite3* db, bool sale) : db_(db), sale_(sale), words_(sale ? bench::saleWords : bench::receiptWords) {}
   void run(const std::string& number, const std::string& today);
   void setDate(const std::string& date) { date_ = date; }  // of the documents
 
@@ -198,7 +44,7 @@ class BareAudit {
   }
   sqlite3* db_;
   const bool sale_;
-  const Words& words_;
+  const bench::Words& words_;
   std::string date_;
   std::list<std::pair<const char*, Bare>> statements_;
 
@@ -384,7 +230,7 @@ void audits(benchmark::State& state, bool sale, int ledgerRows, int lines, int d
   const int warmUps = daysBack == 0 ? goodsCount / lines + 1 : 1;
   std::vector<QString> numbers;
   for (benchmark::IterationCount i = 0; i < state.max_iterations + warmUps; ++i)
-    numbers.push_back(waiting(sale, date, lines, ++seed));
+    numbers.push_back(bench::waitingDocument(sale, date, lines, ++seed));
   const DocumentFamily& family = sale ? families::sale : families::purchaseReceipt;
   BareAudit bare(shop.native(), sale);
   bare.setDate(date.toStdString());
