@@ -54,6 +54,7 @@ class PostgresEmitter final : public Emitter {
   void asText(const Expr& e);
   void toBit(const Expr& e);
   void compared(const Expr& e, const Expr& other);
+  void wholeColumn(const Expr& column, Op op, const Expr& value);
   void wrapped(std::string_view before, const Expr& e, std::string_view after);
   void dateFunction(const Expr& e);
   void moment(Moment moment);

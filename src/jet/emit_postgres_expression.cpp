@@ -11,6 +11,48 @@ bool isComparison(Op op) {
   return op >= Op::Equal && op <= Op::GreaterEqual;
 }
 
+std::string_view typeOfValue(const Parameter& p) {
+  if (!p.typed && !p.fromDrivingRow) return "::text";
+  switch (p.target) {
+    case ColumnType::Counter:
+    case ColumnType::Integer:
+      return "::bigint";
+    case ColumnType::Bit:
+      return "::smallint";
+    case ColumnType::Numeric:
+    case ColumnType::Double:
+      return "::numeric";
+    default:
+      return "::text";
+  }
+}
+
+/// A column of whole numbers; flags are few values and have no index.
+bool isStoredWhole(const Expr& e) {
+  return e.kind == ExprKind::Column && e.type == Type::Integer;
+}
+
+/// A caller's value that may have decimals.
+bool isDecimalValue(const Expr& e) {
+  return e.kind == ExprKind::Parameter && typeOfValue(e.place) != "::bigint" && typeOfValue(e.place) != "::smallint";
+}
+
+/// The comparison seen from its other side.
+Op turned(Op op) {
+  switch (op) {
+    case Op::Less:
+      return Op::Greater;
+    case Op::LessEqual:
+      return Op::GreaterEqual;
+    case Op::Greater:
+      return Op::Less;
+    case Op::GreaterEqual:
+      return Op::LessEqual;
+    default:
+      return op;
+  }
+}
+
 /// What yields truth and not a number.
 bool isPredicate(const Expr& e) {
   switch (e.kind) {
@@ -28,22 +70,6 @@ bool isPredicate(const Expr& e) {
       return e.function == Function::IsNull || e.function == Function::IsNumeric;
     default:
       return false;
-  }
-}
-
-std::string_view typeOfValue(const Parameter& p) {
-  if (!p.typed && !p.fromDrivingRow) return "::text";
-  switch (p.target) {
-    case ColumnType::Counter:
-    case ColumnType::Integer:
-      return "::bigint";
-    case ColumnType::Bit:
-      return "::smallint";
-    case ColumnType::Numeric:
-    case ColumnType::Double:
-      return "::numeric";
-    default:
-      return "::text";
   }
 }
 
@@ -148,6 +174,38 @@ void PostgresEmitter::compared(const Expr& e, const Expr& other) {
   if (e.type == Type::Text && !ordered(e) && !ordered(other) && e.kind != ExprKind::Text) put(" collate \"C\"");
 }
 
+// A value may have decimals, and an index of whole numbers is no help against those: the server would read the whole
+// table. So the column is compared with the nearest whole numbers, which says the same.
+void PostgresEmitter::wholeColumn(const Expr& column, Op op, const Expr& value) {
+  const auto bound = [&](const char* rounding, std::string_view sign) {
+    operand(column);
+    put(sign);
+    put(rounding);
+    // As far as whole numbers go; an empty value stays empty.
+    put("(sign(");
+    compared(value, column);
+    put(")*least(abs(");
+    compared(value, column);
+    put("),9e18))::bigint");
+  };
+  switch (op) {
+    case Op::Less:
+      return bound("ceil", "<");
+    case Op::LessEqual:
+      return bound("floor", "<=");
+    case Op::Greater:
+      return bound("floor", ">");
+    case Op::GreaterEqual:
+      return bound("ceil", ">=");
+    default:
+      put("(");
+      bound("ceil", "=");
+      put(" and ");
+      bound("floor", "=");
+      put(")");
+  }
+}
+
 void PostgresEmitter::binary(const Expr& e) {
   const Expr& left = *e.args[0];
   const Expr& right = *e.args[1];
@@ -185,6 +243,15 @@ void PostgresEmitter::binary(const Expr& e) {
   }
   if (!emit_postgres_expression_detail::isComparison(e.op)) {
     Emitter::binary(e);
+    return;
+  }
+  using namespace emit_postgres_expression_detail;
+  if (e.op != Op::NotEqual && isStoredWhole(left) && isDecimalValue(right)) {
+    wholeColumn(left, e.op, right);
+    return;
+  }
+  if (e.op != Op::NotEqual && isStoredWhole(right) && isDecimalValue(left)) {
+    wholeColumn(right, turned(e.op), left);
     return;
   }
   compared(left, right);
