@@ -55,6 +55,8 @@ QString programPath(const QString& relative) {
 }
 
 QString packageDirectory() {
+  // Started from its sources (./run), what is supplied lies among them.
+  if (const QString told = qEnvironmentVariable("JXC_SHARE"); !told.isEmpty()) return told;
   if (!QCoreApplication::instance()) return {};
   const QDir share(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/jxc"));
   return share.exists() ? share.canonicalPath() : QString();

@@ -15,7 +15,8 @@ void setProgramDirectory(const QString& directory);
 const QString& programDirectory();
 /// Absolute path of "report/cgjh.fr3" and the like.
 QString programPath(const QString& relative);
-/// Folder of what a package installed besides the executable (share/jxc); empty when there is none.
+/// Folder of what a package installed besides the executable (share/jxc), or what JXC_SHARE says; empty when there is
+/// none.
 QString packageDirectory();
 /// A file that comes with the program and that a shop may have its own of: "readme.htm", "skinfiles/夜间.skinres",
 /// "report/cgjh.fr3". The one in the program directory when it is there, otherwise the package's; to be read only.

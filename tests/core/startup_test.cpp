@@ -116,6 +116,18 @@ TEST_F(StartupStory, TheProgramDirectoryIsTheOneGivenElseTheOneBesideTheProgram)
   EXPECT_EQ(findProgramDirectory({"jxc"}, home() + "/opt"), home() + "/opt");
 }
 
+TEST_F(StartupStory, WhatIsSuppliedIsFoundBesideTheSourcesToo) {
+  const QString sources = home() + QStringLiteral("/sources");
+  ASSERT_TRUE(QDir().mkpath(sources));
+  const auto write = [](const QString& name) { EXPECT_TRUE(QFile(name).open(QIODevice::WriteOnly)); };
+  write(sources + QStringLiteral("/readme.htm"));
+  qputenv("JXC_SHARE", sources.toUtf8());
+  EXPECT_EQ(suppliedPath(QStringLiteral("readme.htm")), sources + QStringLiteral("/readme.htm"));
+  write(programPath(QStringLiteral("readme.htm")));
+  EXPECT_EQ(suppliedPath(QStringLiteral("readme.htm")), programPath(QStringLiteral("readme.htm"))) << "the shop's own";
+  qunsetenv("JXC_SHARE");
+}
+
 TEST_F(StartupStory, OneProgramADirectoryUntilItDies) {
   const SingleInstance elsewhere(home() + "/other");
   {
