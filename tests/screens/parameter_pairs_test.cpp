@@ -144,6 +144,46 @@ TEST_F(ParameterPairsTest, BalancingAndSettlement) {
   }
 }
 
+// The same on the selling side: two frames and a cloth, 233.33, paid with 230 and audited at once.
+TEST_F(ParameterPairsTest, BalancingAndSettlementOfASale) {
+  setParameter("cs_shdj", 1);
+  struct Pair {
+    const char* balancing;
+    QString settlement;
+    const char *head, *lines;  // due, received, allowance, settlement
+    double owed, cash;
+  };
+  const QString paid = u"按实付款结算"_qs, account = u"余款记入应收帐"_qs;
+  // Spread: 3.33 over two lines is 1.67 each, the cent too much stays: 198.33 and 31.66 make 229.99. The frame is then
+  // 198.33/2 = 99.165, kept as 99.17, its net 198.34.
+  for (const Pair& pair :
+       {Pair{"0", paid, "229.99 229.99 0 0", "10000001 99.17 198.33 198.34 | 10000002 31.66 31.66 31.66", 0, 229.99},
+        Pair{"0", account, "233.33 230 0 1", "10000001 100 200 200 | 10000002 33.33 33.33 33.33", 3.33, 230},
+        Pair{"1", paid, "233.33 230 3.33 0",
+             "10000001 100 200 200 | 10000002 33.33 33.33 33.33 | 00000000 0 -3.33 -3.33", 0, 230},
+        Pair{"1", account, "233.33 230 0 1", "10000001 100 200 200 | 10000002 33.33 33.33 33.33", 3.33, 230}}) {
+    setParameter("cs_xsjgts", QByteArray(pair.balancing).toInt());
+    setParameter("cs_kc", 1);
+    execSql("update jxc_kcsp set kc_sl=10,kc_zsl=10");
+    const double owedBefore = lookupNumber("select sum(kh_lwje) from jxc_khxx");
+    const double cashBefore = lookupNumber("select sum(xj_je) from jxc_xjyh");
+    QString number;
+    open("F_Spxs", [&](ui::Screen& s) {
+      number = s.field("jsn").text();
+      scanLines(s, {kFrame, kFrame, kCloth});
+      EXPECT_EQ(s.field("tyfje").number(), 233.33);
+      choose(s, "comJsfs", pair.settlement);
+      type(s, "tssje", u"230");
+      expectQuestion(QString::fromUtf8(kSaveSaleAudited), Answer::Yes);
+      press(s, "F5");
+    });
+    EXPECT_EQ(rows("select ls_yfje,ls_sfje,ls_yhje,ls_jsfs from jxc_lsxsd where gl_djh=?", number), pair.head);
+    EXPECT_EQ(rows("select g_sn,ls_dj,ls_zje,ls_je from jxc_lsxssp where gl_djh=? order by id", number), pair.lines);
+    EXPECT_NEAR(lookupNumber("select sum(kh_lwje) from jxc_khxx") - owedBefore, pair.owed, 1e-6);
+    EXPECT_NEAR(lookupNumber("select sum(xj_je) from jxc_xjyh") - cashBefore, pair.cash, 1e-6);
+  }
+}
+
 // Three pieces of cloth at 33.33 and two frames at 100.04: totals keep the money digits unless they have their own.
 TEST_F(ParameterPairsTest, DigitsOfTotals) {
   struct Pair {
@@ -162,6 +202,35 @@ TEST_F(ParameterPairsTest, DigitsOfTotals) {
       edit(s, "gridLines", 1, "ls_sl", u"2");
       EXPECT_EQ(rows("select ls_zje from jxc_lsxssp order by id"), pair.lines) << pair.separate << pair.digits;
       EXPECT_EQ(s.field("tyfje").number(), pair.due);
+      leaveDraft(s);
+    });
+  }
+}
+
+// With tax each of the three amounts has the digits of totals: three at 33.35, with 13 percent 37.69 each. Net 100.05,
+// tax 13.02, together 113.07.
+TEST_F(ParameterPairsTest, DigitsOfTotalsWithTax) {
+  setParameter("cs_hs", 1);
+  setParameter("cs_tax", 13);
+  struct Pair {
+    int separate, digits;
+    const char* line;
+    double due;
+  };
+  for (const Pair& pair : {Pair{0, 0, "100.05 13.02 113.07", 113.07}, Pair{0, 1, "100.05 13.02 113.07", 113.07},
+                           Pair{1, 0, "100 13 113", 113}, Pair{1, 1, "100.1 13 113.1", 113.1}}) {
+    setParameter("cs_zjews", pair.separate);
+    setParameter("cs_jews", pair.digits);
+    open("F_Cgjh", [&](ui::Screen& s) {
+      scanLines(s, {kCloth});
+      edit(s, "gridLines", 0, "jh_dj", u"33.35");
+      edit(s, "gridLines", 0, "jh_sl", u"3");
+      EXPECT_EQ(rows("select jh_je,jh_taxje,jh_zje from jxc_jhsp"), pair.line) << pair.separate << pair.digits;
+      EXPECT_EQ(s.field("tyfje").number(), pair.due);
+      // The line dialog writes the same figures.
+      expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) { press(line, "F5"); });
+      press(s, "F3");
+      EXPECT_EQ(rows("select jh_je,jh_taxje,jh_zje from jxc_jhsp"), pair.line) << pair.separate << pair.digits;
       leaveDraft(s);
     });
   }

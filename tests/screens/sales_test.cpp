@@ -182,5 +182,43 @@ TEST_F(SalesScreenTest, PricesAreOutOfSightWithoutTheRight) {
   session().canSeePrice = true;
 }
 
+// What waits is shown for one customer alone, then for all again; auditing all goes by what is shown.
+TEST_F(SalesScreenTest, WaitingSalesOfOneCustomer) {
+  insertRow("jxc_khxx", {{"kh_sn", u"100099"},
+                         {"kh_name", u"城东眼镜店"},
+                         {"kh_jm", u"CDYJD"},
+                         {"kt_sn", u"1000"},
+                         {"kh_forbid", 0},
+                         {"kh_default", 0},
+                         {"kh_lwje", 0.0}});
+  open("F_Spxs", [&](ui::Screen& s) {
+    for (int i = 0; i < 2; ++i) {
+      scan(s, u"6900000000031");
+      if (i == 1) s.field("tkh").setPicked({u"城东眼镜店"_qs, u"100099"_qs});
+      expectQuestion(QString::fromUtf8(kSaveSale), Answer::Yes);
+      press(s, "F5");
+    }
+    showWaiting(s);
+    EXPECT_EQ(s.field("tGhsName").text(), u"全部客户"_qs);
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 2);
+    s.field("tGhsName").focus();
+    expectScreen("F_Kh_Sele", [&](ui::Screen& pick) {
+      type(pick, "tkey", u"CDYJD");
+      pick.grid("gridPartners").waitLoaded();
+      press(pick, "F5");
+    });
+    press(s, "F2");
+    ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    EXPECT_EQ(s.grid("gridWaiting").currentText("kh_sn"), u"100099"_qs);
+    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+                   Answer::Yes);
+    press(s, "F7");
+    click(s, "btnAllKh");
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    EXPECT_NE(s.grid("gridWaiting").currentText("kh_sn"), u"100099"_qs);
+  });
+  EXPECT_EQ(rows("select ls_status from jxc_lsxsd order by id"), "0 | 1");
+}
+
 }  // namespace sales_screen_test
 }  // namespace jxc::test

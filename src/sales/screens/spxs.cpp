@@ -42,6 +42,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tnote", "备注：", FieldKind::Text, "jxc_lsxsd.ls_note", 0, ui::OffersRemarks},
     {"chkZj", "本单商品直接出库", FieldKind::Check},
     {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"tGhsName", "客户：", FieldKind::Picker},
     {"comSort", "排序：", FieldKind::Combo},
 };
 
@@ -87,6 +88,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddCl", "材料套料出库(F3)", "", "本系统没有套料商品，请用“商品添加(F2)”逐项添加"},
     {"btnInOut", "导入导出", "", "从表格文件导入商品，或把单据商品导出到表格文件"},
     {"btnRCheck", "审核", "F6", "审核当前单据，可修改实收金额、结算方式"},
+    {"btnAllKh", "全部客户", "Ctrl+Q", "显示所有客户的待审核单据"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_ChaKan", "查看单据", "F8"},
 });
@@ -144,7 +146,7 @@ constexpr DocumentScreenSpec kDocument = {
     .footForm = kFootForm,
     .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnAddCl btnJpgd btnModi btnDel btnInOut",
     .saveRow = "btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch comSort |",
+    .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
     .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
     .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };

@@ -36,6 +36,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tfpje", "发票金额：", FieldKind::Money},
     {"tnote", "备注：", FieldKind::Text, "jxc_xsthd.th_note", 0, ui::OffersRemarks},
     {"tkey", "查找：", FieldKind::Text, "", 50},
+    {"tGhsName", "客户：", FieldKind::Picker},
     {"comSort", "排序：", FieldKind::Combo},
 };
 
@@ -73,6 +74,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnZdth", "整单退货", "F7"},
     trading_parts::importLines,
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实退金额"},
+    {"btnAllKh", "全部客户", "Ctrl+Q", "显示所有客户的待审核单据"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
     {"btn_ChaKan", "查看单据", "F8"},
 });
@@ -120,7 +122,7 @@ constexpr DocumentScreenSpec kDocument = {
     .footForm = kFootForm,
     .scanRow = "btnAddOld btnZdth btnJpgd btnModi btnDel btnImport |",
     .saveRow = "btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch comSort |",
+    .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
     .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
     .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };

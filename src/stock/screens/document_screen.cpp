@@ -205,7 +205,7 @@ void DocumentScreen::activate() {
   panels_.tabs()->setTabEnabled(kDraftPanel, makes);
   panels_.tabs()->setCurrentIndex(makes ? kDraftPanel : kWaitingPanel);
   initTab();
-  refreshWaiting();
+  showAllWaiting();
   if (!makes) gridWaiting.focusRows();
 }
 

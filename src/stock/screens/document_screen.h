@@ -24,8 +24,8 @@ class ScanCatcher;
 /// What the screen of one trading document is. Its fields bear the names that all of them share: dateCg, comCk,
 /// comUser, jsn, tsn2, tnote, tfpno, tfpje, tyf, tbzf, chkYf, tyfje, comJsfs, comYhzh, chkZj, tSptm
 /// (with a command btnPanel for its options) on the first panel, tkey, comSort on the second; partner and paid amount
-/// by their own. What a document does not have is left out of its description. Grids: gridLines, gridWaiting,
-/// gridWaitingLines.
+/// by their own; tGhsName (with a command btnAllKh) shows the waiting documents of one partner. What a document does
+/// not have is left out of its description. Grids: gridLines, gridWaiting, gridWaitingLines.
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();
@@ -133,6 +133,7 @@ class DocumentScreen : public ui::Screen {
   bool settleDate();
 
   // Second panel.
+  void showAllWaiting();
   void auditCurrent();
   void auditList();
   void deleteWaiting();

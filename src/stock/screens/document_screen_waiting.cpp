@@ -10,6 +10,11 @@
 #include "ui/application.h"
 
 namespace jxc {
+namespace document_screen_waiting_detail {
+
+constexpr char16_t kAllCustomers[] = u"全部客户";
+
+}  // namespace document_screen_waiting_detail
 
 void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
   panel.row(description_.searchRow)
@@ -24,6 +29,11 @@ void DocumentScreen::bindWaiting() {
     refreshWaiting();
     return true;
   });
+  if (auto* customer = optional("tGhsName")) {
+    customer->onPick(description_.pickPartner);
+    customer->onChanged([this] { refreshWaiting(); });
+  }
+  if (hasCommand("btnAllKh")) bindCommand("btnAllKh", &DocumentScreen::showAllWaiting);
   field("comSort").onChanged([this] { refreshWaiting(); });
   on(command("btnSearch"), [this] { refreshWaiting(); });
   gridWaiting.onCurrentChanged([this] { reloadWaitingLines(); });
@@ -44,6 +54,12 @@ void DocumentScreen::bindWaiting() {
   bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
 }
 
+void DocumentScreen::showAllWaiting() {
+  if (auto* customer = optional("tGhsName"))
+    customer->setPicked({QString::fromUtf16(document_screen_waiting_detail::kAllCustomers), {}});
+  refreshWaiting();
+}
+
 LinePlace DocumentScreen::waitingPlace() const {
   const auto& family = rules_.family();
   return {.number = waitingNumber(),
@@ -58,7 +74,10 @@ QString DocumentScreen::waitingNumber() const {
 
 void DocumentScreen::refreshWaiting(const QString& number) {
   const QString current = number.isEmpty() ? waitingNumber() : number;
-  gridWaiting.setRows(rules_.waiting({.key = field("tkey").trimmed(), .newestFirst = field("comSort").key() != u"0"}));
+  const auto* customer = optional("tGhsName");
+  gridWaiting.setRows(rules_.waiting({.partner = customer ? customer->key() : QString(),
+                                      .key = field("tkey").trimmed(),
+                                      .newestFirst = field("comSort").key() != u"0"}));
   for (const Row row : gridWaiting.rows())
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();

@@ -113,6 +113,8 @@ void GoodsPickScreen::activate() {
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
   showPrices(gridGoods, rules_.family());
+  for (const auto& column : gridGoods.spec().columns)
+    if (column.field == "g_lsj") gridGoods.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
   showLineColumns(gridStaging, rules_.family());
   lockLineCells(gridStaging, rules_.lines());
   showStaged();
@@ -144,7 +146,8 @@ void GoodsPickScreen::enterPressed(ui::Field& field) {
 void GoodsPickScreen::pickOne() {
   if (gridGoods.selectedRows().size() > 1) return addMarked();
   const QString goods = gridGoods.currentText("g_sn");
-  if (goods.isEmpty() || !rules_.lines().mayStage(goods, place_, target_, memory_, prompt())) return;
+  PickingMemory asksAnew;  // one goods is picked on purpose: a no to others before does not pass it over in silence
+  if (goods.isEmpty() || !rules_.lines().mayStage(goods, place_, target_, asksAnew, prompt())) return;
   auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
   const LineResult staged =
       line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});

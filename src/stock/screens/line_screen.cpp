@@ -107,7 +107,7 @@ void LineScreen::showByParameters() {
   if (description_.askPrice) command("btnSpsj").setVisible(prices && !fixed);
   if (description_.cost.empty()) return;
   auto& cost = field(description_.cost);
-  cost.setVisible(session().canSeeCost);
+  cost.setVisible(session().canSeeCost && strIsTrue(session().cs_cs002));
   cost.setReadOnly(!(session().canChangeSaleCost && strIsTrue(session().cs_cs002)));
 }
 
