@@ -103,6 +103,8 @@ QStringList copyAccountSet(Database& from, Database& to, const std::function<voi
   using namespace account_copy_detail;
   Transaction source(from);  // nobody writes there meanwhile
   Transaction target(to);
+  for (Database* each : {&from, &to})
+    bulkOf(*each).expectPauses();
   const std::vector<StoredTable> tables = bulkOf(from).storedTables();
   if (!bulkOf(to).storedTables().empty())
     throw DbError(DbError::Kind::Constraint, QStringLiteral("目标数据库里已经有数据表，不能复制到这里。"));

@@ -31,6 +31,8 @@ class Bulk {
   virtual void setCounter(const jet::Table& table, std::int64_t last) = 0;
   /// Fresh figures for the planner of statements, after a table was filled.
   virtual void analyze() = 0;
+  /// The open transaction will stand idle for minutes while the other side works: no station that went away.
+  virtual void expectPauses() = 0;
 };
 
 /// That of a connection; throws DbError(Unsupported) when it has none.

@@ -113,4 +113,10 @@ void PostgresDatabase::analyze() {
   exchange();
 }
 
+void PostgresDatabase::expectPauses() {
+  openLevels();
+  control("set local idle_in_transaction_session_timeout=0");
+  exchange();
+}
+
 }  // namespace jxc::postgres

@@ -51,6 +51,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void append(const jet::Table& table, const RowSet& rows) override;
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;
+  void expectPauses() override;
 
  private:
   struct Step {

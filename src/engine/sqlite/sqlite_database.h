@@ -48,6 +48,7 @@ class SqliteDatabase final : public Database, public Bulk {
   void append(const jet::Table& table, const RowSet& rows) override;
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;
+  void expectPauses() override {}
 
   sqlite3* native() const { return connection_.get(); }
   const FileRole& role() const { return role_; }
