@@ -2,6 +2,8 @@
 
 #include <QAction>
 
+#include <algorithm>
+
 namespace jxc::ui {
 namespace list_screen_detail {
 
@@ -55,6 +57,23 @@ void ListScreen::whole(std::string_view name, std::function<bool()> action) {
   on(command(name), [this, action = std::move(action)] {
     if (action()) refresh();
   });
+}
+
+void ListScreen::adding(std::string_view name, std::function<bool()> action) {
+  whole(name, [this, action = std::move(action)] {
+    const std::int64_t newest = newestId();
+    if (!action()) return false;
+    refresh();
+    if (newestId() > newest) list.selectId(newestId());
+    return true;
+  });
+}
+
+std::int64_t ListScreen::newestId() const {
+  std::int64_t newest = 0;
+  for (const Row& row : list.shownRows())
+    newest = std::max(newest, row.integer(list.spec().idField));
+  return newest;
 }
 
 void ListScreen::row(std::string_view name, std::function<bool(std::int64_t)> action) {

@@ -13,7 +13,7 @@ namespace jxc::ui {
 /// commands; the subclass (or a few lines of a factory) binds the commands to rules:
 ///
 ///     ListScreen::ListScreen(kScreen, query);
-///     whole("btnAdd", [this] { return openScreen("F_Ckgl_Add"); });
+///     adding("btnAdd", [this] { return openScreen("F_Ckgl_Add"); });
 ///     row("btnDele", [this](std::int64_t id) { return deleteWarehouse(id, prompt()); });
 ///
 /// A command that returns true changed something: the list is read anew and comes back to its row.
@@ -32,12 +32,16 @@ class ListScreen : public Screen {
   void activate() override;
   /// A command that needs no row.
   void whole(std::string_view command, std::function<bool()> action);
+  /// One that may add rows: the list comes to the newest.
+  void adding(std::string_view command, std::function<bool()> action);
   /// A command on the current row; without a row it does nothing. Also in the list's pop-up menu.
   void row(std::string_view command, std::function<bool(std::int64_t id)> action);
   /// What Enter and a double click on a row do.
   void rowActivated(std::string_view command);
 
  private:
+  std::int64_t newestId() const;
+
   Query query_;
   Field* tkey_ = nullptr;
 };

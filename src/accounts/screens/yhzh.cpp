@@ -123,7 +123,7 @@ namespace yhzh_detail {
 struct TF_Yhzh : ui::ListScreen {
   TF_Yhzh() : ListScreen(kList, [](const QString&) { return cash::accountList(); }) {
     const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Yhzh_Add>("F_Yhzh_Add").edit(id); };
-    whole("btnAdd", [edit] { return edit(0); });
+    adding("btnAdd", [edit] { return edit(0); });
     row("btnModi", edit);
     row("btnDele", [this](std::int64_t id) { return cash::deleteAccount(id, prompt()); });
     row("btnQcje", [](std::int64_t id) { return ui::screenAs<TF_Yhzh_Qcjz>("F_Yhzh_Qcjz").edit(id); });

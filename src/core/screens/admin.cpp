@@ -110,7 +110,7 @@ struct TF_Admin_Modi : OperatorEditScreen {
 class TF_Admin : public ui::ListScreen {
  public:
   TF_Admin() : ListScreen(admin_detail::kList, [](const QString& typed) { return operatorListStatement(typed); }) {
-    whole("btnAdd", [] { return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0); });
+    adding("btnAdd", [] { return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0); });
     row("btnModi", [this](std::int64_t id) {
       return mayManageOperators(prompt()) && ui::screenAs<TF_Admin_Modi>("F_Admin_Modi").edit(id);
     });

@@ -48,7 +48,7 @@ NamedListScreen::NamedListScreen(const ui::ScreenSpec& spec, const NamedList& li
 NamedListScreen::NamedListScreen(const ui::ScreenSpec& spec, const NamedList& list, const QString& noun, Query query)
     : ListScreen(spec, std::move(query)), words_(list), noun_(noun) {
   using named_list_screen_detail::has;
-  if (has(spec, "btnAdd")) whole("btnAdd", [this] { return editWord(0); });
+  if (has(spec, "btnAdd")) adding("btnAdd", [this] { return editWord(0); });
   if (has(spec, "btnModi")) {
     row("btnModi", [this](std::int64_t id) { return editWord(id); });
     rowActivated("btnModi");

@@ -109,7 +109,7 @@ class TF_Role : public ui::ListScreen {
  public:
   TF_Role() : ListScreen(role_detail::kList, [](const QString&) { return roleListStatement(); }) {
     const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Role_Add>("F_Role_Add").edit(id); };
-    whole("btnAdd", [edit] { return edit(0); });
+    adding("btnAdd", [edit] { return edit(0); });
     row("btnModi", [this, edit](std::int64_t id) { return mayModifyRole(id, prompt()) && edit(id); });
     row("btnDele", [this](std::int64_t id) { return deleteRole(id, prompt()); });
     rowActivated("btnModi");

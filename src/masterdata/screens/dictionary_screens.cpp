@@ -75,7 +75,7 @@ class TF_Zone : public ui::ListScreen {
  public:
   TF_Zone() : ListScreen(kZone, [](const QString&) { return namedListStatement(zoneList); }) {
     const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Zone_Add>("F_Zone_Add").edit(id); };
-    whole("btnAdd", [edit] { return edit(0); });
+    adding("btnAdd", [edit] { return edit(0); });
     row("btnModi", edit);
     row("btnDele", [this](std::int64_t id) { return deleteNamed(zoneList, id, prompt()); });
     rowActivated("btnModi");

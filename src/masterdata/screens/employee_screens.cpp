@@ -76,7 +76,7 @@ class TF_User : public ui::ListScreen {
 TF_User::TF_User()
     : ListScreen(employee_screens_detail::kList, [](const QString&) { return employeeListStatement(); }) {
   const auto edit = [](std::int64_t id) { return ui::screenAs<TF_User_Add>("F_User_Add").edit(id); };
-  whole("btnAdd", [edit] { return edit(0); });
+  adding("btnAdd", [edit] { return edit(0); });
   row("btnModi", edit);
   row("btnDele", [this](std::int64_t id) { return deleteEmployee(id, prompt()); });
   row("btnRJy", [](std::int64_t id) {

@@ -210,7 +210,7 @@ std::optional<QString> modifyPartner(const PartnerSide& side, std::int64_t id) {
 PartnerListScreen::PartnerListScreen(const ui::ScreenSpec& spec, const PartnerSide& side)
     : ListScreen(spec, [this](const QString& typed) { return filterData(typed); }), side_(side) {
   comSx.onChanged([this] { refresh(); });
-  whole("btnAdd", [this] { return addPartner(side_).has_value(); });
+  adding("btnAdd", [this] { return addPartner(side_).has_value(); });
   row("btnModi", [this](std::int64_t id) { return modifyPartner(side_, id).has_value(); });
   row("btnDele", [this](std::int64_t id) { return deletePartner(side_, id, prompt()); });
   row("btnRForbid", [this](std::int64_t id) {

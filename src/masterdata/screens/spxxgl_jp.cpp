@@ -57,7 +57,7 @@ class ModifyScreen : public LensProductScreen {
 TF_Spxxgl_Jp::TF_Spxxgl_Jp() : ListScreen(spxxgl_jp_detail::kList, lensProductsStatement) {
   const auto edit = [](const char* name, std::int64_t id) { return ui::screenAs<LensProductScreen>(name).edit(id); };
   on(command("btnSearch"), [this] { refresh(); });
-  whole("btnAdd", [edit] { return edit("F_Spxxgl_Jp_Add", 0); });
+  adding("btnAdd", [edit] { return edit("F_Spxxgl_Jp_Add", 0); });
   row("btnModi", [edit](std::int64_t id) { return edit("F_Spxxgl_Jp_Modi", id); });
   row("btnDele", [this](std::int64_t id) { return deleteLensProduct(id, prompt()); });
   on(command("btnOK"), [this] {

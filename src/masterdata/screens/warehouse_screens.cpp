@@ -74,7 +74,7 @@ class TF_Ckgl : public ui::ListScreen {
 TF_Ckgl::TF_Ckgl()
     : ListScreen(warehouse_screens_detail::kList, [](const QString&) { return warehouseListStatement(); }) {
   const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Ckgl_Add>("F_Ckgl_Add").edit(id); };
-  whole("btnAdd", [edit] { return edit(0); });
+  adding("btnAdd", [edit] { return edit(0); });
   row("btnModi", edit);
   row("btnDele", [this](std::int64_t id) { return deleteWarehouse(id, prompt()); });
   rowActivated("btnModi");
