@@ -220,5 +220,28 @@ TEST_F(SalesScreenTest, WaitingSalesOfOneCustomer) {
   EXPECT_EQ(rows("select ls_status from jxc_lsxsd order by id"), "0 | 1");
 }
 
+// Who may sell, but not keep customers, chooses one; the list behind the input does not let him add or change any.
+TEST_F(SalesScreenTest, CustomersAreKeptByWhoMay) {
+  setRights(QStringLiteral("100002"), "xsgl", QStringLiteral("11111111111111111"));
+  setRights(QStringLiteral("100002"), "qtcz", QStringLiteral("1101111111"));
+  becomeOperator(QStringLiteral("clerk"), QStringLiteral("100002"), QStringLiteral("100002"));
+  const QString refusal = u"您没有权限进行客户设置！"_qs;
+  open("F_Spxs", [&](ui::Screen& s) {
+    s.field("tkh").focus();
+    expectNotice(refusal);
+    press(s, "F8");
+    expectScreen("F_Kh_Sele", [&](ui::Screen& pick) {
+      pick.grid("gridPartners").waitLoaded();
+      expectNotice(refusal);
+      press(pick, "F8");
+      expectNotice(refusal);
+      press(pick, "F9");
+      press(pick, "F5");
+    });
+    press(s, "F2");
+    EXPECT_FALSE(s.field("tkh").text().isEmpty());
+  });
+}
+
 }  // namespace sales_screen_test
 }  // namespace jxc::test

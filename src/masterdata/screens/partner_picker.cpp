@@ -1,7 +1,9 @@
 #include "masterdata/screens/partner_picker.h"
 
 #include "core/numbers.h"
+#include "core/rights.h"
 #include "core/statements.h"
+#include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_screens.h"
 #include "ui/display.h"
@@ -40,11 +42,11 @@ ui::PickerSpec specOf(const PartnerPicker::Description& description) {
 
 class SupplierPicker : public PartnerPicker {
  public:
-  SupplierPicker() : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kSupplierGrid}) {}
+  SupplierPicker() : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kSupplierGrid, 2, u"供货商设置！"}) {}
 };
 class CustomerPicker : public PartnerPicker {
  public:
-  CustomerPicker() : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kCustomerGrid}) {}
+  CustomerPicker() : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kCustomerGrid, 3, u"客户设置！"}) {}
 };
 
 std::optional<ListItem> pick(std::string_view screen, const PartnerSide& side) {
@@ -66,10 +68,18 @@ const ui::Registered<CustomerPicker> kCustomerPicker{"F_Kh_Sele"};
 
 PartnerPicker::PartnerPicker(const Description& description)
     : PickerScreen(partner_picker_detail::specOf(description)), description_(description) {
-  on(command("btnAdd"), [this] { show(addPartner(*description_.side)); });
-  on(command("btnModi"), [this] {
-    if (list.currentId() != 0) show(modifyPartner(*description_.side, list.currentId()));
+  on(command("btnAdd"), [this] {
+    if (mayEdit()) show(addPartner(*description_.side));
   });
+  on(command("btnModi"), [this] {
+    if (list.currentId() != 0 && mayEdit()) show(modifyPartner(*description_.side, list.currentId()));
+  });
+}
+
+bool PartnerPicker::mayEdit() {
+  if (hasRight("qtcz", description_.right)) return true;
+  dispMsg(prompt(), words(description_.refusal));
+  return false;
 }
 
 void PartnerPicker::show(const std::optional<QString>& number) {

@@ -12,17 +12,20 @@
 namespace jxc {
 
 /// Active partners of one side that this operator may see; search by number, name, mnemonic, contact, telephone. F8
-/// adds one by the partner's own screen, F9 changes the current one; the list stands on it then.
+/// adds one by the partner's own screen, F9 changes the current one, for who may; the list stands on it then.
 class PartnerPicker : public ui::PickerScreen {
  public:
   struct Description {
     std::string_view name, title;
     const PartnerSide* side;
     std::span<const ui::GridSpec> grids;
+    int right;  // of the group "qtcz": adding and changing partners of this side
+    std::u16string_view refusal;
   };
   explicit PartnerPicker(const Description& description);
 
  private:
+  bool mayEdit();
   void show(const std::optional<QString>& number);  // stands on the one that was saved
   const Description description_;
 };
