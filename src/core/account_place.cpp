@@ -43,9 +43,13 @@ QString addressIn(const QString& file) {
   return isServerAddress(address) ? address : QString();
 }
 
+void refuseNetworkShare(const QString& file) {
+  if (isOnNetworkShare(file)) throw account_place_detail::onShare();
+}
+
 std::unique_ptr<Database> openAccountFile(const QString& file) {
   if (const QString address = addressIn(file); !address.isEmpty()) return openPostgres(address);
-  if (isOnNetworkShare(file)) throw account_place_detail::onShare();
+  refuseNetworkShare(file);
   return openSqlite(file);
 }
 

@@ -17,6 +17,9 @@ bool isServerAddress(const QString& text);
 /// `#` aside. Empty when it holds none.
 QString addressIn(const QString& file);
 
+/// Throws DbError, with the way to a server, for a database file that lies or would lie on a network share.
+void refuseNetworkShare(const QString& file);
+
 /// Opens the account set of a file, or of the server whose address it holds. A database file on a network share is
 /// refused: several stations would damage it there. Throws DbError.
 std::unique_ptr<Database> openAccountFile(const QString& file);

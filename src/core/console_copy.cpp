@@ -45,6 +45,7 @@ void createOnServer(const QString& address, bool force) {
 
 void makeDatabaseFile(const QString& file, const std::function<void(const QString& beside)>& fill) {
   using namespace console_copy_detail;
+  refuseNetworkShare(file);
   const QString beside = file + QStringLiteral(".new");
   removeDatabaseFile(beside);
   try {

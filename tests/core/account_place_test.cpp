@@ -1,9 +1,11 @@
 // What an account file may hold: a database, or the address of a server; and where it may lie.
 #include "core/account_place.h"
 
+#include "core/console_copy.h"
 #include "harness/qt_printers.h"
 #include "platform/network_share.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -83,8 +85,11 @@ TEST_F(AccountPlace, ADatabaseFileOnANetworkShareIsRefusedWithTheWayOut) {
       << told.toStdString();
   EXPECT_EQ(asked, file_);
   // Before there is a file its folder tells; an address may lie anywhere.
-  EXPECT_TRUE(isOnNetworkShare(folder_.filePath(QStringLiteral("new.mdb"))));
+  const QString made = folder_.filePath(QStringLiteral("new.mdb"));
+  EXPECT_TRUE(isOnNetworkShare(made));
   EXPECT_EQ(asked, folder_.path());
+  EXPECT_THROW(makeDatabaseFile(made, [](const QString& beside) { openSqlite(beside, {.create = true}); }), DbError);
+  EXPECT_EQ(QDir(folder_.path()).entryList({QStringLiteral("new.*")}), QStringList()) << "nothing begun either";
   const QString unreachable = refusalOf(holding("host=127.0.0.1 port=1 dbname=jxc connect_timeout=2"));
   EXPECT_FALSE(unreachable.contains(QStringLiteral("网络共享"))) << unreachable.toStdString();
 
