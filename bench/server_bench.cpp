@@ -123,6 +123,13 @@ class Pipeline {
         sql += "coalesce(", i += std::strlen("ifnull(") - 1;
       else
         sql += text[i];
+    // Empty fields come first, as the indexes have them: otherwise the server would sort what an index gives.
+    for (const std::string column : {"gl_kdrq", "xj_rq", "k_rq"})
+      for (const auto& [order, nulls] : {std::pair{" desc", " desc nulls last"}, std::pair{",id", " nulls first,id"}}) {
+        const std::string usual = "order by " + column + order;
+        if (const std::size_t at = sql.find(usual); at != std::string::npos)
+          sql.replace(at, usual.size(), "order by " + column + nulls);
+      }
     return sql;
   }
   Rows next() {
