@@ -25,12 +25,15 @@ void recomputeYsyfk(const QString& partner, PartnerType type, const QString& dat
           balance, partner);
 }
 
+Ahead askYsyfkBalanceAt(const QString& partner, PartnerType type, const QString& date) {
+  return sendAhead(
+      "select top 1 k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<=? order by k_rq desc,id desc",
+      partnerTypeText(type), partner, date);
+}
+
 double ysyfkBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId) {
   const QString side = partnerTypeText(type);
-  if (beforeId == 0)
-    return lookupNumber(
-        "select top 1 k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<=? order by k_rq desc,id desc", side,
-        partner, date);
+  if (beforeId == 0) return askYsyfkBalanceAt(partner, type, date).number();
   return lookupNumber(
       "select top 1 k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<=? and id<? "
       "order by k_rq desc,id desc",

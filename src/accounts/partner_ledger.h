@@ -7,6 +7,8 @@
 
 namespace jxc {
 
+class Ahead;
+
 /// A partner's side: as `k_type` and `fp_type` it is the text "kh" or "ghs".
 enum class PartnerType : char { Customer, Supplier };
 QString partnerTypeText(PartnerType type);
@@ -22,6 +24,9 @@ void recomputeYsyfk(const QString& partner, PartnerType type, const QString& dat
 /// Balance up to and including `date`; with `beforeId`, of the lines entered before that one only (the balance just
 /// before a given line). 0 without a line.
 double ysyfkBalanceAt(const QString& partner, PartnerType type, const QString& date, std::int64_t beforeId = 0);
+
+/// The first of the two, sent ahead.
+Ahead askYsyfkBalanceAt(const QString& partner, PartnerType type, const QString& date);
 
 /// Present balance rounded to the digits of totals, as entry forms show it.
 double ysyfkBalanceNow(const QString& partner, PartnerType type);

@@ -146,7 +146,6 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       execSql(rules.reopenHead, number);
       execSql("delete from jxc_goodslist where gl_djh=?", number);
       cancelMoney(rules, head);
-      ensureStockRows(head.month());
       refreshMonthStock(head.warehouse, head.month());
       transaction.commit();
     }

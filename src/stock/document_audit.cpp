@@ -19,9 +19,12 @@ void deleteWaitingHeads(const DocumentFamily& family, const QString& number) {
 }
 
 /// The audited head first, otherwise the one that was saved first.
-RowSet headOf(const DocumentFamily& family, const QString& number) {
-  return openSelect(
+Ahead askHead(const DocumentFamily& family, const QString& number) {
+  return sendAhead(
       compose("select * from {} where {}=? order by {} desc,id", {family.head, family.number, family.status}), number);
+}
+RowSet headOf(const DocumentFamily& family, const QString& number) {
+  return askHead(family, number).rows();
 }
 
 QString shortageOf(const DocumentFamily& family, const QString& number, const Row& head) {
@@ -87,8 +90,10 @@ void claimNumber(const QString& number, QStringView kind) {
 AuditOutcome auditInside(const DocumentFamily& family, const QString& number, const HeadChange& change) {
   using namespace document_audit_detail;
   if (!family.post) throw std::logic_error("this family is audited by its own rules");
+  const Ahead asked = askHead(family, number);  // travels with the question behind it
   claimNumber(family, number);
-  const RowSet heads = headOf(family, number);
+  // A single head has nothing to settle.
+  const RowSet heads = asked.rows().rowCount() == 1 ? asked.rows() : headOf(family, number);
   if (heads.isEmpty()) return AuditOutcome::NoLines;
   const Row head = heads.front();
   if (head.integer(family.status) == 1) {

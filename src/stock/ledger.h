@@ -34,7 +34,8 @@ double getLedgerRowCost(const QString& goods, const QString& warehouse, const QS
 /// Gives every warehouse its balance row of goods "00000000" and its row of this month ("yyyy-MM"). When month rows
 /// were missing, they take the stock as it stands: the opening stock of the month.
 void ensureStockRows(const QString& month);
-/// Writes the present stock quantity and value of a warehouse into its row of this month ("yyyy-MM").
+/// Makes such rows where they are missing, and writes the present stock quantity and value of a warehouse into its row
+/// of this month ("yyyy-MM").
 void refreshMonthStock(const QString& warehouse, const QString& month);
 
 /// Tests the lines of document `number` against the book stock of `warehouse`; kind is "CJ", "CT", "XS", "XT", "DB" or

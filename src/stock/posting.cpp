@@ -48,8 +48,7 @@ double ledgerDue(const Head& head) {
   return head.settlement == 0 ? head.paid : head.due;
 }
 
-void postPartner(const Rules& rules, const Head& head) {
-  const double before = ysyfkBalanceAt(head.partner, rules.side, head.date);
+void postPartner(const Rules& rules, const Head& head, const Ahead& before) {
   postRow("jxc_ysyfk", {{"k_ghskh", head.partner},
                         {"a_name", session().a_name},
                         {"u_sn", head.salesperson},
@@ -57,7 +56,7 @@ void postPartner(const Rules& rules, const Head& head) {
                         {"k_sfje", head.paid},
                         {"k_yhje", 0.0},
                         {"k_qcje", 0.0},
-                        {"k_ljje", before + ledgerDue(head) - head.paid},
+                        {"k_ljje", before.number() + ledgerDue(head) - head.paid},
                         {"k_yfje", ledgerDue(head)},
                         {"k_type", partnerTypeText(rules.side)},
                         {"k_djlx", words(rules.family->prefix)},
@@ -115,9 +114,10 @@ void postCharge(const Rules& rules, const Head& head, const QString& type, doubl
 }
 
 void postMoney(const Rules& rules, const Head& head) {
+  const Ahead partnerBefore = askYsyfkBalanceAt(head.partner, rules.side, head.date);
   postCashLine(head, words(rules.cashKind), rules.cashSign * head.paid, head.note);
   recomputeXjyh(head.account, head.date);
-  postPartner(rules, head);
+  postPartner(rules, head, partnerBefore);
   if (strIsTrue(session().cs_kp)) postInvoice(rules, head);
   if (!rules.freightWord.empty() && head.freightPayer == u"我方付运费") {
     postCharge(rules, head, u"运费"_qs, head.freight);
@@ -186,7 +186,6 @@ void postStock(const Rules& rules, const Head& head) {
     rest = rest.subspan(count);
   }
   writeLog(words(rules.auditLog) + head.number + u"，共%1种商品"_qs.arg(effects.size()));
-  ensureStockRows(head.month());
   refreshMonthStock(head.warehouse, head.month());
 }
 

@@ -59,8 +59,11 @@ void ensureStockRows(const QString& month) {
 }
 
 void refreshMonthStock(const QString& warehouse, const QString& month) {
-  const RowSet sums =
-      openSelect("select sum(kc_sl) as sl,sum(kc_sl*kc_cbj) as zje from jxc_kcsp where ck_sn=?", warehouse);
+  // Rows that are made meanwhile hold nothing.
+  const Ahead asked =
+      sendAhead("select sum(kc_sl) as sl,sum(kc_sl*kc_cbj) as zje from jxc_kcsp where ck_sn=?", warehouse);
+  ensureStockRows(month);
+  const RowSet& sums = asked.rows();
   const bool known = !sums.isEmpty();
   stock_rows_detail::writeMonthStock(warehouse, month, known ? sums.number(0, 0) : 0, known ? sums.number(0, 1) : 0);
 }

@@ -10,6 +10,7 @@
 #include "server/test_engine.h"
 
 #include <algorithm>
+#include <array>
 #include <future>
 #include <gtest/gtest.h>
 #include <optional>
@@ -51,6 +52,54 @@ TEST_F(ServerTest, PostedStatementsTravelWithTheNextQuestion) {
     t.commit();
   }
   EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(ServerTest, WhatIsSentAheadSeesWhatStoodThereWhenItWasSent) {
+  const auto count = [&] { return Ahead(*db, "select count(*) from till", {}); };
+  std::optional<Ahead> late;
+  {
+    Transaction t(*db);
+    const Ahead before = count();
+    add("1");
+    add("2");
+    const Ahead changed(*db, "update till set n=n+4 where id<=?", std::array{Value(1.5)});
+    const Ahead between = count();
+    post("delete from till where id=1");
+    const Ahead after = count();
+    EXPECT_EQ(after.number(), 1);
+    EXPECT_EQ(between.number(), 2);
+    EXPECT_EQ(before.number(), 0);
+    EXPECT_EQ(changed.changed(), 1);
+    EXPECT_EQ(number(*db, "select sum(n) from till"), 1);
+    late = count();
+    t.commit();
+  }
+  EXPECT_EQ(late->number(), 1) << "it came with the commit";
+  EXPECT_EQ(count().number(), 1) << "outside a transaction it is asked at once";
+}
+
+TEST_F(ServerTest, WholeNumbersAreFoundByTheirIndexWhateverTheyAreComparedWith) {
+  for (const char* each : {"1", "2", "3"})
+    add(each);
+  const auto ids = [&](const char* condition, const Value& value) {
+    const RowSet rows =
+        db->select(std::string("select id from till where ") + condition + " order by id", std::array{value});
+    QString all;
+    for (int row = 0; row < rows.rowCount(); ++row)
+      all += rows.text(row, 0);
+    return all;
+  };
+  const auto all = [&](const Value& value) {
+    QStringList found;
+    for (const char* condition : {"id=?", "id<>?", "id<?", "id<=?", "id>?", "id>=?", "?<id", "not (id=?)"})
+      found << ids(condition, value);
+    return found.join(u' ');
+  };
+  EXPECT_EQ(all(Value(2)), QStringLiteral("2 13 1 12 3 23 3 13"));
+  EXPECT_EQ(all(Value(2.5)), QStringLiteral(" 123 12 12 3 3 3 123"));
+  EXPECT_EQ(all(Value(1e25)), QStringLiteral(" 123 123 123    123"));
+  EXPECT_EQ(all(Value(-1e25)), QStringLiteral(" 123   123 123 123 123"));
+  EXPECT_EQ(all(Value()), QStringLiteral("       "));
 }
 
 TEST_F(ServerTest, AFailureOfAPostedStatementComesOutInItsTransaction) {
