@@ -27,9 +27,8 @@ RowSet headOf(const DocumentFamily& family, const QString& number) {
   return askHead(family, number).rows();
 }
 
-QString shortageOf(const DocumentFamily& family, const QString& number, const Row& head) {
-  if (family.shortageAtAudit.empty()) return {};
-  return checkStockShort(number, head.text(family.warehouse), QStringView(family.shortageAtAudit));
+StockShortage askShortage(const DocumentFamily& family, const QString& number, const QString& warehouse) {
+  return {number, warehouse, QStringView(family.shortageAtAudit)};
 }
 
 /// One operator's head moves to a fresh number of its own date, with his lines; further heads of his go.
@@ -120,22 +119,30 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   const RowSet heads = headOf(family, number);
   if (heads.isEmpty()) return AuditOutcome::NoLines;
   const bool waiting = heads.front().integer(family.status) == 0;
-  const QString shortage = waiting ? shortageOf(family, number, heads.front()) : QString();
+  const QString warehouse = heads.front().text(family.warehouse);
+  const QString shortage = waiting ? askShortage(family, number, warehouse).words() : QString();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
   // An audit dialog asks about what it is going to write.
   if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(number, prompt)) return AuditOutcome::Refused;
 
   QString changed;
+  bool moved = false;
   const AuditOutcome outcome = onDocument(number, u"审核", [&] {
     Transaction transaction(accountDb());
-    const RowSet now = headOf(family, number);
-    if (!now.isEmpty() && now.front().integer(family.status) == 0) changed = shortageOf(family, number, now.front());
-    // Stock went while the question stood: what the operator agreed to is no longer what would happen.
-    if (!changed.isEmpty() && changed != shortage) return AuditOutcome::Refused;
+    // Of the moment before the audit, and in its first trip: an audit that should not have been is taken back.
+    const Ahead now = askHead(family, number);
+    const StockShortage shortageNow = askShortage(family, number, warehouse);
     const AuditOutcome done = auditInside(family, number, change);
+    if (done == AuditOutcome::Audited) {
+      // Stock went while the question stood: what the operator agreed to is no longer what would happen.
+      moved = now.rows().front().text(family.warehouse) != warehouse;
+      changed = shortageNow.words();
+      if (moved || (!changed.isEmpty() && changed != shortage)) return AuditOutcome::Refused;
+    }
     transaction.commit();
     return done;
   });
+  if (moved) return auditAsking(family, number, prompt, change);
   if (outcome == AuditOutcome::Refused) prompt.notice(changed);
   return outcome;
 }

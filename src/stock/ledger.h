@@ -1,10 +1,13 @@
 // 库存流水与成本: the stock ledger: its replay (the one costing algorithm), cost lookups, month rows, shortage check.
 #pragma once
 
+#include "engine/posting.h"
+
 #include <QString>
 #include <QStringView>
 
 #include <cstdint>
+#include <optional>
 
 namespace jxc {
 
@@ -39,8 +42,18 @@ void ensureStockRows(const QString& month);
 void refreshMonthStock(const QString& warehouse, const QString& month);
 
 /// Tests the lines of document `number` against the book stock of `warehouse`; kind is "CJ", "CT", "XS", "XT", "DB" or
-/// "JH". Returns the words for the operator, empty when all is well. Lines of one goods add up first, and goods that
-/// the warehouse does not know pass.
+/// "JH", anything else passes. Lines of one goods add up first, and goods that the warehouse does not know pass. Asked
+/// ahead: what stands in the tables now.
+class StockShortage {
+ public:
+  StockShortage(const QString& number, const QString& warehouse, QStringView kind);
+  /// The words for the operator, empty when all is well.
+  QString words() const;
+
+ private:
+  QString warning_;
+  std::optional<Ahead> goods_;
+};
 QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
 /// Shows what `checkStockShort` found: asks when negative stock is allowed, refuses otherwise. True: go on.
 bool mayGoShort(const QString& message, Prompt& prompt);

@@ -68,21 +68,27 @@ void refreshMonthStock(const QString& warehouse, const QString& month) {
   stock_rows_detail::writeMonthStock(warehouse, month, known ? sums.number(0, 0) : 0, known ? sums.number(0, 1) : 0);
 }
 
-QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
+StockShortage::StockShortage(const QString& number, const QString& warehouse, QStringView kind) {
   for (const auto& entry : stock_rows_detail::shortageKinds) {
     if (kind != entry.kind) continue;
+    warning_ = QStringView(strIsTrue(session().cs_kc) ? entry.warn : entry.stop).toString();
     // Asked of each goods of the document: a join would begin with all goods of the warehouse.
-    const QString goods = lookupValue(
+    goods_ = sendAhead(
         compose("select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' "
                 "group by g_sn) a where exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and "
                 "a.sl>b.kc_zsl) order by a.g_sn",
                 {entry.quantity, entry.table, entry.number}),
         number, warehouse);
-    if (goods.isEmpty()) return {};
-    return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods +
-           QStringView(strIsTrue(session().cs_kc) ? entry.warn : entry.stop).toString();
   }
-  return {};
+}
+
+QString StockShortage::words() const {
+  if (!goods_ || goods_->rows().isEmpty()) return {};
+  return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods_->rows().text(0, 0) + warning_;
+}
+
+QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
+  return StockShortage(number, warehouse, kind).words();
 }
 
 bool mayGoShort(const QString& message, Prompt& prompt) {
