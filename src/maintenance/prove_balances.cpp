@@ -306,7 +306,9 @@ void proveGoods(Books& books, const Around& around, const GoodsSums& sums) {
       const double slack = std::pow(10.0, -books.digits.money);
       CostRange costs = sum.costs;
       costs.saw(sum.balances);
-      const bool plausible = sum.negative || costs.holds(average, slack);
+      // A cancelled document may have left the goods short for a while, with an average beyond all that its rows tell
+      // now.
+      const bool plausible = sum.negative || (sum.cancelled && average != 0) || costs.holds(average, slack);
       const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost || sum.cancelled;
       // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
       bool otherDigits = false;
