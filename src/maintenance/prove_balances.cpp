@@ -36,6 +36,7 @@ struct Around {
   std::vector<char> cancelledTwice;     // by pair: a cancelled document has the goods on several lines
   bool closed = false;                  // a period was closed once
   bool fixedCost = false;
+  bool mayGoShort = false;  // by parameter: what was cancelled since may have left the goods short for a while
 };
 
 /// The balance as postings in their order left it: counts set, all others add.
@@ -98,6 +99,7 @@ Around lookAround(Books& books) {
   }
   around.closed = !books.select("select top 1 id from jxc_nj").isEmpty();
   around.fixedCost = strIsTrue(session().cs_cs009);
+  around.mayGoShort = strIsTrue(session().cs_kc);
   return around;
 }
 
@@ -270,8 +272,8 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
                       books.log.hasDeleted();
   // A cost that the goods may have had, in whatever warehouse. Where stock was short, it may lie outside of all prices.
   const GoodsSum& goods = sums.at(pair.goods);
-  const bool explained =
-      behind && (goods.negative || goods.costs.holds(balance.cost, std::pow(10.0, -books.digits.money)));
+  const bool explained = behind && (goods.negative || (around.mayGoShort && goods.cancelled && balance.cost != 0) ||
+                                    goods.costs.holds(balance.cost, std::pow(10.0, -books.digits.money)));
   const Kind kind = around.fixedCost && (explained || wasCost(books, pair, balance.cost)) ? Kind::WarehouseCostFixed
                     : explained && !around.fixedCost                                      ? Kind::WarehouseCostBehind
                                                                                           : Kind::WarehouseCost;
@@ -308,7 +310,8 @@ void proveGoods(Books& books, const Around& around, const GoodsSums& sums) {
       costs.saw(sum.balances);
       // A cancelled document may have left the goods short for a while, with an average beyond all that its rows tell
       // now.
-      const bool plausible = sum.negative || (sum.cancelled && average != 0) || costs.holds(average, slack);
+      const bool plausible =
+          sum.negative || (around.mayGoShort && sum.cancelled && average != 0) || costs.holds(average, slack);
       const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost || sum.cancelled;
       // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
       bool otherDigits = false;
