@@ -16,6 +16,8 @@
 
 namespace jxc {
 
+class Posting;
+
 /// A connection. A statement is parsed, bound against the catalogue, emitted and prepared once, and kept by its text:
 /// the second call is a hash look-up, binds and steps. Every call throws DbError on failure and changes nothing then.
 class Database {
@@ -41,6 +43,9 @@ class Database {
   virtual void backupTo(const QString& file, const std::function<bool(int percent)>& progress = {}) = 0;
   /// Asks a running select of this connection to stop, from any thread; that call then throws DbError(Other).
   virtual void interrupt() = 0;
+
+  /// How statements travel together, where a round trip costs something; null where it does not. See engine/posting.h.
+  virtual Posting* posting() { return nullptr; }
 
   // Used by Transaction only. Levels nest: an inner one is a savepoint. `commit` ends its level in any case: when it
   // throws, the level has been taken back. `rollback` never throws.

@@ -105,7 +105,8 @@ double roundDecimals(double number, int digits) {
   if (!(scaled < 0x1p53)) return number;  // no half to round
   // The last bit may be missing to a half of the decimal figure; never so much that a quarter becomes one.
   scaled += std::min(scaled * std::numeric_limits<double>::epsilon(), 0.25);
-  const double whole = std::floor(scaled + 0.5);
+  // Cut to a whole number as integer: what is below 2^53 fits, and it takes no call of a library.
+  const auto whole = static_cast<double>(static_cast<std::int64_t>(scaled + 0.5));
   const double result = digits < 0 ? whole * power : whole / power;
   return number < 0 && whole != 0 ? -result : result;
 }

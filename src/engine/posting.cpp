@@ -14,14 +14,13 @@ bool isSelect(std::string_view sql) {
 }  // namespace ahead_detail
 
 void postStatement(Database& database, const SqlText& sql, std::span<const Value> values) {
-  if (auto* posting = dynamic_cast<Posting*>(&database))
+  if (Posting* const posting = database.posting())
     posting->post(sql, values);
   else
     database.execute(sql, values);
 }
 
-Ahead::Ahead(Database& database, const SqlText& sql, std::span<const Value> values)
-    : posting_(dynamic_cast<Posting*>(&database)) {
+Ahead::Ahead(Database& database, const SqlText& sql, std::span<const Value> values) : posting_(database.posting()) {
   if (posting_) {
     outcome_ = posting_->sendAhead(sql, values);
     return;

@@ -56,16 +56,13 @@ int ColumnNames::indexOf(std::string_view name) const {
 }
 
 /// Cells in blocks; the first block grows from a few cells, because most results are a row or two.
-struct RowSet::Rows {
+struct RowSet::Rows : Room {
   struct CellBlock {
     std::unique_ptr<Cell[]> cells;
     std::size_t capacity = 0;
   };
   std::vector<CellBlock> owned;
   std::vector<const Cell*> blocks;
-  std::size_t count = 0;
-  Cell* next = nullptr;
-  Cell* end = nullptr;
 
   std::vector<std::shared_ptr<char[]>> texts;
   char* textNext = nullptr;
@@ -149,46 +146,23 @@ int RowSet::rowCount() const {
   return rows_ ? static_cast<int>(rows_->count / static_cast<std::size_t>(columnCount_)) : 0;
 }
 
-RowSet::Cell& RowSet::append() {
-  if (!rows_) {
+RowSet::Rows& RowSet::ownRows() const {
+  return static_cast<Rows&>(*rows_);
+}
+
+void RowSet::makeRoom() {
+  if (!rows_)
     rows_ = std::make_shared<Rows>();
-  } else if (rows_.use_count() > 1) {
-    rows_ = rows_->copy();
-    blocks_ = rows_->blocks.data();
-  }
-  if (rows_->next == rows_->end) {
-    rows_->grow(static_cast<std::size_t>(columnCount_));
-    blocks_ = rows_->blocks.data();
-  }
-  ++rows_->count;
-  Cell& cell = *rows_->next++;
-  cell.length = 0;
-  return cell;
-}
-
-void RowSet::addNull() {
-  Cell& cell = append();
-  cell.integer = 0;
-  cell.kind = Value::Kind::Null;
-}
-
-void RowSet::addInteger(std::int64_t number) {
-  Cell& cell = append();
-  cell.integer = number;
-  cell.kind = Value::Kind::Integer;
-}
-
-void RowSet::addReal(double number) {
-  Cell& cell = append();
-  cell.real = number;
-  cell.kind = Value::Kind::Real;
+  else if (rows_.use_count() > 1)
+    rows_ = ownRows().copy();
+  if (rows_->next == rows_->end) ownRows().grow(static_cast<std::size_t>(columnCount_));
+  blocks_ = ownRows().blocks.data();
 }
 
 void RowSet::addText(std::string_view utf8) {
   if (utf8.size() > std::numeric_limits<std::uint32_t>::max())
     throw DbError(DbError::Kind::Other, QStringLiteral("一个字段的内容太大，无法读取。"));
-  Cell& cell = append();
-  cell.kind = Value::Kind::Text;
+  Cell& cell = append(Value::Kind::Text);
   cell.length = static_cast<std::uint32_t>(utf8.size());
   if (utf8.size() <= inlineLength) {
     cell.integer = 0;
@@ -206,35 +180,29 @@ void RowSet::addText(std::string_view utf8) {
       return;
     }
   }
-  cell.text = rows_->keep(utf8);
+  cell.text = ownRows().keep(utf8);
 }
 
 std::size_t RowSet::memory() const {
   if (!rows_) return 0;
-  std::size_t bytes = rows_->textBytes;
-  for (const auto& block : rows_->owned)
+  std::size_t bytes = ownRows().textBytes;
+  for (const auto& block : ownRows().owned)
     bytes += block.capacity * sizeof(Cell);
   return bytes;
 }
 
-double RowSet::number(int row, int column) const {
-  const Cell& c = cell(row, column);
-  switch (c.kind) {
+double RowSet::numberOf(const Cell& cell) {
+  switch (cell.kind) {
     case Value::Kind::Integer:
-      return static_cast<double>(c.integer);
+      return static_cast<double>(cell.integer);
     case Value::Kind::Real:
-      return c.real;
+      return cell.real;
     case Value::Kind::Text:
-      return row_set_detail::textNumber(textOf(c));
+      return row_set_detail::textNumber(textOf(cell));
     case Value::Kind::Null:
       break;
   }
   return 0;
-}
-
-std::int64_t RowSet::integer(int row, int column) const {
-  const Cell& c = cell(row, column);
-  return c.kind == Value::Kind::Integer ? c.integer : wholeNumber(number(row, column));
 }
 
 QString RowSet::text(int row, int column) const {

@@ -65,8 +65,14 @@ class RowSet {
 
   bool isNull(int row, int column) const { return kind(row, column) == Value::Kind::Null; }
   Value::Kind kind(int row, int column) const { return cell(row, column).kind; }
-  double number(int row, int column) const;
-  std::int64_t integer(int row, int column) const;
+  double number(int row, int column) const {
+    const Cell& c = cell(row, column);
+    return c.kind == Value::Kind::Real ? c.real : numberOf(c);
+  }
+  std::int64_t integer(int row, int column) const {
+    const Cell& c = cell(row, column);
+    return c.kind == Value::Kind::Integer ? c.integer : wholeNumber(numberOf(c));
+  }
   QString text(int row, int column) const;
   Value value(int row, int column) const;
   /// The stored UTF-8 of a text cell (empty for other kinds), for filters over many rows without a conversion.
@@ -92,9 +98,12 @@ class RowSet {
   // Building, used by the engines. Adding to a set whose rows are shared gives it rows of its own first.
   explicit RowSet(std::vector<std::string> columns = {});
   explicit RowSet(std::shared_ptr<const ColumnNames> columns);
-  void addNull();
-  void addInteger(std::int64_t number);
-  void addReal(double number);
+  void addNull() {
+    Cell& cell = append(Value::Kind::Null);
+    cell.integer = 0;
+  }
+  void addInteger(std::int64_t number) { append(Value::Kind::Integer).integer = number; }
+  void addReal(double number) { append(Value::Kind::Real).real = number; }
   void addText(std::string_view utf8);
 
   /// Bytes held by the rows.
@@ -116,6 +125,12 @@ class RowSet {
   static constexpr int blockShift = 14;  // 16,384 cells, 256 KB
   static constexpr std::size_t blockCells = std::size_t{1} << blockShift;
 
+  /// Where the next cell goes.
+  struct Room {
+    Cell* next = nullptr;
+    Cell* end = nullptr;
+    std::size_t count = 0;
+  };
   struct Rows;
   const Cell& cell(int row, int column) const {
     const std::size_t at =
@@ -125,10 +140,20 @@ class RowSet {
   static std::string_view textOf(const Cell& cell) {
     return {cell.length <= inlineLength ? cell.inlined : cell.text, cell.length};
   }
-  Cell& append();
+  static double numberOf(const Cell& cell);
+  Cell& append(Value::Kind kind) {
+    if (!rows_ || rows_.use_count() > 1 || rows_->next == rows_->end) makeRoom();
+    ++rows_->count;
+    Cell& cell = *rows_->next++;
+    cell.length = 0;
+    cell.kind = kind;
+    return cell;
+  }
+  void makeRoom();
+  Rows& ownRows() const;
 
   std::shared_ptr<const ColumnNames> names_;
-  std::shared_ptr<Rows> rows_;
+  std::shared_ptr<Room> rows_;           // always a Rows
   const Cell* const* blocks_ = nullptr;  // of rows_, one indirection less for every cell that is read
   int columnCount_ = 0;
 };

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <atomic>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -219,6 +220,46 @@ TEST_F(AccountFile, AListLoadsInTheBackground) {
   posting.commit();
   EXPECT_THROW(reader->execute("delete from goods"), DbError);
   EXPECT_FALSE(openSqlite(QStringLiteral(":memory:"))->openReader());
+}
+
+TEST_F(AccountFile, ALongLogGoesIntoTheFileWhileItIsOpen) {
+  constexpr qint64 pageBytes = 4096;
+  constexpr int commits = 12, rowsEach = 100, pagesEach = 4;
+  const QString name = makeSet("jxc.mdb");
+  const auto db = test::openBook(book, name);
+  db->execute("create table notes (id integer primary key, note ntext)");
+  const auto write = [&db] {
+    Transaction transaction(*db);
+    for (int row = 0; row < rowsEach; ++row)
+      db->execute("insert into notes (note) values (hex(zeroblob(?)))", std::array{Value(pagesEach * pageBytes / 2)});
+    transaction.commit();
+  };
+  const auto logSize = [&name] { return QFileInfo(name + QStringLiteral("-wal")).size(); };
+  const auto soon = [](const auto& happens) {
+    for (int i = 0; i < 500; ++i) {
+      if (happens()) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return false;
+  };
+
+  const auto reader = db->openReader();
+  {
+    const Transaction oneMoment(*reader);
+    EXPECT_EQ(number(*reader, "select count(*) from notes"), 0);
+    for (int i = 0; i < commits; ++i)
+      write();
+    EXPECT_EQ(number(*reader, "select count(*) from notes"), 0) << "what a list reads stays of one moment";
+    EXPECT_LT(QFileInfo(name).size(), commits * rowsEach * pageBytes) << "and waits in the log for it";
+  }
+  write();
+  EXPECT_TRUE(soon([&] { return QFileInfo(name).size() >= (commits + 1) * rowsEach * pagesEach * pageBytes; }))
+      << "nobody closed the file, and no commit carried the log";
+  EXPECT_TRUE(soon([&] {
+    const qint64 before = logSize();
+    write();
+    return logSize() == before;
+  })) << "a carried log begins anew";
 }
 
 TEST_F(AccountFile, ABackupIsWholeWhileOthersWrite) {

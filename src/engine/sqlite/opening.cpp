@@ -102,8 +102,6 @@ void prepareConnection(sqlite3* connection, const FileRole& role, int busyMillis
   pragma(connection, role, "pragma temp_store=memory");
   pragma(connection, role, "pragma cache_size=-32768");
   pragma(connection, role, "pragma journal_size_limit=67108864");
-  // Some fifty large documents between two checkpoints: what they wrote to the same pages goes to the file once.
-  pragma(connection, role, "pragma wal_autocheckpoint=8000");
   // Texts of the dialect are the program's own; nothing stored in a file of unknown origin runs a function.
   pragma(connection, role, "pragma trusted_schema=off");
 }

@@ -3,6 +3,7 @@
 
 #include "engine/bulk.h"
 #include "engine/database.h"
+#include "engine/sqlite/checkpointer.h"
 #include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
 #include "engine/sqlite/parameter_binding.h"
@@ -13,6 +14,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -98,6 +100,7 @@ class SqliteDatabase final : public Database, public Bulk {
 
   ConnectionHandle connection_;
   FileRole role_;
+  std::optional<Checkpointer> checkpointer_;  // of a connection that writes a file
   Translator translator_;
   SqliteCatalogue catalogue_;
   ParameterBinder binder_;
