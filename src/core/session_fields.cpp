@@ -114,17 +114,14 @@ inline constexpr auto parameters = std::to_array<SessionField>({
 });
 
 inline constexpr auto points = std::to_array<SessionField>({
-    {"jf_ick", &Session::jf_ick},
-    {"jf_icktype", &Session::jf_icktype},
-    {"jf_srjflx", &Session::jf_srjflx},
-    {"jf_srjfbs", &Session::jf_srjfbs},
-    {"jf_srjfts", &Session::jf_srjfts},
-    {"jf_hyr", &Session::jf_hyr},
-    {"jf_hyr1", &Session::jf_hyr1},
-    {"jf_hyr2", &Session::jf_hyr2},
-    {"jf_hyrmy1", &Session::jf_hyrmy1},
-    {"jf_hyrmy2", &Session::jf_hyrmy2},
-    {"jf_hyrzk", &Session::jf_hyrzk},
+    {"jf_jfgz", &Session::jf_jfgz},     {"jf_mfje", &Session::jf_mfje},       {"jf_djjf", &Session::jf_djjf},
+    {"jf_jsrjf", &Session::jf_jsrjf},   {"jf_jsrjl", &Session::jf_jsrjl},     {"jf_dbjf", &Session::jf_dbjf},
+    {"jf_dbrq1", &Session::jf_dbrq1},   {"jf_dbrq2", &Session::jf_dbrq2},     {"jf_yelj", &Session::jf_yelj},
+    {"jf_hysk", &Session::jf_hysk},     {"jf_qchy", &Session::jf_qchy},       {"jf_xgxf", &Session::jf_xgxf},
+    {"jf_ick", &Session::jf_ick},       {"jf_icktype", &Session::jf_icktype}, {"jf_srjflx", &Session::jf_srjflx},
+    {"jf_srjfbs", &Session::jf_srjfbs}, {"jf_srjfts", &Session::jf_srjfts},   {"jf_hyr", &Session::jf_hyr},
+    {"jf_hyr1", &Session::jf_hyr1},     {"jf_hyr2", &Session::jf_hyr2},       {"jf_hyrmy1", &Session::jf_hyrmy1},
+    {"jf_hyrmy2", &Session::jf_hyrmy2}, {"jf_hyrzk", &Session::jf_hyrzk},
 });
 
 inline constexpr auto sms = std::to_array<SessionField>({
