@@ -11,8 +11,9 @@ import subprocess
 import sys
 
 # Who may include whom, beside itself. Arrows point downwards only: app, screens, rules, core, engine, jet. What is
-# said of a name holds for the folder src/NAME without its folder screens/. The ledgers of src/accounts stand at the
-# bottom of the rules, because stock documents post to them; the documents of accounts stand above master data.
+# said of a name holds for the folder src/NAME without its folder screens/. The ledgers of src/accounts and src/members
+# stand at the bottom of the rules, because stock documents post to them; the documents of accounts stand above master
+# data.
 RULES = {
     "ledgers": [],
     "stock": ["ledgers"],
@@ -27,7 +28,7 @@ RULES = {
     "messaging": ["members", "statistics", "output"],
     "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "purchasing", "sales"],
 }
-LEDGERS = re.compile(r"accounts/(?:\w+_ledger|running_balance)\.")
+LEDGERS = re.compile(r"(?:accounts/(?:\w+_ledger|running_balance)|members/\w+_ledger)\.")
 BELOW = ["core", "platform", "engine"]
 MAY_INCLUDE = {
     "jet": [],

@@ -4,6 +4,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/log.h"
 #include "core/prompt.h"
+#include "core/session.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
 #include "stock/failing_command.h"
@@ -18,8 +19,31 @@ namespace jxc {
 namespace cancelling_detail {
 
 using trading::Effect;
-using trading::Head;
 using trading::Rules;
+
+/// What a cancel needs of the head. No name is looked up: an employee or a partner that is gone from his list meanwhile
+/// does not stand against it.
+struct Head {
+  QString number, date, partner, warehouse, checker;
+  QString month() const { return date.left(7); }
+};
+
+/// False: the document is not audited.
+bool readAudited(const DocumentFamily& family, const QString& number, Head& head) {
+  const RowSet rows = openSelect(
+      compose(
+          "select {} as rq,{} as partner,{} as ck,{} as checker from {} where {}=1 and {}=? order by id",
+          {family.date, family.partner, family.warehouse, family.checker, family.head, family.status, family.number}),
+      number);
+  if (rows.isEmpty()) return false;
+  const Row row = rows.front();
+  head = {.number = number,
+          .date = row.text("rq"),
+          .partner = row.text("partner"),
+          .warehouse = row.text("ck"),
+          .checker = row.text("checker")};
+  return true;
+}
 
 /// A document that hangs on this one; empty: none.
 QString effectElsewhere(const Rules& rules, const QString& number) {
@@ -42,7 +66,7 @@ bool mayGo(const Rules& rules, const QString& number, Head& head, QString& short
     prompt.notice(reason);
     return false;
   }
-  if (!trading::readHead(rules, number, head) || head.status != 1) return false;
+  if (!readAudited(family, number, head)) return false;
   if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
       !cancel_checks::passesGate(number, head.date, prompt) ||
       !cancel_checks::isConfirmed(cancel_checks::usualQuestion(number), prompt, mode))
@@ -123,6 +147,17 @@ void cancelMoney(const Rules& rules, const Head& head) {
     recomputeXjyh(account, date);
 }
 
+/// The till's own document goes, and what it brought its member with it.
+void cancelAtTill(const Rules& rules, const QString& number) {
+  if (!rules.tillMember) return;
+  const RowSet members = openSelect(rules.tillMember, number);
+  if (members.isEmpty()) return;
+  const QString member = members.text(0, 0);
+  if (!member.isEmpty() && member != QStringView(builtInSn)) applyHySale(number, member, rules.undoAtTill);
+  execSql("delete from jxc_posxsd where gl_djh=?", number);
+  execSql("delete from jxc_posxssp where gl_djh=?", number);
+}
+
 bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   Head head;
@@ -133,7 +168,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.
-    if (!trading::readHead(rules, number, head) || head.status != 1) return false;
+    if (!readAudited(family, number, head)) return false;
     changed = effectElsewhere(rules, number);
     if (changed.isEmpty()) {
       const QString now = shortageOf(rules, head);
@@ -143,6 +178,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       writeLog(words(family.cancelledLog) + number);
       execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
       cancelStock(rules, head);
+      cancelAtTill(rules, number);
       execSql(rules.reopenHead, number);
       execSql("delete from jxc_goodslist where gl_djh=?", number);
       cancelMoney(rules, head);

@@ -82,7 +82,7 @@ const Rules purchaseRules = {
     .head = R"(
 select a.j_sn as djh,a.j_jhrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
   a.j_note as note,a.j_kmmc as kmmc,a.j_yfje as yfje,a.j_sfje as sfje,a.j_jsfs as jsfs,a.j_fpno as fpno,a.j_fpje as fpje,
-  a.j_yf as yf,a.j_bzf as bzf,a.j_yffs as yffs,a.j_checker as checker,a.j_status as status
+  a.j_yf as yf,a.j_bzf as bzf,a.j_yffs as yffs
 from jxc_jhd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.j_sn=? order by a.j_status desc,a.id)",
     .markLines = {"update jxc_jhsp set jh_rksl=jh_sl where j_sn=?",
@@ -113,7 +113,7 @@ const Rules purchaseReturnRules = {
     .head = R"(
 select a.gl_djh as djh,a.th_thrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
   a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
-  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs,a.th_checker as checker,a.th_status as status
+  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs
 from jxc_thd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
     .insertLedger = insertPurchaseReturnRows,
@@ -141,7 +141,7 @@ const Rules saleRules = {
     .head = R"(
 select a.gl_djh as djh,a.ls_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
   a.ls_note as note,a.ls_kmmc as kmmc,a.ls_yfje as yfje,a.ls_sfje as sfje,a.ls_jsfs as jsfs,a.ls_fpno as fpno,
-  a.ls_fpje as fpje,a.ls_yf as yf,a.ls_bzf as bzf,a.ls_yffs as yffs,a.ls_checker as checker,a.ls_status as status
+  a.ls_fpje as fpje,a.ls_yf as yf,a.ls_bzf as bzf,a.ls_yffs as yffs
 from jxc_lsxsd a,jxc_user b,jxc_khxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.ls_status desc,a.id)",
     .markLines = {"update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?",
@@ -161,6 +161,8 @@ where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.gl_djh and a.g_sn<>'00000000'
     .elsewhereDocument = u"出库",
     .reopenHead = "update jxc_lsxsd set ls_status=0,ls_chkrq='',ls_checker='',ls_hkje=0,ls_dhbz=0 where gl_djh=?",
     .deleteMore = "delete from jxc_yyfy where fy_note like ?",
+    .tillMember = "select hy_sn from jxc_lsxsd where ls_status=1 and ls_dhbz=1 and gl_djh=?",
+    .undoAtTill = HySaleMode::UnXS,
 };
 
 const Rules saleReturnRules = {
@@ -173,7 +175,7 @@ const Rules saleReturnRules = {
     .head = R"(
 select a.gl_djh as djh,a.th_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
   a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
-  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs,a.th_checker as checker,a.th_status as status
+  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs
 from jxc_xsthd a,jxc_user b,jxc_khxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
     .insertLedger = insertSaleReturnRows,
@@ -188,6 +190,8 @@ where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order
                      "update jxc_xsthd set th_note='' where gl_djh=?"},
     .sourceOpen = "select top 1 gl_djh from jxc_lsxssp where id2=? and ls_sl>ls_cksl+ls_qxsl order by id",
     .reopenSourceHead = "update jxc_lsxsd set ls_crk=0 where gl_djh=?",
+    .tillMember = "select hy_sn from jxc_xsthd where th_status=1 and hy_sn<>'' and gl_djh=?",
+    .undoAtTill = HySaleMode::UnXT,
 };
 
 }  // namespace trading_detail
@@ -226,9 +230,7 @@ bool readHead(const Rules& rules, const QString& number, Head& head) {
           .invoiced = row.number("fpje"),
           .freight = row.number("yf"),
           .packing = row.number("bzf"),
-          .settlement = static_cast<int>(row.integer("jsfs")),
-          .checker = row.text("checker"),
-          .status = static_cast<int>(row.integer("status"))};
+          .settlement = static_cast<int>(row.integer("jsfs"))};
   return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/posting.h"
+#include "members/member_ledger.h"
 #include "stock/document_family.h"
 
 #include <QString>
@@ -46,6 +47,9 @@ struct Rules {
   const char* reopenSource[3];  // source line by id2, this document's lines, this document's head
   const char* sourceOpen;       // value id2: number of the source document with lines that wait again
   const char* reopenSourceHead;
+  // A document that the till made too: the statement finds its member, empty for a customer without a card.
+  const char* tillMember;  // may be null
+  HySaleMode undoAtTill;
 };
 
 const Rules& purchase();
@@ -59,8 +63,6 @@ struct Head {
   QString note, account, invoiceNumber, freightPayer;
   double due = 0, paid = 0, invoiced = 0, freight = 0, packing = 0;
   int settlement = 0;
-  QString checker;
-  int status = 0;
   QString month() const { return date.left(7); }
 };
 /// False: there is no such head, or a name is missing.
