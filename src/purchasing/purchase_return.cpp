@@ -118,6 +118,7 @@ class ReturnRules final : public ReturningRules {
     return saveDocument(family(),
                         {.number = draft.number,
                          .date = draft.date,
+                         .warehouse = draft.warehouse,
                          .writeHead =
                              [&](const QString& number) {
                                writeHead(draft, number, payable(number), paid);

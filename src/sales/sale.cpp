@@ -204,6 +204,7 @@ class SaleRules final : public TradingRules {
     return saveDocument(family(),
                         {.number = draft.number,
                          .date = draft.date,
+                         .warehouse = draft.warehouse,
                          .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
                         prompt);
   }

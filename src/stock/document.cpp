@@ -148,9 +148,16 @@ bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt) {
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt) {
   SaveResult result;
   result.number = request.number;
+  const bool auditNow = strIsTrue(session().cs_shdj);
+  const auto shortage = [&] {
+    return auditNow && !request.warehouse.isEmpty()
+               ? checkStockShort(result.number, request.warehouse, QStringView(family.shortageAtAudit))
+               : QString();
+  };
+  const QString agreed = shortage();  // as the screen has just asked
   if (!prompt.ask(document_detail::saveQuestion(family))) return result;
 
-  const bool auditNow = strIsTrue(session().cs_shdj);
+  bool wentShort = false;
   const QString gate = auditNow ? auditGate(request.number, request.date) : QString();
   onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
@@ -159,11 +166,15 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     request.writeHead(result.number);
     if (!auditNow || family.logsEverySave)
       writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
-    // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here.
-    if (gate == u"ok") result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
+    // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
+    // stock went while the question stood.
+    const QString now = shortage();
+    wentShort = !now.isEmpty() && now != agreed;
+    if (gate == u"ok" && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
   });
   result.saved = true;
+  if (gate == u"ok" && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
   if (auditNow && gate != u"ok") prompt.notice(gate);
   return result;
 }
@@ -223,7 +234,12 @@ QString freightPayerText(double freight, double packing, bool wePay) {
 
 QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt) {
   // Goods of a return to the supplier leave the warehouse that is chosen here.
-  if (edit.warehouse && family.prefix == u"CT") {
+  const auto otherWarehouse = [&] {
+    return *edit.warehouse != lookupValue(compose("select top 1 {} from {} where {}=? order by id",
+                                                  {family.warehouse, family.head, family.number}),
+                                          number);
+  };
+  if (edit.warehouse && family.prefix == u"CT" && otherWarehouse()) {
     const QString missing = lookupValue(compose("select top 1 g_sn from {} where {}=? and g_sn not in "
                                                 "(select g_sn from jxc_kcsp where ck_sn=?)",
                                                 {family.lines, family.number}),

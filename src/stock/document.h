@@ -57,6 +57,7 @@ bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt);
 struct SaveRequest {
   QString number;
   QString date;
+  QString warehouse = {};  // that goods leave; empty: stock is not tested again when it is audited at once
   /// Appends the head under this (perhaps renewed) number with status 0, and does what follows it.
   std::function<void(const QString& number)> writeHead;
 };
@@ -67,7 +68,8 @@ struct SaveResult {
   explicit operator bool() const { return saved; }
 };
 /// Asks the family's question (by `cs_shdj` it will be audited at once or wait), renews a number that was taken, writes
-/// the head, and audits or logs. One transaction. Refusals of the screen come before.
+/// the head, and audits or logs. One transaction. Refusals of the screen come before. Stock that went while the
+/// question stood leaves the document saved, and its audit asks or refuses as any other.
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt);
 
 // ---- waiting documents -------------------------------------------------------------------------------------------

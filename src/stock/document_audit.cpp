@@ -116,7 +116,12 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
                          const HeadChange& change) {
   using namespace document_audit_detail;
   if (lineCount(family, number) == 0) return AuditOutcome::NoLines;
-  const RowSet heads = headOf(family, number);
+  RowSet heads = headOf(family, number);
+  if (heads.rowCount() > 1) {
+    // What two operators saved under one number needs stock apart: settled first, and kept when the audit is refused.
+    onDocument(number, u"审核", [&] { claimNumber(family, number); });
+    heads = headOf(family, number);
+  }
   if (heads.isEmpty()) return AuditOutcome::NoLines;
   const bool waiting = heads.front().integer(family.status) == 0;
   const QString warehouse = heads.front().text(family.warehouse);

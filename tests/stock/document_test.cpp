@@ -1,7 +1,11 @@
 // Draft, number, save, waiting list, shared numbers: the life of a document up to its audit.
 #include "core/log.h"
 #include "core/numbers.h"
+#include "sales/sale.h"
 #include "stock/shop.h"
+
+#include <functional>
+#include <utility>
 
 namespace jxc {
 namespace document_test {
@@ -156,8 +160,14 @@ TEST_F(DocumentTest, HeadOfAWaitingDocumentChanges) {
   const QString back = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 5}});
   EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.warehouse = "100002"}, prompt), "");
   EXPECT_EQ(prompt.lastNotice(), "当前仓库中不存在商品：“A”，不能更换仓库！");
+  // Where it stands nothing is asked: only a new warehouse has to know the goods and have enough of them.
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.date = "2021-05-02", .warehouse = "100001"}, prompt), back);
+  insertRow("jxc_kcsp", {{"g_sn", u"A"}, {"ck_sn", u"100002"}, {"kc_sl", 1.0}, {"kc_zsl", 1.0}});
   prompt.willSayNo();
-  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.warehouse = "100001"}, prompt), "");
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.warehouse = "100002"}, prompt), "");
+  execSql("delete from jxc_kcsp where ck_sn='100002' and g_sn='A'");
+  execSql("update jxc_thsp set g_sn='B' where gl_djh=?", back);  // the warehouse does not know it: agreed to at save
+  EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.date = "2021-05-01", .warehouse = "100001"}, prompt), back);
   EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.invoiceAmount = 30}, prompt), back);
   EXPECT_EQ(lookupNumber("select th_fpje from jxc_thd where gl_djh=?", back), -30);
 }
@@ -193,7 +203,7 @@ TEST_F(DocumentTest, AuditedHeadKeepsItsNumberAgainstAll) {
   EXPECT_EQ(lineCount(purchaseReceipt, number), 1);
 
   // The same for the other three kinds, on their own tables.
-  for (const DocumentFamily* family : {&purchaseReturn, &sale, &saleReturn}) {
+  for (const DocumentFamily* family : {&purchaseReturn, &families::sale, &saleReturn}) {
     const QString taken = words(family->prefix) + "21050310001";
     for (const char* name : {"admin", "小王"}) {
       insertRow(family->head, {{"gl_djh", taken}, {"a_name", name}, {family->status, 0}, {family->date, "2021-05-03"}});
@@ -203,6 +213,71 @@ TEST_F(DocumentTest, AuditedHeadKeepsItsNumberAgainstAll) {
     EXPECT_EQ(lineCount(*family, taken), 1) << taken.toStdString();
     EXPECT_EQ(lineCount(*family, words(family->prefix) + "21050310002"), 1);
   }
+}
+
+TEST_F(DocumentTest, DocumentsUnderOneNumberNeedStockApart) {
+  receive("2021-05-03", {{"A", 7, 5}});
+  setParameter("cs_kc", 0);
+  const QString number = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 5, 5}});
+  const QString other = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 4, 5}});
+  for (const char* table : {"jxc_thd", "jxc_thsp"})
+    execSql(compose("update {} set a_name='小王',gl_djh=? where gl_djh=?", {table}), number, other);
+  EXPECT_EQ(audit(number), AuditOutcome::Audited);  // five of seven: the other four have a number of their own
+  EXPECT_EQ(balanceOf("A"), "2 2 5");
+  EXPECT_EQ(lookupNumber("select sum(th_sl) from jxc_thsp where gl_djh=?", other), 4);
+  EXPECT_EQ(audit(other), AuditOutcome::Refused);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+/// A colleague sends goods back while the question of a save stands.
+class SlowPrompt : public test::ScriptedPrompt {
+ public:
+  std::function<void()> meanwhile;
+  bool ask(const QString& text) override {
+    const bool answer = ScriptedPrompt::ask(text);
+    if (meanwhile && text.contains(u"直接审核")) std::exchange(meanwhile, nullptr)();
+    return answer;
+  }
+};
+
+TEST_F(DocumentTest, SavedAndAuditedAtOnceButTheStockWentWhileTheQuestionStood) {
+  receive("2021-05-03", {{"A", 5, 5}});
+  const auto draft = [this] {
+    TradingDraft sold = jxc::sale::rules().fresh({});
+    LineDraft line = jxc::sale::rules().lines().newLine(
+        "A", {.number = sold.number, .date = sold.date, .partner = sold.partner, .warehouse = sold.warehouse}, false);
+    line.amounts.setQuantity(4);
+    line.amounts.setPrice(10);
+    const LineResult added = jxc::sale::rules().lines().addLine(
+        Lines::Draft, {.number = sold.number, .date = sold.date, .partner = sold.partner, .warehouse = sold.warehouse},
+        line, prompt);
+    sold.number = added.number;
+    return sold;
+  };
+  setParameter("cs_shdj", 1);
+  setParameter("cs_kc", 0);
+  SlowPrompt slow;
+  slow.meanwhile = [this] { audit(waitingReturn(purchaseReturn, "2021-05-03", {{"A", 2, 5}})); };
+  slow.willSayYes();
+  const SaveResult refusedAudit = jxc::sale::rules().save(draft(), slow);
+  EXPECT_TRUE(refusedAudit.saved);
+  EXPECT_FALSE(refusedAudit.audited);
+  EXPECT_EQ(slow.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能销售！");
+  EXPECT_EQ(balanceOf("A"), "3 3 5");
+
+  // Where stock may fall below zero, what he agreed to is asked once, and what is new is asked again.
+  setParameter("cs_kc", 1);
+  slow.willSayYes().willSayYes();
+  EXPECT_TRUE(jxc::sale::rules().save(draft(), slow).audited);
+  EXPECT_EQ(balanceOf("A"), "-1 -1 5");
+  setParameter("cs_shdj", 0);
+  receive("2021-05-03", {{"A", 6, 5}});
+  setParameter("cs_shdj", 1);
+  slow.meanwhile = [this] { audit(waitingReturn(purchaseReturn, "2021-05-03", {{"A", 2, 5}})); };
+  slow.willSayYes().willSayNo();
+  EXPECT_FALSE(jxc::sale::rules().save(draft(), slow).audited);
+  EXPECT_EQ(balanceOf("A"), "3 3 5");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
 TEST_F(DocumentTest, AuditOfAllGoesOnAfterARefusalAndSkipsWhatIsDone) {
