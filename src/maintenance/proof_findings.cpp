@@ -11,7 +11,7 @@ namespace proof_findings_detail {
 
 using enum Weight;
 
-constexpr std::u16string_view recompute = u"库存查询→重新计算结存数据";
+constexpr std::u16string_view recompute = u"数据核对→重新计算结存";
 constexpr std::u16string_view sync = u"库存查询→库存核对→库存同步";
 constexpr std::u16string_view nothing = u"不需要处理";
 constexpr std::u16string_view again = u"取消审核该单据后重新审核";

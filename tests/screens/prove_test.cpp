@@ -36,6 +36,18 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
     sheet.rows.read(0, cells);
     EXPECT_EQ(cells[0], Value(u"错误"));
 
+    // A repair stands behind its key; once it has run, what was found before is no longer shown.
+    expectScreen("F_Jxctj_Tb", [&](ui::Screen& sync) { press(sync, "Esc"); });
+    press(s, "F7");
+    EXPECT_EQ(findings.rowCount(), 1);
+    expectScreen("F_Kccx_Js", [&](ui::Screen& recompute) {
+      expectQuestion(u"重新计算会修改期末结存及其他数据，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::Yes);
+      expectNotice(u"重新计算完成！"_qs);
+      press(recompute, "F5");
+    });
+    press(s, "F6");
+    EXPECT_TRUE(findings.isEmpty());
+
     // 取消 on the bar stops it, and says so instead of calling the books clean.
     QTimer::singleShot(0, &s, [&s] { s.findChild<QProgressDialog*>("progress")->cancel(); });
     press(s, "F5");

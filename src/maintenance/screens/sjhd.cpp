@@ -1,6 +1,7 @@
 // 数据核对: proves that the books agree and lists what does not: the first wrong row of each kind, and what mends it.
 #include "core/statements.h"
 #include "maintenance/prove.h"
+#include "stock/screens/repair_screen.h"
 #include "ui/progress.h"
 #include "ui/screen.h"
 
@@ -18,7 +19,10 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"reason", "原因", ColumnKind::Text, 40}, {"repair", "处理", ColumnKind::Text, 24},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridFindings", "核对结果", kColumns, "按F5开始核对"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnOK", "开始核对", "F5"}, {"btnCancel", "退出", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnOK", "开始核对", "F5"},
+                                         {"btn_Cxjs", "重新计算结存", "F6"},
+                                         {"btn_Jgtb", "出库成本价同步", "F7"},
+                                         {"btnCancel", "退出", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Sjhd", .title = "数据核对", .grids = kGrids, .commands = kCommands, .focus = "gridFindings"};
 
@@ -44,7 +48,7 @@ class TF_Sjhd : public ui::Screen {
         .widget(summary_)
         .grid("gridFindings")
         .widget(detail_)
-        .buttons("| btnOK btnCancel");
+        .buttons("btn_Cxjs btn_Jgtb | btnOK btnCancel");
     list_.setRowLook([](const Row& row) {
       const QString weight = row.text("weight");
       if (weight == u"错误") return ui::RowLook::Bad;
@@ -52,6 +56,8 @@ class TF_Sjhd : public ui::Screen {
     });
     list_.onCurrentChanged([this] { showDetail(); });
     on(command("btnOK"), [this] { prove(); });
+    on(command("btn_Cxjs"), [this] { repair("F_Kccx_Js"); });
+    on(command("btn_Jgtb"), [this] { repair("F_Jxctj_Tb"); });
   }
 
  protected:
@@ -78,6 +84,11 @@ class TF_Sjhd : public ui::Screen {
     if (!list_.isEmpty()) list_.selectRow(0);
     showDetail();
     list_.focusRows();
+  }
+
+  // What was found before is no longer true.
+  void repair(const char* screen) {
+    if (ui::screenAs<RepairScreen>(screen).repairFrom({}, {})) activate();
   }
 
   void showDetail() {
