@@ -1,8 +1,11 @@
 // 选择商品: what the goods list of a trading document asks of the catalogue.
 #pragma once
 
+#include "core/statements.h"
 #include "masterdata/goods.h"
 #include "stock/trading_document.h"
+
+#include <string_view>
 
 namespace jxc {
 
@@ -11,5 +14,9 @@ inline GoodsFilter goodsFilterOf(const PickFilter& wanted) {
   return {
       .key = wanted.key, .classNumber = wanted.classNumber, .lensProduct = wanted.lensProduct, .number = wanted.goods};
 }
+
+/// Goods `a` with what lies of them in one warehouse (`b.kc_sl`, pieces; a goods unknown there has none), the most used
+/// first: `counter` is `g_xspl` or `g_cgpl`.
+BoundStatement goodsByWarehouse(const QString& warehouse, const Filter& filter, std::string_view counter);
 
 }  // namespace jxc

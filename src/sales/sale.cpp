@@ -89,14 +89,7 @@ class SaleLines : public TradingLines {
           "a.g_sn in (select x.g_sn from jxc_lsxssp x,jxc_lsxsd y where x.gl_djh=y.gl_djh and y.ls_status=1 and "
           "y.kh_sn=?)",
           place.partner);
-    BoundStatement list;
-    list.sql =
-        "select a.*,iif(b.kc_sl is null,0,b.kc_sl) as kc_sl from jxc_goods a left join "
-        "(select g_sn,kc_sl from jxc_kcsp where ck_sn=?) b on a.g_sn=b.g_sn" +
-        filter.where() + " order by a.g_xspl desc,a.g_sn";
-    list.values.emplace_back(place.warehouse);
-    list.values.insert(list.values.end(), filter.values().begin(), filter.values().end());
-    return list;
+    return goodsByWarehouse(place.warehouse, filter, "g_xspl");
   }
 
   RowSet history(const QString& goods, const QString& partner) const override { return saleHistory(goods, partner); }
@@ -238,14 +231,7 @@ BoundStatement giftsToPick(const QString& typed, const QString& warehouse) {
   Filter filter;
   addGoodsConditions(filter, {.key = typed});
   filter.add("a.g_iszp<>0");
-  BoundStatement list;
-  list.sql =
-      "select a.*,iif(b.kc_sl is null,0,b.kc_sl) as kc_sl from jxc_goods a left join "
-      "(select g_sn,kc_sl from jxc_kcsp where ck_sn=?) b on a.g_sn=b.g_sn" +
-      filter.where() + " order by a.g_xspl desc,a.g_sn";
-  list.values.emplace_back(warehouse);
-  list.values.insert(list.values.end(), filter.values().begin(), filter.values().end());
-  return list;
+  return goodsByWarehouse(warehouse, filter, "g_xspl");
 }
 
 LineResult addGift(Lines where, const LinePlace& place, const QString& goods, double quantity, Prompt& prompt) {

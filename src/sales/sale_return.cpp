@@ -39,7 +39,7 @@ class ReturnLines : public TradingLines {
     return TradingLines::setChange(value, field, where, id, prompt);
   }
 
-  /// By parameter (`cs_xt`) only goods that this customer bought.
+  /// By parameter (`cs_xt`) only goods that this customer bought, with their stock where they come back to.
   BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
     addGoodsConditions(filter, goodsFilterOf(wanted));
@@ -48,6 +48,7 @@ class ReturnLines : public TradingLines {
           "a.g_sn in (select x.g_sn from jxc_lsxssp x,jxc_lsxsd y where x.gl_djh=y.gl_djh and y.ls_status=1 and "
           "y.kh_sn=?)",
           place.partner);
+    if (strIsTrue(session().cs_xt)) return goodsByWarehouse(place.warehouse, filter, "g_xspl");
     return {"select a.*,a.g_kc as kc_sl from jxc_goods a" + filter.where() + " order by a.g_xspl desc,a.g_sn",
             {filter.values().begin(), filter.values().end()}};
   }

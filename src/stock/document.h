@@ -130,8 +130,12 @@ struct ListedDocument {
   QString number;
   QString date;
 };
-/// Audits a whole list after one question; a refused document does not stop the others. Number of audited ones; -1
-/// when the operator said no.
+/// Walks a list with `audit`: a document that is refused or fails does not stop the others, and what they said is told
+/// together at the end. What every document would meet (disk, server, another station) ends the walk and is thrown.
+/// Number of audited ones.
+int auditEach(std::span<const ListedDocument> documents, Prompt& prompt,
+              const std::function<AuditOutcome(const ListedDocument&, Prompt&)>& audit);
+/// `auditEach` of one family, after one question; -1 when the operator said no.
 int auditAll(const DocumentFamily& family, std::span<const ListedDocument> documents, Prompt& prompt);
 
 /// Rights of the family's commands.

@@ -57,16 +57,12 @@ QString movedSinceAudit(const QString& number) {
 int auditAll(std::span<const ListedDocument> documents, Prompt& prompt) {
   if (!prompt.ask(u"您的操作将审核当前所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs))
     return -1;
-  int audited = 0;
-  QStringList dead;
-  for (const ListedDocument& document : documents) {
-    if (const QString reason = overtaken(document.number); !reason.isEmpty())
-      dead << reason;
-    else if (auditDocument(families::stocktake, document.number, document.date, prompt) == AuditOutcome::Audited)
-      ++audited;
-  }
-  if (!dead.isEmpty()) prompt.notice(dead.join(u"\r\n\r\n"_qs));
-  return audited;
+  return auditEach(documents, prompt, [](const ListedDocument& document, Prompt& collecting) {
+    const QString reason = overtaken(document.number);
+    if (reason.isEmpty()) return auditDocument(families::stocktake, document.number, document.date, collecting);
+    collecting.notice(reason);
+    return AuditOutcome::Refused;
+  });
 }
 
 }  // namespace jxc::stock_count

@@ -36,7 +36,7 @@ class SaleReturnTest : public test::ShopTest {
     const BoundStatement list = rules.lines().goodsToPick(place(), {});
     QStringList goods;
     for (const Row each : openSelectWith(list.sql, list.values))
-      goods << each.text("g_sn");
+      goods << each.text("g_sn") + u":"_qs + each.text("kc_sl");
     return goods.join(u' ');
   }
 
@@ -45,11 +45,15 @@ class SaleReturnTest : public test::ShopTest {
 };
 
 TEST_F(SaleReturnTest, GoodsComeBackAndTheRestStaysOnAccount) {
-  EXPECT_EQ(goodsToPick(), "A B");
+  insertRow("jxc_kcsp", {{"g_sn", u"A"}, {"ck_sn", u"100002"}, {"kc_sl", 7.0}, {"kc_zsl", 7.0}});
+  execSql("update jxc_goods set g_kc=g_kc+7 where g_sn='A'");
+  EXPECT_EQ(goodsToPick(), "A:17 B:5");  // wherever it lies
   setParameter("cs_xt", 1);
   EXPECT_EQ(goodsToPick(), "");  // never sold to this customer
   sell("2021-05-02", {{"A", 4, 100}});
-  EXPECT_EQ(goodsToPick(), "A");
+  EXPECT_EQ(goodsToPick(), "A:6");  // here, where it comes back to
+  execSql("delete from jxc_kcsp where ck_sn='100002'");
+  execSql("update jxc_goods set g_kc=g_kc-7 where g_sn='A'");
 
   EXPECT_FALSE(rules.save(draft, prompt));
   EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");

@@ -284,13 +284,20 @@ TEST_F(DocumentTest, AuditOfAllGoesOnAfterARefusalAndSkipsWhatIsDone) {
   receive("2021-05-03", {{"A", 5, 5}});
   const QString tooMuch = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 5}});
   const QString fits = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 2, 5}});
-  const std::vector<ListedDocument> list{{tooMuch, "2021-05-03"}, {fits, "2021-05-03"}};
+  // Its supplier is gone: the posting fails.
+  const QString broken = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 1, 5}});
+  const std::vector<ListedDocument> list{{tooMuch, "2021-05-03"}, {broken, "2021-05-03"}, {fits, "2021-05-03"}};
+  execSql("update jxc_thd set ghs_sn='999999' where gl_djh=?", broken);
   prompt.willSayNo();
   EXPECT_EQ(auditAll(purchaseReturn, list, prompt), -1);
   setParameter("cs_kc", 0);
   prompt.willSayYes();
   EXPECT_EQ(auditAll(purchaseReturn, list, prompt), 1);
-  EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
+  EXPECT_TRUE(prompt.lastNotice().startsWith("单据" + tooMuch +
+                                             "：\r\n\r\n该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！\r\n\r\n"
+                                             "单据" +
+                                             broken + "审核失败：\r\n\r\n"))
+      << prompt.lastNotice().toStdString();
   EXPECT_EQ(balanceOf("A"), "3 3 5");
   EXPECT_EQ(audit(fits), AuditOutcome::AlreadyAudited);
   EXPECT_EQ(audit("CT21050319999"), AuditOutcome::NoLines);
