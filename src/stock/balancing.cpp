@@ -6,6 +6,7 @@
 #include "stock/posting.h"
 
 #include <cmath>
+#include <cstdint>
 
 namespace jxc {
 namespace balancing_detail {
@@ -102,15 +103,14 @@ void spread(const Side& side, const QString& number, double paid, double payable
   double rest = payable - paid;
   while (rest > acceptedRest) {
     const double share = roundEps(rest / lines, digits);
-    execSql(side.takeShare, share, number, share);
+    const std::int64_t bearing = execSql(side.takeShare, share, number, share);
     execSql(side.taxedPrice, digits, number);
     execSql(side.price, digits, number);
     execSql(side.amounts, number);
-    const double before = total;
     total = lookupNumber(side.total, number);
     rest = total - paid;
     // A share that rounds to nothing, or that no line can bear, would be asked for for ever.
-    if (std::fabs(total - before) < 0.000001) break;
+    if (share == 0 || bearing == 0) break;
   }
   execSql(side.followHead, total, total, number);
 }
