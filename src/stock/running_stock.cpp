@@ -2,6 +2,7 @@
 
 #include "core/posting.h"
 #include "core/statements.h"
+#include "engine/number_text.h"
 #include "stock/ledger_flags.h"
 
 #include <cmath>
@@ -12,6 +13,16 @@ namespace running_stock_detail {
 bool agrees(const RowSet& rows, int row, StockColumn column, double figure) {
   const int at = static_cast<int>(column);
   return !rows.isNull(row, at) && std::fabs(rows.number(row, at) - figure) < 5e-7;
+}
+
+/// Figures stand in the books with 15 significant digits; below a thousand million the six decimals are within them.
+double asWritten(double figure) {
+  if (std::fabs(figure) < 1e9) return figure;
+  NumberBuffer buffer;
+  return parseNumber(formatNumber(figure, buffer)).value_or(figure);
+}
+RunningStock asWritten(const RunningStock& figures) {
+  return {asWritten(figures.quantity), asWritten(figures.average), asWritten(figures.value)};
 }
 
 }  // namespace running_stock_detail
@@ -51,24 +62,26 @@ void RunningStock::advance(const StockMovement& row, const StockDigits& digits) 
 RunningStock carryStock(RunningStock running, const RowSet& rows, std::int64_t skippedId, const StockDigits& digits) {
   using enum StockColumn;
   using running_stock_detail::agrees;
+  using running_stock_detail::asWritten;
   const auto number = [&rows](int row, StockColumn column) { return rows.number(row, static_cast<int>(column)); };
   for (int row = 0; row < rows.rowCount(); ++row) {
     const std::int64_t id = rows.integer(row, static_cast<int>(Id));
     if (id == skippedId) continue;
-    const RunningStock before = running;
+    const RunningStock before = asWritten(running);
     running.advance({.flag = findLedgerFlag(rows.utf8(row, static_cast<int>(Flag))),
                      .quantity = number(row, Quantity),
                      .net = number(row, Net),
                      .price = number(row, Price)},
                     digits);
+    const RunningStock after = asWritten(running);
     if (agrees(rows, row, StockBefore, before.quantity) && agrees(rows, row, ValueBefore, before.value) &&
-        agrees(rows, row, Average, running.average) && agrees(rows, row, Stock, running.quantity) &&
-        agrees(rows, row, StockValue, running.value))
+        agrees(rows, row, Average, after.average) && agrees(rows, row, Stock, after.quantity) &&
+        agrees(rows, row, StockValue, after.value))
       continue;
     postSql("update jxc_goodslist set gl_sqsl=?,gl_sqje=?,gl_pjjj=?,gl_kc=?,gl_kczje=? where id=?", before.quantity,
-            before.value, running.average, running.quantity, running.value, id);
+            before.value, after.average, after.quantity, after.value, id);
   }
-  return running;
+  return asWritten(running);
 }
 
 StockBefore::StockBefore(const QString& goods, const QString& warehouse, const QString& date)

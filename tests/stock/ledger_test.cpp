@@ -113,6 +113,19 @@ TEST_F(LedgerTest, DigitsOfQuantityMoneyAndTotals) {
   EXPECT_EQ(figures(row), "2 4.17 8.3");  // quantity without, value with one, price with two decimals
 }
 
+TEST_F(LedgerTest, HugeFiguresKeepFifteenSignificantDigits) {
+  addGoods("A", 0);
+  for (const char* digits : {"cs_cbjs", "cs_xsws"})
+    setParameter(digits, 6);
+  const auto row = ledgerRow("cj", "2021-05-01", 1234567890.123456, 1234567890.123456, 1);
+  const auto later = ledgerRow("xs", "2021-05-02", 0.000006, 1, 1);
+  replayLedger(row);
+  EXPECT_EQ(lookupNumber("select gl_kczje from jxc_goodslist where id=?", row), 1234567890.12346);
+  EXPECT_EQ(lookupNumber("select gl_sqsl from jxc_goodslist where id=?", later), 1234567890.12346);
+  // The replay itself goes on with all it has.
+  EXPECT_EQ(lookupNumber("select gl_kc from jxc_goodslist where id=?", later), 1234567890.12345);
+}
+
 TEST_F(LedgerTest, CostOfALineComesFromLedgerBalanceOrMaster) {
   addGoods("A", 3);
   EXPECT_EQ(getGoodsCost("A", "100001", "2021-05-01"), 3);  // nothing known: the master's average
