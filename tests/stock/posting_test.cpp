@@ -49,6 +49,15 @@ class PostingTest : public test::ShopTest {
   }
 };
 
+TEST_F(PostingTest, AGoodsTwiceOnItsFirstReceiptHasOneBalance) {
+  addGoods("Z", 4);
+  receive("2021-05-01", {{"Z", 2, 5}, {"Z", 3, 6}});
+  EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn='Z'"), "1");
+  EXPECT_EQ(balanceOf("Z"), "5 5 5.6");
+  EXPECT_EQ(lastFigures("Z"), "5 5.6 28");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
 TEST_F(PostingTest, ReceiptThenAnEarlierOneThenItsCancel) {
   const QString first = receive("2021-05-03", {{"A", 10, 5}, {"B", 2, 9}});
   EXPECT_EQ(lastFigures("A"), "10 5 50");

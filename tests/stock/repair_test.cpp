@@ -92,6 +92,78 @@ TEST_F(RepairTest, RecomputationTakesPricesNotAmounts) {
   EXPECT_EQ(figures(discounted), "10 5 50");
 }
 
+TEST_F(RepairTest, RecomputationLeavesQuantitiesAsTheyAreAndKeepsFixedCosts) {
+  addGoods("A", 4);
+  setParameter("cs_cbjs", 0);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100001',0,0,1)");
+  const auto bought = ledgerRow("cj", "2021-05-01", 2.4, 12, 5);
+  const auto sold = ledgerRow("xs", "2021-05-02", 0.4, 4, 10);
+  replayLedger(bought);
+  EXPECT_EQ(figures(sold), "2 5 10");
+  setParameter("cs_cs009", 1);
+  execSql("update jxc_kcsp set kc_cbj=1 where g_sn='A'");
+  EXPECT_TRUE(recomputeLedger("2021-01-01", {}));
+  EXPECT_EQ(figures(bought), "2 5 10");
+  EXPECT_EQ(figures(sold), "1.6 5 8");
+  EXPECT_EQ(balanceOf("A"), "0 0 1");                                         // fixed
+  EXPECT_EQ(lookupNumber("select g_pjjj from jxc_goods where g_sn='A'"), 4);  // no book stock, no average
+  setParameter("cs_cs009", 0);
+  EXPECT_TRUE(recomputeLedger("2021-01-01", {}));
+  EXPECT_EQ(balanceOf("A"), "0 0 5");
+}
+
+TEST_F(RepairTest, CostAtARowComesFromMovementsBeforeOpeningRows) {
+  addGoods("A", 3);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100001',0,0,2.5)");
+  setParameter("cs_cs009", 1);  // plays no part
+  const auto add = [this](const char* flag, const char* date, double average) {
+    const auto id = ledgerRow(QString::fromLatin1(flag), QString::fromLatin1(date), 1, 1, 1);
+    execSql("update jxc_goodslist set gl_pjjj=? where id=?", average, id);
+    return id;
+  };
+  const auto earlier = add("cj", "2021-05-01", 5), earlierOpening = add("qc", "2021-05-02", 6);
+  const auto same = add("cj", "2021-05-03", 8);
+  const auto sameOpening = add("qc", "2021-05-03", 7);
+  const auto row = add("xs", "2021-05-03", 7.5);
+  const auto later = add("cj", "2021-05-04", 9);
+  const auto cost = [&] { return getLedgerRowCost("A", "100001", "2021-05-03", row); };
+  const auto without = [&](std::int64_t id) {
+    execSql("delete from jxc_goodslist where id=?", id);
+    return cost();
+  };
+  EXPECT_EQ(cost(), 8);
+  EXPECT_EQ(without(same), 5);
+  EXPECT_EQ(without(earlier), 6);
+  EXPECT_EQ(without(earlierOpening), 7.5);
+  EXPECT_EQ(without(row), 7);
+  EXPECT_EQ(without(sameOpening), 9);
+  execSql("update jxc_goodslist set gl_pjjj=0 where id=?", later);
+  EXPECT_EQ(cost(), 2.5);  // a cost of nothing is none: the balance knows
+  execSql("delete from jxc_kcsp where g_sn='A'");
+  EXPECT_EQ(cost(), 3);
+}
+
+TEST_F(RepairTest, CostOfLoansThatCameBackAndAveragesThatAreMissing) {
+  addGoods("A", 0);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100001',0,0,6)");
+  const auto back = ledgerRow("hh", "2021-05-01", 2, 8, 4);
+  const auto kept = ledgerRow("hh", "2021-05-01", 3, 12, 4);
+  const auto level = ledgerRow("jh", "2021-05-02", 3, 18, 6);
+  execSql("update jxc_goodslist set gl_djh='HH1' where id=?", back);
+  execSql("update jxc_goodslist set gl_djh='HH2' where id=?", kept);
+  execSql("update jxc_goodslist set gl_kc=2 where id=?", level);
+  // Lines of a return know the quantity of the loan too; what came back or was kept is their own.
+  insertRow("jxc_khjhsp", {{"gl_djh", u"HH1"}, {"g_sn", u"A"}, {"jh_flag", u"还货"}, {"jh_sl", 9.0}, {"jh_hhsl", 2.0}});
+  insertRow("jxc_khjhsp", {{"gl_djh", u"HH2"}, {"g_sn", u"A"}, {"jh_flag", u"销售"}, {"jh_sl", 9.0}, {"jh_xssl", 3.0}});
+  EXPECT_TRUE(syncOutgoingCost("2021-05-01", {}, true));
+  EXPECT_EQ(lookupNumber("select gl_je from jxc_goodslist where id=?", back), 12);
+  EXPECT_EQ(lookupNumber("select jh_zje from jxc_khjhsp where gl_djh='HH1'"), 12);
+  EXPECT_EQ(lookupNumber("select gl_je from jxc_goodslist where id=?", kept), 18);
+  EXPECT_EQ(lookupNumber("select jh_zje from jxc_khjhsp where gl_djh='HH2'"), 18);
+  // Its price is right; the average that it never had is filled in.
+  EXPECT_EQ(figures(level), "2 6 12");
+}
+
 TEST_F(RepairTest, CostOfWhatLeftStockFollowsALatePurchase) {
   addGoods("A", 4);
   receive("2021-05-01", {{"A", 10, 4}});
