@@ -262,6 +262,26 @@ TEST_F(AccountFile, ALongLogGoesIntoTheFileWhileItIsOpen) {
   })) << "a carried log begins anew";
 }
 
+TEST_F(AccountFile, AListOrABackupOfAReplacedFileHarmsNeither) {
+  const QString name = makeSet("jxc.mdb");
+  const QString yesterday = path("yesterday.mdb"), aside = path("aside.mdb");
+  const auto db = test::openBook(book, name);
+  db->backupTo(yesterday);
+  const QByteArray content = read(yesterday);
+  const double before = number(*db, "select count(*) from goods");
+  db->execute("insert into goods (name,qty) values ('today',1)");
+  // Somebody puts the backup in the place of the open file; its log lies there under its name still.
+  ASSERT_TRUE(QFile::rename(name, aside));
+  ASSERT_TRUE(QFile::copy(yesterday, name));
+  EXPECT_EQ(failureOf([&] { db->openReader(); }).kind(), Kind::File);
+  EXPECT_EQ(failureOf([&] { db->backupTo(path("new.DAT")); }).kind(), Kind::File);
+  EXPECT_EQ(read(name), content) << "the log of one file was carried into another";
+  ASSERT_TRUE(QFile::remove(name));
+  ASSERT_TRUE(QFile::rename(aside, name));
+  EXPECT_EQ(number(*db, "select count(*) from goods"), before + 1);
+  EXPECT_EQ(number(*test::openBook(book, name, {}), "select count(*) from goods"), before + 1);
+}
+
 TEST_F(AccountFile, ABackupIsWholeWhileOthersWrite) {
   const QString name = makeSet("jxc.mdb");
   const auto db = test::openBook(book, name);

@@ -3,6 +3,7 @@
 #include "engine/sqlite/sqlite_database.h"
 
 #include <exception>
+#include <utility>
 
 namespace jxc::sqlite {
 namespace checkpointer_detail {
@@ -19,7 +20,7 @@ void carry(sqlite3* connection, const char* schema) {
 
 }  // namespace checkpointer_detail
 
-Checkpointer::Checkpointer(sqlite3* connection, const FileRole& role) : watched_(connection), role_(role) {
+Checkpointer::Checkpointer(sqlite3* connection, QString file) : watched_(connection), file_(std::move(file)) {
   sqlite3_wal_hook(watched_, afterCommit, this);
 }
 
@@ -55,9 +56,15 @@ void Checkpointer::wake() {
   changed_.notify_one();
 }
 
-/// The connection is opened here and not in the thread: the file was seen in its place when this commit began.
+/// The connection is opened here and not in the thread, after a look whether the name still means the watched file: it
+/// may have been replaced since this commit began. Without a thread the one that commits carries a longer log itself.
 void Checkpointer::start() {
-  if (!own_) own_ = openConnection({role_.file, false}, {.essential = false});
+  if (!own_) {
+    if (fileHasMoved(watched_)) return;
+    own_ = openConnection({file_, false}, {.essential = false});
+    // The watched connection closes later: what is left in the log then is for it alone.
+    sqlite3_db_config(own_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+  }
   thread_ = std::thread([this] { run(); });
 }
 

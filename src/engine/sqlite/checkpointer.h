@@ -1,8 +1,9 @@
 // 日志归档: carries the write-ahead log into the account file beside the work instead of inside somebody's commit.
 #pragma once
 
-#include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
+
+#include <QString>
 
 #include <condition_variable>
 #include <mutex>
@@ -16,8 +17,8 @@ namespace jxc::sqlite {
 /// carry is carried by a later one or by the last connection that closes the file.
 class Checkpointer {
  public:
-  /// `connection` has the file of `role` open and outlives this.
-  Checkpointer(sqlite3* connection, const FileRole& role);
+  /// `connection` has `file` open and outlives this. No other thread uses it meanwhile.
+  Checkpointer(sqlite3* connection, QString file);
   /// Waits for a checkpoint that is under way.
   ~Checkpointer();
   Checkpointer(const Checkpointer&) = delete;
@@ -30,7 +31,7 @@ class Checkpointer {
   void run();
 
   sqlite3* const watched_;
-  const FileRole role_;
+  const QString file_;
   ConnectionHandle own_;
   std::mutex mutex_;
   std::condition_variable changed_;

@@ -103,6 +103,13 @@ bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::funct
   }
 }
 
+/// Before the account file is opened once more by its name: another file may stand there now.
+void requireSameFile(sqlite3* connection, const FileRole& role) {
+  if (fileHasMoved(connection))
+    throw cannotReach({role.file, false},
+                      QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
+}
+
 void requireNoTransaction(const Database& database) {
   if (database.inTransaction()) throw DbError(Kind::Other, QStringLiteral("操作还没有完成，现在不能备份。"));
 }
@@ -116,6 +123,7 @@ constexpr std::size_t headerBytes = 100;
 
 std::unique_ptr<Database> SqliteDatabase::openReader() const {
   if (role_.file.isEmpty()) return nullptr;
+  copying_detail::requireSameFile(connection_.get(), role_);
   // The program goes on when one list cannot be shown, so this is not an essential file.
   const FileRole role{role_.file, false, true};
   ConnectionHandle connection = openConnection(role, {.essential = false});
@@ -128,6 +136,7 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
   requireNoTransaction(*this);
   if (!role_.file.isEmpty() && QFileInfo(file) == QFileInfo(role_.file))
     throw copyFailed(file, QStringLiteral("不能覆盖正在使用的数据库。"));
+  if (!role_.file.isEmpty()) requireSameFile(connection_.get(), role_);
   TemporaryFile temporary(file);
   {
     const ConnectionHandle copy = openCopy(file, temporary.name());

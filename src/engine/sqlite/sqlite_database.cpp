@@ -105,7 +105,7 @@ SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Trans
       translator_(std::move(translator)),
       catalogue_(connection_.get(), role_) {
   schemaVersion_ = schemaVersion();
-  if (!role_.file.isEmpty() && !role_.reader) checkpointer_.emplace(connection_.get(), role_);
+  if (!role_.file.isEmpty() && !role_.reader) checkpointer_.emplace(connection_.get(), role_.file);
 }
 
 SqliteDatabase::~SqliteDatabase() = default;
@@ -227,10 +227,7 @@ void SqliteDatabase::requireLive(std::string_view text) const {
 
 /// A file that was moved away, deleted or replaced while it is open would take with it whatever is written now.
 void SqliteDatabase::requireFileInPlace(std::string_view text) const {
-  if (role_.file.isEmpty()) return;
-  int moved = 0;
-  if (sqlite3_file_control(connection_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0)
-    return;
+  if (role_.file.isEmpty() || !fileHasMoved(connection_.get())) return;
   throw DbError(DbError::Kind::File,
                 QStringLiteral("帐套文件已被移走、删除或替换，数据没有保存。请先把原来的文件放回原处，再继续操作。"),
                 std::string(text));
@@ -448,6 +445,11 @@ void SqliteDatabase::rollback() {
     lost_ = depth_ > 0;
   }
   if (depth_ == 0) lost_ = defined_ = false;
+}
+
+bool fileHasMoved(sqlite3* connection) {
+  int moved = 0;
+  return sqlite3_file_control(connection, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0;
 }
 
 SqliteDatabase& asSqlite(Database& database) {

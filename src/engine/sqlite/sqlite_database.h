@@ -127,6 +127,10 @@ void prepareConnection(sqlite3* connection, const FileRole& role, int busyMillis
 /// Throws the failure to open when the content is not an account database, or its schema cannot be read.
 void requireAccountSet(sqlite3* connection, const FileRole& role);
 
+/// The file of this connection was moved away, deleted or replaced since it was opened; never of a database in memory.
+/// What is opened by the name then is another file, into which SQLite would carry the log of this one.
+bool fileHasMoved(sqlite3* connection);
+
 /// The mark of an account database in the header of its file: "JXC1".
 inline constexpr int applicationId = 0x4a584331;
 
