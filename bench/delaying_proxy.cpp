@@ -1,23 +1,13 @@
 #include "delaying_proxy.h"
 
+#include "server/loopback.h"
+
 #include <algorithm>
-#include <arpa/inet.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <stdexcept>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace jxc::bench {
 namespace delaying_proxy_detail {
-
-sockaddr_in loopback(int port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
-}
 
 int atOnce(int socket) {
   const int on = 1;
@@ -25,33 +15,13 @@ int atOnce(int socket) {
   return socket;
 }
 
-int connected(int port) {
-  const int socket = atOnce(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const sockaddr_in address = loopback(port);
-  if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    throw std::runtime_error("the proxy cannot reach the server");
-  return socket;
-}
-
-void sendAll(int socket, const std::string& bytes) {
-  for (std::size_t at = 0; at < bytes.size();) {
-    const ssize_t sent = ::send(socket, bytes.data() + at, bytes.size() - at, MSG_NOSIGNAL);
-    if (sent <= 0) return;  // that side has left; the other one notices by itself
-    at += static_cast<std::size_t>(sent);
-  }
-}
-
 }  // namespace delaying_proxy_detail
 
 DelayingProxy::DelayingProxy(int serverPort, std::chrono::microseconds eachWay)
     : serverPort_(serverPort), eachWay_(eachWay) {
-  listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = delaying_proxy_detail::loopback(0);
-  socklen_t size = sizeof address;
-  if (::bind(listener_, reinterpret_cast<const sockaddr*>(&address), size) != 0 || ::listen(listener_, 8) != 0 ||
-      ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0)
-    throw std::runtime_error("the proxy cannot listen");
-  port_ = ntohs(address.sin_port);
+  const loopback::Listener listener = loopback::listenAnywhere();
+  listener_ = listener.socket;
+  port_ = listener.port;
   thread_ = std::thread([this] { serve(); });
 }
 
@@ -101,7 +71,8 @@ void DelayingProxy::serve() {
       if (open && sockets[2 + 2 * i].revents != 0 && (open = read(pair.back))) pair.answered = true;
       for (Direction* direction : {&pair.there, &pair.back})
         while (!direction->pieces.empty() && (direction->pieces.front().due <= Clock::now() || !open)) {
-          sendAll(direction->to, direction->pieces.front().bytes);
+          // When that side has left, the other one notices by itself.
+          loopback::sendAll(direction->to, direction->pieces.front().bytes);
           direction->pieces.pop_front();
         }
       if (!open) left.push_back(i);
@@ -113,7 +84,9 @@ void DelayingProxy::serve() {
     }
     if (sockets[0].revents != 0) {
       const int client = atOnce(::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));
-      const int server = connected(serverPort_);
+      const int server = loopback::connected(serverPort_);
+      if (server < 0) throw std::runtime_error("the proxy cannot reach the server");
+      atOnce(server);
       pairs_.push_back({.there = {client, server, {}}, .back = {server, client, {}}});
     }
   }

@@ -339,14 +339,14 @@ TEST_F(ProveTest, GoodsTwiceOnACancelledDocumentIsKnownAndRecomputed) {
 
 TEST_F(ProveTest, AStocktakeThatWasOvertakenIsKnown) {
   receive("2021-05-01", {{"A", 10, 5}});
-  const QString count = waitingInside(stocktake, "2021-05-03", {{"ck_sn", u"100001"}},
-                                      {{{"g_sn", u"A"},
-                                        {"pd_sl", 9.0},
-                                        {"kc_sl", 10.0},
-                                        {"kc_zsl", 10.0},
-                                        {"pd_dj", 5.0},
-                                        {"pd_zje", -5.0},
-                                        {"id2", 0}}});
+  const QString count = test::waitingDocument(stocktake, "2021-05-03", {{"ck_sn", u"100001"}},
+                                              {{{"g_sn", u"A"},
+                                                {"pd_sl", 9.0},
+                                                {"kc_sl", 10.0},
+                                                {"kc_zsl", 10.0},
+                                                {"pd_dj", 5.0},
+                                                {"pd_zje", -5.0},
+                                                {"id2", 0}}});
   receive("2021-05-02", {{"A", 2, 5}});  // entered after the count, dated before it
   ASSERT_EQ(auditAgreeing(count), AuditOutcome::Audited);
   EXPECT_EQ(balanceOf("A"), "9 9 5");

@@ -33,7 +33,7 @@ class ShopWalk : public ShopTest {
 
   QString auditedInside(const DocumentFamily& family, const QString& date, Fields head,
                         std::initializer_list<Fields> lines) {
-    const QString number = waitingInside(family, date, head, lines);
+    const QString number = waitingDocument(family, date, head, lines);
     EXPECT_EQ(auditAgreeing(number), AuditOutcome::Audited);
     return number;
   }

@@ -1,28 +1,18 @@
 #include "server/cutting_proxy.h"
 
-#include <arpa/inet.h>
+#include "server/loopback.h"
+
 #include <array>
 #include <cstdlib>
 #include <libpq-fe.h>
 #include <poll.h>
-#include <stdexcept>
 #include <string_view>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace jxc::test {
 namespace cutting_proxy_detail {
 
 // Signs of the protocol: the text of the command with its zero, and what the server says when it has done it.
 constexpr std::string_view command{"commit\0", 7}, answer{"COMMIT\0", 7};
-
-sockaddr_in local(int port) {
-  sockaddr_in place{};
-  place.sin_family = AF_INET;
-  place.sin_port = htons(static_cast<std::uint16_t>(port));
-  place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return place;
-}
 
 int portOf(const std::string& address) {
   int port = 0;
@@ -33,27 +23,13 @@ int portOf(const std::string& address) {
   return port;
 }
 
-bool sendAll(int to, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t sent = ::send(to, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (sent <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(sent));
-  }
-  return true;
-}
-
 }  // namespace cutting_proxy_detail
 
 CuttingProxy::CuttingProxy(const std::string& serverAddress)
     : serverPort_(cutting_proxy_detail::portOf(serverAddress)) {
-  const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in place = cutting_proxy_detail::local(0);
-  socklen_t size = sizeof place;
-  if (::bind(listener, reinterpret_cast<sockaddr*>(&place), size) != 0 || ::listen(listener, 4) != 0 ||
-      ::getsockname(listener, reinterpret_cast<sockaddr*>(&place), &size) != 0)
-    throw std::runtime_error("no port for the proxy");
-  address_ = serverAddress + " host=127.0.0.1 port=" + std::to_string(ntohs(place.sin_port));
-  thread_ = std::thread([this, listener] { serve(listener); });
+  const loopback::Listener listener = loopback::listenAnywhere();
+  address_ = serverAddress + " host=127.0.0.1 port=" + std::to_string(listener.port);
+  thread_ = std::thread([this, socket = listener.socket] { serve(socket); });
 }
 
 CuttingProxy::~CuttingProxy() {
@@ -66,11 +42,12 @@ void CuttingProxy::serve(int listener) {
     pollfd waiting{listener, POLLIN, 0};
     if (::poll(&waiting, 1, 50) <= 0) continue;
     const int station = ::accept(listener, nullptr, nullptr);
-    const int server = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in place = cutting_proxy_detail::local(serverPort_);
-    if (!away_ && ::connect(server, reinterpret_cast<sockaddr*>(&place), sizeof place) == 0) carry(station, server);
+    const int server = away_ ? -1 : loopback::connected(serverPort_);
+    if (server >= 0) {
+      carry(station, server);
+      ::close(server);
+    }
     ::close(station);
-    ::close(server);
   }
   ::close(listener);
 }
@@ -95,7 +72,7 @@ void CuttingProxy::carry(int station, int server) {
         if (bytes.find(answer) != bytes.npos) return;
         continue;
       }
-      if (!sendAll(side.fd == station ? server : station, bytes)) return;
+      if (!loopback::sendAll(side.fd == station ? server : station, bytes)) return;
     }
   }
 }

@@ -15,21 +15,6 @@ class InternalDocumentsTest : public test::ShopTest {
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
     receive("2021-05-01", {{"A", 10, 5}});
   }
-  using Fields = std::initializer_list<Field>;
-  QString waiting(const DocumentFamily& family, const QString& date, Fields head, std::initializer_list<Fields> lines) {
-    const QString number = newDocumentNumber(family, date);
-    const auto id = insertRow(family.head, {{"gl_djh", number},
-                                            {family.date, date},
-                                            {family.status, 0},
-                                            {"u_sn", u"100001"},
-                                            {"a_name", session().a_name}});
-    updateRow(family.head, id, head);
-    for (const Fields& line : lines) {
-      const auto lineId = insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}});
-      updateRow(family.lines, lineId, line);
-    }
-    return number;
-  }
   /// "flag quantity stock average value" of the rows of a document.
   QStringList rows(const QString& number) {
     QStringList list;
@@ -57,8 +42,9 @@ class InternalDocumentsTest : public test::ShopTest {
 
 TEST_F(InternalDocumentsTest, TransferMovesTheAverageOfTheReceivingWarehouseOnly) {
   const auto make = [this](double quantity, double price) {
-    return waiting(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}},
-                   {{{"g_sn", u"A"}, {"db_sl", quantity}, {"db_dj", price}, {"db_zje", 999.0}}});
+    return test::waitingDocument(transfer, "2021-05-03",
+                                 {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}},
+                                 {{{"g_sn", u"A"}, {"db_sl", quantity}, {"db_dj", price}, {"db_zje", 999.0}}});
   };
   const QString first = make(4, 5);
   EXPECT_EQ(audit(first), AuditOutcome::Audited);
@@ -92,12 +78,12 @@ TEST_F(InternalDocumentsTest, TransferMovesTheAverageOfTheReceivingWarehouseOnly
 }
 
 TEST_F(InternalDocumentsTest, LossAndOverflowBookTheirValueWithoutCash) {
-  const QString lost =
-      waiting(loss, "2021-05-03", {{"ck_sn", u"100001"}, {"bs_note", u"破损"}},
-              {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}, {"bs_note", u"镜片裂"}}});
+  const QString lost = test::waitingDocument(
+      loss, "2021-05-03", {{"ck_sn", u"100001"}, {"bs_note", u"破损"}},
+      {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}, {"bs_note", u"镜片裂"}}});
   const QString surplus =
-      waiting(overflow, "2021-05-03", {{"ck_sn", u"100001"}, {"by_note", u""}},
-              {{{"g_sn", u"B"}, {"by_sl", 2.0}, {"by_dj", 1.0}, {"by_zje", 2.0}, {"by_note", u""}}});
+      test::waitingDocument(overflow, "2021-05-03", {{"ck_sn", u"100001"}, {"by_note", u""}},
+                            {{{"g_sn", u"B"}, {"by_sl", 2.0}, {"by_dj", 1.0}, {"by_zje", 2.0}, {"by_note", u""}}});
   EXPECT_EQ(audit(lost), AuditOutcome::Audited);
   EXPECT_EQ(audit(surplus), AuditOutcome::Audited);
   EXPECT_EQ(rows(lost), QStringList({"bs -3 → 7 5 35"}));
@@ -119,7 +105,7 @@ TEST_F(InternalDocumentsTest, LossAndOverflowBookTheirValueWithoutCash) {
 }
 
 TEST_F(InternalDocumentsTest, SplitAndBundle) {
-  const QString taken = waiting(
+  const QString taken = test::waitingDocument(
       split, "2021-05-03", {{"ck_sn", u"100001"}, {"g_sn", u"A"}, {"cf_sl", 2.0}, {"cf_cbj", 5.0}, {"cf_note", u""}},
       {{{"g_sn", u"B"}, {"cf_sl", 4.0}, {"cf_dj", 3.0}, {"cf_zje", 12.0}, {"ck_sn", u"100002"}}});
   EXPECT_EQ(audit(taken), AuditOutcome::Audited);
@@ -129,7 +115,7 @@ TEST_F(InternalDocumentsTest, SplitAndBundle) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
   // Four A at 5 make one B of 20: nothing is won or lost.
-  const QString made = waiting(
+  const QString made = test::waitingDocument(
       bundle, "2021-05-03", {{"ck_sn", u"100002"}, {"g_sn", u"B"}, {"kb_sl", 1.0}, {"kb_cbj", 20.0}, {"kb_note", u""}},
       {{{"g_sn", u"A"}, {"kb_sl", 4.0}, {"kb_dj", 5.0}, {"kb_zje", 20.0}, {"ck_sn", u"100001"}}});
   EXPECT_EQ(audit(made), AuditOutcome::Audited);
@@ -149,10 +135,10 @@ TEST_F(InternalDocumentsTest, SplitAndBundle) {
 
 TEST_F(InternalDocumentsTest, StocktakeSetsTheCountAndDiesOfLaterMovement) {
   receive("2021-05-01", {{"B", 4, 1}});
-  const QString count =
-      waiting(stocktake, "2021-05-02", {{"ck_sn", u"100001"}, {"pd_note", u""}},
-              {{{"g_sn", u"A"}, {"pd_sl", 7.0}, {"kc_sl", 10.0}, {"kc_zsl", 10.0}, {"pd_dj", 5.0}, {"pd_zje", -15.0}},
-               {{"g_sn", u"B"}, {"pd_sl", 4.0}, {"kc_sl", 4.0}, {"kc_zsl", 4.0}, {"pd_dj", 1.0}, {"pd_zje", 0.0}}});
+  const QString count = test::waitingDocument(
+      stocktake, "2021-05-02", {{"ck_sn", u"100001"}, {"pd_note", u""}},
+      {{{"g_sn", u"A"}, {"pd_sl", 7.0}, {"kc_sl", 10.0}, {"kc_zsl", 10.0}, {"pd_dj", 5.0}, {"pd_zje", -15.0}},
+       {{"g_sn", u"B"}, {"pd_sl", 4.0}, {"kc_sl", 4.0}, {"kc_zsl", 4.0}, {"pd_dj", 1.0}, {"pd_zje", 0.0}}});
   EXPECT_EQ(stock_count::tooLateToSave("PD?", "100001", "2021-05-01"),
             "在【2021-05-02】日期之后已有盘点单，不能再次盘点！");
   EXPECT_EQ(audit(count), AuditOutcome::Audited);

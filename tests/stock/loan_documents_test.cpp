@@ -15,9 +15,8 @@ class LoanTest : public test::ShopTest {
     addGoods("B", 2);
     receive("2021-05-01", {{"A", 10, 5}});
   }
-  using Fields = std::initializer_list<Field>;
   QString document(const DocumentFamily& family, const QString& date, const QString& flag, int status,
-                   std::initializer_list<Fields> lines) {
+                   std::initializer_list<test::Fields> lines) {
     const QString number = nextDocNoOn("jxc_khjhsp", "gl_djh", words(family.prefix), date);
     insertRow("jxc_khjh", {{"gl_djh", number},
                            {"jh_rq", date},
@@ -29,7 +28,7 @@ class LoanTest : public test::ShopTest {
                            {"u_sn", u"100001"},
                            {"jh_note", u""},
                            {"a_name", session().a_name}});
-    for (const Fields& line : lines)
+    for (const test::Fields& line : lines)
       updateRow("jxc_khjhsp", insertRow("jxc_khjhsp", {{"gl_djh", number}, {"a_name", session().a_name}}), line);
     return number;
   }

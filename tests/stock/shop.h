@@ -6,6 +6,7 @@
 #include "harness/account_set_fixture.h"
 #include "harness/invariants.h"
 #include "harness/qt_printers.h"
+#include "harness/waiting_document.h"
 #include "purchasing/receipt.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
@@ -167,25 +168,6 @@ class ShopTest : public AccountSetFixture {
   QString sell(const QString& date, const std::vector<Line>& lines, double paid = 0) {
     const QString number = waitingSale(date, lines, paid);
     EXPECT_EQ(audit(number), AuditOutcome::Audited);
-    return number;
-  }
-
-  using Fields = std::initializer_list<Field>;
-  /// Head and lines of a waiting document within the house.
-  QString waitingInside(const DocumentFamily& family, const QString& date, Fields head,
-                        std::initializer_list<Fields> lines) {
-    const QString number = newDocumentNumber(family, date);
-    updateRow(family.head,
-              insertRow(family.head, {{"gl_djh", number},
-                                      {family.date, date},
-                                      {family.status, 0},
-                                      {family.checker, u""},
-                                      {family.checkDate, u""},
-                                      {"u_sn", u"100001"},
-                                      {"a_name", session().a_name}}),
-              head);
-    for (const Fields& line : lines)
-      updateRow(family.lines, insertRow(family.lines, {{"gl_djh", number}, {"a_name", session().a_name}}), line);
     return number;
   }
 

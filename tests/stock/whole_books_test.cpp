@@ -14,6 +14,7 @@ using namespace families;
 using test::Books;
 using test::differences;
 using test::readBooks;
+using test::waitingDocument;
 
 /// A switch of the shop under which audit and cancel go another way.
 struct Switch {
@@ -33,7 +34,7 @@ class WholeBooks : public test::ShopTest, public testing::WithParamInterface<Swi
     if (!movesLater) setParameter(GetParam().parameter, GetParam().value);
     // A shop at work: both goods in both warehouses, money and month rows are there.
     receive("2021-05-01", {{"A", 20, 5}, {"B", 30, 2}});
-    const QString moved = waitingInside(
+    const QString moved = waitingDocument(
         transfer, "2021-05-01", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
         {{{"g_sn", u"A"}, {"db_sl", 5.0}, {"db_dj", 5.0}}, {{"g_sn", u"B"}, {"db_sl", 5.0}, {"db_dj", 2.0}}});
     EXPECT_EQ(audit(moved), AuditOutcome::Audited);
@@ -90,52 +91,52 @@ TEST_P(WholeBooks, TradingDocuments) {
 }
 
 TEST_P(WholeBooks, DocumentsWithinTheHouseAndLoans) {
-  EXPECT_EQ(roundTrip(waitingInside(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
-                                    {{{"g_sn", u"A"}, {"db_sl", 3.0}, {"db_dj", 6.0}}}),
+  EXPECT_EQ(roundTrip(waitingDocument(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
+                                      {{{"g_sn", u"A"}, {"db_sl", 3.0}, {"db_dj", 6.0}}}),
                       cancelTransfer),
             "");
-  EXPECT_EQ(roundTrip(waitingInside(loss, "2021-05-03", {{"ck_sn", u"100001"}},
-                                    {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}}}),
+  EXPECT_EQ(roundTrip(waitingDocument(loss, "2021-05-03", {{"ck_sn", u"100001"}},
+                                      {{{"g_sn", u"A"}, {"bs_sl", 3.0}, {"bs_dj", 5.0}, {"bs_zje", 15.0}}}),
                       cancelLoss),
             "");
-  EXPECT_EQ(roundTrip(waitingInside(overflow, "2021-05-03", {{"ck_sn", u"100002"}},
-                                    {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 2.0}, {"by_zje", 6.0}}}),
+  EXPECT_EQ(roundTrip(waitingDocument(overflow, "2021-05-03", {{"ck_sn", u"100002"}},
+                                      {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 2.0}, {"by_zje", 6.0}}}),
                       cancelOverflow),
             "");
-  EXPECT_EQ(roundTrip(waitingInside(
+  EXPECT_EQ(roundTrip(waitingDocument(
                           split, "2021-05-03", {{"ck_sn", u"100001"}, {"g_sn", u"A"}, {"cf_sl", 2.0}, {"cf_cbj", 5.0}},
                           {{{"g_sn", u"B"}, {"cf_sl", 4.0}, {"cf_dj", 3.0}, {"cf_zje", 12.0}, {"ck_sn", u"100002"}}}),
                       cancelSplit),
             "");
-  EXPECT_EQ(roundTrip(waitingInside(
+  EXPECT_EQ(roundTrip(waitingDocument(
                           bundle, "2021-05-03", {{"ck_sn", u"100002"}, {"g_sn", u"B"}, {"kb_sl", 1.0}, {"kb_cbj", 9.0}},
                           {{{"g_sn", u"A"}, {"kb_sl", 2.0}, {"kb_dj", 5.0}, {"kb_zje", 10.0}, {"ck_sn", u"100001"}}}),
                       cancelBundle),
             "");
-  EXPECT_EQ(roundTrip(waitingInside(stocktake, "2021-05-06", {{"ck_sn", u"100001"}},
-                                    {{{"g_sn", u"A"},
-                                      {"pd_sl", 15.0},
-                                      {"kc_sl", 16.0},
-                                      {"kc_zsl", 16.0},
-                                      {"pd_dj", 5.38},
-                                      {"pd_zje", -5.38},
-                                      {"id2", 0}}}),
+  EXPECT_EQ(roundTrip(waitingDocument(stocktake, "2021-05-06", {{"ck_sn", u"100001"}},
+                                      {{{"g_sn", u"A"},
+                                        {"pd_sl", 15.0},
+                                        {"kc_sl", 16.0},
+                                        {"kc_zsl", 16.0},
+                                        {"pd_dj", 5.38},
+                                        {"pd_zje", -5.38},
+                                        {"id2", 0}}}),
                       cancelStocktake),
             "jxc_kcpdsp.id2");
   EXPECT_EQ(
-      roundTrip(waitingInside(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
-                              {{{"g_sn", u"A"}, {"jh_sl", 2.0}, {"jh_dj", 5.0}, {"jh_zje", 10.0}, {"id2", 0}}}),
+      roundTrip(waitingDocument(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
+                                {{{"g_sn", u"A"}, {"jh_sl", 2.0}, {"jh_dj", 5.0}, {"jh_zje", 10.0}, {"id2", 0}}}),
                 cancelLoan),
       "jxc_khjhsp.id2");
 
   // A return of lent goods is audited from the first moment on, and its cancel leaves nothing of it.
   const QString lent =
-      waitingInside(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
-                    {{{"g_sn", u"A"}, {"jh_sl", 3.0}, {"jh_dj", 5.0}, {"jh_zje", 15.0}, {"id2", 0}}});
+      waitingDocument(loan, "2021-05-03", {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"jh"}},
+                      {{{"g_sn", u"A"}, {"jh_sl", 3.0}, {"jh_dj", 5.0}, {"jh_zje", 15.0}, {"id2", 0}}});
   EXPECT_EQ(audit(lent), AuditOutcome::Audited);
   const Books before = readBooks();
   for (const bool kept : {false, true}) {
-    const QString back = waitingInside(
+    const QString back = waitingDocument(
         loanReturn, "2021-05-05",
         {{"ck_sn", u"100001"}, {"kh_sn", customer()}, {"jh_flag", u"hh"}, {"jh_status", 1}, {"jh_checker", u"admin"}},
         {{{"g_sn", u"A"},

@@ -15,6 +15,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "engine/server.h"
+#include "harness/waiting_document.h"
 #include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"
 #include "sales/sale.h"
@@ -57,24 +58,7 @@ QString goodsCode(int index) {
   return QString::number(1000001 + index);
 }
 
-using Fields = std::initializer_list<Field>;
-
-QString waiting(const DocumentFamily& family, Fields head, std::initializer_list<Fields> lines) {
-  const QString today = clock::today();
-  const QString number = newDocumentNumber(family, today);
-  updateRow(family.head,
-            insertRow(family.head, {{family.number, number},
-                                    {family.date, today},
-                                    {family.status, 0},
-                                    {family.checker, u""},
-                                    {family.checkDate, u""},
-                                    {"u_sn", u"100001"},
-                                    {"a_name", session().a_name}}),
-            head);
-  for (const Fields& line : lines)
-    updateRow(family.lines, insertRow(family.lines, {{family.number, number}, {"a_name", session().a_name}}), line);
-  return number;
-}
+using test::waitingDocument;
 
 void prepare(int count, Prompt& prompt);
 
@@ -84,24 +68,24 @@ void prepareAll(int count, Prompt& prompt) {
   prepare(count, prompt);
   execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
   execSql("update jxc_xtcs set cs_kc=1,cs_kp=1");
-  const QString place = u"100001"_qs, other = u"100002"_qs;
+  const QString today = clock::today(), place = u"100001"_qs, other = u"100002"_qs;
   const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
   const QString supplier = lookupValue("select top 1 ghs_sn from jxc_ghsxx order by id");
   for (int i = 0; i < count; ++i) {
     const QString a = goodsCode(i % goodsCount), b = goodsCode((i + 5) % goodsCount);
     const double q = 1 + i % 4, price = 9 + i % 7;
-    const QString number = waiting(families::sale,
-                                   {{"kh_sn", customer},
-                                    {"ck_sn", place},
-                                    {"ls_yfje", 2 * q * price},
-                                    {"ls_sfje", 5.0},
-                                    {"ls_jsfs", 1},
-                                    {"ls_kmmc", u"现金"},
-                                    {"ls_note", u""},
-                                    {"ls_yf", 1.5},
-                                    {"ls_yffs", u"我方付运费"},
-                                    {"ls_dhbz", 0}},
-                                   {});
+    const QString number = waitingDocument(families::sale, today,
+                                           {{"kh_sn", customer},
+                                            {"ck_sn", place},
+                                            {"ls_yfje", 2 * q * price},
+                                            {"ls_sfje", 5.0},
+                                            {"ls_jsfs", 1},
+                                            {"ls_kmmc", u"现金"},
+                                            {"ls_note", u""},
+                                            {"ls_yf", 1.5},
+                                            {"ls_yffs", u"我方付运费"},
+                                            {"ls_dhbz", 0}},
+                                           {});
     for (const QString& goods : {a, b})
       insertRow("jxc_lsxssp", {{"gl_djh", number},
                                {"a_name", session().a_name},
@@ -118,32 +102,34 @@ void prepareAll(int count, Prompt& prompt) {
                                {"ls_tax", 0.0},
                                {"t_zp", u""}});
     for (const DocumentFamily* back : {&purchaseReturn, &saleReturn})
-      waiting(*back,
-              {{back->partner, back == &saleReturn ? customer : supplier},
-               {"ck_sn", place},
-               {"th_yfje", -q * price},
-               {"th_sfje", -2.0},
-               {"th_jsfs", 1},
-               {"th_kmmc", u"现金"},
-               {"th_note", u""}},
-              {{{"g_sn", a},
-                {"th_dj", price},
-                {"th_sl", q},
-                {"th_je", q * price},
-                {"th_zje", q * price},
-                {"th_dzl", 1.0},
-                {"th_tax", 0.0},
-                {"id2", 0}}});
-    waiting(transfer, {{"ck_out", place}, {"ck_in", other}},
-            {{{"g_sn", a}, {"db_sl", q}, {"db_dj", price}, {"db_zje", q * price}}});
-    waiting(loss, {{"ck_sn", place}}, {{{"g_sn", a}, {"bs_sl", q}, {"bs_dj", price}, {"bs_zje", q * price}}});
-    waiting(overflow, {{"ck_sn", other}}, {{{"g_sn", b}, {"by_sl", q}, {"by_dj", price}, {"by_zje", q * price}}});
-    waiting(split, {{"ck_sn", place}, {"g_sn", a}, {"cf_sl", q}, {"cf_cbj", price}},
-            {{{"g_sn", b}, {"cf_sl", 2 * q}, {"cf_dj", 4.0}, {"cf_zje", 8 * q}, {"ck_sn", other}}});
-    waiting(bundle, {{"ck_sn", other}, {"g_sn", a}, {"kb_sl", q}, {"kb_cbj", price}},
-            {{{"g_sn", b}, {"kb_sl", 2 * q}, {"kb_dj", 4.0}, {"kb_zje", 8 * q}, {"ck_sn", place}}});
-    waiting(loan, {{"ck_sn", place}, {"kh_sn", customer}, {"jh_flag", u"jh"}},
-            {{{"g_sn", b}, {"jh_sl", q}, {"jh_dj", price}, {"jh_zje", q * price}, {"id2", 0}}});
+      waitingDocument(*back, today,
+                      {{back->partner, back == &saleReturn ? customer : supplier},
+                       {"ck_sn", place},
+                       {"th_yfje", -q * price},
+                       {"th_sfje", -2.0},
+                       {"th_jsfs", 1},
+                       {"th_kmmc", u"现金"},
+                       {"th_note", u""}},
+                      {{{"g_sn", a},
+                        {"th_dj", price},
+                        {"th_sl", q},
+                        {"th_je", q * price},
+                        {"th_zje", q * price},
+                        {"th_dzl", 1.0},
+                        {"th_tax", 0.0},
+                        {"id2", 0}}});
+    waitingDocument(transfer, today, {{"ck_out", place}, {"ck_in", other}},
+                    {{{"g_sn", a}, {"db_sl", q}, {"db_dj", price}, {"db_zje", q * price}}});
+    waitingDocument(loss, today, {{"ck_sn", place}},
+                    {{{"g_sn", a}, {"bs_sl", q}, {"bs_dj", price}, {"bs_zje", q * price}}});
+    waitingDocument(overflow, today, {{"ck_sn", other}},
+                    {{{"g_sn", b}, {"by_sl", q}, {"by_dj", price}, {"by_zje", q * price}}});
+    waitingDocument(split, today, {{"ck_sn", place}, {"g_sn", a}, {"cf_sl", q}, {"cf_cbj", price}},
+                    {{{"g_sn", b}, {"cf_sl", 2 * q}, {"cf_dj", 4.0}, {"cf_zje", 8 * q}, {"ck_sn", other}}});
+    waitingDocument(bundle, today, {{"ck_sn", other}, {"g_sn", a}, {"kb_sl", q}, {"kb_cbj", price}},
+                    {{{"g_sn", b}, {"kb_sl", 2 * q}, {"kb_dj", 4.0}, {"kb_zje", 8 * q}, {"ck_sn", place}}});
+    waitingDocument(loan, today, {{"ck_sn", place}, {"kh_sn", customer}, {"jh_flag", u"jh"}},
+                    {{{"g_sn", b}, {"jh_sl", q}, {"jh_dj", price}, {"jh_zje", q * price}, {"id2", 0}}});
   }
 }
 
@@ -280,22 +266,25 @@ class Counter {
 
   /// A document within the house: its screens are not in this program yet, so its rows are written here.
   void makeWithin() {
-    const QString goods = goodsCode(upTo(postedGoods)), place = u"100001"_qs;
+    const QString today = clock::today(), goods = goodsCode(upTo(postedGoods)), place = u"100001"_qs;
     const double quantity = 1 + upTo(3), price = 10 + upTo(9);
     Transaction transaction(accountDb());
     QString number;
     switch (upTo(3)) {
       case 0:
-        number = waiting(families::transfer, {{"ck_out", place}, {"ck_in", u"100002"}},
-                         {{{"g_sn", goods}, {"db_sl", quantity}, {"db_dj", price}, {"db_zje", quantity * price}}});
+        number =
+            waitingDocument(families::transfer, today, {{"ck_out", place}, {"ck_in", u"100002"}},
+                            {{{"g_sn", goods}, {"db_sl", quantity}, {"db_dj", price}, {"db_zje", quantity * price}}});
         break;
       case 1:
-        number = waiting(families::loss, {{"ck_sn", place}},
-                         {{{"g_sn", goods}, {"bs_sl", quantity}, {"bs_dj", price}, {"bs_zje", quantity * price}}});
+        number =
+            waitingDocument(families::loss, today, {{"ck_sn", place}},
+                            {{{"g_sn", goods}, {"bs_sl", quantity}, {"bs_dj", price}, {"bs_zje", quantity * price}}});
         break;
       default:
-        number = waiting(families::overflow, {{"ck_sn", place}},
-                         {{{"g_sn", goods}, {"by_sl", quantity}, {"by_dj", price}, {"by_zje", quantity * price}}});
+        number =
+            waitingDocument(families::overflow, today, {{"ck_sn", place}},
+                            {{{"g_sn", goods}, {"by_sl", quantity}, {"by_dj", price}, {"by_zje", quantity * price}}});
     }
     transaction.commit();
     tell('S', number);
