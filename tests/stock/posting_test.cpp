@@ -268,7 +268,7 @@ TEST_F(PostingTest, SaleWithGiftAndBalancingLineAndReturnFromTheCustomer) {
   EXPECT_TRUE(cancelSaleReturn(back, prompt));
   EXPECT_TRUE(cancelSale(number, prompt));
   expectUnposted(saleReturn, back);
-  expectUnposted(sale, number);
+  expectUnposted(families::sale, number);
   EXPECT_EQ(balanceOf("A"), "20 20 6");
   EXPECT_EQ(lookupNumber("select kc_xssl from jxc_kcsp where g_sn='A'"), 0);
   EXPECT_EQ(master("A"), "20 6 6 1 0");
