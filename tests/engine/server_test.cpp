@@ -52,6 +52,10 @@ TEST_F(ServerTest, PostedStatementsTravelWithTheNextQuestion) {
     t.commit();
   }
   EXPECT_EQ(rows(), 2);
+  // Nobody has waited for it: what it says of its failure comes with the next answer.
+  Transaction t(*db);
+  EXPECT_NO_THROW(post("update till set n=1/(n-5)"));
+  EXPECT_EQ(failureOf([&] { number(*db, "select count(*) from till"); }).kind(), Kind::Arithmetic);
 }
 
 TEST_F(ServerTest, WhatIsSentAheadSeesWhatStoodThereWhenItWasSent) {

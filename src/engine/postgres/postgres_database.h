@@ -35,6 +35,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void post(const SqlText& sql, std::span<const Value> values) override;
   std::shared_ptr<const Outcome> sendAhead(const SqlText& sql, std::span<const Value> values) override;
   void collect() override;
+  Posting* posting() override { return this; }
   void check(const SqlText& sql) override;
   std::int64_t lastCounter() const override;
 
