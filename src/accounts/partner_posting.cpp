@@ -7,6 +7,7 @@
 #include "core/posting.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
+#include "stock/ledger_rows.h"
 
 namespace jxc::partner_books {
 namespace partner_posting_detail {
@@ -65,19 +66,34 @@ void insertRounding(const PartnerSide& side, const Row& document) {
 /// us it lowers the profit; given up by a supplier it lowers what was bought, and no profit.
 void insertStockLine(const PartnerSide& side, const QString& payment) {
   const bool lowersProfit = side.cashSign > 0;
+  const std::string partnerName = compose("f.{}", {side.name});
   const std::string statement =
-      compose(R"(insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_sl,gl_zje,gl_lr,
-      gl_dzl,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,gl_fdmc,gl_dqkc,gl_kc,gl_pjjj,
-      gl_kczje,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_bz,gl_note,gl_tax,gl_taxdj,gl_taxje,gl_je,gl_lsj,gl_cbj,gl_zcb,
-      id2,gl_djh2,gl_qxsl)
-    select ?,a.gl_djh,a.k_rq,'00000000','优惠商品','YHSP','',0,0,a.k_yfje,a.k_yfje*?,
-      1,c.u_name,a.a_name,?,?,a.k_ghskh,b.{},'','',0,'',0,0,0,
-      0,a.a_name,?,0,0,'',a.k_note,0,0,0,a.k_yfje,0,0,0,
-      a.id,a.gl_djh2,0
-    from jxc_ysyfk a,{} b,jxc_user c where a.u_sn=c.u_sn and a.k_ghskh=b.{} and a.gl_djh2=?)",
-              {side.name, side.table, side.sn});
-  postSql(statement, words(side.stockFlag), lowersProfit ? 1 : 0, defaultWarehouseSn(), defaultWarehouseName(),
-          clock::today(), payment);
+      ledgerInsert({{"gl_flag", "?"},
+                    {"gl_kdrq", "a.k_rq"},
+                    {"g_sn", "'00000000'"},
+                    {"g_name", "'优惠商品'"},
+                    {"g_jm", "'YHSP'"},
+                    {"dw_name", "''"},
+                    {"gl_dj", "0"},
+                    {"gl_sl", "0"},
+                    {"gl_zje", "a.k_yfje"},
+                    {"gl_lr", lowersProfit ? "a.k_yfje" : "0"},
+                    {"gl_checker", "a.a_name"},
+                    {"gl_pjjj", "0"},
+                    {"gl_note", "a.k_note"},
+                    {"a_name", "a.a_name"},
+                    {"ck_sn", "?"},
+                    {"ck_name", "?"},
+                    {"ghs_sn", "a.k_ghskh"},
+                    {"ghs_name", partnerName},
+                    {"gg_name", "''"},
+                    {"color_name", "''"},
+                    {"gl_sysl", "0"},
+                    {"id2", "a.id"},
+                    {"gl_djh2", "a.gl_djh2"}},
+                   compose("from jxc_ysyfk a,{} f,jxc_user d where a.u_sn=d.u_sn and a.k_ghskh=f.{} and a.gl_djh2=?",
+                           {side.table, side.sn}));
+  postSql(statement, words(side.stockFlag), clock::today(), defaultWarehouseSn(), defaultWarehouseName(), payment);
 }
 
 void insertCashLine(const PartnerSide& side, const Row& document) {

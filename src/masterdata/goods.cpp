@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "masterdata/goods_search.h"
 #include "stock/ledger.h"
+#include "stock/ledger_rows.h"
 
 #include <algorithm>
 
@@ -40,44 +41,30 @@ void writeOpeningStock(const GoodsDraft& draft) {
           month, draft.warehouse);
   execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,0,?,?,?)", quantity, price,
           draft.number, draft.warehouse, quantity);
-  insertRow("jxc_goodslist", {{"gl_flag", "qc"},
-                              {"gl_djh", ""},
-                              {"gl_kdrq", openingDate},
-                              {"g_sn", draft.number},
-                              {"g_name", draft.name},
-                              {"g_jm", makeJm(draft.name).left(32)},
-                              {"dw_name", draft.unit},
-                              {"gg_name", draft.model},
-                              {"color_name", draft.colour},
-                              {"gl_dj", price},
-                              {"gl_cbj", 0},
-                              {"gl_zcb", 0},
-                              {"gl_sl", quantity},
-                              {"gl_dzl", 1},
-                              {"gl_zje", amount},
-                              {"gl_je", amount},
-                              {"gl_tax", 0},
-                              {"gl_taxdj", price},
-                              {"gl_taxje", 0},
-                              {"gl_lsj", 0},
-                              {"gl_lr", 0},
-                              {"gl_qxsl", 0},
-                              {"gl_sqsl", 0},
-                              {"gl_sqje", 0},
-                              {"gl_pjjj", price},
-                              {"gl_kc", quantity},
-                              {"gl_kczje", amount},
-                              {"gl_sysl", quantity},
-                              {"gl_dqkc", 0},
-                              {"u_name", defaultEmployeeName()},
-                              {"a_name", session().a_name},
-                              {"ck_sn", draft.warehouse},
-                              {"ck_name", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse)},
-                              {"ghs_sn", ""},
-                              {"ghs_name", QStringLiteral("期初建账")},
-                              {"gl_checker", session().a_name},
-                              {"gl_chkrq", clock::today()},
-                              {"gl_note", draft.note}});
+  postLedgerRow({{"gl_flag", "qc"},
+                 {"gl_djh", ""},
+                 {"gl_kdrq", openingDate},
+                 {"g_sn", draft.number},
+                 {"g_name", draft.name},
+                 {"g_jm", makeJm(draft.name).left(32)},
+                 {"dw_name", draft.unit},
+                 {"gl_dj", price},
+                 {"gl_sl", quantity},
+                 {"gl_zje", amount},
+                 {"gl_checker", session().a_name},
+                 {"gl_chkrq", clock::today()},
+                 {"gl_pjjj", price},
+                 {"gl_kc", quantity},
+                 {"gl_kczje", amount},
+                 {"gl_note", draft.note},
+                 {"u_name", defaultEmployeeName()},
+                 {"a_name", session().a_name},
+                 {"ck_sn", draft.warehouse},
+                 {"ck_name", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse)},
+                 {"ghs_name", QStringLiteral("期初建账")},
+                 {"gg_name", draft.model},
+                 {"color_name", draft.colour},
+                 {"gl_sysl", quantity}});
 }
 
 /// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").

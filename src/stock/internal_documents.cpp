@@ -6,6 +6,7 @@
 #include "core/statements.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
+#include "stock/ledger_rows.h"
 #include "stock/posting.h"
 #include "stock/trading.h"
 
@@ -15,202 +16,107 @@
 namespace jxc::internal_documents {
 namespace internal_documents_detail {
 
-/// Where the ledger rows of one direction come from, as expressions of the statement. `a` is the head, `b` the lines.
-struct RowSource {
-  std::string_view flag, caption;
-  std::string_view date, note;               // fields of the head
-  std::string_view price, quantity, amount;  // as the ledger signs them
-  std::string_view ownQuantity;              // the line's plain figure
-  std::string_view goods, warehouse, maker;  // fields of head or lines
-  bool fromHead = false;                     // the head itself is the row
-  std::string_view lines;                    // table of lines
-  std::string_view lineNote = "''";
-  std::string_view average = "c.g_pjjj";
-  std::string_view link = "0";  // id2
-  std::string_view only = {};   // further condition
-};
-
-std::string insertStatement(std::string_view head, const RowSource& source) {
-  std::string sql =
-      "insert into jxc_goodslist "
-      "(gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,"
-      "gl_je,gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
-      "gl_note,gl_bz,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_"
-      "dqkc) ";
-  const auto add = [&sql](std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts)
-      sql += part;
-  };
-  add({"select '",
-       source.flag,
-       "',a.gl_djh,a.",
-       source.date,
-       ",c.g_sn,c.g_name,c.g_jm,c.dw_name,",
-       source.price,
-       ",0,0,",
-       source.quantity,
-       ",1,",
-       source.amount,
-       ",",
-       source.amount,
-       ",0,",
-       source.price,
-       ",0,0,0,0,?,?,0,0,",
-       source.average,
-       ",0,0,a.",
-       source.note,
-       ",",
-       source.lineNote,
-       ",d.u_name,",
-       source.maker,
-       ",e.ck_sn,e.ck_name,'','",
-       source.caption,
-       "',c.gg_name,c.color_name,",
-       source.ownQuantity,
-       ",",
-       source.link,
-       ",'','',0 from ",
-       head,
-       " a,"});
-  if (!source.fromHead) add({source.lines, " b,"});
-  add({"jxc_goods c,jxc_user d,jxc_ckxx e where ", source.goods, "=c.g_sn and a.u_sn=d.u_sn and ", source.warehouse,
-       "=e.ck_sn and a.gl_djh=?"});
-  if (!source.fromHead) sql += " and a.gl_djh=b.gl_djh";
-  if (!source.only.empty()) add({" and ", source.only});
-  sql += source.fromHead ? " order by a.id" : " order by b.id";
-  return sql;
-}
-
+/// Cost is price and amount, and nothing is bought or sold.
 std::vector<Rules> makeRules() {
-  const RowSource transferIn{.flag = "db",
-                             .caption = "调拨入库",
-                             .date = "db_dbrq",
-                             .note = "db_note",
-                             .price = "b.db_dj",
-                             .quantity = "b.db_sl",
-                             .amount = "b.db_dj*b.db_sl",
-                             .ownQuantity = "b.db_sl",
-                             .goods = "b.g_sn",
-                             .warehouse = "a.ck_in",
-                             .maker = "b.a_name",
-                             .lines = "jxc_dbsp"};
-  RowSource transferOut = transferIn;
-  transferOut.caption = "调拨出库";
-  transferOut.quantity = "-1*b.db_sl";
-  transferOut.amount = "-1*b.db_dj*b.db_sl";
-  transferOut.warehouse = "a.ck_out";
-
-  const RowSource counted{.flag = "pd",
-                          .caption = "库存盘点",
-                          .date = "pd_rq",
-                          .note = "pd_note",
-                          .price = "b.pd_dj",
-                          .quantity = "b.pd_sl-b.kc_sl",
-                          .amount = "b.pd_zje",
-                          .ownQuantity = "b.pd_sl",
-                          .goods = "b.g_sn",
-                          .warehouse = "a.ck_sn",
-                          .maker = "b.a_name",
-                          .lines = "jxc_kcpdsp",
-                          .average = "b.pd_dj",
-                          .link = "b.id2",
-                          .only = "b.pd_sl<>b.kc_sl"};
-
-  const RowSource lost{.flag = "bs",
-                       .caption = "商品报损",
-                       .date = "bs_bsrq",
-                       .note = "bs_note",
-                       .price = "b.bs_dj",
-                       .quantity = "-1*b.bs_sl",
-                       .amount = "-1*b.bs_zje",
-                       .ownQuantity = "b.bs_sl",
-                       .goods = "b.g_sn",
-                       .warehouse = "a.ck_sn",
-                       .maker = "b.a_name",
-                       .lines = "jxc_bssp",
-                       .lineNote = "left(b.bs_note,64)"};
-  const RowSource found{.flag = "by",
-                        .caption = "商品报溢",
-                        .date = "by_byrq",
-                        .note = "by_note",
-                        .price = "b.by_dj",
-                        .quantity = "b.by_sl",
-                        .amount = "b.by_zje",
-                        .ownQuantity = "b.by_sl",
-                        .goods = "b.g_sn",
-                        .warehouse = "a.ck_sn",
-                        .maker = "b.a_name",
-                        .lines = "jxc_bysp",
-                        .lineNote = "left(b.by_note,64)"};
-
-  const RowSource splitSource{.flag = "cf",
-                              .caption = "被拆分出库",
-                              .date = "cf_cfrq",
-                              .note = "cf_note",
-                              .price = "a.cf_cbj",
-                              .quantity = "-1*a.cf_sl",
-                              .amount = "-1*a.cf_sl*a.cf_cbj",
-                              .ownQuantity = "a.cf_sl",
-                              .goods = "a.g_sn",
-                              .warehouse = "a.ck_sn",
-                              .maker = "a.a_name",
-                              .fromHead = true};
-  const RowSource splitParts{.flag = "cf",
-                             .caption = "拆分入库",
-                             .date = "cf_cfrq",
-                             .note = "cf_note",
-                             .price = "b.cf_dj",
-                             .quantity = "b.cf_sl",
-                             .amount = "b.cf_zje",
-                             .ownQuantity = "b.cf_sl",
-                             .goods = "b.g_sn",
-                             .warehouse = "b.ck_sn",
-                             .maker = "b.a_name",
-                             .lines = "jxc_cfsp"};
-  const RowSource bundleWhole{.flag = "kb",
-                              .caption = "捆绑入库",
-                              .date = "kb_kbrq",
-                              .note = "kb_note",
-                              .price = "a.kb_cbj",
-                              .quantity = "a.kb_sl",
-                              .amount = "a.kb_sl*a.kb_cbj",
-                              .ownQuantity = "a.kb_sl",
-                              .goods = "a.g_sn",
-                              .warehouse = "a.ck_sn",
-                              .maker = "a.a_name",
-                              .fromHead = true};
-  const RowSource bundleParts{.flag = "kb",
-                              .caption = "被捆绑出库",
-                              .date = "kb_kbrq",
-                              .note = "kb_note",
-                              .price = "b.kb_dj",
-                              .quantity = "-1*b.kb_sl",
-                              .amount = "-1*b.kb_zje",
-                              .ownQuantity = "b.kb_sl",
-                              .goods = "b.g_sn",
-                              .warehouse = "b.ck_sn",
-                              .maker = "b.a_name",
-                              .lines = "jxc_kbsp"};
-  const auto statements = [](const DocumentFamily& family, std::initializer_list<RowSource> sources) {
-    std::vector<std::string> result;
-    for (const RowSource& source : sources)
-      result.push_back(insertStatement(family.head, source));
-    return result;
-  };
+  const LedgerSource transferIn{.family = &families::transfer,
+                                .warehouse = "a.ck_in",
+                                .different = {{"gl_flag", "'db'"},
+                                              {"ghs_name", "'调拨入库'"},
+                                              {"gl_note", "a.db_note"},
+                                              {"gl_dj", "b.db_dj"},
+                                              {"gl_sl", "b.db_sl"},
+                                              {"gl_zje", "b.db_dj*b.db_sl"},
+                                              {"gl_sysl", "b.db_sl"}}};
+  const LedgerSource transferOut{.family = &families::transfer,
+                                 .warehouse = "a.ck_out",
+                                 .different = {{"gl_flag", "'db'"},
+                                               {"ghs_name", "'调拨出库'"},
+                                               {"gl_note", "a.db_note"},
+                                               {"gl_dj", "b.db_dj"},
+                                               {"gl_sl", "-1*b.db_sl"},
+                                               {"gl_zje", "-1*b.db_dj*b.db_sl"},
+                                               {"gl_sysl", "b.db_sl"}}};
+  const LedgerSource counted{.family = &families::stocktake,
+                             .only = "b.pd_sl<>b.kc_sl",
+                             .different = {{"gl_flag", "'pd'"},
+                                           {"ghs_name", "'库存盘点'"},
+                                           {"gl_note", "a.pd_note"},
+                                           {"gl_dj", "b.pd_dj"},
+                                           {"gl_pjjj", "b.pd_dj"},
+                                           {"gl_sl", "b.pd_sl-b.kc_sl"},
+                                           {"gl_zje", "b.pd_zje"},
+                                           {"gl_sysl", "b.pd_sl"},
+                                           {"id2", "b.id2"}}};
+  const LedgerSource lost{.family = &families::loss,
+                          .different = {{"gl_flag", "'bs'"},
+                                        {"ghs_name", "'商品报损'"},
+                                        {"gl_note", "a.bs_note"},
+                                        {"gl_bz", "left(b.bs_note,64)"},
+                                        {"gl_dj", "b.bs_dj"},
+                                        {"gl_sl", "-1*b.bs_sl"},
+                                        {"gl_zje", "-1*b.bs_zje"},
+                                        {"gl_sysl", "b.bs_sl"}}};
+  const LedgerSource found{.family = &families::overflow,
+                           .different = {{"gl_flag", "'by'"},
+                                         {"ghs_name", "'商品报溢'"},
+                                         {"gl_note", "a.by_note"},
+                                         {"gl_bz", "left(b.by_note,64)"},
+                                         {"gl_dj", "b.by_dj"},
+                                         {"gl_sl", "b.by_sl"},
+                                         {"gl_zje", "b.by_zje"},
+                                         {"gl_sysl", "b.by_sl"}}};
+  const LedgerSource splitSource{.family = &families::split,
+                                 .goods = "a.g_sn",
+                                 .fromHead = true,
+                                 .different = {{"gl_flag", "'cf'"},
+                                               {"ghs_name", "'被拆分出库'"},
+                                               {"gl_note", "a.cf_note"},
+                                               {"gl_dj", "a.cf_cbj"},
+                                               {"gl_sl", "-1*a.cf_sl"},
+                                               {"gl_zje", "-1*a.cf_sl*a.cf_cbj"},
+                                               {"gl_sysl", "a.cf_sl"}}};
+  const LedgerSource splitParts{.family = &families::split,
+                                .warehouse = "b.ck_sn",
+                                .different = {{"gl_flag", "'cf'"},
+                                              {"ghs_name", "'拆分入库'"},
+                                              {"gl_note", "a.cf_note"},
+                                              {"gl_dj", "b.cf_dj"},
+                                              {"gl_sl", "b.cf_sl"},
+                                              {"gl_zje", "b.cf_zje"},
+                                              {"gl_sysl", "b.cf_sl"}}};
+  const LedgerSource bundleWhole{.family = &families::bundle,
+                                 .goods = "a.g_sn",
+                                 .fromHead = true,
+                                 .different = {{"gl_flag", "'kb'"},
+                                               {"ghs_name", "'捆绑入库'"},
+                                               {"gl_note", "a.kb_note"},
+                                               {"gl_dj", "a.kb_cbj"},
+                                               {"gl_sl", "a.kb_sl"},
+                                               {"gl_zje", "a.kb_sl*a.kb_cbj"},
+                                               {"gl_sysl", "a.kb_sl"}}};
+  const LedgerSource bundleParts{.family = &families::bundle,
+                                 .warehouse = "b.ck_sn",
+                                 .different = {{"gl_flag", "'kb'"},
+                                               {"ghs_name", "'被捆绑出库'"},
+                                               {"gl_note", "a.kb_note"},
+                                               {"gl_dj", "b.kb_dj"},
+                                               {"gl_sl", "-1*b.kb_sl"},
+                                               {"gl_zje", "-1*b.kb_zje"},
+                                               {"gl_sysl", "b.kb_sl"}}};
   return {
       // Receiving rows first: within a day they stand before the sending ones.
       {.family = &families::transfer,
        .auditLog = u"增加已审核库存调拨单",
        .auditLogEnd = u"种商品",
        .rowsALine = 2,
-       .inserts = statements(families::transfer, {transferIn, transferOut}),
+       .inserts = {ledgerInsert(transferIn), ledgerInsert(transferOut)},
        .master = Master::None,
        .shortWarehouse = "ck_in"},
       {.family = &families::stocktake,
        .auditLog = u"库存盘点单通过",
        .auditLogEnd = u"个商品",
        .rowsALine = 1,
-       .inserts = statements(families::stocktake, {counted}),
+       .inserts = {ledgerInsert(counted)},
        .markLines = "update jxc_kcpdsp set id2=id where gl_djh=?",
        .master = Master::Stock,
        .overwrites = true,
@@ -220,7 +126,7 @@ std::vector<Rules> makeRules() {
        .auditLog = u"增加已审核商品报损单",
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
-       .inserts = statements(families::loss, {lost}),
+       .inserts = {ledgerInsert(lost)},
        .master = Master::Stock,
        .differenceWord = u"报损单",
        .differenceType = u"费用",
@@ -229,7 +135,7 @@ std::vector<Rules> makeRules() {
        .auditLog = u"增加已审核商品报溢单",
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
-       .inserts = statements(families::overflow, {found}),
+       .inserts = {ledgerInsert(found)},
        .master = Master::Stock,
        .differenceWord = u"报溢单",
        .differenceType = u"收入",
@@ -239,7 +145,7 @@ std::vector<Rules> makeRules() {
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
        .rowsOfHead = 1,
-       .inserts = statements(families::split, {splitSource, splitParts}),
+       .inserts = {ledgerInsert(splitSource), ledgerInsert(splitParts)},
        .master = Master::StockAndCost,
        .differenceWord = u"拆分单",
        .differenceType = u"费用",
@@ -250,7 +156,7 @@ std::vector<Rules> makeRules() {
        .auditLogEnd = u"种商品",
        .rowsALine = 1,
        .rowsOfHead = 1,
-       .inserts = statements(families::bundle, {bundleWhole, bundleParts}),
+       .inserts = {ledgerInsert(bundleWhole), ledgerInsert(bundleParts)},
        .master = Master::StockAndCost,
        .differenceWord = u"捆绑单",
        .differenceType = u"费用",

@@ -3,31 +3,26 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/internal_documents.h"
+#include "stock/ledger_rows.h"
 
 #include <algorithm>
 
 namespace jxc::internal_documents {
 namespace loan_documents_detail {
 
-/// Ledger rows over lines, head and names. Price and amount are cost: a loan is no sale.
-std::string insertStatement(std::string_view flag, std::string_view mark, std::string_view quantity,
-                            std::string_view ownQuantity) {
-  std::string sql =
-      "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,"
-      "gl_zje,gl_je,gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,"
-      "gl_kczje,gl_note,gl_bz,u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,"
-      "gl_fdmc,gl_dqkc) ";
-  for (const std::string_view part :
-       {std::string_view("select '"), flag, std::string_view("',a.gl_djh,a.jh_rq,c.g_sn,c.g_name,c.g_jm,c.dw_name,"),
-        std::string_view("b.jh_dj,0,0,"), quantity,
-        std::string_view(",1,b.jh_zje,b.jh_zje,0,b.jh_dj,0,0,0,0,?,?,0,0,b.jh_dj,0,0,'','',d.u_name,b.a_name,e.ck_sn,"),
-        std::string_view("e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,"), ownQuantity,
-        std::string_view(",b.id2,'',"), mark,
-        std::string_view(",0 from jxc_khjh a,jxc_khjhsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_khxx f "),
-        std::string_view("where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and "),
-        std::string_view("a.kh_sn=f.kh_sn and a.gl_djh=? order by b.id")})
-    sql += part;
-  return sql;
+/// Price and amount are cost: a loan is no sale.
+std::string insertStatement(const DocumentFamily& family, std::string_view flag, std::string_view mark,
+                            std::string_view quantity, std::string_view ownQuantity) {
+  return ledgerInsert({.family = &family,
+                       .partner = &ledgerCustomers,
+                       .different = {{"gl_flag", flag},
+                                     {"gl_fdmc", mark},
+                                     {"gl_dj", "b.jh_dj"},
+                                     {"gl_pjjj", "b.jh_dj"},
+                                     {"gl_sl", quantity},
+                                     {"gl_zje", "b.jh_zje"},
+                                     {"gl_sysl", ownQuantity},
+                                     {"id2", "b.id2"}}});
 }
 
 bool isSold(const Row& row) {
@@ -90,7 +85,7 @@ void bookRent(const Head& head, std::int64_t) {
 Rules loanRules() {
   return {.family = &families::loan,
           .rowsALine = 1,
-          .inserts = {loan_documents_detail::insertStatement("jh", "'jh'", "b.jh_sl", "b.jh_sl")},
+          .inserts = {loan_documents_detail::insertStatement(families::loan, "'jh'", "'jh'", "b.jh_sl", "b.jh_sl")},
           .markLines = "update jxc_khjhsp set id2=id where gl_djh=?",
           .outwards = true,
           .master = Master::Stock,
@@ -99,17 +94,17 @@ Rules loanRules() {
 
 Rules loanReturnRules() {
   using namespace loan_documents_detail;
-  return {
-      .family = &families::loanReturn,
-      .rowsALine = 1,
-      .inserts = {insertStatement("hh", "iif(b.jh_flag='销售','xs','hh')", "iif(b.jh_flag='销售',b.jh_xssl,b.jh_hhsl)",
-                                  "iif(b.jh_flag='销售',b.jh_xssl,b.jh_zzj)")},
-      .master = Master::Stock,
-      .bindsChecker = true,
-      .rowPosted = closeLoanLine,
-      .posted = bookRent,
-      .rowCancelled = reopenLoanLine,
-      .cancelDeletes = true};
+  return {.family = &families::loanReturn,
+          .rowsALine = 1,
+          .inserts = {insertStatement(families::loanReturn, "'hh'", "iif(b.jh_flag='销售','xs','hh')",
+                                      "iif(b.jh_flag='销售',b.jh_xssl,b.jh_hhsl)",
+                                      "iif(b.jh_flag='销售',b.jh_xssl,b.jh_zzj)")},
+          .master = Master::Stock,
+          .bindsChecker = true,
+          .rowPosted = closeLoanLine,
+          .posted = bookRent,
+          .rowCancelled = reopenLoanLine,
+          .cancelDeletes = true};
 }
 
 }  // namespace jxc::internal_documents

@@ -6,6 +6,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "stock/ledger_replay.h"
+#include "stock/ledger_rows.h"
 
 namespace jxc::trading {
 namespace trading_detail {
@@ -17,54 +18,73 @@ bool issueInUse() {
   return strIsTrue(session().cs_spck);
 }
 
-// The column list is the same for all four, so that a row of the ledger reads alike wherever it comes from.
-constexpr char insertReceiptRows[] = R"(
-insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
-  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
-  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
-select 'cj',a.j_sn,a.j_jhrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.jh_dj,0,0,b.jh_sl,b.jh_dzl,b.jh_zje,b.jh_je,
-  b.jh_tax,b.jh_taxdj,b.jh_taxje,c.g_lsj,0,0,?,?,0,0,c.g_pjjj,0,0,a.j_note,b.jh_bz,
-  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.ghs_sn,f.ghs_name,c.gg_name,c.color_name,b.jh_sl,b.id2,a.j_sn2,'',0
-from jxc_jhd a,jxc_jhsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_ghsxx f
-where a.j_sn=b.j_sn and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.ghs_sn=f.ghs_sn and a.j_sn=?
-order by b.id)";
+const std::string insertReceiptRows = ledgerInsert({.family = &families::purchaseReceipt,
+                                                    .partner = &ledgerSuppliers,
+                                                    .different = {{"gl_flag", "'cj'"},
+                                                                  {"gl_dj", "b.jh_dj"},
+                                                                  {"gl_sl", "b.jh_sl"},
+                                                                  {"gl_dzl", "b.jh_dzl"},
+                                                                  {"gl_zje", "b.jh_zje"},
+                                                                  {"gl_je", "b.jh_je"},
+                                                                  {"gl_tax", "b.jh_tax"},
+                                                                  {"gl_taxdj", "b.jh_taxdj"},
+                                                                  {"gl_taxje", "b.jh_taxje"},
+                                                                  {"gl_lsj", "c.g_lsj"},
+                                                                  {"gl_note", "a.j_note"},
+                                                                  {"gl_bz", "b.jh_bz"},
+                                                                  {"gl_sysl", "b.jh_sl"},
+                                                                  {"id2", "b.id2"},
+                                                                  {"gl_djh2", "a.j_sn2"}}});
 
-constexpr char insertPurchaseReturnRows[] = R"(
-insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
-  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
-  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
-select 'ct',a.gl_djh,a.th_thrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.th_dj,0,0,-1*b.th_sl,b.th_dzl,-1*b.th_zje,-1*b.th_je,
-  b.th_tax,b.th_taxdj,-1*b.th_taxje,0,0,0,?,?,0,0,c.g_pjjj,0,0,a.th_note,b.th_bz,
-  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.ghs_sn,f.ghs_name,c.gg_name,c.color_name,-1*b.th_sl,
-  iif(b.id2 is null,0,b.id2),'','',0
-from jxc_thd a,jxc_thsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_ghsxx f
-where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.ghs_sn=f.ghs_sn and a.gl_djh=?
-order by b.id)";
+const std::string insertPurchaseReturnRows = ledgerInsert({.family = &families::purchaseReturn,
+                                                           .partner = &ledgerSuppliers,
+                                                           .different = {{"gl_flag", "'ct'"},
+                                                                         {"gl_dj", "b.th_dj"},
+                                                                         {"gl_sl", "-1*b.th_sl"},
+                                                                         {"gl_dzl", "b.th_dzl"},
+                                                                         {"gl_zje", "-1*b.th_zje"},
+                                                                         {"gl_je", "-1*b.th_je"},
+                                                                         {"gl_tax", "b.th_tax"},
+                                                                         {"gl_taxdj", "b.th_taxdj"},
+                                                                         {"gl_taxje", "-1*b.th_taxje"},
+                                                                         {"gl_note", "a.th_note"},
+                                                                         {"gl_bz", "b.th_bz"},
+                                                                         {"gl_sysl", "-1*b.th_sl"},
+                                                                         {"id2", "iif(b.id2 is null,0,b.id2)"}}});
 
-constexpr char insertSaleRows[] = R"(
-insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
-  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
-  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
-select 'xs',a.gl_djh,a.ls_xsrq,b.g_sn,left(c.g_name+iif(b.t_zp is null,'',b.t_zp),128),c.g_jm,c.dw_name,b.ls_dj,b.ls_cbj,
-  b.ls_zcb,b.ls_sl,b.ls_dzl,b.ls_zje,b.ls_je,
-  b.ls_tax,b.ls_taxdj,b.ls_taxje,b.ls_lsj,b.ls_je-b.ls_zcb,b.ls_qxsl,?,?,0,0,c.g_pjjj,0,0,a.ls_note,b.ls_bz,
-  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,0,b.id2,a.gl_djh2,'',0
-from jxc_lsxsd a,jxc_lsxssp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_khxx f
-where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.kh_sn=f.kh_sn and a.gl_djh=?
-order by b.id)";
+const std::string insertSaleRows = ledgerInsert(
+    {.family = &families::sale,
+     .partner = &ledgerCustomers,
+     .different = {{"gl_flag", "'xs'"},        {"g_name", "left(c.g_name+iif(b.t_zp is null,'',b.t_zp),128)"},
+                   {"gl_dj", "b.ls_dj"},       {"gl_cbj", "b.ls_cbj"},
+                   {"gl_zcb", "b.ls_zcb"},     {"gl_sl", "b.ls_sl"},
+                   {"gl_dzl", "b.ls_dzl"},     {"gl_zje", "b.ls_zje"},
+                   {"gl_je", "b.ls_je"},       {"gl_tax", "b.ls_tax"},
+                   {"gl_taxdj", "b.ls_taxdj"}, {"gl_taxje", "b.ls_taxje"},
+                   {"gl_lsj", "b.ls_lsj"},     {"gl_lr", "b.ls_je-b.ls_zcb"},
+                   {"gl_qxsl", "b.ls_qxsl"},   {"gl_note", "a.ls_note"},
+                   {"gl_bz", "b.ls_bz"},       {"gl_sysl", "0"},
+                   {"id2", "b.id2"},           {"gl_djh2", "a.gl_djh2"}}});
 
-constexpr char insertSaleReturnRows[] = R"(
-insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,g_jm,dw_name,gl_dj,gl_cbj,gl_zcb,gl_sl,gl_dzl,gl_zje,gl_je,
-  gl_tax,gl_taxdj,gl_taxje,gl_lsj,gl_lr,gl_qxsl,gl_checker,gl_chkrq,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,gl_note,gl_bz,
-  u_name,a_name,ck_sn,ck_name,ghs_sn,ghs_name,gg_name,color_name,gl_sysl,id2,gl_djh2,gl_fdmc,gl_dqkc)
-select 'xt',a.gl_djh,a.th_xsrq,b.g_sn,c.g_name,c.g_jm,c.dw_name,b.th_dj,b.th_cbj,
-  -1*b.th_zcb,-1*b.th_sl,b.th_dzl,-1*b.th_zje,-1*b.th_je,
-  b.th_tax,b.th_taxdj,-1*b.th_taxje,b.th_lsj,b.th_zcb-b.th_je,0,?,?,0,0,c.g_pjjj,0,0,a.th_note,b.th_bz,
-  d.u_name,b.a_name,a.ck_sn,e.ck_name,a.kh_sn,f.kh_name,c.gg_name,c.color_name,b.th_sl,
-  iif(b.id2 is null,0,b.id2),'','',0
-from jxc_xsthd a,jxc_xsthsp b,jxc_goods c,jxc_user d,jxc_ckxx e,jxc_khxx f
-where a.gl_djh=b.gl_djh and b.g_sn=c.g_sn and a.u_sn=d.u_sn and a.ck_sn=e.ck_sn and a.kh_sn=f.kh_sn and a.gl_djh=?
-order by b.id)";
+const std::string insertSaleReturnRows = ledgerInsert({.family = &families::saleReturn,
+                                                       .partner = &ledgerCustomers,
+                                                       .different = {{"gl_flag", "'xt'"},
+                                                                     {"gl_dj", "b.th_dj"},
+                                                                     {"gl_cbj", "b.th_cbj"},
+                                                                     {"gl_zcb", "-1*b.th_zcb"},
+                                                                     {"gl_sl", "-1*b.th_sl"},
+                                                                     {"gl_dzl", "b.th_dzl"},
+                                                                     {"gl_zje", "-1*b.th_zje"},
+                                                                     {"gl_je", "-1*b.th_je"},
+                                                                     {"gl_tax", "b.th_tax"},
+                                                                     {"gl_taxdj", "b.th_taxdj"},
+                                                                     {"gl_taxje", "-1*b.th_taxje"},
+                                                                     {"gl_lsj", "b.th_lsj"},
+                                                                     {"gl_lr", "b.th_zcb-b.th_je"},
+                                                                     {"gl_note", "a.th_note"},
+                                                                     {"gl_bz", "b.th_bz"},
+                                                                     {"gl_sysl", "b.th_sl"},
+                                                                     {"id2", "iif(b.id2 is null,0,b.id2)"}}});
 
 // Returns are not joined to their lines: goods move with the ledger row itself.
 constexpr char returnEffects[] = R"(

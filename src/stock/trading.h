@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,7 +28,7 @@ struct Rules {
   const char* head;          // the head with names, columns as in Head
   const char* markLines[2];  // before the ledger is written; the first only while goods move at audit
   bool (*movesLater)();      // goods move by putaway or issue
-  const char* insertLedger;  // values: auditor, today, number
+  std::string insertLedger;  // values: auditor, today, number
   const char* afterLedger;   // may be null
   const char* effectRows;  // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,moved,gl_kdrq,gl_flag
   bool outwards;           // stock falls by gl_sl, and the quantity counts as sold

@@ -2,6 +2,7 @@
 #include "stock/ledger.h"
 
 #include "stock/ledger_flags.h"
+#include "stock/ledger_rows.h"
 #include "stock/shop.h"
 
 namespace jxc {
@@ -146,6 +147,30 @@ TEST_F(LedgerTest, CostOfALineComesFromLedgerBalanceOrMaster) {
   EXPECT_EQ(goodsAvgCost("A"), 3);  // (4×2.5 + 1×5) / 5
   execSql("update jxc_kcsp set kc_zsl=-4 where g_sn='A' and ck_sn='100002'");
   EXPECT_EQ(goodsAvgCost("A"), -1);
+}
+
+TEST_F(LedgerTest, ARowIsPostedWholeOrNotAtAll) {
+  const auto post = [](std::string_view column) {
+    postLedgerRow({{"gl_flag", "qc"},     {"gl_djh", ""},           {column, "2021-05-01"},  {"g_sn", "A"},
+                   {"g_name", "镜架"},    {"g_jm", "JJ"},           {"dw_name", "付"},       {"gl_dj", 2.5},
+                   {"gl_sl", 4},          {"gl_zje", 10},           {"gl_checker", "admin"}, {"gl_chkrq", "2021-05-01"},
+                   {"gl_pjjj", 2.5},      {"u_name", "默认员工"},   {"a_name", "admin"},     {"ck_sn", "100001"},
+                   {"ck_name", "主仓库"}, {"ghs_name", "期初建账"}, {"gg_name", ""},         {"color_name", ""},
+                   {"gl_sysl", 4}});
+  };
+  post("gl_kdrq");
+  EXPECT_THROW(post("gl_kdrp"), std::logic_error);
+  EXPECT_THROW(ledgerInsert({{"gl_kdrp", "'2021-05-01'"}}, "from jxc_goods c"), std::logic_error);
+  EXPECT_THROW(ledgerInsert({{"gl_flag", "'qc'"}}, "from jxc_goods c"), std::logic_error) << "it has no date";
+  const RowSet rows = openSelect("select * from jxc_goodslist");
+  ASSERT_EQ(rows.rowCount(), 1);
+  QStringList empty;
+  for (int column = 0; column < rows.columnCount(); ++column)
+    if (rows.isNull(0, column)) empty << QString::fromStdString(rows.columns()[static_cast<std::size_t>(column)]);
+  EXPECT_EQ(empty, (QStringList{"t_ph", "t_scrq", "t_yxq"})) << "reserved";
+  EXPECT_EQ(rows.front().number("gl_je"), 10);
+  EXPECT_EQ(rows.front().number("gl_taxdj"), 2.5);
+  EXPECT_EQ(rows.front().number("gl_dzl"), 1);
 }
 
 TEST_F(LedgerTest, MonthRowsOpenWithTheStockAsItStands) {
