@@ -23,7 +23,8 @@ void requireFields(std::string_view table, std::initializer_list<Field> fields) 
   if (!isName(table)) throw std::invalid_argument("not a table: " + std::string(table));
   if (fields.size() == 0) throw std::invalid_argument("no fields for " + std::string(table));
   for (const Field& field : fields)
-    if (!isName(field.first)) throw std::invalid_argument("not a field name: " + std::string(field.first));
+    if (!field.first.empty() && !isName(field.first))
+      throw std::invalid_argument("not a field name: " + std::string(field.first));
 }
 
 /// Hands the statement that appends a row and its values to `run`.
@@ -35,13 +36,14 @@ void appending(std::string_view table, std::initializer_list<Field> fields, Run 
   sql.append("insert into ").append(table);
   char separator = '(';
   for (const Field& field : fields) {
+    if (field.first.empty()) continue;
     sql += separator;
     sql += field.first;
     separator = ',';
     values.push_back(field.second);
   }
   sql += ") values (?";
-  for (std::size_t i = 1; i < fields.size(); ++i)
+  for (qsizetype i = 1; i < values.size(); ++i)
     sql += ",?";
   sql += ')';
   run(std::string_view(sql), std::span<const Value>(values.data(), static_cast<std::size_t>(values.size())));
@@ -67,6 +69,7 @@ void updateRow(std::string_view table, std::int64_t id, std::initializer_list<Fi
   Values values;
   sql.append("update ").append(table).append(" set ");
   for (const Field& field : fields) {
+    if (field.first.empty()) continue;
     if (!values.isEmpty()) sql += ',';
     sql.append(field.first).append("=?");
     values.push_back(field.second);

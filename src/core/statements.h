@@ -41,6 +41,8 @@ inline RowSet openSelectWith(const SqlText& sql, std::span<const Value> v) {
   return accountDb().select(sql, v);
 }
 
+/// A field and its value. One without a name is left out: of several tables that are written alike, this one has no
+/// such column.
 using Field = std::pair<std::string_view, Value>;
 /// Appends one row and returns its `id`. The statement text is made from the names, once.
 std::int64_t insertRow(std::string_view table, std::initializer_list<Field> fields);

@@ -74,6 +74,7 @@ constexpr KindWords table[] = {
     {Kind::RowsMissing, "rows-missing", Wrong, u"单据", u"已审核单据的库存流水行数与明细不符", again},
     {Kind::LedgerAmount, "ledger-amount", Wrong, u"单据", u"库存流水的金额或数量与单据明细合计不符", again},
     {Kind::HeadAmount, "head-amount", Wrong, u"单据", u"单据的应收（应付）金额与明细合计不符", again},
+    {Kind::StaleBalancing, "stale-balancing", Wrong, u"单据", u"优惠商品的金额不是实付（收）与应付（收）的差额", again},
     {Kind::PartnerLine, "partner-line", Wrong, u"单据", u"已审核单据的往来账与单据不符", again},
     {Kind::CashLine, "cash-line", Wrong, u"单据", u"已审核单据的现金银行账与单据不符", again},
     {Kind::PaymentLine, "payment-line", Wrong, u"收付款单", u"已审核收付款（应收应付）单的账目与单据不符", again},

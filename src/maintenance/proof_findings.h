@@ -50,6 +50,7 @@ enum class Kind : std::uint8_t {
   RowsMissing,
   LedgerAmount,
   HeadAmount,
+  StaleBalancing,
   PartnerLine,
   CashLine,
   PaymentLine,

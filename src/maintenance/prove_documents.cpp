@@ -44,6 +44,11 @@ void proveTrading(Books& books, const Document& document) {
     else if (!sameAmount(document.ledgerPieces, pieces))
       books.findings.add(Kind::LedgerAmount, amounts(document.ledgerPieces, pieces));
   }
+  // A balancing line is there for what was paid above or below what is due, and for nothing else. Returns carry the
+  // line of what they give back.
+  const double difference = document.settlement == 0 ? document.paid - document.due : 0;
+  if (!family.discount.empty() && !sameAmount(document.balancing, 0) && !sameAmount(document.balancing, difference))
+    books.findings.add(Kind::StaleBalancing, amounts(document.balancing, difference));
   if (document.fromTill) return;  // its money goes the till's own way
   const double ledgerDue = document.settlement == 0 ? document.paid : document.due;
   if (document.partnerRows != 1 || !sameAmount(document.partnerDue, ledgerDue) ||

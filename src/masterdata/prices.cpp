@@ -27,7 +27,7 @@ QString proposal(const QString& customer, const QString& goods) {
   if (session().cs_xsdj == u"1") {
     price = lookupValue(
         "select top 1 a.ls_dj from jxc_lsxssp a,jxc_lsxsd b where b.ls_status=1 and a.gl_djh=b.gl_djh and b.kh_sn=? "
-        "and a.g_sn=? order by a.id desc",
+        "and a.g_sn=? and a.ls_sl>0 order by a.id desc",
         customer, goods);
     if (price.isEmpty()) price = levelPrice(level, goods);
   } else if (session().cs_xsdj == u"0" && level != u"1000") {

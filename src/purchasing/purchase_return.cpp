@@ -18,6 +18,7 @@ const TradingDescription kReturn = {
     .account = "th_kmmc",
     .paidFollows = &SystemParameters::cs_cgje,
     .balancingIsDue = true,
+    .paidWord = u"实收",
     .shortRefusal = u"库存数量小于退货数量，不能退货！",
     .shortQuestion = u"库存数量小于退货数量，退货后将产生负库存，继续退货吗?",
 };
@@ -108,16 +109,18 @@ class ReturnRules final : public ReturningRules {
     if (!mayReturnUnknownGoods(draft.number, draft.warehouse, prompt)) return refusedSave;
     if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, u"CT"), prompt)) return refusedSave;
     const double paid = roundTotalIfSeparate(draft.paid);
-    return saveDocument(family(),
-                        {.number = draft.number,
-                         .date = draft.date,
-                         .warehouse = draft.warehouse,
-                         .writeHead =
-                             [&](const QString& number) {
-                               writeHead(draft, number, payable(number), paid);
-                               markReturned(draft.returnOf, number);
-                             }},
-                        prompt);
+    const SaveResult saved = saveDocument(family(),
+                                          {.number = draft.number,
+                                           .date = draft.date,
+                                           .warehouse = draft.warehouse,
+                                           .writeHead =
+                                               [&](const QString& number) {
+                                                 writeHead(draft, number, payable(number), paid);
+                                                 markReturned(draft.returnOf, number);
+                                               }},
+                                          prompt);
+    if (saved) tellBooked(draft.paid, paid, prompt);
+    return saved;
   }
 
  protected:

@@ -10,8 +10,6 @@
 namespace jxc::receipt {
 namespace receipt_detail {
 
-constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
-
 const TradingDescription kReceipt = {
     .family = &families::purchaseReceipt,
     .lines = &receiptLineTable,
@@ -21,6 +19,8 @@ const TradingDescription kReceipt = {
     .originalNumber = "j_sn2",
     .paidFollows = &SystemParameters::cs_cgje,
     .balance = balancePurchase,
+    .paidWord = u"实付",
+    .movesAtOnce = "j_crk",
 };
 
 class ReceiptLines final : public TradingLines {
@@ -71,18 +71,15 @@ class ReceiptRules final : public TradingRules {
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override;
 };
 
-void writeHead(const ReceiptDraft& draft, const QString& number, double due, double paid) {
+void writeHead(const ReceiptDraft& draft, const QString& number, const Balanced& money) {
   const bool putaway = strIsTrue(session().cs_sprk);
   const bool straight = draft.straightToStock.value_or(false);
-  const bool settled = draft.settlement == Settlement::AtPaidAmount;
-  // What will be spread over the lines is not payable any more.
-  const double stored = settled && session().cs_xsjgts == spreading ? paid : due;
   insertRow("jxc_jhd", {{"j_sn", number},
                         {"ghs_sn", draft.partner},
                         {"ck_sn", draft.warehouse},
                         {"j_jhrq", draft.date},
-                        {"j_yfje", stored},
-                        {"j_sfje", paid},
+                        {"j_yfje", money.due},
+                        {"j_sfje", money.paid},
                         {"u_sn", draft.salesperson},
                         {"j_note", sanitizeText(draft.note).left(200)},
                         {"a_name", session().a_name},
@@ -109,17 +106,23 @@ void writeHead(const ReceiptDraft& draft, const QString& number, double due, dou
   if (!putaway) execSql("update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where j_sn=?", number);
   if (!draft.contract.isEmpty())
     execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
-  if (settled) balancePurchase(number, paid, due);
 }
 
 SaveResult ReceiptRules::save(const TradingDraft& draft, Prompt& prompt) const {
   if (isIncomplete(draft, prompt)) return {.number = draft.number};
   const double paid = roundTotalIfSeparate(draft.paid);
-  return saveDocument(family(),
-                      {.number = draft.number,
-                       .date = draft.date,
-                       .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
-                      prompt);
+  Balanced money;
+  const SaveResult saved = saveDocument(family(),
+                                        {.number = draft.number,
+                                         .date = draft.date,
+                                         .writeHead =
+                                             [&](const QString& number) {
+                                               money = settleMoney(number, draft.settlement, paid, payable(number));
+                                               writeHead(draft, number, money);
+                                             }},
+                                        prompt);
+  if (saved) tellBooked(draft.paid, money.paid, prompt);
+  return saved;
 }
 
 /// A line of a receipt has nothing to ask about.

@@ -13,7 +13,6 @@
 namespace jxc::sale {
 namespace sale_detail {
 
-constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
 constexpr char16_t giftIsShort[] = u"库存数量小于出库数量，不能出库！";
 
 const TradingDescription kSale = {
@@ -25,9 +24,12 @@ const TradingDescription kSale = {
     .originalNumber = "gl_djh2",
     .paidFollows = &SystemParameters::cs_xsje,
     .balance = balanceSale,
+    .paidWord = u"实收",
+    .movesAtOnce = "ls_crk",
     .shortRefusal = u"库存数量小于销售数量，不能出库！",
     .shortQuestion = u"库存数量小于销售数量，销售后将产生负库存，继续销售吗?",
-    .totalsByRate = true,
+    .scans = LineRounding::ScannedByRate,
+    .takesMinus = true,
 };
 
 /// A gift has its own words for short stock.
@@ -51,12 +53,19 @@ class SaleLines : public TradingLines {
 
   bool mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const override {
     const LineAmounts& line = draft.amounts;
-    if (line.discount() <= 0 || line.quantity() == 0) return false;
+    if (line.quantity() == 0) return false;
+    // Of the other sign than its quantity, a total would have made the price or the discount negative.
+    if (refused({{line.quantity() < 0 && line.total() > 0, u"退回商品的总金额不能大于0！"_qs},
+                 {line.quantity() > 0 && line.total() < 0, u"总金额不能小于0！"_qs}},
+                prompt))
+      return false;
+    if (line.discount() <= 0) return false;
     if (line.discount() < lowestDiscount()) {
       prompt.notice(lowestDiscountText());
       return false;
     }
     if (!TradingLines::mayWrite(draft, place, prompt)) return false;
+    if (line.quantity() < 0) return true;  // what comes back is not sold too cheap
     const double sold = line.price() * line.discount();
     const double bought = lookupNumber("select g_jj from jxc_goods where g_sn=?", draft.goods);
     if (roundMoney(sold) < roundMoney(bought) && !prompt.ask(u"打折后售价小于进价，继续销售吗?"_qs)) return false;
@@ -134,19 +143,17 @@ const SaleLines& giftLines() {
   return all;
 }
 
-void writeHead(const TradingDraft& draft, const QString& number, double due, double paid) {
+void writeHead(const TradingDraft& draft, const QString& number, const Balanced& money) {
   const bool issue = strIsTrue(session().cs_spck);
   const bool straight = draft.straightToStock.value_or(false);
-  const bool settled = draft.settlement == Settlement::AtPaidAmount;
   // By parameter the sale keeps the second at which it was made.
   const QString date = strIsTrue(session().cs_cs014) ? draft.date.left(10) + u' ' + clock::timeOfDay() : draft.date;
   insertRow("jxc_lsxsd", {{"gl_djh", number},
                           {"kh_sn", draft.partner},
                           {"ck_sn", draft.warehouse},
                           {"ls_xsrq", date},
-                          // What will be spread over the lines is not due any more.
-                          {"ls_yfje", settled && session().cs_xsjgts == spreading ? paid : due},
-                          {"ls_sfje", paid},
+                          {"ls_yfje", money.due},
+                          {"ls_sfje", money.paid},
                           {"u_sn", draft.salesperson},
                           {"ls_note", sanitizeText(draft.note).left(200)},
                           {"a_name", session().a_name},
@@ -172,7 +179,6 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
   if (!issue) execSql("update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where gl_djh=?", number);
   if (!draft.contract.isEmpty())
     execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
-  if (settled) balanceSale(number, paid, due);
 }
 
 class SaleRules final : public TradingRules {
@@ -191,15 +197,22 @@ class SaleRules final : public TradingRules {
     if (isIncomplete(draft, prompt)) return refusedSave;
     if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, u"XS"), prompt)) return refusedSave;
     const double paid = roundTotalIfSeparate(draft.paid);
+    Balanced money;
     if (draft.settlement == Settlement::RestOnAccount &&
         !mayGoOnAccount(draft.partner, payable(draft.number) - paid, prompt))
       return refusedSave;
-    return saveDocument(family(),
-                        {.number = draft.number,
-                         .date = draft.date,
-                         .warehouse = draft.warehouse,
-                         .writeHead = [&](const QString& number) { writeHead(draft, number, payable(number), paid); }},
-                        prompt);
+    const SaveResult saved = saveDocument(family(),
+                                          {.number = draft.number,
+                                           .date = draft.date,
+                                           .warehouse = draft.warehouse,
+                                           .writeHead =
+                                               [&](const QString& number) {
+                                                 money = settleMoney(number, draft.settlement, paid, payable(number));
+                                                 writeHead(draft, number, money);
+                                               }},
+                                          prompt);
+    if (saved) tellBooked(draft.paid, money.paid, prompt);
+    return saved;
   }
 
  protected:

@@ -5,6 +5,7 @@
 #include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
 #include "sales/sale.h"
+#include "stock/ledger.h"
 
 namespace jxc::sale_return {
 namespace sale_return_detail {
@@ -18,6 +19,7 @@ const TradingDescription kReturn = {
     .account = "th_kmmc",
     .paidFollows = &SystemParameters::cs_xsje,
     .balancingIsDue = true,
+    .paidWord = u"实付",
 };
 
 class ReturnLines : public TradingLines {
@@ -102,16 +104,21 @@ class ReturnRules final : public ReturningRules {
 
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
     if (isIncomplete(draft, prompt)) return {.number = draft.number};
+    // An exchange that is returned as a whole gives out again what had come back.
+    if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, u"-XT"), prompt)) return {.number = draft.number};
     const double paid = roundTotalIfSeparate(draft.paid);
-    return saveDocument(family(),
-                        {.number = draft.number,
-                         .date = draft.date,
-                         .writeHead =
-                             [&](const QString& number) {
-                               writeHead(draft, number, payable(number), paid);
-                               markReturned(draft.returnOf, number);
-                             }},
-                        prompt);
+    const SaveResult saved = saveDocument(family(),
+                                          {.number = draft.number,
+                                           .date = draft.date,
+                                           .warehouse = draft.warehouse,
+                                           .writeHead =
+                                               [&](const QString& number) {
+                                                 writeHead(draft, number, payable(number), paid);
+                                                 markReturned(draft.returnOf, number);
+                                               }},
+                                          prompt);
+    if (saved) tellBooked(draft.paid, paid, prompt);
+    return saved;
   }
 
  protected:

@@ -1,42 +1,35 @@
 // 差额平衡: settles a paid amount that differs from the payable: balancePurchase and balanceSale of stock/posting.h.
 #include "core/defaults.h"
+#include "core/posting.h"
 #include "core/rounding.h"
 #include "core/session.h"
-#include "core/statements.h"
+#include "engine/number_text.h"
+#include "stock/line_amounts.h"
 #include "stock/posting.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 namespace jxc {
 namespace balancing_detail {
 
 /// A remainder up to this many yuan is accepted, and the paid amount follows the total.
 constexpr double acceptedRest = 0.4;
+constexpr char16_t byLine[] = u"1";  // cs_xsjgts: a line of goods "00000000" takes the difference
 
 /// What differs between the two line tables.
 struct Side {
-  const char* countLines;       // lines that take part in spreading
-  const char* takeShare;        // values: share, number, share
-  const char* taxedPrice;       // values: digits, number
-  const char* price;            // values: digits, number
-  const char* amounts;          // value: number
-  const char* total;            // value: number
-  const char* followHead;       // values: total, total, number
-  const char* changeBalancing;  // values: difference, difference, number
+  const LineColumns& columns;
+  std::string_view number, gift;  // a gift takes no share of a difference
   void (*insertBalancing)(const QString& number, double difference);
 };
 
 const Side purchaseSide = {
-    .countLines = "select count(*) from jxc_jhsp where jh_sl>0 and j_sn=?",
-    .takeShare = "update jxc_jhsp set jh_zje=jh_zje-(?) where j_sn=? and jh_zje>=? and jh_sl>0",
-    .taxedPrice = "update jxc_jhsp set jh_taxdj=round(jh_zje/jh_sl+0.000000001,?) where jh_sl>0 and j_sn=?",
-    .price = "update jxc_jhsp set jh_dj=round(jh_taxdj/(1+jh_tax/100)+0.000000001,?) where jh_sl>0 and j_sn=?",
-    .amounts = "update jxc_jhsp set jh_je=jh_dj*jh_sl,jh_taxje=jh_zje-jh_dj*jh_sl where jh_sl>0 and j_sn=?",
-    .total = "select sum(jh_zje) as zje from jxc_jhsp where j_sn=?",
-    .followHead = "update jxc_jhd set j_yfje=?,j_sfje=? where j_sn=?",
-    // The net amount follows the total, or the ledger would show yesterday's difference.
-    .changeBalancing = "update jxc_jhsp set jh_zje=?,jh_je=? where g_sn='00000000' and j_sn=?",
+    .columns = receiptLineColumns,
+    .number = "j_sn",
     .insertBalancing =
         [](const QString& number, double difference) {
           insertRow("jxc_jhsp", {{"j_sn", number},
@@ -55,19 +48,9 @@ const Side purchaseSide = {
 };
 
 const Side saleSide = {
-    .countLines = "select count(*) from jxc_lsxssp where t_zp='' and ls_sl>0 and gl_djh=?",
-    .takeShare = "update jxc_lsxssp set ls_zje=ls_zje-(?) where gl_djh=? and t_zp='' and ls_zje>=? and ls_sl>0",
-    .taxedPrice =
-        "update jxc_lsxssp set ls_taxdj=round(ls_zje/(ls_dzl*ls_sl)+0.000000001,?) "
-        "where t_zp='' and ls_sl>0 and ls_dzl<>0 and gl_djh=?",
-    .price =
-        "update jxc_lsxssp set ls_dj=round(ls_taxdj/(1+ls_tax/100)+0.000000001,?) "
-        "where t_zp='' and ls_sl>0 and gl_djh=?",
-    .amounts =
-        "update jxc_lsxssp set ls_je=ls_dj*ls_sl,ls_taxje=ls_zje-ls_dj*ls_sl where t_zp='' and ls_sl>0 and gl_djh=?",
-    .total = "select sum(ls_zje) as zje from jxc_lsxssp where gl_djh=?",
-    .followHead = "update jxc_lsxsd set ls_yfje=?,ls_sfje=? where gl_djh=?",
-    .changeBalancing = "update jxc_lsxssp set ls_zje=?,ls_je=? where g_sn='00000000' and gl_djh=?",
+    .columns = saleLineColumns,
+    .number = "gl_djh",
+    .gift = "t_zp",
     .insertBalancing =
         [](const QString& number, double difference) {
           insertRow("jxc_lsxssp", {{"gl_djh", number},
@@ -95,46 +78,96 @@ const Side saleSide = {
         },
 };
 
-void spread(const Side& side, const QString& number, double paid, double payable) {
-  const double lines = lookupNumber(side.countLines, number);
-  if (lines == 0) return;
-  const int digits = moneyDigits();
-  double total = payable;
-  double rest = payable - paid;
-  while (rest > acceptedRest) {
-    const double share = roundEps(rest / lines, digits);
-    const std::int64_t bearing = execSql(side.takeShare, share, number, share);
-    execSql(side.taxedPrice, digits, number);
-    execSql(side.price, digits, number);
-    execSql(side.amounts, number);
-    total = lookupNumber(side.total, number);
-    rest = total - paid;
-    // A share that rounds to nothing, or that no line can bear, would be asked for for ever.
-    if (share == 0 || bearing == 0) break;
-  }
-  execSql(side.followHead, total, total, number);
+/// The change of a balancing line that is there, and its removal.
+std::string changeLine(const LineColumns& c, std::string_view number) {
+  // The net amount follows the total, or the ledger would show yesterday's difference.
+  return compose("update {} set {}=?,{}=? where {}=? and g_sn='00000000'", {c.table, c.total, c.net, number});
+}
+std::string dropLine(std::string_view table, std::string_view number) {
+  return compose("delete from {} where {}=? and g_sn='00000000'", {table, number});
 }
 
-void balance(const Side& side, const QString& number, double paid, double payable) {
-  const double difference = paid - payable;
-  if (std::fabs(difference) < 0.000001) return;
-  Transaction transaction(accountDb());
-  if (session().cs_xsjgts == u"1") {
-    if (execSql(side.changeBalancing, difference, difference, number) == 0) side.insertBalancing(number, difference);
-  } else {
-    spread(side, number, paid, payable);
+/// A line that takes part in spreading.
+struct Bearer {
+  std::int64_t id;
+  LineFigures line;
+  bool changed = false;
+};
+
+Balanced spread(const Side& side, const QString& number, double paid, double payable) {
+  const AmountRules rules = AmountRules::current();
+  std::vector<Bearer> bearers;
+  double total = 0;
+  const RowSet rows =
+      openSelect(compose("select * from {} where {}=? order by id", {side.columns.table, side.number}), number);
+  for (const Row row : rows) {
+    Bearer bearer{.id = row.integer("id"), .line = readFigures(row, side.columns)};
+    total += bearer.line.total;
+    if (bearer.line.quantity > 0 && (side.gift.empty() || row.text(side.gift).isEmpty())) bearers.push_back(bearer);
   }
+  double settled = payable;
+  while (!bearers.empty() && toSixDecimals(settled - paid) > acceptedRest) {
+    const double share = roundEps((settled - paid) / static_cast<double>(bearers.size()), rules.moneyDigits);
+    bool borne = false;
+    for (Bearer& bearer : bearers) {
+      // A share that rounds to nothing, or that no line can bear, would be asked for for ever.
+      if (share <= 0 || bearer.line.discount == 0 || toSixDecimals(bearer.line.total - share) < 0) continue;
+      total -= share;
+      spreadTotal(bearer.line, toSixDecimals(bearer.line.total - share), rules);
+      bearer.changed = borne = true;
+    }
+    settled = toSixDecimals(total);
+    if (!borne) break;
+  }
+  for (const Bearer& bearer : bearers)
+    if (bearer.changed) writeFigures(side.columns, bearer.id, bearer.line);
+  return {.due = settled, .paid = settled};
+}
+
+Balanced balance(const Side& side, const QString& number, double paid, double payable) {
+  const Difference becomes = differenceOf(paid, payable);
+  const double difference = toSixDecimals(paid - payable);
+  Transaction transaction(accountDb());
+  Balanced booked{.due = payable, .paid = becomes == Difference::PaidFollows ? payable : paid};
+  if (becomes != Difference::BalancingLine)
+    postSql(dropLine(side.columns.table, side.number), number);
+  else if (execSql(changeLine(side.columns, side.number), difference, difference, number) == 0)
+    side.insertBalancing(number, difference);
+  if (becomes == Difference::Spread) booked = spread(side, number, paid, payable);
   transaction.commit();
+  return booked;
 }
 
 }  // namespace balancing_detail
 
-void balancePurchase(const QString& number, double paid, double payable) {
-  balancing_detail::balance(balancing_detail::purchaseSide, number, paid, payable);
+bool paysDue(double paid, double due) {
+  // Half of the last digit that totals show, never more than half a fen.
+  constexpr std::array<double, 7> halves = {0.005, 0.005, 0.005, 0.0005, 0.00005, 0.000005, 0.0000005};
+  const auto digits = static_cast<std::size_t>(std::clamp(totalDigits(), 0, 6));
+  return std::fabs(toSixDecimals(paid - due)) <= halves[digits];
 }
 
-void balanceSale(const QString& number, double paid, double payable) {
-  balancing_detail::balance(balancing_detail::saleSide, number, paid, payable);
+Difference differenceOf(double paid, double payable) {
+  if (paysDue(paid, payable)) return Difference::None;
+  if (session().cs_xsjgts == balancing_detail::byLine) return Difference::BalancingLine;
+  return toSixDecimals(payable - paid) > balancing_detail::acceptedRest ? Difference::Spread : Difference::PaidFollows;
+}
+
+Balanced balancePurchase(const QString& number, double paid, double payable) {
+  return balancing_detail::balance(balancing_detail::purchaseSide, number, paid, payable);
+}
+
+Balanced balanceSale(const QString& number, double paid, double payable) {
+  return balancing_detail::balance(balancing_detail::saleSide, number, paid, payable);
+}
+
+void renewBalancingLine(const LineColumns& columns, std::string_view numberColumn, const QString& number,
+                        double difference) {
+  using namespace balancing_detail;
+  if (difference == 0)
+    postSql(dropLine(columns.table, numberColumn), number);
+  else
+    postSql(changeLine(columns, numberColumn), difference, difference, number);
 }
 
 }  // namespace jxc

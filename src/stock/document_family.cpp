@@ -139,6 +139,7 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核商品退货单",
         .enquiry = u"销售退货查询",
         .waitingHint = u"处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”面板中，进行修改及审核操作！",
+        .shortageAtAudit = u"-XT",
         .post = postSaleReturn,
     },
     {

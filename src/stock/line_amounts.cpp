@@ -2,8 +2,8 @@
 
 #include "core/rounding.h"
 #include "core/session.h"
-#include "core/statements.h"
 #include "core/text.h"
+#include "engine/number_text.h"
 
 #include <cmath>
 
@@ -17,13 +17,14 @@ bool issueInUse() {
   return strIsTrue(session().cs_spck);
 }
 
-/// The value that a cell takes: what was typed, or what stands for it when that cannot be.
-double cellValue(LineField field, const QString& typed) {
-  bool isNumber = false;
-  const double value = typed.trimmed().toDouble(&isNumber);
-  const bool usable = isNumber && std::isfinite(value) && value > 0;
-  const bool multiplies = field == LineField::Quantity || field == LineField::Discount;
-  return usable ? value : multiplies ? 1 : 0;
+/// A line that takes goods back comes to exactly minus what selling them came to: halves go the same way on both.
+double rounded(double value, int digits) {
+  return value < 0 ? -roundEps(-value, digits) : roundEps(value, digits);
+}
+
+double amount(double value, LineRounding rounding, const AmountRules& rules) {
+  if (rounding == LineRounding::Cell) return rounded(value, rules.amountDigits());
+  return rules.roundTotals ? rounded(value, rules.totalDigits) : value;
 }
 
 }  // namespace line_amounts_detail
@@ -48,7 +49,7 @@ LineAmounts::LineAmounts(AmountRules rules, const LineFigures& stored)
 
 void LineAmounts::retotal() {
   total_ = taxedPrice_ * discount_ * quantity_;
-  if (rules_.roundTotals) total_ = roundEps(total_, rules_.totalDigits);
+  if (rules_.roundTotals) total_ = line_amounts_detail::rounded(total_, rules_.totalDigits);
 }
 
 void LineAmounts::setQuantity(double units) {
@@ -94,9 +95,7 @@ std::optional<LineFigures> LineAmounts::settled() const {
   LineFigures line;
   line.quantity = quantity_;
   line.total = total_;
-  if (total_ > 0 && price_ == 0) {
-    line.discount = 1;
-    line.tax = 0;
+  if (price_ == 0 && total_ / quantity_ > 0) {
     line.price = line.taxedPrice = roundEps(total_ / quantity_, rules_.moneyDigits);
   } else {
     line.discount = discount_;
@@ -104,13 +103,62 @@ std::optional<LineFigures> LineAmounts::settled() const {
     line.price = roundEps(price_, rules_.moneyDigits);
     line.taxedPrice = roundEps(taxedPrice_, rules_.moneyDigits);
   }
-  line.net = line.quantity * line.price * line.discount;
-  line.taxAmount = line.quantity * (line.taxedPrice - line.price) * line.discount;
-  if (rules_.roundTotals) {
-    line.net = roundEps(line.net, rules_.totalDigits);
-    line.taxAmount = roundEps(line.taxAmount, rules_.totalDigits);
-  }
+  settle(line, LineRounding::Typed, rules_);
   return line;
+}
+
+void settle(LineFigures& line, LineRounding rounding, const AmountRules& rules) {
+  const auto amount = [&](double value) { return line_amounts_detail::amount(value, rounding, rules); };
+  const double units = line.quantity * line.discount;
+  const double before = line.price * units;
+  const double byRate = before * line.tax / 100;
+  const bool goesByRate = rounding == LineRounding::ScannedByRate;
+  line.net = amount(before);
+  line.taxAmount = amount(goesByRate ? byRate : (line.taxedPrice - line.price) * units);
+  if (rounding != LineRounding::Typed) line.total = amount(goesByRate ? before + byRate : line.taxedPrice * units);
+  line.costAmount = amount(line.cost * line.quantity);
+}
+
+void setCell(LineFigures& line, LineField field, double value, const AmountRules& rules) {
+  const LineFigures old = line;
+  switch (field) {
+    case LineField::Price:
+      line.price = value;
+      break;
+    case LineField::Quantity:
+      line.quantity = value;
+      break;
+    case LineField::TaxedPrice:
+      line.taxedPrice = value;
+      line.price = roundEps(value / (1 + line.tax / 100), rules.moneyDigits);
+      break;
+    case LineField::Tax:
+      line.tax = value;
+      break;
+    case LineField::Discount:
+      line.discount = value;
+      break;
+  }
+  if (field == LineField::Price || field == LineField::Tax)
+    line.taxedPrice = roundEps(line.price * (1 + line.tax / 100), rules.moneyDigits);
+  settle(line, LineRounding::Cell, rules);
+  // What does not hang on the cell stays as the way before had left it.
+  if (field == LineField::Tax) line.net = old.net;
+  if (field != LineField::Quantity) line.costAmount = old.costAmount;
+}
+
+void addScanned(LineFigures& line, LineRounding rounding, const AmountRules& rules) {
+  line.quantity += 1;
+  settle(line, rounding, rules);
+}
+
+void spreadTotal(LineFigures& line, double total, const AmountRules& rules) {
+  const double units = line.quantity * line.discount;
+  line.total = total;
+  line.taxedPrice = roundEps(total / units, rules.moneyDigits);
+  line.price = roundEps(line.taxedPrice / (1 + line.tax / 100), rules.moneyDigits);
+  line.net = line.price * units;
+  line.taxAmount = total - line.net;
 }
 
 const LineColumns receiptLineColumns = {.table = "jxc_jhsp",
@@ -178,53 +226,42 @@ std::optional<LineField> lineFieldNamed(QStringView name) {
   return std::nullopt;
 }
 
-double setLineField(const LineColumns& c, std::int64_t id, LineField field, const QString& typed) {
-  const AmountRules rules = AmountRules::current();
-  const int priceDigits = rules.moneyDigits;
-  const int digits = rules.amountDigits();
-  const double value = line_amounts_detail::cellValue(field, typed);
+double cellValue(LineField field, const QString& typed, bool minus) {
+  bool isNumber = false;
+  const double value = toSixDecimals(typed.trimmed().toDouble(&isNumber));
+  const bool usable = isNumber && std::isfinite(value) && value != 0;
+  if (usable && (value > 0 || (minus && field == LineField::Quantity))) return value;
+  return field == LineField::Quantity || field == LineField::Discount ? 1 : 0;
+}
 
-  Transaction transaction(accountDb());
-  switch (field) {
-    case LineField::Price:
-      execSql(compose("update {} set {}=?,{}=round(?*(1+{}/100.00)+0.000000001,?) where id=?",
-                      {c.table, c.price, c.taxedPrice, c.tax}),
-              value, value, priceDigits, id);
-      break;
-    case LineField::TaxedPrice:
-      execSql(compose("update {} set {}=?,{}=round(?/(1+{}/100.00)+0.000000001,?) where id=?",
-                      {c.table, c.taxedPrice, c.price, c.tax}),
-              value, value, priceDigits, id);
-      break;
-    case LineField::Tax:
-      execSql(compose("update {} set {}=?,{}=round({}*(1+?/100.00)+0.000000001,?) where id=?",
-                      {c.table, c.tax, c.taxedPrice, c.price}),
-              value, value, priceDigits, id);
-      break;
-    case LineField::Discount:
-      execSql(compose("update {} set {}=? where id=?", {c.table, c.discount}), value, id);
-      break;
-    case LineField::Quantity:
-      execSql(compose("update {} set {}=? where id=?", {c.table, c.quantity}), value, id);
-      if (!c.moved.empty())
-        execSql(compose("update {} set {}=? where id=?", {c.table, c.moved}), c.movedLater() ? 0.0 : value, id);
-      if (!c.cost.empty())
-        execSql(compose("update {} set {}=round({}*{}+0.000000001,?) where id=?",
-                        {c.table, c.costAmount, c.cost, c.quantity}),
-                digits, id);
-      break;
-  }
-  // A tax rate changes nothing before tax.
-  if (field != LineField::Tax)
-    execSql(compose("update {} set {}=round({}*{}*{}+0.000000001,?) where id=?",
-                    {c.table, c.net, c.price, c.quantity, c.discount}),
-            digits, id);
-  execSql(compose("update {} set {}=round({}*{}*{}+0.000000001,?),{}=round(({}-{})*{}*{}+0.000000001,?) where id=?",
-                  {c.table, c.total, c.taxedPrice, c.quantity, c.discount, c.taxAmount, c.taxedPrice, c.price,
-                   c.quantity, c.discount}),
-          digits, digits, id);
-  transaction.commit();
-  return value;
+LineFigures readFigures(const Row& row, const LineColumns& c) {
+  const auto number = [&](std::string_view column) { return column.empty() ? 0.0 : row.number(column); };
+  return {.price = number(c.price),
+          .taxedPrice = number(c.taxedPrice),
+          .quantity = number(c.quantity),
+          .discount = number(c.discount),
+          .tax = number(c.tax),
+          .net = number(c.net),
+          .taxAmount = number(c.taxAmount),
+          .total = number(c.total),
+          .cost = number(c.cost),
+          .costAmount = number(c.costAmount),
+          .moved = number(c.moved)};
+}
+
+void writeFigures(const LineColumns& c, std::int64_t id, const LineFigures& line) {
+  updateRow(c.table, id,
+            {{c.price, line.price},
+             {c.taxedPrice, line.taxedPrice},
+             {c.quantity, line.quantity},
+             {c.discount, line.discount},
+             {c.tax, line.tax},
+             {c.net, line.net},
+             {c.taxAmount, line.taxAmount},
+             {c.total, line.total},
+             {c.moved, line.moved},
+             {c.cost, line.cost},
+             {c.costAmount, line.costAmount}});
 }
 
 }  // namespace jxc

@@ -1,5 +1,8 @@
-// 单据行金额: how quantity, price, tax, discount and total of a document line move each other.
+// 单据行金额: how quantity, price, tax, discount and total of a document line move each other, whatever way they came
+// in.
 #pragma once
+
+#include "core/statements.h"
 
 #include <QString>
 #include <QStringView>
@@ -23,17 +26,42 @@ struct AmountRules {
   int amountDigits() const { return roundTotals ? totalDigits : moneyDigits; }
 };
 
-/// What is stored of a line: prices rounded to money digits, amounts derived from them.
+/// What is stored of a line.
 struct LineFigures {
   double price = 0;       // before tax, yuan a unit
   double taxedPrice = 0;  // with tax
-  double quantity = 0;    // units
+  double quantity = 0;    // units; below zero on a line of a sale that takes goods back
   double discount = 1;    // rate, 1 for none, 0.8 for 20 percent off
   double tax = 0;         // rate in percent
   double net = 0;         // price × quantity × discount
   double taxAmount = 0;   // (taxedPrice − price) × quantity × discount
-  double total = 0;       // with tax, as the operator saw it
+  double total = 0;       // with tax
+  double cost = 0;        // a unit, of documents of the sales side
+  double costAmount = 0;  // cost × quantity
+  double moved = 0;       // units that lie on the shelf, or have left it, as soon as the document is audited
 };
+
+/// How a line came by its figures. The arithmetic is the same; what differs between the ways is this rounding and
+/// nothing else: see docs/decisions/rounding.md.
+enum class LineRounding : char {
+  Typed,         // line dialog: the total is the one that the operator saw; amounts as they come out
+  Cell,          // a cell of a grid: each amount to the digits of amounts
+  Scanned,       // a barcode: amounts as they come out
+  ScannedByRate  // a barcode on a sale: tax and total by price and rate, which the rounded price with tax would lose
+};
+// "As they come out" means to the digits of totals where those are kept apart, and six decimals otherwise.
+
+/// The amounts follow prices, quantity, discount, rate and cost. Of a typed line the total stays.
+void settle(LineFigures& line, LineRounding rounding, const AmountRules& rules);
+
+enum class LineField : char { Price, Quantity, TaxedPrice, Tax, Discount };
+/// A cell takes a value, in yuan, units, percent or as a rate: the other price and the amounts follow.
+void setCell(LineFigures& line, LineField field, double value, const AmountRules& rules);
+/// A barcode adds one unit.
+void addScanned(LineFigures& line, LineRounding rounding, const AmountRules& rules);
+/// The line comes to `total` (yuan, with tax): the prices follow, so that price × quantity × discount is what was paid.
+/// Neither quantity nor discount may be zero.
+void spreadTotal(LineFigures& line, double total, const AmountRules& rules);
 
 /// The inputs of a line dialog, kept in step: each `set…` is what happens when the operator changes that input.
 /// Nothing is rounded while typing but the total (when totals have digits of their own).
@@ -58,8 +86,8 @@ class LineAmounts {
   /// A total typed by hand changes the price, or the discount when discounts are in use. It stays as typed.
   void setTotal(double yuan);
 
-  /// What OK writes; nothing when the quantity is zero. A positive total without a price is taken as a price for the
-  /// whole line: no discount, no tax.
+  /// What OK writes, without cost; nothing when the quantity is zero. A total without a price is taken as a price for
+  /// the whole line: no discount, no tax.
   std::optional<LineFigures> settled() const;
 
  private:
@@ -73,7 +101,7 @@ struct LineColumns {
   std::string_view table;
   std::string_view price, quantity, net, tax, taxedPrice, taxAmount, total, discount;
   std::string_view moved;             // quantity put away or issued, follows the quantity …
-  bool (*movedLater)() = nullptr;     // … unless this is true: then goods move by a document of their own
+  bool (*movedLater)() = nullptr;     // … unless this is true: goods move by a document of their own
   std::string_view cost, costAmount;  // unit cost and line cost, follows the quantity
 };
 
@@ -83,12 +111,14 @@ extern const LineColumns saleLineColumns;            // jxc_lsxssp
 extern const LineColumns saleReturnLineColumns;      // jxc_xsthsp
 extern const LineColumns stagingLineColumns;         // jxc_tempspxf
 
-enum class LineField : char { Price, Quantity, TaxedPrice, Tax, Discount };
 /// "dj", "sl", "taxdj", "tax", "dzl", as the grids name their columns.
 std::optional<LineField> lineFieldNamed(QStringView name);
+/// The value that a cell takes: what was typed, or what stands for it when that cannot be (empty, negative …): 0 for
+/// prices and tax, 1 for quantity and discount. `minus`: a quantity may be below zero.
+double cellValue(LineField field, const QString& typed, bool minus);
 
-/// A cell edit of row `id`: writes the value and recomputes the amounts that hang on it. A value that cannot be (empty,
-/// negative …) is replaced: prices and tax by 0, quantity and discount by 1. Returns the value written.
-double setLineField(const LineColumns& columns, std::int64_t id, LineField field, const QString& typed);
+LineFigures readFigures(const Row& row, const LineColumns& columns);
+/// Writes the figures of row `id` in one statement.
+void writeFigures(const LineColumns& columns, std::int64_t id, const LineFigures& line);
 
 }  // namespace jxc

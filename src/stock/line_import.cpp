@@ -87,7 +87,9 @@ struct Judging {
       faults << u"数量不能为空"_qs;
     else if (!quantity)
       faults << u"数量不是数字"_qs;
-    else if (roundEps(*quantity, quantityDigits()) <= 0)
+    else if (const double pieces = roundEps(*quantity, quantityDigits()); rules.takesMinus() && pieces == 0)
+      faults << u"数量不能为零"_qs;
+    else if (!rules.takesMinus() && pieces <= 0)
       faults << u"数量不能为零或负数"_qs;
     const auto price = plainNumber(line.price);
     if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;

@@ -8,6 +8,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/number_text.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/ledger_replay.h"
@@ -189,12 +190,22 @@ void postStock(const Rules& rules, const Head& head) {
   refreshMonthStock(head.warehouse, head.month());
 }
 
+/// The balancing line tells the difference between paid and due, whoever changed one of them since it was made. What is
+/// left open on account is no difference.
+void renewBalancing(const Rules& rules, const Head& head) {
+  const LineColumns* lines = rules.balancedLines;
+  if (!lines) return;
+  const bool settled = head.settlement == 0 && !paysDue(head.paid, head.due);
+  renewBalancingLine(*lines, rules.family->number, head.number, settled ? toSixDecimals(head.paid - head.due) : 0);
+}
+
 /// Everything that audit of a trading document writes, in the order in which the books have always been written.
 /// Inside the caller's transaction, without a savepoint of its own: below a savepoint SQLite keeps a copy of every page
 /// that a statement changes, and what a statement costs grows with the document.
 void post(const Rules& rules, const QString& number) {
   Head head;
   if (!trading::readHead(rules, number, head)) throw std::runtime_error("单据的往来单位、仓库或经办人不存在。");
+  renewBalancing(rules, head);
   postMoney(rules, head);
   postStock(rules, head);
   if (rules.bumpEmployee) rules.bumpEmployee(head.salesperson);

@@ -3,7 +3,11 @@
 
 #include <QString>
 
+#include <string_view>
+
 namespace jxc {
+
+struct LineColumns;
 
 // Each takes the number of a document whose head has just been audited, inside the caller's transaction.
 void postPurchase(const QString& number);
@@ -27,9 +31,31 @@ void postLoan(const QString& number);
 /// The head is written with status 1: a return has no waiting state.
 void postLoanReturn(const QString& number);
 
-/// Settles a paid amount that differs from the payable (both yuan), by parameter: a balancing line of goods "00000000"
-/// takes the difference, or it is spread over the lines until at most 0.4 is left, and the paid amount follows.
-void balancePurchase(const QString& number, double paid, double payable);
-void balanceSale(const QString& number, double paid, double payable);
+/// What the head of a document books, in yuan.
+struct Balanced {
+  double due = 0, paid = 0;
+};
+
+/// Whether nothing is left to settle: whoever types what the screen shows of a due amount has paid it. Half of the last
+/// digit shown is no difference, but never more than half a fen. Decimals are compared, not doubles.
+bool paysDue(double paid, double due);
+
+/// What becomes of a difference between paid and payable (yuan), by parameter.
+enum class Difference : char {
+  None,
+  BalancingLine,  // 优惠商品: a line of goods "00000000" takes it
+  Spread,         // 平摊法: the lines take it, until at most 0.4 is left; the paid amount follows
+  PaidFollows     // 平摊法, where the lines bear nothing: at most 0.4 too little, or too much
+};
+Difference differenceOf(double paid, double payable);
+
+/// Settles it on the lines. A balancing line that stands on the document becomes what the two amounts say now, or goes.
+/// The caller writes the head.
+Balanced balancePurchase(const QString& number, double paid, double payable);
+Balanced balanceSale(const QString& number, double paid, double payable);
+
+/// Before a document reaches the ledgers: a balancing line that it has becomes `difference`, or goes. None is made.
+void renewBalancingLine(const LineColumns& columns, std::string_view numberColumn, const QString& number,
+                        double difference);
 
 }  // namespace jxc

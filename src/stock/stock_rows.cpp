@@ -26,6 +26,10 @@ constexpr ShortageKind shortageKinds[] = {
     {u"CT", "th_sl", "jxc_thsp", "gl_djh", u"”：退货将会出现负库存，是否继续？", u"”：不能退货！"},
     {u"XS", "ls_sl", "jxc_lsxssp", "gl_djh", u"”：销售将会出现负库存，是否继续？", u"”：不能销售！"},
     {u"XT", "th_sl", "jxc_xsthsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+    // Lines below zero go the other way: a cancelled exchange takes away what came back, a returned one gives it out
+    // again.
+    {u"-XS", "ls_sl", "jxc_lsxssp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
+    {u"-XT", "th_sl", "jxc_xsthsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
     {u"DB", "db_sl", "jxc_dbsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
     {u"JH", "jh_sl", "jxc_khjhsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
 };
@@ -73,10 +77,12 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
     if (kind != entry.kind) continue;
     warning_ = QStringView(strIsTrue(session().cs_kc) ? entry.warn : entry.stop).toString();
     // Asked of each goods of the document: a join would begin with all goods of the warehouse.
+    // What comes in on the whole is never short, however low the stock.
+    const std::string sum = entry.kind.starts_with(u'-') ? "sum(-1*{})" : "sum({})";
     goods_ = sendAhead(
-        compose("select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' "
-                "group by g_sn) a where exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and "
-                "a.sl>b.kc_zsl) order by a.g_sn",
+        compose("select top 1 a.g_sn from (select g_sn," + sum +
+                    " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
+                    "b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and a.sl>b.kc_zsl) order by a.g_sn",
                 {entry.quantity, entry.table, entry.number}),
         number, warehouse);
   }

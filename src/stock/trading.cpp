@@ -98,6 +98,7 @@ const Rules purchaseRules = {
     .cashSign = -1,
     .kindText = u"采购进货单",
     .freightWord = u"采购单",
+    .balancedLines = &receiptLineColumns,
     .auditLog = u"审核采购进货单",
     .head = R"(
 select a.j_sn as djh,a.j_jhrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
@@ -157,6 +158,7 @@ const Rules saleRules = {
     .cashSign = 1,
     .kindText = u"商品销售单",
     .freightWord = u"销售单",
+    .balancedLines = &saleLineColumns,
     .auditLog = u"审核销售单",
     .head = R"(
 select a.gl_djh as djh,a.ls_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
@@ -177,6 +179,7 @@ where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.gl_djh and a.g_sn<>'00000000'
     .goodsPosted = "update jxc_goods set g_kc=g_kc+(?),g_xspl=g_xspl+1 where g_sn=?",
     .goodsCancelled = "update jxc_goods set g_kc=g_kc-(?),g_xspl=g_xspl-1 where g_sn=?",
     .bumpEmployee = bumpSaleCount,
+    .shortageAtCancel = u"-XS",
     .effectElsewhere = "select top 1 gl_djh from jxc_cksp where gl_djh2=?",
     .elsewhereDocument = u"出库",
     .reopenHead = "update jxc_lsxsd set ls_status=0,ls_chkrq='',ls_checker='',ls_hkje=0,ls_dhbz=0 where gl_djh=?",

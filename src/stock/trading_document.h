@@ -116,6 +116,8 @@ class LineRules {
   virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
   /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
   virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
+  /// Whether a quantity may be below zero.
+  virtual bool takesMinus() const { return false; }
   /// Whether the operator may type a price at all.
   virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
@@ -174,6 +176,9 @@ class DocumentRules {
   virtual RowSet waitingLines(const QString& number) const = 0;
   virtual std::optional<AuditDraft> loadForAudit(const QString& number) const = 0;
   virtual AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const = 0;
+  /// What audit will do about a difference between paid and due, as the dialog shows it while one types; empty:
+  /// nothing.
+  virtual QString differenceText(const AuditDraft&) const { return {}; }
 };
 
 // Staging rows of this operator, whatever document they are picked for.

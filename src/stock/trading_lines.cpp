@@ -15,9 +15,8 @@ constexpr std::string_view kReceiptZeros[] = {"jh_qxsl", "id2", "id3"};
 constexpr std::string_view kReturnZeros[] = {"id2"};
 constexpr std::string_view kSaleZeros[] = {"ls_qxsl", "ls_dhbz", "ls_dhdj", "id2", "id3"};
 
-/// Goods reach the shelf, or leave it, by a document of their own: nothing has moved yet.
-double moved(const LineColumns& columns, double quantity) {
-  return columns.movedLater && columns.movedLater() ? 0 : quantity;
+QString noteOf(const LineDraft& draft) {
+  return sanitizeText(draft.note.trimmed()).left(64);
 }
 
 /// The two lists of an `insert … select`.
@@ -88,37 +87,33 @@ LineDraft TradingLines::newLine(const QString& goods, const LinePlace& place, bo
   return draft;
 }
 
+RowSet TradingLines::stored(Lines where, std::int64_t id) const {
+  return openSelect(compose("select * from {} where id=?", {tableOf(where).columns->table}), id);
+}
+
 std::optional<LineDraft> TradingLines::loadLine(Lines where, std::int64_t id) const {
   const LineTable& table = tableOf(where);
-  const LineColumns& c = *table.columns;
-  const RowSet rows = openSelect(compose("select * from {} where id=?", {c.table}), id);
+  const RowSet rows = stored(where, id);
   if (rows.isEmpty()) return std::nullopt;
   const Row row = rows.front();
   const auto text = [&](std::string_view column) { return column.empty() ? QString() : row.text(column); };
-  const auto number = [&](std::string_view column) { return column.empty() ? 0.0 : row.number(column); };
+  const LineFigures figures = readFigures(row, *table.columns);
   LineDraft draft;
   draft.goods = row.text("g_sn");
-  draft.amounts = LineAmounts(AmountRules::current(), {.price = row.number(c.price),
-                                                       .taxedPrice = row.number(c.taxedPrice),
-                                                       .quantity = row.number(c.quantity),
-                                                       .discount = row.number(c.discount),
-                                                       .tax = row.number(c.tax),
-                                                       .net = row.number(c.net),
-                                                       .taxAmount = row.number(c.taxAmount),
-                                                       .total = row.number(c.total)});
+  draft.amounts = LineAmounts(AmountRules::current(), figures);
   draft.note = text(table.note);
   draft.batch = text("t_ph");
   draft.produced = text("t_scrq");
   draft.expires = text("t_yxq");
-  draft.cost = number(c.cost);
-  draft.retail = number(table.retail);
+  draft.cost = figures.cost;
+  draft.retail = table.retail.empty() ? 0 : row.number(table.retail);
   draft.gift = text(table.gift);
   return draft;
 }
 
 bool TradingLines::stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                                PickingMemory* memory) const {
-  if (document_.shortRefusal.empty()) return true;
+  if (document_.shortRefusal.empty() || quantity <= 0) return true;  // below zero goods come back
   if (quantity - getStockQty(goods, place.warehouse).toDouble() < trading_lines_detail::kTolerance) return true;
   if (memory && memory->goesShort) return *memory->goesShort;
   const bool allowed = strIsTrue(session().cs_kc);
@@ -132,64 +127,82 @@ bool TradingLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prom
   return stockAllows(draft.goods, draft.amounts.quantity(), place, prompt);
 }
 
-bool TradingLines::isClosed(Lines where, const QString& number) const {
-  if (where != Lines::Waiting) return false;
-  return !lookupValue(
-              compose("select top 1 id from {} where {}=1 and {}=?", {family().head, family().status, family().number}),
-              number)
-              .isEmpty();
+TradingLines::Head TradingLines::headOf(Lines where, const QString& number) const {
+  if (where != Lines::Waiting) return {};
+  const DocumentFamily& f = family();
+  const std::string_view atOnce = document_.movesAtOnce.empty() ? f.status : document_.movesAtOnce;
+  const RowSet heads =
+      openSelect(compose("select top 1 {} as status,{} as atonce from {} where {}=? order by {} desc,id",
+                         {f.status, atOnce, f.head, f.number, f.status}),
+                 number);
+  if (heads.isEmpty()) return {};
+  return {.closed = heads.front().integer("status") == 1, .movesAtOnce = heads.front().flag("atonce")};
 }
 
-QString TradingLines::numberOf(Lines where, std::int64_t id) const {
-  if (where == Lines::Staging) return {};
-  return lookupValue(compose("select {} from {} where id=?", {family().number, family().lines}), id);
+QString TradingLines::numberOf(Lines where, const Row& row) const {
+  return where == Lines::Staging ? QString() : row.text(family().number);
 }
 
-void TradingLines::write(Lines where, std::int64_t id, const LineDraft& draft, const LineFigures& line) const {
-  const LineTable& table = tableOf(where);
-  const LineColumns& c = *table.columns;
-  updateRow(c.table, id,
-            {{c.price, line.price},
-             {c.quantity, line.quantity},
-             {c.net, line.net},
-             {c.tax, line.tax},
-             {c.taxedPrice, line.taxedPrice},
-             {c.taxAmount, line.taxAmount},
-             {c.total, line.total},
-             {c.discount, line.discount},
-             {table.note, sanitizeText(draft.note.trimmed()).left(64)},
-             {"t_ph", draft.batch},
-             {"t_scrq", draft.produced},
-             {"t_yxq", draft.expires}});
-  if (!c.moved.empty()) updateRow(c.table, id, {{c.moved, trading_lines_detail::moved(c, line.quantity)}});
-  if (!c.cost.empty())
-    updateRow(c.table, id, {{c.cost, draft.cost}, {c.costAmount, roundTotalIfSeparate(draft.cost * line.quantity)}});
-  if (!table.shownCost.empty()) updateRow(c.table, id, {{table.shownCost, draft.cost}});
+double TradingLines::moved(Lines where, const Head& head, double quantity) const {
+  const LineColumns& c = *tableOf(where).columns;
+  // What comes back waits for no document of its own.
+  return !c.movedLater || !c.movedLater() || head.movesAtOnce || quantity < 0 ? quantity : 0;
+}
+
+std::optional<LineFigures> TradingLines::figuresOf(const LineDraft& draft) const {
+  std::optional<LineFigures> line = draft.amounts.settled();
+  if (line) {
+    line->cost = draft.cost;
+    settle(*line, LineRounding::Typed, AmountRules::current());
+  }
+  return line;
 }
 
 std::int64_t TradingLines::insert(Lines where, const QString& number, const LineDraft& draft,
                                   const LineFigures& line) const {
   const LineTable& table = tableOf(where);
   const LineColumns& c = *table.columns;
-  const std::int64_t id = insertRow(c.table, {{"g_sn", draft.goods}, {"a_name", session().a_name}});
-  write(where, id, draft, line);
-  if (where != Lines::Staging) updateRow(c.table, id, {{family().number, number}});
-  if (!table.retail.empty()) updateRow(c.table, id, {{table.retail, draft.retail}});
-  if (!table.entryTotal.empty()) updateRow(c.table, id, {{table.entryTotal, line.total}});
-  if (!table.gift.empty()) updateRow(c.table, id, {{table.gift, draft.gift}});
-  for (const std::string_view zero : table.zeros)
-    updateRow(c.table, id, {{zero, 0}});
-  return id;
+  const auto zero = [&](std::size_t i) { return i < table.zeros.size() ? table.zeros[i] : std::string_view(); };
+  return insertRow(c.table, {{where == Lines::Staging ? std::string_view() : family().number, number},
+                             {"g_sn", draft.goods},
+                             {"a_name", session().a_name},
+                             {c.price, line.price},
+                             {c.quantity, line.quantity},
+                             {c.net, line.net},
+                             {c.tax, line.tax},
+                             {c.taxedPrice, line.taxedPrice},
+                             {c.taxAmount, line.taxAmount},
+                             {c.total, line.total},
+                             {c.discount, line.discount},
+                             {c.moved, line.moved},
+                             {c.cost, line.cost},
+                             {c.costAmount, line.costAmount},
+                             {table.shownCost, draft.cost},
+                             {table.retail, draft.retail},
+                             {table.entryTotal, line.total},
+                             {table.gift, draft.gift},
+                             {table.note, trading_lines_detail::noteOf(draft)},
+                             {"t_ph", draft.batch},
+                             {"t_scrq", draft.produced},
+                             {"t_yxq", draft.expires},
+                             {zero(0), 0},
+                             {zero(1), 0},
+                             {zero(2), 0},
+                             {zero(3), 0},
+                             {zero(4), 0}});
 }
 
 LineResult TradingLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt&) const {
   LineResult result;
   result.number = place.number;
-  const std::optional<LineFigures> line = draft.amounts.settled();
-  if (!line || isClosed(where, place.number)) return result;
+  std::optional<LineFigures> line = figuresOf(draft);
+  if (!line) return result;
   Transaction transaction(accountDb());
+  const Head head = headOf(where, place.number);
+  if (head.closed) return result;
   // A draft's number may have been taken meanwhile; a waiting document's is its own.
   if (where == Lines::Draft) result.number = usableDraftNumber(family(), place.number, place.date);
+  line->moved = moved(where, head, line->quantity);
   result.id = insert(where, result.number, draft, *line);
   if (where == Lines::Waiting) refreshWaitingTotals(family(), result.number);
   transaction.commit();
@@ -197,11 +210,23 @@ LineResult TradingLines::addLine(Lines where, const LinePlace& place, const Line
 }
 
 bool TradingLines::changeLine(Lines where, std::int64_t id, const LinePlace&, const LineDraft& draft, Prompt&) const {
-  const std::optional<LineFigures> line = draft.amounts.settled();
+  std::optional<LineFigures> line = figuresOf(draft);
+  if (!line) return false;
   Transaction transaction(accountDb());
-  const QString number = numberOf(where, id);
-  if (!line || !rowExists(tableOf(where).columns->table, "id", id) || isClosed(where, number)) return false;
-  write(where, id, draft, *line);
+  const RowSet rows = stored(where, id);
+  if (rows.isEmpty()) return false;
+  const QString number = numberOf(where, rows.front());
+  const Head head = headOf(where, number);
+  if (head.closed) return false;
+  line->moved = moved(where, head, line->quantity);
+  const LineTable& table = tableOf(where);
+  writeFigures(*table.columns, id, *line);
+  updateRow(table.columns->table, id,
+            {{table.shownCost, draft.cost},
+             {table.note, trading_lines_detail::noteOf(draft)},
+             {"t_ph", draft.batch},
+             {"t_scrq", draft.produced},
+             {"t_yxq", draft.expires}});
   if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
   transaction.commit();
   return true;
@@ -209,13 +234,22 @@ bool TradingLines::changeLine(Lines where, std::int64_t id, const LinePlace&, co
 
 double TradingLines::setChange(const QString& value, QStringView field, Lines where, std::int64_t id, Prompt&) const {
   const std::optional<LineField> which = lineFieldNamed(field);
-  const QString number = numberOf(where, id);
-  if (!which || isClosed(where, number)) return 0;
+  if (!which) return 0;
   Transaction transaction(accountDb());
-  const double written = setLineField(*tableOf(where).columns, id, *which, value);
+  const RowSet rows = stored(where, id);
+  if (rows.isEmpty()) return 0;
+  const QString number = numberOf(where, rows.front());
+  const Head head = headOf(where, number);
+  if (head.closed) return 0;
+  const LineColumns& columns = *tableOf(where).columns;
+  const double taken = cellValue(*which, value, takesMinus());
+  LineFigures line = readFigures(rows.front(), columns);
+  setCell(line, *which, taken, AmountRules::current());
+  if (*which == LineField::Quantity) line.moved = moved(where, head, taken);
+  writeFigures(columns, id, line);
   if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
   transaction.commit();
-  return written;
+  return taken;
 }
 
 // ---- barcode -----------------------------------------------------------------------------------------------------
@@ -225,29 +259,6 @@ QString TradingLines::goodsOfBarcode(const QString& barcode, const LinePlace&, Q
   if (!barcode.isEmpty()) goods = lookupValue("select top 1 g_sn from jxc_goods where g_sptm=? order by g_sn", barcode);
   if (goods.isEmpty()) refusal = u"没有找到与该条码匹配的商品，请检查！"_qs;
   return goods;
-}
-
-void TradingLines::increaseByOne(std::int64_t id) const {
-  const LineColumns& c = *document_.lines->columns;
-  const AmountRules rules = AmountRules::current();
-  // Without digits of their own totals keep what the database holds: six decimals.
-  const int digits = rules.roundTotals ? rules.totalDigits : 6;
-  const auto amount = [&](std::string_view column, std::string_view factor,
-                          std::initializer_list<std::string_view> of) {
-    execSql(compose("update {} set {}=", {c.table, column}) +
-                compose("round(" + std::string(factor) + "+0.000000001,?) where id=?", of),
-            digits, id);
-  };
-  if (document_.totalsByRate)
-    amount(c.total, "{}*{}*(1+{}/100.00)*({}+1)", {c.price, c.discount, c.tax, c.quantity});
-  else
-    amount(c.total, "{}*{}*({}+1)", {c.taxedPrice, c.discount, c.quantity});
-  amount(c.net, "{}*{}*({}+1)", {c.price, c.discount, c.quantity});
-  amount(c.taxAmount, "({}-{})*{}*({}+1)", {c.taxedPrice, c.price, c.discount, c.quantity});
-  if (!c.cost.empty()) amount(c.costAmount, "{}*({}+1)", {c.cost, c.quantity});
-  if (!c.moved.empty() && trading_lines_detail::moved(c, 1) != 0)
-    execSql(compose("update {} set {}={}+1 where id=?", {c.table, c.moved, c.moved}), id);
-  execSql(compose("update {} set {}={}+1 where id=?", {c.table, c.quantity, c.quantity}), id);
 }
 
 ScanResult TradingLines::enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
@@ -266,29 +277,34 @@ ScanResult TradingLines::enterBarcode(const LinePlace& place, const QString& cod
 
   Transaction transaction(accountDb());
   result.number = usableDraftNumber(family(), place.number, place.date);
-  const std::int64_t same =
+  const LineColumns& columns = *document_.lines->columns;
+  const AmountRules rules = AmountRules::current();
+  // What comes back stands on a line of its own, and so does a gift.
+  const RowSet same =
       strIsTrue(session().cs_possk)
-          ? static_cast<std::int64_t>(lookupNumber(
-                compose("select top 1 a.id from {} a,jxc_goods b where a.g_sn=b.g_sn and a.{}=? and a.g_sn=? and "
-                        "b.g_sptm=? and a.a_name=?",
-                        {family().lines, family().number}) +
-                    (document_.lines->gift.empty() ? "" : " and a.t_zp=''") + " order by a.id",
-                result.number, goods, barcode, session().a_name))
-          : 0;
-  if (same != 0) {
-    increaseByOne(same);
-    result.id = same;
+          ? openSelect(compose("select top 1 a.* from {} a,jxc_goods b where a.g_sn=b.g_sn and a.{}=? and a.g_sn=? and "
+                               "b.g_sptm=? and a.a_name=? and a.{}>0",
+                               {family().lines, family().number, columns.quantity}) +
+                           (document_.lines->gift.empty() ? "" : " and a.t_zp=''") + " order by a.id",
+                       result.number, goods, barcode, session().a_name)
+          : RowSet();
+  LineFigures line;
+  if (!same.isEmpty()) {
+    line = readFigures(same.front(), columns);
+    addScanned(line, document_.scans, rules);
+    line.moved = moved(Lines::Draft, {}, line.quantity);
+    result.id = same.front().integer("id");
+    writeFigures(columns, result.id, line);
     result.outcome = Scan::Increased;
   } else {
     LinePlace here = place;
     here.number = result.number;
     LineDraft draft = newLine(goods, here, false);
     draft.amounts.setQuantity(1);
-    result.id = addLine(Lines::Draft, here, draft, prompt).id;
-    if (document_.totalsByRate && draft.amounts.tax() != 0)
-      updateRow(family().lines, result.id,
-                {{document_.lines->columns->taxAmount,
-                  roundTotalIfSeparate(draft.amounts.price() * draft.amounts.tax() / 100)}});
+    line = *figuresOf(draft);
+    settle(line, document_.scans, rules);
+    line.moved = moved(Lines::Draft, {}, 1);
+    result.id = insert(Lines::Draft, result.number, draft, line);
     result.outcome = Scan::Added;
   }
   transaction.commit();
@@ -320,26 +336,25 @@ std::int64_t TradingLines::stageGoods(const QString& goods, double quantity, con
 CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const {
   CopyResult result;
   result.number = place.number;
-  if (isClosed(target, place.number)) return result;
   const LineTable& table = *document_.lines;
+  Transaction transaction(accountDb());
+  const Head head = headOf(target, place.number);
+  if (head.closed) return result;
   trading_lines_detail::CopiedColumns columns;
   columns.addFigures(table, stagingLineTable);
   columns.add("a_name", "a_name");
   columns.add(table.note, "left(ts_note,64)");
   columns.add(table.gift, "iif(t_zp is null,'',t_zp)");
+  const std::string_view staged = stagingLineColumns.quantity;
+  columns.add(table.columns->moved,
+              moved(target, head, 1) != 0 ? std::string(staged) : compose("iif({}<0,{},0)", {staged, staged}));
 
-  Transaction transaction(accountDb());
   execSql("delete from jxc_tempspxf where (g_sn='' or g_sn is null) and a_name=?", session().a_name);
   if (target == Lines::Draft) result.number = usableDraftNumber(family(), place.number, place.date);
-  const double last = lookupNumber(compose("select max(id) from {}", {family().lines}));
   result.lines =
       static_cast<int>(execSql(compose("insert into {} ({},", {family().lines, family().number}) + columns.into +
                                    ") select ?," + columns.from + " from jxc_tempspxf where a_name=? order by id",
                                result.number, session().a_name));
-  if (const LineColumns& c = *table.columns; !c.moved.empty())
-    execSql(compose("update {} set {}={}*? where id>? and {}=? and a_name=?",
-                    {family().lines, c.moved, c.quantity, family().number}),
-            trading_lines_detail::moved(c, 1), last, result.number, session().a_name);
   clearStaging();
   if (target == Lines::Waiting) refreshWaitingTotals(family(), result.number);
   transaction.commit();

@@ -4,11 +4,10 @@
 #include "core/fillers.h"
 #include "core/rounding.h"
 #include "core/text.h"
+#include "engine/number_text.h"
 
 namespace jxc {
 namespace trading_rules_detail {
-
-constexpr char16_t spreading[] = u"0";  // cs_xsjgts: a difference is spread over the lines
 
 std::string linesWithNames(const TradingDescription& document) {
   const std::string name = document.lines->gift.empty() ? "b.g_name"
@@ -143,22 +142,51 @@ AuditOutcome TradingRules::audit(const AuditDraft& draft, Prompt& prompt) const 
   if (!mayAudit(draft, prompt)) return AuditOutcome::Refused;
   const DocumentFamily& f = family();
   const double paid = roundTotalIfSeparate(draft.paid);
+  double booked = paid;
   const auto change = [&](std::int64_t head) {
-    const double due = lookupNumber(compose("select {} from {} where id=?", {f.due, f.head}), head);
-    const bool settled = draft.settlement == Settlement::AtPaidAmount;
-    const bool spread = session().cs_xsjgts == trading_rules_detail::spreading;
+    const double due = f.headSign * lookupNumber(compose("select {} from {} where id=?", {f.due, f.head}), head);
+    const Balanced money = settleMoney(draft.number, draft.settlement, paid, due);
+    booked = money.paid;
     updateRow(f.head, head,
               {{f.settlement, static_cast<int>(draft.settlement)},
-               {f.paid, f.headSign * paid},
+               {f.due, f.headSign * money.due},
+               {f.paid, f.headSign * money.paid},
+               {f.discount, draft.settlement == Settlement::AtPaidAmount ? money.due - money.paid : 0.0},
                {document_.note, sanitizeText(draft.note).left(100)},
                {document_.account, draft.account}});
-    if (!f.discount.empty()) {
-      if (settled && spread) updateRow(f.head, head, {{f.due, paid}});
-      updateRow(f.head, head, {{f.discount, settled && !spread ? due - paid : 0.0}});
-    }
-    if (document_.balance && settled && paid <= due) document_.balance(draft.number, paid, due);
   };
-  return auditAsking(f, draft.number, prompt, change);
+  const AuditOutcome outcome = auditAsking(f, draft.number, prompt, change);
+  if (outcome == AuditOutcome::Audited) tellBooked(draft.paid, booked, prompt);
+  return outcome;
+}
+
+Balanced TradingRules::settleMoney(const QString& number, Settlement settlement, double paid, double due) const {
+  // What goes on account is no difference: a balancing line of before goes.
+  if (document_.balance && settlement == Settlement::AtPaidAmount) return document_.balance(number, paid, due);
+  if (document_.balance) document_.balance(number, due, due);
+  return {.due = due, .paid = paid};
+}
+
+void TradingRules::tellBooked(double typed, double booked, Prompt& prompt) const {
+  if (toSixDecimals(typed) != toSixDecimals(booked))
+    prompt.notice(words(document_.paidWord) + u"改为 "_qs + numberText(booked));
+}
+
+QString TradingRules::differenceText(const AuditDraft& draft) const {
+  if (!document_.balance || draft.settlement != Settlement::AtPaidAmount) return {};
+  const double paid = roundTotalIfSeparate(draft.paid);
+  const QString difference = u"差额 "_qs + numberText(toSixDecimals(paid - draft.payable));
+  switch (differenceOf(paid, draft.payable)) {
+    case Difference::None:
+      break;
+    case Difference::BalancingLine:
+      return difference + u" 记入优惠商品"_qs;
+    case Difference::Spread:
+      return difference + u" 平摊到商品"_qs;
+    case Difference::PaidFollows:
+      return difference + u" 不入账，"_qs + words(document_.paidWord) + u"改为 "_qs + numberText(draft.payable);
+  }
+  return {};
 }
 
 bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {

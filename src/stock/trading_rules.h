@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/session.h"
+#include "stock/posting.h"
 #include "stock/trading_document.h"
 
 #include <span>
@@ -34,10 +35,14 @@ struct TradingDescription {
   std::string_view note, account, originalNumber;  // of the head
   QString SystemParameters::*paidFollows;          // "0": the paid amount follows what is due
   bool balancingIsDue = false;                     // returns give back what was paid: the balancing line counts
-  void (*balance)(const QString& number, double paid, double payable) = nullptr;
+  Balanced (*balance)(const QString& number, double paid, double payable) = nullptr;
+  std::u16string_view paidWord;  // 实付, 实收
+  // Of the head: the goods move when it is audited, also where they move by a document of their own otherwise.
+  std::string_view movesAtOnce;
   // A line beyond the stock: refused, or asked about where negative stock is allowed. Empty: goods come in.
   std::u16string_view shortRefusal, shortQuestion;
-  bool totalsByRate = false;  // a scanned line's total goes by price and tax rate, not by the rounded price with tax
+  LineRounding scans = LineRounding::Scanned;
+  bool takesMinus = false;  // a line below zero takes goods back: an exchange is one document
 };
 
 /// Lines of a trading document. What differs is overridden.
@@ -61,6 +66,7 @@ class TradingLines : public LineRules {
                           PickingMemory& memory, Prompt& prompt) const override;
   CopyResult copyStaged(const LinePlace& place, Lines target) const override;
 
+  bool takesMinus() const override { return document_.takesMinus; }
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                    PickingMemory* memory = nullptr) const override;
 
@@ -77,12 +83,19 @@ class TradingLines : public LineRules {
   const TradingDescription document_;
 
  private:
-  /// A waiting document that was audited meanwhile takes no change any more.
-  bool isClosed(Lines where, const QString& number) const;
-  QString numberOf(Lines where, std::int64_t id) const;
+  /// What the head of a waiting document says of its lines; a draft has none.
+  struct Head {
+    bool closed = false;  // it was audited meanwhile: it takes no change any more
+    bool movesAtOnce = false;
+  };
+  Head headOf(Lines where, const QString& number) const;
+  /// The row of a line as it stands; none: it is gone.
+  RowSet stored(Lines where, std::int64_t id) const;
+  QString numberOf(Lines where, const Row& row) const;
+  double moved(Lines where, const Head& head, double quantity) const;
+  /// What is written of a line that was typed. Nothing for a quantity of zero.
+  std::optional<LineFigures> figuresOf(const LineDraft& draft) const;
   std::int64_t insert(Lines where, const QString& number, const LineDraft& draft, const LineFigures& line) const;
-  void write(Lines where, std::int64_t id, const LineDraft& draft, const LineFigures& line) const;
-  void increaseByOne(std::int64_t id) const;
 };
 
 /// A trading document. What differs is overridden; `save` writes the head that only the document itself knows.
@@ -100,8 +113,14 @@ class TradingRules : public DocumentRules {
   RowSet waitingLines(const QString& number) const override;
   std::optional<AuditDraft> loadForAudit(const QString& number) const override;
   AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const override;
+  QString differenceText(const AuditDraft& draft) const override;
 
  protected:
+  /// What is booked of a paid and a due amount (yuan, as the screen has them) under this settlement. The lines follow:
+  /// what save and audit dialog do with the same money is one thing. Inside the caller's transaction.
+  Balanced settleMoney(const QString& number, Settlement settlement, double paid, double due) const;
+  /// "实付改为 90.33": the books hold another paid amount than was typed.
+  void tellBooked(double typed, double booked, Prompt& prompt) const;
   /// Refusals of save that all documents have, in the order in which the operator sees them.
   bool isIncomplete(const TradingDraft& draft, Prompt& prompt) const;
   /// Whether the audit dialog may write this.

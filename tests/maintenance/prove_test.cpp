@@ -88,6 +88,9 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
                                                    prompt);
   ASSERT_TRUE(partner_books::auditDocument(customerSide, partner_books::Kind::Payment, *payment));
   waitingSale("2021-05-03", {{"C", 1, 9}}, 0);
+  receipt::ReceiptDraft rebated = draftReceipt("2021-05-03", {{"C", 2, 3}});
+  rebated.paid = 5;
+  EXPECT_EQ(audit(save(rebated)), AuditOutcome::Audited);
   ASSERT_EQ(found(prove(), Weight::Wrong), QStringList());
 
   const Planted faults[] = {
@@ -116,6 +119,7 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
       {"delete from jxc_goodslist where gl_flag='xs' and g_sn='B'", "rows-missing"},
       {"update jxc_goodslist set gl_zje=1 where gl_flag='xs' and g_sn='B'", "ledger-amount"},
       {"update jxc_jhd set j_yfje=1", "head-amount"},
+      {"update jxc_jhd set j_sfje=6 where j_sfje=5", "stale-balancing"},
       {"delete from jxc_ysyfk where k_djlx='XT'", "partner-line"},
       {"update jxc_lsxsd set ls_sfje=3 where ls_status=1", "cash-line"},
       {"delete from jxc_xjyh where xj_dlx='收款单'", "payment-line"},

@@ -213,12 +213,6 @@ TEST_F(SaleTest, SettledBelowTheTotalByASpreadAndByABalancingLine) {
   EXPECT_EQ(line(gift).section(u' ', 1, 1), "0");
   EXPECT_EQ(audit(spread), AuditOutcome::Audited);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
-
-  // Within 0.4 nothing is spread, and the lines count as paid.
-  begin();
-  add("C", 20, 5.0075);
-  const QString near_ = saveSale(100, Settlement::AtPaidAmount);
-  EXPECT_EQ(row("select ls_yfje,ls_sfje from jxc_lsxsd where gl_djh=?", near_), "100.15 100.15");
 }
 
 TEST_F(SaleTest, GiftsNeedStockAndKeepTheirMark) {

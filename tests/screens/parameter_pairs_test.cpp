@@ -175,6 +175,7 @@ TEST_F(ParameterPairsTest, BalancingAndSettlementOfASale) {
       choose(s, "comJsfs", pair.settlement);
       type(s, "tssje", u"230");
       expectQuestion(QString::fromUtf8(kSaveSaleAudited), Answer::Yes);
+      if (pair.cash != 230) expectNotice(QStringLiteral("实收改为 229.99"));
       press(s, "F5");
     });
     EXPECT_EQ(rows("select ls_yfje,ls_sfje,ls_yhje,ls_jsfs from jxc_lsxsd where gl_djh=?", number), pair.head);

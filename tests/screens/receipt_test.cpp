@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -108,6 +109,14 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
       EXPECT_EQ(shown(check, "jsn"), "CJ21050310001");
       EXPECT_EQ(check.field("tsfje").number(), 200);
       type(check, "tsfje", u"262");
+      const auto* difference = check.findChild<QLabel*>("lDifference");
+      EXPECT_EQ(difference->text(), "");  // on account
+      choose(check, "comJsfs", QStringLiteral("按实付款结算"));
+      EXPECT_EQ(difference->text(), "差额 -200 记入优惠商品");
+      type(check, "tsfje", u"462");
+      EXPECT_EQ(difference->text(), "");
+      type(check, "tsfje", u"262");
+      choose(check, "comJsfs", QStringLiteral("余款记入应付帐"));
       press(check, "F5");
     });
     press(s, "F6");

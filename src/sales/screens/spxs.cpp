@@ -215,12 +215,12 @@ class TF_Spxs_Add : public GoodsPickScreen {
 // ---- one line ----------------------------------------------------------------------------------------------------
 
 constexpr ui::FieldSpec kLineFields[] = {
-    {"tsl", "数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+    {"tsl", "数量：", FieldKind::Quantity},
     {"tgsj", "单价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tdzl", "打折率：", FieldKind::Percent, "", 0, ui::NoMinus},
     {"ttax", "税率(%)：", FieldKind::Percent, "", 0, ui::NoMinus},
     {"ttaxdj", "含税单价：", FieldKind::Money, "", 0, ui::NoMinus},
-    {"tzje", "总金额：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tzje", "总金额：", FieldKind::Money},
     {"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus},
     {"tnote", "备注：", FieldKind::Text, "jxc_lsxssp.ls_bz", 0, ui::OffersRemarks},
 };

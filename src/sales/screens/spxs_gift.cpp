@@ -35,7 +35,7 @@ class TF_Spxs_Add2 : public ui::PickerScreen {
                       }}) {}
 };
 
-constexpr ui::FieldSpec kFields[] = {{"tsl", "数量：", ui::FieldKind::Quantity, "", 0, ui::NoMinus}};
+constexpr ui::FieldSpec kFields[] = {{"tsl", "数量：", ui::FieldKind::Quantity}};
 
 class TF_Spxs_Sele2 : public ui::Screen {
  public:

@@ -4,6 +4,8 @@
 #include "core/text.h"
 #include "stock/screens/preview_screen.h"
 
+#include <QLabel>
+
 namespace jxc {
 
 std::vector<ListItem> accountItems() {
@@ -28,10 +30,17 @@ Settlement chosenSettlement(const ui::Field& field) {
 }
 
 AuditScreen::AuditScreen(const AuditScreenSpec& spec)
-    : Screen(spec.screen), paid(field(spec.paid)), description_(spec), rules_(spec.rules()) {
+    : Screen(spec.screen),
+      paid(field(spec.paid)),
+      description_(spec),
+      rules_(spec.rules()),
+      difference_(new QLabel(this)) {
+  difference_->setObjectName(QStringLiteral("lDifference"));
+  difference_->setProperty("explanation", true);
   const std::string amounts = "tyfje " + std::string(spec.paid);
   panel()
       .form({"jsn trq tadmin", "tpartner", "tck tuser", amounts, "comJsfs comYhzh", "tnote"})
+      .widget(difference_)
       .buttons("btnPreview | btnOK btnCancel");
   // A balance of the year fits with its sign and the currency before it.
   auto* due = field("tyfje").widget();
@@ -40,6 +49,8 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
     saveCheckedValueTab2();
     return true;
   });
+  paid.onChanged([this] { showDifference(); });
+  comJsfs.onChanged([this] { showDifference(); });
   btnOK.setProperty("main", true);
   on(btnOK, [this] { saveCheckedValueTab2(); });
   on(command("btnPreview"), [this] {
@@ -71,6 +82,7 @@ void AuditScreen::activate() {
   comYhzh.setKey(draft_.account);
   comYhzh.setVisible(strIsTrue(session().cs_xjyh));
   tnote.setText(draft_.note);
+  showDifference();
 }
 
 void AuditScreen::collect() {
@@ -78,6 +90,13 @@ void AuditScreen::collect() {
   draft_.settlement = chosenSettlement(comJsfs);
   if (comYhzh.index() >= 0) draft_.account = comYhzh.text();
   draft_.note = tnote.text();
+}
+
+void AuditScreen::showDifference() {
+  AuditDraft typed = draft_;
+  typed.paid = paid.number();
+  typed.settlement = chosenSettlement(comJsfs);
+  difference_->setText(rules_.differenceText(typed));
 }
 
 void AuditScreen::saveCheckedValueTab2() {

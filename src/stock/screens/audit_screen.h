@@ -4,6 +4,8 @@
 #include "stock/trading_document.h"
 #include "ui/screen.h"
 
+class QLabel;
+
 namespace jxc {
 
 struct AuditScreenSpec {
@@ -31,11 +33,13 @@ class AuditScreen : public ui::Screen {
 
  private:
   void collect();  // what the operator has typed
+  void showDifference();
   void saveCheckedValueTab2();
 
   const AuditScreenSpec description_;
   const DocumentRules& rules_;
   AuditDraft draft_;
+  QLabel* difference_;  // what will become of it, while one types
 };
 
 /// How a document may be settled, by its kind: "cg" and "xs" as documents of purchase and sale are, "ct" a return to
