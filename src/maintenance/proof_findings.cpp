@@ -148,11 +148,12 @@ QString Proof::summary() const {
 
 RowSet Proof::rows() const {
   constexpr std::array<const char*, 3> weights = {"错误", "已知", "提示"};
-  RowSet rows({"id", "weight", "checked", "place", "stored", "due", "num", "reason", "repair"});
+  RowSet rows({"id", "weight", "level", "checked", "place", "stored", "due", "num", "reason", "repair"});
   std::int64_t id = 0;
   for (const Finding& finding : findings) {
     rows.addInteger(++id);
     rows.addText(weights[static_cast<std::size_t>(finding.weight)]);
+    rows.addInteger(static_cast<int>(finding.weight));
     for (const QString* text : {&finding.check, &finding.place, &finding.stored, &finding.due})
       rows.addText(text->toStdString());
     rows.addInteger(finding.count);

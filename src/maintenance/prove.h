@@ -42,8 +42,8 @@ struct Proof {
   bool isClean() const { return finished && wrong() == 0; }
   /// "核对完成：…" in one sentence.
   QString summary() const;
-  /// The findings as rows for a list: `id`, `weight` (text), `checked`, `place`, `stored`, `due`, `num`, `reason`,
-  /// `repair`.
+  /// The findings as rows for a list: `id`, `weight` (in words), `level` (the Weight as a number), `checked`, `place`,
+  /// `stored`, `due`, `num`, `reason`, `repair`.
   RowSet rows() const;
 };
 

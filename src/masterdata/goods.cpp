@@ -106,7 +106,7 @@ bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
   if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
   if (draft.name.isEmpty() || (draft.lens && draft.lens->product.isEmpty()))
     return refuse(QStringLiteral("商品名称必须填写！"));
-  if (draft.unit.isEmpty() || draft.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
+  if (draft.unit.isEmpty()) return refuse(QStringLiteral("商品单位必须填写！"));
   if (taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id)) {
     return refuse(id == 0 ? QStringLiteral("商品编号已经存在，请重新输入！") : QStringLiteral("商品编号已存在！"));
   }

@@ -34,7 +34,7 @@ bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const Power
   if (!common.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
   if (common.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
   if (common.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
-  if (common.unit.isEmpty() || common.unit == u"增加新单位...") return refuse(QStringLiteral("商品单位必须填写！"));
+  if (common.unit.isEmpty()) return refuse(QStringLiteral("商品单位必须填写！"));
   if (sphere.to < sphere.from || sphere.step <= 0) return refuse(QStringLiteral("屈光度范围不正确！"));
   if (cylinder.to < cylinder.from || cylinder.step <= 0) return refuse(QStringLiteral("散光度范围不正确！"));
   if (!mayKeepGoods(common, 0, prompt)) return false;

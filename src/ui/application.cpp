@@ -1,8 +1,10 @@
 #include "ui/application.h"
 
 #include "core/startup.h"
+#include "ui/command_keys.h"
 #include "ui/message_box_prompt.h"
 #include "ui/skin.h"
+#include "ui/typed_ahead.h"
 #include "ui/waiting_notice.h"
 
 #include <QEvent>
@@ -71,6 +73,9 @@ void doOrEnd(const std::function<void()>& work) {
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setUpLook(*this);
   showWaits();
+  // The first filter is the last that is asked: whoever catches a scanner's keys comes before.
+  installEventFilter(new CommandKeys(this));
+  installNativeEventFilter(new TypedAhead(this));
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -324,12 +324,11 @@ void Field::load(const Value& value) {
   stored_ = this->value();
 }
 
-QString Field::problem() const {
-  if (spec_.kind == FieldKind::Date && !readDate(field_detail::line(widget_)->text()) &&
-      !field_detail::line(widget_)->text().trimmed().isEmpty()) {
-    return QStringLiteral("日期格式不正确");
-  }
-  return validator_ ? validator_(*this) : QString();
+std::optional<QString> Field::problem() const {
+  if (spec_.kind != FieldKind::Date) return std::nullopt;
+  const QString typed = field_detail::line(widget_)->text();
+  if (typed.trimmed().isEmpty() || readDate(typed)) return std::nullopt;
+  return QStringLiteral("日期格式不正确");
 }
 
 void Field::setVisible(bool on) {
@@ -475,19 +474,11 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
     if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) focusGone();
   } else if (event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (spec_.kind == FieldKind::Picker && !readOnly_ && key->key() == Qt::Key_F2) {
-      pick();
-      return true;
-    }
-    if ((spec_.flags & OffersRemarks) && key->key() == Qt::Key_F4 && key->modifiers() == Qt::NoModifier) {
-      takeRemark();
+    if (isOpenedBy(*key)) {
+      spec_.kind == FieldKind::Picker ? pick() : spec_.kind == FieldKind::Date ? openCalendar() : takeRemark();
       return true;
     }
     if (spec_.kind == FieldKind::Date && !readOnly_) {
-      if (key->key() == Qt::Key_F4) {
-        openCalendar();
-        return true;
-      }
       const int step = key->key() == Qt::Key_Up ? 1 : key->key() == Qt::Key_Down ? -1 : 0;
       const auto date = QDate::fromString(lastDate_, QStringLiteral("yyyy-MM-dd"));
       if (step != 0 && date.isValid()) {
@@ -505,6 +496,12 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QObject::eventFilter(watched, event);
+}
+
+bool Field::isOpenedBy(const QKeyEvent& key) const {
+  if (readOnly_ || key.modifiers() != Qt::NoModifier) return false;
+  if (spec_.kind == FieldKind::Picker) return key.key() == Qt::Key_F2;
+  return key.key() == Qt::Key_F4 && (spec_.kind == FieldKind::Date || (spec_.flags & OffersRemarks));
 }
 
 void Field::pick() {

@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+class QKeyEvent;
 class QLabel;
 class QWidget;
 
@@ -64,9 +65,8 @@ class Field : public QObject {
   const Value& stored() const { return stored_; }
   void apply() { stored_ = value(); }
   void cancel() { setValue(stored_); }
-  /// A text that tells what is wrong with the buffer, empty when it is fine.
-  void setValidator(std::function<QString(const Field&)> validator) { validator_ = std::move(validator); }
-  QString problem() const;
+  /// What is wrong with the buffer, in words for the operator.
+  std::optional<QString> problem() const;
 
   // State.
   void setVisible(bool on);  // with its label
@@ -92,6 +92,8 @@ class Field : public QObject {
   // For the screen.
   bool enterPressed() { return enter_ && enter_(); }
   void pick();
+  /// Whether this key opens the list, the calendar or the remarks behind this input, as its little button says.
+  bool isOpenedBy(const QKeyEvent& key) const;
   /// Puts a standard remark where the cursor stands; the operator chooses it from their list.
   void takeRemark();
 
@@ -121,7 +123,6 @@ class Field : public QObject {
   QString key_;       // of a picker
   int quiet_ = 0;
   bool readOnly_ = false;
-  std::function<QString(const Field&)> validator_;
   std::function<void()> changed_, left_;
   std::function<bool()> enter_;
   Picking picking_;

@@ -3,6 +3,7 @@
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
+#include "ui/typed_ahead.h"
 
 #include <QAbstractItemDelegate>
 #include <QAbstractItemView>
@@ -321,9 +322,9 @@ void Screen::focusFirst() {
 bool Screen::checkFields() {
   for (const auto& field : fields_) {
     if (!field->isVisible()) continue;
-    const QString problem = field->problem();
-    if (problem.isEmpty()) continue;
-    prompt().notice(problem);
+    const auto problem = field->problem();
+    if (!problem) continue;
+    prompt().notice(*problem);
     field->focus();
     return false;
   }
@@ -336,14 +337,25 @@ void Screen::enterPressed(Field&) {
 }
 
 bool Screen::runKey(const QKeySequence& key) {
+  bool isGrey = false;  // a command in sight that cannot be given now: its key does nothing else meanwhile
   for (const auto& part : commands_) {
-    if (!part->button->isVisible() || !part->button->isEnabled()) continue;
+    if (!part->button->isVisible()) continue;
     if (std::find(part->keys.begin(), part->keys.end(), key) == part->keys.end()) continue;
+    if (!part->button->isEnabled()) {
+      isGrey = true;
+      continue;
+    }
     screen_detail::closeCell(focusWidget());
     part->button->click();
     return true;
   }
-  return false;
+  return isGrey;
+}
+
+bool Screen::takeCommandKey(const QKeyEvent& key) {
+  const bool isInputsOwn =
+      std::any_of(fields_.begin(), fields_.end(), [&](const auto& f) { return f->hasFocus() && f->isOpenedBy(key); });
+  return !isInputsOwn && runKey(screen_detail::keyOf(key));
 }
 
 void Screen::keyPressEvent(QKeyEvent* event) {
@@ -378,7 +390,7 @@ void Screen::showEvent(QShowEvent* event) {
   }
   // Screens are kept without a parent, so that none goes with another; for the desktop they belong to what they stand
   // on.
-  auto* below = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
+  auto* below = windowInFront();
   if (below && below != this && windowHandle() && below->window()->windowHandle()) {
     windowHandle()->setTransientParent(below->window()->windowHandle());
     if (!event->spontaneous()) {

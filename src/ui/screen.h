@@ -99,6 +99,9 @@ class Screen : public QDialog {
   /// Notices and questions of this screen, for the rules that it calls.
   Prompt& prompt();
 
+  /// A key on its way to an input of this screen: true when it was a command's, and the input must not have it.
+  bool takeCommandKey(const QKeyEvent& key);
+
   /// Closing by Esc, by the window's box and by btnCancel ends here; accept() does not ask.
   void reject() override;
 

@@ -14,22 +14,22 @@ import time
 TOP = pathlib.Path(__file__).resolve().parents[2]
 
 
+def missing_tools():
+    """The names of the tools that are not there."""
+    return ", ".join(tool for tool in ("Xvfb", "openbox", "xdotool") if not shutil.which(tool))
+
+
 class Failure(Exception):
     pass
 
 
-class Desk:
-    """A display with a window manager, and the program on it in a fresh program directory."""
+class Display:
+    """A display in memory with a window manager."""
 
-    def __init__(self, program, prepare=None, folder=None, **how):
-        """`prepare` gets the program directory, made in `folder`, before the program starts on it as `how` tells
-        (user, group)."""
-        self.home = tempfile.mkdtemp(prefix="jxc-tour.", dir=folder)
-        if prepare:
-            prepare(self.home)
+    def __init__(self, size="1366x900"):
         self.children = []
         reading, writing = os.pipe()
-        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x900x24", "-nolisten", "tcp", "-noreset"],
+        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset"],
                    pass_fds=(writing,))
         os.close(writing)
         number = os.fdopen(reading).readline().strip()
@@ -37,7 +37,6 @@ class Desk:
         self.env.pop("QT_QPA_PLATFORM", None)
         self.env.pop("WAYLAND_DISPLAY", None)
         self.spawn(["openbox", "--sm-disable"], env=self.env)
-        self.program = self.spawn([program, "--home", self.home], env=self.env, **how)
 
     def spawn(self, words, **how):
         child = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
@@ -50,6 +49,22 @@ class Desk:
             if child.poll() is None:
                 child.terminate()
             child.wait()
+
+
+class Desk(Display):
+    """The program on a display of its own, in a fresh program directory."""
+
+    def __init__(self, program, prepare=None, folder=None, **how):
+        """`prepare` gets the program directory, made in `folder`, before the program starts on it as `how` tells
+        (user, group)."""
+        self.home = tempfile.mkdtemp(prefix="jxc-tour.", dir=folder)
+        if prepare:
+            prepare(self.home)
+        super().__init__()
+        self.program = self.spawn([program, "--home", self.home], env=self.env, **how)
+
+    def close(self):
+        super().close()
         shutil.rmtree(self.home, ignore_errors=True)
 
     def xdo(self, *words):

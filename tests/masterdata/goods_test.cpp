@@ -125,7 +125,7 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
       },
       QStringLiteral("商品编号必须填写！"));
   refused([](GoodsDraft& d) { d.name.clear(); }, QStringLiteral("商品名称必须填写！"));
-  refused([](GoodsDraft& d) { d.unit = QStringLiteral("增加新单位..."); }, QStringLiteral("商品单位必须填写！"));
+  refused([](GoodsDraft& d) { d.unit.clear(); }, QStringLiteral("商品单位必须填写！"));
   refused([](GoodsDraft& d) { d.number = QStringLiteral("00000000"); },
           QStringLiteral("商品编号已经存在，请重新输入！"));
 

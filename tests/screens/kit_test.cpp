@@ -4,8 +4,13 @@
 #include "ui/display.h"
 #include "ui/picker_screen.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QTableView>
+
+#include <utility>
 
 namespace jxc::test {
 namespace kit_test {
@@ -18,14 +23,17 @@ constexpr ui::FieldSpec kFields[] = {
     {"comCk", "仓库：", ui::FieldKind::Combo},
     {"tnote", "说明：", ui::FieldKind::EditCombo, "jxc_djbz.dj_name"},
     {"chkOn", "启用", ui::FieldKind::Check},
+    {"tmemo", "详细说明：", ui::FieldKind::Memo},
 };
 constexpr ui::ColumnSpec kColumns[] = {
     {"dj_name", "单位"},
     {.field = "dj_pl", .caption = "次数", .kind = ui::ColumnKind::Quantity, .sum = true, .editable = true},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridDj", "计量单位", kColumns, "按F2添加单位"}};
-constexpr ui::CommandSpec kCommands[] = {
-    {"btnAdd", "添加", "F2"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "添加", "F2"},      {"btnDel", "删除", "Ctrl+D"},
+                                         {"btnEnd", "结清", "Ctrl+E"},  {"btn_Dele", "删单", "Ctrl+Del"},
+                                         {"btnCopy", "复制", "Ctrl+C"}, {"btnAll", "全部", "F4"},
+                                         {"btnOK", "确定", "F5"},       {"btnCancel", "取消", "Esc"}};
 constexpr ui::ScreenSpec kSpec = {
     .name = "F_KitTest", .title = "试验屏幕", .fields = kFields, .grids = kGrids, .commands = kCommands};
 
@@ -39,6 +47,8 @@ class TF_KitTest : public ui::Screen {
       if (tname.trimmed().isEmpty()) return prompt().notice(QStringLiteral("备注名称必须填写！"));
       accept();
     });
+    for (const char* name : {"btnDel", "btnEnd", "btn_Dele", "btnCopy", "btnAll"})
+      on(command(name), [this, name] { given << QLatin1StringView(name); });
     tje.onChanged([this] { ++changes; });
     gridDj.onChanged([this](const Row& row, std::string_view, const QString& text) {
       execSql("update jxc_djbz set dj_pl=? where id=?", text.toInt(), row.integer("id"));
@@ -55,6 +65,7 @@ class TF_KitTest : public ui::Screen {
   QPushButton& btnOK = command("btnOK");
   int added = 0;
   int changes = 0;
+  QStringList given;  // the other commands, as they came
 
  protected:
   bool mayLeave() override { return tname.isEmpty() || prompt().ask(QStringLiteral("放弃输入吗？")); }
@@ -96,6 +107,62 @@ TEST_F(ScreenTest, KeysMoveConfirmAndLeave) {
   });
   EXPECT_TRUE(accepted);
   EXPECT_EQ(screen.tname.text(), QStringLiteral("二号仓"));
+}
+
+// Wherever the operator types, the key of a command is the command's, whatever the desktop makes of it in an input.
+TEST_F(ScreenTest, CommandsHaveTheirKeysInEveryInput) {
+  kit_test::TF_KitTest screen;
+  const auto given = [&] { return std::exchange(screen.given, {}).join(u' '); };
+  open(screen, [&](ui::Screen& s) {
+    for (const char* input : {"tname", "tje", "dateRq", "comCk", "tnote", "tmemo"}) {
+      auto& field = s.field(input);
+      field.setText(u"2026-05-01"_qs);
+      const QString before = field.text();
+      field.focus();
+      if (field.spec().kind != ui::FieldKind::Combo) press(s, "Home");
+      for (const char* key : {"Ctrl+D", "Ctrl+E", "Ctrl+Del", "F4"})
+        press(s, key);
+      const bool hasCalendar = field.spec().kind == ui::FieldKind::Date;  // opens by F4
+      EXPECT_EQ(given(), hasCalendar ? "btnDel btnEnd btn_Dele" : "btnDel btnEnd btn_Dele btnAll") << input;
+      EXPECT_EQ(field.text(), before) << input;
+      if (auto* calendar = QApplication::activePopupWidget()) calendar->close();
+    }
+    // What is typed in a cell counts before the command does.
+    typeInCell(s, "gridDj", 0, "dj_pl", u"7");
+    press(s, "Ctrl+D");
+    EXPECT_EQ(given(), "btnDel");
+    EXPECT_EQ(lookupValue("select dj_pl from jxc_djbz where dj_name='副'"), "7");
+
+    // What is marked in a text is copied; a copy of nothing is the command's.
+    auto* name = static_cast<QLineEdit*>(screen.tname.widget());
+    screen.tname.setText(u"abc"_qs);
+    screen.tname.focus();
+    press(s, "Ctrl+C");
+    EXPECT_EQ(given(), "");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "abc");
+    name->deselect();
+    press(s, "Ctrl+C");
+    EXPECT_EQ(given(), "btnCopy");
+
+    // The key of a grey command does nothing, least of all to the text.
+    s.command("btnDel").setEnabled(false);
+    name->home(false);
+    press(s, "Ctrl+D");
+    EXPECT_EQ(screen.tname.text() + given(), "abc");
+    s.command("btnDel").setEnabled(true);
+
+    // While a word is composed, the keys are the input method's.
+    QInputMethodEvent composing(u"zhong"_qs, {});
+    QApplication::sendEvent(name, &composing);
+    press(s, "F4");
+    EXPECT_EQ(given(), "");
+    QInputMethodEvent composed;
+    composed.setCommitString(u"中"_qs);
+    QApplication::sendEvent(name, &composed);
+    press(s, "F4");
+    EXPECT_EQ(given(), "btnAll");
+    screen.tname.clear();
+  });
 }
 
 TEST_F(ScreenTest, InputsHoldWhatTheirKindAllows) {

@@ -142,6 +142,9 @@ void CommandSearch::keyPressEvent(QKeyEvent* event) {
       clear();
       list_->hide();
       return parentWidget()->setFocus();
+    case Qt::Key_K:  // with Ctrl it begins anew; under X it would cut the line off
+      if (event->modifiers() == Qt::ControlModifier) return begin();
+      break;
     default:
       break;
   }

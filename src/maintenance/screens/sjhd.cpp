@@ -50,9 +50,9 @@ class TF_Sjhd : public ui::Screen {
         .widget(detail_)
         .buttons("btn_Cxjs btn_Jgtb | btnOK btnCancel");
     list_.setRowLook([](const Row& row) {
-      const QString weight = row.text("weight");
-      if (weight == u"错误") return ui::RowLook::Bad;
-      return weight == u"提示" ? ui::RowLook::Muted : ui::RowLook::Normal;
+      const auto weight = static_cast<proof::Weight>(row.integer("level"));
+      if (weight == proof::Weight::Wrong) return ui::RowLook::Bad;
+      return weight == proof::Weight::Note ? ui::RowLook::Muted : ui::RowLook::Normal;
     });
     list_.onCurrentChanged([this] { showDetail(); });
     on(command("btnOK"), [this] { prove(); });

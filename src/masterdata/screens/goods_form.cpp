@@ -23,10 +23,6 @@ namespace goods_form_detail {
 constexpr int kSetCommission = 19;  // of the rights "qtcz"
 constexpr std::array<std::string_view, 5> kLevels = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
 
-QString newUnit() {
-  return QStringLiteral("增加新单位...");
-}
-
 }  // namespace goods_form_detail
 
 GoodsForm::GoodsForm(const ui::ScreenSpec& spec, GoodsClassTree::Show classes) : Screen(spec), classes_(classes) {
@@ -61,16 +57,16 @@ void GoodsForm::setUnit(const QString& name) {
     known = known || row.text("dw_name") == name;
   }
   // An article keeps its unit also when the word was taken off the list.
-  if (!known && !name.isEmpty() && name != goods_form_detail::newUnit()) items.push_back({name, name});
-  items.push_back({goods_form_detail::newUnit(), {}});
+  if (!known && !name.isEmpty()) items.push_back({name, name});
+  items.push_back({QStringLiteral("增加新单位..."), {}});  // no key: it is no unit
   dw_name.setItems(items);
   if (!name.isEmpty()) dw_name.setText(name);
-  unit_ = dw_name.text();
+  unit_ = dw_name.key();
 }
 
 void GoodsForm::unitChanged() {
-  if (dw_name.text() != goods_form_detail::newUnit()) {
-    unit_ = dw_name.text();
+  if (const QString chosen = dw_name.key(); !chosen.isEmpty()) {
+    unit_ = chosen;
     return;
   }
   const QString taken = ui::screenAs<TF_Dwgl>("F_Dwgl").pick();
@@ -120,7 +116,7 @@ void GoodsForm::showDraft(const GoodsDraft& draft) {
 void GoodsForm::readDraft(GoodsDraft& draft) const {
   draft.classNumber = class_ ? std::optional(class_->number) : std::nullopt;
   draft.number = g_sn.trimmed();
-  draft.unit = dw_name.text();
+  draft.unit = dw_name.key();
   draft.purchasePrice = g_jj.number();
   draft.salePrice = g_sj.number();
   draft.retailPrice = g_lsj.number();
