@@ -138,12 +138,17 @@ void addLine(report::Template& t, BandKind kind, const char* prefix, const std::
   }
 }
 
-report::Template listTemplate(const std::vector<Grid::ExportColumn>& columns, const Raster& raster, bool hasFilter,
-                              bool hasSums) {
+/// What stands on the paper besides the rows.
+struct Parts {
+  bool filter = false, drawing = false, sums = false;
+};
+
+report::Template listTemplate(const std::vector<Grid::ExportColumn>& columns, const Raster& raster, Parts parts) {
+  constexpr double kDrawing = 95;
   report::Template t;
   t.page.landscape = raster.across;
   const double width = t.page.bodyWidth();
-  report::Band& title = addBand(t, BandKind::ReportTitle, hasFilter ? 16 : 11);
+  report::Band& title = addBand(t, BandKind::ReportTitle, parts.filter ? 16 : 11);
   Item caption = report::textItem(0, 0, width, 9, QStringLiteral("[listTitle]"), HAlign::Center);
   caption.font.size = 15;
   caption.font.bold = true;
@@ -151,15 +156,19 @@ report::Template listTemplate(const std::vector<Grid::ExportColumn>& columns, co
   Item count = report::textItem(width - 40, 3, 40, 6, QStringLiteral("[listCount]"), HAlign::Right);
   count.font.size = 8;
   title.items.push_back(count);
-  if (hasFilter) {
+  if (parts.filter) {
     Item filter = report::textItem(0, 9.5, width, 5, QStringLiteral("[listFilter]"));
     filter.font.size = 8;
     filter.grow = true;
     title.items.push_back(filter);
   }
+  if (parts.drawing) {
+    addBand(t, BandKind::ReportTitle, kDrawing + 3)
+        .items.push_back(report::pictureItem(0, 0, width, kDrawing, QStringLiteral("drawing:list")));
+  }
   addLine(t, BandKind::ColumnHeader, "h", columns, raster);
   addLine(t, BandKind::MasterData, "c", columns, raster);
-  if (hasSums) addLine(t, BandKind::Summary, "s", columns, raster);
+  if (parts.sums) addLine(t, BandKind::Summary, "s", columns, raster);
   report::Band& foot = addBand(t, BandKind::PageFooter, 7);
   const auto small = [&](double x, double wide, const char16_t* content, HAlign align) {
     Item item = report::textItem(x, 2, wide, 5, QString::fromUtf16(content), align);
@@ -186,7 +195,7 @@ RowSet shownTexts(const Grid& grid, const std::vector<Grid::ExportColumn>& colum
 
 }  // namespace grid_paper_detail
 
-report::Report gridReport(const Grid& grid) {
+report::Report gridReport(const Grid& grid, const report::Drawing& drawing) {
   using namespace grid_paper_detail;
   const auto columns = grid.exportColumns();
   const GridHeading heading = grid.heading();
@@ -194,9 +203,11 @@ report::Report gridReport(const Grid& grid) {
   const bool hasSums = std::any_of(columns.begin(), columns.end(), [&](const auto& column) {
     return specs[static_cast<std::size_t>(column.column)].sum;
   });
-  report::Template t = listTemplate(columns, rasterOf(wishes(grid, columns)), !heading.filter.isEmpty(), hasSums);
+  const Parts parts{.filter = !heading.filter.isEmpty(), .drawing = drawing != nullptr, .sums = hasSums};
+  report::Template t = listTemplate(columns, rasterOf(wishes(grid, columns)), parts);
   t.title = heading.title;
   report::Report report(std::move(t));
+  if (drawing) report.setDrawing(u"list", drawing);
   report.setText(u"listTitle", heading.title);
   report.setText(u"listFilter", heading.filter);
   report.setText(u"listCount", QStringLiteral("共 %1 条").arg(grid.rowCount()));

@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QString>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -51,6 +52,7 @@ class BandMaker {
     bool preprinted = false;
     bool growing = true;  // bands of a fixed place do not grow
     QString pictureFolder;
+    const std::map<QString, Drawing>* drawings = nullptr;
   };
   BandMaker(Program& program, Pages::Data& data, Options options);
 

@@ -32,7 +32,7 @@ Layout::Layout(const Report& report, int pages)
       page_(report.template_.page),
       data_(std::make_shared<Pages::Data>()),
       program_(report.rows_, layout_detail::nowText(report.now_)),
-      maker_(program_, *data_, {page_.preprinted, true, report.pictureFolder_}),
+      maker_(program_, *data_, {page_.preprinted, true, report.pictureFolder_, &report.drawings_}),
       pages_(pages),
       rowCount_(report.rows_.rowCount()),
       across_(page_.columns > 1 && page_.flow == Flow::Across) {

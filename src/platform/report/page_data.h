@@ -44,10 +44,11 @@ struct Sheet {
   std::vector<Piece> pieces;
 };
 
-/// A picture by its file or its own bytes.
+/// A picture by its file, its own bytes or its drawing.
 struct PictureSource {
   QString file;
   QByteArray bytes;
+  Drawing drawing;
 };
 
 struct Pages::Data {

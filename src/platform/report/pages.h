@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -13,6 +14,11 @@ class QImage;
 class QPainter;
 
 namespace jxc::report {
+
+/// Something that the program draws on paper itself, inside the area and as fine as the device: a chart. Lengths are
+/// hundredths of a millimetre, fonts have pixel sizes of the same. It is kept with the pages and called whenever they
+/// are painted.
+using Drawing = std::function<void(QPainter& painter, const QRectF& area)>;
 
 /// An expression or object that could not be printed; the paper shows a mark in its place.
 struct Fault {

@@ -237,7 +237,18 @@ class Painter {
     return shown;
   }
 
+  void drawing(const Piece& piece, const Drawing& draw) {
+    const QRectF place = area(piece);
+    const QSizeF size = piece.turn % 2 == 0 ? place.size() : place.size().transposed();
+    painter_.save();
+    painter_.translate(place.center());
+    painter_.rotate(90 * piece.turn);
+    draw(painter_, QRectF(QPointF(-size.width() / 2, -size.height() / 2), size));
+    painter_.restore();
+  }
+
   void picture(const Piece& piece) {
+    if (const Drawing& draw = data_.pictures[piece.first].drawing) return drawing(piece, draw);
     const QImage* shown = image(piece);
     if (!shown) return;
     const QRectF place = area(piece);

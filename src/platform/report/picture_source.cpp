@@ -11,6 +11,7 @@ namespace picture_source_detail {
 
 /// Whether it is a picture, by its first bytes: pictures are read when they are painted.
 bool isReadable(const PictureSource& source) {
+  if (source.drawing) return true;
   if (source.bytes.isEmpty()) return QImageReader(source.file).canRead();
   QBuffer buffer;
   buffer.setData(source.bytes);
@@ -31,13 +32,16 @@ int BandMaker::pictureIndex(const QString& content, QString& fault) {
   if (content.startsWith(u"data:")) {
     const qsizetype comma = content.indexOf(u',');
     source.bytes = QByteArray::fromBase64(QStringView(content).mid(comma + 1).toLatin1());
+  } else if (constexpr QStringView kDrawing = u"drawing:"; options_.drawings && content.startsWith(kDrawing)) {
+    const auto found = options_.drawings->find(content.mid(kDrawing.size()).toLower());
+    if (found != options_.drawings->end()) source.drawing = found->second;
   } else {
     QString name = content;
     name.replace(u'\\', u'/');
     source.file = QDir(options_.pictureFolder).filePath(name);
   }
   int index = -1;
-  if (!source.bytes.isEmpty() || QFileInfo(source.file).isFile()) {
+  if (source.drawing || !source.bytes.isEmpty() || QFileInfo(source.file).isFile()) {
     if (picture_source_detail::isReadable(source)) {
       index = static_cast<int>(data_.pictures.size());
       data_.pictures.push_back(std::move(source));

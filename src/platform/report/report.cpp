@@ -27,6 +27,10 @@ void Report::setFunction(QStringView name, int least, int most, ReportFunction f
   functions_[name.toString().toLower()] = {least, most, std::move(function)};
 }
 
+void Report::setDrawing(QStringView name, Drawing drawing) {
+  drawings_[name.toString().toLower()] = std::move(drawing);
+}
+
 Pages Report::prepare() const {
   int guess = 1;
   std::shared_ptr<Pages::Data> data;

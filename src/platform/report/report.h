@@ -46,6 +46,8 @@ class Report {
 
   /// "Capitals" …; `least` and `most` arguments.
   void setFunction(QStringView name, int least, int most, ReportFunction function);
+  /// What a picture item with the content "drawing:NAME" shows.
+  void setDrawing(QStringView name, Drawing drawing);
   /// Where pictures are found whose name is no whole path.
   void setPictureFolder(const QString& folder) { pictureFolder_ = folder; }
   /// Labels: cells of the first sheet that are used up already.
@@ -68,6 +70,7 @@ class Report {
   std::map<QString, QString> variables_;  // by lower-case name
   std::map<QString, Function> functions_;
   RowSet rows_;
+  std::map<QString, Drawing> drawings_;  // by lower-case name
   QString pictureFolder_, now_;
   int skippedCells_ = 0;
 };

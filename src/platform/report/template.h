@@ -104,7 +104,8 @@ struct Item {
   double x = 0, y = 0, width = 0, height = 0;  // inside its band; a line runs from the corner to the opposite one
 
   /// Text, Barcode: words with expressions in square brackets, "客户：[khName]". Picture: the same, giving a file name
-  /// (below the picture folder unless it is a whole path) or a "data:image/png;base64,…".
+  /// (below the picture folder unless it is a whole path), a "data:image/png;base64,…" or a "drawing:NAME" of the
+  /// program (`Report::setDrawing`).
   QString content;
   QString visibleIf;          // an expression; empty: always
   bool background = false;    // belongs to the form: left out on preprinted paper
