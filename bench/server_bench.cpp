@@ -3,9 +3,9 @@
 #include "audit_words.h"
 #include "core/account_copy.h"
 #include "core/clock.h"
-#include "delaying_proxy.h"
 #include "engine/server.h"
 #include "filled_shop.h"
+#include "server/delaying_proxy.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
 
@@ -308,7 +308,7 @@ void fillServer(int rows) {
 
 void audits(benchmark::State& state, bool sale, bool byHand, int rows, std::chrono::microseconds eachWay) {
   fillServer(rows);
-  std::optional<bench::DelayingProxy> proxy;
+  std::optional<test::DelayingProxy> proxy;
   if (eachWay.count() > 0) proxy.emplace(serverPort(), eachWay);
   const std::string address = addressBehind(proxy ? proxy->port() : serverPort());
   dataModule().installAccountDb(openPostgres(QString::fromStdString(addressBehind(serverPort()))));

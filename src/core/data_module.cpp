@@ -20,11 +20,26 @@ void DataModule::openAccountDb(const QString& fileName) {
   account_ = openAccountFile(programPath(QStringLiteral("data/") + fileName));
 }
 
+void DataModule::closeAccountDb() {
+  reading_.reset();
+  account_.reset();
+}
+
+BackgroundReading* DataModule::backgroundReading() {
+  Database& account = accountDb();
+  if (account.inTransaction()) return nullptr;
+  if (!reading_)
+    if (Database::OpenReader open = account.readerOpener())
+      reading_ = std::make_unique<BackgroundReading>(std::move(open));
+  return reading_.get();
+}
+
 Database& DataModule::accountDb() {
   return data_module_detail::required(account_, QStringLiteral("帐套数据库没有打开！"));
 }
 
 std::unique_ptr<Database> DataModule::installAccountDb(std::unique_ptr<Database> database) {
+  reading_.reset();
   std::swap(account_, database);
   return database;
 }

@@ -35,8 +35,15 @@ class Database {
   /// Counter value of the last inserted row of this connection.
   virtual std::int64_t lastCounter() const = 0;
 
-  /// A second connection to the same account set, for a list that loads in the background. Null where impossible.
-  virtual std::unique_ptr<Database> openReader() const = 0;
+  /// Opens a second connection to the same account set, that only reads. It may be called in any thread, also when this
+  /// connection is gone. Empty where there can be no second one: in memory, and in a trial.
+  using OpenReader = std::function<std::unique_ptr<Database>()>;
+  virtual OpenReader readerOpener() const = 0;
+  /// Such a connection; null where there can be none.
+  std::unique_ptr<Database> openReader() const {
+    const OpenReader open = readerOpener();
+    return open ? open() : nullptr;
+  }
   /// Consistent copy of the whole database into a file, also while others write: written beside it under a temporary
   /// name, readable by the owner only, and renamed when it is whole. Progress in percent; returning false cancels and
   /// leaves no trace (the call returns then, it does not throw). Not inside a transaction.

@@ -159,6 +159,31 @@ void RowSet::makeRoom() {
   blocks_ = ownRows().blocks.data();
 }
 
+void RowSet::addEmptyRow() {
+  for (int column = 0; column < columnCount(); ++column)
+    addNull();
+}
+
+void RowSet::addRow(const RowSet& from, int row) {
+  for (int column = 0; column < columnCount(); ++column) {
+    const Cell& cell = from.cell(row, column);
+    switch (cell.kind) {
+      case Value::Kind::Null:
+        addNull();
+        break;
+      case Value::Kind::Integer:
+        addInteger(cell.integer);
+        break;
+      case Value::Kind::Real:
+        addReal(cell.real);
+        break;
+      case Value::Kind::Text:
+        addText(textOf(cell));
+        break;
+    }
+  }
+}
+
 void RowSet::addText(std::string_view utf8) {
   if (utf8.size() > std::numeric_limits<std::uint32_t>::max())
     throw DbError(DbError::Kind::Other, QStringLiteral("一个字段的内容太大，无法读取。"));

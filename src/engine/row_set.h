@@ -105,6 +105,10 @@ class RowSet {
   void addInteger(std::int64_t number) { append(Value::Kind::Integer).integer = number; }
   void addReal(double number) { append(Value::Kind::Real).real = number; }
   void addText(std::string_view utf8);
+  /// A row of nulls.
+  void addEmptyRow();
+  /// A row of another set with the same columns.
+  void addRow(const RowSet& from, int row);
 
   /// Bytes held by the rows.
   std::size_t memory() const;

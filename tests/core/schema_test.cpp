@@ -62,7 +62,7 @@ class Recorder : public Database {
   }
   void check(const SqlText& sql) override { inner_.check(noted(sql)); }
   std::int64_t lastCounter() const override { return inner_.lastCounter(); }
-  std::unique_ptr<Database> openReader() const override { return inner_.openReader(); }
+  OpenReader readerOpener() const override { return inner_.readerOpener(); }
   void backupTo(const QString& file, const std::function<bool(int)>& progress) override {
     inner_.backupTo(file, progress);
   }

@@ -1,10 +1,9 @@
 #include "server/cutting_proxy.h"
 
 #include "server/loopback.h"
+#include "server/test_engine.h"
 
 #include <array>
-#include <cstdlib>
-#include <libpq-fe.h>
 #include <poll.h>
 #include <string_view>
 
@@ -14,19 +13,9 @@ namespace cutting_proxy_detail {
 // Signs of the protocol: the text of the command with its zero, and what the server says when it has done it.
 constexpr std::string_view command{"commit\0", 7}, answer{"COMMIT\0", 7};
 
-int portOf(const std::string& address) {
-  int port = 0;
-  PQconninfoOption* const options = PQconninfoParse(address.c_str(), nullptr);
-  for (const PQconninfoOption* option = options; option && option->keyword; ++option)
-    if (option->val && std::string_view(option->keyword) == "port") port = std::atoi(option->val);
-  PQconninfoFree(options);
-  return port;
-}
-
 }  // namespace cutting_proxy_detail
 
-CuttingProxy::CuttingProxy(const std::string& serverAddress)
-    : serverPort_(cutting_proxy_detail::portOf(serverAddress)) {
+CuttingProxy::CuttingProxy(const std::string& serverAddress) : serverPort_(portOf(serverAddress)) {
   const loopback::Listener listener = loopback::listenAnywhere();
   address_ = serverAddress + " host=127.0.0.1 port=" + std::to_string(listener.port);
   thread_ = std::thread([this, socket = listener.socket] { serve(socket); });

@@ -185,6 +185,15 @@ void cutConnections() {
 void cutAtCommit(const std::string& table) {
   test_engine_detail::freshSlot().cutAtCommit(table);
 }
+int portOf(const std::string& address) {
+  int port = 0;
+  PQconninfoOption* const options = PQconninfoParse(address.c_str(), nullptr);
+  for (const PQconninfoOption* option = options; option && option->keyword; ++option)
+    if (option->val && std::string_view(option->keyword) == "port") port = std::atoi(option->val);
+  PQconninfoFree(options);
+  return port;
+}
+
 std::string copyAddress() {
   return test_engine_detail::freshSlot().copyAddress();
 }

@@ -28,6 +28,8 @@ void cutConnections();
 void cutAtCommit(const std::string& table);
 /// Its address for libpq.
 std::string copyAddress();
+/// The port that an address of libpq names.
+int portOf(const std::string& address);
 /// The same on SQLite whatever the tests run on, for comparing.
 std::unique_ptr<Database> openFreshFile();
 

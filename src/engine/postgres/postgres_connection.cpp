@@ -35,13 +35,18 @@ void PostgresDatabase::connect() {
   const Link::Access access = options_.readOnly ? Link::Access::Read
                               : options_.create ? Link::Access::Create
                                                 : Link::Access::Write;
-  link_ = std::make_unique<Link>(address_, access);
+  changeLink(std::make_unique<Link>(address_, access));
   for (auto& [text, statement] : statements_)
     for (Step& step : statement->steps)
       step.prepared = false;
   catalogue_.forget();
   sent_.clear();
   deallocate_ = false;
+}
+
+void PostgresDatabase::changeLink(std::unique_ptr<Link> link) {
+  const std::lock_guard guard(changingLink_);
+  link_ = std::move(link);
 }
 
 /// The connection, made again when it broke while nobody was in the middle of something.
@@ -52,7 +57,7 @@ Link& PostgresDatabase::link() {
   Wait forTheServer;
   for (;;) {
     try {
-      link_.reset();
+      changeLink(nullptr);
       connect();
       return *link_;
     } catch (const ConnectionLost&) {
@@ -65,7 +70,7 @@ Link& PostgresDatabase::link() {
 }
 
 void PostgresDatabase::loseLink(std::string_view text) {
-  link_.reset();
+  changeLink(nullptr);
   sent_.clear();
   savepoints_.clear();
   if (opened_ > 0) lost_ = true;
@@ -74,12 +79,14 @@ void PostgresDatabase::loseLink(std::string_view text) {
 }
 
 void PostgresDatabase::interrupt() {
+  const std::lock_guard guard(changingLink_);
   if (link_) link_->cancel();
 }
 
-std::unique_ptr<Database> PostgresDatabase::openReader() const {
-  if (options_.trial) return nullptr;
-  return std::make_unique<PostgresDatabase>(address_, PostgresOptions{.readOnly = true});
+Database::OpenReader PostgresDatabase::readerOpener() const {
+  if (options_.trial) return {};
+  return
+      [address = address_] { return std::make_unique<PostgresDatabase>(address, PostgresOptions{.readOnly = true}); };
 }
 
 // ---- transactions ----

@@ -11,6 +11,7 @@
 #include "jet/plan.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -39,7 +40,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void check(const SqlText& sql) override;
   std::int64_t lastCounter() const override;
 
-  std::unique_ptr<Database> openReader() const override;
+  OpenReader readerOpener() const override;
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
   void interrupt() override;
 
@@ -86,6 +87,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   // sending
   Link& link();
   void connect();
+  void changeLink(std::unique_ptr<Link> link);
   void openLevels();
   void control(const char* sql, Sent::What what = Sent::What::Control);
   void queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
@@ -113,6 +115,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   std::string address_;
   PostgresOptions options_;
   std::unique_ptr<Link> link_;
+  std::mutex changingLink_;  // an interruption comes from another thread
   PostgresCatalogue catalogue_;
   Arguments arguments_;
   std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;

@@ -9,7 +9,9 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace jxc::sqlite {
 namespace copying_detail {
@@ -105,9 +107,14 @@ bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::funct
 
 /// Before the account file is opened once more by its name: another file may stand there now.
 void requireSameFile(sqlite3* connection, const FileRole& role) {
-  if (fileHasMoved(connection))
-    throw cannotReach({role.file, false},
-                      QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
+  if (fileHasMoved(connection)) throw fileIsGone(role.file);
+}
+
+/// Which file stands there, whatever it is called. An account set is never an empty file of no number.
+std::pair<dev_t, ino_t> identityOf(const QString& file) {
+  struct stat found {};
+  if (::stat(QFile::encodeName(file).constData(), &found) != 0) return {};
+  return {found.st_dev, found.st_ino};
 }
 
 void requireNoTransaction(const Database& database) {
@@ -121,14 +128,17 @@ constexpr std::size_t headerBytes = 100;
 
 }  // namespace copying_detail
 
-std::unique_ptr<Database> SqliteDatabase::openReader() const {
-  if (role_.file.isEmpty()) return nullptr;
+Database::OpenReader SqliteDatabase::readerOpener() const {
+  if (role_.file.isEmpty()) return {};
   copying_detail::requireSameFile(connection_.get(), role_);
   // The program goes on when one list cannot be shown, so this is not an essential file.
-  const FileRole role{role_.file, false, true};
-  ConnectionHandle connection = openConnection(role, {.essential = false});
-  sqlite3_exec(connection.get(), "pragma query_only=on", nullptr, nullptr, nullptr);
-  return std::make_unique<SqliteDatabase>(std::move(connection), role, translator_);
+  return [role = FileRole{role_.file, false, true}, translator = translator_,
+          file = copying_detail::identityOf(role_.file)]() -> std::unique_ptr<Database> {
+    if (copying_detail::identityOf(role.file) != file) throw fileIsGone(role.file);
+    ConnectionHandle connection = openConnection(role, {.essential = false});
+    sqlite3_exec(connection.get(), "pragma query_only=on", nullptr, nullptr, nullptr);
+    return std::make_unique<SqliteDatabase>(std::move(connection), role, translator);
+  };
 }
 
 void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int percent)>& progress) {

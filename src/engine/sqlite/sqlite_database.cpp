@@ -237,6 +237,8 @@ void SqliteDatabase::requireFileInPlace(std::string_view text) const {
 template <class Read>
 auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values, Read read) {
   requireLive(sql.view());
+  // A reader that is kept would go on with the rows of a file that stands there no more.
+  if (role_.reader && fileHasMoved(connection_.get())) throw fileIsGone(role_.file);
   for (;;) {
     Statement& statement = statementFor(sql.view());
     if (!sqlite_database_detail::returnsRows(statement.plan))
@@ -445,6 +447,10 @@ void SqliteDatabase::rollback() {
     lost_ = depth_ > 0;
   }
   if (depth_ == 0) lost_ = defined_ = false;
+}
+
+DbError fileIsGone(const QString& file) {
+  return cannotReach({file, false}, QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
 }
 
 bool fileHasMoved(sqlite3* connection) {

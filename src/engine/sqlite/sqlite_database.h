@@ -37,7 +37,7 @@ class SqliteDatabase final : public Database, public Bulk {
   void check(const SqlText& sql) override;
   std::int64_t lastCounter() const override { return sqlite3_last_insert_rowid(connection_.get()); }
 
-  std::unique_ptr<Database> openReader() const override;
+  OpenReader readerOpener() const override;
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
   void interrupt() override { sqlite3_interrupt(connection_.get()); }
 
@@ -130,6 +130,8 @@ void requireAccountSet(sqlite3* connection, const FileRole& role);
 /// The file of this connection was moved away, deleted or replaced since it was opened; never of a database in memory.
 /// What is opened by the name then is another file, into which SQLite would carry the log of this one.
 bool fileHasMoved(sqlite3* connection);
+/// What is said then by whoever reads; the program goes on.
+DbError fileIsGone(const QString& file);
 
 /// The mark of an account database in the header of its file: "JXC1".
 inline constexpr int applicationId = 0x4a584331;

@@ -1,4 +1,4 @@
-#include "delaying_proxy.h"
+#include "server/delaying_proxy.h"
 
 #include "server/loopback.h"
 
@@ -6,7 +6,7 @@
 #include <netinet/tcp.h>
 #include <poll.h>
 
-namespace jxc::bench {
+namespace jxc::test {
 namespace delaying_proxy_detail {
 
 int atOnce(int socket) {
@@ -84,6 +84,7 @@ void DelayingProxy::serve() {
     }
     if (sockets[0].revents != 0) {
       const int client = atOnce(::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));
+      ++connections_;
       const int server = loopback::connected(serverPort_);
       if (server < 0) throw std::runtime_error("the proxy cannot reach the server");
       atOnce(server);
@@ -92,4 +93,4 @@ void DelayingProxy::serve() {
   }
 }
 
-}  // namespace jxc::bench
+}  // namespace jxc::test

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-namespace jxc::bench {
+namespace jxc::test {
 
 /// Listens on a port of its own on 127.0.0.1 and hands everything on to another port there, each piece so much later.
 class DelayingProxy {
@@ -21,6 +21,7 @@ class DelayingProxy {
   int port() const { return port_; }
   /// How often somebody asked after the server had answered.
   long roundTrips() const { return trips_; }
+  long connections() const { return connections_; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -41,10 +42,10 @@ class DelayingProxy {
 
   int serverPort_, port_ = 0, listener_ = -1;
   std::chrono::microseconds eachWay_;
-  std::atomic<long> trips_ = 0;
+  std::atomic<long> trips_ = 0, connections_ = 0;
   std::atomic<bool> ending_ = false;
   std::vector<Pair> pairs_;
   std::thread thread_;
 };
 
-}  // namespace jxc::bench
+}  // namespace jxc::test
