@@ -1,6 +1,7 @@
 // The goods catalogue with 100,000 goods: first rows, the whole list, a key typed, a class chosen, a lens range added,
 // prices computed for all, ten thousand goods deleted.
 #include "bare_shop.h"
+#include "engine/first_rows.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_change.h"
 #include "masterdata/goods_classes.h"
@@ -52,25 +53,24 @@ Catalogue& catalogue() {
   return one;
 }
 
-BoundStatement list(bool firstRows) {
-  BoundStatement statement = goodsListStatement({});
-  if (firstRows) statement.sql.insert(7, "top 80 ");  // as a list asks for its first screenful
-  return statement;
+Sql list(bool screenful) {
+  Sql statement = goodsListStatement({});
+  return screenful ? Sql(firstRows(statement.text(), 80).value()) : statement;  // as a list asks for it
 }
 
 void firstScreenful(benchmark::State& state) {
   catalogue();
-  const BoundStatement statement = list(true);
+  const Sql statement = list(true);
   for (auto _ : state)
-    benchmark::DoNotOptimize(openSelectWith(statement.sql, statement.values).rowCount());
+    benchmark::DoNotOptimize(openSelect(statement).rowCount());
 }
 BENCHMARK(firstScreenful)->Name("catalogue of 100,000 goods: first screenful")->Unit(benchmark::kMillisecond);
 
 void wholeList(benchmark::State& state) {
   catalogue();
-  const BoundStatement statement = list(false);
+  const Sql statement = list(false);
   for (auto _ : state) {
-    const RowSet rows = openSelectWith(statement.sql, statement.values);
+    const RowSet rows = openSelect(statement);
     state.counters["rows"] = rows.rowCount();
     state.counters["columns"] = rows.columnCount();
     state.counters["MB"] = static_cast<double>(rows.memory()) / 1e6;
@@ -80,8 +80,8 @@ BENCHMARK(wholeList)->Name("catalogue of 100,000 goods: whole list")->Unit(bench
 
 void makingSearchable(benchmark::State& state) {
   catalogue();
-  const BoundStatement statement = list(false);
-  const RowSet rows = openSelectWith(statement.sql, statement.values);
+  const Sql statement = list(false);
+  const RowSet rows = openSelect(statement);
   for (auto _ : state)
     benchmark::DoNotOptimize(GoodsIndex(rows));
 }
@@ -92,8 +92,8 @@ void keyTyped(benchmark::State& state) {
   static const QString typed[] = {QStringLiteral("1"), QStringLiteral("1.6"), QStringLiteral("1.67 -2.25 -0.75"),
                                   QStringLiteral("JL1.6"), QStringLiteral("无此商品")};
   catalogue();
-  const BoundStatement statement = list(false);
-  const GoodsIndex index(openSelectWith(statement.sql, statement.values));
+  const Sql statement = list(false);
+  const GoodsIndex index(openSelect(statement));
   const QString& key = typed[state.range(0)];
   state.SetLabel(key.toStdString());
   for (auto _ : state)
@@ -131,8 +131,8 @@ BENCHMARK(keyBare)->Name("catalogue of 100,000 goods: a key, by hand")->Unit(ben
 
 void classChosen(benchmark::State& state) {
   const QString number = catalogue().goodsClass(5).number;
-  const BoundStatement statement = list(false);
-  const GoodsIndex index(openSelectWith(statement.sql, statement.values));
+  const Sql statement = list(false);
+  const GoodsIndex index(openSelect(statement));
   for (auto _ : state)
     state.counters["rows"] = static_cast<double>(index.find({}, number).size());
 }

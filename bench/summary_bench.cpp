@@ -15,9 +15,9 @@ namespace summary_bench {
 using bench::Bare;
 using bench::shopWith;
 
-void run(benchmark::State& state, const BoundStatement& statement) {
+void run(benchmark::State& state, const Sql& statement) {
   for (auto _ : state)
-    state.counters["rows"] = openSelectWith(statement.sql, statement.values).rowCount();
+    state.counters["rows"] = openSelect(statement).rowCount();
 }
 
 void currentStock(benchmark::State& state, int rows) {

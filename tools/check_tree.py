@@ -30,6 +30,10 @@ RULES = {
 }
 LEDGERS = re.compile(r"(?:accounts/(?:\w+_ledger|running_balance)|members/\w+_ledger)\.")
 BELOW = ["core", "platform", "engine"]
+# A screen reads with core/reading.h; these can change rows, and no header that a screen includes may bring them along.
+WRITING = ["core/statements.h", "core/posting.h", "core/data_module.h", "engine/transaction.h", "engine/bulk.h"]
+# Documents of trade stand above the screens that they share: those never reach up to them.
+DOCUMENTS = ["purchasing", "sales", "pos"]
 MAY_INCLUDE = {
     "jet": [],
     "engine": ["jet"],
@@ -89,6 +93,41 @@ def include_faults(name: str, lines: list[str]):
         other = module_of(target)
         if other != module and other not in MAY_INCLUDE[module]:
             yield number, f'"{own}": {module} must not include {other}'
+        folder = inside.parts[0]
+        if module == "screens" and target.parts[0] in DOCUMENTS and folder in RULES:
+            if folder != target.parts[0] and target.parts[0] not in RULES[folder]:
+                yield number, f'"{own}": {folder}/screens must not reach up to {target.parts[0]}'
+
+
+def included(top: pathlib.Path, name: str) -> list[str]:
+    """What a file below src/ includes of src/ itself."""
+    try:
+        lines = (top / "src" / name).read_text(encoding="utf-8").splitlines()
+    except FileNotFoundError:
+        return []  # a moc file, or a generated header
+    return [found[1] for found in map(INCLUDE.match, lines) if found and found[1]]
+
+
+def writing_faults(top: pathlib.Path, names: list[str]):
+    """Screens that see a header that can write, with the way by which they see it."""
+    known: dict[str, list[str]] = {}
+
+    def way_to_writing(name: str) -> list[str]:
+        if name not in known:
+            known[name] = []  # also ends a circle
+            for each in included(top, name):
+                way = [each] if each in WRITING else way_to_writing(each)
+                if way:
+                    known[name] = [name, *way]
+                    break
+        return known[name]
+
+    for name in names:
+        inside = pathlib.PurePosixPath(name)
+        if inside.parts[0] != "src" or module_of(inside.relative_to("src")) != "screens":
+            continue
+        if way := way_to_writing(str(inside.relative_to("src"))):
+            yield name, "a screen only reads: " + " > ".join(way[1:])
 
 
 def text_faults(name: str, lines: list[str], top: str):
@@ -126,6 +165,9 @@ def main() -> int:
         for number, what in sorted(found):
             print(f"{name}:{number}: {what}")
         faults += len(found)
+    for name, what in writing_faults(top, names):
+        print(f"{name}:1: {what}")
+        faults += 1
     print(f"{len(names)} files looked at, {faults} faults")
     return 1 if faults or not names else 0
 

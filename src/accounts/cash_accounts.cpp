@@ -4,6 +4,7 @@
 #include "core/clock.h"
 #include "core/numbers.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <array>
@@ -147,7 +148,7 @@ bool deleteAccount(std::int64_t id, Prompt& prompt) {
 }
 
 bool isAccountUsed(const QString& name) {
-  return !lookupValue("select top 1 id from jxc_xjyh where xj_kmmc=? and xj_dlx<>'期初金额'", name).isEmpty();
+  return exists("select id from jxc_xjyh where xj_kmmc=? and xj_dlx<>'期初金额'", name);
 }
 
 bool mayChangeOpening(const QString& name, Prompt& prompt) {
@@ -172,8 +173,8 @@ void setOpening(std::int64_t id, double amount) {
   transaction.commit();
 }
 
-BoundStatement accountList() {
-  return {"select * from jxc_yhzh order by id", {}};
+Sql accountList() {
+  return {"select * from jxc_yhzh order by id"};
 }
 
 std::vector<ListItem> fillAccounts(const QString& first) {

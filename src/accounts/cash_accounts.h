@@ -3,7 +3,7 @@
 
 #include "core/fillers.h"
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -38,7 +38,7 @@ bool mayChangeOpening(const QString& name, Prompt& prompt);
 /// Writes the opening amount and carries it through the balances.
 void setOpening(std::int64_t id, double amount);
 
-BoundStatement accountList();
+Sql accountList();
 /// Accounts by name for lists; with `first` given it stands on top with the key "-1".
 std::vector<ListItem> fillAccounts(const QString& first = {});
 

@@ -4,6 +4,7 @@
 #include "core/clock.h"
 #include "core/numbers.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <array>
@@ -92,12 +93,11 @@ void addChoices(Filter& filter, const LineFilter& choices) {
   filter.add("(gl_djh like ? or xj_dlx like ? or ghs_name like ? or xj_note like ?)", like, like, like, like);
 }
 
-BoundStatement lines(const char* state, const QString& from, const QString& to, const LineFilter& choices,
-                     const char* order) {
+Sql lines(const char* state, const QString& from, const QString& to, const LineFilter& choices, const char* order) {
   Filter filter;
   filter.add("xj_chk=?", state).add("xj_rq>=?", from).add("xj_rq<=?", to);
   addChoices(filter, choices);
-  return {"select * from jxc_xjyh" + filter.where() + order, {filter.values().begin(), filter.values().end()}};
+  return Sql("select * from jxc_xjyh").where(filter).add(order);
 }
 
 }  // namespace cash_lines_detail
@@ -195,32 +195,30 @@ bool deleteLine(const QString& number, Prompt& prompt) {
   return done;
 }
 
-BoundStatement waitingLines(const LineFilter& filter) {
+Sql waitingLines(const LineFilter& filter) {
   using namespace cash_lines_detail;
   return lines("0", filter.from, filter.to, filter, " order by id desc");
 }
 
-BoundStatement auditedLines(const LineFilter& filter) {
+Sql auditedLines(const LineFilter& filter) {
   using namespace cash_lines_detail;
   return lines("1", filter.from, filter.to + u" 23:59:59"_qs, filter, " order by xj_kmmc,xj_rq,id");
 }
 
-BoundStatement accountTotals(const LineFilter& filter) {
+Sql accountTotals(const LineFilter& filter) {
   using namespace cash_lines_detail;
   Filter period;
   period.add("xj_chk='1'").add("xj_rq>=?", filter.from).add("xj_rq<=?", filter.to);
   addChoices(period, filter);
-  BoundStatement statement{"select m.xj_kmmc,m.sfje,n.ljje from (select xj_kmmc,sum(xj_je) as sfje from jxc_xjyh" +
-                               period.where() +
-                               R"( group by xj_kmmc) m left outer join
+  return Sql("select m.xj_kmmc,m.sfje,n.ljje from (select xj_kmmc,sum(xj_je) as sfje from jxc_xjyh")
+      .where(period)
+      .add(R"( group by xj_kmmc) m left outer join
     (select xj_kmmc,xj_ljje as ljje from jxc_xjyh where xj_chk='1' and id in
       (select max(x.id) as rowid from jxc_xjyh x,
         (select max(xj_rq) as kdrq,xj_kmmc from jxc_xjyh where xj_chk='1' and xj_rq<=? group by xj_kmmc) y
        where x.xj_chk='1' and x.xj_kmmc=y.xj_kmmc and x.xj_rq=y.kdrq group by x.xj_kmmc)) n
     on m.xj_kmmc=n.xj_kmmc order by m.xj_kmmc)",
-                           {period.values().begin(), period.values().end()}};
-  statement.values.push_back(filter.to);
-  return statement;
+           filter.to);
 }
 
 bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt) {

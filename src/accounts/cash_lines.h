@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 #include <QStringView>
@@ -52,11 +52,11 @@ struct LineFilter {
   QString key;       // part of number, kind, partner or note
 };
 /// Lines that wait, newest first.
-BoundStatement waitingLines(const LineFilter& filter);
+Sql waitingLines(const LineFilter& filter);
 /// Audited lines by account, date and entry.
-BoundStatement auditedLines(const LineFilter& filter);
+Sql auditedLines(const LineFilter& filter);
 /// One row an account: `xj_kmmc`, the period's `sfje` and the balance `ljje` at its end.
-BoundStatement accountTotals(const LineFilter& filter);
+Sql accountTotals(const LineFilter& filter);
 
 /// Repair: writes the balances of one account, or of all (empty), anew from a date on. Asks; tells when it is done.
 bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt);

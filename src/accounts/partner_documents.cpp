@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
 
@@ -123,12 +124,12 @@ bool isWaiting(const QString& number) {
 }
 
 /// The partners that an operator bound to warehouses may see in lists; everybody else sees all.
-std::string partnerSource(const PartnerSide& side) {
+Sql partnerSource(const PartnerSide& side) {
   if (!areListsBound()) return std::string(side.table);
-  return compose(
-      "(select distinct m.* from {} m,jxc_ckxx n where (m.ck_sn=n.ck_sn or m.ck_sn='-1') and m.{}=0 "
-      "and n.ck_asn like ?)",
-      {side.table, side.forbidden});
+  return {compose("(select distinct m.* from {} m,jxc_ckxx n where (m.ck_sn=n.ck_sn or m.ck_sn='-1') and m.{}=0 "
+                  "and n.ck_asn like ?)",
+                  {side.table, side.forbidden}),
+          u"%"_qs + session().a_sn + u"%"_qs};
 }
 
 }  // namespace partner_documents_detail
@@ -278,10 +279,8 @@ bool deleteDocument(const PartnerSide& side, Kind kind, std::int64_t id, Prompt&
   return true;
 }
 
-BoundStatement documentList(const PartnerSide& side, Kind kind, const DocumentFilter& choices) {
+Sql documentList(const PartnerSide& side, Kind kind, const DocumentFilter& choices) {
   namespace detail = partner_documents_detail;
-  std::vector<Value> values;
-  if (areListsBound()) values.emplace_back(u"%"_qs + session().a_sn + u"%"_qs);
   Filter filter;
   filter.add("a.u_sn=b.u_sn")
       .add(compose("a.k_ghskh=c.{}", {side.sn}))
@@ -293,10 +292,11 @@ BoundStatement documentList(const PartnerSide& side, Kind kind, const DocumentFi
     const QString like = u"%"_qs + sanitizeKeyword(key) + u"%"_qs;
     filter.add("(a.gl_djh like ? or a.k_note like ?)", like, like);
   }
-  values.insert(values.end(), filter.values().begin(), filter.values().end());
-  return {compose("select a.*,b.u_name,c.{} as name from jxc_ysyfk_dj a,jxc_user b,", {side.name}) +
-              detail::partnerSource(side) + " c" + filter.where() + " order by a.id desc",
-          std::move(values)};
+  return Sql(compose("select a.*,b.u_name,c.{} as name from jxc_ysyfk_dj a,jxc_user b,", {side.name}))
+      .add(detail::partnerSource(side))
+      .add(" c")
+      .where(filter)
+      .add(" order by a.id desc");
 }
 
 }  // namespace jxc::partner_books

@@ -3,7 +3,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/reading.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -69,6 +69,6 @@ struct DocumentFilter {
   QString key;      // part of number or note
 };
 /// The list of a screen: documents with `u_name` and `name` (the partner's), newest first.
-BoundStatement documentList(const PartnerSide& side, Kind kind, const DocumentFilter& filter);
+Sql documentList(const PartnerSide& side, Kind kind, const DocumentFilter& filter);
 
 }  // namespace jxc::partner_books

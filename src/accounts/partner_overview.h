@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -21,14 +21,14 @@ struct OverviewFilter {
 /// Line by line with the stored running balance, an opening row first for each partner: `k_ghskh`, `name`, `k_rq`,
 /// `gl_djh`, `k_fkfs`, `k_djlx`, `k_djtxt`, `k_qcje`, `k_yfje`, `k_sfje`, `k_ljje`, `gl_djh2`, `k_note`, `u_name`,
 /// `a_name`, `dsort` (1 on opening rows).
-BoundStatement overviewDetail(const PartnerSide& side, const OverviewFilter& filter);
+Sql overviewDetail(const PartnerSide& side, const OverviewFilter& filter);
 
 /// One row a partner: `k_ghskh`, `name`, `qcje` before, `yfje` and `sfje` in the period, `wfje` after it. The last is
 /// computed from the others, so a wrong running balance shows as a difference to the detail.
-BoundStatement overviewSummary(const PartnerSide& side, const OverviewFilter& filter);
+Sql overviewSummary(const PartnerSide& side, const OverviewFilter& filter);
 
 /// Lines of the stock ledger of a document, for the pane below the detail.
-BoundStatement documentGoods(const QString& number);
+Sql documentGoods(const QString& number);
 
 /// Repair: writes the running balances of one partner, or of all (empty), anew from a date on. Asks; tells when done.
 bool recomputePartners(const PartnerSide& side, const QString& partner, const QString& from, Prompt& prompt);

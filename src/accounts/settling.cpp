@@ -2,6 +2,7 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
 

@@ -1,6 +1,7 @@
 #include "core/account_copy.h"
 
 #include "core/schema/indexes.h"
+#include "core/statements.h"
 #include "engine/bulk.h"
 #include "engine/transaction.h"
 

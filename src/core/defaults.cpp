@@ -21,7 +21,7 @@ QString fieldOfDefault(const Source& source, std::string_view field) {
   const auto firstWhere = [&](std::string_view condition) {
     Filter filter;
     if (!condition.empty()) filter.add(condition);
-    return openSelect(compose("select top 1 {} from {}", {field, source.table}) + filter.where() + " order by id");
+    return openSelect(Sql(compose("select top 1 {} from {}", {field, source.table})).where(filter).add(" order by id"));
   };
   RowSet rows = firstWhere(source.marked);
   if (rows.isEmpty()) rows = firstWhere(source.usable);

@@ -26,9 +26,9 @@ void append(std::vector<ListItem>& items, const RowSet& rows) {
 
 RowSet keyedRows(std::string_view table, std::string_view textField, const Filter& where, std::string_view orderField,
                  std::string_view keyField) {
-  return openSelectWith(compose("select {},{} from {}", {textField, keyField, table}) + where.where() +
-                            compose(" order by {}", {orderField}),
-                        where.values());
+  return openSelect(Sql(compose("select {},{} from {}", {textField, keyField, table}))
+                        .where(where)
+                        .add(compose(" order by {}", {orderField})));
 }
 
 RowSet plainRows(std::string_view table, std::string_view textField, std::string_view orderField) {
@@ -68,7 +68,7 @@ std::vector<ListItem> fillKeyedComboWhere(std::string_view table, std::string_vi
                                           const Filter& where, std::string_view orderField, std::string_view keyField) {
   std::vector<ListItem> items;
   fillers_detail::append(items, fillers_detail::keyedRows(table, textField, where, orderField, keyField));
-  if (!firstItem.isEmpty() && !where.where().empty()) items.push_back(fillers_detail::allItem(firstItem));
+  if (!firstItem.isEmpty() && !where.isEmpty()) items.push_back(fillers_detail::allItem(firstItem));
   return items;
 }
 
@@ -112,17 +112,15 @@ std::vector<ListItem> fillSalesmenFor(const QString& khSn, const QString& firstI
   std::vector<ListItem> items;
   if (!firstItem.isEmpty()) items.push_back(fillers_detail::allItem(firstItem));
   const QString boundSalesmen = lookupValue("select kh_usn from jxc_khxx where kh_sn=?", khSn);
-  std::vector<Value> values;
   const auto half = [&](std::string_view rank, std::string_view test) {
     Filter filter;
     filter.add("u_jy=0").add("u_xs<>0").add(test, boundSalesmen);
     addListBinding(filter);
-    values.insert(values.end(), filter.values().begin(), filter.values().end());
-    return "select u_name,u_sn," + std::string(rank) + " as dsort from jxc_user" + filter.where();
+    return Sql("select u_name,u_sn,").add(rank).add(" as dsort from jxc_user").where(filter);
   };
-  const std::string sql =
-      half("1", "instr(?,u_sn)>0") + " union " + half("2", "instr(?,u_sn)=0") + " order by dsort,u_sn";
-  fillers_detail::append(items, openSelectWith(sql, values));
+  Sql both = half("1", "instr(?,u_sn)>0");
+  both.add(" union ").add(half("2", "instr(?,u_sn)=0")).add(" order by dsort,u_sn");
+  fillers_detail::append(items, openSelect(both));
   return items;
 }
 
@@ -137,8 +135,8 @@ RowSet fillSuppliers(SortOrder order) {
   Filter filter;
   filter.add("ghs_forbid=0");
   addListBinding(filter);
-  const std::string sql = "select * from jxc_ghsxx" + filter.where() + " order by id ";
-  return openSelectWith(sql + std::string(fillers_detail::direction(order)), filter.values());
+  return openSelect(
+      Sql("select * from jxc_ghsxx").where(filter).add(" order by id ").add(fillers_detail::direction(order)));
 }
 
 RowSet fillCustomers(SortOrder order) {
@@ -146,9 +144,10 @@ RowSet fillCustomers(SortOrder order) {
   filter.add("a.kh_forbid=0");
   addListBinding(filter, "a.ck_sn");
   // A customer whose type was deleted stays on the list.
-  const std::string sql = "select a.*,b.kt_name as ktname from jxc_khxx a left join jxc_khtype b on a.kt_sn=b.kt_sn" +
-                          filter.where() + " order by a.id ";
-  return openSelectWith(sql + std::string(fillers_detail::direction(order)), filter.values());
+  return openSelect(Sql("select a.*,b.kt_name as ktname from jxc_khxx a left join jxc_khtype b on a.kt_sn=b.kt_sn")
+                        .where(filter)
+                        .add(" order by a.id ")
+                        .add(fillers_detail::direction(order)));
 }
 
 void addWarehouseBinding(Filter& filter, std::string_view column) {

@@ -1,7 +1,7 @@
 // 列表填充: what stands in the lists of the screens, without any list: texts, each with its key.
 #pragma once
 
-#include "core/statements.h"
+#include "core/reading.h"
 
 #include <QString>
 

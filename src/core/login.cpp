@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "platform/machine.h"
 

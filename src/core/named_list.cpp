@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -76,8 +77,8 @@ QString nameOf(const NamedList& list, std::int64_t id) {
   return lookupValue(compose("select {} from {} where id=?", {list.name, list.table}), id);
 }
 
-BoundStatement namedListStatement(const NamedList& list) {
-  return {compose("select * from {} order by id", {list.table}), {}};
+Sql namedListStatement(const NamedList& list) {
+  return {compose("select * from {} order by id", {list.table})};
 }
 
 }  // namespace jxc

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -37,6 +37,6 @@ bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt);
 /// The word of a row; empty when it is gone.
 QString nameOf(const NamedList& list, std::int64_t id);
 /// All columns of the list in entry order.
-BoundStatement namedListStatement(const NamedList& list);
+Sql namedListStatement(const NamedList& list);
 
 }  // namespace jxc

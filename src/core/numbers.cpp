@@ -116,10 +116,8 @@ std::int64_t lastIdOf(std::string_view table, std::string_view field, const Valu
   return numbers_detail::idOf(table, field, value, " desc");
 }
 
-bool hasAny(std::string_view field, std::string_view table, std::string_view condition,
-            std::initializer_list<Value> values) {
-  const std::string sql = compose("select top 1 {} from {} ", {field, table}) + std::string(condition);
-  return !lookupValueWith(sql, std::span(values.begin(), values.size())).isEmpty();
+bool hasAny(std::string_view field, std::string_view table, const Sql& condition) {
+  return !lookupValue(Sql(compose("select top 1 {} from {} ", {field, table})).add(condition)).isEmpty();
 }
 
 }  // namespace jxc

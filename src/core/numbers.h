@@ -1,7 +1,7 @@
 // 编号: keys of master data, numbers of documents, and whether a row is there at all.
 #pragma once
 
-#include "engine/value.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -42,9 +42,8 @@ bool rowExists(std::string_view table, std::string_view field, const Value& valu
 /// `id` of the first (or last) such row, 0 when there is none.
 std::int64_t firstIdOf(std::string_view table, std::string_view field, const Value& value);
 std::int64_t lastIdOf(std::string_view table, std::string_view field, const Value& value);
-/// Whether "select top 1 field from table condition" finds a text that is not empty. The condition is a literal of the
-/// program ("where g_sn=? and ck_sn=?") with its values beside it.
-bool hasAny(std::string_view field, std::string_view table, std::string_view condition,
-            std::initializer_list<Value> values = {});
+/// Whether "select top 1 field from table condition" finds a text that is not empty. The condition has
+/// its values with it: {"where g_sn=? and ck_sn=?", goods, warehouse}.
+bool hasAny(std::string_view field, std::string_view table, const Sql& condition);
 
 }  // namespace jxc

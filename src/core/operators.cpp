@@ -3,6 +3,7 @@
 #include "core/numbers.h"
 #include "core/rights.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -29,7 +30,7 @@ std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
     return {};
   }
   const QString name = sanitizeKeyword(draft.name.trimmed());
-  if (!openSelect("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id).isEmpty()) {
+  if (exists("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id)) {
     prompt.notice(QStringLiteral("用户名称不能重复！"));
     return {};
   }
@@ -161,16 +162,15 @@ bool pasteOperator(const OperatorCopy& copy, Prompt& prompt) {
   return true;
 }
 
-BoundStatement operatorListStatement(const QString& typed) {
+Sql operatorListStatement(const QString& typed) {
   Filter filter;
   if (!operators_detail::hasOperatorRight()) filter.add("1=2");
   const QString key = QStringLiteral("%") + sanitizeKeyword(typed) + QStringLiteral("%");
   if (!typed.isEmpty()) filter.add("(a.a_name like ? or a.a_sn like ?)", key, key);
-  return {
-      "select a.id,a.a_sn,a.a_name,a.r_sn,a.a_zreoje,a.a_pos,a.a_jy,"
-      "(select top 1 b.r_name from jxc_role b where b.r_sn=a.r_sn) as r_name from jxc_admin a" +
-          filter.where() + " order by a.id",
-      {filter.values().begin(), filter.values().end()}};
+  return Sql("select a.id,a.a_sn,a.a_name,a.r_sn,a.a_zreoje,a.a_pos,a.a_jy,"
+             "(select top 1 b.r_name from jxc_role b where b.r_sn=a.r_sn) as r_name from jxc_admin a")
+      .where(filter)
+      .add(" order by a.id");
 }
 
 bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt) {
@@ -179,7 +179,7 @@ bool changeOwnPassword(const QString& old, const QString& password, const QStrin
     return false;
   }
   // The old password is compared as it was typed: what was stored is what the operator knows.
-  if (openSelect("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed()).isEmpty()) {
+  if (!exists("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed())) {
     prompt.notice(QStringLiteral("当前密码错误，不能修改密码！"));
     return false;
   }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -46,7 +46,7 @@ bool pasteOperator(const OperatorCopy& copy, Prompt& prompt);
 
 /// Operators with their role's name, by what is looked for in name and number; without passwords. Nothing without the
 /// right.
-BoundStatement operatorListStatement(const QString& typed = {});
+Sql operatorListStatement(const QString& typed = {});
 
 /// Changes the password of the operator of the session.
 bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt);

@@ -128,15 +128,12 @@ Value storedValue(const ParameterDefinition& p, const ParameterValues& values) {
 
 /// Writes the settings of one table into its row.
 void saveRow(std::string_view table, std::int64_t id, const ParameterValues& values) {
-  std::string sql = compose("update {} set ", {table});
-  std::vector<Value> bound;
+  Sql sql(compose("update {} set ", {table}));
   for (const auto& p : parametersOf(table)) {
     if (p.input.empty()) continue;
-    sql.append(bound.empty() ? "" : ",").append(p.field).append("=?");
-    bound.push_back(storedValue(p, values));
+    sql.add(sql.values().empty() ? "" : ",").add(compose("{}=?", {p.field}), storedValue(p, values));
   }
-  bound.emplace_back(static_cast<long long>(id));
-  execSqlWith(std::string_view(sql += " where id=?"), bound);
+  execSql(sql.add(" where id=?", id));
 }
 
 std::int64_t rowOf(std::string_view table) {

@@ -1,6 +1,7 @@
 #include "core/reading.h"
 
 #include "core/data_module.h"
+#include "engine/writes_of_others.h"
 
 namespace jxc {
 
@@ -18,6 +19,10 @@ std::int64_t count(const Sql& select) {
 
 bool exists(const Sql& select) {
   return !readValue("select top 1 1 as found from (" + select.text() + ") found", select.values()).isNull();
+}
+
+std::optional<std::int64_t> writesOfOthers() {
+  return writesOfOthers(accountDb());
 }
 
 }  // namespace jxc

@@ -10,8 +10,10 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace jxc {
 
@@ -58,5 +60,9 @@ template <class... Args>
 bool exists(std::string select, const Args&... args) {
   return exists(Sql(std::move(select), args...));
 }
+
+/// A number that changes when another station has written since it was last asked for. Nothing where the engine cannot
+/// tell.
+std::optional<std::int64_t> writesOfOthers();
 
 }  // namespace jxc

@@ -1,5 +1,6 @@
 #include "core/remarks.h"
 
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -11,13 +12,13 @@ constexpr NamedList remarkList{.table = "jxc_djbz",
                                .nameTaken = u"该备注已经存在，请重新输入！",
                                .deleteQuestion = u"您确定要删除该备注吗！"};
 
-BoundStatement remarkListStatement(const QString& typed) {
+Sql remarkListStatement(const QString& typed) {
   Filter filter;
   if (!typed.isEmpty())
     filter.add("dj_name like ?", QStringLiteral("%") + sanitizeKeyword(typed) + QStringLiteral("%"));
-  return {"select id,dj_sn,dj_name,iif(dj_pl is null,0,dj_pl) as dj_pl from jxc_djbz" + filter.where() +
-              " order by iif(dj_pl is null,0,dj_pl) desc,id",
-          {filter.values().begin(), filter.values().end()}};
+  return Sql("select id,dj_sn,dj_name,iif(dj_pl is null,0,dj_pl) as dj_pl from jxc_djbz")
+      .where(filter)
+      .add(" order by iif(dj_pl is null,0,dj_pl) desc,id");
 }
 
 void bumpRemarkCount(std::int64_t id) {

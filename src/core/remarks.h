@@ -8,7 +8,7 @@ namespace jxc {
 extern const NamedList remarkList;
 
 /// Remarks that hold the typed text, by how often they were used.
-BoundStatement remarkListStatement(const QString& typed = {});
+Sql remarkListStatement(const QString& typed = {});
 /// Counts one more use of a remark.
 void bumpRemarkCount(std::int64_t id);
 

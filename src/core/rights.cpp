@@ -17,7 +17,7 @@ bool hasRight(std::string_view group, int position) {
   const Session& s = session();
   if (isWarehouseBound()) {
     const QString own = QStringLiteral("%") + s.a_sn + QStringLiteral("%");
-    if (openSelect("select ck_sn from jxc_ckxx where ck_asn like ?", own).isEmpty()) return false;
+    if (!exists("select ck_sn from jxc_ckxx where ck_asn like ?", own)) return false;
   }
   const QString rights = lookupValue(compose("select {} from jxc_role where r_sn=?", {group}), s.r_sn);
   return rights_detail::isGranted(rights, position);

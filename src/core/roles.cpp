@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -109,7 +110,7 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
     prompt.notice(QStringLiteral("角色名称必须填写！"));
     return false;
   }
-  if (!openSelect("select r_name from jxc_role where r_name=? and id<>?", name, role.id).isEmpty()) {
+  if (exists("select r_name from jxc_role where r_name=? and id<>?", name, role.id)) {
     prompt.notice(QStringLiteral("角色名称已经存在，请重新输入！"));
     return false;
   }
@@ -128,7 +129,7 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
 bool deleteRole(std::int64_t id, Prompt& prompt) {
   const QString number = roles_detail::numberOf(id);
   if (number.isEmpty()) return false;
-  if (!lookupValue("select r_sn from jxc_admin where r_sn=?", number).isEmpty()) {
+  if (exists("select r_sn from jxc_admin where r_sn=?", number)) {
     prompt.notice(QStringLiteral("该角色已在使用，不能删除！"));
     return false;
   }
@@ -141,11 +142,10 @@ bool deleteRole(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-BoundStatement roleListStatement() {
+Sql roleListStatement() {
   return {R"(select a.id,a.r_sn,a.r_name,
     (select count(*) from jxc_admin b where b.r_sn=a.r_sn) as operators
-    from jxc_role a order by a.id)",
-          {}};
+    from jxc_role a order by a.id)"};
 }
 
 }  // namespace jxc

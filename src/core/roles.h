@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -42,6 +42,6 @@ bool saveRole(const RoleDraft& role, Prompt& prompt);
 /// Deletes a role that no operator has. Asks. False when refused.
 bool deleteRole(std::int64_t id, Prompt& prompt);
 /// All roles with the number of their operators (`operators`).
-BoundStatement roleListStatement();
+Sql roleListStatement();
 
 }  // namespace jxc

@@ -68,9 +68,6 @@ class Filter {
   bool isEmpty() const { return all_.isEmpty(); }
   /// "a and b", or empty.
   const Sql& conditions() const { return all_; }
-  /// " where a and b", or empty.
-  std::string where() const { return isEmpty() ? std::string() : " where " + all_.text(); }
-  std::span<const Value> values() const { return all_.values(); }
 
  private:
   Sql all_;

@@ -37,10 +37,10 @@ DailyTip firstOf(const RowSet& rows, const SqlText& otherwise) {
 }  // namespace start_reminders_detail
 
 bool showsDailyTip() {
-  return !lookupValue("select t_mryt from jxc_txdisp where t_mryt='1'").isEmpty();
+  return exists("select t_mryt from jxc_txdisp where t_mryt='1'");
 }
 bool showsReminderList() {
-  return !lookupValue("select t_sjtx from jxc_txdisp where t_sjtx='0'").isEmpty();
+  return exists("select t_sjtx from jxc_txdisp where t_sjtx='0'");
 }
 
 void setShowsDailyTip(bool on) {
@@ -50,14 +50,12 @@ void setShowsDailyTip(bool on) {
 }
 
 bool hasDueReminders() {
-  const Filter due = start_reminders_detail::dueFilter();
-  return !lookupValueWith("select top 1 tx_dx from jxc_tx" + due.where(), due.values()).isEmpty();
+  return exists(Sql("select id from jxc_tx").where(start_reminders_detail::dueFilter()));
 }
 
 void markDueReminders() {
-  const Filter due = start_reminders_detail::dueFilter();
   Transaction transaction(accountDb());
-  execSqlWith("update jxc_tx set tx_zt='1'" + due.where(), due.values());
+  execSql(Sql("update jxc_tx set tx_zt='1'").where(start_reminders_detail::dueFilter()));
   transaction.commit();
 }
 

@@ -30,17 +30,6 @@ inline std::int64_t execSql(const Sql& sql) {
   return accountDb().execute(std::string_view(sql.text()), sql.values());
 }
 
-// On their way out: an Sql has its values with it.
-inline QString lookupValueWith(const SqlText& sql, std::span<const Value> v) {
-  return accountDb().lookup(sql, v).text();
-}
-inline std::int64_t execSqlWith(const SqlText& sql, std::span<const Value> v) {
-  return accountDb().execute(sql, v);
-}
-inline RowSet openSelectWith(const SqlText& sql, std::span<const Value> v) {
-  return accountDb().select(sql, v);
-}
-
 /// A field and its value. One without a name is left out: of several tables that are written alike, this one has no
 /// such column.
 using Field = std::pair<std::string_view, Value>;
@@ -48,11 +37,5 @@ using Field = std::pair<std::string_view, Value>;
 std::int64_t insertRow(std::string_view table, std::initializer_list<Field> fields);
 /// Posts fields of the row with this `id`.
 void updateRow(std::string_view table, std::int64_t id, std::initializer_list<Field> fields);
-
-/// A statement with its values, for a list that loads it later or in the background.
-struct BoundStatement {
-  std::string sql;
-  std::vector<Value> values;
-};
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"

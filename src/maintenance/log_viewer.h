@@ -2,16 +2,16 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
 namespace jxc {
 
 /// The whole log, the latest first.
-BoundStatement logStatement();
+Sql logStatement();
 /// Rows from one day to another, both included, whose text or operator holds what was typed; empty finds all of them.
-BoundStatement logStatement(const QString& from, const QString& to, const QString& typed);
+Sql logStatement(const QString& from, const QString& to, const QString& typed);
 
 /// Whether the operator may empty the log.
 bool mayClearLog();

@@ -1,6 +1,6 @@
 #include "maintenance/prove.h"
 
-#include "engine/transaction.h"
+#include "core/statements.h"
 #include "maintenance/proof_books.h"
 
 #include <algorithm>
@@ -31,6 +31,10 @@ Proof prove(Database& books, const Progress& progress) {
   proof.ledgerRows = all.ledgerRows;
   proof.documents = std::ranges::count_if(all.documents, [](const Document& each) { return each.heads > 0; });
   return proof;
+}
+
+Proof proveAccount(const Progress& progress) {
+  return prove(accountDb(), progress);
 }
 
 }  // namespace jxc::proof

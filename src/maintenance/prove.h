@@ -54,6 +54,8 @@ using Progress = std::function<bool(int percent, const QString& doing)>;
 /// digits and the kind of costing are those of the session. Reads only; what others write meanwhile is not seen where
 /// `books` can give a reader of its own (a file), so the answer is of one moment.
 Proof prove(Database& books, const Progress& progress = {});
+/// The same of the account set in use.
+Proof proveAccount(const Progress& progress = {});
 
 }  // namespace proof
 }  // namespace jxc

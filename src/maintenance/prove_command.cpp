@@ -2,6 +2,7 @@
 
 #include "core/data_module.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "maintenance/prove.h"
 
 #include <ostream>

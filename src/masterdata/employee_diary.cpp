@@ -1,6 +1,7 @@
 #include "masterdata/employee_diary.h"
 
 #include "core/fillers.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -58,25 +59,21 @@ bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-BoundStatement employeeDiaryStatement(const QString& employee) {
-  return {"select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", {employee}};
+Sql employeeDiaryStatement(const QString& employee) {
+  return {"select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", employee};
 }
 
-BoundStatement deskStatement(const QString& employee, const QString& from, const QString& to) {
-  BoundStatement statement;
+Sql deskStatement(const QString& employee, const QString& from, const QString& to) {
+  Sql statement;
   // The operator's own warehouses only, where operators are bound to them.
   Filter binding;
   addWarehouseBinding(binding, "d.ck_asn");
   for (const auto document : employee_diary_detail::kDocuments) {
-    if (!statement.sql.empty()) statement.sql += " union all ";
-    statement.sql += document;
-    statement.values.insert(statement.values.end(), {employee, from, to + QStringLiteral(" 23:59:59")});
-    if (binding.values().empty()) continue;
-    statement.sql += " and" + binding.where().substr(std::string_view(" where").size());
-    statement.values.insert(statement.values.end(), binding.values().begin(), binding.values().end());
+    statement.add(statement.isEmpty() ? "" : " union all ")
+        .add(document, employee, from, to + QStringLiteral(" 23:59:59"))
+        .andWhere(binding);
   }
-  statement.sql += " order by rq desc,dsort,djh desc";
-  return statement;
+  return statement.add(" order by rq desc,dsort,djh desc");
 }
 
 }  // namespace jxc

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -24,10 +24,10 @@ bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt);
 /// Deletes an entry. Asks.
 bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt);
 /// Entries of an employee, the latest first.
-BoundStatement employeeDiaryStatement(const QString& employee);
+Sql employeeDiaryStatement(const QString& employee);
 
 /// Audited purchases, purchase returns, sales and customer returns of an employee between two days, in yuan: djh, rq,
 /// zflx (the kind), yfje, sfje, wfje (left open), name of the partner, ck_name. Returns stand with minus.
-BoundStatement deskStatement(const QString& employee, const QString& from, const QString& to);
+Sql deskStatement(const QString& employee, const QString& from, const QString& to);
 
 }  // namespace jxc

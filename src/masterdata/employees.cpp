@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <array>
@@ -49,7 +50,7 @@ void renameInHistory(const QString& before, const QString& now) {
 }
 
 bool anyCommissionSet() {
-  return !lookupValue("select top 1 id from jxc_goods where g_ygtc<>0 or g_jgtc<>0 or g_xsytc<>0").isEmpty();
+  return exists("select id from jxc_goods where g_ygtc<>0 or g_jgtc<>0 or g_xsytc<>0");
 }
 
 }  // namespace employees_detail
@@ -86,7 +87,7 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
     prompt.notice(QStringLiteral("员工姓名必须填写！"));
     return {};
   }
-  if (!lookupValue("select top 1 u_sn from jxc_user where u_name=? and id<>?", name, draft.id).isEmpty()) {
+  if (exists("select u_sn from jxc_user where u_name=? and id<>?", name, draft.id)) {
     prompt.notice(QStringLiteral("员工姓名不能重复！"));
     return {};
   }
@@ -159,8 +160,8 @@ void toggleEmployeeDisabled(std::int64_t id) {
   execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id);
 }
 
-BoundStatement employeeListStatement() {
-  return {"select * from jxc_user order by id", {}};
+Sql employeeListStatement() {
+  return {"select * from jxc_user order by id"};
 }
 
 }  // namespace jxc

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -30,6 +30,6 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt);
 bool deleteEmployee(std::int64_t id, Prompt& prompt);
 /// Flips 禁用: a disabled employee leaves the lists of the documents.
 void toggleEmployeeDisabled(std::int64_t id);
-BoundStatement employeeListStatement();
+Sql employeeListStatement();
 
 }  // namespace jxc

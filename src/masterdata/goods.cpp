@@ -5,6 +5,7 @@
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_search.h"
 #include "stock/ledger.h"
@@ -224,24 +225,24 @@ std::optional<QString> addGoods(const GoodsDraft& typed, Prompt& prompt) {
   return draft.number;
 }
 
-BoundStatement goodsListStatement(const GoodsFilter& wanted) {
+Sql goodsListStatement(const GoodsFilter& wanted) {
   Filter filter;
   addGoodsConditions(filter, wanted);
   filter.add("a.gc_sn=b.gc_sn");
   // Only what the list shows and its commands ask for: with 100,000 goods each column left out is a megabyte and more.
-  return {
-      "select "
-      "a.id,a.g_sn,a.g_name,a.g_jm,a.g_sptm,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.gc_sn,b.gc_name,a.g_kc,"
-      "a.g_jj,a.g_sj,a.g_sj1,a.g_sj2,a.g_sj3,a.g_sj4,a.g_sj5,a.g_lsj,a.g_scjj,a.g_pjjj,a.g_zdkc,a.g_qc,a.g_qgd,"
-      "a.g_sgd,a.g_gdcbj,a.g_iszp,a.g_jy,a.g_isjp,a.g_sccs,a.g_bz,round(g_kc/iif(g_zhxs=0,1,g_zhxs)+0.000000001," +
-          std::to_string(quantityDigits()) + ") as fzkc from jxc_goods a,jxc_goodsclass b" + filter.where() +
-          " order by a.g_sn",
-      {filter.values().begin(), filter.values().end()}};
+  return Sql("select "
+             "a.id,a.g_sn,a.g_name,a.g_jm,a.g_sptm,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.gc_sn,b.gc_name,a.g_"
+             "kc,"
+             "a.g_jj,a.g_sj,a.g_sj1,a.g_sj2,a.g_sj3,a.g_sj4,a.g_sj5,a.g_lsj,a.g_scjj,a.g_pjjj,a.g_zdkc,a.g_qc,a.g_qgd,"
+             "a.g_sgd,a.g_gdcbj,a.g_iszp,a.g_jy,a.g_isjp,a.g_sccs,a.g_bz,round(g_kc/"
+             "iif(g_zhxs=0,1,g_zhxs)+0.000000001," +
+             std::to_string(quantityDigits()) + ") as fzkc from jxc_goods a,jxc_goodsclass b")
+      .where(filter)
+      .add(" order by a.g_sn");
 }
 
 RowSet selectGoods(const GoodsFilter& wanted) {
-  const BoundStatement statement = goodsListStatement(wanted);
-  return openSelectWith(statement.sql, statement.values);
+  return openSelect(goodsListStatement(wanted));
 }
 
 }  // namespace jxc

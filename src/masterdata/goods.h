@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/reading.h"
 
 #include <QString>
 
@@ -68,6 +68,6 @@ void addGoodsConditions(Filter& filter, const GoodsFilter& wanted);
 /// Rows of the catalogue list, ordered by goods number, with `gc_name` and the stock in the second unit (`fzkc`).
 RowSet selectGoods(const GoodsFilter& filter);
 /// The statement and values of the same, for a list that loads in the background.
-BoundStatement goodsListStatement(const GoodsFilter& filter);
+Sql goodsListStatement(const GoodsFilter& filter);
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 
 #include "core/pinyin.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -127,8 +128,8 @@ GoodsDraft readGoods(std::int64_t id) {
 
 bool mayRenumberGoods(const GoodsDraft& draft) {
   if (draft.number == goods_change_detail::kBalancing) return false;
-  if (!openSelect("select top 1 g_sn from jxc_jhsp where g_sn=?", draft.number).isEmpty()) return false;
-  return draft.lens || openSelect("select top 1 g_sn from jxc_kcsp where g_sn=?", draft.number).isEmpty();
+  if (exists("select g_sn from jxc_jhsp where g_sn=?", draft.number)) return false;
+  return draft.lens || !exists("select g_sn from jxc_kcsp where g_sn=?", draft.number);
 }
 
 void syncUnit2(const QString& number) {

@@ -1,5 +1,6 @@
 #include "masterdata/goods_class_move.h"
 
+#include "core/statements.h"
 #include "masterdata/goods_classes.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "masterdata/goods_classes.h"
 
 #include "core/pinyin.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ bool nameIsMissing(const QString& name, Prompt& prompt) {
 }
 
 bool hasGoods(const QString& number) {
-  return !lookupValue("select top 1 g_sn from jxc_goods where gc_sn like ?", number + QLatin1Char('%')).isEmpty();
+  return exists("select g_sn from jxc_goods where gc_sn like ?", number + QLatin1Char('%'));
 }
 
 /// A class and all that hang below it in the tree, whatever their numbers.

@@ -2,6 +2,7 @@
 
 #include "core/pinyin.h"
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_change.h"
 
@@ -180,21 +181,21 @@ bool deleteLensProduct(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-BoundStatement lensProductsStatement(const QString& typed) {
+Sql lensProductsStatement(const QString& typed) {
   const QString like = QLatin1Char('%') + sanitizeText(typed.trimmed()) + QLatin1Char('%');
-  return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", {like, like}};
+  return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", like, like};
 }
 
-BoundStatement lensNamesStatement(const QString& typed, const QString& warehouse) {
+Sql lensNamesStatement(const QString& typed, const QString& warehouse) {
   const QString like = QLatin1Char('%') + sanitizeKeyword(typed.trimmed()) + QLatin1Char('%');
   if (warehouse.isEmpty()) {
     return {R"(select distinct g_name from jxc_goods where g_isjp<>0
         and (g_sn like ? or g_name like ? or g_jm like ?) order by g_name)",
-            {like, like, like}};
+            like, like, like};
   }
   return {R"(select distinct a.g_name from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and b.ck_sn=?
       and a.g_isjp<>0 and (a.g_sn like ? or a.g_name like ? or a.g_jm like ?) order by a.g_name)",
-          {warehouse, like, like, like}};
+          warehouse, like, like, like};
 }
 
 PowerTable lensPowerTable(const QString& name, const QString& warehouse) {

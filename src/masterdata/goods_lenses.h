@@ -47,7 +47,7 @@ struct LensProduct {
 LensProduct readLensProduct(std::int64_t id);
 bool saveLensProduct(const LensProduct& product, Prompt& prompt);
 bool deleteLensProduct(std::int64_t id, Prompt& prompt);
-BoundStatement lensProductsStatement(const QString& typed);
+Sql lensProductsStatement(const QString& typed);
 
 /// Stock of a lens by its powers: rows are spheres, columns cylinders; a cell without an article is empty.
 struct PowerTable {
@@ -55,7 +55,7 @@ struct PowerTable {
   std::vector<std::vector<std::optional<double>>> cells;
 };
 /// Names of lenses that match, for the choice of the table; in one warehouse or in all (empty).
-BoundStatement lensNamesStatement(const QString& typed, const QString& warehouse);
+Sql lensNamesStatement(const QString& typed, const QString& warehouse);
 PowerTable lensPowerTable(const QString& name, const QString& warehouse);
 
 }  // namespace jxc

@@ -1,7 +1,7 @@
 // 选择商品: what the goods list of a trading document asks of the catalogue.
 #pragma once
 
-#include "core/statements.h"
+#include "core/sql.h"
 #include "masterdata/goods.h"
 #include "stock/trading_document.h"
 
@@ -17,6 +17,6 @@ inline GoodsFilter goodsFilterOf(const PickFilter& wanted) {
 
 /// Goods `a` with what lies of them in one warehouse (`b.kc_sl`, pieces; a goods unknown there has none), the most used
 /// first: `counter` is `g_xspl` or `g_cgpl`.
-BoundStatement goodsByWarehouse(const QString& warehouse, const Filter& filter, std::string_view counter);
+Sql goodsByWarehouse(const QString& warehouse, const Filter& filter, std::string_view counter);
 
 }  // namespace jxc

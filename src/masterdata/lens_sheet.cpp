@@ -2,6 +2,7 @@
 
 #include "core/asked_once.h"
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_lenses.h"
 
@@ -108,15 +109,16 @@ void LensSheet::addCylinder(double cylinder) {
     cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(row * before) + column, Cell());
 }
 
-BoundStatement lensSheetProducts(const QString& typed) {
+Sql lensSheetProducts(const QString& typed) {
   Filter filter;
   filter.add("g_isjp<>0").add("g_jy=0").add("g_qc<>''");
   if (const QString key = sanitizeKeyword(typed.trimmed()); !key.isEmpty()) {
     const QString like = u'%' + key + u'%';
     filter.add("(g_qc like ? or g_jm like ?)", like, like);
   }
-  return {"select g_qc,count(*) as gs,min(id) as id from jxc_goods" + filter.where() + " group by g_qc order by g_qc",
-          {filter.values().begin(), filter.values().end()}};
+  return Sql("select g_qc,count(*) as gs,min(id) as id from jxc_goods")
+      .where(filter)
+      .add(" group by g_qc order by g_qc");
 }
 
 LensSheet readLensSheet(const QString& product, const LineRules& rules, const LinePlace& place) {
@@ -132,9 +134,9 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
   sheet.cylinders = ascending(std::move(sheet.cylinders));
   sheet.cells.resize(sheet.spheres.size() * sheet.cylinders.size());
 
-  const BoundStatement list = rules.goodsToPick(place, {.lensProduct = product});
+  const Sql list = rules.goodsToPick(place, {.lensProduct = product});
   std::map<QString, double> offered;
-  const RowSet rows = openSelectWith(list.sql, list.values);
+  const RowSet rows = openSelect(list);
   for (const Row row : rows)
     offered.emplace(row.text("g_sn"), row.number("kc_sl"));
   for (const Article& article : articles) {

@@ -35,7 +35,7 @@ struct LensSheet {
 };
 
 /// Lens products that match what was typed: `g_qc`, how many articles (`gs`).
-BoundStatement lensSheetProducts(const QString& typed);
+Sql lensSheetProducts(const QString& typed);
 /// What the document of these rules can take of a product. Quantities are zero.
 LensSheet readLensSheet(const QString& product, const LineRules& rules, const LinePlace& place);
 

@@ -1,5 +1,6 @@
 #include "masterdata/partner_contacts.h"
 
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <array>
@@ -46,12 +47,12 @@ bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-BoundStatement contactStatement(const PartnerSide& side, const QString& partner) {
+Sql contactStatement(const PartnerSide& side, const QString& partner) {
   // An employee who was deleted since leaves the record without a name.
   return {compose("select a.*,b.u_name from {} a left join jxc_user b on a.u_sn=b.u_sn where {}=? "
                   "order by a.lx_rq desc,a.id desc",
                   {side.diary, "a." + std::string(side.sn)}),
-          {Value(partner)}};
+          partner};
 }
 
 namespace partner_contacts_detail {

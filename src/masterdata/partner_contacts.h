@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/sql.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -26,7 +26,7 @@ bool saveContact(const PartnerSide& side, const ContactRecord& draft, Prompt& pr
 /// Deletes a record. Asks.
 bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt);
 /// Records of a partner with the employee's name, the latest first.
-BoundStatement contactStatement(const PartnerSide& side, const QString& partner);
+Sql contactStatement(const PartnerSide& side, const QString& partner);
 
 /// The partner whose statement is asked for: a contact book hands him over before it opens the statement, which begins
 /// with him. Empty when the statement was opened by itself.

@@ -7,6 +7,7 @@
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -335,7 +336,7 @@ RowSet selectBindableEmployees(const QString& boundKeys) {
   return openSelect("select u_sn,u_name from jxc_user where u_jy=0 or instr(?,u_sn)>0 order by id", boundKeys);
 }
 
-BoundStatement partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions, PartnerOrder order) {
+Sql partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions, PartnerOrder order) {
   using State = PartnerConditions::State;
   Filter filter;
   if (conditions.state == State::InUse) filter.add(compose("{}=0", {side.forbidden}));
@@ -361,14 +362,13 @@ BoundStatement partnerListStatement(const PartnerSide& side, const PartnerCondit
   contains(side.address, conditions.address);
   if (!conditions.kind.isEmpty()) filter.add(compose("{}=?", {side.kind}), conditions.kind);
   if (!conditions.zone.isEmpty()) filter.add("z_name=?", conditions.zone);
-  std::string sql = compose("select * from {}", {side.table}) + filter.where() + " order by ";
-  if (order == PartnerOrder::MostUsedFirst) sql += compose("{} desc,", {side.uses});
-  return {sql + "id", {filter.values().begin(), filter.values().end()}};
+  Sql list = Sql(compose("select * from {}", {side.table})).where(filter).add(" order by ");
+  if (order == PartnerOrder::MostUsedFirst) list.add(compose("{} desc,", {side.uses}));
+  return list.add("id");
 }
 
 RowSet selectPartners(const PartnerSide& side, const PartnerConditions& conditions) {
-  const BoundStatement statement = partnerListStatement(side, conditions);
-  return openSelectWith(statement.sql, statement.values);
+  return openSelect(partnerListStatement(side, conditions));
 }
 
 int copyCustomersToSuppliers(std::span<const std::int64_t> customers, const std::function<bool(int)>& progress,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/reading.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -65,8 +65,8 @@ struct PartnerConditions {
 enum class PartnerOrder : char { Entry, MostUsedFirst };
 
 /// The list under these conditions, limited to the operator's warehouses where lists are bound to them (`cs_shtc`).
-BoundStatement partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions,
-                                    PartnerOrder order = PartnerOrder::Entry);
+Sql partnerListStatement(const PartnerSide& side, const PartnerConditions& conditions,
+                         PartnerOrder order = PartnerOrder::Entry);
 RowSet selectPartners(const PartnerSide& side, const PartnerConditions& conditions);
 
 /// Makes suppliers of these customers (`id` of jxc_khxx), each with a number of its own and nothing owed. All or none;

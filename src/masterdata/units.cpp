@@ -1,6 +1,7 @@
 #include "masterdata/units.h"
 
 #include "core/numbers.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -12,7 +13,7 @@ std::optional<QString> checkedName(const QString& typed, std::int64_t id, Prompt
     prompt.notice(QStringLiteral("单位名称必须填写！"));
     return {};
   }
-  if (!lookupValue("select top 1 dw_sn from jxc_dw where dw_name=? and id<>?", name, id).isEmpty()) {
+  if (exists("select dw_sn from jxc_dw where dw_name=? and id<>?", name, id)) {
     prompt.notice(QStringLiteral("单位名称已经存在，请重新输入！"));
     return {};
   }

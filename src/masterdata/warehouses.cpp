@@ -4,6 +4,7 @@
 #include "core/fillers.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc {
@@ -26,7 +27,7 @@ QString usedRefusal() {
 }
 
 bool hasLedgerRow(const QString& number) {
-  return !lookupValue("select top 1 ck_sn from jxc_goodslist where ck_sn=?", number).isEmpty();
+  return exists("select ck_sn from jxc_goodslist where ck_sn=?", number);
 }
 
 }  // namespace warehouses_detail
@@ -118,10 +119,10 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
   return true;
 }
 
-BoundStatement warehouseListStatement() {
+Sql warehouseListStatement() {
   Filter filter;
   addWarehouseBinding(filter);
-  return {"select * from jxc_ckxx" + filter.where() + " order by id", {filter.values().begin(), filter.values().end()}};
+  return Sql("select * from jxc_ckxx").where(filter).add(" order by id");
 }
 
 RowSet selectBindableOperators() {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
-#include "core/statements.h"
+#include "core/reading.h"
 
 #include <QString>
 #include <QStringList>
@@ -28,7 +28,7 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 bool deleteWarehouse(std::int64_t id, Prompt& prompt);
 
 /// Rows that the operator may see: all, or those bound to him where operators are bound to warehouses (`cs_cgyh`).
-BoundStatement warehouseListStatement();
+Sql warehouseListStatement();
 
 /// Operators that a warehouse can be bound to, `a_sn` and `a_name`.
 RowSet selectBindableOperators();

@@ -1,6 +1,7 @@
 #include "masterdata/zones.h"
 
 #include "core/pinyin.h"
+#include "core/statements.h"
 
 namespace jxc {
 namespace zones_detail {

@@ -1,7 +1,6 @@
 #include "output/print_lines.h"
 
 #include "core/session.h"
-#include "core/small_lookups.h"
 #include "stock/document_family.h"
 
 #include <algorithm>
@@ -56,19 +55,13 @@ const LineSource& sourceOf(QStringView prefix) {
   return *found;
 }
 
-/// Conditions on the lines `a` of the document, with their values.
-struct Condition {
-  std::string text;
-  std::vector<Value> values;
-};
-Condition linesOf(const LineSource& source, const DocumentFamily& family, const QString& number, LineScope scope) {
-  Condition condition{"a." + std::string(family.number) + "=?", {number}};
-  if (scope == LineScope::OwnDraft) {
-    condition.text += " and a.a_name=?";
-    condition.values.push_back(session().a_name);
-  }
-  if (!source.printed.empty()) condition.text += " and " + std::string(source.printed);
-  return condition;
+/// Conditions on the lines `a` of the document.
+Filter linesOf(const LineSource& source, const DocumentFamily& family, const QString& number, LineScope scope) {
+  Filter lines;
+  lines.add(compose("a.{}=?", {family.number}), number);
+  if (scope == LineScope::OwnDraft) lines.add("a.a_name=?", session().a_name);
+  if (!source.printed.empty()) lines.add(source.printed);
+  return lines;
 }
 
 /// Lines and goods. The class is looked up loosely: a goods whose class was deleted must not vanish from the paper,
@@ -76,32 +69,14 @@ Condition linesOf(const LineSource& source, const DocumentFamily& family, const 
 std::string selectOf(const LineSource& source, const DocumentFamily& family) {
   return "select a.*," + std::string(source.name) + ",b.dw_name,b.gg_name,b.color_name" + std::string(source.more) +
          ",b.g_sptm,b.g_bz,b.g_sccs,c.gc_name from (" + std::string(family.lines) +
-         " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn where ";
+         " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn";
 }
 
-/// `goods` and `entry` are the aliases of lines and of the row that tells the order of entry.
-std::string orderOf(const LineSource& source, std::string_view goods, std::string_view entry) {
+std::string_view orderOf(const LineSource& source) {
   const QString& wanted = session().cs_dysx;
-  const std::string byEntry = std::string(entry) + ".id";
-  if (!source.ordered || (wanted != u"1" && wanted != u"2")) return byEntry;
-  const std::string_view field = wanted == u"1" ? ".g_sn" : ".g_name";
-  return std::string(goods) + std::string(field) + "," + byEntry;
-}
-
-/// Takes the operator's staging rows as a generator of lines: one for each that prints, then empty ones.
-void stageLines(const DocumentFamily& family, const Condition& lines, int multiple) {
-  clearStaging();
-  std::vector<Value> values{session().a_name};
-  values.insert(values.end(), lines.values.begin(), lines.values.end());
-  execSqlWith("insert into jxc_tempspxf (rid,a_name) select a.id,? from " + std::string(family.lines) + " a where " +
-                  lines.text + " order by a.id",
-              values);
-  const auto count =
-      static_cast<int>(lookupNumber("select count(*) from jxc_tempspxf where a_name=?", session().a_name));
-  const int missing = multiple - count % multiple;
-  if (missing >= multiple) return;
-  for (int i = 0; i < missing; ++i)
-    execSql("insert into jxc_tempspxf (rid,a_name) values (0,?)", session().a_name);
+  if (source.ordered && wanted == u"1") return " order by b.g_sn,a.id";
+  if (source.ordered && wanted == u"2") return " order by b.g_name,a.id";
+  return " order by a.id";
 }
 
 }  // namespace print_lines_detail
@@ -111,33 +86,18 @@ int fixedPrintLines(QStringView prefix) {
   return parameter ? std::max(0, (session().*parameter).toInt()) : 0;
 }
 
-BoundStatement printLineSql(const QString& number, QStringView prefix, LineScope scope) {
+Sql printLineSql(const QString& number, QStringView prefix, LineScope scope) {
   using namespace print_lines_detail;
   const LineSource& source = sourceOf(prefix);
   const DocumentFamily& family = documentFamily(prefix);
-  Condition lines = linesOf(source, family, number, scope);
-  const std::string select = selectOf(source, family) + lines.text;
-  const int multiple = fixedPrintLines(prefix);
-  if (multiple == 0) return {select + " order by " + orderOf(source, "b", "a"), std::move(lines.values)};
-
-  stageLines(family, lines, multiple);
-  lines.values.push_back(session().a_name);
-  // Empty lines stand at the foot, whatever the order of the others is.
-  return {"select y.* from jxc_tempspxf x left join (" + select + ") y on x.rid=y.id where x.a_name=? order by " +
-              "iif(x.rid=0,1,0)," + orderOf(source, "y", "x"),
-          std::move(lines.values)};
+  return Sql(selectOf(source, family)).where(linesOf(source, family, number, scope)).add(orderOf(source));
 }
 
 RowSet printLines(const QString& number, QStringView prefix, LineScope scope) {
-  if (fixedPrintLines(prefix) == 0) {
-    const BoundStatement statement = printLineSql(number, prefix, scope);
-    return openSelectWith(statement.sql, statement.values);
-  }
-  Transaction borrowed(accountDb());
-  const BoundStatement statement = printLineSql(number, prefix, scope);
-  RowSet rows = openSelectWith(statement.sql, statement.values);
-  clearStaging();
-  borrowed.commit();
+  RowSet rows = openSelect(printLineSql(number, prefix, scope));
+  const int multiple = fixedPrintLines(prefix);
+  while (multiple > 0 && rows.rowCount() % multiple != 0)
+    rows.addEmptyRow();
   return rows;
 }
 

@@ -2,7 +2,7 @@
 // parameter.
 #pragma once
 
-#include "core/statements.h"
+#include "core/reading.h"
 
 #include <QString>
 #include <QStringView>
@@ -18,11 +18,10 @@ int fixedPrintLines(QStringView prefix);
 
 /// The detail statement of a document by its prefix: `XS`, `XT`, `CJ`, `CT`, `DB`, `PD`, `BS`, `BY`, `CF`, `KB`, `JH`,
 /// `HH`. All columns of the line, and g_name (with the gift mark), dw_name, gg_name, color_name, g_sptm, g_bz, g_sccs,
-/// gc_name of the goods. Under a fixed number of lines the operator's staging rows are taken for the empty lines: what
-/// was staged is gone. Throws std::out_of_range for another prefix.
-BoundStatement printLineSql(const QString& number, QStringView prefix, LineScope scope = LineScope::Document);
+/// gc_name of the goods. Throws std::out_of_range for another prefix.
+Sql printLineSql(const QString& number, QStringView prefix, LineScope scope = LineScope::Document);
 
-/// The rows of that statement; the staging rows that it took are given back.
+/// The rows of that statement; at their foot, under a fixed number of lines, the empty ones, whatever the order is.
 RowSet printLines(const QString& number, QStringView prefix, LineScope scope = LineScope::Document);
 
 }  // namespace jxc

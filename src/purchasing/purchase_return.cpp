@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
 #include "purchasing/receipt.h"
@@ -29,7 +30,7 @@ class ReturnLines : public TradingLines {
 
   /// Where stock may not fall below zero only goods that lie in the warehouse; by parameter (`cs_ct`) only goods that
   /// this supplier has delivered.
-  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+  Sql goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
     addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock || !strIsTrue(session().cs_kc)) filter.add("b.kc_sl>0");
@@ -139,7 +140,7 @@ const DocumentRules& rules() {
   return all;
 }
 
-BoundStatement returnableReceipts(const QString& typed) {
+Sql returnableReceipts(const QString& typed) {
   Filter filter;
   filter.add("a.ghs_sn=b.ghs_sn").add("a.ck_sn=c.ck_sn").add("a.j_status=1");
   if (const QString key = sanitizeKeyword(typed); !key.isEmpty()) {
@@ -147,9 +148,9 @@ BoundStatement returnableReceipts(const QString& typed) {
     filter.add("(a.j_sn like ? or b.ghs_name like ? or b.ghs_jm like ? or a.j_note like ?)", like, like, like, like);
   }
   if (isWarehouseBound()) filter.add("c.ck_asn like ?", u"%"_qs + session().a_sn + u"%"_qs);
-  return {
-      "select a.*,b.ghs_name,c.ck_name from jxc_jhd a,jxc_ghsxx b,jxc_ckxx c" + filter.where() + " order by a.id desc",
-      {filter.values().begin(), filter.values().end()}};
+  return Sql("select a.*,b.ghs_name,c.ck_name from jxc_jhd a,jxc_ghsxx b,jxc_ckxx c")
+      .where(filter)
+      .add(" order by a.id desc");
 }
 
 }  // namespace jxc::purchase_return

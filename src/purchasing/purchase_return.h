@@ -12,6 +12,6 @@ const DocumentRules& rules();
 
 /// Audited receipts that may be returned as a whole, newest first, by key (number, supplier, note), with `ghs_name` and
 /// `ck_name`.
-BoundStatement returnableReceipts(const QString& typed);
+Sql returnableReceipts(const QString& typed);
 
 }  // namespace jxc::purchase_return

@@ -27,7 +27,7 @@ class ReceiptLines final : public TradingLines {
  public:
   using TradingLines::TradingLines;
 
-  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+  Sql goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
     addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock) filter.add("b.kc_sl>0");
@@ -35,14 +35,7 @@ class ReceiptLines final : public TradingLines {
       filter.add(
           "a.g_sn in (select x.g_sn from jxc_jhsp x,jxc_jhd y where x.j_sn=y.j_sn and y.j_status=1 and y.ghs_sn=?)",
           place.partner);
-    BoundStatement list;
-    list.sql =
-        "select a.*,iif(b.kc_sl is null,0,b.kc_sl) as kc_sl from jxc_goods a left join "
-        "(select g_sn,kc_sl from jxc_kcsp where ck_sn=?) b on a.g_sn=b.g_sn" +
-        filter.where() + " order by a.g_cgpl desc,a.g_sn";
-    list.values.emplace_back(place.warehouse);
-    list.values.insert(list.values.end(), filter.values().begin(), filter.values().end());
-    return list;
+    return goodsByWarehouse(place.warehouse, filter, "g_cgpl");
   }
   RowSet history(const QString& goods, const QString& partner) const override { return receiptHistory(goods, partner); }
   RowSet quotes(const QString& goods, const QString& partner) const override { return supplierQuotes(goods, partner); }

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/rounding.h"
 #include "core/small_lookups.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
@@ -89,7 +90,7 @@ class SaleLines : public TradingLines {
     return TradingLines::setChange(value, field, where, id, prompt);
   }
 
-  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+  Sql goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
     addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.inStock) filter.add("b.kc_sl>0");
@@ -240,7 +241,7 @@ double lowestDiscount() {
 
 // ---- gifts -------------------------------------------------------------------------------------------------------
 
-BoundStatement giftsToPick(const QString& typed, const QString& warehouse) {
+Sql giftsToPick(const QString& typed, const QString& warehouse) {
   Filter filter;
   addGoodsConditions(filter, {.key = typed});
   filter.add("a.g_iszp<>0");

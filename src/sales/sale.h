@@ -15,7 +15,7 @@ const TradingDescription& description();
 inline constexpr char16_t giftMark[] = u"(赠品)";
 
 /// Goods that may be given away (`g_iszp`), by key, with the stock of the warehouse.
-BoundStatement giftsToPick(const QString& typed, const QString& warehouse);
+Sql giftsToPick(const QString& typed, const QString& warehouse);
 /// A gift takes stock and cost and adds nothing to what is due. Nothing is written when the quantity is zero, or stock
 /// is short and the operator says no.
 LineResult addGift(Lines where, const LinePlace& place, const QString& goods, double quantity, Prompt& prompt);

@@ -1,6 +1,7 @@
 #include "sales/sale_return.h"
 
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
@@ -42,7 +43,7 @@ class ReturnLines : public TradingLines {
   }
 
   /// By parameter (`cs_xt`) only goods that this customer bought, with their stock where they come back to.
-  BoundStatement goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
+  Sql goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {
     Filter filter;
     addGoodsConditions(filter, goodsFilterOf(wanted));
     if (wanted.ofPartner || strIsTrue(session().cs_xt))
@@ -51,8 +52,7 @@ class ReturnLines : public TradingLines {
           "y.kh_sn=?)",
           place.partner);
     if (strIsTrue(session().cs_xt)) return goodsByWarehouse(place.warehouse, filter, "g_xspl");
-    return {"select a.*,a.g_kc as kc_sl from jxc_goods a" + filter.where() + " order by a.g_xspl desc,a.g_sn",
-            {filter.values().begin(), filter.values().end()}};
+    return Sql("select a.*,a.g_kc as kc_sl from jxc_goods a").where(filter).add(" order by a.g_xspl desc,a.g_sn");
   }
 
   RowSet history(const QString& goods, const QString& partner) const override {
@@ -134,7 +134,7 @@ const DocumentRules& rules() {
   return all;
 }
 
-BoundStatement returnableSales(const QString& typed) {
+Sql returnableSales(const QString& typed) {
   Filter filter;
   filter.add("a.kh_sn=b.kh_sn").add("a.ck_sn=c.ck_sn").add("a.ls_status=1").add("(a.ls_dhbz=0 or a.ls_dhbz is null)");
   if (const QString key = sanitizeKeyword(typed); !key.isEmpty()) {
@@ -142,9 +142,9 @@ BoundStatement returnableSales(const QString& typed) {
     filter.add("(a.gl_djh like ? or b.kh_name like ? or b.kh_jm like ? or a.ls_note like ?)", like, like, like, like);
   }
   if (isWarehouseBound()) filter.add("c.ck_asn like ?", u"%"_qs + session().a_sn + u"%"_qs);
-  return {
-      "select a.*,b.kh_name,c.ck_name from jxc_lsxsd a,jxc_khxx b,jxc_ckxx c" + filter.where() + " order by a.id desc",
-      {filter.values().begin(), filter.values().end()}};
+  return Sql("select a.*,b.kh_name,c.ck_name from jxc_lsxsd a,jxc_khxx b,jxc_ckxx c")
+      .where(filter)
+      .add(" order by a.id desc");
 }
 
 }  // namespace jxc::sale_return

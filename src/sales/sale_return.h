@@ -11,6 +11,6 @@ namespace jxc::sale_return {
 const DocumentRules& rules();
 
 /// Audited sales, newest first, by key (number, customer, note), with `kh_name` and `ck_name`.
-BoundStatement returnableSales(const QString& typed);
+Sql returnableSales(const QString& typed);
 
 }  // namespace jxc::sale_return

@@ -2,6 +2,7 @@
 
 #include "core/asked_once.h"
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 
 #include <QDate>
@@ -113,8 +114,8 @@ struct Judging {
     if (goods.integer("g_jy") != 0) {
       faults << u"商品已停用"_qs;
     } else {
-      const BoundStatement list = rules.goodsToPick(place, {.goods = line.code});
-      if (openSelectWith(list.sql, list.values).isEmpty()) faults << u"本单不能选择该商品"_qs;
+      const Sql list = rules.goodsToPick(place, {.goods = line.code});
+      if (!exists(list)) faults << u"本单不能选择该商品"_qs;
     }
   }
 

@@ -140,8 +140,7 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
   Filter where;
   where.add("g_sn<>'00000000'");
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
-  const RowSet balances =
-      openSelectWith("select g_sn,ck_sn from jxc_kcsp" + where.where() + " order by ck_sn,g_sn", where.values());
+  const RowSet balances = openSelect(Sql("select g_sn,ck_sn from jxc_kcsp").where(where).add(" order by ck_sn,g_sn"));
   StockDigits digits;
   digits.roundQuantity = false;
   if (!forEachPair(balances, progress, position,
@@ -160,8 +159,8 @@ bool syncOutgoingCost(const QString& date, const QString& warehouse, bool change
   Filter where;
   where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(outgoingRows);
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
-  const RowSet pairs = openSelectWith(
-      "select distinct g_sn,ck_sn from jxc_goodslist" + where.where() + " order by g_sn,ck_sn", where.values());
+  const RowSet pairs =
+      openSelect(Sql("select distinct g_sn,ck_sn from jxc_goodslist").where(where).add(" order by g_sn,ck_sn"));
   const std::string rowsOfPair = std::string(
                                      "select id,gl_flag,gl_djh,gl_kdrq,gl_dj,gl_cbj,gl_pjjj from jxc_goodslist "
                                      "where g_sn=? and ck_sn=? and gl_kdrq>=? and ") +

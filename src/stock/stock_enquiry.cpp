@@ -28,20 +28,20 @@ bool isAll(const QString& warehouse) {
 }
 
 /// Stock by goods, of one warehouse or summed over those that the operator may see.
-BoundStatement balances(const QString& warehouse) {
+Sql balances(const QString& warehouse) {
   Filter filter;
   if (!isAll(warehouse)) {
     filter.add("ck_sn=?", warehouse);
-    return {"select g_sn,kc_sl as kcsl,kc_zsl as kczsl,kc_xssl as xssl," + rounded("kc_cbj", moneyDigits()) +
-                " as ckcb,0 as zje from jxc_kcsp" + filter.where(),
-            {filter.values().begin(), filter.values().end()}};
+    return Sql("select g_sn,kc_sl as kcsl,kc_zsl as kczsl,kc_xssl as xssl," + rounded("kc_cbj", moneyDigits()) +
+               " as ckcb,0 as zje from jxc_kcsp")
+        .where(filter);
   }
   filter.add("x.ck_sn=y.ck_sn").add("g_sn<>'00000000'");
   addWarehouseBinding(filter, "y.ck_asn");
-  return {R"(select g_sn,sum(kc_sl) as kcsl,sum(kc_zsl) as kczsl,sum(kc_xssl) as xssl,0 as ckcb,
-      sum(kc_zsl*kc_cbj) as zje from jxc_kcsp x,jxc_ckxx y)" +
-              filter.where() + " group by g_sn",
-          {filter.values().begin(), filter.values().end()}};
+  return Sql(R"(select g_sn,sum(kc_sl) as kcsl,sum(kc_zsl) as kczsl,sum(kc_xssl) as xssl,0 as ckcb,
+      sum(kc_zsl*kc_cbj) as zje from jxc_kcsp x,jxc_ckxx y)")
+      .where(filter)
+      .add(" group by g_sn");
 }
 
 void addKey(Filter& filter, const QString& key) {
@@ -68,22 +68,19 @@ Filter conditions(const StockFilter& wanted) {
 
 }  // namespace stock_enquiry_detail
 
-BoundStatement currentStockStatement(const StockFilter& wanted) {
+Sql currentStockStatement(const StockFilter& wanted) {
   using namespace stock_enquiry_detail;
-  const BoundStatement stock = balances(wanted.warehouse);
-  const Filter filter = conditions(wanted);
   // Over all warehouses the cost is weighted by book stock; goods without any keep the catalogue's average.
   const std::string cost = isAll(wanted.warehouse)
                                ? "iif(b.kczsl<>0,abs(" + rounded("b.zje/b.kczsl", moneyDigits()) + "),a.g_pjjj)"
                                : "b.ckcb";
-  BoundStatement statement;
-  statement.sql = "select a.*,c.gc_name,b.kcsl,b.kczsl,b.xssl," + cost + " as cbjj," +
-                  rounded("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," + rounded("cbjj*b.kcsl", moneyDigits()) +
-                  " as kczje,a.g_sj*b.kcsl as xszje from jxc_goods a,jxc_goodsclass c,(" + stock.sql + ") b" +
-                  filter.where() + " order by a.g_sn";
-  statement.values = stock.values;
-  statement.values.insert(statement.values.end(), filter.values().begin(), filter.values().end());
-  return statement;
+  return Sql("select a.*,c.gc_name,b.kcsl,b.kczsl,b.xssl," + cost + " as cbjj," +
+             rounded("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," + rounded("cbjj*b.kcsl", moneyDigits()) +
+             " as kczje,a.g_sj*b.kcsl as xszje from jxc_goods a,jxc_goodsclass c,(")
+      .add(balances(wanted.warehouse))
+      .add(") b")
+      .where(conditions(wanted))
+      .add(" order by a.g_sn");
 }
 
 }  // namespace jxc

@@ -1,7 +1,7 @@
 // 库存查询: what stands in the warehouses now, as the current-stock panel lists it.
 #pragma once
 
-#include "core/statements.h"
+#include "core/sql.h"
 
 #include <QString>
 
@@ -28,6 +28,6 @@ struct StockFilter {
 /// Rows of `jxc_goods` with class name, stock `kcsl`, book stock `kczsl`, sold so far `xssl`, cost `cbjj` (of the
 /// warehouse; over all of them weighted by book stock), stock in the second unit `fzkc`, value at cost `kczje` and at
 /// the preset sale price `xszje`. Ordered by goods number. Throws std::invalid_argument for an unknown comparison.
-BoundStatement currentStockStatement(const StockFilter& filter);
+Sql currentStockStatement(const StockFilter& filter);
 
 }  // namespace jxc

@@ -1,6 +1,7 @@
 #include "stock/trading_document.h"
 
 #include "core/session.h"
+#include "core/statements.h"
 
 #include <QDate>
 

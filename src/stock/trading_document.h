@@ -2,7 +2,7 @@
 // rules.
 #pragma once
 
-#include "core/statements.h"
+#include "core/reading.h"
 #include "stock/document.h"
 #include "stock/line_amounts.h"
 
@@ -133,7 +133,7 @@ class LineRules {
                                   Prompt& prompt) const = 0;
 
   // Staging: goods picked in a list before they become lines of Draft or Waiting.
-  virtual BoundStatement goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
+  virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
   virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
                         Prompt& prompt) const = 0;
   /// Quantity against the stock of the warehouse, where the document takes goods out: refused or asked about. With a

@@ -2,6 +2,7 @@
 #include "core/numbers.h"
 #include "core/rounding.h"
 #include "core/small_lookups.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "stock/ledger.h"
 #include "stock/trading_rules.h"

@@ -3,6 +3,7 @@
 #include "core/defaults.h"
 #include "core/fillers.h"
 #include "core/rounding.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
 
@@ -86,30 +87,25 @@ double TradingRules::paidAfter(double payable, double typed) const {
 RowSet TradingRules::waiting(const WaitingFilter& filter) const {
   const DocumentFamily& f = family();
   const TradingPartner& partner = *document_.partner;
-  std::string sql = trading_rules_detail::headsWithNames(document_);
-  std::vector<Value> values;
-  const auto add = [&](const std::string& condition, std::initializer_list<Value> more) {
-    sql += " and " + condition;
-    values.insert(values.end(), more.begin(), more.end());
-  };
+  Filter chosen;
   // Sales of the till stand in the same table and never wait here.
-  if (f.prefix == u"XS") add("(a.ls_dhbz=0 or a.ls_dhbz is null)", {});
-  if (!filter.partner.isEmpty()) add(compose("a.{}=?", {f.partner}), {filter.partner});
-  if (!filter.warehouse.isEmpty()) add(compose("a.{}=?", {f.warehouse}), {filter.warehouse});
+  if (f.prefix == u"XS") chosen.add("(a.ls_dhbz=0 or a.ls_dhbz is null)");
+  if (!filter.partner.isEmpty()) chosen.add(compose("a.{}=?", {f.partner}), filter.partner);
+  if (!filter.warehouse.isEmpty()) chosen.add(compose("a.{}=?", {f.warehouse}), filter.warehouse);
   if (isWarehouseBound())
-    add(compose("a.{} in (select ck_sn from jxc_ckxx where ck_asn like ?)", {f.warehouse}),
-        {u"%"_qs + session().a_sn + u"%"_qs});
+    chosen.add(compose("a.{} in (select ck_sn from jxc_ckxx where ck_asn like ?)", {f.warehouse}),
+               u"%"_qs + session().a_sn + u"%"_qs);
   if (const QString key = sanitizeKeyword(filter.key.trimmed()); !key.isEmpty()) {
     const QString like = u"%"_qs + key + u"%"_qs;
-    std::string condition = compose("(a.{} like ? or a.{} like ? or b.{} like ? or b.{} like ?",
-                                    {f.number, document_.note, partner.name, partner.mnemonic});
-    if (document_.originalNumber.empty()) {
-      add(condition + ")", {like, like, like, like});
-    } else {
-      add(condition + compose(" or a.{} like ?)", {document_.originalNumber}), {like, like, like, like, like});
-    }
+    Sql any(compose("(a.{} like ? or a.{} like ? or b.{} like ? or b.{} like ?",
+                    {f.number, document_.note, partner.name, partner.mnemonic}),
+            like, like, like, like);
+    if (!document_.originalNumber.empty()) any.add(compose(" or a.{} like ?", {document_.originalNumber}), like);
+    chosen.add(any.add(")"));
   }
-  return openSelectWith(sql + (filter.newestFirst ? " order by a.id desc" : " order by a.id"), values);
+  return openSelect(Sql(trading_rules_detail::headsWithNames(document_))
+                        .andWhere(chosen)
+                        .add(filter.newestFirst ? " order by a.id desc" : " order by a.id"));
 }
 
 std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) const {

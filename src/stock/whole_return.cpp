@@ -1,3 +1,4 @@
+#include "core/statements.h"
 #include "stock/trading_rules.h"
 
 namespace jxc {

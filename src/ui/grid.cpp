@@ -230,14 +230,14 @@ Grid::~Grid() {
   loader_.cancel();
 }
 
-void Grid::loadQuery(GridQuery query) {
-  replaces_ = query.sql != query_.sql || query.values != query_.values;
+void Grid::loadQuery(Sql query) {
+  replaces_ = query != query_;
   query_ = std::move(query);
   reload();
 }
 
 void Grid::reload() {
-  if (query_.sql.empty()) return;
+  if (query_.isEmpty()) return;
   failed_ = false;
   loader_.load(
       query_, [this](RowSet rows, bool complete) { arrived(std::move(rows), complete); },

@@ -1,7 +1,7 @@
 // 表格: a list of rows with a footer of sums, sorting, copying, editing, and a layout that stays.
 #pragma once
 
-#include "core/statements.h"
+#include "core/reading.h"
 #include "ui/grid_model.h"
 #include "ui/list_loader.h"
 #include "ui/specs.h"
@@ -38,13 +38,10 @@ class Grid : public QWidget {
 
   // Rows.
   template <class... Args>
-  void load(const SqlText& sql, const Args&... args) {
-    loadQuery({std::string(sql.view()), {Value(args)...}});
+  void load(std::string select, const Args&... args) {
+    loadQuery(Sql(std::move(select), args...));
   }
-  void load(const SqlText& sql, const Filter& filter) {
-    loadQuery({std::string(sql.view()), {filter.values().begin(), filter.values().end()}});
-  }
-  void loadQuery(GridQuery query);
+  void loadQuery(Sql query);
   /// Rows that came from elsewhere (a rule's answer, a filler).
   void setRows(RowSet rows);
   void reload();
@@ -174,7 +171,7 @@ class Grid : public QWidget {
   QWidget* keyInput_ = nullptr;
   QMenu* menu_;
   ListLoader loader_;
-  GridQuery query_;
+  Sql query_;
   QString emptyText_;
   bool failed_ = false;
   bool autoWidth_ = true;

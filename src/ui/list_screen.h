@@ -20,7 +20,7 @@ namespace jxc::ui {
 class ListScreen : public Screen {
  public:
   /// Statement for what stands in the search box (trimmed; empty at first).
-  using Query = std::function<GridQuery(const QString& typed)>;
+  using Query = std::function<Sql(const QString& typed)>;
 
   ListScreen(const ScreenSpec& spec, Query query);
 

@@ -15,7 +15,7 @@ namespace jxc::ui {
 class ListSearch {
  public:
   /// Makes the statement for what stands in the box (already trimmed; empty at first).
-  using Query = std::function<GridQuery(const QString& typed)>;
+  using Query = std::function<Sql(const QString& typed)>;
   ListSearch(Field& box, Grid& list, Query query);
 
   /// Searches for what stands in the box.

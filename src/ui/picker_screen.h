@@ -14,7 +14,7 @@ namespace jxc::ui {
 /// trimmed; empty at first).
 struct PickerSpec {
   ScreenSpec screen;  // name, title and one grid; inputs and commands are the picker's own
-  std::function<GridQuery(const QString& typed)> query;
+  std::function<Sql(const QString& typed)> query;
   bool multiple = false;  // several rows may be taken at once
   /// Commands besides the picker's own ("新增", F8), at the left below the list. Constant data.
   std::span<const CommandSpec> more = {};

@@ -78,7 +78,7 @@ class MoneyTest : public AccountSetFixture {
   }
   double weOwe() { return lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100002'"); }
   QString lastLog() { return lookupValue("select top 1 log_note from jxc_log order by id desc"); }
-  static RowSet rowsOf(const BoundStatement& statement) { return openSelectWith(statement.sql, statement.values); }
+  static RowSet rowsOf(const Sql& statement) { return openSelect(statement); }
 
  private:
   static std::int64_t firstIdOf(std::string_view table, std::string_view field, const QString& value) {

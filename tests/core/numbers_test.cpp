@@ -68,8 +68,8 @@ TEST_F(NumbersStory, RowsAreFoundFromBothEnds) {
   EXPECT_TRUE(rowExists("jxc_dw", "dw_name", "盒"));
   EXPECT_EQ(firstIdOf("jxc_dw", "dw_name", "盒"), first);
   EXPECT_EQ(lastIdOf("jxc_dw", "dw_name", "盒"), last);
-  EXPECT_TRUE(hasAny("dw_sn", "jxc_dw", "where dw_name=? and id>?", {"盒", first}));
-  EXPECT_FALSE(hasAny("dw_sn", "jxc_dw", "where dw_name=? and id>?", {"盒", last}));
+  EXPECT_TRUE(hasAny("dw_sn", "jxc_dw", {"where dw_name=? and id>?", "盒", first}));
+  EXPECT_FALSE(hasAny("dw_sn", "jxc_dw", {"where dw_name=? and id>?", "盒", last}));
   EXPECT_FALSE(rowExists("jxc_dw", "dw_name", "' or '1'='1"));
 }
 

@@ -107,7 +107,7 @@ TEST_F(OperatorsStory, NobodyWithoutTheRightReachesOperators) {
   setRights("100002", "qtcz", QStringLiteral("1111101111111111111"));  // all but operators
   becomeOperator(QStringLiteral("王芳"), "100002", "100002");
   const auto statement = operatorListStatement();
-  EXPECT_TRUE(openSelectWith(std::string_view(statement.sql), statement.values).isEmpty());
+  EXPECT_TRUE(openSelect(statement).isEmpty());
   EXPECT_THROW(readOperator(admin), DbError);
   EXPECT_FALSE(addOperator(draft(u"小李"), prompt));
   OperatorDraft change = draft(u"admin", u"mine");

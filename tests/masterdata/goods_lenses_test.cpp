@@ -89,9 +89,9 @@ TEST_F(GoodsLensesTest, LibraryHoldsOrdinaryAndContactLenses) {
   ASSERT_TRUE(saveLensProduct({.brand = u"海岸"_qs, .item1 = u"8.6"_qs, .item2 = u"38%"_qs, .contact = true}, prompt));
   ASSERT_TRUE(saveLensProduct({.brand = u"晶朗"_qs, .item1 = u"加硬"_qs, .item2 = u"1.56"_qs}, prompt));
   const auto list = [](const QString& typed) {
-    const BoundStatement statement = lensProductsStatement(typed);
+    const Sql statement = lensProductsStatement(typed);
     QStringList names;
-    for (const Row row : openSelectWith(statement.sql, statement.values))
+    for (const Row row : openSelect(statement))
       names << row.text("jp_spmc");
     return names;
   };
@@ -118,8 +118,7 @@ TEST_F(GoodsLensesTest, PowerTableStandsByTheTextOfThePowers) {
   put("2", "-1.25", "-0.75", 8);
   put("3", "-1.250", "-0.5", 9);
   const auto names = [](const QString& typed, const QString& warehouse) {
-    const BoundStatement statement = lensNamesStatement(typed, warehouse);
-    return openSelectWith(statement.sql, statement.values);
+    return openSelect(lensNamesStatement(typed, warehouse));
   };
   ASSERT_EQ(names(u"1.6"_qs, {}).rowCount(), 1);
   EXPECT_EQ(names(u"1.6"_qs, {}).text(0, 0), u"1.60"_qs);

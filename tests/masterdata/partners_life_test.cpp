@@ -176,9 +176,7 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
   // The next one gets the number, and nothing of the old one.
   add(customerSide, QStringLiteral("新客户"));
   EXPECT_EQ(lookupValue("select kh_sn from jxc_khxx where kh_name='新客户'"), number);
-  EXPECT_EQ(openSelectWith(contactStatement(customerSide, number).sql, contactStatement(customerSide, number).values)
-                .rowCount(),
-            0);
+  EXPECT_EQ(openSelect(contactStatement(customerSide, number)).rowCount(), 0);
 }
 
 TEST_F(PartnersLifeTest, CustomersAreCopiedToSuppliersAllOrNone) {
@@ -225,7 +223,7 @@ TEST_F(PartnersLifeTest, DiaryIsKeptLatestFirst) {
     EXPECT_EQ(prompt.lastNotice(), QStringLiteral("联系内容必须填写！"));
 
     const auto statement = contactStatement(*side, QStringLiteral("100001"));
-    const RowSet rows = openSelectWith(statement.sql, statement.values);
+    const RowSet rows = openSelect(statement);
     ASSERT_EQ(rows.rowCount(), 2);
     EXPECT_EQ(rows[0].text("lx_note").size(), 10000);
     EXPECT_EQ(rows[1].text("lx_note"), QStringLiteral("约定‘月结‘\n下周回电"));

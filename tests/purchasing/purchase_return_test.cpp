@@ -33,9 +33,9 @@ class PurchaseReturnTest : public test::ShopTest {
     return texts.join(u' ');
   }
   QString goodsToPick() const {
-    const BoundStatement list = rules.lines().goodsToPick(place(), {});
+    const Sql list = rules.lines().goodsToPick(place(), {});
     QStringList goods;
-    for (const Row each : openSelectWith(list.sql, list.values))
+    for (const Row each : openSelect(list))
       goods << each.text("g_sn");
     return goods.join(u' ');
   }

@@ -33,9 +33,9 @@ class SaleReturnTest : public test::ShopTest {
     return texts.join(u' ');
   }
   QString goodsToPick() const {
-    const BoundStatement list = rules.lines().goodsToPick(place(), {});
+    const Sql list = rules.lines().goodsToPick(place(), {});
     QStringList goods;
-    for (const Row each : openSelectWith(list.sql, list.values))
+    for (const Row each : openSelect(list))
       goods << each.text("g_sn") + u":"_qs + each.text("kc_sl");
     return goods.join(u' ');
   }

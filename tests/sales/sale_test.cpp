@@ -276,9 +276,9 @@ TEST_F(SaleTest, PickListStagingAndIssueLater) {
   setParameter("cs_spck", 1);
   begin();
   const auto found = [&](const PickFilter& filter) {
-    const BoundStatement list = lines().goodsToPick(place(), filter);
+    const Sql list = lines().goodsToPick(place(), filter);
     QStringList goods;
-    for (const Row row : openSelectWith(list.sql, list.values))
+    for (const Row row : openSelect(list))
       goods << row.text("g_sn");
     return goods.join(u' ');
   };

@@ -222,10 +222,9 @@ TEST_F(ScreenTest, GridSortsSumsEditsAndKeepsItsRow) {
 TEST_F(ScreenTest, APickerSearchesWhileItIsTypedIn) {
   for (const auto* name : {u"现金结算", u"月底结清", u"月初结清"})
     insertRow("jxc_djbz", {{"dj_name", name}, {"dj_pl", 0}});
-  ui::PickerScreen picker(
-      {kit_test::kPicker, [](const QString& typed) {
-         return ui::GridQuery{"select * from jxc_djbz where dj_name like ? order by id", {u'%' + typed + u'%'}};
-       }});
+  ui::PickerScreen picker({kit_test::kPicker, [](const QString& typed) {
+                             return Sql("select * from jxc_djbz where dj_name like ? order by id", u'%' + typed + u'%');
+                           }});
   std::optional<Row> taken;
   const auto pick = [&](Steps steps) {
     expectScreen("F_KitPicker", std::move(steps));

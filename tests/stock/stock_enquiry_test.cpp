@@ -33,10 +33,7 @@ class StockEnquiry : public test::AccountSetFixture {
                            {"kc_cbj", cost},
                            {"kc_xssl", 0}});
   }
-  static RowSet rows(const StockFilter& filter) {
-    const BoundStatement statement = currentStockStatement(filter);
-    return openSelectWith(statement.sql, statement.values);
-  }
+  static RowSet rows(const StockFilter& filter) { return openSelect(currentStockStatement(filter)); }
 };
 
 TEST_F(StockEnquiry, OneWarehouseShowsItsCostAndAllOfThemTheWeightedOne) {

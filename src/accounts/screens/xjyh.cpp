@@ -329,7 +329,7 @@ cash::LineFilter TF_Xjyh::auditedFilter() {
 }
 
 void TF_Xjyh::refresh() {
-  const auto keepingPlace = [](ui::Grid& grid, ui::GridQuery query) {
+  const auto keepingPlace = [](ui::Grid& grid, Sql query) {
     const std::int64_t id = grid.currentId();
     grid.loadQuery(std::move(query));
     if (id != 0) grid.selectId(id);

@@ -1,5 +1,6 @@
 #include "core/schema/catalogue_file.h"
 
+#include "core/statements.h"
 #include "engine/database.h"
 #include "engine/transaction.h"
 

@@ -1,6 +1,7 @@
 // 索引: the list, and how it is brought into a database.
 #include "core/schema/indexes.h"
 
+#include "core/statements.h"
 #include "engine/error.h"
 #include "engine/transaction.h"
 

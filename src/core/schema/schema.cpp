@@ -2,6 +2,7 @@
 #include "core/schema/schema.h"
 
 #include "core/schema/indexes.h"
+#include "core/statements.h"
 #include "engine/error.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 // 数据核对: proves that the books agree and lists what does not: the first wrong row of each kind, and what mends it.
-#include "core/statements.h"
+#include "core/reading.h"
 #include "maintenance/prove.h"
 #include "stock/screens/repair_screen.h"
 #include "ui/progress.h"
@@ -73,7 +73,7 @@ class TF_Sjhd : public ui::Screen {
     proof::Proof proof;
     {
       ui::Progress progress(windowTitle(), this);
-      proof = proof::prove(accountDb(), [&progress](int percent, const QString& doing) {
+      proof = proof::proveAccount([&progress](int percent, const QString& doing) {
         progress.setText(doing);
         return progress.step(percent);
       });

@@ -27,7 +27,7 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Ghsgl_Copy",
                                     .focus = "tkey"};
 
 /// Customers in use; disabled ones are not carried over to the other side.
-ui::GridQuery customers(const QString& typed) {
+Sql customers(const QString& typed) {
   return partnerListStatement(customerSide, {.state = PartnerConditions::State::InUse, .key = typed});
 }
 

@@ -1,8 +1,8 @@
 #include "masterdata/screens/partner_picker.h"
 
 #include "core/numbers.h"
+#include "core/reading.h"
 #include "core/rights.h"
-#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_screens.h"

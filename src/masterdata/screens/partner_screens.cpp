@@ -250,7 +250,7 @@ bool PartnerListScreen::searchMore() {
   return wanted.has_value();
 }
 
-ui::GridQuery PartnerListScreen::filterData(const QString& typed) {
+Sql PartnerListScreen::filterData(const QString& typed) {
   PartnerConditions conditions = partner_screens_detail::narrowed(conditions_, comSx.key());
   conditions.key = typed;
   const QString noun = QString::fromUtf16(side_.noun);

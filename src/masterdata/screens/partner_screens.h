@@ -29,7 +29,7 @@ class PartnerListScreen : public ui::ListScreen {
   void activate() override;
 
  private:
-  ui::GridQuery filterData(const QString& typed);
+  Sql filterData(const QString& typed);
   bool searchMore();
   const PartnerSide& side_;
   PartnerConditions conditions_;  // of the search dialog

@@ -3,7 +3,6 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
-#include "engine/writes_of_others.h"
 #include "masterdata/goods.h"
 #include "masterdata/screens/goods_class_picker.h"
 #include "masterdata/screens/goods_picture.h"
@@ -290,7 +289,7 @@ void TF_Spxxgl::activate() {
   commission_->setVisible(hasRight("qtcz", 19));
   tree_->search().clear();
   tree_->reload();
-  written_ = writesOfOthers(accountDb());
+  written_ = writesOfOthers();
   load();
 }
 
@@ -318,8 +317,7 @@ void TF_Spxxgl::load() {
     filter.key = tkey.text();
     filter.classNumber = classNumber();
   }
-  const BoundStatement statement = goodsListStatement(filter);
-  gridSp.loadQuery(statement);
+  gridSp.loadQuery(goodsListStatement(filter));
 }
 
 void TF_Spxxgl::showEvent(QShowEvent* event) {
@@ -337,7 +335,7 @@ void TF_Spxxgl::hideEvent(QHideEvent* event) {
 void TF_Spxxgl::followOtherStations() {
   if (gridSp.isLoading() || QApplication::activeModalWidget() != this) return;
   if (gridSp.view()->selectionModel()->selectedRows().size() > 1) return;
-  const auto written = writesOfOthers(accountDb());
+  const auto written = writesOfOthers();
   if (written && written == written_) return;
   // Without a cheap way to ask, the list is read every minute.
   if (!written && ++looks_ % (60000 / spxxgl_detail::kWatch) != 0) return;
@@ -362,7 +360,7 @@ void TF_Spxxgl::showPicture() {
 }
 
 bool TF_Spxxgl::warehouseIsMissing() {
-  if (!lookupValue("select top 1 ck_sn from jxc_ckxx").isEmpty()) return false;
+  if (exists("select ck_sn from jxc_ckxx")) return false;
   prompt().notice(QStringLiteral("请先添加仓库信息！"));
   return true;
 }

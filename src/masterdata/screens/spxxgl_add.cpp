@@ -61,7 +61,6 @@ void TF_Spxxgl_Add::activate() {
     QTimer::singleShot(0, this, [this] { reject(); });
     return;
   }
-  execSql("delete from jxc_goodstmp");
   prepareOrdinary();
   comCk.setItems(warehouses);
   comCk.setKey(defaultWarehouseSn());

@@ -118,7 +118,6 @@ int TF_Spxxgl_Add2::addTo(const std::optional<GoodsClass>& goodsClass) {
 void TF_Spxxgl_Add2::activate() {
   session().editMode = QStringLiteral("spxxgl_add2");
   saved_ = 0;
-  execSql("delete from jxc_goodstmp");
   prepare();
   comCk.setItems(fillWarehouseCombo({}));
   comCk.setKey(defaultWarehouseSn());
@@ -179,7 +178,6 @@ bool TF_Spxxgl_Add3::addTo(const std::optional<GoodsClass>& goodsClass) {
 
 void TF_Spxxgl_Add3::activate() {
   session().editMode = QStringLiteral("spxxgl_add3");
-  execSql("delete from jxc_goodstmp");
   prepare();
   setClass(first_);
   showDraft({});

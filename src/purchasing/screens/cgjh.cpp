@@ -9,6 +9,7 @@
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/trading_parts.h"
 
@@ -231,10 +232,18 @@ class TF_Cgjh_Check : public AuditScreen {
   TF_Cgjh_Check() : AuditScreen(kAudit) {}
 };
 
+class TF_Cgjh_Import : public LineImportScreen {
+ public:
+  TF_Cgjh_Import()
+      : LineImportScreen(
+            {"F_Cgjh_Import", "采购单据导入", receipt::rules, {.needsProduced = true}, "采购单据模板.xlsx"}) {}
+};
+
 const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};
 const ui::Registered<TF_Cgjh_Add> kRegisteredAdd{"F_Cgjh_Add"};
 const ui::Registered<TF_Cgjh_Sele> kRegisteredSele{"F_Cgjh_Sele"};
 const ui::Registered<TF_Cgjh_Check> kRegisteredCheck{"F_Cgjh_Check"};
+const ui::Registered<TF_Cgjh_Import> kRegisteredImport{"F_Cgjh_Import"};
 
 }  // namespace cgjh_detail
 }  // namespace jxc

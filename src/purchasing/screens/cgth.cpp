@@ -7,6 +7,7 @@
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/source_picker.h"
 #include "stock/screens/trading_parts.h"
@@ -227,11 +228,18 @@ class TF_Cgth_Check : public AuditScreen {
   TF_Cgth_Check() : AuditScreen(kAudit) {}
 };
 
+class TF_Cgth_Import : public LineImportScreen {
+ public:
+  TF_Cgth_Import()
+      : LineImportScreen({"F_Cgth_Import", "采购退货单据导入", purchase_return::rules, {}, "采购退货单据模板.xlsx"}) {}
+};
+
 const ui::Registered<TF_Cgth> kRegistered{"F_Cgth"};
 const ui::Registered<TF_Cgth_Zdth_Search> kRegisteredSearch{"F_Cgth_Zdth_Search"};
 const ui::Registered<TF_Cgth_Add> kRegisteredAdd{"F_Cgth_Add"};
 const ui::Registered<TF_Cgth_Sele> kRegisteredSele{"F_Cgth_Sele"};
 const ui::Registered<TF_Cgth_Check> kRegisteredCheck{"F_Cgth_Check"};
+const ui::Registered<TF_Cgth_Import> kRegisteredImport{"F_Cgth_Import"};
 
 }  // namespace cgth_detail
 }  // namespace jxc

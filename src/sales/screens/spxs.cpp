@@ -10,6 +10,7 @@
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
 #include "stock/screens/trading_parts.h"
@@ -273,10 +274,16 @@ class TF_Spxs_Check : public AuditScreen {
   TF_Spxs_Check() : AuditScreen(kAudit) {}
 };
 
+class TF_Spxs_Import : public LineImportScreen {
+ public:
+  TF_Spxs_Import() : LineImportScreen({"F_Spxs_Import", "销售单据导入", sale::rules, {}, "销售单据模板.xlsx"}) {}
+};
+
 const ui::Registered<TF_Spxs> kRegistered{"F_Spxs"};
 const ui::Registered<TF_Spxs_Add> kRegisteredAdd{"F_Spxs_Add"};
 const ui::Registered<TF_Spxs_Sele> kRegisteredSele{"F_Spxs_Sele"};
 const ui::Registered<TF_Spxs_Check> kRegisteredCheck{"F_Spxs_Check"};
+const ui::Registered<TF_Spxs_Import> kRegisteredImport{"F_Spxs_Import"};
 
 }  // namespace spxs_detail
 }  // namespace jxc

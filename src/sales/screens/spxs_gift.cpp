@@ -29,10 +29,7 @@ class TF_Spxs_Add2 : public ui::PickerScreen {
  public:
   TF_Spxs_Add2()
       : PickerScreen({.screen = {.name = "F_Spxs_Add2", .title = "选择赠品", .grids = kGrids},
-                      .query = [](const QString& typed) -> ui::GridQuery {
-                        BoundStatement list = sale::giftsToPick(typed, shownWarehouse());
-                        return {std::move(list.sql), std::move(list.values)};
-                      }}) {}
+                      .query = [](const QString& typed) { return sale::giftsToPick(typed, shownWarehouse()); }}) {}
 };
 
 constexpr ui::FieldSpec kFields[] = {{"tsl", "数量：", ui::FieldKind::Quantity}};

@@ -9,6 +9,7 @@
 #include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
+#include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
 #include "stock/screens/source_picker.h"
@@ -234,11 +235,18 @@ class TF_Xsth_Check : public AuditScreen {
   TF_Xsth_Check() : AuditScreen(kAudit) {}
 };
 
+class TF_Xsth_Import : public LineImportScreen {
+ public:
+  TF_Xsth_Import()
+      : LineImportScreen({"F_Xsth_Import", "顾客退货单据导入", sale_return::rules, {}, "顾客退货单据模板.xlsx"}) {}
+};
+
 const ui::Registered<TF_Xsth> kRegistered{"F_Xsth"};
 const ui::Registered<TF_Xsth_Search> kRegisteredSearch{"F_Xsth_Search"};
 const ui::Registered<TF_Xsth_Add> kRegisteredAdd{"F_Xsth_Add"};
 const ui::Registered<TF_Xsth_Sele> kRegisteredSele{"F_Xsth_Sele"};
 const ui::Registered<TF_Xsth_Check> kRegisteredCheck{"F_Xsth_Check"};
+const ui::Registered<TF_Xsth_Import> kRegisteredImport{"F_Xsth_Import"};
 
 }  // namespace xsth_detail
 }  // namespace jxc

@@ -125,12 +125,11 @@ bool GoodsPickScreen::isTicked(std::string_view box) {
   return hasField(box) && field(box).isChecked();
 }
 
-ui::GridQuery GoodsPickScreen::query(const QString& typed) {
+Sql GoodsPickScreen::query(const QString& typed) {
   const bool byStock = hasField("chkCk") && isTicked("chkCk") != description_.tickShowsAll;
-  BoundStatement list = rules_.lines().goodsToPick(
+  return rules_.lines().goodsToPick(
       place_,
       {.key = typed, .classNumber = comLb.key(), .inStock = byStock, .ofPartner = isTicked(description_.partnerBox)});
-  return {std::move(list.sql), std::move(list.values)};
 }
 
 void GoodsPickScreen::enterPressed(ui::Field& field) {

@@ -46,7 +46,7 @@ class GoodsPickScreen : public ui::Screen {
 
  private:
   bool isTicked(std::string_view box);
-  ui::GridQuery query(const QString& typed);
+  Sql query(const QString& typed);
   /// Enter on one goods: the line dialog.
   void pickOne();
   /// The marked goods at once, with the quantity that stands in `tsl`.

@@ -1,8 +1,8 @@
 #include "stock/screens/head_screen.h"
 
 #include "core/fillers.h"
+#include "core/reading.h"
 #include "core/session.h"
-#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
 

@@ -45,10 +45,7 @@ class TF_Jpgd : public ui::Screen {
       : Screen(kScreen),
         sheet_(new ui::QuantitySheet(this)),
         hint_(new QLabel(this)),
-        search_(field("tkey"), grid("gridProducts"), [](const QString& typed) -> ui::GridQuery {
-          BoundStatement list = lensSheetProducts(typed);
-          return {std::move(list.sql), std::move(list.values)};
-        }) {
+        search_(field("tkey"), grid("gridProducts"), lensSheetProducts) {
     sheet_->view()->setAccessibleName(u"镜片光度表"_qs);
     hint_->setObjectName(QStringLiteral("lHint"));
     hint_->setProperty("explanation", true);

@@ -3,10 +3,6 @@
 #include "core/program_directory.h"
 #include "platform/sheet/sheet_reader.h"
 #include "platform/sheet/sheet_writer.h"
-#include "purchasing/purchase_return.h"
-#include "purchasing/receipt.h"
-#include "sales/sale.h"
-#include "sales/sale_return.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
 
@@ -42,19 +38,6 @@ ui::ScreenSpec screenOf(const LineImportSpec& spec) {
           .commands = kCommands,
           .focus = "gridLines"};
 }
-
-constexpr LineImportSpec kImports[] = {
-    {"F_Cgjh_Import", "采购单据导入", receipt::rules, {.needsProduced = true}, "采购单据模板.xlsx"},
-    {"F_Cgth_Import", "采购退货单据导入", purchase_return::rules, {}, "采购退货单据模板.xlsx"},
-    {"F_Spxs_Import", "销售单据导入", sale::rules, {}, "销售单据模板.xlsx"},
-    {"F_Xsth_Import", "顾客退货单据导入", sale_return::rules, {}, "顾客退货单据模板.xlsx"},
-};
-
-[[maybe_unused]] const bool kRegistered = [] {
-  for (const LineImportSpec& spec : kImports)
-    ui::registerScreen(spec.name, [&spec] { return static_cast<ui::Screen*>(new LineImportScreen(spec)); });
-  return true;
-}();
 
 constexpr char kFilter[] = "表格 (*.xlsx *.xls)";
 

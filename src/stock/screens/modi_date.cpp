@@ -1,6 +1,6 @@
 #include "stock/screens/modi_date.h"
 
-#include "core/statements.h"
+#include "core/reading.h"
 #include "masterdata/screens/partner_picker.h"
 #include "stock/document.h"
 #include "stock/screens/head_screen.h"

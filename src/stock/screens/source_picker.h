@@ -1,7 +1,7 @@
 // 选择原单: the list of audited documents from which one is returned as a whole.
 #pragma once
 
-#include "core/statements.h"
+#include "core/sql.h"
 #include "ui/picker_screen.h"
 
 #include <QString>
@@ -14,14 +14,11 @@ class SourcePicker : public ui::PickerScreen {
   struct Description {
     std::string_view name, title;
     std::span<const ui::GridSpec> grids;
-    BoundStatement (*query)(const QString& typed);
+    Sql (*query)(const QString& typed);
   };
   explicit SourcePicker(const Description& description)
       : PickerScreen({.screen = {.name = description.name, .title = description.title, .grids = description.grids},
-                      .query = [query = description.query](const QString& typed) -> ui::GridQuery {
-                        BoundStatement list = query(typed);
-                        return {std::move(list.sql), std::move(list.values)};
-                      }}) {}
+                      .query = description.query}) {}
 };
 
 /// Number of the document that was picked from such a list; empty when none was.
