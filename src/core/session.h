@@ -76,7 +76,7 @@ struct Session : OperatorIdentity, CompanyRecord, SystemParameters, PointsRules,
   QString memberDayActive;  // "1" on a member day, otherwise empty
   QString mailDue;          // "1" when today's mail digest was not sent yet, otherwise "0"
 
-  QString editMode;       // what a shared sub-screen was opened for: "xsth_add", "hb" …
+  QString editMode;       // what a shared screen is opened for: "hb", the login to change the operator
   bool posLogin = false;  // a login of the register skips log, session and schema upgrade; nothing here sets it
 };
 

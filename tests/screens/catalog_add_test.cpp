@@ -94,20 +94,22 @@ TEST_F(CatalogAddTest, MissingUnitIsMadeOnTheWay) {
 }
 
 TEST_F(CatalogAddTest, PurchaseGetsTheNewNumberBack) {
-  session().editMode = QStringLiteral("cgjh");
   auto& screen = ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add");
-  EXPECT_TRUE(open(screen, [&](ui::Screen& s) {
+  using OpeningStock = TF_Spxxgl_Add::OpeningStock;
+  expectScreen("F_Spxxgl_Add", [&](ui::Screen& s) {
     EXPECT_FALSE(s.field("g_kc").isVisible());
     chooseClass(s, QStringLiteral("镜架"));
     type(s, "g_name", u"新款镜架");
     press(s, "F5");
     EXPECT_FALSE(s.isVisible());
-  }));
-  EXPECT_EQ(screen.added(), u"30000001"_qs);
+  });
+  EXPECT_EQ(screen.addOne(OpeningStock::BroughtByDocument), u"30000001"_qs);
 
-  session().editMode = QStringLiteral("cgjh");
-  EXPECT_FALSE(open(screen, [&](ui::Screen& s) { press(s, "Esc"); }));
-  EXPECT_TRUE(screen.added().isEmpty());
+  expectScreen("F_Spxxgl_Add", [&](ui::Screen& s) {
+    EXPECT_TRUE(s.field("g_kc").isVisible());
+    press(s, "Esc");
+  });
+  EXPECT_EQ(screen.addOne(OpeningStock::Offered), QString());
 }
 
 TEST_F(CatalogAddTest, NumbersByHandAndHiddenInputs) {

@@ -469,6 +469,31 @@ TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
   EXPECT_EQ(brokenInvariants(), QStringList());
 }
 
+// What another station adds to the catalogue meanwhile is not what this document was waiting for.
+TEST_F(ReceiptScreenTest, OnlyTheArticleMadeForTheDocumentLandsOnIt) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    expectScreen("F_Spxxgl_Add", [&](ui::Screen& make) {
+      addGoods(u"10000004", u"别站新增", u"6900000000048", 9, 0);
+      press(make, "Esc");
+    });
+    press(s, "F9");
+    EXPECT_EQ(lines(s), "");
+    expectScreen("F_Spxxgl_Add", [&](ui::Screen& make) {
+      make.field("gc_name").setPicked({u"镜架"_qs, u"1001"_qs});
+      type(make, "g_sn", u"20000001");
+      type(make, "g_name", u"本站新增");
+      press(make, "F5");
+    });
+    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      addGoods(u"10000005", u"又一别站新增", u"6900000000055", 9, 0);
+      type(line, "tgpjjj", u"7");
+      press(line, "F5");
+    });
+    press(s, "F9");
+    EXPECT_EQ(rows("select g_sn,jh_sl,jh_dj from jxc_jhsp"), "20000001 1 7");
+  });
+}
+
 TEST_F(ReceiptScreenTest, RightsGuardEveryCommand) {
   open("F_Cgjh", [&](ui::Screen& s) { receiveOne(s, u"6900000000017"); });
   setRights("200001", "cggl", "100000000000000");

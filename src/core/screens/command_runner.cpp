@@ -67,8 +67,6 @@ void runCommand(std::string_view name, Prompt& prompt) {
     if (action != command_runner_detail::actions().end()) action->second();
     return;
   }
-  // Documents share screens by a mode; a command of the window always starts without one.
-  session().editMode.clear();
   if (ui::isScreenRegistered(command->screen)) {
     ui::openScreen(command->screen);
   } else {

@@ -2,7 +2,6 @@
 
 #include "core/defaults.h"
 #include "core/fillers.h"
-#include "core/session.h"
 
 #include <QTimer>
 
@@ -49,9 +48,14 @@ int TF_Spxxgl_Add::addTo(const std::optional<GoodsClass>& goodsClass) {
   return saved_;
 }
 
+QString TF_Spxxgl_Add::addOne(OpeningStock openingStock) {
+  forDocument_ = openingStock;
+  showModal();
+  forDocument_.reset();
+  return added_;
+}
+
 void TF_Spxxgl_Add::activate() {
-  forPurchase_ = session().editMode == u"cgjh";
-  session().editMode = QStringLiteral("spxxgl_add");
   saved_ = 0;
   added_.clear();
   const bool noClass = goodsClasses(false).empty();
@@ -64,9 +68,9 @@ void TF_Spxxgl_Add::activate() {
   prepareOrdinary();
   comCk.setItems(warehouses);
   comCk.setKey(defaultWarehouseSn());
-  // A purchase brings its own quantity: an article that is made for it has no opening stock.
-  g_kc.setVisible(!forPurchase_);
-  comCk.setVisible(!forPurchase_);
+  const bool stockOffered = forDocument_ != OpeningStock::BroughtByDocument;
+  g_kc.setVisible(stockOffered);
+  comCk.setVisible(stockOffered);
   setClass(first_);
   clearForNext();
 }
@@ -100,14 +104,14 @@ void TF_Spxxgl_Add::readTwoDimensionalCode() {
 void TF_Spxxgl_Add::btnSaveClick() {
   if (!checkFields()) return;
   GoodsDraft draft = readOrdinary();
-  draft.openingStock = forPurchase_ ? 0 : g_kc.number();
+  draft.openingStock = forDocument_ == OpeningStock::BroughtByDocument ? 0 : g_kc.number();
   draft.warehouse = comCk.key();
   const auto number = addGoods(draft, prompt());
   if (!number) return;
   savePicture(*number);
   ++saved_;
   added_ = *number;
-  if (forPurchase_) return accept();
+  if (forDocument_) return accept();
   clearForNext();
 }
 

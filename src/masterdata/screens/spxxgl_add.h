@@ -14,10 +14,12 @@ class TF_Spxxgl_Add : public OrdinaryGoodsForm {
   QPushButton& btnSave = command("btnSave");
 
   /// From the catalogue: stays open for one article after the other, and begins in this class. The number of those
-  /// that were saved. A purchase document opens the screen by its name with the session's `editMode` "cgjh": then it
-  /// makes one article, without opening stock, and closes.
+  /// that were saved.
   int addTo(const std::optional<GoodsClass>& goodsClass);
-  const QString& added() const { return added_; }  // number of the last article that was saved; empty without
+  /// For a document: makes one article and closes. A document that brings the goods itself leaves opening stock out.
+  /// The number of the article; empty: the operator left without one.
+  enum class OpeningStock : char { Offered, BroughtByDocument };
+  QString addOne(OpeningStock openingStock);
 
  protected:
   void activate() override;
@@ -29,7 +31,7 @@ class TF_Spxxgl_Add : public OrdinaryGoodsForm {
   void clearForNext();
 
   std::optional<GoodsClass> first_;
-  bool forPurchase_ = false;
+  std::optional<OpeningStock> forDocument_;
   int saved_ = 0;
   QString added_;
 };

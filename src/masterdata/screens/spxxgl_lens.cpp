@@ -2,7 +2,6 @@
 
 #include "core/defaults.h"
 #include "core/fillers.h"
-#include "core/session.h"
 #include "masterdata/goods_change.h"
 #include "masterdata/screens/goods_picture.h"
 #include "masterdata/screens/spxxgl_jp.h"
@@ -116,7 +115,6 @@ int TF_Spxxgl_Add2::addTo(const std::optional<GoodsClass>& goodsClass) {
 }
 
 void TF_Spxxgl_Add2::activate() {
-  session().editMode = QStringLiteral("spxxgl_add2");
   saved_ = 0;
   prepare();
   comCk.setItems(fillWarehouseCombo({}));
@@ -177,7 +175,6 @@ bool TF_Spxxgl_Add3::addTo(const std::optional<GoodsClass>& goodsClass) {
 }
 
 void TF_Spxxgl_Add3::activate() {
-  session().editMode = QStringLiteral("spxxgl_add3");
   prepare();
   setClass(first_);
   showDraft({});
@@ -216,7 +213,6 @@ bool TF_Spxxgl_Modi2::edit(std::int64_t id) {
 }
 
 void TF_Spxxgl_Modi2::activate() {
-  session().editMode = QStringLiteral("spxxgl_modi2");
   prepare();
   before_ = id_ == 0 ? GoodsDraft() : readGoods(id_);
   showDraft(before_);

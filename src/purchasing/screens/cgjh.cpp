@@ -3,6 +3,7 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
+#include "masterdata/screens/spxxgl_add.h"
 #include "purchasing/receipt.h"
 #include "purchasing/screens/purchase_head.h"
 #include "purchasing/screens/purchase_parts.h"
@@ -102,6 +103,10 @@ QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReceipt, number);
 }
 
+QString addGoods() {
+  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::BroughtByDocument);
+}
+
 constexpr DocumentScreenSpec kDocument = {
     .screen = {.name = "F_Cgjh",
                .title = "采购进货",
@@ -125,9 +130,8 @@ constexpr DocumentScreenSpec kDocument = {
     .lineScreen = "F_Cgjh_Sele",
     .auditScreen = "F_Cgjh_Check",
     .importScreen = "F_Cgjh_Import",
-    .newGoodsScreen = "F_Spxxgl_Add",
     .changeHead = changeHead,
-    .newGoodsMode = u"cgjh",
+    .addGoods = addGoods,
     .make = {{"cggl", 1}, u"采购进货！"},
     .audit = {{"cggl", 6}, u"采购进货审核！"},
     .addWaiting = {{"cggl", 13}, u"采购进货待审核界面添加商品！"},

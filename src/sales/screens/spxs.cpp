@@ -3,6 +3,7 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
+#include "masterdata/screens/spxxgl_add.h"
 #include "sales/sale.h"
 #include "sales/screens/price.h"
 #include "sales/screens/sales_parts.h"
@@ -109,6 +110,11 @@ QString changeHead(const QString& number) {
   return changeSaleHead(families::sale, number);
 }
 
+// What a shop sells from the counter it often has already: stock of the article may be entered with it.
+QString addGoods() {
+  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::Offered);
+}
+
 constexpr DocumentScreenSpec kDocument = {
     .screen = {.name = "F_Spxs",
                .title = "商品销售",
@@ -134,9 +140,8 @@ constexpr DocumentScreenSpec kDocument = {
     .lineScreen = "F_Spxs_Sele",
     .auditScreen = "F_Spxs_Check",
     .importScreen = "F_Spxs_Import",
-    .newGoodsScreen = "F_Spxxgl_Add",
     .changeHead = changeHead,
-    .newGoodsMode = u"spxs",
+    .addGoods = addGoods,
     .make = {{"xsgl", 1}, u"商品销售！"},
     .audit = {{"xsgl", 7}, u"商品销售审核！"},
     .addWaiting = {{"xsgl", 15}, u"商品销售待审核界面添加商品！"},

@@ -394,8 +394,7 @@ void DocumentScreen::exportLines() {
 }
 
 bool DocumentScreen::mayMakeGoods() const {
-  const Right& right =
-      description_.newGoodsScreen.empty() ? document_screen_detail::kGoods : description_.newGoods.right;
+  const Right& right = description_.addGoods ? description_.newGoods.right : document_screen_detail::kGoods;
   return hasRight(right.group, right.position);
 }
 
@@ -407,11 +406,7 @@ void DocumentScreen::showPicked(const CopyResult& picked) {
 
 void DocumentScreen::addNew() {
   if (!mayDo(description_.newGoods) || !settleDate()) return;
-  const double before = lookupNumber("select max(id) from jxc_goods");
-  session().editMode = words(description_.newGoodsMode);
-  ui::openScreen(description_.newGoodsScreen);
-  session().editMode.clear();
-  const QString goods = lookupValue("select top 1 g_sn from jxc_goods where id>? order by id desc", before);
+  const QString goods = description_.addGoods();
   if (goods.isEmpty()) return;
   const LineResult line =
       ui::screenAs<LineScreen>(description_.lineScreen).edit({.goods = goods, .place = draftPlace()});

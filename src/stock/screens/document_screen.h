@@ -42,12 +42,14 @@ struct DocumentScreenSpec {
   std::string_view auditCommand = "btnRChk";
 
   // Screens that this one opens.
-  std::string_view pickScreen, lineScreen, auditScreen, importScreen, newGoodsScreen;
+  std::string_view pickScreen, lineScreen, auditScreen, importScreen;
   /// Changes date, partner and warehouse of a waiting document; its number now, empty when nothing changed.
   QString (*changeHead)(const QString& number);
   /// Lets the operator pick the document to return as a whole; its number, or empty. Null without btnZdth.
   QString (*pickReturned)() = nullptr;
-  std::u16string_view newGoodsMode;  // what the goods screen is told to have been opened for
+  /// Makes an article that is not in the catalogue yet; its number, empty when the operator left. Null without
+  /// btnAddNew.
+  QString (*addGoods)() = nullptr;
 
   // Rights besides those of the family, with the words of their refusal.
   struct Guarded {
