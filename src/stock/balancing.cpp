@@ -3,7 +3,9 @@
 #include "core/posting.h"
 #include "core/rounding.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "engine/number_text.h"
+#include "stock/document.h"
 #include "stock/line_amounts.h"
 #include "stock/posting.h"
 
@@ -37,7 +39,7 @@ const Side purchaseSide = {
                                  {"jh_sl", 0.0},
                                  {"jh_zje", difference},
                                  {"g_sn", QStringLiteral("00000000")},
-                                 {"a_name", session().a_name},
+                                 {"a_name", ownerOf(families::purchaseReceipt, number)},
                                  {"jh_je", difference},
                                  {"jh_tax", 0.0},
                                  {"jh_taxdj", 0.0},
@@ -58,7 +60,7 @@ const Side saleSide = {
                                    {"ls_sl", 0.0},
                                    {"ls_zje", difference},
                                    {"g_sn", QStringLiteral("00000000")},
-                                   {"a_name", session().a_name},
+                                   {"a_name", ownerOf(families::sale, number)},
                                    {"ls_je", difference},
                                    {"ls_cbj", 0.0},
                                    {"ls_zcb", 0.0},

@@ -14,10 +14,15 @@
 namespace jxc {
 namespace document_detail {
 
-/// This operator's draft lines take another number.
+/// This operator's draft lines take another number, and what remembers the draft follows them.
 void moveDraft(const DocumentFamily& family, const QString& from, const QString& to) {
-  execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to, from,
-          session().a_name);
+  const auto moved =
+      execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to,
+              from, session().a_name);
+  if (moved == 0) return;  // what is remembered under the number is another operator's
+  for (const NumberMention& m : family.mentions)
+    if (!m.saved.empty())
+      execSql(compose("update {} set {}=? where {}=? and {}=0", {m.table, m.column, m.column, m.saved}), to, from);
 }
 
 QString saveQuestion(const DocumentFamily& family) {
@@ -44,6 +49,13 @@ QString numberToSave(const DocumentFamily& family, QString number, const QString
   if (rowExists(family.head, family.number, number)) renew(family.head);
   if (isNumberTaken(family.lines, family.number, number)) renew(family.lines);
   return number;
+}
+
+/// Lines of goods, whoever made them.
+bool hasGoods(const DocumentFamily& family, const QString& number) {
+  return !lookupValue(compose("select top 1 id from {} where {}=? and g_sn<>'00000000'", {family.lines, family.number}),
+                      number)
+              .isEmpty();
 }
 
 bool isWaiting(const DocumentFamily& family, const QString& number) {
@@ -181,6 +193,32 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
 
 // ---- waiting documents -------------------------------------------------------------------------------------------
 
+QString ownerOf(const DocumentFamily& family, const QString& number) {
+  const RowSet heads =
+      openSelect(compose("select a_name from {} where {}=? order by id", {family.head, family.number}), number);
+  for (const Row head : heads)
+    if (head.text("a_name") == session().a_name) return session().a_name;
+  return heads.isEmpty() ? session().a_name : heads.text(0, 0);
+}
+
+void renumberDocument(const DocumentFamily& family, std::int64_t headId, const QString& from, const QString& to,
+                      SharedNumber shared) {
+  const RowSet head = openSelect(compose("select * from {} where id=?", {family.head}), headId);
+  const QString owner = head.front().text("a_name");
+  updateRow(family.head, headId, {{family.number, to}});
+  execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to, from,
+          owner);
+  for (const NumberMention& m : family.mentions) {
+    // An unsaved return under the number is another operator's.
+    const std::string condition = m.saved.empty() ? "" : compose(" and {}<>0", {m.saved});
+    const std::string statement = compose("update {} set {}=? where {}=?", {m.table, m.column, m.column}) + condition;
+    if (shared == SharedNumber::No)
+      execSql(statement, to, from);
+    else if (!m.partner.empty())
+      execSql(statement + compose(" and {}=?", {m.partner}), to, from, head.front().text(family.partner));
+  }
+}
+
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
   if (family.due.empty()) return;
   const auto sum = [&](std::string_view condition) {
@@ -206,7 +244,8 @@ bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std:
   Transaction transaction(accountDb());
   if (!document_detail::isWaiting(family, number)) return false;
   execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
-  const bool emptied = lineCount(family, number) == 0;
+  // A balancing line settles goods: alone it is no document.
+  const bool emptied = !document_detail::hasGoods(family, number);
   if (emptied) {
     document_detail::deleteDocument(family, number);
     writeLog(words(family.emptiedLog) + number);
@@ -277,10 +316,7 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
   if (!family.freightPayer.empty() && (edit.freight || edit.packing))
     setText(family.freightPayer,
             freightPayerText(edit.freight.value_or(0), edit.packing.value_or(0), edit.wePayFreight));
-  if (fresh != number) {
-    execSql(compose("update {} set {}=? where {}=?", {family.head, family.number, family.number}), fresh, number);
-    execSql(compose("update {} set {}=? where {}=?", {family.lines, family.number, family.number}), fresh, number);
-  }
+  if (fresh != number) renumberDocument(family, head, number, fresh, SharedNumber::No);
   transaction.commit();
   return fresh;
 }

@@ -74,10 +74,13 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
 
 // ---- waiting documents -------------------------------------------------------------------------------------------
 
+/// The operator whose document waits under this number: lines that are added to it are his, whoever adds them. Of two
+/// documents the own one; the current operator where none stands.
+QString ownerOf(const DocumentFamily& family, const QString& number);
 /// Recomputes due and paid of a waiting trading document from its lines: due without the balancing line, paid with it.
 /// A document whose rest goes on account keeps its paid amount when it was typed.
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
-/// Deletes one line; with the last line goes the head. True: the whole document is gone.
+/// Deletes one line; with the last line of goods goes the head. True: the whole document is gone.
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId);
 /// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt);
@@ -88,10 +91,16 @@ struct HeadEdit {
   std::optional<double> invoiceAmount, freight, packing;  // as the screen shows them, also on returns
   bool wePayFreight = false;                              // looked at when freight or packing is set
 };
-/// Rewrites the head, and its lines' number when the number is taken by another operator. A purchase return changes its
+/// Rewrites the head, and the number when it is taken by another operator: the lines of the document's operator take it
+/// along, and so does whatever remembers the document. A purchase return changes its
 /// warehouse only to one that knows all its goods and, by parameter, has enough of them. The number that the document
 /// has now; empty: refused, or it waits no longer.
 QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt);
+/// Moves a waiting document to another number: this head, its operator's lines, and what remembers the number. Two
+/// documents that share the number: of what is remembered only what names this one's partner goes along.
+enum class SharedNumber : char { No, Yes };
+void renumberDocument(const DocumentFamily& family, std::int64_t headId, const QString& from, const QString& to,
+                      SharedNumber shared);
 /// Who pays freight, as heads store it: empty without any.
 QString freightPayerText(double freight, double packing, bool wePay);
 

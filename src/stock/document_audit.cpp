@@ -37,9 +37,7 @@ void renumber(const DocumentFamily& family, const QString& number, const QString
   const QString date =
       lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), headId).left(10);
   const QString fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
-  execSql(compose("update {} set {}=? where id=?", {family.head, family.number}), fresh, headId);
-  execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), fresh,
-          number, operatorName);
+  renumberDocument(family, headId, number, fresh, SharedNumber::Yes);
   execSql(compose("delete from {} where {}=0 and {}=? and a_name=?", {family.head, family.status, family.number}),
           number, operatorName);
 }

@@ -8,6 +8,17 @@
 namespace jxc {
 namespace document_family_detail {
 
+// A contract knows the document that it was made for, a document that was returned as a whole its return.
+constexpr NumberMention receiptMentions[] = {{.table = "jxc_htgl", .column = "gl_djh", .partner = "ghs_sn"}};
+constexpr NumberMention purchaseReturnMentions[] = {
+    {.table = "jxc_jhd", .column = "j_dhdid", .partner = "ghs_sn", .saved = "j_th"}};
+constexpr NumberMention saleMentions[] = {{.table = "jxc_htgl", .column = "gl_djh", .partner = "ghs_sn"},
+                                          {.table = "jxc_kdd", .column = "gl_djh"},
+                                          {.table = "jxc_zsd", .column = "gl_xsdjh"}};
+constexpr NumberMention saleReturnMentions[] = {
+    {.table = "jxc_lsxsd", .column = "ls_fdmc", .partner = "kh_sn", .saved = "ls_th"}};
+constexpr NumberMention loanMentions[] = {{.table = "jxc_khjhsp", .column = "gl_djh2"}};
+
 constexpr DocumentFamily table[] = {
     {
         .prefix = u"CJ",
@@ -41,6 +52,7 @@ constexpr DocumentFamily table[] = {
         .cancelledLog = u"取消审核采购进货单",
         .enquiry = u"进退货查询",
         .waitingHint = u"处于“未审核”状态的采购单，可以在“待审核采\r\n\r\n购单”面板中，进行修改及审核操作！",
+        .mentions = receiptMentions,
         .post = postPurchase,
     },
     {
@@ -73,6 +85,7 @@ constexpr DocumentFamily table[] = {
         .waitingHint = u"处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”面板中，进行修改及审核操作！",
         .shortageAtAudit = u"CT",
         .onDelete = "update jxc_jhd set j_th=0,j_dhdid='' where j_dhdid=?",  // the receipt may be returned again
+        .mentions = purchaseReturnMentions,
         .post = postPurchaseReturn,
     },
     {
@@ -109,6 +122,7 @@ constexpr DocumentFamily table[] = {
         .waitingHint = u"处于“未审核”状态的销售单，可以在“待审核销\r\n\r\n售单”面板中，进行修改及审核操作！",
         .shortageAtAudit = u"XS",
         .mayAuditMore = mayAuditOnAccount,
+        .mentions = saleMentions,
         .post = postSale,
     },
     {
@@ -140,6 +154,7 @@ constexpr DocumentFamily table[] = {
         .enquiry = u"销售退货查询",
         .waitingHint = u"处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”面板中，进行修改及审核操作！",
         .shortageAtAudit = u"-XT",
+        .mentions = saleReturnMentions,
         .post = postSaleReturn,
     },
     {
@@ -304,6 +319,7 @@ constexpr DocumentFamily table[] = {
         .shortageAtAudit = u"JH",
         .logsEverySave = true,
         .redateRenewsNumber = true,
+        .mentions = loanMentions,
         .post = postLoan,
     },
     {

@@ -19,6 +19,13 @@ struct Right {
   int position;
 };
 
+/// Where else than in its head and lines the number of a waiting document is remembered.
+struct NumberMention {
+  std::string_view table, column;
+  std::string_view partner = {};  // code of the document's partner there; empty: not told
+  std::string_view saved = {};    // 0 there while the document is a draft; empty: only saved documents are remembered
+};
+
 /// A kind of document. Table and field names are identifiers for `compose`; texts are the program's own words.
 struct DocumentFamily {
   std::u16string_view prefix;  // of the number, two letters
@@ -54,6 +61,7 @@ struct DocumentFamily {
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
   bool redateRenewsNumber = false;  // a new date always takes a number of that date
   std::string_view onDelete;        // statement with one `?`, the number, run when a waiting document is deleted
+  std::span<const NumberMention> mentions = {};  // follow when the document takes another number
 
   /// Effects of audit, run inside its transaction once the head is audited. Null: audit of this family stands
   /// elsewhere.

@@ -166,7 +166,7 @@ std::int64_t TradingLines::insert(Lines where, const QString& number, const Line
   const auto zero = [&](std::size_t i) { return i < table.zeros.size() ? table.zeros[i] : std::string_view(); };
   return insertRow(c.table, {{where == Lines::Staging ? std::string_view() : family().number, number},
                              {"g_sn", draft.goods},
-                             {"a_name", session().a_name},
+                             {"a_name", where == Lines::Waiting ? ownerOf(family(), number) : session().a_name},
                              {c.price, line.price},
                              {c.quantity, line.quantity},
                              {c.net, line.net},
@@ -343,7 +343,6 @@ CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const 
   if (head.closed) return result;
   trading_lines_detail::CopiedColumns columns;
   columns.addFigures(table, stagingLineTable);
-  columns.add("a_name", "a_name");
   columns.add(table.note, "left(ts_note,64)");
   columns.add(table.gift, "iif(t_zp is null,'',t_zp)");
   const std::string_view staged = stagingLineColumns.quantity;
@@ -352,10 +351,11 @@ CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const 
 
   execSql("delete from jxc_tempspxf where (g_sn='' or g_sn is null) and a_name=?", session().a_name);
   if (target == Lines::Draft) result.number = usableDraftNumber(family(), place.number, place.date);
+  const QString owner = target == Lines::Waiting ? ownerOf(family(), result.number) : session().a_name;
   result.lines =
-      static_cast<int>(execSql(compose("insert into {} ({},", {family().lines, family().number}) + columns.into +
-                                   ") select ?," + columns.from + " from jxc_tempspxf where a_name=? order by id",
-                               result.number, session().a_name));
+      static_cast<int>(execSql(compose("insert into {} ({},a_name,", {family().lines, family().number}) + columns.into +
+                                   ") select ?,?," + columns.from + " from jxc_tempspxf where a_name=? order by id",
+                               result.number, owner, session().a_name));
   clearStaging();
   if (target == Lines::Waiting) refreshWaitingTotals(family(), result.number);
   transaction.commit();

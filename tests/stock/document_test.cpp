@@ -1,6 +1,7 @@
 // Draft, number, save, waiting list, shared numbers: the life of a document up to its audit.
 #include "core/log.h"
 #include "core/numbers.h"
+#include "purchasing/purchase_return.h"
 #include "sales/sale.h"
 #include "stock/shop.h"
 
@@ -122,7 +123,10 @@ TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, number, lines[0].integer("id")));
   EXPECT_EQ(lookupNumber("select j_yfje from jxc_jhd where j_sn=?", number), 7);
   EXPECT_EQ(lookupNumber("select j_sfje from jxc_jhd where j_sn=?", number), 7);
+  // What is left is the line that settles the rest: without goods it is no document.
+  insertRow("jxc_jhsp", {{"j_sn", number}, {"g_sn", u"00000000"}, {"a_name", session().a_name}, {"jh_zje", -1.0}});
   EXPECT_TRUE(deleteWaitingLine(purchaseReceipt, number, lines[1].integer("id")));
+  EXPECT_EQ(lineCount(purchaseReceipt, number), 0);
   EXPECT_EQ(lastLog(), "因删除单据的所有商品而删除采购进货单：" + number);
   EXPECT_EQ(heads(), "");
 
@@ -154,7 +158,8 @@ TEST_F(DocumentTest, HeadOfAWaitingDocumentChanges) {
             "2021-04-30FP93我方付运费100001");
   execSql("insert into jxc_jhsp (j_sn,a_name,g_sn) values (?,'小王','B')", number);
   EXPECT_EQ(changeWaitingHead(purchaseReceipt, number, {.date = "2021-04-29"}, prompt), "CJ21042910001");
-  EXPECT_EQ(lineCount(purchaseReceipt, "CJ21042910001"), 2);
+  EXPECT_EQ(lineCount(purchaseReceipt, "CJ21042910001"), 1);
+  EXPECT_EQ(lineCount(purchaseReceipt, number), 1);  // what a colleague has not saved yet stays his
 
   receive("2021-05-03", {{"A", 5, 5}});
   const QString back = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 6, 5}});
@@ -170,6 +175,60 @@ TEST_F(DocumentTest, HeadOfAWaitingDocumentChanges) {
   EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.date = "2021-05-01", .warehouse = "100001"}, prompt), back);
   EXPECT_EQ(changeWaitingHead(purchaseReturn, back, {.invoiceAmount = 30}, prompt), back);
   EXPECT_EQ(lookupNumber("select th_fpje from jxc_thd where gl_djh=?", back), -30);
+}
+
+// A receipt, a contract, a parcel remember a document by its number: they follow it to another one.
+TEST_F(DocumentTest, WhatRemembersADocumentFollowsItsNumber) {
+  const auto remembered = [](const QString& receipt) {
+    return lookupValue("select j_dhdid from jxc_jhd where j_sn=?", receipt);
+  };
+  const DocumentRules& returns = purchase_return::rules();
+  const QString received = receive("2021-05-03", {{"A", 2, 5}});
+  const QString other = receive("2021-05-03", {{"B", 2, 5}});
+  TradingDraft draft = *returns.returnWhole(received, returns.fresh({}), prompt);
+  draft.number = redateDraft(purchaseReturn, draft.number, draft.date = "2021-05-01");
+  EXPECT_EQ(remembered(received), draft.number);
+  becomeOperator("小王", "100002", "100001");
+  EXPECT_NE(redateDraft(purchaseReturn, draft.number, "2021-05-02"), draft.number);
+  EXPECT_EQ(remembered(received), draft.number);  // he has no lines: the return is not his
+  becomeOperator("admin", "100001", "100001");
+  prompt.willSayYes();
+  ASSERT_TRUE(returns.save(draft, prompt));
+
+  // Renewed because a colleague works under the number; his own unsaved whole return stays with it.
+  execSql("insert into jxc_thsp (gl_djh,a_name,g_sn) values (?,'小王','B')", draft.number);
+  execSql("update jxc_jhd set j_dhdid=? where j_sn=?", draft.number, other);
+  const QString moved = changeWaitingHead(purchaseReturn, draft.number, {.date = "2021-04-28"}, prompt);
+  EXPECT_EQ(moved, "CT21042810001");
+  EXPECT_EQ(remembered(received), moved);
+  EXPECT_EQ(remembered(other), draft.number);
+  prompt.willSayYes();
+  EXPECT_TRUE(deleteWaitingDocument(purchaseReturn, moved, prompt));
+  EXPECT_TRUE(returns.returnWhole(received, returns.fresh({}), prompt));  // it may go back again
+
+  const QString sold = waitingSale("2021-05-03", {{"A", 1, 9}}, 0);
+  insertRow("jxc_htgl", {{"gl_djh", sold}, {"ht_sn", "1001"}, {"ghs_sn", customer()}});
+  insertRow("jxc_kdd", {{"gl_djh", sold}});
+  execSql("insert into jxc_lsxssp (gl_djh,a_name,g_sn) values (?,'小王','B')", sold);
+  const QString later = changeWaitingHead(families::sale, sold, {.date = "2021-05-02"}, prompt);
+  EXPECT_EQ(later, "XS21050210001");
+  EXPECT_EQ(lookupValue("select gl_djh from jxc_htgl") + lookupValue("select gl_djh from jxc_kdd"), later + later);
+}
+
+TEST_F(DocumentTest, LinesAddedToAWaitingDocumentAreItsOperators) {
+  const QString number = save(draftReceipt("2021-05-03", {{"A", 2, 5}}));
+  becomeOperator("小王", "100002", "100001");
+  const LineRules& lines = receipt::rules().lines();
+  const LinePlace place{.number = number, .date = "2021-05-03", .partner = "100001", .warehouse = "100001"};
+  LineDraft line = lines.newLine("B", place, false);
+  line.amounts.setQuantity(3);
+  EXPECT_NE(lines.addLine(Lines::Waiting, place, line, prompt).id, 0);
+  PickingMemory memory;
+  prompt.willSayYes();  // it stands there already
+  lines.stageGoods("B", 4, place, Lines::Waiting, memory, prompt);
+  EXPECT_EQ(lines.copyStaged(place, Lines::Waiting).lines, 1);
+  const QString moved = changeWaitingHead(purchaseReceipt, number, {.date = "2021-05-02"}, prompt);
+  EXPECT_EQ(lookupNumber("select sum(jh_sl) from jxc_jhsp where a_name='admin' and j_sn=?", moved), 9);
 }
 
 TEST_F(DocumentTest, TwoOperatorsSavedUnderOneNumber) {
