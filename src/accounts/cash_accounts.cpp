@@ -2,6 +2,7 @@
 
 #include "accounts/cash_ledger.h"
 #include "core/clock.h"
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -122,29 +123,17 @@ bool saveAccount(const AccountDraft& typed, Prompt& prompt) {
 }
 
 bool deleteAccount(std::int64_t id, Prompt& prompt) {
-  using namespace cash_accounts_detail;
-  const QString name = readAccount(id).name;
-  if (name == till) {
-    prompt.notice(QStringLiteral("“现金”不能删除！"));
-    return false;
-  }
-  const QString used = QStringLiteral("该账户已发生过业务，不能删除！");
-  if (isAccountUsed(name)) {
-    prompt.notice(used);
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除该银行账户吗！"))) return false;
-  {
-    Transaction transaction(accountDb());
-    if (!isAccountUsed(name)) {
-      execSql("delete from jxc_xjyh where xj_kmmc=?", name);
-      execSql("delete from jxc_yhzh where id=?", id);
-      transaction.commit();
-      return true;
-    }
-  }
-  prompt.notice(used);
-  return false;
+  return deleteAsking(
+      {.table = "jxc_yhzh",
+       .question = QStringLiteral("您确定要删除该银行账户吗！"),
+       .refusal =
+           [](const Row& row) {
+             const QString name = row.text("yh_name");
+             if (name == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
+             return isAccountUsed(name) ? QStringLiteral("该账户已发生过业务，不能删除！") : QString();
+           },
+       .alsoDelete = [](const Row& row) { execSql("delete from jxc_xjyh where xj_kmmc=?", row.text("yh_name")); }},
+      id, prompt);
 }
 
 bool isAccountUsed(const QString& name) {

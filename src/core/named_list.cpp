@@ -1,5 +1,6 @@
 #include "core/named_list.h"
 
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -57,20 +58,18 @@ bool saveNamed(const NamedList& list, std::int64_t id, const QString& typed, Pro
 }
 
 bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {
-  const QString number = lookupValue(compose("select {} from {} where id=?", {list.sn, list.table}), id);
-  if (number.isEmpty()) return false;
-  if (list.builtIn && number == QStringView(builtInSn)) {
-    prompt.notice(QString::fromUtf16(list.builtIn));
-    return false;
-  }
-  const QString name = nameOf(list, id);
-  if (named_list_detail::isUsed(list, number, name)) {
-    prompt.notice(QString::fromUtf16(list.inUse));
-    return false;
-  }
-  if (!prompt.ask(QString::fromUtf16(list.deleteQuestion))) return false;
-  execSql(compose("delete from {} where id=?", {list.table}), id);
-  return true;
+  return deleteAsking({.table = list.table,
+                       .question = QString::fromUtf16(list.deleteQuestion),
+                       .refusal =
+                           [&](const Row& row) {
+                             const QString number = row.text(list.sn);
+                             if (list.builtIn && number == QStringView(builtInSn))
+                               return QString::fromUtf16(list.builtIn);
+                             return named_list_detail::isUsed(list, number, row.text(list.name))
+                                        ? QString::fromUtf16(list.inUse)
+                                        : QString();
+                           }},
+                      id, prompt);
 }
 
 QString nameOf(const NamedList& list, std::int64_t id) {

@@ -1,5 +1,6 @@
 #include "core/operators.h"
 
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/rights.h"
 #include "core/session.h"
@@ -116,29 +117,23 @@ bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
 
 bool deleteOperator(std::int64_t id, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return false;
-  const RowSet rows = openSelect("select a_sn,a_name from jxc_admin where id=?", id);
-  if (rows.isEmpty()) return false;
-  const QString number = rows.front().text("a_sn");
-  const QString name = rows.front().text("a_name");
-  const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
+  return deleteAsking(
+      {.table = "jxc_admin",
+       .question = QStringLiteral("您确定要删除当前操作员吗！"),
+       .refusal =
+           [](const Row& row) {
+             const QString name = row.text("a_name");
+             const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
     union select top 1 a_name from jxc_lsxsd where a_name=?)",
-                                       name, name);
-  if (!document.isEmpty()) {
-    prompt.notice(QStringLiteral("该操作员已发生过业务，不能删除！"));
-    return false;
-  }
-  if (operators_detail::isBuiltIn(number)) {
-    prompt.notice(QStringLiteral("内置系统管理员不能删除！"));
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除当前操作员吗！"))) return false;
-
-  Transaction transaction(accountDb());
-  execSql("delete from jxc_admin where a_sn=?", number);
-  // The next operator may get his number: he must not find himself in these warehouses.
-  operators_detail::rewriteBinding(name, {}, number);
-  transaction.commit();
-  return true;
+                                                  name, name);
+             if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
+             return operators_detail::isBuiltIn(row.text("a_sn")) ? QStringLiteral("内置系统管理员不能删除！")
+                                                                  : QString();
+           },
+       // The next operator may get his number: he must not find himself in these warehouses.
+       .alsoDelete =
+           [](const Row& row) { operators_detail::rewriteBinding(row.text("a_name"), {}, row.text("a_sn")); }},
+      id, prompt);
 }
 
 std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt) {

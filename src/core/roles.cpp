@@ -1,5 +1,6 @@
 #include "core/roles.h"
 
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -127,19 +128,17 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
 }
 
 bool deleteRole(std::int64_t id, Prompt& prompt) {
-  const QString number = roles_detail::numberOf(id);
-  if (number.isEmpty()) return false;
-  if (exists("select r_sn from jxc_admin where r_sn=?", number)) {
-    prompt.notice(QStringLiteral("该角色已在使用，不能删除！"));
-    return false;
-  }
-  if (roles_detail::isAdministratorsRole(number)) {
-    prompt.notice(QStringLiteral("系统管理员不能删除！"));
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除选中的角色吗？"))) return false;
-  execSql("delete from jxc_role where r_sn=?", number);
-  return true;
+  return deleteAsking({.table = "jxc_role",
+                       .question = QStringLiteral("您确定要删除选中的角色吗？"),
+                       .refusal =
+                           [](const Row& row) {
+                             const QString number = row.text("r_sn");
+                             if (exists("select r_sn from jxc_admin where r_sn=?", number))
+                               return QStringLiteral("该角色已在使用，不能删除！");
+                             return roles_detail::isAdministratorsRole(number) ? QStringLiteral("系统管理员不能删除！")
+                                                                               : QString();
+                           }},
+                      id, prompt);
 }
 
 Sql roleListStatement() {

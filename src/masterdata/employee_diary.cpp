@@ -1,5 +1,6 @@
 #include "masterdata/employee_diary.h"
 
+#include "core/deletion.h"
 #include "core/fillers.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -54,9 +55,7 @@ bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt) {
 }
 
 bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt) {
-  if (!prompt.ask(QStringLiteral("您确定要删除该日志信息吗！"))) return false;
-  execSql("delete from jxc_ywyrz where id=?", id);
-  return true;
+  return deleteAsking({.table = "jxc_ywyrz", .question = QStringLiteral("您确定要删除该日志信息吗！")}, id, prompt);
 }
 
 Sql employeeDiaryStatement(const QString& employee) {

@@ -1,5 +1,6 @@
 #include "masterdata/employees.h"
 
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/statements.h"
@@ -9,10 +10,6 @@
 
 namespace jxc {
 namespace employees_detail {
-
-QString usedRefusal() {
-  return QStringLiteral("该员工已发生过业务，不能删除！");
-}
 
 bool hasDoneBusiness(const QString& number, const QString& name) {
   struct Trace {
@@ -133,27 +130,17 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
 }
 
 bool deleteEmployee(std::int64_t id, Prompt& prompt) {
-  const RowSet rows = openSelect("select u_sn,u_name from jxc_user where id=?", id);
-  if (rows.isEmpty()) return false;
-  const QString number = rows.front().text("u_sn");
-  const QString name = rows.front().text("u_name");
-  if (number == QLatin1String("100001")) {
-    prompt.notice(QStringLiteral("系统内置员工，不能删除！"));
-    return false;
-  }
-  if (employees_detail::hasDoneBusiness(number, name)) {
-    prompt.notice(employees_detail::usedRefusal());
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除当前员工吗！"))) return false;
-
-  Transaction transaction(accountDb());
-  if (employees_detail::hasDoneBusiness(number, name)) {
-    throw DbError(DbError::Kind::Other, employees_detail::usedRefusal());
-  }
-  execSql("delete from jxc_user where id=?", id);
-  transaction.commit();
-  return true;
+  return deleteAsking({.table = "jxc_user",
+                       .question = QStringLiteral("您确定要删除当前员工吗！"),
+                       .refusal =
+                           [](const Row& row) {
+                             const QString number = row.text("u_sn");
+                             if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
+                             return employees_detail::hasDoneBusiness(number, row.text("u_name"))
+                                        ? QStringLiteral("该员工已发生过业务，不能删除！")
+                                        : QString();
+                           }},
+                      id, prompt);
 }
 
 void toggleEmployeeDisabled(std::int64_t id) {

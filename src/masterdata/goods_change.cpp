@@ -1,5 +1,6 @@
 #include "masterdata/goods_change.h"
 
+#include "core/deletion.h"
 #include "core/pinyin.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -40,8 +41,8 @@ std::optional<QString> firstUse(const QString& number) {
   return {};
 }
 
-void erase(std::int64_t id, const QString& number) {
-  execSql("delete from jxc_goods where id=?", id);
+/// Opening stock goes with its article.
+void eraseStock(const QString& number) {
   execSql("delete from jxc_goodslist where g_sn=?", number);
   execSql("delete from jxc_kcsp where g_sn=?", number);
 }
@@ -161,25 +162,18 @@ bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForCla
 
 bool deleteGoods(std::int64_t id, Prompt& prompt) {
   using namespace goods_change_detail;
-  const QString number = lookupValue("select g_sn from jxc_goods where id=?", id);
-  if (number == kBalancing) {
-    prompt.notice(QStringLiteral("该商品为系统内置商品，不能删除！"));
-    return false;
-  }
-  if (const auto use = firstUse(number)) {
-    prompt.notice(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use));
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除该商品信息吗！"))) return false;
-
-  Transaction transaction(accountDb());
-  // Another station may have used it while the question stood.
-  if (const auto use = firstUse(number)) {
-    throw DbError(DbError::Kind::Other, QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use));
-  }
-  erase(id, number);
-  transaction.commit();
-  return true;
+  return deleteAsking({.table = "jxc_goods",
+                       .question = QStringLiteral("您确定要删除该商品信息吗！"),
+                       .refusal =
+                           [](const Row& row) {
+                             const QString number = row.text("g_sn");
+                             if (number == kBalancing) return QStringLiteral("该商品为系统内置商品，不能删除！");
+                             const auto use = firstUse(number);
+                             return use ? QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use)
+                                        : QString();
+                           },
+                       .alsoDelete = [](const Row& row) { eraseStock(row.text("g_sn")); }},
+                      id, prompt);
 }
 
 std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsProgress& progress) {
@@ -195,7 +189,8 @@ std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsPr
     } else if (const auto use = firstUse(number)) {
       result.refusals << who + QStringLiteral("已发生过业务，单据号：%1 不能删除！").arg(*use);
     } else {
-      erase(id, number);
+      execSql("delete from jxc_goods where id=?", id);
+      eraseStock(number);
       result.numbers << number;
       ++result.deleted;
     }

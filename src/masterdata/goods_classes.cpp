@@ -1,5 +1,6 @@
 #include "masterdata/goods_classes.h"
 
+#include "core/deletion.h"
 #include "core/pinyin.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -117,27 +118,23 @@ bool renameGoodsClass(std::int64_t id, const QString& typed, Prompt& prompt) {
 
 bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
   using namespace goods_classes_detail;
-  const RowSet rows = openSelect("select * from jxc_goodsclass where id=?", id);
-  if (rows.isEmpty()) return false;
-  const GoodsClass goodsClass = fromRow(rows.front());
-  if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber)) {
-    prompt.notice(QStringLiteral("该类别是系统内置类别，不能删除！"));
-    return false;
-  }
-  const QString refusal = QStringLiteral("该类别下有商品信息，不能删除！");
-  const std::vector<GoodsClass> branch = branchOf(goodsClass);
-  if (haveGoods(branch)) {
-    prompt.notice(refusal);
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除当前类别吗?"))) return false;
-
-  Transaction transaction(accountDb());
-  if (haveGoods(branch)) throw DbError(DbError::Kind::Other, refusal);
-  for (const GoodsClass& one : branch)
-    execSql("delete from jxc_goodsclass where id=?", one.id);
-  transaction.commit();
-  return true;
+  std::vector<GoodsClass> branch;
+  return deleteAsking({.table = "jxc_goodsclass",
+                       .question = QStringLiteral("您确定要删除当前类别吗?"),
+                       .refusal =
+                           [&](const Row& row) {
+                             const GoodsClass goodsClass = fromRow(row);
+                             if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber))
+                               return QStringLiteral("该类别是系统内置类别，不能删除！");
+                             branch = branchOf(goodsClass);
+                             return haveGoods(branch) ? QStringLiteral("该类别下有商品信息，不能删除！") : QString();
+                           },
+                       .alsoDelete =
+                           [&](const Row&) {
+                             for (const GoodsClass& one : branch)
+                               execSql("delete from jxc_goodsclass where id=?", one.id);
+                           }},
+                      id, prompt);
 }
 
 std::optional<QString> findGoodsClass(const QString& text) {

@@ -1,5 +1,6 @@
 #include "masterdata/goods_lenses.h"
 
+#include "core/deletion.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/statements.h"
@@ -176,9 +177,7 @@ bool saveLensProduct(const LensProduct& typed, Prompt& prompt) {
 }
 
 bool deleteLensProduct(std::int64_t id, Prompt& prompt) {
-  if (!prompt.ask(QStringLiteral("您确定要删除当前商品吗！"))) return false;
-  execSql("delete from jxc_jplx where id=?", id);
-  return true;
+  return deleteAsking({.table = "jxc_jplx", .question = QStringLiteral("您确定要删除当前商品吗！")}, id, prompt);
 }
 
 Sql lensProductsStatement(const QString& typed) {

@@ -1,5 +1,6 @@
 #include "masterdata/partner_contacts.h"
 
+#include "core/deletion.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -42,9 +43,7 @@ bool saveContact(const PartnerSide& side, const ContactRecord& draft, Prompt& pr
 }
 
 bool deleteContact(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
-  if (!prompt.ask(QStringLiteral("您确定要删除该联系信息吗！"))) return false;
-  execSql(compose("delete from {} where id=?", {side.diary}), id);
-  return true;
+  return deleteAsking({.table = side.diary, .question = QStringLiteral("您确定要删除该联系信息吗！")}, id, prompt);
 }
 
 Sql contactStatement(const PartnerSide& side, const QString& partner) {

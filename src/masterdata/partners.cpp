@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "core/clock.h"
 #include "core/defaults.h"
+#include "core/deletion.h"
 #include "core/fillers.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -296,32 +297,31 @@ std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& 
 
 bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   using namespace partners_detail;
-  const QString number = lookupValue(compose("select {} from {} where id=?", {side.sn, side.table}), id);
-  if (number.isEmpty()) return false;
   const QString noun = words(side.noun);
-  if (number == QLatin1String(builtInNumber)) {
-    prompt.notice(QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun));
-    return false;
-  }
-  const QString refusal = QStringLiteral("该%1已发生过业务，不能删除！").arg(noun);
-  if (hasDoneBusiness(side, number)) {
-    prompt.notice(refusal);
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除当前%1吗！").arg(noun))) return false;
-
-  Transaction transaction(accountDb());
-  if (hasDoneBusiness(side, number)) throw DbError(DbError::Kind::Other, refusal);
-  const QString type = typeText(side);
-  execSql(compose("delete from {} where id=?", {side.table}), id);
-  execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
-  execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
-  deleteSettlements(side, number);
-  // The next new partner may get this number: what was written and quoted to this one must not become his.
-  execSql(compose("delete from {} where {}=?", {side.diary, side.sn}), number);
-  execSql(compose("delete from {} where {}=?", {side.quotes, side.sn}), number);
-  transaction.commit();
-  return true;
+  return deleteAsking({.table = side.table,
+                       .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun),
+                       .refusal =
+                           [&](const Row& row) {
+                             const QString number = row.text(side.sn);
+                             if (number == QLatin1String(builtInNumber))
+                               return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
+                             return hasDoneBusiness(side, number)
+                                        ? QStringLiteral("该%1已发生过业务，不能删除！").arg(noun)
+                                        : QString();
+                           },
+                       .alsoDelete =
+                           [&](const Row& row) {
+                             const QString number = row.text(side.sn);
+                             const QString type = typeText(side);
+                             execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
+                             execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
+                             deleteSettlements(side, number);
+                             // The next new partner may get this number: what was written and quoted to this one must
+                             // not become his.
+                             execSql(compose("delete from {} where {}=?", {side.diary, side.sn}), number);
+                             execSql(compose("delete from {} where {}=?", {side.quotes, side.sn}), number);
+                           }},
+                      id, prompt);
 }
 
 void togglePartnerForbidden(const PartnerSide& side, std::int64_t id) {

@@ -1,5 +1,6 @@
 #include "masterdata/units.h"
 
+#include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -40,9 +41,7 @@ bool renameUnit(std::int64_t id, const QString& typed, Prompt& prompt) {
 }
 
 bool deleteUnit(std::int64_t id, Prompt& prompt) {
-  if (!prompt.ask(QStringLiteral("您确定要删除该单位信息吗！"))) return false;
-  execSql("delete from jxc_dw where id=?", id);
-  return true;
+  return deleteAsking({.table = "jxc_dw", .question = QStringLiteral("您确定要删除该单位信息吗！")}, id, prompt);
 }
 
 RowSet selectUnits() {

@@ -1,6 +1,7 @@
 #include "masterdata/warehouses.h"
 
 #include "core/clock.h"
+#include "core/deletion.h"
 #include "core/fillers.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -20,10 +21,6 @@ QString joined(const QStringList& parts) {
 
 QStringList split(const QString& joinedText) {
   return joinedText.split(QLatin1Char(','), Qt::SkipEmptyParts);
-}
-
-QString usedRefusal() {
-  return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
 }
 
 bool hasLedgerRow(const QString& number) {
@@ -98,25 +95,18 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 }
 
 bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
-  const QString number = lookupValue("select ck_sn from jxc_ckxx where id=?", id);
-  if (number.isEmpty()) return false;
-  if (number == QLatin1String("100001")) {
-    prompt.notice(QStringLiteral("该仓库为系统内置仓库，不能删除！"));
-    return false;
-  }
-  if (warehouses_detail::hasLedgerRow(number)) {
-    prompt.notice(warehouses_detail::usedRefusal());
-    return false;
-  }
-  if (!prompt.ask(QStringLiteral("您确定要删除该仓库信息吗！"))) return false;
-
-  Transaction transaction(accountDb());
-  if (warehouses_detail::hasLedgerRow(number)) {
-    throw DbError(DbError::Kind::Other, warehouses_detail::usedRefusal());
-  }
-  execSql("delete from jxc_ckxx where id=?", id);
-  transaction.commit();
-  return true;
+  return deleteAsking({.table = "jxc_ckxx",
+                       .question = QStringLiteral("您确定要删除该仓库信息吗！"),
+                       .refusal =
+                           [](const Row& row) {
+                             const QString number = row.text("ck_sn");
+                             if (number == QLatin1String("100001"))
+                               return QStringLiteral("该仓库为系统内置仓库，不能删除！");
+                             return warehouses_detail::hasLedgerRow(number)
+                                        ? QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！")
+                                        : QString();
+                           }},
+                      id, prompt);
 }
 
 Sql warehouseListStatement() {

@@ -16,22 +16,6 @@ namespace jxc::test {
 
 using partner_books::Kind;
 
-/// Lets another station act while the question stands, then says yes.
-class WhileAsked : public Prompt {
- public:
-  explicit WhileAsked(std::function<void()> other) : other_(std::move(other)) {}
-  void notice(const QString& text) override { notices << text; }
-  bool ask(const QString&) override {
-    if (other_) std::exchange(other_, nullptr)();
-    return true;
-  }
-  Answer askOrCancel(const QString& text) override { return ask(text) ? Answer::Yes : Answer::No; }
-  QStringList notices;
-
- private:
-  std::function<void()> other_;
-};
-
 class MoneyTest : public AccountSetFixture {
  protected:
   MoneyTest() {

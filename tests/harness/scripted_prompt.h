@@ -7,6 +7,8 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
+#include <utility>
 
 namespace jxc::test {
 
@@ -34,6 +36,22 @@ class ScriptedPrompt : public Prompt {
  private:
   Answer next(const QString& text, Answer fallback);
   std::deque<Answer> answers_;
+};
+
+/// Lets another station act while the question stands, then says yes.
+class WhileAsked : public Prompt {
+ public:
+  explicit WhileAsked(std::function<void()> other) : other_(std::move(other)) {}
+  void notice(const QString& text) override { notices << text; }
+  bool ask(const QString&) override {
+    if (other_) std::exchange(other_, nullptr)();
+    return true;
+  }
+  Answer askOrCancel(const QString& text) override { return ask(text) ? Answer::Yes : Answer::No; }
+  QStringList notices;
+
+ private:
+  std::function<void()> other_;
 };
 
 }  // namespace jxc::test

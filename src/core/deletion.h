@@ -1,0 +1,28 @@
+// 删除: a row of a list is deleted: refused, asked about, looked at again, and gone.
+#pragma once
+
+#include "core/prompt.h"
+#include "engine/row_set.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace jxc {
+
+struct Deletion {
+  std::string_view table;
+  QString question;
+  /// What stands against deleting this row; empty: nothing. Asked before the question, and of the row as it is then
+  /// once more inside the transaction: another station may have begun to use it while the question stood.
+  std::function<QString(const Row&)> refusal = {};
+  /// Deletes what goes with the row, inside the same transaction.
+  std::function<void(const Row&)> alsoDelete = {};
+};
+
+/// False: it was refused, or the operator said no. A row that is gone already is deleted.
+bool deleteAsking(const Deletion& deletion, std::int64_t id, Prompt& prompt);
+
+}  // namespace jxc

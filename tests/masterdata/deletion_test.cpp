@@ -1,0 +1,89 @@
+// What another station begins to use while the question of a deletion stands is not deleted.
+#include "accounts/cash_accounts.h"
+#include "core/operators.h"
+#include "core/roles.h"
+#include "harness/account_set_fixture.h"
+#include "masterdata/departments.h"
+#include "masterdata/employees.h"
+#include "masterdata/goods_change.h"
+#include "masterdata/goods_classes.h"
+#include "masterdata/partner_contacts.h"
+#include "masterdata/partner_kinds.h"
+#include "masterdata/partners.h"
+#include "masterdata/units.h"
+#include "masterdata/warehouses.h"
+#include "masterdata/zones.h"
+
+namespace jxc {
+namespace deletion_test {
+
+class DeletionTest : public test::AccountSetFixture {};
+
+TEST_F(DeletionTest, LooksAgainBehindItsQuestion) {
+  struct Case {
+    const char *table, *row, *use;
+    bool (*erase)(std::int64_t id, Prompt& prompt);
+    const char16_t* refusal;
+  };
+  static constexpr Case cases[] = {
+      {"jxc_zone", "(z_sn,z_name) values ('200001','城东')", "insert into jxc_khxx (z_name) values ('城东')",
+       [](std::int64_t id, Prompt& p) { return deleteNamed(zoneList, id, p); }, u"该地区供货商在使用，不能删除！"},
+      {"jxc_dept", "(de_sn,de_name) values ('200001','门市')", "insert into jxc_yyfy (de_sn) values ('200001')",
+       [](std::int64_t id, Prompt& p) { return deleteNamed(departmentList, id, p); }, u"该部门已经在使用，不能删除！"},
+      // Used under the name that it was given while the question stood.
+      {"jxc_ghstype", "(gt_sn,gt_name) values ('200001','镜片')",
+       "update jxc_ghstype set gt_name='一般' where gt_sn='200001'",
+       [](std::int64_t id, Prompt& p) {
+         insertRow("jxc_ghsxx", {{"gt_name", u"一般"}});
+         return deleteNamed(supplierKindList, id, p);
+       },
+       u"该类别供货商在使用，不能删除！"},
+      {"jxc_ckxx", "(ck_sn,ck_name) values ('200001','分店')", "insert into jxc_goodslist (ck_sn) values ('200001')",
+       deleteWarehouse, u"该仓库中有商品，或已发生过业务，不能删除！"},
+      {"jxc_user", "(u_sn,u_name) values ('200001','小李')", "insert into jxc_xjyh (u_name) values ('小李')",
+       deleteEmployee, u"该员工已发生过业务，不能删除！"},
+      {"jxc_khxx", "(kh_sn,kh_name) values ('200001','张三')", "insert into jxc_lsxsd (kh_sn) values ('200001')",
+       [](std::int64_t id, Prompt& p) { return deletePartner(customerSide, id, p); },
+       u"该客户已发生过业务，不能删除！"},
+      {"jxc_goods", "(g_sn,g_name) values ('20000001','镜盒')",
+       "insert into jxc_jhsp (j_sn,g_sn) values ('CJ1','20000001')", deleteGoods,
+       u"该商品已发生过业务，单据号：CJ1 不能删除！"},
+      {"jxc_goodsclass", "(gc_sn,gc_name,gc_key,gc_pid) values ('9001','护理',77,1)",
+       "insert into jxc_goods (g_sn,gc_sn) values ('20000002','9001')", deleteGoodsClass,
+       u"该类别下有商品信息，不能删除！"},
+      {"jxc_yhzh", "(yh_name) values ('农行')", "insert into jxc_xjyh (xj_kmmc,xj_dlx) values ('农行','入款')",
+       cash::deleteAccount, u"该账户已发生过业务，不能删除！"},
+      {"jxc_admin", "(a_sn,a_name) values ('200001','小李')", "insert into jxc_jhd (a_name) values ('小李')",
+       deleteOperator, u"该操作员已发生过业务，不能删除！"},
+      {"jxc_role", "(r_sn,r_name) values ('200001','店员')", "insert into jxc_admin (r_sn) values ('200001')",
+       deleteRole, u"该角色已在使用，不能删除！"},
+  };
+  for (const Case& each : cases) {
+    const std::string table = each.table;
+    execSql("insert into " + table + " " + each.row);
+    const auto id = static_cast<std::int64_t>(lookupNumber("select max(id) from " + table));
+    test::WhileAsked asked([&] { execSql(std::string(each.use)); });
+    EXPECT_FALSE(each.erase(id, asked)) << table;
+    EXPECT_EQ(asked.notices, QStringList(QString::fromUtf16(each.refusal))) << table;
+    EXPECT_FALSE(openSelect("select id from " + table + " where id=?", id).isEmpty()) << table;
+
+    // Gone already, by another station: no fault, and nothing of a row that came since under its number goes along.
+    test::WhileAsked late([&] { FAIL() << table; });
+    EXPECT_TRUE(each.erase(id + 1000, late)) << table;
+  }
+}
+
+TEST_F(DeletionTest, WhatCameUnderTheNumberOfADeletedRowStays) {
+  execSql("insert into jxc_khxx (kh_sn,kh_name) values ('200001','张三')");
+  const auto id = static_cast<std::int64_t>(lookupNumber("select max(id) from jxc_khxx"));
+  test::WhileAsked asked([&] {
+    execSql("delete from jxc_khxx where id=?", id);
+    execSql("insert into jxc_khxx (kh_sn,kh_name) values ('200001','李四')");
+    insertRow(customerSide.diary, {{"kh_sn", u"200001"}, {"lx_note", u"新客户"}});
+  });
+  EXPECT_TRUE(deletePartner(customerSide, id, asked));
+  EXPECT_EQ(lookupNumber(compose("select count(*) from {}", {customerSide.diary})), 1);
+}
+
+}  // namespace deletion_test
+}  // namespace jxc
