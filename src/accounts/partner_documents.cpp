@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "accounts/partner_posting.h"
 #include "core/clock.h"
+#include "core/list_audit.h"
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/session.h"
@@ -226,15 +227,13 @@ bool auditOne(const PartnerSide& side, Kind kind, const QString& number, Prompt&
 }
 
 bool auditAll(const PartnerSide& side, Kind kind, const RowSet& list, Prompt& prompt) {
-  if (!prompt.ask(QStringLiteral("您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n"
-                                 "如需审核某个单据，请按右键！")))
-    return false;
-  int audited = 0;
+  ListAudit walk{
+      .question = u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"_qs,
+      .audit = [&](const ListedDocument& document, Prompt&) { return auditDocument(side, kind, document.number); },
+      .listed = list.rowCount()};
   for (const Row row : list)
-    if (!row.flag("k_check") && auditDocument(side, kind, row.text("gl_djh"))) ++audited;
-  prompt.notice(
-      QStringLiteral("审核完成，共 %1 个单据，\r\n\r\n审核成功 %2 个单据。").arg(list.rowCount()).arg(audited));
-  return true;
+    if (!row.flag("k_check")) walk.waiting.push_back({.number = row.text("gl_djh"), .id = row.integer("id")});
+  return auditEach(walk, prompt).has_value();
 }
 
 bool unCheck(const PartnerSide& side, Kind kind, const QString& number, Prompt& prompt) {

@@ -54,7 +54,8 @@ bool checkSkDj(const QString& number);  // a customer's receipt
 bool checkFkDj(const QString& number);  // a payment to a supplier
 /// The same after asking.
 bool auditOne(const PartnerSide& side, Kind kind, const QString& number, Prompt& prompt);
-/// Audits every row of a list (`gl_djh`, `k_check`) that waits, each in its own transaction. Asks, tells how many.
+/// `auditEach` of the rows of a list (`id`, `gl_djh`, `k_check`) that wait; tells how many. False: the operator said
+/// no.
 bool auditAll(const PartnerSide& side, Kind kind, const RowSet& list, Prompt& prompt);
 
 /// Takes an audit back: ledger lines, rounding line, stock-ledger line and cash line go. Asks.

@@ -32,13 +32,6 @@ QString saveQuestion(const DocumentFamily& family) {
   return u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以"_qs + where + u"取消审核！"_qs;
 }
 
-/// Goods lines of this operator under the number; the balancing line is no goods.
-std::int64_t goodsLineCount(const DocumentFamily& family, const QString& number) {
-  return static_cast<std::int64_t>(lookupNumber(
-      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
-      number, session().a_name));
-}
-
 /// Number to save under: a head that stands already, or another operator's lines, leave it to them.
 QString numberToSave(const DocumentFamily& family, QString number, const QString& date) {
   const auto renew = [&](std::string_view table) {
@@ -115,6 +108,12 @@ std::int64_t draftLineCount(const DocumentFamily& family, const QString& number)
                    session().a_name));
 }
 
+std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number) {
+  return static_cast<std::int64_t>(lookupNumber(
+      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
+      number, session().a_name));
+}
+
 std::int64_t lineCount(const DocumentFamily& family, const QString& number) {
   return static_cast<std::int64_t>(
       lookupNumber(compose("select count(*) from {} where {}=?", {family.lines, family.number}), number));
@@ -174,7 +173,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
     result.number = document_detail::numberToSave(family, request.number, request.date);
-    const std::int64_t goodsLines = document_detail::goodsLineCount(family, result.number);
+    const std::int64_t goodsLines = draftGoodsCount(family, result.number);
     request.writeHead(result.number);
     if (!auditNow || family.logsEverySave)
       writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));

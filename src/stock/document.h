@@ -1,6 +1,7 @@
 // 单据生命周期: the life of a document: draft lines, number, save, waiting list, audit, shared by twelve families.
 #pragma once
 
+#include "core/list_audit.h"
 #include "core/prompt.h"
 #include "stock/document_family.h"
 
@@ -10,7 +11,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace jxc {
@@ -32,6 +32,8 @@ QString usableDraftNumber(const DocumentFamily& family, const QString& number, c
 // ---- draft lines: rows of the line table under number and operator, without a head -------------------------------
 
 std::int64_t draftLineCount(const DocumentFamily& family, const QString& number);
+/// Of them those of goods: the balancing line is none.
+std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number);
 /// Lines of the number whoever made them (a waiting document).
 std::int64_t lineCount(const DocumentFamily& family, const QString& number);
 /// True when this goods stands on the document already (draft lines of this operator only when `draft`).
@@ -135,17 +137,8 @@ AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt
 /// Audit gate, then `checkDj`. A gate's message is shown and refuses.
 AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);
 
-struct ListedDocument {
-  QString number;
-  QString date;
-};
-/// Walks a list with `audit`: a document that is refused or fails does not stop the others, and what they said is told
-/// together at the end. What every document would meet (disk, server, another station) ends the walk and is thrown.
-/// Number of audited ones.
-int auditEach(std::span<const ListedDocument> documents, Prompt& prompt,
-              const std::function<AuditOutcome(const ListedDocument&, Prompt&)>& audit);
-/// `auditEach` of one family, after one question; -1 when the operator said no.
-int auditAll(const DocumentFamily& family, std::span<const ListedDocument> documents, Prompt& prompt);
+/// `auditEach` of one family.
+std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents, Prompt& prompt);
 
 /// Rights of the family's commands.
 bool mayMake(const DocumentFamily& family);

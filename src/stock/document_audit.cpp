@@ -42,40 +42,6 @@ void renumber(const DocumentFamily& family, const QString& number, const QString
           number, operatorName);
 }
 
-/// What the documents of a list have to say, told once when the walk is over. Questions are asked as they come.
-class CollectingPrompt final : public Prompt {
- public:
-  explicit CollectingPrompt(Prompt& asked) : asked_(asked) {}
-  void startDocument(const QString& number) { number_ = number; }
-  void notice(const QString& text) override {
-    told_ << (text.contains(number_) ? text : u"单据"_qs + number_ + u"：\r\n\r\n"_qs + text);
-  }
-  bool ask(const QString& text) override { return asked_.ask(text); }
-  Answer askOrCancel(const QString& text) override { return asked_.askOrCancel(text); }
-
-  void tell() {
-    if (told_.isEmpty()) return;
-    QString text = told_.mid(0, mostTold).join(u"\r\n\r\n"_qs);
-    if (told_.size() > mostTold)
-      text += u"\r\n\r\n…… 另有%1条提示，请单独审核这些单据。"_qs.arg(told_.size() - mostTold);
-    asked_.notice(text);
-  }
-
- private:
-  static constexpr qsizetype mostTold = 10;  // more do not fit a screen
-  Prompt& asked_;
-  QString number_;
-  QStringList told_;
-};
-
-/// Not what the next document would meet too: disk, file, server, another station.
-bool isOfTheDocument(const std::runtime_error& failure) {
-  using enum DbError::Kind;
-  if (dynamic_cast<const ConnectionLost*>(&failure) != nullptr) return false;
-  const auto* inDatabase = dynamic_cast<const DbError*>(&failure);
-  return !inDatabase || (inDatabase->kind() != Busy && inDatabase->kind() != File && inDatabase->kind() != Full);
-}
-
 }  // namespace document_audit_detail
 
 QString auditGate(const QString&, const QString&) {
@@ -196,33 +162,16 @@ AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, 
   return AuditOutcome::Refused;
 }
 
-int auditEach(std::span<const ListedDocument> documents, Prompt& prompt,
-              const std::function<AuditOutcome(const ListedDocument&, Prompt&)>& audit) {
-  using namespace document_audit_detail;
-  int audited = 0;
-  CollectingPrompt collecting(prompt);
-  for (const ListedDocument& document : documents) {
-    collecting.startDocument(document.number);
-    try {
-      if (audit(document, collecting) == AuditOutcome::Audited) ++audited;
-    } catch (const std::runtime_error& failure) {
-      if (!isOfTheDocument(failure)) {
-        collecting.tell();
-        throw;
-      }
-      collecting.notice(QString::fromUtf8(failure.what()));
-    }
-  }
-  collecting.tell();
-  return audited;
-}
-
-int auditAll(const DocumentFamily& family, std::span<const ListedDocument> documents, Prompt& prompt) {
-  if (!prompt.ask(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs))
-    return -1;
-  return auditEach(documents, prompt, [&](const ListedDocument& document, Prompt& collecting) {
-    return auditDocument(family, document.number, document.date, collecting);
-  });
+std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents,
+                            Prompt& prompt) {
+  return auditEach(
+      {.question = u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+       .waiting = documents,
+       .audit =
+           [&](const ListedDocument& document, Prompt& collecting) {
+             return auditDocument(family, document.number, document.date, collecting) == AuditOutcome::Audited;
+           }},
+      prompt);
 }
 
 }  // namespace jxc

@@ -54,15 +54,18 @@ QString movedSinceAudit(const QString& number) {
          u"】，\r\n\r\n该盘点单 "_qs + number + u" 不能撤销！"_qs;
 }
 
-int auditAll(std::span<const ListedDocument> documents, Prompt& prompt) {
-  if (!prompt.ask(u"您的操作将审核当前所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs))
-    return -1;
-  return auditEach(documents, prompt, [](const ListedDocument& document, Prompt& collecting) {
-    const QString reason = overtaken(document.number);
-    if (reason.isEmpty()) return auditDocument(families::stocktake, document.number, document.date, collecting);
-    collecting.notice(reason);
-    return AuditOutcome::Refused;
-  });
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
+  return auditEach(
+      {.question = u"您的操作将审核当前所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+       .waiting = documents,
+       .audit =
+           [](const ListedDocument& document, Prompt& collecting) {
+             const QString reason = overtaken(document.number);
+             if (!reason.isEmpty()) collecting.notice(reason);
+             return reason.isEmpty() && auditDocument(families::stocktake, document.number, document.date,
+                                                      collecting) == AuditOutcome::Audited;
+           }},
+      prompt);
 }
 
 }  // namespace jxc::stock_count

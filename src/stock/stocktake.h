@@ -5,7 +5,8 @@
 
 #include <QString>
 
-#include <span>
+#include <optional>
+#include <vector>
 
 namespace jxc::stock_count {
 
@@ -16,8 +17,7 @@ QString overtaken(const QString& number);
 /// Refusal of a cancel: counted goods moved after the count was audited; empty when they did not.
 QString movedSinceAudit(const QString& number);
 
-/// Audits a list of counts after one question; those that were overtaken are passed over and told together at the end.
-/// Number of audited ones, -1 when the operator said no.
-int auditAll(std::span<const ListedDocument> documents, Prompt& prompt);
+/// `auditEach` of counts; those that were overtaken are passed over and told.
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);
 
 }  // namespace jxc::stock_count

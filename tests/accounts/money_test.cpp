@@ -1,6 +1,8 @@
 // Money in the till and at the banks, what partners owe, and what they pay.
 #include "accounts/money.h"
 
+#include "core/list_audit.h"
+
 namespace jxc {
 namespace money_test {
 
@@ -271,6 +273,30 @@ TEST_F(MoneyTest, AuditAllTakesWhatWaitsAndAutomaticAuditSparesChanges) {
   EXPECT_EQ(customerOwes(*partner), 70);
   EXPECT_EQ(customerOwes(), 120);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(MoneyTest, AuditAllGoesOnAfterARowThatFailsAndEndsWhereEveryRowWould) {
+  const QString broken = enter(customerSide, Kind::Payment, 9, "2021-05-02", 1);
+  enter(customerSide, Kind::Payment, 5, "2021-05-03");
+  execSql("update jxc_ysyfk_dj set k_rq='2021-05-2x' where gl_djh=?", broken);  // by another program
+  prompt.willSayYes();
+  EXPECT_TRUE(partner_books::auditAll(
+      customerSide, Kind::Payment,
+      rowsOf(partner_books::documentList(customerSide, Kind::Payment, {"2021-05-01", "2021-05-31"})), prompt));
+  EXPECT_EQ(prompt.lastNotice(), "审核完成，共 2 个单据，\r\n\r\n审核成功 1 个单据。\r\n\r\n单据" + broken +
+                                     "：\r\n\r\n日期“2021-05-2x”不正确，无法生成单据号！");
+  EXPECT_EQ(customerOwes(), -5);
+
+  ListAudit walk{.waiting = {{"B", {}, 2}, {"A", {}, 1}, {"C", {}, 3}},
+                 .audit =
+                     [](const ListedDocument& row, Prompt&) {
+                       if (row.number == "B") throw DbError(DbError::Kind::Full, "磁盘已满");
+                       return true;
+                     },
+                 .listed = 3};
+  prompt.willSayYes();
+  EXPECT_THROW(auditEach(walk, prompt), DbError);
+  EXPECT_EQ(prompt.lastNotice(), "审核中断，共 3 个单据，\r\n\r\n审核成功 1 个单据。");
 }
 
 class SettlingTest : public MoneyTest {

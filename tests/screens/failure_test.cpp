@@ -3,6 +3,7 @@
 #include "engine/waiting.h"
 #include "screens/harness/screen_test.h"
 #include "ui/application.h"
+#include "ui/refresh_after.h"
 #include "ui/waiting_notice.h"
 
 #include <QLabel>
@@ -34,6 +35,18 @@ TEST_F(ScreenTest, FailuresEndInOneHandlerAndTheScreenStays) {
   ui::doOrEnd([] { throw DbError(DbError::Kind::Full, QStringLiteral("磁盘空间已满")); });
   EXPECT_EQ(ended, 1);
   ui::processEnd() = before;
+}
+
+TEST(RefreshAfterTest, TheListIsReadAnewAlsoWhenTheCommandFailsAndItsFailureIsTheOneTold) {
+  int read = 0;
+  const auto full = [] { throw DbError(DbError::Kind::Full, QStringLiteral("磁盘空间已满")); };
+  const auto refresh = [&] {
+    ++read;
+    throw std::runtime_error("nothing can be read either");
+  };
+  EXPECT_THROW(ui::refreshAfter(full, refresh), DbError);
+  EXPECT_THROW(ui::refreshAfter([] {}, refresh), std::runtime_error);
+  EXPECT_EQ(read, 2);
 }
 
 TEST_F(ScreenTest, AWaitForAnotherStationIsSeenWhileTheCommandWaits) {

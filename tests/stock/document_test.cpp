@@ -345,10 +345,12 @@ TEST_F(DocumentTest, AuditOfAllGoesOnAfterARefusalAndSkipsWhatIsDone) {
   const QString fits = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 2, 5}});
   // Its supplier is gone: the posting fails.
   const QString broken = waitingReturn(purchaseReturn, "2021-05-03", {{"A", 1, 5}});
-  const std::vector<ListedDocument> list{{tooMuch, "2021-05-03"}, {broken, "2021-05-03"}, {fits, "2021-05-03"}};
+  // The list shows the newest first; what was entered first is audited first.
+  const std::vector<ListedDocument> list{
+      {fits, "2021-05-03", 3}, {broken, "2021-05-03", 2}, {tooMuch, "2021-05-03", 1}};
   execSql("update jxc_thd set ghs_sn='999999' where gl_djh=?", broken);
   prompt.willSayNo();
-  EXPECT_EQ(auditAll(purchaseReturn, list, prompt), -1);
+  EXPECT_FALSE(auditAll(purchaseReturn, list, prompt));
   setParameter("cs_kc", 0);
   prompt.willSayYes();
   EXPECT_EQ(auditAll(purchaseReturn, list, prompt), 1);

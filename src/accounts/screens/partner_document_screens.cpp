@@ -11,6 +11,7 @@
 #include "output/screens/print_outlet.h"
 #include "stock/screens/preview_screen.h"
 #include "ui/period_menu.h"
+#include "ui/refresh_after.h"
 
 #include <QAction>
 
@@ -181,7 +182,8 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   on(command("btnDele"), [this] { remove(); });
   list.onActivated([this] { modify(); });
   on(command("btn_Check"), [this] {
-    if (partner_books::auditAll(*words_.side, words_.kind, list.rows(), prompt())) refresh();
+    ui::refreshAfter([this] { partner_books::auditAll(*words_.side, words_.kind, list.rows(), prompt()); },
+                     [this] { refresh(); });
   });
   on(command("btnPreview"), [this] { preview(); });
   on(command("btn_ChaKan"), [this] { showDocument(); });

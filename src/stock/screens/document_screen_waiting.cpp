@@ -8,6 +8,7 @@
 #include "stock/screens/lens_sheet_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "ui/application.h"
+#include "ui/refresh_after.h"
 
 namespace jxc {
 namespace document_screen_waiting_detail {
@@ -109,9 +110,8 @@ void DocumentScreen::auditList() {
   if (gridWaiting.isEmpty() || !mayDo(description_.audit)) return;
   std::vector<ListedDocument> documents;
   for (const Row row : gridWaiting.rows())
-    documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date)});
-  auditAll(rules_.family(), documents, prompt());
-  refreshWaiting();
+    documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date), row.integer("id")});
+  ui::refreshAfter([&] { auditAll(rules_.family(), documents, prompt()); }, [this] { refreshWaiting(); });
 }
 
 void DocumentScreen::deleteWaiting() {
