@@ -247,8 +247,9 @@ void Books::loadHeads() {
     columns += money ? compose("{},{},{}", {family.due, family.paid, family.settlement}) : std::string("0,0,0");
     columns += whole ? (family.prefix == u"CF" ? ",g_sn,cf_sl" : ",g_sn,kb_sl") : ",null,0";
     columns += moves ? ",ck_in" : ",null";
-    columns += family.prefix == u"XS" ? ",ls_dhbz" : ",0";
-    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till };
+    const bool sale = family.prefix == u"XS";
+    columns += sale ? ",ls_dhbz,ls_crk" : family.prefix == u"CJ" ? ",0,j_crk" : ",0,null";
+    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till, Moved };
     eachChunk(family.head, columns, [&](const RowSet& set) {
       for (int row = 0; row < set.rowCount(); ++row) {
         Document& head = document(set.utf8(row, Number));
@@ -268,6 +269,7 @@ void Books::loadHeads() {
         head.headQuantity = set.number(row, Quantity);
         if (moves) head.warehouseIn = warehouses.add(set.utf8(row, Into));
         head.fromTill = set.integer(row, Till) != 0;
+        if (!set.isNull(row, Moved)) head.moved = set.integer(row, Moved) != 0;
       }
     });
   }
@@ -294,12 +296,16 @@ void Books::loadLines() {
                   }
                   under.total += set.number(row, Total);
                   under.pieces += quantity;
-                  if (balancing) under.balancing += set.number(row, Total);
+                  if (balancing)
+                    under.balancing += set.number(row, Total);
+                  else
+                    ++under.goodsLines;
                   under.movingLines += !count || quantity != moved;
                   if (!under.family || balancing) continue;
                   if (under.audited && (receipt || sale)) {
                     const double open = quantity - moved - set.number(row, Closed);
                     if (std::fabs(open) < 1e-9) continue;
+                    ++under.openLines;
                     Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
                     (receipt ? at.waitingIn : at.waitingOut) += open;
                     at.parts.push_back(receipt ? open : -open);

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -80,12 +81,14 @@ struct Document {
   int heads = 0, auditedHeads = 0;
   bool audited = false, signedOff = false;
   bool fromTill = false;
+  std::optional<bool> moved;  // what the head says of its goods; nothing where no putaway or issue can come behind it
   double due = 0, paid = 0;
   int settlement = 0;
   int warehouse = -1, warehouseIn = -1;
   int goods = -1;  // of the head of a split or bundle
   double headQuantity = 0;
-  int lines = 0, movingLines = 0;
+  int lines = 0, goodsLines = 0, movingLines = 0;
+  int openLines = 0;                // goods that wait for putaway or issue
   double total = 0, balancing = 0;  // of lines; the balancing line's part
   double pieces = 0;                // of lines
   std::int64_t firstLine = 0;

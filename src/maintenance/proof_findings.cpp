@@ -69,6 +69,11 @@ constexpr KindWords table[] = {
      u"审核或取消该往来单位的一张单据时自动更新"},
 
     {Kind::NoLines, "no-lines", Wrong, u"单据", u"单据没有商品明细", u"删除该单据"},
+    {Kind::GoodsUnmoved, "goods-unmoved", Wrong, u"单据",
+     u"单据标记为已入库（出库），明细还有没入库（出库）的数量：既不在库存里，也不在待入库（出库）的单据里",
+     u"取消审核该单据，重新输入该行数量后再审核"},
+    {Kind::MoveUnmarked, "move-unmarked", Known, u"单据",
+     u"单据标记为待入库（出库），商品已全部入库（出库）：保存时使用入库（出库）单，审核时已不使用", nothing},
     {Kind::Checker, "checker", Wrong, u"单据", u"审核状态与审核人、审核日期不一致", again},
     {Kind::WaitingPosted, "waiting-posted", Wrong, u"单据", u"未审核的单据留有库存流水或账目", again},
     {Kind::RowsMissing, "rows-missing", Wrong, u"单据", u"已审核单据的库存流水行数与明细不符", again},

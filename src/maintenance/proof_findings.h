@@ -45,6 +45,8 @@ enum class Kind : std::uint8_t {
   InvoiceBalance,
   // documents
   NoLines,
+  GoodsUnmoved,
+  MoveUnmarked,
   Checker,
   WaitingPosted,
   RowsMissing,

@@ -77,7 +77,8 @@ void proveHead(Books& books, const Document& document) {
     books.findings.add(Kind::DocumentTwice, here(u"%1 张"_qs.arg(document.auditedHeads), u"1 张"_qs));
   else if (document.heads > 1)
     books.findings.add(Kind::DocumentSharedNumber, here(u"%1 张"_qs.arg(document.heads), u"1 张"_qs));
-  if (document.lines == 0) books.findings.add(Kind::NoLines, here(rows(0), {}));
+  // The balancing line settles goods: alone it is no document.
+  if (document.goodsLines == 0) books.findings.add(Kind::NoLines, here(rows(document.lines), {}));
   if (document.audited != document.signedOff)
     books.findings.add(Kind::Checker,
                        here(document.signedOff ? u"有审核人，状态未审核"_qs : u"已审核，没有审核人"_qs, {}));
@@ -92,6 +93,11 @@ void proveHead(Books& books, const Document& document) {
                                                      .arg(document.partnerRows)
                                                      .arg(document.cashRows),
                                                  u"没有"_qs));
+  }
+  if (document.audited && document.heads == 1 && document.goodsLines > 0 && document.moved) {
+    const auto open = [&] { return here(u"%1 行待入库（出库）"_qs.arg(document.openLines), {})(); };
+    if (*document.moved && document.openLines > 0) books.findings.add(Kind::GoodsUnmoved, open);
+    if (!*document.moved && document.openLines == 0) books.findings.add(Kind::MoveUnmarked, open);
   }
   if (!document.family->due.empty() && document.heads == 1) proveTrading(books, document);
 }

@@ -186,7 +186,7 @@ QString TradingRules::differenceText(const AuditDraft& draft) const {
 }
 
 bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {
-  return refused({{draftLineCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
+  return refused({{draftGoodsCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
                   {draft.partner.isEmpty(), u"请选择"_qs + words(document_.partner->noun) + u'！'},
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},

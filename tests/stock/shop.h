@@ -128,6 +128,7 @@ class ShopTest : public AccountSetFixture {
   /// Head and lines of a waiting sale; cost is what the line says it costs.
   QString waitingSale(const QString& date, const std::vector<Line>& lines, double paid, int settlement = 1) {
     const QString number = newDocumentNumber(families::sale, date);
+    const bool issuedLater = strIsTrue(session().cs_spck);
     double due = 0;
     for (const Line& line : lines) {
       const double cost = getGoodsCost(line.goods, mainWarehouse, date);
@@ -145,7 +146,7 @@ class ShopTest : public AccountSetFixture {
                                {"ls_taxje", 0.0},
                                {"ls_lsj", line.price},
                                {"ls_zje", line.quantity * line.price},
-                               {"ls_cksl", 0.0},
+                               {"ls_cksl", issuedLater ? 0 : line.quantity},
                                {"ls_qxsl", 0.0},
                                {"ls_dzl", 1.0},
                                {"t_zp", u""}});
@@ -162,6 +163,7 @@ class ShopTest : public AccountSetFixture {
                             {"ls_status", 0},
                             {"ls_jsfs", settlement},
                             {"ls_kmmc", u"现金"},
+                            {"ls_crk", !issuedLater},
                             {"ls_dhbz", 0}});
     return number;
   }
