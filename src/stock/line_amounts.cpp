@@ -2,6 +2,7 @@
 
 #include "core/rounding.h"
 #include "core/session.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
 

@@ -2,7 +2,7 @@
 // in.
 #pragma once
 
-#include "core/statements.h"
+#include "core/reading.h"
 
 #include <QString>
 #include <QStringView>
