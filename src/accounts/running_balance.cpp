@@ -21,4 +21,9 @@ double carryBalance(double balance, const RowSet& rows, const SqlText& update) {
   return balance;
 }
 
+void AskedBalance::carry() const {
+  const double last = carryBalance(before_.number(), lines_.rows(), update_);
+  if (keepLast_) postSql(keepLast_, last, number_);
+}
+
 }  // namespace jxc

@@ -23,6 +23,8 @@ class Posting {
   virtual std::shared_ptr<const Outcome> sendAhead(const SqlText& sql, std::span<const Value> values) = 0;
   /// Fills every outcome that was sent ahead.
   virtual void collect() = 0;
+  /// How often this connection has waited for an answer so far.
+  virtual std::int64_t roundTrips() const = 0;
 };
 
 /// Runs one statement without asking how many rows: inside a transaction on a server it is sent along with the next
@@ -30,9 +32,10 @@ class Posting {
 /// the latest of the outermost commit. Elsewhere the same as `execute`.
 void postStatement(Database& database, const SqlText& sql, std::span<const Value> values);
 
-/// A select or a change whose outcome is wanted a little later: inside a transaction on a server it is sent along, and
-/// the first look at any outcome fetches all of them in one round trip. Elsewhere it runs at once. Either way it sees
-/// what stood in the tables when it was sent. Not to be kept longer than the transaction.
+/// A select or a change whose outcome is wanted a little later: on a server it is sent along, and the first look at any
+/// outcome fetches all of them in one round trip. Inside a transaction it sees what stood in the tables when it was
+/// sent, and is not to be kept longer than the transaction. Outside one a select sees what stands there at that first
+/// look, or when the connection's next transaction begins; a change runs at once. Without a server everything does.
 class Ahead {
  public:
   Ahead(Database& database, const SqlText& sql, std::span<const Value> values);

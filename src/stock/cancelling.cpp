@@ -18,7 +18,6 @@
 namespace jxc {
 namespace cancelling_detail {
 
-using trading::Effect;
 using trading::Rules;
 
 /// What a cancel needs of the head. No name is looked up: an employee or a partner that is gone from his list meanwhile
@@ -85,16 +84,16 @@ void reopenSourceLine(const Rules& rules, std::int64_t source) {
 
 void cancelStock(const Rules& rules, const Head& head) {
   bool fromSource = false;
-  for (Effect effect : trading::effectsOf(rules, head.number)) {
+  for (StockEffect effect : trading::effectsOf(rules, head.number)) {
     if (rules.reopenSource[0] && effect.source != 0) {
       fromSource = true;
       effect.physical = 0;
       reopenSourceLine(rules, effect.source);
     }
-    trading::applyToBalance(rules, effect, -1);
+    applyToBalance(effect, -1);
     replayLedger(effect.id, AnchorRow::Skip);
     if (rules.movesCost)
-      execSql(rules.goodsCancelled, effect.physical, trading::averageAfter(effect), effect.goods);
+      execSql(rules.goodsCancelled, effect.physical, averageOr(effect.goods, effect.price), effect.goods);
     else
       execSql(rules.goodsCancelled, effect.physical, effect.goods);
   }

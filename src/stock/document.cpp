@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/log.h"
 #include "core/numbers.h"
+#include "core/posting.h"
 #include "core/rights.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -114,9 +115,11 @@ std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number
       number, session().a_name));
 }
 
+Ahead askLineCount(const DocumentFamily& family, const QString& number) {
+  return sendAhead(compose("select count(*) from {} where {}=?", {family.lines, family.number}), number);
+}
 std::int64_t lineCount(const DocumentFamily& family, const QString& number) {
-  return static_cast<std::int64_t>(
-      lookupNumber(compose("select count(*) from {} where {}=?", {family.lines, family.number}), number));
+  return static_cast<std::int64_t>(askLineCount(family, number).number());
 }
 
 bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft) {

@@ -15,6 +15,8 @@
 
 namespace jxc {
 
+class Ahead;
+
 // ---- number of a document in the making --------------------------------------------------------------------------
 
 /// Number that a new document of this date shows.
@@ -36,6 +38,7 @@ std::int64_t draftLineCount(const DocumentFamily& family, const QString& number)
 std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number);
 /// Lines of the number whoever made them (a waiting document).
 std::int64_t lineCount(const DocumentFamily& family, const QString& number);
+Ahead askLineCount(const DocumentFamily& family, const QString& number);
 /// True when this goods stands on the document already (draft lines of this operator only when `draft`).
 bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft);
 void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId);

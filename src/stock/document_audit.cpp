@@ -114,8 +114,9 @@ AuditOutcome auditInside(const DocumentFamily& family, const QString& number, co
 AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Prompt& prompt,
                          const HeadChange& change) {
   using namespace document_audit_detail;
-  if (lineCount(family, number) == 0) return AuditOutcome::NoLines;
+  const Ahead lines = askLineCount(family, number);
   RowSet heads = headOf(family, number);
+  if (lines.number() == 0) return AuditOutcome::NoLines;
   if (heads.rowCount() > 1) {
     // What two operators saved under one number needs stock apart: settled first, and kept when the audit is refused.
     onDocument(number, u"审核", [&] { claimNumber(family, number); });
@@ -127,7 +128,8 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   const QString shortage = waiting ? askShortage(family, number, warehouse).words() : QString();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
   // An audit dialog asks about what it is going to write.
-  if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(number, prompt)) return AuditOutcome::Refused;
+  if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(heads.front(), prompt))
+    return AuditOutcome::Refused;
 
   QString changed;
   bool moved = false;

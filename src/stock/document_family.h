@@ -12,6 +12,7 @@
 namespace jxc {
 
 class Prompt;
+class Row;
 
 /// A right: group is a column of `jxc_role`, position counts from 1.
 struct Right {
@@ -56,8 +57,8 @@ struct DocumentFamily {
   std::u16string_view waitingHint;   // second sentence of the save question of a document that will wait
 
   std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
-  /// Asked before audit besides; null: nothing more. False: the operator said no.
-  bool (*mayAuditMore)(const QString& number, Prompt& prompt) = nullptr;
+  /// Asked of a waiting head before audit besides; null: nothing more. False: the operator said no.
+  bool (*mayAuditMore)(const Row& head, Prompt& prompt) = nullptr;
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
   bool redateRenewsNumber = false;  // a new date always takes a number of that date
   std::string_view onDelete;        // statement with one `?`, the number, run when a waiting document is deleted

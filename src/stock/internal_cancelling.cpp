@@ -6,14 +6,16 @@
 #include "stock/failing_command.h"
 #include "stock/internal_documents.h"
 #include "stock/ledger.h"
+#include "stock/stock_effect.h"
 #include "stock/stocktake.h"
-#include "stock/trading.h"
 
 namespace jxc {
 namespace internal_cancelling_detail {
 
+using internal_documents::askHead;
 using internal_documents::Head;
 using internal_documents::Master;
+using internal_documents::readHead;
 using internal_documents::Rules;
 
 QString shortageOf(const Rules& rules, const QString& number) {
@@ -41,8 +43,8 @@ void stockBack(const Rules& rules, const Head& head, const Row& row) {
             warehouse, goods);
   }
   if (rules.master == Master::StockAndCost)
-    execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", quantity,
-            trading::averageOr(goods, row.number("gl_dj")), goods);
+    execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", quantity, averageOr(goods, row.number("gl_dj")),
+            goods);
   else if (rules.master == Master::Stock)
     execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", quantity, goods);
   internal_documents::addToMonth(warehouse, head.month(), -quantity, -direction * row.number("gl_zje"));
@@ -54,10 +56,8 @@ void takeBack(const Rules& rules, const Head& head) {
   writeLog(words(family.cancelledLog) + number);
   execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
   ensureStockRows(head.month());
-  for (const Row row :
-       openSelect("select id,gl_djh,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl,gl_fdmc,id2 from jxc_goodslist "
-                  "where gl_djh=? order by id",
-                  number)) {
+  const RowSet rows = internal_documents::askLedger(number).rows();
+  for (const Row row : rows) {
     if (rules.rowCancelled) rules.rowCancelled(row);
     if (rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
     stockBack(rules, head, row);
@@ -81,7 +81,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   const Rules& rules = internal_documents::rulesOf(family);
   Head head;
   if (!hasCancelRight(family, prompt)) return false;
-  if (!internal_documents::readHead(family, number, head) || head.status != 1) return false;
+  if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
   if (rules.bindsChecker && !isFreeOfChecker(family, number, head.checker, prompt)) return false;
   if (!passesGate(number, head.date, prompt)) return false;
   const QString question = rules.overwrites ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
@@ -92,7 +92,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   QString changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
-    if (!internal_documents::readHead(family, number, head) || head.status != 1) return false;
+    if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
     const QString shortage = shortageOf(rules, number);
     if (rules.overwrites)
       changed = stock_count::movedSinceAudit(number);

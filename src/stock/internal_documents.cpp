@@ -2,15 +2,18 @@
 
 #include "core/clock.h"
 #include "core/log.h"
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/ledger_rows.h"
 #include "stock/posting.h"
-#include "stock/trading.h"
+#include "stock/stock_effect.h"
 
 #include <cmath>
+#include <map>
+#include <optional>
 #include <stdexcept>
 
 namespace jxc::internal_documents {
@@ -167,35 +170,46 @@ std::vector<Rules> makeRules() {
   };
 }
 
-/// What a row adds to the stock.
-double inflow(const Rules& rules, const Row& row) {
-  return rules.outwards ? -row.number("gl_sl") : row.number("gl_sl");
+/// What a row does to stock.
+StockEffect effectOf(const Rules& rules, const Row& row) {
+  const double quantity = row.number("gl_sl");
+  const double inflow = rules.outwards ? -quantity : quantity;
+  const double price = row.number("gl_dj");
+  return {.id = row.integer("id"),
+          .goods = row.text("g_sn"),
+          .warehouse = row.text("ck_sn"),
+          .date = row.text("gl_kdrq"),
+          .flag = row.text("gl_flag"),
+          .quantity = quantity,
+          .price = price,
+          .physical = inflow,
+          .book = inflow,
+          .firstCost = price,
+          .counted = rules.overwrites ? std::optional(row.number("gl_sysl")) : std::nullopt,
+          .movesCost = rules.master == Master::StockAndCost && inflow > 0};
 }
 
-void changeBalance(const Rules& rules, const Row& row) {
-  const double quantity = inflow(rules, row);
-  const QString warehouse = row.text("ck_sn");
-  const QString goods = row.text("g_sn");
-  if (rules.overwrites) {
-    const double counted = row.number("gl_sysl");
-    execSql("update jxc_kcsp set kc_sl=?,kc_zsl=? where g_sn=? and ck_sn=?", counted, counted, goods, warehouse);
-    return;
-  }
-  if (execSql("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?", quantity, quantity,
-              warehouse, goods) == 0)
-    execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,0,?,?,?)", quantity,
-            row.number("gl_dj"), goods, warehouse, quantity);
-}
-
-void changeMaster(const Rules& rules, const Row& row) {
-  if (rules.master == Master::None) return;
-  const double quantity = inflow(rules, row);
-  const QString goods = row.text("g_sn");
-  if (rules.master == Master::StockAndCost && quantity > 0)
-    execSql("update jxc_goods set g_kc=g_kc+(?),g_pjjj=? where g_sn=?", quantity,
-            trading::averageOr(goods, row.number("gl_dj")), goods);
+void changeMaster(const StockEffect& effect, std::optional<double> average) {
+  if (average)
+    postSql("update jxc_goods set g_kc=g_kc+(?),g_pjjj=? where g_sn=?", effect.physical, *average, effect.goods);
   else
-    execSql("update jxc_goods set g_kc=g_kc+(?) where g_sn=?", quantity, goods);
+    postSql("update jxc_goods set g_kc=g_kc+(?) where g_sn=?", effect.physical, effect.goods);
+}
+
+/// Adds to the month's figures of each warehouse what its rows bring.
+void addToMonths(const Rules& rules, const QString& month, const RowSet& rows) {
+  struct Change {
+    double quantity = 0, value = 0;
+  };
+  const int direction = rules.outwards ? -1 : 1;
+  std::map<QString, Change> changes;
+  for (const Row row : rows) {
+    Change& change = changes[row.text("ck_sn")];
+    change.quantity += direction * row.number("gl_sl");
+    change.value += direction * row.number("gl_zje");
+  }
+  for (const auto& [warehouse, change] : changes)
+    addToMonth(warehouse, month, change.quantity, change.value);
 }
 
 /// What the document made the stock worth more or less, as an expense or an income; no cash goes with it.
@@ -204,46 +218,48 @@ void bookDifference(const Rules& rules, const Head& head, double value) {
   const QString type = !rules.differenceType.empty() ? words(rules.differenceType)
                        : value < 0                   ? u"费用"_qs
                                                      : u"收入"_qs;
-  insertRow("jxc_yyfy", {{"gl_djh", head.number},
-                         {"fy_rq", head.date},
-                         {"fy_lx", type},
-                         {"fy_je", value},
-                         {"u_sn", head.salesperson},
-                         {"fy_note", words(rules.differenceWord) + head.number + u"成本差额"_qs},
-                         {"a_name", session().a_name},
-                         {"fy_sc", type},
-                         {"fy_flag", type == u"费用" ? u"1"_qs : u"2"_qs},
-                         {"de_sn", u"100001"_qs},
-                         {"fy_kmmc", u"现金"_qs},
-                         {"fy_chk", u"1"_qs}});
+  postRow("jxc_yyfy", {{"gl_djh", head.number},
+                       {"fy_rq", head.date},
+                       {"fy_lx", type},
+                       {"fy_je", value},
+                       {"u_sn", head.salesperson},
+                       {"fy_note", words(rules.differenceWord) + head.number + u"成本差额"_qs},
+                       {"a_name", session().a_name},
+                       {"fy_sc", type},
+                       {"fy_flag", type == u"费用" ? u"1"_qs : u"2"_qs},
+                       {"de_sn", u"100001"_qs},
+                       {"fy_kmmc", u"现金"_qs},
+                       {"fy_chk", u"1"_qs}});
 }
 
 void post(const DocumentFamily& family, const QString& number) {
   const Rules& rules = rulesOf(family);
-  Head head;
-  if (!readHead(family, number, head)) throw std::runtime_error("单据不存在。");
-  if (rules.markLines) execSql(rules.markLines, number);
+  const Ahead asked = askHead(family, number);
+  if (rules.markLines) postSql(rules.markLines, number);
   for (const std::string& insert : rules.inserts)
-    execSql(insert, session().a_name, clock::today(), number);
+    postSql(insert, session().a_name, clock::today(), number);
+  const Ahead lines = askLineCount(family, number);
+  const Ahead ledger = askLedger(number);
+  Head head;
+  if (!readHead(family, asked.rows(), head)) throw std::runtime_error("单据不存在。");
+  const RowSet& rows = ledger.rows();
+  // A count leaves lines without a difference out; elsewhere every line must have reached the ledger.
+  if (!rules.overwrites &&
+      rows.rowCount() != rules.rowsALine * static_cast<std::int64_t>(lines.number()) + rules.rowsOfHead)
+    throw std::runtime_error("单据中的商品、仓库、经办人或客户不存在。");
   ensureStockRows(head.month());
 
-  const RowSet rows = openSelect(
-      "select id,gl_djh,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl,gl_fdmc,id2 from jxc_goodslist where gl_djh=? order by "
-      "id",
-      number);
-  // A count leaves lines without a difference out; elsewhere every line must have reached the ledger.
-  if (!rules.overwrites && rows.rowCount() != rules.rowsALine * lineCount(family, number) + rules.rowsOfHead)
-    throw std::runtime_error("单据中的商品、仓库、经办人或客户不存在。");
+  std::vector<StockEffect> effects;
   double value = 0;
   for (const Row row : rows) {
     if (rules.rowPosted) rules.rowPosted(row);
-    changeBalance(rules, row);
-    changeMaster(rules, row);
-    const double amount = row.number("gl_zje");
-    addToMonth(row.text("ck_sn"), head.month(), inflow(rules, row), rules.outwards ? -amount : amount);
-    replayLedger(row.integer("id"));
-    value += amount;
+    effects.push_back(effectOf(rules, row));
+    value += row.number("gl_zje");
   }
+  postEffects(effects, MasterOrder::BeforeReplay, [&](const StockEffect& effect, std::optional<double> average) {
+    if (rules.master != Master::None) changeMaster(effect, average);
+  });
+  addToMonths(rules, head.month(), rows);
   if (!rules.auditLog.empty()) {
     const QString middle = rules.overwrites ? u"审核，共%1"_qs : u"，共%1"_qs;
     writeLog(words(rules.auditLog) + number + middle.arg(rows.rowCount() / rules.rowsALine) + words(rules.auditLogEnd));
@@ -261,12 +277,15 @@ const Rules& rulesOf(const DocumentFamily& family) {
   throw std::out_of_range("no document within the house: " + words(family.prefix).toStdString());
 }
 
-bool readHead(const DocumentFamily& family, const QString& number, Head& head) {
-  const RowSet rows = openSelect(
+Ahead askHead(const DocumentFamily& family, const QString& number) {
+  return sendAhead(
       compose("select * from {} where {}=? order by {} desc,id", {family.head, family.number, family.status}), number);
-  if (rows.isEmpty()) return false;
-  const Row row = rows.front();
-  head = {.number = number,
+}
+
+bool readHead(const DocumentFamily& family, const RowSet& asked, Head& head) {
+  if (asked.isEmpty()) return false;
+  const Row row = asked.front();
+  head = {.number = row.text(family.number),
           .date = row.text(family.date),
           .salesperson = row.text("u_sn"),
           .checker = row.text(family.checker),
@@ -274,8 +293,15 @@ bool readHead(const DocumentFamily& family, const QString& number, Head& head) {
   return true;
 }
 
+Ahead askLedger(const QString& number) {
+  return sendAhead(
+      "select id,gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_dj,gl_zje,gl_sysl,gl_fdmc,id2 from jxc_goodslist where "
+      "gl_djh=? order by id",
+      number);
+}
+
 void addToMonth(const QString& warehouse, const QString& month, double quantity, double value) {
-  execSql("update jxc_kcjs set js_sl=js_sl+(?),js_zje=js_zje+(?) where js_rq=? and ck_sn=?", quantity, value, month,
+  postSql("update jxc_kcjs set js_sl=js_sl+(?),js_zje=js_zje+(?) where js_rq=? and ck_sn=?", quantity, value, month,
           warehouse);
 }
 

@@ -2,7 +2,7 @@
 // one cancel routine.
 #pragma once
 
-#include "engine/row_set.h"
+#include "core/posting.h"
 #include "stock/document_family.h"
 
 #include <QString>
@@ -51,7 +51,12 @@ struct Head {
   int status = 0;
   QString month() const { return date.left(7); }
 };
-bool readHead(const DocumentFamily& family, const QString& number, Head& head);
+Ahead askHead(const DocumentFamily& family, const QString& number);
+/// Of what was asked; false: there is none.
+bool readHead(const DocumentFamily& family, const RowSet& asked, Head& head);
+
+/// The rows of a document in the stock ledger, in their order.
+Ahead askLedger(const QString& number);
 
 /// Values of customer loan and loan return, which stand in a file of their own.
 Rules loanRules();

@@ -1,5 +1,6 @@
 // 客户借货、还货过账: what loan and loan return do beyond stock, as values of stock/internal_documents.h.
 #include "core/log.h"
+#include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/internal_documents.h"
@@ -64,18 +65,18 @@ void bookRent(const Head& head, std::int64_t) {
                                       "group by jh_kmmc order by jh_kmmc",
                                       head.number)) {
     if (account.number("zzj") == 0) continue;
-    insertRow("jxc_yyfy", {{"gl_djh", head.number},
-                           {"fy_rq", head.date},
-                           {"fy_lx", u"收入"_qs},
-                           {"fy_je", account.number("zzj")},
-                           {"u_sn", head.salesperson},
-                           {"fy_note", u"还货单"_qs + head.number + u"产生的借货收入"_qs},
-                           {"a_name", session().a_name},
-                           {"fy_sc", u"收入"_qs},
-                           {"fy_flag", u"2"_qs},
-                           {"de_sn", u"100001"_qs},
-                           {"fy_kmmc", account.text("jh_kmmc")},
-                           {"fy_chk", u"1"_qs}});
+    postRow("jxc_yyfy", {{"gl_djh", head.number},
+                         {"fy_rq", head.date},
+                         {"fy_lx", u"收入"_qs},
+                         {"fy_je", account.number("zzj")},
+                         {"u_sn", head.salesperson},
+                         {"fy_note", u"还货单"_qs + head.number + u"产生的借货收入"_qs},
+                         {"a_name", session().a_name},
+                         {"fy_sc", u"收入"_qs},
+                         {"fy_flag", u"2"_qs},
+                         {"de_sn", u"100001"_qs},
+                         {"fy_kmmc", account.text("jh_kmmc")},
+                         {"fy_chk", u"1"_qs}});
   }
   writeLog(words(families::loanReturn.savedLog) + head.number + u"，共1种商品"_qs);  // whatever the number of lines
 }

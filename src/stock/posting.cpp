@@ -11,20 +11,15 @@
 #include "engine/number_text.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
-#include "stock/ledger_replay.h"
 #include "stock/trading.h"
 
-#include <algorithm>
 #include <optional>
-#include <set>
-#include <span>
 #include <stdexcept>
 #include <vector>
 
 namespace jxc {
 namespace posting_detail {
 
-using trading::Effect;
 using trading::Head;
 using trading::Rules;
 
@@ -49,7 +44,7 @@ double ledgerDue(const Head& head) {
   return head.settlement == 0 ? head.paid : head.due;
 }
 
-void postPartner(const Rules& rules, const Head& head, const Ahead& before) {
+void postPartner(const Rules& rules, const Head& head) {
   postRow("jxc_ysyfk", {{"k_ghskh", head.partner},
                         {"a_name", session().a_name},
                         {"u_sn", head.salesperson},
@@ -57,7 +52,7 @@ void postPartner(const Rules& rules, const Head& head, const Ahead& before) {
                         {"k_sfje", head.paid},
                         {"k_yhje", 0.0},
                         {"k_qcje", 0.0},
-                        {"k_ljje", before.number() + ledgerDue(head) - head.paid},
+                        {"k_ljje", 0.0},
                         {"k_yfje", ledgerDue(head)},
                         {"k_type", partnerTypeText(rules.side)},
                         {"k_djlx", words(rules.family->prefix)},
@@ -66,11 +61,9 @@ void postPartner(const Rules& rules, const Head& head, const Ahead& before) {
                         {"k_flag", 1},
                         {"k_rq", head.date},
                         {"gl_djh", head.number}});
-  recomputeYsyfk(head.partner, rules.side, head.date);
 }
 
 void postInvoice(const Rules& rules, const Head& head) {
-  const double before = fpBalanceAt(head.partner, rules.side, head.date);
   postRow("jxc_fpdjb", {{"fp_ghskh", head.partner},
                         {"a_name", session().a_name},
                         {"u_sn", head.salesperson},
@@ -78,7 +71,7 @@ void postInvoice(const Rules& rules, const Head& head) {
                         {"fp_sfje", head.paid},
                         {"fp_kpje", head.invoiced},
                         {"fp_qcje", 0.0},
-                        {"fp_ljje", before + ledgerDue(head) - head.invoiced},
+                        {"fp_ljje", 0.0},
                         {"fp_yfje", ledgerDue(head)},
                         {"fp_type", partnerTypeText(rules.side)},
                         {"fp_djlx", words(rules.family->prefix)},
@@ -91,7 +84,6 @@ void postInvoice(const Rules& rules, const Head& head) {
                         {"fp_checker", session().a_name},
                         {"fp_chkrq", clock::today()},
                         {"gl_djh", head.number}});
-  recomputeFp(head.partner, rules.side, head.date);
 }
 
 /// Freight or packing that we pay: an expense, and money out of the document's account. It never enters the cost of
@@ -114,80 +106,45 @@ void postCharge(const Rules& rules, const Head& head, const QString& type, doubl
   postCashLine(head, u"费用付款"_qs, -amount, note);
 }
 
-void postMoney(const Rules& rules, const Head& head) {
-  const Ahead partnerBefore = askYsyfkBalanceAt(head.partner, rules.side, head.date);
+/// Lines of cash, partner and invoices, and the balances that run along them: asked together with what stock asks next.
+std::vector<AskedBalance> postMoney(const Rules& rules, const Head& head) {
   postCashLine(head, words(rules.cashKind), rules.cashSign * head.paid, head.note);
-  recomputeXjyh(head.account, head.date);
-  postPartner(rules, head, partnerBefore);
-  if (strIsTrue(session().cs_kp)) postInvoice(rules, head);
   if (!rules.freightWord.empty() && head.freightPayer == u"我方付运费") {
     postCharge(rules, head, u"运费"_qs, head.freight);
     postCharge(rules, head, u"包装费"_qs, head.packing);
-    recomputeXjyh(head.account, head.date);
   }
+  postPartner(rules, head);
+  std::vector<AskedBalance> balances{askXjyh(head.account, head.date), askYsyfk(head.partner, rules.side, head.date)};
+  if (strIsTrue(session().cs_kp)) {
+    postInvoice(rules, head);
+    balances.push_back(askFp(head.partner, rules.side, head.date));
+  }
+  return balances;
 }
 
 /// Goods master after one row: stock, use counter, and for purchases price, supplier and average. The average cannot be
 /// below zero: it is an absolute value, or the price of the line.
-void postGoods(const Rules& rules, const Head& head, const Effect& effect, const std::optional<Ahead>& average) {
+void postGoods(const Rules& rules, const Head& head, const StockEffect& effect, std::optional<double> average) {
   if (!average)
     postSql(rules.goodsPosted, effect.physical, effect.goods);
   else if (rules.family == &families::purchaseReceipt)
-    postSql(rules.goodsPosted, effect.physical, effect.price, head.partner, trading::averageOr(*average, effect.price),
-            effect.goods);
+    postSql(rules.goodsPosted, effect.physical, effect.price, head.partner, *average, effect.goods);
   else
-    postSql(rules.goodsPosted, effect.physical, trading::averageOr(*average, effect.price), effect.goods);
+    postSql(rules.goodsPosted, effect.physical, *average, effect.goods);
 }
 
-/// What rows of different goods do to balance, ledger and master. They know nothing of each other, so that each step is
-/// taken for all of them before the next: on a server in one round trip.
-void postTogether(const Rules& rules, const Head& head, std::span<const Effect> effects) {
-  std::vector<Ahead> balances;
-  std::vector<LedgerReplay> replays;
-  std::vector<std::optional<Ahead>> averages;
-  for (const Effect& effect : effects)
-    balances.push_back(trading::changeBalance(rules, effect, 1));
-  for (const Effect& effect : effects)
-    replays.emplace_back(LedgerAnchor{effect.id, effect.goods, effect.warehouse, effect.date, effect.flag});
-  for (LedgerReplay& replay : replays)
-    replay.askMissing();
-  for (std::size_t i = 0; i < effects.size(); ++i) {
-    if (balances[i].changed() == 0) trading::makeBalance(rules, effects[i], 1);
-    replays[i].write();
-    averages.push_back(rules.movesCost ? std::optional(askGoodsAvgCost(effects[i].goods)) : std::nullopt);
-  }
-  for (std::size_t i = 0; i < effects.size(); ++i)
-    postGoods(rules, head, effects[i], averages[i]);
-}
-
-/// How many of the first rows stand on different goods; not too many, because their later rows are held in memory.
-std::size_t differentGoods(std::span<const Effect> effects) {
-  constexpr std::size_t most = 50;
-  std::set<QString> met;
-  std::size_t count = 0;
-  while (count < std::min(effects.size(), most) && met.insert(effects[count].goods).second)
-    ++count;
-  return count;
-}
-
-void postStock(const Rules& rules, const Head& head) {
+/// Writes the rows of the stock ledger and asks what they do to stock.
+struct LedgerRows {
+  Ahead written, lines, effects;
+};
+LedgerRows writeLedger(const Rules& rules, const QString& number) {
   const bool movesNow = !rules.movesLater || !rules.movesLater();
-  if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], head.number);
-  if (rules.markLines[1]) postSql(rules.markLines[1], head.number);
-  const Ahead rows = sendAhead(rules.insertLedger, session().a_name, clock::today(), head.number);
-  const Ahead lines = sendAhead(
-      compose("select count(*) from {} where {}=?", {rules.family->lines, rules.family->number}), head.number);
-  if (rows.changed() != lines.rows().integer(0, 0)) throw std::runtime_error("单据中的商品在商品资料中不存在。");
-  if (rules.afterLedger) postSql(rules.afterLedger, head.number);
-
-  const std::vector<Effect> effects = trading::effectsOf(rules, head.number);
-  for (std::span<const Effect> rest(effects); !rest.empty();) {
-    const std::size_t count = differentGoods(rest);
-    postTogether(rules, head, rest.first(count));
-    rest = rest.subspan(count);
-  }
-  writeLog(words(rules.auditLog) + head.number + u"，共%1种商品"_qs.arg(effects.size()));
-  refreshMonthStock(head.warehouse, head.month());
+  if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], number);
+  if (rules.markLines[1]) postSql(rules.markLines[1], number);
+  const Ahead written = sendAhead(rules.insertLedger, session().a_name, clock::today(), number);
+  const Ahead lines = askLineCount(*rules.family, number);
+  if (rules.afterLedger) postSql(rules.afterLedger, number);
+  return {written, lines, trading::askEffects(rules, number)};
 }
 
 /// The balancing line tells the difference between paid and due, whoever changed one of them since it was made. What is
@@ -199,15 +156,26 @@ void renewBalancing(const Rules& rules, const Head& head) {
   renewBalancingLine(*lines, rules.family->number, head.number, settled ? toSixDecimals(head.paid - head.due) : 0);
 }
 
-/// Everything that audit of a trading document writes, in the order in which the books have always been written.
+/// Everything that audit of a trading document writes. What needs the answer to a question stands behind all questions
+/// that may travel with it: on a server every answer that is waited for is a round trip.
 /// Inside the caller's transaction, without a savepoint of its own: below a savepoint SQLite keeps a copy of every page
 /// that a statement changes, and what a statement costs grows with the document.
 void post(const Rules& rules, const QString& number) {
   Head head;
   if (!trading::readHead(rules, number, head)) throw std::runtime_error("单据的往来单位、仓库或经办人不存在。");
   renewBalancing(rules, head);
-  postMoney(rules, head);
-  postStock(rules, head);
+  const LedgerRows ledger = writeLedger(rules, number);
+  const std::vector<AskedBalance> balances = postMoney(rules, head);
+  if (ledger.written.changed() != static_cast<std::int64_t>(ledger.lines.number()))
+    throw std::runtime_error("单据中的商品在商品资料中不存在。");
+  const std::vector<StockEffect> effects = trading::effectsIn(rules, ledger.effects.rows());
+  postEffects(effects, MasterOrder::AfterReplay, [&](const StockEffect& effect, std::optional<double> average) {
+    postGoods(rules, head, effect, average);
+  });
+  for (const AskedBalance& balance : balances)
+    balance.carry();
+  writeLog(words(rules.auditLog) + head.number + u"，共%1种商品"_qs.arg(effects.size()));
+  refreshMonthStock(head.warehouse, head.month());
   if (rules.bumpEmployee) rules.bumpEmployee(head.salesperson);
 }
 

@@ -19,12 +19,9 @@ bool mayGoOnAccount(const QString& customer, double open, Prompt& prompt) {
                     u"，\r\n\r\n不足以支付本单的金额。\r\n\r\n继续保存吗？"_qs);
 }
 
-bool mayAuditOnAccount(const QString& number, Prompt& prompt) {
-  const RowSet heads = openSelect(
-      "select kh_sn,ls_yfje,ls_sfje from jxc_lsxsd where ls_jsfs=1 and ls_status=0 and gl_djh=? order by id", number);
-  if (heads.isEmpty()) return true;
-  const Row head = heads.front();
-  return mayGoOnAccount(head.text("kh_sn"), head.number("ls_yfje") - head.number("ls_sfje"), prompt);
+bool mayAuditOnAccount(const Row& head, Prompt& prompt) {
+  const bool onAccount = head.integer("ls_jsfs") == 1;
+  return !onAccount || mayGoOnAccount(head.text("kh_sn"), head.number("ls_yfje") - head.number("ls_sfje"), prompt);
 }
 
 }  // namespace jxc

@@ -7,10 +7,11 @@
 namespace jxc {
 
 class Prompt;
+class Row;
 
 /// A sale leaves `open` yuan on the customer's account. True: his prepayment covers it, or the operator goes on.
 bool mayGoOnAccount(const QString& customer, double open, Prompt& prompt);
 /// The same for a waiting sale as its head stands, before it is audited.
-bool mayAuditOnAccount(const QString& number, Prompt& prompt);
+bool mayAuditOnAccount(const Row& head, Prompt& prompt);
 
 }  // namespace jxc

@@ -5,7 +5,6 @@
 #include "core/small_lookups.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "stock/ledger_replay.h"
 #include "stock/ledger_rows.h"
 
 namespace jxc::trading {
@@ -257,9 +256,16 @@ bool readHead(const Rules& rules, const QString& number, Head& head) {
   return true;
 }
 
-std::vector<Effect> effectsOf(const Rules& rules, const QString& number) {
-  const RowSet rows = openSelect(rules.effectRows, number);
-  std::vector<Effect> effects;
+std::vector<StockEffect> effectsOf(const Rules& rules, const QString& number) {
+  return effectsIn(rules, askEffects(rules, number).rows());
+}
+
+Ahead askEffects(const Rules& rules, const QString& number) {
+  return sendAhead(rules.effectRows, number);
+}
+
+std::vector<StockEffect> effectsIn(const Rules& rules, const RowSet& rows) {
+  std::vector<StockEffect> effects;
   effects.reserve(static_cast<std::size_t>(rows.rowCount()));
   const int direction = rules.outwards ? -1 : 1;
   for (const Row row : rows) {
@@ -271,47 +277,14 @@ std::vector<Effect> effectsOf(const Rules& rules, const QString& number) {
                        .flag = row.text("gl_flag"),
                        .quantity = quantity,
                        .price = row.number("gl_dj"),
-                       .cost = row.number("gl_cbj"),
-                       .source = row.integer("id2"),
                        .physical = direction * row.number("moved"),
                        .book = direction * quantity,
-                       .sold = rules.outwards ? quantity : 0});
+                       .sold = rules.outwards ? quantity : 0,
+                       .firstCost = row.number(rules.outwards ? "gl_cbj" : "gl_dj"),
+                       .movesCost = rules.movesCost,
+                       .source = row.integer("id2")});
   }
   return effects;
-}
-
-Ahead changeBalance(const Rules& rules, const Effect& effect, int sign) {
-  const double physical = sign * effect.physical;
-  const double book = sign * effect.book;
-  if (rules.outwards)
-    return sendAhead(
-        "update jxc_kcsp set kc_xssl=kc_xssl+(?),kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?",
-        sign * effect.sold, physical, book, effect.warehouse, effect.goods);
-  return sendAhead("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?", physical, book,
-                   effect.warehouse, effect.goods);
-}
-
-void makeBalance(const Rules& rules, const Effect& effect, int sign) {
-  postSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,?,?,?,?)", sign * effect.physical,
-          rules.outwards ? effect.cost : effect.price, sign * effect.sold, effect.goods, effect.warehouse,
-          sign * effect.book);
-}
-
-void applyToBalance(const Rules& rules, const Effect& effect, int sign) {
-  if (changeBalance(rules, effect, sign).changed() == 0) makeBalance(rules, effect, sign);
-}
-
-double averageOr(const QString& goods, double price) {
-  return averageOr(askGoodsAvgCost(goods), price);
-}
-
-double averageOr(const Ahead& asked, double price) {
-  const double average = asked.number();
-  return average == -1 ? price : average;
-}
-
-double averageAfter(const Effect& effect) {
-  return averageOr(effect.goods, effect.price);
 }
 
 }  // namespace jxc::trading

@@ -6,6 +6,7 @@
 #include "members/member_ledger.h"
 #include "stock/document_family.h"
 #include "stock/line_amounts.h"
+#include "stock/stock_effect.h"
 
 #include <QString>
 
@@ -71,28 +72,10 @@ struct Head {
 /// False: there is no such head, or a name is missing.
 bool readHead(const Rules& rules, const QString& number, Head& head);
 
-/// One ledger row of the document and what it does to stock.
-struct Effect {
-  std::int64_t id;
-  QString goods, warehouse, date, flag;
-  double quantity;  // gl_sl as stored
-  double price, cost;
-  std::int64_t source;  // id2
-  double physical;      // change of kc_sl and g_kc
-  double book;          // change of kc_zsl
-  double sold;          // change of kc_xssl
-};
-std::vector<Effect> effectsOf(const Rules& rules, const QString& number);
-
-/// Changes the balance of a goods in a warehouse by an effect, or by its opposite (sign −1); a missing balance is made.
-void applyToBalance(const Rules& rules, const Effect& effect, int sign);
-/// The same in its two steps; the second when the first changed nothing.
-Ahead changeBalance(const Rules& rules, const Effect& effect, int sign);
-void makeBalance(const Rules& rules, const Effect& effect, int sign);
-/// The goods' average after stock changed: over all warehouses, or the line's price when there is no stock left.
-double averageAfter(const Effect& effect);
-/// The same for a goods and a price.
-double averageOr(const QString& goods, double price);
-double averageOr(const Ahead& asked, double price);
+/// What the ledger rows of a document do to stock, in the order of the rows.
+std::vector<StockEffect> effectsOf(const Rules& rules, const QString& number);
+/// The same in two steps.
+Ahead askEffects(const Rules& rules, const QString& number);
+std::vector<StockEffect> effectsIn(const Rules& rules, const RowSet& rows);
 
 }  // namespace jxc::trading

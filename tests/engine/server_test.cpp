@@ -79,7 +79,23 @@ TEST_F(ServerTest, WhatIsSentAheadSeesWhatStoodThereWhenItWasSent) {
     t.commit();
   }
   EXPECT_EQ(late->number(), 1) << "it came with the commit";
-  EXPECT_EQ(count().number(), 1) << "outside a transaction it is asked at once";
+
+  // Outside a transaction questions travel together too, before anything that this station does next.
+  const std::int64_t trips = db->posting()->roundTrips();
+  {
+    const Ahead first = count();
+    const Ahead second(*db, "select n from till", {});
+    EXPECT_EQ(first.number(), 1);
+    EXPECT_EQ(second.number(), 1);
+  }
+  EXPECT_EQ(db->posting()->roundTrips(), trips + 1);
+  const Ahead before = count();
+  const Ahead wrong(*db, "select 1/(n-1) from till", {});
+  EXPECT_EQ(failureOf([&] { before.number(); }).kind(), Kind::Arithmetic) << "whoever looks hears of it";
+  EXPECT_EQ(before.number(), 1);
+  const Ahead old = count();
+  db->execute("delete from till");
+  EXPECT_EQ(old.number(), 1);
 }
 
 TEST_F(ServerTest, WholeNumbersAreFoundByTheirIndexWhateverTheyAreComparedWith) {

@@ -3,6 +3,7 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/settling.h"
+#include "engine/posting.h"
 #include "stock/shop.h"
 
 #include <functional>
@@ -383,6 +384,61 @@ TEST_F(PostingTest, AFailureInTheMiddleLeavesNothing) {
   execSql("update jxc_jhd set u_sn='100099' where j_sn=?", number);
   EXPECT_THROW(audit(number), std::runtime_error);
   expectUnposted(purchaseReceipt, number);
+}
+
+TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
+  const Posting* const server = accountDb().posting();
+  if (!server) GTEST_SKIP() << "no server";
+  setParameter("cs_kp", 1);
+  setParameter("cs_cs001", 1);
+  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+  std::vector<Line> lines;
+  for (int i = 0; i < 40; ++i) {
+    lines.push_back({u"T%1"_qs.arg(i), 2, 5});
+    addGoods(lines.back().goods, 4);
+  }
+  const QString date = "2021-05-03";
+  for (int i = 0; i < 5; ++i)
+    receive("2021-05-02", lines);
+
+  // The first document of a kind makes the server know its statements and tables.
+  const auto expectTrips = [&](std::int64_t most, const std::function<QString()>& make) {
+    EXPECT_EQ(audit(make()), AuditOutcome::Audited);
+    const QString number = make();
+    const std::int64_t before = server->roundTrips();
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    EXPECT_LE(server->roundTrips() - before, most) << number.toStdString();
+  };
+  expectTrips(8, [&] { return save(draftReceipt(date, lines)); });
+  expectTrips(9, [&] { return waitingReturn(purchaseReturn, date, lines); });
+  expectTrips(8, [&] { return waitingSale(date, lines, 100, 0); });
+  expectTrips(8, [&] { return waitingReturn(saleReturn, date, lines); });
+
+  struct Inside {
+    const DocumentFamily* family;
+    const char *head, *line;
+  };
+  for (const Inside& kind : std::initializer_list<Inside>{
+           {&transfer, "update jxc_kcdbd set ck_out='100001',ck_in='100002' where gl_djh=?",
+            "insert into jxc_dbsp (gl_djh,g_sn,a_name,db_sl,db_dj) values (?,?,'admin',1,5)"},
+           {&loss, "update jxc_bsd set ck_sn='100001' where gl_djh=?",
+            "insert into jxc_bssp (gl_djh,g_sn,a_name,bs_sl,bs_dj,bs_zje) values (?,?,'admin',1,5,5)"},
+           {&overflow, "update jxc_byd set ck_sn='100001' where gl_djh=?",
+            "insert into jxc_bysp (gl_djh,g_sn,a_name,by_sl,by_dj,by_zje) values (?,?,'admin',1,5,5)"},
+           {&split, "update jxc_cfd set ck_sn='100001',g_sn='A',cf_sl=1,cf_cbj=5 where gl_djh=?",
+            "insert into jxc_cfsp (gl_djh,g_sn,a_name,cf_sl,cf_dj,cf_zje,ck_sn) values (?,?,'admin',1,5,5,'100001')"},
+           {&bundle, "update jxc_kbd set ck_sn='100001',g_sn='A',kb_sl=1,kb_cbj=5 where gl_djh=?",
+            "insert into jxc_kbsp (gl_djh,g_sn,a_name,kb_sl,kb_dj,kb_zje,ck_sn) values (?,?,'admin',1,5,5,'100001')"},
+           {&stocktake, "update jxc_kcpd set ck_sn='100001' where gl_djh=?",
+            "insert into jxc_kcpdsp (gl_djh,g_sn,a_name,pd_sl,kc_sl,kc_zsl,pd_dj,pd_zje) "
+            "values (?,?,'admin',9,1,1,5,40)"}})
+    expectTrips(9, [&] {
+      const QString number = test::waitingDocument(*kind.family, date, {{"u_sn", "100001"}}, {});
+      execSql(kind.head, number);
+      for (const Line& line : lines)
+        execSql(kind.line, number, line.goods);
+      return number;
+    });
 }
 
 TEST_F(PostingTest, RandomWalkKeepsTheBooks) {

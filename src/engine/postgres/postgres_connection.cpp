@@ -118,6 +118,7 @@ void PostgresDatabase::openLevels() {
 
 void PostgresDatabase::begin() {
   requireLive("begin");
+  if (depth_ == 0 && !questions_.empty()) askQuestions();
   if (depth_ >= postgres_connection_detail::deepest)
     throw DbError(DbError::Kind::Other, QStringLiteral("事务嵌套过深。"));
   ++depth_;

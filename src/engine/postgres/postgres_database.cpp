@@ -175,6 +175,7 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   using namespace postgres_database_detail;
   std::vector<ResultHandle> results;
   const std::string text = sent_.empty() ? std::string() : sent_.back().text;
+  ++trips_;
   try {
     results = link_->exchange();
   } catch (const LinkLost&) {
@@ -346,6 +347,11 @@ std::shared_ptr<const Outcome> PostgresDatabase::sendAhead(const SqlText& sql, s
   auto outcome = std::make_shared<Outcome>();
   Statement& statement = statementFor(text);
   const bool isSelect = statement.plan.kind == jet::Plan::Kind::Select;
+  if (depth_ == 0 && isSelect) {
+    requireValues(statement.plan, values, text);
+    questions_.push_back({std::string(text), {values.begin(), values.end()}, outcome});
+    return outcome;
+  }
   if (depth_ == 0 || statement.steps.size() != 1 || (!isSelect && statement.plan.kind != jet::Plan::Kind::Change)) {
     if (isSelect)
       outcome->rows = select(sql, values);
@@ -364,7 +370,38 @@ std::shared_ptr<const Outcome> PostgresDatabase::sendAhead(const SqlText& sql, s
 
 void PostgresDatabase::collect() {
   requireLive("collect");
-  if (!sent_.empty()) exchange();
+  if (depth_ == 0)
+    askQuestions();
+  else if (!sent_.empty())
+    exchange();
+}
+
+/// All in one trip. When one of them fails, each is asked by itself: that mends what can be mended, and tells which.
+void PostgresDatabase::askQuestions() {
+  std::vector<Question> questions = std::exchange(questions_, {});
+  std::erase_if(questions, [](const Question& question) { return question.outcome.use_count() == 1; });
+  const auto ask = [&] {
+    for (const Question& question : questions) {
+      Statement& statement = statementFor(question.text);
+      queue(statement, statement.steps.front(), question.values, Sent::What::Ahead);
+      sent_.back().outcome = question.outcome;
+      sent_.back().names = statement.names;
+    }
+    exchange();
+  };
+  if (questions.size() > 1) {
+    try {
+      if (!options_.trial) return ask();
+      Transaction own(*this);
+      ask();
+      return own.commit();
+    } catch (const DbError&) {
+    }
+  }
+  for (const Question& question : questions) {
+    question.outcome->rows = select(question.text, question.values);
+    question.outcome->there = true;
+  }
 }
 
 std::int64_t PostgresDatabase::lastCounter() const {

@@ -36,6 +36,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void post(const SqlText& sql, std::span<const Value> values) override;
   std::shared_ptr<const Outcome> sendAhead(const SqlText& sql, std::span<const Value> values) override;
   void collect() override;
+  std::int64_t roundTrips() const override { return trips_; }
   Posting* posting() override { return this; }
   void check(const SqlText& sql) override;
   std::int64_t lastCounter() const override;
@@ -77,6 +78,13 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
     std::shared_ptr<const ColumnNames> names;
   };
 
+  /// A select that was sent ahead outside a transaction.
+  struct Question {
+    std::string text;
+    std::vector<Value> values;
+    std::shared_ptr<Outcome> outcome;
+  };
+
   // statements
   Statement& statementFor(std::string_view text);
   std::unique_ptr<Statement> translate(std::string_view text);
@@ -100,6 +108,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void requireLive(std::string_view text) const;
 
   // reading and writing
+  void askQuestions();
   ResultHandle readResult(std::string_view text, std::span<const Value> values,
                           std::shared_ptr<const ColumnNames>* names);
   RowSet rowsOf(const PGresult* result, std::shared_ptr<const ColumnNames> names) const;
@@ -120,6 +129,8 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   Arguments arguments_;
   std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> statements_;
   std::vector<Sent> sent_;
+  std::vector<Question> questions_;
+  std::int64_t trips_ = 0;
   std::string station_;                  // this connection's name for the server, however often it is made again
   std::int64_t command_ = 0;             // the number of its last command
   std::vector<std::string> savepoints_;  // of the inner levels that the server knows
