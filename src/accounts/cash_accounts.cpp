@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/document_family.h"
 
 #include <array>
 
@@ -15,14 +16,21 @@ namespace cash_accounts_detail {
 
 const QString till = QStringLiteral("现金");
 
-/// Everything that names an account: waiting documents would otherwise be posted to one that is no longer there.
+/// What names an account beside the heads of documents.
 constexpr std::array kRenames{
     "update jxc_xjyh set xj_kmmc=? where xj_kmmc=?",   "update jxc_ysyfk_dj set k_fkfs=? where k_fkfs=?",
-    "update jxc_ysyfk set k_fkfs=? where k_fkfs=?",    "update jxc_jhd set j_kmmc=? where j_kmmc=?",
-    "update jxc_thd set th_kmmc=? where th_kmmc=?",    "update jxc_lsxsd set ls_kmmc=? where ls_kmmc=?",
-    "update jxc_xsthd set th_kmmc=? where th_kmmc=?",  "update jxc_yyfy set fy_kmmc=? where fy_kmmc=?",
+    "update jxc_ysyfk set k_fkfs=? where k_fkfs=?",    "update jxc_yyfy set fy_kmmc=? where fy_kmmc=?",
     "update jxc_khjhsp set jh_kmmc=? where jh_kmmc=?",
 };
+
+/// Everything that names it: waiting documents would otherwise be posted to one that is no longer there.
+void renameEverywhere(const QString& from, const QString& to) {
+  for (const char* rename : kRenames)
+    execSql(rename, to, from);
+  for (const DocumentFamily& family : documentFamilies())
+    if (!family.account.empty())
+      execSql(compose("update {} set {}=? where {}=?", {family.head, family.account, family.account}), to, from);
+}
 
 QString refusal(const AccountDraft& draft) {
   if (draft.name.isEmpty()) return QStringLiteral("账户名称必须填写！");
@@ -62,8 +70,7 @@ void insertAccount(const AccountDraft& draft) {
 void changeAccount(const AccountDraft& draft, const AccountDraft& before) {
   updateRow("jxc_yhzh", draft.id, {{"yh_type", draft.type}, {"yh_name", draft.name}, {"yh_note", draft.note}});
   if (draft.name != before.name) {
-    for (const char* rename : kRenames)
-      execSql(rename, draft.name, before.name);
+    renameEverywhere(before.name, draft.name);
     execSql("update jxc_xjyh set xj_note=? where xj_kmmc=? and xj_dlx='期初金额' and xj_note=?",
             openingNote(draft.name), draft.name, openingNote(before.name));
   }

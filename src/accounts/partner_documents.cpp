@@ -10,13 +10,10 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
+#include "stock/document_family.h"
 
 namespace jxc::partner_books {
 namespace partner_documents_detail {
-
-bool isCustomer(const PartnerSide& side) {
-  return &side == &customerSide;
-}
 
 /// "增加收款，客户：张三，金额：98".
 void logDocument(const PartnerSide& side, const QString& what, const QString& partner, double amount) {
@@ -104,20 +101,16 @@ std::optional<QString> change(const PartnerSide& side, Kind kind, const Draft& d
 
 /// The receipts screen asks with the words of the receivables one, as its operators know it.
 QString deleteQuestion(const PartnerSide& side, Kind kind) {
-  const bool receipt = kind == Kind::Payment && isCustomer(side);
+  const bool receipt = kind == Kind::Payment && side.isCustomer();
   return u"您确定要删除该"_qs + wordOf(side, receipt ? Kind::Due : kind) + u"信息吗！"_qs;
 }
 
 /// A deleted payment no longer counts as collected on its sale or purchase. Returns keep what was settled on them.
 void takeOffDocument(const PartnerSide& side, double paid, const QString& document) {
-  if (isCustomer(side)) {
-    execSql("update jxc_lsxsd set ls_hkje=ls_hkje-(?) where gl_djh=?", paid, document);
-    execSql("update jxc_lsxsd set ls_hkje=0 where ls_hkje<0 and gl_djh=?", document);
-    writeLog(QStringLiteral("审核收款，"));  // the words under which the log viewer finds deleted receipts
-  } else {
-    execSql("update jxc_jhd set j_hkje=j_hkje-(?) where j_sn=?", paid, document);
-    execSql("update jxc_jhd set j_hkje=0 where j_hkje<0 and j_sn=?", document);
-  }
+  const DocumentFamily& f = side.isCustomer() ? families::sale : families::purchaseReceipt;
+  execSql(compose("update {} set {}={}-(?) where {}=?", {f.head, f.collected, f.collected, f.number}), paid, document);
+  execSql(compose("update {} set {}=0 where {}<0 and {}=?", {f.head, f.collected, f.collected, f.number}), document);
+  if (side.isCustomer()) writeLog(QStringLiteral("审核收款，"));  // under these words the log viewer finds deleted ones
 }
 
 bool isWaiting(const QString& number) {
@@ -144,7 +137,7 @@ QString prefixOf(const PartnerSide& side, Kind kind) {
 }
 
 PartnerType typeOf(const PartnerSide& side) {
-  return partner_documents_detail::isCustomer(side) ? PartnerType::Customer : PartnerType::Supplier;
+  return side.which;
 }
 
 bool isPartnerChosen(const PartnerSide& side, const QString& partner, Prompt& prompt) {
@@ -249,7 +242,7 @@ bool unCheck(const PartnerSide& side, Kind kind, const QString& number, Prompt& 
   const Row document = rows.front();
   takeBackDocument(side, kind, document);
   QString what = u"取消审核"_qs + word;
-  if (kind == Kind::Payment && detail::isCustomer(side)) what += u"，单据号："_qs + number;
+  if (kind == Kind::Payment && side.isCustomer()) what += u"，单据号："_qs + number;
   detail::logDocument(side, what, document.text("k_ghskh"), document.number(kind == Kind::Due ? "k_yfje" : "k_sfje"));
   transaction.commit();
   return true;

@@ -5,59 +5,39 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
+#include "stock/document_family.h"
 
-#include <array>
+#include <string>
 
 namespace jxc::partner_books {
 namespace settling_detail {
 
-/// A kind of document that can be settled: where its sums stand.
-struct Settled {
-  const PartnerSide* side;
-  const char16_t* prefix;
-  bool isReturn;
-  const char* head;     // partner, due, paid, collected, account, employee, note of a number
-  const char* open;     // what is still open, by number
-  const char* collect;  // amount, note, number
-};
-constexpr std::array kSettled{
-    Settled{&customerSide, u"XS", false,
-            "select kh_sn as partner,ls_yfje as due,ls_sfje as paid,ls_hkje as collected,ls_kmmc as account,u_sn,"
-            "ls_note as note from jxc_lsxsd where gl_djh=?",
-            "select ls_yfje-ls_sfje-ls_yhje-ls_hkje from jxc_lsxsd where gl_djh=?",
-            "update jxc_lsxsd set ls_hkje=ls_hkje+(?),ls_note=? where gl_djh=?"},
-    Settled{&customerSide, u"XT", true,
-            "select kh_sn as partner,th_yfje as due,th_sfje as paid,th_hkje as collected,th_kmmc as account,u_sn,"
-            "th_note as note from jxc_xsthd where gl_djh=?",
-            "select th_yfje-th_sfje-th_hkje from jxc_xsthd where gl_djh=?",
-            "update jxc_xsthd set th_hkje=th_hkje+(?),th_note=? where gl_djh=?"},
-    Settled{&supplierSide, u"CJ", false,
-            "select ghs_sn as partner,j_yfje as due,j_sfje as paid,j_hkje as collected,j_kmmc as account,u_sn,"
-            "j_note as note from jxc_jhd where j_sn=?",
-            "select j_yfje-j_sfje-j_yhje-j_hkje from jxc_jhd where j_sn=?",
-            "update jxc_jhd set j_hkje=j_hkje+(?),j_note=? where j_sn=?"},
-    Settled{&supplierSide, u"CT", true,
-            "select ghs_sn as partner,th_yfje as due,th_sfje as paid,th_hkje as collected,th_kmmc as account,u_sn,"
-            "th_note as note from jxc_thd where gl_djh=?",
-            "select th_yfje-th_sfje-th_hkje from jxc_thd where gl_djh=?",
-            "update jxc_thd set th_hkje=th_hkje+(?),th_note=? where gl_djh=?"},
-};
+/// The family of a document that can be settled with this side; null: it is none.
+const DocumentFamily* settledFamily(const PartnerSide& side, const QString& number) {
+  const DocumentFamily* const family = findFamily(number);
+  return family && family->hasMoney() && family->side == side.which ? family : nullptr;
+}
 
-const Settled* settledKind(const PartnerSide& side, const QString& number) {
-  for (const Settled& each : kSettled)
-    if (each.side == &side && number.startsWith(words(each.prefix))) return &each;
-  return nullptr;
+RowSet headOf(const DocumentFamily& family, const QString& number) {
+  return openSelect(compose("select {} as partner,{} as due,{} as paid,{} as collected,{} as account,u_sn,{} as note "
+                            "from {} where {}=?",
+                            {family.partner, family.due, family.paid, family.collected, family.account, family.note,
+                             family.head, family.number}),
+                    number);
 }
 
 /// Returns hold negative amounts. Their open sum has to be positive all the same: one is settled here only once more
 /// was given back than was due. Settling an ordinary return is the business of the return itself.
-bool leavesOpen(const Settled& kind, const OverviewLine& line) {
-  const bool lineOpen = kind.isReturn ? line.paid > line.due : line.paid < line.due;
-  return lineOpen && lookupNumber(kind.open, line.number) > 0;
+bool leavesOpen(const DocumentFamily& family, const OverviewLine& line) {
+  const bool lineOpen = family.headSign < 0 ? line.paid > line.due : line.paid < line.due;
+  const std::string discount = family.discount.empty() ? std::string() : compose("-{}", {family.discount});
+  return lineOpen && lookupNumber(compose("select {}-{}-{}", {family.due, family.paid, family.collected}) + discount +
+                                      compose(" from {} where {}=?", {family.head, family.number}),
+                                  line.number) > 0;
 }
 
 QString kindsWords(const PartnerSide& side) {
-  return &side == &customerSide ? QStringLiteral("销售单或退货单") : QStringLiteral("采购单或采购退货单");
+  return side.isCustomer() ? QStringLiteral("销售单或退货单") : QStringLiteral("采购单或采购退货单");
 }
 
 /// The sentence that the document's note gets.
@@ -74,16 +54,16 @@ QString noteSentence(const PartnerSide& side, const SettlementDraft& draft, cons
 std::optional<Settlement> openSettlement(const PartnerSide& side, const OverviewLine& line, Prompt& prompt) {
   namespace detail = settling_detail;
   const QString word = words(side.paymentWord);
-  const detail::Settled* kind = detail::settledKind(side, line.number);
-  if (!kind) {
+  const DocumentFamily* const family = detail::settledFamily(side, line.number);
+  if (!family) {
     prompt.notice(u"只能对"_qs + detail::kindsWords(side) + u"进行"_qs + word + u"！"_qs);
     return {};
   }
-  if (!detail::leavesOpen(*kind, line)) {
+  if (!detail::leavesOpen(*family, line)) {
     prompt.notice(u"该单据不欠款，不需要"_qs + word + u"！"_qs);
     return {};
   }
-  const RowSet rows = openSelect(kind->head, line.number);
+  const RowSet rows = detail::headOf(*family, line.number);
   if (rows.isEmpty()) return {};
   const Row head = rows.front();
   Settlement settlement{.number = line.number,
@@ -95,14 +75,14 @@ std::optional<Settlement> openSettlement(const PartnerSide& side, const Overview
                         .account = head.text("account"),
                         .employee = head.text("u_sn")};
   settlement.proposed = settlement.due - settlement.paid - settlement.collected;
-  settlement.balance = ysyfkBalanceNow(settlement.partner, typeOf(side));
+  settlement.balance = ysyfkBalanceNow(settlement.partner, side.which);
   return settlement;
 }
 
 bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Prompt& prompt) {
   namespace detail = settling_detail;
-  const detail::Settled* kind = detail::settledKind(side, typed.number);
-  if (!kind) return false;
+  const DocumentFamily* const family = detail::settledFamily(side, typed.number);
+  if (!family) return false;
   if (typed.amount == 0) {
     prompt.notice(QStringLiteral("收款不能为0！"));  // one form for both sides, with the customers' words
     return false;
@@ -115,7 +95,7 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
   draft.note = sanitizeText(typed.note.trimmed());
 
   Transaction transaction(accountDb());
-  const RowSet rows = openSelect(kind->head, draft.number);
+  const RowSet rows = detail::headOf(*family, draft.number);
   if (rows.isEmpty()) return false;
   const Row head = rows.front();
   QString receipt;
@@ -132,7 +112,9 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
                          u"单据"_qs + words(side.paymentWord));
   }
   const QString note = (head.text("note") + detail::noteSentence(side, draft, receipt)).left(200);
-  execSql(kind->collect, draft.amount, note, draft.number);
+  execSql(compose("update {} set {}={}+(?),{}=? where {}=?",
+                  {family->head, family->collected, family->collected, family->note, family->number}),
+          draft.amount, note, draft.number);
   transaction.commit();
   return true;
 }

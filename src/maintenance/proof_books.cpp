@@ -13,26 +13,6 @@ namespace proof_books_detail {
 constexpr std::string_view balancingGoods = "00000000";
 constexpr std::int64_t chunkRows = 20000;
 
-/// Columns of the lines of a family. `moved` and `closed` are what was put away or issued and what never will be; of a
-/// count they are the stock that it found written.
-struct LineColumns {
-  std::u16string_view prefix;
-  std::string_view quantity, total, moved, closed, warehouse, mark, cost;
-};
-constexpr LineColumns lineColumns[] = {
-    {u"CJ", "jh_sl", "jh_zje", "jh_rksl", "jh_qxsl", "null", "id2", "0"},
-    {u"CT", "th_sl", "th_zje", "0", "0", "null", "id2", "0"},
-    {u"XS", "ls_sl", "ls_zje", "ls_cksl", "ls_qxsl", "null", "id2", "0"},
-    {u"XT", "th_sl", "th_zje", "0", "0", "null", "id2", "th_cbj"},
-    {u"DB", "db_sl", "db_zje", "0", "0", "null", "0", "0"},
-    {u"PD", "pd_sl", "pd_zje", "kc_sl", "kc_zsl", "null", "id2", "0"},
-    {u"BS", "bs_sl", "bs_zje", "0", "0", "null", "0", "0"},
-    {u"BY", "by_sl", "by_zje", "0", "0", "null", "0", "0"},
-    {u"CF", "cf_sl", "cf_zje", "0", "0", "ck_sn", "0", "0"},
-    {u"KB", "kb_sl", "kb_zje", "0", "0", "ck_sn", "0", "0"},
-    {u"JH", "jh_sl", "jh_zje", "0", "0", "null", "id2", "0"},
-};
-
 /// Put together from parts of this file and of the families, all of them identifiers.
 std::string joined(std::initializer_list<std::string_view> parts) {
   std::string text;
@@ -42,6 +22,10 @@ std::string joined(std::initializer_list<std::string_view> parts) {
 }
 
 }  // namespace proof_books_detail
+
+bool leavesCost(const DocumentFamily& family) {
+  return findLedgerFlag(family.flag)->moves == MovesAverage::No;
+}
 
 // ---- names -------------------------------------------------------------------------------------------------------
 
@@ -238,17 +222,17 @@ void Books::loadBalances() {
 void Books::loadHeads() {
   step(54, u"读取单据"_qs);
   for (const DocumentFamily& family : documentFamilies()) {
-    if (family.prefix == u"HH") continue;  // stands in the tables of the loan
-    const bool money = !family.due.empty();
-    const bool whole = family.prefix == u"CF" || family.prefix == u"KB";
-    const bool moves = family.prefix == u"DB";
+    if (family.sharesTables) continue;
+    const bool whole = !family.whole.goods.empty();
+    const bool moves = !family.into.empty();
     std::string columns = proof_books_detail::joined(
         {family.number, ",", family.status, ",", family.checker, ",", family.checkDate, ",", family.warehouse, ","});
-    columns += money ? compose("{},{},{}", {family.due, family.paid, family.settlement}) : std::string("0,0,0");
-    columns += whole ? (family.prefix == u"CF" ? ",g_sn,cf_sl" : ",g_sn,kb_sl") : ",null,0";
-    columns += moves ? ",ck_in" : ",null";
-    const bool sale = family.prefix == u"XS";
-    columns += sale ? ",ls_dhbz,ls_crk" : family.prefix == u"CJ" ? ",0,j_crk" : ",0,null";
+    columns +=
+        family.hasMoney() ? compose("{},{},{}", {family.due, family.paid, family.settlement}) : std::string("0,0,0");
+    columns += whole ? compose(",{},{}", {family.whole.goods, family.whole.quantity}) : std::string(",null,0");
+    columns += moves ? compose(",{}", {family.into}) : std::string(",null");
+    columns += family.fromTill.empty() ? std::string(",0") : compose(",{}", {family.fromTill});
+    columns += family.allMoved.empty() ? std::string(",null") : compose(",{}", {family.allMoved});
     enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till, Moved };
     eachChunk(family.head, columns, [&](const RowSet& set) {
       for (int row = 0; row < set.rowCount(); ++row) {
@@ -257,8 +241,8 @@ void Books::loadHeads() {
         ++head.heads;
         head.auditedHeads += audited;
         if (head.heads > 1 && !audited) continue;  // an audited head speaks for the number
-        head.family = &family;
-        if (set.utf8(row, Number).starts_with("HH")) head.family = &families::loanReturn;
+        const DocumentFamily* const named = findFamily(set.utf8(row, Number));
+        head.family = named && named->head == family.head ? named : &family;
         head.audited = audited;
         head.signedOff = !set.utf8(row, Checker).empty() && !set.utf8(row, Date).empty();
         head.warehouse = warehouses.add(set.utf8(row, Warehouse));
@@ -277,14 +261,19 @@ void Books::loadHeads() {
 
 void Books::loadLines() {
   step(58, u"读取单据明细"_qs);
-  for (const proof_books_detail::LineColumns& columns : proof_books_detail::lineColumns) {
-    const DocumentFamily& family = documentFamily(QStringView(columns.prefix));
-    const bool receipt = columns.prefix == u"CJ", sale = columns.prefix == u"XS", count = columns.prefix == u"PD";
+  for (const DocumentFamily& family : documentFamilies()) {
+    if (family.sharesTables) continue;
+    // What was put away or issued and what never will be; of a count the stock that it found written.
+    const LineTable& line = family.line;
+    const bool count = family.isCount(), movesLater = !line.closed.empty();
+    const auto or0 = [](std::string_view column) { return column.empty() ? std::string_view("0") : column; };
     enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker, Cost };
     eachChunk(family.lines,
-              proof_books_detail::joined({family.number, ",g_sn,", columns.quantity, ",", columns.total, ",",
-                                          columns.moved, ",", columns.closed, ",", columns.warehouse, ",", columns.mark,
-                                          ",a_name,", columns.cost}),
+              proof_books_detail::joined({family.number, ",g_sn,", line.columns->quantity, ",", line.columns->total,
+                                          ",", count ? line.countedShelf : or0(line.columns->moved), ",",
+                                          count ? line.countedBook : or0(line.closed), ",",
+                                          line.warehouse.empty() ? "null" : line.warehouse, ",", or0(line.link),
+                                          ",a_name,", or0(line.columns->cost)}),
               [&](const RowSet& set) {
                 for (int row = 0; row < set.rowCount(); ++row) {
                   Document& under = document(set.utf8(row, Number));
@@ -302,13 +291,13 @@ void Books::loadLines() {
                     ++under.goodsLines;
                   under.movingLines += !count || quantity != moved;
                   if (!under.family || balancing) continue;
-                  if (under.audited && (receipt || sale)) {
+                  if (under.audited && movesLater) {
                     const double open = quantity - moved - set.number(row, Closed);
                     if (std::fabs(open) < 1e-9) continue;
                     ++under.openLines;
                     Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
-                    (receipt ? at.waitingIn : at.waitingOut) += open;
-                    at.parts.push_back(receipt ? open : -open);
+                    (family.comesIn ? at.waitingIn : at.waitingOut) += open;
+                    at.parts.push_back(family.comesIn ? open : -open);
                   } else if (!under.audited) {
                     waiting.push_back(
                         {.document = under.number,
@@ -318,7 +307,7 @@ void Books::loadLines() {
                          .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
                          .cost = set.number(row, Cost),
                          .recordedBook = set.number(row, Closed),
-                         .wasAudited = columns.mark == "0" || set.integer(row, Mark) != 0});
+                         .wasAudited = line.link.empty() || set.integer(row, Mark) != 0});
                   }
                 }
               });
@@ -368,8 +357,8 @@ void DocumentLog::read() {
         mentioned_.insert(known);
         if (cancel) cancelled_[known] = set.utf8(row, 1);
       } else if (cancel) {
-        for (const std::string_view prefix : {"XS", "XT", "BS", "BY", "JH", "HH"})
-          hasDeleted_ = hasDeleted_ || number.starts_with(prefix);
+        const DocumentFamily* const family = findFamily(number);
+        hasDeleted_ = hasDeleted_ || (family && leavesCost(*family));
       }
     }
   });

@@ -183,6 +183,8 @@ struct Books {
   std::unordered_map<std::int64_t, int> pairIndex_;
 };
 
+/// Documents of this family leave the cost of their goods alone.
+bool leavesCost(const DocumentFamily& family);
 /// Amounts with up to six decimals that the program has summed one by one.
 bool sameAmount(double a, double b);
 bool sameFigure(double a, double b);

@@ -70,10 +70,9 @@ Around lookAround(Books& books) {
     // What a split took apart, or a bundle became, stands in the head.
     if (document.goods >= 0 && heads.insert(line.document).second) {
       const int pair = books.findPair(document.goods, document.warehouse);
-      const bool whole = document.family->prefix == u"KB";
       if (pair >= 0) {
         Counted& counted = around.counted[static_cast<std::size_t>(pair)];
-        counted.cancelled.push_back(whole ? document.headQuantity : -document.headQuantity);
+        counted.cancelled.push_back(document.family->comesIn ? -document.headQuantity : document.headQuantity);
         if (document.headQuantity != 0) counted.prices.push_back(std::fabs(document.total / document.headQuantity));
       }
     }
@@ -83,16 +82,17 @@ Around lookAround(Books& books) {
       if (pair < 0) continue;
       const auto at = static_cast<std::size_t>(pair);
       if (!seen.insert({line.document, pair}).second) around.cancelledTwice[at] = 1;
-      const std::u16string_view prefix = document.family->prefix;
-      const bool comesIn = prefix == u"CJ" || prefix == u"XT" || prefix == u"BY" || prefix == u"CF" ||
-                           (prefix == u"DB" && warehouse == document.warehouseIn);
-      around.counted[at].prices.push_back(prefix == u"XT" ? line.cost : line.price);
-      if (prefix != u"PD") around.counted[at].cancelled.push_back(comesIn ? line.quantity : -line.quantity);
-      if (prefix == u"PD") {
+      const DocumentFamily& family = *document.family;
+      const bool comesIn = family.comesIn || warehouse == document.warehouseIn;
+      // What comes back from a customer comes at its cost.
+      const bool atCost = comesIn && !family.line.columns->cost.empty();
+      around.counted[at].prices.push_back(atCost ? line.cost : line.price);
+      if (!family.isCount()) around.counted[at].cancelled.push_back(comesIn ? line.quantity : -line.quantity);
+      if (family.isCount()) {
         around.counted[at].any = true;
         const std::string* const moment = books.log.cancelled(line.document);
         around.counted[at].restored.push_back({line.recordedBook, moment ? moment->substr(0, 10) : std::string()});
-      } else if (prefix == u"BS" || prefix == u"BY" || prefix == u"XT" || prefix == u"XS" || prefix == u"JH") {
+      } else if (leavesCost(family)) {
         around.cancelledOutgoing[at] = 1;
       }
     }

@@ -1,4 +1,5 @@
 // 单据核对: heads against lines, lines against the ledgers, orphans, doubles and drafts.
+#include "accounts/partner_ledger.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
@@ -16,7 +17,7 @@ QString numberOf(const Books& books, const Document& document) {
 
 /// Ledger rows that an audited document of these lines has.
 int rowsDue(const Document& document) {
-  if (!document.family->due.empty()) return document.lines;
+  if (document.family->hasMoney()) return document.lines;
   const internal_documents::Rules& rules = internal_documents::rulesOf(*document.family);
   return rules.rowsALine * document.movingLines + rules.rowsOfHead;
 }
@@ -60,7 +61,7 @@ void proveTrading(Books& books, const Document& document) {
       return Place{numberOf(books, document), figures(document.partnerRows, document.partnerDue, document.partnerPaid),
                    figures(1, ledgerDue, document.paid)};
     });
-  const double cash = family.partner == "ghs_sn" ? -document.paid : document.paid;
+  const double cash = family.side == PartnerType::Supplier ? -document.paid : document.paid;
   if (document.cashRows != 1 || !sameAmount(document.cash, cash))
     books.findings.add(Kind::CashLine, [&] {
       return Place{numberOf(books, document), u"%1 行，金额 "_qs.arg(document.cashRows) + numberText(document.cash),
@@ -99,7 +100,7 @@ void proveHead(Books& books, const Document& document) {
     if (*document.moved && document.openLines > 0) books.findings.add(Kind::GoodsUnmoved, open);
     if (!*document.moved && document.openLines == 0) books.findings.add(Kind::MoveUnmarked, open);
   }
-  if (!document.family->due.empty() && document.heads == 1) proveTrading(books, document);
+  if (document.family->hasMoney() && document.heads == 1) proveTrading(books, document);
 }
 
 std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) {

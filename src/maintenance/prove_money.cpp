@@ -11,9 +11,8 @@ namespace prove_money_detail {
 
 /// Documents whose effects in the money ledgers the document checks look at.
 bool isTrading(std::string_view number) {
-  for (const std::string_view prefix : {"CJ", "CT", "XS", "XT"})
-    if (number.starts_with(prefix)) return true;
-  return false;
+  const DocumentFamily* const family = findFamily(number);
+  return family && family->hasMoney();
 }
 
 Place balancePlace(const QString& whose, const Row& row, std::string_view stored, double due) {

@@ -20,9 +20,7 @@ using Leftovers = std::unordered_map<int, std::vector<Leftover>>;  // by pair
 
 /// +1 where a line of the family brings goods into its warehouse.
 int direction(const DocumentFamily& family) {
-  for (const char16_t* in : {u"CJ", u"XT", u"BY", u"CF"})
-    if (family.prefix == in) return 1;
-  return -1;
+  return family.comesIn ? 1 : -1;
 }
 
 Leftovers leftoversOf(const Books& books) {

@@ -58,7 +58,7 @@ namespace partner_contacts_detail {
 
 QString& handedOver(const PartnerSide& side) {
   static std::array<QString, 2> partners;
-  return partners[&side == &customerSide ? 0 : 1];
+  return partners[side.isCustomer() ? 0 : 1];
 }
 
 }  // namespace partner_contacts_detail

@@ -1,12 +1,15 @@
 // 往来单位的两面: customers and suppliers are one idea seen from two sides; what differs stands here as data.
 #pragma once
 
+#include "accounts/partner_ledger.h"
+
 #include <string_view>
 
 namespace jxc {
 
 /// Names and words of one side. A customer owes us, we owe a supplier; beyond that the two live the same life.
 struct PartnerSide {
+  PartnerType which;
   std::string_view type;   // k_type of the partner ledger: "kh", "ghs"
   std::string_view table;  // master table
   std::string_view sn, name, jm, contact, phone, address, note, balance, isDefault, uses, forbidden;  // its columns
@@ -26,9 +29,14 @@ struct PartnerSide {
   std::string_view stockFlag;       // its rows in the stock ledger: xs, cj
   const char16_t* addedDueLog;      // 增加应收款, 增加未审核应付款
   const char16_t* changedDueLog;    // 修改应收款, 修改未审核应付款
+
+  constexpr bool isCustomer() const { return which == PartnerType::Customer; }
 };
 
 extern const PartnerSide customerSide;
 extern const PartnerSide supplierSide;
+inline const PartnerSide& partnerSide(PartnerType which) {
+  return which == PartnerType::Customer ? customerSide : supplierSide;
+}
 
 }  // namespace jxc

@@ -14,6 +14,7 @@
 namespace jxc {
 
 const PartnerSide customerSide = {
+    .which = PartnerType::Customer,
     .type = "kh",
     .table = "jxc_khxx",
     .sn = "kh_sn",
@@ -48,6 +49,7 @@ const PartnerSide customerSide = {
 };
 
 const PartnerSide supplierSide = {
+    .which = PartnerType::Supplier,
     .type = "ghs",
     .table = "jxc_ghsxx",
     .sn = "ghs_sn",

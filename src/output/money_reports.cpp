@@ -6,9 +6,11 @@
 #include "masterdata/partner_side.h"
 #include "output/print_vars.h"
 #include "output/templates.h"
+#include "stock/document_family.h"
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <unordered_map>
 
 namespace jxc {
@@ -17,7 +19,7 @@ namespace money_reports_detail {
 using partner_books::Kind;
 
 QString templateOf(const PartnerSide& side, Kind kind) {
-  const bool customer = &side == &customerSide;
+  const bool customer = side.isCustomer();
   if (kind == Kind::Due) return customer ? QStringLiteral("ysyfysk") : QStringLiteral("ysyfyfk");
   return customer ? QStringLiteral("ysyfskd") : QStringLiteral("ysyffkd");
 }
@@ -55,16 +57,13 @@ void setDocument(report::Report& report, const PartnerSide& side, Kind kind, con
 
 /// Amounts of a sale, purchase or return by its number; a row without columns of that name has none.
 RowSet settledDocument(const QString& number) {
-  if (number.startsWith(u"XS"))
-    return openSelect(
-        "select ls_yfje as due,ls_sfje+ls_yhje as paid,ls_hkje as collected from jxc_lsxsd where gl_djh=?", number);
-  if (number.startsWith(u"XT"))
-    return openSelect("select th_yfje as due,th_sfje as paid,th_hkje as collected from jxc_xsthd where gl_djh=?",
-                      number);
-  if (number.startsWith(u"CJ"))
-    return openSelect("select j_yfje as due,j_sfje+j_yhje as paid,j_hkje as collected from jxc_jhd where j_sn=?",
-                      number);
-  return openSelect("select th_yfje as due,th_sfje as paid,th_hkje as collected from jxc_thd where gl_djh=?", number);
+  const DocumentFamily* const family = findFamily(number);
+  if (!family || !family->hasMoney()) return RowSet();
+  const std::string discount = family->discount.empty() ? std::string() : compose("+{}", {family->discount});
+  return openSelect(
+      compose("select {} as due,{}", {family->due, family->paid}) + discount +
+          compose(" as paid,{} as collected from {} where {}=?", {family->collected, family->head, family->number}),
+      number);
 }
 
 QString slipTitle(cash::Movement movement) {
@@ -145,7 +144,7 @@ report::Report partnerDocumentReport(const PartnerSide& side, partner_books::Kin
 
 report::Report settlementReport(const PartnerSide& side, const QString& settled) {
   using namespace money_reports_detail;
-  report::Report report = openReport(&side == &customerSide ? u"khsk" : u"ghsfukuan");
+  report::Report report = openReport(side.isCustomer() ? u"khsk" : u"ghsfukuan");
   setCompanyVars(report);
   const QString number = lookupValue("select top 1 gl_djh from jxc_ysyfk_dj where gl_djh2=? order by id desc", settled);
   const RowSet rows = documentOf(side, number);

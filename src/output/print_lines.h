@@ -16,9 +16,9 @@ enum class LineScope : char { Document, OwnDraft };
 /// printed already has so many places. 0: as long as the document is.
 int fixedPrintLines(QStringView prefix);
 
-/// The detail statement of a document by its prefix: `XS`, `XT`, `CJ`, `CT`, `DB`, `PD`, `BS`, `BY`, `CF`, `KB`, `JH`,
-/// `HH`. All columns of the line, and g_name (with the gift mark), dw_name, gg_name, color_name, g_sptm, g_bz, g_sccs,
-/// gc_name of the goods. Throws std::out_of_range for another prefix.
+/// The detail statement of a document by the prefix of its family. All columns of the line, and g_name (with the gift
+/// mark), dw_name, gg_name, color_name, g_sptm, g_bz, g_sccs, gc_name of the goods. Throws std::out_of_range for
+/// another prefix.
 Sql printLineSql(const QString& number, QStringView prefix, LineScope scope = LineScope::Document);
 
 /// The rows of that statement; at their foot, under a fixed number of lines, the empty ones, whatever the order is.

@@ -9,7 +9,7 @@
 namespace jxc {
 
 struct TradingDraft;
-struct PrintedDocument;
+struct DocumentFamily;
 
 /// An amount of yuan as documents print it: "1234.50", and below one yuan without a leading zero, ".50".
 QString printedMoney(double amount);
@@ -26,6 +26,6 @@ void setCompanyVars(report::Report& report);
 void fillPrintVars(report::Report& report, const QString& number, QStringView kind);
 
 /// The same for a trading document that stands on the screen and was not saved: from its inputs.
-void fillDraftVars(report::Report& report, const TradingDraft& draft, const PrintedDocument& document);
+void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family);
 
 }  // namespace jxc

@@ -4,65 +4,39 @@
 #include "output/print_lines.h"
 #include "output/print_vars.h"
 #include "platform/report/report.h"
+#include "stock/document_paper.h"
 
 #include <QString>
 #include <QStringView>
 
-#include <span>
-#include <string_view>
 #include <vector>
 
 namespace jxc {
 
-struct Session;
-struct SystemParameters;
+struct DocumentFamily;
 struct TradingDraft;
 
-/// One of the forms that the operator may choose from before a print.
-struct TemplateChoice {
-  std::u16string_view caption;  // "销售单(不含售价)"
-  std::u16string_view file;     // "spxs4.fr3"
-  bool Session::*right;         // what it shows needs this right; null: nothing that is guarded
-};
-
-/// How a kind of document prints.
-struct PrintedDocument {
-  std::u16string_view kind;    // of fillPrintVars: "spxs"
-  std::u16string_view prefix;  // of its numbers
-  std::u16string_view name;    // 销售单
-  std::u16string_view plain;   // its usual template, with ".fr3"
-  QString Session::*chosen;    // holds the name of the template by rights and parameters; null: always the usual one
-  QString SystemParameters::*asksFormat;    // on: the form is chosen before each print
-  QString SystemParameters::*printsAtSave;  // on: printed when it is saved
-  std::span<const TemplateChoice> choices;
-  std::u16string_view withoutCost;  // instead of the usual one, for a role that does not see cost
-};
-
-std::span<const PrintedDocument> printedDocuments();
-/// By prefix, or by a number that begins with it; null for a document that has no paper.
-const PrintedDocument* printedDocument(QStringView prefixOrNumber);
-
 /// The template that it prints through now: "spxs2.fr3".
-QString templateOf(const PrintedDocument& document);
+QString templateOf(const DocumentFamily& family);
 /// The form is to be chosen before a print.
-bool asksFormat(const PrintedDocument& document);
+bool asksFormat(const DocumentFamily& family);
 /// The forms that this operator may choose; an empty name in the session is first set to the plain one.
-std::vector<TemplateChoice> templateChoices(const PrintedDocument& document);
+std::vector<TemplateChoice> templateChoices(const DocumentFamily& family);
 /// Takes one of them; stays in the session until it is loaded anew.
-void chooseTemplate(const PrintedDocument& document, QStringView file);
+void chooseTemplate(const DocumentFamily& family, QStringView file);
 
 /// A print is possible before the document is saved (`cs_bcqdy` off).
 bool mayPrintUnsaved();
-bool printsAtSave(const PrintedDocument& document);
+bool printsAtSave(const DocumentFamily& family);
 
 /// A document that is saved: variables by fillPrintVars. Throws report::TemplateError when the template cannot be
 /// loaded.
-report::Report savedDocumentReport(const PrintedDocument& document, const QString& number);
+report::Report savedDocumentReport(const DocumentFamily& family, const QString& number);
 /// The same onto an empty report, of whatever template.
-void fillSavedDocument(report::Report& report, const PrintedDocument& document, const QString& number);
+void fillSavedDocument(report::Report& report, const DocumentFamily& family, const QString& number);
 /// The document of this kind that was saved last, for a look at a template; empty when there is none.
-QString lastSavedDocument(const PrintedDocument& document);
+QString lastSavedDocument(const DocumentFamily& family);
 /// A document that stands on the screen: variables from its inputs, lines of this operator.
-report::Report draftDocumentReport(const PrintedDocument& document, const TradingDraft& draft);
+report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft);
 
 }  // namespace jxc

@@ -13,10 +13,7 @@ namespace purchase_return_detail {
 
 const TradingDescription kReturn = {
     .family = &families::purchaseReturn,
-    .lines = &purchaseReturnLineTable,
     .partner = &tradingSupplier,
-    .note = "th_note",
-    .account = "th_kmmc",
     .paidFollows = &SystemParameters::cs_cgje,
     .balancingIsDue = true,
     .paidWord = u"实收",
@@ -97,12 +94,9 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
                         {"th_qk", false}});
 }
 
-constexpr ReturnedDocument kReturned = {
-    .description = receipt::description, .isReturned = "j_th", .returnedBy = "j_dhdid"};
-
 class ReturnRules final : public ReturningRules {
  public:
-  ReturnRules() : ReturningRules(kReturn, purchase_return_detail::lines(), kReturned) {}
+  ReturnRules() : ReturningRules(kReturn, purchase_return_detail::lines(), families::purchaseReceipt) {}
 
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
     const SaveResult refusedSave{.number = draft.number};

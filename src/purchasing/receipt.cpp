@@ -12,15 +12,10 @@ namespace receipt_detail {
 
 const TradingDescription kReceipt = {
     .family = &families::purchaseReceipt,
-    .lines = &receiptLineTable,
     .partner = &tradingSupplier,
-    .note = "j_note",
-    .account = "j_kmmc",
-    .originalNumber = "j_sn2",
     .paidFollows = &SystemParameters::cs_cgje,
     .balance = balancePurchase,
     .paidWord = u"实付",
-    .movesAtOnce = "j_crk",
 };
 
 class ReceiptLines final : public TradingLines {
@@ -130,10 +125,6 @@ class NothingToAsk final : public Prompt {
 const DocumentRules& rules() {
   static const receipt_detail::ReceiptRules all;
   return all;
-}
-
-const TradingDescription& description() {
-  return receipt_detail::kReceipt;
 }
 
 double defaultPrice(const QString& goods) {

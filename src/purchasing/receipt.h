@@ -16,7 +16,6 @@ using ReceiptDraft = TradingDraft;
 
 /// As the screens of a trading document ask for it.
 const DocumentRules& rules();
-const TradingDescription& description();
 
 /// Price that a new line proposes: average, last or preset purchase price by parameter, rounded to money digits.
 double defaultPrice(const QString& goods);

@@ -18,15 +18,10 @@ constexpr char16_t giftIsShort[] = u"库存数量小于出库数量，不能出�
 
 const TradingDescription kSale = {
     .family = &families::sale,
-    .lines = &saleLineTable,
     .partner = &tradingCustomer,
-    .note = "ls_note",
-    .account = "ls_kmmc",
-    .originalNumber = "gl_djh2",
     .paidFollows = &SystemParameters::cs_xsje,
     .balance = balanceSale,
     .paidWord = u"实收",
-    .movesAtOnce = "ls_crk",
     .shortRefusal = u"库存数量小于销售数量，不能出库！",
     .shortQuestion = u"库存数量小于销售数量，销售后将产生负库存，继续销售吗?",
     .scans = LineRounding::ScannedByRate,
@@ -229,10 +224,6 @@ class SaleRules final : public TradingRules {
 const DocumentRules& rules() {
   static const sale_detail::SaleRules all;
   return all;
-}
-
-const TradingDescription& description() {
-  return sale_detail::kSale;
 }
 
 double lowestDiscount() {

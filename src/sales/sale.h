@@ -9,7 +9,6 @@ namespace jxc::sale {
 
 /// As the screens of a trading document ask for it.
 const DocumentRules& rules();
-const TradingDescription& description();
 
 /// The mark of a gift line, shown behind the goods' name.
 inline constexpr char16_t giftMark[] = u"(赠品)";

@@ -14,10 +14,7 @@ namespace sale_return_detail {
 // Goods come in: no test of stock. The rest stays on the customer's account: nothing is balanced.
 const TradingDescription kReturn = {
     .family = &families::saleReturn,
-    .lines = &saleReturnLineTable,
     .partner = &tradingCustomer,
-    .note = "th_note",
-    .account = "th_kmmc",
     .paidFollows = &SystemParameters::cs_xsje,
     .balancingIsDue = true,
     .paidWord = u"实付",
@@ -94,13 +91,9 @@ void writeHead(const TradingDraft& draft, const QString& number, double due, dou
                           {"th_fpje", -draft.invoiceAmount}});
 }
 
-// The mark stays when the return is cancelled: the sale was returned once.
-constexpr ReturnedDocument kReturned = {
-    .description = sale::description, .isReturned = "ls_th", .returnedBy = "ls_fdmc"};
-
 class ReturnRules final : public ReturningRules {
  public:
-  ReturnRules() : ReturningRules(kReturn, sale_return_detail::lines(), kReturned) {}
+  ReturnRules() : ReturningRules(kReturn, sale_return_detail::lines(), families::sale) {}
 
   SaveResult save(const TradingDraft& draft, Prompt& prompt) const override {
     if (isIncomplete(draft, prompt)) return {.number = draft.number};

@@ -206,20 +206,7 @@ bool cancelSaleReturn(const QString& number, Prompt& prompt, CancelMode mode) {
 }
 
 bool cancelDocument(const QString& number, Prompt& prompt, CancelMode mode) {
-  using Cancel = bool (*)(const QString&, Prompt&, CancelMode);
-  static const std::map<const DocumentFamily*, Cancel> commands{{&families::purchaseReceipt, cancelPurchase},
-                                                                {&families::purchaseReturn, cancelPurchaseReturn},
-                                                                {&families::sale, cancelSale},
-                                                                {&families::saleReturn, cancelSaleReturn},
-                                                                {&families::transfer, cancelTransfer},
-                                                                {&families::stocktake, cancelStocktake},
-                                                                {&families::loss, cancelLoss},
-                                                                {&families::overflow, cancelOverflow},
-                                                                {&families::split, cancelSplit},
-                                                                {&families::bundle, cancelBundle},
-                                                                {&families::loan, cancelLoan},
-                                                                {&families::loanReturn, cancelLoanReturn}};
-  return commands.at(&documentFamily(number))(number, prompt, mode);
+  return documentFamily(number).takeBack(number, prompt, mode);
 }
 
 }  // namespace jxc

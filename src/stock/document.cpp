@@ -225,7 +225,7 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
   if (family.due.empty()) return;
   const auto sum = [&](std::string_view condition) {
     const std::string statement =
-        compose("select sum({}) as zje from {} where {}=?", {family.lineTotal, family.lines, family.number}) +
+        compose("select sum({}) as zje from {} where {}=?", {family.line.columns->total, family.lines, family.number}) +
         std::string(condition);
     return family.headSign * roundTotalIfSeparate(lookupNumber(statement, number));
   };

@@ -1,11 +1,15 @@
-// 单据族: what a kind of document is, as data: tables, fields, rights and words of all twelve families.
+// 单据族: what a kind of document is, as data: tables, fields, rights, words and paper of all twelve families. Whoever
+// adds a family adds one record; numbering, waiting list, audit, cancel, print, proof and preview go by it.
 #pragma once
 
 #include "core/text.h"
+#include "stock/document_paper.h"
+#include "stock/line_columns.h"
 
 #include <QString>
 #include <QStringView>
 
+#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -13,6 +17,8 @@ namespace jxc {
 
 class Prompt;
 class Row;
+enum class CancelMode : char;
+enum class PartnerType : char;
 
 /// A right: group is a column of `jxc_role`, position counts from 1.
 struct Right {
@@ -27,21 +33,46 @@ struct NumberMention {
   std::string_view saved = {};    // 0 there while the document is a draft; empty: only saved documents are remembered
 };
 
+/// What a split takes apart, or a bundle becomes: the head is a line of its own.
+struct HeadGoods {
+  std::string_view goods, quantity, cost;  // columns of the head; empty on other documents
+};
+
+/// The spreadsheet that lines come from.
+struct LineImport {
+  std::string_view title;         // of its dialog; empty: lines are not imported
+  std::string_view templateFile;  // below 模板文件
+  bool needsProduced = false;     // each line must tell its production date
+};
+
 /// A kind of document. Table and field names are identifiers for `compose`; texts are the program's own words.
 struct DocumentFamily {
   std::u16string_view prefix;  // of the number, two letters
-  std::u16string_view name;    // as rights refusals and cancels call it
+  std::u16string_view name;    // as rights refusals, cancels and lists of papers call it
+  std::string_view flag;       // of its rows in the stock ledger
 
   // head and lines
-  std::string_view head, lines, number, date, status, checker, checkDate;
-  std::string_view warehouse;  // of the head, the one that stock is tested against
+  std::string_view head, lines, number, date, status, checker, checkDate, note;
+  std::string_view warehouse;        // of the head, the one that stock is tested against
+  std::string_view into;             // the other warehouse, of a transfer
+  HeadGoods whole;                   // of split and bundle
+  LineTable line;                    // columns of `lines`
+  bool comesIn = false;              // lines bring goods into the warehouse
+  bool sharesTables = false;         // stands in the tables of the family before it, told apart by its number
+  std::string_view allMoved;         // of the head: no line waits to be put away or issued
+  std::string_view fromTill;         // marks heads that the till wrote: its money goes its own way
+  std::u16string_view shortageWord;  // what goods cannot do beyond the stock, in the words of its test: 出库, 退货 …
+  std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
 
   // money side of trading documents; empty names on the others
-  std::string_view partner;                // partner code
-  std::string_view due, paid, settlement;  // amounts as the head stores them, settlement index
-  std::string_view discount;               // what is let off under settlement at paid amount
-  std::string_view lineTotal;              // amount with tax of a line
-  int headSign;                            // returns store minus the screen's amounts in their head
+  std::string_view partner;                         // partner code
+  PartnerType side{};                               // which kind of partner, where there is one
+  std::string_view due, paid, settlement, account;  // amounts as the head stores them, settlement index, account
+  std::string_view discount;                        // what is let off under settlement at paid amount
+  std::string_view collected;                       // paid later against this document
+  int headSign = 1;                                 // returns store minus the screen's amounts in their head
+  std::string_view originalNumber;                  // of the partner's own document
+  std::string_view isReturned, returnedBy;          // that it went back as a whole, and the number of the return
 
   // what a waiting document may still change in its head; empty names where it has none
   std::string_view invoiceNumber, invoiceAmount, freight, packing, freightPayer;
@@ -56,7 +87,6 @@ struct DocumentFamily {
   std::u16string_view enquiry;       // where a document that was audited at once may be cancelled
   std::u16string_view waitingHint;   // second sentence of the save question of a document that will wait
 
-  std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
   /// Asked of a waiting head before audit besides; null: nothing more. False: the operator said no.
   bool (*mayAuditMore)(const Row& head, Prompt& prompt) = nullptr;
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
@@ -64,28 +94,36 @@ struct DocumentFamily {
   std::string_view onDelete;        // statement with one `?`, the number, run when a waiting document is deleted
   std::span<const NumberMention> mentions = {};  // follow when the document takes another number
 
-  /// Effects of audit, run inside its transaction once the head is audited. Null: audit of this family stands
-  /// elsewhere.
+  /// Effects of audit, run inside its transaction once the head is audited.
   void (*post)(const QString& number);
+  /// Takes an audited document back to waiting; false: refused.
+  bool (*takeBack)(const QString& number, Prompt& prompt, CancelMode mode);
+
+  DocumentPaper paper;
+  LineImport import;
+
+  /// A document with a partner's account: what is due and paid moves with it.
+  constexpr bool hasMoney() const { return !due.empty(); }
+  constexpr bool isCount() const { return !line.countedBook.empty(); }
 };
 
-std::span<const DocumentFamily> documentFamilies();
+namespace families {
+extern const DocumentFamily purchaseReceipt, purchaseReturn, sale, saleReturn;
+extern const DocumentFamily transfer, stocktake, loss, overflow, split, bundle;
+extern const DocumentFamily loan, loanReturn;
+inline constexpr const DocumentFamily* all[] = {&purchaseReceipt, &purchaseReturn, &sale, &saleReturn,
+                                                &transfer,        &stocktake,      &loss, &overflow,
+                                                &split,           &bundle,         &loan, &loanReturn};
+}  // namespace families
+
+/// All of them, trading documents first.
+inline auto documentFamilies() {
+  return families::all | std::views::transform([](const DocumentFamily* family) -> const auto& { return *family; });
+}
 /// By prefix, or by a number that begins with it. Throws std::out_of_range for anything else.
 const DocumentFamily& documentFamily(QStringView prefixOrNumber);
-
-namespace families {
-extern const DocumentFamily& purchaseReceipt;
-extern const DocumentFamily& purchaseReturn;
-extern const DocumentFamily& sale;
-extern const DocumentFamily& saleReturn;
-extern const DocumentFamily& transfer;
-extern const DocumentFamily& stocktake;
-extern const DocumentFamily& loss;
-extern const DocumentFamily& overflow;
-extern const DocumentFamily& split;
-extern const DocumentFamily& bundle;
-extern const DocumentFamily& loan;
-extern const DocumentFamily& loanReturn;
-}  // namespace families
+/// The same; null for anything else.
+const DocumentFamily* findFamily(QStringView prefixOrNumber);
+const DocumentFamily* findFamily(std::string_view prefixOrNumber);
 
 }  // namespace jxc

@@ -11,13 +11,6 @@
 namespace jxc {
 namespace line_amounts_detail {
 
-bool putawayInUse() {
-  return strIsTrue(session().cs_sprk);
-}
-bool issueInUse() {
-  return strIsTrue(session().cs_spck);
-}
-
 /// A line that takes goods back comes to exactly minus what selling them came to: halves go the same way on both.
 double rounded(double value, int digits) {
   return value < 0 ? -roundEps(-value, digits) : roundEps(value, digits);
@@ -161,62 +154,6 @@ void spreadTotal(LineFigures& line, double total, const AmountRules& rules) {
   line.net = line.price * units;
   line.taxAmount = total - line.net;
 }
-
-const LineColumns receiptLineColumns = {.table = "jxc_jhsp",
-                                        .price = "jh_dj",
-                                        .quantity = "jh_sl",
-                                        .net = "jh_je",
-                                        .tax = "jh_tax",
-                                        .taxedPrice = "jh_taxdj",
-                                        .taxAmount = "jh_taxje",
-                                        .total = "jh_zje",
-                                        .discount = "jh_dzl",
-                                        .moved = "jh_rksl",
-                                        .movedLater = line_amounts_detail::putawayInUse};
-const LineColumns purchaseReturnLineColumns = {.table = "jxc_thsp",
-                                               .price = "th_dj",
-                                               .quantity = "th_sl",
-                                               .net = "th_je",
-                                               .tax = "th_tax",
-                                               .taxedPrice = "th_taxdj",
-                                               .taxAmount = "th_taxje",
-                                               .total = "th_zje",
-                                               .discount = "th_dzl"};
-const LineColumns saleLineColumns = {.table = "jxc_lsxssp",
-                                     .price = "ls_dj",
-                                     .quantity = "ls_sl",
-                                     .net = "ls_je",
-                                     .tax = "ls_tax",
-                                     .taxedPrice = "ls_taxdj",
-                                     .taxAmount = "ls_taxje",
-                                     .total = "ls_zje",
-                                     .discount = "ls_dzl",
-                                     .moved = "ls_cksl",
-                                     .movedLater = line_amounts_detail::issueInUse,
-                                     .cost = "ls_cbj",
-                                     .costAmount = "ls_zcb"};
-const LineColumns saleReturnLineColumns = {.table = "jxc_xsthsp",
-                                           .price = "th_dj",
-                                           .quantity = "th_sl",
-                                           .net = "th_je",
-                                           .tax = "th_tax",
-                                           .taxedPrice = "th_taxdj",
-                                           .taxAmount = "th_taxje",
-                                           .total = "th_zje",
-                                           .discount = "th_dzl",
-                                           .cost = "th_cbj",
-                                           .costAmount = "th_zcb"};
-const LineColumns stagingLineColumns = {.table = "jxc_tempspxf",
-                                        .price = "ts_dj",
-                                        .quantity = "ts_sl",
-                                        .net = "ts_je",
-                                        .tax = "ts_tax",
-                                        .taxedPrice = "ts_taxdj",
-                                        .taxAmount = "ts_taxje",
-                                        .total = "ts_zje",
-                                        .discount = "ts_dzl",
-                                        .cost = "ts_cbj",
-                                        .costAmount = "ts_zcb"};
 
 std::optional<LineField> lineFieldNamed(QStringView name) {
   if (name == u"dj") return LineField::Price;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/reading.h"
+#include "stock/line_columns.h"
 
 #include <QString>
 #include <QStringView>
@@ -95,21 +96,6 @@ class LineAmounts {
   AmountRules rules_;
   double quantity_ = 0, discount_ = 1, tax_ = 0, price_ = 0, taxedPrice_ = 0, total_ = 0;
 };
-
-/// Where a table of lines keeps its figures. Empty names are columns the table does not have.
-struct LineColumns {
-  std::string_view table;
-  std::string_view price, quantity, net, tax, taxedPrice, taxAmount, total, discount;
-  std::string_view moved;             // quantity put away or issued, follows the quantity …
-  bool (*movedLater)() = nullptr;     // … unless this is true: goods move by a document of their own
-  std::string_view cost, costAmount;  // unit cost and line cost, follows the quantity
-};
-
-extern const LineColumns receiptLineColumns;         // jxc_jhsp
-extern const LineColumns purchaseReturnLineColumns;  // jxc_thsp
-extern const LineColumns saleLineColumns;            // jxc_lsxssp
-extern const LineColumns saleReturnLineColumns;      // jxc_xsthsp
-extern const LineColumns stagingLineColumns;         // jxc_tempspxf
 
 /// "dj", "sl", "taxdj", "tax", "dzl", as the grids name their columns.
 std::optional<LineField> lineFieldNamed(QStringView name);

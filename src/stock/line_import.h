@@ -10,11 +10,6 @@
 
 namespace jxc {
 
-/// What the spreadsheet of one document is asked for.
-struct LineImport {
-  bool needsProduced = false;  // each line must tell its production date
-};
-
 /// A row of the spreadsheet, as it was read and what was found.
 struct ImportLine {
   QString code, name, quantity, price, produced, note;  // as they stand there

@@ -3,10 +3,14 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/document_family.h"
 #include "stock/ledger.h"
+#include "stock/ledger_flags.h"
 #include "stock/running_stock.h"
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 namespace jxc {
 namespace repair_detail {
@@ -76,23 +80,26 @@ void recomputeSold() {
       execSql("update jxc_kcsp set kc_xssl=? where id=?", row.number("sl"), row.integer("id"));
 }
 
-/// Flags whose line price is the cost, with the document table that keeps it too.
-struct CostFlag {
-  std::string_view flag;
-  const char* document;  // values: cost, cost, goods, number; null: no document keeps it
-};
-constexpr CostFlag costFlags[] = {
-    {"bs", "update jxc_bssp set bs_dj=?,bs_zje=bs_sl*? where g_sn=? and gl_djh=?"},
-    {"by", "update jxc_bysp set by_dj=?,by_zje=by_sl*? where g_sn=? and gl_djh=?"},
-    {"jh", "update jxc_khjhsp set jh_dj=?,jh_zje=jh_sl*? where g_sn=? and gl_djh=?"},
-    {"hh", "update jxc_khjhsp set jh_dj=?,jh_zje=iif(jh_flag='销售',jh_xssl,jh_hhsl)*? where g_sn=? and gl_djh=?"},
-    {"pl", nullptr},
-    {"wp", nullptr},
-    {"wt", nullptr},
-    {"lt", nullptr},
-    {"ly", nullptr},
-    {"dh", nullptr},
-};
+/// Flags of documents that this program does not write and whose line price is the cost.
+constexpr std::string_view reservedCostFlags[] = {"pl", "wp", "wt", "lt", "ly", "dh"};
+
+/// A document follows the cost of its ledger row: a sale or its return in the cost of its line, another one in its
+/// price.
+void changeDocument(const DocumentFamily& family, double cost, const QString& goods, const QString& number) {
+  const LineColumns& c = *family.line.columns;
+  const bool sells = !c.cost.empty();
+  const std::string quantity(family.line.moves.empty() ? c.quantity : family.line.moves);
+  execSql(compose("update {} set {}=?,{}=", {c.table, sells ? c.cost : c.price, sells ? c.costAmount : c.total}) +
+              quantity + compose("*? where g_sn=? and {}=?", {family.number}),
+          cost, cost, goods, number);
+}
+
+/// The family whose documents write rows of this flag; null: none of this program.
+const DocumentFamily* familyOf(std::string_view flag) {
+  const auto* const found =
+      std::ranges::find_if(families::all, [&](const DocumentFamily* each) { return each->flag == flag; });
+  return found == std::end(families::all) ? nullptr : *found;
+}
 
 constexpr char outgoingRows[] =
     "((gl_flag='bs') or (gl_flag='by') or (gl_flag='pl') or (gl_flag='wp') or (gl_flag='wt') or (gl_flag='hh') or "
@@ -106,23 +113,18 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
     if (row.number("gl_pjjj") == 0)
       execSql("update jxc_goodslist set gl_pjjj=?,gl_kczje=gl_kc*? where id=?", cost, cost, id);
   };
-  const bool sale = flag == u"xs";
-  if (sale || flag == u"xt") {
+  const std::string name = flag.toStdString();
+  const LedgerFlag* const known = findLedgerFlag(name);
+  if (!known || known->moves != MovesAverage::No) return;  // its price is its own
+  const DocumentFamily* const family = familyOf(name);
+  if (family && !family->line.columns->cost.empty()) {
     if (!differs(row.number("gl_cbj"), cost)) return fillAverage();
     execSql("update jxc_goodslist set gl_cbj=?,gl_zcb=gl_sl*?,gl_lr=gl_zje-gl_sl*? where id=?", cost, cost, cost, id);
-    if (changeDocuments)
-      execSql(sale ? "update jxc_lsxssp set ls_cbj=?,ls_zcb=ls_sl*? where g_sn=? and gl_djh=?"
-                   : "update jxc_xsthsp set th_cbj=?,th_zcb=th_sl*? where g_sn=? and gl_djh=?",
-              cost, cost, goods, number);
-    return;
-  }
-  for (const CostFlag& entry : costFlags) {
-    if (flag != QLatin1StringView(entry.flag.data(), static_cast<qsizetype>(entry.flag.size()))) continue;
+  } else if (family || std::ranges::find(reservedCostFlags, name) != std::end(reservedCostFlags)) {
     if (!differs(row.number("gl_dj"), cost)) return fillAverage();
     execSql("update jxc_goodslist set gl_dj=?,gl_zje=gl_sl*?,gl_je=gl_sl*? where id=?", cost, cost, cost, id);
-    if (changeDocuments && entry.document) execSql(entry.document, cost, cost, goods, number);
-    return;
   }
+  if (changeDocuments && family) changeDocument(*family, cost, goods, number);
 }
 
 }  // namespace repair_detail

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/document_family.h"
 #include "stock/ledger.h"
 
 namespace jxc {
@@ -12,27 +13,6 @@ namespace stock_rows_detail {
 void writeMonthStock(const QString& warehouse, const QString& month, double quantity, double value) {
   postSql("update jxc_kcjs set js_sl=?,js_zje=? where js_rq=? and ck_sn=?", quantity, value, month, warehouse);
 }
-
-/// Where the lines of a kind stand, and what the operator reads when one of them is short.
-struct ShortageKind {
-  std::u16string_view kind;
-  std::string_view quantity, table, number;
-  std::u16string_view warn;
-  std::u16string_view stop;
-};
-
-constexpr ShortageKind shortageKinds[] = {
-    {u"CJ", "jh_sl", "jxc_jhsp", "j_sn", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-    {u"CT", "th_sl", "jxc_thsp", "gl_djh", u"”：退货将会出现负库存，是否继续？", u"”：不能退货！"},
-    {u"XS", "ls_sl", "jxc_lsxssp", "gl_djh", u"”：销售将会出现负库存，是否继续？", u"”：不能销售！"},
-    {u"XT", "th_sl", "jxc_xsthsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-    // Lines below zero go the other way: a cancelled exchange takes away what came back, a returned one gives it out
-    // again.
-    {u"-XS", "ls_sl", "jxc_lsxssp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-    {u"-XT", "th_sl", "jxc_xsthsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-    {u"DB", "db_sl", "jxc_dbsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-    {u"JH", "jh_sl", "jxc_khjhsp", "gl_djh", u"”：出库将会出现负库存，是否继续？", u"”：不能出库！"},
-};
 
 }  // namespace stock_rows_detail
 
@@ -73,19 +53,23 @@ void refreshMonthStock(const QString& warehouse, const QString& month) {
 }
 
 StockShortage::StockShortage(const QString& number, const QString& warehouse, QStringView kind) {
-  for (const auto& entry : stock_rows_detail::shortageKinds) {
-    if (kind != entry.kind) continue;
-    warning_ = QStringView(strIsTrue(session().cs_kc) ? entry.warn : entry.stop).toString();
-    // Asked of each goods of the document: a join would begin with all goods of the warehouse.
-    // What comes in on the whole is never short, however low the stock.
-    const std::string sum = entry.kind.starts_with(u'-') ? "sum(-1*{})" : "sum({})";
-    goods_ = sendAhead(
-        compose("select top 1 a.g_sn from (select g_sn," + sum +
-                    " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
-                    "b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and a.sl>b.kc_zsl) order by a.g_sn",
-                {entry.quantity, entry.table, entry.number}),
-        number, warehouse);
-  }
+  // Lines below zero go the other way: a cancelled exchange takes away what came back, a returned one gives it out
+  // again.
+  const bool reversed = kind.startsWith(u'-');
+  const DocumentFamily* const family = findFamily(reversed ? kind.mid(1) : kind);
+  if (!family || family->shortageWord.empty()) return;
+  const QString word = reversed ? u"出库"_qs : QStringView(family->shortageWord).toString();
+  warning_ =
+      strIsTrue(session().cs_kc) ? u"”："_qs + word + u"将会出现负库存，是否继续？"_qs : u"”：不能"_qs + word + u'！';
+  // Asked of each goods of the document: a join would begin with all goods of the warehouse.
+  // What comes in on the whole is never short, however low the stock.
+  const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
+  goods_ = sendAhead(
+      compose("select top 1 a.g_sn from (select g_sn," + sum +
+                  " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
+                  "b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and a.sl>b.kc_zsl) order by a.g_sn",
+              {family->line.columns->quantity, family->lines, family->number}),
+      number, warehouse);
 }
 
 QString StockShortage::words() const {

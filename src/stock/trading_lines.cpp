@@ -12,10 +12,6 @@ namespace trading_lines_detail {
 
 constexpr double kTolerance = 0.000001;  // quantities have six decimals
 
-constexpr std::string_view kReceiptZeros[] = {"jh_qxsl", "id2", "id3"};
-constexpr std::string_view kReturnZeros[] = {"id2"};
-constexpr std::string_view kSaleZeros[] = {"ls_qxsl", "ls_dhbz", "ls_dhdj", "id2", "id3"};
-
 QString noteOf(const LineDraft& draft) {
   return sanitizeText(draft.note.trimmed()).left(64);
 }
@@ -55,25 +51,6 @@ struct CopiedColumns {
 
 }  // namespace trading_lines_detail
 
-const LineTable receiptLineTable = {
-    .columns = &receiptLineColumns, .note = "jh_bz", .zeros = trading_lines_detail::kReceiptZeros};
-const LineTable purchaseReturnLineTable = {
-    .columns = &purchaseReturnLineColumns, .note = "th_bz", .zeros = trading_lines_detail::kReturnZeros};
-const LineTable saleLineTable = {.columns = &saleLineColumns,
-                                 .note = "ls_bz",
-                                 .retail = "ls_lsj",
-                                 .shownCost = "ls_cbj2",
-                                 .entryTotal = "ls_zhje",
-                                 .gift = "t_zp",
-                                 .zeros = trading_lines_detail::kSaleZeros};
-const LineTable saleReturnLineTable = {.columns = &saleReturnLineColumns,
-                                       .note = "th_bz",
-                                       .retail = "th_lsj",
-                                       .entryTotal = "th_zhje",
-                                       .zeros = trading_lines_detail::kReturnZeros};
-const LineTable stagingLineTable = {
-    .columns = &stagingLineColumns, .note = "ts_note", .retail = "ts_lsj", .shownCost = "ts_cbj2", .gift = "t_zp"};
-
 // ---- one line ----------------------------------------------------------------------------------------------------
 
 LineDraft TradingLines::newLine(const QString& goods, const LinePlace& place, bool staged) const {
@@ -81,7 +58,7 @@ LineDraft TradingLines::newLine(const QString& goods, const LinePlace& place, bo
   draft.goods = goods;
   draft.amounts.setTax(proposedTax(staged));
   draft.amounts.setPrice(proposedPrice(goods, place));
-  if (!document_.lines->columns->cost.empty()) {
+  if (!family().line.columns->cost.empty()) {
     draft.cost = roundMoney(getGoodsCost(goods, place.warehouse, place.date));
     draft.retail = lookupNumber("select g_lsj from jxc_goods where g_sn=?", goods);
   }
@@ -131,7 +108,7 @@ bool TradingLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prom
 TradingLines::Head TradingLines::headOf(Lines where, const QString& number) const {
   if (where != Lines::Waiting) return {};
   const DocumentFamily& f = family();
-  const std::string_view atOnce = document_.movesAtOnce.empty() ? f.status : document_.movesAtOnce;
+  const std::string_view atOnce = f.allMoved.empty() ? f.status : f.allMoved;
   const RowSet heads =
       openSelect(compose("select top 1 {} as status,{} as atonce from {} where {}=? order by {} desc,id",
                          {f.status, atOnce, f.head, f.number, f.status}),
@@ -278,7 +255,7 @@ ScanResult TradingLines::enterBarcode(const LinePlace& place, const QString& cod
 
   Transaction transaction(accountDb());
   result.number = usableDraftNumber(family(), place.number, place.date);
-  const LineColumns& columns = *document_.lines->columns;
+  const LineColumns& columns = *family().line.columns;
   const AmountRules rules = AmountRules::current();
   // What comes back stands on a line of its own, and so does a gift.
   const RowSet same =
@@ -286,7 +263,7 @@ ScanResult TradingLines::enterBarcode(const LinePlace& place, const QString& cod
           ? openSelect(compose("select top 1 a.* from {} a,jxc_goods b where a.g_sn=b.g_sn and a.{}=? and a.g_sn=? and "
                                "b.g_sptm=? and a.a_name=? and a.{}>0",
                                {family().lines, family().number, columns.quantity}) +
-                           (document_.lines->gift.empty() ? "" : " and a.t_zp=''") + " order by a.id",
+                           (family().line.gift.empty() ? "" : " and a.t_zp=''") + " order by a.id",
                        result.number, goods, barcode, session().a_name)
           : RowSet();
   LineFigures line;
@@ -337,7 +314,7 @@ std::int64_t TradingLines::stageGoods(const QString& goods, double quantity, con
 CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const {
   CopyResult result;
   result.number = place.number;
-  const LineTable& table = *document_.lines;
+  const LineTable& table = family().line;
   Transaction transaction(accountDb());
   const Head head = headOf(target, place.number);
   if (head.closed) return result;
@@ -362,14 +339,13 @@ CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const 
   return result;
 }
 
-void copyWholeDocument(const TradingDescription& from, const QString& source, const TradingDescription& to,
+void copyWholeDocument(const DocumentFamily& from, const QString& source, const DocumentFamily& to,
                        const QString& number) {
   trading_lines_detail::CopiedColumns columns;
-  columns.addFigures(*to.lines, *from.lines);
-  columns.add(to.lines->note, from.lines->note);
-  execSql(compose("insert into {} ({},a_name,", {to.family->lines, to.family->number}) + columns.into +
-              ") select ?,?," + columns.from +
-              compose(" from {} where {}=? order by id", {from.family->lines, from.family->number}),
+  columns.addFigures(to.line, from.line);
+  columns.add(to.line.note, from.line.note);
+  execSql(compose("insert into {} ({},a_name,", {to.lines, to.number}) + columns.into + ") select ?,?," + columns.from +
+              compose(" from {} where {}=? order by id", {from.lines, from.number}),
           number, session().a_name, source);
 }
 

@@ -11,9 +11,10 @@ namespace jxc {
 namespace trading_rules_detail {
 
 std::string linesWithNames(const TradingDescription& document) {
-  const std::string name = document.lines->gift.empty() ? "b.g_name"
-                                                        : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name",
-                                                                  {document.lines->gift, document.lines->gift});
+  const std::string name = document.family->line.gift.empty()
+                               ? "b.g_name"
+                               : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name",
+                                         {document.family->line.gift, document.family->line.gift});
   return "select a.*," + name +
          compose(
              ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
@@ -74,10 +75,10 @@ RowSet TradingRules::waitingLines(const QString& number) const {
 
 double TradingRules::payable(const QString& number) const {
   const DocumentFamily& f = family();
-  return roundTotalIfSeparate(
-      lookupNumber(compose("select sum({}) as zje from {} where {}=? and a_name=?", {f.lineTotal, f.lines, f.number}) +
-                       (document_.balancingIsDue ? "" : " and g_sn<>'00000000'"),
-                   number, session().a_name));
+  return roundTotalIfSeparate(lookupNumber(
+      compose("select sum({}) as zje from {} where {}=? and a_name=?", {f.line.columns->total, f.lines, f.number}) +
+          (document_.balancingIsDue ? "" : " and g_sn<>'00000000'"),
+      number, session().a_name));
 }
 
 double TradingRules::paidAfter(double payable, double typed) const {
@@ -89,7 +90,7 @@ RowSet TradingRules::waiting(const WaitingFilter& filter) const {
   const TradingPartner& partner = *document_.partner;
   Filter chosen;
   // Sales of the till stand in the same table and never wait here.
-  if (f.prefix == u"XS") chosen.add("(a.ls_dhbz=0 or a.ls_dhbz is null)");
+  if (!f.fromTill.empty()) chosen.add(compose("(a.{}=0 or a.{} is null)", {f.fromTill, f.fromTill}));
   if (!filter.partner.isEmpty()) chosen.add(compose("a.{}=?", {f.partner}), filter.partner);
   if (!filter.warehouse.isEmpty()) chosen.add(compose("a.{}=?", {f.warehouse}), filter.warehouse);
   if (isWarehouseBound())
@@ -98,9 +99,9 @@ RowSet TradingRules::waiting(const WaitingFilter& filter) const {
   if (const QString key = sanitizeKeyword(filter.key.trimmed()); !key.isEmpty()) {
     const QString like = u"%"_qs + key + u"%"_qs;
     Sql any(compose("(a.{} like ? or a.{} like ? or b.{} like ? or b.{} like ?",
-                    {f.number, document_.note, partner.name, partner.mnemonic}),
+                    {f.number, f.note, partner.name, partner.mnemonic}),
             like, like, like, like);
-    if (!document_.originalNumber.empty()) any.add(compose(" or a.{} like ?", {document_.originalNumber}), like);
+    if (!f.originalNumber.empty()) any.add(compose(" or a.{} like ?", {f.originalNumber}), like);
     chosen.add(any.add(")"));
   }
   return openSelect(Sql(trading_rules_detail::headsWithNames(document_))
@@ -124,8 +125,8 @@ std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) cons
   draft.payable = row.number("yfje");
   draft.paid = row.number("sfje");
   draft.settlement = row.integer(f.settlement) == 1 ? Settlement::RestOnAccount : Settlement::AtPaidAmount;
-  draft.account = row.text(document_.account);
-  draft.note = row.text(document_.note);
+  draft.account = row.text(f.account);
+  draft.note = row.text(f.note);
   return draft;
 }
 
@@ -148,8 +149,8 @@ AuditOutcome TradingRules::audit(const AuditDraft& draft, Prompt& prompt) const 
                {f.due, f.headSign * money.due},
                {f.paid, f.headSign * money.paid},
                {f.discount, draft.settlement == Settlement::AtPaidAmount ? money.due - money.paid : 0.0},
-               {document_.note, sanitizeText(draft.note).left(100)},
-               {document_.account, draft.account}});
+               {f.note, sanitizeText(draft.note).left(100)},
+               {f.account, draft.account}});
   };
   const AuditOutcome outcome = auditAsking(f, draft.number, prompt, change);
   if (outcome == AuditOutcome::Audited) tellBooked(draft.paid, booked, prompt);

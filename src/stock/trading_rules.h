@@ -10,15 +10,6 @@
 
 namespace jxc {
 
-/// A table of lines beyond its figures. Empty names are columns that it does not have.
-struct LineTable {
-  const LineColumns* columns;
-  std::string_view note;
-  std::string_view retail, shownCost, entryTotal, gift;  // of the sales side
-  std::span<const std::string_view> zeros;               // 0 on a new line
-};
-extern const LineTable receiptLineTable, purchaseReturnLineTable, saleLineTable, saleReturnLineTable, stagingLineTable;
-
 /// The other side of a trading document, as its head names it.
 struct TradingPartner {
   std::string_view table, key, name, mnemonic;
@@ -30,15 +21,11 @@ extern const TradingPartner tradingSupplier, tradingCustomer;
 /// What a trading document is to its rules, besides its family.
 struct TradingDescription {
   const DocumentFamily* family;
-  const LineTable* lines;
   const TradingPartner* partner;
-  std::string_view note, account, originalNumber;  // of the head
-  QString SystemParameters::*paidFollows;          // "0": the paid amount follows what is due
-  bool balancingIsDue = false;                     // returns give back what was paid: the balancing line counts
+  QString SystemParameters::*paidFollows;  // "0": the paid amount follows what is due
+  bool balancingIsDue = false;             // returns give back what was paid: the balancing line counts
   Balanced (*balance)(const QString& number, double paid, double payable) = nullptr;
   std::u16string_view paidWord;  // 实付, 实收
-  // Of the head: the goods move when it is audited, also where they move by a document of their own otherwise.
-  std::string_view movesAtOnce;
   // A line beyond the stock: refused, or asked about where negative stock is allowed. Empty: goods come in.
   std::u16string_view shortRefusal, shortQuestion;
   LineRounding scans = LineRounding::Scanned;
@@ -78,7 +65,7 @@ class TradingLines : public LineRules {
   /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
   virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, QString& refusal) const;
 
-  const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : *document_.lines; }
+  const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : family().line; }
   const DocumentFamily& family() const { return *document_.family; }
   const TradingDescription document_;
 
@@ -131,17 +118,11 @@ class TradingRules : public DocumentRules {
   const LineRules& lines_;
 };
 
-/// The document that a return gives back as a whole, and where its head remembers the return.
-struct ReturnedDocument {
-  const TradingDescription& (*description)();
-  std::string_view isReturned, returnedBy;
-};
-
 /// A return: it may give back another document as a whole. The other one knows the number of its return from the first
 /// moment, so that the draft finds it again after a crash, but counts as returned only once the return is saved.
 class ReturningRules : public TradingRules {
  public:
-  ReturningRules(const TradingDescription& document, const LineRules& lines, const ReturnedDocument& returned)
+  ReturningRules(const TradingDescription& document, const LineRules& lines, const DocumentFamily& returned)
       : TradingRules(document, lines), returned_(returned) {}
 
   /// The rest of a return stays on the account, unless the operator says otherwise.
@@ -160,11 +141,11 @@ class ReturningRules : public TradingRules {
  private:
   void takeHead(const Row& head, TradingDraft& draft) const;
 
-  const ReturnedDocument returned_;
+  const DocumentFamily& returned_;
 };
 
 /// Copies all lines of a document into this operator's draft, in their order: a return of the whole of it.
-void copyWholeDocument(const TradingDescription& from, const QString& source, const TradingDescription& to,
+void copyWholeDocument(const DocumentFamily& from, const QString& source, const DocumentFamily& to,
                        const QString& number);
 
 }  // namespace jxc

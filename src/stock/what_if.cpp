@@ -95,11 +95,12 @@ std::set<QString> goodsOf(const QString& number) {
       if (const QString sn = rows.text(row, 0); !sn.isEmpty() && sn != u"00000000") goods.insert(sn);
   };
   add(openSelect("select distinct g_sn from jxc_goodslist where gl_djh=?", number));
-  for (const DocumentFamily& family : documentFamilies()) {
-    if (!number.startsWith(QStringView(family.prefix))) continue;
+  if (const DocumentFamily* known = findFamily(number)) {
+    const DocumentFamily& family = *known;
     add(openSelect(compose("select distinct g_sn from {} where {}=?", {family.lines, family.number}), number));
-    if (family.prefix == u"CF" || family.prefix == u"KB")
-      add(openSelect(compose("select g_sn from {} where {}=?", {family.head, family.number}), number));
+    if (!family.whole.goods.empty())
+      add(openSelect(compose("select {} from {} where {}=?", {family.whole.goods, family.head, family.number}),
+                     number));
   }
   return goods;
 }
@@ -164,11 +165,10 @@ Books readBooks(const std::set<QString>& goods, const QString& date) {
 QString dateOf(const QString& number) {
   const QString posted = lookupValue("select min(gl_kdrq) from jxc_goodslist where gl_djh=?", number);
   if (!posted.isEmpty()) return posted.left(10);
-  for (const DocumentFamily& family : documentFamilies())
-    if (number.startsWith(QStringView(family.prefix)))
-      return lookupValue(compose("select {} from {} where {}=?", {family.date, family.head, family.number}), number)
-          .left(10);
-  return {};
+  const DocumentFamily* const family = findFamily(number);
+  if (!family) return {};
+  return lookupValue(compose("select {} from {} where {}=?", {family->date, family->head, family->number}), number)
+      .left(10);
 }
 
 // ---- differences -------------------------------------------------------------------------------------------------

@@ -11,8 +11,7 @@ TradingDraft ReturningRules::fresh(const QString& lastDate) const {
 
 std::optional<TradingDraft> ReturningRules::returnWhole(const QString& source, const TradingDraft& current,
                                                         Prompt& prompt) const {
-  const TradingDescription& from = returned_.description();
-  const DocumentFamily& f = *from.family;
+  const DocumentFamily& f = returned_;
   const RowSet heads =
       openSelect(compose("select * from {} where {}=1 and {}=? order by id", {f.head, f.status, f.number}), source);
   const std::optional<Row> head = heads.isEmpty() ? std::nullopt : std::optional<Row>(heads.front());
@@ -21,7 +20,7 @@ std::optional<TradingDraft> ReturningRules::returnWhole(const QString& source, c
   takeHead(*head, draft);
   Transaction transaction(accountDb());
   draft.number = usableDraftNumber(family(), current.number, current.date);
-  copyWholeDocument(from, source, document_, draft.number);
+  copyWholeDocument(f, source, family(), draft.number);
   // The name of a branch may stand in the same place: it is left until the return is saved.
   const std::string_view by = returned_.returnedBy;
   execSql(compose("update {} set {}=? where {}=? and {}=0 and ({}='' or {} is null or {} like ?)",
@@ -33,37 +32,34 @@ std::optional<TradingDraft> ReturningRules::returnWhole(const QString& source, c
 }
 
 void ReturningRules::takeHead(const Row& head, TradingDraft& draft) const {
-  const TradingDescription& from = returned_.description();
-  const DocumentFamily& f = *from.family;
+  const DocumentFamily& f = returned_;
   draft.partner = head.text(f.partner);
   draft.warehouse = head.text(f.warehouse);
   draft.salesperson = head.text("u_sn");
   draft.paid = head.number(f.paid);
-  draft.account = head.text(from.account);
-  draft.note = head.text(from.note);
+  draft.account = head.text(f.account);
+  draft.note = head.text(f.note);
   draft.invoiceNumber = head.text(f.invoiceNumber);
   draft.invoiceAmount = head.number(f.invoiceAmount);
   draft.returnOf = head.text(f.number);
 }
 
 void ReturningRules::recallReturned(TradingDraft& draft) const {
-  const RowSet heads =
-      openSelect(compose("select top 1 * from {} where {}=? and {}=0 order by id desc",
-                         {returned_.description().family->head, returned_.returnedBy, returned_.isReturned}),
-                 draft.number);
+  const RowSet heads = openSelect(compose("select top 1 * from {} where {}=? and {}=0 order by id desc",
+                                          {returned_.head, returned_.returnedBy, returned_.isReturned}),
+                                  draft.number);
   if (!heads.isEmpty()) takeHead(heads.front(), draft);
 }
 
 void ReturningRules::forgetReturned(const QString& number) const {
-  execSql(
-      compose("update {} set {}='' where {}=? and {}=0",
-              {returned_.description().family->head, returned_.returnedBy, returned_.returnedBy, returned_.isReturned}),
-      number);
+  execSql(compose("update {} set {}='' where {}=? and {}=0",
+                  {returned_.head, returned_.returnedBy, returned_.returnedBy, returned_.isReturned}),
+          number);
 }
 
 void ReturningRules::markReturned(const QString& source, const QString& number) const {
   if (source.isEmpty()) return;
-  const DocumentFamily& f = *returned_.description().family;
+  const DocumentFamily& f = returned_;
   execSql(compose("update {} set {}=1,{}=? where {}=?", {f.head, returned_.isReturned, returned_.returnedBy, f.number}),
           number, source);
 }

@@ -32,7 +32,7 @@ class DocumentsOnPaper : public test::PaperTest {
     return all;
   }
   QStringList printed(const QString& number) {
-    return readBack(savedDocumentReport(*printedDocument(number), number), number);
+    return readBack(savedDocumentReport(documentFamily(number), number), number);
   }
   QStringList readBack(const report::Report& report, const QString& name = {}) {
     const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
@@ -55,7 +55,7 @@ class DocumentsOnPaper : public test::PaperTest {
   void expectLines(const QStringList& paper, const QString& number, const DocumentFamily& family,
                    std::string_view quantity) {
     const RowSet books = openSelect(compose("select g_sn,{},{} from {} where {}=? order by id",
-                                            {quantity, family.lineTotal, family.lines, family.number}),
+                                            {quantity, family.line.columns->total, family.lines, family.number}),
                                     number);
     int row = 0;
     for (const QString& line : paper) {
@@ -147,7 +147,7 @@ TEST_F(DocumentsOnPaper, TwoHundredLinesLongNamesAndLargeAmounts) {
 TEST_F(DocumentsOnPaper, AFixedFormIsFilledWithEmptyLines) {
   setParameter("cs_cs005", 10);
   const QString number = waitingSale("2021-05-03", lines(12), 0);
-  report::Report report = savedDocumentReport(*printedDocument(number), number);
+  report::Report report = savedDocumentReport(documentFamily(number), number);
   EXPECT_EQ(report.rows().rowCount(), 20);
   expectLines(readBack(report, number), number, families::sale, "ls_sl");  // counted and summed without them
   EXPECT_TRUE(report.prepare().faults().empty());
@@ -163,7 +163,7 @@ TEST_F(DocumentsOnPaper, DraftsPrintFromTheirInputs) {
   typed.payable = receipt::payable(draft.number);
   typed.paid = 1.5;
   typed.note = u"还没有保存"_qs;
-  const QStringList paper = readBack(draftDocumentReport(*printedDocument(u"CJ"), typed));
+  const QStringList paper = readBack(draftDocumentReport(families::purchaseReceipt, typed));
   expectLines(paper, draft.number, families::purchaseReceipt, "jh_sl");
   EXPECT_TRUE(says(paper, u"备注：还没有保存"_qs));
   EXPECT_TRUE(says(paper, u"实付：1.50"_qs));

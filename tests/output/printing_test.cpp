@@ -214,9 +214,8 @@ TEST_F(PrintingTest, VariablesOfStockDocuments) {
 }
 
 TEST_F(PrintingTest, TheFormFollowsRightsParametersAndTheChoice) {
-  const PrintedDocument& sale = *printedDocument(u"XS21050310001");
-  const PrintedDocument& purchase = *printedDocument(u"CJ");
-  EXPECT_EQ(printedDocument(u"YS21050310001"), nullptr);
+  const DocumentFamily& sale = families::sale;
+  const DocumentFamily& purchase = families::purchaseReceipt;
   EXPECT_EQ(templateOf(sale), "spxs.fr3");
   setParameter("cs_lsj", 1);
   EXPECT_EQ(templateOf(sale), "spxs2.fr3");
@@ -235,9 +234,9 @@ TEST_F(PrintingTest, TheFormFollowsRightsParametersAndTheChoice) {
   becomeOperator("店员", "100009", "100009");
   EXPECT_EQ(templateOf(sale), "spxs4.fr3");
   EXPECT_EQ(templateOf(purchase), "cgjh2.fr3");
-  EXPECT_EQ(templateOf(*printedDocument(u"CT")), "cgth2.fr3");
-  EXPECT_EQ(templateOf(*printedDocument(u"BS")), "bsby2.fr3");
-  EXPECT_EQ(templateOf(*printedDocument(u"KB")), "kbd2.fr3");
+  EXPECT_EQ(templateOf(families::purchaseReturn), "cgth2.fr3");
+  EXPECT_EQ(templateOf(families::loss), "bsby2.fr3");
+  EXPECT_EQ(templateOf(families::bundle), "kbd2.fr3");
   ASSERT_EQ(templateChoices(sale).size(), 1u);
   EXPECT_EQ(QStringView(templateChoices(sale).front().file), u"spxs4.fr3");
 

@@ -108,7 +108,7 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
     });
     click(s, "btnTab2Jpgd");
     EXPECT_EQ(s.grid("gridWaitingLines").rowCount(), 11);
-    EXPECT_EQ(s.grid("gridWaiting").currentNumber("j_yfje"), 272);
+    EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 272);
   });
   EXPECT_EQ(rows("select g_sn,g_name,g_qgd,g_sgd,g_jj,g_sj,g_isjp,g_jm from jxc_goods where g_qc=? and "
                  "g_sn>'2' order by g_sn",

@@ -89,7 +89,7 @@ QStringList goodsStockIsSumOfWarehouses() {
 QStringList documentsAreWhole() {
   QStringList wrong;
   for (const DocumentFamily& family : documentFamilies()) {
-    if (family.prefix == u"HH") continue;  // shares its tables with the loan
+    if (family.sharesTables) continue;
     for (const Row head :
          openSelect(compose("select {} as djh,{} as status from {}", {family.number, family.status, family.head}))) {
       const QString number = head.text("djh");
@@ -98,7 +98,7 @@ QStringList documentsAreWhole() {
       const double rows = lookupNumber("select count(*) from jxc_goodslist where gl_djh=?", number);
       if (lines == 0) wrong << number + u": no lines"_qs;
       if (head.integer("status") == 0 && rows != 0) wrong << number + u": waits and stands in the ledger"_qs;
-      if (head.integer("status") == 1 && !family.due.empty() && rows != lines)
+      if (head.integer("status") == 1 && family.hasMoney() && rows != lines)
         wrong << number + u": %1 lines, %2 ledger rows"_qs.arg(lines).arg(rows);
     }
   }

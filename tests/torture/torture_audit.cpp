@@ -137,7 +137,7 @@ void prepareAll(int count, Prompt& prompt) {
 std::vector<QString> documents() {
   std::vector<QString> numbers;
   for (const DocumentFamily& family : documentFamilies()) {
-    if (family.prefix == u"HH") continue;
+    if (family.sharesTables) continue;
     const RowSet rows = openSelect(compose("select {} from {} order by id", {family.number, family.head}));
     for (int row = 0; row < rows.rowCount(); ++row)
       numbers.push_back(rows.text(row, 0));

@@ -24,20 +24,13 @@ using ui::FieldKind;
 
 // ---- lists -------------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kCustomerListFields[] = {
+// What is called after the partner is set by the screen.
+constexpr ui::FieldSpec kListFields[] = {
     {"tdate1", "日期：", FieldKind::Date},
     {"tdate2", "至", FieldKind::Date},
-    {"tKhName", "客户：", FieldKind::Picker},
+    {"tKhName", "往来单位：", FieldKind::Picker},
     {"tkey", "查找：", FieldKind::Text, "", 50},
 };
-constexpr ui::FieldSpec kSupplierListFields[] = {
-    {"tdate1", "日期：", FieldKind::Date},
-    {"tdate2", "至", FieldKind::Date},
-    {"tKhName", "供货商：", FieldKind::Picker},
-    {"tkey", "查找：", FieldKind::Text, "", 50},
-};
-
-// The columns of a list that are the same on both sides; the partner's caption is set by the screen.
 constexpr ui::ColumnSpec kDueColumns[] = {
     {"k_check", "审核", ColumnKind::Flag},
     {"gl_djh", "单据号", ColumnKind::Text, 15},
@@ -81,15 +74,18 @@ constexpr ui::CommandSpec kListCommands[] = {
     {"btnCancel", "退出", "Esc"},
 };
 
-constexpr ui::ScreenSpec listSpec(std::string_view name, std::string_view title, std::span<const ui::FieldSpec> fields,
-                                  std::span<const ui::GridSpec> grids) {
-  return {
-      .name = name, .title = title, .fields = fields, .grids = grids, .commands = kListCommands, .focus = "tKhName"};
+constexpr ui::ScreenSpec listSpec(std::string_view name, std::string_view title, std::span<const ui::GridSpec> grids) {
+  return {.name = name,
+          .title = title,
+          .fields = kListFields,
+          .grids = grids,
+          .commands = kListCommands,
+          .focus = "tKhName"};
 }
-constexpr ui::ScreenSpec kYskdj = listSpec("F_Yskdj", "应收登记", kCustomerListFields, kDueGrid);
-constexpr ui::ScreenSpec kYsksk = listSpec("F_Ysksk", "收款登记", kCustomerListFields, kPaymentGrid);
-constexpr ui::ScreenSpec kYfkdj = listSpec("F_Yfkdj", "应付登记", kSupplierListFields, kDueGrid);
-constexpr ui::ScreenSpec kYfkfk = listSpec("F_Yfkfk", "付款登记", kSupplierListFields, kPaymentGrid);
+constexpr ui::ScreenSpec kYskdj = listSpec("F_Yskdj", "应收登记", kDueGrid);
+constexpr ui::ScreenSpec kYsksk = listSpec("F_Ysksk", "收款登记", kPaymentGrid);
+constexpr ui::ScreenSpec kYfkdj = listSpec("F_Yfkdj", "应付登记", kDueGrid);
+constexpr ui::ScreenSpec kYfkfk = listSpec("F_Yfkfk", "付款登记", kPaymentGrid);
 
 // ---- entry forms -------------------------------------------------------------------------------------------------
 
@@ -168,6 +164,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
       .grid("gridList")
       .buttons("btnAdd btnModi btnDele btn_ChaKan btn_Prin btn_Export | btnPreview btn_Check btnCancel");
   list.setCaption("name", jxc::words(words_.side->noun));
+  tKhName.setLabel(jxc::words(words_.side->noun) + u"："_qs);
   tKhName.onPick(words_.pickPartner);
   tkey.onEnter([this] {
     refresh();
@@ -277,7 +274,7 @@ void PartnerDocumentScreen::showDocument() {
 }
 
 void PartnerDocumentScreen::printList() {
-  const auto name = words_.side == &customerSide ? u"ysksk" : u"yfkfk";
+  const auto name = words_.side->isCustomer() ? u"ysksk" : u"yfkfk";
   sendToPaper(listReport(name, list.rows(), tdate1.text(), tdate2.text()), PrintWay::Preview, this, windowTitle());
 }
 
@@ -318,7 +315,7 @@ void PartnerEntryScreen::activate() {
   dateCg.load(draft_.date);
   tdjh.setText(isNew ? partner_books::previewNumber(*words_.side, words_.kind, draft_.date) : draft_.number);
   tname.setText(partnerName(*words_.side, draft_.partner));
-  kh_ye.setNumber(ysyfkBalanceNow(draft_.partner, partner_books::typeOf(*words_.side)));
+  kh_ye.setNumber(ysyfkBalanceNow(draft_.partner, words_.side->which));
   tgsj.load(draft_.amount);
   tnote.load(draft_.note);
   comUser.setItems(fillEmployees());

@@ -7,6 +7,7 @@
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_picker.h"
+#include "masterdata/screens/partner_text.h"
 #include "output/money_reports.h"
 #include "output/screens/print_outlet.h"
 #include "ui/period_menu.h"
@@ -128,52 +129,48 @@ constexpr ui::ScreenSpec kYfkgl = {.name = "F_Yfkgl",
 
 // ---- settling ----------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kReceiptFields[] = {
+template <PartnerType Side>
+constexpr ui::FieldSpec kSettleFields[] = {
     {"tdjh", "单据号：", FieldKind::Text, "", 16, ui::ReadOnly},
-    {"tname", "客户：", FieldKind::Text, "", 128, ui::ReadOnly},
-    {"tyfje", "单据应收：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"tsfje", "单据已收：", FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tname", joined<PartnerText<Side>::noun, "：">, FieldKind::Text, "", 128, ui::ReadOnly},
+    {"tyfje", joined<"单据", PartnerText<Side>::owed, "：">, FieldKind::Money, "", 0, ui::ReadOnly},
+    {"tsfje", joined<"单据", PartnerText<Side>::got, "：">, FieldKind::Money, "", 0, ui::ReadOnly},
     {"thkje", "已回款：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"kh_ye", "客户应收：", FieldKind::Total, "", 0, ui::ReadOnly},
-    {"tje", "本次收款：", FieldKind::Money},
+    {"kh_ye", joined<PartnerText<Side>::noun, PartnerText<Side>::owed, "：">, FieldKind::Total, "", 0, ui::ReadOnly},
+    {"tje", joined<"本次", PartnerText<Side>::taken, "：">, FieldKind::Money},
     {"comYhzh", "账户：", FieldKind::Combo},
     {"comUser", "经办人：", FieldKind::Combo},
     {"dateCg", "日期：", FieldKind::Date},
     {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
     {"chkPrin", "保存后打印", FieldKind::Check},
-    {"chkQk", "该单据已收款，直接清除本单据的欠款(不改变该客户的应收款)", FieldKind::Check},
-};
-constexpr ui::FieldSpec kPaymentFields[] = {
-    {"tdjh", "单据号：", FieldKind::Text, "", 16, ui::ReadOnly},
-    {"tname", "供货商：", FieldKind::Text, "", 128, ui::ReadOnly},
-    {"tyfje", "单据应付：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"tsfje", "单据已付：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"thkje", "已回款：", FieldKind::Money, "", 0, ui::ReadOnly},
-    {"kh_ye", "供货商应付：", FieldKind::Total, "", 0, ui::ReadOnly},
-    {"tje", "本次付款：", FieldKind::Money},
-    {"comYhzh", "账户：", FieldKind::Combo},
-    {"comUser", "经办人：", FieldKind::Combo},
-    {"dateCg", "日期：", FieldKind::Date},
-    {"tnote", "备注：", FieldKind::Text, "", 100, ui::OffersRemarks},
-    {"chkPrin", "保存后打印", FieldKind::Check},
-    {"chkQk", "该单据已付款，直接清除本单据的欠款(不改变该供货商的应付款)", FieldKind::Check},
+    {"chkQk",
+     joined<"该单据已", PartnerText<Side>::taken, "，直接清除本单据的欠款(不改变该", PartnerText<Side>::noun, "的",
+            PartnerText<Side>::owed, "款)">,
+     FieldKind::Check},
 };
 constexpr ui::CommandSpec kSaveCommands[] = {{"btnSave", "保存", "F5"}, {"btnCancel", "取消", "Esc"}};
-constexpr ui::ScreenSpec kYskglSk = {
-    .name = "F_Yskgl_Sk", .title = "单据收款", .fields = kReceiptFields, .commands = kSaveCommands, .focus = "tje"};
-constexpr ui::ScreenSpec kYfkglFk = {
-    .name = "F_Yfkgl_Fk", .title = "单据付款", .fields = kPaymentFields, .commands = kSaveCommands, .focus = "tje"};
+template <PartnerType Side>
+constexpr ui::ScreenSpec settleSpec(std::string_view name) {
+  return {.name = name,
+          .title = joined<"单据", PartnerText<Side>::taken>,
+          .fields = kSettleFields<Side>,
+          .commands = kSaveCommands,
+          .focus = "tje"};
+}
 
 // ---- repair ------------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kCustomerRepair[] = {{"tname", "客户：", FieldKind::Text, "", 128, ui::ReadOnly},
-                                             {"tdate", "开始日期：", FieldKind::Text, "", 10, ui::ReadOnly}};
-constexpr ui::FieldSpec kSupplierRepair[] = {{"tname", "供货商：", FieldKind::Text, "", 128, ui::ReadOnly},
-                                             {"tdate", "开始日期：", FieldKind::Text, "", 10, ui::ReadOnly}};
-constexpr ui::ScreenSpec kYskglJs = {
-    .name = "F_Yskgl_Js", .title = "重新计算应收款", .fields = kCustomerRepair, .commands = kSaveCommands};
-constexpr ui::ScreenSpec kYfkglJs = {
-    .name = "F_Yfkgl_Js", .title = "重新计算应付款", .fields = kSupplierRepair, .commands = kSaveCommands};
+template <PartnerType Side>
+constexpr ui::FieldSpec kRepairFields[] = {
+    {"tname", joined<PartnerText<Side>::noun, "：">, FieldKind::Text, "", 128, ui::ReadOnly},
+    {"tdate", "开始日期：", FieldKind::Text, "", 10, ui::ReadOnly}};
+template <PartnerType Side>
+constexpr ui::ScreenSpec repairSpec(std::string_view name) {
+  return {.name = name,
+          .title = joined<"重新计算", PartnerText<Side>::owed, "款">,
+          .fields = kRepairFields<Side>,
+          .commands = kSaveCommands};
+}
 
 constexpr PartnerOverviewWords kReceivables{
     &customerSide, "F_Yskgl_Sk", "F_Yskgl_Js", u"所有客户", u"收款只能在“明细表”进行！", pickCustomer};
@@ -181,7 +178,7 @@ constexpr PartnerOverviewWords kPayables{
     &supplierSide, "F_Yfkgl_Fk", "F_Yfkgl_Js", u"所有供货商", u"付款只能在“明细表”进行！", pickSupplier};
 
 bool isCustomer(const PartnerSide& side) {
-  return &side == &customerSide;
+  return side.isCustomer();
 }
 
 /// The texts of the customers' side in the other side's words.
@@ -206,16 +203,16 @@ struct TF_Yfkgl : PartnerOverviewScreen {
   TF_Yfkgl() : PartnerOverviewScreen(kYfkgl, kPayables) {}
 };
 struct TF_Yskgl_Sk : SettlementScreen {
-  TF_Yskgl_Sk() : SettlementScreen(kYskglSk, customerSide) {}
+  TF_Yskgl_Sk() : SettlementScreen(settleSpec<PartnerType::Customer>("F_Yskgl_Sk"), customerSide) {}
 };
 struct TF_Yfkgl_Fk : SettlementScreen {
-  TF_Yfkgl_Fk() : SettlementScreen(kYfkglFk, supplierSide) {}
+  TF_Yfkgl_Fk() : SettlementScreen(settleSpec<PartnerType::Supplier>("F_Yfkgl_Fk"), supplierSide) {}
 };
 struct TF_Yskgl_Js : PartnerRepairScreen {
-  TF_Yskgl_Js() : PartnerRepairScreen(kYskglJs, customerSide) {}
+  TF_Yskgl_Js() : PartnerRepairScreen(repairSpec<PartnerType::Customer>("F_Yskgl_Js"), customerSide) {}
 };
 struct TF_Yfkgl_Js : PartnerRepairScreen {
-  TF_Yfkgl_Js() : PartnerRepairScreen(kYfkglJs, supplierSide) {}
+  TF_Yfkgl_Js() : PartnerRepairScreen(repairSpec<PartnerType::Supplier>("F_Yfkgl_Js"), supplierSide) {}
 };
 
 const ui::Registered<TF_Yskgl> kRegisteredYskgl{"F_Yskgl"};
@@ -238,7 +235,7 @@ PartnerOverviewScreen::PartnerOverviewScreen(const ui::ScreenSpec& spec, const P
       .grid("gridGoods", 1)
       .grid("gridHz", 4)
       .text(partner_overview_screens_detail::sideText(
-          *words_.side, words_.side == &customerSide
+          *words_.side, words_.side->isCustomer()
                             ? QStringLiteral("说明：期末应收为负数表示该客户在我方存有货品的预付款。")
                             : QStringLiteral("说明：期末应付为负数表示我方在该供货商存有货品的预付款。")))
       .buttons("btn_Fukuan btn_Cxjs btn_Prin btn_Export | btnCancel");
@@ -332,7 +329,7 @@ void PartnerOverviewScreen::repair() {
 }
 
 void PartnerOverviewScreen::print() {
-  const bool customer = words_.side == &customerSide, detail = rMxb.isChecked();
+  const bool customer = words_.side->isCustomer(), detail = rMxb.isChecked();
   const auto name = customer ? (detail ? u"yskmxb" : u"yskglhzb") : (detail ? u"yfkmxb" : u"yfkglhzb");
   ui::Grid& list = detail ? gridMx : gridHz;
   list.waitLoaded();

@@ -152,7 +152,7 @@ BookScreen::BookScreen(const Description& description)
     : Screen(description.spec), description_(description), search_(field("tkey"), list_, [this](const QString& typed) {
         return partnerListStatement(description_.side, {.key = typed});
       }) {
-  const bool customers = &description_.side == &customerSide;
+  const bool customers = description_.side.isCustomer();
   auto area = panel();
   auto [left, right] = area.columns(2, 3);
   left.row("tkey").grid(list_.spec().name);

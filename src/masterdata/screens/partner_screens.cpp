@@ -3,6 +3,8 @@
 #include "core/defaults.h"
 #include "core/fillers.h"
 #include "masterdata/screens/partner_dialogs.h"
+#include "masterdata/screens/partner_text.h"
+#include "ui/joined_tables.h"
 
 #include <QListWidget>
 
@@ -14,120 +16,103 @@ namespace partner_screens_detail {
 using ui::ColumnKind;
 using ui::FieldKind;
 
-// ---- customers ---------------------------------------------------------------------------------------------------
+// ---- descriptions ------------------------------------------------------------------------------------------------
+
+template <PartnerType Side, FixedText Name>
+constexpr std::string_view columnOf = joined<PartnerText<Side>::column, Name>;
+template <PartnerType Side, FixedText Name>
+constexpr std::string_view inputOf = joined<PartnerText<Side>::table, ".", PartnerText<Side>::column, Name>;
 
 constexpr ui::FieldSpec kListFields[] = {
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"comSx", "筛选：", FieldKind::Combo},
 };
-constexpr ui::ColumnSpec kCustomerColumns[] = {
-    {"kh_sn", "客户编号"},
-    {"kh_name", "客户名称", ColumnKind::Text, 24},
-    {"kt_name", "级别"},
-    {"kh_lxr", "联系人"},
-    {"kh_tele", "电话"},
-    {"kh_lwje", "应收余额", ColumnKind::Money, 0, true},
-    {"z_name", "地区"},
-    {"kh_address", "地址", ColumnKind::Text, 24},
-    {"kh_jm", "简码"},
-    {"kh_uname", "业务员"},
-    {"ck_name", "所属仓库"},
-    {"kh_default", "默认", ColumnKind::Flag},
-    {"kh_forbid", "禁用", ColumnKind::Flag},
-    {"kh_note", "备注", ColumnKind::Text, 24},
-};
-constexpr ui::GridSpec kCustomerGrids[] = {{"gridKh", "客户列表", kCustomerColumns, "还没有客户，按F2增加"}};
-constexpr ui::CommandSpec kCustomerCommands[] = {
-    {"btnAdd", "增加", "F2"},      {"btnModi", "修改", "F3"},
-    {"btnDele", "删除", "Ctrl+D"}, {"btnRForbid", "禁用/启用", "F6", "禁用的客户不再出现在单据的客户列表中"},
-    {"btnRJm", "修改简码", "F7"},  {"btnSearch", "高级查找", "Ctrl+F"},
-    {"btnType", "客户级别", "F8"}, {"btnZone", "地区", "Ctrl+R"},
-    {"btnImport", "导入", "F9"},   {"btn_Export", "导出", "Ctrl+S"},
-    {"btnCancel", "退出", "Esc"},
-};
-constexpr ui::ScreenSpec kCustomerList = {.name = "F_Khgl",
-                                          .title = "客户设置",
-                                          .fields = kListFields,
-                                          .grids = kCustomerGrids,
-                                          .commands = kCustomerCommands,
-                                          .focus = "tkey"};
 
-constexpr ui::FieldSpec kCustomerFields[] = {
-    {"tname", "客户名称：", FieldKind::Text, "jxc_khxx.kh_name"},
-    {"tlxr", "联系人：", FieldKind::Text, "jxc_khxx.kh_lxr"},
-    {"ttele", "电话：", FieldKind::Text, "jxc_khxx.kh_tele"},
-    {"taddress", "地址：", FieldKind::Text, "jxc_khxx.kh_address"},
-    {"comType", "级别：", FieldKind::Combo},
-    {"comZone", "地区：", FieldKind::EditCombo, "jxc_khxx.z_name"},
+template <PartnerType Side>
+constexpr auto kColumns = [] {
+  using Text = PartnerText<Side>;
+  using ui::ColumnSpec;
+  constexpr std::array first{ColumnSpec{columnOf<Side, "sn">, joined<Text::noun, "编号">},
+                             ColumnSpec{columnOf<Side, "name">, joined<Text::noun, "名称">, ColumnKind::Text, 24},
+                             ColumnSpec{Text::levelName.letters, Text::level.letters},
+                             ColumnSpec{columnOf<Side, "lxr">, "联系人"},
+                             ColumnSpec{columnOf<Side, "tele">, "电话"},
+                             ColumnSpec{columnOf<Side, "lwje">, joined<Text::owed, "余额">, ColumnKind::Money, 0, true},
+                             ColumnSpec{"z_name", "地区"},
+                             ColumnSpec{columnOf<Side, "address">, "地址", ColumnKind::Text, 24},
+                             ColumnSpec{columnOf<Side, "jm">, "简码"}};
+  constexpr std::array last{ColumnSpec{"ck_name", "所属仓库"},
+                            ColumnSpec{columnOf<Side, "default">, "默认", ColumnKind::Flag},
+                            ColumnSpec{columnOf<Side, "forbid">, "禁用", ColumnKind::Flag},
+                            ColumnSpec{columnOf<Side, "note">, "备注", ColumnKind::Text, 24}};
+  // Only customers are bound to salesmen.
+  if constexpr (Side == PartnerType::Customer)
+    return ui::joinedTables(first, std::array{ColumnSpec{"kh_uname", "业务员"}}, last);
+  else
+    return ui::joinedTables(first, last);
+}();
+
+template <PartnerType Side>
+constexpr ui::GridSpec kGrids[] = {{Side == PartnerType::Customer ? "gridKh" : "gridGhs",
+                                    joined<PartnerText<Side>::noun, "列表">, kColumns<Side>,
+                                    joined<"还没有", PartnerText<Side>::noun, "，按F2增加">}};
+
+template <PartnerType Side>
+constexpr auto kCommands = [] {
+  using Text = PartnerText<Side>;
+  using ui::CommandSpec;
+  constexpr std::array first{CommandSpec{"btnAdd", "增加", "F2"},
+                             CommandSpec{"btnModi", "修改", "F3"},
+                             CommandSpec{"btnDele", "删除", "Ctrl+D"},
+                             CommandSpec{"btnRForbid", "禁用/启用", "F6",
+                                         joined<"禁用的", Text::noun, "不再出现在单据的", Text::noun, "列表中">},
+                             CommandSpec{"btnRJm", "修改简码", "F7"},
+                             CommandSpec{"btnSearch", "高级查找", "Ctrl+F"},
+                             CommandSpec{"btnType", joined<Text::noun, Text::level>, "F8"}};
+  constexpr std::array last{CommandSpec{"btnZone", "地区", "Ctrl+R"}, CommandSpec{"btnImport", "导入", "F9"},
+                            CommandSpec{"btn_Export", "导出", "Ctrl+S"}, CommandSpec{"btnCancel", "退出", "Esc"}};
+  if constexpr (Side == PartnerType::Supplier)
+    return ui::joinedTables(first, std::array{CommandSpec{"btnCopy", "复制客户", "F4", "把客户资料复制成供货商"}},
+                            last);
+  else
+    return ui::joinedTables(first, last);
+}();
+
+template <PartnerType Side>
+constexpr ui::ScreenSpec kList = {.name = PartnerText<Side>::screen.letters,
+                                  .title = joined<PartnerText<Side>::noun, "设置">,
+                                  .fields = kListFields,
+                                  .grids = kGrids<Side>,
+                                  .commands = kCommands<Side>,
+                                  .focus = "tkey"};
+
+template <PartnerType Side>
+constexpr ui::FieldSpec kFields[] = {
+    {"tname", joined<PartnerText<Side>::noun, "名称：">, FieldKind::Text, inputOf<Side, "name">},
+    {"tlxr", "联系人：", FieldKind::Text, inputOf<Side, "lxr">},
+    {"ttele", "电话：", FieldKind::Text, inputOf<Side, "tele">},
+    {"taddress", "地址：", FieldKind::Text, inputOf<Side, "address">},
+    {"comType", joined<PartnerText<Side>::level, "：">, FieldKind::Combo},
+    {"comZone", "地区：", FieldKind::EditCombo, joined<PartnerText<Side>::table, ".z_name">},
     {"comCk", "所属仓库：", FieldKind::Combo},
-    {"tlwje", "期初应收：", FieldKind::Money},
-    {"tnote", "备注：", FieldKind::Text, "jxc_khxx.kh_note"},
-    {"chkDefault", "默认客户", FieldKind::Check},
+    {"tlwje", joined<"期初", PartnerText<Side>::owed, "：">, FieldKind::Money},
+    {"tnote", "备注：", FieldKind::Text, inputOf<Side, "note">},
+    {"chkDefault", joined<"默认", PartnerText<Side>::noun>, FieldKind::Check},
 };
 constexpr ui::CommandSpec kEditCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
-constexpr ui::ScreenSpec kCustomerAdd = {
-    .name = "F_Khgl_Add", .title = "增加客户", .fields = kCustomerFields, .commands = kEditCommands, .focus = "tname"};
-constexpr ui::ScreenSpec kCustomerModi = {.name = "F_Khgl_Modi",
-                                          .title = "修改客户资料",
-                                          .fields = kCustomerFields,
-                                          .commands = kEditCommands,
-                                          .focus = "tname"};
 
-// ---- suppliers ---------------------------------------------------------------------------------------------------
-
-constexpr ui::ColumnSpec kSupplierColumns[] = {
-    {"ghs_sn", "供货商编号"},
-    {"ghs_name", "供货商名称", ColumnKind::Text, 24},
-    {"gt_name", "类别"},
-    {"ghs_lxr", "联系人"},
-    {"ghs_tele", "电话"},
-    {"ghs_lwje", "应付余额", ColumnKind::Money, 0, true},
-    {"z_name", "地区"},
-    {"ghs_address", "地址", ColumnKind::Text, 24},
-    {"ghs_jm", "简码"},
-    {"ck_name", "所属仓库"},
-    {"ghs_default", "默认", ColumnKind::Flag},
-    {"ghs_forbid", "禁用", ColumnKind::Flag},
-    {"ghs_note", "备注", ColumnKind::Text, 24},
-};
-constexpr ui::GridSpec kSupplierGrids[] = {{"gridGhs", "供货商列表", kSupplierColumns, "还没有供货商，按F2增加"}};
-constexpr ui::CommandSpec kSupplierCommands[] = {
-    {"btnAdd", "增加", "F2"},         {"btnModi", "修改", "F3"},
-    {"btnDele", "删除", "Ctrl+D"},    {"btnRForbid", "禁用/启用", "F6", "禁用的供货商不再出现在单据的供货商列表中"},
-    {"btnRJm", "修改简码", "F7"},     {"btnSearch", "高级查找", "Ctrl+F"},
-    {"btnType", "供货商类别", "F8"},  {"btnCopy", "复制客户", "F4", "把客户资料复制成供货商"},
-    {"btnZone", "地区", "Ctrl+R"},    {"btnImport", "导入", "F9"},
-    {"btn_Export", "导出", "Ctrl+S"}, {"btnCancel", "退出", "Esc"},
-};
-constexpr ui::ScreenSpec kSupplierList = {.name = "F_Ghsgl",
-                                          .title = "供货商设置",
-                                          .fields = kListFields,
-                                          .grids = kSupplierGrids,
-                                          .commands = kSupplierCommands,
-                                          .focus = "tkey"};
-
-constexpr ui::FieldSpec kSupplierFields[] = {
-    {"tname", "供货商名称：", FieldKind::Text, "jxc_ghsxx.ghs_name"},
-    {"tlxr", "联系人：", FieldKind::Text, "jxc_ghsxx.ghs_lxr"},
-    {"ttele", "电话：", FieldKind::Text, "jxc_ghsxx.ghs_tele"},
-    {"taddress", "地址：", FieldKind::Text, "jxc_ghsxx.ghs_address"},
-    {"comType", "类别：", FieldKind::Combo},
-    {"comZone", "地区：", FieldKind::EditCombo, "jxc_ghsxx.z_name"},
-    {"comCk", "所属仓库：", FieldKind::Combo},
-    {"tlwje", "期初应付：", FieldKind::Money},
-    {"tnote", "备注：", FieldKind::Text, "jxc_ghsxx.ghs_note"},
-    {"chkDefault", "默认供货商", FieldKind::Check},
-};
-constexpr ui::ScreenSpec kSupplierAdd = {.name = "F_Ghsgl_Add",
-                                         .title = "增加供货商",
-                                         .fields = kSupplierFields,
-                                         .commands = kEditCommands,
-                                         .focus = "tname"};
-constexpr ui::ScreenSpec kSupplierModi = {.name = "F_Ghsgl_Modi",
-                                          .title = "修改供货商资料",
-                                          .fields = kSupplierFields,
-                                          .commands = kEditCommands,
-                                          .focus = "tname"};
+template <PartnerType Side>
+constexpr ui::ScreenSpec kAdd = {.name = joined<PartnerText<Side>::screen, "_Add">,
+                                 .title = joined<"增加", PartnerText<Side>::noun>,
+                                 .fields = kFields<Side>,
+                                 .commands = kEditCommands,
+                                 .focus = "tname"};
+template <PartnerType Side>
+constexpr ui::ScreenSpec kModi = {.name = joined<PartnerText<Side>::screen, "_Modi">,
+                                  .title = joined<"修改", PartnerText<Side>::noun, "资料">,
+                                  .fields = kFields<Side>,
+                                  .commands = kEditCommands,
+                                  .focus = "tname"};
 
 // ---- both --------------------------------------------------------------------------------------------------------
 
@@ -136,7 +121,7 @@ constexpr QChar kKindMark = u'k';
 constexpr QChar kZoneMark = u'z';
 
 std::vector<ListItem> filterItems(const PartnerSide& side) {
-  const bool owes = &side == &customerSide;
+  const bool owes = side.isCustomer();
   std::vector<ListItem> items{
       {QStringLiteral("全部"), QString()},
       {QStringLiteral("使用中"), QStringLiteral("use")},
@@ -164,29 +149,29 @@ PartnerConditions narrowed(PartnerConditions conditions, const QString& key) {
 }
 
 std::string screenOf(const PartnerSide& side, std::string_view what) {
-  return std::string(&side == &customerSide ? "F_Khgl_" : "F_Ghsgl_") + std::string(what);
+  return std::string(side.isCustomer() ? "F_Khgl_" : "F_Ghsgl_") + std::string(what);
 }
 
 struct TF_Khgl : PartnerListScreen {
-  TF_Khgl() : PartnerListScreen(kCustomerList, customerSide) {}
+  TF_Khgl() : PartnerListScreen(kList<PartnerType::Customer>, customerSide) {}
 };
 struct TF_Ghsgl : PartnerListScreen {
-  TF_Ghsgl() : PartnerListScreen(kSupplierList, supplierSide) {
+  TF_Ghsgl() : PartnerListScreen(kList<PartnerType::Supplier>, supplierSide) {
     whole("btnCopy", [] { return ui::openScreen("F_Ghsgl_Copy"); });
   }
 };
-struct TF_Khgl_Add : PartnerEditScreen {
-  TF_Khgl_Add() : PartnerEditScreen(kCustomerAdd, customerSide, Mode::Add) {}
+template <PartnerType Side>
+struct AddOf : PartnerEditScreen {
+  AddOf() : PartnerEditScreen(kAdd<Side>, partnerSide(Side), Mode::Add) {}
 };
-struct TF_Khgl_Modi : PartnerEditScreen {
-  TF_Khgl_Modi() : PartnerEditScreen(kCustomerModi, customerSide, Mode::Modify) {}
+template <PartnerType Side>
+struct ModifyOf : PartnerEditScreen {
+  ModifyOf() : PartnerEditScreen(kModi<Side>, partnerSide(Side), Mode::Modify) {}
 };
-struct TF_Ghsgl_Add : PartnerEditScreen {
-  TF_Ghsgl_Add() : PartnerEditScreen(kSupplierAdd, supplierSide, Mode::Add) {}
-};
-struct TF_Ghsgl_Modi : PartnerEditScreen {
-  TF_Ghsgl_Modi() : PartnerEditScreen(kSupplierModi, supplierSide, Mode::Modify) {}
-};
+using TF_Khgl_Add = AddOf<PartnerType::Customer>;
+using TF_Khgl_Modi = ModifyOf<PartnerType::Customer>;
+using TF_Ghsgl_Add = AddOf<PartnerType::Supplier>;
+using TF_Ghsgl_Modi = ModifyOf<PartnerType::Supplier>;
 
 const ui::Registered<TF_Khgl> kKhgl{"F_Khgl"};
 const ui::Registered<TF_Ghsgl> kGhsgl{"F_Ghsgl"};
@@ -333,7 +318,7 @@ void PartnerEditScreen::activate() {
       id_ == 0 ||
       openingIsOpen(side_, lookupValue(compose("select {} from {} where id=?", {side_.sn, side_.table}), id_));
   tlwje.setReadOnly(!open);
-  const bool owes = &side_ == &customerSide;
+  const bool owes = side_.isCustomer();
   tlwje.setLabel(open ? (owes ? QStringLiteral("期初应收：") : QStringLiteral("期初应付："))
                       : (owes ? QStringLiteral("应收余额：") : QStringLiteral("应付余额：")));
 }

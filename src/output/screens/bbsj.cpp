@@ -3,6 +3,7 @@
 #include "output/printed_documents.h"
 #include "output/screens/template_designer.h"
 #include "output/templates.h"
+#include "stock/document_family.h"
 #include "ui/screen.h"
 
 #include <QFileInfo>
@@ -43,8 +44,9 @@ constexpr int kInRow = 3;
 /// those of a shop that has none yet, show their samples.
 ui::LivePreview::Maker makerOf(const KnownTemplate& which) {
   const std::u16string_view stem = which.name.substr(0, which.name.find_last_not_of(u"0123456789") + 1);
-  for (const PrintedDocument& each : printedDocuments()) {
-    if (each.plain.substr(0, each.plain.find(u'.')) != stem) continue;
+  for (const DocumentFamily& each : documentFamilies()) {
+    const std::u16string_view plain = each.paper.plain;
+    if (plain.substr(0, plain.find(u'.')) != stem) continue;
     const QString number = lastSavedDocument(each);
     if (number.isEmpty()) continue;
     return [&each, number](const report::Template& design) {

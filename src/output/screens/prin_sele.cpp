@@ -28,9 +28,9 @@ TF_PrinSele::TF_PrinSele() : Screen(prin_sele_detail::kScreen) {
   setMinimumWidth(320);
 }
 
-bool TF_PrinSele::choose(const PrintedDocument& document) {
-  choices_ = templateChoices(document);
-  const QString now = templateOf(document);
+bool TF_PrinSele::choose(const DocumentFamily& family) {
+  choices_ = templateChoices(family);
+  const QString now = templateOf(family);
   const std::array inputs{&rPrin1, &rPrin2, &rPrin3};
   for (std::size_t i = 0; i < inputs.size(); ++i) {
     const bool offered = i < choices_.size();
@@ -41,7 +41,7 @@ bool TF_PrinSele::choose(const PrintedDocument& document) {
   }
   if (!showModal()) return false;
   for (std::size_t i = 0; i < choices_.size() && i < inputs.size(); ++i)
-    if (inputs[i]->isChecked()) chooseTemplate(document, QStringView(choices_[i].file));
+    if (inputs[i]->isChecked()) chooseTemplate(family, QStringView(choices_[i].file));
   return true;
 }
 
@@ -52,8 +52,8 @@ void TF_PrinSele::showEvent(QShowEvent* event) {
     if (input->isChecked()) input->focus();
 }
 
-bool chooseForm(const PrintedDocument& document) {
-  return !asksFormat(document) || ui::screenAs<TF_PrinSele>("F_PrinSele").choose(document);
+bool chooseForm(const DocumentFamily& family) {
+  return !asksFormat(family) || ui::screenAs<TF_PrinSele>("F_PrinSele").choose(family);
 }
 
 namespace prin_sele_detail {

@@ -16,7 +16,7 @@ class TF_PrinSele : public ui::Screen {
   ui::Field& rPrin3 = field("rPrin3");
 
   /// Lets the operator choose; the choice stays in the session. False: there will be no print.
-  bool choose(const PrintedDocument& document);
+  bool choose(const DocumentFamily& family);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -26,6 +26,6 @@ class TF_PrinSele : public ui::Screen {
 };
 
 /// Asks for the form where the document's parameter wants it. False: there will be no print.
-bool chooseForm(const PrintedDocument& document);
+bool chooseForm(const DocumentFamily& family);
 
 }  // namespace jxc

@@ -1,7 +1,5 @@
 // 采购进货: the screen of the purchase receipt and its satellites: goods list, line dialog, audit dialog, change of
 // head.
-#include "core/session.h"
-#include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
 #include "masterdata/screens/spxxgl_add.h"
 #include "purchasing/receipt.h"
@@ -45,36 +43,19 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr ui::ColumnSpec kLines[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 9},
-    {"g_name", "商品名称", ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ColumnKind::Text, 10},
-    {"color_name", "颜色", ColumnKind::Text, 5},
-    {"dw_name", "单位", ColumnKind::Text, 4},
-    {"jh_dj", "单价", ColumnKind::Money, 10, false, true},
-    {"jh_sl", "数量", ColumnKind::Quantity, 8, true, true},
-    {"jh_dzl", "打折率", ColumnKind::Percent, 6, false, true},
-    {"jh_zje", "总金额", ColumnKind::Money, 11, true},
-    {"jh_je", "金额", ColumnKind::Money, 11, true},
-    {"jh_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
-    {"jh_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
-    {"jh_taxje", "税额", ColumnKind::Money, 9, true},
-    {"jh_bz", "备注", ColumnKind::Text, 8},
-    {.field = "g_sptm", .caption = "商品条码", .hidden = true},
-};
-constexpr ui::ColumnSpec kWaiting[] = {
-    {"j_sn", "单据编号", ColumnKind::Text, 16},
-    {"j_jhrq", "进货日期", ColumnKind::Date},
-    {"ghs_name", "供货商", ColumnKind::Text, 20},
-    {"ck_name", "收货仓库", ColumnKind::Text, 12},
-    {"u_name", "经办人", ColumnKind::Text, 10},
-    {"j_yfje", "应付金额", ColumnKind::Money, 13, true},
-    {"j_sfje", "实付金额", ColumnKind::Money, 13, true},
-    {"wfje", "未付金额", ColumnKind::Money, 13, true},
-    {"j_sn2", "原始单号", ColumnKind::Text, 14},
-    {"a_name", "操作员", ColumnKind::Text, 10},
-    {"j_note", "备注", ColumnKind::Text, 16},
-};
+constexpr auto kLines = trading_parts::lineColumns<"jh_">();
+constexpr auto kWaiting =
+    trading_parts::waitingColumns({.number = "j_sn",
+                                   .date = "j_jhrq",
+                                   .partner = "ghs_name",
+                                   .note = "j_note",
+                                   .dateCaption = "进货日期",
+                                   .partnerCaption = "供货商",
+                                   .warehouseCaption = "收货仓库",
+                                   .dueCaption = "应付金额",
+                                   .paidCaption = "实付金额",
+                                   .openCaption = "未付金额"},
+                                  std::array{ui::ColumnSpec{"j_sn2", "原始单号", ColumnKind::Text, 14}});
 constexpr ui::GridSpec kGrids[] = {
     {"gridLines", "进货商品", kLines, "扫描商品条码，或按F2添加商品"},
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的采购单"},
@@ -94,10 +75,6 @@ constexpr auto kCommands = trading_parts::documentCommands({
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
 constexpr std::string_view kNotYet[] = {"btnHt"};
-
-bool putawayInUse() {
-  return strIsTrue(session().cs_sprk);
-}
 
 QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReceipt, number);
@@ -124,7 +101,6 @@ constexpr DocumentScreenSpec kDocument = {
     .paid = "tsfje",
     .employeeFlag = "u_cg",
     .settleKind = u"cg",
-    .putsAwayLater = putawayInUse,
     .waitingPartner = "ghs_name",
     .pickScreen = "F_Cgjh_Add",
     .lineScreen = "F_Cgjh_Sele",
@@ -236,18 +212,11 @@ class TF_Cgjh_Check : public AuditScreen {
   TF_Cgjh_Check() : AuditScreen(kAudit) {}
 };
 
-class TF_Cgjh_Import : public LineImportScreen {
- public:
-  TF_Cgjh_Import()
-      : LineImportScreen(
-            {"F_Cgjh_Import", "采购单据导入", receipt::rules, {.needsProduced = true}, "采购单据模板.xlsx"}) {}
-};
-
 const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};
 const ui::Registered<TF_Cgjh_Add> kRegisteredAdd{"F_Cgjh_Add"};
 const ui::Registered<TF_Cgjh_Sele> kRegisteredSele{"F_Cgjh_Sele"};
 const ui::Registered<TF_Cgjh_Check> kRegisteredCheck{"F_Cgjh_Check"};
-const ui::Registered<TF_Cgjh_Import> kRegisteredImport{"F_Cgjh_Import"};
+const RegisteredImport kRegisteredImport{"F_Cgjh_Import", receipt::rules};
 
 }  // namespace cgjh_detail
 }  // namespace jxc

@@ -38,29 +38,17 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr ui::ColumnSpec kLines[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 9},
-    {"g_name", "商品名称", ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ColumnKind::Text, 10},
-    {"color_name", "颜色", ColumnKind::Text, 5},
-    {"dw_name", "单位", ColumnKind::Text, 4},
-    {"th_dj", "单价", ColumnKind::Money, 10, false, true},
-    {"th_sl", "数量", ColumnKind::Quantity, 8, true, true},
-    {"th_dzl", "打折率", ColumnKind::Percent, 6, false, true},
-    {"th_zje", "总金额", ColumnKind::Money, 11, true},
-    {"th_je", "金额", ColumnKind::Money, 11, true},
-    {"th_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
-    {"th_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
-    {"th_taxje", "税额", ColumnKind::Money, 9, true},
-    {"th_bz", "备注", ColumnKind::Text, 8},
-};
-constexpr ui::ColumnSpec kWaiting[] = {
-    {"gl_djh", "单据编号", ColumnKind::Text, 16},      {"th_thrq", "退货日期", ColumnKind::Text, 12},
-    {"ghs_name", "供货商", ColumnKind::Text, 20},      {"ck_name", "出货仓库", ColumnKind::Text, 12},
-    {"u_name", "经办人", ColumnKind::Text, 10},        {"yfje", "应收金额", ColumnKind::Money, 13, true},
-    {"sfje", "实收金额", ColumnKind::Money, 13, true}, {"wfje", "未收金额", ColumnKind::Money, 13, true},
-    {"a_name", "操作员", ColumnKind::Text, 10},        {"th_note", "备注", ColumnKind::Text, 16},
-};
+constexpr auto kLines = trading_parts::lineColumns<"th_">();
+constexpr auto kWaiting = trading_parts::waitingColumns({.number = "gl_djh",
+                                                         .date = "th_thrq",
+                                                         .partner = "ghs_name",
+                                                         .note = "th_note",
+                                                         .dateCaption = "退货日期",
+                                                         .partnerCaption = "供货商",
+                                                         .warehouseCaption = "出货仓库",
+                                                         .dueCaption = "应收金额",
+                                                         .paidCaption = "实收金额",
+                                                         .openCaption = "未收金额"});
 constexpr ui::GridSpec kGrids[] = {
     {"gridLines", "退货商品", kLines, "扫描商品条码，按F2添加商品，或按F7选择一张进货单整单退货"},
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的退货单"},
@@ -228,18 +216,12 @@ class TF_Cgth_Check : public AuditScreen {
   TF_Cgth_Check() : AuditScreen(kAudit) {}
 };
 
-class TF_Cgth_Import : public LineImportScreen {
- public:
-  TF_Cgth_Import()
-      : LineImportScreen({"F_Cgth_Import", "采购退货单据导入", purchase_return::rules, {}, "采购退货单据模板.xlsx"}) {}
-};
-
 const ui::Registered<TF_Cgth> kRegistered{"F_Cgth"};
 const ui::Registered<TF_Cgth_Zdth_Search> kRegisteredSearch{"F_Cgth_Zdth_Search"};
 const ui::Registered<TF_Cgth_Add> kRegisteredAdd{"F_Cgth_Add"};
 const ui::Registered<TF_Cgth_Sele> kRegisteredSele{"F_Cgth_Sele"};
 const ui::Registered<TF_Cgth_Check> kRegisteredCheck{"F_Cgth_Check"};
-const ui::Registered<TF_Cgth_Import> kRegisteredImport{"F_Cgth_Import"};
+const RegisteredImport kRegisteredImport{"F_Cgth_Import", purchase_return::rules};
 
 }  // namespace cgth_detail
 }  // namespace jxc

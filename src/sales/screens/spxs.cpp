@@ -48,33 +48,21 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr ui::ColumnSpec kLines[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 9},
-    {"g_name", "商品名称", ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ColumnKind::Text, 10},
-    {"color_name", "颜色", ColumnKind::Text, 5},
-    {"dw_name", "单位", ColumnKind::Text, 4},
-    {"ls_lsj", "零售价", ColumnKind::Money, 10},
-    {"ls_dj", "单价", ColumnKind::Money, 10, false, true},
-    {"ls_sl", "数量", ColumnKind::Quantity, 8, true, true},
-    {"ls_dzl", "打折率", ColumnKind::Percent, 6, false, true},
-    {"ls_zje", "总金额", ColumnKind::Money, 11, true},
-    {"ls_je", "金额", ColumnKind::Money, 11, true},
-    {"ls_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
-    {"ls_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
-    {"ls_taxje", "税额", ColumnKind::Money, 9, true},
-    {"ls_cbj2", "成本价", ColumnKind::Money, 10},
-    {"ls_bz", "备注", ColumnKind::Text, 8},
-    {.field = "g_sptm", .caption = "商品条码", .hidden = true},
-};
-constexpr ui::ColumnSpec kWaiting[] = {
-    {"gl_djh", "单据编号", ColumnKind::Text, 16},      {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
-    {"kh_name", "客户", ColumnKind::Text, 20},         {"ck_name", "出货仓库", ColumnKind::Text, 12},
-    {"u_name", "经办人", ColumnKind::Text, 10},        {"yfje", "应收金额", ColumnKind::Money, 13, true},
-    {"sfje", "实收金额", ColumnKind::Money, 13, true}, {"wfje", "未收金额", ColumnKind::Money, 13, true},
-    {"gl_djh2", "原始单号", ColumnKind::Text, 14},     {"a_name", "操作员", ColumnKind::Text, 10},
-    {"ls_note", "备注", ColumnKind::Text, 16},
-};
+constexpr auto kLines =
+    trading_parts::lineColumns<"ls_">(std::array{ui::ColumnSpec{"ls_lsj", "零售价", ColumnKind::Money, 10}},
+                                      std::array{ui::ColumnSpec{"ls_cbj2", "成本价", ColumnKind::Money, 10}});
+constexpr auto kWaiting =
+    trading_parts::waitingColumns({.number = "gl_djh",
+                                   .date = "ls_xsrq",
+                                   .partner = "kh_name",
+                                   .note = "ls_note",
+                                   .dateCaption = "出货日期",
+                                   .partnerCaption = "客户",
+                                   .warehouseCaption = "出货仓库",
+                                   .dueCaption = "应收金额",
+                                   .paidCaption = "实收金额",
+                                   .openCaption = "未收金额"},
+                                  std::array{ui::ColumnSpec{"gl_djh2", "原始单号", ColumnKind::Text, 14}});
 constexpr ui::GridSpec kGrids[] = {
     {"gridLines", "销售商品", kLines, "扫描商品条码，或按F2添加商品"},
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的销售单"},
@@ -99,9 +87,6 @@ constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser tsn2"
 constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje", "tyf tbzf chkYf chkZj",
                                           "tnote"};
 
-bool issueInUse() {
-  return strIsTrue(session().cs_spck);
-}
 bool parcelsInUse() {
   return strIsTrue(session().cs_kddy);
 }
@@ -133,7 +118,6 @@ constexpr DocumentScreenSpec kDocument = {
     .employeeFlag = "u_xs",
     .settleKind = u"xs",
     .carriesFreight = parcelsInUse,
-    .putsAwayLater = issueInUse,
     .waitingPartner = "kh_name",
     .auditCommand = "btnRCheck",
     .pickScreen = "F_Spxs_Add",
@@ -279,16 +263,11 @@ class TF_Spxs_Check : public AuditScreen {
   TF_Spxs_Check() : AuditScreen(kAudit) {}
 };
 
-class TF_Spxs_Import : public LineImportScreen {
- public:
-  TF_Spxs_Import() : LineImportScreen({"F_Spxs_Import", "销售单据导入", sale::rules, {}, "销售单据模板.xlsx"}) {}
-};
-
 const ui::Registered<TF_Spxs> kRegistered{"F_Spxs"};
 const ui::Registered<TF_Spxs_Add> kRegisteredAdd{"F_Spxs_Add"};
 const ui::Registered<TF_Spxs_Sele> kRegisteredSele{"F_Spxs_Sele"};
 const ui::Registered<TF_Spxs_Check> kRegisteredCheck{"F_Spxs_Check"};
-const ui::Registered<TF_Spxs_Import> kRegisteredImport{"F_Spxs_Import"};
+const RegisteredImport kRegisteredImport{"F_Spxs_Import", sale::rules};
 
 }  // namespace spxs_detail
 }  // namespace jxc

@@ -41,30 +41,18 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr ui::ColumnSpec kLines[] = {
-    {"g_sn", "商品编号", ColumnKind::Text, 9},
-    {"g_name", "商品名称", ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ColumnKind::Text, 10},
-    {"color_name", "颜色", ColumnKind::Text, 5},
-    {"dw_name", "单位", ColumnKind::Text, 4},
-    {"th_dj", "单价", ColumnKind::Money, 10, false, true},
-    {"th_sl", "数量", ColumnKind::Quantity, 8, true, true},
-    {"th_dzl", "打折率", ColumnKind::Percent, 6, false, true},
-    {"th_zje", "总金额", ColumnKind::Money, 11, true},
-    {"th_je", "金额", ColumnKind::Money, 11, true},
-    {"th_tax", "税率(%)", ColumnKind::Percent, 7, false, true},
-    {"th_taxdj", "含税单价", ColumnKind::Money, 10, false, true},
-    {"th_taxje", "税额", ColumnKind::Money, 9, true},
-    {"th_cbj", "成本价", ColumnKind::Money, 10},
-    {"th_bz", "备注", ColumnKind::Text, 8},
-};
-constexpr ui::ColumnSpec kWaiting[] = {
-    {"gl_djh", "单据编号", ColumnKind::Text, 16},      {"th_xsrq", "收货日期", ColumnKind::Text, 12},
-    {"kh_name", "客户", ColumnKind::Text, 20},         {"ck_name", "收货仓库", ColumnKind::Text, 12},
-    {"u_name", "经办人", ColumnKind::Text, 10},        {"yfje", "应退金额", ColumnKind::Money, 13, true},
-    {"sfje", "实退金额", ColumnKind::Money, 13, true}, {"wfje", "未退金额", ColumnKind::Money, 13, true},
-    {"a_name", "操作员", ColumnKind::Text, 10},        {"th_note", "备注", ColumnKind::Text, 16},
-};
+constexpr auto kLines = trading_parts::lineColumns<"th_">(
+    std::array<ui::ColumnSpec, 0>{}, std::array{ui::ColumnSpec{"th_cbj", "成本价", ColumnKind::Money, 10}});
+constexpr auto kWaiting = trading_parts::waitingColumns({.number = "gl_djh",
+                                                         .date = "th_xsrq",
+                                                         .partner = "kh_name",
+                                                         .note = "th_note",
+                                                         .dateCaption = "收货日期",
+                                                         .partnerCaption = "客户",
+                                                         .warehouseCaption = "收货仓库",
+                                                         .dueCaption = "应退金额",
+                                                         .paidCaption = "实退金额",
+                                                         .openCaption = "未退金额"});
 constexpr ui::GridSpec kGrids[] = {
     {"gridLines", "退货商品", kLines, "按F2添加商品，或按F7选择一张销售单整单退货"},
     {"gridWaiting", "待审核单据", kWaiting, "没有待审核的退货单"},
@@ -235,18 +223,12 @@ class TF_Xsth_Check : public AuditScreen {
   TF_Xsth_Check() : AuditScreen(kAudit) {}
 };
 
-class TF_Xsth_Import : public LineImportScreen {
- public:
-  TF_Xsth_Import()
-      : LineImportScreen({"F_Xsth_Import", "顾客退货单据导入", sale_return::rules, {}, "顾客退货单据模板.xlsx"}) {}
-};
-
 const ui::Registered<TF_Xsth> kRegistered{"F_Xsth"};
 const ui::Registered<TF_Xsth_Search> kRegisteredSearch{"F_Xsth_Search"};
 const ui::Registered<TF_Xsth_Add> kRegisteredAdd{"F_Xsth_Add"};
 const ui::Registered<TF_Xsth_Sele> kRegisteredSele{"F_Xsth_Sele"};
 const ui::Registered<TF_Xsth_Check> kRegisteredCheck{"F_Xsth_Check"};
-const ui::Registered<TF_Xsth_Import> kRegisteredImport{"F_Xsth_Import"};
+const RegisteredImport kRegisteredImport{"F_Xsth_Import", sale_return::rules};
 
 }  // namespace xsth_detail
 }  // namespace jxc

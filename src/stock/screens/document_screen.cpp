@@ -50,7 +50,6 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
       paid(field(spec.paid)),
       description_(spec),
       rules_(spec.rules()),
-      paper_(*printedDocument(QStringView(rules_.family().prefix))),
       panels_(panel()) {
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
@@ -191,7 +190,7 @@ void DocumentScreen::bindPrinting() {
         if (waitingNumber().isEmpty()) return {};
         return setPrinPara(waitingNumber(), PrintMode::Saved);
       },
-      [this] { return words(paper_.name) + waitingNumber(); });
+      [this] { return words(rules_.family().name) + waitingNumber(); });
   gridWaiting.addMenuCommand(QStringLiteral("连续打印列表中的单据"), [this] { printList(); });
 }
 
@@ -231,7 +230,8 @@ void DocumentScreen::showByParameters() {
   show("comYhzh", strIsTrue(session().cs_xjyh));
   command("btnPrin").setVisible(mayPrintUnsaved() &&
                                 panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
-  show("chkZj", description_.putsAwayLater && description_.putsAwayLater());
+  const auto movedLater = rules_.family().line.columns->movedLater;
+  show("chkZj", movedLater && movedLater());
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
     showLineColumns(*lines, rules_.family());
     lockLineCells(*lines, rules_.lines());
@@ -465,7 +465,7 @@ bool DocumentScreen::save() {
     if (partner.key().isEmpty()) partner.focus();
     return false;
   }
-  if (printsAtSave(paper_)) printSaved(saved.number);
+  if (printsAtSave(rules_.family())) printSaved(saved.number);
   lastDate_ = draft_.date;
   initTab();
   focusDraft();
@@ -475,16 +475,16 @@ bool DocumentScreen::save() {
 // ---- printing ----------------------------------------------------------------------------------------------------
 
 std::optional<report::Report> DocumentScreen::setPrinPara(const QString& number, PrintMode mode) {
-  if (!inBatch_ && !chooseForm(paper_)) return {};
-  if (mode == PrintMode::Saved) return savedDocumentReport(paper_, number);
-  return draftDocumentReport(paper_, collect());
+  if (!inBatch_ && !chooseForm(rules_.family())) return {};
+  if (mode == PrintMode::Saved) return savedDocumentReport(rules_.family(), number);
+  return draftDocumentReport(rules_.family(), collect());
 }
 
 void DocumentScreen::printDraft() {
   if (!settleDate()) return;
   if (refused({{gridLines.isEmpty(), u"单据中没有业务发生，不能打印！"_qs}}, prompt())) return;
   if (const auto report = setPrinPara(draft_.number, PrintMode::OnScreen))
-    sendToPaper(*report, PrintWay::Preview, this, words(paper_.name) + draft_.number);
+    sendToPaper(*report, PrintWay::Preview, this, words(rules_.family().name) + draft_.number);
 }
 
 void DocumentScreen::printSaved(const QString& number) {
@@ -500,11 +500,11 @@ void DocumentScreen::printWaiting(PrintWay way) {
   const QString number = waitingNumber();
   if (number.isEmpty()) return;
   if (const auto report = setPrinPara(number, PrintMode::Saved))
-    sendToPaper(*report, way, this, words(paper_.name) + number);
+    sendToPaper(*report, way, this, words(rules_.family().name) + number);
 }
 
 void DocumentScreen::printList() {
-  if (gridWaiting.isEmpty() || !chooseForm(paper_)) return;
+  if (gridWaiting.isEmpty() || !chooseForm(rules_.family())) return;
   if (!prompt().ask(u"将依次打印列表中的 %1 张单据，确认吗？"_qs.arg(gridWaiting.rowCount()))) return;
   inBatch_ = true;
   const auto batchEnds = qScopeGuard([this] { inBatch_ = false; });

@@ -37,7 +37,6 @@ struct DocumentScreenSpec {
   std::string_view employeeFlag;            // duty of the salespersons offered: "u_cg"
   std::u16string_view settleKind;           // see settlementItems
   bool (*carriesFreight)() = nullptr;       // tyf, tbzf, chkYf are shown; null: always, where there are such fields
-  bool (*putsAwayLater)() = nullptr;        // goods move by a document of their own: chkZj is shown
   std::string_view waitingPartner;          // column of the waiting list: "ghs_name"
   std::string_view auditCommand = "btnRChk";
 
@@ -174,7 +173,6 @@ class DocumentScreen : public ui::Screen {
 
   const DocumentScreenSpec description_;
   const DocumentRules& rules_;
-  const PrintedDocument& paper_;
   bool inBatch_ = false;  // several documents are printed one after another: the form is not asked for each
   ui::Panel panels_;
   QLabel* hint_ = nullptr;

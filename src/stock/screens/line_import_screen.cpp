@@ -30,9 +30,9 @@ constexpr ui::CommandSpec kCommands[] = {{"btnOpen", "打开表格", "F2"},
                                          {"btnOK", "导入", "F5"},
                                          {"btnCancel", "取消", "Esc"}};
 
-ui::ScreenSpec screenOf(const LineImportSpec& spec) {
-  return {.name = spec.name,
-          .title = spec.title,
+ui::ScreenSpec screenOf(std::string_view name, const DocumentFamily& family) {
+  return {.name = name,
+          .title = family.import.title,
           .fields = kFields,
           .grids = kGrids,
           .commands = kCommands,
@@ -43,11 +43,11 @@ constexpr char kFilter[] = "表格 (*.xlsx *.xls)";
 
 }  // namespace line_import_screen_detail
 
-LineImportScreen::LineImportScreen(const LineImportSpec& spec)
-    : Screen(line_import_screen_detail::screenOf(spec)), description_(spec) {
+LineImportScreen::LineImportScreen(std::string_view name, const DocumentRules& rules)
+    : Screen(line_import_screen_detail::screenOf(name, rules.family())), rules_(rules) {
   panel().row("tfile btnOpen btnMb").grid("gridLines").buttons("| btnOK btnCancel");
   command("btnOK").setProperty("main", true);
-  grid("gridLines").setColumnVisible("scrq", spec.wanted.needsProduced);
+  grid("gridLines").setColumnVisible("scrq", wanted().needsProduced);
   grid("gridLines").setRowLook([this](const Row& row) {
     const ImportLine& line = lines_[static_cast<std::size_t>(row.integer("row") - 1)];
     if (!line.passes) return ui::RowLook::Bad;
@@ -83,8 +83,7 @@ void LineImportScreen::openFile(const QString& path) {
   field("tfile").setText(path);
   try {
     const RowSet sheet = openExcel(path)->rows();
-    lines_ = judgeLines(sheet, description_.wanted, description_.rules().lines(), place_, prompt())
-                 .value_or(std::vector<ImportLine>());
+    lines_ = judgeLines(sheet, wanted(), rules_.lines(), place_, prompt()).value_or(std::vector<ImportLine>());
   } catch (const SheetError& error) {
     prompt().notice(error.message());
   }
@@ -107,7 +106,7 @@ void LineImportScreen::showLines() {
 }
 
 void LineImportScreen::btnMbClick() {
-  const QString name = ui::qs(description_.templateFile);
+  const QString name = ui::qs(wanted().templateFile);
   // From the document's own menu this dialog is not there to stand below.
   const QString path = ui::chooseSaveFile(QApplication::activeWindow(), QStringLiteral("保存模板"), name,
                                           QStringLiteral("表格 (*.xlsx)"));
@@ -117,13 +116,13 @@ void LineImportScreen::btnMbClick() {
 void LineImportScreen::saveTemplate(const QString& path) {
   try {
     // A shop may have put its own template in the place of ours.
-    const QString supplied = suppliedPath(u"模板文件/"_qs + ui::qs(description_.templateFile));
+    const QString supplied = suppliedPath(u"模板文件/"_qs + ui::qs(wanted().templateFile));
     if (QFile::exists(supplied) && (!QFile::exists(path) || QFile::remove(path)) && QFile::copy(supplied, path)) {
       QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
       return;
     }
     Sheet sheet;
-    for (const QString& caption : importColumns(description_.wanted))
+    for (const QString& caption : importColumns(wanted()))
       sheet.columns.push_back({.caption = caption, .width = 16});
     writeSheet(path, sheet);
   } catch (const SheetError& error) {
@@ -132,7 +131,7 @@ void LineImportScreen::saveTemplate(const QString& path) {
 }
 
 void LineImportScreen::btnOKClick() {
-  const auto imported = importLines(lines_, description_.rules().lines(), place_, target_, prompt());
+  const auto imported = importLines(lines_, rules_.lines(), place_, target_, prompt());
   if (!imported) return;
   result_ = {.lines = imported->taken, .number = imported->number};
   prompt().notice(imported->text());

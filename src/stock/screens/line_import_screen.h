@@ -9,16 +9,9 @@
 
 namespace jxc {
 
-struct LineImportSpec {
-  std::string_view name, title;  // "F_Cgjh_Import", "采购单据导入"
-  const DocumentRules& (*rules)();
-  LineImport wanted;
-  std::string_view templateFile;  // below 模板文件
-};
-
 class LineImportScreen : public ui::Screen {
  public:
-  explicit LineImportScreen(const LineImportSpec& spec);
+  LineImportScreen(std::string_view name, const DocumentRules& rules);
 
   /// Imports into a draft or a waiting document. What was done: no lines when it was left.
   CopyResult importInto(const LinePlace& place, Lines target);
@@ -39,11 +32,20 @@ class LineImportScreen : public ui::Screen {
   void btnOKClick();
   void showLines();
 
-  const LineImportSpec description_;
+  const LineImport& wanted() const { return rules_.family().import; }
+
+  const DocumentRules& rules_;
   LinePlace place_;
   Lines target_ = Lines::Draft;
   std::vector<ImportLine> lines_;
   CopyResult result_;
+};
+
+/// Makes the dialog known under its name: "F_Cgjh_Import". A document registers its own.
+struct RegisteredImport {
+  RegisteredImport(std::string_view name, const DocumentRules& (*rules)()) {
+    ui::registerScreen(name, [=] { return static_cast<ui::Screen*>(new LineImportScreen(name, rules())); });
+  }
 };
 
 }  // namespace jxc

@@ -1,29 +1,69 @@
 // 购销屏幕部件: columns, inputs and commands that the screens of all trading documents share, as plain data.
 #pragma once
 
+#include "core/joined_text.h"
+#include "ui/joined_tables.h"
 #include "ui/specs.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace jxc::trading_parts {
 
-inline constexpr ui::ColumnSpec stagingColumns[] = {
-    {"g_sn", "商品编号", ui::ColumnKind::Text, 9},
-    {"g_name", "商品名称", ui::ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ui::ColumnKind::Text, 10},
-    {"dw_name", "单位", ui::ColumnKind::Text, 4},
-    {"ts_dj", "单价", ui::ColumnKind::Money, 10, false, true},
-    {"ts_sl", "数量", ui::ColumnKind::Quantity, 8, true, true},
-    {"ts_dzl", "打折率", ui::ColumnKind::Percent, 6, false, true},
-    {"ts_zje", "总金额", ui::ColumnKind::Money, 11, true},
-    {"ts_je", "金额", ui::ColumnKind::Money, 11, true},
-    {"ts_tax", "税率(%)", ui::ColumnKind::Percent, 7, false, true},
-    {"ts_taxdj", "含税单价", ui::ColumnKind::Money, 10, false, true},
-    {"ts_taxje", "税额", ui::ColumnKind::Money, 9, true},
-    {"ts_note", "备注", ui::ColumnKind::Text, 8},
+/// What a line is worth, in columns that begin with the prefix of its table: "jh_dj", "jh_sl" …
+template <FixedText Prefix>
+inline constexpr std::array<ui::ColumnSpec, 8> figureColumns = {{
+    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 10, false, true},
+    {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 8, true, true},
+    {joined<Prefix, "dzl">, "打折率", ui::ColumnKind::Percent, 6, false, true},
+    {joined<Prefix, "zje">, "总金额", ui::ColumnKind::Money, 11, true},
+    {joined<Prefix, "je">, "金额", ui::ColumnKind::Money, 11, true},
+    {joined<Prefix, "tax">, "税率(%)", ui::ColumnKind::Percent, 7, false, true},
+    {joined<Prefix, "taxdj">, "含税单价", ui::ColumnKind::Money, 10, false, true},
+    {joined<Prefix, "taxje">, "税额", ui::ColumnKind::Money, 9, true},
+}};
+
+/// Lines of a document; the retail price, the cost and the like by its own.
+template <FixedText Prefix, std::size_t Before = 0, std::size_t Behind = 0>
+constexpr auto lineColumns(const std::array<ui::ColumnSpec, Before>& beforeFigures = {},
+                           const std::array<ui::ColumnSpec, Behind>& behindFigures = {}) {
+  using ui::ColumnKind, ui::ColumnSpec;
+  return ui::joinedTables(std::array{ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 9},
+                                     ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 28},
+                                     ColumnSpec{"gg_name", "规格型号", ColumnKind::Text, 10},
+                                     ColumnSpec{"color_name", "颜色", ColumnKind::Text, 5},
+                                     ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}},
+                          beforeFigures, figureColumns<Prefix>, behindFigures,
+                          std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8},
+                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .hidden = true}});
+}
+
+inline constexpr auto stagingColumns =
+    ui::joinedTables(std::array{ui::ColumnSpec{"g_sn", "商品编号", ui::ColumnKind::Text, 9},
+                                ui::ColumnSpec{"g_name", "商品名称", ui::ColumnKind::Text, 28},
+                                ui::ColumnSpec{"gg_name", "规格型号", ui::ColumnKind::Text, 10},
+                                ui::ColumnSpec{"dw_name", "单位", ui::ColumnKind::Text, 4}},
+                     figureColumns<"ts_">, std::array{ui::ColumnSpec{"ts_note", "备注", ui::ColumnKind::Text, 8}});
+
+/// Columns of the waiting list: fields of the head, captions as the first panel words them.
+struct WaitingColumns {
+  std::string_view number, date, partner, note;
+  std::string_view dateCaption, partnerCaption, warehouseCaption, dueCaption, paidCaption, openCaption;
 };
+template <std::size_t More = 0>
+constexpr auto waitingColumns(const WaitingColumns& of, const std::array<ui::ColumnSpec, More>& more = {}) {
+  using ui::ColumnKind, ui::ColumnSpec;
+  return ui::joinedTables(std::array{ColumnSpec{of.number, "单据编号", ColumnKind::Text, 16},
+                                     ColumnSpec{of.date, of.dateCaption, ColumnKind::Date},
+                                     ColumnSpec{of.partner, of.partnerCaption, ColumnKind::Text, 20},
+                                     ColumnSpec{"ck_name", of.warehouseCaption, ColumnKind::Text, 12},
+                                     ColumnSpec{"u_name", "经办人", ColumnKind::Text, 10},
+                                     ColumnSpec{"yfje", of.dueCaption, ColumnKind::Money, 13, true},
+                                     ColumnSpec{"sfje", of.paidCaption, ColumnKind::Money, 13, true},
+                                     ColumnSpec{"wfje", of.openCaption, ColumnKind::Money, 13, true}},
+                          more,
+                          std::array{ColumnSpec{"a_name", "操作员", ColumnKind::Text, 10},
+                                     ColumnSpec{of.note, "备注", ColumnKind::Text, 16}});
+}
 
 inline constexpr ui::CommandSpec pickCommands[] = {
     {"btnSearch", "查询", "F2"}, {"btnAdd", "添加所选", "F8", "按默认数量添加列表中选中的商品"},
@@ -51,10 +91,8 @@ inline constexpr ui::CommandSpec commonCommands[] = {
 };
 /// The commands that only this document has, or words in its own way, and the common ones.
 template <std::size_t N>
-constexpr std::array<ui::CommandSpec, N + std::size(commonCommands)> documentCommands(const ui::CommandSpec (&own)[N]) {
-  std::array<ui::CommandSpec, N + std::size(commonCommands)> all{};
-  std::copy(std::begin(commonCommands), std::end(commonCommands), std::copy(own, own + N, all.begin()));
-  return all;
+constexpr auto documentCommands(const ui::CommandSpec (&own)[N]) {
+  return ui::joinedTables(std::to_array(own), std::to_array(commonCommands));
 }
 
 /// Lines from a spreadsheet, where the document has no menu for it.
