@@ -55,12 +55,12 @@ class Catalogue {
   Shop shop_;
 };
 
-LinePlace place(const DocumentRules& rules) {
+LinePlace place(const TradingRules& rules) {
   const TradingDraft draft = rules.fresh({});
   return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
 }
 
-void dropDraft(const DocumentRules& rules) {
+void dropDraft(const TradingRules& rules) {
   execSql(compose("delete from {}", {rules.family().lines}));
 }
 
@@ -74,7 +74,7 @@ void readSheet(benchmark::State& state) {
 }
 BENCHMARK(readSheet)->Name("lens sheet 41x17, read for a sale")->Unit(benchmark::kMillisecond);
 
-void takeSheet(benchmark::State& state, const DocumentRules& (*rules)()) {
+void takeSheet(benchmark::State& state, const TradingRules& (*rules)()) {
   const Catalogue catalogue;
   const LinePlace here = place(rules());
   YesPrompt prompt;
@@ -100,7 +100,7 @@ BENCHMARK_CAPTURE(takeSheet, sale, sale::rules)
 /// One scan with all that the screen asks for behind it: the lines anew, and the total.
 void scan(benchmark::State& state) {
   const Catalogue catalogue;
-  const DocumentRules& rules = sale::rules();
+  const TradingRules& rules = sale::rules();
   LinePlace here = place(rules);
   YesPrompt prompt;
   int next = goodsCount - 1;

@@ -135,7 +135,7 @@ int Trade::taxOf(const QString& supplier) const {
 
 // ---- trading documents -------------------------------------------------------------------------------------------
 
-void Trade::addLines(const DocumentRules& rules, TradingDraft& draft, const std::vector<Pick>& lines) {
+void Trade::addLines(const TradingRules& rules, TradingDraft& draft, const std::vector<Pick>& lines) {
   for (const Pick& pick : lines) {
     const LinePlace place{
         .number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
@@ -161,7 +161,7 @@ void Trade::addLines(const DocumentRules& rules, TradingDraft& draft, const std:
   draft.payable = draft.paid = rules.payable(draft.number);
 }
 
-QString Trade::save(const DocumentRules& rules, const TradingDraft& draft) {
+QString Trade::save(const TradingRules& rules, const TradingDraft& draft) {
   const SaveResult saved = rules.save(draft, prompt_);
   if (!saved) throw std::logic_error("demonstration: document not saved");
   ++documents_;
@@ -171,7 +171,7 @@ QString Trade::save(const DocumentRules& rules, const TradingDraft& draft) {
 bool Trade::saveSale(int warehouse, const QString& customer, const std::vector<Pick>& lines, bool institution) {
   const bool onlyGifts = std::all_of(lines.begin(), lines.end(), [](const Pick& each) { return each.gift; });
   if (onlyGifts) return false;
-  const DocumentRules& rules = sale::rules();
+  const TradingRules& rules = sale::rules();
   TradingDraft draft = rules.fresh({});
   draft.partner = customer;
   draft.warehouse = staff_.warehouses[static_cast<std::size_t>(warehouse)];
@@ -236,7 +236,7 @@ bool Trade::takeBack() {
   const bool audited = lookupNumber("select ls_status from jxc_lsxsd where gl_djh=?", sale.number) == 1;
   if (!audited) return false;
   workAs(sale.warehouse == 0 ? staff_.seller : staff_.manager);
-  const DocumentRules& rules = sale_return::rules();
+  const TradingRules& rules = sale_return::rules();
   TradingDraft draft = rules.fresh({});
   std::vector<Pick> back;
   if (random_.chance(150)) {
@@ -275,7 +275,7 @@ bool Trade::sendBackToSupplier() {
     addPick(lines, index, random_.between(1, 2), 100);
   }
   if (lines.empty()) return false;
-  const DocumentRules& rules = purchase_return::rules();
+  const TradingRules& rules = purchase_return::rules();
   TradingDraft draft = rules.fresh({});
   draft.partner = staff_.suppliers[static_cast<std::size_t>(supplier)];
   draft.warehouse = staff_.warehouses[0];
@@ -309,7 +309,7 @@ void Trade::wantMore(int index, int warehouse) {
 
 bool Trade::receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack) {
   workAs(staff_.buyer);
-  const DocumentRules& rules = receipt::rules();
+  const TradingRules& rules = receipt::rules();
   TradingDraft draft = rules.fresh({});
   if (daysBack > 0) {  // the delivery note was found later
     draft.date = day_.addDays(-daysBack).toString(Qt::ISODate);
@@ -508,7 +508,7 @@ bool Trade::correctSale() {
 }
 
 void Trade::leaveDrafts() {
-  const auto begin = [&](const Operator& who, const DocumentRules& rules, const QString& partner,
+  const auto begin = [&](const Operator& who, const TradingRules& rules, const QString& partner,
                          const std::vector<Pick>& lines) {
     if (lines.empty()) return;
     workAs(who);

@@ -7,7 +7,7 @@
 #include "maintenance/demo_names.h"
 #include "masterdata/partner_side.h"
 #include "stock/document_family.h"
-#include "stock/trading_document.h"
+#include "stock/trading_rules.h"
 
 #include <QDate>
 #include <QString>
@@ -109,8 +109,8 @@ class Trade {
   std::vector<Pick> glasses(int warehouse);
   std::vector<Pick> basket(int warehouse, int season);
   bool saveSale(int warehouse, const QString& customer, const std::vector<Pick>& lines, bool institution);
-  void addLines(const DocumentRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
-  QString save(const DocumentRules& rules, const TradingDraft& draft);
+  void addLines(const TradingRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
+  QString save(const TradingRules& rules, const TradingDraft& draft);
   bool receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack);
   using LineWriter = void (*)(std::int64_t id, const Pick& pick, double cost);
   QString saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, LineWriter writeLine,

@@ -152,15 +152,22 @@ void fillPrintVars(report::Report& report, const QString& number, QStringView ki
   if (!paper.inCapitals.empty()) report.setText(u"yf", printedCapitals(lookupNumber(paper.inCapitals, number)));
 }
 
-void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family) {
-  using namespace print_vars_detail;
+void fillDraftVars(report::Report& report, const DocumentDraft& draft, const DocumentFamily& family) {
   setCompanyVars(report);
   report.setText(u"djh", draft.number);
   report.setText(u"jhDate", draft.date);
   report.setText(u"ckName", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse));
   report.setText(u"uName", lookupValue("select u_name from jxc_user where u_sn=?", draft.salesperson));
   report.setText(u"aName", session().a_name);
-  report.setText(u"Note", draft.note);
+  report.setText(QStringView(family.paper.noteAs), draft.note);
+  if (const DocumentPaper& paper = family.paper; !paper.ownVariable.empty())
+    report.setText(QStringView(paper.ownVariable), words(paper.ownText));
+}
+
+void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family) {
+  using namespace print_vars_detail;
+  const DocumentDraft& head = draft;
+  fillDraftVars(report, head, family);
   report.setText(u"gldjh2", draft.originalNumber);
   report.setText(u"fpno", draft.invoiceNumber);
   report.setText(u"yunfei", printedMoney(draft.freight));

@@ -8,6 +8,7 @@
 
 namespace jxc {
 
+struct DocumentDraft;
 struct TradingDraft;
 struct DocumentFamily;
 
@@ -25,7 +26,8 @@ void setCompanyVars(report::Report& report);
 /// cost: forms that have no other one without it leave their costs out by this.
 void fillPrintVars(report::Report& report, const QString& number, QStringView kind);
 
-/// The same for a trading document that stands on the screen and was not saved: from its inputs.
+/// The same for a document that stands on the screen and was not saved: from its inputs.
+void fillDraftVars(report::Report& report, const DocumentDraft& draft, const DocumentFamily& family);
 void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family);
 
 }  // namespace jxc

@@ -60,11 +60,24 @@ QString lastSavedDocument(const DocumentFamily& family) {
       words(family.prefix) + u'%');
 }
 
-report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft) {
+namespace printed_documents_detail {
+
+template <class Draft>
+report::Report draftReport(const DocumentFamily& family, const Draft& draft) {
   report::Report report = openReport(templateOf(family));
   report.setRows(printLines(draft.number, QStringView(family.prefix), LineScope::OwnDraft));
   fillDraftVars(report, draft, family);
   return report;
+}
+
+}  // namespace printed_documents_detail
+
+report::Report draftDocumentReport(const DocumentFamily& family, const DocumentDraft& draft) {
+  return printed_documents_detail::draftReport(family, draft);
+}
+
+report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft) {
+  return printed_documents_detail::draftReport(family, draft);
 }
 
 }  // namespace jxc

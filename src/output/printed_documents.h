@@ -14,6 +14,7 @@
 namespace jxc {
 
 struct DocumentFamily;
+struct DocumentDraft;
 struct TradingDraft;
 
 /// The template that it prints through now: "spxs2.fr3".
@@ -37,6 +38,7 @@ void fillSavedDocument(report::Report& report, const DocumentFamily& family, con
 /// The document of this kind that was saved last, for a look at a template; empty when there is none.
 QString lastSavedDocument(const DocumentFamily& family);
 /// A document that stands on the screen: variables from its inputs, lines of this operator.
+report::Report draftDocumentReport(const DocumentFamily& family, const DocumentDraft& draft);
 report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft);
 
 }  // namespace jxc

@@ -13,7 +13,6 @@ namespace purchase_return_detail {
 
 const TradingDescription kReturn = {
     .family = &families::purchaseReturn,
-    .partner = &tradingSupplier,
     .paidFollows = &SystemParameters::cs_cgje,
     .balancingIsDue = true,
     .paidWord = u"实收",
@@ -129,7 +128,7 @@ class ReturnRules final : public ReturningRules {
 
 }  // namespace purchase_return_detail
 
-const DocumentRules& rules() {
+const TradingRules& rules() {
   static const purchase_return_detail::ReturnRules all;
   return all;
 }

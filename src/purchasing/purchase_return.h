@@ -8,7 +8,7 @@
 namespace jxc::purchase_return {
 
 /// As the screens of a trading document ask for it. `returnWhole` takes the number of an audited receipt.
-const DocumentRules& rules();
+const TradingRules& rules();
 
 /// Audited receipts that may be returned as a whole, newest first, by key (number, supplier, note), with `ghs_name` and
 /// `ck_name`.

@@ -12,7 +12,6 @@ namespace receipt_detail {
 
 const TradingDescription kReceipt = {
     .family = &families::purchaseReceipt,
-    .partner = &tradingSupplier,
     .paidFollows = &SystemParameters::cs_cgje,
     .balance = balancePurchase,
     .paidWord = u"实付",
@@ -122,7 +121,7 @@ class NothingToAsk final : public Prompt {
 
 }  // namespace receipt_detail
 
-const DocumentRules& rules() {
+const TradingRules& rules() {
   static const receipt_detail::ReceiptRules all;
   return all;
 }

@@ -14,8 +14,8 @@ using jxc::AuditDraft, jxc::CopyResult, jxc::LineDraft, jxc::LineResult, jxc::Li
     jxc::ScanResult, jxc::Settlement, jxc::stagedLines, jxc::unstage, jxc::WaitingFilter;
 using ReceiptDraft = TradingDraft;
 
-/// As the screens of a trading document ask for it.
-const DocumentRules& rules();
+/// As its screens ask for it.
+const TradingRules& rules();
 
 /// Price that a new line proposes: average, last or preset purchase price by parameter, rounded to money digits.
 double defaultPrice(const QString& goods);

@@ -18,7 +18,6 @@ constexpr char16_t giftIsShort[] = u"库存数量小于出库数量，不能出�
 
 const TradingDescription kSale = {
     .family = &families::sale,
-    .partner = &tradingCustomer,
     .paidFollows = &SystemParameters::cs_xsje,
     .balance = balanceSale,
     .paidWord = u"实收",
@@ -221,7 +220,7 @@ class SaleRules final : public TradingRules {
 
 }  // namespace sale_detail
 
-const DocumentRules& rules() {
+const TradingRules& rules() {
   static const sale_detail::SaleRules all;
   return all;
 }

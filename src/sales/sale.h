@@ -7,8 +7,8 @@
 
 namespace jxc::sale {
 
-/// As the screens of a trading document ask for it.
-const DocumentRules& rules();
+/// As its screens ask for it.
+const TradingRules& rules();
 
 /// The mark of a gift line, shown behind the goods' name.
 inline constexpr char16_t giftMark[] = u"(赠品)";

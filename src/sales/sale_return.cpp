@@ -14,7 +14,6 @@ namespace sale_return_detail {
 // Goods come in: no test of stock. The rest stays on the customer's account: nothing is balanced.
 const TradingDescription kReturn = {
     .family = &families::saleReturn,
-    .partner = &tradingCustomer,
     .paidFollows = &SystemParameters::cs_xsje,
     .balancingIsDue = true,
     .paidWord = u"实付",
@@ -122,7 +121,7 @@ class ReturnRules final : public ReturningRules {
 
 }  // namespace sale_return_detail
 
-const DocumentRules& rules() {
+const TradingRules& rules() {
   static const sale_return_detail::ReturnRules all;
   return all;
 }

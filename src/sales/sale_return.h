@@ -8,7 +8,7 @@
 namespace jxc::sale_return {
 
 /// As the screens of a trading document ask for it. `returnWhole` takes the number of an audited sale.
-const DocumentRules& rules();
+const TradingRules& rules();
 
 /// Audited sales, newest first, by key (number, customer, note), with `kh_name` and `ck_name`.
 Sql returnableSales(const QString& typed);

@@ -1,7 +1,7 @@
 // 单据导入: lines of a trading document from a spreadsheet: each row is judged, what passes becomes lines.
 #pragma once
 
-#include "stock/trading_document.h"
+#include "stock/document_rules.h"
 
 #include <optional>
 #include <span>

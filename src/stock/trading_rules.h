@@ -10,18 +10,9 @@
 
 namespace jxc {
 
-/// The other side of a trading document, as its head names it.
-struct TradingPartner {
-  std::string_view table, key, name, mnemonic;
-  std::u16string_view noun;  // 客户, 供货商
-  QString (*byDefault)();
-};
-extern const TradingPartner tradingSupplier, tradingCustomer;
-
 /// What a trading document is to its rules, besides its family.
 struct TradingDescription {
   const DocumentFamily* family;
-  const TradingPartner* partner;
   QString SystemParameters::*paidFollows;  // "0": the paid amount follows what is due
   bool balancingIsDue = false;             // returns give back what was paid: the balancing line counts
   Balanced (*balance)(const QString& number, double paid, double payable) = nullptr;
@@ -86,21 +77,30 @@ class TradingLines : public LineRules {
 };
 
 /// A trading document. What differs is overridden; `save` writes the head that only the document itself knows.
-class TradingRules : public DocumentRules {
+class TradingRules : public RulesOver<TradingDraft> {
  public:
   TradingRules(const TradingDescription& document, const LineRules& lines) : document_(document), lines_(lines) {}
 
   const DocumentFamily& family() const override { return *document_.family; }
   const LineRules& lines() const override { return lines_; }
   TradingDraft fresh(const QString& lastDate) const override;
-  RowSet draftLines(const QString& number) const override;
-  double payable(const QString& number) const override;
-  double paidAfter(double payable, double typed) const override;
-  RowSet waiting(const WaitingFilter& filter) const override;
-  RowSet waitingLines(const QString& number) const override;
-  std::optional<AuditDraft> loadForAudit(const QString& number) const override;
-  AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const override;
-  QString differenceText(const AuditDraft& draft) const override;
+  /// Yuan: the total of this operator's unsaved lines. Another operator at work under the same proposed number has a
+  /// document of their own.
+  double payable(const QString& number) const;
+  /// What the paid amount shows after the payable changed.
+  double paidAfter(double payable, double typed) const;
+  std::optional<AuditDraft> loadForAudit(const QString& number) const;
+  AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const;
+  /// What audit will do about a difference between paid and due, as the dialog shows it while one types; empty:
+  /// nothing.
+  QString differenceText(const AuditDraft& draft) const;
+
+  /// Returns a whole document: its lines become the draft, its head what the screen shows. Nothing: refused.
+  virtual std::optional<TradingDraft> returnWhole(const QString&, const TradingDraft&, Prompt&) const { return {}; }
+  /// A draft that comes back after the program was cut off: when it returns a whole document, its head follows that.
+  virtual void recallReturned(TradingDraft&) const {}
+  /// The draft of this number is no whole return any more.
+  virtual void forgetReturned(const QString&) const {}
 
  protected:
   /// What is booked of a paid and a due amount (yuan, as the screen has them) under this settlement. The lines follow:
@@ -108,7 +108,6 @@ class TradingRules : public DocumentRules {
   Balanced settleMoney(const QString& number, Settlement settlement, double paid, double due) const;
   /// "实付改为 90.33": the books hold another paid amount than was typed.
   void tellBooked(double typed, double booked, Prompt& prompt) const;
-  /// Refusals of save that all documents have, in the order in which the operator sees them.
   bool isIncomplete(const TradingDraft& draft, Prompt& prompt) const;
   /// Whether the audit dialog may write this.
   virtual bool mayAudit(const AuditDraft&, Prompt&) const { return true; }

@@ -40,7 +40,7 @@ class PurchaseReturnTest : public test::ShopTest {
     return goods.join(u' ');
   }
 
-  const DocumentRules& rules = purchase_return::rules();
+  const TradingRules& rules = purchase_return::rules();
   TradingDraft draft;
   QString received;
 };

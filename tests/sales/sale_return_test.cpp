@@ -40,7 +40,7 @@ class SaleReturnTest : public test::ShopTest {
     return goods.join(u' ');
   }
 
-  const DocumentRules& rules = sale_return::rules();
+  const TradingRules& rules = sale_return::rules();
   TradingDraft draft;
 };
 

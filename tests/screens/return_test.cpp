@@ -38,7 +38,7 @@ class ReturnScreenTest : public ScreenTest {
     EXPECT_EQ(brokenInvariants(), QStringList());
   }
   /// Both goods, this many of each, paid in full and audited.
-  QString write(const DocumentRules& rules, double quantity, double paid) {
+  QString write(const TradingRules& rules, double quantity, double paid) {
     TradingDraft draft = rules.fresh({});
     draft.settlement = Settlement::RestOnAccount;
     draft.paid = paid;

@@ -243,7 +243,7 @@ class Counter {
  private:
   int upTo(int most) { return static_cast<int>(random_() % static_cast<unsigned>(most)); }
 
-  void make(const DocumentRules& rules, int lines) {
+  void make(const TradingRules& rules, int lines) {
     TradingDraft draft = rules.fresh({});
     bool any = false;
     for (int i = 0; i < lines; ++i) {

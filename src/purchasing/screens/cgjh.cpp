@@ -6,11 +6,11 @@
 #include "purchasing/screens/purchase_head.h"
 #include "purchasing/screens/purchase_parts.h"
 #include "stock/screens/audit_screen.h"
-#include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/trading_parts.h"
+#include "stock/screens/trading_screen.h"
 
 namespace jxc {
 namespace cgjh_detail {
@@ -84,49 +84,47 @@ QString addGoods() {
   return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::BroughtByDocument);
 }
 
-constexpr DocumentScreenSpec kDocument = {
-    .screen = {.name = "F_Cgjh",
-               .title = "采购进货",
-               .fields = kFields,
-               .grids = kGrids,
-               .commands = kCommands,
-               .focus = "tSptm"},
+constexpr TradingScreenSpec kDocument = {
+    .document = {.screen = {.name = "F_Cgjh",
+                            .title = "采购进货",
+                            .fields = kFields,
+                            .grids = kGrids,
+                            .commands = kCommands,
+                            .focus = "tSptm"},
+                 .draftTitle = "采购进货",
+                 .waitingTitle = "待审核采购单",
+                 .employeeFlag = "u_cg",
+                 .pickScreen = "F_Cgjh_Add",
+                 .lineScreen = "F_Cgjh_Sele",
+                 .auditScreen = "F_Cgjh_Check",
+                 .importScreen = "F_Cgjh_Import",
+                 .changeHead = changeHead,
+                 .addGoods = addGoods,
+                 .make = {{"cggl", 1}, u"采购进货！"},
+                 .audit = {{"cggl", 6}, u"采购进货审核！"},
+                 .addWaiting = {{"cggl", 13}, u"采购进货待审核界面添加商品！"},
+                 .deleteWaiting = {{"cggl", 14}, u"删除采购进货待审核单据！"},
+                 .newGoods = {{"cggl", 15}, u"采购进货增加新商品！"},
+                 .headForm = kHeadForm,
+                 .footForm = kFootForm,
+                 .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnJpgd btnModi btnDel btnImport",
+                 .saveRow = "btnHt btnPrin | btnOK btnCancel",
+                 .searchRow = "tkey btnSearch comSort |",
+                 .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin btn_Export |",
+                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
+                 .notYet = kNotYet},
     .rules = receipt::rules,
-    .draftTitle = "采购进货",
-    .waitingTitle = "待审核采购单",
-    .side = &supplierSide,
     .pickPartner = pickSupplier,
     .addPartner = addSupplier,
+    .newPartner = {{"qtcz", 2}, u"供货商设置！"},
     .partner = "tghs",
     .paid = "tsfje",
-    .employeeFlag = "u_cg",
     .settleKind = u"cg",
-    .waitingPartner = "ghs_name",
-    .pickScreen = "F_Cgjh_Add",
-    .lineScreen = "F_Cgjh_Sele",
-    .auditScreen = "F_Cgjh_Check",
-    .importScreen = "F_Cgjh_Import",
-    .changeHead = changeHead,
-    .addGoods = addGoods,
-    .make = {{"cggl", 1}, u"采购进货！"},
-    .audit = {{"cggl", 6}, u"采购进货审核！"},
-    .addWaiting = {{"cggl", 13}, u"采购进货待审核界面添加商品！"},
-    .deleteWaiting = {{"cggl", 14}, u"删除采购进货待审核单据！"},
-    .newGoods = {{"cggl", 15}, u"采购进货增加新商品！"},
-    .newPartner = {{"qtcz", 2}, u"供货商设置！"},
-    .headForm = kHeadForm,
-    .footForm = kFootForm,
-    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnJpgd btnModi btnDel btnImport",
-    .saveRow = "btnHt btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch comSort |",
-    .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin btn_Export |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
-    .notYet = kNotYet,
 };
 
-class TF_Cgjh : public DocumentScreen {
+class TF_Cgjh : public TradingScreen {
  public:
-  TF_Cgjh() : DocumentScreen(kDocument) {}
+  TF_Cgjh() : TradingScreen(kDocument) {}
 };
 
 // ---- goods list --------------------------------------------------------------------------------------------------
@@ -148,7 +146,7 @@ constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgjh_Add",
                                             .grids = kPickGrids,
                                             .commands = trading_parts::pickCommands,
                                             .focus = "tkey"},
-                                 .rules = receipt::rules,
+                                 .rules = rulesOf<receipt::rules>,
                                  .lineScreen = "F_Cgjh_Sele"};
 
 class TF_Cgjh_Add : public GoodsPickScreen {
@@ -177,7 +175,7 @@ constexpr LineScreenSpec kLine = {.screen = {.name = "F_Cgjh_Sele",
                                              .grids = kLineGrids,
                                              .commands = trading_parts::okCancel,
                                              .focus = "tsl"},
-                                  .rules = receipt::rules,
+                                  .rules = rulesOf<receipt::rules>,
                                   .price = "tgpjjj",
                                   .historyTitle = "最近十次进货",
                                   .quotesTitle = "供货商报价",
@@ -216,7 +214,7 @@ const ui::Registered<TF_Cgjh> kRegistered{"F_Cgjh"};
 const ui::Registered<TF_Cgjh_Add> kRegisteredAdd{"F_Cgjh_Add"};
 const ui::Registered<TF_Cgjh_Sele> kRegisteredSele{"F_Cgjh_Sele"};
 const ui::Registered<TF_Cgjh_Check> kRegisteredCheck{"F_Cgjh_Check"};
-const RegisteredImport kRegisteredImport{"F_Cgjh_Import", receipt::rules};
+const RegisteredImport kRegisteredImport{"F_Cgjh_Import", rulesOf<receipt::rules>};
 
 }  // namespace cgjh_detail
 }  // namespace jxc

@@ -5,12 +5,12 @@
 #include "purchasing/screens/purchase_head.h"
 #include "purchasing/screens/purchase_parts.h"
 #include "stock/screens/audit_screen.h"
-#include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/source_picker.h"
 #include "stock/screens/trading_parts.h"
+#include "stock/screens/trading_screen.h"
 
 namespace jxc {
 namespace cgth_detail {
@@ -73,47 +73,45 @@ QString pickReceipt() {
   return pickSource("F_Cgth_Zdth_Search", "j_sn");
 }
 
-constexpr DocumentScreenSpec kDocument = {
-    .screen = {.name = "F_Cgth",
-               .title = "采购退货",
-               .fields = kFields,
-               .grids = kGrids,
-               .commands = kCommands,
-               .focus = "tSptm"},
+constexpr TradingScreenSpec kDocument = {
+    .document = {.screen = {.name = "F_Cgth",
+                            .title = "采购退货",
+                            .fields = kFields,
+                            .grids = kGrids,
+                            .commands = kCommands,
+                            .focus = "tSptm"},
+                 .draftTitle = "采购退货",
+                 .waitingTitle = "待审核退货单",
+                 .employeeFlag = "u_cg",
+                 .pickScreen = "F_Cgth_Add",
+                 .lineScreen = "F_Cgth_Sele",
+                 .auditScreen = "F_Cgth_Check",
+                 .importScreen = "F_Cgth_Import",
+                 .changeHead = changeHead,
+                 .make = {{"cggl", 2}, u"采购退货！"},
+                 .audit = {{"cggl", 7}, u"采购退货审核！"},
+                 .addWaiting = {{"cggl", 2}, u"采购退货！"},
+                 .deleteWaiting = {{"cggl", 2}, u"采购退货！"},
+                 .headForm = kHeadForm,
+                 .footForm = kFootForm,
+                 .scanRow = "tSptm btnPanel | btnAddOld btnZdth btnJpgd btnModi btnDel btnImport",
+                 .saveRow = "btnPrin | btnOK btnCancel",
+                 .searchRow = "tkey btnSearch comSort |",
+                 .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin |",
+                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |"},
     .rules = purchase_return::rules,
-    .draftTitle = "采购退货",
-    .waitingTitle = "待审核退货单",
-    .side = &supplierSide,
     .pickPartner = pickSupplier,
     .addPartner = addSupplier,
+    .newPartner = {{"qtcz", 2}, u"供货商设置！"},
     .partner = "tghs",
     .paid = "tsfje",
-    .employeeFlag = "u_cg",
     .settleKind = u"ct",
-    .waitingPartner = "ghs_name",
-    .pickScreen = "F_Cgth_Add",
-    .lineScreen = "F_Cgth_Sele",
-    .auditScreen = "F_Cgth_Check",
-    .importScreen = "F_Cgth_Import",
-    .changeHead = changeHead,
     .pickReturned = pickReceipt,
-    .make = {{"cggl", 2}, u"采购退货！"},
-    .audit = {{"cggl", 7}, u"采购退货审核！"},
-    .addWaiting = {{"cggl", 2}, u"采购退货！"},
-    .deleteWaiting = {{"cggl", 2}, u"采购退货！"},
-    .newPartner = {{"qtcz", 2}, u"供货商设置！"},
-    .headForm = kHeadForm,
-    .footForm = kFootForm,
-    .scanRow = "tSptm btnPanel | btnAddOld btnZdth btnJpgd btnModi btnDel btnImport",
-    .saveRow = "btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch comSort |",
-    .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
-class TF_Cgth : public DocumentScreen {
+class TF_Cgth : public TradingScreen {
  public:
-  TF_Cgth() : DocumentScreen(kDocument) {}
+  TF_Cgth() : TradingScreen(kDocument) {}
 };
 
 // ---- receipts to return as a whole -------------------------------------------------------------------------------
@@ -152,7 +150,7 @@ constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgth_Add",
                                             .grids = kPickGrids,
                                             .commands = trading_parts::pickCommands,
                                             .focus = "tkey"},
-                                 .rules = purchase_return::rules,
+                                 .rules = rulesOf<purchase_return::rules>,
                                  .lineScreen = "F_Cgth_Sele"};
 
 class TF_Cgth_Add : public GoodsPickScreen {
@@ -181,7 +179,7 @@ constexpr LineScreenSpec kLine = {.screen = {.name = "F_Cgth_Sele",
                                              .grids = kLineGrids,
                                              .commands = trading_parts::okCancel,
                                              .focus = "tsl"},
-                                  .rules = purchase_return::rules,
+                                  .rules = rulesOf<purchase_return::rules>,
                                   .price = "tgpjjj",
                                   .historyTitle = "最近十次进货",
                                   .quotesTitle = "供货商报价",
@@ -221,7 +219,7 @@ const ui::Registered<TF_Cgth_Zdth_Search> kRegisteredSearch{"F_Cgth_Zdth_Search"
 const ui::Registered<TF_Cgth_Add> kRegisteredAdd{"F_Cgth_Add"};
 const ui::Registered<TF_Cgth_Sele> kRegisteredSele{"F_Cgth_Sele"};
 const ui::Registered<TF_Cgth_Check> kRegisteredCheck{"F_Cgth_Check"};
-const RegisteredImport kRegisteredImport{"F_Cgth_Import", purchase_return::rules};
+const RegisteredImport kRegisteredImport{"F_Cgth_Import", rulesOf<purchase_return::rules>};
 
 }  // namespace cgth_detail
 }  // namespace jxc

@@ -25,7 +25,6 @@ constexpr HeadScreenSpec kHead = {.screen = {.name = "F_ModiDateJh",
                                              .fields = kFields,
                                              .commands = kCommands,
                                              .focus = "dateCg"},
-                                  .side = &supplierSide,
                                   .pickPartner = pickSupplier,
                                   .partner = "tghs",
                                   .employeeFlag = "u_cg"};

@@ -9,12 +9,12 @@
 #include "sales/screens/sales_parts.h"
 #include "sales/screens/spxs_gift.h"
 #include "stock/screens/audit_screen.h"
-#include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
 #include "stock/screens/trading_parts.h"
+#include "stock/screens/trading_screen.h"
 
 namespace jxc {
 namespace spxs_detail {
@@ -100,50 +100,51 @@ QString addGoods() {
   return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::Offered);
 }
 
-constexpr DocumentScreenSpec kDocument = {
-    .screen = {.name = "F_Spxs",
-               .title = "商品销售",
-               .fields = kFields,
-               .grids = kGrids,
-               .commands = kCommands,
-               .focus = "tSptm"},
+constexpr std::string_view kOwn[] = {"btnZpAdd", "btnAddCl"};
+
+constexpr TradingScreenSpec kDocument = {
+    .document = {.screen = {.name = "F_Spxs",
+                            .title = "商品销售",
+                            .fields = kFields,
+                            .grids = kGrids,
+                            .commands = kCommands,
+                            .focus = "tSptm"},
+                 .draftTitle = "商品销售",
+                 .waitingTitle = "待审核销售单",
+                 .employeeFlag = "u_xs",
+                 .auditCommand = "btnRCheck",
+                 .pickScreen = "F_Spxs_Add",
+                 .lineScreen = "F_Spxs_Sele",
+                 .auditScreen = "F_Spxs_Check",
+                 .importScreen = "F_Spxs_Import",
+                 .changeHead = changeHead,
+                 .addGoods = addGoods,
+                 .make = {{"xsgl", 1}, u"商品销售！"},
+                 .audit = {{"xsgl", 7}, u"商品销售审核！"},
+                 .addWaiting = {{"xsgl", 15}, u"商品销售待审核界面添加商品！"},
+                 .deleteWaiting = {{"xsgl", 16}, u"删除商品销售待审核单据！"},
+                 .newGoods = {{"qtcz", 1}, u"商品管理！"},
+                 .headForm = kHeadForm,
+                 .footForm = kFootForm,
+                 .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnAddCl btnJpgd btnModi btnDel btnInOut",
+                 .saveRow = "btnPrin | btnOK btnCancel",
+                 .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
+                 .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
+                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
+                 .own = kOwn},
     .rules = sale::rules,
-    .draftTitle = "商品销售",
-    .waitingTitle = "待审核销售单",
-    .side = &customerSide,
     .pickPartner = pickCustomer,
     .addPartner = addCustomer,
+    .newPartner = {{"qtcz", 3}, u"客户设置！"},
     .partner = "tkh",
     .paid = "tssje",
-    .employeeFlag = "u_xs",
     .settleKind = u"xs",
     .carriesFreight = parcelsInUse,
-    .waitingPartner = "kh_name",
-    .auditCommand = "btnRCheck",
-    .pickScreen = "F_Spxs_Add",
-    .lineScreen = "F_Spxs_Sele",
-    .auditScreen = "F_Spxs_Check",
-    .importScreen = "F_Spxs_Import",
-    .changeHead = changeHead,
-    .addGoods = addGoods,
-    .make = {{"xsgl", 1}, u"商品销售！"},
-    .audit = {{"xsgl", 7}, u"商品销售审核！"},
-    .addWaiting = {{"xsgl", 15}, u"商品销售待审核界面添加商品！"},
-    .deleteWaiting = {{"xsgl", 16}, u"删除商品销售待审核单据！"},
-    .newGoods = {{"qtcz", 1}, u"商品管理！"},
-    .newPartner = {{"qtcz", 3}, u"客户设置！"},
-    .headForm = kHeadForm,
-    .footForm = kFootForm,
-    .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnAddCl btnJpgd btnModi btnDel btnInOut",
-    .saveRow = "btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
-    .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
-class TF_Spxs : public DocumentScreen {
+class TF_Spxs : public TradingScreen {
  public:
-  TF_Spxs() : DocumentScreen(kDocument) {
+  TF_Spxs() : TradingScreen(kDocument) {
     on(command("btnZpAdd"), [this] { addGift(); });
     command("btnAddCl").setEnabled(false);
   }
@@ -155,7 +156,7 @@ class TF_Spxs : public DocumentScreen {
   void editLine(const LineScreen::Request& request) override {
     const auto line = rules().lines().loadLine(request.where, request.id);
     if (line && !line->gift.isEmpty()) return changeSaleGift(request.where, request.id, request.place);
-    DocumentScreen::editLine(request);
+    TradingScreen::editLine(request);
   }
 
  private:
@@ -192,7 +193,7 @@ constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Spxs_Add",
                                             .grids = kPickGrids,
                                             .commands = trading_parts::pickCommands,
                                             .focus = "tkey"},
-                                 .rules = sale::rules,
+                                 .rules = rulesOf<sale::rules>,
                                  .lineScreen = "F_Spxs_Sele",
                                  .partnerBox = "chkKh",
                                  .tickShowsAll = true};
@@ -226,7 +227,7 @@ constexpr LineScreenSpec kLine = {.screen = {.name = "F_Spxs_Sele",
                                              .grids = kLineGrids,
                                              .commands = kLineCommands,
                                              .focus = "tsl"},
-                                  .rules = sale::rules,
+                                  .rules = rulesOf<sale::rules>,
                                   .price = "tgsj",
                                   .historyTitle = "最近二十次销售",
                                   .quotesTitle = "客户报价",
@@ -267,7 +268,7 @@ const ui::Registered<TF_Spxs> kRegistered{"F_Spxs"};
 const ui::Registered<TF_Spxs_Add> kRegisteredAdd{"F_Spxs_Add"};
 const ui::Registered<TF_Spxs_Sele> kRegisteredSele{"F_Spxs_Sele"};
 const ui::Registered<TF_Spxs_Check> kRegisteredCheck{"F_Spxs_Check"};
-const RegisteredImport kRegisteredImport{"F_Spxs_Import", sale::rules};
+const RegisteredImport kRegisteredImport{"F_Spxs_Import", rulesOf<sale::rules>};
 
 }  // namespace spxs_detail
 }  // namespace jxc

@@ -7,13 +7,13 @@
 #include "sales/screens/price.h"
 #include "sales/screens/sales_parts.h"
 #include "stock/screens/audit_screen.h"
-#include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
 #include "stock/screens/source_picker.h"
 #include "stock/screens/trading_parts.h"
+#include "stock/screens/trading_screen.h"
 
 namespace jxc {
 namespace xsth_detail {
@@ -78,47 +78,45 @@ QString pickSale() {
   return pickSource("F_Xsth_Search", "gl_djh");
 }
 
-constexpr DocumentScreenSpec kDocument = {
-    .screen = {.name = "F_Xsth",
-               .title = "顾客退货",
-               .fields = kFields,
-               .grids = kGrids,
-               .commands = kCommands,
-               .focus = "gridLines"},
+constexpr TradingScreenSpec kDocument = {
+    .document = {.screen = {.name = "F_Xsth",
+                            .title = "顾客退货",
+                            .fields = kFields,
+                            .grids = kGrids,
+                            .commands = kCommands,
+                            .focus = "gridLines"},
+                 .draftTitle = "顾客退货",
+                 .waitingTitle = "待审核退货单",
+                 .employeeFlag = "u_xs",
+                 .pickScreen = "F_Xsth_Add",
+                 .lineScreen = "F_Xsth_Sele",
+                 .auditScreen = "F_Xsth_Check",
+                 .importScreen = "F_Xsth_Import",
+                 .changeHead = changeHead,
+                 .make = {{"xsgl", 2}, u"顾客退货！"},
+                 .audit = {{"xsgl", 8}, u"顾客退货审核！"},
+                 .addWaiting = {{"xsgl", 2}, u"顾客退货！"},
+                 .deleteWaiting = {{"xsgl", 2}, u"顾客退货！"},
+                 .headForm = kHeadForm,
+                 .footForm = kFootForm,
+                 .scanRow = "btnAddOld btnZdth btnJpgd btnModi btnDel btnImport |",
+                 .saveRow = "btnPrin | btnOK btnCancel",
+                 .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
+                 .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
+                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |"},
     .rules = sale_return::rules,
-    .draftTitle = "顾客退货",
-    .waitingTitle = "待审核退货单",
-    .side = &customerSide,
     .pickPartner = pickCustomer,
     .addPartner = addCustomer,
+    .newPartner = {{"qtcz", 3}, u"客户设置！"},
     .partner = "tkh",
     .paid = "tssje",
-    .employeeFlag = "u_xs",
     .settleKind = u"xt",
-    .waitingPartner = "kh_name",
-    .pickScreen = "F_Xsth_Add",
-    .lineScreen = "F_Xsth_Sele",
-    .auditScreen = "F_Xsth_Check",
-    .importScreen = "F_Xsth_Import",
-    .changeHead = changeHead,
     .pickReturned = pickSale,
-    .make = {{"xsgl", 2}, u"顾客退货！"},
-    .audit = {{"xsgl", 8}, u"顾客退货审核！"},
-    .addWaiting = {{"xsgl", 2}, u"顾客退货！"},
-    .deleteWaiting = {{"xsgl", 2}, u"顾客退货！"},
-    .newPartner = {{"qtcz", 3}, u"客户设置！"},
-    .headForm = kHeadForm,
-    .footForm = kFootForm,
-    .scanRow = "btnAddOld btnZdth btnJpgd btnModi btnDel btnImport |",
-    .saveRow = "btnPrin | btnOK btnCancel",
-    .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
-    .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
-    .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
 };
 
-class TF_Xsth : public DocumentScreen {
+class TF_Xsth : public TradingScreen {
  public:
-  TF_Xsth() : DocumentScreen(kDocument) {}
+  TF_Xsth() : TradingScreen(kDocument) {}
 };
 
 // ---- sales to return as a whole ----------------------------------------------------------------------------------
@@ -155,7 +153,7 @@ constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Xsth_Add",
                                             .grids = kPickGrids,
                                             .commands = trading_parts::pickCommands,
                                             .focus = "tkey"},
-                                 .rules = sale_return::rules,
+                                 .rules = rulesOf<sale_return::rules>,
                                  .lineScreen = "F_Xsth_Sele",
                                  .partnerBox = "chkKh"};
 
@@ -187,7 +185,7 @@ constexpr LineScreenSpec kLine = {.screen = {.name = "F_Xsth_Sele",
                                              .grids = kLineGrids,
                                              .commands = kLineCommands,
                                              .focus = "tsl"},
-                                  .rules = sale_return::rules,
+                                  .rules = rulesOf<sale_return::rules>,
                                   .price = "tgsj",
                                   .historyTitle = "最近十次销售",
                                   .quotesTitle = "客户报价",
@@ -228,7 +226,7 @@ const ui::Registered<TF_Xsth_Search> kRegisteredSearch{"F_Xsth_Search"};
 const ui::Registered<TF_Xsth_Add> kRegisteredAdd{"F_Xsth_Add"};
 const ui::Registered<TF_Xsth_Sele> kRegisteredSele{"F_Xsth_Sele"};
 const ui::Registered<TF_Xsth_Check> kRegisteredCheck{"F_Xsth_Check"};
-const RegisteredImport kRegisteredImport{"F_Xsth_Import", sale_return::rules};
+const RegisteredImport kRegisteredImport{"F_Xsth_Import", rulesOf<sale_return::rules>};
 
 }  // namespace xsth_detail
 }  // namespace jxc

@@ -3,10 +3,17 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "stock/screens/preview_screen.h"
+#include "ui/known_parts.h"
 
 #include <QLabel>
 
 namespace jxc {
+namespace audit_screen_detail {
+
+constexpr std::string_view kParts[] = {"jsn",     "trq",     "tpartner", "tck",        "tuser", "tadmin",   "tyfje",
+                                       "comJsfs", "comYhzh", "tnote",    "btnPreview", "btnOK", "btnCancel"};
+
+}  // namespace audit_screen_detail
 
 std::vector<ListItem> accountItems() {
   std::vector<ListItem> items;
@@ -37,6 +44,8 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
       difference_(new QLabel(this)) {
   difference_->setObjectName(QStringLiteral("lDifference"));
   difference_->setProperty("explanation", true);
+  const std::string_view own[] = {spec.paid};
+  ui::refuseUnknownParts(spec.screen, {audit_screen_detail::kParts, own});
   const std::string amounts = "tyfje " + std::string(spec.paid);
   panel()
       .form({"jsn trq tadmin", "tpartner", "tck tuser", amounts, "comJsfs comYhzh", "tnote"})

@@ -1,7 +1,7 @@
 // 单据审核确认: the audit dialog of a trading document: paid amount, settlement, account and note may change.
 #pragma once
 
-#include "stock/trading_document.h"
+#include "stock/trading_rules.h"
 #include "ui/screen.h"
 
 class QLabel;
@@ -10,7 +10,7 @@ namespace jxc {
 
 struct AuditScreenSpec {
   ui::ScreenSpec screen;
-  const DocumentRules& (*rules)();
+  const TradingRules& (*rules)();
   std::string_view paid;           // name of the paid amount's input: "tsfje"
   std::u16string_view settleKind;  // "cg", "xs": which settlements there are
 };
@@ -37,7 +37,7 @@ class AuditScreen : public ui::Screen {
   void saveCheckedValueTab2();
 
   const AuditScreenSpec description_;
-  const DocumentRules& rules_;
+  const TradingRules& rules_;
   AuditDraft draft_;
   QLabel* difference_;  // what will become of it, while one types
 };

@@ -4,15 +4,14 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
-#include "masterdata/screens/partner_picker.h"
 #include "output/screens/prin_sele.h"
-#include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
 #include "stock/screens/line_import_screen.h"
 #include "ui/application.h"
 #include "ui/display.h"
 #include "ui/grid_output.h"
+#include "ui/known_parts.h"
 #include "ui/scan_catcher.h"
 
 #include <QApplication>
@@ -24,6 +23,8 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <stdexcept>
+#include <string>
 
 namespace jxc {
 namespace document_screen_detail {
@@ -36,6 +37,63 @@ bool isBarcode(const QString& code) {
   return !lookupValue("select top 1 g_sn from jxc_goods where g_sptm=?", sanitizeText(code)).isEmpty();
 }
 
+/// What every document screen reads or binds where the document has it.
+constexpr std::string_view kParts[] = {
+    "dateCg",
+    "comCk",
+    "comUser",
+    "jsn",
+    "tnote",
+    "tSptm",
+    "tkey",
+    "comSort",
+    "gridLines",
+    "gridWaiting",
+    "gridWaitingLines",
+    "btnPanel",
+    "btnAddOld",
+    "btnAddNew",
+    "btnImport",
+    "btnInOut",
+    "btnJpgd",
+    "btnModi",
+    "btnDel",
+    "btnPrin",
+    "btnOK",
+    "btnCancel",
+    "btnSearch",
+    "btn_Check",
+    "btnPreview",
+    "btn_Dele",
+    "btn_Date",
+    "btn_Prin",
+    "btn_ChaKan",
+    "btn_Export",
+    "btnAdd",
+    "btnTab2Jpgd",
+    "btnTab2Import",
+    "btnTab2Modi",
+    "btnDele",
+};
+
+/// Parts that go together: one without the other would be a command that opens nothing, or a screen that no one opens.
+void refuseLoose(const DocumentScreenSpec& spec) {
+  const auto has = [&](std::string_view name) {
+    return std::ranges::any_of(spec.screen.commands, [&](const ui::CommandSpec& each) { return each.name == name; }) ||
+           std::ranges::any_of(spec.screen.fields, [&](const ui::FieldSpec& each) { return each.name == name; });
+  };
+  const auto together = [&](bool first, bool second, const char* what) {
+    if (first != second) throw std::invalid_argument(std::string(spec.screen.name) + ": " + what);
+  };
+  together(has("tSptm"), has("btnPanel"), "tSptm goes with btnPanel");
+  together(has("btnAddNew"), spec.addGoods != nullptr, "btnAddNew goes with addGoods");
+  together(has("btnImport") || has("btnInOut"), !spec.importScreen.empty(), "btnImport goes with importScreen");
+  together(has("btnTab2Import"), !spec.importScreen.empty(), "btnTab2Import goes with importScreen");
+  for (const std::string_view opened : {spec.pickScreen, spec.lineScreen, spec.auditScreen, spec.importScreen})
+    if (!opened.empty() && !ui::isScreenRegistered(opened))
+      throw std::invalid_argument(std::string(spec.screen.name) + ": no screen \"" + std::string(opened) + "\"");
+}
+
 std::vector<ListItem> warehouseItems() {
   Filter filter;
   addWarehouseBinding(filter);
@@ -44,13 +102,12 @@ std::vector<ListItem> warehouseItems() {
 
 }  // namespace document_screen_detail
 
-DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
-    : Screen(spec.screen),
-      partner(field(spec.partner)),
-      paid(field(spec.paid)),
-      description_(spec),
-      rules_(spec.rules()),
-      panels_(panel()) {
+DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRules& rules,
+                               std::span<const std::string_view> known)
+    : Screen(spec.screen), description_(spec), rules_(rules), panels_(panel()) {
+  const std::string_view audit[] = {spec.auditCommand};
+  ui::refuseUnknownParts(spec.screen, {document_screen_detail::kParts, known, audit, spec.notYet}, spec.own);
+  document_screen_detail::refuseLoose(spec);
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
   panel().buttons(spec.saveRow);
@@ -61,7 +118,10 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec)
   bindWaiting();
   bindPrinting();
   if (hasCommand("btnInOut")) addSheetMenu();
-  if (!optional("tSptm")) return;
+  if (optional("tSptm")) addScanner();
+}
+
+void DocumentScreen::addScanner() {
   scans_ = new ui::ScanCatcher(
       *this, *field("tSptm").widget(),
       {.isKnown = document_screen_detail::isBarcode,
@@ -102,10 +162,6 @@ void DocumentScreen::addSheetMenu() {
   command("btnInOut").setMenu(menu);
 }
 
-ui::Field* DocumentScreen::optional(std::string_view name) {
-  return hasField(name) ? &field(name) : nullptr;
-}
-
 bool DocumentScreen::hasCommand(std::string_view name) const {
   return std::any_of(spec().commands.begin(), spec().commands.end(),
                      [name](const ui::CommandSpec& command) { return command.name == name; });
@@ -130,17 +186,15 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
       .form(description_.footForm);
 }
 
-void DocumentScreen::bindCommand(std::string_view name, void (DocumentScreen::*action)()) {
-  on(command(name), [this, action] { (this->*action)(); });
+void DocumentScreen::bindCommand(std::string_view name, std::function<void()> action) {
+  if (hasCommand(name)) on(command(name), std::move(action));
 }
 
 void DocumentScreen::bindDraft() {
-  partner.onPick(description_.pickPartner);
-  partner.onChanged([this] { partnerChanged(); });
   if (auto* scan = optional("tSptm"))
     scan->onEnter([this, scan] {
-      if (scan->isEmpty()) {  // nothing more to scan: on to the money
-        paid.focus();
+      if (scan->isEmpty()) {
+        scanDone();
       } else {
         scans_->take(scan->trimmed());
       }
@@ -149,19 +203,18 @@ void DocumentScreen::bindDraft() {
   dateCg.onEnter([this] { return !settleDate(); });
   // Not while the focus is on its way: the question would stand in the middle of it.
   dateCg.onLeft([this] {
-    if (dateCg.text() != draft_.date) QTimer::singleShot(0, this, [this] { settleDate(); });
+    if (dateCg.text() != draft().date) QTimer::singleShot(0, this, [this] { settleDate(); });
   });
   gridLines.onChanged([this](const Row& row, std::string_view column, const QString& text) {
     cellChanged(row, column, text, Lines::Draft);
   });
   gridLines.onActivated([this] { modifyLine(); });
-  bindCommand("btnAddOld", &DocumentScreen::addOld);
-  if (hasCommand("btnAddNew")) bindCommand("btnAddNew", &DocumentScreen::addNew);
-  if (hasCommand("btnZdth")) bindCommand("btnZdth", &DocumentScreen::returnWhole);
-  if (hasCommand("btnImport")) bindCommand("btnImport", &DocumentScreen::importSheet);
-  bindCommand("btnJpgd", &DocumentScreen::enterLenses);
-  bindCommand("btnModi", &DocumentScreen::modifyLine);
-  bindCommand("btnDel", &DocumentScreen::deleteLine);
+  bindCommand("btnAddOld", [this] { addOld(); });
+  bindCommand("btnAddNew", [this] { addNew(); });
+  bindCommand("btnImport", [this] { importSheet(); });
+  bindCommand("btnJpgd", [this] { enterLenses(); });
+  bindCommand("btnModi", [this] { modifyLine(); });
+  bindCommand("btnDel", [this] { deleteLine(); });
   on(btnOK, [this] { save(); });
 }
 
@@ -180,7 +233,7 @@ void DocumentScreen::bindPanels() {
 }
 
 void DocumentScreen::bindPrinting() {
-  bindCommand("btnPrin", &DocumentScreen::printDraft);
+  bindCommand("btnPrin", [this] { printDraft(); });
   const bool looksFirst = !hasCommand("btn_ChaKan");
   on(command("btn_Prin"), [this, looksFirst] { printWaiting(looksFirst ? PrintWay::Preview : PrintWay::Ask); });
   if (!looksFirst) on(command("btn_ChaKan"), [this] { printWaiting(PrintWay::Preview); });
@@ -211,108 +264,53 @@ void DocumentScreen::activate() {
 void DocumentScreen::fillLists() {
   comCk.setItems(document_screen_detail::warehouseItems());
   comUser.setItems(fillEmployees(description_.employeeFlag));
-  comJsfs.setItems(settlementItems(description_.settleKind));
-  comYhzh.setItems(accountItems());
   field("comSort").setItems(
       {{QStringLiteral("新单据在前"), QStringLiteral("1")}, {QStringLiteral("旧单据在前"), QStringLiteral("0")}}, true);
 }
 
 void DocumentScreen::showByParameters() {
-  const auto show = [this](std::string_view name, bool on) {
-    if (auto* input = optional(name)) input->setVisible(on);
-  };
-  show("tsn2", strIsTrue(session().cs_ysdh));
-  show("tfpno", strIsTrue(session().cs_kp));
-  show("tfpje", strIsTrue(session().cs_kp));
-  if (description_.carriesFreight)
-    for (const char* name : {"tyf", "tbzf", "chkYf"})
-      show(name, description_.carriesFreight());
-  show("comYhzh", strIsTrue(session().cs_xjyh));
   command("btnPrin").setVisible(mayPrintUnsaved() &&
                                 panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
-  const auto movedLater = rules_.family().line.columns->movedLater;
-  show("chkZj", movedLater && movedLater());
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
     showLineColumns(*lines, rules_.family());
     lockLineCells(*lines, rules_.lines());
   }
-  for (const auto& column : gridWaiting.spec().columns)
-    if (column.field.ends_with("_sn2") || column.field == "gl_djh2")
-      gridWaiting.setColumnVisible(column.field, strIsTrue(session().cs_ysdh));
 }
 
 void DocumentScreen::initTab() {
-  TradingDraft fresh = rules_.fresh(lastDate_);
+  beginDraft(lastDate_);
   // A document that was begun and never saved comes back: the program ended in between.
   const QString unsaved = unsavedDraft(rules_.family());
   if (!unsaved.isEmpty() && !dateOfNumber(unsaved).isEmpty()) {
-    fresh.number = unsaved;
-    fresh.date = dateOfNumber(unsaved);
-    rules_.recallReturned(fresh);
+    draft().number = unsaved;
+    draft().date = dateOfNumber(unsaved);
+    recallDraft();
   }
   hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved);
   hint_->setVisible(!unsaved.isEmpty());
-  showDraft(fresh);
+  showDraft();
   fillMore();
 }
 
-void DocumentScreen::showDraft(const TradingDraft& draft) {
-  draft_ = draft;
-  partner.setPicked({partnerName(*description_.side, draft.partner), draft.partner});
-  dateCg.setText(draft.date);
-  comCk.setKey(draft.warehouse);
-  comUser.setKey(draft.salesperson);
-  showSettlement(comJsfs, draft.settlement);
-  comYhzh.setKey(draft.account);
-  paid.setNumber(draft.paid);
-  const auto setText = [this](std::string_view name, const QString& text) {
-    if (auto* input = optional(name)) input->setText(text);
-  };
-  setText("tsn2", draft.originalNumber);
-  setText("tnote", draft.note);
-  setText("tfpno", draft.invoiceNumber);
-  if (auto* input = optional("tfpje")) input->setNumber(draft.invoiceAmount);
-  for (const std::string_view name : {"tyf", "tbzf"})
-    if (auto* input = optional(name)) input->clear();
-  partner.setReadOnly(!draft.returnOf.isEmpty());
-  if (auto* box = optional("chkYf")) box->setChecked(draft.wePayFreight);
-  if (auto* box = optional("chkZj")) box->setChecked(draft.straightToStock.value_or(false));
-  setText("tSptm", {});
-  setNumber(draft.number);
+void DocumentScreen::showDraft() {
+  const DocumentDraft& shown = draft();
+  dateCg.setText(shown.date);
+  comCk.setKey(shown.warehouse);
+  comUser.setKey(shown.salesperson);
+  if (auto* input = optional("tnote")) input->setText(shown.note);
+  if (auto* input = optional("tSptm")) input->clear();
+  setNumber(shown.number);
   reloadLines();
 }
 
-TradingDraft DocumentScreen::collect() {
-  TradingDraft draft = draft_;
-  const auto text = [this](std::string_view name) {
-    const auto* input = optional(name);
-    return input ? input->trimmed() : QString();
-  };
-  const auto number = [this](std::string_view name) {
-    const auto* input = optional(name);
-    return input ? input->number() : 0.0;
-  };
-  draft.partner = partner.key();
-  draft.warehouse = comCk.key();
-  draft.salesperson = comUser.key();
-  draft.originalNumber = text("tsn2");
-  draft.note = text("tnote");
-  draft.invoiceNumber = text("tfpno");
-  draft.invoiceAmount = number("tfpje");
-  draft.freight = number("tyf");
-  draft.packing = number("tbzf");
-  if (const auto* box = optional("chkYf")) draft.wePayFreight = box->isChecked();
-  draft.payable = tyfje.number();
-  draft.paid = paid.number();
-  draft.settlement = chosenSettlement(comJsfs);
-  draft.account = comYhzh.text();
-  if (const auto* box = optional("chkZj"); box && box->isVisible()) draft.straightToStock = box->isChecked();
-  collectMore(draft);
-  return draft;
+void DocumentScreen::collect() {
+  draft().warehouse = comCk.key();
+  draft().salesperson = comUser.key();
+  if (auto* input = optional("tnote")) draft().note = input->trimmed();
 }
 
-LinePlace DocumentScreen::draftPlace() const {
-  return {.number = draft_.number, .date = draft_.date, .partner = partner.key(), .warehouse = comCk.key()};
+LinePlace DocumentScreen::draftPlace() {
+  return {.number = draft().number, .date = draft().date, .warehouse = comCk.key()};
 }
 
 bool DocumentScreen::mayDo(const DocumentScreenSpec::Guarded& guarded) {
@@ -324,33 +322,27 @@ bool DocumentScreen::mayDo(const DocumentScreenSpec::Guarded& guarded) {
 // ---- first panel -------------------------------------------------------------------------------------------------
 
 void DocumentScreen::setNumber(const QString& number) {
-  draft_.number = number;
+  draft().number = number;
   jsn.setText(number);
 }
 
 void DocumentScreen::reloadLines(std::int64_t current) {
-  gridLines.setRows(rules_.draftLines(draft_.number));
+  gridLines.setRows(rules_.draftLines(draft().number));
   if (current != 0) gridLines.selectId(current);
   command("btnModi").setEnabled(!gridLines.isEmpty());
   command("btnDel").setEnabled(!gridLines.isEmpty());
-  updateBottomJe();
-}
-
-void DocumentScreen::updateBottomJe() {
-  const double due = rules_.payable(draft_.number);
-  tyfje.setNumber(due);
-  paid.setNumber(rules_.paidAfter(due, paid.number()));
+  linesChanged();
 }
 
 bool DocumentScreen::settleDate() {
   const QString typed = dateCg.text();
-  if (typed == draft_.date) return true;
+  if (typed == draft().date) return true;
   if (typed.isEmpty() || !confirmDocumentDate(typed, prompt())) {
-    dateCg.setText(draft_.date);
+    dateCg.setText(draft().date);
     return false;
   }
-  draft_.date = typed;
-  setNumber(redateDraft(rules_.family(), draft_.number, typed));
+  draft().date = typed;
+  setNumber(redateDraft(rules_.family(), draft().number, typed));
   reloadLines(gridLines.currentId());
   return true;
 }
@@ -390,7 +382,7 @@ void DocumentScreen::exportLines() {
   Sheet sheet = ui::gridSheet(gridLines);
   sheet.sums.clear();
   sheet.notes.clear();
-  ui::exportSheet(sheet, windowTitle() + u'-' + draft_.number, this);
+  ui::exportSheet(sheet, windowTitle() + u'-' + draft().number, this);
 }
 
 bool DocumentScreen::mayMakeGoods() const {
@@ -425,29 +417,11 @@ void DocumentScreen::editLine(const LineScreen::Request& request) {
   ui::screenAs<LineScreen>(description_.lineScreen).edit(request);
 }
 
-void DocumentScreen::returnWhole() {
-  if (!settleDate()) return;
-  if (refused({{!gridLines.isEmpty(), u"请先保存本次的退货单据！"_qs},
-               {partner.key().isEmpty(), u"请选择%1！"_qs.arg(QString::fromUtf16(description_.side->noun))},
-               {comCk.items().empty(), u"请选择仓库！"_qs},
-               {comUser.items().empty(), u"请选择经办人！"_qs}},
-              prompt()))
-    return;
-  const QString source = description_.pickReturned();
-  if (source.isEmpty()) return;
-  if (const auto whole = rules_.returnWhole(source, collect(), prompt())) showDraft(*whole);
-}
-
 void DocumentScreen::deleteLine() {
   if (gridLines.currentId() == 0) return;
   deleteDraftLine(rules_.family(), gridLines.currentId());
   reloadLines();
-  // Nothing is left of the document that was to go back: what follows is a return of its own.
-  if (gridLines.isEmpty()) {
-    rules_.forgetReturned(draft_.number);
-    draft_.returnOf.clear();
-    partner.setReadOnly(false);
-  }
+  if (gridLines.isEmpty()) draftGone();
 }
 
 bool DocumentScreen::save() {
@@ -458,15 +432,16 @@ bool DocumentScreen::save() {
     btnOK.setEnabled(true);
     saving_ = false;
   });
-  const SaveResult saved = rules_.save(collect(), prompt());
+  collect();
+  const SaveResult saved = saveDraft();
   // A second press that came meanwhile finds the command off: it would refuse the empty document that follows.
   QApplication::processEvents();
   if (!saved) {
-    if (partner.key().isEmpty()) partner.focus();
+    focusMissing();
     return false;
   }
   if (printsAtSave(rules_.family())) printSaved(saved.number);
-  lastDate_ = draft_.date;
+  lastDate_ = draft().date;
   initTab();
   focusDraft();
   return true;
@@ -477,14 +452,15 @@ bool DocumentScreen::save() {
 std::optional<report::Report> DocumentScreen::setPrinPara(const QString& number, PrintMode mode) {
   if (!inBatch_ && !chooseForm(rules_.family())) return {};
   if (mode == PrintMode::Saved) return savedDocumentReport(rules_.family(), number);
-  return draftDocumentReport(rules_.family(), collect());
+  collect();
+  return draftReport();
 }
 
 void DocumentScreen::printDraft() {
   if (!settleDate()) return;
   if (refused({{gridLines.isEmpty(), u"单据中没有业务发生，不能打印！"_qs}}, prompt())) return;
-  if (const auto report = setPrinPara(draft_.number, PrintMode::OnScreen))
-    sendToPaper(*report, PrintWay::Preview, this, words(rules_.family().name) + draft_.number);
+  if (const auto report = setPrinPara(draft().number, PrintMode::OnScreen))
+    sendToPaper(*report, PrintWay::Preview, this, words(rules_.family().name) + draft().number);
 }
 
 void DocumentScreen::printSaved(const QString& number) {
@@ -513,11 +489,11 @@ void DocumentScreen::printList() {
 }
 
 bool DocumentScreen::mayLeave() {
-  switch (leaveDraft(rules_.family(), draft_.number, prompt())) {
+  switch (leaveDraft(rules_.family(), draft().number, prompt())) {
     case Answer::Yes:
       return save();
     case Answer::No:
-      rules_.forgetReturned(draft_.number);
+      draftGone();
       return true;
     default:
       return false;
@@ -531,13 +507,7 @@ bool DocumentScreen::keyPressed(QKeyEvent& event) {
     importSheet();
     return true;
   }
-  if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;
-  if (!mayDo(description_.newPartner)) return true;
-  if (const auto added = description_.addPartner()) {
-    partner.setPicked(*added);
-    partnerChanged();
-  }
-  return true;
+  return false;
 }
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {

@@ -1,11 +1,11 @@
-// 单据屏幕: the screen of a trading document: a new one on the first panel, those that wait for audit on the second.
+// 单据屏幕: the screen of a document: a new one on the first panel, those that wait for audit on the second. What a
+// trading document has beside (partner, money, whole return) is in trading_screen.h.
 #pragma once
 
-#include "masterdata/partner_side.h"
 #include "output/printed_documents.h"
 #include "output/screens/print_outlet.h"
+#include "stock/document_rules.h"
 #include "stock/screens/line_screen.h"
-#include "stock/trading_document.h"
 #include "ui/screen.h"
 
 #include <functional>
@@ -21,31 +21,20 @@ namespace ui {
 class ScanCatcher;
 }
 
-/// What the screen of one trading document is. Its fields bear the names that all of them share: dateCg, comCk,
-/// comUser, jsn, tsn2, tnote, tfpno, tfpje, tyf, tbzf, chkYf, tyfje, comJsfs, comYhzh, chkZj, tSptm
-/// (with a command btnPanel for its options) on the first panel, tkey, comSort on the second; partner and paid amount
-/// by their own; tGhsName (with a command btnAllKh) shows the waiting documents of one partner. What a document does
-/// not have is left out of its description. Grids: gridLines, gridWaiting, gridWaitingLines.
+/// What the screen of one document is. Every screen has dateCg, comCk, comUser, jsn on the first panel, tkey, comSort
+/// on the second, the grids gridLines, gridWaiting, gridWaitingLines. tnote and tSptm (with a command btnPanel for its
+/// options) may be left out, and so may commands with what they open: btnAddNew with addGoods, btnImport or
+/// btnInOut with importScreen, btnJpgd. A part that is neither known here nor `own` is refused.
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
-  const DocumentRules& (*rules)();
   std::string_view draftTitle, waitingTitle;  // the two panels
-  const PartnerSide* side;
-  std::optional<ListItem> (*pickPartner)();
-  std::optional<ListItem> (*addPartner)();  // F8 in the partner's input
-  std::string_view partner, paid;           // names of the inputs: "tghs", "tsfje"
-  std::string_view employeeFlag;            // duty of the salespersons offered: "u_cg"
-  std::u16string_view settleKind;           // see settlementItems
-  bool (*carriesFreight)() = nullptr;       // tyf, tbzf, chkYf are shown; null: always, where there are such fields
-  std::string_view waitingPartner;          // column of the waiting list: "ghs_name"
+  std::string_view employeeFlag;              // duty of the salespersons offered: "u_cg"
   std::string_view auditCommand = "btnRChk";
 
-  // Screens that this one opens.
+  // Screens that this one opens; without an audit dialog the audit is a question.
   std::string_view pickScreen, lineScreen, auditScreen, importScreen;
-  /// Changes date, partner and warehouse of a waiting document; its number now, empty when nothing changed.
+  /// Changes date, warehouse and the like of a waiting document; its number now, empty when nothing changed.
   QString (*changeHead)(const QString& number);
-  /// Lets the operator pick the document to return as a whole; its number, or empty. Null without btnZdth.
-  QString (*pickReturned)() = nullptr;
   /// Makes an article that is not in the catalogue yet; its number, empty when the operator left. Null without
   /// btnAddNew.
   QString (*addGoods)() = nullptr;
@@ -55,30 +44,25 @@ struct DocumentScreenSpec {
     Right right;
     std::u16string_view refusal;
   };
-  Guarded make, audit, addWaiting, deleteWaiting, newGoods, newPartner;
+  Guarded make, audit, addWaiting, deleteWaiting, newGoods;
 
   // Places: rows of inputs above and below the lines, of buttons, on both panels.
   std::span<const std::string_view> headForm, footForm;
   std::string_view scanRow;
   std::string_view saveRow;  // below both panels, with btnOK and the way out
   std::string_view searchRow, waitingButtons, lineButtons;
+  /// Inputs and commands that only this document knows; it binds them itself.
+  std::span<const std::string_view> own = {};
   /// Commands whose services are not there yet: not shown.
   std::span<const std::string_view> notYet = {};
 };
 
 class DocumentScreen : public ui::Screen {
  public:
-  explicit DocumentScreen(const DocumentScreenSpec& spec);
-
-  ui::Field& partner;
-  ui::Field& paid;
   ui::Field& dateCg = field("dateCg");
   ui::Field& comCk = field("comCk");
   ui::Field& comUser = field("comUser");
   ui::Field& jsn = field("jsn");
-  ui::Field& tyfje = field("tyfje");
-  ui::Field& comJsfs = field("comJsfs");
-  ui::Field& comYhzh = field("comYhzh");
   ui::Grid& gridLines = grid("gridLines");
   ui::Grid& gridWaiting = grid("gridWaiting");
   ui::Grid& gridWaitingLines = grid("gridWaitingLines");
@@ -92,15 +76,46 @@ class DocumentScreen : public ui::Screen {
   void refreshWaiting(const QString& number = {});
 
  protected:
+  /// `known`: names of further parts that the derived screen reads or binds.
+  DocumentScreen(const DocumentScreenSpec& spec, const DocumentRules& rules,
+                 std::span<const std::string_view> known = {});
+
   void activate() override;
   bool mayLeave() override;
   bool keyPressed(QKeyEvent& event) override;
 
-  /// What a document has besides: at opening, and in what is saved.
+  // ---- the draft: what its kind has; see DocumentScreenOver ----
+  /// What does not stand in an input, and the date as it was settled last.
+  virtual DocumentDraft& draft() = 0;
+  /// A new document, after one of this date.
+  virtual void beginDraft(const QString& lastDate) = 0;
+  virtual SaveResult saveDraft() = 0;
+  virtual report::Report draftReport() = 0;
+
+  // ---- what a document has besides; each calls that of its base ----
+  virtual void fillLists();
+  virtual void showByParameters();
+  /// A draft that comes back after the program was cut off.
+  virtual void recallDraft() {}
+  /// The inputs as the draft has them, and back.
+  virtual void showDraft();
+  virtual void collect();
+  virtual void linesChanged() {}
+  /// Nothing is left of the draft, or it is left behind.
+  virtual void draftGone() {}
+  /// Not saved: to the input that it lacks.
+  virtual void focusMissing() {}
+  /// Enter in an empty barcode input.
+  virtual void scanDone() { btnOK.setFocus(); }
+  virtual LinePlace draftPlace();
+  virtual LinePlace waitingPlace();
+  virtual WaitingFilter waitingFilter();
+  virtual void showAllWaiting() { refreshWaiting(); }
+  /// Audits a waiting document; the base asks.
+  virtual void auditWaiting(const QString& number);
+  /// After a new document was shown.
   virtual void fillMore() {}
-  virtual void collectMore(TradingDraft&) {}
-  /// The operator chose another partner.
-  virtual void partnerChanged() {}
+
   /// A paper of the document. Mode OnScreen: as it stands on the first panel, variables from the inputs; Saved:
   /// variables from the saved document. Nothing: the operator left the choice of the form.
   enum class PrintMode : char { OnScreen = '1', Saved = '2' };
@@ -109,10 +124,13 @@ class DocumentScreen : public ui::Screen {
   virtual void editLine(const LineScreen::Request& request);
 
   const DocumentRules& rules() const { return rules_; }
-  LinePlace draftPlace() const;
-  LinePlace waitingPlace() const;
+  /// An input that the document may have; null without.
+  ui::Field* optional(std::string_view name) { return hasField(name) ? &field(name) : nullptr; }
+  bool hasCommand(std::string_view name) const;
+  void bindCommand(std::string_view command, std::function<void()> action);
   /// Tells that a right is missing. True: it is there.
   bool mayDo(const DocumentScreenSpec::Guarded& guarded);
+  QString waitingNumber() const;
 
   // First panel.
   void enterBarcode(const QString& code);
@@ -124,8 +142,6 @@ class DocumentScreen : public ui::Screen {
   void modifyLine();
   void deleteLine();
   bool save();
-  void updateBottomJe();
-  void returnWhole();
   void printDraft();
   void printSaved(const QString& number);
   void setNumber(const QString& number);
@@ -134,8 +150,8 @@ class DocumentScreen : public ui::Screen {
   bool settleDate();
 
   // Second panel.
-  void showAllWaiting();
   void auditCurrent();
+  void previewAudit();
   void auditList();
   void deleteWaiting();
   void changeHead();
@@ -148,27 +164,20 @@ class DocumentScreen : public ui::Screen {
   void printList();
 
  private:
-  ui::Field* optional(std::string_view name);
-  bool hasCommand(std::string_view name) const;
   void focusDraft();
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
+  void addScanner();
   void addScanOptions();
   void addSheetMenu();
   void bindPanels();
   void bindDraft();
   void bindWaiting();
-  void bindCommand(std::string_view command, void (DocumentScreen::*action)());
-  void showByParameters();
-  void fillLists();
-  void showDraft(const TradingDraft& draft);
   void showPicked(const CopyResult& picked);
   bool mayMakeGoods() const;
-  TradingDraft collect();
   void reloadWaitingLines();
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
   bool changeable(const ui::Grid& lines);
-  QString waitingNumber() const;
   void bindPrinting();
 
   const DocumentScreenSpec description_;
@@ -180,8 +189,24 @@ class DocumentScreen : public ui::Screen {
   QAction* onceOnly_ = nullptr;
   QAction* thenModify_ = nullptr;
   bool saving_ = false;
-  TradingDraft draft_;  // what does not stand in an input, and the date as it was settled last
-  QString lastDate_;    // of the document before
+  QString lastDate_;  // of the document before
+};
+
+/// The screen over rules with a draft of their own kind.
+template <class Draft, class Rules = RulesOver<Draft>>
+class DocumentScreenOver : public DocumentScreen {
+ protected:
+  DocumentScreenOver(const DocumentScreenSpec& spec, const Rules& rules, std::span<const std::string_view> known = {})
+      : DocumentScreen(spec, rules, known) {}
+
+  const Rules& rules() const { return static_cast<const Rules&>(DocumentScreen::rules()); }
+  Draft& draft() override { return draft_; }
+  void beginDraft(const QString& lastDate) override { draft_ = rules().fresh(lastDate); }
+  SaveResult saveDraft() override { return rules().save(draft_, prompt()); }
+  report::Report draftReport() override { return draftDocumentReport(rules().family(), draft_); }
+
+ private:
+  Draft draft_;
 };
 
 }  // namespace jxc

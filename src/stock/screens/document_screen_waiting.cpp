@@ -2,21 +2,15 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
-#include "stock/screens/audit_screen.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
 #include "stock/screens/line_import_screen.h"
+#include "stock/screens/preview_screen.h"
 #include "ui/application.h"
 #include "ui/refresh_after.h"
 
 namespace jxc {
-namespace document_screen_waiting_detail {
-
-constexpr char16_t kAllCustomers[] = u"全部客户";
-
-}  // namespace document_screen_waiting_detail
-
 void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
   panel.row(description_.searchRow)
       .grid("gridWaiting", 3)
@@ -30,11 +24,6 @@ void DocumentScreen::bindWaiting() {
     refreshWaiting();
     return true;
   });
-  if (auto* customer = optional("tGhsName")) {
-    customer->onPick(description_.pickPartner);
-    customer->onChanged([this] { refreshWaiting(); });
-  }
-  if (hasCommand("btnAllKh")) bindCommand("btnAllKh", &DocumentScreen::showAllWaiting);
   field("comSort").onChanged([this] { refreshWaiting(); });
   on(command("btnSearch"), [this] { refreshWaiting(); });
   gridWaiting.onCurrentChanged([this] { reloadWaitingLines(); });
@@ -44,28 +33,22 @@ void DocumentScreen::bindWaiting() {
     cellChanged(row, column, text, Lines::Waiting);
   });
   gridWaitingLines.onActivated([this] { modifyWaitingLine(); });
-  bindCommand(description_.auditCommand, &DocumentScreen::auditCurrent);
-  bindCommand("btn_Check", &DocumentScreen::auditList);
-  bindCommand("btn_Dele", &DocumentScreen::deleteWaiting);
-  bindCommand("btn_Date", &DocumentScreen::changeHead);
-  bindCommand("btnAdd", &DocumentScreen::addWaitingLines);
-  bindCommand("btnTab2Jpgd", &DocumentScreen::enterWaitingLenses);
-  bindCommand("btnTab2Import", &DocumentScreen::importWaiting);
-  bindCommand("btnTab2Modi", &DocumentScreen::modifyWaitingLine);
-  bindCommand("btnDele", &DocumentScreen::deleteWaitingLine);
+  bindCommand(description_.auditCommand, [this] { auditCurrent(); });
+  bindCommand("btnPreview", [this] { previewAudit(); });
+  bindCommand("btn_Check", [this] { auditList(); });
+  bindCommand("btn_Dele", [this] { deleteWaiting(); });
+  bindCommand("btn_Date", [this] { changeHead(); });
+  bindCommand("btnAdd", [this] { addWaitingLines(); });
+  bindCommand("btnTab2Jpgd", [this] { enterWaitingLenses(); });
+  bindCommand("btnTab2Import", [this] { importWaiting(); });
+  bindCommand("btnTab2Modi", [this] { modifyWaitingLine(); });
+  bindCommand("btnDele", [this] { deleteWaitingLine(); });
 }
 
-void DocumentScreen::showAllWaiting() {
-  if (auto* customer = optional("tGhsName"))
-    customer->setPicked({QString::fromUtf16(document_screen_waiting_detail::kAllCustomers), {}});
-  refreshWaiting();
-}
-
-LinePlace DocumentScreen::waitingPlace() const {
+LinePlace DocumentScreen::waitingPlace() {
   const auto& family = rules_.family();
   return {.number = waitingNumber(),
           .date = gridWaiting.currentText(family.date),
-          .partner = gridWaiting.currentText(family.partner),
           .warehouse = gridWaiting.currentText(family.warehouse)};
 }
 
@@ -73,19 +56,20 @@ QString DocumentScreen::waitingNumber() const {
   return gridWaiting.currentText(rules_.family().number);
 }
 
+WaitingFilter DocumentScreen::waitingFilter() {
+  return {.key = field("tkey").trimmed(), .newestFirst = field("comSort").key() != u"0"};
+}
+
 void DocumentScreen::refreshWaiting(const QString& number) {
   const QString current = number.isEmpty() ? waitingNumber() : number;
-  const auto* customer = optional("tGhsName");
-  gridWaiting.setRows(rules_.waiting({.partner = customer ? customer->key() : QString(),
-                                      .key = field("tkey").trimmed(),
-                                      .newestFirst = field("comSort").key() != u"0"}));
+  gridWaiting.setRows(rules_.waiting(waitingFilter()));
   for (const Row row : gridWaiting.rows())
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
-  for (const char* name : {"btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btnTab2Import", "btn_Prin"})
-    command(name).setEnabled(!gridWaiting.isEmpty());
-  if (hasCommand("btn_ChaKan")) command("btn_ChaKan").setEnabled(!gridWaiting.isEmpty());
+  for (const char* name : {"btnPreview", "btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btnTab2Import",
+                           "btn_Prin", "btn_ChaKan"})
+    if (hasCommand(name)) command(name).setEnabled(!gridWaiting.isEmpty());
 }
 
 void DocumentScreen::reloadWaitingLines() {
@@ -102,8 +86,22 @@ void DocumentScreen::reloadWaitingLines() {
 void DocumentScreen::auditCurrent() {
   const QString number = waitingNumber();
   if (number.isEmpty() || !mayDo(description_.audit)) return;
-  ui::screenAs<AuditScreen>(description_.auditScreen).audit(number);
+  auditWaiting(number);
   refreshWaiting();
+}
+
+void DocumentScreen::auditWaiting(const QString& number) {
+  if (!prompt().ask(u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs)) return;
+  auditDocument(rules_.family(), number, gridWaiting.currentText(rules_.family().date), prompt());
+}
+
+void DocumentScreen::previewAudit() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) return;
+  const QString date = gridWaiting.currentText(rules_.family().date);
+  showWhatIf(u"审核单据"_qs + number, number, [&](Prompt& agreeing) {
+    return auditDocument(rules_.family(), number, date, agreeing) == AuditOutcome::Audited;
+  });
 }
 
 void DocumentScreen::auditList() {

@@ -1,14 +1,19 @@
 #include "stock/screens/goods_pick_screen.h"
 
+#include "accounts/partner_ledger.h"
 #include "core/session.h"
 #include "core/small_lookups.h"
 #include "core/text.h"
 #include "masterdata/goods_classes.h"
 #include "stock/screens/line_screen.h"
 #include "ui/display.h"
+#include "ui/known_parts.h"
 
 namespace jxc {
 namespace goods_pick_screen_detail {
+
+constexpr std::string_view kParts[] = {"tkey",      "comLb",  "tsl",     "chkCk",  "gridGoods", "gridStaging",
+                                       "btnSearch", "btnAdd", "btnModi", "btnDel", "btnOK",     "btnCancel"};
 
 constexpr qsizetype kPrefixLength = 3;  // "jh_", "th_", "ls_", "ts_"
 
@@ -32,7 +37,8 @@ std::vector<ListItem> classItems() {
 }  // namespace goods_pick_screen_detail
 
 bool pricesInSight(const DocumentFamily& family) {
-  return family.partner == "ghs_sn" ? session().canSeeCost : session().canSeePrice;
+  const bool sells = family.hasMoney() && family.side == PartnerType::Customer;
+  return sells ? session().canSeePrice : session().canSeeCost;
 }
 
 void showPrices(ui::Grid& grid, const DocumentFamily& family) {
@@ -72,6 +78,8 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
       description_(spec),
       rules_(spec.rules()),
       search_(tkey, gridGoods, [this](const QString& typed) { return query(typed); }) {
+  const std::string_view own[] = {spec.partnerBox};
+  ui::refuseUnknownParts(spec.screen, {goods_pick_screen_detail::kParts, own});
   panel()
       .row(goods_pick_screen_detail::searchRow(spec))
       .grid("gridGoods", 3)

@@ -1,7 +1,7 @@
 // 多商品选择: picks many goods into the operator's staging list, then takes them all over to a trading document.
 #pragma once
 
-#include "stock/trading_document.h"
+#include "stock/document_rules.h"
 #include "ui/list_search.h"
 #include "ui/screen.h"
 
@@ -11,7 +11,7 @@ namespace jxc {
 
 /// What the picking screen of one document is. Its fields are "tkey", "comLb" (class), "tsl" (quantity added at once),
 /// "chkCk" (by stock) and one for this partner's goods where the document has them; its grids "gridGoods" and
-/// "gridStaging".
+/// "gridStaging". Another part is refused.
 struct GoodsPickSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();

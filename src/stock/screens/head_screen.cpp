@@ -5,12 +5,20 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "masterdata/screens/partner_picker.h"
+#include "ui/known_parts.h"
 
 namespace jxc {
+namespace head_screen_detail {
 
-HeadScreen::HeadScreen(const HeadScreenSpec& spec)
-    : Screen(spec.screen), partner(field(spec.partner)), description_(spec) {
-  partner.onPick(spec.pickPartner);
+constexpr std::string_view kParts[] = {"dateCg", "comCk", "comUser", "tfpno", "tfpje",
+                                       "tyf",    "tbzf",  "chkYf",   "btnOK", "btnCancel"};
+
+}  // namespace head_screen_detail
+
+HeadScreen::HeadScreen(const HeadScreenSpec& spec) : Screen(spec.screen), description_(spec) {
+  const std::string_view own[] = {spec.partner};
+  ui::refuseUnknownParts(spec.screen, {head_screen_detail::kParts, own});
+  if (auto* input = partner()) input->onPick(spec.pickPartner);
   command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
@@ -33,8 +41,10 @@ void HeadScreen::activate() {
       openSelect(compose("select * from {} where {}=? order by id", {family_->head, family_->number}), number_);
   if (heads.isEmpty()) return;
   const Row head = heads.front();
-  const QString code = head.text(family_->partner);
-  partner.setPicked({partnerName(*description_.side, code), code});
+  if (auto* input = partner()) {
+    const QString code = head.text(family_->partner);
+    input->setPicked({partnerName(partnerSide(family_->side), code), code});
+  }
   dateCg.setText(head.text(family_->date).left(10));  // sales may carry the time of day
   comCk.setKey(head.text(family_->warehouse));
   comUser.setKey(head.text("u_sn"));
@@ -60,14 +70,16 @@ void HeadScreen::saveValue() {
   if (!family_) return reject();
   const QString date = dateCg.text();
   if (!confirmDocumentDate(date, prompt())) return dateCg.focus();
-  HeadEdit edit{.date = date, .partner = partner.key(), .warehouse = comCk.key(), .salesperson = comUser.key()};
+  HeadEdit edit{.date = date, .warehouse = comCk.key(), .salesperson = comUser.key()};
+  if (auto* input = partner()) edit.partner = input->key();
   const auto shown = [this](std::string_view name) { return hasField(name) && field(name).isVisible(); };
   if (shown("tfpno")) edit.invoiceNumber = field("tfpno").trimmed();
   if (shown("tfpje")) edit.invoiceAmount = field("tfpje").number();
   if (shown("tyf")) edit.freight = field("tyf").number();
   if (shown("tbzf")) edit.packing = field("tbzf").number();
   if (shown("chkYf")) edit.wePayFreight = field("chkYf").isChecked();
-  if (refused({{edit.partner->isEmpty(), u"请选择%1！"_qs.arg(QString::fromUtf16(description_.side->noun))},
+  if (refused({{edit.partner && edit.partner->isEmpty(),
+                u"请选择%1！"_qs.arg(QString::fromUtf16(partnerSide(family_->side).noun))},
                {edit.salesperson->isEmpty(), u"请选择经办人！"_qs},
                {edit.warehouse->isEmpty(), u"请选择仓库！"_qs}},
               prompt()))

@@ -9,13 +9,12 @@
 
 namespace jxc {
 
-/// Its fields are dateCg, comCk, comUser and the partner by its own name; tfpno, tfpje, tyf, tbzf, chkYf where the
-/// documents have them.
+/// Its fields are dateCg, comCk, comUser; where the documents have them the partner by its own name, tfpno, tfpje, tyf,
+/// tbzf, chkYf. Another part is refused.
 struct HeadScreenSpec {
   ui::ScreenSpec screen;
-  const PartnerSide* side;
-  std::optional<ListItem> (*pickPartner)();
-  std::string_view partner;       // name of the input
+  std::optional<ListItem> (*pickPartner)() = nullptr;
+  std::string_view partner = {};  // name of the input
   std::string_view employeeFlag;  // "u_cg", "u_xs"
 };
 
@@ -26,7 +25,6 @@ class HeadScreen : public ui::Screen {
   /// Opens on a waiting document. Its number now; empty when nothing was changed.
   QString change(const DocumentFamily& family, const QString& number);
 
-  ui::Field& partner;
   ui::Field& dateCg = field("dateCg");
   ui::Field& comCk = field("comCk");
   ui::Field& comUser = field("comUser");
@@ -35,6 +33,7 @@ class HeadScreen : public ui::Screen {
   void activate() override;
 
  private:
+  ui::Field* partner() { return description_.partner.empty() ? nullptr : &field(description_.partner); }
   void saveValue();
   const HeadScreenSpec description_;
   const DocumentFamily* family_ = nullptr;

@@ -1,7 +1,7 @@
 // 镜片光度表屏幕: opens the sphere by cylinder sheet of lens products over a trading document.
 #pragma once
 
-#include "stock/trading_document.h"
+#include "stock/document_rules.h"
 
 namespace jxc {
 

@@ -6,12 +6,20 @@
 #include "core/text.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "ui/display.h"
+#include "ui/known_parts.h"
 
 #include <QLabel>
 #include <QTabWidget>
 
+#include <array>
+#include <string>
+#include <vector>
+
 namespace jxc {
 namespace line_screen_detail {
+
+constexpr std::string_view kParts[] = {"tsl",         "tdzl",       "ttax",    "ttaxdj", "tzje",     "tnote",
+                                       "gridHistory", "gridQuotes", "btnSpsj", "btnOK",  "btnCancel"};
 
 constexpr int kShownDecimals = 6;  // of a price that a typed total left with an endless fraction
 
@@ -29,42 +37,61 @@ QString describe(const QString& goods, const QString& warehouse) {
 }  // namespace line_screen_detail
 
 LineScreen::LineScreen(const LineScreenSpec& spec)
-    : Screen(spec.screen),
-      price(field(spec.price)),
-      description_(spec),
-      rules_(spec.rules()),
-      goods_(new QLabel(this)),
-      tabs_(panel()) {
+    : Screen(spec.screen), description_(spec), rules_(spec.rules()), goods_(new QLabel(this)), tabs_(panel()) {
+  const std::string_view own[] = {spec.price, spec.cost};
+  ui::refuseUnknownParts(spec.screen, {line_screen_detail::kParts, own});
+  build();
+  bind("tsl", &LineAmounts::setQuantity);
+  bind(spec.price, &LineAmounts::setPrice);
+  bind("tdzl", &LineAmounts::setDiscount);
+  bind("ttax", &LineAmounts::setTax);
+  bind("ttaxdj", &LineAmounts::setTaxedPrice);
+  bind("tzje", &LineAmounts::setTotal);
+  if (auto* note = optional("tnote"))
+    note->onEnter([this] {
+      saveValue();
+      return true;
+    });
+  on(btnOK, [this] { saveValue(); });
+}
+
+void LineScreen::build() {
   goods_->setObjectName(QStringLiteral("lGoods"));
   goods_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  const std::string first = "tsl " + std::string(spec.price) + " tdzl";
-  const std::string last = spec.cost.empty() ? "tnote" : std::string(spec.cost) + " tnote";
-  panel().widget(goods_).form({first, "ttax ttaxdj tzje", last});
-  tabs_ = panel();
-  tabs_.page("tabHistory", ui::qs(spec.historyTitle)).grid("gridHistory");
-  tabs_.page("tabQuotes", ui::qs(spec.quotesTitle)).grid("gridQuotes");
-  panel().buttons(spec.askPrice ? "btnSpsj | btnOK btnCancel" : "| btnOK btnCancel");
-  if (spec.askPrice)
-    on(command("btnSpsj"), [this] {
-      double chosen = draft_.amounts.price();
-      description_.askPrice(draft_.goods, chosen);
-      if (chosen != draft_.amounts.price()) draft_.amounts.setPrice(chosen);
-      showAmounts();
+  panel().widget(goods_);
+  std::vector<std::string> rows;
+  for (const auto& inputs : {std::array{std::string_view("tsl"), description_.price, std::string_view("tdzl")},
+                             std::array{std::string_view("ttax"), std::string_view("ttaxdj"), std::string_view("tzje")},
+                             std::array{description_.cost, std::string_view("tnote"), std::string_view()}}) {
+    std::string row;
+    for (const std::string_view input : inputs)
+      if (hasField(input)) row.append(row.empty() ? "" : " ").append(input);
+    rows.push_back(row);
+  }
+  std::vector<std::string_view> form;
+  for (const std::string& row : rows)
+    if (!row.empty()) form.push_back(row);
+  panel().form(form);
+  if (!spec().grids.empty()) tabs_ = panel();
+  for (const ui::GridSpec& each : spec().grids) {
+    const bool isHistory = each.name == "gridHistory";
+    tabs_
+        .page(isHistory ? "tabHistory" : "tabQuotes",
+              ui::qs(isHistory ? description_.historyTitle : description_.quotesTitle))
+        .grid(each.name);
+    ui::Grid& shown = grid(each.name);
+    shown.onActivated([this, &shown, isHistory] {
+      offerPrice(shown, isHistory ? description_.historyPrice : description_.quotesPrice);
     });
-
-  bind(tsl, &LineAmounts::setQuantity);
-  bind(price, &LineAmounts::setPrice);
-  bind(tdzl, &LineAmounts::setDiscount);
-  bind(ttax, &LineAmounts::setTax);
-  bind(ttaxdj, &LineAmounts::setTaxedPrice);
-  bind(tzje, &LineAmounts::setTotal);
-  tnote.onEnter([this] {
-    saveValue();
-    return true;
+  }
+  panel().buttons(description_.askPrice ? "btnSpsj | btnOK btnCancel" : "| btnOK btnCancel");
+  if (!description_.askPrice) return;
+  on(command("btnSpsj"), [this] {
+    double chosen = draft_.amounts.price();
+    description_.askPrice(draft_.goods, chosen);
+    if (chosen != draft_.amounts.price()) draft_.amounts.setPrice(chosen);
+    showAmounts();
   });
-  gridHistory.onActivated([this] { offerPrice(gridHistory, description_.historyPrice); });
-  gridQuotes.onActivated([this] { offerPrice(gridQuotes, description_.quotesPrice); });
-  on(btnOK, [this] { saveValue(); });
 }
 
 LineResult LineScreen::edit(const Request& request) {
@@ -87,52 +114,61 @@ void LineScreen::showByParameters() {
   const bool prices = pricesInSight(rules_.family());
   const bool tax = prices && strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
-  ttax.setVisible(tax);
-  ttaxdj.setVisible(tax);
-  tdzl.setVisible(discount);
-  price.setVisible(prices);
-  tzje.setVisible(prices);
-  for (auto* grid : {&gridHistory, &gridQuotes}) {
-    showPrices(*grid, rules_.family());
-    for (const auto& column : grid->spec().columns) {
+  const auto show = [this](std::string_view name, bool on) {
+    if (auto* input = optional(name)) input->setVisible(on);
+  };
+  show("ttax", tax);
+  show("ttaxdj", tax);
+  show("tdzl", discount);
+  show(description_.price, prices);
+  show("tzje", prices);
+  for (ui::Grid* rows : grids()) {
+    showPrices(*rows, rules_.family());
+    for (const auto& column : rows->spec().columns) {
       const std::string_view field = column.field;
-      if (field.ends_with("_tax") || field.ends_with("_taxdj")) grid->setColumnVisible(field, tax);
-      if (field.ends_with("_dzl")) grid->setColumnVisible(field, discount);
+      if (field.ends_with("_tax") || field.ends_with("_taxdj")) rows->setColumnVisible(field, tax);
+      if (field.ends_with("_dzl")) rows->setColumnVisible(field, discount);
     }
   }
   // A total or a price with tax would change the price by another way.
   const bool fixed = !rules_.lines().priceMayChange();
-  for (auto* field : {&price, &ttaxdj, &tzje})
-    field->setReadOnly(fixed);
+  for (const std::string_view name : {description_.price, std::string_view("ttaxdj"), std::string_view("tzje")})
+    if (auto* input = optional(name)) input->setReadOnly(fixed);
   if (description_.askPrice) command("btnSpsj").setVisible(prices && !fixed);
-  if (description_.cost.empty()) return;
-  auto& cost = field(description_.cost);
-  cost.setVisible(session().canSeeCost && strIsTrue(session().cs_cs002));
-  cost.setReadOnly(!(session().canChangeSaleCost && strIsTrue(session().cs_cs002)));
+  if (auto* cost = optional(description_.cost)) {
+    cost->setVisible(session().canSeeCost && strIsTrue(session().cs_cs002));
+    cost->setReadOnly(!(session().canChangeSaleCost && strIsTrue(session().cs_cs002)));
+  }
 }
 
 void LineScreen::activate() {
   showByParameters();
   goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse));
-  gridHistory.setRows(rules_.lines().history(draft_.goods, request_.place.partner));
-  const RowSet quotes = rules_.lines().quotes(draft_.goods, request_.place.partner);
-  gridQuotes.setRows(quotes);
-  tabs_.tabs()->setTabVisible(1, !quotes.isEmpty());
-  tabs_.tabs()->setCurrentIndex(0);
-  tnote.setText(draft_.note);
-  if (!description_.cost.empty()) field(description_.cost).setNumber(draft_.cost);
+  for (ui::Grid* rows : grids()) {
+    const bool isHistory = rows->spec().name == "gridHistory";
+    const RowSet found = isHistory ? rules_.lines().history(draft_.goods, request_.place.partner)
+                                   : rules_.lines().quotes(draft_.goods, request_.place.partner);
+    rows->setRows(found);
+    if (!isHistory) tabs_.tabs()->setTabVisible(tabs_.tabs()->count() - 1, !found.isEmpty());
+  }
+  if (tabs_.tabs()) tabs_.tabs()->setCurrentIndex(0);
+  if (auto* note = optional("tnote")) note->setText(draft_.note);
+  if (auto* cost = optional(description_.cost)) cost->setNumber(draft_.cost);
   showAmounts();
 }
 
-void LineScreen::bind(ui::Field& field, void (LineAmounts::*set)(double)) {
-  field.onChanged([this, &field, set] {
-    (draft_.amounts.*set)(field.number());
-    showAmounts(&field);
+void LineScreen::bind(std::string_view name, void (LineAmounts::*set)(double)) {
+  auto* const input = optional(name);
+  if (!input) return;
+  input->onChanged([this, input, set] {
+    (draft_.amounts.*set)(input->number());
+    showAmounts(input);
   });
 }
 
 void LineScreen::offerPrice(ui::Grid& grid, std::string_view column) {
-  if (!grid.current() || price.isReadOnly()) return;
+  const auto* const price = optional(description_.price);
+  if (!grid.current() || !price || price->isReadOnly()) return;
   draft_.amounts.setPrice(grid.currentNumber(column));
   showAmounts();
   tsl.focus();
@@ -140,22 +176,22 @@ void LineScreen::offerPrice(ui::Grid& grid, std::string_view column) {
 
 void LineScreen::showAmounts(const ui::Field* typing) {
   const LineAmounts& line = draft_.amounts;
-  const auto show = [typing](ui::Field& field, double figure) {
-    if (&field != typing) field.setNumber(roundEps(figure, line_screen_detail::kShownDecimals));
+  const auto show = [this, typing](std::string_view name, double figure) {
+    auto* const input = optional(name);
+    if (input && input != typing) input->setNumber(roundEps(figure, line_screen_detail::kShownDecimals));
   };
-  show(tsl, line.quantity());
-  show(price, line.price());
-  show(tdzl, line.discount());
-  show(ttax, line.tax());
-  show(ttaxdj, line.taxedPrice());
-  show(tzje, line.total());
+  show("tsl", line.quantity());
+  show(description_.price, line.price());
+  show("tdzl", line.discount());
+  show("ttax", line.tax());
+  show("ttaxdj", line.taxedPrice());
+  show("tzje", line.total());
 }
 
 void LineScreen::saveValue() {
   if (!checkFields()) return;
-  draft_.note = tnote.trimmed();
-  if (!description_.cost.empty() && !field(description_.cost).isReadOnly())
-    draft_.cost = field(description_.cost).number();
+  if (auto* note = optional("tnote")) draft_.note = note->trimmed();
+  if (auto* cost = optional(description_.cost); cost && !cost->isReadOnly()) draft_.cost = cost->number();
   const LineRules& lines = rules_.lines();
   if (!lines.mayWrite(draft_, request_.place, prompt())) return tsl.focus();
   if (request_.id == 0) {

@@ -1,19 +1,20 @@
 // 商品明细屏幕: one line of a trading document: quantity, price, tax, discount and total keep in step.
 #pragma once
 
-#include "stock/trading_document.h"
+#include "stock/document_rules.h"
 #include "ui/screen.h"
 
 class QLabel;
 
 namespace jxc {
 
-/// What the line dialog of one document is. Its fields are "tsl", the price by its own name, and where the document has
-/// them "tdzl", "ttax", "ttaxdj", "tzje", "tnote"; its grids "gridHistory" and "gridQuotes".
+/// What the line dialog of one document is. Its fields are "tsl", and where the document has them the price and the
+/// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "tnote"; its grids, with their tabs, "gridHistory" and
+/// "gridQuotes".
 struct LineScreenSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();
-  std::string_view price;                      // name of the price input: "tgpjjj"
+  std::string_view price = {};                 // name of the price input: "tgpjjj"
   std::string_view historyTitle, quotesTitle;  // the two tabs
   std::string_view historyPrice, quotesPrice;  // columns whose price a row offers on Enter
   std::string_view cost;                       // name of the cost input: shown by right, changed by parameter and right
@@ -35,21 +36,16 @@ class LineScreen : public ui::Screen {
   LineResult edit(const Request& request);
 
   ui::Field& tsl = field("tsl");
-  ui::Field& price;
-  ui::Field& tdzl = field("tdzl");
-  ui::Field& ttax = field("ttax");
-  ui::Field& ttaxdj = field("ttaxdj");
-  ui::Field& tzje = field("tzje");
-  ui::Field& tnote = field("tnote");
-  ui::Grid& gridHistory = grid("gridHistory");
-  ui::Grid& gridQuotes = grid("gridQuotes");
   QPushButton& btnOK = command("btnOK");
 
  protected:
   void activate() override;
 
  private:
-  void bind(ui::Field& field, void (LineAmounts::*set)(double));
+  /// An input that the document may have; null without.
+  ui::Field* optional(std::string_view name) { return hasField(name) ? &field(name) : nullptr; }
+  void build();
+  void bind(std::string_view input, void (LineAmounts::*set)(double));
   void offerPrice(ui::Grid& grid, std::string_view column);
   /// Shows the amounts, but for the input that the operator is typing in.
   void showAmounts(const ui::Field* typing = nullptr);

@@ -35,7 +35,6 @@ constexpr HeadScreenSpec kSale = {.screen = {.name = "F_ModiDateXs",
                                              .fields = kSaleFields,
                                              .commands = kCommands,
                                              .focus = "dateCg"},
-                                  .side = &customerSide,
                                   .pickPartner = pickCustomer,
                                   .partner = "tkh",
                                   .employeeFlag = "u_xs"};

@@ -1,0 +1,154 @@
+#include "stock/document_rules.h"
+
+#include "accounts/partner_ledger.h"
+#include "core/defaults.h"
+#include "core/fillers.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+
+#include <QDate>
+
+namespace jxc {
+namespace document_rules_detail {
+
+// No draft is older than this many lines: so the search stays short in an account set of millions.
+constexpr std::int64_t recentLines = 2000;
+
+std::string linesWithNames(const DocumentFamily& f) {
+  const std::string_view gift = f.line.gift;
+  return "select a.*," +
+         (gift.empty() ? std::string("b.g_name")
+                       : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
+         compose(
+             ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
+             "a.{}=?",
+             {f.lines, f.number});
+}
+
+/// What is due and paid of a head, as screens show it, and what is open of it.
+std::string moneyOf(const DocumentFamily& f) {
+  const std::string sign = f.headSign < 0 ? "-1*" : "";
+  const std::string discount = f.discount.empty() ? std::string() : compose("-a.{}", {f.discount});
+  return "," + sign + compose("a.{} as yfje,", {f.due}) + sign + compose("a.{} as sfje,", {f.paid}) + sign +
+         compose("(a.{}-a.{}", {f.due, f.paid}) + discount + ") as wfje";
+}
+
+constexpr DocumentPartner kSupplier = {.table = "jxc_ghsxx",
+                                       .key = "ghs_sn",
+                                       .name = "ghs_name",
+                                       .mnemonic = "ghs_jm",
+                                       .noun = u"供货商",
+                                       .byDefault = defaultSupplierSn};
+constexpr DocumentPartner kCustomer = {.table = "jxc_khxx",
+                                       .key = "kh_sn",
+                                       .name = "kh_name",
+                                       .mnemonic = "kh_jm",
+                                       .noun = u"客户",
+                                       .byDefault = defaultCustomerSn};
+
+}  // namespace document_rules_detail
+
+const DocumentPartner& partnerOf(const DocumentFamily& family) {
+  return family.side == PartnerType::Supplier ? document_rules_detail::kSupplier : document_rules_detail::kCustomer;
+}
+
+bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field) const {
+  if (goods == u"00000000") return false;  // the balancing line comes from the settlement
+  if (isGift) return field == u"sl";
+  return (field != u"dj" && field != u"taxdj") || priceMayChange();
+}
+
+RowSet DocumentRules::draftLines(const QString& number) const {
+  return openSelect(document_rules_detail::linesWithNames(family()) + " and a.a_name=? order by a.id", number,
+                    session().a_name);
+}
+
+RowSet DocumentRules::waitingLines(const QString& number) const {
+  return openSelect(document_rules_detail::linesWithNames(family()) + " order by a.id", number);
+}
+
+std::string DocumentRules::headsWithNames() const {
+  const DocumentFamily& f = family();
+  std::string columns = "select a.*,c.ck_name,d.u_name";
+  std::string tables = compose(" from {} a,jxc_ckxx c,jxc_user d", {f.head});
+  std::string conditions = compose(" where a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0", {f.warehouse, f.status});
+  if (f.hasMoney()) columns += document_rules_detail::moneyOf(f);
+  if (!f.partner.empty()) {
+    const DocumentPartner& partner = partnerOf(f);
+    columns += compose(",b.{}", {partner.name});
+    tables += compose(",{} b", {partner.table});
+    conditions += compose(" and a.{}=b.{}", {f.partner, partner.key});
+  }
+  if (!f.into.empty()) {
+    columns += ",e.ck_name as into_name";
+    tables += ",jxc_ckxx e";
+    conditions += compose(" and a.{}=e.ck_sn", {f.into});
+  }
+  return columns + tables + conditions;
+}
+
+RowSet DocumentRules::waiting(const WaitingFilter& filter) const {
+  const DocumentFamily& f = family();
+  Filter chosen;
+  // Sales of the till stand in the same table and never wait here.
+  if (!f.fromTill.empty()) chosen.add(compose("(a.{}=0 or a.{} is null)", {f.fromTill, f.fromTill}));
+  if (!filter.partner.isEmpty()) chosen.add(compose("a.{}=?", {f.partner}), filter.partner);
+  if (!filter.warehouse.isEmpty()) chosen.add(compose("a.{}=?", {f.warehouse}), filter.warehouse);
+  if (isWarehouseBound())
+    chosen.add(compose("a.{} in (select ck_sn from jxc_ckxx where ck_asn like ?)", {f.warehouse}),
+               u"%"_qs + session().a_sn + u"%"_qs);
+  if (const QString key = sanitizeKeyword(filter.key.trimmed()); !key.isEmpty()) {
+    const QString like = u"%"_qs + key + u"%"_qs;
+    Sql any(compose("(a.{} like ? or a.{} like ?", {f.number, f.note}), like, like);
+    if (!f.partner.empty())
+      any.add(compose(" or b.{} like ? or b.{} like ?", {partnerOf(f).name, partnerOf(f).mnemonic}), like, like);
+    if (!f.originalNumber.empty()) any.add(compose(" or a.{} like ?", {f.originalNumber}), like);
+    chosen.add(any.add(")"));
+  }
+  return openSelect(
+      Sql(headsWithNames()).andWhere(chosen).add(filter.newestFirst ? " order by a.id desc" : " order by a.id"));
+}
+
+void DocumentRules::begin(DocumentDraft& draft, const QString& lastDate) const {
+  draft.date = newDocumentDate(lastDate.left(10));
+  draft.number = newDocumentNumber(family(), draft.date);
+  draft.warehouse = defaultWarehouseSn();
+  draft.salesperson = defaultEmployeeSn();
+}
+
+bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, const Refusal& own) const {
+  return refused({{draftGoodsCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
+                  own,
+                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
+                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
+                 prompt);
+}
+
+RowSet stagedLines() {
+  return openSelect(
+      "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,b.g_kc from jxc_tempspxf a,jxc_goods b "
+      "where a.g_sn=b.g_sn and a.a_name=? order by a.id",
+      session().a_name);
+}
+
+void unstage(std::int64_t id) {
+  execSql("delete from jxc_tempspxf where id=? and a_name=?", id, session().a_name);
+}
+
+QString unsavedDraft(const DocumentFamily& family) {
+  const double last = lookupNumber(compose("select max(id) from {}", {family.lines}));
+  return lookupValue(
+      compose("select top 1 {} from {} where id>? and a_name=? and {} like ? and {} not in (select {} from {} where {} "
+              "like ?) order by id desc",
+              {family.number, family.lines, family.number, family.number, family.number, family.head, family.number}),
+      last - static_cast<double>(document_rules_detail::recentLines), session().a_name, words(family.prefix) + u'%',
+      words(family.prefix) + u'%');
+}
+
+QString dateOfNumber(const QString& number) {
+  const QDate date = QDate::fromString(u"20"_qs + number.mid(2, 6), u"yyyyMMdd"_qs);
+  return date.isValid() ? date.toString(u"yyyy-MM-dd"_qs) : QString();
+}
+
+}  // namespace jxc

@@ -1,0 +1,182 @@
+// 单据规则: what the screens of every document ask of its rules: drafts, lines, staging, save, waiting list.
+#pragma once
+
+#include "core/reading.h"
+#include "stock/document.h"
+#include "stock/line_amounts.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace jxc {
+
+/// Which rows a command works on: the draft of this operator, its staging rows, or the lines of a waiting document.
+enum class Lines : char { Draft, Staging, Waiting };
+
+/// What the line dialog shows and gives back.
+struct LineDraft {
+  QString goods;
+  LineAmounts amounts;
+  QString note;
+  QString batch, produced, expires;  // t_ph, t_scrq, t_yxq
+  double cost = 0, retail = 0;       // a unit, in yuan; on documents of the sales side
+  QString gift;                      // "(赠品)" on a gift: it takes stock and cost and adds nothing to what is due
+};
+
+struct LineResult {
+  std::int64_t id = 0;  // 0: nothing was written (quantity zero)
+  QString number;       // the document's number now; another one when it had been taken
+  explicit operator bool() const { return id != 0; }
+};
+
+enum class Scan { Added, Increased, AlreadyThere, NotFound };
+struct ScanResult {
+  Scan outcome = Scan::NotFound;
+  std::int64_t id = 0;  // the line that was added or increased
+  QString number;       // the document's number now
+  QString refusal;      // words for the operator, empty unless refused
+};
+
+/// Answers remembered while one picking screen is open.
+struct PickingMemory {
+  bool refuseRepeats = false;     // the operator said no once: repeats are passed over without asking
+  std::optional<bool> goesShort;  // whether goods beyond the stock may be picked, as it was answered for the selection
+};
+
+struct CopyResult {
+  int lines = 0;
+  QString number;
+};
+
+/// The head of a document in the making, as every document has it. What a document has besides derives from it.
+struct DocumentDraft {
+  QString number, date;
+  QString warehouse, salesperson;  // codes
+  QString note;
+};
+
+struct WaitingFilter {
+  QString partner;    // code, where documents have one; empty: all
+  QString key;        // part of number, note and what else the document is known by
+  QString warehouse;  // code; empty: all
+  bool newestFirst = true;
+};
+
+/// Where a line stands: what prices, stock and history depend on.
+struct LinePlace {
+  QString number, date;
+  QString partner, warehouse;  // codes
+};
+
+/// What the goods list of the picking screen shows.
+struct PickFilter {
+  QString key;               // one or more words, each must match somewhere
+  QString classNumber;       // this class and all below; empty for all
+  bool inStock = false;      // only goods that lie in the warehouse
+  bool ofPartner = false;    // only goods that this partner has dealt in
+  QString lensProduct = {};  // only articles of this lens product
+  QString goods = {};        // only this one, by its number
+};
+
+/// Rules of the lines of one document, as its screens ask for them. Without state; commands of their own
+/// transactions.
+class LineRules {
+ public:
+  virtual ~LineRules() = default;
+
+  virtual LineDraft newLine(const QString& goods, const LinePlace& place, bool staged) const = 0;
+  virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
+  /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
+  virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
+  /// Whether a quantity may be below zero.
+  virtual bool takesMinus() const { return false; }
+  /// Whether the operator may type a price at all.
+  virtual bool priceMayChange() const { return true; }
+  /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
+  virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
+  virtual bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
+                          Prompt& prompt) const = 0;
+  /// Whether a cell of a line of this goods opens at all; `field` as below.
+  bool cellMayChange(QStringView goods, bool isGift, QStringView field) const;
+  /// A cell edit: "dj", "sl", "taxdj", "tax", "dzl".
+  virtual double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
+                           Prompt& prompt) const = 0;
+  virtual ScanResult enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
+                                  Prompt& prompt) const = 0;
+
+  // Staging: goods picked in a list before they become lines of Draft or Waiting.
+  virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
+  virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
+                        Prompt& prompt) const = 0;
+  /// Quantity against the stock of the warehouse, where the document takes goods out: refused or asked about. With a
+  /// memory, the first answer holds for the whole selection.
+  virtual bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
+                           PickingMemory* memory = nullptr) const = 0;
+  virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
+                                  PickingMemory& memory, Prompt& prompt) const = 0;
+  virtual CopyResult copyStaged(const LinePlace& place, Lines target) const = 0;
+
+  // What was traded before, for the line dialog; columns as its grids name them.
+  virtual RowSet history(const QString&, const QString& /*partner*/) const { return RowSet(); }
+  virtual RowSet quotes(const QString&, const QString& /*partner*/) const { return RowSet(); }
+};
+
+/// The other side of a document, as its head names it.
+struct DocumentPartner {
+  std::string_view table, key, name, mnemonic;
+  std::u16string_view noun;  // 客户, 供货商
+  QString (*byDefault)();
+};
+const DocumentPartner& partnerOf(const DocumentFamily& family);
+
+/// Rules of one document, as its screens ask for them, whatever it has besides lines.
+class DocumentRules {
+ public:
+  virtual ~DocumentRules() = default;
+
+  virtual const DocumentFamily& family() const = 0;
+  virtual const LineRules& lines() const = 0;
+
+  RowSet draftLines(const QString& number) const;
+  RowSet waiting(const WaitingFilter& filter) const;
+  RowSet waitingLines(const QString& number) const;
+
+ protected:
+  /// Statement of the waiting heads `a` with the names that screens show, open for further conditions.
+  std::string headsWithNames() const;
+  /// Number, date, warehouse and salesperson of a new document.
+  void begin(DocumentDraft& draft, const QString& lastDate) const;
+  /// Refusals of save that all documents have, in the order in which the operator sees them; behind the first stands
+  /// what this document lacks of its own.
+  bool isIncomplete(const DocumentDraft& draft, Prompt& prompt, const Refusal& own = {}) const;
+};
+
+/// The same with the head: `Draft` is what the first panel of the screen collects.
+template <class Draft>
+class RulesOver : public DocumentRules {
+ public:
+  /// A new document after one of `lastDate`, yyyy-MM-dd.
+  virtual Draft fresh(const QString& lastDate) const = 0;
+  virtual SaveResult save(const Draft& draft, Prompt& prompt) const = 0;
+};
+
+/// A document's own routine as descriptions of screens name it that only need what every document has.
+template <auto Rules>
+const DocumentRules& rulesOf() {
+  return Rules();
+}
+
+// Staging rows of this operator, whatever document they are picked for.
+RowSet stagedLines();
+void unstage(std::int64_t id);
+
+/// Number of a document of this operator that was begun and never saved: the program ended in between. Empty: none.
+QString unsavedDraft(const DocumentFamily& family);
+/// The date that a document number was given for, yyyy-MM-dd; empty when it is no number of that form.
+QString dateOfNumber(const QString& number);
+
+}  // namespace jxc

@@ -1,0 +1,205 @@
+#include "stock/screens/trading_screen.h"
+
+#include "core/session.h"
+#include "core/text.h"
+#include "masterdata/screens/partner_picker.h"
+#include "stock/screens/audit_screen.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace jxc {
+namespace trading_screen_detail {
+
+constexpr char16_t kAllCustomers[] = u"全部客户";
+
+/// What the document's head keeps of an input that it may have: without its column the value would not be saved.
+struct Kept {
+  std::string_view input;
+  std::string_view DocumentFamily::*column;
+};
+constexpr Kept kKept[] = {
+    {"tsn2", &DocumentFamily::originalNumber}, {"tfpno", &DocumentFamily::invoiceNumber},
+    {"tfpje", &DocumentFamily::invoiceAmount}, {"tyf", &DocumentFamily::freight},
+    {"tbzf", &DocumentFamily::packing},        {"chkYf", &DocumentFamily::freightPayer},
+};
+constexpr std::string_view kParts[] = {"tyfje", "comJsfs", "comYhzh", "chkZj", "tGhsName", "btnAllKh", "btnZdth"};
+
+std::vector<std::string_view> partsOf(const TradingScreenSpec& spec) {
+  std::vector<std::string_view> parts(std::begin(kParts), std::end(kParts));
+  parts.insert(parts.end(), {spec.partner, spec.paid});
+  for (const Kept& each : kKept)
+    parts.push_back(each.input);
+  return parts;
+}
+
+void refuse(const TradingScreenSpec& spec, const std::string& why) {
+  throw std::invalid_argument(std::string(spec.document.screen.name) + ": " + why);
+}
+
+}  // namespace trading_screen_detail
+
+TradingScreen::TradingScreen(const TradingScreenSpec& spec)
+    : DocumentScreenOver(spec.document, spec.rules(), trading_screen_detail::partsOf(spec)),
+      partner(field(spec.partner)),
+      paid(field(spec.paid)),
+      trading_(spec) {
+  using namespace trading_screen_detail;
+  const DocumentFamily& family = rules().family();
+  for (const Kept& each : kKept)
+    if (hasField(each.input) && (family.*each.column).empty())
+      refuse(spec, "the head does not keep " + std::string(each.input));
+  if (hasField("chkZj") && !family.line.columns->movedLater) refuse(spec, "goods always move at once, without chkZj");
+  if (hasField("tGhsName") != hasCommand("btnAllKh")) refuse(spec, "tGhsName goes with btnAllKh");
+  if (hasCommand("btnZdth") != (spec.pickReturned != nullptr)) refuse(spec, "btnZdth goes with pickReturned");
+  if (spec.document.auditScreen.empty()) refuse(spec, "the paid amount is settled in an audit dialog");
+
+  partner.onPick(spec.pickPartner);
+  partner.onChanged([this] { partnerChanged(); });
+  bindCommand("btnZdth", [this] { returnWhole(); });
+  bindCommand("btnAllKh", [this] { showAllWaiting(); });
+  if (auto* wanted = optional("tGhsName")) {
+    wanted->onPick(spec.pickPartner);
+    wanted->onChanged([this] { refreshWaiting(); });
+  }
+}
+
+void TradingScreen::fillLists() {
+  DocumentScreenOver::fillLists();
+  comJsfs.setItems(settlementItems(trading_.settleKind));
+  comYhzh.setItems(accountItems());
+}
+
+void TradingScreen::showByParameters() {
+  DocumentScreenOver::showByParameters();
+  const auto show = [this](std::string_view name, bool on) {
+    if (auto* input = optional(name)) input->setVisible(on);
+  };
+  const bool original = strIsTrue(session().cs_ysdh);
+  show("tsn2", original);
+  if (const std::string_view column = rules().family().originalNumber; !column.empty())
+    gridWaiting.setColumnVisible(column, original);
+  show("tfpno", strIsTrue(session().cs_kp));
+  show("tfpje", strIsTrue(session().cs_kp));
+  if (trading_.carriesFreight)
+    for (const char* name : {"tyf", "tbzf", "chkYf"})
+      show(name, trading_.carriesFreight());
+  show("comYhzh", strIsTrue(session().cs_xjyh));
+  const auto movedLater = rules().family().line.columns->movedLater;
+  show("chkZj", movedLater && movedLater());
+}
+
+void TradingScreen::showDraft() {
+  const TradingDraft& shown = draft();
+  partner.setPicked({partnerName(partnerSide(rules().family().side), shown.partner), shown.partner});
+  partner.setReadOnly(!shown.returnOf.isEmpty());
+  showSettlement(comJsfs, shown.settlement);
+  comYhzh.setKey(shown.account);
+  paid.setNumber(shown.paid);
+  if (auto* input = optional("tsn2")) input->setText(shown.originalNumber);
+  if (auto* input = optional("tfpno")) input->setText(shown.invoiceNumber);
+  if (auto* input = optional("tfpje")) input->setNumber(shown.invoiceAmount);
+  for (const char* name : {"tyf", "tbzf"})
+    if (auto* input = optional(name)) input->clear();
+  if (auto* box = optional("chkYf")) box->setChecked(shown.wePayFreight);
+  if (auto* box = optional("chkZj")) box->setChecked(shown.straightToStock.value_or(false));
+  DocumentScreenOver::showDraft();
+}
+
+void TradingScreen::collect() {
+  DocumentScreenOver::collect();
+  TradingDraft& into = draft();
+  into.partner = partner.key();
+  if (auto* input = optional("tsn2")) into.originalNumber = input->trimmed();
+  if (auto* input = optional("tfpno")) into.invoiceNumber = input->trimmed();
+  if (auto* input = optional("tfpje")) into.invoiceAmount = input->number();
+  if (auto* input = optional("tyf")) into.freight = input->number();
+  if (auto* input = optional("tbzf")) into.packing = input->number();
+  if (auto* box = optional("chkYf")) into.wePayFreight = box->isChecked();
+  into.payable = tyfje.number();
+  into.paid = paid.number();
+  into.settlement = chosenSettlement(comJsfs);
+  into.account = comYhzh.text();
+  if (auto* box = optional("chkZj"); box && box->isVisible()) into.straightToStock = box->isChecked();
+}
+
+void TradingScreen::linesChanged() {
+  const double due = rules().payable(draft().number);
+  tyfje.setNumber(due);
+  paid.setNumber(rules().paidAfter(due, paid.number()));
+}
+
+/// What follows is a return of its own, where this one was to give back a whole document.
+void TradingScreen::draftGone() {
+  rules().forgetReturned(draft().number);
+  draft().returnOf.clear();
+  partner.setReadOnly(false);
+}
+
+void TradingScreen::focusMissing() {
+  if (partner.key().isEmpty()) partner.focus();
+}
+
+LinePlace TradingScreen::draftPlace() {
+  LinePlace place = DocumentScreenOver::draftPlace();
+  place.partner = partner.key();
+  return place;
+}
+
+LinePlace TradingScreen::waitingPlace() {
+  LinePlace place = DocumentScreenOver::waitingPlace();
+  place.partner = gridWaiting.currentText(rules().family().partner);
+  return place;
+}
+
+WaitingFilter TradingScreen::waitingFilter() {
+  WaitingFilter filter = DocumentScreenOver::waitingFilter();
+  if (auto* wanted = optional("tGhsName")) filter.partner = wanted->key();
+  return filter;
+}
+
+void TradingScreen::showAllWaiting() {
+  if (auto* wanted = optional("tGhsName"))
+    wanted->setPicked({QString::fromUtf16(trading_screen_detail::kAllCustomers), {}});
+  DocumentScreenOver::showAllWaiting();
+}
+
+void TradingScreen::auditWaiting(const QString& number) {
+  ui::screenAs<AuditScreen>(trading_.document.auditScreen).audit(number);
+}
+
+void TradingScreen::returnWhole() {
+  if (!settleDate()) return;
+  const QString noun = QString::fromUtf16(partnerSide(rules().family().side).noun);
+  if (refused({{!gridLines.isEmpty(), u"请先保存本次的退货单据！"_qs},
+               {partner.key().isEmpty(), u"请选择%1！"_qs.arg(noun)},
+               {comCk.items().empty(), u"请选择仓库！"_qs},
+               {comUser.items().empty(), u"请选择经办人！"_qs}},
+              prompt()))
+    return;
+  const QString source = trading_.pickReturned();
+  if (source.isEmpty()) return;
+  collect();
+  if (const auto whole = rules().returnWhole(source, draft(), prompt())) {
+    draft() = *whole;
+    showDraft();
+  }
+}
+
+bool TradingScreen::keyPressed(QKeyEvent& event) {
+  if (DocumentScreenOver::keyPressed(event)) return true;
+  if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;
+  if (!mayDo(trading_.newPartner)) return true;
+  if (const auto added = trading_.addPartner()) {
+    partner.setPicked(*added);
+    partnerChanged();
+  }
+  return true;
+}
+
+}  // namespace jxc

@@ -1,0 +1,66 @@
+// 购销单据屏幕: what the screen of a trading document has beside others: partner, due and paid, settlement, invoice and
+// freight, whole return.
+#pragma once
+
+#include "masterdata/partner_side.h"
+#include "stock/screens/document_screen.h"
+#include "stock/trading_rules.h"
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace jxc {
+
+/// Partner and paid amount are inputs by their own names; tyfje, comJsfs and comYhzh every trading document has. May be
+/// left out: tsn2, tfpno with tfpje, tyf with tbzf and chkYf, chkZj, btnZdth, and tGhsName (with a command btnAllKh) to
+/// show the waiting documents of one partner.
+struct TradingScreenSpec {
+  DocumentScreenSpec document;
+  const TradingRules& (*rules)();
+  std::optional<ListItem> (*pickPartner)();
+  std::optional<ListItem> (*addPartner)();  // F8 in the partner's input
+  DocumentScreenSpec::Guarded newPartner;
+  std::string_view partner, paid;      // names of the inputs: "tghs", "tsfje"
+  std::u16string_view settleKind;      // see settlementItems
+  bool (*carriesFreight)() = nullptr;  // tyf, tbzf, chkYf are shown; null: always, where there are such inputs
+  /// Lets the operator pick the document to return as a whole; its number, or empty. Null without btnZdth.
+  QString (*pickReturned)() = nullptr;
+};
+
+class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
+ public:
+  explicit TradingScreen(const TradingScreenSpec& spec);
+
+  ui::Field& partner;
+  ui::Field& paid;
+  ui::Field& tyfje = field("tyfje");
+  ui::Field& comJsfs = field("comJsfs");
+  ui::Field& comYhzh = field("comYhzh");
+
+ protected:
+  bool keyPressed(QKeyEvent& event) override;
+  void fillLists() override;
+  void showByParameters() override;
+  void recallDraft() override { rules().recallReturned(draft()); }
+  void showDraft() override;
+  void collect() override;
+  void linesChanged() override;
+  void draftGone() override;
+  void focusMissing() override;
+  void scanDone() override { paid.focus(); }
+  LinePlace draftPlace() override;
+  LinePlace waitingPlace() override;
+  WaitingFilter waitingFilter() override;
+  void showAllWaiting() override;
+  void auditWaiting(const QString& number) override;
+  /// The operator chose another partner.
+  virtual void partnerChanged() {}
+
+ private:
+  void returnWhole();
+
+  const TradingScreenSpec trading_;
+};
+
+}  // namespace jxc
