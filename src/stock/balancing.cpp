@@ -22,16 +22,16 @@ namespace balancing_detail {
 constexpr double acceptedRest = 0.4;
 constexpr char16_t byLine[] = u"1";  // cs_xsjgts: a line of goods "00000000" takes the difference
 
-/// What differs between the two line tables.
+/// What differs between the two sides.
 struct Side {
-  const LineColumns& columns;
-  std::string_view number, gift;  // a gift takes no share of a difference
+  const DocumentFamily& family;
   void (*insertBalancing)(const QString& number, double difference);
+
+  const LineColumns& columns() const { return *family.line.columns; }
 };
 
 const Side purchaseSide = {
-    .columns = receiptLineColumns,
-    .number = "j_sn",
+    .family = families::purchaseReceipt,
     .insertBalancing =
         [](const QString& number, double difference) {
           insertRow("jxc_jhsp", {{"j_sn", number},
@@ -50,9 +50,7 @@ const Side purchaseSide = {
 };
 
 const Side saleSide = {
-    .columns = saleLineColumns,
-    .number = "gl_djh",
-    .gift = "t_zp",
+    .family = families::sale,
     .insertBalancing =
         [](const QString& number, double difference) {
           insertRow("jxc_lsxssp", {{"gl_djh", number},
@@ -81,12 +79,13 @@ const Side saleSide = {
 };
 
 /// The change of a balancing line that is there, and its removal.
-std::string changeLine(const LineColumns& c, std::string_view number) {
+std::string changeLine(const DocumentFamily& family) {
+  const LineColumns& c = *family.line.columns;
   // The net amount follows the total, or the ledger would show yesterday's difference.
-  return compose("update {} set {}=?,{}=? where {}=? and g_sn='00000000'", {c.table, c.total, c.net, number});
+  return compose("update {} set {}=?,{}=? where {}=? and g_sn='00000000'", {c.table, c.total, c.net, family.number});
 }
-std::string dropLine(std::string_view table, std::string_view number) {
-  return compose("delete from {} where {}=? and g_sn='00000000'", {table, number});
+std::string dropLine(const DocumentFamily& family) {
+  return compose("delete from {} where {}=? and g_sn='00000000'", {family.lines, family.number});
 }
 
 /// A line that takes part in spreading.
@@ -98,14 +97,15 @@ struct Bearer {
 
 Balanced spread(const Side& side, const QString& number, double paid, double payable) {
   const AmountRules rules = AmountRules::current();
+  const std::string_view gift = side.family.line.gift;  // a gift takes no share of a difference
   std::vector<Bearer> bearers;
   double total = 0;
-  const RowSet rows =
-      openSelect(compose("select * from {} where {}=? order by id", {side.columns.table, side.number}), number);
+  const RowSet rows = openSelect(
+      compose("select * from {} where {}=? order by id", {side.columns().table, side.family.number}), number);
   for (const Row row : rows) {
-    Bearer bearer{.id = row.integer("id"), .line = readFigures(row, side.columns)};
+    Bearer bearer{.id = row.integer("id"), .line = readFigures(row, side.columns())};
     total += bearer.line.total;
-    if (bearer.line.quantity > 0 && (side.gift.empty() || row.text(side.gift).isEmpty())) bearers.push_back(bearer);
+    if (bearer.line.quantity > 0 && (gift.empty() || row.text(gift).isEmpty())) bearers.push_back(bearer);
   }
   double settled = payable;
   while (!bearers.empty() && toSixDecimals(settled - paid) > acceptedRest) {
@@ -122,7 +122,7 @@ Balanced spread(const Side& side, const QString& number, double paid, double pay
     if (!borne) break;
   }
   for (const Bearer& bearer : bearers)
-    if (bearer.changed) writeFigures(side.columns, bearer.id, bearer.line);
+    if (bearer.changed) writeFigures(side.columns(), bearer.id, bearer.line);
   return {.due = settled, .paid = settled};
 }
 
@@ -132,8 +132,8 @@ Balanced balance(const Side& side, const QString& number, double paid, double pa
   Transaction transaction(accountDb());
   Balanced booked{.due = payable, .paid = becomes == Difference::PaidFollows ? payable : paid};
   if (becomes != Difference::BalancingLine)
-    postSql(dropLine(side.columns.table, side.number), number);
-  else if (execSql(changeLine(side.columns, side.number), difference, difference, number) == 0)
+    postSql(dropLine(side.family), number);
+  else if (execSql(changeLine(side.family), difference, difference, number) == 0)
     side.insertBalancing(number, difference);
   if (becomes == Difference::Spread) booked = spread(side, number, paid, payable);
   transaction.commit();
@@ -163,13 +163,12 @@ Balanced balanceSale(const QString& number, double paid, double payable) {
   return balancing_detail::balance(balancing_detail::saleSide, number, paid, payable);
 }
 
-void renewBalancingLine(const LineColumns& columns, std::string_view numberColumn, const QString& number,
-                        double difference) {
+void renewBalancingLine(const DocumentFamily& family, const QString& number, double difference) {
   using namespace balancing_detail;
   if (difference == 0)
-    postSql(dropLine(columns.table, numberColumn), number);
+    postSql(dropLine(family), number);
   else
-    postSql(changeLine(columns, numberColumn), difference, difference, number);
+    postSql(changeLine(family), difference, difference, number);
 }
 
 }  // namespace jxc

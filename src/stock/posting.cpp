@@ -150,10 +150,9 @@ LedgerRows writeLedger(const Rules& rules, const QString& number) {
 /// The balancing line tells the difference between paid and due, whoever changed one of them since it was made. What is
 /// left open on account is no difference.
 void renewBalancing(const Rules& rules, const Head& head) {
-  const LineColumns* lines = rules.balancedLines;
-  if (!lines) return;
+  if (!rules.keepsBalancing) return;
   const bool settled = head.settlement == 0 && !paysDue(head.paid, head.due);
-  renewBalancingLine(*lines, rules.family->number, head.number, settled ? toSixDecimals(head.paid - head.due) : 0);
+  renewBalancingLine(*rules.family, head.number, settled ? toSixDecimals(head.paid - head.due) : 0);
 }
 
 /// Everything that audit of a trading document writes. What needs the answer to a question stands behind all questions

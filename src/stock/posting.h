@@ -3,11 +3,9 @@
 
 #include <QString>
 
-#include <string_view>
-
 namespace jxc {
 
-struct LineColumns;
+struct DocumentFamily;
 
 // Each takes the number of a document whose head has just been audited, inside the caller's transaction.
 void postPurchase(const QString& number);
@@ -55,7 +53,6 @@ Balanced balancePurchase(const QString& number, double paid, double payable);
 Balanced balanceSale(const QString& number, double paid, double payable);
 
 /// Before a document reaches the ledgers: a balancing line that it has becomes `difference`, or goes. None is made.
-void renewBalancingLine(const LineColumns& columns, std::string_view numberColumn, const QString& number,
-                        double difference);
+void renewBalancingLine(const DocumentFamily& family, const QString& number, double difference);
 
 }  // namespace jxc

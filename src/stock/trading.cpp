@@ -97,7 +97,7 @@ const Rules purchaseRules = {
     .cashSign = -1,
     .kindText = u"采购进货单",
     .freightWord = u"采购单",
-    .balancedLines = &receiptLineColumns,
+    .keepsBalancing = true,
     .auditLog = u"审核采购进货单",
     .head = R"(
 select a.j_sn as djh,a.j_jhrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
@@ -157,7 +157,7 @@ const Rules saleRules = {
     .cashSign = 1,
     .kindText = u"商品销售单",
     .freightWord = u"销售单",
-    .balancedLines = &saleLineColumns,
+    .keepsBalancing = true,
     .auditLog = u"审核销售单",
     .head = R"(
 select a.gl_djh as djh,a.ls_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,

@@ -21,12 +21,12 @@ namespace jxc::trading {
 struct Rules {
   const DocumentFamily* family;
   PartnerType side;
-  std::u16string_view cashKind;      // xj_dlx
-  int cashSign;                      // −1: what the head calls paid leaves the shop
-  std::u16string_view kindText;      // k_djtxt
-  std::u16string_view freightWord;   // "采购单" … in the notes of freight; empty: the document carries none
-  const LineColumns* balancedLines;  // a line of goods "00000000" may stand among them; null: money is not settled so
-  std::u16string_view auditLog;      // + number + "，共" + n + "种商品"
+  std::u16string_view cashKind;     // xj_dlx
+  int cashSign;                     // −1: what the head calls paid leaves the shop
+  std::u16string_view kindText;     // k_djtxt
+  std::u16string_view freightWord;  // "采购单" … in the notes of freight; empty: the document carries none
+  bool keepsBalancing;              // a line of goods "00000000" may stand among its lines
+  std::u16string_view auditLog;     // + number + "，共" + n + "种商品"
 
   const char* head;          // the head with names, columns as in Head
   const char* markLines[2];  // before the ledger is written; the first only while goods move at audit

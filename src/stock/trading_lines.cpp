@@ -322,7 +322,7 @@ CopyResult TradingLines::copyStaged(const LinePlace& place, Lines target) const 
   columns.addFigures(table, stagingLineTable);
   columns.add(table.note, "left(ts_note,64)");
   columns.add(table.gift, "iif(t_zp is null,'',t_zp)");
-  const std::string_view staged = stagingLineColumns.quantity;
+  const std::string_view staged = stagingLineTable.columns->quantity;
   columns.add(table.columns->moved,
               moved(target, head, 1) != 0 ? std::string(staged) : compose("iif({}<0,{},0)", {staged, staged}));
 

@@ -182,7 +182,7 @@ TEST_F(DocumentTest, WhatRemembersADocumentFollowsItsNumber) {
   const auto remembered = [](const QString& receipt) {
     return lookupValue("select j_dhdid from jxc_jhd where j_sn=?", receipt);
   };
-  const DocumentRules& returns = purchase_return::rules();
+  const TradingRules& returns = purchase_return::rules();
   const QString received = receive("2021-05-03", {{"A", 2, 5}});
   const QString other = receive("2021-05-03", {{"B", 2, 5}});
   TradingDraft draft = *returns.returnWhole(received, returns.fresh({}), prompt);

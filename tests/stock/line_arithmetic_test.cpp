@@ -60,24 +60,19 @@ class LineArithmetic : public test::ShopTest, public ::testing::WithParamInterfa
     return texts(total(price * units), total((taxed - price) * units), total(taxed * units));
   }
 
-  static QString stored(const DocumentRules& rules, Lines where, std::int64_t id) {
-    const LineColumns& c = where == Lines::Staging ? stagingLineColumns : columnsOf(rules);
+  static QString stored(const TradingRules& rules, Lines where, std::int64_t id) {
+    const LineColumns& c = *(where == Lines::Staging ? stagingLineTable : rules.family().line).columns;
     const RowSet row =
         openSelect(compose("select {},{},{} from {} where id=?", {c.net, c.taxAmount, c.total, c.table}), id);
     return texts(row.number(0, 0), row.number(0, 1), row.number(0, 2));
-  }
-  static const LineColumns& columnsOf(const DocumentRules& rules) {
-    for (const LineColumns* columns : {&receiptLineColumns, &purchaseReturnLineColumns, &saleLineColumns})
-      if (columns->table == rules.family().lines) return *columns;
-    return saleReturnLineColumns;
   }
 
   const int money_, totals_;
 };
 
 TEST_P(LineArithmetic, EveryWayInEveryOrderOfInputs) {
-  const DocumentRules* const documents[] = {&receipt::rules(), &purchase_return::rules(), &sale::rules(),
-                                            &sale_return::rules()};
+  const TradingRules* const documents[] = {&receipt::rules(), &purchase_return::rules(), &sale::rules(),
+                                           &sale_return::rules()};
   const std::vector<Inputs> cases = {
       {3, 9.99, 13, 0.85}, {0.5, 1.05, 0, 1}, {7, 0.35, 17, 0.333333}, {-3, 9.99, 13, 0.85}};
   for (const Inputs& in : cases) {
@@ -96,7 +91,7 @@ TEST_P(LineArithmetic, EveryWayInEveryOrderOfInputs) {
       const auto line = dialog.settled();
       ASSERT_TRUE(line);
       EXPECT_EQ(texts(line->net, line->taxAmount, line->total), typed(in));
-      for (const DocumentRules* rules : documents) {
+      for (const TradingRules* rules : documents) {
         if (in.quantity < 0 && !rules->lines().takesMinus()) continue;
         for (const Lines where : {Lines::Draft, Lines::Staging}) {
           Transaction trial(accountDb());
@@ -116,7 +111,7 @@ TEST_P(LineArithmetic, EveryWayInEveryOrderOfInputs) {
 }
 
 TEST_P(LineArithmetic, ScansAddUpWhateverWasTypedBetweenThem) {
-  const std::pair<const DocumentRules*, bool> documents[] = {{&receipt::rules(), false}, {&sale::rules(), true}};
+  const std::pair<const TradingRules*, bool> documents[] = {{&receipt::rules(), false}, {&sale::rules(), true}};
   execSql("update jxc_goods set g_pjjj=9.99,g_sj=9.99 where g_sn='A'");
   setParameter("cs_tax", 13);
   insertRow("jxc_kcsp", {{"g_sn", u"A"}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 9.0}, {"kc_zsl", 9.0}});

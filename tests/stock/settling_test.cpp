@@ -10,7 +10,7 @@ namespace settling_test {
 
 struct Side {
   const char* name;
-  const DocumentRules& (*rules)();
+  const TradingRules& (*rules)();
 };
 
 class SettlingTest : public test::ShopTest, public ::testing::WithParamInterface<Side> {
@@ -20,7 +20,7 @@ class SettlingTest : public test::ShopTest, public ::testing::WithParamInterface
     addGoods("B", 10);
     receive("2021-05-01", {{"A", 100, 40}, {"B", 100, 10}});
   }
-  const DocumentRules& rules() const { return GetParam().rules(); }
+  const TradingRules& rules() const { return GetParam().rules(); }
   const DocumentFamily& family() const { return rules().family(); }
 
   struct Entry {
@@ -77,7 +77,7 @@ class SettlingTest : public test::ShopTest, public ::testing::WithParamInterface
   }
   QString balancing(const QString& number) {
     return lookupValue(compose("select {} from {} where g_sn='00000000' and {}=?",
-                               {family().lineTotal, family().lines, family().number}),
+                               {family().line.columns->total, family().lines, family().number}),
                        number);
   }
 };
