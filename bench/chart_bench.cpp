@@ -1,7 +1,7 @@
 // Charts: laid out and painted as a window shows them, with a day of the year each, and with a long list.
+#include "harness/gui.h"
 #include "ui/chart_picture.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
@@ -10,15 +10,6 @@
 
 namespace jxc::ui {
 namespace chart_bench {
-
-void needGui() {
-  if (QCoreApplication::instance()) return;
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int count = 1;
-  static char name[] = "bench";
-  static char* arguments[] = {name, nullptr};
-  new QGuiApplication(count, arguments);
-}
 
 ChartData days(int count) {
   ChartData data{
@@ -34,7 +25,7 @@ ChartData days(int count) {
 }
 
 void draw(benchmark::State& state, ChartKind kind) {
-  needGui();
+  test::needGui();
   const ChartData data = days(static_cast<int>(state.range(0)));
   QFont font;
   font.setPixelSize(13);

@@ -65,6 +65,7 @@ QString inWords(const ChartData& data, ChartKind kind, const QString& label) {
     if (count == 0 || data.values[i] > data.values[greatest]) greatest = i;
     ++count;
   }
+  if (count == 0 && !data.nothing.isEmpty()) return data.nothing;
   QString words = QStringLiteral("%1，按“%2”的“%3”，%4 项")
                       .arg(QString::fromUtf16(kKinds[static_cast<int>(kind)]), label, data.caption)
                       .arg(count);

@@ -30,10 +30,16 @@ double lightness(const QColor& colour) {
   return static_cast<double>(colour.lightnessF());
 }
 
+/// Lines behind the values are quieter than frames, in looks with strong ones too.
+QColor between(const QColor& line, const QColor& ground) {
+  const auto mixed = [](int a, int b) { return (a * 3 + b * 2) / 5; };
+  return {mixed(line.red(), ground.red()), mixed(line.green(), ground.green()), mixed(line.blue(), ground.blue())};
+}
+
 QPen penOf(const QColor& colour, double width) {
   QPen pen(colour, width);
   pen.setJoinStyle(Qt::RoundJoin);
-  pen.setCapStyle(Qt::FlatCap);
+  pen.setCapStyle(Qt::RoundCap);
   return pen;
 }
 
@@ -100,7 +106,7 @@ void ChartPicture::layPlot() {
   const double pad = em() * 0.6, line = em() * 1.6;
   plot_.line = look_.line;
   plot_.count = static_cast<int>(data_.values.size());
-  plot_.area = area_.adjusted(pad, pad + line, -pad, -pad - line);
+  plot_.area = area_.adjusted(pad, pad * 1.5 + line, -pad, -pad - line);
   const int steps = std::clamp(static_cast<int>(plot_.area.height() / (em() * 2.6)), 2, 8);
   plot_.scale = axisScale(data_.values, steps, chart_picture_detail::leastStep(data_.kind));
   double widest = 0;
@@ -236,7 +242,8 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
   painter.setBrush(Qt::NoBrush);
   painter.fillRect(area_, look_.ground);
   if (!message_.isEmpty()) {
-    write(painter, area_.adjusted(em(), em(), -em(), -em()), Qt::AlignCenter, message_, look_.muted);
+    painter.setPen(look_.muted);
+    painter.drawText(area_.adjusted(em(), em(), -em(), -em()), Qt::AlignCenter | Qt::TextWordWrap, message_);
     painter.restore();
     return;
   }
@@ -246,7 +253,7 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
     paintPie(painter, current);
   } else {
     if (current >= 0 && current < markCount()) {
-      const double wide = std::max(plot_.pitch(), look_.line * 5);
+      const double wide = std::clamp(plot_.pitch(), look_.line * 5, em() * 10);
       painter.fillRect(QRectF(plot_.x(pointOf(current)) - wide / 2, plot_.area.top(), wide, plot_.area.height()),
                        look_.band);
     }
@@ -262,12 +269,12 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
 }
 
 void ChartPicture::paintAxes(QPainter& painter) const {
-  using chart_picture_detail::penOf;
+  using namespace chart_picture_detail;
   painter.setRenderHint(QPainter::Antialiasing, false);
   const double half = em() * 0.8;
   for (int tick = 0; tick < plot_.scale.tickCount(); ++tick) {
     const double value = plot_.scale.tick(tick), y = plot_.y(value);
-    painter.setPen(penOf(value == 0 ? look_.muted : look_.grid, look_.line));
+    painter.setPen(penOf(value == 0 ? look_.muted : between(look_.grid, look_.ground), look_.line));
     painter.drawLine(QPointF(plot_.area.left(), y), QPointF(plot_.area.right(), y));
     const QRectF beside(area_.left(), y - half, plot_.area.left() - area_.left() - em() * 0.5, half * 2);
     write(painter, beside, Qt::AlignRight | Qt::AlignVCenter, plot_.scale.tickText(tick), look_.muted);
@@ -304,11 +311,21 @@ void ChartPicture::paintBars(QPainter& painter) const {
 void ChartPicture::paintLine(QPainter& painter) const {
   painter.setRenderHint(QPainter::Antialiasing, true);
   QPolygonF piece;
+  const bool dense = plot_.pitch() < look_.line;
   const bool dots = plot_.pitch() >= look_.line * 9;
   const double size = look_.line * 3;
   const auto finish = [&] {
+    // Stroke by stroke: a long line with many corners takes a painter seconds as one path. Where several values stand
+    // in one place all strokes are upright.
     painter.setPen(chart_picture_detail::penOf(look_.bar, look_.line * 2));
-    painter.drawPolyline(piece);
+    for (qsizetype i = 1; i < piece.size(); ++i) {
+      if (!dense) {
+        painter.drawLine(piece[i - 1], piece[i]);
+        continue;
+      }
+      const QRectF upright = QRectF(piece[i - 1], piece[i]).normalized();
+      painter.fillRect(upright.adjusted(0, -look_.line / 2, look_.line, look_.line / 2), look_.bar);
+    }
     painter.setPen(Qt::NoPen);
     painter.setBrush(look_.bar);
     for (const QPointF& at : piece) {
