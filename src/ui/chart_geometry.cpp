@@ -129,7 +129,9 @@ std::vector<int> visiblePoints(const Plot& plot, std::span<const double> values)
 }
 
 QRectF barArea(const Plot& plot, int point, double value, double widest) {
-  const double width = std::max(plot.line, std::min(widest, plot.pitch() * 0.72));
+  // Gaps between bars of a dot or two would only make them pale.
+  const double share = plot.pitch() < plot.line * 3 ? 1 : 0.72;
+  const double width = std::max(plot.line, std::min(widest, plot.pitch() * share));
   const double zero = plot.y(0);
   double top = std::min(zero, plot.y(value)), bottom = std::max(zero, plot.y(value));
   if (value > 0) top = std::min(top, zero - plot.line);
