@@ -22,7 +22,7 @@ void run(benchmark::State& state, const Sql& statement) {
 
 void currentStock(benchmark::State& state, int rows) {
   shopWith(rows);
-  run(state, currentStockStatement({}));
+  run(state, std::get<Sql>(Source(jxc::currentStock).ask({})));
 }
 
 void currentStockBare(benchmark::State& state, int rows) {

@@ -86,18 +86,13 @@ std::optional<QString> change(const LineDraft& draft) {
   return rows.front().text("gl_djh");
 }
 
-void addChoices(Filter& filter, const LineFilter& choices) {
-  if (!choices.account.isEmpty()) filter.add("xj_kmmc=?", choices.account);
-  if (choices.key.trimmed().isEmpty()) return;
-  const QString like = u"%"_qs + sanitizeKeyword(choices.key.trimmed()) + u"%"_qs;
-  filter.add("(gl_djh like ? or xj_dlx like ? or ghs_name like ? or xj_note like ?)", like, like, like, like);
-}
-
-Sql lines(const char* state, const QString& from, const QString& to, const LineFilter& choices, const char* order) {
+Filter conditions(const Criteria& criteria, const char* state) {
   Filter filter;
-  filter.add("xj_chk=?", state).add("xj_rq>=?", from).add("xj_rq<=?", to);
-  addChoices(filter, choices);
-  return Sql("select * from jxc_xjyh").where(filter).add(order);
+  filter.add("xj_chk=?", state);
+  addPeriod(filter, criteria, "xj_rq");
+  addChoice(filter, "xj_kmmc", criteria.account);
+  addKey(filter, criteria, {"gl_djh", "xj_dlx", "ghs_name", "xj_note"});
+  return filter;
 }
 
 }  // namespace cash_lines_detail
@@ -195,30 +190,30 @@ bool deleteLine(const QString& number, Prompt& prompt) {
   return done;
 }
 
-Sql waitingLines(const LineFilter& filter) {
-  using namespace cash_lines_detail;
-  return lines("0", filter.from, filter.to, filter, " order by id desc");
+Sql waitingLines(const Criteria& criteria) {
+  return Sql("select * from jxc_xjyh").where(cash_lines_detail::conditions(criteria, "0")).add(" order by id desc");
 }
 
-Sql auditedLines(const LineFilter& filter) {
-  using namespace cash_lines_detail;
-  return lines("1", filter.from, filter.to + u" 23:59:59"_qs, filter, " order by xj_kmmc,xj_rq,id");
+Sql auditedLines(const Criteria& criteria) {
+  return Sql("select * from jxc_xjyh")
+      .where(cash_lines_detail::conditions(criteria, "1"))
+      .add(" order by xj_kmmc,xj_rq,id");
 }
 
-Sql accountTotals(const LineFilter& filter) {
-  using namespace cash_lines_detail;
-  Filter period;
-  period.add("xj_chk='1'").add("xj_rq>=?", filter.from).add("xj_rq<=?", filter.to);
-  addChoices(period, filter);
+Sql accountTotals(const Criteria& criteria) {
+  Filter untilThen;  // the balance at the end of the period stands in the account's last line up to it
+  untilThen.add("xj_chk='1'");
+  addPeriod(untilThen, {.to = criteria.to}, "xj_rq");
   return Sql("select m.xj_kmmc,m.sfje,n.ljje from (select xj_kmmc,sum(xj_je) as sfje from jxc_xjyh")
-      .where(period)
+      .where(cash_lines_detail::conditions(criteria, "1"))
       .add(R"( group by xj_kmmc) m left outer join
     (select xj_kmmc,xj_ljje as ljje from jxc_xjyh where xj_chk='1' and id in
       (select max(x.id) as rowid from jxc_xjyh x,
-        (select max(xj_rq) as kdrq,xj_kmmc from jxc_xjyh where xj_chk='1' and xj_rq<=? group by xj_kmmc) y
+        (select max(xj_rq) as kdrq,xj_kmmc from jxc_xjyh)")
+      .where(untilThen)
+      .add(R"( group by xj_kmmc) y
        where x.xj_chk='1' and x.xj_kmmc=y.xj_kmmc and x.xj_rq=y.kdrq group by x.xj_kmmc)) n
-    on m.xj_kmmc=n.xj_kmmc order by m.xj_kmmc)",
-           filter.to);
+    on m.xj_kmmc=n.xj_kmmc order by m.xj_kmmc)");
 }
 
 bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt) {

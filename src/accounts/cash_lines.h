@@ -1,6 +1,7 @@
 // 现金银行收付: money in, money out and transfers between accounts: entry, audit, cancel, lists, repair.
 #pragma once
 
+#include "core/enquiry.h"
 #include "core/prompt.h"
 #include "core/sql.h"
 
@@ -46,17 +47,14 @@ bool cancelLine(std::int64_t id, Prompt& prompt);
 /// Deletes an unaudited number, both lines of a transfer. Asks.
 bool deleteLine(const QString& number, Prompt& prompt);
 
-struct LineFilter {
-  QString from, to;  // "yyyy-MM-dd"
-  QString account;   // by name; empty: all
-  QString key;       // part of number, kind, partner or note
-};
+// What the ledger is asked: by period, account and key, which is a part of number, kind, partner or note.
 /// Lines that wait, newest first.
-Sql waitingLines(const LineFilter& filter);
+Sql waitingLines(const Criteria& criteria);
 /// Audited lines by account, date and entry.
-Sql auditedLines(const LineFilter& filter);
+Sql auditedLines(const Criteria& criteria);
 /// One row an account: `xj_kmmc`, the period's `sfje` and the balance `ljje` at its end.
-Sql accountTotals(const LineFilter& filter);
+Sql accountTotals(const Criteria& criteria);
+inline constexpr NoWarehouse kCashHasNoWarehouse{"an account belongs to the shop, not to one of its warehouses"};
 
 /// Repair: writes the balances of one account, or of all (empty), anew from a date on. Asks; tells when it is done.
 bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt);

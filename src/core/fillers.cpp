@@ -87,6 +87,18 @@ std::vector<ListItem> fillWarehouseCombo(const QString& firstItem, const Filter&
   return fillKeyedComboWhereTop("jxc_ckxx", "ck_name", top, where, "id", "ck_sn");
 }
 
+std::vector<ListItem> fillSeenWarehouses() {
+  Filter bound;
+  addWarehouseBinding(bound);
+  return fillWarehouseCombo(QStringLiteral("所有仓库"), bound);
+}
+
+std::vector<ListItem> fillOwnWarehouses() {
+  Filter bound;
+  addWarehouseBinding(bound);
+  return fillWarehouseCombo(isWarehouseBound() ? QString() : QStringLiteral("所有仓库"), bound);
+}
+
 std::vector<ListItem> fillOperators(const QString& firstItem) {
   std::vector<ListItem> items;
   if (!firstItem.isEmpty() && isAdministrator()) items.push_back(fillers_detail::allItem(firstItem));

@@ -41,6 +41,10 @@ std::vector<ListItem> fillKeyedComboWhereTop(std::string_view table, std::string
                                              std::string_view keyField);
 /// Warehouses of a filter; the item for all of them only when `firstItem` is "所有仓库".
 std::vector<ListItem> fillWarehouseCombo(const QString& firstItem, const Filter& where = {});
+/// Warehouses that an enquiry offers: "所有仓库" (of a bound operator: all of his), and each that he may see.
+std::vector<ListItem> fillSeenWarehouses();
+/// The same without "所有仓库" for a bound operator, who chooses one of his.
+std::vector<ListItem> fillOwnWarehouses();
 
 /// Operators who may log in, keyed by `a_sn`; `firstItem` only for the administrator's role. With bound lists the
 /// operator sees himself alone.

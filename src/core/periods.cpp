@@ -20,27 +20,34 @@ Period daysAgo(int days) {
   return between(today().addDays(-days), today().addDays(-days));
 }
 
-/// A whole month, `months` before this one.
-Period month(int months) {
-  const QDate first = QDate(today().year(), today().month(), 1).addMonths(-months);
-  return between(first, first.addMonths(1).addDays(-1));
-}
-
 constexpr PeriodChoice kChoices[] = {
     {"今天(&T)", [] { return daysAgo(0); }},
     {"昨天(&U)", [] { return daysAgo(1); }},
     {"前天(&V)", [] { return daysAgo(2); }},
     {"最近七天(&W)", [] { return between(today().addDays(-6), today()); }},
     {"最近一月(&X)", [] { return between(today().addMonths(-1), today()); }},
-    {"本月(&Y)", [] { return month(0); }},
-    {"上月(&Z)", [] { return month(1); }},
-    {"所有时间(&A)",
-     [] {
-       return Period{QStringLiteral("2000-01-01"), QStringLiteral("9999-12-31")};
-     }},
+    {"本月(&Y)", [] { return monthAgo(0); }},
+    {"上月(&Z)", [] { return monthAgo(1); }},
+    {"本年(&N)", [] { return between(QDate(today().year(), 1, 1), QDate(today().year(), 12, 31)); }},
+    {"去年(&P)", [] { return between(QDate(today().year() - 1, 1, 1), QDate(today().year() - 1, 12, 31)); }},
+    {"所有时间(&A)", allTime},
 };
 
 }  // namespace periods_detail
+
+Period monthAgo(int months) {
+  const QDate day = periods_detail::today();
+  const QDate first = QDate(day.year(), day.month(), 1).addMonths(-months);
+  return periods_detail::between(first, first.addMonths(1).addDays(-1));
+}
+
+Period monthToToday() {
+  return {monthAgo(0).from, periods_detail::today().toString(QStringLiteral("yyyy-MM-dd"))};
+}
+
+Period allTime() {
+  return {QStringLiteral("2000-01-01"), QStringLiteral("9999-12-31")};
+}
 
 std::span<const PeriodChoice> periodChoices() {
   return periods_detail::kChoices;

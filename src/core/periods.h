@@ -22,4 +22,11 @@ struct PeriodChoice {
 /// From today to all time, in the order of the menu. All time is 2000-01-01 to 9999-12-31.
 std::span<const PeriodChoice> periodChoices();
 
+/// The whole month that many months before this one: 0 is this month.
+Period monthAgo(int months);
+/// The first day of this month to today: what is asked for most.
+Period monthToToday();
+/// All time.
+Period allTime();
+
 }  // namespace jxc

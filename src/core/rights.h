@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/prompt.h"
+#include "core/right.h"
 
 #include <QString>
 
@@ -13,6 +14,9 @@ namespace jxc {
 /// "wlzk", "tjgl", "rcgl", "qtcz". Read from the database at each call, so that a change of the role applies at once.
 /// With warehouse binding on, an operator of no warehouse has no right at all. Positions beyond the end of a role: no.
 bool hasRight(std::string_view group, int position);
+inline bool hasRight(const Right& right) {
+  return !right.isGuarded() || hasRight(right.group, right.position);
+}
 /// The same of another operator by name, who authorises a step; warehouse binding is not asked.
 bool hasRightOf(std::string_view group, int position, const QString& operatorName);
 

@@ -142,6 +142,17 @@ const std::vector<std::string>& RowSet::columns() const {
   return names_ ? names_->names() : none;
 }
 
+RowSet RowSet::without(std::span<const std::string_view> columns) const {
+  if (!names_) return *this;
+  std::vector<std::string> names = names_->names();
+  for (const std::string_view each : columns)
+    for (std::string& name : names)
+      if (row_set_detail::sameName(name, each)) name.clear();
+  RowSet rest = *this;
+  rest.names_ = std::make_shared<const ColumnNames>(std::move(names));
+  return rest;
+}
+
 int RowSet::rowCount() const {
   return rows_ ? static_cast<int>(rows_->count / static_cast<std::size_t>(columnCount_)) : 0;
 }

@@ -6,17 +6,13 @@
 
 namespace jxc {
 
-Sql logStatement() {
-  return {"select * from jxc_log order by id desc"};
-}
-
-Sql logStatement(const QString& from, const QString& to, const QString& typed) {
-  const QString key = QStringLiteral("%") + sanitizeText(typed.trimmed()) + QStringLiteral("%");
-  // Times are text in one form: their order as text is their order.
-  return {
-      "select * from jxc_log where log_time>=? and log_time<=? and (log_note like ? or a_name like ?) "
-      "order by id desc",
-      from, to + QStringLiteral(" 23:59:59"), key, key};
+Sql logLines(const Criteria& criteria) {
+  Criteria asStored = criteria;  // the log writes brackets and the like in their wide forms
+  asStored.key = sanitizeText(criteria.key.trimmed());
+  Filter filter;
+  addPeriod(filter, criteria, "log_time");
+  addKey(filter, asStored, {"log_note", "a_name"});
+  return Sql("select * from jxc_log").where(filter).add(" order by id desc");
 }
 
 bool mayClearLog() {

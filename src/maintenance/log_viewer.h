@@ -1,17 +1,13 @@
 // 操作日志查看: rules of reading and emptying the operation log.
 #pragma once
 
+#include "core/enquiry.h"
 #include "core/prompt.h"
-#include "core/sql.h"
-
-#include <QString>
 
 namespace jxc {
 
-/// The whole log, the latest first.
-Sql logStatement();
-/// Rows from one day to another, both included, whose text or operator holds what was typed; empty finds all of them.
-Sql logStatement(const QString& from, const QString& to, const QString& typed);
+/// Rows of the period whose text or operator holds the key, the latest first.
+Sql logLines(const Criteria& criteria);
 
 /// Whether the operator may empty the log.
 bool mayClearLog();

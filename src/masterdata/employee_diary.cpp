@@ -1,7 +1,6 @@
 #include "masterdata/employee_diary.h"
 
 #include "core/deletion.h"
-#include "core/fillers.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -9,27 +8,30 @@ namespace jxc {
 namespace employee_diary_detail {
 
 // One kind of document each; their words are the same for all, so that one list holds them.
-constexpr std::string_view kDocuments[] = {
-    R"(select a.id,a.j_sn as djh,a.j_jhrq as rq,a.j_yfje as yfje,a.j_sfje as sfje,
+struct DeskDocuments {
+  std::string_view select, date;
+};
+constexpr DeskDocuments kDocuments[] = {
+    {R"(select a.id,a.j_sn as djh,a.j_jhrq as rq,a.j_yfje as yfje,a.j_sfje as sfje,
       a.j_yfje-a.j_sfje-a.j_yhje-a.j_hkje as wfje,'采购进货' as zflx,b.ghs_name as dwmc,c.u_name,d.ck_name,a.u_sn,1 as dsort
       from jxc_jhd a,jxc_ghsxx b,jxc_user c,jxc_ckxx d
-      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.j_status=1
-      and a.u_sn=? and a.j_jhrq>=? and a.j_jhrq<=?)",
-    R"(select a.id,a.gl_djh as djh,a.th_thrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
+      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.j_status=1)",
+     "a.j_jhrq"},
+    {R"(select a.id,a.gl_djh as djh,a.th_thrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
       a.th_yfje-a.th_sfje-a.th_hkje as wfje,'采购退货' as zflx,b.ghs_name as dwmc,c.u_name,d.ck_name,a.u_sn,2 as dsort
       from jxc_thd a,jxc_ghsxx b,jxc_user c,jxc_ckxx d
-      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1
-      and a.u_sn=? and a.th_thrq>=? and a.th_thrq<=?)",
-    R"(select a.id,a.gl_djh as djh,a.ls_xsrq as rq,a.ls_yfje as yfje,a.ls_sfje as sfje,
+      where a.ghs_sn=b.ghs_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1)",
+     "a.th_thrq"},
+    {R"(select a.id,a.gl_djh as djh,a.ls_xsrq as rq,a.ls_yfje as yfje,a.ls_sfje as sfje,
       a.ls_yfje-a.ls_sfje-a.ls_yhje-a.ls_hkje as wfje,'商品销售' as zflx,b.kh_name as dwmc,c.u_name,d.ck_name,a.u_sn,3 as dsort
       from jxc_lsxsd a,jxc_khxx b,jxc_user c,jxc_ckxx d
-      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.ls_status=1
-      and a.u_sn=? and a.ls_xsrq>=? and a.ls_xsrq<=?)",
-    R"(select a.id,a.gl_djh as djh,a.th_xsrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
+      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.ls_status=1)",
+     "a.ls_xsrq"},
+    {R"(select a.id,a.gl_djh as djh,a.th_xsrq as rq,a.th_yfje as yfje,a.th_sfje as sfje,
       a.th_yfje-a.th_sfje-a.th_hkje as wfje,'顾客退货' as zflx,b.kh_name as dwmc,c.u_name,d.ck_name,a.u_sn,4 as dsort
       from jxc_xsthd a,jxc_khxx b,jxc_user c,jxc_ckxx d
-      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1
-      and a.u_sn=? and a.th_xsrq>=? and a.th_xsrq<=?)"};
+      where a.kh_sn=b.kh_sn and a.u_sn=c.u_sn and a.ck_sn=d.ck_sn and a.th_status=1)",
+     "a.th_xsrq"}};
 
 }  // namespace employee_diary_detail
 
@@ -58,21 +60,21 @@ bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = "jxc_ywyrz", .question = QStringLiteral("您确定要删除该日志信息吗！")}, id, prompt);
 }
 
-Sql employeeDiaryStatement(const QString& employee) {
-  return {"select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", employee};
+Sql employeeDiary(const Criteria& criteria) {
+  return Sql("select * from jxc_ywyrz where u_sn=? order by rz_rq desc,id desc", criteria.employee);
 }
 
-Sql deskStatement(const QString& employee, const QString& from, const QString& to) {
-  Sql statement;
-  // The operator's own warehouses only, where operators are bound to them.
-  Filter binding;
-  addWarehouseBinding(binding, "d.ck_asn");
-  for (const auto document : employee_diary_detail::kDocuments) {
-    statement.add(statement.isEmpty() ? "" : " union all ")
-        .add(document, employee, from, to + QStringLiteral(" 23:59:59"))
-        .andWhere(binding);
+Sql deskDocuments(const Criteria& criteria, const Warehouses& warehouses) {
+  Sql all;
+  for (const auto& document : employee_diary_detail::kDocuments) {
+    Filter filter;
+    filter.add("a.u_sn=?", criteria.employee);
+    addPeriod(filter, criteria, document.date);
+    warehouses.restrict(filter, "d.ck_sn");
+    if (!all.isEmpty()) all.add(" union all ");
+    all.add(document.select).andWhere(filter);
   }
-  return statement.add(" order by rq desc,dsort,djh desc");
+  return all.add(" order by rq desc,dsort,djh desc");
 }
 
 }  // namespace jxc

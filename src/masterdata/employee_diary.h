@@ -1,8 +1,8 @@
 // 员工日志: what an employee noted down day by day, and what he did: his documents at his desk.
 #pragma once
 
+#include "core/enquiry.h"
 #include "core/prompt.h"
-#include "core/sql.h"
 
 #include <QString>
 
@@ -24,10 +24,10 @@ bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt);
 /// Deletes an entry. Asks.
 bool deleteEmployeeDiary(std::int64_t id, Prompt& prompt);
 /// Entries of an employee, the latest first.
-Sql employeeDiaryStatement(const QString& employee);
+Sql employeeDiary(const Criteria& criteria);
 
-/// Audited purchases, purchase returns, sales and customer returns of an employee between two days, in yuan: djh, rq,
-/// zflx (the kind), yfje, sfje, wfje (left open), name of the partner, ck_name. Returns stand with minus.
-Sql deskStatement(const QString& employee, const QString& from, const QString& to);
+/// Audited purchases, purchase returns, sales and customer returns of an employee in the period, in yuan: djh, rq, zflx
+/// (the kind), yfje, sfje, wfje (left open), name of the partner, ck_name. Returns stand with minus.
+Sql deskDocuments(const Criteria& criteria, const Warehouses& warehouses);
 
 }  // namespace jxc

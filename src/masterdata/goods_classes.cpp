@@ -74,6 +74,16 @@ std::vector<GoodsClass> goodsClasses(bool withLenses) {
   return classes;
 }
 
+std::vector<ListItem> goodsClassItems() {
+  std::vector<ListItem> items{{QStringLiteral("所有类别"), QString::fromUtf16(allKey)}};
+  for (const GoodsClass& each : goodsClasses()) {
+    if (each.isRoot()) continue;
+    const auto level = (each.number.size() - 4) / 3;
+    items.push_back({QString(level * 2, QChar(u'　')) + each.name, each.number});
+  }
+  return items;
+}
+
 QString nextClassSn(std::int64_t key) {
   using goods_classes_detail::plusOne;
   const QString parentKey = lookupValue("select gc_pid from jxc_goodsclass where gc_key=?", key);

@@ -1,6 +1,7 @@
 // 商品类别: the class tree, its numbers and keys.
 #pragma once
 
+#include "core/fillers.h"
 #include "core/prompt.h"
 #include "core/sql.h"
 
@@ -23,6 +24,9 @@ struct GoodsClass {
 
 /// All classes in display order; the ordinary ones only when lens classes are of no use to the caller.
 std::vector<GoodsClass> goodsClasses(bool withLenses = true);
+
+/// For a list: "所有类别", then all in tree order, indented by their level.
+std::vector<ListItem> goodsClassItems();
 
 /// Number of a class whose row already stands under its parent: four digits on the first level (from "1000"), three
 /// more a level (from "100"). Behind 999 a group grows to four digits, as it always has.

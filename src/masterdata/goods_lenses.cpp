@@ -185,25 +185,40 @@ Sql lensProductsStatement(const QString& typed) {
   return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", like, like};
 }
 
-Sql lensNamesStatement(const QString& typed, const QString& warehouse) {
-  const QString like = QLatin1Char('%') + sanitizeKeyword(typed.trimmed()) + QLatin1Char('%');
-  if (warehouse.isEmpty()) {
-    return {R"(select distinct g_name from jxc_goods where g_isjp<>0
-        and (g_sn like ? or g_name like ? or g_jm like ?) order by g_name)",
-            like, like, like};
+Sql lensNames(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter filter;
+  filter.add("a.g_isjp<>0");
+  addKey(filter, criteria, {"a.g_sn", "a.g_name", "a.g_jm"});
+  std::string tables = " from jxc_goods a";
+  if (!warehouses.areAll()) {
+    tables += ",jxc_kcsp b";
+    filter.add("a.g_sn=b.g_sn");
+    warehouses.restrict(filter, "b.ck_sn");
   }
-  return {R"(select distinct a.g_name from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and b.ck_sn=?
-      and a.g_isjp<>0 and (a.g_sn like ? or a.g_name like ? or a.g_jm like ?) order by a.g_name)",
-          warehouse, like, like, like};
+  return Sql("select distinct a.g_name" + tables).where(filter).add(" order by a.g_name");
 }
 
-PowerTable lensPowerTable(const QString& name, const QString& warehouse) {
-  const RowSet rows =
-      warehouse.isEmpty()
-          ? openSelect("select g_kc,g_qgd,g_sgd,g_name from jxc_goods where g_name=? order by g_sn", name)
-          : openSelect(R"(select b.kc_sl as g_kc,a.g_qgd,a.g_sgd,a.g_name from jxc_goods a,jxc_kcsp b
-              where a.g_sn=b.g_sn and b.ck_sn=? and a.g_name=? order by a.g_sn)",
-                       warehouse, name);
+namespace goods_lenses_detail {
+
+Sql lensStock(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter filter;
+  addChoice(filter, "a.g_name", criteria.goods);
+  if (warehouses.areAll())
+    return Sql("select a.g_kc,a.g_qgd,a.g_sgd from jxc_goods a").where(filter).add(" order by a.g_sn");
+  filter.add("a.g_sn=b.g_sn");
+  warehouses.restrict(filter, "b.ck_sn");
+  return Sql("select sum(b.kc_sl) as g_kc,a.g_qgd,a.g_sgd from jxc_goods a,jxc_kcsp b")
+      .where(filter)
+      .add(" group by a.g_sn,a.g_qgd,a.g_sgd order by a.g_sn");
+}
+
+}  // namespace goods_lenses_detail
+
+PowerTable lensPowerTable(const QString& name, const Criteria& criteria) {
+  if (name.isEmpty()) return {};
+  Criteria one = criteria;
+  one.goods = name;
+  const RowSet rows = answer(goods_lenses_detail::lensStock, one);
   PowerTable table;
   for (const Row row : rows) {
     table.spheres << row.text("g_qgd");

@@ -1,6 +1,7 @@
 // 镜片: one article per pair of powers: their names, whole ranges at once, the library of products, the power table.
 #pragma once
 
+#include "core/enquiry.h"
 #include "masterdata/goods.h"
 
 #include <QStringList>
@@ -54,8 +55,8 @@ struct PowerTable {
   QStringList spheres, cylinders;
   std::vector<std::vector<std::optional<double>>> cells;
 };
-/// Names of lenses that match, for the choice of the table; in one warehouse or in all (empty).
-Sql lensNamesStatement(const QString& typed, const QString& warehouse);
-PowerTable lensPowerTable(const QString& name, const QString& warehouse);
+/// Names of lenses that match (`g_name`), for the choice of the table.
+Sql lensNames(const Criteria& criteria, const Warehouses& warehouses);
+PowerTable lensPowerTable(const QString& name, const Criteria& criteria);
 
 }  // namespace jxc

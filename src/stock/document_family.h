@@ -2,6 +2,7 @@
 // adds a family adds one record; numbering, waiting list, audit, cancel, print, proof and preview go by it.
 #pragma once
 
+#include "core/right.h"
 #include "core/text.h"
 #include "stock/document_paper.h"
 #include "stock/line_columns.h"
@@ -19,12 +20,6 @@ class Prompt;
 class Row;
 enum class CancelMode : char;
 enum class PartnerType : char;
-
-/// A right: group is a column of `jxc_role`, position counts from 1.
-struct Right {
-  std::string_view group;
-  int position;
-};
 
 /// Where else than in its head and lines the number of a waiting document is remembered.
 struct NumberMention {

@@ -1,33 +1,17 @@
 // 库存查询: what stands in the warehouses now, as the current-stock panel lists it.
 #pragma once
 
-#include "core/sql.h"
-
-#include <QString>
-
-#include <optional>
+#include "core/enquiry.h"
 
 namespace jxc {
 
-/// "current stock >= 10": one of the six comparisons with a quantity.
-struct StockComparison {
-  QString sign;  // "=", ">=", "<=", "<>", ">", "<"
-  double quantity = 0;
-};
+/// Boxes of the enquiry.
+inline constexpr unsigned kHidesZeroStock = 1, kWithDisabledGoods = 2;
 
-struct StockFilter {
-  QString warehouse;    // ck_sn; "-1" or empty: all that the operator may see
-  QString classNumber;  // gc_sn: this class and all below; empty: all
-  QString key;          // number, mnemonic, name, origin, model, barcode, colour
-  QString supplier;     // ghs_sn; empty: all
-  std::optional<StockComparison> comparison;
-  bool hideZero = false;
-  bool withDisabled = false;
-};
-
-/// Rows of `jxc_goods` with class name, stock `kcsl`, book stock `kczsl`, sold so far `xssl`, cost `cbjj` (of the
-/// warehouse; over all of them weighted by book stock), stock in the second unit `fzkc`, value at cost `kczje` and at
-/// the preset sale price `xszje`. Ordered by goods number. Throws std::invalid_argument for an unknown comparison.
-Sql currentStockStatement(const StockFilter& filter);
+/// Goods with class name, stock `kcsl`, book stock `kczsl`, sold so far `xssl`, cost `cbjj` (of the warehouse; over all
+/// of them weighted by book stock), stock in the second unit `fzkc`, value at cost `kczje` and at the preset sale price
+/// `xszje`. Ordered by goods number. The partner is the supplier; the kind is one of "=", ">=", "<=", "<>", ">", "<",
+/// by which the stock is compared with the amount: throws std::invalid_argument for another.
+Sql currentStock(const Criteria& criteria, const Warehouses& warehouses);
 
 }  // namespace jxc

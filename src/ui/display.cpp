@@ -4,6 +4,7 @@
 #include "core/formats.h"
 
 #include <QDate>
+#include <QRegularExpression>
 
 namespace jxc::ui {
 namespace display_detail {
@@ -105,6 +106,18 @@ std::optional<double> readNumber(const QString& text) {
   bool ok = false;
   const double number = plain.toDouble(&ok);
   return ok ? std::optional<double>(number) : std::nullopt;
+}
+
+std::optional<QString> readMonth(const QString& text) {
+  static const QRegularExpression form(QStringLiteral("^(?:(\\d{4})[-/.年]?)?(\\d{1,2})月?$"));
+  const auto found = form.match(text.trimmed());
+  if (!found.hasMatch()) {
+    const auto day = readDate(text);
+    return day ? std::optional(day->left(7)) : std::nullopt;
+  }
+  const int year = found.captured(1).isEmpty() ? clock::now().date().year() : found.captured(1).toInt();
+  const QDate first(year, found.captured(2).toInt(), 1);
+  return first.isValid() ? std::optional(first.toString(QStringLiteral("yyyy-MM"))) : std::nullopt;
 }
 
 std::optional<QString> readDate(const QString& text) {

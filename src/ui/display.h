@@ -34,5 +34,7 @@ std::optional<double> readNumber(const QString& text);
 /// Reads what an operator types as a date: 2026-5-3, 2026/05/03, 2026.5.3, 20260503, or 5-3 of this year; yyyy-MM-dd
 /// comes back, nothing when there is no such day.
 std::optional<QString> readDate(const QString& text);
+/// The same of a month: 2026-5, 202605, 5 of this year, or any day of it; yyyy-MM comes back.
+std::optional<QString> readMonth(const QString& text);
 
 }  // namespace jxc::ui

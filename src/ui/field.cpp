@@ -22,6 +22,21 @@
 namespace jxc::ui {
 namespace field_detail {
 
+/// A date is a day, or a whole month.
+QString dayForm(const FieldSpec& spec) {
+  return spec.flags & WholeMonth ? QStringLiteral("yyyy-MM") : QStringLiteral("yyyy-MM-dd");
+}
+
+std::optional<QString> readDay(const FieldSpec& spec, const QString& text) {
+  return spec.flags & WholeMonth ? readMonth(text) : readDate(text);
+}
+
+QString steppedDay(const FieldSpec& spec, const QString& day, int step) {
+  const QDate date = QDate::fromString(day, dayForm(spec));
+  if (!date.isValid()) return {};
+  return (spec.flags & WholeMonth ? date.addMonths(step) : date.addDays(step)).toString(dayForm(spec));
+}
+
 int mostCharacters(const FieldSpec& spec) {
   if (spec.width > 0) return spec.width;
   if (isNumberKind(spec.kind)) return numberInputLength(spec.kind);
@@ -152,9 +167,12 @@ void Field::buildLine(QWidget* parent) {
   if (spec_.kind == FieldKind::Password) edit->setEchoMode(QLineEdit::Password);
   if (spec_.kind == FieldKind::Date || spec_.kind == FieldKind::Picker) {
     const bool date = spec_.kind == FieldKind::Date;
+    const bool takenBack = !date && (spec_.flags & MayBeEmpty);
     auto* open = edit->addAction(icon(date ? "field-calendar" : "field-list"), QLineEdit::TrailingPosition);
     open->setText(date ? QStringLiteral("日历") : QStringLiteral("列表"));
-    open->setToolTip(date ? QStringLiteral("日历 (F4)") : QStringLiteral("列表 (F2)"));
+    open->setToolTip(date        ? QStringLiteral("日历 (F4)")
+                     : takenBack ? QStringLiteral("列表 (F2)，清除 (Del)")
+                                 : QStringLiteral("列表 (F2)"));
     connect(open, &QAction::triggered, this, [this, date] { date ? openCalendar() : pick(); });
     for (auto* button : edit->findChildren<QToolButton*>())
       button->setAccessibleName(open->text());
@@ -185,7 +203,7 @@ QString Field::text() const {
       return memo(widget_)->toPlainText();
     case FieldKind::Date: {
       const QString typed = line(widget_)->text().trimmed();
-      return typed.isEmpty() ? QString() : readDate(typed).value_or(before_);
+      return typed.isEmpty() ? QString() : field_detail::readDay(spec_, typed).value_or(before_);
     }
     default:
       break;
@@ -241,7 +259,7 @@ void Field::setText(const QString& text) {
   } else if (spec_.kind == FieldKind::Memo) {
     memo(widget_)->setPlainText(text);
   } else if (spec_.kind == FieldKind::Date) {
-    lastDate_ = before_ = readDate(text).value_or(QString());
+    lastDate_ = before_ = field_detail::readDay(spec_, text).value_or(QString());
     line(widget_)->setText(lastDate_);
   } else {
     line(widget_)->setText(text);
@@ -327,7 +345,7 @@ void Field::load(const Value& value) {
 std::optional<QString> Field::problem() const {
   if (spec_.kind != FieldKind::Date) return std::nullopt;
   const QString typed = field_detail::line(widget_)->text();
-  if (typed.trimmed().isEmpty() || readDate(typed)) return std::nullopt;
+  if (typed.trimmed().isEmpty() || field_detail::readDay(spec_, typed)) return std::nullopt;
   return QStringLiteral("日期格式不正确");
 }
 
@@ -404,7 +422,7 @@ void Field::operatorChanged() {
     number_ = typed.value_or(0);
   } else if (spec_.kind == FieldKind::Date) {
     auto* edit = field_detail::line(widget_);
-    const auto date = readDate(edit->text());
+    const auto date = field_detail::readDay(spec_, edit->text());
     const bool empty = edit->text().trimmed().isEmpty();
     if (!date && !(empty && (spec_.flags & MayBeEmpty))) return;  // not yet a date
     const QString now = date.value_or(QString());
@@ -450,7 +468,7 @@ void Field::focusGone() {
       // A date that is none does not stay: the one that was there before comes back.
       auto* edit = field_detail::line(widget_);
       const bool emptied = edit->text().trimmed().isEmpty() && (spec_.flags & MayBeEmpty);
-      const QString date = emptied ? QString() : readDate(edit->text()).value_or(before_);
+      const QString date = emptied ? QString() : field_detail::readDay(spec_, edit->text()).value_or(before_);
       edit->setText(date);
       takenBack = date != lastDate_;
       lastDate_ = before_ = date;
@@ -474,15 +492,22 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
     if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) focusGone();
   } else if (event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
+    const bool takesBack = key->key() == Qt::Key_Delete || key->key() == Qt::Key_Backspace;
+    if (spec_.kind == FieldKind::Picker && !readOnly_ && (spec_.flags & MayBeEmpty) && takesBack) {
+      if (isEmpty()) return true;
+      setText({});
+      if (changed_) changed_();
+      return true;
+    }
     if (isOpenedBy(*key)) {
       spec_.kind == FieldKind::Picker ? pick() : spec_.kind == FieldKind::Date ? openCalendar() : takeRemark();
       return true;
     }
     if (spec_.kind == FieldKind::Date && !readOnly_) {
       const int step = key->key() == Qt::Key_Up ? 1 : key->key() == Qt::Key_Down ? -1 : 0;
-      const auto date = QDate::fromString(lastDate_, QStringLiteral("yyyy-MM-dd"));
-      if (step != 0 && date.isValid()) {
-        field_detail::line(widget_)->setText(date.addDays(step).toString(QStringLiteral("yyyy-MM-dd")));
+      const QString next = step == 0 ? QString() : field_detail::steppedDay(spec_, lastDate_, step);
+      if (!next.isEmpty()) {
+        field_detail::line(widget_)->setText(next);
         return true;
       }
     }
@@ -541,12 +566,12 @@ void Field::openCalendar() {
   calendar->setAccessibleName(QStringLiteral("日历"));
   calendar->setFirstDayOfWeek(Qt::Monday);
   calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  if (const auto date = QDate::fromString(lastDate_, QStringLiteral("yyyy-MM-dd")); date.isValid()) {
+  if (const auto date = QDate::fromString(lastDate_, field_detail::dayForm(spec_)); date.isValid()) {
     calendar->setSelectedDate(date);
   }
   layout->addWidget(calendar);
   const auto take = [this, popup](const QDate& date) {
-    field_detail::line(widget_)->setText(date.toString(QStringLiteral("yyyy-MM-dd")));
+    field_detail::line(widget_)->setText(date.toString(field_detail::dayForm(spec_)));
     popup->close();
     focus();
   };

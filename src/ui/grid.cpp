@@ -1,5 +1,6 @@
 #include "ui/grid.h"
 
+#include "core/rights.h"
 #include "ui/display.h"
 #include "ui/grid_layout.h"
 #include "ui/grid_output.h"
@@ -45,7 +46,7 @@ class Grid::Footer : public QWidget {
     const auto columns = grid_.model_->columns();
     QStringList spoken;
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
-      if (!columns[i].sum) continue;
+      if (!columns[i].sum || grid_.model_->isForbidden(i)) continue;
       texts_[i] = complete ? displaySum(columns[i].kind, grid_.model_->sum(i)) : QStringLiteral("…");
       if (!grid_.view_->isColumnHidden(i)) spoken << qs(columns[i].caption) + texts_[i];
     }
@@ -182,21 +183,16 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   busy->setFrameShape(QFrame::StyledPanel);
   busy->setAutoFillBackground(true);
   auto* busyLayout = new QVBoxLayout(busy);
-  auto* bar = new QProgressBar(busy);
-  bar->setRange(0, 0);
-  bar->setAccessibleName(QStringLiteral("查询进度"));
+  progress_ = new QProgressBar(busy);
+  progress_->setAccessibleName(QStringLiteral("查询进度"));
   auto* stop = new QPushButton(QStringLiteral("取消查询"), busy);
   stop->setObjectName(QStringLiteral("cancelLoad"));
   stop->setAutoDefault(false);
   busyLayout->addWidget(new QLabel(QStringLiteral("正在查询……"), busy), 0, Qt::AlignCenter);
-  busyLayout->addWidget(bar);
+  busyLayout->addWidget(progress_);
   busyLayout->addWidget(stop, 0, Qt::AlignCenter);
   busy->hide();
-  connect(stop, &QPushButton::clicked, this, [this] {
-    loader_.cancel();
-    footer_->update(true);
-    showState();
-  });
+  connect(stop, &QPushButton::clicked, this, [this] { stopLoading(); });
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -231,16 +227,28 @@ Grid::~Grid() {
 }
 
 void Grid::loadQuery(Sql query) {
-  replaces_ = query != query_;
-  query_ = std::move(query);
+  start(std::move(query), false);
+}
+
+void Grid::loadQuestion(Question question) {
+  start(std::move(question), true);
+}
+
+void Grid::start(Question question, bool withholds) {
+  const auto statement = [](const Question* q) { return q ? std::get_if<Sql>(q) : nullptr; };
+  const Sql* now = statement(&question);
+  const Sql* before = statement(question_ ? &*question_ : nullptr);
+  replaces_ = !now || !before || *now != *before;
+  question_ = std::move(question);
+  withholds_ = withholds;
   reload();
 }
 
 void Grid::reload() {
-  if (query_.isEmpty()) return;
-  failed_ = false;
+  if (!question_) return;
+  failed_ = stopped_ = false;
   loader_.load(
-      query_, [this](RowSet rows, bool complete) { arrived(std::move(rows), complete); },
+      *question_, [this](RowSet rows, bool complete) { arrived(std::move(rows), complete); },
       [this](std::exception_ptr failure) {
         failed_ = true;
         showState();
@@ -250,13 +258,26 @@ void Grid::reload() {
   QTimer::singleShot(grid_detail::kShowProgress, this, [this] { showState(); });
 }
 
+void Grid::stopLoading() {
+  if (!isLoading()) return;
+  loader_.cancel();
+  stopped_ = true;
+  footer_->update(true);
+  showState();
+}
+
+bool Grid::showsLoading() const {
+  return busy_->isVisible();
+}
+
 void Grid::waitLoaded(int milliseconds) {
   loader_.waitFor(milliseconds);
 }
 
 void Grid::setRows(RowSet rows) {
   loader_.cancel();
-  query_ = {};
+  question_.reset();
+  failed_ = stopped_ = false;
   arrived(std::move(rows), true);
 }
 
@@ -268,14 +289,14 @@ void Grid::arrived(RowSet rows, bool complete) {
   // A reload of the same list shows the old rows until all the new ones are there: the operator keeps his place.
   if (!complete && !replaces_ && model_->rows().rowCount() > rows.rowCount()) return;
   if (complete) replaces_ = false;
-  const std::int64_t id = currentId();
+  const QString key = currentKey();
   const int place = currentRow();
   const int column = std::max(0, view_->currentIndex().column());
   const int scrolled = view_->verticalScrollBar()->value();
   inReload_ = true;
-  model_->setRows(std::move(rows));
+  model_->setRows(withholds_ ? withoutForbidden(std::move(rows)) : std::move(rows));
   if (rowFilter_) model_->setFilter(rowFilter_(model_->rows(), true));
-  comeBack(id, place, column, scrolled);
+  comeBack(key, place, column, scrolled);
   inReload_ = false;
   footer_->update(complete);
   fitToRows();
@@ -284,8 +305,15 @@ void Grid::arrived(RowSet rows, bool complete) {
   if (complete && loaded_) loaded_();
 }
 
-void Grid::comeBack(std::int64_t id, int place, int column, int scrolled) {
-  int row = id != 0 ? model_->findInteger(spec_.idField, id) : -1;
+RowSet Grid::withoutForbidden(RowSet rows) const {
+  std::vector<std::string_view> forbidden;
+  for (std::size_t i = 0; i < spec_.columns.size(); ++i)
+    if (model_->isForbidden(static_cast<int>(i))) forbidden.push_back(spec_.columns[i].field);
+  return forbidden.empty() ? rows : rows.without(forbidden);
+}
+
+void Grid::comeBack(const QString& key, int place, int column, int scrolled) {
+  int row = key.isEmpty() ? -1 : model_->findText(spec_.idField, key);
   if (row < 0) row = std::min(std::max(place, 0), rowCount() - 1);
   if (row < 0) return;
   view_->verticalScrollBar()->setValue(scrolled);
@@ -293,11 +321,11 @@ void Grid::comeBack(std::int64_t id, int place, int column, int scrolled) {
 }
 
 void Grid::refilter() {
-  const std::int64_t id = currentId();
+  const QString key = currentKey();
   const int column = std::max(0, view_->currentIndex().column());
   inReload_ = true;
   model_->setFilter(rowFilter_ ? std::optional(rowFilter_(model_->rows(), false)) : std::nullopt);
-  comeBack(id, 0, column, 0);
+  comeBack(key, 0, column, 0);
   inReload_ = false;
   footer_->update(!isLoading());
   showState();
@@ -306,11 +334,17 @@ void Grid::refilter() {
 
 void Grid::showState() {
   const bool running = loader_.isRunning();
-  hint_->setText(failed_ ? QStringLiteral("查询失败，请重新查询") : emptyText_);
+  hint_->setText(failed_    ? QStringLiteral("查询失败，请重新查询")
+                 : stopped_ ? QStringLiteral("查询已取消，请重新查询")
+                            : emptyText_);
   hint_->setVisible(isEmpty() && !running);
   hint_->setGeometry(view_->viewport()->rect().adjusted(12, 12, -12, -12));
   busy_->setVisible(running);
   if (running) {
+    const int percent = loader_.percent();
+    progress_->setRange(0, percent < 0 ? 0 : 100);
+    progress_->setValue(percent);
+    if (percent >= 0) QTimer::singleShot(grid_detail::kShowProgress, this, [this] { showState(); });
     busy_->adjustSize();
     busy_->move((width() - busy_->width()) / 2, (height() - busy_->height()) / 3);
     busy_->raise();
@@ -332,6 +366,11 @@ std::int64_t Grid::currentId() const {
   return row && model_->rows().columnIndex(spec_.idField) >= 0 ? row->integer(spec_.idField) : 0;
 }
 
+QString Grid::currentKey() const {
+  const auto row = current();
+  return row && model_->rows().columnIndex(spec_.idField) >= 0 ? row->text(spec_.idField) : QString();
+}
+
 QString Grid::currentText(std::string_view field) const {
   const auto row = current();
   return row ? row->text(field) : QString();
@@ -344,6 +383,12 @@ double Grid::currentNumber(std::string_view field) const {
 
 bool Grid::selectId(std::int64_t id) {
   const int row = model_->findInteger(spec_.idField, id);
+  if (row >= 0) selectRow(row);
+  return row >= 0;
+}
+
+bool Grid::selectKey(const QString& key) {
+  const int row = model_->findText(spec_.idField, key);
   if (row >= 0) selectRow(row);
   return row >= 0;
 }
@@ -387,16 +432,27 @@ void Grid::setColumnVisible(std::string_view field, bool on) {
 void Grid::setColumnAllowed(std::string_view field, bool on) {
   const int column = model_->columnOf(field);
   if (column < 0) throw std::invalid_argument("no column " + std::string(field));
-  std::erase(forbidden_, column);
-  if (!on) forbidden_.push_back(column);
+  model_->setForbidden(column, !on);
+  footer_->update(!isLoading());
   showColumn(column);
   if (autoWidth_) defaultWidths();
+}
+
+void Grid::applyRights() {
+  std::vector<std::pair<Right, bool>> asked;  // each right is read once
+  for (const ColumnSpec& column : spec_.columns) {
+    if (!column.right.isGuarded()) continue;
+    const auto known = std::find_if(asked.begin(), asked.end(), [&](const auto& a) { return a.first == column.right; });
+    const bool allowed = known != asked.end() ? known->second : hasRight(column.right);
+    if (known == asked.end()) asked.emplace_back(column.right, allowed);
+    if (model_->isForbidden(model_->columnOf(column.field)) == allowed) setColumnAllowed(column.field, allowed);
+  }
 }
 
 void Grid::showColumn(int column) {
   const auto i = static_cast<std::size_t>(column);
   const QScopedValueRollback<bool> notByHand(sizing_, true);
-  view_->setColumnHidden(column, isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i]);
+  view_->setColumnHidden(column, model_->isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i]);
 }
 
 std::vector<int> Grid::shownOrder() const {
@@ -410,13 +466,14 @@ GridHeading Grid::heading() const {
   return heading_ ? heading_() : GridHeading{qs(spec_.caption), {}};
 }
 
-bool Grid::isForbidden(int column) const {
-  return std::find(forbidden_.begin(), forbidden_.end(), column) != forbidden_.end();
-}
-
 bool Grid::isColumnVisible(std::string_view field) const {
   const int column = model_->columnOf(field);
   return column >= 0 && !view_->isColumnHidden(column);
+}
+
+bool Grid::isColumnAllowed(std::string_view field) const {
+  const int column = model_->columnOf(field);
+  return column >= 0 && !model_->isForbidden(column);
 }
 
 void Grid::setCaption(std::string_view field, const QString& caption) {
@@ -556,7 +613,7 @@ void Grid::fillMenu(QMenu& menu) {
   menu.addSeparator();
   auto* columns = menu.addMenu(QStringLiteral("显示的列"));
   for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
-    if (isForbidden(i)) continue;
+    if (model_->isForbidden(i)) continue;
     auto* action = columns->addAction(model_->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString());
     action->setCheckable(true);
     action->setChecked(!view_->isColumnHidden(i));

@@ -1,6 +1,7 @@
 // 表格: a list of rows with a footer of sums, sorting, copying, editing, and a layout that stays.
 #pragma once
 
+#include "core/enquiry.h"
 #include "core/reading.h"
 #include "ui/grid_model.h"
 #include "ui/list_loader.h"
@@ -42,11 +43,18 @@ class Grid : public QWidget {
     loadQuery(Sql(std::move(select), args...));
   }
   void loadQuery(Sql query);
+  /// The same for a question of an enquiry. Of its rows forbidden columns are left out at once: nobody finds them
+  /// there, not even by name.
+  void loadQuestion(Question question);
+  /// Stops what is loading; the list says so.
+  void stopLoading();
   /// Rows that came from elsewhere (a rule's answer, a filler).
   void setRows(RowSet rows);
   void reload();
   void clearRows();
   bool isLoading() const { return loader_.isRunning(); }
+  /// It takes so long that the operator sees it.
+  bool showsLoading() const;
   /// Waits for the answer of a running query (tests, screenshots, exports).
   void waitLoaded(int milliseconds = 60000);
   const RowSet& rows() const { return model_->rows(); }
@@ -67,9 +75,11 @@ class Grid : public QWidget {
   // The current row.
   std::optional<Row> current() const;
   std::int64_t currentId() const;  // by the grid's id field; 0 without a row
+  QString currentKey() const;      // the same as text; empty without a row
   QString currentText(std::string_view field) const;
   double currentNumber(std::string_view field) const;
   bool selectId(std::int64_t id);
+  bool selectKey(const QString& key);
   void selectRow(int viewRow);
   int currentRow() const;  // place in the view; -1
   /// Rows that the operator has marked (all of them with Ctrl+A), in the order of the view.
@@ -80,9 +90,13 @@ class Grid : public QWidget {
 
   // Columns.
   void setColumnVisible(std::string_view field, bool on);
-  /// A column that the operator has no right to see: neither shown nor exported nor offered to be shown.
+  /// A column that the operator has no right to see: neither shown nor summed, exported or offered to be shown, and
+  /// empty to a screen reader. Columns that carry their right are set by `applyRights`, which the screen calls at each
+  /// activation.
   void setColumnAllowed(std::string_view field, bool on);
+  void applyRights();
   bool isColumnVisible(std::string_view field) const;
+  bool isColumnAllowed(std::string_view field) const;
   void setCaption(std::string_view field, const QString& caption);
   void setReadOnly(bool on);
   /// Sum of a column over all rows.
@@ -150,10 +164,11 @@ class Grid : public QWidget {
  private:
   class Footer;
   class Table;
+  void start(Question question, bool withholds);
   void arrived(RowSet rows, bool complete);
+  RowSet withoutForbidden(RowSet rows) const;
   void showState();
-  void comeBack(std::int64_t id, int place, int column, int scrolled);
-  bool isForbidden(int column) const;
+  void comeBack(const QString& key, int place, int column, int scrolled);
   void showColumn(int column);
   void designLayout();
   void defaultWidths();
@@ -168,19 +183,20 @@ class Grid : public QWidget {
   Footer* footer_ = nullptr;
   QLabel* hint_;
   QWidget* busy_;
+  QProgressBar* progress_;
   QWidget* keyInput_ = nullptr;
   QMenu* menu_;
   ListLoader loader_;
-  Sql query_;
+  std::optional<Question> question_;
+  bool withholds_ = false;  // forbidden columns leave the rows
   QString emptyText_;
-  bool failed_ = false;
+  bool failed_ = false, stopped_ = false;
   bool autoWidth_ = true;
   bool fromFile_ = false;  // places and widths are those of a layout file
   bool sizing_ = false;
   std::vector<int> fitted_;  // widths that the first rows ask for; empty before there are any
   bool inReload_ = false;
-  bool replaces_ = true;        // the query under way is another one than what is shown
-  std::vector<int> forbidden_;  // columns
+  bool replaces_ = true;  // the query under way is another one than what is shown
   // A column is seen when neither the program (a parameter, the mode of a list) nor the operator hides it.
   std::vector<bool> hiddenByProgram_, hiddenByOperator_;
   std::function<GridHeading()> heading_;

@@ -34,19 +34,25 @@ bool isAscii(std::string_view text) {
 }  // namespace grid_model_detail
 
 GridModel::GridModel(std::span<const ColumnSpec> columns, QObject* parent)
-    : QAbstractTableModel(parent), columns_(columns), source_(columns.size(), -1) {
+
+    : QAbstractTableModel(parent), columns_(columns), forbidden_(columns.size(), false), source_(columns.size(), -1) {
   for (const auto& column : columns)
     captions_.push_back(qs(column.caption));
 }
 
-void GridModel::setRows(RowSet rows) {
+std::vector<int> GridModel::sourcesIn(const RowSet& rows) const {
   std::vector<int> source;
-  for (const auto& column : columns_) {
-    source.push_back(rows.columnIndex(column.field));
-    if (source.back() < 0 && rows.columnCount() > 0) {
-      throw DbError(DbError::Kind::UnknownName, QStringLiteral("列表没有字段 ") + qs(column.field));
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    source.push_back(forbidden_[i] ? -1 : rows.columnIndex(columns_[i].field));
+    if (source.back() < 0 && !forbidden_[i] && rows.columnCount() > 0) {
+      throw DbError(DbError::Kind::UnknownName, QStringLiteral("列表没有字段 ") + qs(columns_[i].field));
     }
   }
+  return source;
+}
+
+void GridModel::setRows(RowSet rows) {
+  std::vector<int> source = sourcesIn(rows);
   beginResetModel();
   rows_ = std::move(rows);
   source_ = std::move(source);
@@ -59,6 +65,17 @@ void GridModel::setFilter(std::optional<std::vector<int>> rows) {
   beginResetModel();
   filter_ = std::move(rows);
   showRows();
+  endResetModel();
+}
+
+void GridModel::setForbidden(int column, bool on) {
+  const auto i = static_cast<std::size_t>(column);
+  if (forbidden_[i] == on) return;
+  beginResetModel();
+  forbidden_[i] = on;
+  // Rows that came while it was forbidden may be without it: then it stays empty until they are read anew.
+  source_[i] = on ? -1 : rows_.columnIndex(columns_[i].field);
+  reorder();
   endResetModel();
 }
 
@@ -80,6 +97,21 @@ int GridModel::findInteger(std::string_view field, std::int64_t number) const {
   if (column < 0) return -1;
   for (int row = 0; row < rows_.rowCount(); ++row) {
     if (rows_.integer(row, column) == number) return viewRow(row);
+  }
+  return -1;
+}
+
+int GridModel::findText(std::string_view field, const QString& text) const {
+  const int column = rows_.columnIndex(field);
+  if (column < 0) return -1;
+  const std::string wanted = text.toStdString();
+  const qlonglong number = text.toLongLong();
+  for (int row = 0; row < rows_.rowCount(); ++row) {
+    const auto kind = rows_.kind(row, column);
+    const bool same = kind == Value::Kind::Text      ? rows_.utf8(row, column) == wanted
+                      : kind == Value::Kind::Integer ? rows_.integer(row, column) == number
+                                                     : rows_.text(row, column) == text;
+    if (same) return viewRow(row);
   }
   return -1;
 }
@@ -121,6 +153,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return cellText(index.row(), column);
     case Qt::EditRole: {
       const int row = sourceRow(index.row());
+      if (source_[column] < 0) return {};
       if (columns_[column].kind == ColumnKind::Flag) return rows_.integer(row, source_[column]) != 0;
       return rows_.text(row, source_[column]);
     }

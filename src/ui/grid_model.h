@@ -30,10 +30,14 @@ class GridModel : public QAbstractTableModel {
   int columnOf(std::string_view field) const;  // -1 when unknown
   /// Shows only these rows of the set (ascending); nothing: all of them. New rows come unfiltered.
   void setFilter(std::optional<std::vector<int>> rows);
+  /// Cells of a forbidden column are empty to everybody who asks, its sum is 0. It may be missing from the rows.
+  void setForbidden(int column, bool on);
+  bool isForbidden(int column) const { return forbidden_[static_cast<std::size_t>(column)]; }
   /// Row of the row set shown at a place of the view, and back (-1 when it is not shown).
   int sourceRow(int viewRow) const { return asTheyCame_ ? viewRow : order_[viewRow]; }
   int viewRow(int sourceRow) const;
   int findInteger(std::string_view field, std::int64_t number) const;  // view row, -1
+  int findText(std::string_view field, const QString& text) const;     // view row, -1
   QString cellText(int viewRow, int column) const;
   double sum(int column) const;
   void setCaption(int column, const QString& caption);
@@ -60,13 +64,15 @@ class GridModel : public QAbstractTableModel {
   void sort(int column, Qt::SortOrder order) override;
 
  private:
+  std::vector<int> sourcesIn(const RowSet& rows) const;
   void reorder();
   void sortRows();
   void showRows();
   std::span<const ColumnSpec> columns_;
   std::vector<QString> captions_;
   RowSet rows_;
-  std::vector<int> source_;  // column of the row set behind each column; -1 before the first rows
+  std::vector<bool> forbidden_;
+  std::vector<int> source_;  // column of the row set behind each column; -1 before the first rows and when forbidden
   std::vector<int> sorted_;  // all rows in the order of the sorted column; empty without one
   std::optional<std::vector<int>> filter_;
   std::vector<int> order_;  // the rows that are shown, unless they are shown as they came

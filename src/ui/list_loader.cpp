@@ -5,6 +5,7 @@
 
 #include <QMetaObject>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -31,7 +32,8 @@ struct ListLoader::Job {
   std::deque<Answer> answers;
   bool ended = false;
   ListLoader* window = nullptr;  // null when it waits no more
-  Sql query;
+  Question query;
+  std::atomic<int> percent = -1;
   std::function<void(RowSet, bool)> arrived;
   std::function<void(std::exception_ptr)> failed;
 
@@ -45,16 +47,22 @@ struct ListLoader::Job {
           window, [at = window] { at->take(); }, Qt::QueuedConnection);
   }
 
-  void select(Database& database) { put(Answer{database.select(query.text(), query.values()), true, {}}, true); }
+  void putWhole(EnquiryReader& reader) { put(Answer{answer(query, reader), true, {}}, true); }
 
   void run(const BackgroundReading::Reader& reader) {
-    if (const auto first = firstRows(query.text(), list_loader_detail::kFirstRows)) {
-      RowSet rows = reader().select(*first, query.values());
+    const Sql* statement = std::get_if<Sql>(&query);
+    if (const auto first = statement ? firstRows(statement->text(), list_loader_detail::kFirstRows) : std::nullopt) {
+      RowSet rows = reader().select(*first, statement->values());
       const bool all = rows.rowCount() < list_loader_detail::kFirstRows;
       put(Answer{std::move(rows), all, {}}, all);
       if (all) return;
     }
-    select(reader());
+    EnquiryReader asking(reader(), [&](int done) {
+      percent = done;
+      reader();  // throws once nobody waits any more
+      return true;
+    });
+    putWhole(asking);
   }
 
   void fail(std::exception_ptr failure) {
@@ -68,17 +76,18 @@ ListLoader::~ListLoader() {
   cancel();
 }
 
-void ListLoader::load(Sql query, std::function<void(RowSet, bool)> arrived,
+void ListLoader::load(Question question, std::function<void(RowSet, bool)> arrived,
                       std::function<void(std::exception_ptr)> failed) {
   cancel();
   auto job = std::make_shared<Job>();
-  job->query = std::move(query);
+  job->query = std::move(question);
   job->arrived = std::move(arrived);
   job->failed = std::move(failed);
   BackgroundReading* const reading = dataModule().backgroundReading();
   if (!reading) {
     try {
-      job->select(accountDb());
+      EnquiryReader atOnce(accountDb());
+      job->putWhole(atOnce);
     } catch (...) {
       job->fail(std::current_exception());
     }
@@ -122,6 +131,10 @@ void ListLoader::cancel() {
   }
   job_.reset();
   if (const auto question = std::exchange(question_, nullptr)) dataModule().drop(question);
+}
+
+int ListLoader::percent() const {
+  return job_ ? job_->percent.load() : -1;
 }
 
 bool ListLoader::waitFor(int milliseconds) {

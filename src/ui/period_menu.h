@@ -9,7 +9,8 @@
 
 namespace jxc::ui {
 
-/// Makes the button drop down the periods; choosing one sets both dates and runs `chosen`.
+/// Makes the button drop down the periods, among them the last twelve months by name; choosing one sets both dates (or
+/// both months) and runs `chosen`.
 void addPeriodMenu(QPushButton& button, Field& from, Field& to, std::function<void()> chosen = {});
 
 }  // namespace jxc::ui

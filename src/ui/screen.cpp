@@ -228,6 +228,8 @@ void Screen::addKey(QPushButton& command, const char* key) {
 
 bool Screen::showModal() {
   placeRest();
+  for (Grid* grid : grids_)
+    grid->applyRights();
   activate();
   focusFirst();
   return exec() == QDialog::Accepted;
@@ -235,6 +237,8 @@ bool Screen::showModal() {
 
 void Screen::present() {
   placeRest();
+  for (Grid* grid : grids_)
+    grid->applyRights();
   activate();
   focusFirst();
   show();
@@ -500,6 +504,14 @@ Panel Panel::group(const QString& title) {
   auto* box = new QGroupBox(title, screen_);
   auto* layout = new QVBoxLayout(box);
   layout_->addWidget(box);
+  return Panel(*screen_, layout);
+}
+
+Panel Panel::area(QWidget*& made, int stretch) {
+  made = new QWidget(screen_);
+  auto* layout = new QVBoxLayout(made);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout_->addWidget(made, stretch);
   return Panel(*screen_, layout);
 }
 

@@ -42,6 +42,8 @@ class Panel {
   Panel& stretch();
   /// A framed area with a title, inside this one.
   Panel group(const QString& title);
+  /// An area that comes and goes as a whole: `made` gets its widget.
+  Panel area(QWidget*& made, int stretch = 1);
   enum PageKind { Fixed, Scrolls };
   /// A page of this area's tabs; the tabs come with the first page. `name` becomes the page's object name. One that
   /// scrolls may hold more than a small display shows, while the commands below stay in sight.

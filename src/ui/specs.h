@@ -1,6 +1,8 @@
 // 屏幕描述: what a screen is made of, as plain data without any Qt header: fields, columns, grids, commands.
 #pragma once
 
+#include "core/right.h"
+
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -27,10 +29,11 @@ enum class FieldKind : std::uint8_t {
 
 enum FieldFlag : unsigned {
   NoFlags = 0,
-  ReadOnly = 1u << 0,      // shown, reached by Tab, not changed
-  NoMinus = 1u << 1,       // a number: the minus key is swallowed
-  MayBeEmpty = 1u << 2,    // a date: no date is a value too
-  OffersRemarks = 1u << 3  // Text, Memo: F4 and a little button put in a standard remark
+  ReadOnly = 1u << 0,       // shown, reached by Tab, not changed
+  NoMinus = 1u << 1,        // a number: the minus key is swallowed
+  MayBeEmpty = 1u << 2,     // a date: no date is a value too; a picker: Del takes back what was chosen
+  OffersRemarks = 1u << 3,  // Text, Memo: F4 and a little button put in a standard remark
+  WholeMonth = 1u << 4      // Date: a month, yyyy-MM
 };
 
 /// One input. `name` is the member's known name and becomes the object name.
@@ -46,7 +49,8 @@ struct FieldSpec {
 
 enum class ColumnKind : std::uint8_t { Text, Money, Total, Quantity, Percent, Number, Date, Flag };
 
-/// One column of a grid. `field` is a column of the query.
+/// One column of a grid. `field` is a column of the query. Without its `right` an operator gets nothing of a column:
+/// not shown, summed, drawn, printed, exported or copied, not offered to be shown, and not told by a screen reader.
 struct ColumnSpec {
   std::string_view field;
   std::string_view caption;
@@ -56,6 +60,7 @@ struct ColumnSpec {
   bool editable = false;  // goes to the `changed` hook of the grid
   bool exported = true;   // goes to spreadsheet and print
   bool hidden = false;    // known to the layout, not shown at first
+  Right right = {};       // to see it at all
 };
 
 struct GridSpec {

@@ -64,12 +64,12 @@ TEST_F(MoneyTest, CancelledTransferCorrectsOneAccountUntilTheRepair) {
   EXPECT_EQ(xjyhBalanceNow(kBank), 5);
 
   // Both rows wait again and go together; an opening line is never cancelled.
-  EXPECT_EQ(rowsOf(cash::waitingLines({"2021-05-01", "2021-05-31"})).rowCount(), 2);
+  EXPECT_EQ(openSelect(cash::waitingLines({.from = "2021-05-01", .to = "2021-05-31"})).rowCount(), 2);
   EXPECT_FALSE(cash::openLine(lineOf(transfer), prompt));
   EXPECT_EQ(prompt.lastNotice(), "只能修改出款和入款信息！");
   prompt.willSayYes();
   EXPECT_TRUE(cash::deleteLine(transfer, prompt));
-  EXPECT_TRUE(rowsOf(cash::waitingLines({"2021-05-01", "2021-05-31"})).isEmpty());
+  EXPECT_TRUE(openSelect(cash::waitingLines({.from = "2021-05-01", .to = "2021-05-31"})).isEmpty());
   EXPECT_FALSE(cash::cancelLine(
       lookupValue("select id from jxc_xjyh where xj_kmmc='现金' and xj_dlx='期初金额'").toLongLong(), prompt));
   EXPECT_EQ(prompt.lastNotice(), "只能取消审核出款、入款和转账信息！");
@@ -89,8 +89,8 @@ TEST_F(MoneyTest, WaitingLineIsCorrectedAndListsFollowTheirFilters) {
   cash::checkDj(out);
   cash::checkDj(move(Movement::In, 7, "2021-05-20"));
 
-  cash::LineFilter may{"2021-05-01", "2021-05-31", {}, {}};
-  const RowSet totals = rowsOf(cash::accountTotals(may));
+  Criteria may{.from = "2021-05-01", .to = "2021-05-31"};
+  const RowSet totals = openSelect(cash::accountTotals(may));
   ASSERT_EQ(totals.rowCount(), 3);  // with the third account, which opened in May
   for (const Row row : totals) {
     const double balance = row.text("xj_kmmc") == kBank ? -25 : row.text("xj_kmmc") == kTill ? 7 : 0;
@@ -98,9 +98,9 @@ TEST_F(MoneyTest, WaitingLineIsCorrectedAndListsFollowTheirFilters) {
     EXPECT_EQ(row.number("sfje"), balance);
   }
   may.key = QStringLiteral("房租");
-  EXPECT_EQ(rowsOf(cash::auditedLines(may)).rowCount(), 1);
+  EXPECT_EQ(openSelect(cash::auditedLines(may)).rowCount(), 1);
   may.account = kTill;
-  EXPECT_TRUE(rowsOf(cash::auditedLines(may)).isEmpty());
+  EXPECT_TRUE(openSelect(cash::auditedLines(may)).isEmpty());
 }
 
 TEST_F(MoneyTest, AccountKeepsItsHistoryUnderANewName) {

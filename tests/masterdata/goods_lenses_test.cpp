@@ -118,7 +118,7 @@ TEST_F(GoodsLensesTest, PowerTableStandsByTheTextOfThePowers) {
   put("2", "-1.25", "-0.75", 8);
   put("3", "-1.250", "-0.5", 9);
   const auto names = [](const QString& typed, const QString& warehouse) {
-    return openSelect(lensNamesStatement(typed, warehouse));
+    return answer(lensNames, {.warehouse = warehouse, .key = typed});
   };
   ASSERT_EQ(names(u"1.6"_qs, {}).rowCount(), 1);
   EXPECT_EQ(names(u"1.6"_qs, {}).text(0, 0), u"1.60"_qs);
@@ -128,7 +128,7 @@ TEST_F(GoodsLensesTest, PowerTableStandsByTheTextOfThePowers) {
   EXPECT_EQ(table.cylinders, QStringList({u"-0.5"_qs, u"-0.75"_qs}));
   EXPECT_EQ(table.cells[0][1], 8);
   EXPECT_EQ(table.cells[1][1], std::nullopt);
-  EXPECT_EQ(lensPowerTable(u"1.60"_qs, u"100001"_qs).cells[1][0], 8);
+  EXPECT_EQ(lensPowerTable(u"1.60"_qs, {.warehouse = u"100001"_qs}).cells[1][0], 8);
 }
 
 TEST_F(GoodsLensesTest, PricesOfAClassAreComputedFromOneAnother) {

@@ -33,7 +33,7 @@ class StockEnquiry : public test::AccountSetFixture {
                            {"kc_cbj", cost},
                            {"kc_xssl", 0}});
   }
-  static RowSet rows(const StockFilter& filter) { return openSelect(currentStockStatement(filter)); }
+  static RowSet rows(const Criteria& criteria) { return answer(currentStock, criteria); }
 };
 
 TEST_F(StockEnquiry, OneWarehouseShowsItsCostAndAllOfThemTheWeightedOne) {
@@ -43,7 +43,7 @@ TEST_F(StockEnquiry, OneWarehouseShowsItsCostAndAllOfThemTheWeightedOne) {
   EXPECT_EQ(one[0].number("kczje"), 30);
   EXPECT_EQ(one[0].number("xszje"), 60);
 
-  const RowSet all = rows({.warehouse = QStringLiteral("-1")});
+  const RowSet all = rows({});
   ASSERT_EQ(all.rowCount(), 2);
   EXPECT_EQ(all[0].number("kcsl"), 4);
   EXPECT_EQ(all[0].number("cbjj"), 11);  // (3×10 + 1×14) / 4
@@ -52,12 +52,12 @@ TEST_F(StockEnquiry, OneWarehouseShowsItsCostAndAllOfThemTheWeightedOne) {
 }
 
 TEST_F(StockEnquiry, FiltersNarrowAndTypedSignsAreChecked) {
-  EXPECT_EQ(rows({.hideZero = true}).rowCount(), 1);
+  EXPECT_EQ(rows({.boxes = kHidesZeroStock}).rowCount(), 1);
   EXPECT_EQ(rows({.key = QStringLiteral("板材")}).rowCount(), 1);
-  EXPECT_EQ(rows({.classNumber = QStringLiteral("1001")}).rowCount(), 0);
-  EXPECT_EQ(rows({.comparison = StockComparison{QStringLiteral(">="), 4}}).rowCount(), 1);
-  EXPECT_EQ(rows({.supplier = QStringLiteral("100002")}).rowCount(), 0);
-  EXPECT_THROW(rows({.comparison = StockComparison{QStringLiteral("; drop"), 4}}), std::invalid_argument);
+  EXPECT_EQ(rows({.goodsClass = QStringLiteral("1001")}).rowCount(), 0);
+  EXPECT_EQ(rows({.kind = QStringLiteral(">="), .amount = 4}).rowCount(), 1);
+  EXPECT_EQ(rows({.partner = QStringLiteral("100002")}).rowCount(), 0);
+  EXPECT_THROW(rows({.kind = QStringLiteral("; drop"), .amount = 4}), std::invalid_argument);
 }
 
 TEST_F(StockEnquiry, ABoundOperatorSumsOnlyHisWarehouses) {

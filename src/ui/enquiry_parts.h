@@ -1,0 +1,55 @@
+// 查询屏幕内部: what an enquiry screen keeps of its tabs and views; for its own files only.
+#pragma once
+
+#include "core/periods.h"
+#include "ui/enquiry_screen.h"
+
+#include <utility>
+
+class QLabel;
+class QPushButton;
+
+namespace jxc::ui {
+
+struct EnquiryScreen::View {
+  const EnquiryView* spec = nullptr;
+  Tab* tab = nullptr;
+  Grid* list = nullptr;
+  Field* mode = nullptr;  // its switch; null in a tab with one view
+  QWidget* area = nullptr;
+  Grid* below = nullptr;
+  RowPane* beside = nullptr;
+  Chart* chart = nullptr;  // made when it is first wanted
+  QLabel* foot = nullptr;
+  std::optional<Criteria> asked, askedBelow;  // what the rows that are there answer
+};
+
+/// A row that was followed: what it stands for narrows everything behind it.
+struct EnquiryScreen::Step {
+  View* from;
+  RowSet rows;
+  int row;
+};
+
+struct EnquiryScreen::Tab {
+  const EnquiryTab* spec = nullptr;
+  QWidget* page = nullptr;  // null on a screen without tabs
+  std::vector<std::pair<const Criterion*, Field*>> inputs;
+  std::vector<std::unique_ptr<View>> views;
+  View* shown = nullptr;
+  std::vector<Step> path;
+  QWidget* way = nullptr;  // the line that tells where the rows come from
+  QLabel* wayText = nullptr;
+  Period proposed;  // the period that was put there, as long as the operator leaves it
+};
+
+namespace enquiry_screen_detail {
+
+/// Whether a name stands in a list of names; an empty list holds all.
+bool holds(std::string_view names, std::string_view name);
+bool isBox(Asks asks);
+bool isPeriod(Asks asks);
+
+}  // namespace enquiry_screen_detail
+
+}  // namespace jxc::ui

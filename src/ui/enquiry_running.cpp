@@ -1,0 +1,333 @@
+// What an enquiry screen does once it stands: asks, shows, follows a row and comes back, runs commands.
+#include "core/rights.h"
+#include "core/text.h"
+#include "ui/chart.h"
+#include "ui/display.h"
+#include "ui/enquiry_parts.h"
+#include "ui/grid_output.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QTabWidget>
+
+#include <algorithm>
+
+namespace jxc::ui {
+namespace enquiry_running_detail {
+
+QString chosen(const Field& input) {
+  const QString key = input.key();
+  return key == QStringView(allKey) ? QString() : key;
+}
+
+/// Whether an input narrows the answer, for the words that say what to change.
+bool restricts(const Criterion& criterion, const Field& input) {
+  if (enquiry_screen_detail::isPeriod(criterion.asks)) return false;  // said by itself
+  if (enquiry_screen_detail::isBox(criterion.asks)) return criterion.asks == Asks::Box && input.isChecked();
+  if (criterion.asks == Asks::Key) return !input.isEmpty();
+  if (criterion.asks == Asks::Order || criterion.asks == Asks::Amount) return false;
+  return !chosen(input).isEmpty();
+}
+
+}  // namespace enquiry_running_detail
+
+using enquiry_screen_detail::holds;
+
+EnquiryScreen::Tab& EnquiryScreen::tabInSight() const {
+  const int page = pages_ ? pages_->currentIndex() : 0;
+  return *tabs_[static_cast<std::size_t>(std::max(0, page))];
+}
+
+EnquiryScreen::View& EnquiryScreen::viewInSight() const {
+  return *tabInSight().shown;
+}
+
+Grid& EnquiryScreen::shown() const {
+  return *viewInSight().list;
+}
+
+Criteria EnquiryScreen::criteria() const {
+  return criteriaOf(tabInSight());
+}
+
+Criteria EnquiryScreen::criteriaOf(const Tab& tab) const {
+  Criteria result;
+  for (const auto& [criterion, input] : tab.inputs) {
+    if (!holds(criterion->views, tab.shown->spec->grid.name)) continue;
+    switch (criterion->asks) {
+      case Asks::From:
+        result.from = input->text();
+        break;
+      case Asks::To:
+        result.to = input->text();
+        break;
+      case Asks::Warehouse:
+        result.warehouse = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::GoodsClass:
+        result.goodsClass = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Partner:
+        result.partner = input->isEmpty() ? QString() : enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Employee:
+        result.employee = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Account:
+        result.account = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Key:
+        result.key = input->trimmed();
+        break;
+      case Asks::Exact:
+        result.exact = input->isChecked();
+        break;
+      case Asks::Kind:
+        result.kind = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Order:
+        result.order = enquiry_running_detail::chosen(*input);
+        break;
+      case Asks::Descending:
+        result.descending = input->isChecked();
+        break;
+      case Asks::Amount:
+        result.amount = input->number();
+        break;
+      case Asks::Box:
+        if (input->isChecked()) result.boxes |= criterion->box;
+        break;
+    }
+  }
+  complete(result);
+  if (side_)
+    if (const auto row = side_->current()) enquiry_.side->narrow(result, *row);
+  for (const Step& step : tab.path)
+    step.from->spec->leads.narrow(result, step.rows[step.row]);
+  return result;
+}
+
+void EnquiryScreen::search() {
+  if (checkFields()) load(viewInSight());
+}
+
+void EnquiryScreen::load(View& view) {
+  if (side_ && !side_->current()) return view.list->clearRows();
+  const Criteria now = criteriaOf(*view.tab);
+  view.asked = now;
+  view.askedBelow.reset();
+  view.list->setEmptyText(whatToChange(*view.tab, view));
+  view.list->loadQuestion(view.spec->source.ask(now));
+}
+
+QString EnquiryScreen::whatToChange(const Tab& tab, const View& view) const {
+  const QString nothing =
+      view.spec->grid.empty.empty() ? QStringLiteral("没有符合条件的记录") : qs(view.spec->grid.empty);
+  QStringList conditions;
+  const Field* from = fieldOf(tab, Asks::From);
+  const Field* to = fieldOf(tab, Asks::To);
+  if (from && to) {
+    if (from->text() > to->text()) return nothing + QStringLiteral("\n起始日期晚于截止日期，请改正后重新查询");
+    if (Period{from->text(), to->text()} != allTime())
+      conditions << QStringLiteral("%1 至 %2").arg(from->text(), to->text());
+  }
+  for (const auto& [criterion, input] : tab.inputs) {
+    if (!input->isVisible() || !enquiry_running_detail::restricts(*criterion, *input)) continue;
+    conditions << (criterion->asks == Asks::Box ? qs(criterion->label) : qs(criterion->label) + input->trimmed());
+  }
+  if (!tab.path.empty()) conditions << tab.wayText->text();
+  if (conditions.isEmpty()) return nothing;
+  return nothing + QStringLiteral("\n现在的条件：") + conditions.join(QStringLiteral("，")) +
+         QStringLiteral("\n放宽其中一项再查询");
+}
+
+void EnquiryScreen::show(Tab& tab, View& view) {
+  tab.shown = &view;
+  for (auto& each : tab.views) {
+    each->area->setVisible(each.get() == &view);
+    if (each->mode) each->mode->setChecked(each.get() == &view);
+  }
+  for (const auto& [criterion, input] : tab.inputs)
+    input->setVisible(holds(criterion->views, view.spec->grid.name));
+  QStringList way;
+  for (const Step& step : tab.path) {
+    const Leads& leads = step.from->spec->leads;
+    way << qs(step.from->spec->mode.caption.empty() ? step.from->spec->grid.caption : step.from->spec->mode.caption);
+    if (!leads.says.empty()) way.back() += u"："_qs + step.rows[step.row].text(leads.says);
+  }
+  tab.wayText->setText(way.join(QStringLiteral(" › ")));
+  tab.way->setVisible(!way.isEmpty());
+  command(enquiry_.leave).setText(way.isEmpty() ? QStringLiteral("退出(Esc)") : QStringLiteral("返回(Esc)"));
+  showCommands();
+  if (!filling_ && &tab == &tabInSight() && (!view.asked || *view.asked != criteriaOf(tab))) load(view);
+}
+
+void EnquiryScreen::showView(std::string_view name) {
+  for (std::size_t i = 0; i < tabs_.size(); ++i)
+    for (auto& view : tabs_[i]->views) {
+      if (view->spec->grid.name != name) continue;
+      if (pages_) pages_->setCurrentIndex(static_cast<int>(i));
+      tabs_[i]->path.clear();
+      show(*tabs_[i], *view);
+    }
+}
+
+void EnquiryScreen::follow() {
+  follow(viewInSight());
+}
+
+void EnquiryScreen::follow(View& view) {
+  const auto row = view.list->current();
+  if (!row) return;
+  const Leads& leads = view.spec->leads;
+  if (!leads.command.empty()) {
+    QPushButton& button = command(leads.command);
+    return button.isVisible() && button.isEnabled() ? button.click() : void();
+  }
+  if (!leads.document.empty()) {
+    const QString number = row->text(leads.document);
+    if (!number.isEmpty() && enquiryServices().openDocument) enquiryServices().openDocument(number, *this);
+    return;
+  }
+  Tab& tab = *view.tab;
+  const auto target =
+      std::ranges::find_if(tab.views, [&](const auto& each) { return each->spec->grid.name == leads.view; });
+  if (target == tab.views.end()) return;
+  tab.path.push_back({&view, view.list->rows(), row->index()});
+  (*target)->list->clearRows();  // others than those that were there
+  (*target)->asked.reset();
+  show(tab, **target);
+  (*target)->list->focusRows();
+}
+
+bool EnquiryScreen::goBack() {
+  Tab& tab = tabInSight();
+  if (tab.path.empty()) return false;
+  View& before = *tab.path.back().from;
+  tab.path.pop_back();
+  show(tab, before);
+  if (before.chart && before.chart->isVisible())
+    before.chart->focusValues();
+  else
+    before.list->focusRows();
+  return true;
+}
+
+void EnquiryScreen::showBelow(View& view) {
+  const auto row = view.list->current();
+  if (view.beside) view.beside->show(row ? &*row : nullptr, criteriaOf(*view.tab));
+  if (!view.below) return;
+  const RowsBelow& below = *view.spec->below;
+  if (!row || (below.has && !below.has(*row))) {
+    view.askedBelow.reset();
+    return view.below->clearRows();
+  }
+  Criteria wanted = criteriaOf(*view.tab);
+  below.narrow(wanted, *row);
+  if (view.askedBelow == wanted) return;
+  view.askedBelow = wanted;
+  view.below->loadQuestion(below.source.ask(wanted));
+}
+
+// The chart takes the place of its list: the same rows, the same current one.
+void EnquiryScreen::showChart(View& view, bool on) {
+  if (view.spec->chart.label.empty()) return;
+  if (!view.chart) {
+    view.chart = new Chart(*view.list, view.spec->chart, view.area);
+    view.chart->onOpen([this, &view] { follow(view); });
+    auto* layout = static_cast<QBoxLayout*>(view.area->layout());
+    layout->insertWidget(layout->indexOf(view.list), view.chart, 3);
+  }
+  view.list->setVisible(!on);
+  view.chart->setVisible(on);
+  on ? view.chart->focusValues() : view.list->focusRows();
+  showCommands();
+}
+
+void EnquiryScreen::showCommands() {
+  const Tab& now = tabInSight();
+  const std::string_view list = now.shown->spec->grid.name;
+  const auto arrange = [&](const EnquiryCommand& each) {
+    const bool allowed = allowed_.at(&each);
+    const bool isOn = !each.parameter || strIsTrue(session().*each.parameter);
+    const bool seen = isOn && (allowed || each.staysInSight) && holds(each.views, list);
+    for (const std::string_view name : {each.name, each.preview.name}) {
+      if (name.empty()) continue;
+      command(name).setVisible(seen);
+      command(name).setEnabled(allowed);
+    }
+  };
+  for (const EnquiryCommand& each : now.spec->commands)
+    arrange(each);
+  for (const EnquiryCommand& each : enquiry_.commands)
+    arrange(each);
+  const bool hasChart = std::ranges::any_of(commandSpecs, [](const auto& each) { return each.name == "btn_Chart"; });
+  if (!hasChart) return;
+  auto& button = command("btn_Chart");
+  button.setVisible(!now.shown->spec->chart.label.empty());
+  const bool drawn = now.shown->list->isHidden();
+  button.setText(drawn ? QStringLiteral("列表(Ctrl+T)") : QStringLiteral("图表(Ctrl+T)"));
+}
+
+void EnquiryScreen::readRights() {
+  allowed_.clear();
+  const auto read = [this](std::span<const EnquiryCommand> described) {
+    for (const EnquiryCommand& each : described)
+      allowed_[&each] = hasRight(each.right);
+  };
+  read(enquiry_.commands);
+  for (const EnquiryTab& tab : enquiry_.tabs)
+    read(tab.commands);
+}
+
+void EnquiryScreen::runRule(const EnquiryCommand& described) {
+  View& view = viewInSight();
+  const auto row = view.list->current();
+  if (!row || !described.rule(*row, prompt())) return;
+  rowsChanged();
+}
+
+void EnquiryScreen::rowsChanged() {
+  for (auto& tab : tabs_)
+    for (auto& view : tab->views)
+      view->asked.reset();
+  load(viewInSight());
+}
+
+void EnquiryScreen::opens(std::string_view name, std::string_view screen) {
+  on(command(name), [this, screen] {
+    openScreen(screen);
+    filling_ = true;
+    for (auto& tab : tabs_)
+      fillInputs(*tab, false);
+    filling_ = false;
+    rowsChanged();
+  });
+}
+
+void EnquiryScreen::previewRule(const EnquiryCommand& described) {
+  const auto row = viewInSight().list->current();
+  if (!row || !enquiryServices().preview) return;
+  const QString number = row->text(described.preview.number);
+  enquiryServices().preview(qs(described.preview.doing) + number, number,
+                            [&](Prompt& agreeing) { return described.rule(*row, agreeing); });
+}
+
+void EnquiryScreen::print() {
+  View& view = viewInSight();
+  view.list->waitLoaded();
+  if (view.chart && view.chart->isVisible()) return view.chart->print();
+  if (view.spec->paper.empty() || !enquiryServices().printList) return printGrid(*view.list);
+  enquiryServices().printList(view.spec->paper, *view.list, criteriaOf(*view.tab), *this);
+}
+
+void EnquiryScreen::exportList() {
+  View& view = viewInSight();
+  if (view.chart && view.chart->isVisible()) return view.chart->save();
+  const auto sheet = view.beside ? view.beside->sheet() : std::nullopt;
+  if (sheet) return exportSheet(*sheet, view.list->heading().title, this);
+  Grid* list = gridInSight();
+  exportGrid(list ? *list : *view.list);
+}
+
+}  // namespace jxc::ui

@@ -1,0 +1,476 @@
+#include "ui/enquiry_screen.h"
+
+#include "core/rights.h"
+#include "core/text.h"
+#include "ui/display.h"
+#include "ui/enquiry_parts.h"
+#include "ui/period_menu.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScreen>
+#include <QTabWidget>
+
+#include <algorithm>
+
+namespace jxc::ui {
+namespace enquiry_screen_detail {
+
+bool holds(std::string_view names, std::string_view name) {
+  if (names.empty()) return true;
+  const std::string all = ' ' + std::string(names) + ' ';
+  return all.find(' ' + std::string(name) + ' ') != std::string::npos;
+}
+
+bool isBox(Asks asks) {
+  return asks == Asks::Exact || asks == Asks::Descending || asks == Asks::Box;
+}
+
+bool isPeriod(Asks asks) {
+  return asks == Asks::From || asks == Asks::To;
+}
+
+FieldSpec fieldOf(const Criterion& criterion) {
+  constexpr int kLongestKey = 50;
+  FieldSpec field{.name = criterion.name, .label = criterion.label, .kind = FieldKind::Combo};
+  if (isPeriod(criterion.asks)) {
+    field.kind = FieldKind::Date;
+    if (criterion.months) field.flags = WholeMonth;
+  } else if (isBox(criterion.asks)) {
+    field.kind = FieldKind::Check;
+  } else if (criterion.asks == Asks::Key) {
+    field.kind = FieldKind::Text;
+    field.width = kLongestKey;
+  } else if (criterion.asks == Asks::Amount) {
+    field.kind = FieldKind::Quantity;
+  } else if (criterion.pick) {
+    field.kind = FieldKind::Picker;
+    field.flags = MayBeEmpty;
+  }
+  return field;
+}
+
+Parts::Parts(const EnquirySpec& spec) {
+  const auto describe = [this](std::span<const EnquiryCommand> described) {
+    for (const EnquiryCommand& each : described) {
+      commandSpecs.push_back({each.name, each.caption, each.key});
+      if (!each.preview.name.empty()) commandSpecs.push_back({each.preview.name, "预览影响"});
+    }
+  };
+  bool hasChart = false;
+  if (spec.side) gridSpecs.push_back(spec.side->grid);
+  for (const EnquiryTab& tab : spec.tabs) {
+    for (const Criterion& each : tab.criteria) {
+      fieldSpecs.push_back(fieldOf(each));
+      if (each.asks == Asks::To) commandSpecs.push_back({tab.period, "时间段"});
+    }
+    if (!tab.search.empty()) commandSpecs.push_back({tab.search, "查询", tab.searchKey});
+    for (const EnquiryView& view : tab.views) {
+      if (!view.mode.name.empty()) fieldSpecs.push_back({view.mode.name, view.mode.caption, FieldKind::Radio});
+      gridSpecs.push_back(view.grid);
+      if (view.below) gridSpecs.push_back(view.below->grid);
+      hasChart = hasChart || !view.chart.label.empty();
+    }
+    describe(tab.commands);
+  }
+  describe(spec.commands);
+  const auto standard = [this](const CommandSpec& command) {
+    const bool described =
+        std::ranges::any_of(commandSpecs, [&](const auto& each) { return each.name == command.name; });
+    if (!described) commandSpecs.push_back(command);
+  };
+  if (hasChart) standard({"btn_Chart", "图表", "Ctrl+T"});
+  standard({"btn_Prin", "打印", "Ctrl+P"});
+  standard({"btn_Export", "导出", "Ctrl+S"});
+  standard({spec.leave, "退出", "Esc"});
+  screenSpec = {.name = spec.name,
+                .title = spec.title,
+                .fields = fieldSpecs,
+                .grids = gridSpecs,
+                .commands = commandSpecs,
+                .focus = spec.focus};
+}
+
+std::vector<const EnquirySpec*>& enquiries() {
+  static std::vector<const EnquirySpec*> all;
+  return all;
+}
+
+/// Names of inputs and buttons in lines no wider than the room.
+class Lines {
+ public:
+  explicit Lines(int room) : room_(room) {}
+  void add(std::string_view name, int width) {
+    if (used_ > 0 && used_ + width > room_) next();
+    line_ += std::string(name) + ' ';
+    used_ += width;
+  }
+  void next() {
+    if (!line_.empty()) lines_.push_back(line_ + '|');
+    line_.clear();
+    used_ = 0;
+  }
+  /// Whether so much more fits the line that has been begun.
+  bool hasRoom(int width) const { return used_ + width <= room_; }
+  const std::vector<std::string>& all() {
+    next();
+    return lines_;
+  }
+
+ private:
+  std::vector<std::string> lines_;
+  std::string line_;
+  int room_, used_ = 0;
+};
+
+int widthOf(const Field& field) {
+  constexpr int kSpace = 14;
+  return field.widget()->sizeHint().width() + (field.label() ? field.label()->sizeHint().width() : 0) + kSpace;
+}
+
+}  // namespace enquiry_screen_detail
+
+using enquiry_screen_detail::holds;
+
+EnquiryServices& enquiryServices() {
+  static EnquiryServices services;
+  return services;
+}
+
+const std::vector<const EnquirySpec*>& registeredEnquiries() {
+  return enquiry_screen_detail::enquiries();
+}
+
+void registerEnquiry(const EnquirySpec& spec, ScreenFactory factory) {
+  registerScreen(spec.name, std::move(factory));
+  enquiry_screen_detail::enquiries().push_back(&spec);
+}
+
+EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(screenSpec), enquiry_(spec) {
+  resize(1160, 680);
+  auto around = panel();
+  QWidget* middle = nullptr;
+  auto area = around.area(middle);
+  if (spec.side) {
+    auto [left, right] = area.columns(1, 3);
+    buildSide(left);
+    area = right;
+  }
+  for (const EnquiryTab& tab : spec.tabs) {
+    const bool alone = spec.tabs.size() == 1;
+    tabs_.push_back(std::make_unique<Tab>());
+    tabs_.back()->spec = &tab;
+    buildTab(alone ? area : area.page(tab.name, qs(tab.caption)), tab);
+    if (!alone) tabs_.back()->page = area.tabs()->widget(area.tabs()->count() - 1);
+  }
+  pages_ = area.tabs();
+  if (!spec.explanation.empty()) around.text(qs(spec.explanation));
+  std::string row;
+  for (const EnquiryCommand& each : spec.commands)
+    row += std::string(each.name) + ' ';
+  const auto isOwn = [&](std::string_view name) {
+    const auto describes = [&](const EnquiryCommand& each) { return each.name == name; };
+    return std::ranges::none_of(spec.commands, describes) && std::ranges::none_of(spec.tabs, [&](const auto& tab) {
+             return std::ranges::any_of(tab.commands, describes);
+           });
+  };
+  const auto bindOwn = [&](std::string_view name, std::function<void()> action) {
+    const bool isThere = std::ranges::any_of(commandSpecs, [&](const auto& each) { return each.name == name; });
+    if (!isThere || !isOwn(name)) return;
+    row += std::string(name) + ' ';
+    on(command(name), std::move(action));
+  };
+  bindOwn("btn_Chart", [this] { showChart(viewInSight(), !viewInSight().list->isHidden()); });
+  bindOwn("btn_Prin", [this] { print(); });
+  bindOwn("btn_Export", [this] { exportList(); });
+  around.buttons(row + "| " + std::string(spec.leave));
+  bindCommands(spec.commands);
+  if (!pages_) return;
+  connect(pages_, &QTabWidget::currentChanged, this, [this] {
+    if (!isVisible()) return;
+    Tab& tab = tabInSight();
+    show(tab, *tab.shown);
+    load(*tab.shown);
+  });
+}
+
+EnquiryScreen::~EnquiryScreen() = default;
+
+void EnquiryScreen::buildSide(Panel area) {
+  side_ = &grid(enquiry_.side->grid.name);
+  area.grid(enquiry_.side->grid.name);
+  side_->onCurrentChanged([this] {
+    // The first rows come ahead of the rest: the current one is still the same.
+    if (side_->currentKey() == sideKey_ && viewInSight().asked) return;
+    sideKey_ = side_->currentKey();
+    for (auto& tab : tabs_) {
+      tab->path.clear();
+      for (auto& view : tab->views)
+        view->asked.reset();
+    }
+    Tab& tab = tabInSight();
+    show(tab, *tab.shown);
+  });
+}
+
+void EnquiryScreen::buildTab(Panel area, const EnquiryTab& spec) {
+  Tab& tab = *tabs_.back();
+  for (const Criterion& each : spec.criteria)
+    tab.inputs.emplace_back(&each, &field(each.name));
+  for (const EnquiryView& each : spec.views) {
+    tab.views.push_back(std::make_unique<View>());
+    View& view = *tab.views.back();
+    view.spec = &each;
+    view.tab = &tab;
+    view.list = &grid(each.grid.name);
+    if (!each.mode.name.empty()) view.mode = &field(each.mode.name);
+  }
+  tab.shown = tab.views.front().get();
+  placeInputs(area, tab);
+
+  auto* back = new QPushButton(QStringLiteral("返回(Esc)"));
+  back->setObjectName(QStringLiteral("back_") + qs(tab.views.front()->list->spec().name));
+  back->setAutoDefault(false);
+  connect(back, &QPushButton::clicked, this, [this] { goBack(); });
+  auto way = area.area(tab.way, 0);
+  tab.wayText = new QLabel;
+  tab.wayText->setObjectName(QStringLiteral("way_") + qs(tab.views.front()->list->spec().name));
+  auto* line = new QHBoxLayout;
+  line->addWidget(back);
+  line->addWidget(tab.wayText, 1);
+  static_cast<QVBoxLayout*>(tab.way->layout())->addLayout(line);
+  tab.way->hide();
+
+  for (auto& view : tab.views)
+    buildView(area, tab, *view);
+  if (!spec.commands.empty()) {
+    std::string row;
+    for (const EnquiryCommand& each : spec.commands) {
+      row += std::string(each.name) + ' ';
+      if (!each.preview.name.empty()) row += std::string(each.preview.name) + ' ';
+    }
+    area.buttons(row + '|');
+    bindCommands(spec.commands);
+  }
+  bindSearch(tab);
+}
+
+// What is typed or chosen first, and the button that searches; then the ways to look at it, and the boxes. Lines are
+// filled as far as the display allows.
+void EnquiryScreen::placeInputs(Panel& area, Tab& tab) {
+  constexpr int kWidest = 1090, kAround = 60;
+  const int room = QWidget::screen() ? QWidget::screen()->availableSize().width() - kAround : kWidest;
+  enquiry_screen_detail::Lines lines(std::clamp(enquiry_.side ? room * 3 / 4 : room, 300, kWidest));
+  const auto button = [&](std::string_view name) { lines.add(name, command(name).sizeHint().width() + 8); };
+  int second = 0;
+  for (const auto& [criterion, input] : tab.inputs) {
+    if (enquiry_screen_detail::isBox(criterion->asks)) {
+      second += enquiry_screen_detail::widthOf(*input);
+      continue;
+    }
+    lines.add(criterion->name, enquiry_screen_detail::widthOf(*input));
+    if (criterion->asks == Asks::To) button(tab.spec->period);
+  }
+  for (const auto& view : tab.views)
+    if (view->mode) second += enquiry_screen_detail::widthOf(*view->mode);
+  if (!tab.spec->search.empty()) button(tab.spec->search);
+  if (!lines.hasRoom(second)) lines.next();
+  for (const auto& view : tab.views)
+    if (view->mode) lines.add(view->mode->spec().name, enquiry_screen_detail::widthOf(*view->mode));
+  for (const auto& [criterion, input] : tab.inputs)
+    if (enquiry_screen_detail::isBox(criterion->asks))
+      lines.add(criterion->name, enquiry_screen_detail::widthOf(*input));
+  for (const std::string& line : lines.all())
+    area.row(line);
+}
+
+void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
+  const EnquiryView& spec = *view.spec;
+  auto inside = area.area(view.area);
+  if (spec.beside) {
+    view.beside = spec.beside();
+    auto [left, right] = inside.columns(2, 5);
+    left.grid(spec.grid.name);
+    right.widget(view.beside, 1);
+  } else {
+    inside.grid(spec.grid.name, 3);
+  }
+  if (spec.below) {
+    view.below = &grid(spec.below->grid.name);
+    inside.grid(spec.below->grid.name, 1);
+  }
+  if (spec.foot.text) {
+    view.foot = new QLabel;
+    view.foot->setObjectName(qs(spec.foot.name));
+    inside.widget(view.foot);
+  }
+  if (spec.rowLook) view.list->setRowLook(spec.rowLook);
+  if (spec.cellLook) view.list->setCellLook(spec.cellLook);
+  if (spec.counts) view.list->setCounts(spec.counts);
+  const bool toRows = !spec.leads.view.empty(), toDocument = !spec.leads.document.empty();
+  if (toRows || toDocument || !spec.leads.command.empty()) view.list->onActivated([this, &view] { follow(view); });
+  if (toRows || toDocument) {
+    view.list->addMenuCommand(
+        spec.leads.view.empty() ? QStringLiteral("查看单据(Enter)") : QStringLiteral("查看明细(Enter)"),
+        [this, &view] { follow(view); });
+  }
+  view.list->onCurrentChanged([this, &view] { showBelow(view); });
+  view.list->onLoaded([this, &view] {
+    if (view.foot) view.foot->setText(view.spec->foot.text(*view.list));
+    showBelow(view);
+  });
+  view.list->setHeading([this, &tab, &view] {
+    const bool alone = enquiry_.tabs.size() == 1 && tab.views.size() == 1;
+    GridHeading heading{windowTitle(), inputsInWords()};
+    if (!alone) heading.title += u'-' + qs(view.spec->grid.caption);
+    if (!tab.path.empty()) heading.filter += u'　' + tab.wayText->text();
+    return heading;
+  });
+  if (view.mode)
+    view.mode->onChanged([this, &tab, &view] {
+      tab.path.clear();
+      show(tab, view);
+    });
+}
+
+void EnquiryScreen::bindSearch(Tab& tab) {
+  const auto whenInSight = [this, &tab] {
+    if (!filling_ && &tab == &tabInSight()) search();
+  };
+  for (const auto& [criterion, input] : tab.inputs) {
+    if (criterion->asks == Asks::Key || criterion->asks == Asks::Amount)
+      input->onEnter([whenInSight] {
+        whenInSight();
+        return true;
+      });
+    else
+      input->onChanged(whenInSight);
+    if (criterion->asks == Asks::Key && tab.views.size() == 1) tab.shown->list->followKeysOf(input->widget());
+  }
+  if (!tab.spec->search.empty()) {
+    on(command(tab.spec->search), whenInSight);
+    // Where nothing is confirmed, the key that confirms searches too.
+    const bool confirms = std::ranges::any_of(commandSpecs, [](const auto& each) { return each.key == "F5"; });
+    if (!confirms) addKey(command(tab.spec->search), "F5");
+  }
+  Field* from = fieldOf(tab, Asks::From);
+  Field* to = fieldOf(tab, Asks::To);
+  if (from && to) addPeriodMenu(command(tab.spec->period), *from, *to, whenInSight);
+}
+
+void EnquiryScreen::bindCommands(std::span<const EnquiryCommand> described) {
+  for (const EnquiryCommand& each : described) {
+    if (!each.rule) continue;
+    QPushButton& button = command(each.name);
+    on(button, [this, &each] { runRule(each); });
+    if (!each.preview.name.empty()) on(command(each.preview.name), [this, &each] { previewRule(each); });
+    for (const auto& tab : tabs_) {
+      if (!std::ranges::any_of(tab->spec->commands, [&](const auto& own) { return &own == &each; }) &&
+          described.data() != enquiry_.commands.data())
+        continue;
+      for (const auto& view : tab->views)
+        if (holds(each.views, view->spec->grid.name))
+          view->list->addMenuCommand(button.text(), [&button] {
+            if (button.isEnabled()) button.click();
+          });
+    }
+  }
+}
+
+Field* EnquiryScreen::fieldOf(const Tab& tab, Asks asks) const {
+  const auto found = std::ranges::find_if(tab.inputs, [&](const auto& input) { return input.first->asks == asks; });
+  return found == tab.inputs.end() ? nullptr : found->second;
+}
+
+void EnquiryScreen::fillInputs(Tab& tab, bool first) {
+  for (const auto& [criterion, input] : tab.inputs) {
+    if (input->spec().kind == FieldKind::Combo) {
+      std::vector<ListItem> items;
+      if (criterion->items)
+        items = criterion->items();
+      else if (criterion->asks == Asks::Warehouse)
+        items = fillSeenWarehouses();
+      else if (criterion->asks == Asks::Employee)
+        items = fillEmployees({}, QStringLiteral("所有经办人"));
+      input->setItems(items, !first);
+    } else if (first && enquiry_screen_detail::isBox(criterion->asks)) {
+      input->setChecked(criterion->on);
+    } else if (first && !enquiry_screen_detail::isPeriod(criterion->asks)) {
+      input->clear();
+    }
+  }
+  firstPeriod(tab, first);
+}
+
+// A period that the operator left as it was proposed moves on with the days; one of his own stays.
+void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
+  Field* from = fieldOf(tab, Asks::From);
+  Field* to = fieldOf(tab, Asks::To);
+  if (!from || !to) return;
+  if (!first && tab.proposed != Period{from->text(), to->text()}) return;
+  switch (enquiry_.first) {
+    case FirstPeriod::MonthToToday:
+      tab.proposed = monthToToday();
+      break;
+    case FirstPeriod::WholeMonth:
+      tab.proposed = monthAgo(0);
+      break;
+    case FirstPeriod::Today:
+      tab.proposed = {monthToToday().to, monthToToday().to};
+      break;
+    case FirstPeriod::AllTime:
+      tab.proposed = allTime();
+      break;
+  }
+  from->setText(tab.proposed.from);
+  to->setText(tab.proposed.to);
+  tab.proposed = {from->text(), to->text()};  // as months, where it asks for months
+}
+
+void EnquiryScreen::resetInputs() {
+  filling_ = true;
+  for (auto& tab : tabs_)
+    fillInputs(*tab, true);
+  filling_ = false;
+}
+
+void EnquiryScreen::activate() {
+  readRights();
+  filling_ = true;
+  for (auto& tab : tabs_) {
+    fillInputs(*tab, !opened_);
+    tab->path.clear();
+    for (auto& view : tab->views)
+      view->asked.reset();
+    show(*tab, opened_ ? *tab->shown : *tab->views.front());
+  }
+  opened_ = true;
+  filling_ = false;
+  if (side_)
+    side_->loadQuestion(enquiry_.side->source.ask({}));  // its current row loads the rest
+  else
+    load(viewInSight());
+}
+
+void EnquiryScreen::done(int result) {
+  for (Grid* each : grids())
+    each->stopLoading();
+  Screen::done(result);
+}
+
+// Esc: what takes long is stopped first; then back to the row that was followed, and out.
+void EnquiryScreen::reject() {
+  Grid& list = shown();
+  if (list.showsLoading()) return list.stopLoading();
+  if (!goBack()) Screen::reject();
+}
+
+void EnquiryScreen::closeEvent(QCloseEvent* event) {
+  for (auto& tab : tabs_)
+    tab->path.clear();
+  shown().stopLoading();
+  Screen::closeEvent(event);
+}
+
+}  // namespace jxc::ui

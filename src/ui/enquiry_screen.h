@@ -1,0 +1,147 @@
+// 查询屏幕: a screen made from the description of an enquiry; a class adds only what truly differs.
+#pragma once
+
+#include "platform/sheet/sheet.h"
+#include "ui/enquiry_spec.h"
+#include "ui/screen.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <type_traits>
+#include <vector>
+
+namespace jxc::ui {
+
+class Chart;
+
+/// Something beside a list that follows its current row: a table of powers, a picture.
+class RowPane : public QWidget {
+ public:
+  /// Null without a row.
+  virtual void show(const Row* row, const Criteria& criteria) = 0;
+  /// What an export takes in place of the list; nothing: the list itself.
+  virtual std::optional<Sheet> sheet() const { return {}; }
+};
+
+namespace enquiry_screen_detail {
+
+/// The fields, lists and commands of a description, before the screen is built from them.
+struct Parts {
+  explicit Parts(const EnquirySpec& spec);
+  std::vector<FieldSpec> fieldSpecs;
+  std::vector<GridSpec> gridSpecs;
+  std::vector<CommandSpec> commandSpecs;
+  ScreenSpec screenSpec;
+};
+
+}  // namespace enquiry_screen_detail
+
+/// Asks, loads behind the window, shows. F2 searches, Enter on a row goes to what stands behind it, Esc comes back to
+/// that row, and leaves from the outermost list. While the screen is kept it keeps what was typed.
+///
+///     const ui::RegisteredEnquiry<> kRegistered{kEnquiry};           // nothing differs
+///     const ui::RegisteredEnquiry<TF_Kccx> kRegistered{kEnquiry};    // a class binds what does
+class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
+ public:
+  explicit EnquiryScreen(const EnquirySpec& spec);
+  ~EnquiryScreen() override;
+
+  const EnquirySpec& enquiry() const { return enquiry_; }
+  /// What the tab in sight asks for now, with what followed rows stand for.
+  Criteria criteria() const;
+  /// The list in sight.
+  Grid& shown() const;
+  /// Reads the list in sight anew.
+  void search();
+  /// Goes to a list of the tab in sight by its switch, or to a list of another tab.
+  void showView(std::string_view grid);
+  /// Follows the current row to what stands behind it.
+  void follow();
+  /// All inputs as they were when the screen was first opened.
+  void resetInputs();
+  /// Something changed in the books: rows are read anew, those of other lists when they come into sight.
+  void rowsChanged();
+
+  void reject() override;
+  void done(int result) override;
+
+ protected:
+  void activate() override;
+  /// The command opens a screen; what was done there is in the lists and among the choices afterwards.
+  void opens(std::string_view command, std::string_view screen);
+  /// What an enquiry asks for beside its inputs, a dialog's choices for instance.
+  virtual void complete(Criteria&) const {}
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  struct View;
+  struct Tab;
+  struct Step;
+  void buildTab(Panel area, const EnquiryTab& tab);
+  void placeInputs(Panel& area, Tab& tab);
+  void buildView(Panel area, Tab& tab, View& view);
+  void buildSide(Panel area);
+  void bindCommands(std::span<const EnquiryCommand> commands);
+  void bindSearch(Tab& tab);
+  void fillInputs(Tab& tab, bool first);
+  void firstPeriod(Tab& tab, bool first);
+  Field* fieldOf(const Tab& tab, Asks asks) const;
+  Criteria criteriaOf(const Tab& tab) const;
+  Tab& tabInSight() const;
+  View& viewInSight() const;
+  void show(Tab& tab, View& view);
+  void load(View& view);
+  void follow(View& view);
+  bool goBack();
+  void showBelow(View& view);
+  void showChart(View& view, bool on);
+  void readRights();
+  void showCommands();
+  void runRule(const EnquiryCommand& command);
+  void previewRule(const EnquiryCommand& command);
+  void print();
+  void exportList();
+  QString whatToChange(const Tab& tab, const View& view) const;
+
+  const EnquirySpec& enquiry_;
+  std::vector<std::unique_ptr<Tab>> tabs_;
+  Grid* side_ = nullptr;
+  QTabWidget* pages_ = nullptr;
+  QString sideKey_;  // of its row that the tabs follow
+  std::map<const EnquiryCommand*, bool> allowed_;
+  bool opened_ = false;  // at least once
+  bool filling_ = false;
+};
+
+/// What enquiries use of the layers above; who has it announces it at namespace scope.
+struct EnquiryServices {
+  void (*openDocument)(const QString& number, Screen& screen) = nullptr;
+  void (*preview)(const QString& doing, const QString& number, const std::function<bool(Prompt&)>& rule) = nullptr;
+  /// The list on its own template; what stands in a withheld column is null there.
+  void (*printList)(std::string_view paper, const Grid& list, const Criteria& criteria,
+                    EnquiryScreen& screen) = nullptr;
+};
+EnquiryServices& enquiryServices();
+
+/// All descriptions, for tests that hold for every enquiry.
+const std::vector<const EnquirySpec*>& registeredEnquiries();
+void registerEnquiry(const EnquirySpec& spec, ScreenFactory factory);
+
+/// At namespace scope of the enquiry's .cpp.
+template <class T = EnquiryScreen>
+struct RegisteredEnquiry {
+  explicit RegisteredEnquiry(const EnquirySpec& spec) {
+    registerEnquiry(spec, [&spec] {
+      if constexpr (std::is_same_v<T, EnquiryScreen>)
+        return static_cast<Screen*>(new T(spec));
+      else
+        return static_cast<Screen*>(new T);
+    });
+  }
+};
+
+}  // namespace jxc::ui

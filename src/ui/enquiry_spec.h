@@ -1,0 +1,145 @@
+// 查询描述: what an enquiry screen is made of: what is asked for, the views that answer, and where their rows lead.
+#pragma once
+
+#include "core/enquiry.h"
+#include "core/fillers.h"
+#include "core/prompt.h"
+#include "core/right.h"
+#include "core/session.h"
+#include "ui/chart_spec.h"
+#include "ui/grid_model.h"
+#include "ui/specs.h"
+
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace jxc::ui {
+
+class Grid;
+class RowPane;
+
+/// The field of the criteria that an input fills.
+enum class Asks : std::uint8_t {
+  From,  // the first of two days or months; the menu of periods comes with it
+  To,
+  Warehouse,   // without items of its own: all of them, or the one that is chosen
+  GoodsClass,  // a list
+  Partner,     // chosen from a list behind it (`pick`), or from its items
+  Employee,    // without items of its own: all active ones
+  Account,
+  Key,         // typed; Enter searches
+  Exact,       // a box: the key is a whole text
+  Kind,        // a list
+  Order,       // a list
+  Descending,  // a box
+  Amount,
+  Box  // a box of the enquiry's own
+};
+
+/// One input of an enquiry.
+struct Criterion {
+  Asks asks;
+  std::string_view name;   // of the input
+  std::string_view label;  // "仓库："; the box's own text
+  /// Of a list: its first item is chosen at first; a key of "-1" is no restriction.
+  std::vector<ListItem> (*items)() = nullptr;
+  std::optional<ListItem> (*pick)() = nullptr;
+  unsigned box = 0;             // Asks::Box: its bit
+  bool on = false;              // of a box, at first
+  bool months = false;          // of From and To: whole months
+  std::string_view views = {};  // names of the lists that ask for it; empty: all of the tab
+};
+
+/// Puts into the criteria what a row stands for.
+using Narrow = void (*)(Criteria&, const Row&);
+
+/// Where Enter and a double click on a row lead: to the rows of another view of the same tab under the same criteria,
+/// to a document, or into a command.
+struct Leads {
+  std::string_view view = {};      // the name of its list …
+  Narrow narrow = nullptr;         // … narrowed to what the row stands for
+  std::string_view says = {};      // the column that says it in words, shown above those rows
+  std::string_view document = {};  // or the column with the document's number
+  std::string_view command = {};   // or the command's name
+};
+
+/// A list below that follows the current row.
+struct RowsBelow {
+  GridSpec grid;
+  Source source;
+  Narrow narrow;
+  bool (*has)(const Row&) = nullptr;  // whether a row has any; without it all do
+};
+
+/// One way to look at the answer: a list with its sums, chart and paper.
+struct EnquiryView {
+  GridSpec grid;
+  Source source;
+  struct Mode {
+    std::string_view name, caption;
+  } mode = {};           // the switch that shows it; a tab with one view has none
+  ChartSpec chart = {};  // without a label there is none
+  Leads leads = {};
+  const RowsBelow* below = nullptr;
+  RowPane* (*beside)() = nullptr;
+  std::string_view paper = {};  // its template; without one the list is printed as it stands
+  RowLook (*rowLook)(const Row&) = nullptr;
+  RowLook (*cellLook)(const Row&, std::string_view column) = nullptr;
+  bool (*counts)(const Row&) = nullptr;  // rows that the sums take in; without it all
+  struct Foot {
+    std::string_view name;
+    QString (*text)(const Grid&);
+  } foot = {};  // a line below the list, when all rows are there
+};
+
+/// A command of an enquiry. With a rule it works on the current row of the list in sight, and the rows are read anew
+/// when it says that it changed something; without one the screen's class binds it.
+struct EnquiryCommand {
+  std::string_view name, caption, key = {};
+  Right right = {};                                // without it the command is not to be seen …
+  bool staysInSight = false;                       // … or closed
+  QString SystemParameters::*parameter = nullptr;  // only while this one is on
+  std::string_view views = {};                     // names of the lists that it belongs to; empty: all
+  bool (*rule)(const Row&, Prompt&) = nullptr;
+  /// 预览影响 stands beside: what the rule would change, before it does.
+  struct Preview {
+    std::string_view name;    // of its button
+    std::string_view doing;   // "审核"; the document's number follows
+    std::string_view number;  // the column with that number
+  } preview = {};
+};
+
+struct EnquiryTab {
+  std::string_view name = {}, caption = {};  // a screen with one tab shows none
+  std::span<const Criterion> criteria = {};
+  std::span<const EnquiryView> views;
+  std::span<const EnquiryCommand> commands = {};
+  std::string_view search = "btnSearch1", searchKey = "F2", period = "btnDate";  // the buttons' names
+};
+
+/// A list at the left whose current row narrows all tabs: the employees of a desk.
+struct EnquirySide {
+  GridSpec grid;
+  Source source;
+  Narrow narrow;
+};
+
+enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, AllTime };
+
+/// An enquiry. Commands that every one has are there without being described: btn_Prin (打印), btn_Export (导出),
+/// btn_Chart (图表) where a view has one, and the way out.
+struct EnquirySpec {
+  std::string_view name;   // "F_Kccx"
+  std::string_view title;  // "当前库存查询"
+  std::span<const EnquiryTab> tabs;
+  std::span<const EnquiryCommand> commands = {};  // of all tabs, at the bottom
+  const EnquirySide* side = nullptr;
+  FirstPeriod first = FirstPeriod::MonthToToday;
+  std::string_view focus = {};        // input or list; else the first input
+  std::string_view explanation = {};  // a line below
+  std::string_view leave = "btnCancel";
+};
+
+}  // namespace jxc::ui

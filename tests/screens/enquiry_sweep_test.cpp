@@ -1,0 +1,304 @@
+// What holds for every registered enquiry, over the demonstration shop.
+#include "core/data_module.h"
+#include "core/program_directory.h"
+#include "maintenance/demo_shop.h"
+#include "output/screens/print_outlet.h"
+#include "output/templates.h"
+#include "platform/sheet/sheet_reader.h"
+#include "platform/sheet/sheet_writer.h"
+#include "screens/harness/screen_test.h"
+#include "server/test_engine.h"
+#include "ui/chart.h"
+#include "ui/display.h"
+#include "ui/enquiry_screen.h"
+#include "ui/grid_output.h"
+#include "ui/grid_paper.h"
+
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+
+namespace jxc::test {
+namespace enquiry_sweep_test {
+
+using ui::EnquirySpec;
+using ui::EnquiryView;
+
+/// Where the books hold a date, with the table.
+struct DateColumn {
+  const char *table, *column;
+};
+constexpr DateColumn kDates[] = {{"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},  {"jxc_ysyfk", "k_rq"},
+                                 {"jxc_jhd", "j_jhrq"},        {"jxc_thd", "th_thrq"}, {"jxc_lsxsd", "ls_xsrq"},
+                                 {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"}};
+constexpr const char *kFirstDay = "2021-08-01", *kLastDay = "2021-08-31";
+
+class EnquirySweep : public ScreenTest {
+ protected:
+  EnquirySweep() {
+    dataModule().installAccountDb(openEmpty());
+    buildDemoShop({.months = 1, .seed = 3, .goods = 40, .documentsADay = 4, .lastDay = QDate(2021, 8, 31)});
+    setClock(QStringLiteral("2021-08-31 20:00:00"));
+    setProgramDirectory(home_.path());
+    bringTemplates();
+    printOutlet().preview = [this](const report::Pages& pages, QWidget*) { previewed_.push_back(pages); };
+    // The first and the last second of the shop's time each have a row.
+    for (const DateColumn& each : kDates)
+      for (const auto& [pick, second] :
+           {std::pair("min", "2021-08-01 00:00:00"), std::pair("max", "2021-08-31 23:59:59")})
+        execSql("update " + std::string(each.table) + " set " + each.column + "=? where id=(select " + pick +
+                    "(id) from " + each.table + ")",
+                second);
+    const RowSet warehouses = openSelect("select ck_sn,ck_name from jxc_ckxx order by id");
+    own_ = warehouses[0].text("ck_sn");
+    foreign_ = warehouses[1].text("ck_sn");
+    foreignName_ = warehouses[1].text("ck_name");
+    execSql("update jxc_ckxx set ck_asn=? where ck_sn=?", u"100099,", own_);
+    execSql("update jxc_ckxx set ck_asn=? where ck_sn<>?", u"100001,", own_);
+    const QString all(60, u'1');
+    for (const char* group : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"})
+      setRights(QStringLiteral("100077"), group, all);
+  }
+  ~EnquirySweep() override {
+    restorePrintOutlet();
+    setProgramDirectory({});
+  }
+
+  void beAdmin() { becomeOperator(QStringLiteral("admin"), QStringLiteral("100001"), QStringLiteral("100001")); }
+  void beBound() {
+    execSql("update jxc_xtcs set cs_cgyh=1");
+    becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  }
+  void beWithoutPrices() {
+    for (const auto& [group, taken] : {std::pair("qtcz", 7), std::pair("qtcz", 9), std::pair("kcgl", 16)}) {
+      QString rights = lookupValue(compose("select {} from jxc_role where r_sn='100077'", {group}));
+      rights[taken - 1] = u'0';
+      setRights(QStringLiteral("100077"), group, rights);
+    }
+    becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  }
+
+  /// Every source of an enquiry with its list; `visit` gets criteria that the source answers with rows, if any do.
+  template <class Visit>
+  static void everySource(const EnquirySpec& enquiry, Visit visit) {
+    Criteria all;
+    if (enquiry.side) {
+      visit(enquiry.side->grid, enquiry.side->source, all);
+      const RowSet rows = jxc::answer(enquiry.side->source, all);
+      if (!rows.isEmpty()) enquiry.side->narrow(all, rows.front());
+    }
+    for (const ui::EnquiryTab& tab : enquiry.tabs)
+      for (const EnquiryView& view : tab.views) {
+        visit(view.grid, view.source, all);
+        if (!view.below) continue;
+        Criteria below = all;
+        for (const Row row : jxc::answer(view.source, all)) {
+          if (view.below->has && !view.below->has(row)) continue;
+          view.below->narrow(below, row);
+          break;
+        }
+        visit(view.below->grid, view.below->source, below);
+      }
+  }
+
+  /// Every list of the open screen, in sight and loaded.
+  template <class Visit>
+  static void everyView(ui::Screen& screen, Visit visit) {
+    auto& enquiry = dynamic_cast<ui::EnquiryScreen&>(screen);
+    for (const ui::EnquiryTab& tab : enquiry.enquiry().tabs)
+      for (const EnquiryView& view : tab.views) {
+        SCOPED_TRACE(view.grid.name);
+        enquiry.showView(view.grid.name);
+        ui::Grid& list = screen.grid(view.grid.name);
+        list.waitLoaded();
+        visit(enquiry, view, list);
+      }
+  }
+
+  static Criteria ofWarehouse(Criteria criteria, const QString& warehouse) {
+    criteria.warehouse = warehouse;
+    return criteria;
+  }
+  /// Whether the statement has anything to do with the period. A computation has, until it says otherwise.
+  static bool restrictsPeriod(const Source& source, Criteria criteria) {
+    const Question before = source.ask(criteria);
+    criteria.from = QStringLiteral("2021-08-02");
+    const Question after = source.ask(criteria);
+    const Sql* statement = std::get_if<Sql>(&before);
+    return !statement || !(*statement == std::get<Sql>(after));
+  }
+
+  static bool holds(const RowSet& rows, const QString& text) {
+    for (int row = 0; row < rows.rowCount(); ++row)
+      for (int column = 0; column < rows.columnCount(); ++column)
+        if (rows.text(row, column) == text) return true;
+    return false;
+  }
+
+  QTemporaryDir home_;
+  std::vector<report::Pages> previewed_;
+  QString own_, foreign_, foreignName_;
+};
+
+}  // namespace enquiry_sweep_test
+
+using enquiry_sweep_test::EnquirySweep;
+
+TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
+  static_assert(!std::is_constructible_v<Source, Sql (*)(const Criteria&)>, "a source says what it is bound to");
+  int restricted = 0;
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
+    SCOPED_TRACE(enquiry->name);
+    everySource(*enquiry, [&](const ui::GridSpec& list, const Source& source, const Criteria& all) {
+      SCOPED_TRACE(list.name);
+      beAdmin();
+      const RowSet rows = jxc::answer(source, all);
+      for (const ui::ColumnSpec& column : list.columns)
+        EXPECT_GE(rows.columnIndex(column.field), 0) << column.field;
+      EXPECT_GE(rows.columnIndex(list.idField), 0) << list.idField;
+
+      // Between the first and the last second stands all that there is, and without their days there is less.
+      const auto between = [&](const QString& from, const QString& to) {
+        Criteria period = all;
+        period.from = from;
+        period.to = to;
+        return jxc::answer(source, period);
+      };
+      const RowSet whole = between(QString::fromLatin1(enquiry_sweep_test::kFirstDay),
+                                   QString::fromLatin1(enquiry_sweep_test::kLastDay)),
+                   anyTime = between(u"2000-01-01"_qs, u"9999-12-31"_qs);
+      EXPECT_EQ(whole.rowCount(), anyTime.rowCount());
+      const RowSet inside = between(u"2021-08-02"_qs, u"2021-08-30"_qs);
+      const RowSet months = between(u"2021-08"_qs, u"2021-08"_qs);
+      EXPECT_EQ(months.rowCount(), anyTime.rowCount());
+      bool less = inside.rowCount() < whole.rowCount();
+      for (const ui::ColumnSpec& column : list.columns) {
+        if (!column.sum) continue;
+        const auto total = [&](const RowSet& set) {
+          double sum = 0;
+          for (const Row row : set)
+            sum += row.number(column.field);
+          return sum;
+        };
+        EXPECT_NEAR(total(whole), total(anyTime), 0.005) << column.field;
+        less = less || std::abs(total(inside) - total(whole)) > 0.005;
+      }
+      if (restrictsPeriod(source, all) && !whole.isEmpty()) {
+        EXPECT_TRUE(less) << "the period restricts nothing";
+      }
+
+      // A bound operator: his own, never another branch's, whatever is asked for.
+      const RowSet ownOfAll = jxc::answer(source, ofWarehouse(all, own_));
+      beBound();
+      EXPECT_EQ(jxc::answer(source, ofWarehouse(all, own_)).rowCount(), ownOfAll.rowCount());
+      const RowSet his = jxc::answer(source, all);
+      EXPECT_LE(his.rowCount(), rows.rowCount());
+      if (source.reasonForNoWarehouse().empty()) {
+        ++restricted;
+        EXPECT_FALSE(holds(his, foreignName_)) << "another branch is told of";
+        EXPECT_TRUE(jxc::answer(source, ofWarehouse(all, foreign_)).isEmpty()) << "asked for another branch";
+      } else {
+        EXPECT_EQ(his.rowCount(), rows.rowCount());
+      }
+      execSql("update jxc_xtcs set cs_cgyh=0");
+
+      // Whoever stops it has not to wait.
+      QElapsedTimer clock;
+      clock.start();
+      EnquiryReader stopped(accountDb(), [](int) { return false; });
+      EXPECT_THROW(jxc::answer(source.ask(all), stopped), EnquiryStopped);
+      EXPECT_LT(clock.elapsed(), 200);
+    });
+  }
+  EXPECT_GT(restricted, 3);
+}
+
+TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
+  beAdmin();
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
+    SCOPED_TRACE(enquiry->name);
+    open(enquiry->name, [&](ui::Screen& screen) {
+      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
+        const RowSet rows = jxc::answer(view.source, s.criteria());
+        ASSERT_EQ(list.rowCount(), rows.rowCount());
+        for (const ui::ColumnSpec& column : view.grid.columns) {
+          if (!column.sum) continue;
+          double sum = 0;
+          for (const Row row : rows)
+            if (!view.counts || view.counts(row)) sum += row.number(column.field);
+          EXPECT_EQ(list.footerText(column.field), ui::displaySum(column.kind, sum)) << column.field;
+        }
+        if (list.isEmpty()) return;
+
+        const QString file = home_.filePath(ui::qs(view.grid.name) + u".xlsx"_qs);
+        ASSERT_TRUE(writeSheet(file, ui::gridSheet(list), {}));
+        const RowSet read = openExcel(file)->rows();
+        const auto columns = list.exportColumns();
+        EXPECT_GE(read.rowCount(), list.rowCount());
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+          EXPECT_EQ(read.columns()[i], columns[i].caption.toStdString());
+          const Value cell = list.cellValue(0, columns[i].column);
+          if (ui::isNumberKind(columns[i].kind)) {
+            EXPECT_NEAR(read.number(0, static_cast<int>(i)), cell.number(), 1e-6);
+          }
+        }
+
+        previewed_.clear();
+        const report::Pages list_ = ui::gridReport(list).prepare();
+        EXPECT_GT(list_.count(), 0);
+        if (view.paper.empty()) return;
+        click(screen, "btn_Prin");
+        ASSERT_EQ(previewed_.size(), 1u) << "no paper " << view.paper;
+        EXPECT_GT(previewed_[0].count(), 0);
+        EXPECT_TRUE(previewed_[0].faults().empty());
+      });
+    });
+  }
+}
+
+TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
+  beWithoutPrices();
+  int withheld = 0;
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
+    SCOPED_TRACE(enquiry->name);
+    open(enquiry->name, [&](ui::Screen& screen) {
+      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
+        ui::Chart chart(list, view.chart.label.empty() ? ui::ChartSpec{view.grid.columns[0].field} : view.chart);
+        const QString tabs = list.tabSeparated(false);
+        const auto* model = list.view()->model();
+        for (std::size_t i = 0; i < view.grid.columns.size(); ++i) {
+          const ui::ColumnSpec& column = view.grid.columns[i];
+          if (!column.right.isGuarded()) continue;
+          SCOPED_TRACE(column.field);
+          ++withheld;
+          const QString caption = ui::qs(column.caption);
+          EXPECT_FALSE(list.isColumnVisible(column.field));
+          EXPECT_EQ(list.rows().columnIndex(column.field), -1);
+          EXPECT_EQ(list.sum(column.field), 0);
+          EXPECT_EQ(list.footerText(column.field), QString());
+          for (const auto& each : list.exportColumns())
+            EXPECT_NE(each.caption, caption);
+          EXPECT_FALSE(tabs.contains(caption));
+          chart.setMeasure(column.field);
+          EXPECT_NE(chart.measure(), ui::qs(column.field));
+          for (int row = 0; row < list.rowCount(); ++row) {  // what a screen reader is told
+            const QModelIndex cell = model->index(row, static_cast<int>(i));
+            EXPECT_TRUE(model->data(cell).toString().isEmpty() && model->data(cell, Qt::EditRole).isNull());
+          }
+          if (list.isEmpty()) continue;
+          EXPECT_TRUE(ui::gridReport(list).prepare().find(caption).empty());
+          if (view.paper.empty()) continue;
+          previewed_.clear();
+          click(s, "btn_Prin");
+          ASSERT_EQ(previewed_.size(), 1u);
+          EXPECT_TRUE(previewed_[0].faults().empty());
+        }
+      });
+    });
+  }
+  EXPECT_GT(withheld, 5);
+}
+
+}  // namespace jxc::test

@@ -1,0 +1,191 @@
+// The enquiry kind as an operator uses it: asks, follows a sum to its lines and a line to its document, comes back.
+#include "core/data_module.h"
+#include "core/program_directory.h"
+#include "output/screens/print_outlet.h"
+#include "output/templates.h"
+#include "screens/harness/screen_test.h"
+#include "ui/chart.h"
+#include "ui/enquiry_screen.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <atomic>
+
+namespace jxc::test {
+namespace enquiry_test {
+
+class EnquiryTest : public ScreenTest {
+ protected:
+  EnquiryTest() {
+    setProgramDirectory(home_.path());
+    bringTemplates();
+    for (const char* goods : {"F1", "F2"})
+      insertRow("jxc_goods", {{"g_sn", goods}, {"g_name", goods}, {"g_jm", goods}, {"gc_sn", "1000"}});
+    sale("XS21050110001", "2021-05-01 00:00:00", "F1", 2, 100);
+    sale("XS21050210001", "2021-05-02", "F2", 1, 30);
+    sale("XS21050310001", "2021-05-03 23:59:59", "F1", 1, 50);
+    sale("XS21040110001", "2021-04-30", "F1", 7, 350);
+    printOutlet().preview = [this](const report::Pages&, QWidget*) { ++previews_; };
+  }
+  ~EnquiryTest() override {
+    restorePrintOutlet();
+    setProgramDirectory({});
+  }
+  static void sale(const char* number, const char* date, const char* goods, double quantity, double amount) {
+    insertRow("jxc_goodslist", {{"gl_flag", "xs"},
+                                {"gl_djh", number},
+                                {"gl_kdrq", date},
+                                {"g_sn", goods},
+                                {"g_name", goods},
+                                {"ck_sn", "100001"},
+                                {"ghs_name", "张三"},
+                                {"gl_sl", quantity},
+                                {"gl_je", amount},
+                                {"gl_lr", amount / 2}});
+  }
+  static QString hint(ui::Grid& list) {
+    for (const auto* label : list.view()->viewport()->findChildren<QLabel*>())
+      if (label->isVisible()) return label->text();
+    return {};
+  }
+  QTemporaryDir home_;
+  int previews_ = 0;
+};
+
+TEST_F(EnquiryTest, ASumLeadsToItsLinesAndBack) {
+  open("F_Sample", [&](ui::Screen& s) {
+    auto& sums = s.grid("gridHz");
+    auto& lines = s.grid("gridMx");
+    ASSERT_EQ(sums.rowCount(), 2);
+    EXPECT_EQ(sums.sum("sl"), 4) << "from the first second of the month to the last one of today";
+    sums.selectRow(1);
+    sums.focusRows();
+    press(s, "Up");
+    press(s, "Return");
+    ASSERT_TRUE(lines.isVisible());
+    EXPECT_FALSE(sums.isVisible());
+    EXPECT_EQ(lines.rowCount(), 2) << "those of F1, in the same period";
+    EXPECT_EQ(lines.heading().filter, "日期：2021-05-01　至2021-05-03　仓库：所有仓库　明细表　汇总表：F1");
+    press(s, "Return");
+    EXPECT_EQ(previews_, 1) << "the document";
+
+    // The period changes under the lines: the sums come back by it, on the row that was followed.
+    type(s, "tdate1", u"2021-04-01");
+    EXPECT_EQ(lines.rowCount(), 3);
+    press(s, "Esc");
+    ASSERT_TRUE(sums.isVisible());
+    EXPECT_EQ(sums.currentText("g_sn"), "F1");
+    EXPECT_EQ(sums.sum("sl"), 11);
+
+    // By the switch all lines are meant.
+    check(s, "rMxb", true);
+    EXPECT_EQ(lines.rowCount(), 4);
+    type(s, "tkey", u"没有");
+    press(s, "Return");
+    EXPECT_EQ(lines.rowCount(), 0);
+    EXPECT_EQ(hint(lines),
+              "这段时间没有销售\n现在的条件：2021-04-01 至 2021-05-03，商品信息：没有\n放宽其中一项再查询");
+    type(s, "tdate2", u"2021-03-01");
+    EXPECT_EQ(hint(lines), "这段时间没有销售\n起始日期晚于截止日期，请改正后重新查询");
+    press(s, "Esc");
+    EXPECT_FALSE(s.isVisible());
+  });
+  // What was typed stays; a period that was only proposed goes on with the days.
+  open("F_Sample", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("tkey").text(), "没有");
+    EXPECT_EQ(s.field("tdate2").text(), "2021-03-01");
+    dynamic_cast<ui::EnquiryScreen&>(s).resetInputs();
+  });
+  setClock(QStringLiteral("2021-06-02"));
+  open("F_Sample", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("tdate1").text(), "2021-06-01");
+    EXPECT_TRUE(s.grid("gridMx").isEmpty());
+  });
+}
+
+TEST_F(EnquiryTest, TheChartStandsForItsList) {
+  open("F_Sample", [&](ui::Screen& s) {
+    press(s, "Ctrl+T");
+    ui::Chart* chart = nullptr;
+    for (auto* widget : s.findChildren<QWidget*>())
+      if (auto* found = dynamic_cast<ui::Chart*>(widget)) chart = found;
+    ASSERT_TRUE(chart && chart->isVisible());
+    EXPECT_FALSE(s.grid("gridHz").isVisible());
+    EXPECT_EQ(chart->measure(), "je");
+    check(s, "rMxb", true);
+    EXPECT_FALSE(s.command("btn_Chart").isVisible()) << "lines have none";
+    check(s, "rHzb", true);
+    press(s, "Ctrl+T");
+    EXPECT_TRUE(s.grid("gridHz").isVisible());
+  });
+}
+
+Sql forgetful(const Criteria&, const Warehouses&) {
+  return Sql("select * from jxc_goodslist");
+}
+
+TEST_F(EnquiryTest, WhoForgetsTheWarehousesIsToldSo) {
+  EXPECT_THROW(Source(forgetful).ask({}), std::logic_error);
+}
+
+std::atomic<int> working = 0;
+
+Computation endless(const Criteria&, const Warehouses& warehouses) {
+  EXPECT_TRUE(warehouses.areAll());
+  return [](EnquiryReader& reader) -> RowSet {
+    struct Counted {
+      Counted() { ++working; }
+      ~Counted() { --working; }
+    } const counted;
+    for (int step = 0;; ++step)
+      reader.progress(step % 100);
+  };
+}
+Sql heavy(const Criteria&) {
+  return Sql("select count(*) as n from jxc_log a,jxc_log b,jxc_log c,jxc_log d where a.log_note<>b.log_note");
+}
+
+TEST_F(EnquiryTest, WhatTakesLongStopsAtOnce) {
+  const QTemporaryDir folder;
+  dataModule().installAccountDb(openSqlite(folder.filePath(QStringLiteral("jxc.mdb")), {.create = true}));
+  execSql("create table jxc_log (id Counter primary key, log_note nvarchar(32))");
+  for (int i = 0; i < 300; ++i)
+    execSql("insert into jxc_log (log_note) values (?)", QString::number(i));
+  static constexpr ui::ColumnSpec columns[] = {{"n", "数"}};
+  static constexpr ui::GridSpec spec = {"gridTest", "数", columns};
+  ui::Grid list(spec, "F_Test", nullptr);
+  for (const Question& question :
+       {Source(endless).ask({}), Source(heavy, NoWarehouse{"a test counts in no warehouse"}).ask({})}) {
+    list.loadQuestion(question);
+    ASSERT_TRUE(list.isLoading());
+    QElapsedTimer clock;
+    clock.start();
+    list.stopLoading();
+    EXPECT_FALSE(list.isLoading());
+    // The next question is answered, not behind the old one.
+    list.loadQuestion(Sql("select count(*) as n from jxc_log"));
+    list.waitLoaded();
+    EXPECT_LT(clock.elapsed(), 200);
+    EXPECT_EQ(list.currentText("n"), "300");
+    while (working > 0 && clock.elapsed() < 200)
+      settle();
+    EXPECT_EQ(working, 0);
+  }
+}
+
+TEST(EnquiryPage, ShowsTheExampleAsItIs) {
+  const auto read = [](const char* file) {
+    QFile text(QStringLiteral(JXC_SOURCE_DIR) + QString::fromLatin1(file));
+    EXPECT_TRUE(text.open(QIODevice::ReadOnly)) << file;
+    return text.readAll();
+  };
+  EXPECT_TRUE(read("/docs/add-an-enquiry.md").contains("```cpp\n" + read("/tests/screens/enquiry_sample.cpp") + "```"))
+      << "the page and the example have parted";
+}
+
+}  // namespace enquiry_test
+}  // namespace jxc::test
