@@ -7,7 +7,10 @@ set(CMAKE_AUTORCC ON)
 
 find_program(JXC_CCACHE ccache)
 if(JXC_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${JXC_CCACHE}")
+  # Paths below the folder that holds the work trees count as relative: an object that one tree has compiled serves the
+  # others, and a fresh clone beside them.
+  get_filename_component(trees "${CMAKE_SOURCE_DIR}" DIRECTORY)
+  set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${trees}" CCACHE_NOHASHDIR=1 "${JXC_CCACHE}")
 endif()
 find_program(JXC_MOLD mold)
 if(JXC_MOLD)
