@@ -2,20 +2,11 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
-#include "core/fillers.h"
 #include "core/statements.h"
 #include "core/text.h"
 
 namespace jxc::partner_books {
 namespace partner_overview_detail {
-
-bool isAll(const QString& employee) {
-  return employee.isEmpty() || employee == QStringView(allKey);
-}
-
-QString endOf(const OverviewFilter& filter) {
-  return filter.to + u" 23:59:59"_qs;
-}
 
 /// Ids of each partner's last line before (or up to) a moment, in brackets.
 void addLastLines(Sql& sql, const QString& type, const char* comparison, const QString& date) {
@@ -29,17 +20,21 @@ void addLastLines(Sql& sql, const QString& type, const char* comparison, const Q
 }
 
 /// Conditions on the period's lines, with the ledger as `a`.
-void addPeriod(Sql& sql, const QString& type, const OverviewFilter& filter) {
-  sql.add("a.k_type=? and a.k_rq>=? and a.k_rq<=?", type, filter.from, endOf(filter));
-  if (!isAll(filter.employee)) sql.add(" and a.u_sn=?", filter.employee);
-  if (!filter.partner.isEmpty()) sql.add(" and a.k_ghskh=?", filter.partner);
-  if (const QString key = filter.key.trimmed(); !key.isEmpty()) {
-    const QString like = u"%"_qs + sanitizeKeyword(key) + u"%"_qs;
-    sql.add(" and (a.gl_djh like ? or a.k_note like ?)", like, like);
-  }
+Filter period(const PartnerSide& side, const Criteria& criteria) {
+  Filter filter;
+  filter.add("a.k_type=?", words(side.type));
+  addPeriod(filter, criteria, "a.k_rq");
+  addChoice(filter, "a.u_sn", criteria.employee);
+  addChoice(filter, "a.k_ghskh", criteria.partner);
+  addKey(filter, criteria, {"a.gl_djh", "a.k_note"});
+  return filter;
 }
 
-void addOpeningRows(Sql& sql, const PartnerSide& side, const OverviewFilter& filter) {
+QString endOf(const Criteria& criteria) {
+  return criteria.to + u" 23:59:59"_qs;
+}
+
+void addOpeningRows(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   const QString type = words(side.type);
   const QString opening = words(side.openingWord).left(4);  // 期初应收, 期初应付
   sql.add(compose(R"(select a.id,a.k_ghskh,b.{} as name,? as k_rq,'' as gl_djh,? as k_fkfs,? as k_djlx,? as k_djtxt,
@@ -47,86 +42,88 @@ void addOpeningRows(Sql& sql, const PartnerSide& side, const OverviewFilter& fil
       1 as dsort
     from jxc_ysyfk a,{} b where a.k_ghskh=b.{} and b.{}=0 and a.id in )",
                   {side.name, side.table, side.sn, side.forbidden}),
-          filter.from, opening, opening, opening);
-  addLastLines(sql, type, "<", filter.from);
-  if (!filter.partner.isEmpty()) sql.add(" and a.k_ghskh=?", filter.partner);
-  if (filter.hideZero) sql.add(" and a.k_ljje<>0");
+          criteria.from, opening, opening, opening);
+  addLastLines(sql, type, "<", criteria.from);
+  if (!criteria.partner.isEmpty()) sql.add(" and a.k_ghskh=?", criteria.partner);
+  if (criteria.has(kHidesSettled)) sql.add(" and a.k_ljje<>0");
 }
 
-void addPeriodRows(Sql& sql, const PartnerSide& side, const OverviewFilter& filter) {
-  const QString type = words(side.type);
+void addPeriodRows(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   sql.add(compose(R"(select a.id,a.k_ghskh,b.{} as name,a.k_rq,a.gl_djh,a.k_fkfs,a.k_djlx,a.k_djtxt,
       a.k_qcje,a.k_yfje,a.k_sfje,a.k_ljje,a.gl_djh2,a.k_note,c.u_name,a.a_name,2 as dsort
     from (jxc_ysyfk a inner join {} b on a.k_ghskh=b.{}) left outer join jxc_user c on a.u_sn=c.u_sn
-    where b.{}=0 and )",
-                  {side.name, side.table, side.sn, side.forbidden}));
-  addPeriod(sql, type, filter);
-  if (!filter.hideZero) return;
+    where b.{}=0)",
+                  {side.name, side.table, side.sn, side.forbidden}))
+      .andWhere(period(side, criteria));
+  if (!criteria.has(kHidesSettled)) return;
   sql.add(" and a.k_ghskh in (select k_ghskh from jxc_ysyfk where k_ljje<>0 and id in ");
-  addLastLines(sql, type, "<=", endOf(filter));
+  addLastLines(sql, words(side.type), "<=", endOf(criteria));
   sql.add(")");
 }
 
 /// " left outer join (balances before the period) n on a.kh_sn=n.k_ghskh where …", with the partners as `a`.
-void addOpeningJoin(Sql& sql, const PartnerSide& side, const OverviewFilter& filter) {
+void addOpeningJoin(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   sql.add(" left outer join (select k_ghskh,k_ljje as qcje from jxc_ysyfk where id in ");
-  addLastLines(sql, words(side.type), "<", filter.from);
+  addLastLines(sql, words(side.type), "<", criteria.from);
   sql.add(compose(") n on a.{}=n.k_ghskh where a.{}=0", {side.sn, side.forbidden}));
 }
 
-void addMovedPartners(Sql& sql, const PartnerSide& side, const OverviewFilter& filter) {
+void addMovedPartners(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   const std::string closing = "iif(n.qcje is null,m.yfje-m.sfje,m.yfje+n.qcje-m.sfje)";
   sql.add(compose("select a.{} as k_ghskh,a.{} as name,iif(n.qcje is null,0,n.qcje) as qcje,m.yfje,m.sfje,",
                   {side.sn, side.name}))
       .add(closing)
       .add(compose(R"( as wfje from ({} a inner join
-      (select a.k_ghskh,sum(a.k_yfje) as yfje,sum(a.k_sfje) as sfje from jxc_ysyfk a where )",
-                   {side.table}));
-  addPeriod(sql, words(side.type), filter);
-  sql.add(compose(" group by a.k_ghskh) m on a.{}=m.k_ghskh)", {side.sn}));
-  addOpeningJoin(sql, side, filter);
-  if (filter.hideZero) sql.add(" and ").add(closing).add("<>0");
+      (select a.k_ghskh,sum(a.k_yfje) as yfje,sum(a.k_sfje) as sfje from jxc_ysyfk a)",
+                   {side.table}))
+      .where(period(side, criteria))
+      .add(compose(" group by a.k_ghskh) m on a.{}=m.k_ghskh)", {side.sn}));
+  addOpeningJoin(sql, side, criteria);
+  if (criteria.has(kHidesSettled)) sql.add(" and ").add(closing).add("<>0");
 }
 
-void addIdlePartners(Sql& sql, const PartnerSide& side, const OverviewFilter& filter) {
+void addIdlePartners(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   const std::string carried = "iif(n.qcje is null,0,n.qcje)";
   sql.add(compose(" union all select a.{} as k_ghskh,a.{} as name,", {side.sn, side.name}))
       .add(carried)
       .add(" as qcje,0 as yfje,0 as sfje,")
       .add(carried)
       .add(compose(" as wfje from {} a", {side.table}));
-  addOpeningJoin(sql, side, filter);
+  addOpeningJoin(sql, side, criteria);
   sql.add(compose(" and a.{} not in (select k_ghskh from jxc_ysyfk where k_type=? and k_rq>=? and k_rq<=?)", {side.sn}),
-          words(side.type), filter.from, endOf(filter));
-  if (!filter.partner.isEmpty()) sql.add(compose(" and a.{}=?", {side.sn}), filter.partner);
-  if (filter.hideZero) sql.add(" and ").add(carried).add("<>0");
+          words(side.type), criteria.from, endOf(criteria));
+  if (!criteria.partner.isEmpty()) sql.add(compose(" and a.{}=?", {side.sn}), criteria.partner);
+  if (criteria.has(kHidesSettled)) sql.add(" and ").add(carried).add("<>0");
 }
 
 }  // namespace partner_overview_detail
 
-Sql overviewDetail(const PartnerSide& side, const OverviewFilter& filter) {
+Sql overviewDetail(const PartnerSide& side, const Criteria& criteria) {
   namespace detail = partner_overview_detail;
   Sql sql;
-  if (detail::isAll(filter.employee)) {
-    detail::addOpeningRows(sql, side, filter);
+  if (criteria.employee.isEmpty()) {
+    detail::addOpeningRows(sql, side, criteria);
     sql.add(" union all ");
   }
-  detail::addPeriodRows(sql, side, filter);
+  detail::addPeriodRows(sql, side, criteria);
   sql.add(" order by k_ghskh,k_rq,dsort,id");
   return sql;
 }
 
-Sql overviewSummary(const PartnerSide& side, const OverviewFilter& filter) {
+Sql overviewSummary(const PartnerSide& side, const Criteria& criteria) {
   namespace detail = partner_overview_detail;
   Sql sql;
-  detail::addMovedPartners(sql, side, filter);
-  if (filter.allPartners && detail::isAll(filter.employee)) detail::addIdlePartners(sql, side, filter);
+  detail::addMovedPartners(sql, side, criteria);
+  if (criteria.has(kWithIdlePartners) && criteria.employee.isEmpty()) detail::addIdlePartners(sql, side, criteria);
   sql.add(" order by k_ghskh");
   return sql;
 }
 
-Sql documentGoods(const QString& number) {
-  return {"select * from jxc_goodslist where gl_djh=? order by id", number};
+Sql documentGoods(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter filter;
+  filter.add("gl_djh=?", criteria.document);
+  warehouses.restrict(filter, "ck_sn");
+  return Sql("select * from jxc_goodslist").where(filter).add(" order by id");
 }
 
 bool recomputePartners(const PartnerSide& side, const QString& partner, const QString& from, Prompt& prompt) {

@@ -7,7 +7,6 @@ namespace jxc {
 namespace money_test {
 
 using cash::Movement;
-using partner_books::OverviewFilter;
 using test::Kind;
 using test::MoneyTest;
 using test::WhileAsked;
@@ -421,12 +420,12 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
     const QString number = enter(customerSide, Kind::Due, 12, other, 0, kTill, partner);
     partner_books::auditDocument(customerSide, Kind::Due, number);
   }
-  const OverviewFilter may{.from = "2021-05-01", .to = "2021-05-31"};
-  const auto detail = [&](const OverviewFilter& filter) {
-    return rowsOf(partner_books::overviewDetail(customerSide, filter));
+  const Criteria may{.from = "2021-05-01", .to = "2021-05-31"};
+  const auto detail = [&](const Criteria& criteria) {
+    return openSelect(partner_books::overviewDetail(customerSide, criteria));
   };
-  const auto summary = [&](const OverviewFilter& filter) {
-    return rowsOf(partner_books::overviewSummary(customerSide, filter));
+  const auto summary = [&](const Criteria& criteria) {
+    return openSelect(partner_books::overviewSummary(customerSide, criteria));
   };
   const auto closings = [](const RowSet& rows, std::string_view column) {
     std::map<QString, double> last;
@@ -448,12 +447,12 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   EXPECT_EQ(sums[0].number("wfje"), 118.5);
   EXPECT_EQ(sums[1].number("qcje"), 0);
 
-  OverviewFilter all = may;
-  all.allPartners = true;
+  Criteria all = may;
+  all.boxes = partner_books::kWithIdlePartners;
   EXPECT_EQ(summary(all).rowCount(), 4);  // with the built-in customer, who owes nothing
-  all.hideZero = true;
+  all.boxes |= partner_books::kHidesSettled;
   EXPECT_EQ(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));
-  OverviewFilter some = may;
+  Criteria some = may;
   some.employee = QStringLiteral("100001");
   EXPECT_EQ(detail(some).rowCount(), 3);  // no opening rows for one employee
   some.key = QStringLiteral("SK2105");
@@ -463,8 +462,8 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
 
   // Paid in full: hidden on demand, in both modes.
   audited(customerSide, Kind::Payment, 118.5, "2021-05-31 10:00:00");
-  OverviewFilter owing = may;
-  owing.hideZero = true;
+  Criteria owing = may;
+  owing.boxes = partner_books::kHidesSettled;
   EXPECT_EQ(summary(owing).rowCount(), 1);
   EXPECT_EQ(closings(detail(owing), "k_ljje").count("100002"), 1);  // its opening row stays: it owed something then
   EXPECT_EQ(detail(owing).rowCount(), 3);
@@ -476,7 +475,7 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   EXPECT_EQ(closings(detail(may), "k_ljje")["100003"], 12);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
-  EXPECT_TRUE(rowsOf(partner_books::overviewDetail(supplierSide, may)).isEmpty());
+  EXPECT_TRUE(openSelect(partner_books::overviewDetail(supplierSide, may)).isEmpty());
 }
 
 }  // namespace money_test

@@ -1,56 +1,12 @@
-// 应收应付账表屏幕: the overview of each side, settling one document, and the repair: one class each.
+// 应收应付账表的对话框: settling one document, and the repair of the running balances.
 #pragma once
 
-#include "accounts/partner_overview.h"
 #include "accounts/settling.h"
-#include "core/fillers.h"
 #include "ui/screen.h"
 
-#include <optional>
-#include <string_view>
+#include <QString>
 
 namespace jxc {
-
-struct PartnerOverviewWords {
-  const PartnerSide* side;
-  std::string_view settleScreen, repairScreen;
-  const char16_t* allPartners;   // 所有客户, 所有供货商
-  const char16_t* onlyInDetail;  // refusal of settling in the summary
-  std::optional<ListItem> (*pickPartner)();
-};
-
-/// "应收款管理", "应付款管理".
-class PartnerOverviewScreen : public ui::Screen {
- public:
-  PartnerOverviewScreen(const ui::ScreenSpec& spec, const PartnerOverviewWords& words);
-
-  ui::Field& tdate11 = field("tdate11");
-  ui::Field& tdate12 = field("tdate12");
-  ui::Field& tKhName1 = field("tKhName1");
-  ui::Field& comUser = field("comUser");
-  ui::Field& tkey = field("tkey");
-  ui::Field& chkZero = field("chkZero");
-  ui::Field& chkAll = field("chkAll");
-  ui::Field& rMxb = field("rMxb");
-  ui::Field& rHzb = field("rHzb");
-  ui::Grid& gridMx = grid("gridMx");
-  ui::Grid& gridGoods = grid("gridGoods");
-  ui::Grid& gridHz = grid("gridHz");
-
- protected:
-  void activate() override;
-
- private:
-  void refresh();
-  void showMode();
-  void showGoods();
-  void settle();
-  void repair();
-  void print();
-  QString partner() const;
-
-  const PartnerOverviewWords words_;
-};
 
 /// "单据收款", "单据付款": what one sale, purchase or return still leaves open.
 class SettlementScreen : public ui::Screen {
@@ -71,8 +27,8 @@ class SettlementScreen : public ui::Screen {
 class PartnerRepairScreen : public ui::Screen {
  public:
   PartnerRepairScreen(const ui::ScreenSpec& spec, const PartnerSide& side);
-  /// Partner by number (empty: all) and as shown, and the first day.
-  bool run(const QString& partner, const QString& shown, const QString& from);
+  /// Of one partner by number, or of all (empty), from that day on. Whether it was done.
+  bool run(const QString& partner, const QString& from);
 
  private:
   const PartnerSide& side_;
