@@ -1,0 +1,43 @@
+// 购销统计: what was bought or sold by the stock ledger, as lines and as sums of them. Both sides are one: of purchases
+// the partner is the supplier, of sales the customer.
+#pragma once
+
+#include "accounts/partner_ledger.h"
+#include "core/enquiry.h"
+
+#include <cstdint>
+
+namespace jxc {
+
+/// What lines are summed by. Sums of whatever grouping add up to those of the lines.
+enum class TradeBy : std::uint8_t {
+  Goods,
+  GoodsClass,
+  Day,
+  Month,
+  PartnerGoodsDay,   // what a partner brought or took of a goods on a day
+  PartnerGoodsMonth  // … in a month
+};
+
+/// Rows of the stock ledger, the latest first, with the margin `lrl` of each in percent. Asked for by period,
+/// warehouse, class, goods, partner, key (of the goods, as the catalogue has it) and kind: the flag of the ledger, "cj"
+/// or "ct", "xs" or "xt".
+Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses);
+
+/// Sums of the same lines: quantity `sl`, before tax `je`, tax `taxje`, with tax `zje`, cost `zcb`, profit `lr` (both
+/// of sales only), margin `lrl` in percent, 0 where nothing was taken in; signed as the ledger is, so that returns
+/// lower them. Day or month is `tjrq`, the class `gc_name` ("其他" where it is gone); `rowkey` names a row of several
+/// keys.
+Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
+
+/// The same as sources of an enquiry.
+template <PartnerType Side>
+Sql tradeLinesOf(const Criteria& criteria, const Warehouses& warehouses) {
+  return tradeLines(Side, criteria, warehouses);
+}
+template <PartnerType Side, TradeBy By>
+Sql tradeTotalsOf(const Criteria& criteria, const Warehouses& warehouses) {
+  return tradeTotals(Side, By, criteria, warehouses);
+}
+
+}  // namespace jxc
