@@ -80,8 +80,7 @@ TEST_P(WholeBooks, TradingDocuments) {
   const QString fresh = waitingSale("2021-05-03", {{"C", 2, 8}}, 15, 0);
   balanceSale(fresh, 15, 16);
   execSql("update jxc_lsxsd set ls_yf=4,ls_bzf=1,ls_yffs='我方付运费' where gl_djh=?", fresh);
-  EXPECT_EQ(roundTrip(fresh, cancelSale),
-            "jxc_kcsp+ jxc_lsxsd.ls_yhje jxc_lsxssp.id2 jxc_user.u_xspl");
+  EXPECT_EQ(roundTrip(fresh, cancelSale), "jxc_kcsp+ jxc_lsxsd.ls_yhje jxc_lsxssp.id2 jxc_user.u_xspl");
   EXPECT_EQ(roundTrip(waitingReturn(purchaseReturn, "2021-05-03", {{"A", 3, 6}}, 7), cancelPurchaseReturn),
             "jxc_user.u_cgpl");
   EXPECT_EQ(roundTrip(waitingSale("2021-05-03", {{"A", 3, 12}, {"B", 1, 5}}, 30, 0), cancelSale),
