@@ -340,7 +340,8 @@ ChartData Chart::data() const {
   const int column = comMeasure_->currentIndex() < 0 ? -1 : model.columnOf(measure().toStdString());
   ChartData data;
   if (list_.isEmpty()) {
-    data.nothing = list_.isLoading() ? QStringLiteral("正在查询……") : qs(list_.spec().empty);
+    // As the list says it, with what to change.
+    if (const auto* hint = list_.findChild<QLabel*>(QStringLiteral("emptyHint"))) data.nothing = hint->text();
     data.caption = comMeasure_->currentText();
     return data;
   }

@@ -175,6 +175,7 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   hint_ = new QLabel(view_->viewport());
   hint_->setAlignment(Qt::AlignCenter);
   hint_->setWordWrap(true);
+  hint_->setObjectName(QStringLiteral("emptyHint"));
   hint_->setProperty("emptyHint", true);
   hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
 

@@ -248,6 +248,9 @@ TEST_F(ChartTest, KeysMoveAlongTheRowsOfTheListAndOpenThem) {
   EXPECT_EQ(opened_.size(), 1);
   list_.clearRows();  // what an empty list says is said here too
   EXPECT_EQ(canvas().accessibleDescription(), u"没有销售，改变条件后按F2查询");
+  list_.setEmptyText(QStringLiteral("没有销售\n放宽日期再查询"));
+  list_.clearRows();
+  EXPECT_EQ(canvas().accessibleDescription(), u"没有销售\n放宽日期再查询");
 }
 
 TEST_F(ChartTest, AColumnThatTheListDoesNotShowIsNoMeasure) {
