@@ -110,20 +110,25 @@ void BackgroundReading::serve(Helper& helper) {
     waiting_.pop_front();
     helper.question = question;
     lock.unlock();
-    const bool isGood = answer(helper, question);
+    bool isLost = false;
+    const LastWord lastWord = answer(helper, question, isLost);
     lock.lock();
     helper.question.reset();
     changed_.notify_all();
+    lock.unlock();
+    lastWord();
+    lock.lock();
     // An interruption on its way would stop the next question.
     changed_.wait(lock, [&] { return !helper.isInterrupting; });
-    if (!isGood) helper.connection.reset();
+    if (isLost) helper.connection.reset();
   }
   const std::unique_ptr<Database> connection = std::move(helper.connection);
   helper.hasEnded = true;
 }
 
-/// False when the connection is lost: the next question gets a new one.
-bool BackgroundReading::answer(Helper& helper, const std::shared_ptr<Question>& question) {
+/// A lost connection is to be thrown away: the next question gets a new one.
+BackgroundReading::LastWord BackgroundReading::answer(Helper& helper, const std::shared_ptr<Question>& question,
+                                                      bool& isLost) {
   const Reader reader = [&]() -> Database& {
     {
       const std::lock_guard lock(mutex_);
@@ -136,19 +141,17 @@ bool BackgroundReading::answer(Helper& helper, const std::shared_ptr<Question>& 
     if (question->dropped) throw background_reading_detail::Dropped();
     return *helper.connection;
   };
+  std::exception_ptr failure;
   try {
-    question->work(reader);
-    return true;
+    return question->work(reader);
   } catch (const background_reading_detail::Dropped&) {
-    question->failed(nullptr);
-    return true;
   } catch (const DbError& error) {
-    question->failed(std::current_exception());
-    return !background_reading_detail::isLost(error);
+    failure = std::current_exception();
+    isLost = background_reading_detail::isLost(error);
   } catch (...) {
-    question->failed(std::current_exception());
-    return true;
+    failure = std::current_exception();
   }
+  return [question, failure] { question->failed(failure); };
 }
 
 }  // namespace jxc

@@ -24,8 +24,10 @@ class BackgroundReading {
   /// The reader, connected by the first call. Throws once the question is dropped, so that a computation of many
   /// queries that asks for it before each ends soon.
   using Reader = std::function<Database&()>;
-  /// A question. It runs in one of the threads and gives its answer itself.
-  using Work = std::function<void(const Reader& reader)>;
+  /// Gives an answer. Said once the thread is free again: whoever hears it and asks the next question at once finds it.
+  using LastWord = std::function<void()>;
+  /// A question. It runs in one of the threads, gives what it has before the end itself, and returns its last word.
+  using Work = std::function<LastWord(const Reader& reader)>;
   /// Told in the thread what the work threw; null when it was dropped.
   using Failed = std::function<void(std::exception_ptr)>;
 
@@ -46,7 +48,7 @@ class BackgroundReading {
  private:
   struct Helper;
   void serve(Helper& helper);
-  bool answer(Helper& helper, const std::shared_ptr<Question>& question);
+  LastWord answer(Helper& helper, const std::shared_ptr<Question>& question, bool& isLost);
   void interrupt(Helper& helper);
   void startAnother();
 

@@ -47,22 +47,24 @@ struct ListLoader::Job {
           window, [at = window] { at->take(); }, Qt::QueuedConnection);
   }
 
-  void putWhole(EnquiryReader& reader) { put(Answer{answer(query, reader), true, {}}, true); }
+  void putWhole(RowSet rows) { put(Answer{std::move(rows), true, {}}, true); }
 
-  void run(const BackgroundReading::Reader& reader) {
+  BackgroundReading::LastWord run(const BackgroundReading::Reader& reader) {
+    const auto whole = [this](RowSet rows) {
+      return [this, last = std::make_shared<RowSet>(std::move(rows))] { putWhole(std::move(*last)); };
+    };
     const Sql* statement = std::get_if<Sql>(&query);
     if (const auto first = statement ? firstRows(statement->text(), list_loader_detail::kFirstRows) : std::nullopt) {
       RowSet rows = reader().select(*first, statement->values());
-      const bool all = rows.rowCount() < list_loader_detail::kFirstRows;
-      put(Answer{std::move(rows), all, {}}, all);
-      if (all) return;
+      if (rows.rowCount() < list_loader_detail::kFirstRows) return whole(std::move(rows));
+      put(Answer{std::move(rows), false, {}}, false);
     }
     EnquiryReader asking(reader(), [&](int done) {
       percent = done;
       reader();  // throws once nobody waits any more
       return true;
     });
-    putWhole(asking);
+    return whole(answer(query, asking));
   }
 
   void fail(std::exception_ptr failure) {
@@ -87,7 +89,7 @@ void ListLoader::load(Question question, std::function<void(RowSet, bool)> arriv
   if (!reading) {
     try {
       EnquiryReader atOnce(accountDb());
-      job->putWhole(atOnce);
+      job->putWhole(answer(job->query, atOnce));
     } catch (...) {
       job->fail(std::current_exception());
     }
@@ -96,7 +98,7 @@ void ListLoader::load(Question question, std::function<void(RowSet, bool)> arriv
   }
   job->window = this;
   job_ = job;
-  question_ = reading->ask([job](const BackgroundReading::Reader& reader) { job->run(reader); },
+  question_ = reading->ask([job](const BackgroundReading::Reader& reader) { return job->run(reader); },
                            [job](std::exception_ptr failure) { job->fail(failure); });
 }
 
