@@ -151,6 +151,8 @@ BackgroundReading::LastWord BackgroundReading::answer(Helper& helper, const std:
   } catch (...) {
     failure = std::current_exception();
   }
+  const std::lock_guard lock(mutex_);
+  if (question->dropped) failure = nullptr;  // its query failed because it was interrupted
   return [question, failure] { question->failed(failure); };
 }
 

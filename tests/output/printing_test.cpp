@@ -68,6 +68,22 @@ TEST_F(PrintingTest, LinesPrintInTheOrderOfTheParameterAndFillAFixedForm) {
   EXPECT_THROW(printLines(number, u"ZZ"), std::out_of_range);
 }
 
+TEST_F(PrintingTest, PriceLabelsComeInTheOrderOfTheMarks) {
+  constexpr int goods = 250;  // asked for in more than two portions
+  std::vector<std::int64_t> marked;
+  for (int i = 0; i < goods; ++i)
+    marked.insert(marked.begin(), insertRow("jxc_goods", {{"g_sn", i}, {"g_name", u"镜架"}}));
+  marked.insert(marked.begin() + 120, marked.back() + 1000);  // deleted by another station meanwhile
+  insertRow("jxc_tempspxf", {{"g_sn", u"A"}, {"a_name", session().a_name}});
+  const report::Report labels = priceLabelReport(marked);
+  const QStringList numbers = goodsOf(labels.rows());
+  ASSERT_EQ(numbers.size(), goods);
+  for (int i = 0; i < goods; ++i)
+    EXPECT_EQ(numbers[i].toInt(), goods - 1 - i);
+  EXPECT_EQ(labels.rows().front().text("company"), session().c_jc);
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_tempspxf"), 1);
+}
+
 TEST_F(PrintingTest, GiftsAndGoodsWithoutAClassStandOnThePaper) {
   const QString number = waitingSale("2021-05-03", {{"A", 2, 50}, {"B", 1, 0}}, 0);
   execSql("update jxc_lsxssp set t_zp='(赠品)' where g_sn='B' and gl_djh=?", number);
