@@ -8,8 +8,8 @@ namespace document_family_detail {
 template <class Text>
 const DocumentFamily* find(Text text) {
   if (text.size() < 2) return nullptr;
-  for (const DocumentFamily* family : families::all)
-    if (char16_t(family->prefix[0]) == text[0] && char16_t(family->prefix[1]) == text[1]) return family;
+  for (const DocumentFamily& family : documentFamilies())
+    if (char16_t(family.prefix[0]) == text[0] && char16_t(family.prefix[1]) == text[1]) return &family;
   return nullptr;
 }
 

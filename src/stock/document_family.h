@@ -10,7 +10,7 @@
 #include <QString>
 #include <QStringView>
 
-#include <ranges>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -106,14 +106,14 @@ namespace families {
 extern const DocumentFamily purchaseReceipt, purchaseReturn, sale, saleReturn;
 extern const DocumentFamily transfer, stocktake, loss, overflow, split, bundle;
 extern const DocumentFamily loan, loanReturn;
-inline constexpr const DocumentFamily* all[] = {&purchaseReceipt, &purchaseReturn, &sale, &saleReturn,
-                                                &transfer,        &stocktake,      &loss, &overflow,
-                                                &split,           &bundle,         &loan, &loanReturn};
+inline constexpr std::reference_wrapper<const DocumentFamily> all[] = {
+    purchaseReceipt, purchaseReturn, sale,   saleReturn, transfer,  stocktake, loss,
+    overflow,        split,          bundle, loan,       loanReturn};
 }  // namespace families
 
 /// All of them, trading documents first.
-inline auto documentFamilies() {
-  return families::all | std::views::transform([](const DocumentFamily* family) -> const auto& { return *family; });
+inline std::span<const std::reference_wrapper<const DocumentFamily>> documentFamilies() {
+  return families::all;
 }
 /// By prefix, or by a number that begins with it. Throws std::out_of_range for anything else.
 const DocumentFamily& documentFamily(QStringView prefixOrNumber);

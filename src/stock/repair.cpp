@@ -96,9 +96,9 @@ void changeDocument(const DocumentFamily& family, double cost, const QString& go
 
 /// The family whose documents write rows of this flag; null: none of this program.
 const DocumentFamily* familyOf(std::string_view flag) {
-  const auto* const found =
-      std::ranges::find_if(families::all, [&](const DocumentFamily* each) { return each->flag == flag; });
-  return found == std::end(families::all) ? nullptr : *found;
+  for (const DocumentFamily& family : documentFamilies())
+    if (family.flag == flag) return &family;
+  return nullptr;
 }
 
 constexpr char outgoingRows[] =
