@@ -41,46 +41,6 @@ struct PlanExecution : testing::Test {
   }
 };
 
-TEST_F(PlanExecution, ValuesAreMadeFitForTheirColumns) {
-  add("1001", "镜架", 0.1 + 0.7, 2.0, 7);
-  add(1002, "镜片", "12.3456785", "15", "True");
-  add("1003", QStringLiteral("😀镜片布"), Value(), Value(), "0");
-  add("1004", 99.9, 5, true, -1);
-  const RowSet rows = db->select("select sn,name,qty,pl,dis from goods order by id");
-  ASSERT_EQ(rows.rowCount(), 4);
-  EXPECT_EQ(rows[0].number("qty"), 0.8);
-  EXPECT_EQ(rows.kind(0, 3), Value::Kind::Integer);
-  EXPECT_EQ(rows[0].integer("dis"), 1);
-  EXPECT_EQ(rows.kind(1, 0), Value::Kind::Text);
-  EXPECT_EQ(rows[1].text("sn"), QStringLiteral("1002"));
-  EXPECT_EQ(rows[1].text("qty"), QStringLiteral("12.345679"));
-  EXPECT_EQ(rows[1].integer("pl"), 15);
-  EXPECT_TRUE(rows[1].flag("dis"));
-  EXPECT_EQ(rows[2].text("name"), QStringLiteral("😀镜片布"));  // four characters, though five units of UTF-16
-  EXPECT_TRUE(rows[2].isNull("qty"));
-  EXPECT_FALSE(rows[2].flag("dis"));
-  EXPECT_EQ(rows[3].text("name"), QStringLiteral("99.9"));
-}
-
-TEST_F(PlanExecution, ValuesThatDoNotFitAreRefusedWithTheNameOfTheirColumn) {
-  DbError error = failureOf([&] { add("1001", "渐进多焦点"); });
-  EXPECT_EQ(error.kind(), Kind::TooWide);
-  EXPECT_TRUE(error.message().contains(QStringLiteral("goods.name")));
-  EXPECT_TRUE(error.message().contains(QStringLiteral("最多 4 个字符")));
-  error = failureOf([&] { add("123456789", "镜片"); });
-  EXPECT_TRUE(error.message().contains(QStringLiteral("goods.sn")));
-  error = failureOf([&] { add(123456789, "镜片"); });
-  EXPECT_EQ(error.kind(), Kind::TooWide);
-  error = failureOf([&] { add("1001", "镜片", "三副"); });
-  EXPECT_EQ(error.kind(), Kind::TypeMismatch);
-  EXPECT_TRUE(error.message().contains(QStringLiteral("goods.qty")));
-  EXPECT_EQ(failureOf([&] { add("1001", "镜片", ""); }).kind(), Kind::TypeMismatch);
-  EXPECT_EQ(failureOf([&] { add("1001", "镜片", 1.0 / Value(0).number()); }).kind(), Kind::Arithmetic);
-  const Value one[] = {1};
-  EXPECT_EQ(failureOf([&] { db->execute("add", one); }).kind(), Kind::Syntax);
-  EXPECT_EQ(number(*db, "select count(*) from goods"), 0);
-}
-
 TEST_F(PlanExecution, AStatementIsTranslatedOnce) {
   add("1001", "镜架");
   const int before = book->translations;

@@ -2,7 +2,6 @@
 
 #include "engine/error.h"
 
-#include <future>
 #include <gtest/gtest.h>
 
 namespace jxc {
@@ -74,21 +73,6 @@ TEST(RowSet, CopiesAreIndependentAndCheap) {
   EXPECT_EQ(one.utf8(5000, 2).size(), 300000u);
   EXPECT_EQ(one.text(4999, 2), two.text(4999, 2));
   EXPECT_EQ(one.text(5000, 4), QStringLiteral("优惠商品优惠商品"));
-}
-
-TEST(RowSet, AThreadFillsAndAnotherReads) {
-  auto filled = std::async(std::launch::async, [] { return row_set_test::goods(30000); });
-  const RowSet set = filled.get();
-  std::vector<std::future<double>> sums;
-  for (int reader = 0; reader < 2; ++reader)
-    sums.push_back(std::async(std::launch::async, [copy = set] {
-      double sum = 0;
-      for (int row = 0; row < copy.rowCount(); ++row)
-        sum += copy.number(row, 3);
-      return sum;
-    }));
-  for (auto& sum : sums)
-    EXPECT_EQ(sum.get(), 30000.0 * 30000.0 / 2);
 }
 
 TEST(RowSet, RepeatedTextsAreKeptOnce) {

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -148,7 +149,11 @@ TEST_F(DialectTest, ValuesAreMadeFitForTheirColumns) {
   EXPECT_EQ(refusal("insert into goods (g_sn) values ('123456789')"), DbError::Kind::TooWide);
   EXPECT_EQ(refusal("insert into goods (g_sn) values (?)", {u"123456789"}), DbError::Kind::TooWide);
   EXPECT_EQ(refusal("update goods set g_name='这个名称太长'+g_sn+'了吧！'"), DbError::Kind::TooWide);
-  run("insert into goods (g_name) values ('一二三四五六七八九十')");
+  EXPECT_EQ(refusal("insert into goods (g_kc) values (?)", {u"三副"}), DbError::Kind::TypeMismatch);
+  EXPECT_EQ(refusal("insert into goods (g_kc) values (?)", {u""}), DbError::Kind::TypeMismatch);
+  EXPECT_EQ(refusal("insert into goods (g_kc) values (?)", {HUGE_VAL}), DbError::Kind::Arithmetic);
+  EXPECT_EQ(refusal("insert into goods (g_kc) values (?)"), DbError::Kind::Syntax);
+  run("insert into goods (g_name) values (?)", {u"一二三四五六七八九👓"});  // ten characters, eleven units of UTF-16
   run("insert into goods (g_pl,g_jy) values (2.5,?)", {Value()});
   EXPECT_EQ(rows("select g_pl,g_jy from goods where g_pl is not null"), u"3,0");
 }

@@ -89,15 +89,6 @@ class Desk(Display):
             time.sleep(0.05)
         raise Failure(f"{what}: the window is “{self.title()}”")
 
-    def stays(self, what, wanted, seconds=0.8):
-        """The window with the keys is this one, now and for a while."""
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            title = self.title()
-            if title and not wanted(title):
-                raise Failure(f"{what}: the window is “{title}”")
-            time.sleep(0.1)
-
 
 def is_main(title):
     return "[" in title and "操作员登录" not in title

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
-"""Days of a shop in the real window, by keys alone: forty documents by the keyboard, forty by the scanner, and a
-hundred scans in a row at ten a second on a catalogue of 100,000 goods. What stands in the books at the end is compared
-with what this script has worked out by itself.
+"""Days of a shop in the real window, by keys alone: forty documents by the keyboard, forty by the scanner. What stands
+in the books at the end is compared with what this script has worked out by itself.
 
-Usage: tests/journeys/shop_day.py [--program PROGRAM] [keyboard] [scanner] [burst]      (default: all three)
+Usage: tests/journeys/shop_day.py [--program PROGRAM] [keyboard] [scanner]      (default: both)
 Needs xvfb, openbox, xdotool. Prints figures; the exit status is 1 when anything differs.
 """
 
@@ -13,10 +12,8 @@ import contextlib
 import pathlib
 import random
 import sqlite3
-import statistics
 import subprocess
 import sys
-import threading
 import time
 
 from desk import TOP, Desk, Failure, begin, is_main
@@ -281,48 +278,6 @@ def scanner_day(program, jxcctl):
         desk.close()
 
 
-def burst(program, jxcctl):
-    """A hundred codes, one each tenth of a second, on 100,000 goods: how long until each stands on the sale."""
-    count, goods = 100, 100_000
-    dice = random.Random(5)
-    desk = Desk(program, make_shop(jxcctl, goods, 5))
-    try:
-        shop = Shop(desk.home)
-        begin(desk)
-        open_document(desk, "sale")
-        scanner = Scanner(desk)
-        time.sleep(1)
-        picked = dice.sample(range(goods), count)
-        sent, seen = [], {}
-
-        def watch():
-            while len(seen) < count and (not sent or time.monotonic() < sent[-1] + 30):
-                for row in shop.rows("select count(*) from jxc_lsxssp"):
-                    for line in range(len(seen), row[0]):
-                        seen[line] = time.monotonic()
-                time.sleep(0.004)
-
-        watcher = threading.Thread(target=watch)
-        watcher.start()
-        start = time.monotonic()
-        for number, i in enumerate(picked):
-            time.sleep(max(0, start + number * 0.1 - time.monotonic()))
-            sent.append(time.monotonic())
-            scanner.send(barcode(i))
-        watcher.join()
-        scanner.close()
-        there = [row[0] for row in shop.rows("select g_sn from jxc_lsxssp order by id")]
-        wanted = [code(i) for i in picked]
-        late = [(seen[n] - sent[n]) * 1000 for n in range(len(seen))]
-        print(f"burst: {len(there)} of {count} lines, in their order: {there == wanted}; from the first key of a code to "
-              f"its line in the books: median {statistics.median(late):.0f} ms, worst {max(late):.0f} ms "
-              f"(the keys of a code take some 50 ms); last line {1000 * (seen[count - 1] - sent[-1]):.0f} ms behind the last code")
-        if there != wanted:
-            raise Failure("codes were lost or changed")
-    finally:
-        desk.close()
-
-
 def prove(jxcctl, desk):
     done = subprocess.run([jxcctl, "--home", desk.home, "prove"], capture_output=True, text=True)
     print("  prove: " + (done.stdout.strip().splitlines() or ["?"])[-1])
@@ -333,10 +288,10 @@ def prove(jxcctl, desk):
 def main():
     arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     arguments.add_argument("--program", default=str(TOP / "build/shared/src/app/jxc"))
-    arguments.add_argument("days", nargs="*", choices=["keyboard", "scanner", "burst", []])
+    arguments.add_argument("days", nargs="*", choices=["keyboard", "scanner", []])
     chosen = arguments.parse_args()
     jxcctl = str(pathlib.Path(chosen.program).with_name("jxcctl"))
-    days = {"keyboard": keyboard_day, "scanner": scanner_day, "burst": burst}
+    days = {"keyboard": keyboard_day, "scanner": scanner_day}
     try:
         for name in chosen.days or days:
             days[name](chosen.program, jxcctl)
