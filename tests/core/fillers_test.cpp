@@ -18,14 +18,8 @@ class ListsStory : public AccountSetFixture {
     setRights("100002", "qtcz", QString(19, u'1'));
   }
   void addEmployee(const char* sn, const char* name, const char* warehouse, int sells) {
-    insertRow("jxc_user", {{"u_sn", sn},
-                           {"u_name", name},
-                           {"ck_sn", warehouse},
-                           {"u_xs", sells},
-                           {"u_cg", 1},
-                           {"u_jy", 0},
-                           {"u_cgpl", 0},
-                           {"u_xspl", 0}});
+    execSql("insert into jxc_user (u_sn,u_name,ck_sn,u_xs,u_cg,u_jy,u_cgpl,u_xspl) values (?,?,?,?,1,0,0,0)", sn, name,
+            warehouse, sells);
   }
   void bindLists() {
     setParameter("cs_shtc", 1);
@@ -89,19 +83,12 @@ TEST_F(ListsStory, BoundListsShowTheOperatorsWarehousesOnly) {
 
 TEST_F(ListsStory, CustomersKeepTheirOrderAndTheirSalesmenComeFirst) {
   execSql("delete from jxc_khxx");
-  insertRow("jxc_khxx", {{"kh_sn", "100005"},
-                         {"kh_name", "光明"},
-                         {"kt_sn", "9999"},
-                         {"kh_forbid", 0},
-                         {"kh_default", 0},
-                         {"kh_usn", "100002,"},
-                         {"ck_sn", "-1"}});
-  insertRow("jxc_khxx", {{"kh_sn", "100006"},
-                         {"kh_name", "大众"},
-                         {"kh_forbid", 0},
-                         {"kh_default", 1},
-                         {"kh_usn", ""},
-                         {"ck_sn", "100001"}});
+  execSql(
+      "insert into jxc_khxx (kh_sn,kh_name,kt_sn,kh_forbid,kh_default,kh_usn,ck_sn) values "
+      "('100005','光明','9999',0,0,'100002,','-1')");
+  execSql(
+      "insert into jxc_khxx (kh_sn,kh_name,kh_forbid,kh_default,kh_usn,ck_sn) values "
+      "('100006','大众',0,1,'','100001')");
   insertRow("jxc_khxx", {{"kh_sn", "100007"}, {"kh_name", "停业"}, {"kh_forbid", 1}, {"ck_sn", "-1"}});
   const RowSet customers = fillCustomers(SortOrder::Descending);
   ASSERT_EQ(customers.rowCount(), 2) << "also those whose type is gone; not the forbidden one";

@@ -25,21 +25,6 @@ TEST_F(SessionStory, EveryColumnOfTheTablesHasItsPlace) {
   expectSame("jxc_smscs", smsFields(), {"id"});
 }
 
-TEST_F(SessionStory, ANewAccountSetBeginsWithTheUsualSettings) {
-  const Session& s = session();
-  EXPECT_EQ(s.accountName, QStringLiteral("晴川进销存"));
-  EXPECT_EQ(s.c_jc, QStringLiteral("晴川公司"));
-  EXPECT_EQ(s.cs_hbfh, QStringLiteral("￥"));
-  EXPECT_EQ(s.xswsDigits, 2);
-  EXPECT_EQ(s.cs_jews, QStringLiteral("2")) << "seeded 0, but totals keep the money decimals";
-  EXPECT_EQ(s.cs_cs004, QStringLiteral("2400"));
-  EXPECT_EQ(s.salesTemplate, QStringLiteral("spxs.fr3"));
-  EXPECT_EQ(s.purchaseReturnTemplate, QStringLiteral("cgth.fr3"));
-  EXPECT_TRUE(s.canSeeCost && s.canQtcz21) << "the built-in role has sixty rights";
-  EXPECT_EQ(s.memberDayActive, QString());
-  EXPECT_EQ(s.mailDue, QStringLiteral("0"));
-}
-
 TEST_F(SessionStory, SpoiltDecimalsAreMendedTogether) {
   setParameter("cs_xsws", 3);
   EXPECT_EQ(session().cs_jews, QStringLiteral("3"));

@@ -52,135 +52,90 @@ report::Item sized(report::Item item, double size, bool bold = false) {
 }  // namespace report_samples_detail
 
 report::Template saleTemplate() {
-  report::Template t;
-  t.title = QStringLiteral("销售单");
-  t.variables = {{QStringLiteral("comName"), QStringLiteral("公司"), {}, QStringLiteral("'明视眼镜'")},
-                 {QStringLiteral("khName"), QStringLiteral("客户"), {}, QStringLiteral("'张三'")},
-                 {QStringLiteral("jhDate"), QStringLiteral("日期"), {}, QStringLiteral("'2026-05-03'")},
-                 {QStringLiteral("yf"), QStringLiteral("大写"), {}, {}}};
-  report::Band& title = addBand(t, report::BandKind::ReportTitle, 24);
-  title.items.push_back(report_samples_detail::sized(
-      report::textItem(0, 0, 190, 10, QStringLiteral("[comName]销售单"), report::HAlign::Center), 18, true));
-  title.items.push_back(report::textItem(0, 13, 90, 6, QStringLiteral("客户：[khName]")));
-  report::Item date = report::textItem(130, 13, 60, 6, QStringLiteral("日期：[jhDate]"), report::HAlign::Right);
-  date.format = QStringLiteral("yyyy年m月d日");
+  using namespace report;
+  using namespace report_samples_detail;
+  Template t;
+  t.title = u"销售单"_qs;
+  t.variables = {{u"comName"_qs, u"公司"_qs, {}, u"'明视眼镜'"_qs},
+                 {u"khName"_qs, u"客户"_qs, {}, u"'张三'"_qs},
+                 {u"jhDate"_qs, u"日期"_qs, {}, u"'2026-05-03'"_qs},
+                 {u"yf"_qs, u"大写"_qs, {}, {}}};
+  Band& title = addBand(t, BandKind::ReportTitle, 24);
+  title.items.push_back(sized(textItem(0, 0, 190, 10, u"[comName]销售单"_qs, HAlign::Center), 18, true));
+  title.items.push_back(textItem(0, 13, 90, 6, u"客户：[khName]"_qs));
+  Item date = textItem(130, 13, 60, 6, u"日期：[jhDate]"_qs, HAlign::Right);
+  date.format = u"yyyy年m月d日"_qs;
   title.items.push_back(date);
-  report_samples_detail::addGrid(t,
-                                 {{12, u"序号", u"[Line]", report::HAlign::Center},
-                                  {70, u"品名", u"[g_name]", report::HAlign::Left},
-                                  {14, u"单位", u"[dw_name]", report::HAlign::Center},
-                                  {24, u"数量", u"[ls_sl]", report::HAlign::Right},
-                                  {30, u"单价", u"[ls_dj]", report::HAlign::Right, u"#,##0.00"},
-                                  {40, u"金额", u"[je]", report::HAlign::Right, u"#,##0.00"}},
-                                 7);
-  report::Band& summary = addBand(t, report::BandKind::Summary, 24);
-  report::Item total = report::textItem(0, 0, 96, 7, QStringLiteral("合计：[yf]"));
-  total.frame = report::side::all;
-  summary.items.push_back(total);
-  report::Item quantity = report::textItem(96, 0, 24, 7, QStringLiteral("[Sum(ls_sl)]"), report::HAlign::Right);
-  quantity.frame = report::side::all;
-  summary.items.push_back(quantity);
-  report::Item sum = report::textItem(120, 0, 70, 7, QStringLiteral("[Sum(je)]"), report::HAlign::Right);
-  sum.frame = report::side::all;
-  sum.format = QStringLiteral("￥#,##0.00");
-  summary.items.push_back(sum);
-  summary.items.push_back(report::textItem(0, 12, 60, 6, QStringLiteral("制单：[aName]")));
-  summary.items.push_back(report::textItem(100, 12, 90, 6, QStringLiteral("客户签字：")));
-  summary.items.push_back(report::lineItem(118, 18, 60, 0));
-  report::Band& footer = addBand(t, report::BandKind::PageFooter, 6);
-  footer.items.push_back(
-      report::textItem(0, 0, 190, 6, QStringLiteral("第[Page]页 共[Pages]页"), report::HAlign::Center));
+  addGrid(t,
+          {{12, u"序号", u"[Line]", HAlign::Center},
+           {70, u"品名", u"[g_name]", HAlign::Left},
+           {14, u"单位", u"[dw_name]", HAlign::Center},
+           {24, u"数量", u"[ls_sl]", HAlign::Right},
+           {30, u"单价", u"[ls_dj]", HAlign::Right, u"#,##0.00"},
+           {40, u"金额", u"[je]", HAlign::Right, u"#,##0.00"}},
+          7);
+  Band& summary = addBand(t, BandKind::Summary, 24);
+  summary.items = {textItem(0, 0, 96, 7, u"合计：[yf]"_qs), textItem(96, 0, 24, 7, u"[Sum(ls_sl)]"_qs, HAlign::Right),
+                   textItem(120, 0, 70, 7, u"[Sum(je)]"_qs, HAlign::Right)};
+  for (Item& item : summary.items)
+    item.frame = side::all;
+  summary.items.back().format = u"￥#,##0.00"_qs;
+  for (const Item& item : {textItem(0, 12, 60, 6, u"制单：[aName]"_qs), textItem(100, 12, 90, 6, u"客户签字："_qs),
+                           lineItem(118, 18, 60, 0)})
+    summary.items.push_back(item);
+  Band& footer = addBand(t, BandKind::PageFooter, 6);
+  footer.items.push_back(textItem(0, 0, 190, 6, u"第[Page]页 共[Pages]页"_qs, HAlign::Center));
   return t;
 }
 
 report::Template halfFormTemplate() {
-  report::Template t = saleTemplate();
-  for (const report::Paper& paper : report::papers()) {
+  using namespace report;
+  using namespace report_samples_detail;
+  Template t = saleTemplate();
+  for (const Paper& paper : papers()) {
     if (paper.width == 241 && paper.height == 139.7) usePaper(t.page, paper);
   }
-  t.bands.back().items.push_back(
-      report::textItem(0, 0, 80, 6, QStringLiteral("本页小计：[Sum(je)] 累计：[Sum(je,'running')]")));
-  report::Band& overlay = addBand(t, report::BandKind::Overlay, 127);
-  report::Item stamp = report_samples_detail::sized(
-      report::textItem(150, 20, 50, 12, QStringLiteral("第一联 存根"), report::HAlign::Center), 14, true);
+  t.bands.back().items.push_back(textItem(0, 0, 80, 6, u"本页小计：[Sum(je)] 累计：[Sum(je,'running')]"_qs));
+  Band& overlay = addBand(t, BandKind::Overlay, 127);
+  Item stamp = sized(textItem(150, 20, 50, 12, u"第一联 存根"_qs, HAlign::Center), 14, true);
   stamp.background = true;
   stamp.font.colour = QColor(0xCC, 0x88, 0x88);
   overlay.items.push_back(stamp);
-  report::Item side = report::textItem(203, 20, 6, 60, QStringLiteral("白联存根 红联客户"), report::HAlign::Center);
+  Item side = textItem(203, 20, 6, 60, u"白联存根 红联客户"_qs, HAlign::Center);
   side.rotation = 90;
   overlay.items.push_back(side);
   return t;
 }
 
 report::Template slipTemplate() {
-  report::Template t;
-  t.title = QStringLiteral("小票");
-  usePaper(t.page, report::papers().back());
-  report::Band& title = addBand(t, report::BandKind::ReportTitle, 16);
-  title.items.push_back(report_samples_detail::sized(
-      report::textItem(0, 0, 52, 7, QStringLiteral("[comName]"), report::HAlign::Center), 12, true));
-  title.items.push_back(report::textItem(0, 8, 52, 5, QStringLiteral("单号：[djh]")));
-  report::Item rule = report::lineItem(0, 15, 52, 0);
-  rule.pen.style = report::PenStyle::Dash;
+  using namespace report;
+  using namespace report_samples_detail;
+  Template t;
+  t.title = u"小票"_qs;
+  usePaper(t.page, papers().back());
+  Band& title = addBand(t, BandKind::ReportTitle, 16);
+  title.items.push_back(sized(textItem(0, 0, 52, 7, u"[comName]"_qs, HAlign::Center), 12, true));
+  title.items.push_back(textItem(0, 8, 52, 5, u"单号：[djh]"_qs));
+  Item rule = lineItem(0, 15, 52, 0);
+  rule.pen.style = PenStyle::Dash;
   title.items.push_back(rule);
-  report::Band& row = addBand(t, report::BandKind::MasterData, 10);
-  report::Item name = report::textItem(0, 0, 52, 5, QStringLiteral("[g_name]"));
+  Band& row = addBand(t, BandKind::MasterData, 10);
+  Item name = textItem(0, 0, 52, 5, u"[g_name]"_qs);
   name.grow = true;
   row.items.push_back(name);
-  row.items.push_back(report::textItem(4, 5, 26, 5, QStringLiteral("[ls_sl] × [ls_dj]")));
-  report::Item amount = report::textItem(30, 5, 22, 5, QStringLiteral("[je]"), report::HAlign::Right);
-  amount.format = QStringLiteral("0.00");
+  row.items.push_back(textItem(4, 5, 26, 5, u"[ls_sl] × [ls_dj]"_qs));
+  Item amount = textItem(30, 5, 22, 5, u"[je]"_qs, HAlign::Right);
+  amount.format = u"0.00"_qs;
   row.items.push_back(amount);
-  report::Band& summary = addBand(t, report::BandKind::Summary, 36);
+  Band& summary = addBand(t, BandKind::Summary, 36);
   summary.items.push_back(rule);
   summary.items.back().y = 1;
-  report::Item sum = report_samples_detail::sized(
-      report::textItem(0, 2, 52, 6, QStringLiteral("合计 [Sum(je)]"), report::HAlign::Right), 11, true);
-  sum.format = QStringLiteral("￥0.00");
+  Item sum = sized(textItem(0, 2, 52, 6, u"合计 [Sum(je)]"_qs, HAlign::Right), 11, true);
+  sum.format = u"￥0.00"_qs;
   summary.items.push_back(sum);
-  summary.items.push_back(report::barcodeItem(14, 10, 24, 24, QStringLiteral("[djh]"), report::Symbology::Qr));
-  report::Band& footer = addBand(t, report::BandKind::PageFooter, 5);
-  footer.items.push_back(report::textItem(0, 0, 52, 5, QStringLiteral("谢谢惠顾"), report::HAlign::Spread));
-  return t;
-}
-
-report::Template labelTemplate() {
-  report::Template t;
-  t.title = QStringLiteral("标签");
-  t.page.columns = 3;
-  t.page.columnGap = 2;
-  t.page.flow = report::Flow::Across;
-  report::Band& row = addBand(t, report::BandKind::MasterData, 34);
-  report::Item frame = report::shapeItem(0, 0, 62, 32, report::ShapeKind::RoundedRectangle);
-  frame.pen.colour = QColor(0x99, 0x99, 0x99);
-  row.items.push_back(frame);
-  report::Item name = report::textItem(2, 1, 58, 9, QStringLiteral("[g_name]"));
-  name.wrap = true;
-  name.shrink = true;
-  row.items.push_back(name);
-  row.items.push_back(report::barcodeItem(2, 11, 38, 19, QStringLiteral("[g_sptm]"), report::Symbology::Ean13));
-  report::Item price = report_samples_detail::sized(
-      report::textItem(40, 20, 21, 8, QStringLiteral("[ls_dj]"), report::HAlign::Right), 14, true);
-  price.format = QStringLiteral("￥0.00");
-  row.items.push_back(price);
-  return t;
-}
-
-report::Template groupTemplate() {
-  report::Template t;
-  t.title = QStringLiteral("分类汇总");
-  t.groups = {{QStringLiteral("gc_name"), false, false, true}};
-  addBand(t, report::BandKind::GroupHeader, 8)
-      .items.push_back(report::textItem(0, 0, 190, 8, QStringLiteral("类别：[gc_name]")));
-  report::Band& row = addBand(t, report::BandKind::MasterData, 6);
-  row.items.push_back(report::textItem(0, 0, 12, 6, QStringLiteral("[GroupLine]")));
-  row.items.push_back(report::textItem(12, 0, 100, 6, QStringLiteral("[g_name]")));
-  row.items.push_back(report::textItem(150, 0, 40, 6, QStringLiteral("[je]"), report::HAlign::Right));
-  report::Band& footer = addBand(t, report::BandKind::GroupFooter, 7);
-  footer.items.push_back(report::textItem(
-      0, 0, 190, 7, QStringLiteral("小计 [gc_name] [count(*)]行 [Sum(je)] 最大[Max(je)] 均[round(Avg(je),2)]")));
-  addBand(t, report::BandKind::Summary, 8)
-      .items.push_back(report::textItem(0, 0, 190, 8, QStringLiteral("总计 [Sum(je)]")));
+  summary.items.push_back(barcodeItem(14, 10, 24, 24, u"[djh]"_qs, Symbology::Qr));
+  Band& footer = addBand(t, BandKind::PageFooter, 5);
+  footer.items.push_back(textItem(0, 0, 52, 5, u"谢谢惠顾"_qs, HAlign::Spread));
   return t;
 }
 

@@ -17,10 +17,6 @@ report::Template saleTemplate();
 report::Template halfFormTemplate();
 /// 58 mm slip.
 report::Template slipTemplate();
-/// Goods labels, three across, with barcode and price.
-report::Template labelTemplate();
-/// Rows by group, with headers and footers.
-report::Template groupTemplate();
 
 /// Columns g_name, dw_name, ls_sl, ls_dj, je, g_sptm, gc_name.
 RowSet saleRows(int count);

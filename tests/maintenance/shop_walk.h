@@ -38,6 +38,20 @@ class ShopWalk : public ShopTest {
     return number;
   }
 
+  /// The customer pays 8, and 1 is let off.
+  QString auditedPayment() {
+    const QString number = *partner_books::saveDocument(customerSide, partner_books::Kind::Payment,
+                                                        {.partner = customer(),
+                                                         .date = u"2021-05-03"_qs,
+                                                         .amount = 8,
+                                                         .rounding = 1,
+                                                         .account = u"现金"_qs,
+                                                         .employee = u"100001"_qs},
+                                                        prompt);
+    EXPECT_TRUE(partner_books::auditDocument(customerSide, partner_books::Kind::Payment, number));
+    return number;
+  }
+
   /// Audit and cancel by an operator who agrees to short stock.
   AuditOutcome auditAgreeing(const QString& number) {
     YesPrompt yes;

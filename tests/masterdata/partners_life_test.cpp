@@ -155,13 +155,10 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
   const auto id = add(customerSide, QStringLiteral("短期客户"), {.opening = 300});
   const QString number = QStringLiteral("100002");
   const auto cash = [&](const char* document, const QString& who, double amount, double balance) {
-    insertRow("jxc_xjyh", {{"gl_djh", document},
-                           {"ghs_sn", who},
-                           {"xj_kmmc", "现金"},
-                           {"xj_rq", "2021-05-03"},
-                           {"xj_je", amount},
-                           {"xj_ljje", balance},
-                           {"xj_chk", "1"}});
+    execSql(
+        "insert into jxc_xjyh (gl_djh,ghs_sn,xj_kmmc,xj_rq,xj_je,xj_ljje,xj_chk) values "
+        "(?,?,'现金','2021-05-03',?,?,'1')",
+        document, who, amount, balance);
   };
   cash("SK21050310001", number, 120, 120);
   cash("SK21050310002", QStringLiteral("100001"), 30, 150);

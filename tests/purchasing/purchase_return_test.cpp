@@ -24,14 +24,6 @@ class PurchaseReturnTest : public test::ShopTest {
     line.amounts.setQuantity(quantity);
     return rules.lines().addLine(Lines::Draft, place(), line, prompt).id;
   }
-  static QString row(const SqlText& sql, const QString& number) {
-    const RowSet rows = openSelect(sql, number);
-    QStringList texts;
-    for (int r = 0; r < rows.rowCount(); ++r)
-      for (int column = 0; column < rows.columnCount(); ++column)
-        texts << rows.text(r, column);
-    return texts.join(u' ');
-  }
   QString goodsToPick() const {
     const Sql list = rules.lines().goodsToPick(place(), {});
     QStringList goods;

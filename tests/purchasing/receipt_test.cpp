@@ -104,20 +104,10 @@ class ReceiptTest : public test::ShopTest {
     addGoods("C", 1);
   }
   QString line(std::int64_t id) {
-    const RowSet row = openSelect(
-        "select jh_sl,jh_dj,jh_tax,jh_taxdj,jh_dzl,jh_je,jh_taxje,jh_zje,jh_rksl from jxc_jhsp where id=?", id);
-    if (row.isEmpty()) return QStringLiteral("no row");
-    QStringList texts;
-    for (int column = 0; column < row.columnCount(); ++column)
-      texts << row.text(0, column);
-    return texts.join(u' ');
+    return row("select jh_sl,jh_dj,jh_tax,jh_taxdj,jh_dzl,jh_je,jh_taxje,jh_zje,jh_rksl from jxc_jhsp where id=?", id);
   }
   QString head(const QString& number, const char* fields = "j_yfje,j_sfje,j_yhje") {
-    const RowSet row = openSelect("select " + std::string(fields) + " from jxc_jhd where j_sn=?", number);
-    QStringList texts;
-    for (int column = 0; column < row.columnCount(); ++column)
-      texts << row.text(0, column);
-    return texts.join(u' ');
+    return row("select " + std::string(fields) + " from jxc_jhd where j_sn=?", number);
   }
   std::int64_t firstLine(const QString& number) { return rules().draftLines(number).front().integer("id"); }
 };

@@ -45,15 +45,6 @@ class SaleTest : public test::ShopTest {
     EXPECT_TRUE(saved);
     return saved.number;
   }
-  template <class... Args>
-  static QString row(const SqlText& sql, const Args&... args) {
-    const RowSet rows = openSelect(sql, args...);
-    QStringList texts;
-    for (int r = 0; r < rows.rowCount(); ++r)
-      for (int column = 0; column < rows.columnCount(); ++column)
-        texts << rows.text(r, column);
-    return texts.join(u' ');
-  }
   static QString line(std::int64_t id) {
     return row(
         "select ls_sl,ls_dj,ls_tax,ls_taxdj,ls_dzl,ls_je,ls_taxje,ls_zje,ls_cbj,ls_zcb,ls_cksl from jxc_lsxssp "

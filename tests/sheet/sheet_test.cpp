@@ -10,7 +10,6 @@
 #include <QTemporaryDir>
 
 #include <csignal>
-#include <freexl.h>
 #include <sys/resource.h>
 
 namespace jxc::test {
@@ -23,43 +22,6 @@ using Table = std::vector<QStringList>;
 
 QString number(double value) {
   return QStringLiteral("n:") + QString::number(value, 'g', 15);
-}
-
-Table readByFreexl(const QString& path, unsigned short sheet = 0) {
-  const void* book = nullptr;
-  Table table;
-  EXPECT_EQ(freexl_open(QFile::encodeName(path).constData(), &book), FREEXL_OK);
-  EXPECT_EQ(freexl_select_active_worksheet(book, sheet), FREEXL_OK);
-  unsigned rows = 0;
-  unsigned short columns = 0;
-  freexl_worksheet_dimensions(book, &rows, &columns);
-  for (unsigned r = 0; r < rows; ++r) {
-    QStringList line;
-    for (unsigned short c = 0; c < columns; ++c) {
-      FreeXL_CellValue cell{};
-      EXPECT_EQ(freexl_get_cell_value(book, r, c, &cell), FREEXL_OK);
-      switch (cell.type) {
-        case FREEXL_CELL_INT:
-          line << number(cell.value.int_value);
-          break;
-        case FREEXL_CELL_DOUBLE:
-          line << number(cell.value.double_value);
-          break;
-        case FREEXL_CELL_TEXT:
-        case FREEXL_CELL_SST_TEXT:
-          line << QStringLiteral("s:") + QString::fromUtf8(cell.value.text_value);
-          break;
-        case FREEXL_CELL_NULL:
-          line << QString();
-          break;
-        default:
-          line << QStringLiteral("d:") + QString::fromUtf8(cell.value.text_value);
-      }
-    }
-    table.push_back(line);
-  }
-  freexl_close(book);
-  return table;
 }
 
 /// What Python's readers make of a file: sheets by name with their rows, and how the sheet looks.
@@ -231,7 +193,6 @@ TEST_F(SheetTest, EveryCellComesBackByReadersOfOthers) {
   const QString xls = path(QStringLiteral("商品 清单.xls")), xlsx = path(QStringLiteral("商品 清单.xlsx"));
   Tricky list = trickyList(LongTexts::Without);
   ASSERT_TRUE(writeSheet(xls, list.sheet));
-  expectSame(readByFreexl(xls), list.wanted, "freexl");
   expectSame(readByUs(xls), list.wanted, "our xls");
 
   list = trickyList(LongTexts::With);
@@ -288,7 +249,6 @@ TEST_F(SheetTest, ThousandsOfTextsAndSeveralSheets) {
     expectSame(readByUs(file, 1), wanted, "ours");
     EXPECT_EQ(openExcel(file)->rows(2).columnCount(), 0);
   }
-  expectSame(readByFreexl(path(QStringLiteral("many.xls")), 1), wanted, "freexl");
   const Sheet same[] = {{.name = QStringLiteral("一")}, {.name = QStringLiteral("一*")}};
   EXPECT_THROW(writeSheets(path(QStringLiteral("same.xls")), same), SheetError);
 }

@@ -20,13 +20,8 @@ class DocumentTest : public test::ShopTest {
     addGoods("B", 7);
   }
   void addLine(const QString& number, const QString& goods) {
-    insertRow("jxc_jhsp", {{"j_sn", number},
-                           {"g_sn", goods},
-                           {"a_name", session().a_name},
-                           {"jh_sl", 1.0},
-                           {"jh_dj", 5.0},
-                           {"jh_zje", 5.0},
-                           {"jh_je", 5.0}});
+    execSql("insert into jxc_jhsp (j_sn,g_sn,a_name,jh_sl,jh_dj,jh_zje,jh_je) values (?,?,?,1,5,5,5)", number, goods,
+            session().a_name);
   }
   std::int64_t addHead(const QString& number, const QString& operatorName, int status = 0) {
     return insertRow("jxc_jhd",
@@ -303,14 +298,12 @@ TEST_F(DocumentTest, SavedAndAuditedAtOnceButTheStockWentWhileTheQuestionStood) 
   receive("2021-05-03", {{"A", 5, 5}});
   const auto draft = [this] {
     TradingDraft sold = jxc::sale::rules().fresh({});
-    LineDraft line = jxc::sale::rules().lines().newLine(
-        "A", {.number = sold.number, .date = sold.date, .partner = sold.partner, .warehouse = sold.warehouse}, false);
+    const LinePlace place{
+        .number = sold.number, .date = sold.date, .partner = sold.partner, .warehouse = sold.warehouse};
+    LineDraft line = jxc::sale::rules().lines().newLine("A", place, false);
     line.amounts.setQuantity(4);
     line.amounts.setPrice(10);
-    const LineResult added = jxc::sale::rules().lines().addLine(
-        Lines::Draft, {.number = sold.number, .date = sold.date, .partner = sold.partner, .warehouse = sold.warehouse},
-        line, prompt);
-    sold.number = added.number;
+    sold.number = jxc::sale::rules().lines().addLine(Lines::Draft, place, line, prompt).number;
     return sold;
   };
   setParameter("cs_shdj", 1);

@@ -179,8 +179,7 @@ TEST_F(LedgerTest, MonthRowsOpenWithTheStockAsItStands) {
   ensureStockRows("2021-05");
   EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn='00000000'"), "2");
   const auto month = [](const char* warehouse) {
-    const RowSet row = openSelect("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn=?", warehouse);
-    return numberText(row.number(0, 0)) + u' ' + numberText(row.number(0, 1));
+    return row("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn=?", warehouse);
   };
   EXPECT_EQ(month("100001"), "4 10");
   EXPECT_EQ(month("100002"), "0 0");

@@ -47,25 +47,17 @@ class LoanTest : public test::ShopTest {
                       {"jh_zj", 50.0},
                       {"jh_flag", u"借货"}}});
   }
-  QString texts(const SqlText& sql, const QString& number) {
-    QStringList list;
-    const RowSet rows = openSelect(sql, number);
-    for (int row = 0; row < rows.rowCount(); ++row)
-      for (int column = 0; column < rows.columnCount(); ++column)
-        list << rows.text(row, column);
-    return list.join(u' ');
-  }
   QString loanLine(const QString& number) {
-    return texts("select jh_hhsl,jh_xssl,jh_yj2 from jxc_khjhsp where gl_djh=?", number);
+    return row("select jh_hhsl,jh_xssl,jh_yj2 from jxc_khjhsp where gl_djh=?", number);
   }
   QString ledger(const QString& number) {
-    return texts("select gl_flag,gl_fdmc,gl_sl,gl_sysl,gl_zje,gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where gl_djh=?",
-                 number);
+    return row("select gl_flag,gl_fdmc,gl_sl,gl_sysl,gl_zje,gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where gl_djh=?",
+               number);
   }
   QString income(const QString& number) {
-    return texts("select fy_lx,fy_je,fy_kmmc,fy_note from jxc_yyfy where gl_djh=? order by id", number);
+    return row("select fy_lx,fy_je,fy_kmmc,fy_note from jxc_yyfy where gl_djh=? order by id", number);
   }
-  QString month() { return texts("select js_sl,js_zje from jxc_kcjs where js_rq=? and ck_sn='100001'", u"2021-05"_qs); }
+  QString month() { return row("select js_sl,js_zje from jxc_kcjs where js_rq=? and ck_sn='100001'", u"2021-05"_qs); }
 };
 
 TEST_F(LoanTest, GoodsGoOutComeBackWithRentAndAreKept) {

@@ -21,14 +21,6 @@ class PostingTest : public test::ShopTest {
     addGoods("A", 4);
     addGoods("B", 9);
   }
-  QString row(const SqlText& sql, const QString& number) {
-    const RowSet rows = openSelect(sql, number);
-    if (rows.isEmpty()) return QStringLiteral("no row");
-    QStringList texts;
-    for (int column = 0; column < rows.columnCount(); ++column)
-      texts << rows.text(0, column);
-    return texts.join(u' ');
-  }
   QString partnerLine(const QString& number) {
     return row("select k_type,k_djlx,k_djtxt,k_yfje,k_sfje,k_ljje,k_fkfs,k_rq from jxc_ysyfk where gl_djh=?", number);
   }

@@ -84,6 +84,16 @@ class ShopTest : public AccountSetFixture {
     if (row.isEmpty()) return QStringLiteral("no row");
     return numberText(row.number(0, 0)) + u' ' + numberText(row.number(0, 1)) + u' ' + numberText(row.number(0, 2));
   }
+  /// All cells of the rows of a statement, by a blank.
+  template <class... Args>
+  static QString row(const SqlText& sql, const Args&... args) {
+    const RowSet rows = openSelect(sql, args...);
+    QStringList texts;
+    for (int r = 0; r < rows.rowCount(); ++r)
+      for (int column = 0; column < rows.columnCount(); ++column)
+        texts << rows.text(r, column);
+    return texts.join(u' ');
+  }
   double supplierOwed() { return lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100001'"); }
   double customerOwes() { return lookupNumber("select kh_lwje from jxc_khxx where kh_sn=?", customer()); }
   double cash() { return xjyhBalanceNow(QStringLiteral("现金")); }

@@ -12,27 +12,18 @@ class TillCancel : public test::ShopTest {
     execSql("delete from jxc_hyfl");
     insertRow("jxc_hyfl", {{"hl_sn", u"100007"}, {"hl_name", u"银卡"}, {"hl_jfxx", 1.0}, {"hl_jfsx", 99.0}});
     insertRow("jxc_hyfl", {{"hl_sn", u"100008"}, {"hl_name", u"金卡"}, {"hl_jfxx", 100.0}, {"hl_jfsx", 999.0}});
-    insertRow("jxc_hyxx", {{"hy_sn", u"100005"},
-                           {"hy_jf", 40.0},
-                           {"hy_zjf", 120.0},
-                           {"hy_zje", 1230.0},
-                           {"hy_zhje", 260.0},
-                           {"hy_ye", 0.0},
-                           {"hy_cs", 7},
-                           {"hl_sn", u"100008"},
-                           {"hy_sj", 0}});
+    execSql(
+        "insert into jxc_hyxx (hy_sn,hy_jf,hy_zjf,hy_zje,hy_zhje,hy_ye,hy_cs,hl_sn,hy_sj) values "
+        "('100005',40,120,1230,260,0,7,'100008',0)");
     execSql("update jxc_jfsz set jf_mfje=50,jf_yelj=1");
     loadSession();
     setClock("2021-05-20");
   }
   void tillRow(const QString& number, const QString& date, double due, double points, double card, double back) {
-    insertRow("jxc_posxsd", {{"gl_djh", number},
-                             {"hy_sn", u"100005"},
-                             {"pos_xsrq", date},
-                             {"pos_yfje", due},
-                             {"pos_bcjf", points},
-                             {"pos_czk", card},
-                             {"pos_jfye", back}});
+    execSql(
+        "insert into jxc_posxsd (gl_djh,hy_sn,pos_xsrq,pos_yfje,pos_bcjf,pos_czk,pos_jfye) values "
+        "(?,'100005',?,?,?,?,?)",
+        number, date, due, points, card, back);
     insertRow("jxc_posxssp", {{"gl_djh", number}, {"g_sn", u"A"}, {"pos_sl", 1.0}});
   }
   QString tillSale(const QString& date, const QString& member) {
@@ -42,20 +33,11 @@ class TillCancel : public test::ShopTest {
     return number;
   }
   QString member() {
-    const RowSet rows =
-        openSelect("select hy_jf,hy_zjf,hy_zje,hy_zhje,hy_cs,hy_ye,hl_sn from jxc_hyxx where hy_sn=?", u"100005"_qs);
-    QStringList texts;
-    for (int column = 0; column < rows.columnCount(); ++column)
-      texts << rows.text(0, column);
-    return texts.join(u' ');
+    return row("select hy_jf,hy_zjf,hy_zje,hy_zhje,hy_cs,hy_ye,hl_sn from jxc_hyxx where hy_sn=?", u"100005"_qs);
   }
   void giveByMonth(int source, const QString& released) {
-    insertRow("jxc_hyxf", {{"hy_sn", u"100005"},
-                           {"hs_zsfs", source},
-                           {"xf_zsrq", released},
-                           {"hs_myje", 20.0},
-                           {"hs_zsje", 100.0},
-                           {"xf_je", 500.0}});
+    execSql("insert into jxc_hyxf (hy_sn,hs_zsfs,xf_zsrq,hs_myje,hs_zsje,xf_je) values ('100005',?,?,20,100,500)",
+            source, released);
     insertRow("jxc_hyxf",
               {{"hy_sn", u"100005"}, {"hs_zsfs", -source}, {"xf_zsrq", released}, {"xf_je", 20.0}, {"hs_zsje", 0.0}});
   }

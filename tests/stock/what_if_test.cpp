@@ -130,15 +130,7 @@ TEST_F(WhatIfTest, EveryFamilyAndMoneyLeaveNothing) {
     }
   }
   EXPECT_GE(looked, 10);
-  const QString payment = *partner_books::saveDocument(customerSide, partner_books::Kind::Payment,
-                                                       {.partner = customer(),
-                                                        .date = u"2021-05-03"_qs,
-                                                        .amount = 8,
-                                                        .rounding = 1,
-                                                        .account = u"现金"_qs,
-                                                        .employee = u"100001"_qs},
-                                                       prompt);
-  ASSERT_TRUE(partner_books::auditDocument(customerSide, partner_books::Kind::Payment, payment));
+  const QString payment = auditedPayment();
   const WhatIf preview = previewOf(payment, [&](Prompt& agreeing) {
     return partner_books::unCheck(customerSide, partner_books::Kind::Payment, payment, agreeing);
   });
