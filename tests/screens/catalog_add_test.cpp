@@ -59,25 +59,6 @@ TEST_F(CatalogAddTest, OneArticleAfterTheOtherWithItsOpeningStock) {
   EXPECT_EQ(lookupValue("select gl_kczje from jxc_goodslist where g_sn='30000001'"), u"182"_qs);
 }
 
-TEST_F(CatalogAddTest, RefusalsLeaveWhatWasTyped) {
-  open("F_Spxxgl_Add", [&](ui::Screen& s) {
-    expectNotice(QStringLiteral("类别名称必须填写！"));
-    press(s, "F5");
-    chooseClass(s, QStringLiteral("镜架"));
-    expectNotice(QStringLiteral("商品名称必须填写！"));
-    press(s, "F5");
-    type(s, "g_name", u"钛架");
-    type(s, "g_sn", u"00000000");
-    expectNotice(QStringLiteral("商品编号已经存在，请重新输入！"));
-    press(s, "F5");
-    EXPECT_EQ(s.field("g_name").text(), u"钛架"_qs);
-    // A minus sign does not come into a price, and letters not into a quantity.
-    type(s, "g_jj", u"-12a");
-    EXPECT_EQ(s.field("g_jj").number(), 12);
-  });
-  EXPECT_EQ(lookupValue("select count(*) from jxc_goods"), u"1"_qs);
-}
-
 TEST_F(CatalogAddTest, MissingUnitIsMadeOnTheWay) {
   expectScreen("F_Dwgl", [&](ui::Screen& s) {
     expectNotice(QStringLiteral("单位名称必须填写！"));

@@ -86,29 +86,25 @@ TEST_F(DictionaryTest, DepartmentsLevelsAndKinds) {
     press(s, "F7");
   });
 
-  open("F_Khgl_Type", [&](ui::Screen& s) {
-    expectScreen("F_Name", [&](ui::Screen& modi) {
-      type(modi, "tname", u"");
-      expectNotice(QStringLiteral("级别名称必须填写！"));
-      press(modi, "F5");
-      type(modi, "tname", u"门市客户");
-      press(modi, "F5");
-    });
-    onRow(s, "gridType", "kt_name", QStringLiteral("零售客户"), "F3");
-  });
-  EXPECT_EQ(lookupValue("select kt_sn+kt_name from jxc_khxx"), QStringLiteral("1000门市客户"));
-
   execSql("update jxc_ghsxx set gt_name=?", u"A级供货商");
-  open("F_Ghsgl_Type", [&](ui::Screen& s) {
-    expectScreen("F_Name", [&](ui::Screen& modi) {
-      type(modi, "tname", u"B级供货商");
-      expectNotice(QStringLiteral("类别名称已经存在，请重新输入！"));
-      press(modi, "F5");
-      type(modi, "tname", u"厂家");
-      press(modi, "F5");
+  struct Rename {
+    const char *list, *field;
+    const char16_t *old, *refusedName, *refusal, *name;
+  };
+  for (const Rename& each :
+       {Rename{"F_Khgl_Type", "kt_name", u"零售客户", u"", u"级别名称必须填写！", u"门市客户"},
+        Rename{"F_Ghsgl_Type", "gt_name", u"A级供货商", u"B级供货商", u"类别名称已经存在，请重新输入！", u"厂家"}})
+    open(each.list, [&](ui::Screen& s) {
+      expectScreen("F_Name", [&](ui::Screen& modi) {
+        type(modi, "tname", each.refusedName);
+        expectNotice(QString::fromUtf16(each.refusal));
+        press(modi, "F5");
+        type(modi, "tname", each.name);
+        press(modi, "F5");
+      });
+      onRow(s, "gridType", each.field, QString::fromUtf16(each.old), "F3");
     });
-    onRow(s, "gridType", "gt_name", QStringLiteral("A级供货商"), "F3");
-  });
+  EXPECT_EQ(lookupValue("select kt_sn+kt_name from jxc_khxx"), QStringLiteral("1000门市客户"));
   EXPECT_EQ(lookupValue("select gt_name from jxc_ghsxx"), QStringLiteral("厂家"));
 }
 
@@ -148,30 +144,18 @@ TEST_F(DictionaryTest, RemarksAreOfferedWhereNotesAreKeyedIn) {
 
 TEST_F(DictionaryTest, TheDeskShowsWhatAnEmployeeDid) {
   const auto sale = [](const char* number, const char* day, int status, double due, double received) {
-    insertRow("jxc_lsxsd", {{"gl_djh", number},
-                            {"kh_sn", u"100001"},
-                            {"ck_sn", u"100001"},
-                            {"u_sn", u"100001"},
-                            {"ls_xsrq", day},
-                            {"ls_yfje", due},
-                            {"ls_sfje", received},
-                            {"ls_yhje", 0},
-                            {"ls_hkje", 0},
-                            {"ls_status", status}});
+    execSql(
+        "insert into jxc_lsxsd (gl_djh,kh_sn,ck_sn,u_sn,ls_xsrq,ls_yfje,ls_sfje,ls_yhje,ls_hkje,ls_status) values "
+        "(?,'100001','100001','100001',?,?,?,0,0,?)",
+        number, day, due, received, status);
   };
   sale("XS21050110001", "2021-05-01 10:00:00", 1, 100, 80);
   sale("XS21053110001", "2021-05-31 18:00:00", 1, 50, 50);
   sale("XS21050210001", "2021-05-02", 0, 999, 0);
   sale("XS21043010001", "2021-04-30", 1, 7, 7);
-  insertRow("jxc_xsthd", {{"gl_djh", u"XT21050310001"},
-                          {"kh_sn", u"100001"},
-                          {"ck_sn", u"100001"},
-                          {"u_sn", u"100001"},
-                          {"th_xsrq", u"2021-05-03"},
-                          {"th_yfje", -30},
-                          {"th_sfje", -30},
-                          {"th_hkje", 0},
-                          {"th_status", 1}});
+  execSql(
+      "insert into jxc_xsthd (gl_djh,kh_sn,ck_sn,u_sn,th_xsrq,th_yfje,th_sfje,th_hkje,th_status) values "
+      "('XT21050310001','100001','100001','100001','2021-05-03',-30,-30,0,1)");
   open("F_Ywygl", [&](ui::Screen& s) {
     auto& documents = s.grid("gridDj");
     ASSERT_EQ(documents.rowCount(), 3) << "audited ones of this month";

@@ -1,7 +1,6 @@
 // The way into the program, its pages, its commands and the way out.
 #include "core/screens/main_form.h"
 
-#include "core/rights.h"
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
@@ -27,13 +26,7 @@ bool isShown(const TF_MainForm& form, const char* name) {
 
 }  // namespace main_form_test
 
-class MainFormTest : public ScreenTest {
- protected:
-  void makeClerk(const QString& rights) {
-    setRights(QStringLiteral("100002"), "xsgl", rights);
-    becomeOperator(QStringLiteral("王芳"), QStringLiteral("100002"), QStringLiteral("100002"));
-  }
-};
+class MainFormTest : public ScreenTest {};
 
 TEST_F(MainFormTest, LoginTellsABlankPasswordRefusesAWrongOneAndBeginsOnPageOne) {
   execSql("update jxc_admin set a_pwd='abc' where a_name='admin'");
@@ -107,24 +100,6 @@ TEST_F(MainFormTest, PagesFollowTheParameters) {
   setParameter("cs_kp", 1);
   form.formActivate();
   EXPECT_TRUE(isShown(form, "btn_Menu8_Btn8"));
-}
-
-TEST_F(MainFormTest, CommandsAskForTheirRights) {
-  TF_MainForm form;
-  makeClerk(QStringLiteral("0000000001"));
-  form.formActivate();
-  expectNotice(QStringLiteral("您没有权限进行商品销售！"));
-  form.run("btn_Menu2_Btn1");
-  // The issue of goods goes with the right of the waybill.
-  EXPECT_TRUE(hasRightOf("xsgl", 10, QStringLiteral("王芳")));
-  expectNotice(QStringLiteral("只有系统管理员才能使用此功能！"));
-  form.run("btnRole");
-  expectNotice(QStringLiteral("您没有权限进行POS销售提成！"));
-  form.run("btn_Posrj");
-  // The audit right alone opens the document.
-  setRights(QStringLiteral("100002"), "cggl", QStringLiteral("000001"));
-  EXPECT_TRUE(isAllowed(*ui::findCommand("btn_Menu1_Btn1")));
-  EXPECT_FALSE(isAllowed(*ui::findCommand("btn_Menu1_Btn2")));
 }
 
 TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {

@@ -11,13 +11,9 @@ namespace money_screens_test {
 class MoneyScreens : public ScreenTest {
  protected:
   MoneyScreens() {
-    insertRow("jxc_khxx", {{"kh_sn", u"100002"},
-                           {"kh_name", u"张三"},
-                           {"kh_jm", u"ZS"},
-                           {"kh_lwje", 0.0},
-                           {"kh_forbid", 0},
-                           {"kh_pl", 1},
-                           {"ck_sn", u"-1"}});
+    execSql(
+        "insert into jxc_khxx (kh_sn,kh_name,kh_jm,kh_lwje,kh_forbid,kh_pl,ck_sn) values "
+        "('100002','张三','ZS',0,0,1,'-1')");
   }
   static void setPartner(ui::Screen& screen, const char* name) {
     screen.field(name).setPicked({QStringLiteral("张三"), QStringLiteral("100002")});
@@ -127,25 +123,12 @@ TEST_F(MoneyScreens, ReceiptIsEnteredAuditedAndTakenBack) {
 
 TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
   setParameter("cs_zerocost", 1);
-  insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050110001"},
-                          {"kh_sn", u"100002"},
-                          {"ls_yfje", 160.0},
-                          {"ls_sfje", 100.0},
-                          {"ls_yhje", 0.0},
-                          {"ls_hkje", 0.0},
-                          {"u_sn", u"100001"},
-                          {"ls_kmmc", u"工行帐号"},
-                          {"ls_note", u""}});
-  insertRow("jxc_ysyfk", {{"gl_djh", u"XS21050110001"},
-                          {"k_rq", u"2021-05-01"},
-                          {"k_yfje", 160.0},
-                          {"k_sfje", 100.0},
-                          {"k_qcje", 0.0},
-                          {"k_ljje", 0.0},
-                          {"k_type", u"kh"},
-                          {"k_djlx", u"XS"},
-                          {"u_sn", u"100001"},
-                          {"k_ghskh", u"100002"}});
+  execSql(
+      "insert into jxc_lsxsd (gl_djh,kh_sn,ls_yfje,ls_sfje,ls_yhje,ls_hkje,u_sn,ls_kmmc,ls_note) values "
+      "('XS21050110001','100002',160,100,0,0,'100001','工行帐号','')");
+  execSql(
+      "insert into jxc_ysyfk (gl_djh,k_rq,k_yfje,k_sfje,k_qcje,k_ljje,k_type,k_djlx,u_sn,k_ghskh) values "
+      "('XS21050110001','2021-05-01',160,100,0,0,'kh','XS','100001','100002')");
   open("F_Yskgl", [&](ui::Screen& s) {
     ASSERT_EQ(s.grid("gridMx").rowCount(), 1);
     EXPECT_EQ(cell(s.grid("gridMx"), 0, "k_ljje"), "0");  // written behind the program's back

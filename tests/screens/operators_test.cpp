@@ -108,19 +108,4 @@ TEST_F(OperatorScreens, OnesOwnPassword) {
   EXPECT_EQ(lookupValue("select a_pwd from jxc_admin"), QStringLiteral("abc-1"));
 }
 
-TEST_F(OperatorScreens, WithoutTheRightTheScreenItselfShowsNothing) {
-  setRights("100002", "qtcz", QStringLiteral("1111101111111111111"));  // all but operators
-  becomeOperator(QStringLiteral("王芳"), "100002", "100002");
-  open("F_Admin", [&](ui::Screen& s) {
-    EXPECT_TRUE(s.grid("gridAdmin").isEmpty());
-    expectScreen("F_Admin_Add", [&](ui::Screen& add) {
-      type(add, "tname", u"小李");
-      expectNotice(QStringLiteral("您没有权限进行操作员设置！"));
-      press(add, "F5");
-    });
-    press(s, "F2");
-  });
-  EXPECT_EQ(lookupNumber("select count(*) from jxc_admin"), 2);
-}
-
 }  // namespace jxc::test

@@ -106,83 +106,73 @@ TEST_F(ParameterPairsTest, DiscountAndTax) {
   }
 }
 
-// A receipt of 103.50 paid with 100, by both ways of settling and both ways of balancing.
-TEST_F(ParameterPairsTest, BalancingAndSettlement) {
-  setParameter("cs_shdj", 1);
-  struct Pair {
-    const char* balancing;  // cs_xsjgts: 0 spread, 1 a line of its own
-    QString settlement;
-    const char *head, *lines;
-    double owed;
-  };
-  const QString paid = u"按实付款结算"_qs, account = u"余款记入应付帐"_qs;
-  // Spread: 3.50 over two lines is 1.75 each. On account both ways leave the lines alone.
-  for (const Pair& pair : {Pair{"0", paid, "100 100 0", "10000001 78.25 | 10000002 21.75", 0},
-                           Pair{"0", account, "103.5 100 1", "10000001 80 | 10000002 23.5", 3.5},
-                           Pair{"1", paid, "103.5 100 0", "10000001 80 | 10000002 23.5 | 00000000 -3.5", 0},
-                           Pair{"1", account, "103.5 100 1", "10000001 80 | 10000002 23.5", 3.5}}) {
-    setParameter("cs_xsjgts", QByteArray(pair.balancing).toInt());
-    const double owedBefore = lookupNumber("select sum(ghs_lwje) from jxc_ghsxx");
-    const double cashBefore = lookupNumber("select sum(xj_je) from jxc_xjyh");
+struct Settled {
+  int balancing;  // cs_xsjgts: 0 spread, 1 a line of its own
+  bool onAccount;
+  const char *head, *lines;
+  double owed, cash;
+};
+
+// Two frames and a cloth with less paid than is due, by both ways of settling and both ways of balancing.
+class SettledPairsTest : public ParameterPairsTest {
+ protected:
+  void expectSettled(bool sale, const Settled& pair) {
+    setParameter("cs_shdj", 1);
+    setParameter("cs_xsjgts", pair.balancing);
+    const auto owed = [sale] {
+      return lookupNumber(sale ? "select sum(kh_lwje) from jxc_khxx" : "select sum(ghs_lwje) from jxc_ghsxx");
+    };
+    const auto cash = [] { return lookupNumber("select sum(xj_je) from jxc_xjyh"); };
+    const double owedBefore = owed(), cashBefore = cash();
     QString number;
-    open("F_Cgjh", [&](ui::Screen& s) {
+    open(sale ? "F_Spxs" : "F_Cgjh", [&](ui::Screen& s) {
       number = s.field("jsn").text();
       scanLines(s, {kFrame, kFrame, kCloth});
-      // The average of the first goods moves when lines are spread: the price is what the operator says.
-      edit(s, "gridLines", 0, "jh_dj", u"40");
-      edit(s, "gridLines", 1, "jh_dj", u"23.5");
-      EXPECT_EQ(s.field("tyfje").number(), 103.5);
-      choose(s, "comJsfs", pair.settlement);
-      type(s, "tsfje", u"100");
-      expectQuestion(QString::fromUtf8(kSaveReceiptAudited), Answer::Yes);
+      if (!sale) {
+        // The average of the first goods moves when lines are spread: the price is what the operator says.
+        edit(s, "gridLines", 0, "jh_dj", u"40");
+        edit(s, "gridLines", 1, "jh_dj", u"23.5");
+      }
+      EXPECT_EQ(s.field("tyfje").number(), sale ? 233.33 : 103.5);
+      choose(s, "comJsfs", !pair.onAccount ? u"按实付款结算"_qs : sale ? u"余款记入应收帐"_qs : u"余款记入应付帐"_qs);
+      type(s, sale ? "tssje" : "tsfje", sale ? u"230" : u"100");
+      expectQuestion(QString::fromUtf8(sale ? kSaveSaleAudited : kSaveReceiptAudited), Answer::Yes);
+      if (pair.cash == 229.99) expectNotice(u"实收改为 229.99"_qs);
       press(s, "F5");
     });
-    EXPECT_EQ(rows("select j_yfje,j_sfje,j_jsfs from jxc_jhd where j_sn=?", number), pair.head);
-    EXPECT_EQ(rows("select g_sn,jh_zje from jxc_jhsp where j_sn=? order by id", number), pair.lines);
-    EXPECT_EQ(lookupNumber("select sum(ghs_lwje) from jxc_ghsxx") - owedBefore, pair.owed);
-    EXPECT_EQ(lookupNumber("select sum(xj_je) from jxc_xjyh") - cashBefore, -100);
+    EXPECT_EQ(rows(sale ? "select ls_yfje,ls_sfje,ls_yhje,ls_jsfs from jxc_lsxsd where gl_djh=?"
+                        : "select j_yfje,j_sfje,j_jsfs from jxc_jhd where j_sn=?",
+                   number),
+              pair.head);
+    EXPECT_EQ(rows(sale ? "select g_sn,ls_dj,ls_zje,ls_je from jxc_lsxssp where gl_djh=? order by id"
+                        : "select g_sn,jh_zje from jxc_jhsp where j_sn=? order by id",
+                   number),
+              pair.lines);
+    EXPECT_NEAR(owed() - owedBefore, pair.owed, 1e-6);
+    EXPECT_NEAR(cash() - cashBefore, pair.cash, 1e-6);
   }
+};
+
+TEST_F(SettledPairsTest, AReceiptOf103And50CentsPaidWith100) {
+  // Spread: 3.50 over two lines is 1.75 each. On account both ways leave the lines alone.
+  for (const Settled& pair : {Settled{0, false, "100 100 0", "10000001 78.25 | 10000002 21.75", 0, -100},
+                              Settled{0, true, "103.5 100 1", "10000001 80 | 10000002 23.5", 3.5, -100},
+                              Settled{1, false, "103.5 100 0", "10000001 80 | 10000002 23.5 | 00000000 -3.5", 0, -100},
+                              Settled{1, true, "103.5 100 1", "10000001 80 | 10000002 23.5", 3.5, -100}})
+    expectSettled(false, pair);
 }
 
-// The same on the selling side: two frames and a cloth, 233.33, paid with 230 and audited at once.
-TEST_F(ParameterPairsTest, BalancingAndSettlementOfASale) {
-  setParameter("cs_shdj", 1);
-  struct Pair {
-    const char* balancing;
-    QString settlement;
-    const char *head, *lines;  // due, received, allowance, settlement
-    double owed, cash;
-  };
-  const QString paid = u"按实付款结算"_qs, account = u"余款记入应收帐"_qs;
+TEST_F(SettledPairsTest, ASaleOf233And33CentsPaidWith230) {
+  execSql("update jxc_kcsp set kc_sl=10,kc_zsl=10");
   // Spread: 3.33 over two lines is 1.67 each, the cent too much stays: 198.33 and 31.66 make 229.99. The frame is then
   // 198.33/2 = 99.165, kept as 99.17, its net 198.34.
-  for (const Pair& pair :
-       {Pair{"0", paid, "229.99 229.99 0 0", "10000001 99.17 198.33 198.34 | 10000002 31.66 31.66 31.66", 0, 229.99},
-        Pair{"0", account, "233.33 230 0 1", "10000001 100 200 200 | 10000002 33.33 33.33 33.33", 3.33, 230},
-        Pair{"1", paid, "233.33 230 3.33 0",
-             "10000001 100 200 200 | 10000002 33.33 33.33 33.33 | 00000000 0 -3.33 -3.33", 0, 230},
-        Pair{"1", account, "233.33 230 0 1", "10000001 100 200 200 | 10000002 33.33 33.33 33.33", 3.33, 230}}) {
-    setParameter("cs_xsjgts", QByteArray(pair.balancing).toInt());
-    setParameter("cs_kc", 1);
-    execSql("update jxc_kcsp set kc_sl=10,kc_zsl=10");
-    const double owedBefore = lookupNumber("select sum(kh_lwje) from jxc_khxx");
-    const double cashBefore = lookupNumber("select sum(xj_je) from jxc_xjyh");
-    QString number;
-    open("F_Spxs", [&](ui::Screen& s) {
-      number = s.field("jsn").text();
-      scanLines(s, {kFrame, kFrame, kCloth});
-      EXPECT_EQ(s.field("tyfje").number(), 233.33);
-      choose(s, "comJsfs", pair.settlement);
-      type(s, "tssje", u"230");
-      expectQuestion(QString::fromUtf8(kSaveSaleAudited), Answer::Yes);
-      if (pair.cash != 230) expectNotice(QStringLiteral("实收改为 229.99"));
-      press(s, "F5");
-    });
-    EXPECT_EQ(rows("select ls_yfje,ls_sfje,ls_yhje,ls_jsfs from jxc_lsxsd where gl_djh=?", number), pair.head);
-    EXPECT_EQ(rows("select g_sn,ls_dj,ls_zje,ls_je from jxc_lsxssp where gl_djh=? order by id", number), pair.lines);
-    EXPECT_NEAR(lookupNumber("select sum(kh_lwje) from jxc_khxx") - owedBefore, pair.owed, 1e-6);
-    EXPECT_NEAR(lookupNumber("select sum(xj_je) from jxc_xjyh") - cashBefore, pair.cash, 1e-6);
-  }
+  const char *whole = "10000001 100 200 200 | 10000002 33.33 33.33 33.33",
+             *balanced = "10000001 100 200 200 | 10000002 33.33 33.33 33.33 | 00000000 0 -3.33 -3.33";
+  for (const Settled& pair :
+       {Settled{0, false, "229.99 229.99 0 0", "10000001 99.17 198.33 198.34 | 10000002 31.66 31.66 31.66", 0, 229.99},
+        Settled{0, true, "233.33 230 0 1", whole, 3.33, 230}, Settled{1, false, "233.33 230 3.33 0", balanced, 0, 230},
+        Settled{1, true, "233.33 230 0 1", whole, 3.33, 230}})
+    expectSettled(true, pair);
 }
 
 // Three pieces of cloth at 33.33 and two frames at 100.04: totals keep the money digits unless they have their own.

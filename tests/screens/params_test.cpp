@@ -3,7 +3,6 @@
 #include "core/screens/command_runner.h"
 #include "core/session_fields.h"
 #include "core/text.h"
-#include "masterdata/warehouses.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
 
@@ -207,20 +206,6 @@ TEST_F(CommandRightsTest, SomeAreTheAdministratorsAndSomeEverybodys) {
       EXPECT_TRUE(isAllowed(command)) << command.name;
     }
   }
-}
-
-TEST_F(CommandRightsTest, BoundToNoWarehouseNothingWorksUntilAddedToOne) {
-  becomeClerkWithAll();
-  setParameter("cs_cgyh", 1);
-  for (const auto& command : ui::commands())
-    EXPECT_EQ(isAllowed(command), command.guard == ui::Guard::None) << command.name;
-
-  WarehouseDraft main = readWarehouse(static_cast<std::int64_t>(lookupNumber("select id from jxc_ckxx")));
-  main.operatorKeys += QStringLiteral("100002");
-  main.operatorNames += QStringLiteral("王芳");
-  ASSERT_TRUE(saveWarehouse(main, prompt));
-  for (const auto& command : ui::commands())
-    EXPECT_EQ(isAllowed(command), command.guard != ui::Guard::SystemRole) << command.name;
 }
 
 }  // namespace jxc::test

@@ -103,28 +103,6 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
   });
 }
 
-TEST_F(PartnersScreenTest, CustomerWithBusinessShowsItsBalanceAndKeepsIt) {
-  addCustomers({u"老客户"});
-  execSql("update jxc_khxx set kh_lwje=42 where id=2");
-  insertRow("jxc_lsxsd", {{"gl_djh", "XS21050310001"}, {"kh_sn", "100002"}, {"ls_status", 0}});
-  open("F_Khgl", [&](ui::Screen& list) {
-    list.grid("gridKh").selectId(2);
-    expectScreen("F_Khgl_Modi", [&](ui::Screen& s) {
-      EXPECT_TRUE(s.field("tlwje").isReadOnly());
-      EXPECT_EQ(s.field("tlwje").number(), 42);
-      type(s, "taddress", u"东街");
-      press(s, "F5");
-    });
-    press(list, "F3");
-    EXPECT_EQ(lookupNumber("select kh_lwje from jxc_khxx where id=2"), 42);
-    expectNotice(QStringLiteral("该客户已发生过业务，不能删除！"));
-    press(list, "Ctrl+D");
-    list.grid("gridKh").selectId(1);
-    expectNotice(QStringLiteral("该客户为系统内置客户，不能删除！"));
-    press(list, "Ctrl+D");
-  });
-}
-
 TEST_F(PartnersScreenTest, SearchByConditionsStaysUntilCleared) {
   ASSERT_TRUE(savePartner(
       supplierSide,

@@ -21,24 +21,18 @@ class RenameStory : public ScreenTest {
     // A sale to the usual customer, its money, a spectacle order, an asset; and a namesake under another number.
     sold(u"100001", u"30000001");
     sold(u"100009", u"30000009");
-    insertRow("jxc_xjyh", {{"gl_djh", u"SK21050310001"},
-                           {"ghs_sn", u"100001"},
-                           {"ghs_name", u"普通客户"},
-                           {"ck_name", u"主仓库"},
-                           {"u_name", u"默认员工"}});
+    execSql(
+        "insert into jxc_xjyh (gl_djh,ghs_sn,ghs_name,ck_name,u_name) values "
+        "('SK21050310001','100001','普通客户','主仓库','默认员工')");
     insertRow("jxc_posxsd",
               {{"gl_djh", u"PS1"}, {"pos_ygs", u"默认员工"}, {"pos_jgy", u"别人"}, {"pos_xsy", u"默认员工"}});
     insertRow("jxc_zcmx", {{"u_name", u"默认员工"}});
   }
   static void sold(const char16_t* customer, const char16_t* goods) {
-    insertRow("jxc_goodslist", {{"gl_flag", u"xs"},
-                                {"gl_djh", u"XS21050310001"},
-                                {"g_sn", goods},
-                                {"g_name", u"钛架"},
-                                {"ghs_sn", customer},
-                                {"ghs_name", u"普通客户"},
-                                {"ck_name", u"主仓库"},
-                                {"u_name", u"默认员工"}});
+    execSql(
+        "insert into jxc_goodslist (gl_flag,gl_djh,g_sn,g_name,ghs_sn,ghs_name,ck_name,u_name) values "
+        "('xs','XS21050310001',?,'钛架',?,'普通客户','主仓库','默认员工')",
+        goods, customer);
   }
   /// Renames the row that a list shows first.
   void rename(std::string_view list, std::string_view dialog, std::string_view field, const char16_t* name) {

@@ -2,37 +2,18 @@
 #include "harness/invariants.h"
 #include "purchasing/receipt.h"
 #include "sales/sale.h"
-#include "screens/harness/screen_test.h"
+#include "screens/harness/trading_test.h"
 #include "stock/document.h"
-
-#include <QTabWidget>
 
 namespace jxc::test {
 namespace return_screen_test {
 
-class ReturnScreenTest : public ScreenTest {
+class ReturnScreenTest : public TradingScreenTest {
  protected:
   ReturnScreenTest() {
     setParameter("cs_shdj", 1);  // saved is audited
     for (const QStringView sn : {u"A", u"B"})
-      insertRow("jxc_goods", {{"g_sn", sn},
-                              {"g_name", sn},
-                              {"g_jm", sn},
-                              {"g_sptm", sn},
-                              {"g_jj", 40.0},
-                              {"g_pjjj", 40.0},
-                              {"g_kc", 0.0},
-                              {"g_cgpl", 0},
-                              {"g_xspl", 0},
-                              {"g_jy", 0},
-                              {"g_gdcbj", 0},
-                              {"g_sj", 100.0},
-                              {"dw_name", u"付"},
-                              {"gg_name", u""},
-                              {"color_name", u""},
-                              {"g_scjj", 40.0},
-                              {"g_lsj", 100.0},
-                              {"gc_sn", u"1001"}});
+      addGoods({.sn = sn.toString(), .name = sn.toString(), .barcode = sn.toString(), .cost = 40, .price = 100});
     received = write(receipt::rules(), 5, 400);
     sold = write(sale::rules(), 2, 400);
     EXPECT_EQ(brokenInvariants(), QStringList());

@@ -19,16 +19,10 @@ class StockRepairScreens : public ScreenTest {
     }
   }
   void row(const char* goods, const char* flag, const char* date, double quantity, double net, double price) {
-    insertRow("jxc_goodslist", {{"gl_flag", QString::fromLatin1(flag)},
-                                {"gl_kdrq", QString::fromLatin1(date)},
-                                {"g_sn", QString::fromLatin1(goods)},
-                                {"ck_sn", u"100001"},
-                                {"gl_sl", quantity},
-                                {"gl_je", net},
-                                {"gl_zje", net},
-                                {"gl_dj", price},
-                                {"gl_cbj", 5.0},
-                                {"gl_djh", u"XS21050210001"}});
+    execSql(
+        "insert into jxc_goodslist (gl_flag,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_zje,gl_dj,gl_cbj,gl_djh) values "
+        "(?,?,?,'100001',?,?,?,?,5,'XS21050210001')",
+        QString::fromLatin1(flag), QString::fromLatin1(date), QString::fromLatin1(goods), quantity, net, net, price);
   }
 };
 
@@ -68,12 +62,10 @@ TEST_F(StockRepairScreens, DatesOfWaitingDocumentsChange) {
   EXPECT_EQ(lookupValue("select bs_bsrq from jxc_bsd"), u"2021-04-30");
 
   const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
-  insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"},
-                          {"ls_xsrq", u"2021-05-03 10:20:30"},
-                          {"ls_status", 0},
-                          {"kh_sn", customer},
-                          {"ck_sn", u"100001"},
-                          {"u_sn", u"100001"}});
+  execSql(
+      "insert into jxc_lsxsd (gl_djh,ls_xsrq,ls_status,kh_sn,ck_sn,u_sn) values ('XS21050310001','2021-05-03 "
+      "10:20:30',0,?,'100001','100001')",
+      customer);
   expectScreen("F_ModiDateXs", [](ui::Screen& screen) {
     type(screen, "dateCg", u"2021-05-01");
     type(screen, "tyf", u"8");
