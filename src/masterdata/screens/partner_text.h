@@ -11,17 +11,27 @@ struct PartnerText;
 
 template <>
 struct PartnerText<PartnerType::Customer> {
-  static constexpr FixedText noun{"客户"}, owed{"应收"}, taken{"收款"}, got{"已收"};
-  static constexpr FixedText level{"级别"}, levelName{"kt_name"};
-  static constexpr FixedText table{"jxc_khxx"}, column{"kh_"};
+  static constexpr FixedText noun{"客户"};
+  static constexpr FixedText owed{"应收"};
+  static constexpr FixedText taken{"收款"};
+  static constexpr FixedText got{"已收"};
+  static constexpr FixedText level{"级别"};
+  static constexpr FixedText levelName{"kt_name"};
+  static constexpr FixedText table{"jxc_khxx"};
+  static constexpr FixedText column{"kh_"};
   static constexpr FixedText screen{"F_Khgl"};
 };
 
 template <>
 struct PartnerText<PartnerType::Supplier> {
-  static constexpr FixedText noun{"供货商"}, owed{"应付"}, taken{"付款"}, got{"已付"};
-  static constexpr FixedText level{"类别"}, levelName{"gt_name"};
-  static constexpr FixedText table{"jxc_ghsxx"}, column{"ghs_"};
+  static constexpr FixedText noun{"供货商"};
+  static constexpr FixedText owed{"应付"};
+  static constexpr FixedText taken{"付款"};
+  static constexpr FixedText got{"已付"};
+  static constexpr FixedText level{"类别"};
+  static constexpr FixedText levelName{"gt_name"};
+  static constexpr FixedText table{"jxc_ghsxx"};
+  static constexpr FixedText column{"ghs_"};
   static constexpr FixedText screen{"F_Ghsgl"};
 };
 
