@@ -110,7 +110,7 @@ TEST_F(PostingTest, SettledAtPaidAmountLeavesTheSupplierUnmovedAndFreightIsOurs)
   EXPECT_EQ(supplierOwed(), 0);
   EXPECT_EQ(cash(), -58);
   EXPECT_EQ(row("select fy_lx,fy_je,fy_note,fy_kmmc,fy_flag,fy_chk from jxc_yyfy where gl_djh=? order by id", number),
-            "运费 -6 采购单" + number + "产生的运费 现金 1 1");
+            "运费 -6 采购单" + number + "产生的运费 现金 1 1 包装费 -2 采购单" + number + "产生的包装费 现金 1 1");
   EXPECT_EQ(row("select fp_type,fp_yfje,fp_kpje,fp_ljje,fp_no,fp_check from jxc_fpdjb where gl_djh=?", number),
             "ghs 50 30 20 FP1 1");
   EXPECT_EQ(lastFigures("A"), "10 5 50");  // freight never enters the cost of goods
