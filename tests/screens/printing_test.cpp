@@ -5,16 +5,17 @@
 #include "output/screens/template_designer.h"
 #include "output/templates.h"
 #include "sales/sale.h"
-#include "screens/harness/trading_test.h"
+#include "screens/harness/screen_test.h"
 #include "stock/document.h"
 #include "stock/trading_document.h"
 
+#include <QTabWidget>
 #include <QTemporaryDir>
 
 namespace jxc::test {
 namespace printing_screens_test {
 
-class PrintingScreens : public TradingScreenTest {
+class PrintingScreens : public ScreenTest {
  protected:
   PrintingScreens() : before_(programDirectory()) {
     static QTemporaryDir home;
@@ -27,8 +28,22 @@ class PrintingScreens : public TradingScreenTest {
                            if (noPrinter) throw std::runtime_error("没有打印机。");
                            printed.push_back(pages);
                          }};
-    for (const QString& sn : {u"A"_qs, u"B"_qs})
-      addGoods({.sn = sn, .name = u"镜架"_qs + sn, .barcode = u"69"_qs + sn, .price = 50, .stock = 100});
+    for (const auto* sn : {"A", "B"}) {
+      insertRow("jxc_goods", {{"g_sn", sn},
+                              {"g_name", QStringLiteral("镜架") + QString::fromLatin1(sn)},
+                              {"g_sptm", QStringLiteral("69") + QString::fromLatin1(sn)},
+                              {"g_jj", 10.0},
+                              {"g_pjjj", 10.0},
+                              {"g_sj", 50.0},
+                              {"g_kc", 100.0},
+                              {"g_jy", 0},
+                              {"gc_sn", u"1000"},
+                              {"gg_name", u""},
+                              {"color_name", u""},
+                              {"dw_name", u"付"}});
+      insertRow("jxc_kcsp",
+                {{"ck_sn", u"100001"}, {"g_sn", sn}, {"kc_sl", 100.0}, {"kc_zsl", 100.0}, {"kc_cbj", 10.0}});
+    }
   }
   ~PrintingScreens() override {
     restorePrintOutlet();
@@ -40,7 +55,12 @@ class PrintingScreens : public TradingScreenTest {
     type(screen, "tSptm", code);
     pressIn(*screen.field("tSptm").widget(), "Return");
   }
-  void expectSave() { expectQuestion(QString::fromUtf8(kSaveSale), Answer::Yes); }
+  void expectSave() {
+    expectQuestion(
+        QStringLiteral("单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的销售单，可以在“待审核销"
+                       "\r\n\r\n售单”面板中，进行修改及审核操作！"),
+        Answer::Yes);
+  }
 
   std::vector<report::Pages> previewed, asked, printed;
   bool noPrinter = false;
