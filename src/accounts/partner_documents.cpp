@@ -136,10 +136,6 @@ QString prefixOf(const PartnerSide& side, Kind kind) {
   return words(kind == Kind::Due ? side.openingPrefix : side.paymentPrefix);
 }
 
-PartnerType typeOf(const PartnerSide& side) {
-  return side.which;
-}
-
 bool isPartnerChosen(const PartnerSide& side, const QString& partner, Prompt& prompt) {
   if (!partner.isEmpty()) return true;
   prompt.notice(u"请选择"_qs + words(side.noun) + u"！"_qs);

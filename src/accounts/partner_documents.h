@@ -20,7 +20,6 @@ enum class Kind : char { Due, Payment };
 QString wordOf(const PartnerSide& side, Kind kind);
 /// "YS", "YF", "SK", "FK".
 QString prefixOf(const PartnerSide& side, Kind kind);
-PartnerType typeOf(const PartnerSide& side);
 
 struct Draft {
   std::int64_t id = 0;  // 0 for a new one

@@ -137,7 +137,7 @@ bool recomputePartners(const PartnerSide& side, const QString& partner, const QS
     const RowSet partners =
         openSelect(Sql(compose("select {} as sn from {}", {side.sn, side.table})).where(filter).add(" order by id"));
     for (const Row row : partners)
-      recomputeYsyfk(row.text("sn"), typeOf(side), from);
+      recomputeYsyfk(row.text("sn"), side.which, from);
     transaction.commit();
   }
   prompt.notice(QStringLiteral("重新计算完成！"));

@@ -17,7 +17,7 @@ void insertLedgerLine(const PartnerSide& side, Kind kind, const Row& document) {
   const QString partner = document.text("k_ghskh");
   const QString date = document.text("k_rq");
   const double balance =
-      ysyfkBalanceAt(partner, typeOf(side), date) + document.number("k_yfje") - document.number("k_sfje");
+      ysyfkBalanceAt(partner, side.which, date) + document.number("k_yfje") - document.number("k_sfje");
   const QString settles = kind == Kind::Payment ? document.text("gl_djh2") : QString();
   insertRow("jxc_ysyfk", {{"k_ghskh", partner},
                           {"a_name", document.text("a_name")},
@@ -123,7 +123,7 @@ void postDocument(const PartnerSide& side, Kind kind, const Row& document) {
     detail::insertRounding(side, document);
     detail::insertStockLine(side, document.text("gl_djh"));
   }
-  recomputeYsyfk(document.text("k_ghskh"), typeOf(side), date);
+  recomputeYsyfk(document.text("k_ghskh"), side.which, date);
   if (kind != Kind::Payment) return;
   detail::insertCashLine(side, document);
   recomputeXjyh(document.text("k_fkfs"), date);
@@ -138,7 +138,7 @@ void takeBackDocument(const PartnerSide& side, Kind kind, const Row& document) {
     removeRounding(number);
     postSql("delete from jxc_xjyh where gl_djh=?", number);
   }
-  recomputeYsyfk(document.text("k_ghskh"), typeOf(side), date);
+  recomputeYsyfk(document.text("k_ghskh"), side.which, date);
   postSql("update jxc_ysyfk_dj set k_check=0,k_checker='',k_chkrq='' where gl_djh=?", number);
   if (payment) recomputeXjyh(document.text("k_fkfs"), date);
 }

@@ -49,7 +49,7 @@ void setDocument(report::Report& report, const PartnerSide& side, Kind kind, con
   report.setText(u"je", printedMoney(amount));
   report.setText(u"mlje", printedMoney(row.number("k_mlje")));
   report.setText(u"yf", printedCapitals(amount));
-  double balance = ysyfkBalanceNow(row.text("k_ghskh"), partner_books::typeOf(side));
+  double balance = ysyfkBalanceNow(row.text("k_ghskh"), side.which);
   // The paper is handed over before the audit: it names what will be owed then.
   if (kind == Kind::Due && !row.flag("k_check")) balance += amount;
   report.setText(u"ysyfje", printedMoney(balance));

@@ -138,10 +138,11 @@ void cancelMoney(const Rules& rules, const Head& head) {
   for (const Row payment : payments)
     removeRounding(payment.text("gl_djh"));
   execSql("delete from jxc_ysyfk where gl_djh=? or gl_djh2=?", number, number);
-  recomputeYsyfk(head.partner, rules.side, partnerFrom.isEmpty() ? head.date : std::min(partnerFrom, head.date));
+  recomputeYsyfk(head.partner, rules.family->side,
+                 partnerFrom.isEmpty() ? head.date : std::min(partnerFrom, head.date));
   execSql("delete from jxc_ysyfk_dj where gl_djh=? or gl_djh2=?", number, number);
   execSql("delete from jxc_fpdjb where gl_djh=?", number);
-  recomputeFp(head.partner, rules.side, head.date);
+  recomputeFp(head.partner, rules.family->side, head.date);
   for (const auto& [account, date] : accounts)
     recomputeXjyh(account, date);
 }

@@ -274,13 +274,12 @@ QString freightPayerText(double freight, double packing, bool wePay) {
 }
 
 QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt) {
-  // Goods of a return to the supplier leave the warehouse that is chosen here.
   const auto otherWarehouse = [&] {
     return *edit.warehouse != lookupValue(compose("select top 1 {} from {} where {}=? order by id",
                                                   {family.warehouse, family.head, family.number}),
                                           number);
   };
-  if (edit.warehouse && family.prefix == u"CT" && otherWarehouse()) {
+  if (edit.warehouse && family.staysWithStock && otherWarehouse()) {
     const QString missing = lookupValue(compose("select top 1 g_sn from {} where {}=? and g_sn not in "
                                                 "(select g_sn from jxc_kcsp where ck_sn=?)",
                                                 {family.lines, family.number}),

@@ -85,6 +85,7 @@ struct DocumentFamily {
   /// Asked of a waiting head before audit besides; null: nothing more. False: the operator said no.
   bool (*mayAuditMore)(const Row& head, Prompt& prompt) = nullptr;
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
+  bool staysWithStock = false;      // takes another warehouse only when that knows its goods and has enough of them
   bool redateRenewsNumber = false;  // a new date always takes a number of that date
   std::string_view onDelete;        // statement with one `?`, the number, run when a waiting document is deleted
   std::span<const NumberMention> mentions = {};  // follow when the document takes another number

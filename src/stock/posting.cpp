@@ -54,7 +54,7 @@ void postPartner(const Rules& rules, const Head& head) {
                         {"k_qcje", 0.0},
                         {"k_ljje", 0.0},
                         {"k_yfje", ledgerDue(head)},
-                        {"k_type", partnerTypeText(rules.side)},
+                        {"k_type", partnerTypeText(rules.family->side)},
                         {"k_djlx", words(rules.family->prefix)},
                         {"k_djtxt", words(rules.kindText)},
                         {"k_note", head.note},
@@ -73,7 +73,7 @@ void postInvoice(const Rules& rules, const Head& head) {
                         {"fp_qcje", 0.0},
                         {"fp_ljje", 0.0},
                         {"fp_yfje", ledgerDue(head)},
-                        {"fp_type", partnerTypeText(rules.side)},
+                        {"fp_type", partnerTypeText(rules.family->side)},
                         {"fp_djlx", words(rules.family->prefix)},
                         {"fp_djtxt", words(rules.kindText)},
                         {"fp_note", head.note},
@@ -114,10 +114,11 @@ std::vector<AskedBalance> postMoney(const Rules& rules, const Head& head) {
     postCharge(rules, head, u"包装费"_qs, head.packing);
   }
   postPartner(rules, head);
-  std::vector<AskedBalance> balances{askXjyh(head.account, head.date), askYsyfk(head.partner, rules.side, head.date)};
+  std::vector<AskedBalance> balances{askXjyh(head.account, head.date),
+                                     askYsyfk(head.partner, rules.family->side, head.date)};
   if (strIsTrue(session().cs_kp)) {
     postInvoice(rules, head);
-    balances.push_back(askFp(head.partner, rules.side, head.date));
+    balances.push_back(askFp(head.partner, rules.family->side, head.date));
   }
   return balances;
 }
@@ -138,7 +139,8 @@ struct LedgerRows {
   Ahead written, lines, effects;
 };
 LedgerRows writeLedger(const Rules& rules, const QString& number) {
-  const bool movesNow = !rules.movesLater || !rules.movesLater();
+  const auto movedLater = rules.family->line.columns->movedLater;
+  const bool movesNow = !movedLater || !movedLater();
   if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], number);
   if (rules.markLines[1]) postSql(rules.markLines[1], number);
   const Ahead written = sendAhead(rules.insertLedger, session().a_name, clock::today(), number);

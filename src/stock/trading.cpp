@@ -10,13 +10,6 @@
 namespace jxc::trading {
 namespace trading_detail {
 
-bool putawayInUse() {
-  return strIsTrue(session().cs_sprk);
-}
-bool issueInUse() {
-  return strIsTrue(session().cs_spck);
-}
-
 const std::string insertReceiptRows = ledgerInsert({.family = &families::purchaseReceipt,
                                                     .partner = &ledgerSuppliers,
                                                     .different = {{"gl_flag", "'cj'"},
@@ -92,7 +85,6 @@ where g_sn<>'00000000' and gl_djh=? order by id)";
 
 const Rules purchaseRules = {
     .family = &families::purchaseReceipt,
-    .side = PartnerType::Supplier,
     .cashKind = u"采购进货",
     .cashSign = -1,
     .kindText = u"采购进货单",
@@ -107,7 +99,6 @@ from jxc_jhd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.j_sn=? order by a.j_status desc,a.id)",
     .markLines = {"update jxc_jhsp set jh_rksl=jh_sl where j_sn=?",
                   "update jxc_jhsp set id2=id,jh_qxsl=0 where j_sn=?"},
-    .movesLater = putawayInUse,
     .insertLedger = insertReceiptRows,
     .effectRows = R"(
 select a.id,a.g_sn,a.ck_sn,a.gl_sl,a.gl_dj,a.gl_cbj,a.id2,b.jh_rksl as moved,a.gl_kdrq,a.gl_flag from jxc_goodslist a,jxc_jhsp b
@@ -125,7 +116,6 @@ where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.j_sn and a.g_sn<>'00000000' a
 
 const Rules purchaseReturnRules = {
     .family = &families::purchaseReturn,
-    .side = PartnerType::Supplier,
     .cashKind = u"采购退货",
     .cashSign = -1,
     .kindText = u"采购退货单",
@@ -152,7 +142,6 @@ where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.gl_djh=? ord
 
 const Rules saleRules = {
     .family = &families::sale,
-    .side = PartnerType::Customer,
     .cashKind = u"商品销售",
     .cashSign = 1,
     .kindText = u"商品销售单",
@@ -167,7 +156,6 @@ from jxc_lsxsd a,jxc_user b,jxc_khxx c,jxc_ckxx d
 where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.ls_status desc,a.id)",
     .markLines = {"update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?",
                   "update jxc_lsxssp set id2=id,ls_qxsl=0 where gl_djh=?"},
-    .movesLater = issueInUse,
     .insertLedger = insertSaleRows,
     .afterLedger = "update jxc_goodslist set gl_lr=gl_je where g_sn='00000000' and gl_djh=?",
     .effectRows = R"(
@@ -189,7 +177,6 @@ where a.id2=b.id2 and a.g_sn=b.g_sn and a.gl_djh=b.gl_djh and a.g_sn<>'00000000'
 
 const Rules saleReturnRules = {
     .family = &families::saleReturn,
-    .side = PartnerType::Customer,
     .cashKind = u"顾客退货",
     .cashSign = 1,
     .kindText = u"顾客退货单",

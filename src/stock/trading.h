@@ -20,7 +20,6 @@ namespace jxc::trading {
 /// How a trading document reaches the ledgers. Statements take the number as their only `?` unless told otherwise.
 struct Rules {
   const DocumentFamily* family;
-  PartnerType side;
   std::u16string_view cashKind;     // xj_dlx
   int cashSign;                     // −1: what the head calls paid leaves the shop
   std::u16string_view kindText;     // k_djtxt
@@ -30,7 +29,6 @@ struct Rules {
 
   const char* head;          // the head with names, columns as in Head
   const char* markLines[2];  // before the ledger is written; the first only while goods move at audit
-  bool (*movesLater)();      // goods move by putaway or issue
   std::string insertLedger;  // values: auditor, today, number
   const char* afterLedger;   // may be null
   const char* effectRows;  // ledger rows without "00000000": id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,moved,gl_kdrq,gl_flag

@@ -178,6 +178,7 @@ constexpr DocumentFamily purchaseReturn = {
     .cancelledLog = u"取消审核采购退货单",
     .enquiry = u"进退货查询",
     .waitingHint = u"处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”面板中，进行修改及审核操作！",
+    .staysWithStock = true,
     .onDelete = "update jxc_jhd set j_th=0,j_dhdid='' where j_dhdid=?",  // the receipt may be returned again
     .mentions = trading_families_detail::purchaseReturnMentions,
     .post = postPurchaseReturn,

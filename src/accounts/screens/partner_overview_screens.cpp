@@ -60,13 +60,9 @@ constexpr ui::ScreenSpec repairSpec(std::string_view name) {
           .commands = kSaveCommands};
 }
 
-bool isCustomer(const PartnerSide& side) {
-  return side.isCustomer();
-}
-
 /// The texts of the customers' side in the other side's words.
 QString sideText(const PartnerSide& side, QString text) {
-  if (isCustomer(side)) return text;
+  if (side.isCustomer()) return text;
   return text.replace(u"客户"_qs, u"供货商"_qs).replace(u"应收"_qs, u"应付"_qs).replace(u"已收"_qs, u"已付"_qs);
 }
 

@@ -6,6 +6,7 @@
 #include "core/screens/command_runner.h"
 #include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
+#include "masterdata/screens/partner_text.h"
 #include "ui/list_search.h"
 #include "ui/screen.h"
 
@@ -40,34 +41,32 @@ constexpr ui::ColumnSpec kLedgerColumns[] = {
     {"k_ljje", "余额", ColumnKind::Money},
     {"k_note", "备注", ColumnKind::Text, 24},
 };
-constexpr ui::ColumnSpec kCustomerColumns[] = {
-    {"kh_sn", "编号"}, {"kh_name", "客户名称", ColumnKind::Text, 20}, {"kh_lxr", "联系人"}, {"kh_tele", "电话"}};
-constexpr ui::ColumnSpec kSupplierColumns[] = {
-    {"ghs_sn", "编号"}, {"ghs_name", "供货商名称", ColumnKind::Text, 20}, {"ghs_lxr", "联系人"}, {"ghs_tele", "电话"}};
-constexpr std::string_view kNoDiary = "还没有联系记录，按F2增加";
-constexpr ui::GridSpec kCustomerGrids[] = {{"gridKh", "客户", kCustomerColumns, "没有符合条件的客户"},
-                                           {"gridLx", "联系记录", kDiaryColumns, kNoDiary},
-                                           {"gridZw", "客户账务", kLedgerColumns, "没有往来账"}};
-constexpr ui::GridSpec kSupplierGrids[] = {{"gridGhs", "供货商", kSupplierColumns, "没有符合条件的供货商"},
-                                           {"gridLx", "联系记录", kDiaryColumns, kNoDiary},
-                                           {"gridZw", "供货商账务", kLedgerColumns, "没有往来账"}};
+template <PartnerType Side>
+constexpr ui::ColumnSpec kColumns[] = {
+    {partnerColumn<Side, "sn">, "编号"},
+    {partnerColumn<Side, "name">, joined<PartnerText<Side>::noun, "名称">, ColumnKind::Text, 20},
+    {partnerColumn<Side, "lxr">, "联系人"},
+    {partnerColumn<Side, "tele">, "电话"},
+};
+template <PartnerType Side>
+constexpr ui::GridSpec kGrids[] = {
+    {Side == PartnerType::Customer ? "gridKh" : "gridGhs", PartnerText<Side>::noun.letters, kColumns<Side>,
+     joined<"没有符合条件的", PartnerText<Side>::noun>},
+    {"gridLx", "联系记录", kDiaryColumns, "还没有联系记录，按F2增加"},
+    {"gridZw", joined<PartnerText<Side>::noun, "账务">, kLedgerColumns, "没有往来账"},
+};
 constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "增加记录", "F2"},
                                          {"btnModi", "修改记录", "F3"},
                                          {"btnDele", "删除记录", "Ctrl+D"},
                                          {"btnZw", "往来账务", "F6"},
                                          {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kCustomerBook = {.name = "F_Khzhgl",
-                                          .title = "客户管理",
-                                          .fields = kFields,
-                                          .grids = kCustomerGrids,
-                                          .commands = kCommands,
-                                          .focus = "tkey"};
-constexpr ui::ScreenSpec kSupplierBook = {.name = "F_GhsZhgl",
-                                          .title = "供货商管理",
-                                          .fields = kFields,
-                                          .grids = kSupplierGrids,
-                                          .commands = kCommands,
-                                          .focus = "tkey"};
+template <PartnerType Side>
+constexpr ui::ScreenSpec kBook = {.name = Side == PartnerType::Customer ? "F_Khzhgl" : "F_GhsZhgl",
+                                  .title = joined<PartnerText<Side>::noun, "管理">,
+                                  .fields = kFields,
+                                  .grids = kGrids<Side>,
+                                  .commands = kCommands,
+                                  .focus = "tkey"};
 
 constexpr ui::FieldSpec kEntryFields[] = {
     {"tname", "名称：", FieldKind::Text, "", 128, ui::ReadOnly},
@@ -201,16 +200,16 @@ void BookScreen::show() {
   field("tzone").setText(list_.currentText("z_name"));
   field("taddress").setText(list_.currentText(side.address));
   field("tnote").setText(list_.currentText(side.note));
-  field("tlwje").setNumber(ysyfkBalanceNow(partner(), partner_books::typeOf(side)));
+  field("tlwje").setNumber(ysyfkBalanceNow(partner(), side.which));
   diary_.loadQuery(contactStatement(side, partner()));
   ledger_.load("select * from jxc_ysyfk where k_type=? and k_ghskh=? order by k_rq desc,id desc",
-               partnerTypeText(partner_books::typeOf(side)), partner());
+               partnerTypeText(side.which), partner());
 }
 
-constexpr BookScreen::Description kCustomers{kCustomerBook, customerSide, "F_Khzhgl_Add", "F_Khzhgl_Modi",
-                                             "btn_Menu2_Btn5"};
-constexpr BookScreen::Description kSuppliers{kSupplierBook, supplierSide, "F_GhsZhgl_Add", "F_GhsZhgl_Modi",
-                                             "btn_Menu1_Btn3"};
+constexpr BookScreen::Description kCustomers{kBook<PartnerType::Customer>, customerSide, "F_Khzhgl_Add",
+                                             "F_Khzhgl_Modi", "btn_Menu2_Btn5"};
+constexpr BookScreen::Description kSuppliers{kBook<PartnerType::Supplier>, supplierSide, "F_GhsZhgl_Add",
+                                             "F_GhsZhgl_Modi", "btn_Menu1_Btn3"};
 
 struct TF_Khzhgl : BookScreen {
   TF_Khzhgl() : BookScreen(kCustomers) {}

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_screens.h"
+#include "masterdata/screens/partner_text.h"
 #include "ui/display.h"
 
 namespace jxc {
@@ -13,21 +14,19 @@ namespace partner_picker_detail {
 
 using ui::ColumnKind;
 
-constexpr ui::ColumnSpec kSupplierColumns[] = {
-    {"ghs_sn", "编号", ColumnKind::Text, 10},       {"ghs_name", "供货商名称", ColumnKind::Text, 26},
-    {"ghs_jm", "简码", ColumnKind::Text, 12},       {"ghs_lxr", "联系人", ColumnKind::Text, 12},
-    {"ghs_tele", "联系电话", ColumnKind::Text, 16}, {"gt_name", "类型", ColumnKind::Text, 12},
-    {"ghs_lwje", "应付余额", ColumnKind::Money},
+template <PartnerType Side>
+constexpr ui::ColumnSpec kColumns[] = {
+    {partnerColumn<Side, "sn">, "编号", ColumnKind::Text, 10},
+    {partnerColumn<Side, "name">, joined<PartnerText<Side>::noun, "名称">, ColumnKind::Text, 26},
+    {partnerColumn<Side, "jm">, "简码", ColumnKind::Text, 12},
+    {partnerColumn<Side, "lxr">, "联系人", ColumnKind::Text, 12},
+    {partnerColumn<Side, "tele">, "联系电话", ColumnKind::Text, 16},
+    {PartnerText<Side>::levelName.letters, PartnerText<Side>::level.letters, ColumnKind::Text, 12},
+    {partnerColumn<Side, "lwje">, joined<PartnerText<Side>::owed, "余额">, ColumnKind::Money},
 };
-constexpr ui::ColumnSpec kCustomerColumns[] = {
-    {"kh_sn", "编号", ColumnKind::Text, 10},       {"kh_name", "客户名称", ColumnKind::Text, 26},
-    {"kh_jm", "简码", ColumnKind::Text, 12},       {"kh_lxr", "联系人", ColumnKind::Text, 12},
-    {"kh_tele", "联系电话", ColumnKind::Text, 16}, {"kt_name", "级别", ColumnKind::Text, 12},
-    {"kh_lwje", "应收余额", ColumnKind::Money},
-};
-constexpr ui::GridSpec kSupplierGrid[] = {
-    {"gridPartners", "供货商", kSupplierColumns, "没有符合条件的供货商，按F8新增"}};
-constexpr ui::GridSpec kCustomerGrid[] = {{"gridPartners", "客户", kCustomerColumns, "没有符合条件的客户，按F8新增"}};
+template <PartnerType Side>
+constexpr ui::GridSpec kGrid[] = {{"gridPartners", PartnerText<Side>::noun.letters, kColumns<Side>,
+                                   joined<"没有符合条件的", PartnerText<Side>::noun, "，按F8新增">}};
 constexpr ui::CommandSpec kMore[] = {{"btnAdd", "新增", "F8"}, {"btnModi", "修改", "F9"}};
 
 ui::PickerSpec specOf(const PartnerPicker::Description& description) {
@@ -42,11 +41,13 @@ ui::PickerSpec specOf(const PartnerPicker::Description& description) {
 
 class SupplierPicker : public PartnerPicker {
  public:
-  SupplierPicker() : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kSupplierGrid, 2, u"供货商设置！"}) {}
+  SupplierPicker()
+      : PartnerPicker({"F_Ghs_Sele", "选择供货商", &supplierSide, kGrid<PartnerType::Supplier>, 2, u"供货商设置！"}) {}
 };
 class CustomerPicker : public PartnerPicker {
  public:
-  CustomerPicker() : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kCustomerGrid, 3, u"客户设置！"}) {}
+  CustomerPicker()
+      : PartnerPicker({"F_Kh_Sele", "选择客户", &customerSide, kGrid<PartnerType::Customer>, 3, u"客户设置！"}) {}
 };
 
 std::optional<ListItem> pick(std::string_view screen, const PartnerSide& side) {

@@ -19,8 +19,6 @@ using ui::FieldKind;
 // ---- descriptions ------------------------------------------------------------------------------------------------
 
 template <PartnerType Side, FixedText Name>
-constexpr std::string_view columnOf = joined<PartnerText<Side>::column, Name>;
-template <PartnerType Side, FixedText Name>
 constexpr std::string_view inputOf = joined<PartnerText<Side>::table, ".", PartnerText<Side>::column, Name>;
 
 constexpr ui::FieldSpec kListFields[] = {
@@ -32,19 +30,20 @@ template <PartnerType Side>
 constexpr auto kColumns = [] {
   using Text = PartnerText<Side>;
   using ui::ColumnSpec;
-  constexpr std::array first{ColumnSpec{columnOf<Side, "sn">, joined<Text::noun, "编号">},
-                             ColumnSpec{columnOf<Side, "name">, joined<Text::noun, "名称">, ColumnKind::Text, 24},
-                             ColumnSpec{Text::levelName.letters, Text::level.letters},
-                             ColumnSpec{columnOf<Side, "lxr">, "联系人"},
-                             ColumnSpec{columnOf<Side, "tele">, "电话"},
-                             ColumnSpec{columnOf<Side, "lwje">, joined<Text::owed, "余额">, ColumnKind::Money, 0, true},
-                             ColumnSpec{"z_name", "地区"},
-                             ColumnSpec{columnOf<Side, "address">, "地址", ColumnKind::Text, 24},
-                             ColumnSpec{columnOf<Side, "jm">, "简码"}};
+  constexpr std::array first{
+      ColumnSpec{partnerColumn<Side, "sn">, joined<Text::noun, "编号">},
+      ColumnSpec{partnerColumn<Side, "name">, joined<Text::noun, "名称">, ColumnKind::Text, 24},
+      ColumnSpec{Text::levelName.letters, Text::level.letters},
+      ColumnSpec{partnerColumn<Side, "lxr">, "联系人"},
+      ColumnSpec{partnerColumn<Side, "tele">, "电话"},
+      ColumnSpec{partnerColumn<Side, "lwje">, joined<Text::owed, "余额">, ColumnKind::Money, 0, true},
+      ColumnSpec{"z_name", "地区"},
+      ColumnSpec{partnerColumn<Side, "address">, "地址", ColumnKind::Text, 24},
+      ColumnSpec{partnerColumn<Side, "jm">, "简码"}};
   constexpr std::array last{ColumnSpec{"ck_name", "所属仓库"},
-                            ColumnSpec{columnOf<Side, "default">, "默认", ColumnKind::Flag},
-                            ColumnSpec{columnOf<Side, "forbid">, "禁用", ColumnKind::Flag},
-                            ColumnSpec{columnOf<Side, "note">, "备注", ColumnKind::Text, 24}};
+                            ColumnSpec{partnerColumn<Side, "default">, "默认", ColumnKind::Flag},
+                            ColumnSpec{partnerColumn<Side, "forbid">, "禁用", ColumnKind::Flag},
+                            ColumnSpec{partnerColumn<Side, "note">, "备注", ColumnKind::Text, 24}};
   // Only customers are bound to salesmen.
   if constexpr (Side == PartnerType::Customer)
     return ui::joinedTables(first, std::array{ColumnSpec{"kh_uname", "业务员"}}, last);

@@ -35,4 +35,8 @@ struct PartnerText<PartnerType::Supplier> {
   static constexpr FixedText screen{"F_Ghsgl"};
 };
 
+/// A column of the partners' table: partnerColumn<PartnerType::Customer, "name"> is "kh_name".
+template <PartnerType Side, FixedText Name>
+inline constexpr std::string_view partnerColumn = joined<PartnerText<Side>::column, Name>;
+
 }  // namespace jxc
