@@ -124,6 +124,15 @@ class Lines {
   int room_, used_ = 0;
 };
 
+std::string commandRow(std::span<const EnquiryCommand> commands) {
+  std::string row;
+  for (const EnquiryCommand& each : commands) {
+    row += std::string(each.name) + ' ';
+    if (!each.preview.name.empty()) row += std::string(each.preview.name) + ' ';
+  }
+  return row;
+}
+
 int widthOf(const Field& field) {
   constexpr int kSpace = 14;
   return field.widget()->sizeHint().width() + (field.label() ? field.label()->sizeHint().width() : 0) + kSpace;
@@ -131,6 +140,7 @@ int widthOf(const Field& field) {
 
 }  // namespace enquiry_screen_detail
 
+using enquiry_screen_detail::commandRow;
 using enquiry_screen_detail::holds;
 
 EnquiryServices& enquiryServices() {
@@ -166,9 +176,9 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
   }
   pages_ = area.tabs();
   if (!spec.explanation.empty()) around.text(qs(spec.explanation));
-  std::string row;
-  for (const EnquiryCommand& each : spec.commands)
-    row += std::string(each.name) + ' ';
+  // The commands of an only tab stand with those that every enquiry has.
+  std::string row = spec.tabs.size() == 1 ? commandRow(spec.tabs.front().commands) : std::string();
+  row += commandRow(spec.commands);
   const auto isOwn = [&](std::string_view name) {
     const auto describes = [&](const EnquiryCommand& each) { return each.name == name; };
     return std::ranges::none_of(spec.commands, describes) && std::ranges::none_of(spec.tabs, [&](const auto& tab) {
@@ -244,22 +254,15 @@ void EnquiryScreen::buildTab(Panel area, const EnquiryTab& spec) {
 
   for (auto& view : tab.views)
     buildView(area, tab, *view);
-  if (!spec.commands.empty()) {
-    std::string row;
-    for (const EnquiryCommand& each : spec.commands) {
-      row += std::string(each.name) + ' ';
-      if (!each.preview.name.empty()) row += std::string(each.preview.name) + ' ';
-    }
-    area.buttons(row + '|');
-    bindCommands(spec.commands);
-  }
+  if (!spec.commands.empty() && enquiry_.tabs.size() > 1) area.buttons(commandRow(spec.commands) + '|');
+  bindCommands(spec.commands);
   bindSearch(tab);
 }
 
 // What is typed or chosen first, and the button that searches; then the ways to look at it, and the boxes. Lines are
 // filled as far as the display allows.
 void EnquiryScreen::placeInputs(Panel& area, Tab& tab) {
-  constexpr int kWidest = 1090, kAround = 60;
+  constexpr int kWidest = 1200, kAround = 60;
   const int room = QWidget::screen() ? QWidget::screen()->availableSize().width() - kAround : kWidest;
   enquiry_screen_detail::Lines lines(std::clamp(enquiry_.side ? room * 3 / 4 : room, 300, kWidest));
   const auto button = [&](std::string_view name) { lines.add(name, command(name).sizeHint().width() + 8); };
