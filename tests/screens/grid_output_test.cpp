@@ -95,6 +95,10 @@ TEST_F(GridOutputTest, AListBecomesASpreadsheet) {
   grid.setRows(grid_output_test::goods(3));
   grid.view()->horizontalHeader()->moveSection(6, 0);
   grid.setColumnAllowed("jj", false);
+  // Nothing of it is left to those who ask the list itself: sums, a screen reader.
+  EXPECT_EQ(grid.sum("jj"), 0);
+  EXPECT_EQ(grid.view()->model()->index(0, 3).data().toString(), QString());
+  EXPECT_TRUE(grid.view()->model()->index(0, 3).data(Qt::EditRole).isNull());
   grid.setHeading([] { return ui::GridHeading{QStringLiteral("商品/库存"), QStringLiteral("仓库：门店")}; });
   answerFile({});
   choose(grid, "btnRExport");  // left without a name
