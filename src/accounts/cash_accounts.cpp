@@ -4,6 +4,7 @@
 #include "core/clock.h"
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -32,12 +33,13 @@ void renameEverywhere(const QString& from, const QString& to) {
       execSql(compose("update {} set {}=? where {}=?", {family.head, family.account, family.account}), to, from);
 }
 
-QString refusal(const AccountDraft& draft) {
+std::optional<QString> refusal(const AccountDraft& draft) {
   if (draft.name.isEmpty()) return QStringLiteral("账户名称必须填写！");
   if (draft.type.isEmpty()) return QStringLiteral("账户类型必须填写！");
   const QString taken = lookupValue("select yh_name from jxc_yhzh where (yh_name=? or yh_type=?) and id<>?", draft.name,
                                     draft.type, draft.id);
-  return taken.isEmpty() ? QString() : QStringLiteral("账户名称或账户类型不能重复！");
+  if (!taken.isEmpty()) return QStringLiteral("账户名称或账户类型不能重复！");
+  return {};
 }
 
 QString openingNote(const QString& account) {
@@ -105,18 +107,15 @@ bool saveAccount(const AccountDraft& typed, Prompt& prompt) {
   draft.type = typed.type.trimmed().isEmpty() ? QString() : sanitizeText(typed.type).left(32);
   draft.note = sanitizeText(typed.note.trimmed()).left(200);
   if (draft.id != 0 && !mayChangeAccount(draft.id, prompt)) return false;
-  if (const QString why = refusal(draft); !why.isEmpty()) {
-    prompt.notice(why);
-    return false;
-  }
+  if (isRefused(refusal(draft), prompt)) return false;
   const AccountDraft before = draft.id == 0 ? AccountDraft{} : readAccount(draft.id);
   if (draft.id != 0 && draft.opening != before.opening && !mayChangeOpening(before.name, prompt)) return false;
 
-  QString changed;
+  std::optional<QString> changed;
   {
     Transaction transaction(accountDb());
     changed = refusal(draft);
-    if (changed.isEmpty()) {
+    if (!changed) {
       if (draft.id == 0)
         insertAccount(draft);
       else
@@ -125,20 +124,18 @@ bool saveAccount(const AccountDraft& typed, Prompt& prompt) {
       return true;
     }
   }
-  prompt.notice(changed);
-  return false;
+  return !isRefused(changed, prompt);
 }
 
 bool deleteAccount(std::int64_t id, Prompt& prompt) {
   return deleteAsking(
       {.table = "jxc_yhzh",
        .question = QStringLiteral("您确定要删除该银行账户吗！"),
-       .refusal =
-           [](const Row& row) {
-             const QString name = row.text("yh_name");
-             if (name == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
-             return isAccountUsed(name) ? QStringLiteral("该账户已发生过业务，不能删除！") : QString();
-           },
+       .refusal = [](const Row& row) -> std::optional<QString> {
+         const QString name = row.text("yh_name");
+         if (name == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
+         return isAccountUsed(name) ? std::optional(QStringLiteral("该账户已发生过业务，不能删除！")) : std::nullopt;
+       },
        .alsoDelete = [](const Row& row) { execSql("delete from jxc_xjyh where xj_kmmc=?", row.text("yh_name")); }},
       id, prompt);
 }

@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "core/clock.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -33,12 +34,12 @@ const MovementWords* movementOf(const QString& number) {
   return nullptr;
 }
 
-/// What stands against a draft, in the order in which the operator meets it; empty when nothing does.
-QString refusal(const LineDraft& draft) {
+/// What stands against a draft, in the order in which the operator meets it.
+std::optional<QString> refusal(const LineDraft& draft) {
   const QString employeeMissing = QStringLiteral("请选择经办人！");
   if (draft.movement != Movement::Transfer) {
     if (draft.amount == 0) return QStringLiteral("金额必须填写！");
-    return draft.employee.isEmpty() ? employeeMissing : QString();
+    return draft.employee.isEmpty() ? std::optional(employeeMissing) : std::nullopt;
   }
   if (draft.account == draft.target) return QStringLiteral("出款、入款不能为同一个账户！");
   if (draft.amount <= 0) return QStringLiteral("金额必须大于0！");
@@ -124,22 +125,19 @@ std::optional<LineDraft> openLine(std::int64_t id, Prompt& prompt) {
 
 std::optional<QString> saveLine(const LineDraft& draft, Prompt& prompt) {
   using namespace cash_lines_detail;
-  if (const QString why = refusal(draft); !why.isEmpty()) {
-    prompt.notice(why);
-    return {};
-  }
-  QString changed;
+  if (isRefused(refusal(draft), prompt)) return {};
+  std::optional<QString> changed;
   {
     Transaction transaction(accountDb());
     // Money may have left the account at another station while the form stood open.
     changed = refusal(draft);
-    if (changed.isEmpty()) {
+    if (!changed) {
       const auto number = draft.id == 0 ? insertNew(draft) : change(draft);
       transaction.commit();
       return number;
     }
   }
-  prompt.notice(changed);
+  isRefused(changed, prompt);
   return {};
 }
 

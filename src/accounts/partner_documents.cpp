@@ -6,6 +6,7 @@
 #include "core/list_audit.h"
 #include "core/log.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -21,7 +22,7 @@ void logDocument(const PartnerSide& side, const QString& what, const QString& pa
            numberText(amount));
 }
 
-QString refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
+std::optional<QString> refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
   if (draft.amount == 0) return wordOf(side, kind) + QStringLiteral("不能为0！");
   if (draft.employee.isEmpty()) return QStringLiteral("经办人不能为空！");
   return {};
@@ -169,10 +170,7 @@ std::optional<Draft> openDocument(const PartnerSide& side, Kind kind, std::int64
 std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Draft& draft, Prompt& prompt) {
   namespace detail = partner_documents_detail;
   if (draft.id == 0 && !isPartnerChosen(side, draft.partner, prompt)) return {};
-  if (const QString why = detail::refusal(side, kind, draft); !why.isEmpty()) {
-    prompt.notice(why);
-    return {};
-  }
+  if (isRefused(detail::refusal(side, kind, draft), prompt)) return {};
   Transaction transaction(accountDb());
   std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
   transaction.commit();

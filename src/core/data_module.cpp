@@ -53,11 +53,6 @@ Database& DataModule::catalogueDb() {
   return data_module_detail::required(catalogue_, QStringLiteral("帐套目录没有打开！"));
 }
 
-std::unique_ptr<Database> DataModule::installCatalogueDb(std::unique_ptr<Database> database) {
-  std::swap(catalogue_, database);
-  return database;
-}
-
 DataModule& dataModule() {
   static DataModule module;
   return module;

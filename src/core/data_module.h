@@ -33,7 +33,6 @@ class DataModule {
   void openCatalogue();
   void closeCatalogue() { catalogue_.reset(); }
   Database& catalogueDb();
-  std::unique_ptr<Database> installCatalogueDb(std::unique_ptr<Database> database);
 
  private:
   std::unique_ptr<Database> account_;

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace jxc {
@@ -15,9 +16,9 @@ namespace jxc {
 struct Deletion {
   std::string_view table;
   QString question;
-  /// What stands against deleting this row; empty: nothing. Asked before the question, and of the row as it is then
-  /// once more inside the transaction: another station may have begun to use it while the question stood.
-  std::function<QString(const Row&)> refusal = {};
+  /// What stands against deleting this row. Asked before the question, and of the row as it is then once more inside
+  /// the transaction: another station may have begun to use it while the question stood.
+  std::function<std::optional<QString>(const Row&)> refusal = {};
   /// Deletes what goes with the row, inside the same transaction.
   std::function<void(const Row&)> alsoDelete = {};
 };

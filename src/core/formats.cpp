@@ -55,10 +55,6 @@ std::optional<NumberFormat> totalFormat() {
   return formats_detail::made(NumberFormat::Kind::Total, totalDigits());
 }
 
-std::optional<NumberFormat> unitTotalFormat() {
-  return formats_detail::made(NumberFormat::Kind::Total, moneyDigits());
-}
-
 std::optional<NumberFormat> quantityFormat() {
   return formats_detail::made(NumberFormat::Kind::Quantity, quantityDigits());
 }

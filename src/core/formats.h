@@ -27,8 +27,6 @@ struct NumberFormat {
 std::optional<NumberFormat> moneyFormat();
 /// Footer totals by the total digits.
 std::optional<NumberFormat> totalFormat();
-/// Footer totals in unit decimals: by the money digits.
-std::optional<NumberFormat> unitTotalFormat();
 /// Quantities by the quantity digits.
 std::optional<NumberFormat> quantityFormat();
 

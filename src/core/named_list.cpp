@@ -60,15 +60,13 @@ bool saveNamed(const NamedList& list, std::int64_t id, const QString& typed, Pro
 bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = list.table,
                        .question = QString::fromUtf16(list.deleteQuestion),
-                       .refusal =
-                           [&](const Row& row) {
-                             const QString number = row.text(list.sn);
-                             if (list.builtIn && number == QStringView(builtInSn))
-                               return QString::fromUtf16(list.builtIn);
-                             return named_list_detail::isUsed(list, number, row.text(list.name))
-                                        ? QString::fromUtf16(list.inUse)
-                                        : QString();
-                           }},
+                       .refusal = [&](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text(list.sn);
+                         if (list.builtIn && number == QStringView(builtInSn)) return QString::fromUtf16(list.builtIn);
+                         return named_list_detail::isUsed(list, number, row.text(list.name))
+                                    ? std::optional(QString::fromUtf16(list.inUse))
+                                    : std::nullopt;
+                       }},
                       id, prompt);
 }
 

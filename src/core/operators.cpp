@@ -120,16 +120,16 @@ bool deleteOperator(std::int64_t id, Prompt& prompt) {
   return deleteAsking(
       {.table = "jxc_admin",
        .question = QStringLiteral("您确定要删除当前操作员吗！"),
-       .refusal =
-           [](const Row& row) {
-             const QString name = row.text("a_name");
-             const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
+       .refusal = [](const Row& row) -> std::optional<QString> {
+         const QString name = row.text("a_name");
+         const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
     union select top 1 a_name from jxc_lsxsd where a_name=?)",
-                                                  name, name);
-             if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
-             return operators_detail::isBuiltIn(row.text("a_sn")) ? QStringLiteral("内置系统管理员不能删除！")
-                                                                  : QString();
-           },
+                                              name, name);
+         if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
+         return operators_detail::isBuiltIn(row.text("a_sn"))
+                    ? std::optional(QStringLiteral("内置系统管理员不能删除！"))
+                    : std::nullopt;
+       },
        // The next operator may get his number: he must not find himself in these warehouses.
        .alsoDelete =
            [](const Row& row) { operators_detail::rewriteBinding(row.text("a_name"), {}, row.text("a_sn")); }},

@@ -130,14 +130,14 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
 bool deleteRole(std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = "jxc_role",
                        .question = QStringLiteral("您确定要删除选中的角色吗？"),
-                       .refusal =
-                           [](const Row& row) {
-                             const QString number = row.text("r_sn");
-                             if (exists("select r_sn from jxc_admin where r_sn=?", number))
-                               return QStringLiteral("该角色已在使用，不能删除！");
-                             return roles_detail::isAdministratorsRole(number) ? QStringLiteral("系统管理员不能删除！")
-                                                                               : QString();
-                           }},
+                       .refusal = [](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text("r_sn");
+                         if (exists("select r_sn from jxc_admin where r_sn=?", number))
+                           return QStringLiteral("该角色已在使用，不能删除！");
+                         return roles_detail::isAdministratorsRole(number)
+                                    ? std::optional(QStringLiteral("系统管理员不能删除！"))
+                                    : std::nullopt;
+                       }},
                       id, prompt);
 }
 

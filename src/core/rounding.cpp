@@ -28,10 +28,6 @@ double roundMoney(double value) {
   return roundEps(value, moneyDigits());
 }
 
-double roundQuantity(double value) {
-  return roundEps(value, quantityDigits());
-}
-
 double roundTotal(double value) {
   return roundEps(value, totalDigits());
 }

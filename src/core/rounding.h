@@ -14,7 +14,6 @@ int quantityDigits();  // quantities: cs_cbjs
 int totalDigits();     // totals: cs_jews when cs_zjews is on, the money digits otherwise
 
 double roundMoney(double value);
-double roundQuantity(double value);
 double roundTotal(double value);
 /// Rounds to the total digits only while totals have decimals of their own (cs_zjews); otherwise the value as it is.
 double roundTotalIfSeparate(double value);

@@ -132,14 +132,13 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
 bool deleteEmployee(std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = "jxc_user",
                        .question = QStringLiteral("您确定要删除当前员工吗！"),
-                       .refusal =
-                           [](const Row& row) {
-                             const QString number = row.text("u_sn");
-                             if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
-                             return employees_detail::hasDoneBusiness(number, row.text("u_name"))
-                                        ? QStringLiteral("该员工已发生过业务，不能删除！")
-                                        : QString();
-                           }},
+                       .refusal = [](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text("u_sn");
+                         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
+                         return employees_detail::hasDoneBusiness(number, row.text("u_name"))
+                                    ? std::optional(QStringLiteral("该员工已发生过业务，不能删除！"))
+                                    : std::nullopt;
+                       }},
                       id, prompt);
 }
 

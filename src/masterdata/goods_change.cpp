@@ -162,18 +162,18 @@ bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForCla
 
 bool deleteGoods(std::int64_t id, Prompt& prompt) {
   using namespace goods_change_detail;
-  return deleteAsking({.table = "jxc_goods",
-                       .question = QStringLiteral("您确定要删除该商品信息吗！"),
-                       .refusal =
-                           [](const Row& row) {
-                             const QString number = row.text("g_sn");
-                             if (number == kBalancing) return QStringLiteral("该商品为系统内置商品，不能删除！");
-                             const auto use = firstUse(number);
-                             return use ? QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use)
-                                        : QString();
-                           },
-                       .alsoDelete = [](const Row& row) { eraseStock(row.text("g_sn")); }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = "jxc_goods",
+       .question = QStringLiteral("您确定要删除该商品信息吗！"),
+       .refusal = [](const Row& row) -> std::optional<QString> {
+         const QString number = row.text("g_sn");
+         if (number == kBalancing) return QStringLiteral("该商品为系统内置商品，不能删除！");
+         const auto use = firstUse(number);
+         return use ? std::optional(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use))
+                    : std::nullopt;
+       },
+       .alsoDelete = [](const Row& row) { eraseStock(row.text("g_sn")); }},
+      id, prompt);
 }
 
 std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsProgress& progress) {

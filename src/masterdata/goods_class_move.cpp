@@ -1,5 +1,6 @@
 #include "masterdata/goods_class_move.h"
 
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "masterdata/goods_classes.h"
 
@@ -36,7 +37,7 @@ bool isBelow(const GoodsClass& one, const GoodsClass& above) {
   return false;
 }
 
-QString refusalOf(const Move& move) {
+std::optional<QString> refusalOf(const Move& move) {
   if (move.moved.number == move.target.number || isBelow(move.target, move.moved)) {
     return QStringLiteral("移动的类别不能与目标类别相同，请选择其他类别！");
   }
@@ -172,10 +173,7 @@ bool moveGoodsClass(std::int64_t id, std::int64_t target, ClassPlacement placeme
   const auto to = classWithId(target);
   if (!moved || !to) return false;
   const Move move{*moved, *to, placement};
-  if (const QString refusal = refusalOf(move); !refusal.isEmpty()) {
-    prompt.notice(refusal);
-    return false;
-  }
+  if (isRefused(refusalOf(move), prompt)) return false;
   Transaction transaction(accountDb());
   if (placement == ClassPlacement::Below) {
     moveBelow(move);

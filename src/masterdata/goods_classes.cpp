@@ -131,14 +131,14 @@ bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
   std::vector<GoodsClass> branch;
   return deleteAsking({.table = "jxc_goodsclass",
                        .question = QStringLiteral("您确定要删除当前类别吗?"),
-                       .refusal =
-                           [&](const Row& row) {
-                             const GoodsClass goodsClass = fromRow(row);
-                             if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber))
-                               return QStringLiteral("该类别是系统内置类别，不能删除！");
-                             branch = branchOf(goodsClass);
-                             return haveGoods(branch) ? QStringLiteral("该类别下有商品信息，不能删除！") : QString();
-                           },
+                       .refusal = [&](const Row& row) -> std::optional<QString> {
+                         const GoodsClass goodsClass = fromRow(row);
+                         if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber))
+                           return QStringLiteral("该类别是系统内置类别，不能删除！");
+                         branch = branchOf(goodsClass);
+                         return haveGoods(branch) ? std::optional(QStringLiteral("该类别下有商品信息，不能删除！"))
+                                                  : std::nullopt;
+                       },
                        .alsoDelete =
                            [&](const Row&) {
                              for (const GoodsClass& one : branch)

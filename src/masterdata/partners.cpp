@@ -302,15 +302,14 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   const QString noun = words(side.noun);
   return deleteAsking({.table = side.table,
                        .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun),
-                       .refusal =
-                           [&](const Row& row) {
-                             const QString number = row.text(side.sn);
-                             if (number == QLatin1String(builtInNumber))
-                               return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
-                             return hasDoneBusiness(side, number)
-                                        ? QStringLiteral("该%1已发生过业务，不能删除！").arg(noun)
-                                        : QString();
-                           },
+                       .refusal = [&](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text(side.sn);
+                         if (number == QLatin1String(builtInNumber))
+                           return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
+                         return hasDoneBusiness(side, number)
+                                    ? std::optional(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun))
+                                    : std::nullopt;
+                       },
                        .alsoDelete =
                            [&](const Row& row) {
                              const QString number = row.text(side.sn);

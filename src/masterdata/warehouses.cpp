@@ -97,15 +97,14 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = "jxc_ckxx",
                        .question = QStringLiteral("您确定要删除该仓库信息吗！"),
-                       .refusal =
-                           [](const Row& row) {
-                             const QString number = row.text("ck_sn");
-                             if (number == QLatin1String("100001"))
-                               return QStringLiteral("该仓库为系统内置仓库，不能删除！");
-                             return warehouses_detail::hasLedgerRow(number)
-                                        ? QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！")
-                                        : QString();
-                           }},
+                       .refusal = [](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text("ck_sn");
+                         if (number == QLatin1String("100001"))
+                           return QStringLiteral("该仓库为系统内置仓库，不能删除！");
+                         return warehouses_detail::hasLedgerRow(number)
+                                    ? std::optional(QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"))
+                                    : std::nullopt;
+                       }},
                       id, prompt);
 }
 

@@ -1,9 +1,7 @@
 #include "platform/machine.h"
 
-#include <QFile>
 #include <QNetworkInterface>
 #include <QStandardPaths>
-#include <QStorageInfo>
 
 namespace jxc {
 
@@ -16,15 +14,6 @@ QString localIpAddress() {
     }
   }
   return QStringLiteral("127.0.0.1");
-}
-
-std::int64_t freeDiskBytes(const QString& folder) {
-  const QStorageInfo storage(folder);
-  return storage.isValid() ? storage.bytesAvailable() : -1;
-}
-
-bool restrictToOwner(const QString& file) {
-  return QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }
 
 QString userDataDirectory() {

@@ -107,7 +107,8 @@ class SaleLines : public TradingLines {
   }
 
   /// Only goods that the warehouse knows; where stock may not fall below zero, only goods that lie there.
-  QString goodsOfBarcode(const QString& barcode, const LinePlace& place, QString& refusal) const override {
+  QString goodsOfBarcode(const QString& barcode, const LinePlace& place,
+                         std::optional<QString>& refusal) const override {
     QString goods;
     if (!barcode.isEmpty())
       goods = strIsTrue(session().cs_kc)

@@ -1,5 +1,6 @@
 #include "stock/cancel_checks.h"
 
+#include "core/refusal.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "stock/document.h"
@@ -21,10 +22,7 @@ bool isFreeOfChecker(const DocumentFamily& family, const QString& number, const 
 }
 
 bool passesGate(const QString& number, const QString& date, Prompt& prompt) {
-  const QString gate = cancelGate(number, date);
-  if (gate == u"ok") return true;
-  prompt.notice(gate);
-  return false;
+  return !isRefused(cancelGate(number, date), prompt);
 }
 
 bool isConfirmed(const QString& question, Prompt& prompt, CancelMode mode) {

@@ -4,6 +4,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/log.h"
 #include "core/prompt.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
@@ -44,27 +45,25 @@ bool readAudited(const DocumentFamily& family, const QString& number, Head& head
   return true;
 }
 
-/// A document that hangs on this one; empty: none.
-QString effectElsewhere(const Rules& rules, const QString& number) {
+/// A document that hangs on this one.
+std::optional<QString> effectElsewhere(const Rules& rules, const QString& number) {
   if (!rules.effectElsewhere || lookupValue(rules.effectElsewhere, number).isEmpty()) return {};
   const QString kind = words(rules.elsewhereDocument);
   return u"该单据"_qs + number + u"已有"_qs + kind + u"信息，不能取消审核！\r\n\r\n请在商品"_qs + kind +
          u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
 }
 
-QString shortageOf(const Rules& rules, const Head& head) {
+std::optional<QString> shortageOf(const Rules& rules, const Head& head) {
   if (rules.shortageAtCancel.empty()) return {};
   return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
 }
 
 /// Everything that may stand against it, asked in the order in which the operator sees it.
-bool mayGo(const Rules& rules, const QString& number, Head& head, QString& shortage, Prompt& prompt, CancelMode mode) {
+bool mayGo(const Rules& rules, const QString& number, Head& head, std::optional<QString>& shortage, Prompt& prompt,
+           CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   if (!cancel_checks::hasCancelRight(family, prompt)) return false;
-  if (const QString reason = effectElsewhere(rules, number); !reason.isEmpty()) {
-    prompt.notice(reason);
-    return false;
-  }
+  if (isRefused(effectElsewhere(rules, number), prompt)) return false;
   if (!readAudited(family, number, head)) return false;
   if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
       !cancel_checks::passesGate(number, head.date, prompt) ||
@@ -161,20 +160,20 @@ void cancelAtTill(const Rules& rules, const QString& number) {
 bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   Head head;
-  QString shortage;
+  std::optional<QString> shortage;
   if (!mayGo(rules, number, head, shortage, prompt, mode)) return false;
 
-  QString changed;
+  std::optional<QString> changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.
     if (!readAudited(family, number, head)) return false;
     changed = effectElsewhere(rules, number);
-    if (changed.isEmpty()) {
-      const QString now = shortageOf(rules, head);
+    if (!changed) {
+      const auto now = shortageOf(rules, head);
       if (now != shortage) changed = now;
     }
-    if (changed.isEmpty()) {
+    if (!changed) {
       writeLog(words(family.cancelledLog) + number);
       execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
       cancelStock(rules, head);
@@ -185,10 +184,9 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       refreshMonthStock(head.warehouse, head.month());
       transaction.commit();
     }
-    return changed.isEmpty();
+    return !changed;
   });
-  if (!changed.isEmpty()) prompt.notice(changed);
-  return done;
+  return !isRefused(changed, prompt) && done;
 }
 
 }  // namespace cancelling_detail

@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/posting.h"
+#include "core/refusal.h"
 #include "core/rights.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -166,13 +167,14 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   const auto shortage = [&] {
     return auditNow && !request.warehouse.isEmpty()
                ? checkStockShort(result.number, request.warehouse, QStringView(family.shortageAtAudit))
-               : QString();
+               : std::nullopt;
   };
-  const QString agreed = shortage();  // as the screen has just asked
+  const auto agreed = shortage();  // as the screen has just asked
   if (!prompt.ask(document_detail::saveQuestion(family))) return result;
 
   bool wentShort = false;
-  const QString gate = auditNow ? auditGate(request.number, request.date) : QString();
+  const auto locked = auditNow ? auditGate(request.number, request.date) : std::nullopt;
+  const bool mayAudit = auditNow && !locked;
   onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
     result.number = document_detail::numberToSave(family, request.number, request.date);
@@ -182,14 +184,14 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
       writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
     // stock went while the question stood.
-    const QString now = shortage();
-    wentShort = !now.isEmpty() && now != agreed;
-    if (gate == u"ok" && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
+    const auto now = shortage();
+    wentShort = now && now != agreed;
+    if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
   });
   result.saved = true;
-  if (gate == u"ok" && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
-  if (auditNow && gate != u"ok") prompt.notice(gate);
+  if (mayAudit && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
+  isRefused(locked, prompt);
   return result;
 }
 
@@ -324,12 +326,6 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
 
 // ---- rights ------------------------------------------------------------------------------------------------------
 
-bool mayMake(const DocumentFamily& family) {
-  return hasRight(family.make.group, family.make.position);
-}
-bool mayAudit(const DocumentFamily& family) {
-  return hasRight(family.audit.group, family.audit.position);
-}
 bool mayCancel(const DocumentFamily& family) {
   return hasRight(family.cancel.group, family.cancel.position);
 }

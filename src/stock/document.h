@@ -111,10 +111,9 @@ QString freightPayerText(double freight, double packing, bool wePay);
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 
-/// Asked before every audit and every cancel: "ok", or the reason why not. Always "ok" here: the place of a period
-/// lock.
-QString auditGate(const QString& number, const QString& date);
-QString cancelGate(const QString& number, const QString& date);
+/// Asked before every audit and every cancel: the reason why not. Never one here: the place of a period lock.
+std::optional<QString> auditGate(const QString& number, const QString& date);
+std::optional<QString> cancelGate(const QString& number, const QString& date);
 
 /// Settles heads that share a number (two operators saved at once): the first operator keeps it, the others get fresh
 /// numbers for their dates with their lines; an audited head keeps it against all.
@@ -143,9 +142,7 @@ AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, 
 /// `auditEach` of one family.
 std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents, Prompt& prompt);
 
-/// Rights of the family's commands.
-bool mayMake(const DocumentFamily& family);
-bool mayAudit(const DocumentFamily& family);
+/// Whether the operator has the right to cancel documents of the family.
 bool mayCancel(const DocumentFamily& family);
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 #include "core/clock.h"
 #include "core/numbers.h"
 #include "core/posting.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "engine/server.h"
@@ -44,11 +45,11 @@ void renumber(const DocumentFamily& family, const QString& number, const QString
 
 }  // namespace document_audit_detail
 
-QString auditGate(const QString&, const QString&) {
-  return u"ok"_qs;
+std::optional<QString> auditGate(const QString&, const QString&) {
+  return {};
 }
-QString cancelGate(const QString&, const QString&) {
-  return u"ok"_qs;
+std::optional<QString> cancelGate(const QString&, const QString&) {
+  return {};
 }
 
 void claimNumber(const DocumentFamily& family, const QString& number) {
@@ -125,13 +126,13 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   if (heads.isEmpty()) return AuditOutcome::NoLines;
   const bool waiting = heads.front().integer(family.status) == 0;
   const QString warehouse = heads.front().text(family.warehouse);
-  const QString shortage = waiting ? askShortage(family, number, warehouse).words() : QString();
+  const auto shortage = waiting ? askShortage(family, number, warehouse).words() : std::nullopt;
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
   // An audit dialog asks about what it is going to write.
   if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(heads.front(), prompt))
     return AuditOutcome::Refused;
 
-  QString changed;
+  std::optional<QString> changed;
   bool moved = false;
   const AuditOutcome outcome = onDocument(number, u"审核", [&] {
     Transaction transaction(accountDb());
@@ -143,13 +144,13 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
       // Stock went while the question stood: what the operator agreed to is no longer what would happen.
       moved = now.rows().front().text(family.warehouse) != warehouse;
       changed = shortageNow.words();
-      if (moved || (!changed.isEmpty() && changed != shortage)) return AuditOutcome::Refused;
+      if (moved || (changed && changed != shortage)) return AuditOutcome::Refused;
     }
     transaction.commit();
     return done;
   });
   if (moved) return auditAsking(family, number, prompt, change);
-  if (outcome == AuditOutcome::Refused) prompt.notice(changed);
+  if (outcome == AuditOutcome::Refused) isRefused(changed, prompt);
   return outcome;
 }
 
@@ -158,10 +159,7 @@ AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt
 }
 
 AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt) {
-  const QString gate = auditGate(number, date);
-  if (gate == u"ok") return checkDj(family, number, prompt);
-  prompt.notice(gate);
-  return AuditOutcome::Refused;
+  return isRefused(auditGate(number, date), prompt) ? AuditOutcome::Refused : checkDj(family, number, prompt);
 }
 
 std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents,

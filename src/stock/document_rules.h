@@ -36,9 +36,9 @@ struct LineResult {
 enum class Scan { Added, Increased, AlreadyThere, NotFound };
 struct ScanResult {
   Scan outcome = Scan::NotFound;
-  std::int64_t id = 0;  // the line that was added or increased
-  QString number;       // the document's number now
-  QString refusal;      // words for the operator, empty unless refused
+  std::int64_t id = 0;             // the line that was added or increased
+  QString number;                  // the document's number now
+  std::optional<QString> refusal;  // words for the operator
 };
 
 /// Answers remembered while one picking screen is open.

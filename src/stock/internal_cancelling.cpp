@@ -1,5 +1,6 @@
 // 内部单据取消审核: cancel of the documents within the house and of loans, of stock/cancelling.h.
 #include "core/log.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
 #include "stock/document.h"
@@ -18,7 +19,7 @@ using internal_documents::Master;
 using internal_documents::readHead;
 using internal_documents::Rules;
 
-QString shortageOf(const Rules& rules, const QString& number) {
+std::optional<QString> shortageOf(const Rules& rules, const QString& number) {
   if (rules.shortWarehouse.empty()) return {};
   const DocumentFamily& family = *rules.family;
   const QString warehouse =
@@ -86,26 +87,25 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   if (!passesGate(number, head.date, prompt)) return false;
   const QString question = rules.overwrites ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
   if (!isConfirmed(question, prompt, mode)) return false;
-  const QString agreed = shortageOf(rules, number);
+  const auto agreed = shortageOf(rules, number);
   if (!mayGoShort(agreed, prompt)) return false;
 
-  QString changed;
+  std::optional<QString> changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
-    const QString shortage = shortageOf(rules, number);
+    const auto shortage = shortageOf(rules, number);
     if (rules.overwrites)
       changed = stock_count::movedSinceAudit(number);
     else if (shortage != agreed)
       changed = shortage;
-    if (changed.isEmpty()) {
+    if (!changed) {
       takeBack(rules, head);
       transaction.commit();
     }
-    return changed.isEmpty();
+    return !changed;
   });
-  if (!changed.isEmpty()) prompt.notice(changed);
-  return done;
+  return !isRefused(changed, prompt) && done;
 }
 
 }  // namespace internal_cancelling_detail

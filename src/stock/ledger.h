@@ -47,15 +47,15 @@ void refreshMonthStock(const QString& warehouse, const QString& month);
 class StockShortage {
  public:
   StockShortage(const QString& number, const QString& warehouse, QStringView kind);
-  /// The words for the operator, empty when all is well.
-  QString words() const;
+  /// The words for the operator; nothing when all is well.
+  std::optional<QString> words() const;
 
  private:
   QString warning_;
   std::optional<Ahead> goods_;
 };
-QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
+std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
 /// Shows what `checkStockShort` found: asks when negative stock is allowed, refuses otherwise. True: go on.
-bool mayGoShort(const QString& message, Prompt& prompt);
+bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt);
 
 }  // namespace jxc

@@ -46,10 +46,6 @@ static_assert(std::all_of(std::begin(table), std::end(table),
 
 }  // namespace ledger_flags_detail
 
-std::span<const LedgerFlag> ledgerFlags() {
-  return ledger_flags_detail::table;
-}
-
 const LedgerFlag* findLedgerFlag(std::string_view flag) {
   // Asked for every row that a replay walks: two letters compared as such take no call.
   if (flag.size() != ledger_flags_detail::letters) return nullptr;

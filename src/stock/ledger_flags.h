@@ -4,7 +4,6 @@
 #include <QString>
 #include <QStringView>
 
-#include <span>
 #include <string_view>
 
 namespace jxc {
@@ -25,9 +24,7 @@ struct LedgerFlag {
   bool reserved;  // no writer in this program, yet account sets may hold such rows from data exchange
 };
 
-/// Every flag that a row of `jxc_goodslist` may carry.
-std::span<const LedgerFlag> ledgerFlags();
-/// Null for an unknown flag: such a row moves nothing.
+/// Of a row of `jxc_goodslist`. Null for an unknown flag: such a row moves nothing.
 const LedgerFlag* findLedgerFlag(std::string_view flag);
 const LedgerFlag* findLedgerFlag(QStringView flag);
 /// Caption of a row with this flag and quantity; empty for an unknown flag.

@@ -96,9 +96,9 @@ struct Judging {
     if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;
     judgeDate(line, faults);
     if (faults.isEmpty()) write(line, *quantity, price, faults, warnings);
-    line.passes = faults.isEmpty();
-    line.verdict = (faults + warnings).join(u"；"_qs);
-    if (line.verdict.isEmpty()) line.verdict = u"可顺利导入"_qs;
+    using enum ImportLine::Verdict;
+    line.verdict = !faults.isEmpty() ? Refused : warnings.isEmpty() ? Fine : PassesWithWarning;
+    line.words = line.verdict == Fine ? u"可顺利导入"_qs : (faults + warnings).join(u"；"_qs);
   }
 
  private:
@@ -192,13 +192,13 @@ QString ImportResult::text() const {
 
 std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
                                         const LinePlace& place, Lines target, Prompt& asked) {
-  const bool nothing = std::none_of(lines.begin(), lines.end(), [](const ImportLine& line) { return line.passes; });
+  const bool nothing = std::none_of(lines.begin(), lines.end(), [](const ImportLine& line) { return line.passes(); });
   if (refused({{nothing, u"没有可以导入的商品！"_qs}}, asked)) return std::nullopt;
   AskedOnce prompt(asked);
   PickingMemory memory;
   std::vector<const LineDraft*> taken;
   for (const ImportLine& line : lines) {
-    if (!line.passes || !rules.mayStage(line.code, place, target, memory, prompt)) continue;
+    if (!line.passes() || !rules.mayStage(line.code, place, target, memory, prompt)) continue;
     if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, prompt, &memory)) return std::nullopt;
     taken.push_back(&line.draft);
   }

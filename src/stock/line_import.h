@@ -13,9 +13,10 @@ namespace jxc {
 /// A row of the spreadsheet, as it was read and what was found.
 struct ImportLine {
   QString code, name, quantity, price, produced, note;  // as they stand there
-  bool passes = false;
-  QString verdict;  // all that is wrong with it, or "可顺利导入"; a warning may stand there though it passes
+  enum class Verdict { Fine, PassesWithWarning, Refused } verdict = Verdict::Refused;
+  QString words;    // all that is wrong with it, or "可顺利导入"
   LineDraft draft;  // what it becomes when it passes
+  bool passes() const { return verdict != Verdict::Refused; }
 };
 
 /// Names of the columns, as the template has them; the first is needed, or the barcode, and the quantity.

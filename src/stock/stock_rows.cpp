@@ -1,6 +1,7 @@
 // 月结存与库存检查: month rows and the shortage check of stock/ledger.h.
 #include "core/posting.h"
 #include "core/prompt.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -72,20 +73,18 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
       number, warehouse);
 }
 
-QString StockShortage::words() const {
+std::optional<QString> StockShortage::words() const {
   if (!goods_ || goods_->rows().isEmpty()) return {};
   return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods_->rows().text(0, 0) + warning_;
 }
 
-QString checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
+std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
   return StockShortage(number, warehouse, kind).words();
 }
 
-bool mayGoShort(const QString& message, Prompt& prompt) {
-  if (message.isEmpty()) return true;
-  if (strIsTrue(session().cs_kc)) return prompt.ask(message);
-  prompt.notice(message);
-  return false;
+bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt) {
+  if (shortage && strIsTrue(session().cs_kc)) return prompt.ask(*shortage);
+  return !isRefused(shortage, prompt);
 }
 
 }  // namespace jxc

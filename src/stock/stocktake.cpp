@@ -1,5 +1,6 @@
 #include "stock/stocktake.h"
 
+#include "core/refusal.h"
 #include "core/statements.h"
 
 namespace jxc::stock_count {
@@ -19,7 +20,7 @@ Count countOf(const QString& number) {
 
 }  // namespace stock_count_detail
 
-QString tooLateToSave(const QString& number, const QString& warehouse, const QString& date) {
+std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date) {
   const QString later =
       lookupValue("select top 1 pd_rq from jxc_kcpd where ck_sn=? and pd_rq>? order by pd_rq", warehouse, date);
   if (!later.isEmpty()) return u"在【"_qs + later + u"】日期之后已有盘点单，不能再次盘点！"_qs;
@@ -31,7 +32,7 @@ QString tooLateToSave(const QString& number, const QString& warehouse, const QSt
   return {};
 }
 
-QString overtaken(const QString& number) {
+std::optional<QString> overtaken(const QString& number) {
   const auto [warehouse, date] = stock_count_detail::countOf(number);
   const QString hit = lookupValue(
       "select top 1 gl_djh from jxc_goodslist where gl_djh<>'' and ck_sn=? and gl_kdrq>? and g_sn in "
@@ -42,7 +43,7 @@ QString overtaken(const QString& number) {
          u"】，\r\n\r\n不能盘点，该盘点单 "_qs + number + u" 已作废！"_qs;
 }
 
-QString movedSinceAudit(const QString& number) {
+std::optional<QString> movedSinceAudit(const QString& number) {
   const auto [warehouse, date] = stock_count_detail::countOf(number);
   const std::int64_t last = lookupValue("select max(id) as rid from jxc_goodslist where gl_djh=?", number).toLongLong();
   const QString hit = lookupValue(
@@ -60,10 +61,9 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
        .waiting = documents,
        .audit =
            [](const ListedDocument& document, Prompt& collecting) {
-             const QString reason = overtaken(document.number);
-             if (!reason.isEmpty()) collecting.notice(reason);
-             return reason.isEmpty() && auditDocument(families::stocktake, document.number, document.date,
-                                                      collecting) == AuditOutcome::Audited;
+             return !isRefused(overtaken(document.number), collecting) &&
+                    auditDocument(families::stocktake, document.number, document.date, collecting) ==
+                        AuditOutcome::Audited;
            }},
       prompt);
 }

@@ -10,12 +10,12 @@
 
 namespace jxc::stock_count {
 
-/// Refusal at save: a later count of the warehouse, or later movement of counted goods; empty when there is neither.
-QString tooLateToSave(const QString& number, const QString& warehouse, const QString& date);
-/// Refusal at audit of a list: the count is void once counted goods moved behind its date; empty when they did not.
-QString overtaken(const QString& number);
-/// Refusal of a cancel: counted goods moved after the count was audited; empty when they did not.
-QString movedSinceAudit(const QString& number);
+/// Refusal at save: a later count of the warehouse, or later movement of counted goods.
+std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date);
+/// Refusal at audit of a list: the count is void once counted goods moved behind its date.
+std::optional<QString> overtaken(const QString& number);
+/// Refusal of a cancel: counted goods moved after the count was audited.
+std::optional<QString> movedSinceAudit(const QString& number);
 
 /// `auditEach` of counts; those that were overtaken are passed over and told.
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);

@@ -232,7 +232,7 @@ double TradingLines::setChange(const QString& value, QStringView field, Lines wh
 
 // ---- barcode -----------------------------------------------------------------------------------------------------
 
-QString TradingLines::goodsOfBarcode(const QString& barcode, const LinePlace&, QString& refusal) const {
+QString TradingLines::goodsOfBarcode(const QString& barcode, const LinePlace&, std::optional<QString>& refusal) const {
   QString goods;
   if (!barcode.isEmpty()) goods = lookupValue("select top 1 g_sn from jxc_goods where g_sptm=? order by g_sn", barcode);
   if (goods.isEmpty()) refusal = u"没有找到与该条码匹配的商品，请检查！"_qs;

@@ -1,5 +1,6 @@
 #include "stock/trading_rules.h"
 
+#include "core/refusal.h"
 #include "core/rounding.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -49,11 +50,7 @@ std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) cons
 }
 
 AuditOutcome TradingRules::audit(const AuditDraft& draft, Prompt& prompt) const {
-  const QString gate = auditGate(draft.number, draft.date);
-  if (gate != u"ok") {
-    prompt.notice(gate);
-    return AuditOutcome::Refused;
-  }
+  if (isRefused(auditGate(draft.number, draft.date), prompt)) return AuditOutcome::Refused;
   if (!mayAudit(draft, prompt)) return AuditOutcome::Refused;
   const DocumentFamily& f = family();
   const double paid = roundTotalIfSeparate(draft.paid);

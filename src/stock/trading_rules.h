@@ -54,7 +54,7 @@ class TradingLines : public LineRules {
   /// Tax rate that a new line proposes.
   virtual double proposedTax(bool) const { return session().cs_tax.toDouble(); }
   /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
-  virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, QString& refusal) const;
+  virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, std::optional<QString>& refusal) const;
 
   const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : family().line; }
   const DocumentFamily& family() const { return *document_.family; }

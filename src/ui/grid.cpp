@@ -481,10 +481,6 @@ void Grid::setCaption(std::string_view field, const QString& caption) {
   model_->setCaption(model_->columnOf(field), caption);
 }
 
-void Grid::setReadOnly(bool on) {
-  model_->readOnly = on;
-}
-
 double Grid::sum(std::string_view field) const {
   const int column = model_->columnOf(field);
   return column < 0 ? 0 : model_->sum(column);

@@ -98,7 +98,6 @@ class Grid : public QWidget {
   bool isColumnVisible(std::string_view field) const;
   bool isColumnAllowed(std::string_view field) const;
   void setCaption(std::string_view field, const QString& caption);
-  void setReadOnly(bool on);
   /// Sum of a column over all rows.
   double sum(std::string_view field) const;
   QString footerText(std::string_view field) const;  // as shown; empty for a column without a sum

@@ -182,7 +182,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-  if (!index.isValid() || readOnly || !changed) return result;
+  if (!index.isValid() || !changed) return result;
   const ColumnSpec& column = columns_[index.column()];
   if (column.editable && (!mayEdit || mayEdit(rows_[sourceRow(index.row())], column.field)))
     result |= Qt::ItemIsEditable;

@@ -52,7 +52,6 @@ class GridModel : public QAbstractTableModel {
   std::function<void()> afterChange;
   /// Whether this cell of an editable column opens; without it all do.
   std::function<bool(const Row& row, std::string_view field)> mayEdit;
-  bool readOnly = false;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

@@ -65,9 +65,4 @@ std::optional<Row> PickerScreen::pick(const QString& typed) {
   return showModal() ? list.current() : std::nullopt;
 }
 
-std::vector<Row> PickerScreen::pickAll(const QString& typed) {
-  first_ = typed;
-  return showModal() ? list.selectedRows() : std::vector<Row>();
-}
-
 }  // namespace jxc::ui

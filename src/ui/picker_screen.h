@@ -34,8 +34,6 @@ class PickerScreen : public Screen {
 
   /// Shows the list; the row that was taken, or nothing. The row is valid until the next search.
   std::optional<Row> pick(const QString& typed = {});
-  /// The same, all marked rows.
-  std::vector<Row> pickAll(const QString& typed = {});
 
  protected:
   void activate() override;

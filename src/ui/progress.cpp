@@ -28,9 +28,6 @@ bool Progress::step(int percent) {
 void Progress::setText(const QString& text) {
   dialog_->setLabelText(text);
 }
-bool Progress::isCancelled() const {
-  return dialog_->wasCanceled();
-}
 
 std::function<bool(int)> progressOnDemand(const QString& title, QWidget* parent) {
   return [title, parent, bar = std::shared_ptr<Progress>()](int percent) mutable {

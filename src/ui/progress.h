@@ -23,7 +23,6 @@ class Progress {
   /// 0 to 100; returns false once the operator has pressed 取消.
   bool step(int percent);
   void setText(const QString& text);
-  bool isCancelled() const;
   std::function<bool(int)> report() {
     return [this](int percent) { return step(percent); };
   }

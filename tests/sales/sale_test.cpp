@@ -27,7 +27,7 @@ class SaleTest : public test::ShopTest {
   std::int64_t scan(const QString& code) {
     const ScanResult result = lines().enterBarcode(place(), code, false, prompt);
     draft.number = result.number;
-    lastRefusal = result.refusal;
+    lastRefusal = result.refusal.value_or(QString());
     return result.id;
   }
   std::int64_t add(const QString& goods, double quantity, double price = -1) {

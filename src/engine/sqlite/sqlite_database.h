@@ -54,7 +54,6 @@ class SqliteDatabase final : public Database, public Bulk {
 
   sqlite3* native() const { return connection_.get(); }
   const FileRole& role() const { return role_; }
-  std::size_t cachedStatements() const { return statements_.size(); }
 
  private:
   struct Step {

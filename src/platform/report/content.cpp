@@ -61,10 +61,6 @@ bool isZero(const QString& text) {
 
 }  // namespace content_detail
 
-bool Content::hasExpression() const {
-  return std::any_of(parts.begin(), parts.end(), [](const Part& part) { return part.isExpression; });
-}
-
 Content compileContent(const QString& content, Program& program) {
   Content result;
   const auto words = [&](qsizetype from, qsizetype to) {

@@ -19,8 +19,6 @@ struct Content {
   };
   std::vector<Part> parts;
   bool usesPage = false, usesPages = false;
-
-  bool hasExpression() const;
 };
 
 /// Brackets inside an expression count: "[[g name] & '[x]']" is one expression, over the field `g name`.

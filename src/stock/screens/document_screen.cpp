@@ -1,6 +1,7 @@
 #include "stock/screens/document_screen.h"
 
 #include "core/fillers.h"
+#include "core/refusal.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
@@ -355,7 +356,7 @@ void DocumentScreen::enterBarcode(const QString& code) {
   if (!settleDate()) return;
   const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, onceOnly_->isChecked(), prompt());
   focusDraft();
-  if (!scanned.refusal.isEmpty()) return prompt().notice(scanned.refusal);
+  if (isRefused(scanned.refusal, prompt())) return;
   if (scanned.id == 0) return;  // the operator said no
   setNumber(scanned.number);
   reloadLines(scanned.id);

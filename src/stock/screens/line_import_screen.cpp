@@ -50,8 +50,8 @@ LineImportScreen::LineImportScreen(std::string_view name, const DocumentRules& r
   grid("gridLines").setColumnVisible("scrq", wanted().needsProduced);
   grid("gridLines").setRowLook([this](const Row& row) {
     const ImportLine& line = lines_[static_cast<std::size_t>(row.integer("row") - 1)];
-    if (!line.passes) return ui::RowLook::Bad;
-    return line.verdict == u"可顺利导入" ? ui::RowLook::Normal : ui::RowLook::Warning;
+    if (!line.passes()) return ui::RowLook::Bad;
+    return line.verdict == ImportLine::Verdict::Fine ? ui::RowLook::Normal : ui::RowLook::Warning;
   });
   on(command("btnOpen"), [this] { btnOpenClick(); });
   on(command("btnMb"), [this] { btnMbClick(); });
@@ -96,13 +96,13 @@ void LineImportScreen::showLines() {
   for (const ImportLine& line : lines_) {
     rows.addInteger(++number);
     for (const QString* text :
-         {&line.code, &line.name, &line.quantity, &line.price, &line.produced, &line.note, &line.verdict})
+         {&line.code, &line.name, &line.quantity, &line.price, &line.produced, &line.note, &line.words})
       rows.addText(text->toStdString());
   }
   auto& shown = grid("gridLines");
   shown.setRows(std::move(rows));
   command("btnOK").setEnabled(
-      std::any_of(lines_.begin(), lines_.end(), [](const ImportLine& line) { return line.passes; }));
+      std::any_of(lines_.begin(), lines_.end(), [](const ImportLine& line) { return line.passes(); }));
 }
 
 void LineImportScreen::btnMbClick() {
