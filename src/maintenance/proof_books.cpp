@@ -24,7 +24,7 @@ std::string joined(std::initializer_list<std::string_view> parts) {
 }  // namespace proof_books_detail
 
 bool leavesCost(const DocumentFamily& family) {
-  return findLedgerFlag(family.flag)->moves == MovesAverage::No;
+  return !findLedgerFlag(family.flag)->setsCost();
 }
 
 // ---- names -------------------------------------------------------------------------------------------------------
@@ -168,7 +168,7 @@ void Books::loadLedger() {
                     under.ledgerKind = '9';
                   else if (flagText == "dh")
                     under.ledgerKind = 'd';
-                  else if (lastFlag && lastFlag->reserved)
+                  else if (lastFlag && lastFlag->writer == LedgerWriter::Exchange)
                     under.ledgerKind = 'r';
                   else if (balancing && (numberText.starts_with("YS") || numberText.starts_with("YF")))
                     under.ledgerKind = 'o';

@@ -52,9 +52,7 @@ struct LedgerRow {
     if (!flag) return 0;
     return flag->group == MovementGroup::In ? quantity : -quantity;
   }
-  bool movesAverage() const {
-    return flag && (flag->moves == MovesAverage::Always || (flag->moves == MovesAverage::Inflow && quantity > 0));
-  }
+  bool movesAverage() const { return flag && flag->movesAverage(quantity); }
   bool isCount() const { return flag && flag->flag == "pd"; }
   bool isOpening() const { return flag && flag->flag == "qc"; }
 };

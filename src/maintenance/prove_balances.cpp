@@ -137,7 +137,7 @@ bool explainedByCounts(Books& books, const Pair& pair, const Counted& counted, d
 }
 
 bool isCostSetter(const LedgerRow& row) {
-  return row.flag && row.flag->anchor && !(row.isOpening() && row.number < 0);
+  return row.flag && row.flag->setsCost() && !(row.isOpening() && row.number < 0);
 }
 
 /// Whether something that does not set the cost was posted after the last row that does, before later rows.

@@ -42,7 +42,7 @@ void LedgerReplay::write(AnchorRow anchorRow) {
       carryStock(before_.take(), rows_.rows(), anchorRow == AnchorRow::Skip ? anchor_.id : 0, {});
 
   const LedgerFlag* anchorFlag = findLedgerFlag(anchor_.flag);
-  if (anchorFlag && anchorFlag->anchor && !strIsTrue(session().cs_cs009))
+  if (anchorFlag && anchorFlag->setsCost() && !strIsTrue(session().cs_cs009))
     postSql("update jxc_kcsp set kc_cbj=? where ck_sn=? and g_sn=?", running.average, anchor_.warehouse, anchor_.goods);
 }
 

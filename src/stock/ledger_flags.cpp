@@ -8,36 +8,37 @@ namespace ledger_flags_detail {
 
 using enum MovementGroup;
 using enum MovesAverage;
+using enum LedgerWriter;
 
 // `kb` moves the average with both of its rows, deliberately unlike `cf` and `db`: a bundle is new goods made of old
 // ones, and what went into it leaves at the price that was agreed for it.
 constexpr LedgerFlag table[] = {
-    // flag, caption, caption of a negative row, group, moves the average, anchor, reserved
-    {"qc", u"期初数", u"", In, Always, true, false},
-    {"cj", u"采购入库单", u"", In, Always, true, false},
-    {"ct", u"采购退货单", u"", In, Always, true, false},
-    {"db", u"库存调拨入库", u"库存调拨出库", In, Inflow, true, false},
-    {"cf", u"拆分入库", u"被拆分出库", In, Inflow, true, false},
-    {"kb", u"捆绑入库", u"被捆绑出库", In, Always, true, false},
-    {"pd", u"库存盘点单", u"", In, Always, true, false},
-    {"bs", u"商品报损", u"", In, No, false, false},
-    {"by", u"商品报溢", u"", In, No, false, false},
-    {"hh", u"客户还货", u"", In, No, false, false},
-    {"xs", u"商品销售单", u"顾客退货单", Out, No, false, false},
-    {"xt", u"顾客退货单", u"", Out, No, false, false},
-    {"jh", u"客户借货", u"", Out, No, false, false},
-    {"dh", u"积分换赠品", u"", Out, No, false, false},
-    {"sc", u"生产入库单", u"", In, Always, true, true},
-    {"st", u"次品返工单", u"", In, Always, true, true},
-    {"jg", u"加工入库", u"", In, Always, true, true},
-    {"ws", u"外发加工收货", u"", In, Always, true, true},
-    {"bh", u"", u"", In, Inflow, true, true},
-    {"pl", u"配料出库", u"", In, No, false, true},
-    {"wp", u"外发配料消耗", u"", In, No, false, true},
-    {"wt", u"外发配料调整", u"", In, No, false, true},
-    {"bf", u"", u"", In, No, false, true},
-    {"ly", u"部门领用单", u"", Out, No, false, true},
-    {"lt", u"部门退回单", u"", Out, No, false, true},
+    // flag, caption, caption of a negative row, group, moves the average, written by
+    {"qc", u"期初数", u"", In, Always},
+    {"cj", u"采购入库单", u"", In, Always},
+    {"ct", u"采购退货单", u"", In, Always},
+    {"db", u"库存调拨入库", u"库存调拨出库", In, Inflow},
+    {"cf", u"拆分入库", u"被拆分出库", In, Inflow},
+    {"kb", u"捆绑入库", u"被捆绑出库", In, Always},
+    {"pd", u"库存盘点单", u"", In, Always},
+    {"bs", u"商品报损", u"", In, No},
+    {"by", u"商品报溢", u"", In, No},
+    {"hh", u"客户还货", u"", In, No},
+    {"xs", u"商品销售单", u"顾客退货单", Out, No},
+    {"xt", u"顾客退货单", u"", Out, No},
+    {"jh", u"客户借货", u"", Out, No},
+    {"dh", u"积分换赠品", u"", Out, No},
+    {"sc", u"生产入库单", u"", In, Always, Exchange},
+    {"st", u"次品返工单", u"", In, Always, Exchange},
+    {"jg", u"加工入库", u"", In, Always, Exchange},
+    {"ws", u"外发加工收货", u"", In, Always, Exchange},
+    {"bh", u"", u"", In, Inflow, Exchange},
+    {"pl", u"配料出库", u"", In, No, Exchange},
+    {"wp", u"外发配料消耗", u"", In, No, Exchange},
+    {"wt", u"外发配料调整", u"", In, No, Exchange},
+    {"bf", u"", u"", In, No, Exchange},
+    {"ly", u"部门领用单", u"", Out, No, Exchange},
+    {"lt", u"部门退回单", u"", Out, No, Exchange},
 };
 
 constexpr std::size_t letters = 2;

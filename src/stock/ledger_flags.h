@@ -14,14 +14,23 @@ enum class MovementGroup : char { In, Out };
 /// Whether a row moves the moving-average cost.
 enum class MovesAverage : char { No, Always, Inflow /* only when gl_sl > 0 */ };
 
+/// Account sets may hold rows that no writer of this program makes: they came by data exchange.
+enum class LedgerWriter : char { Here, Exchange };
+
 struct LedgerFlag {
   std::string_view flag;               // ASCII, as `gl_flag` stores it
   std::u16string_view caption;         // what statistics print for the row
   std::u16string_view reverseCaption;  // the same for a negative quantity; empty when it makes no difference
   MovementGroup group;
   MovesAverage moves;
-  bool anchor;    // a replay that starts at such a row sets the warehouse's cost price at its end
-  bool reserved;  // no writer in this program, yet account sets may hold such rows from data exchange
+  LedgerWriter writer = LedgerWriter::Here;
+
+  /// Whether a row of `gl_sl` pieces moves the average.
+  bool movesAverage(double quantity) const {
+    return moves == MovesAverage::Always || (moves == MovesAverage::Inflow && quantity > 0);
+  }
+  /// A replay that starts at such a row sets the warehouse's cost price at its end, whatever its sign.
+  bool setsCost() const { return moves != MovesAverage::No; }
 };
 
 /// Of a row of `jxc_goodslist`. Null for an unknown flag: such a row moves nothing.

@@ -115,7 +115,7 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
   };
   const std::string name = flag.toStdString();
   const LedgerFlag* const known = findLedgerFlag(name);
-  if (!known || known->moves != MovesAverage::No) return;  // its price is its own
+  if (!known || known->setsCost()) return;  // its price is its own
   const DocumentFamily* const family = familyOf(name);
   if (family && !family->line.columns->cost.empty()) {
     if (!differs(row.number("gl_cbj"), cost)) return fillAverage();

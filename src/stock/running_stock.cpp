@@ -44,8 +44,7 @@ void RunningStock::advance(const StockMovement& row, const StockDigits& digits) 
     quantity -= row.quantity;
   }
 
-  const bool moves =
-      flag && (flag->moves == MovesAverage::Always || (flag->moves == MovesAverage::Inflow && row.quantity > 0));
+  const bool moves = flag && flag->movesAverage(row.quantity);
   if (moves && quantity != 0 && poolQuantity != 0) {
     quantity = roundEps(quantity, digits.quantity);
     if (quantity != 0) average = std::fabs(poolValue / poolQuantity);

@@ -327,7 +327,7 @@ void Chart::follow() {
     const int place = comMeasure_->count();
     comMeasure_->addItem(column.caption, qs(each.field));
     if (first < 0) first = place;
-    if (summed < 0 && each.sum) summed = place;
+    if (summed < 0 && each.use.sum) summed = place;
     if (each.field == spec_.measure) wanted = place;
   }
   const int kept = before.isEmpty() ? -1 : comMeasure_->findData(before);

@@ -31,8 +31,10 @@ struct Text {
 
 template <class Edit>
 Text textOf(const Edit& edit) {
-  return {true, edit.textCursor().hasSelection(), edit.document()->isUndoAvailable(),
-          edit.document()->isRedoAvailable()};
+  return {.isThere = true,
+          .isSelected = edit.textCursor().hasSelection(),
+          .canUndo = edit.document()->isUndoAvailable(),
+          .canRedo = edit.document()->isRedoAvailable()};
 }
 
 Text textIn(const QWidget& input) {
@@ -41,7 +43,10 @@ Text textIn(const QWidget& input) {
   const auto* line = qobject_cast<const QLineEdit*>(&input);
   if (!line) line = input.findChild<QLineEdit*>();  // of a list that is typed in, of a number with arrows
   if (!line) return {};
-  return {true, line->hasSelectedText(), line->isUndoAvailable(), line->isRedoAvailable()};
+  return {.isThere = true,
+          .isSelected = line->hasSelectedText(),
+          .canUndo = line->isUndoAvailable(),
+          .canRedo = line->isRedoAvailable()};
 }
 
 /// The keys of texts by their names, not by what this desktop makes of them.

@@ -46,7 +46,7 @@ class Grid::Footer : public QWidget {
     const auto columns = grid_.model_->columns();
     QStringList spoken;
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
-      if (!columns[i].sum || grid_.model_->isForbidden(i)) continue;
+      if (!columns[i].use.sum || grid_.model_->isForbidden(i)) continue;
       texts_[i] = complete ? displaySum(columns[i].kind, grid_.model_->sum(i)) : QStringLiteral("…");
       if (!grid_.view_->isColumnHidden(i)) spoken << qs(columns[i].caption) + texts_[i];
     }
@@ -215,7 +215,7 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
     if (!inReload_ && currentChanged_) currentChanged_();
   });
   for (int i = 0; i < static_cast<int>(spec.columns.size()); ++i) {
-    hiddenByOperator_[static_cast<std::size_t>(i)] = spec.columns[i].hidden;
+    hiddenByOperator_[static_cast<std::size_t>(i)] = spec.columns[i].use.hidden;
     showColumn(i);
   }
   defaultWidths();
@@ -505,7 +505,7 @@ std::vector<Grid::ExportColumn> Grid::exportColumns() const {
   for (int place = 0; place < header->count(); ++place) {
     const int column = header->logicalIndex(place);
     const auto& spec = spec_.columns[static_cast<std::size_t>(column)];
-    if (header->isSectionHidden(column) || !spec.exported) continue;
+    if (header->isSectionHidden(column) || !spec.use.exported) continue;
     result.push_back({model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), spec.kind, column});
   }
   return result;

@@ -63,7 +63,7 @@ void Grid::fitToRows() {
     for (int row = 0; row < std::min(kSample, rowCount()); ++row) {
       width = std::max(width, metrics.horizontalAdvance(model_->cellText(row, i)));
     }
-    if (column.sum) width = std::max(width, metrics.horizontalAdvance(footerText(column.field)) * 11 / 10);
+    if (column.use.sum) width = std::max(width, metrics.horizontalAdvance(footerText(column.field)) * 11 / 10);
     if (column.width > 0) width = std::max(width, std::min(column.width, 8) * metrics.averageCharWidth());
     width = std::min(width, kWidest) + 16;
     // Columns only grow: a list that is read anew must not jump.
@@ -171,7 +171,7 @@ void Grid::designLayout() {
   auto* header = view_->horizontalHeader();
   for (int i = 0; i < header->count(); ++i) {
     header->moveSection(header->visualIndex(i), i);
-    hiddenByOperator_[static_cast<std::size_t>(i)] = spec_.columns[static_cast<std::size_t>(i)].hidden;
+    hiddenByOperator_[static_cast<std::size_t>(i)] = spec_.columns[static_cast<std::size_t>(i)].use.hidden;
     showColumn(i);
   }
   defaultWidths();

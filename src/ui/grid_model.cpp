@@ -184,7 +184,7 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   if (!index.isValid() || !changed) return result;
   const ColumnSpec& column = columns_[index.column()];
-  if (column.editable && (!mayEdit || mayEdit(rows_[sourceRow(index.row())], column.field)))
+  if (column.use.editable && (!mayEdit || mayEdit(rows_[sourceRow(index.row())], column.field)))
     result |= Qt::ItemIsEditable;
   return result;
 }

@@ -72,8 +72,8 @@ Sheet gridSheet(const Grid& grid) {
     sheet.columns.back().width = std::max(6.0, static_cast<double>(grid.view()->columnWidth(column.column)) /
                                                    std::max(1, grid.view()->fontMetrics().horizontalAdvance(u'0')));
     sheet.sums.emplace_back();
-    if (spec.sum) sheet.sums.back() = roundEps(grid.sum(spec.field), grid_output_detail::kStoredDecimals);
-    hasSums = hasSums || spec.sum;
+    if (spec.use.sum) sheet.sums.back() = roundEps(grid.sum(spec.field), grid_output_detail::kStoredDecimals);
+    hasSums = hasSums || spec.use.sum;
   }
   if (!hasSums) sheet.sums.clear();
   if (hasSums && sheet.sums.front().isNull()) sheet.sums.front() = QStringLiteral("合计");

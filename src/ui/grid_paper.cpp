@@ -55,7 +55,7 @@ std::vector<Wish> wishes(const Grid& grid, const std::vector<Grid::ExportColumn>
     }
     const auto& spec = grid.spec().columns[static_cast<std::size_t>(column.column)];
     const double caption = metrics.horizontalAdvance(column.caption) * kBold;
-    double width = spec.sum ? metrics.horizontalAdvance(grid.footerText(spec.field)) * kBold : 0;
+    double width = spec.use.sum ? metrics.horizontalAdvance(grid.footerText(spec.field)) * kBold : 0;
     double code = 0;  // the widest that no line can break
     for (int row = 0; row < std::min(kSample, grid.rowCount()); ++row) {
       const QString text = grid.cellText(row, column.column);
@@ -201,7 +201,7 @@ report::Report gridReport(const Grid& grid, const report::Drawing& drawing) {
   const GridHeading heading = grid.heading();
   const auto& specs = grid.spec().columns;
   const bool hasSums = std::any_of(columns.begin(), columns.end(), [&](const auto& column) {
-    return specs[static_cast<std::size_t>(column.column)].sum;
+    return specs[static_cast<std::size_t>(column.column)].use.sum;
   });
   const Parts parts{.filter = !heading.filter.isEmpty(), .drawing = drawing != nullptr, .sums = hasSums};
   report::Template t = listTemplate(columns, rasterOf(wishes(grid, columns)), parts);
@@ -216,9 +216,9 @@ report::Report gridReport(const Grid& grid, const report::Drawing& drawing) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const auto& spec = specs[static_cast<std::size_t>(columns[i].column)];
     report.setText(nameOf("h", i), columns[i].caption);
-    report.setText(nameOf("s", i), spec.sum ? grid.footerText(spec.field)
-                                   : i == 0 ? QStringLiteral("合计")
-                                            : QString());
+    report.setText(nameOf("s", i), spec.use.sum ? grid.footerText(spec.field)
+                                   : i == 0     ? QStringLiteral("合计")
+                                                : QString());
   }
   report.setRows(shownTexts(grid, columns));
   return report;

@@ -49,18 +49,28 @@ struct FieldSpec {
 
 enum class ColumnKind : std::uint8_t { Text, Money, Total, Quantity, Percent, Number, Date, Flag };
 
+/// What a column is for. Its truths have names wherever they are given: `{.sum = true, .editable = true}`; a list
+/// without names does not compile.
+struct ColumnUse {
+  struct ByName {
+    constexpr explicit ByName() = default;
+  };
+  ByName byName = ByName();
+  bool sum = false;       // summed in the footer
+  bool editable = false;  // goes to the `changed` hook of the grid
+  bool exported = true;   // goes to spreadsheet and print
+  bool hidden = false;    // known to the layout, not shown at first
+};
+
 /// One column of a grid. `field` is a column of the query. Without its `right` an operator gets nothing of a column:
 /// not shown, summed, drawn, printed, exported or copied, not offered to be shown, and not told by a screen reader.
 struct ColumnSpec {
   std::string_view field;
   std::string_view caption;
   ColumnKind kind = ColumnKind::Text;
-  int width = 0;          // in characters; 0: by kind
-  bool sum = false;       // summed in the footer
-  bool editable = false;  // goes to the `changed` hook of the grid
-  bool exported = true;   // goes to spreadsheet and print
-  bool hidden = false;    // known to the layout, not shown at first
-  Right right = {};       // to see it at all
+  int width = 0;  // in characters; 0: by kind
+  ColumnUse use = {};
+  Right right = {};  // to see it at all
 };
 
 struct GridSpec {

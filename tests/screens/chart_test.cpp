@@ -32,9 +32,9 @@ QStringList ticks(const ui::AxisScale& scale) {
 constexpr ui::ColumnSpec kColumns[] = {
     {"khmc", "客户"},
     {"dj", "均价", ui::ColumnKind::Money},
-    {"sl", "数量", ui::ColumnKind::Quantity, 0, true},
-    {"je", "金额", ui::ColumnKind::Money, 0, true},
-    {"lr", "毛利", ui::ColumnKind::Money, 0, true},
+    {"sl", "数量", ui::ColumnKind::Quantity, 0, {.sum = true}},
+    {"je", "金额", ui::ColumnKind::Money, 0, {.sum = true}},
+    {"lr", "毛利", ui::ColumnKind::Money, 0, {.sum = true}},
 };
 constexpr ui::GridSpec kGrid = {"gridChart", "客户销售", kColumns, "没有销售，改变条件后按F2查询"};
 

@@ -35,16 +35,16 @@ constexpr ui::Criterion kCriteria[] = {{Asks::From, "tdate1", "日期："},
 constexpr ui::ColumnSpec kSums[] = {
     {"g_sn", "商品编号"},
     {"gname", "商品名称", ColumnKind::Text, 24},
-    {"sl", "数量", ColumnKind::Quantity, 0, true},
-    {.field = "je", .caption = "金额", .kind = ColumnKind::Total, .sum = true, .right = kSeesPrice},
-    {.field = "lr", .caption = "毛利", .kind = ColumnKind::Total, .sum = true, .right = kSeesCost}};
+    {"sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
+    {.field = "je", .caption = "金额", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesPrice},
+    {.field = "lr", .caption = "毛利", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesCost}};
 constexpr ui::ColumnSpec kLines[] = {
     {"gl_kdrq", "日期", ColumnKind::Date},
     {"gl_djh", "单据号", ColumnKind::Text, 15},
     {"g_name", "商品名称", ColumnKind::Text, 24},
     {"ghs_name", "客户", ColumnKind::Text, 16},
-    {"gl_sl", "数量", ColumnKind::Quantity, 0, true},
-    {.field = "gl_je", .caption = "金额", .kind = ColumnKind::Total, .sum = true, .right = kSeesPrice}};
+    {"gl_sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
+    {.field = "gl_je", .caption = "金额", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesPrice}};
 constexpr ui::EnquiryView kViews[] = {
     {.grid = {"gridHz", "销售汇总", kSums, "这段时间没有销售", "g_sn"},
      .source = soldByGoods,

@@ -175,7 +175,7 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
       EXPECT_EQ(months.rowCount(), anyTime.rowCount());
       bool less = inside.rowCount() < whole.rowCount();
       for (const ui::ColumnSpec& column : list.columns) {
-        if (!column.sum) continue;
+        if (!column.use.sum) continue;
         const auto total = [&](const RowSet& set) {
           double sum = 0;
           for (const Row row : set)
@@ -224,7 +224,7 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
         const RowSet rows = jxc::answer(view.source, s.criteria());
         ASSERT_EQ(list.rowCount(), rows.rowCount());
         for (const ui::ColumnSpec& column : view.grid.columns) {
-          if (!column.sum) continue;
+          if (!column.use.sum) continue;
           double sum = 0;
           for (const Row row : rows)
             if (!view.counts || view.counts(row)) sum += row.number(column.field);

@@ -28,12 +28,12 @@ namespace grid_output_test {
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号"},
     {"g_name", "商品名称"},
-    {"kc", "库存", ui::ColumnKind::Quantity, 0, true},
+    {"kc", "库存", ui::ColumnKind::Quantity, 0, {.sum = true}},
     {"jj", "进价", ui::ColumnKind::Money},
-    {"zje", "金额", ui::ColumnKind::Total, 0, true},
+    {"zje", "金额", ui::ColumnKind::Total, 0, {.sum = true}},
     {"rq", "日期", ui::ColumnKind::Date},
     {"jy", "禁用", ui::ColumnKind::Flag},
-    {.field = "bz", .caption = "备注", .hidden = true},
+    {.field = "bz", .caption = "备注", .use = {.use = {.hidden = true}}},
 };
 constexpr ui::GridSpec kGrid = {"gridTest", "商品", kColumns, "没有商品", "id", "test"};
 

@@ -110,7 +110,7 @@ constexpr ui::FieldSpec kFields[] = {
 };
 constexpr ui::ColumnSpec kLines[] = {{"g_sn", "商品编号"},
                                      {"g_name", "商品名称"},
-                                     {"bs_sl", "数量", ColumnKind::Quantity, 8, true},
+                                     {"bs_sl", "数量", ColumnKind::Quantity, 8, {.sum = true}},
                                      {"bs_note", "备注"}};
 constexpr ui::ColumnSpec kWaiting[] = {
     {"gl_djh", "单据编号"}, {"bs_bsrq", "日期", ColumnKind::Date}, {"ck_name", "仓库"}};

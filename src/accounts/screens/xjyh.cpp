@@ -22,17 +22,21 @@ constexpr ui::Criterion kAuditedCriteria[] = {{Asks::From, "tdate21", "日期：
                                               {Asks::Account, "comYhzh2", "账户：", accountsOrAll},
                                               {Asks::Key, "tkey2", "查找："}};
 constexpr ui::ColumnSpec kWaitingColumns[] = {
-    {"xj_rq", "日期", ColumnKind::Date},           {"gl_djh", "单据号", ColumnKind::Text, 15},
-    {"xj_dlx", "类型", ColumnKind::Text, 14},      {"xj_kmmc", "账户", ColumnKind::Text, 14},
-    {"xj_je", "金额", ColumnKind::Money, 0, true}, {"u_name", "经办人"},
-    {"xj_note", "备注", ColumnKind::Text, 24},     {"a_name", "操作员"},
+    {"xj_rq", "日期", ColumnKind::Date},
+    {"gl_djh", "单据号", ColumnKind::Text, 15},
+    {"xj_dlx", "类型", ColumnKind::Text, 14},
+    {"xj_kmmc", "账户", ColumnKind::Text, 14},
+    {"xj_je", "金额", ColumnKind::Money, 0, {.sum = true}},
+    {"u_name", "经办人"},
+    {"xj_note", "备注", ColumnKind::Text, 24},
+    {"a_name", "操作员"},
 };
 constexpr ui::ColumnSpec kAuditedColumns[] = {
     {"xj_kmmc", "账户", ColumnKind::Text, 12},
     {"xj_rq", "日期", ColumnKind::Date},
     {"gl_djh", "单据号", ColumnKind::Text, 15},
     {"xj_dlx", "类型", ColumnKind::Text, 14},
-    {"xj_je", "金额", ColumnKind::Money, 0, true},
+    {"xj_je", "金额", ColumnKind::Money, 0, {.sum = true}},
     {"xj_ljje", "账户余额", ColumnKind::Money},
     {"ghs_name", "往来单位", ColumnKind::Text, 18},
     {"ck_name", "仓库"},
@@ -42,8 +46,8 @@ constexpr ui::ColumnSpec kAuditedColumns[] = {
 };
 constexpr ui::ColumnSpec kTotalColumns[] = {
     {"xj_kmmc", "账户", ColumnKind::Text, 24},
-    {"sfje", "本期收支", ColumnKind::Money, 16, true},
-    {"ljje", "期末余额", ColumnKind::Money, 16, true},
+    {"sfje", "本期收支", ColumnKind::Money, 16, {.sum = true}},
+    {"ljje", "期末余额", ColumnKind::Money, 16, {.sum = true}},
 };
 
 constexpr Right kAudits{"rcgl", 14};

@@ -12,7 +12,7 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"yh_sn", "编号"},
     {"yh_name", "账户名称", ColumnKind::Text, 20},
     {"yh_type", "账户类型", ColumnKind::Text, 20},
-    {"yh_zje", "期初金额", ColumnKind::Money, 0, true},
+    {"yh_zje", "期初金额", ColumnKind::Money, 0, {.sum = true}},
     {"yh_note", "备注", ColumnKind::Text, 30},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridYhzh", "账户列表", kColumns, "还没有账户，按F2增加"}};

@@ -47,8 +47,8 @@ struct Overview {
       {"gl_djh", "单据号", ColumnKind::Text, 15},
       {"k_djtxt", "类型", ColumnKind::Text, 12},
       {"k_qcje", joined<"期初", Text::owed>, ColumnKind::Money},
-      {"k_yfje", joined<"本期", Text::owed>, ColumnKind::Money, 0, true},
-      {"k_sfje", joined<"本期", Text::got>, ColumnKind::Money, 0, true},
+      {"k_yfje", joined<"本期", Text::owed>, ColumnKind::Money, 0, {.sum = true}},
+      {"k_sfje", joined<"本期", Text::got>, ColumnKind::Money, 0, {.sum = true}},
       {"k_ljje", joined<"期末", Text::owed>, ColumnKind::Money},
       {"k_fkfs", "账户"},
       {"gl_djh2", "关联单据", ColumnKind::Text, 15},
@@ -63,19 +63,19 @@ struct Overview {
       {"gg_name", "规格型号"},
       {"color_name", "颜色"},
       {"dw_name", "单位", ColumnKind::Text, 6},
-      {"gl_sl", "数量", ColumnKind::Quantity, 0, true},
+      {"gl_sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
       {.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesPrice},
-      {.field = "gl_zje", .caption = "金额", .kind = ColumnKind::Money, .sum = true, .right = seesPrice},
+      {.field = "gl_zje", .caption = "金额", .kind = ColumnKind::Money, .use = {.sum = true}, .right = seesPrice},
       {"ck_name", "仓库"},
       {"gl_bz", "备注", ColumnKind::Text, 20},
   };
   static constexpr ui::ColumnSpec totals[] = {
       {"k_ghskh", joined<Text::noun, "编号">},
       {"name", joined<Text::noun>, ColumnKind::Text, 28},
-      {"qcje", joined<"期初", Text::owed>, ColumnKind::Money, 14, true},
-      {"yfje", joined<"本期", Text::owed>, ColumnKind::Money, 14, true},
-      {"sfje", joined<"本期", Text::got>, ColumnKind::Money, 14, true},
-      {"wfje", joined<"期末", Text::owed>, ColumnKind::Money, 14, true},
+      {"qcje", joined<"期初", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
+      {"yfje", joined<"本期", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
+      {"sfje", joined<"本期", Text::got>, ColumnKind::Money, 14, {.sum = true}},
+      {"wfje", joined<"期末", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
   };
 
   static Sql detail(const Criteria& criteria) { return partner_books::overviewDetail(partnerSide(Side), criteria); }

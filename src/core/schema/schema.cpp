@@ -124,7 +124,7 @@ void resetBusinessTables(Database& database) {
   Transaction transaction(database);
   database.execute("update jxc_goods set g_kc=0,ghs_sn='100001'");
   for (const schema::TableEntry& entry : schema::tables()) {
-    if (entry.reset) createTable(database, entry.name);
+    if (entry.onReset == schema::OnReset::Empties) createTable(database, entry.name);
   }
   transaction.commit();
 }

@@ -14,9 +14,12 @@ namespace jxc {
 namespace schema {
 
 /// One of the 146 tables of an account set.
+/// What resetBusinessTables does with a table.
+enum class OnReset : char { Keeps, Empties };
+
 struct TableEntry {
   std::string_view name;
-  bool reset;                // resetBusinessTables empties it
+  OnReset onReset;
   std::string_view purpose;  // for the operator, in Chinese
 };
 

@@ -61,7 +61,7 @@ void Checkpointer::wake() {
 void Checkpointer::start() {
   if (!own_) {
     if (fileHasMoved(watched_)) return;
-    own_ = openConnection({file_, false}, {.essential = false});
+    own_ = openConnection({.file = file_, .essential = false}, {.essential = false});
     // The watched connection closes later: what is left in the log then is for it alone.
     sqlite3_db_config(own_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   }

@@ -31,7 +31,7 @@ DbError copyFailed(const QString& file, const QString& reason, Kind kind = Kind:
 
 DbError copyFailed(const QString& file, int code) {
   if ((code & 0xff) == SQLITE_FULL) return copyFailed(file, diskReason(ENOSPC), Kind::Full);
-  const DbError reason = statementFailed({file, false}, code, sqlite3_errstr(code), {});
+  const DbError reason = statementFailed({.file = file, .essential = false}, code, sqlite3_errstr(code), {});
   return copyFailed(file, reason.message(), reason.kind());
 }
 
@@ -132,7 +132,7 @@ Database::OpenReader SqliteDatabase::readerOpener() const {
   if (role_.file.isEmpty()) return {};
   copying_detail::requireSameFile(connection_.get(), role_);
   // The program goes on when one list cannot be shown, so this is not an essential file.
-  return [role = FileRole{role_.file, false, true}, translator = translator_,
+  return [role = FileRole{.file = role_.file, .essential = false, .reader = true}, translator = translator_,
           file = copying_detail::identityOf(role_.file)]() -> std::unique_ptr<Database> {
     if (copying_detail::identityOf(role.file) != file) throw fileIsGone(role.file);
     ConnectionHandle connection = openConnection(role, {.essential = false});
@@ -153,7 +153,7 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
     // A connection of its own that holds one state of the file: others go on writing and the copy need not begin anew.
     ConnectionHandle own;
     if (!role_.file.isEmpty()) {
-      own = openConnection({role_.file, false}, {.essential = false});
+      own = openConnection({.file = role_.file, .essential = false}, {.essential = false});
       if (const int code =
               sqlite3_exec(own.get(), "begin; select count(*) from sqlite_master", nullptr, nullptr, nullptr);
           code != SQLITE_OK)

@@ -450,7 +450,8 @@ void SqliteDatabase::rollback() {
 }
 
 DbError fileIsGone(const QString& file) {
-  return cannotReach({file, false}, QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
+  return cannotReach({.file = file, .essential = false},
+                     QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
 }
 
 bool fileHasMoved(sqlite3* connection) {

@@ -35,9 +35,9 @@ constexpr ui::ColumnSpec kLedgerColumns[] = {
     {"k_rq", "日期", ColumnKind::Date},
     {"gl_djh", "单据号", ColumnKind::Text, 14},
     {"k_djtxt", "摘要"},
-    {"k_yfje", "增加", ColumnKind::Money, 0, true},
-    {"k_sfje", "减少", ColumnKind::Money, 0, true},
-    {"k_yhje", "优惠", ColumnKind::Money, 0, true},
+    {"k_yfje", "增加", ColumnKind::Money, 0, {.sum = true}},
+    {"k_sfje", "减少", ColumnKind::Money, 0, {.sum = true}},
+    {"k_yhje", "优惠", ColumnKind::Money, 0, {.sum = true}},
     {"k_ljje", "余额", ColumnKind::Money},
     {"k_note", "备注", ColumnKind::Text, 24},
 };

@@ -36,7 +36,7 @@ constexpr auto kColumns = [] {
       ColumnSpec{Text::levelName.letters, Text::level.letters},
       ColumnSpec{partnerColumn<Side, "lxr">, "联系人"},
       ColumnSpec{partnerColumn<Side, "tele">, "电话"},
-      ColumnSpec{partnerColumn<Side, "lwje">, joined<Text::owed, "余额">, ColumnKind::Money, 0, true},
+      ColumnSpec{partnerColumn<Side, "lwje">, joined<Text::owed, "余额">, ColumnKind::Money, 0, {.sum = true}},
       ColumnSpec{"z_name", "地区"},
       ColumnSpec{partnerColumn<Side, "address">, "地址", ColumnKind::Text, 24},
       ColumnSpec{partnerColumn<Side, "jm">, "简码"}};

@@ -19,9 +19,9 @@ constexpr ui::ColumnSpec kDocumentColumns[] = {
     {"djh", "单据号", ColumnKind::Text, 16},
     {"dwmc", "往来单位", ColumnKind::Text, 18},
     {"ck_name", "仓库"},
-    {"yfje", "应付应收", ColumnKind::Money, 0, true},
-    {"sfje", "实付实收", ColumnKind::Money, 0, true},
-    {"wfje", "未付未收", ColumnKind::Money, 0, true},
+    {"yfje", "应付应收", ColumnKind::Money, 0, {.sum = true}},
+    {"sfje", "实付实收", ColumnKind::Money, 0, {.sum = true}},
+    {"wfje", "未付未收", ColumnKind::Money, 0, {.sum = true}},
 };
 constexpr ui::ColumnSpec kDiaryColumns[] = {{"rz_rq", "日期", ColumnKind::Date},
                                             {"rz_note", "日志内容", ColumnKind::Text, 60}};

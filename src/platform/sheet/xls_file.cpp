@@ -29,19 +29,21 @@ std::size_t wordAt(std::string_view bytes, std::size_t at) {
 /// A record that holds one text: where its length stands and how long that is.
 struct TextRecord {
   std::size_t kind, lengthAt;
-  bool wide;      // two bytes of length
-  bool wideIn95;  // the same before the form of 1997, whose texts have one byte a character and no flags
+  enum Length : unsigned char { Short = 1, Long = 2 } length;  // bytes of it
+  Length lengthIn95;  // before the form of 1997, whose texts have one byte a character and no flags
 };
+using enum TextRecord::Length;
 constexpr TextRecord kTextRecords[] = {
-    {0x41e, 2, true, false}, {0x85, 6, false, false}, {0x204, 6, true, true}, {0x207, 0, true, true}};
+    {0x41e, 2, Long, Short}, {0x85, 6, Short, Short}, {0x204, 6, Long, Long}, {0x207, 0, Long, Long}};
 
 /// Whether the text of a record ends within it.
 bool holdsItsText(std::size_t kind, std::string_view record, bool form97) {
   for (const TextRecord& each : kTextRecords) {
     if (each.kind != kind) continue;
-    const bool wide = form97 ? each.wide : each.wideIn95;
-    const std::size_t start = each.lengthAt + (wide ? 2 : 1);
-    const std::size_t characters = wide ? wordAt(record, each.lengthAt) : byteAt(record, each.lengthAt);
+    const TextRecord::Length length = form97 ? each.length : each.lengthIn95;
+    const std::size_t start = each.lengthAt + length;
+    const std::size_t characters =
+        length == TextRecord::Long ? wordAt(record, each.lengthAt) : byteAt(record, each.lengthAt);
     if (!form97) return start + characters <= record.size();
     return characters == 0 || start + 1 + characters * ((byteAt(record, start) & 1U) + 1) <= record.size();
   }

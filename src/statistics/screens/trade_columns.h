@@ -29,13 +29,22 @@ template <PartnerType Side, FixedText Prefix>
 constexpr auto figures() {
   constexpr Right money = seesMoney<Side>;
   constexpr std::array both{
-      ColumnSpec{joined<Prefix, "sl">, "数量", ColumnKind::Quantity, 8, true},
-      ColumnSpec{
-          .field = joined<Prefix, "je">, .caption = "金额", .kind = ColumnKind::Total, .sum = true, .right = money},
-      ColumnSpec{
-          .field = joined<Prefix, "taxje">, .caption = "税额", .kind = ColumnKind::Total, .sum = true, .right = money},
-      ColumnSpec{
-          .field = joined<Prefix, "zje">, .caption = "总金额", .kind = ColumnKind::Total, .sum = true, .right = money},
+      ColumnSpec{joined<Prefix, "sl">, "数量", ColumnKind::Quantity, 8, {.sum = true}},
+      ColumnSpec{.field = joined<Prefix, "je">,
+                 .caption = "金额",
+                 .kind = ColumnKind::Total,
+                 .use = {.sum = true},
+                 .right = money},
+      ColumnSpec{.field = joined<Prefix, "taxje">,
+                 .caption = "税额",
+                 .kind = ColumnKind::Total,
+                 .use = {.sum = true},
+                 .right = money},
+      ColumnSpec{.field = joined<Prefix, "zje">,
+                 .caption = "总金额",
+                 .kind = ColumnKind::Total,
+                 .use = {.sum = true},
+                 .right = money},
   };
   if constexpr (!isSales<Side>) {
     return both;
@@ -46,12 +55,12 @@ constexpr auto figures() {
             ColumnSpec{.field = joined<Prefix, "zcb">,
                        .caption = "成本",
                        .kind = ColumnKind::Total,
-                       .sum = true,
+                       .use = {.sum = true},
                        .right = kSeesCost},
             ColumnSpec{.field = joined<Prefix, "lr">,
                        .caption = "毛利",
                        .kind = ColumnKind::Total,
-                       .sum = true,
+                       .use = {.sum = true},
                        .right = kSeesCost},
             ColumnSpec{
                 .field = "lrl", .caption = "毛利率(%)", .kind = ColumnKind::Percent, .width = 8, .right = kSeesCost}});
@@ -62,9 +71,9 @@ inline constexpr std::array goodsNames{
     ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 9}, ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 24},
     ColumnSpec{"gg_name", "规格型号", ColumnKind::Text, 9}, ColumnSpec{"color_name", "颜色", ColumnKind::Text, 4},
     ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}};
-inline constexpr std::array goodsDetails{ColumnSpec{.field = "g_sptm", .caption = "商品条码", .hidden = true},
-                                         ColumnSpec{.field = "g_sccs", .caption = "商品产地", .hidden = true},
-                                         ColumnSpec{.field = "g_bz", .caption = "商品备注", .hidden = true}};
+inline constexpr std::array goodsDetails{ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}},
+                                         ColumnSpec{.field = "g_sccs", .caption = "商品产地", .use = {.hidden = true}},
+                                         ColumnSpec{.field = "g_bz", .caption = "商品备注", .use = {.hidden = true}}};
 
 /// Rows of the ledger.
 template <PartnerType Side>

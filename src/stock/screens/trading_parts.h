@@ -12,14 +12,14 @@ namespace jxc::trading_parts {
 /// What a line is worth, in columns that begin with the prefix of its table: "jh_dj", "jh_sl" …
 template <FixedText Prefix>
 inline constexpr std::array<ui::ColumnSpec, 8> figureColumns = {{
-    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 10, false, true},
-    {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 8, true, true},
-    {joined<Prefix, "dzl">, "打折率", ui::ColumnKind::Percent, 6, false, true},
-    {joined<Prefix, "zje">, "总金额", ui::ColumnKind::Money, 11, true},
-    {joined<Prefix, "je">, "金额", ui::ColumnKind::Money, 11, true},
-    {joined<Prefix, "tax">, "税率(%)", ui::ColumnKind::Percent, 7, false, true},
-    {joined<Prefix, "taxdj">, "含税单价", ui::ColumnKind::Money, 10, false, true},
-    {joined<Prefix, "taxje">, "税额", ui::ColumnKind::Money, 9, true},
+    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 10, {.editable = true}},
+    {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 8, {.sum = true, .editable = true}},
+    {joined<Prefix, "dzl">, "打折率", ui::ColumnKind::Percent, 6, {.editable = true}},
+    {joined<Prefix, "zje">, "总金额", ui::ColumnKind::Money, 11, {.sum = true}},
+    {joined<Prefix, "je">, "金额", ui::ColumnKind::Money, 11, {.sum = true}},
+    {joined<Prefix, "tax">, "税率(%)", ui::ColumnKind::Percent, 7, {.editable = true}},
+    {joined<Prefix, "taxdj">, "含税单价", ui::ColumnKind::Money, 10, {.editable = true}},
+    {joined<Prefix, "taxje">, "税额", ui::ColumnKind::Money, 9, {.sum = true}},
 }};
 
 /// Lines of a document; the retail price, the cost and the like by its own.
@@ -34,7 +34,7 @@ constexpr auto lineColumns(const std::array<ui::ColumnSpec, Before>& beforeFigur
                                      ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}},
                           beforeFigures, figureColumns<Prefix>, behindFigures,
                           std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8},
-                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .hidden = true}});
+                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.use = {.hidden = true}}}});
 }
 
 inline constexpr auto stagingColumns =
@@ -57,9 +57,9 @@ constexpr auto waitingColumns(const WaitingColumns& of, const std::array<ui::Col
                                      ColumnSpec{of.partner, of.partnerCaption, ColumnKind::Text, 20},
                                      ColumnSpec{"ck_name", of.warehouseCaption, ColumnKind::Text, 12},
                                      ColumnSpec{"u_name", "经办人", ColumnKind::Text, 10},
-                                     ColumnSpec{"yfje", of.dueCaption, ColumnKind::Money, 13, true},
-                                     ColumnSpec{"sfje", of.paidCaption, ColumnKind::Money, 13, true},
-                                     ColumnSpec{"wfje", of.openCaption, ColumnKind::Money, 13, true}},
+                                     ColumnSpec{"yfje", of.dueCaption, ColumnKind::Money, 13, {.sum = true}},
+                                     ColumnSpec{"sfje", of.paidCaption, ColumnKind::Money, 13, {.sum = true}},
+                                     ColumnSpec{"wfje", of.openCaption, ColumnKind::Money, 13, {.sum = true}}},
                           more,
                           std::array{ColumnSpec{"a_name", "操作员", ColumnKind::Text, 10},
                                      ColumnSpec{of.note, "备注", ColumnKind::Text, 16}});
