@@ -17,7 +17,7 @@ namespace grid_file_test {
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号"},
     {"g_name", "商品名称"},
-    {.field = "g_kc", .caption = "库存", .kind = ui::ColumnKind::Quantity, .use = {.use = {.sum = true}}},
+    {.field = "g_kc", .caption = "库存", .kind = ui::ColumnKind::Quantity, .use = {.sum = true}},
     {.field = "g_jj", .caption = "进价", .kind = ui::ColumnKind::Money},
 };
 constexpr ui::GridSpec kGrid = {"gridSp", "商品", kColumns, "没有商品"};

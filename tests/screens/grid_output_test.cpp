@@ -33,7 +33,7 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"zje", "金额", ui::ColumnKind::Total, 0, {.sum = true}},
     {"rq", "日期", ui::ColumnKind::Date},
     {"jy", "禁用", ui::ColumnKind::Flag},
-    {.field = "bz", .caption = "备注", .use = {.use = {.hidden = true}}},
+    {.field = "bz", .caption = "备注", .use = {.hidden = true}},
 };
 constexpr ui::GridSpec kGrid = {"gridTest", "商品", kColumns, "没有商品", "id", "test"};
 

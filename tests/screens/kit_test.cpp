@@ -27,7 +27,7 @@ constexpr ui::FieldSpec kFields[] = {
 };
 constexpr ui::ColumnSpec kColumns[] = {
     {"dj_name", "单位"},
-    {.field = "dj_pl", .caption = "次数", .kind = ui::ColumnKind::Quantity, .use = {.use = {.sum = true, .editable = true}}},
+    {.field = "dj_pl", .caption = "次数", .kind = ui::ColumnKind::Quantity, .use = {.sum = true, .editable = true}},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridDj", "计量单位", kColumns, "按F2添加单位"}};
 constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "添加", "F2"},      {"btnDel", "删除", "Ctrl+D"},

@@ -46,7 +46,7 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"color_name", "颜色", ColumnKind::Text, 8},
     {"dw_name", "单位", ColumnKind::Text, 6},
     {"g_sptm", "商品条码", ColumnKind::Text, 15},
-    {.field = "g_kc", .caption = "当前库存", .kind = ColumnKind::Quantity, .use = {.use = {.sum = true}}},
+    {.field = "g_kc", .caption = "当前库存", .kind = ColumnKind::Quantity, .use = {.sum = true}},
     {"g_jj", "预设进价", ColumnKind::Money},
     {"g_sj", "预设售价", ColumnKind::Money},
     {"g_sj1", "一级批发价", ColumnKind::Money},
@@ -65,10 +65,10 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"g_jy", "禁用", ColumnKind::Flag},
     {"g_sccs", "产品产地", ColumnKind::Text, 20},
     {"g_bz", "备注", ColumnKind::Text, 20},
-    {.field = "g_scjj", .caption = "上次进价", .kind = ColumnKind::Money, .use = {.use = {.hidden = true}}},
-    {.field = "g_pjjj", .caption = "成本均价", .kind = ColumnKind::Money, .use = {.use = {.hidden = true}}},
-    {.field = "dw_name2", .caption = "辅助单位", .use = {.use = {.hidden = true}}},
-    {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .use = {.use = {.hidden = true}}},
+    {.field = "g_scjj", .caption = "上次进价", .kind = ColumnKind::Money, .use = {.hidden = true}},
+    {.field = "g_pjjj", .caption = "成本均价", .kind = ColumnKind::Money, .use = {.hidden = true}},
+    {.field = "dw_name2", .caption = "辅助单位", .use = {.hidden = true}},
+    {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .use = {.hidden = true}},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridSp", "商品列表", kColumns, "没有符合条件的商品，按F2增加", "id", "spxxgl"}};
 constexpr ui::CommandSpec kCommands[] = {{"btnRAddQt", "增加商品", "F2"},     {"btnRAddJp", "增加镜片", "F7"},

@@ -34,7 +34,7 @@ constexpr auto lineColumns(const std::array<ui::ColumnSpec, Before>& beforeFigur
                                      ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}},
                           beforeFigures, figureColumns<Prefix>, behindFigures,
                           std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8},
-                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.use = {.hidden = true}}}});
+                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}}});
 }
 
 inline constexpr auto stagingColumns =
