@@ -133,7 +133,6 @@ void Books::loadLedger() {
     Quantity,
     Net,
     Price,
-    Own,
     Before,
     ValueBefore,
     Average,
@@ -146,7 +145,7 @@ void Books::loadLedger() {
   const LedgerFlag* lastFlag = nullptr;
   std::string lastFlagText;
   eachChunk("jxc_goodslist",
-            "gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_dj,gl_sysl,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
+            "gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
             "gl_zje,gl_fdmc,gl_djh2",
             [&](const RowSet& set) {
               for (int row = 0; row < set.rowCount(); ++row) {
@@ -190,7 +189,6 @@ void Books::loadLedger() {
                                 .quantity = set.number(row, Quantity),
                                 .net = set.number(row, Net),
                                 .price = set.number(row, Price),
-                                .own = set.number(row, Own),
                                 .stockBefore = set.number(row, Before),
                                 .valueBefore = set.number(row, ValueBefore),
                                 .average = set.number(row, Average),
@@ -271,9 +269,8 @@ void Books::loadLines() {
     eachChunk(family.lines,
               proof_books_detail::joined({family.number, ",g_sn,", line.columns->quantity, ",", line.columns->total,
                                           ",", count ? line.countedShelf : or0(line.columns->moved), ",",
-                                          count ? line.countedBook : or0(line.closed), ",",
-                                          line.warehouse.empty() ? "null" : line.warehouse, ",", or0(line.link),
-                                          ",a_name,", or0(line.columns->cost)}),
+                                          or0(line.closed), ",", line.warehouse.empty() ? "null" : line.warehouse, ",",
+                                          or0(line.link), ",a_name,", or0(line.columns->cost)}),
               [&](const RowSet& set) {
                 for (int row = 0; row < set.rowCount(); ++row) {
                   Document& under = document(set.utf8(row, Number));
@@ -297,7 +294,6 @@ void Books::loadLines() {
                     ++under.openLines;
                     Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
                     (family.comesIn ? at.waitingIn : at.waitingOut) += open;
-                    at.parts.push_back(family.comesIn ? open : -open);
                   } else if (!under.audited) {
                     waiting.push_back(
                         {.document = under.number,
@@ -306,7 +302,6 @@ void Books::loadLines() {
                          .quantity = quantity,
                          .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
                          .cost = set.number(row, Cost),
-                         .recordedBook = set.number(row, Closed),
                          .wasAudited = line.link.empty() || set.integer(row, Mark) != 0});
                   }
                 }

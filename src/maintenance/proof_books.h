@@ -43,7 +43,6 @@ struct LedgerRow {
   int pair, date, number;
   const LedgerFlag* flag;
   double quantity, net, price;
-  double own;  // gl_sysl: the counted quantity of a stocktake
   double stockBefore, valueBefore, average, stock, value;
 
   StockMovement movement() const { return {flag, quantity, net, price}; }
@@ -53,7 +52,6 @@ struct LedgerRow {
     return flag->group == MovementGroup::In ? quantity : -quantity;
   }
   bool movesAverage() const { return flag && flag->movesAverage(quantity); }
-  bool isCount() const { return flag && flag->flag == "pd"; }
   bool isOpening() const { return flag && flag->flag == "qc"; }
 };
 
@@ -67,9 +65,8 @@ struct Pair {
   int goods = 0, warehouse = 0;
   std::vector<std::uint32_t> rows;  // places in Books::rows, by date and id
   Balance balance;
-  double waitingIn = 0;       // received, not put away yet
-  double waitingOut = 0;      // sold, not issued yet
-  std::vector<double> parts;  // of both: received ones with plus, sold ones with minus
+  double waitingIn = 0;   // received, not put away yet
+  double waitingOut = 0;  // sold, not issued yet
 };
 
 /// A document, known from its head or from what stands somewhere under its number.
@@ -107,7 +104,6 @@ struct WaitingLine {
   int document, goods, warehouse;  // warehouse: of the line itself, else -1
   double quantity, price;
   double cost;             // of what a customer returned
-  double recordedBook;     // of a count
   bool wasAudited;         // id2 tells, where the family has one
   bool cancelled = false;  // it was audited once: only then it explains anything
 };

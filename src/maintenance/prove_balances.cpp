@@ -16,22 +16,15 @@
 namespace jxc::proof {
 namespace prove_balances_detail {
 
-/// What counts did to the balance: they set it, and write only the difference to what they found into the ledger.
-struct Counted {
-  struct Restored {
-    double book = 0;  // stock that a cancelled count has put back
-    std::string day;  // on this day; empty: not known
-  };
-  bool any = false;  // the goods was counted here, or a count was taken back
-  double drift = 0;  // balance minus ledger that audited counts explain
-  std::vector<Restored> restored;
-  std::vector<double> cancelled;  // what cancelled documents would add
-  std::vector<double> prices;     // in their lines
+/// What cancelled documents tell of a pair: they left no row.
+struct Cancelled {
+  bool any = false;            // one that moved it, other than a count
+  std::vector<double> prices;  // in their lines
 };
 
 /// All that is asked about one pair beyond its rows.
 struct Around {
-  std::vector<Counted> counted;         // by pair
+  std::vector<Cancelled> cancelled;     // by pair
   std::vector<char> cancelledOutgoing;  // by pair: a document that does not set the cost was cancelled
   std::vector<char> cancelledTwice;     // by pair: a cancelled document has the goods on several lines
   bool closed = false;                  // a period was closed once
@@ -39,29 +32,11 @@ struct Around {
   bool mayGoShort = false;  // by parameter: what was cancelled since may have left the goods short for a while
 };
 
-/// The balance as postings in their order left it: counts set, all others add.
-void noteCounts(const Books& books, const Pair& pair, Counted& counted) {
-  const bool any = std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return books.rows[row].isCount(); });
-  if (!any) return;
-  counted.any = true;
-  std::vector<std::uint32_t> byId = pair.rows;
-  std::ranges::sort(byId);
-  double balance = 0, ledger = 0;
-  for (const std::uint32_t at : byId) {
-    const LedgerRow& row = books.rows[at];
-    balance = row.isCount() ? row.own : balance + row.inflow();
-    ledger += row.inflow();
-  }
-  counted.drift = balance - ledger;
-}
-
 Around lookAround(Books& books) {
   Around around;
-  around.counted.resize(books.pairs.size());
+  around.cancelled.resize(books.pairs.size());
   around.cancelledOutgoing.resize(books.pairs.size());
   around.cancelledTwice.resize(books.pairs.size());
-  for (std::size_t i = 0; i < books.pairs.size(); ++i)
-    noteCounts(books, books.pairs[i], around.counted[i]);
   std::set<std::pair<int, int>> seen;  // document, pair
   std::set<int> heads;
   for (const WaitingLine& line : books.waiting) {
@@ -71,9 +46,9 @@ Around lookAround(Books& books) {
     if (document.goods >= 0 && heads.insert(line.document).second) {
       const int pair = books.findPair(document.goods, document.warehouse);
       if (pair >= 0) {
-        Counted& counted = around.counted[static_cast<std::size_t>(pair)];
-        counted.cancelled.push_back(document.family->comesIn ? -document.headQuantity : document.headQuantity);
-        if (document.headQuantity != 0) counted.prices.push_back(std::fabs(document.total / document.headQuantity));
+        Cancelled& cancelled = around.cancelled[static_cast<std::size_t>(pair)];
+        cancelled.any = true;
+        if (document.headQuantity != 0) cancelled.prices.push_back(std::fabs(document.total / document.headQuantity));
       }
     }
     for (const int warehouse : {line.warehouse >= 0 ? line.warehouse : document.warehouse, document.warehouseIn}) {
@@ -86,54 +61,16 @@ Around lookAround(Books& books) {
       const bool comesIn = family.comesIn || warehouse == document.warehouseIn;
       // What comes back from a customer comes at its cost.
       const bool atCost = comesIn && !family.line.columns->cost.empty();
-      around.counted[at].prices.push_back(atCost ? line.cost : line.price);
-      if (!family.isCount()) around.counted[at].cancelled.push_back(comesIn ? line.quantity : -line.quantity);
-      if (family.isCount()) {
-        around.counted[at].any = true;
-        const std::string* const moment = books.log.cancelled(line.document);
-        around.counted[at].restored.push_back({line.recordedBook, moment ? moment->substr(0, 10) : std::string()});
-      } else if (leavesCost(family)) {
-        around.cancelledOutgoing[at] = 1;
-      }
+      around.cancelled[at].prices.push_back(atCost ? line.cost : line.price);
+      if (family.isCount()) continue;
+      around.cancelled[at].any = true;
+      if (leavesCost(family)) around.cancelledOutgoing[at] = 1;
     }
   }
   around.closed = !books.select("select top 1 id from jxc_nj").isEmpty();
   around.fixedCost = strIsTrue(session().cs_cs009);
   around.mayGoShort = strIsTrue(session().cs_kc);
   return around;
-}
-
-/// The days on which the rows of a pair were audited, by id.
-std::unordered_map<std::int64_t, std::string> auditDays(Books& books, const Pair& pair) {
-  std::unordered_map<std::int64_t, std::string> days;
-  for (const Row row : books.select("select id,gl_chkrq from jxc_goodslist where g_sn=? and ck_sn=?",
-                                    books.goods.shown(pair.goods), books.warehouses.shown(pair.warehouse)))
-    days[row.integer("id")] = row.text("gl_chkrq").left(10).toStdString();
-  return days;
-}
-
-/// Counts set the balance, cancelled counts put back the stock that they had found, and what is cancelled after a count
-/// is taken off although the count no longer held it. Whether that explains the balance.
-bool explainedByCounts(Books& books, const Pair& pair, const Counted& counted, double ledger) {
-  if (!counted.any) return false;
-  const auto explains = [&](double balance) { return addsUp(balance - pair.balance.book, counted.cancelled); };
-  if (explains(ledger + counted.drift)) return true;
-  if (counted.restored.empty()) return false;
-  std::unordered_map<std::int64_t, std::string> days = auditDays(books, pair);
-  std::vector<std::uint32_t> byId = pair.rows;
-  std::ranges::sort(byId, std::greater<>());
-  for (const auto& [book, day] : counted.restored) {
-    // The rows audited since then came on top; those of the day itself may have.
-    double balance = book;
-    for (std::size_t i = 0;; ++i) {
-      const bool isEnd = i == byId.size();
-      const std::string& audited = isEnd ? day : days[books.rows[byId[i]].id];
-      if ((day.empty() || audited <= day) && explains(balance)) return true;
-      if (isEnd || (!day.empty() && audited < day)) break;
-      balance += books.rows[byId[i]].inflow();
-    }
-  }
-  return false;
 }
 
 bool isCostSetter(const LedgerRow& row) {
@@ -179,11 +116,10 @@ struct CostRange {
 /// What the warehouses say about one goods.
 struct GoodsSum {
   double shelf = 0, book = 0, worth = 0;
-  double added = 0;    // what documents have added, without what counts have set
   CostRange costs;     // of rows and lines
   CostRange balances;  // of what stands in the warehouses
   int places = 0;
-  bool counted = false, moved = false;
+  bool moved = false;
   bool negative = false;   // short in some warehouse once: a weighted average may lie outside of all averages then
   bool cancelled = false;  // a document of the goods was cancelled: it left no row
   std::int64_t lastSetter = 0, last = 0;
@@ -199,18 +135,14 @@ GoodsSums sumGoods(const Books& books, const Around& around) {
     sum.shelf += pair.balance.shelf;
     sum.book += pair.balance.book;
     sum.worth += pair.balance.cost * pair.balance.book;
-    sum.added += pair.waitingOut - pair.waitingIn;
-    sum.counted = sum.counted || around.counted[i].any;
-    sum.cancelled = sum.cancelled || around.cancelledOutgoing[i] || around.cancelledTwice[i] ||
-                    !around.counted[i].cancelled.empty();
-    for (const double price : around.counted[i].prices)
+    sum.cancelled = sum.cancelled || around.cancelledOutgoing[i] || around.cancelledTwice[i] || around.cancelled[i].any;
+    for (const double price : around.cancelled[i].prices)
       sum.costs.saw(price);
     sum.places += pair.balance.id != 0;
     if (pair.balance.id != 0) sum.balances.saw(pair.balance.cost);
     for (const std::uint32_t at : pair.rows) {
       const LedgerRow& row = books.rows[at];
       sum.moved = true;
-      sum.added += row.inflow();
       sum.last = std::max(sum.last, row.id);
       sum.costs.saw(row.average);
       sum.negative = sum.negative || row.stock < 0;
@@ -226,7 +158,6 @@ GoodsSums sumGoods(const Books& books, const Around& around) {
 
 void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
   const Pair& pair = books.pairs[static_cast<std::size_t>(index)];
-  const Counted& counted = around.counted[static_cast<std::size_t>(index)];
   const auto place = [&](double stored, double due) {
     return [&books, &pair, stored, due] { return Place{books.nameOf(pair), numberText(stored), numberText(due)}; };
   };
@@ -244,15 +175,9 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
     if (row.flag && (row.flag->flag == "xs" || row.flag->flag == "xt")) sold += row.quantity;
   }
   const Balance& balance = pair.balance;
-  if (!sameAmount(balance.book, ledger)) {
-    const bool known = explainedByCounts(books, pair, counted, ledger);
-    books.findings.add(known ? Kind::BookStockCounted : Kind::BookStock, place(balance.book, ledger));
-  }
+  if (!sameAmount(balance.book, ledger)) books.findings.add(Kind::BookStock, place(balance.book, ledger));
   const double shelf = balance.book - pair.waitingIn + pair.waitingOut;
-  if (!sameAmount(balance.shelf, shelf))
-    books.findings.add(
-        counted.any && addsUp(balance.shelf - shelf, pair.parts) ? Kind::ShelfStockCounted : Kind::ShelfStock,
-        place(balance.shelf, shelf));
+  if (!sameAmount(balance.shelf, shelf)) books.findings.add(Kind::ShelfStock, place(balance.shelf, shelf));
   if (!sameAmount(balance.sold, sold))
     books.findings.add(around.closed && balance.sold > sold ? Kind::SoldClosed : Kind::Sold, place(balance.sold, sold));
 
@@ -297,9 +222,7 @@ void proveGoods(Books& books, const Around& around, const GoodsSums& sums) {
         };
       };
       const double stock = set.number(row, 2);
-      if (!sameAmount(stock, sum.shelf))
-        books.findings.add(sum.counted && sameAmount(stock, sum.added) ? Kind::GoodsStockCounted : Kind::GoodsStock,
-                           place(stock, sum.shelf));
+      if (!sameAmount(stock, sum.shelf)) books.findings.add(Kind::GoodsStock, place(stock, sum.shelf));
       if (!sum.moved || std::fabs(sum.book) < 1e-9 || sum.lastSetter == 0) continue;
       const double average = set.number(row, 3);
       const double due = std::fabs(roundEps(sum.worth / sum.book, books.digits.money));
@@ -374,7 +297,7 @@ void proveMonths(Books& books) {
     double stock = 0, value = 0;
     const LedgerRow* last = nullptr;
     const LedgerRow* refreshed = nullptr;  // the last one that wrote the whole stock into the row of this month
-    bool strayed = false;                  // since then something of another month came, or a count
+    bool strayed = false;                  // since then something of another month came
   };
   std::unordered_map<int, Warehouse> sums;
   for (const Pair& pair : books.pairs) {
@@ -391,7 +314,7 @@ void proveMonths(Books& books) {
       at.refreshed = &row;
       at.strayed = false;
     } else {
-      at.strayed = at.strayed || !isNow || row.isCount();
+      at.strayed = at.strayed || !isNow;
     }
   }
 

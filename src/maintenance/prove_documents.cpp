@@ -6,6 +6,8 @@
 #include "maintenance/proof_books.h"
 #include "stock/internal_documents.h"
 
+#include <cmath>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace jxc::proof {
@@ -103,6 +105,27 @@ void proveHead(Books& books, const Document& document) {
   if (document.family->hasMoney() && document.heads == 1) proveTrading(books, document);
 }
 
+/// What counts, splits and bundles made the stock worth more or less stands as an expense or an income. The cost of a
+/// loss or an overflow may be brought up to date long after its audit: theirs is not held against it.
+void proveDifferences(Books& books) {
+  std::unordered_map<int, double> booked;
+  for (const Row row : books.select("select gl_djh,sum(fy_je) as je from jxc_yyfy where gl_djh<>'' group by gl_djh"))
+    if (const int number = books.numbers.find(row.text("gl_djh").toStdString()); number >= 0)
+      booked[number] = row.number("je");
+  for (const Document& document : books.documents) {
+    const DocumentFamily* const family = document.family;
+    if (!family || !document.audited || document.heads != 1 || document.ledgerRows == 0) continue;
+    if (family->hasMoney() || leavesCost(*family)) continue;
+    const internal_documents::Rules& rules = internal_documents::rulesOf(*family);
+    if (rules.differenceWord.empty()) continue;
+    const double stored = booked[document.number], due = document.ledgerTotal;
+    if (sameAmount(stored, due) || (stored == 0 && std::fabs(due) < rules.leastDifference)) continue;
+    books.findings.add(Kind::DifferenceLine, [&] {
+      return Place{numberOf(books, document), numberText(stored), numberText(due)};
+    });
+  }
+}
+
 std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) {
   std::unordered_set<std::string> numbers;
   books.eachChunk(table, "gl_djh", [&](const RowSet& set) {
@@ -180,6 +203,7 @@ void proveDocuments(Books& books) {
     else
       headless.prove(document);
   }
+  proveDifferences(books);
   books.step(98, u"核对编号"_qs);
   proveCodes(books);
   const RowSet staged = books.select("select a_name,count(*) as num from jxc_tempspxf where g_sn<>'' group by a_name");

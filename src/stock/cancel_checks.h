@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace jxc::cancel_checks {
 
 /// The operator's right, or "您没有取消审核…的权限！".
@@ -17,5 +19,8 @@ bool passesGate(const QString& number, const QString& date, Prompt& prompt);
 /// Asks unless the caller has asked for a whole list.
 bool isConfirmed(const QString& question, Prompt& prompt, CancelMode mode);
 QString usualQuestion(const QString& number);
+/// What is asked when the goods that a document brought in are no longer all there: its ledger rows against the book
+/// stock of their warehouses. Words as of `checkStockShort`; nothing when all is well.
+std::optional<QString> shortWhenTakenBack(const QString& number);
 
 }  // namespace jxc::cancel_checks

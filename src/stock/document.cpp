@@ -12,6 +12,7 @@
 #include "core/text.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
+#include "stock/stocktake.h"
 
 namespace jxc {
 namespace document_detail {
@@ -185,7 +186,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
     // stock went while the question stood.
     const auto now = shortage();
-    wentShort = now && now != agreed;
+    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::needsAsking(result.number));
     if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
   });
@@ -224,6 +225,11 @@ void renumberDocument(const DocumentFamily& family, std::int64_t headId, const Q
 }
 
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
+  if (family.isCount()) {
+    const RowSet sums =
+        openSelect("select sum(pd_sl) as pdsl,sum(kc_sl) as kcsl from jxc_kcpdsp where gl_djh=?", number);
+    execSql("update jxc_kcpd set pd_sl=?,kc_sl=? where gl_djh=?", sums.number(0, 0), sums.number(0, 1), number);
+  }
   if (family.due.empty()) return;
   const auto sum = [&](std::string_view condition) {
     const std::string statement =

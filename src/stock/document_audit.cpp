@@ -9,6 +9,7 @@
 #include "stock/document.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
+#include "stock/stocktake.h"
 
 #include <stdexcept>
 
@@ -132,6 +133,9 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(heads.front(), prompt))
     return AuditOutcome::Refused;
 
+  const auto recount = waiting && family.isCount() ? stock_count::Recount::ask(number, prompt) : std::nullopt;
+  if (waiting && family.isCount() && !recount) return AuditOutcome::Refused;
+
   std::optional<QString> changed;
   bool moved = false;
   const AuditOutcome outcome = onDocument(number, u"审核", [&] {
@@ -139,6 +143,8 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
     // Of the moment before the audit, and in its first trip: an audit that should not have been is taken back.
     const Ahead now = askHead(family, number);
     const StockShortage shortageNow = askShortage(family, number, warehouse);
+    moved = recount && !recount->takeUp(number);
+    if (moved) return AuditOutcome::Refused;
     const AuditOutcome done = auditInside(family, number, change);
     if (done == AuditOutcome::Audited) {
       // Stock went while the question stood: what the operator agreed to is no longer what would happen.

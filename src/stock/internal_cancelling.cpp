@@ -20,11 +20,7 @@ using internal_documents::readHead;
 using internal_documents::Rules;
 
 std::optional<QString> shortageOf(const Rules& rules, const QString& number) {
-  if (rules.shortWarehouse.empty()) return {};
-  const DocumentFamily& family = *rules.family;
-  const QString warehouse =
-      lookupValue(compose("select {} from {} where {}=?", {rules.shortWarehouse, family.head, family.number}), number);
-  return checkStockShort(number, warehouse, QStringView(family.prefix));
+  return rules.bringsIn ? cancel_checks::shortWhenTakenBack(number) : std::nullopt;
 }
 
 void stockBack(const Rules& rules, const Head& head, const Row& row) {
@@ -32,17 +28,8 @@ void stockBack(const Rules& rules, const Head& head, const Row& row) {
   const double quantity = direction * row.number("gl_sl");
   const QString warehouse = row.text("ck_sn");
   const QString goods = row.text("g_sn");
-  if (rules.overwrites) {
-    // Back to what the count found written in the books, whatever moved since.
-    const RowSet line =
-        openSelect("select kc_sl,kc_zsl from jxc_kcpdsp where id2=? and g_sn=?", row.integer("id2"), goods);
-    if (!line.isEmpty())
-      execSql("update jxc_kcsp set kc_sl=?,kc_zsl=? where g_sn=? and ck_sn=?", line.number(0, 0), line.number(0, 1),
-              goods, warehouse);
-  } else {
-    execSql("update jxc_kcsp set kc_sl=kc_sl-(?),kc_zsl=kc_zsl-(?) where ck_sn=? and g_sn=?", quantity, quantity,
-            warehouse, goods);
-  }
+  execSql("update jxc_kcsp set kc_sl=kc_sl-(?),kc_zsl=kc_zsl-(?) where ck_sn=? and g_sn=?", quantity, quantity,
+          warehouse, goods);
   if (rules.master == Master::StockAndCost)
     execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", quantity, averageOr(goods, row.number("gl_dj")),
             goods);
@@ -85,8 +72,9 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
   if (rules.bindsChecker && !isFreeOfChecker(family, number, head.checker, prompt)) return false;
   if (!passesGate(number, head.date, prompt)) return false;
-  const QString question = rules.overwrites ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
+  const QString question = family.isCount() ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
   if (!isConfirmed(question, prompt, mode)) return false;
+  if (family.isCount() && isRefused(stock_count::movedSinceAudit(number), prompt)) return false;
   const auto agreed = shortageOf(rules, number);
   if (!mayGoShort(agreed, prompt)) return false;
 
@@ -95,10 +83,8 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
     Transaction transaction(accountDb());
     if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
     const auto shortage = shortageOf(rules, number);
-    if (rules.overwrites)
-      changed = stock_count::movedSinceAudit(number);
-    else if (shortage != agreed)
-      changed = shortage;
+    if (family.isCount()) changed = stock_count::movedSinceAudit(number);
+    if (!changed && shortage != agreed) changed = shortage;
     if (!changed) {
       takeBack(rules, head);
       transaction.commit();

@@ -10,6 +10,7 @@
 #include "stock/ledger_rows.h"
 #include "stock/posting.h"
 #include "stock/stock_effect.h"
+#include "stock/stocktake.h"
 
 #include <cmath>
 #include <map>
@@ -18,6 +19,10 @@
 
 namespace jxc::internal_documents {
 namespace internal_documents_detail {
+
+/// Parts of a whole hardly ever add up to the last decimal of its cost: what no coin could pay is no difference. Less
+/// what a sum of amounts may lose in doubles.
+constexpr double halfFen = 0.005 - 5e-7;
 
 /// Cost is price and amount, and nothing is bought or sold.
 std::vector<Rules> makeRules() {
@@ -114,7 +119,7 @@ std::vector<Rules> makeRules() {
        .rowsALine = 2,
        .inserts = {ledgerInsert(transferIn), ledgerInsert(transferOut)},
        .master = Master::None,
-       .shortWarehouse = "ck_in"},
+       .bringsIn = true},
       {.family = &families::stocktake,
        .auditLog = u"库存盘点单通过",
        .auditLogEnd = u"个商品",
@@ -122,9 +127,10 @@ std::vector<Rules> makeRules() {
        .inserts = {ledgerInsert(counted)},
        .markLines = "update jxc_kcpdsp set id2=id where gl_djh=?",
        .master = Master::Stock,
-       .overwrites = true,
+       .takesUnknown = true,
        .differenceWord = u"商品盘点单",
-       .bindsChecker = true},
+       .bindsChecker = true,
+       .bringsIn = true},
       {.family = &families::loss,
        .auditLog = u"增加已审核商品报损单",
        .auditLogEnd = u"种商品",
@@ -140,9 +146,11 @@ std::vector<Rules> makeRules() {
        .rowsALine = 1,
        .inserts = {ledgerInsert(found)},
        .master = Master::Stock,
+       .takesUnknown = true,
        .differenceWord = u"报溢单",
        .differenceType = u"收入",
-       .bindsChecker = true},
+       .bindsChecker = true,
+       .bringsIn = true},
       {.family = &families::split,
        .auditLog = u"增加已审核商品拆分单",
        .auditLogEnd = u"种商品",
@@ -152,8 +160,10 @@ std::vector<Rules> makeRules() {
        .master = Master::StockAndCost,
        .differenceWord = u"拆分单",
        .differenceType = u"费用",
+       .leastDifference = halfFen,
        .replayFirst = true,
-       .bindsChecker = true},
+       .bindsChecker = true,
+       .bringsIn = true},
       {.family = &families::bundle,
        .auditLog = u"增加已审核商品捆绑单",
        .auditLogEnd = u"种商品",
@@ -163,18 +173,50 @@ std::vector<Rules> makeRules() {
        .master = Master::StockAndCost,
        .differenceWord = u"捆绑单",
        .differenceType = u"费用",
+       .leastDifference = halfFen,
        .replayFirst = true,
-       .bindsChecker = true},
+       .bindsChecker = true,
+       .bringsIn = true},
       loanRules(),
       loanReturnRules(),
   };
 }
 
+/// What goods cost that the warehouse does not know yet, in yuan.
+using Costs = std::map<QString, double>;
+
+Ahead askUnknown(const DocumentFamily& family, const QString& number) {
+  return sendAhead(
+      compose("select distinct b.g_sn,a.{} as ck_sn,a.{} as rq from {} a,{} b where a.{}=b.{} and a.{}=1 and b.{}=? "
+              "and not exists (select c.id from jxc_kcsp c where c.g_sn=b.g_sn and c.ck_sn=a.{})",
+              {family.warehouse, family.date, family.head, family.lines, family.number, family.number, family.status,
+               family.number, family.warehouse}),
+      number);
+}
+
+/// Asked before the ledger is written: its new rows would be taken for the history of the goods. A count that found no
+/// cost takes it over: goods that were found are worth what they cost elsewhere, not nothing.
+Costs priceUnknown(const DocumentFamily& family, const QString& number, const RowSet& unknown) {
+  Costs costs;
+  for (const Row row : unknown) {
+    const QString goods = row.text("g_sn");
+    const double cost = getGoodsCost(goods, row.text("ck_sn"), row.text("rq"));
+    costs[goods] = cost;
+    if (!family.isCount()) continue;
+    for (const Row line :
+         openSelect("select id,pd_sl,kc_sl from jxc_kcpdsp where gl_djh=? and g_sn=? and pd_dj=0", number, goods))
+      postSql("update jxc_kcpdsp set pd_dj=?,pd_zje=? where id=?", cost,
+              stock_count::valueOf(line.number("pd_sl") - line.number("kc_sl"), cost), line.integer("id"));
+  }
+  return costs;
+}
+
 /// What a row does to stock.
-StockEffect effectOf(const Rules& rules, const Row& row) {
+StockEffect effectOf(const Rules& rules, const Costs& costs, const Row& row) {
   const double quantity = row.number("gl_sl");
   const double inflow = rules.outwards ? -quantity : quantity;
   const double price = row.number("gl_dj");
+  const auto known = costs.find(row.text("g_sn"));
   return {.id = row.integer("id"),
           .goods = row.text("g_sn"),
           .warehouse = row.text("ck_sn"),
@@ -184,8 +226,7 @@ StockEffect effectOf(const Rules& rules, const Row& row) {
           .price = price,
           .physical = inflow,
           .book = inflow,
-          .firstCost = price,
-          .counted = rules.overwrites ? std::optional(row.number("gl_sysl")) : std::nullopt,
+          .firstCost = known == costs.end() ? price : known->second,
           .movesCost = rules.master == Master::StockAndCost && inflow > 0};
 }
 
@@ -214,7 +255,7 @@ void addToMonths(const Rules& rules, const QString& month, const RowSet& rows) {
 
 /// What the document made the stock worth more or less, as an expense or an income; no cash goes with it.
 void bookDifference(const Rules& rules, const Head& head, double value) {
-  if (rules.differenceWord.empty() || std::fabs(value) < 5e-7) return;
+  if (rules.differenceWord.empty() || std::fabs(value) < rules.leastDifference) return;
   const QString type = !rules.differenceType.empty() ? words(rules.differenceType)
                        : value < 0                   ? u"费用"_qs
                                                      : u"收入"_qs;
@@ -235,6 +276,7 @@ void bookDifference(const Rules& rules, const Head& head, double value) {
 void post(const DocumentFamily& family, const QString& number) {
   const Rules& rules = rulesOf(family);
   const Ahead asked = askHead(family, number);
+  const Costs costs = rules.takesUnknown ? priceUnknown(family, number, askUnknown(family, number).rows()) : Costs{};
   if (rules.markLines) postSql(rules.markLines, number);
   for (const std::string& insert : rules.inserts)
     postSql(insert, session().a_name, clock::today(), number);
@@ -244,7 +286,7 @@ void post(const DocumentFamily& family, const QString& number) {
   if (!readHead(family, asked.rows(), head)) throw std::runtime_error("单据不存在。");
   const RowSet& rows = ledger.rows();
   // A count leaves lines without a difference out; elsewhere every line must have reached the ledger.
-  if (!rules.overwrites &&
+  if (!family.isCount() &&
       rows.rowCount() != rules.rowsALine * static_cast<std::int64_t>(lines.number()) + rules.rowsOfHead)
     throw std::runtime_error("单据中的商品、仓库、经办人或客户不存在。");
   ensureStockRows(head.month());
@@ -253,7 +295,7 @@ void post(const DocumentFamily& family, const QString& number) {
   double value = 0;
   for (const Row row : rows) {
     if (rules.rowPosted) rules.rowPosted(row);
-    effects.push_back(effectOf(rules, row));
+    effects.push_back(effectOf(rules, costs, row));
     value += row.number("gl_zje");
   }
   postEffects(effects, MasterOrder::BeforeReplay, [&](const StockEffect& effect, std::optional<double> average) {
@@ -261,7 +303,7 @@ void post(const DocumentFamily& family, const QString& number) {
   });
   addToMonths(rules, head.month(), rows);
   if (!rules.auditLog.empty()) {
-    const QString middle = rules.overwrites ? u"审核，共%1"_qs : u"，共%1"_qs;
+    const QString middle = family.isCount() ? u"审核，共%1"_qs : u"，共%1"_qs;
     writeLog(words(rules.auditLog) + number + middle.arg(rows.rowCount() / rules.rowsALine) + words(rules.auditLogEnd));
   }
   if (rules.posted) rules.posted(head, rows.rowCount());

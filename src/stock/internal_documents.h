@@ -29,12 +29,13 @@ struct Rules {
   const char* markLines;             // before the ledger is written; null: nothing
   bool outwards = false;             // stock falls by a positive quantity
   Master master;
-  bool overwrites;                     // a count sets the stock, it does not add to it
+  bool takesUnknown = false;           // goods that the warehouse does not know begin at what they cost there
   std::u16string_view differenceWord;  // "报损单" … in the note of the difference; empty: none is booked
   std::u16string_view differenceType;  // "费用" or "收入"; empty: by sign
+  double leastDifference = 5e-7;       // in yuan; below it there is none
   bool replayFirst;                    // cancel replays before stock goes back
   bool bindsChecker;                   // cancel asks who audited it
-  std::string_view shortWarehouse;     // cancel tests stock of this warehouse of the head; empty: it does not
+  bool bringsIn = false;               // cancel takes goods away again, and asks whether they are still there
 
   // What a kind does beyond stock; null where it does nothing.
   void (*rowPosted)(const Row& row) = nullptr;

@@ -12,9 +12,6 @@ namespace jxc {
 namespace stock_effect_detail {
 
 Ahead changeBalance(const StockEffect& effect, int sign) {
-  if (effect.counted)
-    return sendAhead("update jxc_kcsp set kc_sl=?,kc_zsl=? where ck_sn=? and g_sn=?", *effect.counted, *effect.counted,
-                     effect.warehouse, effect.goods);
   if (effect.sold == 0)
     return sendAhead("update jxc_kcsp set kc_sl=kc_sl+(?),kc_zsl=kc_zsl+(?) where ck_sn=? and g_sn=?",
                      sign * effect.physical, sign * effect.book, effect.warehouse, effect.goods);
@@ -56,7 +53,7 @@ void postTogether(std::span<const StockEffect> effects, MasterOrder order, const
     replays.emplace_back(LedgerAnchor{effect.id, effect.goods, effect.warehouse, effect.date, effect.flag});
 
   for (std::size_t i = 0; i < count; ++i) {
-    if (effects[i].counted || balances[i].changed() > 0) continue;
+    if (balances[i].changed() > 0) continue;
     makeBalance(effects[i], 1);
     if (order == MasterOrder::BeforeReplay) askAverage(i);
   }

@@ -18,13 +18,12 @@ struct StockEffect {
   QString goods, warehouse, date, flag;
   double quantity = 0;  // gl_sl as stored
   double price = 0;
-  double physical = 0;            // change of kc_sl and g_kc
-  double book = 0;                // change of kc_zsl
-  double sold = 0;                // change of kc_xssl
-  double firstCost = 0;           // kc_cbj of a balance that has to be made
-  std::optional<double> counted;  // a count sets the balance, it does not add to it, and makes none
-  bool movesCost = false;         // the goods' average is written anew
-  std::int64_t source = 0;        // id2
+  double physical = 0;      // change of kc_sl and g_kc
+  double book = 0;          // change of kc_zsl
+  double sold = 0;          // change of kc_xssl
+  double firstCost = 0;     // kc_cbj of a balance that has to be made
+  bool movesCost = false;   // the goods' average is written anew
+  std::int64_t source = 0;  // id2
 };
 
 /// Changes the balance of a goods in a warehouse by an effect, or by its opposite (sign −1); a missing balance is made.

@@ -5,6 +5,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/cancel_checks.h"
 #include "stock/document_family.h"
 #include "stock/ledger.h"
 
@@ -13,6 +14,16 @@ namespace stock_rows_detail {
 
 void writeMonthStock(const QString& warehouse, const QString& month, double quantity, double value) {
   postSql("update jxc_kcjs set js_sl=?,js_zje=? where js_rq=? and ck_sn=?", quantity, value, month, warehouse);
+}
+
+/// A question or a refusal, by parameter; `word` is what the goods cannot do.
+QString warningOf(const QString& word) {
+  return strIsTrue(session().cs_kc) ? u"”："_qs + word + u"将会出现负库存，是否继续？"_qs
+                                    : u"”：不能"_qs + word + u'！';
+}
+std::optional<QString> shortageWords(const RowSet& goods, const QString& warning) {
+  if (goods.isEmpty()) return {};
+  return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods.text(0, 0) + warning;
 }
 
 }  // namespace stock_rows_detail
@@ -59,9 +70,7 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
   const bool reversed = kind.startsWith(u'-');
   const DocumentFamily* const family = findFamily(reversed ? kind.mid(1) : kind);
   if (!family || family->shortageWord.empty()) return;
-  const QString word = reversed ? u"出库"_qs : QStringView(family->shortageWord).toString();
-  warning_ =
-      strIsTrue(session().cs_kc) ? u"”："_qs + word + u"将会出现负库存，是否继续？"_qs : u"”：不能"_qs + word + u'！';
+  warning_ = stock_rows_detail::warningOf(reversed ? u"出库"_qs : QStringView(family->shortageWord).toString());
   // Asked of each goods of the document: a join would begin with all goods of the warehouse.
   // What comes in on the whole is never short, however low the stock.
   const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
@@ -74,12 +83,20 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
 }
 
 std::optional<QString> StockShortage::words() const {
-  if (!goods_ || goods_->rows().isEmpty()) return {};
-  return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods_->rows().text(0, 0) + warning_;
+  return goods_ ? stock_rows_detail::shortageWords(goods_->rows(), warning_) : std::nullopt;
 }
 
 std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
   return StockShortage(number, warehouse, kind).words();
+}
+
+std::optional<QString> cancel_checks::shortWhenTakenBack(const QString& number) {
+  return stock_rows_detail::shortageWords(
+      openSelect("select top 1 a.g_sn from (select g_sn,ck_sn,sum(gl_sl) as sl from jxc_goodslist where gl_djh=? and "
+                 "g_sn<>'00000000' group by g_sn,ck_sn) a where a.sl>0 and exists (select b.id from jxc_kcsp b where "
+                 "b.g_sn=a.g_sn and b.ck_sn=a.ck_sn and a.sl>b.kc_zsl) order by a.g_sn",
+                 number),
+      stock_rows_detail::warningOf(u"出库"_qs));
 }
 
 bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt) {

@@ -1,7 +1,13 @@
 #include "stock/stocktake.h"
 
+#include "core/each_prompt.h"
+#include "core/posting.h"
 #include "core/refusal.h"
+#include "core/rounding.h"
 #include "core/statements.h"
+#include "engine/number_text.h"
+
+#include <cmath>
 
 namespace jxc::stock_count {
 namespace stock_count_detail {
@@ -19,6 +25,10 @@ Count countOf(const QString& number) {
 }
 
 }  // namespace stock_count_detail
+
+double valueOf(double difference, double cost) {
+  return roundTotalIfSeparate(difference * cost);
+}
 
 std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date) {
   const QString later =
@@ -55,6 +65,81 @@ std::optional<QString> movedSinceAudit(const QString& number) {
          u"】，\r\n\r\n该盘点单 "_qs + number + u" 不能撤销！"_qs;
 }
 
+// ---- moved meanwhile ---------------------------------------------------------------------------------------------
+
+namespace stock_count_detail {
+
+std::vector<MovedLine> movedLines(const QString& number) {
+  std::vector<MovedLine> moved;
+  for (const Row row : openSelect(
+           "select a.id,a.g_sn,b.g_name,a.pd_sl,a.kc_sl,c.kc_sl as nowsl,c.kc_zsl as nowzsl from (jxc_kcpdsp a inner "
+           "join jxc_goods b on a.g_sn=b.g_sn) left outer join (select g_sn,kc_sl,kc_zsl from jxc_kcsp where ck_sn=?) "
+           "c on a.g_sn=c.g_sn where a.gl_djh=? order by a.id",
+           countOf(number).warehouse, number)) {
+    MovedLine line{.id = row.integer("id"),
+                   .goods = row.text("g_sn"),
+                   .name = row.text("g_name"),
+                   .counted = row.number("pd_sl"),
+                   .recorded = row.number("kc_sl"),
+                   .shelf = row.number("nowsl"),
+                   .book = row.number("nowzsl")};
+    if (std::fabs(line.shelf - line.recorded) >= 5e-7) moved.push_back(std::move(line));
+  }
+  return moved;
+}
+
+EachQuestion questionOf(const QString& number, const std::vector<MovedLine>& lines) {
+  EachQuestion question{.text = u"盘点单 "_qs + number +
+                                u" 录入之后，下列商品的库存已变动。\r\n\r\n这些变动发生在清点之前，还是之后？"_qs,
+                        .headings = {u"商品编号"_qs, u"商品名称"_qs, u"盘点数量"_qs, u"录入时库存"_qs, u"现在库存"_qs},
+                        .first = u"清点之前（单据补录）：按现在的库存计算盈亏"_qs,
+                        .second = u"清点之后：盈亏不变，库存按盈亏增减"_qs};
+  for (const MovedLine& line : lines)
+    question.items.push_back(
+        {line.goods, line.name, numberText(line.counted), numberText(line.recorded), numberText(line.shelf)});
+  return question;
+}
+
+/// Why a list of counts passes this one over.
+std::optional<QString> leftToAsk(const QString& number) {
+  const std::vector<MovedLine> lines = movedLines(number);
+  if (lines.empty()) return {};
+  return u"盘点单 "_qs + number + u" 录入之后，有 %1 种商品的库存已变动（"_qs.arg(lines.size()) + lines.front().goods +
+         u' ' + lines.front().name + u"），\r\n\r\n请单独审核该单据！"_qs;
+}
+
+}  // namespace stock_count_detail
+
+std::optional<Recount> Recount::ask(const QString& number, Prompt& prompt) {
+  using namespace stock_count_detail;
+  if (isRefused(overtaken(number), prompt)) return {};
+  Recount recount;
+  recount.lines_ = movedLines(number);
+  if (recount.lines_.empty()) return recount;
+  const auto answers = askEach(prompt, questionOf(number, recount.lines_));
+  if (!answers) return {};
+  for (const EachAnswer answer : *answers)
+    recount.late_.push_back(answer == EachAnswer::First);
+  return recount;
+}
+
+bool Recount::takeUp(const QString& number) const {
+  if (overtaken(number) || stock_count_detail::movedLines(number) != lines_) return false;
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    if (!late_[i]) continue;
+    const MovedLine& line = lines_[i];
+    const double cost = lookupNumber("select pd_dj from jxc_kcpdsp where id=?", line.id);
+    postSql("update jxc_kcpdsp set kc_sl=?,kc_zsl=?,pd_zje=? where id=?", line.shelf, line.book,
+            valueOf(line.counted - line.shelf, cost), line.id);
+  }
+  if (!lines_.empty()) refreshWaitingTotals(families::stocktake, number);
+  return true;
+}
+
+bool needsAsking(const QString& number) {
+  return overtaken(number) || !stock_count_detail::movedLines(number).empty();
+}
+
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
   return auditEach(
       {.question = u"您的操作将审核当前所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
@@ -62,6 +147,7 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
        .audit =
            [](const ListedDocument& document, Prompt& collecting) {
              return !isRefused(overtaken(document.number), collecting) &&
+                    !isRefused(stock_count_detail::leftToAsk(document.number), collecting) &&
                     auditDocument(families::stocktake, document.number, document.date, collecting) ==
                         AuditOutcome::Audited;
            }},

@@ -1,23 +1,52 @@
-// 库存盘点: what makes a count too late: movement of counted goods behind its date.
+// 库存盘点: what makes a count too late, and what becomes of one whose stock moved between counting and audit.
 #pragma once
 
 #include "stock/document.h"
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace jxc::stock_count {
 
+/// What a difference of so many pieces is worth at this unit cost, in yuan.
+double valueOf(double difference, double cost);
+
 /// Refusal at save: a later count of the warehouse, or later movement of counted goods.
 std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date);
-/// Refusal at audit of a list: the count is void once counted goods moved behind its date.
+/// Refusal of an audit: the count is void once counted goods moved behind its date.
 std::optional<QString> overtaken(const QString& number);
 /// Refusal of a cancel: counted goods moved after the count was audited.
 std::optional<QString> movedSinceAudit(const QString& number);
 
-/// `auditEach` of counts; those that were overtaken are passed over and told.
+/// Goods of a waiting count whose stock is no longer what the count found in the books. Pieces.
+struct MovedLine {
+  std::int64_t id = 0;
+  QString goods, name;
+  double counted = 0, recorded = 0;
+  double shelf = 0, book = 0;  // as they are now
+  bool operator==(const MovedLine&) const = default;
+};
+
+/// What the operator was asked about such goods before an audit, and what he said.
+class Recount {
+ public:
+  /// Refuses an overtaken count; asks whether the movement came before the counting or after it. Nothing: no audit.
+  static std::optional<Recount> ask(const QString& number, Prompt& prompt);
+  /// Inside the transaction of the audit. Goods that moved before they were counted are measured against the books of
+  /// now; the difference of the others stays, and their stock moves by it. False: something moved since it was asked.
+  bool takeUp(const QString& number) const;
+
+ private:
+  std::vector<MovedLine> lines_;
+  std::vector<bool> late_;  // moved before the counting, and was only entered late
+};
+/// Whether an audit has something to refuse or to ask.
+bool needsAsking(const QString& number);
+
+/// `auditEach` of counts; those that were overtaken, or about which is something to ask, are passed over and told.
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);
 
 }  // namespace jxc::stock_count
