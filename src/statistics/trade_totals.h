@@ -13,11 +13,18 @@ namespace jxc {
 enum class TradeBy : std::uint8_t {
   Goods,
   GoodsClass,
+  Partner,
+  CustomerType,
+  Region,  // of customers
   Day,
   Month,
   PartnerGoodsDay,   // what a partner brought or took of a goods on a day
   PartnerGoodsMonth  // … in a month
 };
+
+/// Boxes of the enquiries: the group of the criteria is a region, not a type of customers; goods that were only bought
+/// or only sold are in the stock turn too.
+inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2;
 
 /// Rows of the stock ledger, the latest first, with the margin `lrl` of each in percent. Asked for by period,
 /// warehouse, class, goods, partner, key (of the goods, as the catalogue has it) and kind: the flag of the ledger, "cj"
@@ -29,6 +36,15 @@ Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& war
 /// lower them. Day or month is `tjrq`, the class `gc_name` ("其他" where it is gone); `rowkey` names a row of several
 /// keys.
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
+
+/// Sums of goods as above with the present stock `kcsl` of the warehouses, ranked by the order of the criteria: "sl",
+/// "je" or "lr", the largest first; by quantity where the operator has no right to see the other.
+Sql goodsRanking(const Criteria& criteria, const Warehouses& warehouses);
+
+/// How fast goods turn over: bought `cgsl` and sold `xssl` in the period, present stock `kcsl`, and `zzbl`: sold in
+/// percent of bought and stock. Goods that are in use and were bought and sold in the period; ordered by one of these
+/// columns, the largest first.
+Sql stockTurn(const Criteria& criteria, const Warehouses& warehouses);
 
 /// The same as sources of an enquiry.
 template <PartnerType Side>
