@@ -27,6 +27,15 @@ QString formatted(ColumnKind kind, double number, bool footer) {
   return format ? format->format(number) : numberText(number);
 }
 
+/// Below each other, percents and rates have their points in one line.
+QString withTwoDecimals(QString text) {
+  constexpr qsizetype kDecimals = 2;
+  const qsizetype point = text.indexOf(u'.');
+  const qsizetype has = point < 0 ? 0 : text.size() - point - 1;
+  if (point < 0) text += u'.';
+  return has < kDecimals ? text + QString(kDecimals - has, u'0') : text;
+}
+
 }  // namespace display_detail
 
 QString displayNumber(ColumnKind kind, double number) {
@@ -49,7 +58,8 @@ QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind) {
   }
   // A text in a number column (a code, "合计") is shown as it stands.
   if (rows.kind(row, column) == Value::Kind::Text && !readNumber(rows.text(row, column))) return rows.text(row, column);
-  return displayNumber(kind, rows.number(row, column));
+  const QString text = displayNumber(kind, rows.number(row, column));
+  return kind == ColumnKind::Percent ? display_detail::withTwoDecimals(text) : text;
 }
 
 ColumnKind columnKindOf(FieldKind kind) {
