@@ -47,15 +47,18 @@ constexpr std::array kGroupings{
              "", kNamedGoods, kOfGoods, kByTimeAndGoods},
 };
 
-/// Customers of a type or region; "其他" are those without one, among them partners that are gone.
-void addCustomers(Filter& filter, const Criteria& criteria) {
+/// What a sum over a type, region or class stands for; "其他" are those without one, among them partners and goods that
+/// are gone.
+void addGroup(Filter& filter, const Criteria& criteria) {
   if (criteria.group.isEmpty()) return;
-  const std::string_view column = criteria.has(kGroupIsRegion) ? "z_name" : "kt_name";
-  if (criteria.group == u"其他")
-    filter.add(compose("x.ghs_sn not in (select kh_sn from jxc_khxx where {}<>'' and {}<>?)", {column, column}),
-               criteria.group);
-  else
-    filter.add(compose("x.ghs_sn in (select kh_sn from jxc_khxx where {}=?)", {column}), criteria.group);
+  const bool ofGoods = criteria.has(kGroupIsClass);
+  const std::string_view column = ofGoods ? "gc_sn" : criteria.has(kGroupIsRegion) ? "z_name" : "kt_name";
+  const bool without = criteria.group == u"其他";
+  std::string condition = ofGoods ? "x.g_sn" : "x.ghs_sn";
+  condition += without ? " not in (select " : " in (select ";
+  condition += ofGoods ? "g_sn from jxc_goods where " : "kh_sn from jxc_khxx where ";
+  condition += without ? compose("{}<>'' and {}<>?)", {column, column}) : compose("{}=?)", {column});
+  filter.add(condition, criteria.group);
 }
 
 Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
@@ -71,7 +74,7 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
   addClass(goods, criteria, "gc_sn");
   addKey(goods, criteria, {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
   if (!goods.isEmpty()) filter.add(Sql("x.g_sn in (select g_sn from jxc_goods").where(goods).add(")"));
-  addCustomers(filter, criteria);
+  addGroup(filter, criteria);
   return filter;
 }
 

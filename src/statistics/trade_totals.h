@@ -22,9 +22,9 @@ enum class TradeBy : std::uint8_t {
   PartnerGoodsMonth  // … in a month
 };
 
-/// Boxes of the enquiries: the group of the criteria is a region, not a type of customers; goods that were only bought
-/// or only sold are in the stock turn too.
-inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2;
+/// Boxes of the enquiries: the group of the criteria is a region, or a class of goods without those below it, and not a
+/// type of customers; goods that were only bought or only sold are in the stock turn too.
+inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass = 4;
 
 /// Rows of the stock ledger, the latest first, with the margin `lrl` of each in percent. Asked for by period,
 /// warehouse, class, goods, partner, key (of the goods, as the catalogue has it) and kind: the flag of the ledger, "cj"

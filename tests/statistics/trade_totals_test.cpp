@@ -96,7 +96,7 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLines) {
   EXPECT_EQ((sums<PartnerType::Supplier, GoodsClass>("gc_name")), QStringList({"其他 14 147 166.11"}));
 }
 
-TEST_F(TradeTotals, CustomersWithoutATypeAreAGroupThatLeadsToTheirLines) {
+TEST_F(TradeTotals, ASumOfAGroupLeadsToItsLinesAlsoOfWhatHasNone) {
   insertRow("jxc_khxx", {{"kh_sn", "K1"}, {"kh_name", "甲"}, {"kt_name", "零售"}, {"z_name", ""}});
   const auto types = sums<PartnerType::Customer, TradeBy::CustomerType>("kt_name", {.order = QStringLiteral("sl")});
   EXPECT_EQ(types, QStringList({"零售 6 60 60 23.33 36.67 61.12", "其他 0 -5 -5 0 -5 100"}));
@@ -106,6 +106,11 @@ TEST_F(TradeTotals, CustomersWithoutATypeAreAGroupThatLeadsToTheirLines) {
   EXPECT_EQ(lines(u"零售"_qs, 0), 3);
   EXPECT_EQ(lines(u"其他"_qs, 0), 1);
   EXPECT_EQ(lines(u"其他"_qs, kGroupIsRegion), 4);
+  // A class leads to its own goods, not to those of the classes below it.
+  execSql("update jxc_goods set gc_sn='190001' where g_sn='B'");
+  EXPECT_EQ(lines(u"1900"_qs, kGroupIsClass), 2);
+  EXPECT_EQ(lines(u"190001"_qs, kGroupIsClass), 1);
+  EXPECT_EQ(lines(u"其他"_qs, kGroupIsClass), 1);
 }
 
 TEST_F(TradeTotals, ARankingByProfitIsForWhoSeesCost) {

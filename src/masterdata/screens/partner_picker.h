@@ -33,6 +33,8 @@ class PartnerPicker : public ui::PickerScreen {
 /// Opens the list; name and code of the partner that was taken.
 std::optional<ListItem> pickSupplier();
 std::optional<ListItem> pickCustomer();
+template <PartnerType Side>
+inline constexpr auto pickPartner = Side == PartnerType::Customer ? pickCustomer : pickSupplier;
 
 /// Opens the partner's own screen from a document; name and code of the partner that was added.
 std::optional<ListItem> addSupplier();

@@ -48,9 +48,9 @@ constexpr auto kRegions = sumsOf(std::array{ColumnSpec{"z_name", "地区", Colum
 constexpr auto kCustomers =
     sumsOf(std::array{ColumnSpec{"ghs_sn", "客户编号"}, ColumnSpec{"ghs_name", "客户", ColumnKind::Text, 24}});
 constexpr auto kTurn =
-    ui::joinedTables(goodsNames, std::array{ColumnSpec{"cgsl", "进货数量", ColumnKind::Quantity, 0, true},
-                                            ColumnSpec{"xssl", "销售数量", ColumnKind::Quantity, 0, true},
-                                            ColumnSpec{"kcsl", "当前库存", ColumnKind::Quantity, 0, true},
+    ui::joinedTables(goodsNames, std::array{ColumnSpec{"cgsl", "进货数量", ColumnKind::Quantity, 0, {.sum = true}},
+                                            ColumnSpec{"xssl", "销售数量", ColumnKind::Quantity, 0, {.sum = true}},
+                                            ColumnSpec{"kcsl", "当前库存", ColumnKind::Quantity, 0, {.sum = true}},
                                             ColumnSpec{"zzbl", "周转率(%)", ColumnKind::Percent}});
 
 template <FixedText Number>

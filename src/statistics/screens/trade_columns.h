@@ -2,6 +2,7 @@
 #pragma once
 
 #include "masterdata/goods_classes.h"
+#include "masterdata/screens/goods_columns.h"
 #include "masterdata/screens/partner_picker.h"
 #include "masterdata/screens/partner_text.h"
 #include "statistics/trade_totals.h"
@@ -30,21 +31,9 @@ constexpr auto figures() {
   constexpr Right money = seesMoney<Side>;
   constexpr std::array both{
       ColumnSpec{joined<Prefix, "sl">, "数量", ColumnKind::Quantity, 8, {.sum = true}},
-      ColumnSpec{.field = joined<Prefix, "je">,
-                 .caption = "金额",
-                 .kind = ColumnKind::Total,
-                 .use = {.sum = true},
-                 .right = money},
-      ColumnSpec{.field = joined<Prefix, "taxje">,
-                 .caption = "税额",
-                 .kind = ColumnKind::Total,
-                 .use = {.sum = true},
-                 .right = money},
-      ColumnSpec{.field = joined<Prefix, "zje">,
-                 .caption = "总金额",
-                 .kind = ColumnKind::Total,
-                 .use = {.sum = true},
-                 .right = money},
+      ColumnSpec{joined<Prefix, "je">, "金额", ColumnKind::Total, 0, {.sum = true}, money},
+      ColumnSpec{joined<Prefix, "taxje">, "税额", ColumnKind::Total, 0, {.sum = true}, money},
+      ColumnSpec{joined<Prefix, "zje">, "总金额", ColumnKind::Total, 0, {.sum = true}, money},
   };
   if constexpr (!isSales<Side>) {
     return both;
@@ -52,28 +41,12 @@ constexpr auto figures() {
     return ui::joinedTables(
         both,
         std::array{
-            ColumnSpec{.field = joined<Prefix, "zcb">,
-                       .caption = "成本",
-                       .kind = ColumnKind::Total,
-                       .use = {.sum = true},
-                       .right = kSeesCost},
-            ColumnSpec{.field = joined<Prefix, "lr">,
-                       .caption = "毛利",
-                       .kind = ColumnKind::Total,
-                       .use = {.sum = true},
-                       .right = kSeesCost},
+            ColumnSpec{joined<Prefix, "zcb">, "成本", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
+            ColumnSpec{joined<Prefix, "lr">, "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
             ColumnSpec{
                 .field = "lrl", .caption = "毛利率(%)", .kind = ColumnKind::Percent, .width = 8, .right = kSeesCost}});
   }
 }
-
-inline constexpr std::array goodsNames{
-    ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 9}, ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 24},
-    ColumnSpec{"gg_name", "规格型号", ColumnKind::Text, 9}, ColumnSpec{"color_name", "颜色", ColumnKind::Text, 4},
-    ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}};
-inline constexpr std::array goodsDetails{ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}},
-                                         ColumnSpec{.field = "g_sccs", .caption = "商品产地", .use = {.hidden = true}},
-                                         ColumnSpec{.field = "g_bz", .caption = "商品备注", .use = {.hidden = true}}};
 
 /// Rows of the ledger.
 template <PartnerType Side>
@@ -110,7 +83,7 @@ inline constexpr std::array inputs{
     ui::Criterion{.asks = Asks::Partner,
                   .name = joined<"tGhs", Number>,
                   .label = joined<PartnerText<Side>::noun, "：">,
-                  .pick = isSales<Side> ? pickCustomer : pickSupplier},
+                  .pick = pickPartner<Side>},
     ui::Criterion{Asks::Key, joined<"tkey", Number>, "商品信息："},
     ui::Criterion{Asks::GoodsClass, joined<"tsplb", Number>, "商品类别：", goodsClassItems},
     ui::Criterion{Asks::Warehouse, joined<"comCk", Number>, "仓库："},
@@ -123,6 +96,10 @@ inline void narrowToTime(Criteria& criteria, const Row& row) {
 }
 inline void narrowToGoods(Criteria& criteria, const Row& row) {
   criteria.goods = row.text("g_sn");
+}
+inline void narrowToClass(Criteria& criteria, const Row& row) {
+  criteria.group = row.text("gc_sn").isEmpty() ? u"其他"_qs : row.text("gc_sn");
+  criteria.boxes |= kGroupIsClass;
 }
 
 }  // namespace jxc::trade_columns
