@@ -114,7 +114,7 @@ Sql overviewSummary(const PartnerSide& side, const Criteria& criteria) {
   namespace detail = partner_overview_detail;
   Sql sql;
   detail::addMovedPartners(sql, side, criteria);
-  if (criteria.has(kWithIdlePartners) && criteria.employee.isEmpty()) detail::addIdlePartners(sql, side, criteria);
+  if (criteria.has(kWithIdle) && criteria.employee.isEmpty()) detail::addIdlePartners(sql, side, criteria);
   sql.add(" order by k_ghskh");
   return sql;
 }

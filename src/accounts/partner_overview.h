@@ -11,7 +11,7 @@ namespace jxc::partner_books {
 
 /// Boxes of the overview: partners that owe nothing at the end of the period; in the summary also those without a line
 /// in it. With an employee there are no opening rows: balances belong to partners only.
-inline constexpr unsigned kHidesSettled = 1, kWithIdlePartners = 2;
+inline constexpr unsigned kHidesSettled = 1, kWithIdle = 2;
 inline constexpr NoWarehouse kPartnersHaveNoWarehouse{"what a partner owes, he owes the shop, whichever branch sold"};
 
 /// Line by line with the stored running balance, an opening row first for each partner: `k_ghskh`, `name`, `k_rq`,

@@ -250,7 +250,8 @@ void EnquiryScreen::showCommands() {
   const auto arrange = [&](const EnquiryCommand& each) {
     const bool allowed = allowed_.at(&each);
     const bool isOn = !each.parameter || strIsTrue(session().*each.parameter);
-    const bool seen = isOn && (allowed || each.staysInSight) && holds(each.views, list);
+    const bool seen = isOn && (allowed || each.staysInSight) &&
+                      (holds(each.views, list) || !each.elsewhere.empty());
     for (const std::string_view name : {each.name, each.preview.name}) {
       if (name.empty()) continue;
       command(name).setVisible(seen);
@@ -280,11 +281,22 @@ void EnquiryScreen::readRights() {
     read(tab.commands);
 }
 
-void EnquiryScreen::runRule(const EnquiryCommand& described) {
-  View& view = viewInSight();
-  const auto row = view.list->current();
-  if (!row || !described.rule(*row, prompt())) return;
-  rowsChanged();
+void EnquiryScreen::run(const EnquiryCommand& described) {
+  const View& view = viewInSight();
+  if (!holds(described.views, view.spec->grid.name)) return prompt().notice(qs(described.elsewhere));
+  if (!described.opens.empty()) {
+    openScreen(described.opens);
+    filling_ = true;
+    for (auto& tab : tabs_)
+      fillInputs(*tab, false);
+    filling_ = false;
+    return rowsChanged();
+  }
+  if (described.whole) {
+    if (described.whole(criteria(), prompt())) rowsChanged();
+  } else if (const auto row = view.list->current(); row && described.rule(*row, prompt())) {
+    rowsChanged();
+  }
 }
 
 void EnquiryScreen::rowsChanged() {
@@ -292,17 +304,6 @@ void EnquiryScreen::rowsChanged() {
     for (auto& view : tab->views)
       view->asked.reset();
   load(viewInSight());
-}
-
-void EnquiryScreen::opens(std::string_view name, std::string_view screen) {
-  on(command(name), [this, screen] {
-    openScreen(screen);
-    filling_ = true;
-    for (auto& tab : tabs_)
-      fillInputs(*tab, false);
-    filling_ = false;
-    rowsChanged();
-  });
 }
 
 void EnquiryScreen::previewRule(const EnquiryCommand& described) {

@@ -364,9 +364,10 @@ void EnquiryScreen::bindSearch(Tab& tab) {
 
 void EnquiryScreen::bindCommands(std::span<const EnquiryCommand> described) {
   for (const EnquiryCommand& each : described) {
-    if (!each.rule) continue;
+    if (!each.rule && !each.whole && each.opens.empty()) continue;
     QPushButton& button = command(each.name);
-    on(button, [this, &each] { runRule(each); });
+    on(button, [this, &each] { run(each); });
+    if (!each.rule) continue;  // what works on a row is in the list's menu too
     if (!each.preview.name.empty()) on(command(each.preview.name), [this, &each] { previewRule(each); });
     for (const auto& tab : tabs_) {
       if (!std::ranges::any_of(tab->spec->commands, [&](const auto& own) { return &own == &each; }) &&

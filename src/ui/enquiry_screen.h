@@ -71,8 +71,6 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
 
  protected:
   void activate() override;
-  /// The command opens a screen; what was done there is in the lists and among the choices afterwards.
-  void opens(std::string_view command, std::string_view screen);
   /// What an enquiry asks for beside its inputs, a dialog's choices for instance.
   virtual void complete(Criteria&) const {}
   void closeEvent(QCloseEvent* event) override;
@@ -101,7 +99,7 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void showChart(View& view, bool on);
   void readRights();
   void showCommands();
-  void runRule(const EnquiryCommand& command);
+  void run(const EnquiryCommand& command);
   void previewRule(const EnquiryCommand& command);
   void print();
   void exportList();

@@ -94,15 +94,19 @@ struct EnquiryView {
   } foot = {};  // a line below the list, when all rows are there
 };
 
-/// A command of an enquiry. With a rule it works on the current row of the list in sight, and the rows are read anew
-/// when it says that it changed something; without one the screen's class binds it.
+/// A command of an enquiry: a rule over the current row of the list in sight or over what is asked for, after which the
+/// rows are read anew when it says that it changed something; or a screen that it opens. What is none of these the
+/// screen's class binds.
 struct EnquiryCommand {
   std::string_view name, caption, key = {};
   Right right = {};                                // without it the command is not to be seen …
   bool staysInSight = false;                       // … or closed
   QString SystemParameters::*parameter = nullptr;  // only while this one is on
   std::string_view views = {};                     // names of the lists that it belongs to; empty: all
+  std::string_view elsewhere = {};                 // told over other lists; empty: it is not to be seen there
   bool (*rule)(const Row&, Prompt&) = nullptr;
+  bool (*whole)(const Criteria&, Prompt&) = nullptr;
+  std::string_view opens = {};
   /// 预览影响 stands beside: what the rule would change, before it does.
   struct Preview {
     std::string_view name;    // of its button

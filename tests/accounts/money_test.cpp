@@ -448,7 +448,7 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   EXPECT_EQ(sums[1].number("qcje"), 0);
 
   Criteria all = may;
-  all.boxes = partner_books::kWithIdlePartners;
+  all.boxes = partner_books::kWithIdle;
   EXPECT_EQ(summary(all).rowCount(), 4);  // with the built-in customer, who owes nothing
   all.boxes |= partner_books::kHidesSettled;
   EXPECT_EQ(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));

@@ -9,42 +9,38 @@ using ui::ColumnKind;
 
 Filter sold(const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
-  filter.add("x.g_sn=y.g_sn").add("x.gl_flag in ('xs','xt')");
-  addPeriod(filter, criteria, "x.gl_kdrq");
-  addKey(filter, criteria, {"x.g_sn", "x.g_name", "y.g_jm"});
-  addChoice(filter, "x.g_sn", criteria.goods);  // of a sum that was followed
-  warehouses.restrict(filter, "x.ck_sn");
+  filter.add("gl_flag in ('xs','xt')");
+  addPeriod(filter, criteria, "gl_kdrq");
+  addKey(filter, criteria, {"g_sn", "g_name"});
+  addChoice(filter, "g_sn", criteria.goods);  // of a sum that was followed
+  warehouses.restrict(filter, "ck_sn");
   return filter;
 }
 Sql soldLines(const Criteria& criteria, const Warehouses& warehouses) {
-  return Sql("select x.* from jxc_goodslist x,jxc_goods y")
-      .where(sold(criteria, warehouses))
-      .add(" order by x.gl_kdrq desc,x.id desc");
+  return Sql("select * from jxc_goodslist").where(sold(criteria, warehouses)).add(" order by gl_kdrq desc,id desc");
 }
 Sql soldByGoods(const Criteria& criteria, const Warehouses& warehouses) {
-  return Sql(R"(select x.g_sn,max(x.g_name) as gname,sum(x.gl_sl) as sl,sum(x.gl_je) as je,sum(x.gl_lr) as lr
-      from jxc_goodslist x,jxc_goods y)")
+  return Sql(R"(select g_sn,max(g_name) as gname,sum(gl_sl) as sl,sum(gl_je) as je,sum(gl_lr) as lr
+      from jxc_goodslist)")
       .where(sold(criteria, warehouses))
-      .add(" group by x.g_sn order by x.g_sn");
+      .add(" group by g_sn order by g_sn");
 }
 
 constexpr ui::Criterion kCriteria[] = {{Asks::From, "tdate1", "日期："},
                                        {Asks::To, "tdate2", "至"},
                                        {Asks::Warehouse, "comCk", "仓库："},
                                        {Asks::Key, "tkey", "商品信息："}};
-constexpr ui::ColumnSpec kSums[] = {
-    {"g_sn", "商品编号"},
-    {"gname", "商品名称", ColumnKind::Text, 24},
-    {"sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
-    {.field = "je", .caption = "金额", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesPrice},
-    {.field = "lr", .caption = "毛利", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesCost}};
-constexpr ui::ColumnSpec kLines[] = {
-    {"gl_kdrq", "日期", ColumnKind::Date},
-    {"gl_djh", "单据号", ColumnKind::Text, 15},
-    {"g_name", "商品名称", ColumnKind::Text, 24},
-    {"ghs_name", "客户", ColumnKind::Text, 16},
-    {"gl_sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
-    {.field = "gl_je", .caption = "金额", .kind = ColumnKind::Total, .use = {.sum = true}, .right = kSeesPrice}};
+constexpr ui::ColumnSpec kSums[] = {{"g_sn", "商品编号"},
+                                    {"gname", "商品名称", ColumnKind::Text, 24},
+                                    {"sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
+                                    {"je", "金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
+                                    {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost}};
+constexpr ui::ColumnSpec kLines[] = {{"gl_kdrq", "日期", ColumnKind::Date},
+                                     {"gl_djh", "单据号", ColumnKind::Text, 15},
+                                     {"g_name", "商品名称", ColumnKind::Text, 24},
+                                     {"ghs_name", "客户", ColumnKind::Text, 16},
+                                     {"gl_sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
+                                     {"gl_je", "金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice}};
 constexpr ui::EnquiryView kViews[] = {
     {.grid = {"gridHz", "销售汇总", kSums, "这段时间没有销售", "g_sn"},
      .source = soldByGoods,

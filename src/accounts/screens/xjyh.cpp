@@ -12,6 +12,9 @@ using ui::ColumnKind;
 std::vector<ListItem> accountsOrAll() {
   return cash::fillAccounts(QStringLiteral("全部账户"));
 }
+bool recompute(const Criteria& criteria, Prompt& prompt) {
+  return cash::recomputeAccounts(criteria.account, criteria.from, prompt);
+}
 
 constexpr ui::Criterion kWaitingCriteria[] = {{Asks::From, "tdate11", "日期："},
                                               {Asks::To, "tdate12", "至"},
@@ -53,9 +56,9 @@ constexpr ui::ColumnSpec kTotalColumns[] = {
 constexpr Right kAudits{"rcgl", 14};
 constexpr std::string_view kNothing = "该时间段内没有收付";
 constexpr ui::EnquiryCommand kWaitingCommands[] = {
-    {"btn_Rukuan", "进款", "F6"},
-    {"btn_Chuk", "出款", "F7"},
-    {"btn_Yhzz", "银行转账", "F8"},
+    {.name = "btn_Rukuan", .caption = "进款", .key = "F6", .opens = "F_Xjyh_Jk"},
+    {.name = "btn_Chuk", .caption = "出款", .key = "F7", .opens = "F_Xjyh_Ck"},
+    {.name = "btn_Yhzz", .caption = "银行转账", .key = "F8", .opens = "F_Xjyh_Zz"},
     {.name = "btn_Modi", .caption = "修改", .key = "F3", .rule = modifyCashLine},
     {.name = "btn_Dele",
      .caption = "删除",
@@ -71,7 +74,7 @@ constexpr ui::EnquiryCommand kWaitingCommands[] = {
      .preview = {"btnPreview1", "审核", "gl_djh"}},
 };
 constexpr ui::EnquiryCommand kAuditedCommands[] = {
-    {"btn_Cxjs", "重新计算", "F8"},
+    {.name = "btn_Cxjs", .caption = "重新计算", .key = "F8", .whole = recompute},
     {.name = "btn_Prin2", .caption = "打印", .key = "Ctrl+P", .views = "xjyhtj", .rule = printCashSlip},
     {.name = "btn_UnChk",
      .caption = "取消审核",
@@ -100,24 +103,11 @@ constexpr ui::EnquiryView kAudited[] = {
 constexpr ui::EnquiryTab kTabs[] = {
     {"cxTab1", "现金银行", kWaitingCriteria, kWaiting, kWaitingCommands, "btnSearch1", "F2", "btnDate1"},
     {"cxTab2", "现金银行统计", kAuditedCriteria, kAudited, kAuditedCommands, "btnSearch2", "F2", "btnDate2"}};
-constexpr ui::EnquiryCommand kCommands[] = {{"btn_Yhzh", "期初建账", "F4"}};
+constexpr ui::EnquiryCommand kCommands[] = {
+    {.name = "btn_Yhzh", .caption = "期初建账", .key = "F4", .opens = "F_Yhzh"}};
 constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Xjyh", .title = "现金银行", .tabs = kTabs, .commands = kCommands, .focus = "xjyh"};
-
-struct TF_Xjyh : ui::EnquiryScreen {
-  TF_Xjyh() : EnquiryScreen(kEnquiry) {
-    opens("btn_Rukuan", "F_Xjyh_Jk");
-    opens("btn_Chuk", "F_Xjyh_Ck");
-    opens("btn_Yhzz", "F_Xjyh_Zz");
-    opens("btn_Yhzh", "F_Yhzh");
-    on(command("btn_Cxjs"), [this] {
-      const Criteria asked = criteria();
-      if (cash::recomputeAccounts(asked.account, asked.from, prompt())) rowsChanged();
-    });
-  }
-};
-
-const ui::RegisteredEnquiry<TF_Xjyh> kRegistered{kEnquiry};
+const ui::RegisteredEnquiry<> kRegistered{kEnquiry};
 
 }  // namespace xjyh_detail
 }  // namespace jxc
