@@ -19,6 +19,7 @@ RULES = {
     "stock": ["ledgers"],
     "masterdata": ["ledgers", "stock"],
     "accounts": ["ledgers", "stock", "masterdata"],
+    "inventory": ["ledgers", "stock", "masterdata", "accounts"],
     "purchasing": ["ledgers", "stock", "masterdata", "accounts"],
     "members": ["ledgers", "stock", "masterdata", "accounts"],
     "sales": ["ledgers", "stock", "masterdata", "accounts", "members"],
@@ -26,14 +27,14 @@ RULES = {
     "statistics": ["ledgers", "stock", "masterdata", "accounts"],
     "output": ["ledgers", "stock", "masterdata", "accounts"],
     "messaging": ["members", "statistics", "output"],
-    "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "purchasing", "sales"],
+    "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "inventory", "purchasing", "sales"],
 }
 LEDGERS = re.compile(r"(?:accounts/(?:\w+_ledger|running_balance)|members/\w+_ledger)\.")
 BELOW = ["core", "platform", "engine"]
 # A screen reads with core/reading.h; these can change rows, and no header that a screen includes may bring them along.
 WRITING = ["core/statements.h", "core/posting.h", "core/data_module.h", "engine/transaction.h", "engine/bulk.h"]
-# Documents of trade stand above the screens that they share: those never reach up to them.
-DOCUMENTS = ["purchasing", "sales", "pos"]
+# Documents stand above the screens that they share: those never reach up to them.
+DOCUMENTS = ["inventory", "purchasing", "sales", "pos"]
 MAY_INCLUDE = {
     "jet": [],
     "engine": ["jet"],

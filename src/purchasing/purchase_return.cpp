@@ -12,12 +12,12 @@ namespace jxc::purchase_return {
 namespace purchase_return_detail {
 
 const TradingDescription kReturn = {
-    .family = &families::purchaseReturn,
+    .lines = {.family = &families::purchaseReturn,
+              .shortRefusal = u"库存数量小于退货数量，不能退货！",
+              .shortQuestion = u"库存数量小于退货数量，退货后将产生负库存，继续退货吗?"},
     .paidFollows = &SystemParameters::cs_cgje,
     .balancingIsDue = true,
     .paidWord = u"实收",
-    .shortRefusal = u"库存数量小于退货数量，不能退货！",
-    .shortQuestion = u"库存数量小于退货数量，退货后将产生负库存，继续退货吗?",
 };
 
 class ReturnLines : public TradingLines {

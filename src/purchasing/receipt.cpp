@@ -11,7 +11,7 @@ namespace jxc::receipt {
 namespace receipt_detail {
 
 const TradingDescription kReceipt = {
-    .family = &families::purchaseReceipt,
+    .lines = {.family = &families::purchaseReceipt},
     .paidFollows = &SystemParameters::cs_cgje,
     .balance = balancePurchase,
     .paidWord = u"实付",

@@ -17,20 +17,21 @@ namespace sale_detail {
 constexpr char16_t giftIsShort[] = u"库存数量小于出库数量，不能出库！";
 
 const TradingDescription kSale = {
-    .family = &families::sale,
+    .lines = {.family = &families::sale,
+              .rounding = {.scans = LineRounding::ScannedByRate},
+              .quantities = {.minus = true},  // a line below zero takes goods back: an exchange is one document
+              .shortRefusal = u"库存数量小于销售数量，不能出库！",
+              .shortQuestion = u"库存数量小于销售数量，销售后将产生负库存，继续销售吗?",
+              .barcodes = BarcodesOf::Stock},
     .paidFollows = &SystemParameters::cs_xsje,
     .balance = balanceSale,
     .paidWord = u"实收",
-    .shortRefusal = u"库存数量小于销售数量，不能出库！",
-    .shortQuestion = u"库存数量小于销售数量，销售后将产生负库存，继续销售吗?",
-    .scans = LineRounding::ScannedByRate,
-    .takesMinus = true,
 };
 
 /// A gift has its own words for short stock.
 TradingDescription giftDescription() {
   TradingDescription gifts = kSale;
-  gifts.shortRefusal = giftIsShort;
+  gifts.lines.shortRefusal = giftIsShort;
   return gifts;
 }
 
@@ -104,24 +105,6 @@ class SaleLines : public TradingLines {
  protected:
   double proposedPrice(const QString& goods, const LinePlace& place) const override {
     return getSalePrice(place.partner, goods);
-  }
-
-  /// Only goods that the warehouse knows; where stock may not fall below zero, only goods that lie there.
-  QString goodsOfBarcode(const QString& barcode, const LinePlace& place,
-                         std::optional<QString>& refusal) const override {
-    QString goods;
-    if (!barcode.isEmpty())
-      goods = strIsTrue(session().cs_kc)
-                  ? lookupValue(
-                        "select top 1 a.g_sn from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and a.g_sptm=? and "
-                        "b.ck_sn=? order by a.g_sn",
-                        barcode, place.warehouse)
-                  : lookupValue(
-                        "select top 1 a.g_sn from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and a.g_sptm=? and "
-                        "b.ck_sn=? and b.kc_sl>0 order by a.g_sn",
-                        barcode, place.warehouse);
-    if (goods.isEmpty()) refusal = u"当前仓库中没有找到与该条码匹配的商品，请检查！"_qs;
-    return goods;
   }
 
  private:

@@ -13,7 +13,7 @@ namespace sale_return_detail {
 
 // Goods come in: no test of stock. The rest stays on the customer's account: nothing is balanced.
 const TradingDescription kReturn = {
-    .family = &families::saleReturn,
+    .lines = {.family = &families::saleReturn},
     .paidFollows = &SystemParameters::cs_xsje,
     .balancingIsDue = true,
     .paidWord = u"实付",

@@ -139,8 +139,8 @@ AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt
 /// Audit gate, then `checkDj`. A gate's message is shown and refuses.
 AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);
 
-/// `auditEach` of one family.
-std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents, Prompt& prompt);
+/// `auditEach` of documents, each of the family that its number tells.
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);
 
 /// Whether the operator has the right to cancel documents of the family.
 bool mayCancel(const DocumentFamily& family);

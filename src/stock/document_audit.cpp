@@ -168,14 +168,14 @@ AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, 
   return isRefused(auditGate(number, date), prompt) ? AuditOutcome::Refused : checkDj(family, number, prompt);
 }
 
-std::optional<int> auditAll(const DocumentFamily& family, const std::vector<ListedDocument>& documents,
-                            Prompt& prompt) {
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
   return auditEach(
       {.question = u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
        .waiting = documents,
        .audit =
            [&](const ListedDocument& document, Prompt& collecting) {
-             return auditDocument(family, document.number, document.date, collecting) == AuditOutcome::Audited;
+             return auditDocument(documentFamily(document.number), document.number, document.date, collecting) ==
+                    AuditOutcome::Audited;
            }},
       prompt);
 }

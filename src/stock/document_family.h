@@ -38,6 +38,7 @@ struct LineImport {
   std::string_view title;         // of its dialog; empty: lines are not imported
   std::string_view templateFile;  // below 模板文件
   bool needsProduced = false;     // each line must tell its production date
+  bool hasPrice = true, hasNote = true;  // columns beside goods and quantity
 };
 
 /// A kind of document. Table and field names are identifiers for `compose`; texts are the program's own words.

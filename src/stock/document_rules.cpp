@@ -15,9 +15,24 @@ namespace document_rules_detail {
 // No draft is older than this many lines: so the search stays short in an account set of millions.
 constexpr std::int64_t recentLines = 2000;
 
-std::string linesWithNames(const DocumentFamily& f) {
+/// ",a.by_sl as bs_sl": the columns of a family once more under the names of another.
+std::string renamed(std::initializer_list<std::pair<std::string_view, std::string_view>> columns) {
+  std::string all;
+  for (const auto& [own, shown] : columns)
+    if (own != shown) all += compose(",a.{} as {}", {own, shown});
+  return all;
+}
+
+std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown) {
   const std::string_view gift = f.line.gift;
-  return "select a.*," +
+  const LineColumns& own = *f.line.columns;
+  const LineColumns& as = *shown.line.columns;
+  return "select a.*" +
+         renamed({{own.price, as.price},
+                  {own.quantity, as.quantity},
+                  {own.total, as.total},
+                  {f.line.note, shown.line.note}}) +
+         "," +
          (gift.empty() ? std::string("b.g_name")
                        : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
          compose(
@@ -59,18 +74,29 @@ bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field)
   return (field != u"dj" && field != u"taxdj") || priceMayChange();
 }
 
+SheetPrice LineRules::takeSheetPrice(LineDraft& line, double yuan) const {
+  if (yuan == line.amounts.price()) return {};
+  if (!priceMayChange()) return {.fault = u"不允许修改单价"_qs};
+  line.amounts.setPrice(yuan);
+  return {};
+}
+
 RowSet DocumentRules::draftLines(const QString& number) const {
-  return openSelect(document_rules_detail::linesWithNames(family()) + " and a.a_name=? order by a.id", number,
-                    session().a_name);
+  return openSelect(document_rules_detail::linesWithNames(of(number).family(), of(number).shownAs()) +
+                        " and a.a_name=? order by a.id",
+                    number, session().a_name);
 }
 
 RowSet DocumentRules::waitingLines(const QString& number) const {
-  return openSelect(document_rules_detail::linesWithNames(family()) + " order by a.id", number);
+  return openSelect(document_rules_detail::linesWithNames(of(number).family(), of(number).shownAs()) + " order by a.id",
+                    number);
 }
 
 std::string DocumentRules::headsWithNames() const {
   const DocumentFamily& f = family();
-  std::string columns = "select a.*,c.ck_name,d.u_name";
+  std::string columns = "select a.*" +
+                        document_rules_detail::renamed({{f.date, shownAs().date}, {f.note, shownAs().note}}) +
+                        ",c.ck_name,d.u_name";
   std::string tables = compose(" from {} a,jxc_ckxx c,jxc_user d", {f.head});
   std::string conditions = compose(" where a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0", {f.warehouse, f.status});
   if (f.hasMoney()) columns += document_rules_detail::moneyOf(f);
@@ -123,6 +149,18 @@ bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, con
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
                  prompt);
+}
+
+std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& draft, const QString& number) {
+  return insertRow(f.head, {{f.number, number},
+                            {f.date, draft.date},
+                            {f.warehouse, draft.warehouse},
+                            {"u_sn", draft.salesperson},
+                            {f.note, sanitizeText(draft.note).left(200)},
+                            {f.status, 0},
+                            {f.checker, QString()},
+                            {f.checkDate, QString()},
+                            {"a_name", session().a_name}});
 }
 
 RowSet stagedLines() {

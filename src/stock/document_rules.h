@@ -6,6 +6,7 @@
 #include "stock/line_amounts.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -25,6 +26,8 @@ struct LineDraft {
   QString batch, produced, expires;  // t_ph, t_scrq, t_yxq
   double cost = 0, retail = 0;       // a unit, in yuan; on documents of the sales side
   QString gift;                      // "(赠品)" on a gift: it takes stock and cost and adds nothing to what is due
+  QString warehouse;                 // code; of documents whose lines have their own
+  double shelf = 0, book = 0;        // pieces, as a count finds them written
 };
 
 struct LineResult {
@@ -45,11 +48,19 @@ struct ScanResult {
 struct PickingMemory {
   bool refuseRepeats = false;     // the operator said no once: repeats are passed over without asking
   std::optional<bool> goesShort;  // whether goods beyond the stock may be picked, as it was answered for the selection
+  QStringList passedOver;         // goods that stand on a document that takes each once; told by whoever clears them
 };
 
 struct CopyResult {
   int lines = 0;
   QString number;
+  QStringList leftOff = {};  // "number name" of picked goods that the warehouse turned out not to know
+};
+
+/// What is to be told of a price that a spreadsheet brings.
+struct SheetPrice {
+  std::optional<QString> fault = {};    // the row is refused
+  std::optional<QString> warning = {};  // the row passes without the price
 };
 
 /// The head of a document in the making, as every document has it. What a document has besides derives from it.
@@ -92,8 +103,9 @@ class LineRules {
   virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
   /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
   virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
-  /// Whether a quantity may be below zero.
-  virtual bool takesMinus() const { return false; }
+  virtual QuantityRange quantities() const { return {}; }
+  /// Whether a goods stands on the document at most once: what is picked again is passed over.
+  virtual bool goodsStandOnce() const { return false; }
   /// Whether the operator may type a price at all.
   virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
@@ -102,6 +114,11 @@ class LineRules {
                           Prompt& prompt) const = 0;
   /// Whether a cell of a line of this goods opens at all; `field` as below.
   bool cellMayChange(QStringView goods, bool isGift, QStringView field) const;
+  /// Whether a cell may take what was typed, as the line dialog would ask: asked before `setChange`.
+  virtual bool cellAllows(const QString& /*value*/, QStringView /*field*/, Lines, std::int64_t /*id*/, const LinePlace&,
+                          Prompt&) const {
+    return true;
+  }
   /// A cell edit: "dj", "sl", "taxdj", "tax", "dzl".
   virtual double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
                            Prompt& prompt) const = 0;
@@ -119,6 +136,10 @@ class LineRules {
   virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
                                   PickingMemory& memory, Prompt& prompt) const = 0;
   virtual CopyResult copyStaged(const LinePlace& place, Lines target) const = 0;
+  /// Takes the price (yuan) that a spreadsheet has for a new line.
+  virtual SheetPrice takeSheetPrice(LineDraft& line, double yuan) const;
+  /// The lines of this operator's draft take price and stock of another warehouse.
+  virtual void moveDraftTo(const LinePlace&) const {}
 
   // What was traded before, for the line dialog; columns as its grids name them.
   virtual RowSet history(const QString&, const QString& /*partner*/) const { return RowSet(); }
@@ -140,12 +161,17 @@ class DocumentRules {
 
   virtual const DocumentFamily& family() const = 0;
   virtual const LineRules& lines() const = 0;
+  /// The rules of the document with this number: others where one screen makes documents of several families. Its lists
+  /// name their columns by `family()` then, and ids of its waiting list are those of the list alone.
+  virtual const DocumentRules& of(const QString& /*number*/) const { return *this; }
 
   RowSet draftLines(const QString& number) const;
-  RowSet waiting(const WaitingFilter& filter) const;
+  virtual RowSet waiting(const WaitingFilter& filter) const;
   RowSet waitingLines(const QString& number) const;
 
  protected:
+  /// Whose names of columns the lists have beside the family's own.
+  virtual const DocumentFamily& shownAs() const { return family(); }
   /// Statement of the waiting heads `a` with the names that screens show, open for further conditions.
   std::string headsWithNames() const;
   /// Number, date, warehouse and salesperson of a new document.
@@ -163,6 +189,9 @@ class RulesOver : public DocumentRules {
   virtual Draft fresh(const QString& lastDate) const = 0;
   virtual SaveResult save(const Draft& draft, Prompt& prompt) const = 0;
 };
+
+/// A head as every document has it, under this number and waiting; what it has besides is written onto the row. Its id.
+std::int64_t insertWaitingHead(const DocumentFamily& family, const DocumentDraft& draft, const QString& number);
 
 /// A document's own routine as descriptions of screens name it that only need what every document has.
 template <auto Rules>

@@ -3,6 +3,7 @@
 #include "core/session.h"
 #include "stock/cancelling.h"
 #include "stock/document_family.h"
+#include "stock/ledger.h"
 #include "stock/posting.h"
 
 namespace jxc {
@@ -37,7 +38,7 @@ constexpr DocumentFamily transfer = {
     .note = "db_note",
     .warehouse = "ck_out",
     .into = "ck_in",
-    .line = {.columns = &internal_families_detail::transferLines},
+    .line = {.columns = &internal_families_detail::transferLines, .retail = "db_sj"},
     .shortageWord = u"出库",
     .shortageAtAudit = u"DB",
     .make = {"kcgl", 1},
@@ -58,6 +59,7 @@ constexpr DocumentFamily transfer = {
               .inCapitals = "select sum(a.db_sl*b.g_sj) as zje from jxc_dbsp a,jxc_goods b where a.g_sn=b.g_sn and "
                             "a.gl_djh=?",
               .moreColumns = ",b.g_sj,a.db_sl*b.g_sj as sjje"},
+    .import = {.title = "库存调拨单据导入", .templateFile = "库存调拨单据模板.xlsx", .hasNote = false},
 };
 
 constexpr DocumentFamily stocktake = {
@@ -104,7 +106,7 @@ constexpr DocumentFamily loss = {
     .checkDate = "bs_chkrq",
     .note = "bs_note",
     .warehouse = "ck_sn",
-    .line = {.columns = &internal_families_detail::lossLines, .note = "bs_note"},
+    .line = {.columns = &internal_families_detail::lossLines, .note = "bs_note", .noteWidth = 200},
     .make = {"kcgl", 3},
     .audit = {"kcgl", 10},
     .cancel = {"kcgl", 14},
@@ -113,6 +115,7 @@ constexpr DocumentFamily loss = {
     .emptiedLog = u"因删除单据的所有商品而删除商品报损单：",
     .cancelledLog = u"取消审核商品报损单",
     .waitingHint = u"处于“未审核”状态的报损单，可以在“报损/报溢\r\n\r\n审核”面板中，进行修改及审核操作！",
+    .mayAuditMore = mayLoseBeyondStock,
     .post = postLoss,
     .takeBack = cancelLoss,
     .paper = {.kind = u"spbs",
@@ -121,6 +124,7 @@ constexpr DocumentFamily loss = {
               .noteAs = u"dNote",
               .ownVariable = u"title",
               .ownText = u"商品报损单"},
+    .import = {.title = "报损报溢单据导入", .templateFile = "报损报溢单据模板.xlsx", .hasPrice = false},
 };
 
 constexpr DocumentFamily overflow = {
@@ -136,7 +140,7 @@ constexpr DocumentFamily overflow = {
     .checkDate = "by_chkrq",
     .note = "by_note",
     .warehouse = "ck_sn",
-    .line = {.columns = &internal_families_detail::overflowLines, .note = "by_note"},
+    .line = {.columns = &internal_families_detail::overflowLines, .note = "by_note", .noteWidth = 200},
     .comesIn = true,
     .make = {"kcgl", 3},
     .audit = {"kcgl", 10},
@@ -154,6 +158,7 @@ constexpr DocumentFamily overflow = {
               .noteAs = u"dNote",
               .ownVariable = u"title",
               .ownText = u"商品报溢单"},
+    .import = {.title = "报损报溢单据导入", .templateFile = "报损报溢单据模板.xlsx", .hasPrice = false},
 };
 
 constexpr DocumentFamily split = {

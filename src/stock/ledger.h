@@ -12,6 +12,7 @@
 namespace jxc {
 
 class Prompt;
+class Row;
 
 /// What to do with the row that a replay starts at: an audit has just inserted it and keeps it; a cancel is about to
 /// delete it and leaves it out of the running figures.
@@ -57,5 +58,10 @@ class StockShortage {
 std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
 /// Shows what `checkStockShort` found: asks when negative stock is allowed, refuses otherwise. True: go on.
 bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt);
+/// What was lost is gone whatever the books say: goods of a loss beyond the stock of this warehouse are asked about,
+/// never refused. True: go on.
+bool mayLoseBeyondStock(const QString& number, const QString& warehouse, Prompt& prompt);
+/// The same of a waiting loss.
+bool mayLoseBeyondStock(const Row& head, Prompt& prompt);
 
 }  // namespace jxc

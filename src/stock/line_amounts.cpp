@@ -39,10 +39,12 @@ LineAmounts::LineAmounts(AmountRules rules, const LineFigures& stored)
       tax_(stored.tax),
       price_(stored.price),
       taxedPrice_(stored.taxedPrice),
-      total_(stored.total) {}
+      total_(stored.total),
+      book_(stored.book),
+      worth_(stored.worth) {}
 
 void LineAmounts::retotal() {
-  total_ = taxedPrice_ * discount_ * quantity_;
+  total_ = worth_.value_or(taxedPrice_) * discount_ * (quantity_ - book_);
   if (rules_.roundTotals) total_ = line_amounts_detail::rounded(total_, rules_.totalDigits);
 }
 
@@ -84,12 +86,24 @@ void LineAmounts::setTotal(double yuan) {
   }
 }
 
-std::optional<LineFigures> LineAmounts::settled() const {
-  if (quantity_ == 0) return std::nullopt;
+void LineAmounts::setWorth(std::optional<double> yuan) {
+  worth_ = yuan;
+  retotal();
+}
+
+void LineAmounts::setBook(double units) {
+  book_ = units;
+  retotal();
+}
+
+std::optional<LineFigures> LineAmounts::settled(bool zeroCounts) const {
+  if (quantity_ == 0 && !zeroCounts) return std::nullopt;
   LineFigures line;
   line.quantity = quantity_;
   line.total = total_;
-  if (price_ == 0 && total_ / quantity_ > 0) {
+  line.book = book_;
+  line.worth = worth_;
+  if (price_ == 0 && !worth_ && quantity_ != 0 && total_ / quantity_ > 0) {
     line.price = line.taxedPrice = roundEps(total_ / quantity_, rules_.moneyDigits);
   } else {
     line.discount = discount_;
@@ -109,11 +123,14 @@ void settle(LineFigures& line, LineRounding rounding, const AmountRules& rules) 
   const bool goesByRate = rounding == LineRounding::ScannedByRate;
   line.net = amount(before);
   line.taxAmount = amount(goesByRate ? byRate : (line.taxedPrice - line.price) * units);
-  if (rounding != LineRounding::Typed) line.total = amount(goesByRate ? before + byRate : line.taxedPrice * units);
+  if (rounding != LineRounding::Typed)
+    line.total =
+        amount(goesByRate ? before + byRate
+                          : line.worth.value_or(line.taxedPrice) * ((line.quantity - line.book) * line.discount));
   line.costAmount = amount(line.cost * line.quantity);
 }
 
-void setCell(LineFigures& line, LineField field, double value, const AmountRules& rules) {
+void setCell(LineFigures& line, LineField field, double value, const AmountRules& rules, LineRounding rounding) {
   const LineFigures old = line;
   switch (field) {
     case LineField::Price:
@@ -135,7 +152,7 @@ void setCell(LineFigures& line, LineField field, double value, const AmountRules
   }
   if (field == LineField::Price || field == LineField::Tax)
     line.taxedPrice = roundEps(line.price * (1 + line.tax / 100), rules.moneyDigits);
-  settle(line, LineRounding::Cell, rules);
+  settle(line, rounding, rules);
   // What does not hang on the cell stays as the way before had left it.
   if (field == LineField::Tax) line.net = old.net;
   if (field != LineField::Quantity) line.costAmount = old.costAmount;
@@ -164,20 +181,20 @@ std::optional<LineField> lineFieldNamed(QStringView name) {
   return std::nullopt;
 }
 
-double cellValue(LineField field, const QString& typed, bool minus) {
+double cellValue(LineField field, const QString& typed, QuantityRange quantities) {
   bool isNumber = false;
   const double value = toSixDecimals(typed.trimmed().toDouble(&isNumber));
-  const bool usable = isNumber && std::isfinite(value) && value != 0;
-  if (usable && (value > 0 || (minus && field == LineField::Quantity))) return value;
+  if (isNumber && std::isfinite(value) && (field == LineField::Quantity ? quantities.has(value) : value > 0))
+    return value;
   return field == LineField::Quantity || field == LineField::Discount ? 1 : 0;
 }
 
 LineFigures readFigures(const Row& row, const LineColumns& c) {
   const auto number = [&](std::string_view column) { return column.empty() ? 0.0 : row.number(column); };
   return {.price = number(c.price),
-          .taxedPrice = number(c.taxedPrice),
+          .taxedPrice = number(c.taxedPrice.empty() ? c.price : c.taxedPrice),
           .quantity = number(c.quantity),
-          .discount = number(c.discount),
+          .discount = c.discount.empty() ? 1 : row.number(c.discount),
           .tax = number(c.tax),
           .net = number(c.net),
           .taxAmount = number(c.taxAmount),

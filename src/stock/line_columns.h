@@ -36,6 +36,7 @@ constexpr LineColumns tradingColumns() {
 struct LineTable {
   const LineColumns* columns;
   std::string_view note;
+  int noteWidth = 64;                                    // characters
   std::string_view retail, shownCost, entryTotal, gift;  // of the sales side
   std::span<const std::string_view> zeros;               // 0 on a new line
   std::string_view closed;                               // quantity that will never be put away or issued

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace jxc {
 namespace line_import_detail {
@@ -88,10 +89,8 @@ struct Judging {
       faults << u"数量不能为空"_qs;
     else if (!quantity)
       faults << u"数量不是数字"_qs;
-    else if (const double pieces = roundEps(*quantity, quantityDigits()); rules.takesMinus() && pieces == 0)
-      faults << u"数量不能为零"_qs;
-    else if (!rules.takesMinus() && pieces <= 0)
-      faults << u"数量不能为零或负数"_qs;
+    else if (const QuantityRange range = rules.quantities(); !range.has(roundEps(*quantity, quantityDigits())))
+      faults << (range.minus ? u"数量不能为零"_qs : range.zero ? u"数量不能为负数"_qs : u"数量不能为零或负数"_qs);
     const auto price = plainNumber(line.price);
     if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;
     judgeDate(line, faults);
@@ -134,9 +133,10 @@ struct Judging {
   void write(ImportLine& line, double quantity, std::optional<double> price, QStringList& faults,
              QStringList& warnings) const {
     line.draft = rules.newLine(line.code, place, true);
-    if (price && !line.price.isEmpty() && *price != line.draft.amounts.price()) {
-      if (!rules.priceMayChange()) faults << u"不允许修改单价"_qs;
-      line.draft.amounts.setPrice(*price);
+    if (price && !line.price.isEmpty()) {
+      const SheetPrice taken = rules.takeSheetPrice(line.draft, *price);
+      if (taken.fault) faults << *taken.fault;
+      if (taken.warning) warnings << *taken.warning;
     }
     line.draft.amounts.setQuantity(roundEps(quantity, quantityDigits()));
     line.draft.produced = line.produced;
@@ -152,10 +152,11 @@ struct Judging {
 std::vector<QString> importColumns(const LineImport& wanted) {
   using namespace line_import_detail;
   std::vector<QString> columns;
-  for (const char16_t* name : {kCode, kName, kQuantity, kPrice})
+  for (const char16_t* name : {kCode, kName, kQuantity})
     columns.push_back(QString::fromUtf16(name));
+  if (wanted.hasPrice) columns.push_back(QString::fromUtf16(kPrice));
   if (wanted.needsProduced) columns.push_back(QString::fromUtf16(kProduced));
-  columns.push_back(QString::fromUtf16(kNote));
+  if (wanted.hasNote) columns.push_back(QString::fromUtf16(kNote));
   return columns;
 }
 
@@ -174,9 +175,9 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
     line.code = columns.text(row, kCode);
     line.name = columns.text(row, kName);
     line.quantity = columns.text(row, kQuantity);
-    line.price = columns.text(row, kPrice);
+    if (wanted.hasPrice) line.price = columns.text(row, kPrice);
     line.produced = columns.text(row, kProduced);
-    line.note = columns.text(row, kNote);
+    if (wanted.hasNote) line.note = columns.text(row, kNote);
     const QString barcode = columns.text(row, kBarcode);
     if ((line.code + barcode + line.name + line.quantity + line.price).isEmpty()) continue;
     Judging{wanted, rules, place}.judge(line, barcode);
@@ -187,7 +188,9 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
 }
 
 QString ImportResult::text() const {
-  return u"导入完毕\r\n\r\n共%1条记录\r\n\r\n成功导入%2条\r\n\r\n失败%3条"_qs.arg(rows).arg(taken).arg(rows - taken);
+  const QString text =
+      u"导入完毕\r\n\r\n共%1条记录\r\n\r\n成功导入%2条\r\n\r\n失败%3条"_qs.arg(rows).arg(taken).arg(rows - taken);
+  return passedOver.isEmpty() ? text : text + u"\r\n\r\n单据中已有，未重复添加："_qs + passedOver.join(u'，');
 }
 
 std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
@@ -196,13 +199,18 @@ std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const
   if (refused({{nothing, u"没有可以导入的商品！"_qs}}, asked)) return std::nullopt;
   AskedOnce prompt(asked);
   PickingMemory memory;
+  std::set<QString> once;
   std::vector<const LineDraft*> taken;
   for (const ImportLine& line : lines) {
     if (!line.passes() || !rules.mayStage(line.code, place, target, memory, prompt)) continue;
+    if (rules.goodsStandOnce() && !once.insert(line.code).second) {
+      memory.passedOver << line.code;
+      continue;
+    }
     if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, prompt, &memory)) return std::nullopt;
     taken.push_back(&line.draft);
   }
-  ImportResult result{.rows = static_cast<int>(lines.size()), .number = place.number};
+  ImportResult result{.rows = static_cast<int>(lines.size()), .number = place.number, .passedOver = memory.passedOver};
   Transaction transaction(accountDb());
   for (const LineDraft* draft : taken) {
     LinePlace here = place;

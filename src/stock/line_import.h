@@ -29,8 +29,9 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
 
 struct ImportResult {
   int rows = 0, taken = 0;
-  QString number;        // of the document now
-  QString text() const;  // what the operator is told
+  QString number;               // of the document now
+  QStringList passedOver = {};  // goods that stand on the document already
+  QString text() const;         // what the operator is told
 };
 /// Makes lines of the rows that pass, in their order, with the questions of the picking list, each put once. Nothing:
 /// the operator took it back, or no row passes.

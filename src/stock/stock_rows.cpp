@@ -64,6 +64,23 @@ void refreshMonthStock(const QString& warehouse, const QString& month) {
   stock_rows_detail::writeMonthStock(warehouse, month, known ? sums.number(0, 0) : 0, known ? sums.number(0, 1) : 0);
 }
 
+namespace stock_rows_detail {
+
+/// The first goods that the document takes more of than lies in the warehouse; `reversed`: that it brings.
+Ahead askShortGoods(const DocumentFamily& family, const QString& number, const QString& warehouse, bool reversed) {
+  // Asked of each goods of the document: a join would begin with all goods of the warehouse.
+  // What comes in on the whole is never short, however low the stock.
+  const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
+  return sendAhead(
+      compose("select top 1 a.g_sn from (select g_sn," + sum +
+                  " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
+                  "b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and a.sl>b.kc_zsl) order by a.g_sn",
+              {family.line.columns->quantity, family.lines, family.number}),
+      number, warehouse);
+}
+
+}  // namespace stock_rows_detail
+
 StockShortage::StockShortage(const QString& number, const QString& warehouse, QStringView kind) {
   // Lines below zero go the other way: a cancelled exchange takes away what came back, a returned one gives it out
   // again.
@@ -71,15 +88,7 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
   const DocumentFamily* const family = findFamily(reversed ? kind.mid(1) : kind);
   if (!family || family->shortageWord.empty()) return;
   warning_ = stock_rows_detail::warningOf(reversed ? u"出库"_qs : QStringView(family->shortageWord).toString());
-  // Asked of each goods of the document: a join would begin with all goods of the warehouse.
-  // What comes in on the whole is never short, however low the stock.
-  const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
-  goods_ = sendAhead(
-      compose("select top 1 a.g_sn from (select g_sn," + sum +
-                  " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
-                  "b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and a.sl>b.kc_zsl) order by a.g_sn",
-              {family->line.columns->quantity, family->lines, family->number}),
-      number, warehouse);
+  goods_ = stock_rows_detail::askShortGoods(*family, number, warehouse, reversed);
 }
 
 std::optional<QString> StockShortage::words() const {
@@ -102,6 +111,17 @@ std::optional<QString> cancel_checks::shortWhenTakenBack(const QString& number) 
 bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt) {
   if (shortage && strIsTrue(session().cs_kc)) return prompt.ask(*shortage);
   return !isRefused(shortage, prompt);
+}
+
+bool mayLoseBeyondStock(const QString& number, const QString& warehouse, Prompt& prompt) {
+  using namespace stock_rows_detail;
+  const RowSet found = askShortGoods(families::loss, number, warehouse, false).rows();
+  const auto shortage = shortageWords(found, u"”：报损将会出现负库存，是否继续？"_qs);
+  return !shortage || prompt.ask(*shortage);
+}
+
+bool mayLoseBeyondStock(const Row& head, Prompt& prompt) {
+  return mayLoseBeyondStock(head.text(families::loss.number), head.text(families::loss.warehouse), prompt);
 }
 
 }  // namespace jxc

@@ -3,77 +3,34 @@
 
 #include "core/session.h"
 #include "stock/posting.h"
+#include "stock/table_lines.h"
 #include "stock/trading_document.h"
 
-#include <span>
 #include <string_view>
 
 namespace jxc {
 
 /// What a trading document is to its rules, besides its family.
 struct TradingDescription {
-  const DocumentFamily* family;
+  LineDescription lines;
   QString SystemParameters::*paidFollows;  // "0": the paid amount follows what is due
   bool balancingIsDue = false;             // returns give back what was paid: the balancing line counts
   Balanced (*balance)(const QString& number, double paid, double payable) = nullptr;
   std::u16string_view paidWord;  // 实付, 实收
-  // A line beyond the stock: refused, or asked about where negative stock is allowed. Empty: goods come in.
-  std::u16string_view shortRefusal, shortQuestion;
-  LineRounding scans = LineRounding::Scanned;
-  bool takesMinus = false;  // a line below zero takes goods back: an exchange is one document
 };
 
-/// Lines of a trading document. What differs is overridden.
-class TradingLines : public LineRules {
+/// Lines of a trading document: their price depends on the partner, and they are taxed. What differs is overridden.
+class TradingLines : public TableLines {
  public:
-  explicit TradingLines(const TradingDescription& document) : document_(document) {}
+  explicit TradingLines(const TradingDescription& document) : TableLines(document.lines) {}
 
   LineDraft newLine(const QString& goods, const LinePlace& place, bool staged) const override;
-  std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const override;
-  bool mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const override;
-  LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const override;
-  bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
-                  Prompt& prompt) const override;
-  double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
-                   Prompt& prompt) const override;
-  ScanResult enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
-                          Prompt& prompt) const override;
-  bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
-                Prompt& prompt) const override;
-  std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
-                          PickingMemory& memory, Prompt& prompt) const override;
-  CopyResult copyStaged(const LinePlace& place, Lines target) const override;
-
-  bool takesMinus() const override { return document_.takesMinus; }
-  bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
-                   PickingMemory* memory = nullptr) const override;
 
  protected:
   /// Price that a new line proposes.
   virtual double proposedPrice(const QString& goods, const LinePlace& place) const = 0;
   /// Tax rate that a new line proposes.
   virtual double proposedTax(bool) const { return session().cs_tax.toDouble(); }
-  /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
-  virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, std::optional<QString>& refusal) const;
-
-  const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : family().line; }
-  const DocumentFamily& family() const { return *document_.family; }
-  const TradingDescription document_;
-
- private:
-  /// What the head of a waiting document says of its lines; a draft has none.
-  struct Head {
-    bool closed = false;  // it was audited meanwhile: it takes no change any more
-    bool movesAtOnce = false;
-  };
-  Head headOf(Lines where, const QString& number) const;
-  /// The row of a line as it stands; none: it is gone.
-  RowSet stored(Lines where, std::int64_t id) const;
-  QString numberOf(Lines where, const Row& row) const;
-  double moved(Lines where, const Head& head, double quantity) const;
-  /// What is written of a line that was typed. Nothing for a quantity of zero.
-  std::optional<LineFigures> figuresOf(const LineDraft& draft) const;
-  std::int64_t insert(Lines where, const QString& number, const LineDraft& draft, const LineFigures& line) const;
 };
 
 /// A trading document. What differs is overridden; `save` writes the head that only the document itself knows.
@@ -81,7 +38,7 @@ class TradingRules : public RulesOver<TradingDraft> {
  public:
   TradingRules(const TradingDescription& document, const LineRules& lines) : document_(document), lines_(lines) {}
 
-  const DocumentFamily& family() const override { return *document_.family; }
+  const DocumentFamily& family() const override { return *document_.lines.family; }
   const LineRules& lines() const override { return lines_; }
   TradingDraft fresh(const QString& lastDate) const override;
   /// Yuan: the total of this operator's unsaved lines. Another operator at work under the same proposed number has a
@@ -142,9 +99,5 @@ class ReturningRules : public TradingRules {
 
   const DocumentFamily& returned_;
 };
-
-/// Copies all lines of a document into this operator's draft, in their order: a return of the whole of it.
-void copyWholeDocument(const DocumentFamily& from, const QString& source, const DocumentFamily& to,
-                       const QString& number);
 
 }  // namespace jxc

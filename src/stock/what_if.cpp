@@ -181,6 +181,7 @@ class Report {
   void sales(const Books& before, const Books& after);
   void money(const Books& before, const Books& after);
   void crossed(const std::set<QString>& goods, const QString& number, const QString& date);
+  void moved(const Books& before, const Books& after);
 
  private:
   void add(QStringView kind, const QString& place, double before, double after, bool warns = false) {
@@ -223,6 +224,24 @@ void Report::goods(const Books& before, const Books& after) {
     add(u"商品总库存", nameOf(sn), found->second.stock, now.stock, now.stock < 0 && found->second.stock >= 0);
     add(u"商品成本均价", nameOf(sn), found->second.average, now.average);
   }
+}
+
+/// What a transfer does to the value of the goods in each warehouse, and what its price makes or loses between them.
+void Report::moved(const Books& before, const Books& after) {
+  std::map<QString, std::pair<double, double>> values;  // warehouse: before, after
+  for (const auto& [at, stock] : before.stocks)
+    values[at.second].first += stock.book * stock.cost;
+  for (const auto& [at, stock] : after.stocks)
+    values[at.second].second += stock.book * stock.cost;
+  double old = 0, now = 0;
+  for (const auto& [warehouse, value] : values) {
+    add(u"库存金额",
+        u"仓库 "_qs + warehouse + u' ' + lookupValue("select ck_name from jxc_ckxx where ck_sn=?", warehouse),
+        roundMoney(value.first), roundMoney(value.second));
+    old += value.first;
+    now += value.second;
+  }
+  add(u"调拨产生的价值", u"各仓库合计"_qs, roundMoney(old), roundMoney(now), true);
 }
 
 /// Stored profits stay as they were sold; after the command they may no longer go with the cost of their day, or go
@@ -314,6 +333,8 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
   if (!preview.done) return preview;
   const Books after = readBooks(goods, date);
   Report report(preview);
+  // The sum of it first, then the goods one by one.
+  if (const DocumentFamily* family = findFamily(number); family && !family->into.empty()) report.moved(before, after);
   report.stocks(before, after);
   report.goods(before, after);
   report.sales(before, after);

@@ -343,10 +343,10 @@ TEST_F(DocumentTest, AuditOfAllGoesOnAfterARefusalAndSkipsWhatIsDone) {
       {fits, "2021-05-03", 3}, {broken, "2021-05-03", 2}, {tooMuch, "2021-05-03", 1}};
   execSql("update jxc_thd set ghs_sn='999999' where gl_djh=?", broken);
   prompt.willSayNo();
-  EXPECT_FALSE(auditAll(purchaseReturn, list, prompt));
+  EXPECT_FALSE(auditAll(list, prompt));
   setParameter("cs_kc", 0);
   prompt.willSayYes();
-  EXPECT_EQ(auditAll(purchaseReturn, list, prompt), 1);
+  EXPECT_EQ(auditAll(list, prompt), 1);
   EXPECT_TRUE(prompt.lastNotice().startsWith("单据" + tooMuch +
                                              "：\r\n\r\n该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！\r\n\r\n"
                                              "单据" +

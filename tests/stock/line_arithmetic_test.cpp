@@ -92,7 +92,7 @@ TEST_P(LineArithmetic, EveryWayInEveryOrderOfInputs) {
       ASSERT_TRUE(line);
       EXPECT_EQ(texts(line->net, line->taxAmount, line->total), typed(in));
       for (const TradingRules* rules : documents) {
-        if (in.quantity < 0 && !rules->lines().takesMinus()) continue;
+        if (in.quantity < 0 && !rules->lines().quantities().minus) continue;
         for (const Lines where : {Lines::Draft, Lines::Staging}) {
           Transaction trial(accountDb());
           LineDraft draft = rules->lines().newLine("A", {.warehouse = test::mainWarehouse}, false);

@@ -40,41 +40,11 @@ bool isBarcode(const QString& code) {
 
 /// What every document screen reads or binds where the document has it.
 constexpr std::string_view kParts[] = {
-    "dateCg",
-    "comCk",
-    "comUser",
-    "jsn",
-    "tnote",
-    "tSptm",
-    "tkey",
-    "comSort",
-    "gridLines",
-    "gridWaiting",
-    "gridWaitingLines",
-    "btnPanel",
-    "btnAddOld",
-    "btnAddNew",
-    "btnImport",
-    "btnInOut",
-    "btnJpgd",
-    "btnModi",
-    "btnDel",
-    "btnPrin",
-    "btnOK",
-    "btnCancel",
-    "btnSearch",
-    "btn_Check",
-    "btnPreview",
-    "btn_Dele",
-    "btn_Date",
-    "btn_Prin",
-    "btn_ChaKan",
-    "btn_Export",
-    "btnAdd",
-    "btnTab2Jpgd",
-    "btnTab2Import",
-    "btnTab2Modi",
-    "btnDele",
+    "dateCg",    "comCk",       "comUser",          "tnote",       "tSptm",     "tkey",       "comSort",
+    "gridLines", "gridWaiting", "gridWaitingLines", "btnPanel",    "btnAddOld", "btnAddNew",  "btnImport",
+    "btnInOut",  "btnJpgd",     "btnModi",          "btnDel",      "btnPrin",   "btnOK",      "btnCancel",
+    "btnSearch", "btn_Check",   "btnPreview",       "btn_Date",    "btn_Prin",  "btn_ChaKan", "btn_Export",
+    "btnAdd",    "btnTab2Jpgd", "btnTab2Import",    "btnTab2Modi", "btnDele",
 };
 
 /// Parts that go together: one without the other would be a command that opens nothing, or a screen that no one opens.
@@ -106,8 +76,8 @@ std::vector<ListItem> warehouseItems() {
 DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRules& rules,
                                std::span<const std::string_view> known)
     : Screen(spec.screen), description_(spec), rules_(rules), panels_(panel()) {
-  const std::string_view audit[] = {spec.auditCommand};
-  ui::refuseUnknownParts(spec.screen, {document_screen_detail::kParts, known, audit, spec.notYet}, spec.own);
+  const std::string_view named[] = {spec.numberInput, spec.auditCommand, spec.deleteCommand};
+  ui::refuseUnknownParts(spec.screen, {document_screen_detail::kParts, known, named, spec.notYet}, spec.own);
   document_screen_detail::refuseLoose(spec);
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
@@ -201,6 +171,7 @@ void DocumentScreen::bindDraft() {
       }
       return true;
     });
+  if (description_.linesHoldWarehouse) comCk.onChanged([this] { warehouseChanged(); });
   dateCg.onEnter([this] { return !settleDate(); });
   // Not while the focus is on its way: the question would stand in the middle of it.
   dateCg.onLeft([this] {
@@ -244,7 +215,7 @@ void DocumentScreen::bindPrinting() {
         if (waitingNumber().isEmpty()) return {};
         return setPrinPara(waitingNumber(), PrintMode::Saved);
       },
-      [this] { return words(rules_.family().name) + waitingNumber(); });
+      [this] { return words(waitingFamily().name) + waitingNumber(); });
   gridWaiting.addMenuCommand(QStringLiteral("连续打印列表中的单据"), [this] { printList(); });
 }
 
@@ -281,16 +252,38 @@ void DocumentScreen::showByParameters() {
 void DocumentScreen::initTab() {
   beginDraft(lastDate_);
   // A document that was begun and never saved comes back: the program ended in between.
-  const QString unsaved = unsavedDraft(rules_.family());
-  if (!unsaved.isEmpty() && !dateOfNumber(unsaved).isEmpty()) {
+  const QString unsaved = findUnsaved();
+  recalled_ = !unsaved.isEmpty() && !dateOfNumber(unsaved).isEmpty();
+  if (recalled_) {
     draft().number = unsaved;
     draft().date = dateOfNumber(unsaved);
     recallDraft();
   }
-  hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved);
+  hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved +
+                 (description_.linesHoldWarehouse ? QStringLiteral("，请核对仓库") : QString()));
   hint_->setVisible(!unsaved.isEmpty());
   showDraft();
   fillMore();
+}
+
+QString DocumentScreen::findUnsaved() const {
+  return unsavedDraft(rules_.family());
+}
+
+void DocumentScreen::linesChanged() {
+  if (gridLines.isEmpty()) recalled_ = false;
+  lockWarehouse();
+}
+
+void DocumentScreen::lockWarehouse() {
+  if (description_.linesHoldWarehouse) comCk.setReadOnly(!gridLines.isEmpty() && !recalled_);
+}
+
+/// Only lines that came back after the program was cut off stand here while the warehouse may still be chosen.
+void DocumentScreen::warehouseChanged() {
+  if (!recalled_ || gridLines.isEmpty()) return;
+  draftRules().lines().moveDraftTo(draftPlace());
+  reloadLines(gridLines.currentId());
 }
 
 void DocumentScreen::showDraft() {
@@ -324,7 +317,7 @@ bool DocumentScreen::mayDo(const DocumentScreenSpec::Guarded& guarded) {
 
 void DocumentScreen::setNumber(const QString& number) {
   draft().number = number;
-  jsn.setText(number);
+  numberShown().setText(number);
 }
 
 void DocumentScreen::reloadLines(std::int64_t current) {
@@ -343,7 +336,7 @@ bool DocumentScreen::settleDate() {
     return false;
   }
   draft().date = typed;
-  setNumber(redateDraft(rules_.family(), draft().number, typed));
+  setNumber(redateDraft(draftFamily(), draft().number, typed));
   reloadLines(gridLines.currentId());
   return true;
 }
@@ -354,7 +347,7 @@ void DocumentScreen::enterBarcode(const QString& code) {
   if (!panels_.tabs()->isTabEnabled(kDraftPanel)) return;
   panels_.tabs()->setCurrentIndex(kDraftPanel);
   if (!settleDate()) return;
-  const ScanResult scanned = rules_.lines().enterBarcode(draftPlace(), code, onceOnly_->isChecked(), prompt());
+  const ScanResult scanned = draftRules().lines().enterBarcode(draftPlace(), code, onceOnly_->isChecked(), prompt());
   focusDraft();
   if (isRefused(scanned.refusal, prompt())) return;
   if (scanned.id == 0) return;  // the operator said no
@@ -369,7 +362,7 @@ void DocumentScreen::addOld() {
 }
 
 void DocumentScreen::enterLenses() {
-  if (settleDate()) showPicked(enterLensSheets(rules_, draftPlace(), Lines::Draft, mayMakeGoods()));
+  if (settleDate()) showPicked(enterLensSheets(draftRules(), draftPlace(), Lines::Draft, mayMakeGoods()));
 }
 
 void DocumentScreen::importSheet() {
@@ -395,6 +388,12 @@ void DocumentScreen::showPicked(const CopyResult& picked) {
   setNumber(picked.number);
   reloadLines(gridLines.currentId());
   if (picked.lines > 0) gridLines.selectRow(gridLines.rowCount() - 1);
+  tellLeftOff(picked);
+}
+
+void DocumentScreen::tellLeftOff(const CopyResult& picked) {
+  if (picked.leftOff.isEmpty()) return;
+  prompt().notice(u"下列商品在当前仓库中没有库存记录，没有加入单据：\r\n\r\n"_qs + picked.leftOff.join(u"\r\n"_qs));
 }
 
 void DocumentScreen::addNew() {
@@ -420,7 +419,7 @@ void DocumentScreen::editLine(const LineScreen::Request& request) {
 
 void DocumentScreen::deleteLine() {
   if (gridLines.currentId() == 0) return;
-  deleteDraftLine(rules_.family(), gridLines.currentId());
+  deleteDraftLine(draftFamily(), gridLines.currentId());
   reloadLines();
   if (gridLines.isEmpty()) draftGone();
 }
@@ -441,7 +440,7 @@ bool DocumentScreen::save() {
     focusMissing();
     return false;
   }
-  if (printsAtSave(rules_.family())) printSaved(saved.number);
+  if (printsAtSave(documentFamily(saved.number))) printSaved(saved.number);
   lastDate_ = draft().date;
   initTab();
   focusDraft();
@@ -451,8 +450,9 @@ bool DocumentScreen::save() {
 // ---- printing ----------------------------------------------------------------------------------------------------
 
 std::optional<report::Report> DocumentScreen::setPrinPara(const QString& number, PrintMode mode) {
-  if (!inBatch_ && !chooseForm(rules_.family())) return {};
-  if (mode == PrintMode::Saved) return savedDocumentReport(rules_.family(), number);
+  const DocumentFamily& family = rules_.of(number).family();
+  if (!inBatch_ && !chooseForm(family)) return {};
+  if (mode == PrintMode::Saved) return savedDocumentReport(family, number);
   collect();
   return draftReport();
 }
@@ -461,7 +461,7 @@ void DocumentScreen::printDraft() {
   if (!settleDate()) return;
   if (refused({{gridLines.isEmpty(), u"单据中没有业务发生，不能打印！"_qs}}, prompt())) return;
   if (const auto report = setPrinPara(draft().number, PrintMode::OnScreen))
-    sendToPaper(*report, PrintWay::Preview, this, words(rules_.family().name) + draft().number);
+    sendToPaper(*report, PrintWay::Preview, this, words(draftFamily().name) + draft().number);
 }
 
 void DocumentScreen::printSaved(const QString& number) {
@@ -477,7 +477,7 @@ void DocumentScreen::printWaiting(PrintWay way) {
   const QString number = waitingNumber();
   if (number.isEmpty()) return;
   if (const auto report = setPrinPara(number, PrintMode::Saved))
-    sendToPaper(*report, way, this, words(rules_.family().name) + number);
+    sendToPaper(*report, way, this, words(rules_.of(number).family().name) + number);
 }
 
 void DocumentScreen::printList() {
@@ -490,7 +490,7 @@ void DocumentScreen::printList() {
 }
 
 bool DocumentScreen::mayLeave() {
-  switch (leaveDraft(rules_.family(), draft().number, prompt())) {
+  switch (leaveDraft(draftFamily(), draft().number, prompt())) {
     case Answer::Yes:
       return save();
     case Answer::No:
@@ -513,8 +513,11 @@ bool DocumentScreen::keyPressed(QKeyEvent& event) {
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {
   const std::int64_t id = row.integer("id");
-  rules_.lines().setChange(text, lineFieldOf(column), where, id, prompt());
-  if (where == Lines::Draft) {
+  const bool isDraft = where == Lines::Draft;
+  const LineRules& lines = (isDraft ? draftRules() : waitingRules()).lines();
+  if (lines.cellAllows(text, lineFieldOf(column), where, id, isDraft ? draftPlace() : waitingPlace(), prompt()))
+    lines.setChange(text, lineFieldOf(column), where, id, prompt());
+  if (isDraft) {
     reloadLines(id);
   } else {
     refreshWaiting(waitingNumber());

@@ -21,15 +21,18 @@ namespace ui {
 class ScanCatcher;
 }
 
-/// What the screen of one document is. Every screen has dateCg, comCk, comUser, jsn on the first panel, tkey, comSort
-/// on the second, the grids gridLines, gridWaiting, gridWaitingLines. tnote and tSptm (with a command btnPanel for its
-/// options) may be left out, and so may commands with what they open: btnAddNew with addGoods, btnImport or
+/// What the screen of one document is. Every screen has dateCg, comCk, comUser and the number on the first panel, tkey,
+/// comSort on the second, the grids gridLines, gridWaiting, gridWaitingLines. tnote and tSptm (with a command btnPanel
+/// for its options) may be left out, and so may commands with what they open: btnAddNew with addGoods, btnImport or
 /// btnInOut with importScreen, btnJpgd. A part that is neither known here nor `own` is refused.
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
   std::string_view draftTitle, waitingTitle;  // the two panels
   std::string_view employeeFlag;              // duty of the salespersons offered: "u_cg"
-  std::string_view auditCommand = "btnRChk";
+  std::string_view numberInput = "jsn";
+  std::string_view auditCommand = "btnRChk", deleteCommand = "btn_Dele";
+  /// Prices or book figures of the lines are those of the warehouse: it stays as it is once lines stand.
+  bool linesHoldWarehouse = false;
 
   // Screens that this one opens; without an audit dialog the audit is a question.
   std::string_view pickScreen, lineScreen, auditScreen, importScreen;
@@ -62,11 +65,11 @@ class DocumentScreen : public ui::Screen {
   ui::Field& dateCg = field("dateCg");
   ui::Field& comCk = field("comCk");
   ui::Field& comUser = field("comUser");
-  ui::Field& jsn = field("jsn");
   ui::Grid& gridLines = grid("gridLines");
   ui::Grid& gridWaiting = grid("gridWaiting");
   ui::Grid& gridWaitingLines = grid("gridWaitingLines");
   QPushButton& btnOK = command("btnOK");
+  ui::Field& numberShown() { return field(description_.numberInput); }
 
   QSize sizeHint() const override { return {1264, 672}; }  // all of a small display: documents are long
 
@@ -97,10 +100,12 @@ class DocumentScreen : public ui::Screen {
   virtual void showByParameters();
   /// A draft that comes back after the program was cut off.
   virtual void recallDraft() {}
+  /// The draft of this operator that was begun and never saved; empty: none.
+  virtual QString findUnsaved() const;
   /// The inputs as the draft has them, and back.
   virtual void showDraft();
   virtual void collect();
-  virtual void linesChanged() {}
+  virtual void linesChanged();
   /// Nothing is left of the draft, or it is left behind.
   virtual void draftGone() {}
   /// Not saved: to the input that it lacks.
@@ -124,6 +129,11 @@ class DocumentScreen : public ui::Screen {
   virtual void editLine(const LineScreen::Request& request);
 
   const DocumentRules& rules() const { return rules_; }
+  /// Of the draft's own kind, and of the kind of the waiting document that is chosen.
+  const DocumentRules& draftRules() { return rules_.of(draft().number); }
+  const DocumentRules& waitingRules() const { return rules_.of(waitingNumber()); }
+  const DocumentFamily& draftFamily() { return draftRules().family(); }
+  const DocumentFamily& waitingFamily() const { return waitingRules().family(); }
   /// An input that the document may have; null without.
   ui::Field* optional(std::string_view name) { return hasField(name) ? &field(name) : nullptr; }
   bool hasCommand(std::string_view name) const;
@@ -174,6 +184,9 @@ class DocumentScreen : public ui::Screen {
   void bindDraft();
   void bindWaiting();
   void showPicked(const CopyResult& picked);
+  void tellLeftOff(const CopyResult& picked);
+  void lockWarehouse();
+  void warehouseChanged();
   bool mayMakeGoods() const;
   void reloadWaitingLines();
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
@@ -189,7 +202,8 @@ class DocumentScreen : public ui::Screen {
   QAction* onceOnly_ = nullptr;
   QAction* thenModify_ = nullptr;
   bool saving_ = false;
-  QString lastDate_;  // of the document before
+  bool recalled_ = false;  // lines of a draft that was cut off: their warehouse is not known
+  QString lastDate_;       // of the document before
 };
 
 /// The screen over rules with a draft of their own kind.

@@ -36,7 +36,7 @@ void DocumentScreen::bindWaiting() {
   bindCommand(description_.auditCommand, [this] { auditCurrent(); });
   bindCommand("btnPreview", [this] { previewAudit(); });
   bindCommand("btn_Check", [this] { auditList(); });
-  bindCommand("btn_Dele", [this] { deleteWaiting(); });
+  bindCommand(description_.deleteCommand, [this] { deleteWaiting(); });
   bindCommand("btn_Date", [this] { changeHead(); });
   bindCommand("btnAdd", [this] { addWaitingLines(); });
   bindCommand("btnTab2Jpgd", [this] { enterWaitingLenses(); });
@@ -67,8 +67,10 @@ void DocumentScreen::refreshWaiting(const QString& number) {
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
-  for (const char* name : {"btnPreview", "btn_Check", "btn_Dele", "btn_Date", "btnAdd", "btnTab2Jpgd", "btnTab2Import",
-                           "btn_Prin", "btn_ChaKan"})
+  const std::string_view perDocument[] = {"btnPreview",    "btn_Check", description_.deleteCommand,
+                                          "btn_Date",      "btnAdd",    "btnTab2Jpgd",
+                                          "btnTab2Import", "btn_Prin",  "btn_ChaKan"};
+  for (const std::string_view name : perDocument)
     if (hasCommand(name)) command(name).setEnabled(!gridWaiting.isEmpty());
 }
 
@@ -92,7 +94,7 @@ void DocumentScreen::auditCurrent() {
 
 void DocumentScreen::auditWaiting(const QString& number) {
   if (!prompt().ask(u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs)) return;
-  auditDocument(rules_.family(), number, gridWaiting.currentText(rules_.family().date), prompt());
+  auditDocument(waitingFamily(), number, gridWaiting.currentText(rules_.family().date), prompt());
 }
 
 void DocumentScreen::previewAudit() {
@@ -100,7 +102,7 @@ void DocumentScreen::previewAudit() {
   if (number.isEmpty()) return;
   const QString date = gridWaiting.currentText(rules_.family().date);
   showWhatIf(u"审核单据"_qs + number, number, [&](Prompt& agreeing) {
-    return auditDocument(rules_.family(), number, date, agreeing) == AuditOutcome::Audited;
+    return auditDocument(rules_.of(number).family(), number, date, agreeing) == AuditOutcome::Audited;
   });
 }
 
@@ -109,13 +111,13 @@ void DocumentScreen::auditList() {
   std::vector<ListedDocument> documents;
   for (const Row row : gridWaiting.rows())
     documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date), row.integer("id")});
-  ui::refreshAfter([&] { auditAll(rules_.family(), documents, prompt()); }, [this] { refreshWaiting(); });
+  ui::refreshAfter([&] { auditAll(documents, prompt()); }, [this] { refreshWaiting(); });
 }
 
 void DocumentScreen::deleteWaiting() {
   const QString number = waitingNumber();
   if (number.isEmpty() || !mayDo(description_.deleteWaiting)) return;
-  deleteWaitingDocument(rules_.family(), number, prompt());
+  deleteWaitingDocument(waitingFamily(), number, prompt());
   refreshWaiting();
 }
 
@@ -129,14 +131,15 @@ void DocumentScreen::changeHead() {
 void DocumentScreen::addWaitingLines() {
   const LinePlace place = waitingPlace();
   if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
-  ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(place, Lines::Waiting);
+  const CopyResult picked = ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(place, Lines::Waiting);
   refreshWaiting(place.number);
+  tellLeftOff(picked);
 }
 
 void DocumentScreen::enterWaitingLenses() {
   const LinePlace place = waitingPlace();
   if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
-  enterLensSheets(rules_, place, Lines::Waiting, mayMakeGoods());
+  enterLensSheets(waitingRules(), place, Lines::Waiting, mayMakeGoods());
   refreshWaiting(place.number);
 }
 
@@ -165,7 +168,7 @@ void DocumentScreen::deleteWaitingLine() {
   const std::int64_t id = gridWaitingLines.currentId();
   if (id == 0 || !mayDo(description_.deleteWaiting)) return;
   const QString number = waitingNumber();
-  jxc::deleteWaitingLine(rules_.family(), number, id);
+  jxc::deleteWaitingLine(waitingFamily(), number, id);
   refreshWaiting(number);
 }
 

@@ -93,7 +93,8 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
   gridStaging.onActivated([this] { changeStaged(); });
   gridStaging.onChanged([this](const Row& row, std::string_view column, const QString& text) {
     const std::int64_t id = row.integer("id");
-    rules_.lines().setChange(text, lineFieldOf(column), Lines::Staging, id, prompt());
+    if (lines().cellAllows(text, lineFieldOf(column), Lines::Staging, id, place_, prompt()))
+      lines().setChange(text, lineFieldOf(column), Lines::Staging, id, prompt());
     showStaged(id);
   });
   on(command("btnSearch"), [this] {
@@ -124,7 +125,7 @@ void GoodsPickScreen::activate() {
   for (const auto& column : gridGoods.spec().columns)
     if (column.field == "g_lsj") gridGoods.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
   showLineColumns(gridStaging, rules_.family());
-  lockLineCells(gridStaging, rules_.lines());
+  lockLineCells(gridStaging, lines());
   showStaged();
   search_.begin();
 }
@@ -135,7 +136,7 @@ bool GoodsPickScreen::isTicked(std::string_view box) {
 
 Sql GoodsPickScreen::query(const QString& typed) {
   const bool byStock = hasField("chkCk") && isTicked("chkCk") != description_.tickShowsAll;
-  return rules_.lines().goodsToPick(
+  return lines().goodsToPick(
       place_,
       {.key = typed, .classNumber = comLb.key(), .inStock = byStock, .ofPartner = isTicked(description_.partnerBox)});
 }
@@ -154,7 +155,7 @@ void GoodsPickScreen::pickOne() {
   if (gridGoods.selectedRows().size() > 1) return addMarked();
   const QString goods = gridGoods.currentText("g_sn");
   PickingMemory asksAnew;  // one goods is picked on purpose: a no to others before does not pass it over in silence
-  if (goods.isEmpty() || !rules_.lines().mayStage(goods, place_, target_, asksAnew, prompt())) return;
+  if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt())) return tellPassedOver(asksAnew);
   auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
   const LineResult staged =
       line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});
@@ -170,9 +171,16 @@ void GoodsPickScreen::addMarked() {
   memory_.goesShort.reset();
   std::int64_t last = 0;
   for (const QString& each : goods)
-    last = std::max(last, rules_.lines().stageGoods(each, tsl.number(), place_, target_, memory_, prompt()));
+    last = std::max(last, lines().stageGoods(each, tsl.number(), place_, target_, memory_, prompt()));
   showStaged(last);
+  tellPassedOver(memory_);
   backToSearch();
+}
+
+void GoodsPickScreen::tellPassedOver(PickingMemory& memory) {
+  if (memory.passedOver.isEmpty()) return;
+  prompt().notice(u"下列商品已添加，没有重复添加：\r\n\r\n"_qs + memory.passedOver.join(u'，'));
+  memory.passedOver.clear();
 }
 
 void GoodsPickScreen::changeStaged() {
@@ -189,7 +197,7 @@ void GoodsPickScreen::dropStaged() {
 }
 
 void GoodsPickScreen::takeOver() {
-  result_ = rules_.lines().copyStaged(place_, target_);
+  result_ = lines().copyStaged(place_, target_);
   accept();
 }
 

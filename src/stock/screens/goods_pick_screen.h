@@ -1,4 +1,4 @@
-// 多商品选择: picks many goods into the operator's staging list, then takes them all over to a trading document.
+// 多商品选择: picks many goods into the operator's staging list, then takes them all over to a document.
 #pragma once
 
 #include "stock/document_rules.h"
@@ -56,6 +56,8 @@ class GoodsPickScreen : public ui::Screen {
   void takeOver();
   void showStaged(std::int64_t current = 0);
   void backToSearch();
+  void tellPassedOver(PickingMemory& memory);
+  const LineRules& lines() const { return rules_.of(place_.number).lines(); }
 
   const GoodsPickSpec description_;
   const DocumentRules& rules_;

@@ -48,6 +48,8 @@ LineImportScreen::LineImportScreen(std::string_view name, const DocumentRules& r
   panel().row("tfile btnOpen btnMb").grid("gridLines").buttons("| btnOK btnCancel");
   command("btnOK").setProperty("main", true);
   grid("gridLines").setColumnVisible("scrq", wanted().needsProduced);
+  grid("gridLines").setColumnVisible("dj", wanted().hasPrice);
+  grid("gridLines").setColumnVisible("bz", wanted().hasNote);
   grid("gridLines").setRowLook([this](const Row& row) {
     const ImportLine& line = lines_[static_cast<std::size_t>(row.integer("row") - 1)];
     if (!line.passes()) return ui::RowLook::Bad;
@@ -83,7 +85,8 @@ void LineImportScreen::openFile(const QString& path) {
   field("tfile").setText(path);
   try {
     const RowSet sheet = openExcel(path)->rows();
-    lines_ = judgeLines(sheet, wanted(), rules_.lines(), place_, prompt()).value_or(std::vector<ImportLine>());
+    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt())
+                 .value_or(std::vector<ImportLine>());
   } catch (const SheetError& error) {
     prompt().notice(error.message());
   }
@@ -131,7 +134,7 @@ void LineImportScreen::saveTemplate(const QString& path) {
 }
 
 void LineImportScreen::btnOKClick() {
-  const auto imported = importLines(lines_, rules_.lines(), place_, target_, prompt());
+  const auto imported = importLines(lines_, rules_.of(place_.number).lines(), place_, target_, prompt());
   if (!imported) return;
   result_ = {.lines = imported->taken, .number = imported->number};
   prompt().notice(imported->text());

@@ -99,11 +99,11 @@ LineResult LineScreen::edit(const Request& request) {
   result_ = {};
   result_.number = request.place.number;
   if (request.id != 0) {
-    const std::optional<LineDraft> line = rules_.lines().loadLine(request.where, request.id);
+    const std::optional<LineDraft> line = lines().loadLine(request.where, request.id);
     if (!line) return result_;
     draft_ = *line;
   } else {
-    draft_ = rules_.lines().newLine(request.goods, request.place, request.where == Lines::Staging);
+    draft_ = lines().newLine(request.goods, request.place, request.where == Lines::Staging);
     draft_.amounts.setQuantity(request.quantity);
   }
   showModal();
@@ -131,7 +131,7 @@ void LineScreen::showByParameters() {
     }
   }
   // A total or a price with tax would change the price by another way.
-  const bool fixed = !rules_.lines().priceMayChange();
+  const bool fixed = !lines().priceMayChange();
   for (const std::string_view name : {description_.price, std::string_view("ttaxdj"), std::string_view("tzje")})
     if (auto* input = optional(name)) input->setReadOnly(fixed);
   if (description_.askPrice) command("btnSpsj").setVisible(prices && !fixed);
@@ -146,8 +146,8 @@ void LineScreen::activate() {
   goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse));
   for (ui::Grid* rows : grids()) {
     const bool isHistory = rows->spec().name == "gridHistory";
-    const RowSet found = isHistory ? rules_.lines().history(draft_.goods, request_.place.partner)
-                                   : rules_.lines().quotes(draft_.goods, request_.place.partner);
+    const RowSet found = isHistory ? lines().history(draft_.goods, request_.place.partner)
+                                   : lines().quotes(draft_.goods, request_.place.partner);
     rows->setRows(found);
     if (!isHistory) tabs_.tabs()->setTabVisible(tabs_.tabs()->count() - 1, !found.isEmpty());
   }
@@ -192,7 +192,7 @@ void LineScreen::saveValue() {
   if (!checkFields()) return;
   if (auto* note = optional("tnote")) draft_.note = note->trimmed();
   if (auto* cost = optional(description_.cost); cost && !cost->isReadOnly()) draft_.cost = cost->number();
-  const LineRules& lines = rules_.lines();
+  const LineRules& lines = this->lines();
   if (!lines.mayWrite(draft_, request_.place, prompt())) return tsl.focus();
   if (request_.id == 0) {
     result_ = lines.addLine(request_.where, request_.place, draft_, prompt());

@@ -1,4 +1,4 @@
-// 商品明细屏幕: one line of a trading document: quantity, price, tax, discount and total keep in step.
+// 商品明细屏幕: one line of a document: quantity, price, tax, discount and total keep in step.
 #pragma once
 
 #include "stock/document_rules.h"
@@ -51,6 +51,7 @@ class LineScreen : public ui::Screen {
   void showAmounts(const ui::Field* typing = nullptr);
   void saveValue();
   void showByParameters();
+  const LineRules& lines() const { return rules_.of(request_.place.number).lines(); }
 
   const LineScreenSpec description_;
   const DocumentRules& rules_;

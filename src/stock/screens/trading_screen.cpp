@@ -132,6 +132,7 @@ void TradingScreen::linesChanged() {
   const double due = rules().payable(draft().number);
   tyfje.setNumber(due);
   paid.setNumber(rules().paidAfter(due, paid.number()));
+  DocumentScreenOver::linesChanged();
 }
 
 /// What follows is a return of its own, where this one was to give back a whole document.

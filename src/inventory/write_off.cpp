@@ -1,0 +1,135 @@
+#include "inventory/write_off.h"
+
+#include "core/statements.h"
+#include "core/text.h"
+#include "inventory/inventory_lines.h"
+#include "stock/ledger.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace jxc::write_off {
+namespace write_off_detail {
+
+/// The warehouse's own cost; of goods that it never had what the ledger knows of them.
+double priceOf(const QString& goods, const LinePlace& place) {
+  const RowSet balance = openSelect("select kc_cbj from jxc_kcsp where g_sn=? and ck_sn=?", goods, place.warehouse);
+  return balance.isEmpty() ? getGoodsCost(goods, place.warehouse, place.date) : balance.number(0, 0);
+}
+
+constexpr LineRoundings kRounding = {LineRounding::Cell, LineRounding::Cell, LineRounding::Cell};
+
+constexpr LineDescription kLost = {
+    .family = &families::loss,
+    .price = priceOf,
+    .priceIsTyped = false,
+    .rounding = kRounding,
+    .quantityRefusal = u"数量必须大于0，重新输入！",
+    .shortQuestion = u"报损数量大于库存数量，报损后将产生负库存，继续报损吗?",
+    .everyChangeIsTested = true,
+    .barcodes = BarcodesOf::KnownGoods,
+    .knownGoodsOnly = true,
+};
+constexpr LineDescription kFound = {
+    .family = &families::overflow,
+    .price = priceOf,
+    .priceIsTyped = false,
+    .rounding = kRounding,
+    .quantityRefusal = u"数量必须大于0，重新输入！",
+};
+
+/// One of the two kinds.
+class KindRules final : public RulesOver<DocumentDraft> {
+ public:
+  explicit KindRules(const LineDescription& lines) : lines_(lines), family_(*lines.family) {}
+
+  const DocumentFamily& family() const override { return family_; }
+  const LineRules& lines() const override { return lines_; }
+  DocumentDraft fresh(const QString& lastDate) const override {
+    DocumentDraft draft;
+    begin(draft, lastDate);
+    return draft;
+  }
+  SaveResult save(const DocumentDraft& draft, Prompt& prompt) const override {
+    if (isIncomplete(draft, prompt) ||
+        (&family_ == &families::loss && !mayLoseBeyondStock(draft.number, draft.warehouse, prompt)))
+      return {.saved = false, .number = draft.number};
+    return saveDocument(family_,
+                        {.number = draft.number,
+                         .date = draft.date,
+                         .writeHead = [&](const QString& number) { insertWaitingHead(family_, draft, number); }},
+                        prompt);
+  }
+
+ protected:
+  const DocumentFamily& shownAs() const override { return families::loss; }
+
+ private:
+  InventoryLines lines_;
+  const DocumentFamily& family_;
+};
+
+const KindRules& kind(const DocumentFamily& family) {
+  static const KindRules lost(kLost), found(kFound);
+  return &family == &families::overflow ? found : lost;
+}
+
+/// Both, where no document has been chosen yet: as losses.
+class BothRules final : public RulesOver<DocumentDraft> {
+ public:
+  const DocumentFamily& family() const override { return families::loss; }
+  const LineRules& lines() const override { return kind(families::loss).lines(); }
+  const DocumentRules& of(const QString& number) const override { return kindOf(number); }
+  DocumentDraft fresh(const QString& lastDate) const override { return kind(families::loss).fresh(lastDate); }
+  SaveResult save(const DocumentDraft& draft, Prompt& prompt) const override {
+    return kindOf(draft.number).save(draft, prompt);
+  }
+  RowSet waiting(const WaitingFilter& filter) const override;
+
+ private:
+  static const KindRules& kindOf(const QString& number) {
+    const DocumentFamily* const family = findFamily(number);
+    return kind(family ? *family : families::loss);
+  }
+};
+
+/// The two lists as one, by day and number; ids of two tables would meet, so that the place in time is the id.
+RowSet BothRules::waiting(const WaitingFilter& filter) const {
+  constexpr const char* shown[] = {"gl_djh", "bs_bsrq", "ck_sn", "ck_name", "u_name", "a_name", "bs_note"};
+  std::vector<std::vector<QString>> documents;
+  for (const DocumentFamily& family : {std::cref(families::loss), std::cref(families::overflow)}) {
+    const RowSet rows = kind(family).waiting(filter);
+    for (const Row row : rows) {
+      std::vector<QString>& cells = documents.emplace_back();
+      for (const char* column : shown)
+        cells.push_back(row.text(column));
+      cells.push_back(&family == &families::loss ? u"报损单"_qs : u"报溢单"_qs);
+    }
+  }
+  const auto inTime = [](const std::vector<QString>& document) { return document[0].mid(2) + document[0]; };
+  std::sort(documents.begin(), documents.end(), [&](const auto& a, const auto& b) { return inTime(a) < inTime(b); });
+  std::vector<std::int64_t> order(documents.size());
+  for (std::size_t i = 0; i < order.size(); ++i)
+    order[filter.newestFirst ? order.size() - 1 - i : i] = static_cast<std::int64_t>(i);
+  RowSet list({"id", "gl_djh", "bs_bsrq", "ck_sn", "ck_name", "u_name", "a_name", "bs_note", "djlx"});
+  for (const std::int64_t at : order) {
+    list.addInteger(at + 1);
+    for (const QString& cell : documents[static_cast<std::size_t>(at)])
+      list.addText(cell.toStdString());
+  }
+  return list;
+}
+
+}  // namespace write_off_detail
+
+const RulesOver<DocumentDraft>& rules() {
+  static const write_off_detail::BothRules all;
+  return all;
+}
+
+DocumentDraft fresh(const DocumentFamily& kind, const QString& lastDate) {
+  return write_off_detail::kind(kind).fresh(lastDate);
+}
+
+}  // namespace jxc::write_off

@@ -1,0 +1,247 @@
+// Documents within the house through their screens: transfer, loss and overflow, which have lines and no money.
+#include "core/program_directory.h"
+#include "core/session.h"
+#include "platform/sheet/sheet_writer.h"
+#include "screens/harness/trading_test.h"
+#include "stock/document.h"
+#include "stock/screens/line_import_screen.h"
+
+#include <QTemporaryDir>
+
+namespace jxc::test {
+namespace inventory_screens_test {
+
+const QString kSaveTransfer =
+    u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的调拨单，可以在“待审核调\r\n\r\n拨单”"
+    "面板中，进行修改及审核操作！"_qs;
+QString saveWriteOff(const char* kind) {
+  return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的%1，可以在“报损/报溢\r\n\r\n审核”"
+         "面板中，进行修改及审核操作！"_qs.arg(QString::fromUtf8(kind));
+}
+constexpr QStringView kFrame = u"6900000000017", kCase = u"6900000000024";
+const QString kRepeat = u"该商品已添加，需要重复添加吗？"_qs;
+const QString kLeave = u"当前单据还未保存，是否保存？"_qs;
+
+QString auditQuestion(const QString& number) {
+  return u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs;
+}
+
+class InventoryScreensTest : public TradingScreenTest {
+ protected:
+  InventoryScreensTest() {
+    execSql("insert into jxc_ckxx (ck_sn,ck_name,ck_asn) values ('100002','分店','')");
+    addGoods(
+        {.sn = u"10000001"_qs, .name = u"镜架"_qs, .barcode = kFrame.toString(), .cost = 40, .price = 99, .stock = 5});
+    addGoods({.sn = u"10000002"_qs, .name = u"镜盒"_qs, .barcode = kCase.toString(), .cost = 2, .price = 9});
+  }
+  static bool shows(ui::Screen& s, std::string_view grid, std::string_view field) {
+    const auto columns = s.grid(grid).spec().columns;
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i)
+      if (columns[static_cast<std::size_t>(i)].field == field) return !s.grid(grid).view()->isColumnHidden(i);
+    return false;
+  }
+};
+
+TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMouse) {
+  open("F_Kcdb", [&](ui::Screen& s) {
+    EXPECT_FALSE(s.field("comCk").isReadOnly());
+    scan(s, kFrame);
+    scan(s, kFrame);
+    ASSERT_EQ(s.grid("gridLines").rowCount(), 1);
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_sl"), 2);
+    EXPECT_TRUE(s.field("comCk").isReadOnly());  // the lines hold its cost
+    edit(s, "gridLines", 0, "db_sl", u"3");
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_zje"), 120);
+    EXPECT_FALSE(cellOpens(s, "gridLines", 0, "db_dj"));
+    setParameter("cs_kc", 0);
+    expectNotice(u"调拨数量不能大于库存数量，重新输入！"_qs);
+    edit(s, "gridLines", 0, "db_sl", u"6");
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_sl"), 3);
+    expectScreen("F_Kcdb_Sele", [&](ui::Screen& line) {
+      EXPECT_TRUE(line.field("tdj").isReadOnly());
+      EXPECT_TRUE(line.field("tzje").isReadOnly());
+      type(line, "tsl", u"0");
+      expectNotice(u"数量必须大于0，重新输入！"_qs);
+      press(line, "F5");
+      type(line, "tsl", u"4");
+      EXPECT_EQ(line.field("tzje").number(), 160);
+      press(line, "F5");
+    });
+    press(s, "F3");
+    expectNotice(u"请选择调入仓库！"_qs);
+    press(s, "F5");
+    choose(s, "comCk2", u"分店"_qs);
+    type(s, "tnote", u"补货");
+    expectQuestion(kSaveTransfer, Answer::Yes);
+    press(s, "F5");
+    EXPECT_TRUE(s.grid("gridLines").isEmpty());
+    EXPECT_FALSE(s.field("comCk").isReadOnly());
+    EXPECT_EQ(s.field("comCk2").key(), "");
+
+    showWaiting(s);
+    ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    EXPECT_EQ(s.grid("gridWaiting").currentText("into_name"), "分店");
+    const QString number = s.grid("gridWaiting").currentText("gl_djh");
+    // Goods are added to the waiting document; the one that stands there already after a question.
+    expectScreen("F_Kcdb_Add", [&](ui::Screen& pick) {
+      pick.grid("gridGoods").waitLoaded();
+      type(pick, "tkey", u"镜架");
+      pick.grid("gridGoods").waitLoaded();
+      expectQuestion(kRepeat, Answer::No);
+      press(pick, "Return");
+      press(pick, "Esc");
+    });
+    press(s, "Ctrl+N");
+    expectScreen("F_Yltx", [&](ui::Screen& preview) {
+      QStringList kinds;
+      for (const Row row : preview.grids().front()->rows())
+        kinds << row.text("kind");
+      EXPECT_TRUE(kinds.contains("库存金额"));
+      EXPECT_FALSE(kinds.contains("调拨产生的价值"));  // at its cost a transfer makes none
+    });
+    press(s, "F9");
+    EXPECT_EQ(rows("select db_status from jxc_kcdbd"), "0");
+    expectQuestion(auditQuestion(number), Answer::No);
+    press(s, "F6");
+    expectQuestion(auditQuestion(number), Answer::Yes);
+    press(s, "F6");
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  EXPECT_EQ(rows("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn='10000001' order by ck_sn"),
+            "100001 1 1 40 | 100002 4 4 40");
+  EXPECT_EQ(rows("select db_status,ck_out,ck_in,db_note from jxc_kcdbd"), "1 100001 100002 补货");
+}
+
+// A branch that sees only its own goods sends them to any other. It does not see cost: neither on the screen nor from a
+// price that it tries in a spreadsheet.
+TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
+  setParameter("cs_cgyh", 1);
+  setRights(u"100009"_qs, "kcgl", u"1000000000000000000000"_qs);
+  becomeOperator(u"店员"_qs, u"100009"_qs, u"100009"_qs);
+  execSql("update jxc_ckxx set ck_asn='100009' where ck_sn='100002'");
+  QTemporaryDir directory;
+  Sheet sheet;
+  for (const QString& caption : {u"商品编号"_qs, u"数量"_qs, u"单价"_qs})
+    sheet.columns.push_back({.caption = caption});
+  sheet.rows = heldRows({{Value(u"10000002"_qs), Value(u"1"_qs), Value(u"2"_qs)}});
+  const QString path = directory.filePath(u"调拨.xlsx"_qs);
+  writeSheet(path, sheet);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('10000002','100002',3,3,2)");
+  open("F_Kcdb", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comCk").items().size(), 1);
+    EXPECT_EQ(s.field("comCk2").items().size(), 2);
+    for (const char* price : {"db_dj", "db_zje", "db_sj"})
+      EXPECT_FALSE(shows(s, "gridLines", price)) << price;
+    choose(s, "comCk", u"分店"_qs);
+    expectScreen("F_Kcdb_Import", [&](ui::Screen& import) {
+      dynamic_cast<LineImportScreen&>(import).openFile(path);
+      EXPECT_EQ(import.grid("gridLines").currentText("status"), "单价未采用（没有查看成本的权限）");
+      expectNotice(u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
+      press(import, "F5");
+    });
+    press(s, "Ctrl+I");
+    EXPECT_EQ(rows("select g_sn,db_sl,db_dj from jxc_dbsp"), "10000002 1 2");
+    expectQuestion(kLeave, Answer::No);
+    press(s, "Esc");
+  });
+}
+
+// The program ended over a draft: its lines come back, their warehouse may be chosen once more, and they take its cost.
+TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIsChosen) {
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('10000001','100002',9,9,33)");
+  open("F_Kcdb", [&](ui::Screen& s) {
+    choose(s, "comCk", u"分店"_qs);
+    scan(s, kFrame);
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 33);
+  });
+  ui::dropScreens();
+  open("F_Kcdb", [&](ui::Screen& s) {
+    EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
+    EXPECT_FALSE(s.field("comCk").isReadOnly());
+    choose(s, "comCk", u"分店"_qs);
+    choose(s, "comCk", lookupValue("select ck_name from jxc_ckxx where ck_sn='100001'"));
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 40);
+    expectQuestion(kLeave, Answer::No);
+    press(s, "Esc");
+  });
+  open("F_Bsby", [&](ui::Screen& s) {
+    choose(s, "comDjlx", u"报溢单"_qs);
+    scan(s, kCase);
+  });
+  ui::dropScreens();
+  open("F_Bsby", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comDjlx").text(), "报溢单");
+    EXPECT_EQ(s.grid("gridLines").currentText("g_name"), "镜盒");
+    expectQuestion(kLeave, Answer::No);
+    press(s, "Esc");
+  });
+  EXPECT_EQ(rows("select count(*) from jxc_bysp"), "0");
+}
+
+TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneList) {
+  QString lost, found;
+  open("F_Bsby", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comDjlx").text(), "报损单");
+    expectScreen("F_Bsby_Add", [&](ui::Screen& pick) {
+      pick.grid("gridGoods").waitLoaded();
+      EXPECT_EQ(pick.grid("gridGoods").rowCount(), 1);  // the warehouse knows one of the two
+      expectScreen("F_Bsby_Sele", [&](ui::Screen& line) {
+        type(line, "tsl", u"6");
+        type(line, "tnote", u"割边损坏");
+        expectQuestion(u"报损数量大于库存数量，报损后将产生负库存，继续报损吗?"_qs, Answer::No);
+        press(line, "F5");
+        type(line, "tsl", u"2");
+        EXPECT_EQ(line.field("tzje").number(), 80);
+        press(line, "F5");
+      });
+      press(pick, "Return");
+      press(pick, "F5");
+    });
+    press(s, "F2");
+    EXPECT_EQ(s.grid("gridLines").currentText("bs_note"), "割边损坏");
+    EXPECT_TRUE(s.field("comDjlx").isReadOnly());
+    lost = s.field("gldjh").text();
+    type(s, "tnote", u"月末清点");
+    expectQuestion(saveWriteOff("报损单"), Answer::Yes);
+    press(s, "F5");
+
+    choose(s, "comDjlx", u"报溢单"_qs);
+    found = s.field("gldjh").text();
+    EXPECT_EQ(found.left(2), "BY");
+    scan(s, kCase);
+    EXPECT_EQ(s.grid("gridLines").currentNumber("bs_dj"), 2);
+    edit(s, "gridLines", 0, "bs_sl", u"3");
+    EXPECT_EQ(s.grid("gridLines").currentNumber("bs_zje"), 6);
+    expectQuestion(saveWriteOff("报溢单"), Answer::Yes);
+    press(s, "F5");
+    EXPECT_EQ(s.field("comDjlx").text(), "报溢单");  // the next one is of the same kind
+
+    showWaiting(s);
+    ASSERT_EQ(s.grid("gridWaiting").rowCount(), 2);
+    EXPECT_EQ(s.grid("gridWaiting").currentText("gl_djh"), found);
+    EXPECT_EQ(s.grid("gridWaitingLines").currentText("g_name"), "镜盒");
+    edit(s, "gridWaitingLines", 0, "bs_sl", u"4");
+    EXPECT_EQ(rows("select by_sl,by_zje from jxc_bysp"), "4 8");
+    s.grid("gridWaiting").selectRow(1);
+    EXPECT_EQ(s.grid("gridWaiting").currentText("djlx"), "报损单");
+    EXPECT_EQ(s.grid("gridWaitingLines").currentText("bs_note"), "割边损坏");
+    expectScreen("F_ModiDate", [&](ui::Screen& date) {
+      type(date, "dateCg", u"2021-05-02");
+      press(date, "F5");
+    });
+    press(s, "Ctrl+E");
+    EXPECT_EQ(rows("select gl_djh,bs_bsrq from jxc_bsd"), lost + " 2021-05-02");
+    expectQuestion(auditQuestion(lost), Answer::Yes);
+    press(s, "F6");
+    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+                   Answer::Yes);
+    press(s, "F7");
+    EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+  });
+  EXPECT_EQ(rows("select g_sn,kc_sl,kc_cbj from jxc_kcsp where g_sn<>'00000000' order by g_sn"),
+            "10000001 3 40 | 10000002 4 2");
+  EXPECT_EQ(rows("select fy_lx,fy_je from jxc_yyfy order by id"), "费用 -80 | 收入 8");
+}
+
+}  // namespace inventory_screens_test
+}  // namespace jxc::test
