@@ -16,7 +16,8 @@ inline QString qs(std::string_view text) {
 
 /// Money with the currency symbol, quantities and totals by the session's digits, the rest in general form.
 QString displayNumber(ColumnKind kind, double number);
-/// A cell of a row set as its column shows it: null is empty, a flag is "√" or empty, a percent has two decimals or more.
+/// A cell of a row set as its column shows it: null is empty, a flag is "√" or empty, a percent has two decimals or
+/// more.
 QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind);
 /// A footer sum: totals carry no currency symbol.
 QString displaySum(ColumnKind kind, double number);

@@ -250,8 +250,7 @@ void EnquiryScreen::showCommands() {
   const auto arrange = [&](const EnquiryCommand& each) {
     const bool allowed = allowed_.at(&each);
     const bool isOn = !each.parameter || strIsTrue(session().*each.parameter);
-    const bool seen = isOn && (allowed || each.staysInSight) &&
-                      (holds(each.views, list) || !each.elsewhere.empty());
+    const bool seen = isOn && (allowed || each.staysInSight) && (holds(each.views, list) || !each.elsewhere.empty());
     for (const std::string_view name : {each.name, each.preview.name}) {
       if (name.empty()) continue;
       command(name).setVisible(seen);

@@ -2,6 +2,7 @@
 
 #include "core/rights.h"
 #include "ui/display.h"
+#include "ui/grid_footer.h"
 #include "ui/grid_layout.h"
 #include "ui/grid_output.h"
 
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
@@ -22,7 +22,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <map>
 
 namespace jxc::ui {
 namespace grid_detail {
@@ -31,69 +30,6 @@ constexpr int kBlink = 25;          // ms that a query may hold the window befor
 constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
 
 }  // namespace grid_detail
-
-/// The row of sums under the grid: each stands under its column, wherever that is moved or scrolled to.
-class Grid::Footer : public QWidget {
- public:
-  explicit Footer(Grid& grid) : QWidget(&grid), grid_(grid) {
-    setObjectName(QStringLiteral("footer"));
-    setFixedHeight(fontMetrics().height() + 8);
-  }
-
-  void update(bool complete) {
-    complete_ = complete;
-    texts_.clear();
-    const auto columns = grid_.model_->columns();
-    QStringList spoken;
-    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
-      if (!columns[i].use.sum || grid_.model_->isForbidden(i)) continue;
-      texts_[i] = complete ? displaySum(columns[i].kind, grid_.model_->sum(i)) : QStringLiteral("…");
-      if (!grid_.view_->isColumnHidden(i)) spoken << qs(columns[i].caption) + texts_[i];
-    }
-    count_ = QStringLiteral("共 %1 条").arg(grid_.rowCount());
-    setAccessibleName(QStringLiteral("合计"));
-    setToolTip(spoken.join(QStringLiteral("\n")));
-    QWidget::update();
-  }
-
-  QString text(int column) const {
-    const auto found = texts_.find(column);
-    return found == texts_.end() ? QString() : found->second;
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Button));
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawLine(0, 0, width(), 0);
-    painter.setPen(palette().color(QPalette::ButtonText));
-    auto font = painter.font();
-    font.setBold(true);
-    painter.setFont(font);
-    const auto* header = grid_.view_->horizontalHeader();
-    const int left = grid_.view_->viewport()->x();
-    int freeUntil = width();  // where the first sum begins
-    for (const auto& [column, text] : texts_) {
-      if (header->isSectionHidden(column)) continue;
-      const int at = left + header->sectionViewportPosition(column);
-      const QRect place(at + 4, 0, header->sectionSize(column) - 8, height());
-      if (place.right() < left) continue;
-      painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, text);
-      const int width = painter.fontMetrics().horizontalAdvance(text);
-      freeUntil = std::min(freeUntil, std::max(place.left(), place.right() - width) - 6);
-    }
-    font.setBold(false);
-    painter.setFont(font);
-    painter.drawText(QRect(left + 4, 0, freeUntil - left - 4, height()), Qt::AlignLeft | Qt::AlignVCenter, count_);
-  }
-
- private:
-  Grid& grid_;
-  std::map<int, QString> texts_;
-  QString count_;
-  bool complete_ = true;
-};
 
 /// The table view with the keys of this program.
 class Grid::Table : public QTableView {
@@ -424,8 +360,10 @@ void Grid::setMultiSelect(bool on) {
 void Grid::setColumnVisible(std::string_view field, bool on) {
   const int column = model_->columnOf(field);
   if (column < 0) throw std::invalid_argument("no column " + std::string(field));
-  hiddenByProgram_[static_cast<std::size_t>(column)] = !on;
-  if (on) hiddenByOperator_[static_cast<std::size_t>(column)] = false;
+  const auto i = static_cast<std::size_t>(column);
+  if (hiddenByProgram_[i] != on) return;  // as it was: what the operator has hidden stays so
+  hiddenByProgram_[i] = !on;
+  if (on) hiddenByOperator_[i] = false;
   showColumn(column);
   if (autoWidth_) defaultWidths();
 }

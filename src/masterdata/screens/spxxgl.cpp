@@ -47,14 +47,14 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"dw_name", "单位", ColumnKind::Text, 6},
     {"g_sptm", "商品条码", ColumnKind::Text, 15},
     {.field = "g_kc", .caption = "当前库存", .kind = ColumnKind::Quantity, .use = {.sum = true}},
-    {"g_jj", "预设进价", ColumnKind::Money},
-    {"g_sj", "预设售价", ColumnKind::Money},
-    {"g_sj1", "一级批发价", ColumnKind::Money},
-    {"g_sj2", "二级批发价", ColumnKind::Money},
-    {"g_sj3", "三级批发价", ColumnKind::Money},
-    {"g_sj4", "四级批发价", ColumnKind::Money},
-    {"g_sj5", "五级批发价", ColumnKind::Money},
-    {"g_lsj", "零售价", ColumnKind::Money},
+    {"g_jj", "预设进价", ColumnKind::Money, 0, {}, kSeesCost},
+    {"g_sj", "预设售价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj1", "一级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj2", "二级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj3", "三级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj4", "四级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj5", "五级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_lsj", "零售价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_zdkc", "库存下限", ColumnKind::Number},
     {"g_jm", "简码", ColumnKind::Text, 12},
     {"g_qc", "商品名称", ColumnKind::Text, 20},
@@ -65,8 +65,8 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"g_jy", "禁用", ColumnKind::Flag},
     {"g_sccs", "产品产地", ColumnKind::Text, 20},
     {"g_bz", "备注", ColumnKind::Text, 20},
-    {.field = "g_scjj", .caption = "上次进价", .kind = ColumnKind::Money, .use = {.hidden = true}},
-    {.field = "g_pjjj", .caption = "成本均价", .kind = ColumnKind::Money, .use = {.hidden = true}},
+    {"g_scjj", "上次进价", ColumnKind::Money, 0, {.hidden = true}, kSeesCost},
+    {"g_pjjj", "成本均价", ColumnKind::Money, 0, {.hidden = true}, kSeesCost},
     {.field = "dw_name2", .caption = "辅助单位", .use = {.hidden = true}},
     {.field = "fzkc", .caption = "辅助库存", .kind = ColumnKind::Quantity, .use = {.hidden = true}},
 };
@@ -84,7 +84,6 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl",
 
 constexpr int kWatch = 5000;  // ms between looks at what other stations have written
 
-constexpr std::string_view kCostColumns[] = {"g_jj", "g_scjj", "g_pjjj"};
 constexpr std::string_view kLevelColumns[] = {"g_sj1", "g_sj2", "g_sj3", "g_sj4", "g_sj5"};
 constexpr std::string_view kStockColumns[] = {"g_kc", "fzkc"};
 
@@ -295,15 +294,11 @@ void TF_Spxxgl::activate() {
 
 void TF_Spxxgl::showColumns() {
   using namespace spxxgl_detail;
-  const auto allow = [this](std::string_view name, bool on) { gridSp.setColumnAllowed(name, on); };
-  for (const auto name : kCostColumns)
-    allow(name, session().canSeeCost);
-  allow("g_sj", session().canSeePrice);
   for (const auto name : kLevelColumns)
-    allow(name, session().canSeePrice && strIsTrue(session().cs_cs013));
-  allow("g_lsj", session().canSeePrice && strIsTrue(session().cs_lsj));
+    gridSp.setColumnVisible(name, strIsTrue(session().cs_cs013));
+  gridSp.setColumnVisible("g_lsj", strIsTrue(session().cs_lsj));
   for (const auto name : kStockColumns)
-    allow(name, !isWarehouseBound());
+    gridSp.setColumnAllowed(name, !isWarehouseBound());
 }
 
 QString TF_Spxxgl::classNumber() const {
