@@ -376,6 +376,14 @@ TEST_F(ProveTest, WhatOtherRulesLeaveBehindIsKnown) {
   setParameter("cs_cs009", 0);
   {
     Transaction trial(accountDb());
+    setParameter("cs_sprk", 1);
+    const QString waited = save(draftReceipt("2021-05-03", {{"B", 2, 3}}));
+    setParameter("cs_sprk", 0);
+    EXPECT_EQ(audit(waited), AuditOutcome::Audited);
+    names("move-unmarked");
+  }
+  {
+    Transaction trial(accountDb());
     execSql("update jxc_xjyh set xj_je=100,xj_ljje=100 where xj_kmmc='工行帐号'");
     const auto moved = cash::saveLine({.movement = cash::Movement::Transfer,
                                        .date = u"2021-05-02"_qs,
