@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/joined_text.h"
+#include "masterdata/screens/goods_columns.h"
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/modi_date.h"
@@ -16,15 +17,8 @@
 namespace jxc::inventory_parts {
 
 /// What a line is of, before its figures.
-inline constexpr std::array<ui::ColumnSpec, 5> goodsOfLine = {{
-    {"g_sn", "商品编号", ui::ColumnKind::Text, 9},
-    {"g_name", "商品名称", ui::ColumnKind::Text, 28},
-    {"gg_name", "规格型号", ui::ColumnKind::Text, 10},
-    {"color_name", "颜色", ui::ColumnKind::Text, 6},
-    {"dw_name", "单位", ui::ColumnKind::Text, 4},
-}};
-inline constexpr std::array<ui::ColumnSpec, 1> barcodeOfLine = {
-    {{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}}}};
+inline constexpr const auto& goodsOfLine = goodsNames;
+inline constexpr std::array barcodeOfLine{goodsBarcode};
 
 /// Price, quantity and amount, in columns that begin with the prefix of their table; only the quantity is typed.
 template <FixedText Prefix>
@@ -41,8 +35,7 @@ constexpr auto lineColumns(const std::array<ui::ColumnSpec, Behind>& behind = {}
 
 template <std::size_t Behind = 0>
 constexpr auto stagingColumns(const std::array<ui::ColumnSpec, Behind>& behind = {}) {
-  return ui::joinedTables(std::array{goodsOfLine[0], goodsOfLine[1], goodsOfLine[2], goodsOfLine[4]},
-                          figureColumns<"ts_">, behind);
+  return ui::joinedTables(goodsNamesNoColour, figureColumns<"ts_">, behind);
 }
 
 /// Goods to pick from, with what lies of them in the warehouse.

@@ -1,4 +1,4 @@
-// 商品列: how goods are told apart in lists, and what else is known of them.
+// 商品列: how goods are told apart in lists of them and of lines, and what else is known of them.
 #pragma once
 
 #include "ui/specs.h"
@@ -7,14 +7,17 @@
 
 namespace jxc {
 
-inline constexpr std::array goodsNames{ui::ColumnSpec{"g_sn", "商品编号", ui::ColumnKind::Text, 9},
-                                       ui::ColumnSpec{"g_name", "商品名称", ui::ColumnKind::Text, 24},
-                                       ui::ColumnSpec{"gg_name", "规格型号", ui::ColumnKind::Text, 9},
-                                       ui::ColumnSpec{"color_name", "颜色", ui::ColumnKind::Text, 4},
-                                       ui::ColumnSpec{"dw_name", "单位", ui::ColumnKind::Text, 4}};
+inline constexpr std::array<ui::ColumnSpec, 5> goodsNames = {{
+    {"g_sn", "商品编号", ui::ColumnKind::Text, 9},
+    {"g_name", "商品名称", ui::ColumnKind::Text, 28},
+    {"gg_name", "规格型号", ui::ColumnKind::Text, 10},
+    {"color_name", "颜色", ui::ColumnKind::Text, 5},
+    {"dw_name", "单位", ui::ColumnKind::Text, 4},
+}};
+inline constexpr std::array goodsNamesNoColour{goodsNames[0], goodsNames[1], goodsNames[2], goodsNames[4]};
+inline constexpr ui::ColumnSpec goodsBarcode = {.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}};
 inline constexpr std::array goodsDetails{
-    ui::ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}},
-    ui::ColumnSpec{.field = "g_sccs", .caption = "商品产地", .use = {.hidden = true}},
+    goodsBarcode, ui::ColumnSpec{.field = "g_sccs", .caption = "商品产地", .use = {.hidden = true}},
     ui::ColumnSpec{.field = "g_bz", .caption = "商品备注", .use = {.hidden = true}}};
 
 }  // namespace jxc

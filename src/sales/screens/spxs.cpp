@@ -48,9 +48,9 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr auto kLines =
-    trading_parts::lineColumns<"ls_">(std::array{ui::ColumnSpec{"ls_lsj", "零售价", ColumnKind::Money, 10}},
-                                      std::array{ui::ColumnSpec{"ls_cbj2", "成本价", ColumnKind::Money, 10}});
+constexpr auto kLines = trading_parts::lineColumns<"ls_">(
+    std::array{ui::ColumnSpec{"ls_lsj", "零售价", ColumnKind::Money, 10}},
+    std::array{ui::ColumnSpec{"ls_cbj2", "成本价", ColumnKind::Money, 10, {}, kSeesCost}});
 constexpr auto kWaiting =
     trading_parts::waitingColumns({.number = "gl_djh",
                                    .date = "ls_xsrq",

@@ -42,7 +42,8 @@ constexpr ui::FieldSpec kFields[] = {
 };
 
 constexpr auto kLines = trading_parts::lineColumns<"th_">(
-    std::array<ui::ColumnSpec, 0>{}, std::array{ui::ColumnSpec{"th_cbj", "成本价", ColumnKind::Money, 10}});
+    std::array<ui::ColumnSpec, 0>{},
+    std::array{ui::ColumnSpec{"th_cbj", "成本价", ColumnKind::Money, 10, {}, kSeesCost}});
 constexpr auto kWaiting = trading_parts::waitingColumns({.number = "gl_djh",
                                                          .date = "th_xsrq",
                                                          .partner = "kh_name",

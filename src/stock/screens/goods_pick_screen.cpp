@@ -43,7 +43,8 @@ bool pricesInSight(const DocumentFamily& family) {
 
 void showPrices(ui::Grid& grid, const DocumentFamily& family) {
   for (const auto& column : grid.spec().columns)
-    if (column.kind == ui::ColumnKind::Money) grid.setColumnAllowed(column.field, pricesInSight(family));
+    if (column.kind == ui::ColumnKind::Money && !column.right.isGuarded())
+      grid.setColumnAllowed(column.field, pricesInSight(family));
 }
 
 void showLineColumns(ui::Grid& grid, const DocumentFamily& family) {
@@ -56,8 +57,6 @@ void showLineColumns(ui::Grid& grid, const DocumentFamily& family) {
       grid.setColumnVisible(column.field, tax);
     if (field == u"dzl") grid.setColumnVisible(column.field, discount);
     if (field == u"lsj") grid.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
-    if (field == u"cbj" || field == u"cbj2" || field == u"zcb")
-      grid.setColumnAllowed(column.field, session().canSeeCost);
     if (field == u"tax") grid.setColumnAllowed(column.field, pricesInSight(family));
   }
 }

@@ -72,7 +72,7 @@ class GoodsPickScreen : public ui::Screen {
 void showLineColumns(ui::Grid& grid, const DocumentFamily& family);
 /// Whether this operator may see the prices of such a document: what the shop pays is a matter of costs.
 bool pricesInSight(const DocumentFamily& family);
-/// The same for all amounts of a list of goods or of earlier documents.
+/// The same for all amounts of a list of goods or of earlier documents that don't carry a right of their own.
 void showPrices(ui::Grid& grid, const DocumentFamily& family);
 /// Opens only cells that a rule would let change: no price where prices are fixed, of a gift only the quantity, nothing
 /// of the balancing line.

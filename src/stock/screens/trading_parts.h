@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/joined_text.h"
+#include "masterdata/screens/goods_columns.h"
 #include "ui/joined_tables.h"
 #include "ui/specs.h"
 
@@ -27,22 +28,12 @@ template <FixedText Prefix, std::size_t Before = 0, std::size_t Behind = 0>
 constexpr auto lineColumns(const std::array<ui::ColumnSpec, Before>& beforeFigures = {},
                            const std::array<ui::ColumnSpec, Behind>& behindFigures = {}) {
   using ui::ColumnKind, ui::ColumnSpec;
-  return ui::joinedTables(std::array{ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 9},
-                                     ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 28},
-                                     ColumnSpec{"gg_name", "规格型号", ColumnKind::Text, 10},
-                                     ColumnSpec{"color_name", "颜色", ColumnKind::Text, 5},
-                                     ColumnSpec{"dw_name", "单位", ColumnKind::Text, 4}},
-                          beforeFigures, figureColumns<Prefix>, behindFigures,
-                          std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8},
-                                     ColumnSpec{.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}}});
+  return ui::joinedTables(goodsNames, beforeFigures, figureColumns<Prefix>, behindFigures,
+                          std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8}, goodsBarcode});
 }
 
-inline constexpr auto stagingColumns =
-    ui::joinedTables(std::array{ui::ColumnSpec{"g_sn", "商品编号", ui::ColumnKind::Text, 9},
-                                ui::ColumnSpec{"g_name", "商品名称", ui::ColumnKind::Text, 28},
-                                ui::ColumnSpec{"gg_name", "规格型号", ui::ColumnKind::Text, 10},
-                                ui::ColumnSpec{"dw_name", "单位", ui::ColumnKind::Text, 4}},
-                     figureColumns<"ts_">, std::array{ui::ColumnSpec{"ts_note", "备注", ui::ColumnKind::Text, 8}});
+inline constexpr auto stagingColumns = ui::joinedTables(
+    goodsNamesNoColour, figureColumns<"ts_">, std::array{ui::ColumnSpec{"ts_note", "备注", ui::ColumnKind::Text, 8}});
 
 /// Columns of the waiting list: fields of the head, captions as the first panel words them.
 struct WaitingColumns {
