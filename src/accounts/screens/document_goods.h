@@ -4,6 +4,7 @@
 #include "accounts/partner_overview.h"
 #include "masterdata/partner_side.h"
 #include "masterdata/screens/goods_columns.h"
+#include "masterdata/screens/partner_text.h"
 #include "ui/enquiry_spec.h"
 #include "ui/joined_tables.h"
 
@@ -15,11 +16,10 @@ namespace jxc {
 template <PartnerType Side>
 inline constexpr auto documentGoodsColumns = [] {
   using ui::ColumnKind, ui::ColumnSpec;
-  constexpr Right seesMoney = Side == PartnerType::Customer ? kSeesPrice : kSeesCost;
   return ui::joinedTables(goodsNames,
                           std::array{ColumnSpec{"gl_sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
-                                     ColumnSpec{"gl_dj", "单价", ColumnKind::Money, 0, {}, seesMoney},
-                                     ColumnSpec{"gl_zje", "金额", ColumnKind::Money, 0, {.sum = true}, seesMoney},
+                                     ColumnSpec{"gl_dj", "单价", ColumnKind::Money, 0, {}, seesMoney<Side>},
+                                     ColumnSpec{"gl_zje", "金额", ColumnKind::Money, 0, {.sum = true}, seesMoney<Side>},
                                      ColumnSpec{"ck_name", "仓库"}, ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 20}});
 }();
 

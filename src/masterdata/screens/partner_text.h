@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/joined_text.h"
+#include "core/right.h"
 #include "masterdata/partner_side.h"
 
 namespace jxc {
@@ -34,6 +35,10 @@ struct PartnerText<PartnerType::Supplier> {
   static constexpr FixedText column{"ghs_"};
   static constexpr FixedText screen{"F_Ghsgl"};
 };
+
+/// What is paid for goods is their cost; what they are sold for is their price.
+template <PartnerType Side>
+inline constexpr Right seesMoney = Side == PartnerType::Customer ? kSeesPrice : kSeesCost;
 
 /// A column of the partners' table: partnerColumn<PartnerType::Customer, "name"> is "kh_name".
 template <PartnerType Side, FixedText Name>

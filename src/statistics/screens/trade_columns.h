@@ -21,9 +21,6 @@ template <PartnerType Side>
 inline constexpr bool isSales = Side == PartnerType::Customer;
 template <PartnerType Side>
 inline constexpr std::string_view partnerCaption = joined<PartnerText<Side>::noun>;
-/// What is paid for goods is their cost; what they are sold for is their price.
-template <PartnerType Side>
-inline constexpr Right seesMoney = isSales<Side> ? kSeesPrice : kSeesCost;
 
 /// Fields of quantity, money and profit: of a ledger row "gl_sl" …, of a sum "sl" ….
 template <PartnerType Side, FixedText Prefix>
