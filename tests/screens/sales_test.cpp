@@ -157,6 +157,9 @@ TEST_F(SalesScreenTest, PricesAndCostsFollowParametersAndRights) {
 TEST_F(SalesScreenTest, PricesAreOutOfSightWithoutTheRight) {
   setParameter("cs_kc", 1);
   setParameter("cs_hs", 1);
+  QString rights = lookupValue("select qtcz from jxc_role where r_sn=?", session().r_sn);
+  rights[kSeesPrice.position - 1] = u'0';
+  setRights(session().r_sn, "qtcz", rights);
   session().canSeePrice = false;
   open("F_Spxs", [&](ui::Screen& s) {
     for (const char* column : {"ls_dj", "ls_taxdj", "ls_zje", "ls_tax"})

@@ -23,9 +23,9 @@ inline constexpr std::array barcodeOfLine{goodsBarcode};
 /// Price, quantity and amount, in columns that begin with the prefix of their table; only the quantity is typed.
 template <FixedText Prefix>
 inline constexpr std::array<ui::ColumnSpec, 3> figureColumns = {{
-    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 11},
+    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 11, {}, kSeesCost},
     {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 9, {.sum = true, .editable = true}},
-    {joined<Prefix, "zje">, "金额", ui::ColumnKind::Money, 12, {.sum = true}},
+    {joined<Prefix, "zje">, "金额", ui::ColumnKind::Money, 12, {.sum = true}, kSeesCost},
 }};
 
 template <FixedText Prefix, std::size_t Behind = 0>
@@ -39,13 +39,8 @@ constexpr auto stagingColumns(const std::array<ui::ColumnSpec, Behind>& behind =
 }
 
 /// Goods to pick from, with what lies of them in the warehouse.
-inline constexpr ui::ColumnSpec goodsColumns[] = {
-    {"g_sn", "商品编号", ui::ColumnKind::Text, 10},    {"g_name", "商品名称", ui::ColumnKind::Text, 28},
-    {"g_jm", "简码", ui::ColumnKind::Text, 10},        {"g_sptm", "商品条码", ui::ColumnKind::Text, 15},
-    {"gg_name", "规格型号", ui::ColumnKind::Text, 12}, {"color_name", "颜色", ui::ColumnKind::Text, 8},
-    {"dw_name", "单位", ui::ColumnKind::Text, 6},      {"kc_sl", "库存数量", ui::ColumnKind::Quantity, 10},
-    {"g_pjjj", "平均进价", ui::ColumnKind::Money, 11},
-};
+inline constexpr auto goodsColumns = ui::joinedTables(
+    goodsToPick, std::array{ui::ColumnSpec{"g_pjjj", "平均进价", ui::ColumnKind::Money, 11, {}, kSeesCost}});
 
 inline constexpr ui::FieldSpec pickFields[] = {
     {"tkey", "查找：", ui::FieldKind::Text, "", 50},

@@ -43,7 +43,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr auto kLines = trading_parts::lineColumns<"jh_">();
+constexpr auto kLines = trading_parts::lineColumns<PartnerType::Supplier, "jh_">();
 constexpr auto kWaiting =
     trading_parts::waitingColumns({.number = "j_sn",
                                    .date = "j_jhrq",
@@ -138,7 +138,8 @@ constexpr ui::FieldSpec kPickFields[] = {
 };
 constexpr ui::GridSpec kPickGrids[] = {
     {"gridGoods", "商品列表", purchase_parts::goodsColumns, "没有符合条件的商品"},
-    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns<PartnerType::Supplier>,
+     "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgjh_Add",
                                             .title = "采购进货 - 选择商品",

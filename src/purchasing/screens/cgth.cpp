@@ -38,7 +38,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr auto kLines = trading_parts::lineColumns<"th_">();
+constexpr auto kLines = trading_parts::lineColumns<PartnerType::Supplier, "th_">();
 constexpr auto kWaiting = trading_parts::waitingColumns({.number = "gl_djh",
                                                          .date = "th_thrq",
                                                          .partner = "ghs_name",
@@ -142,7 +142,8 @@ constexpr ui::FieldSpec kPickFields[] = {
 };
 constexpr ui::GridSpec kPickGrids[] = {
     {"gridGoods", "商品列表", purchase_parts::goodsColumns, "没有符合条件的商品"},
-    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns<PartnerType::Supplier>,
+     "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Cgth_Add",
                                             .title = "采购退货 - 选择商品",

@@ -48,8 +48,8 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr auto kLines = trading_parts::lineColumns<"ls_">(
-    std::array{ui::ColumnSpec{"ls_lsj", "零售价", ColumnKind::Money, 10}},
+constexpr auto kLines = trading_parts::lineColumns<PartnerType::Customer, "ls_">(
+    std::array{ui::ColumnSpec{"ls_lsj", "零售价", ColumnKind::Money, 10, {}, kSeesPrice}},
     std::array{ui::ColumnSpec{"ls_cbj2", "成本价", ColumnKind::Money, 10, {}, kSeesCost}});
 constexpr auto kWaiting =
     trading_parts::waitingColumns({.number = "gl_djh",
@@ -185,7 +185,8 @@ constexpr ui::FieldSpec kPickFields[] = {
 };
 constexpr ui::GridSpec kPickGrids[] = {
     {"gridGoods", "商品列表", sales_parts::goodsColumns, "没有符合条件的商品"},
-    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns<PartnerType::Customer>,
+     "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Spxs_Add",
                                             .title = "商品销售 - 选择商品",

@@ -41,7 +41,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
-constexpr auto kLines = trading_parts::lineColumns<"th_">(
+constexpr auto kLines = trading_parts::lineColumns<PartnerType::Customer, "th_">(
     std::array<ui::ColumnSpec, 0>{},
     std::array{ui::ColumnSpec{"th_cbj", "成本价", ColumnKind::Money, 10, {}, kSeesCost}});
 constexpr auto kWaiting = trading_parts::waitingColumns({.number = "gl_djh",
@@ -146,7 +146,8 @@ constexpr ui::FieldSpec kPickFields[] = {
 };
 constexpr ui::GridSpec kPickGrids[] = {
     {"gridGoods", "商品列表", sales_parts::goodsColumns, "没有符合条件的商品，或该客户还没有买过"},
-    {"gridStaging", "已选商品", trading_parts::stagingColumns, "在上面的列表中按回车选择商品，选完后按F5"},
+    {"gridStaging", "已选商品", trading_parts::stagingColumns<PartnerType::Customer>,
+     "在上面的列表中按回车选择商品，选完后按F5"},
 };
 constexpr GoodsPickSpec kPick = {.screen = {.name = "F_Xsth_Add",
                                             .title = "顾客退货 - 选择商品",

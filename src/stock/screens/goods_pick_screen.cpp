@@ -57,7 +57,6 @@ void showLineColumns(ui::Grid& grid, const DocumentFamily& family) {
       grid.setColumnVisible(column.field, tax);
     if (field == u"dzl") grid.setColumnVisible(column.field, discount);
     if (field == u"lsj") grid.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
-    if (field == u"tax") grid.setColumnAllowed(column.field, pricesInSight(family));
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/joined_text.h"
 #include "masterdata/screens/goods_columns.h"
+#include "masterdata/screens/partner_text.h"
 #include "ui/joined_tables.h"
 #include "ui/specs.h"
 
@@ -11,29 +12,31 @@
 namespace jxc::trading_parts {
 
 /// What a line is worth, in columns that begin with the prefix of its table: "jh_dj", "jh_sl" …
-template <FixedText Prefix>
+template <PartnerType Side, FixedText Prefix>
 inline constexpr std::array<ui::ColumnSpec, 8> figureColumns = {{
-    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 10, {.editable = true}},
+    {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 10, {.editable = true}, seesMoney<Side>},
     {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 8, {.sum = true, .editable = true}},
     {joined<Prefix, "dzl">, "打折率", ui::ColumnKind::Percent, 6, {.editable = true}},
-    {joined<Prefix, "zje">, "总金额", ui::ColumnKind::Money, 11, {.sum = true}},
-    {joined<Prefix, "je">, "金额", ui::ColumnKind::Money, 11, {.sum = true}},
-    {joined<Prefix, "tax">, "税率(%)", ui::ColumnKind::Percent, 7, {.editable = true}},
-    {joined<Prefix, "taxdj">, "含税单价", ui::ColumnKind::Money, 10, {.editable = true}},
-    {joined<Prefix, "taxje">, "税额", ui::ColumnKind::Money, 9, {.sum = true}},
+    {joined<Prefix, "zje">, "总金额", ui::ColumnKind::Money, 11, {.sum = true}, seesMoney<Side>},
+    {joined<Prefix, "je">, "金额", ui::ColumnKind::Money, 11, {.sum = true}, seesMoney<Side>},
+    {joined<Prefix, "tax">, "税率(%)", ui::ColumnKind::Percent, 7, {.editable = true}, seesMoney<Side>},
+    {joined<Prefix, "taxdj">, "含税单价", ui::ColumnKind::Money, 10, {.editable = true}, seesMoney<Side>},
+    {joined<Prefix, "taxje">, "税额", ui::ColumnKind::Money, 9, {.sum = true}, seesMoney<Side>},
 }};
 
 /// Lines of a document; the retail price, the cost and the like by its own.
-template <FixedText Prefix, std::size_t Before = 0, std::size_t Behind = 0>
+template <PartnerType Side, FixedText Prefix, std::size_t Before = 0, std::size_t Behind = 0>
 constexpr auto lineColumns(const std::array<ui::ColumnSpec, Before>& beforeFigures = {},
                            const std::array<ui::ColumnSpec, Behind>& behindFigures = {}) {
   using ui::ColumnKind, ui::ColumnSpec;
-  return ui::joinedTables(goodsNames, beforeFigures, figureColumns<Prefix>, behindFigures,
+  return ui::joinedTables(goodsNames, beforeFigures, figureColumns<Side, Prefix>, behindFigures,
                           std::array{ColumnSpec{joined<Prefix, "bz">, "备注", ColumnKind::Text, 8}, goodsBarcode});
 }
 
-inline constexpr auto stagingColumns = ui::joinedTables(
-    goodsNamesNoColour, figureColumns<"ts_">, std::array{ui::ColumnSpec{"ts_note", "备注", ui::ColumnKind::Text, 8}});
+template <PartnerType Side>
+inline constexpr auto stagingColumns = ui::joinedTables(goodsNamesNoColour, figureColumns<Side, "ts_">,
+                                                        std::array{ui::ColumnSpec{"ts_note", "备注",
+                                                                                  ui::ColumnKind::Text, 8}});
 
 /// Columns of the waiting list: fields of the head, captions as the first panel words them.
 struct WaitingColumns {
