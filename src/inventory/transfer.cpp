@@ -30,6 +30,7 @@ constexpr LineDescription kLines = {
     .shortQuestion = u"调拨数量不能大于库存数量，调拨后将产生负库存，继续调拨吗?",
     .everyChangeIsTested = true,
     .barcodes = BarcodesOf::Stock,
+    .takesNewGoods = false,
 };
 
 class TransferLines final : public InventoryLines {

@@ -30,6 +30,7 @@ constexpr LineDescription kLost = {
     .everyChangeIsTested = true,
     .barcodes = BarcodesOf::KnownGoods,
     .knownGoodsOnly = true,
+    .takesNewGoods = false,
 };
 constexpr LineDescription kFound = {
     .family = &families::overflow,

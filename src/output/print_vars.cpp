@@ -155,6 +155,7 @@ void fillPrintVars(report::Report& report, const QString& number, QStringView ki
 void fillDraftVars(report::Report& report, const DocumentDraft& draft, const DocumentFamily& family) {
   setCompanyVars(report);
   report.setText(u"djh", draft.number);
+  report.setNumber(u"seesCost", session().canSeeCost ? 1 : 0);
   report.setText(u"jhDate", draft.date);
   report.setText(u"ckName", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse));
   report.setText(u"uName", lookupValue("select u_name from jxc_user where u_sn=?", draft.salesperson));

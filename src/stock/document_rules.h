@@ -106,6 +106,8 @@ class LineRules {
   virtual QuantityRange quantities() const { return {}; }
   /// Whether a goods stands on the document at most once: what is picked again is passed over.
   virtual bool goodsStandOnce() const { return false; }
+  /// Whether an article that was made for the document can stand on it: not where goods go out of a warehouse.
+  virtual bool takesNewGoods() const { return true; }
   /// Whether the operator may type a price at all.
   virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.

@@ -52,13 +52,12 @@ constexpr DocumentFamily transfer = {
     .waitingHint = u"处于“未审核”状态的调拨单，可以在“待审核调\r\n\r\n拨单”面板中，进行修改及审核操作！",
     .post = postTransfer,
     .takeBack = cancelTransfer,
-    // It goes from one shop to the other at what its goods sell for.
+    // It goes from one shop to the other at the sale prices that stand on it.
     .paper = {.kind = u"kcdb",
               .plain = u"kcdbd.fr3",
               .chosen = &Session::transferTemplate,
-              .inCapitals = "select sum(a.db_sl*b.g_sj) as zje from jxc_dbsp a,jxc_goods b where a.g_sn=b.g_sn and "
-                            "a.gl_djh=?",
-              .moreColumns = ",b.g_sj,a.db_sl*b.g_sj as sjje"},
+              .inCapitals = "select sum(db_sl*db_sj) as zje from jxc_dbsp where gl_djh=?",
+              .moreColumns = ",b.g_sj,a.db_sl*a.db_sj as sjje"},
     .import = {.title = "库存调拨单据导入", .templateFile = "库存调拨单据模板.xlsx", .hasNote = false},
 };
 

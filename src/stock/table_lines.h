@@ -35,6 +35,7 @@ struct LineDescription {
   Repeats repeats = Repeats::Asked;
   BarcodesOf barcodes = BarcodesOf::Catalogue;
   bool knownGoodsOnly = false;  // picked goods without a balance in the warehouse are left off, and named
+  bool takesNewGoods = true;    // articles that the lens sheet makes for the document
 };
 
 /// Lines over their description: dialog, cells, barcode, staging and spreadsheet, of drafts and of waiting documents.
@@ -63,6 +64,7 @@ class TableLines : public LineRules {
 
   QuantityRange quantities() const override { return description_.quantities; }
   bool priceMayChange() const override { return description_.priceIsTyped; }
+  bool takesNewGoods() const override { return description_.takesNewGoods; }
   bool goodsStandOnce() const override { return description_.repeats == Repeats::Never; }
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                    PickingMemory* memory = nullptr) const override;

@@ -148,6 +148,13 @@ TEST_F(TransferTest, SaveRefusesInOrderAndTestsTheSumOfAGoods) {
   EXPECT_FALSE(rules().save(draft, prompt));
   EXPECT_EQ(prompt.questions.last(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？");
   EXPECT_EQ(lookupNumber("select count(*) from jxc_kcdbd"), 0);
+  // What was agreed to a moment ago is not asked again by the audit that follows at once.
+  setParameter("cs_shdj", 1);
+  prompt.forget();
+  prompt.willSayYes().willSayYes();
+  EXPECT_TRUE(rules().save(draft, prompt).audited);
+  EXPECT_EQ(prompt.questions.size(), 2);
+  EXPECT_EQ(balanceOf("A"), "-1 -1 5");
 }
 
 // Four of ten pieces go at 6 where they cost 5: the sending warehouse keeps its cost, the receiving one takes 6, and

@@ -172,7 +172,7 @@ TEST_F(PrintingTest, UnknownKindsAndLostDocumentsNameTheCompanyOnly) {
 }
 
 TEST_F(PrintingTest, VariablesOfStockDocuments) {
-  execSql("update jxc_goods set g_sj=12.5 where g_sn='A'");
+  execSql("update jxc_goods set g_sj=99 where g_sn='A'");  // it went at the price of its day
   insertRow("jxc_ckxx", {{"ck_sn", u"100002"}, {"ck_name", u"二号店"}});
   insertRow("jxc_kcdbd", {{"gl_djh", u"DB21050310001"},
                           {"ck_out", u"100001"},
@@ -180,13 +180,24 @@ TEST_F(PrintingTest, VariablesOfStockDocuments) {
                           {"u_sn", u"100001"},
                           {"db_dbrq", u"2021-05-03"},
                           {"db_note", u"补货"}});
-  insertRow("jxc_dbsp",
-            {{"gl_djh", u"DB21050310001"}, {"g_sn", u"A"}, {"db_sl", 4.0}, {"db_dj", 8.0}, {"db_zje", 32.0}});
+  insertRow("jxc_dbsp", {{"gl_djh", u"DB21050310001"},
+                         {"g_sn", u"A"},
+                         {"db_sl", 4.0},
+                         {"db_dj", 8.0},
+                         {"db_sj", 12.5},
+                         {"db_zje", 32.0}});
   auto transfer = report(u"kcdbd");
   fillPrintVars(transfer, "DB21050310001", u"kcdb");
   EXPECT_EQ(transfer.variable(u"ckIn"), "'二号店'");
   EXPECT_EQ(transfer.variable(u"yf"), "'伍拾元整'");
   EXPECT_EQ(printLines("DB21050310001", u"DB")[0].number("sjje"), 50);
+  for (const bool seesCost : {true, false}) {
+    session().canSeeCost = seesCost;
+    const report::Report unsaved =
+        draftDocumentReport(families::transfer, DocumentDraft{.number = u"DB21050310001"_qs});
+    EXPECT_EQ(unsaved.variable(u"seesCost"), seesCost ? "1" : "0");
+  }
+  session().canSeeCost = true;
 
   insertRow("jxc_bsd", {{"gl_djh", u"BS21050310001"},
                         {"ck_sn", u"100001"},

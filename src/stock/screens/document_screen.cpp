@@ -362,7 +362,7 @@ void DocumentScreen::addOld() {
 }
 
 void DocumentScreen::enterLenses() {
-  if (settleDate()) showPicked(enterLensSheets(draftRules(), draftPlace(), Lines::Draft, mayMakeGoods()));
+  if (settleDate()) showPicked(enterLensSheets(draftRules(), draftPlace(), Lines::Draft, mayMakeGoods(draftRules().lines())));
 }
 
 void DocumentScreen::importSheet() {
@@ -379,7 +379,8 @@ void DocumentScreen::exportLines() {
   ui::exportSheet(sheet, windowTitle() + u'-' + draft().number, this);
 }
 
-bool DocumentScreen::mayMakeGoods() const {
+bool DocumentScreen::mayMakeGoods(const LineRules& lines) const {
+  if (!lines.takesNewGoods()) return false;
   const Right& right = description_.addGoods ? description_.newGoods.right : document_screen_detail::kGoods;
   return hasRight(right.group, right.position);
 }

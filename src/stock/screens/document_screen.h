@@ -187,7 +187,7 @@ class DocumentScreen : public ui::Screen {
   void tellLeftOff(const CopyResult& picked);
   void lockWarehouse();
   void warehouseChanged();
-  bool mayMakeGoods() const;
+  bool mayMakeGoods(const LineRules& lines) const;
   void reloadWaitingLines();
   void cellChanged(const Row& row, std::string_view column, const QString& text, Lines where);
   bool changeable(const ui::Grid& lines);

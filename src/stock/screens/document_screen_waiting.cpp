@@ -139,7 +139,7 @@ void DocumentScreen::addWaitingLines() {
 void DocumentScreen::enterWaitingLenses() {
   const LinePlace place = waitingPlace();
   if (place.number.isEmpty() || !mayDo(description_.addWaiting)) return;
-  enterLensSheets(waitingRules(), place, Lines::Waiting, mayMakeGoods());
+  enterLensSheets(waitingRules(), place, Lines::Waiting, mayMakeGoods(waitingRules().lines()));
   refreshWaiting(place.number);
 }
 
