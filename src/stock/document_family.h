@@ -35,9 +35,9 @@ struct HeadGoods {
 
 /// The spreadsheet that lines come from.
 struct LineImport {
-  std::string_view title;         // of its dialog; empty: lines are not imported
-  std::string_view templateFile;  // below 模板文件
-  bool needsProduced = false;     // each line must tell its production date
+  std::string_view title;                // of its dialog; empty: lines are not imported
+  std::string_view templateFile;         // below 模板文件
+  bool needsProduced = false;            // each line must tell its production date
   bool hasPrice = true, hasNote = true;  // columns beside goods and quantity
 };
 

@@ -423,8 +423,9 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
             "insert into jxc_kbsp (gl_djh,g_sn,a_name,kb_sl,kb_dj,kb_zje,ck_sn) values (?,?,'admin',1,5,5,'100001')"},
            {&stocktake, "update jxc_kcpd set ck_sn='100001' where gl_djh=?",
             "insert into jxc_kcpdsp (gl_djh,g_sn,a_name,pd_sl,kc_sl,kc_zsl,pd_dj,pd_zje) "
-            "values (?,?,'admin',9,1,1,5,40)"}})
-    expectTrips(9, [&] {
+            "select ?,g_sn,'admin',kc_sl+8,kc_sl,kc_zsl,5,40 from jxc_kcsp where g_sn=? and ck_sn='100001'"}})
+    // A count looks twice whether its goods moved meanwhile: before it asks, and inside.
+    expectTrips(kind.family->isCount() ? 15 : 9, [&] {
       const QString number = test::waitingDocument(*kind.family, date, {{"u_sn", "100001"}}, {});
       execSql(kind.head, number);
       for (const Line& line : lines)
