@@ -19,31 +19,8 @@
 namespace jxc {
 namespace cancelling_detail {
 
+using trading::Head;
 using trading::Rules;
-
-/// What a cancel needs of the head. No name is looked up: an employee or a partner that is gone from his list meanwhile
-/// does not stand against it.
-struct Head {
-  QString number, date, partner, warehouse, checker;
-  QString month() const { return date.left(7); }
-};
-
-/// False: the document is not audited.
-bool readAudited(const DocumentFamily& family, const QString& number, Head& head) {
-  const RowSet rows = openSelect(
-      compose(
-          "select {} as rq,{} as partner,{} as ck,{} as checker from {} where {}=1 and {}=? order by id",
-          {family.date, family.partner, family.warehouse, family.checker, family.head, family.status, family.number}),
-      number);
-  if (rows.isEmpty()) return false;
-  const Row row = rows.front();
-  head = {.number = number,
-          .date = row.text("rq"),
-          .partner = row.text("partner"),
-          .warehouse = row.text("ck"),
-          .checker = row.text("checker")};
-  return true;
-}
 
 /// A document that hangs on this one.
 std::optional<QString> effectElsewhere(const Rules& rules, const QString& number) {
@@ -64,7 +41,7 @@ bool mayGo(const Rules& rules, const QString& number, Head& head, std::optional<
   const DocumentFamily& family = *rules.family;
   if (!cancel_checks::hasCancelRight(family, prompt)) return false;
   if (isRefused(effectElsewhere(rules, number), prompt)) return false;
-  if (!readAudited(family, number, head)) return false;
+  if (!trading::readAudited(rules, number, head)) return false;
   if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
       !cancel_checks::passesGate(number, head.date, prompt) ||
       !cancel_checks::isConfirmed(cancel_checks::usualQuestion(number), prompt, mode))
@@ -167,7 +144,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.
-    if (!readAudited(family, number, head)) return false;
+    if (!trading::readAudited(rules, number, head)) return false;
     changed = effectElsewhere(rules, number);
     if (!changed) {
       const auto now = shortageOf(rules, head);

@@ -78,6 +78,50 @@ const std::string insertSaleReturnRows = ledgerInsert({.family = &families::sale
                                                                      {"gl_sysl", "b.th_sl"},
                                                                      {"id2", "iif(b.id2 is null,0,b.id2)"}}});
 
+/// A column of a head by its family, the name it is read by, and what stands for one that a kind has not.
+struct HeadColumn {
+  std::string_view DocumentFamily::*column;
+  std::string_view name, otherwise = {};
+};
+constexpr HeadColumn kHeadColumns[] = {
+    {&DocumentFamily::number, "djh"},         {&DocumentFamily::date, "rq"},
+    {&DocumentFamily::partner, "partner"},    {&DocumentFamily::checker, "checker"},
+    {&DocumentFamily::note, "note"},          {&DocumentFamily::account, "kmmc"},
+    {&DocumentFamily::settlement, "jsfs"},    {&DocumentFamily::due, "yfje"},
+    {&DocumentFamily::paid, "sfje"},          {&DocumentFamily::invoiceNumber, "fpno"},
+    {&DocumentFamily::invoiceAmount, "fpje"}, {&DocumentFamily::freight, "yf", "0"},
+    {&DocumentFamily::packing, "bzf", "0"},   {&DocumentFamily::freightPayer, "yffs", "''"}};
+
+std::string headColumns(const DocumentFamily& family) {
+  std::string sql = "select a.ck_sn,a.u_sn";
+  for (const auto& [column, name, otherwise] : kHeadColumns)
+    sql += ',' + ((family.*column).empty() ? std::string(otherwise) : compose("a.{}", {family.*column})) +
+           compose(" as {}", {name});
+  return sql;
+}
+
+Head headIn(const Row& row) {
+  return {.number = row.text("djh"),
+          .date = row.text("rq"),
+          .partner = row.text("partner"),
+          .partnerName = {},
+          .warehouse = row.text("ck_sn"),
+          .warehouseName = {},
+          .salesperson = row.text("u_sn"),
+          .salespersonName = {},
+          .checker = row.text("checker"),
+          .note = row.text("note"),
+          .account = row.text("kmmc"),
+          .invoiceNumber = row.text("fpno"),
+          .freightPayer = row.text("yffs"),
+          .due = row.number("yfje"),
+          .paid = row.number("sfje"),
+          .invoiced = row.number("fpje"),
+          .freight = row.number("yf"),
+          .packing = row.number("bzf"),
+          .settlement = static_cast<int>(row.integer("jsfs"))};
+}
+
 // Returns are not joined to their lines: goods move with the ledger row itself.
 constexpr char returnEffects[] = R"(
 select id,g_sn,ck_sn,gl_sl,gl_dj,gl_cbj,id2,gl_sl as moved,gl_kdrq,gl_flag from jxc_goodslist
@@ -91,12 +135,6 @@ const Rules purchaseRules = {
     .freightWord = u"采购单",
     .keepsBalancing = true,
     .auditLog = u"审核采购进货单",
-    .head = R"(
-select a.j_sn as djh,a.j_jhrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
-  a.j_note as note,a.j_kmmc as kmmc,a.j_yfje as yfje,a.j_sfje as sfje,a.j_jsfs as jsfs,a.j_fpno as fpno,a.j_fpje as fpje,
-  a.j_yf as yf,a.j_bzf as bzf,a.j_yffs as yffs
-from jxc_jhd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
-where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.j_sn=? order by a.j_status desc,a.id)",
     .markLines = {"update jxc_jhsp set jh_rksl=jh_sl where j_sn=?",
                   "update jxc_jhsp set id2=id,jh_qxsl=0 where j_sn=?"},
     .insertLedger = insertReceiptRows,
@@ -120,12 +158,6 @@ const Rules purchaseReturnRules = {
     .cashSign = -1,
     .kindText = u"采购退货单",
     .auditLog = u"增加采购退货单",
-    .head = R"(
-select a.gl_djh as djh,a.th_thrq as rq,a.ghs_sn as partner,c.ghs_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
-  a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
-  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs
-from jxc_thd a,jxc_user b,jxc_ghsxx c,jxc_ckxx d
-where a.u_sn=b.u_sn and a.ghs_sn=c.ghs_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
     .insertLedger = insertPurchaseReturnRows,
     .effectRows = returnEffects,
     .outwards = false,
@@ -148,12 +180,6 @@ const Rules saleRules = {
     .freightWord = u"销售单",
     .keepsBalancing = true,
     .auditLog = u"审核销售单",
-    .head = R"(
-select a.gl_djh as djh,a.ls_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
-  a.ls_note as note,a.ls_kmmc as kmmc,a.ls_yfje as yfje,a.ls_sfje as sfje,a.ls_jsfs as jsfs,a.ls_fpno as fpno,
-  a.ls_fpje as fpje,a.ls_yf as yf,a.ls_bzf as bzf,a.ls_yffs as yffs
-from jxc_lsxsd a,jxc_user b,jxc_khxx c,jxc_ckxx d
-where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.ls_status desc,a.id)",
     .markLines = {"update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?",
                   "update jxc_lsxssp set id2=id,ls_qxsl=0 where gl_djh=?"},
     .insertLedger = insertSaleRows,
@@ -181,12 +207,6 @@ const Rules saleReturnRules = {
     .cashSign = 1,
     .kindText = u"顾客退货单",
     .auditLog = u"审核顾客退货单",
-    .head = R"(
-select a.gl_djh as djh,a.th_xsrq as rq,a.kh_sn as partner,c.kh_name as partnername,a.ck_sn,d.ck_name,a.u_sn,b.u_name,
-  a.th_note as note,a.th_kmmc as kmmc,a.th_yfje as yfje,a.th_sfje as sfje,a.th_jsfs as jsfs,a.th_fpno as fpno,
-  a.th_fpje as fpje,0 as yf,0 as bzf,'' as yffs
-from jxc_xsthd a,jxc_user b,jxc_khxx c,jxc_ckxx d
-where a.u_sn=b.u_sn and a.kh_sn=c.kh_sn and a.ck_sn=d.ck_sn and a.gl_djh=? order by a.th_status desc,a.id)",
     .insertLedger = insertSaleReturnRows,
     .effectRows = returnEffects,
     .outwards = true,
@@ -219,27 +239,32 @@ const Rules& saleReturn() {
 }
 
 bool readHead(const Rules& rules, const QString& number, Head& head) {
-  const RowSet rows = openSelect(rules.head, number);
+  const DocumentFamily& family = *rules.family;
+  const LedgerPartner& partner = family.side == PartnerType::Customer ? ledgerCustomers : ledgerSuppliers;
+  const RowSet rows = openSelect(
+      trading_detail::headColumns(family) +
+          compose(
+              ",b.u_name,c.{} as partnername,d.ck_name from {} a,jxc_user b,{} c,jxc_ckxx d where a.u_sn=b.u_sn and "
+              "a.{}=c.{} and a.ck_sn=d.ck_sn and a.{}=? order by a.{} desc,a.id",
+              {partner.name, family.head, partner.table, family.partner, partner.number, family.number, family.status}),
+      number);
   if (rows.isEmpty()) return false;
   const Row row = rows.front();
-  head = {.number = row.text("djh"),
-          .date = row.text("rq"),
-          .partner = row.text("partner"),
-          .partnerName = row.text("partnername"),
-          .warehouse = row.text("ck_sn"),
-          .warehouseName = row.text("ck_name"),
-          .salesperson = row.text("u_sn"),
-          .salespersonName = row.text("u_name"),
-          .note = row.text("note"),
-          .account = row.text("kmmc"),
-          .invoiceNumber = row.text("fpno"),
-          .freightPayer = row.text("yffs"),
-          .due = row.number("yfje"),
-          .paid = row.number("sfje"),
-          .invoiced = row.number("fpje"),
-          .freight = row.number("yf"),
-          .packing = row.number("bzf"),
-          .settlement = static_cast<int>(row.integer("jsfs"))};
+  head = trading_detail::headIn(row);
+  head.partnerName = row.text("partnername");
+  head.warehouseName = row.text("ck_name");
+  head.salespersonName = row.text("u_name");
+  return true;
+}
+
+bool readAudited(const Rules& rules, const QString& number, Head& head) {
+  const DocumentFamily& family = *rules.family;
+  const RowSet rows =
+      openSelect(trading_detail::headColumns(family) + compose(" from {} a where a.{}=1 and a.{}=? order by a.id",
+                                                               {family.head, family.status, family.number}),
+                 number);
+  if (rows.isEmpty()) return false;
+  head = trading_detail::headIn(rows.front());
   return true;
 }
 

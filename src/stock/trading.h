@@ -27,7 +27,6 @@ struct Rules {
   bool keepsBalancing;              // a line of goods "00000000" may stand among its lines
   std::u16string_view auditLog;     // + number + "，共" + n + "种商品"
 
-  const char* head;          // the head with names, columns as in Head
   const char* markLines[2];  // before the ledger is written; the first only while goods move at audit
   std::string insertLedger;  // values: auditor, today, number
   const char* afterLedger;   // may be null
@@ -59,16 +58,19 @@ const Rules& purchaseReturn();
 const Rules& sale();
 const Rules& saleReturn();
 
-/// The head of a trading document with the names that the ledgers copy.
+/// The head of a trading document, with the names that the ledgers copy.
 struct Head {
   QString number, date, partner, partnerName, warehouse, warehouseName, salesperson, salespersonName;
-  QString note, account, invoiceNumber, freightPayer;
+  QString checker, note, account, invoiceNumber, freightPayer;
   double due = 0, paid = 0, invoiced = 0, freight = 0, packing = 0;
   int settlement = 0;
   QString month() const { return date.left(7); }
 };
 /// False: there is no such head, or a name is missing.
 bool readHead(const Rules& rules, const QString& number, Head& head);
+/// The same of an audited document, for its cancel. No name is looked up: an employee or a partner that is gone from
+/// his list meanwhile does not stand against it. False: the document is not audited.
+bool readAudited(const Rules& rules, const QString& number, Head& head);
 
 /// What the ledger rows of a document do to stock, in the order of the rows.
 std::vector<StockEffect> effectsOf(const Rules& rules, const QString& number);
