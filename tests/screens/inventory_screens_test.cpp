@@ -148,7 +148,8 @@ TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
   });
 }
 
-// The program ended over a draft: its lines come back, their warehouse may be chosen once more, and they take its cost.
+// The program ended over a draft: its lines come back, but not the warehouse whose cost they hold. It has to be chosen
+// before they are saved, and they take its cost then.
 TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIsChosen) {
   execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('10000001','100002',9,9,33)");
   open("F_Kcdb", [&](ui::Screen& s) {
@@ -159,10 +160,13 @@ TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIs
   ui::dropScreens();
   open("F_Kcdb", [&](ui::Screen& s) {
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
-    EXPECT_FALSE(s.field("comCk").isReadOnly());
-    choose(s, "comCk", u"分店"_qs);
+    expectNotice(u"请选择调出仓库！"_qs);
+    press(s, "F5");
+    EXPECT_TRUE(s.field("comCk").hasFocus());
     choose(s, "comCk", lookupValue("select ck_name from jxc_ckxx where ck_sn='100001'"));
     EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 40);
+    choose(s, "comCk", u"分店"_qs);
+    EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 33);
     expectQuestion(kLeave, Answer::No);
     press(s, "Esc");
   });

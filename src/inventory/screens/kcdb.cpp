@@ -85,6 +85,7 @@ class TF_Kcdb : public DocumentScreenOver<TransferDraft> {
     draft().into = comCk2.key();
   }
   void focusMissing() override {
+    if (comCk.key().isEmpty()) return comCk.focus();
     if (comCk2.key().isEmpty() || comCk2.key() == comCk.key()) comCk2.focus();
   }
   report::Report draftReport() override {

@@ -259,8 +259,11 @@ void DocumentScreen::initTab() {
     draft().date = dateOfNumber(unsaved);
     recallDraft();
   }
+  // Its head is gone, and with it the warehouse whose figures the lines hold: chosen anew, unless there is only one.
+  const bool choosesAnew = recalled_ && description_.linesHoldWarehouse && comCk.items().size() > 1;
+  if (choosesAnew) draft().warehouse.clear();
   hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved +
-                 (description_.linesHoldWarehouse ? QStringLiteral("，请核对仓库") : QString()));
+                 (choosesAnew ? QStringLiteral("，请选择仓库，商品将按该仓库计价") : QString()));
   hint_->setVisible(!unsaved.isEmpty());
   showDraft();
   fillMore();
@@ -276,7 +279,12 @@ void DocumentScreen::linesChanged() {
 }
 
 void DocumentScreen::lockWarehouse() {
-  if (description_.linesHoldWarehouse) comCk.setReadOnly(!gridLines.isEmpty() && !recalled_);
+  const bool chosenAnew = recalled_ && comCk.items().size() > 1;
+  if (description_.linesHoldWarehouse) comCk.setReadOnly(!gridLines.isEmpty() && !chosenAnew);
+}
+
+void DocumentScreen::focusMissing() {
+  if (comCk.key().isEmpty()) comCk.focus();
 }
 
 /// Only lines that came back after the program was cut off stand here while the warehouse may still be chosen.
@@ -362,7 +370,8 @@ void DocumentScreen::addOld() {
 }
 
 void DocumentScreen::enterLenses() {
-  if (settleDate()) showPicked(enterLensSheets(draftRules(), draftPlace(), Lines::Draft, mayMakeGoods(draftRules().lines())));
+  if (settleDate())
+    showPicked(enterLensSheets(draftRules(), draftPlace(), Lines::Draft, mayMakeGoods(draftRules().lines())));
 }
 
 void DocumentScreen::importSheet() {

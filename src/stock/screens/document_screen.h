@@ -109,7 +109,7 @@ class DocumentScreen : public ui::Screen {
   /// Nothing is left of the draft, or it is left behind.
   virtual void draftGone() {}
   /// Not saved: to the input that it lacks.
-  virtual void focusMissing() {}
+  virtual void focusMissing();
   /// Enter in an empty barcode input.
   virtual void scanDone() { btnOK.setFocus(); }
   virtual LinePlace draftPlace();

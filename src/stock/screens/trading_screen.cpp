@@ -143,7 +143,8 @@ void TradingScreen::draftGone() {
 }
 
 void TradingScreen::focusMissing() {
-  if (partner.key().isEmpty()) partner.focus();
+  if (partner.key().isEmpty()) return partner.focus();
+  DocumentScreenOver::focusMissing();
 }
 
 LinePlace TradingScreen::draftPlace() {
