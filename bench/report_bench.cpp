@@ -13,7 +13,7 @@ namespace report_bench {
 
 Template saleTemplate() {
   Template t;
-  t.groups = {{QStringLiteral("class"), false, false, true}};
+  t.groups = {{.by = QStringLiteral("class")}};
   addBand(t, BandKind::PageHeader, 8).items.push_back(textItem(0, 0, 190, 8, QStringLiteral("销售单 [khName]")));
   addBand(t, BandKind::GroupHeader, 7).items.push_back(textItem(0, 0, 190, 7, QStringLiteral("[class]")));
   Band& row = addBand(t, BandKind::MasterData, 7);

@@ -47,12 +47,15 @@ MAY_INCLUDE = {
 }
 
 # A comment must stand on its own: it gives the reason, it does not send the reader to a paper outside the tree. Paths
-# of one machine and left-over marks have no place either. (Written in pieces, so that this file passes its own check.)
+# of one machine and left-over marks have no place either, nor has a list of truths that nobody can read. (Written in
+# pieces, so that this file passes its own check.)
 UNWANTED = [
     (re.compile(r"\bPart" + r" \d+\.\d+|[Ss]pecif" + r"ication|\bthe sp" + r"ec\b|\bspec" + r"\.md|\.\./sh" + "ared"),
      "refers to a paper outside the tree"),
     (re.compile(r"(?<![\w.])/(?:home|root|Users)/[\w.-]+/"), "a path of one machine"),
     (re.compile(r"\bTO" + r"DO\b|\bFIX" + r"ME\b"), "a left-over mark"),
+    (re.compile(r"^(?!.*\bfor \().*\b(?:true|false), *(?:true|false)\b"),
+     "truths in a list say what they are: by name"),
 ]
 LONGEST = 1000  # lines; beyond that a file has more than one subject
 TABLE_OF_DATA = re.compile(r"table of data", re.IGNORECASE)  # said in its first three lines, a file may be longer

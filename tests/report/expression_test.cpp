@@ -167,7 +167,7 @@ TEST_F(ReportExpression, VariablesThatNameOneAnotherEndInAFault) {
 TEST_F(ReportExpression, SumsKnowTheirRange) {
   rows = rowsOf({"g", "n"}, {{"a", "1"}, {"a", "2"}, {"b", "0.1"}, {"b", "0.2"}, {"b", ""}});
   Template t;
-  t.groups = {{QStringLiteral("g"), false, false, true}};
+  t.groups = {{.by = QStringLiteral("g")}};
   addBand(t, BandKind::MasterData, 10)
       .items.push_back(textItem(0, 0, 190, 10,
                                 QStringLiteral("[n] [Sum(n)] [Sum(n,'report')] [Sum(n,'running')] [Count(n)] "

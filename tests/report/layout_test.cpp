@@ -97,7 +97,7 @@ TEST(ReportLayout, ATitleThatFillsThePageTakesNoColumnHeaderWithIt) {
 
 TEST(ReportLayout, GroupsSumTheirOwnRowsAndRepeatTheirHeaderOnTheNextPage) {
   Template t = smallPage();
-  t.groups = {{text("gc"), false, false, true}, {text("ck"), false, false, false}};
+  t.groups = {{.by = text("gc")}, {.by = text("ck"), .repeatHeader = false}};
   addText(t, BandKind::GroupHeader, 10, "类[gc] 占[round(Sum(n)/Sum(n,'report')*100,0)]%", 0);
   addText(t, BandKind::GroupHeader, 10, "仓[ck]", 1);
   addText(t, BandKind::MasterData, 10, "[GroupLine]/[Line]:[n]");
@@ -123,7 +123,7 @@ TEST(ReportLayout, GroupsSumTheirOwnRowsAndRepeatTheirHeaderOnTheNextPage) {
 
 TEST(ReportLayout, AGroupThatIsKeptTogetherMovesAsOneAndOneStartsItsPage) {
   Template t = smallPage();
-  t.groups = {{text("n>5"), false, true, true}};
+  t.groups = {{.by = text("n>5"), .keepTogether = true}};
   addText(t, BandKind::GroupHeader, 10, "组");
   addText(t, BandKind::MasterData, 10, "行[n]");
   // 1+5 bands, then 1+4: together 11 of 8 that fit.
@@ -136,7 +136,7 @@ TEST(ReportLayout, AGroupThatIsKeptTogetherMovesAsOneAndOneStartsItsPage) {
   EXPECT_EQ(page(pages, 0).size(), 8);
   EXPECT_EQ(page(pages, 0).last(), text("行6"));
 
-  t.groups = {{text("n mod 3"), true, false, true}};
+  t.groups = {{.by = text("n mod 3"), .newPage = true}};
   pages = print(t, numbered(3));
   ASSERT_EQ(pages.count(), 3);
   EXPECT_EQ(page(pages, 2), (QStringList{text("组"), text("行3")}));
@@ -144,7 +144,7 @@ TEST(ReportLayout, AGroupThatIsKeptTogetherMovesAsOneAndOneStartsItsPage) {
 
 TEST(ReportLayout, AHeaderDoesNotStandAloneAtTheFootOfAPage) {
   Template t = smallPage();
-  t.groups = {{text("n>6"), false, false, true}};
+  t.groups = {{.by = text("n>6")}};
   addText(t, BandKind::GroupHeader, 10, "组");
   addText(t, BandKind::MasterData, 10, "行[n]");
   const Pages pages = print(t, numbered(7));  // 7 bands, then a header in the last place
@@ -198,7 +198,6 @@ TEST(ReportLayout, ARollIsAsLongAsItsContents) {
   addText(t, BandKind::PageFooter, 7, "谢谢");
   const Pages pages = print(t, numbered(100));
   ASSERT_EQ(pages.count(), 1);
-  EXPECT_TRUE(pages.isRoll());
   EXPECT_DOUBLE_EQ(pages.size(0).width(), 58);
   EXPECT_NEAR(pages.size(0).height(), 3 + 10 + 100 * 5 + 7 + 3, 0.01);
   // Longer than any printer takes in one go: the next piece.

@@ -48,7 +48,8 @@ Template rich() {
   t.page.columnGap = 2.125;
   t.page.flow = Flow::Across;
   t.fields = {{QStringLiteral("g_name"), QStringLiteral("品名"), QStringLiteral("镜架")}};
-  t.groups = {{QStringLiteral("gc_name & '<'"), true, true, false}, {QStringLiteral("1"), false, false, true}};
+  t.groups = {{.by = QStringLiteral("gc_name & '<'"), .newPage = true, .keepTogether = true, .repeatHeader = false},
+              {.by = QStringLiteral("1")}};
   Band& header = addBand(t, BandKind::GroupHeader, 8.5);
   header.group = 1;
   header.visibleIf = QStringLiteral("a<b");
@@ -61,7 +62,13 @@ Template rich() {
   text.visibleIf = QStringLiteral("x>'1'");
   text.background = text.followHeight = text.wrap = text.shrink = text.grow = true;
   text.hideZero = text.hideRepeated = true;
-  text.font = {QStringLiteral("宋体"), 10.5, true, true, true, true, QColor(9, 8, 7)};
+  text.font = {.family = QStringLiteral("宋体"),
+               .size = 10.5,
+               .bold = true,
+               .italic = true,
+               .underline = true,
+               .strikeOut = true,
+               .colour = QColor(9, 8, 7)};
   text.valign = VAlign::Bottom;
   text.lineSpacing = 1.25;
   text.paddingX = 0;

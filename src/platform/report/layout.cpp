@@ -37,7 +37,6 @@ Layout::Layout(const Report& report, int pages)
       rowCount_(report.rows_.rowCount()),
       across_(page_.columns > 1 && page_.flow == Flow::Across) {
   data_->title = template_.title;
-  data_->roll = page_.roll;
   data_->landscape = page_.landscape && !page_.roll;
   addNames();
   compileBands();

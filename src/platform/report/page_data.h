@@ -53,7 +53,7 @@ struct PictureSource {
 
 struct Pages::Data {
   QString title;
-  bool roll = false, landscape = false;
+  bool landscape = false;
   std::vector<Sheet> sheets;
   std::vector<FontStyle> faces;
   std::vector<Pen> pens;

@@ -51,10 +51,6 @@ QSizeF Pages::size(int page) const {
   return {sheet.width, sheet.height};
 }
 
-bool Pages::isRoll() const {
-  return data_->roll;
-}
-
 bool Pages::isLandscape() const {
   return data_->landscape;
 }

@@ -38,7 +38,6 @@ class Pages {
   QString title() const;
   /// In millimetres, as the reader holds it.
   QSizeF size(int page) const;
-  bool isRoll() const;
   /// The paper is turned on its side to be printed; a form that is wider than high is not.
   bool isLandscape() const;
 
