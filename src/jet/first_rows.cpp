@@ -22,12 +22,22 @@ bool needsAllRows(const FromNode* node) {
   return node->source->derived && needsAllRows(*node->source->derived);
 }
 
-bool needsAllRows(const Query& query) {
-  if (query.selects.size() > 1) return true;
-  const Select& select = *query.selects.front();
-  return (select.distinct && !query.orderBy.empty()) || !select.groupBy.empty() || select.having ||
+bool needsAllRows(const Select& select, bool isSorted) {
+  return (select.distinct && isSorted) || !select.groupBy.empty() || select.having ||
          std::ranges::any_of(select.items, [](const SelectItem& item) { return isAggregate(item.expr); }) ||
          std::ranges::any_of(select.from, [](const FromNode* node) { return needsAllRows(node); });
+}
+
+bool needsAllRows(const Query& query) {
+  return query.selects.size() > 1 || needsAllRows(*query.selects.front(), !query.orderBy.empty());
+}
+
+/// Parts that are merged row by row: each is sorted by itself, and nothing is looked for twice.
+bool isMerged(const Query& query) {
+  return query.selects.size() > 1 && std::ranges::all_of(query.unionAll, [](bool all) { return all; }) &&
+         std::ranges::none_of(query.selects, [&](const Select* part) {
+           return part->top || part->distinct || needsAllRows(*part, !query.orderBy.empty());
+         });
 }
 
 /// The number of a `top`; nothing when the caller gives it.
@@ -43,8 +53,12 @@ std::optional<int> numberOf(const Expr& top) {
 std::optional<std::string> firstRows(std::string_view statement, int rows) {
   Tree tree;
   Parser(statement, tree).parse();
-  if (tree.statement.kind != Statement::Kind::Query || first_rows_detail::needsAllRows(*tree.statement.query))
-    return {};
+  if (tree.statement.kind != Statement::Kind::Query) return {};
+  if (first_rows_detail::isMerged(*tree.statement.query)) {
+    const std::string_view whole = statement.substr(0, statement.find_last_not_of("; \t\r\n") + 1);
+    return "select top " + std::to_string(rows) + " * from (" + std::string(whole) + ") firstrows";
+  }
+  if (first_rows_detail::needsAllRows(*tree.statement.query)) return {};
   const Select& select = *tree.statement.query->selects.front();
   if (select.intoPosition != 0) return {};
   std::string limited(statement);

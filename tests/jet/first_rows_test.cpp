@@ -20,7 +20,12 @@ TEST(FirstRows, OnlyWhatComesSoonerIsAskedForAlone) {
       {"select top 80 n from a", ""},
       {"select top ? n from a", ""},
       {"(select n from a)", "(select top 80 n from a)"},
-      {"select n from a union all select n from b", ""},
+      {"select n from a union select n from b", ""},
+      {"select n from a union all select n from b order by n ; ",
+       "select top 80 * from (select n from a union all select n from b order by n) firstrows"},
+      {"select n from a union all select top 3 n from b", ""},
+      {"select n from a union all select n from b group by n", ""},
+      {"select x.n from (select n from a union all select n from b) x", ""},
       {"select n,count(*) from a group by n", ""},
       {"select sum(n)+1 as s from a", ""},
       // Sums and unions of others are in nobody's way, and neither is a word in a text or a name.
