@@ -28,12 +28,16 @@ void addPeriod(Filter& filter, const Criteria& criteria, std::string_view column
 }
 
 void addKey(Filter& filter, const Criteria& criteria, std::initializer_list<std::string_view> columns) {
+  addKey(filter, criteria, std::vector<std::string>(columns.begin(), columns.end()));
+}
+
+void addKey(Filter& filter, const Criteria& criteria, std::span<const std::string> columns) {
   // Stored texts hold the forms that typed ones were given.
   const QString key = sanitizeKeyword(criteria.key.trimmed());
   if (key.isEmpty()) return;
   Sql any("(");
-  for (const std::string_view column : columns) {
-    if (column != *columns.begin()) any.add(" or ");
+  for (const std::string& column : columns) {
+    if (&column != columns.data()) any.add(" or ");
     if (criteria.exact)
       any.add(compose("{}=?", {column}), key);
     else

@@ -9,6 +9,8 @@
 #include <exception>
 #include <functional>
 #include <initializer_list>
+#include <span>
+#include <string>
 #include <string_view>
 #include <variant>
 
@@ -42,6 +44,7 @@ struct Criteria {
 /// time behind the day.
 void addPeriod(Filter& filter, const Criteria& criteria, std::string_view column);
 /// The key as a part of one of the columns, without regard to case; with `exact` as the whole of one of them.
+void addKey(Filter& filter, const Criteria& criteria, std::span<const std::string> columns);
 void addKey(Filter& filter, const Criteria& criteria, std::initializer_list<std::string_view> columns);
 /// The class and all below it.
 void addClass(Filter& filter, const Criteria& criteria, std::string_view column);

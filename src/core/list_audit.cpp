@@ -16,7 +16,7 @@ constexpr qsizetype kMostTold = 10;  // more do not fit a screen
 /// Keeps what the rows tell. Questions are asked as they come.
 class CollectingPrompt final : public Prompt {
  public:
-  explicit CollectingPrompt(Prompt& asked) : asked_(asked) {}
+  CollectingPrompt(Prompt& asked, const QString& deed) : asked_(asked), deed_(deed) {}
   void startDocument(const QString& number) { number_ = number; }
   void notice(const QString& text) override {
     told_ << (text.contains(number_) ? text : u"单据"_qs + number_ + u"：\r\n\r\n"_qs + text);
@@ -27,12 +27,14 @@ class CollectingPrompt final : public Prompt {
   void tell(const QString& summary) const {
     QStringList texts = told_.mid(0, kMostTold);
     if (!summary.isEmpty()) texts.prepend(summary);
-    if (told_.size() > kMostTold) texts << u"…… 另有%1条提示，请单独审核这些单据。"_qs.arg(told_.size() - kMostTold);
+    if (told_.size() > kMostTold)
+      texts << u"…… 另有%1条提示，请单独%2这些单据。"_qs.arg(told_.size() - kMostTold).arg(deed_);
     if (!texts.isEmpty()) asked_.notice(texts.join(u"\r\n\r\n"_qs));
   }
 
  private:
   Prompt& asked_;
+  const QString deed_;
   QString number_;
   QStringList told_;
 };
@@ -54,11 +56,12 @@ std::optional<int> auditEach(const ListAudit& list, Prompt& prompt) {
   std::stable_sort(rows.begin(), rows.end(),
                    [](const ListedDocument& a, const ListedDocument& b) { return a.id < b.id; });
   int audited = 0;
-  CollectingPrompt collecting(prompt);
+  CollectingPrompt collecting(prompt, list.deed);
   const auto tell = [&](const QString& how) {
-    collecting.tell(list.listed
-                        ? how + u"，共 %1 个单据，\r\n\r\n审核成功 %2 个单据。"_qs.arg(*list.listed).arg(audited)
-                        : QString());
+    collecting.tell(
+        list.listed
+            ? u"%1%2，共 %3 个单据，\r\n\r\n%1成功 %4 个单据。"_qs.arg(list.deed, how).arg(*list.listed).arg(audited)
+            : QString());
   };
   for (const ListedDocument& row : rows) {
     collecting.startDocument(row.number);
@@ -66,13 +69,13 @@ std::optional<int> auditEach(const ListAudit& list, Prompt& prompt) {
       if (list.audit(row, collecting)) ++audited;
     } catch (const std::runtime_error& failure) {
       if (!isOfTheRow(failure)) {
-        tell(u"审核中断"_qs);
+        tell(u"中断"_qs);
         throw;
       }
       collecting.notice(QString::fromUtf8(failure.what()));
     }
   }
-  tell(u"审核完成"_qs);
+  tell(u"完成"_qs);
   return audited;
 }
 

@@ -1,4 +1,5 @@
-// 审核全部: audits the waiting rows of a list, whatever they are: documents, receivables, payments, expenses.
+// 审核全部、取消全部: audits (or cancels) the rows of a list, whatever they are: documents, receivables, payments,
+// expenses.
 #pragma once
 
 #include "core/prompt.h"
@@ -27,6 +28,7 @@ struct ListAudit {
   /// Rows of the list, audited ones too: told at the end with the number of those that were audited now. Nothing: only
   /// what the rows have to say is told.
   std::optional<qsizetype> listed = {};
+  QString deed = QStringLiteral("审核");  // what is done to each
 };
 
 /// Asks, then walks the list. A row that is refused or fails does not stop the others; what they say is told together

@@ -114,7 +114,11 @@ class ReturnRules final : public ReturningRules {
   }
 
  protected:
-  bool mayReturn(const QString&, const Row* head, Prompt& prompt) const override {
+  bool mayReturn(const QString& source, const Row* head, Prompt& prompt) const override {
+    if (refused({{!source.startsWith(u"XS"), u"单据"_qs + source + u"不能退货，只有“XS”开头的单据才能退货！"_qs},
+                 {head && head->flag("ls_dhbz"), u"收银台的销售单请在收银台退货！"_qs}},
+                prompt))
+      return false;
     return head && (head->integer("ls_th") != 1 || prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs));
   }
 };

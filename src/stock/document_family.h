@@ -74,6 +74,7 @@ struct DocumentFamily {
   std::string_view invoiceNumber, invoiceAmount, freight, packing, freightPayer;
 
   Right make, audit, cancel;
+  Right look;  // to look audited ones up, where that is a right of its own: in the enquiry of a side
 
   // words
   std::u16string_view savedLog;      // + number + "，共" + n + "种商品"

@@ -244,7 +244,17 @@ void Screen::present() {
   show();
 }
 
+void Screen::standIn(QWidget& page) {
+  setModal(false);
+  setParent(&page, Qt::Widget);
+  outer_->setContentsMargins(0, 0, 0, 0);
+  page.layout()->addWidget(this);
+  for (std::size_t i = 0; i < commands_.size(); ++i)
+    if (spec_.commands[i].key == "Esc") commands_[i]->button->hide();
+}
+
 void Screen::reject() {
+  if (auto* around = isWindow() ? nullptr : qobject_cast<QDialog*>(window())) return around->reject();
   if (mayLeave()) QDialog::reject();
 }
 
@@ -385,6 +395,7 @@ void Screen::keyPressEvent(QKeyEvent* event) {
 }
 
 void Screen::showEvent(QShowEvent* event) {
+  if (!isWindow()) return QWidget::showEvent(event);  // the screen around it has the room
   // Every screen fits a small display, also at twice the scale; what is larger scrolls inside its grids.
   if (const auto* display = screen()) {
     const QSize room = display->availableSize() - QSize(16, 48);
@@ -562,10 +573,14 @@ Screen& screenNamed(std::string_view name) {
   auto& all = screen_detail::registry();
   const auto known = all.instances.find(name);
   if (known != all.instances.end()) return *known->second;
+  return *all.instances.emplace(std::string(name), std::unique_ptr<Screen>(newScreen(name))).first->second;
+}
+
+Screen* newScreen(std::string_view name) {
+  const auto& all = screen_detail::registry();
   const auto factory = all.factories.find(name);
   if (factory == all.factories.end()) throw std::invalid_argument("no screen \"" + std::string(name) + "\"");
-  auto made = std::unique_ptr<Screen>(factory->second());
-  return *all.instances.emplace(std::string(name), std::move(made)).first->second;
+  return factory->second();
 }
 
 bool openScreen(std::string_view name) {

@@ -90,8 +90,10 @@ class Screen : public QDialog {
   /// Runs the activation and shows the screen until it is left. Whether it was accepted (`accept()`).
   bool showModal();
 
-  /// Activates and shows without waiting: pictures and sweeps of all screens.
+  /// Activates and shows without waiting: pictures and sweeps of all screens, and a screen that stands in another.
   void present();
+  /// Becomes a part of another screen's page: without a window of its own, it is left with the screen around it.
+  void standIn(QWidget& page);
 
   /// The list that the operator is in, or else the first one in sight; null without.
   Grid* gridInSight() const;
@@ -156,7 +158,9 @@ bool isScreenRegistered(std::string_view name);
 std::vector<std::string> registeredScreens();  // sorted by name
 /// The one instance of "F_Cgjh", made on first use. std::invalid_argument for an unknown name.
 Screen& screenNamed(std::string_view name);
-/// The same as its class, for a screen that sets something before it opens another:
+/// One more of the kind, for a screen that stands in another. The caller gives it a place.
+Screen* newScreen(std::string_view name);
+/// The one instance as its class, for a screen that sets something before it opens another:
 /// `screenAs<TF_Cgjh_Sele>("F_Cgjh_Sele")`.
 template <class T>
 T& screenAs(std::string_view name) {

@@ -196,12 +196,19 @@ TEST(Schema, AResetKeepsWhatABusinessBuiltUp) {
   EXPECT_EQ(count(*database, "jxc_khxx"), 2);
 }
 
-TEST(Upgrade, ACurrentDatabaseCostsOneRead) {
+TEST(Upgrade, ACurrentDatabaseCostsOneReadAndGainsTheIndexesThatCameSince) {
   const auto database = freshSet();
   database->execute("update jxc_xtcs set cs_employdate='2021-07-15'");
   Recorder recorder(*database);
   upgradeSchema(recorder);
-  EXPECT_THAT(recorder.statements, testing::ElementsAre("select cs_employdate from jxc_xtcs"));
+  EXPECT_THAT(recorder.statements,
+              testing::ElementsAre("select cs_employdate from jxc_xtcs",
+                                   "create index [ix_khjh_jh_status_jh_rq] on [jxc_khjh] (jh_status,jh_rq)"));
+
+  for (const char* lacking : {"drop index ix_khjh_jh_status_jh_rq", "drop index ix_kcdbd_db_status_db_dbrq"})
+    database->execute(lacking);
+  upgradeSchema(*database);
+  EXPECT_THROW(database->execute("create index ix_kcdbd_db_status_db_dbrq on jxc_kcdbd (db_status)"), DbError);
 }
 
 TEST(Upgrade, ANewDatabaseWalksTheWholeLadder) {

@@ -4,6 +4,7 @@
 #include "platform/sheet/sheet_writer.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
+#include "stock/screens/document_screen.h"
 #include "stock/screens/line_import_screen.h"
 
 #include <QTemporaryDir>
@@ -108,10 +109,27 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
     expectQuestion(auditQuestion(number), Answer::Yes);
     press(s, "F6");
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+    EXPECT_EQ(rows("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn='10000001' order by ck_sn"),
+              "100001 1 1 40 | 100002 4 4 40");
+    EXPECT_EQ(rows("select db_status,ck_out,ck_in,db_note from jxc_kcdbd"), "1 100001 100002 补货");
+
+    // The third panel is a screen of its own inside this one: its keys are its own, and Esc leaves both.
+    s.findChild<QTabWidget*>()->setCurrentIndex(2);
+    ui::Screen& list = *static_cast<DocumentScreen&>(s).audited();
+    ASSERT_EQ(list.grid("gridDj").currentText("djh"), number);
+    EXPECT_EQ(list.grid("gridDj").currentText("ck_in"), "分店");
+    EXPECT_EQ(list.grid("gridDjMx").currentNumber("gl_sl"), 4);
+    EXPECT_FALSE(s.command("btnOK").isVisible() || list.command("btnCancel").isVisible());
+    expectQuestion(u"您的操作将取消当前选中的已审核单据："_qs + number + u"，确认吗？"_qs, Answer::Yes);
+    press(list, "F6");
+    EXPECT_TRUE(list.grid("gridDj").isEmpty() && list.grid("gridDjMx").isEmpty());
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
+    s.findChild<QTabWidget*>()->setCurrentIndex(2);
+    press(list, "Esc");
+    EXPECT_FALSE(s.isVisible());
   });
-  EXPECT_EQ(rows("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn='10000001' order by ck_sn"),
-            "100001 1 1 40 | 100002 4 4 40");
-  EXPECT_EQ(rows("select db_status,ck_out,ck_in,db_note from jxc_kcdbd"), "1 100001 100002 补货");
+  EXPECT_EQ(rows("select kc_sl,kc_zsl from jxc_kcsp where g_sn='10000001' and kc_sl<>0"), "5 5");
 }
 
 // A branch that sees only its own goods sends them to any other. It does not see cost: neither on the screen nor from a

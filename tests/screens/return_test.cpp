@@ -4,6 +4,7 @@
 #include "sales/sale.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
+#include "ui/enquiry_screen.h"
 
 namespace jxc::test {
 namespace return_screen_test {
@@ -143,6 +144,74 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
   EXPECT_EQ(stockOf("B"), 0);
   EXPECT_EQ(lookupNumber("select th_sfje from jxc_thd"), -240);
   EXPECT_EQ(lookupValue("select j_th from jxc_jhd"), "1");
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
+  const QString unpaid = write(receipt::rules(), 1, 30);
+  const auto stand = [](ui::Grid& list, const QString& number) {
+    list.waitLoaded();
+    const auto rows = list.shownRows();
+    for (std::size_t row = 0; row < rows.size(); ++row)
+      if (rows[row].text("djh") == number) return list.selectRow(static_cast<int>(row));
+    ADD_FAILURE() << number.toStdString() << " is not listed";
+  };
+  open("F_Jthcx", [&](ui::Screen& s) {
+    ui::Grid& list = s.grid("gridDj");
+    EXPECT_EQ(list.sum("yfje"), 480);
+    check(s, "chkQk", true);
+    list.waitLoaded();
+    ASSERT_EQ(list.rowCount(), 1);
+    EXPECT_EQ(list.currentNumber("wfje"), 50);
+    expectScreen("F_Yfkgl_Fk", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tje").number(), 50);
+      press(form, "F5");
+    });
+    press(s, "F8");
+    list.waitLoaded();
+    EXPECT_TRUE(list.isEmpty());
+    check(s, "chkQk", false);
+    stand(list, unpaid);
+    expectNotice(QStringLiteral("该单据不欠款，不需要付款！"));
+    press(s, "F8");
+
+    expectScreen("F_Cgth", [&](ui::Screen& back) {
+      EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
+      EXPECT_TRUE(back.field("tghs").isReadOnly());
+      EXPECT_FALSE(back.findChild<QWidget*>("lHint")->isVisible());
+      expectSaved("进退货查询");
+      press(back, "F5");
+      press(back, "Esc");
+    });
+    press(s, "F9");
+    stand(list, unpaid);
+    EXPECT_EQ(list.currentNumber("j_th"), 1);
+    expectNotice(QStringLiteral("该单据已经进行过整单退货，不能重复退货！"));
+    press(s, "F9");
+    const QString back = lookupValue("select gl_djh from jxc_thd");
+    stand(list, back);
+    EXPECT_EQ(list.currentNumber("yfje"), -80);
+    expectNotice(u"单据"_qs + back + u"不能退货，只有“CJ”开头的单据才能退货！"_qs);
+    press(s, "F9");
+  });
+  open("F_Xsdjcx", [&](ui::Screen& s) {
+    stand(s.grid("gridDj"), sold);
+    expectScreen("F_Xsth", [&](ui::Screen& back) {
+      EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
+      expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::Cancel);
+      press(back, "Esc");
+      expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::No);
+      press(back, "Esc");
+    });
+    press(s, "F9");
+    static_cast<ui::EnquiryScreen&>(s).showView("gridRq");
+    s.grid("gridRq").waitLoaded();
+    EXPECT_EQ(s.grid("gridRq").sum("zje"), 400);
+    static_cast<ui::EnquiryScreen&>(s).follow();
+    s.grid("gridDj").waitLoaded();
+    EXPECT_EQ(s.grid("gridDj").currentText("djh"), sold);
+  });
+  EXPECT_EQ(rows("select ls_th,ls_fdmc from jxc_lsxsd"), "0 ");
   EXPECT_EQ(brokenInvariants(), QStringList());
 }
 

@@ -63,12 +63,19 @@ constexpr IndexDefinition list[] = {
     {"jxc_rkd", "gl_djh"},
     {"jxc_ckd", "gl_djh"},
     {"jxc_kcdbd", "gl_djh"},
+    {"jxc_kcdbd", "db_status,db_dbrq"},
     {"jxc_kcpd", "gl_djh"},
+    {"jxc_kcpd", "pd_status,pd_rq"},
     {"jxc_bsd", "gl_djh"},
+    {"jxc_bsd", "bs_status,bs_bsrq"},
     {"jxc_byd", "gl_djh"},
+    {"jxc_byd", "by_status,by_byrq"},
     {"jxc_cfd", "gl_djh"},
+    {"jxc_cfd", "cf_status,cf_cfrq"},
     {"jxc_kbd", "gl_djh"},
+    {"jxc_kbd", "kb_status,kb_kbrq"},
     {"jxc_khjh", "gl_djh"},
+    {"jxc_khjh", "jh_status,jh_rq"},
     {"jxc_dhd", "gl_djh"},
 
     // Lines of a document.
@@ -139,6 +146,9 @@ constexpr IndexDefinition list[] = {
     {"jxc_log", "log_time"},
 };
 
+/// The one that came last to the list.
+constexpr IndexDefinition newest = {"jxc_khjh", "jh_status,jh_rq"};
+
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
   name += '_';
@@ -151,6 +161,18 @@ void create(Database& database, const IndexDefinition& index, std::string_view s
   const std::string table = std::string(index.table).append(suffix);
   database.execute("create index [" + indexName(index, suffix) + "] on [" + table + "] (" + std::string(index.columns) +
                    ")");
+}
+
+/// False: it is there already.
+bool createMissing(Database& database, const IndexDefinition& index) {
+  Transaction one(database);  // inside another one a savepoint: a failed statement leaves that usable
+  try {
+    create(database, index, {});
+  } catch (const DbError&) {
+    return false;
+  }
+  one.commit();
+  return true;
 }
 
 }  // namespace indexes_detail
@@ -167,16 +189,13 @@ void createIndexes(Database& database, std::string_view table, std::string_view 
 
 void createMissingIndexes(Database& database) {
   Transaction all(database);
-  for (const IndexDefinition& index : indexes_detail::list) {
-    Transaction one(database);  // a savepoint: a failed statement leaves the outer transaction usable
-    try {
-      indexes_detail::create(database, index, {});
-      one.commit();
-    } catch (const DbError&) {
-      // There already.
-    }
-  }
+  for (const IndexDefinition& index : indexes_detail::list)
+    indexes_detail::createMissing(database, index);
   all.commit();
+}
+
+void createNewIndexes(Database& database) {
+  if (indexes_detail::createMissing(database, indexes_detail::newest)) createMissingIndexes(database);
 }
 
 }  // namespace jxc::schema

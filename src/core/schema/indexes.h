@@ -20,5 +20,7 @@ std::span<const IndexDefinition> indexes();
 void createIndexes(Database& database, std::string_view table, std::string_view suffix = {});
 /// Makes those indexes of any table that an older database lacks.
 void createMissingIndexes(Database& database);
+/// The same where the index that came last to the list is missing; a set that has it has them all.
+void createNewIndexes(Database& database);
 
 }  // namespace jxc::schema

@@ -108,7 +108,7 @@ void upgradeSchema(Database& database) {
     for (const schema::UpgradeBlock& block : step.blocks)
       upgrade_detail::perform(database, block);
   }
-  if (!changed) return;
+  if (!changed) return schema::createNewIndexes(database);
   for (const std::string_view name : schema::companionTables()) {
     if (!upgrade_detail::hasColumn(database, name, "id")) createTable(database, name);
   }

@@ -26,12 +26,14 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace jxc {
 namespace document_screen_detail {
 
 constexpr int kDraftPanel = 0;
 constexpr int kWaitingPanel = 1;
+constexpr int kAuditedPanel = 2;
 constexpr Right kGoods = {"qtcz", 1};
 
 bool isBarcode(const QString& code) {
@@ -59,8 +61,10 @@ void refuseLoose(const DocumentScreenSpec& spec) {
   together(has("tSptm"), has("btnPanel"), "tSptm goes with btnPanel");
   together(has("btnAddNew"), spec.addGoods != nullptr, "btnAddNew goes with addGoods");
   together(has("btnImport") || has("btnInOut"), !spec.importScreen.empty(), "btnImport goes with importScreen");
+  together(!spec.auditedList.empty(), !spec.auditedTitle.empty(), "auditedList goes with auditedTitle");
   together(has("btnTab2Import"), !spec.importScreen.empty(), "btnTab2Import goes with importScreen");
-  for (const std::string_view opened : {spec.pickScreen, spec.lineScreen, spec.auditScreen, spec.importScreen})
+  for (const std::string_view opened :
+       {spec.pickScreen, spec.lineScreen, spec.auditScreen, spec.importScreen, spec.auditedList})
     if (!opened.empty() && !ui::isScreenRegistered(opened))
       throw std::invalid_argument(std::string(spec.screen.name) + ": no screen \"" + std::string(opened) + "\"");
 }
@@ -81,6 +85,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRul
   document_screen_detail::refuseLoose(spec);
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
+  if (!spec.auditedList.empty()) panels_.page("cxTab3", ui::qs(spec.auditedTitle));
   panel().buttons(spec.saveRow);
   for (const std::string_view name : spec.notYet)
     command(name).setVisible(false);
@@ -195,13 +200,23 @@ void DocumentScreen::bindPanels() {
     btnOK.setVisible(panel == document_screen_detail::kDraftPanel);
     command("btnPrin").setVisible(panel == document_screen_detail::kDraftPanel && mayPrintUnsaved());
     if (!isVisible()) return;
-    if (panel == document_screen_detail::kWaitingPanel) {
+    if (panel == document_screen_detail::kAuditedPanel) {
+      showAudited();
+    } else if (panel == document_screen_detail::kWaitingPanel) {
       refreshWaiting();
       gridWaiting.focusRows();
     } else {
       focusDraft();
     }
   });
+}
+
+void DocumentScreen::showAudited() {
+  if (!audited_) {
+    audited_ = ui::newScreen(description_.auditedList);
+    audited_->standIn(*panels_.tabs()->widget(document_screen_detail::kAuditedPanel));
+  }
+  audited_->present();
 }
 
 void DocumentScreen::bindPrinting() {

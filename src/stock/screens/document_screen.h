@@ -1,4 +1,5 @@
-// 单据屏幕: the screen of a document: a new one on the first panel, those that wait for audit on the second. What a
+// 单据屏幕: the screen of a document: a new one on the first panel, those that wait for audit on the second, audited ones
+// on a third where it names their list. What a
 // trading document has beside (partner, money, whole return) is in trading_screen.h.
 #pragma once
 
@@ -28,6 +29,8 @@ class ScanCatcher;
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
   std::string_view draftTitle, waitingTitle;  // the two panels
+  // The list that stands on a third one, an enquiry by its name: "F_Kcdb_Djcx"; and what that panel is called.
+  std::string_view auditedList = {}, auditedTitle = {};
   std::string_view employeeFlag;              // duty of the salespersons offered: "u_cg"
   std::string_view numberInput = "jsn";
   std::string_view auditCommand = "btnRChk", deleteCommand = "btn_Dele";
@@ -77,6 +80,8 @@ class DocumentScreen : public ui::Screen {
   void initTab();
   /// Reads the waiting list anew, standing on this document.
   void refreshWaiting(const QString& number = {});
+  /// The list of the third panel, made when that is first seen; null before, and where there is none.
+  ui::Screen* audited() const { return audited_; }
 
  protected:
   /// `known`: names of further parts that the derived screen reads or binds.
@@ -177,6 +182,7 @@ class DocumentScreen : public ui::Screen {
   void focusDraft();
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
+  void showAudited();
   void addScanner();
   void addScanOptions();
   void addSheetMenu();
@@ -197,6 +203,7 @@ class DocumentScreen : public ui::Screen {
   const DocumentRules& rules_;
   bool inBatch_ = false;  // several documents are printed one after another: the form is not asked for each
   ui::Panel panels_;
+  ui::Screen* audited_ = nullptr;
   QLabel* hint_ = nullptr;
   ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options
   QAction* onceOnly_ = nullptr;

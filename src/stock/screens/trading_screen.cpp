@@ -11,6 +11,7 @@
 #include <array>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace jxc {
@@ -191,6 +192,25 @@ void TradingScreen::returnWhole() {
     draft() = *whole;
     showDraft();
   }
+}
+
+bool TradingScreen::returnDocument(const QString& source, Prompt& asked) {
+  if (refused({{!unsavedDraft(rules().family()).isEmpty(), u"请先保存本次的退货单据！"_qs}}, asked)) return false;
+  prepared_ = rules().returnWhole(source, rules().fresh({}), asked);
+  if (!prepared_) return false;
+  showModal();
+  return true;
+}
+
+void TradingScreen::beginDraft(const QString& lastDate) {
+  isPrepared_ = prepared_.has_value();
+  if (!isPrepared_) return DocumentScreenOver::beginDraft(lastDate);
+  draft() = *std::exchange(prepared_, std::nullopt);
+}
+
+/// What was made ready has its lines already: it is not one that was cut off.
+QString TradingScreen::findUnsaved() const {
+  return isPrepared_ ? QString() : DocumentScreenOver::findUnsaved();
 }
 
 bool TradingScreen::keyPressed(QKeyEvent& event) {

@@ -38,10 +38,16 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
   ui::Field& comJsfs = field("comJsfs");
   ui::Field& comYhzh = field("comYhzh");
 
+  /// Opens on a return of this whole document, with the partner, warehouse and lines of it. Told and refused at
+  /// `asked` when it cannot go back, or when a return that was begun waits to be saved. Whether the screen was opened.
+  bool returnDocument(const QString& source, Prompt& asked);
+
  protected:
   bool keyPressed(QKeyEvent& event) override;
   void fillLists() override;
   void showByParameters() override;
+  void beginDraft(const QString& lastDate) override;
+  QString findUnsaved() const override;
   void recallDraft() override { rules().recallReturned(draft()); }
   void showDraft() override;
   void collect() override;
@@ -61,6 +67,8 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
   void returnWhole();
 
   const TradingScreenSpec trading_;
+  std::optional<TradingDraft> prepared_;  // what the screen opens on
+  bool isPrepared_ = false;               // the draft is that
 };
 
 }  // namespace jxc

@@ -1,0 +1,71 @@
+// 单据列表: documents of any kinds as one list, audited ones and those that wait: heads, their lines, and what is done
+// with them from there.
+#pragma once
+
+#include "core/enquiry.h"
+#include "core/fillers.h"
+#include "core/prompt.h"
+#include "stock/document_family.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace jxc {
+
+/// Boxes of a list's criteria: only what is not paid yet; waiting documents too; only those.
+inline constexpr unsigned kUnpaidOnly = 1, kWaitingToo = 2, kWaitingOnly = 4;
+/// An order of a list, and the day that its period means then: by the day of audit in place of the document's own.
+inline constexpr const char16_t* kByAudit = u"chkrq";
+
+using Families = std::span<const DocumentFamily* const>;
+
+/// Heads of the families, each kind only for who has one of its rights. Asked for by period, key (number, partner,
+/// note, original number), warehouse (either one of a transfer), kind (the prefix), partner, employee, document and
+/// boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核", "待审核"), rq, ghs_sn, ghs_name, ck_name, ck_in
+/// (where a transfer goes), zg_name and zg_sl (what a split takes apart or a bundle becomes), u_name, dnote, a_name,
+/// checker, chkrq, j_sn2 (the partner's number), fpno, j_th (it went back as a whole), rowkey; yuan: yfje, sfje, yhje,
+/// hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje (worth: what is due, or the sum of the lines).
+/// Amounts are null for who must not see prices (cost, where goods were bought or move within the house); those of
+/// returns are negative, as their heads keep them.
+Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses);
+
+/// The lines of the same documents, with the same conditions, called as the ledger calls them: gl_kdrq, gl_djh, gl_dj,
+/// gl_sl, gl_je, gl_taxje, gl_zje (of returns negative), gl_bz; zmsl and cysl are book and difference of a count, ck_in
+/// the other warehouse of a line, lid its id.
+Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses);
+
+/// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
+bool maySeeDocuments(const DocumentFamily& family);
+/// "采购进货", "库存调拨" …
+QString kindWord(const DocumentFamily& family);
+/// What a list of kinds offers: all that the operator may see, and each.
+std::vector<ListItem> listedKinds(Families families);
+/// The number of a document of these families that the operator may look at, typed or scanned; otherwise says that
+/// there is none.
+std::optional<QString> findListed(Families families, const QString& typed, Prompt& prompt);
+
+/// Takes the audit of a document back (`cancelDocument`); one that waits is refused. True: it is cancelled.
+bool cancelListed(const QString& number, Prompt& prompt);
+/// Asks once, then cancels all of them, the last one posted first, and tells all refusals at the end, a missing right
+/// once for each kind. The number of those that were cancelled; nothing: the operator said no.
+std::optional<int> cancelAllListed(std::span<const QString> numbers, Prompt& prompt);
+
+/// A set of families that an enquiry lists.
+template <const DocumentFamily&... Family>
+struct DocumentSet {
+  static constexpr std::array<const DocumentFamily*, sizeof...(Family)> families{&Family...};
+  static constexpr bool isOne = sizeof...(Family) == 1;
+  static Sql documents(const Criteria& criteria, const Warehouses& warehouses) {
+    return listedDocuments(families, criteria, warehouses);
+  }
+  static Sql lines(const Criteria& criteria, const Warehouses& warehouses) {
+    return listedLines(families, criteria, warehouses);
+  }
+  static std::vector<ListItem> kinds() { return listedKinds(families); }
+};
+
+}  // namespace jxc

@@ -1,0 +1,321 @@
+// 单据查询 through its window: one document of each of the twelve kinds is found, looked at, previewed and cancelled;
+// who sees what; numbers that are scanned.
+#include "stock/document_list.h"
+
+#include "core/program_directory.h"
+#include "core/statements.h"
+#include "harness/invariants.h"
+#include "harness/waiting_document.h"
+#include "output/screens/print_outlet.h"
+#include "output/templates.h"
+#include "screens/harness/trading_test.h"
+#include "stock/document.h"
+#include "stock/posting.h"
+
+#include <QTemporaryDir>
+
+namespace jxc::test {
+namespace document_list_test {
+
+using namespace families;  // NOLINT(google-build-using-namespace): inside this file's own namespace
+
+/// Ten frames "A" at 5 yuan in the main shop, and one audited document of each kind, a day each from 1 to 12 May.
+class DocumentListTest : public TradingScreenTest {
+ protected:
+  DocumentListTest() {
+    setClock(QStringLiteral("2021-05-20 10:00:00"));
+    setProgramDirectory(home_.path());
+    bringTemplates();
+    addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5});
+    addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 1});
+    execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+    printOutlet().preview = [this](const report::Pages& pages, QWidget*) {
+      seen_ += !pages.find(u"镜"_qs).empty();
+    };
+  }
+  ~DocumentListTest() override {
+    restorePrintOutlet();
+    setProgramDirectory({});
+  }
+
+  static QString customer() { return lookupValue("select top 1 kh_sn from jxc_khxx order by id"); }
+
+  QString make(const DocumentFamily& family, const char* day, Fields head, std::initializer_list<Fields> lines) {
+    const QString number = waitingDocument(family, QStringLiteral("2021-05-") + QString::fromLatin1(day), head, lines);
+    EXPECT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited) << number.toStdString();
+    return number;
+  }
+  void makeAll() {
+    const QString partner = customer();
+    const Field main{"ck_sn", u"100001"};
+    all_ = {
+        make(purchaseReceipt, "01",
+             {main,
+              {"ghs_sn", u"100001"},
+              {"j_yfje", 50.0},
+              {"j_yhje", 0.0},
+              {"j_hkje", 0.0},
+              {"j_sfje", 20.0},
+              {"j_jsfs", 1},
+              {"j_kmmc", u"现金"},
+              {"j_note", u"首批"},
+              {"j_sn2", u"GH-7"},
+              {"j_crk", 1}},
+             {{{"g_sn", u"A"},
+               {"jh_dj", 5.0},
+               {"jh_sl", 10.0},
+               {"jh_je", 50.0},
+               {"jh_tax", 0.0},
+               {"jh_taxdj", 5.0},
+               {"jh_taxje", 0.0},
+               {"jh_zje", 50.0},
+               {"jh_rksl", 10.0},
+               {"jh_qxsl", 0.0},
+               {"jh_dzl", 1.0}}}),
+        make(purchaseReturn, "02",
+             {main,
+              {"ghs_sn", u"100001"},
+              {"th_yfje", -5.0},
+              {"th_hkje", 0.0},
+              {"th_sfje", 0.0},
+              {"th_jsfs", 1},
+              {"th_kmmc", u"现金"},
+              {"th_note", u""}},
+             {{{"g_sn", u"A"},
+               {"th_dj", 5.0},
+               {"th_sl", 1.0},
+               {"th_je", 5.0},
+               {"th_tax", 0.0},
+               {"th_taxdj", 5.0},
+               {"th_taxje", 0.0},
+               {"th_zje", 5.0},
+               {"th_dzl", 1.0},
+               {"id2", 0}}}),
+        make(sale, "03",
+             {main,
+              {"kh_sn", partner},
+              {"ls_yfje", 24.0},
+              {"ls_yhje", 0.0},
+              {"ls_hkje", 0.0},
+              {"ls_sfje", 24.0},
+              {"ls_jsfs", 0},
+              {"ls_kmmc", u"现金"},
+              {"ls_note", u""},
+              {"ls_crk", 1},
+              {"ls_dhbz", 0}},
+             {{{"g_sn", u"A"},
+               {"ls_dj", 12.0},
+               {"ls_sl", 2.0},
+               {"ls_je", 24.0},
+               {"ls_cbj", 5.0},
+               {"ls_zcb", 10.0},
+               {"ls_tax", 0.0},
+               {"ls_taxdj", 12.0},
+               {"ls_taxje", 0.0},
+               {"ls_lsj", 12.0},
+               {"ls_zje", 24.0},
+               {"ls_cksl", 2.0},
+               {"ls_qxsl", 0.0},
+               {"ls_dzl", 1.0},
+               {"t_zp", u"(赠品)"}}}),
+        make(saleReturn, "04",
+             {main,
+              {"kh_sn", partner},
+              {"th_yfje", -12.0},
+              {"th_hkje", 0.0},
+              {"th_sfje", -12.0},
+              {"th_jsfs", 0},
+              {"th_kmmc", u"现金"},
+              {"th_note", u""}},
+             {{{"g_sn", u"A"},
+               {"th_dj", 12.0},
+               {"th_sl", 1.0},
+               {"th_je", 12.0},
+               {"th_tax", 0.0},
+               {"th_taxdj", 12.0},
+               {"th_taxje", 0.0},
+               {"th_zje", 12.0},
+               {"th_dzl", 1.0},
+               {"th_cbj", 5.0},
+               {"th_zcb", 5.0},
+               {"th_lsj", 12.0},
+               {"id2", 0}}}),
+        make(transfer, "05", {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}},
+             {{{"g_sn", u"A"}, {"db_sl", 2.0}, {"db_dj", 5.0}, {"db_zje", 10.0}}}),
+        make(loss, "06", {main, {"bs_note", u"破损"}},
+             {{{"g_sn", u"A"}, {"bs_sl", 1.0}, {"bs_dj", 5.0}, {"bs_zje", 5.0}, {"bs_note", u""}}}),
+        make(overflow, "07", {main, {"by_note", u""}},
+             {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 1.0}, {"by_zje", 3.0}, {"by_note", u""}}}),
+        make(split, "08", {main, {"g_sn", u"A"}, {"cf_sl", 1.0}, {"cf_cbj", 5.0}, {"cf_note", u""}},
+             {{{"g_sn", u"B"}, {"cf_sl", 5.0}, {"cf_dj", 1.0}, {"cf_zje", 5.0}, {"ck_sn", u"100001"}}}),
+        make(bundle, "09", {main, {"g_sn", u"A"}, {"kb_sl", 1.0}, {"kb_cbj", 5.0}, {"kb_note", u""}},
+             {{{"g_sn", u"B"}, {"kb_sl", 5.0}, {"kb_dj", 1.0}, {"kb_zje", 5.0}, {"ck_sn", u"100001"}}}),
+        make(loan, "10", {main, {"kh_sn", partner}, {"jh_flag", u"jh"}, {"jh_note", u""}},
+             {{{"g_sn", u"A"},
+               {"jh_dj", 5.0},
+               {"jh_zje", 10.0},
+               {"jh_sl", 2.0},
+               {"jh_sl2", 2.0},
+               {"jh_hhsl", 0.0},
+               {"jh_xssl", 0.0},
+               {"jh_yj", 0.0},
+               {"jh_yj2", 0.0},
+               {"jh_zj", 0.0},
+               {"jh_flag", u"借货"}}}),
+        makeLoanReturn(),
+        make(stocktake, "12", {main, {"pd_note", u""}},
+             {{{"g_sn", u"A"}, {"pd_sl", 3.0}, {"kc_sl", 4.0}, {"kc_zsl", 4.0}, {"pd_dj", 5.0}, {"pd_zje", -5.0}}})};
+    ASSERT_EQ(brokenInvariants(), QStringList());
+  }
+  static QString makeLoanReturn() {
+    const QString number = waitingDocument(loanReturn, u"2021-05-11"_qs,
+                                           {{"ck_sn", u"100001"},
+                                            {"kh_sn", customer()},
+                                            {"jh_flag", u"hh"},
+                                            {"jh_note", u""},
+                                            {"jh_status", 1},
+                                            {"jh_checker", u"admin"}},
+                                           {{{"g_sn", u"A"},
+                                             {"jh_dj", 5.0},
+                                             {"jh_zje", 5.0},
+                                             {"jh_sl", 2.0},
+                                             {"jh_hhsl", 1.0},
+                                             {"jh_xssl", 0.0},
+                                             {"jh_zzj", 0.0},
+                                             {"jh_kmmc", u"现金"},
+                                             {"jh_flag", u"还货"}}});
+    execSql("update jxc_khjhsp set id2=? where gl_djh=?",
+            lookupNumber("select id2 from jxc_khjhsp where jh_flag='借货'"), number);
+    postLoanReturn(number);
+    return number;
+  }
+  /// "number kind state amount open" of the rows in sight.
+  static QStringList listed(ui::Grid& list, std::initializer_list<const char*> columns) {
+    list.waitLoaded();
+    QStringList rows;
+    for (const Row& row : list.shownRows()) {
+      QStringList cells;
+      for (const char* column : columns)
+        cells << row.text(column);
+      rows << cells.join(u' ');
+    }
+    return rows;
+  }
+
+  QTemporaryDir home_;
+  std::vector<QString> all_;
+  int seen_ = 0;
+};
+
+TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
+  makeAll();
+  open("F_Djcx", [&](ui::Screen& s) {
+    ui::Grid& list = s.grid("gridDj");
+    // The latest first; amounts as their heads keep them, or what the lines are worth.
+    EXPECT_EQ(
+        listed(list, {"gtype", "zt", "rq", "zje", "wfje"}),
+        QStringList({"库存盘点 已审核 2021-05-12 -5 ", "客户还货 已审核 2021-05-11 5 ",
+                     "客户借货 已审核 2021-05-10 10 ", "商品捆绑 已审核 2021-05-09 5 ", "商品拆分 已审核 2021-05-08 5 ",
+                     "商品报溢 已审核 2021-05-07 3 ", "商品报损 已审核 2021-05-06 5 ", "库存调拨 已审核 2021-05-05 10 ",
+                     "顾客退货 已审核 2021-05-04 -12 0", "商品销售 已审核 2021-05-03 24 0",
+                     "采购退货 已审核 2021-05-02 -5 -5", "采购进货 已审核 2021-05-01 50 30"}));
+    for (auto number = all_.rbegin(); number != all_.rend(); ++number) {
+      SCOPED_TRACE(number->toStdString());
+      choose(s, "comLx", kindWord(*findFamily(QStringView(*number))));
+      ASSERT_EQ(listed(list, {"djh"}), QStringList(*number));
+      const Row document = *list.current();
+      ui::Grid& lines = s.grid("gridDjMx");
+      lines.waitLoaded();
+      ASSERT_EQ(lines.rowCount(), 1);
+      EXPECT_NEAR(lines.rows()[0].number("gl_zje"), document.number("zje"), 1e-9);
+      list.focusRows();
+      press(s, "Return");
+      expectScreen("F_Yltx", [&](ui::Screen& preview) { EXPECT_GT(preview.grids().front()->rowCount(), 0); });
+      click(s, "btn_Preview");
+      EXPECT_EQ(list.currentText("zt"), u"已审核");
+      const QString question = findFamily(QStringView(*number)) == &stocktake
+                                   ? u"您的操作将取消当前的单据，确认吗？"_qs
+                                   : u"您的操作将取消当前选中的已审核单据："_qs + *number + u"，确认吗？"_qs;
+      expectQuestion(question, Answer::No);
+      press(s, "F6");
+      expectQuestion(question, Answer::Yes);
+      press(s, "F6");
+      // It waits from now on; a loan that came back does not, it is gone.
+      const bool isGone = findFamily(QStringView(*number)) == &loanReturn;
+      EXPECT_EQ(listed(list, {"zt"}), isGone ? QStringList() : QStringList("待审核"));
+      EXPECT_EQ(rows("select gl_flag from jxc_goodslist where gl_djh=?", *number), "");
+      if (!isGone && number == all_.rbegin()) {
+        expectNotice(u"单据"_qs + *number + u"还没有审核，不需要取消审核！"_qs);
+        press(s, "F6");
+      }
+      choose(s, "comLx", QStringLiteral("所有单据"));
+      check(s, "chkDsh", false);
+      list.waitLoaded();
+      EXPECT_EQ(list.rowCount(), static_cast<int>(all_.rend() - number) - 1);
+      check(s, "chkDsh", true);
+      list.waitLoaded();
+    }
+  });
+  EXPECT_EQ(seen_, 12);
+  EXPECT_EQ(rows("select kc_sl,kc_zsl from jxc_kcsp where kc_sl<>0 or kc_zsl<>0"), "");
+  EXPECT_EQ(brokenInvariants(), QStringList());
+}
+
+TEST_F(DocumentListTest, AllAreCancelledAfterOneQuestionAndWhatStandsAgainstItIsTold) {
+  makeAll();
+  // Somebody checked the loss whose word binds others, and the counts are not his to cancel.
+  setRights(u"300001"_qs, "cggl", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "xsgl", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "rcgl", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "tjgl", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "qtcz", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "kcgl", u"11111111111101111111"_qs);
+  execSql("update jxc_xtcs set cs_kc=1");
+  becomeOperator(u"小王"_qs, u"100009"_qs, u"300001"_qs);
+  open("F_Djcx", [&](ui::Screen& s) {
+    s.grid("gridDj").waitLoaded();
+    expectQuestion(u"您的操作将取消列表中 12 张单据的审核，确认吗？"_qs, Answer::Yes);
+    // The counted piece stays away: the receipt, last of all, would take one more than there is.
+    expectQuestion(u"该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？"_qs, Answer::Yes);
+    expectNotice(u"取消审核完成，共 12 个单据，\r\n\r\n取消审核成功 11 个单据。\r\n\r\n单据"_qs + all_.back() +
+                 u"：\r\n\r\n您没有取消审核库存盘点单的权限！"_qs);
+    click(s, "btn_UnChkAll");
+    EXPECT_EQ(listed(s.grid("gridDj"), {"djh", "zt"}).front(), all_.back() + u" 已审核"_qs);
+  });
+}
+
+TEST_F(DocumentListTest, EachKindShowsByItsOwnRightsAndANumberOpensItsPaper) {
+  makeAll();
+  const QString receiptNumber = all_[0], transferNumber = all_[4], lossNumber = all_[5];
+  // He moves goods between shops, knows no cost, and stands in the branch only.
+  execSql("update jxc_xtcs set cs_cgyh=1");
+  execSql("update jxc_ckxx set ck_asn='100009,' where ck_sn='100002'");
+  setRights(u"300001"_qs, "tjgl", u"11111111111111111111"_qs);
+  setRights(u"300001"_qs, "kcgl", u"10100000000000000000"_qs);
+  becomeOperator(u"小王"_qs, u"100009"_qs, u"300001"_qs);
+  open("F_Djcx", [&](ui::Screen& s) {
+    EXPECT_EQ(listed(s.grid("gridDj"), {"djh", "ck_in", "zje"}), QStringList(transferNumber + u" 分店 "_qs));
+    EXPECT_FALSE(s.findChild<QWidget*>("lHj")->property("text").toString().contains(u"10"));
+    QStringList kinds;
+    for (const ListItem& item : s.field("comLx").items())
+      kinds << item.text;
+    EXPECT_EQ(kinds, QStringList({"所有单据", "库存调拨", "商品报损", "商品报溢"}));
+    type(s, "tkey", transferNumber.toLower());
+    press(s, "Return");
+    EXPECT_EQ(seen_, 1);
+    EXPECT_EQ(s.field("tkey").text(), QString());
+    // Of another shop, of another desk, of nobody.
+    for (const QString& number : {lossNumber, receiptNumber, u"DB21050199999"_qs}) {
+      expectNotice(u"没有找到单据“"_qs + number + u"”！"_qs);
+      type(s, "tkey", number);
+      press(s, "Return");
+    }
+    type(s, "tkey", u"DB21");  // a part of one searches
+    press(s, "Return");
+    EXPECT_EQ(s.grid("gridDj").rowCount(), 1);
+  });
+  EXPECT_EQ(seen_, 1);
+}
+
+}  // namespace document_list_test
+}  // namespace jxc::test
