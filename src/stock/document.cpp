@@ -278,7 +278,7 @@ bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, 
 
 QString freightPayerText(double freight, double packing, bool wePay) {
   if (freight <= 0 && packing <= 0) return {};
-  return wePay ? u"我方付运费"_qs : u"对方付运费"_qs;
+  return wePay ? wePayText.toString() : u"对方付运费"_qs;
 }
 
 QString changeWaitingHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit, Prompt& prompt) {

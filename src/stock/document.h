@@ -108,6 +108,8 @@ void renumberDocument(const DocumentFamily& family, std::int64_t headId, const Q
                       SharedNumber shared);
 /// Who pays freight, as heads store it: empty without any.
 QString freightPayerText(double freight, double packing, bool wePay);
+/// What it says of freight and packing that the shop pays.
+inline constexpr QStringView wePayText = u"我方付运费";
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 

@@ -109,7 +109,7 @@ void postCharge(const Rules& rules, const Head& head, const QString& type, doubl
 /// Lines of cash, partner and invoices, and the balances that run along them: asked together with what stock asks next.
 std::vector<AskedBalance> postMoney(const Rules& rules, const Head& head) {
   postCashLine(head, words(rules.cashKind), rules.cashSign * head.paid, head.note);
-  if (!rules.freightWord.empty() && head.freightPayer == u"我方付运费") {
+  if (!rules.freightWord.empty() && head.freightPayer == wePayText) {
     postCharge(rules, head, u"运费"_qs, head.freight);
     postCharge(rules, head, u"包装费"_qs, head.packing);
   }

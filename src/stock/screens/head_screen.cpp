@@ -62,7 +62,7 @@ void HeadScreen::activate() {
     field("tfpje").setNumber(family_->headSign * head.number(family_->invoiceAmount));
   if (hasField("chkYf")) {
     field("chkYf").setVisible(!family_->freightPayer.empty());
-    if (!family_->freightPayer.empty()) field("chkYf").setChecked(head.text(family_->freightPayer) == u"我方付运费");
+    if (!family_->freightPayer.empty()) field("chkYf").setChecked(head.text(family_->freightPayer) == wePayText);
   }
 }
 
