@@ -5,6 +5,9 @@
 
 namespace jxc {
 
+/// Yuan a unit of a goods in the warehouse of a line; of goods that it never had what the ledger knows of them.
+double warehouseCost(const QString& goods, const LinePlace& place);
+
 /// Lines of a document within the house: goods of one warehouse with what lies of them there.
 class InventoryLines : public TableLines {
  public:

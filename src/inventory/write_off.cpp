@@ -1,6 +1,5 @@
 #include "inventory/write_off.h"
 
-#include "core/statements.h"
 #include "core/text.h"
 #include "inventory/inventory_lines.h"
 #include "stock/ledger.h"
@@ -12,17 +11,11 @@
 namespace jxc::write_off {
 namespace write_off_detail {
 
-/// The warehouse's own cost; of goods that it never had what the ledger knows of them.
-double priceOf(const QString& goods, const LinePlace& place) {
-  const RowSet balance = openSelect("select kc_cbj from jxc_kcsp where g_sn=? and ck_sn=?", goods, place.warehouse);
-  return balance.isEmpty() ? getGoodsCost(goods, place.warehouse, place.date) : balance.number(0, 0);
-}
-
 constexpr LineRoundings kRounding = {LineRounding::Cell, LineRounding::Cell, LineRounding::Cell};
 
 constexpr LineDescription kLost = {
     .family = &families::loss,
-    .price = priceOf,
+    .price = warehouseCost,
     .priceIsTyped = false,
     .rounding = kRounding,
     .quantityRefusal = u"数量必须大于0，重新输入！",
@@ -34,7 +27,7 @@ constexpr LineDescription kLost = {
 };
 constexpr LineDescription kFound = {
     .family = &families::overflow,
-    .price = priceOf,
+    .price = warehouseCost,
     .priceIsTyped = false,
     .rounding = kRounding,
     .quantityRefusal = u"数量必须大于0，重新输入！",

@@ -186,7 +186,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
     // stock went while the question stood.
     const auto now = shortage();
-    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::needsAsking(result.number));
+    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::passedOver(result.number));
     if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
   });

@@ -174,8 +174,9 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
        .waiting = documents,
        .audit =
            [&](const ListedDocument& document, Prompt& collecting) {
-             return auditDocument(documentFamily(document.number), document.number, document.date, collecting) ==
-                    AuditOutcome::Audited;
+             const DocumentFamily& family = documentFamily(document.number);
+             if (family.isCount() && isRefused(stock_count::passedOver(document.number), collecting)) return false;
+             return auditDocument(family, document.number, document.date, collecting) == AuditOutcome::Audited;
            }},
       prompt);
 }

@@ -39,6 +39,8 @@ struct LineImport {
   std::string_view templateFile;         // below 模板文件
   bool needsProduced = false;            // each line must tell its production date
   bool hasPrice = true, hasNote = true;  // columns beside goods and quantity
+  std::u16string_view unknownGoods = u"商品不存在";
+  std::u16string_view repeated = {};  // of goods that stand on the document already, where it takes each once
 };
 
 /// A kind of document. Table and field names are identifiers for `compose`; texts are the program's own words.

@@ -32,7 +32,7 @@ std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown)
                   {own.quantity, as.quantity},
                   {own.total, as.total},
                   {f.line.note, shown.line.note}}) +
-         "," +
+         (f.isCount() ? compose(",a.{}-a.{} as cysl", {own.quantity, f.line.countedShelf}) : std::string()) + "," +
          (gift.empty() ? std::string("b.g_name")
                        : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
          compose(
@@ -88,7 +88,11 @@ RowSet DocumentRules::draftLines(const QString& number) const {
 }
 
 RowSet DocumentRules::waitingLines(const QString& number) const {
-  return openSelect(document_rules_detail::linesWithNames(of(number).family(), of(number).shownAs()) + " order by a.id",
+  const DocumentFamily& f = of(number).family();
+  // Of a count the largest differences come first: they are looked at before it is audited.
+  return openSelect(document_rules_detail::linesWithNames(f, of(number).shownAs()) +
+                        (f.isCount() ? compose(" order by abs(a.{}) desc,a.id", {f.line.columns->total})
+                                     : std::string(" order by a.id")),
                     number);
 }
 

@@ -108,6 +108,9 @@ class LineRules {
   virtual bool goodsStandOnce() const { return false; }
   /// Whether an article that was made for the document can stand on it: not where goods go out of a warehouse.
   virtual bool takesNewGoods() const { return true; }
+  /// Whether stock, and what depends on it, is not to be seen while lines are typed: whoever knows what should be there
+  /// finds it.
+  virtual bool hidesStock() const { return false; }
   /// Whether the operator may type a price at all.
   virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.

@@ -87,9 +87,16 @@ constexpr DocumentFamily stocktake = {
     .cancelledLog = u"取消审核库存盘点单：",
     .enquiry = u"库存盘点查询",
     .waitingHint = u"处于“未审核”状态的盘点单，可以在“待审核盘\r\n\r\n点单”面板中，进行修改及审核操作！",
+    .logsEverySave = true,
     .post = postStocktake,
     .takeBack = cancelStocktake,
     .paper = {.kind = u"kcpd", .plain = u"kcpdd.fr3", .moreColumns = ",a.pd_sl-a.kc_sl as cysl"},
+    .import = {.title = "盘点数据导入",
+               .templateFile = "盘点数据模板.xlsx",
+               .hasPrice = false,
+               .hasNote = false,
+               .unknownGoods = u"商品编号不正确",
+               .repeated = u"商品不能重复盘点"},
 };
 
 constexpr DocumentFamily loss = {

@@ -74,12 +74,14 @@ struct Judging {
   const LineImport& wanted;
   const LineRules& rules;
   const LinePlace& place;
+  const Lines target;
+  std::set<QString> passed = {};  // goods, where each stands on the document once
 
-  void judge(ImportLine& line, const QString& barcode) const {
+  void judge(ImportLine& line, const QString& barcode) {
     QStringList faults, warnings;
     const RowSet goods = findGoods(line.code, barcode);
     if (goods.isEmpty()) {
-      faults << u"商品不存在"_qs;
+      faults << words(wanted.unknownGoods);
     } else {
       line.code = goods.front().text("g_sn");
       judgeGoods(line, goods.front(), faults, warnings);
@@ -94,6 +96,7 @@ struct Judging {
     const auto price = plainNumber(line.price);
     if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;
     judgeDate(line, faults);
+    if (faults.isEmpty() && isRepeated(line.code)) faults << words(wanted.repeated);
     if (faults.isEmpty()) write(line, *quantity, price, faults, warnings);
     using enum ImportLine::Verdict;
     line.verdict = !faults.isEmpty() ? Refused : warnings.isEmpty() ? Fine : PassesWithWarning;
@@ -101,6 +104,13 @@ struct Judging {
   }
 
  private:
+  bool isRepeated(const QString& goods) {
+    if (wanted.repeated.empty()) return false;
+    PickingMemory memory;
+    Listening nobody;
+    return !passed.insert(goods).second || !rules.mayStage(goods, place, target, memory, nobody);
+  }
+
   static RowSet findGoods(const QString& code, const QString& barcode) {
     if (code.isEmpty() && !barcode.isEmpty())
       return openSelect("select top 1 g_sn,g_name,g_jy from jxc_goods where g_sptm=? order by g_jy,g_sn",
@@ -161,7 +171,7 @@ std::vector<QString> importColumns(const LineImport& wanted) {
 }
 
 std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
-                                                  const LinePlace& place, Prompt& prompt) {
+                                                  const LinePlace& place, Prompt& prompt, Lines target) {
   using namespace line_import_detail;
   const Columns columns(sheet);
   if (refused({{sheet.isEmpty(), u"模板中没有数据，不能进行导入操作！"_qs},
@@ -170,6 +180,7 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
               prompt))
     return std::nullopt;
   std::vector<ImportLine> lines;
+  Judging judging{wanted, rules, place, target};
   for (const Row row : sheet) {
     ImportLine line;
     line.code = columns.text(row, kCode);
@@ -180,7 +191,7 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
     if (wanted.hasNote) line.note = columns.text(row, kNote);
     const QString barcode = columns.text(row, kBarcode);
     if ((line.code + barcode + line.name + line.quantity + line.price).isEmpty()) continue;
-    Judging{wanted, rules, place}.judge(line, barcode);
+    judging.judge(line, barcode);
     lines.push_back(std::move(line));
   }
   if (refused({{lines.empty(), u"模板中没有数据，不能进行导入操作！"_qs}}, prompt)) return std::nullopt;

@@ -22,10 +22,10 @@ struct ImportLine {
 /// Names of the columns, as the template has them; the first is needed, or the barcode, and the quantity.
 std::vector<QString> importColumns(const LineImport& wanted);
 
-/// Judges all rows of a sheet (columns by name, in any order); rows without anything are passed over. Nothing, after a
-/// notice: the sheet has no rows, or not the columns that it needs.
+/// Judges all rows of a sheet for lines of `target` (columns by name, in any order); rows without anything are passed
+/// over. Nothing, after a notice: the sheet has no rows, or not the columns that it needs.
 std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
-                                                  const LinePlace& place, Prompt& prompt);
+                                                  const LinePlace& place, Prompt& prompt, Lines target = Lines::Draft);
 
 struct ImportResult {
   int rows = 0, taken = 0;

@@ -4,7 +4,9 @@
 #include "core/posting.h"
 #include "core/refusal.h"
 #include "core/rounding.h"
+#include "core/session.h"
 #include "core/statements.h"
+#include "core/text.h"
 #include "engine/number_text.h"
 
 #include <cmath>
@@ -27,7 +29,14 @@ Count countOf(const QString& number) {
 }  // namespace stock_count_detail
 
 double valueOf(double difference, double cost) {
-  return roundTotalIfSeparate(difference * cost);
+  const double value = difference * cost;
+  return value < 0 ? -roundTotalIfSeparate(-value) : roundTotalIfSeparate(value);
+}
+
+std::string valueExpression(std::string_view difference, std::string_view cost) {
+  const std::string value = std::string("(").append(difference).append(")*").append(cost);
+  if (!strIsTrue(session().cs_zjews)) return value;
+  return "iif(" + value + "<0,-1,1)*round(abs(" + value + ")+0.000000001," + std::to_string(totalDigits()) + ")";
 }
 
 std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date) {
@@ -89,18 +98,19 @@ std::vector<MovedLine> movedLines(const QString& number) {
 }
 
 EachQuestion questionOf(const QString& number, const std::vector<MovedLine>& lines) {
-  EachQuestion question{.text = u"盘点单 "_qs + number +
-                                u" 录入之后，下列商品的库存已变动。\r\n\r\n这些变动发生在清点之前，还是之后？"_qs,
-                        .headings = {u"商品编号"_qs, u"商品名称"_qs, u"盘点数量"_qs, u"录入时库存"_qs, u"现在库存"_qs},
-                        .first = u"清点之前（单据补录）：按现在的库存计算盈亏"_qs,
-                        .second = u"清点之后：盈亏不变，库存按盈亏增减"_qs};
+  EachQuestion question{
+      .text = u"盘点单 "_qs + number +
+              u" 录入之后，下列商品的库存已变动。\r\n\r\n变动在清点之前（单据补录）：按现在的库存计算盈亏；"
+              "\r\n变动在清点之后：盈亏不变，库存按盈亏增减。"_qs,
+      .headings = {u"商品编号"_qs, u"商品名称"_qs, u"盘点数量"_qs, u"录入时库存"_qs, u"现在库存"_qs},
+      .first = u"清点之前"_qs,
+      .second = u"清点之后"_qs};
   for (const MovedLine& line : lines)
     question.items.push_back(
         {line.goods, line.name, numberText(line.counted), numberText(line.recorded), numberText(line.shelf)});
   return question;
 }
 
-/// Why a list of counts passes this one over.
 std::optional<QString> leftToAsk(const QString& number) {
   const std::vector<MovedLine> lines = movedLines(number);
   if (lines.empty()) return {};
@@ -136,8 +146,9 @@ bool Recount::takeUp(const QString& number) const {
   return true;
 }
 
-bool needsAsking(const QString& number) {
-  return overtaken(number) || !stock_count_detail::movedLines(number).empty();
+std::optional<QString> passedOver(const QString& number) {
+  const auto dead = overtaken(number);
+  return dead ? dead : stock_count_detail::leftToAsk(number);
 }
 
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
@@ -146,8 +157,7 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
        .waiting = documents,
        .audit =
            [](const ListedDocument& document, Prompt& collecting) {
-             return !isRefused(overtaken(document.number), collecting) &&
-                    !isRefused(stock_count_detail::leftToAsk(document.number), collecting) &&
+             return !isRefused(passedOver(document.number), collecting) &&
                     auditDocument(families::stocktake, document.number, document.date, collecting) ==
                         AuditOutcome::Audited;
            }},

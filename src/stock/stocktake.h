@@ -7,12 +7,16 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace jxc::stock_count {
 
-/// What a difference of so many pieces is worth at this unit cost, in yuan.
+/// What a difference of so many pieces is worth at this unit cost, in yuan: less as much as more, also in its rounding.
 double valueOf(double difference, double cost);
+/// The same in a statement, over two expressions.
+std::string valueExpression(std::string_view difference, std::string_view cost);
 
 /// Refusal at save: a later count of the warehouse, or later movement of counted goods.
 std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date);
@@ -43,8 +47,8 @@ class Recount {
   std::vector<MovedLine> lines_;
   std::vector<bool> late_;  // moved before the counting, and was only entered late
 };
-/// Whether an audit has something to refuse or to ask.
-bool needsAsking(const QString& number);
+/// Why an audit without anybody to ask passes this count over: it is void, or its stock moved meanwhile.
+std::optional<QString> passedOver(const QString& number);
 
 /// `auditEach` of counts; those that were overtaken, or about which is something to ask, are passed over and told.
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);

@@ -5,6 +5,7 @@
 #include "core/small_lookups.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/stocktake.h"
 
 namespace jxc {
 namespace table_lines_detail {
@@ -414,11 +415,9 @@ CopyResult TableLines::copyStaged(const LinePlace& place, Lines target) const {
 void TableLines::settleCounted(const QString& number, const QString& owner) const {
   const DocumentFamily& f = family();
   const LineColumns& c = *f.line.columns;
-  const AmountRules rules = AmountRules::current();
-  const std::string worth = compose("({}-{})*{}", {c.quantity, f.line.countedShelf, c.price});
-  const std::string total =
-      rules.roundTotals ? "round(" + worth + "+0.000000001," + std::to_string(rules.totalDigits) + ")" : worth;
-  execSql(compose("update {} set {}=", {f.lines, c.total}) + total + compose(" where {}=? and a_name=?", {f.number}),
+  execSql(compose("update {} set {}=", {f.lines, c.total}) +
+              stock_count::valueExpression(compose("{}-{}", {c.quantity, f.line.countedShelf}), c.price) +
+              compose(" where {}=? and a_name=?", {f.number}),
           number, owner);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/message_box_prompt.h"
 
+#include "ui/each_screen.h"
 #include "ui/keyless_boxes.h"
 
 #include <QApplication>
@@ -84,6 +85,10 @@ void MessageBoxPrompt::notice(const QString& text) {
 
 bool MessageBoxPrompt::ask(const QString& text) {
   return message_box_prompt_detail::question(parent_, text, false) == Answer::Yes;
+}
+
+std::optional<std::vector<EachAnswer>> MessageBoxPrompt::askEach(const EachQuestion& question) {
+  return EachScreen(question).ask();
 }
 
 Answer MessageBoxPrompt::askOrCancel(const QString& text) {

@@ -1,7 +1,7 @@
 // 消息框: the operator's Prompt: real message boxes, "系统提示" for notices, "信息提醒" for questions.
 #pragma once
 
-#include "core/prompt.h"
+#include "core/each_prompt.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -10,12 +10,14 @@ namespace jxc::ui {
 
 /// Boxes stand over `parent`, or over whatever is on top when there is none. Keys: Enter the default, Y 是, N 否,
 /// Esc 否 or 取消.
-class MessageBoxPrompt : public Prompt {
+class MessageBoxPrompt : public Prompt, public EachPrompt {
  public:
   explicit MessageBoxPrompt(QWidget* parent = nullptr) : parent_(parent) {}
   void notice(const QString& text) override;
   bool ask(const QString& text) override;
   Answer askOrCancel(const QString& text) override;
+  /// A list with an answer in each row.
+  std::optional<std::vector<EachAnswer>> askEach(const EachQuestion& question) override;
 
  private:
   QPointer<QWidget> parent_;

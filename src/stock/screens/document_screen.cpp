@@ -155,11 +155,27 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
   hint_ = new QLabel(this);
   hint_->setObjectName(QStringLiteral("lHint"));
   hint_->setProperty("explanation", true);
-  panel.form(description_.headForm)
-      .widget(hint_)
-      .row(description_.scanRow)
-      .grid("gridLines")
-      .form(description_.footForm);
+  panel.form(description_.headForm).widget(hint_).row(description_.scanRow);
+  if (description_.showsScanned) {
+    scanned_ = new QLabel(this);
+    scanned_->setObjectName(QStringLiteral("lScanned"));
+    scanned_->setTextFormat(Qt::PlainText);
+    QFont large = scanned_->font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    large.setBold(true);
+    scanned_->setFont(large);
+    scanned_->setMinimumWidth(1);  // a long name is cut off, it does not widen the window
+    panel.widget(scanned_);
+  }
+  panel.grid("gridLines").form(description_.footForm);
+}
+
+void DocumentScreen::showScanned() {
+  if (!scanned_) return;
+  scanned_->setText(gridLines.currentText(draftFamily().line.columns->quantity) + gridLines.currentText("dw_name") +
+                    u"　"_qs + gridLines.currentText("g_name") + u' ' + gridLines.currentText("gg_name") + u' ' +
+                    gridLines.currentText("color_name"));
+  scanned_->show();
 }
 
 void DocumentScreen::bindCommand(std::string_view name, std::function<void()> action) {
@@ -316,6 +332,7 @@ void DocumentScreen::showDraft() {
   comUser.setKey(shown.salesperson);
   if (auto* input = optional("tnote")) input->setText(shown.note);
   if (auto* input = optional("tSptm")) input->clear();
+  if (scanned_) scanned_->hide();
   setNumber(shown.number);
   reloadLines();
 }
@@ -376,6 +393,7 @@ void DocumentScreen::enterBarcode(const QString& code) {
   if (scanned.id == 0) return;  // the operator said no
   setNumber(scanned.number);
   reloadLines(scanned.id);
+  showScanned();
   if (thenModify_->isChecked()) modifyLine();
 }
 

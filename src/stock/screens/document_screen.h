@@ -34,6 +34,8 @@ struct DocumentScreenSpec {
   std::string_view employeeFlag;              // duty of the salespersons offered: "u_cg"
   std::string_view numberInput = "jsn";
   std::string_view auditCommand = "btnRChk", deleteCommand = "btn_Dele";
+  /// What was scanned last stands in large letters: who scans does not look at the list.
+  bool showsScanned = false;
   /// Prices or book figures of the lines are those of the warehouse: it stays as it is once lines stand.
   bool linesHoldWarehouse = false;
 
@@ -123,6 +125,8 @@ class DocumentScreen : public ui::Screen {
   virtual void showAllWaiting() { refreshWaiting(); }
   /// Audits a waiting document; the base asks.
   virtual void auditWaiting(const QString& number);
+  /// Audits those of the list.
+  virtual void auditWaitingList(const std::vector<ListedDocument>& documents) { auditAll(documents, prompt()); }
   /// After a new document was shown.
   virtual void fillMore() {}
 
@@ -190,6 +194,7 @@ class DocumentScreen : public ui::Screen {
   void bindDraft();
   void bindWaiting();
   void showPicked(const CopyResult& picked);
+  void showScanned();
   void tellLeftOff(const CopyResult& picked);
   void lockWarehouse();
   void warehouseChanged();
@@ -205,6 +210,7 @@ class DocumentScreen : public ui::Screen {
   ui::Panel panels_;
   ui::Screen* audited_ = nullptr;
   QLabel* hint_ = nullptr;
+  QLabel* scanned_ = nullptr;
   ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options
   QAction* onceOnly_ = nullptr;
   QAction* thenModify_ = nullptr;

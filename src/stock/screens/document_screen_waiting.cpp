@@ -111,7 +111,7 @@ void DocumentScreen::auditList() {
   std::vector<ListedDocument> documents;
   for (const Row row : gridWaiting.rows())
     documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date), row.integer("id")});
-  ui::refreshAfter([&] { auditAll(documents, prompt()); }, [this] { refreshWaiting(); });
+  ui::refreshAfter([&] { auditWaitingList(documents); }, [this] { refreshWaiting(); });
 }
 
 void DocumentScreen::deleteWaiting() {

@@ -120,6 +120,11 @@ void GoodsPickScreen::activate() {
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
   showPrices(gridGoods, rules_.family());
+  const bool hidesStock = target_ == Lines::Draft && lines().hidesStock();
+  if (hidesStock && hasField("chkCk")) field("chkCk").setChecked(false);
+  if (hasField("chkCk")) field("chkCk").setVisible(!hidesStock);
+  for (const auto& column : gridGoods.spec().columns)
+    if (column.field == "kc_sl") gridGoods.setColumnAllowed(column.field, !hidesStock);
   for (const auto& column : gridGoods.spec().columns)
     if (column.field == "g_lsj") gridGoods.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
   showLineColumns(gridStaging, rules_.family());
@@ -162,7 +167,8 @@ void GoodsPickScreen::pickOne() {
 }
 
 void GoodsPickScreen::addMarked() {
-  if (refused({{tsl.number() <= 0, u"默认添加数量必须大于0！"_qs}}, prompt())) return tsl.focus();
+  const bool mayBe = tsl.number() > 0 || (tsl.number() == 0 && lines().quantities().zero);
+  if (refused({{!mayBe, u"默认添加数量必须大于0！"_qs}}, prompt())) return tsl.focus();
   QStringList goods;
   for (const Row row : gridGoods.selectedRows())
     goods << row.text("g_sn");

@@ -85,7 +85,7 @@ void LineImportScreen::openFile(const QString& path) {
   field("tfile").setText(path);
   try {
     const RowSet sheet = openExcel(path)->rows();
-    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt())
+    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt(), target_)
                  .value_or(std::vector<ImportLine>());
   } catch (const SheetError& error) {
     prompt().notice(error.message());

@@ -18,18 +18,19 @@
 namespace jxc {
 namespace line_screen_detail {
 
-constexpr std::string_view kParts[] = {"tsl",         "tdzl",       "ttax",    "ttaxdj", "tzje",     "tnote",
-                                       "gridHistory", "gridQuotes", "btnSpsj", "btnOK",  "btnCancel"};
+constexpr std::string_view kParts[] = {"tsl",    "tdzl",        "ttax",       "ttaxdj",  "tzje",  "tnote",    "tkcsl",
+                                       "tkczsl", "gridHistory", "gridQuotes", "btnSpsj", "btnOK", "btnCancel"};
 
 constexpr int kShownDecimals = 6;  // of a price that a typed total left with an endless fraction
 
-QString describe(const QString& goods, const QString& warehouse) {
+QString describe(const QString& goods, const QString& warehouse, bool withStock) {
   const RowSet rows = openSelect("select g_name,gg_name,color_name,dw_name from jxc_goods where g_sn=?", goods);
   QStringList parts{goods};
   if (!rows.isEmpty()) {
     for (const char* column : {"g_name", "gg_name", "color_name"})
       if (const QString text = rows.front().text(column); !text.isEmpty()) parts << text;
-    parts << u"库存 "_qs + getStockQty(goods, warehouse) + u' ' + rows.front().text("dw_name");
+    const QString unit = rows.front().text("dw_name");
+    parts << (withStock ? u"库存 "_qs + getStockQty(goods, warehouse) + u' ' + unit : unit);
   }
   return parts.join(u"　"_qs);
 }
@@ -62,6 +63,7 @@ void LineScreen::build() {
   std::vector<std::string> rows;
   for (const auto& inputs : {std::array{std::string_view("tsl"), description_.price, std::string_view("tdzl")},
                              std::array{std::string_view("ttax"), std::string_view("ttaxdj"), std::string_view("tzje")},
+                             std::array{std::string_view("tkcsl"), std::string_view("tkczsl"), std::string_view()},
                              std::array{description_.cost, std::string_view("tnote"), std::string_view()}}) {
     std::string row;
     for (const std::string_view input : inputs)
@@ -121,7 +123,10 @@ void LineScreen::showByParameters() {
   show("ttaxdj", tax);
   show("tdzl", discount);
   show(description_.price, prices);
-  show("tzje", prices);
+  const bool stock = !hidesStock();
+  show("tzje", prices && stock);
+  show("tkcsl", stock);
+  show("tkczsl", stock);
   for (ui::Grid* rows : grids()) {
     showPrices(*rows, rules_.family());
     for (const auto& column : rows->spec().columns) {
@@ -141,9 +146,13 @@ void LineScreen::showByParameters() {
   }
 }
 
+bool LineScreen::hidesStock() const {
+  return request_.where != Lines::Waiting && lines().hidesStock();
+}
+
 void LineScreen::activate() {
   showByParameters();
-  goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse));
+  goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse, !hidesStock()));
   for (ui::Grid* rows : grids()) {
     const bool isHistory = rows->spec().name == "gridHistory";
     const RowSet found = isHistory ? lines().history(draft_.goods, request_.place.partner)
@@ -186,6 +195,8 @@ void LineScreen::showAmounts(const ui::Field* typing) {
   show("ttax", line.tax());
   show("ttaxdj", line.taxedPrice());
   show("tzje", line.total());
+  show("tkcsl", draft_.shelf);
+  show("tkczsl", draft_.book);
 }
 
 void LineScreen::saveValue() {

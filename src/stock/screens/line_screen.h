@@ -9,7 +9,8 @@ class QLabel;
 namespace jxc {
 
 /// What the line dialog of one document is. Its fields are "tsl", and where the document has them the price and the
-/// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "tnote"; its grids, with their tabs, "gridHistory" and
+/// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "tnote", of a count what the books
+/// have ("tkcsl" on the shelf, "tkczsl" with what is not put away); its grids, with their tabs, "gridHistory" and
 /// "gridQuotes".
 struct LineScreenSpec {
   ui::ScreenSpec screen;
@@ -51,6 +52,7 @@ class LineScreen : public ui::Screen {
   void showAmounts(const ui::Field* typing = nullptr);
   void saveValue();
   void showByParameters();
+  bool hidesStock() const;
   const LineRules& lines() const { return rules_.of(request_.place.number).lines(); }
 
   const LineScreenSpec description_;
