@@ -454,7 +454,7 @@ def stock_documents():
     both = names[:3] + ("调出签字：", "调入签字：")
     yield document("kcdbd", "库存调拨单", GOODS + (quantity("数量", "db_sl"), guarded(price("单价", "db_dj")), guarded(money("金额", "db_zje"))), rows,
                    (NOTE_ROW,), both, fields=transfer)
-    yield document("kcdbd2", "库存调拨单", GOODS + (quantity("数量", "db_sl"), price("售价", "g_sj"), money("金额", "sjje")), rows,
+    yield document("kcdbd2", "库存调拨单", GOODS + (quantity("数量", "db_sl"), price("售价", "db_sj"), money("金额", "sjje")), rows,
                    ((("售价金额大写：[yf]", 1),), NOTE_ROW), both, fields=transfer)
 
     rows = ((("仓库：[ckName]", 3), ("日期：[jhDate]", 2)),)

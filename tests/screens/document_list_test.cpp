@@ -29,9 +29,7 @@ class DocumentListTest : public TradingScreenTest {
     addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5});
     addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 1});
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
-    printOutlet().preview = [this](const report::Pages& pages, QWidget*) {
-      seen_ += !pages.find(u"镜"_qs).empty();
-    };
+    printOutlet().preview = [this](const report::Pages& pages, QWidget*) { seen_ += !pages.find(u"镜"_qs).empty(); };
   }
   ~DocumentListTest() override {
     restorePrintOutlet();

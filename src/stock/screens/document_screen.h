@@ -1,6 +1,6 @@
-// 单据屏幕: the screen of a document: a new one on the first panel, those that wait for audit on the second, audited ones
-// on a third where it names their list. What a
-// trading document has beside (partner, money, whole return) is in trading_screen.h.
+// 单据屏幕: the screen of a document: a new one on the first panel, those that wait for audit on the second, audited
+// ones on a third where it names their list. What a trading document has beside (partner, money, whole return) is in
+// trading_screen.h.
 #pragma once
 
 #include "output/printed_documents.h"
@@ -31,7 +31,7 @@ struct DocumentScreenSpec {
   std::string_view draftTitle, waitingTitle;  // the two panels
   // The list that stands on a third one, an enquiry by its name: "F_Kcdb_Djcx"; and what that panel is called.
   std::string_view auditedList = {}, auditedTitle = {};
-  std::string_view employeeFlag;              // duty of the salespersons offered: "u_cg"
+  std::string_view employeeFlag;  // duty of the salespersons offered: "u_cg"
   std::string_view numberInput = "jsn";
   std::string_view auditCommand = "btnRChk", deleteCommand = "btn_Dele";
   /// What was scanned last stands in large letters: who scans does not look at the list.
