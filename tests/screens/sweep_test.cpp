@@ -10,7 +10,14 @@
 #include <QSet>
 #include <QTableView>
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 namespace jxc::test {
+
+constexpr std::string_view kOfGoods[] = {"gridLines",   "gridWaitingLines", "gridStaging", "gridGoods",
+                                         "gridHistory", "gridQuotes",       "gridSp"};
 
 TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
   QSet<QString> titles;
@@ -34,8 +41,16 @@ TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
       }();
       EXPECT_TRUE(named) << spec.name << " has neither label nor accessible name";
     }
-    for (const auto* grid : screen.grids())
-      EXPECT_FALSE(grid->view()->accessibleName().isEmpty()) << grid->spec().name;
+    for (const auto* grid : screen.grids()) {
+      const std::string_view list = grid->spec().name;
+      EXPECT_FALSE(grid->view()->accessibleName().isEmpty()) << list;
+      // What goods cost or are sold for is seen by right, wherever goods or lines of them are listed.
+      if (std::ranges::find(kOfGoods, list) == std::end(kOfGoods)) continue;
+      for (const ui::ColumnSpec& column : grid->spec().columns)
+        EXPECT_TRUE(column.right.isGuarded() ||
+                    (column.kind != ui::ColumnKind::Money && column.kind != ui::ColumnKind::Total))
+            << list << ' ' << column.field;
+    }
     QSet<QString> names;
     for (const auto* widget : screen.findChildren<QWidget*>()) {
       const QString object = widget->objectName();

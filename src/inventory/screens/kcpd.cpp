@@ -37,8 +37,8 @@ constexpr auto kLines = ui::joinedTables(
                ui::ColumnSpec{"kc_zsl", "帐面库存", ColumnKind::Quantity, 9},
                ui::ColumnSpec{"pd_sl", "盘点数量", ColumnKind::Quantity, 9, {.sum = true, .editable = true}},
                ui::ColumnSpec{"cysl", "盈亏数量", ColumnKind::Quantity, 9, {.sum = true}},
-               ui::ColumnSpec{"pd_dj", "成本价", ColumnKind::Money, 10},
-               ui::ColumnSpec{"pd_zje", "盈亏金额", ColumnKind::Money, 11, {.sum = true}}},
+               ui::ColumnSpec{"pd_dj", "成本价", ColumnKind::Money, 10, {}, kSeesCost},
+               ui::ColumnSpec{"pd_zje", "盈亏金额", ColumnKind::Money, 11, {.sum = true}, kSeesCost}},
     inventory_parts::barcodeOfLine);
 /// What a blind count does not show while it is made.
 constexpr std::string_view kBook[] = {"kc_sl", "kc_zsl", "cysl", "pd_zje"};

@@ -31,7 +31,7 @@ constexpr ui::ColumnSpec kUncountedColumns[] = {
     {"dw_name", "单位", ColumnKind::Text, 5},
     {"kc_sl", "库存数量", ColumnKind::Quantity, 10, {.sum = true}},
     {"kc_zsl", "帐面库存", ColumnKind::Quantity, 10, {.sum = true}},
-    {"kc_cbj", "成本价", ColumnKind::Money, 11},
+    {"kc_cbj", "成本价", ColumnKind::Money, 11, {}, kSeesCost},
     {.field = "g_sptm", .caption = "商品条码", .width = 15, .use = {.hidden = true}},
 };
 constexpr ui::GridSpec kUncountedGrids[] = {

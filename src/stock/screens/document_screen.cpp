@@ -275,7 +275,7 @@ void DocumentScreen::showByParameters() {
   command("btnPrin").setVisible(mayPrintUnsaved() &&
                                 panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
-    showLineColumns(*lines, rules_.family());
+    showLineColumns(*lines);
     lockLineCells(*lines, rules_.lines());
   }
 }

@@ -41,14 +41,7 @@ bool pricesInSight(const DocumentFamily& family) {
   return sells ? session().canSeePrice : session().canSeeCost;
 }
 
-void showPrices(ui::Grid& grid, const DocumentFamily& family) {
-  for (const auto& column : grid.spec().columns)
-    if (column.kind == ui::ColumnKind::Money && !column.right.isGuarded())
-      grid.setColumnAllowed(column.field, pricesInSight(family));
-}
-
-void showLineColumns(ui::Grid& grid, const DocumentFamily& family) {
-  showPrices(grid, family);
+void showLineColumns(ui::Grid& grid) {
   const bool tax = strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
   for (const auto& column : grid.spec().columns) {
@@ -119,7 +112,6 @@ void GoodsPickScreen::activate() {
   memory_ = {};
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
-  showPrices(gridGoods, rules_.family());
   const bool hidesStock = target_ == Lines::Draft && lines().hidesStock();
   if (hidesStock && hasField("chkCk")) field("chkCk").setChecked(false);
   if (hasField("chkCk")) field("chkCk").setVisible(!hidesStock);
@@ -127,7 +119,7 @@ void GoodsPickScreen::activate() {
     if (column.field == "kc_sl") gridGoods.setColumnAllowed(column.field, !hidesStock);
   for (const auto& column : gridGoods.spec().columns)
     if (column.field == "g_lsj") gridGoods.setColumnVisible(column.field, strIsTrue(session().cs_lsj));
-  showLineColumns(gridStaging, rules_.family());
+  showLineColumns(gridStaging);
   lockLineCells(gridStaging, lines());
   showStaged();
   search_.begin();

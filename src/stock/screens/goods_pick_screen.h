@@ -68,12 +68,11 @@ class GoodsPickScreen : public ui::Screen {
   CopyResult result_;
 };
 
-/// Shows tax, discount, cost and retail price columns of a grid of lines by the parameters and rights that switch them.
-void showLineColumns(ui::Grid& grid, const DocumentFamily& family);
+/// Shows tax, discount and retail price columns of a grid of lines by the parameters that switch them. What an operator
+/// has no right to see does not depend on it: that right stands in the column.
+void showLineColumns(ui::Grid& grid);
 /// Whether this operator may see the prices of such a document: what the shop pays is a matter of costs.
 bool pricesInSight(const DocumentFamily& family);
-/// The same for all amounts of a list of goods or of earlier documents that don't carry a right of their own.
-void showPrices(ui::Grid& grid, const DocumentFamily& family);
 /// Opens only cells that a rule would let change: no price where prices are fixed, of a gift only the quantity, nothing
 /// of the balancing line.
 void lockLineCells(ui::Grid& grid, const LineRules& rules);

@@ -128,7 +128,6 @@ void LineScreen::showByParameters() {
   show("tkcsl", stock);
   show("tkczsl", stock);
   for (ui::Grid* rows : grids()) {
-    showPrices(*rows, rules_.family());
     for (const auto& column : rows->spec().columns) {
       const std::string_view field = column.field;
       if (field.ends_with("_tax") || field.ends_with("_taxdj")) rows->setColumnVisible(field, tax);
