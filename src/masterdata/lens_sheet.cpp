@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <numeric>
 
 namespace jxc {
 namespace lens_sheet_detail {
@@ -59,7 +58,7 @@ bool makeMissing(LensSheet& sheet, Prompt& prompt) {
   for (int row = 0; row < static_cast<int>(sheet.spheres.size()); ++row)
     for (int column = 0; column < static_cast<int>(sheet.cylinders.size()); ++column) {
       LensSheet::Cell& cell = sheet.at(row, column);
-      if (cell.quantity == 0 || !cell.goods.isEmpty()) continue;
+      if (!sheet.holds(cell) || !cell.goods.isEmpty()) continue;
       powers.push_back(
           {sheet.spheres[static_cast<std::size_t>(row)], sheet.cylinders[static_cast<std::size_t>(column)]});
       cells.push_back(&cell);
@@ -85,6 +84,10 @@ double LensSheet::total() const {
   for (const Cell& cell : cells)
     sum += cell.quantity;
   return sum;
+}
+
+bool LensSheet::isEmpty() const {
+  return std::none_of(cells.begin(), cells.end(), [this](const Cell& cell) { return holds(cell); });
 }
 
 int LensSheet::rowOf(double sphere) const {
@@ -125,6 +128,7 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
   using namespace lens_sheet_detail;
   LensSheet sheet;
   sheet.product = product;
+  sheet.zeroCounts = rules.quantities().zero;
   const std::vector<Article> articles = articlesOf(product);
   for (const Article& article : articles) {
     sheet.spheres.push_back(article.sphere);
@@ -153,9 +157,8 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
 std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const LineRules& rules, const LinePlace& place,
                                          Lines target, Prompt& asked) {
   using namespace lens_sheet_detail;
-  const double total = std::accumulate(sheets.begin(), sheets.end(), 0.0,
-                                       [](double sum, const LensSheet& sheet) { return sum + sheet.total(); });
-  if (refused({{total == 0, u"请在光度表中输入数量！"_qs}}, asked)) return std::nullopt;
+  const bool nothing = std::all_of(sheets.begin(), sheets.end(), [](const LensSheet& each) { return each.isEmpty(); });
+  if (refused({{nothing, u"请在光度表中输入数量！"_qs}}, asked)) return std::nullopt;
   AskedOnce prompt(asked);
   for (LensSheet& sheet : sheets)
     if (!makeMissing(sheet, prompt)) return std::nullopt;
@@ -167,7 +170,7 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
   for (LensSheet& sheet : sheets)
     for (LensSheet::Cell& cell : sheet.cells) {
       cell.goesShort = false;
-      if (cell.quantity == 0 || !rules.mayStage(cell.goods, place, target, memory, prompt)) continue;
+      if (!sheet.holds(cell) || !rules.mayStage(cell.goods, place, target, memory, prompt)) continue;
       cell.goesShort = !rules.stockAllows(cell.goods, cell.quantity, place, prompt, &memory);
       goesShort = goesShort || cell.goesShort;
       taken.push_back(&cell);

@@ -16,16 +16,21 @@ struct LensSheet {
     bool offered = false;    // the document's own list of goods has it
     double stock = 0;        // units, as that list tells
     double quantity = 0;     // typed
+    bool isTyped = false;    // also as 0
     bool goesShort = false;  // it was beyond the stock when it was tried last
   };
 
   QString product;
   std::vector<double> spheres, cylinders;  // dioptres
   std::vector<Cell> cells;                 // row by row
+  bool zeroCounts = false;                 // on a count: nothing of it was found
 
   Cell& at(int row, int column) { return cells[static_cast<std::size_t>(row) * cylinders.size() + column]; }
   const Cell& at(int row, int column) const { return const_cast<LensSheet*>(this)->at(row, column); }
   double total() const;
+  /// Whether the cell becomes a line: an empty one does not, and a 0 only where it is a count.
+  bool holds(const Cell& cell) const { return cell.quantity != 0 || (zeroCounts && cell.isTyped); }
+  bool isEmpty() const;
   /// Where this power stands; -1 when it does not.
   int rowOf(double sphere) const;
   int columnOf(double cylinder) const;

@@ -33,8 +33,15 @@ QString stockText(double stock) {
   return numberText(roundEps(stock, quantityDigits()));
 }
 
-QString quantityText(double quantity) {
-  return quantity == 0 ? QString() : stockText(quantity);
+QString quantityText(double quantity, bool zero = false) {
+  return quantity == 0 && !zero ? QString() : stockText(quantity);
+}
+
+/// Nothing where the cell was emptied, or holds no number.
+std::optional<double> typedIn(const QString& text) {
+  if (text.trimmed().isEmpty()) return {};
+  const auto number = readNumber(text);
+  return number ? std::optional(std::max(0.0, *number)) : std::nullopt;
 }
 
 int headingAt(const QStringList& headings, const QString& text) {
@@ -101,10 +108,11 @@ class QuantitySheet::Model : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid()) return {};
     const Cell at = cell(index);
-    if (role == Qt::DisplayRole || role == Qt::EditRole) return quantity_sheet_detail::quantityText(at.quantity);
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+      return quantity_sheet_detail::quantityText(at.quantity, at.zero);
     if (role == Qt::AccessibleTextRole)
-      return sheet_.source_.rows[index.row()] + u' ' + sheet_.source_.columns[index.column()] + u" 库存 "_qs +
-             quantity_sheet_detail::stockText(at.stock);
+      return sheet_.source_.rows[index.row()] + u' ' + sheet_.source_.columns[index.column()] +
+             (at.hidesStock ? QString() : u" 库存 "_qs + quantity_sheet_detail::stockText(at.stock));
     return {};
   }
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
@@ -120,9 +128,11 @@ class QuantitySheet::Model : public QAbstractTableModel {
   }
   bool setData(const QModelIndex& index, const QVariant& value, int role) override {
     if (role != Qt::EditRole) return false;
-    const double typed = readNumber(value.toString()).value_or(0);
-    if (typed == cell(index).quantity) return false;
-    sheet_.set(index.row(), index.column(), std::max(0.0, typed));
+    const std::optional<double> typed = quantity_sheet_detail::typedIn(value.toString());
+    const Cell before = cell(index);
+    if (typed.value_or(0) == before.quantity && typed.has_value() == (before.quantity != 0 || before.zero))
+      return false;
+    sheet_.set(index.row(), index.column(), typed);
     sheet_.changedByHand();
     return true;
   }
@@ -145,7 +155,7 @@ class QuantitySheet::Delegate : public QStyledItemDelegate {
       painter->fillRect(option.rect, colours.highlight());
     } else if (cell.kind == Cell::Kind::Locked) {
       painter->fillRect(option.rect, colours.button());
-    } else if (cell.quantity != 0) {
+    } else if (cell.quantity != 0 || cell.zero) {
       painter->fillRect(option.rect, colours.alternateBase());
     }
     const QRect inside = option.rect.adjusted(4, 0, -4, 0);
@@ -154,15 +164,16 @@ class QuantitySheet::Delegate : public QStyledItemDelegate {
     font.setPointSizeF(font.pointSizeF() * 0.85);
     painter->setFont(font);
     painter->setPen(chosen ? ink : colours.color(QPalette::Disabled, QPalette::Text));
-    if (cell.kind == Cell::Kind::Open)
+    if (cell.kind == Cell::Kind::Open && !cell.hidesStock)
       painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, quantity_sheet_detail::stockText(cell.stock));
-    if (cell.kind == Cell::Kind::New && cell.quantity == 0)
+    if (cell.kind == Cell::Kind::New && cell.quantity == 0 && !cell.zero)
       painter->drawText(inside, Qt::AlignCenter, QStringLiteral("·"));
     font = option.font;
     font.setBold(true);
     painter->setFont(font);
     painter->setPen(cell.marked && !chosen ? rowColour(RowLook::Bad) : ink);
-    painter->drawText(inside, Qt::AlignRight | Qt::AlignVCenter, quantity_sheet_detail::quantityText(cell.quantity));
+    painter->drawText(inside, Qt::AlignRight | Qt::AlignVCenter,
+                      quantity_sheet_detail::quantityText(cell.quantity, cell.zero));
     if (option.state & QStyle::State_HasFocus) {
       painter->setPen(QPen(colours.color(QPalette::Text), 1));
       painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -240,7 +251,7 @@ class QuantitySheet::Table : public QTableView {
   }
   void clearMarked() {
     for (const QModelIndex& index : selectionModel()->selectedIndexes())
-      if (model()->flags(index) & Qt::ItemIsEditable) sheet_.set(index.row(), index.column(), 0);
+      if (model()->flags(index) & Qt::ItemIsEditable) sheet_.set(index.row(), index.column(), {});
     sheet_.changedByHand();
   }
   QuantitySheet& sheet_;
@@ -370,7 +381,7 @@ double QuantitySheet::total() const {
   return sum;
 }
 
-void QuantitySheet::set(int row, int column, double quantity) {
+void QuantitySheet::set(int row, int column, std::optional<double> quantity) {
   source_.change(row, column, quantity);
 }
 
@@ -400,7 +411,7 @@ QuantitySheet::Pasted QuantitySheet::paste(const QString& text) {
       } else if (!quantity || *quantity < 0) {
         ++result.unreadable;
       } else {
-        set(row, column, *quantity);
+        set(row, column, typedIn(typed));
         result.taken += typed.isEmpty() ? 0 : 1;
       }
     }

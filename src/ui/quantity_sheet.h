@@ -20,12 +20,14 @@ class QuantitySheet : public QWidget {
     double stock = 0;
     double quantity = 0;
     bool marked = false;  // stands out: what was typed was refused
+    bool zero = false;    // nothing, but typed: where that is a quantity, too, it is shown as 0
+    bool hidesStock = false;
   };
   struct Source {
     QString corner;             // "屈/散"
     QStringList rows, columns;  // headings; numbers, by which pasted headings are found
     std::function<Cell(int row, int column)> cell;
-    std::function<void(int row, int column, double quantity)> change;
+    std::function<void(int row, int column, std::optional<double> quantity)> change;  // nothing: it was emptied
   };
   /// What a pasted block came to.
   struct Pasted {
@@ -60,7 +62,7 @@ class QuantitySheet : public QWidget {
   class Table;
   class Delegate;
   class Sums;
-  void set(int row, int column, double quantity);
+  void set(int row, int column, std::optional<double> quantity);
   double sumOf(Qt::Orientation along, int place) const;  // a column below, a row beside
   void changedByHand();
 

@@ -182,6 +182,51 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
             "10000001 -1 -40 | 10000002 -4 -8 | 10000004 2 30");
 }
 
+// In the sheet of powers an empty cell was not counted, and a 0 was not found.
+TEST_F(StocktakeScreenTest, ASheetOfPowersTellsZeroFromEmpty) {
+  for (int i = 0; i < 4; ++i)
+    addGoods({.sn = QString::number(20000001 + i),
+              .name = u"镜片"_qs,
+              .cost = 8,
+              .price = 30,
+              .stock = 3,
+              .product = u"清晰1.56"_qs,
+              .sphere = numberText(-0.25 * i),
+              .cylinder = u"0"_qs});
+  open("F_Kcpd", [&](ui::Screen& s) {
+    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+      auto* cells = sheet.findChild<QTableView*>("sheet")->model();
+      const auto type = [&](int row, const char* text) {
+        cells->setData(cells->index(row, 0), QString::fromUtf8(text));
+      };
+      type(0, "5");
+      type(1, "0");
+      type(2, "4");
+      type(2, "");  // taken back
+      type(3, "0");
+      EXPECT_EQ(cells->index(1, 0).data().toString(), "0");
+      EXPECT_EQ(cells->index(2, 0).data().toString(), "");
+      EXPECT_TRUE(cells->index(0, 0).data(Qt::AccessibleTextRole).toString().contains(u"库存"));
+      picture(sheet, u"F_Kcpd_sheet"_qs);
+      press(sheet, "F5");
+    });
+    press(s, "F12");
+    ASSERT_EQ(s.grid("gridLines").rowCount(), 3);
+    EXPECT_EQ(line(s, 0), "20000004 3 5 2 16");
+    EXPECT_EQ(line(s, 1), "20000003 3 0 -3 -24");
+    EXPECT_EQ(line(s, 2), "20000001 3 0 -3 -24");
+    check(s, "chkMp", true);
+    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+      const auto* cells = sheet.findChild<QTableView*>("sheet")->model();
+      EXPECT_FALSE(cells->index(0, 0).data(Qt::AccessibleTextRole).toString().contains(u"库存"));
+      press(sheet, "Esc");
+    });
+    press(s, "F12");
+    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    press(s, "Esc");
+  });
+}
+
 // Who counts blind sees no stock before the count is saved, wherever it could show.
 TEST_F(StocktakeScreenTest, ABlindCountShowsNoStockUntilItIsSaved) {
   const auto sees = [](ui::Screen& s, std::string_view grid, const char* column) {

@@ -102,7 +102,7 @@ class TF_Jpgd : public ui::Screen {
 
   bool mayLeave() override {
     const bool typed =
-        std::any_of(sheets_.begin(), sheets_.end(), [](const LensSheet& sheet) { return sheet.total() != 0; });
+        std::any_of(sheets_.begin(), sheets_.end(), [](const LensSheet& sheet) { return !sheet.isEmpty(); });
     if (!typed) return true;
     switch (prompt().askOrCancel(u"光度表中的数量还未保存，是否保存？"_qs)) {
       case Answer::Yes:
@@ -147,9 +147,15 @@ class TF_Jpgd : public ui::Screen {
                                                             : Kind::Locked,
                                      .stock = cell.stock,
                                      .quantity = cell.quantity,
-                                     .marked = cell.goesShort};
+                                     .marked = cell.goesShort,
+                                     .zero = cell.quantity == 0 && sheet().holds(cell),
+                                     .hidesStock = hidesStock()};
     };
-    source.change = [this](int row, int column, double quantity) { sheet().at(row, column).quantity = quantity; };
+    source.change = [this](int row, int column, std::optional<double> quantity) {
+      LensSheet::Cell& cell = sheet().at(row, column);
+      cell.quantity = quantity.value_or(0);
+      cell.isTyped = quantity.has_value();
+    };
     sheet_->show(std::move(source));
     showHint();
   }
@@ -161,8 +167,12 @@ class TF_Jpgd : public ui::Screen {
     const auto text = [](double pieces) { return numberText(pieces); };
     QString hint = current_ < 0 ? QString() : sheet().product + u"　本表 "_qs + text(sheet().total());
     if (current_ >= 0 && all != sheet().total()) hint += u"　全部 "_qs + text(all);
-    hint_->setText(hint + u"　行为屈光度，列为散光度；格内左边是库存，可直接输入数量，或粘贴表格中复制的区域"_qs);
+    hint += hidesStock() ? u"　行为屈光度，列为散光度；"_qs : u"　行为屈光度，列为散光度；格内左边是库存，"_qs;
+    if (rules_ && rules_->lines().quantities().zero) hint += u"空格是没有盘点，0是没有找到；"_qs;
+    hint_->setText(hint + u"可直接输入数量，或粘贴表格中复制的区域"_qs);
   }
+
+  bool hidesStock() const { return rules_ && target_ == Lines::Draft && rules_->lines().hidesStock(); }
 
   bool addPower(const char* name, void (LensSheet::*add)(double)) {
     auto& input = field(name);
