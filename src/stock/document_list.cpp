@@ -72,7 +72,38 @@ std::string openAmount(const DocumentFamily& f) {
          of("a", f.collected) + ")";
 }
 
-Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& warehouses) {
+/// Documents with such goods on them, or, of lines, those lines.
+void addGoods(Filter& filter, const DocumentFamily& f, const Criteria& criteria, bool ofLines) {
+  if (criteria.group.isEmpty()) return;
+  Filter wanted;
+  addKey(wanted, {.key = criteria.group}, {"g.g_sn", "g.g_name", "g.g_jm", "g.g_sptm"});
+  if (ofLines) return void(filter.add(wanted.conditions()));
+  Sql any = Sql(compose("(exists (select x.id from {} x,jxc_goods g where x.g_sn=g.g_sn and x.{}=a.{}",
+                        {f.lines, f.number, f.number}))
+                .andWhere(wanted)
+                .add(")");
+  if (!f.whole.goods.empty())
+    any.add(compose(" or exists (select g.id from jxc_goods g where g.g_sn=a.{}", {f.whole.goods}))
+        .andWhere(wanted)
+        .add(")");
+  filter.add(any.add(")"));
+}
+
+/// A transfer belongs to both of its warehouses, unless one end is asked for.
+void addWarehouse(Filter& filter, const DocumentFamily& f, const Criteria& criteria, const Warehouses& warehouses) {
+  Filter from, to;
+  warehouses.restrict(from, of("a", f.warehouse));
+  if (from.isEmpty()) return;
+  if (!f.into.empty()) warehouses.restrict(to, of("a", f.into));
+  if (to.isEmpty() || criteria.has(kGoesOut))
+    filter.add(from.conditions());
+  else if (criteria.has(kComesIn))
+    filter.add(to.conditions());
+  else
+    filter.add(Sql("(").add(from.conditions()).add(" or ").add(to.conditions()).add(")"));
+}
+
+Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& warehouses, bool ofLines) {
   const DocumentFamily& f = part.family;
   Filter filter;
   if (part.isNone) filter.add("1=0");
@@ -92,14 +123,8 @@ Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& 
     for (const std::string_view column : {partnerOf(f).key, partnerOf(f).name, partnerOf(f).mnemonic})
       searched.push_back(of("b", column));
   addKey(filter, criteria, searched);
-  // A transfer belongs to both of its warehouses.
-  Filter from, to;
-  warehouses.restrict(from, of("a", f.warehouse));
-  if (!f.into.empty()) warehouses.restrict(to, of("a", f.into));
-  if (from.isEmpty() || f.into.empty())
-    filter = from.isEmpty() ? filter : filter.add(from.conditions());
-  else
-    filter.add(Sql("(").add(from.conditions()).add(" or ").add(to.conditions()).add(")"));
+  addGoods(filter, f, criteria, ofLines);
+  addWarehouse(filter, f, criteria, warehouses);
   return filter;
 }
 
@@ -136,7 +161,7 @@ Sql united(const std::vector<Part>& parts, const Criteria& criteria, Sql (*selec
   Sql all;
   for (const Part& part : parts) {
     if (!all.isEmpty()) all.add(" union all ");
-    all.add(select(part, criteria).where(conditions(part, criteria, warehouses)));
+    all.add(select(part, criteria).where(conditions(part, criteria, warehouses, lines)));
   }
   const std::string down = criteria.descending ? " desc" : "";
   all.add(criteria.order == QStringView(kByAudit) ? " order by chkrq" : " order by rq").add(down);

@@ -16,8 +16,9 @@
 
 namespace jxc {
 
-/// Boxes of a list's criteria: only what is not paid yet; waiting documents too; only those.
-inline constexpr unsigned kUnpaidOnly = 1, kWaitingToo = 2, kWaitingOnly = 4;
+/// Boxes of a list's criteria: only what is not paid yet; waiting documents too; only those; of a transfer the
+/// warehouse is the one that goods leave, or the one that they come to.
+inline constexpr unsigned kUnpaidOnly = 1, kWaitingToo = 2, kWaitingOnly = 4, kGoesOut = 8, kComesIn = 16;
 /// An order of a list, and the day that its period means then: by the day of audit in place of the document's own.
 inline constexpr const char16_t* kByAudit = u"chkrq";
 

@@ -308,6 +308,17 @@ TEST_F(DocumentListTest, EachKindShowsByItsOwnRightsAndANumberOpensItsPaper) {
       type(s, "tkey", number);
       press(s, "Return");
     }
+    expectScreen("F_Djcx_Cx", [&](ui::Screen& form) {
+      type(form, "tgoods", u"691");  // a case, which he did not move
+      press(form, "F5");
+    });
+    press(s, "F3");
+    EXPECT_TRUE(listed(s.grid("gridDj"), {"djh"}).isEmpty());
+    expectScreen("F_Djcx_Cx", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tgoods").text(), u"691");
+      press(form, "F4");
+    });
+    press(s, "F3");
     type(s, "tkey", u"DB21");  // a part of one searches
     press(s, "Return");
     EXPECT_EQ(s.grid("gridDj").rowCount(), 1);

@@ -63,6 +63,8 @@ TEST_F(DocumentListTest, TellsWhatIsOpenOfWhichDocumentsInWhichOrder) {
       {{.key = u"整单"_qs}, {second_}},
       {{.key = second_.mid(1)}, {second_}},
       {{.warehouse = u"100002"_qs}, {}},
+      {{.employee = u"100001"_qs, .group = u"架b"_qs}, {first_}},
+      {{.employee = u"999999"_qs}, {}},
   };
   for (const Case& each : cases)
     EXPECT_EQ(listed<Purchases>(each.criteria), each.numbers) << each.criteria.key.toStdString() << each.criteria.boxes;
@@ -71,10 +73,25 @@ TEST_F(DocumentListTest, TellsWhatIsOpenOfWhichDocumentsInWhichOrder) {
   EXPECT_EQ(listed<Purchases>({.descending = true}, {"g_sn", "gl_sl", "gl_zje"}, Purchases::lines),
             QStringList({"A 1 6", "A -2 -10", "A 10 50", "B 4 4"}));
 
+  EXPECT_EQ(listed<Purchases>({.group = u"B"_qs}, {"g_sn", "gl_sl"}, Purchases::lines), QStringList("B 4"));
+
   // Waiting documents stand among the others, or alone; an audited one has the day of its audit.
   EXPECT_EQ(listed<Everything>({.to = u"2021-05-02"_qs, .boxes = kWaitingToo}, {"djh", "zt"}),
             QStringList({first_ + u" 已审核"_qs, waiting_ + u" 待审核"_qs, sold_ + u" 已审核"_qs}));
   EXPECT_EQ(listed<Everything>({.boxes = kWaitingToo | kWaitingOnly}), QStringList(waiting_));
+
+  // Either end of a transfer, or the one that is asked for.
+  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+  const QString moved = test::waitingDocument(families::transfer, "2021-05-05",
+                                              {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}},
+                                              {{{"g_sn", u"A"}, {"db_sl", 1.0}, {"db_dj", 5.0}, {"db_zje", 5.0}}});
+  for (const auto& [end, warehouse, isListed] :
+       {std::tuple(0u, u"100001"_qs, true), std::tuple(0u, u"100002"_qs, true),
+        std::tuple(kGoesOut, u"100001"_qs, true), std::tuple(kGoesOut, u"100002"_qs, false),
+        std::tuple(kComesIn, u"100001"_qs, false), std::tuple(kComesIn, u"100002"_qs, true)})
+    EXPECT_EQ(listed<Everything>({.warehouse = warehouse, .kind = u"DB"_qs, .boxes = end | kWaitingOnly}),
+              isListed ? QStringList(moved) : QStringList())
+        << end << warehouse.toStdString();
 
   // Prices without cost: what was bought tells no amount, and neither do its lines.
   setRights("300001", "cggl", "11111111111111111111");

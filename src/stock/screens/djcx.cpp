@@ -50,10 +50,10 @@ using SplitsAndBundles =
     List<"F_Cfkb_Djcx", "拆分捆绑查询", SeveralKinds | Wholes, DocumentSet<families::split, families::bundle>>;
 
 const ui::RegisteredEnquiry<TF_Djcx> kAll{All::kSpec};
-const ui::RegisteredEnquiry<Transfers::Screen> kTransfers{Transfers::kSpec};
-const ui::RegisteredEnquiry<Counted::Screen> kCounts{Counted::kSpec};
-const ui::RegisteredEnquiry<LossesAndOverflows::Screen> kLosses{LossesAndOverflows::kSpec};
-const ui::RegisteredEnquiry<SplitsAndBundles::Screen> kSplits{SplitsAndBundles::kSpec};
+const ui::RegisteredEnquiry<Transfers::Screen<"F_Kcdb_Cx">> kTransfers{Transfers::kSpec};
+const ui::RegisteredEnquiry<Counted::Screen<>> kCounts{Counted::kSpec};
+const ui::RegisteredEnquiry<LossesAndOverflows::Screen<>> kLosses{LossesAndOverflows::kSpec};
+const ui::RegisteredEnquiry<SplitsAndBundles::Screen<"F_Cfkb_Cx">> kSplits{SplitsAndBundles::kSpec};
 
 }  // namespace djcx_detail
 }  // namespace jxc

@@ -4,6 +4,7 @@
 #include "output/printed_documents.h"
 #include "output/screens/prin_sele.h"
 #include "output/screens/print_outlet.h"
+#include "stock/screens/document_search.h"
 #include "ui/display.h"
 #include "ui/refresh_after.h"
 
@@ -54,11 +55,28 @@ bool cancelRow(const Row& document, Prompt& prompt) {
 
 }  // namespace document_list_screen
 
-DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec) : EnquiryScreen(spec) {
+DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_view search) : EnquiryScreen(spec) {
+  on(command("btn_Cx"), [this, search] { searchMore(search); });
   on(command("btn_ChaKan"), [this] { follow(); });
   on(command("btn_Dydj"), [this] { printDocument(); });
   on(command("btn_Lxdy"), [this] { printAll(); });
   on(command("btn_UnChkAll"), [this] { cancelAll(); });
+}
+
+void DocumentListScreen::complete(Criteria& criteria) const {
+  const std::string_view list = shown().spec().name;
+  if (list != "gridDj" && list != "gridMx") return;  // sums of the ledger know nothing of it
+  criteria.employee = more_.employee;
+  criteria.group = more_.group;
+  criteria.boxes |= more_.boxes;
+}
+
+void DocumentListScreen::searchMore(std::string_view form) {
+  if (!ui::screenAs<DocumentSearch>(form).ask(more_)) return;
+  // Nobody wonders later where the other documents are.
+  command("btn_Cx").setText(more_ == Criteria() ? QStringLiteral("高级查询(F3)")
+                                                : QStringLiteral("高级查询：已限定(F3)"));
+  search();
 }
 
 QString DocumentListScreen::currentNumber() const {

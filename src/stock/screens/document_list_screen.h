@@ -16,7 +16,9 @@ namespace jxc {
 /// View, print and cancel the documents of a list. What differs a derived screen binds.
 class DocumentListScreen : public ui::EnquiryScreen {
  protected:
-  explicit DocumentListScreen(const ui::EnquirySpec& spec);
+  /// `search`: the form of what is asked for beside the inputs.
+  explicit DocumentListScreen(const ui::EnquirySpec& spec, std::string_view search = "F_Djcx_Cx");
+  void complete(Criteria& criteria) const override;
   /// The number of the current row, of a document or of one of its lines; empty without.
   QString currentNumber() const;
 
@@ -24,6 +26,9 @@ class DocumentListScreen : public ui::EnquiryScreen {
   void printDocument();
   void printAll();
   void cancelAll();
+  void searchMore(std::string_view form);
+
+  Criteria more_;  // what that form was left with
 };
 
 /// What a list has to show.
@@ -178,6 +183,7 @@ struct List {
                       .paper = joined<Paper>}};
   static constexpr ui::EnquiryTab kTabs[] = {{.criteria = kCriteria, .views = kViews}};
   static constexpr std::array kCommands{
+      ui::EnquiryCommand{.name = "btn_Cx", .caption = "高级查询", .key = "F3", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_ChaKan", .caption = "查看单据", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_Dydj", .caption = "打印单据", .key = "F7", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_UnChk",
@@ -196,8 +202,9 @@ struct List {
   static constexpr ui::EnquirySpec kSpec = with(kTabs, kCommands);
 
   /// The screen of a list that needs no command of its own.
+  template <FixedText Search = "F_Djcx_Cx">
   struct Screen : DocumentListScreen {
-    Screen() : DocumentListScreen(kSpec) {}
+    Screen() : DocumentListScreen(kSpec, joined<Search>) {}
   };
 };
 

@@ -1,0 +1,71 @@
+#include "stock/screens/document_search.h"
+
+#include "core/fillers.h"
+#include "stock/document_list.h"
+
+namespace jxc {
+namespace document_search_detail {
+
+using ui::FieldKind;
+
+constexpr ui::FieldSpec kFields[] = {
+    {"tgoods", "商品：", FieldKind::Text, "", 50},
+    {"comUser", "经办人：", FieldKind::Combo},
+    {"comCkLx", "仓库为：", FieldKind::Combo},  // of a transfer
+};
+constexpr std::span<const ui::FieldSpec> kWithoutEnds = std::span(kFields).first(2);
+constexpr std::string_view kRows[] = {"tgoods", "comUser", "comCkLx"};
+constexpr ui::CommandSpec kCommands[] = {
+    {"btnAll", "全部", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
+
+constexpr ui::ScreenSpec form(std::string_view name, std::string_view title, std::span<const ui::FieldSpec> fields) {
+  return {.name = name, .title = title, .fields = fields, .commands = kCommands, .focus = "tgoods"};
+}
+constexpr ui::ScreenSpec kAny = form("F_Djcx_Cx", "单据高级查询", kWithoutEnds);
+constexpr ui::ScreenSpec kTransfers = form("F_Kcdb_Cx", "库存调拨高级查询", kFields);
+constexpr ui::ScreenSpec kSplits = form("F_Cfkb_Cx", "拆分捆绑高级查询", kWithoutEnds);
+
+template <const ui::ScreenSpec& Spec>
+struct Form : DocumentSearch {
+  Form() : DocumentSearch(Spec, std::span(kRows).first(Spec.fields.size())) {}
+};
+using TF_Djcx_Cx = Form<kAny>;
+using TF_Kcdb_Cx = Form<kTransfers>;
+using TF_Cfkb_Cx = Form<kSplits>;
+
+const ui::Registered<TF_Djcx_Cx> kRegistered{"F_Djcx_Cx"};
+const ui::Registered<TF_Kcdb_Cx> kRegisteredTransfers{"F_Kcdb_Cx"};
+const ui::Registered<TF_Cfkb_Cx> kRegisteredSplits{"F_Cfkb_Cx"};
+
+}  // namespace document_search_detail
+
+DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::string_view> rows) : Screen(spec) {
+  panel().form(rows).buttons("btnAll | btnOK btnCancel");
+  on(command("btnOK"), [this] { accept(); });
+  on(command("btnAll"), [this] {
+    for (ui::Field* each : fields())
+      each->spec().kind == ui::FieldKind::Combo ? each->setIndex(0) : each->clear();
+    accept();
+  });
+}
+
+bool DocumentSearch::ask(Criteria& criteria) {
+  field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
+  field("comUser").setKey(criteria.employee.isEmpty() ? QString::fromUtf16(allKey) : criteria.employee);
+  field("tgoods").setText(criteria.group);
+  const bool hasEnds = hasField("comCkLx");
+  if (hasEnds) {
+    field("comCkLx").setItems({{QStringLiteral("调出或调入仓库"), QStringLiteral("0")},
+                               {QStringLiteral("调出仓库"), QString::number(kGoesOut)},
+                               {QStringLiteral("调入仓库"), QString::number(kComesIn)}});
+    field("comCkLx").setKey(QString::number(criteria.boxes));
+  }
+  if (!showModal()) return false;
+  const QString employee = field("comUser").key();
+  criteria.employee = employee == QStringView(allKey) ? QString() : employee;
+  criteria.group = field("tgoods").trimmed();
+  criteria.boxes = hasEnds ? field("comCkLx").key().toUInt() : 0;
+  return true;
+}
+
+}  // namespace jxc
