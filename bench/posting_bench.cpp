@@ -1,6 +1,7 @@
 // Audit of receipts and sales beside the same reads and writes by hand on bare SQLite: today and dated back, with few
 // and with a million rows of the stock ledger behind.
 #include "audit_words.h"
+#include "bare_replay.h"
 #include "core/clock.h"
 #include "core/session.h"
 #include "filled_shop.h"
@@ -12,7 +13,6 @@
 
 #include <array>
 #include <benchmark/benchmark.h>
-#include <list>
 #include <optional>
 #include <vector>
 
@@ -22,7 +22,6 @@ namespace posting_bench {
 using bench::Bare;
 using bench::goodsCode;
 using bench::goodsCount;
-using bench::roundTo;
 using bench::Shop;
 using bench::shopWith;
 using bench::YesPrompt;
@@ -30,29 +29,18 @@ using bench::YesPrompt;
 // ---- by hand -----------------------------------------------------------------------------------------------------
 
 /// What audit of a receipt or of a sale reads and writes, as somebody would write it who knows nothing but SQLite.
-class BareAudit {
+class BareAudit : bench::BareStatements {
  public:
-  BareAudit(sqlite3* db, bool sale) : db_(db), sale_(sale), words_(sale ? bench::saleWords : bench::receiptWords) {}
+  BareAudit(sqlite3* db, bool sale)
+      : BareStatements(db), sale_(sale), words_(sale ? bench::saleWords : bench::receiptWords) {}
   void run(const std::string& number, const std::string& today);
   void setDate(const std::string& date) { date_ = date; }  // of the documents
 
  private:
-  Bare& sql(const char* text) {
-    for (auto& [known, statement] : statements_)
-      if (known == text) return statement;
-    return statements_.emplace_back(text, Bare(db_, text)).second;
-  }
-  sqlite3* db_;
   const bool sale_;
   const bench::Words& words_;
   std::string date_;
-  std::list<std::pair<const char*, Bare>> statements_;
 
-  double one(Bare& statement) {
-    const double value = statement.step() ? statement.number(0) : 0;
-    statement.reset();
-    return value;
-  }
   void carry(Bare& rows, const char* update, double balance) {
     std::vector<std::array<double, 3>> lines;
     while (rows.step())
@@ -77,61 +65,11 @@ void BareAudit::goods(sqlite3_int64 id, const std::string& sn, double quantity, 
     (sql("update jxc_kcsp set kc_sl=kc_sl+?,kc_zsl=kc_zsl+? where ck_sn=? and g_sn=?")
      << quantity << quantity << warehouse << sn)
         .run();
-  if (sqlite3_changes(db_) == 0)
+  if (changed() == 0)
     (sql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,0,?,?,?)")
      << quantity << price << sn << warehouse << quantity)
         .run();
-  Bare& anchor = sql("select g_sn,gl_kdrq,ck_sn,gl_flag from jxc_goodslist where id=?") << id;
-  anchor.step();
-  const std::string date = anchor.text(1);
-  anchor.reset();
-  double q = 0, p = 0, a = 0;
-  Bare& opening = sql("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where g_sn=? and ck_sn=? and gl_kdrq<? "
-                      "order by gl_kdrq desc,id desc limit 1")
-                  << sn << warehouse << date;
-  const bool found = opening.step();
-  if (found) {
-    q = opening.number(0);
-    p = opening.number(1);
-    a = opening.number(2);
-  }
-  opening.reset();
-  if (!found) p = one(sql("select g_pjjj from jxc_goods where g_sn=?") << sn);
-  struct Line {
-    sqlite3_int64 id;
-    bool in;
-    double quantity, net, stored[5];
-  };
-  std::vector<Line> lines;
-  Bare& rows = sql("select id,gl_flag,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje from jxc_goodslist "
-                   "where g_sn=? and ck_sn=? and gl_kdrq>=? order by gl_kdrq,id")
-               << sn << warehouse << date;
-  while (rows.step())
-    lines.push_back({rows.integer(0),
-                     rows.text(1) == "cj",
-                     rows.number(2),
-                     rows.number(3),
-                     {rows.number(5), rows.number(6), rows.number(7), rows.number(8), rows.number(9)}});
-  rows.reset();
-  for (const Line& line : lines) {
-    const double before[2] = {q, a};
-    if (line.in) {
-      const double pool = q + line.quantity;
-      if (pool != 0) p = roundTo(std::fabs((a + line.net) / pool), 100);
-      q = roundTo(pool, 100);
-    } else {
-      q = roundTo(q - line.quantity, 100);
-    }
-    a = roundTo(p * q, 100);
-    const double now[5] = {before[0], before[1], p, q, a};
-    bool same = true;
-    for (int i = 0; i < 5; ++i)
-      same = same && std::fabs(now[i] - line.stored[i]) < 5e-7;
-    if (!same)
-      (sql("update jxc_goodslist set gl_sqsl=?,gl_sqje=?,gl_pjjj=?,gl_kc=?,gl_kczje=? where id=?")
-       << now[0] << now[1] << now[2] << now[3] << now[4] << line.id)
-          .run();
-  }
+  const double p = bench::replay(*this, id);
   if (sale_) {
     (sql("update jxc_goods set g_kc=g_kc-?,g_xspl=g_xspl+1 where g_sn=?") << quantity << sn).run();
     return;
