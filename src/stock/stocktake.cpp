@@ -9,8 +9,6 @@
 #include "core/text.h"
 #include "engine/number_text.h"
 
-#include <cmath>
-
 namespace jxc::stock_count {
 namespace stock_count_detail {
 
@@ -83,16 +81,16 @@ std::vector<MovedLine> movedLines(const QString& number) {
   for (const Row row : openSelect(
            "select a.id,a.g_sn,b.g_name,a.pd_sl,a.kc_sl,c.kc_sl as nowsl,c.kc_zsl as nowzsl from (jxc_kcpdsp a inner "
            "join jxc_goods b on a.g_sn=b.g_sn) left outer join (select g_sn,kc_sl,kc_zsl from jxc_kcsp where ck_sn=?) "
-           "c on a.g_sn=c.g_sn where a.gl_djh=? order by a.id",
+           "c on a.g_sn=c.g_sn where a.gl_djh=? and abs(iif(isnull(c.kc_sl),0,c.kc_sl)-a.kc_sl)>=0.0000005 order by "
+           "a.id",
            countOf(number).warehouse, number)) {
-    MovedLine line{.id = row.integer("id"),
-                   .goods = row.text("g_sn"),
-                   .name = row.text("g_name"),
-                   .counted = row.number("pd_sl"),
-                   .recorded = row.number("kc_sl"),
-                   .shelf = row.number("nowsl"),
-                   .book = row.number("nowzsl")};
-    if (std::fabs(line.shelf - line.recorded) >= 5e-7) moved.push_back(std::move(line));
+    moved.push_back({.id = row.integer("id"),
+                     .goods = row.text("g_sn"),
+                     .name = row.text("g_name"),
+                     .counted = row.number("pd_sl"),
+                     .recorded = row.number("kc_sl"),
+                     .shelf = row.number("nowsl"),
+                     .book = row.number("nowzsl")});
   }
   return moved;
 }
