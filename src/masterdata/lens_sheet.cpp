@@ -177,19 +177,14 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
     }
   if (goesShort) return std::nullopt;
 
-  CopyResult result{.lines = 0, .number = place.number};
-  Transaction transaction(accountDb());
+  std::vector<LineDraft> drafts;
+  drafts.reserve(taken.size());
   for (const LensSheet::Cell* cell : taken) {
-    LineDraft line = rules.newLine(cell->goods, place, true);
-    line.amounts.setQuantity(cell->quantity);
-    LinePlace here = place;
-    here.number = result.number;
-    const LineResult added = rules.addLine(target, here, line, prompt);
-    result.number = added.number;
-    result.lines += added ? 1 : 0;
+    drafts.push_back(rules.newLine(cell->goods, place, true));
+    drafts.back().amounts.setQuantity(cell->quantity);
   }
-  transaction.commit();
-  return result;
+  const AddedLines added = *rules.addLines(target, place, drafts);
+  return CopyResult{.lines = added.lines, .number = added.number};
 }
 
 }  // namespace jxc

@@ -68,6 +68,13 @@ const DocumentPartner& partnerOf(const DocumentFamily& family) {
   return family.side == PartnerType::Supplier ? document_rules_detail::kSupplier : document_rules_detail::kCustomer;
 }
 
+bool goesOn(const LineProgress& progress, std::size_t done, std::size_t all) {
+  constexpr std::size_t told = 100;
+  if (!progress || all < told) return true;
+  if (done == all) progress(100);
+  return done == all || done % told != 0 || progress(static_cast<int>(done * 99 / all));
+}
+
 bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field) const {
   if (goods == u"00000000") return false;  // the balancing line comes from the settlement
   if (isGift) return field == u"sl";

@@ -9,7 +9,9 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -42,6 +44,17 @@ struct ScanResult {
   std::int64_t id = 0;             // the line that was added or increased
   QString number;                  // the document's number now
   std::optional<QString> refusal;  // words for the operator
+};
+
+/// Told how far a long command has come; false stops it.
+using LineProgress = std::function<bool(int percent)>;
+/// Tells it after each hundredth row of a long list, and at its end. False: stopped.
+bool goesOn(const LineProgress& progress, std::size_t done, std::size_t all);
+
+struct AddedLines {
+  int lines = 0;
+  std::int64_t last = 0;  // id; 0: none was written
+  QString number;         // the document's number now
 };
 
 /// Answers remembered while one picking screen is open.
@@ -115,6 +128,9 @@ class LineRules {
   virtual bool priceMayChange() const { return true; }
   /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
   virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
+  /// Many lines as they stand, in their order: all or, when it is stopped, nothing. The number is looked at once.
+  virtual std::optional<AddedLines> addLines(Lines where, const LinePlace& place, std::span<const LineDraft> drafts,
+                                             const LineProgress& progress = {}) const = 0;
   virtual bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
                           Prompt& prompt) const = 0;
   /// Whether a cell of a line of this goods opens at all; `field` as below.

@@ -171,7 +171,8 @@ std::vector<QString> importColumns(const LineImport& wanted) {
 }
 
 std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
-                                                  const LinePlace& place, Prompt& prompt, Lines target) {
+                                                  const LinePlace& place, Prompt& prompt, Lines target,
+                                                  const LineProgress& progress) {
   using namespace line_import_detail;
   const Columns columns(sheet);
   if (refused({{sheet.isEmpty(), u"模板中没有数据，不能进行导入操作！"_qs},
@@ -182,6 +183,8 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
   std::vector<ImportLine> lines;
   Judging judging{wanted, rules, place, target};
   for (const Row row : sheet) {
+    if (!goesOn(progress, static_cast<std::size_t>(row.index()) + 1, static_cast<std::size_t>(sheet.rowCount())))
+      return std::nullopt;
     ImportLine line;
     line.code = columns.text(row, kCode);
     line.name = columns.text(row, kName);
@@ -205,13 +208,14 @@ QString ImportResult::text() const {
 }
 
 std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
-                                        const LinePlace& place, Lines target, Prompt& asked) {
+                                        const LinePlace& place, Lines target, Prompt& asked,
+                                        const LineProgress& progress) {
   const bool nothing = std::none_of(lines.begin(), lines.end(), [](const ImportLine& line) { return line.passes(); });
   if (refused({{nothing, u"没有可以导入的商品！"_qs}}, asked)) return std::nullopt;
   AskedOnce prompt(asked);
   PickingMemory memory;
   std::set<QString> once;
-  std::vector<const LineDraft*> taken;
+  std::vector<LineDraft> taken;
   for (const ImportLine& line : lines) {
     if (!line.passes() || !rules.mayStage(line.code, place, target, memory, prompt)) continue;
     if (rules.goodsStandOnce() && !once.insert(line.code).second) {
@@ -219,19 +223,14 @@ std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const
       continue;
     }
     if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, prompt, &memory)) return std::nullopt;
-    taken.push_back(&line.draft);
+    taken.push_back(line.draft);
   }
-  ImportResult result{.rows = static_cast<int>(lines.size()), .number = place.number, .passedOver = memory.passedOver};
-  Transaction transaction(accountDb());
-  for (const LineDraft* draft : taken) {
-    LinePlace here = place;
-    here.number = result.number;
-    const LineResult added = rules.addLine(target, here, *draft, prompt);
-    result.number = added.number;
-    result.taken += added ? 1 : 0;
-  }
-  transaction.commit();
-  return result;
+  const auto added = rules.addLines(target, place, taken, progress);
+  if (!added) return std::nullopt;
+  return ImportResult{.rows = static_cast<int>(lines.size()),
+                      .taken = added->lines,
+                      .number = added->number,
+                      .passedOver = memory.passedOver};
 }
 
 }  // namespace jxc

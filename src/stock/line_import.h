@@ -23,9 +23,11 @@ struct ImportLine {
 std::vector<QString> importColumns(const LineImport& wanted);
 
 /// Judges all rows of a sheet for lines of `target` (columns by name, in any order); rows without anything are passed
-/// over. Nothing, after a notice: the sheet has no rows, or not the columns that it needs.
+/// over. Nothing, after a notice: the sheet has no rows, or not the columns that it needs. Nothing without one: it was
+/// stopped.
 std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
-                                                  const LinePlace& place, Prompt& prompt, Lines target = Lines::Draft);
+                                                  const LinePlace& place, Prompt& prompt, Lines target = Lines::Draft,
+                                                  const LineProgress& progress = {});
 
 struct ImportResult {
   int rows = 0, taken = 0;
@@ -34,8 +36,9 @@ struct ImportResult {
   QString text() const;         // what the operator is told
 };
 /// Makes lines of the rows that pass, in their order, with the questions of the picking list, each put once. Nothing:
-/// the operator took it back, or no row passes.
+/// the operator took it back or stopped it, or no row passes.
 std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
-                                        const LinePlace& place, Lines target, Prompt& prompt);
+                                        const LinePlace& place, Lines target, Prompt& prompt,
+                                        const LineProgress& progress = {});
 
 }  // namespace jxc

@@ -171,14 +171,14 @@ std::optional<LineFigures> TableLines::figuresOf(const LineDraft& draft) const {
   return line;
 }
 
-std::int64_t TableLines::insert(Lines where, const QString& number, const LineDraft& draft,
+std::int64_t TableLines::insert(Lines where, const QString& number, const QString& owner, const LineDraft& draft,
                                 const LineFigures& line) const {
   const LineTable& table = tableOf(where);
   const LineColumns& c = *table.columns;
   const auto zero = [&](std::size_t i) { return i < table.zeros.size() ? table.zeros[i] : std::string_view(); };
   return insertRow(c.table, {{where == Lines::Staging ? std::string_view() : family().number, number},
                              {"g_sn", draft.goods},
-                             {"a_name", where == Lines::Waiting ? ownerOf(family(), number) : session().a_name},
+                             {"a_name", owner},
                              {c.price, line.price},
                              {c.quantity, line.quantity},
                              {c.net, line.net},
@@ -209,20 +209,32 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const LineDr
 }
 
 LineResult TableLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt&) const {
-  LineResult result;
-  result.number = place.number;
-  std::optional<LineFigures> line = figuresOf(draft);
-  if (!line) return result;
+  if (!figuresOf(draft)) return {.number = place.number};
+  const AddedLines added = *addLines(where, place, {&draft, 1});
+  return {.id = added.last, .number = added.number};
+}
+
+std::optional<AddedLines> TableLines::addLines(Lines where, const LinePlace& place, std::span<const LineDraft> drafts,
+                                               const LineProgress& progress) const {
+  AddedLines added;
+  added.number = place.number;
   Transaction transaction(accountDb());
   const Head head = headOf(where, place.number);
-  if (head.closed) return result;
+  if (head.closed) return added;
   // A draft's number may have been taken meanwhile; a waiting document's is its own.
-  if (where == Lines::Draft) result.number = usableDraftNumber(family(), place.number, place.date);
-  line->moved = moved(where, head, line->quantity);
-  result.id = insert(where, result.number, draft, *line);
-  if (where == Lines::Waiting) refreshWaitingTotals(family(), result.number);
+  if (where == Lines::Draft) added.number = usableDraftNumber(family(), place.number, place.date);
+  const QString owner = where == Lines::Waiting ? ownerOf(family(), added.number) : session().a_name;
+  for (std::size_t i = 0; i < drafts.size(); ++i) {
+    if (!goesOn(progress, i + 1, drafts.size())) return std::nullopt;
+    std::optional<LineFigures> line = figuresOf(drafts[i]);
+    if (!line) continue;
+    line->moved = moved(where, head, line->quantity);
+    added.last = insert(where, added.number, owner, drafts[i], *line);
+    ++added.lines;
+  }
+  if (where == Lines::Waiting) refreshWaitingTotals(family(), added.number);
   transaction.commit();
-  return result;
+  return added;
 }
 
 bool TableLines::changeLine(Lines where, std::int64_t id, const LinePlace&, const LineDraft& draft, Prompt&) const {
@@ -333,7 +345,7 @@ ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code,
     line = *figuresOf(draft);
     settle(line, description_.rounding.scans, rules);
     line.moved = moved(Lines::Draft, {}, 1);
-    result.id = insert(Lines::Draft, result.number, draft, line);
+    result.id = insert(Lines::Draft, result.number, session().a_name, draft, line);
     result.outcome = Scan::Added;
   }
   transaction.commit();

@@ -47,6 +47,8 @@ class TableLines : public LineRules {
   std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const override;
   bool mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const override;
   LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const override;
+  std::optional<AddedLines> addLines(Lines where, const LinePlace& place, std::span<const LineDraft> drafts,
+                                     const LineProgress& progress = {}) const override;
   bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
                   Prompt& prompt) const override;
   bool cellAllows(const QString& value, QStringView field, Lines where, std::int64_t id, const LinePlace& place,
@@ -92,7 +94,8 @@ class TableLines : public LineRules {
   double moved(Lines where, const Head& head, double quantity) const;
   /// What is written of a line that was typed. Nothing for a quantity of zero.
   std::optional<LineFigures> figuresOf(const LineDraft& draft) const;
-  std::int64_t insert(Lines where, const QString& number, const LineDraft& draft, const LineFigures& line) const;
+  std::int64_t insert(Lines where, const QString& number, const QString& owner, const LineDraft& draft,
+                      const LineFigures& line) const;
   void takeCounted(LineDraft& draft, const QString& warehouse) const;
   void settleCounted(const QString& number, const QString& owner) const;
   QString noteOf(const LineDraft& draft) const;

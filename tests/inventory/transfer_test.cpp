@@ -242,5 +242,30 @@ TEST_F(TransferTest, ASpreadsheetsPriceCountsForWhoMaySeeCost) {
   EXPECT_EQ(judged(), QStringList({left, left}));
 }
 
+// A long sheet tells how far it is and can be stopped while it is read and while it is written: nothing is left then.
+TEST_F(TransferTest, ALongSpreadsheetIsStopped) {
+  RowSet sheet({"商品编号", "数量", "单价"});
+  for (int row = 0; row < 250; ++row)
+    for (const char* const cell : {"A", "1", ""})
+      sheet.addText(cell);
+  const TransferDraft draft = fresh();
+  const LinePlace place = placeOf(draft);
+  std::vector<int> told;
+  bool goOn = true;
+  const LineProgress progress = [&](int percent) {
+    told.push_back(percent);
+    return goOn;
+  };
+  const auto judged = judgeLines(sheet, families::transfer.import, lines(), place, prompt, Lines::Draft, progress);
+  ASSERT_TRUE(judged);
+  EXPECT_EQ(told, std::vector<int>({39, 79, 100}));
+  goOn = false;
+  EXPECT_FALSE(judgeLines(sheet, families::transfer.import, lines(), place, prompt, Lines::Draft, progress));
+  EXPECT_FALSE(importLines(*judged, lines(), place, Lines::Draft, prompt, progress));
+  EXPECT_EQ(draftLineCount(families::transfer, draft.number), 0);
+  goOn = true;
+  EXPECT_EQ(importLines(*judged, lines(), place, Lines::Draft, prompt, progress)->taken, 250);
+}
+
 }  // namespace transfer_test
 }  // namespace jxc

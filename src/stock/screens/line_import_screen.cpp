@@ -1,10 +1,12 @@
 #include "stock/screens/line_import_screen.h"
 
 #include "core/program_directory.h"
+#include "core/text.h"
 #include "platform/sheet/sheet_reader.h"
 #include "platform/sheet/sheet_writer.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
+#include "ui/progress.h"
 
 #include <QApplication>
 #include <QFile>
@@ -85,7 +87,8 @@ void LineImportScreen::openFile(const QString& path) {
   field("tfile").setText(path);
   try {
     const RowSet sheet = openExcel(path)->rows();
-    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt(), target_)
+    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt(), target_,
+                        ui::progressOnDemand(u"正在检查表格中的商品……"_qs, this))
                  .value_or(std::vector<ImportLine>());
   } catch (const SheetError& error) {
     prompt().notice(error.message());
@@ -134,7 +137,8 @@ void LineImportScreen::saveTemplate(const QString& path) {
 }
 
 void LineImportScreen::btnOKClick() {
-  const auto imported = importLines(lines_, rules_.of(place_.number).lines(), place_, target_, prompt());
+  const auto imported = importLines(lines_, rules_.of(place_.number).lines(), place_, target_, prompt(),
+                                    ui::progressOnDemand(u"正在导入商品……"_qs, this));
   if (!imported) return;
   result_ = {.lines = imported->taken, .number = imported->number};
   prompt().notice(imported->text());
