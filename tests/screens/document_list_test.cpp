@@ -217,6 +217,16 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
                      "商品报溢 已审核 2021-05-07 3 ", "商品报损 已审核 2021-05-06 5 ", "库存调拨 已审核 2021-05-05 10 ",
                      "顾客退货 已审核 2021-05-04 -12 0", "商品销售 已审核 2021-05-03 24 0",
                      "采购退货 已审核 2021-05-02 -5 -5", "采购进货 已审核 2021-05-01 50 30"}));
+    int asked = 0, printed = 0;
+    printOutlet().printAsking = [&](const report::Pages&, QWidget*) { ++asked; };
+    printOutlet().print = [&](const report::Pages&) { ++printed; };
+    press(s, "F7");
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+      expectQuestion(u"将依次打印列表中的 12 张单据，确认吗？"_qs, answer);
+      click(s, "btn_Lxdy");
+      EXPECT_EQ(printed, answer == Answer::Yes ? 12 : 0);
+    }
+    EXPECT_EQ(asked, 1);
     for (auto number = all_.rbegin(); number != all_.rend(); ++number) {
       SCOPED_TRACE(number->toStdString());
       choose(s, "comLx", kindWord(*findFamily(QStringView(*number))));

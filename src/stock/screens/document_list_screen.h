@@ -57,6 +57,9 @@ ui::RowLook lookOf(const Row& document);
 void toLines(Criteria& criteria, const Row& document);
 bool cancelRow(const Row& document, Prompt& prompt);
 
+/// How a column of an amount is used.
+enum class Amount : char { Shown, Hidden, OfOneDocument };
+
 template <unsigned Shape>
 struct Columns {
   static constexpr bool has(unsigned part) { return (Shape & part) != 0; }
@@ -67,12 +70,11 @@ struct Columns {
   static constexpr std::string_view partner = mixesRights        ? "往来单位"
                                               : has(OfCustomers) ? joined<PartnerText<PartnerType::Customer>::noun>
                                                                  : joined<PartnerText<PartnerType::Supplier>::noun>;
-  static constexpr ColumnSpec amount(std::string_view field, std::string_view caption, bool hidden = false,
-                                     bool sums = !mixesRights) {
+  static constexpr ColumnSpec amount(std::string_view field, std::string_view caption, Amount use) {
     return {.field = field,
             .caption = caption,
             .kind = ColumnKind::Total,
-            .use = {.sum = sums, .hidden = hidden},
+            .use = {.sum = !mixesRights || use == Amount::OfOneDocument, .hidden = use == Amount::Hidden},
             .right = seesMoney};
   }
   /// These columns, or none.
@@ -95,18 +97,19 @@ struct Columns {
 
   static constexpr auto documents = ui::joinedTables(
       when<true>(ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}, ColumnSpec{"rq", "日期", ColumnKind::Date}), whose,
-      when<has(WithMoney)>(amount("yfje", has(OfCustomers) ? "应收金额" : "应付金额"),
-                           amount("sfje", has(OfCustomers) ? "实收金额" : "实付金额"), amount("yhje", "优惠金额", true),
-                           amount("hkje", has(OfCustomers) ? "收款金额" : "付款金额"),
-                           amount("wfje", has(OfCustomers) ? "未收金额" : "未付金额")),
-      when<!has(WithMoney)>(amount("zje", "金额")),
+      when<has(WithMoney)>(amount("yfje", has(OfCustomers) ? "应收金额" : "应付金额", Amount::Shown),
+                           amount("sfje", has(OfCustomers) ? "实收金额" : "实付金额", Amount::Shown),
+                           amount("yhje", "优惠金额", Amount::Hidden),
+                           amount("hkje", has(OfCustomers) ? "收款金额" : "付款金额", Amount::Shown),
+                           amount("wfje", has(OfCustomers) ? "未收金额" : "未付金额", Amount::Shown)),
+      when<!has(WithMoney)>(amount("zje", "金额", Amount::Shown)),
       when<true>(ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7}, ColumnSpec{"dnote", "备注", ColumnKind::Text, 14},
                  ColumnSpec{"checker", "审核人", ColumnKind::Text, 7},
                  ColumnSpec{"chkrq", "审核日期", ColumnKind::Date},
                  ColumnSpec{.field = "a_name", .caption = "操作员", .use = {.hidden = true}}),
       when<has(WithMoney)>(ColumnSpec{.field = "j_sn2", .caption = "原始单号", .use = {.hidden = true}},
                            ColumnSpec{.field = "fpno", .caption = "发票号码", .use = {.hidden = true}},
-                           amount("yf", "运费", true), amount("bzf", "包装费", true),
+                           amount("yf", "运费", Amount::Hidden), amount("bzf", "包装费", Amount::Hidden),
                            ColumnSpec{.field = "yffs", .caption = "运费付款方", .use = {.hidden = true}}));
 
   /// The goods of one document, or of all.
@@ -116,13 +119,13 @@ struct Columns {
       std::array{ColumnSpec{"gl_sl", has(Counts) ? "盘点数量" : "数量", ColumnKind::Quantity, 8, {.sum = true}}},
       when<has(Counts)>(ColumnSpec{"cysl", "差异数量", ColumnKind::Quantity, 8, {.sum = true}}),
       std::array{ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney}},
-      when<has(WithMoney)>(amount("gl_je", "金额", false, OfOne || !mixesRights),
-                           amount("gl_taxje", "税额", false, OfOne || !mixesRights)),
+      when<has(WithMoney)>(amount("gl_je", "金额", OfOne ? Amount::OfOneDocument : Amount::Shown),
+                           amount("gl_taxje", "税额", OfOne ? Amount::OfOneDocument : Amount::Shown)),
       std::array{amount("gl_zje",
                         has(Counts)      ? "差异金额"
                         : has(WithMoney) ? "总金额"
                                          : "金额",
-                        false, OfOne || !mixesRights),
+                        OfOne ? Amount::OfOneDocument : Amount::Shown),
                  ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14},
                  ColumnSpec{.field = "t_ph", .caption = "批号", .use = {.hidden = true}},
                  ColumnSpec{.field = "t_yxq", .caption = "有效期", .use = {.hidden = true}}},
