@@ -2,11 +2,8 @@
 
 #include "core/text.h"
 #include "inventory/inventory_lines.h"
+#include "inventory/one_list.h"
 #include "stock/ledger.h"
-
-#include <algorithm>
-#include <functional>
-#include <vector>
 
 namespace jxc::write_off {
 namespace write_off_detail {
@@ -88,31 +85,11 @@ class BothRules final : public RulesOver<DocumentDraft> {
   }
 };
 
-/// The two lists as one, by day and number; ids of two tables would meet, so that the place in time is the id.
 RowSet BothRules::waiting(const WaitingFilter& filter) const {
-  constexpr const char* shown[] = {"gl_djh", "bs_bsrq", "ck_sn", "ck_name", "u_name", "a_name", "bs_note"};
-  std::vector<std::vector<QString>> documents;
-  for (const DocumentFamily& family : {std::cref(families::loss), std::cref(families::overflow)}) {
-    const RowSet rows = kind(family).waiting(filter);
-    for (const Row row : rows) {
-      std::vector<QString>& cells = documents.emplace_back();
-      for (const char* column : shown)
-        cells.push_back(row.text(column));
-      cells.push_back(&family == &families::loss ? u"报损单"_qs : u"报溢单"_qs);
-    }
-  }
-  const auto inTime = [](const std::vector<QString>& document) { return document[0].mid(2) + document[0]; };
-  std::sort(documents.begin(), documents.end(), [&](const auto& a, const auto& b) { return inTime(a) < inTime(b); });
-  std::vector<std::int64_t> order(documents.size());
-  for (std::size_t i = 0; i < order.size(); ++i)
-    order[filter.newestFirst ? order.size() - 1 - i : i] = static_cast<std::int64_t>(i);
-  RowSet list({"id", "gl_djh", "bs_bsrq", "ck_sn", "ck_name", "u_name", "a_name", "bs_note", "djlx"});
-  for (const std::int64_t at : order) {
-    list.addInteger(at + 1);
-    for (const QString& cell : documents[static_cast<std::size_t>(at)])
-      list.addText(cell.toStdString());
-  }
-  return list;
+  constexpr std::string_view shown[] = {"gl_djh", "bs_bsrq", "ck_sn", "ck_name", "u_name", "a_name", "bs_note"};
+  const ListOfKind lists[] = {{kind(families::loss).waiting(filter), u"报损单"_qs},
+                              {kind(families::overflow).waiting(filter), u"报溢单"_qs}};
+  return oneList(lists, shown, filter.newestFirst);
 }
 
 }  // namespace write_off_detail

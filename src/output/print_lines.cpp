@@ -13,6 +13,8 @@ Filter linesOf(const DocumentFamily& family, const QString& number, LineScope sc
   Filter lines;
   lines.add(compose("a.{}=?", {family.number}), number);
   if (scope == LineScope::OwnDraft) lines.add("a.a_name=?", session().a_name);
+  // What an unsaved split takes apart, or a bundle becomes, stands among its lines; on paper it is the head.
+  if (!family.whole.goods.empty()) lines.add(compose("a.{}>0", {family.line.columns->quantity}));
   if (!family.paper.printed.empty()) lines.add(family.paper.printed);
   return lines;
 }

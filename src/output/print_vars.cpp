@@ -5,7 +5,9 @@
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "engine/number_text.h"
 #include "masterdata/partner_side.h"
+#include "stock/conversion.h"
 #include "stock/document_family.h"
 #include "stock/trading_document.h"
 
@@ -77,6 +79,14 @@ void setBalances(report::Report& report, const QString& customer, double due, do
   report.setText(u"ljqkje", printedMoney(audited ? balance : balance + moved));
 }
 
+/// What is taken apart or made.
+void setGoods(report::Report& report, const Row& goods) {
+  report.setText(u"gName", goods.text("g_name"));
+  report.setText(u"dwName", goods.text("dw_name"));
+  report.setText(u"ggName", goods.text("gg_name"));
+  report.setText(u"colorName", goods.text("color_name"));
+}
+
 void setHead(report::Report& report, const Row& head, const DocumentFamily& family) {
   const auto text = [&](std::u16string_view name, std::string_view field) {
     if (!field.empty()) report.setText(QStringView(name), head.text(field));
@@ -99,11 +109,8 @@ void setHead(report::Report& report, const Row& head, const DocumentFamily& fami
   money(u"baozfei", family.packing);
   money(u"xxyh", family.discount);
   if (const HeadGoods& whole = family.whole; !whole.goods.empty()) {
-    text(u"gName", "g_name");
     text(u"gSn", whole.goods);
-    text(u"dwName", "dw_name");
-    text(u"ggName", "gg_name");
-    text(u"colorName", "color_name");
+    setGoods(report, head);
     text(u"cfSl", whole.quantity);
     money(u"cfCbj", whole.cost);
     money(u"cfZje", "zje");
@@ -163,6 +170,18 @@ void fillDraftVars(report::Report& report, const DocumentDraft& draft, const Doc
   report.setText(QStringView(family.paper.noteAs), draft.note);
   if (const DocumentPaper& paper = family.paper; !paper.ownVariable.empty())
     report.setText(QStringView(paper.ownVariable), words(paper.ownText));
+}
+
+void fillDraftVars(report::Report& report, const ConversionDraft& draft, const ConversionFigures& figures,
+                   const DocumentFamily& family) {
+  const DocumentDraft& head = draft;
+  fillDraftVars(report, head, family);
+  report.setText(u"gSn", draft.goods);
+  const RowSet goods = openSelect("select g_name,dw_name,gg_name,color_name from jxc_goods where g_sn=?", draft.goods);
+  if (!goods.isEmpty()) print_vars_detail::setGoods(report, goods.front());
+  report.setText(u"cfSl", numberText(draft.quantity));
+  report.setText(u"cfCbj", printedMoney(figures.cost));
+  report.setText(u"cfZje", printedMoney(figures.value));
 }
 
 void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family) {

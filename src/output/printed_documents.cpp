@@ -3,6 +3,7 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "output/templates.h"
+#include "stock/conversion.h"
 #include "stock/document_family.h"
 #include "stock/trading_document.h"
 
@@ -62,11 +63,11 @@ QString lastSavedDocument(const DocumentFamily& family) {
 
 namespace printed_documents_detail {
 
-template <class Draft>
-report::Report draftReport(const DocumentFamily& family, const Draft& draft) {
+template <class Draft, class... Figures>
+report::Report draftReport(const DocumentFamily& family, const Draft& draft, const Figures&... figures) {
   report::Report report = openReport(templateOf(family));
   report.setRows(printLines(draft.number, QStringView(family.prefix), LineScope::OwnDraft));
-  fillDraftVars(report, draft, family);
+  fillDraftVars(report, draft, figures..., family);
   return report;
 }
 
@@ -78,6 +79,11 @@ report::Report draftDocumentReport(const DocumentFamily& family, const DocumentD
 
 report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft) {
   return printed_documents_detail::draftReport(family, draft);
+}
+
+report::Report draftDocumentReport(const DocumentFamily& family, const ConversionDraft& draft,
+                                   const ConversionFigures& figures) {
+  return printed_documents_detail::draftReport(family, draft, figures);
 }
 
 }  // namespace jxc

@@ -16,6 +16,8 @@ namespace jxc {
 struct DocumentFamily;
 struct DocumentDraft;
 struct TradingDraft;
+struct ConversionDraft;
+struct ConversionFigures;
 
 /// The template that it prints through now: "spxs2.fr3".
 QString templateOf(const DocumentFamily& family);
@@ -40,5 +42,7 @@ QString lastSavedDocument(const DocumentFamily& family);
 /// A document that stands on the screen: variables from its inputs, lines of this operator.
 report::Report draftDocumentReport(const DocumentFamily& family, const DocumentDraft& draft);
 report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft);
+report::Report draftDocumentReport(const DocumentFamily& family, const ConversionDraft& draft,
+                                   const ConversionFigures& figures);
 
 }  // namespace jxc

@@ -10,6 +10,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/conversion.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
 #include "stock/stocktake.h"
@@ -59,6 +60,16 @@ bool isWaiting(const DocumentFamily& family, const QString& number) {
                                           {family.status, family.head, family.number, family.status}),
                                   number);
   return !heads.isEmpty() && heads.front().integer("status") == 0;
+}
+
+/// What is made of the lines costs what they are worth.
+void refreshWholeCost(const DocumentFamily& family, const QString& number) {
+  const double parts = lookupNumber(
+      compose("select sum({}) from {} where {}=?", {family.line.columns->total, family.lines, family.number}), number);
+  const double quantity = lookupNumber(
+      compose("select {} from {} where {}=?", {family.whole.quantity, family.head, family.number}), number);
+  execSql(compose("update {} set {}=? where {}=?", {family.head, family.whole.cost, family.number}),
+          unitCostOf(parts, quantity), number);
 }
 
 void deleteDocument(const DocumentFamily& family, const QString& number) {
@@ -179,8 +190,8 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
     result.number = document_detail::numberToSave(family, request.number, request.date);
-    const std::int64_t goodsLines = draftGoodsCount(family, result.number);
     request.writeHead(result.number);
+    const std::int64_t goodsLines = draftGoodsCount(family, result.number);
     if (!auditNow || family.logsEverySave)
       writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
@@ -230,6 +241,7 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
         openSelect("select sum(pd_sl) as pdsl,sum(kc_sl) as kcsl from jxc_kcpdsp where gl_djh=?", number);
     execSql("update jxc_kcpd set pd_sl=?,kc_sl=? where gl_djh=?", sums.number(0, 0), sums.number(0, 1), number);
   }
+  if (!family.whole.goods.empty() && !family.comesIn) document_detail::refreshWholeCost(family, number);
   if (family.due.empty()) return;
   const auto sum = [&](std::string_view condition) {
     const std::string statement =

@@ -83,7 +83,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
 /// documents the own one; the current operator where none stands.
 QString ownerOf(const DocumentFamily& family, const QString& number);
 /// Recomputes due and paid of a waiting trading document from its lines: due without the balancing line, paid with it.
-/// A document whose rest goes on account keeps its paid amount when it was typed.
+/// A document whose rest goes on account keeps its paid amount when it was typed. A bundle takes its unit cost anew.
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
 /// Deletes one line; with the last line of goods goes the head. True: the whole document is gone.
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId);

@@ -23,6 +23,14 @@ std::string renamed(std::initializer_list<std::pair<std::string_view, std::strin
   return all;
 }
 
+/// Lines `a` with their goods, and the warehouse of each where they have one: a line whose warehouse was deleted
+/// meanwhile stays in sight.
+std::string fromLines(const DocumentFamily& f) {
+  const std::string goods = compose("{} a inner join jxc_goods b on a.g_sn=b.g_sn", {f.lines});
+  if (f.line.warehouse.empty()) return " from " + goods;
+  return ",c.ck_name as line_ck from (" + goods + compose(") left join jxc_ckxx c on a.{}=c.ck_sn", {f.line.warehouse});
+}
+
 std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown) {
   const std::string_view gift = f.line.gift;
   const LineColumns& own = *f.line.columns;
@@ -35,10 +43,7 @@ std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown)
          (f.isCount() ? compose(",a.{}-a.{} as cysl", {own.quantity, f.line.countedShelf}) : std::string()) + "," +
          (gift.empty() ? std::string("b.g_name")
                        : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
-         compose(
-             ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm from {} a,jxc_goods b where a.g_sn=b.g_sn and "
-             "a.{}=?",
-             {f.lines, f.number});
+         ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm" + fromLines(f) + compose(" where a.{}=?", {f.number});
 }
 
 /// What is due and paid of a head, as screens show it, and what is open of it.
@@ -89,8 +94,11 @@ SheetPrice LineRules::takeSheetPrice(LineDraft& line, double yuan) const {
 }
 
 RowSet DocumentRules::draftLines(const QString& number) const {
-  return openSelect(document_rules_detail::linesWithNames(of(number).family(), of(number).shownAs()) +
-                        " and a.a_name=? order by a.id",
+  const DocumentRules& kind = of(number);
+  const DocumentFamily& f = kind.family();
+  // What a split takes apart, or a bundle becomes, stands among the lines of the draft and is none of them.
+  const std::string parts = f.whole.goods.empty() ? "" : compose(" and a.{}>0", {f.line.columns->quantity});
+  return openSelect(document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + " and a.a_name=? order by a.id",
                     number, session().a_name);
 }
 
@@ -106,7 +114,10 @@ RowSet DocumentRules::waitingLines(const QString& number) const {
 std::string DocumentRules::headsWithNames() const {
   const DocumentFamily& f = family();
   std::string columns = "select a.*" +
-                        document_rules_detail::renamed({{f.date, shownAs().date}, {f.note, shownAs().note}}) +
+                        document_rules_detail::renamed({{f.date, shownAs().date},
+                                                        {f.note, shownAs().note},
+                                                        {f.whole.quantity, shownAs().whole.quantity},
+                                                        {f.whole.cost, shownAs().whole.cost}}) +
                         ",c.ck_name,d.u_name";
   std::string tables = compose(" from {} a,jxc_ckxx c,jxc_user d", {f.head});
   std::string conditions = compose(" where a.{}=c.ck_sn and a.u_sn=d.u_sn and a.{}=0", {f.warehouse, f.status});
@@ -121,6 +132,11 @@ std::string DocumentRules::headsWithNames() const {
     columns += ",e.ck_name as into_name";
     tables += ",jxc_ckxx e";
     conditions += compose(" and a.{}=e.ck_sn", {f.into});
+  }
+  if (!f.whole.goods.empty()) {
+    columns += ",w.g_name as whole_name";
+    tables += ",jxc_goods w";
+    conditions += compose(" and a.{}=w.g_sn", {f.whole.goods});
   }
   return columns + tables + conditions;
 }
@@ -141,6 +157,7 @@ RowSet DocumentRules::waiting(const WaitingFilter& filter) const {
     if (!f.partner.empty())
       any.add(compose(" or b.{} like ? or b.{} like ?", {partnerOf(f).name, partnerOf(f).mnemonic}), like, like);
     if (!f.originalNumber.empty()) any.add(compose(" or a.{} like ?", {f.originalNumber}), like);
+    if (!f.whole.goods.empty()) any.add(" or w.g_sn like ? or w.g_name like ? or w.g_jm like ?", like, like, like);
     chosen.add(any.add(")"));
   }
   return openSelect(

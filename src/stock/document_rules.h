@@ -157,6 +157,8 @@ class LineRules {
   virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
                                   PickingMemory& memory, Prompt& prompt) const = 0;
   virtual CopyResult copyStaged(const LinePlace& place, Lines target) const = 0;
+  /// The line stands in the warehouse of this place from now on, on documents whose lines have their own.
+  virtual void takeWarehouse(LineDraft& line, const LinePlace& place) const { line.warehouse = place.warehouse; }
   /// Takes the price (yuan) that a spreadsheet has for a new line.
   virtual SheetPrice takeSheetPrice(LineDraft& line, double yuan) const;
   /// The lines of this operator's draft take price and stock of another warehouse.
@@ -193,7 +195,8 @@ class DocumentRules {
  protected:
   /// Whose names of columns the lists have beside the family's own.
   virtual const DocumentFamily& shownAs() const { return family(); }
-  /// Statement of the waiting heads `a` with the names that screens show, open for further conditions.
+  /// Statement of the waiting heads `a` with the names that screens show (`whole_name`: of what is split or bundled),
+  /// open for further conditions.
   std::string headsWithNames() const;
   /// Number, date, warehouse and salesperson of a new document.
   void begin(DocumentDraft& draft, const QString& lastDate) const;

@@ -26,6 +26,28 @@ std::optional<QString> shortageWords(const RowSet& goods, const QString& warning
   return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods.text(0, 0) + warning;
 }
 
+/// The first goods that leaves a warehouse by a split or bundle and is not there. The whole of a draft stands among its
+/// lines, below zero.
+Ahead askWhatLeaves(const DocumentFamily& f, const QString& number) {
+  const std::string_view quantity = f.line.columns->quantity;
+  const std::string short_ =
+      ") a where not exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=a.ck_sn and a.sl<=b.kc_zsl) "
+      "order by a.g_sn";
+  if (f.comesIn)
+    return sendAhead(
+        compose("select top 1 a.g_sn from (select {} as g_sn,{} as ck_sn,{} as sl from {} where {}=? union "
+                "all select g_sn,{} as ck_sn,-1*{} as sl from {} where {}=? and {}<0",
+                {f.whole.goods, f.warehouse, f.whole.quantity, f.head, f.number, f.line.warehouse, quantity, f.lines,
+                 f.number, quantity}) +
+            short_,
+        number, number);
+  return sendAhead(compose("select top 1 a.g_sn from (select g_sn,{} as ck_sn,sum({}) as sl from {} where {}=? and "
+                           "{}>0 group by g_sn,{}",
+                           {f.line.warehouse, quantity, f.lines, f.number, quantity, f.line.warehouse}) +
+                       short_,
+                   number);
+}
+
 }  // namespace stock_rows_detail
 
 void ensureStockRows(const QString& month) {
@@ -88,7 +110,8 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
   const DocumentFamily* const family = findFamily(reversed ? kind.mid(1) : kind);
   if (!family || family->shortageWord.empty()) return;
   warning_ = stock_rows_detail::warningOf(reversed ? u"出库"_qs : QStringView(family->shortageWord).toString());
-  goods_ = stock_rows_detail::askShortGoods(*family, number, warehouse, reversed);
+  goods_ = family->whole.goods.empty() ? stock_rows_detail::askShortGoods(*family, number, warehouse, reversed)
+                                       : stock_rows_detail::askWhatLeaves(*family, number);
 }
 
 std::optional<QString> StockShortage::words() const {

@@ -315,11 +315,12 @@ ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code,
   // What comes back stands on a line of its own, and so does a gift.
   const auto sameLine = [&](const QString& number) {
     if (!strIsTrue(session().cs_possk) && !goodsStandOnce()) return RowSet();
-    return openSelect(compose("select top 1 a.* from {} a where a.{}=? and a.g_sn=? and a.a_name=? and a.{}",
-                              {family().lines, family().number, columns.quantity}) +
-                          (quantities().zero ? ">=0" : ">0") + (family().line.gift.empty() ? "" : " and a.t_zp=''") +
-                          " order by a.id",
-                      number, goods, session().a_name);
+    Sql same(compose("select top 1 a.* from {} a where a.{}=? and a.g_sn=? and a.a_name=? and a.{}",
+                     {family().lines, family().number, columns.quantity}) +
+                 (quantities().zero ? ">=0" : ">0") + (family().line.gift.empty() ? "" : " and a.t_zp=''"),
+             number, goods, session().a_name);
+    if (!family().line.warehouse.empty()) same.add(compose(" and a.{}=?", {family().line.warehouse}), place.warehouse);
+    return openSelect(same.add(" order by a.id"));
   };
   const RowSet before = description_.everyChangeIsTested ? sameLine(place.number) : RowSet();
   const double there = before.isEmpty() ? 0 : before.front().number(columns.quantity);
@@ -412,10 +413,12 @@ CopyResult TableLines::copyStaged(const LinePlace& place, Lines target) const {
       result.leftOff << row.text("g_sn") + u' ' + row.text("g_name");
     from.add(" and k.g_sn is not null");
   }
-  Sql copy(compose("insert into {} ({},a_name,", {family().lines, family().number}) + columns.into + ") select ?,?," +
-               columns.from,
+  const bool apart = !table.warehouse.empty();  // lines have warehouses of their own: these that of the list
+  Sql copy(compose("insert into {} ({},a_name,", {family().lines, family().number}) +
+               (apart ? compose("{},", {table.warehouse}) : std::string()) + columns.into + ") select ?,?,",
            result.number, owner);
-  result.lines = static_cast<int>(execSql(copy.add(from).add(" order by a.id")));
+  if (apart) copy.add("?,", place.warehouse);
+  result.lines = static_cast<int>(execSql(copy.add(columns.from).add(from).add(" order by a.id")));
   if (!table.countedShelf.empty()) settleCounted(result.number, owner);
   clearStaging();
   if (target == Lines::Waiting) refreshWaitingTotals(family(), result.number);

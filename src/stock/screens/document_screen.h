@@ -59,6 +59,9 @@ struct DocumentScreenSpec {
   std::string_view scanRow;
   std::string_view saveRow;  // below both panels, with btnOK and the way out
   std::string_view searchRow, waitingButtons, lineButtons;
+  std::string_view topRow = {};  // above both panels
+  /// Places the parts of the first panel otherwise than in the three rows above; null: as they are told there.
+  void (*draftPanel)(ui::Panel panel) = nullptr;
   /// Inputs and commands that only this document knows; it binds them itself.
   std::span<const std::string_view> own = {};
   /// Commands whose services are not there yet: not shown.
@@ -152,7 +155,9 @@ class DocumentScreen : public ui::Screen {
   QString waitingNumber() const;
 
   // First panel.
-  void enterBarcode(const QString& code);
+  virtual void enterBarcode(const QString& code);
+  /// The input in which a draft is gone on with.
+  virtual void focusDraft();
   void addOld();
   void addNew();
   void enterLenses();
@@ -183,7 +188,6 @@ class DocumentScreen : public ui::Screen {
   void printList();
 
  private:
-  void focusDraft();
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
   void showAudited();

@@ -1,6 +1,7 @@
 #include "stock/screens/goods_pick_screen.h"
 
 #include "accounts/partner_ledger.h"
+#include "core/fillers.h"
 #include "core/session.h"
 #include "core/small_lookups.h"
 #include "core/text.h"
@@ -12,15 +13,16 @@
 namespace jxc {
 namespace goods_pick_screen_detail {
 
-constexpr std::string_view kParts[] = {"tkey",      "comLb",  "tsl",     "chkCk",  "gridGoods", "gridStaging",
-                                       "btnSearch", "btnAdd", "btnModi", "btnDel", "btnOK",     "btnCancel"};
+constexpr std::string_view kParts[] = {"tkey",      "comLb",  "comCk",   "tsl",    "chkCk", "gridGoods", "gridStaging",
+                                       "btnSearch", "btnAdd", "btnModi", "btnDel", "btnOK", "btnCancel"};
 
 constexpr qsizetype kPrefixLength = 3;  // "jh_", "th_", "ls_", "ts_"
 
 std::string searchRow(const GoodsPickSpec& spec) {
   std::string row = "tkey btnSearch comLb";
   for (const auto& field : spec.screen.fields)
-    if (field.name == "chkCk" || field.name == spec.partnerBox) row.append(" ").append(field.name);
+    if (field.name == "comCk" || field.name == "chkCk" || field.name == spec.partnerBox)
+      row.append(" ").append(field.name);
   return row + " |";
 }
 
@@ -80,6 +82,11 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
   gridGoods.setMultiSelect(true);
   for (const std::string_view filter : {std::string_view("comLb"), std::string_view("chkCk"), spec.partnerBox})
     if (hasField(filter)) field(filter).onChanged([this] { search_.search(); });
+  if (hasField("comCk"))
+    field("comCk").onChanged([this] {
+      place_.warehouse = field("comCk").key();
+      search_.search();
+    });
   gridGoods.onActivated([this] { pickOne(); });
   gridStaging.onActivated([this] { changeStaged(); });
   gridStaging.onChanged([this](const Row& row, std::string_view column, const QString& text) {
@@ -112,6 +119,10 @@ void GoodsPickScreen::activate() {
   memory_ = {};
   comLb.setItems(goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
+  if (hasField("comCk")) {
+    field("comCk").setItems(fillOwnWarehouses());
+    field("comCk").setKey(place_.warehouse);
+  }
   const bool hidesStock = target_ == Lines::Draft && lines().hidesStock();
   if (hidesStock && hasField("chkCk")) field("chkCk").setChecked(false);
   if (hasField("chkCk")) field("chkCk").setVisible(!hidesStock);
@@ -216,6 +227,7 @@ void GoodsPickScreen::showStaged(std::int64_t current) {
   if (current != 0) gridStaging.selectId(current);
   btnModi.setEnabled(!gridStaging.isEmpty());
   btnDel.setEnabled(!gridStaging.isEmpty());
+  if (hasField("comCk")) field("comCk").setReadOnly(!gridStaging.isEmpty());
 }
 
 void GoodsPickScreen::backToSearch() {

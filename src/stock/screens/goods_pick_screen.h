@@ -10,7 +10,8 @@
 namespace jxc {
 
 /// What the picking screen of one document is. Its fields are "tkey", "comLb" (class), "tsl" (quantity added at once),
-/// "chkCk" (by stock) and one for this partner's goods where the document has them; its grids "gridGoods" and
+/// "chkCk" (by stock), "comCk" (warehouse of the lines, where each has its own; the same for all that are picked at
+/// once) and one for this partner's goods where the document has them; its grids "gridGoods" and
 /// "gridStaging". Another part is refused.
 struct GoodsPickSpec {
   ui::ScreenSpec screen;

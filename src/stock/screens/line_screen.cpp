@@ -1,5 +1,6 @@
 #include "stock/screens/line_screen.h"
 
+#include "core/fillers.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/small_lookups.h"
@@ -18,8 +19,8 @@
 namespace jxc {
 namespace line_screen_detail {
 
-constexpr std::string_view kParts[] = {"tsl",    "tdzl",        "ttax",       "ttaxdj",  "tzje",  "tnote",    "tkcsl",
-                                       "tkczsl", "gridHistory", "gridQuotes", "btnSpsj", "btnOK", "btnCancel"};
+constexpr std::string_view kParts[] = {"tsl",   "tdzl",   "ttax",        "ttaxdj",     "tzje",    "comCk", "tnote",
+                                       "tkcsl", "tkczsl", "gridHistory", "gridQuotes", "btnSpsj", "btnOK", "btnCancel"};
 
 constexpr int kShownDecimals = 6;  // of a price that a typed total left with an endless fraction
 
@@ -48,6 +49,7 @@ LineScreen::LineScreen(const LineScreenSpec& spec)
   bind("ttax", &LineAmounts::setTax);
   bind("ttaxdj", &LineAmounts::setTaxedPrice);
   bind("tzje", &LineAmounts::setTotal);
+  if (auto* warehouse = optional("comCk")) warehouse->onChanged([this, warehouse] { takeWarehouse(warehouse->key()); });
   if (auto* note = optional("tnote"))
     note->onEnter([this] {
       saveValue();
@@ -64,7 +66,7 @@ void LineScreen::build() {
   for (const auto& inputs : {std::array{std::string_view("tsl"), description_.price, std::string_view("tdzl")},
                              std::array{std::string_view("ttax"), std::string_view("ttaxdj"), std::string_view("tzje")},
                              std::array{std::string_view("tkcsl"), std::string_view("tkczsl"), std::string_view()},
-                             std::array{description_.cost, std::string_view("tnote"), std::string_view()}}) {
+                             std::array{description_.cost, std::string_view("comCk"), std::string_view("tnote")}}) {
     std::string row;
     for (const std::string_view input : inputs)
       if (hasField(input)) row.append(row.empty() ? "" : " ").append(input);
@@ -151,7 +153,7 @@ bool LineScreen::hidesStock() const {
 
 void LineScreen::activate() {
   showByParameters();
-  goods_->setText(line_screen_detail::describe(draft_.goods, request_.place.warehouse, !hidesStock()));
+  showWarehouse();
   for (ui::Grid* rows : grids()) {
     const bool isHistory = rows->spec().name == "gridHistory";
     const RowSet found = isHistory ? lines().history(draft_.goods, request_.place.partner)
@@ -162,6 +164,24 @@ void LineScreen::activate() {
   if (tabs_.tabs()) tabs_.tabs()->setCurrentIndex(0);
   if (auto* note = optional("tnote")) note->setText(draft_.note);
   if (auto* cost = optional(description_.cost)) cost->setNumber(draft_.cost);
+  showAmounts();
+}
+
+void LineScreen::showWarehouse() {
+  if (draft_.warehouse.isEmpty()) draft_.warehouse = request_.place.warehouse;
+  if (auto* warehouse = optional("comCk")) {
+    warehouse->setItems(fillOwnWarehouses());
+    warehouse->setKey(draft_.warehouse);
+    warehouse->setVisible(request_.where != Lines::Staging);
+  }
+  goods_->setText(line_screen_detail::describe(draft_.goods, draft_.warehouse, !hidesStock()));
+}
+
+void LineScreen::takeWarehouse(const QString& warehouse) {
+  LinePlace there = request_.place;
+  there.warehouse = warehouse;
+  lines().takeWarehouse(draft_, there);
+  showWarehouse();
   showAmounts();
 }
 

@@ -9,9 +9,9 @@ class QLabel;
 namespace jxc {
 
 /// What the line dialog of one document is. Its fields are "tsl", and where the document has them the price and the
-/// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "tnote", of a count what the books
-/// have ("tkcsl" on the shelf, "tkczsl" with what is not put away); its grids, with their tabs, "gridHistory" and
-/// "gridQuotes".
+/// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "comCk" (warehouse of the line; goods that are being
+/// picked stand in that of the list), "tnote", of a count what the books have ("tkcsl" on the shelf, "tkczsl" with what
+/// is not put away); its grids, with their tabs, "gridHistory" and "gridQuotes".
 struct LineScreenSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();
@@ -48,6 +48,8 @@ class LineScreen : public ui::Screen {
   void build();
   void bind(std::string_view input, void (LineAmounts::*set)(double));
   void offerPrice(ui::Grid& grid, std::string_view column);
+  void showWarehouse();
+  void takeWarehouse(const QString& warehouse);
   /// Shows the amounts, but for the input that the operator is typing in.
   void showAmounts(const ui::Field* typing = nullptr);
   void saveValue();

@@ -1,0 +1,53 @@
+#include "inventory/one_list.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace jxc {
+namespace one_list_detail {
+
+void addCell(RowSet& list, const RowSet& from, int row, int column) {
+  switch (from.kind(row, column)) {
+    case Value::Kind::Null:
+      return list.addNull();
+    case Value::Kind::Integer:
+      return list.addInteger(from.integer(row, column));
+    case Value::Kind::Real:
+      return list.addReal(from.number(row, column));
+    default:
+      return list.addText(from.utf8(row, column));
+  }
+}
+
+}  // namespace one_list_detail
+
+RowSet oneList(std::span<const ListOfKind> lists, std::span<const std::string_view> columns, bool newestFirst) {
+  struct Place {
+    QString inTime;  // a number is its kind, its day and a count
+    const ListOfKind* list;
+    int row;
+  };
+  std::vector<Place> places;
+  for (const ListOfKind& list : lists)
+    for (const Row row : list.rows) {
+      const QString number = row.text("gl_djh");
+      places.push_back({number.mid(2) + number, &list, row.index()});
+    }
+  std::sort(places.begin(), places.end(), [](const Place& a, const Place& b) { return a.inTime < b.inTime; });
+
+  std::vector<std::string> names{"id", "djlx"};
+  names.insert(names.end(), columns.begin(), columns.end());
+  RowSet all(names);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const std::size_t at = newestFirst ? places.size() - 1 - i : i;
+    const Place& place = places[at];
+    all.addInteger(static_cast<std::int64_t>(at) + 1);
+    all.addText(place.list->kind.toStdString());
+    for (const std::string_view column : columns)
+      one_list_detail::addCell(all, place.list->rows, place.row, place.list->rows.columnIndex(column));
+  }
+  return all;
+}
+
+}  // namespace jxc
