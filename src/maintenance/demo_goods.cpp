@@ -36,14 +36,16 @@ class Maker {
       : warehouse_(std::move(warehouse)), random_(random), prompt_(prompt) {}
 
   Catalogue make(int count) {
-    for (const auto* unit : {u"瓶", u"盒", u"个", u"张", u"根"})
+    for (const auto* unit : {u"瓶", u"盒", u"个", u"张", u"根", u"套"})
       addUnit(words(unit), prompt_);
     const auto classes = goodsClasses();
     const std::int64_t root = classes.front().key;
     const std::int64_t lenses =
         std::find_if(classes.begin(), classes.end(), [](const GoodsClass& each) { return each.isLens(); })->key;
     catalogue_.lensPowers.resize(std::size(kLensLines));
-    addSundries(addClass(root, u"护理与配件"), std::min<int>(std::size(kSundries), std::max(4, count / 8)));
+    const GoodsClass sundries = addClass(root, u"护理与配件");
+    addSundries(sundries, std::min<int>(std::size(kSundries), std::max(4, count / 8)));
+    addSet(sundries);
     addContacts(addClass(root, u"隐形眼镜"), std::max(2, count / 12));
     const std::array<GoodsClass, 2> lensClasses{addClass(lenses, u"单光镜片"), addClass(lenses, u"渐进镜片")};
     addLenses(lensClasses, std::max(6, count * 2 / 5));
@@ -113,6 +115,17 @@ class Maker {
                   .popularity = each.popularity,
                   .gift = each.gift});
     }
+  }
+
+  /// Of the first sundries; the shop orders none, it bundles them.
+  void addSet(const GoodsClass& of) {
+    catalogue_.setParts = {0, 1, 3};
+    double buy = 0;
+    for (const int part : catalogue_.setParts)
+      buy += catalogue_.articles[static_cast<std::size_t>(part)].buy;
+    catalogue_.set = static_cast<int>(catalogue_.articles.size());
+    add(draftOf(of, QStringLiteral("隐形眼镜护理套装"), u"套", buy, 68),
+        {.kind = Kind::Sundry, .supplier = kSundrySupplier, .popularity = 4});
   }
 
   void addContacts(const GoodsClass& of, int count) {

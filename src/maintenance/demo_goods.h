@@ -27,6 +27,8 @@ struct Article {
   bool gift = false;
   /// What may still be promised in each warehouse: the stock without what today's documents have taken.
   std::array<int, kWarehouses> stock{};
+  /// Sets are put together in the shop.
+  bool isOrdered() const { return batch > 0; }
 };
 
 /// The catalogue and how its articles are drawn.
@@ -36,6 +38,8 @@ struct Catalogue {
   Weighted lensProducts;             // indexes of kLensLines
   std::vector<Weighted> lensPowers;  // by product: indexes of articles
   std::vector<int> gifts;
+  int set = 0;                    // a sundry that the shop puts together itself …
+  std::array<int, 3> setParts{};  // … of these, one each
 };
 
 /// Makes classes, units and about `count` articles with the opening stock of the first warehouse (`warehouse`).

@@ -157,6 +157,9 @@ class Year {
     if (day.day() == 28) trade_.payOwner();
     if (day.dayOfWeek() == 5) trade_.bankTakings();
     if (day.day() == 18) trade_.correctSale();
+    if (day.day() == 6 || day.day() == 20) trade_.bundleSets();
+    if (day.day() == 24) trade_.splitSets();
+    if (day.day() == 12) trade_.bookSurplus();
   }
 
   void makeDay(const QDate& day) {
@@ -171,6 +174,7 @@ class Year {
     }
     setTime(day, QTime(21, 0));
     trade_.auditDay(day == last_ ? 2 : 0);  // some documents of the last day wait for the visitor
+    if (day.day() == 25 && day != last_) trade_.countSundries();
   }
 
   const DemoPlan& plan_;

@@ -6,6 +6,7 @@
 #include "maintenance/demo_goods.h"
 #include "maintenance/demo_names.h"
 #include "masterdata/partner_side.h"
+#include "stock/conversion.h"
 #include "stock/document_family.h"
 #include "stock/trading_rules.h"
 
@@ -15,6 +16,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <vector>
@@ -61,6 +63,12 @@ class Trade {
   bool receive(int daysBack);
   bool transfer();
   bool writeOffDamage();
+  bool bookSurplus();
+  /// Sets are bundled of what also sells alone, and split again when too many of them lie there.
+  bool bundleSets();
+  bool splitSets();
+  /// The sundries of the first warehouse are counted, with the day's documents audited, and the count is audited.
+  bool countSundries();
   /// The first goods of the shop: every article below its mark is ordered at once, and half of it brought over.
   int stockUp();
 
@@ -112,10 +120,14 @@ class Trade {
   void addLines(const TradingRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
   QString save(const TradingRules& rules, const TradingDraft& draft);
   bool receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack);
-  using LineWriter = void (*)(std::int64_t id, const Pick& pick, double cost);
-  QString saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, LineWriter writeLine,
+  using LineWriter = std::function<void(std::int64_t id, const Pick& pick, double cost)>;
+  QString saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, const LineWriter& writeLine,
                      std::initializer_list<Field> head);
+  void takeAway(const std::vector<Pick>& lines);
   bool saveTransfer(const std::vector<Pick>& lines);
+  ConversionDraft beginConversion(const ConversionRules& rules, int sets, Word note);
+  void addParts(const ConversionRules& rules, const ConversionDraft& draft, int each);
+  QString saveConversion(const ConversionRules& rules, const ConversionDraft& draft);
   void wantMore(int index, int warehouse);
   void arrive(const QString& number);
   int auditFamily(const DocumentFamily& family, int leave);

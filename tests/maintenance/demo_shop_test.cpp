@@ -46,7 +46,7 @@ class DemoShop : public test::AccountSetFixture {
 
 TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   startAnew();
-  const DemoOutcome made = buildDemoShop(smallPlan(7));
+  const DemoOutcome made = buildDemoShop(smallPlan(9));
   EXPECT_EQ(test::brokenInvariants(), QStringList());
   const proof::Proof proof = proof::prove(accountDb());
   EXPECT_TRUE(proof.isClean()) << proof.summary().toStdString();
@@ -54,7 +54,7 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_EQ(lookupNumber("select count(*) from jxc_kcsp where kc_sl<0"), 0);
 
   // Something of everything: all kinds of rows, both warehouses, documents that wait, lines that were begun.
-  for (const char* flag : {"qc", "cj", "ct", "xs", "xt", "db"})
+  for (const char* flag : {"qc", "cj", "ct", "xs", "xt", "db", "pd", "bs", "by", "cf", "kb"})
     EXPECT_GT(lookupNumber("select count(*) from jxc_goodslist where gl_flag=?", QString::fromLatin1(flag)), 0) << flag;
   EXPECT_EQ(lookupNumber("select count(*) from (select distinct ck_sn from jxc_goodslist where gl_flag='xs') a"), 2);
   EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_status=0"), 0);
@@ -71,7 +71,7 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
 
   const QByteArray first = fingerprint();
   startAnew();
-  buildDemoShop(smallPlan(7));
+  buildDemoShop(smallPlan(9));
   EXPECT_EQ(fingerprint(), first);
   startAnew();
   buildDemoShop(smallPlan(8));

@@ -33,7 +33,8 @@ struct DateColumn {
 constexpr DateColumn kDates[] = {{"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},   {"jxc_ysyfk", "k_rq"},
                                  {"jxc_jhd", "j_jhrq"},        {"jxc_thd", "th_thrq"},  {"jxc_lsxsd", "ls_xsrq"},
                                  {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"}, {"jxc_kcdbd", "db_dbrq"},
-                                 {"jxc_bsd", "bs_bsrq"}};
+                                 {"jxc_bsd", "bs_bsrq"},       {"jxc_byd", "by_byrq"},  {"jxc_kcpd", "pd_rq"},
+                                 {"jxc_cfd", "cf_cfrq"},       {"jxc_kbd", "kb_kbrq"}};
 constexpr const char *kFirstDay = "2021-08-01", *kLastDay = "2021-08-31";
 
 class EnquirySweep : public ScreenTest {

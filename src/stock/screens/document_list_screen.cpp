@@ -26,11 +26,12 @@ QString kindTotals(const ui::Grid& list) {
     bool isTold = true;
   };
   std::map<QString, Total> kinds;
+  const bool seesAmounts = list.rows().columnIndex("zje") >= 0;  // without the right nothing of the column is there
   for (const Row row : list.rows()) {
     Total& total = kinds[row.text("gtype")];
     ++total.documents;
-    total.worth += row.number("zje");
-    total.isTold = total.isTold && !row.isNull("zje");
+    total.isTold = total.isTold && seesAmounts && !row.isNull("zje");
+    if (seesAmounts) total.worth += row.number("zje");
   }
   QStringList told;
   for (const auto& [kind, total] : kinds)
