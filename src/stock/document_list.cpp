@@ -108,7 +108,9 @@ Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& 
   Filter filter;
   if (part.isNone) filter.add("1=0");
   filter.add(of("a", f.status) + (part.state == State::Audited ? "=1" : "=0"));
-  addPeriod(filter, criteria, periodColumn(f, criteria));
+  const QString number = criteria.key.trimmed().toUpper();
+  const bool isOne = isDocumentNumber(number);
+  if (!isOne) addPeriod(filter, criteria, periodColumn(f, criteria));
   // Two kinds in one table are told apart by their numbers.
   const bool isAlone = std::ranges::none_of(
       documentFamilies(), [&](const DocumentFamily& other) { return &other != &f && other.head == f.head; });
@@ -117,14 +119,15 @@ Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& 
   if (!f.partner.empty()) addChoice(filter, of("a", f.partner), criteria.partner);
   addChoice(filter, "a.u_sn", criteria.employee);
   if (criteria.has(kUnpaidOnly)) filter.add(openAmount(f) + ">0");
+  addGoods(filter, f, criteria, ofLines);
+  addWarehouse(filter, f, criteria, warehouses);
+  if (isOne) return filter.add(of("a", f.number) + "=?", number);
   std::vector<std::string> searched{of("a", f.number), of("a", f.note)};
   if (!f.originalNumber.empty()) searched.push_back(of("a", f.originalNumber));
   if (!f.partner.empty())
     for (const std::string_view column : {partnerOf(f).key, partnerOf(f).name, partnerOf(f).mnemonic})
       searched.push_back(of("b", column));
   addKey(filter, criteria, searched);
-  addGoods(filter, f, criteria, ofLines);
-  addWarehouse(filter, f, criteria, warehouses);
   return filter;
 }
 
@@ -264,6 +267,12 @@ Sql listedDocuments(Families families, const Criteria& criteria, const Warehouse
 Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses) {
   namespace detail = document_list_detail;
   return detail::united(detail::partsOf(families, criteria), criteria, detail::linesOf, warehouses, true);
+}
+
+bool isDocumentNumber(QStringView typed) {
+  constexpr qsizetype kPrefix = 2, kShortest = 10;
+  return typed.size() >= kShortest && findFamily(typed) &&
+         std::all_of(typed.begin() + kPrefix, typed.end(), [](QChar letter) { return letter.isDigit(); });
 }
 
 std::optional<QString> findListed(Families families, const QString& typed, Prompt& prompt) {

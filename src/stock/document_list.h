@@ -45,6 +45,8 @@ bool maySeeDocuments(const DocumentFamily& family);
 QString kindWord(const DocumentFamily& family);
 /// What a list of kinds offers: all that the operator may see, and each.
 std::vector<ListItem> listedKinds(Families families);
+/// Two letters of a kind and what its day and turn make of it.
+bool isDocumentNumber(QStringView typed);
 /// The number of a document of these families that the operator may look at, typed or scanned; otherwise says that
 /// there is none.
 std::optional<QString> findListed(Families families, const QString& typed, Prompt& prompt);

@@ -62,6 +62,8 @@ TEST_F(DocumentListTest, TellsWhatIsOpenOfWhichDocumentsInWhichOrder) {
       {{.partner = u"100002"_qs}, {}},
       {{.key = u"整单"_qs}, {second_}},
       {{.key = second_.mid(1)}, {second_}},
+      {{.from = u"2022-01-01"_qs, .key = second_.toLower() + u' '}, {second_}},  // the whole number, at any time
+      {{.from = u"2022-01-01"_qs, .key = second_.mid(1)}, {}},
       {{.warehouse = u"100002"_qs}, {}},
       {{.employee = u"100001"_qs, .group = u"架b"_qs}, {first_}},
       {{.employee = u"999999"_qs}, {}},

@@ -1,8 +1,5 @@
 // 单据查询: documents of all kinds under one roof, and the lists of the stock documents, which stand in their screens.
-#include "core/text.h"
 #include "stock/screens/document_list_screen.h"
-
-#include <algorithm>
 
 namespace jxc {
 namespace djcx_detail {
@@ -16,29 +13,24 @@ using Everything =
 using All =
     List<"F_Djcx", "单据查询", SeveralKinds | WithWaiting | OfSuppliers | OfCustomers | TwoWarehouses, Everything>;
 
-/// Two letters of a kind and what its day and turn make of it.
-bool isNumber(const QString& typed) {
-  constexpr qsizetype kPrefix = 2, kShortest = 10;
-  return typed.size() >= kShortest && findFamily(QStringView(typed)) &&
-         std::all_of(typed.begin() + kPrefix, typed.end(), [](QChar letter) { return letter.isDigit(); });
-}
-
 class TF_Djcx : public DocumentListScreen {
  public:
   TF_Djcx() : DocumentListScreen(All::kSpec) {
     field("tkey").onEnter([this] {
-      const QString typed = field("tkey").trimmed().toUpper();
-      isNumber(typed) ? openDocument(typed) : search();
+      search();
+      openTyped();
       return true;
     });
   }
 
  private:
-  /// Whatever period and kind the list asks for: the paper in hand says which document is meant.
-  void openDocument(const QString& typed) {
-    field("tkey").clear();  // the next one may be scanned at once
+  /// The paper in hand says which document is meant: it is looked at, and stands in the list for what is done with it.
+  void openTyped() {
+    const QString typed = field("tkey").trimmed().toUpper();
+    if (!isDocumentNumber(typed)) return;
     if (const auto number = findListed(Everything::families, typed, prompt()))
       ui::enquiryServices().openDocument(*number, *this);
+    field("tkey").focus();  // the next number takes its place
   }
 };
 
