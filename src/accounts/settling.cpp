@@ -79,6 +79,18 @@ std::optional<Settlement> openSettlement(const PartnerSide& side, const Overview
   return settlement;
 }
 
+std::optional<Settlement> openSettlement(const PartnerSide& side, const QString& number, Prompt& prompt) {
+  OverviewLine line{.number = number};
+  if (const DocumentFamily* const family = settling_detail::settledFamily(side, number)) {
+    const RowSet rows = settling_detail::headOf(*family, number);
+    if (!rows.isEmpty()) {
+      line.due = rows.front().number("due");
+      line.paid = rows.front().number("paid");
+    }
+  }
+  return openSettlement(side, line, prompt);
+}
+
 bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Prompt& prompt) {
   namespace detail = settling_detail;
   const DocumentFamily* const family = detail::settledFamily(side, typed.number);

@@ -29,6 +29,9 @@ struct Settlement {
 /// Whether the document of a line leaves anything open; the form's content, or nothing after telling why not.
 std::optional<Settlement> openSettlement(const PartnerSide& side, const OverviewLine& line, Prompt& prompt);
 
+/// The same of a document that is known by its number.
+std::optional<Settlement> openSettlement(const PartnerSide& side, const QString& number, Prompt& prompt);
+
 struct SettlementDraft {
   QString number, date;
   double amount = 0;

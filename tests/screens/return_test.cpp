@@ -156,6 +156,20 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
       if (rows[row].text("djh") == number) return list.selectRow(static_cast<int>(row));
     ADD_FAILURE() << number.toStdString() << " is not listed";
   };
+  // Who registers payments pays what is open, also when the list withholds what goods cost.
+  setRights(u"300001"_qs, "cggl", u"0001"_qs);
+  setRights(u"300001"_qs, "wlzk", u"00001"_qs);
+  becomeOperator(u"小王"_qs, u"100009"_qs, u"300001"_qs);
+  open("F_Jthcx", [&](ui::Screen& s) {
+    stand(s.grid("gridDj"), unpaid);
+    EXPECT_FALSE(s.command("btn_Zdth").isVisible());
+    expectScreen("F_Yfkgl_Fk", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tje").number(), 50);
+      press(form, "Esc");
+    });
+    press(s, "F8");
+  });
+  becomeOperator(u"admin"_qs, u"100001"_qs, u"100001"_qs);
   open("F_Jthcx", [&](ui::Screen& s) {
     ui::Grid& list = s.grid("gridDj");
     EXPECT_EQ(list.sum("yfje"), 480);

@@ -15,10 +15,10 @@ TradeListScreen::TradeListScreen(const ui::EnquirySpec& spec, PartnerType side, 
 }
 
 void TradeListScreen::pay(PartnerType side, std::string_view form) {
-  const auto row = shown().current();
-  if (!row) return;
-  const partner_books::OverviewLine line{row->text("djh"), row->number("yfje"), row->number("sfje")};
-  const auto settlement = partner_books::openSettlement(partnerSide(side), line, prompt());
+  const QString number = currentNumber();
+  if (number.isEmpty()) return;
+  // Amounts may be withheld from the list: the document itself says what is open.
+  const auto settlement = partner_books::openSettlement(partnerSide(side), number, prompt());
   if (settlement && ui::screenAs<SettlementScreen>(form).edit(*settlement)) rowsChanged();
 }
 
