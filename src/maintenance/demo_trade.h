@@ -23,6 +23,9 @@
 
 namespace jxc::demo {
 
+/// Figures of a draft must not carry the noise of a product.
+double wholeFen(double amount);
+
 struct Operator {
   QString name, key, role;  // a_name, a_sn, r_sn
 };
