@@ -57,7 +57,7 @@ UNWANTED = [
     (re.compile(r"^(?!.*\bfor \().*\b(?:true|false), *(?:true|false)\b"),
      "truths in a list say what they are: by name"),
 ]
-LONGEST = 1000  # lines; beyond that a file has more than one subject
+LONGEST = 600  # lines; beyond that a file has more than one subject
 TABLE_OF_DATA = re.compile(r"table of data", re.IGNORECASE)  # said in its first three lines, a file may be longer
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """Writes the report templates that come with the program, report/*.fr3, from one description of each paper.
+A table of data, and what draws it.
 
 Usage: tools/report_templates.py [--check]      (--check: writes nothing; exit status 1 when a file differs)
 
