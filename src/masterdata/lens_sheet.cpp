@@ -176,6 +176,7 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
       taken.push_back(&cell);
     }
   if (goesShort) return std::nullopt;
+  tellPassedOver(memory, asked);
 
   std::vector<LineDraft> drafts;
   drafts.reserve(taken.size());

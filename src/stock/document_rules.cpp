@@ -86,6 +86,12 @@ bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field)
   return (field != u"dj" && field != u"taxdj") || priceMayChange();
 }
 
+void tellPassedOver(PickingMemory& memory, Prompt& prompt) {
+  if (memory.passedOver.isEmpty()) return;
+  prompt.notice(u"下列商品已添加，没有重复添加：\r\n\r\n"_qs + memory.passedOver.join(u'，'));
+  memory.passedOver.clear();
+}
+
 SheetPrice LineRules::takeSheetPrice(LineDraft& line, double yuan) const {
   if (yuan == line.amounts.price()) return {};
   if (!priceMayChange()) return {.fault = u"不允许修改单价"_qs};

@@ -64,6 +64,9 @@ struct PickingMemory {
   QStringList passedOver;         // goods that stand on a document that takes each once; told by whoever clears them
 };
 
+/// Names what was passed over, and forgets it.
+void tellPassedOver(PickingMemory& memory, Prompt& prompt);
+
 struct CopyResult {
   int lines = 0;
   QString number;

@@ -16,6 +16,11 @@ QString endOfDay(const QString& date) {
   return date.left(10) + u" 23:59:59"_qs;
 }
 
+/// A count is mostly of the last day that anything moved: one look at the dates answers then for all its goods.
+bool isLastDay(const QString& date) {
+  return lookupValue("select top 1 id from jxc_goodslist where gl_kdrq>?", endOfDay(date)).isEmpty();
+}
+
 struct Count {
   QString warehouse, date;
 };
@@ -41,6 +46,7 @@ std::optional<QString> tooLateToSave(const QString& number, const QString& wareh
   const QString later =
       lookupValue("select top 1 pd_rq from jxc_kcpd where ck_sn=? and pd_rq>? order by pd_rq", warehouse, date);
   if (!later.isEmpty()) return u"在【"_qs + later + u"】日期之后已有盘点单，不能再次盘点！"_qs;
+  if (stock_count_detail::isLastDay(date)) return {};
   const QString moved = lookupValue(
       "select top 1 gl_kdrq from jxc_goodslist where ck_sn=? and gl_kdrq>? and g_sn in "
       "(select distinct g_sn from jxc_kcpdsp where gl_djh=?) order by id",
@@ -51,6 +57,7 @@ std::optional<QString> tooLateToSave(const QString& number, const QString& wareh
 
 std::optional<QString> overtaken(const QString& number) {
   const auto [warehouse, date] = stock_count_detail::countOf(number);
+  if (stock_count_detail::isLastDay(date)) return {};
   const QString hit = lookupValue(
       "select top 1 gl_djh from jxc_goodslist where gl_djh<>'' and ck_sn=? and gl_kdrq>? and g_sn in "
       "(select distinct g_sn from jxc_kcpdsp where gl_djh=?) order by id",

@@ -215,6 +215,14 @@ TEST_F(StocktakeScreenTest, ASheetOfPowersTellsZeroFromEmpty) {
     EXPECT_EQ(line(s, 0), "20000004 3 5 2 16");
     EXPECT_EQ(line(s, 1), "20000003 3 0 -3 -24");
     EXPECT_EQ(line(s, 2), "20000001 3 0 -3 -24");
+    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+      auto* cells = sheet.findChild<QTableView*>("sheet")->model();
+      cells->setData(cells->index(0, 0), u"6"_qs);
+      expectNotice(u"下列商品已添加，没有重复添加：\r\n\r\n20000004"_qs);
+      press(sheet, "F5");
+    });
+    press(s, "F12");
+    EXPECT_EQ(line(s, 0), "20000004 3 5 2 16");
     check(s, "chkMp", true);
     expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
       const auto* cells = sheet.findChild<QTableView*>("sheet")->model();

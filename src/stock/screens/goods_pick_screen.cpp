@@ -161,7 +161,7 @@ void GoodsPickScreen::pickOne() {
   if (gridGoods.selectedRows().size() > 1) return addMarked();
   const QString goods = gridGoods.currentText("g_sn");
   PickingMemory asksAnew;  // one goods is picked on purpose: a no to others before does not pass it over in silence
-  if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt())) return tellPassedOver(asksAnew);
+  if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt())) return tellPassedOver(asksAnew, prompt());
   auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
   const LineResult staged =
       line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});
@@ -180,14 +180,8 @@ void GoodsPickScreen::addMarked() {
   for (const QString& each : goods)
     last = std::max(last, lines().stageGoods(each, tsl.number(), place_, target_, memory_, prompt()));
   showStaged(last);
-  tellPassedOver(memory_);
+  tellPassedOver(memory_, prompt());
   backToSearch();
-}
-
-void GoodsPickScreen::tellPassedOver(PickingMemory& memory) {
-  if (memory.passedOver.isEmpty()) return;
-  prompt().notice(u"下列商品已添加，没有重复添加：\r\n\r\n"_qs + memory.passedOver.join(u'，'));
-  memory.passedOver.clear();
 }
 
 void GoodsPickScreen::changeStaged() {

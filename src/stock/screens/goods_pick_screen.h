@@ -57,7 +57,6 @@ class GoodsPickScreen : public ui::Screen {
   void takeOver();
   void showStaged(std::int64_t current = 0);
   void backToSearch();
-  void tellPassedOver(PickingMemory& memory);
   const LineRules& lines() const { return rules_.of(place_.number).lines(); }
 
   const GoodsPickSpec description_;
