@@ -102,7 +102,7 @@ struct Columns {
                            amount("yhje", "优惠金额", Amount::Hidden),
                            amount("hkje", has(OfCustomers) ? "收款金额" : "付款金额", Amount::Shown),
                            amount("wfje", has(OfCustomers) ? "未收金额" : "未付金额", Amount::Shown)),
-      when<!has(WithMoney)>(amount("zje", "金额", Amount::Shown)),
+      when<!has(WithMoney)>(amount("zje", has(Counts) ? "差异金额" : "金额", Amount::Shown)),
       when<true>(ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7}, ColumnSpec{"dnote", "备注", ColumnKind::Text, 14},
                  ColumnSpec{"checker", "审核人", ColumnKind::Text, 7},
                  ColumnSpec{"chkrq", "审核日期", ColumnKind::Date},

@@ -50,22 +50,24 @@ DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::
 }
 
 bool DocumentSearch::ask(Criteria& criteria) {
-  field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
-  field("comUser").setKey(criteria.employee.isEmpty() ? QString::fromUtf16(allKey) : criteria.employee);
-  field("tgoods").setText(criteria.group);
-  const bool hasEnds = hasField("comCkLx");
-  if (hasEnds) {
-    field("comCkLx").setItems({{QStringLiteral("调出或调入仓库"), QStringLiteral("0")},
-                               {QStringLiteral("调出仓库"), QString::number(kGoesOut)},
-                               {QStringLiteral("调入仓库"), QString::number(kComesIn)}});
-    field("comCkLx").setKey(QString::number(criteria.boxes));
-  }
+  asked_ = criteria;
   if (!showModal()) return false;
   const QString employee = field("comUser").key();
   criteria.employee = employee == QStringView(allKey) ? QString() : employee;
   criteria.group = field("tgoods").trimmed();
-  criteria.boxes = hasEnds ? field("comCkLx").key().toUInt() : 0;
+  criteria.boxes = hasField("comCkLx") ? field("comCkLx").key().toUInt() : 0;
   return true;
+}
+
+void DocumentSearch::activate() {
+  field("tgoods").setText(asked_.group);
+  field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
+  field("comUser").setKey(asked_.employee.isEmpty() ? QString::fromUtf16(allKey) : asked_.employee);
+  if (!hasField("comCkLx")) return;
+  field("comCkLx").setItems({{QStringLiteral("调出或调入仓库"), QStringLiteral("0")},
+                             {QStringLiteral("调出仓库"), QString::number(kGoesOut)},
+                             {QStringLiteral("调入仓库"), QString::number(kComesIn)}});
+  field("comCkLx").setKey(QString::number(asked_.boxes));
 }
 
 }  // namespace jxc

@@ -16,6 +16,10 @@ class DocumentSearch : public ui::Screen {
  protected:
   /// Places the inputs in these rows.
   DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::string_view> rows);
+  void activate() override;
+
+ private:
+  Criteria asked_;
 };
 
 }  // namespace jxc
