@@ -392,6 +392,7 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
   const QString date = "2021-05-03";
   for (int i = 0; i < 5; ++i)
     receive("2021-05-02", lines);
+  receive("2021-05-02", {{"A", 4, 5}});  // to be split
 
   // The first document of a kind makes the server know its statements and tables.
   const auto expectTrips = [&](std::int64_t most, const std::function<QString()>& make) {
