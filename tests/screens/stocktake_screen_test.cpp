@@ -80,6 +80,7 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
     });
     press(s, "F3");
     EXPECT_EQ(line(s, 1), "10000002 30 29 -1 -2");
+    EXPECT_EQ(s.findChild<QLabel*>("lScanned")->text().simplified(), "29付 镜盒");
     EXPECT_EQ(s.field("tpdsl").number(), 32);
     EXPECT_EQ(s.field("tkcsl").number(), 35);
 

@@ -172,12 +172,16 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
   panel.grid("gridLines").form(description_.footForm);
 }
 
+/// As the line stands now: it may have been changed by hand since, or be gone.
 void DocumentScreen::showScanned() {
   if (!scanned_) return;
-  scanned_->setText(gridLines.currentText(draftFamily().line.columns->quantity) + gridLines.currentText("dw_name") +
-                    u"　"_qs + gridLines.currentText("g_name") + u' ' + gridLines.currentText("gg_name") + u' ' +
-                    gridLines.currentText("color_name"));
-  scanned_->show();
+  for (const Row row : gridLines.rows()) {
+    if (row.integer("id") != scannedLine_) continue;
+    scanned_->setText(row.text(draftFamily().line.columns->quantity) + row.text("dw_name") + u"　"_qs +
+                      row.text("g_name") + u' ' + row.text("gg_name") + u' ' + row.text("color_name"));
+    return scanned_->show();
+  }
+  scanned_->hide();
 }
 
 void DocumentScreen::bindCommand(std::string_view name, std::function<void()> action) {
@@ -309,6 +313,7 @@ QString DocumentScreen::findUnsaved() const {
 void DocumentScreen::linesChanged() {
   if (gridLines.isEmpty()) recalled_ = false;
   lockWarehouse();
+  showScanned();
 }
 
 void DocumentScreen::lockWarehouse() {
@@ -334,7 +339,7 @@ void DocumentScreen::showDraft() {
   comUser.setKey(shown.salesperson);
   if (auto* input = optional("tnote")) input->setText(shown.note);
   if (auto* input = optional("tSptm")) input->clear();
-  if (scanned_) scanned_->hide();
+  scannedLine_ = 0;
   setNumber(shown.number);
   reloadLines();
 }
@@ -394,8 +399,8 @@ void DocumentScreen::enterBarcode(const QString& code) {
   if (isRefused(scanned.refusal, prompt())) return;
   if (scanned.id == 0) return;  // the operator said no
   setNumber(scanned.number);
+  scannedLine_ = scanned.id;
   reloadLines(scanned.id);
-  showScanned();
   if (thenModify_->isChecked()) modifyLine();
 }
 

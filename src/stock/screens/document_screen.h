@@ -215,6 +215,7 @@ class DocumentScreen : public ui::Screen {
   ui::Screen* audited_ = nullptr;
   QLabel* hint_ = nullptr;
   QLabel* scanned_ = nullptr;
+  std::int64_t scannedLine_ = 0;      // of the draft; 0: none was scanned
   ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options
   QAction* onceOnly_ = nullptr;
   QAction* thenModify_ = nullptr;
