@@ -1,7 +1,7 @@
 // Split and bundle from the first choice to the audit, with rows worked out by hand.
 #include "inventory/conversions.h"
+#include "output/paper.h"
 #include "output/printed_documents.h"
-#include "stock/shop.h"
 
 namespace jxc {
 namespace conversion_test {
@@ -10,7 +10,7 @@ constexpr const char* kSaveSplit =
     "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的拆分单，可以在“待审核拆\r\n\r\n分单”面板中，"
     "进行修改及审核操作！";
 
-class ConversionTest : public test::ShopTest {
+class ConversionTest : public test::PaperTest {
  protected:
   ConversionTest() {
     setParameter("cs_kc", 0);
