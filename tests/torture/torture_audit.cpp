@@ -16,6 +16,9 @@
 #include "core/statements.h"
 #include "engine/server.h"
 #include "harness/waiting_document.h"
+#include "inventory/stocktaking.h"
+#include "inventory/transfer.h"
+#include "inventory/write_off.h"
 #include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"
 #include "sales/sale.h"
@@ -46,11 +49,14 @@ class YesPrompt : public Prompt {
   Answer askOrCancel(const QString&) override { return Answer::Yes; }
 };
 
-/// The same where another station may take stock away while a question stands: then the command is refused.
+/// The same where another station may take stock away while a question stands, or move goods that were counted: then
+/// the command is refused.
 class SharingPrompt : public YesPrompt {
  public:
   void notice(const QString& text) override {
-    if (!text.contains(QStringLiteral("库存不足"))) YesPrompt::notice(text);
+    for (const char16_t* each : {u"库存不足", u"盘点商品已发生业务"})
+      if (text.contains(QStringView(each))) return;
+    YesPrompt::notice(text);
   }
 };
 
@@ -118,7 +124,7 @@ void prepareAll(int count, Prompt& prompt) {
                         {"th_dzl", 1.0},
                         {"th_tax", 0.0},
                         {"id2", 0}}});
-    waitingDocument(transfer, today, {{"ck_out", place}, {"ck_in", other}},
+    waitingDocument(families::transfer, today, {{"ck_out", place}, {"ck_in", other}},
                     {{{"g_sn", a}, {"db_sl", q}, {"db_dj", price}, {"db_zje", q * price}}});
     waitingDocument(loss, today, {{"ck_sn", place}},
                     {{{"g_sn", a}, {"bs_sl", q}, {"bs_dj", price}, {"bs_zje", q * price}}});
@@ -232,7 +238,7 @@ class Counter {
       make(purchase_return::rules(), 1);
     else if (dice < 13)
       make(sale_return::rules(), 1);
-    else if (dice < 14)
+    else if (dice < 15)
       makeWithin();
     else if (dice < 21)
       audit();
@@ -264,30 +270,35 @@ class Counter {
     if (const SaveResult saved = rules.save(draft, prompt_)) tell('S', saved.number);
   }
 
-  /// A document within the house: its screens are not in this program yet, so its rows are written here.
   void makeWithin() {
-    const QString today = clock::today(), goods = goodsCode(upTo(postedGoods)), place = u"100001"_qs;
-    const double quantity = 1 + upTo(3), price = 10 + upTo(9);
-    Transaction transaction(accountDb());
-    QString number;
-    switch (upTo(3)) {
-      case 0:
-        number =
-            waitingDocument(families::transfer, today, {{"ck_out", place}, {"ck_in", u"100002"}},
-                            {{{"g_sn", goods}, {"db_sl", quantity}, {"db_dj", price}, {"db_zje", quantity * price}}});
-        break;
-      case 1:
-        number =
-            waitingDocument(families::loss, today, {{"ck_sn", place}},
-                            {{{"g_sn", goods}, {"bs_sl", quantity}, {"bs_dj", price}, {"bs_zje", quantity * price}}});
-        break;
+    switch (upTo(4)) {
+      case 0: {
+        transfer::TransferDraft draft = transfer::rules().fresh({});
+        draft.into = QStringLiteral("100002");
+        return keep(transfer::rules(), transfer::rules().lines(), std::move(draft));
+      }
+      case 1: {
+        const DocumentFamily& kind = upTo(2) ? families::loss : families::overflow;
+        DocumentDraft draft = write_off::fresh(kind, {});
+        const LineRules& lines = write_off::rules().of(draft.number).lines();
+        return keep(write_off::rules(), lines, std::move(draft));
+      }
       default:
-        number =
-            waitingDocument(families::overflow, today, {{"ck_sn", place}},
-                            {{{"g_sn", goods}, {"by_sl", quantity}, {"by_dj", price}, {"by_zje", quantity * price}}});
+        return keep(stocktaking::rules(), stocktaking::rules().lines(), stocktaking::rules().fresh({}));
     }
-    transaction.commit();
-    tell('S', number);
+  }
+
+  /// One line of a document within the house, and its save.
+  template <class Draft>
+  void keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft) {
+    draft.warehouse = draft.salesperson = QStringLiteral("100001");
+    const LinePlace place{.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
+    LineDraft line = lines.newLine(goodsCode(upTo(postedGoods)), place, false);
+    line.amounts.setQuantity(1 + upTo(9));
+    const LineResult added = lines.addLine(Lines::Draft, place, line, prompt_);
+    if (!added) return;
+    draft.number = added.number;
+    if (const SaveResult saved = rules.save(draft, prompt_)) tell('S', saved.number);
   }
 
   /// One of the last documents of some family in this state; empty when there is none.
@@ -295,7 +306,7 @@ class Counter {
     static const DocumentFamily* const families[] = {
         &families::purchaseReceipt, &families::purchaseReceipt, &families::sale,     &families::sale,
         &families::purchaseReturn,  &families::saleReturn,      &families::transfer, &families::loss,
-        &families::overflow};
+        &families::overflow,        &families::stocktake};
     const DocumentFamily& family = *families[upTo(std::size(families))];
     const RowSet documents = openSelect(
         compose("select top 40 {} from {} where {}=? order by id desc", {family.number, family.head, family.status}),
