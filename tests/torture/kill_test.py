@@ -2,8 +2,8 @@
 """Kills two stations at random moments while they audit and cancel documents in one account set. After each kill
 `jxcctl prove` finds nothing wrong: after the first of a round beside the station that still works and has to go on with
 what the dead one left, after the second with nobody there. After each round, every document is wholly audited or wholly
-waiting, nothing that was told as done is lost, and the file is whole. Half of the rounds work on receipts, whose books
-are checked past the program as well, the other half on documents of ten families.
+waiting, nothing that was told as done is lost, and the file is whole. Most of the rounds work on receipts, whose books
+are checked past the program as well, and on documents of ten families, the rest on long counts.
 
 Usage: kill_test.py JXCCTL TORTURE_AUDIT [KILLS [SEED]]      (32 kills when not said; 1000 by hand now and then)
 """
@@ -24,6 +24,7 @@ RECEIPTS = 40
 DOCUMENTS = 8  # of each family
 STATIONS = 2
 LONGEST = 0.6  # seconds from the first command to the kill
+COUNTED, COUNTED_BY_HAND = 500, 5000  # goods of a count
 
 
 class Station:
@@ -63,7 +64,7 @@ def prove(jxcctl, file):
     return [] if proof.returncode == 0 else [f"prove: {proof.stdout}{proof.stderr}"]
 
 
-def work_and_kill(programs, file, seed, moments):
+def work_and_kill(programs, file, seed, moments, longest):
     """What the stations told as done, whether the last one left a journal, and what the proofs after their kills found."""
     jxcctl, driver = programs
     stations = [Station(driver, file, seed + station, station) for station in range(STATIONS)]
@@ -71,7 +72,7 @@ def work_and_kill(programs, file, seed, moments):
         station.started.wait(60)
     told, faults = [], []
     for number, station in enumerate(stations, 1):
-        time.sleep(moments.uniform(0, LONGEST / STATIONS))
+        time.sleep(moments.uniform(0, longest / STATIONS))
         told += station.kill()
         left_behind = pathlib.Path(file + "-wal").exists()
         faults += [f"after kill {number} of the round, {fault}" for fault in prove(jxcctl, file)]
@@ -103,7 +104,24 @@ class AllBooks:
         return found
 
 
-def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
+class CountBooks(AllBooks):
+    """Two long counts: every line has its row in the ledger, or none has."""
+
+    HEADS = (("jxc_kcpd", "gl_djh", "pd_status"),)
+
+    def __init__(self, file, goods):
+        super().__init__(file, STATIONS)
+        self.goods = goods
+
+    def faults(self):
+        rows = dict(self.db.execute("select gl_djh,count(*) from jxc_goodslist group by gl_djh"))
+        audited = self.audited()
+        return super().faults() + [f"{number}: {rows.get(number, 0)} rows of the ledger"
+                                   for number, in self.db.execute("select gl_djh from jxc_kcpd")
+                                   if rows.get(number, 0) != (self.goods if number in audited else 0)]
+
+
+def torture(programs, file, mode, documents, open_books, rounds, seed, moments, longest):
     """Returns how many commands were told as done, and in how many rounds a journal was left behind."""
     jxcctl, driver = programs
     subprocess.run([jxcctl, "--db", file, "create"], check=True)
@@ -111,7 +129,7 @@ def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
     expected = set()
     commands = in_the_middle = 0
     for turn in range(rounds):
-        told, left_behind, faults = work_and_kill(programs, file, seed + turn * STATIONS, moments)
+        told, left_behind, faults = work_and_kill(programs, file, seed + turn * STATIONS, moments, longest)
         commands += len(told)
         for what, number in told:
             (expected.add if what == "A" else expected.discard)(number)
@@ -133,14 +151,19 @@ def torture(programs, file, mode, documents, open_books, rounds, seed, moments):
 def main():
     programs = sys.argv[1:3]
     kills = int(sys.argv[3]) if len(sys.argv) > 3 else 32
-    rounds = kills // STATIONS // 2  # of each half
+    total = kills // STATIONS
+    long_ones = max(1, total // 8)
+    counted = COUNTED if total < 50 else COUNTED_BY_HAND
     seed = int(sys.argv[4]) if len(sys.argv) > 4 else random.randrange(1 << 30)
     print(f"seed {seed}")
     moments = random.Random(seed)
-    for mode, documents, open_books in (("prepare", RECEIPTS, Books), ("prepare-all", DOCUMENTS, AllBooks)):
+    for mode, documents, open_books, rounds, longest in (
+            ("prepare", RECEIPTS, Books, (total - long_ones) // 2, LONGEST),
+            ("prepare-all", DOCUMENTS, AllBooks, (total - long_ones) // 2, LONGEST),
+            ("prepare-counts", counted, CountBooks, long_ones, LONGEST * (1 + counted / 500))):
         with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
             file = str(pathlib.Path(folder, "jxc.mdb"))
-            commands, in_the_middle = torture(programs, file, mode, documents, open_books, rounds, seed, moments)
+            commands, in_the_middle = torture(programs, file, mode, documents, open_books, rounds, seed, moments, longest)
             print(f"{mode}: {rounds * STATIONS} kills, {commands} audits and cancels told as done, journal left behind in "
                   f"{in_the_middle} of {rounds} rounds: every document wholly audited or wholly waiting, proof clean "
                   "after each kill", flush=True)

@@ -2,6 +2,7 @@
 // and two_stations_test.py beside it.
 //   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl, of today's date
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
+//   torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
 //       has documents of its own (every STATIONS-th), which share goods, partners and cash with those of the others.
@@ -137,6 +138,30 @@ void prepareAll(int count, Prompt& prompt) {
     waitingDocument(loan, today, {{"ck_sn", place}, {"kh_sn", customer}, {"jh_flag", u"jh"}},
                     {{{"g_sn", b}, {"jh_sl", q}, {"jh_dj", price}, {"jh_zje", q * price}, {"id2", 0}}});
   }
+}
+
+/// A waiting count of so many goods in each of two warehouses, each of which finds something of everything.
+void prepareCounts(int goods) {
+  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+  Transaction transaction(accountDb());
+  for (int i = 0; i < goods; ++i)
+    execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
+            goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i % 20);
+  for (const QString& warehouse : {u"100001"_qs, u"100002"_qs}) {
+    const QString number = waitingDocument(families::stocktake, clock::today(), {{"ck_sn", warehouse}}, {});
+    for (int i = 0; i < goods; ++i) {
+      const double found = 1 + i % 5, cost = 10 + i % 20;
+      insertRow("jxc_kcpdsp", {{"gl_djh", number},
+                               {"a_name", session().a_name},
+                               {"g_sn", goodsCode(i)},
+                               {"pd_sl", found},
+                               {"kc_sl", 0.0},
+                               {"kc_zsl", 0.0},
+                               {"pd_dj", cost},
+                               {"pd_zje", found * cost}});
+    }
+  }
+  transaction.commit();
 }
 
 /// All documents that were prepared, audited or not.
@@ -372,12 +397,12 @@ void preparePosting(Prompt& prompt) {
 
 int run(int argc, char** argv) {
   const std::string_view what = argc > 3 ? argv[2] : "";
-  const bool known = ((what == "prepare" || what == "prepare-all") && argc == 4) ||
-                     (what == "work" && (argc == 4 || argc == 6)) || (what == "share" && argc == 5) ||
-                     (what == "post" && (argc == 4 || argc == 6));
+  const bool known = (what.starts_with("prepare") && argc == 4) || (what == "work" && (argc == 4 || argc == 6)) ||
+                     (what == "share" && argc == 5) || (what == "post" && (argc == 4 || argc == 6));
   if (!known)
     throw std::runtime_error(
-        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE work SEED [STATION STATIONS] | FILE share "
+        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-counts N | FILE work SEED [STATION "
+        "STATIONS] | FILE share "
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
   dataModule().installAccountDb(openAccountPlace(QString::fromUtf8(argv[1])));
   YesPrompt yes;
@@ -389,6 +414,8 @@ int run(int argc, char** argv) {
     prepare(number, yes);
   else if (what == "prepare-all")
     prepareAll(number, yes);
+  else if (what == "prepare-counts")
+    prepareCounts(number);
   else if (what == "post" && argc == 4)
     preparePosting(yes);
   else if (what == "post")
