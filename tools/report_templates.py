@@ -476,9 +476,10 @@ def stock_documents():
 
     parts = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "gl_djh": ("单据编号", "CF21050310001")}
     for stem, title, whole, part in (("cfd", "商品拆分单", "拆分商品", "拆分后商品"), ("kbd", "商品捆绑单", "捆绑商品", "组成商品")):
-        head = ((("仓库：[ckName]", 3), ("日期：[jhDate]", 2)),
-                ((f"{whole}：[gSn] [gName] [ggName] [colorName]", 5), ("数量：[cfSl] [dwName]", 2), (f"金额：{shown('cfZje')}", 2)))
-        plain = (head[0], ((f"{whole}：[gSn] [gName] [ggName] [colorName]", 5), ("数量：[cfSl] [dwName]", 2)))
+        figures = (("仓库：[ckName]", 4), ("日期：[jhDate]", 2), ("数量：[cfSl] [dwName]", 2))
+        named = ((f"{whole}：[gSn] [gName] [ggName] [colorName]", 1),)  # a line of its own: names are long
+        head = ((*figures, (f"金额：{shown('cfZje')}", 2)), named)
+        plain = (figures, named)
         goods = tuple(replace(c, caption=part) if c.caption == "商品名称" else c for c in GOODS)
         yield document(stem, title, goods + (quantity("数量", "sl"), price("成本价", "dj"), money("金额", "zje")), head,
                        ((("备注：[cfNote]", 1, LONG),),), names, fields=parts)
