@@ -188,12 +188,17 @@ class Report {
     if (differs(before, after))
       preview_.impacts.push_back({kind.toString(), place, numberText(before), numberText(after), warns});
   }
+  /// What goods cost, and what lets it be worked out, is told to those who may see it.
+  void addCost(QStringView kind, const QString& place, double before, double after, bool warns = false) {
+    if (session().canSeeCost) add(kind, place, before, after, warns);
+  }
   static QString nameOf(const QString& goods) {
     return u"商品 "_qs + goods + u' ' + lookupValue("select g_name from jxc_goods where g_sn=?", goods);
   }
-  static QString nameOf(const GoodsPlace& at) {
-    return nameOf(at.first) + u" 仓库 "_qs + at.second + u' ' +
-           lookupValue("select ck_name from jxc_ckxx where ck_sn=?", at.second);
+  /// The warehouse in front: a long name of goods would hide it, and a transfer touches two of them.
+  static QString nameOf(const GoodsPlace& at) { return nameOfWarehouse(at.second) + u' ' + nameOf(at.first); }
+  static QString nameOfWarehouse(const QString& sn) {
+    return u"仓库 "_qs + sn + u' ' + lookupValue("select ck_name from jxc_ckxx where ck_sn=?", sn);
   }
   WhatIf& preview_;
 };
@@ -206,13 +211,13 @@ void Report::stocks(const Books& before, const Books& after) {
     add(u"库存数量", place, old.shelf, now.shelf, now.shelf < 0 && old.shelf >= 0);
     if (differs(now.shelf, now.book) || differs(old.shelf, old.book))
       add(u"帐面库存", place, old.book, now.book, now.book < 0 && old.book >= 0);
-    add(u"成本均价", place, old.cost, now.cost);
+    addCost(u"成本均价", place, old.cost, now.cost);
   }
   for (const auto& [at, now] : after.later) {
     const auto found = before.later.find(at);
     const Later old = found == before.later.end() ? Later{} : found->second;
     if (now.leastStock < 0 && differs(now.leastStock, old.leastStock) && now.leastStock < old.leastStock)
-      preview_.impacts.push_back({u"负库存"_qs, nameOf(at) + u" 从单据 "_qs + now.shortDocument + u" 起"_qs,
+      preview_.impacts.push_back({u"负库存"_qs, u"从单据 "_qs + now.shortDocument + u" 起 "_qs + nameOf(at),
                                   numberText(old.leastStock), numberText(now.leastStock), true});
   }
 }
@@ -222,7 +227,7 @@ void Report::goods(const Books& before, const Books& after) {
     const auto found = before.goods.find(sn);
     if (found == before.goods.end()) continue;
     add(u"商品总库存", nameOf(sn), found->second.stock, now.stock, now.stock < 0 && found->second.stock >= 0);
-    add(u"商品成本均价", nameOf(sn), found->second.average, now.average);
+    addCost(u"商品成本均价", nameOf(sn), found->second.average, now.average);
   }
 }
 
@@ -235,24 +240,23 @@ void Report::moved(const Books& before, const Books& after) {
     values[at.second].second += stock.book * stock.cost;
   double old = 0, now = 0;
   for (const auto& [warehouse, value] : values) {
-    add(u"库存金额",
-        u"仓库 "_qs + warehouse + u' ' + lookupValue("select ck_name from jxc_ckxx where ck_sn=?", warehouse),
-        roundMoney(value.first), roundMoney(value.second));
+    addCost(u"库存金额", nameOfWarehouse(warehouse), roundMoney(value.first), roundMoney(value.second));
     old += value.first;
     now += value.second;
   }
-  add(u"调拨产生的价值", u"各仓库合计"_qs, roundMoney(old), roundMoney(now), true);
+  addCost(u"调拨产生的价值", u"各仓库合计"_qs, roundMoney(old), roundMoney(now), true);
 }
 
 /// Stored profits stay as they were sold; after the command they may no longer go with the cost of their day, or go
 /// with it again.
 void Report::sales(const Books& before, const Books& after) {
+  const auto shown = [](double profit) { return session().canSeeCost ? numberText(roundMoney(profit)) : QString(); };
   for (const auto& [id, entry] : after.stale) {
     const auto& [at, sale] = entry;
     const bool isNew = !before.stale.contains(id);
     preview_.impacts.push_back({isNew ? u"销售毛利与成本不符"_qs : u"销售毛利与成本不符（原有）"_qs,
                                 u"单据 "_qs + sale.document + u" 日期 "_qs + sale.date.left(10) + u' ' + nameOf(at),
-                                numberText(roundMoney(sale.stored)), numberText(roundMoney(sale.due)), isNew});
+                                shown(sale.stored), shown(sale.due), isNew});
   }
 }
 

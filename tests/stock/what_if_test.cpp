@@ -73,6 +73,14 @@ TEST_F(WhatIfTest, ReceiptDatedBackTellsCostsSalesCountsAndMonths) {
   EXPECT_EQ(found(preview, u"现金银行余额", u"现金"), "36 → -34 !");
   EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "none") << "paid at once";
 
+  session().canSeeCost = false;
+  const WhatIf withheld = previewAudit(late);
+  session().canSeeCost = true;
+  EXPECT_EQ(found(withheld, u"库存数量", u"仓库 100001"), "5 → 15");
+  EXPECT_EQ(found(withheld, u"成本均价"), "none");
+  EXPECT_EQ(found(withheld, u"商品成本均价"), "none");
+  EXPECT_EQ(found(withheld, u"销售毛利与成本不符"), " →  !") << "which sales, but not what they earned";
+
   ASSERT_EQ(auditAgreeing(late), AuditOutcome::Audited);
   EXPECT_EQ(balanceOf("A"), "15 15 5.94") << "as it was told";
 }

@@ -33,6 +33,7 @@ class TF_Yltx : public ui::Screen {
     rows_ = preview.rows();
     showModal();
   }
+  QSize sizeHint() const override { return {1264, 672}; }  // warehouse, goods and what would be asked are long
 
  protected:
   void activate() override { grid("gridImpacts").setRows(rows_); }
