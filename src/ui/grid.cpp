@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QFrame>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -19,6 +20,7 @@
 #include <QStyle>
 #include <QTableView>
 #include <QTimer>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -58,6 +60,15 @@ class Grid::Table : public QTableView {
       return event->accept();
     }
     QTableView::keyPressEvent(event);
+  }
+  /// A text that its column cuts off is told whole under the mouse.
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const bool isCut = index.isValid() && sizeHintForIndex(index).width() > columnWidth(index.column());
+    QToolTip::showText(help->globalPos(), isCut ? index.data().toString() : QString(), viewport(), visualRect(index));
+    return true;
   }
 
  private:

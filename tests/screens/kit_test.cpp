@@ -6,9 +6,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QTableView>
+#include <QToolTip>
 
 #include <utility>
 
@@ -216,6 +219,17 @@ TEST_F(ScreenTest, GridSortsSumsEditsAndKeepsItsRow) {
     edit(s, "gridDj", 0, "dj_pl", u"");
     EXPECT_EQ(lookupNumber("select dj_pl from jxc_djbz where dj_name=?", "盒"), 0);
     EXPECT_TRUE(grid.tabSeparated(false).startsWith(QStringLiteral("单位\t次数\n盒\t0\n")));
+    const auto told = [&] {  // under the mouse
+      const QPoint at = grid.view()->visualRect(grid.view()->model()->index(0, 0)).center();
+      QHelpEvent help(QEvent::ToolTip, at, grid.view()->viewport()->mapToGlobal(at));
+      QApplication::sendEvent(grid.view()->viewport(), &help);
+      return QToolTip::text();
+    };
+    EXPECT_EQ(told(), "");
+    grid.view()->horizontalHeader()->setMinimumSectionSize(8);
+    grid.view()->setColumnWidth(0, 8);
+    EXPECT_EQ(told(), "盒");
+    QToolTip::hideText();
   });
 }
 
