@@ -301,11 +301,12 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
   }
   if (spec.below) {
     view.below = &grid(spec.below->grid.name);
-    inside.grid(spec.below->grid.name, 1);
+    inside.grid(spec.below->grid.name, 2);
   }
   if (spec.foot.text) {
     view.foot = new QLabel;
     view.foot->setObjectName(qs(spec.foot.name));
+    view.foot->setWordWrap(true);  // sums of many kinds take a second line, they do not widen the window
     inside.widget(view.foot);
   }
   if (spec.rowLook) view.list->setRowLook(spec.rowLook);

@@ -217,6 +217,7 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
                      "商品报溢 已审核 2021-05-07 3 ", "商品报损 已审核 2021-05-06 5 ", "库存调拨 已审核 2021-05-05 10 ",
                      "顾客退货 已审核 2021-05-04 -12 0", "商品销售 已审核 2021-05-03 24 0",
                      "采购退货 已审核 2021-05-02 -5 -5", "采购进货 已审核 2021-05-01 50 30"}));
+    EXPECT_LE(s.minimumSizeHint().width(), 1264);  // also with the sums of twelve kinds below
     int asked = 0, printed = 0;
     printOutlet().printAsking = [&](const report::Pages&, QWidget*) { ++asked; };
     printOutlet().print = [&](const report::Pages&) { ++printed; };

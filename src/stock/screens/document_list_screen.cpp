@@ -57,6 +57,7 @@ bool cancelRow(const Row& document, Prompt& prompt) {
 }  // namespace document_list_screen
 
 DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_view search) : EnquiryScreen(spec) {
+  resize(1264, 672);  // all of a small display, as the documents themselves
   on(command("btn_Cx"), [this, search] { searchMore(search); });
   on(command("btn_ChaKan"), [this] { follow(); });
   on(command("btn_Dydj"), [this] { printDocument(); });

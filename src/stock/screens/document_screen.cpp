@@ -166,7 +166,8 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
     large.setPointSizeF(large.pointSizeF() * 2);
     large.setBold(true);
     scanned_->setFont(large);
-    scanned_->setMinimumWidth(1);  // a long name is cut off, it does not widen the window
+    scanned_->setMinimumWidth(1);  // a long name takes a second line, it does not widen the window
+    scanned_->setWordWrap(true);
     panel.widget(scanned_);
   }
   panel.grid("gridLines").form(description_.footForm);
