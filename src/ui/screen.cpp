@@ -395,7 +395,8 @@ void Screen::keyPressEvent(QKeyEvent* event) {
 }
 
 void Screen::showEvent(QShowEvent* event) {
-  if (!isWindow()) return QWidget::showEvent(event);  // the screen around it has the room
+  // Inside another screen, which has the room, it is no dialog that looks for its place.
+  if (!isWindow()) return QWidget::showEvent(event);  // NOLINT(bugprone-parent-virtual-call)
   // Every screen fits a small display, also at twice the scale; what is larger scrolls inside its grids.
   if (const auto* display = screen()) {
     const QSize room = display->availableSize() - QSize(16, 48);

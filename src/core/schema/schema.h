@@ -13,10 +13,10 @@ namespace jxc {
 
 namespace schema {
 
-/// One of the 146 tables of an account set.
 /// What resetBusinessTables does with a table.
 enum class OnReset : char { Keeps, Empties };
 
+/// One of the 146 tables of an account set.
 struct TableEntry {
   std::string_view name;
   OnReset onReset;

@@ -161,7 +161,8 @@ void GoodsPickScreen::pickOne() {
   if (gridGoods.selectedRows().size() > 1) return addMarked();
   const QString goods = gridGoods.currentText("g_sn");
   PickingMemory asksAnew;  // one goods is picked on purpose: a no to others before does not pass it over in silence
-  if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt())) return tellPassedOver(asksAnew, prompt());
+  if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt()))
+    return tellPassedOver(asksAnew, prompt());
   auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
   const LineResult staged =
       line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});
