@@ -42,10 +42,10 @@ void ensureStockRows(const QString& month);
 /// of this month ("yyyy-MM").
 void refreshMonthStock(const QString& warehouse, const QString& month);
 
-/// Tests the lines of document `number` against the book stock of `warehouse`; kind is "CJ", "CT", "XS", "XT", "DB" or
-/// "JH", anything else passes. Lines of one goods add up first, and goods that the warehouse does not know pass. Of
-/// "CF" and "KB" what leaves is tested in the warehouse that it leaves, saved or not, and must be known there. Asked
-/// ahead: what stands in the tables now.
+/// Tests the lines of document `number` against the book stock of `warehouse`; `kind` is the prefix of a family with a
+/// `shortageWord`, anything else passes. With "-" before it, it is asked what lines below zero take. Lines of one goods
+/// add up first, and goods that the warehouse does not know pass. Of "CF" and "KB" what leaves is tested in the
+/// warehouse that it leaves, saved or not, and must be known there. Asked ahead: what stands in the tables now.
 class StockShortage {
  public:
   StockShortage(const QString& number, const QString& warehouse, QStringView kind);
