@@ -118,8 +118,11 @@ struct Judging {
     return openSelect("select g_sn,g_name,g_jy from jxc_goods where g_sn=? and g_sn<>'00000000'", sanitizeText(code));
   }
 
-  void judgeGoods(const ImportLine& line, const Row& goods, QStringList& faults, QStringList& warnings) const {
-    if (!line.name.isEmpty() && line.name != goods.text("g_name")) warnings << u"商品名称和编号不一致"_qs;
+  void judgeGoods(ImportLine& line, const Row& goods, QStringList& faults, QStringList& warnings) const {
+    if (line.name.isEmpty())
+      line.name = goods.text("g_name");  // a sheet of codes is looked through by names
+    else if (line.name != goods.text("g_name"))
+      warnings << u"商品名称和编号不一致"_qs;
     if (goods.integer("g_jy") != 0) {
       faults << u"商品已停用"_qs;
     } else {

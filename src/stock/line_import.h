@@ -12,7 +12,7 @@ namespace jxc {
 
 /// A row of the spreadsheet, as it was read and what was found.
 struct ImportLine {
-  QString code, name, quantity, price, produced, note;  // as they stand there
+  QString code, name, quantity, price, produced, note;  // as they stand there; a name that it leaves out is told
   enum class Verdict { Fine, PassesWithWarning, Refused } verdict = Verdict::Refused;
   QString words;    // all that is wrong with it, or "可顺利导入"
   LineDraft draft;  // what it becomes when it passes

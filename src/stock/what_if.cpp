@@ -305,8 +305,12 @@ RowSet WhatIf::rows() const {
   const auto add = [&](const QString& kind, const QString& place, const QString& before, const QString& after,
                        bool warns) {
     rows.addInteger(++id);
-    for (const QString* text : {&kind, &place, &before, &after})
-      rows.addText(text->toStdString());
+    for (const QString* text : {&kind, &place, &before, &after}) {
+      if (text->isEmpty())
+        rows.addNull();  // what has no figure shows none, not a zero
+      else
+        rows.addText(text->toStdString());
+    }
     rows.addInteger(warns);
   };
   if (!failure.isEmpty()) add(u"执行失败"_qs, failure.simplified(), {}, {}, true);

@@ -7,6 +7,7 @@
 #include "stock/screens/document_screen.h"
 #include "stock/screens/line_import_screen.h"
 
+#include <QLabel>
 #include <QTemporaryDir>
 
 #include <tuple>
@@ -156,6 +157,7 @@ TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
     expectScreen("F_Kcdb_Import", [&](ui::Screen& import) {
       dynamic_cast<LineImportScreen&>(import).openFile(path);
       EXPECT_EQ(import.grid("gridLines").currentText("status"), "单价未采用（没有查看成本的权限）");
+      EXPECT_EQ(import.grid("gridLines").currentText("g_name"), "镜盒");  // the sheet has codes only
       expectNotice(u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
       press(import, "F5");
     });
@@ -181,8 +183,11 @@ TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIs
     expectNotice(u"请选择调出仓库！"_qs);
     press(s, "F5");
     EXPECT_TRUE(s.field("comCk").hasFocus());
+    const auto asksForWarehouse = [&] { return s.findChild<QLabel*>("lHint")->text().contains(u"请选择仓库"_qs); };
+    EXPECT_TRUE(asksForWarehouse());
     choose(s, "comCk", lookupValue("select ck_name from jxc_ckxx where ck_sn='100001'"));
     EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 40);
+    EXPECT_FALSE(asksForWarehouse());
     choose(s, "comCk", u"分店"_qs);
     EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 33);
     expectQuestion(kLeave, Answer::No);

@@ -96,6 +96,7 @@ TEST_F(WhatIfTest, CancelTellsWhatTurnsNegativeAndListsWhatItAsks) {
   EXPECT_EQ(found(preview, u"负库存"), "0 → -4 !");
   EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "50 → 0");
   EXPECT_EQ(preview.rows()[0].text("kind"), "将会询问");
+  EXPECT_TRUE(preview.rows()[0].isNull("valuebefore")) << "no figure, which is not a zero";
 }
 
 TEST_F(WhatIfTest, ACommandThatRefusesOrFailsLeavesNothingEither) {

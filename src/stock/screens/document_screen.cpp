@@ -300,11 +300,15 @@ void DocumentScreen::initTab() {
   // Its head is gone, and with it the warehouse whose figures the lines hold: chosen anew, unless there is only one.
   const bool choosesAnew = recalled_ && description_.linesHoldWarehouse && comCk.items().size() > 1;
   if (choosesAnew) draft().warehouse.clear();
-  hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + unsaved +
-                 (choosesAnew ? QStringLiteral("，请选择仓库，商品将按该仓库计价") : QString()));
+  tellRecalled(unsaved, choosesAnew);
   hint_->setVisible(!unsaved.isEmpty());
   showDraft();
   fillMore();
+}
+
+void DocumentScreen::tellRecalled(const QString& number, bool asksForWarehouse) {
+  hint_->setText(QStringLiteral("已恢复上次未保存的商品，单号 ") + number +
+                 (asksForWarehouse ? QStringLiteral("，请选择仓库，商品将按该仓库计价") : QString()));
 }
 
 QString DocumentScreen::findUnsaved() const {
@@ -329,6 +333,7 @@ void DocumentScreen::focusMissing() {
 /// Only lines that came back after the program was cut off stand here while the warehouse may still be chosen.
 void DocumentScreen::warehouseChanged() {
   if (!recalled_ || gridLines.isEmpty()) return;
+  tellRecalled(draft().number, comCk.key().isEmpty());
   draftRules().lines().moveDraftTo(draftPlace());
   reloadLines(gridLines.currentId());
 }

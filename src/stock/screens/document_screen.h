@@ -201,6 +201,7 @@ class DocumentScreen : public ui::Screen {
   void showScanned();
   void tellLeftOff(const CopyResult& picked);
   void lockWarehouse();
+  void tellRecalled(const QString& number, bool asksForWarehouse);
   void warehouseChanged();
   bool mayMakeGoods(const LineRules& lines) const;
   void reloadWaitingLines();

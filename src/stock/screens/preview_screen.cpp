@@ -9,8 +9,8 @@ namespace preview_screen_detail {
 
 constexpr ui::ColumnSpec kColumns[] = {{"kind", "影响", ui::ColumnKind::Text, 16},
                                        {"place", "对象", ui::ColumnKind::Text, 46},
-                                       {"valuebefore", "现在", ui::ColumnKind::Text, 14},
-                                       {"valueafter", "之后", ui::ColumnKind::Text, 14}};
+                                       {"valuebefore", "现在", ui::ColumnKind::Number, 14},
+                                       {"valueafter", "之后", ui::ColumnKind::Number, 14}};
 constexpr ui::GridSpec kGrids[] = {{"gridImpacts", "影响", kColumns, "没有变化"}};
 constexpr ui::CommandSpec kCommands[] = {{"btnCancel", "关闭", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {
