@@ -474,13 +474,15 @@ def stock_documents():
     yield document("bsby2", "[title]", GOODS + (quantity("数量", "sl"), replace(note, width=60)), rows,
                    ((("备注：[dNote]", 1, LONG),),), names, fields=change)
 
-    parts = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "gl_djh": ("单据编号", "CF21050310001")}
+    parts = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "ck_name": ("仓库", "总店仓库"),
+             "gl_djh": ("单据编号", "CF21050310001")}
     for stem, title, whole, part in (("cfd", "商品拆分单", "拆分商品", "拆分后商品"), ("kbd", "商品捆绑单", "捆绑商品", "组成商品")):
         figures = (("仓库：[ckName]", 4), ("日期：[jhDate]", 2), ("数量：[cfSl] [dwName]", 2))
         named = ((f"{whole}：[gSn] [gName] [ggName] [colorName]", 1),)  # a line of its own: names are long
         head = ((*figures, (f"金额：{shown('cfZje')}", 2)), named)
         plain = (figures, named)
-        goods = tuple(replace(c, caption=part) if c.caption == "商品名称" else c for c in GOODS)
+        # Each part lies in a warehouse of its own.
+        goods = (*(replace(c, caption=part) if c.caption == "商品名称" else c for c in GOODS), words("仓库", "ck_name", 22, True))
         yield document(stem, title, goods + (quantity("数量", "sl"), price("成本价", "dj"), money("金额", "zje")), head,
                        ((("备注：[cfNote]", 1, LONG),),), names, fields=parts)
         yield document(stem + "2", title, goods + (quantity("数量", "sl"),), plain, ((("备注：[cfNote]", 1, LONG),),), names, fields=parts)

@@ -35,12 +35,16 @@ std::string figuresOf(const LineTable& line) {
 }
 
 /// Lines and goods. The class is looked up loosely: a goods whose class was deleted must not vanish from the paper,
-/// which would then not add up to its total.
+/// which would then not add up to its total. So is the warehouse, where each line has one.
 std::string selectOf(const DocumentFamily& family) {
+  const std::string_view warehouse = family.line.warehouse;
+  const std::string goods = "(" + std::string(family.lines) +
+                            " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn";
   return "select a.*," + nameOf(family.line) + ",b.dw_name,b.gg_name,b.color_name" + figuresOf(family.line) +
-         std::string(family.paper.moreColumns) + ",b.g_sptm,b.g_bz,b.g_sccs,c.gc_name from (" +
-         std::string(family.lines) +
-         " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn";
+         std::string(family.paper.moreColumns) + ",b.g_sptm,b.g_bz,b.g_sccs,c.gc_name" +
+         (warehouse.empty()
+              ? " from " + goods
+              : ",d.ck_name from (" + goods + compose(") left join jxc_ckxx d on a.{}=d.ck_sn", {warehouse}));
 }
 
 std::string_view orderOf(const DocumentPaper& paper) {

@@ -218,6 +218,12 @@ TEST_F(PrintingTest, VariablesOfStockDocuments) {
   auto split = report(u"cfd");
   fillPrintVars(split, "CF21050310001", u"spcf");
   EXPECT_EQ(split.variable(u"gName") + split.variable(u"cfSl") + split.variable(u"cfZje"), "'镜架''3''300.00'");
+  insertRow("jxc_ckxx", {{"ck_sn", u"100007"}, {"ck_name", u"三号店"}});
+  for (const auto* warehouse : {"100007", "100099"})  // the second was deleted
+    insertRow("jxc_cfsp", {{"gl_djh", u"CF21050310001"}, {"g_sn", u"A"}, {"cf_sl", 1.0}, {"ck_sn", warehouse}});
+  const RowSet parts = printLines("CF21050310001", u"CF");
+  ASSERT_EQ(parts.rowCount(), 2);
+  EXPECT_EQ(parts[0].text("ck_name") + parts[1].text("ck_name"), "三号店");
 
   insertRow("jxc_kcpd", {{"gl_djh", u"PD21050310001"}, {"pd_rq", u"2021-05-03"}, {"pd_note", u"月末"}});
   auto count = report(u"kcpdd");
