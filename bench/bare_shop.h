@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -44,6 +45,18 @@ class Shop {
   QTemporaryDir directory_;
   const Database* database_ = nullptr;
 };
+
+/// The shop that this routine fills, made when it is asked for and another has taken its place meanwhile.
+template <void (*Fill)(Shop&)>
+Shop& filledShop() {
+  dataModule();  // outlives the shop, which closes its file there
+  static std::optional<Shop> shop;
+  if (!shop || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
+    shop.reset();
+    Fill(shop.emplace());
+  }
+  return *shop;
+}
 
 class YesPrompt : public Prompt {
  public:

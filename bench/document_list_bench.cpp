@@ -7,7 +7,6 @@
 #include <QDate>
 
 #include <benchmark/benchmark.h>
-#include <optional>
 
 namespace jxc {
 namespace document_list_bench {
@@ -65,15 +64,11 @@ void fill(sqlite3* db) {
   run("commit");
 }
 
+void open(Shop& made) {
+  fill(made.native());
+}
 Shop& shop() {
-  dataModule();  // outlives the shop, which closes its file there
-  static std::optional<Shop> shop;
-  if (!shop || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
-    shop.reset();
-    shop.emplace();
-    fill(shop->native());
-  }
-  return *shop;
+  return bench::filledShop<open>();
 }
 
 using All = DocumentSet<families::purchaseReceipt, families::purchaseReturn, families::sale, families::saleReturn,

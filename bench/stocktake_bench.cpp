@@ -8,7 +8,6 @@
 #include <QDate>
 
 #include <benchmark/benchmark.h>
-#include <optional>
 
 namespace jxc {
 namespace stocktake_bench {
@@ -49,17 +48,13 @@ void fill(sqlite3* db) {
   run("commit");
 }
 
+void open(Shop& made) {
+  fill(made.native());
+  execSql("update jxc_xtcs set cs_shdj=1");
+  loadSession();
+}
 Shop& shop() {
-  dataModule();  // outlives the shop, which closes its file there
-  static std::optional<Shop> shop;
-  if (!shop || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
-    shop.reset();
-    shop.emplace();
-    fill(shop->native());
-    execSql("update jxc_xtcs set cs_shdj=1");
-    loadSession();
-  }
-  return *shop;
+  return bench::filledShop<open>();
 }
 
 DocumentDraft fresh() {

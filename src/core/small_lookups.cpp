@@ -14,6 +14,10 @@ QString getStockQty(const QString& goods, const QString& warehouse) {
   return quantity.isEmpty() ? QStringLiteral("0") : quantity;
 }
 
+bool isBeyondStock(const QString& goods, double quantity, const QString& warehouse) {
+  return quantity - getStockQty(goods, warehouse).toDouble() >= 0.000001;
+}
+
 void clearStaging() {
   execSql("delete from jxc_tempspxf where a_name=?", session().a_name);
 }

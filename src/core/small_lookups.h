@@ -7,6 +7,8 @@ namespace jxc {
 
 /// Stock of a goods in a warehouse as text; "0" when it has no row there.
 QString getStockQty(const QString& goods, const QString& warehouse);
+/// Whether so many pieces are more than lie in the warehouse; quantities have six decimals.
+bool isBeyondStock(const QString& goods, double quantity, const QString& warehouse);
 /// Empties the operator's working rows of the document being edited.
 void clearStaging();
 /// Use counters of an employee: they sort the lists of employees.

@@ -10,8 +10,6 @@
 namespace jxc::conversions {
 namespace conversions_detail {
 
-constexpr double kTolerance = 0.000001;  // quantities have six decimals
-
 double costOfWarehouse(const QString& goods, const LinePlace& place) {
   return lookupNumber("select kc_cbj from jxc_kcsp where g_sn=? and ck_sn=?", goods, place.warehouse);
 }
@@ -60,7 +58,7 @@ class ConversionLines final : public InventoryLines {
   /// What is bundled is taken from the shelf now: no parameter lets it go below that.
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                    PickingMemory*) const override {
-    if (family().comesIn || quantity - getStockQty(goods, place.warehouse).toDouble() < kTolerance) return true;
+    if (family().comesIn || !isBeyondStock(goods, quantity, place.warehouse)) return true;
     prompt.notice(words(direction_.beyondStock));
     return false;
   }

@@ -64,12 +64,6 @@ class StocktakeRules final : public RulesOver<DocumentDraft> {
   const DocumentFamily& family() const override { return families::stocktake; }
   const LineRules& lines() const override { return lines_; }
 
-  DocumentDraft fresh(const QString& lastDate) const override {
-    DocumentDraft draft;
-    begin(draft, lastDate);
-    return draft;
-  }
-
   SaveResult save(const DocumentDraft& draft, Prompt& prompt) const override {
     if (isIncomplete(draft, prompt) ||
         isRefused(stock_count::tooLateToSave(draft.number, draft.warehouse, draft.date), prompt))

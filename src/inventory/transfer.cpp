@@ -55,12 +55,6 @@ class TransferRules final : public RulesOver<TransferDraft> {
   const DocumentFamily& family() const override { return families::transfer; }
   const LineRules& lines() const override { return lines_; }
 
-  TransferDraft fresh(const QString& lastDate) const override {
-    TransferDraft draft;
-    begin(draft, lastDate);
-    return draft;
-  }
-
   SaveResult save(const TransferDraft& draft, Prompt& prompt) const override {
     if (refused({{draftGoodsCount(family(), draft.number) == 0, u"没有调拨商品，不能保存！"_qs},
                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},

@@ -37,11 +37,6 @@ class KindRules final : public RulesOver<DocumentDraft> {
 
   const DocumentFamily& family() const override { return family_; }
   const LineRules& lines() const override { return lines_; }
-  DocumentDraft fresh(const QString& lastDate) const override {
-    DocumentDraft draft;
-    begin(draft, lastDate);
-    return draft;
-  }
   SaveResult save(const DocumentDraft& draft, Prompt& prompt) const override {
     if (isIncomplete(draft, prompt) ||
         (&family_ == &families::loss && !mayLoseBeyondStock(draft.number, draft.warehouse, prompt)))

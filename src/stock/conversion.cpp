@@ -14,7 +14,6 @@
 namespace jxc {
 namespace conversion_detail {
 
-constexpr double kTolerance = 0.000001;  // quantities have six decimals
 constexpr double kHalfFen = 0.005;
 
 /// The whole of this operator's draft. Values: number, operator.
@@ -102,15 +101,12 @@ bool ConversionRules::isAmongItsParts(const ConversionDraft& draft) const {
 }
 
 bool ConversionRules::hasWhole(const ConversionDraft& draft, Prompt& prompt) const {
-  const auto beyondStock = [&] {
-    const double stock = getStockQty(draft.goods, draft.warehouse).toDouble();
-    return takesApart() && draft.quantity - stock > conversion_detail::kTolerance;
-  };
+  const bool beyondStock = takesApart() && isBeyondStock(draft.goods, draft.quantity, draft.warehouse);
   return !refused({{!exists("select top 1 ck_sn from jxc_ckxx"), u"请添加仓库信息！"_qs},
                    {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
                    {draft.goods.isEmpty(), words(direction_.noGoods)},
                    {draft.quantity <= 0, words(direction_.noQuantity)},
-                   {beyondStock(), words(direction_.beyondStock)},
+                   {beyondStock, words(direction_.beyondStock)},
                    {isAmongItsParts(draft), words(direction_.intoItself)}},
                   prompt);
 }

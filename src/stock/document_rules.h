@@ -213,7 +213,11 @@ template <class Draft>
 class RulesOver : public DocumentRules {
  public:
   /// A new document after one of `lastDate`, yyyy-MM-dd.
-  virtual Draft fresh(const QString& lastDate) const = 0;
+  virtual Draft fresh(const QString& lastDate) const {
+    Draft draft;
+    begin(draft, lastDate);
+    return draft;
+  }
   virtual SaveResult save(const Draft& draft, Prompt& prompt) const = 0;
 };
 

@@ -10,8 +10,6 @@
 namespace jxc {
 namespace table_lines_detail {
 
-constexpr double kTolerance = 0.000001;  // quantities have six decimals
-
 /// The two lists of an `insert … select`: columns of a table of lines, and expressions over rows `a`.
 struct CopiedColumns {
   std::string into, from;
@@ -115,7 +113,7 @@ bool TableLines::stockAllows(const QString& goods, double quantity, const LinePl
                              PickingMemory* memory) const {
   const LineDescription& line = description_;
   if (line.shortQuestion.empty() || quantity <= 0) return true;  // below zero goods come back
-  if (quantity - getStockQty(goods, place.warehouse).toDouble() < table_lines_detail::kTolerance) return true;
+  if (!isBeyondStock(goods, quantity, place.warehouse)) return true;
   if (memory && memory->goesShort) return *memory->goesShort;
   const bool allowed = line.shortRefusal.empty() || strIsTrue(session().cs_kc);
   if (!allowed) prompt.notice(words(line.shortRefusal));
