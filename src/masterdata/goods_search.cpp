@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <unordered_map>
 
 namespace jxc {
 namespace goods_search_detail {
@@ -79,6 +80,16 @@ GoodsIndex::GoodsIndex(RowSet rows) : rows_(std::move(rows)) {
     end_.push_back(text_.size());
   }
   std::transform(text_.begin(), text_.end(), text_.begin(), upper);
+
+  const int classColumn = rows_.columnIndex("gc_sn");
+  std::unordered_map<std::string_view, int> places;
+  classOf_.reserve(end_.size());
+  for (int row = 0; row < count; ++row) {
+    const std::string_view number = classColumn < 0 ? std::string_view() : rows_.utf8(row, classColumn);
+    const auto [place, isNew] = places.try_emplace(number, static_cast<int>(classes_.size()));
+    if (isNew) classes_.emplace_back(number);
+    classOf_.push_back(place->second);
+  }
 }
 
 void GoodsIndex::keepRowsWith(const std::string& word, std::vector<char>& kept) const {
@@ -102,15 +113,16 @@ void GoodsIndex::keepRowsWith(const std::string& word, std::vector<char>& kept) 
 }
 
 std::vector<int> GoodsIndex::find(const QString& typed, const QString& classNumber) const {
-  const std::string below = classNumber.toStdString();
-  const int classColumn = rows_.columnIndex("gc_sn");
+  const std::string above = classNumber.toStdString();
+  std::vector<char> chosen;
+  for (const std::string& number : classes_)
+    chosen.push_back(number.starts_with(above) ? 1 : 0);
   std::vector<char> kept(end_.size(), 1);
   for (const QString& word : goodsSearchWords(typed))
     keepRowsWith(word.toStdString(), kept);
   std::vector<int> found;
-  for (int row = 0; row < static_cast<int>(kept.size()); ++row) {
-    if (!kept[static_cast<std::size_t>(row)]) continue;
-    if (below.empty() || (classColumn >= 0 && rows_.utf8(row, classColumn).starts_with(below))) found.push_back(row);
+  for (std::size_t row = 0; row < kept.size(); ++row) {
+    if (kept[row] && chosen[static_cast<std::size_t>(classOf_[row])]) found.push_back(static_cast<int>(row));
   }
   return found;
 }
