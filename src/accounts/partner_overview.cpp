@@ -30,8 +30,8 @@ Filter period(const PartnerSide& side, const Criteria& criteria) {
   return filter;
 }
 
-QString endOf(const Criteria& criteria) {
-  return criteria.to + u" 23:59:59"_qs;
+QString endOf(const QString& day) {
+  return (day.isEmpty() ? allDates : day) + u" 23:59:59"_qs;
 }
 
 void addOpeningRows(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
@@ -57,7 +57,7 @@ void addPeriodRows(Sql& sql, const PartnerSide& side, const Criteria& criteria) 
       .andWhere(period(side, criteria));
   if (!criteria.has(kHidesSettled)) return;
   sql.add(" and a.k_ghskh in (select k_ghskh from jxc_ysyfk where k_ljje<>0 and id in ");
-  addLastLines(sql, words(side.type), "<=", endOf(criteria));
+  addLastLines(sql, words(side.type), "<=", endOf(criteria.to));
   sql.add(")");
 }
 
@@ -91,7 +91,7 @@ void addIdlePartners(Sql& sql, const PartnerSide& side, const Criteria& criteria
       .add(compose(" as wfje from {} a", {side.table}));
   addOpeningJoin(sql, side, criteria);
   sql.add(compose(" and a.{} not in (select k_ghskh from jxc_ysyfk where k_type=? and k_rq>=? and k_rq<=?)", {side.sn}),
-          words(side.type), criteria.from, endOf(criteria));
+          words(side.type), criteria.from, endOf(criteria.to));
   if (!criteria.partner.isEmpty()) sql.add(compose(" and a.{}=?", {side.sn}), criteria.partner);
   if (criteria.has(kHidesSettled)) sql.add(" and ").add(carried).add("<>0");
 }
@@ -117,6 +117,12 @@ Sql overviewSummary(const PartnerSide& side, const Criteria& criteria) {
   if (criteria.has(kWithIdle) && criteria.employee.isEmpty()) detail::addIdlePartners(sql, side, criteria);
   sql.add(" order by k_ghskh");
   return sql;
+}
+
+Sql lastLines(const PartnerSide& side, const QString& day) {
+  Sql ids;
+  partner_overview_detail::addLastLines(ids, words(side.type), "<=", partner_overview_detail::endOf(day));
+  return ids;
 }
 
 Sql documentGoods(const Criteria& criteria, const Warehouses& warehouses) {

@@ -23,6 +23,9 @@ Sql overviewDetail(const PartnerSide& side, const Criteria& criteria);
 /// computed from the others, so a wrong running balance shows as a difference to the detail.
 Sql overviewSummary(const PartnerSide& side, const Criteria& criteria);
 
+/// In brackets, the ids of each partner's last line up to the end of a day; an empty day: of all.
+Sql lastLines(const PartnerSide& side, const QString& day);
+
 /// Lines of the stock ledger of a document, for the pane below the detail; of a bound operator's warehouses only,
 /// though what the partner owes is told whole.
 Sql documentGoods(const Criteria& criteria, const Warehouses& warehouses);

@@ -44,22 +44,24 @@ struct Part {
   const DocumentFamily& family;
   State state;
   std::string order;  // of the kinds among each other
+  const DocumentListing& listing;
   bool isNone = false;
 };
 
-std::vector<Part> partsOf(Families families, const Criteria& criteria) {
+std::vector<Part> partsOf(Families families, const Criteria& criteria, const DocumentListing& listing) {
   std::vector<Part> parts;
   for (std::size_t i = 0; i < families.size(); ++i) {
     const DocumentFamily& family = *families[i];
     if (!criteria.kind.isEmpty() && criteria.kind != words(family.prefix)) continue;
     if (!criteria.document.isEmpty() && !criteria.document.startsWith(words(family.prefix))) continue;
     if (!criteria.partner.isEmpty() && family.partner.empty()) continue;
-    if (criteria.has(kUnpaidOnly) && !family.hasMoney()) continue;
-    if (!maySeeDocuments(family)) continue;
+    if (criteria.has(kUnpaidOnly | kOpenOnly) && !family.hasMoney()) continue;
+    if (listing.byRight && !maySeeDocuments(family)) continue;
     for (const State state : statesOf(criteria))
-      parts.push_back({family, state, std::to_string(10 + i)});
+      parts.push_back({family, state, std::to_string(10 + i), listing});
   }
-  if (parts.empty()) parts.push_back({*families.front(), State::Audited, "10", true});  // the columns without a row
+  if (parts.empty())
+    parts.push_back({*families.front(), State::Audited, "10", listing, true});  // the columns without a row
   return parts;
 }
 
@@ -119,6 +121,7 @@ Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& 
   if (!f.partner.empty()) addChoice(filter, of("a", f.partner), criteria.partner);
   addChoice(filter, "a.u_sn", criteria.employee);
   if (criteria.has(kUnpaidOnly)) filter.add(openAmount(f) + ">0");
+  if (criteria.has(kOpenOnly)) filter.add(openAmount(f) + "<>0");
   addGoods(filter, f, criteria, ofLines);
   addWarehouse(filter, f, criteria, warehouses);
   if (isOne) return filter.add(of("a", f.number) + "=?", number);
@@ -146,16 +149,22 @@ std::string headTables(const DocumentFamily& f) {
   return tables;
 }
 
+/// Who is gone from his list is told by his number.
+std::string partnerName(const DocumentFamily& f) {
+  if (f.partner.empty()) return "''";
+  const std::string name = of("b", partnerOf(f).name);
+  return "iif(" + name + " is null," + of("a", f.partner) + "," + name + ")";
+}
+
 /// Columns that heads and lines share.
 std::string commonColumns(const Part& part) {
   const DocumentFamily& f = part.family;
   const bool isAudited = part.state == State::Audited;
   return of("a", f.number) + " as djh,'" + kindWord(f).toStdString() + "' as gtype," + part.order + " as dsort," +
          (isAudited ? "1 as status,'已审核' as zt," : "0 as status,'待审核' as zt,") + of("a", f.date) + " as rq," +
-         of("a", f.checkDate) + " as chkrq," + ofOr("a", f.partner, "''") + " as ghs_sn," +
-         (f.partner.empty() ? "''" : of("b", partnerOf(f).name)) + " as ghs_name," +
-         (f.whole.goods.empty() ? "''" : "h.g_name") + " as zg_name," + ofOr("a", f.whole.quantity, "null") +
-         " as zg_sl,d.ck_name,c.u_name,";
+         of("a", f.checkDate) + " as chkrq," + ofOr("a", f.partner, "''") + " as ghs_sn," + partnerName(f) +
+         " as ghs_name," + (f.whole.goods.empty() ? "''" : "h.g_name") + " as zg_name," +
+         ofOr("a", f.whole.quantity, "null") + " as zg_sl,d.ck_name,c.u_name,";
 }
 
 /// The parts in the order of the list; `lines`: of their lines too.
@@ -189,8 +198,8 @@ Sql heads(const Part& part, const Criteria&) {
              " as j_th," + money(f.due) + " as yfje," + money(f.paid) + " as sfje," + money(f.discount) + " as yhje," +
              money(f.collected) + " as hkje," + (f.hasMoney() ? yuan(openAmount(f)) : "null") + " as wfje," +
              money(f.freight) + " as yf," + money(f.packing) + " as bzf," + ofOr("a", f.freightPayer, "''") +
-             " as yffs," + yuan(worth) + " as zje," + of("a", f.number) + " & '-' & a.id as rowkey from " +
-             headTables(f));
+             " as yffs," + yuan(worth) + " as zje," + of("a", f.number) + " & '-' & a.id as rowkey" +
+             (part.listing.columns ? part.listing.columns(f) : std::string()) + " from " + headTables(f));
 }
 
 Sql linesOf(const Part& part, const Criteria&) {
@@ -259,14 +268,16 @@ std::vector<ListItem> listedKinds(Families families) {
   return items;
 }
 
-Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses) {
+Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses,
+                    const DocumentListing& listing) {
   namespace detail = document_list_detail;
-  return detail::united(detail::partsOf(families, criteria), criteria, detail::heads, warehouses, false);
+  return detail::united(detail::partsOf(families, criteria, listing), criteria, detail::heads, warehouses, false);
 }
 
-Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses) {
+Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses,
+                const DocumentListing& listing) {
   namespace detail = document_list_detail;
-  return detail::united(detail::partsOf(families, criteria), criteria, detail::linesOf, warehouses, true);
+  return detail::united(detail::partsOf(families, criteria, listing), criteria, detail::linesOf, warehouses, true);
 }
 
 bool isDocumentNumber(QStringView typed) {

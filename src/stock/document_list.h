@@ -12,6 +12,7 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace jxc {
@@ -19,12 +20,22 @@ namespace jxc {
 /// Boxes of a list's criteria: only what is not paid yet; waiting documents too; only those; of a transfer the
 /// warehouse is the one that goods leave, or the one that they come to.
 inline constexpr unsigned kUnpaidOnly = 1, kWaitingToo = 2, kWaitingOnly = 4, kGoesOut = 8, kComesIn = 16;
+/// Whatever is open, also what we owe for a return.
+inline constexpr unsigned kOpenOnly = 32;
 /// An order of a list, and the day that its period means then: by the day of audit in place of the document's own.
 inline constexpr const char16_t* kByAudit = u"chkrq";
 
 using Families = std::span<const DocumentFamily* const>;
 
-/// Heads of the families, each kind only for who has one of its rights. Asked for by period, key (number, partner,
+/// How a list differs from the usual one.
+struct DocumentListing {
+  bool byRight = true;  // each kind only for who has one of its rights; without: whoever may open the list sees all
+  /// Further columns of a head, ",a.x as y": the head is `a`, its partner `b`.
+  std::string (*columns)(const DocumentFamily&) = nullptr;
+};
+
+/// Heads of the families, each kind only for who has one of its rights; a partner who is gone is told by his number.
+/// Asked for by period, key (number, partner,
 /// note, original number), warehouse (either one of a transfer), kind (the prefix), partner, employee, document and
 /// boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核", "待审核"), rq, ghs_sn, ghs_name, ck_name, ck_in
 /// (where a transfer goes), zg_name and zg_sl (what a split takes apart or a bundle becomes), u_name, dnote, a_name,
@@ -32,12 +43,14 @@ using Families = std::span<const DocumentFamily* const>;
 /// hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje (worth: what is due, or the sum of the lines).
 /// Amounts are null for who must not see prices (cost, where goods were bought or move within the house); those of
 /// returns are negative, as their heads keep them.
-Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses);
+Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses,
+                    const DocumentListing& listing = {});
 
 /// The lines of the same documents, with the same conditions, called as the ledger calls them: gl_kdrq, gl_djh, gl_dj,
 /// gl_sl, gl_je, gl_taxje, gl_zje (of returns negative), gl_bz; zmsl and cysl are book and difference of a count, ck_in
 /// the other warehouse of a line, lid its id.
-Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses);
+Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses,
+                const DocumentListing& listing = {});
 
 /// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
 bool maySeeDocuments(const DocumentFamily& family);

@@ -1,0 +1,211 @@
+// Statements of partners, both sides by the same tests: what documents leave open, what is owed at the end of a day,
+// how old it is; and customers who stay away.
+#include "accounts/partner_statement.h"
+
+#include "accounts/partner_documents.h"
+#include "accounts/settling.h"
+#include "masterdata/partners.h"
+#include "stock/shop.h"
+
+namespace jxc {
+namespace partner_statement_test {
+
+using namespace partner_books;  // NOLINT(google-build-using-namespace): inside this file's own namespace
+
+const QString kOther = QStringLiteral("100002");
+
+class Statement : public test::ShopTest, public ::testing::WithParamInterface<PartnerType> {
+ protected:
+  Statement() {
+    setClock(QStringLiteral("2021-05-31 10:00:00"));
+    addGoods("A", 5);
+    insertRow(side.table, {{side.sn, kOther}, {side.name, u"张三"}, {side.jm, u"ZS"}, {side.forbidden, 0}});
+  }
+  bool isCustomer() const { return side.isCustomer(); }
+  const DocumentFamily& kind() const { return isCustomer() ? families::sale : families::purchaseReceipt; }
+  const DocumentFamily& returns() const { return isCustomer() ? families::saleReturn : families::purchaseReturn; }
+  QString partner() { return isCustomer() ? customer() : QStringLiteral("100001"); }
+
+  /// An audited document of one frame, by all rules.
+  QString trade(const QString& date, double price, double paid) {
+    if (isCustomer()) return sell(date, {{u"A"_qs, 1, price}}, paid);
+    receipt::ReceiptDraft draft = draftReceipt(date, {{u"A"_qs, 1, price}});
+    draft.paid = paid;
+    draft.settlement = receipt::Settlement::RestOnAccount;
+    const QString number = save(draft);
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    return number;
+  }
+  QString giveBack(const QString& date, double price) {
+    const QString number = waitingReturn(returns(), date, {{u"A"_qs, 1, price}});
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    return number;
+  }
+  /// An audited head alone, as far as lists of heads ask.
+  QString head(const DocumentFamily& family, const QString& date, double due, const QString& whose,
+               test::Fields more = {}) {
+    const QString number = test::waitingDocument(family, date,
+                                                 {{family.partner, whose},
+                                                  {family.status, 1},
+                                                  {family.due, due},
+                                                  {family.paid, 0.0},
+                                                  {family.collected, 0.0},
+                                                  {family.warehouse, test::mainWarehouse}},
+                                                 {});
+    if (!family.discount.empty()) execSql(compose("update {} set {}=0", {family.head, family.discount}));
+    if (more.size() == 0) return number;
+    updateRow(family.head,
+              lookupValue(compose("select id from {} where {}=?", {family.head, family.number}), number).toLongLong(),
+              more);
+    return number;
+  }
+  /// Cells of each row by a blank.
+  static QStringList cells(const RowSet& rows, std::initializer_list<const char*> columns) {
+    QStringList all;
+    for (const Row row : rows) {
+      QStringList one;
+      for (const char* column : columns)
+        one << row.text(column);
+      all << one.join(u' ');
+    }
+    return all;
+  }
+  RowSet ask(Sql (*source)(const PartnerSide&, const Criteria&, const Warehouses&), const Criteria& criteria = {}) {
+    return openSelect(source(side, criteria, Warehouses(criteria)));
+  }
+
+  const PartnerSide& side = partnerSide(GetParam());
+};
+
+TEST_P(Statement, OpenAmountsAndBalanceFollowReturnsAndWhatWasPaidLater) {
+  if (isCustomer()) receive("2021-04-01", {{u"A"_qs, 100, 5}});
+  const QString first = trade("2021-05-01", 100, 30), settled = trade("2021-05-10", 50, 50),
+                back = giveBack("2021-05-12", 20);
+  for (const DocumentFamily* each : {&kind(), &returns()})  // the shop of the tests leaves it out
+    execSql(compose("update {} set {}=0", {each->head, each->collected}));
+  execSql(compose("update {} set {}=0", {kind().head, kind().discount}));
+  setParameter("cs_shdj", 1);
+  ASSERT_TRUE(settleDocument(side,
+                             {.number = first,
+                              .date = QStringLiteral("2021-05-20"),
+                              .amount = 40,
+                              .account = QStringLiteral("现金"),
+                              .employee = QStringLiteral("100001"),
+                              .note = {}},
+                             prompt));
+  // Due, paid at once, paid later, open.
+  const QStringList rows{first + u" 100 30 40 30"_qs, settled + u" 50 50 0 0"_qs, back + u" -20 0 0 -20"_qs};
+  const Criteria may{.from = QStringLiteral("2021-05-01"), .to = QStringLiteral("2021-05-31")};
+  const auto listed = [&](Criteria criteria) {
+    return cells(ask(statementDocuments, criteria), {"djh", "yfje", "sfje", "hkje", "wfje"});
+  };
+  EXPECT_EQ(listed(may), rows);
+  Criteria down = may;
+  down.order = u"desc"_qs;
+  EXPECT_EQ(listed(down), QStringList(rows.rbegin(), rows.rend()));
+  EXPECT_EQ(listed({.kind = words(returns().prefix)}), rows.mid(2));
+  EXPECT_EQ(listed({.partner = kOther}), QStringList());
+  EXPECT_EQ(cells(ask(openDocuments), {"djh", "wfje"}), QStringList({first + u" 30"_qs, back + u" -20"_qs}));
+  EXPECT_EQ(cells(ask(statementDocuments, may), {isCustomer() ? "fktype" : "zflx"}),
+            isCustomer() ? QStringList({"商品销售付款", "商品销售付款", "销售退货支出"})
+                         : QStringList({"进货支付", "进货支付", "退货还款"}));
+
+  // The balance is that of the end of the day, also of one with times; all partners end at the sum of each one's last.
+  execSql("update jxc_ysyfk set k_rq='2021-05-01 21:30:00' where gl_djh=?", first);
+  insertRow("jxc_ysyfk", {{"k_type", words(side.type)}, {"k_ghskh", kOther}, {"k_rq", u"2021-05-02"}, {"k_ljje", 9.0}});
+  insertRow("jxc_ysyfk", {{"k_type", words(side.type)}, {"k_ghskh", kOther}, {"k_rq", u"2021-05-02"}, {"k_ljje", 7.0}});
+  struct Day {
+    const char* day;
+    double ofOne, ofAll;
+  };
+  for (const Day& each : {Day{"2021-04-30", 0, 0}, {"2021-05-01", 70, 70}, {"2021-05-15", 50, 57}, {"", 10, 17}}) {
+    EXPECT_EQ(statementBalance(side, partner(), each.day), each.ofOne) << each.day;
+    EXPECT_EQ(statementBalance(side, {}, each.day), each.ofAll) << each.day;
+  }
+  const QString noun = isCustomer() ? QStringLiteral("客户") : QStringLiteral("供货商");
+  using Words = std::vector<std::pair<QString, QString>>;
+  EXPECT_EQ(statementWords(side, may), (Words{{u"bTitle"_qs, noun + u"对账单'所有'"_qs}, {u"sLjjeAll"_qs, u"17"_qs}}));
+  EXPECT_EQ(statementWords(side, {.partner = kOther})[0].second, noun + u"对账单'张三'"_qs);
+  EXPECT_EQ(cells(partnersOfStatements(side, {.from = u"2021-06-01"_qs}), {"sn"}), QStringList({partner(), kOther}));
+  EXPECT_EQ(cells(partnersOfStatements(side, {.to = u"2021-05-01"_qs}), {"sn"}), QStringList({partner()}));
+}
+
+TEST_P(Statement, WhatIsOpenGrowsOldByDays) {
+  const QString today = QStringLiteral("2021-05-31");
+  for (const auto& [date, due] : {std::pair{"2021-05-01", 10.0},
+                                  {"2021-04-30", 20.0},
+                                  {"2021-04-01", 40.0},
+                                  {"2021-03-31", 80.0},
+                                  {"2021-03-02", 160.0},
+                                  {"2021-03-01", 320.0}})
+    head(kind(), QString::fromLatin1(date), due, kOther);
+  head(returns(), today, -5, kOther);
+  head(kind(), today, 8, kOther, {{kind().collected, 8.0}});  // paid since
+  head(kind(), today, 3, u"999999"_qs);                       // of one who is gone
+  const std::initializer_list<const char*> columns{"ghs_name", "w30", "w60", "w90", "wmore", "wfje", "num", "rq"};
+  EXPECT_EQ(cells(ask(openByAge), columns),
+            QStringList({"张三 5 60 240 320 625 7 2021-03-01", "999999 3 0 0 0 3 1 2021-05-31"}));
+  EXPECT_EQ(cells(ask(openByAge, {.key = u"zs"_qs}), {"wfje"}), QStringList({"625"}));
+  double open = 0;
+  for (const Row row : ask(openDocuments, {.partner = kOther}))
+    open += row.number("wfje");
+  EXPECT_EQ(open, 625);
+}
+
+TEST_P(Statement, FreightIsSummedByPartnerAndPayerToTheEndOfTheLastDay) {
+  const auto shipped = [&](const char* date, const char* payer, double freight, double packing) {
+    const QString number = head(kind(), QString::fromLatin1(date), 100, kOther,
+                                {{kind().freightPayer, payer}, {kind().freight, freight}, {kind().packing, packing}});
+    for (const double pieces : {1.0, 2.0})
+      insertRow(kind().lines, {{kind().number, number}, {kind().line.columns->quantity, pieces}});
+    return number;
+  };
+  shipped("2021-05-01", "我方付", 12, 0);
+  const QString late = shipped("2021-05-31", "我方付", 0, 3);
+  execSql(compose("update {} set {}='2021-05-31 18:20:00' where {}=?", {kind().head, kind().date, kind().number}),
+          late);
+  const QString nobody = shipped("2021-05-02", "", 1, 1);
+  shipped("2021-05-03", "我方付", 0, 0);
+  const Criteria may{.from = QStringLiteral("2021-05-01"), .to = QStringLiteral("2021-05-31")};
+  EXPECT_EQ(cells(ask(chargeTotals, may), {"ghs_name", "yffs", "yfje", "yf", "bzf", "sl"}),
+            QStringList({"张三 我方付 200 12 3 6", "张三 未指定 100 1 1 3"}));
+  EXPECT_EQ(cells(ask(chargedDocuments, {.group = u"未指定"_qs}), {"djh"}), QStringList({nobody}));
+  EXPECT_EQ(ask(chargeTotals, {.key = u"%_'*["_qs}).rowCount(), 0);
+}
+
+TEST_P(Statement, PartnersBeginWithAllOfThem) {
+  execSql(compose("update {} set {}=1 where {}=?", {side.table, side.forbidden, side.sn}), partner());
+  const RowSet rows = openSelect(statementPartners(side));
+  EXPECT_EQ(cells(rows, {"sn", "name"}).mid(0, 2),
+            QStringList({isCustomer() ? " 全部客户" : " 全部供货商", "100002 张三"}));
+  EXPECT_EQ(rows[rows.rowCount() - 1].text("sn"), partner());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, Statement, ::testing::Values(PartnerType::Customer, PartnerType::Supplier));
+
+using DormantCustomers = test::ShopTest;
+
+TEST_F(DormantCustomers, AreThoseWithoutASaleForLongerThanTheDays) {
+  insertRow("jxc_khxx", {{"kh_sn", u"100002"}, {"kh_name", u"张三"}, {"kh_forbid", 0}});
+  insertRow("jxc_khxx", {{"kh_sn", u"100003"}, {"kh_name", u"李四"}, {"kh_forbid", 0}});
+  const auto bought = [&](const QString& who, const QString& flag, const QString& date, double pieces, double net) {
+    updateRow("jxc_goodslist", ledgerRow(flag, date, pieces, net, net), {{"ghs_sn", who}, {"gl_zje", net}});
+  };
+  bought(customer(), "xs", "2021-05-03 09:00:00", 1, 10);  // today
+  bought(u"100002"_qs, "xs", "2021-03-01", 2, 30);
+  bought(u"100002"_qs, "xt", "2021-05-02 23:00:00", -1, -15);
+  bought(u"100003"_qs, "cj", "2021-01-01", 5, 50);  // a supplier of the same number
+  const auto dormant = [&](double days, unsigned boxes = 0) {
+    QStringList rows;
+    for (const Row row : answer(dormantCustomers, {.amount = days, .boxes = boxes}))
+      rows << QStringList{row.text("kh_name"), row.text("days"), row.text("sl"), row.text("zje")}.join(u' ');
+    return rows.join(u", "_qs);
+  };
+  EXPECT_EQ(dormant(0), "张三 1 1 15");
+  EXPECT_EQ(dormant(1), "");
+  EXPECT_EQ(dormant(1, kNeverBought), "李四  0 0");
+  EXPECT_EQ(dormant(1e12), "");
+}
+
+}  // namespace partner_statement_test
+}  // namespace jxc
