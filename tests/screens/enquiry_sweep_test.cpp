@@ -304,4 +304,40 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
   EXPECT_GT(withheld, 5);
 }
 
+TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
+  static QString opened;
+  const auto services = ui::enquiryServices();
+  ui::enquiryServices().openDocument = [](const QString& number, ui::Screen&) { opened = number; };
+  beAdmin();
+  int led = 0;
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
+    SCOPED_TRACE(enquiry->name);
+    open(enquiry->name, [&](ui::Screen& screen) {
+      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
+        if (list.isEmpty() || (view.leads.view.empty() && view.leads.document.empty())) return;
+        opened.clear();
+        const int rows = list.rowCount();
+        for (int row = 0; opened.isEmpty() && row < std::min(rows, 12); ++row) {  // some have none: opening stock
+          list.selectRow(row);
+          const QString key = list.currentKey();
+          int steps = 0;
+          for (; opened.isEmpty() && steps < 3 && s.shown().current(); ++steps) {
+            pressIn(*s.shown().view(), "Return");
+            s.shown().waitLoaded();
+          }
+          while (&s.shown() != &list && steps-- > 0)
+            press(s, "Esc");
+          ASSERT_EQ(&s.shown(), &list);
+          EXPECT_EQ(list.rowCount(), rows);
+          EXPECT_EQ(list.currentKey(), key);
+        }
+        EXPECT_FALSE(opened.isEmpty()) << "no document behind it";
+        ++led;
+      });
+    });
+  }
+  EXPECT_GT(led, 10);
+  ui::enquiryServices() = services;
+}
+
 }  // namespace jxc::test
