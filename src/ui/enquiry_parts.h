@@ -11,17 +11,26 @@ class QPushButton;
 
 namespace jxc::ui {
 
+/// A list below another.
+struct EnquiryScreen::Below {
+  const RowsBelow* spec = nullptr;
+  Grid* list = nullptr;
+  Field* mode = nullptr;          // its switch; null where it is alone
+  std::optional<Criteria> asked;  // what the rows that are there answer
+};
+
 struct EnquiryScreen::View {
   const EnquiryView* spec = nullptr;
   Tab* tab = nullptr;
   Grid* list = nullptr;
   Field* mode = nullptr;  // its switch; null in a tab with one view
   QWidget* area = nullptr;
-  Grid* below = nullptr;
+  std::vector<Below> below;
+  std::size_t belowShown = 0;
   RowPane* beside = nullptr;
   Chart* chart = nullptr;  // made when it is first wanted
   QLabel* foot = nullptr;
-  std::optional<Criteria> asked, askedBelow;  // what the rows that are there answer
+  std::optional<Criteria> asked;  // what the rows that are there answer
 };
 
 /// A row that was followed: what it stands for narrows everything behind it.

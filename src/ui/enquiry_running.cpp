@@ -115,7 +115,8 @@ void EnquiryScreen::load(View& view) {
   if (side_ && !side_->current()) return view.list->clearRows();
   const Criteria now = criteriaOf(*view.tab);
   view.asked = now;
-  view.askedBelow.reset();
+  for (Below& below : view.below)
+    below.asked.reset();
   view.list->setEmptyText(whatToChange(*view.tab, view));
   view.list->loadQuestion(view.spec->source.ask(now));
 }
@@ -184,11 +185,7 @@ void EnquiryScreen::follow(View& view) {
     QPushButton& button = command(leads.command);
     return button.isVisible() && button.isEnabled() ? button.click() : void();
   }
-  if (!leads.document.empty()) {
-    const QString number = row->text(leads.document);
-    if (!number.isEmpty() && enquiryServices().openDocument) enquiryServices().openDocument(number, *this);
-    return;
-  }
+  if (!leads.document.empty()) return openDocument(row->text(leads.document));
   Tab& tab = *view.tab;
   const auto target =
       std::ranges::find_if(tab.views, [&](const auto& each) { return each->spec->grid.name == leads.view; });
@@ -216,17 +213,25 @@ bool EnquiryScreen::goBack() {
 void EnquiryScreen::showBelow(View& view) {
   const auto row = view.list->current();
   if (view.beside) view.beside->show(row ? &*row : nullptr, criteriaOf(*view.tab));
-  if (!view.below) return;
-  const RowsBelow& below = *view.spec->below;
-  if (!row || (below.has && !below.has(*row))) {
-    view.askedBelow.reset();
-    return view.below->clearRows();
+  if (view.below.empty()) return;
+  for (std::size_t i = 0; i < view.below.size(); ++i) {
+    view.below[i].list->setVisible(i == view.belowShown);
+    if (view.below[i].mode) view.below[i].mode->setChecked(i == view.belowShown);
+  }
+  Below& below = view.below[view.belowShown];
+  if (!row || (below.spec->has && !below.spec->has(*row))) {
+    below.asked.reset();
+    return below.list->clearRows();
   }
   Criteria wanted = criteriaOf(*view.tab);
-  below.narrow(wanted, *row);
-  if (view.askedBelow == wanted) return;
-  view.askedBelow = wanted;
-  view.below->loadQuestion(below.source.ask(wanted));
+  below.spec->narrow(wanted, *row);
+  if (below.asked == wanted) return;
+  below.asked = wanted;
+  below.list->loadQuestion(below.spec->source.ask(wanted));
+}
+
+void EnquiryScreen::openDocument(const QString& number) {
+  if (!number.isEmpty() && enquiryServices().openDocument) enquiryServices().openDocument(number, *this);
 }
 
 // The chart takes the place of its list: the same rows, the same current one.

@@ -69,7 +69,10 @@ Parts::Parts(const EnquirySpec& spec) {
     for (const EnquiryView& view : tab.views) {
       if (!view.mode.name.empty()) fieldSpecs.push_back({view.mode.name, view.mode.caption, FieldKind::Radio});
       gridSpecs.push_back(view.grid);
-      if (view.below) gridSpecs.push_back(view.below->grid);
+      for (const RowsBelow* below = view.below; below; below = below->next) {
+        if (!below->mode.name.empty()) fieldSpecs.push_back({below->mode.name, below->mode.caption, FieldKind::Radio});
+        gridSpecs.push_back(below->grid);
+      }
       hasChart = hasChart || !view.chart.label.empty();
     }
     describe(tab.commands);
@@ -299,10 +302,7 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
   } else {
     inside.grid(spec.grid.name, 3);
   }
-  if (spec.below) {
-    view.below = &grid(spec.below->grid.name);
-    inside.grid(spec.below->grid.name, 2);
-  }
+  buildBelow(inside, view);
   if (spec.foot.text) {
     view.foot = new QLabel;
     view.foot->setObjectName(qs(spec.foot.name));
@@ -336,6 +336,30 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
       tab.path.clear();
       show(tab, view);
     });
+}
+
+void EnquiryScreen::buildBelow(Panel area, View& view) {
+  std::string switches;
+  for (const RowsBelow* spec = view.spec->below; spec; spec = spec->next) {
+    Below below{.spec = spec, .list = &grid(spec->grid.name), .mode = nullptr, .asked = {}};
+    if (!spec->mode.name.empty()) {
+      below.mode = &field(spec->mode.name);
+      switches += std::string(spec->mode.name) + ' ';
+    }
+    view.below.push_back(below);
+  }
+  if (!switches.empty()) area.row(switches + '|');
+  for (std::size_t i = 0; i < view.below.size(); ++i) {
+    const Below& below = view.below[i];
+    area.grid(below.spec->grid.name, 2);
+    if (!below.spec->document.empty())
+      below.list->onActivated([this, &below] { openDocument(below.list->currentText(below.spec->document)); });
+    if (below.mode)
+      below.mode->onChanged([this, &view, i] {
+        view.belowShown = i;
+        showBelow(view);
+      });
+  }
 }
 
 void EnquiryScreen::bindSearch(Tab& tab) {

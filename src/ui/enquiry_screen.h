@@ -76,12 +76,14 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  struct Below;
   struct View;
   struct Tab;
   struct Step;
   void buildTab(Panel area, const EnquiryTab& tab);
   void placeInputs(Panel& area, Tab& tab);
   void buildView(Panel area, Tab& tab, View& view);
+  void buildBelow(Panel area, View& view);
   void buildSide(Panel area);
   void bindCommands(std::span<const EnquiryCommand> commands);
   void bindSearch(Tab& tab);
@@ -96,6 +98,7 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void follow(View& view);
   bool goBack();
   void showBelow(View& view);
+  void openDocument(const QString& number);
   void showChart(View& view, bool on);
   void readRights();
   void showCommands();

@@ -65,21 +65,27 @@ struct Leads {
   std::string_view command = {};   // or the command's name
 };
 
-/// A list below that follows the current row.
+/// A switch that shows one of several lists.
+struct ViewMode {
+  std::string_view name, caption;
+};
+
+/// A list below that follows the current row. Where several take turns there, each has its switch above them.
 struct RowsBelow {
   GridSpec grid;
   Source source;
   Narrow narrow;
   bool (*has)(const Row&) = nullptr;  // whether a row has any; without it all do
+  std::string_view document = {};     // the column with the number of the document that Enter opens
+  ViewMode mode = {};
+  const RowsBelow* next = nullptr;  // the one that takes turns with it
 };
 
 /// One way to look at the answer: a list with its sums, chart and paper.
 struct EnquiryView {
   GridSpec grid;
   Source source;
-  struct Mode {
-    std::string_view name, caption;
-  } mode = {};           // the switch that shows it; a tab with one view has none
+  ViewMode mode = {};    // the switch that shows it; a tab with one view has none
   ChartSpec chart = {};  // without a label there is none
   Leads leads = {};
   const RowsBelow* below = nullptr;

@@ -94,14 +94,15 @@ class EnquirySweep : public ScreenTest {
     for (const ui::EnquiryTab& tab : enquiry.tabs)
       for (const EnquiryView& view : tab.views) {
         visit(view.grid, view.source, all);
-        if (!view.below) continue;
-        Criteria below = all;
-        for (const Row row : jxc::answer(view.source, all)) {
-          if (view.below->has && !view.below->has(row)) continue;
-          view.below->narrow(below, row);
-          break;
+        for (const ui::RowsBelow* lower = view.below; lower; lower = lower->next) {
+          Criteria below = all;
+          for (const Row row : jxc::answer(view.source, all)) {
+            if (lower->has && !lower->has(row)) continue;
+            lower->narrow(below, row);
+            break;
+          }
+          visit(lower->grid, lower->source, below);
         }
-        visit(view.below->grid, view.below->source, below);
       }
   }
 
