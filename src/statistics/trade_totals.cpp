@@ -3,62 +3,155 @@
 #include "core/rights.h"
 
 #include <algorithm>
-#include <array>
+#include <span>
+#include <string>
+#include <string_view>
 
 namespace jxc {
 namespace trade_totals_detail {
 
-/// Lines are summed first, and what the sums belong to is named after: names are read once a sum, not once a line.
-struct Grouping {
-  TradeBy by;
-  std::string_view keys;    // what rows are grouped by …
-  std::string_view shown;   // … and as what it is called
-  std::string_view joined;  // tables beside the ledger `x` that the keys are read from
-  std::string_view named;   // columns and tables behind "select b.*", up to the sums
-  std::string_view where;   // behind the sums
-  std::string_view order;
+/// Lines of the ledger `x` are summed first, by what stands in them …
+struct Key {
+  std::string_view of, as;
 };
-constexpr std::string_view kNamedGoods =
-    ",a.g_name,a.dw_name,a.gg_name,a.color_name,a.g_sptm,a.g_sccs,a.g_bz from jxc_goods a,(";
-constexpr std::string_view kOfGoods = ") b where a.g_sn=b.g_sn";
-constexpr std::string_view kCustomers = " left outer join jxc_khxx y on x.ghs_sn=y.kh_sn";
-constexpr std::string_view kByTimeAndGoods = "b.tjrq desc,b.g_sn,b.ghs_name";
-constexpr std::array kGroupings{
-    Grouping{TradeBy::Goods, "x.g_sn", "x.g_sn", "", kNamedGoods, kOfGoods, "b.g_sn"},
-    Grouping{TradeBy::GoodsClass, "y.gc_sn", "y.gc_sn", " left outer join jxc_goods y on x.g_sn=y.g_sn",
-             ",iif(c.gc_name is null,'其他',c.gc_name) as gc_name from (",
-             ") b left outer join jxc_goodsclass c on b.gc_sn=c.gc_sn", "b.gc_sn"},
-    Grouping{TradeBy::Partner, "x.ghs_sn", "x.ghs_sn,max(x.ghs_name) as ghs_name", "", " from (", ") b", "b.ghs_sn"},
-    Grouping{TradeBy::CustomerType, "iif(y.kt_name is null or y.kt_name='','其他',y.kt_name)",
-             "iif(y.kt_name is null or y.kt_name='','其他',y.kt_name) as kt_name", kCustomers, " from (", ") b",
-             "b.kt_name"},
-    Grouping{TradeBy::Region, "iif(y.z_name is null or y.z_name='','其他',y.z_name)",
-             "iif(y.z_name is null or y.z_name='','其他',y.z_name) as z_name", kCustomers, " from (", ") b",
-             "b.z_name"},
-    Grouping{TradeBy::Day, "left(x.gl_kdrq,10)", "left(x.gl_kdrq,10) as tjrq", "", " from (", ") b", "b.tjrq"},
-    Grouping{TradeBy::Month, "left(x.gl_kdrq,7)", "left(x.gl_kdrq,7) as tjrq", "", " from (", ") b", "b.tjrq"},
-    Grouping{TradeBy::PartnerGoodsDay, "left(x.gl_kdrq,10),x.g_sn,x.ghs_sn",
-             "left(x.gl_kdrq,10) as tjrq,x.g_sn,x.ghs_sn,max(x.ghs_name) as ghs_name,"
-             "left(x.gl_kdrq,10)+x.g_sn+'/'+x.ghs_sn as rowkey",
-             "", kNamedGoods, kOfGoods, kByTimeAndGoods},
-    Grouping{TradeBy::PartnerGoodsMonth, "left(x.gl_kdrq,7),x.g_sn,x.ghs_sn",
-             "left(x.gl_kdrq,7) as tjrq,x.g_sn,x.ghs_sn,max(x.ghs_name) as ghs_name,"
-             "left(x.gl_kdrq,7)+x.g_sn+'/'+x.ghs_sn as rowkey",
-             "", kNamedGoods, kOfGoods, kByTimeAndGoods},
+constexpr Key kGoodsKey{"x.g_sn", "g_sn"}, kPartnerKey{"x.ghs_sn", "ghs_sn"}, kEmployeeKey{"x.u_name", "u_name"},
+    kTimeKey{"x.gl_kdrq", "tjrq"};  // as it stands: lines come in this order, none is sorted
+
+/// … and the sums `b` are named after: names are read once a sum, not once a line. Where several sums fall under one
+/// name (the goods of a class, all partners that are gone), they are summed once more by what is a key then.
+struct Named {
+  std::string_view of, as;
+  bool isKey = false;
+};
+enum Tables : unsigned {
+  Goods = 1,
+  Classes = 2,  // by way of the goods, as their suppliers
+  GoodsSuppliers = 4,
+  Partners = 8,
+  Employees = 16,
+  GoodsNames = 32 | Goods | Classes  // all that tells goods apart
 };
 
-/// What a sum over a type, region or class stands for; "其他" are those without one, among them partners and goods that
-/// are gone.
-void addGroup(Filter& filter, const Criteria& criteria) {
-  if (criteria.group.isEmpty()) return;
-  const bool ofGoods = criteria.has(kGroupIsClass);
-  const std::string_view column = ofGoods ? "gc_sn" : criteria.has(kGroupIsRegion) ? "z_name" : "kt_name";
-  const bool without = criteria.group == u"其他";
-  std::string condition = ofGoods ? "x.g_sn" : "x.ghs_sn";
-  condition += without ? " not in (select " : " in (select ";
-  condition += ofGoods ? "g_sn from jxc_goods where " : "kh_sn from jxc_khxx where ";
-  condition += without ? compose("{}<>'' and {}<>?)", {column, column}) : compose("{}=?)", {column});
-  filter.add(condition, criteria.group);
+struct Grouping {
+  TradeBy by;
+  std::span<const Key> keys;
+  std::span<const Named> named;
+  unsigned tables;
+  std::string_view order;
+};
+
+constexpr Named kGoodsNames[] = {{"b.g_sn", "g_sn"},       {"iif(a.g_name is null,'其他',a.g_name)", "g_name"},
+                                 {"a.g_jm", "g_jm"},       {"a.dw_name", "dw_name"},
+                                 {"a.gg_name", "gg_name"}, {"a.color_name", "color_name"},
+                                 {"a.g_sptm", "g_sptm"},   {"a.g_sccs", "g_sccs"},
+                                 {"a.g_bz", "g_bz"},       {"iif(c.gc_name is null,'其他',c.gc_name)", "gc_name"}};
+constexpr Named kClassNames[] = {{"iif(c.gc_sn is null,'其他',c.gc_sn)", "gc_sn", true},
+                                 {"iif(c.gc_name is null,'其他',c.gc_name)", "gc_name"}};
+constexpr Named kGoodsSupplierNames[] = {{"iif(s.ghs_sn is null,'其他',s.ghs_sn)", "ghs_sn", true},
+                                         {"iif(s.ghs_name is null,'其他',s.ghs_name)", "ghs_name"}};
+constexpr Named kPartnerNames[] = {{"iif(p.p_sn is null,'其他',p.p_sn)", "ghs_sn", true},
+                                   {"iif(p.p_name is null,'其他',p.p_name)", "ghs_name"}};
+constexpr Named kPartnerClassNames[] = {
+    kPartnerNames[0],
+    kPartnerNames[1],
+    kClassNames[0],
+    kClassNames[1],
+    {"iif(p.p_sn is null,'其他',p.p_sn) & '/' & iif(c.gc_sn is null,'其他',c.gc_sn)", "rowkey"}};
+constexpr Named kTypeNames[] = {{"iif(p.p_type is null or p.p_type='','其他',p.p_type)", "kt_name", true}};
+constexpr Named kRegionNames[] = {{"iif(p.p_region is null or p.p_region='','其他',p.p_region)", "z_name", true}};
+constexpr Named kEmployeeNames[] = {{"iif(e.e_sn is null,'其他',e.e_sn)", "u_sn", true},
+                                    {"iif(e.e_name is null,'其他',e.e_name)", "u_name"}};
+constexpr Named kDayNames[] = {{"left(b.tjrq,10)", "tjrq", true}}, kMonthNames[] = {{"left(b.tjrq,7)", "tjrq", true}},
+                kYearNames[] = {{"left(b.tjrq,4)", "tjrq", true}};
+constexpr Named kPartnerGoodsNames[] = {
+    {"b.tjrq", "tjrq"}, {"b.ghs_sn", "ghs_sn"}, kPartnerNames[1], {"b.tjrq & b.g_sn & '/' & b.ghs_sn", "rowkey"}};
+
+constexpr Key kOfGoods[] = {kGoodsKey}, kOfPartners[] = {kPartnerKey}, kOfBoth[] = {kPartnerKey, kGoodsKey},
+              kOfEmployees[] = {kEmployeeKey}, kOfTime[] = {kTimeKey},
+              kDaily[] = {{"left(x.gl_kdrq,10)", "tjrq"}, kGoodsKey, kPartnerKey},
+              kMonthly[] = {{"left(x.gl_kdrq,7)", "tjrq"}, kGoodsKey, kPartnerKey};
+constexpr std::string_view kLatestFirst = "t.tjrq desc,t.g_sn,t.ghs_name";
+constexpr Grouping kGroupings[] = {
+    {TradeBy::Goods, kOfGoods, {}, GoodsNames, "t.g_sn"},
+    {TradeBy::GoodsClass, kOfGoods, kClassNames, Goods | Classes, "t.gc_sn"},
+    {TradeBy::GoodsSupplier, kOfGoods, kGoodsSupplierNames, Goods | GoodsSuppliers, "t.ghs_sn"},
+    {TradeBy::Partner, kOfPartners, kPartnerNames, Partners, "t.ghs_sn"},
+    {TradeBy::PartnerClass, kOfBoth, kPartnerClassNames, Goods | Classes | Partners, "t.ghs_sn,t.gc_sn"},
+    {TradeBy::CustomerType, kOfPartners, kTypeNames, Partners, "t.kt_name"},
+    {TradeBy::Region, kOfPartners, kRegionNames, Partners, "t.z_name"},
+    {TradeBy::Employee, kOfEmployees, kEmployeeNames, Employees, "t.u_sn"},
+    {TradeBy::Day, kOfTime, kDayNames, 0, "t.tjrq"},
+    {TradeBy::Month, kOfTime, kMonthNames, 0, "t.tjrq"},
+    {TradeBy::Year, kOfTime, kYearNames, 0, "t.tjrq"},
+    {TradeBy::PartnerGoodsDay, kDaily, kPartnerGoodsNames, GoodsNames | Partners, kLatestFirst},
+    {TradeBy::PartnerGoodsMonth, kMonthly, kPartnerGoodsNames, GoodsNames | Partners, kLatestFirst}};
+
+/// What is summed of a line, and as what.
+constexpr Key kFigures[] = {{"x.gl_sl", "sl"},   {"x.gl_je", "je"},   {"x.gl_taxje", "taxje"},
+                            {"x.gl_zje", "zje"}, {"x.gl_zcb", "zcb"}, {"x.gl_lr", "lr"}};
+
+/// Puts items of a list together, with commas between them.
+template <class List, class Text>
+std::string listed(const List& list, Text text) {
+  std::string all;
+  for (const auto& each : list)
+    if (const std::string one = text(each); !one.empty()) all += all.empty() ? one : ',' + one;
+  return all;
+}
+std::string text(auto... parts) {
+  return (std::string() + ... + std::string(parts));
+}
+
+/// The sums with the tables that name them.
+Sql namedSums(const Grouping& grouping, PartnerType side, const Sql& sums) {
+  const auto isThere = [&](Tables table) { return (grouping.tables & table) != 0; };
+  std::string before = "(", behind = ") b";
+  const auto join = [&](const char* table) {
+    before += '(';
+    behind += text(" left outer join ", table, ")");
+  };
+  if (isThere(Goods)) join("jxc_goods a on b.g_sn=a.g_sn");
+  if (isThere(Classes)) join("(select gc_sn,gc_name from jxc_goodsclass where gc_sn<>'') c on a.gc_sn=c.gc_sn");
+  if (isThere(GoodsSuppliers)) join("jxc_ghsxx s on a.ghs_sn=s.ghs_sn");
+  if (isThere(Partners))
+    join(side == PartnerType::Supplier
+             ? "(select ghs_sn as p_sn,ghs_name as p_name,gt_name as p_type,z_name as p_region from jxc_ghsxx) p "
+               "on b.ghs_sn=p.p_sn"
+             : "(select kh_sn as p_sn,kh_name as p_name,kt_name as p_type,z_name as p_region from jxc_khxx) p "
+               "on b.ghs_sn=p.p_sn");
+  if (isThere(Employees))
+    join("(select u_name as e_name,max(u_sn) as e_sn from jxc_user group by u_name) e on b.u_name=e.e_name");
+  return Sql(before).add(sums).add(behind);
+}
+
+/// What a sum over a partner, an employee, a type, a region, a class or a supplier of goods stands for. "其他" are the
+/// lines of those that are gone and of those without one.
+struct Membership {
+  std::string_view of;     // of the line
+  std::string_view known;  // those that fall under some other name
+  std::string_view one;    // those under this one
+};
+constexpr Membership kOfType{"x.ghs_sn", "select kh_sn from jxc_khxx where kt_name<>'' and kt_name<>'其他'",
+                             "select kh_sn from jxc_khxx where kt_name=?"},
+    kOfRegion{"x.ghs_sn", "select kh_sn from jxc_khxx where z_name<>'' and z_name<>'其他'",
+              "select kh_sn from jxc_khxx where z_name=?"},
+    kOfClass{"x.g_sn", "select g_sn from jxc_goods where gc_sn in (select gc_sn from jxc_goodsclass where gc_sn<>'')",
+             "select g_sn from jxc_goods where gc_sn=?"},
+    kOfGoodsSupplier{"x.g_sn", "select g_sn from jxc_goods where ghs_sn in (select ghs_sn from jxc_ghsxx)",
+                     "select g_sn from jxc_goods where ghs_sn=?"},
+    kOfEmployee{"x.u_name", "select u_name from jxc_user", "select u_name from jxc_user where u_sn=?"},
+    kOfCustomer{"x.ghs_sn", "select kh_sn from jxc_khxx", ""},
+    kOfSupplier{"x.ghs_sn", "select ghs_sn from jxc_ghsxx", ""};
+
+void addMember(Filter& filter, const Membership& membership, const QString& chosen) {
+  const auto& [of, known, one] = membership;
+  if (chosen.isEmpty()) return;
+  if (chosen == QStringView(kOthers))
+    filter.add(text("(", of, " is null or ", of, " not in (", known, "))"));
+  else if (one.empty())
+    filter.add(text(of, "=?"), chosen);
+  else
+    filter.add(text(of, " in (", one, ")"), chosen);
 }
 
 Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
@@ -67,39 +160,58 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
   addPeriod(filter, criteria, "x.gl_kdrq");
   addChoice(filter, "x.gl_flag", criteria.kind);
   addChoice(filter, "x.g_sn", criteria.goods);
-  addChoice(filter, "x.ghs_sn", criteria.partner);
+  addMember(filter, side == PartnerType::Supplier ? kOfSupplier : kOfCustomer, criteria.partner);
+  addMember(filter, kOfEmployee, criteria.employee);
+  addMember(filter,
+            criteria.has(kGroupIsClass)      ? kOfClass
+            : criteria.has(kGroupIsSupplier) ? kOfGoodsSupplier
+            : criteria.has(kGroupIsRegion)   ? kOfRegion
+                                             : kOfType,
+            criteria.group);
   warehouses.restrict(filter, "x.ck_sn");
   // A gift's line has a longer name: what counts is the goods, not how the line calls it.
   Filter goods;
   addClass(goods, criteria, "gc_sn");
   addKey(goods, criteria, {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
   if (!goods.isEmpty()) filter.add(Sql("x.g_sn in (select g_sn from jxc_goods").where(goods).add(")"));
-  addGroup(filter, criteria);
   return filter;
 }
 
-/// The totals without their order.
+/// The totals without their order: from "select t.* … from (" to ") t".
 Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criteria, const Warehouses& warehouses) {
-  const auto text = [](auto... parts) { return (std::string() + ... + std::string(parts)); };
-  return Sql(text("select b.*", grouping.named, "select ", grouping.shown,
-                  ",sum(x.gl_sl) as sl,sum(x.gl_je) as je,sum(x.gl_taxje) as taxje,sum(x.gl_zje) as zje,"
-                  "sum(x.gl_zcb) as zcb,sum(x.gl_lr) as lr,"
-                  "iif(sum(x.gl_je)<>0,round(sum(x.gl_lr)*100/sum(x.gl_je),2),0) as lrl from jxc_goodslist x",
-                  grouping.joined))
-      .where(conditions(side, criteria, warehouses))
-      .add(text(" group by ", grouping.keys, grouping.where));
+  const Sql sums =
+      Sql(text("select ", listed(grouping.keys, [](const Key& key) { return text(key.of, " as ", key.as); }), ",",
+               listed(kFigures, [](const Key& figure) { return text("sum(", figure.of, ") as ", figure.as); }),
+               " from jxc_goodslist x"))
+          .where(conditions(side, criteria, warehouses))
+          .add(" group by " + listed(grouping.keys, [](const Key& key) { return std::string(key.of); }));
+  const std::string again =
+      listed(grouping.named, [](const Named& each) { return each.isKey ? std::string(each.of) : ""; });
+  const auto name = [&](const Named& each) {
+    return again.empty() || each.isKey ? text(each.of, " as ", each.as) : text("max(", each.of, ") as ", each.as);
+  };
+  const auto figure = [&](const Key& each) {
+    return again.empty() ? text("b.", each.as) : text("sum(b.", each.as, ") as ", each.as);
+  };
+  std::string names = listed(grouping.named, name);
+  if ((grouping.tables & GoodsNames) == GoodsNames) names += (names.empty() ? "" : ",") + listed(kGoodsNames, name);
+  return Sql("select t.*,iif(t.je<>0,round(t.lr*100/t.je,2),0) as lrl from (select " + names + "," +
+             listed(kFigures, figure) + " from ")
+      .add(namedSums(grouping, side, sums))
+      .add(again.empty() ? ") t" : " group by " + again + ") t");
 }
 
 /// What a ranking goes by. An order by profit tells of cost, one by amount of prices: without the right it goes by
 /// quantity.
 std::string ranked(PartnerType side, const Criteria& criteria, std::string_view otherwise) {
   std::string order = " order by ";
+  const bool isRanking = criteria.order == u"sl" || criteria.order == u"je" || criteria.order == u"lr";
   if (criteria.order == u"je" && hasRight(side == PartnerType::Supplier ? kSeesCost : kSeesPrice))
-    order += "b.je desc,";
+    order += "t.je desc,";
   else if (criteria.order == u"lr" && hasRight(kSeesCost))
-    order += "b.lr desc,";
-  else if (!criteria.order.isEmpty())
-    order += "b.sl desc,";
+    order += "t.lr desc,";
+  else if (isRanking)
+    order += "t.sl desc,";
   return order + std::string(otherwise);
 }
 
@@ -109,6 +221,8 @@ Sql stockToday(const Warehouses& warehouses) {
   warehouses.restrict(filter, "ck_sn");
   return Sql("select g_sn,sum(kc_sl) as kcsl from jxc_kcsp").where(filter).add(" group by g_sn");
 }
+
+constexpr unsigned kGroups = kGroupIsRegion | kGroupIsClass | kGroupIsSupplier;
 
 const Grouping& grouping(TradeBy by) {
   return *std::ranges::find(kGroupings, by, &Grouping::by);
@@ -128,14 +242,66 @@ Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Wa
   return unordered(side, asked, criteria, warehouses).add(ranked(side, criteria, asked.order));
 }
 
+void narrowToSum(TradeBy by, Criteria& criteria, const Row& row) {
+  using namespace trade_totals_detail;
+  const auto ofGroup = [&](const char* column, unsigned box) {
+    criteria.group = row.text(column);
+    criteria.boxes = (criteria.boxes & ~kGroups) | box;
+  };
+  // A month at the end of the period counts as far as the period goes.
+  const auto ofTime = [&](const char* first, const char* last) {
+    const QString time = row.text("tjrq");
+    if (!criteria.from.startsWith(time)) criteria.from = time + QLatin1String(first);
+    if (!criteria.to.startsWith(time)) criteria.to = time + QLatin1String(last);
+  };
+  switch (by) {
+    case TradeBy::Goods:
+      criteria.goods = row.text("g_sn");
+      break;
+    case TradeBy::GoodsClass:
+      ofGroup("gc_sn", kGroupIsClass);
+      break;
+    case TradeBy::GoodsSupplier:
+      ofGroup("ghs_sn", kGroupIsSupplier);
+      break;
+    case TradeBy::PartnerClass:
+      ofGroup("gc_sn", kGroupIsClass);
+      [[fallthrough]];
+    case TradeBy::Partner:
+      criteria.partner = row.text("ghs_sn");
+      break;
+    case TradeBy::CustomerType:
+      ofGroup("kt_name", 0);
+      break;
+    case TradeBy::Region:
+      ofGroup("z_name", kGroupIsRegion);
+      break;
+    case TradeBy::Employee:
+      criteria.employee = row.text("u_sn");
+      break;
+    case TradeBy::PartnerGoodsDay:
+    case TradeBy::PartnerGoodsMonth:
+      criteria.goods = row.text("g_sn");
+      criteria.partner = row.text("ghs_sn").isEmpty() ? QString::fromUtf16(kOthers) : row.text("ghs_sn");
+      [[fallthrough]];
+    case TradeBy::Day:
+    case TradeBy::Month:
+      ofTime("", "");
+      break;
+    case TradeBy::Year:
+      ofTime("-01", "-12");
+      break;
+  }
+}
+
 Sql goodsRanking(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace trade_totals_detail;
   constexpr auto side = PartnerType::Customer;
-  return Sql("select b.*,iif(k.kcsl is null,0,k.kcsl) as kcsl from (")
+  return Sql("select t.*,iif(k.kcsl is null,0,k.kcsl) as kcsl from (")
       .add(unordered(side, grouping(TradeBy::Goods), criteria, warehouses))
-      .add(") b left outer join (")
+      .add(") t left outer join (")
       .add(stockToday(warehouses))
-      .add(") k on b.g_sn=k.g_sn" + ranked(side, criteria, "b.g_sn"));
+      .add(") k on t.g_sn=k.g_sn" + ranked(side, criteria, "t.g_sn"));
 }
 
 Sql stockTurn(const Criteria& criteria, const Warehouses& warehouses) {

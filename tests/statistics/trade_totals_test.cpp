@@ -3,6 +3,8 @@
 
 #include "stock/shop.h"
 
+#include <random>
+
 namespace jxc::trade_totals_test {
 
 /// A supplier and two customers, frames "A" and cases "B"; in May three purchases, four sales.
@@ -16,6 +18,10 @@ class TradeTotals : public test::ShopTest {
     addGoods("B");
     insertRow("jxc_goodsclass", {{"gc_sn", "1900"}, {"gc_name", "测试类"}});
     execSql("update jxc_goods set gc_sn='1900' where g_sn in ('A','B')");
+    for (const char* each : {"K1", "K2"})
+      insertRow("jxc_khxx", {{"kh_sn", each}, {"kh_name", each}, {"kt_name", ""}, {"z_name", ""}});
+    for (const char* each : {"S1", "S2"})
+      insertRow("jxc_ghsxx", {{"ghs_sn", each}, {"ghs_name", each}});
     row("cj", "2021-05-01", "A", "S1", {10, 100, 13});
     row("cj", "2021-05-01 10:30:00", "A", "S1", {5, 60, 7.8});
     row("ct", "2021-05-20", "A", "S1", {-2, -20, -2.6});
@@ -53,20 +59,6 @@ class TradeTotals : public test::ShopTest {
     }
     return all;
   }
-  template <PartnerType Side, TradeBy... By>
-  static void expectEqualTotals() {
-    for (const char* field : {"sl", "je", "taxje", "zje", "zcb", "lr"}) {
-      const auto total = [](const RowSet& rows, const std::string& column) {
-        double sum = 0;
-        for (const Row row : rows)
-          sum += row.number(column);
-        return sum;
-      };
-      const double lines = total(answer(tradeLinesOf<Side>, {}), "gl_" + std::string(field));
-      for (const double sum : {total(answer(tradeTotalsOf<Side, By>, {}), field)...})
-        EXPECT_NEAR(sum, lines, 1e-6) << field;
-    }
-  }
 };
 
 TEST_F(TradeTotals, PurchasesOfADayAreOneSumWhateverTheTimeAndReturnsLowerTheMonth) {
@@ -87,30 +79,68 @@ TEST_F(TradeTotals, SalesHaveProfitAndAMarginThatIsZeroWhereNothingWasTakenIn) {
             QStringList({"镜架B 4 0 0 2 -2 0"}));
 }
 
-TEST_F(TradeTotals, EveryGroupingAddsUpToTheLines) {
-  using enum TradeBy;
-  expectEqualTotals<PartnerType::Supplier, Goods, GoodsClass, Day, Month, PartnerGoodsDay, PartnerGoodsMonth>();
-  expectEqualTotals<PartnerType::Customer, Goods, GoodsClass, Partner, CustomerType, Region, Day, Month,
-                    PartnerGoodsDay, PartnerGoodsMonth>();
-  execSql("delete from jxc_goodsclass where gc_sn='1900'");
-  EXPECT_EQ((sums<PartnerType::Supplier, GoodsClass>("gc_name")), QStringList({"其他 14 147 166.11"}));
-}
+constexpr TradeBy kGroupings[] = {
+    TradeBy::Goods,        TradeBy::GoodsClass,      TradeBy::GoodsSupplier,    TradeBy::Partner, TradeBy::PartnerClass,
+    TradeBy::CustomerType, TradeBy::Region,          TradeBy::Employee,         TradeBy::Day,     TradeBy::Month,
+    TradeBy::Year,         TradeBy::PartnerGoodsDay, TradeBy::PartnerGoodsMonth};
 
-TEST_F(TradeTotals, ASumOfAGroupLeadsToItsLinesAlsoOfWhatHasNone) {
-  insertRow("jxc_khxx", {{"kh_sn", "K1"}, {"kh_name", "甲"}, {"kt_name", "零售"}, {"z_name", ""}});
-  const auto types = sums<PartnerType::Customer, TradeBy::CustomerType>("kt_name", {.order = QStringLiteral("sl")});
-  EXPECT_EQ(types, QStringList({"零售 6 60 60 23.33 36.67 61.12", "其他 0 -5 -5 0 -5 100"}));
-  const auto lines = [](const QString& group, unsigned boxes) {
-    return answer(tradeLinesOf<PartnerType::Customer>, {.group = group, .boxes = boxes}).rowCount();
+// Also where a class, a partner, an employee, the supplier of a goods are gone, and where goods and partners have none.
+TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) {
+  insertRow("jxc_user", {{"u_sn", "U1"}, {"u_name", "张三"}});
+  execSql("update jxc_goods set ghs_sn='S1' where g_sn='A'");
+  addGoods("C");
+  execSql("update jxc_goods set gc_sn='1999',ghs_sn='S9' where g_sn='C'");
+  execSql("update jxc_khxx set kt_name='零售',z_name='其他' where kh_sn='K1'");
+  execSql("update jxc_khxx set z_name='城东' where kh_sn='K2'");
+  std::mt19937 random(7);
+  const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+  const auto oneOf = [&](std::initializer_list<const char*> texts) {
+    return QString::fromUtf8(texts.begin()[below(static_cast<int>(texts.size()))]);
   };
-  EXPECT_EQ(lines(u"零售"_qs, 0), 3);
-  EXPECT_EQ(lines(u"其他"_qs, 0), 1);
-  EXPECT_EQ(lines(u"其他"_qs, kGroupIsRegion), 4);
-  // A class leads to its own goods, not to those of the classes below it.
-  execSql("update jxc_goods set gc_sn='190001' where g_sn='B'");
-  EXPECT_EQ(lines(u"1900"_qs, kGroupIsClass), 2);
-  EXPECT_EQ(lines(u"190001"_qs, kGroupIsClass), 1);
-  EXPECT_EQ(lines(u"其他"_qs, kGroupIsClass), 1);
+  for (int i = 0; i < 300; ++i) {
+    const QString day = QDate(2020, 11, 1).addDays(below(400)).toString(Qt::ISODate);
+    const bool sold = below(2) == 0;
+    insertRow("jxc_goodslist", {{"gl_flag", sold ? oneOf({"xs", "xt"}) : oneOf({"cj", "ct"})},
+                                {"gl_kdrq", day + oneOf({"", " 09:30:00"})},
+                                {"g_sn", oneOf({"A", "B", "C", "00000000"})},
+                                {"ck_sn", test::mainWarehouse},
+                                {"ghs_sn", sold ? oneOf({"K1", "K2", "K9"}) : oneOf({"S1", "S2", "S9"})},
+                                {"u_name", oneOf({"张三", "李四", ""})},
+                                {"gl_sl", below(9) - 3},
+                                {"gl_je", below(9000) / 100.0 - 20},
+                                {"gl_taxje", below(7)},
+                                {"gl_zje", below(50)},
+                                {"gl_zcb", below(30)},
+                                {"gl_lr", below(20)}});
+  }
+  for (const PartnerType side : {PartnerType::Supplier, PartnerType::Customer}) {
+    const auto sum = [&](const Question& question, const std::string& column) {
+      EnquiryReader reader(accountDb());
+      double total = 0;
+      for (const Row row : answer(question, reader))
+        total += row.number(column);
+      return total;
+    };
+    for (const TradeBy by : kGroupings) {
+      SCOPED_TRACE(testing::Message() << static_cast<int>(side) << " grouping " << static_cast<int>(by));
+      const bool ofCustomers = by == TradeBy::CustomerType || by == TradeBy::Region;
+      if (ofCustomers && side == PartnerType::Supplier) continue;
+      // The period begins and ends within a month.
+      const Criteria asked{.from = u"2020-12-10"_qs, .to = u"2021-10-20"_qs};
+      const Sql totals = tradeTotals(side, by, asked, Warehouses(asked));
+      for (const std::string field : {"sl", "je", "taxje", "zje", "zcb", "lr"})
+        EXPECT_NEAR(sum(totals, field), sum(tradeLines(side, asked, Warehouses(asked)), "gl_" + field), 1e-6) << field;
+      const RowSet rows = openSelect(totals);
+      EXPECT_GT(rows.rowCount(), 1);
+      for (const Row row : rows) {
+        Criteria narrowed = asked;
+        narrowToSum(by, narrowed, row);
+        const Sql lines = tradeLines(side, narrowed, Warehouses(narrowed));
+        for (const std::string field : {"sl", "je", "lr"})
+          EXPECT_NEAR(sum(lines, "gl_" + field), row.number(field), 1e-6) << rows.text(row.index(), 0).toStdString();
+      }
+    }
+  }
 }
 
 TEST_F(TradeTotals, ARankingByProfitIsForWhoSeesCost) {

@@ -21,21 +21,16 @@ struct Report {
       ui::joinedTables(kTimeColumn, std::array{ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 18}},
                        goodsNames, figures<Side, "">(), goodsDetails);
   static constexpr auto kTimeColumns = ui::joinedTables(kTimeColumn, figures<Side, "">());
-  static constexpr void narrow(Criteria& criteria, const Row& row) {
-    narrowToTime(criteria, row);
-    narrowToGoods(criteria, row);
-    criteria.partner = row.text("ghs_sn");
-  }
   static constexpr ui::EnquiryView kViews[] = {
       {.grid = {kSums, Months ? "月报表" : "日报表", kSumColumns, kNothing, "rowkey"},
        .source = tradeTotalsOf<Side, kGoodsOf>,
        .mode = {joined<"rHz", Number>, Months ? "月报表" : "日报表"},
-       .leads = {kLines, narrow, "g_name"}},
+       .leads = {kLines, narrowTo<kGoodsOf>, "g_name"}},
       {.grid = {kTimes, Months ? "按月合计" : "按日合计", kTimeColumns, kNothing, "tjrq"},
        .source = tradeTotalsOf<Side, kAllOf>,
        .mode = {joined<"rRq", Number>, Months ? "按月合计" : "按日合计"},
        .chart = {.label = "tjrq", .measure = "zje"},
-       .leads = {kSums, narrowToTime, "tjrq"}},
+       .leads = {kSums, narrowTo<kAllOf>, "tjrq"}},
       {.grid = {kLines, "明细表", lines<Side>, kNothing},
        .source = tradeLinesOf<Side>,
        .mode = {joined<"rMx", Number>, "明细表"},

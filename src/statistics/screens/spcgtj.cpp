@@ -22,12 +22,12 @@ constexpr ui::EnquiryView kViews[] = {{.grid = {"gridMx", "商品采购明细表
                                        .source = tradeTotalsOf<kSide, TradeBy::Goods>,
                                        .mode = {"rHzb", "商品采购汇总表"},
                                        .chart = {.label = "g_name", .measure = "zje"},
-                                       .leads = {"gridMx", narrowToGoods, "g_name"}},
+                                       .leads = {"gridMx", narrowTo<TradeBy::Goods>, "g_name"}},
                                       {.grid = {"gridFl", "商品采购分类统计表", kClasses, kNothing, "gc_sn"},
                                        .source = tradeTotalsOf<kSide, TradeBy::GoodsClass>,
                                        .mode = {"rFlb", "商品采购分类统计表"},
                                        .chart = {.label = "gc_name", .measure = "zje", .kind = ui::ChartKind::Pie},
-                                       .leads = {"gridHz", narrowToClass, "gc_name"}}};
+                                       .leads = {"gridHz", narrowTo<TradeBy::GoodsClass>, "gc_name"}}};
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = inputs<kSide, "1", false>, .views = kViews}};
 constexpr ui::EnquirySpec kEnquiry = {.name = "F_Spcgtj", .title = "商品采购统计", .tabs = kTabs};
 const ui::RegisteredEnquiry<> kRegistered{kEnquiry};

@@ -87,16 +87,4 @@ inline constexpr std::array inputs{
     ui::Criterion{Asks::Kind, joined<"comLx", Number>, "类型：", kinds<Side>},
 };
 
-// What a sum stands for.
-inline void narrowToTime(Criteria& criteria, const Row& row) {
-  criteria.from = criteria.to = row.text("tjrq");
-}
-inline void narrowToGoods(Criteria& criteria, const Row& row) {
-  criteria.goods = row.text("g_sn");
-}
-inline void narrowToClass(Criteria& criteria, const Row& row) {
-  criteria.group = row.text("gc_sn").isEmpty() ? u"其他"_qs : row.text("gc_sn");
-  criteria.boxes |= kGroupIsClass;
-}
-
 }  // namespace jxc::trade_columns

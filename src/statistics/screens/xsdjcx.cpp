@@ -34,7 +34,7 @@ constexpr ui::EnquiryView kViews[] = {Sales::kViews[0],
                                        .source = sums<TradeBy::Day>,
                                        .mode = {"rRq", "按日合计"},
                                        .chart = {.label = "tjrq", .measure = "zje"},
-                                       .leads = {"gridDj", trade_columns::narrowToTime, "tjrq"}}};
+                                       .leads = {"gridDj", narrowTo<TradeBy::Day>, "tjrq"}}};
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = Sales::kCriteria, .views = kViews}};
 constexpr ui::EnquirySpec kEnquiry = Sales::with(kTabs, tradeCommands<kSide, Sales>);
 
