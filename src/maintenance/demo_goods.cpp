@@ -90,6 +90,11 @@ class Maker {
     return draft;
   }
 
+  static void setCommission(GoodsDraft& draft, const OwnCommission& own) {
+    draft.commissionKind = own.kind;
+    draft.commission = own.amount;
+  }
+
   void add(GoodsDraft draft, Article article) {
     draft.barcode = barcodeOf(static_cast<int>(catalogue_.articles.size()) + 1);
     draft.lowestStock = article.reorder;
@@ -107,6 +112,7 @@ class Maker {
       GoodsDraft draft = draftOf(of, words(each.name), each.unit, each.buyFen / 100.0, each.sellFen / 100.0);
       draft.model = words(each.model);
       draft.mayBeGift = each.gift;
+      setCommission(draft, each.commission);
       draft.openingStock = random_.between(120, 360);
       add(draft, {.kind = Kind::Sundry,
                   .supplier = kSundrySupplier,
@@ -135,6 +141,7 @@ class Maker {
       const QString power = powerText(-0.25 * quarters);
       GoodsDraft draft = draftOf(of, words(line.name) + u' ' + power, u"盒", line.buy, line.sell);
       draft.model = words(line.model);
+      setCommission(draft, line.commission);
       draft.openingStock = random_.between(10, 30);
       add(draft, {.kind = Kind::Contact,
                   .supplier = kContactSupplier,
@@ -170,6 +177,7 @@ class Maker {
     GoodsDraft draft = draftOf(of, name, u"片", line.buy, line.sell);
     draft.model = name.contains(u"1.6") || name.contains(u"1.7") ? QStringLiteral("70mm") : QStringLiteral("65mm");
     draft.lowestStock = 4;
+    setCommission(draft, line.commission);
     const auto added = addLensRange(draft, sphere, cylinder, prompt_);
     if (!added || *added != rows * columns) throw std::logic_error("lenses not added");
     if (catalogue_.lensPowers[product].isEmpty())

@@ -77,6 +77,19 @@ bool Trade::paySupplier() {
   return true;
 }
 
+void Trade::bill(const PartnerSide& side) {
+  const bool ours = &side == &customerSide;
+  workAs(staff_.manager);
+  partner_books::saveDocument(side, partner_books::Kind::Due,
+                              {.partner = random_.oneOf(ours ? staff_.institutions : staff_.suppliers),
+                               .date = today(),
+                               .amount = random_.between(4, 30) * 20.0,
+                               .employee = staff_.employees[ours ? 1 : 2],
+                               .note = ours ? QStringLiteral("上门验光服务费") : QStringLiteral("加急加工费")},
+                              prompt_);
+  ++documents_;
+}
+
 bool Trade::bankTakings() {
   workAs(staff_.manager);
   bool moved = false;
@@ -134,11 +147,12 @@ void Trade::takeIn(const QString& account, double yuan, Word note) {
 
 int Trade::auditMoney(int leave) {
   int audited = 0;
-  const RowSet papers =
-      openSelect("select gl_djh,k_type from jxc_ysyfk_dj where k_check=0 and k_djlx in ('SK','FK') order by id");
+  const RowSet papers = openSelect("select gl_djh,k_type,k_djlx from jxc_ysyfk_dj where k_check=0 order by id");
   for (int row = 0; row < papers.rowCount() - leave; ++row) {
     const PartnerSide& side = papers.text(row, 1) == u"kh" ? customerSide : supplierSide;
-    audited += partner_books::auditDocument(side, partner_books::Kind::Payment, papers.text(row, 0));
+    const bool due = papers.text(row, 2).startsWith(u'Y');
+    audited += partner_books::auditDocument(side, due ? partner_books::Kind::Due : partner_books::Kind::Payment,
+                                            papers.text(row, 0));
   }
   const RowSet lines =
       openSelect("select gl_djh,min(id) as first from jxc_xjyh where xj_chk='0' group by gl_djh order by 2");

@@ -26,18 +26,25 @@ inline constexpr Word kSunStyles[] = {u"偏光太阳镜", u"大框太阳镜", u"
 inline constexpr Word kColours[] = {u"黑色", u"枪色", u"玳瑁", u"金色", u"银色",
                                     u"透灰", u"茶色", u"墨绿", u"酒红", u"湖蓝"};
 
+/// What goods earn whoever sells them, beside the commission of the employee.
+struct OwnCommission {
+  int kind = 0;       // 0 none, 1 yuan a piece, 2 percent of sales, 3 percent of profit
+  double amount = 0;  // yuan or percent
+};
+
 struct LensProductLine {
   Word name;
   int supplier;
   int buy, sell;     // yuan a piece
   int popularity;    // weight among lens products
   bool progressive;  // stands in the class of progressive lenses
+  OwnCommission commission = {};
 };
 inline constexpr LensProductLine kLensLines[] = {
     {u"晶朗1.56非球面绿膜", 8, 14, 58, 24, false},  {u"晶朗1.56防蓝光", 8, 28, 128, 30, false},
     {u"晶朗1.60非球面", 8, 46, 198, 26, false},     {u"晶朗1.67超薄非球面", 8, 118, 430, 14, false},
     {u"视源1.60防蓝光超韧", 9, 62, 268, 22, false}, {u"视源1.56变色灰片", 9, 70, 280, 10, false},
-    {u"视源1.74超薄非球面", 9, 260, 980, 5, false}, {u"视源少年离焦控制", 9, 420, 1680, 9, false},
+    {u"视源1.74超薄非球面", 9, 260, 980, 5, false}, {u"视源少年离焦控制", 9, 420, 1680, 9, false, {3, 6}},
     {u"晶朗1.56渐进多焦点", 8, 168, 680, 7, true},  {u"视源1.60渐进多焦点", 9, 320, 1280, 4, true},
     {u"晶朗1.61加硬抗冲击", 8, 55, 228, 8, false},  {u"视源1.67防蓝光膜层", 9, 150, 560, 7, false},
 };
@@ -47,11 +54,12 @@ struct Sundry {
   int buyFen, sellFen;  // fen
   int popularity;
   bool gift;
+  OwnCommission commission = {};
 };
 inline constexpr Sundry kSundries[] = {
-    {u"多功能护理液", u"360ml", u"瓶", 1760, 3900, 30, false},
+    {u"多功能护理液", u"360ml", u"瓶", 1760, 3900, 30, false, {1, 2}},
     {u"多功能护理液", u"120ml", u"瓶", 780, 1900, 14, false},
-    {u"双氧水护理液", u"355ml", u"瓶", 4200, 9800, 6, false},
+    {u"双氧水护理液", u"355ml", u"瓶", 4200, 9800, 6, false, {1, 5}},
     {u"隐形眼镜润眼液", u"10ml", u"瓶", 900, 2500, 12, false},
     {u"超细纤维擦镜布", u"15×18cm", u"张", 85, 500, 16, true},
     {u"硬质眼镜盒", u"大号", u"个", 420, 1500, 10, true},
@@ -70,9 +78,10 @@ struct ContactLine {
   Word name, model;
   int buy, sell;  // yuan a box
   int popularity;
+  OwnCommission commission = {};
 };
 inline constexpr ContactLine kContactLines[] = {
-    {u"清漾日抛隐形眼镜", u"14.2mm BC8.6 30片装", 96, 188, 12},
+    {u"清漾日抛隐形眼镜", u"14.2mm BC8.6 30片装", 96, 188, 12, {2, 2}},
     {u"清漾月抛隐形眼镜", u"14.0mm BC8.6 2片装", 34, 88, 20},
     {u"清漾半年抛隐形眼镜", u"14.0mm BC8.6 1片装", 22, 68, 16},
     {u"星眸彩色年抛", u"14.2mm 棕色 2片装", 30, 98, 10},
@@ -124,10 +133,22 @@ inline constexpr Word kGivenNames[] = {u"丽",   u"敏",   u"静",   u"强",   u
 
 struct Person {
   Word name, duty;
-  int commission;  // percent of sales
+  int commission = 0;        // percent
+  bool ofProfit = false;     // of what is earned, not of what is taken in …
+  int fromProfitAPiece = 0;  // … and only of what a piece earns beyond so many yuan
 };
-inline constexpr Person kEmployees[] = {{u"周敏", u"店长", 2},   {u"林小雨", u"营业员", 3}, {u"孙磊", u"采购员", 0},
-                                        {u"赵强", u"验光师", 1}, {u"陈静", u"营业员", 3},   {u"刘洋", u"加工师", 0}};
+inline constexpr Person kEmployees[] = {
+    {u"周敏", u"店长", 6, true, 20}, {u"林小雨", u"营业员", 3}, {u"孙磊", u"采购员"},
+    {u"赵强", u"验光师", 5, true},   {u"陈静", u"营业员", 3},   {u"刘洋", u"加工师"}};
+
+/// Where customers by name live and how well they are known, per mille; the rest have no region and are retail.
+struct Share {
+  Word name;
+  Word key;
+  int perMille;
+};
+inline constexpr Share kZonesOfPeople[] = {{u"省会地区", u"", 560}, {u"地市区域", u"", 220}, {u"其他区域", u"", 90}};
+inline constexpr Share kLevelsOfPeople[] = {{u"一级", u"1001", 140}, {u"二级", u"1002", 80}};
 
 inline constexpr Word kStreets[] = {u"中山路", u"人民路", u"解放东路", u"青年路", u"湖滨路", u"建设街", u"文昌巷"};
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <set>
+#include <span>
 #include <stdexcept>
 
 namespace jxc::demo {
@@ -41,6 +42,7 @@ void nameCompany(Prompt& prompt) {
   values.set("tlxr", QStringLiteral("周敏"));
   values.set("ttele", QStringLiteral("0511-86000000"));
   values.set("taddress", QStringLiteral("中山路128号"));
+  values.set("chkXstime", 1);  // which hours are busy
   if (!saveParameters(values, prompt)) throw std::logic_error("demonstration: company not named");
 }
 
@@ -114,9 +116,21 @@ void makeEmployees(Staff& staff, Random& random, Prompt& prompt) {
     draft.duty = words(person.duty);
     draft.phone = phoneOf(random);
     draft.commission = person.commission;
+    draft.commissionOn = person.ofProfit ? 1 : 0;
+    draft.commissionFromProfit = person.fromProfitAPiece;
     staff.employees.push_back(required(saveEmployee(draft, prompt), "employee"));
     staff.employeeNames.push_back(draft.name);
   }
+}
+
+/// One of the shares, or none of them.
+const Share* drawn(std::span<const Share> shares, Random& random) {
+  int left = random.below(1000);
+  for (const Share& each : shares) {
+    if (left < each.perMille) return &each;
+    left -= each.perMille;
+  }
+  return nullptr;
 }
 
 void makePartners(Staff& staff, Random& random, Prompt& prompt) {
@@ -151,8 +165,10 @@ void makePartners(Staff& staff, Random& random, Prompt& prompt) {
     PartnerDraft draft;
     draft.name = draft.contact = words(random.oneOf(kSurnames)) + words(random.oneOf(kGivenNames));
     if (!names.insert(draft.name).second) continue;
-    draft.kindName = QStringLiteral("零售客户");
-    draft.kindKey = QStringLiteral("1000");
+    const Share* level = drawn(kLevelsOfPeople, random);
+    draft.kindName = level ? words(level->name) : QStringLiteral("零售客户");
+    draft.kindKey = level ? words(level->key) : QStringLiteral("1000");
+    if (const Share* zone = drawn(kZonesOfPeople, random)) draft.zone = words(zone->name);
     staff.people.push_back(addCustomer(draft));
   }
 }

@@ -155,6 +155,8 @@ class Year {
     if (day.day() == 15) trade_.payOut(bank, random_.between(120, 260) * 10, u"水电费", u"周敏");
     if (day.day() == 21) trade_.takeIn(bank, random_.between(60, 190), u"存款利息");
     if (day.day() == 28) trade_.payOwner();
+    if (day.day() == 8) trade_.bill(customerSide);
+    if (day.day() == 16) trade_.bill(supplierSide);
     if (day.dayOfWeek() == 5) trade_.bankTakings();
     if (day.day() == 18) trade_.correctSale();
     if (day.day() == 6 || day.day() == 20) trade_.bundleSets();

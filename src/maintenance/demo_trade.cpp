@@ -53,8 +53,10 @@ QString Trade::account() {
 }
 
 const QString& Trade::salesperson(int warehouse) {
+  const int who = random_.below(1000);
+  if (warehouse == 0 && who < 180) return staff_.employees[3];
   const auto first = static_cast<std::size_t>(warehouse == 0 ? 1 : 0);
-  return staff_.employees[random_.chance(600) ? first : 4];
+  return staff_.employees[who < 640 ? first : 4];
 }
 
 /// An article of which the warehouse has so many; -1 when a few draws find none.
@@ -315,7 +317,7 @@ bool Trade::receiveFrom(int supplier, int warehouse, const std::vector<int>& wan
   }
   draft.partner = staff_.suppliers[static_cast<std::size_t>(supplier)];
   draft.warehouse = staff_.warehouses[static_cast<std::size_t>(warehouse)];
-  draft.salesperson = staff_.employees[2];
+  draft.salesperson = staff_.employees[random_.chance(850) ? 2 : 0];
   draft.originalNumber = QStringLiteral("FH%1").arg(random_.between(10000, 99999));
   std::vector<Pick> lines;
   for (const int index : wanted) {

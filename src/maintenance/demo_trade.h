@@ -79,6 +79,8 @@ class Trade {
   bool collectOnDelivery();  // the rest of a sale whose glasses are fetched today
   bool collectFromInstitution();
   bool paySupplier();
+  /// What is owed beside goods: a service that an institution is billed for, or something a supplier bills.
+  void bill(const PartnerSide& side);
   bool bankTakings();
   bool payOwner();  // what the bank account holds beyond what the shop needs
   void payOut(const QString& account, double yuan, Word note, Word employee);
