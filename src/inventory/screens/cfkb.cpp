@@ -16,6 +16,7 @@
 #include "ui/display.h"
 #include "ui/picker_screen.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QTabWidget>
 
@@ -153,6 +154,7 @@ void buildSteps(ui::Panel panel) {
     made->setObjectName(QString::fromLatin1(name));
     return area;
   };
+  panel.row("comFx jsn |");
   label("lSteps");
   label("lWhole");
   step(kSteps[0])
@@ -190,7 +192,6 @@ constexpr DocumentScreenSpec kDocument = {
     .searchRow = "tkey btnSearch comSort |",
     .waitingButtons = "btnRChk btnPreview btn_Check btn_Date btn_Dele btn_Prin |",
     .lineButtons = "btnAdd btnTab2Modi btnDele |",
-    .topRow = "comFx jsn |",
     .draftPanel = buildSteps,
     .own = kOwn,
 };
@@ -251,12 +252,14 @@ class TF_Cfkb : public DocumentScreenOver<ConversionDraft> {
   void focusDraft() override;
   void enterBarcode(const QString& code) override;
   void scanDone() override { goOn(); }
+  bool keyPressed(QKeyEvent& event) override;
 
  private:
   bool takesApart() const { return now_->takesApart(); }
   const Words& named() const { return takesApart() ? kSplit : kBundle; }
   void turn();
   void nameDirection();
+  std::optional<ListItem> chooseWhole();
   void pickWhole(const QString& goods);
   void keep();
   void showFigures();
@@ -277,8 +280,8 @@ class TF_Cfkb : public DocumentScreenOver<ConversionDraft> {
 TF_Cfkb::TF_Cfkb() : DocumentScreenOver(kDocument, conversions::both()) {
   comFx.setItems({{u"商品拆分"_qs, u"CF"_qs}, {u"商品捆绑"_qs, u"KB"_qs}});
   comFx.onChanged([this] { turn(); });
-  tgname.onPick([this] { return ui::screenAs<TF_Cfkb_Goods>("F_Cfkb_Goods").pickFrom(comCk.key(), takesApart()); });
-  tgname.onChanged([this] { keep(); });
+  tgname.onPick([this] { return chooseWhole(); });
+  tgname.onChanged([this] { pickWhole(tgname.key()); });
   comCk.onChanged([this] { keep(); });
   tslcf.onChanged([this] { showFigures(); });
   tslcf.onEnter([this] {
@@ -400,6 +403,10 @@ QString TF_Cfkb::wholeInWords() {
   return parts.join(u"　"_qs);
 }
 
+std::optional<ListItem> TF_Cfkb::chooseWhole() {
+  return ui::screenAs<TF_Cfkb_Goods>("F_Cfkb_Goods").pickFrom(comCk.key(), takesApart());
+}
+
 void TF_Cfkb::pickWhole(const QString& goods) {
   tgname.setPicked({lookupValue("select g_name from jxc_goods where g_sn=?", goods), goods});
   keep();
@@ -415,6 +422,14 @@ void TF_Cfkb::enterBarcode(const QString& code) {
   }
   if (step_ == 2) showStep(1);
   DocumentScreenOver::enterBarcode(code);
+}
+
+/// F2 in any input of the first step: its goods is what there is to choose.
+bool TF_Cfkb::keyPressed(QKeyEvent& event) {
+  if (step_ != 0 || tabs_->currentIndex() != 0 || event.key() != Qt::Key_F2 || event.modifiers() != Qt::NoModifier)
+    return DocumentScreenOver::keyPressed(event);
+  if (const auto chosen = chooseWhole()) pickWhole(chosen->key);
+  return true;
 }
 
 // ---- steps -------------------------------------------------------------------------------------------------------

@@ -83,7 +83,6 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRul
   const std::string_view named[] = {spec.numberInput, spec.auditCommand, spec.deleteCommand};
   ui::refuseUnknownParts(spec.screen, {document_screen_detail::kParts, known, named, spec.notYet}, spec.own);
   document_screen_detail::refuseLoose(spec);
-  if (!spec.topRow.empty()) panel().row(spec.topRow);
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
   if (!spec.auditedList.empty()) panels_.page("cxTab3", ui::qs(spec.auditedTitle));

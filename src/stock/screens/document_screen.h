@@ -59,7 +59,6 @@ struct DocumentScreenSpec {
   std::string_view scanRow;
   std::string_view saveRow;  // below both panels, with btnOK and the way out
   std::string_view searchRow, waitingButtons, lineButtons;
-  std::string_view topRow = {};  // above both panels
   /// Places the parts of the first panel otherwise than in the three rows above; null: as they are told there.
   void (*draftPanel)(ui::Panel panel) = nullptr;
   /// Inputs and commands that only this document knows; it binds them itself.
