@@ -455,15 +455,18 @@ def stock_documents():
     both = names[:3] + ("调出签字：", "调入签字：")
     yield document("kcdbd", "库存调拨单", GOODS + (quantity("数量", "db_sl"), guarded(price("单价", "db_dj")), guarded(money("金额", "db_zje"))), rows,
                    (NOTE_ROW,), both, fields=transfer)
+    yield document("kcdbd3", "库存调拨单", GOODS + (quantity("数量", "db_sl"),), rows, (NOTE_ROW,), both, fields=transfer)
     yield document("kcdbd2", "库存调拨单", GOODS + (quantity("数量", "db_sl"), price("售价", "db_sj"), money("金额", "sjje")), rows,
                    ((("售价金额大写：[yf]", 1),), NOTE_ROW), both, fields=transfer)
 
     rows = ((("仓库：[ckName]", 3), ("日期：[jhDate]", 2)),)
     stocktake = {"kc_sl": ("帐面数量", "10"), "pd_sl": ("盘点数量", "9"), "cysl": ("盈亏数量", "-1"), "pd_dj": ("成本价", "80"),
                  "pd_zje": ("盈亏金额", "-80"), "gl_djh": ("单据编号", "PD21050310001")}
-    yield document("kcpdd", "库存盘点单", GOODS + (quantity("帐面数量", "kc_sl", 18), quantity("盘点数量", "pd_sl", 18),
-                                              quantity("盈亏数量", "cysl", 18), guarded(price("成本价", "pd_dj")), guarded(money("盈亏金额", "pd_zje"))),
-                   rows, (NOTE_ROW,), ("盘点人：", "制单：[aName]", "复核：", "负责人："), fields=stocktake)
+    counted = GOODS + (quantity("帐面数量", "kc_sl", 18), quantity("盘点数量", "pd_sl", 18), quantity("盈亏数量", "cysl", 18))
+    signed = ("盘点人：", "制单：[aName]", "复核：", "负责人：")
+    yield document("kcpdd", "库存盘点单", counted + (guarded(price("成本价", "pd_dj")), guarded(money("盈亏金额", "pd_zje"))), rows,
+                   (NOTE_ROW,), signed, fields=stocktake)
+    yield document("kcpdd2", "库存盘点单", counted, rows, (NOTE_ROW,), signed, fields=stocktake)
 
     rows = ((("仓库：[ckName]", 3), ("日期：[jhDate]", 2)),)
     change = {"sl": ("数量", "1"), "dj": ("成本价", "80"), "zje": ("金额", "80"), "note": ("备注", "镜腿断裂"),

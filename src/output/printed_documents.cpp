@@ -13,9 +13,10 @@
 namespace jxc {
 
 QString templateOf(const DocumentFamily& family) {
-  if (!session().canSeeCost && !family.paper.withoutCost.empty()) return words(family.paper.withoutCost);
   const QString chosen = family.paper.chosen ? session().*family.paper.chosen : QString();
-  return chosen.isEmpty() ? words(family.paper.plain) : chosen;
+  if (!chosen.isEmpty() && chosen != QStringView(family.paper.plain)) return chosen;
+  const bool withoutCost = !session().canSeeCost && !family.paper.withoutCost.empty();
+  return words(withoutCost ? family.paper.withoutCost : family.paper.plain);
 }
 
 bool asksFormat(const DocumentFamily& family) {

@@ -41,7 +41,9 @@ constexpr KnownTemplate kTemplates[] = {
 
     {u"kcdbd", u"库存调拨单", u"库存"},
     {u"kcdbd2", u"库存调拨单(售价)", u"库存"},
+    {u"kcdbd3", u"库存调拨单(不含成本)", u"库存"},
     {u"kcpdd", u"库存盘点单", u"库存"},
+    {u"kcpdd2", u"库存盘点单(不含成本)", u"库存"},
     {u"bsby", u"报损报溢单", u"库存"},
     {u"bsby2", u"报损报溢单(不含成本)", u"库存"},
     {u"cfd", u"商品拆分单", u"库存"},

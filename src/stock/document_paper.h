@@ -21,7 +21,7 @@ struct TemplateChoice {
 struct DocumentPaper {
   std::u16string_view kind;                           // of fillPrintVars: "spxs"
   std::u16string_view plain;                          // its usual template, with ".fr3"
-  std::u16string_view withoutCost;                    // instead of it, for a role that does not see cost
+  std::u16string_view withoutCost;                    // instead of the usual one, for a role that does not see cost
   QString Session::*chosen = nullptr;                 // name of the template by rights and parameters; null: the usual
   QString SystemParameters::*asksFormat = nullptr;    // on: the form is chosen before each print
   QString SystemParameters::*printsAtSave = nullptr;  // on: printed when it is saved

@@ -270,6 +270,11 @@ TEST_F(PrintingTest, TheFormFollowsRightsParametersAndTheChoice) {
   EXPECT_EQ(templateOf(families::purchaseReturn), "cgth2.fr3");
   EXPECT_EQ(templateOf(families::loss), "bsby2.fr3");
   EXPECT_EQ(templateOf(families::bundle), "kbd2.fr3");
+  EXPECT_EQ(templateOf(families::stocktake), "kcpdd2.fr3");
+  session().transferTemplate.clear();
+  EXPECT_EQ(templateOf(families::transfer), "kcdbd3.fr3");
+  session().transferTemplate = u"kcdbd2.fr3"_qs;  // it shows no cost anyway
+  EXPECT_EQ(templateOf(families::transfer), "kcdbd2.fr3");
   ASSERT_EQ(templateChoices(sale).size(), 1u);
   EXPECT_EQ(QStringView(templateChoices(sale).front().file), u"spxs4.fr3");
 
