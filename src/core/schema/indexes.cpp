@@ -49,33 +49,45 @@ constexpr IndexDefinition list[] = {
     {"jxc_yyfy", "gl_djh"},
     {"jxc_yyfy", "fy_rq"},
 
-    // Documents: by number (also the search for the next one), waiting or audited by date, by partner.
+    // Documents: by number (also the search for the next one), waiting or audited by date, audited by the day of the
+    // audit, by partner.
     {"jxc_jhd", "j_sn"},
     {"jxc_jhd", "j_status,j_jhrq"},
+    {"jxc_jhd", "j_status,j_chkrq"},
     {"jxc_jhd", "ghs_sn"},
     {"jxc_thd", "gl_djh"},
     {"jxc_thd", "th_status,th_thrq"},
+    {"jxc_thd", "th_status,th_chkrq"},
     {"jxc_lsxsd", "gl_djh"},
     {"jxc_lsxsd", "ls_status,ls_xsrq"},
+    {"jxc_lsxsd", "ls_status,ls_chkrq"},
     {"jxc_lsxsd", "kh_sn"},
     {"jxc_xsthd", "gl_djh"},
     {"jxc_xsthd", "th_status,th_xsrq"},
+    {"jxc_xsthd", "th_status,th_chkrq"},
     {"jxc_rkd", "gl_djh"},
     {"jxc_ckd", "gl_djh"},
     {"jxc_kcdbd", "gl_djh"},
     {"jxc_kcdbd", "db_status,db_dbrq"},
+    {"jxc_kcdbd", "db_status,db_chkrq"},
     {"jxc_kcpd", "gl_djh"},
     {"jxc_kcpd", "pd_status,pd_rq"},
+    {"jxc_kcpd", "pd_status,pd_chkrq"},
     {"jxc_bsd", "gl_djh"},
     {"jxc_bsd", "bs_status,bs_bsrq"},
+    {"jxc_bsd", "bs_status,bs_chkrq"},
     {"jxc_byd", "gl_djh"},
     {"jxc_byd", "by_status,by_byrq"},
+    {"jxc_byd", "by_status,by_chkrq"},
     {"jxc_cfd", "gl_djh"},
     {"jxc_cfd", "cf_status,cf_cfrq"},
+    {"jxc_cfd", "cf_status,cf_chkrq"},
     {"jxc_kbd", "gl_djh"},
     {"jxc_kbd", "kb_status,kb_kbrq"},
+    {"jxc_kbd", "kb_status,kb_chkrq"},
     {"jxc_khjh", "gl_djh"},
     {"jxc_khjh", "jh_status,jh_rq"},
+    {"jxc_khjh", "jh_status,jh_chkrq"},
     {"jxc_dhd", "gl_djh"},
 
     // Lines of a document.
@@ -147,7 +159,7 @@ constexpr IndexDefinition list[] = {
 };
 
 /// The one that came last to the list.
-constexpr IndexDefinition newest = {"jxc_khjh", "jh_status,jh_rq"};
+constexpr IndexDefinition newest = {"jxc_khjh", "jh_status,jh_chkrq"};
 
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
