@@ -59,6 +59,16 @@ const LedgerFlag* findLedgerFlag(QStringView flag) {
   return findLedgerFlag(flag.toUtf8().toStdString());
 }
 
+const std::string& rowsBehindAverage() {
+  static const std::string condition = [] {
+    std::string any;
+    for (const LedgerFlag& entry : ledger_flags_detail::table)
+      if (!entry.setsCost()) any.append(any.empty() ? "(gl_flag='" : " or gl_flag='").append(entry.flag).append("'");
+    return any + ")";
+  }();
+  return condition;
+}
+
 QString ledgerCaption(QStringView flag, double quantity) {
   const LedgerFlag* entry = findLedgerFlag(flag);
   if (!entry) return {};

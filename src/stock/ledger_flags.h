@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <string>
 #include <string_view>
 
 namespace jxc {
@@ -36,6 +37,8 @@ struct LedgerFlag {
 /// Of a row of `jxc_goodslist`. Null for an unknown flag: such a row moves nothing.
 const LedgerFlag* findLedgerFlag(std::string_view flag);
 const LedgerFlag* findLedgerFlag(QStringView flag);
+/// Condition "(gl_flag='bs' or …)": rows that never move the average, so that their own cost goes after it.
+const std::string& rowsBehindAverage();
 /// Caption of a row with this flag and quantity; empty for an unknown flag.
 QString ledgerCaption(QStringView flag, double quantity);
 

@@ -101,10 +101,6 @@ const DocumentFamily* familyOf(std::string_view flag) {
   return nullptr;
 }
 
-constexpr char outgoingRows[] =
-    "((gl_flag='bs') or (gl_flag='by') or (gl_flag='pl') or (gl_flag='wp') or (gl_flag='wt') or (gl_flag='hh') or "
-    "(gl_flag='xt') or (gl_flag='lt') or (gl_flag='xs') or (gl_flag='ly') or (gl_flag='dh') or (gl_flag='jh'))";
-
 void syncRow(const Row& row, const QString& goods, double cost, bool changeDocuments) {
   const std::int64_t id = row.integer("id");
   const QString number = row.text("gl_djh");
@@ -159,14 +155,14 @@ bool syncOutgoingCost(const QString& date, const QString& warehouse, bool change
                       const RepairProgress& progress, RepairPosition* position) {
   using namespace repair_detail;
   Filter where;
-  where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(outgoingRows);
+  where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(rowsBehindAverage());
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
   const RowSet pairs =
       openSelect(Sql("select distinct g_sn,ck_sn from jxc_goodslist").where(where).add(" order by g_sn,ck_sn"));
-  const std::string rowsOfPair = std::string(
-                                     "select id,gl_flag,gl_djh,gl_kdrq,gl_dj,gl_cbj,gl_pjjj from jxc_goodslist "
-                                     "where g_sn=? and ck_sn=? and gl_kdrq>=? and ") +
-                                 outgoingRows + " order by gl_kdrq,id";
+  const std::string rowsOfPair =
+      "select id,gl_flag,gl_djh,gl_kdrq,gl_dj,gl_cbj,gl_pjjj from jxc_goodslist where g_sn=? and ck_sn=? and "
+      "gl_kdrq>=? and " +
+      rowsBehindAverage() + " order by gl_kdrq,id";
   return forEachPair(pairs, progress, position, [&](const QString& goods, const QString& place) {
     for (const Row row : openSelect(rowsOfPair, goods, place, date))
       syncRow(row, goods, getLedgerRowCost(goods, place, row.text("gl_kdrq"), row.integer("id")), changeDocuments);
