@@ -58,6 +58,7 @@ class ConversionLines final : public InventoryLines {
   /// What is bundled is taken from the shelf now: no parameter lets it go below that.
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                    PickingMemory*) const override {
+    if (isTooMany(quantity, prompt)) return false;
     if (family().comesIn || !isBeyondStock(goods, quantity, place.warehouse)) return true;
     prompt.notice(words(direction_.beyondStock));
     return false;

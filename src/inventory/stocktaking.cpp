@@ -79,14 +79,23 @@ class StocktakeRules final : public RulesOver<DocumentDraft> {
   StocktakeLines lines_{kLines};
 };
 
-/// " from jxc_kcsp b,jxc_goods a where …" of goods with stock that the document does not have yet. Disabled goods, too:
-/// they lie there as others do.
-Sql fromUncounted(const LinePlace& place, Lines where, const QString& classNumber) {
+/// Goods `a` of these classes. Disabled ones, too: they lie there as others do.
+Filter ofClasses(const QStringList& classes) {
   Filter filter;
-  addGoodsConditions(filter, {.key = {}, .classNumber = classNumber, .withDisabled = true});
+  addGoodsConditions(filter, {.key = {}, .classNumber = {}, .withDisabled = true});
+  Sql any;
+  for (const QString& each : classes)
+    any.add(any.isEmpty() ? "(a.gc_sn like ?" : " or a.gc_sn like ?", each + u'%');
+  if (!any.isEmpty()) filter.add(any.add(")"));
+  return filter;
+}
+
+/// " from jxc_kcsp b,jxc_goods a where …" of goods with stock that the document does not have yet.
+Sql fromUncounted(const LinePlace& place, Lines where, const QStringList& classes) {
   Sql sql(" from jxc_kcsp b,jxc_goods a where a.g_sn=b.g_sn and b.ck_sn=? and b.kc_sl<>0 and b.g_sn<>'00000000'",
           place.warehouse);
-  sql.andWhere(filter).add(" and b.g_sn not in (select c.g_sn from jxc_kcpdsp c where c.gl_djh=?", place.number);
+  sql.andWhere(ofClasses(classes))
+      .add(" and b.g_sn not in (select c.g_sn from jxc_kcpdsp c where c.gl_djh=?", place.number);
   if (where == Lines::Draft) sql.add(" and c.a_name=?", session().a_name);
   return sql.add(")");
 }
@@ -152,14 +161,14 @@ const RulesOver<DocumentDraft>& rules() {
   return all;
 }
 
-RowSet uncounted(const LinePlace& place, Lines where, const QString& classNumber) {
+RowSet uncounted(const LinePlace& place, Lines where, const QStringList& classes) {
   return openSelect(Sql("select a.id,a.g_sn,a.g_name,a.g_sptm,a.gg_name,a.color_name,a.dw_name,b.kc_sl,b.kc_zsl,"
                         "b.kc_cbj")
-                        .add(stocktaking_detail::fromUncounted(place, where, classNumber))
+                        .add(stocktaking_detail::fromUncounted(place, where, classes))
                         .add(" order by a.g_sn"));
 }
 
-CopyResult takeUncounted(const LinePlace& place, Lines where, const QString& classNumber, Uncounted as) {
+CopyResult takeUncounted(const LinePlace& place, Lines where, const QStringList& classes, Uncounted as) {
   CopyResult result;
   result.number = place.number;
   Transaction transaction(accountDb());
@@ -173,7 +182,7 @@ CopyResult takeUncounted(const LinePlace& place, Lines where, const QString& cla
                 : "insert into jxc_kcpdsp (pd_sl,pd_zje,gl_djh,a_name,g_sn,kc_sl,kc_zsl,pd_dj) select b.kc_sl,0,?,?,"
                   "b.g_sn,b.kc_sl,b.kc_zsl,b.kc_cbj",
            here.number, where == Lines::Waiting ? ownerOf(families::stocktake, here.number) : session().a_name);
-  copy.add(stocktaking_detail::fromUncounted(here, where, classNumber));
+  copy.add(stocktaking_detail::fromUncounted(here, where, classes));
   if (!zero) copy.add(" and b.kc_sl>0");
   result.lines = static_cast<int>(execSql(copy.add(" order by a.g_sn")));
   if (where == Lines::Waiting) refreshWaitingTotals(families::stocktake, here.number);
@@ -181,14 +190,12 @@ CopyResult takeUncounted(const LinePlace& place, Lines where, const QString& cla
   return result;
 }
 
-RowSet countSheet(const QString& warehouse, const QString& classNumber) {
-  Filter filter;
-  addGoodsConditions(filter, {.key = {}, .classNumber = classNumber, .withDisabled = true});
+RowSet countSheet(const QString& warehouse, const QStringList& classes) {
   return openSelect(Sql("select a.id,a.g_sn,a.g_name,a.g_sptm,a.gg_name,a.color_name,a.dw_name,c.gc_name,'' as pdsl "
                         "from (jxc_kcsp b inner join jxc_goods a on a.g_sn=b.g_sn) left outer join jxc_goodsclass c on "
                         "a.gc_sn=c.gc_sn where b.ck_sn=? and b.kc_sl<>0 and b.g_sn<>'00000000'",
                         warehouse)
-                        .andWhere(filter)
+                        .andWhere(stocktaking_detail::ofClasses(classes))
                         .add(" order by a.gc_sn,a.g_sn"));
 }
 

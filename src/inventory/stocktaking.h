@@ -19,18 +19,18 @@ const RulesOver<DocumentDraft>& rules();
 /// saved: who knows what should be there finds it.
 inline constexpr char16_t kBlind[] = u"blindCount";
 
-/// Goods of a class (number; empty: all) with stock in the warehouse that are not on the document yet, by number, with
-/// `kc_sl`, `kc_zsl` (pieces), `kc_cbj` (yuan a unit).
-RowSet uncounted(const LinePlace& place, Lines where, const QString& classNumber);
+/// Goods of these classes (numbers, each with all below it; none: all) with stock in the warehouse that are not on the
+/// document yet, by number, with `kc_sl`, `kc_zsl` (pieces), `kc_cbj` (yuan a unit).
+RowSet uncounted(const LinePlace& place, Lines where, const QStringList& classes);
 enum class Uncounted : char {
   Zero,   // they were looked for, and are not there
   AsBook  // they were not looked at: no difference; what the books have below zero stays off
 };
 /// Puts them onto the document, all at once. Lines, and the document's number now.
-CopyResult takeUncounted(const LinePlace& place, Lines where, const QString& classNumber, Uncounted as);
+CopyResult takeUncounted(const LinePlace& place, Lines where, const QStringList& classes, Uncounted as);
 
-/// What a warehouse has of a class, for a sheet of paper to count on: no stock stands on it.
-RowSet countSheet(const QString& warehouse, const QString& classNumber);
+/// What a warehouse has of these classes, for a sheet of paper to count on: no stock stands on it.
+RowSet countSheet(const QString& warehouse, const QStringList& classes);
 
 /// Waiting counts of the same warehouse and day, which this one can take in.
 RowSet joinable(const QString& number);

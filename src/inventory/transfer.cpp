@@ -60,6 +60,8 @@ class TransferRules final : public RulesOver<TransferDraft> {
                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                  {draft.warehouse.isEmpty(), u"请选择调出仓库！"_qs},
                  {draft.into.isEmpty(), u"请选择调入仓库！"_qs},
+                 warehouseGone(draft.warehouse),
+                 warehouseDeleted(draft.into),
                  {draft.into == draft.warehouse, u"调出仓库与调入仓库不能相同！"_qs}},
                 prompt) ||
         !mayGoShort(checkStockShort(draft.number, draft.warehouse, QStringView(family().shortageAtAudit)), prompt))

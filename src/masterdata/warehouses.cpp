@@ -7,6 +7,9 @@
 #include "core/pinyin.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/document_family.h"
+
+#include <algorithm>
 
 namespace jxc {
 namespace warehouses_detail {
@@ -25,6 +28,23 @@ QStringList split(const QString& joinedText) {
 
 bool hasLedgerRow(const QString& number) {
   return exists("select ck_sn from jxc_goodslist where ck_sn=?", number);
+}
+
+/// A document that waits would be out of sight, and lines whose warehouse is gone could not be saved.
+bool hasOpenDocument(const QString& number) {
+  return std::ranges::any_of(documentFamilies(), [&](const DocumentFamily& f) {
+    const auto waits = [&](std::string_view column) {
+      return !column.empty() &&
+             exists(compose("select top 1 id from {} where {}=0 and {}=?", {f.head, f.status, column}), number);
+    };
+    const auto hasLine = [&] {
+      return !f.line.warehouse.empty() &&
+             exists(compose("select top 1 id from {} where {}=? and {} not in (select {} from {} where {}=1)",
+                            {f.lines, f.line.warehouse, f.number, f.number, f.head, f.status}),
+                    number);
+    };
+    return waits(f.warehouse) || waits(f.into) || hasLine();
+  });
 }
 
 }  // namespace warehouses_detail
@@ -101,8 +121,10 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
                          const QString number = row.text("ck_sn");
                          if (number == QLatin1String("100001"))
                            return QStringLiteral("该仓库为系统内置仓库，不能删除！");
-                         return warehouses_detail::hasLedgerRow(number)
-                                    ? std::optional(QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！"))
+                         if (warehouses_detail::hasLedgerRow(number))
+                           return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
+                         return warehouses_detail::hasOpenDocument(number)
+                                    ? std::optional(QStringLiteral("该仓库有未完成的单据，不能删除！"))
                                     : std::nullopt;
                        }},
                       id, prompt);

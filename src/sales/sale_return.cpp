@@ -26,7 +26,8 @@ class ReturnLines : public TradingLines {
   bool priceMayChange() const override { return strIsTrue(session().cs_xgdj); }
 
   bool mayWrite(const LineDraft& draft, const LinePlace&, Prompt& prompt) const override {
-    return !refused({{draft.amounts.quantity() == 0, u"数量不能为0！"_qs}}, prompt);
+    const double quantity = draft.amounts.quantity();
+    return !refused({{quantity == 0, u"数量不能为0！"_qs}}, prompt) && !isTooMany(quantity, prompt);
   }
 
   double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,

@@ -8,6 +8,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
+#include "stock/document.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
 #include "stock/trading.h"
@@ -144,7 +145,10 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.
-    if (!trading::readAudited(rules, number, head)) return false;
+    if (!trading::readAudited(rules, number, head)) {
+      changed = changedMeanwhile(number);
+      return false;
+    }
     changed = effectElsewhere(rules, number);
     if (!changed) {
       const auto now = shortageOf(rules, head);

@@ -187,6 +187,14 @@ RowSet ConversionRules::preview(const ConversionDraft& draft) const {
 
 // ---- save --------------------------------------------------------------------------------------------------------
 
+QString ConversionRules::deletedWarehouse(const QString& number) const {
+  const DocumentFamily& f = family();
+  return lookupValue(
+      compose("select top 1 {} from {} where {}=? and a_name=? and {} not in (select ck_sn from jxc_ckxx)",
+              {f.line.warehouse, f.lines, f.number, f.line.warehouse}),
+      number, session().a_name);
+}
+
 SaveResult ConversionRules::save(const ConversionDraft& typed, Prompt& prompt) const {
   const DocumentFamily& f = family();
   ConversionDraft draft = typed;
@@ -197,7 +205,9 @@ SaveResult ConversionRules::save(const ConversionDraft& typed, Prompt& prompt) c
                {draft.quantity <= 0, words(direction_.noQuantity)},
                {isAmongItsParts(draft), words(direction_.intoItself)},
                {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-               {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
+               {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
+               warehouseGone(draft.warehouse),
+               warehouseDeleted(deletedWarehouse(draft.number))},
               prompt))
     return refusedSave;
   if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, QStringView(f.prefix)), prompt)) return refusedSave;

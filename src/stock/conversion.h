@@ -75,6 +75,8 @@ class ConversionRules : public RulesOver<ConversionDraft> {
  private:
   std::int64_t partCount(const QString& number) const;
   bool isAmongItsParts(const ConversionDraft& draft) const;
+  /// The warehouse of a line, where that has been deleted meanwhile.
+  QString deletedWarehouse(const QString& number) const;
 
   const Direction direction_;
   const LineRules& lines_;

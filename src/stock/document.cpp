@@ -1,5 +1,6 @@
 #include "stock/document.h"
 
+#include "accounts/partner_ledger.h"
 #include "core/clock.h"
 #include "core/log.h"
 #include "core/numbers.h"
@@ -15,11 +16,14 @@
 #include "stock/ledger.h"
 #include "stock/stocktake.h"
 
+#include <stdexcept>
+
 namespace jxc {
 namespace document_detail {
 
 /// This operator's draft lines take another number, and what remembers the draft follows them.
 void moveDraft(const DocumentFamily& family, const QString& from, const QString& to) {
+  if (isDraftSaved(family, from)) return;
   const auto moved =
       execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to,
               from, session().a_name);
@@ -46,6 +50,19 @@ QString numberToSave(const DocumentFamily& family, QString number, const QString
   if (rowExists(family.head, family.number, number)) renew(family.head);
   if (isNumberTaken(family.lines, family.number, number)) renew(family.lines);
   return number;
+}
+
+/// Goods of this operator under the number.
+std::int64_t ownGoodsCount(const DocumentFamily& family, const QString& number) {
+  return static_cast<std::int64_t>(lookupNumber(
+      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
+      number, session().a_name));
+}
+
+bool hasWarehouse(const DocumentFamily& family, const QString& number) {
+  return exists(compose("select a.id from {} a,jxc_ckxx b where a.{}=b.ck_sn and a.{}=?",
+                        {family.head, family.warehouse, family.number}),
+                number);
 }
 
 /// Lines of goods, whoever made them.
@@ -106,7 +123,7 @@ QString redateDraft(const DocumentFamily& family, const QString& number, const Q
 }
 
 QString usableDraftNumber(const DocumentFamily& family, const QString& number, const QString& date) {
-  if (!isNumberTaken(family.lines, family.number, number)) return number;
+  if (!isNumberTaken(family.lines, family.number, number) && !isDraftSaved(family, number)) return number;
   Transaction transaction(accountDb());
   const QString fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), date);
   document_detail::moveDraft(family, number, fresh);
@@ -116,16 +133,20 @@ QString usableDraftNumber(const DocumentFamily& family, const QString& number, c
 
 // ---- draft lines -------------------------------------------------------------------------------------------------
 
+bool isDraftSaved(const DocumentFamily& family, const QString& number) {
+  return exists(compose("select top 1 id from {} where {}=? and a_name=?", {family.head, family.number}), number,
+                session().a_name);
+}
+
 std::int64_t draftLineCount(const DocumentFamily& family, const QString& number) {
+  if (isDraftSaved(family, number)) return 0;
   return static_cast<std::int64_t>(
       lookupNumber(compose("select count(*) from {} where {}=? and a_name=?", {family.lines, family.number}), number,
                    session().a_name));
 }
 
 std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number) {
-  return static_cast<std::int64_t>(lookupNumber(
-      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
-      number, session().a_name));
+  return isDraftSaved(family, number) ? 0 : document_detail::ownGoodsCount(family, number);
 }
 
 Ahead askLineCount(const DocumentFamily& family, const QString& number) {
@@ -147,10 +168,13 @@ bool goodsOnDocument(const DocumentFamily& family, const QString& number, const 
 }
 
 void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId) {
+  if (isDraftSaved(family, lookupValue(compose("select {} from {} where id=?", {family.number, family.lines}), lineId)))
+    return;
   execSql(compose("delete from {} where id=? and a_name=?", {family.lines}), lineId, session().a_name);
 }
 
 void discardDraft(const DocumentFamily& family, const QString& number) {
+  if (isDraftSaved(family, number)) return;
   execSql(compose("delete from {} where {}=? and a_name=?", {family.lines, family.number}), number, session().a_name);
 }
 
@@ -172,6 +196,11 @@ bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt) {
   return false;
 }
 
+QString changedMeanwhile(const QString& number) {
+  return (number.isEmpty() ? u"单据"_qs : u"单据 "_qs + number + u' ') +
+         u"已被其他电脑保存、审核、取消或删除，\r\n\r\n没有改动任何数据！"_qs;
+}
+
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt) {
   SaveResult result;
   result.number = request.number;
@@ -187,11 +216,14 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   bool wentShort = false;
   const auto locked = auditNow ? auditGate(request.number, request.date) : std::nullopt;
   const bool mayAudit = auditNow && !locked;
-  onDocument(request.number, u"保存", [&] {
+  result.saved = onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
+    if (isDraftSaved(family, request.number)) return false;
     result.number = document_detail::numberToSave(family, request.number, request.date);
     request.writeHead(result.number);
-    const std::int64_t goodsLines = draftGoodsCount(family, result.number);
+    const std::int64_t goodsLines = document_detail::ownGoodsCount(family, result.number);
+    if (goodsLines == 0) return false;
+    if (!document_detail::hasWarehouse(family, result.number)) throw std::runtime_error("单据中的仓库已被删除。");
     if (!auditNow || family.logsEverySave)
       writeLog(words(family.savedLog) + result.number + u"，共%1种商品"_qs.arg(goodsLines));
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
@@ -200,8 +232,12 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::passedOver(result.number));
     if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
+    return true;
   });
-  result.saved = true;
+  if (!result.saved) {
+    prompt.notice(changedMeanwhile(request.number));
+    return {.number = request.number};
+  }
   if (mayAudit && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
   isRefused(locked, prompt);
   return result;
@@ -280,12 +316,15 @@ bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std:
 
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt) {
   if (!prompt.ask(u"您确定要删除“待审核”单据吗！"_qs)) return false;
-  Transaction transaction(accountDb());
-  if (!document_detail::isWaiting(family, number)) return false;
-  document_detail::deleteDocument(family, number);
-  writeLog(words(family.deletedLog) + number);
-  transaction.commit();
-  return true;
+  const bool deleted = [&] {
+    Transaction transaction(accountDb());
+    if (!document_detail::isWaiting(family, number)) return false;
+    document_detail::deleteDocument(family, number);
+    writeLog(words(family.deletedLog) + number);
+    transaction.commit();
+    return true;
+  }();
+  return !refused({{!deleted, changedMeanwhile(number)}}, prompt);
 }
 
 QString freightPayerText(double freight, double packing, bool wePay) {
@@ -346,6 +385,10 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
 
 bool mayCancel(const DocumentFamily& family) {
   return hasRight(family.cancel.group, family.cancel.position);
+}
+
+bool seesAmounts(const DocumentFamily& family) {
+  return family.hasMoney() && family.side == PartnerType::Customer ? session().canSeePrice : session().canSeeCost;
 }
 
 }  // namespace jxc

@@ -28,11 +28,14 @@ bool confirmDocumentDate(const QString& date, Prompt& prompt);
 /// A new date takes a new number: this operator's draft lines move along. Returns the new number.
 QString redateDraft(const DocumentFamily& family, const QString& number, const QString& date);
 /// Number under which a line may be added now: `number`, or a fresh one when another operator took it meanwhile (this
-/// operator's draft lines have moved to it then).
+/// operator's draft lines have moved to it then), or when the draft was saved at another station.
 QString usableDraftNumber(const DocumentFamily& family, const QString& number, const QString& date);
 
 // ---- draft lines: rows of the line table under number and operator, without a head -------------------------------
 
+/// Whether this operator has saved the draft meanwhile, at another station: what stands under the number is no draft
+/// any more, and nothing that is done with drafts touches it.
+bool isDraftSaved(const DocumentFamily& family, const QString& number);
 std::int64_t draftLineCount(const DocumentFamily& family, const QString& number);
 /// Of them those of goods: the balancing line is none.
 std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number);
@@ -59,6 +62,9 @@ struct Refusal {
 /// Shows the first that applies. True: one did.
 bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt);
 
+/// What a command tells whose document another station has audited, reopened or deleted while a question stood.
+QString changedMeanwhile(const QString& number);
+
 struct SaveRequest {
   QString number;
   QString date;
@@ -74,7 +80,8 @@ struct SaveResult {
 };
 /// Asks the family's question (by `cs_shdj` it will be audited at once or wait), renews a number that was taken, writes
 /// the head, and audits or logs. One transaction. Refusals of the screen come before. Stock that went while the
-/// question stood leaves the document saved, and its audit asks or refuses as any other.
+/// question stood leaves the document saved, and its audit asks or refuses as any other. A draft that another station
+/// has saved or emptied while the question stood is not saved.
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt);
 
 // ---- waiting documents -------------------------------------------------------------------------------------------
@@ -142,9 +149,13 @@ AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt
 AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);
 
 /// `auditEach` of documents, each of the family that its number tells.
-std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,
+                            const AuditProgress& progress = {});
 
 /// Whether the operator has the right to cancel documents of the family.
 bool mayCancel(const DocumentFamily& family);
+/// Whether he may see what goods on such a document are worth: a price where they are sold, their cost elsewhere, also
+/// where they are lent.
+bool seesAmounts(const DocumentFamily& family);
 
 }  // namespace jxc

@@ -118,13 +118,17 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   using namespace document_audit_detail;
   const Ahead lines = askLineCount(family, number);
   RowSet heads = headOf(family, number);
-  if (lines.number() == 0) return AuditOutcome::NoLines;
+  const auto gone = [&] {
+    prompt.notice(changedMeanwhile(number));
+    return AuditOutcome::NoLines;
+  };
+  if (lines.number() == 0) return gone();
   if (heads.rowCount() > 1) {
     // What two operators saved under one number needs stock apart: settled first, and kept when the audit is refused.
     onDocument(number, u"审核", [&] { claimNumber(family, number); });
     heads = headOf(family, number);
   }
-  if (heads.isEmpty()) return AuditOutcome::NoLines;
+  if (heads.isEmpty()) return gone();
   const bool waiting = heads.front().integer(family.status) == 0;
   const QString warehouse = heads.front().text(family.warehouse);
   const auto shortage = waiting ? askShortage(family, number, warehouse).words() : std::nullopt;
@@ -157,6 +161,8 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   });
   if (moved) return auditAsking(family, number, prompt, change);
   if (outcome == AuditOutcome::Refused) isRefused(changed, prompt);
+  refused({{outcome == AuditOutcome::AlreadyAudited || outcome == AuditOutcome::NoLines, changedMeanwhile(number)}},
+          prompt);
   return outcome;
 }
 
@@ -168,7 +174,8 @@ AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, 
   return isRefused(auditGate(number, date), prompt) ? AuditOutcome::Refused : checkDj(family, number, prompt);
 }
 
-std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,
+                            const AuditProgress& progress) {
   return auditEach(
       {.question = u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
        .waiting = documents,
@@ -177,7 +184,8 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
              const DocumentFamily& family = documentFamily(document.number);
              if (family.isCount() && isRefused(stock_count::passedOver(document.number), collecting)) return false;
              return auditDocument(family, document.number, document.date, collecting) == AuditOutcome::Audited;
-           }},
+           },
+       .progress = progress},
       prompt);
 }
 

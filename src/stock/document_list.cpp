@@ -25,11 +25,6 @@ std::string ofOr(std::string_view table, std::string_view column, const char* ot
   return column.empty() ? otherwise : of(table, column);
 }
 
-/// What goods of this kind are worth is a price where they are sold, their cost elsewhere, also where they are lent.
-bool seesAmounts(const DocumentFamily& family) {
-  return hasRight(family.hasMoney() && family.side == PartnerType::Customer ? kSeesPrice : kSeesCost);
-}
-
 /// Which of the documents: those that are audited, or those that wait.
 enum class State : char { Waiting, Audited };
 
@@ -300,12 +295,13 @@ bool cancelListed(const QString& number, Prompt& prompt) {
   return document_list_detail::cancelOne(number, prompt, CancelMode::Single);
 }
 
-std::optional<int> cancelAllListed(std::span<const QString> numbers, Prompt& prompt) {
+std::optional<int> cancelAllListed(std::span<const QString> numbers, Prompt& prompt, const AuditProgress& progress) {
   namespace detail = document_list_detail;
   if (numbers.empty()) return {};
   ListAudit list{.question = u"您的操作将取消列表中 %1 张单据的审核，确认吗？"_qs.arg(numbers.size()),
                  .listed = static_cast<qsizetype>(numbers.size()),
-                 .deed = u"取消审核"_qs};
+                 .deed = u"取消审核"_qs,
+                 .progress = progress};
   for (const QString& number : numbers)
     list.waiting.push_back({.number = number, .id = -detail::lastPosting(number)});
   std::set<const DocumentFamily*> withoutRight;  // told of once

@@ -4,6 +4,7 @@
 
 #include "core/enquiry.h"
 #include "core/fillers.h"
+#include "core/list_audit.h"
 #include "core/prompt.h"
 #include "stock/document_family.h"
 
@@ -68,7 +69,8 @@ std::optional<QString> findListed(Families families, const QString& typed, Promp
 bool cancelListed(const QString& number, Prompt& prompt);
 /// Asks once, then cancels all of them, the last one posted first, and tells all refusals at the end, a missing right
 /// once for each kind. The number of those that were cancelled; nothing: the operator said no.
-std::optional<int> cancelAllListed(std::span<const QString> numbers, Prompt& prompt);
+std::optional<int> cancelAllListed(std::span<const QString> numbers, Prompt& prompt,
+                                   const AuditProgress& progress = {});
 
 /// A set of families that an enquiry lists.
 template <const DocumentFamily&... Family>

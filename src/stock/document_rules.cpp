@@ -9,6 +9,8 @@
 
 #include <QDate>
 
+#include <cmath>
+
 namespace jxc {
 namespace document_rules_detail {
 
@@ -86,6 +88,10 @@ bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field)
   return (field != u"dj" && field != u"taxdj") || priceMayChange();
 }
 
+bool isTooMany(double quantity, Prompt& prompt) {
+  return refused({{std::abs(quantity) >= kTooMany, u"数量过大，请检查是否输入了条码或单价！"_qs}}, prompt);
+}
+
 void tellPassedOver(PickingMemory& memory, Prompt& prompt) {
   if (memory.passedOver.isEmpty()) return;
   prompt.notice(u"下列商品已添加，没有重复添加：\r\n\r\n"_qs + memory.passedOver.join(u'，'));
@@ -104,8 +110,12 @@ RowSet DocumentRules::draftLines(const QString& number) const {
   const DocumentFamily& f = kind.family();
   // What a split takes apart, or a bundle becomes, stands among the lines of the draft and is none of them.
   const std::string parts = f.whole.goods.empty() ? "" : compose(" and a.{}>0", {f.line.columns->quantity});
-  return openSelect(document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + " and a.a_name=? order by a.id",
-                    number, session().a_name);
+  // Saved at another station, they are a document's.
+  const std::string unsaved = compose(" and not exists (select h.id from {} h where h.{}=a.{} and h.a_name=a.a_name)",
+                                      {f.head, f.number, f.number});
+  return openSelect(
+      document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + unsaved + " and a.a_name=? order by a.id",
+      number, session().a_name);
 }
 
 RowSet DocumentRules::waitingLines(const QString& number) const {
@@ -181,8 +191,22 @@ bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, con
   return refused({{draftGoodsCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
                   own,
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs}},
+                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
+                  warehouseGone(draft.warehouse)},
                  prompt);
+}
+
+Refusal warehouseDeleted(const QString& warehouse) {
+  return {!warehouse.isEmpty() && !exists("select ck_sn from jxc_ckxx where ck_sn=?", warehouse),
+          u"所选仓库已被删除，请重新选择仓库！"_qs};
+}
+
+Refusal warehouseGone(const QString& own) {
+  Filter mine;
+  mine.add("ck_sn=?", own);
+  addWarehouseBinding(mine);
+  return {!own.isEmpty() && !exists(Sql("select ck_sn from jxc_ckxx").where(mine)),
+          u"所选仓库已被删除，或不再允许您使用，请重新选择仓库！"_qs};
 }
 
 std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& draft, const QString& number) {

@@ -64,6 +64,9 @@ struct PickingMemory {
   QStringList passedOver;         // goods that stand on a document that takes each once; told by whoever clears them
 };
 
+/// Refuses a quantity that no line has (`kTooMany`).
+bool isTooMany(double quantity, Prompt& prompt);
+
 /// Names what was passed over, and forgets it.
 void tellPassedOver(PickingMemory& memory, Prompt& prompt);
 
@@ -153,8 +156,9 @@ class LineRules {
   virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
   virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
                         Prompt& prompt) const = 0;
-  /// Quantity against the stock of the warehouse, where the document takes goods out: refused or asked about. With a
-  /// memory, the first answer holds for the whole selection.
+  /// Whether a line may have this quantity: not more than any line has, and against the stock of the warehouse where
+  /// the document takes goods out: refused or asked about. With a memory, the first answer holds for the whole
+  /// selection.
   virtual bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                            PickingMemory* memory = nullptr) const = 0;
   virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
@@ -220,6 +224,10 @@ class RulesOver : public DocumentRules {
   }
   virtual SaveResult save(const Draft& draft, Prompt& prompt) const = 0;
 };
+
+/// The warehouse that was chosen is none any more: deleted at another station, or (`own`) taken from this operator.
+Refusal warehouseDeleted(const QString& warehouse);
+Refusal warehouseGone(const QString& own);
 
 /// A head as every document has it, under this number and waiting; what it has besides is written onto the row. Its id.
 std::int64_t insertWaitingHead(const DocumentFamily& family, const DocumentDraft& draft, const QString& number);

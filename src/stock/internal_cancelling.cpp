@@ -81,7 +81,10 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   std::optional<QString> changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
-    if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
+    if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) {
+      changed = changedMeanwhile(number);
+      return false;
+    }
     const auto shortage = shortageOf(rules, number);
     if (family.isCount()) changed = stock_count::movedSinceAudit(number);
     if (!changed && shortage != agreed) changed = shortage;

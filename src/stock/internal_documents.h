@@ -25,6 +25,7 @@ struct Rules {
   std::u16string_view auditLogEnd;
   int rowsALine;                     // ledger rows that a line of goods makes
   int rowsOfHead = 0;                // the head of a split or bundle is a line of its own
+  std::string_view only = {};        // condition of the lines that make rows; empty: all
   std::vector<std::string> inserts;  // ledger rows; values: auditor, today, number
   const char* markLines;             // before the ledger is written; null: nothing
   bool outwards = false;             // stock falls by a positive quantity

@@ -23,6 +23,10 @@ double amount(double value, LineRounding rounding, const AmountRules& rules) {
 
 }  // namespace line_amounts_detail
 
+double roundedQuantity(double units) {
+  return line_amounts_detail::rounded(units, quantityDigits());
+}
+
 AmountRules AmountRules::current() {
   AmountRules rules;
   rules.moneyDigits = jxc::moneyDigits();
@@ -49,7 +53,7 @@ void LineAmounts::retotal() {
 }
 
 void LineAmounts::setQuantity(double units) {
-  quantity_ = units;
+  quantity_ = roundedQuantity(units);
   retotal();
 }
 
@@ -183,7 +187,8 @@ std::optional<LineField> lineFieldNamed(QStringView name) {
 
 double cellValue(LineField field, const QString& typed, QuantityRange quantities) {
   bool isNumber = false;
-  const double value = toSixDecimals(typed.trimmed().toDouble(&isNumber));
+  const double number = typed.trimmed().toDouble(&isNumber);
+  const double value = field == LineField::Quantity ? roundedQuantity(number) : toSixDecimals(number);
   if (isNumber && std::isfinite(value) && (field == LineField::Quantity ? quantities.has(value) : value > 0))
     return value;
   return field == LineField::Quantity || field == LineField::Discount ? 1 : 0;

@@ -56,6 +56,12 @@ enum class LineRounding : char {
 struct LineRoundings {
   LineRounding typed = LineRounding::Typed, cells = LineRounding::Cell, scans = LineRounding::Scanned;
 };
+/// A quantity as a line keeps it: to the digits of quantities, so that what is seen is what moves. Halves go the same
+/// way above zero and below.
+double roundedQuantity(double units);
+/// No line has so many units: what was typed is a barcode or a price.
+inline constexpr double kTooMany = 1e8;
+
 /// Quantities that a line may have beside those above zero.
 struct QuantityRange {
   bool zero = false, minus = false;
@@ -93,7 +99,7 @@ class LineAmounts {
   double total() const { return total_; }
   std::optional<double> worth() const { return worth_; }
 
-  void setQuantity(double units);
+  void setQuantity(double units);  // taken as lines keep it
   void setDiscount(double rate);
   void setPrice(double yuan);
   void setTax(double percent);
@@ -117,8 +123,8 @@ class LineAmounts {
 
 /// "dj", "sl", "taxdj", "tax", "dzl", as the grids name their columns.
 std::optional<LineField> lineFieldNamed(QStringView name);
-/// The value that a cell takes: what was typed, or what stands for it when that cannot be (empty, negative …): 0 for
-/// prices and tax, 1 for quantity and discount.
+/// The value that a cell takes: what was typed (a quantity as lines keep it), or what stands for it when that cannot be
+/// (empty, negative …): 0 for prices and tax, 1 for quantity and discount.
 double cellValue(LineField field, const QString& typed, QuantityRange quantities);
 
 /// What the table does not keep is as on a line without it: no tax, no discount.

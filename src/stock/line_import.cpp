@@ -1,7 +1,6 @@
 #include "stock/line_import.h"
 
 #include "core/asked_once.h"
-#include "core/rounding.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -21,7 +20,7 @@ constexpr char16_t kQuantity[] = u"数量";
 constexpr char16_t kPrice[] = u"单价";
 constexpr char16_t kProduced[] = u"生产日期";
 constexpr char16_t kNote[] = u"备注";
-constexpr double kMost = 1e9;  // of a quantity or a price: beyond it a column was taken for another
+constexpr double kDearest = 1e9;  // yuan a unit: beyond it a barcode was taken for a price
 
 /// The columns of a sheet by their names; blanks and marks around a name do not count.
 class Columns {
@@ -60,7 +59,7 @@ class Listening final : public Prompt {
 std::optional<double> plainNumber(QString text) {
   bool isNumber = false;
   const double number = text.remove(u',').toDouble(&isNumber);
-  return isNumber && std::abs(number) < kMost ? std::optional(number) : std::nullopt;
+  return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 /// yyyy-MM-dd; nothing when it is no date.
@@ -91,13 +90,14 @@ struct Judging {
       faults << u"数量不能为空"_qs;
     else if (!quantity)
       faults << u"数量不是数字"_qs;
-    else if (const QuantityRange range = rules.quantities(); !range.has(roundEps(*quantity, quantityDigits())))
+    else if (const QuantityRange range = rules.quantities(); !range.has(roundedQuantity(*quantity)))
       faults << (range.minus ? u"数量不能为零"_qs : range.zero ? u"数量不能为负数"_qs : u"数量不能为零或负数"_qs);
     const auto price = plainNumber(line.price);
-    if (!line.price.isEmpty() && (!price || *price < 0)) faults << u"单价不正确"_qs;
+    if (!line.price.isEmpty() && (!price || *price < 0 || *price >= kDearest)) faults << u"单价不正确"_qs;
     judgeDate(line, faults);
     if (faults.isEmpty() && isRepeated(line.code)) faults << words(wanted.repeated);
     if (faults.isEmpty()) write(line, *quantity, price, faults, warnings);
+    if (faults.isEmpty()) passed.insert(line.code);  // a row that is refused stands in nobody's way
     using enum ImportLine::Verdict;
     line.verdict = !faults.isEmpty() ? Refused : warnings.isEmpty() ? Fine : PassesWithWarning;
     line.words = line.verdict == Fine ? u"可顺利导入"_qs : (faults + warnings).join(u"；"_qs);
@@ -108,7 +108,7 @@ struct Judging {
     if (wanted.repeated.empty()) return false;
     PickingMemory memory;
     Listening nobody;
-    return !passed.insert(goods).second || !rules.mayStage(goods, place, target, memory, nobody);
+    return passed.contains(goods) || !rules.mayStage(goods, place, target, memory, nobody);
   }
 
   static RowSet findGoods(const QString& code, const QString& barcode) {
@@ -151,7 +151,7 @@ struct Judging {
       if (taken.fault) faults << *taken.fault;
       if (taken.warning) warnings << *taken.warning;
     }
-    line.draft.amounts.setQuantity(roundEps(quantity, quantityDigits()));
+    line.draft.amounts.setQuantity(quantity);
     line.draft.produced = line.produced;
     line.draft.note = line.note;
     Listening rule;

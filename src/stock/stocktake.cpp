@@ -23,10 +23,12 @@ bool isLastDay(const QString& date) {
 
 struct Count {
   QString warehouse, date;
+  bool isAudited = false;
 };
 Count countOf(const QString& number) {
-  const RowSet head = openSelect("select ck_sn,pd_rq from jxc_kcpd where gl_djh=? order by pd_status desc,id", number);
-  return head.isEmpty() ? Count{} : Count{head.text(0, 0), head.text(0, 1)};
+  const RowSet head =
+      openSelect("select ck_sn,pd_rq,pd_status from jxc_kcpd where gl_djh=? order by pd_status desc,id", number);
+  return head.isEmpty() ? Count{} : Count{head.text(0, 0), head.text(0, 1), head.integer(0, 2) == 1};
 }
 
 }  // namespace stock_count_detail
@@ -56,26 +58,26 @@ std::optional<QString> tooLateToSave(const QString& number, const QString& wareh
 }
 
 std::optional<QString> overtaken(const QString& number) {
-  const auto [warehouse, date] = stock_count_detail::countOf(number);
-  if (stock_count_detail::isLastDay(date)) return {};
+  const stock_count_detail::Count count = stock_count_detail::countOf(number);
+  if (stock_count_detail::isLastDay(count.date)) return {};
   const QString hit = lookupValue(
       "select top 1 gl_djh from jxc_goodslist where gl_djh<>'' and ck_sn=? and gl_kdrq>? and g_sn in "
       "(select distinct g_sn from jxc_kcpdsp where gl_djh=?) order by id",
-      warehouse, stock_count_detail::endOfDay(date), number);
+      count.warehouse, stock_count_detail::endOfDay(count.date), number);
   if (hit.isEmpty()) return {};
-  return u"在【"_qs + date + u"】日期之后盘点商品已发生业务，\r\n\r\n单号为：【"_qs + hit +
+  return u"在【"_qs + count.date + u"】日期之后盘点商品已发生业务，\r\n\r\n单号为：【"_qs + hit +
          u"】，\r\n\r\n不能盘点，该盘点单 "_qs + number + u" 已作废！"_qs;
 }
 
 std::optional<QString> movedSinceAudit(const QString& number) {
-  const auto [warehouse, date] = stock_count_detail::countOf(number);
+  const stock_count_detail::Count count = stock_count_detail::countOf(number);
   const std::int64_t last = lookupValue("select max(id) as rid from jxc_goodslist where gl_djh=?", number).toLongLong();
   const QString hit = lookupValue(
       "select top 1 gl_djh from jxc_goodslist where ck_sn=? and gl_kdrq>=? and id>? and g_sn in "
       "(select distinct g_sn from jxc_kcpdsp where gl_djh=?) order by id",
-      warehouse, stock_count_detail::endOfDay(date), last, number);
+      count.warehouse, stock_count_detail::endOfDay(count.date), last, number);
   if (hit.isEmpty()) return {};
-  return u"在【"_qs + date + u"】日期之后盘点商品已发生业务，\r\n\r\n单号为：【"_qs + hit +
+  return u"在【"_qs + count.date + u"】日期之后盘点商品已发生业务，\r\n\r\n单号为：【"_qs + hit +
          u"】，\r\n\r\n该盘点单 "_qs + number + u" 不能撤销！"_qs;
 }
 
@@ -152,11 +154,13 @@ bool Recount::takeUp(const QString& number) const {
 }
 
 std::optional<QString> passedOver(const QString& number) {
+  if (stock_count_detail::countOf(number).isAudited) return {};  // the audit tells that
   const auto dead = overtaken(number);
   return dead ? dead : stock_count_detail::leftToAsk(number);
 }
 
-std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt) {
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,
+                            const AuditProgress& progress) {
   return auditEach(
       {.question = u"您的操作将审核当前所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
        .waiting = documents,
@@ -165,7 +169,8 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
              return !isRefused(passedOver(document.number), collecting) &&
                     auditDocument(families::stocktake, document.number, document.date, collecting) ==
                         AuditOutcome::Audited;
-           }},
+           },
+       .progress = progress},
       prompt);
 }
 

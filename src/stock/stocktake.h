@@ -51,6 +51,7 @@ class Recount {
 std::optional<QString> passedOver(const QString& number);
 
 /// `auditEach` of counts; those that were overtaken, or about which is something to ask, are passed over and told.
-std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt);
+std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,
+                            const AuditProgress& progress = {});
 
 }  // namespace jxc::stock_count

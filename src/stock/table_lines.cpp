@@ -112,6 +112,7 @@ std::optional<LineDraft> TableLines::loadLine(Lines where, std::int64_t id) cons
 bool TableLines::stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
                              PickingMemory* memory) const {
   const LineDescription& line = description_;
+  if (isTooMany(quantity, prompt)) return false;
   if (line.shortQuestion.empty() || quantity <= 0) return true;  // below zero goods come back
   if (!isBeyondStock(goods, quantity, place.warehouse)) return true;
   if (memory && memory->goesShort) return *memory->goesShort;
@@ -132,14 +133,16 @@ bool TableLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prompt
 
 bool TableLines::cellAllows(const QString& value, QStringView field, Lines where, std::int64_t id,
                             const LinePlace& place, Prompt& prompt) const {
-  if (!description_.everyChangeIsTested || lineFieldNamed(field) != LineField::Quantity) return true;
+  if (lineFieldNamed(field) != LineField::Quantity) return true;
+  const double quantity = cellValue(LineField::Quantity, value, quantities());
+  if (!description_.everyChangeIsTested) return !isTooMany(quantity, prompt);
   const RowSet rows = stored(where, id);
-  return rows.isEmpty() ||
-         stockAllows(rows.front().text("g_sn"), cellValue(LineField::Quantity, value, quantities()), place, prompt);
+  return rows.isEmpty() || stockAllows(rows.front().text("g_sn"), quantity, place, prompt);
 }
 
 TableLines::Head TableLines::headOf(Lines where, const QString& number) const {
-  if (where != Lines::Waiting) return {};
+  if (where == Lines::Draft) return {.closed = isDraftSaved(family(), number)};
+  if (where == Lines::Staging) return {};
   const DocumentFamily& f = family();
   const std::string_view atOnce = f.allMoved.empty() ? f.status : f.allMoved;
   const RowSet heads =
@@ -206,9 +209,10 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
                              {zero(4), 0}});
 }
 
-LineResult TableLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt&) const {
+LineResult TableLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const {
   if (!figuresOf(draft)) return {.number = place.number};
   const AddedLines added = *addLines(where, place, {&draft, 1});
+  refused({{added.lines == 0, changedMeanwhile(place.number)}}, prompt);
   return {.id = added.last, .number = added.number};
 }
 
@@ -217,9 +221,9 @@ std::optional<AddedLines> TableLines::addLines(Lines where, const LinePlace& pla
   AddedLines added;
   added.number = place.number;
   Transaction transaction(accountDb());
-  const Head head = headOf(where, place.number);
-  if (head.closed) return added;
   // A draft's number may have been taken meanwhile; a waiting document's is its own.
+  const Head head = where == Lines::Waiting ? headOf(where, place.number) : Head();
+  if (head.closed) return added;
   if (where == Lines::Draft) added.number = usableDraftNumber(family(), place.number, place.date);
   const QString owner = where == Lines::Waiting ? ownerOf(family(), added.number) : session().a_name;
   for (std::size_t i = 0; i < drafts.size(); ++i) {
@@ -235,48 +239,56 @@ std::optional<AddedLines> TableLines::addLines(Lines where, const LinePlace& pla
   return added;
 }
 
-bool TableLines::changeLine(Lines where, std::int64_t id, const LinePlace&, const LineDraft& draft, Prompt&) const {
+bool TableLines::changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
+                            Prompt& prompt) const {
   std::optional<LineFigures> line = figuresOf(draft);
   if (!line) return false;
-  Transaction transaction(accountDb());
-  const RowSet rows = stored(where, id);
-  if (rows.isEmpty()) return false;
-  const QString number = numberOf(where, rows.front());
-  const Head head = headOf(where, number);
-  if (head.closed) return false;
-  line->moved = moved(where, head, line->quantity);
   const LineTable& table = tableOf(where);
-  writeFigures(*table.columns, id, *line);
-  updateRow(table.columns->table, id,
-            {{table.shownCost, draft.cost},
-             {table.warehouse, draft.warehouse},
-             {table.note, noteOf(draft)},
-             {"t_ph", draft.batch},
-             {"t_scrq", draft.produced},
-             {"t_yxq", draft.expires}});
-  if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
-  transaction.commit();
-  return true;
+  return write(where, id, place.number, prompt, [&](const Row&, const Head& head) {
+    line->moved = moved(where, head, line->quantity);
+    updateRow(table.columns->table, id,
+              {{table.shownCost, draft.cost},
+               {table.warehouse, draft.warehouse},
+               {table.note, noteOf(draft)},
+               {"t_ph", draft.batch},
+               {"t_scrq", draft.produced},
+               {"t_yxq", draft.expires}});
+    return *line;
+  });
 }
 
-double TableLines::setChange(const QString& value, QStringView field, Lines where, std::int64_t id, Prompt&) const {
+double TableLines::setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
+                             Prompt& prompt) const {
   const std::optional<LineField> which = lineFieldNamed(field);
   if (!which) return 0;
-  Transaction transaction(accountDb());
-  const RowSet rows = stored(where, id);
-  if (rows.isEmpty()) return 0;
-  const QString number = numberOf(where, rows.front());
-  const Head head = headOf(where, number);
-  if (head.closed) return 0;
-  const LineColumns& columns = *tableOf(where).columns;
   const double taken = cellValue(*which, value, quantities());
-  LineFigures line = figuresIn(rows.front(), tableOf(where));
-  setCell(line, *which, taken, AmountRules::current(), description_.rounding.cells);
-  if (*which == LineField::Quantity) line.moved = moved(where, head, taken);
-  writeFigures(columns, id, line);
-  if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
-  transaction.commit();
-  return taken;
+  const bool written = write(where, id, {}, prompt, [&](const Row& row, const Head& head) {
+    LineFigures line = figuresIn(row, tableOf(where));
+    setCell(line, *which, taken, AmountRules::current(), description_.rounding.cells);
+    if (*which == LineField::Quantity) line.moved = moved(where, head, taken);
+    return line;
+  });
+  return written ? taken : 0;
+}
+
+bool TableLines::write(Lines where, std::int64_t id, QString number, Prompt& prompt, const Change& change) const {
+  bool open = false;
+  {
+    Transaction transaction(accountDb());
+    const RowSet rows = stored(where, id);
+    if (!rows.isEmpty()) {
+      const Row row = rows.front();
+      number = numberOf(where, row);
+      const Head head = headOf(where, number);
+      open = !head.closed;
+      if (open) {
+        writeFigures(*tableOf(where).columns, id, change(row, head));
+        if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
+        transaction.commit();
+      }
+    }
+  }
+  return !refused({{!open, changedMeanwhile(number)}}, prompt);
 }
 
 // ---- barcode -----------------------------------------------------------------------------------------------------

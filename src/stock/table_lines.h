@@ -83,13 +83,16 @@ class TableLines : public LineRules {
  private:
   /// What the head of a waiting document says of its lines; a draft has none.
   struct Head {
-    bool closed = false;  // it was audited meanwhile: it takes no change any more
+    bool closed = false;  // audited meanwhile, or a draft that was saved: it takes no change any more
     bool movesAtOnce = false;
   };
   Head headOf(Lines where, const QString& number) const;
   /// The row of a line as it stands; none: it is gone.
   RowSet stored(Lines where, std::int64_t id) const;
   QString numberOf(Lines where, const Row& row) const;
+  /// Writes a line anew, with the head that it follows, unless it or its document was taken away meanwhile: told then.
+  using Change = std::function<LineFigures(const Row& row, const Head& head)>;
+  bool write(Lines where, std::int64_t id, QString number, Prompt& prompt, const Change& change) const;
   LineFigures figuresIn(const Row& row, const LineTable& table) const;
   double moved(Lines where, const Head& head, double quantity) const;
   /// What is written of a line that was typed. Nothing for a quantity of zero.

@@ -5,7 +5,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
-#include "stock/document_family.h"
+#include "stock/document.h"
 #include "stock/ledger.h"
 
 #include <cmath>
@@ -346,7 +346,8 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
   report.stocks(before, after);
   report.goods(before, after);
   report.sales(before, after);
-  report.money(before, after);
+  // What a partner is owed for it is what its goods are worth.
+  if (const DocumentFamily* family = findFamily(number); !family || seesAmounts(*family)) report.money(before, after);
   if (!date.isEmpty()) report.crossed(goods, number, date);
   return preview;
 }

@@ -142,6 +142,7 @@ TEST_F(ReceiptTest, AnotherOperatorsLinesUnderTheProposedNumberAreNotInTheTotal)
 }
 
 TEST_F(ReceiptTest, GridEditsReplaceWhatCannotBe) {
+  setParameter("cs_cbjs", 3);
   const ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 2, 10}});
   const auto id = firstLine(draft.number);
   EXPECT_EQ(setChange("13", u"tax", Lines::Draft, id), 13);

@@ -106,5 +106,21 @@ TEST_F(DocumentListTest, TellsWhatIsOpenOfWhichDocumentsInWhichOrder) {
             QStringList({"   ", "   "}));
 }
 
+TEST_F(DocumentListTest, CancellingAllTellsHowFarItIsAndKeepsWhatItDidWhenItIsStopped) {
+  QList<int> told;
+  prompt.willSayYes();
+  const QString numbers[] = {first_, second_, sold_};
+  const auto cancelled = cancelAllListed(numbers, prompt, [&](int percent) {
+    told << percent;
+    return percent != 66;
+  });
+  EXPECT_EQ(cancelled, 2);
+  EXPECT_EQ(told.first(), 0);
+  EXPECT_EQ(told.last(), 100);
+  EXPECT_EQ(prompt.lastNotice(), "取消审核已停止，共 3 个单据，\r\n\r\n取消审核成功 2 个单据。");
+  // From the last posting on: the sale, then the second receipt.
+  EXPECT_EQ(listed<Everything>({}), QStringList({first_, back_}));
+}
+
 }  // namespace document_list_test
 }  // namespace jxc

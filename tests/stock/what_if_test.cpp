@@ -79,6 +79,7 @@ TEST_F(WhatIfTest, ReceiptDatedBackTellsCostsSalesCountsAndMonths) {
   EXPECT_EQ(found(withheld, u"库存数量", u"仓库 100001"), "5 → 15");
   EXPECT_EQ(found(withheld, u"成本均价"), "none");
   EXPECT_EQ(found(withheld, u"商品成本均价"), "none");
+  EXPECT_EQ(found(withheld, u"现金银行余额"), "none") << "what was paid for them";
   EXPECT_EQ(found(withheld, u"销售毛利与成本不符"), " →  !") << "which sales, but not what they earned";
 
   ASSERT_EQ(auditAgreeing(late), AuditOutcome::Audited);

@@ -8,6 +8,7 @@
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/stocktake.h"
+#include "ui/grid_output.h"
 
 namespace jxc {
 namespace kcpd_detail {
@@ -134,18 +135,21 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
     tpdsl.setNumber(gridLines.sum("pd_sl"));
     tkcsl.setNumber(gridLines.sum("kc_sl"));
   }
-  void auditWaitingList(const std::vector<ListedDocument>& documents) override {
-    stock_count::auditAll(documents, prompt());
+  void auditWaitingList(const std::vector<ListedDocument>& documents, const AuditProgress& progress) override {
+    stock_count::auditAll(documents, prompt(), progress);
+  }
+  /// A blind count as the list that is counted by: its own paper would tell what the screen does not.
+  void printDraft() override {
+    if (!chkMp.isChecked() || gridLines.isEmpty()) return DocumentScreenOver::printDraft();
+    if (settleDate()) ui::printGrid(gridLines);
   }
 
  private:
-  /// On paper a draft would tell what the screen does not.
   void showBook() {
     const bool blind = chkMp.isChecked();
     for (const std::string_view column : kBook)
       gridLines.setColumnAllowed(column, !blind && (column != "pd_zje" || session().canSeeCost));
     tkcsl.setVisible(!blind);
-    command("btnPrin").setEnabled(!blind);
   }
   void joinAnother() {
     const QString number = waitingNumber();

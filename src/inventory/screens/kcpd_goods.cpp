@@ -7,21 +7,68 @@
 #include "ui/grid_output.h"
 #include "ui/screen.h"
 
+#include <QItemSelectionModel>
+#include <QTableView>
+
 namespace jxc {
 namespace kcpd_goods_detail {
 
 using stocktaking::Uncounted;
 using ui::ColumnKind;
-using ui::FieldKind;
 
-QString chosenClass(const ui::Field& classes) {
-  const QString key = classes.key();
-  return key == QString::fromUtf16(allKey) ? QString() : key;
-}
+// ---- classes to choose from --------------------------------------------------------------------------------------
+
+constexpr ui::ColumnSpec kClassColumns[] = {{"gc_name", "类别", ColumnKind::Text, 18}};
+constexpr ui::GridSpec kClasses = {"gridLb", "类别", kClassColumns};
+
+/// A list of goods beside the classes that it is of: several may be marked, and a class is all below it.
+class GoodsOfClasses : public ui::Screen {
+ public:
+  QSize sizeHint() const override { return {1060, 600}; }
+
+ protected:
+  explicit GoodsOfClasses(const ui::ScreenSpec& spec) : Screen(spec) {
+    panel().text(u"按住Ctrl或Shift可以选择多个类别，Ctrl+A选择所有类别"_qs);
+    auto [left, right] = panel().columns(1, 3);
+    left.grid("gridLb");
+    right.grid(spec.grids.back().name);
+    gridLb.setMultiSelect(true);
+    connect(gridLb.view()->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+      if (!filling_) reload();
+    });
+  }
+  void activate() override {
+    RowSet classes({"id", "gc_sn", "gc_name"});
+    std::int64_t id = 0;
+    for (const ListItem& each : goodsClassItems()) {
+      classes.addInteger(++id);
+      classes.addText(each.key == QString::fromUtf16(allKey) ? std::string() : each.key.toStdString());
+      classes.addText(each.text.toStdString());
+    }
+    filling_ = true;
+    gridLb.setRows(std::move(classes));
+    gridLb.selectRow(0);
+    filling_ = false;
+    reload();
+  }
+  virtual void reload() = 0;
+  /// Numbers of those that are marked; empty: all.
+  QStringList chosen() const {
+    QStringList numbers;
+    for (const Row& each : gridLb.selectedRows())
+      if (const QString number = each.text("gc_sn"); number.isEmpty())
+        return {};
+      else
+        numbers << number;
+    return numbers;
+  }
+
+ private:
+  ui::Grid& gridLb = grid("gridLb");
+  bool filling_ = false;
+};
 
 // ---- goods that nobody has counted -------------------------------------------------------------------------------
-
-constexpr ui::FieldSpec kClassField[] = {{"comLb", "类别：", FieldKind::Combo}};
 
 constexpr ui::ColumnSpec kUncountedColumns[] = {
     {"g_sn", "商品编号", ColumnKind::Text, 10},
@@ -35,7 +82,7 @@ constexpr ui::ColumnSpec kUncountedColumns[] = {
     {.field = "g_sptm", .caption = "商品条码", .width = 15, .use = {.hidden = true}},
 };
 constexpr ui::GridSpec kUncountedGrids[] = {
-    {"gridGoods", "未盘商品", kUncountedColumns, "这个类别中有库存的商品都已在单据中"}};
+    kClasses, {"gridGoods", "未盘商品", kUncountedColumns, "所选类别中有库存的商品都已在单据中"}};
 constexpr ui::CommandSpec kUncountedCommands[] = {
     {"btnZero", "按0盘点", "F6", "列表中的商品都没有找到：盘点数量为0"},
     {"btnBook", "按帐面盘点", "F7", "列表中的商品没有清点：盘点数量等于库存，没有盈亏"},
@@ -43,16 +90,14 @@ constexpr ui::CommandSpec kUncountedCommands[] = {
 };
 constexpr ui::ScreenSpec kUncounted = {.name = "F_Kcpd_Wp",
                                        .title = "未盘商品",
-                                       .fields = kClassField,
                                        .grids = kUncountedGrids,
                                        .commands = kUncountedCommands,
-                                       .focus = "comLb"};
+                                       .focus = "gridLb"};
 
-class TF_Kcpd_Wp : public ui::Screen {
+class TF_Kcpd_Wp : public GoodsOfClasses {
  public:
-  TF_Kcpd_Wp() : Screen(kUncounted) {
-    panel().row("comLb |").grid("gridGoods").buttons("btnZero btnBook | btnCancel");
-    comLb.onChanged([this] { reload(); });
+  TF_Kcpd_Wp() : GoodsOfClasses(kUncounted) {
+    panel().buttons("btnZero btnBook | btnCancel");
     on(command("btnZero"), [this] { take(Uncounted::Zero); });
     on(command("btnBook"), [this] { take(Uncounted::AsBook); });
   }
@@ -64,21 +109,19 @@ class TF_Kcpd_Wp : public ui::Screen {
     showModal();
     return result_;
   }
-  QSize sizeHint() const override { return {960, 560}; }
 
  protected:
   void activate() override {
-    comLb.setItems(goodsClassItems(), true);
     const bool blind = where_ == Lines::Draft && stocktaking::rules().lines().hidesStock();
     for (const char* stock : {"kc_sl", "kc_zsl"})
       gridGoods.setColumnAllowed(stock, !blind);
     gridGoods.setColumnAllowed("kc_cbj", !blind && session().canSeeCost);
-    reload();
+    GoodsOfClasses::activate();
   }
 
  private:
-  void reload() {
-    gridGoods.setRows(stocktaking::uncounted(place_, where_, chosenClass(comLb)));
+  void reload() override {
+    gridGoods.setRows(stocktaking::uncounted(place_, where_, chosen()));
     for (const char* name : {"btnZero", "btnBook"})
       command(name).setEnabled(!gridGoods.isEmpty());
   }
@@ -86,14 +129,13 @@ class TF_Kcpd_Wp : public ui::Screen {
     const QString what = as == Uncounted::Zero ? u"盘点数量为0（没有找到）"_qs : u"盘点数量等于库存（没有盈亏）"_qs;
     if (!prompt().ask(u"列表中的 %1 种商品将加入盘点单，"_qs.arg(gridGoods.rowCount()) + what + u"，确认吗？"_qs))
       return;
-    const CopyResult taken = stocktaking::takeUncounted(place_, where_, chosenClass(comLb), as);
+    const CopyResult taken = stocktaking::takeUncounted(place_, where_, chosen(), as);
     result_.lines += taken.lines;
     result_.number = place_.number = taken.number;
     reload();
-    if (gridGoods.isEmpty() && chosenClass(comLb).isEmpty()) accept();
+    if (gridGoods.isEmpty() && chosen().isEmpty()) accept();
   }
 
-  ui::Field& comLb = field("comLb");
   ui::Grid& gridGoods = grid("gridGoods");
   LinePlace place_;
   Lines where_ = Lines::Draft;
@@ -108,39 +150,27 @@ constexpr ui::ColumnSpec kSheetColumns[] = {
     {"color_name", "颜色", ColumnKind::Text, 8},  {"dw_name", "单位", ColumnKind::Text, 5},
     {"g_sptm", "商品条码", ColumnKind::Text, 15}, {"pdsl", "盘点数量", ColumnKind::Text, 12},
 };
-constexpr ui::GridSpec kSheetGrids[] = {{"gridSheet", "盘点表", kSheetColumns, "这个类别的商品在当前仓库中没有库存"}};
+constexpr ui::GridSpec kSheetGrids[] = {kClasses,
+                                        {"gridSheet", "盘点表", kSheetColumns, "所选类别的商品在当前仓库中没有库存"}};
 constexpr ui::CommandSpec kSheetCommands[] = {{"btnPrin", "打印", "Ctrl+P", "打印空白盘点表，盘点数量用笔填写"},
                                               {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kSheet = {.name = "F_Kcpd_Pdb",
-                                   .title = "盘点表",
-                                   .fields = kClassField,
-                                   .grids = kSheetGrids,
-                                   .commands = kSheetCommands,
-                                   .focus = "comLb"};
+constexpr ui::ScreenSpec kSheet = {
+    .name = "F_Kcpd_Pdb", .title = "盘点表", .grids = kSheetGrids, .commands = kSheetCommands, .focus = "gridLb"};
 
-class TF_Kcpd_Pdb : public ui::Screen {
+class TF_Kcpd_Pdb : public GoodsOfClasses {
  public:
-  TF_Kcpd_Pdb() : Screen(kSheet) {
-    panel().row("comLb |").grid("gridSheet").buttons("btnPrin | btnCancel");
-    comLb.onChanged([this] { reload(); });
+  TF_Kcpd_Pdb() : GoodsOfClasses(kSheet) {
+    panel().buttons("btnPrin | btnCancel");
     on(command("btnPrin"), [this] { ui::printGrid(grid("gridSheet")); });
   }
   void showOf(const QString& warehouse) {
     warehouse_ = warehouse;
     showModal();
   }
-  QSize sizeHint() const override { return {960, 560}; }
-
- protected:
-  void activate() override {
-    comLb.setItems(goodsClassItems(), true);
-    reload();
-  }
 
  private:
-  void reload() { grid("gridSheet").setRows(stocktaking::countSheet(warehouse_, chosenClass(comLb))); }
+  void reload() override { grid("gridSheet").setRows(stocktaking::countSheet(warehouse_, chosen())); }
 
-  ui::Field& comLb = field("comLb");
   QString warehouse_;
 };
 

@@ -6,6 +6,7 @@
 #include "output/screens/print_outlet.h"
 #include "stock/screens/document_search.h"
 #include "ui/display.h"
+#include "ui/progress.h"
 #include "ui/refresh_after.h"
 
 #include <map>
@@ -113,7 +114,8 @@ void DocumentListScreen::cancelAll() {
   std::vector<QString> numbers;
   for (const Row& each : shown().shownRows())
     if (each.flag("status")) numbers.push_back(each.text("djh"));
-  ui::refreshAfter([&] { cancelAllListed(numbers, prompt()); }, [this] { rowsChanged(); });
+  ui::refreshAfter([&] { cancelAllListed(numbers, prompt(), ui::progressOnDemand(u"正在取消审核……"_qs, this)); },
+                   [this] { rowsChanged(); });
 }
 
 }  // namespace jxc

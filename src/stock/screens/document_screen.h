@@ -128,7 +128,9 @@ class DocumentScreen : public ui::Screen {
   /// Audits a waiting document; the base asks.
   virtual void auditWaiting(const QString& number);
   /// Audits those of the list.
-  virtual void auditWaitingList(const std::vector<ListedDocument>& documents) { auditAll(documents, prompt()); }
+  virtual void auditWaitingList(const std::vector<ListedDocument>& documents, const AuditProgress& progress) {
+    auditAll(documents, prompt(), progress);
+  }
   /// After a new document was shown.
   virtual void fillMore() {}
 
@@ -165,7 +167,7 @@ class DocumentScreen : public ui::Screen {
   void modifyLine();
   void deleteLine();
   bool save();
-  void printDraft();
+  virtual void printDraft();
   void printSaved(const QString& number);
   void setNumber(const QString& number);
   void reloadLines(std::int64_t current = 0);

@@ -8,6 +8,7 @@
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/preview_screen.h"
 #include "ui/application.h"
+#include "ui/progress.h"
 #include "ui/refresh_after.h"
 
 namespace jxc {
@@ -111,7 +112,8 @@ void DocumentScreen::auditList() {
   std::vector<ListedDocument> documents;
   for (const Row row : gridWaiting.rows())
     documents.push_back({row.text(rules_.family().number), row.text(rules_.family().date), row.integer("id")});
-  ui::refreshAfter([&] { auditWaitingList(documents); }, [this] { refreshWaiting(); });
+  ui::refreshAfter([&] { auditWaitingList(documents, ui::progressOnDemand(u"正在审核单据……"_qs, this)); },
+                   [this] { refreshWaiting(); });
 }
 
 void DocumentScreen::deleteWaiting() {

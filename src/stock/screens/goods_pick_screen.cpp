@@ -38,11 +38,6 @@ std::vector<ListItem> classItems() {
 
 }  // namespace goods_pick_screen_detail
 
-bool pricesInSight(const DocumentFamily& family) {
-  const bool sells = family.hasMoney() && family.side == PartnerType::Customer;
-  return sells ? session().canSeePrice : session().canSeeCost;
-}
-
 void showLineColumns(ui::Grid& grid) {
   const bool tax = strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);

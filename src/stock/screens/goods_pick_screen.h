@@ -71,8 +71,6 @@ class GoodsPickScreen : public ui::Screen {
 /// Shows tax, discount and retail price columns of a grid of lines by the parameters that switch them. What an operator
 /// has no right to see does not depend on it: that right stands in the column.
 void showLineColumns(ui::Grid& grid);
-/// Whether this operator may see the prices of such a document: what the shop pays is a matter of costs.
-bool pricesInSight(const DocumentFamily& family);
 /// Opens only cells that a rule would let change: no price where prices are fixed, of a gift only the quantity, nothing
 /// of the balancing line.
 void lockLineCells(ui::Grid& grid, const LineRules& rules);

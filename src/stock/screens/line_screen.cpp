@@ -115,7 +115,7 @@ LineResult LineScreen::edit(const Request& request) {
 }
 
 void LineScreen::showByParameters() {
-  const bool prices = pricesInSight(rules_.family());
+  const bool prices = seesAmounts(rules_.family());
   const bool tax = prices && strIsTrue(session().cs_hs);
   const bool discount = strIsTrue(session().cs_jhzk);
   const auto show = [this](std::string_view name, bool on) {
