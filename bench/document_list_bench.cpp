@@ -85,10 +85,16 @@ Criteria month(const char* key) {
           .boxes = kWaitingToo};
 }
 
+Criteria monthOfAudits() {
+  Criteria criteria = month("");
+  criteria.order = QString::fromUtf16(kByAudit);
+  return criteria;
+}
+
 template <class Set>
-void page(benchmark::State& state, const char* key, Sql (*statement)(const Criteria&, const Warehouses&), bool whole) {
+void page(benchmark::State& state, const Criteria& criteria, Sql (*statement)(const Criteria&, const Warehouses&),
+          bool whole) {
   shop();
-  const Criteria criteria = month(key);
   for (auto _ : state) {
     const Sql all = statement(criteria, Warehouses(criteria));
     const auto first = firstRows(std::string_view(all.text()), firstPage);
@@ -124,20 +130,26 @@ const bool registered = [] {
     benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond);
   };
   add("documents: first page of receipts of a month, statements",
-      [](benchmark::State& state) { page<Receipts>(state, "", Receipts::documents, false); });
+      [](benchmark::State& state) { page<Receipts>(state, month(""), Receipts::documents, false); });
   add("documents: first page of receipts of a month, by hand",
       [](benchmark::State& state) { receiptsByHand(state, false); });
   add("documents: receipts of a month, statements",
-      [](benchmark::State& state) { page<Receipts>(state, "", Receipts::documents, true); });
+      [](benchmark::State& state) { page<Receipts>(state, month(""), Receipts::documents, true); });
   add("documents: receipts of a month, by hand", [](benchmark::State& state) { receiptsByHand(state, true); });
   add("documents: first page of all kinds of a month",
-      [](benchmark::State& state) { page<All>(state, "", All::documents, false); });
-  add("documents: first page of their lines", [](benchmark::State& state) { page<All>(state, "", All::lines, false); });
+      [](benchmark::State& state) { page<All>(state, month(""), All::documents, false); });
+  add("documents: first page of their lines",
+      [](benchmark::State& state) { page<All>(state, month(""), All::lines, false); });
   add("documents: first page with a key that is in one of a hundred",
-      [](benchmark::State& state) { page<All>(state, "77", All::documents, false); });
+      [](benchmark::State& state) { page<All>(state, month("77"), All::documents, false); });
   add("documents: with a key that is in none",
-      [](benchmark::State& state) { page<All>(state, "没有", All::documents, true); });
-  add("documents: all kinds of a month", [](benchmark::State& state) { page<All>(state, "", All::documents, true); });
+      [](benchmark::State& state) { page<All>(state, month("没有"), All::documents, true); });
+  add("documents: all kinds of a month",
+      [](benchmark::State& state) { page<All>(state, month(""), All::documents, true); });
+  add("documents: first page of all kinds by the day of the audit",
+      [](benchmark::State& state) { page<All>(state, monthOfAudits(), All::documents, false); });
+  add("documents: all kinds of a month by the day of the audit",
+      [](benchmark::State& state) { page<All>(state, monthOfAudits(), All::documents, true); });
   return true;
 }();
 

@@ -1,5 +1,6 @@
 #include "filled_shop.h"
 
+#include "house_words.h"
 #include "stock/document.h"
 
 #include <QDate>
@@ -179,6 +180,53 @@ const std::vector<int>& ledgerSizes() {
 
 std::string named(const char* what, int rows, bool byHand) {
   return std::string(what) + " [" + std::to_string(rows) + " rows], " + (byHand ? "by hand" : "statements");
+}
+
+// ---- documents within the house --------------------------------------------------------------------------------
+
+QString waitingTransfer(const QString& date, int lines, int seed) {
+  Transaction transaction(accountDb());
+  const QString number = newDocumentNumber(families::transfer, date);
+  for (int line = 0; line < lines; ++line)
+    insertRow("jxc_dbsp", {{"gl_djh", number},
+                           {"g_sn", QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount))},
+                           {"db_sl", 1.0},
+                           {"db_dj", 10.0},
+                           {"db_sj", 20.0},
+                           {"db_zje", 10.0},
+                           {"a_name", u"admin"}});
+  insertRow("jxc_kcdbd", {{"gl_djh", number},
+                          {"ck_out", u"100001"},
+                          {"ck_in", u"100002"},
+                          {"db_dbrq", date},
+                          {"db_status", 0},
+                          {"u_sn", u"100001"},
+                          {"db_note", u""},
+                          {"a_name", u"admin"}});
+  transaction.commit();
+  return number;
+}
+
+QString waitingLoss(const QString& date, int lines, int seed) {
+  Transaction transaction(accountDb());
+  const QString number = newDocumentNumber(families::loss, date);
+  for (int line = 0; line < lines; ++line)
+    insertRow("jxc_bssp", {{"gl_djh", number},
+                           {"g_sn", QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount))},
+                           {"bs_sl", 1.0},
+                           {"bs_dj", 10.0},
+                           {"bs_zje", 10.0},
+                           {"bs_note", u""},
+                           {"a_name", u"admin"}});
+  insertRow("jxc_bsd", {{"gl_djh", number},
+                        {"ck_sn", u"100001"},
+                        {"bs_bsrq", date},
+                        {"bs_status", 0},
+                        {"u_sn", u"100001"},
+                        {"bs_note", u""},
+                        {"a_name", u"admin"}});
+  transaction.commit();
+  return number;
 }
 
 }  // namespace jxc::bench

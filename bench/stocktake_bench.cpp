@@ -3,6 +3,7 @@
 #include "bare_shop.h"
 #include "inventory/stocktaking.h"
 #include "stock/cancelling.h"
+#include "stock/line_import.h"
 #include "stock/stocktake.h"
 
 #include <QDate>
@@ -193,6 +194,28 @@ void auditByHand(benchmark::State& state) {
   }
 }
 
+/// A file of so many rows, five for each goods: four of them tell what stands on the count already.
+void importFile(benchmark::State& state) {
+  constexpr int rows = 100'000;
+  shop();
+  bench::YesPrompt yes;
+  RowSet sheet({"商品编号", "数量"});
+  for (int i = 0; i < rows; ++i) {
+    sheet.addText(code(i % goodsCount));
+    sheet.addText("49");
+  }
+  const DocumentFamily& family = families::stocktake;
+  for (auto _ : state) {
+    const DocumentDraft draft = fresh();
+    const LineRules& lines = stocktaking::rules().lines();
+    const auto judged = judgeLines(sheet, family.import, lines, placeOf(draft), yes);
+    state.counters["lines"] = importLines(*judged, lines, placeOf(draft), Lines::Draft, yes)->taken;
+    state.PauseTiming();
+    discardDraft(family, draft.number);
+    state.ResumeTiming();
+  }
+}
+
 const bool registered = [] {
   const auto add = [](const char* name, auto run) {
     benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond);
@@ -201,6 +224,7 @@ const bool registered = [] {
   add("stocktake: tests for later movement, none", [](benchmark::State& state) { laterMovement(state, true); });
   add("stocktake: tests for later movement, of other goods",
       [](benchmark::State& state) { laterMovement(state, false); });
+  add("stocktake: a file of 100,000 rows", importFile);
   add("stocktake: save and audit with 2,000 differences", saveAndAudit);
   add("stocktake: save and audit with 2,000 differences, by hand", auditByHand);
   return true;

@@ -3,6 +3,7 @@
 #include "bare_shop.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "inventory/stocktaking.h"
 #include "masterdata/lens_sheet.h"
 #include "purchasing/receipt.h"
 #include "sales/sale.h"
@@ -59,22 +60,33 @@ LinePlace place(const TradingRules& rules) {
   const TradingDraft draft = rules.fresh({});
   return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
 }
+LinePlace place(const RulesOver<DocumentDraft>& rules) {
+  const DocumentDraft draft = rules.fresh({});
+  return {.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
+}
 
-void dropDraft(const TradingRules& rules) {
+void dropDraft(const DocumentRules& rules) {
   execSql(compose("delete from {}", {rules.family().lines}));
 }
 
-void readSheet(benchmark::State& state) {
+template <class Rules>
+void readSheet(benchmark::State& state, const Rules& (*rules)()) {
   const Catalogue catalogue;
-  const LinePlace here = place(sale::rules());
+  const LinePlace here = place(rules());
   std::size_t cells = 0;
   for (auto _ : state)
-    cells = readLensSheet(kProduct, sale::rules().lines(), here).cells.size();
+    cells = readLensSheet(kProduct, rules().lines(), here).cells.size();
   state.counters["cells"] = static_cast<double>(cells);
 }
-BENCHMARK(readSheet)->Name("lens sheet 41x17, read for a sale")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readSheet, sale, sale::rules)
+    ->Name("lens sheet 41x17, read for a sale")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readSheet, count, stocktaking::rules)
+    ->Name("lens sheet 41x17, read for a count")
+    ->Unit(benchmark::kMillisecond);
 
-void takeSheet(benchmark::State& state, const TradingRules& (*rules)()) {
+template <class Rules>
+void takeSheet(benchmark::State& state, const Rules& (*rules)()) {
   const Catalogue catalogue;
   const LinePlace here = place(rules());
   YesPrompt prompt;
@@ -96,6 +108,27 @@ BENCHMARK_CAPTURE(takeSheet, receipt, receipt::rules)
 BENCHMARK_CAPTURE(takeSheet, sale, sale::rules)
     ->Name("lens sheet 41x17, all cells become lines of a sale")
     ->Unit(benchmark::kMillisecond);
+
+/// All cells of the sheet, each counted, onto a draft that is saved.
+void countSheet(benchmark::State& state) {
+  const Catalogue catalogue;
+  const auto& rules = stocktaking::rules();
+  YesPrompt prompt;
+  for (auto _ : state) {
+    state.PauseTiming();
+    execSql("delete from jxc_kcpd");
+    dropDraft(rules);
+    const DocumentDraft draft = rules.fresh({});
+    const LinePlace here{.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
+    std::vector<LensSheet> sheets{readLensSheet(kProduct, rules.lines(), here)};
+    for (LensSheet::Cell& cell : sheets.front().cells)
+      cell.quantity = 2;
+    state.ResumeTiming();
+    state.counters["lines"] = takeLensSheets(sheets, rules.lines(), here, Lines::Draft, prompt)->lines;
+    if (!rules.save(draft, prompt)) return state.SkipWithError("not saved");
+  }
+}
+BENCHMARK(countSheet)->Name("lens sheet 41x17, all cells counted and saved")->Unit(benchmark::kMillisecond);
 
 /// One scan with all that the screen asks for behind it: the lines anew, and the total.
 void scan(benchmark::State& state) {
