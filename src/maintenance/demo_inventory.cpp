@@ -180,7 +180,8 @@ bool Trade::countSundries() {
     const Article& each = catalogue_.articles[i];
     if (each.kind != Kind::Sundry || each.stock[0] <= 0) continue;
     constexpr int found[] = {0, 0, 0, 0, 0, -1, -2, 1};
-    const int difference = std::max(random_.oneOf(found), -each.stock[0]);
+    // One thing is missing whatever the luck: a count that finds nothing has nothing to show.
+    const int difference = lines.empty() ? -1 : std::max(random_.oneOf(found), -each.stock[0]);
     lines.push_back({.article = static_cast<int>(i), .quantity = each.stock[0] + difference});
     differences.push_back(difference);
   }
