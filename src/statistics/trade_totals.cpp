@@ -1,11 +1,13 @@
 #include "statistics/trade_totals.h"
 
 #include "core/rights.h"
+#include "stock/document_list.h"
 
 #include <algorithm>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace jxc {
 namespace trade_totals_detail {
@@ -157,7 +159,11 @@ void addMember(Filter& filter, const Membership& membership, const QString& chos
 Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
   filter.add(side == PartnerType::Supplier ? "x.gl_flag in ('cj','ct')" : "x.gl_flag in ('xs','xt')");
-  addPeriod(filter, criteria, "x.gl_kdrq");
+  const bool asDocuments = criteria.has(kAsDocuments);
+  const bool byAudit = asDocuments && criteria.order == QStringView(kByAudit);
+  // A whole number finds its document whenever it was made, as in the list.
+  if (!asDocuments || !isDocumentNumber(criteria.key.trimmed().toUpper()))
+    addPeriod(filter, criteria, byAudit ? "x.gl_chkrq" : "x.gl_kdrq");
   addChoice(filter, "x.gl_flag", criteria.kind);
   addChoice(filter, "x.g_sn", criteria.goods);
   addMember(filter, side == PartnerType::Supplier ? kOfSupplier : kOfCustomer, criteria.partner);
@@ -167,13 +173,15 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
             : criteria.has(kGroupIsSupplier) ? kOfGoodsSupplier
             : criteria.has(kGroupIsRegion)   ? kOfRegion
                                              : kOfType,
-            criteria.group);
+            asDocuments ? QString() : criteria.group);
   warehouses.restrict(filter, "x.ck_sn");
   // A gift's line has a longer name: what counts is the goods, not how the line calls it.
   Filter goods;
   addClass(goods, criteria, "gc_sn");
-  addKey(goods, criteria, {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
+  addKey(goods, asDocuments ? Criteria{.key = criteria.group} : criteria,
+         {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
   if (!goods.isEmpty()) filter.add(Sql("x.g_sn in (select g_sn from jxc_goods").where(goods).add(")"));
+  if (asDocuments) addKey(filter, criteria, {"x.gl_djh", "x.gl_djh2", "x.gl_note", "x.ghs_sn", "x.ghs_name"});
   return filter;
 }
 
@@ -224,6 +232,25 @@ Sql stockToday(const Warehouses& warehouses) {
 
 constexpr unsigned kGroups = kGroupIsRegion | kGroupIsClass | kGroupIsSupplier;
 
+/// Purchases and sales side by side, summed by a key that both have; the other columns are names.
+Sql sideBySide(std::span<const std::string_view> columns, const Sql& bought, const Sql& sold, const Sql& others) {
+  const auto names = listed(columns, [](std::string_view name) { return text("t.", name); });
+  const auto shown = [&](std::string_view name) {
+    return name == columns.front() ? text("u.", name) : text("max(u.", name, ") as ", name);
+  };
+  Sql all(
+      "select v.*,iif(v.je<>0,round(v.lr*100/v.je,2),0) as lrl,iif(v.jhsl<>0,round(v.xssl*100/v.jhsl,2),0) as wcl "
+      "from (select " +
+      listed(columns, shown) +
+      ",sum(u.jhsl) as jhsl,sum(u.jhje) as jhje,sum(u.xssl) as xssl,sum(u.xsje) as xsje,sum(u.je) as je,"
+      "sum(u.zcb) as zcb,sum(u.lr) as lr from (select " +
+      names + ",t.sl as jhsl,t.zje as jhje,0 as xssl,0 as xsje,0 as je,0 as zcb,0 as lr from (");
+  all.add(bought).add(") t union all select " + names +
+                      ",0 as jhsl,0 as jhje,t.sl as xssl,t.zje as xsje,t.je,t.zcb,t.lr from (");
+  all.add(sold).add(") t").add(others).add(text(") u group by u.", columns.front(), ") v order by v."));
+  return all.add(columns.front());
+}
+
 const Grouping& grouping(TradeBy by) {
   return *std::ranges::find(kGroupings, by, &Grouping::by);
 }
@@ -234,6 +261,28 @@ Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& war
   return Sql("select x.*,iif(x.gl_je<>0,round(x.gl_lr*100/x.gl_je,2),0) as lrl from jxc_goodslist x")
       .where(trade_totals_detail::conditions(side, criteria, warehouses))
       .add(" order by x.gl_kdrq desc,x.id desc");
+}
+
+Criteria asDocuments(Criteria criteria) {
+  criteria.kind = criteria.kind.toLower();
+  criteria.boxes = kAsDocuments;
+  return criteria;
+}
+
+Sql documentSales(const Criteria& criteria, const Warehouses& warehouses) {
+  const std::string down = criteria.descending ? " desc" : "";
+  const std::string date = criteria.order == QStringView(kByAudit) ? "x.gl_chkrq" : "x.gl_kdrq";
+  Filter filter = trade_totals_detail::conditions(PartnerType::Customer, asDocuments(criteria), warehouses);
+  if (criteria.has(kUnpaidOnly))
+    filter.add(Sql("x.gl_djh in (select z.djh from (")
+                   .add(DocumentSet<families::sale, families::saleReturn>::documents(criteria, warehouses))
+                   .add(") z)"));
+  return Sql(R"(select x.*,x.gl_djh as djh,x.gl_kdrq as rq,x.gl_djh & '-' & x.id as rowkey,
+      iif(x.gl_flag='xt','顾客退货','商品销售') as gtype,iif(x.gl_je<>0,x.gl_lr*100.00/x.gl_je,0) as lrl,
+      c.gc_name,p.kh_address,p.kh_lxr,p.kh_tele from (((jxc_goodslist x left outer join jxc_goods a on x.g_sn=a.g_sn)
+      left outer join jxc_goodsclass c on a.gc_sn=c.gc_sn) left outer join jxc_khxx p on x.ghs_sn=p.kh_sn))")
+      .where(filter)
+      .add(" order by " + date + down + ",x.gl_flag" + down + ",x.gl_djh" + down + ",x.id" + down);
 }
 
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses) {
@@ -302,6 +351,50 @@ Sql goodsRanking(const Criteria& criteria, const Warehouses& warehouses) {
       .add(") t left outer join (")
       .add(stockToday(warehouses))
       .add(") k on t.g_sn=k.g_sn" + ranked(side, criteria, "t.g_sn"));
+}
+
+Criteria salesOfSupplier(Criteria criteria) {
+  criteria.group = std::exchange(criteria.partner, {});
+  criteria.boxes = kGroupIsSupplier;
+  return criteria;
+}
+
+Sql supplierTrade(const Criteria& criteria, const Warehouses& warehouses) {
+  using namespace trade_totals_detail;
+  constexpr std::string_view kColumns[] = {"ghs_sn", "ghs_name"};
+  Sql others;
+  if (criteria.has(kEverySupplier)) {
+    Filter filter;
+    addChoice(filter, "ghs_sn", criteria.partner);
+    others = Sql(" union all select ghs_sn,ghs_name,0,0,0,0,0,0,0 from jxc_ghsxx").where(filter);
+  }
+  const Criteria sold = salesOfSupplier(criteria);
+  return sideBySide(kColumns, unordered(PartnerType::Supplier, grouping(TradeBy::Partner), criteria, warehouses),
+                    unordered(PartnerType::Customer, grouping(TradeBy::GoodsSupplier), sold, warehouses), others);
+}
+
+Sql supplierGoods(const Criteria& criteria, const Warehouses& warehouses) {
+  using namespace trade_totals_detail;
+  constexpr std::string_view kColumns[] = {"g_sn", "g_name", "gg_name", "color_name", "dw_name"};
+  const Criteria sold = salesOfSupplier(criteria);
+  return sideBySide(kColumns, unordered(PartnerType::Supplier, grouping(TradeBy::Goods), criteria, warehouses),
+                    unordered(PartnerType::Customer, grouping(TradeBy::Goods), sold, warehouses), {});
+}
+
+Sql supplierLines(const Criteria& criteria, const Warehouses& warehouses) {
+  using trade_totals_detail::conditions;
+  constexpr std::string_view kSame =
+      "select x.id,x.gl_kdrq,x.gl_djh,x.ghs_name,x.g_sn,x.g_name,x.gg_name,x.color_name,x.dw_name,x.ck_name,x.u_name,";
+  return Sql(std::string(kSame) +
+             "x.gl_sl as jhsl,x.gl_zje as jhje,0 as xssl,0 as xsje,0 as zcb,0 as lr,0 as lrl from jxc_goodslist x")
+      .where(conditions(PartnerType::Supplier, criteria, warehouses))
+      .add(" union all ")
+      .add(kSame)
+      .add(
+          "0 as jhsl,0 as jhje,x.gl_sl as xssl,x.gl_zje as xsje,x.gl_zcb as zcb,x.gl_lr as lr,"
+          "iif(x.gl_je<>0,round(x.gl_lr*100/x.gl_je,2),0) as lrl from jxc_goodslist x")
+      .where(conditions(PartnerType::Customer, salesOfSupplier(criteria), warehouses))
+      .add(" order by gl_kdrq desc,id desc");
 }
 
 Sql stockTurn(const Criteria& criteria, const Warehouses& warehouses) {

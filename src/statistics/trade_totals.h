@@ -31,13 +31,23 @@ enum class TradeBy : std::uint8_t {
 inline constexpr const char16_t* kOthers = u"其他";
 
 /// Boxes of the enquiries: the group of the criteria is a region, a class of goods without those below it, or a
-/// supplier of goods, and not a type of customers; goods that were only bought or only sold are in the stock turn too.
-inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass = 4, kGroupIsSupplier = 8;
+/// supplier of goods, and not a type of customers; goods that were only bought or only sold are in the stock turn too;
+/// so are suppliers with neither in the list of suppliers.
+inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass = 4, kGroupIsSupplier = 8,
+                          kEverySupplier = 16, kAsDocuments = 32;
 
 /// Rows of the stock ledger, the latest first, with the margin `lrl` of each in percent. Asked for by period,
 /// warehouse, class, goods, partner, employee, group, key (of the goods, as the catalogue has it) and kind: the flag of
 /// the ledger, "cj" or "ct", "xs" or "xt".
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses);
+
+/// What a list of documents is asked for, put to the ledger: the key is looked for in the document (number, remark,
+/// partner), `group` in its goods, the kind is its prefix ("XS"), and ordered by audit the period is that of the audit.
+Criteria asDocuments(Criteria criteria);
+
+/// Lines of sales for a list of documents: as above, in its order, each with its unrounded margin, the class of its
+/// goods and where the customer is to be found (`gc_name`, `kh_address`, `kh_lxr`, `kh_tele`); `djh`, `rq`, `rowkey`.
+Sql documentSales(const Criteria& criteria, const Warehouses& warehouses);
 
 /// Sums of the same lines: quantity `sl`, before tax `je`, tax `taxje`, with tax `zje`, cost `zcb`, profit `lr` (both
 /// of sales only), margin `lrl` in percent, 0 where nothing was taken in; signed as the ledger is, so that returns
@@ -52,6 +62,18 @@ void narrowToSum(TradeBy by, Criteria& criteria, const Row& row);
 /// Sums of goods as above with the present stock `kcsl` of the warehouses, ranked by the order of the criteria: "sl",
 /// "je" or "lr", the largest first; by quantity where the operator has no right to see the other.
 Sql goodsRanking(const Criteria& criteria, const Warehouses& warehouses);
+
+/// What was bought from each supplier and how his goods sold: bought by the supplier of the document, `jhsl`, `jhje`
+/// (with tax); sold by the one that the goods name, `xssl`, `xsje` (with tax), `je`, `zcb`, `lr`, `lrl`; `wcl`: sold in
+/// percent of bought, 0 where nothing was bought. The partner of the criteria is the supplier; with `kEverySupplier`
+/// also those without either.
+Sql supplierTrade(const Criteria& criteria, const Warehouses& warehouses);
+/// The same figures of each goods, for a supplier's row …
+Sql supplierGoods(const Criteria& criteria, const Warehouses& warehouses);
+/// … and its lines of the ledger, the latest first: `jhsl`, `jhje` of what was bought, `xssl` … of what was sold.
+Sql supplierLines(const Criteria& criteria, const Warehouses& warehouses);
+/// The criteria of those, for the sales that they tell of.
+Criteria salesOfSupplier(Criteria criteria);
 
 /// How fast goods turn over: bought `cgsl` and sold `xssl` in the period, present stock `kcsl`, and `zzbl`: sold in
 /// percent of bought and stock. Goods that are in use and were bought and sold in the period; ordered by one of these

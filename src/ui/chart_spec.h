@@ -13,6 +13,7 @@ struct ChartSpec {
   std::string_view label;         // the column whose text stands below a value
   std::string_view measure = {};  // the one that is shown first; without it the first that the list sums
   ChartKind kind = ChartKind::Bars;
+  bool first = false;  // comes up in place of its list, until the list is asked for
 };
 
 }  // namespace jxc::ui

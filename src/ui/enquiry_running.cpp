@@ -50,6 +50,16 @@ Criteria EnquiryScreen::criteria() const {
   return criteriaOf(tabInSight());
 }
 
+std::pair<Criteria, QString> EnquiryScreen::criteriaOfRow() const {
+  std::pair<Criteria, QString> result{criteria(), {}};
+  const Leads& leads = viewInSight().spec->leads;
+  const auto row = shown().current();
+  if (!row || !leads.narrow) return result;
+  leads.narrow(result.first, *row);
+  if (!leads.says.empty()) result.second = row->text(leads.says);
+  return result;
+}
+
 Criteria EnquiryScreen::criteriaOf(const Tab& tab) const {
   Criteria result;
   for (const auto& [criterion, input] : tab.inputs) {
@@ -160,7 +170,9 @@ void EnquiryScreen::show(Tab& tab, View& view) {
   tab.way->setVisible(!way.isEmpty());
   command(enquiry_.leave).setText(way.isEmpty() ? QStringLiteral("退出(Esc)") : QStringLiteral("返回(Esc)"));
   showCommands();
-  if (!filling_ && &tab == &tabInSight() && (!view.asked || *view.asked != criteriaOf(tab))) load(view);
+  if (filling_ || &tab != &tabInSight()) return;
+  if (!view.asked || *view.asked != criteriaOf(tab)) load(view);
+  if (view.spec->chart.first && !view.chart) showChart(view, true);
 }
 
 void EnquiryScreen::showView(std::string_view name) {
@@ -203,10 +215,7 @@ bool EnquiryScreen::goBack() {
   View& before = *tab.path.back().from;
   tab.path.pop_back();
   show(tab, before);
-  if (before.chart && before.chart->isVisible())
-    before.chart->focusValues();
-  else
-    before.list->focusRows();
+  focusValues(before);
   return true;
 }
 
@@ -245,8 +254,14 @@ void EnquiryScreen::showChart(View& view, bool on) {
   }
   view.list->setVisible(!on);
   view.chart->setVisible(on);
-  on ? view.chart->focusValues() : view.list->focusRows();
   showCommands();
+}
+
+void EnquiryScreen::focusValues(View& view) {
+  if (view.list->isHidden())
+    view.chart->focusValues();
+  else
+    view.list->focusRows();
 }
 
 void EnquiryScreen::showCommands() {

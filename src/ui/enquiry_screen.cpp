@@ -194,7 +194,10 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
     row += std::string(name) + ' ';
     on(command(name), std::move(action));
   };
-  bindOwn("btn_Chart", [this] { showChart(viewInSight(), !viewInSight().list->isHidden()); });
+  bindOwn("btn_Chart", [this] {
+    showChart(viewInSight(), !viewInSight().list->isHidden());
+    focusValues(viewInSight());
+  });
   bindOwn("btn_Prin", [this] { print(); });
   bindOwn("btn_Export", [this] { exportList(); });
   around.buttons(row + "| " + std::string(spec.leave));
@@ -448,6 +451,9 @@ void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
     case FirstPeriod::Today:
       tab.proposed = {monthToToday().to, monthToToday().to};
       break;
+    case FirstPeriod::YearToToday:
+      tab.proposed = {monthToToday().to.left(5) + QStringLiteral("01-01"), monthToToday().to};
+      break;
     case FirstPeriod::AllTime:
       tab.proposed = allTime();
       break;
@@ -476,6 +482,7 @@ void EnquiryScreen::activate() {
   }
   opened_ = true;
   filling_ = false;
+  if (viewInSight().spec->chart.first && !viewInSight().chart) showChart(viewInSight(), true);
   if (side_)
     side_->loadQuestion(enquiry_.side->source.ask({}));  // its current row loads the rest
   else

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace jxc::ui {
@@ -53,6 +54,8 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   const EnquirySpec& enquiry() const { return enquiry_; }
   /// What the tab in sight asks for now, with what followed rows stand for.
   Criteria criteria() const;
+  /// The same, narrowed to what the current row stands for where it leads to other rows; its words, empty without.
+  std::pair<Criteria, QString> criteriaOfRow() const;
   /// The list in sight.
   Grid& shown() const;
   /// Reads the list in sight anew.
@@ -100,6 +103,7 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void showBelow(View& view);
   void openDocument(const QString& number);
   void showChart(View& view, bool on);
+  void focusValues(View& view);
   void readRights();
   void showCommands();
   void run(const EnquiryCommand& command);

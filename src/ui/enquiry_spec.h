@@ -136,7 +136,7 @@ struct EnquirySide {
   Narrow narrow;
 };
 
-enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, AllTime };
+enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, YearToToday, AllTime };
 
 /// An enquiry. Commands that every one has are there without being described: btn_Prin (打印), btn_Export (导出),
 /// btn_Chart (图表) where a view has one, and the way out.

@@ -124,6 +124,42 @@ TEST_F(EnquiryTest, TheChartStandsForItsList) {
   });
 }
 
+TEST_F(EnquiryTest, ListsBelowTakeTurnsAndWhatIsAskedForIsDrawnOverTime) {
+  execSql("update jxc_goods set ghs_sn='100001' where g_sn='F1'");
+  open("F_Spxstj", [&](ui::Screen& s) {
+    auto& enquiry = dynamic_cast<ui::EnquiryScreen&>(s);
+    enquiry.showView("gridGhs");
+    auto& suppliers = s.grid("gridGhs");
+    suppliers.waitLoaded();
+    ASSERT_EQ(suppliers.rowCount(), 2) << "the one of F1, and 其他 for F2";
+    auto &goods = s.grid("gridSub1"), &lines = s.grid("gridSub2");
+    EXPECT_TRUE(goods.isVisible() && !lines.isVisible());
+    EXPECT_EQ(goods.currentText("g_sn"), "F1");
+    check(s, "rSub2", true);
+    EXPECT_TRUE(lines.isVisible() && !goods.isVisible());
+    lines.waitLoaded();
+    EXPECT_EQ(lines.sum("xssl"), 3);
+    suppliers.selectRow(1);
+    lines.waitLoaded();
+    EXPECT_EQ(lines.sum("xssl"), 1);
+    lines.focusRows();
+    press(s, "Return");
+    EXPECT_EQ(previews_, 1) << "the document";
+
+    // All that is asked for since the year began, and the goods of one supplier alone.
+    for (const auto& [key, sold] : {std::pair("F6", 11), std::pair("F7", 10)}) {
+      suppliers.selectRow(0);
+      expectScreen("F_Spxstj_Fx", [&, sold = sold](ui::Screen& over) {
+        over.grid("gridYf").waitLoaded();
+        EXPECT_FALSE(over.grid("gridYf").isVisible()) << "its chart is";
+        EXPECT_EQ(over.grid("gridYf").rowCount(), 2);
+        EXPECT_EQ(over.grid("gridYf").sum("sl"), sold);
+      });
+      press(s, key);
+    }
+  });
+}
+
 Sql forgetful(const Criteria&, const Warehouses&) {
   return Sql("select * from jxc_goodslist");
 }

@@ -1,6 +1,7 @@
 // What was bought and sold, summed: figures of a small month worked out by hand, and groupings that agree.
 #include "statistics/trade_totals.h"
 
+#include "stock/document_list.h"
 #include "stock/shop.h"
 
 #include <random>
@@ -141,6 +142,74 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) 
       }
     }
   }
+}
+
+// Bought by the supplier of the document, sold by the one that the goods name.
+TEST_F(TradeTotals, SuppliersShowWhatWasBoughtFromThemBesideWhatTheirGoodsBrought) {
+  execSql("update jxc_goods set ghs_sn='S1' where g_sn='A'");
+  const auto figures = [](Sql (*source)(const Criteria&, const Warehouses&), const char* key,
+                          const Criteria& criteria) {
+    QStringList all;
+    for (const Row row : answer(source, criteria))
+      all << QStringList{row.text(key),    row.text("jhsl"), row.text("jhje"), row.text("xssl"),
+                         row.text("xsje"), row.text("zcb"),  row.text("lr"),   row.text("lrl")}
+                 .join(u' ');
+    return all;
+  };
+  EXPECT_EQ(figures(supplierTrade, "ghs_name", {}),
+            QStringList({"普通供货商 0 0 0 -5 0 -5 100", "S1 13 158.2 2 60 21.33 38.67 64.45", "S2 1 7.91 0 0 0 0 0",
+                         "其他 0 0 4 0 2 -2 0"}));
+  insertRow("jxc_ghsxx", {{"ghs_sn", u"S3"}, {"ghs_name", u"S3"}});
+  EXPECT_EQ(answer(supplierTrade, {.boxes = kEverySupplier}).rowCount(), 5);
+  EXPECT_NEAR(answer(supplierTrade, {.partner = u"S1"_qs}).front().number("wcl"), 15.38, 1e-9);
+  EXPECT_EQ(answer(supplierTrade, {.partner = u"其他"_qs}).front().number("wcl"), 0);
+  EXPECT_EQ(figures(supplierGoods, "g_sn", {.partner = u"S1"_qs}), QStringList({"A 13 158.2 2 60 21.33 38.67 64.45"}));
+  EXPECT_EQ(figures(supplierLines, "gl_kdrq", {.partner = u"其他"_qs}), QStringList({"2021-05-10 0 0 4 0 2 -2 0"}));
+}
+
+TEST_F(TradeTotals, LinesBesideAListOfDocumentsGoByItsCriteriaAndKeepTheWholeMargin) {
+  execSql("update jxc_goodslist set gl_djh='XS0000000001',gl_chkrq='2021-06-09' where gl_kdrq='2021-05-10'");
+  const auto margins = [](const Criteria& criteria) {
+    QStringList all;
+    for (const Row row : answer(documentSales, criteria))
+      all << row.text("g_sn") + u' ' + QString::number(row.number("lrl"), 'f', 3);
+    return all.join(u", "_qs);
+  };
+  EXPECT_EQ(margins({.descending = true}), "A 64.433, 00000000 100.000, B 0.000, A 64.444");
+  EXPECT_EQ(margins({.kind = u"XT"_qs}), "A 64.433");
+  EXPECT_EQ(margins({.key = u"k2"_qs}), "00000000 100.000");
+  EXPECT_EQ(margins({.group = u"镜架b"_qs}), "B 0.000");
+  EXPECT_EQ(margins({.from = u"2021-06-01"_qs, .to = u"2021-06-30"_qs, .order = u"chkrq"_qs}), "B 0.000");
+  EXPECT_EQ(margins({.from = u"2030-01-01"_qs, .to = u"2030-01-01"_qs, .key = u"xs0000000001"_qs}), "B 0.000");
+  EXPECT_EQ(margins({.boxes = kUnpaidOnly}), "");  // no document of these lines is unpaid
+}
+
+// What an operator may type, meet or be: an empty answer, never an error.
+TEST_F(TradeTotals, WhatCannotBeFoundGivesNoRows) {
+  using enum PartnerType;
+  std::vector<Source> sources{tradeLinesOf<Customer>, goodsRanking,  stockTurn,    supplierTrade,
+                              supplierGoods,          supplierLines, documentSales};
+  sources.insert(sources.end(),
+                 {tradeTotalsOf<Customer, TradeBy::Goods>, tradeTotalsOf<Supplier, TradeBy::GoodsClass>,
+                  tradeTotalsOf<Customer, TradeBy::PartnerClass>, tradeTotalsOf<Customer, TradeBy::Region>,
+                  tradeTotalsOf<Customer, TradeBy::Employee>, tradeTotalsOf<Supplier, TradeBy::Day>,
+                  tradeTotalsOf<Customer, TradeBy::PartnerGoodsMonth>});
+  const Criteria asked[] = {{.from = u"2021-06-30"_qs, .to = u"2021-05-01"_qs},
+                            {.from = u"2021-06"_qs, .to = u"2021-05"_qs},
+                            {.from = u"1999-01-01"_qs, .to = u"1999-12-31"_qs},
+                            {.key = u"%_'*["_qs},
+                            {.warehouse = u"gone"_qs}};
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    for (const Criteria& criteria : asked)
+      EXPECT_TRUE(answer(sources[i], criteria).isEmpty()) << i << ' ' << &criteria - asked;
+    EXPECT_FALSE(answer(sources[i], {}).isEmpty()) << i;
+  }
+  row("xs", "2021-05-01", "A", "K1", {1, 1e12, 0.01, 0, 0});
+  EXPECT_EQ(answer(tradeTotalsOf<Customer, TradeBy::Goods>, {.goods = u"A"_qs}).front().number("zje"), 1e12 + 60.01);
+  execSql("update jxc_xtcs set cs_cgyh=1");
+  becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));  // of no warehouse
+  for (std::size_t i = 0; i < sources.size(); ++i)
+    EXPECT_TRUE(answer(sources[i], {}).isEmpty()) << i;
 }
 
 TEST_F(TradeTotals, ARankingByProfitIsForWhoSeesCost) {

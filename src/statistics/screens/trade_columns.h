@@ -29,7 +29,7 @@ constexpr auto figures() {
   constexpr std::array both{
       ColumnSpec{joined<Prefix, "sl">, "数量", ColumnKind::Quantity, 8, {.sum = true}},
       ColumnSpec{joined<Prefix, "je">, "金额", ColumnKind::Total, 0, {.sum = true}, money},
-      ColumnSpec{joined<Prefix, "taxje">, "税额", ColumnKind::Total, 0, {.sum = true}, money},
+      ColumnSpec{joined<Prefix, "taxje">, "税额", ColumnKind::Total, 0, {.sum = true, .hidden = true}, money},
       ColumnSpec{joined<Prefix, "zje">, "总金额", ColumnKind::Total, 0, {.sum = true}, money},
   };
   if constexpr (!isSales<Side>) {
@@ -49,12 +49,56 @@ constexpr auto figures() {
 template <PartnerType Side>
 inline constexpr auto lines = ui::joinedTables(
     std::array{ColumnSpec{"gl_kdrq", "日期", ColumnKind::Date}, ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 15},
-               ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 18}},
+               ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 14}},
     goodsNames,
     std::array{ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney<Side>}},
     figures<Side, "gl_">(),
-    std::array{ColumnSpec{"ck_name", "仓库"}, ColumnSpec{"u_name", "经办人"},
-               ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 16}});
+    std::array{ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7},
+               ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
+               ColumnSpec{.field = "gl_bz", .caption = "备注", .width = 16, .use = {.hidden = true}}});
+
+/// What is summed, by columns that say what a sum is of.
+template <PartnerType Side, const auto& Names>
+inline constexpr auto sums = ui::joinedTables(Names, figures<Side, "">());
+template <TradeBy By>
+inline constexpr std::array timeColumn{ColumnSpec{"tjrq",
+                                                  By == TradeBy::Day     ? "日期"
+                                                  : By == TradeBy::Month ? "月份"
+                                                                         : "年度",
+                                                  ColumnKind::Text, 10}};
+inline constexpr std::array classColumns{ColumnSpec{"gc_sn", "类别编号"},
+                                         ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 24}};
+template <PartnerType Side>
+inline constexpr std::array partnerColumns{ColumnSpec{"ghs_sn", joined<PartnerText<Side>::noun, "编号">},
+                                           ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 24}};
+template <PartnerType Side>
+inline constexpr auto goodsSums =
+    ui::joinedTables(goodsNames, figures<Side, "">(), goodsDetails,
+                     std::array{ColumnSpec{.field = "gc_name", .caption = "商品类别", .use = {.hidden = true}}});
+
+template <PartnerType Side>
+inline constexpr std::string_view nothingTraded = isSales<Side> ? "该时间段内没有销售" : "该时间段内没有采购";
+
+/// The lines behind the sums of a tab.
+template <PartnerType Side>
+constexpr ui::EnquiryView lineView(std::string_view grid, std::string_view mode, std::string_view caption = "明细表") {
+  return {.grid = {grid, caption, lines<Side>, nothingTraded<Side>},
+          .source = tradeLinesOf<Side>,
+          .mode = {mode, caption},
+          .leads = {.document = "gl_djh"}};
+}
+/// Sums by a grouping; `key` names a row, `label` says what it is of, also below its bar, and Enter leads to the view
+/// `to`.
+template <PartnerType Side, TradeBy By>
+constexpr ui::EnquiryView sumView(std::string_view grid, std::string_view mode, std::string_view caption,
+                                  std::span<const ColumnSpec> columns, std::string_view key, std::string_view label,
+                                  std::string_view to) {
+  return {.grid = {grid, caption, columns, nothingTraded<Side>, key},
+          .source = tradeTotalsOf<Side, By>,
+          .mode = {mode, caption},
+          .chart = {.label = label, .measure = "zje"},
+          .leads = {to, narrowTo<By>, label}};
+}
 
 /// Documents that take goods in, and those that give them back.
 template <PartnerType Side>
@@ -86,5 +130,17 @@ inline constexpr std::array inputs{
     ui::Criterion{Asks::Warehouse, joined<"comCk", Number>, "仓库："},
     ui::Criterion{Asks::Kind, joined<"comLx", Number>, "类型：", kinds<Side>},
 };
+
+/// A tab whose inputs end in its number.
+template <FixedText Number>
+constexpr ui::EnquiryTab tab(std::string_view caption, std::span<const ui::Criterion> criteria,
+                             std::span<const ui::EnquiryView> views) {
+  return {.name = joined<"cxTab", Number>,
+          .caption = caption,
+          .criteria = criteria,
+          .views = views,
+          .search = joined<"btnSearch", Number>,
+          .period = joined<"btnDate", Number>};
+}
 
 }  // namespace jxc::trade_columns

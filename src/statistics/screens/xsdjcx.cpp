@@ -12,29 +12,45 @@ constexpr PartnerType kSide = PartnerType::Customer;
 using Sales = List<"F_Xsdjcx", "销售退货查询", SeveralKinds | OfCustomers | WithMoney,
                    DocumentSet<families::sale, families::saleReturn>, "xsthmxb">;
 
-/// The same criteria for the sums: the ledger knows the kinds by its own flags.
-template <TradeBy By>
-Sql sums(const Criteria& criteria, const Warehouses& warehouses) {
-  Criteria ofLedger = criteria;
-  ofLedger.kind = criteria.kind.toLower();
-  ofLedger.boxes = 0;
-  return tradeTotals(kSide, By, ofLedger, warehouses);
+template <Sql (*Of)(const Criteria&, const Warehouses&)>
+Sql ofLedger(const Criteria& criteria, const Warehouses& warehouses) {
+  return Of(asDocuments(criteria), warehouses);
+}
+void toDay(Criteria& criteria, const Row& day) {
+  narrowTo<TradeBy::Day>(criteria, day);
+  criteria.order.clear();  // the day of the document, also where the list goes by the audit
 }
 
-constexpr auto kGoods = ui::joinedTables(goodsNames, trade_columns::figures<kSide, "">(), goodsDetails);
-constexpr auto kDays =
-    ui::joinedTables(std::array{ColumnSpec{"tjrq", "日期", ColumnKind::Text, 10}}, trade_columns::figures<kSide, "">());
+constexpr auto kSold = ui::joinedTables(
+    Sales::Shown::whose, goodsNames,
+    std::array{ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 12},
+               ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = kSeesPrice}},
+    trade_columns::figures<kSide, "gl_">(),
+    std::array{ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7}, ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14},
+               ColumnSpec{.field = "kh_lxr", .caption = "联系人", .use = {.hidden = true}},
+               ColumnSpec{.field = "kh_tele", .caption = "联系电话", .use = {.hidden = true}},
+               ColumnSpec{.field = "kh_address", .caption = "地址", .use = {.hidden = true}}});
+constexpr auto kLines = ui::joinedTables(
+    std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}}, kSold);
+constexpr auto kGoods =
+    ui::joinedTables(trade_columns::goodsSums<kSide>, std::array{ColumnSpec{"kcsl", "当前库存", ColumnKind::Quantity}});
+constexpr auto kDays = trade_columns::sums<kSide, trade_columns::timeColumn<TradeBy::Day>>;
 constexpr ui::EnquiryView kViews[] = {Sales::kViews[0],
-                                      Sales::kViews[1],
+                                      {.grid = {"gridMx", "明细表", kLines, "没有符合条件的商品", "rowkey"},
+                                       .source = documentSales,
+                                       .mode = {"rMxb", "明细表"},
+                                       .leads = {.document = "djh"},
+                                       .paper = Sales::kViews[1].paper},
                                       {.grid = {"gridHz", "汇总表", kGoods, "没有符合条件的商品", "g_sn"},
-                                       .source = sums<TradeBy::Goods>,
+                                       .source = ofLedger<goodsRanking>,
                                        .mode = {"rHzb", "商品汇总"},
-                                       .chart = {.label = "g_name", .measure = "zje"}},
+                                       .chart = {.label = "g_name", .measure = "zje"},
+                                       .leads = {"gridMx", narrowTo<TradeBy::Goods>, "g_name"}},
                                       {.grid = {"gridRq", "按日合计", kDays, "这段时间没有销售", "tjrq"},
-                                       .source = sums<TradeBy::Day>,
+                                       .source = ofLedger<tradeTotalsOf<kSide, TradeBy::Day>>,
                                        .mode = {"rRq", "按日合计"},
                                        .chart = {.label = "tjrq", .measure = "zje"},
-                                       .leads = {"gridDj", narrowTo<TradeBy::Day>, "tjrq"}}};
+                                       .leads = {"gridDj", toDay, "tjrq"}}};
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = Sales::kCriteria, .views = kViews}};
 constexpr ui::EnquirySpec kEnquiry = Sales::with(kTabs, tradeCommands<kSide, Sales>);
 

@@ -67,8 +67,6 @@ DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_
 }
 
 void DocumentListScreen::complete(Criteria& criteria) const {
-  const std::string_view list = shown().spec().name;
-  if (list != "gridDj" && list != "gridMx") return;  // sums of the ledger know nothing of it
   criteria.employee = more_.employee;
   criteria.group = more_.group;
   criteria.boxes |= more_.boxes;
