@@ -73,14 +73,27 @@ bool Warehouses::areAll() const {
   return chosen_.isEmpty() && operator_.isEmpty();
 }
 
-RowSet EnquiryReader::select(const Sql& sql) {
+template <class Read>
+RowSet EnquiryReader::stoppable(Read read) {
   progress(percent_);
   try {
-    return database_.select(sql.text(), sql.values());
+    return read();
   } catch (const DbError&) {
     progress(percent_);  // an interrupted select fails: that it was stopped says more
     throw;
   }
+}
+
+RowSet EnquiryReader::select(const Sql& sql) {
+  return stoppable([&] { return database_.select(sql.text(), sql.values()); });
+}
+
+RowSet EnquiryReader::sums(const Sql& lines, const SumColumns& columns) {
+  return stoppable([&] { return groupedSums(database_, lines.text(), lines.values(), columns); });
+}
+
+void EnquiryReader::holdMoment() {
+  moment_ = std::make_shared<Transaction>(database_);
 }
 
 void EnquiryReader::progress(int percent) {

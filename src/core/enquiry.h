@@ -2,19 +2,22 @@
 #pragma once
 
 #include "core/sql.h"
-#include "engine/database.h"
+#include "engine/grouped_sums.h"
 
 #include <QString>
 
 #include <exception>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 
 namespace jxc {
+
+class Transaction;
 
 /// What the operator asks for. An empty text is no restriction. A row that was followed to what stands behind it adds
 /// what it stands for: the goods, the day, the partner …
@@ -87,13 +90,21 @@ class EnquiryReader {
       : database_(database), goOn_(std::move(goOn)) {}
   /// Rows of a select; throws EnquiryStopped when it was stopped meanwhile.
   RowSet select(const Sql& sql);
+  /// Rows of a select summed (engine/grouped_sums.h); throws as well.
+  RowSet sums(const Sql& lines, const SumColumns& columns);
+  /// From now on all that is read is of one moment, whatever others post meanwhile. For a connection that only reads:
+  /// it takes no lock then.
+  void holdMoment();
   /// To be called every some thousand rows; throws EnquiryStopped when it was stopped.
   void progress(int percent);
 
  private:
   Database& database_;
+  template <class Read>
+  RowSet stoppable(Read read);
   std::function<bool(int)> goOn_;
   int percent_ = 0;
+  std::shared_ptr<Transaction> moment_;
 };
 
 /// Work that gives rows, in whatever thread: what it needs of session and parameters is in it already.

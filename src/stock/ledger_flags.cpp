@@ -6,39 +6,40 @@
 namespace jxc {
 namespace ledger_flags_detail {
 
-using enum MovementGroup;
+using Group = MovementGroup;
 using enum MovesAverage;
+using enum ShownAmount;
 using enum LedgerWriter;
 
 // `kb` moves the average with both of its rows, deliberately unlike `cf` and `db`: a bundle is new goods made of old
 // ones, and what went into it leaves at the price that was agreed for it.
 constexpr LedgerFlag table[] = {
-    // flag, caption, caption of a negative row, group, moves the average, written by
-    {"qc", u"期初数", u"", In, Always},
-    {"cj", u"采购入库单", u"", In, Always},
-    {"ct", u"采购退货单", u"", In, Always},
-    {"db", u"库存调拨入库", u"库存调拨出库", In, Inflow},
-    {"cf", u"拆分入库", u"被拆分出库", In, Inflow},
-    {"kb", u"捆绑入库", u"被捆绑出库", In, Always},
-    {"pd", u"库存盘点单", u"", In, Always},
-    {"bs", u"商品报损", u"", In, No},
-    {"by", u"商品报溢", u"", In, No},
-    {"hh", u"客户还货", u"", In, No},
-    {"xs", u"商品销售单", u"顾客退货单", Out, No},
-    {"xt", u"顾客退货单", u"", Out, No},
-    {"jh", u"客户借货", u"", Out, No},
-    {"dh", u"积分换赠品", u"", Out, No},
-    {"sc", u"生产入库单", u"", In, Always, Exchange},
-    {"st", u"次品返工单", u"", In, Always, Exchange},
-    {"jg", u"加工入库", u"", In, Always, Exchange},
-    {"ws", u"外发加工收货", u"", In, Always, Exchange},
-    {"bh", u"", u"", In, Inflow, Exchange},
-    {"pl", u"配料出库", u"", In, No, Exchange},
-    {"wp", u"外发配料消耗", u"", In, No, Exchange},
-    {"wt", u"外发配料调整", u"", In, No, Exchange},
-    {"bf", u"", u"", In, No, Exchange},
-    {"ly", u"部门领用单", u"", Out, No, Exchange},
-    {"lt", u"部门退回单", u"", Out, No, Exchange},
+    // flag, caption, caption of a negative row, group, moves the average, counts as, amount, written by
+    {"qc", u"期初数", u"", Group::In, Always, Counts::InSigned},
+    {"cj", u"采购入库单", u"", Group::In, Always, Counts::In, BeforeTax},
+    {"ct", u"采购退货单", u"", Group::In, Always, Counts::Out, BeforeTax},
+    {"db", u"库存调拨入库", u"库存调拨出库", Group::In, Inflow, Counts::In},
+    {"cf", u"拆分入库", u"被拆分出库", Group::In, Inflow, Counts::In},
+    {"kb", u"捆绑入库", u"被捆绑出库", Group::In, Always, Counts::In},
+    {"pd", u"库存盘点单", u"", Group::In, Always, Counts::InSigned},
+    {"bs", u"商品报损", u"", Group::In, No, Counts::Out},
+    {"by", u"商品报溢", u"", Group::In, No, Counts::In},
+    {"hh", u"客户还货", u"", Group::In, No, Counts::In},
+    {"xs", u"商品销售单", u"顾客退货单", Group::Out, No, Counts::Out, OfSale},
+    {"xt", u"顾客退货单", u"", Group::Out, No, Counts::In, OfSale},
+    {"jh", u"客户借货", u"", Group::Out, No, Counts::Out},
+    {"dh", u"积分换赠品", u"", Group::Out, No, Counts::Out, BeforeTax},
+    {"sc", u"生产入库单", u"", Group::In, Always, Counts::In, WithTax, Exchange},
+    {"st", u"次品返工单", u"", Group::In, Always, Counts::Out, WithTax, Exchange},
+    {"jg", u"加工入库", u"", Group::In, Always, Counts::In, WithTax, Exchange},
+    {"ws", u"外发加工收货", u"", Group::In, Always, Counts::In, WithTax, Exchange},
+    {"bh", u"", u"", Group::In, Inflow, Counts::Nowhere, WithTax, Exchange},
+    {"pl", u"配料出库", u"", Group::In, No, Counts::Out, WithTax, Exchange},
+    {"wp", u"外发配料消耗", u"", Group::In, No, Counts::Out, WithTax, Exchange},
+    {"wt", u"外发配料调整", u"", Group::In, No, Counts::Out, WithTax, Exchange},
+    {"bf", u"", u"", Group::In, No, Counts::Out, WithTax, Exchange},
+    {"ly", u"部门领用单", u"", Group::Out, No, Counts::Out, WithTax, Exchange},
+    {"lt", u"部门退回单", u"", Group::Out, No, Counts::In, WithTax, Exchange},
 };
 
 constexpr std::size_t letters = 2;
@@ -67,13 +68,6 @@ const std::string& rowsBehindAverage() {
     return any + ")";
   }();
   return condition;
-}
-
-QString ledgerCaption(QStringView flag, double quantity) {
-  const LedgerFlag* entry = findLedgerFlag(flag);
-  if (!entry) return {};
-  const bool reverse = quantity < 0 && !entry->reverseCaption.empty();
-  return QStringView(reverse ? entry->reverseCaption : entry->caption).toString();
 }
 
 }  // namespace jxc

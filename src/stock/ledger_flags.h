@@ -18,12 +18,22 @@ enum class MovesAverage : char { No, Always, Inflow /* only when gl_sl > 0 */ };
 /// Account sets may hold rows that no writer of this program makes: they came by data exchange.
 enum class LedgerWriter : char { Here, Exchange };
 
+/// What statistics of stock count a row with a positive quantity as; where a negative one has a caption of its own, it
+/// is the other side.
+enum class Counts : char { Nowhere, In, InSigned /* what is less lowers it */, Out };
+
+/// The amount of a row that statistics show: of goods that were traded the one before tax, and of sales and customers'
+/// returns, on demand, their cost.
+enum class ShownAmount : char { WithTax, BeforeTax, OfSale };
+
 struct LedgerFlag {
   std::string_view flag;               // ASCII, as `gl_flag` stores it
   std::u16string_view caption;         // what statistics print for the row
   std::u16string_view reverseCaption;  // the same for a negative quantity; empty when it makes no difference
   MovementGroup group;
   MovesAverage moves;
+  Counts counts;
+  ShownAmount amount = ShownAmount::WithTax;
   LedgerWriter writer = LedgerWriter::Here;
 
   /// Whether a row of `gl_sl` pieces moves the average.
@@ -32,6 +42,16 @@ struct LedgerFlag {
   }
   /// A replay that starts at such a row sets the warehouse's cost price at its end, whatever its sign.
   bool setsCost() const { return moves != MovesAverage::No; }
+  /// The caption of a row.
+  QStringView captionOf(double quantity) const {
+    return quantity < 0 && !reverseCaption.empty() ? reverseCaption : caption;
+  }
+  /// What a row counts as. Of kinds that have another side, a row without quantity is on neither.
+  Counts countsAs(double quantity) const {
+    if (reverseCaption.empty() || quantity > 0) return counts;
+    if (quantity == 0) return Counts::Nowhere;
+    return counts == Counts::Out ? Counts::In : Counts::Out;
+  }
 };
 
 /// Of a row of `jxc_goodslist`. Null for an unknown flag: such a row moves nothing.
@@ -39,7 +59,5 @@ const LedgerFlag* findLedgerFlag(std::string_view flag);
 const LedgerFlag* findLedgerFlag(QStringView flag);
 /// Condition "(gl_flag='bs' or …)": rows that never move the average, so that their own cost goes after it.
 const std::string& rowsBehindAverage();
-/// Caption of a row with this flag and quantity; empty for an unknown flag.
-QString ledgerCaption(QStringView flag, double quantity);
 
 }  // namespace jxc

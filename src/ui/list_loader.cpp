@@ -64,6 +64,7 @@ struct ListLoader::Job {
       reader();  // throws once nobody waits any more
       return true;
     });
+    if (!statement) asking.holdMoment();
     return whole(answer(query, asking));
   }
 

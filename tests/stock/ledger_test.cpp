@@ -1,7 +1,6 @@
 // The replay of the stock ledger with figures worked out by hand, cost lookups, month rows, shortage.
 #include "stock/ledger.h"
 
-#include "stock/ledger_flags.h"
 #include "stock/ledger_rows.h"
 #include "stock/shop.h"
 
@@ -203,14 +202,6 @@ TEST_F(LedgerTest, ShortageAddsUpLinesOfOneGoodsAndKnowsOnlyItsWarehouse) {
   EXPECT_EQ(checkStockShort("CT1", "100009", u"CT"), std::nullopt);
   setParameter("cs_kc", 0);
   EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
-}
-
-TEST(LedgerFlagsTest, CaptionsFollowTheSignWhereItMatters) {
-  EXPECT_EQ(ledgerCaption(u"db", -1), "库存调拨出库");
-  EXPECT_EQ(ledgerCaption(u"db", 1), "库存调拨入库");
-  EXPECT_EQ(ledgerCaption(u"xs", -1), "顾客退货单");
-  EXPECT_EQ(ledgerCaption(u"cj", -1), "采购入库单");
-  EXPECT_EQ(ledgerCaption(u"zz", 1), "");
 }
 
 }  // namespace ledger_test

@@ -2,6 +2,8 @@
 
 #include "engine/sheet_export.h"
 #include "engine/sqlite/functions.h"
+#include "engine/sqlite/native_cell.h"
+#include "engine/sqlite/sums_by_key.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 
@@ -19,37 +21,6 @@ constexpr std::size_t statementLimit = 4000;
 
 bool returnsRows(const jet::Plan& plan) {
   return plan.kind == jet::Plan::Kind::Select;
-}
-
-/// One cell of the row that a statement stands on. Fetched once: asking the statement for its kind and again for its
-/// content costs a list a seventh of its time.
-class NativeCell {
- public:
-  NativeCell(sqlite3_stmt* statement, int column) : value_(sqlite3_column_value(statement, column)) {}
-  int kind() const { return sqlite3_value_type(value_); }
-  std::int64_t integer() const { return sqlite3_value_int64(value_); }
-  double real() const { return sqlite3_value_double(value_); }
-  std::string_view utf8() const {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value_));
-    return {text != nullptr ? text : "", static_cast<std::size_t>(sqlite3_value_bytes(value_))};
-  }
-
- private:
-  sqlite3_value* value_;
-};
-
-void addCell(RowSet& rows, sqlite3_stmt* statement, int column) {
-  const NativeCell cell(statement, column);
-  switch (cell.kind()) {
-    case SQLITE_NULL:
-      return rows.addNull();
-    case SQLITE_INTEGER:
-      return rows.addInteger(cell.integer());
-    case SQLITE_FLOAT:
-      return rows.addReal(cell.real());
-    default:
-      return rows.addText(cell.utf8());
-  }
 }
 
 Value cellValue(sqlite3_stmt* statement, int column) {
@@ -271,7 +242,7 @@ RowSet SqliteDatabase::readRows(Statement& statement, const Step& step, std::spa
   RowSet rows(std::move(names));
   for (; code == SQLITE_ROW; code = this->step(native, text))
     for (int i = 0; i < columns; ++i)
-      sqlite_database_detail::addCell(rows, native, i);
+      addCell(rows, native, i);
   return rows;
 }
 
@@ -288,6 +259,19 @@ Value SqliteDatabase::lookup(const SqlText& sql, std::span<const Value> values) 
     binder_.bind(only.native.get(), only.plan->parameters, values);
     return step(only.native.get(), sql.view()) == SQLITE_ROW ? sqlite_database_detail::cellValue(only.native.get(), 0)
                                                              : Value();
+  });
+}
+
+RowSet SqliteDatabase::groupedSums(const SqlText& lines, std::span<const Value> values, int keys) {
+  return readFresh(lines, values, [&](Statement& statement) {
+    const Step& only = statement.steps.front();
+    sqlite3_stmt* native = only.native.get();
+    const Running running(native);
+    binder_.bind(native, only.plan->parameters, values);
+    SumsByKey sums(native, keys);
+    while (step(native, lines.view()) == SQLITE_ROW)
+      sums.addRow();
+    return sums.rows(statement.names);
   });
 }
 

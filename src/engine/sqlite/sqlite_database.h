@@ -52,6 +52,9 @@ class SqliteDatabase final : public Database, public Bulk {
   void analyze() override;
   void expectPauses() override {}
 
+  /// Rows of a select summed by their first `keys` columns (engine/grouped_sums.h).
+  RowSet groupedSums(const SqlText& lines, std::span<const Value> values, int keys);
+
   sqlite3* native() const { return connection_.get(); }
   const FileRole& role() const { return role_; }
 
