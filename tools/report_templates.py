@@ -634,6 +634,23 @@ def stock_lists():
         replace(price("预设售价", "g_sj"), content="[iif(seesPrice,g_sj,null)]"),
         replace(money("售价总值", "xszje", 24), content="[iif(seesPrice,xszje,null)]")),
         rows=((("仓库：[ckName]", 2), ("日期：[date1]  制表人：[aName]", 1)),), fields=stock)
+    heading_of_period = ((("仓库：[ckName]", 1), ("日期：[date1] 至 [date2]", 1), ("制表人：[aName]", 1)),)
+    sums_of_goods = {"gl_kc": ("上期结存", "10"), "gl_kczje": ("上期金额", "80"), "rksl": ("本期入库", "8"), "rkzje": ("入库金额", "105"),
+                     "cksl": ("本期出库", "5"), "ckzje": ("出库金额", "100"), "glkc": ("期末存量", "13"), "glkczje": ("期末金额", "127.4")}
+    yield list_report("jxctjhz", "进销存汇总表", (
+        words("商品编号", "g_sn", 22), words("商品名称", "g_name", 50, True), words("规格型号", "gg_name", 22), words("颜色", "color_name", 12),
+        words("单位", "dw_name", 9, align="center"), quantity("上期结存", "gl_kc"), guarded(money("上期金额", "gl_kczje")),
+        quantity("本期入库", "rksl"), guarded(money("入库金额", "rkzje")), quantity("本期出库", "cksl"), guarded(money("出库金额", "ckzje")),
+        quantity("期末存量", "glkc"), guarded(money("期末金额", "glkczje"))), rows=heading_of_period, fields=sums_of_goods)
+    lines = {"gl_kdrq": ("日期", "2021-05-03"), "dnote": ("类型", "采购入库单"), "gl_djh": ("单据号", "CJ21050310001"),
+             "rkdj": ("入库单价", "11"), "rksl": ("入库数量", "5"), "rkje": ("入库金额", "55"), "ckdj": ("出库单价", "0"),
+             "cksl": ("出库数量", "0"), "ckje": ("出库金额", "0"), "ck_name": ("仓库", "总店仓库")}
+    yield list_report("jxctjmx", "进销存明细表", (
+        words("日期", "gl_kdrq", 20), words("类型", "dnote", 24), words("单据号", "gl_djh", 29), words("商品编号", "g_sn", 20),
+        words("商品名称", "g_name", 44, True), words("规格型号", "gg_name", 18), guarded(price("入库单价", "rkdj", hide_zero=True)),
+        quantity("入库数量", "rksl", hide_zero=True), guarded(money("入库金额", "rkje", hide_zero=True)),
+        guarded(price("出库单价", "ckdj", hide_zero=True)), quantity("出库数量", "cksl", hide_zero=True),
+        guarded(money("出库金额", "ckje", hide_zero=True)), words("仓库", "ck_name", 20)), rows=heading_of_period, fields=lines)
 
 
 VARIABLES["seesCost"] = ("看得到成本", "1")

@@ -51,6 +51,8 @@ constexpr KnownTemplate kTemplates[] = {
     {u"kbd", u"商品捆绑单", u"库存"},
     {u"kbd2", u"商品捆绑单(不含成本)", u"库存"},
     {u"kccx", u"当前库存表", u"库存"},
+    {u"jxctjhz", u"进销存汇总表", u"库存"},
+    {u"jxctjmx", u"进销存明细表", u"库存"},
     {u"goodsprice", u"商品价签", u"库存"},
 
     {u"ysyfysk", u"应收款单", u"往来账款"},

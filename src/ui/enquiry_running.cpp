@@ -20,6 +20,11 @@ QString chosen(const Field& input) {
   return key == QStringView(allKey) ? QString() : key;
 }
 
+/// Whether a list asks for it, of this operator.
+bool isAsked(const Criterion& criterion, const EnquiryView& view) {
+  return enquiry_screen_detail::holds(criterion.views, view.grid.name) && hasRight(criterion.right);
+}
+
 /// Whether an input narrows the answer, for the words that say what to change.
 bool restricts(const Criterion& criterion, const Field& input) {
   if (enquiry_screen_detail::isPeriod(criterion.asks)) return false;  // said by itself
@@ -31,6 +36,7 @@ bool restricts(const Criterion& criterion, const Field& input) {
 
 }  // namespace enquiry_running_detail
 
+using enquiry_running_detail::isAsked;
 using enquiry_screen_detail::holds;
 
 EnquiryScreen::Tab& EnquiryScreen::tabInSight() const {
@@ -63,7 +69,7 @@ std::pair<Criteria, QString> EnquiryScreen::criteriaOfRow() const {
 Criteria EnquiryScreen::criteriaOf(const Tab& tab) const {
   Criteria result;
   for (const auto& [criterion, input] : tab.inputs) {
-    if (!holds(criterion->views, tab.shown->spec->grid.name)) continue;
+    if (!isAsked(*criterion, *tab.shown->spec)) continue;
     switch (criterion->asks) {
       case Asks::From:
         result.from = input->text();
@@ -159,7 +165,7 @@ void EnquiryScreen::show(Tab& tab, View& view) {
     if (each->mode) each->mode->setChecked(each.get() == &view);
   }
   for (const auto& [criterion, input] : tab.inputs)
-    input->setVisible(holds(criterion->views, view.spec->grid.name));
+    input->setVisible(isAsked(*criterion, *view.spec));
   QStringList way;
   for (const Step& step : tab.path) {
     const Leads& leads = step.from->spec->leads;

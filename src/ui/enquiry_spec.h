@@ -50,6 +50,7 @@ struct Criterion {
   bool on = false;              // of a box, at first
   bool months = false;          // of From and To: whole months
   std::string_view views = {};  // names of the lists that ask for it; empty: all of the tab
+  Right right = {};             // without it it is not asked for
 };
 
 /// Puts into the criteria what a row stands for.
