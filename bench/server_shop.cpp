@@ -120,9 +120,19 @@ double replay(Pipeline& server, const Rows& opening, const Rows& lines) {
   return p;
 }
 
+std::string serverWith(int rows) {
+  using namespace server_shop_detail;
+  fillServer(rows);
+  return addressBehind(serverPort());
+}
+
+bool hasServer() {
+  return !server_shop_detail::serverAddress().empty();
+}
+
 bool registerOnServer(const ServerAudit& audit) {
   using namespace server_shop_detail;
-  if (serverAddress().empty()) return false;
+  if (!hasServer()) return false;
   const int rows = ledgerSizes().back();
   for (const int delay : {0, 2})
     for (const bool byHand : {false, true}) {

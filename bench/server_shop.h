@@ -138,6 +138,11 @@ struct ServerAudit {
       byHand;
 };
 
+/// Its address for libpq and the program, with the shop of so many ledger rows on it; made once.
+std::string serverWith(int rows);
+/// Whether there is one.
+bool hasServer();
+
 /// Measures it on the server itself and 2 ms away. Nothing without a server.
 bool registerOnServer(const ServerAudit& audit);
 
