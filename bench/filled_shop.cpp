@@ -229,4 +229,37 @@ QString waitingLoss(const QString& date, int lines, int seed) {
   return number;
 }
 
+// ---- work ---------------------------------------------------------------------------------------------------------
+
+namespace filled_shop_detail {
+
+double pagesSoFar(int which) {
+  int now = 0, most = 0;
+  sqlite3_db_status(sqlite::asSqlite(accountDb()).native(), which, &now, &most, 0);
+  return now;
+}
+
+double stepsSoFar() {
+  double steps = 0;
+  sqlite3* const db = sqlite::asSqlite(accountDb()).native();
+  for (sqlite3_stmt* each = sqlite3_next_stmt(db, nullptr); each; each = sqlite3_next_stmt(db, each))
+    steps += sqlite3_stmt_status(each, SQLITE_STMTSTATUS_VM_STEP, 0);
+  return steps;
+}
+
+}  // namespace filled_shop_detail
+
+WorkSoFar::WorkSoFar()
+    : steps_(filled_shop_detail::stepsSoFar()),
+      missed_(filled_shop_detail::pagesSoFar(SQLITE_DBSTATUS_CACHE_MISS)),
+      written_(filled_shop_detail::pagesSoFar(SQLITE_DBSTATUS_CACHE_WRITE)) {}
+
+void WorkSoFar::tellEach(benchmark::State& state) const {
+  const auto each = static_cast<double>(state.iterations());
+  const WorkSoFar now;
+  state.counters["steps"] = (now.steps_ - steps_) / each;
+  state.counters["missed"] = (now.missed_ - missed_) / each;
+  state.counters["written"] = (now.written_ - written_) / each;
+}
+
 }  // namespace jxc::bench

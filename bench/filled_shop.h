@@ -3,6 +3,7 @@
 
 #include "bare_shop.h"
 
+#include <benchmark/benchmark.h>
 #include <string>
 #include <vector>
 
@@ -24,5 +25,17 @@ const std::vector<int>& ledgerSizes();
 
 /// "receipt of 50 lines [10000 rows], by hand": the name under which bench/run finds pairs and sizes.
 std::string named(const char* what, int rows, bool byHand);
+
+/// What may grow with the ledger behind, whatever else the computer does meanwhile: steps of SQLite's machine over all
+/// prepared statements, pages that were not in the cache, pages written.
+class WorkSoFar {
+ public:
+  WorkSoFar();
+  /// As counters: what was done since, for each iteration.
+  void tellEach(benchmark::State& state) const;
+
+ private:
+  double steps_, missed_, written_;
+};
 
 }  // namespace jxc::bench

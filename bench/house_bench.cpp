@@ -129,8 +129,10 @@ void audits(benchmark::State& state, const Case& each, int ledgerRows, Way way) 
   };
   for (int i = 0; i < warmUps; ++i)
     audit();
+  const bench::WorkSoFar before;
   for (auto _ : state)
     audit();
+  before.tellEach(state);
 }
 
 constexpr Case cases[] = {

@@ -29,7 +29,7 @@ inline constexpr HouseWords transferWords = {
     .heads = "select count(*) from jxc_kcdbd where gl_djh=?",
     .shortage =
         "select a.g_sn from (select g_sn,sum(db_sl) as sl from jxc_dbsp where gl_djh=? group by g_sn) a,jxc_kcsp "
-        "b where a.g_sn=b.g_sn and a.sl>b.kc_sl and b.ck_sn='100001' order by a.g_sn limit 1",
+        "b where a.g_sn=b.g_sn and a.sl>b.kc_zsl and b.ck_sn='100001' order by a.g_sn limit 1",
     .audited = "update jxc_kcdbd set db_status=1,db_checker='admin',db_chkrq=? where gl_djh=?",
     .strays = "delete from jxc_kcdbd where db_status=0 and gl_djh=?",
     .ledger = {JXC_LEDGER("db", "", "b.db_dj", "b.db_sl", "b.db_dj*b.db_sl", "ck_in", "调拨入库", "db_note",

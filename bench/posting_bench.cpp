@@ -140,21 +140,6 @@ void BareAudit::run(const std::string& number, const std::string& today) {
 
 enum Way : int { ByStatements, ByHand };
 
-double pagesSoFar(int which) {
-  int now = 0, most = 0;
-  sqlite3_db_status(sqlite::asSqlite(accountDb()).native(), which, &now, &most, 0);
-  return now;
-}
-
-/// Steps of SQLite's machine over all prepared statements: the work itself, whatever else the computer does meanwhile.
-double stepsSoFar() {
-  double steps = 0;
-  sqlite3* const db = sqlite::asSqlite(accountDb()).native();
-  for (sqlite3_stmt* each = sqlite3_next_stmt(db, nullptr); each; each = sqlite3_next_stmt(db, each))
-    steps += sqlite3_stmt_status(each, SQLITE_STMTSTATUS_VM_STEP, 0);
-  return steps;
-}
-
 /// Each iteration audits another waiting document of `lines` lines, dated so many days back.
 void audits(benchmark::State& state, bool sale, int ledgerRows, int lines, int daysBack, Way way) {
   Shop& shop = shopWith(ledgerRows);
@@ -183,15 +168,10 @@ void audits(benchmark::State& state, bool sale, int ledgerRows, int lines, int d
   };
   for (int i = 0; i < warmUps; ++i)
     audit();
-  // What may grow with the ledger behind: the work, pages that were not in the cache, pages written.
-  const double steps = stepsSoFar();
-  const double missed = pagesSoFar(SQLITE_DBSTATUS_CACHE_MISS), written = pagesSoFar(SQLITE_DBSTATUS_CACHE_WRITE);
+  const bench::WorkSoFar before;
   for (auto _ : state)
     audit();
-  const auto each = static_cast<double>(state.iterations());
-  state.counters["steps"] = (stepsSoFar() - steps) / each;
-  state.counters["missed"] = (pagesSoFar(SQLITE_DBSTATUS_CACHE_MISS) - missed) / each;
-  state.counters["written"] = (pagesSoFar(SQLITE_DBSTATUS_CACHE_WRITE) - written) / each;
+  before.tellEach(state);
 }
 
 struct Case {
