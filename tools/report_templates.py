@@ -599,7 +599,9 @@ def money_lists():
     documents = {"djh": ("单据号", "XS21050310001"), "rq": ("日期", "2021-05-03"), "fktype": ("类型", "商品销售付款"), "zflx": ("类型", "进货支付"),
                  "yfje": ("应收", "1000"), "sfje": ("已收", "400"), "yhje": ("优惠", "0"), "hkje": ("回款", "0"), "wfje": ("未收", "600"),
                  "kh_name": ("客户", "视康眼科"), "ghs_name": ("供货商", "明视光学"), "u_name": ("经办人", "王芳"), "dnote": ("备注", "")}
-    balance = (((f"期末余额：{shown('sLjjeAll')}", 1), ("客户确认（签字盖章）：", 1)),)
+    # Whoever must not see amounts gets no balance, which is not the same as none.
+    ending = "[iif(sLjjeAll='','',format(val(sLjjeAll),'#,##0.00'))]"
+    balance = (((f"期末余额：{ending}", 1), ("客户确认（签字盖章）：", 1)),)
     for name, partner, kind, due, paid in (("khdzd", "kh_name", "fktype", "应收", "已收"), ("ghsdzd", "ghs_name", "zflx", "应付", "已付")):
         yield list_report(name, "[bTitle]", (
             words("日期", "field.rq", 22), words("单据号", "field.djh", 31), words("客户" if name == "khdzd" else "供货商", partner, 34, True),

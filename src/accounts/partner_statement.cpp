@@ -174,11 +174,12 @@ Sql openByAge(const PartnerSide& side, const Criteria& criteria, const Warehouse
   }
   Filter searched;
   addKey(searched, criteria, {compose("b.{}", {side.sn}), compose("b.{}", {side.jm}), compose("b.{}", {side.name})});
-  return Sql(compose("select m.*,iif(b.{} is null,m.ghs_sn,b.{}) as ghs_name,b.{} as lxr,b.{} as tele,b.{} as ye from ",
-                     {side.name, side.name, side.contact, side.phone, side.balance}))
+  return Sql(compose("select m.*,iif(b.{} is null,m.ghs_sn,b.{}) as ghs_name,b.{} as lxr,b.{} as tele,b.{} as "
+                     "ye,b.{}-m.wfje as qt from ",
+                     {side.name, side.name, side.contact, side.phone, side.balance, side.balance}))
       .add(R"((select x.ghs_sn,sum(iif(x.rq>=?,x.wf,0)) as w30,sum(iif(x.rq>=? and x.rq<?,x.wf,0)) as w60,
       sum(iif(x.rq>=? and x.rq<?,x.wf,0)) as w90,sum(iif(x.rq<?,x.wf,0)) as wmore,sum(x.wf) as wfje,count(*) as num,
-      min(x.rq) as rq from ()",
+      left(min(x.rq),10) as rq from ()",
            d30, d60, d30, d90, d60, d90)
       .add(open)
       .add(compose(") x group by x.ghs_sn) m left outer join {} b on m.ghs_sn=b.{}", {side.table, side.sn}))
@@ -204,7 +205,7 @@ Sql dormantCustomers(const Criteria& criteria, const Warehouses& warehouses) {
   addChoice(customers, "a.kh_sn", criteria.partner);
   addKey(customers, criteria, {"a.kh_sn", "a.kh_jm", "a.kh_name", "a.kh_tele"});
   const auto sum = [](const std::string& name) { return "iif(b." + name + " is null,0,b." + name + ") as " + name; };
-  return Sql("select a.kh_sn,a.kh_name,a.kt_name,a.z_name,a.kh_lxr,a.kh_tele,b.rq,"
+  return Sql("select a.kh_sn,a.kh_name,a.kt_name,a.z_name,a.kh_lxr,a.kh_tele,left(b.rq,10) as rq,"
              "iif(b.rq is null,null,datediff('d',left(b.rq,10),?)) as days," +
                  sum("sl") + "," + sum("je") + "," + sum("zje") + "," + sum("lr") + " from jxc_khxx a " +
                  (alsoNever ? "left outer" : "inner") + " join (",

@@ -40,7 +40,7 @@ Sql chargeTotals(const PartnerSide& side, const Criteria& criteria, const Wareho
 
 /// What audited documents leave open today, by partner and age in days: `w30` up to 30, `w60` up to 60, `w90` up to 90,
 /// `wmore`, and `wfje` all together; returns that were not paid out lower it. `num` documents, `rq` the oldest one,
-/// `ye` the partner's present balance: it differs by what is owed or paid without a document.
+/// `ye` the partner's present balance, and `qt` what lies between: owed or paid without a document.
 Sql openByAge(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses);
 /// The documents behind it, the oldest first.
 Sql openDocuments(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses);

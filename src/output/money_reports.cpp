@@ -1,12 +1,17 @@
 #include "output/money_reports.h"
 
 #include "accounts/partner_ledger.h"
+#include "accounts/partner_statement.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "core/text.h"
 #include "masterdata/partner_side.h"
 #include "output/print_vars.h"
 #include "output/templates.h"
 #include "stock/document_family.h"
+
+#include <QDir>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -181,6 +186,31 @@ report::Report listReport(QStringView name, RowSet rows, const QString& from, co
   report.setText(u"aName", session().a_name);
   report.setRows(std::move(rows));
   return report;
+}
+
+report::Report statementReport(const PartnerSide& side, const Criteria& criteria) {
+  const Sql documents = partner_books::statementDocuments(side, criteria, Warehouses(criteria));
+  report::Report report =
+      listReport(side.isCustomer() ? u"khdzd" : u"ghsdzd", openSelect(documents), criteria.from, criteria.to);
+  for (const auto& [name, text] : partner_books::statementWords(side, criteria))
+    report.setText(name, text);
+  return report;
+}
+
+int writeStatements(const PartnerSide& side, const RowSet& partners, const Criteria& criteria, const QString& folder,
+                    const std::function<bool(int)>& progress) {
+  static const QRegularExpression kForbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
+  int written = 0;
+  for (const Row partner : partners) {
+    if (progress && !progress(100 * written / partners.rowCount())) break;
+    Criteria one = criteria;
+    one.partner = partner.text("sn");
+    QString file = words(side.noun) + u"对账单-"_qs + one.partner + u'-' + partner.text("name") + u'-' + criteria.from +
+                   u'至' + criteria.to + u".pdf"_qs;
+    statementReport(side, one).prepare().writePdf(QDir(folder).filePath(file.replace(kForbidden, u"-"_qs)));
+    ++written;
+  }
+  return written;
 }
 
 report::Report priceLabelReport(std::span<const std::int64_t> goodsIds) {

@@ -3,12 +3,14 @@
 
 #include "accounts/cash_lines.h"
 #include "accounts/partner_documents.h"
+#include "core/enquiry.h"
 #include "platform/report/report.h"
 
 #include <QString>
 #include <QStringView>
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace jxc {
@@ -31,6 +33,14 @@ report::Report cashSlipReport(const cash::LineDraft& draft);
 
 /// A list as it stands on the screen, with the period that it was asked for: `date1`, `date2`.
 report::Report listReport(QStringView name, RowSet rows, const QString& from = {}, const QString& to = {});
+
+/// What one partner did in a period, and what he owes at its end (`khdzd`, `ghsdzd`).
+report::Report statementReport(const PartnerSide& side, const Criteria& criteria);
+/// One of them for each of these partners (`sn`, `name`), a PDF file each, named by the partner and the period;
+/// `progress` gets percent and may stop it by returning false. How many were written; a file that was there before is
+/// replaced. Throws std::runtime_error, with a message for the operator, when one cannot be written.
+int writeStatements(const PartnerSide& side, const RowSet& partners, const Criteria& criteria, const QString& folder,
+                    const std::function<bool(int)>& progress);
 
 /// Price labels (`goodsprice`) of these goods in their order: all fields of the goods, and the company's short name as
 /// `company`.

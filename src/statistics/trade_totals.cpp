@@ -60,7 +60,8 @@ constexpr Named kPartnerClassNames[] = {
     kClassNames[1],
     {"iif(p.p_sn is null,'其他',p.p_sn) & '/' & iif(c.gc_sn is null,'其他',c.gc_sn)", "rowkey"}};
 constexpr Named kTypeNames[] = {{"iif(p.p_type is null or p.p_type='','其他',p.p_type)", "kt_name", true}};
-constexpr Named kRegionNames[] = {{"iif(p.p_region is null or p.p_region='','其他',p.p_region)", "z_name", true}};
+constexpr Named kRegionNames[] = {
+    {"iif(p.p_sn is null,'其他',iif(p.p_region is null or p.p_region='','无地区',p.p_region))", "z_name", true}};
 constexpr Named kEmployeeNames[] = {{"iif(e.e_sn is null,'其他',e.e_sn)", "u_sn", true},
                                     {"iif(e.e_name is null,'其他',e.e_name)", "u_name"}};
 constexpr Named kDayNames[] = {{"left(b.tjrq,10)", "tjrq", true}}, kMonthNames[] = {{"left(b.tjrq,7)", "tjrq", true}},
@@ -135,8 +136,8 @@ struct Membership {
 };
 constexpr Membership kOfType{"x.ghs_sn", "select kh_sn from jxc_khxx where kt_name<>'' and kt_name<>'其他'",
                              "select kh_sn from jxc_khxx where kt_name=?"},
-    kOfRegion{"x.ghs_sn", "select kh_sn from jxc_khxx where z_name<>'' and z_name<>'其他'",
-              "select kh_sn from jxc_khxx where z_name=?"},
+    kOfRegion{"x.ghs_sn", "select kh_sn from jxc_khxx where z_name is null or z_name<>'其他'",
+              "select kh_sn from jxc_khxx where iif(z_name is null or z_name='','无地区',z_name)=?"},
     kOfClass{"x.g_sn", "select g_sn from jxc_goods where gc_sn in (select gc_sn from jxc_goodsclass where gc_sn<>'')",
              "select g_sn from jxc_goods where gc_sn=?"},
     kOfGoodsSupplier{"x.g_sn", "select g_sn from jxc_goods where ghs_sn in (select ghs_sn from jxc_ghsxx)",
@@ -187,10 +188,11 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
 
 /// The totals without their order: from "select t.* … from (" to ") t".
 Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criteria, const Warehouses& warehouses) {
+  const bool tellsLast = side == PartnerType::Supplier && grouping.by == TradeBy::Goods;
   const Sql sums =
       Sql(text("select ", listed(grouping.keys, [](const Key& key) { return text(key.of, " as ", key.as); }), ",",
                listed(kFigures, [](const Key& figure) { return text("sum(", figure.of, ") as ", figure.as); }),
-               " from jxc_goodslist x"))
+               tellsLast ? ",max(x.gl_kdrq) as rq" : "", " from jxc_goodslist x"))
           .where(conditions(side, criteria, warehouses))
           .add(" group by " + listed(grouping.keys, [](const Key& key) { return std::string(key.of); }));
   const std::string again =
@@ -204,7 +206,7 @@ Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criter
   std::string names = listed(grouping.named, name);
   if ((grouping.tables & GoodsNames) == GoodsNames) names += (names.empty() ? "" : ",") + listed(kGoodsNames, name);
   return Sql("select t.*,iif(t.je<>0,round(t.lr*100/t.je,2),0) as lrl from (select " + names + "," +
-             listed(kFigures, figure) + " from ")
+             listed(kFigures, figure) + (tellsLast ? ",b.rq from " : " from "))
       .add(namedSums(grouping, side, sums))
       .add(again.empty() ? ") t" : " group by " + again + ") t");
 }
@@ -260,7 +262,7 @@ const Grouping& grouping(TradeBy by) {
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
   return Sql("select x.*,iif(x.gl_je<>0,round(x.gl_lr*100/x.gl_je,2),0) as lrl from jxc_goodslist x")
       .where(trade_totals_detail::conditions(side, criteria, warehouses))
-      .add(" order by x.gl_kdrq desc,x.id desc");
+      .add(criteria.order == u"asc" ? " order by x.gl_kdrq,x.id" : " order by x.gl_kdrq desc,x.id desc");
 }
 
 Criteria asDocuments(Criteria criteria) {

@@ -26,8 +26,9 @@ enum class TradeBy : std::uint8_t {
   PartnerGoodsMonth  // … in a month
 };
 
-/// The row of those that are gone from their list (partners, classes, employees) or that have none (no type, region,
-/// supplier), by its key and by its name. As partner, employee or group of the criteria it asks for just these lines.
+/// The row of those that are gone from their list (partners, classes, employees) or that have none (no type, supplier),
+/// by its key and by its name; customers without a region are a row "无地区" of their own. As partner, employee or
+/// group of the criteria it asks for just these lines.
 inline constexpr const char16_t* kOthers = u"其他";
 
 /// Boxes of the enquiries: the group of the criteria is a region, a class of goods without those below it, or a
@@ -36,9 +37,9 @@ inline constexpr const char16_t* kOthers = u"其他";
 inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass = 4, kGroupIsSupplier = 8,
                           kEverySupplier = 16, kAsDocuments = 32;
 
-/// Rows of the stock ledger, the latest first, with the margin `lrl` of each in percent. Asked for by period,
-/// warehouse, class, goods, partner, employee, group, key (of the goods, as the catalogue has it) and kind: the flag of
-/// the ledger, "cj" or "ct", "xs" or "xt".
+/// Rows of the stock ledger, the latest first (in the order "asc" the oldest), with the margin `lrl` of each in
+/// percent. Asked for by period, warehouse, class, goods, partner, employee, group, key (of the goods, as the catalogue
+/// has it) and kind: the flag of the ledger, "cj" or "ct", "xs" or "xt".
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses);
 
 /// What a list of documents is asked for, put to the ledger: the key is looked for in the document (number, remark,
@@ -53,7 +54,7 @@ Sql documentSales(const Criteria& criteria, const Warehouses& warehouses);
 /// of sales only), margin `lrl` in percent, 0 where nothing was taken in; signed as the ledger is, so that returns
 /// lower them. What a row belongs to: `g_sn` and the goods' other names with their class `gc_name`; `gc_sn`, `gc_name`;
 /// `ghs_sn`, `ghs_name`; `kt_name`; `z_name`; `u_sn`, `u_name`; `tjrq` (day, month or year); `rowkey` names a row of
-/// several keys.
+/// several keys. Goods that were bought tell the last time, `rq`.
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
 
 /// Puts into the criteria what a row of the sums stands for: the lines that they ask for then add up to it.

@@ -71,8 +71,9 @@ std::string openAmount(const DocumentFamily& f) {
 
 /// Documents with such goods on them, or, of lines, those lines.
 void addGoods(Filter& filter, const DocumentFamily& f, const Criteria& criteria, bool ofLines) {
-  if (criteria.group.isEmpty()) return;
+  if (criteria.group.isEmpty() && criteria.goodsClass.isEmpty()) return;
   Filter wanted;
+  addClass(wanted, criteria, "g.gc_sn");
   addKey(wanted, {.key = criteria.group}, {"g.g_sn", "g.g_name", "g.g_jm", "g.g_sptm"});
   if (ofLines) return void(filter.add(wanted.conditions()));
   Sql any = Sql(compose("(exists (select x.id from {} x,jxc_goods g where x.g_sn=g.g_sn and x.{}=a.{}",

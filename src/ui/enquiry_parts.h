@@ -16,6 +16,7 @@ struct EnquiryScreen::Below {
   const RowsBelow* spec = nullptr;
   Grid* list = nullptr;
   Field* mode = nullptr;          // its switch; null where it is alone
+  QLabel* text = nullptr;         // whose rows they are
   std::optional<Criteria> asked;  // what the rows that are there answer
 };
 

@@ -232,8 +232,10 @@ void EnquiryScreen::showBelow(View& view) {
   for (std::size_t i = 0; i < view.below.size(); ++i) {
     view.below[i].list->setVisible(i == view.belowShown);
     if (view.below[i].mode) view.below[i].mode->setChecked(i == view.belowShown);
+    if (view.below[i].text) view.below[i].text->setVisible(i == view.belowShown);
   }
   Below& below = view.below[view.belowShown];
+  if (below.text) below.text->setText(row ? below.spec->says(*row) : QString());
   if (!row || (below.spec->has && !below.spec->has(*row))) {
     below.asked.reset();
     return below.list->clearRows();
@@ -344,7 +346,7 @@ void EnquiryScreen::print() {
   view.list->waitLoaded();
   if (view.chart && view.chart->isVisible()) return view.chart->print();
   if (view.spec->paper.empty() || !enquiryServices().printList) return printGrid(*view.list);
-  enquiryServices().printList(view.spec->paper, *view.list, criteriaOf(*view.tab), *this);
+  enquiryServices().printList(*view.spec, *view.list, criteriaOf(*view.tab), *this);
 }
 
 void EnquiryScreen::exportList() {

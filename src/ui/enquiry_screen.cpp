@@ -43,7 +43,7 @@ FieldSpec fieldOf(const Criterion& criterion) {
     field.kind = FieldKind::Text;
     field.width = kLongestKey;
   } else if (criterion.asks == Asks::Amount) {
-    field.kind = FieldKind::Quantity;
+    field.kind = criterion.whole ? FieldKind::Integer : FieldKind::Quantity;
   } else if (criterion.pick) {
     field.kind = FieldKind::Picker;
     field.flags = MayBeEmpty;
@@ -60,6 +60,10 @@ Parts::Parts(const EnquirySpec& spec) {
   };
   bool hasChart = false;
   if (spec.side) gridSpecs.push_back(spec.side->grid);
+  if (spec.side && !spec.side->find.empty()) {
+    constexpr int kLongestKey = 50;
+    fieldSpecs.push_back({.name = spec.side->find, .label = "查找：", .width = kLongestKey});
+  }
   for (const EnquiryTab& tab : spec.tabs) {
     for (const Criterion& each : tab.criteria) {
       fieldSpecs.push_back(fieldOf(each));
@@ -214,8 +218,27 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
 EnquiryScreen::~EnquiryScreen() = default;
 
 void EnquiryScreen::buildSide(Panel area) {
-  side_ = &grid(enquiry_.side->grid.name);
-  area.grid(enquiry_.side->grid.name);
+  const EnquirySide& spec = *enquiry_.side;
+  side_ = &grid(spec.grid.name);
+  if (!spec.find.empty()) {
+    area.row(std::string(spec.find));
+    Field& typed = field(spec.find);
+    side_->setRowFilter([&spec, &typed](const RowSet& rows, bool) {
+      const QString key = sanitizeKeyword(typed.trimmed());
+      std::vector<int> found;
+      for (const Row row : rows) {
+        const auto holdsKey = [&](std::string_view column) {
+          return row.text(column).contains(key, Qt::CaseInsensitive);
+        };
+        if (key.isEmpty() || (!row.text(spec.grid.idField).isEmpty() && std::ranges::any_of(spec.findIn, holdsKey)))
+          found.push_back(row.index());
+      }
+      return found;
+    });
+    typed.onChanged([this] { side_->refilter(); });
+    side_->followKeysOf(typed.widget());
+  }
+  area.grid(spec.grid.name);
   side_->onCurrentChanged([this] {
     // The first rows come ahead of the rest: the current one is still the same.
     if (side_->currentKey() == sideKey_ && viewInSight().asked) return;
@@ -344,7 +367,7 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
 void EnquiryScreen::buildBelow(Panel area, View& view) {
   std::string switches;
   for (const RowsBelow* spec = view.spec->below; spec; spec = spec->next) {
-    Below below{.spec = spec, .list = &grid(spec->grid.name), .mode = nullptr, .asked = {}};
+    Below below{.spec = spec, .list = &grid(spec->grid.name), .mode = nullptr, .text = nullptr, .asked = {}};
     if (!spec->mode.name.empty()) {
       below.mode = &field(spec->mode.name);
       switches += std::string(spec->mode.name) + ' ';
@@ -353,7 +376,12 @@ void EnquiryScreen::buildBelow(Panel area, View& view) {
   }
   if (!switches.empty()) area.row(switches + '|');
   for (std::size_t i = 0; i < view.below.size(); ++i) {
-    const Below& below = view.below[i];
+    Below& below = view.below[i];
+    if (below.spec->says) {
+      below.text = new QLabel;
+      below.text->setObjectName(QStringLiteral("way_") + qs(below.spec->grid.name));
+      area.widget(below.text);
+    }
     area.grid(below.spec->grid.name, 2);
     if (!below.spec->document.empty())
       below.list->onActivated([this, &below] { openDocument(below.list->currentText(below.spec->document)); });
@@ -430,6 +458,7 @@ void EnquiryScreen::fillInputs(Tab& tab, bool first) {
       input->setChecked(criterion->on);
     } else if (first && !enquiry_screen_detail::isPeriod(criterion->asks)) {
       input->clear();
+      if (criterion->asks == Asks::Amount && criterion->amount != 0) input->setNumber(criterion->amount);
     }
   }
   firstPeriod(tab, first);

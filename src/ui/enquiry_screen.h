@@ -127,7 +127,7 @@ struct EnquiryServices {
   void (*openDocument)(const QString& number, Screen& screen) = nullptr;
   void (*preview)(const QString& doing, const QString& number, const std::function<bool(Prompt&)>& rule) = nullptr;
   /// The list on its own template; what stands in a withheld column is null there.
-  void (*printList)(std::string_view paper, const Grid& list, const Criteria& criteria,
+  void (*printList)(const EnquiryView& view, const Grid& list, const Criteria& criteria,
                     EnquiryScreen& screen) = nullptr;
 };
 EnquiryServices& enquiryServices();

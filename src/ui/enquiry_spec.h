@@ -13,6 +13,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace jxc::ui {
@@ -51,6 +52,8 @@ struct Criterion {
   bool months = false;          // of From and To: whole months
   std::string_view views = {};  // names of the lists that ask for it; empty: all of the tab
   Right right = {};             // without it it is not asked for
+  double amount = 0;            // of Amount, at first
+  bool whole = false;           // of Amount: a number of days
 };
 
 /// Puts into the criteria what a row stands for.
@@ -79,7 +82,8 @@ struct RowsBelow {
   bool (*has)(const Row&) = nullptr;  // whether a row has any; without it all do
   std::string_view document = {};     // the column with the number of the document that Enter opens
   ViewMode mode = {};
-  const RowsBelow* next = nullptr;  // the one that takes turns with it
+  const RowsBelow* next = nullptr;        // the one that takes turns with it
+  QString (*says)(const Row&) = nullptr;  // whose rows they are, in a line above them
 };
 
 /// One way to look at the answer: a list with its sums, chart and paper.
@@ -92,6 +96,8 @@ struct EnquiryView {
   const RowsBelow* below = nullptr;
   RowPane* (*beside)() = nullptr;
   std::string_view paper = {};  // its template; without one the list is printed as it stands
+  /// Variables of that paper besides those that all have, by name.
+  std::vector<std::pair<QString, QString>> (*paperWords)(const Criteria&) = nullptr;
   RowLook (*rowLook)(const Row&) = nullptr;
   RowLook (*cellLook)(const Row&, std::string_view column) = nullptr;
   bool (*counts)(const Row&) = nullptr;  // rows that the sums take in; without it all
@@ -130,11 +136,14 @@ struct EnquiryTab {
   std::string_view search = "btnSearch1", searchKey = "F2", period = "btnDate";  // the buttons' names
 };
 
-/// A list at the left whose current row narrows all tabs: the employees of a desk.
+/// A list at the left whose current row narrows all tabs: the employees of a desk. Where it may be long it is searched
+/// while one types; a first row without a key stands for all, and only as long as nothing is typed.
 struct EnquirySide {
   GridSpec grid;
   Source source;
   Narrow narrow;
+  std::string_view find = {};                     // the input …
+  std::span<const std::string_view> findIn = {};  // … and the columns that hold what is typed
 };
 
 enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, YearToToday, AllTime };

@@ -82,4 +82,12 @@ QString chooseOpenFile(QWidget* parent, const QString& title, const QString& fil
   return file;
 }
 
+QString chooseFolder(QWidget* parent, const QString& title) {
+  using namespace file_dialogs_detail;
+  if (answer()) return answer()({}, {});
+  const QString folder = QFileDialog::getExistingDirectory(parent, title, lastFolder());
+  if (!folder.isEmpty()) lastFolder() = folder;
+  return folder;
+}
+
 }  // namespace jxc::ui

@@ -17,7 +17,10 @@ QString chooseSaveFile(QWidget* parent, const QString& title, const QString& nam
 /// Asks which file to open; empty when the operator leaves it.
 QString chooseOpenFile(QWidget* parent, const QString& title, const QString& filters);
 
-/// Answers both instead of a window (tests): gets the proposed name (empty when opening) and the filters.
+/// Asks for the folder that many files go to; empty when the operator leaves it.
+QString chooseFolder(QWidget* parent, const QString& title);
+
+/// Answers all of them instead of a window (tests): gets the proposed name (empty when opening) and the filters.
 void setFileAnswer(std::function<QString(const QString& name, const QString& filters)> answer);
 
 }  // namespace jxc::ui

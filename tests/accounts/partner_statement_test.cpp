@@ -142,9 +142,10 @@ TEST_P(Statement, WhatIsOpenGrowsOldByDays) {
   head(returns(), today, -5, kOther);
   head(kind(), today, 8, kOther, {{kind().collected, 8.0}});  // paid since
   head(kind(), today, 3, u"999999"_qs);                       // of one who is gone
-  const std::initializer_list<const char*> columns{"ghs_name", "w30", "w60", "w90", "wmore", "wfje", "num", "rq"};
+  execSql(compose("update {} set {}=600 where {}=?", {side.table, side.balance, side.sn}), kOther);
+  const std::initializer_list<const char*> columns{"ghs_name", "w30", "w60", "w90", "wmore", "wfje", "num", "rq", "qt"};
   EXPECT_EQ(cells(ask(openByAge), columns),
-            QStringList({"张三 5 60 240 320 625 7 2021-03-01", "999999 3 0 0 0 3 1 2021-05-31"}));
+            QStringList({"张三 5 60 240 320 625 7 2021-03-01 -25", "999999 3 0 0 0 3 1 2021-05-31 "}));
   EXPECT_EQ(cells(ask(openByAge, {.key = u"zs"_qs}), {"wfje"}), QStringList({"625"}));
   double open = 0;
   for (const Row row : ask(openDocuments, {.partner = kOther}))

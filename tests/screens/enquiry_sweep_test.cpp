@@ -172,9 +172,9 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
         period.to = to;
         return jxc::answer(source, period);
       };
-      const RowSet whole = between(QString::fromLatin1(enquiry_sweep_test::kFirstDay),
-                                   QString::fromLatin1(enquiry_sweep_test::kLastDay)),
-                   anyTime = between(u"2000-01-01"_qs, u"9999-12-31"_qs);
+      const QString first = QString::fromLatin1(enquiry_sweep_test::kFirstDay),
+                    last = QString::fromLatin1(enquiry_sweep_test::kLastDay);
+      const RowSet whole = between(first, last), anyTime = between(u"2000-01-01"_qs, u"9999-12-31"_qs);
       EXPECT_EQ(whole.rowCount(), anyTime.rowCount());
       const RowSet inside = between(u"2021-08-02"_qs, u"2021-08-30"_qs);
       const RowSet months = between(u"2021-08"_qs, u"2021-08"_qs);
@@ -191,7 +191,7 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
         EXPECT_NEAR(total(whole), total(anyTime), 0.005) << column.field;
         less = less || std::abs(total(inside) - total(whole)) > 0.005;
       }
-      if (restrictsPeriod(source, all) && !whole.isEmpty()) {
+      if (restrictsPeriod(source, all) && !(between(first, first).isEmpty() && between(last, last).isEmpty())) {
         EXPECT_TRUE(less) << "the period restricts nothing";
       }
 
@@ -327,6 +327,12 @@ TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
           for (; opened.isEmpty() && steps < 3 && s.shown().current(); ++steps) {
             pressIn(*s.shown().view(), "Return");
             s.shown().waitLoaded();
+          }
+          // The first rows of an account carry what was there before.
+          for (int next = 1; opened.isEmpty() && &s.shown() != &list && next < std::min(s.shown().rowCount(), 12);
+               ++next) {
+            s.shown().selectRow(next);
+            pressIn(*s.shown().view(), "Return");
           }
           while (&s.shown() != &list && steps-- > 0)
             press(s, "Esc");

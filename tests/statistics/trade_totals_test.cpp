@@ -93,6 +93,7 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) 
   execSql("update jxc_goods set gc_sn='1999',ghs_sn='S9' where g_sn='C'");
   execSql("update jxc_khxx set kt_name='零售',z_name='其他' where kh_sn='K1'");
   execSql("update jxc_khxx set z_name='城东' where kh_sn='K2'");
+  insertRow("jxc_khxx", {{"kh_sn", "K3"}, {"kh_name", "丙"}, {"kt_name", ""}, {"z_name", ""}});
   std::mt19937 random(7);
   const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
   const auto oneOf = [&](std::initializer_list<const char*> texts) {
@@ -105,7 +106,7 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) 
                                 {"gl_kdrq", day + oneOf({"", " 09:30:00"})},
                                 {"g_sn", oneOf({"A", "B", "C", "00000000"})},
                                 {"ck_sn", test::mainWarehouse},
-                                {"ghs_sn", sold ? oneOf({"K1", "K2", "K9"}) : oneOf({"S1", "S2", "S9"})},
+                                {"ghs_sn", sold ? oneOf({"K1", "K2", "K3", "K9"}) : oneOf({"S1", "S2", "S9"})},
                                 {"u_name", oneOf({"张三", "李四", ""})},
                                 {"gl_sl", below(9) - 3},
                                 {"gl_je", below(9000) / 100.0 - 20},
@@ -133,6 +134,9 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) 
         EXPECT_NEAR(sum(totals, field), sum(tradeLines(side, asked, Warehouses(asked)), "gl_" + field), 1e-6) << field;
       const RowSet rows = openSelect(totals);
       EXPECT_GT(rows.rowCount(), 1);
+      if (by == TradeBy::Region) {
+        EXPECT_EQ(rows.rowCount(), 3);  // 城东, 无地区, and 其他 of who is gone
+      }
       for (const Row row : rows) {
         Criteria narrowed = asked;
         narrowToSum(by, narrowed, row);

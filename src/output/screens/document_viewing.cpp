@@ -27,9 +27,9 @@ std::optional<report::Report> paperOf(const QString& number) {
 }
 
 /// The list as it stands, on the template of its own.
-void printList(std::string_view paper, const ui::Grid& list, const Criteria& criteria, ui::EnquiryScreen& screen) {
+void printList(const ui::EnquiryView& view, const ui::Grid& list, const Criteria& criteria, ui::EnquiryScreen& screen) {
   report::Report report =
-      listReport(words(paper), list.rows(), criteria.from.isEmpty() ? clock::today() : criteria.from, criteria.to);
+      listReport(words(view.paper), list.rows(), criteria.from.isEmpty() ? clock::today() : criteria.from, criteria.to);
   const QString warehouse = lookupValue("select ck_name from jxc_ckxx where ck_sn=?", criteria.warehouse);
   report.setText(u"ckName", warehouse.isEmpty() ? QStringLiteral("所有仓库") : warehouse);
   // Paper shows what the role sees on the screen: a column that it must not see is not among the rows.
@@ -41,6 +41,9 @@ void printList(std::string_view paper, const ui::Grid& list, const Criteria& cri
   }
   report.setNumber(u"seesCost", seesCost ? 1 : 0);
   report.setNumber(u"seesPrice", seesPrice ? 1 : 0);
+  if (view.paperWords)
+    for (const auto& [name, text] : view.paperWords(criteria))
+      report.setText(name, text);
   sendToPaper(report, PrintWay::Preview, &screen, screen.windowTitle());
 }
 

@@ -4,7 +4,6 @@
 #include "output/printed_documents.h"
 #include "output/screens/prin_sele.h"
 #include "output/screens/print_outlet.h"
-#include "stock/screens/document_search.h"
 #include "ui/display.h"
 #include "ui/progress.h"
 #include "ui/refresh_after.h"
@@ -57,9 +56,12 @@ bool cancelRow(const Row& document, Prompt& prompt) {
 
 }  // namespace document_list_screen
 
-DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_view search) : EnquiryScreen(spec) {
+DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_view search)
+    : EnquiryScreen(spec), more_(search) {
   resize(1264, 672);  // all of a small display, as the documents themselves
-  on(command("btn_Cx"), [this, search] { searchMore(search); });
+  on(command("btn_Cx"), [this] {
+    if (more_.ask(command("btn_Cx"))) this->search();
+  });
   on(command("btn_ChaKan"), [this] { follow(); });
   on(command("btn_Dydj"), [this] { printDocument(); });
   on(command("btn_Lxdy"), [this] { printAll(); });
@@ -67,17 +69,9 @@ DocumentListScreen::DocumentListScreen(const ui::EnquirySpec& spec, std::string_
 }
 
 void DocumentListScreen::complete(Criteria& criteria) const {
-  criteria.employee = more_.employee;
-  criteria.group = more_.group;
-  criteria.boxes |= more_.boxes;
-}
-
-void DocumentListScreen::searchMore(std::string_view form) {
-  if (!ui::screenAs<DocumentSearch>(form).ask(more_)) return;
-  // Nobody wonders later where the other documents are.
-  command("btn_Cx").setText(more_ == Criteria() ? QStringLiteral("高级查询(F3)")
-                                                : QStringLiteral("高级查询：已限定(F3)"));
-  search();
+  criteria.employee = more_.asked().employee;
+  criteria.group = more_.asked().group;
+  criteria.boxes |= more_.asked().boxes;
 }
 
 QString DocumentListScreen::currentNumber() const {

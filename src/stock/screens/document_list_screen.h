@@ -6,6 +6,7 @@
 #include "masterdata/screens/partner_picker.h"
 #include "masterdata/screens/partner_text.h"
 #include "stock/document_list.h"
+#include "stock/screens/document_search.h"
 #include "ui/enquiry_screen.h"
 #include "ui/joined_tables.h"
 
@@ -26,9 +27,8 @@ class DocumentListScreen : public ui::EnquiryScreen {
   void printDocument();
   void printAll();
   void cancelAll();
-  void searchMore(std::string_view form);
 
-  Criteria more_;  // what that form was left with
+  MoreConditions more_;
 };
 
 /// What a list has to show.

@@ -1,7 +1,12 @@
 #include "stock/screens/document_search.h"
 
 #include "core/fillers.h"
+#include "masterdata/goods_classes.h"
 #include "stock/document_list.h"
+
+#include <QPushButton>
+
+#include <vector>
 
 namespace jxc {
 namespace document_search_detail {
@@ -14,7 +19,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"comCkLx", "仓库为：", FieldKind::Combo},  // of a transfer
 };
 constexpr std::span<const ui::FieldSpec> kWithoutEnds = std::span(kFields).first(2);
-constexpr std::string_view kRows[] = {"tgoods", "comUser", "comCkLx"};
+constexpr ui::FieldSpec kWithClass[] = {kFields[0], kFields[1], {"tsplb", "商品类别：", FieldKind::Combo}};
 constexpr ui::CommandSpec kCommands[] = {
     {"btnAll", "全部", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 
@@ -24,22 +29,28 @@ constexpr ui::ScreenSpec form(std::string_view name, std::string_view title, std
 constexpr ui::ScreenSpec kAny = form("F_Djcx_Cx", "单据高级查询", kWithoutEnds);
 constexpr ui::ScreenSpec kTransfers = form("F_Kcdb_Cx", "库存调拨高级查询", kFields);
 constexpr ui::ScreenSpec kSplits = form("F_Cfkb_Cx", "拆分捆绑高级查询", kWithoutEnds);
+constexpr ui::ScreenSpec kStatements = form("F_WlzwKh_Cx", "往来账务高级查询", kWithClass);
 
 template <const ui::ScreenSpec& Spec>
 struct Form : DocumentSearch {
-  Form() : DocumentSearch(Spec, std::span(kRows).first(Spec.fields.size())) {}
+  Form() : DocumentSearch(Spec) {}
 };
 using TF_Djcx_Cx = Form<kAny>;
 using TF_Kcdb_Cx = Form<kTransfers>;
 using TF_Cfkb_Cx = Form<kSplits>;
+using TF_WlzwKh_Cx = Form<kStatements>;
 
 const ui::Registered<TF_Djcx_Cx> kRegistered{"F_Djcx_Cx"};
 const ui::Registered<TF_Kcdb_Cx> kRegisteredTransfers{"F_Kcdb_Cx"};
 const ui::Registered<TF_Cfkb_Cx> kRegisteredSplits{"F_Cfkb_Cx"};
+const ui::Registered<TF_WlzwKh_Cx> kRegisteredStatements{"F_WlzwKh_Cx"};
 
 }  // namespace document_search_detail
 
-DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::string_view> rows) : Screen(spec) {
+DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec) : Screen(spec) {
+  std::vector<std::string_view> rows;
+  for (const ui::FieldSpec& each : spec.fields)
+    rows.push_back(each.name);
   panel().form(rows).buttons("btnAll | btnOK btnCancel");
   on(command("btnOK"), [this] { accept(); });
   on(command("btnAll"), [this] {
@@ -49,12 +60,23 @@ DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::
   });
 }
 
+bool MoreConditions::ask(QPushButton& command) {
+  if (!ui::screenAs<DocumentSearch>(form_).ask(asked_)) return false;
+  // Nobody wonders later where the other documents are.
+  command.setText(asked_ == Criteria() ? QStringLiteral("高级查询(F3)") : QStringLiteral("高级查询：已限定(F3)"));
+  return true;
+}
+
 bool DocumentSearch::ask(Criteria& criteria) {
   asked_ = criteria;
   if (!showModal()) return false;
   const QString employee = field("comUser").key();
   criteria.employee = employee == QStringView(allKey) ? QString() : employee;
   criteria.group = field("tgoods").trimmed();
+  if (hasField("tsplb")) {
+    const QString goodsClass = field("tsplb").key();
+    criteria.goodsClass = goodsClass == QStringView(allKey) ? QString() : goodsClass;
+  }
   criteria.boxes = hasField("comCkLx") ? field("comCkLx").key().toUInt() : 0;
   return true;
 }
@@ -63,6 +85,10 @@ void DocumentSearch::activate() {
   field("tgoods").setText(asked_.group);
   field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
   field("comUser").setKey(asked_.employee.isEmpty() ? QString::fromUtf16(allKey) : asked_.employee);
+  if (hasField("tsplb")) {
+    field("tsplb").setItems(goodsClassItems());
+    field("tsplb").setKey(asked_.goodsClass.isEmpty() ? QString::fromUtf16(allKey) : asked_.goodsClass);
+  }
   if (!hasField("comCkLx")) return;
   field("comCkLx").setItems({{QStringLiteral("调出或调入仓库"), QStringLiteral("0")},
                              {QStringLiteral("调出仓库"), QString::number(kGoesOut)},

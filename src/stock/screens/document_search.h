@@ -5,17 +5,33 @@
 #include "core/enquiry.h"
 #include "ui/screen.h"
 
+class QPushButton;
+
 namespace jxc {
+
+/// Such a form and what it was left with last.
+class MoreConditions {
+ public:
+  explicit MoreConditions(std::string_view form) : form_(form) {}
+  /// Opens the form; its command says from now on whether something is restricted. False: it was left without.
+  bool ask(QPushButton& command);
+  Criteria& asked() { return asked_; }
+  const Criteria& asked() const { return asked_; }
+
+ private:
+  std::string_view form_;
+  Criteria asked_;
+};
 
 class DocumentSearch : public ui::Screen {
  public:
-  /// Shows what was asked for last, and takes what is asked for now: `employee`, `group` (goods) and `boxes`. False: it
-  /// was left without.
+  /// Shows what was asked for last, and takes what is asked for now: `employee`, `group` (goods), `goodsClass` and
+  /// `boxes`. False: it was left without.
   bool ask(Criteria& criteria);
 
  protected:
-  /// Places the inputs in these rows.
-  DocumentSearch(const ui::ScreenSpec& spec, std::span<const std::string_view> rows);
+  /// Each of its inputs in a row of its own.
+  explicit DocumentSearch(const ui::ScreenSpec& spec);
   void activate() override;
 
  private:
