@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <initializer_list>
@@ -18,6 +19,9 @@
 namespace jxc {
 
 class Transaction;
+
+/// What the figures of a period are compared with.
+enum class CompareWith : std::uint8_t { Nothing, PeriodBefore, LastYear };
 
 /// What the operator asks for. An empty text is no restriction. A row that was followed to what stands behind it adds
 /// what it stands for: the goods, the day, the partner …
@@ -36,8 +40,9 @@ struct Criteria {
   QString kind;        // what the enquiry's own list of kinds says
   QString order;       // what the enquiry's own list of orders says
   bool descending = false;
-  double amount = 0;   // a quantity or amount that something is compared with
-  unsigned boxes = 0;  // what is ticked, as bits of the enquiry's own
+  double amount = 0;                           // a quantity or amount that something is compared with
+  CompareWith compare = CompareWith::Nothing;  // seen to by the kind: a statement is asked for each period
+  unsigned boxes = 0;                          // what is ticked, as bits of the enquiry's own
   bool has(unsigned box) const { return (boxes & box) != 0; }
   bool operator==(const Criteria&) const = default;
 };

@@ -1,5 +1,6 @@
 #include "ui/chart.h"
 
+#include "core/comparison.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
 #include "ui/grid_paper.h"
@@ -324,6 +325,7 @@ void Chart::follow() {
   for (const auto& column : list_.exportColumns()) {
     if (!isNumberKind(column.kind)) continue;
     const ColumnSpec& each = list_.spec().columns[static_cast<std::size_t>(column.column)];
+    if (isEarlierField(each.field)) continue;  // beside its figure
     const int place = comMeasure_->count();
     comMeasure_->addItem(column.caption, qs(each.field));
     if (first < 0) first = place;
@@ -360,6 +362,13 @@ ChartData Chart::data() const {
   for (const int row : order)
     data.values.push_back(!model.counts || model.counts(rows[row]) ? chart_detail::numberOf(rows, row, source)
                                                                    : std::numeric_limits<double>::quiet_NaN());
+  const std::string earlier = earlierField(measure().toStdString());
+  // Rows that are still there from before the operator asked for it have none.
+  if (const int before = rows.columnIndex(earlier); before >= 0 && list_.isColumnVisible(earlier)) {
+    data.earlierCaption = model.headerData(model.columnOf(earlier), Qt::Horizontal, Qt::DisplayRole).toString();
+    for (const int row : order)
+      data.earlier.push_back(chart_detail::numberOf(rows, row, before));
+  }
   data.label = [rows, order, column = rows.columnIndex(label.field), kind = label.kind](int point) {
     return column < 0 ? QString() : displayCell(rows, order[static_cast<std::size_t>(point)], column, kind);
   };

@@ -16,6 +16,7 @@ namespace jxc::ui {
 namespace chart_picture_detail {
 
 constexpr int kMostSlices = 12;
+constexpr double kWidestBar = 5;  // in units of type; two in a place are each half of it
 
 /// What the figures of a column tell apart.
 double leastStep(ColumnKind kind) {
@@ -34,6 +35,13 @@ double lightness(const QColor& colour) {
 QColor between(const QColor& line, const QColor& ground) {
   const auto mixed = [](int a, int b) { return (a * 3 + b * 2) / 5; };
   return {mixed(line.red(), ground.red()), mixed(line.green(), ground.green()), mixed(line.blue(), ground.blue())};
+}
+
+/// What was before is paler than what is.
+QColor paler(const QColor& colour, const QColor& ground) {
+  const auto mixed = [](int a, int b) { return (a * 2 + b * 3) / 5; };
+  return {mixed(colour.red(), ground.red()), mixed(colour.green(), ground.green()),
+          mixed(colour.blue(), ground.blue())};
 }
 
 QPen penOf(const QColor& colour, double width) {
@@ -108,18 +116,23 @@ void ChartPicture::layPlot() {
   plot_.count = static_cast<int>(data_.values.size());
   plot_.area = area_.adjusted(pad, pad * 1.5 + line, -pad, -pad - line);
   const int steps = std::clamp(static_cast<int>(plot_.area.height() / (em() * 2.6)), 2, 8);
-  plot_.scale = axisScale(data_.values, steps, chart_picture_detail::leastStep(data_.kind));
+  std::vector<double> all = data_.values;
+  all.insert(all.end(), data_.earlier.begin(), data_.earlier.end());
+  plot_.scale = axisScale(all, steps, chart_picture_detail::leastStep(data_.kind));
   double widest = 0;
   for (int tick = 0; tick < plot_.scale.tickCount(); ++tick)
     widest = std::max(widest, width(plot_.scale.tickText(tick)));
   plot_.area.setLeft(std::min(plot_.area.left() + widest + pad, plot_.area.center().x()));
   drawn_ = visiblePoints(plot_, data_.values);
+  if (compares()) drawnEarlier_ = visiblePoints(plot_, data_.earlier);
   labels_ = layLabels(plot_, area_.left() + pad, area_.right() - pad, em(),
                       [this](int point) { return width(data_.labelText(point)); });
-  figures_ =
-      plot_.pitch() >= em() * 2 && std::ranges::all_of(known_, [this](int point) {
-        return width(data_.valueText(data_.values[static_cast<std::size_t>(point)])) + em() * 0.4 <= plot_.pitch();
-      });
+  figures_ = plot_.pitch() >= em() * 2 && std::ranges::all_of(known_, [this](int point) {
+               const double room = compares()
+                                       ? barArea(plot_, point, 0, chart_picture_detail::kWidestBar * em()).width() / 2
+                                       : plot_.pitch();
+               return width(data_.valueText(data_.values[static_cast<std::size_t>(point)])) + em() * 0.4 <= room;
+             });
   // Figures stand above the highest bar and below the lowest one.
   if (figures_) plot_.area.adjust(0, em(), 0, plot_.scale.low < 0 ? -em() * 1.2 : 0);
 }
@@ -200,7 +213,12 @@ QString ChartPicture::markLabel(int mark) const {
 QString ChartPicture::markValue(int mark) const {
   if (mark < 0 || mark >= markCount()) return {};
   const auto at = static_cast<std::size_t>(mark);
-  if (kind_ != ChartKind::Pie) return data_.valueText(data_.values[static_cast<std::size_t>(known_[at])]);
+  if (kind_ != ChartKind::Pie) {
+    const auto point = static_cast<std::size_t>(known_[at]);
+    const QString now = data_.valueText(data_.values[point]);
+    if (!compares() || !std::isfinite(data_.earlier[point])) return now;
+    return QStringLiteral("%1，%2 %3").arg(now, data_.earlierCaption, data_.valueText(data_.earlier[point]));
+  }
   return QStringLiteral("%1　%2%").arg(data_.valueText(slices_[at].value),
                                        QString::number(slices_[at].share * 100, 'f', 1));
 }
@@ -247,8 +265,7 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
     painter.restore();
     return;
   }
-  write(painter, area_.adjusted(em() * 0.6, em() * 0.4, -em() * 0.6, 0), Qt::AlignLeft | Qt::AlignTop, data_.caption,
-        look_.text);
+  paintCaption(painter);
   if (kind_ == ChartKind::Pie) {
     paintPie(painter, current);
   } else {
@@ -261,11 +278,29 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
     if (kind_ == ChartKind::Bars)
       paintBars(painter);
     else
-      paintLine(painter);
+      paintLines(painter);
     if (figures_) paintFigures(painter);
   }
   if (told >= 0 && told < markCount()) paintWords(painter, told);
   painter.restore();
+}
+
+/// What is shown; of two periods with the colour of each.
+void ChartPicture::paintCaption(QPainter& painter) const {
+  QRectF line = area_.adjusted(em() * 0.6, em() * 0.4, -em() * 0.6, 0);
+  const auto tell = [&](const QString& text) {
+    write(painter, line, Qt::AlignLeft | Qt::AlignTop, text, look_.text);
+    line.setLeft(std::min(line.right(), line.left() + width(text) + em() * 1.5));
+  };
+  if (!compares()) return tell(data_.caption);
+  const auto colour = [&](const QColor& of) {
+    painter.fillRect(QRectF(line.left(), line.top() + em() * 0.3, em() * 0.8, em() * 0.8), of);
+    line.setLeft(line.left() + em() * 1.2);
+  };
+  colour(chart_picture_detail::paler(look_.bar, look_.ground));
+  tell(data_.earlierCaption);
+  colour(look_.bar);
+  tell(data_.caption);
 }
 
 void ChartPicture::paintAxes(QPainter& painter) const {
@@ -287,28 +322,46 @@ void ChartPicture::paintAxes(QPainter& painter) const {
 }
 
 void ChartPicture::paintBars(QPainter& painter) const {
+  using namespace chart_picture_detail;
   painter.setRenderHint(QPainter::Antialiasing, true);
   painter.setPen(Qt::NoPen);
   // One path a colour: hundreds of bars are filled in two goes.
-  QVector<QRectF> above, below;
-  for (const int point : drawn_) {
-    const double value = data_.values[static_cast<std::size_t>(point)];
-    if (value == 0) continue;
-    QRectF bar = barArea(plot_, point, value, em() * 5);
-    if (bar.width() > look_.line * 8) {  // wide ones get sharp edges
-      bar.setLeft(std::round(bar.left() / look_.line) * look_.line);
-      bar.setRight(std::round(bar.right() / look_.line) * look_.line);
+  enum class Half { None, Left, Right };
+  const auto fill = [&](const std::vector<double>& values, const std::vector<int>& drawn, Half half,
+                        const QColor& positive, const QColor& negative) {
+    QVector<QRectF> above, below;
+    for (const int point : drawn) {
+      const double value = values[static_cast<std::size_t>(point)];
+      if (value == 0) continue;
+      QRectF bar = barArea(plot_, point, value, chart_picture_detail::kWidestBar * em());
+      // Beside each other where there is room; else what is stands before what was.
+      if (half == Half::Left && bar.width() >= look_.line * 2) bar.setRight(bar.center().x());
+      if (half == Half::Right && bar.width() >= look_.line * 2) bar.setLeft(bar.center().x());
+      if (bar.width() > look_.line * 8) {  // wide ones get sharp edges
+        bar.setLeft(std::round(bar.left() / look_.line) * look_.line);
+        bar.setRight(std::round(bar.right() / look_.line) * look_.line);
+      }
+      (value > 0 ? above : below) << bar;
     }
-    (value > 0 ? above : below) << bar;
-  }
-  painter.setBrush(look_.bar);
-  painter.drawRects(above);
-  painter.setBrush(look_.below);
-  painter.drawRects(below);
+    painter.setBrush(positive);
+    painter.drawRects(above);
+    painter.setBrush(negative);
+    painter.drawRects(below);
+  };
+  if (compares())
+    fill(data_.earlier, drawnEarlier_, Half::Left, paler(look_.bar, look_.ground), paler(look_.below, look_.ground));
+  fill(data_.values, drawn_, compares() ? Half::Right : Half::None, look_.bar, look_.below);
   painter.setBrush(Qt::NoBrush);
 }
 
-void ChartPicture::paintLine(QPainter& painter) const {
+void ChartPicture::paintLines(QPainter& painter) const {
+  if (compares())
+    paintLine(painter, data_.earlier, drawnEarlier_, chart_picture_detail::paler(look_.bar, look_.ground));
+  paintLine(painter, data_.values, drawn_, look_.bar);
+}
+
+void ChartPicture::paintLine(QPainter& painter, const std::vector<double>& values, const std::vector<int>& drawn,
+                             const QColor& colour) const {
   painter.setRenderHint(QPainter::Antialiasing, true);
   QPolygonF piece;
   const bool dense = plot_.pitch() < look_.line;
@@ -317,17 +370,17 @@ void ChartPicture::paintLine(QPainter& painter) const {
   const auto finish = [&] {
     // Stroke by stroke: a long line with many corners takes a painter seconds as one path. Where several values stand
     // in one place all strokes are upright.
-    painter.setPen(chart_picture_detail::penOf(look_.bar, look_.line * 2));
+    painter.setPen(chart_picture_detail::penOf(colour, look_.line * 2));
     for (qsizetype i = 1; i < piece.size(); ++i) {
       if (!dense) {
         painter.drawLine(piece[i - 1], piece[i]);
         continue;
       }
       const QRectF upright = QRectF(piece[i - 1], piece[i]).normalized();
-      painter.fillRect(upright.adjusted(0, -look_.line / 2, look_.line, look_.line / 2), look_.bar);
+      painter.fillRect(upright.adjusted(0, -look_.line / 2, look_.line, look_.line / 2), colour);
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(look_.bar);
+    painter.setBrush(colour);
     for (const QPointF& at : piece) {
       if (dots || piece.size() == 1) painter.drawEllipse(at, size, size);
     }
@@ -335,15 +388,15 @@ void ChartPicture::paintLine(QPainter& painter) const {
     piece.clear();
   };
   // A gap in the values is a gap in the line.
-  for (std::size_t i = 0; i < drawn_.size(); ++i) {
-    const int point = drawn_[i];
+  for (std::size_t i = 0; i < drawn.size(); ++i) {
+    const int point = drawn[i];
     if (i > 0) {
       bool gap = false;
-      for (int between = drawn_[i - 1] + 1; between < point && !gap; ++between)
-        gap = !std::isfinite(data_.values[static_cast<std::size_t>(between)]);
+      for (int between = drawn[i - 1] + 1; between < point && !gap; ++between)
+        gap = !std::isfinite(values[static_cast<std::size_t>(between)]);
       if (gap) finish();
     }
-    piece << QPointF(plot_.x(point), plot_.y(data_.values[static_cast<std::size_t>(point)]));
+    piece << QPointF(plot_.x(point), plot_.y(values[static_cast<std::size_t>(point)]));
   }
   finish();
 }
@@ -353,7 +406,11 @@ void ChartPicture::paintFigures(QPainter& painter) const {
   for (const int point : known_) {
     const double value = data_.values[static_cast<std::size_t>(point)];
     const double y = plot_.y(value);
-    const QRectF area(plot_.x(point) - plot_.pitch() / 2, value < 0 ? y + off : y - high - off, plot_.pitch(), high);
+    QRectF area(plot_.x(point) - plot_.pitch() / 2, value < 0 ? y + off : y - high - off, plot_.pitch(), high);
+    if (compares() && kind_ == ChartKind::Bars) {
+      area.setLeft(plot_.x(point));
+      area.setWidth(barArea(plot_, point, value, chart_picture_detail::kWidestBar * em()).width() / 2);
+    }
     write(painter, area, Qt::AlignCenter, data_.valueText(value), look_.text);
   }
 }

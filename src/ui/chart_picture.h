@@ -23,7 +23,9 @@ struct ChartData {
   ColumnKind kind = ColumnKind::Money;
   std::vector<double> values;  // NaN: none
   std::function<QString(int point)> label;
-  QString nothing;  // what is said when no value is known; empty: that the measure has none
+  std::vector<double> earlier = {};  // those of an earlier period beside them; empty without one
+  QString earlierCaption = {};       // "上期期末应收"
+  QString nothing;                   // what is said when no value is known; empty: that the measure has none
 
   QString labelText(int point) const;
   QString valueText(double value) const;
@@ -62,6 +64,7 @@ class ChartPicture {
   const ChartData& data() const { return data_; }
 
  private:
+  bool compares() const { return !data_.earlier.empty() && kind_ != ChartKind::Pie; }
   double em() const { return look_.font.pixelSize(); }
   double width(const QString& text) const;
   void layPlot();
@@ -71,7 +74,10 @@ class ChartPicture {
   void write(QPainter& painter, const QRectF& area, int alignment, const QString& text, const QColor& colour) const;
   void paintAxes(QPainter& painter) const;
   void paintBars(QPainter& painter) const;
-  void paintLine(QPainter& painter) const;
+  void paintLines(QPainter& painter) const;
+  void paintLine(QPainter& painter, const std::vector<double>& values, const std::vector<int>& drawn,
+                 const QColor& colour) const;
+  void paintCaption(QPainter& painter) const;
   void paintFigures(QPainter& painter) const;
   void paintPie(QPainter& painter, int current) const;
   void paintWords(QPainter& painter, int mark) const;
@@ -84,7 +90,7 @@ class ChartPicture {
   std::vector<int> known_;  // points with a value
   // Bars and lines.
   Plot plot_;
-  std::vector<int> drawn_;
+  std::vector<int> drawn_, drawnEarlier_;
   std::vector<AxisLabel> labels_;
   bool figures_ = false;  // there is room for every value's figure
   // Pie.

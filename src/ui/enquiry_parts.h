@@ -59,6 +59,8 @@ namespace enquiry_screen_detail {
 bool holds(std::string_view names, std::string_view name);
 bool isBox(Asks asks);
 bool isPeriod(Asks asks);
+/// Keys of what figures may be compared with.
+inline constexpr QStringView kPeriodBefore = u"before", kLastYear = u"year";
 
 }  // namespace enquiry_screen_detail
 

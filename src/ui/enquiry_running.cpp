@@ -1,4 +1,5 @@
 // What an enquiry screen does once it stands: asks, shows, follows a row and comes back, runs commands.
+#include "core/comparison.h"
 #include "core/rights.h"
 #include "core/text.h"
 #include "ui/chart.h"
@@ -22,6 +23,7 @@ QString chosen(const Field& input) {
 
 /// Whether a list asks for it, of this operator.
 bool isAsked(const Criterion& criterion, const EnquiryView& view) {
+  if (criterion.asks == Asks::Comparison && view.compares.figures.empty()) return false;
   return enquiry_screen_detail::holds(criterion.views, view.grid.name) && hasRight(criterion.right);
 }
 
@@ -30,7 +32,8 @@ bool restricts(const Criterion& criterion, const Field& input) {
   if (enquiry_screen_detail::isPeriod(criterion.asks)) return false;  // said by itself
   if (enquiry_screen_detail::isBox(criterion.asks)) return criterion.asks == Asks::Box && input.isChecked();
   if (criterion.asks == Asks::Key) return !input.isEmpty();
-  if (criterion.asks == Asks::Order || criterion.asks == Asks::Amount) return false;
+  if (criterion.asks == Asks::Order || criterion.asks == Asks::Amount || criterion.asks == Asks::Comparison)
+    return false;
   return !chosen(input).isEmpty();
 }
 
@@ -110,6 +113,11 @@ Criteria EnquiryScreen::criteriaOf(const Tab& tab) const {
       case Asks::Amount:
         result.amount = input->number();
         break;
+      case Asks::Comparison:
+        result.compare = input->key() == enquiry_screen_detail::kPeriodBefore ? CompareWith::PeriodBefore
+                         : input->key() == enquiry_screen_detail::kLastYear   ? CompareWith::LastYear
+                                                                              : CompareWith::Nothing;
+        break;
       case Asks::Box:
         if (input->isChecked()) result.boxes |= criterion->box;
         break;
@@ -134,7 +142,25 @@ void EnquiryScreen::load(View& view) {
   for (Below& below : view.below)
     below.asked.reset();
   view.list->setEmptyText(whatToChange(*view.tab, view));
-  view.list->loadQuestion(view.spec->source.ask(now));
+  showComparison(view, now.compare);
+  const auto& compares = view.spec->compares;
+  if (now.compare == CompareWith::Nothing) return view.list->loadQuestion(view.spec->source.ask(now));
+  view.list->loadQuestion(
+      comparedQuestion(view.spec->source, now,
+                       {view.spec->grid.idField, compares.byTime, {compares.figures.begin(), compares.figures.end()}}));
+}
+
+/// Columns of an earlier period are there for nobody while there is none, nor for who may not see their figure.
+void EnquiryScreen::showComparison(View& view, CompareWith with) {
+  for (const std::string_view figure : view.spec->compares.figures) {
+    const std::string earlier = earlierField(figure), change = changeField(figure);
+    const auto column = std::ranges::find(view.spec->grid.columns, figure, &ColumnSpec::field);
+    const bool allowed = with != CompareWith::Nothing && hasRight(column->right);
+    for (const std::string& field : {earlier, change})
+      if (view.list->isColumnAllowed(field) != allowed) view.list->setColumnAllowed(field, allowed);
+    const QString when = with == CompareWith::LastYear ? QStringLiteral("去年") : QStringLiteral("上期");
+    view.list->setCaption(earlier, when + qs(column->caption));
+  }
 }
 
 QString EnquiryScreen::whatToChange(const Tab& tab, const View& view) const {

@@ -1,5 +1,6 @@
 #include "ui/enquiry_screen.h"
 
+#include "core/comparison.h"
 #include "core/rights.h"
 #include "core/text.h"
 #include "ui/display.h"
@@ -51,6 +52,30 @@ FieldSpec fieldOf(const Criterion& criterion) {
   return field;
 }
 
+// The earlier figure and the change stand behind their column.
+GridSpec Parts::gridOf(const EnquiryView& view) {
+  if (view.compares.figures.empty()) return view.grid;
+  std::vector<ColumnSpec>& columns = columns_.emplace_back();
+  const auto keep = [this](std::string text) -> std::string_view { return texts_.emplace_back(std::move(text)); };
+  for (const ColumnSpec& column : view.grid.columns) {
+    columns.push_back(column);
+    if (std::ranges::find(view.compares.figures, column.field) == view.compares.figures.end()) continue;
+    ColumnSpec earlier = column, change = column;
+    earlier.field = keep(earlierField(column.field));
+    earlier.caption = keep("上期" + std::string(column.caption));
+    change.field = keep(changeField(column.field));
+    change.caption = keep(std::string(column.caption) + "增减(%)");
+    change.kind = ColumnKind::Percent;
+    change.width = 0;
+    change.use.sum = false;
+    columns.push_back(earlier);
+    columns.push_back(change);
+  }
+  GridSpec grid = view.grid;
+  grid.columns = columns;
+  return grid;
+}
+
 Parts::Parts(const EnquirySpec& spec) {
   const auto describe = [this](std::span<const EnquiryCommand> described) {
     for (const EnquiryCommand& each : described) {
@@ -72,7 +97,7 @@ Parts::Parts(const EnquirySpec& spec) {
     if (!tab.search.empty()) commandSpecs.push_back({tab.search, "查询", tab.searchKey});
     for (const EnquiryView& view : tab.views) {
       if (!view.mode.name.empty()) fieldSpecs.push_back({view.mode.name, view.mode.caption, FieldKind::Radio});
-      gridSpecs.push_back(view.grid);
+      gridSpecs.push_back(gridOf(view));
       for (const RowsBelow* below = view.below; below; below = below->next) {
         if (!below->mode.name.empty()) fieldSpecs.push_back({below->mode.name, below->mode.caption, FieldKind::Radio});
         gridSpecs.push_back(below->grid);
@@ -138,6 +163,12 @@ std::string commandRow(std::span<const EnquiryCommand> commands) {
     if (!each.preview.name.empty()) row += std::string(each.preview.name) + ' ';
   }
   return row;
+}
+
+std::vector<ListItem> comparisons() {
+  return {{QStringLiteral("不对比"), QString::fromUtf16(allKey)},
+          {QStringLiteral("上期"), kPeriodBefore.toString()},
+          {QStringLiteral("去年同期"), kLastYear.toString()}};
 }
 
 int widthOf(const Field& field) {
@@ -328,6 +359,10 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
   } else {
     inside.grid(spec.grid.name, 3);
   }
+  if (spec.page) {
+    view.beside = spec.page();
+    view.list->standBehind(view.beside);
+  }
   buildBelow(inside, view);
   if (spec.foot.text) {
     view.foot = new QLabel;
@@ -453,6 +488,8 @@ void EnquiryScreen::fillInputs(Tab& tab, bool first) {
         items = fillSeenWarehouses();
       else if (criterion->asks == Asks::Employee)
         items = fillEmployees({}, QStringLiteral("所有经办人"));
+      else if (criterion->asks == Asks::Comparison)
+        items = enquiry_screen_detail::comparisons();
       input->setItems(items, !first);
     } else if (first && enquiry_screen_detail::isBox(criterion->asks)) {
       input->setChecked(criterion->on);
@@ -470,7 +507,7 @@ void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
   Field* to = fieldOf(tab, Asks::To);
   if (!from || !to) return;
   if (!first && tab.proposed != Period{from->text(), to->text()}) return;
-  switch (enquiry_.first) {
+  switch (tab.spec->first.value_or(enquiry_.first)) {
     case FirstPeriod::MonthToToday:
       tab.proposed = monthToToday();
       break;
@@ -482,6 +519,9 @@ void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
       break;
     case FirstPeriod::YearToToday:
       tab.proposed = {monthToToday().to.left(5) + QStringLiteral("01-01"), monthToToday().to};
+      break;
+    case FirstPeriod::LastTwelveMonths:
+      tab.proposed = {monthAgo(11).from, monthAgo(0).to};
       break;
     case FirstPeriod::AllTime:
       tab.proposed = allTime();

@@ -7,10 +7,12 @@
 
 #include <QWidget>
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -37,6 +39,12 @@ struct Parts {
   std::vector<GridSpec> gridSpecs;
   std::vector<CommandSpec> commandSpecs;
   ScreenSpec screenSpec;
+
+ private:
+  /// The list with columns for an earlier period.
+  GridSpec gridOf(const EnquiryView& view);
+  std::deque<std::string> texts_;  // names and captions that are made here
+  std::deque<std::vector<ColumnSpec>> columns_;
 };
 
 }  // namespace enquiry_screen_detail
@@ -92,6 +100,7 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void bindSearch(Tab& tab);
   void fillInputs(Tab& tab, bool first);
   void firstPeriod(Tab& tab, bool first);
+  static void showComparison(View& view, CompareWith with);
   Field* fieldOf(const Tab& tab, Asks asks) const;
   Criteria criteriaOf(const Tab& tab) const;
   Tab& tabInSight() const;

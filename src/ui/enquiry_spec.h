@@ -36,7 +36,8 @@ enum class Asks : std::uint8_t {
   Order,       // a list
   Descending,  // a box
   Amount,
-  Box  // a box of the enquiry's own
+  Comparison,  // with which earlier period; seen over views that compare
+  Box          // a box of the enquiry's own
 };
 
 /// One input of an enquiry.
@@ -92,9 +93,15 @@ struct EnquiryView {
   Source source;
   ViewMode mode = {};    // the switch that shows it; a tab with one view has none
   ChartSpec chart = {};  // without a label there is none
+  /// Figures of the list that stand beside those of an earlier period when Asks::Comparison asks for one.
+  struct Compares {
+    std::span<const std::string_view> figures = {};
+    bool byTime = false;  // the id field is a day or a month
+  } compares = {};
   Leads leads = {};
   const RowsBelow* below = nullptr;
   RowPane* (*beside)() = nullptr;
+  RowPane* (*page)() = nullptr;  // in the list's place: the answer is one row of many figures
   std::string_view paper = {};  // its template; without one the list is printed as it stands
   /// Variables of that paper besides those that all have, by name.
   std::vector<std::pair<QString, QString>> (*paperWords)(const Criteria&) = nullptr;
@@ -128,12 +135,15 @@ struct EnquiryCommand {
   } preview = {};
 };
 
+enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, YearToToday, LastTwelveMonths, AllTime };
+
 struct EnquiryTab {
   std::string_view name = {}, caption = {};  // a screen with one tab shows none
   std::span<const Criterion> criteria = {};
   std::span<const EnquiryView> views;
   std::span<const EnquiryCommand> commands = {};
   std::string_view search = "btnSearch1", searchKey = "F2", period = "btnDate";  // the buttons' names
+  std::optional<FirstPeriod> first = {};  // where it differs from that of the others
 };
 
 /// A list at the left whose current row narrows all tabs: the employees of a desk. Where it may be long it is searched
@@ -145,8 +155,6 @@ struct EnquirySide {
   std::string_view find = {};                     // the input …
   std::span<const std::string_view> findIn = {};  // … and the columns that hold what is typed
 };
-
-enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, YearToToday, AllTime };
 
 /// An enquiry. Commands that every one has are there without being described: btn_Prin (打印), btn_Export (导出),
 /// btn_Chart (图表) where a view has one, and the way out.

@@ -490,6 +490,13 @@ void Grid::focusRows() {
   view_->setFocus(Qt::OtherFocusReason);
 }
 
+void Grid::standBehind(QWidget* face) {
+  layout()->addWidget(face);
+  view_->hide();
+  footer_->hide();
+  setFocusProxy(face);
+}
+
 void Grid::followKeysOf(QWidget* input) {
   keyInput_ = input;
   input->installEventFilter(this);

@@ -140,6 +140,8 @@ class Grid : public QWidget {
   /// Arrows and page keys in this input move in the list, so that a search needs no change of focus.
   void followKeysOf(QWidget* input);
   QTableView* view() const { return view_; }
+  /// Shows this in place of the table: what loads and whether it failed is seen over it all the same.
+  void standBehind(QWidget* face);
 
   // Layout: widths, places and hidden columns, in one file a list below Layout/ of the program directory.
   /// The name of that file: of the description, or made from screen and grid.

@@ -29,7 +29,9 @@ Sql soldByGoods(const Criteria& criteria, const Warehouses& warehouses) {
 constexpr ui::Criterion kCriteria[] = {{Asks::From, "tdate1", "日期："},
                                        {Asks::To, "tdate2", "至"},
                                        {Asks::Warehouse, "comCk", "仓库："},
-                                       {Asks::Key, "tkey", "商品信息："}};
+                                       {Asks::Key, "tkey", "商品信息："},
+                                 {Asks::Comparison, "comDb", "对比："}};
+constexpr std::string_view kCompared[] = {"je"};
 constexpr ui::ColumnSpec kSums[] = {{"g_sn", "商品编号"},
                                     {"gname", "商品名称", ColumnKind::Text, 24},
                                     {"sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},
@@ -46,6 +48,7 @@ constexpr ui::EnquiryView kViews[] = {
      .source = soldByGoods,
      .mode = {"rHzb", "汇总表"},
      .chart = {.label = "gname", .measure = "je"},
+     .compares = {kCompared},
      .leads = {"gridMx", [](Criteria& criteria, const Row& row) { criteria.goods = row.text("g_sn"); }, "gname"}},
     {.grid = {"gridMx", "销售明细", kLines, "这段时间没有销售"},
      .source = soldLines,

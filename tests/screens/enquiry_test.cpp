@@ -7,6 +7,7 @@
 #include "ui/chart.h"
 #include "ui/enquiry_screen.h"
 
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
@@ -104,6 +105,56 @@ TEST_F(EnquiryTest, ASumLeadsToItsLinesAndBack) {
   open("F_Sample", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("tdate1").text(), "2021-06-01");
     EXPECT_TRUE(s.grid("gridMx").isEmpty());
+  });
+}
+
+TEST_F(EnquiryTest, FiguresStandBesideThoseOfAnEarlierPeriodWhenAskedFor) {
+  sale("XS21040210001", "2021-04-03", "F1", 1, 80);
+  sale("XS21040210002", "2021-04-02", "F9", 1, 25);
+  sale("XS20050210001", "2020-05-03", "F2", 1, 45);
+  setRights(QStringLiteral("100077"), "qtcz", QString(60, u'1'));
+  open("F_Sample", [&](ui::Screen& s) {
+    auto& sums = s.grid("gridHz");
+    const auto told = [&] {
+      QStringList all;
+      for (int row = 0; row < sums.rowCount(); ++row) {
+        QStringList cells;
+        for (const auto& column : sums.exportColumns())
+          if (column.caption.contains(u"金额")) cells << sums.cellText(row, column.column);
+        all << cells.join(u' ');
+      }
+      return all;
+    };
+    EXPECT_FALSE(sums.isColumnAllowed("je_earlier"));
+    choose(s, "comDb", u"上期"_qs);
+    EXPECT_EQ(told(), QStringList({"150.00 80.00 87.50", "30.00 0.00 ", "0.00 25.00 -100.00"}))
+        << "what was there only before is a row too";
+    EXPECT_EQ(sums.footerText("je_earlier"), "105.00");
+    press(s, "Ctrl+T");
+    ui::Chart* chart = s.findChild<QWidget*>(u"chartCanvas"_qs)
+                           ? dynamic_cast<ui::Chart*>(s.findChild<QWidget*>(u"chartCanvas"_qs)->parentWidget())
+                           : nullptr;
+    ASSERT_TRUE(chart);
+    sums.selectRow(0);
+    EXPECT_EQ(chart->currentText(), "F1　金额 150.00，上期金额 80.00");
+    EXPECT_EQ(s.findChild<QComboBox*>(u"comChartMeasure"_qs)->findText(u"上期金额"_qs), -1) << "beside its figure";
+    press(s, "Ctrl+T");
+    choose(s, "comDb", u"去年同期"_qs);
+    EXPECT_EQ(told(), QStringList({"150.00 0.00 ", "30.00 45.00 -33.33"}));
+    EXPECT_EQ(sums.exportColumns()[4].caption, u"去年金额"_qs);
+    check(s, "rMxb", true);
+    EXPECT_FALSE(s.field("comDb").isVisible()) << "lines are not compared";
+  });
+  execSql("update jxc_role set qtcz=? where r_sn='100077'", QString(6, u'1') + u"0111"_qs);
+  becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  open("F_Sample", [&](ui::Screen& s) {
+    check(s, "rHzb", true);
+    choose(s, "comDb", u"上期"_qs);
+    EXPECT_TRUE(s.grid("gridHz").isColumnAllowed("je_earlier"));
+    execSql("update jxc_role set qtcz=? where r_sn='100077'", QString(60, u'0'));
+    choose(s, "comDb", u"去年同期"_qs);
+    EXPECT_FALSE(s.grid("gridHz").isColumnAllowed("je_earlier"));
+    EXPECT_EQ(s.grid("gridHz").rows().columnIndex("je_earlier"), -1);
   });
 }
 
