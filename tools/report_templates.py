@@ -268,17 +268,19 @@ class Template:
     paper: Paper
     bands: list
     fields: dict = field(default_factory=dict)
+    variables: dict = field(default_factory=dict)  # of this paper alone
 
     def xml(self):
         body = "".join(self.bands)
         inside = re.findall(r"\[([^\]]*)\]", body) + re.findall(r'visible-if="([^"]*)"', body)
         said = set(re.findall(r"(?<![.\w'])[A-Za-z_]\w*", " ".join(inside)))
-        used = [name for name in VARIABLES if name in said]
+        known = VARIABLES | self.variables
+        used = [name for name in known if name in said]
         names = dict(FIELDS)
         names.update(self.fields)
         out = [f'<?xml version="1.0" encoding="UTF-8"?>\n<report version="1" title={quoteattr(self.title)}>\n', self.paper.xml()]
         for name in dict.fromkeys(["comName", "comTele", "comLxr", "comAddress"] + used):
-            label, sample = VARIABLES[name]
+            label, sample = known[name]
             out.append(f"  <variable{attributes({'name': name, 'label': label, 'sample': sample})}/>\n")
         for name, (label, sample) in names.items():
             if name not in used:
@@ -659,6 +661,42 @@ VARIABLES["seesCost"] = ("看得到成本", "1")
 VARIABLES["seesPrice"] = ("看得到售价", "1")
 
 
+def business_page():
+    """The figures of a period, block by block; what the role must not see is null."""
+    blocks = (
+        ("采购", (("采购进货", "cg"), ("采购退货", "ct"), ("合计", "cghj"))),
+        ("销售", (("商品销售", "xs"), ("顾客退货", "xt"), ("合计", "xshj"))),
+        ("调拨和损溢", (("库存调拨", "db"), ("商品报损", "bs"), ("商品报溢", "by"))),
+        ("供货商往来", (("向供货商付款", "fk"), ("应付供货商", "yf"), ("实付供货商", "sf"))),
+        ("客户往来", (("向客户收款", "sk"), ("应收客户", "ys"), ("实收客户", "ss"))),
+        ("财务", (("销售成本", "xscb"), ("销售毛利", "xslr"), ("毛利率(含税)", "lrl"))),
+        ("库存（打印时）", (("现有库存", "kc"),)))
+    without_documents = ("cghj", "xshj", "yf", "sf", "ys", "ss", "xscb", "xslr", "lrl", "kc")
+    without_pieces = ("fk", "yf", "sf", "sk", "ys", "ss", "xscb", "xslr", "lrl")
+    variables, rows = {}, []
+
+    def shown_if_seen(name, label, form, unit=""):
+        variables[name] = (label, "1200")
+        return f"[iif({name} is null,'',format({name},'{form}') & '{unit}')]"
+
+    for title, lines in blocks:
+        rows.append(((title, 4, {"bold": "yes", "fill": "#f2f4f7", "background": "yes"}),
+                     *((caption, share, {"bold": "yes", "align": "right", "fill": "#f2f4f7", "background": "yes"})
+                       for caption, share in (("单据数", 2), ("数量", 3), ("金额", 4)))))
+        for caption, name in lines:
+            count = "" if name in without_documents else shown_if_seen(name + "ds", caption + "单数", "0")
+            pieces = "" if name in without_pieces else shown_if_seen(name + "sl", caption + "数量", "0.##")
+            amount = ("" if name == "db" else shown_if_seen(name, caption, "0.00", "%") if name == "lrl" else
+                      shown_if_seen(name if name in ("xscb", "xslr") else name + "je", caption + "金额", "#,##0.00", "元"))
+            right = {"align": "right"}
+            rows.append(((caption, 4), (count, 2, right), (pieces, 3, right), (amount, 4, right)))
+    below, end = cells(A4, rows)
+    head = heading(A4, "营业分析", ((("日期：[date1] 至 [date2]  [ckName]", 2), ("制表人：[aName]", 1)),), company_size=15,
+                   kind="report-title")
+    foot = band("page-footer", 7, [text(0, 1.5, A4.body, 5, "打印时间：[format(now(),'yyyy-mm-dd hh:nn')]", size=8, colour="#555555")])
+    return Template("yyfx", "营业分析", A4, [head, band("report-title", end, below), foot], {}, variables)
+
+
 def price_labels():
     """Labels for the shelf, three beside each other and eight below on a sheet."""
     paper = Paper(210, 297, 9, 12.5, 9, 12.5, (("columns", 3), ("column-gap", 3), ("flow", "across")))
@@ -806,6 +844,7 @@ def all_templates():
     yield from money_papers()
     yield from money_lists()
     yield from stock_lists()
+    yield business_page()
     yield price_labels()
     yield from pos_papers()
 

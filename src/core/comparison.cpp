@@ -1,6 +1,7 @@
 #include "core/comparison.h"
 
 #include "core/rounding.h"
+#include "engine/grouped_sums.h"
 
 #include <QDate>
 #include <QHash>
@@ -13,14 +14,17 @@ namespace jxc {
 namespace comparison_detail {
 
 constexpr std::string_view kEarlier = "_earlier", kChange = "_change";
-constexpr qsizetype kMonth = 7;  // "yyyy-MM"
+constexpr qsizetype kYear = 4, kMonth = 7, kDay = 10;  // letters of a time
 
 QDate dateOf(const QString& time) {
-  return QDate::fromString(time.size() == kMonth ? time + QStringLiteral("-01") : time.left(10), Qt::ISODate);
+  const QString first = time.size() == kYear    ? time + QStringLiteral("-01-01")
+                        : time.size() == kMonth ? time + QStringLiteral("-01")
+                                                : time.left(kDay);
+  return QDate::fromString(first, Qt::ISODate);
 }
 
-QString textOf(const QDate& date, bool isMonth) {
-  return date.toString(isMonth ? QStringLiteral("yyyy-MM") : QStringLiteral("yyyy-MM-dd"));
+QString textOf(const QDate& date, qsizetype letters) {
+  return date.toString(Qt::ISODate).left(letters);
 }
 
 bool endsMonth(const QDate& date) {
@@ -36,19 +40,6 @@ struct Place {
 
 double numberIn(const RowSet& rows, int row, int column) {
   return column < 0 || rows.isNull(row, column) ? 0 : rows.number(row, column);
-}
-
-void addCell(RowSet& to, const RowSet& from, int row, int column) {
-  switch (from.kind(row, column)) {
-    case Value::Kind::Integer:
-      return to.addInteger(from.integer(row, column));
-    case Value::Kind::Real:
-      return to.addReal(from.number(row, column));
-    case Value::Kind::Text:
-      return to.addText(from.utf8(row, column));
-    default:
-      return to.addNull();
-  }
 }
 
 /// Both answers as one.
@@ -70,7 +61,7 @@ class Joined {
     RowSet rows(names);
     for (const Place& place : places_) {
       for (int column = 0; column < now_.columnCount(); ++column)
-        place.now >= 0 ? addCell(rows, now_, place.now, column) : addOnlyBefore(rows, place, column);
+        place.now >= 0 ? copyCell(rows, now_, place.now, column) : addOnlyBefore(rows, place, column);
       for (std::size_t i = 0; i < figures_.size(); ++i)
         addFigure(rows, place.now < 0 ? 0 : numberIn(now_, place.now, figures_[i].first), place.earlier[i]);
     }
@@ -113,7 +104,7 @@ class Joined {
     else if (column == now_.columnIndex(comparison_.key))
       rows.addText(place.key.toStdString());
     else if (source >= 0 && before_.kind(place.before, source) == Value::Kind::Text)
-      addCell(rows, before_, place.before, source);
+      copyCell(rows, before_, place.before, source);
     else
       rows.addNull();
   }
@@ -142,22 +133,23 @@ QString EarlierPeriod::forward(const QString& time) const {
   const QDate date = comparison_detail::dateOf(time);
   if (!date.isValid()) return time;
   return comparison_detail::textOf(months != 0 ? date.addMonths(months) : date.addDays(days),
-                                   time.size() == comparison_detail::kMonth);
+                                   time.size() > comparison_detail::kMonth ? comparison_detail::kDay : time.size());
 }
 
 std::optional<EarlierPeriod> earlierPeriod(CompareWith with, const Period& asked) {
   using namespace comparison_detail;
-  constexpr int kYear = 12;
+  constexpr int kMonths = 12;
   const bool isMonths = asked.from.size() == kMonth;
+  const qsizetype letters = isMonths ? kMonth : kDay;
   const QDate from = dateOf(asked.from), last = dateOf(asked.to);
   if (with == CompareWith::Nothing || !from.isValid() || !last.isValid() || from > last) return {};
   if (from <= dateOf(allTime().from) && last >= dateOf(allTime().to)) return {};
   const QDate to = isMonths ? QDate(last.year(), last.month(), last.daysInMonth()) : last;
   EarlierPeriod earlier;
   if (with == CompareWith::LastYear)
-    earlier.months = kYear;
+    earlier.months = kMonths;
   else if (from.day() == 1 && from != to)
-    earlier.months = (to.year() - from.year()) * kYear + to.month() - from.month() + 1;
+    earlier.months = (to.year() - from.year()) * kMonths + to.month() - from.month() + 1;
   else
     earlier.days = from.daysTo(to) + 1;
   QDate first = from.addDays(-earlier.days), end = to.addDays(-earlier.days);
@@ -166,7 +158,7 @@ std::optional<EarlierPeriod> earlierPeriod(CompareWith with, const Period& asked
     end = to.addMonths(-earlier.months);
     if (endsMonth(to) && from != to) end.setDate(end.year(), end.month(), end.daysInMonth());
   }
-  earlier.period = {textOf(first, isMonths), textOf(end, isMonths)};
+  earlier.period = {textOf(first, letters), textOf(end, letters)};
   return earlier;
 }
 

@@ -248,6 +248,19 @@ bool cancelOne(const QString& number, Prompt& prompt, CancelMode mode) {
 
 }  // namespace document_list_detail
 
+Sql waitingDocuments(Families families, const Warehouses& warehouses) {
+  using namespace document_list_detail;
+  const Criteria waiting{.boxes = kWaitingOnly};
+  const DocumentListing listing;
+  Sql all;
+  for (const Part& part : partsOf(families, waiting, listing)) {
+    if (!all.isEmpty()) all.add(" union all ");
+    all.add(Sql(compose("select count(*) as n from {} a", {part.family.head}))
+                .where(conditions(part, waiting, warehouses, false)));
+  }
+  return all;
+}
+
 bool maySeeDocuments(const DocumentFamily& family) {
   return std::ranges::any_of(std::array{family.make, family.audit, family.cancel, family.look},
                              [](const Right& right) { return right.isGuarded() && hasRight(right); });

@@ -53,6 +53,9 @@ Sql listedDocuments(Families families, const Criteria& criteria, const Warehouse
 Sql listedLines(Families families, const Criteria& criteria, const Warehouses& warehouses,
                 const DocumentListing& listing = {});
 
+/// How many of these documents wait for their audit: a row `n` a kind that the operator may see.
+Sql waitingDocuments(Families families, const Warehouses& warehouses);
+
 /// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
 bool maySeeDocuments(const DocumentFamily& family);
 /// "采购进货", "库存调拨" …

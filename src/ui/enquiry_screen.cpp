@@ -64,7 +64,7 @@ GridSpec Parts::gridOf(const EnquiryView& view) {
     earlier.field = keep(earlierField(column.field));
     earlier.caption = keep("上期" + std::string(column.caption));
     change.field = keep(changeField(column.field));
-    change.caption = keep(std::string(column.caption) + "增减(%)");
+    change.caption = keep(std::string(column.caption) + "增减%");
     change.kind = ColumnKind::Percent;
     change.width = 0;
     change.use.sum = false;

@@ -102,7 +102,7 @@ struct EnquiryView {
   const RowsBelow* below = nullptr;
   RowPane* (*beside)() = nullptr;
   RowPane* (*page)() = nullptr;  // in the list's place: the answer is one row of many figures
-  std::string_view paper = {};  // its template; without one the list is printed as it stands
+  std::string_view paper = {};   // its template; without one the list is printed as it stands
   /// Variables of that paper besides those that all have, by name.
   std::vector<std::pair<QString, QString>> (*paperWords)(const Criteria&) = nullptr;
   RowLook (*rowLook)(const Row&) = nullptr;

@@ -13,12 +13,14 @@
 #include "core/screens/login.h"
 #include "core/session.h"
 #include "core/start_reminders.h"
+#include "statistics/screens/day_board.h"
 #include "stock/ledger.h"
 #include "ui/display.h"
 #include "ui/icons.h"
 #include "ui/screen.h"
 #include "ui/skin.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
@@ -90,8 +92,11 @@ TF_MainForm::TF_MainForm() : prompt_(this) {
   auto* right = new QVBoxLayout;
   right->setContentsMargins(18, 12, 18, 12);
   auto* side = makeSideBar();
+  day_ = new DayBoard(this, [this](std::string_view command) { run(command); });
+  day_->onShown([this] { giveRoom(); });
   right->addWidget(makeHeader());
   right->addWidget(stack_, 1);
+  right->addWidget(day_);
   middle->addWidget(side);
   middle->addLayout(right, 1);
   outer->addLayout(middle, 1);
@@ -323,6 +328,18 @@ void TF_MainForm::arrangeTiles() {
       ++place;
     }
   }
+  giveRoom();
+}
+
+// The day stands below the tiles of the page, and only where all of both can be seen.
+void TF_MainForm::giveRoom() {
+  if (!day_) return;
+  const int height = day_->arrangeIn(stack_->width());
+  for (const auto& part : pages_) {
+    if (part.panel != stack_->currentWidget()) continue;
+    const int room = stack_->height() + (day_->isHidden() ? 0 : day_->height());
+    day_->setVisible(day_->hasFigures() && room >= part.raster->sizeHint().height() + height);
+  }
 }
 
 void TF_MainForm::resizeEvent(QResizeEvent* event) {
@@ -367,6 +384,7 @@ void TF_MainForm::formActivate() {
   if (!isVisible()) show();
   const auto tiles = visibleTiles();
   if (!tiles.empty()) tiles.front()->setFocus(Qt::OtherFocusReason);
+  day_->refresh();
 }
 
 bool TF_MainForm::event(QEvent* event) {
@@ -382,6 +400,7 @@ void TF_MainForm::run(std::string_view command) {
   if (busy_) return;
   {
     const main_form_detail::Busy busy(busy_);
+    day_->stop();
     runCommand(command, prompt_);
   }
   sinceCommand_.start();
@@ -396,6 +415,7 @@ void TF_MainForm::openTile(CommandTile* tile) {
 void TF_MainForm::changeOperatorClick() {
   // The search box and the side bar come here too, not only through run().
   const bool wasBusy = std::exchange(busy_, true);
+  day_->stop();
   session().editMode = QStringLiteral("hb");
   TF_Login form;
   form.showModal();
@@ -435,6 +455,7 @@ void TF_MainForm::closeEvent(QCloseEvent* event) {
 }
 
 void TF_MainForm::moveFocus(int key) {
+  if (day_->isVisible() && day_->moveFocus(key)) return;
   const auto tiles = visibleTiles();
   auto* now = dynamic_cast<CommandTile*>(focusWidget());
   const auto found = std::find(tiles.begin(), tiles.end(), now);
@@ -447,6 +468,8 @@ void TF_MainForm::moveFocus(int key) {
   const int place = static_cast<int>(found - tiles.begin()) + step;
   if (place >= 0 && place < static_cast<int>(tiles.size())) {
     tiles[static_cast<std::size_t>(place)]->setFocus(Qt::TabFocusReason);
+  } else if (key == Qt::Key_Down && day_->isVisible()) {
+    day_->focusFirst();
   }
 }
 
@@ -493,6 +516,7 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_F2: {
       {
         const main_form_detail::Busy busy(busy_), locked(locked_);
+        day_->stop();
         ui::openScreen("F_Xtsd");
       }
       return formActivate();
@@ -513,7 +537,7 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (auto* tile = dynamic_cast<CommandTile*>(focusWidget())) return openTile(tile);
-      if (auto* button = qobject_cast<QPushButton*>(focusWidget())) return button->click();
+      if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) return button->click();
       return;
     default:
       break;

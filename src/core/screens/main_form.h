@@ -20,6 +20,7 @@ namespace jxc {
 
 class CommandSearch;
 class CommandTile;
+class DayBoard;
 
 /// What other subsystems do on the window's timers and on its way out; empty until they are there.
 struct MainFormHooks {
@@ -44,6 +45,7 @@ class TF_MainForm : public QWidget {
   void run(std::string_view command);
   /// Tiles of the page that is shown, in their order.
   std::vector<CommandTile*> visibleTiles() const;
+  DayBoard& day() { return *day_; }
 
   QTimer Timer1;       // reminders at start
   QTimer TimerBackUp;  // backups
@@ -62,6 +64,7 @@ class TF_MainForm : public QWidget {
   QWidget* makeStatusBar();
   QWidget* makePage(const ui::PageDefinition& page);
   void arrangeTiles();
+  void giveRoom();
   void shapePages();
   void showStatus();
   void reminders();
@@ -79,6 +82,7 @@ class TF_MainForm : public QWidget {
   QLabel* clockPane_ = nullptr;
   QPushButton* helpPane_ = nullptr;
   CommandSearch* search_ = nullptr;
+  DayBoard* day_ = nullptr;  // below the tiles, where they leave room
   QTimer clockTimer_;
   QString typed_;  // initials typed so far
   QTimer typedTimer_;

@@ -32,6 +32,15 @@ void printList(const ui::EnquiryView& view, const ui::Grid& list, const Criteria
       listReport(words(view.paper), list.rows(), criteria.from.isEmpty() ? clock::today() : criteria.from, criteria.to);
   const QString warehouse = lookupValue("select ck_name from jxc_ckxx where ck_sn=?", criteria.warehouse);
   report.setText(u"ckName", warehouse.isEmpty() ? QStringLiteral("所有仓库") : warehouse);
+  // A page of figures is one row: its form names them as variables.
+  if (view.page && !list.isEmpty())
+    for (const std::string& column : list.rows().columns()) {
+      const Value value = list.rows().front().value(column);
+      if (value.kind() == Value::Kind::Text)
+        report.setText(words(column), value.text());
+      else if (!value.isNull())
+        report.setNumber(words(column), value.number());
+    }
   // Paper shows what the role sees on the screen: a column that it must not see is not among the rows.
   bool seesCost = true, seesPrice = true;
   for (const ui::ColumnSpec& column : list.spec().columns) {

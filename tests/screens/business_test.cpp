@@ -1,0 +1,136 @@
+// 营业分析 and the day on the main window, as an operator sees them.
+#include "core/program_directory.h"
+#include "core/screens/main_form.h"
+#include "output/screens/print_outlet.h"
+#include "output/templates.h"
+#include "screens/harness/screen_test.h"
+#include "statistics/screens/day_board.h"
+#include "ui/chart.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QToolButton>
+
+namespace jxc::test {
+namespace business_test {
+
+class BusinessScreens : public ScreenTest {
+ protected:
+  BusinessScreens() {
+    setProgramDirectory(home_.path());
+    bringTemplates();
+    for (const auto& [number, date, quantity, money] :
+         {std::tuple("XS1", "2021-05-03", 2.0, 300.0), std::tuple("XS2", "2021-05-01", 1.0, 100.0)}) {
+      insertRow("jxc_lsxsd", {{"gl_djh", number}, {"ls_xsrq", date}, {"ls_status", 1}, {"ck_sn", "100001"}});
+      insertRow("jxc_lsxssp", {{"gl_djh", number}, {"ls_sl", quantity}, {"ls_zje", money}});
+      insertRow("jxc_goodslist", {{"gl_flag", "xs"},
+                                  {"gl_djh", number},
+                                  {"gl_kdrq", date},
+                                  {"ck_sn", "100001"},
+                                  {"gl_sl", quantity},
+                                  {"gl_je", money},
+                                  {"gl_zje", money},
+                                  {"gl_zcb", money / 4},
+                                  {"gl_lr", money * 3 / 4}});
+    }
+    printOutlet().preview = [this](const report::Pages& pages, QWidget*) { printed_ = pages.lines(0).join(u'|'); };
+  }
+  ~BusinessScreens() override {
+    restorePrintOutlet();
+    setProgramDirectory({});
+  }
+  static QString label(ui::Screen& s, const char* field) {
+    return s.findChild<QLabel*>(u"l_"_qs + QString::fromLatin1(field))->text();
+  }
+  static QStringList day(const TF_MainForm& form) {
+    QStringList all;
+    for (const auto* figure : form.findChildren<QToolButton*>())
+      if (figure->objectName().startsWith(u"day_")) all << figure->accessibleName();
+    return all;
+  }
+  /// A role with all rights but these.
+  void beWithout(std::initializer_list<std::pair<const char*, int>> taken) {
+    for (const char* group : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"}) {
+      QString rights(30, u'1');
+      for (const auto& [of, position] : taken)
+        if (std::string_view(of) == group) rights[position - 1] = u'0';
+      setRights(QStringLiteral("100077"), group, rights);
+    }
+    becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  }
+  QTemporaryDir home_;
+  QString printed_;
+};
+
+TEST_F(BusinessScreens, ThePageTellsAPeriodAndF3Today) {
+  open("F_Yyfx", [&](ui::Screen& s) {
+    EXPECT_EQ(label(s, "xsje"), "400.00元");
+    EXPECT_EQ(label(s, "lrl"), "75.00%");
+    EXPECT_EQ(s.findChild<QLabel*>(u"lNow"_qs)->text(), "2021-05-03 14:30:00 星期一");
+    press(s, "F3");
+    EXPECT_EQ(label(s, "xsds"), "1");
+    EXPECT_EQ(label(s, "xshjje"), "300.00元");
+    EXPECT_EQ(s.findChild<QLabel*>(u"lPeriod"_qs)->text(), "2021-05-03 至 2021-05-03　所有仓库");
+    press(s, "Ctrl+P");
+    for (const char16_t* text : {u"300.00元", u"75.00%", u"2021-05-03 至 2021-05-03"})
+      EXPECT_TRUE(printed_.contains(QString::fromUtf16(text))) << printed_.toStdString();
+    type(s, "tdate12", u"2021-05-01");
+    EXPECT_TRUE(s.findChild<QLabel*>(u"lPeriod"_qs)->text().contains(u"起始日期晚于截止日期"));
+    EXPECT_EQ(label(s, "lrl"), "0.00%");
+  });
+  beWithout({{"qtcz", 7}, {"qtcz", 9}});
+  open("F_Yyfx", [&](ui::Screen& s) {
+    press(s, "F3");
+    for (const char* field : {"xsje", "xslr", "lrl", "cgje", "sfje"})
+      EXPECT_EQ(label(s, field), "") << field;
+    EXPECT_EQ(label(s, "xssl"), "2.00");
+    press(s, "Ctrl+P");
+    EXPECT_FALSE(printed_.contains(u"300.00")) << printed_.toStdString();
+  });
+}
+
+TEST_F(BusinessScreens, TheMainWindowShowsTheDayByRightAndEachFigureOpensItsScreen) {
+  TF_MainForm form;
+  form.resize(1180, 680);
+  form.formActivate();
+  ASSERT_TRUE(form.day().isVisible());
+  EXPECT_EQ(day(form).mid(0, 3),
+            QStringList({"今日销售 ￥300.00，1单　2件", "今日顾客退货 ￥0.00，0单　0件", "今日毛利 ￥225.00"}));
+  QApplication::setActiveWindow(&form);
+  for (int step = 0; step < 2; ++step)
+    pressIn(form, "Down");
+  EXPECT_EQ(form.focusWidget()->objectName(), "day_xs");
+  pressIn(form, "Right");
+  EXPECT_EQ(form.focusWidget()->objectName(), "day_xt");
+  expectScreen("F_Xsdjcx", [](ui::Screen& s) { press(s, "Esc"); });
+  pressIn(form, "Return");
+  pressIn(form, "Down");
+  pressIn(form, "Down");
+  pressIn(form, "Up");
+  EXPECT_EQ(form.focusWidget()->objectName(), "btn_Menu1_Btn1") << "up from the first line is back among the tiles";
+
+  // Without the right to what things cost, without that to one screen, and without the right to the analysis.
+  beWithout({{"qtcz", 7}, {"qtcz", 9}, {"rcgl", 8}});
+  form.formActivate();
+  EXPECT_EQ(day(form),
+            QStringList({"今日销售 1单，2件", "今日顾客退货 0单，0件", "待审核单据 0张", "低于库存下限 0种"}));
+  beWithout({{"tjgl", 9}});
+  form.formActivate();
+  EXPECT_TRUE(day(form).isEmpty());
+  EXPECT_FALSE(form.day().isVisible());
+}
+
+TEST_F(BusinessScreens, TheDayGivesWayWhereThePageNeedsTheRoom) {
+  TF_MainForm form;
+  form.resize(900, 420);
+  form.formActivate();
+  form.showPage(ui::Page::Statistics);
+  EXPECT_FALSE(form.day().isVisible());
+  form.resize(1280, 900);
+  settle();
+  EXPECT_TRUE(form.day().isVisible());
+}
+
+}  // namespace business_test
+}  // namespace jxc::test
