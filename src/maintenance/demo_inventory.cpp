@@ -198,6 +198,7 @@ bool Trade::countSundries() {
   const QString number =
       saveWithin(families::stocktake, lines, writeLine,
                  {{"ck_sn", staff_.warehouses[0]}, {"u_sn", staff_.employees[2]}, {"pd_note", u"护理与配件月度盘点"}});
+  refreshWaitingTotals(families::stocktake, number);
   workAs(staff_.manager);
   if (auditDocument(families::stocktake, number, today(), prompt_) != AuditOutcome::Audited)
     throw std::logic_error("demonstration: count not audited");

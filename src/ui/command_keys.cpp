@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QTextEdit>
 
 namespace jxc::ui {
@@ -71,6 +72,29 @@ bool isForTheText(const QWidget& input, const QKeyEvent& key) {
   }
 }
 
+/// The pages around what has the focus, otherwise the outermost of its window; null: none are in sight.
+QTabWidget* pagesAround(QWidget& focus) {
+  for (QWidget* each = &focus; each && !each->isWindow(); each = each->parentWidget())
+    if (auto* pages = qobject_cast<QTabWidget*>(each)) return pages;
+  for (auto* pages : focus.window()->findChildren<QTabWidget*>())
+    if (pages->isVisible()) return pages;
+  return nullptr;
+}
+
+bool turnPages(QWidget& focus, const QKeyEvent& key) {
+  const bool isTab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+  if (!isTab || !key.modifiers().testFlag(Qt::ControlModifier)) return false;
+  const int step = key.modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1;
+  QTabWidget* pages = pagesAround(focus);
+  if (!pages) return false;
+  int page = pages->currentIndex();
+  do
+    page = (page + step + pages->count()) % pages->count();
+  while (page != pages->currentIndex() && !(pages->isTabEnabled(page) && pages->isTabVisible(page)));
+  pages->setCurrentIndex(page);
+  return true;
+}
+
 }  // namespace command_keys_detail
 
 bool CommandKeys::eventFilter(QObject* watched, QEvent* event) {
@@ -82,6 +106,7 @@ bool CommandKeys::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
   const auto& key = static_cast<QKeyEvent&>(*event);
   auto& input = static_cast<QWidget&>(*watched);
+  if (turnPages(input, key)) return true;
   if (!mayBeOfACommand(key) || !isInput(input)) return false;
   if (watched == composing_) return true;  // half a word: neither a command nor a key of the text
   auto* screen = dynamic_cast<Screen*>(input.window());

@@ -12,7 +12,9 @@ namespace jxc::ui {
 ///
 /// An input keeps what is typed in it: letters, Enter, Esc, Tab, arrows with or without Shift; the key that opens its
 /// own list (F2 in a picker, F4 in a date or a note); copy and cut when something is selected, undo and redo when there
-/// is something to undo, paste and select all. While an input method composes, such a key does nothing.
+/// is something to undo, paste and select all. Ctrl+Tab turns the pages of the window, whatever has the focus: a list
+/// would look for it as a letter, and buttons stand beside the pages. While an input method composes, such a key does
+/// nothing.
 class CommandKeys : public QObject {
  public:
   using QObject::QObject;

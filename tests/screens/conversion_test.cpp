@@ -94,6 +94,11 @@ TEST_F(ConversionScreenTest, ASetIsTakenApartInThreeSteps) {
     EXPECT_TRUE(at(s, 3));
     EXPECT_EQ(s.grid("gridPreview").rowCount(), 3);
     EXPECT_EQ(s.grid("gridPreview").rows()[0].number("tmp_kc"), 3);
+    press(s, "Ctrl+Tab");  // from the button beside the panels
+    EXPECT_EQ(s.findChild<QTabWidget*>()->currentIndex(), 1);
+    EXPECT_FALSE(s.command("btnOK").isVisible() || s.command("btnBack").isVisible());
+    press(s, "Ctrl+Shift+Tab");
+    EXPECT_TRUE(at(s, 3));
 
     // Back to both steps, and on again: nothing was lost.
     press(s, "F6");

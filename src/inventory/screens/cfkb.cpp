@@ -89,13 +89,13 @@ constexpr ui::ColumnSpec kWaiting[] = {
     {"gl_djh", "单据编号", ColumnKind::Text, 16},
     {"cf_cfrq", "日期", ColumnKind::Date},
     {"g_sn", "商品编号", ColumnKind::Text, 9},
-    {"whole_name", "商品名称", ColumnKind::Text, 26},
+    {"whole_name", "商品名称", ColumnKind::Text, 30},
     {"cf_sl", "数量", ColumnKind::Quantity, 8, {.sum = true}},
     {"cf_cbj", "成本价", ColumnKind::Money, 11, {}, kSeesCost},
     {"ck_name", "仓库", ColumnKind::Text, 12},
-    {"u_name", "经办人", ColumnKind::Text, 10},
-    {"a_name", "操作员", ColumnKind::Text, 10},
-    {"cf_note", "备注", ColumnKind::Text, 16},
+    {"u_name", "经办人", ColumnKind::Text, 7},
+    {"a_name", "操作员", ColumnKind::Text, 7},
+    {"cf_note", "备注", ColumnKind::Text, 12},
 };
 constexpr ui::ColumnSpec kPreview[] = {
     {"g_sn", "商品编号", ColumnKind::Text, 9},
@@ -250,6 +250,7 @@ class TF_Cfkb : public DocumentScreenOver<ConversionDraft> {
   SaveResult saveDraft() override { return now_->save(draft(), prompt()); }
   report::Report draftReport() override { return draftDocumentReport(now_->family(), draft(), now_->figures(draft())); }
   void focusDraft() override;
+  void draftInSight(bool isIn) override;
   void enterBarcode(const QString& code) override;
   void scanDone() override { goOn(); }
   bool keyPressed(QKeyEvent& event) override;
@@ -265,7 +266,6 @@ class TF_Cfkb : public DocumentScreenOver<ConversionDraft> {
   void showFigures();
   void goOn();
   void showStep(int step);
-  void showCommands();
   QString wholeInWords();
 
   ui::Field& comFx = field("comFx");
@@ -294,7 +294,6 @@ TF_Cfkb::TF_Cfkb() : DocumentScreenOver(kDocument, conversions::both()) {
   addKey(command("btnNext"), "Alt+Right");
   gridPreview.setRowLook(
       [](const Row& row) { return row.number("tmp_kc") < 0 ? ui::RowLook::Warning : ui::RowLook::Normal; });
-  connect(tabs_, &QTabWidget::currentChanged, this, [this] { showCommands(); });
 }
 
 void TF_Cfkb::activate() {
@@ -426,7 +425,7 @@ void TF_Cfkb::enterBarcode(const QString& code) {
 
 /// F2 in any input of the first step: its goods is what there is to choose.
 bool TF_Cfkb::keyPressed(QKeyEvent& event) {
-  if (step_ != 0 || tabs_->currentIndex() != 0 || event.key() != Qt::Key_F2 || event.modifiers() != Qt::NoModifier)
+  if (step_ != 0 || !isDraftInSight() || event.key() != Qt::Key_F2 || event.modifiers() != Qt::NoModifier)
     return DocumentScreenOver::keyPressed(event);
   if (const auto chosen = chooseWhole()) pickWhole(chosen->key);
   return true;
@@ -461,15 +460,15 @@ void TF_Cfkb::showStep(int step) {
   findChild<QLabel*>(u"lSteps"_qs)->setText(all.join(u"　→　"_qs));
   findChild<QLabel*>(u"lWhole"_qs)->setVisible(step > 0);
   if (step == 2) gridPreview.setRows(now_->preview(draft()));
-  showCommands();
+  draftInSight(isDraftInSight());
   if (isVisible()) focusDraft();
 }
 
-void TF_Cfkb::showCommands() {
-  const bool isDraft = tabs_->currentIndex() == 0;
-  command("btnBack").setVisible(isDraft && step_ > 0);
-  command("btnNext").setVisible(isDraft && step_ < 2);
-  btnOK.setVisible(isDraft && step_ == 2);
+void TF_Cfkb::draftInSight(bool isIn) {
+  DocumentScreenOver::draftInSight(isIn);
+  command("btnBack").setVisible(isIn && step_ > 0);
+  command("btnNext").setVisible(isIn && step_ < 2);
+  btnOK.setVisible(isIn && step_ == 2);
 }
 
 void TF_Cfkb::focusDraft() {

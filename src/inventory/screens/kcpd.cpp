@@ -110,11 +110,13 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
       showBook();
     });
     on(command("btnWp"), [this] {
-      if (!settleDate()) return;
+      if (!settleDate() || !hasWarehouse()) return;
       setNumber(handleUncounted(draftPlace(), Lines::Draft).number);
       reloadLines(gridLines.currentId());
     });
-    on(command("btnPdb"), [this] { showCountSheet(comCk.key()); });
+    on(command("btnPdb"), [this] {
+      if (hasWarehouse()) showCountSheet(comCk.key());
+    });
     on(command("btnTab2Wp"), [this] {
       const LinePlace place = waitingPlace();
       if (place.number.isEmpty() || !mayDo(kDocument.addWaiting)) return;
@@ -129,6 +131,10 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
     DocumentScreenOver::showByParameters();
     chkMp.setChecked(stationOption(stocktaking::kBlind));
     showBook();
+  }
+  void draftInSight(bool isIn) override {
+    DocumentScreenOver::draftInSight(isIn);
+    command("btnPdb").setVisible(isIn);
   }
   void linesChanged() override {
     DocumentScreenOver::linesChanged();
@@ -145,6 +151,12 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
   }
 
  private:
+  /// A draft that came back has none until it is chosen.
+  bool hasWarehouse() {
+    if (!refused({{comCk.key().isEmpty(), u"请选择仓库！"_qs}}, prompt())) return true;
+    comCk.focus();
+    return false;
+  }
   void showBook() {
     const bool blind = chkMp.isChecked();
     for (const std::string_view column : kBook)

@@ -22,7 +22,7 @@ void toDay(Criteria& criteria, const Row& day) {
 }
 
 constexpr auto kSold = ui::joinedTables(
-    Sales::Shown::whose, goodsNames,
+    Sales::Shown::whose<true>, Sales::Shown::named(false),
     std::array{ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 12},
                ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = kSeesPrice}},
     trade_columns::figures<kSide, "gl_">(),

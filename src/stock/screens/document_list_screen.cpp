@@ -46,6 +46,10 @@ ui::RowLook lookOf(const Row& document) {
   return document.flag("j_th") ? ui::RowLook::Muted : ui::RowLook::Normal;
 }
 
+ui::RowLook lookOfLine(const Row& line) {
+  return line.flag("status") ? ui::RowLook::Normal : ui::RowLook::Warning;
+}
+
 void toLines(Criteria& criteria, const Row& document) {
   criteria = {.document = document.text("djh"), .boxes = document.flag("status") ? 0 : kWaitingOnly};
 }

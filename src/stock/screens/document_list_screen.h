@@ -54,6 +54,7 @@ std::vector<ListItem> orders();
 /// "共 12 张：采购进货 10 张 12345.00，采购退货 2 张 -100.00": without amounts for who must not see them.
 QString kindTotals(const ui::Grid& list);
 ui::RowLook lookOf(const Row& document);
+ui::RowLook lookOfLine(const Row& line);
 void toLines(Criteria& criteria, const Row& document);
 bool cancelRow(const Row& document, Prompt& prompt);
 
@@ -86,17 +87,23 @@ struct Columns {
       return std::array<ColumnSpec, 0>{};
   }
 
+  /// Lines with a partner leave out what is seldom asked for, so that their figures are in sight on a small display.
+  static constexpr bool isBroad = has(OfSuppliers | OfCustomers);
+
+  template <bool OfLines>
   static constexpr auto whose = ui::joinedTables(
       when<has(SeveralKinds)>(ColumnSpec{"gtype", "单据类型", ColumnKind::Text, 8}),
-      when<has(WithWaiting)>(ColumnSpec{"zt", "状态", ColumnKind::Text, 6}),
-      when<has(OfSuppliers | OfCustomers)>(ColumnSpec{"ghs_name", partner, ColumnKind::Text, 18}),
+      when<has(WithWaiting)>(ColumnSpec{"zt", "状态", ColumnKind::Text, 6, {.hidden = OfLines}}),
+      when<isBroad>(ColumnSpec{"ghs_name", partner, ColumnKind::Text, OfLines ? 12 : 18}),
       when<true>(ColumnSpec{"ck_name", isTransfer ? "调出仓库" : "仓库", ColumnKind::Text, 10}),
-      when<has(TwoWarehouses)>(ColumnSpec{"ck_in", isTransfer ? "调入仓库" : "对方仓库", ColumnKind::Text, 10}),
+      when<has(TwoWarehouses)>(ColumnSpec{
+          "ck_in", isTransfer ? "调入仓库" : "对方仓库", ColumnKind::Text, 10, {.hidden = OfLines && !isTransfer}}),
       when<has(Wholes)>(ColumnSpec{"zg_name", "拆分捆绑商品", ColumnKind::Text, 22},
                         ColumnSpec{"zg_sl", "拆分捆绑数量", ColumnKind::Quantity, 10}));
 
   static constexpr auto documents = ui::joinedTables(
-      when<true>(ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}, ColumnSpec{"rq", "日期", ColumnKind::Date}), whose,
+      when<true>(ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}, ColumnSpec{"rq", "日期", ColumnKind::Date}),
+      whose<false>,
       when<has(WithMoney)>(amount("yfje", has(OfCustomers) ? "应收金额" : "应付金额", Amount::Shown),
                            amount("sfje", has(OfCustomers) ? "实收金额" : "实付金额", Amount::Shown),
                            amount("yhje", "优惠金额", Amount::Hidden),
@@ -112,27 +119,32 @@ struct Columns {
                            amount("yf", "运费", Amount::Hidden), amount("bzf", "包装费", Amount::Hidden),
                            ColumnSpec{.field = "yffs", .caption = "运费付款方", .use = {.hidden = true}}));
 
+  static constexpr auto named(bool ofOne) {
+    auto columns = goodsNames;
+    columns.back().use.hidden = isBroad && !ofOne;  // pieces, pairs, boxes
+    return columns;
+  }
   /// The goods of one document, or of all.
   template <bool OfOne>
   static constexpr auto goods = ui::joinedTables(
-      goodsNames, when<has(Counts)>(ColumnSpec{"zmsl", "帐面数量", ColumnKind::Quantity, 8, {.sum = true}}),
+      named(OfOne), when<has(Counts)>(ColumnSpec{"zmsl", "帐面数量", ColumnKind::Quantity, 8, {.sum = true}}),
       std::array{ColumnSpec{"gl_sl", has(Counts) ? "盘点数量" : "数量", ColumnKind::Quantity, 8, {.sum = true}}},
       when<has(Counts)>(ColumnSpec{"cysl", "差异数量", ColumnKind::Quantity, 8, {.sum = true}}),
       std::array{ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney}},
-      when<has(WithMoney)>(amount("gl_je", "金额", OfOne ? Amount::OfOneDocument : Amount::Shown),
-                           amount("gl_taxje", "税额", OfOne ? Amount::OfOneDocument : Amount::Shown)),
+      when<has(WithMoney)>(amount("gl_je", "金额", OfOne ? Amount::OfOneDocument : Amount::Hidden),
+                           amount("gl_taxje", "税额", OfOne ? Amount::OfOneDocument : Amount::Hidden)),
       std::array{amount("gl_zje",
                         has(Counts)      ? "差异金额"
                         : has(WithMoney) ? "总金额"
                                          : "金额",
                         OfOne ? Amount::OfOneDocument : Amount::Shown),
-                 ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14},
+                 ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14, {.hidden = isBroad && !OfOne}},
                  ColumnSpec{.field = "t_ph", .caption = "批号", .use = {.hidden = true}},
                  ColumnSpec{.field = "t_yxq", .caption = "有效期", .use = {.hidden = true}}},
       when<has(Wholes)>(ColumnSpec{"ck_in", "明细仓库", ColumnKind::Text, 10}));
   static constexpr auto lines = ui::joinedTables(
-      std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}}, whose,
-      goods<false>);
+      std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}},
+      whose<true>, goods<false>);
 };
 
 /// A list of the documents of a set, as an enquiry. `Paper` is the template of its lines, or empty.
@@ -183,7 +195,8 @@ struct List {
                       .source = Set::lines,
                       .mode = {"rMxb", "明细表"},
                       .leads = {.document = "djh"},
-                      .paper = joined<Paper>}};
+                      .paper = joined<Paper>,
+                      .rowLook = lookOfLine}};
   static constexpr ui::EnquiryTab kTabs[] = {{.criteria = kCriteria, .views = kViews}};
   static constexpr std::array kCommands{
       ui::EnquiryCommand{.name = "btn_Cx", .caption = "高级查询", .key = "F3", .views = kOfDocuments},

@@ -219,8 +219,7 @@ void DocumentScreen::bindDraft() {
 
 void DocumentScreen::bindPanels() {
   connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
-    btnOK.setVisible(panel == document_screen_detail::kDraftPanel);
-    command("btnPrin").setVisible(panel == document_screen_detail::kDraftPanel && mayPrintUnsaved());
+    draftInSight(isDraftInSight());
     if (!isVisible()) return;
     if (panel == document_screen_detail::kAuditedPanel) {
       showAudited();
@@ -231,6 +230,15 @@ void DocumentScreen::bindPanels() {
       focusDraft();
     }
   });
+}
+
+bool DocumentScreen::isDraftInSight() const {
+  return panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel;
+}
+
+void DocumentScreen::draftInSight(bool isIn) {
+  btnOK.setVisible(isIn);
+  command("btnPrin").setVisible(isIn && mayPrintUnsaved());
 }
 
 void DocumentScreen::showAudited() {
@@ -278,8 +286,7 @@ void DocumentScreen::fillLists() {
 }
 
 void DocumentScreen::showByParameters() {
-  command("btnPrin").setVisible(mayPrintUnsaved() &&
-                                panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel);
+  draftInSight(isDraftInSight());
   for (auto* lines : {&gridLines, &gridWaitingLines}) {
     showLineColumns(*lines);
     lockLineCells(*lines, rules_.lines());

@@ -107,6 +107,8 @@ class DocumentScreen : public ui::Screen {
   // ---- what a document has besides; each calls that of its base ----
   virtual void fillLists();
   virtual void showByParameters();
+  /// The first panel came into sight or went out of it, and with it its commands in the row below all panels.
+  virtual void draftInSight(bool isIn);
   /// A draft that comes back after the program was cut off.
   virtual void recallDraft() {}
   /// The draft of this operator that was begun and never saved; empty: none.
@@ -159,6 +161,7 @@ class DocumentScreen : public ui::Screen {
   virtual void enterBarcode(const QString& code);
   /// The input in which a draft is gone on with.
   virtual void focusDraft();
+  bool isDraftInSight() const;
   void addOld();
   void addNew();
   void enterLenses();
