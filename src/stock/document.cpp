@@ -95,6 +95,40 @@ void deleteDocument(const DocumentFamily& family, const QString& number) {
   if (!family.onDelete.empty()) execSql(family.onDelete, number);
 }
 
+/// The number that the document has then; empty: it waits no longer.
+QString rewriteHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit) {
+  Transaction transaction(accountDb());
+  if (!isWaiting(family, number)) return {};
+  const std::int64_t head = firstIdOf(family.head, family.number, number);
+  const auto set = [&](std::string_view field, const auto& value, auto sign) {
+    if (!field.empty() && value) updateRow(family.head, head, {{field, Value(*value * sign)}});
+  };
+  const auto setText = [&](std::string_view field, const std::optional<QString>& value) {
+    if (!field.empty() && value) updateRow(family.head, head, {{field, *value}});
+  };
+  QString fresh = number;
+  const QString before = lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), head);
+  if (!edit.date.isEmpty() && edit.date != before.left(10)) {
+    if (family.redateRenewsNumber || isNumberTaken(family.lines, family.number, number))
+      fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), edit.date);
+    // Sales may carry the time of day behind the date.
+    updateRow(family.head, head, {{family.date, edit.date.left(10) + before.mid(10)}});
+  }
+  setText(family.partner, edit.partner);
+  setText(family.warehouse, edit.warehouse);
+  setText("u_sn", edit.salesperson);
+  setText(family.invoiceNumber, edit.invoiceNumber);
+  set(family.invoiceAmount, edit.invoiceAmount, family.headSign);
+  set(family.freight, edit.freight, 1);
+  set(family.packing, edit.packing, 1);
+  if (!family.freightPayer.empty() && (edit.freight || edit.packing))
+    setText(family.freightPayer,
+            freightPayerText(edit.freight.value_or(0), edit.packing.value_or(0), edit.wePayFreight));
+  if (fresh != number) renumberDocument(family, head, number, fresh, SharedNumber::No);
+  transaction.commit();
+  return fresh;
+}
+
 }  // namespace document_detail
 
 // ---- number ------------------------------------------------------------------------------------------------------
@@ -298,19 +332,25 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
             sum(""), number);
 }
 
-bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId) {
-  Transaction transaction(accountDb());
-  if (!document_detail::isWaiting(family, number)) return false;
-  execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
-  // A balancing line settles goods: alone it is no document.
-  const bool emptied = !document_detail::hasGoods(family, number);
-  if (emptied) {
-    document_detail::deleteDocument(family, number);
-    writeLog(words(family.emptiedLog) + number);
-  } else {
-    refreshWaitingTotals(family, number);
+bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt) {
+  bool waits = false, emptied = false;
+  {
+    Transaction transaction(accountDb());
+    waits = document_detail::isWaiting(family, number);
+    if (waits) {
+      execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
+      // A balancing line settles goods: alone it is no document.
+      emptied = !document_detail::hasGoods(family, number);
+      if (emptied) {
+        document_detail::deleteDocument(family, number);
+        writeLog(words(family.emptiedLog) + number);
+      } else {
+        refreshWaitingTotals(family, number);
+      }
+      transaction.commit();
+    }
   }
-  transaction.commit();
+  refused({{!waits, changedMeanwhile(number)}}, prompt);
   return emptied;
 }
 
@@ -349,35 +389,8 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
   }
 
   if (!session().canChangeDocDate) return {};
-  Transaction transaction(accountDb());
-  if (!document_detail::isWaiting(family, number)) return {};
-  const std::int64_t head = firstIdOf(family.head, family.number, number);
-  const auto set = [&](std::string_view field, const auto& value, auto sign) {
-    if (!field.empty() && value) updateRow(family.head, head, {{field, Value(*value * sign)}});
-  };
-  const auto setText = [&](std::string_view field, const std::optional<QString>& value) {
-    if (!field.empty() && value) updateRow(family.head, head, {{field, *value}});
-  };
-  QString fresh = number;
-  const QString before = lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), head);
-  if (!edit.date.isEmpty() && edit.date != before.left(10)) {
-    if (family.redateRenewsNumber || isNumberTaken(family.lines, family.number, number))
-      fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), edit.date);
-    // Sales may carry the time of day behind the date.
-    updateRow(family.head, head, {{family.date, edit.date.left(10) + before.mid(10)}});
-  }
-  setText(family.partner, edit.partner);
-  setText(family.warehouse, edit.warehouse);
-  setText("u_sn", edit.salesperson);
-  setText(family.invoiceNumber, edit.invoiceNumber);
-  set(family.invoiceAmount, edit.invoiceAmount, family.headSign);
-  set(family.freight, edit.freight, 1);
-  set(family.packing, edit.packing, 1);
-  if (!family.freightPayer.empty() && (edit.freight || edit.packing))
-    setText(family.freightPayer,
-            freightPayerText(edit.freight.value_or(0), edit.packing.value_or(0), edit.wePayFreight));
-  if (fresh != number) renumberDocument(family, head, number, fresh, SharedNumber::No);
-  transaction.commit();
+  const QString fresh = document_detail::rewriteHead(family, number, edit);
+  refused({{fresh.isEmpty(), changedMeanwhile(number)}}, prompt);
   return fresh;
 }
 

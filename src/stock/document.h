@@ -93,7 +93,7 @@ QString ownerOf(const DocumentFamily& family, const QString& number);
 /// A document whose rest goes on account keeps its paid amount when it was typed. A bundle takes its unit cost anew.
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
 /// Deletes one line; with the last line of goods goes the head. True: the whole document is gone.
-bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId);
+bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt);
 /// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt);
 /// Change of head of a waiting document (needs the right to change dates). What is not set stays as it is.

@@ -139,6 +139,11 @@ TEST_F(BadInputTest, WhatAnotherStationHasDoneMeanwhileIsToldAndNothingIsChanged
       line.amounts.setQuantity(3);
       return bool(lines.addLine(Lines::Waiting, {.number = number}, line, asked));
     });
+    const Command takingOff = inDialog(
+        [&](const QString& number, Prompt& asked) { return deleteWaitingLine(kind, number, lineOf(kind), asked); });
+    const Command redating = inDialog([&](const QString& number, Prompt& asked) {
+      return !changeWaitingHead(kind, number, {.date = u"2021-05-02"_qs}, asked).isEmpty();
+    });
     const struct {
       const char* what;
       bool isAudited;
@@ -148,7 +153,9 @@ TEST_F(BadInputTest, WhatAnotherStationHasDoneMeanwhileIsToldAndNothingIsChanged
                  {"cancel, cancelled", true, cancels, cancelling}, {"delete, audited", false, audits, deleting},
                  {"delete, deleted", false, deletes, deleting},    {"change, audited", false, audits, changing},
                  {"change, deleted", false, deletes, changing},    {"type, audited", false, audits, typing},
-                 {"type, deleted", false, deletes, typing},        {"add, audited", false, audits, adding}};
+                 {"type, deleted", false, deletes, typing},        {"add, audited", false, audits, adding},
+                 {"take off, audited", false, audits, takingOff},  {"redate, audited", false, audits, redating},
+                 {"redate, deleted", false, deletes, redating}};
     for (const auto& each : cases) {
       SCOPED_TRACE(words(kind.name).toStdString() + ": " + each.what);
       Transaction trial(accountDb());

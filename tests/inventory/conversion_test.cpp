@@ -139,7 +139,7 @@ TEST_F(ConversionTest, BundleCostsWhatGoesIntoIt) {
   rules.lines().setChange("2", u"sl", Lines::Waiting, frame, prompt);
   EXPECT_EQ(row("select kb_cbj from jxc_kbd where gl_djh=?", number), "19.996667");
   jxc::deleteWaitingLine(families::bundle, number,
-                         lookupValue("select id from jxc_kbsp where g_sn='CASE'").toLongLong());
+                         lookupValue("select id from jxc_kbsp where g_sn='CASE'").toLongLong(), prompt);
   EXPECT_EQ(row("select kb_cbj from jxc_kbd where gl_djh=?", number), "16.666667");  // 50 over 3
   EXPECT_EQ(audit(number), AuditOutcome::Audited);
   EXPECT_EQ(stock("FRAME"), "100001 1 25");

@@ -62,7 +62,7 @@ class BothEngines : public test::ShopWalk {
         } else {
           const QString line =
               lookupValue(compose("select max(id) from {} where {}=?", {family.lines, family.number}), number);
-          deleteWaitingLine(family, number, line.toLongLong());
+          deleteWaitingLine(family, number, line.toLongLong(), yes);
           ++done["line deleted"];
         }
         break;

@@ -115,12 +115,12 @@ TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   const QString number = save(draftReceipt("2021-05-03", {{"A", 2, 5}, {"B", 1, 7}}));
   const RowSet lines = receipt::waitingLines(number);
   ASSERT_EQ(lines.rowCount(), 2);
-  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, number, lines[0].integer("id")));
+  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, number, lines[0].integer("id"), prompt));
   EXPECT_EQ(lookupNumber("select j_yfje from jxc_jhd where j_sn=?", number), 7);
   EXPECT_EQ(lookupNumber("select j_sfje from jxc_jhd where j_sn=?", number), 7);
   // What is left is the line that settles the rest: without goods it is no document.
   insertRow("jxc_jhsp", {{"j_sn", number}, {"g_sn", u"00000000"}, {"a_name", session().a_name}, {"jh_zje", -1.0}});
-  EXPECT_TRUE(deleteWaitingLine(purchaseReceipt, number, lines[1].integer("id")));
+  EXPECT_TRUE(deleteWaitingLine(purchaseReceipt, number, lines[1].integer("id"), prompt));
   EXPECT_EQ(lineCount(purchaseReceipt, number), 0);
   EXPECT_EQ(lastLog(), "因删除单据的所有商品而删除采购进货单：" + number);
   EXPECT_EQ(heads(), "");
@@ -137,7 +137,7 @@ TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   const QString audited = receive("2021-05-03", {{"A", 2, 5}});
   prompt.willSayYes();
   EXPECT_FALSE(deleteWaitingDocument(purchaseReceipt, audited, prompt));
-  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, audited, receipt::waitingLines(audited)[0].integer("id")));
+  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, audited, receipt::waitingLines(audited)[0].integer("id"), prompt));
   EXPECT_EQ(lineCount(purchaseReceipt, audited), 1);
   EXPECT_EQ(changeWaitingHead(purchaseReceipt, audited, {.date = "2021-05-01"}, prompt), "");
 }

@@ -170,7 +170,7 @@ void DocumentScreen::deleteWaitingLine() {
   const std::int64_t id = gridWaitingLines.currentId();
   if (id == 0 || !mayDo(description_.deleteWaiting)) return;
   const QString number = waitingNumber();
-  jxc::deleteWaitingLine(waitingFamily(), number, id);
+  jxc::deleteWaitingLine(waitingFamily(), number, id, prompt());
   refreshWaiting(number);
 }
 
