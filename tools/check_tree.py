@@ -24,7 +24,7 @@ RULES = {
     "members": ["ledgers", "stock", "masterdata", "accounts"],
     "sales": ["ledgers", "stock", "masterdata", "accounts", "members"],
     "pos": ["ledgers", "stock", "masterdata", "accounts", "members", "sales"],
-    "statistics": ["ledgers", "stock", "masterdata", "accounts"],
+    "statistics": ["ledgers", "stock", "masterdata", "accounts", "sales"],
     "output": ["ledgers", "stock", "masterdata", "accounts"],
     "messaging": ["members", "statistics", "output"],
     "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "inventory", "purchasing", "sales"],

@@ -64,6 +64,8 @@ constexpr Named kRegionNames[] = {
     {"iif(p.p_sn is null,'其他',iif(p.p_region is null or p.p_region='','无地区',p.p_region))", "z_name", true}};
 constexpr Named kEmployeeNames[] = {{"iif(e.e_sn is null,'其他',e.e_sn)", "u_sn", true},
                                     {"iif(e.e_name is null,'其他',e.e_name)", "u_name"}};
+constexpr Named kDocumentNames[] = {
+    {"b.djh", "djh"}, {"left(b.tjrq,10)", "tjrq"}, {"b.ghs_sn", "ghs_sn"}, kPartnerNames[1], {"b.u_name", "u_name"}};
 constexpr Named kDayNames[] = {{"left(b.tjrq,10)", "tjrq", true}}, kMonthNames[] = {{"left(b.tjrq,7)", "tjrq", true}},
                 kYearNames[] = {{"left(b.tjrq,4)", "tjrq", true}};
 constexpr Named kPartnerGoodsNames[] = {
@@ -71,6 +73,7 @@ constexpr Named kPartnerGoodsNames[] = {
 
 constexpr Key kOfGoods[] = {kGoodsKey}, kOfPartners[] = {kPartnerKey}, kOfBoth[] = {kPartnerKey, kGoodsKey},
               kOfEmployees[] = {kEmployeeKey}, kOfTime[] = {kTimeKey},
+              kOfDocuments[] = {kTimeKey, {"x.gl_djh", "djh"}, kPartnerKey, kEmployeeKey},
               kDaily[] = {{"left(x.gl_kdrq,10)", "tjrq"}, kGoodsKey, kPartnerKey},
               kMonthly[] = {{"left(x.gl_kdrq,7)", "tjrq"}, kGoodsKey, kPartnerKey};
 constexpr std::string_view kLatestFirst = "t.tjrq desc,t.g_sn,t.ghs_name";
@@ -83,6 +86,7 @@ constexpr Grouping kGroupings[] = {
     {TradeBy::CustomerType, kOfPartners, kTypeNames, Partners, "t.kt_name"},
     {TradeBy::Region, kOfPartners, kRegionNames, Partners, "t.z_name"},
     {TradeBy::Employee, kOfEmployees, kEmployeeNames, Employees, "t.u_sn"},
+    {TradeBy::Document, kOfDocuments, kDocumentNames, Partners, "t.tjrq desc,t.djh desc"},
     {TradeBy::Day, kOfTime, kDayNames, 0, "t.tjrq"},
     {TradeBy::Month, kOfTime, kMonthNames, 0, "t.tjrq"},
     {TradeBy::Year, kOfTime, kYearNames, 0, "t.tjrq"},
@@ -167,6 +171,7 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
     addPeriod(filter, criteria, byAudit ? "x.gl_chkrq" : "x.gl_kdrq");
   addChoice(filter, "x.gl_flag", criteria.kind);
   addChoice(filter, "x.g_sn", criteria.goods);
+  addChoice(filter, "x.gl_djh", criteria.document);
   addMember(filter, side == PartnerType::Supplier ? kOfSupplier : kOfCustomer, criteria.partner);
   addMember(filter, kOfEmployee, criteria.employee);
   addMember(filter,
@@ -329,6 +334,9 @@ void narrowToSum(TradeBy by, Criteria& criteria, const Row& row) {
       break;
     case TradeBy::Employee:
       criteria.employee = row.text("u_sn");
+      break;
+    case TradeBy::Document:
+      criteria.document = row.text("djh");
       break;
     case TradeBy::PartnerGoodsDay:
     case TradeBy::PartnerGoodsMonth:

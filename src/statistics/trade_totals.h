@@ -19,6 +19,7 @@ enum class TradeBy : std::uint8_t {
   CustomerType,
   Region,    // of customers
   Employee,  // of the document
+  Document,
   Day,
   Month,
   Year,
@@ -38,8 +39,8 @@ inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass
                           kEverySupplier = 16, kAsDocuments = 32;
 
 /// Rows of the stock ledger, the latest first (in the order "asc" the oldest), with the margin `lrl` of each in
-/// percent. Asked for by period, warehouse, class, goods, partner, employee, group, key (of the goods, as the catalogue
-/// has it) and kind: the flag of the ledger, "cj" or "ct", "xs" or "xt".
+/// percent. Asked for by period, warehouse, class, goods, document, partner, employee, group, key (of the goods, as the
+/// catalogue has it) and kind: the flag of the ledger, "cj" or "ct", "xs" or "xt".
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses);
 
 /// What a list of documents is asked for, put to the ledger: the key is looked for in the document (number, remark,
@@ -53,8 +54,8 @@ Sql documentSales(const Criteria& criteria, const Warehouses& warehouses);
 /// Sums of the same lines: quantity `sl`, before tax `je`, tax `taxje`, with tax `zje`, cost `zcb`, profit `lr` (both
 /// of sales only), margin `lrl` in percent, 0 where nothing was taken in; signed as the ledger is, so that returns
 /// lower them. What a row belongs to: `g_sn` and the goods' other names with their class `gc_name`; `gc_sn`, `gc_name`;
-/// `ghs_sn`, `ghs_name`; `kt_name`; `z_name`; `u_sn`, `u_name`; `tjrq` (day, month or year); `rowkey` names a row of
-/// several keys. Goods that were bought tell the last time, `rq`.
+/// `ghs_sn`, `ghs_name`; `kt_name`; `z_name`; `u_sn`, `u_name`; `djh` with `tjrq`, `ghs_name`, `u_name`; `tjrq` (day,
+/// month or year); `rowkey` names a row of several keys. Goods that were bought tell the last time, `rq`.
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
 
 /// Puts into the criteria what a row of the sums stands for: the lines that they ask for then add up to it.

@@ -28,13 +28,14 @@ using ui::EnquiryView;
 
 /// Where the books hold a date, with the table.
 struct DateColumn {
-  const char *table, *column;
+  const char *table, *column, *only = "";
 };
-constexpr DateColumn kDates[] = {{"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},   {"jxc_ysyfk", "k_rq"},
-                                 {"jxc_jhd", "j_jhrq"},        {"jxc_thd", "th_thrq"},  {"jxc_lsxsd", "ls_xsrq"},
-                                 {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"}, {"jxc_kcdbd", "db_dbrq"},
-                                 {"jxc_bsd", "bs_bsrq"},       {"jxc_byd", "by_byrq"},  {"jxc_kcpd", "pd_rq"},
-                                 {"jxc_cfd", "cf_cfrq"},       {"jxc_kbd", "kb_kbrq"}};
+constexpr DateColumn kDates[] = {
+    {"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},   {"jxc_ysyfk", "k_rq"},
+    {"jxc_jhd", "j_jhrq"},        {"jxc_thd", "th_thrq"},  {"jxc_lsxsd", "ls_xsrq"},
+    {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"}, {"jxc_kcdbd", "db_dbrq"},
+    {"jxc_bsd", "bs_bsrq"},       {"jxc_byd", "by_byrq"},  {"jxc_kcpd", "pd_rq"},
+    {"jxc_cfd", "cf_cfrq"},       {"jxc_kbd", "kb_kbrq"},  {"jxc_ysyfk", "k_rq", " where k_djlx='SK'"}};
 constexpr const char *kFirstDay = "2021-08-01", *kLastDay = "2021-08-31";
 
 class EnquirySweep : public ScreenTest {
@@ -53,7 +54,7 @@ class EnquirySweep : public ScreenTest {
       for (const auto& [pick, second] :
            {std::pair("min", "2021-08-01 00:00:00"), std::pair("max", "2021-08-31 23:59:59")})
         execSql("update " + std::string(each.table) + " set " + each.column + "=? where id=(select " + pick +
-                    "(id) from " + each.table + ")",
+                    "(id) from " + each.table + each.only + ")",
                 second);
     const RowSet warehouses = openSelect("select ck_sn,ck_name from jxc_ckxx order by id");
     own_ = warehouses[0].text("ck_sn");
