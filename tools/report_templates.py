@@ -650,7 +650,7 @@ def stock_lists():
              "rkdj": ("入库单价", "11"), "rksl": ("入库数量", "5"), "rkje": ("入库金额", "55"), "ckdj": ("出库单价", "0"),
              "cksl": ("出库数量", "0"), "ckje": ("出库金额", "0"), "ck_name": ("仓库", "总店仓库")}
     yield list_report("jxctjmx", "进销存明细表", (
-        words("日期", "gl_kdrq", 20), words("类型", "dnote", 24), words("单据号", "gl_djh", 29), words("商品编号", "g_sn", 20),
+        words("日期", "gl_kdrq", 31), words("类型", "dnote", 22), words("单据号", "gl_djh", 25), words("商品编号", "g_sn", 20),
         words("商品名称", "g_name", 44, True), words("规格型号", "gg_name", 18), guarded(price("入库单价", "rkdj", hide_zero=True)),
         quantity("入库数量", "rksl", hide_zero=True), guarded(money("入库金额", "rkje", hide_zero=True)),
         guarded(price("出库单价", "ckdj", hide_zero=True)), quantity("出库数量", "cksl", hide_zero=True),

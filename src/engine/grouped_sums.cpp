@@ -3,17 +3,19 @@
 #include "engine/sqlite/sqlite_database.h"
 
 #include <string>
+#include <tuple>
 
 namespace jxc {
 namespace grouped_sums_detail {
 
-/// "select a,b,sum(c) as c from (…) t group by a,b"
+/// "select a,b,sum(t.c) as c,sum(abs(t.c)) as abs_c from (…) t group by a,b"
 std::string grouped(const SqlText& lines, const SumColumns& columns) {
   std::string keys, sums;
   for (const std::string_view key : columns.keys)
     keys += (keys.empty() ? "" : ",") + std::string(key);
   for (const std::string_view sum : columns.sums)
-    sums += ",sum(t." + std::string(sum) + ") as " + std::string(sum);
+    for (const auto& [of, behind, as] : {std::tuple(",sum(t.", ")", ""), std::tuple(",sum(abs(t.", "))", "abs_")})
+      sums += of + std::string(sum) + behind + " as " + as + std::string(sum);
   return "select " + keys + sums + " from (" + std::string(lines.view()) + ") t group by " + keys;
 }
 

@@ -13,9 +13,9 @@ struct SumColumns {
   std::span<const std::string_view> keys, sums;
 };
 
-/// One row for each combination of keys, in no particular order, with the sums to six decimals behind them; nothing
-/// counts as 0. SQLite would sort the rows to group them, which takes three times as long as reading them: of a file
-/// they are read as they come. A server groups them itself.
+/// One row for each combination of keys, in no particular order; behind them for each number its sum and, as "abs_…",
+/// the sum of its values without sign, to six decimals. Nothing counts as 0. SQLite would sort the rows to group them,
+/// which takes three times as long as reading them: of a file they are read as they come. A server groups them itself.
 RowSet groupedSums(Database& database, const SqlText& lines, std::span<const Value> values, const SumColumns& columns);
 
 /// Appends a cell of another set.

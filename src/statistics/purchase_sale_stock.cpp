@@ -141,12 +141,12 @@ Sql lastRows(std::string_view table, const Filter& filter, const Criteria& crite
 Sql flows(const Filter& filter, const Criteria& criteria) {
   Filter rows = filter;
   addPeriod(rows, criteria, "x.gl_kdrq");
-  return Sql("select x.g_sn,x.ck_sn,x.gl_flag,iif(x.gl_sl>0,1,iif(x.gl_sl<0,-1,0)) as direction,x.gl_sl,x.gl_je,"
-             "abs(x.gl_je) as amount,abs(x.gl_zcb) as cost from jxc_goodslist x")
+  return Sql("select x.g_sn,x.ck_sn,x.gl_flag,iif(x.gl_sl>0,1,iif(x.gl_sl<0,-1,0)) as direction,x.gl_sl,x.gl_je" +
+             std::string(isAtCost(criteria) ? ",x.gl_zcb" : "") + " from jxc_goodslist x")
       .where(rows);
 }
-constexpr std::string_view kFlowKeys[] = {"g_sn", "ck_sn", "gl_flag", "direction"};
-constexpr std::string_view kFlowSums[] = {"gl_sl", "gl_je", "amount", "cost"};
+constexpr std::string_view kFlowKeys[] = {"g_sn", "ck_sn", "gl_flag", "direction"},
+                           kFlowSums[] = {"gl_sl", "gl_je", "gl_zcb"};
 
 struct Stock {
   double quantity = 0, value = 0;
@@ -200,27 +200,29 @@ class Summary {
   }
 
   void takeFlows(const RowSet& rows, bool atCost) {
-    constexpr int kFlag = 2, kDirection = 3, kQuantity = 4, kSigned = 5, kAmount = 6, kCost = 7;
+    const auto column = [&](std::string_view name) { return rows.columnIndex(name); };
+    const int flags = column("gl_flag"), directions = column("direction"), quantities = column("gl_sl"),
+              amounts = column("gl_je"), withoutSign = column("abs_gl_je"), costs = column("abs_gl_zcb");
     for (int row = 0; row < rows.rowCount(); ++row) {
-      const LedgerFlag* const flag = findLedgerFlag(rows.utf8(row, kFlag));
+      const LedgerFlag* const flag = findLedgerFlag(rows.utf8(row, flags));
       if (!flag || !open_.contains(rows.utf8(row, kWarehouse))) continue;
       Goods& goods = goods_[rows.utf8(row, kNumber)];
       if (rows.utf8(row, kNumber) == kMoney) {
         if (flag->flag != "cj" && flag->flag != "xs") continue;
-        (flag->flag == "cj" ? goods.in : goods.out).value += rows.number(row, kSigned);
+        (flag->flag == "cj" ? goods.in : goods.out).value += rows.number(row, amounts);
         goods.isShown = true;
         continue;
       }
-      const double quantity = rows.number(row, kQuantity);
-      const double amount = rows.number(row, atCost && flag->amount == ShownAmount::OfSale ? kCost : kAmount);
-      switch (flag->countsAs(rows.number(row, kDirection))) {
+      const double quantity = rows.number(row, quantities);
+      const double amount = rows.number(row, atCost && flag->amount == ShownAmount::OfSale ? costs : withoutSign);
+      switch (flag->countsAs(rows.number(row, directions))) {
         case Counts::Nowhere:
           break;
         case Counts::In:
           goods.in.add(std::abs(quantity), amount);
           break;
         case Counts::InSigned:
-          goods.in.add(quantity, rows.number(row, kSigned));
+          goods.in.add(quantity, rows.number(row, amounts));
           break;
         case Counts::Out:
           goods.out.add(std::abs(quantity), amount);
@@ -288,7 +290,8 @@ Computation stockSummary(const Criteria& criteria, const Warehouses& warehouses)
   return [asked = flows(filter, criteria), balances = lastRows("jxc_kcsp", filter, criteria),
           ledger = lastRows("jxc_goodslist", filter, criteria), atCost = isAtCost(criteria)](EnquiryReader& reader) {
     const RowSet open = reader.select(Sql("select ck_sn from jxc_ckxx"));
-    const RowSet moved = reader.sums(asked, {kFlowKeys, kFlowSums});
+    const std::span<const std::string_view> numbers(kFlowSums);
+    const RowSet moved = reader.sums(asked, {kFlowKeys, atCost ? numbers : numbers.first(2)});
     reader.progress(80);
     RowSet last = reader.select(balances);
     Summary summary(open);

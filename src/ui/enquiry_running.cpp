@@ -190,8 +190,11 @@ void EnquiryScreen::show(Tab& tab, View& view) {
     each->area->setVisible(each.get() == &view);
     if (each->mode) each->mode->setChecked(each.get() == &view);
   }
-  for (const auto& [criterion, input] : tab.inputs)
-    input->setVisible(isAsked(*criterion, *view.spec));
+  for (const auto& [criterion, input] : tab.inputs) {
+    const bool asked = isAsked(*criterion, *view.spec);
+    input->setVisible(asked);
+    if (criterion->asks == Asks::To) command(tab.spec->period).setVisible(asked);
+  }
   QStringList way;
   for (const Step& step : tab.path) {
     const Leads& leads = step.from->spec->leads;
@@ -360,7 +363,9 @@ void EnquiryScreen::rowsChanged() {
 }
 
 void EnquiryScreen::previewRule(const EnquiryCommand& described) {
-  const auto row = viewInSight().list->current();
+  const View& view = viewInSight();
+  if (!holds(described.views, view.spec->grid.name)) return prompt().notice(qs(described.elsewhere));
+  const auto row = view.list->current();
   if (!row || !enquiryServices().preview) return;
   const QString number = row->text(described.preview.number);
   enquiryServices().preview(qs(described.preview.doing) + number, number,

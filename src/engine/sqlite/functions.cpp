@@ -3,6 +3,7 @@
 #include "engine/number_text.h"
 #include "engine/sqlite/date_functions.h"
 #include "engine/sqlite/function_arguments.h"
+#include "engine/sqlite/sums_by_key.h"
 
 #include <algorithm>
 #include <cmath>
@@ -326,6 +327,7 @@ void registerFunctions(sqlite3* connection) {
                                nullptr, nullptr);
   }
   registerDateFunctions(connection);
+  registerSums(connection);
 }
 
 }  // namespace jxc::sqlite

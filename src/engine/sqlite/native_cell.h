@@ -1,4 +1,4 @@
-// SQLite 单元格: one cell of the row that a statement stands on.
+// SQLite 单元格: one cell of the row that a statement stands on, or that a function was given.
 #pragma once
 
 #include "engine/row_set.h"
@@ -12,6 +12,7 @@ namespace jxc::sqlite {
 /// Fetched once: asking the statement for its kind and again for its content costs a list a seventh of its time.
 class NativeCell {
  public:
+  explicit NativeCell(sqlite3_value* value) : value_(value) {}
   NativeCell(sqlite3_stmt* statement, int column) : value_(sqlite3_column_value(statement, column)) {}
   int kind() const { return sqlite3_value_type(value_); }
   std::int64_t integer() const { return sqlite3_value_int64(value_); }
@@ -25,8 +26,7 @@ class NativeCell {
   sqlite3_value* value_;
 };
 
-inline void addCell(RowSet& rows, sqlite3_stmt* statement, int column) {
-  const NativeCell cell(statement, column);
+inline void addCell(RowSet& rows, const NativeCell& cell) {
   switch (cell.kind()) {
     case SQLITE_NULL:
       return rows.addNull();

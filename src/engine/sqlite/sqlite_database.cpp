@@ -242,7 +242,7 @@ RowSet SqliteDatabase::readRows(Statement& statement, const Step& step, std::spa
   RowSet rows(std::move(names));
   for (; code == SQLITE_ROW; code = this->step(native, text))
     for (int i = 0; i < columns; ++i)
-      addCell(rows, native, i);
+      addCell(rows, NativeCell(native, i));
   return rows;
 }
 
@@ -263,15 +263,15 @@ Value SqliteDatabase::lookup(const SqlText& sql, std::span<const Value> values) 
 }
 
 RowSet SqliteDatabase::groupedSums(const SqlText& lines, std::span<const Value> values, int keys) {
+  if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
   return readFresh(lines, values, [&](Statement& statement) {
-    const Step& only = statement.steps.front();
-    sqlite3_stmt* native = only.native.get();
-    const Running running(native);
-    binder_.bind(native, only.plan->parameters, values);
-    SumsByKey sums(native, keys);
-    while (step(native, lines.view()) == SQLITE_ROW)
-      sums.addRow();
-    return sums.rows(statement.names);
+    const jet::Step& only = *statement.steps.front().plan;
+    SumsByKey sums(statement.names, keys);
+    const StatementHandle walk = prepare(sums.over(only.sql), lines.view());
+    binder_.bind(walk.get(), only.parameters, values);
+    sums.bind(walk.get());
+    step(walk.get(), lines.view());
+    return sums.rows();
   });
 }
 

@@ -38,33 +38,43 @@ constexpr ui::Criterion kCriteria[] = {
 };
 
 constexpr ColumnSpec pieces(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Quantity, 9, {.sum = true}};
+  return {field, caption, ColumnKind::Quantity, 7, {.sum = true}};
 }
 constexpr ColumnSpec yuan(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Total, 0, {.sum = true}, kSeesCost};
+  return {field, caption, ColumnKind::Total, 8, {.sum = true}, kSeesCost};
 }
 constexpr ColumnSpec price(std::string_view field, std::string_view caption) {
-  return {.field = field, .caption = caption, .kind = ColumnKind::Money, .right = kSeesCost};
+  return {.field = field, .caption = caption, .kind = ColumnKind::Money, .width = 7, .right = kSeesCost};
 }
 constexpr ColumnSpec hidden(std::string_view field, std::string_view caption) {
   return {.field = field, .caption = caption, .use = {.hidden = true}};
 }
 
+// Figures are what is looked for: they fit a small display.
+constexpr std::array kGoods{goodsNames[0], ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 20},
+                            goodsNames[2], hidden("color_name", "颜色"),
+                            goodsNames[4], hidden("gc_name", "类别")};
 constexpr auto kSums = ui::joinedTables(
-    goodsNames, std::array{hidden("gc_name", "类别"), pieces("gl_kc", "上期结存"), yuan("gl_kczje", "上期金额"),
-                           pieces("rksl", "本期入库"), yuan("rkzje", "入库金额"), pieces("cksl", "本期出库"),
-                           yuan("ckzje", "出库金额"), pieces("glkc", "期末存量"), yuan("glkczje", "期末金额")});
+    kGoods, std::array{pieces("gl_kc", "上期结存"), yuan("gl_kczje", "上期金额"), pieces("rksl", "本期入库"),
+                       yuan("rkzje", "入库金额"), pieces("cksl", "本期出库"), yuan("ckzje", "出库金额"),
+                       pieces("glkc", "期末存量"), yuan("glkczje", "期末金额")});
 constexpr std::array kWhen{ColumnSpec{"gl_kdrq", "日期", ColumnKind::Date},
                            ColumnSpec{"dnote", "类型", ColumnKind::Text, 10}};
 constexpr std::array kIn{price("rkdj", "入库单价"), pieces("rksl", "入库数量"), yuan("rkje", "入库金额")};
-constexpr std::array kWhere{ColumnSpec{"ck_name", "仓库", ColumnKind::Text, 8}, hidden("gc_name", "类别"),
-                            hidden("u_name", "经办人"), hidden("gl_bz", "备注")};
+constexpr std::array kWhere{ColumnSpec{"ck_name", "仓库", ColumnKind::Text, 8}, hidden("u_name", "经办人"),
+                            hidden("gl_bz", "备注")};
 constexpr auto kLines = ui::joinedTables(
-    kWhen, std::array{ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 15}}, goodsNames, kIn,
+    kWhen, std::array{ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 13}}, kGoods, kIn,
     std::array{price("ckdj", "出库单价"), pieces("cksl", "出库数量"), yuan("ckje", "出库金额"),
-               ColumnSpec{"gl_kc", "结存数量", ColumnKind::Quantity, 9}, hidden("ghs_name", "往来单位")},
+               ColumnSpec{"gl_kc", "结存数量", ColumnKind::Quantity, 7}, hidden("ghs_name", "往来单位")},
     kWhere);
-constexpr auto kOpening = ui::joinedTables(kWhen, goodsNames, kIn, kWhere);
+constexpr auto kOpening = ui::joinedTables(kWhen, kGoods, kIn, kWhere);
+
+/// A line has one side: the figures of the other one stand back.
+ui::RowLook sideOf(const Row& line, std::string_view column) {
+  const bool isFigure = column.starts_with("rk") || (column.starts_with("ck") && column.size() == 4);
+  return isFigure && line.number(column) == 0 ? ui::RowLook::Muted : ui::RowLook::Normal;
+}
 
 bool cancelOf(const Row& line, Prompt& prompt) {
   const QString number = line.text("gl_djh");
@@ -90,7 +100,8 @@ constexpr ui::EnquiryView kViews[] = {
      .source = stockMovements,
      .mode = {"rMxb", "明细表"},
      .leads = {.document = "gl_djh"},
-     .paper = "jxctjmx"},
+     .paper = "jxctjmx",
+     .cellLook = sideOf},
     {.grid = {"gridQc", "期初建账信息", kOpening, "没有期初建账的商品"},
      .source = openingStock,
      .mode = {"chkQcjz", "查看期初建账信息"}}};

@@ -1,0 +1,76 @@
+// 进销存统计 through its window: from a sum to its lines and back, what is done with a line, and who is not asked.
+#include "core/statements.h"
+#include "harness/waiting_document.h"
+#include "screens/harness/trading_test.h"
+#include "stock/document.h"
+#include "stock/posting.h"
+#include "ui/enquiry_screen.h"
+
+namespace jxc::test {
+namespace stock_statistics_test {
+
+class StockStatistics : public TradingScreenTest {
+ protected:
+  StockStatistics() {
+    addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5});
+    addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 1});
+    loss_ = waitingDocument(families::loss, u"2021-05-02"_qs, {{"ck_sn", u"100001"}},
+                            {{{"g_sn", u"A"}, {"bs_sl", 2.0}, {"bs_dj", 5.0}, {"bs_zje", 10.0}}});
+    EXPECT_EQ(checkDj(families::loss, loss_, prompt), AuditOutcome::Audited);
+  }
+  QString loss_;
+};
+
+TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
+  open("F_Jxctj", [&](ui::Screen& screen) {
+    auto& enquiry = dynamic_cast<ui::EnquiryScreen&>(screen);
+    ui::Grid &sums = screen.grid("gridHz"), &lines = screen.grid("gridMx");
+    type(screen, "tdate11", u"2021-05-01");
+    sums.waitLoaded();
+    ASSERT_EQ(sums.rowCount(), 1);
+    EXPECT_EQ(sums.footerText("cksl"), "2.00");
+    expectNotice(u"取消审核操作只能在“明细表”进行。"_qs);
+    press(screen, "F6");
+    expectNotice(u"取消审核操作只能在“明细表”进行。"_qs);
+    click(screen, "btn_Preview");
+    expectNotice(u"价格同步作只能在“明细表”进行。"_qs);
+    press(screen, "F8");
+
+    sums.selectRow(0);
+    enquiry.follow();
+    lines.waitLoaded();
+    ASSERT_EQ(&enquiry.shown(), &lines);
+    ASSERT_EQ(lines.rowCount(), 1);
+    EXPECT_EQ(lines.currentText("dnote"), u"商品报损");
+    expectScreen("F_Jxctj_Tb", [](ui::Screen& repair) {
+      EXPECT_EQ(repair.field("tdate1").text(), u"2021-05-02");
+      EXPECT_EQ(repair.field("comCk").key(), u"100001");
+      press(repair, "Esc");
+    });
+    press(screen, "F8");
+    expectQuestion(u"您的操作将取消当前选中的已审核单据：%1，确认吗？"_qs.arg(loss_), Answer::Yes);
+    press(screen, "F6");
+    lines.waitLoaded();
+    EXPECT_EQ(lines.rowCount(), 0);
+    press(screen, "Esc");
+    EXPECT_EQ(&enquiry.shown(), &sums);
+    sums.waitLoaded();
+    EXPECT_EQ(sums.footerText("cksl"), "0.00");
+
+    EXPECT_TRUE(screen.field("chkCbj").isVisible());
+    enquiry.showView("gridQc");
+    screen.grid("gridQc").waitLoaded();
+    EXPECT_FALSE(screen.field("tdate11").isVisible() || screen.command("btnDate").isVisible());
+    EXPECT_TRUE(screen.field("chkZero").isVisible());
+  });
+  EXPECT_FALSE(exists("select id from jxc_goodslist where gl_djh=?", loss_));
+
+  QString rights(60, u'1');
+  rights[kSeesPrice.position - 1] = u'0';
+  setRights(QStringLiteral("100077"), "qtcz", rights);
+  becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  open("F_Jxctj", [&](ui::Screen& screen) { EXPECT_FALSE(screen.field("chkCbj").isVisible()); });
+}
+
+}  // namespace stock_statistics_test
+}  // namespace jxc::test
