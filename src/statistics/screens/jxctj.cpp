@@ -1,7 +1,6 @@
 // 进销存统计: what each goods had, what came and went in a period and what it had at its end; behind a sum its lines,
 // behind a line its document.
 #include "masterdata/goods_classes.h"
-#include "masterdata/screens/goods_columns.h"
 #include "statistics/purchase_sale_stock.h"
 #include "stock/document_list.h"
 #include "stock/screens/repair_screen.h"
@@ -38,37 +37,40 @@ constexpr ui::Criterion kCriteria[] = {
 };
 
 constexpr ColumnSpec pieces(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Quantity, 7, {.sum = true}};
+  return {field, caption, ColumnKind::Quantity, 6, {.sum = true}};
 }
 constexpr ColumnSpec yuan(std::string_view field, std::string_view caption) {
   return {field, caption, ColumnKind::Total, 8, {.sum = true}, kSeesCost};
 }
 constexpr ColumnSpec price(std::string_view field, std::string_view caption) {
-  return {.field = field, .caption = caption, .kind = ColumnKind::Money, .width = 7, .right = kSeesCost};
+  return {.field = field, .caption = caption, .kind = ColumnKind::Money, .width = 6, .right = kSeesCost};
 }
 constexpr ColumnSpec hidden(std::string_view field, std::string_view caption) {
   return {.field = field, .caption = caption, .use = {.hidden = true}};
 }
 
-// Figures are what is looked for: they fit a small display.
-constexpr std::array kGoods{goodsNames[0], ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 20},
-                            goodsNames[2], hidden("color_name", "颜色"),
-                            goodsNames[4], hidden("gc_name", "类别")};
-constexpr auto kSums = ui::joinedTables(
-    kGoods, std::array{pieces("gl_kc", "上期结存"), yuan("gl_kczje", "上期金额"), pieces("rksl", "本期入库"),
-                       yuan("rkzje", "入库金额"), pieces("cksl", "本期出库"), yuan("ckzje", "出库金额"),
-                       pieces("glkc", "期末存量"), yuan("glkczje", "期末金额")});
+// Figures are what is looked for: they stand on a small display, what else tells goods apart beside them.
+constexpr std::array kNumber{ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 8}};
+constexpr std::array kName{ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 18}};
+constexpr std::array kGoods{ColumnSpec{"gg_name", "规格型号", ColumnKind::Text, 7}, hidden("color_name", "颜色"),
+                            ColumnSpec{"dw_name", "单位", ColumnKind::Text, 3}, hidden("gc_name", "类别")};
+constexpr auto kSums =
+    ui::joinedTables(kNumber, kName,
+                     std::array{pieces("gl_kc", "上期结存"), yuan("gl_kczje", "上期金额"), pieces("rksl", "本期入库"),
+                                yuan("rkzje", "入库金额"), pieces("cksl", "本期出库"), yuan("ckzje", "出库金额"),
+                                pieces("glkc", "期末存量"), yuan("glkczje", "期末金额")},
+                     kGoods);
 constexpr std::array kWhen{ColumnSpec{"gl_kdrq", "日期", ColumnKind::Date},
-                           ColumnSpec{"dnote", "类型", ColumnKind::Text, 10}};
+                           ColumnSpec{"dnote", "类型", ColumnKind::Text, 9}};
 constexpr std::array kIn{price("rkdj", "入库单价"), pieces("rksl", "入库数量"), yuan("rkje", "入库金额")};
 constexpr std::array kWhere{ColumnSpec{"ck_name", "仓库", ColumnKind::Text, 8}, hidden("u_name", "经办人"),
                             hidden("gl_bz", "备注")};
 constexpr auto kLines = ui::joinedTables(
-    kWhen, std::array{ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 13}}, kGoods, kIn,
+    kWhen, std::array{ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 13}}, kName, kIn,
     std::array{price("ckdj", "出库单价"), pieces("cksl", "出库数量"), yuan("ckje", "出库金额"),
-               ColumnSpec{"gl_kc", "结存数量", ColumnKind::Quantity, 7}, hidden("ghs_name", "往来单位")},
-    kWhere);
-constexpr auto kOpening = ui::joinedTables(kWhen, kGoods, kIn, kWhere);
+               ColumnSpec{"gl_kc", "结存数量", ColumnKind::Quantity, 6}, hidden("ghs_name", "往来单位")},
+    kNumber, kGoods, kWhere);
+constexpr auto kOpening = ui::joinedTables(kWhen, kNumber, kName, kGoods, kIn, kWhere);
 
 /// A line has one side: the figures of the other one stand back.
 ui::RowLook sideOf(const Row& line, std::string_view column) {
