@@ -10,6 +10,7 @@
 #include <QFrame>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -30,6 +31,12 @@ namespace grid_detail {
 
 constexpr int kBlink = 25;          // ms that a query may hold the window before it goes on in the background
 constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
+
+/// Marks the row, too. The view itself would ask the keyboard: a Ctrl that is still held from the key of a command
+/// would take the mark away where several rows can be marked.
+void makeCurrent(QTableView& view, const QModelIndex& index) {
+  view.selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
 
 }  // namespace grid_detail
 
@@ -265,7 +272,7 @@ void Grid::comeBack(const QString& key, int place, int column, int scrolled) {
   if (row < 0) row = std::min(std::max(place, 0), rowCount() - 1);
   if (row < 0) return;
   view_->verticalScrollBar()->setValue(scrolled);
-  view_->setCurrentIndex(model_->index(row, column));
+  grid_detail::makeCurrent(*view_, model_->index(row, column));
 }
 
 void Grid::refilter() {
@@ -343,7 +350,7 @@ bool Grid::selectKey(const QString& key) {
 
 void Grid::selectRow(int viewRow) {
   if (viewRow < 0 || viewRow >= rowCount()) return;
-  view_->setCurrentIndex(model_->index(viewRow, std::max(0, view_->currentIndex().column())));
+  grid_detail::makeCurrent(*view_, model_->index(viewRow, std::max(0, view_->currentIndex().column())));
 }
 
 std::vector<Row> Grid::selectedRows() const {

@@ -111,6 +111,7 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
       EXPECT_EQ(open.grid("gridGoods").currentText("g_sn"), "10000003");
       // Of the marked classes only, one or several; the first row stands for all.
       ui::Grid& classes = open.grid("gridLb");
+      EXPECT_EQ(classes.selectedRows().size(), 1u) << "Ctrl is still held";
       for (int row = 1; row < classes.rowCount(); ++row) {
         classes.selectRow(row);
         const bool isIts = exists("select id from jxc_goods where g_sn='10000003' and gc_sn like ?",
