@@ -306,7 +306,9 @@ void Binder::describe(Query& query) {
     OutputColumn column = outputOf(first.items[i], i);
     for (std::size_t part = 1; part < query.selects.size(); ++part) {
       const Expr& other = *query.selects[part]->items[i].expr;
-      if (column.type == Type::Unknown) column.type = other.type;
+      // A whole number beside a fraction is one too: a sum over the column keeps its decimals.
+      const bool isFraction = other.type == Type::Number && column.type != Type::Text;
+      if (column.type == Type::Unknown || isFraction) column.type = other.type;
       if (!other.exact) column.exact = false;
       const int width = widthOf(other);
       column.width = column.width == 0 || width == 0 ? 0 : std::max(width, column.width);

@@ -31,7 +31,7 @@ enum Tables : unsigned {
   GoodsSuppliers = 4,
   Partners = 8,
   Employees = 16,
-  GoodsNames = 32 | Goods | Classes  // all that tells goods apart
+  GoodsNames = 32 | Goods  // all that tells goods apart
 };
 
 struct Grouping {
@@ -42,11 +42,15 @@ struct Grouping {
   std::string_view order;
 };
 
-constexpr Named kGoodsNames[] = {{"b.g_sn", "g_sn"},       {"iif(a.g_name is null,'其他',a.g_name)", "g_name"},
-                                 {"a.g_jm", "g_jm"},       {"a.dw_name", "dw_name"},
-                                 {"a.gg_name", "gg_name"}, {"a.color_name", "color_name"},
-                                 {"a.g_sptm", "g_sptm"},   {"a.g_sccs", "g_sccs"},
-                                 {"a.g_bz", "g_bz"},       {"iif(c.gc_name is null,'其他',c.gc_name)", "gc_name"}};
+constexpr Named kGoodsNames[] = {{"b.g_sn", "g_sn"},
+                                 {"iif(a.g_name is null,'其他',a.g_name)", "g_name"},
+                                 {"a.dw_name", "dw_name"},
+                                 {"a.gg_name", "gg_name"},
+                                 {"a.color_name", "color_name"},
+                                 {"a.g_sptm", "g_sptm"},
+                                 {"a.g_sccs", "g_sccs"},
+                                 {"a.g_bz", "g_bz"}};
+constexpr Named kMoreOfGoods[] = {{"a.g_jm", "g_jm"}, {"iif(c.gc_name is null,'其他',c.gc_name)", "gc_name"}};
 constexpr Named kClassNames[] = {{"iif(c.gc_sn is null,'其他',c.gc_sn)", "gc_sn", true},
                                  {"iif(c.gc_name is null,'其他',c.gc_name)", "gc_name"}};
 constexpr Named kGoodsSupplierNames[] = {{"iif(s.ghs_sn is null,'其他',s.ghs_sn)", "ghs_sn", true},
@@ -78,7 +82,7 @@ constexpr Key kOfGoods[] = {kGoodsKey}, kOfPartners[] = {kPartnerKey}, kOfBoth[]
               kMonthly[] = {{"left(x.gl_kdrq,7)", "tjrq"}, kGoodsKey, kPartnerKey};
 constexpr std::string_view kLatestFirst = "t.tjrq desc,t.g_sn,t.ghs_name";
 constexpr Grouping kGroupings[] = {
-    {TradeBy::Goods, kOfGoods, {}, GoodsNames, "t.g_sn"},
+    {TradeBy::Goods, kOfGoods, kMoreOfGoods, GoodsNames | Classes, "t.g_sn"},
     {TradeBy::GoodsClass, kOfGoods, kClassNames, Goods | Classes, "t.gc_sn"},
     {TradeBy::GoodsSupplier, kOfGoods, kGoodsSupplierNames, Goods | GoodsSuppliers, "t.ghs_sn"},
     {TradeBy::Partner, kOfPartners, kPartnerNames, Partners, "t.ghs_sn"},

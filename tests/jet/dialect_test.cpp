@@ -221,6 +221,7 @@ TEST_F(DialectTest, SelectsOfAllShapes) {
             u"2");
   EXPECT_EQ(value("select (select max(kc_sl) from stock b where b.g_sn=a.g_sn) from goods a where g_sn='1'"), u"6");
   EXPECT_EQ(value("select sum(kc_sl) from stock where 1>2"), u"null");
+  EXPECT_EQ(value("select sum(u.x) from (select 0 as x from goods union all select kc_sl/4 from stock) u"), u"4.5");
   const RowSet star = db_->select("select a.*,b.*,a.id+1,g_name as [名 称] from goods a,stock b where a.g_sn=b.g_sn");
   EXPECT_EQ(star.columns().back(), "名 称");
   EXPECT_EQ(star.columns()[8], "id");

@@ -21,17 +21,20 @@ void toDay(Criteria& criteria, const Row& day) {
   criteria.order.clear();  // the day of the document, also where the list goes by the audit
 }
 
-constexpr auto kSold = ui::joinedTables(
-    Sales::Shown::whose<true>, Sales::Shown::named(false),
-    std::array{ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 12},
+constexpr auto kLines = ui::joinedTables(
+    std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15},
+               ColumnSpec{"ghs_name", "客户", ColumnKind::Text, 12}},
+    Sales::Shown::named(false),
+    std::array{ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 9},
                ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = kSeesPrice}},
     trade_columns::figures<kSide, "gl_">(),
-    std::array{ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7}, ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14},
+    std::array{ColumnSpec{.field = "gtype", .caption = "单据类型", .use = {.hidden = true}},
+               ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
+               ColumnSpec{.field = "u_name", .caption = "经办人", .use = {.hidden = true}},
+               ColumnSpec{.field = "gl_bz", .caption = "备注", .use = {.hidden = true}},
                ColumnSpec{.field = "kh_lxr", .caption = "联系人", .use = {.hidden = true}},
                ColumnSpec{.field = "kh_tele", .caption = "联系电话", .use = {.hidden = true}},
                ColumnSpec{.field = "kh_address", .caption = "地址", .use = {.hidden = true}}});
-constexpr auto kLines = ui::joinedTables(
-    std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15}}, kSold);
 constexpr auto kGoods =
     ui::joinedTables(trade_columns::goodsSums<kSide>, std::array{ColumnSpec{"kcsl", "当前库存", ColumnKind::Quantity}});
 constexpr auto kDays = trade_columns::sums<kSide, trade_columns::timeColumn<TradeBy::Day>>;

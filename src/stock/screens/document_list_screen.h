@@ -199,7 +199,7 @@ struct List {
                       .rowLook = lookOfLine}};
   static constexpr ui::EnquiryTab kTabs[] = {{.criteria = kCriteria, .views = kViews}};
   static constexpr std::array kCommands{
-      ui::EnquiryCommand{.name = "btn_Cx", .caption = "高级查询", .key = "F3", .views = kOfDocuments},
+      ui::EnquiryCommand{.name = "btn_Cx", .caption = "高级查询", .key = "F3"},
       ui::EnquiryCommand{.name = "btn_ChaKan", .caption = "查看单据", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_Dydj", .caption = "打印单据", .key = "F7", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_UnChk",
