@@ -175,7 +175,10 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
     addPeriod(filter, criteria, byAudit ? "x.gl_chkrq" : "x.gl_kdrq");
   addChoice(filter, "x.gl_flag", criteria.kind);
   addChoice(filter, "x.g_sn", criteria.goods);
-  addChoice(filter, "x.gl_djh", criteria.document);
+  if (isDocumentNumber(criteria.document))
+    addChoice(filter, "x.gl_djh", criteria.document);
+  else
+    addKey(filter, {.key = criteria.document}, {"x.gl_djh", "x.gl_djh2", "x.gl_note", "x.gl_bz"});
   addMember(filter, side == PartnerType::Supplier ? kOfSupplier : kOfCustomer, criteria.partner);
   addMember(filter, kOfEmployee, criteria.employee);
   addMember(filter,

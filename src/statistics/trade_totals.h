@@ -39,8 +39,9 @@ inline constexpr unsigned kGroupIsRegion = 1, kTurnOfAllGoods = 2, kGroupIsClass
                           kEverySupplier = 16, kAsDocuments = 32;
 
 /// Rows of the stock ledger, the latest first (in the order "asc" the oldest), with the margin `lrl` of each in
-/// percent. Asked for by period, warehouse, class, goods, document, partner, employee, group, key (of the goods, as the
-/// catalogue has it) and kind: the flag of the ledger, "cj" or "ct", "xs" or "xt".
+/// percent. Asked for by period, warehouse, class, goods, document (its number, or a part of its number or remark),
+/// partner, employee, group, key (of the goods, as the catalogue has it) and kind: the flag of the ledger, "cj" or
+/// "ct", "xs" or "xt".
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses);
 
 /// What a list of documents is asked for, put to the ledger: the key is looked for in the document (number, remark,

@@ -181,6 +181,7 @@ TEST_F(TradeTotals, LinesBesideAListOfDocumentsGoByItsCriteriaAndKeepTheWholeMar
   };
   EXPECT_EQ(margins({.descending = true}), "A 64.433, 00000000 100.000, B 0.000, A 64.444");
   EXPECT_EQ(margins({.kind = u"XT"_qs}), "A 64.433");
+  EXPECT_EQ(margins({.document = u"s0000"_qs}), "B 0.000");
   EXPECT_EQ(margins({.key = u"k2"_qs}), "00000000 100.000");
   EXPECT_EQ(margins({.group = u"镜架b"_qs}), "B 0.000");
   EXPECT_EQ(margins({.from = u"2021-06-01"_qs, .to = u"2021-06-30"_qs, .order = u"chkrq"_qs}), "B 0.000");

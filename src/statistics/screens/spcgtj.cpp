@@ -1,5 +1,6 @@
 // 商品采购统计: what was bought: the lines, their sums by goods, and those by class.
 #include "statistics/screens/trade_columns.h"
+#include "statistics/screens/trade_screen.h"
 
 namespace jxc {
 namespace spcgtj_detail {
@@ -19,8 +20,14 @@ constexpr ui::EnquiryView kViews[] = {
     sumView<kSide, TradeBy::Goods>("gridHz", "rHzb", "商品采购汇总表", goodsSums<kSide>, "g_sn", "g_name", "gridMx"),
     byClass("gridFl", "rFlb", "商品采购分类统计表", false), byClass("gridTb", "rTb", "商品采购额分类图表显示", true)};
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = inputs<kSide, "1", false>, .views = kViews}};
-constexpr ui::EnquirySpec kEnquiry = {.name = "F_Spcgtj", .title = "商品采购统计", .tabs = kTabs};
-const ui::RegisteredEnquiry<> kRegistered{kEnquiry};
+constexpr std::array kCommands{furtherConditions};
+constexpr ui::EnquirySpec kEnquiry = {
+    .name = "F_Spcgtj", .title = "商品采购统计", .tabs = kTabs, .commands = kCommands};
+
+struct TF_Spcgtj : TradeScreen {
+  TF_Spcgtj() : TradeScreen(kEnquiry) {}
+};
+const ui::RegisteredEnquiry<TF_Spcgtj> kRegistered{kEnquiry};
 
 }  // namespace spcgtj_detail
 }  // namespace jxc

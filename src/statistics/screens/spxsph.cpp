@@ -1,6 +1,7 @@
 // 商品销售排行: goods and customers by what they brought, and how fast goods turn over.
 #include "core/rights.h"
 #include "statistics/screens/trade_columns.h"
+#include "statistics/screens/trade_screen.h"
 
 namespace jxc {
 namespace spxsph_detail {
@@ -70,8 +71,14 @@ constexpr ui::EnquiryView kTurnViews[] = {
 constexpr ui::EnquiryTab kTabs[] = {tab<"1">("商品基本排行", kInputs<"1">, kGoodsViews),
                                     tab<"2">("客户排行", kInputs<"2">, kCustomerViews),
                                     tab<"5">("库存周转率", kTurnInputs, kTurnViews)};
-constexpr ui::EnquirySpec kEnquiry = {.name = "F_Spxsph", .title = "商品销售排行", .tabs = kTabs};
-const ui::RegisteredEnquiry<> kRegistered{kEnquiry};
+constexpr std::array kCommands{furtherConditions};
+constexpr ui::EnquirySpec kEnquiry = {
+    .name = "F_Spxsph", .title = "商品销售排行", .tabs = kTabs, .commands = kCommands};
+
+struct TF_Spxsph : TradeScreen {
+  TF_Spxsph() : TradeScreen(kEnquiry) {}
+};
+const ui::RegisteredEnquiry<TF_Spxsph> kRegistered{kEnquiry};
 
 }  // namespace spxsph_detail
 }  // namespace jxc

@@ -1,6 +1,7 @@
 // 商品销售统计: what was sold, as lines, by goods and class; by supplier, beside what was bought; by customer.
 #include "statistics/screens/spxstj_fx.h"
 #include "statistics/screens/trade_columns.h"
+#include "statistics/screens/trade_screen.h"
 
 namespace jxc {
 namespace spxstj_detail {
@@ -83,14 +84,15 @@ constexpr ui::EnquiryTab kTabs[] = {tab<"1">("商品销售统计表", inputs<kSi
                                     tab<"2">("按供货商统计", kSupplierInputs, kSupplierViews),
                                     tab<"3">("按客户统计", inputs<kSide, "3", false>, kCustomerViews)};
 constexpr ui::EnquiryCommand kCommands[] = {
+    furtherConditions,
     {.name = "btn_Fx", .caption = "分析", .key = "F6"},
     {.name = "btn_FxHang", .caption = "分析所选", .key = "F7", .views = "gridHz gridFl gridGhs gridKh gridKhFl"}};
 constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Spxstj", .title = "商品销售统计", .tabs = kTabs, .commands = kCommands};
 
-class TF_Spxstj : public ui::EnquiryScreen {
+class TF_Spxstj : public TradeScreen {
  public:
-  TF_Spxstj() : EnquiryScreen(kEnquiry) {
+  TF_Spxstj() : TradeScreen(kEnquiry) {
     on(command("btn_Fx"), [this] { analyse({criteria(), {}}); });
     on(command("btn_FxHang"), [this] { analyse(criteriaOfRow()); });
   }

@@ -20,16 +20,18 @@ constexpr ui::FieldSpec kFields[] = {
 };
 constexpr std::span<const ui::FieldSpec> kWithoutEnds = std::span(kFields).first(2);
 constexpr ui::FieldSpec kWithClass[] = {kFields[0], kFields[1], {"tsplb", "商品类别：", FieldKind::Combo}};
+constexpr ui::FieldSpec kOfSums[] = {{"tdj", "单据号、备注：", FieldKind::Text, "", 50}, kFields[1]};
 constexpr ui::CommandSpec kCommands[] = {
     {"btnAll", "全部", "F4"}, {"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 
 constexpr ui::ScreenSpec form(std::string_view name, std::string_view title, std::span<const ui::FieldSpec> fields) {
-  return {.name = name, .title = title, .fields = fields, .commands = kCommands, .focus = "tgoods"};
+  return {.name = name, .title = title, .fields = fields, .commands = kCommands, .focus = fields.front().name};
 }
 constexpr ui::ScreenSpec kAny = form("F_Djcx_Cx", "单据高级查询", kWithoutEnds);
 constexpr ui::ScreenSpec kTransfers = form("F_Kcdb_Cx", "库存调拨高级查询", kFields);
 constexpr ui::ScreenSpec kSplits = form("F_Cfkb_Cx", "拆分捆绑高级查询", kWithoutEnds);
 constexpr ui::ScreenSpec kStatements = form("F_WlzwKh_Cx", "往来账务高级查询", kWithClass);
+constexpr ui::ScreenSpec kSums = form("F_Spcgtj_Cx", "统计高级查找", kOfSums);
 
 template <const ui::ScreenSpec& Spec>
 struct Form : DocumentSearch {
@@ -39,11 +41,13 @@ using TF_Djcx_Cx = Form<kAny>;
 using TF_Kcdb_Cx = Form<kTransfers>;
 using TF_Cfkb_Cx = Form<kSplits>;
 using TF_WlzwKh_Cx = Form<kStatements>;
+using TF_Spcgtj_Cx = Form<kSums>;
 
 const ui::Registered<TF_Djcx_Cx> kRegistered{"F_Djcx_Cx"};
 const ui::Registered<TF_Kcdb_Cx> kRegisteredTransfers{"F_Kcdb_Cx"};
 const ui::Registered<TF_Cfkb_Cx> kRegisteredSplits{"F_Cfkb_Cx"};
 const ui::Registered<TF_WlzwKh_Cx> kRegisteredStatements{"F_WlzwKh_Cx"};
+const ui::Registered<TF_Spcgtj_Cx> kRegisteredSums{"F_Spcgtj_Cx"};
 
 }  // namespace document_search_detail
 
@@ -63,7 +67,7 @@ DocumentSearch::DocumentSearch(const ui::ScreenSpec& spec) : Screen(spec) {
 bool MoreConditions::ask(QPushButton& command) {
   if (!ui::screenAs<DocumentSearch>(form_).ask(asked_)) return false;
   // Nobody wonders later where the other documents are.
-  command.setText(asked_ == Criteria() ? QStringLiteral("高级查询(F3)") : QStringLiteral("高级查询：已限定(F3)"));
+  command.setText(word_.toString() + (asked_ == Criteria() ? QStringLiteral("(F3)") : QStringLiteral("：已限定(F3)")));
   return true;
 }
 
@@ -72,7 +76,8 @@ bool DocumentSearch::ask(Criteria& criteria) {
   if (!showModal()) return false;
   const QString employee = field("comUser").key();
   criteria.employee = employee == QStringView(allKey) ? QString() : employee;
-  criteria.group = field("tgoods").trimmed();
+  if (hasField("tgoods")) criteria.group = field("tgoods").trimmed();
+  if (hasField("tdj")) criteria.document = field("tdj").trimmed();
   if (hasField("tsplb")) {
     const QString goodsClass = field("tsplb").key();
     criteria.goodsClass = goodsClass == QStringView(allKey) ? QString() : goodsClass;
@@ -82,7 +87,8 @@ bool DocumentSearch::ask(Criteria& criteria) {
 }
 
 void DocumentSearch::activate() {
-  field("tgoods").setText(asked_.group);
+  if (hasField("tgoods")) field("tgoods").setText(asked_.group);
+  if (hasField("tdj")) field("tdj").setText(asked_.document);
   field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
   field("comUser").setKey(asked_.employee.isEmpty() ? QString::fromUtf16(allKey) : asked_.employee);
   if (hasField("tsplb")) {
