@@ -137,6 +137,36 @@ TEST_P(StatementScreen, APartnerIsFoundWhileOneTypesAndHisPaperEndsAtHisBalance)
   });
 }
 
+TEST_P(StatementScreen, FurtherConditionsNarrowWhatWasTradedAndSaySo) {
+  open(name, [&](ui::Screen& s) {
+    showList(s, "gridHz");
+    ui::Grid& list = s.grid("gridHz");
+    const QString goods = list.rows()[list.rows().rowCount() - 1].text("g_sn");  // not the discounts
+    const int all = list.rowCount();
+    const QString goodsClass = lookupValue("select gc_sn from jxc_goods where g_sn=?", goods);
+    expectScreen("F_WlzwKh_Cx", [&](ui::Screen& form) {
+      type(form, "tgoods", goods);
+      form.field("tsplb").setKey(goodsClass);
+      press(form, "F5");
+    });
+    press(s, "F3");
+    list.waitLoaded();
+    EXPECT_EQ(list.rowCount(), 1);
+    EXPECT_LT(1, all);
+    EXPECT_EQ(list.currentText("g_sn"), goods);
+    EXPECT_EQ(s.field("tkey2").text(), goods) << "the goods stand among the inputs";
+    EXPECT_TRUE(s.command("btn_Cx2").text().contains(QStringLiteral("已限定")));
+    EXPECT_FALSE(s.command("btn_Cx").text().contains(QStringLiteral("已限定"))) << "the documents are all there";
+    expectScreen("F_WlzwKh_Cx", [&](ui::Screen& form) {
+      EXPECT_EQ(form.field("tsplb").key(), goodsClass);
+      press(form, "F4");
+    });
+    press(s, "F3");
+    list.waitLoaded();
+    EXPECT_EQ(list.rowCount(), all);
+  });
+}
+
 INSTANTIATE_TEST_SUITE_P(Sides, StatementScreen, ::testing::Values(PartnerType::Customer, PartnerType::Supplier));
 
 }  // namespace partner_statement_screen_test

@@ -179,7 +179,11 @@ struct Statement {
                                               .mode = {"rHzb", "汇总表"},
                                               .chart = {.label = "g_name", .measure = "zje"},
                                               .leads = {"gridXf", narrowTo<TradeBy::Goods>, "g_name"}};
-  static constexpr ui::EnquiryView kFlow = linesView("gridXf", "rLsb", "流水表");
+  static constexpr ui::EnquiryView kFlow = [] {
+    ui::EnquiryView view = linesView("gridXf", "rLsb", "流水表");
+    view.paper = isCustomer ? "khdzmxb" : "jthmxb";
+    return view;
+  }();
   static constexpr auto kFlowAsked = ui::joinedTables(
       kTradeAsked<"2">,
       std::array{ui::Criterion{
@@ -195,10 +199,10 @@ struct Statement {
                                          amount("w60", "31到60天"),
                                          amount("w90", "61到90天"),
                                          amount("wmore", "90天以上"),
-                                         {"num", "单据数", ColumnKind::Number, 7, {.sum = true}},
-                                         {"rq", "最早日期", ColumnKind::Date},
                                          amount("qt", "其他往来"),
                                          amount("ye", joined<"当前", Text::owed>),
+                                         {"num", "单据数", ColumnKind::Number, 7, {.sum = true}},
+                                         {"rq", "最早日期", ColumnKind::Date},
                                          {"lxr", "联系人"},
                                          {"tele", "电话", ColumnKind::Text, 14}};
   static constexpr ui::EnquiryView kAgeViews[] = {
