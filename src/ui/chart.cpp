@@ -108,7 +108,7 @@ class Chart::Canvas : public QWidget {
 
   void followRow() {
     if (leading_) return;
-    mark_ = picture_.markOf(chart_.list_.currentRow());
+    mark_ = picture_.markOf(chart_.turned(chart_.list_.currentRow()));
     tell();
   }
 
@@ -194,7 +194,7 @@ class Chart::Canvas : public QWidget {
     type.setPixelSize(QFontInfo(type).pixelSize());
     picture_ = ChartPicture(data_, chart_.kind(), screenChartLook(type), rect());
     hovered_ = -1;
-    mark_ = picture_.markOf(chart_.list_.currentRow());
+    mark_ = picture_.markOf(chart_.turned(chart_.list_.currentRow()));
     tell();
   }
 
@@ -208,7 +208,7 @@ class Chart::Canvas : public QWidget {
     hovered_ = -1;
     // The rest of a pie has no row: the list stays where it is.
     leading_ = true;
-    chart_.list_.selectRow(picture_.pointOf(mark));
+    chart_.list_.selectRow(chart_.turned(picture_.pointOf(mark)));
     leading_ = false;
     tell();
   }
@@ -337,6 +337,15 @@ void Chart::follow() {
   canvas_->setData(data());
 }
 
+/// The place of a row in the chart, and back: turned round where the latest time stands first in the list.
+int Chart::turned(int place) const {
+  const int last = list_.rowCount() - 1;
+  if (!spec_.byTime || place < 0 || last < 1) return place;
+  const std::vector<int> order = list_.shownOrder();
+  const auto label = [&](int row) { return list_.rows()[row].text(spec_.label); };
+  return label(order.front()) > label(order.back()) ? last - place : place;
+}
+
 ChartData Chart::data() const {
   const GridModel& model = chart_detail::modelOf(list_);
   const int column = comMeasure_->currentIndex() < 0 ? -1 : model.columnOf(measure().toStdString());
@@ -356,7 +365,8 @@ ChartData Chart::data() const {
   const ColumnSpec& label = list_.spec().columns[static_cast<std::size_t>(model.columnOf(spec_.label))];
   data.caption = comMeasure_->currentText();
   data.kind = list_.spec().columns[static_cast<std::size_t>(column)].kind;
-  const std::vector<int> order = list_.shownOrder();
+  std::vector<int> order = list_.shownOrder();
+  if (turned(0) != 0) std::ranges::reverse(order);
   data.values.reserve(order.size());
   // A row that the sums leave out, such as a total or an opening balance, is no value among the others.
   for (const int row : order)

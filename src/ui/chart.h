@@ -58,6 +58,7 @@ class Chart : public QWidget {
   void followIfSeen();
   ChartData data() const;
   report::Report picture() const;
+  int turned(int place) const;
 
   Grid& list_;
   const ChartSpec spec_;

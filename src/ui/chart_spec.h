@@ -13,7 +13,8 @@ struct ChartSpec {
   std::string_view label;         // the column whose text stands below a value
   std::string_view measure = {};  // the one that is shown first; without it the first that the list sums
   ChartKind kind = ChartKind::Bars;
-  bool first = false;  // comes up in place of its list, until the list is asked for
+  bool first = false;   // comes up in place of its list, until the list is asked for
+  bool byTime = false;  // labels are days or months: the earliest stands at the left, however the list is sorted
 };
 
 }  // namespace jxc::ui

@@ -155,6 +155,7 @@ void EnquiryScreen::showComparison(View& view, CompareWith with) {
   for (const std::string_view figure : view.spec->compares.figures) {
     const std::string earlier = earlierField(figure), change = changeField(figure);
     const auto column = std::ranges::find(view.spec->grid.columns, figure, &ColumnSpec::field);
+    if (column == view.spec->grid.columns.end()) continue;  // figures are named for several lists
     const bool allowed = with != CompareWith::Nothing && hasRight(column->right);
     for (const std::string& field : {earlier, change})
       if (view.list->isColumnAllowed(field) != allowed) view.list->setColumnAllowed(field, allowed);

@@ -166,7 +166,7 @@ std::string commandRow(std::span<const EnquiryCommand> commands) {
 }
 
 std::vector<ListItem> comparisons() {
-  return {{QStringLiteral("不对比"), QString::fromUtf16(allKey)},
+  return {{QStringLiteral("无"), QString::fromUtf16(allKey)},
           {QStringLiteral("上期"), kPeriodBefore.toString()},
           {QStringLiteral("去年同期"), kLastYear.toString()}};
 }

@@ -1,4 +1,5 @@
 // What holds for every registered enquiry, over the demonstration shop.
+#include "core/comparison.h"
 #include "core/data_module.h"
 #include "core/program_directory.h"
 #include "maintenance/demo_shop.h"
@@ -272,6 +273,43 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
       });
     });
   }
+}
+
+TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {
+  beAdmin();
+  int compared = 0;
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
+    SCOPED_TRACE(enquiry->name);
+    open(enquiry->name, [&](ui::Screen& screen) {
+      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
+        if (view.compares.figures.empty()) return;
+        const auto tab = std::ranges::find_if(enquiry->tabs, [&](const ui::EnquiryTab& each) {
+          return &view >= each.views.data() && &view < each.views.data() + each.views.size();
+        });
+        const auto input = [&](ui::Asks asks) {
+          return std::ranges::find(tab->criteria, asks, &ui::Criterion::asks)->name;
+        };
+        if (std::ranges::any_of(tab->criteria, &ui::Criterion::months)) return;  // the shop has one month
+        type(s, input(ui::Asks::From), u"2021-08-16");
+        type(s, input(ui::Asks::To), u"2021-08-31");
+        choose(s, input(ui::Asks::Comparison), u"上期"_qs);
+        list.waitLoaded();
+        Criteria earlier = s.criteria();
+        earlier.from = u"2021-07-31"_qs;
+        earlier.to = u"2021-08-15"_qs;
+        for (const std::string_view figure : view.compares.figures) {
+          double sum = 0;
+          for (const Row row : jxc::answer(view.source, earlier))
+            sum += row.number(figure);
+          EXPECT_NE(sum, 0) << figure;
+          EXPECT_NEAR(list.sum(earlierField(figure)), sum, 0.005) << figure;
+          ++compared;
+        }
+        choose(s, input(ui::Asks::Comparison), u"无"_qs);
+      });
+    });
+  }
+  EXPECT_GT(compared, 15);
 }
 
 TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {

@@ -19,7 +19,8 @@ constexpr ui::EnquiryView overTime(std::string_view grid, std::string_view mode,
 constexpr ui::EnquiryView kViews[] = {
     overTime<TradeBy::Month>("gridYf", "rYf", "按月"), overTime<TradeBy::Day>("gridRq", "rRq", "按日"),
     overTime<TradeBy::Year>("gridNd", "rNd", "按年"), lineView<kSide>("gridMx", "rMx")};
-constexpr ui::Criterion kCriteria[] = {{Asks::From, "tdate1", "日期："}, {Asks::To, "tdate2", "至"}};
+constexpr ui::Criterion kCriteria[] = {
+    {Asks::From, "tdate1", "日期："}, {Asks::To, "tdate2", "至"}, {Asks::Comparison, "comDb", "对比："}};
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = kCriteria, .views = kViews}};
 constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Spxstj_Fx", .title = "商品销售分析", .tabs = kTabs, .first = ui::FirstPeriod::YearToToday};
@@ -41,6 +42,7 @@ void TF_Spxstj_Fx::complete(Criteria& criteria) const {
   Criteria all = asked_;
   all.from = criteria.from;
   all.to = criteria.to;
+  all.compare = criteria.compare;
   criteria = all;
 }
 

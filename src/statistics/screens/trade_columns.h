@@ -87,16 +87,28 @@ constexpr ui::EnquiryView lineView(std::string_view grid, std::string_view mode,
           .mode = {mode, caption},
           .leads = {.document = "gl_djh"}};
 }
+/// What stands beside an earlier period.
+template <PartnerType Side>
+inline constexpr std::array<std::string_view, isSales<Side> ? 2 : 1> comparedFigures = [] {
+  if constexpr (isSales<Side>)
+    return std::array<std::string_view, 2>{"zje", "lr"};
+  else
+    return std::array<std::string_view, 1>{"zje"};
+}();
 /// Sums by a grouping; `key` names a row, `label` says what it is of, also below its bar, and Enter leads to the view
 /// `to`.
 template <PartnerType Side, TradeBy By>
 constexpr ui::EnquiryView sumView(std::string_view grid, std::string_view mode, std::string_view caption,
                                   std::span<const ColumnSpec> columns, std::string_view key, std::string_view label,
                                   std::string_view to) {
+  // Whose rows are those of a day or month each, has no row beside them in another period.
+  constexpr bool isOfTime = By == TradeBy::PartnerGoodsDay || By == TradeBy::PartnerGoodsMonth;
+  constexpr bool isTime = By == TradeBy::Day || By == TradeBy::Month || By == TradeBy::Year;
   return {.grid = {grid, caption, columns, nothingTraded<Side>, key},
           .source = tradeTotalsOf<Side, By>,
           .mode = {mode, caption},
-          .chart = {.label = label, .measure = "zje"},
+          .chart = {.label = label, .measure = "zje", .byTime = isTime},
+          .compares = {isOfTime ? std::span<const std::string_view>() : comparedFigures<Side>, isTime},
           .leads = {to, narrowTo<By>, label}};
 }
 
@@ -129,6 +141,7 @@ inline constexpr std::array inputs{
     ui::Criterion{Asks::GoodsClass, joined<"tsplb", Number>, "商品类别：", goodsClassItems},
     ui::Criterion{Asks::Warehouse, joined<"comCk", Number>, "仓库："},
     ui::Criterion{Asks::Kind, joined<"comLx", Number>, "类型：", kinds<Side>},
+    ui::Criterion{Asks::Comparison, joined<"comDb", Number>, "对比："},
 };
 
 /// A tab whose inputs end in its number.
