@@ -78,12 +78,6 @@ class BothEngines : public test::ShopWalk {
     }
   }
 
-  QString anyWaiting(const DocumentFamily& family) {
-    const RowSet numbers =
-        openSelect(compose("select {} from {} where {}=0 order by id", {family.number, family.head, family.status}));
-    return numbers.isEmpty() ? QString() : numbers.text(upTo(numbers.rowCount() - 1), 0);
-  }
-
   Books booksAfterLife() {
     done.clear();
     live(static_cast<unsigned>(asked("JXC_SEED", 1)), asked("JXC_WALK", 150));

@@ -85,19 +85,13 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
   receive("2021-05-01", {{"C", 4, 3}});
   sell("2021-05-02", {{"A", 2, 9}, {"B", 1, 4}}, 10);
   auditAgreeing(waitingReturn(saleReturn, "2021-05-02", {{"A", 1, 9}}, 4));
-  auditedInside(loss, "2021-05-02", {{"ck_sn", u"100001"}},
-                {{{"g_sn", u"B"}, {"bs_sl", 1.0}, {"bs_dj", 2.0}, {"bs_zje", 2.0}}});
-  const QString twin = QStringLiteral("100002");
-  auditedInside(transfer, "2021-05-02", {{"ck_out", u"100001"}, {"ck_in", twin}},
-                {{{"g_sn", u"C"}, {"db_sl", 1.0}, {"db_dj", 3.0}, {"db_zje", 3.0}}});
-  auditedInside(overflow, "2021-05-02", {{"ck_sn", twin}},
-                {{{"g_sn", u"C"}, {"by_sl", 4.0}, {"by_dj", 3.0}, {"by_zje", 12.0}}});
-  auditedInside(split, "2021-05-02", {{"ck_sn", twin}, {"g_sn", u"C"}, {"cf_sl", 1.0}, {"cf_cbj", 3.0}},
-                {{{"g_sn", u"D"}, {"cf_sl", 2.0}, {"cf_dj", 1.0}, {"cf_zje", 2.0}, {"ck_sn", twin}}});
-  auditedInside(bundle, "2021-05-02", {{"ck_sn", twin}, {"g_sn", u"D"}, {"kb_sl", 1.0}, {"kb_cbj", 4.0}},
-                {{{"g_sn", u"C"}, {"kb_sl", 1.0}, {"kb_dj", 3.0}, {"kb_zje", 3.0}, {"ck_sn", twin}}});
-  auditedInside(stocktake, "2021-05-03", {{"ck_sn", twin}},
-                {{{"g_sn", u"D"}, {"pd_sl", 2.0}, {"kc_sl", 3.0}, {"kc_zsl", 3.0}, {"pd_dj", 2.0}, {"pd_zje", -2.0}}});
+  auditedInside(loss, "2021-05-02", {}, {{"B", 1, 2}});
+  const Field twin{"ck_sn", u"100002"};
+  auditedInside(transfer, "2021-05-02", {{"ck_in", twin.second}}, {{"C", 1, 3}});
+  auditedInside(overflow, "2021-05-02", {twin}, {{"C", 4, 3}});
+  auditedInside(split, "2021-05-02", {twin, {"g_sn", u"C"}, {"cf_sl", 1.0}, {"cf_cbj", 3.0}}, {{"D", 2, 1}});
+  auditedInside(bundle, "2021-05-02", {twin, {"g_sn", u"D"}, {"kb_sl", 1.0}, {"kb_cbj", 4.0}}, {{"C", 1, 3}});
+  auditedInside(stocktake, "2021-05-03", {twin}, {{"D", 2, 2}});
   receive("2021-05-03", {{"A", 5, 7}, {"B", 1, 2}});
   auditedPayment();
   waitingSale("2021-05-03", {{"C", 1, 9}}, 0);
@@ -189,16 +183,7 @@ TEST_F(ProveTest, NoLossHidesBehindAnExcuse) {
         << found(proof, Weight::Known).join(u'\n').toStdString();
   };
   const auto clean = [this] { EXPECT_EQ(found(prove(), Weight::Wrong), QStringList()); };
-  const auto countOneLess = [this] {
-    auditedInside(stocktake, "2021-05-03", {{"ck_sn", u"100001"}},
-                  {{{"g_sn", u"A"},
-                    {"pd_sl", 12.0},
-                    {"kc_sl", 13.0},
-                    {"kc_zsl", 13.0},
-                    {"pd_dj", 5.0},
-                    {"pd_zje", -5.0},
-                    {"id2", 0}}});
-  };
+  const auto countOneLess = [this] { auditedInside(stocktake, "2021-05-03", {}, {{"A", 12, 5}}); };
   const auto lose = [](double pieces) {
     execSql("update jxc_kcsp set kc_sl=kc_sl-(?),kc_zsl=kc_zsl-(?) where g_sn='A'", pieces, pieces);
     execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn='A'", pieces);
@@ -287,8 +272,7 @@ TEST_F(ProveTest, NoLossHidesBehindAnExcuse) {
   {
     SCOPED_TRACE("a transfer brings the month up to date in quantity");
     Transaction trial(accountDb());
-    auditedInside(transfer, "2021-05-03", {{"ck_out", u"100001"}, {"ck_in", u"100002"}},
-                  {{{"g_sn", u"B"}, {"db_sl", 1.0}, {"db_dj", 2.0}, {"db_zje", 2.0}}});
+    auditedInside(transfer, "2021-05-03", {{"ck_in", u"100002"}}, {{"B", 1, 2}});
     clean();
     execSql("update jxc_kcjs set js_sl=js_sl-1 where js_rq='2021-05' and ck_sn='100001'");
     finds("month");

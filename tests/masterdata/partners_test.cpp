@@ -31,15 +31,10 @@ TEST_F(PartnersTest, OpeningAmountIsALedgerLineAndGoesWithThePartner) {
     EXPECT_EQ(line[0].text("gl_djh"), QString::fromUtf8(side->openingPrefix.data()) + QStringLiteral("26030510001"));
     EXPECT_EQ(openSelect(compose("select * from {} where {}<>0", {side->table, side->isDefault})).rowCount(), 1);
 
-    // The opening amount follows a correction while nothing else names the partner.
-    draft.id = lookupValue(compose("select id from {} where {}='100002'", {side->table, side->sn})).toLongLong();
-    draft.opening = 900;
-    ASSERT_TRUE(savePartner(*side, draft, prompt));
-    EXPECT_EQ(lookupValue("select k_yfje from jxc_ysyfk where k_type=? and k_ghskh=?", type, *number),
-              QStringLiteral("900"));
-
     prompt.willSayYes();
-    EXPECT_TRUE(deletePartner(*side, draft.id, prompt));
+    EXPECT_TRUE(deletePartner(
+        *side, lookupValue(compose("select id from {} where {}='100002'", {side->table, side->sn})).toLongLong(),
+        prompt));
     EXPECT_TRUE(
         prompt.questions.contains(QStringLiteral("您确定要删除当前%1吗！").arg(QString::fromUtf16(side->noun))));
     EXPECT_EQ(openSelect("select id from jxc_ysyfk").rowCount(), 0);
@@ -60,31 +55,6 @@ TEST_F(PartnersTest, UsedAndBuiltInPartnersStay) {
   insertRow("jxc_jhd", {{"j_sn", "CJ26030510001"}, {"ghs_sn", *number}, {"j_status", 0}});
   EXPECT_FALSE(deletePartner(supplierSide, lookupValue("select max(id) from jxc_ghsxx").toLongLong(), prompt));
   EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该供货商已发生过业务，不能删除！"));
-}
-
-TEST_F(PartnersTest, RenamesFollowIntoTheLedgers) {
-  insertRow("jxc_goodslist",
-            {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
-  insertRow("jxc_xjyh",
-            {{"ghs_sn", "100001"}, {"ghs_name", "普通供货商"}, {"ck_name", "主仓库"}, {"u_name", "默认员工"}});
-
-  PartnerDraft supplier = readPartner(supplierSide, 1);
-  supplier.name = QStringLiteral("散货供货商");
-  ASSERT_TRUE(savePartner(supplierSide, supplier, prompt));
-  WarehouseDraft warehouse = readWarehouse(1);
-  warehouse.name = QStringLiteral("一号库");
-  ASSERT_TRUE(saveWarehouse(warehouse, prompt));
-  EmployeeDraft employee = readEmployee(1);
-  employee.name = QStringLiteral("店长");
-  ASSERT_TRUE(saveEmployee(employee, prompt));
-
-  for (const char* table : {"jxc_goodslist", "jxc_xjyh"}) {
-    const RowSet rows = openSelect(compose("select ghs_name,ck_name,u_name from {} where ghs_sn='100001'", {table}));
-    EXPECT_EQ(rows[0].text("ghs_name"), QStringLiteral("散货供货商"));
-    EXPECT_EQ(rows[0].text("ck_name"), QStringLiteral("一号库"));
-    EXPECT_EQ(rows[0].text("u_name"), QStringLiteral("店长"));
-  }
-  EXPECT_EQ(lookupValue("select kh_uname from jxc_khxx where kh_sn='100001'"), QStringLiteral("店长,"));
 }
 
 TEST_F(PartnersTest, NewWarehouseStandsInThisMonthsFiguresAndNeedsAnOperator) {

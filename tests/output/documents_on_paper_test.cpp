@@ -144,31 +144,6 @@ TEST_F(DocumentsOnPaper, TwoHundredLinesLongNamesAndLargeAmounts) {
   EXPECT_EQ(words(paper, "(单据编号：)").size(), pages.size());
 }
 
-TEST_F(DocumentsOnPaper, AFixedFormIsFilledWithEmptyLines) {
-  setParameter("cs_cs005", 10);
-  const QString number = waitingSale("2021-05-03", lines(12), 0);
-  report::Report report = savedDocumentReport(documentFamily(number), number);
-  EXPECT_EQ(report.rows().rowCount(), 20);
-  expectLines(readBack(report, number), number, families::sale, "ls_sl");  // counted and summed without them
-  EXPECT_TRUE(report.prepare().faults().empty());
-}
-
-TEST_F(DocumentsOnPaper, DraftsPrintFromTheirInputs) {
-  const receipt::ReceiptDraft draft = draftReceipt("2021-05-03", lines(4));
-  TradingDraft typed;
-  typed.number = draft.number;
-  typed.date = draft.date;
-  typed.partner = u"100001"_qs;
-  typed.warehouse = test::mainWarehouse;
-  typed.payable = receipt::payable(draft.number);
-  typed.paid = 1.5;
-  typed.note = u"还没有保存"_qs;
-  const QStringList paper = readBack(draftDocumentReport(families::purchaseReceipt, typed));
-  expectLines(paper, draft.number, families::purchaseReceipt, "jh_sl");
-  EXPECT_TRUE(says(paper, u"备注：还没有保存"_qs));
-  EXPECT_TRUE(says(paper, u"实付：1.50"_qs));
-}
-
 TEST_F(DocumentsOnPaper, MoneyPapers) {
   using partner_books::Kind;
   partner_books::Draft due;

@@ -99,7 +99,7 @@ TEST_F(PrintingTest, GiftsAndGoodsWithoutAClassStandOnThePaper) {
 TEST_F(PrintingTest, ADraftPrintsTheLinesOfItsOperatorOnly) {
   const QString number = newDocumentNumber(families::sale, "2021-05-03");
   for (const char* who : {"admin", "other"})
-    insertRow("jxc_lsxssp", {{"gl_djh", number}, {"g_sn", u"A"}, {"a_name", who}, {"ls_dzl", 1.0}, {"ls_sl", 1.0}});
+    test::writeLine(families::sale, number, "2021-05-03", {"A", 1, 50, {{"a_name", who}}});
   EXPECT_EQ(printLines(number, u"XS", LineScope::OwnDraft).rowCount(), 1);
   setParameter("cs_cs005", 4);
   EXPECT_EQ(blank(printLines(number, u"XS", LineScope::OwnDraft)), 3);
@@ -174,72 +174,54 @@ TEST_F(PrintingTest, UnknownKindsAndLostDocumentsNameTheCompanyOnly) {
 TEST_F(PrintingTest, VariablesOfStockDocuments) {
   execSql("update jxc_goods set g_sj=99 where g_sn='A'");  // it went at the price of its day
   insertRow("jxc_ckxx", {{"ck_sn", u"100002"}, {"ck_name", u"二号店"}});
-  insertRow("jxc_kcdbd", {{"gl_djh", u"DB21050310001"},
-                          {"ck_out", u"100001"},
-                          {"ck_in", u"100002"},
-                          {"u_sn", u"100001"},
-                          {"db_dbrq", u"2021-05-03"},
-                          {"db_note", u"补货"}});
-  insertRow("jxc_dbsp", {{"gl_djh", u"DB21050310001"},
-                         {"g_sn", u"A"},
-                         {"db_sl", 4.0},
-                         {"db_dj", 8.0},
-                         {"db_sj", 12.5},
-                         {"db_zje", 32.0}});
+  const QString moved = test::waitingDocument(
+      families::transfer, "2021-05-03", {{"ck_in", u"100002"}, {"db_note", u"补货"}}, {{"A", 4, 8, {{"db_sj", 12.5}}}});
   auto transfer = report(u"kcdbd");
-  fillPrintVars(transfer, "DB21050310001", u"kcdb");
+  fillPrintVars(transfer, moved, u"kcdb");
   EXPECT_EQ(transfer.variable(u"ckIn"), "'二号店'");
   EXPECT_EQ(transfer.variable(u"yf"), "'伍拾元整'");
-  EXPECT_EQ(printLines("DB21050310001", u"DB")[0].number("sjje"), 50);
+  EXPECT_EQ(printLines(moved, u"DB")[0].number("sjje"), 50);
   for (const bool seesCost : {true, false}) {
     session().canSeeCost = seesCost;
-    const report::Report unsaved =
-        draftDocumentReport(families::transfer, DocumentDraft{.number = u"DB21050310001"_qs});
+    const report::Report unsaved = draftDocumentReport(families::transfer, DocumentDraft{.number = moved});
     EXPECT_EQ(unsaved.variable(u"seesCost"), seesCost ? "1" : "0");
   }
   session().canSeeCost = true;
 
-  insertRow("jxc_bsd", {{"gl_djh", u"BS21050310001"},
-                        {"ck_sn", u"100001"},
-                        {"u_sn", u"100001"},
-                        {"bs_bsrq", u"2021-05-03"},
-                        {"bs_note", u"断裂"}});
+  const QString lost = test::waitingDocument(families::loss, "2021-05-03", {{"bs_note", u"断裂"}}, {});
   auto loss = report(u"bsby");
-  fillPrintVars(loss, "BS21050310001", u"spbs");
+  fillPrintVars(loss, lost, u"spbs");
   EXPECT_EQ(loss.variable(u"title") + loss.variable(u"dNote"), "'商品报损单''断裂'");
 
-  insertRow("jxc_cfd", {{"gl_djh", u"CF21050310001"},
-                        {"g_sn", u"B"},
-                        {"ck_sn", u"100001"},
-                        {"u_sn", u"100001"},
-                        {"cf_cfrq", u"2021-05-03"},
-                        {"cf_cbj", 100.0},
-                        {"cf_sl", 3.0}});
-  auto split = report(u"cfd");
-  fillPrintVars(split, "CF21050310001", u"spcf");
-  EXPECT_EQ(split.variable(u"gName") + split.variable(u"cfSl") + split.variable(u"cfZje"), "'镜架''3''300.00'");
   insertRow("jxc_ckxx", {{"ck_sn", u"100007"}, {"ck_name", u"三号店"}});
-  for (const auto* warehouse : {"100007", "100099"})  // the second was deleted
-    insertRow("jxc_cfsp", {{"gl_djh", u"CF21050310001"}, {"g_sn", u"A"}, {"cf_sl", 1.0}, {"ck_sn", warehouse}});
-  const RowSet parts = printLines("CF21050310001", u"CF");
+  // The warehouse of the second part was deleted.
+  const QString taken =
+      test::waitingDocument(families::split, "2021-05-03", {{"g_sn", u"B"}, {"cf_cbj", 100.0}, {"cf_sl", 3.0}},
+                            {{"A", 1, 5, {{"ck_sn", u"100007"}}}, {"A", 1, 5, {{"ck_sn", u"100099"}}}});
+  auto split = report(u"cfd");
+  fillPrintVars(split, taken, u"spcf");
+  EXPECT_EQ(split.variable(u"gName") + split.variable(u"cfSl") + split.variable(u"cfZje"), "'镜架''3''300.00'");
+  const RowSet parts = printLines(taken, u"CF");
   ASSERT_EQ(parts.rowCount(), 2);
   EXPECT_EQ(parts[0].text("ck_name") + parts[1].text("ck_name"), "三号店");
 
-  insertRow("jxc_kcpd", {{"gl_djh", u"PD21050310001"}, {"pd_rq", u"2021-05-03"}, {"pd_note", u"月末"}});
+  const QString counted =
+      test::waitingDocument(families::stocktake, "2021-05-03", {{"pd_note", u"月末"}, {"ck_sn", u""}}, {});
   auto count = report(u"kcpdd");
-  fillPrintVars(count, "PD21050310001", u"kcpd");
+  fillPrintVars(count, counted, u"kcpd");
   EXPECT_EQ(count.variable(u"Note") + count.variable(u"ckName"), "'月末'''");
 
   // A loan says what was lent also after a part of it came back, and the return says what came back.
-  insertRow("jxc_khjhsp", {{"gl_djh", u"JH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_hhsl", 2.0}});
-  insertRow("jxc_khjhsp",
-            {{"gl_djh", u"HH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_hhsl", 2.0}, {"jh_flag", u"还货"}});
-  insertRow("jxc_khjhsp",
-            {{"gl_djh", u"HH21050310001"}, {"g_sn", u"A"}, {"jh_sl", 5.0}, {"jh_xssl", 3.0}, {"jh_flag", u"销售"}});
-  EXPECT_EQ(printLines("JH21050310001", u"JH")[0].number("sl"), 5);
-  EXPECT_EQ(printLines("HH21050310001", u"HH")[0].number("sl"), 2);
-  EXPECT_EQ(printLines("HH21050310001", u"HH")[1].number("sl"), 3);
-  for (const auto& [number, word] : {std::pair{"JH21050310001", "'借货'"}, std::pair{"HH21050310001", "'还货'"}}) {
+  receive("2021-05-01", {{"A", 5, 40}});
+  const QString lent = test::waitingDocument(families::loan, "2021-05-03", {}, {{"A", 5, 40}});
+  EXPECT_EQ(audit(lent), AuditOutcome::Audited);
+  const auto line = lookupValue("select id from jxc_khjhsp").toLongLong();
+  const QString back = test::returnLoan("2021-05-03", line, 2, 0, 40),
+                kept = test::returnLoan("2021-05-03", line, 0, 3, 40);
+  EXPECT_EQ(printLines(lent, u"JH")[0].number("sl"), 5);
+  EXPECT_EQ(printLines(back, u"HH")[0].number("sl"), 2);
+  EXPECT_EQ(printLines(kept, u"HH")[0].number("sl"), 3);
+  for (const auto& [number, word] : {std::pair{lent, "'借货'"}, std::pair{back, "'还货'"}}) {
     auto loan = report(u"khjh");
     fillPrintVars(loan, number, u"khjh");
     EXPECT_EQ(loan.variable(u"djName"), word);

@@ -1,7 +1,6 @@
 // The catalogue over a file: it fills beside the window, and typing meanwhile is not lost.
 #include "core/data_module.h"
 #include "core/schema/schema.h"
-#include "core/startup.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_lenses.h"
@@ -9,7 +8,6 @@
 #include "screens/harness/screen_test.h"
 
 #include <QTableView>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace catalog_file_test {
@@ -17,8 +15,7 @@ namespace catalog_file_test {
 class CatalogFileTest : public ScreenTest {
  protected:
   CatalogFileTest() {
-    setProgramDirectory(folder_.path());
-    dataModule().installAccountDb(openSqlite(folder_.filePath(QStringLiteral("jxc.mdb")), {.create = true}));
+    dataModule().installAccountDb(openSqlite(file(QStringLiteral("jxc.mdb")), {.create = true}));
     createAllTables(accountDb());
     GoodsDraft draft;
     draft.number = u"x"_qs;
@@ -30,11 +27,6 @@ class CatalogFileTest : public ScreenTest {
       addLensRange(draft, {-10, 0, 0.25}, {-4, 0, 0.25}, prompt);
     }
   }
-  ~CatalogFileTest() override {
-    dataModule().closeAccountDb();
-    setProgramDirectory({});
-  }
-  QTemporaryDir folder_;
   int rows_ = 0;
 };
 
@@ -71,7 +63,7 @@ TEST_F(CatalogFileTest, TheFirstRowsComeAtOnceAndTypingWaitsForNothing) {
 }
 
 TEST_F(CatalogFileTest, WhatAnotherStationWritesComesIntoTheList) {
-  const auto elsewhere = openSqlite(folder_.filePath(QStringLiteral("jxc.mdb")));
+  const auto elsewhere = openSqlite(file(QStringLiteral("jxc.mdb")));
   open("F_Spxxgl", [&](ui::Screen& s) {
     auto& catalogue = static_cast<TF_Spxxgl&>(s);
     catalogue.gridSp.waitLoaded();

@@ -127,7 +127,6 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
     ui::setFileAnswer([&](const QString&, const QString&) { return file; });
     expectNotice(u"导出成功！"_qs);
     press(s, "Ctrl+S");
-    ui::setFileAnswer({});
     const RowSet rows = openExcel(file)->rows();
     EXPECT_EQ(rows.columns(), (std::vector<std::string>{"屈/散", "-0.25", "-0.5"}));
     EXPECT_EQ(rows[0].number("-0.5"), 7);

@@ -1,5 +1,4 @@
 // Pictures of goods: files beside the database, always JPEG.
-#include "core/program_directory.h"
 #include "masterdata/screens/goods_camera.h"
 #include "masterdata/screens/goods_picture.h"
 #include "platform/camera/camera.h"
@@ -8,18 +7,11 @@
 #include <QFile>
 #include <QImage>
 #include <QLabel>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace catalog_picture_test {
 
-class CatalogPictureTest : public ScreenTest {
- protected:
-  CatalogPictureTest() { setProgramDirectory(folder_.path()); }
-  ~CatalogPictureTest() override { setProgramDirectory({}); }
-  QString file(const QString& name) const { return folder_.filePath(name); }
-  QTemporaryDir folder_;
-};
+class CatalogPictureTest : public ScreenTest {};
 
 TEST_F(CatalogPictureTest, AnyPictureBecomesTheJpegOfItsNumber) {
   QImage image(3000, 1000, QImage::Format_ARGB32);

@@ -1,7 +1,6 @@
 // A chart of a list: where its parts stand, what an operator does in it, and what reaches paper and file.
 #include "ui/chart.h"
 
-#include "core/startup.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
 
@@ -10,7 +9,6 @@
 #include <QPainter>
 #include <QProcess>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <cmath>
 #include <limits>
@@ -179,16 +177,11 @@ TEST(ChartGeometryTest, SlicesAreTheGreatestAndOneForTheSmallRest) {
 class ChartTest : public ScreenTest {
  protected:
   ChartTest() {
-    setProgramDirectory(folder_.path());
     list_.setRows(chart_test::customers({{"甲眼镜店", 3, 300}, {"乙眼镜店", -1, -120.5}, {"丙眼镜店", 9, 900}}));
     list_.setHeading([] { return ui::GridHeading{QStringLiteral("客户销售统计"), QStringLiteral("日期：2026-05")}; });
     chart_.resize(700, 400);
     chart_.show();
     chart_.onOpen([this] { opened_ << list_.currentText("khmc"); });
-  }
-  ~ChartTest() override {
-    ui::setFileAnswer({});
-    setProgramDirectory({});
   }
   QWidget& canvas() { return *chart_.findChild<QWidget*>(QStringLiteral("chartCanvas")); }
   QStringList measures() const {
@@ -204,7 +197,6 @@ class ChartTest : public ScreenTest {
     return chart_.currentText();
   }
 
-  QTemporaryDir folder_;
   ui::Grid list_{chart_test::kGrid, "F_Test", nullptr};
   ui::Chart chart_{list_, {.label = "khmc"}};
   QStringList opened_;
@@ -272,12 +264,12 @@ TEST_F(ChartTest, PaperAndFilesShowTheChartWithItsList) {
   chart_.setMeasure("je");
   for (const auto kind : {ui::ChartKind::Bars, ui::ChartKind::Lines, ui::ChartKind::Pie}) {
     chart_.setKind(kind);
-    const QString file = folder_.filePath(QStringLiteral("图.pdf"));
-    ui::setFileAnswer([&](const QString&, const QString&) { return file; });
-    expectNotice(QStringLiteral("已存为“%1”。").arg(file));
+    const QString paper = file(QStringLiteral("图.pdf"));
+    ui::setFileAnswer([&](const QString&, const QString&) { return paper; });
+    expectNotice(QStringLiteral("已存为“%1”。").arg(paper));
     chart_.save();
     QProcess reader;
-    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), paper, QStringLiteral("-")});
     ASSERT_TRUE(reader.waitForFinished()) << "pdftotext (package poppler-utils) is missing";
     const QString text = QString::fromUtf8(reader.readAllStandardOutput());
     // In the chart and in the list; a pie has no room for what is below 0 but says so.
@@ -286,7 +278,7 @@ TEST_F(ChartTest, PaperAndFilesShowTheChartWithItsList) {
     EXPECT_EQ(text.contains(QStringLiteral("另有 1 项小于0")), kind == ui::ChartKind::Pie);
     EXPECT_TRUE(text.contains(QStringLiteral("日期：2026-05")));
   }
-  const QString picture = folder_.filePath(QStringLiteral("图.png"));
+  const QString picture = file(QStringLiteral("图.png"));
   ui::setFileAnswer([&](const QString&, const QString&) { return picture; });
   expectNotice(QStringLiteral("已存为“%1”。").arg(picture));
   chart_.setKind(ui::ChartKind::Bars);

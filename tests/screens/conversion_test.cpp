@@ -10,14 +10,6 @@
 namespace jxc::test {
 namespace conversion_screen_test {
 
-constexpr const char* kSaveSplit =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的拆分单，可以在“待审核拆\r\n\r\n分单”面板中，"
-    "进行修改及审核操作！";
-constexpr const char* kSaveBundle =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的捆绑单，可以在“待审核捆\r\n\r\n绑单”面板中，"
-    "进行修改及审核操作！";
-constexpr const char* kUnsaved = "当前单据还未保存，是否保存？";
-
 class ConversionScreenTest : public TradingScreenTest {
  protected:
   ConversionScreenTest() {
@@ -109,8 +101,7 @@ TEST_F(ConversionScreenTest, ASetIsTakenApartInThreeSteps) {
     press(s, "F5");
     EXPECT_TRUE(at(s, 3));
     type(s, "tnote", u"拆套零卖");
-    expectQuestion(QString::fromUtf8(kSaveSplit), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveSplit);
     EXPECT_TRUE(at(s, 1));
     EXPECT_EQ(shown(s, "tgname"), "");
     EXPECT_EQ(rows("select g_sn,cf_sl,cf_cbj,cf_note from jxc_cfd"), "10000001 2 120 拆套零卖");
@@ -160,19 +151,18 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
     scan(s, u"690003");
     EXPECT_FALSE(cellOpens(s, "gridLines", 0, "cf_dj"));  // it costs what the warehouse has it at
     press(s, "F5");
-    expectQuestion(QString::fromUtf8(kSaveBundle), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveBundle);
 
     choose(s, "comFx", u"商品拆分"_qs);
     EXPECT_EQ(shown(s, "tgname"), "配镜套餐");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
     press(s, "F5");
-    expectQuestion(QString::fromUtf8(kUnsaved), Answer::Cancel);
+    expectQuestion(kUnsaved, Answer::Cancel);
     press(s, "Esc");
     EXPECT_TRUE(at(s, 2));
     press(s, "F5");
-    expectQuestion(QString::fromUtf8(kUnsaved), Answer::Yes);
-    expectQuestion(QString::fromUtf8(kSaveSplit), Answer::Yes);
+    expectQuestion(kUnsaved, Answer::Yes);
+    expectQuestion(kSaveSplit, Answer::Yes);
     press(s, "Esc");
   });
   EXPECT_EQ(rows("select g_sn,kb_sl,kb_cbj from jxc_kbd"), "10000003 3 53.333333");
@@ -187,8 +177,7 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
     s.findChild<QTabWidget*>()->setCurrentIndex(0);
     scan(s, u"690002");
-    expectQuestion(QString::fromUtf8(kUnsaved), Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
   EXPECT_EQ(rows("select count(*) from jxc_cfsp where gl_djh not in (select gl_djh from jxc_cfd)"), "0");
   EXPECT_EQ(lookupNumber("select kc_sl from jxc_kcsp where g_sn='10000003' and ck_sn='100001'"), 3);

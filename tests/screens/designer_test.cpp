@@ -9,12 +9,10 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace designer_test {
@@ -127,9 +125,7 @@ TEST(DesignDocumentTest, CopiesReachAnotherTemplateAndGroupsComeAndGoWhole) {
 
 class DesignerTest : public ScreenTest {
  protected:
-  DesignerTest() : path_(folder_.filePath(u"spxs.fr3"_qs)) {
-    report::saveTemplate(slip(), path_, report::SaveMode::New);
-  }
+  DesignerTest() : path_(file(u"spxs.fr3"_qs)) { report::saveTemplate(slip(), path_, report::SaveMode::New); }
   static QByteArray contents(const QString& path) {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
@@ -151,7 +147,6 @@ class DesignerTest : public ScreenTest {
       mouse(canvas, QEvent::MouseMove, from + (to - from) * i / 4, keys);
     mouse(canvas, QEvent::MouseButtonRelease, to, keys);
   }
-  QTemporaryDir folder_;
   QString path_;
 };
 

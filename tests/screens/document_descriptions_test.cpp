@@ -8,6 +8,8 @@
 #include "stock/screens/head_screen.h"
 #include "stock/screens/trading_screen.h"
 
+#include <optional>
+
 namespace jxc::test {
 namespace document_descriptions_test {
 
@@ -83,7 +85,14 @@ TEST_F(DocumentDescriptionsTest, AnInputThatTheHeadDoesNotKeepAndALooseCommandAr
   static constexpr ui::FieldSpec more[] = {{"tsn2", "原始单号："}, {"tyf", "运费："}, {"chkZj", "直接出库"}};
   static constexpr ui::CommandSpec loose[] = {{"btnAddNew", "新商品"}, {"btnAllKh", "全部客户"}};
   const ui::ScreenSpec& delivered = ui::screenNamed("F_Cgth").spec();
-  const auto make = [](const ui::ScreenSpec& spec) {
+  const auto makeWith = [&](const std::optional<ui::FieldSpec>& field, const std::optional<ui::CommandSpec>& command) {
+    std::vector<ui::FieldSpec> fields(delivered.fields.begin(), delivered.fields.end());
+    std::vector<ui::CommandSpec> commands(delivered.commands.begin(), delivered.commands.end());
+    if (field) fields.push_back(*field);
+    if (command) commands.push_back(*command);
+    ui::ScreenSpec spec = delivered;
+    spec.fields = fields;
+    spec.commands = commands;
     TradingScreen{{.document = {.screen = spec,
                                 .pickScreen = "F_Cgth_Add",
                                 .lineScreen = "F_Cgth_Sele",
@@ -94,21 +103,11 @@ TEST_F(DocumentDescriptionsTest, AnInputThatTheHeadDoesNotKeepAndALooseCommandAr
                    .paid = "tsfje",
                    .pickReturned = [] { return QString(); }}};
   };
-  EXPECT_NO_THROW(make(delivered));
-  for (const ui::FieldSpec& each : more) {
-    std::vector<ui::FieldSpec> fields(delivered.fields.begin(), delivered.fields.end());
-    fields.push_back(each);
-    ui::ScreenSpec spec = delivered;
-    spec.fields = fields;
-    EXPECT_THROW(make(spec), std::invalid_argument) << each.name;
-  }
-  for (const ui::CommandSpec& each : loose) {
-    std::vector<ui::CommandSpec> commands(delivered.commands.begin(), delivered.commands.end());
-    commands.push_back(each);
-    ui::ScreenSpec spec = delivered;
-    spec.commands = commands;
-    EXPECT_THROW(make(spec), std::invalid_argument) << each.name;
-  }
+  EXPECT_NO_THROW(makeWith({}, {}));
+  for (const ui::FieldSpec& each : more)
+    EXPECT_THROW(makeWith(each, {}), std::invalid_argument) << each.name;
+  for (const ui::CommandSpec& each : loose)
+    EXPECT_THROW(makeWith({}, each), std::invalid_argument) << each.name;
 }
 
 }  // namespace document_descriptions_test

@@ -2,7 +2,6 @@
 // who sees what; numbers that are scanned.
 #include "stock/document_list.h"
 
-#include "core/program_directory.h"
 #include "core/statements.h"
 #include "harness/invariants.h"
 #include "harness/waiting_document.h"
@@ -11,8 +10,6 @@
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
 #include "stock/posting.h"
-
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace document_list_test {
@@ -24,168 +21,37 @@ class DocumentListTest : public TradingScreenTest {
  protected:
   DocumentListTest() {
     setClock(QStringLiteral("2021-05-20 10:00:00"));
-    setProgramDirectory(home_.path());
     bringTemplates();
     addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5});
     addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 1});
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { seen_ += !pages.find(u"镜"_qs).empty(); };
   }
-  ~DocumentListTest() override {
-    restorePrintOutlet();
-    setProgramDirectory({});
-  }
+  ~DocumentListTest() override { restorePrintOutlet(); }
 
-  static QString customer() { return lookupValue("select top 1 kh_sn from jxc_khxx order by id"); }
-
-  QString make(const DocumentFamily& family, const char* day, Fields head, std::initializer_list<Fields> lines) {
-    const QString number = waitingDocument(family, QStringLiteral("2021-05-") + QString::fromLatin1(day), head, lines);
-    EXPECT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited) << number.toStdString();
-    return number;
-  }
+  /// All twelve, the goods that came back among them posted at once.
   void makeAll() {
-    const QString partner = customer();
-    const Field main{"ck_sn", u"100001"};
-    all_ = {
-        make(purchaseReceipt, "01",
-             {main,
-              {"ghs_sn", u"100001"},
-              {"j_yfje", 50.0},
-              {"j_yhje", 0.0},
-              {"j_hkje", 0.0},
-              {"j_sfje", 20.0},
-              {"j_jsfs", 1},
-              {"j_kmmc", u"现金"},
-              {"j_note", u"首批"},
-              {"j_sn2", u"GH-7"},
-              {"j_crk", 1}},
-             {{{"g_sn", u"A"},
-               {"jh_dj", 5.0},
-               {"jh_sl", 10.0},
-               {"jh_je", 50.0},
-               {"jh_tax", 0.0},
-               {"jh_taxdj", 5.0},
-               {"jh_taxje", 0.0},
-               {"jh_zje", 50.0},
-               {"jh_rksl", 10.0},
-               {"jh_qxsl", 0.0},
-               {"jh_dzl", 1.0}}}),
-        make(purchaseReturn, "02",
-             {main,
-              {"ghs_sn", u"100001"},
-              {"th_yfje", -5.0},
-              {"th_hkje", 0.0},
-              {"th_sfje", 0.0},
-              {"th_jsfs", 1},
-              {"th_kmmc", u"现金"},
-              {"th_note", u""}},
-             {{{"g_sn", u"A"},
-               {"th_dj", 5.0},
-               {"th_sl", 1.0},
-               {"th_je", 5.0},
-               {"th_tax", 0.0},
-               {"th_taxdj", 5.0},
-               {"th_taxje", 0.0},
-               {"th_zje", 5.0},
-               {"th_dzl", 1.0},
-               {"id2", 0}}}),
-        make(sale, "03",
-             {main,
-              {"kh_sn", partner},
-              {"ls_yfje", 24.0},
-              {"ls_yhje", 0.0},
-              {"ls_hkje", 0.0},
-              {"ls_sfje", 24.0},
-              {"ls_jsfs", 0},
-              {"ls_kmmc", u"现金"},
-              {"ls_note", u""},
-              {"ls_crk", 1},
-              {"ls_dhbz", 0}},
-             {{{"g_sn", u"A"},
-               {"ls_dj", 12.0},
-               {"ls_sl", 2.0},
-               {"ls_je", 24.0},
-               {"ls_cbj", 5.0},
-               {"ls_zcb", 10.0},
-               {"ls_tax", 0.0},
-               {"ls_taxdj", 12.0},
-               {"ls_taxje", 0.0},
-               {"ls_lsj", 12.0},
-               {"ls_zje", 24.0},
-               {"ls_cksl", 2.0},
-               {"ls_qxsl", 0.0},
-               {"ls_dzl", 1.0},
-               {"t_zp", u"(赠品)"}}}),
-        make(saleReturn, "04",
-             {main,
-              {"kh_sn", partner},
-              {"th_yfje", -12.0},
-              {"th_hkje", 0.0},
-              {"th_sfje", -12.0},
-              {"th_jsfs", 0},
-              {"th_kmmc", u"现金"},
-              {"th_note", u""}},
-             {{{"g_sn", u"A"},
-               {"th_dj", 12.0},
-               {"th_sl", 1.0},
-               {"th_je", 12.0},
-               {"th_tax", 0.0},
-               {"th_taxdj", 12.0},
-               {"th_taxje", 0.0},
-               {"th_zje", 12.0},
-               {"th_dzl", 1.0},
-               {"th_cbj", 5.0},
-               {"th_zcb", 5.0},
-               {"th_lsj", 12.0},
-               {"id2", 0}}}),
-        make(transfer, "05", {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}},
-             {{{"g_sn", u"A"}, {"db_sl", 2.0}, {"db_dj", 5.0}, {"db_zje", 10.0}}}),
-        make(loss, "06", {main, {"bs_note", u"破损"}},
-             {{{"g_sn", u"A"}, {"bs_sl", 1.0}, {"bs_dj", 5.0}, {"bs_zje", 5.0}, {"bs_note", u""}}}),
-        make(overflow, "07", {main, {"by_note", u""}},
-             {{{"g_sn", u"B"}, {"by_sl", 3.0}, {"by_dj", 1.0}, {"by_zje", 3.0}, {"by_note", u""}}}),
-        make(split, "08", {main, {"g_sn", u"A"}, {"cf_sl", 1.0}, {"cf_cbj", 5.0}, {"cf_note", u""}},
-             {{{"g_sn", u"B"}, {"cf_sl", 5.0}, {"cf_dj", 1.0}, {"cf_zje", 5.0}, {"ck_sn", u"100001"}}}),
-        make(bundle, "09", {main, {"g_sn", u"A"}, {"kb_sl", 1.0}, {"kb_cbj", 5.0}, {"kb_note", u""}},
-             {{{"g_sn", u"B"}, {"kb_sl", 5.0}, {"kb_dj", 1.0}, {"kb_zje", 5.0}, {"ck_sn", u"100001"}}}),
-        make(loan, "10", {main, {"kh_sn", partner}, {"jh_flag", u"jh"}, {"jh_note", u""}},
-             {{{"g_sn", u"A"},
-               {"jh_dj", 5.0},
-               {"jh_zje", 10.0},
-               {"jh_sl", 2.0},
-               {"jh_sl2", 2.0},
-               {"jh_hhsl", 0.0},
-               {"jh_xssl", 0.0},
-               {"jh_yj", 0.0},
-               {"jh_yj2", 0.0},
-               {"jh_zj", 0.0},
-               {"jh_flag", u"借货"}}}),
-        makeLoanReturn(),
-        make(stocktake, "12", {main, {"pd_note", u""}},
-             {{{"g_sn", u"A"}, {"pd_sl", 3.0}, {"kc_sl", 4.0}, {"kc_zsl", 4.0}, {"pd_dj", 5.0}, {"pd_zje", -5.0}}})};
+    const std::vector<Field> cash{{"ls_jsfs", 0}, {"ls_sfje", 24.0}}, back{{"th_jsfs", 0}, {"th_sfje", -12.0}};
+    make(purchaseReceipt, {{"j_sfje", 20.0}, {"j_note", u"首批"}, {"j_sn2", u"GH-7"}}, {"A", 10, 5});
+    make(purchaseReturn, {}, {"A", 1, 5});
+    make(sale, cash, {"A", 2, 12, {{"t_zp", u"(赠品)"}}});
+    make(saleReturn, back, {"A", 1, 12});
+    make(transfer, {{"ck_in", u"100002"}}, {"A", 2, 5});
+    make(loss, {{"bs_note", u"破损"}}, {"A", 1, 5});
+    make(overflow, {}, {"B", 3, 1});
+    make(split, {{"g_sn", u"A"}, {"cf_sl", 1.0}, {"cf_cbj", 5.0}}, {"B", 5, 1});
+    make(bundle, {{"g_sn", u"A"}, {"kb_sl", 1.0}, {"kb_cbj", 5.0}}, {"B", 5, 1});
+    make(loan, {}, {"A", 2, 5});
+    const auto lent = lookupValue("select id from jxc_khjhsp").toLongLong();
+    all_.push_back(returnLoan(u"2021-05-11"_qs, lent, 1, 0, 5));
+    make(stocktake, {}, {"A", 3, 5});
     ASSERT_EQ(brokenInvariants(), QStringList());
   }
-  static QString makeLoanReturn() {
-    const QString number = waitingDocument(loanReturn, u"2021-05-11"_qs,
-                                           {{"ck_sn", u"100001"},
-                                            {"kh_sn", customer()},
-                                            {"jh_flag", u"hh"},
-                                            {"jh_note", u""},
-                                            {"jh_status", 1},
-                                            {"jh_checker", u"admin"}},
-                                           {{{"g_sn", u"A"},
-                                             {"jh_dj", 5.0},
-                                             {"jh_zje", 5.0},
-                                             {"jh_sl", 2.0},
-                                             {"jh_hhsl", 1.0},
-                                             {"jh_xssl", 0.0},
-                                             {"jh_zzj", 0.0},
-                                             {"jh_kmmc", u"现金"},
-                                             {"jh_flag", u"还货"}}});
-    execSql("update jxc_khjhsp set id2=? where gl_djh=?",
-            lookupNumber("select id2 from jxc_khjhsp where jh_flag='借货'"), number);
-    postLoanReturn(number);
-    return number;
+  /// One document with one line, audited, of the day that follows the last one.
+  void make(const DocumentFamily& family, const std::vector<Field>& head, const Pieces& line) {
+    const QString day = u"2021-05-%1"_qs.arg(all_.size() + 1, 2, 10, QChar(u'0'));
+    all_.push_back(waitingDocument(family, day, head, {line}));
+    EXPECT_EQ(checkDj(family, all_.back(), prompt), AuditOutcome::Audited) << all_.back().toStdString();
   }
   /// "number kind state amount open" of the rows in sight.
   static QStringList listed(ui::Grid& list, std::initializer_list<const char*> columns) {
@@ -200,7 +66,6 @@ class DocumentListTest : public TradingScreenTest {
     return rows;
   }
 
-  QTemporaryDir home_;
   std::vector<QString> all_;
   int seen_ = 0;
 };

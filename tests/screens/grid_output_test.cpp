@@ -1,7 +1,6 @@
 // What every list offers: a spreadsheet file, the clipboard, paper, and a layout that stays.
 #include "ui/grid_output.h"
 
-#include "core/startup.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "platform/sheet/sheet_reader.h"
@@ -20,7 +19,6 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QTableView>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace grid_output_test {
@@ -62,16 +60,11 @@ RowSet goods(int count) {
 
 class GridOutputTest : public ScreenTest {
  protected:
-  GridOutputTest() { setProgramDirectory(folder_.path()); }
-  ~GridOutputTest() override {
-    ui::setFileAnswer({});
-    setProgramDirectory({});
-  }
   /// What the operator answers when he is asked for a file; the question is kept.
   void answerFile(const QString& name) {
     ui::setFileAnswer([this, name](const QString& proposed, const QString& filters) {
       asked_ << proposed + u'|' + filters;
-      return name.isEmpty() ? name : folder_.filePath(name);
+      return name.isEmpty() ? name : file(name);
     });
   }
   static void choose(ui::Grid& grid, const char* command) {
@@ -81,8 +74,6 @@ class GridOutputTest : public ScreenTest {
     ASSERT_NE(action, nullptr) << command;
     if (action->isEnabled()) action->trigger();
   }
-  QString file(const QString& name) const { return folder_.filePath(name); }
-  QTemporaryDir folder_;
   QStringList asked_;
 };
 
@@ -125,7 +116,7 @@ TEST_F(GridOutputTest, AListBecomesASpreadsheet) {
     EXPECT_EQ(rows[4].text("禁用"), QStringLiteral("仓库：门店"));
   }
   answerFile(QStringLiteral("nowhere/a.xls"));
-  expectNotice(QStringLiteral("文件夹不存在：\n") + folder_.filePath(QStringLiteral("nowhere")));
+  expectNotice(QStringLiteral("文件夹不存在：\n") + file(QStringLiteral("nowhere")));
   choose(grid, "btnRExport");
 
   // The rows are those of the moment; a long list is proposed as the newer kind of file.
@@ -160,7 +151,7 @@ TEST_F(GridOutputTest, MarkedRowsOrAllOnTheClipboard) {
 
 TEST_F(GridOutputTest, TheLayoutIsExplainedOnceThenSaved) {
   const QString kept = file(QStringLiteral("Layout/test.ini"));
-  QDir(folder_.path()).rmdir(QStringLiteral("Layout"));
+  QDir().rmdir(file(QStringLiteral("Layout")));
   const auto width = [](ui::Grid& grid) { return grid.view()->columnWidth(1); };
   {
     ui::Grid grid(grid_output_test::kGrid, "F_Test", nullptr);

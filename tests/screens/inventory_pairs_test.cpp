@@ -188,8 +188,8 @@ TEST_F(InventoryPairsTest, ACountWithPutawayAndIssue) {
         press(s, "F5");
       });
     };
-    write("F_Cgjh", "jh_sl", u"5", QString::fromUtf8(kSaveReceiptAudited));
-    write("F_Spxs", "ls_sl", u"2", QString::fromUtf8(kSaveSaleAudited));
+    write("F_Cgjh", "jh_sl", u"5", kSaveReceiptAudited);
+    write("F_Spxs", "ls_sl", u"2", kSaveSaleAudited);
     EXPECT_EQ(balances(sn), each.before);
     write("F_Kcpd", "pd_sl", u"7", atOnce(u"在“库存盘点查询”功能中"));
     EXPECT_EQ(balances(sn), each.after);

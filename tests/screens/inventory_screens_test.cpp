@@ -1,5 +1,4 @@
 // Documents within the house through their screens: transfer, loss and overflow, which have lines and no money.
-#include "core/program_directory.h"
 #include "core/session.h"
 #include "platform/sheet/sheet_writer.h"
 #include "screens/harness/trading_test.h"
@@ -8,23 +7,14 @@
 #include "stock/screens/line_import_screen.h"
 
 #include <QLabel>
-#include <QTemporaryDir>
 
 #include <tuple>
 
 namespace jxc::test {
 namespace inventory_screens_test {
 
-const QString kSaveTransfer =
-    u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的调拨单，可以在“待审核调\r\n\r\n拨单”"
-    "面板中，进行修改及审核操作！"_qs;
-QString saveWriteOff(const char* kind) {
-  return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的%1，可以在“报损/报溢\r\n\r\n审核”"
-         "面板中，进行修改及审核操作！"_qs.arg(QString::fromUtf8(kind));
-}
 constexpr QStringView kFrame = u"6900000000017", kCase = u"6900000000024";
 const QString kRepeat = u"该商品已添加，需要重复添加吗？"_qs;
-const QString kLeave = u"当前单据还未保存，是否保存？"_qs;
 
 QString auditQuestion(const QString& number) {
   return u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs;
@@ -37,12 +27,6 @@ class InventoryScreensTest : public TradingScreenTest {
     addGoods(
         {.sn = u"10000001"_qs, .name = u"镜架"_qs, .barcode = kFrame.toString(), .cost = 40, .price = 99, .stock = 5});
     addGoods({.sn = u"10000002"_qs, .name = u"镜盒"_qs, .barcode = kCase.toString(), .cost = 2, .price = 9});
-  }
-  static bool shows(ui::Screen& s, std::string_view grid, std::string_view field) {
-    const auto columns = s.grid(grid).spec().columns;
-    for (int i = 0; i < static_cast<int>(columns.size()); ++i)
-      if (columns[static_cast<std::size_t>(i)].field == field) return !s.grid(grid).view()->isColumnHidden(i);
-    return false;
   }
 };
 
@@ -76,8 +60,7 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
     press(s, "F5");
     choose(s, "comCk2", u"分店"_qs);
     type(s, "tnote", u"补货");
-    expectQuestion(kSaveTransfer, Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveTransfer);
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
     EXPECT_FALSE(s.field("comCk").isReadOnly());
     EXPECT_EQ(s.field("comCk2").key(), "");
@@ -140,19 +123,18 @@ TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
   setRights(u"100009"_qs, "kcgl", u"1000000000000000000000"_qs);
   becomeOperator(u"店员"_qs, u"100009"_qs, u"100009"_qs);
   execSql("update jxc_ckxx set ck_asn='100009' where ck_sn='100002'");
-  QTemporaryDir directory;
   Sheet sheet;
   for (const QString& caption : {u"商品编号"_qs, u"数量"_qs, u"单价"_qs})
     sheet.columns.push_back({.caption = caption});
   sheet.rows = heldRows({{Value(u"10000002"_qs), Value(u"1"_qs), Value(u"2"_qs)}});
-  const QString path = directory.filePath(u"调拨.xlsx"_qs);
+  const QString path = file(u"调拨.xlsx"_qs);
   writeSheet(path, sheet);
   execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('10000002','100002',3,3,2)");
   open("F_Kcdb", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("comCk").items().size(), 1);
     EXPECT_EQ(s.field("comCk2").items().size(), 2);
     for (const char* price : {"db_dj", "db_zje", "db_sj"})
-      EXPECT_FALSE(shows(s, "gridLines", price)) << price;
+      EXPECT_FALSE(s.grid("gridLines").isColumnVisible(price)) << price;
     choose(s, "comCk", u"分店"_qs);
     expectScreen("F_Kcdb_Import", [&](ui::Screen& import) {
       dynamic_cast<LineImportScreen&>(import).openFile(path);
@@ -163,8 +145,7 @@ TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
     });
     press(s, "Ctrl+I");
     EXPECT_EQ(rows("select g_sn,db_sl,db_dj from jxc_dbsp"), "10000002 1 2");
-    expectQuestion(kLeave, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
 }
 
@@ -190,8 +171,7 @@ TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIs
     EXPECT_FALSE(asksForWarehouse());
     choose(s, "comCk", u"分店"_qs);
     EXPECT_EQ(s.grid("gridLines").currentNumber("db_dj"), 33);
-    expectQuestion(kLeave, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
   open("F_Bsby", [&](ui::Screen& s) {
     choose(s, "comDjlx", u"报溢单"_qs);
@@ -201,8 +181,7 @@ TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIs
   open("F_Bsby", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("comDjlx").text(), "报溢单");
     EXPECT_EQ(s.grid("gridLines").currentText("g_name"), "镜盒");
-    expectQuestion(kLeave, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
   EXPECT_EQ(rows("select count(*) from jxc_bysp"), "0");
 }
@@ -231,8 +210,7 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
     EXPECT_TRUE(s.field("comDjlx").isReadOnly());
     lost = s.field("gldjh").text();
     type(s, "tnote", u"月末清点");
-    expectQuestion(saveWriteOff("报损单"), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveLoss);
 
     choose(s, "comDjlx", u"报溢单"_qs);
     found = s.field("gldjh").text();
@@ -241,8 +219,7 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
     EXPECT_EQ(s.grid("gridLines").currentNumber("bs_dj"), 2);
     edit(s, "gridLines", 0, "bs_sl", u"3");
     EXPECT_EQ(s.grid("gridLines").currentNumber("bs_zje"), 6);
-    expectQuestion(saveWriteOff("报溢单"), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveOverflow);
     EXPECT_EQ(s.field("comDjlx").text(), "报溢单");  // the next one is of the same kind
 
     showWaiting(s);
@@ -296,8 +273,7 @@ TEST_F(InventoryScreensTest, LensesGoOutByTheirSheet) {
       });
       press(s, "F12");
       EXPECT_EQ(s.grid("gridLines").currentNumber(quantity), 2);
-      expectQuestion(kLeave, Answer::No);
-      press(s, "Esc");
+      leaveDraft(s);
     });
 }
 

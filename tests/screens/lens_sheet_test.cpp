@@ -98,8 +98,7 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
     press(s, "F12");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 7);
     EXPECT_EQ(s.field("tyfje").number(), 240);  // 30 pieces at 8
-    expectQuestion(QString::fromUtf8(kSaveReceipt), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveReceipt);
     showWaiting(s);
     expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
       expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);  // once for all of them
@@ -150,8 +149,7 @@ TEST_F(LensSheetTest, ASaleIsRefusedBeyondTheStockAndKeepsTheSheet) {
     });
     press(s, "F12");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 3);
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
 }
 
@@ -177,8 +175,7 @@ TEST_F(LensSheetTest, OnlyWhatTheDocumentOffersOpens) {
     });
     press(s, "F12");
     EXPECT_EQ(s.field("tyfje").number(), 16);
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
 }
 
@@ -200,7 +197,7 @@ TEST_F(LensSheetTest, ANewPowerComesInAtItsPlace) {
       press(sheet, "F5");
     });
     press(s, "F12");
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    expectQuestion(kUnsaved, Answer::No);
     EXPECT_EQ(rows("select g_sn,th_sl,th_dj from jxc_xsthsp order by id"), "20000001 1 30 | 10000002 2 30");
     press(s, "Esc");
   });

@@ -97,7 +97,7 @@ TEST_F(LineImportTest, AReceiptTakesWhatPassesAndTellsTheRest) {
     press(s, "Ctrl+I");
     // 3 at 38.5 and 2.5 at the usual 120; picked goods come without tax.
     EXPECT_EQ(s.field("tyfje").number(), 415.5);
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
+    expectQuestion(kUnsaved, Answer::No);
     EXPECT_EQ(rows("select g_sn,jh_sl,jh_dj,jh_zje,jh_je,jh_dzl,jh_tax,t_scrq,jh_bz from jxc_jhsp order by id"),
               "10000001 3 38.5 115.5 115.5 1 0 2021-04-01 急 | 10000002 2.5 120 300 300 1 0 2021-04-02 ");
     press(s, "Esc");
@@ -134,8 +134,7 @@ TEST_F(LineImportTest, ASaleMindsStockPricesAndOldFiles) {
     });
     press(s, "Ctrl+I");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
 }
 
@@ -152,8 +151,7 @@ TEST_F(LineImportTest, LinesGoOutAndIntoADocumentThatWaits) {
     press(s, "F3");  // no matter that the idle button names the same key
     expectNotice(u"导出成功！"_qs);
     s.findChild<QAction*>("btnInOutExport")->trigger();
-    expectQuestion(QString::fromUtf8(kSaveSale), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveSale);
     showWaiting(s);
     expectScreen("F_Spxs_Import", [&](ui::Screen& sheet) {
       press(sheet, "F2");
@@ -167,7 +165,6 @@ TEST_F(LineImportTest, LinesGoOutAndIntoADocumentThatWaits) {
     EXPECT_EQ(rows("select ls_yfje,ls_status from jxc_lsxsd"), "120 0");
     EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 120);
   });
-  ui::setFileAnswer({});
 }
 
 TEST_F(LineImportTest, FilesThatAreNoSheetsOfLines) {

@@ -102,7 +102,6 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
       return path;
     });
   };
-  const auto windowsAgain = qScopeGuard([] { ui::setFileAnswer({}); });
   preview(sale(60), [&](ui::TF_Preview& screen) {
     answer({});  // left without a file
     press(screen, "Ctrl+S");

@@ -1,25 +1,19 @@
 // Print commands of the screens: preview, printer, automatic printing, choice of the form, and the templates' design.
-#include "core/program_directory.h"
 #include "output/screens/prin_sele.h"
 #include "output/screens/print_outlet.h"
 #include "output/screens/template_designer.h"
 #include "output/templates.h"
 #include "sales/sale.h"
-#include "screens/harness/screen_test.h"
+#include "screens/harness/trading_test.h"
 #include "stock/document.h"
 #include "stock/trading_document.h"
-
-#include <QTabWidget>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace printing_screens_test {
 
-class PrintingScreens : public ScreenTest {
+class PrintingScreens : public TradingScreenTest {
  protected:
-  PrintingScreens() : before_(programDirectory()) {
-    static QTemporaryDir home;
-    setProgramDirectory(home.path());
+  PrintingScreens() {
     bringTemplates();
     printOutlet() = {.preview = [this](const report::Pages& pages, QWidget*) { previewed.push_back(pages); },
                      .printAsking = [this](const report::Pages& pages, QWidget*) { asked.push_back(pages); },
@@ -28,45 +22,19 @@ class PrintingScreens : public ScreenTest {
                            if (noPrinter) throw std::runtime_error("没有打印机。");
                            printed.push_back(pages);
                          }};
-    for (const auto* sn : {"A", "B"}) {
-      insertRow("jxc_goods", {{"g_sn", sn},
-                              {"g_name", QStringLiteral("镜架") + QString::fromLatin1(sn)},
-                              {"g_sptm", QStringLiteral("69") + QString::fromLatin1(sn)},
-                              {"g_jj", 10.0},
-                              {"g_pjjj", 10.0},
-                              {"g_sj", 50.0},
-                              {"g_kc", 100.0},
-                              {"g_jy", 0},
-                              {"gc_sn", u"1000"},
-                              {"gg_name", u""},
-                              {"color_name", u""},
-                              {"dw_name", u"付"}});
-      insertRow("jxc_kcsp",
-                {{"ck_sn", u"100001"}, {"g_sn", sn}, {"kc_sl", 100.0}, {"kc_zsl", 100.0}, {"kc_cbj", 10.0}});
-    }
+    for (const QString& sn : {u"A"_qs, u"B"_qs})
+      addGoods({.sn = sn, .name = u"镜架"_qs + sn, .barcode = u"69"_qs + sn, .cost = 10, .price = 50, .stock = 100});
+    execSql("update jxc_goods set gc_sn='1000'");  // the list of stock names the class
   }
-  ~PrintingScreens() override {
-    restorePrintOutlet();
-    setProgramDirectory(before_);
-  }
+  ~PrintingScreens() override { restorePrintOutlet(); }
 
   static QString text(const report::Pages& pages) { return pages.lines(0).join(u'\n'); }
   static void scan(ui::Screen& screen, const QString& code) {
     type(screen, "tSptm", code);
     pressIn(*screen.field("tSptm").widget(), "Return");
   }
-  void expectSave() {
-    expectQuestion(
-        QStringLiteral("单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的销售单，可以在“待审核销"
-                       "\r\n\r\n售单”面板中，进行修改及审核操作！"),
-        Answer::Yes);
-  }
-
   std::vector<report::Pages> previewed, asked, printed;
   bool noPrinter = false;
-
- private:
-  const QString before_;
 };
 
 TEST_F(PrintingScreens, ASaleIsLookedAtSavedAndPrinted) {
@@ -82,8 +50,7 @@ TEST_F(PrintingScreens, ASaleIsLookedAtSavedAndPrinted) {
         << text(previewed[0]).toStdString();
     // Looking at it has changed nothing: the draft stands, and is saved.
     EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
-    expectSave();
-    press(s, "F5");
+    save(s, kSaveSale);
     EXPECT_TRUE(printed.empty());
     // What waits: looked at, printed with a choice of the printer.
     s.findChild<QTabWidget*>()->setCurrentIndex(1);
@@ -103,14 +70,13 @@ TEST_F(PrintingScreens, SavingPrintsWhereThatIsWantedAndAMissingPrinterStopsNoth
   open("F_Spxs", [&](ui::Screen& s) {
     EXPECT_FALSE(s.command("btnPrin").isVisible());  // nothing is printed before it is saved
     scan(s, "69A");
-    expectSave();
-    press(s, "F5");
+    save(s, kSaveSale);
     ASSERT_EQ(printed.size(), 1u);
     EXPECT_TRUE(text(printed[0]).contains(lookupValue("select gl_djh from jxc_lsxsd")));
 
     noPrinter = true;
     scan(s, "69B");
-    expectSave();
+    expectQuestion(kSaveSale, Answer::Yes);
     expectNotice(QStringLiteral("没有打印机。"));
     press(s, "F5");
     EXPECT_EQ(lookupNumber("select count(*) from jxc_lsxsd"), 2);

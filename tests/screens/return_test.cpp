@@ -39,11 +39,6 @@ class ReturnScreenTest : public TradingScreenTest {
   static double stockOf(const QString& goods) {
     return lookupNumber("select kc_zsl from jxc_kcsp where g_sn=?", goods);
   }
-  void expectSaved(const char* enquiry) {
-    expectQuestion(QStringLiteral("单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“") +
-                       QString::fromUtf8(enquiry) + QStringLiteral("”功能中取消审核！"),
-                   Answer::Yes);
-  }
   QString received, sold;
 };
 
@@ -62,8 +57,7 @@ TEST_F(ReturnScreenTest, ASaleComesBackWholeAndThenOnePiece) {
     EXPECT_EQ(s.field("tssje").number(), 400);
     expectNotice(QStringLiteral("请先保存本次的退货单据！"));
     press(s, "F7");
-    expectSaved("销售退货查询");
-    press(s, "F5");
+    save(s, kSaveSaleAudited);
     EXPECT_FALSE(s.field("tkh").isReadOnly());
 
     expectScreen("F_Xsth_Add", [&](ui::Screen& pick) {
@@ -81,8 +75,7 @@ TEST_F(ReturnScreenTest, ASaleComesBackWholeAndThenOnePiece) {
     });
     press(s, "F2");
     type(s, "tssje", u"0");
-    expectSaved("销售退货查询");
-    press(s, "F5");
+    save(s, kSaveSaleAudited);
   });
   EXPECT_EQ(stockOf("A"), 5);
   EXPECT_EQ(stockOf("B"), 6);
@@ -101,8 +94,7 @@ TEST_F(ReturnScreenTest, AWholeReturnSurvivesACrash) {
   };
   open("F_Xsth", [&](ui::Screen& s) {
     takeWhole(s);
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
   EXPECT_EQ(lookupValue("select ls_fdmc from jxc_lsxsd"), "");
   open("F_Xsth", takeWhole);  // closed without a question: as a power cut leaves it
@@ -112,8 +104,7 @@ TEST_F(ReturnScreenTest, AWholeReturnSurvivesACrash) {
     EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
     EXPECT_TRUE(s.field("tkh").isReadOnly());
     EXPECT_EQ(s.field("tssje").number(), 400);
-    expectSaved("销售退货查询");
-    press(s, "F5");
+    save(s, kSaveSaleAudited);
     EXPECT_FALSE(s.field("tkh").isReadOnly());
   });
   EXPECT_EQ(lookupValue("select ls_th from jxc_lsxsd"), "1");
@@ -133,8 +124,7 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
     press(s, "F5");
     edit(s, "gridLines", 1, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 240);
-    expectSaved("进退货查询");
-    press(s, "F5");
+    save(s, kSaveReceiptAudited);
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
     s.findChild<QTabWidget*>()->setCurrentIndex(1);
     settle();
@@ -193,8 +183,7 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
       EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
       EXPECT_TRUE(back.field("tghs").isReadOnly());
       EXPECT_FALSE(back.findChild<QWidget*>("lHint")->isVisible());
-      expectSaved("进退货查询");
-      press(back, "F5");
+      save(back, kSaveReceiptAudited);
       press(back, "Esc");
     });
     press(s, "F9");
@@ -212,10 +201,9 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
     stand(s.grid("gridDj"), sold);
     expectScreen("F_Xsth", [&](ui::Screen& back) {
       EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
-      expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::Cancel);
+      expectQuestion(kUnsaved, Answer::Cancel);
       press(back, "Esc");
-      expectQuestion(QStringLiteral("当前单据还未保存，是否保存？"), Answer::No);
-      press(back, "Esc");
+      leaveDraft(back);
     });
     press(s, "F9");
     static_cast<ui::EnquiryScreen&>(s).showView("gridRq");

@@ -14,8 +14,7 @@ class StockStatistics : public TradingScreenTest {
   StockStatistics() {
     addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5});
     addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 1});
-    loss_ = waitingDocument(families::loss, u"2021-05-02"_qs, {{"ck_sn", u"100001"}},
-                            {{{"g_sn", u"A"}, {"bs_sl", 2.0}, {"bs_dj", 5.0}, {"bs_zje", 10.0}}});
+    loss_ = waitingDocument(families::loss, u"2021-05-02"_qs, {}, {{u"A"_qs, 2, 5}});
     EXPECT_EQ(checkDj(families::loss, loss_, prompt), AuditOutcome::Audited);
   }
   QString loss_;

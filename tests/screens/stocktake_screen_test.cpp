@@ -7,23 +7,17 @@
 #include "stock/document.h"
 #include "ui/grid_output.h"
 
-#include <QDir>
 #include <QLabel>
 #include <QTableView>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace stocktake_screen_test {
 
-const QString kSave =
-    u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的盘点单，可以在“待审核盘\r\n\r\n点单”"
-    "面板中，进行修改及审核操作！"_qs;
 constexpr QStringView kFrame = u"6900000000017", kCase = u"6900000000024";
 
 class StocktakeScreenTest : public TradingScreenTest {
  protected:
   StocktakeScreenTest() {
-    setProgramDirectory(home_.path());
     setParameter("cs_possk", 0);  // a count adds up whatever the till does
     addGoods({.sn = u"10000001"_qs,
               .name = u"暴龙金属半框近视眼镜架男士商务系列"_qs,
@@ -36,17 +30,8 @@ class StocktakeScreenTest : public TradingScreenTest {
     addGoods({.sn = u"10000003"_qs, .name = u"镜布"_qs, .barcode = u"6900000000031"_qs, .cost = 1, .stock = 8});
     addGoods({.sn = u"10000004"_qs, .name = u"护理液"_qs, .cost = 15});
   }
-  ~StocktakeScreenTest() override {
-    setStationOption(stocktaking::kBlind, false);
-    setProgramDirectory({});
-  }
+  ~StocktakeScreenTest() override { setStationOption(stocktaking::kBlind, false); }
 
-  static void picture(QWidget& screen, const QString& name) {
-    const QString directory = qEnvironmentVariable("JXC_PICTURES");
-    if (directory.isEmpty()) return;
-    QDir().mkpath(directory);
-    EXPECT_TRUE(screen.grab().save(directory + u'/' + name + u".png"_qs));
-  }
   static QString line(ui::Screen& s, int row) {
     s.grid("gridLines").selectRow(row);
     QStringList cells;
@@ -54,9 +39,6 @@ class StocktakeScreenTest : public TradingScreenTest {
       cells << s.grid("gridLines").currentText(field);
     return cells.join(u' ');
   }
-
- private:
-  QTemporaryDir home_;
 };
 
 TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
@@ -133,14 +115,12 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
       press(sheet, "Esc");
     });
     press(s, "Ctrl+T");
-    expectQuestion(kSave, Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveCount);
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
 
     // Another count of the same day, which the first takes in.
     scan(s, kFrame);
-    expectQuestion(kSave, Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveCount);
     showWaiting(s);
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 2);
     s.grid("gridWaiting").selectRow(1);
@@ -244,8 +224,7 @@ TEST_F(StocktakeScreenTest, ASheetOfPowersTellsZeroFromEmpty) {
       press(sheet, "Esc");
     });
     press(s, "F12");
-    expectQuestion(u"当前单据还未保存，是否保存？"_qs, Answer::No);
-    press(s, "Esc");
+    leaveDraft(s);
   });
 }
 
@@ -284,8 +263,7 @@ TEST_F(StocktakeScreenTest, ABlindCountShowsNoStockUntilItIsSaved) {
     });
     press(s, "Ctrl+U");
     picture(s, u"F_Kcpd_blind"_qs);
-    expectQuestion(kSave, Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveCount);
     showWaiting(s);
     EXPECT_TRUE(sees(s, "gridWaitingLines", "cysl"));
     EXPECT_EQ(s.grid("gridWaitingLines").currentText("cysl"), "-4");

@@ -1,9 +1,9 @@
 // Documents at their fullest: 200 lines, long names, large amounts, every column switched on, on a small
 // display. With JXC_PICTURES=DIR each screen is written there as a picture.
+#include "harness/waiting_document.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
 
-#include <QDir>
 #include <QHeaderView>
 #include <QPushButton>
 
@@ -16,7 +16,7 @@ const QString kBranch = QStringLiteral("城东大润发购物中心二楼眼镜�
 struct Document {
   const char* screen;
   const DocumentFamily* family;
-  const char* save;
+  QString save;
 };
 
 class FullDocumentTest : public TradingScreenTest, public ::testing::WithParamInterface<Document> {
@@ -49,37 +49,25 @@ class FullDocumentTest : public TradingScreenTest, public ::testing::WithParamIn
 
   /// Lines as another station would have left them: the screen takes them up.
   void fillDraft(const QString& number) {
-    const Document& document = GetParam();
+    const DocumentFamily& family = *GetParam().family;
+    const LineTable& table = family.line;
+    const LineColumns& c = *table.columns;
+    const double price = 1234567.89, taxed = 1395061.72, quantity = 1000;
     Transaction transaction(accountDb());
-    const LineTable& table = document.family->line;
-    for (int i = 0; i < kLines; ++i) {
-      const auto id = insertRow(
-          document.family->lines,
-          {{document.family->number, number}, {"a_name", session().a_name}, {"g_sn", QString::number(10000001 + i)}});
-      const double price = 1234567.89, taxed = 1395061.72, quantity = 1000;
-      const LineColumns& c = *table.columns;
-      updateRow(document.family->lines, id,
-                {{c.price, price},
-                 {c.quantity, quantity},
-                 {c.net, price * quantity},
-                 {c.tax, 13},
-                 {c.taxedPrice, taxed},
-                 {c.taxAmount, (taxed - price) * quantity},
-                 {c.discount, 1},
-                 {c.total, taxed * quantity},
-                 {table.retail, 2345678.99},
-                 {table.countedShelf, 999},
-                 {table.countedBook, 999},
-                 {table.note, u"客户要求加急，先发一半，余下随下一批"_qs}});
-    }
+    for (int i = 0; i < kLines; ++i)
+      writeLine(family, number, u"2021-05-03"_qs,
+                {QString::number(10000001 + i),
+                 quantity,
+                 price,
+                 {{c.tax, 13},
+                  {c.taxedPrice, taxed},
+                  {c.taxAmount, (taxed - price) * quantity},
+                  {c.total, taxed * quantity},
+                  {table.retail, 2345678.99},
+                  {table.countedShelf, 999},
+                  {table.countedBook, 999},
+                  {table.note, u"客户要求加急，先发一半，余下随下一批"_qs}}});
     transaction.commit();
-  }
-
-  static void picture(QWidget& screen, const QString& name) {
-    const QString directory = qEnvironmentVariable("JXC_PICTURES");
-    if (directory.isEmpty()) return;
-    QDir().mkpath(directory);
-    EXPECT_TRUE(screen.grab().save(directory + u'/' + name + u".png"_qs));
   }
 
   /// Nothing that can be pressed is cut off, and the total of a line can be seen without scrolling.
@@ -142,8 +130,7 @@ TEST_P(FullDocumentTest, FitsASmallDisplay) {
       press(sheet, "Esc");
     });
     press(s, "F12");
-    expectQuestion(QString::fromUtf8(document.save), Answer::Yes);
-    press(s, "F5");
+    save(s, document.save);
     showWaiting(s);
     expectAllInSight(s, "gridWaitingLines");
     picture(s, name + u"_waiting"_qs);
@@ -162,21 +149,6 @@ TEST_P(FullDocumentTest, FitsASmallDisplay) {
     }
   });
 }
-
-constexpr const char* kSaveReturn =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的退货单，可以在“待审核\r\n\r\n退货单”"
-    "面板中，进行修改及审核操作！";
-
-constexpr const char* kSaveTransfer =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的调拨单，可以在“待审核调\r\n\r\n拨单”"
-    "面板中，进行修改及审核操作！";
-constexpr const char* kSaveLoss =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的报损单，可以在“报损/报溢\r\n\r\n审核”"
-    "面板中，进行修改及审核操作！";
-
-constexpr const char* kSaveCount =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的盘点单，可以在“待审核盘\r\n\r\n点单”"
-    "面板中，进行修改及审核操作！";
 
 INSTANTIATE_TEST_SUITE_P(Documents, FullDocumentTest,
                          ::testing::Values(Document{"F_Cgjh", &families::purchaseReceipt, kSaveReceipt},

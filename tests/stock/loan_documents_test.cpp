@@ -15,37 +15,8 @@ class LoanTest : public test::ShopTest {
     addGoods("B", 2);
     receive("2021-05-01", {{"A", 10, 5}});
   }
-  QString document(const DocumentFamily& family, const QString& date, const QString& flag, int status,
-                   std::initializer_list<test::Fields> lines) {
-    const QString number = nextDocNoOn("jxc_khjhsp", "gl_djh", words(family.prefix), date);
-    insertRow("jxc_khjh", {{"gl_djh", number},
-                           {"jh_rq", date},
-                           {"jh_status", status},
-                           {"jh_flag", flag},
-                           {"jh_checker", status ? session().a_name : QString()},
-                           {"kh_sn", customer()},
-                           {"ck_sn", mainWarehouse()},
-                           {"u_sn", u"100001"},
-                           {"jh_note", u""},
-                           {"a_name", session().a_name}});
-    for (const test::Fields& line : lines)
-      updateRow("jxc_khjhsp", insertRow("jxc_khjhsp", {{"gl_djh", number}, {"a_name", session().a_name}}), line);
-    return number;
-  }
-  static QString mainWarehouse() { return test::mainWarehouse; }
   QString lend(double quantity) {
-    return document(loan, "2021-05-02", u"jh"_qs, 0,
-                    {{{"g_sn", u"A"},
-                      {"jh_dj", 5.0},
-                      {"jh_zje", 5 * quantity},
-                      {"jh_sl", quantity},
-                      {"jh_sl2", quantity},
-                      {"jh_hhsl", 0.0},
-                      {"jh_xssl", 0.0},
-                      {"jh_yj", 200.0},
-                      {"jh_yj2", 0.0},
-                      {"jh_zj", 50.0},
-                      {"jh_flag", u"借货"}}});
+    return test::waitingDocument(loan, "2021-05-02", {}, {{"A", quantity, 5, {{"jh_yj", 200.0}, {"jh_zj", 50.0}}}});
   }
   QString loanLine(const QString& number) {
     return row("select jh_hhsl,jh_xssl,jh_yj2 from jxc_khjhsp where gl_djh=?", number);
@@ -76,31 +47,19 @@ TEST_F(LoanTest, GoodsGoOutComeBackWithRentAndAreKept) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
   const std::int64_t line = firstIdOf("jxc_khjhsp", "gl_djh", number);
-  const auto takeBack = [&](const QString& flag, double back, double sold, double rent, const QString& account) {
-    const QString hh = document(loanReturn, "2021-05-03", u"hh"_qs, 1,
-                                {{{"g_sn", u"A"},
-                                  {"jh_dj", 6.0},
-                                  {"jh_zje", 6 * (back + sold)},
-                                  {"jh_sl", 4.0},
-                                  {"jh_hhsl", back},
-                                  {"jh_xssl", sold},
-                                  {"jh_zzj", rent},
-                                  {"jh_kmmc", account},
-                                  {"jh_flag", flag},
-                                  {"id2", line}}});
-    postLoanReturn(hh);
-    return hh;
+  const auto takeBack = [&](double back, double sold, double rent, const QString& account) {
+    return test::returnLoan("2021-05-03", line, back, sold, 6, rent, account);
   };
   // A deposit that does not cover the rent: the rent stays whole.
-  const QString back = takeBack(u"还货"_qs, 1, 0, 150, u"现金"_qs);
+  const QString back = takeBack(1, 0, 150, u"现金"_qs);
   EXPECT_EQ(ledger(back), "hh hh 1 150 6 7 5 35");  // back at today's cost; the average stays
   EXPECT_EQ(loanLine(number), "1 0 150");
   EXPECT_EQ(income(back), "收入 150 现金 还货单" + back + "产生的借货收入");
   EXPECT_EQ(lastLog(), "增加还货单" + back + "，共1种商品");
-  const QString kept = takeBack(u"销售"_qs, 0, 3, 6, u"工行"_qs);
+  const QString kept = takeBack(0, 3, 6, u"工行"_qs);
   EXPECT_EQ(ledger(kept), "hh xs 3 3 18 10 5 50");
   EXPECT_EQ(loanLine(number), "1 3 156");
-  const QString free = takeBack(u"还货"_qs, 0, 0, 0, u"现金"_qs);
+  const QString free = takeBack(0, 0, 0, u"现金"_qs);
   EXPECT_EQ(income(free), "");
   EXPECT_EQ(balanceOf("A"), "10 10 5");
   EXPECT_EQ(month(), "10 54");

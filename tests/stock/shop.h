@@ -21,12 +21,7 @@ inline const QString mainWarehouse = QStringLiteral("100001");
 
 class ShopTest : public AccountSetFixture {
  protected:
-  struct Line {
-    QString goods;
-    double quantity;
-    double price;
-    double tax = 0;
-  };
+  using Line = Pieces;
 
   /// A goods whose prices and average are all `price`.
   void addGoods(const QString& sn, double price = 0, const QString& barcode = {}) {
@@ -108,7 +103,6 @@ class ShopTest : public AccountSetFixture {
     for (const Line& line : lines) {
       receipt::LineDraft entry = receipt::newLine(line.goods);
       entry.amounts.setQuantity(line.quantity);
-      entry.amounts.setTax(line.tax);
       entry.amounts.setPrice(line.price);
       draft.number = receipt::addLine(receipt::Lines::Draft, draft.number, date, entry).number;
     }
@@ -135,47 +129,8 @@ class ShopTest : public AccountSetFixture {
     return number;
   }
 
-  /// Head and lines of a waiting sale; cost is what the line says it costs.
   QString waitingSale(const QString& date, const std::vector<Line>& lines, double paid, int settlement = 1) {
-    const QString number = newDocumentNumber(families::sale, date);
-    const bool issuedLater = strIsTrue(session().cs_spck);
-    double due = 0;
-    for (const Line& line : lines) {
-      const double cost = getGoodsCost(line.goods, mainWarehouse, date);
-      due += line.quantity * line.price;
-      insertRow("jxc_lsxssp", {{"gl_djh", number},
-                               {"g_sn", line.goods},
-                               {"a_name", session().a_name},
-                               {"ls_dj", line.price},
-                               {"ls_sl", line.quantity},
-                               {"ls_je", line.quantity * line.price},
-                               {"ls_cbj", cost},
-                               {"ls_zcb", cost * line.quantity},
-                               {"ls_tax", 0.0},
-                               {"ls_taxdj", line.price},
-                               {"ls_taxje", 0.0},
-                               {"ls_lsj", line.price},
-                               {"ls_zje", line.quantity * line.price},
-                               {"ls_cksl", issuedLater ? 0 : line.quantity},
-                               {"ls_qxsl", 0.0},
-                               {"ls_dzl", 1.0},
-                               {"t_zp", u""}});
-    }
-    insertRow("jxc_lsxsd", {{"gl_djh", number},
-                            {"kh_sn", customer()},
-                            {"ck_sn", mainWarehouse},
-                            {"ls_xsrq", date},
-                            {"ls_yfje", due},
-                            {"ls_sfje", paid},
-                            {"u_sn", u"100001"},
-                            {"ls_note", u""},
-                            {"a_name", session().a_name},
-                            {"ls_status", 0},
-                            {"ls_jsfs", settlement},
-                            {"ls_kmmc", u"现金"},
-                            {"ls_crk", !issuedLater},
-                            {"ls_dhbz", 0}});
-    return number;
+    return waitingDocument(families::sale, date, {{"ls_sfje", paid}, {"ls_jsfs", settlement}}, lines);
   }
   QString sell(const QString& date, const std::vector<Line>& lines, double paid = 0) {
     const QString number = waitingSale(date, lines, paid);
@@ -183,45 +138,10 @@ class ShopTest : public AccountSetFixture {
     return number;
   }
 
-  /// A waiting return to the supplier or from the customer ("CT", "XT"); heads hold minus the amounts.
+  /// A waiting return to the supplier or from the customer ("CT", "XT").
   QString waitingReturn(const DocumentFamily& family, const QString& date, const std::vector<Line>& lines,
                         double paid = 0) {
-    const bool toSupplier = family.partner == "ghs_sn";
-    const QString number = newDocumentNumber(family, date);
-    double due = 0;
-    for (const Line& line : lines) {
-      due += line.quantity * line.price;
-      const std::int64_t id = insertRow(family.lines, {{"gl_djh", number},
-                                                       {"g_sn", line.goods},
-                                                       {"a_name", session().a_name},
-                                                       {"th_dj", line.price},
-                                                       {"th_sl", line.quantity},
-                                                       {"th_je", line.quantity * line.price},
-                                                       {"th_tax", 0.0},
-                                                       {"th_taxdj", line.price},
-                                                       {"th_taxje", 0.0},
-                                                       {"th_zje", line.quantity * line.price},
-                                                       {"th_dzl", 1.0},
-                                                       {"th_bz", u""},
-                                                       {"id2", 0}});
-      if (!toSupplier) {
-        const double cost = getGoodsCost(line.goods, mainWarehouse, date);
-        updateRow(family.lines, id, {{"th_cbj", cost}, {"th_zcb", cost * line.quantity}, {"th_lsj", line.price}});
-      }
-    }
-    insertRow(family.head, {{"gl_djh", number},
-                            {family.partner, toSupplier ? QStringLiteral("100001") : customer()},
-                            {"ck_sn", mainWarehouse},
-                            {family.date, date},
-                            {"th_yfje", -due},
-                            {"th_sfje", -paid},
-                            {"u_sn", u"100001"},
-                            {"th_note", u""},
-                            {"a_name", session().a_name},
-                            {"th_status", 0},
-                            {"th_jsfs", 1},
-                            {"th_kmmc", u"现金"}});
-    return number;
+    return waitingDocument(family, date, {{"th_sfje", -paid}}, lines);
   }
 };
 

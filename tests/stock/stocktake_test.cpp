@@ -37,19 +37,11 @@ class StocktakeTest : public test::ShopTest {
   }
   /// Lines as they were counted against the books of now; goods that the warehouse does not know stand at nothing.
   QString count(const QString& date, const std::map<QString, double>& counted) {
-    const QString number = test::waitingDocument(stocktake, date, {{"ck_sn", u"100001"}, {"pd_note", u""}}, {});
-    for (const auto& [goods, pieces] : counted) {
-      const RowSet at = openSelect("select kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn=? and ck_sn='100001'", goods);
-      const double shelf = at.isEmpty() ? 0 : at.number(0, 0), cost = at.isEmpty() ? 0 : at.number(0, 2);
-      insertRow("jxc_kcpdsp", {{"gl_djh", number},
-                               {"g_sn", goods},
-                               {"a_name", session().a_name},
-                               {"pd_sl", pieces},
-                               {"kc_sl", shelf},
-                               {"kc_zsl", at.isEmpty() ? 0 : at.number(0, 1)},
-                               {"pd_dj", cost},
-                               {"pd_zje", (pieces - shelf) * cost}});
-    }
+    const QString number = test::waitingDocument(stocktake, date, {}, {});
+    for (const auto& [goods, pieces] : counted)
+      test::writeLine(
+          stocktake, number, date,
+          {goods, pieces, lookupNumber("select kc_cbj from jxc_kcsp where g_sn=? and ck_sn='100001'", goods)});
     refreshWaitingTotals(stocktake, number);
     return number;
   }
@@ -161,14 +153,7 @@ TEST_F(StocktakeTest, StockThatMovedMeanwhileIsAskedAbout) {
 TEST_F(StocktakeTest, ASaveThatAuditsAtOnceAsksAsWell) {
   setParameter("cs_shdj", 1);
   const QString number = newDocumentNumber(stocktake, "2021-05-03");
-  insertRow("jxc_kcpdsp", {{"gl_djh", number},
-                           {"g_sn", u"A"},
-                           {"a_name", session().a_name},
-                           {"pd_sl", 9.0},
-                           {"kc_sl", 10.0},
-                           {"kc_zsl", 10.0},
-                           {"pd_dj", 5.0},
-                           {"pd_zje", -5.0}});
+  test::writeLine(stocktake, number, "2021-05-03", {"A", 9, 5});
   const QString sale = waitingSale("2021-05-03", {{"A", 2, 9}}, 0);
   EXPECT_EQ(audit(sale), AuditOutcome::Audited);
   const auto writeHead = [](const QString& taken) {

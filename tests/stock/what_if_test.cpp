@@ -58,8 +58,7 @@ class WhatIfTest : public test::ShopWalk {
 TEST_F(WhatIfTest, ReceiptDatedBackTellsCostsSalesCountsAndMonths) {
   receive("2021-04-01", {{"A", 10, 5}});
   sell("2021-05-01", {{"A", 4, 9}}, 36);  // sold at a cost of 5
-  auditedInside(stocktake, "2021-05-02", {{"ck_sn", u"100001"}},
-                {{{"g_sn", u"A"}, {"pd_sl", 5.0}, {"kc_sl", 6.0}, {"kc_zsl", 6.0}, {"pd_dj", 5.0}, {"pd_zje", -5.0}}});
+  auditedInside(stocktake, "2021-05-02", {}, {{"A", 5, 5}});
   const QString late = save(draftReceipt("2021-04-02", {{"A", 10, 7}}));
 
   const WhatIf preview = previewAudit(late);

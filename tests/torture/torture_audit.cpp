@@ -75,68 +75,21 @@ void prepareAll(int count, Prompt& prompt) {
   prepare(count, prompt);
   execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
   execSql("update jxc_xtcs set cs_kc=1,cs_kp=1");
-  const QString today = clock::today(), place = u"100001"_qs, other = u"100002"_qs;
-  const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
-  const QString supplier = lookupValue("select top 1 ghs_sn from jxc_ghsxx order by id");
+  const QString today = clock::today();
+  const Field place{"ck_sn", u"100001"}, other{"ck_sn", u"100002"};
   for (int i = 0; i < count; ++i) {
     const QString a = goodsCode(i % goodsCount), b = goodsCode((i + 5) % goodsCount);
     const double q = 1 + i % 4, price = 9 + i % 7;
-    const QString number = waitingDocument(families::sale, today,
-                                           {{"kh_sn", customer},
-                                            {"ck_sn", place},
-                                            {"ls_yfje", 2 * q * price},
-                                            {"ls_sfje", 5.0},
-                                            {"ls_jsfs", 1},
-                                            {"ls_kmmc", u"现金"},
-                                            {"ls_note", u""},
-                                            {"ls_yf", 1.5},
-                                            {"ls_yffs", u"我方付运费"},
-                                            {"ls_dhbz", 0}},
-                                           {});
-    for (const QString& goods : {a, b})
-      insertRow("jxc_lsxssp", {{"gl_djh", number},
-                               {"a_name", session().a_name},
-                               {"g_sn", goods},
-                               {"ls_dj", price},
-                               {"ls_sl", q},
-                               {"ls_je", q * price},
-                               {"ls_zje", q * price},
-                               {"ls_cbj", 5.0},
-                               {"ls_zcb", 5 * q},
-                               {"ls_dzl", 1.0},
-                               {"ls_cksl", 0.0},
-                               {"ls_qxsl", 0.0},
-                               {"ls_tax", 0.0},
-                               {"t_zp", u""}});
+    waitingDocument(families::sale, today, {{"ls_sfje", 5.0}, {"ls_yf", 1.5}, {"ls_yffs", u"我方付运费"}},
+                    {{a, q, price}, {b, q, price}});
     for (const DocumentFamily* back : {&purchaseReturn, &saleReturn})
-      waitingDocument(*back, today,
-                      {{back->partner, back == &saleReturn ? customer : supplier},
-                       {"ck_sn", place},
-                       {"th_yfje", -q * price},
-                       {"th_sfje", -2.0},
-                       {"th_jsfs", 1},
-                       {"th_kmmc", u"现金"},
-                       {"th_note", u""}},
-                      {{{"g_sn", a},
-                        {"th_dj", price},
-                        {"th_sl", q},
-                        {"th_je", q * price},
-                        {"th_zje", q * price},
-                        {"th_dzl", 1.0},
-                        {"th_tax", 0.0},
-                        {"id2", 0}}});
-    waitingDocument(families::transfer, today, {{"ck_out", place}, {"ck_in", other}},
-                    {{{"g_sn", a}, {"db_sl", q}, {"db_dj", price}, {"db_zje", q * price}}});
-    waitingDocument(loss, today, {{"ck_sn", place}},
-                    {{{"g_sn", a}, {"bs_sl", q}, {"bs_dj", price}, {"bs_zje", q * price}}});
-    waitingDocument(overflow, today, {{"ck_sn", other}},
-                    {{{"g_sn", b}, {"by_sl", q}, {"by_dj", price}, {"by_zje", q * price}}});
-    waitingDocument(split, today, {{"ck_sn", place}, {"g_sn", a}, {"cf_sl", q}, {"cf_cbj", price}},
-                    {{{"g_sn", b}, {"cf_sl", 2 * q}, {"cf_dj", 4.0}, {"cf_zje", 8 * q}, {"ck_sn", other}}});
-    waitingDocument(bundle, today, {{"ck_sn", other}, {"g_sn", a}, {"kb_sl", q}, {"kb_cbj", price}},
-                    {{{"g_sn", b}, {"kb_sl", 2 * q}, {"kb_dj", 4.0}, {"kb_zje", 8 * q}, {"ck_sn", place}}});
-    waitingDocument(loan, today, {{"ck_sn", place}, {"kh_sn", customer}, {"jh_flag", u"jh"}},
-                    {{{"g_sn", b}, {"jh_sl", q}, {"jh_dj", price}, {"jh_zje", q * price}, {"id2", 0}}});
+      waitingDocument(*back, today, {{"th_sfje", -2.0}}, {{a, q, price}});
+    waitingDocument(families::transfer, today, {{"ck_in", other.second}}, {{a, q, price}});
+    waitingDocument(loss, today, {}, {{a, q, price}});
+    waitingDocument(overflow, today, {other}, {{b, q, price}});
+    waitingDocument(split, today, {{"g_sn", a}, {"cf_sl", q}, {"cf_cbj", price}}, {{b, 2 * q, 4, {other}}});
+    waitingDocument(bundle, today, {other, {"g_sn", a}, {"kb_sl", q}, {"kb_cbj", price}}, {{b, 2 * q, 4, {place}}});
+    waitingDocument(loan, today, {}, {{b, q, price}});
   }
 }
 
@@ -148,18 +101,10 @@ void prepareCounts(int goods) {
     execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
             goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i % 20);
   for (const QString& warehouse : {u"100001"_qs, u"100002"_qs}) {
-    const QString number = waitingDocument(families::stocktake, clock::today(), {{"ck_sn", warehouse}}, {});
-    for (int i = 0; i < goods; ++i) {
-      const double found = 1 + i % 5, cost = 10 + i % 20;
-      insertRow("jxc_kcpdsp", {{"gl_djh", number},
-                               {"a_name", session().a_name},
-                               {"g_sn", goodsCode(i)},
-                               {"pd_sl", found},
-                               {"kc_sl", 0.0},
-                               {"kc_zsl", 0.0},
-                               {"pd_dj", cost},
-                               {"pd_zje", found * cost}});
-    }
+    std::vector<test::Pieces> found;
+    for (int i = 0; i < goods; ++i)
+      found.push_back({goodsCode(i), 1.0 + i % 5, 10.0 + i % 20});
+    waitingDocument(families::stocktake, clock::today(), {{"ck_sn", warehouse}}, found);
   }
   transaction.commit();
 }

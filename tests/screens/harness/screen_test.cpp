@@ -1,6 +1,9 @@
 #include "screens/harness/screen_test.h"
 
+#include "core/data_module.h"
+#include "core/program_directory.h"
 #include "ui/application.h"
+#include "ui/file_dialogs.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -95,13 +98,18 @@ class ScreenTest::Watcher : public QObject {
   ScreenTest& test_;
 };
 
-ScreenTest::ScreenTest() : watcher_(std::make_unique<Watcher>(*this)) {}
+ScreenTest::ScreenTest() : watcher_(std::make_unique<Watcher>(*this)) {
+  setProgramDirectory(home_.path());
+}
 
 ScreenTest::~ScreenTest() {
   for (const auto& left : expected_)
     ADD_FAILURE() << "never opened: " << left.text.toStdString();
   watcher_.reset();
   ui::dropScreens();
+  ui::setFileAnswer({});
+  dataModule().closeAccountDb();  // before its file goes
+  setProgramDirectory({});
 }
 
 void ScreenTest::expectNotice(const QString& text) {

@@ -5,15 +5,16 @@
 #include "ui/screen.h"
 
 #include <QStringView>
+#include <QTemporaryDir>
 
 #include <deque>
 #include <functional>
 
 namespace jxc::test {
 
-/// A test over a fresh account set in memory that drives real screens off-screen. What opens on top is expected in
-/// its order: message boxes by their text, screens by their name. A box or screen that was not expected fails the
-/// test and is closed, so that nothing hangs; an expectation that was not met fails it too.
+/// A test over a fresh account set in memory and an empty program directory that drives real screens off-screen. What
+/// opens on top is expected in its order: message boxes by their text, screens by their name. A box or screen that was
+/// not expected fails the test and is closed, so that nothing hangs; an expectation that was not met fails it too.
 class ScreenTest : public AccountSetFixture {
  public:
   using Steps = std::function<void(ui::Screen&)>;
@@ -46,6 +47,9 @@ class ScreenTest : public AccountSetFixture {
   static void typeIn(QWidget& widget, QStringView text);
   static void settle();  // lets queued events run
 
+  /// A file in the program directory.
+  QString file(const QString& name) const { return home_.filePath(name); }
+
  private:
   class Watcher;
   struct Expected {
@@ -58,6 +62,7 @@ class ScreenTest : public AccountSetFixture {
   void answer(QDialog& box, const Expected& expected);
   void runSteps(ui::Screen& screen, const Steps& steps);
 
+  QTemporaryDir home_;
   std::deque<Expected> expected_;
   ui::Screen* opening_ = nullptr;
   Steps openingSteps_;

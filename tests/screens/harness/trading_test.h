@@ -4,6 +4,7 @@
 #include "core/statements.h"
 #include "screens/harness/screen_test.h"
 
+#include <QDir>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -11,16 +12,28 @@
 
 namespace jxc::test {
 
-inline constexpr const char* kSaveReceipt =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的采购单，可以在“待审核采\r\n\r\n购单”"
-    "面板中，进行修改及审核操作！";
-inline constexpr const char* kSaveSale =
-    "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的销售单，可以在“待审核销\r\n\r\n售单”"
-    "面板中，进行修改及审核操作！";
-inline constexpr const char* kSaveSaleAudited =
-    "单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“销售退货查询”功能中取消审核！";
-inline constexpr const char* kSaveReceiptAudited =
-    "单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“进退货查询”功能中取消审核！";
+/// What is asked before a document is saved that will wait in this panel.
+inline QString saveQuestion(const char* document, const char* panel) {
+  return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的%1，可以在“%2”面板中，进行修改及审核操作！"_qs
+      .arg(QString::fromUtf8(document), QString::fromUtf8(panel));
+}
+/// The same of one that is audited at once; the enquiry takes it back.
+inline QString saveAuditedQuestion(const char* enquiry) {
+  return u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以在“%1”功能中取消审核！"_qs.arg(
+      QString::fromUtf8(enquiry));
+}
+inline const QString kSaveReceipt = saveQuestion("采购单", "待审核采\r\n\r\n购单");
+inline const QString kSaveSale = saveQuestion("销售单", "待审核销\r\n\r\n售单");
+inline const QString kSaveReturn = saveQuestion("退货单", "待审核\r\n\r\n退货单");
+inline const QString kSaveTransfer = saveQuestion("调拨单", "待审核调\r\n\r\n拨单");
+inline const QString kSaveLoss = saveQuestion("报损单", "报损/报溢\r\n\r\n审核");
+inline const QString kSaveOverflow = saveQuestion("报溢单", "报损/报溢\r\n\r\n审核");
+inline const QString kSaveCount = saveQuestion("盘点单", "待审核盘\r\n\r\n点单");
+inline const QString kSaveSplit = saveQuestion("拆分单", "待审核拆\r\n\r\n分单");
+inline const QString kSaveBundle = saveQuestion("捆绑单", "待审核捆\r\n\r\n绑单");
+inline const QString kSaveReceiptAudited = saveAuditedQuestion("进退货查询");
+inline const QString kSaveSaleAudited = saveAuditedQuestion("销售退货查询");
+inline const QString kUnsaved = u"当前单据还未保存，是否保存？"_qs;
 inline constexpr const char* kSaleGoesShort = "库存数量小于销售数量，销售后将产生负库存，继续销售吗?";
 
 class TradingScreenTest : public ScreenTest {
@@ -86,9 +99,26 @@ class TradingScreenTest : public ScreenTest {
     typeIn(*s.focusWidget(), code);
     press(s, "Return");
   }
+  /// Saves the document; this is what is asked.
+  void save(ui::Screen& s, const QString& question) {
+    expectQuestion(question, Answer::Yes);
+    press(s, "F5");
+  }
+  /// Leaves the screen and what was begun on it.
+  void leaveDraft(ui::Screen& s) {
+    expectQuestion(kUnsaved, Answer::No);
+    press(s, "Esc");
+  }
   static void showWaiting(ui::Screen& s) {
     s.findChild<QTabWidget*>()->setCurrentIndex(1);
     settle();
+  }
+  /// With JXC_PICTURES=DIR the widget as a picture in that folder.
+  static void picture(QWidget& widget, const QString& name) {
+    const QString directory = qEnvironmentVariable("JXC_PICTURES");
+    if (directory.isEmpty()) return;
+    QDir().mkpath(directory);
+    EXPECT_TRUE(widget.grab().save(directory + u'/' + name + u".png"_qs));
   }
   static bool cellOpens(ui::Screen& s, std::string_view grid, int row, std::string_view field) {
     const auto columns = s.grid(grid).spec().columns;
