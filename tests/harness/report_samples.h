@@ -1,4 +1,4 @@
-// 样张: templates as a shop has them, built in code, and rows to print on them.
+// 样张: templates as shops get them, printed over their samples, and rows to print on others.
 #pragma once
 
 #include "engine/row_set.h"
@@ -11,16 +11,12 @@
 
 namespace jxc::test {
 
-/// A4 sale with a grid that grows, running number, sums and page numbers.
-report::Template saleTemplate();
-/// The same document on half of a 241 mm form: ten lines, sums of the page.
-report::Template halfFormTemplate();
-/// 58 mm slip.
-report::Template slipTemplate();
-
-/// Columns g_name, dw_name, ls_sl, ls_dj, je, g_sptm, gc_name.
-RowSet saleRows(int count);
-report::Report saleReport(report::Template t, int rows);
+/// By the name of its file: "spxs" on half a form of 241 mm, with sums and page numbers; "posxp58" on a slip.
+report::Template delivered(const char* name);
+/// Its sample over so many rows.
+report::Report deliveredReport(const char* name, int rows);
+/// The sale on a sheet of A4 over so many rows.
+report::Report saleReport(int rows);
 
 /// Rows of texts and numbers: an empty text is null, what reads as a number is one.
 RowSet rowsOf(std::vector<std::string> columns, std::initializer_list<std::initializer_list<const char*>> rows);

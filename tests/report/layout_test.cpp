@@ -297,7 +297,7 @@ TEST(ReportLayout, TheNumberOfPagesIsKnownInsideRowsToo) {
 }
 
 TEST(ReportLayout, TenThousandLinesAreLaidOutQuicklyAndStayCompact) {
-  const Report report = test::saleReport(test::saleTemplate(), 10000);
+  const Report report = test::deliveredReport("spxs", 10000);
   QElapsedTimer timer;
   timer.start();
   const Pages pages = report.prepare();

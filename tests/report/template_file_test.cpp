@@ -40,7 +40,7 @@ QByteArray read(const QString& path) {
 
 /// Something of everything that a template can hold.
 Template rich() {
-  Template t = test::halfFormTemplate();
+  Template t = test::delivered("spxs");
   t.title = QStringLiteral("销售单 <\"&'> \n第二行");
   t.page.landscape = true;
   t.page.preprinted = true;
@@ -117,7 +117,7 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
   EXPECT_TRUE(message.contains(path));
   EXPECT_EQ(failure([&] { loadTemplate(folder.path()); }), Kind::Unreadable);
 
-  const Template first = test::saleTemplate(), second = test::slipTemplate();
+  const Template first = test::delivered("spxs"), second = test::delivered("posxp58");
   saveTemplate(first, path, SaveMode::New);
   EXPECT_EQ(loadTemplate(path), first);
   EXPECT_EQ(failure([&] { saveTemplate(second, path, SaveMode::New); }), Kind::Exists);

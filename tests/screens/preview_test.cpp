@@ -26,7 +26,7 @@ class PreviewTest : public ScreenTest {
     expectScreen("F_Preview", [&](ui::Screen& screen) { steps(dynamic_cast<ui::TF_Preview&>(screen)); });
     ui::showPreview(pages);
   }
-  report::Pages sale(int rows) { return saleReport(saleTemplate(), rows).prepare(); }
+  report::Pages sale(int rows) { return saleReport(rows).prepare(); }
 };
 
 TEST_F(PreviewTest, PagesZoomAndSearchByKeys) {
@@ -77,12 +77,12 @@ TEST_F(PreviewTest, PagesZoomAndSearchByKeys) {
 
     press(screen, "Ctrl+F");
     EXPECT_TRUE(screen.field("tfind").hasFocus());
-    type(screen, "tfind", u"老花镜");
-    EXPECT_EQ(view.hits().size(), 40u);
+    type(screen, "tfind", u"绿膜");
+    EXPECT_EQ(view.hits().size(), 200u);
     EXPECT_EQ(view.shownHit(), 0);
     EXPECT_EQ(view.currentPage(), 0);
     press(screen, "Shift+F3");
-    EXPECT_EQ(view.shownHit(), 39);
+    EXPECT_EQ(view.shownHit(), 199);
     EXPECT_EQ(view.currentPage(), view.hits().back().page);
     press(screen, "F3");
     press(screen, "Return");
@@ -122,9 +122,9 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
 }
 
 TEST_F(PreviewTest, FaultsOfTheTemplateAreOneKeyAway) {
-  report::Template t = slipTemplate();
+  report::Template t = delivered("posxp58");
   t.bands.front().items.push_back(report::textItem(0, 0, 10, 5, QStringLiteral("[1/0]")));
-  preview(saleReport(t, 1).prepare(), [&](ui::TF_Preview& screen) {
+  preview(sampleReport(t, 1).prepare(), [&](ui::TF_Preview& screen) {
     EXPECT_TRUE(screen.command("btnFaults").isVisible());
     EXPECT_FALSE(screen.findChild<QListView*>("listPages")->isVisible());  // one page needs no list
     expectNotice(QStringLiteral("报表标题 / 文本：除数为零（1/0）"));

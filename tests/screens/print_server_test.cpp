@@ -21,17 +21,17 @@ class PrintServer : public ScreenTest {
 };
 
 TEST_F(PrintServer, Form) {
-  ui::printPages(saleReport(halfFormTemplate(), 25).prepare(), {.printer = printer, .copies = 2});
+  ui::printPages(deliveredReport("spxs", 25).prepare(), {.printer = printer, .copies = 2});
 }
 
 TEST_F(PrintServer, Slip) {
-  ui::printPages(saleReport(slipTemplate(), 4).prepare());  // the usual printer
+  ui::printPages(deliveredReport("posxp58", 4).prepare());  // the usual printer
 }
 
 TEST_F(PrintServer, Landscape) {
-  report::Template t = saleTemplate();
+  report::Template t = saleReport(0).reportTemplate();
   t.page.landscape = true;
-  ui::printPages(saleReport(t, 4).prepare(), {.printer = printer});
+  ui::printPages(report::sampleReport(t, 4).prepare(), {.printer = printer});
 }
 
 }  // namespace jxc::print_server_test

@@ -1,4 +1,5 @@
-// Repairs of the stock ledger and changes of date through their screens.
+// Repairs of the stock ledger, and the head of a waiting sale, through their screens.
+#include "harness/waiting_document.h"
 #include "screens/harness/screen_test.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
@@ -51,27 +52,14 @@ TEST_F(StockRepairScreens, RecomputationAsksRunsAndTells) {
   EXPECT_EQ(lookupNumber("select ls_zcb from jxc_lsxssp"), 18);
 }
 
-TEST_F(StockRepairScreens, DatesOfWaitingDocumentsChange) {
-  insertRow("jxc_bsd", {{"gl_djh", u"BS21050310001"}, {"bs_bsrq", u"2021-05-03"}, {"bs_status", 0}});
-  expectScreen("F_ModiDate", [](ui::Screen& screen) {
-    EXPECT_EQ(screen.field("gldjh").text(), u"BS21050310001");
-    type(screen, "dateCg", u"2021-04-30");
-    press(screen, "F5");
-  });
-  EXPECT_EQ(changeDocumentDate(families::loss, u"BS21050310001"_qs), u"BS21050310001");
-  EXPECT_EQ(lookupValue("select bs_bsrq from jxc_bsd"), u"2021-04-30");
-
-  const QString customer = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
-  execSql(
-      "insert into jxc_lsxsd (gl_djh,ls_xsrq,ls_status,kh_sn,ck_sn,u_sn) values ('XS21050310001','2021-05-03 "
-      "10:20:30',0,?,'100001','100001')",
-      customer);
+TEST_F(StockRepairScreens, TheHeadOfAWaitingSaleChanges) {
+  const QString number = waitingDocument(families::sale, u"2021-05-03 10:20:30"_qs, {}, {});
   expectScreen("F_ModiDateXs", [](ui::Screen& screen) {
     type(screen, "dateCg", u"2021-05-01");
     type(screen, "tyf", u"8");
     press(screen, "F5");
   });
-  EXPECT_EQ(changeSaleHead(families::sale, u"XS21050310001"_qs), u"XS21050310001");
+  EXPECT_EQ(changeSaleHead(families::sale, number), number);
   EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd"), u"2021-05-01 10:20:30");
   EXPECT_EQ(lookupValue("select ls_yffs from jxc_lsxsd"), u"对方付运费");
 }
