@@ -4,7 +4,7 @@
 #include "core/clock.h"
 #include "engine/server.h"
 #include "filled_shop.h"
-#include "server/delaying_proxy.h"
+#include "server/server_proxy.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
 
@@ -57,7 +57,7 @@ void fillServer(int rows) {
 void audits(benchmark::State& state, const ServerAudit& each, bool byHand, int rows,
             std::chrono::microseconds eachWay) {
   fillServer(rows);
-  std::optional<test::DelayingProxy> proxy;
+  std::optional<test::ServerProxy> proxy;
   if (eachWay.count() > 0) proxy.emplace(serverPort(), eachWay);
   const std::string address = addressBehind(proxy ? proxy->port() : serverPort());
   dataModule().installAccountDb(openPostgres(QString::fromStdString(addressBehind(serverPort()))));

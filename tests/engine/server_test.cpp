@@ -6,7 +6,7 @@
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 #include "plan_book.h"
-#include "server/cutting_proxy.h"
+#include "server/server_proxy.h"
 #include "server/test_engine.h"
 
 #include <algorithm>
@@ -216,9 +216,9 @@ TEST_F(ServerTest, ACommandIsWholeOrNotThereWhenTheConnectionBreaks) {
 }
 
 TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsFoundOut) {
-  using Cut = test::CuttingProxy::Cut;
-  test::CuttingProxy proxy(test::copyAddress());
-  const auto station = openPostgres(QString::fromStdString(proxy.address()));
+  using Cut = test::ServerProxy::Cut;
+  test::ServerProxy proxy(test::portOf(test::copyAddress()));
+  const auto station = openPostgres(QString::fromStdString(proxy.address(test::copyAddress())));
   const auto command = [&](double& before) {
     before = rows();
     Transaction t(*station);
@@ -256,8 +256,8 @@ TEST_F(ServerTest, TheEndOfACommandThatNobodyAnsweredIsFoundOut) {
 }
 
 TEST_F(ServerTest, WhoWaitsForAServerThatIsAwayIsToldSo) {
-  test::CuttingProxy proxy(test::copyAddress());
-  const auto station = openPostgres(QString::fromStdString(proxy.address()));
+  test::ServerProxy proxy(test::portOf(test::copyAddress()));
+  const auto station = openPostgres(QString::fromStdString(proxy.address(test::copyAddress())));
   std::vector<int> told;
   setWaitListener([&](int seconds) { told.push_back(seconds); });
   proxy.setAway(true);

@@ -1,7 +1,7 @@
 #include "core/data_module.h"
 #include "core/statements.h"
 #include "engine/server.h"
-#include "server/delaying_proxy.h"
+#include "server/server_proxy.h"
 #include "server/test_engine.h"
 #include "ui/list_loader.h"
 
@@ -145,9 +145,8 @@ TEST_F(ListLoading, AFileThatWasMovedAwayIsSaidAndReadAgainWhenItIsBack) {
 
 TEST_F(ListLoading, EachKeyOfASearchIsOneRoundTripAndNoNewConnection) {
   if (!test::onServer()) GTEST_SKIP() << "no server";
-  test::DelayingProxy proxy(test::portOf(test::copyAddress()), std::chrono::milliseconds(1));
-  dataModule().installAccountDb(openPostgres(
-      QString::fromStdString(test::copyAddress() + " host=127.0.0.1 port=" + std::to_string(proxy.port()))));
+  test::ServerProxy proxy(test::portOf(test::copyAddress()), std::chrono::milliseconds(1));
+  dataModule().installAccountDb(openPostgres(QString::fromStdString(proxy.address(test::copyAddress()))));
   List list;
   const auto begun = proxy.connections();
   EXPECT_EQ(list.rowsOf(goodsLike(QStringLiteral("镜架11%"))), 11);

@@ -1,4 +1,4 @@
-#include "server/delaying_proxy.h"
+#include "server/server_proxy.h"
 
 #include "server/loopback.h"
 
@@ -7,7 +7,10 @@
 #include <poll.h>
 
 namespace jxc::test {
-namespace delaying_proxy_detail {
+namespace server_proxy_detail {
+
+// Signs of the protocol: the text of the command with its zero, and what the server says when it has done it.
+constexpr std::string_view command{"commit\0", 7}, answer{"COMMIT\0", 7};
 
 int atOnce(int socket) {
   const int on = 1;
@@ -15,9 +18,9 @@ int atOnce(int socket) {
   return socket;
 }
 
-}  // namespace delaying_proxy_detail
+}  // namespace server_proxy_detail
 
-DelayingProxy::DelayingProxy(int serverPort, std::chrono::microseconds eachWay)
+ServerProxy::ServerProxy(int serverPort, std::chrono::microseconds eachWay)
     : serverPort_(serverPort), eachWay_(eachWay) {
   const loopback::Listener listener = loopback::listenAnywhere();
   listener_ = listener.socket;
@@ -25,7 +28,7 @@ DelayingProxy::DelayingProxy(int serverPort, std::chrono::microseconds eachWay)
   thread_ = std::thread([this] { serve(); });
 }
 
-DelayingProxy::~DelayingProxy() {
+ServerProxy::~ServerProxy() {
   ending_ = true;
   thread_.join();
   for (const Pair& pair : pairs_) {
@@ -35,18 +38,25 @@ DelayingProxy::~DelayingProxy() {
   ::close(listener_);
 }
 
-/// False: that side has left.
-bool DelayingProxy::read(Direction& direction) const {
+/// False: that side has left, or is cut off.
+bool ServerProxy::read(Pair& pair, Direction& direction) {
+  using namespace server_proxy_detail;
   std::string bytes(std::size_t{1} << 16, '\0');
   const ssize_t got = ::recv(direction.from, bytes.data(), bytes.size(), 0);
   if (got <= 0) return false;
   bytes.resize(static_cast<std::size_t>(got));
+  const bool fromStation = &direction == &pair.there;
+  if (fromStation && next_ != Cut::Never && bytes.find(command) != bytes.npos) {
+    if (next_.exchange(Cut::Never) == Cut::BeforeCommit) return false;
+    pair.answerIsLost = true;
+  }
+  if (!fromStation && pair.answerIsLost) return bytes.find(answer) == bytes.npos;
   direction.pieces.push_back({Clock::now() + eachWay_, std::move(bytes)});
   return true;
 }
 
-void DelayingProxy::serve() {
-  using namespace delaying_proxy_detail;
+void ServerProxy::serve() {
+  using namespace server_proxy_detail;
   std::vector<pollfd> sockets;
   while (!ending_) {
     Clock::time_point next = Clock::now() + std::chrono::milliseconds(50);  // to see that it shall end
@@ -63,12 +73,12 @@ void DelayingProxy::serve() {
     std::vector<std::size_t> left;
     for (std::size_t i = 0; i < pairs_.size(); ++i) {
       Pair& pair = pairs_[i];
-      bool open = true;
-      if (sockets[1 + 2 * i].revents != 0 && (open = read(pair.there)) && pair.answered) {
+      bool open = !away_;
+      if (open && sockets[1 + 2 * i].revents != 0 && (open = read(pair, pair.there)) && pair.answered) {
         ++trips_;
         pair.answered = false;
       }
-      if (open && sockets[2 + 2 * i].revents != 0 && (open = read(pair.back))) pair.answered = true;
+      if (open && sockets[2 + 2 * i].revents != 0 && (open = read(pair, pair.back))) pair.answered = true;
       for (Direction* direction : {&pair.there, &pair.back})
         while (!direction->pieces.empty() && (direction->pieces.front().due <= Clock::now() || !open)) {
           // When that side has left, the other one notices by itself.
@@ -85,8 +95,11 @@ void DelayingProxy::serve() {
     if (sockets[0].revents != 0) {
       const int client = atOnce(::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));
       ++connections_;
-      const int server = loopback::connected(serverPort_);
-      if (server < 0) throw std::runtime_error("the proxy cannot reach the server");
+      const int server = away_ ? -1 : loopback::connected(serverPort_);
+      if (server < 0) {
+        ::close(client);
+        continue;
+      }
       atOnce(server);
       pairs_.push_back({.there = {client, server, {}}, .back = {server, client, {}}});
     }
