@@ -159,7 +159,14 @@ struct Statement {
       ui::Criterion{Asks::To, joined<"tdate", Number, "2">, "至"},
       ui::Criterion{Asks::Key, joined<"tkey", Number>, "商品信息："},
       ui::Criterion{Asks::Kind, joined<"comLx", Number>, "类型：", trade_columns::kinds<Side>},
-      ui::Criterion{Asks::Warehouse, joined<"comCk", Number>, "仓库："}};
+      ui::Criterion{Asks::Warehouse, joined<"comCk", Number>, "仓库："},
+      ui::Criterion{Asks::Comparison, joined<"comDb", Number>, "对比："}};
+  static constexpr std::array<std::string_view, isCustomer ? 3 : 2> kCompared = [] {
+    if constexpr (isCustomer)
+      return std::array<std::string_view, 3>{"sl", "zje", "lr"};
+    else
+      return std::array<std::string_view, 2>{"sl", "zje"};
+  }();
   static constexpr std::string_view kNothing = isCustomer ? "该时间段内没有销售" : "该时间段内没有采购";
   static constexpr ui::EnquiryView linesView(std::string_view list, std::string_view mode, std::string_view caption) {
     return {.grid = {list, caption, trade_columns::lines<Side>, kNothing},
@@ -178,6 +185,7 @@ struct Statement {
                                               .source = tradeTotalsOf<Side, TradeBy::Goods>,
                                               .mode = {"rHzb", "汇总表"},
                                               .chart = {.label = "g_name", .measure = "zje"},
+                                              .compares = {kCompared},
                                               .leads = {"gridXf", narrowTo<TradeBy::Goods>, "g_name"}};
   static constexpr ui::EnquiryView kFlow = [] {
     ui::EnquiryView view = linesView("gridXf", "rLsb", "流水表");
@@ -305,6 +313,7 @@ constexpr ui::EnquiryView kConsumption[] = {Customers::kFlow,
                                              .source = tradeTotalsOf<kCustomer, TradeBy::Month>,
                                              .mode = {"rYfb", "月消费统计图"},
                                              .chart = {.label = "tjrq", .measure = "zje", .first = true},
+                                             .compares = {Customers::kCompared, true},
                                              .leads = {"gridXf", narrowTo<TradeBy::Month>, "tjrq"}}};
 
 /// Customers by what they have in common: a sum shows its customers below, and leads to them and to their lines.
@@ -324,12 +333,14 @@ struct Kinds {
        .source = tradeTotalsOf<kCustomer, By>,
        .mode = {joined<"rFx", Number>, joined<"按", Caption>},
        .chart = {.label = joined<Field>, .measure = "zje"},
+       .compares = {Customers::kCompared},
        .leads = {kCustomerList, narrowTo<By>, joined<Field>},
        .below = &kBelow},
       {.grid = {kCustomerList, "按客户合计", kOfCustomers, Customers::kNothing, "ghs_sn"},
        .source = tradeTotalsOf<kCustomer, TradeBy::Partner>,
        .mode = {joined<"rKh", Number>, "按客户"},
        .chart = {.label = "ghs_name", .measure = "zje"},
+       .compares = {Customers::kCompared},
        .leads = {kLineList, narrowTo<TradeBy::Partner>, "ghs_name"}},
       Customers::linesView(kLineList, joined<"rMx", Number>, "明细表")};
   static constexpr ui::EnquiryTab kTab = {.name = joined<"cxTab", Number>,
