@@ -17,8 +17,8 @@ struct EarlierPeriod {
   Period period;
   int months = 0;   // so many months, or …
   qint64 days = 0;  // … so many days
-  /// A day, month or year of it as the one of the later period that it stands beside: the 31st beside the last of a shorter
-  /// month.
+  /// A day, month or year of it as the one of the later period that it stands beside: the 31st beside the last of a
+  /// shorter month.
   QString forward(const QString& time) const;
   bool operator==(const EarlierPeriod&) const = default;
 };

@@ -10,7 +10,6 @@
 #include <QFrame>
 #include <QHeaderView>
 #include <QHelpEvent>
-#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -32,8 +31,7 @@ namespace grid_detail {
 constexpr int kBlink = 25;          // ms that a query may hold the window before it goes on in the background
 constexpr int kShowProgress = 200;  // ms after which progress and the cancel button come up
 
-/// Marks the row, too. The view itself would ask the keyboard: a Ctrl that is still held from the key of a command
-/// would take the mark away where several rows can be marked.
+/// Marks the row whatever keys are held; the view itself would take a mark away while Ctrl is still down.
 void makeCurrent(QTableView& view, const QModelIndex& index) {
   view.selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }

@@ -30,7 +30,7 @@ constexpr ui::Criterion kCriteria[] = {{Asks::From, "tdate1", "日期："},
                                        {Asks::To, "tdate2", "至"},
                                        {Asks::Warehouse, "comCk", "仓库："},
                                        {Asks::Key, "tkey", "商品信息："},
-                                 {Asks::Comparison, "comDb", "对比："}};
+                                       {Asks::Comparison, "comDb", "对比："}};
 constexpr std::string_view kCompared[] = {"je"};
 constexpr ui::ColumnSpec kSums[] = {{"g_sn", "商品编号"},
                                     {"gname", "商品名称", ColumnKind::Text, 24},
