@@ -74,9 +74,23 @@ std::vector<GoodsClass> goodsClasses(bool withLenses) {
   return classes;
 }
 
+std::vector<GoodsClass> goodsClassesDownward() {
+  const std::vector<GoodsClass> all = goodsClasses();
+  std::vector<GoodsClass> downward;
+  const auto takeBelow = [&](const auto& self, std::int64_t parent) -> void {
+    for (const GoodsClass& each : all) {
+      if (each.parentKey != parent || downward.size() == all.size()) continue;
+      downward.push_back(each);
+      self(self, each.key);
+    }
+  };
+  takeBelow(takeBelow, 0);
+  return downward;
+}
+
 std::vector<ListItem> goodsClassItems() {
   std::vector<ListItem> items{{QStringLiteral("所有类别"), QString::fromUtf16(allKey)}};
-  for (const GoodsClass& each : goodsClasses()) {
+  for (const GoodsClass& each : goodsClassesDownward()) {
     if (each.isRoot()) continue;
     const auto level = (each.number.size() - 4) / 3;
     items.push_back({QString(level * 2, QChar(u'　')) + each.name, each.number});

@@ -24,6 +24,8 @@ struct GoodsClass {
 
 /// All classes in display order; the ordinary ones only when lens classes are of no use to the caller.
 std::vector<GoodsClass> goodsClasses(bool withLenses = true);
+/// All classes, each right below the one that it belongs to: for lists that set them in.
+std::vector<GoodsClass> goodsClassesDownward();
 
 /// For a list: "所有类别", then all in tree order, indented by their level.
 std::vector<ListItem> goodsClassItems();

@@ -145,6 +145,10 @@ TEST_F(GoodsChangeTest, TheFourWalksKeepChildrenWithTheirParents) {
   const GoodsClass c = addClass(1, u"丙"_qs);
   const GoodsClass inB = addClass(b.key, u"乙下"_qs);
   const GoodsClass inC = addClass(c.key, u"丙下"_qs);
+  QStringList downward;
+  for (const GoodsClass& one : goodsClassesDownward())
+    downward << one.name;
+  EXPECT_TRUE(downward.join(u' ').endsWith(u"乙 乙下 丙 丙下"_qs));
   const auto place = [](const QString& name) {
     for (const GoodsClass& one : goodsClasses()) {
       if (one.name == name) return one;

@@ -77,11 +77,14 @@ TEST(ReportLayout, WithoutRowsTheDocumentStillPrints) {
   addText(t, BandKind::MasterData, 10, "行[n]");
   addText(t, BandKind::Summary, 10, "合计[Sum(n)]，[count(*)]行");
   t.variables = {{text("title"), {}, {}, {}}};
+  t.title = text("[title]（存根）");
   test::needGui();
   Report report(t);
   EXPECT_EQ(linesOf(report.prepare()), QStringList{text("合计，0行")});
   report.setText(u"TITLE", u"商品报损单");
-  EXPECT_EQ(linesOf(report.prepare()), (QStringList{text("商品报损单"), text("合计，0行")}));
+  const Pages pages = report.prepare();
+  EXPECT_EQ(linesOf(pages), (QStringList{text("商品报损单"), text("合计，0行")}));
+  EXPECT_EQ(pages.title(), "商品报损单（存根）");
 }
 
 TEST(ReportLayout, ATitleThatFillsThePageTakesNoColumnHeaderWithIt) {

@@ -111,6 +111,7 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
     picture(s, u"F_Kcpd"_qs);
     expectScreen("F_Kcpd_Pdb", [&](ui::Screen& sheet) {
       EXPECT_EQ(sheet.grid("gridSheet").rowCount(), 3);
+      EXPECT_TRUE(sheet.grid("gridSheet").heading().filter.endsWith(u"　类别：所有类别"_qs));
       picture(sheet, u"F_Kcpd_Pdb"_qs);
       press(sheet, "Esc");
     });

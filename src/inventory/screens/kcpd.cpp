@@ -115,7 +115,7 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
       reloadLines(gridLines.currentId());
     });
     on(command("btnPdb"), [this] {
-      if (hasWarehouse()) showCountSheet(comCk.key());
+      if (hasWarehouse()) showCountSheet({comCk.text(), comCk.key()});
     });
     on(command("btnTab2Wp"), [this] {
       const LinePlace place = waitingPlace();

@@ -62,6 +62,12 @@ class GoodsOfClasses : public ui::Screen {
         numbers << number;
     return numbers;
   }
+  QString chosenInWords() const {
+    QStringList names;
+    for (const Row& each : gridLb.selectedRows())
+      names << each.text("gc_name").trimmed();
+    return names.isEmpty() ? u"所有类别"_qs : names.join(u'、');
+  }
 
  private:
   ui::Grid& gridLb = grid("gridLb");
@@ -161,17 +167,21 @@ class TF_Kcpd_Pdb : public GoodsOfClasses {
  public:
   TF_Kcpd_Pdb() : GoodsOfClasses(kSheet) {
     panel().buttons("btnPrin | btnCancel");
+    // Whoever takes the paper along knows where to go.
+    grid("gridSheet").setHeading([this] {
+      return ui::GridHeading{u"盘点表"_qs, u"仓库："_qs + place_.text + u"　类别："_qs + chosenInWords()};
+    });
     on(command("btnPrin"), [this] { ui::printGrid(grid("gridSheet")); });
   }
-  void showOf(const QString& warehouse) {
-    warehouse_ = warehouse;
+  void showOf(const ListItem& warehouse) {
+    place_ = warehouse;
     showModal();
   }
 
  private:
-  void reload() override { grid("gridSheet").setRows(stocktaking::countSheet(warehouse_, chosen())); }
+  void reload() override { grid("gridSheet").setRows(stocktaking::countSheet(place_.key, chosen())); }
 
-  QString warehouse_;
+  ListItem place_;
 };
 
 // ---- another count -----------------------------------------------------------------------------------------------
@@ -219,7 +229,7 @@ CopyResult handleUncounted(const LinePlace& place, Lines where) {
   return ui::screenAs<kcpd_goods_detail::TF_Kcpd_Wp>("F_Kcpd_Wp").handle(place, where);
 }
 
-void showCountSheet(const QString& warehouse) {
+void showCountSheet(const ListItem& warehouse) {
   ui::screenAs<kcpd_goods_detail::TF_Kcpd_Pdb>("F_Kcpd_Pdb").showOf(warehouse);
 }
 

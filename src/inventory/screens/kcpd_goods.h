@@ -1,6 +1,7 @@
 // 盘点辅助窗口: what a count is helped by: goods that nobody has counted yet, empty sheets, another count to take in.
 #pragma once
 
+#include "core/fillers.h"
 #include "stock/document_rules.h"
 
 #include <QString>
@@ -11,8 +12,8 @@ namespace jxc {
 /// What was done: no lines when they are left as they are.
 CopyResult handleUncounted(const LinePlace& place, Lines where);
 
-/// Lists what a warehouse has of a class without its stock, for a sheet of paper to count on.
-void showCountSheet(const QString& warehouse);
+/// Lists what a warehouse has of some classes without its stock, for a sheet of paper to count on.
+void showCountSheet(const ListItem& warehouse);
 
 /// Lets the operator choose among the waiting counts that `number` can take in; empty: he left, or there is none
 /// (told).

@@ -36,11 +36,28 @@ Layout::Layout(const Report& report, int pages)
       pages_(pages),
       rowCount_(report.rows_.rowCount()),
       across_(page_.columns > 1 && page_.flow == Flow::Across) {
-  data_->title = template_.title;
   data_->landscape = page_.landscape && !page_.roll;
   addNames();
+  data_->title = titleInWords();
   compileBands();
   findGroups();
+}
+
+/// One template may be of several documents: its title is "[title]" then. What is no expression stays.
+QString Layout::titleInWords() {
+  const auto inWords = [&](const Content::Part& part) {
+    const QString asItStands = part.isExpression ? u'[' + part.text + u']' : part.text;
+    if (!part.isExpression || !part.fault.isEmpty()) return asItStands;
+    try {
+      return program_.evaluate(part.node, placeOfReport(0)).text();
+    } catch (const ExpressionError&) {
+      return asItStands;
+    }
+  };
+  QString words;
+  for (const Content::Part& part : compileContent(template_.title, program_).parts)
+    words += inWords(part);
+  return words;
 }
 
 void Layout::addNames() {

@@ -33,6 +33,7 @@ struct Layout {
   void compileBands();
   void findGroups();
   void addNames();
+  QString titleInWords();
 
   // layout.cpp: pages and columns
   void openPage();

@@ -29,7 +29,7 @@ std::string searchRow(const GoodsPickSpec& spec) {
 /// All classes as a list, each set in by its level.
 std::vector<ListItem> classItems() {
   std::vector<ListItem> items;
-  for (const GoodsClass& each : goodsClasses()) {
+  for (const GoodsClass& each : goodsClassesDownward()) {
     const qsizetype level = each.isRoot() ? 0 : 1 + std::max<qsizetype>(0, each.number.size() - 4) / 3;
     items.push_back({QString(level * 2, u'　') + each.name, each.number});
   }
