@@ -19,17 +19,21 @@ constexpr double kPercent = 0.01;
 
 // Each of these is what counts towards commissions, " from … where …", over the employee `y` and what he did, `x`.
 
-Filter employees(int way, const Criteria& criteria) {
+/// Employees with such a commission. Of the rows they are asked for twice: in the list, so that those of others are
+/// passed over before anything is looked up for them.
+Filter employees(int way, const Criteria& criteria, std::string_view row, std::string_view column) {
   Filter filter;
   filter.add("y.u_tcfs=?", way).add("y.u_tc>0");
   addChoice(filter, "y.u_sn", criteria.employee);
-  return filter;
+  Filter all = filter;
+  all.add(Sql(compose("{}.{} in (select y.{} from jxc_user y", {row, column, column})).where(filter).add(")"));
+  return all.add(compose("{}.{}=y.{}", {row, column, column}));
 }
 
 /// Lines of the customers' ledger. A sale or return belongs to its document's warehouse, other receipts to none.
 Sql takenIn(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter filter = employees(kBySales, criteria);
-  filter.add("x.u_sn=y.u_sn").add("x.k_type=?", partnerTypeText(PartnerType::Customer));
+  Filter filter = employees(kBySales, criteria, "x", "u_sn");
+  filter.add("x.k_type=?", partnerTypeText(PartnerType::Customer));
   filter.add("x.k_djlx in ('XS','XT','YS','SK')");
   addPeriod(filter, criteria, "x.k_rq");
   if (!warehouses.areAll()) {
@@ -51,21 +55,21 @@ Sql takenIn(const Criteria& criteria, const Warehouses& warehouses) {
 
 /// Lines of documents whose goods have a commission of their own.
 Sql ofOwnCommission(const DocumentFamily& family, const Criteria& criteria, const Warehouses& warehouses) {
-  Filter filter = employees(kBySales, criteria);
-  filter.add(compose("x.{}=v.{}", {family.number, family.number})).add("v.u_sn=y.u_sn");
-  filter.add("x.g_sn=w.g_sn").add("w.g_tclb<>0").add(compose("v.{}=1", {family.status}));
+  Filter filter = employees(kBySales, criteria, "v", "u_sn");
+  filter.add(compose("x.{}=v.{}", {family.number, family.number})).add(compose("v.{}=1", {family.status}));
+  filter.add("x.g_sn in (select g_sn from jxc_goods where g_tclb<>0)");
   if (!family.line.gift.empty())
     filter.add(compose("(x.{} is null or x.{}<>?)", {family.line.gift, family.line.gift}),
                QString::fromUtf16(sale::giftMark));
   addPeriod(filter, criteria, compose("v.{}", {family.date}));
   warehouses.restrict(filter, compose("v.{}", {family.warehouse}));
-  return Sql(compose(" from {} x,{} v,jxc_user y,jxc_goods w", {family.lines, family.head})).where(filter);
+  return Sql(compose(" from {} x,{} v,jxc_user y", {family.lines, family.head})).where(filter);
 }
 
 /// Rows of the stock ledger that earn something; the ledger knows employees by name.
 Sql profitable(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter filter = employees(kByProfit, criteria);
-  filter.add("x.u_name=y.u_name").add("x.gl_flag in ('xs','xt')");
+  Filter filter = employees(kByProfit, criteria, "x", "u_name");
+  filter.add("x.gl_flag in ('xs','xt')");
   filter.add("(y.u_zdlr=0 or x.gl_dj-x.gl_cbj>y.u_zdlr)");
   filter.add("x.g_sn not in (select g_sn from jxc_goods where g_tclb<>0)");
   static_assert(std::size(sale::giftMark) == 4 + 1);
@@ -102,9 +106,11 @@ Sql totalsBySales(const Criteria& criteria, const Warehouses& warehouses) {
 }
 
 Sql totalsByProfit(const Criteria& criteria, const Warehouses& warehouses) {
-  return Sql("select y.u_sn,y.u_name,y.u_tc,y.u_zdlr,sum(x.gl_lr) as lr,sum(" + std::string(kBeyond) + ") as cglr")
+  return Sql("select a.u_sn,a.u_name,a.u_tc,a.u_zdlr,b.lr,b.cglr from jxc_user a,(select y.u_sn,sum(x.gl_lr) as "
+             "lr,sum(" +
+             std::string(kBeyond) + ") as cglr")
       .add(profitable(criteria, warehouses))
-      .add(" group by y.u_sn,y.u_name,y.u_tc,y.u_zdlr order by y.u_sn");
+      .add(" group by y.u_sn) b where a.u_sn=b.u_sn order by a.u_sn");
 }
 
 struct Earned {
@@ -179,15 +185,15 @@ Computation commissions(const Criteria& criteria, const Warehouses& warehouses) 
 Sql commissionLines(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace commission_detail;
   // Ids of four tables are kept apart.
-  Sql all(R"(select b.*,c.kh_name as dwmc from (select x.id*4 as id,y.u_sn,y.u_name,x.k_rq as rq,x.gl_djh as djh,
-      x.k_ghskh as khsn,x.k_djtxt as zy,0 as sl,x.k_yfje as yfje,x.k_sfje as sfje,0 as lr,0 as cglr,
+  Sql all(R"(select b.*,c.kh_name as dwmc,b.wz & w.g_name as zy from ((select x.id*4 as id,y.u_sn,y.u_name,
+      x.k_rq as rq,x.gl_djh as djh,x.k_ghskh as khsn,x.k_djtxt as wz,'' as gsn,0 as sl,x.k_yfje as yfje,x.k_sfje as sfje,0 as lr,0 as cglr,
       x.k_sfje*y.u_tc*0.01 as xstc,0 as lrtc)");
   all.add(takenIn(criteria, warehouses));
   int table = 1;
   for (const auto& [family, sign] : kOwnCommissions) {
     const std::string net = total(family, sign);
     all.add(" union all select x.id*4+" + std::to_string(table++) +
-            compose(" as id,y.u_sn,y.u_name,v.{} as rq,v.{} as djh,v.{} as khsn,'单独提成的商品：' & w.g_name as zy,"
+            compose(" as id,y.u_sn,y.u_name,v.{} as rq,v.{} as djh,v.{} as khsn,'单独提成的商品：' as wz,x.g_sn as gsn,"
                     "x.{} as sl,",
                     {family.date, family.number, family.partner, family.line.columns->quantity}) +
             net + " as yfje," + net + " as sfje,0 as lr,0 as cglr," + net + "*y.u_tc*0.01 as xstc,0 as lrtc")
@@ -196,10 +202,12 @@ Sql commissionLines(const Criteria& criteria, const Warehouses& warehouses) {
   const std::string beyond = kBeyond;
   all.add(
          " union all select x.id*4+3 as id,y.u_sn,y.u_name,x.gl_kdrq as rq,x.gl_djh as djh,x.ghs_sn as khsn,"
-         "x.g_name as zy,x.gl_sl as sl,0 as yfje,0 as sfje,x.gl_lr as lr," +
+         "x.g_name as wz,'' as gsn,x.gl_sl as sl,0 as yfje,0 as sfje,x.gl_lr as lr," +
          beyond + " as cglr,0 as xstc," + beyond + "*y.u_tc*0.01 as lrtc")
       .add(profitable(criteria, warehouses));
-  return all.add(") b left outer join jxc_khxx c on b.khsn=c.kh_sn order by b.rq desc,b.id desc");
+  return all.add(
+      ") b left outer join jxc_khxx c on b.khsn=c.kh_sn) left outer join jxc_goods w on b.gsn=w.g_sn order by b.rq "
+      "desc,b.id desc");
 }
 
 }  // namespace jxc
