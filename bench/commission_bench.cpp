@@ -51,21 +51,22 @@ void statements(benchmark::State& state) {
 }
 
 void byHand(benchmark::State& state) {
+  // Each as it is quickest: employees and goods are looked for in short lists before a line is grouped.
   constexpr const char* bySales =
       "select u_sn,sum(y),sum(s) from (select u_sn,sum(k_yfje) as y,sum(k_sfje) as s from jxc_ysyfk where k_type='kh' "
-      "and k_djlx in ('XS','XT','YS','SK') and k_rq>=?1 and k_rq<=?2 group by u_sn union all select v.u_sn,"
-      "-sum(ls_zje),-sum(ls_zje) from jxc_lsxsd v join jxc_lsxssp x on x.gl_djh=v.gl_djh where ls_status=1 and "
-      "ls_xsrq>=?1 and ls_xsrq<=?2 and x.g_sn in (select g_sn from jxc_goods where g_tclb<>0) and ifnull(t_zp,'')<>"
-      "'(赠品)' group by v.u_sn union all select v.u_sn,sum(th_zje),sum(th_zje) from jxc_xsthd v join jxc_xsthsp x on "
-      "x.gl_djh=v.gl_djh where th_status=1 and th_xsrq>=?1 and th_xsrq<=?2 and x.g_sn in (select g_sn from jxc_goods "
-      "where g_tclb<>0) group by v.u_sn) where u_sn in (select u_sn from jxc_user where u_tcfs=0 and u_tc>0) group by "
-      "u_sn";
+      "and k_djlx in ('XS','XT','YS','SK') and k_rq>=?1 and k_rq<=?2 and u_sn in (select u_sn from jxc_user where "
+      "u_tcfs=0 and u_tc>0) group by u_sn union all select v.u_sn,-sum(ls_zje),-sum(ls_zje) from jxc_lsxsd v cross "
+      "join jxc_lsxssp x on x.gl_djh=v.gl_djh where ls_status=1 and ls_xsrq>=?1 and ls_xsrq<=?2 and v.u_sn in (select "
+      "u_sn from jxc_user where u_tcfs=0 and u_tc>0) and x.g_sn in (select g_sn from jxc_goods where g_tclb<>0) and "
+      "ifnull(t_zp,'')<>'(赠品)' group by v.u_sn union all select v.u_sn,sum(th_zje),sum(th_zje) from jxc_xsthd v "
+      "cross join jxc_xsthsp x on x.gl_djh=v.gl_djh where th_status=1 and th_xsrq>=?1 and th_xsrq<=?2 and v.u_sn in "
+      "(select u_sn from jxc_user where u_tcfs=0 and u_tc>0) and x.g_sn in (select g_sn from jxc_goods where "
+      "g_tclb<>0) group by v.u_sn) group by u_sn";
   constexpr const char* byProfit =
-      "select y.u_sn,sum(gl_lr),sum((gl_dj*gl_dzl-gl_cbj-u_zdlr)*gl_sl) from jxc_goodslist x join jxc_user y on "
-      "x.u_name=y.u_name where u_tcfs=1 and u_tc>0 and gl_flag in ('xs','xt') and (u_zdlr=0 or gl_dj-gl_cbj>u_zdlr) "
-      "and "
-      "gl_kdrq>=?1 and gl_kdrq<=?2 and x.g_sn in (select g_sn from jxc_goods where g_tclb=0) and x.g_name not like "
-      "'%(赠品)' group by y.u_sn";
+      "select y.u_sn,sum(gl_lr),sum((gl_dj*gl_dzl-gl_cbj-u_zdlr)*gl_sl) from jxc_goodslist x cross join jxc_user y on "
+      "x.u_name=y.u_name where u_tcfs=1 and u_tc>0 and gl_flag in ('xs','xt') and x.u_name in (select u_name from "
+      "jxc_user where u_tcfs=1 and u_tc>0) and (u_zdlr=0 or gl_dj-gl_cbj>u_zdlr) and gl_kdrq>=?1 and gl_kdrq<=?2 and "
+      "x.g_sn not in (select g_sn from jxc_goods where g_tclb<>0) and substr(x.g_name,-4)<>'(赠品)' group by y.u_sn";
   Bare sales(connection(), bySales), profit(connection(), byProfit);
   double sum = 0;
   for (auto _ : state)

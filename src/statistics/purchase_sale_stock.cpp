@@ -55,9 +55,9 @@ struct Figures {
   double price = 0, quantity = 0, amount = 0;
 };
 
-class Lines {
+class MovementLines {
  public:
-  Lines(const RowSet& rows, bool atCost) : rows_(rows), atCost_(atCost) {}
+  MovementLines(const RowSet& rows, bool atCost) : rows_(rows), atCost_(atCost) {}
 
   RowSet onTheirSides(EnquiryReader& reader) const {
     std::vector<std::string> names(rows_.columns().begin(), rows_.columns().begin() + flag_);
@@ -268,7 +268,7 @@ Computation stockMovements(const Criteria& criteria, const Warehouses& warehouse
                        .add(" order by m.ck_name,x.g_sn,x.gl_kdrq,x.id");
   return [rows, atCost = isAtCost(criteria)](EnquiryReader& reader) {
     const RowSet all = reader.select(rows);
-    return Lines(all, atCost).onTheirSides(reader);
+    return MovementLines(all, atCost).onTheirSides(reader);
   };
 }
 
