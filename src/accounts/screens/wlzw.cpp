@@ -167,13 +167,7 @@ struct Statement {
     else
       return std::array<std::string_view, 2>{"sl", "zje"};
   }();
-  static constexpr std::string_view kNothing = isCustomer ? "该时间段内没有销售" : "该时间段内没有采购";
-  static constexpr ui::EnquiryView linesView(std::string_view list, std::string_view mode, std::string_view caption) {
-    return {.grid = {list, caption, trade_columns::lines<Side>, kNothing},
-            .source = tradeLinesOf<Side>,
-            .mode = {mode, caption},
-            .leads = {.document = "gl_djh"}};
-  }
+  static constexpr std::string_view kNothing = trade_columns::nothingTraded<Side>;
   static constexpr auto kLast = [] {
     if constexpr (isCustomer)
       return std::array<ColumnSpec, 0>{};
@@ -188,7 +182,7 @@ struct Statement {
                                               .compares = {kCompared},
                                               .leads = {"gridXf", narrowTo<TradeBy::Goods>, "g_name"}};
   static constexpr ui::EnquiryView kFlow = [] {
-    ui::EnquiryView view = linesView("gridXf", "rLsb", "流水表");
+    ui::EnquiryView view = trade_columns::lineView<Side>("gridXf", "rLsb", "流水表");
     view.paper = isCustomer ? "khdzmxb" : "jthmxb";
     return view;
   }();
@@ -342,7 +336,7 @@ struct Kinds {
        .chart = {.label = "ghs_name", .measure = "zje"},
        .compares = {Customers::kCompared},
        .leads = {kLineList, narrowTo<TradeBy::Partner>, "ghs_name"}},
-      Customers::linesView(kLineList, joined<"rMx", Number>, "明细表")};
+      trade_columns::lineView<PartnerType::Customer>(kLineList, joined<"rMx", Number>, "明细表")};
   static constexpr ui::EnquiryTab kTab = {.name = joined<"cxTab", Number>,
                                           .caption = joined<"客户", Caption, "分析">,
                                           .criteria = Customers::kTradeAsked<Number>,
@@ -378,7 +372,7 @@ constexpr ui::EnquiryView kDormantViews[] = {
                  criteria.boxes = 0;
                },
                "kh_name"}},
-    Customers::linesView("gridMx5", {}, "明细表")};
+    trade_columns::lineView<PartnerType::Customer>("gridMx5", {}, "明细表")};
 
 using Types = Kinds<TradeBy::CustomerType, "3", "1", "kt_name", "类型">;
 using Regions = Kinds<TradeBy::Region, "4", "2", "z_name", "地区">;

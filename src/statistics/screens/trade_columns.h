@@ -22,13 +22,15 @@ inline constexpr bool isSales = Side == PartnerType::Customer;
 template <PartnerType Side>
 inline constexpr std::string_view partnerCaption = joined<PartnerText<Side>::noun>;
 
-/// Fields of quantity, money and profit: of a ledger row "gl_sl" …, of a sum "sl" ….
+/// Fields of quantity, money and profit: of a ledger row "gl_sl" …, of a sum "sl" …. Beside the names of a line there
+/// is room for one amount.
 template <PartnerType Side, FixedText Prefix>
 constexpr auto figures() {
   constexpr Right money = seesMoney<Side>;
   constexpr std::array both{
       ColumnSpec{joined<Prefix, "sl">, "数量", ColumnKind::Quantity, 8, {.sum = true}},
-      ColumnSpec{joined<Prefix, "je">, "金额", ColumnKind::Total, 0, {.sum = true}, money},
+      ColumnSpec{
+          joined<Prefix, "je">, "金额", ColumnKind::Total, 0, {.sum = true, .hidden = !joined<Prefix>.empty()}, money},
       ColumnSpec{joined<Prefix, "taxje">, "税额", ColumnKind::Total, 0, {.sum = true, .hidden = true}, money},
       ColumnSpec{joined<Prefix, "zje">, "总金额", ColumnKind::Total, 0, {.sum = true}, money},
   };
@@ -46,11 +48,16 @@ constexpr auto figures() {
 }
 
 /// Rows of the ledger.
+inline constexpr auto goodsOfLine = [] {
+  auto columns = goodsNames;
+  columns.back().use.hidden = true;  // the unit
+  return columns;
+}();
 template <PartnerType Side>
 inline constexpr auto lines = ui::joinedTables(
     std::array{ColumnSpec{"gl_kdrq", "日期", ColumnKind::Date}, ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 15},
-               ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 14}},
-    goodsNames,
+               ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 12}},
+    goodsOfLine,
     std::array{ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney<Side>}},
     figures<Side, "gl_">(),
     std::array{ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7},

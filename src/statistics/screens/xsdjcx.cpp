@@ -24,7 +24,7 @@ void toDay(Criteria& criteria, const Row& day) {
 constexpr auto kLines = ui::joinedTables(
     std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15},
                ColumnSpec{"ghs_name", "客户", ColumnKind::Text, 12}},
-    Sales::Shown::named(false),
+    trade_columns::goodsOfLine,
     std::array{ColumnSpec{"gc_name", "商品类别", ColumnKind::Text, 9},
                ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = kSeesPrice}},
     trade_columns::figures<kSide, "gl_">(),
