@@ -105,25 +105,11 @@ void monthsByHand(benchmark::State& state, int rows) {
           " group by 1,2"});
 }
 
-struct Case {
-  const char* name;
-  void (*statements)(benchmark::State&, int rows);
-  void (*byHand)(benchmark::State&, int rows);
-};
-constexpr Case cases[] = {{"the day on the main window", day, dayByHand},
-                          {"trade of a year, day by day", days, daysByHand},
-                          {"trade of a year, month by month", months, monthsByHand}};
+constexpr bench::Pair kPairs[] = {{"the day on the main window", day, dayByHand},
+                                  {"trade of a year, day by day", days, daysByHand},
+                                  {"trade of a year, month by month", months, monthsByHand}};
 
-const bool registered = [] {
-  for (const int rows : bench::ledgerSizes())
-    for (const Case& each : cases)
-      for (const bool byHand : {false, true})
-        benchmark::RegisterBenchmark(bench::named(each.name, rows, byHand).c_str(), [&each, byHand,
-                                                                                     rows](benchmark::State& state) {
-          (byHand ? each.byHand : each.statements)(state, rows);
-        })->Unit(benchmark::kMillisecond);
-  return true;
-}();
+const bool registered = bench::registerPairs(kPairs);
 
 }  // namespace business_bench
 }  // namespace jxc

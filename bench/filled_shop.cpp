@@ -262,4 +262,15 @@ void WorkSoFar::tellEach(benchmark::State& state) const {
   state.counters["written"] = (now.written_ - written_) / each;
 }
 
+bool registerPairs(std::span<const Pair> pairs) {
+  for (const int rows : ledgerSizes())
+    for (const Pair& pair : pairs)
+      for (const bool byHand : {false, true})
+        benchmark::RegisterBenchmark(named(pair.name, rows, byHand).c_str(), [pair, byHand,
+                                                                              rows](benchmark::State& state) {
+          (byHand ? pair.byHand : pair.statements)(state, rows);
+        })->Unit(benchmark::kMillisecond);
+  return true;
+}
+
 }  // namespace jxc::bench

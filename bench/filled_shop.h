@@ -38,4 +38,13 @@ class WorkSoFar {
   double steps_, missed_, written_;
 };
 
+/// A piece of work as the program does it and by hand.
+struct Pair {
+  const char* name;
+  void (*statements)(benchmark::State& state, int rows);
+  void (*byHand)(benchmark::State& state, int rows);
+};
+/// Measures each pair, with every size of the ledger.
+bool registerPairs(std::span<const Pair> pairs);
+
 }  // namespace jxc::bench

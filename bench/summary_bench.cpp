@@ -87,25 +87,11 @@ void movementsBare(benchmark::State& state, int rows) {
   benchmark::DoNotOptimize(sum);
 }
 
-struct Case {
-  const char* name;
-  void (*statements)(benchmark::State&, int rows);
-  void (*byHand)(benchmark::State&, int rows);
-};
-constexpr Case cases[] = {{"current stock of 1000 goods", currentStock, currentStockBare},
-                          {"payables of a month, summary", payables, payablesBare},
-                          {"last 50 movements of a goods", movements, movementsBare}};
+constexpr bench::Pair kPairs[] = {{"current stock of 1000 goods", currentStock, currentStockBare},
+                                  {"payables of a month, summary", payables, payablesBare},
+                                  {"last 50 movements of a goods", movements, movementsBare}};
 
-const bool registered = [] {
-  for (const int rows : bench::ledgerSizes())
-    for (const Case& each : cases)
-      for (const bool byHand : {false, true})
-        benchmark::RegisterBenchmark(bench::named(each.name, rows, byHand).c_str(), [&each, byHand,
-                                                                                     rows](benchmark::State& state) {
-          (byHand ? each.byHand : each.statements)(state, rows);
-        })->Unit(benchmark::kMillisecond);
-  return true;
-}();
+const bool registered = bench::registerPairs(kPairs);
 
 }  // namespace summary_bench
 }  // namespace jxc

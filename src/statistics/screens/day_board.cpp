@@ -154,8 +154,10 @@ void DayBoard::refresh() {
 // The window is there for its commands: no message stands in their way, and whoever opens a screen is told more there.
 void DayBoard::tellFailure() {
   show(RowSet({"what"}));
+  failed_ = true;
   title_->setText(QStringLiteral("今日情况读取失败"));
   title_->show();
+  if (shown_) shown_();
 }
 
 void DayBoard::stop() {
@@ -171,8 +173,15 @@ void DayBoard::show(const RowSet& rows) {
   // Who was on a figure stays on the one in its place.
   const auto focused = std::ranges::find_if(figures_, [](const Figure* each) { return each->hasFocus(); });
   const auto place = focused == figures_.end() ? -1 : focused - figures_.begin();
-  qDeleteAll(figures_);
+  // One of them may have opened the screen that has just been left: it goes when its click is over.
+  for (Figure* each : figures_) {
+    raster_->removeWidget(each);
+    each->hide();
+    each->setObjectName({});
+    each->deleteLater();
+  }
   figures_.clear();
+  failed_ = false;
   title_->setText(u"今日 "_qs + clock::today() + u' ' + weekdayName().trimmed());
   for (const Row row : rows) {
     const Kind& kind = *std::ranges::find(kKinds, row.text("what").toStdString(), &Kind::what);

@@ -30,8 +30,8 @@ class DayBoard : public QWidget {
   /// Waits for the answer (tests, pictures).
   void waitLoaded(int milliseconds = 60000);
 
-  /// Whether there is anything that this operator may see.
-  bool hasFigures() const { return !figures_.empty(); }
+  /// Whether there is anything that this operator may see, be it that the day could not be read.
+  bool hasFigures() const { return failed_ || !figures_.empty(); }
   /// Called when figures have come or gone: they may need more room, or less.
   void onShown(std::function<void()> hook) { shown_ = std::move(hook); }
   /// Puts them into as few lines as that width allows; the height that they take then.
@@ -52,6 +52,7 @@ class DayBoard : public QWidget {
   std::vector<Figure*> figures_;
   int columns_ = 1;
   QString operator_;  // whose figures they are
+  bool failed_ = false;
   ui::ListLoader loader_;
 };
 

@@ -74,32 +74,32 @@ constexpr ui::EnquiryView kPage[] = {{.grid = {"gridZh", "综合分析", busines
                                       .source = businessFigures,
                                       .page = makeBusinessPage,
                                       .paper = "yyfx"}};
-constexpr ui::EnquiryView kByDay[] = {{.grid = {"gridRq", "按日分析", kDays, kNothing, "rq"},
-                                       .source = businessDays,
-                                       .mode = {"rRq", "每日合计"},
-                                       .chart = {.label = "rq", .measure = "xszje", .byTime = true},
-                                       .compares = {kCompared, true},
-                                       .leads = {"gridMx", narrowToDay, "rq"}},
-                                      {.grid = {"gridMx", "进销明细", kLines, kNothing},
-                                       .source = businessLines,
-                                       .mode = {"rMx", "明细表"},
-                                       .leads = {.document = "gl_djh"}}};
+/// The days of a tab, and the lines behind them.
+constexpr ui::EnquiryView dayView(std::string_view grid, std::string_view title, std::string_view mode,
+                                  std::string_view caption, std::string_view lines) {
+  return {.grid = {grid, title, kDays, kNothing, "rq"},
+          .source = businessDays,
+          .mode = {mode, caption},
+          .chart = {.label = "rq", .measure = "xszje", .byTime = true},
+          .compares = {kCompared, true},
+          .leads = {lines, narrowToDay, "rq"}};
+}
+constexpr ui::EnquiryView lineView(std::string_view grid, std::string_view mode) {
+  return {.grid = {grid, "进销明细", kLines, kNothing},
+          .source = businessLines,
+          .mode = {mode, "明细表"},
+          .leads = {.document = "gl_djh"}};
+}
+constexpr ui::EnquiryView kByDay[] = {dayView("gridRq", "按日分析", "rRq", "每日合计", "gridMx"),
+                                      lineView("gridMx", "rMx")};
 constexpr ui::EnquiryView kByMonth[] = {{.grid = {"gridYf", "按月分析", kMonths, "这几个月没有月末库存", "js_rq"},
                                          .source = businessMonths,
                                          .mode = {"rYf", "每月合计"},
                                          .chart = {.label = "js_rq", .measure = "xszje", .byTime = true},
                                          .compares = {kCompared, true},
                                          .leads = {"gridYfRq", narrowToMonth, "js_rq"}},
-                                        {.grid = {"gridYfRq", "月内每日", kDays, kNothing, "rq"},
-                                         .source = businessDays,
-                                         .mode = {"rYfRq", "月内每日"},
-                                         .chart = {.label = "rq", .measure = "xszje", .byTime = true},
-                                         .compares = {kCompared, true},
-                                         .leads = {"gridYfMx", narrowToDay, "rq"}},
-                                        {.grid = {"gridYfMx", "进销明细", kLines, kNothing},
-                                         .source = businessLines,
-                                         .mode = {"rYfMx", "明细表"},
-                                         .leads = {.document = "gl_djh"}}};
+                                        dayView("gridYfRq", "月内每日", "rYfRq", "月内每日", "gridYfMx"),
+                                        lineView("gridYfMx", "rYfMx")};
 constexpr ui::EnquiryCommand kPageCommands[] = {{.name = "btnToday", .caption = "今天", .key = "F3"}};
 constexpr ui::EnquiryTab kTabs[] = {
     {.name = "cxTab1", .caption = "综合分析", .criteria = kPageCriteria, .views = kPage, .commands = kPageCommands},
