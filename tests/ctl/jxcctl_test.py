@@ -48,7 +48,7 @@ class Console(unittest.TestCase):
     def test_a_demonstration_shop_whose_books_agree(self):
         words = ["demo", "--months", "1", "--goods", "40", "--documents", "5", "--until", "2025-06-30", "--seed", "3"]
         self.run_it(*words)
-        self.assertEqual(self.rows("select max(ls_xsrq) from jxc_lsxsd"), [["2025-06-30"]])
+        self.assertEqual(self.rows("select max(left(ls_xsrq,10)) from jxc_lsxsd"), [["2025-06-30"]])
         self.run_it("prove")
         self.assertIn("--force", self.run_it(*words, status=1))
         self.run_it("demo", "--months", "0", status=2)
