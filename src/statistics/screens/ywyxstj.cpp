@@ -30,12 +30,12 @@ constexpr ColumnSpec kCommissionLines[] = {{"rq", "日期", ColumnKind::Date},
                                            {"dwmc", "客户", ColumnKind::Text, 12},
                                            {"zy", "摘要", ColumnKind::Text, 22},
                                            {"sl", "数量", ColumnKind::Quantity, 6},
+                                           kBySales,
+                                           kByProfit,
                                            {"yfje", "应收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
                                            {"sfje", "实收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
                                            {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-                                           {"cglr", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-                                           kBySales,
-                                           kByProfit};
+                                           {"cglr", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost}};
 
 /// The commission without saying by what would tell of cost whoever may see prices only.
 Computation apart(const Criteria& criteria, const Warehouses& warehouses) {
