@@ -54,8 +54,14 @@ QString Layout::titleInWords() {
       return asItStands;
     }
   };
+  const Content title = compileContent(template_.title, program_);
+  // A list may be called "商品[库存]": brackets around what nobody has set are words.
+  if (!program_.unknownNames().empty()) {
+    program_.unknownNames().clear();
+    return template_.title;
+  }
   QString words;
-  for (const Content::Part& part : compileContent(template_.title, program_).parts)
+  for (const Content::Part& part : title.parts)
     words += inWords(part);
   return words;
 }
