@@ -67,9 +67,8 @@ struct Statement {
     return Of(partnerSide(Side), criteria, warehouses);
   }
   static std::vector<ListItem> kinds() {
-    using namespace families;
-    const DocumentFamily& trade = isCustomer ? sale : purchaseReceipt;
-    const DocumentFamily& back = isCustomer ? saleReturn : purchaseReturn;
+    const DocumentFamily& trade = isCustomer ? families::sale : families::purchaseReceipt;
+    const DocumentFamily& back = isCustomer ? families::saleReturn : families::purchaseReturn;
     return {{QStringLiteral("所有单据"), QString::fromUtf16(allKey)},
             {kindWord(trade), words(trade.prefix)},
             {kindWord(back), words(back.prefix)}};
