@@ -89,8 +89,8 @@ TEST_F(BusinessDay, EachBlockCountsItsAuditedDocumentsAndSumsTheirLines) {
   document(purchaseReceipt, "CJ3", "2021-06-01", {{7, 70}});
   document(purchaseReceipt, "CJ4", "2021-05-02", {{9, 90}}, test::mainWarehouse, 0);
   document(purchaseReturn, "CT1", "2021-05-03", {{3, 30}});
-  document(sale, "XS1", "2021-05-03", {{4, 80}, {1, 25}});
-  document(sale, "XS2", "2021-05-04", {{2, 50}}, kBranch);
+  document(families::sale, "XS1", "2021-05-03", {{4, 80}, {1, 25}});
+  document(families::sale, "XS2", "2021-05-04", {{2, 50}}, kBranch);
   document(saleReturn, "XT1", "2021-05-05", {{1, 20}});
   document(transfer, "DB1", "2021-05-06", {{6, 66}});
   document(loss, "BS1", "2021-05-07", {{1, 11}});
@@ -194,10 +194,10 @@ TEST_F(BusinessDay, AMonthHasItsStockAndNothingWhereItHadNoTrade) {
 
 TEST_F(BusinessDay, TheDayOnTheMainWindowIsThePageOfToday) {
   using namespace families;
-  document(sale, "XS1", "2021-05-03", {{4, 80}});
-  document(sale, "XS2", "2021-05-03 20:00:00", {{1, 30}}, kBranch);
-  document(sale, "XS3", "2021-05-02", {{9, 90}});
-  document(sale, "XS4", "2021-05-03", {{5, 50}}, test::mainWarehouse, 0);
+  document(families::sale, "XS1", "2021-05-03", {{4, 80}});
+  document(families::sale, "XS2", "2021-05-03 20:00:00", {{1, 30}}, kBranch);
+  document(families::sale, "XS3", "2021-05-02", {{9, 90}});
+  document(families::sale, "XS4", "2021-05-03", {{5, 50}}, test::mainWarehouse, 0);
   document(saleReturn, "XT1", "2021-05-03", {{1, 20}}, kBranch);
   document(overflow, "BY1", "2021-04-08", {{2, 22}}, kBranch, 0);
   ledger({"xs", "2021-05-03", 4, 80, 0, 50, 30});
