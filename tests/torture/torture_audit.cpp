@@ -61,6 +61,14 @@ class SharingPrompt : public YesPrompt {
   }
 };
 
+/// The same for documents of all: another station may have audited or cancelled it first.
+class LatePrompt : public SharingPrompt {
+ public:
+  void notice(const QString& text) override {
+    if (!text.contains(u"已被其他电脑保存、审核、取消或删除")) SharingPrompt::notice(text);
+  }
+};
+
 QString goodsCode(int index) {
   return QString::number(1000001 + index);
 }
@@ -287,17 +295,18 @@ class Counter {
   void audit() {
     const QString number = any(0);
     if (number.isEmpty()) return;
-    if (checkDj(documentFamily(number), number, prompt_) == AuditOutcome::Audited) tell('A', number);
+    if (checkDj(documentFamily(number), number, late_) == AuditOutcome::Audited) tell('A', number);
   }
 
   void cancel() {
     const QString number = any(1);
     if (number.isEmpty()) return;
-    if (cancelDocument(number, prompt_, CancelMode::Batch)) tell('C', number);
+    if (cancelDocument(number, late_, CancelMode::Batch)) tell('C', number);
   }
 
   std::mt19937 random_;
   SharingPrompt prompt_;
+  LatePrompt late_;
 };
 
 /// A command that the connection broke is done again or not, as the operator likes; what it said is told, and in the
@@ -351,7 +360,7 @@ int run(int argc, char** argv) {
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
   dataModule().installAccountDb(openAccountPlace(QString::fromUtf8(argv[1])));
   YesPrompt yes;
-  SharingPrompt sharing;
+  LatePrompt sharing;
   if (!login(QStringLiteral("admin"), QString(), yes)) throw std::runtime_error("no login");
   const int number = std::atoi(argv[3]);
   const auto seed = static_cast<unsigned>(number);

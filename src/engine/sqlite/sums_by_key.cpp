@@ -129,7 +129,7 @@ void SumsByKey::add(sqlite3_value** cells) {
 RowSet SumsByKey::rows() const {
   std::vector<std::string> names(columns_->names().begin(), columns_->names().begin() + keys_);
   for (int i = 0; i < sumCount_; ++i) {
-    const std::string& name = columns_->names()[static_cast<std::size_t>(keys_ + i)];
+    const std::string& name = columns_->names()[static_cast<std::size_t>(keys_) + static_cast<std::size_t>(i)];
     names.push_back(name);
     names.push_back("abs_" + name);
   }
