@@ -221,17 +221,6 @@ Sql owedBy(const PartnerSide& side, const char* as) {
              compose(" from {} where {}=0", {side.table, side.forbidden}));
 }
 
-/// Every kind of document waits for its audit in the same way.
-const std::vector<const DocumentFamily*>& everyFamily() {
-  static const std::vector<const DocumentFamily*> all = [] {
-    std::vector<const DocumentFamily*> pointers;
-    for (const DocumentFamily& family : documentFamilies())
-      pointers.push_back(&family);
-    return pointers;
-  }();
-  return all;
-}
-
 }  // namespace business_day_detail
 
 Sql businessFigures(const Criteria& criteria, const Warehouses& warehouses) {
@@ -310,7 +299,7 @@ Computation dayFigures(const Criteria& criteria, const Warehouses& warehouses) {
           .documents(kSales)
           .documents(kSaleReturns)
           .profit()
-          .add(Sql("select sum(n) as ds from (").add(waitingDocuments(everyFamily(), warehouses)).add(") w"))
+          .add(Sql("select sum(n) as ds from (").add(waitingDocuments(EveryDocument::families, warehouses)).add(") w"))
           .add(goodsBelowLimit(warehouses))
           .add(owedBy(customerSide, "ys"))
           .add(owedBy(supplierSide, "yf"))

@@ -14,6 +14,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace jxc {
@@ -88,5 +89,9 @@ struct DocumentSet {
   }
   static std::vector<ListItem> kinds() { return listedKinds(families); }
 };
+template <std::size_t... I>
+DocumentSet<families::all[I].get()...> everyDocument(std::index_sequence<I...>);  // for its type only
+/// All that there are, in the order of `documentFamilies`.
+using EveryDocument = decltype(everyDocument(std::make_index_sequence<std::size(families::all)>()));
 
 }  // namespace jxc

@@ -6,12 +6,8 @@ namespace djcx_detail {
 
 using document_list_screen::List;
 
-using Everything =
-    DocumentSet<families::purchaseReceipt, families::purchaseReturn, families::sale, families::saleReturn,
-                families::transfer, families::stocktake, families::loss, families::overflow, families::split,
-                families::bundle, families::loan, families::loanReturn>;
 using All =
-    List<"F_Djcx", "单据查询", SeveralKinds | WithWaiting | OfSuppliers | OfCustomers | TwoWarehouses, Everything>;
+    List<"F_Djcx", "单据查询", SeveralKinds | WithWaiting | OfSuppliers | OfCustomers | TwoWarehouses, EveryDocument>;
 
 class TF_Djcx : public DocumentListScreen {
  public:
@@ -28,7 +24,7 @@ class TF_Djcx : public DocumentListScreen {
   void openTyped() {
     const QString typed = field("tkey").trimmed().toUpper();
     if (!isDocumentNumber(typed)) return;
-    if (const auto number = findListed(Everything::families, typed, prompt()))
+    if (const auto number = findListed(EveryDocument::families, typed, prompt()))
       ui::enquiryServices().openDocument(*number, *this);
     field("tkey").focus();  // the next number takes its place
   }
