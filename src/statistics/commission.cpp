@@ -37,17 +37,22 @@ Sql takenIn(const Criteria& criteria, const Warehouses& warehouses) {
   filter.add("x.k_djlx in ('XS','XT','YS','SK')");
   addPeriod(filter, criteria, "x.k_rq");
   if (!warehouses.areAll()) {
-    Filter own;
-    warehouses.restrict(own, "ck_sn");
-    const auto in = [&](const char* table) {
-      return Sql(std::string("x.gl_djh in (select gl_djh from ") + table).where(own).add(")");
+    const auto where = [&](std::string_view column) {
+      Filter own;
+      warehouses.restrict(own, column);
+      return own;
+    };
+    const auto in = [&](const DocumentFamily& family) {
+      return Sql(compose("x.gl_djh in (select {} from {}", {family.number, family.head}))
+          .where(where(family.warehouse))
+          .add(")");
     };
     filter.add(Sql("(")
-                   .add(in("jxc_lsxsd"))
+                   .add(in(families::sale))
                    .add(" or ")
-                   .add(in("jxc_xsthd"))
+                   .add(in(families::saleReturn))
                    .add(" or x.k_djlx in ('YS','SK') and exists (select id from jxc_ckxx")
-                   .where(own)
+                   .where(where("ck_sn"))
                    .add("))"));
   }
   return Sql(" from jxc_ysyfk x,jxc_user y").where(filter);
