@@ -58,8 +58,8 @@ constexpr int kFigures = 3;
 constexpr std::string_view kHeadings[kFigures] = {"单据数", "数量", "金额"};
 
 const ColumnSpec* columnOf(std::string_view field) {
-  const auto* found = std::ranges::find(columns, field, &ColumnSpec::field);
-  return found == std::end(columns) ? nullptr : found;
+  const auto found = std::ranges::find(columns, field, &ColumnSpec::field);
+  return found == columns.end() ? nullptr : &*found;
 }
 
 /// A figure as the page says it: with what it counts behind it.

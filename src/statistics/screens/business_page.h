@@ -3,6 +3,9 @@
 
 #include "masterdata/screens/partner_text.h"
 #include "ui/enquiry_screen.h"
+#include "ui/joined_tables.h"
+
+#include <array>
 
 namespace jxc {
 namespace business_page {
@@ -22,46 +25,32 @@ constexpr ColumnSpec yuan(std::string_view field, std::string_view caption, Righ
 }
 inline constexpr Right kSuppliers = seesMoney<PartnerType::Supplier>, kCustomers = seesMoney<PartnerType::Customer>;
 
-inline constexpr ColumnSpec columns[] = {
-    documents("cgds", "进货单数"),
-    pieces("cgsl", "进货数量"),
-    yuan("cgje", "进货金额", kSuppliers),
-    documents("ctds", "进货退货单数"),
-    pieces("ctsl", "进货退货数量"),
-    yuan("ctje", "进货退货金额", kSuppliers),
-    pieces("cghjsl", "进货合计数量"),
-    yuan("cghjje", "进货合计金额", kSuppliers),
-    documents("xsds", "销售单数"),
-    pieces("xssl", "销售数量"),
-    yuan("xsje", "销售金额", kCustomers),
-    documents("xtds", "顾客退货单数"),
-    pieces("xtsl", "顾客退货数量"),
-    yuan("xtje", "顾客退货金额", kCustomers),
-    pieces("xshjsl", "销售合计数量"),
-    yuan("xshjje", "销售合计金额", kCustomers),
-    pieces("kcsl", "现有库存数量"),
-    yuan("kcje", "现有库存金额", kSeesStockCost),
-    documents("dbds", "调拨单数"),
-    pieces("dbsl", "调拨数量"),
-    documents("bsds", "报损单数"),
-    pieces("bssl", "报损数量"),
-    yuan("bsje", "报损金额", kSeesCost),
-    documents("byds", "报溢单数"),
-    pieces("bysl", "报溢数量"),
-    yuan("byje", "报溢金额", kSeesCost),
-    documents("fkds", "向供货商付款单数"),
-    yuan("fkje", "向供货商付款金额", kSuppliers),
-    yuan("yfje", "应付供货商", kSuppliers),
-    yuan("sfje", "实付供货商", kSuppliers),
-    documents("skds", "向客户收款单数"),
-    yuan("skje", "向客户收款金额", kCustomers),
-    yuan("ysje", "应收客户", kCustomers),
-    yuan("ssje", "实收客户", kCustomers),
-    yuan("xscb", "销售成本", kSeesCost),
-    yuan("xslr", "销售毛利", kSeesCost),
-    yuan("xszje", "销售净额(含税)", kCustomers),
-    {.field = "lrl", .caption = "毛利率(含税)%", .kind = ColumnKind::Percent, .right = kSeesCost},
-};
+/// Pieces and yuan of a block; the letters of its columns and the beginning of their captions name it.
+template <FixedText Letters, FixedText Caption>
+constexpr std::array<ColumnSpec, 2> traded(Right right) {
+  return {pieces(joined<Letters, "sl">, joined<Caption, "数量">),
+          yuan(joined<Letters, "je">, joined<Caption, "金额">, right)};
+}
+/// … and how many documents.
+template <FixedText Letters, FixedText Caption>
+constexpr std::array<ColumnSpec, 3> counted(Right right) {
+  const auto both = traded<Letters, Caption>(right);
+  return {documents(joined<Letters, "ds">, joined<Caption, "单数">), both[0], both[1]};
+}
+
+inline constexpr auto columns = ui::joinedTables(
+    counted<"cg", "进货">(kSuppliers), counted<"ct", "进货退货">(kSuppliers), traded<"cghj", "进货合计">(kSuppliers),
+    counted<"xs", "销售">(kCustomers), counted<"xt", "顾客退货">(kCustomers), traded<"xshj", "销售合计">(kCustomers),
+    traded<"kc", "现有库存">(kSeesStockCost),
+    std::array{documents("dbds", "调拨单数"), pieces("dbsl", "调拨数量")},  // goods move, no money
+    counted<"bs", "报损">(kSeesCost), counted<"by", "报溢">(kSeesCost),
+    std::array{
+        documents("fkds", "向供货商付款单数"), yuan("fkje", "向供货商付款金额", kSuppliers),
+        yuan("yfje", "应付供货商", kSuppliers), yuan("sfje", "实付供货商", kSuppliers),
+        documents("skds", "向客户收款单数"), yuan("skje", "向客户收款金额", kCustomers),
+        yuan("ysje", "应收客户", kCustomers), yuan("ssje", "实收客户", kCustomers), yuan("xscb", "销售成本", kSeesCost),
+        yuan("xslr", "销售毛利", kSeesCost), yuan("xszje", "销售净额(含税)", kCustomers),
+        ColumnSpec{.field = "lrl", .caption = "毛利率(含税)%", .kind = ColumnKind::Percent, .right = kSeesCost}});
 
 }  // namespace business_page
 

@@ -18,21 +18,18 @@ using ui::ColumnSpec;
 
 constexpr std::string_view kNothing = "这段时间没有进货和销售";
 
+template <FixedText Letters, FixedText Caption>
+constexpr auto ofSide(Right right) {
+  return ui::joinedTables(business_page::traded<Letters, Caption>(right),
+                          std::array{yuan(joined<Letters, "taxje">, joined<Caption, "税额">, right),
+                                     yuan(joined<Letters, "zje">, joined<Caption, "总金额">, right)});
+}
 /// What was bought and sold, with the margin under the name of the amount that it is of.
 template <FixedText Margin>
-constexpr std::array kTraded{
-    business_page::pieces("cgsl", "采购数量"),
-    yuan("cgje", "采购金额", kSuppliers),
-    yuan("cgtaxje", "采购税额", kSuppliers),
-    yuan("cgzje", "采购总金额", kSuppliers),
-    business_page::pieces("xssl", "销售数量"),
-    yuan("xsje", "销售金额", kCustomers),
-    yuan("xstaxje", "销售税额", kCustomers),
-    yuan("xszje", "销售总金额", kCustomers),
-    yuan("xscb", "成本", kSeesCost),
-    yuan("xslr", "毛利", kSeesCost),
-    ColumnSpec{.field = "lrl", .caption = Margin.letters, .kind = ColumnKind::Percent, .right = kSeesCost},
-};
+constexpr auto kTraded = ui::joinedTables(
+    ofSide<"cg", "采购">(kSuppliers), ofSide<"xs", "销售">(kCustomers),
+    std::array{yuan("xscb", "成本", kSeesCost), yuan("xslr", "毛利", kSeesCost),
+               ColumnSpec{.field = "lrl", .caption = Margin.letters, .kind = ColumnKind::Percent, .right = kSeesCost}});
 constexpr auto kDays =
     ui::joinedTables(std::array{ColumnSpec{"rq", "日期", ColumnKind::Text, 10}}, kTraded<"毛利率(含税)%">);
 constexpr auto kMonths = ui::joinedTables(
