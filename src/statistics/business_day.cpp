@@ -1,9 +1,9 @@
 #include "statistics/business_day.h"
 
 #include "core/rounding.h"
-#include "core/session.h"
 #include "core/text.h"
 #include "masterdata/partner_side.h"
+#include "statistics/trade_terms.h"
 #include "stock/document_family.h"
 #include "stock/document_list.h"
 
@@ -20,7 +20,7 @@
 namespace jxc {
 namespace business_day_detail {
 
-constexpr std::string_view kBought = "('cj','ct')", kSold = "('xs','xt')";
+constexpr std::string_view kBought = tradeFlags(PartnerType::Supplier), kSold = tradeFlags(PartnerType::Customer);
 constexpr qsizetype kDay = 10, kMonth = 7;  // letters of a date
 
 /// A kind of document as a block tells of it: columns are its two letters with ds, sl, je behind.
@@ -73,7 +73,7 @@ class Figures {
     addPeriod(filter, criteria_, "gl_kdrq");
     warehouses_.restrict(filter, "ck_sn");
     return add(Sql("select " + sumOf("gl_zcb", "xscb") + "," + sumOf("gl_lr", "xslr") + "," + sumOf("gl_zje", "xszje") +
-                   ",iif(sum(gl_zje)<>0,round(sum(gl_lr)*100/sum(gl_zje),2),0) as lrl from jxc_goodslist")
+                   "," + percentOf("sum(gl_lr)", "sum(gl_zje)") + " as lrl from jxc_goodslist")
                    .where(filter));
   }
 
@@ -83,7 +83,7 @@ class Figures {
     warehouses_.restrict(filter, "a.ck_sn");
     const std::string value = "sum(a.kc_sl*a.kc_cbj)";
     return add(Sql("select " + sumOf("a.kc_sl", "kcsl") + ",iif(" + value + " is null,0,round(" + value +
-                   "+0.000000001," + std::to_string(session().jewsDigits) +
+                   "+0.000000001," + std::to_string(totalDigits()) +
                    ")) as kcje from jxc_kcsp a inner join jxc_goods b on a.g_sn=b.g_sn")
                    .where(filter));
   }
@@ -283,8 +283,7 @@ Computation businessMonths(const Criteria& asked, const Warehouses& warehouses) 
 
 Sql businessLines(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace business_day_detail;
-  return Sql("select x.*,iif(x.gl_flag='cj','采购进货',iif(x.gl_flag='ct','采购退货',iif(x.gl_flag='xs','商品销售',"
-             "'顾客退货'))) as lx," +
+  return Sql("select x.*," + tradeKind("x.gl_flag") + " as lx," +
              onlyIf("x.gl_flag in " + std::string(kBought), "x.gl_zje", "null") + " as cgzje," +
              onlyIf("x.gl_flag in " + std::string(kSold), "x.gl_zje", "null") + " as xszje," +
              onlyIf("x.gl_flag in " + std::string(kSold), "x.gl_lr", "null") + " as xslr from jxc_goodslist x")

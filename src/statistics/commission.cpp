@@ -2,6 +2,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "sales/sale.h"
+#include "statistics/trade_terms.h"
 #include "stock/document_family.h"
 
 #include <algorithm>
@@ -74,7 +75,7 @@ Sql ofOwnCommission(const DocumentFamily& family, const Criteria& criteria, cons
 /// Rows of the stock ledger that earn something; the ledger knows employees by name.
 Sql profitable(const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter = employees(kByProfit, criteria, "x", "u_name");
-  filter.add("x.gl_flag in ('xs','xt')");
+  filter.add("x.gl_flag in " + std::string(tradeFlags(PartnerType::Customer)));
   filter.add("(y.u_zdlr=0 or x.gl_dj-x.gl_cbj>y.u_zdlr)");
   filter.add("x.g_sn not in (select g_sn from jxc_goods where g_tclb<>0)");
   static_assert(std::size(sale::giftMark) == 4 + 1);

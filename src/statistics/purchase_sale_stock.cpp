@@ -2,10 +2,12 @@
 
 #include "core/rights.h"
 #include "engine/number_text.h"
+#include "statistics/trade_terms.h"
 #include "stock/ledger_flags.h"
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -26,11 +28,7 @@ Filter rowsAskedFor(const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
   addChoice(filter, "x.g_sn", criteria.goods);
   warehouses.restrict(filter, "x.ck_sn");
-  // What counts is the goods, not how a line calls it: the line of a gift has a longer name.
-  Filter goods;
-  addKey(goods, criteria, {"g_sn", "g_jm", "g_name", "gg_name"});
-  addClass(goods, criteria, "gc_sn");
-  if (!goods.isEmpty()) filter.add(Sql("x.g_sn in (select g_sn from jxc_goods").where(goods).add(")"));
+  addGoods(filter, criteria, {"g_sn", "g_jm", "g_name", "gg_name"});
   return filter;
 }
 

@@ -1,6 +1,7 @@
 #include "statistics/trade_totals.h"
 
 #include "core/rights.h"
+#include "statistics/trade_terms.h"
 #include "stock/document_list.h"
 
 #include <algorithm>
@@ -167,7 +168,7 @@ void addMember(Filter& filter, const Membership& membership, const QString& chos
 
 Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
-  filter.add(side == PartnerType::Supplier ? "x.gl_flag in ('cj','ct')" : "x.gl_flag in ('xs','xt')");
+  filter.add(text("x.gl_flag in ", tradeFlags(side)));
   const bool asDocuments = criteria.has(kAsDocuments);
   const bool byAudit = asDocuments && criteria.order == QStringView(kByAudit);
   // A whole number finds its document whenever it was made, as in the list.
@@ -188,12 +189,8 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
                                              : kOfType,
             asDocuments ? QString() : criteria.group);
   warehouses.restrict(filter, "x.ck_sn");
-  // A gift's line has a longer name: what counts is the goods, not how the line calls it.
-  Filter goods;
-  addClass(goods, criteria, "gc_sn");
-  addKey(goods, asDocuments ? Criteria{.key = criteria.group} : criteria,
-         {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
-  if (!goods.isEmpty()) filter.add(Sql("x.g_sn in (select g_sn from jxc_goods").where(goods).add(")"));
+  addGoods(filter, asDocuments ? Criteria{.goodsClass = criteria.goodsClass, .key = criteria.group} : criteria,
+           {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name", "g_sccs"});
   if (asDocuments) addKey(filter, criteria, {"x.gl_djh", "x.gl_djh2", "x.gl_note", "x.ghs_sn", "x.ghs_name"});
   return filter;
 }
@@ -217,7 +214,7 @@ Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criter
   };
   std::string names = listed(grouping.named, name);
   if ((grouping.tables & GoodsNames) == GoodsNames) names += (names.empty() ? "" : ",") + listed(kGoodsNames, name);
-  return Sql("select t.*,iif(t.je<>0,round(t.lr*100/t.je,2),0) as lrl from (select " + names + "," +
+  return Sql("select t.*," + percentOf("t.lr", "t.je") + " as lrl from (select " + names + "," +
              listed(kFigures, figure) + (tellsLast ? ",b.rq from " : " from "))
       .add(namedSums(grouping, side, sums))
       .add(again.empty() ? ") t" : " group by " + again + ") t");
@@ -252,13 +249,11 @@ Sql sideBySide(std::span<const std::string_view> columns, const Sql& bought, con
   const auto shown = [&](std::string_view name) {
     return name == columns.front() ? text("u.", name) : text("max(u.", name, ") as ", name);
   };
-  Sql all(
-      "select v.*,iif(v.je<>0,round(v.lr*100/v.je,2),0) as lrl,iif(v.jhsl<>0,round(v.xssl*100/v.jhsl,2),0) as wcl "
-      "from (select " +
-      listed(columns, shown) +
-      ",sum(u.jhsl) as jhsl,sum(u.jhje) as jhje,sum(u.xssl) as xssl,sum(u.xsje) as xsje,sum(u.je) as je,"
-      "sum(u.zcb) as zcb,sum(u.lr) as lr from (select " +
-      names + ",t.sl as jhsl,t.zje as jhje,0 as xssl,0 as xsje,0 as je,0 as zcb,0 as lr from (");
+  Sql all("select v.*," + percentOf("v.lr", "v.je") + " as lrl," + percentOf("v.xssl", "v.jhsl") +
+          " as wcl from (select " + listed(columns, shown) +
+          ",sum(u.jhsl) as jhsl,sum(u.jhje) as jhje,sum(u.xssl) as xssl,sum(u.xsje) as xsje,sum(u.je) as je,"
+          "sum(u.zcb) as zcb,sum(u.lr) as lr from (select " +
+          names + ",t.sl as jhsl,t.zje as jhje,0 as xssl,0 as xsje,0 as je,0 as zcb,0 as lr from (");
   all.add(bought).add(") t union all select " + names +
                       ",0 as jhsl,0 as jhje,t.sl as xssl,t.zje as xsje,t.je,t.zcb,t.lr from (");
   all.add(sold).add(") t").add(others).add(text(") u group by u.", columns.front(), ") v order by v."));
@@ -272,7 +267,7 @@ const Grouping& grouping(TradeBy by) {
 }  // namespace trade_totals_detail
 
 Sql tradeLines(PartnerType side, const Criteria& criteria, const Warehouses& warehouses) {
-  return Sql("select x.*,iif(x.gl_je<>0,round(x.gl_lr*100/x.gl_je,2),0) as lrl from jxc_goodslist x")
+  return Sql("select x.*," + percentOf("x.gl_lr", "x.gl_je") + " as lrl from jxc_goodslist x")
       .where(trade_totals_detail::conditions(side, criteria, warehouses))
       .add(criteria.order == u"asc" ? " order by x.gl_kdrq,x.id" : " order by x.gl_kdrq desc,x.id desc");
 }
@@ -291,8 +286,8 @@ Sql documentSales(const Criteria& criteria, const Warehouses& warehouses) {
     filter.add(Sql("x.gl_djh in (select z.djh from (")
                    .add(DocumentSet<families::sale, families::saleReturn>::documents(criteria, warehouses))
                    .add(") z)"));
-  return Sql(R"(select x.*,x.gl_djh as djh,x.gl_kdrq as rq,x.gl_djh & '-' & x.id as rowkey,
-      iif(x.gl_flag='xt','顾客退货','商品销售') as gtype,iif(x.gl_je<>0,x.gl_lr*100.00/x.gl_je,0) as lrl,
+  return Sql("select x.*," + tradeKind("x.gl_flag") + R"( as gtype,x.gl_djh as djh,x.gl_kdrq as rq,
+      x.gl_djh & '-' & x.id as rowkey,iif(x.gl_je<>0,x.gl_lr*100.00/x.gl_je,0) as lrl,
       c.gc_name,p.kh_address,p.kh_lxr,p.kh_tele from (((jxc_goodslist x left outer join jxc_goods a on x.g_sn=a.g_sn)
       left outer join jxc_goodsclass c on a.gc_sn=c.gc_sn) left outer join jxc_khxx p on x.ghs_sn=p.kh_sn))")
       .where(filter)
@@ -407,9 +402,8 @@ Sql supplierLines(const Criteria& criteria, const Warehouses& warehouses) {
       .where(conditions(PartnerType::Supplier, criteria, warehouses))
       .add(" union all ")
       .add(kSame)
-      .add(
-          "0 as jhsl,0 as jhje,x.gl_sl as xssl,x.gl_zje as xsje,x.gl_zcb as zcb,x.gl_lr as lr,"
-          "iif(x.gl_je<>0,round(x.gl_lr*100/x.gl_je,2),0) as lrl from jxc_goodslist x")
+      .add("0 as jhsl,0 as jhje,x.gl_sl as xssl,x.gl_zje as xsje,x.gl_zcb as zcb,x.gl_lr as lr," +
+           percentOf("x.gl_lr", "x.gl_je") + " as lrl from jxc_goodslist x")
       .where(conditions(PartnerType::Customer, salesOfSupplier(criteria), warehouses))
       .add(" order by gl_kdrq desc,id desc");
 }
@@ -429,7 +423,7 @@ Sql stockTurn(const Criteria& criteria, const Warehouses& warehouses) {
                                  : criteria.order == u"xssl" ? "t.xssl"
                                  : criteria.order == u"kcsl" ? "t.kcsl"
                                                              : "zzbl";
-  return Sql(R"(select t.*,iif(t.cgsl+t.kcsl<>0,round(t.xssl*100/(t.cgsl+t.kcsl),2),0) as zzbl from
+  return Sql("select t.*," + percentOf("t.xssl", "(t.cgsl+t.kcsl)") + R"( as zzbl from
       (select a.g_sn,a.g_name,a.gg_name,a.color_name,a.dw_name,iif(b.sl is null,0,b.sl) as cgsl,
       iif(c.sl is null,0,c.sl) as xssl,iif(k.kcsl is null,0,k.kcsl) as kcsl
       from ((jxc_goods a left outer join ()")
