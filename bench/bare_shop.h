@@ -107,6 +107,14 @@ class Bare {
     }
     return taken;
   }
+  /// Takes all rows; values may be bound anew then.
+  double takeAll() {
+    double taken = 0;
+    while (step())
+      taken += takeRow();
+    reset();
+    return taken;
+  }
   sqlite3_stmt* get() { return statement_.get(); }
 
  private:

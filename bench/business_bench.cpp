@@ -14,27 +14,17 @@ namespace business_bench {
 
 using bench::Bare;
 
-/// A year with the heads and lines of its sales beside the ledger, cash of every day, month-end stock, and limits.
-sqlite3* yearOfSales(int rows) {
-  static const void* last = nullptr;
-  bench::yearWith(rows);
-  sqlite3* db = sqlite::asSqlite(accountDb()).native();
-  if (last == &accountDb()) return db;
-  last = &accountDb();
-  for (const char* text :
-       {"begin immediate",
-        "insert into jxc_lsxsd (gl_djh,ls_status,ls_xsrq,ck_sn,ls_yfje) select gl_djh,1,min(gl_kdrq),min(ck_sn),"
-        "sum(gl_zje) from jxc_goodslist where gl_flag='xs' group by gl_djh",
-        "insert into jxc_lsxssp (gl_djh,g_sn,ls_sl,ls_zje) select gl_djh,g_sn,gl_sl,gl_zje from jxc_goodslist where "
-        "gl_flag='xs'",
-        "insert into jxc_xjyh (xj_rq,gl_djh,xj_je,xj_kmmc,xj_chk) select ls_xsrq,gl_djh,ls_yfje,"
-        "case id%2 when 0 then '现金' else '工行帐号' end,'1' from jxc_lsxsd",
-        "insert into jxc_kcjs (js_rq,ck_sn,js_sl,js_zje) select distinct substr(gl_kdrq,1,7),'100001',1,10 from "
-        "jxc_goodslist",
-        "update jxc_goods set g_zdkc=3,g_kc=g_sn%7", "commit"})
-    Bare(db, text).run();
-  return db;
-}
+/// The heads and lines of the year's sales, cash of every day, month-end stock, and limits.
+constexpr const char* kBesideLedger[] = {
+    "insert into jxc_lsxsd (gl_djh,ls_status,ls_xsrq,ck_sn,ls_yfje) select gl_djh,1,min(gl_kdrq),min(ck_sn),"
+    "sum(gl_zje) from jxc_goodslist where gl_flag='xs' group by gl_djh",
+    "insert into jxc_lsxssp (gl_djh,g_sn,ls_sl,ls_zje) select gl_djh,g_sn,gl_sl,gl_zje from jxc_goodslist where "
+    "gl_flag='xs'",
+    "insert into jxc_xjyh (xj_rq,gl_djh,xj_je,xj_kmmc,xj_chk) select ls_xsrq,gl_djh,ls_yfje,"
+    "case id%2 when 0 then '现金' else '工行帐号' end,'1' from jxc_lsxsd",
+    "insert into jxc_kcjs (js_rq,ck_sn,js_sl,js_zje) select distinct substr(gl_kdrq,1,7),'100001',1,10 from "
+    "jxc_goodslist",
+    "update jxc_goods set g_zdkc=3,g_kc=g_sn%7"};
 
 Criteria oneDay() {
   return {.from = QStringLiteral("2025-12-30"), .to = QStringLiteral("2025-12-30")};
@@ -45,7 +35,7 @@ Criteria theYear() {
 
 template <auto Figures>
 void ask(benchmark::State& state, int rows, const Criteria& criteria) {
-  yearOfSales(rows);
+  bench::yearWith(rows, kBesideLedger);
   for (auto _ : state) {
     const Source source(Figures);
     state.counters["rows"] = jxc::answer(source, criteria).rowCount();
@@ -54,7 +44,7 @@ void ask(benchmark::State& state, int rows, const Criteria& criteria) {
 
 /// All rows of these statements, with the ends of a period for their two marks.
 void byHand(benchmark::State& state, int rows, const Criteria& criteria, std::initializer_list<const char*> texts) {
-  sqlite3* db = yearOfSales(rows);
+  sqlite3* const db = bench::yearWith(rows, kBesideLedger);
   std::vector<Bare> statements;
   for (const char* text : texts)
     statements.emplace_back(db, text);
@@ -63,9 +53,7 @@ void byHand(benchmark::State& state, int rows, const Criteria& criteria, std::in
   for (auto _ : state)
     for (Bare& statement : statements) {
       if (sqlite3_bind_parameter_count(statement.get()) > 0) statement << from << to;
-      while (statement.step())
-        taken += statement.takeRow();
-      statement.reset();
+      taken += statement.takeAll();
     }
   benchmark::DoNotOptimize(taken);
 }
@@ -109,7 +97,7 @@ constexpr bench::Pair kPairs[] = {{"the day on the main window", day, dayByHand}
                                   {"trade of a year, day by day", days, daysByHand},
                                   {"trade of a year, month by month", months, monthsByHand}};
 
-const bool registered = bench::registerPairs(kPairs);
+const bool registered = bench::registerPairs(kPairs, bench::mostOfYear);
 
 }  // namespace business_bench
 }  // namespace jxc

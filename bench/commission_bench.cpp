@@ -31,26 +31,14 @@ constexpr const char* kDocuments[] = {
     "jxc_xsthd union all select 'SK'||substr(gl_djh,3),kh_sn,u_sn,'kh','SK',ls_xsrq,0,ls_yfje-ls_sfje from jxc_lsxsd "
     "where id%2=0"};
 
-sqlite3* connection() {
-  return sqlite::asSqlite(accountDb()).native();
-}
-
-void soldWith(int rows) {
-  bench::yearWith(rows);
-  if (lookupNumber("select count(*) from jxc_lsxsd") > 0) return;
-  Bare(connection(), "begin immediate").run();
-  for (const char* statement : kDocuments)
-    Bare(connection(), statement).run();
-  Bare(connection(), "commit").run();
-}
-
-void statements(benchmark::State& state) {
+void statements(benchmark::State& state, int rows) {
+  bench::yearWith(rows, kDocuments);
   const Criteria year{.from = QStringLiteral("2025-01-01"), .to = QStringLiteral("2025-12-31")};
   for (auto _ : state)
     state.counters["rows"] = answer(commissions, year).rowCount();
 }
 
-void byHand(benchmark::State& state) {
+void byHand(benchmark::State& state, int rows) {
   // Each as it is quickest: employees and goods are looked for in short lists before a line is grouped.
   constexpr const char* bySales =
       "select u_sn,sum(y),sum(s) from (select u_sn,sum(k_yfje) as y,sum(k_sfje) as s from jxc_ysyfk where k_type='kh' "
@@ -67,31 +55,20 @@ void byHand(benchmark::State& state) {
       "x.u_name=y.u_name where u_tcfs=1 and u_tc>0 and gl_flag in ('xs','xt') and x.u_name in (select u_name from "
       "jxc_user where u_tcfs=1 and u_tc>0) and (u_zdlr=0 or gl_dj-gl_cbj>u_zdlr) and gl_kdrq>=?1 and gl_kdrq<=?2 and "
       "x.g_sn not in (select g_sn from jxc_goods where g_tclb<>0) and substr(x.g_name,-4)<>'(赠品)' group by y.u_sn";
-  Bare sales(connection(), bySales), profit(connection(), byProfit);
+  sqlite3* const db = bench::yearWith(rows, kDocuments);
+  Bare sales(db, bySales), profit(db, byProfit);
   double sum = 0;
   for (auto _ : state)
     for (Bare* statement : {&sales, &profit}) {
       *statement << std::string("2025-01-01") << std::string("2025-12-31 23:59:59");
-      while (statement->step())
-        sum += statement->takeRow();
-      statement->reset();
+      sum += statement->takeAll();
     }
   benchmark::DoNotOptimize(sum);
 }
 
-const bool registered = [] {
-  constexpr int kMost = 1000000;  // a year has no more
-  for (const int rows : bench::ledgerSizes())
-    for (const bool hand : {false, true})
-      if (rows <= kMost)
-        benchmark::RegisterBenchmark(bench::named("commissions of a year", rows, hand).c_str(),
-                                     [hand, rows](benchmark::State& state) {
-                                       soldWith(rows);
-                                       (hand ? byHand : statements)(state);
-                                     })
-            ->Unit(benchmark::kMillisecond);
-  return true;
-}();
+constexpr bench::Pair kPairs[] = {{"commissions of a year", statements, byHand}};
+
+const bool registered = bench::registerPairs(kPairs, bench::mostOfYear);
 
 }  // namespace commission_bench
 }  // namespace jxc

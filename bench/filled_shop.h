@@ -4,6 +4,8 @@
 #include "bare_shop.h"
 
 #include <benchmark/benchmark.h>
+#include <limits>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -44,7 +46,7 @@ struct Pair {
   void (*statements)(benchmark::State& state, int rows);
   void (*byHand)(benchmark::State& state, int rows);
 };
-/// Measures each pair, with every size of the ledger.
-bool registerPairs(std::span<const Pair> pairs);
+/// Measures each pair, with every size of the ledger up to the most rows.
+bool registerPairs(std::span<const Pair> pairs, int most = std::numeric_limits<int>::max());
 
 }  // namespace jxc::bench

@@ -106,9 +106,7 @@ void oneStatement(benchmark::State& state, const Period& period) {
   double sum = 0;
   for (auto _ : state) {
     all << period.from << end << end;
-    while (all.step())
-      sum += all.takeRow();
-    all.reset();
+    sum += all.takeAll();
   }
   benchmark::DoNotOptimize(sum);
 }
@@ -150,7 +148,6 @@ void onServerByHand(benchmark::State& state, int days, int rows) {
 }
 
 const bool registered = [] {
-  constexpr int kMost = 1000000;  // a year has no more
   struct Case {
     const char* name;
     const Period& period;
@@ -159,7 +156,7 @@ const bool registered = [] {
   for (const Case each : {Case{"purchase, sale and stock of a year", kYear, 365},
                           Case{"purchase, sale and stock of a month", kMonth, 30}}) {
     for (const int rows : bench::ledgerSizes()) {
-      if (rows > kMost) continue;
+      if (rows > bench::mostOfYear) continue;
       const auto add = [&](const std::string& name, void (*work)(benchmark::State&, const Period&)) {
         benchmark::RegisterBenchmark(name.c_str(), [=, &period = each.period](benchmark::State& state) {
           bench::yearWith(rows);

@@ -31,11 +31,8 @@ void currentStockBare(benchmark::State& state, int rows) {
                  "from jxc_kcsp where g_sn<>'00000000' group by g_sn) k join jxc_goods g on g.g_sn=k.g_sn "
                  "where g.g_jy=0 order by g.g_sn");
   double sum = 0;
-  for (auto _ : state) {
-    while (statement.step())
-      sum += statement.takeRow();
-    statement.reset();
-  }
+  for (auto _ : state)
+    sum += statement.takeAll();
   benchmark::DoNotOptimize(sum);
 }
 
@@ -80,9 +77,7 @@ void movementsBare(benchmark::State& state, int rows) {
   double sum = 0;
   for (auto _ : state) {
     statement << std::string("1000007") << std::string("100001");
-    while (statement.step())
-      sum += statement.takeRow();
-    statement.reset();
+    sum += statement.takeAll();
   }
   benchmark::DoNotOptimize(sum);
 }

@@ -4,7 +4,9 @@
 #include "statistics/trade_totals.h"
 #include "year_shop.h"
 
+#include <array>
 #include <benchmark/benchmark.h>
+#include <utility>
 
 namespace jxc {
 namespace trade_bench {
@@ -50,37 +52,33 @@ std::string handWritten(const Case& each) {
          sums + ") b on a.g_sn=b.g_sn order by 8 desc,9,10";
 }
 
-void statements(benchmark::State& state, const Case& each) {
+template <std::size_t Index>
+void statements(benchmark::State& state, int rows) {
+  bench::yearWith(rows);
   const Criteria year{.from = QStringLiteral("2025-01-01"), .to = QStringLiteral("2025-12-31")};
   for (auto _ : state)
-    state.counters["rows"] = openSelect(tradeTotals(PartnerType::Customer, each.by, year, Warehouses(year))).rowCount();
+    state.counters["rows"] =
+        openSelect(tradeTotals(PartnerType::Customer, kCases[Index].by, year, Warehouses(year))).rowCount();
 }
 
-void byHand(benchmark::State& state, const Case& each) {
-  Bare statement(sqlite::asSqlite(accountDb()).native(), handWritten(each).c_str());
+template <std::size_t Index>
+void byHand(benchmark::State& state, int rows) {
+  Bare statement(bench::yearWith(rows), handWritten(kCases[Index]).c_str());
   double sum = 0;
   for (auto _ : state) {
     statement << std::string("2025-01-01") << std::string("2025-12-31 23:59:59");
-    while (statement.step())
-      sum += statement.takeRow();
-    statement.reset();
+    sum += statement.takeAll();
   }
   benchmark::DoNotOptimize(sum);
 }
 
-const bool registered = [] {
-  constexpr int kMost = 1000000;  // a year has no more
-  for (const int rows : bench::ledgerSizes())
-    for (const Case& each : kCases)
-      for (const bool hand : {false, true})
-        if (rows <= kMost)
-          benchmark::RegisterBenchmark(bench::named(each.name, rows, hand).c_str(), [&each, hand,
-                                                                                     rows](benchmark::State& state) {
-            bench::yearWith(rows);
-            (hand ? byHand : statements)(state, each);
-          })->Unit(benchmark::kMillisecond);
-  return true;
-}();
+template <std::size_t... Index>
+constexpr auto pairsOf(std::index_sequence<Index...>) {
+  return std::array{bench::Pair{kCases[Index].name, statements<Index>, byHand<Index>}...};
+}
+constexpr auto kPairs = pairsOf(std::make_index_sequence<std::size(kCases)>());
+
+const bool registered = bench::registerPairs(kPairs, bench::mostOfYear);
 
 }  // namespace trade_bench
 }  // namespace jxc

@@ -41,19 +41,25 @@ constexpr const char* kLedger =
 
 }  // namespace year_shop_detail
 
-void yearWith(int rows) {
+sqlite3* yearWith(int rows, std::span<const char* const> more) {
   dataModule();  // outlives the shop, which closes its file there
   static std::optional<Shop> shop;
   static int made = -1;
-  if (made == rows && dataModule().isAccountOpen() && &accountDb() == shop->database()) return;
+  static const char* const* madeWith = nullptr;
+  if (made == rows && madeWith == more.data() && dataModule().isAccountOpen() && &accountDb() == shop->database())
+    return shop->native();
   shop.reset();
   shop.emplace();
   made = rows;
+  madeWith = more.data();
   Bare(shop->native(), "begin immediate").run();
   for (const char* statement : year_shop_detail::kFill)
     Bare(shop->native(), statement).run();
   (Bare(shop->native(), year_shop_detail::kLedger) << static_cast<sqlite3_int64>(rows)).run();
+  for (const char* statement : more)
+    Bare(shop->native(), statement).run();
   Bare(shop->native(), "commit").run();
+  return shop->native();
 }
 
 }  // namespace jxc::bench
