@@ -1,6 +1,6 @@
 #include "statistics/employee_totals.h"
 
-#include "statistics/trade_totals.h"
+#include "accounts/partner_ledger.h"
 #include "stock/document_list.h"
 
 namespace jxc {
@@ -11,10 +11,7 @@ Filter received(const Criteria& criteria) {
   filter.add("x.k_type=?", partnerTypeText(PartnerType::Customer)).add("x.k_djlx='SK'").add("x.k_sfje<>0");
   addPeriod(filter, criteria, "x.k_rq");
   addChoice(filter, "x.k_ghskh", criteria.partner);
-  if (criteria.employee == QStringView(kOthers))
-    filter.add("(x.u_sn is null or x.u_sn not in (select u_sn from jxc_user))");
-  else
-    addChoice(filter, "x.u_sn", criteria.employee);
+  addEmployee(filter, "x.u_sn", criteria.employee);
   addKey(filter, criteria, {"x.gl_djh", "x.k_note"});
   return filter;
 }
@@ -39,10 +36,11 @@ Sql receiptsByEmployee(const Criteria& criteria) {
 Sql purchasesByEmployee(const Criteria& criteria, const Warehouses& warehouses) {
   constexpr const DocumentFamily* kPurchases[] = {&families::purchaseReceipt, &families::purchaseReturn};
   const DocumentListing withEmployee{.columns = [](const DocumentFamily&) { return std::string(",a.u_sn"); }};
-  return Sql(R"(select b.*,iif(a.u_sn is null,'其他',a.u_name) as u_name from ((select z.u_sn,count(*) as djs,
-      sum(z.yfje) as yfje,sum(z.sfje) as sfje,sum(z.yhje) as yhje,sum(z.hkje) as hkje,sum(z.wfje) as wfje from ()")
+  return Sql(R"(select iif(a.u_sn is null,'其他',a.u_sn) as u_sn,iif(a.u_sn is null,'其他',max(a.u_name)) as u_name,
+      count(*) as djs,sum(z.yfje) as yfje,sum(z.sfje) as sfje,sum(z.yhje) as yhje,sum(z.hkje) as hkje,
+      sum(z.wfje) as wfje from (()")
       .add(listedDocuments(kPurchases, criteria, warehouses, withEmployee))
-      .add(") z group by z.u_sn) b left outer join jxc_user a on b.u_sn=a.u_sn) order by b.u_sn");
+      .add(") z left outer join jxc_user a on z.u_sn=a.u_sn) group by a.u_sn order by 1");
 }
 
 }  // namespace jxc

@@ -14,8 +14,8 @@ Sql receipts(const Criteria& criteria);
 Sql receiptsByEmployee(const Criteria& criteria);
 
 /// Audited purchases and returns by employee: `u_sn`, `u_name`, how many `djs`, yuan due `yfje`, paid `sfje`, let off
-/// `yhje`, paid later `hkje`, open `wfje`; returns lower them. Asked for as a list of documents is. Amounts are null
-/// for who must not see cost.
+/// `yhje`, paid later `hkje`, open `wfje`; returns lower them. Asked for as a list of documents is. Who is gone
+/// is the row kOthers. Amounts are null for who must not see cost.
 Sql purchasesByEmployee(const Criteria& criteria, const Warehouses& warehouses);
 
 }  // namespace jxc

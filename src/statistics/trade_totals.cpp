@@ -2,7 +2,6 @@
 
 #include "core/rights.h"
 #include "statistics/trade_terms.h"
-#include "stock/document_list.h"
 
 #include <algorithm>
 #include <span>

@@ -4,6 +4,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/enquiry.h"
+#include "stock/document_list.h"
 
 #include <cstdint>
 
@@ -26,11 +27,6 @@ enum class TradeBy : std::uint8_t {
   PartnerGoodsDay,   // what a partner brought or took of a goods on a day
   PartnerGoodsMonth  // … in a month
 };
-
-/// The row of those that are gone from their list (partners, classes, employees) or that have none (no type, supplier),
-/// by its key and by its name; customers without a region are a row "无地区" of their own. As partner, employee or
-/// group of the criteria it asks for just these lines.
-inline constexpr const char16_t* kOthers = u"其他";
 
 /// Boxes of the enquiries: the group of the criteria is a region, a class of goods without those below it, or a
 /// supplier of goods, and not a type of customers; goods that were only bought or only sold are in the stock turn too;
@@ -57,6 +53,8 @@ Sql documentSales(const Criteria& criteria, const Warehouses& warehouses);
 /// lower them. What a row belongs to: `g_sn` and the goods' other names with their class `gc_name`; `gc_sn`, `gc_name`;
 /// `ghs_sn`, `ghs_name`; `kt_name`; `z_name`; `u_sn`, `u_name`; `djh` with `tjrq`, `ghs_name`, `u_name`; `tjrq` (day,
 /// month or year); `rowkey` names a row of several keys. Goods that were bought tell the last time, `rq`.
+/// Who is gone from his list, or has none (no type, supplier), is the row kOthers; customers without a region are a row
+/// "无地区" of their own.
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
 
 /// Puts into the criteria what a row of the sums stands for: the lines that they ask for then add up to it.

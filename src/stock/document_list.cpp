@@ -115,7 +115,7 @@ Filter conditions(const Part& part, const Criteria& criteria, const Warehouses& 
   if (!isAlone) filter.add(of("a", f.number) + " like ?", words(f.prefix) + u'%');
   addChoice(filter, of("a", f.number), criteria.document);
   if (!f.partner.empty()) addChoice(filter, of("a", f.partner), criteria.partner);
-  addChoice(filter, "a.u_sn", criteria.employee);
+  addEmployee(filter, "a.u_sn", criteria.employee);
   if (criteria.has(kUnpaidOnly)) filter.add(openAmount(f) + ">0");
   if (criteria.has(kOpenOnly)) filter.add(openAmount(f) + "<>0");
   addGoods(filter, f, criteria, ofLines);
@@ -247,6 +247,13 @@ bool cancelOne(const QString& number, Prompt& prompt, CancelMode mode) {
 }
 
 }  // namespace document_list_detail
+
+void addEmployee(Filter& filter, std::string_view column, const QString& employee) {
+  if (employee == QStringView(kOthers))
+    filter.add(compose("({} is null or {} not in (select u_sn from jxc_user))", {column, column}));
+  else
+    addChoice(filter, column, employee);
+}
 
 Sql waitingDocuments(Families families, const Warehouses& warehouses) {
   using namespace document_list_detail;

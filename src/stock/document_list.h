@@ -14,6 +14,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,6 +27,12 @@ inline constexpr unsigned kUnpaidOnly = 1, kWaitingToo = 2, kWaitingOnly = 4, kG
 inline constexpr unsigned kOpenOnly = 32;
 /// An order of a list, and the day that its period means then: by the day of audit in place of the document's own.
 inline constexpr const char16_t* kByAudit = u"chkrq";
+
+/// In sums the row of those that are gone from their list (partners, classes, employees) or that have none, by its key
+/// and by its name. As what is asked for it means just these.
+inline constexpr const char16_t* kOthers = u"其他";
+/// Of whom it is, by number: one employee, all that are gone, or whoever.
+void addEmployee(Filter& filter, std::string_view column, const QString& employee);
 
 using Families = std::span<const DocumentFamily* const>;
 

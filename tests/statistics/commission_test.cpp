@@ -355,6 +355,15 @@ TEST_F(RandomCommission, ReceiptsAndPurchasesByEmployeeAddUpToTheirLines) {
   ASSERT_EQ(bought.rowCount(), 1);
   EXPECT_EQ(bought.front().text("djs") + u' ' + bought.front().text("u_name"), "3 默认员工");
   EXPECT_EQ(bought.front().number("yfje"), 130);
+
+  execSql("update jxc_jhd set u_sn=null where j_sn in (select min(j_sn) from jxc_jhd)");
+  execSql("update jxc_thd set u_sn='299999'");
+  const RowSet others = answer(purchasesByEmployee, {});
+  ASSERT_EQ(others.rowCount(), 2);
+  Criteria of;
+  narrowToSum(TradeBy::Employee, of, others[1]);
+  EXPECT_EQ(others[1].text("djs") + u' ' + others[1].text("u_name"), "2 其他");
+  EXPECT_EQ(answer(DocumentSet<families::purchaseReceipt, families::purchaseReturn>::documents, of).rowCount(), 2);
 }
 
 }  // namespace jxc::commission_test
