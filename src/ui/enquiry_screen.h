@@ -52,8 +52,9 @@ struct Parts {
 /// Asks, loads behind the window, shows. F2 searches, Enter on a row goes to what stands behind it, Esc comes back to
 /// that row, and leaves from the outermost list. While the screen is kept it keeps what was typed.
 ///
-///     const ui::RegisteredEnquiry<> kRegistered{kEnquiry};           // nothing differs
-///     const ui::RegisteredEnquiry<TF_Kccx> kRegistered{kEnquiry};    // a class binds what does
+///     const ui::RegisteredEnquiry<> kRegistered{kEnquiry};             // nothing differs
+///     const ui::RegisteredEnquiry<TF_Kccx> kRegistered{kEnquiry};      // a class binds what does
+///     const ui::RegisteredEnquiry<TradeScreen> kRegistered{kEnquiry};  // … for several enquiries
 class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
  public:
   explicit EnquiryScreen(const EnquirySpec& spec);
@@ -145,12 +146,12 @@ EnquiryServices& enquiryServices();
 const std::vector<const EnquirySpec*>& registeredEnquiries();
 void registerEnquiry(const EnquirySpec& spec, ScreenFactory factory);
 
-/// At namespace scope of the enquiry's .cpp.
+/// At namespace scope of the enquiry's .cpp. A class of several enquiries takes the description as its only argument.
 template <class T = EnquiryScreen>
 struct RegisteredEnquiry {
   explicit RegisteredEnquiry(const EnquirySpec& spec) {
     registerEnquiry(spec, [&spec] {
-      if constexpr (std::is_same_v<T, EnquiryScreen>)
+      if constexpr (std::is_constructible_v<T, const EnquirySpec&>)
         return static_cast<Screen*>(new T(spec));
       else
         return static_cast<Screen*>(new T);

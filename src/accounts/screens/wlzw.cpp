@@ -392,10 +392,7 @@ constexpr ui::EnquiryTab kCustomerTabs[] = {Customers::kDocumentTab,
                                              .search = "btnSearch63"},
                                             Customers::kAgeTab};
 constexpr ui::EnquirySpec kKh = Customers::spec("F_WlzwKh", kCustomerTabs);
-struct TF_WlzwKh : Customers::Screen {
-  TF_WlzwKh() : Screen(kKh) {}
-};
-const ui::RegisteredEnquiry<TF_WlzwKh> kRegisteredKh{kKh};
+const ui::RegisteredEnquiry<Customers::Screen> kRegisteredKh{kKh};
 
 // ---- suppliers ---------------------------------------------------------------------------------------------------
 
@@ -412,10 +409,7 @@ constexpr ui::EnquiryTab kSupplierTabs[] = {Suppliers::kDocumentTab,
                                              .period = "btnDate2"},
                                             Suppliers::kAgeTab};
 constexpr ui::EnquirySpec kGhs = Suppliers::spec("F_WlzwGhs", kSupplierTabs);
-struct TF_WlzwGhs : Suppliers::Screen {
-  TF_WlzwGhs() : Screen(kGhs) {}
-};
-const ui::RegisteredEnquiry<TF_WlzwGhs> kRegisteredGhs{kGhs};
+const ui::RegisteredEnquiry<Suppliers::Screen> kRegisteredGhs{kGhs};
 
 }  // namespace wlzw_detail
 }  // namespace jxc

@@ -24,10 +24,7 @@ constexpr std::array kCommands{furtherConditions};
 constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Spcgtj", .title = "商品采购统计", .tabs = kTabs, .commands = kCommands};
 
-struct TF_Spcgtj : TradeScreen {
-  TF_Spcgtj() : TradeScreen(kEnquiry) {}
-};
-const ui::RegisteredEnquiry<TF_Spcgtj> kRegistered{kEnquiry};
+const ui::RegisteredEnquiry<TradeScreen> kRegistered{kEnquiry};
 
 }  // namespace spcgtj_detail
 }  // namespace jxc

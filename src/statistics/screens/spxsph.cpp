@@ -75,10 +75,7 @@ constexpr std::array kCommands{furtherConditions};
 constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Spxsph", .title = "商品销售排行", .tabs = kTabs, .commands = kCommands};
 
-struct TF_Spxsph : TradeScreen {
-  TF_Spxsph() : TradeScreen(kEnquiry) {}
-};
-const ui::RegisteredEnquiry<TF_Spxsph> kRegistered{kEnquiry};
+const ui::RegisteredEnquiry<TradeScreen> kRegistered{kEnquiry};
 
 }  // namespace spxsph_detail
 }  // namespace jxc
