@@ -23,7 +23,7 @@ QString chosen(const Field& input) {
 
 /// Whether a list asks for it, of this operator.
 bool isAsked(const Criterion& criterion, const EnquiryView& view) {
-  if (criterion.asks == Asks::Comparison && view.compares.figures.empty()) return false;
+  if (criterion.asks == Asks::Comparison && view.compares.empty()) return false;
   return enquiry_screen_detail::holds(criterion.views, view.grid.name) && hasRight(criterion.right);
 }
 
@@ -143,16 +143,16 @@ void EnquiryScreen::load(View& view) {
     below.asked.reset();
   view.list->setEmptyText(whatToChange(*view.tab, view));
   showComparison(view, now.compare);
-  const auto& compares = view.spec->compares;
-  if (now.compare == CompareWith::Nothing) return view.list->loadQuestion(view.spec->source.ask(now));
+  const EnquiryView& spec = *view.spec;
+  if (now.compare == CompareWith::Nothing) return view.list->loadQuestion(spec.source.ask(now));
+  const bool byTime = spec.chart.byTime && spec.chart.label == spec.grid.idField;
   view.list->loadQuestion(
-      comparedQuestion(view.spec->source, now,
-                       {view.spec->grid.idField, compares.byTime, {compares.figures.begin(), compares.figures.end()}}));
+      comparedQuestion(spec.source, now, {spec.grid.idField, byTime, {spec.compares.begin(), spec.compares.end()}}));
 }
 
 /// Columns of an earlier period are there for nobody while there is none, nor for who may not see their figure.
 void EnquiryScreen::showComparison(View& view, CompareWith with) {
-  for (const std::string_view figure : view.spec->compares.figures) {
+  for (const std::string_view figure : view.spec->compares) {
     const std::string earlier = earlierField(figure), change = changeField(figure);
     const auto column = std::ranges::find(view.spec->grid.columns, figure, &ColumnSpec::field);
     if (column == view.spec->grid.columns.end()) continue;  // figures are named for several lists

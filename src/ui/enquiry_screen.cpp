@@ -54,12 +54,12 @@ FieldSpec fieldOf(const Criterion& criterion) {
 
 // The earlier figure and the change stand behind their column.
 GridSpec Parts::gridOf(const EnquiryView& view) {
-  if (view.compares.figures.empty()) return view.grid;
+  if (view.compares.empty()) return view.grid;
   std::vector<ColumnSpec>& columns = columns_.emplace_back();
   const auto keep = [this](std::string text) -> std::string_view { return texts_.emplace_back(std::move(text)); };
   for (const ColumnSpec& column : view.grid.columns) {
     columns.push_back(column);
-    if (std::ranges::find(view.compares.figures, column.field) == view.compares.figures.end()) continue;
+    if (std::ranges::find(view.compares, column.field) == view.compares.end()) continue;
     ColumnSpec earlier = column, change = column;
     earlier.field = keep(earlierField(column.field));
     earlier.caption = keep("上期" + std::string(column.caption));

@@ -94,10 +94,7 @@ struct EnquiryView {
   ViewMode mode = {};    // the switch that shows it; a tab with one view has none
   ChartSpec chart = {};  // without a label there is none
   /// Figures of the list that stand beside those of an earlier period when Asks::Comparison asks for one.
-  struct Compares {
-    std::span<const std::string_view> figures = {};
-    bool byTime = false;  // the id field is a day or a month
-  } compares = {};
+  std::span<const std::string_view> compares = {};
   Leads leads = {};
   const RowsBelow* below = nullptr;
   RowPane* (*beside)() = nullptr;

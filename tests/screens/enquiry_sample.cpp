@@ -48,7 +48,7 @@ constexpr ui::EnquiryView kViews[] = {
      .source = soldByGoods,
      .mode = {"rHzb", "汇总表"},
      .chart = {.label = "gname", .measure = "je"},
-     .compares = {kCompared},
+     .compares = kCompared,
      .leads = {"gridMx", [](Criteria& criteria, const Row& row) { criteria.goods = row.text("g_sn"); }, "gname"}},
     {.grid = {"gridMx", "销售明细", kLines, "这段时间没有销售"},
      .source = soldLines,

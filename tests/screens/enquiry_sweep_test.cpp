@@ -300,7 +300,7 @@ TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {
     SCOPED_TRACE(enquiry->name);
     open(enquiry->name, [&](ui::Screen& screen) {
       everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
-        if (view.compares.figures.empty()) return;
+        if (view.compares.empty()) return;
         const auto tab = std::ranges::find_if(enquiry->tabs, [&](const ui::EnquiryTab& each) {
           return &view >= each.views.data() && &view < each.views.data() + each.views.size();
         });
@@ -315,7 +315,7 @@ TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {
         Criteria earlier = s.criteria();
         earlier.from = u"2021-07-31"_qs;
         earlier.to = u"2021-08-15"_qs;
-        for (const std::string_view figure : view.compares.figures) {
+        for (const std::string_view figure : view.compares) {
           double sum = 0;
           for (const Row row : jxc::answer(view.source, earlier))
             sum += row.number(figure);

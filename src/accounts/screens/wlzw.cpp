@@ -166,7 +166,6 @@ struct Statement {
     else
       return std::array<std::string_view, 2>{"sl", "zje"};
   }();
-  static constexpr std::string_view kNothing = trade_columns::nothingTraded<Side>;
   static constexpr auto kLast = [] {
     if constexpr (isCustomer)
       return std::array<ColumnSpec, 0>{};
@@ -174,12 +173,18 @@ struct Statement {
       return std::array{ColumnSpec{"rq", "最后进货日期", ColumnKind::Date}};
   }();
   static constexpr auto kGoodsSums = ui::joinedTables(goodsNames, figures<Side, "">(), kLast, goodsDetails);
-  static constexpr ui::EnquiryView kGoodsView{.grid = {"gridHz", "汇总表", kGoodsSums, kNothing, "g_sn"},
-                                              .source = tradeTotalsOf<Side, TradeBy::Goods>,
-                                              .mode = {"rHzb", "汇总表"},
-                                              .chart = {.label = "g_name", .measure = "zje"},
-                                              .compares = {kCompared},
-                                              .leads = {"gridXf", narrowTo<TradeBy::Goods>, "g_name"}};
+  /// Sums by a grouping, whose pieces stand beside an earlier period too.
+  template <TradeBy By>
+  static constexpr ui::EnquiryView sums(std::string_view grid, std::string_view caption, ui::ViewMode mode,
+                                        std::span<const ColumnSpec> columns, std::string_view key,
+                                        std::string_view label, std::string_view to) {
+    auto view = trade_columns::sumView<Side, By>(grid, mode.name, caption, columns, key, label, to);
+    view.mode = mode;
+    view.compares = kCompared;
+    return view;
+  }
+  static constexpr ui::EnquiryView kGoodsView =
+      sums<TradeBy::Goods>("gridHz", "汇总表", {"rHzb", "汇总表"}, kGoodsSums, "g_sn", "g_name", "gridXf");
   static constexpr ui::EnquiryView kFlow = [] {
     ui::EnquiryView view = trade_columns::lineView<Side>("gridXf", "rLsb", "流水表");
     view.paper = isCustomer ? "khdzmxb" : "jthmxb";
@@ -190,6 +195,15 @@ struct Statement {
       std::array{ui::Criterion{
           .asks = Asks::Order, .name = "comSort2", .label = "排序：", .items = orders, .views = "gridXf"}});
   static constexpr ui::EnquiryCommand kTradeCommands[] = {{.name = "btn_Cx2", .caption = "高级查询", .key = "F3"}};
+  static constexpr ui::EnquiryTab tradeTab(std::string_view caption, std::span<const ui::EnquiryView> views) {
+    return {.name = "cxTab2",
+            .caption = caption,
+            .criteria = kFlowAsked,
+            .views = views,
+            .commands = kTradeCommands,
+            .search = "btnSearch2",
+            .period = "btnDate2"};
+  }
 
   // What is open for how long.
   static constexpr ui::Criterion kAgeAsked[] = {{Asks::Key, "tkey6", joined<Text::noun, "：">},
@@ -300,14 +314,13 @@ constexpr ColumnSpec kMonths[] = {{"tjrq", "月份", ColumnKind::Text, 10},
                                   {"zje", "销售总金额", ColumnKind::Total, 14, {.sum = true}, kSeesPrice},
                                   {"sl", "销售总数量", ColumnKind::Quantity, 14, {.sum = true}},
                                   {"lr", "销售总毛利", ColumnKind::Total, 14, {.sum = true}, kSeesCost}};
-constexpr ui::EnquiryView kConsumption[] = {Customers::kFlow,
-                                            Customers::kGoodsView,
-                                            {.grid = {"gridYf", "月消费统计", kMonths, Customers::kNothing, "tjrq"},
-                                             .source = tradeTotalsOf<kCustomer, TradeBy::Month>,
-                                             .mode = {"rYfb", "月消费统计图"},
-                                             .chart = {.label = "tjrq", .measure = "zje", .first = true},
-                                             .compares = {Customers::kCompared, true},
-                                             .leads = {"gridXf", narrowTo<TradeBy::Month>, "tjrq"}}};
+constexpr ui::EnquiryView kMonthView = [] {
+  auto view = Customers::sums<TradeBy::Month>("gridYf", "月消费统计", {"rYfb", "月消费统计图"}, kMonths, "tjrq", "tjrq",
+                                              "gridXf");
+  view.chart.first = true;
+  return view;
+}();
+constexpr ui::EnquiryView kConsumption[] = {Customers::kFlow, Customers::kGoodsView, kMonthView};
 
 /// Customers by what they have in common: a sum shows its customers below, and leads to them and to their lines.
 template <TradeBy By, FixedText Number, FixedText Search, FixedText Field, FixedText Caption>
@@ -321,20 +334,17 @@ struct Kinds {
                                                     kOfCustomers, "选择上面的一行，这里显示其中的客户", "ghs_sn"},
                                            .source = tradeTotalsOf<kCustomer, TradeBy::Partner>,
                                            .narrow = narrowTo<By>};
+  static constexpr ui::EnquiryView kSumView = [] {
+    auto view = Customers::sums<By>(joined<"gridFx", Number>, joined<"按", Caption, "合计">,
+                                    {joined<"rFx", Number>, joined<"按", Caption>}, kSums, joined<Field>, joined<Field>,
+                                    kCustomerList);
+    view.below = &kBelow;
+    return view;
+  }();
   static constexpr ui::EnquiryView kViews[] = {
-      {.grid = {joined<"gridFx", Number>, joined<"按", Caption, "合计">, kSums, Customers::kNothing, joined<Field>},
-       .source = tradeTotalsOf<kCustomer, By>,
-       .mode = {joined<"rFx", Number>, joined<"按", Caption>},
-       .chart = {.label = joined<Field>, .measure = "zje"},
-       .compares = {Customers::kCompared},
-       .leads = {kCustomerList, narrowTo<By>, joined<Field>},
-       .below = &kBelow},
-      {.grid = {kCustomerList, "按客户合计", kOfCustomers, Customers::kNothing, "ghs_sn"},
-       .source = tradeTotalsOf<kCustomer, TradeBy::Partner>,
-       .mode = {joined<"rKh", Number>, "按客户"},
-       .chart = {.label = "ghs_name", .measure = "zje"},
-       .compares = {Customers::kCompared},
-       .leads = {kLineList, narrowTo<TradeBy::Partner>, "ghs_name"}},
+      kSumView,
+      Customers::sums<TradeBy::Partner>(kCustomerList, "按客户合计", {joined<"rKh", Number>, "按客户"}, kOfCustomers,
+                                        "ghs_sn", "ghs_name", kLineList),
       trade_columns::lineView<PartnerType::Customer>(kLineList, joined<"rMx", Number>, "明细表")};
   static constexpr ui::EnquiryTab kTab = {.name = joined<"cxTab", Number>,
                                           .caption = joined<"客户", Caption, "分析">,
@@ -376,13 +386,7 @@ constexpr ui::EnquiryView kDormantViews[] = {
 using Types = Kinds<TradeBy::CustomerType, "3", "1", "kt_name", "类型">;
 using Regions = Kinds<TradeBy::Region, "4", "2", "z_name", "地区">;
 constexpr ui::EnquiryTab kCustomerTabs[] = {Customers::kDocumentTab,
-                                            {.name = "cxTab2",
-                                             .caption = "客户消费情况表",
-                                             .criteria = Customers::kFlowAsked,
-                                             .views = kConsumption,
-                                             .commands = Customers::kTradeCommands,
-                                             .search = "btnSearch2",
-                                             .period = "btnDate2"},
+                                            Customers::tradeTab("客户消费情况表", kConsumption),
                                             Types::kTab,
                                             Regions::kTab,
                                             {.name = "cxTab5",
@@ -399,14 +403,7 @@ const ui::RegisteredEnquiry<Customers::Screen> kRegisteredKh{kKh};
 using Suppliers = Statement<PartnerType::Supplier>;
 
 constexpr ui::EnquiryView kSupplied[] = {Suppliers::kGoodsView, Suppliers::kFlow};
-constexpr ui::EnquiryTab kSupplierTabs[] = {Suppliers::kDocumentTab,
-                                            {.name = "cxTab2",
-                                             .caption = "供货商商品",
-                                             .criteria = Suppliers::kFlowAsked,
-                                             .views = kSupplied,
-                                             .commands = Suppliers::kTradeCommands,
-                                             .search = "btnSearch2",
-                                             .period = "btnDate2"},
+constexpr ui::EnquiryTab kSupplierTabs[] = {Suppliers::kDocumentTab, Suppliers::tradeTab("供货商商品", kSupplied),
                                             Suppliers::kAgeTab};
 constexpr ui::EnquirySpec kGhs = Suppliers::spec("F_WlzwGhs", kSupplierTabs);
 const ui::RegisteredEnquiry<Suppliers::Screen> kRegisteredGhs{kGhs};

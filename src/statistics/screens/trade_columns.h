@@ -115,7 +115,7 @@ constexpr ui::EnquiryView sumView(std::string_view grid, std::string_view mode, 
           .source = tradeTotalsOf<Side, By>,
           .mode = {mode, caption},
           .chart = {.label = label, .measure = "zje", .byTime = isTime},
-          .compares = {isOfTime ? std::span<const std::string_view>() : comparedFigures<Side>, isTime},
+          .compares = isOfTime ? std::span<const std::string_view>() : comparedFigures<Side>,
           .leads = {to, narrowTo<By>, label}};
 }
 

@@ -78,7 +78,7 @@ constexpr ui::EnquiryView dayView(std::string_view grid, std::string_view title,
           .source = businessDays,
           .mode = {mode, caption},
           .chart = {.label = "rq", .measure = "xszje", .byTime = true},
-          .compares = {kCompared, true},
+          .compares = kCompared,
           .leads = {lines, narrowToDay, "rq"}};
 }
 constexpr ui::EnquiryView lineView(std::string_view grid, std::string_view mode) {
@@ -93,7 +93,7 @@ constexpr ui::EnquiryView kByMonth[] = {{.grid = {"gridYf", "按月分析", kMon
                                          .source = businessMonths,
                                          .mode = {"rYf", "每月合计"},
                                          .chart = {.label = "js_rq", .measure = "xszje", .byTime = true},
-                                         .compares = {kCompared, true},
+                                         .compares = kCompared,
                                          .leads = {"gridYfRq", narrowToMonth, "js_rq"}},
                                         dayView("gridYfRq", "月内每日", "rYfRq", "月内每日", "gridYfMx"),
                                         lineView("gridYfMx", "rYfMx")};
