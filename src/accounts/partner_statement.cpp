@@ -2,7 +2,6 @@
 
 #include "accounts/partner_overview.h"
 #include "core/clock.h"
-#include "core/fillers.h"
 #include "core/rights.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
@@ -56,10 +55,9 @@ Filter audited(const DocumentFamily& family, const Criteria& criteria, const War
 
 /// What each document of a kind leaves open.
 Sql openAmounts(const DocumentFamily& family, const Criteria& criteria, const Warehouses& warehouses) {
-  const std::string open = compose("a.{}-a.{}-a.{}", {family.due, family.paid, family.collected}) +
-                           (family.discount.empty() ? std::string() : compose("-a.{}", {family.discount}));
+  const std::string open = openAmount(family);
   Filter filter = audited(family, criteria, warehouses);
-  filter.add("(" + open + ")<>0");
+  filter.add(open + "<>0");
   return Sql(compose("select a.{} as ghs_sn,a.{} as rq,", {family.partner, family.date}) + open + " as wf from " +
              std::string(family.head) + " a")
       .where(filter);
@@ -110,6 +108,11 @@ Sql statementDocuments(const PartnerSide& side, const Criteria& criteria, const 
   listed.descending = criteria.order == u"desc";
   listed.order.clear();
   return listedDocuments(familiesOf(side), listed, warehouses, kListing);
+}
+
+std::vector<ListItem> statementKinds(const PartnerSide& side) {
+  using namespace partner_statement_detail;
+  return listedKinds(familiesOf(side), kListing);
 }
 
 Sql statementGoods(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses) {

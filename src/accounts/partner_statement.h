@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/enquiry.h"
+#include "core/fillers.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -20,6 +21,8 @@ Sql statementPartners(const PartnerSide& side);
 /// besides: `kh_name`, `kh_sn` and `fktype` of customers, `zflx` of suppliers, in the words of a statement. Whoever may
 /// open the statement sees both kinds.
 Sql statementDocuments(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses);
+/// What a list of their kinds offers.
+std::vector<ListItem> statementKinds(const PartnerSide& side);
 /// The goods of one of them.
 Sql statementGoods(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses);
 

@@ -5,7 +5,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
-#include "stock/document_family.h"
+#include "stock/document_list.h"
 
 #include <string>
 
@@ -30,10 +30,9 @@ RowSet headOf(const DocumentFamily& family, const QString& number) {
 /// was given back than was due. Settling an ordinary return is the business of the return itself.
 bool leavesOpen(const DocumentFamily& family, const OverviewLine& line) {
   const bool lineOpen = family.headSign < 0 ? line.paid > line.due : line.paid < line.due;
-  const std::string discount = family.discount.empty() ? std::string() : compose("-{}", {family.discount});
-  return lineOpen && lookupNumber(compose("select {}-{}-{}", {family.due, family.paid, family.collected}) + discount +
-                                      compose(" from {} where {}=?", {family.head, family.number}),
-                                  line.number) > 0;
+  return lineOpen &&
+         lookupNumber("select " + openAmount(family) + compose(" from {} a where a.{}=?", {family.head, family.number}),
+                      line.number) > 0;
 }
 
 QString kindsWords(const PartnerSide& side) {

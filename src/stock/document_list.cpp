@@ -64,11 +64,6 @@ std::string periodColumn(const DocumentFamily& family, const Criteria& criteria)
   return of("a", criteria.order == QStringView(kByAudit) ? family.checkDate : family.date);
 }
 
-std::string openAmount(const DocumentFamily& f) {
-  return "(" + of("a", f.due) + "-" + of("a", f.paid) + (f.discount.empty() ? "" : "-" + of("a", f.discount)) + "-" +
-         of("a", f.collected) + ")";
-}
-
 /// Documents with such goods on them, or, of lines, those lines.
 void addGoods(Filter& filter, const DocumentFamily& f, const Criteria& criteria, bool ofLines) {
   if (criteria.group.isEmpty() && criteria.goodsClass.isEmpty()) return;
@@ -164,12 +159,12 @@ std::string commonColumns(const Part& part) {
 }
 
 /// The parts in the order of the list; `lines`: of their lines too.
-Sql united(const std::vector<Part>& parts, const Criteria& criteria, Sql (*select)(const Part&, const Criteria&),
+Sql united(const std::vector<Part>& parts, const Criteria& criteria, Sql (*select)(const Part&),
            const Warehouses& warehouses, bool lines) {
   Sql all;
   for (const Part& part : parts) {
     if (!all.isEmpty()) all.add(" union all ");
-    all.add(select(part, criteria).where(conditions(part, criteria, warehouses, lines)));
+    all.add(select(part).where(conditions(part, criteria, warehouses, lines)));
   }
   const std::string down = criteria.descending ? " desc" : "";
   all.add(criteria.order == QStringView(kByAudit) ? " order by chkrq" : " order by rq").add(down);
@@ -177,7 +172,7 @@ Sql united(const std::vector<Part>& parts, const Criteria& criteria, Sql (*selec
   return all.add(",djh").add(down).add(lines ? ",lid" : "");
 }
 
-Sql heads(const Part& part, const Criteria&) {
+Sql heads(const Part& part) {
   const DocumentFamily& f = part.family;
   const LineColumns& line = *f.line.columns;
   const bool seen = seesAmounts(f);
@@ -198,7 +193,7 @@ Sql heads(const Part& part, const Criteria&) {
              (part.listing.columns ? part.listing.columns(f) : std::string()) + " from " + headTables(f));
 }
 
-Sql linesOf(const Part& part, const Criteria&) {
+Sql linesOf(const Part& part) {
   const DocumentFamily& f = part.family;
   const LineTable& table = f.line;
   const LineColumns& line = *table.columns;
@@ -273,14 +268,19 @@ bool maySeeDocuments(const DocumentFamily& family) {
                              [](const Right& right) { return right.isGuarded() && hasRight(right); });
 }
 
+std::string openAmount(const DocumentFamily& family) {
+  return compose("(a.{}-a.{}-a.{}", {family.due, family.paid, family.collected}) +
+         (family.discount.empty() ? std::string() : compose("-a.{}", {family.discount})) + ")";
+}
+
 QString kindWord(const DocumentFamily& family) {
   return words(family.name.substr(0, family.name.size() - 1));  // without "单"
 }
 
-std::vector<ListItem> listedKinds(Families families) {
+std::vector<ListItem> listedKinds(Families families, const DocumentListing& listing) {
   std::vector<ListItem> items{{QStringLiteral("所有单据"), QString::fromUtf16(allKey)}};
   for (const DocumentFamily* family : families)
-    if (maySeeDocuments(*family)) items.push_back({kindWord(*family), words(family->prefix)});
+    if (!listing.byRight || maySeeDocuments(*family)) items.push_back({kindWord(*family), words(family->prefix)});
   return items;
 }
 

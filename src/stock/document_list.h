@@ -44,14 +44,13 @@ struct DocumentListing {
 };
 
 /// Heads of the families, each kind only for who has one of its rights; a partner who is gone is told by his number.
-/// Asked for by period, key (number, partner,
-/// note, original number), warehouse (either one of a transfer), kind (the prefix), partner, employee, document and
-/// boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核", "待审核"), rq, ghs_sn, ghs_name, ck_name, ck_in
-/// (where a transfer goes), zg_name and zg_sl (what a split takes apart or a bundle becomes), u_name, dnote, a_name,
-/// checker, chkrq, j_sn2 (the partner's number), fpno, j_th (it went back as a whole), rowkey; yuan: yfje, sfje, yhje,
-/// hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje (worth: what is due, or the sum of the lines).
-/// Amounts are null for who must not see prices (cost, where goods were bought or move within the house); those of
-/// returns are negative, as their heads keep them.
+/// Asked for by period, key (number, partner, note, original number), warehouse (either one of a transfer), kind (the
+/// prefix), partner, employee, document and boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核", "待审核"),
+/// rq, ghs_sn, ghs_name, ck_name, ck_in (where a transfer goes), zg_name and zg_sl (what a split takes apart or a
+/// bundle becomes), u_name, dnote, a_name, checker, chkrq, j_sn2 (the partner's number), fpno, j_th (it went back as a
+/// whole), rowkey; yuan: yfje, sfje, yhje, hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje (worth:
+/// what is due, or the sum of the lines). Amounts are null for who must not see prices (cost, where goods were bought
+/// or move within the house); those of returns are negative, as their heads keep them.
 Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses,
                     const DocumentListing& listing = {});
 
@@ -66,10 +65,13 @@ Sql waitingDocuments(Families families, const Warehouses& warehouses);
 
 /// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
 bool maySeeDocuments(const DocumentFamily& family);
+/// What a document leaves open, in yuan, of a head `a` of a kind that has money: due less what was paid with it,
+/// discounted, and collected since.
+std::string openAmount(const DocumentFamily& family);
 /// "采购进货", "库存调拨" …
 QString kindWord(const DocumentFamily& family);
-/// What a list of kinds offers: all that the operator may see, and each.
-std::vector<ListItem> listedKinds(Families families);
+/// What a list of kinds offers: all of them, and each that the listing shows the operator.
+std::vector<ListItem> listedKinds(Families families, const DocumentListing& listing = {});
 /// Two letters of a kind and what its day and turn make of it.
 bool isDocumentNumber(QStringView typed);
 /// The number of a document of these families that the operator may look at, typed or scanned; otherwise says that

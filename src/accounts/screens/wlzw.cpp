@@ -66,13 +66,7 @@ struct Statement {
   static Sql of(const Criteria& criteria, const Warehouses& warehouses) {
     return Of(partnerSide(Side), criteria, warehouses);
   }
-  static std::vector<ListItem> kinds() {
-    const DocumentFamily& trade = isCustomer ? families::sale : families::purchaseReceipt;
-    const DocumentFamily& back = isCustomer ? families::saleReturn : families::purchaseReturn;
-    return {{QStringLiteral("所有单据"), QString::fromUtf16(allKey)},
-            {kindWord(trade), words(trade.prefix)},
-            {kindWord(back), words(back.prefix)}};
-  }
+  static std::vector<ListItem> kinds() { return statementKinds(partnerSide(Side)); }
   static std::vector<std::pair<QString, QString>> wordsOfPaper(const Criteria& criteria) {
     return statementWords(partnerSide(Side), criteria);
   }
