@@ -2,6 +2,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "accounts/partner_statement.h"
+#include "core/file_names.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -11,7 +12,6 @@
 #include "stock/document_family.h"
 
 #include <QDir>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -199,15 +199,14 @@ report::Report statementReport(const PartnerSide& side, const Criteria& criteria
 
 int writeStatements(const PartnerSide& side, const RowSet& partners, const Criteria& criteria, const QString& folder,
                     const std::function<bool(int)>& progress) {
-  static const QRegularExpression kForbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
   int written = 0;
   for (const Row partner : partners) {
     if (progress && !progress(100 * written / partners.rowCount())) break;
     Criteria one = criteria;
     one.partner = partner.text("sn");
-    QString file = words(side.noun) + u"对账单-"_qs + one.partner + u'-' + partner.text("name") + u'-' + criteria.from +
-                   u'至' + criteria.to + u".pdf"_qs;
-    statementReport(side, one).prepare().writePdf(QDir(folder).filePath(file.replace(kForbidden, u"-"_qs)));
+    const QString file = words(side.noun) + u"对账单-"_qs + one.partner + u'-' + partner.text("name") + u'-' +
+                         criteria.from + u'至' + criteria.to + u".pdf"_qs;
+    statementReport(side, one).prepare().writePdf(QDir(folder).filePath(asFileName(file)));
     ++written;
   }
   return written;

@@ -1,5 +1,7 @@
 #include "ui/file_dialogs.h"
 
+#include "core/file_names.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -40,12 +42,6 @@ QString withEnding(const QString& file, const QString& filters, const QString& c
   return file.isEmpty() || hasEnding ? file : file + endings(chosen).value(0);
 }
 
-/// A title may hold what no file name may.
-QString fileName(QString name) {
-  static const QRegularExpression kForbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
-  return name.replace(kForbidden, QStringLiteral("-"));
-}
-
 }  // namespace file_dialogs_detail
 
 void setFileAnswer(std::function<QString(const QString&, const QString&)> answer) {
@@ -55,11 +51,11 @@ void setFileAnswer(std::function<QString(const QString&, const QString&)> answer
 QString chooseSaveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters,
                        const QString& folder) {
   using namespace file_dialogs_detail;
-  if (answer()) return withEnding(answer()(fileName(name), filters), filters, filters);
+  if (answer()) return withEnding(answer()(asFileName(name), filters), filters, filters);
   QFileDialog dialog(parent, title, folder.isEmpty() ? lastFolder() : folder);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilters(filters.split(QStringLiteral(";;")));
-  dialog.selectFile(fileName(name));
+  dialog.selectFile(asFileName(name));
   // The dialog puts the ending of the chosen filter behind a name that has none, before it asks about a file that is
   // there.
   const auto follow = [&dialog](const QString& filter) {
