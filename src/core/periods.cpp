@@ -21,7 +21,7 @@ Period daysAgo(int days) {
 }
 
 constexpr PeriodChoice kChoices[] = {
-    {"今天(&T)", [] { return daysAgo(0); }},
+    {"今天(&T)", jxc::today},
     {"昨天(&U)", [] { return daysAgo(1); }},
     {"前天(&V)", [] { return daysAgo(2); }},
     {"最近七天(&W)", [] { return between(today().addDays(-6), today()); }},
@@ -41,8 +41,17 @@ Period monthAgo(int months) {
   return periods_detail::between(first, first.addMonths(1).addDays(-1));
 }
 
+Period today() {
+  return periods_detail::daysAgo(0);
+}
+
 Period monthToToday() {
-  return {monthAgo(0).from, periods_detail::today().toString(QStringLiteral("yyyy-MM-dd"))};
+  return {monthAgo(0).from, today().to};
+}
+
+Period yearToToday() {
+  const QDate day = periods_detail::today();
+  return periods_detail::between(QDate(day.year(), 1, 1), day);
 }
 
 Period allTime() {

@@ -24,8 +24,10 @@ std::span<const PeriodChoice> periodChoices();
 
 /// The whole month that many months before this one: 0 is this month.
 Period monthAgo(int months);
+Period today();
 /// The first day of this month to today: what is asked for most.
 Period monthToToday();
+Period yearToToday();
 /// All time.
 Period allTime();
 

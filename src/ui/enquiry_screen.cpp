@@ -32,8 +32,9 @@ bool isPeriod(Asks asks) {
   return asks == Asks::From || asks == Asks::To;
 }
 
+constexpr int kLongestKey = 50;
+
 FieldSpec fieldOf(const Criterion& criterion) {
-  constexpr int kLongestKey = 50;
   FieldSpec field{.name = criterion.name, .label = criterion.label, .kind = FieldKind::Combo};
   if (isPeriod(criterion.asks)) {
     field.kind = FieldKind::Date;
@@ -85,10 +86,8 @@ Parts::Parts(const EnquirySpec& spec) {
   };
   bool hasChart = false;
   if (spec.side) gridSpecs.push_back(spec.side->grid);
-  if (spec.side && !spec.side->find.empty()) {
-    constexpr int kLongestKey = 50;
+  if (spec.side && !spec.side->find.empty())
     fieldSpecs.push_back({.name = spec.side->find, .label = "查找：", .width = kLongestKey});
-  }
   for (const EnquiryTab& tab : spec.tabs) {
     for (const Criterion& each : tab.criteria) {
       fieldSpecs.push_back(fieldOf(each));
@@ -515,10 +514,10 @@ void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
       tab.proposed = monthAgo(0);
       break;
     case FirstPeriod::Today:
-      tab.proposed = {monthToToday().to, monthToToday().to};
+      tab.proposed = today();
       break;
     case FirstPeriod::YearToToday:
-      tab.proposed = {monthToToday().to.left(5) + QStringLiteral("01-01"), monthToToday().to};
+      tab.proposed = yearToToday();
       break;
     case FirstPeriod::LastTwelveMonths:
       tab.proposed = {monthAgo(11).from, monthAgo(0).to};
