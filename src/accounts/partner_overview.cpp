@@ -30,10 +30,6 @@ Filter period(const PartnerSide& side, const Criteria& criteria) {
   return filter;
 }
 
-QString endOf(const QString& day) {
-  return (day.isEmpty() ? allDates : day) + u" 23:59:59"_qs;
-}
-
 void addOpeningRows(Sql& sql, const PartnerSide& side, const Criteria& criteria) {
   const QString type = words(side.type);
   const QString opening = words(side.openingWord).left(4);  // 期初应收, 期初应付
@@ -119,9 +115,13 @@ Sql overviewSummary(const PartnerSide& side, const Criteria& criteria) {
   return sql;
 }
 
+QString endOf(const QString& day) {
+  return (day.isEmpty() ? allDates : day) + u" 23:59:59"_qs;
+}
+
 Sql lastLines(const PartnerSide& side, const QString& day) {
   Sql ids;
-  partner_overview_detail::addLastLines(ids, words(side.type), "<=", partner_overview_detail::endOf(day));
+  partner_overview_detail::addLastLines(ids, words(side.type), "<=", endOf(day));
   return ids;
 }
 

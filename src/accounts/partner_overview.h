@@ -23,6 +23,8 @@ Sql overviewDetail(const PartnerSide& side, const Criteria& criteria);
 /// computed from the others, so a wrong running balance shows as a difference to the detail.
 Sql overviewSummary(const PartnerSide& side, const Criteria& criteria);
 
+/// The last moment of a day; an empty day: of all.
+QString endOf(const QString& day);
 /// In brackets, the ids of each partner's last line up to the end of a day; an empty day: of all.
 Sql lastLines(const PartnerSide& side, const QString& day);
 

@@ -121,8 +121,7 @@ Sql statementGoods(const PartnerSide& side, const Criteria& criteria, const Ware
 }
 
 double statementBalance(const PartnerSide& side, const QString& partner, const QString& day) {
-  if (!partner.isEmpty())
-    return ysyfkBalanceAt(partner, side.which, (day.isEmpty() ? allDates : day) + u" 23:59:59"_qs);
+  if (!partner.isEmpty()) return ysyfkBalanceAt(partner, side.which, endOf(day));
   return lookupNumber(Sql("select sum(k_ljje) from jxc_ysyfk where id in ").add(lastLines(side, day)));
 }
 

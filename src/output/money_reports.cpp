@@ -191,7 +191,7 @@ report::Report listReport(QStringView name, RowSet rows, const QString& from, co
 report::Report statementReport(const PartnerSide& side, const Criteria& criteria) {
   const Sql documents = partner_books::statementDocuments(side, criteria, Warehouses(criteria));
   report::Report report =
-      listReport(side.isCustomer() ? u"khdzd" : u"ghsdzd", openSelect(documents), criteria.from, criteria.to);
+      listReport(words(statementPaper(side.which)), openSelect(documents), criteria.from, criteria.to);
   for (const auto& [name, text] : partner_books::statementWords(side, criteria))
     report.setText(name, text);
   return report;

@@ -3,6 +3,7 @@
 
 #include "accounts/cash_lines.h"
 #include "accounts/partner_documents.h"
+#include "accounts/partner_ledger.h"
 #include "core/enquiry.h"
 #include "platform/report/report.h"
 
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string_view>
 
 namespace jxc {
 
@@ -34,7 +36,11 @@ report::Report cashSlipReport(const cash::LineDraft& draft);
 /// A list as it stands on the screen, with the period that it was asked for: `date1`, `date2`.
 report::Report listReport(QStringView name, RowSet rows, const QString& from = {}, const QString& to = {});
 
-/// What one partner did in a period, and what he owes at its end (`khdzd`, `ghsdzd`).
+/// The template of a statement.
+constexpr std::string_view statementPaper(PartnerType side) {
+  return side == PartnerType::Customer ? "khdzd" : "ghsdzd";
+}
+/// What one partner did in a period, and what he owes at its end.
 report::Report statementReport(const PartnerSide& side, const Criteria& criteria);
 /// One of them for each of these partners (`sn`, `name`), a PDF file each, named by the partner and the period;
 /// `progress` gets percent and may stop it by returning false. How many were written; a file that was there before is

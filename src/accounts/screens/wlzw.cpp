@@ -104,7 +104,7 @@ struct Statement {
        .mode = {"rDjb", "单据表"},
        .leads = {.document = "djh"},
        .below = &kGoods,
-       .paper = isCustomer ? "khdzd" : "ghsdzd",
+       .paper = statementPaper(Side),
        .paperWords = wordsOfPaper,
        .rowLook = document_list_screen::lookOf,
        .cellLook = paidLater,
