@@ -33,21 +33,23 @@ constexpr ui::ScreenSpec kSplits = form("F_Cfkb_Cx", "拆分捆绑高级查询",
 constexpr ui::ScreenSpec kStatements = form("F_WlzwKh_Cx", "往来账务高级查询", kWithClass);
 constexpr ui::ScreenSpec kSums = form("F_Spcgtj_Cx", "统计高级查找", kOfSums);
 
+/// What inputs ask for, where a form has them.
+struct Input {
+  std::string_view name;
+  QString Criteria::*value;
+};
+constexpr Input kTexts[] = {{"tgoods", &Criteria::group}, {"tdj", &Criteria::document}},
+                kLists[] = {{"comUser", &Criteria::employee}, {"tsplb", &Criteria::goodsClass}};
+
 template <const ui::ScreenSpec& Spec>
 struct Form : DocumentSearch {
   Form() : DocumentSearch(Spec) {}
 };
-using TF_Djcx_Cx = Form<kAny>;
-using TF_Kcdb_Cx = Form<kTransfers>;
-using TF_Cfkb_Cx = Form<kSplits>;
-using TF_WlzwKh_Cx = Form<kStatements>;
-using TF_Spcgtj_Cx = Form<kSums>;
-
-const ui::Registered<TF_Djcx_Cx> kRegistered{"F_Djcx_Cx"};
-const ui::Registered<TF_Kcdb_Cx> kRegisteredTransfers{"F_Kcdb_Cx"};
-const ui::Registered<TF_Cfkb_Cx> kRegisteredSplits{"F_Cfkb_Cx"};
-const ui::Registered<TF_WlzwKh_Cx> kRegisteredStatements{"F_WlzwKh_Cx"};
-const ui::Registered<TF_Spcgtj_Cx> kRegisteredSums{"F_Spcgtj_Cx"};
+const ui::Registered<Form<kAny>> kRegistered{kAny.name};
+const ui::Registered<Form<kTransfers>> kRegisteredTransfers{kTransfers.name};
+const ui::Registered<Form<kSplits>> kRegisteredSplits{kSplits.name};
+const ui::Registered<Form<kStatements>> kRegisteredStatements{kStatements.name};
+const ui::Registered<Form<kSums>> kRegisteredSums{kSums.name};
 
 }  // namespace document_search_detail
 
@@ -74,27 +76,21 @@ bool MoreConditions::ask(QPushButton& command) {
 bool DocumentSearch::ask(Criteria& criteria) {
   asked_ = criteria;
   if (!showModal()) return false;
-  const QString employee = field("comUser").key();
-  criteria.employee = employee == QStringView(allKey) ? QString() : employee;
-  if (hasField("tgoods")) criteria.group = field("tgoods").trimmed();
-  if (hasField("tdj")) criteria.document = field("tdj").trimmed();
-  if (hasField("tsplb")) {
-    const QString goodsClass = field("tsplb").key();
-    criteria.goodsClass = goodsClass == QStringView(allKey) ? QString() : goodsClass;
-  }
+  for (const auto& [name, text] : document_search_detail::kTexts)
+    if (hasField(name)) criteria.*text = field(name).trimmed();
+  for (const auto& [name, key] : document_search_detail::kLists)
+    if (hasField(name)) criteria.*key = field(name).key() == QStringView(allKey) ? QString() : field(name).key();
   criteria.boxes = hasField("comCkLx") ? field("comCkLx").key().toUInt() : 0;
   return true;
 }
 
 void DocumentSearch::activate() {
-  if (hasField("tgoods")) field("tgoods").setText(asked_.group);
-  if (hasField("tdj")) field("tdj").setText(asked_.document);
   field("comUser").setItems(fillEmployees({}, QStringLiteral("所有经办人")));
-  field("comUser").setKey(asked_.employee.isEmpty() ? QString::fromUtf16(allKey) : asked_.employee);
-  if (hasField("tsplb")) {
-    field("tsplb").setItems(goodsClassItems());
-    field("tsplb").setKey(asked_.goodsClass.isEmpty() ? QString::fromUtf16(allKey) : asked_.goodsClass);
-  }
+  if (hasField("tsplb")) field("tsplb").setItems(goodsClassItems());
+  for (const auto& [name, text] : document_search_detail::kTexts)
+    if (hasField(name)) field(name).setText(asked_.*text);
+  for (const auto& [name, key] : document_search_detail::kLists)
+    if (hasField(name)) field(name).setKey((asked_.*key).isEmpty() ? QString::fromUtf16(allKey) : asked_.*key);
   if (!hasField("comCkLx")) return;
   field("comCkLx").setItems({{QStringLiteral("调出或调入仓库"), QStringLiteral("0")},
                              {QStringLiteral("调出仓库"), QString::number(kGoesOut)},
