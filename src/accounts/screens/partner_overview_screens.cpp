@@ -103,6 +103,10 @@ bool SettlementScreen::edit(const partner_books::Settlement& settlement) {
   return showModal();
 }
 
+bool editSettlement(const PartnerSide& side, const std::optional<partner_books::Settlement>& opened) {
+  return opened && ui::screenAs<SettlementScreen>(side.isCustomer() ? "F_Yskgl_Sk" : "F_Yfkgl_Fk").edit(*opened);
+}
+
 void SettlementScreen::activate() {
   field("tdjh").setText(settlement_.number);
   field("tname").setText(settlement_.partnerName);

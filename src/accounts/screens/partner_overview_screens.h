@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace jxc {
 
 /// "单据收款", "单据付款": what one sale, purchase or return still leaves open.
@@ -22,6 +24,9 @@ class SettlementScreen : public ui::Screen {
   const PartnerSide& side_;
   partner_books::Settlement settlement_;
 };
+
+/// Shows the form of its side for a document that may be settled. Whether something was paid or collected.
+bool editSettlement(const PartnerSide& side, const std::optional<partner_books::Settlement>& opened);
 
 /// "重新计算" of the running balances.
 class PartnerRepairScreen : public ui::Screen {

@@ -123,8 +123,7 @@ struct Statement {
        .source = of<chargedDocuments>,
        .leads = {.document = "djh"}}};
   static bool settle(const Row& row, Prompt& prompt) {
-    const auto settlement = openSettlement(partnerSide(Side), row.text("djh"), prompt);
-    return settlement && ui::screenAs<SettlementScreen>(isCustomer ? "F_Yskgl_Sk" : "F_Yfkgl_Fk").edit(*settlement);
+    return editSettlement(partnerSide(Side), openSettlement(partnerSide(Side), row.text("djh"), prompt));
   }
   static constexpr ui::EnquiryCommand kDocumentCommands[] = {
       {.name = "btn_Cx", .caption = "高级查询", .key = "F3", .views = "gridDj"},

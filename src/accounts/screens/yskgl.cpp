@@ -85,8 +85,7 @@ struct Overview {
 
   static bool settle(const Row& row, Prompt& prompt) {
     const OverviewLine line{row.text("gl_djh"), row.number("k_yfje"), row.number("k_sfje")};
-    const auto settlement = openSettlement(partnerSide(Side), line, prompt);
-    return settlement && ui::screenAs<SettlementScreen>(isCustomer ? "F_Yskgl_Sk" : "F_Yfkgl_Fk").edit(*settlement);
+    return editSettlement(partnerSide(Side), openSettlement(partnerSide(Side), line, prompt));
   }
   static bool recompute(const Criteria& criteria, Prompt&) {
     auto& repair = ui::screenAs<PartnerRepairScreen>(isCustomer ? "F_Yskgl_Js" : "F_Yfkgl_Js");

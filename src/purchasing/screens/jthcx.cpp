@@ -10,11 +10,7 @@ using Purchases = List<"F_Jthcx", "进退货查询", SeveralKinds | OfSuppliers 
                        DocumentSet<families::purchaseReceipt, families::purchaseReturn>, "jthmxb">;
 constexpr ui::EnquirySpec kEnquiry = Purchases::with(Purchases::kTabs, tradeCommands<PartnerType::Supplier, Purchases>);
 
-struct TF_Jthcx : TradeListScreen {
-  TF_Jthcx() : TradeListScreen(kEnquiry, PartnerType::Supplier, "F_Yfkgl_Fk", "F_Cgth") {}
-};
-
-const ui::RegisteredEnquiry<TF_Jthcx> kRegistered{kEnquiry};
+const ui::RegisteredEnquiry<TradeListOf<PartnerType::Supplier>> kRegistered{kEnquiry};
 
 }  // namespace jthcx_detail
 }  // namespace jxc

@@ -57,11 +57,7 @@ constexpr ui::EnquiryView kViews[] = {Sales::kViews[0],
 constexpr ui::EnquiryTab kTabs[] = {{.criteria = Sales::kCriteria, .views = kViews}};
 constexpr ui::EnquirySpec kEnquiry = Sales::with(kTabs, tradeCommands<kSide, Sales>);
 
-struct TF_Xsdjcx : TradeListScreen {
-  TF_Xsdjcx() : TradeListScreen(kEnquiry, kSide, "F_Yskgl_Sk", "F_Xsth") {}
-};
-
-const ui::RegisteredEnquiry<TF_Xsdjcx> kRegistered{kEnquiry};
+const ui::RegisteredEnquiry<TradeListOf<kSide>> kRegistered{kEnquiry};
 
 }  // namespace xsdjcx_detail
 }  // namespace jxc

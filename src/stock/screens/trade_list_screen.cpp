@@ -7,24 +7,23 @@
 
 namespace jxc {
 
-TradeListScreen::TradeListScreen(const ui::EnquirySpec& spec, PartnerType side, std::string_view paying,
-                                 std::string_view returning)
-    : DocumentListScreen(spec) {
-  on(command("btn_Fukuan"), [this, side, paying] { pay(side, paying); });
-  on(command("btn_Zdth"), [this, returning] { returnWhole(returning); });
+TradeListScreen::TradeListScreen(const ui::EnquirySpec& spec, const PartnerSide& side)
+    : DocumentListScreen(spec), side_(side) {
+  on(command("btn_Fukuan"), [this] { pay(); });
+  on(command("btn_Zdth"), [this] { returnWhole(); });
 }
 
-void TradeListScreen::pay(PartnerType side, std::string_view form) {
+void TradeListScreen::pay() {
   const QString number = currentNumber();
   if (number.isEmpty()) return;
   // Amounts may be withheld from the list: the document itself says what is open.
-  const auto settlement = partner_books::openSettlement(partnerSide(side), number, prompt());
-  if (settlement && ui::screenAs<SettlementScreen>(form).edit(*settlement)) rowsChanged();
+  if (editSettlement(side_, partner_books::openSettlement(side_, number, prompt()))) rowsChanged();
 }
 
-void TradeListScreen::returnWhole(std::string_view screen) {
+void TradeListScreen::returnWhole() {
   const QString number = currentNumber();
   if (number.isEmpty()) return;
+  const std::string_view screen = side_.isCustomer() ? "F_Xsth" : "F_Cgth";
   ui::refreshAfter([&] { ui::screenAs<TradingScreen>(screen).returnDocument(number, prompt()); },
                    [this] { rowsChanged(); });
 }

@@ -8,12 +8,19 @@ namespace jxc {
 /// Binds btn_Fukuan and btn_Zdth.
 class TradeListScreen : public DocumentListScreen {
  protected:
-  /// Opened: the form of a payment and the screen of returns of this side, by their names.
-  TradeListScreen(const ui::EnquirySpec& spec, PartnerType side, std::string_view paying, std::string_view returning);
+  TradeListScreen(const ui::EnquirySpec& spec, const PartnerSide& side);
 
  private:
-  void pay(PartnerType side, std::string_view form);
-  void returnWhole(std::string_view screen);
+  void pay();
+  void returnWhole();
+
+  const PartnerSide& side_;
+};
+
+/// The same of one side, as an enquiry is registered.
+template <PartnerType Side>
+struct TradeListOf : TradeListScreen {
+  explicit TradeListOf(const ui::EnquirySpec& spec) : TradeListScreen(spec, partnerSide(Side)) {}
 };
 
 namespace document_list_screen {
