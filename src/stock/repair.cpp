@@ -110,8 +110,6 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
       execSql("update jxc_goodslist set gl_pjjj=?,gl_kczje=gl_kc*? where id=?", cost, cost, id);
   };
   const std::string name = flag.toStdString();
-  const LedgerFlag* const known = findLedgerFlag(name);
-  if (!known || known->setsCost()) return;  // its price is its own
   const DocumentFamily* const family = familyOf(name);
   if (family && !family->line.columns->cost.empty()) {
     if (!differs(row.number("gl_cbj"), cost)) return fillAverage();
