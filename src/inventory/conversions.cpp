@@ -53,7 +53,7 @@ class ConversionLines final : public InventoryLines {
   bool cellAllows(const QString& value, QStringView field, Lines where, std::int64_t id, const LinePlace& place,
                   Prompt& prompt) const override {
     const std::optional<LineDraft> line = loadLine(where, id);
-    return line && InventoryLines::cellAllows(value, field, where, id, inWarehouse(place, line->warehouse), prompt);
+    return !line || InventoryLines::cellAllows(value, field, where, id, inWarehouse(place, line->warehouse), prompt);
   }
   /// What is bundled is taken from the shelf now: no parameter lets it go below that.
   bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,

@@ -172,7 +172,8 @@ CopyResult takeUncounted(const LinePlace& place, Lines where, const QStringList&
   CopyResult result;
   result.number = place.number;
   Transaction transaction(accountDb());
-  if (where == Lines::Waiting && !stocktaking_detail::isWaiting(place.number)) return result;
+  result.closed = where == Lines::Waiting && !stocktaking_detail::isWaiting(place.number);
+  if (result.closed) return result;
   if (where == Lines::Draft) result.number = usableDraftNumber(families::stocktake, place.number, place.date);
   LinePlace here = place;
   here.number = result.number;

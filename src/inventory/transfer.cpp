@@ -56,7 +56,7 @@ class TransferRules final : public RulesOver<TransferDraft> {
   const LineRules& lines() const override { return lines_; }
 
   SaveResult save(const TransferDraft& draft, Prompt& prompt) const override {
-    if (refused({{draftGoodsCount(family(), draft.number) == 0, u"没有调拨商品，不能保存！"_qs},
+    if (refused({withoutGoods(family(), draft.number, u"没有调拨商品，不能保存！"_qs),
                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                  {draft.warehouse.isEmpty(), u"请选择调出仓库！"_qs},
                  {draft.into.isEmpty(), u"请选择调入仓库！"_qs},

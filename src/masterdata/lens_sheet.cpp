@@ -185,7 +185,7 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
     drafts.back().amounts.setQuantity(cell->quantity);
   }
   const AddedLines added = *rules.addLines(target, place, drafts);
-  refused({{added.lines == 0 && !drafts.empty(), changedMeanwhile(place.number)}}, asked);
+  refused({{added.closed, changedMeanwhile(place.number)}}, asked);
   return CopyResult{.lines = added.lines, .number = added.number};
 }
 

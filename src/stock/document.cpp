@@ -23,10 +23,10 @@ namespace document_detail {
 
 /// This operator's draft lines take another number, and what remembers the draft follows them.
 void moveDraft(const DocumentFamily& family, const QString& from, const QString& to) {
-  if (isDraftSaved(family, from)) return;
   const auto moved =
-      execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}), to,
-              from, session().a_name);
+      execSql(compose("update {} set {}=? where {}=? and a_name=?", {family.lines, family.number, family.number}) +
+                  ofDraft(family, family.lines),
+              to, from, session().a_name);
   if (moved == 0) return;  // what is remembered under the number is another operator's
   for (const NumberMention& m : family.mentions)
     if (!m.saved.empty())
@@ -52,12 +52,13 @@ QString numberToSave(const DocumentFamily& family, QString number, const QString
   return number;
 }
 
-/// Goods of this operator under the number.
-std::int64_t ownGoodsCount(const DocumentFamily& family, const QString& number) {
+/// Lines of this operator under the number that meet " and …".
+std::int64_t ownLineCount(const DocumentFamily& family, const QString& number, const std::string& condition) {
   return static_cast<std::int64_t>(lookupNumber(
-      compose("select count(*) from {} where {}=? and a_name=? and g_sn<>'00000000'", {family.lines, family.number}),
-      number, session().a_name));
+      compose("select count(*) from {} where {}=? and a_name=?", {family.lines, family.number}) + condition, number,
+      session().a_name));
 }
+constexpr char ofGoods[] = " and g_sn<>'00000000'";
 
 bool hasWarehouse(const DocumentFamily& family, const QString& number) {
   return exists(compose("select a.id from {} a,jxc_ckxx b where a.{}=b.ck_sn and a.{}=?",
@@ -172,15 +173,17 @@ bool isDraftSaved(const DocumentFamily& family, const QString& number) {
                 session().a_name);
 }
 
+std::string ofDraft(const DocumentFamily& family, std::string_view lines) {
+  return compose(" and not exists (select h.id from {} h where h.{}={}.{} and h.a_name={}.a_name)",
+                 {family.head, family.number, lines, family.number, lines});
+}
+
 std::int64_t draftLineCount(const DocumentFamily& family, const QString& number) {
-  if (isDraftSaved(family, number)) return 0;
-  return static_cast<std::int64_t>(
-      lookupNumber(compose("select count(*) from {} where {}=? and a_name=?", {family.lines, family.number}), number,
-                   session().a_name));
+  return document_detail::ownLineCount(family, number, ofDraft(family, family.lines));
 }
 
 std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number) {
-  return isDraftSaved(family, number) ? 0 : document_detail::ownGoodsCount(family, number);
+  return document_detail::ownLineCount(family, number, document_detail::ofGoods + ofDraft(family, family.lines));
 }
 
 Ahead askLineCount(const DocumentFamily& family, const QString& number) {
@@ -192,24 +195,23 @@ std::int64_t lineCount(const DocumentFamily& family, const QString& number) {
 
 bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft) {
   if (draft)
-    return !lookupValue(
-                compose("select top 1 id from {} where {}=? and g_sn=? and a_name=?", {family.lines, family.number}),
-                number, goods, session().a_name)
-                .isEmpty();
+    return exists(compose("select top 1 id from {} where {}=? and g_sn=? and a_name=?", {family.lines, family.number}) +
+                      ofDraft(family, family.lines),
+                  number, goods, session().a_name);
   return !lookupValue(compose("select top 1 id from {} where {}=? and g_sn=?", {family.lines, family.number}), number,
                       goods)
               .isEmpty();
 }
 
-void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId) {
-  if (isDraftSaved(family, lookupValue(compose("select {} from {} where id=?", {family.number, family.lines}), lineId)))
-    return;
-  execSql(compose("delete from {} where id=? and a_name=?", {family.lines}), lineId, session().a_name);
+bool deleteDraftLine(const DocumentFamily& family, std::int64_t lineId) {
+  return execSql(compose("delete from {} where id=? and a_name=?", {family.lines}) + ofDraft(family, family.lines),
+                 lineId, session().a_name) > 0;
 }
 
 void discardDraft(const DocumentFamily& family, const QString& number) {
-  if (isDraftSaved(family, number)) return;
-  execSql(compose("delete from {} where {}=? and a_name=?", {family.lines, family.number}), number, session().a_name);
+  execSql(
+      compose("delete from {} where {}=? and a_name=?", {family.lines, family.number}) + ofDraft(family, family.lines),
+      number, session().a_name);
 }
 
 Answer leaveDraft(const DocumentFamily& family, const QString& number, Prompt& prompt) {
@@ -235,6 +237,11 @@ QString changedMeanwhile(const QString& number) {
          u"已被其他电脑保存、审核、取消或删除，\r\n\r\n没有改动任何数据！"_qs;
 }
 
+Refusal withoutGoods(const DocumentFamily& family, const QString& number, const QString& text) {
+  if (draftGoodsCount(family, number) > 0) return {};
+  return {true, isDraftSaved(family, number) ? changedMeanwhile(number) : text};
+}
+
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt) {
   SaveResult result;
   result.number = request.number;
@@ -255,7 +262,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     if (isDraftSaved(family, request.number)) return false;
     result.number = document_detail::numberToSave(family, request.number, request.date);
     request.writeHead(result.number);
-    const std::int64_t goodsLines = document_detail::ownGoodsCount(family, result.number);
+    const std::int64_t goodsLines = document_detail::ownLineCount(family, result.number, document_detail::ofGoods);
     if (goodsLines == 0) return false;
     if (!document_detail::hasWarehouse(family, result.number)) throw std::runtime_error("单据中的仓库已被删除。");
     if (!auditNow || family.logsEverySave)

@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace jxc {
@@ -36,6 +38,9 @@ QString usableDraftNumber(const DocumentFamily& family, const QString& number, c
 /// Whether this operator has saved the draft meanwhile, at another station: what stands under the number is no draft
 /// any more, and nothing that is done with drafts touches it.
 bool isDraftSaved(const DocumentFamily& family, const QString& number);
+/// " and …": lines are a draft's while no head of the same operator stands over them. `lines` is what the statement
+/// calls the table of lines.
+std::string ofDraft(const DocumentFamily& family, std::string_view lines);
 std::int64_t draftLineCount(const DocumentFamily& family, const QString& number);
 /// Of them those of goods: the balancing line is none.
 std::int64_t draftGoodsCount(const DocumentFamily& family, const QString& number);
@@ -44,7 +49,8 @@ std::int64_t lineCount(const DocumentFamily& family, const QString& number);
 Ahead askLineCount(const DocumentFamily& family, const QString& number);
 /// True when this goods stands on the document already (draft lines of this operator only when `draft`).
 bool goodsOnDocument(const DocumentFamily& family, const QString& number, const QString& goods, bool draft);
-void deleteDraftLine(const DocumentFamily& family, std::int64_t lineId);
+/// False: the line is gone, or its draft was saved at another station.
+bool deleteDraftLine(const DocumentFamily& family, std::int64_t lineId);
 /// Throws this operator's draft away.
 void discardDraft(const DocumentFamily& family, const QString& number);
 
@@ -62,8 +68,10 @@ struct Refusal {
 /// Shows the first that applies. True: one did.
 bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt);
 
-/// What a command tells whose document another station has audited, reopened or deleted while a question stood.
+/// What a command tells whose document another station has saved, audited, reopened or deleted while a question stood.
 QString changedMeanwhile(const QString& number);
+/// The draft has no goods to save: `text`, unless that is because it was saved at another station, which is told then.
+Refusal withoutGoods(const DocumentFamily& family, const QString& number, const QString& text);
 
 struct SaveRequest {
   QString number;

@@ -110,12 +110,9 @@ RowSet DocumentRules::draftLines(const QString& number) const {
   const DocumentFamily& f = kind.family();
   // What a split takes apart, or a bundle becomes, stands among the lines of the draft and is none of them.
   const std::string parts = f.whole.goods.empty() ? "" : compose(" and a.{}>0", {f.line.columns->quantity});
-  // Saved at another station, they are a document's.
-  const std::string unsaved = compose(" and not exists (select h.id from {} h where h.{}=a.{} and h.a_name=a.a_name)",
-                                      {f.head, f.number, f.number});
-  return openSelect(
-      document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + unsaved + " and a.a_name=? order by a.id",
-      number, session().a_name);
+  return openSelect(document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + ofDraft(f, "a") +
+                        " and a.a_name=? order by a.id",
+                    number, session().a_name);
 }
 
 RowSet DocumentRules::waitingLines(const QString& number) const {
@@ -188,7 +185,7 @@ void DocumentRules::begin(DocumentDraft& draft, const QString& lastDate) const {
 }
 
 bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, const Refusal& own) const {
-  return refused({{draftGoodsCount(family(), draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
+  return refused({withoutGoods(family(), draft.number, u"单据中没有业务发生，不能保存！"_qs),
                   own,
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},

@@ -55,6 +55,7 @@ struct AddedLines {
   int lines = 0;
   std::int64_t last = 0;  // id; 0: none was written
   QString number;         // the document's number now
+  bool closed = false;    // it waits no longer, and nothing was written: told by whoever asked for it
 };
 
 /// Answers remembered while one picking screen is open.
@@ -74,6 +75,7 @@ struct CopyResult {
   int lines = 0;
   QString number;
   QStringList leftOff = {};  // "number name" of picked goods that the warehouse turned out not to know
+  bool closed = false;       // as of `AddedLines`
 };
 
 /// What is to be told of a price that a spreadsheet brings.

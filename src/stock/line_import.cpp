@@ -230,7 +230,7 @@ std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const
   }
   const auto added = rules.addLines(target, place, taken, progress);
   if (!added) return std::nullopt;
-  refused({{added->lines == 0 && !taken.empty(), changedMeanwhile(place.number)}}, asked);
+  refused({{added->closed, changedMeanwhile(place.number)}}, asked);
   return ImportResult{.rows = static_cast<int>(lines.size()),
                       .taken = added->lines,
                       .number = added->number,

@@ -83,7 +83,9 @@ LineFigures TableLines::figuresIn(const Row& row, const LineTable& table) const 
 }
 
 RowSet TableLines::stored(Lines where, std::int64_t id) const {
-  return openSelect(compose("select * from {} where id=?", {tableOf(where).columns->table}), id);
+  return openSelect(compose("select a.* from {} a where a.id=?", {tableOf(where).columns->table}) +
+                        (where == Lines::Draft ? ofDraft(family(), "a") : std::string()),
+                    id);
 }
 
 std::optional<LineDraft> TableLines::loadLine(Lines where, std::int64_t id) const {
@@ -141,15 +143,14 @@ bool TableLines::cellAllows(const QString& value, QStringView field, Lines where
 }
 
 TableLines::Head TableLines::headOf(Lines where, const QString& number) const {
-  if (where == Lines::Draft) return {.closed = isDraftSaved(family(), number)};
-  if (where == Lines::Staging) return {};
+  if (where != Lines::Waiting) return {};
   const DocumentFamily& f = family();
   const std::string_view atOnce = f.allMoved.empty() ? f.status : f.allMoved;
   const RowSet heads =
       openSelect(compose("select top 1 {} as status,{} as atonce from {} where {}=? order by {} desc,id",
                          {f.status, atOnce, f.head, f.number, f.status}),
                  number);
-  if (heads.isEmpty()) return {};
+  if (heads.isEmpty()) return {.closed = true};
   return {.closed = heads.front().integer("status") == 1, .movesAtOnce = heads.front().flag("atonce")};
 }
 
@@ -212,7 +213,7 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
 LineResult TableLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const {
   if (!figuresOf(draft)) return {.number = place.number};
   const AddedLines added = *addLines(where, place, {&draft, 1});
-  refused({{added.lines == 0, changedMeanwhile(place.number)}}, prompt);
+  refused({{added.closed, changedMeanwhile(place.number)}}, prompt);
   return {.id = added.last, .number = added.number};
 }
 
@@ -221,9 +222,10 @@ std::optional<AddedLines> TableLines::addLines(Lines where, const LinePlace& pla
   AddedLines added;
   added.number = place.number;
   Transaction transaction(accountDb());
-  // A draft's number may have been taken meanwhile; a waiting document's is its own.
-  const Head head = where == Lines::Waiting ? headOf(where, place.number) : Head();
+  const Head head = headOf(where, place.number);
+  added.closed = head.closed;
   if (head.closed) return added;
+  // A draft's number may have been taken meanwhile; a waiting document's is its own.
   if (where == Lines::Draft) added.number = usableDraftNumber(family(), place.number, place.date);
   const QString owner = where == Lines::Waiting ? ownerOf(family(), added.number) : session().a_name;
   for (std::size_t i = 0; i < drafts.size(); ++i) {
@@ -329,6 +331,7 @@ ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code,
                      {family().lines, family().number, columns.quantity}) +
                  (quantities().zero ? ">=0" : ">0") + (family().line.gift.empty() ? "" : " and a.t_zp=''"),
              number, goods, session().a_name);
+    same.add(ofDraft(family(), "a"));
     if (!family().line.warehouse.empty()) same.add(compose(" and a.{}=?", {family().line.warehouse}), place.warehouse);
     return openSelect(same.add(" order by a.id"));
   };
@@ -396,6 +399,7 @@ CopyResult TableLines::copyStaged(const LinePlace& place, Lines target) const {
   const LineTable& table = family().line;
   Transaction transaction(accountDb());
   const Head head = headOf(target, place.number);
+  result.closed = head.closed;
   if (head.closed) return result;
   CopiedColumns columns;
   columns.addFigures(table, stagingLineTable);
@@ -450,7 +454,8 @@ void TableLines::moveDraftTo(const LinePlace& place) const {
   const LineTable& table = family().line;
   Transaction transaction(accountDb());
   const RowSet lines =
-      openSelect(compose("select * from {} where {}=? and a_name=? order by id", {family().lines, family().number}),
+      openSelect(compose("select a.* from {} a where a.{}=? and a.a_name=?", {family().lines, family().number}) +
+                     ofDraft(family(), "a") + " order by a.id",
                  place.number, session().a_name);
   for (const Row row : lines) {
     LineDraft line = newLine(row.text("g_sn"), place, false);

@@ -83,11 +83,11 @@ class TableLines : public LineRules {
  private:
   /// What the head of a waiting document says of its lines; a draft has none.
   struct Head {
-    bool closed = false;  // audited meanwhile, or a draft that was saved: it takes no change any more
+    bool closed = false;  // it was audited or deleted meanwhile: it takes no change any more
     bool movesAtOnce = false;
   };
   Head headOf(Lines where, const QString& number) const;
-  /// The row of a line as it stands; none: it is gone.
+  /// The row of a line as it stands; none: it is gone, or its draft was saved at another station.
   RowSet stored(Lines where, std::int64_t id) const;
   QString numberOf(Lines where, const Row& row) const;
   /// Writes a line anew, with the head that it follows, unless it or its document was taken away meanwhile: told then.

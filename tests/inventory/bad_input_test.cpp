@@ -154,8 +154,8 @@ TEST_F(BadInputTest, WhatAnotherStationHasDoneMeanwhileIsToldAndNothingIsChanged
                  {"delete, deleted", false, deletes, deleting},    {"change, audited", false, audits, changing},
                  {"change, deleted", false, deletes, changing},    {"type, audited", false, audits, typing},
                  {"type, deleted", false, deletes, typing},        {"add, audited", false, audits, adding},
-                 {"take off, audited", false, audits, takingOff},  {"redate, audited", false, audits, redating},
-                 {"redate, deleted", false, deletes, redating}};
+                 {"add, deleted", false, deletes, adding},         {"take off, audited", false, audits, takingOff},
+                 {"redate, audited", false, audits, redating},     {"redate, deleted", false, deletes, redating}};
     for (const auto& each : cases) {
       SCOPED_TRACE(words(kind.name).toStdString() + ": " + each.what);
       Transaction trial(accountDb());
@@ -194,10 +194,16 @@ TEST_F(BadInputTest, ADraftThatWasSavedElsewhereIsADocumentAndNoDraft) {
     discardDraft(kind, here.place.number);
     deleteDraftLine(kind, line);
     EXPECT_EQ(here.lines.setChange("9", u"sl", Lines::Draft, line, prompt), 0);
+    here.lines.moveDraftTo(here.place);
     EXPECT_NE(redateDraft(kind, here.place.number, "2021-05-02"), here.place.number);
     EXPECT_EQ(books(kind), after);
     // What is entered now begins a document of its own.
     EXPECT_NE(add(here, 1).number, here.place.number);
+    PickingMemory memory;
+    EXPECT_NE(here.lines.stageGoods(partOf(kind), 1, here.place, Lines::Draft, memory, prompt), 0);
+    const CopyResult picked = here.lines.copyStaged(here.place, Lines::Draft);
+    EXPECT_EQ(picked.lines, 1);
+    EXPECT_NE(picked.number, here.place.number);
 
     // Emptied at the other one: nothing is left to save.
     const Begun next = begin(kind);

@@ -481,7 +481,8 @@ void DocumentScreen::editLine(const LineScreen::Request& request) {
 
 void DocumentScreen::deleteLine() {
   if (gridLines.currentId() == 0) return;
-  deleteDraftLine(draftFamily(), gridLines.currentId());
+  const bool deleted = deleteDraftLine(draftFamily(), gridLines.currentId());
+  refused({{!deleted, changedMeanwhile(draft().number)}}, prompt());
   reloadLines();
   if (gridLines.isEmpty()) draftGone();
 }

@@ -195,8 +195,7 @@ void GoodsPickScreen::dropStaged() {
 
 void GoodsPickScreen::takeOver() {
   result_ = lines().copyStaged(place_, target_);
-  const bool lost = result_.lines == 0 && result_.leftOff.isEmpty() && !gridStaging.isEmpty();
-  refused({{lost, changedMeanwhile(place_.number)}}, prompt());
+  refused({{result_.closed, changedMeanwhile(place_.number)}}, prompt());
   accept();
 }
 

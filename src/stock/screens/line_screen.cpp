@@ -104,7 +104,7 @@ LineResult LineScreen::edit(const Request& request) {
   result_.number = request.place.number;
   if (request.id != 0) {
     const std::optional<LineDraft> line = lines().loadLine(request.where, request.id);
-    if (!line) return result_;
+    if (refused({{!line, changedMeanwhile(request.place.number)}}, prompt())) return result_;
     draft_ = *line;
   } else {
     draft_ = lines().newLine(request.goods, request.place, request.where == Lines::Staging);
