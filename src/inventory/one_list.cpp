@@ -1,27 +1,12 @@
 #include "inventory/one_list.h"
 
+#include "engine/grouped_sums.h"
+
 #include <algorithm>
 #include <string>
 #include <vector>
 
 namespace jxc {
-namespace one_list_detail {
-
-void addCell(RowSet& list, const RowSet& from, int row, int column) {
-  switch (from.kind(row, column)) {
-    case Value::Kind::Null:
-      return list.addNull();
-    case Value::Kind::Integer:
-      return list.addInteger(from.integer(row, column));
-    case Value::Kind::Real:
-      return list.addReal(from.number(row, column));
-    default:
-      return list.addText(from.utf8(row, column));
-  }
-}
-
-}  // namespace one_list_detail
-
 RowSet oneList(std::span<const ListOfKind> lists, std::span<const std::string_view> columns, bool newestFirst) {
   struct Place {
     QString inTime;  // a number is its kind, its day and a count
@@ -45,7 +30,7 @@ RowSet oneList(std::span<const ListOfKind> lists, std::span<const std::string_vi
     all.addInteger(static_cast<std::int64_t>(at) + 1);
     all.addText(place.list->kind.toStdString());
     for (const std::string_view column : columns)
-      one_list_detail::addCell(all, place.list->rows, place.row, place.list->rows.columnIndex(column));
+      copyCell(all, place.list->rows, place.row, place.list->rows.columnIndex(column));
   }
   return all;
 }
