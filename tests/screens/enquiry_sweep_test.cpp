@@ -114,18 +114,21 @@ class EnquirySweep : public ScreenTest {
       }
   }
 
-  /// Every list of the open screen, in sight and loaded.
+  /// Every list of every enquiry, in sight on its screen and loaded.
   template <class Visit>
-  static void everyView(ui::Screen& screen, Visit visit) {
-    auto& enquiry = dynamic_cast<ui::EnquiryScreen&>(screen);
-    for (const ui::EnquiryTab& tab : enquiry.enquiry().tabs)
-      for (const EnquiryView& view : tab.views) {
-        SCOPED_TRACE(view.grid.name);
-        enquiry.showView(view.grid.name);
-        ui::Grid& list = screen.grid(view.grid.name);
-        list.waitLoaded();
-        visit(enquiry, view, list);
-      }
+  void everyList(Visit visit) {
+    for (const EnquirySpec* enquiry : ui::registeredEnquiries())
+      open(enquiry->name, [&](ui::Screen& screen) {
+        auto& s = dynamic_cast<ui::EnquiryScreen&>(screen);
+        for (const ui::EnquiryTab& tab : enquiry->tabs)
+          for (const EnquiryView& view : tab.views) {
+            SCOPED_TRACE(::testing::Message() << enquiry->name << ' ' << view.grid.name);
+            s.showView(view.grid.name);
+            ui::Grid& list = s.grid(view.grid.name);
+            list.waitLoaded();
+            visit(s, tab, view, list);
+          }
+      });
   }
 
   static Criteria ofWarehouse(Criteria criteria, const QString& warehouse) {
@@ -244,132 +247,112 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
 
 TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
   beAdmin();
-  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
-    SCOPED_TRACE(enquiry->name);
-    open(enquiry->name, [&](ui::Screen& screen) {
-      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
-        const RowSet rows = jxc::answer(view.source, s.criteria());
-        ASSERT_EQ(list.rowCount(), rows.rowCount());
-        for (const ui::ColumnSpec& column : view.grid.columns) {
-          if (!column.use.sum) continue;
-          double sum = 0;
-          for (const Row row : rows)
-            if (!view.counts || view.counts(row)) sum += row.number(column.field);
-          EXPECT_EQ(list.footerText(column.field), ui::displaySum(column.kind, sum)) << column.field;
-        }
-        if (list.isEmpty()) return;
+  everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
+    const RowSet rows = jxc::answer(view.source, s.criteria());
+    ASSERT_EQ(list.rowCount(), rows.rowCount());
+    for (const ui::ColumnSpec& column : view.grid.columns) {
+      if (!column.use.sum) continue;
+      double sum = 0;
+      for (const Row row : rows)
+        if (!view.counts || view.counts(row)) sum += row.number(column.field);
+      EXPECT_EQ(list.footerText(column.field), ui::displaySum(column.kind, sum)) << column.field;
+    }
+    if (list.isEmpty()) return;
 
-        const QString file = home_.filePath(ui::qs(view.grid.name) + u".xlsx"_qs);
-        ASSERT_TRUE(writeSheet(file, ui::gridSheet(list), {}));
-        const RowSet read = openExcel(file)->rows();
-        const auto columns = list.exportColumns();
-        EXPECT_GE(read.rowCount(), list.rowCount());
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-          EXPECT_EQ(read.columns()[i], columns[i].caption.toStdString());
-          const Value cell = list.cellValue(0, columns[i].column);
-          if (ui::isNumberKind(columns[i].kind)) {
-            EXPECT_NEAR(read.number(0, static_cast<int>(i)), cell.number(), 1e-6);
-          }
-        }
+    const QString file = home_.filePath(ui::qs(view.grid.name) + u".xlsx"_qs);
+    ASSERT_TRUE(writeSheet(file, ui::gridSheet(list), {}));
+    const RowSet read = openExcel(file)->rows();
+    const auto columns = list.exportColumns();
+    EXPECT_GE(read.rowCount(), list.rowCount());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      EXPECT_EQ(read.columns()[i], columns[i].caption.toStdString());
+      const Value cell = list.cellValue(0, columns[i].column);
+      if (ui::isNumberKind(columns[i].kind)) {
+        EXPECT_NEAR(read.number(0, static_cast<int>(i)), cell.number(), 1e-6);
+      }
+    }
 
-        previewed_.clear();
-        // Another program reads the sums on the paper of the list, and of its chart, which goes with it.
-        const auto isRead = [&](const report::Report& paper) {
-          const QString printed = onPaper(paper);
-          for (const ui::ColumnSpec& column : view.grid.columns)
-            if (column.use.sum && list.isColumnVisible(column.field)) {
-              EXPECT_TRUE(printed.contains(list.footerText(column.field))) << column.field;
-            }
-        };
-        if (!view.page) isRead(ui::gridReport(list));
-        if (!view.chart.label.empty()) isRead(ui::Chart(list, view.chart).paper());
-        if (view.paper.empty()) return;
-        click(screen, "btn_Prin");
-        ASSERT_EQ(previewed_.size(), 1u) << "no paper " << view.paper;
-        EXPECT_GT(previewed_[0].count(), 0);
-        EXPECT_TRUE(previewed_[0].faults().empty());
-      });
-    });
-  }
+    previewed_.clear();
+    // Another program reads the sums on the paper of the list, and of its chart, which goes with it.
+    const auto isRead = [&](const report::Report& paper) {
+      const QString printed = onPaper(paper);
+      for (const ui::ColumnSpec& column : view.grid.columns)
+        if (column.use.sum && list.isColumnVisible(column.field)) {
+          EXPECT_TRUE(printed.contains(list.footerText(column.field))) << column.field;
+        }
+    };
+    if (!view.page) isRead(ui::gridReport(list));
+    if (!view.chart.label.empty()) isRead(ui::Chart(list, view.chart).paper());
+    if (view.paper.empty()) return;
+    click(s, "btn_Prin");
+    ASSERT_EQ(previewed_.size(), 1u) << "no paper " << view.paper;
+    EXPECT_GT(previewed_[0].count(), 0);
+    EXPECT_TRUE(previewed_[0].faults().empty());
+  });
 }
 
 TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {
   beAdmin();
   int compared = 0;
-  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
-    SCOPED_TRACE(enquiry->name);
-    open(enquiry->name, [&](ui::Screen& screen) {
-      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
-        if (view.compares.empty()) return;
-        const auto tab = std::ranges::find_if(enquiry->tabs, [&](const ui::EnquiryTab& each) {
-          return &view >= each.views.data() && &view < each.views.data() + each.views.size();
-        });
-        const auto input = [&](ui::Asks asks) {
-          return std::ranges::find(tab->criteria, asks, &ui::Criterion::asks)->name;
-        };
-        if (std::ranges::any_of(tab->criteria, &ui::Criterion::months)) return;  // the shop has one month
-        type(s, input(ui::Asks::From), u"2021-08-16");
-        type(s, input(ui::Asks::To), u"2021-08-31");
-        choose(s, input(ui::Asks::Comparison), u"上期"_qs);
-        list.waitLoaded();
-        Criteria earlier = s.criteria();
-        earlier.from = u"2021-07-31"_qs;
-        earlier.to = u"2021-08-15"_qs;
-        for (const std::string_view figure : view.compares) {
-          double sum = 0;
-          for (const Row row : jxc::answer(view.source, earlier))
-            sum += row.number(figure);
-          EXPECT_NE(sum, 0) << figure;
-          EXPECT_NEAR(list.sum(earlierField(figure)), sum, 0.005) << figure;
-          ++compared;
-        }
-        choose(s, input(ui::Asks::Comparison), u"无"_qs);
-      });
-    });
-  }
+  everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab& tab, const ui::EnquiryView& view, ui::Grid& list) {
+    if (view.compares.empty()) return;
+    const auto input = [&](ui::Asks asks) { return std::ranges::find(tab.criteria, asks, &ui::Criterion::asks)->name; };
+    if (std::ranges::any_of(tab.criteria, &ui::Criterion::months)) return;  // the shop has one month
+    type(s, input(ui::Asks::From), u"2021-08-16");
+    type(s, input(ui::Asks::To), u"2021-08-31");
+    choose(s, input(ui::Asks::Comparison), u"上期"_qs);
+    list.waitLoaded();
+    Criteria earlier = s.criteria();
+    earlier.from = u"2021-07-31"_qs;
+    earlier.to = u"2021-08-15"_qs;
+    for (const std::string_view figure : view.compares) {
+      double sum = 0;
+      for (const Row row : jxc::answer(view.source, earlier))
+        sum += row.number(figure);
+      EXPECT_NE(sum, 0) << figure;
+      EXPECT_NEAR(list.sum(earlierField(figure)), sum, 0.005) << figure;
+      ++compared;
+    }
+    choose(s, input(ui::Asks::Comparison), u"无"_qs);
+  });
   EXPECT_GT(compared, 15);
 }
 
 TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
   beWithoutPrices();
   int withheld = 0;
-  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
-    SCOPED_TRACE(enquiry->name);
-    open(enquiry->name, [&](ui::Screen& screen) {
-      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
-        ui::Chart chart(list, view.chart.label.empty() ? ui::ChartSpec{view.grid.columns[0].field} : view.chart);
-        const QString tabs = list.tabSeparated(false);
-        const auto* model = list.view()->model();
-        for (std::size_t i = 0; i < list.spec().columns.size(); ++i) {
-          const ui::ColumnSpec& column = list.spec().columns[i];
-          if (!column.right.isGuarded()) continue;
-          SCOPED_TRACE(column.field);
-          ++withheld;
-          const QString caption = ui::qs(column.caption);
-          EXPECT_FALSE(list.isColumnVisible(column.field));
-          EXPECT_EQ(list.rows().columnIndex(column.field), -1);
-          EXPECT_EQ(list.sum(column.field), 0);
-          EXPECT_EQ(list.footerText(column.field), QString());
-          for (const auto& each : list.exportColumns())
-            EXPECT_NE(each.caption, caption);
-          EXPECT_FALSE(tabs.contains(caption));
-          chart.setMeasure(column.field);
-          EXPECT_NE(chart.measure(), ui::qs(column.field));
-          for (int row = 0; row < list.rowCount(); ++row) {  // what a screen reader is told
-            const QModelIndex cell = model->index(row, static_cast<int>(i));
-            EXPECT_TRUE(model->data(cell).toString().isEmpty() && model->data(cell, Qt::EditRole).isNull());
-          }
-          if (list.isEmpty()) continue;
-          EXPECT_TRUE(ui::gridReport(list).prepare().find(caption).empty());
-          if (view.paper.empty()) continue;
-          previewed_.clear();
-          click(s, "btn_Prin");
-          ASSERT_EQ(previewed_.size(), 1u);
-          EXPECT_TRUE(previewed_[0].faults().empty());
-        }
-      });
-    });
-  }
+  everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
+    ui::Chart chart(list, view.chart.label.empty() ? ui::ChartSpec{view.grid.columns[0].field} : view.chart);
+    const QString tabs = list.tabSeparated(false);
+    const auto* model = list.view()->model();
+    for (std::size_t i = 0; i < list.spec().columns.size(); ++i) {
+      const ui::ColumnSpec& column = list.spec().columns[i];
+      if (!column.right.isGuarded()) continue;
+      SCOPED_TRACE(column.field);
+      ++withheld;
+      const QString caption = ui::qs(column.caption);
+      EXPECT_FALSE(list.isColumnVisible(column.field));
+      EXPECT_EQ(list.rows().columnIndex(column.field), -1);
+      EXPECT_EQ(list.sum(column.field), 0);
+      EXPECT_EQ(list.footerText(column.field), QString());
+      for (const auto& each : list.exportColumns())
+        EXPECT_NE(each.caption, caption);
+      EXPECT_FALSE(tabs.contains(caption));
+      chart.setMeasure(column.field);
+      EXPECT_NE(chart.measure(), ui::qs(column.field));
+      for (int row = 0; row < list.rowCount(); ++row) {  // what a screen reader is told
+        const QModelIndex cell = model->index(row, static_cast<int>(i));
+        EXPECT_TRUE(model->data(cell).toString().isEmpty() && model->data(cell, Qt::EditRole).isNull());
+      }
+      if (list.isEmpty()) continue;
+      EXPECT_TRUE(ui::gridReport(list).prepare().find(caption).empty());
+      if (view.paper.empty()) continue;
+      previewed_.clear();
+      click(s, "btn_Prin");
+      ASSERT_EQ(previewed_.size(), 1u);
+      EXPECT_TRUE(previewed_[0].faults().empty());
+    }
+  });
   EXPECT_GT(withheld, 5);
 }
 
@@ -379,38 +362,32 @@ TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
   ui::enquiryServices().openDocument = [](const QString& number, ui::Screen&) { opened = number; };
   beAdmin();
   int led = 0;
-  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries()) {
-    SCOPED_TRACE(enquiry->name);
-    open(enquiry->name, [&](ui::Screen& screen) {
-      everyView(screen, [&](ui::EnquiryScreen& s, const ui::EnquiryView& view, ui::Grid& list) {
-        if (list.isEmpty() || (view.leads.view.empty() && view.leads.document.empty())) return;
-        opened.clear();
-        const int rows = list.rowCount();
-        for (int tried = 0; opened.isEmpty() && tried < std::min(rows, 12); ++tried) {
-          list.selectRow(tried % 2 ? rows - 1 - tried / 2 : tried / 2);  // some have none: opening stock, a quiet day
-          const QString key = list.currentKey();
-          int steps = 0;
-          for (; opened.isEmpty() && steps < 3 && s.shown().current(); ++steps) {
-            pressIn(*s.shown().view(), "Return");
-            s.shown().waitLoaded();
-          }
-          // The first rows of an account carry what was there before.
-          for (int next = 1; opened.isEmpty() && &s.shown() != &list && next < std::min(s.shown().rowCount(), 12);
-               ++next) {
-            s.shown().selectRow(next);
-            pressIn(*s.shown().view(), "Return");
-          }
-          while (&s.shown() != &list && steps-- > 0)
-            press(s, "Esc");
-          ASSERT_EQ(&s.shown(), &list);
-          EXPECT_EQ(list.rowCount(), rows);
-          EXPECT_EQ(list.currentKey(), key);
-        }
-        EXPECT_FALSE(opened.isEmpty()) << "no document behind it";
-        ++led;
-      });
-    });
-  }
+  everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
+    if (list.isEmpty() || (view.leads.view.empty() && view.leads.document.empty())) return;
+    opened.clear();
+    const int rows = list.rowCount();
+    for (int tried = 0; opened.isEmpty() && tried < std::min(rows, 12); ++tried) {
+      list.selectRow(tried % 2 ? rows - 1 - tried / 2 : tried / 2);  // some have none: opening stock, a quiet day
+      const QString key = list.currentKey();
+      int steps = 0;
+      for (; opened.isEmpty() && steps < 3 && s.shown().current(); ++steps) {
+        pressIn(*s.shown().view(), "Return");
+        s.shown().waitLoaded();
+      }
+      // The first rows of an account carry what was there before.
+      for (int next = 1; opened.isEmpty() && &s.shown() != &list && next < std::min(s.shown().rowCount(), 12); ++next) {
+        s.shown().selectRow(next);
+        pressIn(*s.shown().view(), "Return");
+      }
+      while (&s.shown() != &list && steps-- > 0)
+        press(s, "Esc");
+      ASSERT_EQ(&s.shown(), &list);
+      EXPECT_EQ(list.rowCount(), rows);
+      EXPECT_EQ(list.currentKey(), key);
+    }
+    EXPECT_FALSE(opened.isEmpty()) << "no document behind it";
+    ++led;
+  });
   EXPECT_GT(led, 10);
   ui::enquiryServices() = services;
 }
