@@ -6,17 +6,8 @@
 namespace jxc::test {
 namespace inventory_pairs_test {
 
-const QString kLeave = u"当前单据还未保存，是否保存？"_qs;
-
-QString waits(QStringView kind, QStringView panel) {
-  return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的%1，可以在“%2”面板中，进行修改及审核操作！"_qs
-      .arg(kind, panel);
-}
-QString atOnce(QStringView where) {
-  return u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以%1取消审核！"_qs.arg(where);
-}
-const QString kTransferWaits = waits(u"调拨单", u"待审核调\r\n\r\n拨单");
-const QString kTransferAtOnce = atOnce(u"在“库存调拨查询”功能中");
+const QString kTransferAtOnce = saveAuditedQuestion("库存调拨查询");
+const QString kLossAtOnce = u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以取消审核！"_qs;
 
 class InventoryPairsTest : public TradingScreenTest {
  protected:
@@ -29,10 +20,6 @@ class InventoryPairsTest : public TradingScreenTest {
     const QString sn = QString::number(10000001 + made_++);
     addGoods({.sn = sn, .name = u"镜架"_qs, .barcode = sn, .cost = cost, .price = price, .stock = stock});
     return sn;
-  }
-  void leaveDraft(ui::Screen& s) {
-    expectQuestion(kLeave, Answer::No);
-    press(s, "Esc");
   }
   static QString balances(const QString& goods) {
     return rows("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn=? order by ck_sn", goods);
@@ -86,11 +73,7 @@ TEST_F(InventoryPairsTest, AuditAtOnceAndStockBelowZero) {
       const QString isShort =
           u"该单据中至少一种商品库存不足，\r\n\r\n“%1”：%2将会出现负库存，是否继续？"_qs.arg(sn, gone);
       expectQuestion(isShort, Answer::Yes);
-      expectQuestion(isTransfer    ? each.audits ? kTransferAtOnce : kTransferWaits
-                     : each.audits ? atOnce(u"")
-                                   : waits(u"报损单", u"报损/报溢\r\n\r\n审核"),
-                     Answer::Yes);
-      press(s, "F5");
+      save(s, isTransfer ? each.audits ? kTransferAtOnce : kSaveTransfer : each.audits ? kLossAtOnce : kSaveLoss);
       EXPECT_TRUE(s.grid("gridLines").isEmpty());
     });
     EXPECT_EQ(balances(sn), each.balances);
@@ -116,8 +99,7 @@ TEST_F(InventoryPairsTest, PricesOfATransfer) {
       scan(s, sn);
       edit(s, "gridLines", 0, "db_sl", u"3");
       choose(s, "comCk2", u"分店"_qs);
-      expectQuestion(kTransferAtOnce, Answer::Yes);
-      press(s, "F5");
+      save(s, kTransferAtOnce);
     });
     EXPECT_EQ(rows("select db_dj,db_sj,db_zje from jxc_dbsp where g_sn=?", sn), each.line);
     EXPECT_EQ(posted(sn), each.posted);
@@ -184,14 +166,13 @@ TEST_F(InventoryPairsTest, ACountWithPutawayAndIssue) {
       open(screen, [&](ui::Screen& s) {
         scan(s, sn);
         edit(s, "gridLines", 0, field, pieces);
-        expectQuestion(question, Answer::Yes);
-        press(s, "F5");
+        save(s, question);
       });
     };
     write("F_Cgjh", "jh_sl", u"5", kSaveReceiptAudited);
     write("F_Spxs", "ls_sl", u"2", kSaveSaleAudited);
     EXPECT_EQ(balances(sn), each.before);
-    write("F_Kcpd", "pd_sl", u"7", atOnce(u"在“库存盘点查询”功能中"));
+    write("F_Kcpd", "pd_sl", u"7", saveAuditedQuestion("库存盘点查询"));
     EXPECT_EQ(balances(sn), each.after);
     EXPECT_TRUE(posted(sn).endsWith(QString::fromLatin1(each.posted))) << posted(sn).toStdString();
   }
@@ -206,8 +187,7 @@ TEST_F(InventoryPairsTest, OperatorsAreBoundToTheirWarehouses) {
   const QString sn = goods(5, 8, 10);
   open("F_Bsby", [&](ui::Screen& s) {
     scan(s, sn);
-    expectQuestion(waits(u"报损单", u"报损/报溢\r\n\r\n审核"), Answer::Yes);
-    press(s, "F5");
+    save(s, kSaveLoss);
   });
   setRights(u"100009"_qs, "kcgl", u"1111111111111111111111"_qs);
   becomeOperator(u"店员"_qs, u"100009"_qs, u"100009"_qs);
