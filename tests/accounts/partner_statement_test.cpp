@@ -11,6 +11,7 @@ namespace jxc {
 namespace partner_statement_test {
 
 using namespace partner_books;  // NOLINT(google-build-using-namespace): inside this file's own namespace
+using test::textsOf;
 
 const QString kOther = QStringLiteral("100002");
 
@@ -47,17 +48,6 @@ class Statement : public test::ShopTest, public ::testing::WithParamInterface<Pa
     more.insert(more.end(), {{family.partner, whose}, {family.status, 1}, {family.due, due}});
     return test::waitingDocument(family, date, more, {});
   }
-  /// Cells of each row by a blank.
-  static QStringList cells(const RowSet& rows, std::initializer_list<const char*> columns) {
-    QStringList all;
-    for (const Row row : rows) {
-      QStringList one;
-      for (const char* column : columns)
-        one << row.text(column);
-      all << one.join(u' ');
-    }
-    return all;
-  }
   RowSet ask(Sql (*source)(const PartnerSide&, const Criteria&, const Warehouses&), const Criteria& criteria = {}) {
     return openSelect(source(side, criteria, Warehouses(criteria)));
   }
@@ -85,7 +75,7 @@ TEST_P(Statement, OpenAmountsAndBalanceFollowReturnsAndWhatWasPaidLater) {
   const QStringList rows{first + u" 100 30 40 30"_qs, settled + u" 50 50 0 0"_qs, back + u" -20 0 0 -20"_qs};
   const Criteria may{.from = QStringLiteral("2021-05-01"), .to = QStringLiteral("2021-05-31")};
   const auto listed = [&](Criteria criteria) {
-    return cells(ask(statementDocuments, criteria), {"djh", "yfje", "sfje", "hkje", "wfje"});
+    return textsOf(ask(statementDocuments, criteria), {"djh", "yfje", "sfje", "hkje", "wfje"});
   };
   EXPECT_EQ(listed(may), rows);
   Criteria down = may;
@@ -93,8 +83,8 @@ TEST_P(Statement, OpenAmountsAndBalanceFollowReturnsAndWhatWasPaidLater) {
   EXPECT_EQ(listed(down), QStringList(rows.rbegin(), rows.rend()));
   EXPECT_EQ(listed({.kind = words(returns().prefix)}), rows.mid(2));
   EXPECT_EQ(listed({.partner = kOther}), QStringList());
-  EXPECT_EQ(cells(ask(openDocuments), {"djh", "wfje"}), QStringList({first + u" 30"_qs, back + u" -20"_qs}));
-  EXPECT_EQ(cells(ask(statementDocuments, may), {isCustomer() ? "fktype" : "zflx"}),
+  EXPECT_EQ(textsOf(ask(openDocuments), {"djh", "wfje"}), QStringList({first + u" 30"_qs, back + u" -20"_qs}));
+  EXPECT_EQ(textsOf(ask(statementDocuments, may), {isCustomer() ? "fktype" : "zflx"}),
             isCustomer() ? QStringList({"商品销售付款", "商品销售付款", "销售退货支出"})
                          : QStringList({"进货支付", "进货支付", "退货还款"}));
 
@@ -114,8 +104,8 @@ TEST_P(Statement, OpenAmountsAndBalanceFollowReturnsAndWhatWasPaidLater) {
   using Words = std::vector<std::pair<QString, QString>>;
   EXPECT_EQ(statementWords(side, may), (Words{{u"bTitle"_qs, noun + u"对账单'所有'"_qs}, {u"sLjjeAll"_qs, u"17"_qs}}));
   EXPECT_EQ(statementWords(side, {.partner = kOther})[0].second, noun + u"对账单'张三'"_qs);
-  EXPECT_EQ(cells(partnersOfStatements(side, {.from = u"2021-06-01"_qs}), {"sn"}), QStringList({partner(), kOther}));
-  EXPECT_EQ(cells(partnersOfStatements(side, {.to = u"2021-05-01"_qs}), {"sn"}), QStringList({partner()}));
+  EXPECT_EQ(textsOf(partnersOfStatements(side, {.from = u"2021-06-01"_qs}), {"sn"}), QStringList({partner(), kOther}));
+  EXPECT_EQ(textsOf(partnersOfStatements(side, {.to = u"2021-05-01"_qs}), {"sn"}), QStringList({partner()}));
 }
 
 TEST_P(Statement, WhatIsOpenGrowsOldByDays) {
@@ -131,10 +121,11 @@ TEST_P(Statement, WhatIsOpenGrowsOldByDays) {
   head(kind(), today, 8, kOther, {{kind().collected, 8.0}});  // paid since
   head(kind(), today, 3, u"999999"_qs);                       // of one who is gone
   execSql(compose("update {} set {}=600 where {}=?", {side.table, side.balance, side.sn}), kOther);
-  const std::initializer_list<const char*> columns{"ghs_name", "w30", "w60", "w90", "wmore", "wfje", "num", "rq", "qt"};
-  EXPECT_EQ(cells(ask(openByAge), columns),
+  const std::initializer_list<std::string_view> columns{"ghs_name", "w30", "w60", "w90", "wmore",
+                                                        "wfje",     "num", "rq",  "qt"};
+  EXPECT_EQ(textsOf(ask(openByAge), columns),
             QStringList({"张三 5 60 240 320 625 7 2021-03-01 -25", "999999 3 0 0 0 3 1 2021-05-31 "}));
-  EXPECT_EQ(cells(ask(openByAge, {.key = u"zs"_qs}), {"wfje"}), QStringList({"625"}));
+  EXPECT_EQ(textsOf(ask(openByAge, {.key = u"zs"_qs}), {"wfje"}), QStringList({"625"}));
   double open = 0;
   for (const Row row : ask(openDocuments, {.partner = kOther}))
     open += row.number("wfje");
@@ -156,16 +147,16 @@ TEST_P(Statement, FreightIsSummedByPartnerAndPayerToTheEndOfTheLastDay) {
   const QString nobody = shipped("2021-05-02", "", 1, 1);
   shipped("2021-05-03", "我方付", 0, 0);
   const Criteria may{.from = QStringLiteral("2021-05-01"), .to = QStringLiteral("2021-05-31")};
-  EXPECT_EQ(cells(ask(chargeTotals, may), {"ghs_name", "yffs", "yfje", "yf", "bzf", "sl"}),
+  EXPECT_EQ(textsOf(ask(chargeTotals, may), {"ghs_name", "yffs", "yfje", "yf", "bzf", "sl"}),
             QStringList({"张三 我方付 200 12 3 6", "张三 未指定 100 1 1 3"}));
-  EXPECT_EQ(cells(ask(chargedDocuments, {.group = u"未指定"_qs}), {"djh"}), QStringList({nobody}));
+  EXPECT_EQ(textsOf(ask(chargedDocuments, {.group = u"未指定"_qs}), {"djh"}), QStringList({nobody}));
   EXPECT_EQ(ask(chargeTotals, {.key = u"%_'*["_qs}).rowCount(), 0);
 }
 
 TEST_P(Statement, PartnersBeginWithAllOfThem) {
   execSql(compose("update {} set {}=1 where {}=?", {side.table, side.forbidden, side.sn}), partner());
   const RowSet rows = openSelect(statementPartners(side));
-  EXPECT_EQ(cells(rows, {"sn", "name"}).mid(0, 2),
+  EXPECT_EQ(textsOf(rows, {"sn", "name"}).mid(0, 2),
             QStringList({isCustomer() ? " 全部客户" : " 全部供货商", "100002 张三"}));
   EXPECT_EQ(rows[rows.rowCount() - 1].text("sn"), partner());
 }

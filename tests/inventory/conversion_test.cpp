@@ -39,15 +39,8 @@ class ConversionTest : public test::PaperTest {
     if (!rules.lines().mayWrite(line, place, prompt)) return 0;
     return rules.lines().addLine(Lines::Draft, place, line, prompt).id;
   }
-  QString rowsOf(const RowSet& rows, std::initializer_list<const char*> columns) {
-    QStringList all;
-    for (const Row row : rows) {
-      QStringList cells;
-      for (const char* column : columns)
-        cells << row.text(column);
-      all << cells.join(u' ');
-    }
-    return all.join(u" | "_qs);
+  QString rowsOf(const RowSet& rows, std::initializer_list<std::string_view> columns) {
+    return test::textsOf(rows, columns).join(u" | "_qs);
   }
   QString stock(const QString& goods) {
     return row("select ck_sn,kc_sl,kc_cbj from jxc_kcsp where g_sn=? order by ck_sn", goods);

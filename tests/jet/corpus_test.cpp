@@ -2,6 +2,7 @@
 // without being understood.
 #include "engine/error.h"
 #include "engine/transaction.h"
+#include "harness/row_texts.h"
 #include "jet/first_rows.h"
 #include "jet/lexer.h"
 #include "server/test_engine.h"
@@ -60,14 +61,7 @@ std::pair<std::string, std::vector<Value>> withValuesBound(const std::string& pa
 }
 
 QStringList linesOf(const RowSet& set) {
-  QStringList lines;
-  for (int row = 0; row < set.rowCount(); ++row) {
-    QStringList cells;
-    for (int column = 0; column < set.columnCount(); ++column)
-      cells << (set.isNull(row, column) ? QStringLiteral("null") : set.text(row, column));
-    lines << cells.join(u'|');
-  }
-  return lines;
+  return test::textsOf(set, u'|', QStringLiteral("null"));
 }
 
 QString textOf(const RowSet& set) {

@@ -1,5 +1,6 @@
 // What statements of the dialect mean, run on the engine.
 #include "engine/database.h"
+#include "harness/row_texts.h"
 #include "server/test_engine.h"
 
 #include <QStringList>
@@ -33,14 +34,7 @@ class DialectTest : public testing::Test {
   /// Rows as "a,b;c,d".
   QString rows(const char* sql, std::initializer_list<Value> values = {}) {
     const RowSet set = db_->select(sql, std::span<const Value>(values.begin(), values.size()));
-    QStringList lines;
-    for (int r = 0; r < set.rowCount(); ++r) {
-      QStringList cells;
-      for (int c = 0; c < set.columnCount(); ++c)
-        cells << (set.isNull(r, c) ? QStringLiteral("null") : set.text(r, c));
-      lines << cells.join(u',');
-    }
-    return lines.join(u';');
+    return test::textsOf(set, u',', QStringLiteral("null")).join(u';');
   }
   DbError::Kind refusal(const char* sql, std::initializer_list<Value> values = {}) {
     try {

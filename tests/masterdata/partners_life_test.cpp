@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "accounts/partner_documents.h"
 #include "harness/account_set_fixture.h"
+#include "harness/row_texts.h"
 #include "masterdata/employees.h"
 #include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
@@ -26,10 +27,7 @@ class PartnersLifeTest : public test::AccountSetFixture {
         lookupNumber(compose("select id from {} where {}=?", {side.table, side.sn}), number));
   }
   static QString names(const PartnerSide& side, const PartnerConditions& conditions) {
-    QStringList all;
-    for (const Row row : selectPartners(side, conditions))
-      all << row.text(side.name);
-    return all.join(u' ');
+    return test::textsOf(selectPartners(side, conditions), {side.name}).join(u' ');
   }
 };
 
@@ -116,10 +114,7 @@ TEST_F(PartnersLifeTest, BoundEmployeesAreKeptApartFromActiveOnes) {
   }
   toggleEmployeeDisabled(2);
   const auto offered = [](const QString& bound) {
-    QStringList all;
-    for (const Row row : selectBindableEmployees(bound))
-      all << row.text("u_name");
-    return all.join(u' ');
+    return test::textsOf(selectBindableEmployees(bound), {"u_name"}).join(u' ');
   };
   EXPECT_EQ(offered({}), QStringLiteral("默认员工 陈静"));
   EXPECT_EQ(offered(QStringLiteral("100002,")), QStringLiteral("默认员工 李明 陈静"));

@@ -234,9 +234,7 @@ TEST_F(ReceiptTest, PaidLessSpreadOverTheLines) {
   draft.paid = 100;
   const QString number = save(draft);
   // Share 3.50/3 = 1.17; C (0.50) cannot bear it. Left 1.16: 0.39 a line, C bears it: 103.5−2.34−1.17 = 99.99.
-  QStringList lines;
-  for (const Row row : waitingLines(number))
-    lines << row.text("jh_zje") + u' ' + row.text("jh_dj") + u' ' + row.text("jh_je");
+  const QStringList lines = test::textsOf(waitingLines(number), {"jh_zje", "jh_dj", "jh_je"});
   EXPECT_EQ(lines, QStringList({"38.44 3.84 38.4", "61.44 8.78 61.46", "0.11 0.22 0.11"}));
   EXPECT_EQ(head(number), "99.99 99.99 0");
   EXPECT_EQ(audit(number), AuditOutcome::Audited);

@@ -54,16 +54,9 @@ class DocumentListTest : public TradingScreenTest {
     EXPECT_EQ(checkDj(family, all_.back(), prompt), AuditOutcome::Audited) << all_.back().toStdString();
   }
   /// "number kind state amount open" of the rows in sight.
-  static QStringList listed(ui::Grid& list, std::initializer_list<const char*> columns) {
+  static QStringList listed(ui::Grid& list, std::initializer_list<std::string_view> columns) {
     list.waitLoaded();
-    QStringList rows;
-    for (const Row& row : list.shownRows()) {
-      QStringList cells;
-      for (const char* column : columns)
-        cells << row.text(column);
-      rows << cells.join(u' ');
-    }
-    return rows;
+    return textsOf(list.shownRows(), columns);
   }
 
   std::vector<QString> all_;

@@ -58,12 +58,7 @@ class LineImportTest : public TradingScreenTest {
     return path;
   }
   static void read(ui::Screen& s, const QString& path) { dynamic_cast<LineImportScreen&>(s).openFile(path); }
-  static QString verdicts(ui::Screen& s) {
-    QStringList texts;
-    for (const Row row : s.grid("gridLines").rows())
-      texts << row.text("status");
-    return texts.join(u" | "_qs);
-  }
+  static QString verdicts(ui::Screen& s) { return textsOf(s.grid("gridLines").rows(), {"status"}).join(u" | "_qs); }
   QTemporaryDir directory_;
 };
 

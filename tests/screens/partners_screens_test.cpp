@@ -1,4 +1,5 @@
 // Customers and suppliers through their screens: lists, dialogs, copying and contact books.
+#include "harness/row_texts.h"
 #include "masterdata/employees.h"
 #include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
@@ -15,11 +16,8 @@ namespace partners_screens_test {
 class PartnersScreenTest : public ScreenTest {
  protected:
   static QString shown(ui::Screen& s, std::string_view grid, std::string_view column) {
-    QStringList all;
     s.grid(grid).waitLoaded();
-    for (const Row row : s.grid(grid).rows())
-      all << row.text(column);
-    return all.join(u' ');
+    return textsOf(s.grid(grid).rows(), {column}).join(u' ');
   }
   void addCustomers(std::initializer_list<const char16_t*> names) {
     for (const char16_t* name : names)

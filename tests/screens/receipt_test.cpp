@@ -26,11 +26,7 @@ class ReceiptScreenTest : public TradingScreenTest {
 
   static QString shown(ui::Screen& s, std::string_view field) { return s.field(field).text(); }
   static QString lines(ui::Screen& s, std::string_view grid = "gridLines") {
-    QStringList texts;
-    for (const Row row : s.grid(grid).rows())
-      texts << row.text("g_sn").right(1) + u'×' + row.text("jh_sl") + u'@' + row.text("jh_dj") + u'=' +
-                   row.text("jh_zje");
-    return texts.join(u' ');
+    return TradingScreenTest::lines(s, "jh", grid);
   }
   /// A receipt of one scanned goods, saved from the screen.
   void receiveOne(ui::Screen& s, QStringView barcode) {

@@ -9,29 +9,15 @@ namespace sales_screen_test {
 class SalesScreenTest : public TradingScreenTest {
  protected:
   SalesScreenTest() {
-    addGoods({.sn = u"10000001"_qs,
-              .name = u"板材镜架"_qs,
-              .barcode = u"6900000000017"_qs,
-              .cost = 40,
-              .price = 120,
-              .stock = 5});
-    addGoods({.sn = u"10000002"_qs, .name = u"钛架"_qs, .barcode = u"6900000000024"_qs, .cost = 120, .price = 360});
-    addGoods({.sn = u"10000003"_qs,
-              .name = u"镜布"_qs,
-              .barcode = u"6900000000031"_qs,
-              .cost = 2.5,
-              .price = 7.5,
-              .stock = 30});
+    addGoods({u"10000001"_qs, u"板材镜架"_qs, u"6900000000017"_qs, 40, 120, 5});
+    addGoods({u"10000002"_qs, u"钛架"_qs, u"6900000000024"_qs, 120, 360});
+    addGoods({u"10000003"_qs, u"镜布"_qs, u"6900000000031"_qs, 2.5, 7.5, 30});
     execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('10000002','100001',0,0,120)");
     execSql("update jxc_goods set g_sj1=g_jj*2,g_lsj=g_jj*4,g_iszp=iif(g_sn='10000003',1,0)");
   }
 
   static QString lines(ui::Screen& s, std::string_view grid = "gridLines") {
-    QStringList texts;
-    for (const Row row : s.grid(grid).rows())
-      texts << row.text("g_sn").right(1) + u'×' + row.text("ls_sl") + u'@' + row.text("ls_dj") + u'=' +
-                   row.text("ls_zje");
-    return texts.join(u' ');
+    return TradingScreenTest::lines(s, "ls", grid);
   }
   static void scan(ui::Screen& s, QStringView code) {
     s.field("tSptm").focus();

@@ -15,10 +15,6 @@ class BusinessDay : public test::ShopTest {
   struct Line {
     double quantity, money;
   };
-  struct Ledger {
-    const char *flag, *date;
-    double quantity, net, tax = 0, cost = 0, profit = 0;
-  };
   BusinessDay() {
     addGoods("A", 10);
     addGoods("B", 3);
@@ -30,18 +26,6 @@ class BusinessDay : public test::ShopTest {
     for (const Line& line : lines)
       insertRow(f.lines,
                 {{f.number, number}, {f.line.columns->quantity, line.quantity}, {f.line.columns->total, line.money}});
-  }
-  static void ledger(const Ledger& row, const QString& warehouse = test::mainWarehouse) {
-    insertRow("jxc_goodslist", {{"gl_flag", row.flag},
-                                {"gl_kdrq", row.date},
-                                {"g_sn", "A"},
-                                {"ck_sn", warehouse},
-                                {"gl_sl", row.quantity},
-                                {"gl_je", row.net},
-                                {"gl_taxje", row.tax},
-                                {"gl_zje", row.net + row.tax},
-                                {"gl_zcb", row.cost},
-                                {"gl_lr", row.profit}});
   }
   static void money(const PartnerSide& side, const char* partner, const char* kind, const char* date, double due,
                     double paid) {
@@ -60,14 +44,6 @@ class BusinessDay : public test::ShopTest {
   static Criteria period(const char* from, const char* to) {
     return {.from = QString::fromLatin1(from), .to = QString::fromLatin1(to)};
   }
-  /// The figures of these columns by a blank.
-  static QString figures(const Criteria& criteria, const char* columns) {
-    const RowSet rows = answer(Source(businessFigures), criteria);
-    QStringList all;
-    for (const QString& column : QString::fromLatin1(columns).split(u' '))
-      all << rows.front().text(column.toStdString());
-    return all.join(u' ');
-  }
   template <auto Statement>
   static QStringList rowsOf(const Criteria& criteria, const char* columns) {
     QStringList all;
@@ -78,6 +54,10 @@ class BusinessDay : public test::ShopTest {
       all << cells.join(u' ');
     }
     return all;
+  }
+  /// The figures of these columns by a blank.
+  static QString figures(const Criteria& criteria, const char* columns) {
+    return rowsOf<businessFigures>(criteria, columns).front();
   }
   static QString mayOf(const char* columns) { return figures(period("2021-05-01", "2021-05-31"), columns); }
 };
@@ -106,10 +86,10 @@ TEST_F(BusinessDay, EachBlockCountsItsAuditedDocumentsAndSumsTheirLines) {
 }
 
 TEST_F(BusinessDay, ProfitIsOfSalesLessReturnsAndItsMarginIsOfTheAmountWithTax) {
-  ledger({"xs", "2021-05-01 09:00:00", 3, 100, 13, 60, 40});
-  ledger({"xt", "2021-05-31 23:59:59", -1, -30, -3.9, -20, -10});
-  ledger({"xs", "2021-06-01", 5, 500, 0, 100, 400});
-  ledger({"cj", "2021-05-01", 5, 500, 0});
+  ledgerRow("xs", "2021-05-01 09:00:00", {3, 100, 13, 60, 40});
+  ledgerRow("xt", "2021-05-31 23:59:59", {-1, -30, -3.9, -20, -10});
+  ledgerRow("xs", "2021-06-01", {5, 500, 0, 100, 400});
+  ledgerRow("cj", "2021-05-01", {5, 500, 0});
   EXPECT_EQ(mayOf("xscb xslr xszje lrl"), "40 30 79.1 37.93");  // 30/79.1
   EXPECT_EQ(figures(period("2021-07-01", "2021-07-31"), "xscb xslr xszje lrl xsds cgsl fkje"), "0 0 0 0 0 0 0");
   EXPECT_EQ(figures(period("2021-05-31", "2021-05-01"), "xslr lrl cgds skje"), "0 0 0 0") << "turned round";
@@ -149,11 +129,11 @@ TEST_F(BusinessDay, MoneyIsThatOfPartnersInUse) {
 }
 
 TEST_F(BusinessDay, DaysWithoutTradeAreThereAndTheirTotalsAreThoseOfThePage) {
-  ledger({"cj", "2021-05-01", 10, 100, 13});
-  ledger({"ct", "2021-05-01 18:00:00", -2, -20, -2.6});
-  ledger({"xs", "2021-05-03 09:00:00", 3, 100, 13, 60, 40});
-  ledger({"xs", "2021-05-03 10:00:00", 1, 0, 0, 5, -5}, kBranch);
-  ledger({"db", "2021-05-02", 1, 1});
+  ledgerRow("cj", "2021-05-01", {10, 100, 13});
+  ledgerRow("ct", "2021-05-01 18:00:00", {-2, -20, -2.6});
+  ledgerRow("xs", "2021-05-03 09:00:00", {3, 100, 13, 60, 40});
+  ledgerRow("xs", "2021-05-03 10:00:00", {1, 0, 0, 5, -5}, "A", kBranch);
+  ledgerRow("db", "2021-05-02", {1, 1});
   const char* columns = "rq cgsl cgje cgtaxje cgzje xssl xsje xstaxje xszje xscb xslr lrl";
   const auto days = [&](const char* from, const char* to) { return rowsOf<businessDays>(period(from, to), columns); };
   EXPECT_EQ(days("2021-05-01", "2021-05-04"),
@@ -178,9 +158,9 @@ TEST_F(BusinessDay, AMonthHasItsStockAndNothingWhereItHadNoTrade) {
   month("2021-04", test::mainWarehouse, 5, 50);
   month("2021-05", test::mainWarehouse, 8, 80.5);
   month("2021-05", kBranch, 1, 10);
-  ledger({"cj", "2021-05-01", 10, 100, 13});
-  ledger({"xs", "2021-05-31 23:59:59", 3, 100, 13, 60, 38});
-  ledger({"xs", "2021-06-01", 3, 100, 13, 60, 38});  // of a month without a stock: not told
+  ledgerRow("cj", "2021-05-01", {10, 100, 13});
+  ledgerRow("xs", "2021-05-31 23:59:59", {3, 100, 13, 60, 38});
+  ledgerRow("xs", "2021-06-01", {3, 100, 13, 60, 38});  // of a month without a stock: not told
   const auto months = [](const char* from, const char* to) {
     return rowsOf<businessMonths>(period(from, to), "js_rq sl zje cgsl cgje cgzje xssl xsje xszje xscb xslr lrl");
   };
@@ -200,8 +180,8 @@ TEST_F(BusinessDay, TheDayOnTheMainWindowIsThePageOfToday) {
   document(families::sale, "XS4", "2021-05-03", {{5, 50}}, test::mainWarehouse, 0);
   document(saleReturn, "XT1", "2021-05-03", {{1, 20}}, kBranch);
   document(overflow, "BY1", "2021-04-08", {{2, 22}}, kBranch, 0);
-  ledger({"xs", "2021-05-03", 4, 80, 0, 50, 30});
-  ledger({"xs", "2021-05-03", 1, 30, 0, 10, 20}, kBranch);
+  ledgerRow("xs", "2021-05-03", {4, 80, 0, 50, 30});
+  ledgerRow("xs", "2021-05-03", {1, 30, 0, 10, 20}, "A", kBranch);
   const auto cash = [](const char* account, const char* date, double amount, const char* counts) {
     insertRow("jxc_xjyh", {{"xj_kmmc", account}, {"xj_rq", date}, {"xj_je", amount}, {"xj_chk", counts}});
   };

@@ -11,9 +11,6 @@ namespace jxc::trade_totals_test {
 /// A supplier and two customers, frames "A" and cases "B"; in May three purchases, four sales.
 class TradeTotals : public test::ShopTest {
  protected:
-  struct Money {
-    double quantity, net, tax = 0, cost = 0, profit = 0;
-  };
   TradeTotals() {
     addGoods("A");
     addGoods("B");
@@ -33,32 +30,17 @@ class TradeTotals : public test::ShopTest {
     row("xt", "2021-05-31 23:59:59", "A", "K1", {-1, -30, 0, -10.67, -19.33});
     row("db", "2021-05-02", "A", "", {4, 40});
   }
-  static void row(const char* flag, const char* date, const char* goods, const char* partner, const Money& money,
-                  const char* name = "镜架") {
-    insertRow("jxc_goodslist", {{"gl_flag", flag},
-                                {"gl_kdrq", date},
-                                {"g_sn", goods},
-                                {"g_name", name},
-                                {"ghs_sn", partner},
-                                {"ghs_name", partner},
-                                {"ck_sn", test::mainWarehouse},
-                                {"gl_sl", money.quantity},
-                                {"gl_je", money.net},
-                                {"gl_taxje", money.tax},
-                                {"gl_zje", money.net + money.tax},
-                                {"gl_zcb", money.cost},
-                                {"gl_lr", money.profit}});
+  void row(const char* flag, const char* date, const char* goods, const char* partner, const Trade& trade,
+           const char* name = "镜架") {
+    updateRow("jxc_goodslist", ledgerRow(flag, date, trade, goods),
+              {{"g_name", name}, {"ghs_sn", partner}, {"ghs_name", partner}});
   }
   /// "key quantity net with-tax" of each sum; of sales with "cost profit margin".
   template <PartnerType Side, TradeBy By>
   static QStringList sums(const char* key, const Criteria& criteria = {}) {
-    QStringList all;
-    for (const Row row : answer(tradeTotalsOf<Side, By>, criteria)) {
-      QStringList one{row.text(key), row.text("sl"), row.text("je"), row.text("zje")};
-      if (Side == PartnerType::Customer) one << row.text("zcb") << row.text("lr") << row.text("lrl");
-      all << one.join(u' ');
-    }
-    return all;
+    const RowSet rows = answer(tradeTotalsOf<Side, By>, criteria);
+    if (Side == PartnerType::Supplier) return test::textsOf(rows, {key, "sl", "je", "zje"});
+    return test::textsOf(rows, {key, "sl", "je", "zje", "zcb", "lr", "lrl"});
   }
 };
 
@@ -153,12 +135,7 @@ TEST_F(TradeTotals, SuppliersShowWhatWasBoughtFromThemBesideWhatTheirGoodsBrough
   execSql("update jxc_goods set ghs_sn='S1' where g_sn='A'");
   const auto figures = [](Sql (*source)(const Criteria&, const Warehouses&), const char* key,
                           const Criteria& criteria) {
-    QStringList all;
-    for (const Row row : answer(source, criteria))
-      all << QStringList{row.text(key),    row.text("jhsl"), row.text("jhje"), row.text("xssl"),
-                         row.text("xsje"), row.text("zcb"),  row.text("lr"),   row.text("lrl")}
-                 .join(u' ');
-    return all;
+    return test::textsOf(answer(source, criteria), {key, "jhsl", "jhje", "xssl", "xsje", "zcb", "lr", "lrl"});
   };
   EXPECT_EQ(figures(supplierTrade, "ghs_name", {}),
             QStringList({"普通供货商 0 0 0 -5 0 -5 100", "S1 13 158.2 2 60 21.33 38.67 64.45", "S2 1 7.91 0 0 0 0 0",

@@ -26,16 +26,9 @@ class DocumentListTest : public test::ShopTest {
     waiting_ = waitingSale("2021-05-02", {{"A", 1, 12}}, 0);
   }
   template <class Set>
-  static QStringList listed(const Criteria& criteria, std::initializer_list<const char*> columns = {"djh"},
+  static QStringList listed(const Criteria& criteria, std::initializer_list<std::string_view> columns = {"djh"},
                             Sql (*source)(const Criteria&, const Warehouses&) = Set::documents) {
-    QStringList all;
-    for (const Row row : answer(source, criteria)) {
-      QStringList cells;
-      for (const char* column : columns)
-        cells << row.text(column);
-      all << cells.join(u' ');
-    }
-    return all;
+    return test::textsOf(answer(source, criteria), columns);
   }
   QString first_, second_, back_, sold_, waiting_;
 };

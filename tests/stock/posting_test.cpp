@@ -353,10 +353,8 @@ TEST_F(PostingTest, SpreadingASalePassesGiftsAndReturnedLinesBy) {
   execSql("update jxc_lsxssp set t_zp='(赠品)' where ls_sl=2 and gl_djh=?", number);
   execSql("update jxc_lsxssp set ls_dzl=0.8 where g_sn='A' and gl_djh=?", number);
   EXPECT_EQ(balanceSale(number, 89, 105).due, 89);
-  QStringList lines;
-  for (const Row row :
-       openSelect("select ls_zje,ls_taxdj,ls_dj,ls_je from jxc_lsxssp where gl_djh=? order by id", number))
-    lines << row.text("ls_zje") + u' ' + row.text("ls_taxdj") + u' ' + row.text("ls_dj") + u' ' + row.text("ls_je");
+  const QStringList lines = test::textsOf(
+      openSelect("select ls_zje,ls_taxdj,ls_dj,ls_je from jxc_lsxssp where gl_djh=? order by id", number));
   EXPECT_EQ(lines, QStringList({"84 10.5 10.5 84", "10 5 5 10", "-5 5 5 -5"}));  // 84 / (0.8 × 10)
 }
 

@@ -6,6 +6,7 @@
 #include "harness/account_set_fixture.h"
 #include "harness/invariants.h"
 #include "harness/qt_printers.h"
+#include "harness/row_texts.h"
 #include "harness/waiting_document.h"
 #include "purchasing/receipt.h"
 #include "stock/cancelling.h"
@@ -61,6 +62,19 @@ class ShopTest : public AccountSetFixture {
                                        {"gl_sqje", 0.0}});
   }
 
+  /// What a row of trade moves: pieces, and yuan without tax, of tax, of cost, of profit.
+  struct Trade {
+    double quantity, net, tax = 0, cost = 0, profit = 0;
+  };
+  std::int64_t ledgerRow(const QString& flag, const QString& date, const Trade& trade,
+                         const QString& goods = QStringLiteral("A"), const QString& warehouse = mainWarehouse) {
+    const std::int64_t id = ledgerRow(flag, date, trade.quantity, trade.net, 0, goods, warehouse);
+    updateRow(
+        "jxc_goodslist", id,
+        {{"gl_taxje", trade.tax}, {"gl_zje", trade.net + trade.tax}, {"gl_zcb", trade.cost}, {"gl_lr", trade.profit}});
+    return id;
+  }
+
   /// "stock average value" of a ledger row.
   QString figures(std::int64_t id) {
     const RowSet row = openSelect("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where id=?", id);
@@ -82,12 +96,7 @@ class ShopTest : public AccountSetFixture {
   /// All cells of the rows of a statement, by a blank.
   template <class... Args>
   static QString row(const SqlText& sql, const Args&... args) {
-    const RowSet rows = openSelect(sql, args...);
-    QStringList texts;
-    for (int r = 0; r < rows.rowCount(); ++r)
-      for (int column = 0; column < rows.columnCount(); ++column)
-        texts << rows.text(r, column);
-    return texts.join(u' ');
+    return textsOf(openSelect(sql, args...)).join(u' ');
   }
   double supplierOwed() { return lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100001'"); }
   double customerOwes() { return lookupNumber("select kh_lwje from jxc_khxx where kh_sn=?", customer()); }

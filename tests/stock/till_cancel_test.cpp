@@ -42,10 +42,7 @@ class TillCancel : public test::ShopTest {
               {{"hy_sn", u"100005"}, {"hs_zsfs", -source}, {"xf_zsrq", released}, {"xf_je", 20.0}, {"hs_zsje", 0.0}});
   }
   QString gifts() {
-    QStringList texts;
-    for (const Row row : openSelect("select hs_zsfs,xf_zsrq,hs_zsje from jxc_hyxf order by id"))
-      texts << row.text("hs_zsfs") + u' ' + row.text("xf_zsrq") + u' ' + row.text("hs_zsje");
-    return texts.join(u", "_qs);
+    return test::textsOf(openSelect("select hs_zsfs,xf_zsrq,hs_zsje from jxc_hyxf order by id")).join(u", "_qs);
   }
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/statements.h"
+#include "harness/row_texts.h"
 #include "screens/harness/screen_test.h"
 
 #include <QDir>
@@ -84,15 +85,15 @@ class TradingScreenTest : public ScreenTest {
   /// Rows of a statement, cells by a blank, rows by " | ".
   template <class... Args>
   static QString rows(const SqlText& sql, const Args&... args) {
-    const RowSet all = openSelect(sql, args...);
-    QStringList lines;
-    for (int row = 0; row < all.rowCount(); ++row) {
-      QStringList cells;
-      for (int column = 0; column < all.columnCount(); ++column)
-        cells << all.text(row, column);
-      lines << cells.join(u' ');
-    }
-    return lines.join(u" | "_qs);
+    return textsOf(openSelect(sql, args...)).join(u" | "_qs);
+  }
+  /// Lines of a document, "last digit of the goods × quantity @ price = total" of each; `initials` are of its columns.
+  static QString lines(ui::Screen& s, const std::string& initials, std::string_view grid = "gridLines") {
+    QStringList texts;
+    for (const Row row : s.grid(grid).rows())
+      texts << row.text("g_sn").right(1) + u'×' + row.text(initials + "_sl") + u'@' + row.text(initials + "_dj") +
+                   u'=' + row.text(initials + "_zje");
+    return texts.join(u' ');
   }
   /// Keys of a scanner, wherever the focus is.
   static void scan(ui::Screen& s, QStringView code) {
