@@ -52,6 +52,19 @@ UNKNOWN = "9999999999999"
 HERE, THERE = "100001", "100002"  # the warehouses; the lists of them have these two, in this order
 
 
+def told(figures):
+    """Says what was found and what was worked out, a pair for each name; gives back those that differ by a fen."""
+    for name, (there, wanted) in figures.items():
+        print(f"  {name}: {there:.2f}, worked out {wanted:.2f}")
+    return [(name, wanted, there) for name, (there, wanted) in figures.items() if abs(there - wanted) > 0.005]
+
+
+def conclude(what, wrong):
+    print(f"  {what}: {'as worked out' if not wrong else 'see below'}")
+    if wrong:
+        raise Failure(f"the books differ: {wrong[:5]}")
+
+
 class Books:
     """What the shop should have, worked out line by line."""
 
@@ -74,18 +87,12 @@ class Books:
     def compare(self, shop):
         found = {goods: stock for goods, stock in shop.rows("select g_sn,sum(kc_sl) from jxc_kcsp group by g_sn")}
         wrong = [(g, s, found.get(g)) for g, s in self.stock.items() if abs(found.get(g, 0) - s) > 1e-6]
-        figures = {
-            "cash": (self.cash, shop.number("select sum(xj_je) from jxc_xjyh")),
-            "owed to suppliers": (self.suppliers, shop.number("select sum(ghs_lwje) from jxc_ghsxx")),
-            "owed by customers": (self.customers, shop.number("select sum(kh_lwje) from jxc_khxx")),
-        }
-        for name, (wanted, there) in figures.items():
-            print(f"  {name}: {there:.2f}, worked out {wanted:.2f}")
-            if abs(wanted - there) > 0.005:
-                wrong.append((name, wanted, there))
-        print(f"  stock of {len(self.stock)} goods: {'as worked out' if not wrong else 'see below'}")
-        if wrong:
-            raise Failure(f"the books differ: {wrong[:5]}")
+        wrong += told({
+            "cash": (shop.number("select sum(xj_je) from jxc_xjyh"), self.cash),
+            "owed to suppliers": (shop.number("select sum(ghs_lwje) from jxc_ghsxx"), self.suppliers),
+            "owed by customers": (shop.number("select sum(kh_lwje) from jxc_khxx"), self.customers),
+        })
+        conclude(f"stock of {len(self.stock)} goods", wrong)
 
 
 class Shop:
@@ -363,14 +370,9 @@ class House:
                  or abs(stock[place][1] - self.cost[place]) > 1e-6]
         wrong += [(place, "is too much") for place in stock if place not in self.pieces]
         booked = dict(shop.rows("select substr(gl_djh,1,2),sum(fy_je) from jxc_yyfy group by 1"))
-        for prefix in sorted(booked.keys() | self.booked.keys()):
-            there, wanted = booked.get(prefix, 0.0), self.booked[prefix]
-            print(f"  {prefix}: {there:.2f} booked, worked out {wanted:.2f}")
-            if abs(there - wanted) > 0.005:
-                wrong.append((prefix, wanted, there))
-        print(f"  stock and cost of {len(self.pieces)} balances: {'as worked out' if not wrong else 'see below'}")
-        if wrong:
-            raise Failure(f"the books differ: {wrong[:5]}")
+        wrong += told({prefix: (booked.get(prefix, 0.0), self.booked[prefix])
+                       for prefix in sorted(booked.keys() | self.booked.keys())})
+        conclude(f"stock and cost of {len(self.pieces)} balances", wrong)
 
 
 def keep_house(desk, shop, house, dice, kind):
