@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 
 namespace jxc::bench {
 namespace filled_shop_detail {
@@ -184,49 +185,38 @@ std::string named(const char* what, int rows, bool byHand) {
 
 // ---- documents within the house --------------------------------------------------------------------------------
 
-QString waitingTransfer(const QString& date, int lines, int seed) {
+namespace filled_shop_detail {
+
+/// Lines and their head; `line` and `head` write what the kind has besides.
+QString waiting(const DocumentFamily& family, const QString& date, int lines, int seed,
+                std::initializer_list<Field> line, std::initializer_list<Field> head) {
   Transaction transaction(accountDb());
-  const QString number = newDocumentNumber(families::transfer, date);
-  for (int line = 0; line < lines; ++line)
-    insertRow("jxc_dbsp", {{"gl_djh", number},
-                           {"g_sn", QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount))},
-                           {"db_sl", 1.0},
-                           {"db_dj", 10.0},
-                           {"db_sj", 20.0},
-                           {"db_zje", 10.0},
-                           {"a_name", u"admin"}});
-  insertRow("jxc_kcdbd", {{"gl_djh", number},
-                          {"ck_out", u"100001"},
-                          {"ck_in", u"100002"},
-                          {"db_dbrq", date},
-                          {"db_status", 0},
-                          {"u_sn", u"100001"},
-                          {"db_note", u""},
-                          {"a_name", u"admin"}});
+  const QString number = newDocumentNumber(family, date);
+  for (int i = 0; i < lines; ++i) {
+    const QString goods = QString::fromStdString(goodsCode((seed * 7 + i * 13) % goodsCount));
+    updateRow(family.lines, insertRow(family.lines, {{family.number, number}, {"g_sn", goods}, {"a_name", u"admin"}}),
+              line);
+  }
+  const std::int64_t id = insertRow(
+      family.head,
+      {{family.number, number}, {family.date, date}, {family.status, 0}, {"u_sn", u"100001"}, {"a_name", u"admin"}});
+  updateRow(family.head, id, head);
   transaction.commit();
   return number;
 }
 
+}  // namespace filled_shop_detail
+
+QString waitingTransfer(const QString& date, int lines, int seed) {
+  return filled_shop_detail::waiting(families::transfer, date, lines, seed,
+                                     {{"db_sl", 1.0}, {"db_dj", 10.0}, {"db_sj", 20.0}, {"db_zje", 10.0}},
+                                     {{"ck_out", u"100001"}, {"ck_in", u"100002"}, {"db_note", u""}});
+}
+
 QString waitingLoss(const QString& date, int lines, int seed) {
-  Transaction transaction(accountDb());
-  const QString number = newDocumentNumber(families::loss, date);
-  for (int line = 0; line < lines; ++line)
-    insertRow("jxc_bssp", {{"gl_djh", number},
-                           {"g_sn", QString::fromStdString(goodsCode((seed * 7 + line * 13) % goodsCount))},
-                           {"bs_sl", 1.0},
-                           {"bs_dj", 10.0},
-                           {"bs_zje", 10.0},
-                           {"bs_note", u""},
-                           {"a_name", u"admin"}});
-  insertRow("jxc_bsd", {{"gl_djh", number},
-                        {"ck_sn", u"100001"},
-                        {"bs_bsrq", date},
-                        {"bs_status", 0},
-                        {"u_sn", u"100001"},
-                        {"bs_note", u""},
-                        {"a_name", u"admin"}});
-  transaction.commit();
-  return number;
+  return filled_shop_detail::waiting(families::loss, date, lines, seed,
+                                     {{"bs_sl", 1.0}, {"bs_dj", 10.0}, {"bs_zje", 10.0}, {"bs_note", u""}},
+                                     {{"ck_sn", u"100001"}, {"bs_note", u""}});
 }
 
 // ---- work ---------------------------------------------------------------------------------------------------------
@@ -260,6 +250,27 @@ void WorkSoFar::tellEach(benchmark::State& state) const {
   state.counters["steps"] = (now.steps_ - steps_) / each;
   state.counters["missed"] = (now.missed_ - missed_) / each;
   state.counters["written"] = (now.written_ - written_) / each;
+}
+
+void measure(benchmark::State& state, const Audits& audits) {
+  std::vector<QString> numbers;
+  for (benchmark::IterationCount i = 0; i < state.max_iterations + audits.warmUps; ++i)
+    numbers.push_back(audits.make());
+  YesPrompt prompt;
+  std::size_t next = 0;
+  const auto audit = [&] {
+    const QString& number = numbers[next++];
+    if (audits.byHand)
+      audits.byHand(number.toStdString());
+    else if (checkDj(audits.family, number, prompt) != AuditOutcome::Audited)
+      throw std::runtime_error("not audited");
+  };
+  for (int i = 0; i < audits.warmUps; ++i)
+    audit();
+  const WorkSoFar before;
+  for (auto _ : state)
+    audit();
+  before.tellEach(state);
 }
 
 bool registerPairs(std::span<const Pair> pairs, int most) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "bare_shop.h"
+#include "stock/document_family.h"
 
 #include <benchmark/benchmark.h>
+#include <functional>
 #include <limits>
 #include <span>
 #include <string>
@@ -39,6 +41,16 @@ class WorkSoFar {
  private:
   double steps_, missed_, written_;
 };
+
+/// Audits of one kind of document, measured one after the other.
+struct Audits {
+  const DocumentFamily& family;
+  int warmUps;                                            // that many before, unmeasured
+  std::function<QString()> make;                          // a waiting document; its number
+  std::function<void(const std::string& number)> byHand;  // or null: the program audits them
+};
+/// With the work of each.
+void measure(benchmark::State& state, const Audits& audits);
 
 /// A piece of work as the program does it and by hand.
 struct Pair {

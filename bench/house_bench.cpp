@@ -18,7 +18,6 @@ namespace house_bench {
 using bench::Bare;
 using bench::Shop;
 using bench::shopWith;
-using bench::YesPrompt;
 
 // ---- by hand -----------------------------------------------------------------------------------------------------
 
@@ -113,26 +112,14 @@ void audits(benchmark::State& state, const Case& each, int ledgerRows, Way way) 
   if (!exists("select id from jxc_ckxx where ck_sn='100002'"))
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
   ensureStockRows(date.left(7));
-  YesPrompt prompt;
   BareAudit bare(shop.native(), *each.words);
-  const int warmUps = bench::goodsCount / linesOfDocument + 1;  // every goods was met once
-  std::vector<QString> numbers;
-  for (benchmark::IterationCount i = 0; i < state.max_iterations + warmUps; ++i)
-    numbers.push_back(each.make(date, linesOfDocument, ++seed));
-  std::size_t next = 0;
-  const auto audit = [&] {
-    const QString& number = numbers[next++];
-    if (way == Way::ByHand)
-      bare.run(number.toStdString(), date.toStdString());
-    else if (checkDj(*each.family, number, prompt) != AuditOutcome::Audited)
-      throw std::runtime_error("not audited");
+  bench::Audits all{
+      .family = *each.family,
+      .warmUps = bench::goodsCount / linesOfDocument + 1,  // every goods was met once
+      .make = [&] { return each.make(date, linesOfDocument, ++seed); },
   };
-  for (int i = 0; i < warmUps; ++i)
-    audit();
-  const bench::WorkSoFar before;
-  for (auto _ : state)
-    audit();
-  before.tellEach(state);
+  if (way == Way::ByHand) all.byHand = [&](const std::string& number) { bare.run(number, date.toStdString()); };
+  bench::measure(state, all);
 }
 
 constexpr Case cases[] = {

@@ -24,7 +24,6 @@ using bench::goodsCode;
 using bench::goodsCount;
 using bench::Shop;
 using bench::shopWith;
-using bench::YesPrompt;
 
 // ---- by hand -----------------------------------------------------------------------------------------------------
 
@@ -146,32 +145,19 @@ void audits(benchmark::State& state, bool sale, int ledgerRows, int lines, int d
   // A day of its own for each measurement, or the later ones would walk over the rows of the earlier ones.
   static int day = 0;
   const QString date = QDate::currentDate().addDays(++day - daysBack).toString(Qt::ISODate);
-  YesPrompt prompt;
   ensureStockRows(date.left(7));
   static int seed = 0;
-  // Statements are prepared, and every goods was met once: a shop in the middle of its day.
-  const int warmUps = daysBack == 0 ? goodsCount / lines + 1 : 1;
-  std::vector<QString> numbers;
-  for (benchmark::IterationCount i = 0; i < state.max_iterations + warmUps; ++i)
-    numbers.push_back(bench::waitingDocument(sale, date, lines, ++seed));
-  const DocumentFamily& family = sale ? families::sale : families::purchaseReceipt;
   BareAudit bare(shop.native(), sale);
   bare.setDate(date.toStdString());
   const std::string today = clock::today().toStdString();
-  std::size_t next = 0;
-  const auto audit = [&] {
-    const QString& number = numbers[next++];
-    if (way == ByHand)
-      bare.run(number.toStdString(), today);
-    else if (checkDj(family, number, prompt) != AuditOutcome::Audited)
-      throw std::runtime_error("not audited");
+  bench::Audits all{
+      .family = sale ? families::sale : families::purchaseReceipt,
+      // Statements are prepared, and every goods was met once: a shop in the middle of its day.
+      .warmUps = daysBack == 0 ? goodsCount / lines + 1 : 1,
+      .make = [&] { return bench::waitingDocument(sale, date, lines, ++seed); },
   };
-  for (int i = 0; i < warmUps; ++i)
-    audit();
-  const bench::WorkSoFar before;
-  for (auto _ : state)
-    audit();
-  before.tellEach(state);
+  if (way == ByHand) all.byHand = [&](const std::string& number) { bare.run(number, today); };
+  bench::measure(state, all);
 }
 
 struct Case {

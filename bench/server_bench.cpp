@@ -75,14 +75,7 @@ void HandAudit::postStock(const std::vector<Goods>& all, const std::string& date
 
 void HandAudit::run(const std::string& number, const std::string& date, const std::string& today) {
   const std::string partner = "100001", account = "现金", month = date.substr(0, 7);
-  server_.send(words_.lines, number).send(words_.head, number);
-  if (words_.shortage) server_.send(words_.shortage, number);
-  server_.fetch();
-
-  server_.send("begin").send("select pg_advisory_xact_lock(19770113,1)").send(words_.head, number);
-  if (words_.shortage) server_.send(words_.shortage, number);
-  server_.send(words_.heads, number).send(words_.head, number);
-  server_.fetch();
+  bench::beginAudit(server_, words_, number);
 
   server_.send(words_.audited, today, number).send(words_.strays, number).send(words_.due, number);
   server_.send(words_.cash, date, number, partner, account);

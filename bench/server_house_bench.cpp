@@ -77,14 +77,7 @@ double HandAudit::postStock(const std::vector<Effect>& all, const std::string& d
 
 void HandAudit::run(const std::string& number, const std::string& date, const std::string& today) {
   const std::string month = date.substr(0, 7);
-  server_.send(words_.lines, number).send(words_.head, number);
-  if (words_.shortage) server_.send(words_.shortage, number);
-  server_.fetch();
-
-  server_.send("begin").send("select pg_advisory_xact_lock(19770113,1)").send(words_.head, number);
-  if (words_.shortage) server_.send(words_.shortage, number);
-  server_.send(words_.heads, number).send(words_.head, number);
-  server_.fetch();
+  bench::beginAudit(server_, words_, number);
 
   const double value = postStock(posted(number, today), date);
   server_.send("select ck_sn from jxc_ckxx where ck_sn not in (select ck_sn from jxc_kcsp where g_sn='00000000')");

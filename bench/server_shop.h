@@ -123,6 +123,19 @@ class Pipeline {
   std::vector<bool> wanted_;
 };
 
+/// What every audit reads before it begins, and again in its transaction. `words` are those of its kind.
+template <class Words>
+void beginAudit(Pipeline& server, const Words& words, const std::string& number) {
+  server.send(words.lines, number).send(words.head, number);
+  if (words.shortage) server.send(words.shortage, number);
+  server.fetch();
+
+  server.send("begin").send("select pg_advisory_xact_lock(19770113,1)").send(words.head, number);
+  if (words.shortage) server.send(words.shortage, number);
+  server.send(words.heads, number).send(words.head, number);
+  server.fetch();
+}
+
 /// Rewrites the running figures of `lines` (id, flag, quantity, amount, price, and the five figures as they stand)
 /// behind the row before them. The average at the end, in yuan a unit.
 double replay(Pipeline& server, const Rows& opening, const Rows& lines);
