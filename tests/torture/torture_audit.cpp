@@ -72,6 +72,11 @@ class LatePrompt : public SharingPrompt {
 QString goodsCode(int index) {
   return QString::number(1000001 + index);
 }
+/// A goods without stock; its cost in yuan.
+void addGoods(int index, double cost) {
+  execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
+          goodsCode(index), QStringLiteral("镜架%1").arg(index), cost);
+}
 
 using test::waitingDocument;
 
@@ -106,8 +111,7 @@ void prepareCounts(int goods) {
   execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
   Transaction transaction(accountDb());
   for (int i = 0; i < goods; ++i)
-    execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
-            goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i % 20);
+    addGoods(i, 10.0 + i % 20);
   for (const QString& warehouse : {u"100001"_qs, u"100002"_qs}) {
     std::vector<test::Pieces> found;
     for (int i = 0; i < goods; ++i)
@@ -132,10 +136,8 @@ std::vector<QString> documents() {
 /// Receipts that share goods and supplier, so that each audit touches the running figures of the others.
 void prepare(int count, Prompt& prompt) {
   const bool again = !lookupValue("select g_sn from jxc_goods where g_sn=?", goodsCode(0)).isEmpty();
-  for (int i = 0; i < goodsCount && !again; ++i) {
-    execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
-            goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i);
-  }
+  for (int i = 0; i < goodsCount && !again; ++i)
+    addGoods(i, 10.0 + i);
   for (int i = 0; i < count; ++i) {
     receipt::ReceiptDraft draft = receipt::newReceipt();
     for (int line = 0; line < 5; ++line) {
@@ -333,8 +335,7 @@ void post(unsigned seed, int seconds, int station) {
 void preparePosting(Prompt& prompt) {
   execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
   for (int i = 0; i < postedGoods; ++i)
-    execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
-            goodsCode(i), QStringLiteral("镜架%1").arg(i), 10.0 + i);
+    addGoods(i, 10.0 + i);
   receipt::ReceiptDraft draft = receipt::newReceipt();
   for (int i = 0; i < postedGoods; ++i) {
     receipt::LineDraft line = receipt::newLine(goodsCode(i));
