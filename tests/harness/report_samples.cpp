@@ -5,6 +5,10 @@
 #include "output/templates.h"
 #include "platform/report/template_file.h"
 
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
 namespace jxc::test {
 
 report::Template delivered(const char* name) {
@@ -37,6 +41,13 @@ RowSet rowsOf(std::vector<std::string> columns, std::initializer_list<std::initi
     }
   }
   return set;
+}
+
+QString textOfPdf(const QString& file) {
+  QProcess reader;
+  reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+  EXPECT_TRUE(reader.waitForFinished()) << "pdftotext (package poppler-utils) is missing";
+  return QString::fromUtf8(reader.readAllStandardOutput());
 }
 
 QStringList linesOf(const report::Pages& pages) {

@@ -20,6 +20,8 @@ report::Report saleReport(int rows);
 
 /// Rows of texts and numbers: an empty text is null, what reads as a number is one.
 RowSet rowsOf(std::vector<std::string> columns, std::initializer_list<std::initializer_list<const char*>> rows);
+/// What another program reads in a PDF, laid out as it stands there.
+QString textOfPdf(const QString& file);
 /// All lines of all pages.
 QStringList linesOf(const report::Pages& pages);
 

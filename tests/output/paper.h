@@ -3,11 +3,11 @@
 
 #include "core/program_directory.h"
 #include "harness/gui.h"
+#include "harness/report_samples.h"
 #include "output/templates.h"
 #include "stock/shop.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 namespace jxc::test {
@@ -29,10 +29,7 @@ class PaperTest : public ShopTest {
     const report::Pages pages = report.prepare();
     pages.writePdf(file);
     keep(pages, name);
-    QProcess reader;
-    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
-    EXPECT_TRUE(reader.waitForFinished()) << "pdftotext (package poppler-utils) is missing";
-    return QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    return textOfPdf(file).split(u'\n', Qt::SkipEmptyParts);
   }
 
   /// JXC_PAPERS=DIR keeps the papers, for whoever wants to look at them.

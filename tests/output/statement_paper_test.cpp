@@ -10,13 +10,6 @@
 namespace jxc::test {
 namespace statement_paper_test {
 
-QString textOf(const QString& file) {
-  QProcess reader;
-  reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
-  EXPECT_TRUE(reader.waitForFinished()) << "pdftotext (package poppler-utils) is missing";
-  return QString::fromUtf8(reader.readAllStandardOutput()).remove(u' ');
-}
-
 TEST_F(PaperTest, StatementsOfManyCustomersAreAFileEachUntilTheyAreStopped) {
   addGoods("A", 5);
   receive("2021-04-01", {{u"A"_qs, 9, 5}});
@@ -35,10 +28,11 @@ TEST_F(PaperTest, StatementsOfManyCustomersAreAFileEachUntilTheyAreStopped) {
   ASSERT_EQ(files().size(), 2);
   EXPECT_EQ(files().last(), "客户对账单-100002-张三-西店-2021-05-01至2021-05-31.pdf");
 
-  const QString first = textOf(folder.filePath(files().first()));
+  const QString first = textOfPdf(folder.filePath(files().first())).remove(u' ');
   EXPECT_TRUE(first.contains(sold) && first.contains(u"商品销售付款") && first.contains(u"期末余额：70.00"))
       << first.toStdString();
-  const QString idle = textOf(folder.filePath(files().last()));  // without a document it tells the balance
+  // Without a document it tells the balance.
+  const QString idle = textOfPdf(folder.filePath(files().last())).remove(u' ');
   EXPECT_TRUE(idle.contains(u"客户对账单'张三/西店'") && idle.contains(u"期末余额：1,234.50")) << idle.toStdString();
   EXPECT_TRUE(readBack(statementReport(customerSide, may), u"all"_qs).join(QString()).contains(u"1,304.50"));
   EXPECT_THROW(writeStatements(customerSide, partners, may, folder.filePath(u"none"_qs), {}), std::runtime_error);

@@ -1,5 +1,4 @@
 // 营业分析 and the day on the main window, as an operator sees them.
-#include "core/program_directory.h"
 #include "core/screens/main_form.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
@@ -9,7 +8,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QTemporaryDir>
 #include <QToolButton>
 
 namespace jxc::test {
@@ -18,7 +16,6 @@ namespace business_test {
 class BusinessScreens : public ScreenTest {
  protected:
   BusinessScreens() {
-    setProgramDirectory(home_.path());
     bringTemplates();
     for (const auto& [number, date, quantity, money] :
          {std::tuple("XS1", "2021-05-03", 2.0, 300.0), std::tuple("XS2", "2021-05-01", 1.0, 100.0)}) {
@@ -36,10 +33,6 @@ class BusinessScreens : public ScreenTest {
     }
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { printed_ = pages.lines(0).join(u'|'); };
   }
-  ~BusinessScreens() override {
-    restorePrintOutlet();
-    setProgramDirectory({});
-  }
   static QString label(ui::Screen& s, const char* field) {
     return s.findChild<QLabel*>(u"l_"_qs + QString::fromLatin1(field))->text();
   }
@@ -51,15 +44,11 @@ class BusinessScreens : public ScreenTest {
   }
   /// A role with all rights but these.
   void beWithout(std::initializer_list<std::pair<const char*, int>> taken) {
-    for (const char* group : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"}) {
-      QString rights(30, u'1');
-      for (const auto& [of, position] : taken)
-        if (std::string_view(of) == group) rights[position - 1] = u'0';
-      setRights(QStringLiteral("100077"), group, rights);
-    }
+    setAllRights(QStringLiteral("100077"), QString(30, u'1'));
+    for (const auto& [group, position] : taken)
+      takeRight(QStringLiteral("100077"), group, position);
     becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
   }
-  QTemporaryDir home_;
   QString printed_;
 };
 

@@ -27,7 +27,6 @@ class DocumentListTest : public TradingScreenTest {
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { seen_ += !pages.find(u"镜"_qs).empty(); };
   }
-  ~DocumentListTest() override { restorePrintOutlet(); }
 
   /// All twelve, the goods that came back among them posted at once.
   void makeAll() {

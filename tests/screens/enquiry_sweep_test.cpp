@@ -1,7 +1,7 @@
 // What holds for every registered enquiry, over the demonstration shop.
 #include "core/comparison.h"
 #include "core/data_module.h"
-#include "core/program_directory.h"
+#include "harness/report_samples.h"
 #include "maintenance/demo_shop.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
@@ -16,11 +16,9 @@
 #include "ui/grid_paper.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace enquiry_sweep_test {
@@ -46,7 +44,6 @@ class EnquirySweep : public ScreenTest {
     dataModule().installAccountDb(openEmpty());
     buildDemoShop({.months = 1, .seed = 3, .goods = 40, .documentsADay = 4, .lastDay = QDate(2021, 8, 31)});
     setClock(QStringLiteral("2021-08-31 20:00:00"));
-    setProgramDirectory(home_.path());
     bringTemplates();
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { previewed_.push_back(pages); };
     // All happened in this month, the stock that the shop opened with too.
@@ -64,13 +61,7 @@ class EnquirySweep : public ScreenTest {
     foreignName_ = warehouses[1].text("ck_name");
     execSql("update jxc_ckxx set ck_asn=? where ck_sn=?", u"100099,", own_);
     execSql("update jxc_ckxx set ck_asn=? where ck_sn<>?", u"100001,", own_);
-    const QString all(60, u'1');
-    for (const char* group : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"})
-      setRights(QStringLiteral("100077"), group, all);
-  }
-  ~EnquirySweep() override {
-    restorePrintOutlet();
-    setProgramDirectory({});
+    setAllRights(QStringLiteral("100077"), QString(60, u'1'));
   }
 
   void beAdmin() { becomeOperator(QStringLiteral("admin"), QStringLiteral("100001"), QStringLiteral("100001")); }
@@ -79,11 +70,8 @@ class EnquirySweep : public ScreenTest {
     becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
   }
   void beWithoutPrices() {
-    for (const auto& [group, taken] : {std::pair("qtcz", 7), std::pair("qtcz", 9), std::pair("kcgl", 16)}) {
-      QString rights = lookupValue(compose("select {} from jxc_role where r_sn='100077'", {group}));
-      rights[taken - 1] = u'0';
-      setRights(QStringLiteral("100077"), group, rights);
-    }
+    for (const auto& [group, position] : {std::pair("qtcz", 7), std::pair("qtcz", 9), std::pair("kcgl", 16)})
+      takeRight(QStringLiteral("100077"), group, position);
     becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
   }
 
@@ -153,15 +141,11 @@ class EnquirySweep : public ScreenTest {
   }
 
   QString onPaper(const report::Report& report) const {
-    const QString file = home_.filePath(u"paper.pdf"_qs);
+    const QString file = EnquirySweep::file(u"paper.pdf"_qs);
     report.prepare().writePdf(file);
-    QProcess reader;
-    reader.start(u"pdftotext"_qs, {u"-layout"_qs, file, u"-"_qs});
-    EXPECT_TRUE(reader.waitForFinished()) << "pdftotext (package poppler-utils) is missing";
-    return QString::fromUtf8(reader.readAllStandardOutput());
+    return textOfPdf(file);
   }
 
-  QTemporaryDir home_;
   std::vector<report::Pages> previewed_;
   QString own_, foreign_, foreignName_;
   const Source *inMonths_ = nullptr, *ofPage_ = nullptr;  // of the source that is visited, where it is so
@@ -259,7 +243,7 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
     }
     if (list.isEmpty()) return;
 
-    const QString file = home_.filePath(ui::qs(view.grid.name) + u".xlsx"_qs);
+    const QString file = EnquirySweep::file(ui::qs(view.grid.name) + u".xlsx"_qs);
     ASSERT_TRUE(writeSheet(file, ui::gridSheet(list), {}));
     const RowSet read = openExcel(file)->rows();
     const auto columns = list.exportColumns();

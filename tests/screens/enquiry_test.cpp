@@ -1,6 +1,5 @@
 // The enquiry kind as an operator uses it: asks, follows a sum to its lines and a line to its document, comes back.
 #include "core/data_module.h"
-#include "core/program_directory.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
 #include "screens/harness/screen_test.h"
@@ -22,7 +21,6 @@ namespace enquiry_test {
 class EnquiryTest : public ScreenTest {
  protected:
   EnquiryTest() {
-    setProgramDirectory(home_.path());
     bringTemplates();
     for (const char* goods : {"F1", "F2"})
       insertRow("jxc_goods", {{"g_sn", goods}, {"g_name", goods}, {"g_jm", goods}, {"gc_sn", "1000"}});
@@ -31,10 +29,6 @@ class EnquiryTest : public ScreenTest {
     sale("XS21050310001", "2021-05-03 23:59:59", "F1", 1, 50);
     sale("XS21040110001", "2021-04-30", "F1", 7, 350);
     printOutlet().preview = [this](const report::Pages&, QWidget*) { ++previews_; };
-  }
-  ~EnquiryTest() override {
-    restorePrintOutlet();
-    setProgramDirectory({});
   }
   static void sale(const char* number, const char* date, const char* goods, double quantity, double amount) {
     insertRow("jxc_goodslist", {{"gl_flag", "xs"},
@@ -53,7 +47,6 @@ class EnquiryTest : public ScreenTest {
       if (label->isVisible()) return label->text();
     return {};
   }
-  QTemporaryDir home_;
   int previews_ = 0;
 };
 

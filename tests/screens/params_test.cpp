@@ -156,13 +156,12 @@ TEST_F(ParamsTest, TheStandardComesBackOnThePageOfParameters) {
 class CommandRightsTest : public ScreenTest {
  protected:
   void becomeClerkWith(std::string_view group, const QString& rights) {
-    for (const auto* column : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"})
-      setRights("100002", column, group == column ? rights : QString());
+    setAllRights("100002", {});
+    setRights("100002", group, rights);
     becomeOperator(QStringLiteral("王芳"), "100002", "100002");
   }
   void becomeClerkWithAll() {
-    for (const auto* column : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"})
-      setRights("100002", column, QString(60, u'1'));
+    setAllRights("100002", QString(60, u'1'));
     becomeOperator(QStringLiteral("王芳"), "100002", "100002");
   }
   /// Runs the command and expects its screen, or the page that says it is not there yet.

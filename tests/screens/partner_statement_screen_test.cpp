@@ -18,7 +18,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 namespace jxc::test {
 namespace partner_statement_screen_test {
@@ -30,14 +29,8 @@ class StatementScreen : public ScreenTest, public ::testing::WithParamInterface<
     buildDemoShop({.months = 1, .seed = 5, .goods = 40, .documentsADay = 6, .lastDay = QDate(2021, 8, 31)});
     setClock(QStringLiteral("2021-08-31 20:00:00"));
     becomeOperator(QStringLiteral("admin"), QStringLiteral("100001"), QStringLiteral("100001"));
-    setProgramDirectory(home_.path());
     bringTemplates();
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { papers_.push_back(pages); };
-  }
-  ~StatementScreen() override {
-    restorePrintOutlet();
-    ui::setFileAnswer({});
-    setProgramDirectory({});
   }
   static ui::EnquiryScreen& enquiry(ui::Screen& screen) { return dynamic_cast<ui::EnquiryScreen&>(screen); }
   void showList(ui::Screen& screen, std::string_view list) {
@@ -49,7 +42,6 @@ class StatementScreen : public ScreenTest, public ::testing::WithParamInterface<
 
   const PartnerSide& side = partnerSide(GetParam());
   const char* const name = GetParam() == PartnerType::Customer ? "F_WlzwKh" : "F_WlzwGhs";
-  QTemporaryDir home_;
   std::vector<report::Pages> papers_;
 };
 
@@ -125,15 +117,15 @@ TEST_P(StatementScreen, APartnerIsFoundWhileOneTypesAndHisPaperEndsAtHisBalance)
     list.selectRow(0);
 
     // All of them as files.
-    ui::setFileAnswer([&](const QString&, const QString&) { return home_.path(); });
+    ui::setFileAnswer([&](const QString&, const QString&) { return programDirectory(); });
     const QString noun = words(side.noun);
     expectQuestion(u"将生成 %1 个%2的对账单，每个%2一个PDF文件，\r\n\r\n日期：2021-08-01 至 2021-08-31，确认吗？"_qs
                        .arg(found.rowCount())
                        .arg(noun),
                    Answer::Yes);
-    expectNotice(u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(home_.path()));
+    expectNotice(u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(programDirectory()));
     press(s, "F8");
-    EXPECT_EQ(QDir(home_.path()).entryList({QStringLiteral("*.pdf")}).size(), found.rowCount());
+    EXPECT_EQ(QDir(programDirectory()).entryList({QStringLiteral("*.pdf")}).size(), found.rowCount());
   });
 }
 

@@ -26,7 +26,6 @@ class PrintingScreens : public TradingScreenTest {
       addGoods({.sn = sn, .name = u"镜架"_qs + sn, .barcode = u"69"_qs + sn, .cost = 10, .price = 50, .stock = 100});
     execSql("update jxc_goods set gc_sn='1000'");  // the list of stock names the class
   }
-  ~PrintingScreens() override { restorePrintOutlet(); }
 
   static QString text(const report::Pages& pages) { return pages.lines(0).join(u'\n'); }
   static void scan(ui::Screen& screen, const QString& code) {

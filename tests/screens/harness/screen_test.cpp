@@ -2,6 +2,7 @@
 
 #include "core/data_module.h"
 #include "core/program_directory.h"
+#include "output/screens/print_outlet.h"
 #include "ui/application.h"
 #include "ui/file_dialogs.h"
 
@@ -102,12 +103,24 @@ ScreenTest::ScreenTest() : watcher_(std::make_unique<Watcher>(*this)) {
   setProgramDirectory(home_.path());
 }
 
+void ScreenTest::setAllRights(const QString& role, const QString& rights) {
+  for (const char* group : {"cggl", "xsgl", "kcgl", "wlzk", "tjgl", "rcgl", "qtcz"})
+    setRights(role, group, rights);
+}
+
+void ScreenTest::takeRight(const QString& role, std::string_view group, int position) {
+  QString rights = lookupValue(compose("select {} from jxc_role where r_sn=?", {group}), role);
+  rights[position - 1] = u'0';
+  setRights(role, group, rights);
+}
+
 ScreenTest::~ScreenTest() {
   for (const auto& left : expected_)
     ADD_FAILURE() << "never opened: " << left.text.toStdString();
   watcher_.reset();
   ui::dropScreens();
   ui::setFileAnswer({});
+  restorePrintOutlet();
   dataModule().closeAccountDb();  // before its file goes
   setProgramDirectory({});
 }

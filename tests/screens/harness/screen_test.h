@@ -47,6 +47,10 @@ class ScreenTest : public AccountSetFixture {
   static void typeIn(QWidget& widget, QStringView text);
   static void settle();  // lets queued events run
 
+  /// These rights of every group; and one of a group taken away, by its position from 1.
+  void setAllRights(const QString& role, const QString& rights);
+  void takeRight(const QString& role, std::string_view group, int position);
+
   /// A file in the program directory.
   QString file(const QString& name) const { return home_.filePath(name); }
 
