@@ -14,17 +14,6 @@ class InternalDocumentsTest : public test::ShopTest {
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
     receive("2021-05-01", {{"A", 10, 5}});
   }
-  /// "flag quantity stock average value" of the rows of a document.
-  QStringList rows(const QString& number) {
-    QStringList list;
-    for (const Row row :
-         openSelect("select id,gl_flag,gl_sl,ck_sn from jxc_goodslist where gl_djh=? order by id", number))
-      list << row.text("gl_flag") + u' ' + row.text("gl_sl") + u" → "_qs + figures(row.integer("id"));
-    return list;
-  }
-  QString difference(const QString& number) {
-    return row("select fy_lx,fy_je,fy_flag,fy_note from jxc_yyfy where gl_djh=?", number);
-  }
   QString month(const char* warehouse) {
     return row("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn=?", warehouse);
   }

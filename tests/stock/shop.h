@@ -86,6 +86,16 @@ class ShopTest : public AccountSetFixture {
     return figures(lookupValue("select top 1 id from jxc_goodslist where g_sn=? order by gl_kdrq desc,id desc", goods)
                        .toLongLong());
   }
+  /// "flag quantity → stock average value" of the rows of a document; and what it booked as lost or gained.
+  QStringList rows(const QString& number) {
+    QStringList list;
+    for (const Row row : openSelect("select id,gl_flag,gl_sl from jxc_goodslist where gl_djh=? order by id", number))
+      list << row.text("gl_flag") + u' ' + row.text("gl_sl") + u" → "_qs + figures(row.integer("id"));
+    return list;
+  }
+  QString difference(const QString& number) {
+    return row("select fy_lx,fy_je,fy_flag,fy_note from jxc_yyfy where gl_djh=?", number);
+  }
   /// "kc_sl kc_zsl kc_cbj" of a goods in the main warehouse.
   QString balanceOf(const QString& goods) {
     const RowSet row =

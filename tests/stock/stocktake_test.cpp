@@ -45,16 +45,6 @@ class StocktakeTest : public test::ShopTest {
     refreshWaitingTotals(stocktake, number);
     return number;
   }
-  /// "flag quantity stock average value" of the rows of a document.
-  QStringList rows(const QString& number) {
-    QStringList list;
-    for (const Row row : openSelect("select id,gl_flag,gl_sl from jxc_goodslist where gl_djh=? order by id", number))
-      list << row.text("gl_flag") + u' ' + row.text("gl_sl") + u" → "_qs + figures(row.integer("id"));
-    return list;
-  }
-  QString difference(const QString& number) {
-    return row("select fy_lx,fy_je,fy_flag,fy_note from jxc_yyfy where gl_djh=?", number);
-  }
   void expectWaiting(const DocumentFamily&, const QString& number) {
     EXPECT_EQ(row("select pd_status,pd_checker from jxc_kcpd where gl_djh=?", number), "0 ");
     EXPECT_EQ(rows(number), QStringList());
