@@ -126,10 +126,7 @@ TEST_P(Statement, WhatIsOpenGrowsOldByDays) {
   EXPECT_EQ(textsOf(ask(openByAge), columns),
             QStringList({"张三 5 60 240 320 625 7 2021-03-01 -25", "999999 3 0 0 0 3 1 2021-05-31 "}));
   EXPECT_EQ(textsOf(ask(openByAge, {.key = u"zs"_qs}), {"wfje"}), QStringList({"625"}));
-  double open = 0;
-  for (const Row row : ask(openDocuments, {.partner = kOther}))
-    open += row.number("wfje");
-  EXPECT_EQ(open, 625);
+  EXPECT_EQ(test::sumOf(ask(openDocuments, {.partner = kOther}), "wfje"), 625);
 }
 
 TEST_P(Statement, FreightIsSummedByPartnerAndPayerToTheEndOfTheLastDay) {

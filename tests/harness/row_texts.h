@@ -1,4 +1,4 @@
-// 行文: rows as texts that a test compares with what it expects.
+// 行文: rows as texts, and columns as sums, that a test compares with what it expects.
 #pragma once
 
 #include "engine/row_set.h"
@@ -34,6 +34,14 @@ QStringList textsOf(const Rows& rows, std::initializer_list<std::string_view> co
     all << cells.join(u' ');
   }
   return all;
+}
+
+/// The numbers of a column.
+inline double sumOf(const RowSet& rows, std::string_view column) {
+  double sum = 0;
+  for (const Row row : rows)
+    sum += row.number(column);
+  return sum;
 }
 
 }  // namespace jxc::test

@@ -2,6 +2,7 @@
 #include "core/comparison.h"
 #include "core/data_module.h"
 #include "harness/report_samples.h"
+#include "harness/row_texts.h"
 #include "maintenance/demo_shop.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
@@ -185,12 +186,7 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
       bool less = inside.rowCount() < whole.rowCount();
       for (const ui::ColumnSpec& column : list.columns) {
         if (!column.use.sum) continue;
-        const auto total = [&](const RowSet& set) {
-          double sum = 0;
-          for (const Row row : set)
-            sum += row.number(column.field);
-          return sum;
-        };
+        const auto total = [&](const RowSet& set) { return sumOf(set, column.field); };
         EXPECT_NEAR(total(whole), total(anyTime), 0.005) << column.field;
         less = less || std::abs(total(inside) - total(whole)) > 0.005;
       }
@@ -290,9 +286,7 @@ TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {
     earlier.from = u"2021-07-31"_qs;
     earlier.to = u"2021-08-15"_qs;
     for (const std::string_view figure : view.compares) {
-      double sum = 0;
-      for (const Row row : jxc::answer(view.source, earlier))
-        sum += row.number(figure);
+      const double sum = sumOf(jxc::answer(view.source, earlier), figure);
       EXPECT_NE(sum, 0) << figure;
       EXPECT_NEAR(list.sum(earlierField(figure)), sum, 0.005) << figure;
       ++compared;

@@ -9,6 +9,7 @@ namespace sales_screen_test {
 class SalesScreenTest : public TradingScreenTest {
  protected:
   SalesScreenTest() {
+    // Number, name, barcode; cost, price and stock.
     addGoods({u"10000001"_qs, u"板材镜架"_qs, u"6900000000017"_qs, 40, 120, 5});
     addGoods({u"10000002"_qs, u"钛架"_qs, u"6900000000024"_qs, 120, 360});
     addGoods({u"10000003"_qs, u"镜布"_qs, u"6900000000031"_qs, 2.5, 7.5, 30});

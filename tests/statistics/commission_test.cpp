@@ -332,15 +332,9 @@ TEST_F(RandomCommission, ReceiptsAndPurchasesByEmployeeAddUpToTheirLines) {
   execSql(
       "update jxc_ysyfk set u_sn='299999' where k_djlx='SK' and id in (select min(id) from jxc_ysyfk where "
       "k_djlx='SK')");
-  const auto total = [](const RowSet& rows, const char* field) {
-    double sum = 0;
-    for (const Row row : rows)
-      sum += row.number(field);
-    return sum;
-  };
   const Source sums(receiptsByEmployee, kReceiptsHaveNoWarehouse), lines(receipts, kReceiptsHaveNoWarehouse);
   const RowSet employees = answer(sums, {});
-  EXPECT_NEAR(total(employees, "sfje"), total(answer(lines, {}), "k_sfje"), 1e-6);
+  EXPECT_NEAR(test::sumOf(employees, "sfje"), test::sumOf(answer(lines, {}), "k_sfje"), 1e-6);
   EXPECT_EQ(employees[employees.rowCount() - 1].text("u_name"), QStringView(kOthers));
   for (const Row row : employees) {
     Criteria of;

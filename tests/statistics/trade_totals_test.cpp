@@ -100,10 +100,7 @@ TEST_F(TradeTotals, EveryGroupingAddsUpToTheLinesAndEachRowToTheLinesItLeadsTo) 
   for (const PartnerType side : {PartnerType::Supplier, PartnerType::Customer}) {
     const auto sum = [&](const Question& question, const std::string& column) {
       EnquiryReader reader(accountDb());
-      double total = 0;
-      for (const Row row : answer(question, reader))
-        total += row.number(column);
-      return total;
+      return test::sumOf(answer(question, reader), column);
     };
     for (const TradeBy by : kGroupings) {
       SCOPED_TRACE(testing::Message() << static_cast<int>(side) << " grouping " << static_cast<int>(by));
