@@ -1,5 +1,6 @@
 #include "core/program_directory.h"
 
+#include "engine/shared_folder.h"
 #include "platform/machine.h"
 
 #include <QCoreApplication>
@@ -7,6 +8,7 @@
 #include <QFileInfo>
 
 #include <array>
+#include <sys/stat.h>
 
 namespace jxc::program_directory_detail {
 
@@ -42,6 +44,8 @@ QString findProgramDirectory(const QStringList& arguments, const QString& execut
 
 void setProgramDirectory(const QString& directory) {
   program_directory_detail::directory() = QDir(directory).absolutePath();
+  // Layouts, templates and pictures of one user are there for the others too, and for nobody else.
+  if (isSharedFolder(programDirectory())) ::umask(S_IRWXO);
   for (const char* folder : program_directory_detail::folders)
     QDir().mkpath(programPath(QLatin1String(folder)));
 }

@@ -10,7 +10,8 @@ namespace jxc {
 /// `--home DIR` when given; beside the executable when a `data` folder is there or may be made there; otherwise, for an
 /// installed package, a folder of the user.
 QString findProgramDirectory(const QStringList& arguments, const QString& executableDirectory);
-/// Sets the program directory of this process and makes its missing folders.
+/// Sets the program directory of this process and makes its missing folders. In a directory that users of the machine
+/// share, what the process makes from now on belongs to their group.
 void setProgramDirectory(const QString& directory);
 const QString& programDirectory();
 /// Absolute path of "report/cgjh.fr3" and the like.

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <array>
 
@@ -82,9 +83,10 @@ FriendlyFailure friendlyFailure(const std::exception& failure) {
   for (QChar& character : text) {
     if (character >= u'A' && character <= u'Z') character = QChar(character.unicode() + (u'a' - u'A'));
   }
-  // Whatever names the account file counts as its end, also what has nothing to do with its format.
-  if (text.contains(QStringLiteral("jxc.mdb")))
-    return {QStringLiteral("数据库格式不可识别！\r\n\r\n系统将退出！"), true};
+  // Whatever names the account file counts as its end, also what has nothing to do with its format. Its side files can
+  // be mended: they are named.
+  static const QRegularExpression accountFile(QStringLiteral("jxc\\.mdb(?!-(wal|shm))"));
+  if (text.contains(accountFile)) return {QStringLiteral("数据库格式不可识别！\r\n\r\n系统将退出！"), true};
   return {text, false};
 }
 

@@ -162,6 +162,7 @@ TEST_F(StartupStory, FailuresAreToldInLoweredLetters) {
   EXPECT_FALSE(usual.fatal);
   EXPECT_TRUE(friendlyFailure(std::runtime_error("disk full: DATA/JXC.MDB")).fatal);
   EXPECT_FALSE(friendlyFailure(std::runtime_error("data/jxc_100002.mdb")).fatal);
+  EXPECT_FALSE(friendlyFailure(std::runtime_error("data/jxc.mdb-shm")).fatal) << "can be mended, so it is named";
 }
 
 }  // namespace jxc::test

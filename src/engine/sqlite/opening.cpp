@@ -1,3 +1,4 @@
+#include "engine/shared_folder.h"
 #include "engine/sqlite/functions.h"
 #include "engine/sqlite/sqlite_database.h"
 #include "engine/waiting.h"
@@ -6,9 +7,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <string>
+#include <unistd.h>
 
 namespace jxc::sqlite {
 namespace opening_detail {
@@ -30,11 +33,38 @@ std::string pragma(sqlite3* connection, const FileRole& role, const std::string&
   return result;
 }
 
-/// A new file belongs to its owner alone from its first moment on; SQLite gives -wal and -shm the same permissions.
+/// A new file belongs to its owner alone from its first moment on, and to the group of a shared folder; SQLite gives
+/// -wal and -shm the same permissions.
 void createFile(const FileRole& role) {
   QFile file(role.file);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly))
     throw cannotReach(role, QStringLiteral("文件不能建立，") + diskReason(errno));
+  if (isSharedFolder(QFileInfo(role.file).absolutePath()))
+    file.setPermissions(ownerOnly | QFileDevice::ReadGroup | QFileDevice::WriteGroup);
+}
+
+bool isWritable(const QString& path) {
+  return ::access(QFile::encodeName(path).constData(), W_OK) == 0;
+}
+
+/// Before SQLite sees the file: one that is write-protected it would read, and leave side files with that protection
+/// behind, over which every later start fails, also when the file itself may be written again. Side files of this kind
+/// are mended, or named.
+void requireWritable(const FileRole& role) {
+  const QString folder = QFileInfo(role.file).absolutePath();
+  if (!isWritable(role.file))
+    throw cannotReach(role, QStringLiteral("没有写入权限，请检查 %1 目录中帐套文件的权限。").arg(folder));
+  for (const char* suffix : std::array{"-wal", "-shm"}) {
+    const QString side = role.file + QLatin1String(suffix);
+    if (!QFileInfo::exists(side)) {
+      if (!isWritable(folder))
+        throw cannotReach(role, QStringLiteral("没有写入权限，请检查目录 %1 的权限。").arg(folder));
+    } else if (!isWritable(side)) {
+      QFile::setPermissions(side, QFile::permissions(role.file));
+      if (!isWritable(side))
+        throw cannotReach(role, QStringLiteral("没有写入权限，请检查附属文件 %1 的权限。").arg(side));
+    }
+  }
 }
 
 /// Before the first connection of the process: SQLite need not count its memory, which takes a lock at every
@@ -122,6 +152,7 @@ ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& optio
   using namespace opening_detail;
   const bool memory = role.file.isEmpty();
   const bool isNew = memory || isNewFile(role, options);
+  if (!memory && !options.readOnly) requireWritable(role);
   ConnectionHandle connection = openNative(role, options);
   prepareConnection(connection.get(), role, options.busyMilliseconds);
   // Before anything is written: a file of another program is left as it was.
