@@ -1,4 +1,4 @@
-# Installing, and a Debian package: cmake --build build/release && (cd build/release && cpack -G DEB)
+# Installing, and a Debian package: tools/package.sh
 # An installed program keeps its data in a folder of the user, see findProgramDirectory.
 include(GNUInstallDirs)
 foreach(program jxc jxcctl)
@@ -25,7 +25,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 # What no program links, but the windows need: Chinese texts of Qt, a Chinese font, what Qt's camera stands on.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, gstreamer1.0-plugins-base")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "fonts-wqy-microhei | fonts-noto-cjk, qt6-qpa-plugins, gstreamer1.0-plugins-good")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+  "fonts-wqy-microhei | fonts-noto-cjk, qt6-translations-l10n, gstreamer1.0-plugins-base")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins, gstreamer1.0-plugins-good")
 include(CPack)
