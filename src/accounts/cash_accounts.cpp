@@ -36,8 +36,9 @@ void renameEverywhere(const QString& from, const QString& to) {
 std::optional<QString> refusal(const AccountDraft& draft) {
   if (draft.name.isEmpty()) return QStringLiteral("账户名称必须填写！");
   if (draft.type.isEmpty()) return QStringLiteral("账户类型必须填写！");
-  const QString taken = lookupValue("select yh_name from jxc_yhzh where (yh_name=? or yh_type=?) and id<>?", draft.name,
-                                    draft.type, draft.id);
+  // A blank behind a word tells nobody two accounts apart: the kinds of the first three are stored with one.
+  const QString taken = lookupValue("select yh_name from jxc_yhzh where (trim(yh_name)=? or trim(yh_type)=?) and id<>?",
+                                    draft.name, draft.type.trimmed(), draft.id);
   if (!taken.isEmpty()) return QStringLiteral("账户名称或账户类型不能重复！");
   return {};
 }
@@ -94,7 +95,7 @@ AccountDraft readAccount(std::int64_t id) {
 
 bool mayChangeAccount(std::int64_t id, Prompt& prompt) {
   using namespace cash_accounts_detail;
-  if (readAccount(id).name != till) return true;
+  if (readAccount(id).name.trimmed() != till) return true;
   prompt.notice(QStringLiteral("“现金”不能修改！"));
   return false;
 }
@@ -133,7 +134,7 @@ bool deleteAccount(std::int64_t id, Prompt& prompt) {
        .question = QStringLiteral("您确定要删除该银行账户吗！"),
        .refusal = [](const Row& row) -> std::optional<QString> {
          const QString name = row.text("yh_name");
-         if (name == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
+         if (name.trimmed() == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
          return isAccountUsed(name) ? std::optional(QStringLiteral("该账户已发生过业务，不能删除！")) : std::nullopt;
        },
        .alsoDelete = [](const Row& row) { execSql("delete from jxc_xjyh where xj_kmmc=?", row.text("yh_name")); }},

@@ -97,7 +97,7 @@ GoodsDraft cleanGoodsDraft(const GoodsDraft& typed) {
   return draft;
 }
 
-bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
+bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt, const GoodsDraft& before) {
   using goods_detail::taken;
   const auto refuse = [&](const QString& text) {
     prompt.notice(text);
@@ -115,12 +115,13 @@ bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
       std::any_of(draft.levelPrices.begin(), draft.levelPrices.end(), [](double price) { return price < 0; }) ||
       draft.purchasePrice < 0 || draft.salePrice < 0 || draft.retailPrice < 0 || draft.openingStock < 0;
   if (negative) return refuse(QStringLiteral("价格和数量不能小于零！"));
-  if (!draft.barcode.isEmpty() &&
+  if (!draft.barcode.isEmpty() && draft.barcode != before.barcode &&
       taken("select top 1 g_sn from jxc_goods where g_sptm=? and id<>?", draft.barcode, id) &&
       !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {
     return false;
   }
-  return !draft.warnSameName || !taken("select top 1 g_sn from jxc_goods where g_name=? and id<>?", draft.name, id) ||
+  return !draft.warnSameName || draft.name == before.name ||
+         !taken("select top 1 g_sn from jxc_goods where g_name=? and id<>?", draft.name, id) ||
          prompt.ask(id == 0 ? QStringLiteral("商品名称已经存在，确认输入吗？")
                             : QStringLiteral("商品名称已经存在，确认修改吗？"));
 }
@@ -128,8 +129,6 @@ bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt) {
 void writeGoodsPrices(std::int64_t id, const GoodsDraft& draft) {
   updateRow("jxc_goods", id,
             {{"g_jj", draft.purchasePrice},
-             {"g_scjj", draft.purchasePrice},
-             {"g_pjjj", draft.purchasePrice},
              {"g_sj", draft.salePrice},
              {"g_sj1", draft.levelPrices[0]},
              {"g_sj2", draft.levelPrices[1]},
@@ -137,6 +136,10 @@ void writeGoodsPrices(std::int64_t id, const GoodsDraft& draft) {
              {"g_sj4", draft.levelPrices[3]},
              {"g_sj5", draft.levelPrices[4]},
              {"g_lsj", draft.retailPrice}});
+}
+
+void startPurchasePrices(std::int64_t id, double price) {
+  updateRow("jxc_goods", id, {{"g_scjj", price}, {"g_pjjj", price}});
 }
 
 std::int64_t insertGoods(const GoodsDraft& draft) {
@@ -194,6 +197,7 @@ std::int64_t insertGoods(const GoodsDraft& draft) {
              {"g_jgtc2", 0},
              {"g_xsytc2", 0}});
   writeGoodsPrices(id, draft);
+  startPurchasePrices(id, draft.purchasePrice);
   return id;
 }
 

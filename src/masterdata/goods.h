@@ -45,12 +45,14 @@ QString proposedGoodsSn(const QString& classNumber);
 std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 
 /// What may be entered for an article with this `id` (0 for a new one): refusals and questions in the order of the
-/// form. The draft must be clean.
-bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt);
+/// form. The draft must be clean. `before` is a changed article as it stands: what was not touched is not asked about.
+bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt, const GoodsDraft& before = {});
 /// Appends the row of a clean draft to the catalogue and returns its `id`. Inside the caller's transaction.
 std::int64_t insertGoods(const GoodsDraft& draft);
-/// Writes the prices of a draft; the preset purchase price is the last and the average one too until the next receipt.
+/// Writes the preset prices of a draft.
 void writeGoodsPrices(std::int64_t id, const GoodsDraft& draft);
+/// A new preset purchase price is the last and the average one too, until the next receipt.
+void startPurchasePrices(std::int64_t id, double price);
 /// The draft as it is stored: texts trimmed and cleaned, no control characters.
 GoodsDraft cleanGoodsDraft(const GoodsDraft& typed);
 

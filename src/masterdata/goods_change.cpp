@@ -75,12 +75,21 @@ void renumberStock(const QString& before, const QString& after) {
   execSql("update jxc_goodslist set g_sn=? where g_sn=?", after, before);
 }
 
-void write(std::int64_t id, const GoodsDraft& draft) {
+/// Search letters that were set by hand stay as long as the name does. Lenses that came as a range have those of their
+/// product, and keep them under other powers.
+void writeLetters(std::int64_t id, const GoodsDraft& before, const GoodsDraft& after) {
+  if (before.name == after.name) return;
+  const auto letters = [](const QString& name) { return makeJm(name).left(32); };
+  const bool ofProduct = before.lens && after.lens &&
+                         lookupValue("select g_jm from jxc_goods where id=?", id) == letters(before.lens->product);
+  updateRow("jxc_goods", id, {{"g_jm", letters(ofProduct ? after.lens->product : after.name)}});
+}
+
+void write(std::int64_t id, const GoodsDraft& before, const GoodsDraft& draft) {
   updateRow("jxc_goods", id,
             {{"g_sn", draft.number},
              {"g_name", draft.name},
              {"g_qc", (draft.lens ? draft.lens->product : draft.name).left(64)},
-             {"g_jm", makeJm(draft.name).left(32)},
              {"g_sptm", draft.barcode},
              {"gg_name", draft.model},
              {"dw_name", draft.unit},
@@ -94,7 +103,10 @@ void write(std::int64_t id, const GoodsDraft& draft) {
              {"g_iszp", draft.mayBeGift},
              {"g_tclb", draft.commissionKind},
              {"g_tc", draft.commissionKind == 0 ? 0.0 : draft.commission}});
+  writeLetters(id, before, draft);
   writeGoodsPrices(id, draft);
+  // What was paid last, and on the average, is what the receipts made of it: saving another field leaves it alone.
+  if (draft.purchasePrice != before.purchasePrice) startPurchasePrices(id, draft.purchasePrice);
 }
 
 }  // namespace goods_change_detail
@@ -141,10 +153,10 @@ bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForCla
   const GoodsDraft before = readGoods(id);
   GoodsDraft draft = cleanGoodsDraft(typed);
   if (!mayRenumberGoods(before)) draft.number = before.number;
-  if (!mayKeepGoods(draft, id, prompt)) return false;
+  if (!mayKeepGoods(draft, id, prompt, before)) return false;
 
   Transaction transaction(accountDb());
-  goods_change_detail::write(id, draft);
+  goods_change_detail::write(id, before, draft);
   syncUnit2(draft.number);
   if (draft.lens) {
     updateRow("jxc_goods", id, {{"g_qgd", draft.lens->sphere}, {"g_sgd", draft.lens->cylinder}});

@@ -10,6 +10,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/value.h"
 
 namespace jxc {
 
@@ -213,6 +214,20 @@ void deleteSettlements(const PartnerSide& side, const QString& number) {
     recomputeXjyh(account.text("xj_kmmc"), account.text("rq"));
 }
 
+/// What the operator does not see when he deletes a partner: the books of the shop change with it. Empty: they do not.
+QString tellSettlements(const PartnerSide& side, std::int64_t id) {
+  const RowSet paid = openSelect(
+      compose("select count(*) as n,sum(xj_je) as je from jxc_xjyh a,{} b where a.ghs_sn=b.{} and b.id=? and "
+              "a.gl_djh like ?",
+              {side.table, side.sn}),
+      id, side.settlementLike.data());
+  if (paid.front().integer("n") == 0) return {};
+  return u"\r\n\r\n该%1的 %2 笔%3（现金银行账中合计 %4 元）将一并删除，账户余额随之改变，不能恢复。"_qs
+      .arg(words(side.noun))
+      .arg(paid.front().integer("n"))
+      .arg(words(side.paymentWord), numberText(paid.front().number("je")));
+}
+
 void saveCustomerExtras(const PartnerSide& side, const PartnerDraft& draft, const QString& number) {
   if (!side.kindKey.empty()) {
     execSql(compose("update {} set {}=? where {}=?", {side.table, side.kindKey, side.sn}), draft.kindKey, number);
@@ -301,7 +316,7 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   using namespace partners_detail;
   const QString noun = words(side.noun);
   return deleteAsking({.table = side.table,
-                       .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun),
+                       .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun) + tellSettlements(side, id),
                        .refusal = [&](const Row& row) -> std::optional<QString> {
                          const QString number = row.text(side.sn);
                          if (number == QLatin1String(builtInNumber))

@@ -16,6 +16,7 @@
 #include "stock/ledger.h"
 #include "stock/stocktake.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace jxc {
@@ -312,6 +313,21 @@ void renumberDocument(const DocumentFamily& family, std::int64_t headId, const Q
   }
 }
 
+double backAtMost(double due, double settled) {
+  return std::clamp(settled, std::min(due, 0.0), std::max(due, 0.0));
+}
+
+std::optional<double> settledBefore(const DocumentFamily& family, const QString& number) {
+  for (const DocumentFamily& f : documentFamilies()) {
+    if (f.isReturned.empty() || f.partner != family.partner || &f == &family) continue;
+    const RowSet heads = openSelect(
+        compose("select {},{} from {} where {}=1 and {}=?", {f.paid, f.collected, f.head, f.isReturned, f.returnedBy}),
+        number);
+    if (!heads.isEmpty()) return heads.number(0, 0) + heads.number(0, 1);
+  }
+  return {};
+}
+
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
   if (family.isCount()) {
     const RowSet sums =
@@ -328,6 +344,9 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
   };
   // A return gives back what was paid: its balancing line counts.
   const double due = sum(family.headSign < 0 ? "" : " and g_sn<>'00000000'");
+  double paid = sum("");
+  if (const auto settled = settledBefore(family, number))
+    paid = family.headSign * backAtMost(family.headSign * paid, *settled);
   const QString& typedPaid = family.partner == "ghs_sn" ? session().cs_cgje : session().cs_xsje;
   const bool onAccount =
       lookupNumber(compose("select {} from {} where {}=?", {family.settlement, family.head, family.number}), number) ==
@@ -336,7 +355,7 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
     execSql(compose("update {} set {}=? where {}=?", {family.head, family.due, family.number}), due, number);
   else
     execSql(compose("update {} set {}=?,{}=? where {}=?", {family.head, family.due, family.paid, family.number}), due,
-            sum(""), number);
+            paid, number);
 }
 
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt) {

@@ -99,7 +99,14 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
 QString ownerOf(const DocumentFamily& family, const QString& number);
 /// Recomputes due and paid of a waiting trading document from its lines: due without the balancing line, paid with it.
 /// A document whose rest goes on account keeps its paid amount when it was typed. A bundle takes its unit cost anew.
+/// A whole return keeps within what was paid for what it returns.
 void refreshWaitingTotals(const DocumentFamily& family, const QString& number);
+/// What a return proposes to pay of its due amount, when so much was paid for what it returns, in yuan: the rest stood
+/// on account and goes back there. Of an exchange both may be negative.
+double backAtMost(double due, double settled);
+/// Yuan that were paid, at once and later, for the document that this saved return gives back as a whole; nothing when
+/// it is no such return.
+std::optional<double> settledBefore(const DocumentFamily& family, const QString& number);
 /// Deletes one line; with the last line of goods goes the head. True: the whole document is gone.
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt);
 /// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.

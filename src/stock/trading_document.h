@@ -26,6 +26,7 @@ struct TradingDraft : DocumentDraft {
   std::optional<bool> straightToStock;  // "本单商品直接入库"; nothing where the box is not shown
   QString contract;                     // code, usually empty
   QString returnOf;                     // the document that this one returns as a whole
+  std::optional<double> settledBefore;  // yuan that were paid for that one, by now; less when it was the other way
 };
 
 /// The audit dialog "单据审核确认": opens on the head; paid amount, settlement, account and note may change.

@@ -25,8 +25,9 @@ double TradingRules::payable(const QString& number) const {
       number, session().a_name));
 }
 
-double TradingRules::paidAfter(double payable, double typed) const {
-  return session().*document_.paidFollows == u"0" ? payable : typed;
+double TradingRules::paidAfter(double payable, double typed, const TradingDraft& draft) const {
+  if (session().*document_.paidFollows != u"0") return typed;
+  return draft.settledBefore ? backAtMost(payable, *draft.settledBefore) : payable;
 }
 
 std::optional<AuditDraft> TradingRules::loadForAudit(const QString& number) const {

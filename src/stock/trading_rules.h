@@ -44,8 +44,9 @@ class TradingRules : public RulesOver<TradingDraft> {
   /// Yuan: the total of this operator's unsaved lines. Another operator at work under the same proposed number has a
   /// document of their own.
   double payable(const QString& number) const;
-  /// What the paid amount shows after the payable changed.
-  double paidAfter(double payable, double typed) const;
+  /// What the paid amount of this draft shows after its payable became that. A whole return proposes no more than was
+  /// paid for what it returns: what stood on account goes back to the account.
+  double paidAfter(double payable, double typed, const TradingDraft& draft) const;
   std::optional<AuditDraft> loadForAudit(const QString& number) const;
   AuditOutcome audit(const AuditDraft& draft, Prompt& prompt) const;
   /// What audit will do about a difference between paid and due, as the dialog shows it while one types; empty:

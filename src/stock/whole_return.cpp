@@ -28,6 +28,7 @@ std::optional<TradingDraft> ReturningRules::returnWhole(const QString& source, c
           draft.number, source, words(family().prefix) + u'%');
   transaction.commit();
   draft.payable = payable(draft.number);
+  draft.paid = backAtMost(draft.payable, *draft.settledBefore);
   return draft;
 }
 
@@ -36,7 +37,7 @@ void ReturningRules::takeHead(const Row& head, TradingDraft& draft) const {
   draft.partner = head.text(f.partner);
   draft.warehouse = head.text(f.warehouse);
   draft.salesperson = head.text("u_sn");
-  draft.paid = head.number(f.paid);
+  draft.settledBefore = head.number(f.paid) + head.number(f.collected);
   draft.account = head.text(f.account);
   draft.note = head.text(f.note);
   draft.invoiceNumber = head.text(f.invoiceNumber);
@@ -48,7 +49,9 @@ void ReturningRules::recallReturned(TradingDraft& draft) const {
   const RowSet heads = openSelect(compose("select top 1 * from {} where {}=? and {}=0 order by id desc",
                                           {returned_.head, returned_.returnedBy, returned_.isReturned}),
                                   draft.number);
-  if (!heads.isEmpty()) takeHead(heads.front(), draft);
+  if (heads.isEmpty()) return;
+  takeHead(heads.front(), draft);
+  draft.paid = backAtMost(payable(draft.number), *draft.settledBefore);
 }
 
 void ReturningRules::forgetReturned(const QString& number) const {

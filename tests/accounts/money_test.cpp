@@ -109,6 +109,10 @@ TEST_F(MoneyTest, AccountKeepsItsHistoryUnderANewName) {
   EXPECT_EQ(prompt.lastNotice(), "账户类型必须填写！");
   EXPECT_FALSE(cash::saveAccount({.name = kBank, .type = QStringLiteral("微信"), .note = {}}, prompt));
   EXPECT_EQ(prompt.lastNotice(), "账户名称或账户类型不能重复！");
+  // The kinds of the first accounts are stored with a blank behind them: it makes no other kind.
+  EXPECT_FALSE(
+      cash::saveAccount({.name = QStringLiteral("现金 "), .type = QStringLiteral("零钱"), .note = {}}, prompt));
+  EXPECT_FALSE(cash::saveAccount({.name = QStringLiteral("零钱"), .type = QStringLiteral("现金"), .note = {}}, prompt));
   ASSERT_TRUE(cash::saveAccount(
       {.name = QStringLiteral("微信"), .type = QStringLiteral("微信合计"), .note = {}, .opening = 50}, prompt));
   EXPECT_EQ(xjyhBalanceNow("微信"), 50);

@@ -80,6 +80,38 @@ TEST_F(GoodsChangeTest, HistoryFollowsANewNameAndThePriceCounts) {
   EXPECT_FALSE(changeGoods(other, unused, false, prompt));
 }
 
+// Receipts made the last and the average price, somebody chose the letters, and the name was taken twice on purpose.
+TEST_F(GoodsChangeTest, SavingOneFieldLeavesTheOthersAlone) {
+  addArticle(u"30000001"_qs, u"钛架"_qs, frames.number);
+  prompt.willSayYes();
+  const auto id = addArticle(u"30000002"_qs, u"钛架"_qs, frames.number);
+  execSql("update jxc_goods set g_sptm='690'");
+  execSql("update jxc_goods set g_scjj=11,g_pjjj=10.5,g_jm='TJ88' where id=?", id);
+  const auto asked = prompt.questions.size();
+  const auto kept = [&] {
+    const RowSet now = openSelect("select g_jj,g_scjj,g_pjjj,g_jm from jxc_goods where id=?", id);
+    return now.text(0, 0) + u' ' + now.text(0, 1) + u' ' + now.text(0, 2) + u' ' + now.text(0, 3);
+  };
+  GoodsDraft draft = readGoods(id);
+  draft.note = u"新款"_qs;
+  draft.salePrice = 99;
+  ASSERT_TRUE(changeGoods(id, draft, false, prompt));
+  EXPECT_EQ(kept(), u"10 11 10.5 TJ88"_qs);
+  EXPECT_EQ(prompt.questions.size(), asked);
+  draft.purchasePrice = 12;
+  draft.name = u"钛架二代"_qs;
+  draft.barcode = u"691"_qs;
+  ASSERT_TRUE(changeGoods(id, draft, false, prompt));
+  EXPECT_EQ(kept(), u"12 12 12 TJED"_qs);
+  EXPECT_EQ(prompt.questions.size(), asked);
+  draft.name = u"钛架"_qs;
+  draft.barcode = u"690"_qs;
+  prompt.willSayYes();
+  prompt.willSayYes();
+  ASSERT_TRUE(changeGoods(id, draft, false, prompt));
+  EXPECT_EQ(prompt.questions.size(), asked + 2);
+}
+
 TEST_F(GoodsChangeTest, UsedGoodsStayAndMonthFiguresToo) {
   setClock(u"2026-03-05"_qs);
   const auto fresh = addArticle(u"30000001"_qs, u"甲"_qs, frames.number, 4);

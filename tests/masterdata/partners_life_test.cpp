@@ -162,6 +162,9 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
 
   prompt.willSayYes();
   ASSERT_TRUE(deletePartner(customerSide, id, prompt));
+  EXPECT_EQ(
+      prompt.questions.last(),
+      u"您确定要删除当前客户吗！\r\n\r\n该客户的 1 笔收款（现金银行账中合计 120 元）将一并删除，账户余额随之改变，不能恢复。"_qs);
   EXPECT_EQ(xjyhBalanceNow(QStringLiteral("现金")), 30);  // running balance without the deleted receipt
   for (const char* table : {"jxc_khlx", "jxc_khbj", "jxc_ysyfk", "jxc_ysyfk_dj"})
     EXPECT_EQ(openSelect(compose("select id from {}", {table})).rowCount(), 0) << table;

@@ -330,7 +330,7 @@ TEST_F(ReceiptTest, WaitingReceiptChangesAndTheAuditDialog) {
 
 TEST_F(ReceiptTest, PaidAmountOnAccountIsKeptWhenItIsTyped) {
   setParameter("cs_cgje", 1);
-  EXPECT_EQ(rules().paidAfter(50, 0), 0);
+  EXPECT_EQ(rules().paidAfter(50, 0, {}), 0);
   ReceiptDraft draft = draftReceipt("2021-05-03", {{"A", 10, 4}, {"B", 1, 9}});
   draft.paid = 15;
   draft.settlement = Settlement::RestOnAccount;

@@ -109,5 +109,30 @@ TEST_F(SaleReturnTest, AWholeSaleIsReturnedWithItsBalancingLine) {
   EXPECT_FALSE(rules.returnWhole("XS00000000000", draft, prompt));
 }
 
+// What stood on account goes back to the account: the till pays out what it got, at once and later, and no more.
+TEST_F(SaleReturnTest, AWholeReturnProposesNoMoreThanWasReceived) {
+  struct Case {
+    double received, later, proposed, afterALineWent;
+  };
+  for (const Case& each :
+       {Case{0, 0, 0, 0}, {120, 0, 120, 120}, {120, 200, 320, 250}, {450, 0, 450, 250}, {500, 0, 450, 250}}) {
+    const QString sold = waitingSale("2021-05-02", {{"A", 2, 100}, {"B", 1, 250}}, each.received, 1);
+    ASSERT_EQ(audit(sold), AuditOutcome::Audited);
+    execSql("update jxc_lsxsd set ls_hkje=? where gl_djh=?", each.later, sold);
+    draft = rules.returnWhole(sold, rules.fresh({}), prompt).value();
+    EXPECT_EQ(draft.paid, each.proposed);
+    EXPECT_EQ(rules.paidAfter(450, 0, draft), each.proposed);  // as the screen asks
+    const QString number = saveReturn();
+    EXPECT_EQ(row("select th_yfje,th_sfje from jxc_xsthd where gl_djh=?", number),
+              u"-450 "_qs + numberText(-each.proposed));
+    const auto first = rules.waitingLines(number).front().integer("id");
+    EXPECT_FALSE(deleteWaitingLine(families::saleReturn, number, first, prompt));
+    EXPECT_EQ(row("select th_yfje,th_sfje from jxc_xsthd where gl_djh=?", number),
+              u"-250 "_qs + numberText(-each.afterALineWent));
+    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  }
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
 }  // namespace sale_return_test
 }  // namespace jxc

@@ -148,7 +148,7 @@ TEST_F(SaleTest, SoldOnAccountAuditedAndTakenBack) {
   add("A", 2);
   add("B", 1);
   EXPECT_EQ(sale::rules().payable(draft.number), 450);
-  EXPECT_EQ(sale::rules().paidAfter(450, 7), 450);
+  EXPECT_EQ(sale::rules().paidAfter(450, 7, {}), 450);
   const QString number = saveSale(200, Settlement::RestOnAccount);
   EXPECT_EQ(lastLog(), "增加未审核销售单" + number + "，共2种商品");
   EXPECT_EQ(row("select ls_yfje,ls_sfje,ls_yhje,ls_crk,ls_status,ls_jsfs,ls_xsrq from jxc_lsxsd"),

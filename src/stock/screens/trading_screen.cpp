@@ -132,7 +132,7 @@ void TradingScreen::collect() {
 void TradingScreen::linesChanged() {
   const double due = rules().payable(draft().number);
   tyfje.setNumber(due);
-  paid.setNumber(rules().paidAfter(due, paid.number()));
+  paid.setNumber(rules().paidAfter(due, paid.number(), draft()));
   DocumentScreenOver::linesChanged();
 }
 
@@ -140,6 +140,7 @@ void TradingScreen::linesChanged() {
 void TradingScreen::draftGone() {
   rules().forgetReturned(draft().number);
   draft().returnOf.clear();
+  draft().settledBefore.reset();
   partner.setReadOnly(false);
 }
 
