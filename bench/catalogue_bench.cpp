@@ -158,7 +158,8 @@ void bulkPrice(benchmark::State& state) {
   for (auto _ : state) {
     Transaction transaction(accountDb());
     state.counters["goods"] = static_cast<double>(
-        setBulkPrice(bulkPriceTargets()[0], bulkPriceSources()[0], 0.8, all ? std::nullopt : std::optional(number)));
+        setBulkPrice({.target = bulkPriceTargets()[0], .source = bulkPriceSources()[0], .factor = 0.8},
+                     {.classNumber = all ? std::nullopt : std::optional(number)}));
   }
 }
 BENCHMARK(bulkPrice)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);

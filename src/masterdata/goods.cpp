@@ -2,12 +2,13 @@
 
 #include "core/clock.h"
 #include "core/defaults.h"
+#include "core/letter_search.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "masterdata/goods_search.h"
+#include "stock/goods_words.h"
 #include "stock/ledger.h"
 #include "stock/ledger_rows.h"
 
@@ -68,13 +69,17 @@ void writeOpeningStock(const GoodsDraft& draft) {
                  {"gl_sysl", quantity}});
 }
 
-/// One word must match one of the six columns; several words must each match somewhere ("156 -2.25 -0.75").
+/// One word must match one of the six columns; several words must each match somewhere. Powers are compared as numbers.
 void addKey(Filter& filter, const QString& key) {
-  for (const QString& word : goodsSearchWords(key)) {
+  const GoodsWords wanted = goodsWords(key);
+  addPowers(filter, wanted);
+  for (const QString& word : wanted.words) {
     const QString like = QLatin1Char('%') + word + QLatin1Char('%');
-    filter.add(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
-      or a.gg_name like ? or a.color_name like ?))",
-               like, like, like, like, like, like);
+    Sql any(R"((a.g_sn like ? or a.g_name like ? or a.g_jm like ? or a.g_sptm like ?
+      or a.gg_name like ? or a.color_name like ?)",
+            like, like, like, like, like, like);
+    orOtherReadings(any, "a.g_jm", "a.g_name", word);
+    filter.add(any.add(")"));
   }
 }
 

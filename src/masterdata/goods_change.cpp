@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/pinyin.h"
+#include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -265,6 +266,44 @@ bool setGoodsFixedCost(const GoodsIds& ids, bool on, Prompt& prompt, const Goods
                                                  ids.size(), QStringLiteral("预设进价作为销售成本价。")));
   }
   return done;
+}
+
+bool changeGoodsCell(std::int64_t id, std::string_view column, const QString& typed, Prompt& prompt) {
+  const GoodsDraft before = readGoods(id);
+  GoodsDraft draft = before;
+  bool isNumber = true;
+  if (column == "g_sptm")
+    draft.barcode = typed;
+  else if (column == "g_sj")
+    draft.salePrice = roundMoney(typed.toDouble(&isNumber));
+  else
+    draft.lowestStock = typed.toInt(&isNumber);
+  if (!isNumber || draft.lowestStock < 0) {
+    prompt.notice(isNumber ? QStringLiteral("价格和数量不能小于零！") : QStringLiteral("请输入正确的数值！"));
+    return false;
+  }
+  draft = cleanGoodsDraft(draft);
+  if (!mayKeepGoods(draft, id, prompt, before)) return false;
+  // Only this cell: another station may have changed the one beside it.
+  if (column == "g_sptm")
+    updateRow("jxc_goods", id, {{"g_sptm", draft.barcode}});
+  else if (column == "g_sj")
+    updateRow("jxc_goods", id, {{"g_sj", draft.salePrice}});
+  else
+    updateRow("jxc_goods", id, {{"g_zdkc", draft.lowestStock}});
+  return true;
+}
+
+GoodsDraft copyOfGoods(std::int64_t id) {
+  GoodsDraft draft = readGoods(id);
+  draft.number.clear();
+  draft.barcode.clear();
+  if (!session().canSeeCost) draft.purchasePrice = 0;
+  if (!session().canSeePrice) {
+    draft.salePrice = draft.retailPrice = 0;
+    draft.levelPrices = {};
+  }
+  return draft;
 }
 
 }  // namespace jxc

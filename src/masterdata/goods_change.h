@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace jxc {
@@ -52,5 +53,12 @@ bool setGoodsFixedCost(const GoodsIds& ids, bool on, Prompt& prompt, const Goods
 
 /// Keeps the second unit in step: there are no second units, so it is the unit itself, with factor 1.
 void syncUnit2(const QString& number);
+
+/// A cell of the catalogue list: the preset sale price (`g_sj`), the barcode (`g_sptm`) or the lower limit (`g_zdkc`)
+/// of one article, as it was typed. False: refused, or the operator said no to a barcode that another one has.
+bool changeGoodsCell(std::int64_t id, std::string_view column, const QString& typed, Prompt& prompt);
+
+/// A new article like this one: without its number and barcode, and without prices that the operator may not see.
+GoodsDraft copyOfGoods(std::int64_t id);
 
 }  // namespace jxc

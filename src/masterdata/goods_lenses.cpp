@@ -6,9 +6,13 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_change.h"
+#include "stock/goods_words.h"
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <set>
+#include <utility>
 
 namespace jxc {
 namespace goods_lenses_detail {
@@ -28,6 +32,32 @@ std::vector<double> powersOf(const PowerRange& range) {
   return powers;
 }
 
+/// Pairs as they are told apart: powers have three decimals.
+using PairKey = std::pair<std::int64_t, std::int64_t>;
+PairKey keyOf(const PowerPair& pair) {
+  return {std::llround(pair.sphere * 1000), std::llround(pair.cylinder * 1000)};
+}
+
+std::set<PairKey> pairsThere(const QString& product) {
+  std::set<PairKey> pairs;
+  for (const LensArticle& article : lensArticles(product))
+    pairs.insert(keyOf(article.powers));
+  return pairs;
+}
+
+std::vector<PowerPair> pairsOf(const PowerRange& sphere, const PowerRange& cylinder) {
+  std::vector<PowerPair> pairs;
+  const auto cylinders = powersOf(cylinder);
+  for (const double q : powersOf(sphere))
+    for (const double c : cylinders)
+      pairs.push_back({q, c});
+  return pairs;
+}
+
+bool isRange(const PowerRange& range) {
+  return range.to >= range.from && range.step > 0;
+}
+
 bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder, Prompt& prompt) {
   const auto refuse = [&](const QString& text) {
     prompt.notice(text);
@@ -37,8 +67,8 @@ bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const Power
   if (common.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
   if (common.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
   if (common.unit.isEmpty()) return refuse(QStringLiteral("商品单位必须填写！"));
-  if (sphere.to < sphere.from || sphere.step <= 0) return refuse(QStringLiteral("屈光度范围不正确！"));
-  if (cylinder.to < cylinder.from || cylinder.step <= 0) return refuse(QStringLiteral("散光度范围不正确！"));
+  if (!isRange(sphere)) return refuse(QStringLiteral("屈光度范围不正确！"));
+  if (!isRange(cylinder)) return refuse(QStringLiteral("散光度范围不正确！"));
   if (!mayKeepGoods(common, 0, prompt)) return false;
   const double pairs = countOf(sphere) * countOf(cylinder);
   if (pairs > kMostPairs) return refuse(QStringLiteral("范围太大：最多可以增加 9999999 个商品！"));
@@ -87,8 +117,37 @@ QString lensName(const QString& product, const QString& sphere, const QString& c
          cylinder.trimmed();
 }
 
+std::vector<LensArticle> lensArticles(const QString& product) {
+  std::vector<LensArticle> articles;
+  for (const Row row :
+       openSelect("select g_sn,g_qgd,g_sgd from jxc_goods where g_qc=? and g_isjp<>0 order by g_sn", product)) {
+    bool isSphere = false, isCylinder = false;
+    const LensArticle article{
+        row.text("g_sn"),
+        {roundEps(row.text("g_qgd").toDouble(&isSphere), 3), roundEps(row.text("g_sgd").toDouble(&isCylinder), 3)}};
+    if (isSphere && isCylinder) articles.push_back(article);
+  }
+  return articles;
+}
+
+std::optional<RangeCount> countLensRange(const QString& product, const PowerRange& sphere, const PowerRange& cylinder) {
+  using namespace goods_lenses_detail;
+  if (!isRange(sphere) || !isRange(cylinder) || countOf(sphere) * countOf(cylinder) > kMostPairs) return {};
+  RangeCount count{.pairs = static_cast<int>(countOf(sphere) * countOf(cylinder))};
+  const auto isOf = [](std::int64_t power, const PowerRange& range) {
+    const double steps = (static_cast<double>(power) / 1000 - range.from) / range.step;
+    const double nearest = std::round(steps);
+    return nearest >= 0 && nearest < countOf(range) &&
+           std::llround(roundEps(range.from + nearest * range.step, 3) * 1000) == power;
+  };
+  // Both sides are told apart by thousandths, and nothing is laid out: the range may be one that nobody means.
+  for (const PairKey& pair : pairsThere(cleanGoodsDraft({.name = product}).name))
+    if (isOf(pair.first, sphere) && isOf(pair.second, cylinder)) ++count.there;
+  return count;
+}
+
 std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& sphere, const PowerRange& cylinder,
-                                Prompt& prompt, const std::function<bool(int)>& progress) {
+                                Prompt& prompt, const std::function<bool(int)>& progress, PairsThere there) {
   using namespace goods_lenses_detail;
   GoodsDraft draft = cleanGoodsDraft(typed);
   draft.warnSameName = false;
@@ -97,19 +156,24 @@ std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& spher
   if (!mayAddRange(draft, sphere, cylinder, prompt)) return {};
 
   const QString product = draft.name;
-  const auto spheres = powersOf(sphere);
-  const auto cylinders = powersOf(cylinder);
-  const int count = static_cast<int>(spheres.size() * cylinders.size());
+  std::vector<PowerPair> pairs = pairsOf(sphere, cylinder);
 
   Transaction transaction(accountDb());
+  if (there == PairsThere::AreSkipped) {
+    const auto known = pairsThere(product);
+    std::erase_if(pairs, [&](const PowerPair& pair) { return known.contains(keyOf(pair)); });
+  }
+  const int count = static_cast<int>(pairs.size());
+  if (count == 0) {
+    prompt.notice(QStringLiteral("这个范围的光度都已存在，没有需要增加的商品！"));
+    return {};
+  }
   const std::int64_t first = firstNumber(*draft.classNumber, count);
   int done = 0;
-  for (const double q : spheres) {
-    for (const double c : cylinders) {
-      insertLens(draft, product, numberText(q), numberText(c), first + done);
-      ++done;
-      if (progress && done % 16 == 0 && !progress(done * 100 / count)) return {};
-    }
+  for (const PowerPair& pair : pairs) {
+    insertLens(draft, product, powerText(pair.sphere), powerText(pair.cylinder), first + done);
+    ++done;
+    if (progress && done % 16 == 0 && !progress(done * 100 / count)) return {};
   }
   transaction.commit();
   if (progress) progress(100);
@@ -119,20 +183,15 @@ std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& spher
 QStringList addLensPowers(const QString& product, const std::vector<PowerPair>& powers) {
   using namespace goods_lenses_detail;
   const RowSet newest =
-      openSelect("select top 1 id,g_qgd,g_sgd from jxc_goods where g_qc=? and g_isjp<>0 order by id desc", product);
+      openSelect("select top 1 id from jxc_goods where g_qc=? and g_isjp<>0 order by id desc", product);
   if (newest.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("没有这种镜片的商品资料：") + product);
   GoodsDraft draft = readGoods(newest.front().integer("id"));
   draft.barcode.clear();
   draft.openingStock = 0;
-  // Articles made singly write "+1.5", ranges "1.5": the product goes on as it is.
-  const auto written = [signs = newest.front().text("g_qgd").startsWith(u'+') ||
-                                newest.front().text("g_sgd").startsWith(u'+')](double power) {
-    return signs ? powerText(power) : numberText(roundEps(power, 3));
-  };
   std::int64_t number = firstNumber(*draft.classNumber, static_cast<int>(powers.size()));
   QStringList numbers;
   for (const PowerPair& pair : powers) {
-    insertLens(draft, product, written(pair.sphere), written(pair.cylinder), number++);
+    insertLens(draft, product, powerText(pair.sphere), powerText(pair.cylinder), number++);
     numbers << draft.number;
   }
   return numbers;
@@ -185,24 +244,23 @@ Sql lensProductsStatement(const QString& typed) {
   return {"select * from jxc_jplx where jp_spmc like ? or jp_jm like ? order by jp_lx,id desc", like, like};
 }
 
-Sql lensNames(const Criteria& criteria, const Warehouses& warehouses) {
+namespace goods_lenses_detail {
+
+/// Words of one column over the lenses that match.
+Sql lensWords(std::string_view column, const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
   filter.add("a.g_isjp<>0");
-  addKey(filter, criteria, {"a.g_sn", "a.g_name", "a.g_jm"});
+  addGoodsKey(filter, criteria, {"a.g_sn", "a.g_name", "a.g_jm"});
   std::string tables = " from jxc_goods a";
   if (!warehouses.areAll()) {
     tables += ",jxc_kcsp b";
     filter.add("a.g_sn=b.g_sn");
     warehouses.restrict(filter, "b.ck_sn");
   }
-  return Sql("select distinct a.g_name" + tables).where(filter).add(" order by a.g_name");
+  return Sql(compose("select distinct {}", {column}) + tables).where(filter).add(compose(" order by {}", {column}));
 }
 
-namespace goods_lenses_detail {
-
-Sql lensStock(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter filter;
-  addChoice(filter, "a.g_name", criteria.goods);
+Sql lensStock(Filter filter, const Warehouses& warehouses) {
   if (warehouses.areAll())
     return Sql("select a.g_kc,a.g_qgd,a.g_sgd from jxc_goods a").where(filter).add(" order by a.g_sn");
   filter.add("a.g_sn=b.g_sn");
@@ -212,13 +270,74 @@ Sql lensStock(const Criteria& criteria, const Warehouses& warehouses) {
       .add(" group by a.g_sn,a.g_qgd,a.g_sgd order by a.g_sn");
 }
 
+Sql stockByName(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter filter;
+  addChoice(filter, "a.g_name", criteria.goods);
+  return lensStock(filter, warehouses);
+}
+
+Sql stockByProduct(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter filter;
+  filter.add("a.g_isjp<>0");
+  addChoice(filter, "a.g_qc", criteria.goods);
+  return lensStock(filter, warehouses);
+}
+
+PowerTable emptyTable(QStringList spheres, QStringList cylinders) {
+  PowerTable table{.spheres = std::move(spheres), .cylinders = std::move(cylinders), .cells = {}};
+  table.cells.assign(static_cast<std::size_t>(table.spheres.size()),
+                     std::vector<std::optional<double>>(static_cast<std::size_t>(table.cylinders.size())));
+  return table;
+}
+
 }  // namespace goods_lenses_detail
+
+Sql lensProducts(const Criteria& criteria, const Warehouses& warehouses) {
+  return goods_lenses_detail::lensWords("a.g_qc", criteria, warehouses);
+}
+
+Sql lensNames(const Criteria& criteria, const Warehouses& warehouses) {
+  return goods_lenses_detail::lensWords("a.g_name", criteria, warehouses);
+}
+
+PowerTable lensProductTable(const QString& product, const Criteria& criteria) {
+  using namespace goods_lenses_detail;
+  if (product.isEmpty()) return {};
+  Criteria one = criteria;
+  one.goods = product;
+  const RowSet rows = answer(stockByProduct, one);
+  std::map<std::int64_t, int> spheres, cylinders;  // thousandths: place
+  std::vector<std::pair<PairKey, double>> stocks;
+  for (const Row row : rows) {
+    bool isSphere = false, isCylinder = false;
+    const PairKey key = keyOf({row.text("g_qgd").toDouble(&isSphere), row.text("g_sgd").toDouble(&isCylinder)});
+    if (!isSphere || !isCylinder) continue;
+    spheres[key.first] = cylinders[key.second] = 0;
+    stocks.emplace_back(key, row.number("g_kc"));
+  }
+  const auto headings = [](std::map<std::int64_t, int>& powers) {
+    QStringList texts;
+    for (auto& [power, place] : powers) {
+      place = static_cast<int>(texts.size());
+      texts << powerText(static_cast<double>(power) / 1000);
+    }
+    return texts;
+  };
+  QStringList down = headings(spheres), across = headings(cylinders);
+  PowerTable table = emptyTable(std::move(down), std::move(across));
+  for (const auto& [key, stock] : stocks) {
+    auto& cell =
+        table.cells[static_cast<std::size_t>(spheres[key.first])][static_cast<std::size_t>(cylinders[key.second])];
+    cell = cell.value_or(0) + stock;
+  }
+  return table;
+}
 
 PowerTable lensPowerTable(const QString& name, const Criteria& criteria) {
   if (name.isEmpty()) return {};
   Criteria one = criteria;
   one.goods = name;
-  const RowSet rows = answer(goods_lenses_detail::lensStock, one);
+  const RowSet rows = answer(goods_lenses_detail::stockByName, one);
   PowerTable table;
   for (const Row row : rows) {
     table.spheres << row.text("g_qgd");
@@ -229,8 +348,7 @@ PowerTable lensPowerTable(const QString& name, const Criteria& criteria) {
     std::sort(heading->begin(), heading->end());
     heading->erase(std::unique(heading->begin(), heading->end()), heading->end());
   }
-  table.cells.assign(static_cast<std::size_t>(table.spheres.size()),
-                     std::vector<std::optional<double>>(static_cast<std::size_t>(table.cylinders.size())));
+  table = goods_lenses_detail::emptyTable(table.spheres, table.cylinders);
   for (const Row row : rows) {
     const auto sphere = static_cast<std::size_t>(table.spheres.indexOf(row.text("g_qgd")));
     const auto cylinder = static_cast<std::size_t>(table.cylinders.indexOf(row.text("g_sgd")));

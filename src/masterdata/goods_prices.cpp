@@ -19,13 +19,23 @@ const std::vector<PriceColumn>& bulkPriceSources() {
   return all;
 }
 
-std::int64_t setBulkPrice(const PriceColumn& target, const PriceColumn& source, double factor,
-                          const std::optional<QString>& classNumber) {
+std::int64_t countGoods(const BulkGoods& goods) {
+  if (goods.ids) return static_cast<std::int64_t>(goods.ids->size());
+  return goods.classNumber ? count(Sql("select id from jxc_goods where gc_sn=?", *goods.classNumber))
+                           : count(Sql("select id from jxc_goods"));
+}
+
+std::int64_t setBulkPrice(const BulkPrice& price, const BulkGoods& goods) {
+  Sql value = price.source ? Sql(compose("{}*?", {price.source->column}), price.factor) : Sql("?", price.factor);
+  if (price.step > 0) value = Sql("round((").add(value).add(")/?+0.000000001,0)*?", price.step, price.step);
+  const Sql update = Sql(compose("update jxc_goods set {}=", {price.target.column})).add(value);
   Transaction transaction(accountDb());
-  const std::int64_t changed =
-      classNumber ? execSql(compose("update jxc_goods set {}={}*? where gc_sn=?", {target.column, source.column}),
-                            factor, *classNumber)
-                  : execSql(compose("update jxc_goods set {}={}*?", {target.column, source.column}), factor);
+  std::int64_t changed = 0;
+  if (goods.ids)
+    for (const std::int64_t id : *goods.ids)
+      changed += execSql(Sql(update).add(" where id=?", id));
+  else
+    changed = execSql(goods.classNumber ? Sql(update).add(" where gc_sn=?", *goods.classNumber) : update);
   transaction.commit();
   return changed;
 }

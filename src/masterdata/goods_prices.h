@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -19,10 +20,22 @@ struct PriceColumn {
 const std::vector<PriceColumn>& bulkPriceTargets();  // wholesale levels, retail, preset sale price
 const std::vector<PriceColumn>& bulkPriceSources();  // preset sale price first, down to the average cost
 
-/// Sets a price of many goods to another price times a factor, unrounded: in one class, without those below it, or in
-/// all (no class). Disabled goods have prices too. Returns how many goods it was.
-std::int64_t setBulkPrice(const PriceColumn& target, const PriceColumn& source, double factor,
-                          const std::optional<QString>& classNumber);
+/// Another price times a factor, or the same amount for all.
+struct BulkPrice {
+  PriceColumn target;
+  std::optional<PriceColumn> source;  // nothing: `factor` is the price itself, in yuan
+  double factor = 1;
+  double step = 0;  // rounded to multiples of so many yuan; 0: not rounded
+};
+/// The goods of one class, without those below it; those with these ids; or, when both are left out, all. Disabled
+/// goods have prices too.
+struct BulkGoods {
+  std::optional<QString> classNumber = {};
+  std::optional<std::vector<std::int64_t>> ids = {};
+};
+std::int64_t countGoods(const BulkGoods& goods);
+/// Sets a price of many goods. Returns how many it was.
+std::int64_t setBulkPrice(const BulkPrice& price, const BulkGoods& goods);
 
 /// Commission of one who works on a sale at the till: percent of the sale, or yuan a piece.
 struct PosCommission {

@@ -1,16 +1,22 @@
 #include "masterdata/goods_search.h"
 
-#include "core/text.h"
+#include "core/pinyin.h"
+#include "stock/goods_words.h"
+
+#include <QByteArray>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <unordered_map>
 
 namespace jxc {
 namespace goods_search_detail {
 
 constexpr std::array<std::string_view, 6> kColumns = {"g_sn", "g_name", "g_jm", "g_sptm", "gg_name", "color_name"};
+constexpr std::size_t kName = 1, kLetters = 2;
 
 constexpr std::array<char, 256> makeUpper() {
   std::array<char, 256> table{};
@@ -44,6 +50,38 @@ bool matchesAt(const char* at, const char* end, const std::string& word) {
   return true;
 }
 
+float powerIn(std::string_view text) {
+  bool isNumber = false;
+  const float power = QByteArray(text.data(), static_cast<qsizetype>(text.size())).toFloat(&isNumber);
+  return isNumber ? power : std::numeric_limits<float>::quiet_NaN();
+}
+
+/// The character at this place of a text, in UTF-8; empty behind its end.
+std::string_view characterAt(std::string_view text, std::size_t place) {
+  std::size_t at = 0;
+  const auto goOn = [&] {
+    do
+      ++at;
+    while (at < text.size() && isContinuation(text[at]));
+  };
+  for (; place > 0 && at < text.size(); --place)
+    goOn();
+  const std::size_t begin = at;
+  if (at < text.size()) goOn();
+  return text.substr(begin, at - begin);
+}
+
+/// Whether the short name matches with one character of the name read in its other way, as the query asks it.
+bool readsAs(std::string_view name, std::string_view letters, const OtherReading& reading) {
+  const std::size_t found = letters.find(reading.letters.toStdString());
+  if (found == std::string_view::npos) return false;
+  const auto before =
+      static_cast<std::size_t>(std::count_if(letters.begin(), letters.begin() + static_cast<std::ptrdiff_t>(found),
+                                             [](char c) { return !isContinuation(c); }));
+  const std::string_view character = characterAt(name, before + static_cast<std::size_t>(reading.at));
+  return !character.empty() && reading.characters.toStdString().find(character) != std::string::npos;
+}
+
 const char* findWord(const char* from, const char* end, const std::string& word, bool withWildcard) {
   if (!withWildcard) {
     return static_cast<const char*>(memmem(from, static_cast<std::size_t>(end - from), word.data(), word.size()));
@@ -55,14 +93,6 @@ const char* findWord(const char* from, const char* end, const std::string& word,
 }
 
 }  // namespace goods_search_detail
-
-QStringList goodsSearchWords(const QString& typed) {
-  QString clean = sanitizeKeyword(typed);
-  for (QChar& c : clean) {
-    if (c >= u'a' && c <= u'z') c = QChar(c.unicode() - u'a' + u'A');
-  }
-  return clean.split(u' ', Qt::SkipEmptyParts);
-}
 
 GoodsIndex::GoodsIndex(RowSet rows) : rows_(std::move(rows)) {
   using namespace goods_search_detail;
@@ -80,6 +110,14 @@ GoodsIndex::GoodsIndex(RowSet rows) : rows_(std::move(rows)) {
     end_.push_back(text_.size());
   }
   std::transform(text_.begin(), text_.end(), text_.begin(), upper);
+  const auto readPowers = [&](std::string_view column, std::vector<float>& powers) {
+    const int at = rows_.columnIndex(column);
+    powers.reserve(end_.size());
+    for (int row = 0; row < count; ++row)
+      powers.push_back(at < 0 ? std::numeric_limits<float>::quiet_NaN() : powerIn(rows_.utf8(row, at)));
+  };
+  readPowers("g_qgd", spheres_);
+  readPowers("g_sgd", cylinders_);
 
   const int classColumn = rows_.columnIndex("gc_sn");
   std::unordered_map<std::string_view, int> places;
@@ -112,14 +150,44 @@ void GoodsIndex::keepRowsWith(const std::string& word, std::vector<char>& kept) 
   dropUntil(end_.size());
 }
 
+void GoodsIndex::keepRowsOf(const std::vector<float>& powers, double power, std::vector<char>& kept) const {
+  for (std::size_t row = 0; row < kept.size(); ++row)
+    if (!(std::abs(powers[row] - power) < kSamePower)) kept[row] = 0;
+}
+
+std::vector<std::string_view> GoodsIndex::columnsOf(std::size_t row) const {
+  std::vector<std::string_view> columns;
+  const std::size_t end = end_[row];
+  for (std::size_t at = row == 0 ? 0 : end_[row - 1]; at < end;) {
+    const std::size_t zero = text_.find('\0', at);
+    columns.push_back(std::string_view(text_).substr(at, zero - at));
+    at = zero + 1;
+  }
+  return columns;
+}
+
 std::vector<int> GoodsIndex::find(const QString& typed, const QString& classNumber) const {
+  using namespace goods_search_detail;
   const std::string above = classNumber.toStdString();
   std::vector<char> chosen;
   for (const std::string& number : classes_)
     chosen.push_back(number.starts_with(above) ? 1 : 0);
   std::vector<char> kept(end_.size(), 1);
-  for (const QString& word : goodsSearchWords(typed))
+  const GoodsWords wanted = goodsWords(typed);
+  if (wanted.sphere) keepRowsOf(spheres_, *wanted.sphere, kept);
+  if (wanted.cylinder) keepRowsOf(cylinders_, *wanted.cylinder, kept);
+  for (const QString& word : wanted.words) {
+    const auto readings = otherReadings(word);
+    const std::vector<char> before = readings.empty() ? std::vector<char>() : kept;
     keepRowsWith(word.toStdString(), kept);
+    for (std::size_t row = 0; row < before.size(); ++row) {
+      if (!before[row] || kept[row]) continue;
+      const auto columns = columnsOf(row);
+      kept[row] = std::any_of(readings.begin(), readings.end(), [&](const OtherReading& reading) {
+        return readsAs(columns[kName], columns[kLetters], reading);
+      });
+    }
+  }
   std::vector<int> found;
   for (std::size_t row = 0; row < kept.size(); ++row) {
     if (kept[row] && chosen[static_cast<std::size_t>(classOf_[row])]) found.push_back(static_cast<int>(row));

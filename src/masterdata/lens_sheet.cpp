@@ -5,6 +5,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_lenses.h"
+#include "stock/goods_words.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,6 @@
 
 namespace jxc {
 namespace lens_sheet_detail {
-
-constexpr double kSamePower = 0.0005;  // powers have three decimals
 
 int placeOf(const std::vector<double>& powers, double power) {
   const auto found =
@@ -32,23 +31,6 @@ std::vector<double> ascending(std::vector<double> powers) {
   powers.erase(std::unique(powers.begin(), powers.end(), [](double a, double b) { return b - a < kSamePower; }),
                powers.end());
   return powers;
-}
-
-struct Article {
-  QString number;
-  double sphere, cylinder;
-};
-
-std::vector<Article> articlesOf(const QString& product) {
-  std::vector<Article> articles;
-  for (const Row row :
-       openSelect("select g_sn,g_qgd,g_sgd from jxc_goods where g_qc=? and g_isjp<>0 order by g_sn", product)) {
-    bool isSphere = false, isCylinder = false;
-    const Article article{row.text("g_sn"), roundEps(row.text("g_qgd").toDouble(&isSphere), 3),
-                          roundEps(row.text("g_sgd").toDouble(&isCylinder), 3)};
-    if (isSphere && isCylinder) articles.push_back(article);
-  }
-  return articles;
 }
 
 /// Articles for the cells that have a quantity and no article. False: the operator would rather not.
@@ -129,10 +111,10 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
   LensSheet sheet;
   sheet.product = product;
   sheet.zeroCounts = rules.quantities().zero;
-  const std::vector<Article> articles = articlesOf(product);
-  for (const Article& article : articles) {
-    sheet.spheres.push_back(article.sphere);
-    sheet.cylinders.push_back(article.cylinder);
+  const std::vector<LensArticle> articles = lensArticles(product);
+  for (const LensArticle& article : articles) {
+    sheet.spheres.push_back(article.powers.sphere);
+    sheet.cylinders.push_back(article.powers.cylinder);
   }
   sheet.spheres = ascending(std::move(sheet.spheres));
   sheet.cylinders = ascending(std::move(sheet.cylinders));
@@ -143,8 +125,8 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
   const RowSet rows = openSelect(list);
   for (const Row row : rows)
     offered.emplace(row.text("g_sn"), row.number("kc_sl"));
-  for (const Article& article : articles) {
-    LensSheet::Cell& cell = sheet.at(sheet.rowOf(article.sphere), sheet.columnOf(article.cylinder));
+  for (const LensArticle& article : articles) {
+    LensSheet::Cell& cell = sheet.at(sheet.rowOf(article.powers.sphere), sheet.columnOf(article.powers.cylinder));
     const auto found = offered.find(article.number);
     if (cell.offered || (found == offered.end() && !cell.goods.isEmpty())) continue;
     cell.goods = article.number;
@@ -165,7 +147,7 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
 
   // All is asked before anything is written: other stations must not wait for an answer.
   PickingMemory memory;
-  std::vector<const LensSheet::Cell*> taken;
+  std::vector<LineDraft> drafts;
   bool goesShort = false;
   for (LensSheet& sheet : sheets)
     for (LensSheet::Cell& cell : sheet.cells) {
@@ -173,17 +155,18 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const L
       if (!sheet.holds(cell) || !rules.mayStage(cell.goods, place, target, memory, prompt)) continue;
       cell.goesShort = !rules.stockAllows(cell.goods, cell.quantity, place, prompt, &memory);
       goesShort = goesShort || cell.goesShort;
-      taken.push_back(&cell);
+      if (goesShort) continue;
+      drafts.push_back(rules.newLine(cell.goods, place, true));
+      LineAmounts& amounts = drafts.back().amounts;
+      amounts.setQuantity(cell.quantity);
+      if (!sheet.price) continue;
+      // A price that was typed is looked at as in the line dialog, the same question once for all.
+      amounts.setPrice(*sheet.price);
+      if (!rules.mayPrice(drafts.back(), prompt)) return std::nullopt;
     }
   if (goesShort) return std::nullopt;
   tellPassedOver(memory, asked);
 
-  std::vector<LineDraft> drafts;
-  drafts.reserve(taken.size());
-  for (const LensSheet::Cell* cell : taken) {
-    drafts.push_back(rules.newLine(cell->goods, place, true));
-    drafts.back().amounts.setQuantity(cell->quantity);
-  }
   const AddedLines added = *rules.addLines(target, place, drafts);
   refused({{added.closed, changedMeanwhile(place.number)}}, asked);
   return CopyResult{.lines = added.lines, .number = added.number};

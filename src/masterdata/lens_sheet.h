@@ -24,6 +24,7 @@ struct LensSheet {
   std::vector<double> spheres, cylinders;  // dioptres
   std::vector<Cell> cells;                 // row by row
   bool zeroCounts = false;                 // on a count: nothing of it was found
+  std::optional<double> price = {};        // yuan a unit for all lines of it; nothing: what each line proposes
 
   Cell& at(int row, int column) { return cells[static_cast<std::size_t>(row) * cylinders.size() + column]; }
   const Cell& at(int row, int column) const { return const_cast<LensSheet*>(this)->at(row, column); }

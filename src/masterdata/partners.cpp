@@ -5,6 +5,7 @@
 #include "core/defaults.h"
 #include "core/deletion.h"
 #include "core/fillers.h"
+#include "core/letter_search.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/session.h"
@@ -365,13 +366,17 @@ Sql partnerListStatement(const PartnerSide& side, const PartnerConditions& condi
   };
   if (!conditions.key.isEmpty()) {
     const QString k = like(conditions.key);
-    filter.add(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? "
-                       "or z_name like ?)",
-                       {side.sn, side.name, side.jm, side.contact, side.phone, side.address, side.kind}),
-               k, k, k, k, k, k, k, k);
+    Sql any(compose("({} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? or {} like ? "
+                    "or z_name like ?",
+                    {side.sn, side.name, side.jm, side.contact, side.phone, side.address, side.kind}),
+            k, k, k, k, k, k, k, k);
+    orOtherReadings(any, side.jm, side.name, conditions.key);
+    filter.add(any.add(")"));
   }
   if (!conditions.name.isEmpty()) {
-    filter.add(compose("({} like ? or {} like ?)", {side.name, side.jm}), like(conditions.name), like(conditions.name));
+    Sql any(compose("({} like ? or {} like ?", {side.name, side.jm}), like(conditions.name), like(conditions.name));
+    orOtherReadings(any, side.jm, side.name, conditions.name);
+    filter.add(any.add(")"));
   }
   contains(side.contact, conditions.contact);
   contains(side.phone, conditions.phone);

@@ -61,6 +61,11 @@ class SaleLines : public TradingLines {
       return false;
     }
     if (!TradingLines::mayWrite(draft, place, prompt)) return false;
+    return mayPrice(draft, prompt);
+  }
+
+  bool mayPrice(const LineDraft& draft, Prompt& prompt) const override {
+    const LineAmounts& line = draft.amounts;
     if (line.quantity() < 0) return true;  // what comes back is not sold too cheap
     const double sold = line.price() * line.discount();
     const double bought = lookupNumber("select g_jj from jxc_goods where g_sn=?", draft.goods);

@@ -124,6 +124,8 @@ class LineRules {
   virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
   /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
   virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
+  /// The part of it that looks at the price alone: a sale asks before it sells below what was paid.
+  virtual bool mayPrice(const LineDraft&, Prompt&) const { return true; }
   virtual QuantityRange quantities() const { return {}; }
   /// Whether a goods stands on the document at most once: what is picked again is passed over.
   virtual bool goodsStandOnce() const { return false; }

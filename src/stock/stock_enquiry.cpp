@@ -1,6 +1,7 @@
 #include "stock/stock_enquiry.h"
 
 #include "core/rounding.h"
+#include "stock/goods_words.h"
 
 #include <array>
 #include <stdexcept>
@@ -42,7 +43,7 @@ Filter conditions(const Criteria& criteria) {
   Filter filter;
   filter.add("a.g_sn=b.g_sn").add("a.g_sn<>'00000000'").add("a.gc_sn=c.gc_sn");
   addClass(filter, criteria, "a.gc_sn");
-  addKey(filter, criteria, {"a.g_sn", "a.g_jm", "a.g_name", "a.g_sccs", "a.gg_name", "a.g_sptm", "a.color_name"});
+  addGoodsKey(filter, criteria, {"a.g_sn", "a.g_jm", "a.g_name", "a.g_sccs", "a.gg_name", "a.g_sptm", "a.color_name"});
   if (criteria.has(kHidesZeroStock)) filter.add("b.kcsl<>0");
   if (!criteria.has(kWithDisabledGoods)) filter.add("a.g_jy=0");
   addChoice(filter, "a.ghs_sn", criteria.partner);

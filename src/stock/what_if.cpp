@@ -173,6 +173,38 @@ QString dateOf(const QString& number) {
 
 // ---- differences -------------------------------------------------------------------------------------------------
 
+constexpr double kJump = 0.2;  // a cost that moves by a fifth is a slip of the finger more often than a market
+
+bool jumps(double before, double after) {
+  return before > 0 && after > 0 && std::fabs(after / before - 1) >= kJump;
+}
+
+QString signedText(double change) {
+  return (change > 0 ? u"+"_qs : QString()) + numberText(roundMoney(change));
+}
+
+/// "现金 +36，工行 -10" of what changed, the first few by name; the others are counted.
+QString changesIn(const std::map<QString, double>& before, const std::map<QString, double>& after) {
+  constexpr int kNamed = 3;
+  std::map<QString, double> changes = after;
+  for (const auto& [name, amount] : before)
+    changes[name] -= amount;
+  QStringList named;
+  int more = 0;
+  for (const auto& [name, change] : changes) {
+    if (!differs(change, 0)) continue;
+    if (named.size() < kNamed)
+      named << name + u' ' + signedText(change);
+    else
+      ++more;
+  }
+  return named.join(u'，') + (more > 0 ? u"，另有 %1 个"_qs.arg(more) : QString());
+}
+
+double profitOf(const QString& number) {
+  return lookupNumber("select sum(gl_lr) from jxc_goodslist where gl_djh=? and (gl_flag='xs' or gl_flag='xt')", number);
+}
+
 class Report {
  public:
   explicit Report(WhatIf& preview) : preview_(preview) {}
@@ -182,6 +214,8 @@ class Report {
   void money(const Books& before, const Books& after);
   void crossed(const std::set<QString>& goods, const QString& number, const QString& date);
   void moved(const Books& before, const Books& after);
+  /// The sum of it. Profits: of the document's own sales, before and after.
+  void sumUp(const Books& before, const Books& after, double profitBefore, double profitAfter, bool seesMoney);
 
  private:
   void add(QStringView kind, const QString& place, double before, double after, bool warns = false) {
@@ -211,7 +245,7 @@ void Report::stocks(const Books& before, const Books& after) {
     add(u"库存数量", place, old.shelf, now.shelf, now.shelf < 0 && old.shelf >= 0);
     if (differs(now.shelf, now.book) || differs(old.shelf, old.book))
       add(u"帐面库存", place, old.book, now.book, now.book < 0 && old.book >= 0);
-    addCost(u"成本均价", place, old.cost, now.cost);
+    addCost(u"成本均价", place, old.cost, now.cost, jumps(old.cost, now.cost));
   }
   for (const auto& [at, now] : after.later) {
     const auto found = before.later.find(at);
@@ -227,7 +261,7 @@ void Report::goods(const Books& before, const Books& after) {
     const auto found = before.goods.find(sn);
     if (found == before.goods.end()) continue;
     add(u"商品总库存", nameOf(sn), found->second.stock, now.stock, now.stock < 0 && found->second.stock >= 0);
-    addCost(u"商品成本均价", nameOf(sn), found->second.average, now.average);
+    addCost(u"商品成本均价", nameOf(sn), found->second.average, now.average, jumps(found->second.average, now.average));
   }
 }
 
@@ -277,7 +311,46 @@ void Report::money(const Books& before, const Books& after) {
   compare(u"现金银行余额", before.money.accounts, after.money.accounts);
 }
 
+void Report::sumUp(const Books& before, const Books& after, double profitBefore, double profitAfter, bool seesMoney) {
+  std::set<QString> goods;
+  double in = 0, out = 0;
+  for (const auto& [at, now] : after.stocks) {
+    const auto found = before.stocks.find(at);
+    const double change = now.shelf - (found == before.stocks.end() ? 0 : found->second.shelf);
+    if (!differs(change, 0)) continue;
+    goods.insert(at.first);
+    (change > 0 ? in : out) += std::fabs(change);
+  }
+  const auto tell = [this](QStringView what, const QString& text) {
+    if (!text.isEmpty()) preview_.summary << what.toString() + text;
+  };
+  if (!goods.empty()) {
+    QString text = u"%1 种商品"_qs.arg(goods.size());
+    if (in > 0) text += u"，增加 "_qs + numberText(in);
+    if (out > 0) text += u"，减少 "_qs + numberText(out);
+    tell(u"库存：", text);
+  }
+  if (seesMoney) {
+    tell(u"现金银行：", changesIn(before.money.accounts, after.money.accounts));
+    tell(u"往来余额：", changesIn(before.money.partners, after.money.partners));
+  }
+  if (session().canSeeCost && differs(profitBefore, profitAfter))
+    tell(u"本单毛利：", signedText(profitAfter - profitBefore));
+}
+
 void Report::crossed(const std::set<QString>& goods, const QString& number, const QString& date) {
+  std::set<QString> later;
+  for (const QString& sn : goods)
+    for (const Row row :
+         openSelect("select distinct gl_djh from jxc_goodslist where g_sn=? and gl_kdrq>? and gl_djh<>?", sn,
+                    date + u" 23:59:59"_qs, number))
+      later.insert(row.text("gl_djh"));
+  if (!later.empty())
+    preview_.impacts.push_back({u"日期在前"_qs,
+                                u"%1 之后已有 %2 张单据，它们的库存和成本将重新推算"_qs.arg(date).arg(later.size()),
+                                {},
+                                {},
+                                true});
   std::set<QString> months, counts;
   for (const QString& sn : goods)
     for (const Row row :
@@ -332,6 +405,7 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
   const std::set<QString> goods = goodsOf(number);
   const QString date = dateOf(number);
   const Books before = readBooks(goods, date);
+  const double profitBefore = profitOf(number);
   try {
     preview.done = command(prompt);
   } catch (const std::exception& failure) {
@@ -347,8 +421,11 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
   report.goods(before, after);
   report.sales(before, after);
   // What a partner is owed for it is what its goods are worth.
-  if (const DocumentFamily* family = findFamily(number); !family || seesAmounts(*family)) report.money(before, after);
+  const DocumentFamily* family = findFamily(number);
+  const bool seesMoney = !family || seesAmounts(*family);
+  if (seesMoney) report.money(before, after);
   if (!date.isEmpty()) report.crossed(goods, number, date);
+  report.sumUp(before, after, profitBefore, profitOf(number), seesMoney);
   return preview;
 }
 

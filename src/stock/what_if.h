@@ -13,8 +13,8 @@
 
 namespace jxc {
 
-/// One difference. `warns` marks what an operator should look at: balances that turn negative, profits of sales that no
-/// longer go with the cost, counts and months that are crossed.
+/// One difference. `warns` marks what an operator should look at: balances that turn negative, costs that jump by a
+/// fifth and more, profits of sales that no longer go with the cost, and what a back-dated document crosses.
 struct Impact {
   QString kind;   // "成本均价", "销售毛利" …
   QString place;  // goods, warehouse, document, partner, account
@@ -28,6 +28,8 @@ struct WhatIf {
   QStringList notices;    // what it told, refusals among them
   QString failure;        // what it threw; empty: nothing
   std::vector<Impact> impacts;
+  /// All of it in a line each: stock, money, partners, profit; only what changes, and what this operator may see.
+  QStringList summary;
 
   /// For a list: `id`, `kind`, `place`, `valuebefore`, `valueafter`, `warns` (0 or 1). Questions and notices come
   /// first.

@@ -1,9 +1,12 @@
 // Changing and deleting goods, and moving classes with their numbers.
 #include "masterdata/goods_change.h"
 
+#include "core/session.h"
 #include "harness/account_set_fixture.h"
 #include "masterdata/goods_class_move.h"
 #include "masterdata/goods_classes.h"
+
+#include <tuple>
 
 namespace jxc {
 namespace goods_change_test {
@@ -110,6 +113,22 @@ TEST_F(GoodsChangeTest, SavingOneFieldLeavesTheOthersAlone) {
   prompt.willSayYes();
   ASSERT_TRUE(changeGoods(id, draft, false, prompt));
   EXPECT_EQ(prompt.questions.size(), asked + 2);
+
+  // A cell of the list, looked at as the form would; a copy leaves out what is this article's alone.
+  EXPECT_TRUE(changeGoodsCell(id, "g_sj", u"88.555"_qs, prompt));
+  EXPECT_TRUE(changeGoodsCell(id, "g_zdkc", u"6"_qs, prompt));
+  EXPECT_FALSE(changeGoodsCell(id, "g_zdkc", u"-1"_qs, prompt));
+  EXPECT_FALSE(changeGoodsCell(id, "g_sj", u"-1"_qs, prompt));
+  prompt.willSayNo();
+  EXPECT_TRUE(changeGoodsCell(id, "g_sptm", u"692"_qs, prompt));
+  EXPECT_FALSE(changeGoodsCell(id, "g_sptm", u"690"_qs, prompt));
+  draft = readGoods(id);
+  EXPECT_EQ(std::tuple(draft.salePrice, draft.lowestStock, draft.barcode), std::tuple(88.56, 6, u"692"_qs));
+  session().canSeeCost = false;
+  const GoodsDraft copy = copyOfGoods(id);
+  session().canSeeCost = true;
+  EXPECT_EQ(std::tuple(copy.number + copy.barcode, copy.purchasePrice, copy.salePrice, copy.name),
+            std::tuple(QString(), 0.0, 88.56, u"钛架"_qs));
 }
 
 TEST_F(GoodsChangeTest, UsedGoodsStayAndMonthFiguresToo) {

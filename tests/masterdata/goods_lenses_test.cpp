@@ -31,8 +31,8 @@ TEST_F(GoodsLensesTest, RangeMakesOneArticleAPair) {
   ASSERT_EQ(rows.rowCount(), 25);
   EXPECT_EQ(rows[0].text("g_sn"), u"20000001"_qs);
   EXPECT_EQ(rows[24].text("g_sn"), u"20000025"_qs);
-  EXPECT_EQ(rows[1].text("g_name"), u"1.56非球面:屈光度0:散光度0.25"_qs);
-  EXPECT_EQ(rows[5].text("g_qgd"), u"0.25"_qs);
+  EXPECT_EQ(rows[1].text("g_name"), u"1.56非球面:屈光度+0:散光度+0.25"_qs);
+  EXPECT_EQ(rows[5].text("g_qgd"), u"+0.25"_qs);
   EXPECT_EQ(rows[24].text("g_jm"), u"1.56FQM"_qs);
   EXPECT_EQ(rows[24].text("g_qc"), u"1.56非球面"_qs);
   EXPECT_EQ(rows[24].number("g_sj2"), 90);
@@ -41,6 +41,16 @@ TEST_F(GoodsLensesTest, RangeMakesOneArticleAPair) {
   EXPECT_EQ(nextGoodsSn(2), u"20000026"_qs);  // the next range goes on behind
 
   EXPECT_EQ(addLensRange(lens(), {-2, -1, 0.5}, {0, 0, 1.5}, prompt), 3);
+  // A range over what is there: known pairs are counted, skipped or made again, however their powers are written.
+  execSql("update jxc_goods set g_qgd='-2.00' where g_qgd='-2'");
+  const auto count = countLensRange(u"1.56非球面"_qs, {-2, 1, 0.25}, {0, 1, 0.25}).value();
+  EXPECT_EQ(std::pair(count.pairs, count.there), std::pair(65, 28));
+  EXPECT_FALSE(countLensRange(u"1.56非球面"_qs, {-1, -2, 0.25}, {0, 0, 1}));
+  EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt), 1);
+  EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt), std::nullopt);
+  EXPECT_EQ(prompt.lastNotice(), u"这个范围的光度都已存在，没有需要增加的商品！"_qs);
+  EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt, {}, PairsThere::AreMadeAgain), 2);
+  execSql("delete from jxc_goods where g_qgd='-1.75' or g_sn>'20000028'");
   EXPECT_FALSE(addLensRange(lens(), {-1, -2, 0.25}, {0, 0, 0.25}, prompt));
   EXPECT_EQ(prompt.lastNotice(), u"屈光度范围不正确！"_qs);
   EXPECT_FALSE(addLensRange(lens(), {0, 0, 0.25}, {1, 0, 0.25}, prompt));
@@ -129,6 +139,18 @@ TEST_F(GoodsLensesTest, PowerTableStandsByTheTextOfThePowers) {
   EXPECT_EQ(table.cells[0][1], 8);
   EXPECT_EQ(table.cells[1][1], std::nullopt);
   EXPECT_EQ(lensPowerTable(u"1.60"_qs, {.warehouse = u"100001"_qs}).cells[1][0], 8);
+
+  // By product: other names, one table; powers ascend as numbers and are one however they are written.
+  put("4", "+0.5", "-10", 1);
+  execSql("update jxc_goods set g_qc='1.60',g_name=g_sn");
+  execSql("update jxc_goods set g_isjp=0 where g_sn='00000000'");
+  EXPECT_EQ(answer(lensProducts, {.key = u"-1.25"_qs}).rowCount(), 1);
+  EXPECT_EQ(answer(lensProducts, {.key = u"-1"_qs}).rowCount(), 0);
+  const PowerTable whole = lensProductTable(u"1.60"_qs, {});
+  EXPECT_EQ(whole.spheres, QStringList({u"-1.25"_qs, u"+0.5"_qs}));
+  EXPECT_EQ(whole.cylinders, QStringList({u"-10"_qs, u"-0.75"_qs, u"-0.5"_qs}));
+  EXPECT_EQ(whole.cells[0][2], 16);
+  EXPECT_EQ(whole.cells[1][2], std::nullopt);
 }
 
 TEST_F(GoodsLensesTest, PricesOfAClassAreComputedFromOneAnother) {
@@ -143,11 +165,21 @@ TEST_F(GoodsLensesTest, PricesOfAClassAreComputedFromOneAnother) {
   }
   const auto price = [](const char* number) { return lookupValue("select g_sj1 from jxc_goods where g_sn=?", number); };
   // Level one from the preset sale price; subclasses have prices of their own; nothing is rounded.
-  EXPECT_EQ(setBulkPrice(bulkPriceTargets()[0], bulkPriceSources()[0], 0.8512, frames.number), 1);
+  EXPECT_EQ(setBulkPrice({.target = bulkPriceTargets()[0], .source = bulkPriceSources()[0], .factor = 0.8512},
+                         {.classNumber = frames.number}),
+            1);
   EXPECT_EQ(price("A"), u"102.144"_qs);
   EXPECT_EQ(price("B"), u"100"_qs);
-  setBulkPrice(bulkPriceTargets()[0], bulkPriceSources()[1], 1, {});
+  setBulkPrice({.target = bulkPriceTargets()[0], .source = bulkPriceSources()[1]}, {});
   EXPECT_EQ(price("A"), u"102.144"_qs);
+  // Marked goods alone: to the half yuan, and a price for all of them.
+  const BulkGoods marked{.ids = {{static_cast<std::int64_t>(lookupNumber("select id from jxc_goods where g_sn='A'"))}}};
+  EXPECT_EQ(countGoods(marked), 1);
+  setBulkPrice({.target = bulkPriceTargets()[0], .source = bulkPriceSources()[1], .factor = 0.95, .step = 0.5}, marked);
+  EXPECT_EQ(price("A"), u"97"_qs);
+  setBulkPrice({.target = bulkPriceTargets()[0], .source = {}, .factor = 88}, marked);
+  EXPECT_EQ(price("A"), u"88"_qs);
+  EXPECT_EQ(price("B"), u"100"_qs);
 
   EXPECT_FALSE(savePosCommissions(u"A"_qs, {.workshop = {-0.5, true}}, prompt));
   EXPECT_EQ(prompt.lastNotice(), u"提成不能小于0！"_qs);

@@ -1,6 +1,7 @@
 // Search in memory: the same rows in the same order as the query gives, whatever is typed.
 #include "masterdata/goods_search.h"
 
+#include "core/pinyin.h"
 #include "harness/account_set_fixture.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
@@ -13,12 +14,15 @@ namespace goods_search_test {
 class GoodsSearchTest : public test::AccountSetFixture {
  protected:
   static void put(const QString& number, const QString& name, const QString& model, const QString& colour,
-                  const Value& barcode = Value()) {
+                  const Value& barcode = Value(), const QString& sphere = {}, const QString& cylinder = {}) {
     insertRow("jxc_goods", {{"g_sn", number},
                             {"g_name", name},
                             {"gg_name", model},
                             {"color_name", colour},
                             {"g_sptm", barcode},
+                            {"g_jm", makeJm(name).left(32)},
+                            {"g_qgd", sphere},
+                            {"g_sgd", cylinder},
                             {"gc_sn", "1000"},
                             {"g_zhxs", 1},
                             {"g_jy", 0}});
@@ -44,7 +48,7 @@ class GoodsSearchTest : public test::AccountSetFixture {
 
 TEST_F(GoodsSearchTest, WordsMatchAsTheQueryMatchesThem) {
   put(u"20000002"_qs, u"板材架 Ray-Ban"_qs, u"54□16"_qs, u"玳瑁"_qs, "6901");
-  put(u"20000001"_qs, u"镜片:屈光度-2.25:散光度-0.75"_qs, u"1.56"_qs, u""_qs, "é_1");
+  put(u"20000001"_qs, u"镜片:屈光度-2.25:散光度-0.75"_qs, u"1.56"_qs, u""_qs, "é_1", u"-2.25"_qs, u"-0.75"_qs);
   put(u"A 1"_qs, u"😀 笑脸镜盒"_qs, u"１００％"_qs, u"Café"_qs);
   const RowSet all = selectGoods({});
 
@@ -62,6 +66,41 @@ TEST_F(GoodsSearchTest, WordsMatchAsTheQueryMatchesThem) {
   EXPECT_EQ(found(all, u"%"_qs), QStringList(u"A 1"_qs));  // … but for the marks that are stored so
   EXPECT_EQ(found(all, QString(10000, u'长')), QStringList());
   EXPECT_EQ(found(all, u"2"_qs, u"1001"_qs), QStringList());
+}
+
+TEST_F(GoodsSearchTest, PowersAreNumbersAndLettersAreSpoken) {
+  const auto lens = [&](const char* number, const QString& sphere, const QString& cylinder) {
+    put(QString::fromLatin1(number), u"重庆1.56"_qs, {}, {}, {}, sphere, cylinder);
+  };
+  lens("L1", u"-3.00"_qs, u"+0"_qs);
+  lens("L2", u"-3.25"_qs, u"-3"_qs);
+  lens("L3", u"3"_qs, u"-0.75"_qs);
+  put(u"F1"_qs, u"长城架 -3"_qs, u"54-16"_qs, {}, {}, u"?"_qs);
+  put(u"F2"_qs, u"张行架"_qs, {}, {});
+  const RowSet all = selectGoods({});
+  for (const auto& [typed, expected] : {
+           std::pair{u"-3"_qs, u"L1"_qs},
+           {u"1.56 −3.000"_qs, u"L1"_qs},
+           {u"－3.25"_qs, u"L2"_qs},
+           {u"-3.25-3"_qs, u"L2"_qs},
+           {u"-3/-0"_qs, u"L1"_qs},
+           {u"+3 -.75"_qs, u"L3"_qs},
+           {u"3"_qs, u"L3 F1"_qs},
+           {u"1.56 +0"_qs, u""_qs},
+           {u"54-16"_qs, u"F1"_qs},
+           {u"cq"_qs, u"L1 L2 L3"_qs},
+           {u"ZQ"_qs, u"L1 L2 L3"_qs},
+           {u"ccj"_qs, u"F1"_qs},
+           {u"ZHJ"_qs, u"F2"_qs},
+           {u"CH"_qs, u""_qs},
+           {u"-1 -2 -3"_qs, u""_qs},
+       }) {
+    QStringList numbers = found(all, typed);
+    numbers.sort();
+    QStringList wanted = expected.split(u' ', Qt::SkipEmptyParts);
+    wanted.sort();
+    EXPECT_EQ(numbers, wanted) << typed.toStdString();
+  }
 }
 
 TEST_F(GoodsSearchTest, AnyTypingGivesTheRowsOfTheQuery) {

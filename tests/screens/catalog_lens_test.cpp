@@ -57,6 +57,19 @@ TEST_F(ScreenTest, LensesAreAddedFromTheLibraryAndByRangeAndChanged) {
       type(s, "g_qgd", u"-2");
       type(s, "g_qgd1", u"-1");
       choose(s, "comQgd", u"0.50"_qs);
+      const auto* count = s.findChild<QLabel*>(u"lCount"_qs);
+      EXPECT_EQ(count->text(), u"将增加 3 个"_qs);
+      type(s, "g_qc", u"海岸8.6含水38");
+      type(s, "g_qgd1", u"-1.25");
+      type(s, "g_sgd", u"0.5");
+      type(s, "g_sgd1", u"0.5");
+      choose(s, "comQgd", u"0.75"_qs);
+      EXPECT_EQ(count->text(), u"将增加 2 个，其中 1 个已存在，将跳过，实际增加 1 个"_qs);
+      type(s, "g_qc", u"1.56非球面");
+      type(s, "g_qgd1", u"-1");
+      type(s, "g_sgd", u"0");
+      type(s, "g_sgd1", u"0");
+      choose(s, "comQgd", u"0.50"_qs);
       press(s, "F5");
       EXPECT_FALSE(s.isVisible());
     });
@@ -75,7 +88,8 @@ TEST_F(ScreenTest, LensesAreAddedFromTheLibraryAndByRangeAndChanged) {
     expectScreen("F_Spxxgl_Pfj", [&](ui::Screen& s) {
       choose(s, "comFw", u"全部商品"_qs);
       type(s, "tjgbl", u"0.8");
-      expectQuestion(u"全部商品的一级批发价将改为预设售价 X 0.8，确定修改吗？"_qs, Answer::Yes);
+      expectQuestion(u"全部商品（共 5 个）的一级批发价将改为预设售价 X 0.8，确定修改吗？"_qs, Answer::Yes);
+      expectNotice(u"成功修改：5  个商品的价格。"_qs);
       press(s, "F5");
     });
     list.findChild<QAction*>(QStringLiteral("brnRPfj"))->trigger();
@@ -113,6 +127,13 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
   add(u"20000003", u"-1.25", u"-0.25", 0.5);
   open("F_Kccx", [&](ui::Screen& s) {
     s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    // By product, which is proposed: powers ascend as numbers.
+    const auto& whole = *s.findChild<QTableWidget*>(u"StringGridCp"_qs);
+    ASSERT_EQ(s.grid("gridCp4").rowCount(), 1);
+    EXPECT_EQ(whole.verticalHeaderItem(0)->text(), u"-1.5"_qs);
+    EXPECT_EQ(whole.item(1, 0)->text(), u"7.00"_qs);
+    s.findChild<QRadioButton*>(u"rJp4"_qs)->click();
+    s.grid("gridJp4").waitLoaded();
     auto& table = *s.findChild<QTableWidget*>(u"StringGridJp"_qs);
     ASSERT_EQ(s.grid("gridJp4").rowCount(), 1);
     EXPECT_EQ(table.verticalHeaderItem(0)->text(), u"-1.25"_qs);
@@ -120,7 +141,7 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
     EXPECT_EQ(table.item(0, 1)->text(), u"7.00"_qs);
     EXPECT_EQ(table.item(1, 0)->text(), u"3.00"_qs);
     EXPECT_EQ(table.item(1, 1), nullptr) << "no article has that pair";
-    EXPECT_EQ(s.findChild<QLabel*>(u"lSum4"_qs)->text(), u"库存合计：10.50"_qs);
+    EXPECT_EQ(s.findChild<QLabel*>(u"StringGridJpSum"_qs)->text(), u"库存合计：10.50"_qs);
 
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"度数.xls"_qs);

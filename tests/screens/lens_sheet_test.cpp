@@ -77,7 +77,6 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
       EXPECT_EQ(heads(sheet, Qt::Horizontal), "-0.5 +0");
       expectNotice(u"请在光度表中输入数量！"_qs);
       press(sheet, "F5");
-      press(sheet, "Return");  // from the search into the sheet
       put(sheet, u"6", "Return");
       put(sheet, u"2", "Right");
       put(sheet, u"3", "Down");
@@ -103,19 +102,20 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
     expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
       expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);  // once for all of them
       paste(sheet, "1\t1\n1\t1\n", 1, 0);
+      type(sheet, "tdj", u"9");  // of the whole sheet
       press(sheet, "F5");
     });
     click(s, "btnTab2Jpgd");
     EXPECT_EQ(s.grid("gridWaitingLines").rowCount(), 11);
-    EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 272);
+    EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 276);
   });
   EXPECT_EQ(rows("select g_sn,g_name,g_qgd,g_sgd,g_jj,g_sj,g_isjp,g_jm from jxc_goods where g_qc=? and "
                  "g_sn>'2' order by g_sn",
                  kProduct),
             "20000001 清晰1.56:屈光度-1.25:散光度-0.5 -1.25 -0.5 8 30 1 QX1.56 | "
-            "20000002 清晰1.56:屈光度0.5:散光度-0.5 0.5 -0.5 8 30 1 QX1.56");
+            "20000002 清晰1.56:屈光度+0.5:散光度-0.5 +0.5 -0.5 8 30 1 QX1.56");
   EXPECT_EQ(rows("select g_sn,sum(jh_sl),sum(jh_zje) from jxc_jhsp group by g_sn order by g_sn"),
-            "10000001 6 48 | 10000002 4 32 | 10000003 8 64 | 10000004 7 56 | 10000005 5 40 | 20000001 3 24 | "
+            "10000001 6 49 | 10000002 4 33 | 10000003 8 64 | 10000004 7 56 | 10000005 5 41 | 20000001 3 25 | "
             "20000002 1 8");
 }
 

@@ -71,11 +71,14 @@ TEST_F(WhatIfTest, ReceiptDatedBackTellsCostsSalesCountsAndMonths) {
   EXPECT_EQ(found(preview, u"之后的盘点"), " →  !");
   EXPECT_EQ(found(preview, u"现金银行余额", u"现金"), "36 → -34 !");
   EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "none") << "paid at once";
+  EXPECT_EQ(found(preview, u"日期在前", u"2021-04-02 之后已有 2 张单据"), " →  !");
+  EXPECT_EQ(preview.summary, QStringList({u"库存：1 种商品，增加 10"_qs, u"现金银行：现金 -70"_qs}));
 
   session().canSeeCost = false;
   const WhatIf withheld = previewAudit(late);
   session().canSeeCost = true;
   EXPECT_EQ(found(withheld, u"库存数量", u"仓库 100001"), "5 → 15");
+  EXPECT_EQ(withheld.summary, QStringList(u"库存：1 种商品，增加 10"_qs));
   EXPECT_EQ(found(withheld, u"成本均价"), "none");
   EXPECT_EQ(found(withheld, u"商品成本均价"), "none");
   EXPECT_EQ(found(withheld, u"现金银行余额"), "none") << "what was paid for them";
@@ -97,6 +100,18 @@ TEST_F(WhatIfTest, CancelTellsWhatTurnsNegativeAndListsWhatItAsks) {
   EXPECT_EQ(found(preview, u"往来余额", u"供货商"), "50 → 0");
   EXPECT_EQ(preview.rows()[0].text("kind"), "将会询问");
   EXPECT_TRUE(preview.rows()[0].isNull("valuebefore")) << "no figure, which is not a zero";
+}
+
+TEST_F(WhatIfTest, ASaleTellsItsProfitAndAReceiptAJumpOfTheCost) {
+  receive("2021-05-01", {{"A", 10, 5}});
+  const QString sold = waitingSale("2021-05-02", {{"A", 4, 9}}, 20, 1);
+  const WhatIf sale = previewAudit(sold);
+  ASSERT_EQ(sale.summary.size(), 4);
+  EXPECT_EQ(sale.summary[0], "库存：1 种商品，减少 4");
+  EXPECT_EQ(sale.summary[1], "现金银行：现金 +20");
+  EXPECT_TRUE(sale.summary[2].startsWith(u"往来余额：客户 100001 ") && sale.summary[2].endsWith(u" +16"));
+  EXPECT_EQ(sale.summary[3], "本单毛利：+16");
+  EXPECT_EQ(found(previewAudit(save(draftReceipt("2021-05-03", {{"A", 10, 50}}))), u"成本均价"), "5 → 27.5 !");
 }
 
 TEST_F(WhatIfTest, ACommandThatRefusesOrFailsLeavesNothingEither) {

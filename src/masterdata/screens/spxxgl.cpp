@@ -45,17 +45,17 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"gg_name", "规格型号", ColumnKind::Text, 16},
     {"color_name", "颜色", ColumnKind::Text, 8},
     {"dw_name", "单位", ColumnKind::Text, 6},
-    {"g_sptm", "商品条码", ColumnKind::Text, 15},
+    {"g_sptm", "商品条码", ColumnKind::Text, 15, {.editable = true}},
     {.field = "g_kc", .caption = "当前库存", .kind = ColumnKind::Quantity, .use = {.sum = true}},
     {"g_jj", "预设进价", ColumnKind::Money, 0, {}, kSeesCost},
-    {"g_sj", "预设售价", ColumnKind::Money, 0, {}, kSeesPrice},
+    {"g_sj", "预设售价", ColumnKind::Money, 0, {.editable = true}, kSeesPrice},
     {"g_sj1", "一级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_sj2", "二级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_sj3", "三级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_sj4", "四级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_sj5", "五级批发价", ColumnKind::Money, 0, {}, kSeesPrice},
     {"g_lsj", "零售价", ColumnKind::Money, 0, {}, kSeesPrice},
-    {"g_zdkc", "库存下限", ColumnKind::Number},
+    {"g_zdkc", "库存下限", ColumnKind::Number, 0, {.editable = true}},
     {"g_jm", "简码", ColumnKind::Text, 12},
     {"g_qc", "商品名称", ColumnKind::Text, 20},
     {"g_qgd", "屈光度", ColumnKind::Text, 8},
@@ -158,8 +158,13 @@ void TF_Spxxgl::addCommands() {
   button("btnModi2", &TF_Spxxgl::modify);
   button("btnDele2", &TF_Spxxgl::deleteOne);
   gridSp.onActivated([this] { command("btnModi2").click(); });
+  gridSp.onChanged([this](const Row& row, std::string_view column, const QString& text) {
+    changeGoodsCell(row.integer("id"), column, text, prompt());
+    load();
+  });
 
   listCommand("btnRModi", u"修改商品"_qs, [this] { return modify(); });
+  listCommand("btnRCopy", u"复制为新商品"_qs, [this] { return copy(); });
   listCommand("btnRDel", u"删除商品"_qs, [this] { return deleteOne(); });
   listCommand("btnRDeleLb", u"批量删除选中的商品"_qs, [this] { return deleteMarked(); });
   listCommand("btnRForbid", u"禁用(解除禁用)商品"_qs, [this] { return disableOne(); });
@@ -171,7 +176,8 @@ void TF_Spxxgl::addCommands() {
   listCommand("btnRZdkc", u"修改选中商品的最低库存"_qs,
               [this] { return ui::screenAs<TF_Spxxgl_Zdkc>("F_Spxxgl_Zdkc").edit(marked()); });
   listCommand("brnRPfj", u"批量定义批发价"_qs, [this] {
-    return ui::screenAs<TF_Spxxgl_Pfj>("F_Spxxgl_Pfj").run(gridSp.currentText("gc_sn"), gridSp.currentText("gc_name"));
+    return ui::screenAs<TF_Spxxgl_Pfj>("F_Spxxgl_Pfj")
+        .run(gridSp.currentText("gc_sn"), gridSp.currentText("gc_name"), marked());
   });
   commission_ = listCommand("btnRTc", u"POS销售提成设置"_qs, [this] {
     ui::screenAs<TF_Spxxgl_Tc>("F_Spxxgl_Tc").edit(gridSp.currentText("g_sn"), gridSp.currentText("g_name"));
@@ -226,6 +232,15 @@ bool TF_Spxxgl::modify() {
   const std::int64_t id = gridSp.currentId();
   return gridSp.currentNumber("g_isjp") != 0 ? ui::screenAs<TF_Spxxgl_Modi2>("F_Spxxgl_Modi2").edit(id)
                                              : ui::screenAs<TF_Spxxgl_Modi>("F_Spxxgl_Modi").edit(id);
+}
+
+bool TF_Spxxgl::copy() {
+  if (warehouseIsMissing()) return false;
+  const std::int64_t id = gridSp.currentId();
+  const int added = gridSp.currentNumber("g_isjp") != 0 ? ui::screenAs<TF_Spxxgl_Add2>("F_Spxxgl_Add2").addLike(id)
+                                                        : ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addLike(id);
+  tree_->reload();  // classes may have been made on the way
+  return added > 0;
 }
 
 bool TF_Spxxgl::deleteOne() {

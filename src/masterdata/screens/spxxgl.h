@@ -48,6 +48,7 @@ class TF_Spxxgl : public ui::Screen {
   GoodsIds shown() const;  // as the list stands
   bool printLabels(const GoodsIds& ids);
   bool modify();
+  bool copy();
   bool deleteOne();
   bool deleteMarked();
   bool disableOne();

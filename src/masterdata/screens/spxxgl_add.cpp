@@ -2,8 +2,11 @@
 
 #include "core/defaults.h"
 #include "core/fillers.h"
+#include "masterdata/goods_change.h"
 
 #include <QTimer>
+
+#include <utility>
 
 namespace jxc {
 namespace spxxgl_add_detail {
@@ -45,13 +48,21 @@ int TF_Spxxgl_Add::addTo(const std::optional<GoodsClass>& goodsClass) {
   first_ = goodsClass && !goodsClass->isLens() ? goodsClass : std::nullopt;
   showModal();
   first_.reset();
+  begins_ = {};
   return saved_;
 }
 
-QString TF_Spxxgl_Add::addOne(OpeningStock openingStock) {
+int TF_Spxxgl_Add::addLike(std::int64_t id) {
+  begins_ = copyOfGoods(id);
+  return addTo(goodsClassNumbered(begins_.classNumber));
+}
+
+QString TF_Spxxgl_Add::addOne(OpeningStock openingStock, const QString& barcode) {
   forDocument_ = openingStock;
+  begins_.barcode = barcode;
   showModal();
   forDocument_.reset();
+  begins_ = {};
   return added_;
 }
 
@@ -76,7 +87,7 @@ void TF_Spxxgl_Add::activate() {
 }
 
 void TF_Spxxgl_Add::clearForNext() {
-  showOrdinary({});
+  showOrdinary(std::exchange(begins_, {}));
   tewm.clear();
   g_kc.clear();
   showPicture({});

@@ -7,6 +7,10 @@
 #include "masterdata/screens/spxxgl_jp.h"
 #include "ui/progress.h"
 
+#include <QLabel>
+
+#include <utility>
+
 namespace jxc {
 namespace spxxgl_lens_detail {
 
@@ -30,6 +34,7 @@ constexpr auto kRangeFields = joinFields(kGoodsFields, kProduct,
                                              {"comQgd", "屈光度间隔：", FieldKind::Combo},
                                              {"g_sgd1", "到：", FieldKind::Percent},
                                              {"comSgd", "散光度间隔：", FieldKind::Combo},
+                                             {"chkYcz", "已存在的光度也再增加一个商品", FieldKind::Check},
                                          }));
 constexpr auto kModiFields =
     joinFields(kGoodsFields, kProduct, kName,
@@ -90,6 +95,11 @@ void LensForm::classChosen() {
   if (!proposed.isEmpty()) g_sn.setText(proposed);
 }
 
+void LensForm::presetClass(const std::optional<GoodsClass>& wanted) {
+  if (wanted) return setClass(wanted);
+  if (!chosenClass()) setClass(goodsClassNumbered(u"1000"_qs));
+}
+
 void LensForm::pickProduct() {
   const QString taken = ui::screenAs<TF_Spxxgl_Jp>("F_Spxxgl_Jp").pick();
   if (taken.isEmpty()) return;
@@ -114,13 +124,26 @@ int TF_Spxxgl_Add2::addTo(const std::optional<GoodsClass>& goodsClass) {
   return saved_;
 }
 
+int TF_Spxxgl_Add2::addLike(std::int64_t id) {
+  like_ = copyOfGoods(id);
+  return addTo(goodsClassNumbered(like_->classNumber));
+}
+
 void TF_Spxxgl_Add2::activate() {
   saved_ = 0;
   prepare();
   comCk.setItems(fillWarehouseCombo({}));
   comCk.setKey(defaultWarehouseSn());
-  setClass(first_);
+  presetClass(first_);
   clearForNext();
+  if (!like_) return;
+  const GoodsDraft like = *std::exchange(like_, std::nullopt);
+  showDraft(like);
+  classChosen();
+  g_qc.setText(like.lens->product);
+  g_qgd.setNumber(like.lens->sphere.toDouble());
+  g_sgd.setNumber(like.lens->cylinder.toDouble());
+  productChanged();
 }
 
 void TF_Spxxgl_Add2::clearForNext() {
@@ -156,14 +179,19 @@ void TF_Spxxgl_Add2::btnSaveClick() {
   clearForNext();
 }
 
-TF_Spxxgl_Add3::TF_Spxxgl_Add3() : LensForm(spxxgl_lens_detail::kRange) {
+TF_Spxxgl_Add3::TF_Spxxgl_Add3() : LensForm(spxxgl_lens_detail::kRange), count_(new QLabel(this)) {
+  count_->setObjectName(QStringLiteral("lCount"));
   auto area = panel();
-  area.form({"gc_name g_sn", "g_qc", "g_qgd g_qgd1 comQgd", "g_sgd g_sgd1 comSgd", "dw_name g_zdkc", "g_jj g_sj",
-             "g_lsj g_sj1", "g_sj2 g_sj3", "g_sj4 g_sj5", "comTcbl tTcbl", "g_sccs", "g_bz", "g_gdcbj"});
+  area.form({"gc_name g_sn", "g_qc", "g_qgd g_qgd1 comQgd", "g_sgd g_sgd1 comSgd"});
+  area.widget(count_).row("chkYcz |");
+  area.form({"dw_name g_zdkc", "g_jj g_sj", "g_lsj g_sj1", "g_sj2 g_sj3", "g_sj4 g_sj5", "comTcbl tTcbl", "g_sccs",
+             "g_bz", "g_gdcbj"});
   area.text(QStringLiteral("每一对屈光度和散光度增加一个商品，编号自动生成；范围从小到大填写，如 -6.00 到 -0.25。"));
   area.buttons("btnJp | btnSave btnCancel");
   comQgd.setItems(spxxgl_lens_detail::steps());
   comSgd.setItems(spxxgl_lens_detail::steps());
+  for (ui::Field* each : {&g_qgd1, &comQgd, &g_sgd1, &comSgd, &chkYcz})
+    each->onChanged([this] { productChanged(); });
   on(btnSave, [this] { btnSaveClick(); });
 }
 
@@ -176,11 +204,26 @@ bool TF_Spxxgl_Add3::addTo(const std::optional<GoodsClass>& goodsClass) {
 
 void TF_Spxxgl_Add3::activate() {
   prepare();
-  setClass(first_);
+  presetClass(first_);
   showDraft({});
+  chkYcz.setChecked(false);
   for (ui::Field* field : {&g_qc, &g_qgd, &g_qgd1, &g_sgd, &g_sgd1})
     field->clear();
   classChosen();
+  productChanged();
+}
+
+/// What F5 will do, while one types.
+void TF_Spxxgl_Add3::productChanged() {
+  const auto found = countLensRange(g_qc.trimmed(), sphere(), cylinder());
+  if (!found) return count_->setText(QStringLiteral("范围不正确"));
+  QString text = QStringLiteral("将增加 %1 个").arg(found->pairs);
+  if (found->there > 0) {
+    text += QStringLiteral("，其中 %1 个已存在").arg(found->there);
+    text += chkYcz.isChecked() ? QStringLiteral("，也再增加一个")
+                               : QStringLiteral("，将跳过，实际增加 %1 个").arg(found->pairs - found->there);
+  }
+  count_->setText(text);
 }
 
 void TF_Spxxgl_Add3::btnSaveClick() {
@@ -188,11 +231,10 @@ void TF_Spxxgl_Add3::btnSaveClick() {
   GoodsDraft common;
   readDraft(common);
   common.name = g_qc.trimmed();
-  const PowerRange sphere{g_qgd.number(), g_qgd1.number(), comQgd.key().toDouble()};
-  const PowerRange cylinder{g_sgd.number(), g_sgd1.number(), comSgd.key().toDouble()};
-  if (addLensRange(common, sphere, cylinder, prompt(), ui::progressOnDemand(QStringLiteral("正在增加镜片……"), this))) {
+  const auto there = chkYcz.isChecked() ? PairsThere::AreMadeAgain : PairsThere::AreSkipped;
+  if (addLensRange(common, sphere(), cylinder(), prompt(), ui::progressOnDemand(QStringLiteral("正在增加镜片……"), this),
+                   there))
     accept();
-  }
 }
 
 TF_Spxxgl_Modi2::TF_Spxxgl_Modi2() : LensForm(spxxgl_lens_detail::kModi) {

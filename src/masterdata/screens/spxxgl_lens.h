@@ -17,6 +17,8 @@ class LensForm : public GoodsForm {
  protected:
   explicit LensForm(const ui::ScreenSpec& spec);
   void classChosen() override;
+  /// The class that was asked for, the one of the lens before, or that of all lenses.
+  void presetClass(const std::optional<GoodsClass>& wanted);
   /// The product and what goes with it was changed.
   virtual void productChanged() {}
 
@@ -32,6 +34,8 @@ class TF_Spxxgl_Add2 : public LensForm {
   ui::Field& g_kc = field("g_kc");
   ui::Field& comCk = field("comCk");
   int addTo(const std::optional<GoodsClass>& goodsClass);
+  /// The same, beginning with a lens like this one.
+  int addLike(std::int64_t id);
 
  protected:
   void activate() override;
@@ -41,6 +45,7 @@ class TF_Spxxgl_Add2 : public LensForm {
   void btnSaveClick();
   void clearForNext();
   std::optional<GoodsClass> first_;
+  std::optional<GoodsDraft> like_;
   int saved_ = 0;
 };
 
@@ -52,15 +57,20 @@ class TF_Spxxgl_Add3 : public LensForm {
   ui::Field& comQgd = field("comQgd");
   ui::Field& g_sgd1 = field("g_sgd1");
   ui::Field& comSgd = field("comSgd");
+  ui::Field& chkYcz = field("chkYcz");
   /// Whether a range was added.
   bool addTo(const std::optional<GoodsClass>& goodsClass);
 
  protected:
   void activate() override;
+  void productChanged() override;
 
  private:
   void btnSaveClick();
+  PowerRange sphere() const { return {g_qgd.number(), g_qgd1.number(), comQgd.key().toDouble()}; }
+  PowerRange cylinder() const { return {g_sgd.number(), g_sgd1.number(), comSgd.key().toDouble()}; }
   std::optional<GoodsClass> first_;
+  QLabel* count_;
 };
 
 /// "修改镜片信息(包括隐形眼镜)"

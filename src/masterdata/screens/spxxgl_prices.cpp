@@ -1,5 +1,9 @@
 #include "masterdata/screens/spxxgl_prices.h"
 
+#include "core/text.h"
+
+#include <utility>
+
 namespace jxc {
 namespace spxxgl_prices_detail {
 
@@ -8,10 +12,9 @@ using ui::FieldKind;
 constexpr ui::CommandSpec kCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 
 constexpr ui::FieldSpec kPfjFields[] = {
-    {"comFw", "商品范围：", FieldKind::Combo},
-    {"comJb", "批发价级别：", FieldKind::Combo},
-    {"comJs", "计算依据：", FieldKind::Combo},
-    {"tjgbl", "价格比例：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"comFw", "商品范围：", FieldKind::Combo}, {"comJb", "批发价级别：", FieldKind::Combo},
+    {"comJs", "计算依据：", FieldKind::Combo}, {"tjgbl", "价格比例：", FieldKind::Percent, "", 0, ui::NoMinus},
+    {"comQz", "取整到：", FieldKind::Combo},
 };
 constexpr ui::ScreenSpec kPfj = {
     .name = "F_Spxxgl_Pfj", .title = "批量定义批发价", .fields = kPfjFields, .commands = kCommands, .focus = "comJb"};
@@ -38,34 +41,67 @@ std::vector<ListItem> namesOf(const std::vector<PriceColumn>& columns) {
 }  // namespace spxxgl_prices_detail
 
 TF_Spxxgl_Pfj::TF_Spxxgl_Pfj() : Screen(spxxgl_prices_detail::kPfj) {
+  using namespace spxxgl_prices_detail;
   panel()
-      .form({"comFw", "comJb", "comJs", "tjgbl"})
-      .text(QStringLiteral("批发价=预设售价 X 0.xxxx 的格式"))
+      .form({"comFw", "comJb", "comJs", "tjgbl", "comQz"})
+      .text(QStringLiteral("批发价=预设售价 X 0.xxxx 的格式，再取整；选择“固定价格”时直接填写价格"))
       .buttons("| btnOK btnCancel");
-  comJb.setItems(spxxgl_prices_detail::namesOf(bulkPriceTargets()));
-  comJs.setItems(spxxgl_prices_detail::namesOf(bulkPriceSources()));
+  comJb.setItems(namesOf(bulkPriceTargets()));
+  std::vector<ListItem> sources = namesOf(bulkPriceSources());
+  sources.push_back({QStringLiteral("固定价格"), QString()});  // no key: it is no column
+  comJs.setItems(sources);
+  comJs.onChanged([this] { sourceChanged(); });
+  std::vector<ListItem> steps = {{QStringLiteral("不取整"), QStringLiteral("0")}};
+  for (const auto* step : {u"0.01", u"0.1", u"0.5", u"1", u"5", u"10"})
+    steps.push_back({QString::fromUtf16(step) + u'元', QString::fromUtf16(step)});
+  comQz.setItems(steps);
   command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { setPrices(); });
 }
 
-bool TF_Spxxgl_Pfj::run(const QString& classNumber, const QString& className) {
+bool TF_Spxxgl_Pfj::isFixed() const {
+  return comJs.key().isEmpty();
+}
+
+void TF_Spxxgl_Pfj::sourceChanged() {
+  tjgbl.setLabel(isFixed() ? QStringLiteral("价格：") : QStringLiteral("价格比例："));
+}
+
+bool TF_Spxxgl_Pfj::run(const QString& classNumber, const QString& className, std::vector<std::int64_t> marked) {
   classNumber_ = classNumber;
-  comFw.setItems(
-      {{QStringLiteral("当前类别"), QStringLiteral("0")}, {QStringLiteral("全部商品"), QStringLiteral("1")}});
+  marked_ = std::move(marked);
+  comFw.setItems({{QStringLiteral("当前类别"), QStringLiteral("0")},
+                  {QStringLiteral("全部商品"), QStringLiteral("1")},
+                  {QStringLiteral("选中的商品"), QStringLiteral("2")}});
+  // Whoever has marked several means them.
+  comFw.setKey(marked_.size() > 1 ? u"2"_qs : u"0"_qs);
   comFw.widget()->setToolTip(QStringLiteral("当前类别：%1（不含下级类别）").arg(className));
+  comJs.setIndex(0);
+  comQz.setIndex(0);
+  sourceChanged();
   tjgbl.setNumber(1);
   return showModal();
 }
 
 void TF_Spxxgl_Pfj::setPrices() {
-  const bool all = comFw.index() == 1;
-  const auto& target = bulkPriceTargets()[static_cast<std::size_t>(comJb.index())];
-  const auto& source = bulkPriceSources()[static_cast<std::size_t>(comJs.index())];
+  BulkGoods goods;
+  if (comFw.key() == u"0") goods.classNumber = classNumber_;
+  if (comFw.key() == u"2") goods.ids = marked_;
+  BulkPrice price{.target = bulkPriceTargets()[static_cast<std::size_t>(comJb.index())],
+                  .source = {},
+                  .factor = tjgbl.number(),
+                  .step = comQz.key().toDouble()};
+  if (!isFixed()) price.source = bulkPriceSources()[static_cast<std::size_t>(comJs.index())];
   // Prices of thousands of goods are gone with one key: the operator sees once more what he is about to do.
-  const QString question = QStringLiteral("%1的%2将改为%3 X %4，确定修改吗？")
-                               .arg(comFw.text(), comJb.text(), comJs.text(), numberText(tjgbl.number()));
-  if (!prompt().ask(question)) return;
-  setBulkPrice(target, source, tjgbl.number(), all ? std::nullopt : std::optional(classNumber_));
+  QString now = numberText(tjgbl.number());
+  if (price.source) now = comJs.text() + u" X "_qs + now;
+  if (price.step > 0) now += QStringLiteral("，取整到") + comQz.text();
+  if (!prompt().ask(QStringLiteral("%1（共 %2 个）的%3将改为%4，确定修改吗？")
+                        .arg(comFw.text())
+                        .arg(countGoods(goods))
+                        .arg(comJb.text(), now)))
+    return;
+  prompt().notice(QStringLiteral("成功修改：%1  个商品的价格。").arg(setBulkPrice(price, goods)));
   accept();
 }
 

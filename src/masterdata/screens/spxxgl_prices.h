@@ -4,6 +4,9 @@
 #include "masterdata/goods_prices.h"
 #include "ui/screen.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace jxc {
 
 /// "批量定义批发价"
@@ -14,12 +17,16 @@ class TF_Spxxgl_Pfj : public ui::Screen {
   ui::Field& comJb = field("comJb");
   ui::Field& comJs = field("comJs");
   ui::Field& tjgbl = field("tjgbl");
-  /// For the class of the focused row, or all goods. Whether prices were set.
-  bool run(const QString& classNumber, const QString& className);
+  ui::Field& comQz = field("comQz");
+  /// For the marked goods, the class of the focused row, or all. Whether prices were set.
+  bool run(const QString& classNumber, const QString& className, std::vector<std::int64_t> marked);
 
  private:
   void setPrices();
+  void sourceChanged();
+  bool isFixed() const;
   QString classNumber_;
+  std::vector<std::int64_t> marked_;
 };
 
 /// "POS销售提成设置"

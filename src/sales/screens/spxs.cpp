@@ -74,8 +74,8 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnAddNew", "新商品添加", "F9"},
     {"btnZpAdd", "添加赠品", "F4"},
     // Sets of material are no goods of this system. The button keeps its place on the screen for shops that look for it
-    // there; F3 changes the line.
-    {"btnAddCl", "材料套料出库(F3)", "", "本系统没有套料商品，请用“商品添加(F2)”逐项添加"},
+    // there, without a key: F3 changes the line.
+    {"btnAddCl", "材料套料出库", "", "不能使用：本系统没有套料商品，请用“商品添加(F2)”逐项添加"},
     {"btnInOut", "导入导出", "", "从表格文件导入商品，或把单据商品导出到表格文件"},
     {"btnRCheck", "审核", "F6", "审核当前单据，可修改实收金额、结算方式"},
     {"btnAllKh", "全部客户", "Ctrl+Q", "显示所有客户的待审核单据"},

@@ -41,14 +41,21 @@ constexpr ui::ColumnSpec kColumns[] = {
     {.field = "g_sptm", .caption = "商品条码", .use = {.hidden = true}},
     {.field = "g_sccs", .caption = "商品产地", .use = {.hidden = true}},
 };
+constexpr ui::ColumnSpec kProductColumns[] = {{"g_qc", "商品名称", ColumnKind::Text, 40}};
 constexpr ui::ColumnSpec kLensColumns[] = {{"g_name", "镜片名称", ColumnKind::Text, 40}};
 
 constexpr ui::EnquiryView kStock[] = {{.grid = {"gridKc", "当前库存", kColumns, "没有符合条件的商品", "id", "kccx"},
                                        .source = currentStock,
                                        .chart = {.label = "g_name", .measure = "kcsl"},
                                        .paper = "kccx"}};
-constexpr ui::EnquiryView kLenses[] = {{.grid = {"gridJp4", "镜片", kLensColumns, "没有符合条件的镜片", "g_name"},
+// By name each article of a range is a table of one cell: the product is proposed.
+constexpr ui::EnquiryView kLenses[] = {{.grid = {"gridCp4", "镜片商品", kProductColumns, "没有符合条件的镜片", "g_qc"},
+                                        .source = lensProducts,
+                                        .mode = {"rCp4", "按商品名称"},
+                                        .beside = makeProductPane},
+                                       {.grid = {"gridJp4", "镜片", kLensColumns, "没有符合条件的镜片", "g_name"},
                                         .source = lensNames,
+                                        .mode = {"rJp4", "按镜片全名"},
                                         .beside = makeLensPane}};
 constexpr ui::EnquiryCommand kStockCommands[] = {{"btnCx", "查找", "F3"}, {"btnAll", "全部", "F4"}};
 constexpr ui::EnquiryTab kTabs[] = {

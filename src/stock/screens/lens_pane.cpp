@@ -8,16 +8,18 @@
 namespace jxc {
 namespace lens_pane_detail {
 
-/// Lenses of one name by their powers, spheres downwards and cylinders across.
+/// Lenses of one product or one name by their powers, spheres downwards and cylinders across.
 class LensPane : public ui::RowPane {
  public:
-  LensPane() : matrix_(new PowerMatrix) {
+  using Table = PowerTable (*)(const QString&, const Criteria&);
+  LensPane(const char* name, std::string_view column, Table table)
+      : matrix_(new PowerMatrix(name)), column_(column), table_(table) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(matrix_);
   }
   void show(const Row* row, const Criteria& criteria) override {
-    matrix_->show(row ? lensPowerTable(row->text("g_name"), criteria) : PowerTable{});
+    matrix_->show(row ? table_(row->text(column_), criteria) : PowerTable{});
   }
   std::optional<Sheet> sheet() const override {
     return matrix_->isEmpty() ? std::nullopt : std::optional(matrix_->sheet());
@@ -25,12 +27,18 @@ class LensPane : public ui::RowPane {
 
  private:
   PowerMatrix* matrix_;
+  std::string_view column_;
+  Table table_;
 };
 
 }  // namespace lens_pane_detail
 
+ui::RowPane* makeProductPane() {
+  return new lens_pane_detail::LensPane("StringGridCp", "g_qc", lensProductTable);
+}
+
 ui::RowPane* makeLensPane() {
-  return new lens_pane_detail::LensPane;
+  return new lens_pane_detail::LensPane("StringGridJp", "g_name", lensPowerTable);
 }
 
 }  // namespace jxc

@@ -5,7 +5,8 @@
 
 namespace jxc {
 
-/// Follows a list with `g_name`. An export takes the table.
+/// Follow a list with `g_qc`, or one with `g_name`. An export takes the table.
+ui::RowPane* makeProductPane();
 ui::RowPane* makeLensPane();
 
 }  // namespace jxc

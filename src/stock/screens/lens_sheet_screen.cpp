@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "masterdata/goods_lenses.h"
 #include "masterdata/lens_sheet.h"
+#include "stock/document.h"
 #include "ui/display.h"
 #include "ui/list_search.h"
 #include "ui/quantity_sheet.h"
@@ -24,6 +25,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"tqgd", "增加屈光度：", FieldKind::Text, "", 8},
     {"tsgd", "增加散光度：", FieldKind::Text, "", 8},
+    {"tdj", "本表单价：", FieldKind::Money, "", 0, ui::NoMinus},
 };
 constexpr ui::ColumnSpec kProducts[] = {{"g_qc", "商品名称", ColumnKind::Text, 18},
                                         {"gs", "光度数", ColumnKind::Number, 6}};
@@ -52,7 +54,7 @@ class TF_Jpgd : public ui::Screen {
     auto area = panel();
     auto [products, cells] = area.columns(2, 9);
     products.row("tkey btnSearch").grid("gridProducts");
-    cells.widget(hint_).widget(sheet_, 1).row("tqgd tsgd |");
+    cells.widget(hint_).widget(sheet_, 1).row("tqgd tsgd tdj |");
     area.buttons("| btnOK btnCancel");
     command("btnOK").setProperty("main", true);
     grid("gridProducts").onCurrentChanged([this] { showProduct(); });
@@ -61,6 +63,8 @@ class TF_Jpgd : public ui::Screen {
     sheet_->onPasted([this](const auto& pasted) { tellPasted(pasted); });
     field("tqgd").onEnter([this] { return addPower("tqgd", &LensSheet::addSphere); });
     field("tsgd").onEnter([this] { return addPower("tsgd", &LensSheet::addCylinder); });
+    field("tdj").widget()->setToolTip(u"本表所有数量都用这个单价；不填时各按本来的单价"_qs);
+    field("tdj").onChanged([this] { takePrice(); });
     on(command("btnSearch"), [this] { field("tkey").focus(); });
     on(command("btnOK"), [this] { takeOver(); });
   }
@@ -84,6 +88,8 @@ class TF_Jpgd : public ui::Screen {
     current_ = -1;
     field("tqgd").setVisible(mayMake_);
     field("tsgd").setVisible(mayMake_);
+    field("tdj").setVisible(rules_ && rules_->family().line.columns->price.size() > 0 &&
+                            rules_->lines().priceMayChange() && seesAmounts(rules_->family()));
     const QString last = last_;
     search_.begin();
     auto& products = grid("gridProducts");
@@ -91,6 +97,12 @@ class TF_Jpgd : public ui::Screen {
     for (const Row row : products.rows())
       if (row.text("g_qc") == last) products.selectId(row.integer("id"));
     showProduct();
+  }
+
+  /// With a product there the quantities are what one came for; F2 leads back to the search.
+  void showEvent(QShowEvent* event) override {
+    Screen::showEvent(event);
+    if (current_ >= 0) sheet_->focusCells();
   }
 
   void enterPressed(ui::Field& field) override {
@@ -129,6 +141,12 @@ class TF_Jpgd : public ui::Screen {
     showSheet();
   }
 
+  void takePrice() {
+    if (current_ < 0) return;
+    const ui::Field& typed = field("tdj");
+    sheet().price = typed.isEmpty() ? std::nullopt : std::optional(typed.number());
+  }
+
   LensSheet& sheet() { return sheets_[static_cast<std::size_t>(current_)]; }
 
   void showSheet() {
@@ -157,6 +175,8 @@ class TF_Jpgd : public ui::Screen {
       cell.isTyped = quantity.has_value();
     };
     sheet_->show(std::move(source));
+    field("tdj").clear();
+    if (sheet().price) field("tdj").setNumber(*sheet().price);
     showHint();
   }
 

@@ -12,9 +12,9 @@
 
 namespace jxc {
 
-PowerMatrix::PowerMatrix(QWidget* parent)
+PowerMatrix::PowerMatrix(const char* name, QWidget* parent)
     : QWidget(parent), table_(new QTableWidget(this)), corner_(new QLabel(QStringLiteral("屈/散"))), sum_(new QLabel) {
-  table_->setObjectName(QStringLiteral("StringGridJp"));
+  table_->setObjectName(QString::fromLatin1(name));
   table_->setAccessibleName(QStringLiteral("镜片库存，按屈光度和散光度"));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setTabKeyNavigation(false);
@@ -28,7 +28,7 @@ PowerMatrix::PowerMatrix(QWidget* parent)
     inside->setContentsMargins(0, 0, 0, 0);
     inside->addWidget(corner_);
   }
-  sum_->setObjectName(QStringLiteral("lSum4"));
+  sum_->setObjectName(QString::fromLatin1(name) + QStringLiteral("Sum"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(table_, 1);

@@ -15,7 +15,8 @@ namespace jxc {
 /// empty.
 class PowerMatrix : public QWidget {
  public:
-  explicit PowerMatrix(QWidget* parent = nullptr);
+  /// `name`: of the table, for assistive technology and tests.
+  explicit PowerMatrix(const char* name, QWidget* parent = nullptr);
   void show(const PowerTable& table);
   bool isEmpty() const { return shown_.cells.empty(); }
   /// What is shown as a spreadsheet.

@@ -4,6 +4,8 @@
 
 #include <QLabel>
 
+#include <vector>
+
 namespace jxc {
 namespace preview_screen_detail {
 
@@ -12,16 +14,31 @@ constexpr ui::ColumnSpec kColumns[] = {{"kind", "影响", ui::ColumnKind::Text, 
                                        {"valuebefore", "现在", ui::ColumnKind::Number, 14},
                                        {"valueafter", "之后", ui::ColumnKind::Number, 14}};
 constexpr ui::GridSpec kGrids[] = {{"gridImpacts", "影响", kColumns, "没有变化"}};
+constexpr ui::FieldSpec kFields[] = {{"chkYw", "只看需要留意的：库存不足、成本突变、日期在前", ui::FieldKind::Check}};
 constexpr ui::CommandSpec kCommands[] = {{"btnCancel", "关闭", "Esc"}};
-constexpr ui::ScreenSpec kScreen = {
-    .name = "F_Yltx", .title = "预览影响", .grids = kGrids, .commands = kCommands, .focus = "gridImpacts"};
+constexpr ui::ScreenSpec kScreen = {.name = "F_Yltx",
+                                    .title = "预览影响",
+                                    .fields = kFields,
+                                    .grids = kGrids,
+                                    .commands = kCommands,
+                                    .focus = "gridImpacts"};
 
 class TF_Yltx : public ui::Screen {
  public:
-  TF_Yltx() : Screen(kScreen), state_(new QLabel(this)) {
+  TF_Yltx() : Screen(kScreen), state_(new QLabel(this)), summary_(new QLabel(this)) {
     state_->setObjectName(QStringLiteral("state"));
     state_->setWordWrap(true);
-    panel().widget(state_).grid("gridImpacts").buttons("| btnCancel");
+    summary_->setObjectName(QStringLiteral("summary"));
+    summary_->setTextFormat(Qt::PlainText);
+    summary_->setWordWrap(true);
+    panel().widget(state_).widget(summary_).row("chkYw |").grid("gridImpacts").buttons("| btnCancel");
+    field("chkYw").onChanged([this] { grid("gridImpacts").refilter(); });
+    grid("gridImpacts").setRowFilter([this](const RowSet& rows, bool) {
+      std::vector<int> shown;
+      for (int row = 0; row < rows.rowCount(); ++row)
+        if (!field("chkYw").isChecked() || rows[row].flag("warns")) shown.push_back(row);
+      return shown;
+    });
     grid("gridImpacts").setRowLook([](const Row& row) {
       return row.flag("warns") ? ui::RowLook::Warning : ui::RowLook::Normal;
     });
@@ -30,7 +47,14 @@ class TF_Yltx : public ui::Screen {
     state_->setText(preview.done
                         ? QStringLiteral("如果现在%1，将有下列变化。这里只是预览，没有改动任何数据。").arg(doing)
                         : QStringLiteral("现在不能%1。没有改动任何数据。").arg(doing));
+    summary_->setText(preview.summary.join(u'\n'));
+    summary_->setVisible(!preview.summary.isEmpty());
     rows_ = preview.rows();
+    bool surprises = false;
+    for (const Row row : rows_)
+      surprises = surprises || row.flag("warns");
+    field("chkYw").setChecked(false);
+    field("chkYw").setEnabled(surprises);
     showModal();
   }
   QSize sizeHint() const override { return {1264, 672}; }  // warehouse, goods and what would be asked are long
@@ -40,6 +64,7 @@ class TF_Yltx : public ui::Screen {
 
  private:
   QLabel* state_;
+  QLabel* summary_;
   RowSet rows_{{"id", "kind", "place", "valuebefore", "valueafter", "warns"}};
 };
 

@@ -1,0 +1,19 @@
+#include "core/letter_search.h"
+
+#include "core/pinyin.h"
+
+namespace jxc {
+
+void orOtherReadings(Sql& condition, std::string_view letters, std::string_view name, const QString& word) {
+  for (const OtherReading& reading : otherReadings(word)) {
+    // The letters stand below the characters, one by one; behind a name that is shorter than its letters there is
+    // nothing that could be one of the characters.
+    const std::string place = "+" + std::to_string(reading.at) + ",1))>0)";
+    condition.add(compose(" or (instr({},?)>0 and instr(?,mid({}+'                                ',instr({},?)",
+                          {letters, name, letters}) +
+                      place,
+                  reading.letters, reading.characters, reading.letters);
+  }
+}
+
+}  // namespace jxc
