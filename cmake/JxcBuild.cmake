@@ -3,7 +3,6 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
-set(CMAKE_AUTORCC ON)
 
 find_program(JXC_CCACHE ccache)
 if(JXC_CCACHE)
@@ -40,10 +39,12 @@ endif()
 function(jxc_library name)
   cmake_parse_arguments(ARG "" "PCH" "FOLDERS;LINK" ${ARGN})
   set(sources)
+  set(resources)
   foreach(folder IN LISTS ARG_FOLDERS)
-    file(GLOB found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp" "${CMAKE_SOURCE_DIR}/src/${folder}/*.h"
-      "${CMAKE_SOURCE_DIR}/src/${folder}/*.qrc")
+    file(GLOB found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp" "${CMAKE_SOURCE_DIR}/src/${folder}/*.h")
     list(APPEND sources ${found})
+    file(GLOB found CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/${folder}/*.qrc")
+    list(APPEND resources ${found})
   endforeach()
   if(NOT sources MATCHES "\\.cpp")  # only headers so far
     add_library(${name} INTERFACE)
@@ -52,7 +53,23 @@ function(jxc_library name)
   endif()
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC jxc_options ${ARG_LINK})
+  foreach(qrc IN LISTS resources)
+    jxc_resources(${name} "${qrc}")
+  endforeach()
   jxc_speed(${name} "${ARG_PCH}")
+endfunction()
+
+# A resource file into a library. By hand: what CMake and Qt's own helper make of it breaks where the path of the checkout
+# has brackets or an & in it.
+function(jxc_resources target qrc)
+  get_filename_component(name "${qrc}" NAME_WE)
+  set(made "${CMAKE_CURRENT_BINARY_DIR}/qrc_${name}.cpp")
+  add_custom_command(OUTPUT "${made}"
+    COMMAND Qt6::rcc --name ${name} --output "${made}" --depfile "${made}.d" "${qrc}"
+    DEPENDS "${qrc}" DEPFILE "${made}.d" VERBATIM)
+  set_source_files_properties("${made}" PROPERTIES
+    SKIP_AUTOGEN ON SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
+  target_sources(${target} PRIVATE "${made}")
 endfunction()
 
 function(jxc_speed name pch)

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 
 // Outside of any namespace: the name that the resource compiler gives.
 static void initTemplateResource() {
@@ -138,11 +139,10 @@ QStringList bringTemplates() {
   QStringList written;
   for (const QString& file : QDir(QStringLiteral(":/report")).entryList({QStringLiteral("*.fr3")}, QDir::Files)) {
     if (QFile::exists(templatePath(file))) continue;
-    if (!QFile::copy(templates_detail::resourceOf(file), templatePath(file))) continue;
-    // What lies inside the program is write-protected; the shop changes its copy.
-    QFile::setPermissions(templatePath(file),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    written << file;
+    // Not a copy of the file, which is write-protected inside the program: the shop changes its own.
+    QSaveFile own(templatePath(file));
+    const QByteArray content = deliveredTemplate(file);
+    if (own.open(QIODevice::WriteOnly) && own.write(content) == content.size() && own.commit()) written << file;
   }
   return written;
 }

@@ -44,6 +44,12 @@ class Checkout(unittest.TestCase):
         build = "build check jxc_jet"
         self.in_checkout(first, build)
         self.assertNotIn("anew", self.in_checkout(first, build))
+        # The resources, which everything that is linked has in it, without all the rest that stands before them.
+        made = [f"src/qrc_{name}.cpp" for name in ("look", "report_templates")]
+        for line in self.do("ninja", "-C", str(first / "build/check"), "-t", "commands", *made).splitlines():
+            if "rcc --name" in line:
+                self.do("sh", "-c", line)
+        self.assertTrue(all((first / "build/check" / name).stat().st_size > 1000 for name in made))
         second = self.folder / "moved"
         first.rename(second)
         self.assertIn("anew", self.in_checkout(second, build))
