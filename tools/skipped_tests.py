@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""Tells of each test that was skipped why. Usage: tools/skipped_tests.py RESULTS     (what ctest --output-junit wrote)
+"""Tells of the tests that were skipped why. Usage: tools/skipped_tests.py RESULTS     (what ctest --output-junit wrote)
 
 A test says its reason itself: a script in a line that begins with "skipped: ", unittest and GoogleTest in their own way.
 """
 
+import collections
 import re
 import sys
 import xml.etree.ElementTree
@@ -21,11 +22,15 @@ def main(file):
         cases = xml.etree.ElementTree.parse(file).iter("testcase")
     except (OSError, xml.etree.ElementTree.ParseError):
         return
-    skipped = [(case.get("name"), reasons(case.findtext("system-out", ""))) for case in cases if case.find("skipped") is not None]
+    skipped = collections.defaultdict(list)
+    for case in cases:
+        if case.find("skipped") is not None:
+            skipped[reasons(case.findtext("system-out", ""))].append(case.get("name"))
     if skipped:
         print("\nSkipped:")
-    for name, reason in skipped:
-        print(f"  {name}: {reason}")
+    for reason, names in skipped.items():
+        more = f" and {len(names) - 1} more" if len(names) > 1 else ""
+        print(f"  {names[0]}{more}: {reason}")
 
 
 if __name__ == "__main__":

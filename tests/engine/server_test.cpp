@@ -28,7 +28,7 @@ struct ServerTest : testing::Test {
   std::unique_ptr<Database> db, other;
 
   void SetUp() override {
-    if (!test::onServer()) GTEST_SKIP() << "no server";
+    if (!test::onServer()) GTEST_SKIP() << "runs on a server, among pg.*";
     db = test::openFresh(test::Story::Long);
     db->execute(
         "create table [till] ([id] Counter,[a] nvarchar(8) null,[n] numeric(28,6) null,"

@@ -133,7 +133,7 @@ QString answerOf(Database& database, const std::string& text) {
 
 /// Equal text is not equal meaning: what the server answers is what the file answers.
 TEST_P(Corpus, TheServerAnswersAsTheFileDoes) {
-  if (!test::onServer()) GTEST_SKIP() << "no server";
+  if (!test::onServer()) GTEST_SKIP() << "runs on a server, among pg.*";
   const auto server = test::openFresh();
   const auto file = test::openFreshFile();
   const Transaction onServer(*server), inFile(*file);

@@ -88,7 +88,7 @@ class BothEngines : public test::ShopWalk {
 };
 
 TEST_F(BothEngines, TheSameLifeEndsInTheSameTables) {
-  if (!test::onServer()) GTEST_SKIP() << "no server";
+  if (!test::onServer()) GTEST_SKIP() << "runs on a server, among pg.*";
   const Books onServer = booksAfterLife();
   const std::map<std::string, int> doneThere = done;
   const proof::Proof proof = proof::prove(accountDb());

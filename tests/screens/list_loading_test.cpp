@@ -144,7 +144,7 @@ TEST_F(ListLoading, AFileThatWasMovedAwayIsSaidAndReadAgainWhenItIsBack) {
 }
 
 TEST_F(ListLoading, EachKeyOfASearchIsOneRoundTripAndNoNewConnection) {
-  if (!test::onServer()) GTEST_SKIP() << "no server";
+  if (!test::onServer()) GTEST_SKIP() << "runs on a server, among pg.*";
   test::ServerProxy proxy(test::portOf(test::copyAddress()), std::chrono::milliseconds(1));
   dataModule().installAccountDb(openPostgres(QString::fromStdString(proxy.address(test::copyAddress()))));
   List list;

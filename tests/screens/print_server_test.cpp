@@ -14,7 +14,7 @@ class PrintServer : public ScreenTest {
  protected:
   void SetUp() override {
     ScreenTest::SetUp();
-    if (printer.isEmpty()) GTEST_SKIP() << "no print server: see tests/print/cups_test.py";
+    if (printer.isEmpty()) GTEST_SKIP() << "print.cups brings the printer";
     ASSERT_TRUE(ui::printerNames().contains(printer));
   }
   const QString printer = qEnvironmentVariable("JXC_TEST_PRINTER");

@@ -377,7 +377,7 @@ TEST_F(PostingTest, AFailureInTheMiddleLeavesNothing) {
 
 TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
   const Posting* const server = accountDb().posting();
-  if (!server) GTEST_SKIP() << "no server";
+  if (!server) GTEST_SKIP() << "runs on a server, among pg.*";
   setParameter("cs_kp", 1);
   setParameter("cs_cs001", 1);
   execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");

@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""Three first days in the real window, by keys alone, and how many keys each of them takes: the owner from an empty
+account set to the first receipt in the books, a buyer with twelve frames and twenty lenses, a salesperson with ten
+sales, a return, an exchange and a part payment. At the end the books hold what was keyed in, so no key was lost.
+
+Usage: tests/journeys/first_days.py [--program PROGRAM] [--box] [owner] [buyer] [salesperson]     (default: all)
+  --box     goods come by a word typed into the barcode box, instead of from the list behind F2
+Needs xvfb, openbox, xdotool; skipped with status 77 where they are missing.
+"""
+
+import argparse
+import pathlib
+import subprocess
+import sys
+import time
+
+from desk import TOP, Desk, Failure, begin, missing_tools
+from shop_day import (KINDS, Shop, asked, at, close_document, code, conclude, cost, make_shop, open_document, price, prove,
+                      save, told, type_lines, wait)
+
+
+class Hand(Desk):
+    """Counts what it types: one for each key, whatever is held down with it."""
+
+    count = 0
+
+    def keys(self, *keys):
+        self.count += len(keys)
+        super().keys(*keys)
+
+    def write(self, text):
+        self.xdo("type", "--delay", "15", "--", text)
+
+    def xdo(self, *words):
+        if words[0] == "type":
+            self.count += len(words[-1])
+        return super().xdo(*words)
+
+    def open(self, initials, title):
+        self.keys("ctrl+k", *initials, "Return")
+        at(self, title)
+
+
+def new_article(hand, shop, name, bought, sold):
+    """In the dialog 增加商品, which stays open for the next one."""
+    before = shop.number("select count(*) from jxc_goods")
+    hand.write(name)
+    hand.keys(*["Return"] * 5)
+    hand.write(f"{bought}")
+    hand.keys("Return")
+    hand.write(f"{sold}")
+    hand.keys("F5")
+    wait(lambda: f"{name} is not in the catalogue; the window is “{hand.title()}”",
+         lambda: shop.number("select count(*) from jxc_goods") > before)
+    at(hand, "增加商品")
+
+
+def owner_day(hand, _, arguments):
+    """A supplier, an article, and a receipt of it that stands in the books."""
+    shop = Shop(hand.home)
+    begin(hand)
+    hand.open("ghssz", "供货商设置")
+    hand.keys("F2")
+    at(hand, "增加供货商")
+    hand.write("Mingjing")
+    hand.keys("F5")
+    at(hand, "供货商设置")
+    close_document(hand)
+    hand.open("spgl", "商品信息管理")
+    hand.keys("F2")
+    at(hand, "增加商品")
+    new_article(hand, shop, "RB5154", 180, 480)
+    hand.keys("Escape")
+    at(hand, "商品信息管理")
+    close_document(hand)
+    open_document(hand, "receipt")
+    if not arguments.box:
+        hand.keys(*["shift+Tab"] * 6, "F2")
+    else:
+        hand.keys(*["shift+Tab"] * 6)
+        hand.write("M")
+    at(hand, "选择供货商")
+    if not arguments.box:
+        hand.write("M")
+    time.sleep(0.5)
+    hand.keys("Return")
+    at(hand, KINDS["receipt"].title)
+    if not arguments.box:
+        hand.keys("Tab")
+    take(hand, shop, "receipt", [("RB5154", 3)], arguments)
+    hand.keys("F5")
+    asked(hand, "y")
+    wait(lambda: "the receipt was not saved", lambda: shop.number("select count(*) from jxc_jhd") == 1)
+    at(hand, KINDS["receipt"].title)
+    hand.keys("ctrl+Tab", "F6")
+    at(hand, "单据审核确认")
+    hand.keys("F5")
+    wait(lambda: f"the receipt was not audited; the window is “{hand.title()}”", lambda: shop.audited("receipt") == 1)
+    conclude("the first receipt", told({
+        "stock": (shop.number("select sum(kc_sl) from jxc_kcsp"), 3),
+        "of the supplier": (shop.number("select sum(gl_je) from jxc_goodslist where gl_djh like 'CJ%'"), 540),
+    }))
+
+
+def take(hand, shop, kind, lines, arguments):
+    """Goods, each with its figures, onto the document."""
+    if not arguments.box:
+        type_lines(hand, shop, kind, lines)
+        return
+    for number, (word, *figures) in enumerate(lines, 1):
+        hand.write(word)
+        time.sleep(0.4)  # the drop-down follows
+        hand.keys("Return")
+        at(hand, KINDS[kind].dialog)
+        for place, figure in enumerate(figures):
+            if place:
+                hand.keys("Return")
+            hand.write(f"{figure:g}")
+        hand.keys("F5")
+        at(hand, KINDS[kind].title)
+        wait(lambda: f"{word} is not on the document",
+             lambda: shop.number("select count(*) from jxc_tempspxf") == number)
+
+
+def buyer_day(hand, console, arguments):
+    """Twelve frames and a range of twenty lenses into the catalogue, and a receipt of all of them."""
+    shop = Shop(hand.home)
+    begin(hand)
+    hand.open("spgl", "商品信息管理")
+    hand.keys("F2")
+    at(hand, "增加商品")
+    for number in range(12):
+        new_article(hand, shop, f"RB51{number:02}", 150 + number, 400)
+    hand.keys("Escape")
+    at(hand, "商品信息管理")
+    hand.keys("F8")
+    at(hand, "批量增加镜片")
+    hand.write("ZL156")
+    for keys, figure in ((1, "-2"), (1, "-1"), (2, "-0.75"), (1, "0"), (5, "30"), (1, "120")):
+        hand.keys(*["Return"] * keys)
+        hand.write(figure)
+    hand.keys("F5")
+    lenses = "select count(*) from jxc_goods where g_qc='ZL156'"
+    wait(lambda: f"twenty lenses; the window is “{hand.title()}”", lambda: shop.number(lenses) == 20)
+    at(hand, "商品信息管理")
+    close_document(hand)
+    open_document(hand, "receipt")
+    take(hand, shop, "receipt", [(f"RB51{number:02}", 2) for number in range(12)], arguments)
+    hand.keys("F12")
+    at(hand, "镜片光度表")
+    time.sleep(0.5)
+    hand.keys("Return")
+    for _ in range(20):
+        hand.keys("2", "Tab")
+    hand.keys("F5")
+    at(hand, KINDS["receipt"].title)
+    wait(lambda: "thirty-two lines of two pieces", lambda: shop.quantity("receipt") == 64)
+    save(hand, shop, "receipt")
+    conclude("thirty-two lines", told({
+        "pieces": (shop.number("select sum(kc_sl) from jxc_kcsp where g_sn in (select g_sn from jxc_goods "
+                               "where g_name like 'RB51%' or g_qc='ZL156')"), 64),
+        "cash": (-shop.number("select sum(xj_je) from jxc_xjyh"), 2 * sum(150 + n for n in range(12)) + 40 * 30),
+    }))
+    prove(console, hand)
+
+
+def salesperson_day(hand, console, arguments):
+    """Ten sales; one frame comes back, one is exchanged for another, one sale is paid in part."""
+    shop = Shop(hand.home)
+    cash = 0
+    begin(hand)
+    open_document(hand, "sale")
+    for number in range(10):
+        take(hand, shop, "sale", [(code(number), 1)], arguments)
+        save(hand, shop, "sale")
+        cash += price(number)
+    take(hand, shop, "sale", [(code(20), 1)], arguments)  # half of it now, the rest later
+    hand.keys("Return")
+    hand.write(f"{price(20) / 2:g}")
+    save(hand, shop, "sale")
+    cash += price(20) / 2
+    close_document(hand)
+    open_document(hand, "back")
+    for number in (1, 2):
+        take(hand, shop, "back", [(code(number), 1, price(number))], arguments)
+        save(hand, shop, "back")
+        cash -= price(number)
+    close_document(hand)
+    open_document(hand, "sale")  # what the second customer takes for it
+    take(hand, shop, "sale", [(code(30), 1)], arguments)
+    save(hand, shop, "sale")
+    cash += price(30)
+    conclude("cash and customers", told({
+        "cash": (shop.number("select sum(xj_je) from jxc_xjyh"), cash),
+        "owed by customers": (shop.number("select sum(kh_lwje) from jxc_khxx"), price(20) / 2),
+        "cost of what was sold": (sum(cost(n) for n in (0, *range(3, 10), 20, 30)),
+                                  20 * sum(map(cost, range(60))) - shop.number("select sum(kc_sl*kc_cbj) from jxc_kcsp")),
+    }))
+    prove(console, hand)
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    arguments.add_argument("--program", default=str(TOP / "build/shared/src/app/jxc"))
+    arguments.add_argument("--box", action="store_true")
+    days = {"owner": owner_day, "buyer": buyer_day, "salesperson": salesperson_day}
+    arguments.add_argument("days", nargs="*", choices=[*days, []])
+    chosen = arguments.parse_args()
+    if missing := missing_tools():
+        print("skipped: not installed: " + missing)
+        return 77
+    console = str(pathlib.Path(chosen.program).with_name("jxcctl"))
+    for name in chosen.days or days:
+        hand = Hand(chosen.program, None if name == "owner" else make_shop(console, 60, 20))
+        try:
+            days[name](hand, console, chosen)
+            print(f"{name}: {hand.count} keys")
+        except Failure as failure:
+            print(f"FAILED: {name}: {failure}", file=sys.stderr)
+            subprocess.run(["import", "-window", "root", "/tmp/first_days_fail.png"], env=hand.env, check=False)
+            return 1
+        finally:
+            hand.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
