@@ -9,7 +9,6 @@
 #include "accounts/settling.h"
 #include "harness/account_set_fixture.h"
 #include "harness/invariants.h"
-#include "harness/qt_printers.h"
 #include "masterdata/partners.h"
 
 namespace jxc::test {

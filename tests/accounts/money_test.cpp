@@ -3,8 +3,7 @@
 
 #include "core/list_audit.h"
 
-namespace jxc {
-namespace money_test {
+namespace jxc::money_test {
 
 using cash::Movement;
 using test::Kind;
@@ -26,8 +25,7 @@ TEST_F(MoneyTest, TransferNeedsMoneyThatIsAuditedAndMovesBothAccounts) {
   move(Movement::Out, 0, "2021-05-03");
   EXPECT_EQ(prompt.lastNotice(), "金额必须填写！");
 
-  prompt.willSayYes();
-  EXPECT_TRUE(cash::auditLine(deposit, prompt));
+  EXPECT_TRUE(cash::auditLine(deposit, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您确定要审核当前信息吗！");
   const QString transfer = move(Movement::Transfer, 60, "2021-05-03", kTill, kBank);
   EXPECT_EQ(transfer, "XZ21050310001");
@@ -54,8 +52,7 @@ TEST_F(MoneyTest, CancelledTransferCorrectsOneAccountUntilTheRepair) {
   EXPECT_TRUE(cash::cancelLine(lineOf(transfer), prompt));  // stands on the paying account
   EXPECT_EQ(xjyhBalanceNow(kTill), 105);
   EXPECT_EQ(xjyhBalanceNow(kBank), 35);  // still with the transfer
-  prompt.willSayYes();
-  EXPECT_TRUE(cash::recomputeAccounts({}, "2021-05-01", prompt));
+  EXPECT_TRUE(cash::recomputeAccounts({}, "2021-05-01", prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(),
             "当前账户：全部账户，开始计算日期：2021-05-01\r\n\r\n重新计算可能会修改期末金额，\r\n\r\n"
             "并且不可恢复。现在是否重新计算？");
@@ -64,14 +61,13 @@ TEST_F(MoneyTest, CancelledTransferCorrectsOneAccountUntilTheRepair) {
 
   // Both rows wait again and go together; an opening line is never cancelled.
   EXPECT_EQ(openSelect(cash::waitingLines({.from = "2021-05-01", .to = "2021-05-31"})).rowCount(), 2);
-  EXPECT_FALSE(cash::openLine(lineOf(transfer), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "只能修改出款和入款信息！");
-  prompt.willSayYes();
-  EXPECT_TRUE(cash::deleteLine(transfer, prompt));
+  EXPECT_EQ(prompt.refused(cash::openLine(lineOf(transfer), prompt)), "只能修改出款和入款信息！");
+  EXPECT_TRUE(cash::deleteLine(transfer, prompt.willSayYes()));
   EXPECT_TRUE(openSelect(cash::waitingLines({.from = "2021-05-01", .to = "2021-05-31"})).isEmpty());
-  EXPECT_FALSE(cash::cancelLine(
-      lookupValue("select id from jxc_xjyh where xj_kmmc='现金' and xj_dlx='期初金额'").toLongLong(), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "只能取消审核出款、入款和转账信息！");
+  EXPECT_EQ(
+      prompt.refused(cash::cancelLine(
+          lookupValue("select id from jxc_xjyh where xj_kmmc='现金' and xj_dlx='期初金额'").toLongLong(), prompt)),
+      "只能取消审核出款、入款和转账信息！");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
@@ -128,18 +124,14 @@ TEST_F(MoneyTest, AccountKeepsItsHistoryUnderANewName) {
   partner_books::checkSkDj(waiting);  // entered before the rename
   EXPECT_EQ(xjyhBalanceNow("微信收款"), 90);
 
-  EXPECT_FALSE(cash::deleteAccount(id, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "该账户已发生过业务，不能删除！");
-  prompt.willSayNo();
-  EXPECT_FALSE(cash::mayChangeOpening("微信收款", prompt));
+  EXPECT_EQ(prompt.refused(cash::deleteAccount(id, prompt)), "该账户已发生过业务，不能删除！");
+  EXPECT_FALSE(cash::mayChangeOpening("微信收款", prompt.willSayNo()));
   cash::setOpening(id, 1);
   EXPECT_EQ(xjyhBalanceNow("微信收款"), 41);
 
   const auto till = lookupValue("select id from jxc_yhzh where yh_name='现金'").toLongLong();
-  EXPECT_FALSE(cash::deleteAccount(till, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "“现金”不能删除！");
-  EXPECT_FALSE(cash::mayChangeAccount(till, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "“现金”不能修改！");
+  EXPECT_EQ(prompt.refused(cash::deleteAccount(till, prompt)), "“现金”不能删除！");
+  EXPECT_EQ(prompt.refused(cash::mayChangeAccount(till, prompt)), "“现金”不能修改！");
   prompt.willSayYes();
   EXPECT_TRUE(
       cash::deleteAccount(lookupValue("select id from jxc_yhzh where yh_name='建行帐号'").toLongLong(), prompt));
@@ -173,8 +165,7 @@ TEST_F(MoneyTest, ReceiptOf98With2RoundedOffWritesFourRowsAndTakesThemBack) {
   EXPECT_EQ(openSelect("select id from jxc_xjyh where gl_djh=? and xj_dlx='收款单' and xj_je=98", receipt).rowCount(),
             1);
 
-  prompt.willSayYes();
-  EXPECT_FALSE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt));
+  EXPECT_FALSE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt.willSayYes()));
   EXPECT_EQ(prompt.lastNotice(), "该单据已审核，不能删除！");
   EXPECT_TRUE(partner_books::unCheck(customerSide, Kind::Payment, receipt, prompt));
   EXPECT_EQ(lastLog(), "取消审核收款，单据号：" + receipt + "，客户：张三，金额：98");
@@ -190,8 +181,7 @@ TEST_F(MoneyTest, SupplierSidePaysOutAndKeepsItsWords) {
   const QString due = enter(supplierSide, Kind::Due, 500, "2021-05-01");
   EXPECT_EQ(due, "YF21050110001");
   EXPECT_EQ(lastLog(), "增加未审核应付款，供货商：明镜光学，金额：500");
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::auditOne(supplierSide, Kind::Due, due, prompt));
+  EXPECT_TRUE(partner_books::auditOne(supplierSide, Kind::Due, due, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您确定要审核该应付款信息吗！");
   const QString payment = audited(supplierSide, Kind::Payment, 480, "2021-05-02", 20);
   EXPECT_EQ(weOwe(), 0);
@@ -201,11 +191,9 @@ TEST_F(MoneyTest, SupplierSidePaysOutAndKeepsItsWords) {
   EXPECT_EQ(stock.front().text("gl_flag"), "cj");
   EXPECT_EQ(stock.front().number("gl_lr"), 0);
   EXPECT_EQ(stock.front().number("gl_zje"), -20);
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::unCheck(supplierSide, Kind::Payment, payment, prompt));
+  EXPECT_TRUE(partner_books::unCheck(supplierSide, Kind::Payment, payment, prompt.willSayYes()));
   EXPECT_EQ(lastLog(), "取消审核付款，供货商：明镜光学，金额：480");
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::deleteDocument(supplierSide, Kind::Payment, documentOf(payment), prompt));
+  EXPECT_TRUE(partner_books::deleteDocument(supplierSide, Kind::Payment, documentOf(payment), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您确定要删除该付款信息吗！");
   EXPECT_EQ(weOwe(), 500);
 
@@ -244,8 +232,7 @@ TEST_F(MoneyTest, AuditAllTakesWhatWaitsAndAutomaticAuditSparesChanges) {
   auto list = [&] {
     return rowsOf(partner_books::documentList(customerSide, Kind::Due, {"2021-05-01", "2021-05-31"}));
   };
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::auditAll(customerSide, Kind::Due, list(), prompt));
+  EXPECT_TRUE(partner_books::auditAll(customerSide, Kind::Due, list(), prompt.willSayYes()));
   EXPECT_EQ(prompt.lastNotice(), "审核完成，共 2 个单据，\r\n\r\n审核成功 1 个单据。");
   EXPECT_FALSE(partner_books::openDocument(customerSide, Kind::Due, documentOf(second), prompt));
   EXPECT_EQ(prompt.lastNotice(), "该单据已审核，不能修改！");
@@ -306,37 +293,16 @@ class SettlingTest : public MoneyTest {
  protected:
   /// A sale (or, below zero, a return) that has reached the customer's account.
   void sale(const QString& number, double due, double paid) {
-    const bool isReturn = number.startsWith(u"XT");
-    if (isReturn)
-      insertRow("jxc_xsthd", {{"gl_djh", number},
-                              {"kh_sn", u"100002"},
-                              {"th_yfje", due},
-                              {"th_sfje", paid},
-                              {"th_hkje", 0.0},
-                              {"u_sn", u"100001"},
-                              {"th_kmmc", kBank},
-                              {"th_note", u""}});
-    else
-      insertRow("jxc_lsxsd", {{"gl_djh", number},
-                              {"kh_sn", u"100002"},
-                              {"ls_yfje", due},
-                              {"ls_sfje", paid},
-                              {"ls_yhje", 0.0},
-                              {"ls_hkje", 0.0},
-                              {"u_sn", u"100001"},
-                              {"ls_kmmc", kBank},
-                              {"ls_note", u"老客户"}});
-    insertRow("jxc_ysyfk", {{"gl_djh", number},
-                            {"k_rq", u"2021-05-01"},
-                            {"k_yfje", due},
-                            {"k_sfje", paid},
-                            {"k_qcje", 0.0},
-                            {"k_yhje", 0.0},
-                            {"k_ljje", 0.0},
-                            {"k_type", u"kh"},
-                            {"k_djlx", number.left(2)},
-                            {"u_sn", u"100001"},
-                            {"k_ghskh", u"100002"}});
+    execSql(number.startsWith(u"XT")
+                ? "insert into jxc_xsthd (gl_djh,th_yfje,th_sfje,kh_sn,th_hkje,u_sn,th_kmmc,th_note) values "
+                  "(?,?,?,'100002',0,'100001','工行帐号','')"
+                : "insert into jxc_lsxsd (gl_djh,ls_yfje,ls_sfje,kh_sn,ls_yhje,ls_hkje,u_sn,ls_kmmc,ls_note) values "
+                  "(?,?,?,'100002',0,0,'100001','工行帐号','老客户')",
+            number, due, paid);
+    execSql(
+        "insert into jxc_ysyfk (gl_djh,k_yfje,k_sfje,k_djlx,k_rq,k_qcje,k_yhje,k_ljje,k_type,u_sn,k_ghskh) values "
+        "(?,?,?,?,'2021-05-01',0,0,0,'kh','100001','100002')",
+        number, due, paid, number.left(2));
     recomputeYsyfk("100002", PartnerType::Customer, "2021-05-01");
   }
   bool settle(const QString& number, double amount, bool writeOff = false) {
@@ -385,8 +351,7 @@ TEST_F(SettlingTest, OneSaleIsCollectedWrittenOffAndReopened) {
   prompt.willSayYes();
   partner_books::unCheck(customerSide, Kind::Payment, receipt, prompt);
   execSql("update jxc_lsxsd set ls_hkje=60");
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt));
+  EXPECT_TRUE(partner_books::deleteDocument(customerSide, Kind::Payment, documentOf(receipt), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您确定要删除该应收款信息吗！");
   EXPECT_EQ(collected(number), 0);
   EXPECT_EQ(lastLog(), "审核收款，");
@@ -474,13 +439,11 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
 
   execSql("update jxc_ysyfk set k_ljje=999 where k_rq='2021-05-05'");
   EXPECT_NE(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));
-  prompt.willSayYes();
-  EXPECT_TRUE(partner_books::recomputePartners(customerSide, {}, "2021-05-01", prompt));
+  EXPECT_TRUE(partner_books::recomputePartners(customerSide, {}, "2021-05-01", prompt.willSayYes()));
   EXPECT_EQ(closings(detail(may), "k_ljje")["100003"], 12);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
   EXPECT_TRUE(openSelect(partner_books::overviewDetail(supplierSide, may)).isEmpty());
 }
 
-}  // namespace money_test
-}  // namespace jxc
+}  // namespace jxc::money_test

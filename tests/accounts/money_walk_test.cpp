@@ -9,8 +9,7 @@
 #include <map>
 #include <random>
 
-namespace jxc {
-namespace money_walk_test {
+namespace jxc::money_walk_test {
 
 using cash::Movement;
 using test::Kind;
@@ -76,30 +75,26 @@ class MoneyWalk : public test::MoneyTest {
     if (upTo(2) == 0) {
       const QString line = anyOf("id", "jxc_xjyh", "xj_chk='1' and gl_djh like 'X%'");
       if (line.isEmpty()) return;
-      prompt.willSayYes();
-      EXPECT_TRUE(cash::cancelLine(line.toLongLong(), prompt));
+      EXPECT_TRUE(cash::cancelLine(line.toLongLong(), prompt.willSayYes()));
       if (!lookupValue("select gl_djh from jxc_xjyh where id=? and gl_djh like 'XZ%'", line).isEmpty()) repairCash();
       return;
     }
     const QString number = anyOf("gl_djh", "jxc_ysyfk_dj", "k_check<>0");
     if (number.isEmpty()) return;
     const auto [side, kind] = kindOf(number);
-    prompt.willSayYes();
-    EXPECT_TRUE(partner_books::unCheck(*side, kind, number, prompt));
+    EXPECT_TRUE(partner_books::unCheck(*side, kind, number, prompt.willSayYes()));
   }
   void deleteSomething() {
     if (upTo(1) == 0) {
       const QString line = anyOf("gl_djh", "jxc_xjyh", "xj_chk='0'");
       if (line.isEmpty()) return;
-      prompt.willSayYes();
-      EXPECT_TRUE(cash::deleteLine(line, prompt));
+      EXPECT_TRUE(cash::deleteLine(line, prompt.willSayYes()));
       return;
     }
     const QString number = anyOf("gl_djh", "jxc_ysyfk_dj", "k_check=0");
     if (number.isEmpty()) return;
     const auto [side, kind] = kindOf(number);
-    prompt.willSayYes();
-    EXPECT_TRUE(partner_books::deleteDocument(*side, kind, documentOf(number), prompt));
+    EXPECT_TRUE(partner_books::deleteDocument(*side, kind, documentOf(number), prompt.willSayYes()));
   }
   /// The one command that leaves an account behind is the cancel of a transfer: then the operator presses 重新计算.
   void repairCash() {
@@ -169,5 +164,4 @@ TEST_F(MoneyWalk, BalancesAreSumsOfLinesAfterEachOf2000Commands) {
   EXPECT_GT(lookupNumber("select count(*) from jxc_ysyfk"), 50);
 }
 
-}  // namespace money_walk_test
-}  // namespace jxc
+}  // namespace jxc::money_walk_test

@@ -7,8 +7,7 @@
 #include "masterdata/partners.h"
 #include "stock/shop.h"
 
-namespace jxc {
-namespace partner_statement_test {
+namespace jxc::partner_statement_test {
 
 using namespace partner_books;  // NOLINT(google-build-using-namespace): inside this file's own namespace
 using test::textsOf;
@@ -33,13 +32,11 @@ class Statement : public test::ShopTest, public ::testing::WithParamInterface<Pa
     receipt::ReceiptDraft draft = draftReceipt(date, {{u"A"_qs, 1, price}});
     draft.paid = paid;
     draft.settlement = receipt::Settlement::RestOnAccount;
-    const QString number = save(draft);
-    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    const QString number = audited(save(draft));
     return number;
   }
   QString giveBack(const QString& date, double price) {
-    const QString number = waitingReturn(returns(), date, {{u"A"_qs, 1, price}});
-    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    const QString number = audited(waitingReturn(returns(), date, {{u"A"_qs, 1, price}}));
     return number;
   }
   /// An audited head alone, as far as lists of heads ask.
@@ -201,10 +198,8 @@ TEST_F(DormantCustomers, AreThoseWithoutASaleForLongerThanTheDays) {
   bought(u"100002"_qs, "xt", "2021-05-02 23:00:00", -1, -15);
   bought(u"100003"_qs, "cj", "2021-01-01", 5, 50);  // a supplier of the same number
   const auto dormant = [&](double days, unsigned boxes = 0) {
-    QStringList rows;
-    for (const Row row : answer(dormantCustomers, {.amount = days, .boxes = boxes}))
-      rows << QStringList{row.text("kh_name"), row.text("days"), row.text("sl"), row.text("zje")}.join(u' ');
-    return rows.join(u", "_qs);
+    const RowSet rows = answer(dormantCustomers, {.amount = days, .boxes = boxes});
+    return textsOf(rows, {"kh_name", "days", "sl", "zje"}).join(u", "_qs);
   };
   EXPECT_EQ(dormant(0), "张三 1 1 15.25");
   EXPECT_EQ(dormant(1), "");
@@ -212,5 +207,4 @@ TEST_F(DormantCustomers, AreThoseWithoutASaleForLongerThanTheDays) {
   EXPECT_EQ(dormant(1e12), "");
 }
 
-}  // namespace partner_statement_test
-}  // namespace jxc
+}  // namespace jxc::partner_statement_test

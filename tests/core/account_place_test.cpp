@@ -11,8 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace jxc {
-namespace account_place_test {
+namespace jxc::account_place_test {
 
 class AccountPlace : public ::testing::Test {
  protected:
@@ -99,5 +98,4 @@ TEST_F(AccountPlace, ADatabaseFileOnANetworkShareIsRefusedWithTheWayOut) {
     EXPECT_FALSE(isNetworkFileSystem(local)) << local;  // unknown, ext4, xfs, tmpfs, btrfs, overlay
 }
 
-}  // namespace account_place_test
-}  // namespace jxc
+}  // namespace jxc::account_place_test

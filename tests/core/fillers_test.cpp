@@ -122,18 +122,6 @@ TEST_F(ListsStory, DefaultsAndSmallLookups) {
   insertRow("jxc_kcsp", {{"g_sn", "00010001"}, {"ck_sn", "100001"}, {"kc_sl", 2.5}});
   EXPECT_EQ(getStockQty("00010001", "100001"), QStringLiteral("2.5"));
 
-  bumpSaleCount("100002");
-  bumpSaleCount("100002");
-  bumpPurchaseCount("100002");
-  EXPECT_EQ(lookupNumber("select u_xspl*10+u_cgpl from jxc_user where u_sn='100002'"), 21);
-
-  insertRow("jxc_khxx", {{"kh_sn", "100009"}, {"kt_sn", "1002"}});
-  setParameter("cs_cs013", 0);
-  EXPECT_EQ(getKhLevel("100009"), QStringLiteral("1000"));
-  setParameter("cs_cs013", 1);
-  EXPECT_EQ(getKhLevel("100009"), QStringLiteral("1002"));
-  EXPECT_EQ(getKhLevel("nobody"), QStringLiteral("1000"));
-
   ensureZone(QStringLiteral("海外"));
   ensureZone(QStringLiteral("海外"));
   EXPECT_EQ(lookupValue("select z_sn+z_jm from jxc_zone where z_name='海外'"), QStringLiteral("100004HW"));

@@ -61,16 +61,4 @@ TEST_F(NumbersStory, ANumberIsTakenByOthersOnly) {
   EXPECT_FALSE(isNumberTaken("jxc_xsthsp", "gl_djh", "XT21050310002"));
 }
 
-TEST_F(NumbersStory, RowsAreFoundFromBothEnds) {
-  EXPECT_FALSE(rowExists("jxc_dw", "dw_name", "盒"));
-  const auto first = insertRow("jxc_dw", {{"dw_sn", "200001"}, {"dw_name", "盒"}});
-  const auto last = insertRow("jxc_dw", {{"dw_sn", "200002"}, {"dw_name", "盒"}});
-  EXPECT_TRUE(rowExists("jxc_dw", "dw_name", "盒"));
-  EXPECT_EQ(firstIdOf("jxc_dw", "dw_name", "盒"), first);
-  EXPECT_EQ(lastIdOf("jxc_dw", "dw_name", "盒"), last);
-  EXPECT_TRUE(hasAny("dw_sn", "jxc_dw", {"where dw_name=? and id>?", "盒", first}));
-  EXPECT_FALSE(hasAny("dw_sn", "jxc_dw", {"where dw_name=? and id>?", "盒", last}));
-  EXPECT_FALSE(rowExists("jxc_dw", "dw_name", "' or '1'='1"));
-}
-
 }  // namespace jxc::test

@@ -25,14 +25,11 @@ class OperatorsStory : public AccountSetFixture {
 TEST_F(OperatorsStory, AnOperatorIsAddedChangedAndRefusedInOrder) {
   OperatorDraft wrong = draft(u"  ", u"a");
   wrong.passwordAgain = QStringLiteral("b");
-  EXPECT_FALSE(addOperator(wrong, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户名称必须填写！"));
+  EXPECT_EQ(prompt.refused(addOperator(wrong, prompt)), QStringLiteral("用户名称必须填写！"));
   wrong.name = QStringLiteral("admin");
-  EXPECT_FALSE(addOperator(wrong, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("两次密码输入不一致！"));
+  EXPECT_EQ(prompt.refused(addOperator(wrong, prompt)), QStringLiteral("两次密码输入不一致！"));
   wrong.passwordAgain = QStringLiteral(" a ");
-  EXPECT_FALSE(addOperator(wrong, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户名称不能重复！"));
+  EXPECT_EQ(prompt.refused(addOperator(wrong, prompt)), QStringLiteral("用户名称不能重复！"));
 
   EXPECT_EQ(addOperator(draft(u"王芳", u"x-1"), prompt), QStringLiteral("100002"));
   EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_name=?", u"王芳"), QStringLiteral("x-1"));
@@ -70,14 +67,11 @@ TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
   EXPECT_FALSE(deleteOperator(idOf(u"admin"), prompt));
   EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该操作员已发生过业务，不能删除！"));
   execSql("delete from jxc_lsxsd");
-  EXPECT_FALSE(deleteOperator(idOf(u"admin"), prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("内置系统管理员不能删除！"));
+  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)), QStringLiteral("内置系统管理员不能删除！"));
 
   insertRow("jxc_posxsd", {{"gl_djh", u"XS21050310002"}, {"a_name", u"王芳"}});
-  prompt.willSayNo();
-  EXPECT_FALSE(deleteOperator(idOf(u"王芳"), prompt));
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteOperator(idOf(u"王芳"), prompt));
+  EXPECT_FALSE(deleteOperator(idOf(u"王芳"), prompt.willSayNo()));
+  EXPECT_TRUE(deleteOperator(idOf(u"王芳"), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除当前操作员吗！"));
   EXPECT_EQ(lookupValue("select ck_asn from jxc_ckxx"), QStringLiteral("100001,"))
       << "the next operator gets her number, and must not get her warehouse";
@@ -122,11 +116,9 @@ TEST_F(OperatorsStory, NobodyWithoutTheRightReachesOperators) {
 
 TEST_F(OperatorsStory, RolesAreSavedRightByRight) {
   RoleDraft role;
-  EXPECT_FALSE(saveRole(role, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("角色名称必须填写！"));
+  EXPECT_EQ(prompt.refused(saveRole(role, prompt)), QStringLiteral("角色名称必须填写！"));
   role.name = QStringLiteral("系统管理员");
-  EXPECT_FALSE(saveRole(role, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("角色名称已经存在，请重新输入！"));
+  EXPECT_EQ(prompt.refused(saveRole(role, prompt)), QStringLiteral("角色名称已经存在，请重新输入！"));
   role.name = QStringLiteral("店员");
   role.rights[1] = QStringLiteral("01");
   EXPECT_TRUE(saveRole(role, prompt));
@@ -142,16 +134,12 @@ TEST_F(OperatorsStory, RolesAreSavedRightByRight) {
   EXPECT_TRUE(hasRight("xsgl", 1));
   EXPECT_FALSE(hasRight("xsgl", 2)) << "strings are replaced whole";
 
-  EXPECT_FALSE(deleteRole(role.id, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("该角色已在使用，不能删除！"));
+  EXPECT_EQ(prompt.refused(deleteRole(role.id, prompt)), QStringLiteral("该角色已在使用，不能删除！"));
   const auto admins = static_cast<std::int64_t>(lookupNumber("select id from jxc_role where r_sn='100001'"));
-  EXPECT_FALSE(mayModifyRole(admins, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("系统管理员不能修改！"));
+  EXPECT_EQ(prompt.refused(mayModifyRole(admins, prompt)), QStringLiteral("系统管理员不能修改！"));
   execSql("update jxc_admin set r_sn='100009'");
-  EXPECT_FALSE(deleteRole(admins, prompt));
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("系统管理员不能删除！"));
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteRole(role.id, prompt));
+  EXPECT_EQ(prompt.refused(deleteRole(admins, prompt)), QStringLiteral("系统管理员不能删除！"));
+  EXPECT_TRUE(deleteRole(role.id, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除选中的角色吗？"));
 }
 

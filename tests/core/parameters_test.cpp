@@ -152,11 +152,9 @@ TEST_F(ParametersStory, BackToTheStandard) {
   EXPECT_EQ(prompt.lastNotice(), QStringLiteral("至少有一种商品没有完成入库，\r\n\r\n单据号：CJ21050310001，商品编号：1"
                                                 "0000001\r\n\r\n不能取消商品入库功能！"));
   execSql("update jxc_jhsp set jh_qxsl=3 where id=?", open);
-  prompt.willSayNo();
-  EXPECT_FALSE(restoreStandardParameters(prompt));
+  EXPECT_FALSE(restoreStandardParameters(prompt.willSayNo()));
   EXPECT_EQ(session().xswsDigits, 4);
-  prompt.willSayYes();
-  EXPECT_TRUE(restoreStandardParameters(prompt));
+  EXPECT_TRUE(restoreStandardParameters(prompt.willSayYes()));
   EXPECT_EQ(session().xswsDigits, 2);
   EXPECT_EQ(lookupNumber("select pos_jews from jxc_poscs"), 2);
   EXPECT_EQ(session().c_name, QStringLiteral("大明眼镜")) << "the company stays";

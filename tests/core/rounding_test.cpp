@@ -1,10 +1,8 @@
 #include "core/rounding.h"
 
-#include "core/session.h"
 #include "harness/account_set_fixture.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 
@@ -52,19 +50,6 @@ TEST(Rounding, AgreesWithExactDecimalsOverWhateverTheDatabaseHolds) {
     const double expected = static_cast<double>((shifted + half) / unit) / (1e9 / static_cast<double>(unit));
     ASSERT_EQ(roundEps(static_cast<double>(millionths) / 1e6, digits), expected) << millionths << " at " << digits;
   }
-}
-
-TEST(Rounding, DigitsComeFromTheSession) {
-  session() = Session{};
-  session().xswsDigits = 2;
-  session().cbjsDigits = 3;
-  session().jewsDigits = 1;
-  EXPECT_EQ(roundMoney(9.876), 9.88);
-  EXPECT_EQ(roundTotal(9.876), 9.9);
-  EXPECT_EQ(roundTotalIfSeparate(9.876), 9.876) << "only while totals have decimals of their own";
-  session().cs_zjews = QStringLiteral("1");
-  EXPECT_EQ(roundTotalIfSeparate(9.876), 9.9);
-  session() = Session{};
 }
 
 class RoundingStory : public test::AccountSetFixture {};

@@ -8,13 +8,11 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
 
-namespace jxc {
-namespace account_file_test {
+namespace jxc::account_file_test {
 
 using Kind = DbError::Kind;
 using test::failureOf;
@@ -349,5 +347,4 @@ TEST_F(AccountFile, AMemorySetIsSavedAndASnapshotMakesFreshOnes) {
   EXPECT_THROW(origin->backupTo(path("half.mdb")), DbError);
 }
 
-}  // namespace account_file_test
-}  // namespace jxc
+}  // namespace jxc::account_file_test

@@ -5,8 +5,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
-namespace jxc {
-namespace plan_execution_test {
+namespace jxc::plan_execution_test {
 
 using jet::ColumnType;
 using jet::Plan;
@@ -222,5 +221,4 @@ TEST_F(PlanExecution, RowsForASheetGoToTheStandIn) {
   EXPECT_EQ(told, QStringLiteral("Sheet1goods.xls1001"));
 }
 
-}  // namespace plan_execution_test
-}  // namespace jxc
+}  // namespace jxc::plan_execution_test

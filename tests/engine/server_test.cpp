@@ -14,11 +14,8 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <optional>
-#include <thread>
-#include <vector>
 
-namespace jxc {
-namespace server_test {
+namespace jxc::server_test {
 
 using Kind = DbError::Kind;
 using test::failureOf;
@@ -309,5 +306,4 @@ TEST_F(ServerTest, AReaderSeesOneMomentAndWritesNothing) {
   EXPECT_THROW(reader->execute("delete from till"), DbError);
 }
 
-}  // namespace server_test
-}  // namespace jxc
+}  // namespace jxc::server_test

@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace jxc {
-namespace statements_story_test {
+namespace jxc::statements_story_test {
 
 using Kind = DbError::Kind;
 using test::failureOf;
@@ -62,5 +61,4 @@ TEST_F(StatementsStory, TablesChangeAndComeBackWithASnapshot) {
   EXPECT_EQ(fresh->lastCounter(), 3);
 }
 
-}  // namespace statements_story_test
-}  // namespace jxc
+}  // namespace jxc::statements_story_test

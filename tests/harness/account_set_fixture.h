@@ -6,8 +6,6 @@
 #include "harness/qt_printers.h"
 #include "harness/scripted_prompt.h"
 
-#include <QString>
-
 #include <gtest/gtest.h>
 
 namespace jxc::test {

@@ -13,6 +13,12 @@ ScriptedPrompt& ScriptedPrompt::willAnswer(Answer answer) {
   return *this;
 }
 
+ScriptedPrompt& ScriptedPrompt::whileAsked(const QString& words, std::function<void()> other) {
+  otherAt_ = words;
+  other_ = std::move(other);
+  return *this;
+}
+
 void ScriptedPrompt::notice(const QString& text) {
   notices << text;
 }
@@ -38,6 +44,7 @@ Answer ScriptedPrompt::next(const QString& text, Answer fallback) {
   }
   const Answer answer = answers_.front();
   answers_.pop_front();
+  if (other_ && text.contains(otherAt_)) std::exchange(other_, nullptr)();
   return answer;
 }
 

@@ -20,6 +20,8 @@ class ScriptedPrompt : public Prompt {
   ~ScriptedPrompt() override;
 
   ScriptedPrompt& willAnswer(Answer answer);
+  /// Once, when a question that contains these words has its answer, another station acts.
+  ScriptedPrompt& whileAsked(const QString& words, std::function<void()> other);
   ScriptedPrompt& willSayYes() { return willAnswer(Answer::Yes); }
   ScriptedPrompt& willSayNo() { return willAnswer(Answer::No); }
 
@@ -31,11 +33,18 @@ class ScriptedPrompt : public Prompt {
   QStringList questions;
   /// The last notice, empty when there was none.
   QString lastNotice() const { return notices.isEmpty() ? QString() : notices.last(); }
+  /// What was told in place of doing it: `prompt.refused(save(draft, prompt))`.
+  template <class Done>
+  QString refused(const Done& done) const {
+    return done ? QStringLiteral("it was done") : lastNotice();
+  }
   void forget();
 
  private:
   Answer next(const QString& text, Answer fallback);
   std::deque<Answer> answers_;
+  QString otherAt_;
+  std::function<void()> other_;
 };
 
 /// Lets another station act while the question stands, then says yes.

@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <initializer_list>
 #include <vector>
 
 namespace jxc::test {

@@ -9,10 +9,7 @@
 #include "stock/line_import.h"
 #include "stock/shop.h"
 
-#include <functional>
-
-namespace jxc {
-namespace bad_input_test {
+namespace jxc::bad_input_test {
 
 using families::bundle;
 using families::loss;
@@ -182,8 +179,7 @@ TEST_F(BadInputTest, ADraftThatWasSavedElsewhereIsADocumentAndNoDraft) {
     const std::int64_t line = add(here, 2).id;
     QString after;
     test::WhileAsked asked([&] {
-      prompt.willSayYes();
-      EXPECT_TRUE(here.save(prompt));
+      EXPECT_TRUE(here.save(prompt.willSayYes()));
       EXPECT_EQ(audit(here.place.number), AuditOutcome::Audited);
       after = books(kind);
     });
@@ -227,8 +223,7 @@ TEST_F(BadInputTest, QuantitiesNotesAndCodesThatNoDocumentHas) {
     LineDraft typed = lines.newLine(partOf(kind), document.place, false);
     for (const double quantity : {1e12, 1e8}) {
       typed.amounts.setQuantity(quantity);
-      EXPECT_FALSE(lines.mayWrite(typed, document.place, prompt));
-      EXPECT_EQ(prompt.lastNotice(), tooMany);
+      EXPECT_EQ(prompt.refused(lines.mayWrite(typed, document.place, prompt)), tooMany);
     }
     PickingMemory memory;
     EXPECT_EQ(lines.stageGoods(partOf(kind), 1e12, document.place, Lines::Draft, memory, prompt), 0);
@@ -250,8 +245,7 @@ TEST_F(BadInputTest, QuantitiesNotesAndCodesThatNoDocumentHas) {
     EXPECT_FALSE(lines.cellAllows("1000000000000", u"sl", Lines::Draft, id, document.place, prompt));
     EXPECT_EQ(prompt.lastNotice(), tooMany);
 
-    prompt.willSayYes();
-    const QString number = document.save(prompt).number;
+    const QString number = document.save(prompt.willSayYes()).number;
     EXPECT_EQ(lookupValue(compose("select {} from {} where gl_djh=?", {kind.note, kind.head}), number).size(), 200);
     if (!table.note.empty()) {
       EXPECT_EQ(lookupValue(compose("select {} from {} where id=?", {table.note, kind.lines}), id).size(),
@@ -302,18 +296,15 @@ TEST_F(BadInputTest, AWarehouseThatIsDeletedOrTakenAwayMeanwhile) {
     const QString before = books(kind);
     EXPECT_THROW(audit(number), std::runtime_error);
     EXPECT_EQ(books(kind), before);
-    EXPECT_FALSE(document.save(prompt));
-    EXPECT_EQ(prompt.lastNotice(), "所选仓库已被删除，或不再允许您使用，请重新选择仓库！");
+    EXPECT_EQ(prompt.refused(document.save(prompt)), "所选仓库已被删除，或不再允许您使用，请重新选择仓库！");
     execSql("update jxc_ckxx set ck_sn='100001',ck_asn='100007,' where ck_sn='100009'");
     // Taken away from the operator while his lines stand.
     setParameter("cs_cgyh", 1);
     execSql(compose("update {} set a_name='店员' where gl_djh=?", {kind.lines}), document.place.number);
     becomeOperator("店员", "100008", "100008");
-    EXPECT_FALSE(document.save(prompt));
-    EXPECT_EQ(prompt.lastNotice(), "所选仓库已被删除，或不再允许您使用，请重新选择仓库！");
+    EXPECT_EQ(prompt.refused(document.save(prompt)), "所选仓库已被删除，或不再允许您使用，请重新选择仓库！");
     execSql("update jxc_ckxx set ck_asn='100007,100008,' where ck_sn='100001'");
-    prompt.willSayYes();
-    EXPECT_TRUE(document.save(prompt));
+    EXPECT_TRUE(document.save(prompt.willSayYes()));
     becomeOperator("admin", "100001", "100001");
     setParameter("cs_cgyh", 0);
   }
@@ -342,8 +333,7 @@ TEST_F(BadInputTest, TheDayChangesWhileADocumentIsMade) {
     add(document, 2);
     setClock("2021-05-04 00:00:10");
     if (!kind.isCount()) add(document, 1);
-    prompt.willSayYes();
-    const QString number = document.save(prompt).number;
+    const QString number = document.save(prompt.willSayYes()).number;
     EXPECT_EQ(number.mid(2, 6), "210503");
     EXPECT_EQ(audit(number), AuditOutcome::Audited);
     EXPECT_EQ(row(compose("select {},{} from {} where gl_djh=?", {kind.date, kind.checkDate, kind.head}), number),
@@ -354,5 +344,4 @@ TEST_F(BadInputTest, TheDayChangesWhileADocumentIsMade) {
   }
 }
 
-}  // namespace bad_input_test
-}  // namespace jxc
+}  // namespace jxc::bad_input_test

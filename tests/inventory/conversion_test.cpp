@@ -3,8 +3,7 @@
 #include "output/paper.h"
 #include "output/printed_documents.h"
 
-namespace jxc {
-namespace conversion_test {
+namespace jxc::conversion_test {
 
 constexpr const char* kSaveSplit =
     "单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n处于“未审核”状态的拆分单，可以在“待审核拆\r\n\r\n分单”面板中，"
@@ -93,8 +92,7 @@ TEST_F(ConversionTest, SplitTakesAWholeApartIntoTwoWarehouses) {
   EXPECT_EQ(stock("FRAME"), "100001 5 25.8");  // (3 × 25 + 2 × 27) / 5
   EXPECT_EQ(stock("CASE"), "100002 2 8");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
-  prompt.willSayYes();
-  EXPECT_TRUE(cancelSplit(saved.number, prompt));
+  EXPECT_TRUE(cancelSplit(saved.number, prompt.willSayYes()));
   EXPECT_EQ(stock("BOX"), "100001 10 40");
   EXPECT_EQ(stock("FRAME"), "100001 3 25");
 }
@@ -120,11 +118,9 @@ TEST_F(ConversionTest, BundleCostsWhatGoesIntoIt) {
   EXPECT_TRUE(rules.hasParts(draft, prompt));
   ConversionDraft none = draft;
   none.quantity = 0;
-  EXPECT_FALSE(rules.save(none, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "捆绑数量必须大于0！");
+  EXPECT_EQ(prompt.refused(rules.save(none, prompt)), "捆绑数量必须大于0！");
 
-  prompt.willSayYes();
-  const QString number = rules.save(draft, prompt).number;
+  const QString number = rules.save(draft, prompt.willSayYes()).number;
   EXPECT_EQ(row("select g_sn,kb_sl,kb_cbj from jxc_kbd where gl_djh=?", number), "BOX 3 11.663333");
   // A part of the waiting document changes: what is made of it costs something else.
   const std::int64_t frame =
@@ -163,13 +159,11 @@ TEST_F(ConversionTest, WhatIsMissingIsToldInTheOrderOfTheSteps) {
   draft.number = rules.keepWhole(draft);
   EXPECT_EQ(addPart(rules, placeOf(draft), "FRAME", 0), 0);
   EXPECT_EQ(prompt.lastNotice(), "数量不能为0！");
-  EXPECT_FALSE(rules.save(draft, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");
+  EXPECT_EQ(prompt.refused(rules.save(draft, prompt)), "单据中没有业务发生，不能保存！");
   EXPECT_NE(addPart(rules, placeOf(draft), "FRAME", 1), 0);
   EXPECT_EQ(next(), "");
   draft.salesperson = QString();
-  EXPECT_FALSE(rules.save(draft, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "请选择经办人！");
+  EXPECT_EQ(prompt.refused(rules.save(draft, prompt)), "请选择经办人！");
 }
 
 TEST_F(ConversionTest, AGoodsDoesNotBecomeItself) {
@@ -196,11 +190,9 @@ TEST_F(ConversionTest, StockThatGoesBeforeSaveOrAuditIsAskedAboutOrRefused) {
   EXPECT_TRUE(rules.hasParts(draft, prompt));
   const QString sale = sell("2021-05-03", {{"BOX", 5, 60}});
   const QString refusal = "该单据中至少一种商品库存不足，\r\n\r\n“BOX”：不能拆分！";
-  EXPECT_FALSE(rules.save(draft, prompt));
-  EXPECT_EQ(prompt.lastNotice(), refusal);
+  EXPECT_EQ(prompt.refused(rules.save(draft, prompt)), refusal);
   setParameter("cs_kc", 1);
-  prompt.willSayYes().willSayYes();
-  const QString number = rules.save(draft, prompt).number;
+  const QString number = rules.save(draft, prompt.willSayYes().willSayYes()).number;
   EXPECT_EQ(prompt.questions.mid(prompt.questions.size() - 2),
             QStringList({"该单据中至少一种商品库存不足，\r\n\r\n“BOX”：拆分将会出现负库存，是否继续？", kSaveSplit}));
   setParameter("cs_kc", 0);
@@ -211,8 +203,7 @@ TEST_F(ConversionTest, StockThatGoesBeforeSaveOrAuditIsAskedAboutOrRefused) {
   const ConversionDraft made = begun(bundles, "CASE", 1);
   addPart(bundles, placeOf(made), "FRAME", 3);
   execSql("update jxc_kbsp set ck_sn='100002' where g_sn='FRAME'");
-  EXPECT_FALSE(bundles.save(made, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“FRAME”：不能捆绑！");
+  EXPECT_EQ(prompt.refused(bundles.save(made, prompt)), "该单据中至少一种商品库存不足，\r\n\r\n“FRAME”：不能捆绑！");
 
   // Audited at once: what was agreed to is not asked again, what went meanwhile is.
   setParameter("cs_shdj", 1);
@@ -253,5 +244,4 @@ TEST_F(ConversionTest, ADraftComesBackWithItsWholeAndGoesWithIt) {
   EXPECT_FALSE(rules.recallWhole(back));
 }
 
-}  // namespace conversion_test
-}  // namespace jxc
+}  // namespace jxc::conversion_test

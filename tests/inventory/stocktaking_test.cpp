@@ -5,8 +5,7 @@
 #include "stock/line_import.h"
 #include "stock/shop.h"
 
-namespace jxc {
-namespace stocktaking_test {
+namespace jxc::stocktaking_test {
 
 using families::stocktake;
 using stocktaking::Uncounted;
@@ -24,12 +23,8 @@ class StocktakingTest : public test::ShopTest {
     draft_.number = newDocumentNumber(stocktake, draft_.date);
   }
   const LineRules& lines() { return stocktaking::rules().lines(); }
-  LinePlace place() { return {.number = draft_.number, .date = draft_.date, .warehouse = draft_.warehouse}; }
-  LineResult count(const QString& goods, double pieces) {
-    LineDraft line = lines().newLine(goods, place(), false);
-    line.amounts.setQuantity(pieces);
-    return lines().addLine(Lines::Draft, place(), line, prompt);
-  }
+  LinePlace place() { return placeOf(draft_); }
+  LineResult count(const QString& goods, double pieces) { return add(lines(), place(), goods, pieces); }
   SaveResult save() {
     const SaveResult saved = stocktaking::rules().save(draft_, prompt);
     draft_.number = newDocumentNumber(stocktake, draft_.date);
@@ -37,13 +32,8 @@ class StocktakingTest : public test::ShopTest {
   }
   /// "goods count shelf books price value" of the lines of a document.
   QStringList stored(const QString& number) {
-    QStringList list;
-    for (const Row line :
-         openSelect("select g_sn,pd_sl,kc_sl,kc_zsl,pd_dj,pd_zje from jxc_kcpdsp where gl_djh=? order by g_sn", number))
-      list << (QStringList() << line.text("g_sn") << line.text("pd_sl") << line.text("kc_sl") << line.text("kc_zsl")
-                             << line.text("pd_dj") << line.text("pd_zje"))
-                  .join(u' ');
-    return list;
+    return test::textsOf(
+        openSelect("select g_sn,pd_sl,kc_sl,kc_zsl,pd_dj,pd_zje from jxc_kcpdsp where gl_djh=? order by g_sn", number));
   }
   QString head(const QString& number) { return row("select pd_sl,kc_sl from jxc_kcpd where gl_djh=?", number); }
 
@@ -58,8 +48,7 @@ TEST_F(StocktakingTest, ALineIsWorthItsDifferenceWhateverWayItComesIn) {
   EXPECT_EQ(stored(draft_.number), worth);
   LineDraft less = lines().newLine("A", place(), false);
   less.amounts.setQuantity(-1);
-  EXPECT_FALSE(lines().mayWrite(less, place(), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "盘点数量不能为负数，重新输入！");
+  EXPECT_EQ(prompt.refused(lines().mayWrite(less, place(), prompt)), "盘点数量不能为负数，重新输入！");
   discardDraft(stocktake, draft_.number);
 
   PickingMemory memory;
@@ -100,8 +89,7 @@ TEST_F(StocktakingTest, SaveRefusesWhatComesTooLate) {
   const QString sale = sell("2021-05-04", {{"A", 1, 9}});
   EXPECT_FALSE(stocktaking::rules().save(draft_, prompt));
   EXPECT_EQ(prompt.lastNotice(), "在【2021-05-04】日期之后盘点的商品已发生业务，不能盘点！");
-  prompt.willSayYes();
-  EXPECT_TRUE(cancelSale(sale, prompt));
+  EXPECT_TRUE(cancelSale(sale, prompt.willSayYes()));
   prompt.willSayYes();
   const SaveResult saved = save();
   ASSERT_TRUE(saved);
@@ -154,10 +142,7 @@ TEST_F(StocktakingTest, ASpreadsheetIsJudgedRowByRow) {
 
 TEST_F(StocktakingTest, GoodsThatNobodyCountedAreLeftOrTakenTogether) {
   const auto open = [this](Lines where, const QStringList& classes) {
-    QStringList goods;
-    for (const Row each : stocktaking::uncounted(place(), where, classes))
-      goods << each.text("g_sn") + u' ' + each.text("kc_sl");
-    return goods.join(u'|');
+    return test::textsOf(stocktaking::uncounted(place(), where, classes), {"g_sn", "kc_sl"}).join(u'|');
   };
   EXPECT_EQ(open(Lines::Draft, {}), "A 10|B 4");
   EXPECT_EQ(open(Lines::Draft, {"1001"}), "B 4");
@@ -202,8 +187,7 @@ TEST_F(StocktakingTest, TwoCountsOfADayBecomeOne) {
   const QString other = saved({{"A", 1}});  // of another day
   EXPECT_EQ(stocktaking::joinable(first).rowCount(), 1);
   EXPECT_FALSE(stocktaking::join(first, other, prompt));
-  prompt.willSayYes();
-  EXPECT_TRUE(stocktaking::join(first, second, prompt));
+  EXPECT_TRUE(stocktaking::join(first, second, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(),
             "您的操作将把盘点单 " + second + " 合并到 " + first +
                 "，确认吗？\r\n\r\n两张单据中都有的商品，盘点数量相加：\r\n\r\nA 镜架A：4+5=9");
@@ -213,8 +197,7 @@ TEST_F(StocktakingTest, TwoCountsOfADayBecomeOne) {
   EXPECT_EQ(stored(second), QStringList());
   EXPECT_EQ(lastLog(), "合并库存盘点单：" + second + " 并入 " + first);
 
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteWaitingDocument(stocktake, other, prompt));
+  EXPECT_TRUE(deleteWaitingDocument(stocktake, other, prompt.willSayYes()));
   // Counted on while the question stands: nothing is put together unseen.
   draft_.date = u"2021-05-03"_qs;
   draft_.number = newDocumentNumber(stocktake, draft_.date);
@@ -225,5 +208,4 @@ TEST_F(StocktakingTest, TwoCountsOfADayBecomeOne) {
   EXPECT_EQ(stored(third).size(), 1);
 }
 
-}  // namespace stocktaking_test
-}  // namespace jxc
+}  // namespace jxc::stocktaking_test

@@ -7,8 +7,7 @@
 #include "stock/shop.h"
 #include "stock/what_if.h"
 
-namespace jxc {
-namespace transfer_test {
+namespace jxc::transfer_test {
 
 using transfer::rules;
 using transfer::TransferDraft;
@@ -29,13 +28,8 @@ class TransferTest : public test::ShopTest {
     draft.into = u"100002"_qs;
     return draft;
   }
-  static LinePlace placeOf(const DocumentDraft& draft) {
-    return {.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
-  }
   std::int64_t add(const DocumentDraft& draft, const QString& goods, double quantity) {
-    LineDraft line = lines().newLine(goods, placeOf(draft), false);
-    line.amounts.setQuantity(quantity);
-    return lines().addLine(Lines::Draft, placeOf(draft), line, prompt).id;
+    return ShopTest::add(lines(), placeOf(draft), goods, quantity).id;
   }
   QString line(std::int64_t id) { return row("select db_sl,db_dj,db_sj,db_zje from jxc_dbsp where id=?", id); }
 };
@@ -76,9 +70,7 @@ TEST_F(TransferTest, PriceAndAmountFollowTheParameterWhateverWayALineComesIn) {
     for (int scan = 0; scan < 3; ++scan)
       scanned = lines().enterBarcode(place, "6901", false, prompt).id;
     EXPECT_EQ(line(scanned), each.line);
-    prompt.willSayYes();
-    const QString number = rules().save(draft, prompt).number;
-    EXPECT_EQ(audit(number), AuditOutcome::Audited);
+    const QString number = audited(rules().save(draft, prompt.willSayYes()).number);
     EXPECT_EQ(lookupNumber("select gl_zje from jxc_goodslist where gl_djh=? and gl_sl>0", number), each.intoLedger);
     EXPECT_EQ(lookupNumber("select kc_cbj from jxc_kcsp where ck_sn='100002' and g_sn='A'"), each.intoLedger / 3);
   }
@@ -108,8 +100,7 @@ TEST_F(TransferTest, ALineBeyondTheStockIsRefusedOrAskedAboutOnceABatch) {
   insertRow("jxc_kcsp", {{"g_sn", u"B"}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 0.0}, {"kc_zsl", 0.0}});
   EXPECT_TRUE(lines().enterBarcode(place, "6902", false, prompt).refusal);
   setParameter("cs_kc", 1);
-  prompt.willSayYes();
-  EXPECT_EQ(lines().enterBarcode(place, "6902", false, prompt).outcome, Scan::Added);
+  EXPECT_EQ(lines().enterBarcode(place, "6902", false, prompt.willSayYes()).outcome, Scan::Added);
   EXPECT_EQ(lines().enterBarcode(place, "6902", true, prompt).outcome, Scan::AlreadyThere);
 
   discardDraft(families::transfer, draft.number);
@@ -125,8 +116,7 @@ TEST_F(TransferTest, SaveRefusesInOrderAndTestsTheSumOfAGoods) {
   TransferDraft draft = fresh();
   const auto expectRefused = [&](const char* text, const TransferDraft& wrong) {
     prompt.forget();
-    EXPECT_FALSE(rules().save(wrong, prompt));
-    EXPECT_EQ(prompt.lastNotice(), text);
+    EXPECT_EQ(prompt.refused(rules().save(wrong, prompt)), text);
   };
   TransferDraft wrong;
   wrong.number = draft.number;
@@ -144,15 +134,13 @@ TEST_F(TransferTest, SaveRefusesInOrderAndTestsTheSumOfAGoods) {
   setParameter("cs_kc", 0);
   expectRefused("该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！", draft);
   setParameter("cs_kc", 1);
-  prompt.willSayNo();
-  EXPECT_FALSE(rules().save(draft, prompt));
+  EXPECT_FALSE(rules().save(draft, prompt.willSayNo()));
   EXPECT_EQ(prompt.questions.last(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？");
   EXPECT_EQ(lookupNumber("select count(*) from jxc_kcdbd"), 0);
   // What was agreed to a moment ago is not asked again by the audit that follows at once.
   setParameter("cs_shdj", 1);
   prompt.forget();
-  prompt.willSayYes().willSayYes();
-  EXPECT_TRUE(rules().save(draft, prompt).audited);
+  EXPECT_TRUE(rules().save(draft, prompt.willSayYes().willSayYes()).audited);
   EXPECT_EQ(prompt.questions.size(), 2);
   EXPECT_EQ(balanceOf("A"), "-1 -1 5");
 }
@@ -208,8 +196,7 @@ TEST_F(TransferTest, AWholeLifeInEveryTable) {
   EXPECT_EQ(cash(), 0);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
-  prompt.willSayYes();
-  EXPECT_TRUE(cancelTransfer(number, prompt));
+  EXPECT_TRUE(cancelTransfer(number, prompt.willSayYes()));
   EXPECT_EQ(head(), "100001 100002 2021-05-02 0   100001 补货，急 admin");
   EXPECT_EQ(balanceOf("A"), "10 10 5");
   EXPECT_EQ(row("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn='100001'"), "10 50");
@@ -267,5 +254,4 @@ TEST_F(TransferTest, ALongSpreadsheetIsStopped) {
   EXPECT_EQ(importLines(*judged, lines(), place, Lines::Draft, prompt, progress)->taken, 250);
 }
 
-}  // namespace transfer_test
-}  // namespace jxc
+}  // namespace jxc::transfer_test

@@ -3,8 +3,7 @@
 
 #include "stock/shop.h"
 
-namespace jxc {
-namespace write_off_test {
+namespace jxc::write_off_test {
 
 using namespace families;
 using write_off::rules;
@@ -17,15 +16,8 @@ class WriteOffTest : public test::ShopTest {
     receive("2021-05-01", {{"A", 10, 5}});
     setParameter("cs_possk", 1);
   }
-  static LinePlace placeOf(const DocumentDraft& draft) {
-    return {.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
-  }
   void add(const DocumentDraft& draft, const QString& goods, double quantity, const QString& note = {}) {
-    const LineRules& lines = rules().of(draft.number).lines();
-    LineDraft line = lines.newLine(goods, placeOf(draft), false);
-    line.amounts.setQuantity(quantity);
-    line.note = note;
-    lines.addLine(Lines::Draft, placeOf(draft), line, prompt);
+    ShopTest::add(rules().of(draft.number).lines(), placeOf(draft), goods, quantity, {}, note);
   }
   QString saved(const DocumentDraft& draft) {
     prompt.willSayYes();
@@ -33,47 +25,11 @@ class WriteOffTest : public test::ShopTest {
   }
 };
 
-// 3 × 5.005 and 0.333 × 5.005 to the digits of money (2), or to one where totals are kept apart.
-TEST_F(WriteOffTest, AmountsAreRoundedWhateverWayALineComesIn) {
-  execSql("update jxc_kcsp set kc_cbj=5.55");
-  setParameter("cs_cbjs", 3);
-  for (const DocumentFamily* kind : {&loss, &overflow})
-    for (const auto& [apart, amount] : {std::pair(0, "0.333 5.55 1.85"), {1, "0.333 5.55 1.8"}}) {
-      Transaction trial(accountDb());
-      setParameter("cs_zjews", apart);
-      setParameter("cs_jews", 1);
-      const LineColumns& c = *kind->line.columns;
-      const DocumentDraft draft = write_off::fresh(*kind, {});
-      const LineRules& lines = rules().of(draft.number).lines();
-      const auto line = [&] {
-        return row(compose("select {},{},{} from {}", {c.quantity, c.price, c.total, kind->lines}));
-      };
-      add(draft, "A", 0.333);
-      EXPECT_EQ(line(), amount) << kind->lines;
-      discardDraft(*kind, draft.number);
-      PickingMemory memory;
-      lines.stageGoods("A", 0.333, placeOf(draft), Lines::Draft, memory, prompt);
-      EXPECT_EQ(lines.copyStaged(placeOf(draft), Lines::Draft).lines, 1);
-      EXPECT_EQ(line(), amount) << kind->lines;
-      discardDraft(*kind, draft.number);
-      const ScanResult scanned = lines.enterBarcode(placeOf(draft), "6901", false, prompt);
-      lines.setChange("0.333", u"sl", Lines::Draft, scanned.id, prompt);
-      EXPECT_EQ(line(), amount) << kind->lines;
-      EXPECT_FALSE(lines.cellMayChange(u"A", false, u"dj"));
-    }
-}
-
 TEST_F(WriteOffTest, ALossTakesOnlyWhatTheWarehouseKnowsAndAnOverflowEverything) {
-  const auto offered = [](const DocumentDraft& draft) {
-    QStringList goods;
-    const RowSet list = openSelect(rules().of(draft.number).lines().goodsToPick(placeOf(draft), {}));
-    for (const Row row : list)
-      goods << row.text("g_sn");
-    return goods;
-  };
+  const auto offered = [](const DocumentDraft& d) { return goodsToPick(rules().of(d.number).lines(), placeOf(d)); };
   const DocumentDraft lost = write_off::fresh(loss, {}), found = write_off::fresh(overflow, {});
-  EXPECT_EQ(offered(lost), QStringList({"A"}));
-  EXPECT_EQ(offered(found), QStringList({"A", "B"}));
+  EXPECT_EQ(offered(lost), "A");
+  EXPECT_EQ(offered(found), "A B");
   EXPECT_EQ(rules().of(lost.number).lines().enterBarcode(placeOf(lost), "6902", false, prompt).refusal,
             "当前仓库中没有找到与该条码匹配的商品，请检查！");
   EXPECT_EQ(rules().of(found.number).lines().enterBarcode(placeOf(found), "6902", false, prompt).outcome, Scan::Added);
@@ -99,16 +55,14 @@ TEST_F(WriteOffTest, ALossBeyondTheStockIsAskedAboutNeverRefused) {
   const LineRules& lines = rules().of(draft.number).lines();
   LineDraft line = lines.newLine("A", placeOf(draft), false);
   line.amounts.setQuantity(11);
-  prompt.willSayNo().willSayYes();
-  EXPECT_FALSE(lines.mayWrite(line, placeOf(draft), prompt));
+  EXPECT_FALSE(lines.mayWrite(line, placeOf(draft), prompt.willSayNo().willSayYes()));
   EXPECT_TRUE(lines.mayWrite(line, placeOf(draft), prompt));
   EXPECT_EQ(prompt.questions.last(), "报损数量大于库存数量，报损后将产生负库存，继续报损吗?");
   add(draft, "A", 6);
   add(draft, "A", 6);
   const QString asked = u"该单据中至少一种商品库存不足，\r\n\r\n“A”：报损将会出现负库存，是否继续？"_qs;
   prompt.forget();
-  prompt.willSayNo();
-  EXPECT_FALSE(rules().save(draft, prompt));
+  EXPECT_FALSE(rules().save(draft, prompt.willSayNo()));
   EXPECT_EQ(prompt.questions, QStringList({asked}));
   prompt.willSayYes();
   const QString number = saved(draft);
@@ -151,8 +105,7 @@ TEST_F(WriteOffTest, BothKindsInEveryTableAndOnOneWaitingList) {
   EXPECT_EQ(lastLog(), "增加已审核商品报溢单" + found + "，共2种商品");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
-  prompt.willSayYes().willSayYes();
-  EXPECT_TRUE(cancelOverflow(found, prompt));
+  EXPECT_TRUE(cancelOverflow(found, prompt.willSayYes().willSayYes()));
   EXPECT_TRUE(cancelLoss(lost, prompt));
   const RowSet list = rules().waiting({});
   ASSERT_EQ(list.rowCount(), 2);
@@ -164,5 +117,4 @@ TEST_F(WriteOffTest, BothKindsInEveryTableAndOnOneWaitingList) {
   EXPECT_EQ(row("select count(*) from jxc_yyfy"), "0");
 }
 
-}  // namespace write_off_test
-}  // namespace jxc
+}  // namespace jxc::write_off_test

@@ -8,14 +8,9 @@
 #include "server/test_engine.h"
 
 #include <QFile>
-#include <QString>
-#include <QStringList>
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 

@@ -3,11 +3,7 @@
 #include "harness/row_texts.h"
 #include "server/test_engine.h"
 
-#include <QStringList>
-
-#include <cmath>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace jxc::dialect_test {
 

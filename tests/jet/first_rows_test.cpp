@@ -1,7 +1,6 @@
 #include "jet/first_rows.h"
 
 #include <gtest/gtest.h>
-#include <string>
 
 namespace jxc::jet::first_rows_test {
 

@@ -8,8 +8,7 @@
 
 #include <cstdlib>
 
-namespace jxc {
-namespace both_engines_test {
+namespace jxc::both_engines_test {
 
 using namespace families;
 using test::Books;
@@ -110,5 +109,4 @@ TEST_F(BothEngines, TheSameLifeEndsInTheSameTables) {
   EXPECT_EQ(QStringList(differences.begin(), differences.end()), QStringList());
 }
 
-}  // namespace both_engines_test
-}  // namespace jxc
+}  // namespace jxc::both_engines_test

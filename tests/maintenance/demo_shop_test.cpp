@@ -9,8 +9,7 @@
 #include "harness/whole_books.h"
 #include "maintenance/prove.h"
 
-namespace jxc {
-namespace demo_shop_test {
+namespace jxc::demo_shop_test {
 
 class DemoShop : public test::AccountSetFixture {
  protected:
@@ -74,5 +73,4 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_FALSE(test::readBooks(test::Reading::ToTheLetter) == first);
 }
 
-}  // namespace demo_shop_test
-}  // namespace jxc
+}  // namespace jxc::demo_shop_test

@@ -3,7 +3,6 @@
 // that the suite takes.
 #include "maintenance/prove.h"
 
-#include "accounts/cash_lines.h"
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
 #include "stock/repair.h"
@@ -11,8 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace jxc {
-namespace prove_test {
+namespace jxc::prove_test {
 
 using namespace families;
 using proof::Finding;
@@ -389,8 +387,7 @@ TEST_F(ProveTest, WhatOtherRulesLeaveBehindIsKnown) {
     receipt::ReceiptDraft draft = draftReceipt("2021-05-03", {{"B", 4, 3}});
     execSql("update jxc_jhsp set jh_dzl=0.5,jh_je=6,jh_zje=6 where j_sn=?", draft.number);
     draft.paid = draft.payable = 6;
-    const QString discounted = save(draft);
-    EXPECT_EQ(audit(discounted), AuditOutcome::Audited);
+    const QString discounted = audited(save(draft));
     EXPECT_EQ(found(prove(), Weight::Wrong), QStringList());
     recomputeLedger(u"2000-01-01"_qs, {});
     names("running-by-price");
@@ -428,5 +425,4 @@ TEST_F(ProveTest, DraftsAreNotedAndTheProofMayBeStopped) {
   EXPECT_FALSE(stopped.isClean());
 }
 
-}  // namespace prove_test
-}  // namespace jxc
+}  // namespace jxc::prove_test

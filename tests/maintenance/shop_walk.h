@@ -8,9 +8,7 @@
 
 #include <QDate>
 
-#include <functional>
 #include <random>
-#include <utility>
 
 namespace jxc::test {
 

@@ -14,8 +14,7 @@
 #include "masterdata/warehouses.h"
 #include "masterdata/zones.h"
 
-namespace jxc {
-namespace deletion_test {
+namespace jxc::deletion_test {
 
 class DeletionTest : public test::AccountSetFixture {};
 
@@ -85,5 +84,4 @@ TEST_F(DeletionTest, WhatCameUnderTheNumberOfADeletedRowStays) {
   EXPECT_EQ(lookupNumber(compose("select count(*) from {}", {customerSide.diary})), 1);
 }
 
-}  // namespace deletion_test
-}  // namespace jxc
+}  // namespace jxc::deletion_test

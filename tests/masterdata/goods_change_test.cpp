@@ -3,28 +3,21 @@
 
 #include "core/session.h"
 #include "harness/account_set_fixture.h"
+#include "harness/articles.h"
 #include "masterdata/goods_class_move.h"
 #include "masterdata/goods_classes.h"
 
 #include <tuple>
 
-namespace jxc {
-namespace goods_change_test {
+namespace jxc::goods_change_test {
 
 class GoodsChangeTest : public test::AccountSetFixture {
  protected:
   GoodsClass addClass(std::int64_t parent, const QString& name) { return *addGoodsClass(parent, name, prompt); }
 
   std::int64_t addArticle(const QString& number, const QString& name, const QString& classNumber, double stock = 0) {
-    GoodsDraft draft;
-    draft.number = number;
-    draft.name = name;
-    draft.unit = QStringLiteral("付");
+    GoodsDraft draft = test::article(number, name, classNumber, stock);
     draft.model = QStringLiteral("54");
-    draft.classNumber = classNumber;
-    draft.purchasePrice = 10;
-    draft.openingStock = stock;
-    draft.warehouse = QStringLiteral("100001");
     EXPECT_TRUE(addGoods(draft, prompt));
     return static_cast<std::int64_t>(lookupNumber("select id from jxc_goods where g_sn=?", number));
   }
@@ -71,12 +64,10 @@ TEST_F(GoodsChangeTest, HistoryFollowsANewNameAndThePriceCounts) {
 
   GoodsDraft unused = readGoods(other);
   unused.number = u"00000000"_qs;
-  EXPECT_FALSE(changeGoods(other, unused, false, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"商品编号已存在！"_qs);
+  EXPECT_EQ(prompt.refused(changeGoods(other, unused, false, prompt)), u"商品编号已存在！"_qs);
   unused.number = u"B 2"_qs;  // never bought nor stocked: the number is free
   unused.name = u"钛架二代"_qs;
-  prompt.willSayYes();
-  ASSERT_TRUE(changeGoods(other, unused, false, prompt));
+  ASSERT_TRUE(changeGoods(other, unused, false, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), u"商品名称已经存在，确认修改吗？"_qs);
   EXPECT_EQ(lookupValue("select g_sn from jxc_goods where id=?", other), u"B 2"_qs);
   unused.salePrice = -1;
@@ -136,13 +127,10 @@ TEST_F(GoodsChangeTest, UsedGoodsStayAndMonthFiguresToo) {
   const auto fresh = addArticle(u"30000001"_qs, u"甲"_qs, frames.number, 4);
   const auto sold = addArticle(u"30000002"_qs, u"乙"_qs, frames.number);
   used(u"30000002"_qs);
-  EXPECT_FALSE(deleteGoods(sold, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"该商品已发生过业务，单据号：XS21050310001 不能删除！"_qs);
-  prompt.willSayNo();
-  EXPECT_FALSE(deleteGoods(fresh, prompt));
+  EXPECT_EQ(prompt.refused(deleteGoods(sold, prompt)), u"该商品已发生过业务，单据号：XS21050310001 不能删除！"_qs);
+  EXPECT_FALSE(deleteGoods(fresh, prompt.willSayNo()));
   const auto month = lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'");
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteGoods(fresh, prompt));
+  EXPECT_TRUE(deleteGoods(fresh, prompt.willSayYes()));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goodslist where g_sn='30000001'"), u"0"_qs);
   EXPECT_EQ(lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'"), month);
 }
@@ -245,17 +233,13 @@ TEST_F(GoodsChangeTest, LevelsChangeTheTreeAloneAndABranchWithGoodsStays) {
   EXPECT_TRUE(tree().contains(u"护理<镜架 1002"_qs));
 
   EXPECT_FALSE(hangGoodsClass(frames.id, metal.id, prompt)) << "not below its own branch";
-  EXPECT_FALSE(lowerGoodsClass(2, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"该类别是系统内置类别，不能移动！"_qs);
+  EXPECT_EQ(prompt.refused(lowerGoodsClass(2, prompt)), u"该类别是系统内置类别，不能移动！"_qs);
 
   // The branch of 护理 holds goods of another number.
-  EXPECT_FALSE(deleteGoodsClass(care.id, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"该类别下有商品信息，不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deleteGoodsClass(care.id, prompt)), u"该类别下有商品信息，不能删除！"_qs);
   EXPECT_TRUE(hangGoodsClass(metal.id, frames.id, prompt));
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteGoodsClass(care.id, prompt));
+  EXPECT_TRUE(deleteGoodsClass(care.id, prompt.willSayYes()));
   EXPECT_TRUE(tree().contains(u"金属<镜架 1001100"_qs));
 }
 
-}  // namespace goods_change_test
-}  // namespace jxc
+}  // namespace jxc::goods_change_test

@@ -3,12 +3,12 @@
 
 #include "core/clock.h"
 #include "harness/account_set_fixture.h"
+#include "harness/row_texts.h"
 #include "masterdata/goods_change.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/goods_prices.h"
 
-namespace jxc {
-namespace goods_lenses_test {
+namespace jxc::goods_lenses_test {
 
 class GoodsLensesTest : public test::AccountSetFixture {
  protected:
@@ -47,16 +47,13 @@ TEST_F(GoodsLensesTest, RangeMakesOneArticleAPair) {
   EXPECT_EQ(std::pair(count.pairs, count.there), std::pair(65, 28));
   EXPECT_FALSE(countLensRange(u"1.56非球面"_qs, {-1, -2, 0.25}, {0, 0, 1}));
   EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt), 1);
-  EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt), std::nullopt);
-  EXPECT_EQ(prompt.lastNotice(), u"这个范围的光度都已存在，没有需要增加的商品！"_qs);
+  EXPECT_EQ(prompt.refused(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt)),
+            u"这个范围的光度都已存在，没有需要增加的商品！"_qs);
   EXPECT_EQ(addLensRange(lens(), {-2, -1.75, 0.25}, {0, 0, 1}, prompt, {}, PairsThere::AreMadeAgain), 2);
   execSql("delete from jxc_goods where g_qgd='-1.75' or g_sn>'20000028'");
-  EXPECT_FALSE(addLensRange(lens(), {-1, -2, 0.25}, {0, 0, 0.25}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"屈光度范围不正确！"_qs);
-  EXPECT_FALSE(addLensRange(lens(), {0, 0, 0.25}, {1, 0, 0.25}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"散光度范围不正确！"_qs);
-  EXPECT_FALSE(addLensRange(lens({}), {0, 0, 0.25}, {0, 0, 0.25}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"商品名称必须填写！"_qs);
+  EXPECT_EQ(prompt.refused(addLensRange(lens(), {-1, -2, 0.25}, {0, 0, 0.25}, prompt)), u"屈光度范围不正确！"_qs);
+  EXPECT_EQ(prompt.refused(addLensRange(lens(), {0, 0, 0.25}, {1, 0, 0.25}, prompt)), u"散光度范围不正确！"_qs);
+  EXPECT_EQ(prompt.refused(addLensRange(lens({}), {0, 0, 0.25}, {0, 0, 0.25}, prompt)), u"商品名称必须填写！"_qs);
   // Stopped half-way: nothing of it stays.
   EXPECT_FALSE(addLensRange(lens(), {-8, 0, 0.25}, {-2, 0, 0.25}, prompt, [](int percent) { return percent < 40; }));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_isjp=1"), u"28"_qs);
@@ -94,16 +91,11 @@ TEST_F(GoodsLensesTest, OpeningStockOfALensBeginsTodayWithThePlainAmount) {
 }
 
 TEST_F(GoodsLensesTest, LibraryHoldsOrdinaryAndContactLenses) {
-  EXPECT_FALSE(saveLensProduct({.brand = u" "_qs}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"品牌名称不能为空！"_qs);
+  EXPECT_EQ(prompt.refused(saveLensProduct({.brand = u" "_qs}, prompt)), u"品牌名称不能为空！"_qs);
   ASSERT_TRUE(saveLensProduct({.brand = u"海岸"_qs, .item1 = u"8.6"_qs, .item2 = u"38%"_qs, .contact = true}, prompt));
   ASSERT_TRUE(saveLensProduct({.brand = u"晶朗"_qs, .item1 = u"加硬"_qs, .item2 = u"1.56"_qs}, prompt));
   const auto list = [](const QString& typed) {
-    const Sql statement = lensProductsStatement(typed);
-    QStringList names;
-    for (const Row row : openSelect(statement))
-      names << row.text("jp_spmc");
-    return names;
+    return test::textsOf(openSelect(lensProductsStatement(typed)), {"jp_spmc"});
   };
   EXPECT_EQ(list({}), QStringList({u"晶朗加硬折射1.56"_qs, u"海岸8.6含水38％"_qs}));  // ordinary lenses first
   EXPECT_EQ(list(u"jlj"_qs), QStringList(u"晶朗加硬折射1.56"_qs));
@@ -112,8 +104,7 @@ TEST_F(GoodsLensesTest, LibraryHoldsOrdinaryAndContactLenses) {
   product.contact = false;
   ASSERT_TRUE(saveLensProduct(product, prompt));
   EXPECT_EQ(lookupValue("select jp_hsl from jxc_jplx where id=1"), QString());
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteLensProduct(1, prompt));
+  EXPECT_TRUE(deleteLensProduct(1, prompt.willSayYes()));
   EXPECT_EQ(list({}).size(), 1);
 }
 
@@ -181,13 +172,11 @@ TEST_F(GoodsLensesTest, PricesOfAClassAreComputedFromOneAnother) {
   EXPECT_EQ(price("A"), u"88"_qs);
   EXPECT_EQ(price("B"), u"100"_qs);
 
-  EXPECT_FALSE(savePosCommissions(u"A"_qs, {.workshop = {-0.5, true}}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"提成不能小于0！"_qs);
+  EXPECT_EQ(prompt.refused(savePosCommissions(u"A"_qs, {.workshop = {-0.5, true}}, prompt)), u"提成不能小于0！"_qs);
   ASSERT_TRUE(savePosCommissions(u"A"_qs, {.workshop = {5, true}, .salesman = {3, false}}, prompt));
   EXPECT_EQ(readPosCommissions(u"A"_qs).workshop.value, 5);
   EXPECT_TRUE(readPosCommissions(u"A"_qs).workshop.yuan);
   EXPECT_EQ(readPosCommissions(u"B"_qs).workshop.value, 0);
 }
 
-}  // namespace goods_lenses_test
-}  // namespace jxc
+}  // namespace jxc::goods_lenses_test

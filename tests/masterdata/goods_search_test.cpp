@@ -3,41 +3,27 @@
 
 #include "core/pinyin.h"
 #include "harness/account_set_fixture.h"
+#include "harness/row_texts.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 
 #include <random>
 
-namespace jxc {
-namespace goods_search_test {
+namespace jxc::goods_search_test {
 
 class GoodsSearchTest : public test::AccountSetFixture {
  protected:
   static void put(const QString& number, const QString& name, const QString& model, const QString& colour,
                   const Value& barcode = Value(), const QString& sphere = {}, const QString& cylinder = {}) {
-    insertRow("jxc_goods", {{"g_sn", number},
-                            {"g_name", name},
-                            {"gg_name", model},
-                            {"color_name", colour},
-                            {"g_sptm", barcode},
-                            {"g_jm", makeJm(name).left(32)},
-                            {"g_qgd", sphere},
-                            {"g_sgd", cylinder},
-                            {"gc_sn", "1000"},
-                            {"g_zhxs", 1},
-                            {"g_jy", 0}});
-  }
-
-  static QStringList numbers(const RowSet& rows) {
-    QStringList result;
-    for (const Row row : rows)
-      result << row.text("g_sn");
-    return result;
+    execSql(
+        "insert into jxc_goods (g_sn,g_name,gg_name,color_name,g_sptm,g_jm,g_qgd,g_sgd,gc_sn,g_zhxs,g_jy) "
+        "values (?,?,?,?,?,?,?,?,'1000',1,0)",
+        number, name, model, colour, barcode, makeJm(name).left(32), sphere, cylinder);
   }
 
   // Both ways to the same answer.
   static QStringList found(const RowSet& all, const QString& typed, const QString& classNumber = {}) {
-    const QStringList queried = numbers(selectGoods({.key = typed, .classNumber = classNumber}));
+    const QStringList queried = test::textsOf(selectGoods({.key = typed, .classNumber = classNumber}), {"g_sn"});
     QStringList filtered;
     for (const int row : GoodsIndex(all).find(typed, classNumber))
       filtered << all[row].text("g_sn");
@@ -121,5 +107,4 @@ TEST_F(GoodsSearchTest, AnyTypingGivesTheRowsOfTheQuery) {
   EXPECT_GT(hits, 300);  // the random words do find something
 }
 
-}  // namespace goods_search_test
-}  // namespace jxc
+}  // namespace jxc::goods_search_test

@@ -2,12 +2,10 @@
 #include "masterdata/goods.h"
 
 #include "harness/account_set_fixture.h"
+#include "harness/articles.h"
 #include "masterdata/goods_classes.h"
 
-#include <gtest/gtest.h>
-
-namespace jxc {
-namespace goods_test {
+namespace jxc::goods_test {
 
 class GoodsTest : public test::AccountSetFixture {
  protected:
@@ -18,14 +16,9 @@ class GoodsTest : public test::AccountSetFixture {
   }
 
   GoodsDraft frame(const QString& number, const QString& classNumber) {
-    GoodsDraft draft;
-    draft.number = number;
-    draft.name = QStringLiteral("钛架 8801");
-    draft.unit = QStringLiteral("付");
-    draft.classNumber = classNumber;
+    GoodsDraft draft = test::article(number, QStringLiteral("钛架 8801"), classNumber);
     draft.purchasePrice = 45.5;
     draft.salePrice = 198;
-    draft.warehouse = QStringLiteral("100001");
     return draft;
   }
 };
@@ -61,13 +54,9 @@ TEST_F(GoodsTest, NumbersOfAClassBeginWithItsIdentity) {
   ASSERT_TRUE(addGoods(frame(QStringLiteral("30000001"), frames.number), prompt));
   EXPECT_EQ(proposedGoodsSn(frames.number), QStringLiteral("30000002"));
   // A number typed by hand that is no number or of another length does not disturb the series.
-  ASSERT_TRUE(addGoods(
-      [&] {
-        auto draft = frame(QStringLiteral("3ABCDEFG"), frames.number);
-        draft.warnSameName = false;
-        return draft;
-      }(),
-      prompt));
+  GoodsDraft odd = frame(QStringLiteral("3ABCDEFG"), frames.number);
+  odd.warnSameName = false;
+  ASSERT_TRUE(addGoods(odd, prompt));
   EXPECT_EQ(nextGoodsSn(frames.identity), QStringLiteral("30000002"));
 }
 
@@ -98,18 +87,8 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
     EXPECT_FALSE(addGoods(draft, prompt)) << text.toStdString();
     EXPECT_EQ(prompt.lastNotice(), text);
   };
-  refused(
-      [](GoodsDraft& d) {
-        d.classNumber.reset();
-        d.number.clear();
-      },
-      QStringLiteral("类别名称必须填写！"));
-  refused(
-      [](GoodsDraft& d) {
-        d.number = QStringLiteral("  ");
-        d.name.clear();
-      },
-      QStringLiteral("商品编号必须填写！"));
+  refused([](GoodsDraft& d) { d.classNumber.reset(), d.number.clear(); }, QStringLiteral("类别名称必须填写！"));
+  refused([](GoodsDraft& d) { d.number = u"  "_qs, d.name.clear(); }, QStringLiteral("商品编号必须填写！"));
   refused([](GoodsDraft& d) { d.name.clear(); }, QStringLiteral("商品名称必须填写！"));
   refused([](GoodsDraft& d) { d.unit.clear(); }, QStringLiteral("商品单位必须填写！"));
   refused([](GoodsDraft& d) { d.number = QStringLiteral("00000000"); },
@@ -121,8 +100,7 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
   GoodsDraft same = withBarcode;
   same.number = QStringLiteral("30000002");
   prompt.willSayYes();
-  prompt.willSayNo();
-  EXPECT_FALSE(addGoods(same, prompt));
+  EXPECT_FALSE(addGoods(same, prompt.willSayNo()));
   EXPECT_TRUE(prompt.questions.contains(QStringLiteral("商品条码已经存在，确认输入吗？")));
   EXPECT_TRUE(prompt.questions.contains(QStringLiteral("商品名称已经存在，确认输入吗？")));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
@@ -135,5 +113,4 @@ TEST_F(GoodsTest, RefusalsComeInTheOrderOfTheFormAndChangeNothing) {
   EXPECT_EQ(lookupValue("select count(*) from jxc_goods where g_sn<>'00000000'"), QStringLiteral("1"));
 }
 
-}  // namespace goods_test
-}  // namespace jxc
+}  // namespace jxc::goods_test

@@ -8,10 +8,7 @@
 #include "masterdata/partner_contacts.h"
 #include "masterdata/partners.h"
 
-#include <gtest/gtest.h>
-
-namespace jxc {
-namespace partners_life_test {
+namespace jxc::partners_life_test {
 
 class PartnersLifeTest : public test::AccountSetFixture {
  protected:
@@ -160,8 +157,7 @@ TEST_F(PartnersLifeTest, DeletedPartnerTakesMoneyDiaryAndQuotesAlong) {
   EXPECT_TRUE(saveContact(customerSide, {0, number, QStringLiteral("2021-05-03"), QStringLiteral("电话"), {}}, prompt));
   insertRow("jxc_khbj", {{"kh_sn", number}, {"g_sn", "10000001"}, {"kb_bj", 9.9}});
 
-  prompt.willSayYes();
-  ASSERT_TRUE(deletePartner(customerSide, id, prompt));
+  ASSERT_TRUE(deletePartner(customerSide, id, prompt.willSayYes()));
   EXPECT_EQ(
       prompt.questions.last(),
       u"您确定要删除当前客户吗！\r\n\r\n该客户的 1 笔收款（现金银行账中合计 120 元）将一并删除，账户余额随之改变，不能恢复。"_qs);
@@ -214,8 +210,7 @@ TEST_F(PartnersLifeTest, DiaryIsKeptLatestFirst) {
     draft.note = QString(10000, u'长');
     ASSERT_TRUE(saveContact(*side, draft, prompt));
     draft.note = QStringLiteral(" \n ");
-    EXPECT_FALSE(saveContact(*side, draft, prompt));
-    EXPECT_EQ(prompt.lastNotice(), QStringLiteral("联系内容必须填写！"));
+    EXPECT_EQ(prompt.refused(saveContact(*side, draft, prompt)), QStringLiteral("联系内容必须填写！"));
 
     const auto statement = contactStatement(*side, QStringLiteral("100001"));
     const RowSet rows = openSelect(statement);
@@ -228,13 +223,11 @@ TEST_F(PartnersLifeTest, DiaryIsKeptLatestFirst) {
     change.note = QStringLiteral("已回电");
     ASSERT_TRUE(saveContact(*side, change, prompt));
     EXPECT_EQ(readContact(*side, change.id).note, QStringLiteral("已回电"));
-    prompt.willSayNo().willSayYes();
-    EXPECT_FALSE(deleteContact(*side, change.id, prompt));
+    EXPECT_FALSE(deleteContact(*side, change.id, prompt.willSayNo().willSayYes()));
     EXPECT_TRUE(deleteContact(*side, change.id, prompt));
     EXPECT_EQ(prompt.questions.last(), QStringLiteral("您确定要删除该联系信息吗！"));
     EXPECT_THROW(readContact(*side, change.id), DbError);
   }
 }
 
-}  // namespace partners_life_test
-}  // namespace jxc
+}  // namespace jxc::partners_life_test

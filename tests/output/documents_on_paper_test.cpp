@@ -5,8 +5,7 @@
 
 #include <QRegularExpression>
 
-namespace jxc {
-namespace documents_on_paper_test {
+namespace jxc::documents_on_paper_test {
 
 class DocumentsOnPaper : public test::PaperTest {
  protected:
@@ -182,5 +181,4 @@ TEST_F(DocumentsOnPaper, MoneyPapers) {
       << transfer.join(u'\n').toStdString();
 }
 
-}  // namespace documents_on_paper_test
-}  // namespace jxc
+}  // namespace jxc::documents_on_paper_test

@@ -2,13 +2,10 @@
 #include "output/money_reports.h"
 #include "output/paper.h"
 #include "output/printed_documents.h"
-#include "output/templates.h"
 #include "platform/report/template_file.h"
-#include "stock/shop.h"
 #include "stock/trading_document.h"
 
-namespace jxc {
-namespace printing_test {
+namespace jxc::printing_test {
 
 class PrintingTest : public test::PaperTest {
  protected:
@@ -18,12 +15,7 @@ class PrintingTest : public test::PaperTest {
     execSql("update jxc_goods set g_name='镜片' where g_sn='A'");
     execSql("update jxc_goods set g_name='镜架' where g_sn='B'");
   }
-  static QStringList goodsOf(const RowSet& rows) {
-    QStringList goods;
-    for (const Row row : rows)
-      goods << row.text("g_sn");
-    return goods;
-  }
+  static QStringList goodsOf(const RowSet& rows) { return test::textsOf(rows, {"g_sn"}); }
   static int blank(const RowSet& rows) { return static_cast<int>(goodsOf(rows).count(QString())); }
   std::vector<Line> manyLines(int count) const {
     std::vector<Line> lines;
@@ -213,8 +205,7 @@ TEST_F(PrintingTest, VariablesOfStockDocuments) {
 
   // A loan says what was lent also after a part of it came back, and the return says what came back.
   receive("2021-05-01", {{"A", 5, 40}});
-  const QString lent = test::waitingDocument(families::loan, "2021-05-03", {}, {{"A", 5, 40}});
-  EXPECT_EQ(audit(lent), AuditOutcome::Audited);
+  const QString lent = audited(test::waitingDocument(families::loan, "2021-05-03", {}, {{"A", 5, 40}}));
   const auto line = lookupValue("select id from jxc_khjhsp").toLongLong();
   const QString back = test::returnLoan("2021-05-03", line, 2, 0, 40),
                 kept = test::returnLoan("2021-05-03", line, 0, 3, 40);
@@ -305,5 +296,4 @@ TEST_F(PrintingTest, EveryTemplateStandsOnItsOwn) {
   }
 }
 
-}  // namespace printing_test
-}  // namespace jxc
+}  // namespace jxc::printing_test

@@ -7,8 +7,7 @@
 
 #include <QDir>
 
-namespace jxc::test {
-namespace statement_paper_test {
+namespace jxc::test::statement_paper_test {
 
 TEST_F(PaperTest, StatementsOfManyCustomersAreAFileEachUntilTheyAreStopped) {
   addGoods("A", 5);
@@ -46,5 +45,4 @@ TEST_F(PaperTest, StatementsOfManyCustomersAreAFileEachUntilTheyAreStopped) {
       << withheld.toStdString();
 }
 
-}  // namespace statement_paper_test
-}  // namespace jxc::test
+}  // namespace jxc::test::statement_paper_test

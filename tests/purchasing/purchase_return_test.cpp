@@ -3,8 +3,7 @@
 
 #include "stock/shop.h"
 
-namespace jxc {
-namespace purchase_return_test {
+namespace jxc::purchase_return_test {
 
 class PurchaseReturnTest : public test::ShopTest {
  protected:
@@ -16,21 +15,8 @@ class PurchaseReturnTest : public test::ShopTest {
     draft = rules.fresh({});
     prompt.forget();
   }
-  LinePlace place() const {
-    return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
-  }
-  std::int64_t add(const QString& goods, double quantity) {
-    LineDraft line = rules.lines().newLine(goods, place(), false);
-    line.amounts.setQuantity(quantity);
-    return rules.lines().addLine(Lines::Draft, place(), line, prompt).id;
-  }
-  QString goodsToPick() const {
-    const Sql list = rules.lines().goodsToPick(place(), {});
-    QStringList goods;
-    for (const Row each : openSelect(list))
-      goods << each.text("g_sn");
-    return goods.join(u' ');
-  }
+  LinePlace place() const { return placeOf(draft); }
+  QString goodsToPick() const { return ShopTest::goodsToPick(rules.lines(), place()); }
 
   const TradingRules& rules = purchase_return::rules();
   TradingDraft draft;
@@ -48,20 +34,16 @@ TEST_F(PurchaseReturnTest, StockIsTestedAtEveryStep) {
   LineDraft line = rules.lines().newLine("A", place(), false);
   EXPECT_EQ(line.amounts.price(), 4);
   line.amounts.setQuantity(11);
-  EXPECT_FALSE(rules.lines().mayWrite(line, place(), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "库存数量小于退货数量，不能退货！");
+  EXPECT_EQ(prompt.refused(rules.lines().mayWrite(line, place(), prompt)), "库存数量小于退货数量，不能退货！");
   setParameter("cs_kc", 1);
-  prompt.willSayYes();
-  EXPECT_TRUE(rules.lines().mayWrite(line, place(), prompt));
+  EXPECT_TRUE(rules.lines().mayWrite(line, place(), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "库存数量小于退货数量，退货后将产生负库存，继续退货吗?");
 
-  add("Z", 1);
+  add(rules.lines(), place(), "Z", 1);
   setParameter("cs_kc", 0);
-  EXPECT_FALSE(rules.save(draft, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "当前仓库中商品‘镜架Z’库存不足，\r\n\r\n不能退货。");
+  EXPECT_EQ(prompt.refused(rules.save(draft, prompt)), "当前仓库中商品‘镜架Z’库存不足，\r\n\r\n不能退货。");
   setParameter("cs_kc", 1);
-  prompt.willSayYes().willSayYes();
-  EXPECT_TRUE(rules.save(draft, prompt));
+  EXPECT_TRUE(rules.save(draft, prompt.willSayYes().willSayYes()));
   EXPECT_EQ(prompt.questions.at(1), "当前仓库中商品‘镜架Z’不存在，\r\n\r\n退货将会出现负库存，是否继续？");
   EXPECT_EQ(audit(draft.number), AuditOutcome::Audited);
   EXPECT_EQ(balanceOf("Z"), "-1 -1 1");
@@ -73,8 +55,7 @@ TEST_F(PurchaseReturnTest, NothingGotBackLowersWhatIsOwed) {
   rules.lines().setChange("3", u"sl", Lines::Draft, scanned, prompt);
   EXPECT_EQ(rules.payable(draft.number), 12);
   draft.paid = 0;
-  prompt.willSayYes();
-  ASSERT_TRUE(rules.save(draft, prompt));
+  ASSERT_TRUE(rules.save(draft, prompt.willSayYes()));
   EXPECT_EQ(lastLog(), "增加未审核采购退货单" + draft.number + "，共1种商品");
   EXPECT_EQ(row("select th_yfje,th_sfje,th_jsfs,th_hkje from jxc_thd where gl_djh=?", draft.number), "-12 0 1 0");
   EXPECT_EQ(audit(draft.number), AuditOutcome::Audited);
@@ -82,8 +63,7 @@ TEST_F(PurchaseReturnTest, NothingGotBackLowersWhatIsOwed) {
   EXPECT_EQ(cash(), 0);
   EXPECT_EQ(balanceOf("A"), "7 7 4");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
-  prompt.willSayYes();
-  EXPECT_TRUE(cancelPurchaseReturn(draft.number, prompt));
+  EXPECT_TRUE(cancelPurchaseReturn(draft.number, prompt.willSayYes()));
   EXPECT_EQ(supplierOwed(), 58);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
@@ -102,19 +82,15 @@ TEST_F(PurchaseReturnTest, AWholeReceiptOnceAndAgainWhenTheReturnIsDeleted) {
   EXPECT_EQ(draft.payable, 57);  // the balancing line goes back too
   EXPECT_EQ(draft.returnOf, received);
   draft.paid = 57;
-  prompt.willSayYes();
-  ASSERT_TRUE(rules.save(draft, prompt));
+  ASSERT_TRUE(rules.save(draft, prompt.willSayYes()));
   EXPECT_EQ(row("select j_th,j_dhdid from jxc_jhd where j_sn=?", received), "1 " + draft.number);
-  EXPECT_FALSE(rules.returnWhole(received, fresh, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "该单据已经进行过整单退货，不能重复退货！");
-  prompt.willSayYes();
-  EXPECT_TRUE(deleteWaitingDocument(families::purchaseReturn, draft.number, prompt));
+  EXPECT_EQ(prompt.refused(rules.returnWhole(received, fresh, prompt)), "该单据已经进行过整单退货，不能重复退货！");
+  EXPECT_TRUE(deleteWaitingDocument(families::purchaseReturn, draft.number, prompt.willSayYes()));
   EXPECT_EQ(row("select j_th,j_dhdid from jxc_jhd where j_sn=?", received), "0 ");
 
   draft = *rules.returnWhole(received, fresh, prompt);
   draft.paid = 57;
-  prompt.willSayYes();
-  ASSERT_TRUE(rules.save(draft, prompt));
+  ASSERT_TRUE(rules.save(draft, prompt.willSayYes()));
   auto dialog = rules.loadForAudit(draft.number);
   ASSERT_TRUE(dialog);
   EXPECT_EQ(dialog->payable, 57);
@@ -122,11 +98,13 @@ TEST_F(PurchaseReturnTest, AWholeReceiptOnceAndAgainWhenTheReturnIsDeleted) {
   dialog->note = "质量问题";
   EXPECT_EQ(rules.audit(*dialog, prompt), AuditOutcome::Audited);
   EXPECT_EQ(row("select th_yfje,th_sfje,th_note from jxc_thd where gl_djh=?", draft.number), "-57 -50 质量问题");
+  EXPECT_EQ(row("select k_type,k_djlx,k_djtxt,k_yfje,k_sfje,k_fkfs from jxc_ysyfk where gl_djh=?", draft.number),
+            "ghs CT 采购退货单 -57 -50 现金");
+  EXPECT_EQ(row("select xj_dlx,xj_je,xj_kmmc from jxc_xjyh where gl_djh=?", draft.number), "采购退货 50 现金");
   EXPECT_EQ(cash(), -57 + 50);
   EXPECT_EQ(supplierOwed(), 58 - 57 + 50);
   EXPECT_EQ(balanceOf("A").section(u' ', 0, 1), "10 10");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
-}  // namespace purchase_return_test
-}  // namespace jxc
+}  // namespace jxc::purchase_return_test

@@ -2,7 +2,6 @@
 #include "harness/gui.h"
 #include "harness/qt_printers.h"
 #include "harness/report_samples.h"
-#include "platform/report/report.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

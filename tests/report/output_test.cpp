@@ -3,7 +3,6 @@
 #include "harness/qt_printers.h"
 #include "harness/report_samples.h"
 #include "platform/report/barcode.h"
-#include "platform/report/report.h"
 
 #include <QBuffer>
 #include <QDir>

@@ -1,7 +1,6 @@
 // Any template that the designer can make prints: sizes that make no sense, texts that do not fit, all at once.
 #include "harness/gui.h"
 #include "harness/report_samples.h"
-#include "platform/report/report.h"
 #include "platform/report/template_file.h"
 
 #include <QElapsedTimer>

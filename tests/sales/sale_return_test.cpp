@@ -4,8 +4,7 @@
 #include "masterdata/prices.h"
 #include "stock/shop.h"
 
-namespace jxc {
-namespace sale_return_test {
+namespace jxc::sale_return_test {
 
 class SaleReturnTest : public test::ShopTest {
  protected:
@@ -15,22 +14,14 @@ class SaleReturnTest : public test::ShopTest {
     receive("2021-05-01", {{"A", 10, 40}, {"B", 5, 100}});
     draft = rules.fresh({});
   }
-  LinePlace place() const {
-    return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
-  }
+  LinePlace place() const { return placeOf(draft); }
   QString saveReturn() {
     prompt.willSayYes();
     const SaveResult saved = rules.save(draft, prompt);
     EXPECT_TRUE(saved);
     return saved.number;
   }
-  QString goodsToPick() const {
-    const Sql list = rules.lines().goodsToPick(place(), {});
-    QStringList goods;
-    for (const Row each : openSelect(list))
-      goods << each.text("g_sn") + u":"_qs + each.text("kc_sl");
-    return goods.join(u' ');
-  }
+  QString goodsToPick() const { return ShopTest::goodsToPick(rules.lines(), place(), {}, {"g_sn", "kc_sl"}); }
 
   const TradingRules& rules = sale_return::rules();
   TradingDraft draft;
@@ -39,19 +30,17 @@ class SaleReturnTest : public test::ShopTest {
 TEST_F(SaleReturnTest, GoodsComeBackAndTheRestStaysOnAccount) {
   insertRow("jxc_kcsp", {{"g_sn", u"A"}, {"ck_sn", u"100002"}, {"kc_sl", 7.0}, {"kc_zsl", 7.0}});
   execSql("update jxc_goods set g_kc=g_kc+7 where g_sn='A'");
-  EXPECT_EQ(goodsToPick(), "A:17 B:5");  // wherever it lies
+  EXPECT_EQ(goodsToPick(), "A 17 B 5");  // wherever it lies
   setParameter("cs_xt", 1);
   EXPECT_EQ(goodsToPick(), "");  // never sold to this customer
   sell("2021-05-02", {{"A", 4, 100}});
-  EXPECT_EQ(goodsToPick(), "A:6");  // here, where it comes back to
+  EXPECT_EQ(goodsToPick(), "A 6");  // here, where it comes back to
   execSql("delete from jxc_kcsp where ck_sn='100002'");
   execSql("update jxc_goods set g_kc=g_kc-7 where g_sn='A'");
 
-  EXPECT_FALSE(rules.save(draft, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");
+  EXPECT_EQ(prompt.refused(rules.save(draft, prompt)), "单据中没有业务发生，不能保存！");
   LineDraft line = rules.lines().newLine("A", place(), false);
-  EXPECT_FALSE(rules.lines().mayWrite(line, place(), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "数量不能为0！");
+  EXPECT_EQ(prompt.refused(rules.lines().mayWrite(line, place(), prompt)), "数量不能为0！");
   line.amounts.setQuantity(99);  // more than there ever was: goods come in, nothing is asked
   EXPECT_TRUE(rules.lines().mayWrite(line, place(), prompt));
   line.amounts.setQuantity(1);
@@ -99,13 +88,11 @@ TEST_F(SaleReturnTest, AWholeSaleIsReturnedWithItsBalancingLine) {
   EXPECT_EQ(customerOwes(), 0);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
-  prompt.willSayYes();
-  EXPECT_TRUE(cancelSaleReturn(number, prompt));
+  EXPECT_TRUE(cancelSaleReturn(number, prompt.willSayYes()));
   EXPECT_EQ(row("select ls_th from jxc_lsxsd where gl_djh=?", sold), "1");  // it was returned once
   EXPECT_EQ(test::brokenInvariants(), QStringList());
   draft = rules.fresh({});
-  prompt.willSayNo();
-  EXPECT_FALSE(rules.returnWhole(sold, draft, prompt));
+  EXPECT_FALSE(rules.returnWhole(sold, draft, prompt.willSayNo()));
   EXPECT_FALSE(rules.returnWhole("XS00000000000", draft, prompt));
 }
 
@@ -134,5 +121,4 @@ TEST_F(SaleReturnTest, AWholeReturnProposesNoMoreThanWasReceived) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
-}  // namespace sale_return_test
-}  // namespace jxc
+}  // namespace jxc::sale_return_test

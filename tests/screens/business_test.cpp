@@ -10,8 +10,7 @@
 #include <QLabel>
 #include <QToolButton>
 
-namespace jxc::test {
-namespace business_test {
+namespace jxc::test::business_test {
 
 class BusinessScreens : public ScreenTest {
  protected:
@@ -121,5 +120,4 @@ TEST_F(BusinessScreens, TheDayGivesWayWhereThePageNeedsTheRoom) {
   EXPECT_TRUE(form.day().isVisible());
 }
 
-}  // namespace business_test
-}  // namespace jxc::test
+}  // namespace jxc::test::business_test

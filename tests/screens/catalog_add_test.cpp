@@ -10,8 +10,7 @@
 #include <QLabel>
 #include <QTreeWidget>
 
-namespace jxc::test {
-namespace catalog_add_test {
+namespace jxc::test::catalog_add_test {
 
 class CatalogAddTest : public ScreenTest {
  protected:
@@ -45,14 +44,12 @@ TEST_F(CatalogAddTest, OneArticleAfterTheOtherWithItsOpeningStock) {
     EXPECT_EQ(s.field("g_kc").number(), 0);
 
     // The code of a maker's box: name, -, model; its second and fifth field make the origin.
-    type(s, "tewm", u"板材架，丹阳，B-1160，x，江苏");
-    press(s, "Return");
+    enter(s, "tewm", u"板材架，丹阳，B-1160，x，江苏");
     EXPECT_EQ(s.field("g_name").text(), u"板材架"_qs);
     EXPECT_EQ(s.field("gg_name").text(), u"B-1160"_qs);
     EXPECT_EQ(s.field("g_sccs").text(), u"江苏 丹阳"_qs);
     EXPECT_TRUE(s.field("tewm").isEmpty());
-    type(s, "tewm", u"只有，三，段");
-    press(s, "Return");
+    enter(s, "tewm", u"只有，三，段");
     EXPECT_EQ(s.field("g_name").text(), u"板材架"_qs);
     press(s, "F5");
   });
@@ -66,8 +63,7 @@ TEST_F(CatalogAddTest, OneArticleAfterTheOtherWithItsOpeningStock) {
 
 TEST_F(CatalogAddTest, MissingUnitIsMadeOnTheWay) {
   expectScreen("F_Dwgl", [&](ui::Screen& s) {
-    expectNotice(QStringLiteral("单位名称必须填写！"));
-    press(s, "F2");
+    press(s, "F2", QStringLiteral("单位名称必须填写！"));
     type(s, "tname", u"副");
     press(s, "F2");
     press(s, "F5");  // takes the new one
@@ -108,8 +104,7 @@ TEST_F(CatalogAddTest, NumbersByHandAndHiddenInputs) {
     EXPECT_TRUE(s.field("g_sn").isEmpty());
     EXPECT_FALSE(s.field("g_sj3").isVisible());
     EXPECT_FALSE(s.field("comTcbl").isVisible());  // commissions need a right of their own
-    expectNotice(QStringLiteral("商品编号必须填写！"));
-    press(s, "F5");
+    press(s, "F5", QStringLiteral("商品编号必须填写！"));
   });
 }
 
@@ -121,16 +116,14 @@ TEST_F(CatalogAddTest, NamesCodesPricesAndPictures) {
     // Blanks are no code, and those around one do not belong to it.
     type(s, "g_sn", u"   ");
     type(s, "g_name", u"x");
-    expectNotice(u"商品编号必须填写！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"商品编号必须填写！"_qs);
     s.field("g_sn").setText(u"  K 1\t"_qs);
     s.field("g_name").setText(u"O'Neil \"100%\"\x01\r\n😀"_qs);
     // The minus key does nothing here, and what is pasted does not pass either.
     type(s, "g_sj", u"-5");
     EXPECT_EQ(s.field("g_sj").number(), 5);
     s.field("g_sj").setNumber(-5);
-    expectNotice(u"价格和数量不能小于零！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"价格和数量不能小于零！"_qs);
     EXPECT_EQ(count(), 0);
     s.field("g_sj").setNumber(5);
 
@@ -165,11 +158,9 @@ TEST_F(CatalogAddTest, RangesThatNobodyMeans) {
     type(s, "g_qc", u"1.60");
     range("g_qgd", "g_qgd1", -250, 0);
     range("g_sgd", "g_sgd1", -250, 0);
-    expectQuestion(u"将增加 1002001 个商品，确定增加吗？"_qs, Answer::No);
-    press(s, "F5");
+    press(s, "F5", u"将增加 1002001 个商品，确定增加吗？"_qs, Answer::No);
     range("g_qgd", "g_qgd1", -1e9, 1e9);
-    expectNotice(u"范围太大：最多可以增加 9999999 个商品！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"范围太大：最多可以增加 9999999 个商品！"_qs);
     EXPECT_EQ(count(), 0);
     range("g_qgd", "g_qgd1", 0, 0);
     range("g_sgd", "g_sgd1", 0, 0);
@@ -178,5 +169,4 @@ TEST_F(CatalogAddTest, RangesThatNobodyMeans) {
   EXPECT_EQ(count(), 1);
 }
 
-}  // namespace catalog_add_test
-}  // namespace jxc::test
+}  // namespace jxc::test::catalog_add_test

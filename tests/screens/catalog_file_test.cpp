@@ -9,8 +9,7 @@
 
 #include <QTableView>
 
-namespace jxc::test {
-namespace catalog_file_test {
+namespace jxc::test::catalog_file_test {
 
 class CatalogFileTest : public ScreenTest {
  protected:
@@ -49,11 +48,7 @@ TEST_F(CatalogFileTest, TheFirstRowsComeAtOnceAndTypingWaitsForNothing) {
   type(screen, "tkey", u"");
   grid.selectRow(grid.rowCount() - 5);
   const QString number = grid.currentText("g_sn");
-  expectScreen("F_Spxxgl_Modi2", [](ui::Screen& s) {
-    type(s, "g_sj", u"99");
-    press(s, "F5");
-  });
-  press(screen, "F3");
+  press(screen, "F3", "F_Spxxgl_Modi2", filled({{"g_sj", u"99"}}));
   while (grid.isLoading())
     settle();
   EXPECT_EQ(grid.currentText("g_sn"), number);
@@ -91,5 +86,4 @@ TEST_F(CatalogFileTest, WhatAnotherStationWritesComesIntoTheList) {
   });
 }
 
-}  // namespace catalog_file_test
-}  // namespace jxc::test
+}  // namespace jxc::test::catalog_file_test

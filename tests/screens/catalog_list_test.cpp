@@ -1,5 +1,6 @@
 // The catalogue: classes at the left, goods at the right, search as one types.
-#include "masterdata/goods.h"
+#include "harness/articles.h"
+#include "harness/row_texts.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/screens/spxxgl.h"
 #include "screens/harness/screen_test.h"
@@ -8,8 +9,7 @@
 #include <QTableView>
 #include <QTreeWidget>
 
-namespace jxc::test {
-namespace catalog_list_test {
+namespace jxc::test::catalog_list_test {
 
 class CatalogListTest : public ScreenTest {
  protected:
@@ -21,24 +21,10 @@ class CatalogListTest : public ScreenTest {
   }
 
   void add(const QString& number, const QString& name, const QString& classNumber, double stock) {
-    GoodsDraft draft;
-    draft.number = number;
-    draft.name = name;
-    draft.unit = QStringLiteral("付");
-    draft.classNumber = classNumber;
-    draft.purchasePrice = 10;
-    draft.openingStock = stock;
-    draft.warehouse = QStringLiteral("100001");
-    ASSERT_TRUE(addGoods(draft, prompt));
+    ASSERT_TRUE(addGoods(article(number, name, classNumber, stock), prompt));
   }
 
-  static QStringList shown(ui::Screen& s) {
-    QStringList numbers;
-    const auto& grid = s.grid("gridSp");
-    for (int row = 0; row < grid.rowCount(); ++row)
-      numbers << grid.cellText(row, 0);
-    return numbers;
-  }
+  static QStringList shown(ui::Screen& s) { return textsOf(s.grid("gridSp").shownRows(), {"g_sn"}); }
   static QTreeWidget& tree(ui::Screen& s) { return *s.findChild<QTreeWidget*>(QStringLiteral("treeLb")); }
   static void chooseClass(ui::Screen& s, const QString& name) {
     const auto items = tree(s).findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
@@ -145,21 +131,19 @@ TEST_F(CatalogListTest, ClassesAreMadeRenamedFoundAndDeletedInTheTree) {
 TEST_F(CatalogListTest, NoGoodsWithoutAWarehouse) {
   open("F_Spxxgl", [&](ui::Screen& s) {
     execSql("delete from jxc_ckxx");
-    expectNotice(QStringLiteral("请先添加仓库信息！"));
-    press(s, "F2");
+    press(s, "F2", QStringLiteral("请先添加仓库信息！"));
   });
 }
 
 TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
   const auto run = [](ui::Screen& s, const char* name) { s.findChild<QAction*>(QString::fromLatin1(name))->trigger(); };
   open("F_Spxxgl", [&](ui::Screen& s) {
-    expectScreen("F_Spxxgl_Modi", [&](ui::Screen& m) {
+    press(s, "F3", "F_Spxxgl_Modi", [&](ui::Screen& m) {
       EXPECT_TRUE(m.field("g_sn").isReadOnly());  // there is stock under this number
       type(m, "g_name", u"钛架 8801 新款");
       type(m, "g_sj", u"398");
       press(m, "F5");
     });
-    press(s, "F3");
     EXPECT_EQ(s.grid("gridSp").currentText("g_name"), u"钛架 8801 新款"_qs);
 
     expectScreen("F_Spxxgl_Jm", [&](ui::Screen& m) {
@@ -185,8 +169,7 @@ TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
     expectScreen("F_Spxxgl_Zdkc", [&](ui::Screen& m) {
       type(m, "tzdkc", u"3");
       expectQuestion(u"您确定要修改选中商品的最低库存吗！"_qs, Answer::Yes);
-      expectNotice(u"成功修改：4  个商品信息。"_qs);
-      press(m, "F5");
+      press(m, "F5", u"成功修改：4  个商品信息。"_qs);
     });
     run(s, "btnRZdkc");
 
@@ -198,8 +181,7 @@ TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
     s.grid("gridSp").view()->selectAll();
     run(s, "btnRDeleLb");
     EXPECT_EQ(shown(s), QStringList(u"00000000"_qs));
-    expectNotice(u"该商品为系统内置商品，不能删除！"_qs);
-    press(s, "Ctrl+D");
+    press(s, "Ctrl+D", u"该商品为系统内置商品，不能删除！"_qs);
   });
   EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn<>'00000000'"), u"0"_qs);
 }
@@ -226,8 +208,7 @@ TEST_F(CatalogListTest, ClassAndCostOfMarkedGoodsAndAClassMoved) {
     chooseClass(s, u"板材"_qs);
     expectScreen("F_Spxxgl_Move", [&](ui::Screen& m) {
       chooseClass(m, u"所有类别"_qs);
-      expectNotice(u"类别移动成功！"_qs);
-      press(m, "F5");
+      press(m, "F5", u"类别移动成功！"_qs);
     });
     run(s, "btnMoveLevel");
     EXPECT_EQ(lookupValue("select count(*) from jxc_goods where gc_sn='1002'"), u"2"_qs);
@@ -259,5 +240,4 @@ TEST_F(CatalogListTest, AClassChangesItsLevelByKeysAndByDragging) {
   EXPECT_EQ(lookupValue("select gc_sn from jxc_goodsclass where gc_pid=2"), u"1001100"_qs);
 }
 
-}  // namespace catalog_list_test
-}  // namespace jxc::test
+}  // namespace jxc::test::catalog_list_test

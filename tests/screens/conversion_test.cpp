@@ -3,12 +3,9 @@
 #include "screens/harness/trading_test.h"
 #include "stock/ledger.h"
 
-#include <QDir>
 #include <QLabel>
-#include <QTabWidget>
 
-namespace jxc::test {
-namespace conversion_screen_test {
+namespace jxc::test::conversion_screen_test {
 
 class ConversionScreenTest : public TradingScreenTest {
  protected:
@@ -19,16 +16,9 @@ class ConversionScreenTest : public TradingScreenTest {
     addGoods({.sn = u"10000002"_qs, .name = u"板材镜架"_qs, .barcode = u"690002"_qs, .cost = 80, .stock = 2});
     addGoods({.sn = u"10000003"_qs, .name = u"镜盒"_qs, .barcode = u"690003"_qs, .cost = 10});
     // The ledger tells the same as the balances.
-    for (const Row row : openSelect("select * from jxc_kcsp where kc_sl>0"))
-      insertRow("jxc_goodslist", {{"gl_flag", u"qc"},
-                                  {"gl_djh", u"QC"},
-                                  {"gl_kdrq", u"2021-05-01"},
-                                  {"g_sn", row.text("g_sn")},
-                                  {"ck_sn", row.text("ck_sn")},
-                                  {"gl_sl", row.number("kc_sl")},
-                                  {"gl_dj", row.number("kc_cbj")},
-                                  {"gl_je", row.number("kc_sl") * row.number("kc_cbj")},
-                                  {"gl_zje", row.number("kc_sl") * row.number("kc_cbj")}});
+    execSql(
+        "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_dj,gl_je,gl_zje) select "
+        "'qc','QC','2021-05-01',g_sn,ck_sn,kc_sl,kc_cbj,kc_sl*kc_cbj,kc_sl*kc_cbj from jxc_kcsp where kc_sl>0");
   }
   static bool at(ui::Screen& s, int step) {
     const char* const areas[] = {"pStep1", "pStep2", "pStep3"};
@@ -44,40 +34,29 @@ TEST_F(ConversionScreenTest, ASetIsTakenApartInThreeSteps) {
   open("F_Cfkb", [&](ui::Screen& s) {
     EXPECT_TRUE(at(s, 1));
     EXPECT_EQ(shown(s, "jsn"), "CF21050310001");
-    expectNotice(u"被拆分商品不存在，请选择被拆分商品！"_qs);
-    press(s, "F5");
-    expectScreen("F_Cfkb_Goods", [&](ui::Screen& list) {
+    press(s, "F5", u"被拆分商品不存在，请选择被拆分商品！"_qs);
+    press(s, "F2", "F_Cfkb_Goods", [&](ui::Screen& list) {
       EXPECT_EQ(list.grid("gridGoods").rowCount(), 2);  // what is there to be taken apart
-      type(list, "tkey", u"套餐");
-      press(list, "Return");
+      enter(list, "tkey", u"套餐");
     });
-    press(s, "F2");
     type(s, "tslcf", u"6");
     EXPECT_EQ(s.field("tkcsl").number(), 5);
     EXPECT_EQ(s.field("cfzje").number(), 720);
-    expectNotice(u"拆分数量不允许大于库存数量！"_qs);
-    press(s, "Return");
+    press(s, "Return", u"拆分数量不允许大于库存数量！"_qs);
     EXPECT_TRUE(at(s, 1));
-    type(s, "tslcf", u"2");
-    press(s, "Return");
+    enter(s, "tslcf", u"2");
     EXPECT_TRUE(at(s, 2));
     scan(s, u"690002");
     scan(s, u"690002");
     ASSERT_EQ(s.grid("gridLines").rowCount(), 1);
     edit(s, "gridLines", 0, "cf_dj", u"90");
-    expectScreen("F_Cfkb_Add", [&](ui::Screen& pick) {
+    press(s, "F2", "F_Cfkb_Add", [&](ui::Screen& pick) {
       choose(pick, "comCk", u"分店"_qs);
       type(pick, "tkey", u"镜盒");
-      expectScreen("F_Cfkb_Sele", [&](ui::Screen& line) {
-        type(line, "tsl", u"2");
-        type(line, "tdj", u"25");
-        press(line, "F5");
-      });
-      press(pick, "Return");
+      press(pick, "Return", "F_Cfkb_Sele", filled({{"tsl", u"2"}, {"tdj", u"25"}}));
       EXPECT_TRUE(pick.field("comCk").isReadOnly());
       press(pick, "F5");
     });
-    press(s, "F2");
     EXPECT_EQ(rows("select g_sn,cf_sl,cf_zje,ck_sn from jxc_cfsp where cf_sl>0 order by id"),
               "10000002 2 180 100001 | 10000003 2 50 100002");
     EXPECT_EQ(s.field("tspje").number(), 230);
@@ -110,16 +89,13 @@ TEST_F(ConversionScreenTest, ASetIsTakenApartInThreeSteps) {
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
     const QString number = s.grid("gridWaiting").currentText("gl_djh");
     EXPECT_EQ(s.grid("gridWaitingLines").rowCount(), 2);
-    expectScreen("F_Cfkb_Sele", [&](ui::Screen& line) {
+    press(s, "F3", "F_Cfkb_Sele", [&](ui::Screen& line) {
       choose(line, "comCk", u"分店"_qs);
       press(line, "F5");
     });
-    press(s, "F3");
     EXPECT_EQ(rows("select ck_sn from jxc_cfsp order by id"), "100002 | 100002");
-    expectScreen("F_Yltx", [&](ui::Screen& preview) { EXPECT_GT(preview.grids().front()->rowCount(), 0); });
-    press(s, "F9");
-    expectQuestion(u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs, Answer::Yes);
-    press(s, "F6");
+    press(s, "F9", "F_Yltx", [&](ui::Screen& preview) { EXPECT_GT(preview.grids().front()->rowCount(), 0); });
+    press(s, "F6", u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs, Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
   EXPECT_EQ(rows("select g_sn,ck_sn,kc_sl from jxc_kcsp where g_sn<>'00000000' order by g_sn,ck_sn"),
@@ -157,13 +133,11 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
     EXPECT_EQ(shown(s, "tgname"), "配镜套餐");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
     press(s, "F5");
-    expectQuestion(kUnsaved, Answer::Cancel);
-    press(s, "Esc");
+    press(s, "Esc", kUnsaved, Answer::Cancel);
     EXPECT_TRUE(at(s, 2));
     press(s, "F5");
     expectQuestion(kUnsaved, Answer::Yes);
-    expectQuestion(kSaveSplit, Answer::Yes);
-    press(s, "Esc");
+    press(s, "Esc", kSaveSplit, Answer::Yes);
   });
   EXPECT_EQ(rows("select g_sn,kb_sl,kb_cbj from jxc_kbd"), "10000003 3 53.333333");
   EXPECT_EQ(rows("select g_sn,cf_sl from jxc_cfd"), "10000001 1");
@@ -171,9 +145,8 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
   open("F_Cfkb", [&](ui::Screen& s) {
     showWaiting(s);
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 2);
-    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-                   Answer::Yes);
-    press(s, "F7");
+    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+          Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
     s.findChild<QTabWidget*>()->setCurrentIndex(0);
     scan(s, u"690002");
@@ -183,5 +156,4 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
   EXPECT_EQ(lookupNumber("select kc_sl from jxc_kcsp where g_sn='10000003' and ck_sn='100001'"), 3);
 }
 
-}  // namespace conversion_screen_test
-}  // namespace jxc::test
+}  // namespace jxc::test::conversion_screen_test

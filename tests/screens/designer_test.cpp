@@ -14,8 +14,7 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 
-namespace jxc::test {
-namespace designer_test {
+namespace jxc::test::designer_test {
 
 using report::BandKind;
 using report::Template;
@@ -312,8 +311,7 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
     file.write("half a templ");
     file.setFileTime(QDateTime(QDate(2020, 1, 1), QTime(8, 0)), QFileDevice::FileModificationTime);
     file.close();
-    expectQuestion(u"模板文件“spxs.fr3”在打开之后又被改动过，要用现在的设计覆盖它吗？"_qs, Answer::No);
-    press(window, "F5");
+    press(window, "F5", u"模板文件“spxs.fr3”在打开之后又被改动过，要用现在的设计覆盖它吗？"_qs, Answer::No);
     EXPECT_EQ(contents(path_), "half a templ");
     expectQuestion(u"模板已修改，要保存吗？"_qs, Answer::No);
     press(window, "Esc");  // what is chosen first
@@ -321,5 +319,4 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
   });
 }
 
-}  // namespace designer_test
-}  // namespace jxc::test
+}  // namespace jxc::test::designer_test

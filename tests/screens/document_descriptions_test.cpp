@@ -10,8 +10,7 @@
 
 #include <optional>
 
-namespace jxc::test {
-namespace document_descriptions_test {
+namespace jxc::test::document_descriptions_test {
 
 /// A description that can be changed, with the names that it is given.
 class Changed {
@@ -110,5 +109,4 @@ TEST_F(DocumentDescriptionsTest, AnInputThatTheHeadDoesNotKeepAndALooseCommandAr
     EXPECT_THROW(makeWith({}, each), std::invalid_argument) << each.name;
 }
 
-}  // namespace document_descriptions_test
-}  // namespace jxc::test
+}  // namespace jxc::test::document_descriptions_test

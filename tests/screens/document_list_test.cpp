@@ -2,7 +2,6 @@
 // who sees what; numbers that are scanned.
 #include "stock/document_list.h"
 
-#include "core/statements.h"
 #include "harness/invariants.h"
 #include "harness/waiting_document.h"
 #include "output/screens/print_outlet.h"
@@ -11,8 +10,7 @@
 #include "stock/document.h"
 #include "stock/posting.h"
 
-namespace jxc::test {
-namespace document_list_test {
+namespace jxc::test::document_list_test {
 
 using namespace families;  // NOLINT(google-build-using-namespace): inside this file's own namespace
 
@@ -96,23 +94,20 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
       EXPECT_NEAR(lines.rows()[0].number("gl_zje"), document.number("zje"), 1e-9);
       list.focusRows();
       press(s, "Return");
-      expectScreen("F_Yltx", [&](ui::Screen& preview) { EXPECT_GT(preview.grids().front()->rowCount(), 0); });
-      click(s, "btn_Preview");
+      click(s, "btn_Preview", "F_Yltx",
+            [&](ui::Screen& preview) { EXPECT_GT(preview.grids().front()->rowCount(), 0); });
       EXPECT_EQ(list.currentText("zt"), u"已审核");
       const QString question = findFamily(QStringView(*number)) == &stocktake
                                    ? u"您的操作将取消当前的单据，确认吗？"_qs
                                    : u"您的操作将取消当前选中的已审核单据："_qs + *number + u"，确认吗？"_qs;
-      expectQuestion(question, Answer::No);
-      press(s, "F6");
-      expectQuestion(question, Answer::Yes);
-      press(s, "F6");
+      press(s, "F6", question, Answer::No);
+      press(s, "F6", question, Answer::Yes);
       // It waits from now on; a loan that came back does not, it is gone.
       const bool isGone = findFamily(QStringView(*number)) == &loanReturn;
       EXPECT_EQ(listed(list, {"zt"}), isGone ? QStringList() : QStringList("待审核"));
       EXPECT_EQ(rows("select gl_flag from jxc_goodslist where gl_djh=?", *number), "");
       if (!isGone && number == all_.rbegin()) {
-        expectNotice(u"单据"_qs + *number + u"还没有审核，不需要取消审核！"_qs);
-        press(s, "F6");
+        press(s, "F6", u"单据"_qs + *number + u"还没有审核，不需要取消审核！"_qs);
       }
       choose(s, "comLx", QStringLiteral("所有单据"));
       check(s, "chkDsh", false);
@@ -166,28 +161,24 @@ TEST_F(DocumentListTest, EachKindShowsByItsOwnRightsAndANumberOpensItsPaper) {
     for (const ListItem& item : s.field("comLx").items())
       kinds << item.text;
     EXPECT_EQ(kinds, QStringList({"所有单据", "库存调拨", "商品报损", "商品报溢"}));
-    type(s, "tkey", transferNumber.toLower());
-    press(s, "Return");
+    enter(s, "tkey", transferNumber.toLower());
     EXPECT_EQ(seen_, 1);
     EXPECT_EQ(listed(s.grid("gridDj"), {"djh"}), QStringList(transferNumber));
     // Of another shop, of another desk, of nobody.
     for (const QString& number : {lossNumber, receiptNumber, u"DB21050199999"_qs}) {
       expectNotice(u"没有找到单据“"_qs + number + u"”！"_qs);
-      type(s, "tkey", number);
-      press(s, "Return");
+      enter(s, "tkey", number);
     }
     type(s, "tkey", u"");
-    expectScreen("F_Djcx_Cx", [&](ui::Screen& form) {
+    press(s, "F3", "F_Djcx_Cx", [&](ui::Screen& form) {
       type(form, "tgoods", u"691");  // a case, which he did not move
       press(form, "F5");
     });
-    press(s, "F3");
     EXPECT_TRUE(listed(s.grid("gridDj"), {"djh"}).isEmpty());
-    expectScreen("F_Djcx_Cx", [&](ui::Screen& form) {
+    press(s, "F3", "F_Djcx_Cx", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tgoods").text(), u"691");
       press(form, "F4");
     });
-    press(s, "F3");
     type(s, "tkey", u"DB21");  // a part of one searches
     press(s, "Return");
     EXPECT_EQ(s.grid("gridDj").rowCount(), 1);
@@ -195,5 +186,4 @@ TEST_F(DocumentListTest, EachKindShowsByItsOwnRightsAndANumberOpensItsPaper) {
   EXPECT_EQ(seen_, 1);
 }
 
-}  // namespace document_list_test
-}  // namespace jxc::test
+}  // namespace jxc::test::document_list_test

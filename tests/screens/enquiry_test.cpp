@@ -11,12 +11,10 @@
 #include <QFile>
 #include <QLabel>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <atomic>
 
-namespace jxc::test {
-namespace enquiry_test {
+namespace jxc::test::enquiry_test {
 
 class EnquiryTest : public ScreenTest {
  protected:
@@ -31,16 +29,10 @@ class EnquiryTest : public ScreenTest {
     printOutlet().preview = [this](const report::Pages&, QWidget*) { ++previews_; };
   }
   static void sale(const char* number, const char* date, const char* goods, double quantity, double amount) {
-    insertRow("jxc_goodslist", {{"gl_flag", "xs"},
-                                {"gl_djh", number},
-                                {"gl_kdrq", date},
-                                {"g_sn", goods},
-                                {"g_name", goods},
-                                {"ck_sn", "100001"},
-                                {"ghs_name", "张三"},
-                                {"gl_sl", quantity},
-                                {"gl_je", amount},
-                                {"gl_lr", amount / 2}});
+    execSql(
+        "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,ck_sn,ghs_name,gl_sl,gl_je,gl_lr) values "
+        "('xs',?,?,?,?,'100001','张三',?,?,?)",
+        number, date, goods, goods, quantity, amount, amount / 2);
   }
   static QString hint(ui::Grid& list) {
     for (const auto* label : list.view()->viewport()->findChildren<QLabel*>())
@@ -78,8 +70,7 @@ TEST_F(EnquiryTest, ASumLeadsToItsLinesAndBack) {
     // By the switch all lines are meant.
     check(s, "rMxb", true);
     EXPECT_EQ(lines.rowCount(), 4);
-    type(s, "tkey", u"没有");
-    press(s, "Return");
+    enter(s, "tkey", u"没有");
     EXPECT_EQ(lines.rowCount(), 0);
     EXPECT_EQ(hint(lines),
               "这段时间没有销售\n现在的条件：2021-04-01 至 2021-05-03，商品信息：没有\n放宽其中一项再查询");
@@ -267,5 +258,4 @@ TEST(EnquiryPage, ShowsTheExampleAsItIs) {
       << "the page and the example have parted";
 }
 
-}  // namespace enquiry_test
-}  // namespace jxc::test
+}  // namespace jxc::test::enquiry_test

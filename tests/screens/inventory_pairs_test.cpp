@@ -3,8 +3,7 @@
 #include "harness/invariants.h"
 #include "screens/harness/trading_test.h"
 
-namespace jxc::test {
-namespace inventory_pairs_test {
+namespace jxc::test::inventory_pairs_test {
 
 const QString kTransferAtOnce = saveAuditedQuestion("库存调拨查询");
 const QString kLossAtOnce = u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以取消审核！"_qs;
@@ -80,31 +79,6 @@ TEST_F(InventoryPairsTest, AuditAtOnceAndStockBelowZero) {
     EXPECT_EQ(posted(sn), each.posted);
   }
   EXPECT_EQ(rows("select fy_lx,fy_je from jxc_yyfy order by id"), "费用 -15 | 费用 -15");
-}
-
-// What moves between the warehouses is db_dj whatever the amount says: cost 5, preset purchase price 6, sale price 8.
-TEST_F(InventoryPairsTest, PricesOfATransfer) {
-  const struct {
-    int parameter;
-    const char *line, *posted, *there;
-  } cases[] = {{0, "5 8 15", "db 100002 3 5 15 | db 100001 -3 5 -15", "100001 7 7 5 | 100002 3 3 5"},
-               {1, "5 8 24", "db 100002 3 5 15 | db 100001 -3 5 -15", "100001 7 7 5 | 100002 3 3 5"},
-               {2, "6 8 18", "db 100002 3 6 18 | db 100001 -3 6 -18", "100001 7 7 5 | 100002 3 3 6"}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.parameter);
-    setParameter("cs_dbdj", each.parameter);
-    const QString sn = goods(5, 8, 10);
-    execSql("update jxc_goods set g_jj=6 where g_sn=?", sn);
-    open("F_Kcdb", [&](ui::Screen& s) {
-      scan(s, sn);
-      edit(s, "gridLines", 0, "db_sl", u"3");
-      choose(s, "comCk2", u"分店"_qs);
-      save(s, kTransferAtOnce);
-    });
-    EXPECT_EQ(rows("select db_dj,db_sj,db_zje from jxc_dbsp where g_sn=?", sn), each.line);
-    EXPECT_EQ(posted(sn), each.posted);
-    EXPECT_EQ(balances(sn), each.there);
-  }
 }
 
 // Three at 5.05 are 15.15 to the digits of money; totals with digits of their own have one, or none.
@@ -204,5 +178,4 @@ TEST_F(InventoryPairsTest, OperatorsAreBoundToTheirWarehouses) {
   }
 }
 
-}  // namespace inventory_pairs_test
-}  // namespace jxc::test
+}  // namespace jxc::test::inventory_pairs_test

@@ -10,8 +10,7 @@
 
 #include <tuple>
 
-namespace jxc::test {
-namespace inventory_screens_test {
+namespace jxc::test::inventory_screens_test {
 
 constexpr QStringView kFrame = u"6900000000017", kCase = u"6900000000024";
 const QString kRepeat = u"该商品已添加，需要重复添加吗？"_qs;
@@ -45,19 +44,16 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
     expectNotice(u"调拨数量不能大于库存数量，重新输入！"_qs);
     edit(s, "gridLines", 0, "db_sl", u"6");
     EXPECT_EQ(s.grid("gridLines").currentNumber("db_sl"), 3);
-    expectScreen("F_Kcdb_Sele", [&](ui::Screen& line) {
+    press(s, "F3", "F_Kcdb_Sele", [&](ui::Screen& line) {
       EXPECT_TRUE(line.field("tdj").isReadOnly());
       EXPECT_TRUE(line.field("tzje").isReadOnly());
       type(line, "tsl", u"0");
-      expectNotice(u"数量必须大于0，重新输入！"_qs);
-      press(line, "F5");
+      press(line, "F5", u"数量必须大于0，重新输入！"_qs);
       type(line, "tsl", u"4");
       EXPECT_EQ(line.field("tzje").number(), 160);
       press(line, "F5");
     });
-    press(s, "F3");
-    expectNotice(u"请选择调入仓库！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"请选择调入仓库！"_qs);
     choose(s, "comCk2", u"分店"_qs);
     type(s, "tnote", u"补货");
     save(s, kSaveTransfer);
@@ -70,28 +66,21 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
     EXPECT_EQ(s.grid("gridWaiting").currentText("into_name"), "分店");
     const QString number = s.grid("gridWaiting").currentText("gl_djh");
     // Goods are added to the waiting document; the one that stands there already after a question.
-    expectScreen("F_Kcdb_Add", [&](ui::Screen& pick) {
+    press(s, "Ctrl+N", "F_Kcdb_Add", [&](ui::Screen& pick) {
       pick.grid("gridGoods").waitLoaded();
       type(pick, "tkey", u"镜架");
       pick.grid("gridGoods").waitLoaded();
-      expectQuestion(kRepeat, Answer::No);
-      press(pick, "Return");
+      press(pick, "Return", kRepeat, Answer::No);
       press(pick, "Esc");
     });
-    press(s, "Ctrl+N");
-    expectScreen("F_Yltx", [&](ui::Screen& preview) {
-      QStringList kinds;
-      for (const Row row : preview.grids().front()->rows())
-        kinds << row.text("kind");
+    press(s, "F9", "F_Yltx", [&](ui::Screen& preview) {
+      const QStringList kinds = textsOf(preview.grids().front()->rows(), {"kind"});
       EXPECT_TRUE(kinds.contains("库存金额"));
       EXPECT_FALSE(kinds.contains("调拨产生的价值"));  // at its cost a transfer makes none
     });
-    press(s, "F9");
     EXPECT_EQ(rows("select db_status from jxc_kcdbd"), "0");
-    expectQuestion(auditQuestion(number), Answer::No);
-    press(s, "F6");
-    expectQuestion(auditQuestion(number), Answer::Yes);
-    press(s, "F6");
+    press(s, "F6", auditQuestion(number), Answer::No);
+    press(s, "F6", auditQuestion(number), Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
     EXPECT_EQ(rows("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn='10000001' order by ck_sn"),
               "100001 1 1 40 | 100002 4 4 40");
@@ -104,8 +93,7 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
     EXPECT_EQ(list.grid("gridDj").currentText("ck_in"), "分店");
     EXPECT_EQ(list.grid("gridDjMx").currentNumber("gl_sl"), 4);
     EXPECT_FALSE(s.command("btnOK").isVisible() || list.command("btnCancel").isVisible());
-    expectQuestion(u"您的操作将取消当前选中的已审核单据："_qs + number + u"，确认吗？"_qs, Answer::Yes);
-    press(list, "F6");
+    press(list, "F6", u"您的操作将取消当前选中的已审核单据："_qs + number + u"，确认吗？"_qs, Answer::Yes);
     EXPECT_TRUE(list.grid("gridDj").isEmpty() && list.grid("gridDjMx").isEmpty());
     s.findChild<QTabWidget*>()->setCurrentIndex(1);
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
@@ -136,14 +124,12 @@ TEST_F(InventoryScreensTest, ABoundOperatorSendsToAllAndSeesNoCost) {
     for (const char* price : {"db_dj", "db_zje", "db_sj"})
       EXPECT_FALSE(s.grid("gridLines").isColumnVisible(price)) << price;
     choose(s, "comCk", u"分店"_qs);
-    expectScreen("F_Kcdb_Import", [&](ui::Screen& import) {
+    press(s, "Ctrl+I", "F_Kcdb_Import", [&](ui::Screen& import) {
       dynamic_cast<LineImportScreen&>(import).openFile(path);
       EXPECT_EQ(import.grid("gridLines").currentText("status"), "单价未采用（没有查看成本的权限）");
       EXPECT_EQ(import.grid("gridLines").currentText("g_name"), "镜盒");  // the sheet has codes only
-      expectNotice(u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
-      press(import, "F5");
+      press(import, "F5", u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
     });
-    press(s, "Ctrl+I");
     EXPECT_EQ(rows("select g_sn,db_sl,db_dj from jxc_dbsp"), "10000002 1 2");
     leaveDraft(s);
   });
@@ -161,8 +147,7 @@ TEST_F(InventoryScreensTest, ADraftThatComesBackTakesTheCostOfTheWarehouseThatIs
   ui::dropScreens();
   open("F_Kcdb", [&](ui::Screen& s) {
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
-    expectNotice(u"请选择调出仓库！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"请选择调出仓库！"_qs);
     EXPECT_TRUE(s.field("comCk").hasFocus());
     const auto asksForWarehouse = [&] { return s.findChild<QLabel*>("lHint")->text().contains(u"请选择仓库"_qs); };
     EXPECT_TRUE(asksForWarehouse());
@@ -190,22 +175,19 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
   QString lost, found;
   open("F_Bsby", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("comDjlx").text(), "报损单");
-    expectScreen("F_Bsby_Add", [&](ui::Screen& pick) {
+    press(s, "F2", "F_Bsby_Add", [&](ui::Screen& pick) {
       pick.grid("gridGoods").waitLoaded();
       EXPECT_EQ(pick.grid("gridGoods").rowCount(), 1);  // the warehouse knows one of the two
-      expectScreen("F_Bsby_Sele", [&](ui::Screen& line) {
+      press(pick, "Return", "F_Bsby_Sele", [&](ui::Screen& line) {
         type(line, "tsl", u"6");
         type(line, "tnote", u"割边损坏");
-        expectQuestion(u"报损数量大于库存数量，报损后将产生负库存，继续报损吗?"_qs, Answer::No);
-        press(line, "F5");
+        press(line, "F5", u"报损数量大于库存数量，报损后将产生负库存，继续报损吗?"_qs, Answer::No);
         type(line, "tsl", u"2");
         EXPECT_EQ(line.field("tzje").number(), 80);
         press(line, "F5");
       });
-      press(pick, "Return");
       press(pick, "F5");
     });
-    press(s, "F2");
     EXPECT_EQ(s.grid("gridLines").currentText("bs_note"), "割边损坏");
     EXPECT_TRUE(s.field("comDjlx").isReadOnly());
     lost = s.field("gldjh").text();
@@ -231,17 +213,11 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
     s.grid("gridWaiting").selectRow(1);
     EXPECT_EQ(s.grid("gridWaiting").currentText("djlx"), "报损单");
     EXPECT_EQ(s.grid("gridWaitingLines").currentText("bs_note"), "割边损坏");
-    expectScreen("F_ModiDate", [&](ui::Screen& date) {
-      type(date, "dateCg", u"2021-05-02");
-      press(date, "F5");
-    });
-    press(s, "Ctrl+E");
+    press(s, "Ctrl+E", "F_ModiDate", filled({{"dateCg", u"2021-05-02"}}));
     EXPECT_EQ(rows("select gl_djh,bs_bsrq from jxc_bsd"), lost + " 2021-05-02");
-    expectQuestion(auditQuestion(lost), Answer::Yes);
-    press(s, "F6");
-    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-                   Answer::Yes);
-    press(s, "F7");
+    press(s, "F6", auditQuestion(lost), Answer::Yes);
+    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+          Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
   EXPECT_EQ(rows("select g_sn,kc_sl,kc_cbj from jxc_kcsp where g_sn<>'00000000' order by g_sn"),
@@ -262,7 +238,7 @@ TEST_F(InventoryScreensTest, LensesGoOutByTheirSheet) {
               .cylinder = cylinder});
   for (const auto& [name, opens, quantity] : {std::tuple("F_Kcdb", "o..o", "db_sl"), {"F_Bsby", "...o", "bs_sl"}})
     open(name, [&](ui::Screen& s) {
-      expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+      press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
         auto& model = *sheet.findChild<QTableView*>("sheet")->model();
         QString cells;
         for (int i = 0; i < 4; ++i)
@@ -271,11 +247,9 @@ TEST_F(InventoryScreensTest, LensesGoOutByTheirSheet) {
         model.setData(model.index(1, 1), 2);
         press(sheet, "F5");
       });
-      press(s, "F12");
       EXPECT_EQ(s.grid("gridLines").currentNumber(quantity), 2);
       leaveDraft(s);
     });
 }
 
-}  // namespace inventory_screens_test
-}  // namespace jxc::test
+}  // namespace jxc::test::inventory_screens_test

@@ -13,8 +13,6 @@
 #include <QTableView>
 #include <QToolTip>
 
-#include <utility>
-
 namespace jxc::test {
 namespace kit_test {
 
@@ -96,8 +94,7 @@ TEST_F(ScreenTest, KeysMoveConfirmAndLeave) {
     EXPECT_EQ(s.command("btnOK").text(), QStringLiteral("确定(F5)"));
     press(s, "F2");
     EXPECT_EQ(screen.added, 1);
-    type(s, "tname", u"二号仓");
-    press(s, "Return");
+    enter(s, "tname", u"二号仓");
     EXPECT_TRUE(screen.tje.hasFocus());
     for (const char* next : {"dateRq", "dateYxq", "comCk", "tnote", "chkOn"}) {
       press(s, "Return");
@@ -180,11 +177,9 @@ TEST_F(ScreenTest, InputsHoldWhatTheirKindAllows) {
     EXPECT_EQ(screen.tje.text(), QStringLiteral("1234.5"));
 
     screen.dateRq.load(QStringLiteral("2021-05-03"));
-    type(s, "dateRq", u"2021-2-30");
-    press(s, "Return");
+    enter(s, "dateRq", u"2021-2-30");
     EXPECT_EQ(screen.dateRq.text(), QStringLiteral("2021-05-03"));
-    type(s, "dateRq", u"20210228");
-    press(s, "Return");
+    enter(s, "dateRq", u"20210228");
     EXPECT_EQ(screen.dateRq.text(), QStringLiteral("2021-02-28"));
     EXPECT_TRUE(screen.dateRq.isDirty());
     screen.dateRq.cancel();
@@ -259,8 +254,7 @@ TEST_F(ScreenTest, APickerSearchesWhileItIsTypedIn) {
   });
   EXPECT_FALSE(taken);
   pick([&](ui::Screen& s) {
-    type(s, "tkey", u"没有");
-    press(s, "Return");
+    enter(s, "tkey", u"没有");
     press(s, "F5");
     EXPECT_TRUE(s.isVisible());  // there is nothing to take
   });

@@ -5,8 +5,7 @@
 #include <QApplication>
 #include <QClipboard>
 
-namespace jxc::test {
-namespace lens_sheet_test {
+namespace jxc::test::lens_sheet_test {
 
 const QString kProduct = QStringLiteral("清晰1.56");
 
@@ -72,11 +71,10 @@ class LensSheetTest : public TradingScreenTest {
 
 TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
   open("F_Cgjh", [&](ui::Screen& s) {
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       EXPECT_EQ(heads(sheet, Qt::Vertical), "-10 -1.25 -0.25 +0.5");  // as numbers, not as text
       EXPECT_EQ(heads(sheet, Qt::Horizontal), "-0.5 +0");
-      expectNotice(u"请在光度表中输入数量！"_qs);
-      press(sheet, "F5");
+      press(sheet, "F5", u"请在光度表中输入数量！"_qs);
       put(sheet, u"6", "Return");
       put(sheet, u"2", "Right");
       put(sheet, u"3", "Down");
@@ -88,24 +86,20 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
       // With headings each quantity finds its powers, wherever the cursor stands.
       paste(sheet, "屈/散\t0.00\t-0.50\r\n+0.50\t7\t1\r\n-10\t8\t\r\n", 3, 1);
       EXPECT_EQ(shown(sheet), "- 8 | 2 3 | 4 5 | 1 7");
-      expectQuestion(u"“清晰1.56”有 2 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::No);
-      press(sheet, "F5");
+      press(sheet, "F5", u"“清晰1.56”有 2 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::No);
       EXPECT_TRUE(sheet.isVisible());
-      expectQuestion(u"“清晰1.56”有 2 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::Yes);
-      press(sheet, "F5");
+      press(sheet, "F5", u"“清晰1.56”有 2 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::Yes);
     });
-    press(s, "F12");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 7);
     EXPECT_EQ(s.field("tyfje").number(), 240);  // 30 pieces at 8
     save(s, kSaveReceipt);
     showWaiting(s);
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    click(s, "btnTab2Jpgd", "F_Jpgd", [&](ui::Screen& sheet) {
       expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);  // once for all of them
       paste(sheet, "1\t1\n1\t1\n", 1, 0);
       type(sheet, "tdj", u"9");  // of the whole sheet
       press(sheet, "F5");
     });
-    click(s, "btnTab2Jpgd");
     EXPECT_EQ(s.grid("gridWaitingLines").rowCount(), 11);
     EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 276);
   });
@@ -122,10 +116,9 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
 TEST_F(LensSheetTest, ASaleIsRefusedBeyondTheStockAndKeepsTheSheet) {
   setParameter("cs_kc", 0);
   open("F_Spxs", [&](ui::Screen& s) {
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       paste(sheet, "2\t4\n\t8\n", 2, 0);
-      expectNotice(u"库存数量小于销售数量，不能出库！"_qs);
-      press(sheet, "F5");
+      press(sheet, "F5", u"库存数量小于销售数量，不能出库！"_qs);
       EXPECT_TRUE(sheet.isVisible());
       EXPECT_EQ(lookupValue("select count(*) from jxc_lsxssp"), "0");
       // A block that a sheet gave away goes in as it lies, although its corner is empty.
@@ -137,17 +130,13 @@ TEST_F(LensSheetTest, ASaleIsRefusedBeyondTheStockAndKeepsTheSheet) {
       cells(sheet).setFocus();
       put(sheet, u"7", "F5");  // taken over from out of the cell
     });
-    press(s, "F12");
     EXPECT_EQ(s.field("tyfje").number(), 390);
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       paste(sheet, "1\t1\n", 2, 0);
-      expectQuestion(u"光度表中的数量还未保存，是否保存？"_qs, Answer::Cancel);
-      press(sheet, "Esc");
+      press(sheet, "Esc", u"光度表中的数量还未保存，是否保存？"_qs, Answer::Cancel);
       EXPECT_TRUE(sheet.isVisible());
-      expectQuestion(u"光度表中的数量还未保存，是否保存？"_qs, Answer::No);
-      press(sheet, "Esc");
+      press(sheet, "Esc", u"光度表中的数量还未保存，是否保存？"_qs, Answer::No);
     });
-    press(s, "F12");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 3);
     leaveDraft(s);
   });
@@ -162,7 +151,7 @@ TEST_F(LensSheetTest, OnlyWhatTheDocumentOffersOpens) {
   execSql("update jxc_goods set g_jy=1 where g_sn='10000001'");
   execSql("update jxc_role set qtcz=?", QString(64, u'0'));
   open("F_Cgth", [&](ui::Screen& s) {
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       QString open;
       for (int row = 0; row < 4; ++row)
         for (int column = 0; column < 2; ++column)
@@ -173,7 +162,6 @@ TEST_F(LensSheetTest, OnlyWhatTheDocumentOffersOpens) {
       paste(sheet, "2\t3\n", 2, 0);
       press(sheet, "F5");
     });
-    press(s, "F12");
     EXPECT_EQ(s.field("tyfje").number(), 16);
     leaveDraft(s);
   });
@@ -182,26 +170,20 @@ TEST_F(LensSheetTest, OnlyWhatTheDocumentOffersOpens) {
 // A power that the product never had, on a return of a customer.
 TEST_F(LensSheetTest, ANewPowerComesInAtItsPlace) {
   open("F_Xsth", [&](ui::Screen& s) {
-    expectScreen("F_Jpgd", [&](ui::Screen& sheet) {
+    press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       expectNotice(u"光度不正确！"_qs);
-      type(sheet, "tqgd", u"近视");
-      press(sheet, "Return");
-      type(sheet, "tqgd", u"-2.5");
-      press(sheet, "Return");
-      type(sheet, "tsgd", u"-1");
-      press(sheet, "Return");
+      enter(sheet, "tqgd", u"近视");
+      enter(sheet, "tqgd", u"-2.5");
+      enter(sheet, "tsgd", u"-1");
       EXPECT_EQ(heads(sheet, Qt::Vertical), "-10 -2.5 -1.25 -0.25 +0.5");
       EXPECT_EQ(heads(sheet, Qt::Horizontal), "-1 -0.5 +0");
       paste(sheet, "1\t\t\n\t\t2\n", 1, 0);
-      expectQuestion(u"“清晰1.56”有 1 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::Yes);
-      press(sheet, "F5");
+      press(sheet, "F5", u"“清晰1.56”有 1 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::Yes);
     });
-    press(s, "F12");
     expectQuestion(kUnsaved, Answer::No);
     EXPECT_EQ(rows("select g_sn,th_sl,th_dj from jxc_xsthsp order by id"), "20000001 1 30 | 10000002 2 30");
     press(s, "Esc");
   });
 }
 
-}  // namespace lens_sheet_test
-}  // namespace jxc::test
+}  // namespace jxc::test::lens_sheet_test

@@ -7,10 +7,8 @@
 #include "ui/file_dialogs.h"
 
 #include <QAction>
-#include <QTemporaryDir>
 
-namespace jxc::test {
-namespace line_import_test {
+namespace jxc::test::line_import_test {
 
 class LineImportTest : public TradingScreenTest {
  protected:
@@ -73,7 +71,7 @@ TEST_F(LineImportTest, AReceiptTakesWhatPassesAndTellsTheRest) {
             {u""_qs, u"0"_qs, u"4711"_qs, u"-1"_qs, u""_qs, u""_qs},
             {u""_qs, u""_qs, u"10000003"_qs, u""_qs, u"旧镜布"_qs, u"去年"_qs}});
   open("F_Cgjh", [&](ui::Screen& s) {
-    expectScreen("F_Cgjh_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Cgjh_Import", [&](ui::Screen& sheet) {
       EXPECT_FALSE(sheet.command("btnOK").isEnabled());
       read(sheet, good);
       EXPECT_EQ(verdicts(sheet),
@@ -81,15 +79,12 @@ TEST_F(LineImportTest, AReceiptTakesWhatPassesAndTellsTheRest) {
                 "商品已停用；数量不能为空；日期格式不正确");
       press(sheet, "Esc");
     });
-    press(s, "Ctrl+I");
     EXPECT_TRUE(s.grid("gridLines").isEmpty());  // left: nothing came in
-    expectScreen("F_Cgjh_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Cgjh_Import", [&](ui::Screen& sheet) {
       EXPECT_TRUE(sheet.grid("gridLines").isEmpty());
       read(sheet, good);
-      expectNotice(u"导入完毕\r\n\r\n共4条记录\r\n\r\n成功导入2条\r\n\r\n失败2条"_qs);
-      press(sheet, "F5");
+      press(sheet, "F5", u"导入完毕\r\n\r\n共4条记录\r\n\r\n成功导入2条\r\n\r\n失败2条"_qs);
     });
-    press(s, "Ctrl+I");
     // 3 at 38.5 and 2.5 at the usual 120; picked goods come without tax.
     EXPECT_EQ(s.field("tyfje").number(), 415.5);
     expectQuestion(kUnsaved, Answer::No);
@@ -107,27 +102,23 @@ TEST_F(LineImportTest, ASaleMindsStockPricesAndOldFiles) {
                             {u"6900000000017"_qs, u"6"_qs, u"20"_qs},
                             {u"6900000000024"_qs, u"1"_qs, u"19"_qs}});
   open("F_Spxs", [&](ui::Screen& s) {
-    expectScreen("F_Spxs_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Spxs_Import", [&](ui::Screen& sheet) {
       read(sheet, old);
       EXPECT_EQ(verdicts(sheet), "可顺利导入 | 库存数量小于销售数量，不能出库！ | 不允许修改单价");
-      expectNotice(u"导入完毕\r\n\r\n共3条记录\r\n\r\n成功导入1条\r\n\r\n失败2条"_qs);
-      press(sheet, "F5");
+      press(sheet, "F5", u"导入完毕\r\n\r\n共3条记录\r\n\r\n成功导入1条\r\n\r\n失败2条"_qs);
     });
-    press(s, "Ctrl+I");
     EXPECT_EQ(rows("select g_sn,ls_sl,ls_dj,ls_zje,ls_cbj from jxc_lsxssp"), "10000001 5 20 100 40");
 
     // With stock below zero allowed: asked once for all rows, and about what stands on the document already.
     setParameter("cs_kc", 1);
-    expectScreen("F_Spxs_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Spxs_Import", [&](ui::Screen& sheet) {
       read(sheet, old);
       EXPECT_EQ(verdicts(sheet), "可顺利导入 | 库存不足 | 不允许修改单价");
       expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);
-      expectQuestion(QString::fromUtf8(kSaleGoesShort), Answer::No);
-      press(sheet, "F5");
+      press(sheet, "F5", QString::fromUtf8(kSaleGoesShort), Answer::No);
       EXPECT_TRUE(sheet.isVisible());
       press(sheet, "Esc");
     });
-    press(s, "Ctrl+I");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 1);
     leaveDraft(s);
   });
@@ -148,14 +139,12 @@ TEST_F(LineImportTest, LinesGoOutAndIntoADocumentThatWaits) {
     s.findChild<QAction*>("btnInOutExport")->trigger();
     save(s, kSaveSale);
     showWaiting(s);
-    expectScreen("F_Spxs_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Spxs_Import", [&](ui::Screen& sheet) {
       press(sheet, "F2");
       EXPECT_EQ(verdicts(sheet), "可顺利导入");
       expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::Yes);
-      expectNotice(u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
-      press(sheet, "F5");
+      press(sheet, "F5", u"导入完毕\r\n\r\n共1条记录\r\n\r\n成功导入1条\r\n\r\n失败0条"_qs);
     });
-    press(s, "Ctrl+I");
     EXPECT_EQ(rows("select g_sn,ls_sl,ls_zje from jxc_lsxssp order by id"), "10000001 3 60 | 10000001 3 60");
     EXPECT_EQ(rows("select ls_yfje,ls_status from jxc_lsxsd"), "120 0");
     EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 120);
@@ -167,7 +156,7 @@ TEST_F(LineImportTest, FilesThatAreNoSheetsOfLines) {
   const QString empty = file(u"空.xlsx"_qs, {u"商品编号"_qs, u"数量"_qs}, {});
   const QString other = file(u"别的.xlsx"_qs, {u"姓名"_qs, u"数量"_qs}, {{u"张三"_qs, u"1"_qs}});
   open("F_Xsth", [&](ui::Screen& s) {
-    expectScreen("F_Xsth_Import", [&](ui::Screen& sheet) {
+    press(s, "Ctrl+I", "F_Xsth_Import", [&](ui::Screen& sheet) {
       expectNotice(u"模板中没有数据，不能进行导入操作！"_qs);
       read(sheet, empty);
       expectNotice(u"表格中没有“商品编号”这一列，请按模板填写！"_qs);
@@ -175,7 +164,6 @@ TEST_F(LineImportTest, FilesThatAreNoSheetsOfLines) {
       EXPECT_FALSE(sheet.command("btnOK").isEnabled());
       press(sheet, "Esc");
     });
-    press(s, "Ctrl+I");
   });
   EXPECT_THROW(openExcel(directory_.filePath(u"网页.xls"_qs)), SheetError);
 }
@@ -199,5 +187,4 @@ TEST_F(LineImportTest, TemplatesAreAsTheDialogWantsThem) {
   }
 }
 
-}  // namespace line_import_test
-}  // namespace jxc::test
+}  // namespace jxc::test::line_import_test

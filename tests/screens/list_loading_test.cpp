@@ -9,10 +9,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <chrono>
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 namespace jxc::list_loading_test {
 

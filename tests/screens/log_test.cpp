@@ -40,8 +40,7 @@ TEST_F(LogTest, RowsAreFoundByPeriodAndWords) {
     menu->actions()[1]->trigger();
     EXPECT_EQ(s.field("date1").text(), QStringLiteral("2021-05-02"));
     menu->actions().last()->trigger();
-    type(s, "tname", u"(CJ1)");
-    press(s, "Return");
+    enter(s, "tname", u"(CJ1)");
     EXPECT_EQ(list.rowCount(), 1) << "marks are looked for in the form in which they are stored";
     type(s, "tname", u"王");
     press(s, "F5");
@@ -56,11 +55,9 @@ TEST_F(LogTest, EmptyingNeedsItsRight) {
   open("F_ViewLog", [&](ui::Screen& s) { EXPECT_TRUE(s.command("btn_Dele").isHidden()); });
   becomeOperator("admin", "100001", "100001");
   open("F_ViewLog", [&](ui::Screen& s) {
-    expectQuestion(QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"), Answer::No);
-    click(s, "btn_Dele");
+    click(s, "btn_Dele", QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"), Answer::No);
     EXPECT_EQ(s.grid("gridLog").rowCount(), 1);
-    expectQuestion(QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"), Answer::Yes);
-    click(s, "btn_Dele");
+    click(s, "btn_Dele", QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"), Answer::Yes);
     EXPECT_EQ(s.grid("gridLog").rowCount(), 0);
     click(s, "btn_Dele");  // nothing there: nothing to ask
   });

@@ -5,8 +5,7 @@
 #include "accounts/partner_documents.h"
 #include "screens/harness/screen_test.h"
 
-namespace jxc::test {
-namespace money_screens_test {
+namespace jxc::test::money_screens_test {
 
 class MoneyScreens : public ScreenTest {
  protected:
@@ -24,35 +23,26 @@ class MoneyScreens : public ScreenTest {
 
 TEST_F(MoneyScreens, TillTakesMoneyPaysAndTransfers) {
   open("F_Xjyh", [&](ui::Screen& s) {
-    expectScreen("F_Xjyh_Jk", [&](ui::Screen& form) {
-      expectNotice(QStringLiteral("金额必须填写！"));
-      press(form, "F5");
+    press(s, "F6", "F_Xjyh_Jk", [&](ui::Screen& form) {
+      press(form, "F5", QStringLiteral("金额必须填写！"));
       type(form, "tfyje", u"100");
       type(form, "tnote", u"备用金");
       press(form, "F5");
     });
-    press(s, "F6");
     ASSERT_EQ(s.grid("xjyh").rowCount(), 1);
 
-    expectScreen("F_Xjyh_Jk", [&](ui::Screen& form) {
+    press(s, "F3", "F_Xjyh_Jk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tnote").text(), "备用金");
       type(form, "tfyje", u"120");
       press(form, "F5");
     });
-    press(s, "F3");
-    expectQuestion(QStringLiteral("您确定要审核当前信息吗！"), Answer::Yes);
-    click(s, "btn_Check");
+    click(s, "btn_Check", QStringLiteral("您确定要审核当前信息吗！"), Answer::Yes);
     EXPECT_TRUE(s.grid("xjyh").isEmpty());
     EXPECT_EQ(xjyhBalanceNow("现金"), 120);
 
-    expectScreen("F_Xjyh_Zz", [&](ui::Screen& form) {
-      type(form, "tfyje", u"50");
-      press(form, "F5");
-    });
-    press(s, "F8");
+    press(s, "F8", "F_Xjyh_Zz", filled({{"tfyje", u"50"}}));
     ASSERT_EQ(s.grid("xjyh").rowCount(), 2);
-    expectQuestion(QStringLiteral("您确定要删除该信息吗！"), Answer::Yes);
-    click(s, "btn_Dele");
+    click(s, "btn_Dele", QStringLiteral("您确定要删除该信息吗！"), Answer::Yes);
     EXPECT_TRUE(s.grid("xjyh").isEmpty());
   });
   EXPECT_EQ(lookupValue("select count(*) from jxc_xjyh where gl_djh<>''"), "1");
@@ -60,60 +50,41 @@ TEST_F(MoneyScreens, TillTakesMoneyPaysAndTransfers) {
 
 TEST_F(MoneyScreens, AccountsAreAddedRenamedAndDeleted) {
   open("F_Yhzh", [&](ui::Screen& s) {
-    expectNotice(QStringLiteral("“现金”不能修改！"));
-    press(s, "F3");
-    expectScreen("F_Yhzh_Add", [&](ui::Screen& form) {
-      type(form, "tname", u"微信");
-      type(form, "ttype", u"微信合计");
-      type(form, "tzje", u"30");
-      press(form, "F5");
-    });
-    press(s, "F2");
+    press(s, "F3", QStringLiteral("“现金”不能修改！"));
+    press(s, "F2", "F_Yhzh_Add", filled({{"tname", u"微信"}, {"ttype", u"微信合计"}, {"tzje", u"30"}}));
     ASSERT_EQ(s.grid("gridYhzh").rowCount(), 4);
     s.grid("gridYhzh").selectRow(3);
-    expectScreen("F_Yhzh_Qcjz", [&](ui::Screen& form) {
-      type(form, "tzje", u"45.5");
-      press(form, "F5");
-    });
-    press(s, "F6");
+    press(s, "F6", "F_Yhzh_Qcjz", filled({{"tzje", u"45.5"}}));
     EXPECT_EQ(xjyhBalanceNow("微信"), 45.5);
-    expectQuestion(QStringLiteral("您确定要删除该银行账户吗！"), Answer::Yes);
-    click(s, "btnDele");
+    click(s, "btnDele", QStringLiteral("您确定要删除该银行账户吗！"), Answer::Yes);
     EXPECT_EQ(s.grid("gridYhzh").rowCount(), 3);
   });
 }
 
 TEST_F(MoneyScreens, ReceiptIsEnteredAuditedAndTakenBack) {
   open("F_Ysksk", [&](ui::Screen& s) {
-    expectNotice(QStringLiteral("请选择客户！"));
-    press(s, "F3");
+    press(s, "F3", QStringLiteral("请选择客户！"));
     setPartner(s, "tKhName");
-    expectScreen("F_Ysksk_Sele", [&](ui::Screen& form) {
+    press(s, "F3", "F_Ysksk_Sele", [&](ui::Screen& form) {
       EXPECT_EQ(form.windowTitle(), "增加收款");
       EXPECT_EQ(form.field("tdjh").text(), "SK21050310001");
-      type(form, "dateCg", u"2021-05-02");
-      press(form, "Return");
+      enter(form, "dateCg", u"2021-05-02");
       EXPECT_EQ(form.field("tdjh").text(), "SK21050210001");
-      expectNotice(QStringLiteral("收款不能为0！"));
-      press(form, "F5");
+      press(form, "F5", QStringLiteral("收款不能为0！"));
       type(form, "tgsj", u"98");
       type(form, "tmlje", u"2");
       choose(form, "comYhzh", QStringLiteral("工行帐号"));
       press(form, "F5");
     });
-    press(s, "F3");
     ASSERT_EQ(s.grid("gridList").rowCount(), 1);
     expectQuestion(
         QStringLiteral("您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"),
         Answer::Yes);
-    expectNotice(QStringLiteral("审核完成，共 1 个单据，\r\n\r\n审核成功 1 个单据。"));
-    press(s, "F6");
+    press(s, "F6", QStringLiteral("审核完成，共 1 个单据，\r\n\r\n审核成功 1 个单据。"));
     EXPECT_EQ(owes(), -100);
     EXPECT_EQ(xjyhBalanceNow("工行帐号"), 98);
-    expectNotice(QStringLiteral("该单据已审核，不能修改！"));
-    press(s, "F4");
-    expectNotice(QStringLiteral("该单据已审核，不能删除！"));
-    click(s, "btnDele");
+    press(s, "F4", QStringLiteral("该单据已审核，不能修改！"));
+    click(s, "btnDele", QStringLiteral("该单据已审核，不能删除！"));
   });
   // Without the right the audit is closed, in the menu as on the button.
   setRights("200001", "wlzk", "1111110");
@@ -135,8 +106,7 @@ TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
     check(s, "rHzb", true);
     ASSERT_EQ(s.grid("gridHz").rowCount(), 1);
     EXPECT_EQ(cell(s.grid("gridHz"), 0, "wfje"), "60");
-    expectNotice(QStringLiteral("收款只能在“明细表”进行！"));
-    press(s, "F6");
+    press(s, "F6", QStringLiteral("收款只能在“明细表”进行！"));
     check(s, "chkAll", true);
     EXPECT_EQ(s.grid("gridHz").rowCount(), 2);
     check(s, "chkZero", true);
@@ -144,28 +114,23 @@ TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
     check(s, "chkZero", false);
     check(s, "rMxb", true);
 
-    expectScreen("F_Yskgl_Js", [&](ui::Screen& form) {
+    press(s, "F8", "F_Yskgl_Js", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tname").text(), "所有客户");
       expectQuestion(QStringLiteral("重新计算可能会修改期末应付金额，\r\n\r\n并且不可恢复。现在是否重新计算？"),
                      Answer::Yes);
-      expectNotice(QStringLiteral("重新计算完成！"));
-      press(form, "F5");
+      press(form, "F5", QStringLiteral("重新计算完成！"));
     });
-    press(s, "F8");
     EXPECT_EQ(cell(s.grid("gridMx"), 0, "k_ljje"), "60");
 
-    expectScreen("F_Yskgl_Sk", [&](ui::Screen& form) {
+    press(s, "F6", "F_Yskgl_Sk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tje").number(), 60);
       EXPECT_EQ(form.field("comYhzh").text(), "工行帐号");
       check(form, "chkQk", true);
       press(form, "F5");
     });
-    press(s, "F6");
-    expectNotice(QStringLiteral("该单据不欠款，不需要收款！"));
-    press(s, "F6");
+    press(s, "F6", QStringLiteral("该单据不欠款，不需要收款！"));
   });
   EXPECT_EQ(owes(), 60);
 }
 
-}  // namespace money_screens_test
-}  // namespace jxc::test
+}  // namespace jxc::test::money_screens_test

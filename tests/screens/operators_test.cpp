@@ -13,20 +13,17 @@ class OperatorScreens : public ScreenTest {};
 TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
   open("F_Admin", [&](ui::Screen& s) {
     auto& list = s.grid("gridAdmin");
-    expectScreen("F_Admin_Add", [&](ui::Screen& add) {
+    press(s, "F2", "F_Admin_Add", [&](ui::Screen& add) {
       EXPECT_FALSE(add.field("chkJy").isVisible());
-      expectNotice(QStringLiteral("用户名称必须填写！"));
-      press(add, "F5");
+      press(add, "F5", QStringLiteral("用户名称必须填写！"));
       type(add, "tname", u"王芳");
       type(add, "tpwd", u"abc");
       type(add, "tpwd1", u"abd");
-      expectNotice(QStringLiteral("两次密码输入不一致！"));
-      press(add, "F5");
+      press(add, "F5", QStringLiteral("两次密码输入不一致！"));
       type(add, "tpwd1", u"abc");
       type(add, "tzreoje", u"2.5");
       press(add, "F5");
     });
-    press(s, "F2");
     EXPECT_EQ(list.rowCount(), 2);
     EXPECT_EQ(list.rows().columnIndex("a_pwd"), -1) << "passwords are on no list";
 
@@ -38,11 +35,10 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
     EXPECT_EQ(list.rowCount(), 2);
     list.selectRow(1);
     EXPECT_EQ(list.currentText("a_name"), QStringLiteral("复制 王芳"));
-    expectQuestion(QStringLiteral("您确定要删除当前操作员吗！"), Answer::Yes);
-    press(s, "Ctrl+D");
+    press(s, "Ctrl+D", QStringLiteral("您确定要删除当前操作员吗！"), Answer::Yes);
     EXPECT_EQ(list.rowCount(), 1);
 
-    expectScreen("F_Admin_Modi", [&](ui::Screen& modi) {
+    press(s, "F3", "F_Admin_Modi", [&](ui::Screen& modi) {
       EXPECT_EQ(modi.field("tpwd").text(), QStringLiteral("abc"));
       EXPECT_EQ(modi.field("tzreoje").number(), 2.5);
       type(modi, "tpwd", u"");
@@ -50,22 +46,19 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
       check(modi, "chkJy", true);
       press(modi, "F5");
     });
-    press(s, "F3");
     type(s, "tkey", u"100001");
-    expectScreen("F_Admin_Modi", [&](ui::Screen& modi) {
+    press(s, "F3", "F_Admin_Modi", [&](ui::Screen& modi) {
       EXPECT_FALSE(modi.field("chkJy").isEnabled());
       EXPECT_FALSE(modi.field("comRole").isEnabled());
     });
-    press(s, "F3");
   });
   EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_name=? and a_jyt=1", u"王芳"), QStringLiteral("abc"));
 }
 
 TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
   open("F_Role", [&](ui::Screen& s) {
-    expectNotice(QStringLiteral("系统管理员不能修改！"));
-    press(s, "F3");
-    expectScreen("F_Role_Add", [&](ui::Screen& add) {
+    press(s, "F3", QStringLiteral("系统管理员不能修改！"));
+    press(s, "F2", "F_Role_Add", [&](ui::Screen& add) {
       auto* tree = add.findChild<QTreeWidget*>("chkTree");
       type(add, "tname", u"店员");
       check(add, "chkSele", true);
@@ -75,7 +68,6 @@ TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
       tree->topLevelItem(6)->child(5)->setCheckState(0, Qt::Unchecked);
       press(add, "F5");
     });
-    press(s, "F2");
   });
   const RowSet rows = openSelect("select * from jxc_role where r_name=?", u"店员");
   ASSERT_EQ(rows.rowCount(), 1);
@@ -98,11 +90,9 @@ TEST_F(OperatorScreens, OnesOwnPassword) {
     EXPECT_EQ(s.field("tnewpwd").text(), QStringLiteral("abc-1"));
     type(s, "tnewpwd2", u"abc-1");
     type(s, "toldpwd", u"x");
-    expectNotice(QStringLiteral("当前密码错误，不能修改密码！"));
-    press(s, "F5");
+    press(s, "F5", QStringLiteral("当前密码错误，不能修改密码！"));
     type(s, "toldpwd", u"");
-    expectNotice(QStringLiteral("密码修改成功！"));
-    press(s, "F5");
+    press(s, "F5", QStringLiteral("密码修改成功！"));
     EXPECT_FALSE(s.isVisible());
   });
   EXPECT_EQ(lookupValue("select a_pwd from jxc_admin"), QStringLiteral("abc-1"));

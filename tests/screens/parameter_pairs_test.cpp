@@ -1,8 +1,7 @@
 // Parameters that meet on one document, two by two, through the screens; the figures were worked out by hand.
 #include "screens/harness/trading_test.h"
 
-namespace jxc::test {
-namespace parameter_pairs_test {
+namespace jxc::test::parameter_pairs_test {
 
 constexpr QStringView kFrame = u"6900000000017";
 constexpr QStringView kCloth = u"6900000000024";
@@ -49,8 +48,7 @@ TEST_F(ParameterPairsTest, AuditAtOnceAndStockBelowZero) {
         expectQuestion(shortOf(u"销售将会出现负库存，是否继续？"), Answer::Yes);
         return save(s, pair.atOnce ? kSaveSaleAudited : kSaveSale);
       }
-      expectNotice(shortOf(u"不能销售！"));
-      press(s, "F5");
+      press(s, "F5", shortOf(u"不能销售！"));
       EXPECT_EQ(s.grid("gridLines").rowCount(), 1);  // refused, and nothing is lost
       leaveDraft(s);
     });
@@ -79,12 +77,11 @@ TEST_F(ParameterPairsTest, DiscountAndTax) {
       EXPECT_EQ(s.grid("gridLines").isColumnVisible("ls_dzl"), pair.discount == 1);
       EXPECT_EQ(s.grid("gridLines").isColumnVisible("ls_taxdj"), pair.tax == 1);
       scanLines(s, {kFrame, kFrame});
-      expectScreen("F_Spxs_Sele", [&](ui::Screen& line) {
+      press(s, "F3", "F_Spxs_Sele", [&](ui::Screen& line) {
         EXPECT_EQ(line.field("tdzl").isVisible(), pair.discount == 1);
         type(line, "tzje", u"180");
         press(line, "F5");
       });
-      press(s, "F3");
       EXPECT_EQ(rows("select ls_dj,ls_taxdj,round(ls_dzl,5),round(ls_je,3),round(ls_taxje,3),ls_zje from jxc_lsxssp"),
                 pair.line)
           << pair.discount << pair.tax;
@@ -118,5 +115,4 @@ TEST_F(ParameterPairsTest, PutawayAndIssue) {
   EXPECT_EQ(rows("select ls_sl,ls_cksl from jxc_lsxssp order by id"), "3 0 | 1 1");
 }
 
-}  // namespace parameter_pairs_test
-}  // namespace jxc::test
+}  // namespace jxc::test::parameter_pairs_test

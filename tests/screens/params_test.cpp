@@ -116,11 +116,9 @@ TEST_F(ParamsTest, BoxesGoTogetherAndTheAdministratorAloneSeesTheMail) {
     EXPECT_FALSE(s.field("chkShtc").isChecked());
     EXPECT_FALSE(s.findChild<QWidget*>("RzGroupBox_EMail")->isHidden());
     EXPECT_TRUE(s.findChild<QWidget*>("RzGroupBox_Wx")->isHidden());
-    expectNotice(QStringLiteral("邮箱地址必须输入！"));
-    click(s, "btnEmail");
+    click(s, "btnEmail", QStringLiteral("邮箱地址必须输入！"));
     type(s, "tjc", u"");
-    expectNotice(QStringLiteral("公司信息必须填写！"));
-    press(s, "F5");
+    press(s, "F5", QStringLiteral("公司信息必须填写！"));
     EXPECT_TRUE(s.isVisible());
     press(s, "Esc");
   });

@@ -19,8 +19,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-namespace jxc::test {
-namespace partner_statement_screen_test {
+namespace jxc::test::partner_statement_screen_test {
 
 class StatementScreen : public ScreenTest, public ::testing::WithParamInterface<PartnerType> {
  protected:
@@ -58,8 +57,7 @@ TEST_P(StatementScreen, ADocumentIsSettledFromItsRowOnlyAndStandsOutAfterwards) 
     EXPECT_EQ(partners(s).currentKey(), partner) << "the screen begins with the partner that it was opened for";
     handOverPartner(side, {});
     showList(s, "gridFy");
-    expectNotice(isCustomer() ? QStringLiteral("收款只能在单据表进行！") : QStringLiteral("付款只能在单据表进行！"));
-    press(s, "F6");
+    press(s, "F6", isCustomer() ? QStringLiteral("收款只能在单据表进行！") : QStringLiteral("付款只能在单据表进行！"));
     showList(s, "gridDj");
     ui::Grid& list = s.grid("gridDj");
     check(s, "chkQk", true);
@@ -123,8 +121,7 @@ TEST_P(StatementScreen, APartnerIsFoundWhileOneTypesAndHisPaperEndsAtHisBalance)
                        .arg(found.rowCount())
                        .arg(noun),
                    Answer::Yes);
-    expectNotice(u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(programDirectory()));
-    press(s, "F8");
+    press(s, "F8", u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(programDirectory()));
     EXPECT_EQ(QDir(programDirectory()).entryList({QStringLiteral("*.pdf")}).size(), found.rowCount());
   });
 }
@@ -136,12 +133,11 @@ TEST_P(StatementScreen, FurtherConditionsNarrowWhatWasTradedAndSaySo) {
     const QString goods = list.rows()[list.rows().rowCount() - 1].text("g_sn");  // not the discounts
     const int all = list.rowCount();
     const QString goodsClass = lookupValue("select gc_sn from jxc_goods where g_sn=?", goods);
-    expectScreen("F_WlzwKh_Cx", [&](ui::Screen& form) {
+    press(s, "F3", "F_WlzwKh_Cx", [&](ui::Screen& form) {
       type(form, "tgoods", goods);
       form.field("tsplb").setKey(goodsClass);
       press(form, "F5");
     });
-    press(s, "F3");
     list.waitLoaded();
     EXPECT_EQ(list.rowCount(), 1);
     EXPECT_LT(1, all);
@@ -149,11 +145,10 @@ TEST_P(StatementScreen, FurtherConditionsNarrowWhatWasTradedAndSaySo) {
     EXPECT_EQ(s.field("tkey2").text(), goods) << "the goods stand among the inputs";
     EXPECT_TRUE(s.command("btn_Cx2").text().contains(QStringLiteral("已限定")));
     EXPECT_FALSE(s.command("btn_Cx").text().contains(QStringLiteral("已限定"))) << "the documents are all there";
-    expectScreen("F_WlzwKh_Cx", [&](ui::Screen& form) {
+    press(s, "F3", "F_WlzwKh_Cx", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tsplb").key(), goodsClass);
       press(form, "F4");
     });
-    press(s, "F3");
     list.waitLoaded();
     EXPECT_EQ(list.rowCount(), all);
   });
@@ -161,5 +156,4 @@ TEST_P(StatementScreen, FurtherConditionsNarrowWhatWasTradedAndSaySo) {
 
 INSTANTIATE_TEST_SUITE_P(Sides, StatementScreen, ::testing::Values(PartnerType::Customer, PartnerType::Supplier));
 
-}  // namespace partner_statement_screen_test
-}  // namespace jxc::test
+}  // namespace jxc::test::partner_statement_screen_test

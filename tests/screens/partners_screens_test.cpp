@@ -10,8 +10,7 @@
 #include <QListWidget>
 #include <QTableView>
 
-namespace jxc::test {
-namespace partners_screens_test {
+namespace jxc::test::partners_screens_test {
 
 class PartnersScreenTest : public ScreenTest {
  protected:
@@ -36,9 +35,8 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
   ASSERT_TRUE(saveEmployee(employee, prompt));
   open("F_Khgl", [&](ui::Screen& list) {
     EXPECT_FALSE(list.command("btnImport").isVisible());
-    expectScreen("F_Khgl_Add", [&](ui::Screen& s) {
-      expectNotice(QStringLiteral("客户名称必须填写！"));
-      press(s, "F5");
+    press(list, "F2", "F_Khgl_Add", [&](ui::Screen& s) {
+      press(s, "F5", QStringLiteral("客户名称必须填写！"));
       type(s, "tname", u"普通客户");
       type(s, "ttele", u"0511-8600");
       choose(s, "comType", QStringLiteral("三级"));
@@ -46,13 +44,11 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
       type(s, "tlwje", u"250.5");
       tick(s, QStringLiteral("李明"), Qt::Checked);
       check(s, "chkDefault", true);
-      expectQuestion(QStringLiteral("客户已经存在，确认可以重复吗？"), Answer::No);
-      press(s, "F5");
+      press(s, "F5", QStringLiteral("客户已经存在，确认可以重复吗？"), Answer::No);
       EXPECT_TRUE(s.isVisible());
       type(s, "tname", u"O'Neil 50%");
       press(s, "F5");
     });
-    press(list, "F2");
     const RowSet rows = openSelect("select * from jxc_khxx where kh_sn='100002'");
     ASSERT_EQ(rows.rowCount(), 1);
     const Row row = rows.front();
@@ -65,24 +61,22 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
 
     EXPECT_EQ(list.grid("gridKh").currentId(), 2) << "the list stands on the new customer";
     insertRow("jxc_goodslist", {{"ghs_sn", "100002"}, {"ghs_name", "O‘Neil 50％"}});
-    expectScreen("F_Khgl_Modi", [&](ui::Screen& s) {
+    press(list, "F3", "F_Khgl_Modi", [&](ui::Screen& s) {
       EXPECT_FALSE(s.field("tlwje").isReadOnly());
       type(s, "tname", u"欧尼尔");
       tick(s, QStringLiteral("默认员工"), Qt::Unchecked);
       check(s, "chkDefault", false);
       press(s, "F5");
     });
-    press(list, "F3");
     EXPECT_EQ(lookupValue("select ghs_name from jxc_goodslist"), QStringLiteral("欧尼尔"));
     EXPECT_EQ(lookupValue("select kh_usn from jxc_khxx where id=2"), QStringLiteral("100002,"));
     EXPECT_EQ(lookupNumber("select count(*) from jxc_khxx where kh_default<>0"), 0);
 
-    expectScreen("F_Ghsgl_Jm", [&](ui::Screen& s) {
+    press(list, "F7", "F_Ghsgl_Jm", [&](ui::Screen& s) {
       EXPECT_EQ(s.field("tname").text(), QStringLiteral("欧尼尔"));
       type(s, "tjm", u"one'x");
       press(s, "F5");
     });
-    press(list, "F7");
     EXPECT_EQ(lookupValue("select kh_jm from jxc_khxx where id=2"), QStringLiteral("ONE‘X"));
 
     press(list, "F6");
@@ -94,8 +88,7 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
     list.grid("gridKh").selectRow(0);
     press(list, "F6");
     EXPECT_EQ(lookupValue("select kh_forbid from jxc_khxx where id=2"), QStringLiteral("0"));
-    expectQuestion(QStringLiteral("您确定要删除当前客户吗！"), Answer::Yes);
-    press(list, "Ctrl+D");
+    press(list, "Ctrl+D", QStringLiteral("您确定要删除当前客户吗！"), Answer::Yes);
     EXPECT_EQ(shown(list, "gridKh", "kh_name"), QString());
     EXPECT_EQ(lookupNumber("select count(*) from jxc_ysyfk"), 0);
   });
@@ -108,21 +101,19 @@ TEST_F(PartnersScreenTest, SearchByConditionsStaysUntilCleared) {
       prompt));
   ASSERT_TRUE(savePartner(supplierSide, {.name = QStringLiteral("晶朗"), .phone = QStringLiteral("021")}, prompt));
   open("F_Ghsgl", [&](ui::Screen& list) {
-    expectScreen("F_Ghsgl_Search", [&](ui::Screen& s) {
+    click(list, "btnSearch", "F_Ghsgl_Search", [&](ui::Screen& s) {
       type(s, "ttele", u"05");
       choose(s, "comType", QStringLiteral("A级供货商"));
       press(s, "F5");
     });
-    click(list, "btnSearch");
     EXPECT_EQ(shown(list, "gridGhs", "ghs_name"), QStringLiteral("明视光学"));
     type(list, "tkey", u"晶");
     EXPECT_EQ(shown(list, "gridGhs", "ghs_name"), QString());
-    expectScreen("F_Ghsgl_Search", [&](ui::Screen& s) {
+    click(list, "btnSearch", "F_Ghsgl_Search", [&](ui::Screen& s) {
       EXPECT_EQ(s.field("ttele").text(), QStringLiteral("05"));
       click(s, "btnClear");
       press(s, "F5");
     });
-    click(list, "btnSearch");
     EXPECT_EQ(shown(list, "gridGhs", "ghs_name"), QStringLiteral("晶朗"));
     type(list, "tkey", u"'%_\"👓");
     EXPECT_EQ(shown(list, "gridGhs", "ghs_name"), QString());
@@ -132,38 +123,28 @@ TEST_F(PartnersScreenTest, SearchByConditionsStaysUntilCleared) {
 TEST_F(PartnersScreenTest, MarkedCustomersBecomeSuppliers) {
   addCustomers({u"青年路店", u"老街店", u"学校"});
   open("F_Ghsgl", [&](ui::Screen& list) {
-    expectScreen("F_Ghsgl_Copy", [&](ui::Screen& s) {
+    click(list, "btnCopy", "F_Ghsgl_Copy", [&](ui::Screen& s) {
       type(s, "tkey", u"店");
       EXPECT_EQ(shown(s, "gridKh", "kh_name"), QStringLiteral("青年路店 老街店"));
       s.grid("gridKh").view()->selectAll();
-      expectNotice(QStringLiteral("成功复制：2  个客户信息。"));
-      press(s, "F5");
+      press(s, "F5", QStringLiteral("成功复制：2  个客户信息。"));
     });
-    click(list, "btnCopy");
     EXPECT_EQ(shown(list, "gridGhs", "ghs_name"), QStringLiteral("普通供货商 青年路店 老街店"));
   });
 }
 
 TEST_F(PartnersScreenTest, PickerAndDocumentTakeTheNewPartner) {
   expectScreen("F_Ghs_Sele", [&](ui::Screen& s) {
-    expectScreen("F_Ghsgl_Add", [&](ui::Screen& add) {
-      type(add, "tname", u"新供货商");
-      press(add, "F5");
-    });
-    press(s, "F8");
-    expectScreen("F_Ghsgl_Modi", [&](ui::Screen& change) {
+    press(s, "F8", "F_Ghsgl_Add", filled({{"tname", u"新供货商"}}));
+    press(s, "F9", "F_Ghsgl_Modi", [&](ui::Screen& change) {
       EXPECT_EQ(change.field("tname").text(), QStringLiteral("新供货商"));
       type(change, "tname", u"新光学");
       press(change, "F5");
     });
-    press(s, "F9");
     press(s, "F5");
   });
   EXPECT_EQ(pickSupplier(), (ListItem{QStringLiteral("新光学"), QStringLiteral("100002")}));
-  expectScreen("F_Khgl_Add", [&](ui::Screen& add) {
-    type(add, "tname", u"散客甲");
-    press(add, "F5");
-  });
+  expectScreen("F_Khgl_Add", filled({{"tname", u"散客甲"}}));
   EXPECT_EQ(addCustomer(), (ListItem{QStringLiteral("散客甲"), QStringLiteral("100002")}));
   expectScreen("F_Khgl_Add", [&](ui::Screen& add) { press(add, "Esc"); });
   EXPECT_EQ(addCustomer(), std::nullopt);
@@ -184,33 +165,24 @@ TEST_F(PartnersScreenTest, ContactBookShowsBalanceAndKeepsTheDiary) {
     EXPECT_EQ(s.field("tname").text() + s.field("tlxr").text(), QStringLiteral("城南诊所周敏"));
     EXPECT_EQ(s.field("tlwje").number(), 320);
     EXPECT_EQ(shown(s, "gridZw", "k_djtxt"), QStringLiteral("期初应收款"));
-    expectScreen("F_Khzhgl_Add", [&](ui::Screen& entry) {
+    press(s, "F2", "F_Khzhgl_Add", [&](ui::Screen& entry) {
       EXPECT_EQ(entry.field("dateLx").text(), QStringLiteral("2021-05-03"));
-      expectNotice(QStringLiteral("联系内容必须填写！"));
-      press(entry, "F5");
+      press(entry, "F5", QStringLiteral("联系内容必须填写！"));
       type(entry, "tnote", u"下周送样");
       press(entry, "F5");
     });
-    press(s, "F2");
     EXPECT_EQ(shown(s, "gridLx", "lx_note"), QStringLiteral("下周送样"));
     s.grid("gridLx").selectRow(0);
-    expectScreen("F_Khzhgl_Modi", [&](ui::Screen& entry) {
-      type(entry, "tnote", u"已送样");
-      press(entry, "F5");
-    });
-    press(s, "F3");
+    press(s, "F3", "F_Khzhgl_Modi", filled({{"tnote", u"已送样"}}));
     EXPECT_EQ(shown(s, "gridLx", "lx_note"), QStringLiteral("已送样"));
-    expectQuestion(QStringLiteral("您确定要删除该联系信息吗！"), Answer::Yes);
-    press(s, "Ctrl+D");
+    press(s, "Ctrl+D", QStringLiteral("您确定要删除该联系信息吗！"), Answer::Yes);
     EXPECT_EQ(shown(s, "gridLx", "lx_note"), QString());
 
     type(s, "tkey", u"没有这个");
     s.grid("gridKh").waitLoaded();
     EXPECT_EQ(s.field("tname").text(), QString());
-    expectNotice(QStringLiteral("请选择客户！"));
-    press(s, "F2");
+    press(s, "F2", QStringLiteral("请选择客户！"));
   });
 }
 
-}  // namespace partners_screens_test
-}  // namespace jxc::test
+}  // namespace jxc::test::partners_screens_test

@@ -1,7 +1,6 @@
 // 打印预览: the pages of a print under the hands of an operator who has no mouse.
 #include "ui/report/preview.h"
 
-#include "harness/qt_printers.h"
 #include "harness/report_samples.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
@@ -11,9 +10,6 @@
 #include <QFile>
 #include <QListView>
 #include <QScrollBar>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace jxc::preview_test {
 
@@ -49,11 +45,9 @@ TEST_F(PreviewTest, PagesZoomAndSearchByKeys) {
     EXPECT_EQ(view.currentPage(), 0);
     pressIn(view, "PgDown");
     EXPECT_GT(view.verticalScrollBar()->value(), 100);
-    type(screen, "tpage", u"4");
-    press(screen, "Return");
+    enter(screen, "tpage", u"4");
     EXPECT_EQ(view.currentPage(), 3);
-    type(screen, "tpage", u"999");
-    press(screen, "Return");
+    enter(screen, "tpage", u"999");
     EXPECT_EQ(screen.field("tpage").integer(), view.pages().count());
     list->setCurrentIndex(list->model()->index(1, 0));
     EXPECT_EQ(view.currentPage(), 1);
@@ -89,8 +83,7 @@ TEST_F(PreviewTest, PagesZoomAndSearchByKeys) {
     EXPECT_EQ(view.shownHit(), 1);
     type(screen, "tfind", u"没有这种镜");
     EXPECT_FALSE(screen.command("btnNext").isEnabled());
-    expectNotice(QStringLiteral("没有找到“没有这种镜”。"));
-    press(screen, "Return");
+    press(screen, "Return", QStringLiteral("没有找到“没有这种镜”。"));
   });
 }
 
@@ -106,10 +99,8 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
     answer({});  // left without a file
     press(screen, "Ctrl+S");
     answer(folder.filePath(QStringLiteral("单")));
-    expectNotice(QStringLiteral("已存为“%1”。").arg(folder.filePath(QStringLiteral("单.pdf"))));
-    press(screen, "Ctrl+S");
-    expectNotice(QStringLiteral("已存为2个文件，从“单.png”到“单-2.png”。"));
-    press(screen, "Ctrl+E");
+    press(screen, "Ctrl+S", QStringLiteral("已存为“%1”。").arg(folder.filePath(QStringLiteral("单.pdf"))));
+    press(screen, "Ctrl+E", QStringLiteral("已存为2个文件，从“单.png”到“单-2.png”。"));
     answer(folder.filePath(QStringLiteral("no/such.pdf")));
     expectNotice(
         QStringLiteral("文件“%1”无法写入：此文件或目录不存在。").arg(folder.filePath(QStringLiteral("no/such.pdf"))));
@@ -127,8 +118,7 @@ TEST_F(PreviewTest, FaultsOfTheTemplateAreOneKeyAway) {
   preview(sampleReport(t, 1).prepare(), [&](ui::TF_Preview& screen) {
     EXPECT_TRUE(screen.command("btnFaults").isVisible());
     EXPECT_FALSE(screen.findChild<QListView*>("listPages")->isVisible());  // one page needs no list
-    expectNotice(QStringLiteral("报表标题 / 文本：除数为零（1/0）"));
-    press(screen, "F8");
+    press(screen, "F8", QStringLiteral("报表标题 / 文本：除数为零（1/0）"));
   });
 }
 
@@ -149,10 +139,7 @@ TEST_F(PreviewTest, PrintingWithoutAPrinterSaysSoAndAFileNeedsNone) {
   if (ui::printerNames().isEmpty()) {
     const QString none = QStringLiteral("没有可用的打印机，请先安装打印机，或者存为PDF。");
     EXPECT_EQ(failure({}), none);
-    preview(pages, [&](ui::TF_Preview& screen) {
-      expectNotice(none);
-      press(screen, "F5");
-    });
+    preview(pages, [&](ui::TF_Preview& screen) { press(screen, "F5", none); });
   }
 }
 

@@ -3,8 +3,6 @@
 #include "screens/harness/screen_test.h"
 #include "ui/report/print.h"
 
-#include <gtest/gtest.h>
-
 namespace jxc::print_server_test {
 
 using namespace test;

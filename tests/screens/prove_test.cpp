@@ -1,7 +1,6 @@
 // 数据核对 and 预览影响 as an operator meets them.
+#include "harness/waiting_document.h"
 #include "harness/whole_books.h"
-#include "purchasing/receipt.h"
-#include "screens/harness/screen_test.h"
 #include "screens/harness/trading_test.h"
 #include "ui/grid_output.h"
 #include "ui/grid_paper.h"
@@ -37,15 +36,12 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
     EXPECT_EQ(cells[0], Value(u"错误"));
 
     // A repair stands behind its key; once it has run, what was found before is no longer shown.
-    expectScreen("F_Jxctj_Tb", [&](ui::Screen& sync) { press(sync, "Esc"); });
-    press(s, "F7");
+    press(s, "F7", "F_Jxctj_Tb", [&](ui::Screen& sync) { press(sync, "Esc"); });
     EXPECT_EQ(findings.rowCount(), 1);
-    expectScreen("F_Kccx_Js", [&](ui::Screen& recompute) {
+    press(s, "F6", "F_Kccx_Js", [&](ui::Screen& recompute) {
       expectQuestion(u"重新计算会修改期末结存及其他数据，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::Yes);
-      expectNotice(u"重新计算完成！"_qs);
-      press(recompute, "F5");
+      press(recompute, "F5", u"重新计算完成！"_qs);
     });
-    press(s, "F6");
     EXPECT_TRUE(findings.isEmpty());
 
     // 取消 on the bar stops it, and says so instead of calling the books clean.
@@ -57,21 +53,12 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
 
 TEST_F(ProofScreensTest, TheAuditDialogShowsWhatItWouldChangeAndChangesNothing) {
   addGoods({.sn = "10000001", .name = QStringLiteral("镜架")});
-  receipt::ReceiptDraft draft = receipt::newReceipt();
-  receipt::LineDraft line = receipt::newLine("10000001");
-  line.amounts.setQuantity(2);
-  line.amounts.setPrice(12);
-  receipt::addLine(receipt::Lines::Draft, draft.number, draft.date, line);
-  draft.paid = 0;
-  draft.settlement = receipt::Settlement::RestOnAccount;
-  prompt.willSayYes();
-  const QString number = receipt::saveReceipt(draft, prompt).number;
-
+  const QString number = waitingDocument(families::purchaseReceipt, u"2021-05-03"_qs, {}, {{"10000001", 2, 12}});
   open("F_Cgjh", [&](ui::Screen& s) {
     showWaiting(s);
     const Books before = readBooks(Reading::ToTheLetter);
-    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) {
-      expectScreen("F_Yltx", [&](ui::Screen& preview) {
+    press(s, "F6", "F_Cgjh_Check", [&](ui::Screen& check) {
+      press(check, "F6", "F_Yltx", [&](ui::Screen& preview) {
         EXPECT_TRUE(preview.findChild<QLabel*>("state")->text().contains(number));
         ui::Grid& list = preview.grid("gridImpacts");
         ASSERT_FALSE(list.isEmpty());
@@ -79,11 +66,9 @@ TEST_F(ProofScreensTest, TheAuditDialogShowsWhatItWouldChangeAndChangesNothing) 
         EXPECT_EQ(list.currentText("valueafter"), "2");
         press(preview, "Esc");
       });
-      press(check, "F6");
       EXPECT_EQ(readBooks(Reading::ToTheLetter), before);
       press(check, "Esc");
     });
-    press(s, "F6");
     EXPECT_EQ(readBooks(Reading::ToTheLetter), before);
   });
 }

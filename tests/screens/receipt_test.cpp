@@ -9,12 +9,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QTabWidget>
-#include <QTableView>
 #include <QTreeWidget>
 
-namespace jxc::test {
-namespace receipt_screen_test {
+namespace jxc::test::receipt_screen_test {
 
 class ReceiptScreenTest : public TradingScreenTest {
  protected:
@@ -48,33 +45,29 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
     EXPECT_TRUE(s.field("tSptm").hasFocus());
     EXPECT_TRUE(s.field("tSptm").isEmpty());
 
-    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+    press(s, "F2", "F_Cgjh_Add", [&](ui::Screen& pick) {
       EXPECT_EQ(pick.grid("gridGoods").currentText("g_sn"), "10000002");  // bought most
       type(pick, "tkey", u"板材");
       EXPECT_EQ(pick.grid("gridGoods").rowCount(), 1);
       type(pick, "tkey", u"10000002");
-      expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+      press(pick, "Return", "F_Cgjh_Sele", [&](ui::Screen& line) {
         type(line, "tsl", u"3");
         EXPECT_EQ(line.field("tzje").number(), 360);
         press(line, "F5");
       });
-      press(pick, "Return");
       EXPECT_EQ(pick.grid("gridStaging").footerText("ts_zje"), "360.00");
       press(pick, "F5");
     });
-    press(s, "F2");
     EXPECT_EQ(lines(s), "1×2@40=80 2×3@120=360");
 
     s.field("tSptm").focus();
     scan(s, u"6900000000031");
-    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+    click(s, "btnModi", "F_Cgjh_Sele", [&](ui::Screen& line) {
       type(line, "tsl", u"10");
       type(line, "tgpjjj", u"2.2");
       EXPECT_EQ(line.field("tzje").number(), 22);
-      type(line, "tnote", u"赠布");
-      press(line, "Return");
+      enter(line, "tnote", u"赠布");
     });
-    click(s, "btnModi");
     EXPECT_EQ(lines(s), "1×2@40=80 2×3@120=360 3×10@2.2=22");
     EXPECT_EQ(s.field("tyfje").number(), 462);
     EXPECT_EQ(s.field("tsfje").number(), 462);
@@ -93,7 +86,7 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
     showWaiting(s);
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
     EXPECT_EQ(lines(s, "gridWaitingLines"), "1×2@40=80 2×3@120=360 3×10@2.2=22");
-    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) {
+    press(s, "F6", "F_Cgjh_Check", [&](ui::Screen& check) {
       EXPECT_EQ(shown(check, "jsn"), "CJ21050310001");
       EXPECT_EQ(check.field("tsfje").number(), 200);
       type(check, "tsfje", u"262");
@@ -107,7 +100,6 @@ TEST_F(ReceiptScreenTest, ThreeLinesSavedAndAuditedFromTheList) {
       choose(check, "comJsfs", QStringLiteral("余款记入应付帐"));
       press(check, "F5");
     });
-    press(s, "F6");
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
 
@@ -147,8 +139,7 @@ TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
     save(s, kSaveReceiptAudited);
     EXPECT_EQ(rows("select gl_kc,gl_pjjj,gl_kczje from jxc_goodslist"), "10 40 400");
 
-    type(s, "dateCg", u"2021-4-20");
-    press(s, "Return");
+    enter(s, "dateCg", u"2021-4-20");
     EXPECT_EQ(shown(s, "jsn"), "CJ21042010001");
     s.field("tSptm").focus();
     scan(s, u"6900000000017");
@@ -161,21 +152,15 @@ TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
   // 30 at 20 in April, then 10 at 40 in May: 1000 for 40 pieces.
   EXPECT_EQ(rows("select gl_kdrq,gl_sl,gl_kc,gl_pjjj,gl_kczje from jxc_goodslist order by gl_kdrq"),
             "2021-04-20 30 30 20 600 | 2021-05-03 10 40 25 1000");
-  EXPECT_EQ(rows("select kc_sl,kc_zsl from jxc_kcsp where g_sn='10000001'"), "40 40");
-  EXPECT_EQ(rows("select g_kc,g_pjjj,g_cgpl from jxc_goods where g_sn='10000001'"), "40 25 5");
   // The month of the document takes the stock as it lies now; the later month is not touched by it.
   EXPECT_EQ(rows("select js_rq,js_sl,js_zje from jxc_kcjs where js_sl<>0 order by js_rq"),
             "2021-04 40 1000 | 2021-05 10 400");
-  EXPECT_EQ(rows("select xj_rq,xj_je,xj_ljje from jxc_xjyh where xj_je<>0 order by xj_rq"),
-            "2021-04-20 -600 -600 | 2021-05-03 -400 -1000");
-  EXPECT_EQ(lookupNumber("select ghs_lwje from jxc_ghsxx where ghs_sn='100001'"), 0);
   EXPECT_EQ(brokenInvariants(), QStringList());
 }
 
 TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
   open("F_Cgjh", [&](ui::Screen& s) {
-    expectNotice(u"单据中没有业务发生，不能保存！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"单据中没有业务发生，不能保存！"_qs);
     expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
     scan(s, u"4711");
     EXPECT_TRUE(s.field("tSptm").hasFocus());
@@ -183,47 +168,35 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     s.field("tghs").setPicked({});
     s.field("comUser").setIndex(-1);
     s.field("comCk").setIndex(-1);
-    expectNotice(u"请选择供货商！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"请选择供货商！"_qs);
     expectScreen("F_Ghs_Sele", [&](ui::Screen& list) {
-      expectScreen("F_Ghsgl_Add", [&](ui::Screen& add) {
-        type(add, "tname", u"宏达光学");
-        press(add, "F5");
-      });
-      press(list, "F8");
+      press(list, "F8", "F_Ghsgl_Add", filled({{"tname", u"宏达光学"}}));
       EXPECT_EQ(list.grid("gridPartners").currentText("ghs_name"), "宏达光学");
-      type(list, "tkey", u"HDGX");
-      press(list, "Return");
+      enter(list, "tkey", u"HDGX");
     });
     EXPECT_TRUE(s.field("tghs").hasFocus());
     press(s, "F2");
     EXPECT_EQ(shown(s, "tghs"), "宏达光学");
     EXPECT_EQ(s.field("tghs").key(), "100002");
-    expectNotice(u"请选择经办人！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"请选择经办人！"_qs);
     choose(s, "comUser", u"默认员工"_qs);
-    expectNotice(u"请选择仓库！"_qs);
-    press(s, "F5");
+    press(s, "F5", u"请选择仓库！"_qs);
     choose(s, "comCk", u"主仓库"_qs);
-    expectQuestion(kSaveReceipt, Answer::No);
-    press(s, "F5");
+    press(s, "F5", kSaveReceipt, Answer::No);
     EXPECT_EQ(lines(s), "2×1@120=120");
 
     // A date behind today asks; no goes back, and the number stays.
     const QString question =
         u"您选择的日期：2021-06-01，\r\n\r\n大于计算机的当前日期：2021-05-03，\r\n\r\n确认继续吗？"_qs;
     expectQuestion(question, Answer::No);
-    type(s, "dateCg", u"2021-6-1");
-    press(s, "Return");
+    enter(s, "dateCg", u"2021-6-1");
     EXPECT_EQ(shown(s, "dateCg"), "2021-05-03");
     expectQuestion(question, Answer::Yes);
-    type(s, "dateCg", u"2021-6-1");
-    press(s, "Return");
+    enter(s, "dateCg", u"2021-6-1");
     EXPECT_EQ(shown(s, "jsn"), "CJ21060110001");
     EXPECT_EQ(lines(s), "2×1@120=120");  // the lines went along
 
-    expectQuestion(kUnsaved, Answer::Cancel);
-    press(s, "Esc");
+    press(s, "Esc", kUnsaved, Answer::Cancel);
     EXPECT_TRUE(s.isVisible());
     leaveDraft(s);
   });
@@ -233,14 +206,12 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     scan(s, u"6900000000024");
     // A second press on its way while the first one asks saves nothing twice, and refuses nothing.
     QApplication::postEvent(s.focusWidget(), new QKeyEvent(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier));
-    expectQuestion(kSaveReceipt, Answer::Yes);
-    click(s, "btnOK");
+    click(s, "btnOK", kSaveReceipt, Answer::Yes);
     EXPECT_TRUE(s.command("btnOK").isEnabled());
 
     scan(s, u"6900000000024");
     expectQuestion(kUnsaved, Answer::Yes);
-    expectQuestion(kSaveReceipt, Answer::Yes);
-    press(s, "Esc");
+    press(s, "Esc", kSaveReceipt, Answer::Yes);
     EXPECT_FALSE(s.isVisible());
   });
   EXPECT_EQ(lookupValue("select count(*) from jxc_jhd"), "2");
@@ -249,8 +220,7 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
 // The program ended with lines on the screen: they come back, the other operator's do not.
 TEST_F(ReceiptScreenTest, LinesComeBackAfterACrash) {
   open("F_Cgjh", [&](ui::Screen& s) {
-    type(s, "dateCg", u"2021-4-30");
-    press(s, "Return");
+    enter(s, "dateCg", u"2021-4-30");
     s.field("tSptm").focus();
     scan(s, u"6900000000024");
     scan(s, u"6900000000031");
@@ -305,13 +275,12 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
     edit(s, "gridLines", 0, "jh_sl", u"3");
     edit(s, "gridLines", 0, "jh_dzl", u"0.8");
     EXPECT_EQ(rows("select jh_je,jh_taxje,jh_zje from jxc_jhsp"), "96 12 108");
-    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
+    click(s, "btnModi", "F_Cgjh_Sele", [&](ui::Screen& line) {
       type(line, "tzje", u"100");  // discounts are in use: the discount gives way, not the price
       EXPECT_EQ(line.field("ttaxdj").number(), 45.2);
       EXPECT_NEAR(line.field("tdzl").number(), 0.737463, 1e-6);
       press(line, "F5");
     });
-    click(s, "btnModi");
     EXPECT_EQ(s.field("tyfje").number(), 100);
     EXPECT_EQ(s.field("tsfje").number(), 0);  // proposed: zero
     type(s, "tyf", u"12");
@@ -332,36 +301,30 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
 TEST_F(ReceiptScreenTest, PickingAsksOnceAboutRepeatsAndBeforeItIsLeft) {
   open("F_Cgjh", [&](ui::Screen& s) {
     scan(s, u"6900000000031");
-    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+    press(s, "F2", "F_Cgjh_Add", [&](ui::Screen& pick) {
       expectNotice(u"默认添加数量必须大于0！"_qs);
       type(pick, "tsl", u"0");
       click(pick, "btnAdd");
       type(pick, "tsl", u"4");
       pick.grid("gridGoods").view()->selectAll();
-      expectQuestion(u"该商品已添加，需要重复添加吗？"_qs, Answer::No);
-      click(pick, "btnAdd");
+      click(pick, "btnAdd", u"该商品已添加，需要重复添加吗？"_qs, Answer::No);
       EXPECT_EQ(pick.grid("gridStaging").rowCount(), 2);
       pick.grid("gridGoods").view()->selectAll();
       click(pick, "btnAdd");  // three repeats, and no question more
       EXPECT_EQ(pick.grid("gridStaging").rowCount(), 2);
       edit(pick, "gridStaging", 0, "ts_dj", u"99");
       EXPECT_EQ(rows("select ts_sl,ts_dj,ts_zje from jxc_tempspxf order by id"), "4 99 396 | 4 40 160");
-      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::Cancel);
-      press(pick, "Esc");
+      press(pick, "Esc", u"所选商品还未保存，是否保存？"_qs, Answer::Cancel);
       pick.grid("gridStaging").selectRow(1);
       click(pick, "btnDel");
-      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::Yes);
-      press(pick, "Esc");
+      press(pick, "Esc", u"所选商品还未保存，是否保存？"_qs, Answer::Yes);
       EXPECT_FALSE(pick.isVisible());
     });
-    press(s, "F2");
     EXPECT_EQ(lines(s), "3×1@2.5=2.5 2×4@99=396");
     expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
       expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) { press(line, "F5"); });
-      type(pick, "tkey", u"板材");
-      press(pick, "Return");
-      expectQuestion(u"所选商品还未保存，是否保存？"_qs, Answer::No);
-      press(pick, "Esc");
+      enter(pick, "tkey", u"板材");
+      press(pick, "Esc", u"所选商品还未保存，是否保存？"_qs, Answer::No);
     });
     s.field("tSptm").focus();
     press(s, "F2");
@@ -379,20 +342,15 @@ TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
     showWaiting(s);
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 3);
     EXPECT_EQ(s.grid("gridWaiting").currentText("j_sn"), "CJ21050310003");  // the newest
-    expectScreen("F_Cgjh_Add", [&](ui::Screen& pick) {
+    click(s, "btnAdd", "F_Cgjh_Add", [&](ui::Screen& pick) {
       type(pick, "tsl", u"2");
       click(pick, "btnAdd");  // 钛架, bought most
       press(pick, "F5");
     });
-    click(s, "btnAdd");
     EXPECT_EQ(lines(s, "gridWaitingLines"), "3×1@2.5=2.5 2×2@120=240");
     EXPECT_EQ(s.grid("gridWaiting").currentText("yfje"), "242.5");
     s.grid("gridWaitingLines").selectRow(1);
-    expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
-      type(line, "tsl", u"1");
-      press(line, "F5");
-    });
-    click(s, "btnTab2Modi");
+    click(s, "btnTab2Modi", "F_Cgjh_Sele", filled({{"tsl", u"1"}}));
     edit(s, "gridWaitingLines", 0, "jh_sl", u"4");
     EXPECT_EQ(rows("select j_yfje,j_sfje from jxc_jhd where j_sn='CJ21050310003'"), "130 130");
     s.grid("gridWaitingLines").selectRow(0);
@@ -401,24 +359,17 @@ TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
     click(s, "btnDele");  // with the last line goes the head
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 2);
 
-    type(s, "tkey", u"10001");
-    press(s, "Return");
+    enter(s, "tkey", u"10001");
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
-    expectScreen("F_ModiDateJh", [&](ui::Screen& head) {
-      type(head, "dateCg", u"2021-4-28");
-      press(head, "F5");
-    });
-    click(s, "btn_Date");
+    click(s, "btn_Date", "F_ModiDateJh", filled({{"dateCg", u"2021-4-28"}}));
     EXPECT_EQ(rows("select j_sn,j_jhrq from jxc_jhd where j_sn='CJ21050310001'"), "CJ21050310001 2021-04-28");
-    expectQuestion(u"您确定要删除“待审核”单据吗！"_qs, Answer::Yes);
-    click(s, "btn_Dele");
+    click(s, "btn_Dele", u"您确定要删除“待审核”单据吗！"_qs, Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
     type(s, "tkey", u"");
     press(s, "F2");
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
-    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-                   Answer::Yes);
-    press(s, "F7");
+    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
+          Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
   EXPECT_EQ(rows("select log_note from jxc_log where log_note like '%删除%' or log_note like '审核%' order by id"),
@@ -431,13 +382,12 @@ TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
 TEST_F(ReceiptScreenTest, OnlyTheArticleMadeForTheDocumentLandsOnIt) {
   addGoodsClass(1, u"镜架"_qs, prompt);
   open("F_Cgjh", [&](ui::Screen& s) {
-    expectScreen("F_Spxxgl_Add", [&](ui::Screen& make) {
+    press(s, "F9", "F_Spxxgl_Add", [&](ui::Screen& make) {
       addGoods({.sn = u"10000004"_qs, .name = u"别站新增"_qs, .barcode = u"6900000000048"_qs, .cost = 9});
       press(make, "Esc");
     });
-    press(s, "F9");
     EXPECT_EQ(lines(s), "");
-    expectScreen("F_Spxxgl_Add", [&](ui::Screen& make) {
+    press(s, "F9", "F_Spxxgl_Add", [&](ui::Screen& make) {
       expectScreen("F_Spxxgl_Class", [](ui::Screen& classes) {
         auto* tree = classes.findChild<QTreeWidget*>();
         tree->setCurrentItem(tree->findItems(u"镜架"_qs, Qt::MatchExactly | Qt::MatchRecursive).front());
@@ -445,13 +395,8 @@ TEST_F(ReceiptScreenTest, OnlyTheArticleMadeForTheDocumentLandsOnIt) {
       });
       make.field("gc_name").pick();
       type(make, "g_name", u"本站新增");
-      expectScreen("F_Cgjh_Sele", [&](ui::Screen& line) {
-        type(line, "tgpjjj", u"7");
-        press(line, "F5");
-      });
-      press(make, "F5");
+      press(make, "F5", "F_Cgjh_Sele", filled({{"tgpjjj", u"7"}}));
     });
-    press(s, "F9");
     EXPECT_EQ(rows("select b.g_name,a.jh_sl,a.jh_dj from jxc_jhsp a,jxc_goods b where a.g_sn=b.g_sn"), "本站新增 1 7");
   });
 }
@@ -461,30 +406,22 @@ TEST_F(ReceiptScreenTest, RightsGuardEveryCommand) {
   setRights("200001", "cggl", "100000000000000");
   becomeOperator("小李", "200001", "200001");
   open("F_Cgjh", [&](ui::Screen& s) {
-    expectNotice(u"您没有权限进行采购进货增加新商品！"_qs);
-    press(s, "F9");
+    press(s, "F9", u"您没有权限进行采购进货增加新商品！"_qs);
     showWaiting(s);
-    expectNotice(u"您没有权限进行采购进货审核！"_qs);
-    press(s, "F6");
-    expectNotice(u"您没有权限进行采购进货审核！"_qs);
-    press(s, "F7");
-    expectNotice(u"您没有权限进行删除采购进货待审核单据！"_qs);
-    click(s, "btn_Dele");
-    expectNotice(u"您没有权限进行采购进货待审核界面添加商品！"_qs);
-    click(s, "btnAdd");
-    expectNotice(u"您没有权限进行更改单据日期！"_qs);
-    click(s, "btn_Date");
+    press(s, "F6", u"您没有权限进行采购进货审核！"_qs);
+    press(s, "F7", u"您没有权限进行采购进货审核！"_qs);
+    click(s, "btn_Dele", u"您没有权限进行删除采购进货待审核单据！"_qs);
+    click(s, "btnAdd", u"您没有权限进行采购进货待审核界面添加商品！"_qs);
+    click(s, "btn_Date", u"您没有权限进行更改单据日期！"_qs);
   });
   // Who may only audit comes in at the waiting list.
   setRights("200001", "cggl", "000001");
   open("F_Cgjh", [&](ui::Screen& s) {
     EXPECT_EQ(s.findChild<QTabWidget*>()->currentIndex(), 1);
     EXPECT_FALSE(s.command("btnOK").isVisible());
-    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) { press(check, "F5"); });
-    press(s, "F6");
+    press(s, "F6", "F_Cgjh_Check", [&](ui::Screen& check) { press(check, "F5"); });
   });
   EXPECT_EQ(rows("select j_status,j_checker from jxc_jhd"), "1 小李");
 }
 
-}  // namespace receipt_screen_test
-}  // namespace jxc::test
+}  // namespace jxc::test::receipt_screen_test

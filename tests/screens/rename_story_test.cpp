@@ -1,6 +1,6 @@
 // A shop that changes its names: goods, customer, warehouse and employee are renamed on their screens, and what was
 // written under the old names stands under the new ones.
-#include "masterdata/goods.h"
+#include "harness/articles.h"
 #include "masterdata/goods_classes.h"
 #include "screens/harness/screen_test.h"
 
@@ -9,15 +9,7 @@ namespace jxc::test {
 class RenameStory : public ScreenTest {
  protected:
   RenameStory() {
-    GoodsDraft goods;
-    goods.number = u"30000001"_qs;
-    goods.name = u"钛架"_qs;
-    goods.unit = u"付"_qs;
-    goods.classNumber = addGoodsClass(1, u"镜架"_qs, prompt)->number;
-    goods.openingStock = 3;
-    goods.purchasePrice = 80;
-    goods.warehouse = u"100001"_qs;
-    EXPECT_TRUE(addGoods(goods, prompt));
+    EXPECT_TRUE(addGoods(article(u"30000001"_qs, u"钛架"_qs, addGoodsClass(1, u"镜架"_qs, prompt)->number, 3), prompt));
     // A sale to the usual customer, its money, a spectacle order, an asset; and a namesake under another number.
     sold(u"100001", u"30000001");
     sold(u"100009", u"30000009");
@@ -39,12 +31,11 @@ class RenameStory : public ScreenTest {
     open(list, [&](ui::Screen& s) {
       s.grids().front()->waitLoaded();
       s.grids().front()->selectRow(0);
-      expectScreen(dialog, [&](ui::Screen& d) {
+      press(s, "F3", dialog, [&](ui::Screen& d) {
         type(d, field, QStringView(name));
         press(d, "F5");
         EXPECT_FALSE(d.isVisible());
       });
-      press(s, "F3");
     });
   }
   static QString ledger(const char16_t* customer, std::string_view column) {

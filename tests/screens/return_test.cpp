@@ -1,13 +1,12 @@
 // Returns through their screens: a sale and a receipt returned as a whole.
 #include "harness/invariants.h"
-#include "purchasing/receipt.h"
-#include "sales/sale.h"
+#include "harness/waiting_document.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
+#include "stock/posting.h"
 #include "ui/enquiry_screen.h"
 
-namespace jxc::test {
-namespace return_screen_test {
+namespace jxc::test::return_screen_test {
 
 class ReturnScreenTest : public TradingScreenTest {
  protected:
@@ -15,26 +14,16 @@ class ReturnScreenTest : public TradingScreenTest {
     setParameter("cs_shdj", 1);  // saved is audited
     for (const QStringView sn : {u"A", u"B"})
       addGoods({.sn = sn.toString(), .name = sn.toString(), .barcode = sn.toString(), .cost = 40, .price = 100});
-    received = write(receipt::rules(), 5, 400);
-    sold = write(sale::rules(), 2, 400);
+    received = write(families::purchaseReceipt, 5, 40, 400);
+    sold = write(families::sale, 2, 100, 400);
     EXPECT_EQ(brokenInvariants(), QStringList());
   }
-  /// Both goods, this many of each, paid in full and audited.
-  QString write(const TradingRules& rules, double quantity, double paid) {
-    TradingDraft draft = rules.fresh({});
-    draft.settlement = Settlement::RestOnAccount;
-    draft.paid = paid;
-    draft.account = QStringLiteral("现金");
-    LinePlace place{.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
-    for (const QString& goods : {QStringLiteral("A"), QStringLiteral("B")}) {
-      LineDraft line = rules.lines().newLine(goods, place, false);
-      line.amounts.setQuantity(quantity);
-      rules.lines().addLine(Lines::Draft, place, line, prompt);
-    }
-    prompt.willSayYes();
-    const SaveResult saved = rules.save(draft, prompt);
-    EXPECT_TRUE(saved.audited);
-    return saved.number;
+  /// Both goods, this many of each at so many yuan, audited.
+  QString write(const DocumentFamily& family, double quantity, double price, double paid) {
+    const QString number = waitingDocument(family, u"2021-05-03"_qs, {{family.paid, paid}},
+                                           {{u"A"_qs, quantity, price}, {u"B"_qs, quantity, price}});
+    EXPECT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited);
+    return number;
   }
   static double stockOf(const QString& goods) {
     return lookupNumber("select kc_zsl from jxc_kcsp where g_sn=?", goods);
@@ -46,34 +35,29 @@ TEST_F(ReturnScreenTest, ASaleComesBackWholeAndThenOnePiece) {
   EXPECT_EQ(stockOf("A"), 3);
   open("F_Xsth", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("comJsfs").text(), "余款记入应收帐款");
-    expectScreen("F_Xsth_Search", [&](ui::Screen& list) {
+    press(s, "F7", "F_Xsth_Search", [&](ui::Screen& list) {
       ASSERT_EQ(list.grid("gridSales").rowCount(), 1);
       press(list, "F5");
     });
-    press(s, "F7");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
     EXPECT_TRUE(s.field("tkh").isReadOnly());
     EXPECT_EQ(s.field("tyfje").number(), 400);
     EXPECT_EQ(s.field("tssje").number(), 400);
-    expectNotice(QStringLiteral("请先保存本次的退货单据！"));
-    press(s, "F7");
+    press(s, "F7", QStringLiteral("请先保存本次的退货单据！"));
     save(s, kSaveSaleAudited);
     EXPECT_FALSE(s.field("tkh").isReadOnly());
 
-    expectScreen("F_Xsth_Add", [&](ui::Screen& pick) {
+    press(s, "F2", "F_Xsth_Add", [&](ui::Screen& pick) {
       type(pick, "tkey", u"B");
-      expectScreen("F_Xsth_Sele", [&](ui::Screen& line) {
+      press(pick, "Return", "F_Xsth_Sele", [&](ui::Screen& line) {
         EXPECT_EQ(line.grid("gridHistory").rowCount(), 1);
         type(line, "tsl", u"0");
-        expectNotice(QStringLiteral("数量不能为0！"));
-        press(line, "F5");
+        press(line, "F5", QStringLiteral("数量不能为0！"));
         type(line, "tsl", u"1");
         press(line, "F5");
       });
-      press(pick, "Return");
       press(pick, "F5");
     });
-    press(s, "F2");
     type(s, "tssje", u"0");
     save(s, kSaveSaleAudited);
   });
@@ -89,8 +73,7 @@ TEST_F(ReturnScreenTest, ASaleComesBackWholeAndThenOnePiece) {
 // the return is saved, not before. A draft that was dropped leaves no trace on it.
 TEST_F(ReturnScreenTest, AWholeReturnSurvivesACrash) {
   const auto takeWhole = [&](ui::Screen& s) {
-    expectScreen("F_Xsth_Search", [](ui::Screen& list) { press(list, "F5"); });
-    press(s, "F7");
+    press(s, "F7", "F_Xsth_Search", [](ui::Screen& list) { press(list, "F5"); });
   };
   open("F_Xsth", [&](ui::Screen& s) {
     takeWhole(s);
@@ -114,14 +97,12 @@ TEST_F(ReturnScreenTest, AWholeReturnSurvivesACrash) {
 TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
   open("F_Cgth", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("comJsfs").text(), "余款记入应付帐款");
-    expectScreen("F_Cgth_Zdth_Search", [&](ui::Screen& list) { press(list, "F5"); });
-    press(s, "F7");
+    press(s, "F7", "F_Cgth_Zdth_Search", [&](ui::Screen& list) { press(list, "F5"); });
     EXPECT_EQ(s.field("tyfje").number(), 400);
     edit(s, "gridLines", 0, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 320);
-    expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"),
-                   Answer::No);
-    press(s, "F5");
+    press(s, "F5", QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"),
+          Answer::No);
     edit(s, "gridLines", 1, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 240);
     save(s, kSaveReceiptAudited);
@@ -138,7 +119,7 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
 }
 
 TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
-  const QString unpaid = write(receipt::rules(), 1, 30);
+  const QString unpaid = write(families::purchaseReceipt, 1, 40, 30);
   const auto stand = [](ui::Grid& list, const QString& number) {
     list.waitLoaded();
     const auto rows = list.shownRows();
@@ -153,11 +134,10 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
   open("F_Jthcx", [&](ui::Screen& s) {
     stand(s.grid("gridDj"), unpaid);
     EXPECT_FALSE(s.command("btn_Zdth").isVisible());
-    expectScreen("F_Yfkgl_Fk", [&](ui::Screen& form) {
+    press(s, "F8", "F_Yfkgl_Fk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tje").number(), 50);
       press(form, "Esc");
     });
-    press(s, "F8");
   });
   becomeOperator(u"admin"_qs, u"100001"_qs, u"100001"_qs);
   open("F_Jthcx", [&](ui::Screen& s) {
@@ -167,45 +147,38 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
     list.waitLoaded();
     ASSERT_EQ(list.rowCount(), 1);
     EXPECT_EQ(list.currentNumber("wfje"), 50);
-    expectScreen("F_Yfkgl_Fk", [&](ui::Screen& form) {
+    press(s, "F8", "F_Yfkgl_Fk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tje").number(), 50);
       press(form, "F5");
     });
-    press(s, "F8");
     list.waitLoaded();
     EXPECT_TRUE(list.isEmpty());
     check(s, "chkQk", false);
     stand(list, unpaid);
-    expectNotice(QStringLiteral("该单据不欠款，不需要付款！"));
-    press(s, "F8");
+    press(s, "F8", QStringLiteral("该单据不欠款，不需要付款！"));
 
-    expectScreen("F_Cgth", [&](ui::Screen& back) {
+    press(s, "F9", "F_Cgth", [&](ui::Screen& back) {
       EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
       EXPECT_TRUE(back.field("tghs").isReadOnly());
       EXPECT_FALSE(back.findChild<QWidget*>("lHint")->isVisible());
       save(back, kSaveReceiptAudited);
       press(back, "Esc");
     });
-    press(s, "F9");
     stand(list, unpaid);
     EXPECT_EQ(list.currentNumber("j_th"), 1);
-    expectNotice(QStringLiteral("该单据已经进行过整单退货，不能重复退货！"));
-    press(s, "F9");
+    press(s, "F9", QStringLiteral("该单据已经进行过整单退货，不能重复退货！"));
     const QString back = lookupValue("select gl_djh from jxc_thd");
     stand(list, back);
     EXPECT_EQ(list.currentNumber("yfje"), -80);
-    expectNotice(u"单据"_qs + back + u"不能退货，只有“CJ”开头的单据才能退货！"_qs);
-    press(s, "F9");
+    press(s, "F9", u"单据"_qs + back + u"不能退货，只有“CJ”开头的单据才能退货！"_qs);
   });
   open("F_Xsdjcx", [&](ui::Screen& s) {
     stand(s.grid("gridDj"), sold);
-    expectScreen("F_Xsth", [&](ui::Screen& back) {
+    press(s, "F9", "F_Xsth", [&](ui::Screen& back) {
       EXPECT_EQ(back.grid("gridLines").rowCount(), 2);
-      expectQuestion(kUnsaved, Answer::Cancel);
-      press(back, "Esc");
+      press(back, "Esc", kUnsaved, Answer::Cancel);
       leaveDraft(back);
     });
-    press(s, "F9");
     static_cast<ui::EnquiryScreen&>(s).showView("gridRq");
     s.grid("gridRq").waitLoaded();
     EXPECT_EQ(s.grid("gridRq").sum("zje"), 400);
@@ -217,5 +190,4 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
   EXPECT_EQ(brokenInvariants(), QStringList());
 }
 
-}  // namespace return_screen_test
-}  // namespace jxc::test
+}  // namespace jxc::test::return_screen_test

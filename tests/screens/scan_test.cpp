@@ -8,8 +8,7 @@
 #include <QThread>
 #include <QTimer>
 
-namespace jxc::test {
-namespace scan_test {
+namespace jxc::test::scan_test {
 
 constexpr QStringView kFrame = u"6900000000017";
 constexpr QStringView kCloth = u"6900000000031";
@@ -150,5 +149,4 @@ TEST_F(ScanScreenTest, TheLineDialogKeepsItsInputs) {
   });
 }
 
-}  // namespace scan_test
-}  // namespace jxc::test
+}  // namespace jxc::test::scan_test

@@ -5,8 +5,7 @@
 #include "stock/ledger.h"
 #include "stock/screens/modi_date.h"
 
-namespace jxc::test {
-namespace stock_repair_screens {
+namespace jxc::test::stock_repair_screens {
 
 class StockRepairScreens : public ScreenTest {
  protected:
@@ -54,15 +53,10 @@ TEST_F(StockRepairScreens, RecomputationAsksRunsAndTells) {
 
 TEST_F(StockRepairScreens, TheHeadOfAWaitingSaleChanges) {
   const QString number = waitingDocument(families::sale, u"2021-05-03 10:20:30"_qs, {}, {});
-  expectScreen("F_ModiDateXs", [](ui::Screen& screen) {
-    type(screen, "dateCg", u"2021-05-01");
-    type(screen, "tyf", u"8");
-    press(screen, "F5");
-  });
+  expectScreen("F_ModiDateXs", filled({{"dateCg", u"2021-05-01"}, {"tyf", u"8"}}));
   EXPECT_EQ(changeSaleHead(families::sale, number), number);
   EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd"), u"2021-05-01 10:20:30");
   EXPECT_EQ(lookupValue("select ls_yffs from jxc_lsxsd"), u"对方付运费");
 }
 
-}  // namespace stock_repair_screens
-}  // namespace jxc::test
+}  // namespace jxc::test::stock_repair_screens

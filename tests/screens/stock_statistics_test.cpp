@@ -6,8 +6,7 @@
 #include "stock/posting.h"
 #include "ui/enquiry_screen.h"
 
-namespace jxc::test {
-namespace stock_statistics_test {
+namespace jxc::test::stock_statistics_test {
 
 class StockStatistics : public TradingScreenTest {
  protected:
@@ -28,12 +27,9 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
     sums.waitLoaded();
     ASSERT_EQ(sums.rowCount(), 1);
     EXPECT_EQ(sums.footerText("cksl"), "2.00");
-    expectNotice(u"取消审核操作只能在“明细表”进行。"_qs);
-    press(screen, "F6");
-    expectNotice(u"取消审核操作只能在“明细表”进行。"_qs);
-    click(screen, "btn_Preview");
-    expectNotice(u"价格同步作只能在“明细表”进行。"_qs);
-    press(screen, "F8");
+    press(screen, "F6", u"取消审核操作只能在“明细表”进行。"_qs);
+    click(screen, "btn_Preview", u"取消审核操作只能在“明细表”进行。"_qs);
+    press(screen, "F8", u"价格同步作只能在“明细表”进行。"_qs);
 
     sums.selectRow(0);
     enquiry.follow();
@@ -41,14 +37,12 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
     ASSERT_EQ(&enquiry.shown(), &lines);
     ASSERT_EQ(lines.rowCount(), 1);
     EXPECT_EQ(lines.currentText("dnote"), u"商品报损");
-    expectScreen("F_Jxctj_Tb", [](ui::Screen& repair) {
+    press(screen, "F8", "F_Jxctj_Tb", [](ui::Screen& repair) {
       EXPECT_EQ(repair.field("tdate1").text(), u"2021-05-02");
       EXPECT_EQ(repair.field("comCk").key(), u"100001");
       press(repair, "Esc");
     });
-    press(screen, "F8");
-    expectQuestion(u"您的操作将取消当前选中的已审核单据：%1，确认吗？"_qs.arg(loss_), Answer::Yes);
-    press(screen, "F6");
+    press(screen, "F6", u"您的操作将取消当前选中的已审核单据：%1，确认吗？"_qs.arg(loss_), Answer::Yes);
     lines.waitLoaded();
     EXPECT_EQ(lines.rowCount(), 0);
     press(screen, "Esc");
@@ -71,5 +65,4 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
   open("F_Jxctj", [&](ui::Screen& screen) { EXPECT_FALSE(screen.field("chkCbj").isVisible()); });
 }
 
-}  // namespace stock_statistics_test
-}  // namespace jxc::test
+}  // namespace jxc::test::stock_statistics_test

@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <libpq-fe.h>
 #include <stdexcept>
-#include <string>
 #include <vector>
 
 namespace jxc::test {

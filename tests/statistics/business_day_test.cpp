@@ -3,7 +3,6 @@
 #include "statistics/business_day.h"
 
 #include "masterdata/partner_side.h"
-#include "stock/document_family.h"
 #include "stock/shop.h"
 
 namespace jxc::business_day_test {

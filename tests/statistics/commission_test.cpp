@@ -170,31 +170,19 @@ class RandomCommission : public Commission {
                                                        {family.line.columns->total, total}});
       if (sold) updateRow(family.lines, id, {{"t_zp", gift ? Value(kGift) : upTo(3) ? Value(QString()) : Value()}});
       if (!audited) continue;
-      insertRow("jxc_goodslist", {{"gl_flag", sold ? "xs" : "xt"},
-                                  {"gl_djh", number},
-                                  {"gl_kdrq", day},
-                                  {"g_sn", goods},
-                                  {"g_name", gift ? u"镜架"_qs + kGift : u"镜架"_qs},
-                                  {"u_name", name},
-                                  {"ck_sn", warehouse},
-                                  {"gl_dj", price},
-                                  {"gl_dzl", discount},
-                                  {"gl_cbj", cost},
-                                  {"gl_sl", sign * quantity},
-                                  {"gl_lr", sign * (price * discount - cost) * quantity}});
+      execSql(
+          "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,g_name,u_name,ck_sn,gl_dj,gl_dzl,gl_cbj,gl_sl,gl_lr) "
+          "values (?,?,?,?,?,?,?,?,?,?,?,?)",
+          sold ? "xs" : "xt", number, day, goods, gift ? u"镜架"_qs + kGift : u"镜架"_qs, name, warehouse, price,
+          discount, cost, sign * quantity, sign * (price * discount - cost) * quantity);
     }
     if (audited)
       ledgerLine(number, words(family.prefix), employee, day, sign * due, upTo(3) ? sign * due : sign * money());
   }
   static void ledgerLine(const QString& number, const QString& kind, const QString& employee, const QString& day,
                          double due, double received, const char* side = "kh") {
-    insertRow("jxc_ysyfk", {{"gl_djh", number},
-                            {"k_djlx", kind},
-                            {"k_type", side},
-                            {"u_sn", employee},
-                            {"k_rq", day},
-                            {"k_yfje", due},
-                            {"k_sfje", received}});
+    execSql("insert into jxc_ysyfk (gl_djh,k_djlx,k_type,u_sn,k_rq,k_yfje,k_sfje) values (?,?,?,?,?,?,?)", number, kind,
+            side, employee, day, due, received);
   }
   void fill() {
     for (const char* table : {"jxc_goodslist", "jxc_ysyfk", "jxc_lsxsd", "jxc_lsxssp", "jxc_xsthd", "jxc_xsthsp"})

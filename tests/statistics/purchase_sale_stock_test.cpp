@@ -14,8 +14,7 @@
 #include <random>
 #include <thread>
 
-namespace jxc {
-namespace purchase_sale_stock_test {
+namespace jxc::purchase_sale_stock_test {
 
 const std::vector<std::string> kSummed{"gl_kc", "gl_kczje", "rksl", "rkzje", "cksl", "ckzje", "glkc", "glkczje"};
 const std::vector<std::string> kOfLines{"rkdj", "rksl", "rkje", "ckdj", "cksl", "ckje"};
@@ -220,17 +219,9 @@ class PurchaseSaleStock : public test::ShopTest {
   std::int64_t post(const char* flag, const char* date, double quantity, double price, double cost = 0,
                     const char* goods = "A", double money = 0) {
     const double amount = money != 0 ? money : quantity * price;
-    const std::int64_t id = insertRow("jxc_goodslist", {{"gl_flag", flag},
-                                                        {"gl_kdrq", date},
-                                                        {"g_sn", goods},
-                                                        {"g_name", "镜架(赠品)"},
-                                                        {"ck_sn", test::mainWarehouse},
-                                                        {"gl_sl", quantity},
-                                                        {"gl_dj", price},
-                                                        {"gl_je", amount},
-                                                        {"gl_zje", amount},
-                                                        {"gl_cbj", cost},
-                                                        {"gl_zcb", cost * quantity}});
+    const std::int64_t id = ledgerRow(flag, date, quantity, amount, price, goods);
+    updateRow("jxc_goodslist", id,
+              {{"g_name", "镜架(赠品)"}, {"gl_zje", amount}, {"gl_cbj", cost}, {"gl_zcb", cost * quantity}});
     if (!exists("select id from jxc_kcsp where g_sn=? and ck_sn=?", goods, test::mainWarehouse))
       insertRow("jxc_kcsp", {{"g_sn", goods}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 0.0}, {"kc_zsl", 0.0}});
     if (std::string(goods) != "00000000") replayLedger(id);
@@ -420,5 +411,4 @@ TEST_F(PurchaseSaleStock, IsOfOneMomentWhileOthersPostAndTwoAskAtOnce) {
   EXPECT_FALSE(exists("select id from jxc_jxchz") || exists("select id from jxc_tempspxf"));
 }
 
-}  // namespace purchase_sale_stock_test
-}  // namespace jxc
+}  // namespace jxc::purchase_sale_stock_test

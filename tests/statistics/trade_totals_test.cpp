@@ -194,10 +194,7 @@ TEST_F(TradeTotals, WhatCannotBeFoundGivesNoRows) {
 TEST_F(TradeTotals, ARankingByProfitIsForWhoSeesCost) {
   insertRow("jxc_kcsp", {{"g_sn", "A"}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 7.0}});
   const auto ranking = [](const QString& order) {
-    QStringList goods;
-    for (const Row row : answer(goodsRanking, {.order = order}))
-      goods << row.text("g_sn") + u' ' + row.text("kcsl");
-    return goods.join(u", "_qs);
+    return test::textsOf(answer(goodsRanking, {.order = order}), {"g_sn", "kcsl"}).join(u", "_qs);
   };
   EXPECT_EQ(ranking(u"sl"_qs), "B 0, A 7, 00000000 0");
   EXPECT_EQ(ranking(u"lr"_qs), "A 7, B 0, 00000000 0");
@@ -210,11 +207,7 @@ TEST_F(TradeTotals, ARankingByProfitIsForWhoSeesCost) {
 TEST_F(TradeTotals, GoodsTurnOverByWhatWasSoldOfBoughtAndStock) {
   insertRow("jxc_kcsp", {{"g_sn", "A"}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 7.0}});
   const auto turn = [](const Criteria& criteria) {
-    QStringList goods;
-    for (const Row row : answer(stockTurn, criteria))
-      goods << QStringList{row.text("g_sn"), row.text("cgsl"), row.text("xssl"), row.text("kcsl"), row.text("zzbl")}
-                   .join(u' ');
-    return goods.join(u", "_qs);
+    return test::textsOf(answer(stockTurn, criteria), {"g_sn", "cgsl", "xssl", "kcsl", "zzbl"}).join(u", "_qs);
   };
   EXPECT_EQ(turn({}), "B 1 4 0 400, A 13 2 7 10");
   EXPECT_EQ(turn({.to = u"2021-05-31"_qs}), "A 13 2 7 10");

@@ -3,8 +3,7 @@
 
 #include "stock/shop.h"
 
-namespace jxc {
-namespace document_list_test {
+namespace jxc::document_list_test {
 
 using Purchases = DocumentSet<families::purchaseReceipt, families::purchaseReturn>;
 using Everything = DocumentSet<families::purchaseReceipt, families::purchaseReturn, families::sale,
@@ -111,5 +110,4 @@ TEST_F(DocumentListTest, CancellingAllTellsHowFarItIsAndKeepsWhatItDidWhenItIsSt
   EXPECT_EQ(listed<Everything>({}), QStringList({first_, back_}));
 }
 
-}  // namespace document_list_test
-}  // namespace jxc
+}  // namespace jxc::document_list_test

@@ -10,8 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace jxc {
-namespace line_arithmetic_test {
+namespace jxc::line_arithmetic_test {
 
 struct Inputs {
   double quantity, price, tax, discount;
@@ -154,9 +153,7 @@ class ExchangeTest : public test::ShopTest {
     draft.number = added.number;
     return added.id;
   }
-  LinePlace place() const {
-    return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
-  }
+  LinePlace place() const { return placeOf(draft); }
   QString saved(double paid) {
     draft.paid = paid;
     draft.account = "现金";
@@ -177,8 +174,7 @@ TEST_F(ExchangeTest, IsOneDocumentAndComesBackWhole) {
   EXPECT_EQ(lines.setChange("0", u"sl", Lines::Draft, back, prompt), 1);  // only nothing is refused
   EXPECT_EQ(lines.setChange("-2", u"sl", Lines::Draft, back, prompt), -2);
   EXPECT_EQ(sale::rules().payable(draft.number), -60);
-  const QString number = saved(-60);
-  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  const QString number = audited(saved(-60));
   EXPECT_EQ(balanceOf("A"), "12 12 40");
   EXPECT_EQ(balanceOf("B"), "10 9 60");
   EXPECT_EQ(cash(), -60);
@@ -196,8 +192,7 @@ TEST_F(ExchangeTest, IsOneDocumentAndComesBackWhole) {
   EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！");
   prompt.forget();
   prompt.willSayYes();
-  EXPECT_FALSE(cancelSale(number, prompt));
-  EXPECT_EQ(prompt.lastNotice(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！");
+  EXPECT_EQ(prompt.refused(cancelSale(number, prompt)), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！");
   receive("2021-05-03", {{"A", 1, 40}});
   prompt.willSayYes();
   const SaveResult returned = sale_return::rules().save(*whole, prompt);
@@ -224,8 +219,7 @@ TEST_F(ExchangeTest, AsksAboutNothingThatComesBack) {
   LineDraft line = lines.newLine("B", place(), false);
   line.amounts.setQuantity(-1);
   line.amounts.setTotal(50);
-  EXPECT_FALSE(lines.mayWrite(line, place(), prompt));
-  EXPECT_EQ(prompt.lastNotice(), "退回商品的总金额不能大于0！");
+  EXPECT_EQ(prompt.refused(lines.mayWrite(line, place(), prompt)), "退回商品的总金额不能大于0！");
   line.amounts.setTotal(-50);
   EXPECT_TRUE(lines.mayWrite(line, place(), prompt));
   EXPECT_EQ(line.amounts.price(), 50);
@@ -233,9 +227,7 @@ TEST_F(ExchangeTest, AsksAboutNothingThatComesBack) {
   // A scan adds to what is sold, never to what comes back.
   setParameter("cs_possk", 1);
   add("A", -1, 80);
-  prompt.willSayYes();
-  EXPECT_EQ(lines.enterBarcode(place(), "6901", false, prompt).outcome, Scan::Added);
+  EXPECT_EQ(lines.enterBarcode(place(), "6901", false, prompt.willSayYes()).outcome, Scan::Added);
 }
 
-}  // namespace line_arithmetic_test
-}  // namespace jxc
+}  // namespace jxc::line_arithmetic_test

@@ -10,8 +10,7 @@
 #include <random>
 #include <set>
 
-namespace jxc {
-namespace random_histories_test {
+namespace jxc::random_histories_test {
 
 using Text = std::string;
 
@@ -246,5 +245,4 @@ TEST_F(RandomHistories, StoreTheFiguresOfAReplayOnPaper) {
   if (asked) std::printf("%d histories, %d rows, %d cancels\n", histories, rows, cancels);
 }
 
-}  // namespace random_histories_test
-}  // namespace jxc
+}  // namespace jxc::random_histories_test

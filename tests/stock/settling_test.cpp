@@ -5,8 +5,7 @@
 
 #include <cmath>
 
-namespace jxc {
-namespace settling_test {
+namespace jxc::settling_test {
 
 struct Side {
   const char* name;
@@ -31,8 +30,7 @@ class SettlingTest : public test::ShopTest, public ::testing::WithParamInterface
     TradingDraft draft = rules().fresh({});
     draft.account = "现金";
     for (const Entry& each : entries) {
-      const LinePlace place{
-          .number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
+      const LinePlace place = placeOf(draft);
       LineDraft line = rules().lines().newLine(each.goods, place, false);
       line.amounts.setQuantity(each.quantity);
       line.amounts.setTax(each.tax);
@@ -59,21 +57,12 @@ class SettlingTest : public test::ShopTest, public ::testing::WithParamInterface
   }
   /// Every figure that the document left, in head, lines and ledgers.
   QString books(const QString& number) {
-    QStringList texts;
-    const auto add = [&](const RowSet& rows) {
-      for (int row = 0; row < rows.rowCount(); ++row)
-        for (int column = 0; column < rows.columnCount(); ++column)
-          texts << rows.text(row, column);
-      texts << u"|"_qs;
-    };
     const DocumentFamily& f = family();
-    add(openSelect(compose("select {},{},{} from {} where {}=?", {f.due, f.paid, f.discount, f.head, f.number}),
-                   number));
-    add(openSelect("select g_sn,gl_dj,gl_je,gl_taxje,gl_zje,gl_lr from jxc_goodslist where gl_djh=? order by id",
-                   number));
-    add(openSelect("select k_yfje,k_sfje from jxc_ysyfk where gl_djh=?", number));
-    add(openSelect("select xj_je from jxc_xjyh where gl_djh=?", number));
-    return texts.join(u' ');
+    return row(compose("select {},{},{} from {} where {}=?", {f.due, f.paid, f.discount, f.head, f.number}), number) +
+           u" | "_qs +
+           row("select g_sn,gl_dj,gl_je,gl_taxje,gl_zje,gl_lr from jxc_goodslist where gl_djh=? order by id", number) +
+           u" | "_qs + row("select k_yfje,k_sfje from jxc_ysyfk where gl_djh=?", number) + u" | "_qs +
+           row("select xj_je from jxc_xjyh where gl_djh=?", number);
   }
   QString balancing(const QString& number) {
     return lookupValue(compose("select {} from {} where g_sn='00000000' and {}=?",
@@ -121,10 +110,9 @@ TEST_P(SettlingTest, SpreadingKeepsPriceTimesQuantityTimesDiscount) {
   setParameter("cs_xsjgts", 0);
   TradingDraft draft = draftOf({{"A", 1, 100, 0, 0.8}});
   draft.paid = 79;
-  const QString number = saved(draft);
-  EXPECT_EQ(audit(number), AuditOutcome::Audited);
-  EXPECT_EQ(books(number), family().prefix == u"CJ" ? "79 79 0 | A 98.75 79 0 79 0 | 79 79 | -79 |"
-                                                    : "79 79 0 | A 98.75 79 0 79 39 | 79 79 | 79 |");
+  const QString number = audited(saved(draft));
+  EXPECT_EQ(books(number), family().prefix == u"CJ" ? "79 79 0 | A 98.75 79 0 79 0 | 79 79 | -79"
+                                                    : "79 79 0 | A 98.75 79 0 79 39 | 79 79 | 79");
   draft = draftOf({{"A", 2, 100, 13, 0.5}});
   EXPECT_EQ(draft.payable, 113);
   draft.paid = 56.5;
@@ -208,5 +196,4 @@ INSTANTIATE_TEST_SUITE_P(Sides, SettlingTest,
                          ::testing::Values(Side{"purchase", receipt::rules}, Side{"sale", sale::rules}),
                          [](const auto& side) { return side.param.name; });
 
-}  // namespace settling_test
-}  // namespace jxc
+}  // namespace jxc::settling_test

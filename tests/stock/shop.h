@@ -5,7 +5,6 @@
 #include "accounts/partner_ledger.h"
 #include "harness/account_set_fixture.h"
 #include "harness/invariants.h"
-#include "harness/qt_printers.h"
 #include "harness/row_texts.h"
 #include "harness/waiting_document.h"
 #include "purchasing/receipt.h"
@@ -13,8 +12,6 @@
 #include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/posting.h"
-
-#include <vector>
 
 namespace jxc::test {
 
@@ -26,23 +23,10 @@ class ShopTest : public AccountSetFixture {
 
   /// A goods whose prices and average are all `price`.
   void addGoods(const QString& sn, double price = 0, const QString& barcode = {}) {
-    insertRow("jxc_goods", {{"g_sn", sn},
-                            {"g_name", QStringLiteral("镜架") + sn},
-                            {"g_jm", u"JJ"},
-                            {"g_jj", price},
-                            {"g_scjj", price},
-                            {"g_pjjj", price},
-                            {"g_sj", price},
-                            {"g_lsj", price},
-                            {"g_kc", 0.0},
-                            {"g_cgpl", 0},
-                            {"g_xspl", 0},
-                            {"g_jy", 0},
-                            {"g_gdcbj", 0},
-                            {"g_sptm", barcode},
-                            {"dw_name", u"付"},
-                            {"gg_name", u""},
-                            {"color_name", u""}});
+    execSql(
+        "insert into jxc_goods (g_sn,g_name,g_sptm,g_jj,g_scjj,g_pjjj,g_sj,g_lsj,g_jm,g_kc,g_cgpl,g_xspl,g_jy,g_gdcbj,"
+        "dw_name,gg_name,color_name) values (?,?,?,?,?,?,?,?,'JJ',0,0,0,0,0,'付','','')",
+        sn, QStringLiteral("镜架") + sn, barcode, price, price, price, price, price);
   }
 
   /// A bare row of the ledger, as an account set may hold it.
@@ -114,17 +98,33 @@ class ShopTest : public AccountSetFixture {
   QString lastLog() { return lookupValue("select top 1 log_note from jxc_log order by id desc"); }
   QString customer() { return lookupValue("select top 1 kh_sn from jxc_khxx order by id"); }
 
+  static LinePlace placeOf(const DocumentDraft& draft) {
+    return {.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
+  }
+  static LinePlace placeOf(const TradingDraft& draft) {
+    return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
+  }
+  /// A line of a draft, by all rules but its questions; at the price of the rules unless one is given.
+  LineResult add(const LineRules& lines, const LinePlace& place, const QString& goods, double quantity,
+                 std::optional<double> price = {}, const QString& note = {}) {
+    LineDraft line = lines.newLine(goods, place, false);
+    line.amounts.setQuantity(quantity);
+    if (price) line.amounts.setPrice(*price);
+    line.note = note;
+    return lines.addLine(Lines::Draft, place, line, prompt);
+  }
+  static QString goodsToPick(const LineRules& lines, const LinePlace& place, const PickFilter& filter = {},
+                             std::initializer_list<std::string_view> columns = {"g_sn"}) {
+    return textsOf(openSelect(lines.goodsToPick(place, filter)), columns).join(u' ');
+  }
+
   /// Lines of a draft under the number that a new receipt of this date shows.
   receipt::ReceiptDraft draftReceipt(const QString& date, const std::vector<Line>& lines) {
     receipt::ReceiptDraft draft = receipt::newReceipt();
     draft.date = date;
     draft.number = newDocumentNumber(families::purchaseReceipt, date);
-    for (const Line& line : lines) {
-      receipt::LineDraft entry = receipt::newLine(line.goods);
-      entry.amounts.setQuantity(line.quantity);
-      entry.amounts.setPrice(line.price);
-      draft.number = receipt::addLine(receipt::Lines::Draft, draft.number, date, entry).number;
-    }
+    for (const Line& line : lines)
+      draft.number = add(receipt::rules().lines(), placeOf(draft), line.goods, line.quantity, line.price).number;
     draft.payable = draft.paid = receipt::payable(draft.number);
     draft.settlement = receipt::Settlement::AtPaidAmount;
     draft.account = QStringLiteral("现金");
@@ -137,24 +137,24 @@ class ShopTest : public AccountSetFixture {
     return saved.number;
   }
   AuditOutcome audit(const QString& number) { return checkDj(documentFamily(number), number, prompt); }
+  QString audited(const QString& number) {
+    EXPECT_EQ(audit(number), AuditOutcome::Audited) << number.toStdString();
+    return number;
+  }
 
   /// An audited receipt, all on the supplier's account. Its number.
   QString receive(const QString& date, const std::vector<Line>& lines) {
     receipt::ReceiptDraft draft = draftReceipt(date, lines);
     draft.paid = 0;
     draft.settlement = receipt::Settlement::RestOnAccount;
-    const QString number = save(draft);
-    EXPECT_EQ(audit(number), AuditOutcome::Audited);
-    return number;
+    return audited(save(draft));
   }
 
   QString waitingSale(const QString& date, const std::vector<Line>& lines, double paid, int settlement = 1) {
     return waitingDocument(families::sale, date, {{"ls_sfje", paid}, {"ls_jsfs", settlement}}, lines);
   }
   QString sell(const QString& date, const std::vector<Line>& lines, double paid = 0) {
-    const QString number = waitingSale(date, lines, paid);
-    EXPECT_EQ(audit(number), AuditOutcome::Audited);
-    return number;
+    return audited(waitingSale(date, lines, paid));
   }
 
   /// A waiting return to the supplier or from the customer ("CT", "XT").

@@ -6,8 +6,7 @@
 
 #include <map>
 
-namespace jxc {
-namespace stocktake_test {
+namespace jxc::stocktake_test {
 
 using namespace families;
 
@@ -66,13 +65,11 @@ TEST_F(StocktakeTest, StocktakeSetsTheCountAndDiesOfLaterMovement) {
   const QString sale = sell("2021-05-03", {{"A", 1, 9}});
   EXPECT_EQ(stock_count::tooLateToSave(taken, "100001", "2021-05-02"),
             "在【2021-05-03】日期之后盘点的商品已发生业务，不能盘点！");
-  prompt.willSayYes();
-  EXPECT_FALSE(cancelStocktake(taken, prompt));
+  EXPECT_FALSE(cancelStocktake(taken, prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您的操作将取消当前的单据，确认吗？");
   EXPECT_EQ(prompt.lastNotice(), "在【2021-05-02】日期之后盘点商品已发生业务，\r\n\r\n单号为：【" + sale +
                                      "】，\r\n\r\n该盘点单 " + taken + " 不能撤销！");
-  prompt.willSayYes().willSayYes();
-  EXPECT_TRUE(cancelSale(sale, prompt));
+  EXPECT_TRUE(cancelSale(sale, prompt.willSayYes().willSayYes()));
   EXPECT_TRUE(cancelStocktake(taken, prompt));
   EXPECT_EQ(balanceOf("A"), "10 10 5");
   expectWaiting(stocktake, taken);
@@ -119,16 +116,14 @@ TEST_F(StocktakeTest, StockThatMovedMeanwhileIsAskedAbout) {
     EXPECT_EQ(row("select pd_sl,kc_sl from jxc_kcpd where gl_djh=?", taken), each.head);
     EXPECT_EQ(difference(taken), each.booked + taken + "成本差额");
     EXPECT_EQ(test::brokenInvariants(), QStringList());
-    prompt.willSayYes();
-    EXPECT_TRUE(cancelStocktake(taken, prompt));
+    EXPECT_TRUE(cancelStocktake(taken, prompt.willSayYes()));
     EXPECT_EQ(balanceOf("A"), "8 8 5");
     EXPECT_EQ(balanceOf("B"), "5 5 1");
     expectWaiting(stocktake, taken);
   }
 
   // A list has nobody to ask for each, and tells it.
-  prompt.willSayYes();
-  EXPECT_EQ(stock_count::auditAll({{taken, "2021-05-03"}}, prompt), 0);
+  EXPECT_EQ(stock_count::auditAll({{taken, "2021-05-03"}}, prompt.willSayYes()), 0);
   EXPECT_EQ(prompt.lastNotice(),
             "盘点单 " + taken + " 录入之后，有 2 种商品的库存已变动（A 镜架A），\r\n\r\n请单独审核该单据！");
 
@@ -144,16 +139,12 @@ TEST_F(StocktakeTest, ASaveThatAuditsAtOnceAsksAsWell) {
   setParameter("cs_shdj", 1);
   const QString number = newDocumentNumber(stocktake, "2021-05-03");
   test::writeLine(stocktake, number, "2021-05-03", {"A", 9, 5});
-  const QString sale = waitingSale("2021-05-03", {{"A", 2, 9}}, 0);
-  EXPECT_EQ(audit(sale), AuditOutcome::Audited);
+  const QString sale = audited(waitingSale("2021-05-03", {{"A", 2, 9}}, 0));
   const auto writeHead = [](const QString& taken) {
-    insertRow("jxc_kcpd", {{"gl_djh", taken},
-                           {"pd_rq", u"2021-05-03"},
-                           {"ck_sn", test::mainWarehouse},
-                           {"u_sn", u"100001"},
-                           {"pd_note", u""},
-                           {"a_name", session().a_name},
-                           {"pd_status", 0}});
+    execSql(
+        "insert into jxc_kcpd (gl_djh,pd_rq,ck_sn,u_sn,pd_note,a_name,pd_status) values "
+        "(?,'2021-05-03','100001','100001','',?,0)",
+        taken, session().a_name);
   };
   prompt.willSayYes().willSayNo();
   const SaveResult saved =
@@ -168,8 +159,7 @@ TEST_F(StocktakeTest, TheShelfIsCountedAndTheBooksMoveByTheDifference) {
   setParameter("cs_sprk", 1);
   receive("2021-05-02", {{"A", 5, 5}});
   ASSERT_EQ(balanceOf("A"), "10 15 5");
-  const QString taken = count("2021-05-03", {{"A", 8}, {"C", 2}});
-  EXPECT_EQ(audit(taken), AuditOutcome::Audited);
+  const QString taken = audited(count("2021-05-03", {{"A", 8}, {"C", 2}}));
   EXPECT_EQ(balanceOf("A"), "8 13 5");
   // Goods that the warehouse did not know are worth what they cost elsewhere.
   EXPECT_EQ(balanceOf("C"), "2 2 3");
@@ -182,12 +172,10 @@ TEST_F(StocktakeTest, TheShelfIsCountedAndTheBooksMoveByTheDifference) {
   prompt.willSayYes();
   EXPECT_FALSE(cancelStocktake(taken, prompt)) << "found goods that were sold are not there to be taken back";
   setParameter("cs_kc", 1);
-  prompt.willSayYes().willSayYes();
-  EXPECT_TRUE(cancelStocktake(taken, prompt));
+  EXPECT_TRUE(cancelStocktake(taken, prompt.willSayYes().willSayYes()));
   EXPECT_EQ(balanceOf("A"), "10 15 5");
   EXPECT_EQ(balanceOf("C"), "-1 -1 3");
   expectWaiting(stocktake, taken);
 }
 
-}  // namespace stocktake_test
-}  // namespace jxc
+}  // namespace jxc::stocktake_test

@@ -1,8 +1,7 @@
 // Cancel of what the till sold to a member: points, grade, stored value and released gifts go back with it.
 #include "stock/shop.h"
 
-namespace jxc {
-namespace till_cancel_test {
+namespace jxc::till_cancel_test {
 
 class TillCancel : public test::ShopTest {
  protected:
@@ -75,8 +74,7 @@ TEST_F(TillCancel, WithAnotherSaleTheGiftStaysAndOfAnEarlierDayItIsNotGivenAnew)
 }
 
 TEST_F(TillCancel, AReturnGivesThePointsBackAndAWalkInHasNone) {
-  const QString back = waitingReturn(families::saleReturn, "2021-05-13", {{"A", 1, 50}}, 50);
-  EXPECT_EQ(audit(back), AuditOutcome::Audited);
+  const QString back = audited(waitingReturn(families::saleReturn, "2021-05-13", {{"A", 1, 50}}, 50));
   execSql("update jxc_xsthd set hy_sn='100005' where gl_djh=?", back);
   tillRow(back, "2021-05-13 11:00:00", -50, -10, 0, -3);
   ASSERT_TRUE(cancelSaleReturn(back, prompt, CancelMode::Batch));
@@ -90,13 +88,11 @@ TEST_F(TillCancel, AReturnGivesThePointsBackAndAWalkInHasNone) {
 }
 
 TEST_F(TillCancel, AReturnToASupplierWhoIsGoneFromTheListCanStillBeCancelled) {
-  const QString number = waitingReturn(families::purchaseReturn, "2021-05-13", {{"A", 2, 5}}, 10);
-  EXPECT_EQ(audit(number), AuditOutcome::Audited);
+  const QString number = audited(waitingReturn(families::purchaseReturn, "2021-05-13", {{"A", 2, 5}}, 10));
   execSql("update jxc_thd set ghs_sn='100077' where gl_djh=?", number);
   execSql("update jxc_ysyfk set k_ghskh='100077' where gl_djh=?", number);
   ASSERT_TRUE(cancelPurchaseReturn(number, prompt, CancelMode::Batch));
   EXPECT_EQ(balanceOf("A"), "20 20 5");
 }
 
-}  // namespace till_cancel_test
-}  // namespace jxc
+}  // namespace jxc::till_cancel_test

@@ -8,8 +8,7 @@
 
 #include <algorithm>
 
-namespace jxc {
-namespace what_if_test {
+namespace jxc::what_if_test {
 
 using namespace families;
 
@@ -162,5 +161,4 @@ TEST_F(WhatIfTest, EveryFamilyAndMoneyLeaveNothing) {
   EXPECT_NE(found(preview, u"现金银行余额"), "none");
 }
 
-}  // namespace what_if_test
-}  // namespace jxc
+}  // namespace jxc::what_if_test

@@ -4,10 +4,7 @@
 
 #include "stock/shop.h"
 
-#include <set>
-
-namespace jxc {
-namespace whole_books_test {
+namespace jxc::whole_books_test {
 
 using namespace families;
 
@@ -34,8 +31,8 @@ class WholeBooks : public test::ShopTest, public testing::WithParamInterface<Swi
     if (!movesLater) setParameter(GetParam().parameter, GetParam().value);
     // A shop at work: both goods in both warehouses, money and month rows are there.
     receive("2021-05-01", {{"A", 20, 5}, {"B", 30, 2}});
-    const QString moved = waitingDocument(transfer, "2021-05-01", {{"ck_in", u"100002"}}, {{"A", 5, 5}, {"B", 5, 2}});
-    EXPECT_EQ(audit(moved), AuditOutcome::Audited);
+    const QString moved =
+        audited(waitingDocument(transfer, "2021-05-01", {{"ck_in", u"100002"}}, {{"A", 5, 5}, {"B", 5, 2}}));
     sell("2021-05-04", {{"A", 2, 9}, {"B", 1, 4}}, 10);
     receive("2021-05-05", {{"A", 3, 7}});
     if (movesLater) setParameter(GetParam().parameter, GetParam().value);
@@ -109,8 +106,7 @@ TEST_P(WholeBooks, DocumentsWithinTheHouseAndLoans) {
   }
 
   // A return of lent goods is audited from the first moment on, and its cancel leaves nothing of it.
-  const QString lent = waitingDocument(loan, "2021-05-03", {}, {{"A", 3, 5}});
-  EXPECT_EQ(audit(lent), AuditOutcome::Audited);
+  const QString lent = audited(waitingDocument(loan, "2021-05-03", {}, {{"A", 3, 5}}));
   const auto line = lookupValue("select id from jxc_khjhsp where gl_djh=?", lent).toLongLong();
   const Books before = readBooks();
   for (const bool kept : {false, true})
@@ -176,5 +172,4 @@ INSTANTIATE_TEST_SUITE_P(UnderEverySwitch, WholeBooks,
                            return std::string(tested.param.parameter) + "_" + std::to_string(tested.param.value);
                          });
 
-}  // namespace whole_books_test
-}  // namespace jxc
+}  // namespace jxc::whole_books_test

@@ -14,7 +14,6 @@
 #include "core/login.h"
 #include "core/prompt.h"
 #include "core/session.h"
-#include "core/statements.h"
 #include "engine/server.h"
 #include "harness/waiting_document.h"
 #include "inventory/stocktaking.h"
@@ -29,14 +28,12 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <random>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace jxc::torture_audit {
 

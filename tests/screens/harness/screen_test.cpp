@@ -21,8 +21,6 @@
 #include <QTableView>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 namespace jxc::test {
 namespace screen_test_detail {
 
@@ -138,6 +136,18 @@ void ScreenTest::expectScreen(std::string_view name, Steps steps) {
                        Answer::No, std::move(steps)});
 }
 
+ScreenTest::Steps ScreenTest::filled(std::initializer_list<std::pair<std::string_view, QStringView>> inputs,
+                                     const char* key) {
+  std::vector<std::pair<std::string, QString>> typed;
+  for (const auto& [field, text] : inputs)
+    typed.emplace_back(field, text.toString());
+  return [typed, key](ui::Screen& screen) {
+    for (const auto& [field, text] : typed)
+      type(screen, field, text);
+    press(screen, key);
+  };
+}
+
 bool ScreenTest::open(std::string_view name, Steps steps) {
   return open(ui::screenNamed(name), std::move(steps));
 }
@@ -240,6 +250,11 @@ void ScreenTest::type(ui::Screen& screen, std::string_view name, QStringView tex
   typeIn(*place, text);
 }
 
+void ScreenTest::enter(ui::Screen& screen, std::string_view field, QStringView text) {
+  type(screen, field, text);
+  press(screen, "Return");
+}
+
 void ScreenTest::choose(ui::Screen& screen, std::string_view name, const QString& text) {
   auto& field = screen.field(name);
   auto* combo = qobject_cast<QComboBox*>(field.widget());
@@ -259,6 +274,36 @@ void ScreenTest::check(ui::Screen& screen, std::string_view name, bool on) {
 
 void ScreenTest::press(ui::Screen& screen, const char* key) {
   pressIn(*screen_test_detail::focusOf(screen), key);
+}
+
+void ScreenTest::press(ui::Screen& screen, const char* key, const QString& notice) {
+  expectNotice(notice);
+  press(screen, key);
+}
+
+void ScreenTest::press(ui::Screen& screen, const char* key, const QString& question, Answer answer) {
+  expectQuestion(question, answer);
+  press(screen, key);
+}
+
+void ScreenTest::press(ui::Screen& screen, const char* key, std::string_view opens, Steps steps) {
+  expectScreen(opens, std::move(steps));
+  press(screen, key);
+}
+
+void ScreenTest::click(ui::Screen& screen, std::string_view command, std::string_view opens, Steps steps) {
+  expectScreen(opens, std::move(steps));
+  click(screen, command);
+}
+
+void ScreenTest::click(ui::Screen& screen, std::string_view command, const QString& notice) {
+  expectNotice(notice);
+  click(screen, command);
+}
+
+void ScreenTest::click(ui::Screen& screen, std::string_view command, const QString& question, Answer answer) {
+  expectQuestion(question, answer);
+  click(screen, command);
 }
 
 void ScreenTest::click(ui::Screen& screen, std::string_view name) {

@@ -7,9 +7,6 @@
 #include <QStringView>
 #include <QTemporaryDir>
 
-#include <deque>
-#include <functional>
-
 namespace jxc::test {
 
 /// A test over a fresh account set in memory and an empty program directory that drives real screens off-screen. What
@@ -26,6 +23,8 @@ class ScreenTest : public AccountSetFixture {
   void expectNotice(const QString& text);
   void expectQuestion(const QString& text, Answer answer);
   void expectScreen(std::string_view name, Steps steps);
+  /// Fills in a screen and leaves it by this key.
+  static Steps filled(std::initializer_list<std::pair<std::string_view, QStringView>> inputs, const char* key = "F5");
   /// Expectations that were not met yet.
   int expectationsLeft() const { return static_cast<int>(expected_.size()); }
 
@@ -35,11 +34,19 @@ class ScreenTest : public AccountSetFixture {
   bool open(ui::Screen& screen, Steps steps);
 
   // What an operator does.
-  static void type(ui::Screen& screen, std::string_view field, QStringView text);  // replaces what is there
+  static void type(ui::Screen& screen, std::string_view field, QStringView text);   // replaces what is there
+  static void enter(ui::Screen& screen, std::string_view field, QStringView text);  // the same, and Return
   static void choose(ui::Screen& screen, std::string_view field, const QString& text);
   static void check(ui::Screen& screen, std::string_view field, bool on);
   static void press(ui::Screen& screen, const char* key);  // "F5", "Return", "Esc", "Ctrl+C"
   static void click(ui::Screen& screen, std::string_view command);
+  // The same, and something opens on top: a notice, a question that is answered, a screen with what is done there.
+  void press(ui::Screen& screen, const char* key, const QString& notice);
+  void press(ui::Screen& screen, const char* key, const QString& question, Answer answer);
+  void press(ui::Screen& screen, const char* key, std::string_view opens, Steps steps);
+  void click(ui::Screen& screen, std::string_view command, const QString& notice);
+  void click(ui::Screen& screen, std::string_view command, const QString& question, Answer answer);
+  void click(ui::Screen& screen, std::string_view command, std::string_view opens, Steps steps);
   static void edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);
   /// The same up to the last character: the cell is still open.
   static void typeInCell(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text);

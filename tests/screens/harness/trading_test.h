@@ -9,8 +9,6 @@
 #include <QTabWidget>
 #include <QTableView>
 
-#include <gtest/gtest.h>
-
 namespace jxc::test {
 
 /// What is asked before a document is saved that will wait in this panel.
@@ -51,35 +49,16 @@ class TradingScreenTest : public ScreenTest {
     int bought = 0;                                    // times
   };
   static void addGoods(const Goods& g) {
-    insertRow("jxc_goods", {{"g_sn", g.sn},
-                            {"g_name", g.name},
-                            {"g_jm", u"JJ"},
-                            {"g_sptm", g.barcode},
-                            {"g_jj", g.cost},
-                            {"g_scjj", g.cost},
-                            {"g_pjjj", g.cost},
-                            {"g_kc", g.stock},
-                            {"g_cgpl", g.bought},
-                            {"g_xspl", 0},
-                            {"g_jy", 0},
-                            {"g_gdcbj", 0},
-                            {"dw_name", u"付"},
-                            {"gg_name", u""},
-                            {"color_name", u""},
-                            {"gc_sn", g.product.isEmpty() ? u"1001" : u"1000"},
-                            {"g_sj", g.price},
-                            {"g_lsj", g.price},
-                            {"g_qc", g.product.isEmpty() ? g.name : g.product},
-                            {"g_qgd", g.sphere},
-                            {"g_sgd", g.cylinder},
-                            {"g_isjp", g.product.isEmpty() ? 0 : 1}});
+    const bool isLens = !g.product.isEmpty();
+    execSql(
+        "insert into jxc_goods (g_sn,g_name,g_qc,g_sptm,g_jj,g_scjj,g_pjjj,g_sj,g_lsj,g_kc,g_cgpl,gc_sn,g_isjp,g_qgd,"
+        "g_sgd,g_jm,g_xspl,g_jy,g_gdcbj,dw_name,gg_name,color_name) values "
+        "(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,'JJ',0,0,0,'付','','')",
+        g.sn, g.name, isLens ? g.product : g.name, g.barcode, g.cost, g.cost, g.cost, g.price, g.price, g.stock,
+        g.bought, isLens ? u"1000" : u"1001", isLens, g.sphere, g.cylinder);
     if (g.stock != 0)
-      insertRow("jxc_kcsp", {{"g_sn", g.sn},
-                             {"ck_sn", u"100001"},
-                             {"kc_sl", g.stock},
-                             {"kc_zsl", g.stock},
-                             {"kc_cbj", g.cost},
-                             {"kc_xssl", 0.0}});
+      execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',?,?,?,0)", g.sn,
+              g.stock, g.stock, g.cost);
   }
 
   /// Rows of a statement, cells by a blank, rows by " | ".

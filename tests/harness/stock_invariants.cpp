@@ -7,8 +7,7 @@
 #include <cmath>
 #include <map>
 
-namespace jxc::test {
-namespace stock_invariants {
+namespace jxc::test::stock_invariants {
 
 bool same(double a, double b) {
   return std::fabs(a - b) < 1e-6;
@@ -110,5 +109,4 @@ const bool registered = addInvariant({QStringLiteral("running stock figures"), r
                         addInvariant({QStringLiteral("goods stock"), goodsStockIsSumOfWarehouses}) &&
                         addInvariant({QStringLiteral("documents"), documentsAreWhole});
 
-}  // namespace stock_invariants
-}  // namespace jxc::test
+}  // namespace jxc::test::stock_invariants

@@ -5,8 +5,7 @@
 #include <cmath>
 #include <map>
 
-namespace jxc::test {
-namespace account_invariants {
+namespace jxc::test::account_invariants {
 
 bool same(double a, double b) {
   return std::fabs(a - b) < 1e-5;
@@ -59,5 +58,4 @@ const bool registered = addInvariant({QStringLiteral("cash balances"), cash}) &&
                         addInvariant({QStringLiteral("partner balances"), partners}) &&
                         addInvariant({QStringLiteral("invoice balances"), invoices});
 
-}  // namespace account_invariants
-}  // namespace jxc::test
+}  // namespace jxc::test::account_invariants
