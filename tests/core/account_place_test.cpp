@@ -2,14 +2,12 @@
 #include "core/account_place.h"
 
 #include "core/console_copy.h"
+#include "harness/files.h"
 #include "harness/qt_printers.h"
 #include "platform/network_share.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace jxc::account_place_test {
 
@@ -18,9 +16,7 @@ class AccountPlace : public ::testing::Test {
   ~AccountPlace() override { setFileSystemProbe({}); }
 
   const QString& holding(const QByteArray& content) {
-    QFile out(file_);
-    EXPECT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    out.write(content);
+    test::writeBytes(file_, content);
     return file_;
   }
   QString refusalOf(const QString& place) {

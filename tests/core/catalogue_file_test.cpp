@@ -1,11 +1,9 @@
 #include "core/schema/catalogue_file.h"
 
 #include "engine/database.h"
+#include "harness/files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace jxc {
 
@@ -36,14 +34,9 @@ TEST(CatalogueFile, HalfMadeIsCompletedAndForeignRefused) {
   EXPECT_EQ(openSqlite(halfMade)->lookup("select zt_sn from jxc_xtzt").text(), u"100001");
 
   const QString foreign = folder.filePath(QStringLiteral("foreign.dll"));
-  QFile file(foreign);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  const QByteArray content(4096, 'x');
-  file.write(content);
-  file.close();
+  test::writeBytes(foreign, QByteArray(4096, 'x'));
   EXPECT_THROW(ensureCatalogueFile(foreign), DbError);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), content);
+  EXPECT_EQ(test::bytesOf(foreign), QByteArray(4096, 'x'));
 }
 
 }  // namespace jxc

@@ -2,6 +2,7 @@
 
 #include "core/data_module.h"
 #include "core/statements.h"
+#include "harness/files.h"
 #include "harness/qt_printers.h"
 #include "platform/machine.h"
 #include "platform/single_instance.h"
@@ -26,14 +27,9 @@ class StartupStory : public ::testing::Test {
     setProgramDirectory(before_);
   }
   QString home() const { return directory_.path(); }
-  static QByteArray content(const char* relative) {
-    QFile file(programPath(QLatin1String(relative)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
+  static QByteArray content(const char* relative) { return bytesOf(programPath(QLatin1String(relative))); }
   static void put(const char* relative, const QByteArray& bytes) {
-    QFile file(programPath(QLatin1String(relative)));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
+    writeBytes(programPath(QLatin1String(relative)), bytes);
   }
   static FriendlyFailure failureOfOpening() {
     try {

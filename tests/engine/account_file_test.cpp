@@ -1,6 +1,7 @@
 #include "engine/snapshot.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
+#include "harness/files.h"
 #include "plan_book.h"
 
 #include <QDir>
@@ -26,16 +27,6 @@ struct AccountFile : testing::Test {
   std::shared_ptr<test::PlanBook> book = std::make_shared<test::PlanBook>();
 
   QString path(const char* name) const { return directory.filePath(QString::fromUtf8(name)); }
-  void write(const QString& name, const QByteArray& content) const {
-    QFile file(name);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-  }
-  QByteArray read(const QString& name) const {
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  }
   /// A set with 200 goods, closed again.
   QString makeSet(const char* name) {
     const auto db = test::openBook(book, path(name));
@@ -90,10 +81,10 @@ TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
   expectRefused(path("jxc_100002.mdb"), "不存在");
   EXPECT_FALSE(QFileInfo::exists(path("jxc_100002.mdb")));
 
-  write(path("empty.mdb"), {});
+  test::writeBytes(path("empty.mdb"), {});
   expectRefused(path("empty.mdb"), "空");
 
-  write(path("letter.mdb"), QByteArray("这是一封信。").repeated(1000));
+  test::writeBytes(path("letter.mdb"), QByteArray("这是一封信。").repeated(1000));
   expectRefused(path("letter.mdb"), "不是本系统的数据库");
 
   sqlite3* foreign = nullptr;
@@ -101,15 +92,15 @@ TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
   sqlite3_exec(foreign, "create table photos (id integer primary key); insert into photos values (7)", nullptr, nullptr,
                nullptr);
   sqlite3_close(foreign);
-  const QByteArray before = read(path("photos.mdb"));
+  const QByteArray before = test::bytesOf(path("photos.mdb"));
   expectRefused(path("photos.mdb"), "不是本系统的数据库");
   SqliteOptions create;
   create.create = true;
   EXPECT_EQ(failureOf([&] { openSqlite(path("photos.mdb"), create); }).kind(), Kind::File);
-  EXPECT_EQ(read(path("photos.mdb")), before);
+  EXPECT_EQ(test::bytesOf(path("photos.mdb")), before);
 
   // An account set that the program can do without is not named by the word that ends the program.
-  write(path("jxc.mdb"), "no database");
+  test::writeBytes(path("jxc.mdb"), "no database");
   SqliteOptions spare;
   spare.essential = false;
   EXPECT_FALSE(failureOf([&] { openSqlite(path("jxc.mdb"), spare); }).message().contains(QStringLiteral("jxc.mdb")));
@@ -121,14 +112,14 @@ TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
 }
 
 TEST_F(AccountFile, DamageIsToldAsDamage) {
-  const QByteArray whole = read(makeSet("jxc_100003.mdb"));
-  write(path("short.mdb"), whole.left(whole.size() / 2));
+  const QByteArray whole = test::bytesOf(makeSet("jxc_100003.mdb"));
+  test::writeBytes(path("short.mdb"), whole.left(whole.size() / 2));
   expectRefused(path("short.mdb"), "损坏");
   // The head of the file is right and the pages behind it are not: this shows when they are read.
   QByteArray scratched = whole;
   for (qsizetype i = 4096; i < scratched.size(); ++i)
     scratched[i] = static_cast<char>(i * 7);
-  write(path("scratched.mdb"), scratched);
+  test::writeBytes(path("scratched.mdb"), scratched);
   const DbError error = failureOf([&] { test::openBook(book, path("scratched.mdb"))->select("select * from goods"); });
   EXPECT_EQ(error.kind(), Kind::File);
   EXPECT_TRUE(error.message().contains(QStringLiteral("jxc.mdb"))) << error.what();
@@ -265,7 +256,7 @@ TEST_F(AccountFile, AListOrABackupOfAReplacedFileHarmsNeither) {
   const QString yesterday = path("yesterday.mdb"), aside = path("aside.mdb");
   const auto db = test::openBook(book, name);
   db->backupTo(yesterday);
-  const QByteArray content = read(yesterday);
+  const QByteArray content = test::bytesOf(yesterday);
   const double before = number(*db, "select count(*) from goods");
   db->execute("insert into goods (name,qty) values ('today',1)");
   // Somebody puts the backup in the place of the open file; its log lies there under its name still.
@@ -273,7 +264,7 @@ TEST_F(AccountFile, AListOrABackupOfAReplacedFileHarmsNeither) {
   ASSERT_TRUE(QFile::copy(yesterday, name));
   EXPECT_EQ(failureOf([&] { db->openReader(); }).kind(), Kind::File);
   EXPECT_EQ(failureOf([&] { db->backupTo(path("new.DAT")); }).kind(), Kind::File);
-  EXPECT_EQ(read(name), content) << "the log of one file was carried into another";
+  EXPECT_EQ(test::bytesOf(name), content) << "the log of one file was carried into another";
   ASSERT_TRUE(QFile::remove(name));
   ASSERT_TRUE(QFile::rename(aside, name));
   EXPECT_EQ(number(*db, "select count(*) from goods"), before + 1);
@@ -309,9 +300,9 @@ TEST_F(AccountFile, ABackupIsWholeWhileOthersWrite) {
     EXPECT_EQ(copy->lookup("select integrity_check from pragma_integrity_check").text(), QStringLiteral("ok"));
   }
   // Cancelled or impossible: the backup of yesterday stays as it is, and nothing else is left behind.
-  const QByteArray yesterday = read(path("晴川.DAT"));
+  const QByteArray yesterday = test::bytesOf(path("晴川.DAT"));
   db->backupTo(path("晴川.DAT"), [](int percent) { return percent < 30; });
-  EXPECT_EQ(read(path("晴川.DAT")), yesterday);
+  EXPECT_EQ(test::bytesOf(path("晴川.DAT")), yesterday);
   const DbError error = failureOf([&] { db->backupTo(path("nowhere/晴川.DAT")); });
   EXPECT_EQ(error.kind(), Kind::File);
   EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb")));

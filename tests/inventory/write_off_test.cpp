@@ -25,6 +25,25 @@ class WriteOffTest : public test::ShopTest {
   }
 };
 
+// 0.333 × 5.55 to the digits of money, or of totals where they are kept apart.
+TEST_F(WriteOffTest, AmountsAreRoundedFromTheDialogAndFromThePickedList) {
+  execSql("update jxc_kcsp set kc_cbj=5.55");
+  setParameter("cs_cbjs", 3);
+  for (const DocumentFamily* kind : {&loss, &overflow})
+    for (const auto& [apart, amounts] : {std::pair(0, "1.85 1.85"), {1, "1.8 1.8"}}) {
+      Transaction trial(accountDb());
+      setParameter("cs_zjews", apart);
+      setParameter("cs_jews", 1);
+      const DocumentDraft draft = write_off::fresh(*kind, {});
+      const LineRules& lines = rules().of(draft.number).lines();
+      add(draft, "A", 0.333);
+      PickingMemory memory;
+      lines.stageGoods("A", 0.333, placeOf(draft), Lines::Draft, memory, prompt.willSayYes());
+      lines.copyStaged(placeOf(draft), Lines::Draft);
+      EXPECT_EQ(row(compose("select {} from {}", {kind->line.columns->total, kind->lines})), amounts) << kind->lines;
+    }
+}
+
 TEST_F(WriteOffTest, ALossTakesOnlyWhatTheWarehouseKnowsAndAnOverflowEverything) {
   const auto offered = [](const DocumentDraft& d) { return goodsToPick(rules().of(d.number).lines(), placeOf(d)); };
   const DocumentDraft lost = write_off::fresh(loss, {}), found = write_off::fresh(overflow, {});

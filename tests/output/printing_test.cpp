@@ -1,4 +1,5 @@
 // Papers of the documents: which lines print, what the variables say, which form is taken.
+#include "harness/files.h"
 #include "output/money_reports.h"
 #include "output/paper.h"
 #include "output/printed_documents.h"
@@ -267,15 +268,11 @@ TEST_F(PrintingTest, ATemplateMayAskForCapitals) {
 TEST_F(PrintingTest, MissingTemplatesComeBackAndChangedOnesStay) {
   ASSERT_TRUE(QFile::remove(templatePath(u"spxs.fr3")));
   EXPECT_THROW(openReport(u"spxs"), report::TemplateError);
-  QFile own(templatePath(u"cgjh"));
-  ASSERT_TRUE(own.open(QIODevice::WriteOnly));
-  own.write("mine");
-  own.close();
+  test::writeBytes(templatePath(u"cgjh"), "mine");
   EXPECT_EQ(bringTemplates(), QStringList{"spxs.fr3"});
   EXPECT_NO_THROW(openReport(u"spxs"));
-  ASSERT_TRUE(own.open(QIODevice::ReadOnly));
-  EXPECT_EQ(own.readAll(), "mine");
-  EXPECT_TRUE(own.remove());
+  EXPECT_EQ(test::bytesOf(templatePath(u"cgjh")), "mine");
+  EXPECT_TRUE(QFile::remove(templatePath(u"cgjh")));
 }
 
 /// Every delivered template loads, and lays out its own sample without an expression that fails.

@@ -1,12 +1,9 @@
 // The example of docs/report-templates.md prints as the page says.
+#include "harness/files.h"
 #include "harness/gui.h"
 #include "harness/qt_printers.h"
 #include "platform/report/report.h"
 #include "platform/report/template_file.h"
-
-#include <QFile>
-
-#include <gtest/gtest.h>
 
 namespace jxc::report_documentation_test {
 
@@ -14,9 +11,7 @@ using namespace report;
 
 TEST(ReportDocumentation, TheWorkedExamplePrints) {
   test::needGui();
-  QFile file(QStringLiteral(JXC_SOURCE_DIR "/docs/report-templates.md"));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray page = file.readAll();
+  const QByteArray page = test::bytesOf(QStringLiteral(JXC_SOURCE_DIR "/docs/report-templates.md"));
   const qsizetype from = page.indexOf("```xml\n") + 7, to = page.indexOf("```", from);
   ASSERT_GT(to, from);
   const Template t = parseTemplate(page.mid(from, to - from));

@@ -1,4 +1,5 @@
 // What leaves the program: PDF that another reader reads, pictures, barcodes; files that stay whole.
+#include "harness/files.h"
 #include "harness/gui.h"
 #include "harness/qt_printers.h"
 #include "harness/report_samples.h"
@@ -157,10 +158,7 @@ TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
   QImage red(40, 20, QImage::Format_RGB32);
   red.fill(Qt::red);
   ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("100001.png"))));
-  QFile broken(folder.filePath(QStringLiteral("broken.png")));
-  ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-  broken.write("no picture");
-  broken.close();
+  test::writeBytes(folder.filePath(QStringLiteral("broken.png")), "no picture");
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);

@@ -1,6 +1,7 @@
 // Templates as files: what is written comes back, what is damaged says so, nothing is overwritten unasked.
 #include "platform/report/template_file.h"
 
+#include "harness/files.h"
 #include "harness/qt_printers.h"
 #include "harness/report_samples.h"
 
@@ -25,17 +26,6 @@ std::optional<Kind> failure(const std::function<void()>& work, QString* message 
     if (message) *message = error.message();
     return error.kind();
   }
-}
-
-void write(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(bytes);
-}
-
-QByteArray read(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// Something of everything that a template can hold.
@@ -128,12 +118,12 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
 
   // A newer program's file, then a damaged one: only who insists replaces it, and it is kept beside.
   for (const QByteArray& bytes : {QByteArray("<report version=\"2\" magic=\"x\"/>"), QByteArray("<report")}) {
-    write(path, bytes);
+    test::writeBytes(path, bytes);
     EXPECT_EQ(failure([&] { saveTemplate(first, path, SaveMode::Replace); }), Kind::WouldLose);
-    EXPECT_EQ(read(path), bytes);
+    EXPECT_EQ(test::bytesOf(path), bytes);
     saveTemplate(first, path, SaveMode::Force);
     EXPECT_EQ(loadTemplate(path), first);
-    EXPECT_EQ(read(path + QStringLiteral(".bak")), bytes);
+    EXPECT_EQ(test::bytesOf(path + QStringLiteral(".bak")), bytes);
   }
   EXPECT_EQ(failure([&] { saveTemplate(first, folder.filePath(QStringLiteral("no/such.fr3")), SaveMode::New); }),
             Kind::Unwritable);

@@ -1,5 +1,6 @@
 // Adding goods and units as an operator does it; what no catalogue should have to take is refused in clear words or
 // cleaned, and nothing is half done.
+#include "harness/files.h"
 #include "masterdata/goods.h"
 #include "masterdata/goods_classes.h"
 #include "masterdata/screens/goods_form.h"
@@ -127,11 +128,9 @@ TEST_F(CatalogAddTest, NamesCodesPricesAndPictures) {
     EXPECT_EQ(count(), 0);
     s.field("g_sj").setNumber(5);
 
-    QFile none(file(u"none.jpg"_qs));
-    ASSERT_TRUE(none.open(QIODevice::WriteOnly) && none.write("no picture") > 0);
-    none.close();
+    writeBytes(file(u"none.jpg"_qs), "no picture");
     expectNotice(u"图片文件不能读取，请选择其他图片！"_qs);
-    form.usePicture(none.fileName());
+    form.usePicture(file(u"none.jpg"_qs));
     EXPECT_EQ(s.findChild<QLabel*>(u"imagePic"_qs)->text(), u"没有图片"_qs);
     press(s, "F5");
     EXPECT_EQ(count(), 1);

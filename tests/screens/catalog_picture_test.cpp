@@ -1,4 +1,5 @@
 // Pictures of goods: files beside the database, always JPEG.
+#include "harness/files.h"
 #include "masterdata/screens/goods_camera.h"
 #include "masterdata/screens/goods_picture.h"
 #include "platform/camera/camera.h"
@@ -23,9 +24,7 @@ TEST_F(CatalogPictureTest, AnyPictureBecomesTheJpegOfItsNumber) {
   EXPECT_FALSE(goodsPicture(goodsPictureFile(u"30000001"_qs), {100, 100}).isNull());
 
   // What is no picture is refused, and the old one stays.
-  QFile text(file(u"b.jpg"_qs));
-  ASSERT_TRUE(text.open(QIODevice::WriteOnly) && text.write("no picture") > 0);
-  text.close();
+  writeBytes(file(u"b.jpg"_qs), "no picture");
   EXPECT_THROW(saveGoodsPicture(u"30000001"_qs, file(u"b.jpg"_qs)), std::runtime_error);
   EXPECT_TRUE(QFile::exists(file(u"picture/30000001.jpg"_qs)));
 

@@ -1,4 +1,5 @@
 // The designer of report templates: edits with undo, mouse and keys on the canvas, saving that loses nothing.
+#include "harness/files.h"
 #include "output/screens/template_designer.h"
 #include "platform/report/report.h"
 #include "platform/report/template_file.h"
@@ -125,11 +126,6 @@ TEST(DesignDocumentTest, CopiesReachAnotherTemplateAndGroupsComeAndGoWhole) {
 class DesignerTest : public ScreenTest {
  protected:
   DesignerTest() : path_(file(u"spxs.fr3"_qs)) { report::saveTemplate(slip(), path_, report::SaveMode::New); }
-  static QByteArray contents(const QString& path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-  }
   void design(const std::function<void(TF_Bbsj_Edit&)>& steps) {
     expectScreen("F_Bbsj_Edit", [steps](ui::Screen& s) { steps(static_cast<TF_Bbsj_Edit&>(s)); });
     ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit").design(path_);
@@ -150,7 +146,7 @@ class DesignerTest : public ScreenTest {
 };
 
 TEST_F(DesignerTest, AnOwnerChangesTheSlipByMouseAndKeysAndPrintsItAgain) {
-  const QByteArray original = contents(path_);
+  const QByteArray original = bytesOf(path_);
   design([&](TF_Bbsj_Edit& screen) {
     auto& document = screen.designer().document();
     auto& canvas = screen.designer().canvas();
@@ -208,11 +204,11 @@ TEST_F(DesignerTest, AnOwnerChangesTheSlipByMouseAndKeysAndPrintsItAgain) {
 
     const QString preview = screen.designer().preview().pages().lines(0).join(u'|');
     EXPECT_TRUE(preview.contains(u"送货单明视眼镜")) << preview.toStdString();
-    EXPECT_EQ(contents(path_), original);  // nothing is written before it is saved
+    EXPECT_EQ(bytesOf(path_), original);  // nothing is written before it is saved
     press(screen, "F5");
     EXPECT_FALSE(document.isDirty());
   });
-  EXPECT_EQ(contents(path_ + u".bak"_qs), original);
+  EXPECT_EQ(bytesOf(path_ + u".bak"_qs), original);
   const Template saved = report::loadTemplate(path_);
   EXPECT_EQ(saved.bands[0].items[0].x, 30);
   report::Report again(saved);
@@ -221,7 +217,7 @@ TEST_F(DesignerTest, AnOwnerChangesTheSlipByMouseAndKeysAndPrintsItAgain) {
 }
 
 TEST_F(DesignerTest, LeavingAsksAndTheFieldListPutsFieldsOnThePaper) {
-  const QByteArray original = contents(path_);
+  const QByteArray original = bytesOf(path_);
   design([&](TF_Bbsj_Edit& screen) {
     auto& document = screen.designer().document();
     document.chooseBand(1);
@@ -243,7 +239,7 @@ TEST_F(DesignerTest, LeavingAsksAndTheFieldListPutsFieldsOnThePaper) {
     expectQuestion(u"模板已修改，要保存吗？"_qs, Answer::No);
     pressIn(canvas, "Esc");
   });
-  EXPECT_EQ(contents(path_), original);
+  EXPECT_EQ(bytesOf(path_), original);
 }
 
 TEST_F(DesignerTest, WordsThatAreBeingTypedCountWhenTheWindowIsLeft) {
@@ -277,14 +273,11 @@ TEST_F(DesignerTest, ObjectsComeOntoThePaperWithoutAMouse) {
 
 TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
   auto& screen = ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit");
-  const auto told = [&](const QByteArray& contents) {
-    QFile file(path_);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(contents);
-    file.close();
+  const auto told = [&](const QByteArray& spoilt) {
+    writeBytes(path_, spoilt);
     try {
       report::loadTemplate(path_);
-      ADD_FAILURE() << "was read: " << contents.left(60).toStdString();
+      ADD_FAILURE() << "was read: " << spoilt.left(60).toStdString();
     } catch (const report::TemplateError& failure) {
       EXPECT_TRUE(failure.message().contains(u"spxs.fr3")) << failure.message().toStdString();
       expectNotice(failure.message());
@@ -292,12 +285,12 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
     screen.design(path_);
     EXPECT_EQ(expectationsLeft(), 0);
   };
-  QByteArray newer = contents(path_);
+  QByteArray newer = bytesOf(path_);
   ASSERT_TRUE(newer.contains("version=\"1\""));
   newer.replace("version=\"1\"", "version=\"99\"");
   told(newer);
   told(QByteArray());
-  told(contents(path_).left(40));
+  told(bytesOf(path_).left(40));
 
   // Damaged behind the designer's back: saving asks twice, and a no leaves the file.
   QFile::remove(path_);
@@ -312,7 +305,7 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
     file.setFileTime(QDateTime(QDate(2020, 1, 1), QTime(8, 0)), QFileDevice::FileModificationTime);
     file.close();
     press(window, "F5", u"模板文件“spxs.fr3”在打开之后又被改动过，要用现在的设计覆盖它吗？"_qs, Answer::No);
-    EXPECT_EQ(contents(path_), "half a templ");
+    EXPECT_EQ(bytesOf(path_), "half a templ");
     expectQuestion(u"模板已修改，要保存吗？"_qs, Answer::No);
     press(window, "Esc");  // what is chosen first
     press(window, "Esc");

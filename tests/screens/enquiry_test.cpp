@@ -1,5 +1,6 @@
 // The enquiry kind as an operator uses it: asks, follows a sum to its lines and a line to its document, comes back.
 #include "core/data_module.h"
+#include "harness/files.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
 #include "screens/harness/screen_test.h"
@@ -250,10 +251,9 @@ TEST_F(EnquiryTest, WhatTakesLongStopsAtOnce) {
 
 TEST(EnquiryPage, ShowsTheExampleAsItIs) {
   const auto read = [](const char* file) {
-    QFile text(QStringLiteral(JXC_SOURCE_DIR) + QString::fromLatin1(file));
-    EXPECT_TRUE(text.open(QIODevice::ReadOnly)) << file;
-    return text.readAll();
+    return bytesOf(QStringLiteral(JXC_SOURCE_DIR) + QString::fromLatin1(file));
   };
+  ASSERT_FALSE(read("/tests/screens/enquiry_sample.cpp").isEmpty());
   EXPECT_TRUE(read("/docs/add-an-enquiry.md").contains("```cpp\n" + read("/tests/screens/enquiry_sample.cpp") + "```"))
       << "the page and the example have parted";
 }

@@ -2,6 +2,7 @@
 #include "ui/grid_output.h"
 
 #include "harness/articles.h"
+#include "harness/files.h"
 #include "masterdata/goods_classes.h"
 #include "platform/sheet/sheet_reader.h"
 #include "screens/harness/screen_test.h"
@@ -200,10 +201,7 @@ TEST_F(GridOutputTest, TheLayoutIsExplainedOnceThenSaved) {
   EXPECT_EQ(captions(grid), QStringLiteral("商品编号 商品名称 库存 金额 日期 禁用"));
 
   // A file that somebody has spoilt does no harm.
-  QFile spoilt(kept);
-  ASSERT_TRUE(spoilt.open(QIODevice::WriteOnly));
-  spoilt.write("[columns]\ng_sn=x, -5\ng_name=99999, 99999\nkc=1\n\xff\xfe=");
-  spoilt.close();
+  writeBytes(kept, "[columns]\ng_sn=x, -5\ng_name=99999, 99999\nkc=1\n\xff\xfe=");
   ui::restoreGridLayout(QStringLiteral("test"), grid);
   EXPECT_LE(width(grid), 2000);
   EXPECT_TRUE(captions(grid).contains(QStringLiteral("商品名称")));
@@ -213,8 +211,7 @@ TEST_F(GridOutputTest, TheLayoutIsExplainedOnceThenSaved) {
 
   // Where nothing can be written the operator is told.
   QDir().rmdir(file(QStringLiteral("Layout")));
-  QFile blocking(file(QStringLiteral("Layout")));
-  ASSERT_TRUE(blocking.open(QIODevice::WriteOnly));
+  writeBytes(file(QStringLiteral("Layout")), {});
   expectNotice(QStringLiteral("布局文件不能写入：") + kept);
   ui::saveGridLayout(QStringLiteral("test"), grid);
 }

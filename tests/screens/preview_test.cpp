@@ -1,6 +1,7 @@
 // 打印预览: the pages of a print under the hands of an operator who has no mouse.
 #include "ui/report/preview.h"
 
+#include "harness/files.h"
 #include "harness/report_samples.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
@@ -107,9 +108,7 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
     press(screen, "Ctrl+S");
     EXPECT_FALSE(screen.command("btnFaults").isVisible());
   });
-  QFile pdf(folder.filePath(QStringLiteral("单.pdf")));
-  ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-  EXPECT_TRUE(pdf.readAll().startsWith("%PDF"));
+  EXPECT_TRUE(bytesOf(folder.filePath(QStringLiteral("单.pdf"))).startsWith("%PDF"));
 }
 
 TEST_F(PreviewTest, FaultsOfTheTemplateAreOneKeyAway) {

@@ -20,7 +20,8 @@ class ReturnScreenTest : public TradingScreenTest {
   }
   /// Both goods, this many of each at so many yuan, audited.
   QString write(const DocumentFamily& family, double quantity, double price, double paid) {
-    const QString number = waitingDocument(family, u"2021-05-03"_qs, {{family.paid, paid}},
+    const QString number = waitingDocument(family, u"2021-05-03"_qs,
+                                           {{family.paid, paid}, {&family == &families::sale ? "ls_th" : "j_th", 0}},
                                            {{u"A"_qs, quantity, price}, {u"B"_qs, quantity, price}});
     EXPECT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited);
     return number;

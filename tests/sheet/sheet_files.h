@@ -1,31 +1,16 @@
 // Files that the tests of spreadsheets make: packages and containers with what a test wants in them.
 #pragma once
 
+#include "harness/files.h"
 #include "platform/sheet/sheet_reader.h"
 #include "platform/sheet/sheet_writer.h"
 
-#include <QByteArray>
-#include <QFile>
-#include <QString>
-
-#include <gtest/gtest.h>
 #include <minizip/zip.h>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace jxc::test {
-
-inline QByteArray bytesOf(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline void writeBytes(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_EQ(file.write(bytes), bytes.size());
-}
 
 /// The check sum that a package with a password wants beforehand.
 inline unsigned long checkSum(const QByteArray& bytes) {
