@@ -9,7 +9,7 @@ namespace jxc::stock_enquiry_test {
 class StockEnquiry : public test::AccountSetFixture {
  protected:
   StockEnquiry() {
-    insertRow("jxc_ckxx", {{"ck_sn", "100002"}, {"ck_name", "二号库"}});
+    insertRow("jxc_ckxx", {{"ck_sn", "100002"}, {"ck_name", "二号库"}, {"ck_asn", "100009,"}});
     goods("F1", "钛架", "1000", 20);
     goods("F2", "板材架", "1000", 30);
     stock("F1", "100001", 3, 10);
@@ -44,6 +44,12 @@ TEST_F(StockEnquiry, FiltersNarrowAndTypedSignsAreChecked) {
   EXPECT_EQ(rows({.kind = QStringLiteral(">="), .amount = 4}).rowCount(), 1);
   EXPECT_EQ(rows({.partner = QStringLiteral("100002")}).rowCount(), 0);
   EXPECT_THROW(rows({.kind = QStringLiteral("; drop"), .amount = 4}), std::invalid_argument);
+}
+
+TEST_F(StockEnquiry, ABoundOperatorSumsOnlyHisWarehouses) {
+  setParameter("cs_cgyh", 1);
+  becomeOperator(QStringLiteral("小王"), QStringLiteral("100009"), QStringLiteral("100002"));
+  EXPECT_EQ(test::textsOf(rows({}), {"kcsl", "cbjj"}), QStringList({"1 14"}));
 }
 
 }  // namespace jxc::stock_enquiry_test
