@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "harness/account_set_fixture.h"
 #include "harness/articles.h"
+#include "harness/row_texts.h"
 #include "masterdata/goods_class_move.h"
 #include "masterdata/goods_classes.h"
 
@@ -53,13 +54,11 @@ TEST_F(GoodsChangeTest, HistoryFollowsANewNameAndThePriceCounts) {
   draft.number = u"X"_qs;  // stock stands under the number: it stays
   ASSERT_TRUE(changeGoods(id, draft, true, prompt));
 
-  EXPECT_EQ(openSelect("select g_name,dw_name,gg_name from jxc_goodslist where g_sn='30000001'").text(0, 0),
-            u"钛架二代"_qs);
-  EXPECT_EQ(lookupValue("select dw_name from jxc_goodslist where g_sn='30000001'"), u"片"_qs);
-  EXPECT_EQ(lookupValue("select gg_name from jxc_goodslist where g_sn='30000001'"), u"56"_qs);
-  EXPECT_EQ(lookupValue("select g_jj+g_scjj+g_pjjj from jxc_goods where id=?", id), u"37.5"_qs);
-  EXPECT_EQ(lookupValue("select g_cbj from jxc_goods where id=?", id), u"10"_qs);  // cost is the ledger's business
-  EXPECT_EQ(lookupValue("select dw_name2 from jxc_goods where id=?", id), u"片"_qs);
+  EXPECT_EQ(test::textsOf(openSelect("select g_name,dw_name,gg_name from jxc_goodslist where g_sn='30000001'")),
+            QStringList("钛架二代 片 56"));
+  // The cost is the ledger's business.
+  EXPECT_EQ(test::textsOf(openSelect("select g_jj,g_scjj,g_pjjj,g_cbj,dw_name2 from jxc_goods where id=?", id)),
+            QStringList("12.5 12.5 12.5 10 片"));
   EXPECT_EQ(lookupValue("select g_tc from jxc_goods where id=?", other), u"3"_qs);  // the whole class
 
   GoodsDraft unused = readGoods(other);

@@ -3,6 +3,7 @@
 
 #include "harness/account_set_fixture.h"
 #include "harness/articles.h"
+#include "harness/row_texts.h"
 #include "masterdata/goods_classes.h"
 
 namespace jxc::goods_test {
@@ -67,12 +68,9 @@ TEST_F(GoodsTest, OpeningStockStandsBeforeAllDocuments) {
   draft.openingStock = 4;
   ASSERT_TRUE(addGoods(draft, prompt));
 
-  const RowSet ledger = openSelect("select * from jxc_goodslist where g_sn='30000001'");
-  ASSERT_EQ(ledger.rowCount(), 1);
-  EXPECT_EQ(ledger[0].text("gl_flag"), QStringLiteral("qc"));
-  EXPECT_EQ(ledger[0].text("gl_kdrq"), QStringLiteral("2021-01-01"));
-  EXPECT_EQ(ledger[0].number("gl_kczje"), 182.0);  // 4 × 45.50
-  EXPECT_EQ(ledger[0].text("ghs_name"), QStringLiteral("期初建账"));
+  EXPECT_EQ(
+      test::textsOf(openSelect("select gl_flag,gl_kdrq,gl_kczje,ghs_name from jxc_goodslist where g_sn='30000001'")),
+      QStringList("qc 2021-01-01 182 期初建账"));  // 4 × 45.50
   EXPECT_EQ(lookupValue("select kc_zsl from jxc_kcsp where g_sn='30000001'"), QStringLiteral("4"));
   EXPECT_EQ(lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'"), QStringLiteral("182"));
   EXPECT_EQ(lookupValue("select g_qc from jxc_goods where g_sn='30000001'"), draft.name);
