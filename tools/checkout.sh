@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test and tools/package.sh, which have set $top: whose checkout it is, and what is built in it.
+# Sourced with $top set, by ./run, ./test and whatever else builds: whose checkout it is, and what is built in it.
 
 # hand_to_owner SECTIONS SCRIPT ARGUMENT…: root installs what is missing, and goes on as the one who owns the checkout;
 # what root made in it would stop the owner ever after.

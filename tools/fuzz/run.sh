@@ -6,6 +6,7 @@
 set -euo pipefail
 top=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../..
 top=$(readlink -f "$top")
+. "$top/tools/checkout.sh"
 seconds=600
 case ${1:-} in
   -h | --help) sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"; exit 0 ;;
@@ -17,10 +18,9 @@ targets=("$@")
 "$top/tools/setup.sh" build fuzz
 # Qt and fontconfig keep what they have loaded; leaks of our own are the business of ./test --asan.
 export ASAN_OPTIONS=detect_leaks=0
-[ -e "$top/build/fuzz/build.ninja" ] || (cd "$top" && cmake --preset fuzz -Wno-dev) >&2
 failed=0
 for target in "${targets[@]}"; do
-  nice -n 19 cmake --build "$top/build/fuzz" --target "fuzz_$target" -j "${JXC_JOBS:-$(nproc)}" >&2
+  (renice -n 19 -p "$BASHPID" >/dev/null; build fuzz "fuzz_$target") >&2
   work=$top/build/fuzz/work-$target
   kept=$top/tests/fuzz/corpus/$target
   mkdir -p "$work" "$kept"
