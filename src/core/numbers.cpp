@@ -75,6 +75,12 @@ QString nextSerial(std::string_view table, std::string_view field) {
   return numbers_detail::nextSerialIn(accountDb(), table, field);
 }
 
+QString serialOfNewRow(std::string_view table, std::string_view field, std::int64_t id) {
+  const std::int64_t first = QStringView(builtInSn).toLongLong();
+  const std::int64_t next = nextSerial(table, field).toLongLong();
+  return QString::number(std::max(next, first - 1 + id));  // the built-in row is the first of all
+}
+
 QString nextSerialZT(std::string_view table, std::string_view field) {
   return numbers_detail::nextSerialIn(catalogueDb(), table, field);
 }

@@ -21,7 +21,11 @@ class NumberError : public std::runtime_error {
 /// Next key of a master table: one more than the greatest in text order, "100001" for an empty table. Not reserved.
 /// Throws NumberError when the greatest key is no number.
 QString nextSerial(std::string_view table, std::string_view field);
-/// The same on the catalogue of account sets.
+/// Key of a row that was just inserted, with its `id`: as nextSerial, but never one that a deleted row had. Counters
+/// are never given twice, and keys keep step with them: what still names a key, a binding, a diary, must not come to
+/// mean somebody else.
+QString serialOfNewRow(std::string_view table, std::string_view field, std::int64_t id);
+/// nextSerial on the catalogue of account sets.
 QString nextSerialZT(std::string_view table, std::string_view field);
 
 /// Next document number of today: prefix, "yymmdd", five digits from "10001". Tables that share a number space with

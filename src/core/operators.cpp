@@ -2,10 +2,13 @@
 
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/rights.h"
+#include "core/roles.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/warehouse_binding.h"
 
 namespace jxc {
 namespace operators_detail {
@@ -38,22 +41,51 @@ std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
   return name;
 }
 
-/// Puts another name, or none, in place of a bound operator of all warehouses.
-void rewriteBinding(const QString& name, const QString& now, const QString& removedKey = {}) {
-  for (const Row row : openSelect("select id,ck_aname,ck_asn from jxc_ckxx where ck_aname like ?",
-                                  QStringLiteral("%") + name + QStringLiteral(",%"))) {
-    updateRow("jxc_ckxx", row.integer("id"),
-              {{"ck_aname", replaceListEntry(row.text("ck_aname"), name, now)},
-               {"ck_asn", replaceListEntry(row.text("ck_asn"), removedKey, {})}});
-  }
+bool hasRole(const OperatorDraft& draft, Prompt& prompt) {
+  if (!draft.roleKey.isEmpty()) return true;
+  prompt.notice(QStringLiteral("请选择角色！"));
+  return false;
+}
+
+/// Everybody could come in by Enter: that shall be meant.
+bool mayDoWithoutPassword(const QString& name, const QString& password, Prompt& prompt) {
+  return !password.trimmed().isEmpty() ||
+         prompt.ask(QStringLiteral("操作员“%1”没有密码，任何人都可以用这个名称登录，确认不设密码吗？").arg(name));
+}
+
+/// Where operators are bound to warehouses, one without any has no right at all.
+bool mayDoWithoutWarehouse(const OperatorDraft& draft, const QString& name, Prompt& prompt) {
+  if (session().cs_cgyh != u"1" || draft.roleKey == QStringView(builtInSn)) return true;
+  if (!draft.warehouses || !draft.warehouses->isEmpty() || !mayOpenWarehouses()) return true;
+  return prompt.ask(QStringLiteral("没有给操作员“%1”选择仓库，他将没有任何权限，确认吗？").arg(name));
+}
+
+/// Warehouses are opened and closed by who may set them up.
+std::optional<QString> bind(const OperatorDraft& draft, const QString& number, const QString& name) {
+  if (!draft.warehouses || !mayOpenWarehouses()) return {};
+  return openWarehousesTo(number, name, *draft.warehouses);
 }
 
 }  // namespace operators_detail
+
+bool mayOpenWarehouses() {
+  return hasRight("qtcz", 5);
+}
 
 bool mayManageOperators(Prompt& prompt) {
   if (operators_detail::hasOperatorRight()) return true;
   dispMsg(prompt, QStringLiteral("操作员设置！"));
   return false;
+}
+
+OperatorDraft newOperator() {
+  OperatorDraft draft;
+  draft.warehouses.emplace();
+  const auto numbers = openSelect("select ck_sn from jxc_ckxx order by id");
+  if (session().cs_cgyh == u"1" && numbers.rowCount() > 1) return draft;
+  for (const Row row : numbers)
+    *draft.warehouses << row.text("ck_sn");
+  return draft;
 }
 
 OperatorDraft readOperator(std::int64_t id) {
@@ -70,46 +102,62 @@ OperatorDraft readOperator(std::int64_t id) {
   draft.mostRoundOff = row.number("a_zreoje");
   draft.isHeadCashier = row.flag("a_pos");
   draft.isDisabled = row.flag("a_jy");
+  draft.warehouses = warehousesOpenTo(draft.number);
   return draft;
 }
 
 std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return {};
   const auto name = operators_detail::checkedName(draft, prompt);
-  if (!name) return {};
+  if (!name || !operators_detail::hasRole(draft, prompt)) return {};
+  if (!operators_detail::mayDoWithoutPassword(*name, draft.password, prompt)) return {};
+  if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return {};
 
-  Transaction transaction(accountDb());
-  const QString number = nextSerial("jxc_admin", "a_sn");
-  insertRow("jxc_admin", {{"a_sn", number},
-                          {"a_name", *name},
-                          {"r_sn", draft.roleKey},
-                          {"a_zreoje", draft.mostRoundOff},
-                          {"a_pwd", sanitizeKeyword(draft.password.trimmed())},
-                          {"a_pos", draft.isHeadCashier},
-                          {"a_jy", 0},
-                          {"a_jyt", 0}});
-  transaction.commit();
+  std::optional<QString> refusal;
+  QString number;
+  {
+    Transaction transaction(accountDb());
+    number = nextSerial("jxc_admin", "a_sn");
+    insertRow("jxc_admin", {{"a_sn", number},
+                            {"a_name", *name},
+                            {"r_sn", roleOf(draft.roleKey)},
+                            {"a_zreoje", draft.mostRoundOff},
+                            {"a_pwd", sanitizeKeyword(draft.password.trimmed())},
+                            {"a_pos", draft.isHeadCashier},
+                            {"a_jy", 0},
+                            {"a_jyt", 0}});
+    refusal = operators_detail::bind(draft, number, *name);
+    if (!refusal) transaction.commit();
+  }
+  if (isRefused(refusal, prompt)) return {};
   return number;
 }
 
 bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return false;
   const auto name = operators_detail::checkedName(draft, prompt);
-  if (!name) return false;
+  if (!name || !operators_detail::hasRole(draft, prompt)) return false;
+  if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return false;
 
-  Transaction transaction(accountDb());
-  const OperatorDraft before = readOperator(draft.id);
-  updateRow("jxc_admin", draft.id,
-            {{"a_name", *name}, {"a_zreoje", draft.mostRoundOff}, {"a_pos", draft.isHeadCashier}});
-  const QString password = sanitizeKeyword(draft.password.trimmed());
-  if (!password.isEmpty()) updateRow("jxc_admin", draft.id, {{"a_pwd", password}});
-  // Somebody must always be able to log in and change everything.
-  if (!operators_detail::isBuiltIn(before.number)) {
+  OperatorDraft before;
+  std::optional<QString> refusal;
+  {
+    Transaction transaction(accountDb());
+    before = readOperator(draft.id);
     updateRow("jxc_admin", draft.id,
-              {{"r_sn", draft.roleKey}, {"a_jy", draft.isDisabled}, {"a_jyt", draft.isDisabled ? 1 : 0}});
+              {{"a_name", *name}, {"a_zreoje", draft.mostRoundOff}, {"a_pos", draft.isHeadCashier}});
+    const QString password = sanitizeKeyword(draft.password.trimmed());
+    if (!password.isEmpty()) updateRow("jxc_admin", draft.id, {{"a_pwd", password}});
+    // Somebody must always be able to log in and change everything.
+    if (!operators_detail::isBuiltIn(before.number)) {
+      updateRow("jxc_admin", draft.id,
+                {{"r_sn", roleOf(draft.roleKey)}, {"a_jy", draft.isDisabled}, {"a_jyt", draft.isDisabled ? 1 : 0}});
+    }
+    if (before.name != *name) refusal = renameInBindings(before.name, *name);
+    if (!refusal) refusal = operators_detail::bind(draft, before.number, *name);
+    if (!refusal) transaction.commit();
   }
-  if (before.name != *name) operators_detail::rewriteBinding(before.name, *name);
-  transaction.commit();
+  if (isRefused(refusal, prompt)) return false;
   // His own new name holds from now on: under the old one the screen lock would never open again.
   if (before.number == session().a_sn) session().a_name = *name;
   return true;
@@ -117,23 +165,21 @@ bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
 
 bool deleteOperator(std::int64_t id, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return false;
-  return deleteAsking(
-      {.table = "jxc_admin",
-       .question = QStringLiteral("您确定要删除当前操作员吗！"),
-       .refusal = [](const Row& row) -> std::optional<QString> {
-         const QString name = row.text("a_name");
-         const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
+  return deleteAsking({.table = "jxc_admin",
+                       .question = QStringLiteral("您确定要删除当前操作员吗！"),
+                       .refusal = [](const Row& row) -> std::optional<QString> {
+                         const QString name = row.text("a_name");
+                         const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
     union select top 1 a_name from jxc_lsxsd where a_name=?)",
-                                              name, name);
-         if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
-         return operators_detail::isBuiltIn(row.text("a_sn"))
-                    ? std::optional(QStringLiteral("内置系统管理员不能删除！"))
-                    : std::nullopt;
-       },
-       // The next operator may get his number: he must not find himself in these warehouses.
-       .alsoDelete =
-           [](const Row& row) { operators_detail::rewriteBinding(row.text("a_name"), {}, row.text("a_sn")); }},
-      id, prompt);
+                                                              name, name);
+                         if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
+                         return operators_detail::isBuiltIn(row.text("a_sn"))
+                                    ? std::optional(QStringLiteral("内置系统管理员不能删除！"))
+                                    : std::nullopt;
+                       },
+                       // The next operator may get his number: he must not find himself in these warehouses.
+                       .alsoDelete = [](const Row& row) { removeFromBindings(row.text("a_sn"), row.text("a_name")); }},
+                      id, prompt);
 }
 
 std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt) {
@@ -144,9 +190,11 @@ std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt) {
 
 bool pasteOperator(const OperatorCopy& copy, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return false;
+  const QString name = (QStringLiteral("复制 ") + copy.name).left(operators_detail::kNameWidth);
+  if (!operators_detail::mayDoWithoutPassword(name, copy.password, prompt)) return false;
   Transaction transaction(accountDb());
   insertRow("jxc_admin", {{"a_sn", nextSerial("jxc_admin", "a_sn")},
-                          {"a_name", (QStringLiteral("复制 ") + copy.name).left(operators_detail::kNameWidth)},
+                          {"a_name", name},
                           {"r_sn", copy.roleKey},
                           {"a_zreoje", copy.mostRoundOff},
                           {"a_pwd", copy.password},

@@ -5,6 +5,7 @@
 #include "core/sql.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -17,17 +18,25 @@ struct OperatorDraft {
   QString number;       // a_sn of an existing one
   QString name, roleKey;
   QString password, passwordAgain;
-  double mostRoundOff = 0;     // the most that this cashier may round off at the till
-  bool isHeadCashier = false;  // POS柜长
-  bool isDisabled = false;     // leaves the login and the lists, stays in history
+  double mostRoundOff = 0;                     // the most that this cashier may round off at the till
+  bool isHeadCashier = false;                  // POS柜长
+  bool isDisabled = false;                     // leaves the login and the lists, stays in history
+  std::optional<QStringList> warehouses = {};  // that are open to him; nothing: they stay as they are
 };
 
 /// Whether this operator may see and change operators at all; told when not. All rules below ask it themselves.
 bool mayManageOperators(Prompt& prompt);
 
+/// Whether this operator may open warehouses to operators, and close them.
+bool mayOpenWarehouses();
+
+/// What the dialog of a new operator begins with: no role, and all warehouses open to him; where operators are bound to
+/// warehouses and there are several, none before one is chosen.
+OperatorDraft newOperator();
 /// The operator with this id, his password included; throws DbError when he is gone or the right is missing.
 OperatorDraft readOperator(std::int64_t id);
-/// Adds an operator. Returns his number, nothing when refused.
+/// Adds an operator with a role of his own choice (a key of `rolesToChoose`), his warehouses with him. Asks when he has
+/// no password. Returns his number, nothing when refused.
 std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt);
 /// Changes an operator. An empty password keeps the old one; role and state of the built-in administrator stay. A new
 /// name follows into the warehouses; documents keep the one under which they were written. False when refused.
@@ -41,7 +50,8 @@ struct OperatorCopy {
   double mostRoundOff = 0;
 };
 std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt);
-/// Adds "复制 " + name with the same role, password and round-off. The name is not compared with the list.
+/// Adds "复制 " + name with the same role, password and round-off. The name is not compared with the list. Asks when
+/// there is no password.
 bool pasteOperator(const OperatorCopy& copy, Prompt& prompt);
 
 /// Operators with their role's name, by what is looked for in name and number; without passwords. Nothing without the

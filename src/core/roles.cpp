@@ -6,6 +6,8 @@
 #include "core/statements.h"
 #include "core/text.h"
 
+#include <algorithm>
+
 namespace jxc {
 namespace roles_detail {
 
@@ -71,6 +73,68 @@ constexpr std::array<RightsGroup, kRightsGroups> kGroups = {{{"cggl", "采购管
                                                              {"rcgl", "日常管理", kDaily},
                                                              {"qtcz", "其它操作", kOther}}};
 
+// ---- ready-made roles --------------------------------------------------------------------------------------------
+
+using Grants = bool (*)(std::string_view group, std::string_view right);
+
+bool isOneOf(std::string_view right, std::initializer_list<std::string_view> list) {
+  return std::find(list.begin(), list.end(), right) != list.end();
+}
+
+/// Runs the shop; the installation is the administrator's.
+bool managerMay(std::string_view group, std::string_view right) {
+  return group != "qtcz" || !isOneOf(right, {"操作员设置", "系统设置", "清除日志", "帐套管理"});
+}
+/// Buys and moves goods; somebody else audits.
+bool buyerMay(std::string_view group, std::string_view right) {
+  if (right.find("审核") != std::string_view::npos) return false;
+  if (group == "cggl" || group == "kcgl") return true;
+  return isOneOf(right, {"商品管理", "供货商设置", "供货商管理", "显示商品成本价", "条码打印", "进货月报"});
+}
+/// Serves customers; sees no cost.
+bool sellerMay(std::string_view group, std::string_view right) {
+  if (right.find("审核") != std::string_view::npos || right == "允许修改销售成本价") return false;
+  if (group == "xsgl") return true;
+  return isOneOf(right, {"客户设置", "客户综合管理", "显示商品销售价", "收款登记", "商品销售统计", "会员管理"});
+}
+/// Keeps the money and reads every figure; moves no goods.
+bool accountantMay(std::string_view group, std::string_view right) {
+  if (group == "wlzk" || group == "tjgl") return true;
+  if (group == "cggl" || group == "xsgl")
+    return isOneOf(right, {"往来账务", "进退货查询", "销售退货查询", "当前库存查询"});
+  if (group == "kcgl") return isOneOf(right, {"库存变动情况", "库存成本统计"});
+  if (group == "rcgl")
+    return isOneOf(right, {"供货商管理", "客户综合管理", "合同管理", "费用及收入", "现金银行", "固定资产", "财务报表",
+                           "库存变动查询", "费用及收入审核", "现金银行审核"});
+  return isOneOf(right, {"显示商品成本价", "显示商品销售价"});
+}
+
+constexpr struct {
+  const char16_t* name;
+  Grants may;
+} kReadyMade[] = {{u"店长", managerMay}, {u"采购员", buyerMay}, {u"营业员", sellerMay}, {u"会计", accountantMay}};
+
+RoleDraft asDraft(const Row& row) {
+  RoleDraft role{.id = row.integer("id"), .name = row.text("r_name"), .rights = {}};
+  for (std::size_t i = 0; i < kRightsGroups; ++i)
+    role.rights[i] = row.text(kGroups[i].column);
+  return role;
+}
+
+bool hasNoRight(const RoleDraft& role) {
+  return std::none_of(role.rights.begin(), role.rights.end(),
+                      [](const QString& group) { return group.contains(u'1'); });
+}
+
+/// Inside a transaction.
+void writeRole(const RoleDraft& role, const QString& name) {
+  std::int64_t id = role.id;
+  if (id == 0) id = insertRow("jxc_role", {{"r_sn", nextSerial("jxc_role", "r_sn")}});
+  updateRow("jxc_role", id, {{"r_name", name}});
+  for (std::size_t i = 0; i < kRightsGroups; ++i)
+    updateRow("jxc_role", id, {{kGroups[i].column, role.rights[i]}});
+}
+
 bool isAdministratorsRole(const QString& number) {
   return number == QStringView(builtInSn);
 }
@@ -93,10 +157,43 @@ bool isGranted(const RoleDraft& role, std::size_t group, std::size_t right) {
 RoleDraft readRole(std::int64_t id) {
   const RowSet rows = openSelect("select * from jxc_role where id=?", id);
   if (rows.isEmpty()) throw DbError(DbError::Kind::Other, QStringLiteral("该角色已被其他操作员删除，请刷新列表！"));
-  RoleDraft role{.id = id, .name = rows.front().text("r_name"), .rights = {}};
-  for (std::size_t i = 0; i < kRightsGroups; ++i)
-    role.rights[i] = rows.front().text(rightsGroups()[i].column);
-  return role;
+  return roles_detail::asDraft(rows.front());
+}
+
+std::vector<RoleDraft> allRoles() {
+  std::vector<RoleDraft> roles;
+  for (const Row row : openSelect("select * from jxc_role order by id"))
+    roles.push_back(roles_detail::asDraft(row));
+  return roles;
+}
+
+std::vector<RoleDraft> readyMadeRoles() {
+  std::vector<RoleDraft> roles;
+  for (const auto& [name, may] : roles_detail::kReadyMade) {
+    RoleDraft role{.id = 0, .name = QString::fromUtf16(name), .rights = {}};
+    for (std::size_t i = 0; i < kRightsGroups; ++i)
+      for (const std::string_view right : rightsGroups()[i].rights)
+        role.rights[i] += may(rightsGroups()[i].column, right) ? u'1' : u'0';
+    roles.push_back(std::move(role));
+  }
+  return roles;
+}
+
+std::vector<ListItem> rolesToChoose() {
+  std::vector<ListItem> items = fillKeyedCombo("jxc_role", "r_name", {}, "id", "r_sn");
+  if (!isAdministrator()) return items;
+  for (const RoleDraft& role : readyMadeRoles())
+    if (!exists("select id from jxc_role where r_name=?", role.name)) items.push_back({role.name, role.name});
+  return items;
+}
+
+QString roleOf(const QString& key) {
+  for (const RoleDraft& role : readyMadeRoles()) {
+    if (role.name != key) continue;
+    if (!exists("select id from jxc_role where r_name=?", key)) roles_detail::writeRole(role, key);
+    return lookupValue("select r_sn from jxc_role where r_name=?", key);
+  }
+  return key;
 }
 
 bool mayModifyRole(std::int64_t id, Prompt& prompt) {
@@ -116,13 +213,12 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
     return false;
   }
   if (role.id != 0 && !mayModifyRole(role.id, prompt)) return false;
+  if (roles_detail::hasNoRight(role) &&
+      !prompt.ask(QStringLiteral("角色“%1”没有任何权限，使用它的操作员什么都不能做，确认保存吗？").arg(name)))
+    return false;
 
   Transaction transaction(accountDb());
-  std::int64_t id = role.id;
-  if (id == 0) id = insertRow("jxc_role", {{"r_sn", nextSerial("jxc_role", "r_sn")}});
-  updateRow("jxc_role", id, {{"r_name", name}});
-  for (std::size_t i = 0; i < kRightsGroups; ++i)
-    updateRow("jxc_role", id, {{rightsGroups()[i].column, role.rights[i]}});
+  roles_detail::writeRole(role, name);
   transaction.commit();
   return true;
 }

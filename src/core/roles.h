@@ -1,6 +1,7 @@
 // 角色: the rights of the system as one table, and the rules of roles: adding, changing, deleting.
 #pragma once
 
+#include "core/fillers.h"
 #include "core/prompt.h"
 #include "core/sql.h"
 
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace jxc {
 
@@ -35,9 +37,19 @@ bool isGranted(const RoleDraft& role, std::size_t group, std::size_t right);
 
 /// The role with this id; throws DbError when it is gone.
 RoleDraft readRole(std::int64_t id);
+/// All roles of the shop.
+std::vector<RoleDraft> allRoles();
 /// False, and told, for the administrator's role: it can do everything, and nobody changes that.
 bool mayModifyRole(std::int64_t id, Prompt& prompt);
-/// Saves a new or changed role; the strings replace the old ones whole. False when refused.
+/// Roles that most shops need, ready to begin from: 店长, 采购员, 营业员, 会计.
+std::vector<RoleDraft> readyMadeRoles();
+/// Roles that an operator can be given, by their keys; for the administrator also the ready-made ones that the shop has
+/// not made yet, each under its name.
+std::vector<ListItem> rolesToChoose();
+/// The role behind such a key; a ready-made one is made.
+QString roleOf(const QString& key);
+/// Saves a new or changed role; the strings replace the old ones whole. Asks when it has no right at all. False when
+/// refused.
 bool saveRole(const RoleDraft& role, Prompt& prompt);
 /// Deletes a role that no operator has. Asks. False when refused.
 bool deleteRole(std::int64_t id, Prompt& prompt);

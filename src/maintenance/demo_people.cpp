@@ -48,39 +48,13 @@ void nameCompany(Prompt& prompt) {
 
 // ---- operators ---------------------------------------------------------------------------------------------------
 
-using Grants = bool (*)(std::string_view group, std::string_view right);
-
-bool isOneOf(std::string_view right, std::initializer_list<std::string_view> list) {
-  return std::find(list.begin(), list.end(), right) != list.end();
-}
-
-/// Runs the shop; the installation is the administrator's.
-bool managerMay(std::string_view group, std::string_view right) {
-  return group != "qtcz" || !isOneOf(right, {"操作员设置", "系统设置", "清除日志", "帐套管理"});
-}
-/// Buys and moves goods; somebody else audits.
-bool buyerMay(std::string_view group, std::string_view right) {
-  if (right.find("审核") != std::string_view::npos) return false;
-  if (group == "cggl" || group == "kcgl") return true;
-  return isOneOf(right, {"商品管理", "供货商设置", "供货商管理", "显示商品成本价", "条码打印", "进货月报"});
-}
-/// Serves customers; sees no cost.
-bool sellerMay(std::string_view group, std::string_view right) {
-  if (right.find("审核") != std::string_view::npos || right == "允许修改销售成本价") return false;
-  if (group == "xsgl") return true;
-  return isOneOf(right, {"客户设置", "客户综合管理", "显示商品销售价", "收款登记", "商品销售统计", "会员管理"});
-}
-
-Operator addOperatorAs(const QString& name, const QString& role, Grants grants, Prompt& prompt) {
-  RoleDraft draft{.id = 0, .name = role, .rights = {}};
-  for (std::size_t i = 0; i < kRightsGroups; ++i)
-    for (const std::string_view right : rightsGroups()[i].rights)
-      draft.rights[i] += grants(rightsGroups()[i].column, right) ? u'1' : u'0';
-  if (!saveRole(draft, prompt)) throw std::logic_error("demonstration: role not made");
+/// With a ready-made role, made for the first who has it.
+Operator addOperatorAs(const QString& name, const QString& role, Prompt& prompt) {
   OperatorDraft person;
   person.name = name;
-  person.roleKey = lookupValue("select r_sn from jxc_role where r_name=?", role);
-  return {name, required(addOperator(person, prompt), "operator"), person.roleKey};
+  person.roleKey = role;
+  const QString key = required(addOperator(person, prompt), "operator");
+  return {name, key, lookupValue("select r_sn from jxc_admin where a_sn=?", key)};
 }
 
 // ---- the house ---------------------------------------------------------------------------------------------------
@@ -197,9 +171,9 @@ Staff makeStaff(Random& random, Prompt& prompt) {
   Staff staff;
   staff.administrator = {session().a_name, session().a_sn, session().r_sn};
   nameCompany(prompt);
-  staff.manager = addOperatorAs(QStringLiteral("周敏"), QStringLiteral("店长"), managerMay, prompt);
-  staff.buyer = addOperatorAs(QStringLiteral("孙磊"), QStringLiteral("采购员"), buyerMay, prompt);
-  staff.seller = addOperatorAs(QStringLiteral("林小雨"), QStringLiteral("营业员"), sellerMay, prompt);
+  staff.manager = addOperatorAs(QStringLiteral("周敏"), QStringLiteral("店长"), prompt);
+  staff.buyer = addOperatorAs(QStringLiteral("孙磊"), QStringLiteral("采购员"), prompt);
+  staff.seller = addOperatorAs(QStringLiteral("林小雨"), QStringLiteral("营业员"), prompt);
   makeWarehouses(staff, prompt);
   makeEmployees(staff, random, prompt);
   makePartners(staff, random, prompt);

@@ -1,6 +1,7 @@
 #include "masterdata/employees.h"
 
 #include "core/deletion.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/statements.h"
@@ -98,8 +99,9 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
   QString number;
   std::int64_t id = draft.id;
   if (id == 0) {
-    number = nextSerial("jxc_user", "u_sn");
-    id = insertRow("jxc_user", {{"u_sn", number}, {"u_cgpl", 0}, {"u_xspl", 0}});
+    id = insertRow("jxc_user", {{"u_cgpl", 0}, {"u_xspl", 0}});
+    number = serialOfNewRow("jxc_user", "u_sn", id);
+    updateRow("jxc_user", id, {{"u_sn", number}});
   } else {
     number = lookupValue("select u_sn from jxc_user where id=?", id);
     const QString before = lookupValue("select u_name from jxc_user where id=?", id);
@@ -130,16 +132,20 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
 }
 
 bool deleteEmployee(std::int64_t id, Prompt& prompt) {
-  return deleteAsking({.table = "jxc_user",
-                       .question = QStringLiteral("您确定要删除当前员工吗！"),
-                       .refusal = [](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text("u_sn");
-                         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
-                         return employees_detail::hasDoneBusiness(number, row.text("u_name"))
-                                    ? std::optional(QStringLiteral("该员工已发生过业务，不能删除！"))
-                                    : std::nullopt;
-                       }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = "jxc_user",
+       .question = QStringLiteral("您确定要删除当前员工吗！"),
+       .refusal = [](const Row& row) -> std::optional<QString> {
+         const QString number = row.text("u_sn");
+         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
+         if (employees_detail::hasDoneBusiness(number, row.text("u_name")))
+           return QStringLiteral("该员工已发生过业务，不能删除！");
+         // A document that waits would be on no list without him. Diaries may go on without.
+         const QString use = firstMention(number, {"u_sn"}, {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
+         return use.isEmpty() ? std::nullopt
+                              : std::optional(QStringLiteral("该员工正在使用（%1），不能删除！").arg(use));
+       }},
+      id, prompt);
 }
 
 void toggleEmployeeDisabled(std::int64_t id) {

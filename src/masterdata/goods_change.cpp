@@ -1,6 +1,7 @@
 #include "masterdata/goods_change.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -42,10 +43,11 @@ std::optional<QString> firstUse(const QString& number) {
   return {};
 }
 
-/// Opening stock goes with its article.
-void eraseStock(const QString& number) {
+/// Opening stock goes with its article; a line of the log stays.
+void eraseTraces(const QString& number, const QString& name) {
   execSql("delete from jxc_goodslist where g_sn=?", number);
   execSql("delete from jxc_kcsp where g_sn=?", number);
+  writeLog(QStringLiteral("删除商品，商品编号：%1，商品名称：%2").arg(number, name));
 }
 
 QString countText(const QString& did, std::size_t count, const QString& what) {
@@ -185,7 +187,7 @@ bool deleteGoods(std::int64_t id, Prompt& prompt) {
          return use ? std::optional(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use))
                     : std::nullopt;
        },
-       .alsoDelete = [](const Row& row) { eraseStock(row.text("g_sn")); }},
+       .alsoDelete = [](const Row& row) { eraseTraces(row.text("g_sn"), row.text("g_name")); }},
       id, prompt);
 }
 
@@ -203,7 +205,7 @@ std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsPr
       result.refusals << who + QStringLiteral("已发生过业务，单据号：%1 不能删除！").arg(*use);
     } else {
       execSql("delete from jxc_goods where id=?", id);
-      eraseStock(number);
+      eraseTraces(number, rows.text(0, 1));
       result.numbers << number;
       ++result.deleted;
     }

@@ -6,6 +6,7 @@
 #include "core/deletion.h"
 #include "core/fillers.h"
 #include "core/letter_search.h"
+#include "core/log.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/session.h"
@@ -316,29 +317,29 @@ std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& 
 bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   using namespace partners_detail;
   const QString noun = words(side.noun);
-  return deleteAsking({.table = side.table,
-                       .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun) + tellSettlements(side, id),
-                       .refusal = [&](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text(side.sn);
-                         if (number == QLatin1String(builtInNumber))
-                           return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
-                         return hasDoneBusiness(side, number)
-                                    ? std::optional(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun))
-                                    : std::nullopt;
-                       },
-                       .alsoDelete =
-                           [&](const Row& row) {
-                             const QString number = row.text(side.sn);
-                             const QString type = typeText(side);
-                             execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
-                             execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
-                             deleteSettlements(side, number);
-                             // The next new partner may get this number: what was written and quoted to this one must
-                             // not become his.
-                             execSql(compose("delete from {} where {}=?", {side.diary, side.sn}), number);
-                             execSql(compose("delete from {} where {}=?", {side.quotes, side.sn}), number);
-                           }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = side.table,
+       .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun) + tellSettlements(side, id),
+       .refusal = [&](const Row& row) -> std::optional<QString> {
+         const QString number = row.text(side.sn);
+         if (number == QLatin1String(builtInNumber)) return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
+         return hasDoneBusiness(side, number) ? std::optional(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun))
+                                              : std::nullopt;
+       },
+       .alsoDelete =
+           [&](const Row& row) {
+             const QString number = row.text(side.sn);
+             const QString type = typeText(side);
+             execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
+             execSql("delete from jxc_ysyfk where k_type=? and k_ghskh=?", type, number);
+             deleteSettlements(side, number);
+             // The next new partner may get this number: what was written and quoted to this one must
+             // not become his.
+             execSql(compose("delete from {} where {}=?", {side.diary, side.sn}), number);
+             execSql(compose("delete from {} where {}=?", {side.quotes, side.sn}), number);
+             writeLog(QStringLiteral("删除%1，编号：%2，名称：%3").arg(noun, number, row.text(side.name)));
+           }},
+      id, prompt);
 }
 
 void togglePartnerForbidden(const PartnerSide& side, std::int64_t id) {

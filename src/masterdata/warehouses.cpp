@@ -3,48 +3,36 @@
 #include "core/clock.h"
 #include "core/deletion.h"
 #include "core/fillers.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "stock/document_family.h"
-
-#include <algorithm>
+#include "core/warehouse_binding.h"
 
 namespace jxc {
 namespace warehouses_detail {
 
-/// "100001,100002,": every entry ends with its comma, so that a name can be found and replaced as "name,".
-QString joined(const QStringList& parts) {
-  QString text;
-  for (const QString& part : parts)
-    text += part + QLatin1Char(',');
-  return text;
+bool holdsGoods(const QString& number) {
+  return exists("select ck_sn from jxc_goodslist where ck_sn=?", number) ||
+         exists("select id from jxc_kcsp where ck_sn=? and (kc_sl<>0 or kc_zsl<>0)", number);
 }
 
-QStringList split(const QString& joinedText) {
-  return joinedText.split(QLatin1Char(','), Qt::SkipEmptyParts);
+/// A name in use is refused, but a warehouse that bears one from older days may keep it.
+bool isNameTaken(const WarehouseDraft& draft, const QString& name) {
+  return exists("select id from jxc_ckxx where ck_name=? and id<>?", name, draft.id) &&
+         !exists("select id from jxc_ckxx where ck_name=? and id=?", name, draft.id);
 }
 
-bool hasLedgerRow(const QString& number) {
-  return exists("select ck_sn from jxc_goodslist where ck_sn=?", number);
-}
-
-/// A document that waits would be out of sight, and lines whose warehouse is gone could not be saved.
-bool hasOpenDocument(const QString& number) {
-  return std::ranges::any_of(documentFamilies(), [&](const DocumentFamily& f) {
-    const auto waits = [&](std::string_view column) {
-      return !column.empty() &&
-             exists(compose("select top 1 id from {} where {}=0 and {}=?", {f.head, f.status, column}), number);
-    };
-    const auto hasLine = [&] {
-      return !f.line.warehouse.empty() &&
-             exists(compose("select top 1 id from {} where {}=? and {} not in (select {} from {} where {}=1)",
-                            {f.lines, f.line.warehouse, f.number, f.number, f.head, f.status}),
-                    number);
-    };
-    return waits(f.warehouse) || waits(f.into) || hasLine();
-  });
+void renameInHistory(const QString& number, const QString& before, const QString& now) {
+  for (const std::string_view table : {"jxc_goodslist", "jxc_khxx", "jxc_ghsxx", "jxc_user"})
+    execSql(compose("update {} set ck_name=? where ck_sn=?", {table}), now, number);
+  // The cash book knows no number: its row goes with its document, and by the name where no document lies in stock.
+  execSql(
+      "update jxc_xjyh set ck_name=? where ck_name=? and not exists "
+      "(select b.id from jxc_goodslist b where b.gl_djh=jxc_xjyh.gl_djh and b.ck_sn<>?)",
+      now, before, number);
 }
 
 }  // namespace warehouses_detail
@@ -60,8 +48,8 @@ WarehouseDraft readWarehouse(std::int64_t id) {
   draft.phone = row.text("ck_tele");
   draft.address = row.text("ck_address");
   draft.note = row.text("ck_note");
-  draft.operatorKeys = warehouses_detail::split(row.text("ck_asn"));
-  draft.operatorNames = warehouses_detail::split(row.text("ck_aname"));
+  draft.operatorKeys = bindingEntries(row.text("ck_asn"));
+  draft.operatorNames = bindingEntries(row.text("ck_aname"));
   draft.isDefault = row.flag("ck_default");
   draft.isPos = row.flag("ck_pos");
   return draft;
@@ -73,8 +61,9 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
     prompt.notice(QStringLiteral("仓库名称必须填写！"));
     return {};
   }
-  if (draft.operatorKeys.isEmpty()) {
-    prompt.notice(QStringLiteral("必须选择操作员！"));
+  if (isRefused(bindingRefusal(draft.operatorKeys, draft.operatorNames), prompt)) return {};
+  if (warehouses_detail::isNameTaken(draft, name)) {
+    prompt.notice(QStringLiteral("仓库名称“%1”已经存在，请使用其他名称！").arg(name));
     return {};
   }
 
@@ -85,8 +74,9 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
   QString number;
   std::int64_t id = draft.id;
   if (id == 0) {
-    number = nextSerial("jxc_ckxx", "ck_sn");
-    id = insertRow("jxc_ckxx", {{"ck_sn", number}, {"ck_name", name}});
+    id = insertRow("jxc_ckxx", {{"ck_name", name}});
+    number = serialOfNewRow("jxc_ckxx", "ck_sn", id);
+    updateRow("jxc_ckxx", id, {{"ck_sn", number}});
     // Its month row at once, so that the warehouse stands in this month's stock reports with zeros.
     execSql(R"(insert into jxc_kcjs (js_rq,js_sl,js_zje,ck_sn,js_xssl,js_xsje,js_cgsl,js_cgje,js_xslr,js_xscb)
       values (?,0,0,?,0,0,0,0,0,0))",
@@ -94,17 +84,14 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
   } else {
     number = lookupValue("select ck_sn from jxc_ckxx where id=?", id);
     const QString before = lookupValue("select ck_name from jxc_ckxx where id=?", id);
-    if (before != name) {
-      execSql("update jxc_goodslist set ck_name=? where ck_name=?", name, before);
-      execSql("update jxc_xjyh set ck_name=? where ck_name=?", name, before);
-    }
+    if (before != name) warehouses_detail::renameInHistory(number, before, name);
   }
   updateRow("jxc_ckxx", id,
             {{"ck_name", name},
              {"ck_jm", makeJm(name)},
              {"ck_fzr", sanitizeKeyword(draft.inCharge)},
-             {"ck_aname", warehouses_detail::joined(draft.operatorNames)},
-             {"ck_asn", warehouses_detail::joined(draft.operatorKeys)},
+             {"ck_aname", bindingList(draft.operatorNames)},
+             {"ck_asn", bindingList(draft.operatorKeys)},
              {"ck_tele", sanitizeKeyword(draft.phone)},
              {"ck_address", sanitizeKeyword(draft.address)},
              {"ck_note", sanitizeKeyword(draft.note)},
@@ -115,19 +102,24 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 }
 
 bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
-  return deleteAsking({.table = "jxc_ckxx",
-                       .question = QStringLiteral("您确定要删除该仓库信息吗！"),
-                       .refusal = [](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text("ck_sn");
-                         if (number == QLatin1String("100001"))
-                           return QStringLiteral("该仓库为系统内置仓库，不能删除！");
-                         if (warehouses_detail::hasLedgerRow(number))
-                           return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
-                         return warehouses_detail::hasOpenDocument(number)
-                                    ? std::optional(QStringLiteral("该仓库有未完成的单据，不能删除！"))
-                                    : std::nullopt;
-                       }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = "jxc_ckxx",
+       .question = QStringLiteral("您确定要删除该仓库信息吗！"),
+       .refusal = [](const Row& row) -> std::optional<QString> {
+         const QString number = row.text("ck_sn");
+         if (number == QLatin1String("100001")) return QStringLiteral("该仓库为系统内置仓库，不能删除！");
+         if (warehouses_detail::holdsGoods(number)) return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
+         // A document that waits would be out of sight, a bound partner out of every list.
+         const QString use = firstMention(number, {"ck_sn", "ck_out", "ck_in"}, {"jxc_ckxx", "jxc_kcsp", "jxc_kcjs"});
+         return use.isEmpty() ? std::nullopt
+                              : std::optional(QStringLiteral("该仓库正在使用（%1），不能删除！").arg(use));
+       },
+       .alsoDelete =
+           [](const Row& row) {
+             for (const std::string_view table : {"jxc_kcjs", "jxc_kcsp"})
+               execSql(compose("delete from {} where ck_sn=?", {table}), row.text("ck_sn"));
+           }},
+      id, prompt);
 }
 
 Sql warehouseListStatement() {
@@ -136,8 +128,16 @@ Sql warehouseListStatement() {
   return Sql("select * from jxc_ckxx").where(filter).add(" order by id");
 }
 
-RowSet selectBindableOperators() {
-  return openSelect("select a_sn,a_name from jxc_admin where a_jyt=0 order by id");
+std::vector<BindableOperator> bindableOperators(const WarehouseDraft& draft) {
+  std::vector<BindableOperator> operators;
+  for (const Row row : openSelect("select a_sn,a_name,a_jyt from jxc_admin order by id")) {
+    const QString key = row.text("a_sn");
+    const bool isDisabled = row.flag("a_jyt");
+    const bool isBound = draft.operatorKeys.contains(key);
+    if (isDisabled && !isBound) continue;
+    operators.push_back({key, row.text("a_name"), isDisabled, isBound || draft.id == 0});
+  }
+  return operators;
 }
 
 }  // namespace jxc

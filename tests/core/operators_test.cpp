@@ -4,6 +4,7 @@
 #include "core/login.h"
 #include "core/rights.h"
 #include "core/roles.h"
+#include "core/warehouse_binding.h"
 #include "harness/account_set_fixture.h"
 
 namespace jxc::test {
@@ -61,7 +62,10 @@ TEST_F(OperatorsStory, TheBuiltInAdministratorKeepsRoleAndLogin) {
 }
 
 TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
+  prompt.willSayYes();
   addOperator(draft(u"王芳"), prompt);
+  EXPECT_EQ(prompt.questions.last(),
+            QStringLiteral("操作员“王芳”没有密码，任何人都可以用这个名称登录，确认不设密码吗？"));
   execSql("update jxc_ckxx set ck_asn='100001,100002,',ck_aname=?", u"admin,王芳,");
   insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"}, {"a_name", u"admin"}});
   EXPECT_FALSE(deleteOperator(idOf(u"admin"), prompt));
@@ -96,6 +100,36 @@ TEST_F(OperatorsStory, CopiesAndOwnPassword) {
   EXPECT_TRUE(login("admin", "n1", prompt));
 }
 
+TEST_F(OperatorsStory, ANewOperatorHasTheRoleAndTheWarehousesThatWereChosen) {
+  setParameter("cs_cgyh", 1);
+  execSql("insert into jxc_ckxx (ck_sn,ck_name,ck_asn,ck_aname) values ('100002','分店','100001,','admin,')");
+  OperatorDraft made = newOperator();
+  made.name = QStringLiteral("王芳");
+  made.password = made.passwordAgain = QStringLiteral("abc");
+  EXPECT_FALSE(addOperator(made, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("请选择角色！"));
+  made.roleKey = QStringLiteral("营业员");  // ready-made
+  prompt.willSayNo();
+  EXPECT_FALSE(addOperator(made, prompt)) << "bound to no warehouse";
+  made.warehouses->append("100002");
+  ASSERT_TRUE(addOperator(made, prompt));
+  EXPECT_EQ(lookupValue("select r_name from jxc_role a,jxc_admin b where a.r_sn=b.r_sn and b.a_name='王芳'"), "营业员");
+  EXPECT_EQ(rolesToChoose().size(), 5u) << "the administrator, and each ready-made one once";
+  EXPECT_EQ(lookupValue("select ck_aname from jxc_ckxx where ck_sn='100002'"), "admin,王芳,");
+  EXPECT_EQ(warehousesOpenTo("100002"), QStringList{"100002"});
+
+  OperatorDraft admin = readOperator(idOf(u"admin"));
+  admin.warehouses = QStringList{"100002"};
+  EXPECT_FALSE(modifyOperator(admin, prompt));
+  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("仓库“主仓库”：必须选择操作员！"));
+  EXPECT_EQ(warehousesOpenTo("100001").size(), 2);
+
+  becomeOperator("王芳", "100002", lookupValue("select r_sn from jxc_role where r_name='营业员'"));
+  EXPECT_TRUE(hasRight("xsgl", 1));
+  EXPECT_FALSE(hasRight("qtcz", 7)) << "sees no cost";
+  EXPECT_FALSE(hasRight("cggl", 1));
+}
+
 TEST_F(OperatorsStory, NobodyWithoutTheRightReachesOperators) {
   const auto admin = idOf(u"admin");
   setRights("100002", "qtcz", QStringLiteral("1111101111111111111"));  // all but operators
@@ -120,6 +154,8 @@ TEST_F(OperatorsStory, RolesAreSavedRightByRight) {
   role.name = QStringLiteral("系统管理员");
   EXPECT_EQ(prompt.refused(saveRole(role, prompt)), QStringLiteral("角色名称已经存在，请重新输入！"));
   role.name = QStringLiteral("店员");
+  prompt.willSayNo();
+  EXPECT_FALSE(saveRole(role, prompt)) << "without any right";
   role.rights[1] = QStringLiteral("01");
   EXPECT_TRUE(saveRole(role, prompt));
 

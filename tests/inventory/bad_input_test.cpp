@@ -311,7 +311,7 @@ TEST_F(BadInputTest, AWarehouseThatIsDeletedOrTakenAwayMeanwhile) {
   // Goods are on their way to it, or a line of a draft stands in it.
   const QString sent = waiting(families::transfer);
   EXPECT_FALSE(deleted());
-  EXPECT_EQ(prompt.lastNotice(), "该仓库有未完成的单据，不能删除！");
+  EXPECT_EQ(prompt.lastNotice(), "该仓库正在使用（库存调拨单），不能删除！");
   prompt.willSayYes();
   deleteWaitingDocument(families::transfer, sent, prompt);
   Begun apart = begin(split);

@@ -131,6 +131,8 @@ TEST_F(GoodsChangeTest, UsedGoodsStayAndMonthFiguresToo) {
   const auto month = lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'");
   EXPECT_TRUE(deleteGoods(fresh, prompt.willSayYes()));
   EXPECT_EQ(lookupValue("select count(*) from jxc_goodslist where g_sn='30000001'"), u"0"_qs);
+  EXPECT_EQ(lookupValue("select top 1 log_note from jxc_log order by id desc"),
+            u"删除商品，商品编号：30000001，商品名称：甲"_qs);
   EXPECT_EQ(lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'"), month);
 }
 

@@ -23,7 +23,8 @@ TEST_F(LogTest, RowsAreFoundByPeriodAndWords) {
   log("2021-05-03 08:00:00", u"admin", u"删除商品");
   open("F_ViewLog", [&](ui::Screen& s) {
     auto& list = s.grid("gridLog");
-    EXPECT_EQ(list.rowCount(), 4) << "all of it at first";
+    EXPECT_EQ(s.field("date1").text() + s.field("date2").text(), u"2000-01-019999-12-31"_qs);
+    EXPECT_EQ(list.rowCount(), 4) << "all of the period that it shows";
     EXPECT_EQ(list.currentText("log_note"), QStringLiteral("删除商品")) << "the latest first";
     EXPECT_EQ(s.findChild<QLabel*>("lCount")->text(), QStringLiteral("记录数：4"));
 

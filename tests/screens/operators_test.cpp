@@ -4,6 +4,7 @@
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
 
+#include <QListWidget>
 #include <QTreeWidget>
 
 namespace jxc::test {
@@ -22,6 +23,10 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
       press(add, "F5", QStringLiteral("两次密码输入不一致！"));
       type(add, "tpwd1", u"abc");
       type(add, "tzreoje", u"2.5");
+      expectNotice(QStringLiteral("请选择角色！"));
+      press(add, "F5");
+      choose(add, "comRole", u"店长"_qs);
+      EXPECT_EQ(add.findChild<QListWidget*>("treeCk")->item(0)->checkState(), Qt::Checked);
       press(add, "F5");
     });
     EXPECT_EQ(list.rowCount(), 2);
@@ -60,7 +65,13 @@ TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
     press(s, "F3", QStringLiteral("系统管理员不能修改！"));
     press(s, "F2", "F_Role_Add", [&](ui::Screen& add) {
       auto* tree = add.findChild<QTreeWidget*>("chkTree");
+      choose(add, "comModel", u"模板：营业员"_qs);
+      EXPECT_EQ(tree->topLevelItem(1)->child(0)->checkState(0), Qt::Checked);
+      EXPECT_EQ(add.field("tname").text(), u"营业员"_qs);
       type(add, "tname", u"店员");
+      type(add, "tkey", u"xssp");  // letters
+      EXPECT_TRUE(tree->topLevelItem(0)->isHidden());
+      type(add, "tkey", u"");
       check(add, "chkSele", true);
       check(add, "chkSele", false);
       tree->topLevelItem(1)->child(13)->setCheckState(0, Qt::Checked);

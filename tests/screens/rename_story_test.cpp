@@ -22,8 +22,8 @@ class RenameStory : public ScreenTest {
   }
   static void sold(const char16_t* customer, const char16_t* goods) {
     execSql(
-        "insert into jxc_goodslist (gl_flag,gl_djh,g_sn,g_name,ghs_sn,ghs_name,ck_name,u_name) values "
-        "('xs','XS21050310001',?,'钛架',?,'普通客户','主仓库','默认员工')",
+        "insert into jxc_goodslist (gl_flag,gl_djh,g_sn,g_name,ghs_sn,ghs_name,ck_sn,ck_name,u_name) values "
+        "('xs','XS21050310001',?,'钛架',?,'普通客户','100001','主仓库','默认员工')",
         goods, customer);
   }
   /// Renames the row that a list shows first.
@@ -54,7 +54,7 @@ TEST_F(RenameStory, HistoryStandsUnderTheNewNames) {
   EXPECT_EQ(ledger(u"100001", "ghs_name"), u"门市客户"_qs);
   EXPECT_EQ(ledger(u"100009", "g_name"), u"钛架"_qs) << "another article of the same name";
   EXPECT_EQ(ledger(u"100009", "ghs_name"), u"普通客户"_qs) << "another customer of the same name";
-  // Warehouses and employees stand in the ledger by their names alone.
+  // One warehouse; employees stand in the ledger by their names alone.
   for (const auto* customer : {u"100001", u"100009"}) {
     EXPECT_EQ(ledger(customer, "ck_name"), u"总店库"_qs);
     EXPECT_EQ(ledger(customer, "u_name"), u"王店长"_qs);

@@ -1,9 +1,11 @@
 // 操作员设置: the list of operators, the dialog of one, copy and paste.
 #include "core/fillers.h"
 #include "core/operators.h"
+#include "core/roles.h"
 #include "core/session.h"
 #include "ui/list_screen.h"
 
+#include <QListWidget>
 #include <QPushButton>
 
 namespace jxc {
@@ -53,7 +55,13 @@ constexpr ui::ScreenSpec kModi = {
 class OperatorEditScreen : public ui::Screen {
  public:
   explicit OperatorEditScreen(const ui::ScreenSpec& spec) : Screen(spec) {
-    panel().form({"tname", "comRole", "tpwd", "tpwd1", "tzreoje", "chkPos", "chkJy"}).buttons("| btnOK btnCancel");
+    treeCk_->setObjectName(QStringLiteral("treeCk"));
+    treeCk_->setAccessibleName(QStringLiteral("操作员可以使用的仓库"));
+    auto area = panel();
+    auto [left, right] = area.columns();
+    left.form({"tname", "comRole", "tpwd", "tpwd1", "tzreoje", "chkPos", "chkJy"}).stretch();
+    right.group(QStringLiteral("仓库（空格选择）")).widget(treeCk_, 1);
+    area.buttons("| btnOK btnCancel");
     command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] { saveValue(); });
   }
@@ -67,8 +75,10 @@ class OperatorEditScreen : public ui::Screen {
 
  protected:
   void activate() override {
-    const OperatorDraft draft = id_ == 0 ? OperatorDraft{} : readOperator(id_);
-    field("comRole").setItems(fillKeyedCombo("jxc_role", "r_name", {}, "id", "r_sn"));
+    const OperatorDraft draft = id_ == 0 ? newOperator() : readOperator(id_);
+    auto roles = rolesToChoose();
+    if (id_ == 0) roles.insert(roles.begin(), ListItem{QStringLiteral("请选择角色"), {}});
+    field("comRole").setItems(roles);
     field("tname").load(draft.name);
     field("tpwd").load(draft.password);
     field("tpwd1").load(draft.passwordAgain);
@@ -80,9 +90,27 @@ class OperatorEditScreen : public ui::Screen {
     const bool isBuiltIn = draft.number == QStringView(builtInSn);
     field("comRole").setEnabled(!isBuiltIn);
     field("chkJy").setEnabled(!isBuiltIn);
+    showWarehouses(*draft.warehouses);
   }
 
  private:
+  void showWarehouses(const QStringList& open) {
+    treeCk_->clear();
+    for (const ListItem& warehouse : fillWarehouseCombo({})) {
+      auto* item = new QListWidgetItem(warehouse.text, treeCk_);
+      item->setData(Qt::UserRole, warehouse.key);
+      item->setCheckState(open.contains(warehouse.key) ? Qt::Checked : Qt::Unchecked);
+      if (!mayOpenWarehouses()) item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
+    }
+    treeCk_->setCurrentRow(0);
+  }
+  QStringList warehousesOpen() const {
+    QStringList open;
+    for (int i = 0; i < treeCk_->count(); ++i)
+      if (treeCk_->item(i)->checkState() == Qt::Checked) open << treeCk_->item(i)->data(Qt::UserRole).toString();
+    return open;
+  }
+
   void saveValue() {
     if (!checkFields()) return;
     const OperatorDraft draft{.id = id_,
@@ -93,10 +121,12 @@ class OperatorEditScreen : public ui::Screen {
                               .passwordAgain = field("tpwd1").text(),
                               .mostRoundOff = field("tzreoje").number(),
                               .isHeadCashier = field("chkPos").isChecked(),
-                              .isDisabled = field("chkJy").isChecked()};
+                              .isDisabled = field("chkJy").isChecked(),
+                              .warehouses = warehousesOpen()};
     if (id_ == 0 ? addOperator(draft, prompt()).has_value() : modifyOperator(draft, prompt())) accept();
   }
 
+  QListWidget* treeCk_ = new QListWidget;  // warehouses, each with a box
   std::int64_t id_ = 0;
 };
 

@@ -1,5 +1,4 @@
 // 仓库设置: the list of warehouses and the dialog of one, with the operators who may see it.
-#include "core/fillers.h"
 #include "masterdata/warehouses.h"
 #include "ui/list_screen.h"
 
@@ -62,7 +61,8 @@ class TF_Ckgl_Add : public ui::Screen {
 
  private:
   void saveValue();
-  QListWidget* treeAdmin_;  // operators, each with a box
+  QListWidget* treeAdmin_;                   // operators, each with a box
+  std::vector<BindableOperator> operators_;  // in step with it
   std::int64_t id_ = 0;
 };
 
@@ -109,11 +109,10 @@ void TF_Ckgl_Add::activate() {
   chkDefault.setChecked(draft.isDefault);
   chkPos.setChecked(draft.isPos);
   treeAdmin_->clear();
-  for (const Row row : selectBindableOperators()) {
-    auto* item = new QListWidgetItem(row.text("a_name"), treeAdmin_);
-    item->setData(Qt::UserRole, row.text("a_sn"));
-    const bool bound = id_ == 0 || draft.operatorKeys.contains(row.text("a_sn"));
-    item->setCheckState(bound ? Qt::Checked : Qt::Unchecked);
+  operators_ = bindableOperators(draft);
+  for (const BindableOperator& each : operators_) {
+    auto* item = new QListWidgetItem(each.isDisabled ? each.name + QStringLiteral("（停用）") : each.name, treeAdmin_);
+    item->setCheckState(each.isBound ? Qt::Checked : Qt::Unchecked);
   }
   treeAdmin_->setCurrentRow(0);
 }
@@ -130,10 +129,10 @@ void TF_Ckgl_Add::saveValue() {
   draft.isDefault = chkDefault.isChecked();
   draft.isPos = chkPos.isChecked();
   for (int i = 0; i < treeAdmin_->count(); ++i) {
-    const QListWidgetItem* item = treeAdmin_->item(i);
-    if (item->checkState() != Qt::Checked) continue;
-    draft.operatorKeys += item->data(Qt::UserRole).toString();
-    draft.operatorNames += item->text();
+    if (treeAdmin_->item(i)->checkState() != Qt::Checked) continue;
+    const BindableOperator& chosen = operators_[static_cast<std::size_t>(i)];
+    draft.operatorKeys += chosen.key;
+    draft.operatorNames += chosen.name;
   }
   if (saveWarehouse(draft, prompt())) accept();
 }
