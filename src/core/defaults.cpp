@@ -1,5 +1,6 @@
 #include "core/defaults.h"
 
+#include "core/session.h"
 #include "core/statements.h"
 
 namespace jxc::defaults_detail {
@@ -28,15 +29,22 @@ QString fieldOfDefault(const Source& source, std::string_view field) {
   return rows.isEmpty() ? QString() : rows.text(0, 0);
 }
 
+/// Who works here acts for himself, where he is an employee too.
+QString fieldOfEmployee(std::string_view field) {
+  const RowSet own = openSelect(compose("select top 1 {} from jxc_user where u_name=? and u_jy=0 order by id", {field}),
+                                session().a_name);
+  return own.isEmpty() ? fieldOfDefault(employee, field) : own.text(0, 0);
+}
+
 }  // namespace jxc::defaults_detail
 
 namespace jxc {
 
 QString defaultEmployeeSn() {
-  return defaults_detail::fieldOfDefault(defaults_detail::employee, "u_sn");
+  return defaults_detail::fieldOfEmployee("u_sn");
 }
 QString defaultEmployeeName() {
-  return defaults_detail::fieldOfDefault(defaults_detail::employee, "u_name");
+  return defaults_detail::fieldOfEmployee("u_name");
 }
 QString defaultSupplierSn() {
   return defaults_detail::fieldOfDefault(defaults_detail::supplier, "ghs_sn");

@@ -1,4 +1,5 @@
-// 默认值: the employee, partner and warehouse that a new document begins with: the marked row, else the first.
+// 默认值: the employee, partner and warehouse that a new document begins with: the marked row, else the first; as
+// employee the one who bears the operator's name, where there is one.
 #pragma once
 
 #include <QString>

@@ -136,6 +136,12 @@ std::vector<ListItem> fillSalesmenFor(const QString& khSn, const QString& firstI
   return items;
 }
 
+QString keyToPropose(const std::vector<ListItem>& items, const QString& wanted) {
+  for (const ListItem& item : items)
+    if (item.key == wanted) return wanted;
+  return items.empty() ? QString() : items.front().key;
+}
+
 std::vector<ListItem> fillSettleModes(const QString& kind) {
   std::vector<ListItem> items{{QStringLiteral("按实付款结算"), QStringLiteral("1")}};
   if (kind == u"cg") items.push_back({QStringLiteral("余款记入应付帐"), QStringLiteral("2")});

@@ -54,6 +54,8 @@ std::vector<ListItem> fillOperators(const QString& firstItem = {});
 std::vector<ListItem> fillEmployees(std::string_view flagField = {}, const QString& firstItem = {});
 /// Active salesmen, those bound to the customer first.
 std::vector<ListItem> fillSalesmenFor(const QString& khSn, const QString& firstItem = {});
+/// The key that a list proposes: `wanted` where it stands there, else the first; empty for an empty list.
+QString keyToPropose(const std::vector<ListItem>& items, const QString& wanted);
 /// Settlement modes: "1" by what is paid; for kind "cg" or "xs" also "2", the rest on account.
 std::vector<ListItem> fillSettleModes(const QString& kind);
 

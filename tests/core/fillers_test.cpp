@@ -113,6 +113,12 @@ TEST_F(ListsStory, DefaultsAndSmallLookups) {
   EXPECT_EQ(defaultEmployeeName(), QStringLiteral("默认员工")) << "the first, while none has an empty name";
   execSql("update jxc_user set u_name=null where u_sn='100003'");
   EXPECT_EQ(defaultEmployeeSn(), QStringLiteral("100003"));
+  becomeOperator(QStringLiteral("小李"), "100009", "100001");
+  EXPECT_EQ(defaultEmployeeName(), QStringLiteral("小李")) << "who works here acts himself";
+  const std::vector<ListItem> others{{"a", "1"}, {"b", "2"}};
+  EXPECT_EQ(keyToPropose(others, "2"), "2");
+  EXPECT_EQ(keyToPropose(others, "3"), "1") << "not allowed for this document";
+  becomeOperator("admin", "100001", "100001");
   EXPECT_EQ(defaultWarehouseName(), QStringLiteral("主仓库"));
   execSql("update jxc_ckxx set ck_default=1 where ck_sn='100002'");
   execSql("update jxc_ckxx set ck_default=0 where ck_sn='100001'");

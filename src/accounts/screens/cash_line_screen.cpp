@@ -1,6 +1,7 @@
 #include "accounts/screens/cash_line_screen.h"
 
 #include "accounts/cash_accounts.h"
+#include "core/defaults.h"
 #include "core/session.h"
 #include "output/money_reports.h"
 #include "output/printed_documents.h"
@@ -81,7 +82,7 @@ void CashLineScreen::activate() {
   dateCg.load(draft_.date);
   tfyje.load(draft_.amount);
   tnote.load(draft_.note);
-  if (draft_.id == 0) return;
+  if (draft_.id == 0) return comUser.setKey(keyToPropose(comUser.items(), defaultEmployeeName()));
   comYhzh.setKey(draft_.account);
   comUser.setKey(draft_.employee);
 }

@@ -2,6 +2,7 @@
 
 #include "accounts/cash_accounts.h"
 #include "core/clock.h"
+#include "core/defaults.h"
 #include "core/fillers.h"
 #include "core/rights.h"
 #include "core/text.h"
@@ -319,7 +320,7 @@ void PartnerEntryScreen::activate() {
   tgsj.load(draft_.amount);
   tnote.load(draft_.note);
   comUser.setItems(fillEmployees());
-  if (!isNew) comUser.setKey(draft_.employee);
+  comUser.setKey(isNew ? keyToPropose(comUser.items(), defaultEmployeeSn()) : draft_.employee);
   if (words_.kind != partner_books::Kind::Payment) return;
   ui::Field& comYhzh = field("comYhzh");
   comYhzh.setItems(cash::fillAccounts());

@@ -3,6 +3,7 @@
 #include "accounts/cash_accounts.h"
 #include "accounts/partner_overview.h"
 #include "core/clock.h"
+#include "core/defaults.h"
 #include "core/rights.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
@@ -118,7 +119,8 @@ void SettlementScreen::activate() {
   field("comYhzh").setItems(cash::fillAccounts());
   if (!settlement_.account.isEmpty()) field("comYhzh").setKey(settlement_.account);
   field("comUser").setItems(fillEmployees());
-  if (!settlement_.employee.isEmpty()) field("comUser").setKey(settlement_.employee);
+  field("comUser").setKey(keyToPropose(field("comUser").items(),
+                                       settlement_.employee.isEmpty() ? defaultEmployeeSn() : settlement_.employee));
   field("dateCg").setText(clock::today());
   field("dateCg").setEnabled(hasRight("wlzk", 11));
   field("tnote").clear();

@@ -348,7 +348,7 @@ void DocumentScreen::showDraft() {
   const DocumentDraft& shown = draft();
   dateCg.setText(shown.date);
   comCk.setKey(shown.warehouse);
-  comUser.setKey(shown.salesperson);
+  comUser.setKey(keyToPropose(comUser.items(), shown.salesperson));
   if (auto* input = optional("tnote")) input->setText(shown.note);
   if (auto* input = optional("tSptm")) input->clear();
   scannedLine_ = 0;
