@@ -1,6 +1,7 @@
 #include "core/console.h"
 
 #include "core/account_place.h"
+#include "core/backup.h"
 #include "core/console_copy.h"
 #include "core/schema/schema.h"
 #include "core/startup.h"
@@ -146,7 +147,15 @@ int sql(Console& console, ConsoleWords words) {
 
 int upgrade(Console& console, ConsoleWords words) {
   if (!words.isEmpty()) throw unknownConsoleWord(words.take());
-  upgradeSchema(*openConsoleAccount(console));
+  const std::unique_ptr<Database> database = openConsoleAccount(console);
+  CopyBefore copyBefore;
+  if (consoleServer(console.file).isEmpty())
+    copyBefore = [&] {
+      const QString copy = backupInto(QFileInfo(console.file).path(), *database);
+      console.streams.out << QStringLiteral("升级前已备份到 %1\n").arg(copy).toStdString();
+      return copy;
+    };
+  upgradeSchema(*database, copyBefore);
   return done;
 }
 
@@ -195,7 +204,7 @@ constexpr std::array commands = {
         sql},
     ConsoleCommand{u"upgrade",
                    u"jxcctl [--home 目录 | --db 文件] upgrade\n"
-                   u"  把旧版本的帐套升级到当前版本，和登录时所做的一样。\n",
+                   u"  把旧版本的帐套升级到当前版本，和登录时所做的一样；升级之前在帐套文件旁边留一份备份。\n",
                    upgrade},
     ConsoleCommand{u"backup",
                    u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"

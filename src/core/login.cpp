@@ -1,15 +1,20 @@
 #include "core/login.h"
 
+#include "core/account_place.h"
+#include "core/backup.h"
 #include "core/log.h"
+#include "core/program_directory.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "core/station_options.h"
 #include "core/text.h"
 #include "platform/machine.h"
 
 namespace jxc::login_detail {
 
 inline constexpr const char16_t* usualSkin = u"iMaginary";
+inline constexpr const char16_t* lastOperator = u"lastOperator";
 
 /// The session as it was, unless the login came to its end: a failure half-way must not leave one operator's name with
 /// another's rights.
@@ -46,6 +51,21 @@ void loadSessionIfPossible() {
   }
 }
 
+/// For the next login here. A folder that cannot be written to is no reason to keep anybody out.
+void rememberOperator() {
+  try {
+    keepStationText(lastOperator, session().a_sn);
+  } catch (const DbError&) {
+  }
+}
+
+/// The file is copied away before its first change. A server has its own backups; a set in memory has nothing to lose.
+CopyBefore copyBefore() {
+  const bool isInMemory = !accountDb().readerOpener();
+  if (isInMemory || !addressIn(programPath(QStringLiteral("data/") + session().dbName)).isEmpty()) return {};
+  return [] { return backupAccountSet(); };
+}
+
 }  // namespace jxc::login_detail
 
 namespace jxc {
@@ -56,6 +76,14 @@ std::vector<ListItem> loginOperators() {
     items.push_back({row.text("a_name"), row.text("a_sn")});
   }
   return items;
+}
+
+QString lastOperatorHere() {
+  const QString last = stationText(login_detail::lastOperator);
+  const auto operators = loginOperators();
+  const bool isThere =
+      std::any_of(operators.begin(), operators.end(), [&](const ListItem& item) { return item.key == last; });
+  return isThere ? last : QString();
 }
 
 QString initialPasswordHint(const QString& name) {
@@ -77,10 +105,11 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
   if (!session().posLogin) {
     writeLog(QStringLiteral("登录系统"));
     login_detail::loadSessionIfPossible();
-    upgradeSchema();
+    upgradeSchema(accountDb(), login_detail::copyBefore());
   }
   for (const LoginHook& hook : loginHooks())
     hook();
+  login_detail::rememberOperator();
   guard.keep();
   return true;
 }

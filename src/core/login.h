@@ -16,6 +16,9 @@ std::vector<ListItem> loginOperators();
 /// "初始密码为空" for an operator without a password, otherwise empty.
 QString initialPasswordHint(const QString& name);
 
+/// Who logged in last at this workstation, of those operators; nobody yet: empty.
+QString lastOperatorHere();
+
 /// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
 /// false comes back; the number of attempts is not limited. Failures other than those of the first, guarded, reading of
 /// the session are thrown, and the session is as it was before.

@@ -1,5 +1,7 @@
 #include "core/parameters.h"
 
+#include "core/backup.h"
+#include "core/roles.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -84,16 +86,26 @@ bool refuse(Prompt& prompt, const QString& text) {
   return false;
 }
 
-bool areDigitsFine(const ParameterValues& values) {
-  return std::all_of(parameterTable().begin(), parameterTable().end(), [&](const ParameterDefinition& p) {
-    const bool isDigits = p.kind == ParameterKind::Number && p.width == 1 && p.table == "jxc_xtcs";
-    return !isDigits || (values.integer(p.input) >= 0 && values.integer(p.input) <= kMostDigits);
-  });
+/// Decimals: one digit.
+bool isDigits(const ParameterDefinition& p) {
+  return p.kind == ParameterKind::Number && p.width == 1;
+}
+
+/// An input that was emptied does not say none: nobody wants whole yuan by a slip of the hand.
+bool isWithin(const ParameterValues& values, std::string_view input, int most) {
+  const Value& value = values.value(input);
+  return !value.isNull() && value.integer() >= 0 && value.integer() <= most;
 }
 
 /// A setting counts as nothing while the box that goes with it is off.
 bool isSwitchedOff(const ParameterDefinition& p, const ParameterValues& values) {
   return !p.switchedBy.empty() && !values.isOn(p.switchedBy);
+}
+
+bool areDigitsFine(const ParameterValues& values) {
+  return std::all_of(parameterTable().begin(), parameterTable().end(), [&](const ParameterDefinition& p) {
+    return !isDigits(p) || p.table != "jxc_xtcs" || isSwitchedOff(p, values) || isWithin(values, p.input, kMostDigits);
+  });
 }
 
 int columnWidth(std::string_view table, std::string_view column) {
@@ -171,8 +183,8 @@ bool areFine(ParameterValues& values, Prompt& prompt) {
   if (values.text("tname").isEmpty() || values.text("tjc").isEmpty()) {
     return refuse(prompt, QStringLiteral("公司信息必须填写！"));
   }
-  const auto isTooMany = [&](const char* input) { return values.integer(input) > kMostTillDigits; };
-  if (isTooMany("tjews") || isTooMany("tdjws") || isTooMany("tzlws")) {
+  const auto isFew = [&](const char* input) { return isWithin(values, input, kMostTillDigits); };
+  if (!isFew("tjews") || !isFew("tdjws") || !isFew("tzlws")) {
     return refuse(prompt, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"));
   }
   if (values.text("tjzqz") == values.text("tjsqz")) {
@@ -184,6 +196,46 @@ bool areFine(ParameterValues& values, Prompt& prompt) {
   if (values.integer("comLx") != kNoMail && !checkMailSettings(values, prompt)) return false;
   if (!areDigitsFine(values)) return refuse(prompt, QStringLiteral("小数位数只能是0到6位！"));
   return true;
+}
+
+// ---- back to the standard ---------------------------------------------------------------------------------------
+
+/// What a walk over all steps of the schema empties, where a shop has something there.
+QStringList whatTheLadderEmpties() {
+  struct Emptied {
+    const char* count;
+    const char16_t* words;
+  };
+  static constexpr Emptied emptied[] = {
+      {"select count(*) from jxc_htgl", u"清除采购销售合同 %1 份"},
+      {"select count(*) from jxc_ftpcs", u"清除合同附件的FTP设置 %1 项"},
+      {"select count(*) from jxc_kdgs where kg_sn>'1023'", u"清除自己增加的快递公司 %1 家"},
+      {"select count(*) from jxc_nj", u"清除数据结算结果 %1 行"},
+      {"select count(*) from jxc_khjhsptmp", u"清除未保存的客户还货 %1 行"},
+      {"select count(*) from jxc_goods where g_tssp<>0 or g_tsjf<>0", u"取消 %1 个商品的特殊积分"},
+  };
+  QStringList lines;
+  for (const Emptied& each : emptied)
+    if (const auto rows = static_cast<std::int64_t>(lookupNumber(each.count)); rows != 0)
+      lines << QString::fromUtf16(each.words).arg(rows);
+  return lines;
+}
+
+/// One of its steps appends a right to two groups of every role but the administrator's.
+QStringList whatRolesGain() {
+  QStringList lines;
+  for (const RoleDraft& role : allRoles()) {
+    QStringList gained;
+    for (std::size_t i = 0; i < kRightsGroups; ++i) {
+      const RightsGroup& group = rightsGroups()[i];
+      const auto next = static_cast<std::size_t>(role.rights[i].size());
+      if ((group.column == "cggl" || group.column == "xsgl") && next < group.rights.size())
+        gained << words(group.rights[next]);
+    }
+    if (!gained.isEmpty())
+      lines << QStringLiteral("给角色“%1”增加权限：%2").arg(role.name, gained.join(QStringLiteral("、")));
+  }
+  return lines;
 }
 
 }  // namespace parameters_detail
@@ -210,6 +262,8 @@ ParameterValues readParameters() {
       values.set(p.input, row.text(p.field));
     } else if (p.kind == ParameterKind::Decimal) {
       values.set(p.input, row.number(p.field));
+    } else if (parameters_detail::isDigits(p) && row.text(p.field).isEmpty()) {
+      values.set(p.input, QByteArray(p.standard.data(), qsizetype(p.standard.size())).toInt());
     } else {
       values.set(p.input, row.integer(p.field));
     }
@@ -257,7 +311,17 @@ bool restoreStandardParameters(Prompt& prompt) {
     refuseSwitchingOff(*waiting, line, prompt);
     return false;
   }
-  if (!prompt.ask(QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值，确认恢复默认系统设置吗？"))) return false;
+  const QStringList losses = whatTheLadderEmpties() + whatRolesGain();
+  QString question = QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值");
+  if (!losses.isEmpty())
+    question +=
+        QStringLiteral("，下次登录时还会：\r\n\r\n") + losses.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n\r\n");
+  else
+    question += u'，';
+  if (!prompt.ask(question + QStringLiteral("确认恢复默认系统设置吗？"))) return false;
+  const Answer answer = prompt.askOrCancel(QStringLiteral("恢复默认系统设置之前，先备份帐套吗？"));
+  if (answer == Answer::Cancel) return false;
+  if (answer == Answer::Yes) prompt.notice(QStringLiteral("备份成功！备份文件保存在\r\n") + backupAccountSet());
 
   Transaction transaction(accountDb());
   createTable("jxc_xtcs");

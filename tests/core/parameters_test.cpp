@@ -1,9 +1,12 @@
 // System settings: the table, the checks in their order, what a save does to fields that nobody sees.
 #include "core/parameters.h"
 
+#include "core/program_directory.h"
 #include "core/schema/schema.h"
 #include "core/text.h"
 #include "harness/account_set_fixture.h"
+
+#include <QTemporaryDir>
 
 namespace jxc::test {
 
@@ -56,7 +59,8 @@ TEST_F(ParametersStory, RefusalsComeInTheirOrderAndWriteNothing) {
   values.set("tjc", u"  ");
   refused("tjews", 4, QStringLiteral("公司信息必须填写！"));
   values.set("tjc", u"晴川");
-  refused("tzlws", 4, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"));
+  for (const Value& wrong : {Value(4), Value()})
+    refused("tzlws", wrong, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"));
   refused("tjsqz", u" 24", QStringLiteral("计重前缀和计数前缀不能相同！"));
 
   values.set("comLx", 1);
@@ -67,7 +71,8 @@ TEST_F(ParametersStory, RefusalsComeInTheirOrderAndWriteNothing) {
   values.set("tsqpwd", u"ABCDEFGHIJKLMNOP");
   refused("tsmtp", u"mail", QStringLiteral("SMTP邮件服务器不正确，请重新输入！"));
   values.set("tsmtp", u"mail.example.com");
-  refused("tXsws", 7, QStringLiteral("小数位数只能是0到6位！"));
+  for (const Value& wrong : {Value(7), Value()})
+    refused("tXsws", wrong, QStringLiteral("小数位数只能是0到6位！"));
 
   EXPECT_EQ(session().cs_cgdj, QStringLiteral("0"));
   EXPECT_TRUE(save());
@@ -154,8 +159,29 @@ TEST_F(ParametersStory, BackToTheStandard) {
   execSql("update jxc_jhsp set jh_qxsl=3 where id=?", open);
   EXPECT_FALSE(restoreStandardParameters(prompt.willSayNo()));
   EXPECT_EQ(session().xswsDigits, 4);
-  EXPECT_TRUE(restoreStandardParameters(prompt.willSayYes()));
+  const QTemporaryDir home;
+  const QString before = programDirectory();
+  setProgramDirectory(home.path());
+  insertRow("jxc_htgl", {{"ht_sn", u"HT1"}});
+  insertRow("jxc_kdgs", {{"kg_sn", u"1024"}});
+  setRights("100002", "xsgl", QString(14, u'1'));
+  prompt.willSayYes().willAnswer(Answer::Cancel);
+  EXPECT_FALSE(restoreStandardParameters(prompt));
+  EXPECT_EQ(prompt.questions[prompt.questions.size() - 2],
+            QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值，下次登录时还会：\r\n\r\n"
+                           "清除采购销售合同 1 份\r\n"
+                           "清除自己增加的快递公司 1 家\r\n"
+                           "给角色“角色100002”增加权限：采购进货、允许在商品销售待审核界面添加商品\r\n\r\n"
+                           "确认恢复默认系统设置吗？"));
+  EXPECT_EQ(session().xswsDigits, 4);
+  prompt.willSayYes().willSayYes();
+  EXPECT_TRUE(restoreStandardParameters(prompt));
   EXPECT_EQ(session().xswsDigits, 2);
+  const QString copy = home.filePath(QStringLiteral("backup/晴川进销存21_05_03_14_30_00.DAT"));
+  EXPECT_TRUE(prompt.lastNotice().endsWith(copy)) << prompt.lastNotice().toStdString();
+  setProgramDirectory(before);
+  EXPECT_EQ(openSqlite(copy, {.readOnly = true})->lookup("select cs_xsws from jxc_xtcs").integer(), 4)
+      << "as it was before";
   EXPECT_EQ(lookupNumber("select pos_jews from jxc_poscs"), 2);
   EXPECT_EQ(session().c_name, QStringLiteral("大明眼镜")) << "the company stays";
   EXPECT_EQ(session().cs_employdate, QStringLiteral("1900-01-01"));

@@ -220,6 +220,31 @@ TEST(Upgrade, ACurrentDatabaseCostsOneReadAndGainsTheIndexesThatCameSince) {
   EXPECT_THROW(database->execute("create index ix_kcdbd_db_status_db_chkrq on jxc_kcdbd (db_status)"), DbError);
 }
 
+TEST(Upgrade, AnOlderSetIsCopiedBeforeItsFirstStepAndAFailingStepTellsSo) {
+  int copies = 0;
+  const auto copy = [&] {
+    ++copies;
+    return QStringLiteral("/shop/before.DAT");
+  };
+  upgradeSchema(*freshSet(), copy);
+  EXPECT_EQ(copies, 0) << "nothing in it yet";
+
+  const auto database = freshSet();
+  database->execute("update jxc_xtcs set cs_employdate='2014-02-16'");
+  dropTableIfExists(*database, "jxc_yyfy");  // which the next step writes to
+  try {
+    upgradeSchema(*database, copy);
+    FAIL();
+  } catch (const DbError& failure) {
+    for (const QString& told : {u"停在 2014-02-18 这一步"_qs, u"/shop/before.DAT"_qs, u"这一步不会重做"_qs})
+      EXPECT_TRUE(failure.message().contains(told)) << failure.message().toStdString();
+  }
+  EXPECT_EQ(copies, 1);
+  createTable(*database, "jxc_yyfy");
+  upgradeSchema(*database, copy);
+  EXPECT_EQ(stamp(*database), newestStamp());
+}
+
 TEST(Upgrade, ANewDatabaseWalksTheWholeLadder) {
   const auto database = freshSet();
   database->execute("insert into jxc_kdgs (kg_sn,kg_name) values ('9001','自己送')");

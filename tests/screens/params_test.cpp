@@ -142,6 +142,7 @@ TEST_F(ParamsTest, TheStandardComesBackOnThePageOfParameters) {
   setParameter("cs_xsws", 5);
   open("F_Xtcs", [&](ui::Screen& s) {
     expectQuestion(QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值，确认恢复默认系统设置吗？"), Answer::Yes);
+    expectQuestion(QStringLiteral("恢复默认系统设置之前，先备份帐套吗？"), Answer::No);
     click(s, "btnDefault");
     EXPECT_EQ(s.field("tXsws").text(), QStringLiteral("2"));
     EXPECT_EQ(s.findChild<QTabWidget*>()->currentWidget()->objectName(), QStringLiteral("cxTab2"));

@@ -5,6 +5,7 @@
 #include "core/statements.h"
 #include "engine/database.h"
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,9 +52,12 @@ void createAllTables(Database& database);
 void resetBusinessTables(Database& database);
 /// resetBusinessTables, and the stock balances too.
 void resetBusinessAndStock(Database& database);
-/// Brings an older database up to this build. A current one costs one read. A step that fails goes to the caller and is
-/// not tried again: its date is written first.
-void upgradeSchema(Database& database);
+/// Copies the account set away and returns the file.
+using CopyBefore = std::function<QString()>;
+/// Brings an older database up to this build. A current one costs one read. Where there is work to lose `copyBefore`
+/// runs ahead of the first step. A step that fails goes to the caller as a DbError that names the step and the copy; it
+/// is not tried again: its date is written first.
+void upgradeSchema(Database& database, const CopyBefore& copyBefore = {});
 
 // The same on the account database in use.
 inline void dropTableIfExists(std::string_view name) {

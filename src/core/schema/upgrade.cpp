@@ -93,20 +93,42 @@ void perform(Database& database, const UpgradeBlock& block) {
     perform(database, action);
 }
 
+/// A set that was just made walks the ladder too, and has nothing in it yet.
+bool holdsWork(Database& database, const std::string& stamp) {
+  return !stamp.empty() || database.lookup("select count(*) from jxc_goodslist").integer() > 0 ||
+         database.lookup("select count(*) from jxc_goods").integer() > 1;
+}
+
+/// What whoever logs in has to know: where it stopped, and that going on is not the same as going back.
+DbError stepFailed(const schema::UpgradeStep& step, const DbError& failure, const QString& copy) {
+  const auto date = QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size()));
+  QString text = QStringLiteral("帐套升级没有完成，停在 %1 这一步：%2\r\n\r\n").arg(date, failure.message());
+  text += copy.isEmpty() ? QStringLiteral("请先不要录入单据，用升级以前的备份恢复后再升级。")
+                         : QStringLiteral("请先不要录入单据，用升级前的备份恢复后再升级：\r\n%1").arg(copy);
+  text += QStringLiteral("\r\n\r\n再次登录时从下一步继续，这一步不会重做。");
+  return DbError(failure.kind(), text, failure.statement(), failure.position());
+}
+
 }  // namespace upgrade_detail
 
-void upgradeSchema(Database& database) {
+void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
   // Read once: what the steps write does not decide about the steps behind them.
   const std::string stamp = database.lookup("select cs_employdate from jxc_xtcs").text().toStdString();
   bool changed = false;
+  QString copy;
   for (const schema::UpgradeStep& step : schema::upgradeSteps()) {
     if (stamp >= step.guard) continue;
+    if (!changed && copyBefore && upgrade_detail::holdsWork(database, stamp)) copy = copyBefore();
     changed = true;
     // First of all: a step that fails half-way is not tried again, so that one bad step cannot lock every login.
     const std::array<Value, 1> values{Value(QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size())))};
     database.execute("update jxc_xtcs set cs_employdate=?", values);
-    for (const schema::UpgradeBlock& block : step.blocks)
-      upgrade_detail::perform(database, block);
+    try {
+      for (const schema::UpgradeBlock& block : step.blocks)
+        upgrade_detail::perform(database, block);
+    } catch (const DbError& failure) {
+      throw upgrade_detail::stepFailed(step, failure, copy);
+    }
   }
   if (!changed) return schema::createNewIndexes(database);
   for (const std::string_view name : schema::companionTables()) {

@@ -43,6 +43,9 @@ TF_Login::TF_Login() : Screen(login_screen_detail::kScreen) {
 void TF_Login::activate() {
   loginOk = false;
   comAdmin.setItems(loginOperators());
+  // Who changes the operator is somebody else.
+  const QString last = session().editMode == u"hb" ? QString() : lastOperatorHere();
+  if (!last.isEmpty()) comAdmin.setKey(last);
   tpwd.clear();
   comAdminChange();
 }

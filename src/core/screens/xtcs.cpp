@@ -201,7 +201,8 @@ ParameterValues TF_Xtcs::values() {
   for (const auto& p : parameterTable()) {
     if (p.input.empty()) continue;
     const auto& input = field(p.input);
-    values.set(p.input, p.kind == ParameterKind::Choice ? Value(input.index()) : input.value());
+    const bool isEmptied = p.kind == ParameterKind::Number && input.trimmed().isEmpty();
+    values.set(p.input, p.kind == ParameterKind::Choice ? Value(input.index()) : isEmptied ? Value() : input.value());
   }
   return values;
 }

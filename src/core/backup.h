@@ -1,0 +1,18 @@
+// 备份: a copy of one moment of the account set under a dated name.
+#pragma once
+
+#include "engine/database.h"
+
+#include <QString>
+
+namespace jxc {
+
+/// Copies an account set into a folder, which is made when it is missing, while others go on working:
+/// "晴川进销存21_05_03_14_30_00.DAT". Returns the file. Throws DbError, with the reason in words.
+QString backupInto(const QString& folder, Database& database);
+
+/// The same of the account set in use: into the folder of the shop's backups where there is one, otherwise into
+/// `backup` in the program directory.
+QString backupAccountSet();
+
+}  // namespace jxc
