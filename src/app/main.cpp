@@ -95,8 +95,12 @@ int main(int argc, char** argv) {
   }
 
   jxc::setSheetExporter(jxc::addRowsToFile);
-  // A second start while one runs shows nothing and changes nothing.
-  const jxc::SingleInstance instance(jxc::programDirectory());
-  if (!instance.isFirst()) return 0;
+  // A second start while one runs changes nothing, and brings that one to the front.
+  jxc::SingleInstance instance(jxc::programPath(QStringLiteral("data/jxc.mdb")));
+  if (!instance.isFirst()) {
+    instance.callFirst();
+    return 0;
+  }
+  instance.onSecondStart(jxc::ui::raiseProgram);
   return showProgram(application);
 }

@@ -1,6 +1,7 @@
 #include "platform/machine.h"
 
 #include <QNetworkInterface>
+#include <QProcess>
 #include <QStandardPaths>
 
 namespace jxc {
@@ -14,6 +15,17 @@ QString localIpAddress() {
     }
   }
   return QStringLiteral("127.0.0.1");
+}
+
+bool hasBrowser() {
+  if (qEnvironmentVariableIsSet("BROWSER")) return true;
+  for (const auto* program : {"x-www-browser", "firefox", "firefox-esr", "chromium", "google-chrome", "epiphany"})
+    if (!QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty()) return true;
+  // One that came another way is known to the desktop.
+  QProcess asked;
+  asked.start(QStringLiteral("xdg-mime"),
+              {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("text/html")});
+  return asked.waitForFinished(2000) && !asked.readAllStandardOutput().trimmed().isEmpty();
 }
 
 QString userDataDirectory() {

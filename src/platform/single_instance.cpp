@@ -4,6 +4,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QLocalServer>
+#include <QLocalSocket>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -12,12 +14,16 @@
 
 namespace jxc::single_instance_detail {
 
+constexpr int kPatience = 3000;  // ms
+
 /// The lock lies on this machine even when the program directory is on a share: other machines may open the same files.
-QByteArray lockFile(const QString& programDirectory) {
-  const QFileInfo info(programDirectory);
-  const QString canonical = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-  const QByteArray name = QCryptographicHash::hash(canonical.toUtf8(), QCryptographicHash::Sha1).toHex();
-  return QDir::temp().filePath(QStringLiteral("qcqcjxc-%1.lock").arg(QString::fromLatin1(name))).toLocal8Bit();
+/// Another user has a name of his own: he works beside, as from another station.
+QString nameFor(const QString& accountFile) {
+  const QFileInfo file(accountFile), folder(file.path());
+  const QString canonical = folder.exists() ? folder.canonicalFilePath() : folder.absoluteFilePath();
+  const QByteArray hash =
+      QCryptographicHash::hash((canonical + u'/' + file.fileName()).toUtf8(), QCryptographicHash::Sha1).toHex();
+  return QDir::temp().filePath(QStringLiteral("qcqcjxc-%1-%2").arg(::getuid()).arg(QString::fromLatin1(hash)));
 }
 
 /// Opened for reading, so that the file of another user of this machine will do as well. Closed in programs started
@@ -33,8 +39,8 @@ int openLockFile(const QByteArray& path) {
 
 namespace jxc {
 
-SingleInstance::SingleInstance(const QString& programDirectory) {
-  descriptor_ = single_instance_detail::openLockFile(single_instance_detail::lockFile(programDirectory));
+SingleInstance::SingleInstance(const QString& accountFile) : name_(single_instance_detail::nameFor(accountFile)) {
+  descriptor_ = single_instance_detail::openLockFile((name_ + QStringLiteral(".lock")).toLocal8Bit());
   if (descriptor_ < 0) return;  // no lock to be had on this machine: a shop must be able to work all the same
   if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
   isFirst_ = errno != EWOULDBLOCK;
@@ -45,6 +51,24 @@ SingleInstance::SingleInstance(const QString& programDirectory) {
 SingleInstance::~SingleInstance() {
   // The file stays: removing it would let a third process lock a new one beside a second that holds the old.
   if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+void SingleInstance::onSecondStart(std::function<void()> action) {
+  QLocalServer::removeServer(name_);  // of one that was killed: the lock is ours
+  server_ = std::make_unique<QLocalServer>();
+  server_->setSocketOptions(QLocalServer::UserAccessOption);
+  QObject::connect(server_.get(), &QLocalServer::newConnection, server_.get(), [this, action = std::move(action)] {
+    while (QLocalSocket* caller = server_->nextPendingConnection())
+      caller->deleteLater();
+    action();
+  });
+  server_->listen(name_);  // without the line a second start ends quietly
+}
+
+bool SingleInstance::callFirst() const {
+  QLocalSocket line;
+  line.connectToServer(name_);
+  return line.waitForConnected(single_instance_detail::kPatience);
 }
 
 }  // namespace jxc

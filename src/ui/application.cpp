@@ -87,6 +87,18 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   return true;
 }
 
+void raiseProgram() {
+  QWidget* front = QApplication::activeModalWidget();
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible() || !window->isWindow()) continue;
+    if (window->isMinimized()) window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    if (!front && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)) front = window;
+  }
+  if (!front) return;
+  front->raise();
+  front->activateWindow();
+}
+
 void setUpLook(QApplication& application) {
   QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
   application_detail::loadTexts(application, QStringLiteral("qtbase_zh_CN"));

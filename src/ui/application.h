@@ -29,6 +29,9 @@ void setUpLook(QApplication& application);
 /// first shown, so that drivers on the accessibility bus find it, and file choosers are the toolkit's own.
 void setUpTestIds(QApplication& application);
 
+/// The window of the program to the front, with the screen that stands over it.
+void raiseProgram();
+
 /// How the process ends after a fatal failure; tests replace it.
 std::function<void(int)>& processEnd();
 

@@ -7,9 +7,11 @@
 #include "platform/machine.h"
 #include "platform/single_instance.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -124,19 +126,35 @@ TEST_F(StartupStory, WhatIsSuppliedIsFoundBesideTheSourcesToo) {
   qunsetenv("JXC_SHARE");
 }
 
-TEST_F(StartupStory, OneProgramADirectoryUntilItDies) {
-  const SingleInstance elsewhere(home() + "/other");
+TEST_F(StartupStory, OneProgramASetUntilItDies) {
+  const QString file = home() + "/jxc.mdb";
+  const SingleInstance elsewhere(home() + "/other.mdb");
+  EXPECT_TRUE(elsewhere.isFirst());
   {
-    const SingleInstance first(home());
+    SingleInstance first(file);
     EXPECT_TRUE(first.isFirst());
-    EXPECT_FALSE(SingleInstance(home() + "/data/..").isFirst()) << "the same directory by another name";
+    const SingleInstance second(home() + "/data/../jxc.mdb");
+    EXPECT_FALSE(second.isFirst()) << "the same set by another name";
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    QCoreApplication loop(argc, argv);
+    int calls = 0;
+    first.onSecondStart([&] {
+      ++calls;
+      loop.quit();
+    });
+    EXPECT_TRUE(second.callFirst());
+    QTimer::singleShot(5000, &loop, [&] { loop.quit(); });
+    QCoreApplication::exec();
+    EXPECT_EQ(calls, 1) << "the first comes to the front";
   }
   // A process that dies without a word takes its lock with it.
   int ready[2];
   ASSERT_EQ(pipe(ready), 0);
   const pid_t child = fork();
   if (child == 0) {
-    const SingleInstance held(home());
+    const SingleInstance held(file);
     const char sign = held.isFirst() ? '1' : '0';
     if (write(ready[1], &sign, 1) == 1) pause();
     _exit(1);
@@ -144,12 +162,12 @@ TEST_F(StartupStory, OneProgramADirectoryUntilItDies) {
   char sign = 0;
   ASSERT_EQ(read(ready[0], &sign, 1), 1);
   EXPECT_EQ(sign, '1');
-  EXPECT_FALSE(SingleInstance(home()).isFirst());
+  EXPECT_FALSE(SingleInstance(file).isFirst());
   kill(child, SIGKILL);
   waitpid(child, nullptr, 0);
   close(ready[0]);
   close(ready[1]);
-  EXPECT_TRUE(SingleInstance(home()).isFirst());
+  EXPECT_TRUE(SingleInstance(file).isFirst());
 }
 
 TEST_F(StartupStory, FailuresAreToldInLoweredLetters) {

@@ -1,6 +1,8 @@
 // The way into the program, its pages, its commands and the way out.
 #include "core/screens/main_form.h"
 
+#include "core/rights.h"
+#include "core/roles.h"
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
@@ -52,7 +54,7 @@ TEST_F(MainFormTest, LoginTellsABlankPasswordRefusesAWrongOneAndBeginsOnPageOne)
   EXPECT_TRUE(form.formShow());
   form.Timer1.stop();
   EXPECT_TRUE(form.isVisible());
-  EXPECT_EQ(form.currentPage(), ui::Page::Purchasing);
+  EXPECT_EQ(form.currentPage(), ui::Page::Purchasing) << "the first with something to do";
   EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("RzStatusPane_Admin"))->text(), QStringLiteral("操作员：admin"));
   EXPECT_EQ(form.windowTitle(), QStringLiteral("晴川进销存管理系统 [晴川公司] 2021V2"));
   EXPECT_EQ(lookupNumber("select count(*) from jxc_log where log_note=?", u"登录系统"), 1);
@@ -69,13 +71,64 @@ TEST_F(MainFormTest, LeavingTheFirstLoginEndsAndLeavingAChangeReturns) {
   expectScreen("F_Login", [&](ui::Screen& s) { press(s, "Esc"); });
   form.run("btn_Hbgl");
   EXPECT_EQ(session().a_name, QStringLiteral("admin"));
+  setAllRights("100002", {});
+  setRights("100002", "xsgl", u"1"_qs);
+  execSql("update jxc_admin set r_sn='100002' where a_sn='100002'");
   expectScreen("F_Login", [&](ui::Screen& s) {
     choose(s, "comAdmin", QStringLiteral("王芳"));
     press(s, "F5");
   });
   form.run("btn_Hbgl");
   EXPECT_EQ(session().a_name, QStringLiteral("王芳"));
+  EXPECT_EQ(form.currentPage(), ui::Page::Sales) << "she may sell";
+  expectScreen("F_Login", [&](ui::Screen& s) {
+    EXPECT_EQ(s.field("comAdmin").text(), u"王芳"_qs) << "who was here last";
+    press(s, "Esc");
+  });
+  EXPECT_FALSE(TF_MainForm().formShow());
   EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("RzStatusPane_Admin"))->text(), QStringLiteral("操作员：王芳"));
+}
+
+TEST_F(MainFormTest, ReadyMadeRolesDoTheirWorkAndNoOther) {
+  struct Case {
+    const char16_t* role;
+    std::vector<const char*> does, doesNot;
+    bool seesCost, audits;
+  };
+  const Case cases[] = {
+      {u"店长",
+       {"btn_Menu1_Btn1", "btn_Menu2_Btn1", "btn_Menu4_BtnA"},
+       {"btn_Menu6_Btn3", "btn_Menu6_Btn4"},
+       true,
+       true},
+      {u"采购员",
+       {"btn_Menu1_Btn1", "btn_Menu3_Btn4", "btn_Menu6_Btn1"},
+       {"btn_Menu2_Btn1", "btn_Menu8_Btn5"},
+       true,
+       false},
+      {u"营业员",
+       {"btn_Menu2_Btn1", "btn_Menu2_Btn4", "btn_Menu8_Btn2"},
+       {"btn_Menu1_Btn1", "btn_Menu5_Right2"},
+       false,
+       false},
+      {u"会计",
+       {"btn_Menu8_Btn5", "btn_Menu5_Right2", "btn_Menu4_BtnJ"},
+       {"btn_Menu1_Btn1", "btn_Menu2_Btn1"},
+       true,
+       false},
+  };
+  int number = 100010;
+  for (const Case& each : cases) {
+    const QString role = QString::fromUtf16(each.role);
+    SCOPED_TRACE(role.toStdString());
+    becomeOperator(role, QString::number(number++), roleOf(role));
+    for (const auto* command : each.does)
+      EXPECT_TRUE(isAllowed(*ui::findCommand(command))) << command;
+    for (const auto* command : each.doesNot)
+      EXPECT_FALSE(isAllowed(*ui::findCommand(command))) << command;
+    EXPECT_EQ(session().canSeeCost, each.seesCost);
+    EXPECT_EQ(hasRight("xsgl", 7), each.audits);
+  }
 }
 
 TEST_F(MainFormTest, PagesFollowTheParameters) {
@@ -114,7 +167,13 @@ TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
   EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("btn_Menu6_Btn5"));
   expectScreen("F_Xtwh", [&](ui::Screen& s) { press(s, "Esc"); });
   pressIn(*form.focusWidget(), "9");
-  EXPECT_EQ(form.currentPage(), ui::Page::Purchasing);  // active again
+  EXPECT_EQ(form.currentPage(), ui::Page::Basic) << "active again, where it was";
+  EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("btn_Menu6_Btn5"));
+  pressIn(form, "Ctrl+K");
+  expectScreen("F_Ckgl", [&](ui::Screen& s) { press(s, "Esc"); });
+  typeIn(*form.focusWidget(), u"cksz");
+  pressIn(*form.focusWidget(), "Return");
+  EXPECT_EQ(form.focusWidget()->objectName(), u"btn_Menu6_Btn1"_qs) << "digits are for the page again";
 
   int mails = 0;
   mainFormHooks().sendMail = [&] { ++mails; };
@@ -231,6 +290,14 @@ TEST_F(MainFormTest, RemindersAtStart) {
   EXPECT_TRUE(hasDueReminders());
   markDueReminders();
   EXPECT_TRUE(hasDueReminders());  // every month again
+  TF_MainForm form;
+  expectScreen(ui::isScreenRegistered("F_Sjtx") ? "F_Sjtx" : "F_NotYet", [](ui::Screen& s) {
+    EXPECT_EQ(s.windowTitle(), u"今日事件提醒"_qs);
+    press(s, "Esc");
+  });
+  form.Timer1.start(0);
+  settle();
+  settle();
 }
 
 TEST_F(MainFormTest, TheNotePadKeepsItsFormat) {

@@ -5,7 +5,6 @@
 #include "core/session.h"
 #include "core/text.h"
 #include "ui/display.h"
-#include "ui/screen.h"
 
 #include <algorithm>
 #include <map>
@@ -67,11 +66,7 @@ void runCommand(std::string_view name, Prompt& prompt) {
     if (action != command_runner_detail::actions().end()) action->second();
     return;
   }
-  if (ui::isScreenRegistered(command->screen)) {
-    ui::openScreen(command->screen);
-  } else {
-    showNotYet(ui::qs(command->caption), ui::qs(command->screen));
-  }
+  openOrTell(command->screen, ui::qs(command->caption));
 }
 
 void setCommandAction(std::string_view name, std::function<void()> action) {

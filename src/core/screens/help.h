@@ -5,7 +5,7 @@
 
 namespace jxc {
 
-/// Opens it; says so when it is not there.
+/// Opens it; says so when it is not there, or when nothing on this machine can show it.
 void openHelp(Prompt& prompt);
 
 }  // namespace jxc

@@ -11,6 +11,7 @@
 #include "core/screens/command_tile.h"
 #include "core/screens/help.h"
 #include "core/screens/login.h"
+#include "core/screens/not_yet.h"
 #include "core/session.h"
 #include "core/start_reminders.h"
 #include "statistics/screens/day_board.h"
@@ -360,7 +361,29 @@ bool TF_MainForm::formShow() {
   Timer1.start();
   clockTimer_.start();
   formActivate();
+  showFirstUsablePage();
   return true;
+}
+
+/// Where the work of whoever logged in begins.
+void TF_MainForm::showFirstUsablePage() {
+  ui::Page first = ui::Page::Purchasing;
+  const auto isUsable = [](ui::Page page) {
+    return std::ranges::any_of(ui::commands(), [&](const ui::CommandDefinition& command) {
+      return command.page == page && command.place != ui::Place::Bar && isShown(command) && isAllowed(command);
+    });
+  };
+  for (const auto& page : ui::pages()) {
+    if (!isUsable(page.page)) continue;
+    first = page.page;
+    break;
+  }
+  showPage(first);
+  focusFirstTile();
+}
+
+void TF_MainForm::focusFirstTile() {
+  if (const auto tiles = visibleTiles(); !tiles.empty()) tiles.front()->setFocus(Qt::OtherFocusReason);
 }
 
 void TF_MainForm::showStatus() {
@@ -370,7 +393,7 @@ void TF_MainForm::showStatus() {
 
 void TF_MainForm::formActivate() {
   loadSession();
-  showPage(ui::Page::Purchasing);
+  shapePages();
   showStatus();
   helpPane_->setText(QStringLiteral("按F1键查看帮助文档  ") + QString::fromUtf16(build::webAddress));
   ensureStockRows(clock::month());
@@ -382,8 +405,7 @@ void TF_MainForm::formActivate() {
   }
   if (session().mailDue == u"1" && mainFormHooks().sendMail && !Timeremail.isActive()) Timeremail.start();
   if (!isVisible()) show();
-  const auto tiles = visibleTiles();
-  if (!tiles.empty()) tiles.front()->setFocus(Qt::OtherFocusReason);
+  if (!focusWidget() || !focusWidget()->isVisible()) focusFirstTile();
   day_->refresh();
 }
 
@@ -398,6 +420,8 @@ bool TF_MainForm::event(QEvent* event) {
 
 void TF_MainForm::run(std::string_view command) {
   if (busy_) return;
+  // What was searched for is found: behind its screen the keys are those of the page again.
+  if (focusWidget() == search_) focusFirstTile();
   {
     const main_form_detail::Busy busy(busy_);
     day_->stop();
@@ -417,13 +441,13 @@ void TF_MainForm::changeOperatorClick() {
   const bool wasBusy = std::exchange(busy_, true);
   day_->stop();
   session().editMode = QStringLiteral("hb");
+  const QString before = session().a_sn;
   TF_Login form;
   form.showModal();
   session().editMode.clear();
   busy_ = wasBusy;
-  showStatus();
-  loadSession();
   formActivate();
+  if (session().a_sn != before) showFirstUsablePage();
 }
 
 void TF_MainForm::reminders() {
@@ -438,7 +462,7 @@ void TF_MainForm::reminders() {
   if (canShow && showsReminderList()) {
     ui::openScreen("F_Sjtx");
   } else if (hasDueReminders()) {
-    ui::openScreen("F_Sjtx");
+    openOrTell("F_Sjtx", QStringLiteral("今日事件提醒"));
     if (canShow) markDueReminders();
   }
 }
@@ -504,9 +528,7 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
     if (key == Qt::Key_K) return search_->begin();
     if (key >= Qt::Key_1 && key < Qt::Key_1 + static_cast<int>(pages_.size())) {
       showPage(pages_[static_cast<std::size_t>(key - Qt::Key_1)].page);
-      const auto tiles = visibleTiles();
-      if (!tiles.empty()) tiles.front()->setFocus(Qt::TabFocusReason);
-      return;
+      return focusFirstTile();
     }
   }
   if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier) return QWidget::keyPressEvent(event);

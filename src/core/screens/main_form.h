@@ -37,7 +37,8 @@ class TF_MainForm : public QWidget {
 
   /// First showing: look, login, status panes, reminders. False when nobody logged in: the program ends.
   bool formShow();
-  /// After the login and whenever the window is active again: page one, session, stock rows, title, timers.
+  /// After the login and whenever the window is active again: session, stock rows, title, timers. Page and focus stay
+  /// where the operator left them.
   void formActivate();
 
   void showPage(ui::Page page);
@@ -66,6 +67,8 @@ class TF_MainForm : public QWidget {
   void arrangeTiles();
   void giveRoom();
   void shapePages();
+  void showFirstUsablePage();
+  void focusFirstTile();
   void showStatus();
   void reminders();
   void changeOperatorClick();

@@ -21,12 +21,12 @@ class TF_NotYet : public ui::Screen {
     text->setWordWrap(true);
     panel().widget(title).widget(text).stretch().buttons("| btnCancel");
     setMinimumSize(420, 200);
-    tell(QStringLiteral("功能"), QStringLiteral("F_NotYet"));
+    tell(QStringLiteral("功能"));
   }
-  void tell(const QString& caption, const QString& screen) {
+  void tell(const QString& caption) {
     setWindowTitle(caption);
     title->setText(caption);
-    text->setText(QStringLiteral("“%1”(%2)在本版本中尚未提供，数据没有任何改变。").arg(caption, screen));
+    text->setText(QStringLiteral("“%1”在本版本中尚未提供，数据没有任何改变。").arg(caption));
   }
   QLabel* title;
   QLabel* text;
@@ -36,9 +36,13 @@ const ui::Registered<TF_NotYet> kRegistered{"F_NotYet"};
 
 }  // namespace not_yet_detail
 
-void showNotYet(const QString& caption, const QString& screen) {
+void openOrTell(std::string_view screen, const QString& caption) {
+  if (ui::isScreenRegistered(screen)) {
+    ui::openScreen(screen);
+    return;
+  }
   auto& page = ui::screenAs<not_yet_detail::TF_NotYet>("F_NotYet");
-  page.tell(QString(caption).remove(u'&'), screen);
+  page.tell(QString(caption).remove(u'&'));
   page.showModal();
 }
 

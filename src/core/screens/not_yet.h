@@ -3,9 +3,11 @@
 
 #include <QString>
 
+#include <string_view>
+
 namespace jxc {
 
-/// Names the function and says that it is not there yet; Esc leaves.
-void showNotYet(const QString& caption, const QString& screen);
+/// Opens a screen by its name; for one that is not there yet a page that says so, by the caption of its command.
+void openOrTell(std::string_view screen, const QString& caption);
 
 }  // namespace jxc
