@@ -2,9 +2,12 @@
 
 #include "core/clock.h"
 #include "core/data_module.h"
+#include "core/program_directory.h"
 #include "server/test_engine.h"
 
 #include <QDateTime>
+#include <QDir>
+#include <QTemporaryDir>
 
 namespace jxc::test {
 
@@ -28,6 +31,9 @@ Story storyOfTest() {
 }  // namespace account_set_detail
 
 AccountSetFixture::AccountSetFixture() {
+  // What a station keeps for itself is not kept in the folder that the tests were started from.
+  static const QTemporaryDir home;
+  if (programDirectory() == QDir::currentPath()) setProgramDirectory(home.path());
   setClock(QStringLiteral("2021-05-03 14:30:00"));
   dataModule().installAccountDb(openFresh(account_set_detail::storyOfTest()));
   session() = Session{};
