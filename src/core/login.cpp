@@ -105,7 +105,12 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
   if (!session().posLogin) {
     writeLog(QStringLiteral("登录系统"));
     login_detail::loadSessionIfPossible();
-    upgradeSchema(accountDb(), login_detail::copyBefore());
+    try {
+      upgradeSchema(accountDb(), login_detail::copyBefore());
+    } catch (const UpgradeFailed& failure) {  // not to the handler of failures: it would change the name of the copy
+      prompt.notice(failure.message());
+      return false;
+    }
   }
   for (const LoginHook& hook : loginHooks())
     hook();

@@ -20,8 +20,8 @@ QString initialPasswordHint(const QString& name);
 QString lastOperatorHere();
 
 /// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
-/// false comes back; the number of attempts is not limited. Failures other than those of the first, guarded, reading of
-/// the session are thrown, and the session is as it was before.
+/// false comes back; the number of attempts is not limited. So is an upgrade that failed. Failures other than those of
+/// the first, guarded, reading of the session are thrown, and the session is as it was before.
 bool login(const QString& name, const QString& password, Prompt& prompt);
 /// A login inside the running process (the screens set `editMode` "hb" for it), followed by `loadSession`. When it is
 /// refused or fails the old operator stays.

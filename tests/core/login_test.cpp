@@ -1,6 +1,7 @@
 #include "core/login.h"
 
 #include "core/log.h"
+#include "core/schema/schema.h"
 #include "core/schema/upgrade.h"
 #include "core/text.h"
 #include "harness/account_set_fixture.h"
@@ -57,6 +58,16 @@ TEST_F(LoginStory, AnOlderDatabaseLogsInAndIsBroughtUpToDate) {
   loadSession();  // what the main window does next
   EXPECT_EQ(session().c_jc, QStringLiteral("晴川公司"));
   EXPECT_EQ(session().cs_employdate, words(schema::upgradeSteps().back().stamp));
+}
+
+TEST_F(LoginStory, AnUpgradeThatStopsIsToldAndNobodyIsIn) {
+  execSql("update jxc_xtcs set cs_employdate='2014-02-16'");
+  dropTableIfExists("jxc_yyfy");  // which the next step writes to
+  EXPECT_TRUE(
+      prompt.refused(login("admin", "", prompt)).startsWith(QStringLiteral("帐套升级没有完成，停在 2014-02-18")));
+  EXPECT_EQ(session().a_name, QString());
+  createTable("jxc_yyfy");
+  EXPECT_TRUE(login("admin", "", prompt)) << "the steps behind it";
 }
 
 TEST_F(LoginStory, ChangingTheOperatorAndTheScreenLock) {

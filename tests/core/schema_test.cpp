@@ -235,7 +235,7 @@ TEST(Upgrade, AnOlderSetIsCopiedBeforeItsFirstStepAndAFailingStepTellsSo) {
   try {
     upgradeSchema(*database, copy);
     FAIL();
-  } catch (const DbError& failure) {
+  } catch (const UpgradeFailed& failure) {
     for (const QString& told : {u"停在 2014-02-18 这一步"_qs, u"/shop/before.DAT"_qs, u"这一步不会重做"_qs})
       EXPECT_TRUE(failure.message().contains(told)) << failure.message().toStdString();
   }

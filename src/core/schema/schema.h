@@ -4,6 +4,7 @@
 #include "core/schema/table_definition.h"
 #include "core/statements.h"
 #include "engine/database.h"
+#include "engine/error.h"
 
 #include <functional>
 #include <span>
@@ -54,9 +55,14 @@ void resetBusinessTables(Database& database);
 void resetBusinessAndStock(Database& database);
 /// Copies the account set away and returns the file.
 using CopyBefore = std::function<QString()>;
+/// An upgrade that did not begin, for want of a copy, or that stopped. Its message is whole for the operator: the step,
+/// what to do, the copy.
+class UpgradeFailed : public DbError {
+ public:
+  using DbError::DbError;
+};
 /// Brings an older database up to this build. A current one costs one read. Where there is work to lose `copyBefore`
-/// runs ahead of the first step. A step that fails goes to the caller as a DbError that names the step and the copy; it
-/// is not tried again: its date is written first.
+/// runs ahead of the first step. Throws UpgradeFailed; a step that fails is not tried again: its date is written first.
 void upgradeSchema(Database& database, const CopyBefore& copyBefore = {});
 
 // The same on the account database in use.

@@ -100,13 +100,22 @@ bool holdsWork(Database& database, const std::string& stamp) {
 }
 
 /// What whoever logs in has to know: where it stopped, and that going on is not the same as going back.
-DbError stepFailed(const schema::UpgradeStep& step, const DbError& failure, const QString& copy) {
+UpgradeFailed stepFailed(const schema::UpgradeStep& step, const DbError& failure, const QString& copy) {
   const auto date = QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size()));
   QString text = QStringLiteral("帐套升级没有完成，停在 %1 这一步：%2\r\n\r\n").arg(date, failure.message());
   text += copy.isEmpty() ? QStringLiteral("请先不要录入单据，用升级以前的备份恢复后再升级。")
                          : QStringLiteral("请先不要录入单据，用升级前的备份恢复后再升级：\r\n%1").arg(copy);
   text += QStringLiteral("\r\n\r\n再次登录时从下一步继续，这一步不会重做。");
-  return DbError(failure.kind(), text, failure.statement(), failure.position());
+  return UpgradeFailed(failure.kind(), text, failure.statement(), failure.position());
+}
+
+QString copied(const CopyBefore& copyBefore) {
+  try {
+    return copyBefore();
+  } catch (const DbError& failure) {
+    throw UpgradeFailed(failure.kind(), QStringLiteral("帐套需要升级，升级前的备份没有写成，升级没有开始。\r\n\r\n") +
+                                            failure.message());
+  }
 }
 
 }  // namespace upgrade_detail
@@ -118,7 +127,7 @@ void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
   QString copy;
   for (const schema::UpgradeStep& step : schema::upgradeSteps()) {
     if (stamp >= step.guard) continue;
-    if (!changed && copyBefore && upgrade_detail::holdsWork(database, stamp)) copy = copyBefore();
+    if (!changed && copyBefore && upgrade_detail::holdsWork(database, stamp)) copy = upgrade_detail::copied(copyBefore);
     changed = true;
     // First of all: a step that fails half-way is not tried again, so that one bad step cannot lock every login.
     const std::array<Value, 1> values{Value(QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size())))};
