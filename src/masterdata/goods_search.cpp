@@ -53,7 +53,8 @@ bool matchesAt(const char* at, const char* end, const std::string& word) {
 float powerIn(std::string_view text) {
   bool isNumber = false;
   const float power = QByteArray(text.data(), static_cast<qsizetype>(text.size())).toFloat(&isNumber);
-  return isNumber ? power : std::numeric_limits<float>::quiet_NaN();
+  if (text.empty()) return std::numeric_limits<float>::quiet_NaN();
+  return isNumber ? power : std::numeric_limits<float>::infinity();
 }
 
 /// The character at this place of a text, in UTF-8; empty behind its end.
@@ -151,8 +152,17 @@ void GoodsIndex::keepRowsWith(const std::string& word, std::vector<char>& kept) 
 }
 
 void GoodsIndex::keepRowsOf(const std::vector<float>& powers, double power, std::vector<char>& kept) const {
+  using namespace goods_search_detail;
+  std::vector<std::string> forms;
+  for (const QString& form : powerInNames(power))
+    forms.push_back(form.toStdString());
+  const auto isInName = [&](std::size_t row) {
+    const std::string name = std::string(columnsOf(row)[kName]) + ' ';
+    return std::any_of(forms.begin(), forms.end(),
+                       [&](const std::string& form) { return name.find(form) != std::string::npos; });
+  };
   for (std::size_t row = 0; row < kept.size(); ++row)
-    if (!(std::abs(powers[row] - power) < kSamePower)) kept[row] = 0;
+    if (kept[row]) kept[row] = std::isnan(spheres_[row]) ? isInName(row) : std::abs(powers[row] - power) < kSamePower;
 }
 
 std::vector<std::string_view> GoodsIndex::columnsOf(std::size_t row) const {

@@ -33,7 +33,7 @@ class GoodsIndex {
   std::vector<std::size_t> end_;            // of each row in the text
   std::vector<std::string> classes_;        // numbers of the classes that occur
   std::vector<int> classOf_;                // of each row, a place in them
-  std::vector<float> spheres_, cylinders_;  // of each row, in dioptres; not a number where there is none
+  std::vector<float> spheres_, cylinders_;  // of each row, in dioptres; none: not a number; no number: infinite
 };
 
 }  // namespace jxc

@@ -60,8 +60,23 @@ class ReturnLines : public TradingLines {
   }
 
  protected:
+  QString goodsOfBarcode(const QString& barcode, const LinePlace& place,
+                         std::optional<QString>& refusal) const override {
+    const QString goods = TradingLines::goodsOfBarcode(barcode, place, refusal);
+    if (goods.isEmpty() || !strIsTrue(session().cs_xt) || wasSold(goods, place.partner)) return goods;
+    refusal = u"该客户没有买过这种商品，不能退货！"_qs;
+    return {};
+  }
   double proposedPrice(const QString& goods, const LinePlace& place) const override {
     return getSalePrice(place.partner, goods);
+  }
+
+ private:
+  static bool wasSold(const QString& goods, const QString& customer) {
+    return exists(
+        "select x.id from jxc_lsxssp x,jxc_lsxsd y where x.gl_djh=y.gl_djh and y.ls_status=1 and x.g_sn=? and "
+        "y.kh_sn=?",
+        goods, customer);
   }
 };
 

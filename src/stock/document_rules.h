@@ -44,6 +44,7 @@ struct ScanResult {
   std::int64_t id = 0;             // the line that was added or increased
   QString number;                  // the document's number now
   std::optional<QString> refusal;  // words for the operator
+  bool unknown = false;            // no goods at all has this barcode
 };
 
 /// Told how far a long command has come; false stops it.
@@ -155,6 +156,9 @@ class LineRules {
                            Prompt& prompt) const = 0;
   virtual ScanResult enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
                                   Prompt& prompt) const = 0;
+  /// One piece of a goods, as its barcode would enter it.
+  virtual ScanResult enterGoods(const LinePlace& place, const QString& goods, bool oncePerGoods,
+                                Prompt& prompt) const = 0;
 
   // Staging: goods picked in a list before they become lines of Draft or Waiting.
   virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;

@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <cmath>
 #include <utility>
 
 namespace jxc {
@@ -44,9 +45,24 @@ GoodsWords goodsWords(const QString& typed) {
   return wanted;
 }
 
+QStringList powerInNames(double power) {
+  const QChar sign = power < 0 || std::signbit(power) ? u'-' : u'+';
+  QStringList forms;
+  for (int digits = 0; digits <= 3; ++digits)
+    if (const QString text = QString::number(std::abs(power), 'f', digits);
+        std::abs(text.toDouble() - std::abs(power)) < kSamePower)
+      forms << sign + text + u' ';
+  return forms;
+}
+
 void addPowers(Filter& filter, const GoodsWords& wanted) {
   const auto add = [&](std::string_view column, const std::optional<double>& power) {
-    if (power) filter.add(compose("isnumeric({}) and abs(val({})-(?))<?", {column, column}), *power, kSamePower);
+    if (!power) return;
+    Sql any(compose("((isnumeric({}) and abs(val({})-(?))<?)", {column, column}), *power, kSamePower);
+    any.add(" or ((a.g_qgd is null or a.g_qgd='') and (1=0");
+    for (const QString& form : powerInNames(*power))
+      any.add(" or a.g_name+' ' like ?", u'%' + form + u'%');
+    filter.add(any.add(")))"));
   };
   add("a.g_qgd", wanted.sphere);
   add("a.g_sgd", wanted.cylinder);

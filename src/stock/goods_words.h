@@ -24,6 +24,9 @@ GoodsWords goodsWords(const QString& typed);
 void addPowers(Filter& filter, const GoodsWords& wanted);
 /// The key of an enquiry over goods `a`: powers in it as above, the rest as one text that one of the columns must hold.
 void addGoodsKey(Filter& filter, const Criteria& criteria, std::initializer_list<std::string_view> columns);
+/// How this power may stand behind the name of goods that keep no powers of their own, contact lenses for one: "-1",
+/// "-1.0", "-1.00", with the blank behind it that a name gets for it.
+QStringList powerInNames(double power);
 /// Powers have three decimals: what is nearer is one.
 inline constexpr double kSamePower = 0.0005;
 

@@ -317,7 +317,15 @@ ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code,
   result.number = place.number;
   const QString barcode = sanitizeText(code.trimmed());
   const QString goods = goodsOfBarcode(barcode, place, result.refusal);
-  if (goods.isEmpty()) return result;
+  if (!goods.isEmpty()) return enterGoods(place, goods, oncePerGoods, prompt);
+  result.unknown = !exists("select id from jxc_goods where g_sptm=?", barcode);
+  return result;
+}
+
+ScanResult TableLines::enterGoods(const LinePlace& place, const QString& goods, bool oncePerGoods,
+                                  Prompt& prompt) const {
+  ScanResult result;
+  result.number = place.number;
   if (oncePerGoods && goodsOnDocument(family(), place.number, goods, true)) {
     result.outcome = Scan::AlreadyThere;
     result.refusal = u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs;

@@ -57,6 +57,7 @@ class TableLines : public LineRules {
                    Prompt& prompt) const override;
   ScanResult enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
                           Prompt& prompt) const override;
+  ScanResult enterGoods(const LinePlace& place, const QString& goods, bool oncePerGoods, Prompt& prompt) const override;
   bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
                 Prompt& prompt) const override;
   std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,

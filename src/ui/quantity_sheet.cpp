@@ -327,6 +327,11 @@ QuantitySheet::QuantitySheet(QWidget* parent) : QWidget(parent), model_(new Mode
   layout->addWidget(beside_, 0, 1);
   layout->addWidget(below_, 1, 0);
   layout->addWidget(all_, 1, 1);
+  // The sheet takes what its cells need, the rest stays free: sums far from their cells are read in the wrong line.
+  layout->setColumnStretch(0, 1000);
+  layout->setColumnStretch(2, 1);
+  layout->setRowStretch(0, 1000);
+  layout->setRowStretch(2, 1);
   setFocusProxy(view_);
   view_->viewport()->installEventFilter(this);
 }
@@ -352,7 +357,18 @@ void QuantitySheet::show(Source source) {
     }
   view_->horizontalHeader()->setDefaultSectionSize(width);
   if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
+  fitToCells();
   refresh();
+}
+
+void QuantitySheet::fitToCells() {
+  if (model_->rowCount() == 0) return view_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  const auto* across = view_->horizontalHeader();
+  const auto* down = view_->verticalHeader();
+  const int frame = 2 * view_->frameWidth();
+  view_->setMaximumSize(
+      down->sizeHint().width() + across->length() + frame + view_->verticalScrollBar()->sizeHint().width(),
+      across->sizeHint().height() + down->length() + frame + view_->horizontalScrollBar()->sizeHint().height());
 }
 
 void QuantitySheet::refresh() {

@@ -63,6 +63,7 @@ class QuantitySheet : public QWidget {
   class Delegate;
   class Sums;
   void set(int row, int column, std::optional<double> quantity);
+  void fitToCells();
   double sumOf(Qt::Orientation along, int place) const;  // a column below, a row beside
   void changedByHand();
 

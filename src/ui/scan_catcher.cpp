@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -59,6 +60,11 @@ bool ScanCatcher::eventFilter(QObject* watched, QEvent* event) {
   if ((event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) && busy_ &&
       KeylessBoxes::shown() && watched->isWidgetType() && static_cast<QWidget*>(watched)->window() == &window_)
     return true;
+  if (event->type() == QEvent::InputMethod) {
+    composing_ = !static_cast<QInputMethodEvent*>(event)->preeditString().isEmpty();
+    code_.clear();
+    return false;
+  }
   const bool isPress = event->type() == QEvent::KeyPress;
   if ((!isPress && event->type() != QEvent::ShortcutOverride) || !window_.isVisible()) return false;
   if (!watched->isWidgetType()) return false;
@@ -104,6 +110,8 @@ void ScanCatcher::add(QWidget* target, const QKeyEvent& key, int most) {
 }
 
 bool ScanCatcher::keyInWindow(QWidget& target, const QKeyEvent& key) {
+  if (composing_) return false;
+  scannedInInput_ = false;
   if (scan_catcher_detail::isEnter(key)) {
     if (isInTime(key, beganInBox_ ? scan_catcher_detail::kMostInBox : scan_catcher_detail::kMostBetweenKeys))
       return end(target);
@@ -176,7 +184,10 @@ void ScanCatcher::remember(QWidget* target) {
 bool ScanCatcher::end(QWidget& target) {
   using namespace scan_catcher_detail;
   const QString code = std::exchange(code_, QString());
-  if (&target == &input_ && !beganInBox_) return false;  // it reads its own text
+  if (&target == &input_ && !beganInBox_) {  // it reads its own text
+    scannedInInput_ = code.size() >= kFewestKeys;
+    return false;
+  }
   if (code.size() < kFewestKeys) return false;
   // A few digits in a hurry are no scan where digits may be typed, unless they are a code.
   if (!beganInBox_ && target_ && mayBeTypedIn(target_) && code.size() < kSurelyACode && !hooks_.isKnown(code))

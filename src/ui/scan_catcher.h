@@ -35,6 +35,8 @@ class ScanCatcher : public QObject {
 
   /// Hands a code on when its turn has come: at once, unless others wait or the window is busy.
   void take(const QString& code);
+  /// Whether what stands in the barcode input at its Enter came from a scanner, and not from a hand.
+  bool isScanned() const { return scannedInInput_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,6 +57,8 @@ class ScanCatcher : public QObject {
   QWidget& window_;
   QWidget& input_;
   Hooks hooks_;
+  bool scannedInInput_ = false;
+  bool composing_ = false;  // half a word of an input method stands there: its keys are no code
   std::deque<QString> waiting_;
   QTimer retry_;
   bool busy_ = false;

@@ -63,6 +63,8 @@ TEST_F(GoodsSearchTest, PowersAreNumbersAndLettersAreSpoken) {
   lens("L3", u"3"_qs, u"-0.75"_qs);
   put(u"F1"_qs, u"长城架 -3"_qs, u"54-16"_qs, {}, {}, u"?"_qs);
   put(u"F2"_qs, u"张行架"_qs, {}, {});
+  put(u"C1"_qs, u"日抛 -3.5"_qs, {}, {});  // contact lenses without powers of their own have them behind the name
+  put(u"C2"_qs, u"日抛-3.50 30片"_qs, {}, {});
   const RowSet all = selectGoods({});
   for (const auto& [typed, expected] : {
            std::pair{u"-3"_qs, u"L1"_qs},
@@ -71,13 +73,14 @@ TEST_F(GoodsSearchTest, PowersAreNumbersAndLettersAreSpoken) {
            {u"-3.25-3"_qs, u"L2"_qs},
            {u"-3/-0"_qs, u"L1"_qs},
            {u"+3 -.75"_qs, u"L3"_qs},
-           {u"3"_qs, u"L3 F1"_qs},
+           {u"3"_qs, u"L3 F1 C1 C2"_qs},
            {u"1.56 +0"_qs, u""_qs},
            {u"54-16"_qs, u"F1"_qs},
            {u"cq"_qs, u"L1 L2 L3"_qs},
            {u"ZQ"_qs, u"L1 L2 L3"_qs},
            {u"ccj"_qs, u"F1"_qs},
            {u"ZHJ"_qs, u"F2"_qs},
+           {u"-3.50"_qs, u"C1 C2"_qs},
            {u"CH"_qs, u""_qs},
            {u"-1 -2 -3"_qs, u""_qs},
        }) {

@@ -123,7 +123,7 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
     scan(s, u"690002");
     EXPECT_EQ(s.field("tspje").number(), 160);
     EXPECT_EQ(s.field("tdwcb").number(), 53.333333);
-    expectNotice(u"商品不能由自己捆绑而成！"_qs);
+    expectNotice(u"商品不能由自己捆绑而成！\r\n\r\n条码：690003\r\n\r\n商品：镜盒"_qs);
     scan(s, u"690003");
     EXPECT_FALSE(cellOpens(s, "gridLines", 0, "cf_dj"));  // it costs what the warehouse has it at
     press(s, "F5");

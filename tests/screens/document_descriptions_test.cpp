@@ -72,7 +72,7 @@ TEST_F(DocumentDescriptionsTest, AMisspeltPartIsRefused) {
                                 .lineScreen = "F_Cgjh_Sele",
                                 .auditScreen = "F_Cgjh_Check",
                                 .importScreen = "F_Cgjh_Import",
-                                .addGoods = [] { return QString(); },
+                                .addGoods = [](const QString&) { return QString(); },
                                 .own = own},
                    .rules = receipt::rules,
                    .partner = "tghs",

@@ -161,7 +161,8 @@ TEST_F(ReceiptScreenTest, AnEarlierReceiptReplaysTheLaterOne) {
 TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
   open("F_Cgjh", [&](ui::Screen& s) {
     press(s, "F5", u"单据中没有业务发生，不能保存！"_qs);
-    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    expectNotice(
+        u"没有找到与该条码匹配的商品，请检查！\r\n\r\n条码：4711\r\n\r\n按“新商品添加(F9)”，可以用这个条码增加新商品。"_qs);
     scan(s, u"4711");
     EXPECT_TRUE(s.field("tSptm").hasFocus());
     scan(s, u"6900000000024");

@@ -31,7 +31,8 @@ TEST_F(SalesScreenTest, ScannedPickedGivenSavedAndAudited) {
   open("F_Spxs", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("jsn").text(), "XS21050310001");
     EXPECT_FALSE(s.field("tkh").text().isEmpty());
-    expectNotice(QStringLiteral("当前仓库中没有找到与该条码匹配的商品，请检查！"));
+    expectNotice(
+        u"当前仓库中没有找到与该条码匹配的商品，请检查！\r\n\r\n条码：6900000099999\r\n\r\n按“新商品添加(F9)”，可以用这个条码增加新商品。"_qs);
     scan(s, u"6900000099999");
     scan(s, u"6900000000017");
     scan(s, u"6900000000017");

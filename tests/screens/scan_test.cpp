@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QThread>
@@ -13,6 +14,9 @@ namespace jxc::test::scan_test {
 constexpr QStringView kFrame = u"6900000000017";
 constexpr QStringView kCloth = u"6900000000031";
 constexpr QStringView kUnknown = u"6999999999999";
+
+const QString kNobodyKnows =
+    u"没有找到与该条码匹配的商品，请检查！\r\n\r\n条码：6999999999999\r\n\r\n按“新商品添加(F9)”，可以用这个条码增加新商品。"_qs;
 
 class ScanScreenTest : public TradingScreenTest {
  protected:
@@ -57,7 +61,7 @@ TEST_F(ScanScreenTest, CodesAreTakenOutOfOtherInputs) {
     scan(s, kFrame);
     EXPECT_EQ(lines(s), "1×1");
     s.field("tnote").focus();
-    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    expectNotice(kNobodyKnows);
     scan(s, kUnknown);
     EXPECT_EQ(s.field("tnote").text(), u"急");
     EXPECT_TRUE(s.field("tSptm").hasFocus());
@@ -87,7 +91,7 @@ TEST_F(ScanScreenTest, ANoticeGivesWayToTheNextCode) {
       scanBehind(s, kFrame);
       scanBehind(s, kCloth);
     });
-    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    expectNotice(kNobodyKnows);
     scan(s, kUnknown);
     EXPECT_TRUE(waitFor([&] { return lines(s) == "1×1 3×1"; })) << lines(s).toStdString();
     EXPECT_TRUE(notice.startsWith(u"没有找到"));
@@ -99,7 +103,7 @@ TEST_F(ScanScreenTest, ANoticeGivesWayToTheNextCode) {
 TEST_F(ScanScreenTest, ACodeThatBeganInTheBoxEndsInTheInput) {
   open("F_Cgjh", [&](ui::Screen& s) {
     onNextBox([&](QMessageBox&) { typeIn(*s.focusWidget(), kFrame.left(7)); });
-    expectNotice(u"没有找到与该条码匹配的商品，请检查！"_qs);
+    expectNotice(kNobodyKnows);
     scan(s, kUnknown);
     scan(s, kFrame.mid(7));
     EXPECT_EQ(lines(s), "1×1");
@@ -120,7 +124,8 @@ TEST_F(ScanScreenTest, AQuestionIsNotAnsweredByTheNextCode) {
       stayed = box.isVisible();
     });
     expectQuestion(QString::fromUtf8(kSaleGoesShort), Answer::No);
-    expectNotice(u"当前仓库中没有找到与该条码匹配的商品，请检查！"_qs);
+    expectNotice(
+        u"当前仓库中没有找到与该条码匹配的商品，请检查！\r\n\r\n条码：Y12345678\r\n\r\n按“新商品添加(F9)”，可以用这个条码增加新商品。"_qs);
     scan(s, kFrame);
     EXPECT_TRUE(stayed);
     EXPECT_TRUE(waitFor([&] { return expectationsLeft() == 0 && sold(s) == "3×1"; })) << sold(s).toStdString();
@@ -145,6 +150,82 @@ TEST_F(ScanScreenTest, TheLineDialogKeepsItsInputs) {
     scan(s, kFrame);
     EXPECT_TRUE(waitFor([&] { return expectationsLeft() == 0 && lines(s) == "1×4 3×1"; })) << lines(s).toStdString();
     s.findChild<QAction*>("btnPanelModi")->setChecked(false);
+    leaveDraft(s);
+  });
+}
+
+// The code that nobody knows is that of the new article; one that was entered since is none.
+TEST_F(ScanScreenTest, AnUnknownCodeIsOfferedToTheNewArticle) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    const auto codeOffered = [&](QStringView code) {
+      expectScreen("F_Spxxgl_Add", [code](ui::Screen& add) {
+        EXPECT_EQ(add.field("g_sptm").text(), code);
+        press(add, "Esc");
+      });
+      press(s, "F9");
+    };
+    s.field("tnote").focus();
+    expectNotice(kNobodyKnows);
+    scan(s, kUnknown);
+    codeOffered(kUnknown);
+    codeOffered({});
+    expectNotice(kNobodyKnows);
+    scan(s, kUnknown);
+    scan(s, kFrame);
+    codeOffered({});
+    leaveDraft(s);
+  });
+}
+
+// What a hand types looks for goods; half a word of an input method is no code.
+TEST_F(ScanScreenTest, TheBarcodeInputFindsGoodsByWhatIsTyped) {
+  open("F_Spxs", [&](ui::Screen& s) {
+    auto* drop = s.findChild<QWidget*>("searchDrop");
+    const auto typeHere = [&](QStringView text) {
+      s.field("tSptm").focus();
+      typeIn(*s.focusWidget(), text);
+    };
+    typeHere(u"镜布");
+    press(s, "Return");  // the only one
+    EXPECT_EQ(sold(s), "3×1");
+    EXPECT_TRUE(s.field("tSptm").isEmpty());
+    typeHere(u"000");
+    EXPECT_TRUE(waitFor([&] { return drop->isVisible(); }));
+    press(s, "Esc");
+    EXPECT_FALSE(drop->isVisible());
+    EXPECT_TRUE(s.isVisible());
+    press(s, "Return");  // several: they drop down again, and Enter takes the one that stands out
+    EXPECT_TRUE(drop->isVisible());
+    picture(s, u"F_Spxs_found"_qs);
+    press(s, "Down");
+    press(s, "Return");
+    EXPECT_EQ(sold(s), "3×2");
+    EXPECT_FALSE(drop->isVisible());
+
+    s.field("tnote").focus();
+    QInputMethodEvent half(u"ni"_qs, {});
+    QApplication::sendEvent(s.focusWidget(), &half);
+    scan(s, kCloth);
+    EXPECT_EQ(sold(s), "3×2");
+    QInputMethodEvent whole;
+    QApplication::sendEvent(s.focusWidget(), &whole);
+    scan(s, kCloth);
+    EXPECT_EQ(sold(s), "3×3");
+    leaveDraft(s);
+  });
+}
+
+TEST_F(ScanScreenTest, ACustomerGivesBackWhatHeBought) {
+  setParameter("cs_xt", 1);
+  open("F_Xsth", [&](ui::Screen& s) {
+    expectNotice(u"该客户没有买过这种商品，不能退货！\r\n\r\n条码：6900000000031\r\n\r\n商品：镜布"_qs);
+    scan(s, kCloth);
+  });
+  setParameter("cs_xt", 0);
+  open("F_Xsth", [&](ui::Screen& s) {
+    s.field("tnote").focus();
+    scan(s, kCloth);
+    EXPECT_EQ(lines(s, "th_sl"), "3×1");
     leaveDraft(s);
   });
 }

@@ -80,8 +80,8 @@ QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReceipt, number);
 }
 
-QString addGoods() {
-  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::BroughtByDocument);
+QString addGoods(const QString& barcode) {
+  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::BroughtByDocument, barcode);
 }
 
 constexpr TradingScreenSpec kDocument = {
@@ -94,6 +94,7 @@ constexpr TradingScreenSpec kDocument = {
                  .draftTitle = "采购进货",
                  .waitingTitle = "待审核采购单",
                  .employeeFlag = "u_cg",
+                 .findsGoods = true,
                  .pickScreen = "F_Cgjh_Add",
                  .lineScreen = "F_Cgjh_Sele",
                  .auditScreen = "F_Cgjh_Check",

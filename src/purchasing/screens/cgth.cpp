@@ -83,6 +83,7 @@ constexpr TradingScreenSpec kDocument = {
                  .draftTitle = "采购退货",
                  .waitingTitle = "待审核退货单",
                  .employeeFlag = "u_cg",
+                 .findsGoods = true,
                  .pickScreen = "F_Cgth_Add",
                  .lineScreen = "F_Cgth_Sele",
                  .auditScreen = "F_Cgth_Check",

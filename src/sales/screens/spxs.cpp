@@ -96,8 +96,8 @@ QString changeHead(const QString& number) {
 }
 
 // What a shop sells from the counter it often has already: stock of the article may be entered with it.
-QString addGoods() {
-  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::Offered);
+QString addGoods(const QString& barcode) {
+  return ui::screenAs<TF_Spxxgl_Add>("F_Spxxgl_Add").addOne(TF_Spxxgl_Add::OpeningStock::Offered, barcode);
 }
 
 constexpr std::string_view kOwn[] = {"btnZpAdd", "btnAddCl"};
@@ -113,6 +113,7 @@ constexpr TradingScreenSpec kDocument = {
                  .waitingTitle = "待审核销售单",
                  .employeeFlag = "u_xs",
                  .auditCommand = "btnRCheck",
+                 .findsGoods = true,
                  .pickScreen = "F_Spxs_Add",
                  .lineScreen = "F_Spxs_Sele",
                  .auditScreen = "F_Spxs_Check",

@@ -13,7 +13,6 @@
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/known_parts.h"
-#include "ui/scan_catcher.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -35,10 +34,6 @@ constexpr int kDraftPanel = 0;
 constexpr int kWaitingPanel = 1;
 constexpr int kAuditedPanel = 2;
 constexpr Right kGoods = {"qtcz", 1};
-
-bool isBarcode(const QString& code) {
-  return !lookupValue("select top 1 g_sn from jxc_goods where g_sptm=?", sanitizeText(code)).isEmpty();
-}
 
 /// What every document screen reads or binds where the document has it.
 constexpr std::string_view kParts[] = {
@@ -97,35 +92,6 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRul
   if (optional("tSptm")) addScanner();
 }
 
-void DocumentScreen::addScanner() {
-  scans_ = new ui::ScanCatcher(
-      *this, *field("tSptm").widget(),
-      {.isKnown = document_screen_detail::isBarcode,
-       .scanned = [this](const QString& code) { enterBarcode(code); },
-       // While a document is saved its number is on the way out: the code belongs to the next one.
-       .isFree = [this] { return !saving_; },
-       .watchesToo = [this](const QWidget& window) { return window.objectName() == ui::qs(description_.lineScreen); }});
-  addScanOptions();
-}
-
-void DocumentScreen::addScanOptions() {
-  auto* menu = new QMenu(this);
-  const auto option = [&](const char* name, const QString& text) {
-    auto* action = menu->addAction(text);
-    action->setObjectName(QString::fromLatin1(name));
-    action->setCheckable(true);
-    return action;
-  };
-  onceOnly_ = option("btnPanelAdd", u"同一条码不能重复添加商品(&Y)"_qs);
-  thenModify_ = option("btnPanelModi", u"添加完商品后打开修改窗口(&Z)"_qs);
-  auto* hide = option("btnPanelHide", u"隐藏条码输入面板(&X)"_qs);
-  connect(hide, &QAction::toggled, this, [this](bool hidden) {
-    field("tSptm").setVisible(!hidden);
-    focusDraft();
-  });
-  command("btnPanel").setMenu(menu);
-}
-
 void DocumentScreen::addSheetMenu() {
   auto* menu = new QMenu(this);
   const auto entry = [&](const char* name, const QString& text, std::function<void()> action) {
@@ -172,32 +138,11 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
   panel.grid("gridLines").form(description_.footForm);
 }
 
-/// As the line stands now: it may have been changed by hand since, or be gone.
-void DocumentScreen::showScanned() {
-  if (!scanned_) return;
-  for (const Row row : gridLines.rows()) {
-    if (row.integer("id") != scannedLine_) continue;
-    scanned_->setText(row.text(draftFamily().line.columns->quantity) + row.text("dw_name") + u"　"_qs +
-                      row.text("g_name") + u' ' + row.text("gg_name") + u' ' + row.text("color_name"));
-    return scanned_->show();
-  }
-  scanned_->hide();
-}
-
 void DocumentScreen::bindCommand(std::string_view name, std::function<void()> action) {
   if (hasCommand(name)) on(command(name), std::move(action));
 }
 
 void DocumentScreen::bindDraft() {
-  if (auto* scan = optional("tSptm"))
-    scan->onEnter([this, scan] {
-      if (scan->isEmpty()) {
-        scanDone();
-      } else {
-        scans_->take(scan->trimmed());
-      }
-      return true;
-    });
   if (description_.linesHoldWarehouse) comCk.onChanged([this] { warehouseChanged(); });
   dateCg.onEnter([this] { return !settleDate(); });
   // Not while the focus is on its way: the question would stand in the middle of it.
@@ -234,6 +179,13 @@ void DocumentScreen::bindPanels() {
 
 bool DocumentScreen::isDraftInSight() const {
   return panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel;
+}
+
+bool DocumentScreen::turnToDraft() {
+  using namespace document_screen_detail;
+  if (!panels_.tabs()->isTabEnabled(kDraftPanel)) return false;
+  panels_.tabs()->setCurrentIndex(kDraftPanel);
+  return true;
 }
 
 void DocumentScreen::draftInSight(bool isIn) {
@@ -400,22 +352,6 @@ bool DocumentScreen::settleDate() {
   return true;
 }
 
-void DocumentScreen::enterBarcode(const QString& code) {
-  using namespace document_screen_detail;
-  field("tSptm").clear();
-  if (!panels_.tabs()->isTabEnabled(kDraftPanel)) return;
-  panels_.tabs()->setCurrentIndex(kDraftPanel);
-  if (!settleDate()) return;
-  const ScanResult scanned = draftRules().lines().enterBarcode(draftPlace(), code, onceOnly_->isChecked(), prompt());
-  focusDraft();
-  if (isRefused(scanned.refusal, prompt())) return;
-  if (scanned.id == 0) return;  // the operator said no
-  setNumber(scanned.number);
-  scannedLine_ = scanned.id;
-  reloadLines(scanned.id);
-  if (thenModify_->isChecked()) modifyLine();
-}
-
 void DocumentScreen::addOld() {
   if (!settleDate()) return;
   showPicked(ui::screenAs<GoodsPickScreen>(description_.pickScreen).pick(draftPlace(), Lines::Draft));
@@ -460,7 +396,7 @@ void DocumentScreen::tellLeftOff(const CopyResult& picked) {
 
 void DocumentScreen::addNew() {
   if (!mayDo(description_.newGoods) || !settleDate()) return;
-  const QString goods = description_.addGoods();
+  const QString goods = description_.addGoods(std::exchange(unknownCode_, {}));
   if (goods.isEmpty()) return;
   const LineResult line =
       ui::screenAs<LineScreen>(description_.lineScreen).edit({.goods = goods, .place = draftPlace()});

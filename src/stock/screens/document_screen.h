@@ -20,7 +20,8 @@ class QLabel;
 namespace jxc {
 namespace ui {
 class ScanCatcher;
-}
+class SearchDrop;
+}  // namespace ui
 
 /// What the screen of one document is. Every screen has dateCg, comCk, comUser and the number on the first panel, tkey,
 /// comSort on the second, the grids gridLines, gridWaiting, gridWaitingLines. tnote and tSptm (with a command btnPanel
@@ -36,6 +37,8 @@ struct DocumentScreenSpec {
   std::string_view auditCommand = "btnRChk", deleteCommand = "btn_Dele";
   /// What was scanned last stands in large letters: who scans does not look at the list.
   bool showsScanned = false;
+  /// The barcode input finds goods by number, name, letters and powers, too: they drop down while one types.
+  bool findsGoods = false;
   /// Prices or book figures of the lines are those of the warehouse: it stays as it is once lines stand.
   bool linesHoldWarehouse = false;
 
@@ -43,9 +46,9 @@ struct DocumentScreenSpec {
   std::string_view pickScreen, lineScreen, auditScreen, importScreen;
   /// Changes date, warehouse and the like of a waiting document; its number now, empty when nothing changed.
   QString (*changeHead)(const QString& number);
-  /// Makes an article that is not in the catalogue yet; its number, empty when the operator left. Null without
-  /// btnAddNew.
-  QString (*addGoods)() = nullptr;
+  /// Makes an article that is not in the catalogue yet, with a barcode that was scanned in vain, or none; its number,
+  /// empty when the operator left. Null without btnAddNew.
+  QString (*addGoods)(const QString& barcode) = nullptr;
 
   // Rights besides those of the family, with the words of their refusal.
   struct Guarded {
@@ -195,8 +198,15 @@ class DocumentScreen : public ui::Screen {
   void buildDraftPanel(ui::Panel panel);
   void buildWaitingPanel(ui::Panel panel);
   void showAudited();
+  /// Brings the first panel into sight; false: the operator may not make documents.
+  bool turnToDraft();
   void addScanner();
   void addScanOptions();
+  void addGoodsSearch();
+  void enterTyped(const QString& typed);
+  void takeFound(const Row& goods);
+  void showEntered(const ScanResult& entered);
+  void tellNotFound(const QString& code, const ScanResult& scanned);
   void addSheetMenu();
   void bindPanels();
   void bindDraft();
@@ -222,6 +232,8 @@ class DocumentScreen : public ui::Screen {
   QLabel* scanned_ = nullptr;
   std::int64_t scannedLine_ = 0;      // of the draft; 0: none was scanned
   ui::ScanCatcher* scans_ = nullptr;  // of documents with a barcode input, as its two options
+  ui::SearchDrop* found_ = nullptr;   // where the input finds goods
+  QString unknownCode_;               // scanned last, and of no goods: a new one may get it
   QAction* onceOnly_ = nullptr;
   QAction* thenModify_ = nullptr;
   bool saving_ = false;

@@ -25,7 +25,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"tqgd", "增加屈光度：", FieldKind::Text, "", 8},
     {"tsgd", "增加散光度：", FieldKind::Text, "", 8},
-    {"tdj", "本表单价：", FieldKind::Money, "", 0, ui::NoMinus},
+    {"tdj", "本表单价：", FieldKind::Money, "", 0, ui::NoMinus, "0为各按原价"},
 };
 constexpr ui::ColumnSpec kProducts[] = {{"g_qc", "商品名称", ColumnKind::Text, 18},
                                         {"gs", "光度数", ColumnKind::Number, 6}};
@@ -63,7 +63,6 @@ class TF_Jpgd : public ui::Screen {
     sheet_->onPasted([this](const auto& pasted) { tellPasted(pasted); });
     field("tqgd").onEnter([this] { return addPower("tqgd", &LensSheet::addSphere); });
     field("tsgd").onEnter([this] { return addPower("tsgd", &LensSheet::addCylinder); });
-    field("tdj").widget()->setToolTip(u"本表所有数量都用这个单价；不填时各按本来的单价"_qs);
     field("tdj").onChanged([this] { takePrice(); });
     on(command("btnSearch"), [this] { field("tkey").focus(); });
     on(command("btnOK"), [this] { takeOver(); });
@@ -143,8 +142,8 @@ class TF_Jpgd : public ui::Screen {
 
   void takePrice() {
     if (current_ < 0) return;
-    const ui::Field& typed = field("tdj");
-    sheet().price = typed.isEmpty() ? std::nullopt : std::optional(typed.number());
+    const double yuan = field("tdj").number();
+    sheet().price = yuan > 0 ? std::optional(yuan) : std::nullopt;
   }
 
   LensSheet& sheet() { return sheets_[static_cast<std::size_t>(current_)]; }
@@ -175,8 +174,7 @@ class TF_Jpgd : public ui::Screen {
       cell.isTyped = quantity.has_value();
     };
     sheet_->show(std::move(source));
-    field("tdj").clear();
-    if (sheet().price) field("tdj").setNumber(*sheet().price);
+    field("tdj").setNumber(sheet().price.value_or(0));
     showHint();
   }
 

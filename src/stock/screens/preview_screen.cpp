@@ -50,11 +50,12 @@ class TF_Yltx : public ui::Screen {
     summary_->setText(preview.summary.join(u'\n'));
     summary_->setVisible(!preview.summary.isEmpty());
     rows_ = preview.rows();
-    bool surprises = false;
+    int surprises = 0;
     for (const Row row : rows_)
-      surprises = surprises || row.flag("warns");
+      surprises += row.flag("warns") ? 1 : 0;
     field("chkYw").setChecked(false);
-    field("chkYw").setEnabled(surprises);
+    field("chkYw").setEnabled(surprises > 0);
+    field("chkYw").setLabel(QStringLiteral("只看需要留意的 %1 项：库存不足、成本突变、日期在前等").arg(surprises));
     showModal();
   }
   QSize sizeHint() const override { return {1264, 672}; }  // warehouse, goods and what would be asked are long
