@@ -40,10 +40,10 @@ def repair(desk, key, dialog):
 
 
 def lowest_stock(desk):
-    """Of the marked goods, from the list's menu: 修改最低库存 is its eighth command."""
+    """Of the marked goods, from the list's menu: 修改最低库存 is its ninth command."""
     desk.keys("Menu")
     time.sleep(0.3)
-    desk.keys(*["Down"] * 8, "Return")
+    desk.keys(*["Down"] * 9, "Return")
     desk.until("lowest stock", is_called("修改最低库存"))
     desk.keys("5", "F5")
     seen = desk.until("answer", lambda title: title in (NOTICE, QUESTION), 10)

@@ -39,6 +39,8 @@ class TF_Role_Add : public ui::Screen {
   TF_Role_Add();
   /// A role, 0 for a new one; a new one may begin with the rights of another.
   bool edit(std::int64_t id, std::int64_t model = 0);
+  /// Room for many rights; on a smaller display the tree scrolls.
+  QSize sizeHint() const override { return {520, 560}; }
 
  protected:
   void activate() override;
@@ -60,7 +62,7 @@ TF_Role_Add::TF_Role_Add() : Screen(role_detail::kEdit), chkTree_(new QTreeWidge
   chkTree_->setObjectName(QStringLiteral("chkTree"));
   chkTree_->setAccessibleName(QStringLiteral("角色的权限"));
   chkTree_->setHeaderHidden(true);
-  chkTree_->setMinimumSize(480, 400);
+  chkTree_->setMinimumSize(320, 120);
   panel().form({"tname comModel", "tkey chkSele"}).widget(chkTree_, 1).buttons("| btnOK btnCancel");
   command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { btnOKClick(); });
