@@ -5,7 +5,9 @@
 #include "core/schema/schema.h"
 #include "core/text.h"
 #include "harness/account_set_fixture.h"
+#include "server/test_engine.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 namespace jxc::test {
@@ -180,8 +182,10 @@ TEST_F(ParametersStory, BackToTheStandard) {
   const QString copy = home.filePath(QStringLiteral("backup/晴川进销存21_05_03_14_30_00.DAT"));
   EXPECT_TRUE(prompt.lastNotice().endsWith(copy)) << prompt.lastNotice().toStdString();
   setProgramDirectory(before);
-  EXPECT_EQ(openSqlite(copy, {.readOnly = true})->lookup("select cs_xsws from jxc_xtcs").integer(), 4)
-      << "as it was before";
+  EXPECT_GT(QFileInfo(copy).size(), 1000);
+  if (!onServer())
+    EXPECT_EQ(openSqlite(copy, {.readOnly = true})->lookup("select cs_xsws from jxc_xtcs").integer(), 4)
+        << "as it was before";
   EXPECT_EQ(lookupNumber("select pos_jews from jxc_poscs"), 2);
   EXPECT_EQ(session().c_name, QStringLiteral("大明眼镜")) << "the company stays";
   EXPECT_EQ(session().cs_employdate, QStringLiteral("1900-01-01"));
