@@ -183,9 +183,10 @@ TEST_F(ParametersStory, BackToTheStandard) {
   EXPECT_TRUE(prompt.lastNotice().endsWith(copy)) << prompt.lastNotice().toStdString();
   setProgramDirectory(before);
   EXPECT_GT(QFileInfo(copy).size(), 1000);
-  if (!onServer())
+  if (!onServer()) {
     EXPECT_EQ(openSqlite(copy, {.readOnly = true})->lookup("select cs_xsws from jxc_xtcs").integer(), 4)
         << "as it was before";
+  }
   EXPECT_EQ(lookupNumber("select pos_jews from jxc_poscs"), 2);
   EXPECT_EQ(session().c_name, QStringLiteral("大明眼镜")) << "the company stays";
   EXPECT_EQ(session().cs_employdate, QStringLiteral("1900-01-01"));
