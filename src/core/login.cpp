@@ -51,14 +51,6 @@ void loadSessionIfPossible() {
   }
 }
 
-/// For the next login here. A folder that cannot be written to is no reason to keep anybody out.
-void rememberOperator() {
-  try {
-    keepStationText(lastOperator, session().a_sn);
-  } catch (const DbError&) {
-  }
-}
-
 /// The file is copied away before its first change. A server has its own backups; a set in memory has nothing to lose.
 CopyBefore copyBefore() {
   const bool isInMemory = !accountDb().readerOpener();
@@ -84,6 +76,14 @@ QString lastOperatorHere() {
   const bool isThere =
       std::any_of(operators.begin(), operators.end(), [&](const ListItem& item) { return item.key == last; });
   return isThere ? last : QString();
+}
+
+void rememberOperatorHere() {
+  try {
+    keepStationText(login_detail::lastOperator, session().a_sn);
+  } catch (const DbError&) {
+    // A folder that cannot be written to is no reason to keep anybody out.
+  }
 }
 
 QString initialPasswordHint(const QString& name) {
@@ -114,7 +114,6 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
   }
   for (const LoginHook& hook : loginHooks())
     hook();
-  login_detail::rememberOperator();
   guard.keep();
   return true;
 }

@@ -18,6 +18,8 @@ QString initialPasswordHint(const QString& name);
 
 /// Who logged in last at this workstation, of those operators; nobody yet: empty.
 QString lastOperatorHere();
+/// Keeps the operator of the session for that.
+void rememberOperatorHere();
 
 /// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
 /// false comes back; the number of attempts is not limited. So is an upgrade that failed. Failures other than those of

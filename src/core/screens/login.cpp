@@ -66,6 +66,7 @@ void TF_Login::btnOKClick() {
     return tpwd.focus();
   }
   loginOk = true;
+  rememberOperatorHere();
   ui::applySkin(operatorSkin());
   accept();
 }
