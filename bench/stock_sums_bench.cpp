@@ -21,7 +21,8 @@ using bench::Bare;
 struct Period {
   std::string from, to;
 };
-const Period kYear{"2025-01-01", "2025-12-31"}, kMonth{"2025-11-01", "2025-11-30"};
+const Period kYear{"2025-01-01", "2025-12-31"}, kMonth{"2025-11-01", "2025-11-30"},
+    kTenthOfAYear{"2025-11-01", "2025-12-07"};
 /// Of the shop on a server, which ends today.
 Period daysBack(int days) {
   const auto text = [](int back) { return QDate::currentDate().addDays(-back).toString(Qt::ISODate).toStdString(); };
@@ -32,6 +33,32 @@ void summary(benchmark::State& state, const Period& period) {
   const Criteria asked{.from = QString::fromStdString(period.from), .to = QString::fromStdString(period.to)};
   for (auto _ : state)
     state.counters["goods"] = answer(stockSummary, asked).rowCount();
+}
+
+/// The lines, which come whole: those of a warehouse stand together.
+void lines(benchmark::State& state, const Period& period) {
+  const Criteria asked{.from = QString::fromStdString(period.from), .to = QString::fromStdString(period.to)};
+  for (auto _ : state)
+    state.counters["rows"] = answer(stockMovements, asked).rowCount();
+}
+
+void linesByHand(benchmark::State& state, const Period& period) {
+  Bare rows(
+      sqlite::asSqlite(accountDb()).native(),
+      "select x.id,x.gl_kdrq,x.gl_djh,x.g_sn,y.g_name,y.gg_name,y.dw_name,y.color_name,z.gc_name,x.ghs_name,"
+      "m.ck_name,x.ck_sn,x.u_name,x.gl_bz,x.gl_kc,x.gl_kczje,x.gl_flag,case when x.gl_flag='cj' then x.gl_dj else "
+      "0 end,case when x.gl_flag='cj' then x.gl_sl else 0 end,case when x.gl_flag='cj' then x.gl_zje else 0 end,"
+      "case when x.gl_flag='cj' then 0 else x.gl_dj end,case when x.gl_flag='cj' then 0 else x.gl_sl end,case "
+      "when x.gl_flag='cj' then 0 else x.gl_zje end from jxc_goodslist x join jxc_goods y on y.g_sn=x.g_sn join "
+      "jxc_ckxx m on m.ck_sn=x.ck_sn left join jxc_goodsclass z on z.gc_sn=y.gc_sn where x.gl_kdrq>=? and "
+      "x.gl_kdrq<=? order by m.ck_name,x.g_sn,x.gl_kdrq,x.id");
+  const std::string end = period.to + " 23:59:59";
+  double sum = 0;
+  for (auto _ : state) {
+    rows << period.from << end;
+    sum += rows.takeAll();
+  }
+  benchmark::DoNotOptimize(sum);
 }
 
 /// Opening, in, out, closing; quantity and value of each.
@@ -147,7 +174,24 @@ void onServerByHand(benchmark::State& state, int days, int rows) {
   benchmark::DoNotOptimize(sum);
 }
 
+using Work = void (*)(benchmark::State&, const Period&);
+void addOne(const std::string& name, int rows, bool byHand, std::span<const char* const> more, const Period& period,
+            Work work) {
+  benchmark::RegisterBenchmark(bench::named(name.c_str(), rows, byHand).c_str(), [=, &period](benchmark::State& state) {
+    bench::yearWith(rows, more);
+    work(state, period);
+  })->Unit(benchmark::kMillisecond);
+}
+void add(const std::string& name, int rows, std::span<const char* const> more, const Period& period, Work program,
+         Work byHand) {
+  addOne(name, rows, false, more, period, program);
+  addOne(name, rows, true, more, period, byHand);
+}
+
 const bool registered = [] {
+  for (const int rows : bench::ledgerSizes())
+    if (rows <= bench::mostOfYear)
+      add("lines of purchase, sale and stock of a tenth of a year", rows, {}, kTenthOfAYear, lines, linesByHand);
   struct Case {
     const char* name;
     const Period& period;
@@ -157,15 +201,12 @@ const bool registered = [] {
                           Case{"purchase, sale and stock of a month", kMonth, 30}}) {
     for (const int rows : bench::ledgerSizes()) {
       if (rows > bench::mostOfYear) continue;
-      const auto add = [&](const std::string& name, void (*work)(benchmark::State&, const Period&)) {
-        benchmark::RegisterBenchmark(name.c_str(), [=, &period = each.period](benchmark::State& state) {
-          bench::yearWith(rows);
-          work(state, period);
-        })->Unit(benchmark::kMillisecond);
-      };
-      add(bench::named(each.name, rows, false), summary);
-      add(bench::named(each.name, rows, true), summaryByHand);
-      add(bench::named((std::string(each.name) + " in one statement").c_str(), rows, true), oneStatement);
+      for (const auto& [over, more] :
+           {std::pair{"", std::span<const char* const>()}, {" over 100,000 goods", bench::manyGoods}}) {
+        const std::string name = std::string(each.name) + over;
+        add(name, rows, more, each.period, summary, summaryByHand);
+        if (more.empty()) addOne(name + " in one statement", rows, true, more, each.period, oneStatement);
+      }
     }
     if (!bench::hasServer()) continue;
     const int rows = bench::ledgerSizes().back();

@@ -1,5 +1,6 @@
 // Statistics of a year over the stock ledger, beside the shortest statement that somebody would write for the same
 // figures.
+#include "engine/first_rows.h"
 #include "filled_shop.h"
 #include "statistics/trade_totals.h"
 #include "year_shop.h"
@@ -12,6 +13,8 @@ namespace jxc {
 namespace trade_bench {
 
 using bench::Bare;
+
+constexpr int kFirstRows = 80;
 
 struct Case {
   const char* name;
@@ -72,13 +75,47 @@ void byHand(benchmark::State& state, int rows) {
   benchmark::DoNotOptimize(sum);
 }
 
+/// Lines of the last days, of which a tenth of a year has 100,000: the first screenful, which the window shows ahead of
+/// the rest, or all of them.
+template <bool Whole>
+void lines(benchmark::State& state, int rows) {
+  bench::yearWith(rows);
+  const Criteria days{.from = QStringLiteral("2025-11-20"), .to = QStringLiteral("2025-12-31")};
+  for (auto _ : state) {
+    const Sql all = tradeLines(PartnerType::Customer, days, Warehouses(days));
+    const auto first = firstRows(std::string_view(all.text()), kFirstRows);
+    if (!first) return state.SkipWithError("the first page does not come sooner");
+    state.counters["rows"] = readRows(std::string_view(Whole ? all.text() : *first), all.values()).rowCount();
+  }
+}
+
+template <bool Whole>
+void linesByHand(benchmark::State& state, int rows) {
+  Bare statement(
+      bench::yearWith(rows),
+      (std::string("select x.*,case when gl_je<>0 then round(gl_lr*100/gl_je,2) else 0 end from jxc_goodslist "
+                   "x where gl_flag in ('xs','xt') and gl_kdrq>=? and gl_kdrq<=? order by gl_kdrq desc,id "
+                   "desc") +
+       (Whole ? "" : " limit " + std::to_string(kFirstRows)))
+          .c_str());
+  double sum = 0;
+  for (auto _ : state) {
+    statement << std::string("2025-11-20") << std::string("2025-12-31 23:59:59");
+    sum += statement.takeAll();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+constexpr bench::Pair kLines[] = {{"first page of the lines of six weeks", lines<false>, linesByHand<false>},
+                                  {"all lines of six weeks", lines<true>, linesByHand<true>}};
+
 template <std::size_t... Index>
 constexpr auto pairsOf(std::index_sequence<Index...>) {
   return std::array{bench::Pair{kCases[Index].name, statements<Index>, byHand<Index>}...};
 }
 constexpr auto kPairs = pairsOf(std::make_index_sequence<std::size(kCases)>());
 
-const bool registered = bench::registerPairs(kPairs, bench::mostOfYear);
+const bool registered =
+    bench::registerPairs(kPairs, bench::mostOfYear) && bench::registerPairs(kLines, bench::mostOfYear);
 
 }  // namespace trade_bench
 }  // namespace jxc

@@ -39,7 +39,20 @@ constexpr const char* kLedger =
     "when 1 then case i/200%2 when 0 then 'xt' else 'xs' end else 'xs' end as f,case when i/20%10=1 and i/200%2=0 then "
     "-1 else 1+i%3 end as q,date('2025-01-01','+'||(i*365/?1)||' days') as d from n)";
 
+/// The thousand are there; rows walk over all of them as they do over those.
+constexpr const char* kManyGoods[] = {
+    "with recursive n(i) as (select 1000 union all select i+1 from n where i<99999) insert into jxc_goods "
+    "(g_sn,g_name,g_jm,dw_name,gc_sn,ghs_sn,g_jy) select 1000000+i,'镜架'||i,'JJ','付',1000+i%60,200000+i%30,0 from n",
+    "insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) select g_sn,'100001',0,0,10 from jxc_goods where "
+    "g_sn>='1001000'",
+    "insert into jxc_goodslist (gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_zje,gl_zcb,gl_kc,gl_kczje) select "
+    "'qc','','2024-12-31',g_sn,'100001',10,100,100,0,10,100 from jxc_goods where g_sn>='1001000'",
+    "update jxc_goodslist set g_sn=1000000+id*7919%100000 where gl_flag<>'qc'",
+};
+
 }  // namespace year_shop_detail
+
+const std::span<const char* const> manyGoods = year_shop_detail::kManyGoods;
 
 sqlite3* yearWith(int rows, std::span<const char* const> more) {
   dataModule();  // outlives the shop, which closes its file there

@@ -13,6 +13,9 @@ namespace jxc::bench {
 /// that follow with the same ones.
 sqlite3* yearWith(int rows, std::span<const char* const> more = {});
 
+/// To be filled in besides: the same rows fall on a hundred thousand goods.
+extern const std::span<const char* const> manyGoods;
+
 inline constexpr int mostOfYear = 1000000;  // rows of the ledger: a year has no more
 
 }  // namespace jxc::bench

@@ -210,14 +210,16 @@ TEST(Upgrade, ACurrentDatabaseCostsOneReadAndGainsTheIndexesThatCameSince) {
   database->execute("update jxc_xtcs set cs_employdate='" + newestStamp().toStdString() + "'");
   Recorder recorder(*database);
   upgradeSchema(recorder);
-  EXPECT_THAT(recorder.statements,
-              testing::ElementsAre("select cs_employdate from jxc_xtcs",
-                                   "create index [ix_khjh_jh_status_jh_chkrq] on [jxc_khjh] (jh_status,jh_chkrq)"));
+  EXPECT_THAT(recorder.statements, testing::ElementsAre("select cs_employdate from jxc_xtcs",
+                                                        "create index [ix_goodslist_gl_kdrq_id] on [jxc_goodslist] "
+                                                        "(gl_kdrq,id,g_sn,ck_sn,gl_flag,gl_sl,gl_je,gl_zcb)"));
 
-  for (const char* lacking : {"drop index ix_khjh_jh_status_jh_chkrq", "drop index ix_kcdbd_db_status_db_chkrq"})
-    database->execute(lacking);
+  for (const char* older : {"drop index ix_goodslist_gl_kdrq_id", "drop index ix_kcdbd_db_status_db_chkrq",
+                            "create index ix_goodslist_gl_kdrq on jxc_goodslist (gl_kdrq)"})
+    database->execute(older);
   upgradeSchema(*database);
   EXPECT_THROW(database->execute("create index ix_kcdbd_db_status_db_chkrq on jxc_kcdbd (db_status)"), DbError);
+  EXPECT_THROW(database->execute("drop index ix_goodslist_gl_kdrq"), DbError) << "what covers more took its place";
 }
 
 TEST(Upgrade, AnOlderSetIsCopiedBeforeItsFirstStepAndAFailingStepTellsSo) {

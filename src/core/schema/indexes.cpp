@@ -10,13 +10,16 @@
 namespace jxc::schema {
 namespace indexes_detail {
 
+/// Statistics of a period, and what a period closing folds together. Purchase, sale and stock of a year are summed from
+/// the index alone; what it holds no replay writes.
+constexpr IndexDefinition linesByDate = {"jxc_goodslist", "gl_kdrq,id", "g_sn,ck_sn,gl_flag,gl_sl,gl_je,gl_zcb"};
+
 constexpr IndexDefinition list[] = {
     // Replay and costing: rows of one goods in one warehouse from a date on, and the last one before it.
     {"jxc_goodslist", "g_sn,ck_sn,gl_kdrq,id"},
     // Rows of one document, at audit and cancel.
     {"jxc_goodslist", "gl_djh"},
-    // Statistics of a period, and what a period closing folds together.
-    {"jxc_goodslist", "gl_kdrq"},
+    linesByDate,
     // Everything sold to or bought from one partner; a change of his name.
     {"jxc_goodslist", "ghs_sn,gl_kdrq"},
 
@@ -159,7 +162,10 @@ constexpr IndexDefinition list[] = {
 };
 
 /// The one that came last to the list.
-constexpr IndexDefinition newest = {"jxc_khjh", "jh_status,jh_chkrq"};
+constexpr IndexDefinition newest = linesByDate;
+
+/// Those that another one took the place of.
+constexpr IndexDefinition replaced[] = {{"jxc_goodslist", "gl_kdrq"}};
 
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
@@ -171,20 +177,31 @@ std::string indexName(const IndexDefinition& index, std::string_view suffix) {
 
 void create(Database& database, const IndexDefinition& index, std::string_view suffix) {
   const std::string table = std::string(index.table).append(suffix);
+  const std::string covered = index.covers.empty() ? std::string() : "," + std::string(index.covers);
   database.execute("create index [" + indexName(index, suffix) + "] on [" + table + "] (" + std::string(index.columns) +
-                   ")");
+                   covered + ")");
 }
 
-/// False: it is there already.
-bool createMissing(Database& database, const IndexDefinition& index) {
+/// False: it could not be done, so an index is there already, or gone already.
+template <class Work>
+bool attempt(Database& database, Work work) {
   Transaction one(database);  // inside another one a savepoint: a failed statement leaves that usable
   try {
-    create(database, index, {});
+    work();
   } catch (const DbError&) {
     return false;
   }
   one.commit();
   return true;
+}
+
+bool createMissing(Database& database, const IndexDefinition& index) {
+  return attempt(database, [&] { create(database, index, {}); });
+}
+
+void dropReplaced(Database& database) {
+  for (const IndexDefinition& index : replaced)
+    attempt(database, [&] { database.execute("drop index [" + indexName(index, {}) + "]"); });
 }
 
 }  // namespace indexes_detail
@@ -203,6 +220,7 @@ void createMissingIndexes(Database& database) {
   Transaction all(database);
   for (const IndexDefinition& index : indexes_detail::list)
     indexes_detail::createMissing(database, index);
+  indexes_detail::dropReplaced(database);
   all.commit();
 }
 
