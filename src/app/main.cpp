@@ -31,14 +31,15 @@ bool onlyTells(int argc, char** argv) {
   });
 }
 
-/// Pictures are taken on a display in memory, of the smallest size that the program is made for. Another display can
-/// be asked for by QT_QPA_PLATFORM.
-void useDisplayOfPictures() {
+/// Pictures are taken on a display in memory, by default of the smallest size that the program is made for. Another
+/// display can be asked for by QT_QPA_PLATFORM.
+void useDisplayOfPictures(const QByteArray& size) {
   if (const QByteArray wanted = qgetenv("QT_QPA_PLATFORM"); !wanted.isEmpty() && wanted != "offscreen") return;
   static QTemporaryFile description(QDir::temp().filePath(QStringLiteral("jxc-display-XXXXXX.json")));
   if (!description.open()) return;
-  description.write(R"({"screens":[{"name":"picture","x":0,"y":0,"width":1280,"height":720,)"
-                    R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+  description.write(
+      R"({"screens":[{"name":"picture","x":0,"y":0,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1,"width":)" +
+      size.split('x').first() + R"(,"height":)" + size.split('x').last() + "}]}");
   description.flush();
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + description.fileName().toLocal8Bit());
 }
@@ -62,9 +63,13 @@ int showProgram(jxc::ui::Application& application) {
 
 int main(int argc, char** argv) {
   const std::span<char*> words(argv, static_cast<std::size_t>(argc));
-  if (std::ranges::find(words, std::string_view("--screenshot"), [](char* word) { return std::string_view(word); }) !=
-      words.end()) {
-    useDisplayOfPictures();
+  // Before the display is there, so before the options are read.
+  const auto option = [&words](std::string_view name) {
+    return std::ranges::find(words, name, [](char* word) { return std::string_view(word); });
+  };
+  if (option("--screenshot") != words.end()) {
+    const auto size = option("--display");
+    useDisplayOfPictures(words.end() - size > 1 ? QByteArray(size[1]) : QByteArrayLiteral("1280x720"));
   }
   QCoreApplication::setApplicationName(QStringLiteral("jxc"));
   QCoreApplication::setApplicationVersion(QString::fromUtf16(jxc::build::version));
@@ -79,6 +84,12 @@ int main(int argc, char** argv) {
                      QStringLiteral("DIR")});
   options.addOption({QStringLiteral("skin"), QStringLiteral("look of the pictures"), QStringLiteral("NAME"),
                      QString::fromUtf16(jxc::ui::usualSkin)});
+  options.addOption({QStringLiteral("account"), QStringLiteral("account set of the pictures, asked for a year"),
+                     QStringLiteral("FILE")});
+  options.addOption(
+      {QStringLiteral("display"), QStringLiteral("display of the pictures: 1024x768"), QStringLiteral("SIZE")});
+  options.addOption({QStringLiteral("screens"), QStringLiteral("only pictures of these: 'F_Sp.*|F_Rbyb'"),
+                     QStringLiteral("PATTERN")});
   if (onlyTells(argc, argv)) {  // needs no display
     const QCoreApplication teller(argc, argv);
     options.process(teller);
@@ -91,7 +102,10 @@ int main(int argc, char** argv) {
   jxc::setProgramDirectory(jxc::findProgramDirectory(application.arguments(), QCoreApplication::applicationDirPath()));
   jxc::bringTemplates();
   if (options.isSet(QStringLiteral("screenshot"))) {
-    return jxc::takeScreenshots(options.value(QStringLiteral("screenshot")), options.value(QStringLiteral("skin")));
+    return jxc::takeScreenshots({.folder = options.value(QStringLiteral("screenshot")),
+                                 .skin = options.value(QStringLiteral("skin")),
+                                 .account = options.value(QStringLiteral("account")),
+                                 .screens = options.value(QStringLiteral("screens"))});
   }
 
   jxc::setSheetExporter(jxc::addRowsToFile);

@@ -1,11 +1,17 @@
 #include "app/screenshots.h"
 
 #include "app/demonstration.h"
+#include "core/clock.h"
+#include "core/data_module.h"
 #include "core/look.h"
 #include "core/screens/loading.h"
 #include "core/screens/login.h"
 #include "core/screens/main_form.h"
-#include "ui/screen.h"
+#include "core/session.h"
+#include "ui/display.h"
+#include "ui/enquiry_screen.h"
+#include "ui/field.h"
+#include "ui/grid.h"
 #include "ui/skin.h"
 
 #include <QApplication>
@@ -13,6 +19,9 @@
 #include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QScreen>
 #include <QTimer>
 
 #include <cstdio>
@@ -45,26 +54,67 @@ void closeBoxes() {
   }
 }
 
+void openAccount(const QString& file) {
+  if (file.isEmpty()) return openDemonstration();
+  dataModule().installAccountDb(openSqlite(file));
+  session() = Session{};
+  session().a_name = QStringLiteral("admin");
+  session().a_sn = session().r_sn = QString::fromUtf16(builtInSn);
+  loadSession();
+}
+
+void askForAYear(ui::EnquiryScreen& screen, const ui::EnquiryTab& tab) {
+  const QDate first = clock::now().date().addYears(-1).addDays(1);
+  for (const ui::Criterion& each : tab.criteria)
+    if (each.asks == ui::Asks::From)
+      screen.field(each.name).setText(
+          first.toString(each.months ? QStringLiteral("yyyy-MM") : QStringLiteral("yyyy-MM-dd")));
+}
+
+/// Each list, and its chart.
+bool saveViews(ui::EnquiryScreen& screen, const QDir& folder, const Pictures& pictures) {
+  bool fine = true;
+  for (const ui::EnquiryTab& tab : screen.enquiry().tabs) {
+    if (!pictures.account.isEmpty()) askForAYear(screen, tab);
+    for (const ui::EnquiryView& view : tab.views) {
+      screen.showView(view.grid.name);
+      screen.search();
+      for (ui::Grid* grid : screen.grids())
+        grid->waitLoaded();
+      for (const bool turn : {false, true}) {
+        if (turn && view.chart.label.empty()) break;
+        if (turn) screen.command("btn_Chart").click();
+        const bool isDrawn = !view.page && screen.shown().isHidden();
+        fine = save(screen, folder,
+                    ui::qs(screen.enquiry().name) + u'.' + ui::qs(view.grid.name) +
+                        (isDrawn ? QStringLiteral(".chart") : QString())) &&
+               fine;
+      }
+    }
+  }
+  return fine;
+}
+
 }  // namespace screenshots_detail
 
-int takeScreenshots(const QString& folderName, const QString& skin) {
+int takeScreenshots(const Pictures& pictures) {
   using namespace screenshots_detail;
-  const QDir folder(folderName);
+  const QDir folder(pictures.folder);
   if (!folder.mkpath(QStringLiteral("."))) {
-    std::fprintf(stderr, "cannot make %s\n", qPrintable(folderName));
+    std::fprintf(stderr, "cannot make %s\n", qPrintable(pictures.folder));
     return 1;
   }
-  openDemonstration();
-  if (!ui::applySkin(skin)) {
-    std::fprintf(stderr, "no skin %s\n", qPrintable(skin));
+  openAccount(pictures.account);
+  if (!ui::applySkin(pictures.skin)) {
+    std::fprintf(stderr, "no skin %s\n", qPrintable(pictures.skin));
     return 1;
   }
-  saveOperatorSkin(skin);  // the screen of looks shows and applies the operator's own
+  saveOperatorSkin(pictures.skin);  // the screen of looks shows and applies the operator's own
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [] { closeBoxes(); });
   watch.start(100);
   bool fine = true;
-  {
+  if (pictures.screens.isEmpty()) {
     TF_Loading splash;
     splash.present();
     fine = save(splash, folder, QStringLiteral("F_Loading")) && fine;
@@ -85,16 +135,20 @@ int takeScreenshots(const QString& folderName, const QString& skin) {
     }
     mainForm.hide();
   }
+  const QRegularExpression wanted(QRegularExpression::anchoredPattern(pictures.screens));
   for (const auto& name : ui::registeredScreens()) {
+    if (!pictures.screens.isEmpty() && !wanted.match(ui::qs(name)).hasMatch()) continue;
     try {
       auto& screen = ui::screenNamed(name);
       screen.present();
-      // What a usual small display shows: the off-screen one is smaller still.
-      if (!screen.grids().empty()) screen.resize(1264, 680);
+      // As large as the display shows it, with the frame of a window.
+      if (!screen.grids().empty()) screen.resize(screen.QWidget::screen()->availableSize() - QSize(16, 40));
       for (auto* grid : screen.grids()) {
         grid->waitLoaded();
       }
       fine = save(screen, folder, QString::fromStdString(name)) && fine;
+      if (auto* enquiry = dynamic_cast<ui::EnquiryScreen*>(&screen))
+        fine = saveViews(*enquiry, folder, pictures) && fine;
       screen.hide();
     } catch (const std::exception& failure) {
       std::fprintf(stderr, "%s: %s\n", name.c_str(), failure.what());

@@ -5,8 +5,16 @@
 
 namespace jxc {
 
-/// Makes a demonstration account set in memory, logs in, and writes a PNG of each page of the main window and of each
-/// registered screen into `folder`, in the look of a skin. The exit code of the process.
-int takeScreenshots(const QString& folder, const QString& skin);
+struct Pictures {
+  QString folder;
+  QString skin;
+  QString account;  // a file; without it a demonstration account set is made in memory
+  QString screens;  // a regular expression; empty: all, and the main window
+};
+
+/// Logs in and writes a PNG of each page of the main window, of each registered screen, and of each list and chart of
+/// an enquiry. Enquiries of a given account set are asked for the twelve months up to today. The exit code of the
+/// process.
+int takeScreenshots(const Pictures& pictures);
 
 }  // namespace jxc
