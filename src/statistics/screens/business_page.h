@@ -41,7 +41,7 @@ constexpr std::array<ColumnSpec, 3> counted(Right right) {
 inline constexpr auto columns = ui::joinedTables(
     counted<"cg", "进货">(kSuppliers), counted<"ct", "进货退货">(kSuppliers), traded<"cghj", "进货合计">(kSuppliers),
     counted<"xs", "销售">(kCustomers), counted<"xt", "顾客退货">(kCustomers), traded<"xshj", "销售合计">(kCustomers),
-    traded<"kc", "现有库存">(kSeesStockCost),
+    traded<"kc", "现有库存">(kSeesCost),
     std::array{documents("dbds", "调拨单数"), pieces("dbsl", "调拨数量")},  // goods move, no money
     counted<"bs", "报损">(kSeesCost), counted<"by", "报溢">(kSeesCost),
     std::array{

@@ -35,7 +35,7 @@ constexpr auto kDays =
 constexpr auto kMonths = ui::joinedTables(
     std::array{ColumnSpec{"js_rq", "月份", ColumnKind::Text, 8}}, kTraded<"毛利率(不含税)%">,
     std::array{ColumnSpec{"sl", "月末库存", ColumnKind::Quantity, 8},
-               ColumnSpec{.field = "zje", .caption = "库存金额", .kind = ColumnKind::Total, .right = kSeesStockCost}});
+               ColumnSpec{.field = "zje", .caption = "库存金额", .kind = ColumnKind::Total, .right = kSeesCost}});
 constexpr ColumnSpec kLines[] = {{"gl_kdrq", "日期", ColumnKind::Date},
                                  {"gl_djh", "单据号", ColumnKind::Text, 15},
                                  {"lx", "类型", ColumnKind::Text, 8},
