@@ -10,6 +10,7 @@
 #include <QBoxLayout>
 #include <QLabel>
 #include <QTabWidget>
+#include <QTableView>
 
 #include <algorithm>
 
@@ -289,6 +290,7 @@ void EnquiryScreen::showChart(View& view, bool on) {
     view.chart->onOpen([this, &view] { follow(view); });
     auto* layout = static_cast<QBoxLayout*>(view.area->layout());
     layout->insertWidget(layout->indexOf(view.list), view.chart, 3);
+    setTabOrder(view.list->view(), view.chart->focusProxy());  // it came after the rest, and is read where its list is
   }
   view.list->setVisible(!on);
   view.chart->setVisible(on);

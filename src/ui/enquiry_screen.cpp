@@ -14,6 +14,7 @@
 #include <QTabWidget>
 
 #include <algorithm>
+#include <sstream>
 
 namespace jxc::ui {
 namespace enquiry_screen_detail {
@@ -155,6 +156,14 @@ class Lines {
   int room_, used_ = 0;
 };
 
+constexpr int kGap = 8;  // between two buttons
+
+/// How wide a line may be on the display of a window.
+int roomOf(const QWidget& window) {
+  constexpr int kWidest = 1200, kAround = 60, kLeast = 400;
+  return window.screen() ? std::clamp(window.screen()->availableSize().width() - kAround, kLeast, kWidest) : kWidest;
+}
+
 std::string commandRow(std::span<const EnquiryCommand> commands) {
   std::string row;
   for (const EnquiryCommand& each : commands) {
@@ -179,6 +188,7 @@ int widthOf(const Field& field) {
 
 using enquiry_screen_detail::commandRow;
 using enquiry_screen_detail::holds;
+using enquiry_screen_detail::kGap;
 
 EnquiryServices& enquiryServices() {
   static EnquiryServices services;
@@ -234,7 +244,14 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
   });
   bindOwn("btn_Prin", [this] { print(); });
   bindOwn("btn_Export", [this] { exportList(); });
-  around.buttons(row + "| " + std::string(spec.leave));
+  // As many lines as the display makes of them; the way out stands at the end of the last one.
+  const auto widthOf = [&](std::string_view name) { return command(name).sizeHint().width() + kGap; };
+  enquiry_screen_detail::Lines lines(enquiry_screen_detail::roomOf(*this) - widthOf(spec.leave));
+  std::istringstream names(row);
+  for (std::string name; names >> name;)
+    lines.add(name, widthOf(name));
+  for (const std::string& line : lines.all())
+    around.buttons(&line == &lines.all().back() ? line + ' ' + std::string(spec.leave) : line);
   bindCommands(spec.commands);
   if (!pages_) return;
   connect(pages_, &QTabWidget::currentChanged, this, [this] {
@@ -321,10 +338,9 @@ void EnquiryScreen::buildTab(Panel area, const EnquiryTab& spec) {
 // What is typed or chosen first, and the button that searches; then the ways to look at it, and the boxes. Lines are
 // filled as far as the display allows.
 void EnquiryScreen::placeInputs(Panel& area, Tab& tab) {
-  constexpr int kWidest = 1200, kAround = 60;
-  const int room = QWidget::screen() ? QWidget::screen()->availableSize().width() - kAround : kWidest;
-  enquiry_screen_detail::Lines lines(std::clamp(enquiry_.side ? room * 3 / 4 : room, 300, kWidest));
-  const auto button = [&](std::string_view name) { lines.add(name, command(name).sizeHint().width() + 8); };
+  const int room = enquiry_screen_detail::roomOf(*this);
+  enquiry_screen_detail::Lines lines(enquiry_.side ? room * 3 / 4 : room);
+  const auto button = [&](std::string_view name) { lines.add(name, command(name).sizeHint().width() + kGap); };
   int second = 0;
   for (const auto& [criterion, input] : tab.inputs) {
     if (enquiry_screen_detail::isBox(criterion->asks)) {

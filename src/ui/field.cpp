@@ -47,7 +47,7 @@ int mostCharacters(const FieldSpec& spec) {
 // A proposal of width in characters: an input is as wide as what usually stands in it, and no wider than a form bears.
 int wishedCharacters(const FieldSpec& spec) {
   if (isNumberKind(spec.kind)) return 10;
-  if (spec.kind == FieldKind::Date) return 11;
+  if (spec.kind == FieldKind::Date) return 13;  // with its calendar
   const int most = mostCharacters(spec);
   return most == 0 ? 14 : std::clamp(most, 6, 20);
 }
