@@ -108,6 +108,25 @@ TEST_F(BusinessScreens, TheMainWindowShowsTheDayByRightAndEachFigureOpensItsScre
   EXPECT_FALSE(form.day().isVisible());
 }
 
+TEST_F(BusinessScreens, TheDayIsNotReadWhileACommandRuns) {
+  TF_MainForm form;
+  form.resize(1180, 680);
+  expectScreen("F_Login", [](ui::Screen& s) { press(s, "Return"); });
+  ASSERT_TRUE(form.formShow());
+  form.Timer1.stop();
+  const QString before = day(form).value(0);
+  expectScreen("F_Xsdjcx", [&](ui::Screen& s) {
+    execSql("update jxc_lsxssp set ls_zje=500 where gl_djh='XS1'");
+    QEvent active(QEvent::WindowActivate);
+    QApplication::sendEvent(&form, &active);
+    settle();
+    EXPECT_EQ(day(form).value(0), before);
+    press(s, "Esc");
+  });
+  form.findChild<QToolButton*>(u"day_xs"_qs)->click();
+  EXPECT_EQ(day(form).value(0), "今日销售 ￥500.00，1单　2件") << "read again when it is over";
+}
+
 TEST_F(BusinessScreens, TheDayGivesWayWhereThePageNeedsTheRoom) {
   TF_MainForm form;
   form.resize(900, 420);

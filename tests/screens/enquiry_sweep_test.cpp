@@ -3,10 +3,10 @@
 #include "core/data_module.h"
 #include "harness/report_samples.h"
 #include "harness/row_texts.h"
+#include "harness/sheets_by_python.h"
 #include "maintenance/demo_shop.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
-#include "platform/sheet/sheet_reader.h"
 #include "platform/sheet/sheet_writer.h"
 #include "screens/harness/screen_test.h"
 #include "server/test_engine.h"
@@ -17,9 +17,12 @@
 #include "ui/grid_paper.h"
 
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
+
+#include <thread>
 
 namespace jxc::test {
 namespace enquiry_sweep_test {
@@ -147,6 +150,35 @@ class EnquirySweep : public ScreenTest {
     return textOfPdf(file);
   }
 
+  /// A list that was exported as both kinds of file: its captions, and the numbers of its first row.
+  struct Exported {
+    QString place;  // without the ending
+    int rows = 0;
+    QStringList head;
+    std::vector<Value> first;  // null where none is
+  };
+  static void expectReadByOthers(const std::vector<Exported>& exported) {
+    QStringList files;
+    for (const Exported& each : exported)
+      files << each.place + u".xlsx"_qs << each.place + u".xls"_qs;
+    const QJsonObject read = readByPython(files);
+    for (const Exported& each : exported)
+      for (const char* ending : {".xlsx", ".xls"}) {
+        SCOPED_TRACE(::testing::Message() << each.place.toStdString() << ending);
+        const QJsonObject book = read[each.place + QLatin1String(ending)].toObject();
+        ASSERT_FALSE(book.isEmpty());
+        const QJsonArray rows = book.begin()->toObject()[u"rows"].toArray();
+        ASSERT_GT(rows.size(), each.rows);
+        EXPECT_EQ(QVariant(rows[0].toArray().toVariantList()).toStringList(), each.head);
+        for (std::size_t i = 0; i < each.first.size(); ++i) {
+          if (each.first[i].isNull()) continue;
+          const QString cell = rows[1].toArray()[static_cast<qsizetype>(i)].toString();
+          EXPECT_TRUE(cell.startsWith(u"n:")) << cell.toStdString();
+          EXPECT_NEAR(cell.mid(2).toDouble(), each.first[i].number(), 1e-6);
+        }
+      }
+  }
+
   std::vector<report::Pages> previewed_;
   QString own_, foreign_, foreignName_;
   const Source *inMonths_ = nullptr, *ofPage_ = nullptr;  // of the source that is visited, where it is so
@@ -227,6 +259,7 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
 
 TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
   beAdmin();
+  std::vector<Exported> exported;
   everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
     const RowSet rows = jxc::answer(view.source, s.criteria());
     ASSERT_EQ(list.rowCount(), rows.rowCount());
@@ -239,18 +272,15 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
     }
     if (list.isEmpty()) return;
 
-    const QString file = EnquirySweep::file(ui::qs(view.grid.name) + u".xlsx"_qs);
-    ASSERT_TRUE(writeSheet(file, ui::gridSheet(list), {}));
-    const RowSet read = openExcel(file)->rows();
-    const auto columns = list.exportColumns();
-    EXPECT_GE(read.rowCount(), list.rowCount());
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      EXPECT_EQ(read.columns()[i], columns[i].caption.toStdString());
-      const Value cell = list.cellValue(0, columns[i].column);
-      if (ui::isNumberKind(columns[i].kind)) {
-        EXPECT_NEAR(read.number(0, static_cast<int>(i)), cell.number(), 1e-6);
-      }
+    Exported& file = exported.emplace_back();
+    file.place = EnquirySweep::file(ui::qs(s.enquiry().name) + u'_' + ui::qs(view.grid.name));
+    file.rows = list.rowCount();
+    for (const ui::Grid::ExportColumn& column : list.exportColumns()) {
+      file.head << u"s:"_qs + column.caption;
+      file.first.push_back(ui::isNumberKind(column.kind) ? list.cellValue(0, column.column) : Value());
     }
+    for (const char* ending : {".xlsx", ".xls"})
+      ASSERT_TRUE(writeSheet(file.place + QLatin1String(ending), ui::gridSheet(list), {}));
 
     previewed_.clear();
     // Another program reads the sums on the paper of the list, and of its chart, which goes with it.
@@ -269,6 +299,36 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
     EXPECT_GT(previewed_[0].count(), 0);
     EXPECT_TRUE(previewed_[0].faults().empty());
   });
+  EXPECT_GT(exported.size(), 100U) << "lists of a shop without business prove nothing";
+  expectReadByOthers(exported);
+}
+
+TEST_F(EnquirySweep, TwoOperatorsAtOnceGetWhatEachGetsAlone) {
+  if (!onServer()) {
+    accountDb().backupTo(file(u"jxc.mdb"_qs));
+    dataModule().installAccountDb(openSqlite(file(u"jxc.mdb"_qs)));
+  }
+  const auto open = accountDb().readerOpener();
+  const std::unique_ptr<Database> stations[]{open(), open()};
+  const auto asked = [&](int station, const Question& question) {
+    EnquiryReader reader(*stations[station]);
+    return textsOf(jxc::answer(question, reader));
+  };
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries())
+    everySource(*enquiry, [&](const ui::GridSpec& list, const Source& source, const Criteria& all) {
+      SCOPED_TRACE(::testing::Message() << enquiry->name << ' ' << list.name);
+      beBound();
+      const Question ofBound = source.ask(all);
+      beAdmin();
+      const Question questions[]{source.ask(all), ofBound};
+      const QStringList alone[]{asked(0, questions[0]), asked(1, questions[1])};
+      QStringList together[2];
+      std::thread other([&] { together[1] = asked(1, questions[1]); });
+      together[0] = asked(0, questions[0]);
+      other.join();
+      for (const int station : {0, 1})
+        EXPECT_EQ(together[station], alone[station]);
+    });
 }
 
 TEST_F(EnquirySweep, WhatIsComparedAddsUpToTheEarlierPeriod) {

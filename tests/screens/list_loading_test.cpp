@@ -9,7 +9,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace jxc::list_loading_test {
 
@@ -46,7 +48,7 @@ class ListLoading : public testing::Test {
     std::vector<int> told;  // rows at each arrival
     bool complete = false;
     QString failure;
-    void load(Sql query) {
+    void load(Question query) {
       complete = false;
       failure.clear();
       loader.load(
@@ -63,7 +65,7 @@ class ListLoading : public testing::Test {
             }
           });
     }
-    int rowsOf(Sql query) {
+    int rowsOf(Question query) {
       load(std::move(query));
       loader.waitFor(10000);
       return complete && !told.empty() ? told.back() : -1;
@@ -86,7 +88,7 @@ TEST_F(ListLoading, FirstRowsThenAllAndOnlyOfTheLastQuestion) {
   list.load(goodsLike(QStringLiteral("镜架19_")));
   EXPECT_TRUE(list.loader.waitFor(10000));
   EXPECT_EQ(list.told, std::vector{10});
-  list.load({"select nothing from jxc_goods"});
+  list.load(Sql("select nothing from jxc_goods"));
   list.loader.waitFor(10000);
   EXPECT_NE(list.failure, QString());
   // Rows of a command that is not over are seen by its own connection only, so that answers at once.
@@ -125,6 +127,44 @@ TEST_F(ListLoading, AnotherAccountSetIsReadByAnotherReader) {
   list.load(goodsLike(QStringLiteral("镜架%")));
   EXPECT_TRUE(list.complete);
   EXPECT_EQ(list.told.back(), 0);
+}
+
+// A computation asks many times, and another station posts in between; then the account set is closed over it.
+TEST_F(ListLoading, ASummaryTellsOfOneMomentAndEndsWithItsAccountSet) {
+  std::atomic<int> turns = 0;
+  std::atomic<bool> goOn = true;
+  const Computation summary = [&](EnquiryReader& reader) {
+    const auto all = [&] { return reader.select(goodsLike(QStringLiteral("镜架%"))); };
+    const int before = all().rowCount();
+    for (; goOn; ++turns) {
+      reader.progress(50);
+      EXPECT_EQ(all().rowCount(), before);
+    }
+    return all();
+  };
+  const auto runs = [&] {
+    for (const int now = turns; turns < now + 3;)
+      std::this_thread::yield();
+  };
+  List list;
+  list.load(summary);
+  runs();
+  execSql("delete from jxc_goods where g_name='镜架7'");
+  runs();
+  goOn = false;
+  EXPECT_TRUE(list.loader.waitFor(10000));
+  EXPECT_EQ(list.told, std::vector{goods});
+  EXPECT_EQ(list.rowsOf(summary), goods - 1);
+
+  goOn = true;
+  list.told.clear();
+  list.load(summary);
+  runs();
+  dataModule().closeAccountDb();  // waits for whoever reads
+  const int last = turns;
+  EXPECT_TRUE(list.loader.waitFor(1000));
+  EXPECT_EQ(turns, last);
+  EXPECT_TRUE(list.told.empty() && list.failure.isEmpty());
 }
 
 TEST_F(ListLoading, AFileThatWasMovedAwayIsSaidAndReadAgainWhenItIsBack) {
