@@ -1,5 +1,8 @@
 #include "ui/search_drop.h"
 
+#include "core/session.h"
+#include "core/text.h"
+
 #include <QEvent>
 #include <QFrame>
 #include <QHeaderView>
@@ -47,7 +50,7 @@ SearchDrop::SearchDrop(Field& box, const GridSpec& rows, Query query)
   });
   box.widget()->installEventFilter(this);
   box.onChanged([this] {
-    if (search_drop_detail::isWorthSearching(box_.trimmed()))
+    if (search_drop_detail::isWorthSearching(box_.trimmed()) && !strIsTrue(session().cs_hcj))
       pause_.start();
     else
       close();

@@ -15,8 +15,8 @@ class QFrame;
 
 namespace jxc::ui {
 
-/// Searches while one types, a moment behind the last key, so that a scanner never starts a search. Arrows and page
-/// keys move in the rows, a click takes one, Esc closes them.
+/// Searches while one types (or on Enter only, when the parameter cs_hcj says so), a moment behind the last key, so
+/// that a scanner never starts a search. Arrows and page keys move in the rows, a click takes one, Esc closes them.
 class SearchDrop : public QObject {
  public:
   /// Makes the statement for what stands in the input (trimmed, not empty).
