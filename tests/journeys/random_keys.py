@@ -1,0 +1,144 @@
+#!/usr/bin/env python3
+"""Random keys through the real window: commands by their initials, F-keys, texts, arrows, Esc, y and n. At the end the
+program is alive, a window has the keys, the memory is flat and the books are proven.
+
+Usage: tests/journeys/random_keys.py PROGRAM JXCCTL [KEYS [SEED]]      (default: 600 keys, as the suite runs it)
+Needs xvfb, openbox, xdotool; skipped with status 77 where they are missing. By hand: 20000 keys, a quarter of an hour.
+"""
+
+import pathlib
+import random
+import subprocess
+import sys
+import time
+
+from desk import Desk, Failure, begin, is_main, missing_tools
+
+BURST = 12          # keys that are sent without waiting for anything
+PATIENCE = 20       # seconds that a window may be busy: a statistic, a recomputation
+MOST_GROWTH = 1.25  # of the memory in the second half: every screen has been open by then
+COMMANDS = ("cgjh cgth wlzw jthcx dqkccx spxs gkth xsthcx kcdb kcpd kcbsby cfkb yszb yfzb jhyb spcgtj ywycgtj ckyb "
+            "ywyxstj spxstj spxsph yyfx jxctj djcx ghsgl khzhgl ywygl xjyh spgl ghssz khsz ygsz cksz czysz xtsz xtwh "
+            "jsgl sjhd ckrz bqjl").split()
+KEYS = (  # weight, keys
+    (20, [f"F{n}" for n in range(2, 13)]),
+    (22, ["Return", "Tab", "shift+Tab", "Down", "Up", "Next", "Prior", "Home", "End", "space"]),
+    (12, ["Escape"]),
+    (8, ["y", "n"]),
+    (20, list("0123456789") + ["period", "minus", "BackSpace", "Delete"]),
+    (10, list("abcdegjkqsxz")),
+    (6, ["ctrl+d", "ctrl+e", "ctrl+s", "ctrl+p", "ctrl+Tab", "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+Return", "alt+Down", "Menu"]),
+)
+
+
+def burst(chance, in_main):
+    """Keys of one stretch, up to an Esc; from the main window first a command."""
+    keys = ["ctrl+k", *chance.choice(COMMANDS), "Return"] if in_main else []
+    weights, kinds = zip(*KEYS)
+    while len(keys) < BURST and "Escape" not in keys:
+        keys.append(chance.choice(chance.choices(kinds, weights)[0]))
+    return keys
+
+
+def memory(desk):
+    """MB of the program."""
+    status = pathlib.Path(f"/proc/{desk.program.pid}/status").read_text(encoding="ascii")
+    return int(next(line for line in status.splitlines() if line.startswith("VmRSS")).split()[1]) / 1024
+
+
+class Drill:
+    def __init__(self, desk, program, console, seed):
+        self.desk, self.program, self.console = desk, program, console
+        self.chance = random.Random(seed)
+        self.sent = self.begun = 0
+        self.last = []
+
+    def enter(self):
+        """Starts over after the operator has left the program, as random keys do too."""
+        self.begun += 1
+        # Nobody knows a password that was set by chance.
+        subprocess.run([self.console, "--home", self.desk.home, "sql", "-c", "update jxc_admin set a_pwd=''"], check=True,
+                       stdout=subprocess.DEVNULL)
+        if self.desk.program.poll() is not None:
+            self.desk.program = self.desk.spawn([self.program, "--home", self.desk.home], env=self.desk.env)
+            self.desk.until("login", lambda title: "操作员登录" in title, 60)
+            self.desk.keys("F5")
+            self.desk.until("after login", lambda title: "操作员登录" not in title)
+        else:
+            begin(self.desk)
+
+    def heard(self):
+        """A window has the keys, within the patience of an operator."""
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            title = self.desk.title()
+            if self.desk.program.poll() is not None or title:
+                return title
+            time.sleep(0.05)
+        raise Failure(f"no window has the keys after {self.sent} keys; the last ones: {' '.join(self.last)}")
+
+    def owner(self):
+        """Title of the window over which the one with the keys stands."""
+        box = self.desk.xdo("getactivewindow")
+        told = subprocess.run(["xprop", "-id", box, "WM_TRANSIENT_FOR"], env=self.desk.env, capture_output=True,
+                              text=True, check=False).stdout
+        return self.desk.xdo("getwindowname", told.split("# ")[1].strip()) if "# " in told else ""
+
+    def press(self, total):
+        title = ""
+        while self.sent < total:
+            # Who leaves the program is asked, and stays: the keys go to one and the same process.
+            stays = title == "信息提醒" and is_main(self.owner())
+            self.last = ["n"] if stays else burst(self.chance, is_main(title))
+            self.desk.xdo("key", "--delay", "4", *self.last)
+            self.sent += len(self.last)
+            if self.last[-1] == "Escape":
+                time.sleep(0.15)  # a question may be on its way
+            title = self.heard()
+            status = self.desk.program.poll()
+            if status is not None:
+                if status != 0:
+                    raise Failure(f"the program ended with {status} after {self.sent} keys: {' '.join(self.last)}")
+                self.enter()
+
+
+def drill(desk, program, console, total, seed):
+    walk = Drill(desk, program, console, seed)
+    walk.enter()
+    walk.press(total // 2)
+    half = memory(desk)
+    walk.press(total)
+    end = memory(desk)
+    print(f"seed {seed}: {walk.sent} keys, {walk.begun} starts, {half:.0f} MB at half the way, {end:.0f} MB at the end,"
+          f" in “{desk.title()}”")
+    if total >= 5000 and end > half * MOST_GROWTH:
+        raise Failure("the memory grows")
+    if desk.program.poll() is not None:
+        raise Failure("the program has ended")
+    proof = subprocess.run([console, "--home", desk.home, "prove", "--wrong"], capture_output=True, text=True, check=False)
+    if proof.returncode != 0:
+        raise Failure("the books are not proven:\n" + proof.stdout + proof.stderr)
+
+
+def main():
+    program, console = sys.argv[1:3]
+    total = int(sys.argv[3]) if len(sys.argv) > 3 else 600
+    seed = int(sys.argv[4]) if len(sys.argv) > 4 else 19
+    if missing := missing_tools():
+        print("skipped: not installed: " + missing)
+        return 77
+    desk = Desk(program, lambda home: subprocess.run(
+        [console, "--home", home, "demo", "--months", "1", "--goods", "60", "--documents", "3"],
+        check=True, stdout=subprocess.DEVNULL))
+    try:
+        drill(desk, program, console, total, seed)
+    except Failure as failure:
+        print(f"FAILED (seed {seed}): {failure}", file=sys.stderr)
+        return 1
+    finally:
+        desk.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
