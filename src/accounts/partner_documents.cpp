@@ -174,7 +174,12 @@ std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Dr
   Transaction transaction(accountDb());
   std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
   transaction.commit();
+  if (number && draft.id == 0) prompt.say(wordOf(side, kind) + u"单 "_qs + *number + u" 已保存"_qs);
   return number;
+}
+
+QString stateAfterSaving() {
+  return strIsTrue(session().cs_shdj) ? u" 已审核"_qs : u" 等待审核"_qs;
 }
 
 QString addPayment(const PartnerSide& side, const Draft& draft, const QString& kindText) {

@@ -44,6 +44,8 @@ std::optional<Draft> openDocument(const PartnerSide& side, Kind kind, std::int64
 /// Saves a new or changed document; with cs_shdj on a new one is audited in the same go. A change keeps the number,
 /// also on another day. Its number, or nothing when refused.
 std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Draft& draft, Prompt& prompt);
+/// Behind the number of a payment that was just made: " 已审核" where saving audits, otherwise " 等待审核".
+QString stateAfterSaving();
 /// Appends a payment's document without questions, inside the caller's transaction; audits it when cs_shdj is on.
 QString addPayment(const PartnerSide& side, const Draft& draft, const QString& kindText);
 

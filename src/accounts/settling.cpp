@@ -127,6 +127,8 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
                   {family->head, family->collected, family->collected, family->note, family->number}),
           draft.amount, note, draft.number);
   transaction.commit();
+  prompt.say(receipt.isEmpty() ? u"单据 "_qs + draft.number + u" 已清款"_qs
+                               : words(side.paymentWord) + u"单 "_qs + receipt + stateAfterSaving());
   return true;
 }
 

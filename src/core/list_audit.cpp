@@ -62,7 +62,7 @@ std::optional<int> auditEach(const ListAudit& list, Prompt& prompt) {
   std::vector<ListedDocument> rows = list.waiting;
   std::stable_sort(rows.begin(), rows.end(),
                    [](const ListedDocument& a, const ListedDocument& b) { return a.id < b.id; });
-  int audited = 0;
+  int audited = 0, done = 0;
   CollectingPrompt collecting(prompt, list);
   bool stopped = false;
   const auto tell = [&](const QString& how) {
@@ -72,11 +72,13 @@ std::optional<int> auditEach(const ListAudit& list, Prompt& prompt) {
         list.listed || stopped
             ? u"%1%2，共 %3 个单据，\r\n\r\n%1成功 %4 个单据。"_qs.arg(list.deed, how).arg(listed).arg(audited)
             : QString());
+    prompt.say(u"%1 张已%2，%3 张没有成功"_qs.arg(audited).arg(list.deed).arg(done - audited));
   };
   for (std::size_t i = 0; i < rows.size(); ++i) {
     stopped = !collecting.goesOn(i * 100 / rows.size());
     if (stopped) break;
     const ListedDocument& row = rows[i];
+    ++done;
     collecting.startDocument(row.number);
     try {
       if (list.audit(row, collecting)) ++audited;

@@ -3,9 +3,16 @@
 
 #include <QString>
 
+#include <string_view>
+
 namespace jxc {
 
 enum class Answer { Yes, No, Cancel };
+
+/// A question that each operator may answer once for all, at its box: what to keep it by, and the words of the box.
+struct Habit {
+  std::u16string_view name, words;
+};
 
 /// Notices and questions of a rule. On a screen these are message boxes ("系统提示", "信息提醒"); tests script them.
 /// Never called inside a transaction.
@@ -18,6 +25,10 @@ class Prompt {
   virtual bool ask(const QString& text) = 0;
   /// Yes, no or cancel, under the title "信息提醒".
   virtual Answer askOrCancel(const QString& text) = 0;
+  /// Yes or no, where this operator has not said before that it is always yes.
+  virtual bool askUnlessHabit(const QString& text, const Habit&) { return ask(text); }
+  /// What was done, in a quiet line that nobody has to answer. Lost where there is none.
+  virtual void say(const QString&) {}
 };
 
 }  // namespace jxc

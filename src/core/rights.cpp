@@ -29,8 +29,12 @@ bool hasRightOf(std::string_view group, int position, const QString& operatorNam
   return rights_detail::isGranted(lookupValue(sql, operatorName), position);
 }
 
+QString noRightText(const QString& text) {
+  return QStringLiteral("您没有权限进行") + text;
+}
+
 void dispMsg(Prompt& prompt, const QString& text) {
-  prompt.notice(QStringLiteral("您没有权限进行") + text);
+  prompt.notice(noRightText(text));
 }
 
 }  // namespace jxc

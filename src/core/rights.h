@@ -20,6 +20,8 @@ inline bool hasRight(const Right& right) {
 /// The same of another operator by name, who authorises a step; warehouse binding is not asked.
 bool hasRightOf(std::string_view group, int position, const QString& operatorName);
 
+/// "您没有权限进行" + text.
+QString noRightText(const QString& text);
 /// Tells that the right is missing: "您没有权限进行" + text. The text ends with "！".
 void dispMsg(Prompt& prompt, const QString& text);
 

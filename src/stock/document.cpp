@@ -2,6 +2,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/clock.h"
+#include "core/habits.h"
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/posting.h"
@@ -253,7 +254,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
                : std::nullopt;
   };
   const auto agreed = shortage();  // as the screen has just asked
-  if (!prompt.ask(document_detail::saveQuestion(family))) return result;
+  if (!prompt.askUnlessHabit(document_detail::saveQuestion(family), kSavesAtOnce)) return result;
 
   bool wentShort = false;
   const auto locked = auditNow ? auditGate(request.number, request.date) : std::nullopt;

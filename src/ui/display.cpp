@@ -45,12 +45,20 @@ QString displaySum(ColumnKind kind, double number) {
   return display_detail::formatted(kind, number, true);
 }
 
+QString displayPower(const QString& stored) {
+  const auto power = stored.trimmed().isEmpty() ? std::nullopt : readNumber(stored);
+  if (!power) return stored;
+  return (*power > 0 ? QStringLiteral("+") : QString()) + display_detail::withTwoDecimals(numberText(*power));
+}
+
 QString displayCell(const RowSet& rows, int row, int column, ColumnKind kind) {
   if (rows.isNull(row, column)) return {};
   switch (kind) {
     case ColumnKind::Text:
     case ColumnKind::Date:
       return rows.text(row, column);
+    case ColumnKind::Power:
+      return displayPower(rows.text(row, column));
     case ColumnKind::Flag:
       return rows.integer(row, column) != 0 ? QStringLiteral("√") : QString();
     default:
@@ -116,6 +124,10 @@ std::optional<double> readNumber(const QString& text) {
   bool ok = false;
   const double number = plain.toDouble(&ok);
   return ok ? std::optional<double>(number) : std::nullopt;
+}
+
+QString dayForm(const FieldSpec& spec) {
+  return spec.flags & WholeMonth ? QStringLiteral("yyyy-MM") : QStringLiteral("yyyy-MM-dd");
 }
 
 std::optional<QString> readMonth(const QString& text) {

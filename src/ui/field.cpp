@@ -5,7 +5,6 @@
 #include "ui/schema_width.h"
 
 #include <QAction>
-#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDate>
@@ -21,11 +20,6 @@
 
 namespace jxc::ui {
 namespace field_detail {
-
-/// A date is a day, or a whole month.
-QString dayForm(const FieldSpec& spec) {
-  return spec.flags & WholeMonth ? QStringLiteral("yyyy-MM") : QStringLiteral("yyyy-MM-dd");
-}
 
 std::optional<QString> readDay(const FieldSpec& spec, const QString& text) {
   return spec.flags & WholeMonth ? readMonth(text) : readDate(text);
@@ -78,11 +72,6 @@ QPlainTextEdit* memo(QWidget* widget) {
   return static_cast<QPlainTextEdit*>(widget);
 }
 
-std::function<std::optional<QString>()>& remarkSource() {
-  static std::function<std::optional<QString>()> source;
-  return source;
-}
-
 }  // namespace field_detail
 
 /// While one lives, changes of the widget come from the program.
@@ -90,6 +79,15 @@ struct Field::Quiet {
   explicit Quiet(Field& f) : field(f) { ++field.quiet_; }
   ~Quiet() { --field.quiet_; }
   Field& field;
+};
+
+/// While one lives the program writes the input: what it leaves there is what the operator finds.
+struct Field::Writing : Quiet {
+  using Quiet::Quiet;
+  ~Writing() {
+    field.touched_ = false;
+    field.written_ = field.text();
+  }
 };
 
 Field::Field(const FieldSpec& spec, QWidget* parent) : spec_(spec) {
@@ -245,7 +243,7 @@ Value Field::value() const {
 
 void Field::setText(const QString& text) {
   using namespace field_detail;
-  const Quiet quiet(*this);
+  const Writing writing(*this);
   if (isNumberKind(spec_.kind)) {
     numberEmpty_ = text.trimmed().isEmpty();
     number_ = readNumber(text).value_or(0);
@@ -268,6 +266,10 @@ void Field::setText(const QString& text) {
   }
 }
 
+void Field::typeIn(const QString& text) {
+  if (field_detail::isTypedIn(spec_.kind)) field_detail::line(widget_)->setText(text);
+}
+
 void Field::setNumber(double number) {
   setText(numberText(number));
 }
@@ -286,12 +288,12 @@ void Field::setKey(const QString& key) {
 }
 
 void Field::setIndex(int index) {
-  const Quiet quiet(*this);
+  const Writing writing(*this);
   field_detail::combo(widget_)->setCurrentIndex(index);
 }
 
 void Field::setChecked(bool on) {
-  const Quiet quiet(*this);
+  const Writing writing(*this);
   field_detail::box(widget_)->setChecked(on);
 }
 
@@ -321,7 +323,7 @@ void Field::clear() {
 }
 
 void Field::setItems(const std::vector<ListItem>& items, bool keep) {
-  const Quiet quiet(*this);
+  const Writing writing(*this);
   const QString old = key();
   const QString typed = text();
   items_ = items;
@@ -346,7 +348,8 @@ std::optional<QString> Field::problem() const {
   if (spec_.kind != FieldKind::Date) return std::nullopt;
   const QString typed = field_detail::line(widget_)->text();
   if (typed.trimmed().isEmpty() || field_detail::readDay(spec_, typed)) return std::nullopt;
-  return QStringLiteral("日期格式不正确");
+  return (label_ ? label_->text().remove(u'&') : QString()) +
+         QStringLiteral("日期格式不正确，请输入年-月-日，如 2026-05-01");
 }
 
 void Field::setVisible(bool on) {
@@ -407,6 +410,7 @@ bool Field::hasFocus() const {
 
 void Field::operatorChanged() {
   if (quiet_ > 0) return;
+  touched_ = true;
   if (isNumberKind(spec_.kind)) {
     auto* edit = field_detail::line(widget_);
     const auto typed = readNumber(edit->text());
@@ -495,14 +499,17 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
     const bool takesBack = key->key() == Qt::Key_Delete || key->key() == Qt::Key_Backspace;
     if (spec_.kind == FieldKind::Picker && !readOnly_ && (spec_.flags & MayBeEmpty) && takesBack) {
       if (isEmpty()) return true;
+      const QString before = written_;
       setText({});
-      if (changed_) changed_();
+      written_ = before;
+      operatorChanged();
       return true;
     }
     if (isOpenedBy(*key)) {
       spec_.kind == FieldKind::Picker ? pick() : spec_.kind == FieldKind::Date ? openCalendar() : takeRemark();
       return true;
     }
+    if (spec_.kind == FieldKind::Picker && opensList(*key)) return true;
     if (spec_.kind == FieldKind::Date && !readOnly_) {
       const int step = key->key() == Qt::Key_Up ? 1 : key->key() == Qt::Key_Down ? -1 : 0;
       const QString next = step == 0 ? QString() : field_detail::steppedDay(spec_, lastDate_, step);
@@ -521,65 +528,6 @@ bool Field::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QObject::eventFilter(watched, event);
-}
-
-bool Field::isOpenedBy(const QKeyEvent& key) const {
-  if (readOnly_ || key.modifiers() != Qt::NoModifier) return false;
-  if (spec_.kind == FieldKind::Picker) return key.key() == Qt::Key_F2;
-  return key.key() == Qt::Key_F4 && (spec_.kind == FieldKind::Date || (spec_.flags & OffersRemarks));
-}
-
-void Field::pick() {
-  if (!picking_ || readOnly_ || !isEnabled()) return;
-  const auto picked = picking_();
-  if (!picked) return;
-  setPicked(*picked);
-  if (changed_) changed_();
-}
-
-void Field::takeRemark() {
-  const auto& source = field_detail::remarkSource();
-  if (!source || readOnly_ || !isEnabled()) return;
-  const auto remark = source();
-  if (!remark) return;
-  if (spec_.kind == FieldKind::Memo) {
-    field_detail::memo(widget_)->insertPlainText(*remark);
-  } else {
-    auto* edit = field_detail::line(widget_);
-    edit->deselect();  // coming by Tab marks all: what was typed before must not go
-    edit->insert(*remark);
-  }
-}
-
-void setRemarkSource(std::function<std::optional<QString>()> source) {
-  field_detail::remarkSource() = std::move(source);
-}
-
-void Field::openCalendar() {
-  if (readOnly_) return;
-  auto* popup = new QWidget(widget_, Qt::Popup);
-  popup->setAttribute(Qt::WA_DeleteOnClose);
-  popup->setObjectName(QStringLiteral("calendarPopup"));
-  auto* layout = new QVBoxLayout(popup);
-  layout->setContentsMargins(1, 1, 1, 1);
-  auto* calendar = new QCalendarWidget(popup);
-  calendar->setAccessibleName(QStringLiteral("日历"));
-  calendar->setFirstDayOfWeek(Qt::Monday);
-  calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  if (const auto date = QDate::fromString(lastDate_, field_detail::dayForm(spec_)); date.isValid()) {
-    calendar->setSelectedDate(date);
-  }
-  layout->addWidget(calendar);
-  const auto take = [this, popup](const QDate& date) {
-    field_detail::line(widget_)->setText(date.toString(field_detail::dayForm(spec_)));
-    popup->close();
-    focus();
-  };
-  connect(calendar, &QCalendarWidget::activated, popup, take);
-  connect(calendar, &QCalendarWidget::clicked, popup, take);
-  popup->move(widget_->mapToGlobal(QPoint(0, widget_->height())));
-  popup->show();
-  calendar->setFocus();
 }
 
 }  // namespace jxc::ui

@@ -55,6 +55,8 @@ class Field : public QObject {
   void setPicked(const ListItem& item);  // a picker's name and key
   void setValue(const Value& value);     // by kind, the inverse of value()
   void clear();
+  /// A line: as if the operator had typed this in place of what stands there.
+  void typeIn(const QString& text);
   /// Items of a list; the first one becomes chosen, unless `keep` and the old key is among them.
   void setItems(const std::vector<ListItem>& items, bool keep = false);
   const std::vector<ListItem>& items() const { return items_; }
@@ -65,6 +67,8 @@ class Field : public QObject {
   const Value& stored() const { return stored_; }
   void apply() { stored_ = value(); }
   void cancel() { setValue(stored_); }
+  /// Whether the operator has typed or chosen something since the program last wrote this input, and it stands there.
+  bool isTouched() const { return touched_ && text() != written_; }
   /// What is wrong with the buffer, in words for the operator.
   std::optional<QString> problem() const;
 
@@ -84,10 +88,13 @@ class Field : public QObject {
   void onChanged(std::function<void()> hook) { changed_ = std::move(hook); }
   /// Enter in this input; return true when the focus shall stay (a barcode input, the login).
   void onEnter(std::function<bool()> hook) { enter_ = std::move(hook); }
-  /// The list behind a picker, opened by F2, by its button and by Enter while it is empty.
+  /// The list behind a picker, opened by F2, by its button, by Alt+Down, by F4 where no command has it, and by a
+  /// letter, which then stands in the search of the list.
   void onPick(Picking hook) { picking_ = std::move(hook); }
   /// When the operator leaves the input.
   void onLeft(std::function<void()> hook) { left_ = std::move(hook); }
+  /// When something was chosen from the list behind a picker: the screen goes on.
+  void onPicked(std::function<void()> hook) { picked_ = std::move(hook); }
 
   // For the screen.
   bool enterPressed() { return enter_ && enter_(); }
@@ -102,9 +109,12 @@ class Field : public QObject {
 
  private:
   struct Quiet;
+  struct Writing;
   void build(QWidget* parent);
   void buildLine(QWidget* parent);
   void operatorChanged();
+  bool opensList(const QKeyEvent& key);
+  void openWithLetters();
   void focusGone();
   void focusCame();
   void showNumber(bool plain);
@@ -123,10 +133,15 @@ class Field : public QObject {
   QString key_;       // of a picker
   int quiet_ = 0;
   bool readOnly_ = false;
-  std::function<void()> changed_, left_;
+  bool touched_ = false;
+  QString written_;  // what the operator found
+  std::function<void()> changed_, left_, picked_;
   std::function<bool()> enter_;
   Picking picking_;
 };
+
+/// Letters that a picker holds until nobody is typing on: a scanner typed them, and they open no list.
+void dropTypedLetters();
 
 /// Where inputs with `OffersRemarks` get their remarks: the screen of standard remarks announces itself here.
 void setRemarkSource(std::function<std::optional<QString>()> source);

@@ -88,7 +88,8 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
       loader_(this),
       emptyText_(qs(spec.empty.empty() ? std::string_view("没有数据") : spec.empty)),
       hiddenByProgram_(spec.columns.size(), false),
-      hiddenByOperator_(spec.columns.size(), false) {
+      hiddenByOperator_(spec.columns.size(), false),
+      hiddenByRows_(spec.columns.size(), false) {
   setObjectName(QStringLiteral("area_") + qs(spec.name));
   auto* table = new Table(*this);
   view_ = table;
@@ -251,6 +252,7 @@ void Grid::arrived(RowSet rows, bool complete) {
   if (rowFilter_) model_->setFilter(rowFilter_(model_->rows(), true));
   comeBack(key, place, column, scrolled);
   inReload_ = false;
+  showPowers();
   footer_->update(complete);
   fitToRows();
   showState();
@@ -402,12 +404,6 @@ void Grid::applyRights() {
     if (known == asked.end()) asked.emplace_back(column.right, allowed);
     if (model_->isForbidden(model_->columnOf(column.field)) == allowed) setColumnAllowed(column.field, allowed);
   }
-}
-
-void Grid::showColumn(int column) {
-  const auto i = static_cast<std::size_t>(column);
-  const QScopedValueRollback<bool> notByHand(sizing_, true);
-  view_->setColumnHidden(column, model_->isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i]);
 }
 
 std::vector<int> Grid::shownOrder() const {

@@ -139,6 +139,7 @@ class Grid : public QWidget {
   void focusRows();
   /// Arrows and page keys in this input move in the list, so that a search needs no change of focus.
   void followKeysOf(QWidget* input);
+  bool followsKeysOf(const QWidget* input) const { return keyInput_ == input; }
   QTableView* view() const { return view_; }
   /// Shows this in place of the table: what loads and whether it failed is seen over it all the same.
   void standBehind(QWidget* face);
@@ -171,6 +172,7 @@ class Grid : public QWidget {
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);
   void showColumn(int column);
+  void showPowers();
   void designLayout();
   void defaultWidths();
   void fitToRows();
@@ -198,8 +200,9 @@ class Grid : public QWidget {
   std::vector<int> fitted_;  // widths that the first rows ask for; empty before there are any
   bool inReload_ = false;
   bool replaces_ = true;  // the query under way is another one than what is shown
-  // A column is seen when neither the program (a parameter, the mode of a list) nor the operator hides it.
-  std::vector<bool> hiddenByProgram_, hiddenByOperator_;
+  // A column is seen when neither the program (a parameter, the mode of a list) nor the operator hides it, and powers
+  // only when a row has one.
+  std::vector<bool> hiddenByProgram_, hiddenByOperator_, hiddenByRows_;
   std::function<GridHeading()> heading_;
   RowFilter rowFilter_;
   std::function<void()> activated_, currentChanged_, loaded_;

@@ -37,6 +37,8 @@ int characters(const ColumnSpec& column) {
       return std::max(caption, 8);
     case ColumnKind::Date:
       return std::max(caption, 12);
+    case ColumnKind::Power:
+      return std::max(caption, 8);
     case ColumnKind::Flag:
       return std::max(caption, 6);
   }
@@ -49,10 +51,29 @@ QString layoutFile(const QString& key) {
 
 }  // namespace grid_layout_detail
 
+void Grid::showColumn(int column) {
+  const auto i = static_cast<std::size_t>(column);
+  const QScopedValueRollback<bool> notByHand(sizing_, true);
+  view_->setColumnHidden(
+      column, model_->isForbidden(column) || hiddenByProgram_[i] || hiddenByOperator_[i] || hiddenByRows_[i]);
+}
+
+void Grid::showPowers() {
+  for (int i = 0; i < static_cast<int>(spec_.columns.size()); ++i) {
+    if (spec_.columns[static_cast<std::size_t>(i)].kind != ColumnKind::Power) continue;
+    const int source = model_->rows().columnIndex(spec_.columns[static_cast<std::size_t>(i)].field);
+    bool hasPower = false;
+    for (int row = 0; source >= 0 && row < model_->rows().rowCount() && !hasPower; ++row)
+      hasPower = !model_->rows().utf8(row, source).empty();
+    hiddenByRows_[static_cast<std::size_t>(i)] = !hasPower;
+    showColumn(i);
+  }
+}
+
 // Enough for what the first rows hold, so that as many columns as possible are seen at once.
 void Grid::fitToRows() {
   constexpr int kSample = 200;
-  constexpr int kWidest = 340;
+  constexpr int kWidest = 460;
   if (isEmpty() || !autoWidth_) return;
   const std::vector<int> before = fitted_;
   fitted_.clear();
@@ -94,7 +115,8 @@ void Grid::defaultWidths() {
   // Room that is left goes to the texts, and room that is missing comes from the long ones.
   const int room = view_->viewport()->width() - total;
   const int given = texts > 0 ? std::max(0, room) : 0;
-  const int taken = std::clamp(-room, 0, spares);
+  // Unless the list scrolls to the side all the same: then nothing is won by cutting names off.
+  const int taken = -room <= spares ? std::max(0, -room) : 0;
   sizing_ = true;
   for (int i = 0; i < header->count(); ++i) {
     if (header->isSectionHidden(i)) continue;

@@ -14,7 +14,7 @@ namespace jxc::ui {
 namespace grid_model_detail {
 
 Qt::Alignment alignmentOf(ColumnKind kind) {
-  if (isNumberKind(kind)) return Qt::AlignRight | Qt::AlignVCenter;
+  if (isNumberKind(kind) || kind == ColumnKind::Power) return Qt::AlignRight | Qt::AlignVCenter;
   if (kind == ColumnKind::Date || kind == ColumnKind::Flag) return Qt::AlignCenter;
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
@@ -264,6 +264,12 @@ void GridModel::sortRows() {
     std::vector<double> keys(sorted_.size());
     for (int row = 0; row < count; ++row)
       keys[row] = rows_.number(row, column);
+    return sortBy(sorted_, keys, sortOrder_, std::less<>());
+  }
+  if (kind == ColumnKind::Power) {
+    std::vector<double> keys(sorted_.size());
+    for (int row = 0; row < count; ++row)
+      keys[row] = readNumber(rows_.text(row, column)).value_or(0);
     return sortBy(sorted_, keys, sortOrder_, std::less<>());
   }
   std::vector<std::string_view> texts(sorted_.size());

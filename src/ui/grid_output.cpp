@@ -53,6 +53,7 @@ SheetColumn sheetColumn(const Grid::ExportColumn& column) {
       break;
     case ColumnKind::Text:
     case ColumnKind::Flag:
+    case ColumnKind::Power:
       result.kind = SheetKind::Text;
       break;
   }
@@ -92,7 +93,7 @@ Sheet gridSheet(const Grid& grid) {
                   for (std::size_t i = 0; i < cells.size(); ++i) {
                     const auto [column, kind] = taken->columns[i];
                     if (column < 0) continue;
-                    if (kind == ColumnKind::Text || kind == ColumnKind::Flag) {
+                    if (kind == ColumnKind::Text || kind == ColumnKind::Flag || kind == ColumnKind::Power) {
                       cells[i] = displayCell(taken->rows, row, column, kind);
                     } else {
                       cells[i] = taken->rows.value(row, column);

@@ -26,7 +26,7 @@ constexpr double kWidestText = 55;
 constexpr int kSample = 300;  // rows that are measured
 
 HAlign alignOf(ColumnKind kind) {
-  if (isNumberKind(kind)) return HAlign::Right;
+  if (isNumberKind(kind) || kind == ColumnKind::Power) return HAlign::Right;
   return kind == ColumnKind::Date || kind == ColumnKind::Flag ? HAlign::Center : HAlign::Left;
 }
 

@@ -1,9 +1,12 @@
 #include "ui/message_box_prompt.h"
 
+#include "core/habits.h"
+#include "core/text.h"
 #include "ui/each_screen.h"
 #include "ui/keyless_boxes.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
@@ -42,7 +45,8 @@ void run(QMessageBox& box) {
   loop.exec();
 }
 
-Answer question(QWidget* parent, const QString& text, bool withCancel) {
+/// `mark`: what the operator may mark besides his answer; null without.
+Answer question(QWidget* parent, const QString& text, bool withCancel, QCheckBox* mark = nullptr) {
   QMessageBox box(QMessageBox::Question, QStringLiteral("信息提醒"), boxText(text), QMessageBox::NoButton,
                   above(parent));
   box.setTextFormat(Qt::PlainText);
@@ -62,6 +66,7 @@ Answer question(QWidget* parent, const QString& text, bool withCancel) {
     cancel = box.addButton(QStringLiteral("取消(Esc)"), QMessageBox::RejectRole);
     cancel->setObjectName(QStringLiteral("btnCancel"));
   }
+  if (mark) box.setCheckBox(mark);
   box.setDefaultButton(yes);
   box.setEscapeButton(withCancel ? cancel : no);
   run(box);
@@ -85,6 +90,17 @@ void MessageBoxPrompt::notice(const QString& text) {
 
 bool MessageBoxPrompt::ask(const QString& text) {
   return message_box_prompt_detail::question(parent_, text, false) == Answer::Yes;
+}
+
+bool MessageBoxPrompt::askUnlessHabit(const QString& text, const Habit& habit) {
+  if (isHabit(habit)) return true;
+  bool always = false;
+  auto* mark = new QCheckBox(words(habit.words) + u"(&D)"_qs);  // the box takes it
+  mark->setObjectName(QStringLiteral("chkAlways"));
+  QObject::connect(mark, &QCheckBox::toggled, [&always](bool on) { always = on; });
+  const bool yes = message_box_prompt_detail::question(parent_, text, false, mark) == Answer::Yes;
+  if (yes && always) setHabit(habit, true);
+  return yes;
 }
 
 std::optional<std::vector<EachAnswer>> MessageBoxPrompt::askEach(const EachQuestion& question) {

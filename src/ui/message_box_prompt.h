@@ -16,6 +16,8 @@ class MessageBoxPrompt : public Prompt, public EachPrompt {
   void notice(const QString& text) override;
   bool ask(const QString& text) override;
   Answer askOrCancel(const QString& text) override;
+  /// The box has a mark to switch the question off for this operator.
+  bool askUnlessHabit(const QString& text, const Habit& habit) override;
   /// A list with an answer in each row.
   std::optional<std::vector<EachAnswer>> askEach(const EachQuestion& question) override;
 

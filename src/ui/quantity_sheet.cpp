@@ -111,7 +111,8 @@ class QuantitySheet::Model : public QAbstractTableModel {
     if (role == Qt::DisplayRole || role == Qt::EditRole)
       return quantity_sheet_detail::quantityText(at.quantity, at.zero);
     if (role == Qt::AccessibleTextRole)
-      return sheet_.source_.rows[index.row()] + u' ' + sheet_.source_.columns[index.column()] +
+      return sheet_.source_.rows[index.row()] + u' ' + sheet_.source_.columns[index.column()] + u" 数量 "_qs +
+             quantity_sheet_detail::stockText(at.quantity) +
              (at.hidesStock ? QString() : u" 库存 "_qs + quantity_sheet_detail::stockText(at.stock));
     return {};
   }

@@ -1,5 +1,6 @@
 #include "ui/scan_catcher.h"
 
+#include "ui/field.h"
 #include "ui/keyless_boxes.h"
 
 #include <QAbstractButton>
@@ -198,6 +199,7 @@ bool ScanCatcher::end(QWidget& target) {
 }
 
 void ScanCatcher::takeBack() {
+  dropTypedLetters();
   if (!target_) return;
   if (auto* line = qobject_cast<QLineEdit*>(target_.data())) {
     line->setText(textBefore_);

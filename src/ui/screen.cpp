@@ -3,25 +3,28 @@
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
+#include "ui/scrolling.h"
 #include "ui/typed_ahead.h"
 
 #include <QAbstractItemDelegate>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
 #include <map>
 #include <stdexcept>
+#include <tuple>
 
 namespace jxc::ui {
 
@@ -32,17 +35,6 @@ struct Screen::CommandPart {
 };
 
 namespace screen_detail {
-
-std::vector<std::string_view> words(std::string_view text) {
-  std::vector<std::string_view> result;
-  std::size_t at = 0;
-  while ((at = text.find_first_not_of(' ', at)) != std::string_view::npos) {
-    const auto end = std::min(text.find(' ', at), text.size());
-    result.push_back(text.substr(at, end - at));
-    at = end;
-  }
-  return result;
-}
 
 [[noreturn]] void unknown(std::string_view screen, const char* what, std::string_view name) {
   throw std::invalid_argument(std::string(screen) + ": no " + what + " \"" + std::string(name) + "\"");
@@ -56,15 +48,6 @@ struct Registry {
 Registry& registry() {
   static Registry all;
   return all;
-}
-
-QScrollArea* scrolling(QWidget* content, QWidget* parent = nullptr) {
-  auto* scroll = new QScrollArea(parent);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  scroll->setWidget(content);
-  return scroll;
 }
 
 /// Scrolls all areas around a widget to it.
@@ -94,17 +77,70 @@ void closeCell(QWidget* focused) {
   }
 }
 
+/// What a dialog is for.
+bool isMain(const CommandSpec& command) {
+  return command.name == "btnOK" || command.name == "btnOk" || command.name == "btnSave";
+}
+
+/// Whether a notice refuses something: only then it leads to the input that it names.
+bool isRefusal(const QString& text) {
+  static const QRegularExpression words(
+      QStringLiteral("必须|不能|请选择|请输入|请填写|不正确|已存在|已经存在|重复|至少|为空|有误|无效|不存在"));
+  return text.contains(words);
+}
+
+/// Where a refusal names this input: at its beginning, behind 请选择 and the like, or in quotes; -1: it does not.
+qsizetype placeIn(const QString& refusal, const Field& field) {
+  QString name = field.label() ? field.label()->text() : qs(field.spec().label);
+  name = name.remove(u'&').remove(u'：').remove(u':').trimmed();
+  if (name.size() < 2) return -1;
+  const qsizetype at = refusal.indexOf(name);
+  const bool isNamed = at == 0 || (at > 0 && QStringView(u"择入写“【《").contains(refusal.at(at - 1)));
+  return isNamed ? at : -1;
+}
+
+/// Turns the pages around a widget so that it is seen.
+void turnPagesTo(QWidget* widget) {
+  for (auto* around = widget; around && !around->isWindow(); around = around->parentWidget()) {
+    auto* pages = around->parentWidget() ? qobject_cast<QTabWidget*>(around->parentWidget()->parentWidget()) : nullptr;
+    if (pages && pages->indexOf(around) >= 0) pages->setCurrentWidget(around);
+  }
+}
+
+/// Where Enter stops on its way: an unmarked choice has a marked one beside it.
+bool isMarkedElsewhere(const QWidget& widget) {
+  const auto* choice = qobject_cast<const QRadioButton*>(&widget);
+  if (!choice || choice->isChecked()) return false;
+  const auto beside = choice->parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+  return std::any_of(beside.begin(), beside.end(), [](const QRadioButton* each) { return each->isChecked(); });
+}
+
 }  // namespace screen_detail
 
-Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<MessageBoxPrompt>(this)) {
+class Screen::OwnPrompt : public MessageBoxPrompt {
+ public:
+  explicit OwnPrompt(Screen& screen) : MessageBoxPrompt(&screen), screen_(screen) {}
+  void notice(const QString& text) override {
+    MessageBoxPrompt::notice(text);
+    screen_.leadTo(text);
+  }
+  void say(const QString& text) override { screen_.say(text); }
+
+ private:
+  Screen& screen_;
+};
+
+Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<OwnPrompt>(*this)) {
   setObjectName(qs(spec.name));
   setWindowTitle(qs(spec.title));
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   setWindowFlag(Qt::WindowMaximizeButtonHint, true);
   setModal(true);
   outer_ = new QVBoxLayout(this);
-  for (const auto& field : spec.fields)
+  for (const auto& field : spec.fields) {
     fields_.push_back(std::make_unique<Field>(field, this));
+    fields_.back()->onPicked([this, made = fields_.back().get()] { pickedIn(*made); });
+  }
   for (const auto& grid : spec.grids)
     addGrid(grid);
   for (const auto& command : spec.commands) {
@@ -116,6 +152,7 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<M
     if (!key.isEmpty() && !caption.contains(u'(')) caption += u'(' + key + u')';
     part->button->setText(caption);
     part->button->setAutoDefault(false);
+    if (screen_detail::isMain(command)) part->button->setProperty("main", true);
     if (!command.tooltip.empty()) part->button->setToolTip(qs(command.tooltip));
     if (!key.isEmpty()) part->keys.emplace_back(key);
     CommandPart* kept = part.get();
@@ -226,19 +263,31 @@ void Screen::addKey(QPushButton& command, const char* key) {
   }
 }
 
-bool Screen::showModal() {
+bool Screen::showModal(const QString& searched) {
   placeRest();
   for (Grid* grid : grids_)
     grid->applyRights();
+  if (said_) say({});
   activate();
   focusFirst();
-  return exec() == QDialog::Accepted;
+  if (!searched.isEmpty() && hasField("tkey")) {
+    QTimer::singleShot(0, this, [this, searched] {
+      field("tkey").typeIn(searched);
+      field("tkey").enterPressed();
+    });
+  }
+  const bool accepted = exec() == QDialog::Accepted;
+  // What a dialog has done is read where it has led back to.
+  auto* below = dynamic_cast<Screen*>(QApplication::activeModalWidget());
+  if (accepted && below && !said().isEmpty()) below->say(said());
+  return accepted;
 }
 
 void Screen::present() {
   placeRest();
   for (Grid* grid : grids_)
     grid->applyRights();
+  if (said_) say({});
   activate();
   focusFirst();
   show();
@@ -293,10 +342,18 @@ void Screen::placeRest() {
 // Tab and Enter go as the screen is read, whatever the order of the description.
 void Screen::orderTabs() {
   QWidget* last = nullptr;
-  for (auto* placed : placed_) {
-    auto* widget = placed->focusProxy() ? placed->focusProxy() : placed;
+  const auto goesOnTo = [&last](QWidget* widget) {
     if (last) setTabOrder(last, widget);
     last = widget;
+  };
+  for (auto* placed : placed_) {
+    if (auto* proxy = placed->focusProxy(); proxy || placed->focusPolicy() != Qt::NoFocus) {
+      goesOnTo(proxy ? proxy : placed);
+      continue;
+    }
+    if (placed->findChild<QTabWidget*>()) continue;      // pages have an order of their own
+    for (auto* part : placed->findChildren<QWidget*>())  // a tree with its search, a sheet
+      if (part->window() == window() && part->focusPolicy() & Qt::TabFocus && !part->focusProxy()) goesOnTo(part);
   }
 }
 
@@ -308,7 +365,7 @@ void Screen::scrollWhenTooLarge(const QSize& room) {
   auto* focused = focusWidget();   // moving to another parent loses it
   auto* content = new QWidget;
   content->setLayout(outer_);
-  auto* scroll = screen_detail::scrolling(content, this);
+  auto* scroll = scrolling(content, this);
   auto* around = new QVBoxLayout(this);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(scroll);
@@ -333,12 +390,66 @@ void Screen::focusFirst() {
   if (!grids_.empty()) grids_.front()->focusRows();
 }
 
+QPushButton* Screen::mainCommand() const {
+  for (std::size_t i = 0; i < commands_.size(); ++i) {
+    auto* button = commands_[i]->button;
+    if (screen_detail::isMain(spec_.commands[i]) && button->isVisible() && button->isEnabled()) return button;
+  }
+  return nullptr;
+}
+
+bool Screen::isTouched() const {
+  return std::any_of(fields_.begin(), fields_.end(), [this](const auto& field) {
+    const auto* widget = field->widget();
+    const bool searches = std::any_of(grids_.begin(), grids_.end(), [&](auto* g) { return g->followsKeysOf(widget); });
+    return field->isTouched() && field->isVisible() && !field->isReadOnly() && !searches;
+  });
+}
+
+bool Screen::mayLeave() {
+  return !mainCommand() || !isTouched() || prompt().ask(QStringLiteral("输入的内容还没有确定，放弃吗？"));
+}
+
+void Screen::say(const QString& text) {
+  if (!said_) {
+    said_ = new QStatusBar(this);
+    said_->setObjectName(QStringLiteral("quietLine"));
+    said_->setSizeGripEnabled(false);
+    outer_->addWidget(said_);
+  }
+  said_->show();  // at once, or a screen reader hears nothing
+  said_->showMessage(text);
+}
+
+QString Screen::said() const {
+  return said_ ? said_->currentMessage() : QString();
+}
+
+void Screen::leadTo(const QString& refusal) {
+  if (!isVisible() || !screen_detail::isRefusal(refusal)) return;
+  Field* named = nullptr;
+  std::tuple<bool, qsizetype, qsizetype> best;  // out of sight, place, shortness of the name: the least is meant
+  for (const auto& field : fields_) {
+    const qsizetype at = screen_detail::placeIn(refusal, *field);
+    if (at < 0 || !field->isVisible() || !field->isEnabled() || field->isReadOnly()) continue;
+    const std::tuple found{!field->widget()->isVisible(), at, -qsizetype(field->spec().label.size())};
+    if (named && best <= found) continue;
+    named = field.get();
+    best = found;
+  }
+  if (!named) return;
+  screen_detail::turnPagesTo(named->widget());
+  named->focus();
+  screen_detail::bringIntoSight(named->widget());
+}
+
 bool Screen::checkFields() {
   for (const auto& field : fields_) {
     if (!field->isVisible()) continue;
     const auto problem = field->problem();
     if (!problem) continue;
     prompt().notice(*problem);
+    screen_detail::turnPagesTo(field->widget());
     field->focus();
     return false;
   }
@@ -346,7 +457,20 @@ bool Screen::checkFields() {
 }
 
 void Screen::enterPressed(Field&) {
-  focusNextPrevChild(true);
+  QWidget* const from = focusWidget();
+  if (!from) return;
+  const auto* end = mainCommand();
+  const auto isInput = [this](const QWidget* widget) {
+    return std::any_of(fields_.begin(), fields_.end(),
+                       [&](const auto& field) { return field->widget() == widget && !field->isReadOnly(); });
+  };
+  for (auto* next = from->nextInFocusChain(); next != from; next = next->nextInFocusChain()) {
+    const bool takesKeys = next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus);
+    if (!takesKeys || next->window() != window() || screen_detail::isMarkedElsewhere(*next)) continue;
+    if (end && next != end && !isInput(next)) continue;
+    next->setFocus(Qt::TabFocusReason);
+    break;
+  }
   screen_detail::bringIntoSight(focusWidget());
 }
 
@@ -423,136 +547,6 @@ void Screen::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
 }
 
-// --- Panel ---
-
-Panel& Panel::form(std::span<const std::string_view> rows) {
-  auto* raster = new QGridLayout;
-  std::size_t most = 0;
-  for (const auto row : rows)
-    most = std::max(most, screen_detail::words(row).size());
-  int line = 0;
-  for (const auto row : rows) {
-    const auto names = screen_detail::words(row);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      Field& field = screen_->field(names[i]);
-      const int column = static_cast<int>(i) * 2;
-      const int span = i + 1 == names.size() ? static_cast<int>(most - i) * 2 - 1 : 1;
-      if (field.label()) {
-        const bool high = field.spec().kind == FieldKind::Memo;
-        raster->addWidget(field.label(), line, column, Qt::AlignRight | (high ? Qt::AlignTop : Qt::AlignVCenter));
-      }
-      if (field.suffix()) {
-        auto* both = new QHBoxLayout;
-        both->addWidget(field.widget(), 1);
-        both->addWidget(field.suffix());
-        raster->addLayout(both, line, column + 1, 1, span);
-      } else {
-        raster->addWidget(field.widget(), line, column + 1, 1, span);
-      }
-      screen_->placed_.push_back(field.widget());
-    }
-    ++line;
-  }
-  for (std::size_t i = 0; i < most; ++i)
-    raster->setColumnStretch(static_cast<int>(i) * 2 + 1, 1);
-  layout_->addLayout(raster);
-  return *this;
-}
-
-Panel& Panel::grid(std::string_view name, int stretch) {
-  Grid& grid = screen_->grid(name);
-  layout_->addWidget(&grid, stretch);
-  screen_->placed_.push_back(&grid);
-  return *this;
-}
-
-Panel& Panel::buttons(std::string_view names) {
-  return row(names);
-}
-
-Panel& Panel::row(std::string_view names) {
-  auto* line = new QHBoxLayout;
-  bool stretched = false;
-  for (const auto name : screen_detail::words(names)) {
-    if (name == "|") {
-      line->addStretch(1);
-      stretched = true;
-    } else if (screen_->hasField(name)) {
-      Field& field = screen_->field(name);
-      if (field.label()) line->addWidget(field.label());
-      line->addWidget(field.widget());
-      if (field.suffix()) line->addWidget(field.suffix());
-      screen_->placed_.push_back(field.widget());
-    } else {
-      QPushButton& button = screen_->command(name);
-      line->addWidget(&button);
-      screen_->placed_.push_back(&button);
-    }
-  }
-  if (!stretched) line->addStretch(1);
-  layout_->addLayout(line);
-  return *this;
-}
-
-Panel& Panel::widget(QWidget* widget, int stretch) {
-  layout_->addWidget(widget, stretch);
-  return *this;
-}
-
-Panel& Panel::text(const QString& text) {
-  auto* label = new QLabel(text, screen_);
-  label->setWordWrap(true);
-  label->setProperty("explanation", true);
-  layout_->addWidget(label);
-  return *this;
-}
-
-Panel& Panel::stretch() {
-  layout_->addStretch(1);
-  return *this;
-}
-
-Panel Panel::group(const QString& title) {
-  auto* box = new QGroupBox(title, screen_);
-  auto* layout = new QVBoxLayout(box);
-  layout_->addWidget(box);
-  return Panel(*screen_, layout);
-}
-
-Panel Panel::area(QWidget*& made, int stretch) {
-  made = new QWidget(screen_);
-  auto* layout = new QVBoxLayout(made);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout_->addWidget(made, stretch);
-  return Panel(*screen_, layout);
-}
-
-Panel Panel::page(std::string_view name, const QString& title, PageKind kind) {
-  if (!*tabs_) {
-    *tabs_ = new QTabWidget(screen_);
-    (*tabs_)->setDocumentMode(true);
-    layout_->addWidget(*tabs_, 1);
-  }
-  auto* content = new QWidget;
-  auto* layout = new QVBoxLayout(content);
-  QWidget* page = content;
-  if (kind == Scrolls) page = screen_detail::scrolling(content);
-  page->setObjectName(qs(name));
-  page->setAccessibleName(title);
-  (*tabs_)->addTab(page, title);
-  return Panel(*screen_, layout);
-}
-
-std::pair<Panel, Panel> Panel::columns(int firstStretch, int secondStretch) {
-  auto* both = new QHBoxLayout;
-  auto* first = new QVBoxLayout;
-  auto* second = new QVBoxLayout;
-  both->addLayout(first, firstStretch);
-  both->addLayout(second, secondStretch);
-  layout_->addLayout(both, 1);
-  return {Panel(*screen_, first), Panel(*screen_, second)};
-}
-
 // --- Registry ---
 
 void registerScreen(std::string_view name, ScreenFactory factory) {
@@ -584,8 +578,8 @@ Screen* newScreen(std::string_view name) {
   return factory->second();
 }
 
-bool openScreen(std::string_view name) {
-  if (isScreenRegistered(name)) return screenNamed(name).showModal();
+bool openScreen(std::string_view name, const QString& searched) {
+  if (isScreenRegistered(name)) return screenNamed(name).showModal(searched);
   MessageBoxPrompt(QApplication::activeWindow()).notice(QStringLiteral("“%1”功能尚未提供！").arg(qs(name)));
   return false;
 }

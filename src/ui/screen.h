@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+class QStatusBar;
 class QTabWidget;
 class QVBoxLayout;
 class QBoxLayout;
@@ -38,7 +39,8 @@ class Panel {
   /// Inputs and buttons in one line: a search row above a list. "|" as above.
   Panel& row(std::string_view names);
   Panel& widget(QWidget* widget, int stretch = 0);
-  Panel& text(const QString& text);  // a line of explanation
+  Panel& text(const QString& text);     // a line of explanation, in grey
+  Panel& warning(const QString& text);  // the same of what may go wrong: never in grey
   Panel& stretch();
   /// A framed area with a title, inside this one.
   Panel group(const QString& title);
@@ -54,6 +56,7 @@ class Panel {
 
  private:
   friend class Screen;
+  Panel& line(const QString& text, const char* look);
   Panel(Screen& screen, QBoxLayout* layout) : screen_(&screen), layout_(layout) {}
   Screen* screen_;
   QBoxLayout* layout_;
@@ -87,8 +90,9 @@ class Screen : public QDialog {
   std::vector<Field*> fields() const;
   std::vector<Grid*> grids() const;
 
-  /// Runs the activation and shows the screen until it is left. Whether it was accepted (`accept()`).
-  bool showModal();
+  /// Runs the activation and shows the screen until it is left. Whether it was accepted (`accept()`). With `searched`
+  /// that stands in its search box tkey, as if it had been typed there and confirmed.
+  bool showModal(const QString& searched = {});
 
   /// Activates and shows without waiting: pictures and sweeps of all screens, and a screen that stands in another.
   void present();
@@ -100,8 +104,12 @@ class Screen : public QDialog {
   /// What the inputs in sight say: "仓库：门店　日期：2026-05-01", for lists in files and on paper.
   QString inputsInWords() const;
 
-  /// Notices and questions of this screen, for the rules that it calls.
+  /// Notices and questions of this screen, for the rules that it calls. A refusal that names an input leads to it.
   Prompt& prompt();
+  /// What was done, in a quiet line at the bottom; a screen reader reads it out. Empty: the line stands there for
+  /// later.
+  void say(const QString& text);
+  QString said() const;
 
   /// A key on its way to an input of this screen: true when it was a command's, and the input must not have it.
   bool takeCommandKey(const QKeyEvent& key);
@@ -112,10 +120,16 @@ class Screen : public QDialog {
  protected:
   /// At each showing, before the screen is seen: fill lists, reset inputs, load grids.
   virtual void activate() {}
-  /// Whether the operator may leave; documents ask here.
-  virtual bool mayLeave() { return true; }
-  /// Enter in an input, after its own hook: moves to the next one.
+  /// Whether the operator may leave. A dialog with a command btnOK or btnSave asks when something was typed; documents
+  /// ask for more.
+  virtual bool mayLeave();
+  /// Whether something was typed or chosen that leaving would lose: in any input but those that only search.
+  bool isTouched() const;
+  /// Enter in an input, after its own hook: moves to the next one, past lists and trees, and from the last to btnOK or
+  /// btnSave.
   virtual void enterPressed(Field& field);
+  /// Something was chosen from the list behind this input.
+  virtual void pickedIn(Field& field) { enterPressed(field); }
   /// A key that no command has; true when it was for this screen.
   virtual bool keyPressed(QKeyEvent&) { return false; }
 
@@ -138,6 +152,8 @@ class Screen : public QDialog {
   void orderTabs();
   void scrollWhenTooLarge(const QSize& room);
   void focusFirst();
+  void leadTo(const QString& refusal);
+  QPushButton* mainCommand() const;  // in sight and to be given now; null without
   bool runKey(const QKeySequence& key);
 
   ScreenSpec spec_;
@@ -145,7 +161,9 @@ class Screen : public QDialog {
   std::vector<Grid*> grids_;
   std::vector<std::unique_ptr<CommandPart>> commands_;
   std::vector<QWidget*> placed_;
+  class OwnPrompt;
   std::unique_ptr<Prompt> prompt_;
+  QStatusBar* said_ = nullptr;
   QVBoxLayout* outer_;
   bool complete_ = false;
 };
@@ -167,7 +185,7 @@ T& screenAs(std::string_view name) {
   return dynamic_cast<T&>(screenNamed(name));
 }
 /// Opens a screen by name and returns when it is left; whether it was accepted. One that is not there yet says so.
-bool openScreen(std::string_view name);
+bool openScreen(std::string_view name, const QString& searched = {});
 /// Forgets all instances (tests: each starts with screens of its own).
 void dropScreens();
 

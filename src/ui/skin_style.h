@@ -35,6 +35,8 @@ QPushButton:hover { background: @hover; border-color: @accent; }
 QPushButton:focus { border: 2px solid @accent; padding: 3px 11px; }
 QPushButton:pressed { background: @selection; }
 QPushButton:disabled { color: @muted; background: @window; }
+QPushButton::menu-indicator, QToolButton::menu-indicator { image: url(:/look/arrow-down.svg); width: 10px; height: 10px;
+  subcontrol-origin: padding; subcontrol-position: center right; right: 5px; }
 QPushButton:default, QPushButton[main="true"] { background: @accent; color: @accentText; border-color: @accent; }
 QPushButton[main="true"]:hover { border-color: @text; }
 QPushButton[main="true"]:disabled { background: @window; color: @muted; border-color: @line; }
@@ -47,6 +49,7 @@ QHeaderView::section { background: @header; color: @text; border: none; border-r
 QHeaderView { background: @header; }
 QLabel[emptyHint="true"] { color: @muted; background: transparent; }
 QLabel[explanation="true"] { color: @muted; }
+QLabel[warning="true"] { color: @warning; }
 QLabel[heading="true"] { color: @accent; font-weight: bold; }
 QLabel[title="true"] { font-size: 15pt; color: @accent; }
 QGroupBox { border: 1px solid @line; border-radius: 4px; margin-top: 9px; padding-top: 6px; }
@@ -69,6 +72,7 @@ QMenu { border: 1px solid @line; background: @base; }
 QMenu::item { padding: 4px 24px 4px 12px; }
 QMenu::item:selected { background: @selection; color: @selectionText; }
 QStatusBar { background: @bar; }
+#quietLine { background: transparent; color: @accent; }
 QStatusBar::item { border: none; }
 QToolTip { border: 1px solid @line; background: @base; color: @text; padding: 2px; }
 QProgressBar { border: 1px solid @line; border-radius: 3px; text-align: center; max-height: 14px; }
@@ -83,6 +87,7 @@ QToolButton[tile="true"] { background: @base; border: 1px solid @line; border-ra
 QToolButton[tile="true"]:hover { border-color: @accent; background: @hover; }
 QToolButton[tile="true"]:focus { border: 2px solid @accent; padding: 9px; }
 QPushButton[sideCommand="true"] { text-align: left; border: none; background: transparent; padding: 7px 10px; }
+QToolButton[noRight="true"], QPushButton[noRight="true"] { color: @muted; }
 QPushButton[sideCommand="true"]:hover { background: @hover; }
 QPushButton[sideCommand="true"]:focus { border: 1px solid @accent; padding: 6px 9px; }
 )";

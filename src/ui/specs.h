@@ -47,7 +47,9 @@ struct FieldSpec {
   std::string_view suffix = {};  // behind the input: "位小数", "%"
 };
 
-enum class ColumnKind : std::uint8_t { Text, Money, Total, Quantity, Percent, Number, Date, Flag };
+/// Power: of a lens, in dioptres with sign and two decimals (-3.00, +0.75), whatever form it is stored in; such a
+/// column is seen only while a row has a power.
+enum class ColumnKind : std::uint8_t { Text, Money, Total, Quantity, Percent, Number, Date, Flag, Power };
 
 /// What a column is for. Its truths have names wherever they are given: `{.sum = true, .editable = true}`; a list
 /// without names does not compile.

@@ -119,14 +119,14 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
     // By product, which is proposed: powers ascend as numbers.
     const auto& whole = *s.findChild<QTableWidget*>(u"StringGridCp"_qs);
     ASSERT_EQ(s.grid("gridCp4").rowCount(), 1);
-    EXPECT_EQ(whole.verticalHeaderItem(0)->text(), u"-1.5"_qs);
+    EXPECT_EQ(whole.verticalHeaderItem(0)->text(), u"-1.50"_qs);
     EXPECT_EQ(whole.item(1, 0)->text(), u"7.00"_qs);
     s.findChild<QRadioButton*>(u"rJp4"_qs)->click();
     s.grid("gridJp4").waitLoaded();
     auto& table = *s.findChild<QTableWidget*>(u"StringGridJp"_qs);
     ASSERT_EQ(s.grid("gridJp4").rowCount(), 1);
     EXPECT_EQ(table.verticalHeaderItem(0)->text(), u"-1.25"_qs);
-    EXPECT_EQ(table.horizontalHeaderItem(1)->text(), u"-0.5"_qs);
+    EXPECT_EQ(table.horizontalHeaderItem(1)->text(), u"-0.50"_qs);
     EXPECT_EQ(table.item(0, 1)->text(), u"7.00"_qs);
     EXPECT_EQ(table.item(1, 0)->text(), u"3.00"_qs);
     EXPECT_EQ(table.item(1, 1), nullptr) << "no article has that pair";

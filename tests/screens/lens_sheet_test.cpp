@@ -72,8 +72,8 @@ class LensSheetTest : public TradingScreenTest {
 TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
   open("F_Cgjh", [&](ui::Screen& s) {
     press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
-      EXPECT_EQ(heads(sheet, Qt::Vertical), "-10 -1.25 -0.25 +0.5");  // as numbers, not as text
-      EXPECT_EQ(heads(sheet, Qt::Horizontal), "-0.5 +0");
+      EXPECT_EQ(heads(sheet, Qt::Vertical), "-10.00 -1.25 -0.25 +0.50");  // as numbers, not as text
+      EXPECT_EQ(heads(sheet, Qt::Horizontal), "-0.50 0.00");
       press(sheet, "F5", u"请在光度表中输入数量！"_qs);
       put(sheet, u"6", "Return");
       put(sheet, u"2", "Right");
@@ -175,8 +175,8 @@ TEST_F(LensSheetTest, ANewPowerComesInAtItsPlace) {
       enter(sheet, "tqgd", u"近视");
       enter(sheet, "tqgd", u"-2.5");
       enter(sheet, "tsgd", u"-1");
-      EXPECT_EQ(heads(sheet, Qt::Vertical), "-10 -2.5 -1.25 -0.25 +0.5");
-      EXPECT_EQ(heads(sheet, Qt::Horizontal), "-1 -0.5 +0");
+      EXPECT_EQ(heads(sheet, Qt::Vertical), "-10.00 -2.50 -1.25 -0.25 +0.50");
+      EXPECT_EQ(heads(sheet, Qt::Horizontal), "-1.00 -0.50 0.00");
       paste(sheet, "1\t\t\n\t\t2\n", 1, 0);
       press(sheet, "F5", u"“清晰1.56”有 1 个光度还没有商品资料，\r\n\r\n确认按该商品的价格建立吗？"_qs, Answer::Yes);
     });

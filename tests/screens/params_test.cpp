@@ -120,6 +120,7 @@ TEST_F(ParamsTest, BoxesGoTogetherAndTheAdministratorAloneSeesTheMail) {
     type(s, "tjc", u"");
     press(s, "F5", QStringLiteral("公司信息必须填写！"));
     EXPECT_TRUE(s.isVisible());
+    expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
     press(s, "Esc");
   });
   EXPECT_EQ(session().cs_cgyh, QStringLiteral("0"));

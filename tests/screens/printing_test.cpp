@@ -112,6 +112,7 @@ TEST_F(PrintingScreens, MoneyFormsAndLists) {
     press(s, "F6", "F_Xjyh_Jk", [&](ui::Screen& form) {
       type(form, "tfyje", u"88.5");
       click(form, "btnPrin");
+      expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
       press(form, "Esc");
     });
     ASSERT_EQ(previewed.size(), 1u);

@@ -1,4 +1,5 @@
 // The purchase receipt through its screens: an operator's stories, and what they leave in the books.
+#include "core/habits.h"
 #include "harness/invariants.h"
 #include "masterdata/goods_classes.h"
 #include "screens/harness/trading_test.h"
@@ -331,6 +332,33 @@ TEST_F(ReceiptScreenTest, PickingAsksOnceAboutRepeatsAndBeforeItIsLeft) {
     press(s, "F2");
     EXPECT_EQ(s.grid("gridLines").rowCount(), 2);
     EXPECT_EQ(lookupValue("select count(*) from jxc_tempspxf"), "0");
+  });
+}
+
+// What was saved is said with the keys that come next, and these do what they say.
+TEST_F(ReceiptScreenTest, TheQuietLineNamesTheSavedNumberAndItsKeys) {
+  open("F_Cgjh", [&](ui::Screen& s) {
+    const auto* tabs = s.findChild<QTabWidget*>();
+    const QString waiting = tabs->tabText(1);
+    receiveOne(s, u"6900000000017");
+    EXPECT_EQ(s.said(), "已保存 CJ21050310001 · F6审核 · Ctrl+P打印");
+    EXPECT_EQ(tabs->tabText(1), waiting + u" (1)"_qs);
+    expectScreen("F_Cgjh_Check", [&](ui::Screen& check) {
+      EXPECT_EQ(shown(check, "jsn"), "CJ21050310001");
+      press(check, "F5");
+    });
+    press(s, "F6");
+    EXPECT_EQ(s.said(), "已审核 CJ21050310001 · 还有 0 张待审核");
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_EQ(tabs->tabText(1), waiting);
+
+    setHabit(kSavesAtOnce, true);
+    scan(s, u"6900000000024");
+    EXPECT_EQ(s.said(), "");
+    press(s, "F5");  // nobody asks
+    EXPECT_EQ(s.said(), "已保存 CJ21050310002 · F6审核 · Ctrl+P打印 · Ctrl+F5恢复保存前的询问");
+    press(s, "Ctrl+F5");
+    receiveOne(s, u"6900000000031");
   });
 }
 

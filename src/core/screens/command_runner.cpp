@@ -46,9 +46,13 @@ bool isAllowed(const ui::CommandDefinition& command) {
 
 bool mayRun(const ui::CommandDefinition& command, Prompt& prompt) {
   if (isAllowed(command)) return true;
-  const QString text = ui::qs(command.refusal);
-  command.guard == ui::Guard::SystemRole ? prompt.notice(text) : dispMsg(prompt, text);
+  prompt.notice(refusalOf(command));
   return false;
+}
+
+QString refusalOf(const ui::CommandDefinition& command) {
+  const QString text = ui::qs(command.refusal);
+  return command.guard == ui::Guard::SystemRole ? text : noRightText(text);
 }
 
 bool isShown(const ui::CommandDefinition& command) {
@@ -57,7 +61,7 @@ bool isShown(const ui::CommandDefinition& command) {
   return command.notParameter.empty() || !parameterOn(command.notParameter);
 }
 
-void runCommand(std::string_view name, Prompt& prompt) {
+void runCommand(std::string_view name, Prompt& prompt, const QString& searched) {
   const auto* command = ui::findCommand(command_runner_detail::resolved(name));
   if (!command) throw std::invalid_argument("no command " + std::string(name));
   if (!mayRun(*command, prompt)) return;
@@ -66,7 +70,7 @@ void runCommand(std::string_view name, Prompt& prompt) {
     if (action != command_runner_detail::actions().end()) action->second();
     return;
   }
-  openOrTell(command->screen, ui::qs(command->caption));
+  openOrTell(command->screen, ui::qs(command->caption), searched);
 }
 
 void setCommandAction(std::string_view name, std::function<void()> action) {

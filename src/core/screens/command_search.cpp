@@ -2,6 +2,7 @@
 
 #include "core/pinyin.h"
 #include "core/screens/command_runner.h"
+#include "masterdata/record_search.h"
 #include "ui/display.h"
 #include "ui/icons.h"
 
@@ -13,6 +14,8 @@
 
 namespace jxc {
 namespace command_search_detail {
+
+constexpr int kPause = 120;  // ms
 
 QString captionOf(const ui::CommandDefinition& command) {
   QString caption = ui::qs(command.caption);
@@ -67,10 +70,9 @@ std::vector<const ui::CommandDefinition*> matchingCommands(const QString& typed)
   return result;
 }
 
-CommandSearch::CommandSearch(QWidget* parent, std::function<void(const ui::CommandDefinition&)> run)
-    : QLineEdit(parent), run_(std::move(run)) {
+CommandSearch::CommandSearch(QWidget* parent, Run run) : QLineEdit(parent), run_(std::move(run)) {
   setObjectName(QStringLiteral("commandSearch"));
-  setPlaceholderText(QStringLiteral("查找功能：名称或拼音首字母 (Ctrl+K)"));
+  setPlaceholderText(QStringLiteral("查找：功能、商品、单位、单号 (Ctrl+K)"));
   setAccessibleName(QStringLiteral("查找功能"));
   setClearButtonEnabled(true);
   setMinimumWidth(280);
@@ -85,6 +87,9 @@ CommandSearch::CommandSearch(QWidget* parent, std::function<void(const ui::Comma
   list_->setFocusPolicy(Qt::NoFocus);
   list_->hide();
   connect(this, &QLineEdit::textChanged, this, [this] { refill(); });
+  pause_.setSingleShot(true);
+  pause_.setInterval(command_search_detail::kPause);
+  connect(&pause_, &QTimer::timeout, this, [this] { addRecords(); });
   connect(list_, &QListWidget::itemClicked, this, [this] { take(); });
 }
 
@@ -95,19 +100,44 @@ void CommandSearch::begin() {
 }
 
 void CommandSearch::refill() {
-  found_ = matchingCommands(text());
+  found_.clear();
   list_->clear();
-  for (const auto* command : found_) {
-    list_->addItem(new QListWidgetItem(
-        ui::icon(command->icon),
-        command_search_detail::captionOf(*command) + QStringLiteral("　") + command_search_detail::placeOf(*command)));
-  }
-  if (found_.empty()) {
-    auto* none = new QListWidgetItem(QStringLiteral("没有找到这个功能"), list_);
-    none->setFlags(Qt::NoItemFlags);
-  }
+  for (const auto* command : matchingCommands(text()))
+    add({command}, command_search_detail::captionOf(*command), command_search_detail::placeOf(*command));
   list_->setCurrentRow(found_.empty() ? -1 : 0);
-  const bool show = hasFocus();
+  pause_.start();
+  showList();
+}
+
+void CommandSearch::addRecords() {
+  if (!hasFocus()) return;
+  for (const auto& record : findRecords(text()))
+    if (const auto* command = ui::findCommand(record.command); command && isShown(*command))
+      add({command, record.number}, record.text, command_search_detail::captionOf(*command));
+  if (found_.empty()) {
+    auto* none = new QListWidgetItem(QStringLiteral("没有找到"), list_);
+    none->setFlags(Qt::NoItemFlags);
+  } else if (list_->currentRow() < 0) {
+    list_->setCurrentRow(0);
+  }
+  showList();
+}
+
+void CommandSearch::add(const Entry& entry, const QString& text, const QString& place) {
+  const auto [known, isNew] = allowed_.try_emplace(entry.command, false);
+  if (isNew) known->second = isAllowed(*entry.command);
+  const bool allowed = known->second;
+  auto* item = new QListWidgetItem(ui::icon(entry.command->icon),
+                                   text + u'　' + (allowed ? place : QStringLiteral("没有权限")), list_);
+  if (!allowed) {
+    item->setForeground(palette().brush(QPalette::PlaceholderText));
+    item->setToolTip(refusalOf(*entry.command));
+  }
+  found_.push_back(entry);
+}
+
+void CommandSearch::showList() {
+  const bool show = hasFocus() && list_->count() > 0;
   if (show) {
     const int rows = std::min(10, list_->count());
     const QPoint below = mapTo(window(), QPoint(0, height() + 2));
@@ -118,12 +148,16 @@ void CommandSearch::refill() {
 }
 
 void CommandSearch::take() {
+  if (pause_.isActive()) {  // who is quicker than the pause means what he has typed
+    pause_.stop();
+    addRecords();
+  }
   const int row = list_->currentRow();
   if (row < 0 || row >= static_cast<int>(found_.size())) return;
-  const auto* command = found_[static_cast<std::size_t>(row)];
+  const Entry entry = found_[static_cast<std::size_t>(row)];
   clear();
   list_->hide();
-  run_(*command);
+  run_(*entry.command, entry.searched);
 }
 
 void CommandSearch::keyPressEvent(QKeyEvent* event) {
@@ -149,6 +183,13 @@ void CommandSearch::keyPressEvent(QKeyEvent* event) {
       break;
   }
   QLineEdit::keyPressEvent(event);
+}
+
+void CommandSearch::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  allowed_.clear();
+  // What stands in it is typed over, however the focus came; a click marks after the release of the mouse.
+  if (event->reason() == Qt::MouseFocusReason) QTimer::singleShot(0, this, &QLineEdit::selectAll);
 }
 
 void CommandSearch::focusOutEvent(QFocusEvent* event) {

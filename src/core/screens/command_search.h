@@ -4,8 +4,10 @@
 #include "ui/commands.h"
 
 #include <QLineEdit>
+#include <QTimer>
 
 #include <functional>
+#include <map>
 #include <vector>
 
 class QListWidget;
@@ -16,22 +18,36 @@ namespace jxc {
 /// holds it. "cgjh", "进货" and "采购" all find 采购进货.
 std::vector<const ui::CommandDefinition*> matchingCommands(const QString& typed);
 
-/// The search box of the main window, with its list below: type, arrows, Enter; Esc goes back.
+/// The search box of the main window, with its list below: type, arrows, Enter; Esc goes back. Below the commands stand
+/// goods, partners and documents that the text means by number or name. What the operator has no right to stands in
+/// grey and says why; pressed it tells its refusal.
 class CommandSearch : public QLineEdit {
  public:
-  CommandSearch(QWidget* parent, std::function<void(const ui::CommandDefinition&)> run);
+  /// `searched`: what stands in the search box of the command's screen; empty for the command by itself.
+  using Run = std::function<void(const ui::CommandDefinition&, const QString& searched)>;
+  CommandSearch(QWidget* parent, Run run);
   void begin();  // Ctrl+K
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  struct Entry {
+    const ui::CommandDefinition* command;
+    QString searched = {};
+  };
   void refill();
+  void addRecords();
+  void add(const Entry& entry, const QString& text, const QString& place);
+  void showList();
   void take();
-  std::function<void(const ui::CommandDefinition&)> run_;
+  Run run_;
   QListWidget* list_;
-  std::vector<const ui::CommandDefinition*> found_;
+  std::vector<Entry> found_;
+  std::map<const ui::CommandDefinition*, bool> allowed_;  // since the box was entered
+  QTimer pause_;                                          // records are read from the account set when the typing stops
 };
 
 }  // namespace jxc

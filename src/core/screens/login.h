@@ -21,6 +21,7 @@ class TF_Login : public ui::Screen {
 
  protected:
   void activate() override;
+  bool mayLeave() override { return true; }  // nothing is lost
 
  private:
   void comAdminChange();

@@ -34,6 +34,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -51,6 +52,17 @@ QPushButton* sideCommand(std::string_view name, const ui::CommandDefinition& com
   button->setAutoDefault(false);
   button->setProperty("sideCommand", true);
   return button;
+}
+
+/// What the operator has no right to stands in grey and says why; pressed, it tells its refusal.
+void showRight(QWidget& button, const ui::CommandDefinition& command) {
+  const bool allowed = isAllowed(command);
+  if (!allowed) button.setToolTip(refusalOf(command));
+  if (button.property("noRight").toBool() == !allowed) return;
+  button.setProperty("noRight", !allowed);
+  button.setAccessibleDescription(allowed ? QString() : refusalOf(command));
+  button.style()->unpolish(&button);
+  button.style()->polish(&button);
 }
 
 /// While one lives, the window's own screens come and go: it is not "active again" in between.
@@ -148,7 +160,10 @@ QWidget* TF_MainForm::makeSideBar() {
     tab->setCheckable(true);
     tab->setAutoExclusive(true);
     tab->setAutoDefault(false);
-    connect(tab, &QPushButton::clicked, this, [this, which = page.page] { showPage(which); });
+    // Not clicked: a screen reader and the arrow keys turn the mark without a click.
+    connect(tab, &QPushButton::toggled, this, [this, which = page.page](bool on) {
+      if (on && currentPage() != which) showPage(which);
+    });
     tabLayout->addWidget(tab);
     pages_.push_back({page.page, tab, nullptr, nullptr, {}, {}});
     stack_->addWidget(makePage(page));
@@ -172,7 +187,8 @@ QWidget* TF_MainForm::makeHeader() {
   title_ = new QLabel(header);
   title_->setObjectName(QStringLiteral("pageTitle"));
   title_->setProperty("title", true);
-  search_ = new CommandSearch(header, [this](const ui::CommandDefinition& command) { run(command.name); });
+  search_ = new CommandSearch(
+      header, [this](const ui::CommandDefinition& command, const QString& searched) { run(command.name, searched); });
   layout->addWidget(title_, 1);
   layout->addWidget(search_);
   return header;
@@ -306,14 +322,16 @@ std::vector<CommandTile*> TF_MainForm::visibleTiles() const {
 // Parameters take commands off their pages; what is left closes up.
 void TF_MainForm::shapePages() {
   for (auto& part : pages_) {
+    const bool mayAsk = loggedIn_ && part.panel == stack_->currentWidget();  // rights are read anew each time
     int digit = 0;
     for (auto* tile : part.tiles) {
       const bool shown = isShown(tile->command());
       tile->setVisible(shown);
       tile->setDigit(shown && digit < 9 ? ++digit : 0);
+      if (shown && mayAsk) main_form_detail::showRight(*tile, tile->command());
     }
     for (auto& [button, command] : part.side)
-      button->setVisible(isShown(*command));
+      if (button->setVisible(isShown(*command)); mayAsk) main_form_detail::showRight(*button, *command);
   }
   arrangeTiles();
 }
@@ -418,14 +436,14 @@ bool TF_MainForm::event(QEvent* event) {
   return result;
 }
 
-void TF_MainForm::run(std::string_view command) {
+void TF_MainForm::run(std::string_view command, const QString& searched) {
   if (busy_) return;
   // What was searched for is found: behind its screen the keys are those of the page again.
   if (focusWidget() == search_) focusFirstTile();
   {
     const main_form_detail::Busy busy(busy_);
     day_->stop();
-    runCommand(command, prompt_);
+    runCommand(command, prompt_, searched);
   }
   sinceCommand_.start();
   // The screen is gone and the window has the focus again.

@@ -43,7 +43,8 @@ class TF_MainForm : public QWidget {
 
   void showPage(ui::Page page);
   ui::Page currentPage() const;
-  void run(std::string_view command);
+  /// `searched` stands in the search box of the screen that the command opens.
+  void run(std::string_view command, const QString& searched = {});
   /// Tiles of the page that is shown, in their order.
   std::vector<CommandTile*> visibleTiles() const;
   DayBoard& day() { return *day_; }

@@ -36,9 +36,9 @@ const ui::Registered<TF_NotYet> kRegistered{"F_NotYet"};
 
 }  // namespace not_yet_detail
 
-void openOrTell(std::string_view screen, const QString& caption) {
+void openOrTell(std::string_view screen, const QString& caption, const QString& searched) {
   if (ui::isScreenRegistered(screen)) {
-    ui::openScreen(screen);
+    ui::openScreen(screen, searched);
     return;
   }
   auto& page = ui::screenAs<not_yet_detail::TF_NotYet>("F_NotYet");

@@ -8,6 +8,6 @@
 namespace jxc {
 
 /// Opens a screen by its name; for one that is not there yet a page that says so, by the caption of its command.
-void openOrTell(std::string_view screen, const QString& caption);
+void openOrTell(std::string_view screen, const QString& caption, const QString& searched = {});
 
 }  // namespace jxc

@@ -16,9 +16,11 @@ inline constexpr std::array<ui::ColumnSpec, 5> goodsNames = {{
 }};
 inline constexpr std::array goodsNamesNoColour{goodsNames[0], goodsNames[1], goodsNames[2], goodsNames[4]};
 /// Goods to choose from, with what lies of them in the warehouse.
-inline constexpr std::array<ui::ColumnSpec, 8> goodsToPick = {{
+inline constexpr std::array<ui::ColumnSpec, 10> goodsToPick = {{
     {"g_sn", "商品编号", ui::ColumnKind::Text, 10},
     {"g_name", "商品名称", ui::ColumnKind::Text, 28},
+    {"g_qgd", "屈光度", ui::ColumnKind::Power, 8},
+    {"g_sgd", "散光度", ui::ColumnKind::Power, 8},
     {"g_jm", "简码", ui::ColumnKind::Text, 10},
     {"g_sptm", "商品条码", ui::ColumnKind::Text, 15},
     {"gg_name", "规格型号", ui::ColumnKind::Text, 12},

@@ -41,6 +41,8 @@ constexpr ui::FieldSpec kFields[] = {
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号", ColumnKind::Text, 12},
     {"g_name", "商品全名", ColumnKind::Text, 30},
+    {"g_qgd", "屈光度", ColumnKind::Power, 8},
+    {"g_sgd", "散光度", ColumnKind::Power, 8},
     {"gc_name", "商品类别", ColumnKind::Text, 12},
     {"gg_name", "规格型号", ColumnKind::Text, 16},
     {"color_name", "颜色", ColumnKind::Text, 8},
@@ -58,8 +60,6 @@ constexpr ui::ColumnSpec kColumns[] = {
     {"g_zdkc", "库存下限", ColumnKind::Number, 0, {.editable = true}},
     {"g_jm", "简码", ColumnKind::Text, 12},
     {"g_qc", "商品名称", ColumnKind::Text, 20},
-    {"g_qgd", "屈光度", ColumnKind::Text, 8},
-    {"g_sgd", "散光度", ColumnKind::Text, 8},
     {"g_gdcbj", "销售成本价", ColumnKind::Flag},
     {"g_iszp", "赠品", ColumnKind::Flag},
     {"g_jy", "禁用", ColumnKind::Flag},

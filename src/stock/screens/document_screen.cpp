@@ -1,6 +1,7 @@
 #include "stock/screens/document_screen.h"
 
 #include "core/fillers.h"
+#include "core/habits.h"
 #include "core/refusal.h"
 #include "core/rights.h"
 #include "core/session.h"
@@ -30,9 +31,6 @@
 namespace jxc {
 namespace document_screen_detail {
 
-constexpr int kDraftPanel = 0;
-constexpr int kWaitingPanel = 1;
-constexpr int kAuditedPanel = 2;
 constexpr Right kGoods = {"qtcz", 1};
 
 /// What every document screen reads or binds where the document has it.
@@ -90,6 +88,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRul
   bindPrinting();
   if (hasCommand("btnInOut")) addSheetMenu();
   if (optional("tSptm")) addScanner();
+  say({});  // the line has its room from the beginning: nothing moves when it speaks
 }
 
 void DocumentScreen::addSheetMenu() {
@@ -120,7 +119,7 @@ void DocumentScreen::focusDraft() {
 void DocumentScreen::buildDraftPanel(ui::Panel panel) {
   hint_ = new QLabel(this);
   hint_->setObjectName(QStringLiteral("lHint"));
-  hint_->setProperty("explanation", true);
+  hint_->setProperty("warning", true);
   if (description_.draftPanel) return description_.draftPanel(panel.widget(hint_));
   panel.form(description_.headForm).widget(hint_).row(description_.scanRow);
   if (description_.showsScanned) {
@@ -166,9 +165,9 @@ void DocumentScreen::bindPanels() {
   connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
     draftInSight(isDraftInSight());
     if (!isVisible()) return;
-    if (panel == document_screen_detail::kAuditedPanel) {
+    if (panel == kAuditedPanel) {
       showAudited();
-    } else if (panel == document_screen_detail::kWaitingPanel) {
+    } else if (panel == kWaitingPanel) {
       refreshWaiting();
       gridWaiting.focusRows();
     } else {
@@ -178,7 +177,7 @@ void DocumentScreen::bindPanels() {
 }
 
 bool DocumentScreen::isDraftInSight() const {
-  return panels_.tabs()->currentIndex() == document_screen_detail::kDraftPanel;
+  return panels_.tabs()->currentIndex() == kDraftPanel;
 }
 
 bool DocumentScreen::turnToDraft() {
@@ -196,30 +195,16 @@ void DocumentScreen::draftInSight(bool isIn) {
 void DocumentScreen::showAudited() {
   if (!audited_) {
     audited_ = ui::newScreen(description_.auditedList);
-    audited_->standIn(*panels_.tabs()->widget(document_screen_detail::kAuditedPanel));
+    audited_->standIn(*panels_.tabs()->widget(kAuditedPanel));
   }
   audited_->present();
-}
-
-void DocumentScreen::bindPrinting() {
-  bindCommand("btnPrin", [this] { printDraft(); });
-  const bool looksFirst = !hasCommand("btn_ChaKan");
-  on(command("btn_Prin"), [this, looksFirst] { printWaiting(looksFirst ? PrintWay::Preview : PrintWay::Ask); });
-  if (!looksFirst) on(command("btn_ChaKan"), [this] { printWaiting(PrintWay::Preview); });
-  addPrintMenu(
-      gridWaiting,
-      [this]() -> std::optional<report::Report> {
-        if (waitingNumber().isEmpty()) return {};
-        return setPrinPara(waitingNumber(), PrintMode::Saved);
-      },
-      [this] { return words(waitingFamily().name) + waitingNumber(); });
-  gridWaiting.addMenuCommand(QStringLiteral("连续打印列表中的单据"), [this] { printList(); });
 }
 
 // ---- opening -----------------------------------------------------------------------------------------------------
 
 void DocumentScreen::activate() {
   using namespace document_screen_detail;
+  lastSaved_.clear();
   fillLists();
   showByParameters();
   const bool makes = hasRight(description_.make.right.group, description_.make.right.position);
@@ -275,6 +260,10 @@ QString DocumentScreen::findUnsaved() const {
 
 void DocumentScreen::linesChanged() {
   if (gridLines.isEmpty()) recalled_ = false;
+  if (!gridLines.isEmpty() && !lastSaved_.isEmpty()) {
+    lastSaved_.clear();
+    say({});
+  }
   lockWarehouse();
   showScanned();
 }
@@ -385,7 +374,12 @@ bool DocumentScreen::mayMakeGoods(const LineRules& lines) const {
 void DocumentScreen::showPicked(const CopyResult& picked) {
   setNumber(picked.number);
   reloadLines(gridLines.currentId());
-  if (picked.lines > 0) gridLines.selectRow(gridLines.rowCount() - 1);
+  if (picked.lines > 0) {
+    gridLines.selectRow(gridLines.rowCount() - 1);
+    say(u"已添加 %1 种商品 · 本单 %2 行，数量合计 %3"_qs.arg(picked.lines)
+            .arg(gridLines.rowCount())
+            .arg(gridLines.footerText(draftFamily().line.columns->quantity)));
+  }
   tellLeftOff(picked);
 }
 
@@ -442,50 +436,10 @@ bool DocumentScreen::save() {
   if (printsAtSave(documentFamily(saved.number))) printSaved(saved.number);
   lastDate_ = draft().date;
   initTab();
+  refreshWaiting(saved.number);
+  tellSaved(saved);
   focusDraft();
   return true;
-}
-
-// ---- printing ----------------------------------------------------------------------------------------------------
-
-std::optional<report::Report> DocumentScreen::setPrinPara(const QString& number, PrintMode mode) {
-  const DocumentFamily& family = rules_.of(number).family();
-  if (!inBatch_ && !chooseForm(family)) return {};
-  if (mode == PrintMode::Saved) return savedDocumentReport(family, number);
-  collect();
-  return draftReport();
-}
-
-void DocumentScreen::printDraft() {
-  if (!settleDate()) return;
-  if (refused({{gridLines.isEmpty(), u"单据中没有业务发生，不能打印！"_qs}}, prompt())) return;
-  if (const auto report = setPrinPara(draft().number, PrintMode::OnScreen))
-    sendToPaper(*report, PrintWay::Preview, this, words(draftFamily().name) + draft().number);
-}
-
-void DocumentScreen::printSaved(const QString& number) {
-  // The document is saved whatever the printer does: the next one must find a clean screen.
-  try {
-    if (const auto report = setPrinPara(number, PrintMode::Saved)) sendToPaper(*report, PrintWay::AtOnce, this);
-  } catch (const std::exception& failure) {
-    ui::tellFailure(failure);
-  }
-}
-
-void DocumentScreen::printWaiting(PrintWay way) {
-  const QString number = waitingNumber();
-  if (number.isEmpty()) return;
-  if (const auto report = setPrinPara(number, PrintMode::Saved))
-    sendToPaper(*report, way, this, words(rules_.of(number).family().name) + number);
-}
-
-void DocumentScreen::printList() {
-  if (gridWaiting.isEmpty() || !chooseForm(rules_.family())) return;
-  if (!prompt().ask(u"将依次打印列表中的 %1 张单据，确认吗？"_qs.arg(gridWaiting.rowCount()))) return;
-  inBatch_ = true;
-  const auto batchEnds = qScopeGuard([this] { inBatch_ = false; });
-  for (const Row row : gridWaiting.rows())
-    sendToPaper(*setPrinPara(row.text(rules_.family().number), PrintMode::Saved), PrintWay::AtOnce, this);
 }
 
 bool DocumentScreen::mayLeave() {
@@ -507,7 +461,17 @@ bool DocumentScreen::keyPressed(QKeyEvent& event) {
     importSheet();
     return true;
   }
-  return false;
+  if (isDraftInSight() && event.key() == Qt::Key_F5 && event.modifiers() == Qt::ControlModifier) {
+    if (isHabit(kSavesAtOnce)) say(u"保存单据之前恢复询问"_qs);
+    setHabit(kSavesAtOnce, false);
+    return true;
+  }
+  if (!isDraftInSight() || lastSaved_.isEmpty()) return false;
+  const bool audits = event.key() == Qt::Key_F6 && event.modifiers() == Qt::NoModifier;
+  const bool prints = event.key() == Qt::Key_P && event.modifiers() == Qt::ControlModifier;
+  if (audits) auditSaved();
+  if (prints) printDocument(lastSaved_, PrintWay::Preview);
+  return audits || prints;
 }
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {

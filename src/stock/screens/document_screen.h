@@ -191,7 +191,8 @@ class DocumentScreen : public ui::Screen {
   void importWaiting();
   void modifyWaitingLine();
   void deleteWaitingLine();
-  void printWaiting(PrintWay way);
+  void printWaiting(PrintWay way) { printDocument(waitingNumber(), way); }
+  void printDocument(const QString& number, PrintWay way);
   void printList();
 
  private:
@@ -212,6 +213,8 @@ class DocumentScreen : public ui::Screen {
   void bindDraft();
   void bindWaiting();
   void showPicked(const CopyResult& picked);
+  void tellSaved(const SaveResult& saved);
+  void auditSaved();
   void showScanned();
   void tellLeftOff(const CopyResult& picked);
   void lockWarehouse();
@@ -223,6 +226,7 @@ class DocumentScreen : public ui::Screen {
   bool changeable(const ui::Grid& lines);
   void bindPrinting();
 
+  static constexpr int kDraftPanel = 0, kWaitingPanel = 1, kAuditedPanel = 2;
   const DocumentScreenSpec description_;
   const DocumentRules& rules_;
   bool inBatch_ = false;  // several documents are printed one after another: the form is not asked for each
@@ -239,6 +243,7 @@ class DocumentScreen : public ui::Screen {
   bool saving_ = false;
   bool recalled_ = false;  // lines of a draft that was cut off: their warehouse is not known
   QString lastDate_;       // of the document before
+  QString lastSaved_;      // its number, until the next one has lines: F6 audits it, Ctrl+P prints it
 };
 
 /// The screen over rules with a draft of their own kind.

@@ -8,8 +8,13 @@
 #include "stock/screens/line_import_screen.h"
 #include "stock/screens/preview_screen.h"
 #include "ui/application.h"
+#include "ui/display.h"
 #include "ui/progress.h"
 #include "ui/refresh_after.h"
+
+#include <QTabWidget>
+
+#include <algorithm>
 
 namespace jxc {
 void DocumentScreen::buildWaitingPanel(ui::Panel panel) {
@@ -67,6 +72,9 @@ void DocumentScreen::refreshWaiting(const QString& number) {
   for (const Row row : gridWaiting.rows())
     if (row.text(rules_.family().number) == current) gridWaiting.selectId(row.integer("id"));
   reloadWaitingLines();
+  const QString title = ui::qs(description_.waitingTitle);
+  panels_.tabs()->setTabText(kWaitingPanel,
+                             gridWaiting.isEmpty() ? title : title + u" (%1)"_qs.arg(gridWaiting.rowCount()));
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
   const std::string_view perDocument[] = {"btnPreview",    "btn_Check", description_.deleteCommand,
                                           "btn_Date",      "btnAdd",    "btnTab2Jpgd",
@@ -91,6 +99,9 @@ void DocumentScreen::auditCurrent() {
   if (number.isEmpty() || !mayDo(description_.audit)) return;
   auditWaiting(number);
   refreshWaiting();
+  const bool waits = std::ranges::any_of(gridWaiting.shownRows(),
+                                         [&](const Row& row) { return row.text(rules_.family().number) == number; });
+  if (!waits) say(u"已审核 %1 · 还有 %2 张待审核"_qs.arg(number).arg(gridWaiting.rowCount()));
 }
 
 void DocumentScreen::auditWaiting(const QString& number) {

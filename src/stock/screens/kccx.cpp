@@ -25,6 +25,8 @@ constexpr ui::Criterion kLensCriteria[] = {
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号"},
     {"g_name", "商品名称", ColumnKind::Text, 24},
+    {"g_qgd", "屈光度", ColumnKind::Power, 8},
+    {"g_sgd", "散光度", ColumnKind::Power, 8},
     {"gc_name", "类别"},
     {"gg_name", "规格型号"},
     {"color_name", "颜色"},

@@ -152,9 +152,9 @@ class TF_Jpgd : public ui::Screen {
     ui::QuantitySheet::Source source;
     source.corner = u"屈/散"_qs;
     for (const double power : sheet().spheres)
-      source.rows << powerText(power);
+      source.rows << ui::displayPower(powerText(power));
     for (const double power : sheet().cylinders)
-      source.columns << powerText(power);
+      source.columns << ui::displayPower(powerText(power));
     source.cell = [this](int row, int column) {
       using Kind = ui::QuantitySheet::Cell::Kind;
       const LensSheet::Cell& cell = sheet().at(row, column);

@@ -40,8 +40,13 @@ void PowerMatrix::show(const PowerTable& table) {
   table_->clear();
   table_->setRowCount(static_cast<int>(table.spheres.size()));
   table_->setColumnCount(static_cast<int>(table.cylinders.size()));
-  table_->setVerticalHeaderLabels(table.spheres);
-  table_->setHorizontalHeaderLabels(table.cylinders);
+  const auto shown = [](QStringList powers) {
+    for (QString& power : powers)
+      power = ui::displayPower(power);
+    return powers;
+  };
+  table_->setVerticalHeaderLabels(shown(table.spheres));
+  table_->setHorizontalHeaderLabels(shown(table.cylinders));
   table_->verticalHeader()->setMinimumWidth(corner_->sizeHint().width() + 12);
   double sum = 0;
   for (int row = 0; row < table_->rowCount(); ++row) {

@@ -84,7 +84,7 @@ const ui::Registered<TF_Jxctj_Tb> kSyncRegistered{"F_Jxctj_Tb"};
 RepairScreen::RepairScreen(const RepairScreenSpec& spec)
     : Screen(spec.screen), description_(spec), state_(new QLabel(this)) {
   state_->setObjectName(QStringLiteral("state"));
-  panel().text(QString::fromUtf8(spec.warning));
+  panel().warning(QString::fromUtf8(spec.warning));
   if (hasField("chkJg"))
     panel().form({"tdate1 comCk", "chkJg"});
   else

@@ -214,6 +214,11 @@ QString TradingScreen::findUnsaved() const {
   return isPrepared_ ? QString() : DocumentScreenOver::findUnsaved();
 }
 
+/// Behind the partner the goods follow: F2 is theirs again.
+void TradingScreen::pickedIn(ui::Field& field) {
+  &field == &partner ? focusDraft() : DocumentScreenOver::pickedIn(field);
+}
+
 bool TradingScreen::keyPressed(QKeyEvent& event) {
   if (DocumentScreenOver::keyPressed(event)) return true;
   if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;

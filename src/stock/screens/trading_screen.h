@@ -44,6 +44,7 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
 
  protected:
   bool keyPressed(QKeyEvent& event) override;
+  void pickedIn(ui::Field& field) override;
   void fillLists() override;
   void showByParameters() override;
   void beginDraft(const QString& lastDate) override;
