@@ -5,6 +5,7 @@
 #include "core/rights.h"
 #include "core/session_fields.h"
 #include "core/statements.h"
+#include "core/template_names.h"
 #include "core/text.h"
 
 namespace jxc::session_detail {
@@ -51,18 +52,6 @@ void cacheRights() {
   s.canQtcz21 = hasRight("qtcz", 21);
   s.canSeePrice = hasRight("qtcz", 9);
   s.canChangeSaleCost = hasRight("xsgl", 14);
-}
-
-void chooseTemplates() {
-  Session& s = session();
-  // Who may not see prices prints none, whatever else is set.
-  const QString sales = !s.canSeePrice ? QStringLiteral("4") : strIsTrue(s.cs_lsj) ? QStringLiteral("2") : QString();
-  const QString purchase = s.canSeeCost ? QString() : QStringLiteral("2");
-  s.salesTemplate = QStringLiteral("spxs%1.fr3").arg(sales);
-  s.salesReturnTemplate = QStringLiteral("xsth%1.fr3").arg(sales);
-  s.transferTemplate = s.cs_dbdj == u"1" ? QStringLiteral("kcdbd2.fr3") : QStringLiteral("kcdbd.fr3");
-  s.purchaseTemplate = QStringLiteral("cgjh%1.fr3").arg(purchase);
-  s.purchaseReturnTemplate = QStringLiteral("cgth%1.fr3").arg(purchase);
 }
 
 QString normalisedFlag(const QString& text) {
@@ -117,6 +106,17 @@ bool areListsBound() {
   return strIsTrue(session().cs_shtc) && !isAdministrator();
 }
 
+void chooseTemplates(Session& s) {
+  // Who may not see prices prints none, whatever else is set.
+  const QString sales = !s.canSeePrice ? QStringLiteral("4") : strIsTrue(s.cs_lsj) ? QStringLiteral("2") : QString();
+  const QString purchase = s.canSeeCost ? QString() : QStringLiteral("2");
+  s.salesTemplate = QStringLiteral("spxs%1.fr3").arg(sales);
+  s.salesReturnTemplate = QStringLiteral("xsth%1.fr3").arg(sales);
+  s.transferTemplate = s.cs_dbdj == u"1" ? QStringLiteral("kcdbd2.fr3") : QStringLiteral("kcdbd.fr3");
+  s.purchaseTemplate = QStringLiteral("cgjh%1.fr3").arg(purchase);
+  s.purchaseReturnTemplate = QStringLiteral("cgth%1.fr3").arg(purchase);
+}
+
 void loadSession() {
   Session& s = session();
   s.accountName = QString::fromUtf16(build::accountName);
@@ -124,7 +124,7 @@ void loadSession() {
   session_detail::copyFields(openSelect("select * from jxc_xtcs"), parameterFields());
   session_detail::normaliseParameters();
   session_detail::cacheRights();
-  session_detail::chooseTemplates();
+  chooseTemplates(s);
   session_detail::readBackupSettings();
   s.memberDayActive.clear();
   session_detail::copyFields(openSelect("select * from jxc_jfsz"), pointsFields());

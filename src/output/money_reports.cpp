@@ -101,7 +101,7 @@ cash::LineDraft lineOf(const RowSet& rows) {
 }
 
 report::Report slip(const cash::LineDraft& draft, const QString& number, const QString& enteredBy) {
-  report::Report report = openReport(u"xjyhd");
+  report::Report report = openReport(templateInUse(u"xjyhd"));
   setCompanyVars(report);
   report.setText(u"title", slipTitle(draft.movement));
   report.setText(u"djh", number);
@@ -140,7 +140,7 @@ RowSet goodsInOrder(std::span<const std::int64_t> ids) {
 
 report::Report partnerDocumentReport(const PartnerSide& side, partner_books::Kind kind, const QString& number) {
   using namespace money_reports_detail;
-  report::Report report = openReport(templateOf(side, kind));
+  report::Report report = openReport(templateInUse(templateOf(side, kind)));
   setCompanyVars(report);
   const RowSet rows = documentOf(side, number);
   if (!rows.isEmpty()) setDocument(report, side, kind, rows.front());
@@ -149,7 +149,7 @@ report::Report partnerDocumentReport(const PartnerSide& side, partner_books::Kin
 
 report::Report settlementReport(const PartnerSide& side, const QString& settled) {
   using namespace money_reports_detail;
-  report::Report report = openReport(side.isCustomer() ? u"khsk" : u"ghsfukuan");
+  report::Report report = openReport(templateInUse(side.isCustomer() ? u"khsk" : u"ghsfukuan"));
   setCompanyVars(report);
   const QString number = lookupValue("select top 1 gl_djh from jxc_ysyfk_dj where gl_djh2=? order by id desc", settled);
   const RowSet rows = documentOf(side, number);
@@ -179,7 +179,7 @@ report::Report cashSlipReport(const cash::LineDraft& draft) {
 }
 
 report::Report listReport(QStringView name, RowSet rows, const QString& from, const QString& to) {
-  report::Report report = openReport(name);
+  report::Report report = openReport(templateInUse(name));
   setCompanyVars(report);
   report.setText(u"date1", from);
   report.setText(u"date2", to);
@@ -213,7 +213,7 @@ int writeStatements(const PartnerSide& side, const RowSet& partners, const Crite
 }
 
 report::Report priceLabelReport(std::span<const std::int64_t> goodsIds) {
-  report::Report report = openReport(u"goodsprice");
+  report::Report report = openReport(templateInUse(u"goodsprice"));
   setCompanyVars(report);
   report.setRows(money_reports_detail::goodsInOrder(goodsIds));
   return report;

@@ -1,6 +1,7 @@
 // 单据打印: which template a document prints through, and the report of a saved one or of one on the screen.
 #pragma once
 
+#include "core/prompt.h"
 #include "output/print_lines.h"
 #include "output/print_vars.h"
 #include "platform/report/report.h"
@@ -9,6 +10,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <set>
 #include <vector>
 
 namespace jxc {
@@ -19,17 +21,28 @@ struct TradingDraft;
 struct ConversionDraft;
 struct ConversionFigures;
 
-/// The template that it prints through now: "spxs2.fr3".
+/// The file of the template that it prints through now: "spxs2.fr3", or a design of the shop's own.
 QString templateOf(const DocumentFamily& family);
+/// Files of all templates that something prints through at this station, for operators of any role.
+std::set<QString> templatesInUse();
 /// The form is to be chosen before a print.
 bool asksFormat(const DocumentFamily& family);
-/// The forms that this operator may choose; an empty name in the session is first set to the plain one.
-std::vector<TemplateChoice> templateChoices(const DocumentFamily& family);
+/// A form that may be chosen before a print.
+struct OfferedForm {
+  QString caption, file;
+  bool isOwn = false;  // a further design of the shop
+};
+/// The forms that this operator may choose, those of the program first, then the shop's own designs of them; an empty
+/// name in the session is first set to the plain one.
+std::vector<OfferedForm> templateChoices(const DocumentFamily& family);
 /// Takes one of them; stays in the session until it is loaded anew.
 void chooseTemplate(const DocumentFamily& family, QStringView file);
 
 /// A print is possible before the document is saved (`cs_bcqdy` off).
 bool mayPrintUnsaved();
+/// The same for whatever carries an unsaved document out of the program: its form, a list of its lines on paper, in a
+/// file, on the clipboard. Tells when it may not.
+bool mayTakeOutUnsaved(Prompt& prompt);
 bool printsAtSave(const DocumentFamily& family);
 
 /// A document that is saved: variables by fillPrintVars. Throws report::TemplateError when the template cannot be

@@ -2,12 +2,16 @@
 
 #include "core/clock.h"
 #include "core/program_directory.h"
+#include "core/station_options.h"
 #include "output/print_vars.h"
 #include "platform/report/template_file.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
+
+#include <algorithm>
+#include <iterator>
 
 // Outside of any namespace: the name that the resource compiler gives.
 static void initTemplateResource() {
@@ -22,9 +26,9 @@ constexpr KnownTemplate kTemplates[] = {
     {u"cgjh2", u"采购进货单(不含进价)", u"采购"},
     {u"cgth", u"采购退货单", u"采购"},
     {u"cgth2", u"采购退货单(不含进价)", u"采购"},
-    {u"cgrk", u"商品入库单", u"采购"},
+    {u"cgrk", u"商品入库单", u"采购", true},
     {u"jthmxb", u"进退货明细表", u"采购"},
-    {u"fpcgmxb", u"进货发票明细表", u"采购"},
+    {u"fpcgmxb", u"进货发票明细表", u"采购", true},
 
     {u"spxs", u"商品销售单", u"销售"},
     {u"spxs2", u"商品销售单(含零售价)", u"销售"},
@@ -32,13 +36,13 @@ constexpr KnownTemplate kTemplates[] = {
     {u"xsth", u"顾客退货单", u"销售"},
     {u"xsth2", u"顾客退货单(含零售价)", u"销售"},
     {u"xsth4", u"顾客退货单(不含售价)", u"销售"},
-    {u"spck", u"商品出库单", u"销售"},
-    {u"fyd", u"发运单", u"销售"},
+    {u"spck", u"商品出库单", u"销售", true},
+    {u"fyd", u"发运单", u"销售", true},
     {u"xsthmxb", u"销售退货明细表", u"销售"},
-    {u"fpxsmxb", u"销售发票明细表", u"销售"},
+    {u"fpxsmxb", u"销售发票明细表", u"销售", true},
     {u"khjh", u"客户借货还货单", u"销售"},
-    {u"khjhdjb", u"客户借货登记表", u"销售"},
-    {u"khjhmxb", u"客户借货明细表", u"销售"},
+    {u"khjhdjb", u"客户借货登记表", u"销售", true},
+    {u"khjhmxb", u"客户借货明细表", u"销售", true},
 
     {u"kcdbd", u"库存调拨单", u"库存"},
     {u"kcdbd2", u"库存调拨单(售价)", u"库存"},
@@ -74,19 +78,23 @@ constexpr KnownTemplate kTemplates[] = {
     {u"xjyhd", u"现金银行单", u"往来账款"},
     {u"yyfx", u"营业分析", u"统计"},
 
-    {u"posxp", u"销售小票(80毫米)", u"收银与会员"},
-    {u"posxp58", u"销售小票(58毫米)", u"收银与会员"},
-    {u"posxsd", u"POS销售退货单", u"收银与会员"},
-    {u"pospjd", u"配镜单", u"收银与会员"},
-    {u"possyymx", u"收银明细(80毫米)", u"收银与会员"},
-    {u"possyymx58", u"收银明细(58毫米)", u"收银与会员"},
-    {u"jbxp", u"交班小票(80毫米)", u"收银与会员"},
-    {u"jbxp58", u"交班小票(58毫米)", u"收银与会员"},
-    {u"hyxf", u"会员续费小票", u"收银与会员"},
+    {u"posxp", u"销售小票(80毫米)", u"收银与会员", true},
+    {u"posxp58", u"销售小票(58毫米)", u"收银与会员", true},
+    {u"posxsd", u"POS销售退货单", u"收银与会员", true},
+    {u"pospjd", u"配镜单", u"收银与会员", true},
+    {u"possyymx", u"收银明细(80毫米)", u"收银与会员", true},
+    {u"possyymx58", u"收银明细(58毫米)", u"收银与会员", true},
+    {u"jbxp", u"交班小票(80毫米)", u"收银与会员", true},
+    {u"jbxp58", u"交班小票(58毫米)", u"收银与会员", true},
+    {u"hyxf", u"会员续费小票", u"收银与会员", true},
 };
 
 QString withoutSuffix(QStringView name) {
   return (name.endsWith(u".fr3") ? name.chopped(4) : name).toString();
+}
+
+QString optionOf(const QString& stem) {
+  return QStringLiteral("template/") + stem;
 }
 
 /// What expressions of a template may call besides the functions of the dialect.
@@ -103,6 +111,40 @@ QString resourceOf(QStringView name) {
 
 std::span<const KnownTemplate> knownTemplates() {
   return templates_detail::kTemplates;
+}
+
+const KnownTemplate* findTemplate(QStringView name) {
+  const QString stem = templates_detail::withoutSuffix(name);
+  const auto found = std::ranges::find_if(templates_detail::kTemplates,
+                                          [&](const KnownTemplate& each) { return stem == QStringView(each.name); });
+  return found == std::end(templates_detail::kTemplates) ? nullptr : &*found;
+}
+
+std::vector<OwnTemplate> ownTemplates() {
+  std::vector<OwnTemplate> own;
+  for (const QString& file : QDir(programPath(QStringLiteral("report")))
+                                 .entryList({QStringLiteral("*.fr3")}, QDir::Files, QDir::Name | QDir::LocaleAware)) {
+    if (findTemplate(file)) continue;
+    own.push_back({file});
+    try {
+      own.back().kind = findTemplate(report::loadTemplate(templatePath(file)).kind);
+    } catch (const report::TemplateError&) {
+      // What is wrong with it is told where it is opened.
+    }
+  }
+  return own;
+}
+
+QString templateInUse(QStringView name) {
+  const QString stem = templates_detail::withoutSuffix(name);
+  const QString own = stationText(templates_detail::optionOf(stem));
+  return !own.isEmpty() && QFile::exists(templatePath(own)) ? own : stem + QStringLiteral(".fr3");
+}
+
+void useTemplate(QStringView name, const QString& file) {
+  const QString stem = templates_detail::withoutSuffix(name);
+  const bool isItself = templates_detail::withoutSuffix(file) == stem;
+  keepStationText(templates_detail::optionOf(stem), isItself ? QString() : file);
 }
 
 QString templatePath(QStringView name) {

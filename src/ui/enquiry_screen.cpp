@@ -113,7 +113,8 @@ Parts::Parts(const EnquirySpec& spec) {
     if (!described) commandSpecs.push_back(command);
   };
   if (hasChart) standard({"btn_Chart", "图表", "Ctrl+T"});
-  standard({"btn_Prin", "打印", "Ctrl+P"});
+  const bool isCtrlP = spec.printKey == EnquirySpec().printKey;
+  standard({"btn_Prin", isCtrlP ? "打印" : "打印列表", spec.printKey});
   standard({"btn_Export", "导出", "Ctrl+S"});
   standard({spec.leave, "退出", "Esc"});
   screenSpec = {.name = spec.name,

@@ -165,6 +165,7 @@ struct EnquirySpec {
   std::string_view focus = {};        // input or list; else the first input
   std::string_view explanation = {};  // a line below
   std::string_view leave = "btnCancel";
+  std::string_view printKey = "Ctrl+P";  // of the list's print; where that key prints a document of the list, another
 };
 
 }  // namespace jxc::ui

@@ -134,6 +134,9 @@ class Grid : public QWidget {
   /// Marked rows, or all, as tab-separated text with a header line.
   QString tabSeparated(bool onlySelected) const;
   void setHeading(std::function<GridHeading()> heading) { heading_ = std::move(heading); }
+  /// Asked before rows leave the list for paper, a file or the clipboard; tells the operator when they must not.
+  void setMayTakeOut(std::function<bool()> mayTakeOut) { mayTakeOut_ = std::move(mayTakeOut); }
+  bool mayTakeOut() const { return !mayTakeOut_ || mayTakeOut_(); }
   GridHeading heading() const;
 
   void focusRows();
@@ -204,6 +207,7 @@ class Grid : public QWidget {
   // only when a row has one.
   std::vector<bool> hiddenByProgram_, hiddenByOperator_, hiddenByRows_;
   std::function<GridHeading()> heading_;
+  std::function<bool()> mayTakeOut_;
   RowFilter rowFilter_;
   std::function<void()> activated_, currentChanged_, loaded_;
 };

@@ -105,7 +105,7 @@ Sheet gridSheet(const Grid& grid) {
 
 void exportGrid(Grid& grid) {
   grid.waitLoaded();
-  if (!grid.isEmpty()) exportSheet(gridSheet(grid), grid.heading().title, grid.window());
+  if (!grid.isEmpty() && grid.mayTakeOut()) exportSheet(gridSheet(grid), grid.heading().title, grid.window());
 }
 
 void exportSheet(const Sheet& sheet, const QString& name, QWidget* window) {
@@ -126,7 +126,7 @@ void exportSheet(const Sheet& sheet, const QString& name, QWidget* window) {
 
 void printGrid(Grid& grid) {
   grid.waitLoaded();
-  if (grid.isEmpty()) return;
+  if (grid.isEmpty() || !grid.mayTakeOut()) return;
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   const report::Pages pages = gridReport(grid).prepare();
   QGuiApplication::restoreOverrideCursor();
@@ -134,7 +134,7 @@ void printGrid(Grid& grid) {
 }
 
 void copyGrid(const Grid& grid, bool all) {
-  if (!grid.isEmpty()) QGuiApplication::clipboard()->setText(grid.tabSeparated(!all));
+  if (!grid.isEmpty() && grid.mayTakeOut()) QGuiApplication::clipboard()->setText(grid.tabSeparated(!all));
 }
 
 }  // namespace jxc::ui

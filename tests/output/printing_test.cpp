@@ -293,4 +293,39 @@ TEST_F(PrintingTest, EveryTemplateStandsOnItsOwn) {
   }
 }
 
+/// Whatever the shop has written, a form of so many lines has these lines on each page, and its foot on the last.
+TEST_F(PrintingTest, AFormOfFixedLinesHoldsThemAndItsFootWhateverTheTexts) {
+  const QString longText = u"进口超薄1.74非球面防蓝光双面复合膜渐进多焦点镜片（带防伪标识）-12.50/-4.00"_qs.repeated(2);
+  const auto isWords = [](const QString& sample) {
+    return !sample.isEmpty() && std::any_of(sample.begin(), sample.end(), [](QChar c) { return c.unicode() > 0xff; });
+  };
+  int forms = 0;
+  for (const KnownTemplate& each : knownTemplates()) {
+    report::Template t = report::loadTemplate(templatePath(QStringView(each.name)));
+    const bool isDocument =
+        std::ranges::any_of(t.bands, [](const auto& b) { return b.kind == report::BandKind::Summary; });
+    if (t.page.height > 200 || t.page.roll || !isDocument) continue;
+    SCOPED_TRACE(words(each.name).toStdString());
+    ++forms;
+    for (report::Variable& variable : t.variables)
+      if (isWords(variable.sample)) variable.sample = report::quoted(longText);
+    for (report::DetailField& field : t.fields) {
+      if (field.name == u"g_sn") field.sample = u"goods"_qs;
+      if (isWords(field.sample) || field.name == u"gg_name") field.sample = longText;
+    }
+    for (const auto& [fixed, rows] : {std::pair{10, 10}, {10, 30}, {15, 15}}) {
+      report::Report form = report::sampleReport(t, rows);
+      form.setFixedLines(fixed);
+      const report::Pages pages = form.prepare();
+      if (fixed == 10 && rows == 10) keep(pages, u"fixed_"_qs + words(each.name));
+      ASSERT_EQ(pages.count(), rows / fixed) << fixed;
+      std::vector<int> lines(static_cast<std::size_t>(pages.count()));
+      for (const report::Pages::Hit& hit : pages.find(u"goods"_qs))
+        ++lines[static_cast<std::size_t>(hit.page)];
+      EXPECT_EQ(lines, std::vector<int>(lines.size(), fixed));
+    }
+  }
+  EXPECT_GT(forms, 20);
+}
+
 }  // namespace jxc::printing_test

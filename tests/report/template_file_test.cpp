@@ -114,7 +114,8 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
   EXPECT_EQ(loadTemplate(path), first);
   saveTemplate(second, path, SaveMode::Replace);
   EXPECT_EQ(loadTemplate(path), second);
-  EXPECT_EQ(loadTemplate(path + QStringLiteral(".bak")), first);
+  ASSERT_EQ(backupsOf(path).size(), 1u);
+  EXPECT_EQ(loadTemplate(backupsOf(path).front().path), first);
 
   // A newer program's file, then a damaged one: only who insists replaces it, and it is kept beside.
   for (const QByteArray& bytes : {QByteArray("<report version=\"2\" magic=\"x\"/>"), QByteArray("<report")}) {
@@ -123,7 +124,7 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
     EXPECT_EQ(test::bytesOf(path), bytes);
     saveTemplate(first, path, SaveMode::Force);
     EXPECT_EQ(loadTemplate(path), first);
-    EXPECT_EQ(test::bytesOf(path + QStringLiteral(".bak")), bytes);
+    EXPECT_EQ(test::bytesOf(backupsOf(path).front().path), bytes);
   }
   EXPECT_EQ(failure([&] { saveTemplate(first, folder.filePath(QStringLiteral("no/such.fr3")), SaveMode::New); }),
             Kind::Unwritable);
@@ -132,7 +133,18 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
   broken.page.left = broken.page.right = 200;
   EXPECT_EQ(failure([&] { saveTemplate(broken, path, SaveMode::Replace); }), Kind::Damaged);
   EXPECT_EQ(loadTemplate(path), first);
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+  // Each save keeps what it replaced, the newest twenty of them by the time of their saving.
+  for (int day = 1; day <= 24; ++day) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime(QDate(2030, 1, day), QTime(8, 0)), QFileDevice::FileModificationTime));
+    file.close();
+    saveTemplate(day % 2 == 0 ? first : second, path, SaveMode::Replace);
+  }
+  ASSERT_EQ(backupsOf(path).size(), 20u);
+  EXPECT_EQ(backupsOf(path).front().savedAt, QDateTime(QDate(2030, 1, 24), QTime(8, 0)));
+  EXPECT_EQ(loadTemplate(backupsOf(path).front().path), second);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 21);
 }
 
 TEST(ReportTemplateFile, DamageOfEveryKindIsToldAndNeverCrashes) {

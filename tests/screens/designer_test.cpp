@@ -1,17 +1,25 @@
 // The designer of report templates: edits with undo, mouse and keys on the canvas, saving that loses nothing.
+#include "core/text.h"
 #include "harness/files.h"
+#include "harness/gui.h"
+#include "output/printed_documents.h"
 #include "output/screens/template_designer.h"
+#include "output/templates.h"
 #include "platform/report/report.h"
 #include "platform/report/template_file.h"
 #include "screens/harness/screen_test.h"
+#include "stock/document_family.h"
 #include "ui/designer/design_canvas.h"
+#include "ui/designer/design_columns.h"
 #include "ui/designer/design_trees.h"
 #include "ui/designer/property_panel.h"
+#include "ui/file_dialogs.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 
@@ -123,6 +131,48 @@ TEST(DesignDocumentTest, CopiesReachAnotherTemplateAndGroupsComeAndGoWhole) {
     EXPECT_EQ(band.group, 0);
 }
 
+/// Head, rows and sums of every delivered list take a column and give it back in one step; nothing overlaps or gapes.
+TEST(DesignDocumentTest, AColumnComesAndGoesWithItsTitleItsCellAndItsSum) {
+  needGui();
+  const report::DetailField amount{u"extra"_qs, u"应收金额"_qs, u"12.5"_qs};
+  int lists = 0;
+  for (const KnownTemplate& each : knownTemplates()) {
+    SCOPED_TRACE(words(each.name).toStdString());
+    Template before = report::parseTemplate(deliveredTemplate(QStringView(each.name)));
+    const std::vector<double> edges = ui::columnEdges(before);
+    if (edges.size() < 4) continue;
+    ++lists;
+    int sumsFrom = 1000;  // the column behind the caption of the sums
+    for (const report::Band& band : before.bands)
+      if (band.kind == BandKind::Summary && !band.items.empty() && band.items[0].content == u"合计")
+        sumsFrom = ui::columnOf(before, band.items[0]) + 1;
+    before.fields.push_back(amount);
+    const int columns = static_cast<int>(edges.size()) - 1;
+    for (const int at : {0, columns / 2, columns}) {
+      Template t = before;
+      ASSERT_TRUE(ui::insertColumn(t, at, amount)) << at;
+      const std::vector<double> now = ui::columnEdges(t);
+      ASSERT_EQ(now.size(), edges.size() + 1) << at;
+      EXPECT_NEAR(now.back(), edges.back(), 0.5);
+      report::Report filled = report::sampleReport(t, 2);
+      const QString paper = filled.prepare().lines(0).join(u'\n');
+      EXPECT_TRUE(paper.contains(u"应收金额")) << paper.toStdString();
+      EXPECT_TRUE(paper.contains(u"12.50"));
+      EXPECT_EQ(paper.contains(u"25.00"), sumsFrom < 1000 && (at == 0 || at >= sumsFrom)) << at;
+      ASSERT_TRUE(ui::removeColumn(t, at));
+      ASSERT_EQ(ui::columnEdges(t).size(), edges.size());
+      const auto count = [](const Template& one) {
+        std::size_t items = 0;
+        for (const auto& band : one.bands)
+          items += band.items.size();
+        return items;
+      };
+      EXPECT_EQ(count(t), count(before)) << at;
+    }
+  }
+  EXPECT_GT(lists, 30);
+}
+
 class DesignerTest : public ScreenTest {
  protected:
   DesignerTest() : path_(file(u"spxs.fr3"_qs)) { report::saveTemplate(slip(), path_, report::SaveMode::New); }
@@ -208,7 +258,8 @@ TEST_F(DesignerTest, AnOwnerChangesTheSlipByMouseAndKeysAndPrintsItAgain) {
     press(screen, "F5");
     EXPECT_FALSE(document.isDirty());
   });
-  EXPECT_EQ(bytesOf(path_ + u".bak"_qs), original);
+  ASSERT_EQ(report::backupsOf(path_).size(), 1u);
+  EXPECT_EQ(bytesOf(report::backupsOf(path_).front().path), original);
   const Template saved = report::loadTemplate(path_);
   EXPECT_EQ(saved.bands[0].items[0].x, 30);
   report::Report again(saved);
@@ -310,6 +361,64 @@ TEST_F(DesignerTest, FilesThatCannotBeReadAreToldAndNeverReplacedUnasked) {
     press(window, "Esc");  // what is chosen first
     press(window, "Esc");
   });
+}
+
+TEST_F(DesignerTest, ADesignOfTheShopIsSavedAsTheStationsFormAndOldDesignsComeBack) {
+  bringTemplates();
+  const QString path = templatePath(u"spxs");
+  const Template delivered = report::loadTemplate(path);
+  auto& screen = ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit");
+  QString own;
+  expectScreen("F_Bbsj_Edit", [&](ui::Screen& s) {
+    auto& document = static_cast<TF_Bbsj_Edit&>(s).designer().document();
+    EXPECT_FALSE(s.command("btnUse").isEnabled());  // it is the one in use
+    const auto rows = std::ranges::find(delivered.bands, BandKind::MasterData, &report::Band::kind);
+    document.choose({{static_cast<int>(rows - delivered.bands.begin()), 1}});
+    auto& canvas = static_cast<TF_Bbsj_Edit&>(s).designer().canvas();
+    pressIn(canvas, "Ctrl+Del");
+    EXPECT_EQ(document.undoText(), u"删除列"_qs);
+    press(s, "F5");
+    document.addBand(BandKind::Overlay);
+    ui::setFileAnswer([&](const QString& proposed, const QString&) {
+      EXPECT_EQ(proposed, u"商品销售单-本店.fr3"_qs);
+      return templatePath(proposed);
+    });
+    click(s, "btnSaveAs");
+    ui::setFileAnswer({});
+    own = u"商品销售单-本店.fr3"_qs;
+    expectNotice(u"本机打印“商品销售单”时，将使用模板“商品销售单-本店”。"_qs);
+    click(s, "btnUse");
+    EXPECT_FALSE(s.command("btnUse").isEnabled());
+    press(s, "Esc");  // what is chosen first
+    press(s, "Esc");
+  });
+  screen.design(path);
+  EXPECT_EQ(templateOf(families::sale), own);
+  EXPECT_TRUE(templatesInUse().contains(own) && !templatesInUse().contains(u"spxs.fr3"_qs));
+
+  // Its backups and the delivered design come back, each as a step that is saved like any other.
+  expectScreen("F_Bbsj_Edit", [&](ui::Screen& s) {
+    auto& document = static_cast<TF_Bbsj_Edit&>(s).designer().document();
+    auto* backups = s.findChild<QMenu*>(u"backups"_qs);
+    Q_EMIT backups->aboutToShow();
+    ASSERT_EQ(backups->actions().size(), 1);
+    EXPECT_NE(document.current().bands, delivered.bands);
+    backups->actions().front()->trigger();
+    EXPECT_EQ(document.current().bands, delivered.bands);
+    document.undo();
+    expectQuestion(
+        u"要把设计恢复为随程序提供的“商品销售单”样式吗？\r\n\r\n保存之前可以撤销，保存之后可以从备份中恢复。"_qs,
+        Answer::Yes);
+    click(s, "btnDefault");
+    EXPECT_EQ(document.current().bands, delivered.bands);
+    press(s, "F5");
+    expectNotice(u"本机打印“商品销售单”时，将使用模板“spxs”。"_qs);
+    click(s, "btnUse");
+    press(s, "Esc");
+  });
+  screen.design(path);
+  EXPECT_EQ(report::backupsOf(path).size(), 2u);
+  EXPECT_EQ(templateOf(families::sale), u"spxs.fr3"_qs);
 }
 
 }  // namespace jxc::test::designer_test

@@ -76,7 +76,7 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
     int asked = 0, printed = 0;
     printOutlet().printAsking = [&](const report::Pages&, QWidget*) { ++asked; };
     printOutlet().print = [&](const report::Pages&) { ++printed; };
-    press(s, "F7");
+    press(s, "Ctrl+P");
     for (const Answer answer : {Answer::No, Answer::Yes}) {
       expectQuestion(u"将依次打印列表中的 12 张单据，确认吗？"_qs, answer);
       click(s, "btn_Lxdy");

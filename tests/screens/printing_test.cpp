@@ -3,10 +3,16 @@
 #include "output/screens/print_outlet.h"
 #include "output/screens/template_designer.h"
 #include "output/templates.h"
+#include "platform/report/template_file.h"
 #include "sales/sale.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
 #include "stock/trading_document.h"
+#include "ui/file_dialogs.h"
+#include "ui/report/print.h"
+
+#include <QApplication>
+#include <QClipboard>
 
 namespace jxc::test::printing_screens_test {
 
@@ -18,7 +24,7 @@ class PrintingScreens : public TradingScreenTest {
                      .printAsking = [this](const report::Pages& pages, QWidget*) { asked.push_back(pages); },
                      .print =
                          [this](const report::Pages& pages) {
-                           if (noPrinter) throw std::runtime_error("没有打印机。");
+                           if (noPrinter) throw ui::PrintError(u"没有可用的打印机。"_qs);
                            printed.push_back(pages);
                          }};
     for (const QString& sn : {u"A"_qs, u"B"_qs})
@@ -74,10 +80,66 @@ TEST_F(PrintingScreens, SavingPrintsWhereThatIsWantedAndAMissingPrinterStopsNoth
     noPrinter = true;
     scan(s, "69B");
     expectQuestion(kSaveSale, Answer::Yes);
-    press(s, "F5", QStringLiteral("没有打印机。"));
+    const QString number = s.field("jsn").text();
+    expectQuestion(u"单据 %1 已保存。没有可用的打印机。\r\n\r\n现在把它存为PDF吗？"_qs.arg(number), Answer::Yes);
+    QString proposed;
+    ui::setFileAnswer([&](const QString& name, const QString&) {
+      proposed = name;
+      return file(u"单"_qs);
+    });
+    press(s, "F5");
+    ui::setFileAnswer({});
+    EXPECT_EQ(proposed, u"商品销售单"_qs + number);
+    EXPECT_TRUE(QFile::exists(file(u"单.pdf"_qs)));
     EXPECT_EQ(lookupNumber("select count(*) from jxc_lsxsd"), 2);
     EXPECT_TRUE(s.grid("gridLines").isEmpty());  // the next one begins on a clean screen
   });
+}
+
+TEST_F(PrintingScreens, NothingOfAnUnsavedDocumentLeavesTheProgramWhereThatIsForbidden) {
+  setParameter("cs_bcqdy", 1);
+  QApplication::clipboard()->setText(u"-"_qs);
+  ui::setFileAnswer([](const QString& name, const QString&) {
+    ADD_FAILURE() << name.toStdString();
+    return QString();
+  });
+  const QString stays = u"单据保存之前不能打印、导出和复制！"_qs;
+  for (const char* screen : {"F_Spxs", "F_Cgjh", "F_Kcdb"})
+    open(screen, [&](ui::Screen& s) {
+      scan(s, "69A");
+      for (const char* key : {"Ctrl+P", "F8", "Ctrl+S", "Ctrl+C", "Ctrl+Shift+C"}) {
+        SCOPED_TRACE(key);
+        expectNotice(stays);
+        pressIn(*s.grid("gridLines").view(), key);
+        EXPECT_EQ(expectationsLeft(), 0);
+      }
+      leaveDraft(s);
+    });
+  open("F_Spxs", [&](ui::Screen& s) {
+    scan(s, "69A");
+    expectNotice(stays);
+    s.findChild<QAction*>("btnInOutExport")->trigger();
+    expectScreen("F_Spxs_Add", [&](ui::Screen& pick) {
+      pressIn(*pick.grid("gridGoods").view(), "Ctrl+C");  // goods of the catalogue are no document
+      EXPECT_TRUE(QApplication::clipboard()->text().contains(u"镜架A"));
+      pick.grid("gridGoods").selectRow(1);
+      click(pick, "btnAdd");
+      expectNotice(stays);
+      pressIn(*pick.grid("gridStaging").view(), "Ctrl+C");
+      press(pick, "F5");
+    });
+    click(s, "btnAddOld");
+    save(s, kSaveSale);
+    // What is saved is looked at, printed and copied as before.
+    showWaiting(s);
+    pressIn(*s.grid("gridWaitingLines").view(), "Ctrl+Shift+C");
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(u"镜架A"));
+    press(s, "F8");
+    press(s, "Ctrl+P");
+    EXPECT_EQ(previewed.size() + asked.size(), 2u);
+    EXPECT_EQ(previewed.at(0).name(), u"商品销售单"_qs + s.grid("gridWaiting").currentText("gl_djh"));
+  });
+  ui::setFileAnswer({});
 }
 
 TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
@@ -101,6 +163,23 @@ TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
       press(choice, "F5");
     });
     EXPECT_TRUE(text(previewed.at(1)).contains(u"零售价"));
+    // Designs of the shop's own are offered as well, those of forms that the role may see.
+    for (const auto& [file, kind] : {std::pair("双联.fr3", "spxs"), {"不含价.fr3", "spxs4"}}) {
+      report::Template own = report::loadTemplate(templatePath(QString::fromLatin1(kind)));
+      own.kind = QString::fromLatin1(kind);
+      own.bands.front().items.front().content = u"自家样式"_qs;
+      report::saveTemplate(own, templatePath(QString::fromUtf8(file)), report::SaveMode::New);
+    }
+    expectScreen("F_PrinSele", [&](ui::Screen& choice) {
+      choose(choice, "comOwn", u"双联"_qs);
+      check(choice, "rPrin4", true);
+      press(choice, "F5");
+    });
+    click(s, "btnPrin");
+    EXPECT_TRUE(text(previewed.at(2)).contains(u"自家样式"));
+    session().canSeePrice = false;
+    EXPECT_EQ(templateChoices(families::sale).size(), 2u);  // 不含售价, and the design of it
+    session().canSeePrice = true;
     for (const Row row : s.grid("gridLines").rows())
       deleteDraftLine(families::sale, row.integer("id"));
   });
@@ -137,6 +216,27 @@ TEST_F(PrintingScreens, MoneyFormsAndLists) {
 
 TEST_F(PrintingScreens, EveryTemplateHasAButtonThatOpensItsDesign) {
   open("F_Bbsj", [&](ui::Screen& s) {
+    // Found by name, first letters or file; what is not printed here is told apart.
+    const auto found = [&] {
+      QStringList names;
+      for (const KnownTemplate& each : knownTemplates())
+        if (s.command("btn_" + words(each.name).toStdString()).isVisible()) names << words(each.name);
+      return names.join(u' ');
+    };
+    EXPECT_EQ(s.command("btn_spxs").text(), u"● 商品销售单"_qs);
+    EXPECT_EQ(s.command("btn_posxp").text(), u"销售小票(80毫米)"_qs);
+    for (const auto& [typed, names] :
+         {std::pair(u"调拨", u"kcdbd kcdbd2 kcdbd3"_qs), {u"kcpdd", u"kcpdd kcpdd2"_qs}, {u"DQKC", u"kccx"_qs}}) {
+      type(s, "tkey", typed);
+      EXPECT_EQ(found(), names);
+    }
+    expectScreen("F_Bbsj_Edit", [&](ui::Screen& designer) { press(designer, "Esc"); });
+    pressIn(*s.field("tkey").widget(), "Return");
+    check(s, "chkInUse", true);
+    type(s, "tkey", u"销售单");
+    EXPECT_EQ(found(), u"spxs"_qs);
+    check(s, "chkInUse", false);
+    type(s, "tkey", u"");
     for (const KnownTemplate& each : knownTemplates())
       EXPECT_TRUE(s.command("btn_" + words(each.name).toStdString()).isEnabled()) << words(each.name).toStdString();
     click(s, "btn_kccx", "F_Bbsj_Edit", [&](ui::Screen& designer) {

@@ -135,7 +135,7 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
   open("F_Jthcx", [&](ui::Screen& s) {
     stand(s.grid("gridDj"), unpaid);
     EXPECT_FALSE(s.command("btn_Zdth").isVisible());
-    press(s, "F8", "F_Yfkgl_Fk", [&](ui::Screen& form) {
+    press(s, "F12", "F_Yfkgl_Fk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tje").number(), 50);
       press(form, "Esc");
     });
@@ -148,7 +148,7 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
     list.waitLoaded();
     ASSERT_EQ(list.rowCount(), 1);
     EXPECT_EQ(list.currentNumber("wfje"), 50);
-    press(s, "F8", "F_Yfkgl_Fk", [&](ui::Screen& form) {
+    press(s, "F12", "F_Yfkgl_Fk", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tje").number(), 50);
       press(form, "F5");
     });
@@ -156,7 +156,7 @@ TEST_F(ReturnScreenTest, TheListsOfBothSidesPayAndGiveBackWhole) {
     EXPECT_TRUE(list.isEmpty());
     check(s, "chkQk", false);
     stand(list, unpaid);
-    press(s, "F8", QStringLiteral("该单据不欠款，不需要付款！"));
+    press(s, "F12", QStringLiteral("该单据不欠款，不需要付款！"));
 
     press(s, "F9", "F_Cgth", [&](ui::Screen& back) {
       EXPECT_EQ(back.grid("gridLines").rowCount(), 2);

@@ -59,7 +59,8 @@ CashLineScreen::CashLineScreen(const ui::ScreenSpec& spec, cash::Movement moveme
   on(command("btnOK"), [this] { save(); });
   addKey(command("btnPrin"), "Ctrl+P");  // F4 in a date or a remark opens what these offer
   on(command("btnPrin"), [this] {
-    if (checkFields()) sendToPaper(cashSlipReport(collect()), PrintWay::Preview, this, windowTitle());
+    if (mayTakeOutUnsaved(prompt()) && checkFields())
+      sendToPaper(cashSlipReport(collect()), PrintWay::Preview, this, windowTitle());
   });
 }
 

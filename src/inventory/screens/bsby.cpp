@@ -58,7 +58,7 @@ constexpr DocumentScreenSpec kDocument = inventory_parts::documentOf({
     .make = {{"kcgl", 3}, u"库存报损报溢！"},
     .audit = {{"kcgl", 10}, u"库存报损报溢审核！"},
     .headForm = kHeadForm,
-    .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btn_Dele btn_Prin |",
+    .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
     .own = kOwn,
 });
 

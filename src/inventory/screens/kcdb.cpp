@@ -64,7 +64,7 @@ constexpr DocumentScreenSpec kDocument = inventory_parts::documentOf({
     .make = {{"kcgl", 1}, u"库存调拨！"},
     .audit = {{"kcgl", 8}, u"库存调拨审核！"},
     .headForm = kHeadForm,
-    .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btn_Dele2 btn_Prin |",
+    .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btn_Dele2 btn_ChaKan btn_Prin |",
     .own = kOwn,
 });
 

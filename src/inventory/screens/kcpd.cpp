@@ -91,7 +91,7 @@ constexpr DocumentScreenSpec makeDocument() {
       .audit = {{"kcgl", 9}, u"库存盘点审核！"},
       .headForm = kHeadForm,
       .footForm = kFootForm,
-      .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btnHb btn_Dele btn_Prin |",
+      .waitingButtons = "btnRCheck btnPreview btn_Check btn_Date btnHb btn_Dele btn_ChaKan btn_Prin |",
       .own = kOwn,
   });
   spec.scanRow = "tSptm btnPanel chkMp | btnAddOld btnJpgd btnWp btnModi btnDel btnImport";

@@ -1,13 +1,18 @@
 // 报表设计: one button for each template of the program; it opens the template's design.
+#include "core/fillers.h"
+#include "core/pinyin.h"
 #include "core/text.h"
 #include "output/printed_documents.h"
 #include "output/screens/template_designer.h"
 #include "output/templates.h"
+#include "platform/report/template_file.h"
 #include "stock/document_family.h"
 #include "ui/screen.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +28,7 @@ struct Buttons {
       texts.push_back(words(each.caption).toStdString());
       commands.push_back({.name = texts[texts.size() - 2], .caption = texts.back()});
     }
+    commands.push_back({"btnOwn", "设计"});
     commands.push_back({"btnCancel", "退出", "Esc"});
   }
   std::vector<std::string> texts;
@@ -34,8 +40,21 @@ const Buttons& buttons() {
   return all;
 }
 
+constexpr ui::FieldSpec kFields[] = {
+    {.name = "tkey", .label = "查找：", .width = 30},
+    {"chkInUse", "只看在用的模板", ui::FieldKind::Check},
+    {"comOwn", "本店自己的模板：", ui::FieldKind::Combo},
+};
+
 ui::ScreenSpec description() {
-  return {.name = "F_Bbsj", .title = "报表设计", .commands = buttons().commands};
+  return {.name = "F_Bbsj", .title = "报表设计", .fields = kFields, .commands = buttons().commands, .focus = "tkey"};
+}
+
+/// By name of the paper, its first letters, or name of the file.
+bool answers(const KnownTemplate& which, const QString& key) {
+  const QString caption = words(which.caption);
+  return key.isEmpty() || caption.contains(key, Qt::CaseInsensitive) ||
+         words(which.name).contains(key, Qt::CaseInsensitive) || makeJm(caption).contains(key, Qt::CaseInsensitive);
 }
 
 constexpr int kInRow = 3;
@@ -63,16 +82,27 @@ ui::LivePreview::Maker makerOf(const KnownTemplate& which) {
 class TF_Bbsj : public ui::Screen {
  public:
   TF_Bbsj();
+  ui::Field& tkey = field("tkey");
+  ui::Field& chkInUse = field("chkInUse");
+  ui::Field& comOwn = field("comOwn");
 
  protected:
   void activate() override;
 
  private:
+  QPushButton& buttonOf(const KnownTemplate& which) { return command("btn_" + words(which.name).toStdString()); }
   void addGroup(ui::Panel area, std::u16string_view group);
-  void design(const KnownTemplate& which);
+  void showUse();
+  void search();
+  void openFirst();
+  void design(const QString& file, const KnownTemplate* kind);
+
+  std::vector<QWidget*> groups_;
+  std::set<QString> inUse_;
 };
 
 TF_Bbsj::TF_Bbsj() : Screen(bbsj_detail::description()) {
+  panel().row("tkey chkInUse | comOwn btnOwn");
   auto [left, right] = panel().columns();
   // Two columns of groups, about as long as each other.
   std::vector<std::u16string_view> groups;
@@ -83,24 +113,32 @@ TF_Bbsj::TF_Bbsj() : Screen(bbsj_detail::description()) {
   left.stretch();
   right.stretch();
   panel()
-      .text(
-          QStringLiteral("模板是程序目录report文件夹中的文件，保存前会保留原文件；删除一个模板文件后，下次启动时恢复为"
-                         "随程序提供的样式。"))
+      .text(QStringLiteral(
+          "●：现在打印用的就是它。模板是程序目录report文件夹中的文件，保存时原来的样式留作备份；删除一个模板"
+          "文件后，下次启动时恢复为随程序提供的样式。"))
       .buttons("| btnCancel");
+  tkey.onChanged([this] { search(); });
+  tkey.onEnter([this] {
+    openFirst();
+    return true;
+  });
+  chkInUse.onChanged([this] { search(); });
+  on(command("btnOwn"), [this] {
+    for (const OwnTemplate& own : ownTemplates())
+      if (own.file == comOwn.key()) return design(own.file, own.kind);
+  });
 }
 
 void TF_Bbsj::addGroup(ui::Panel area, std::u16string_view group) {
-  ui::Panel frame = area.group(words(group));
+  ui::Panel frame = area.area(groups_.emplace_back(), 0).group(words(group));
   std::string row;
   int inRow = 0;
   for (const KnownTemplate& each : knownTemplates()) {
     if (each.group != group) continue;
-    const std::string name = "btn_" + words(each.name).toStdString();
-    QPushButton& button = command(name);
-    button.setToolTip(words(each.name) + u".fr3"_qs);
+    QPushButton& button = buttonOf(each);
     button.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    on(button, [this, &each] { design(each); });
-    row += (row.empty() ? "" : " ") + name;
+    on(button, [this, &each] { design(words(each.name) + u".fr3"_qs, &each); });
+    row += (row.empty() ? "" : " ") + ("btn_" + words(each.name).toStdString());
     if (++inRow % bbsj_detail::kInRow == 0) {
       frame.buttons(row);
       row.clear();
@@ -110,13 +148,65 @@ void TF_Bbsj::addGroup(ui::Panel area, std::u16string_view group) {
 }
 
 void TF_Bbsj::activate() {
-  for (const KnownTemplate& each : knownTemplates())
-    command("btn_" + words(each.name).toStdString())
-        .setEnabled(QFileInfo::exists(templatePath(QStringView(each.name))));
+  tkey.clear();
+  showUse();
+  search();
 }
 
-void TF_Bbsj::design(const KnownTemplate& which) {
-  ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit").design(templatePath(QStringView(which.name)), bbsj_detail::makerOf(which));
+void TF_Bbsj::showUse() {
+  inUse_ = templatesInUse();
+  for (const KnownTemplate& each : knownTemplates()) {
+    const QString file = words(each.name) + u".fr3"_qs;
+    const QString stands = templateInUse(each.name);
+    const bool isUsed = inUse_.contains(file);
+    QPushButton& button = buttonOf(each);
+    button.setText((isUsed ? u"● "_qs : QString()) + words(each.caption));
+    button.setEnabled(QFileInfo::exists(templatePath(file)));
+    button.setToolTip(file + (isUsed           ? u"，打印用的就是它"_qs
+                              : stands != file ? u"，打印用的是本店的“%1”"_qs.arg(stands.chopped(4))
+                              : each.isAwaited ? u"，使用它的功能还没有提供"_qs
+                                               : u"，按现在的参数和权限不使用"_qs));
+  }
+  std::vector<ListItem> own;
+  for (const OwnTemplate& each : ownTemplates())
+    own.push_back({(inUse_.contains(each.file) ? u"● "_qs : QString()) + each.caption() +
+                       (each.kind ? u"（%1）"_qs.arg(words(each.kind->caption)) : QString()),
+                   each.file});
+  comOwn.setItems(own, true);
+  comOwn.setVisible(!own.empty());
+  command("btnOwn").setVisible(!own.empty());
+}
+
+void TF_Bbsj::search() {
+  for (const KnownTemplate& each : knownTemplates()) {
+    const bool isWanted = !chkInUse.isChecked() || inUse_.contains(words(each.name) + u".fr3"_qs);
+    buttonOf(each).setVisible(isWanted && bbsj_detail::answers(each, tkey.trimmed()));
+  }
+  for (QWidget* group : groups_) {
+    const auto buttons = group->findChildren<QPushButton*>();
+    group->setVisible(std::ranges::any_of(buttons, [](const QPushButton* each) { return !each->isHidden(); }));
+  }
+}
+
+void TF_Bbsj::openFirst() {
+  for (const KnownTemplate& each : knownTemplates())
+    if (!tkey.isEmpty() && !buttonOf(each).isHidden()) return buttonOf(each).click();
+}
+
+void TF_Bbsj::design(const QString& file, const KnownTemplate* kind) {
+  const QString path = templatePath(file);
+  try {
+    report::loadTemplate(path);
+  } catch (const report::TemplateError& failure) {
+    const bool mayRestore = failure.kind() == report::TemplateError::Kind::Damaged && kind;
+    if (!mayRestore) return prompt().notice(failure.message());
+    if (!prompt().ask(failure.message() + u"\r\n\r\n要恢复为随程序提供的样式吗？损坏的文件留作备份。"_qs)) return;
+    const QByteArray delivered = deliveredTemplate(QStringView(kind->name));
+    report::saveTemplate(report::parseTemplate(delivered), path, report::SaveMode::Force);
+  }
+  ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit").design(path, kind ? bbsj_detail::makerOf(*kind) : ui::LivePreview::Maker());
+  showUse();
+  search();
 }
 
 namespace bbsj_detail {

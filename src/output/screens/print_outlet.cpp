@@ -26,7 +26,8 @@ void restorePrintOutlet() {
 }
 
 void sendToPaper(const report::Report& report, PrintWay way, QWidget* parent, const QString& name) {
-  const report::Pages pages = report.prepare();
+  report::Pages pages = report.prepare();
+  pages.setName(name);
   const PrintOutlet& outlet = printOutlet();
   switch (way) {
     case PrintWay::Preview:
@@ -38,8 +39,8 @@ void sendToPaper(const report::Report& report, PrintWay way, QWidget* parent, co
     case PrintWay::Pdf:
       break;
   }
-  const QString file = ui::chooseSaveFile(parent, QStringLiteral("另存为PDF"), name.isEmpty() ? pages.title() : name,
-                                          QStringLiteral("PDF文件 (*.pdf)"));
+  const QString file =
+      ui::chooseSaveFile(parent, QStringLiteral("另存为PDF"), pages.name(), QStringLiteral("PDF文件 (*.pdf)"));
   if (!file.isEmpty()) pages.writePdf(file);
 }
 

@@ -30,7 +30,7 @@ void restorePrintOutlet();
 enum class PrintWay : char { Preview, Ask, AtOnce, Pdf };
 
 /// Lays the report out and sends it on its way. Failures (no printer, disk full) are thrown as std::runtime_error with
-/// a message for the operator. `name` is proposed for a PDF file.
+/// a message for the operator. `name` is what files and print jobs are called.
 void sendToPaper(const report::Report& report, PrintWay way, QWidget* parent, const QString& name = {});
 
 /// Makes the report of a command, or nothing when the operator left a choice.

@@ -6,7 +6,11 @@
 
 #include <QDateTime>
 
+class QMenu;
+
 namespace jxc {
+
+struct KnownTemplate;
 
 class TF_Bbsj_Edit : public ui::Screen {
  public:
@@ -25,12 +29,22 @@ class TF_Bbsj_Edit : public ui::Screen {
   bool save();
   bool saveTo(const QString& path);
   void saveAs();
+  /// What of the program's papers this is a design of; null when it does not tell.
+  const KnownTemplate* kind() const;
+  /// Another design in place of this one, as one step that can be taken back.
+  void take(const QString& what, const QByteArray& xml, const QString& file);
+  void restoreDelivered();
+  void listBackups(QMenu& menu);
+  void useThis();
   void showState();
 
   ui::Designer* designer_;
   QPushButton& btnSave = command("btnSave");
   QPushButton& btnUndo = command("btnUndo");
   QPushButton& btnRedo = command("btnRedo");
+  QPushButton& btnDefault = command("btnDefault");
+  QPushButton& btnBackups = command("btnBackups");
+  QPushButton& btnUse = command("btnUse");
   QDateTime changedOnDisk_;
 };
 

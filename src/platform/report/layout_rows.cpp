@@ -66,6 +66,7 @@ void Layout::placeRows() {
   skipCells();
   for (int row = 0; row < rowCount_; ++row) {
     row_ = row;
+    if (report_.fixedLines_ > 0 && row > 0 && row % report_.fixedLines_ == 0 && !pageEmpty_) nextPage();
     startGroups(row);
     if (across_) {
       placeCell(row);

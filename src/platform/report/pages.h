@@ -36,6 +36,9 @@ class Pages {
   int count() const;
   bool isEmpty() const { return count() == 0; }
   QString title() const;
+  /// What a file or a print job of these pages is called; the title where nothing else was given.
+  QString name() const { return name_.isEmpty() ? title() : name_; }
+  void setName(const QString& name) { name_ = name; }
   /// In millimetres, as the reader holds it.
   QSizeF size(int page) const;
   /// The paper is turned on its side to be printed; a form that is wider than high is not.
@@ -70,6 +73,7 @@ class Pages {
 
  private:
   std::shared_ptr<const Data> data_;
+  QString name_;
 };
 
 }  // namespace jxc::report

@@ -31,6 +31,49 @@ void Report::setDrawing(QStringView name, Drawing drawing) {
   drawings_[name.toString().toLower()] = std::move(drawing);
 }
 
+namespace report_detail {
+
+constexpr double kLowestRow = 3.2;  // millimetres: one line of 6 points
+
+/// What the rows of one page may take together, with the foot behind them.
+double roomForRows(const Template& t) {
+  double room = t.page.pageHeight() - t.page.top - t.page.bottom;
+  for (const Band& band : t.bands)
+    if (band.kind != BandKind::MasterData && band.kind != BandKind::Overlay) room -= band.height;
+  return room;
+}
+
+void lowerRows(Template& t, double share) {
+  for (Band& band : t.bands) {
+    if (band.kind != BandKind::MasterData) continue;
+    band.height *= share;
+    for (Item& item : band.items) {
+      item.y *= share;
+      item.height *= share;
+    }
+  }
+}
+
+}  // namespace report_detail
+
+void Report::setFixedLines(int lines) {
+  using namespace report_detail;
+  if (lines <= 0 || template_.page.roll || template_.page.columns > 1) return;
+  fixedLines_ = lines;
+  double row = 0;
+  for (Band& band : template_.bands) {
+    if (band.kind == BandKind::MasterData) row += band.height;
+    for (Item& item : band.items) {
+      if (item.kind != ItemKind::Text) continue;
+      item.wrap = item.wrap || item.grow;
+      item.grow = false;
+      item.shrink = true;
+    }
+  }
+  const double share = row > 0 ? roomForRows(template_) / (lines * row) : 1;
+  if (share < 1 && row * share >= kLowestRow && !template_.page.preprinted) lowerRows(template_, share);
+}
+
 Pages Report::prepare() const {
   int guess = 1;
   std::shared_ptr<Pages::Data> data;

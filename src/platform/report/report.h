@@ -50,6 +50,10 @@ class Report {
   void setDrawing(QStringView name, Drawing drawing);
   /// Where pictures are found whose name is no whole path.
   void setPictureFolder(const QString& folder) { pictureFolder_ = folder; }
+  /// A form with so many lines a page (0: as many as find room): the page ends after them, and no text makes a row or
+  /// the foot higher, type gets smaller instead. Rows that would not all fit with the foot get lower, as far as they
+  /// can still be read; not on forms that are printed already, whose places are given.
+  void setFixedLines(int lines);
   /// Labels: cells of the first sheet that are used up already.
   void setSkippedCells(int cells) { skippedCells_ = cells; }
   /// What `date()`, `time()` and `now()` say: "yyyy-MM-dd HH:mm:ss"; the clock of the machine when empty.
@@ -72,7 +76,7 @@ class Report {
   RowSet rows_;
   std::map<QString, Drawing> drawings_;  // by lower-case name
   QString pictureFolder_, now_;
-  int skippedCells_ = 0;
+  int skippedCells_ = 0, fixedLines_ = 0;
 };
 
 /// The report of the designer's preview: the samples of the template, `rowCount` rows.

@@ -198,6 +198,7 @@ struct DetailField {
 
 struct Template {
   QString title;  // "销售单"
+  QString kind;   // which paper of the program it is a design of: "spxs2"; empty: the one that its file is named after
   PageSetup page;
   std::vector<Variable> variables;
   std::vector<DetailField> fields;

@@ -2,6 +2,7 @@
 
 #include "platform/report/template_attributes.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <initializer_list>
+#include <tuple>
 
 namespace jxc::report {
 
@@ -199,6 +202,7 @@ class TemplateReader {
     AttributeReader attributes(xml_.attributes());
     version(attributes);
     attributes.text("title", template_.title, {});
+    attributes.text("kind", template_.kind, {});
     attributes.finish();
     while (nextElement())
       part();
@@ -347,6 +351,19 @@ void writeItem(QXmlStreamWriter& xml, const Item& item) {
   xml.writeEndElement();
 }
 
+constexpr std::size_t kMostBackups = 20;
+constexpr const char* kStamp = "yyyyMMdd-HHmmss";
+constexpr int kStampLength = 15;
+
+/// Named after the moment at which the design that it keeps was saved; two of one second are numbered.
+QString freeBackupName(const QString& path) {
+  const QString stem = path + u'.' + QFileInfo(path).lastModified().toString(QString::fromLatin1(kStamp));
+  QString name = stem + QStringLiteral(".bak");
+  for (int i = 2; QFile::exists(name); ++i)
+    name = QStringLiteral("%1-%2.bak").arg(stem).arg(i);
+  return name;
+}
+
 TemplateError missing(const QString& path) {
   return {Kind::Missing, QStringLiteral("找不到报表模板“%1”。").arg(path)};
 }
@@ -390,6 +407,7 @@ QByteArray templateXml(const Template& t) {
   xml.writeStartElement(QStringLiteral("report"));
   xml.writeAttribute(QStringLiteral("version"), QString::number(templateVersion));
   if (!t.title.isEmpty()) xml.writeAttribute(QStringLiteral("title"), writable(t.title));
+  if (!t.kind.isEmpty()) xml.writeAttribute(QStringLiteral("kind"), writable(t.kind));
   writeLeaf(xml, QStringLiteral("page"), t.page);
   for (const Variable& variable : t.variables)
     writeLeaf(xml, QStringLiteral("variable"), variable);
@@ -438,11 +456,29 @@ void saveTemplate(const Template& t, const QString& path, SaveMode mode) {
     throw unwritable(file.errorString());
   }
   if (exists) {
-    const QString backup = path + QStringLiteral(".bak");
-    QFile::remove(backup);
+    const QString backup = freeBackupName(path);
     if (!QFile::copy(path, backup)) throw unwritable(QStringLiteral("不能保留原文件“%1”").arg(backup));
   }
   if (!file.commit()) throw unwritable(file.errorString());
+  const std::vector<TemplateBackup> kept = backupsOf(path);
+  for (std::size_t i = kMostBackups; i < kept.size(); ++i)
+    QFile::remove(kept[i].path);
+}
+
+std::vector<TemplateBackup> backupsOf(const QString& path) {
+  using namespace template_file_detail;
+  const QFileInfo file(path);
+  std::vector<TemplateBackup> backups;
+  const QString stem = file.fileName() + u'.';
+  for (const QFileInfo& each : file.dir().entryInfoList({QStringLiteral("*.bak")}, QDir::Files)) {
+    if (!each.fileName().startsWith(stem)) continue;
+    const QString stamp = each.fileName().mid(stem.size(), kStampLength);
+    const QDateTime savedAt = QDateTime::fromString(stamp, QString::fromLatin1(kStamp));
+    if (savedAt.isValid()) backups.push_back({each.filePath(), savedAt});
+  }
+  std::ranges::sort(backups, std::greater(),
+                    [](const TemplateBackup& b) { return std::tuple(b.savedAt, b.path.size(), b.path); });
+  return backups;
 }
 
 }  // namespace jxc::report

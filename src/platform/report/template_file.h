@@ -4,9 +4,11 @@
 #include "platform/report/template.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 #include <stdexcept>
+#include <vector>
 
 namespace jxc::report {
 
@@ -42,11 +44,19 @@ Template parseTemplate(const QByteArray& xml, const QString& name = {});
 
 enum class SaveMode {
   New,      // refuses when there is a file
-  Replace,  // keeps the file before as "<file>.bak"; refuses when that one is damaged or newer
-  Force     // the operator has been asked: replaces whatever is there, keeps it as "<file>.bak"
+  Replace,  // keeps the file before as a backup; refuses when that one is damaged or newer
+  Force     // the operator has been asked: replaces whatever is there, keeps it as a backup
 };
 /// Written beside and moved into place. Throws TemplateError; then the file is as before.
 void saveTemplate(const Template& t, const QString& path, SaveMode mode);
 QByteArray templateXml(const Template& t);
+
+/// A design that was replaced: "<file>.20261126-041500.bak", named after the moment at which it had been saved.
+struct TemplateBackup {
+  QString path;
+  QDateTime savedAt;
+};
+/// Those of this file, the newest first. The twenty newest are kept.
+std::vector<TemplateBackup> backupsOf(const QString& path);
 
 }  // namespace jxc::report

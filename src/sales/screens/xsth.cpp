@@ -68,7 +68,6 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实退金额"},
     {"btnAllKh", "全部客户", "Ctrl+Q", "显示所有客户的待审核单据"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、客户、仓库"},
-    {"btn_ChaKan", "查看单据", "F8"},
 });
 
 constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser"};

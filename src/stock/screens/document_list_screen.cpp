@@ -101,8 +101,11 @@ void DocumentListScreen::printAll() {
     const DocumentFamily& family = documentFamily(each.text("djh"));
     if (chosen.insert(&family).second && !chooseForm(family)) return;
   }
-  for (const Row& each : documents)
-    sendToPaper(savedDocumentReport(documentFamily(each.text("djh")), each.text("djh")), PrintWay::AtOnce, this);
+  for (const Row& each : documents) {
+    const DocumentFamily& family = documentFamily(each.text("djh"));
+    sendToPaper(savedDocumentReport(family, each.text("djh")), PrintWay::AtOnce, this,
+                words(family.name) + each.text("djh"));
+  }
 }
 
 void DocumentListScreen::cancelAll() {

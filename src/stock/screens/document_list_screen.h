@@ -200,8 +200,8 @@ struct List {
   static constexpr ui::EnquiryTab kTabs[] = {{.criteria = kCriteria, .views = kViews}};
   static constexpr std::array kCommands{
       ui::EnquiryCommand{.name = "btn_Cx", .caption = "高级查询", .key = "F3"},
-      ui::EnquiryCommand{.name = "btn_ChaKan", .caption = "查看单据", .views = kOfDocuments},
-      ui::EnquiryCommand{.name = "btn_Dydj", .caption = "打印单据", .key = "F7", .views = kOfDocuments},
+      ui::EnquiryCommand{.name = "btn_ChaKan", .caption = "查看单据", .key = "F8", .views = kOfDocuments},
+      ui::EnquiryCommand{.name = "btn_Dydj", .caption = "打印单据", .key = "Ctrl+P", .views = kOfDocuments},
       ui::EnquiryCommand{.name = "btn_UnChk",
                          .caption = "取消审核",
                          .key = "F6",
@@ -213,7 +213,12 @@ struct List {
   /// The enquiry with these views and commands.
   static constexpr ui::EnquirySpec with(std::span<const ui::EnquiryTab> tabs,
                                         std::span<const ui::EnquiryCommand> commands) {
-    return {.name = joined<Name>, .title = joined<Title>, .tabs = tabs, .commands = commands, .focus = "tkey"};
+    return {.name = joined<Name>,
+            .title = joined<Title>,
+            .tabs = tabs,
+            .commands = commands,
+            .focus = "tkey",
+            .printKey = "F7"};
   }
   static constexpr ui::EnquirySpec kSpec = with(kTabs, kCommands);
 

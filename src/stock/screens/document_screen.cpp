@@ -6,7 +6,6 @@
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
-#include "output/screens/prin_sele.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/lens_sheet_screen.h"
 #include "stock/screens/line_import_screen.h"
@@ -357,7 +356,7 @@ void DocumentScreen::importSheet() {
 }
 
 void DocumentScreen::exportLines() {
-  if (gridLines.isEmpty()) return;
+  if (gridLines.isEmpty() || !mayTakeOutUnsaved(prompt())) return;
   // Without sums and filter below: the file comes in again by the import as it is.
   Sheet sheet = ui::gridSheet(gridLines);
   sheet.sums.clear();
@@ -461,17 +460,25 @@ bool DocumentScreen::keyPressed(QKeyEvent& event) {
     importSheet();
     return true;
   }
-  if (isDraftInSight() && event.key() == Qt::Key_F5 && event.modifiers() == Qt::ControlModifier) {
+  if (!isDraftInSight()) return false;
+  if (event.key() == Qt::Key_F5 && event.modifiers() == Qt::ControlModifier) {
     if (isHabit(kSavesAtOnce)) say(u"保存单据之前恢复询问"_qs);
     setHabit(kSavesAtOnce, false);
     return true;
   }
-  if (!isDraftInSight() || lastSaved_.isEmpty()) return false;
-  const bool audits = event.key() == Qt::Key_F6 && event.modifiers() == Qt::NoModifier;
-  const bool prints = event.key() == Qt::Key_P && event.modifiers() == Qt::ControlModifier;
-  if (audits) auditSaved();
-  if (prints) printDocument(lastSaved_, PrintWay::Preview);
-  return audits || prints;
+  // F8 looks at a document as on the other panels; one that is not saved is always looked at before it is printed.
+  if (event.key() == Qt::Key_F8 && hasCommand("btnPrin")) {
+    if (showsSaved())
+      printDocument(lastSaved_, PrintWay::Preview);
+    else
+      printDraft();
+    return true;
+  }
+  if (event.key() == Qt::Key_F6 && event.modifiers() == Qt::NoModifier && !lastSaved_.isEmpty()) {
+    auditSaved();
+    return true;
+  }
+  return false;
 }
 
 void DocumentScreen::cellChanged(const Row& row, std::string_view column, const QString& text, Lines where) {

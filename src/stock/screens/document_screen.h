@@ -214,6 +214,8 @@ class DocumentScreen : public ui::Screen {
   void bindWaiting();
   void showPicked(const CopyResult& picked);
   void tellSaved(const SaveResult& saved);
+  /// The panel of new documents, empty again: what was saved last is what its keys mean.
+  bool showsSaved() const { return gridLines.isEmpty() && !lastSaved_.isEmpty(); }
   void auditSaved();
   void showScanned();
   void tellLeftOff(const CopyResult& picked);

@@ -6,6 +6,7 @@
 #include "core/small_lookups.h"
 #include "core/text.h"
 #include "masterdata/goods_classes.h"
+#include "output/printed_documents.h"
 #include "stock/screens/line_screen.h"
 #include "ui/display.h"
 #include "ui/known_parts.h"
@@ -90,6 +91,7 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
       lines().setChange(text, lineFieldOf(column), Lines::Staging, id, prompt());
     showStaged(id);
   });
+  gridStaging.setMayTakeOut([this] { return target_ != Lines::Draft || mayTakeOutUnsaved(prompt()); });
   on(command("btnSearch"), [this] {
     search_.search();
     backToSearch();

@@ -29,7 +29,7 @@ template <PartnerType Side, class List>
 inline constexpr auto tradeCommands =
     ui::joinedTables(std::array{ui::EnquiryCommand{.name = "btn_Fukuan",
                                                    .caption = Side == PartnerType::Customer ? "收款" : "付款",
-                                                   .key = "F8",
+                                                   .key = "F12",
                                                    .right = {"wlzk", Side == PartnerType::Customer ? 2 : 5},
                                                    .views = "gridDj"},
                                 ui::EnquiryCommand{.name = "btn_Zdth",

@@ -75,6 +75,7 @@ inline constexpr ui::CommandSpec commonCommands[] = {
     {"btnSearch", "查询", "F2"},
     {"btn_Check", "全部审核", "F7"},
     {"btn_Dele", "删除单据", "Ctrl+Del"},
+    {"btn_ChaKan", "查看单据", "F8"},
     {"btn_Prin", "打印单据", "Ctrl+P"},
     {"btnAdd", "新增商品", "Ctrl+N"},
     {"btnTab2Jpgd", "镜片光度", "F12", "按屈光度、散光度输入镜片数量"},

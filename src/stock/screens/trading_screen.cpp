@@ -220,8 +220,8 @@ void TradingScreen::pickedIn(ui::Field& field) {
 }
 
 bool TradingScreen::keyPressed(QKeyEvent& event) {
-  if (DocumentScreenOver::keyPressed(event)) return true;
-  if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly()) return false;
+  if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly())
+    return DocumentScreenOver::keyPressed(event);
   if (!mayDo(trading_.newPartner)) return true;
   if (const auto added = trading_.addPartner()) {
     partner.setPicked(*added);

@@ -1,6 +1,7 @@
 #include "ui/designer/design_document.h"
 
 #include "platform/report/template_file.h"
+#include "ui/designer/design_columns.h"
 
 #include <algorithm>
 #include <cmath>
@@ -401,6 +402,38 @@ void DesignDocument::settle(const std::vector<double>& bandTops) {
     item.y = std::max(0.0, item.y);
     item.x = std::max(0.0, item.x);
   }
+}
+
+int DesignDocument::chosenColumn() const {
+  if (state_.chosen.empty()) return -1;
+  const ItemRef leader = state_.chosen.back();
+  return hasColumns(state_.design.bands[leader.band]) ? columnOf(state_.design, item(leader)) : -1;
+}
+
+bool DesignDocument::isList() const {
+  return !columnEdges(state_.design).empty();
+}
+
+bool DesignDocument::insertColumn(const report::DetailField& field) {
+  const int columns = static_cast<int>(columnEdges(state_.design).size()) - 1;
+  const int chosen = chosenColumn();
+  const int at = chosen >= 0 ? chosen + 1 : columns;
+  bool done = false;
+  edit(QStringLiteral("插入列"), [&](report::Template& t) { done = ui::insertColumn(t, at, field); });
+  if (!done) return false;
+  const auto& bands = state_.design.bands;
+  const auto rows = std::ranges::find(bands, report::BandKind::MasterData, &report::Band::kind);
+  choose({{static_cast<int>(rows - bands.begin()), static_cast<int>(rows->items.size()) - 1}});
+  return true;
+}
+
+bool DesignDocument::removeColumn() {
+  const int column = chosenColumn();
+  if (column < 0) return false;
+  bool done = false;
+  edit(QStringLiteral("删除列"), [&](report::Template& t) { done = ui::removeColumn(t, column); });
+  if (done) choosePage();
+  return done;
 }
 
 void DesignDocument::addBand(report::BandKind kind) {

@@ -86,6 +86,16 @@ class DesignDocument {
   void spread(Qt::Orientation direction);  // equal gaps between the first and the last
   void reorder(Order order);
 
+  /// The column of the list in which the leading object stands; -1: none.
+  int chosenColumn() const;
+  /// Whether the rows are a list of columns.
+  bool isList() const;
+  /// A column for this field behind the chosen one, else as the last one; its cell in the row is chosen then. False:
+  /// there is no list or no room.
+  bool insertColumn(const report::DetailField& field);
+  /// The chosen column. False: none is chosen, or it is the only one.
+  bool removeColumn();
+
   void addBand(report::BandKind kind);  // a group brings header and footer
   void removeBand(int band);
   void moveBand(int band, int step);  // among those of its kind

@@ -104,6 +104,43 @@ void Designer::addInsert(QToolBar& tools, const QString& text, const QString& ke
   connect(action, &QAction::triggered, this, [this, pattern] { canvas_->beginInsert(pattern); });
 }
 
+void Designer::addColumnMenu(QToolBar& tools) {
+  using namespace designer_detail;
+  QMenu* columns = menuButton(tools, u"列"_qs, u"columnMenu"_qs);
+  QMenu* insert = columns->addMenu(u"插入列（Ctrl+Insert）"_qs);
+  insert->setObjectName(u"insertColumn"_qs);
+  QAction* remove = columns->addAction(u"删除列（Ctrl+Delete）"_qs, this, [this] { document_.removeColumn(); });
+  remove->setObjectName(u"removeColumn"_qs);
+  const auto fill = [this, insert, remove] {
+    insert->clear();
+    const auto fields = document_.current().fields;
+    for (const report::DetailField& field : fields) {
+      const QString label = field.label.isEmpty() ? field.name : field.label;
+      // A & in a label of the shop is no key.
+      insert->addAction(QString(label).replace(u'&', u"&&"_qs) + u"　["_qs + field.name + u']', this, [this, field] {
+        document_.insertColumn(field);
+        canvas_->setFocus();
+      });
+    }
+    insert->menuAction()->setEnabled(document_.isList() && !fields.empty());
+    remove->setEnabled(document_.chosenColumn() >= 0);
+  };
+  connect(columns, &QMenu::aboutToShow, this, fill);
+  // By keys on the canvas: the list of fields opens where the columns are.
+  const auto onCanvas = [this](const char* key, std::function<void()> run) {
+    auto* action = new QAction(canvas_);
+    action->setShortcut(QKeySequence(QLatin1String(key)));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, std::move(run));
+    canvas_->addAction(action);
+  };
+  onCanvas("Ctrl+Ins", [this, insert, fill] {
+    fill();
+    if (insert->menuAction()->isEnabled()) insert->popup(canvas_->mapToGlobal(QPoint(40, 40)));
+  });
+  onCanvas("Ctrl+Del", [this] { document_.removeColumn(); });
+}
+
 void Designer::makeTools(QToolBar& tools) {
   using namespace designer_detail;
   tools.setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -114,6 +151,7 @@ void Designer::makeTools(QToolBar& tools) {
   addInsert(tools, u"条码"_qs, u"Alt+5"_qs,
             report::barcodeItem(0, 0, 40, 12, u"12345678"_qs, report::Symbology::Code128));
 
+  addColumnMenu(tools);
   using report::BandKind;
   QMenu* bands = menuButton(tools, u"带区"_qs, u"bandMenu"_qs);
   for (const BandKind kind :

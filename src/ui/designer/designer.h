@@ -31,6 +31,7 @@ class Designer : public QWidget {
 
  private:
   void makeTools(QToolBar& tools);
+  void addColumnMenu(QToolBar& tools);
   void addInsert(QToolBar& tools, const QString& text, const QString& key, const report::Item& pattern);
   void copy();
 

@@ -292,9 +292,9 @@ void TF_Preview::print(bool ask) {
 }
 
 void TF_Preview::save(bool asPdf) {
-  const QString title = view_->pages().title();
+  const QString name = view_->pages().name();
   const QString path = chooseSaveFile(this, asPdf ? QStringLiteral("存为PDF") : QStringLiteral("存为图片"),
-                                      title.isEmpty() ? QStringLiteral("报表") : title,
+                                      name.isEmpty() ? QStringLiteral("报表") : name,
                                       asPdf ? QStringLiteral("PDF文件 (*.pdf)") : QStringLiteral("图片 (*.png)"));
   if (path.isEmpty()) return;
   try {

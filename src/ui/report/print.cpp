@@ -7,14 +7,13 @@
 #include <QPrinterInfo>
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace jxc::ui {
 
 namespace print_detail {
 
 [[noreturn]] void fail(const QString& message) {
-  throw std::runtime_error(message.toStdString());
+  throw PrintError(message);
 }
 
 void setPage(QPrinter& printer, const report::Pages& pages, int page) {
@@ -30,7 +29,7 @@ void setPage(QPrinter& printer, const report::Pages& pages, int page) {
 void run(QPrinter& printer, const report::Pages& pages, int from, int to, int copies) {
   const int first = std::max(1, from) - 1, end = to > 0 ? std::min(to, pages.count()) : pages.count();
   if (first >= end) fail(QStringLiteral("没有可以打印的页面。"));
-  printer.setDocName(pages.title());
+  printer.setDocName(pages.name());
   copies = std::clamp(copies, 1, 999);
   const bool itself = printer.supportsMultipleCopies();
   printer.setCopyCount(itself ? copies : 1);
@@ -78,6 +77,7 @@ bool printWithDialog(const report::Pages& pages, QWidget* parent) {
   if (pages.isEmpty()) print_detail::fail(QStringLiteral("没有可以打印的页面。"));
   QPrinter printer(QPrinter::HighResolution);
   print_detail::setPage(printer, pages, 0);
+  printer.setDocName(pages.name());  // a print into a file is proposed under it
   QPrintDialog dialog(&printer, parent);
   dialog.setObjectName(QStringLiteral("printDialog"));
   dialog.setOption(QAbstractPrintDialog::PrintPageRange, true);

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <stdexcept>
+
 class QWidget;
 
 namespace jxc::ui {
@@ -17,10 +19,19 @@ struct PrintJob {
   QString toFile;        // a PDF instead of paper
 };
 
+/// Paper was wanted and there is none: no printer, or it refuses. The message is meant for the operator.
+class PrintError : public std::runtime_error {
+ public:
+  explicit PrintError(const QString& message) : std::runtime_error(message.toStdString()), message_(message) {}
+  const QString& message() const { return message_; }
+
+ private:
+  QString message_;
+};
+
 /// Asks for printer, pages and copies first; false when the operator leaves it.
 bool printWithDialog(const report::Pages& pages, QWidget* parent);
-/// Prints at once. Throws std::runtime_error with a message for the operator when there is no such printer or it
-/// refuses.
+/// Prints at once. Throws PrintError when there is no such printer or it refuses.
 void printPages(const report::Pages& pages, const PrintJob& job = {});
 QStringList printerNames();
 
