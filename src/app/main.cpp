@@ -31,15 +31,26 @@ bool onlyTells(int argc, char** argv) {
   });
 }
 
-/// Pictures are taken on a display in memory, by default of the smallest size that the program is made for. Another
-/// display can be asked for by QT_QPA_PLATFORM.
-void useDisplayOfPictures(const QByteArray& size) {
+/// Pictures are taken on a display in memory: of the smallest size that the program is made for, or of that of
+/// `--display`, seen through QT_SCALE_FACTOR where that is set. Another one can be asked for by QT_QPA_PLATFORM.
+void useDisplayOfPictures(std::span<char*> words) {
   if (const QByteArray wanted = qgetenv("QT_QPA_PLATFORM"); !wanted.isEmpty() && wanted != "offscreen") return;
   static QTemporaryFile description(QDir::temp().filePath(QStringLiteral("jxc-display-XXXXXX.json")));
   if (!description.open()) return;
-  description.write(
-      R"({"screens":[{"name":"picture","x":0,"y":0,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1,"width":)" +
-      size.split('x').first() + R"(,"height":)" + size.split('x').last() + "}]}");
+  QSize display(1280, 720);
+  const auto option =
+      std::ranges::find(words, std::string_view("--display"), [](char* word) { return std::string_view(word); });
+  if (option != words.end() && option + 1 != words.end()) {
+    const QStringList sides = QString::fromLocal8Bit(*(option + 1)).split(u'x');
+    const QSize wanted(sides.value(0).toInt(), sides.value(1).toInt());
+    if (wanted.width() >= 640 && wanted.height() >= 480) display = wanted;
+  }
+  display *= std::max(1.0, qgetenv("QT_SCALE_FACTOR").toDouble());
+  description.write(QStringLiteral(R"({"screens":[{"name":"picture","x":0,"y":0,"width":%1,"height":%2,)"
+                                   R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})")
+                        .arg(display.width())
+                        .arg(display.height())
+                        .toUtf8());
   description.flush();
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + description.fileName().toLocal8Bit());
 }
@@ -63,13 +74,9 @@ int showProgram(jxc::ui::Application& application) {
 
 int main(int argc, char** argv) {
   const std::span<char*> words(argv, static_cast<std::size_t>(argc));
-  // Before the display is there, so before the options are read.
-  const auto option = [&words](std::string_view name) {
-    return std::ranges::find(words, name, [](char* word) { return std::string_view(word); });
-  };
-  if (option("--screenshot") != words.end()) {
-    const auto size = option("--display");
-    useDisplayOfPictures(words.end() - size > 1 ? QByteArray(size[1]) : QByteArrayLiteral("1280x720"));
+  if (std::ranges::find(words, std::string_view("--screenshot"), [](char* word) { return std::string_view(word); }) !=
+      words.end()) {
+    useDisplayOfPictures(words);
   }
   QCoreApplication::setApplicationName(QStringLiteral("jxc"));
   QCoreApplication::setApplicationVersion(QString::fromUtf16(jxc::build::version));
@@ -82,12 +89,14 @@ int main(int argc, char** argv) {
   options.addOption({QStringLiteral("screenshot"),
                      QStringLiteral("no window: pictures of the screens with demonstration data into DIR"),
                      QStringLiteral("DIR")});
+  options.addOption({QStringLiteral("display"), QStringLiteral("size of the display of the pictures (1280x720)"),
+                     QStringLiteral("SIZE")});
+  options.addOption({QStringLiteral("large"),
+                     QStringLiteral("pictures of a shop with twenty thousand goods, long names and documents begun")});
   options.addOption({QStringLiteral("skin"), QStringLiteral("look of the pictures"), QStringLiteral("NAME"),
                      QString::fromUtf16(jxc::ui::usualSkin)});
   options.addOption({QStringLiteral("account"), QStringLiteral("account set of the pictures, asked for a year"),
                      QStringLiteral("FILE")});
-  options.addOption(
-      {QStringLiteral("display"), QStringLiteral("display of the pictures: 1024x768"), QStringLiteral("SIZE")});
   options.addOption({QStringLiteral("screens"), QStringLiteral("only pictures of these: 'F_Sp.*|F_Rbyb'"),
                      QStringLiteral("PATTERN")});
   if (onlyTells(argc, argv)) {  // needs no display
@@ -102,9 +111,11 @@ int main(int argc, char** argv) {
   jxc::setProgramDirectory(jxc::findProgramDirectory(application.arguments(), QCoreApplication::applicationDirPath()));
   jxc::bringTemplates();
   if (options.isSet(QStringLiteral("screenshot"))) {
+    const auto size = options.isSet(QStringLiteral("large")) ? jxc::Demonstration::Large : jxc::Demonstration::Usual;
     return jxc::takeScreenshots({.folder = options.value(QStringLiteral("screenshot")),
                                  .skin = options.value(QStringLiteral("skin")),
                                  .account = options.value(QStringLiteral("account")),
+                                 .size = size,
                                  .screens = options.value(QStringLiteral("screens"))});
   }
 

@@ -1,6 +1,5 @@
 #include "app/screenshots.h"
 
-#include "app/demonstration.h"
 #include "core/clock.h"
 #include "core/data_module.h"
 #include "core/look.h"
@@ -14,14 +13,17 @@
 #include "ui/grid.h"
 #include "ui/skin.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QTabWidget>
 #include <QTimer>
 
 #include <cstdio>
@@ -46,6 +48,40 @@ bool save(QWidget& window, const QDir& folder, const QString& name) {
   return false;
 }
 
+/// What stands in a button, a box or a label and is wider than it.
+void tellCutWords(QWidget& window) {
+  const auto tell = [&](const QWidget& part, const QString& words, int room) {
+    const int wanted = part.fontMetrics().horizontalAdvance(QString(words).remove(u'&'));
+    if (wanted > room)
+      std::fprintf(stderr, "%s: %s is cut (%d of %d)\n", qPrintable(window.objectName()), qPrintable(words), room,
+                   wanted);
+  };
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+    // What shows an icon alone keeps its words for who cannot see it.
+    if (button->isVisible() && !button->text().isEmpty() && button->icon().isNull())
+      tell(*button, button->text(), button->width());
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (label->isVisible() && !label->wordWrap() && label->textFormat() != Qt::RichText)
+      for (const QString& line : label->text().split(u'\n'))
+        tell(*label, line, label->width());
+}
+
+/// A screen as it opens, and the further panels that it has.
+bool saveWithPanels(ui::Screen& screen, const QDir& folder, const QString& name) {
+  bool fine = true;
+  auto* tabs = screen.findChild<QTabWidget*>();
+  const int panels = tabs ? tabs->count() : 1;
+  for (int panel = 0; panel < panels; ++panel) {
+    if (panel > 0) tabs->setCurrentIndex(panel);
+    settle();
+    for (QWidget* part : screen.findChildren<QWidget*>())  // also those of a list that stands in a panel
+      if (auto* grid = dynamic_cast<ui::Grid*>(part)) grid->waitLoaded();
+    fine = save(screen, folder, panel == 0 ? name : name + u'_' + QString::number(panel + 1)) && fine;
+    tellCutWords(screen);
+  }
+  return fine;
+}
+
 // A screen that has something to say at its activation must not stop the pictures.
 void closeBoxes() {
   if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -54,9 +90,9 @@ void closeBoxes() {
   }
 }
 
-void openAccount(const QString& file) {
-  if (file.isEmpty()) return openDemonstration();
-  dataModule().installAccountDb(openSqlite(file));
+void openAccount(const Pictures& pictures) {
+  if (pictures.account.isEmpty()) return openDemonstration(pictures.size);
+  dataModule().installAccountDb(openSqlite(pictures.account));
   session() = Session{};
   session().a_name = QStringLiteral("admin");
   session().a_sn = session().r_sn = QString::fromUtf16(builtInSn);
@@ -104,7 +140,7 @@ int takeScreenshots(const Pictures& pictures) {
     std::fprintf(stderr, "cannot make %s\n", qPrintable(pictures.folder));
     return 1;
   }
-  openAccount(pictures.account);
+  openAccount(pictures);
   if (!ui::applySkin(pictures.skin)) {
     std::fprintf(stderr, "no skin %s\n", qPrintable(pictures.skin));
     return 1;
@@ -114,6 +150,7 @@ int takeScreenshots(const Pictures& pictures) {
   QObject::connect(&watch, &QTimer::timeout, [] { closeBoxes(); });
   watch.start(100);
   bool fine = true;
+  const QSize display = QGuiApplication::primaryScreen()->availableSize();
   if (pictures.screens.isEmpty()) {
     TF_Loading splash;
     splash.present();
@@ -124,7 +161,7 @@ int takeScreenshots(const Pictures& pictures) {
     fine = save(login, folder, QStringLiteral("F_Login")) && fine;
     login.hide();
     TF_MainForm mainForm;
-    mainForm.resize(1280, 720);
+    mainForm.resize(display);
     mainForm.formActivate();
     for (const auto& page : ui::pages()) {
       mainForm.showPage(page.page);
@@ -141,14 +178,12 @@ int takeScreenshots(const Pictures& pictures) {
     try {
       auto& screen = ui::screenNamed(name);
       screen.present();
-      // As large as the display shows it, with the frame of a window.
-      if (!screen.grids().empty()) screen.resize(screen.QWidget::screen()->availableSize() - QSize(16, 40));
-      for (auto* grid : screen.grids()) {
-        grid->waitLoaded();
-      }
-      fine = save(screen, folder, QString::fromStdString(name)) && fine;
+      if (!screen.grids().empty()) screen.resize(display - QSize(16, 40));  // its frame and title
+      const QString picture = QString::fromStdString(name);
       if (auto* enquiry = dynamic_cast<ui::EnquiryScreen*>(&screen))
-        fine = saveViews(*enquiry, folder, pictures) && fine;
+        fine = save(screen, folder, picture) && saveViews(*enquiry, folder, pictures) && fine;
+      else
+        fine = saveWithPanels(screen, folder, picture) && fine;
       screen.hide();
     } catch (const std::exception& failure) {
       std::fprintf(stderr, "%s: %s\n", name.c_str(), failure.what());
