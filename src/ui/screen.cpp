@@ -3,6 +3,7 @@
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
+#include "ui/quiet_line.h"
 #include "ui/scrolling.h"
 #include "ui/typed_ahead.h"
 
@@ -15,7 +16,6 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
@@ -412,9 +412,8 @@ bool Screen::mayLeave() {
 
 void Screen::say(const QString& text) {
   if (!said_) {
-    said_ = new QStatusBar(this);
+    said_ = new QuietLine(this);
     said_->setObjectName(QStringLiteral("quietLine"));
-    said_->setSizeGripEnabled(false);
     outer_->addWidget(said_);
   }
   said_->show();  // at once, or a screen reader hears nothing

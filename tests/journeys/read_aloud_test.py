@@ -29,13 +29,13 @@ class Reader:
         atspi.init()
         atspi.set_timeout(2000, 5000)
         self.listener = atspi.EventListener.new(self.hear)
-        for kind in ("window:activate", "object:state-changed:focused", "object:property-change:accessible-name"):
+        for kind in ("window:activate", "object:state-changed:focused", "object:state-changed:showing"):
             self.listener.register(kind)
 
     def hear(self, event):
         try:
-            if event.type == "object:property-change:accessible-name":
-                if event.source.get_role_name() == "status bar":  # what was done is told there
+            if event.type == "object:state-changed:showing":
+                if event.detail1 and event.source.get_role_name() == "notification":
                     self.said.append(event.source.get_name())
             elif event.type == "window:activate":
                 self.said.append(self.window(event.source))
