@@ -304,10 +304,9 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
 }
 
 TEST_F(EnquirySweep, TwoOperatorsAtOnceGetWhatEachGetsAlone) {
-  if (!onServer()) {
-    accountDb().backupTo(file(u"jxc.mdb"_qs));
-    dataModule().installAccountDb(openSqlite(file(u"jxc.mdb"_qs)));
-  }
+  if (onServer()) GTEST_SKIP() << "what a test does there is one transaction, which no other reader sees";
+  accountDb().backupTo(file(u"jxc.mdb"_qs));
+  dataModule().installAccountDb(openSqlite(file(u"jxc.mdb"_qs)));
   const auto open = accountDb().readerOpener();
   const std::unique_ptr<Database> stations[]{open(), open()};
   const auto asked = [&](int station, const Question& question) {
