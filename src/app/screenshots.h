@@ -16,9 +16,9 @@ struct Pictures {
 };
 
 /// Logs in and writes a PNG of each page of the main window, of each registered screen with each of its panels, and of
-/// each list and chart of an enquiry, as large as the display allows. Enquiries of a given account set are asked for the
-/// twelve months up to today. Words that a button, box or label has no room for are told on the error output. The exit
-/// code of the process.
+/// each list and chart of an enquiry, as large as the display allows. Enquiries of a given account set are asked for
+/// the twelve months up to today. Words that a button, box or label has no room for are told on the error output. The
+/// exit code of the process.
 int takeScreenshots(const Pictures& pictures);
 
 }  // namespace jxc
