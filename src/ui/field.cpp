@@ -3,6 +3,7 @@
 #include "ui/display.h"
 #include "ui/icons.h"
 #include "ui/schema_width.h"
+#include "ui/text_input.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QRadioButton>
 #include <QStyle>
@@ -123,7 +123,7 @@ void Field::build(QWidget* parent) {
     }
     widget_ = list;
   } else if (spec_.kind == FieldKind::Memo) {
-    auto* text = new QPlainTextEdit(parent);
+    auto* text = new MemoInput(parent);
     text->setTabChangesFocus(true);
     connect(text, &QPlainTextEdit::textChanged, this, [this, text] {
       const int most = field_detail::mostCharacters(spec_);

@@ -58,7 +58,7 @@ class Guided : public ui::Screen {
   QString refusal;
 };
 
-/// Longer than a picker waits for a scanner.
+/// Longer than a picker waits for a scanner, and a window for its display.
 void pause() {
   QElapsedTimer passed;
   passed.start();
@@ -176,8 +176,9 @@ TEST_F(KitGuidance, NamesAreWholeWhereTheListScrollsAnyway) {
     auto* view = list.view();
     list.load("select * from jxc_goods where g_sn='1'");
     const int whole = view->fontMetrics().horizontalAdvance(name);
+    pause();  // a window manager gives it the size that it opens with
     s.resize(420, s.height());
-    settle();
+    pause();
     EXPECT_LT(view->columnWidth(1), whole);
     EXPECT_LE(view->horizontalHeader()->length(), view->viewport()->width());
     list.setCaption("g_qgd", QString(80, u'宽'));  // more than there is room for in any case

@@ -3,6 +3,7 @@
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
 #include "ui/picker_screen.h"
+#include "ui/text_input.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,6 +11,7 @@
 #include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTableView>
 #include <QToolTip>
 
@@ -259,6 +261,16 @@ TEST_F(ScreenTest, APickerSearchesWhileItIsTypedIn) {
     EXPECT_TRUE(s.isVisible());  // there is nothing to take
   });
   EXPECT_FALSE(taken);
+}
+
+TEST(KitDisplay, AnEmptyClipboardPastesNothing) {
+  QApplication::clipboard()->setMimeData(new QMimeData);
+  ui::MemoInput memo;
+  ui::RichTextInput note;
+  memo.setPlainText(u"备注"_qs);
+  memo.paste();
+  note.paste();
+  EXPECT_EQ(memo.toPlainText() + note.toPlainText(), "备注");
 }
 
 TEST(KitDisplay, DatesAndNumbersAreReadAsTheyAreTyped) {

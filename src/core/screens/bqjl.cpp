@@ -2,12 +2,12 @@
 #include "core/clock.h"
 #include "core/start_reminders.h"
 #include "ui/screen.h"
+#include "ui/text_input.h"
 
 #include <QColorDialog>
 #include <QFontComboBox>
 #include <QHBoxLayout>
 #include <QSpinBox>
-#include <QTextEdit>
 #include <QToolButton>
 
 namespace jxc {
@@ -26,7 +26,7 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Bqjl", .title = "便签记录", .
 class TF_Bqjl : public ui::Screen {
  public:
   TF_Bqjl() : Screen(bqjl_detail::kScreen) {
-    bqNote = new QTextEdit(this);
+    bqNote = new ui::RichTextInput(this);
     bqNote->setObjectName(QStringLiteral("bqNote"));
     bqNote->setAccessibleName(QStringLiteral("便签内容"));
     bqNote->setMinimumSize(640, 320);

@@ -1,6 +1,7 @@
 #include "ui/designer/property_panel.h"
 
 #include "ui/skin.h"
+#include "ui/text_input.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -10,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QToolButton>
@@ -21,7 +21,7 @@ namespace jxc::ui {
 namespace property_panel_detail {
 
 /// Several lines; leaving it or Ctrl+Enter takes the words over.
-class ExpressionEdit : public QPlainTextEdit {
+class ExpressionEdit : public MemoInput {
  public:
   std::function<void(const QString&)> done;
   ExpressionEdit() {
