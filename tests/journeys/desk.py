@@ -103,14 +103,24 @@ def begin(desk):
     return desk.until("main window", is_main)
 
 
-def run(journey):
-    """The journey over the program that the command line names; the exit status."""
+def demo_shop(home):
+    """A month of a small demonstration shop, by the console that the command line names behind the program."""
+    subprocess.run([sys.argv[2], "--home", home, "demo", "--months", "1", "--goods", "60", "--documents", "3"],
+                   check=True, stdout=subprocess.DEVNULL)
+
+
+def run(journey, prepare=None):
+    """The journey over the program that the command line names; the exit status, 77 where a tool is missing."""
+    if missing := missing_tools():
+        print("skipped: not installed: " + missing)
+        return 77
     program = sys.argv[1] if len(sys.argv) > 1 else str(TOP / "build/shared/src/app/jxc")
-    desk = Desk(program)
+    desk = Desk(program, prepare)
     try:
         return journey(desk) or 0
     except (Failure, subprocess.TimeoutExpired) as failure:
         print(f"FAILED: {failure}", file=sys.stderr)
+        subprocess.run(["import", "-window", "root", "/tmp/journey_fail.png"], env=desk.env, check=False)
         return 1
     finally:
         desk.close()

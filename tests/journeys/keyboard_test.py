@@ -12,7 +12,7 @@ import subprocess
 import sys
 import time
 
-from desk import Desk, Failure, begin, is_main, missing_tools
+from desk import Failure, begin, demo_shop, is_main, run
 
 NOTICE, QUESTION = "系统提示", "信息提醒"
 
@@ -70,20 +70,20 @@ def typed_ahead(desk):
     desk.keys("Escape")
 
 
-def second_start(desk, program):
+def second_start(desk):
     """Brings the running window back to the front, from behind and from the task bar, and ends."""
     desk.until("main window", is_main)
     desk.xdo("getactivewindow", "windowminimize")
     time.sleep(0.5)
     if is_main(desk.title()):
         raise Failure("second start: the window was not minimised")
-    subprocess.run([program, "--home", desk.home], env=desk.env, timeout=30, check=True)
+    subprocess.run([desk.program.args[0], "--home", desk.home], env=desk.env, timeout=30, check=True)
     desk.until("second start", is_main, 5)
 
 
-def journey(desk, program):
+def journey(desk):
     begin(desk)
-    second_start(desk, program)
+    second_start(desk)
     open_by_initials(desk, "sjhd", "数据核对")
     for _ in range(3):
         repair(desk, "F6", "重新计算结存数据")
@@ -98,24 +98,5 @@ def journey(desk, program):
     typed_ahead(desk)
 
 
-def main():
-    program, console = sys.argv[1:]
-    if missing := missing_tools():
-        print("skipped: not installed: " + missing)
-        return 77
-    desk = Desk(program, lambda home: subprocess.run(
-        [console, "--home", home, "demo", "--months", "1", "--goods", "60", "--documents", "3"],
-        check=True, stdout=subprocess.DEVNULL))
-    try:
-        journey(desk, program)
-    except Failure as failure:
-        print(f"FAILED: {failure}", file=sys.stderr)
-        subprocess.run(["import", "-window", "root", "/tmp/keys_fail.png"], env=desk.env)
-        return 1
-    finally:
-        desk.close()
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(journey, demo_shop))

@@ -12,7 +12,8 @@ import subprocess
 import sys
 import time
 
-from desk import Desk, Failure, begin, is_main, missing_tools
+from desk import Failure, begin, demo_shop, is_main, run
+from shop_day import prove
 
 BURST = 12          # keys that are sent without waiting for anything
 PATIENCE = 20       # seconds that a window may be busy: a statistic, a recomputation
@@ -47,8 +48,8 @@ def memory(desk):
 
 
 class Drill:
-    def __init__(self, desk, program, console, seed):
-        self.desk, self.program, self.console = desk, program, console
+    def __init__(self, desk, console, seed):
+        self.desk, self.console, self.program = desk, console, desk.program.args[0]
         self.chance = random.Random(seed)
         self.sent = self.begun = 0
         self.last = []
@@ -102,43 +103,23 @@ class Drill:
                 self.enter()
 
 
-def drill(desk, program, console, total, seed):
-    walk = Drill(desk, program, console, seed)
+def drill(desk):
+    total, seed = (int(word) for word in sys.argv[3:] + ["600", "19"][len(sys.argv) - 3:])
+    print(f"seed {seed}")
+    walk = Drill(desk, sys.argv[2], seed)
     walk.enter()
     walk.press(total // 2)
     half = memory(desk)
     walk.press(total)
     end = memory(desk)
-    print(f"seed {seed}: {walk.sent} keys, {walk.begun} starts, {half:.0f} MB at half the way, {end:.0f} MB at the end,"
+    print(f"{walk.sent} keys, {walk.begun} starts, {half:.0f} MB at half the way, {end:.0f} MB at the end,"
           f" in “{desk.title()}”")
     if total >= 5000 and end > half * MOST_GROWTH:
         raise Failure("the memory grows")
     if desk.program.poll() is not None:
         raise Failure("the program has ended")
-    proof = subprocess.run([console, "--home", desk.home, "prove", "--wrong"], capture_output=True, text=True, check=False)
-    if proof.returncode != 0:
-        raise Failure("the books are not proven:\n" + proof.stdout + proof.stderr)
-
-
-def main():
-    program, console = sys.argv[1:3]
-    total = int(sys.argv[3]) if len(sys.argv) > 3 else 600
-    seed = int(sys.argv[4]) if len(sys.argv) > 4 else 19
-    if missing := missing_tools():
-        print("skipped: not installed: " + missing)
-        return 77
-    desk = Desk(program, lambda home: subprocess.run(
-        [console, "--home", home, "demo", "--months", "1", "--goods", "60", "--documents", "3"],
-        check=True, stdout=subprocess.DEVNULL))
-    try:
-        drill(desk, program, console, total, seed)
-    except Failure as failure:
-        print(f"FAILED (seed {seed}): {failure}", file=sys.stderr)
-        return 1
-    finally:
-        desk.close()
-    return 0
+    prove(walk.console, desk)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(drill, demo_shop))
