@@ -83,8 +83,7 @@ TEST_F(StocktakingTest, ALineIsWorthItsDifferenceWhateverWayItComesIn) {
 }
 
 TEST_F(StocktakingTest, SaveRefusesWhatComesTooLate) {
-  EXPECT_FALSE(save());
-  EXPECT_EQ(prompt.lastNotice(), "单据中没有业务发生，不能保存！");
+  EXPECT_EQ(prompt.refused(save()), "单据中没有业务发生，不能保存！");
   count("A", 7);
   const QString sale = sell("2021-05-04", {{"A", 1, 9}});
   EXPECT_FALSE(stocktaking::rules().save(draft_, prompt));
@@ -105,8 +104,7 @@ TEST_F(StocktakingTest, SaveRefusesWhatComesTooLate) {
   draft_.date = u"2021-05-02"_qs;
   draft_.number = newDocumentNumber(stocktake, draft_.date);
   count("B", 4);
-  EXPECT_FALSE(save());
-  EXPECT_EQ(prompt.lastNotice(), "在【2021-05-03】日期之后已有盘点单，不能再次盘点！");
+  EXPECT_EQ(prompt.refused(save()), "在【2021-05-03】日期之后已有盘点单，不能再次盘点！");
 
   setParameter("cs_shdj", 1);
   draft_.date = u"2021-05-03"_qs;
@@ -122,22 +120,33 @@ TEST_F(StocktakingTest, SaveRefusesWhatComesTooLate) {
 TEST_F(StocktakingTest, ASpreadsheetIsJudgedRowByRow) {
   count("B", 1);
   RowSet sheet({"商品编号", "数量"});
-  for (const auto& [goods, pieces] :
-       {std::pair("A", "0"), {"A", "3"}, {"B", "2"}, {"C", ""}, {"C", "-1"}, {"X", "1"}, {"C", "2"}}) {
-    sheet.addText(goods);
-    sheet.addText(pieces);
+  const struct {
+    QString code, quantity;
+    const char* verdict;
+  } cells[] = {{"A", "0", "可顺利导入"},
+               {"A", "3", "商品不能重复盘点"},
+               {"B", "2", "商品不能重复盘点"},
+               {"C", {}, "数量不能为空"},  // a formula that failed, a cell below a merged one
+               {"C", "-1", "数量不能为负数"},
+               {"C", "1000000000000", "数量过大，请检查是否输入了条码或单价！"},
+               {"C", "1e400", "数量不是数字"},
+               {"C", "=SUM(B1:B9)", "数量不是数字"},  // typed as a text
+               {{}, "3", "商品编号不正确"},
+               {QString(1000, u'A'), "3", "商品编号不正确"},
+               {"A' or '1'='1", "3", "商品编号不正确"},
+               {"C", "2.345", "可顺利导入"}};
+  for (const auto& each : cells) {
+    sheet.addText(each.code.toStdString());
+    sheet.addText(each.quantity.toStdString());
   }
   const auto judged = judgeLines(sheet, stocktake.import, lines(), place(), prompt);
-  ASSERT_TRUE(judged);
-  QStringList verdicts;
-  for (const ImportLine& line : *judged)
-    verdicts << line.words;
-  EXPECT_EQ(verdicts, QStringList({"可顺利导入", "商品不能重复盘点", "商品不能重复盘点", "数量不能为空",
-                                   "数量不能为负数", "商品编号不正确", "可顺利导入"}));
+  ASSERT_TRUE(judged && judged->size() == std::size(cells));
+  for (std::size_t i = 0; i < std::size(cells); ++i)
+    EXPECT_EQ((*judged)[i].words, cells[i].verdict) << i;
   const auto imported = importLines(*judged, lines(), place(), Lines::Draft, prompt);
   ASSERT_TRUE(imported);
   EXPECT_EQ(imported->taken, 2);
-  EXPECT_EQ(stored(draft_.number), QStringList({"A 0 10 10 5 -50", "B 1 4 4 1 -3", "C 2 0 0 3 6"}));
+  EXPECT_EQ(stored(draft_.number), QStringList({"A 0 10 10 5 -50", "B 1 4 4 1 -3", "C 2.35 0 0 3 7.05"}));
 }
 
 TEST_F(StocktakingTest, GoodsThatNobodyCountedAreLeftOrTakenTogether) {

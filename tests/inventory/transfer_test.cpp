@@ -137,12 +137,6 @@ TEST_F(TransferTest, SaveRefusesInOrderAndTestsTheSumOfAGoods) {
   EXPECT_FALSE(rules().save(draft, prompt.willSayNo()));
   EXPECT_EQ(prompt.questions.last(), "该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？");
   EXPECT_EQ(lookupNumber("select count(*) from jxc_kcdbd"), 0);
-  // What was agreed to a moment ago is not asked again by the audit that follows at once.
-  setParameter("cs_shdj", 1);
-  prompt.forget();
-  EXPECT_TRUE(rules().save(draft, prompt.willSayYes().willSayYes()).audited);
-  EXPECT_EQ(prompt.questions.size(), 2);
-  EXPECT_EQ(balanceOf("A"), "-1 -1 5");
 }
 
 // Four of ten pieces go at 6 where they cost 5: the sending warehouse keeps its cost, the receiving one takes 6, and
@@ -194,12 +188,6 @@ TEST_F(TransferTest, AWholeLifeInEveryTable) {
   EXPECT_EQ(row("select g_kc,g_pjjj from jxc_goods where g_sn='A'"), "10 5");
   EXPECT_EQ(lastLog(), "增加已审核库存调拨单" + number + "，共1种商品");
   EXPECT_EQ(cash(), 0);
-  EXPECT_EQ(test::brokenInvariants(), QStringList());
-
-  EXPECT_TRUE(cancelTransfer(number, prompt.willSayYes()));
-  EXPECT_EQ(head(), "100001 100002 2021-05-02 0   100001 补货，急 admin");
-  EXPECT_EQ(balanceOf("A"), "10 10 5");
-  EXPECT_EQ(row("select js_sl,js_zje from jxc_kcjs where js_rq='2021-05' and ck_sn='100001'"), "10 50");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 

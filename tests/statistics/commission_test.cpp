@@ -139,8 +139,8 @@ class RandomCommission : public Commission {
   int upTo(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
   double money() { return upTo(800) * 0.25; }
   QString date() {
-    const QString day = QStringLiteral("2021-05-%1").arg(25 + upTo(7));
-    return upTo(2) ? day : day + QStringLiteral(" %1:30:00").arg(10 + upTo(12));
+    const QString day = u"2021-05-%1"_qs.arg(25 + upTo(7));
+    return upTo(2) ? day : day + u" %1:30:00"_qs.arg(10 + upTo(12));
   }
 
   void document(int serial) {
@@ -150,7 +150,7 @@ class RandomCommission : public Commission {
     const QString number = words(family.prefix) + QString::number(2105000000 + serial), day = date(),
                   warehouse = upTo(3) ? test::mainWarehouse : u"100002"_qs;
     const int who = upTo(5);
-    const QString employee = QString::number(200001 + who), name = QStringLiteral("甲乙丙丁戊").mid(who, 1);
+    const QString employee = QString::number(200001 + who), name = u"甲乙丙丁戊"_qs.mid(who, 1);
     const bool audited = upTo(6) != 0;
     insertRow(family.head, {{family.number, number},
                             {family.warehouse, warehouse},
@@ -201,13 +201,11 @@ class RandomCommission : public Commission {
   /// stored, and the end of the period they are as they always were.
   RowSet byWorkingTable(const Criteria& criteria, const QString& bound) {
     const auto period = [&](const char* column) {
-      return QStringLiteral(" and %1>='%2' and %1<='%3 23:59:59'")
-          .arg(QLatin1String(column), criteria.from, criteria.to);
+      return u" and %1>='%2' and %1<='%3 23:59:59'"_qs.arg(QLatin1String(column), criteria.from, criteria.to);
     };
     const QString warehouse = bound.isEmpty() ? QString() : u" and z.ck_asn like '%"_qs + bound + u"%'"_qs;
     const auto who = [&](const char* column) {
-      return criteria.employee.isEmpty() ? QString()
-                                         : QStringLiteral(" and %1='%2'").arg(QLatin1String(column), criteria.employee);
+      return criteria.employee.isEmpty() ? QString() : u" and %1='%2'"_qs.arg(QLatin1String(column), criteria.employee);
     };
     const auto run = [](const QString& text) { execSql(text.toStdString()); };
     const QString into =
@@ -271,8 +269,7 @@ class RandomCommission : public Commission {
   }
   /// The first cell that differs.
   static QString difference(const RowSet& table, const RowSet& mine) {
-    if (table.rowCount() != mine.rowCount())
-      return QStringLiteral("%1 rows, not %2").arg(mine.rowCount()).arg(table.rowCount());
+    if (table.rowCount() != mine.rowCount()) return u"%1 rows, not %2"_qs.arg(mine.rowCount()).arg(table.rowCount());
     for (int row = 0; row < table.rowCount(); ++row) {
       for (const char* field : {"g_sn", "hz_txt1", "hz_txt2", "hz_flag"})
         if (table[row].text(field) != mine[row].text(field)) return mine[row].text(field);
@@ -288,21 +285,21 @@ class RandomCommission : public Commission {
 };
 
 TEST_F(RandomCommission, EqualsTheStatementsOfTheWorkingTableAndTheSumOfItsLines) {
-  setRights(QStringLiteral("100077"), "tjgl", QString(60, u'1'));
+  setRights(u"100077"_qs, "tjgl", QString(60, u'1'));
   int rows = 0;
   for (int history = 0; history < 30; ++history) {
     Transaction transaction(accountDb());
     fill();
     const bool bound = upTo(2) == 0;
-    const Criteria criteria{.from = QStringLiteral("2021-05-%1").arg(25 + upTo(3)),
-                            .to = QStringLiteral("2021-05-%1").arg(28 + upTo(4)),
+    const Criteria criteria{.from = u"2021-05-%1"_qs.arg(25 + upTo(3)),
+                            .to = u"2021-05-%1"_qs.arg(28 + upTo(4)),
                             .employee = upTo(3) ? QString() : QString::number(200001 + upTo(5))};
     const RowSet table = byWorkingTable(criteria, bound ? u"100099"_qs : QString());
     execSql("update jxc_xtcs set cs_cgyh=?", bound ? 1 : 0);
     if (bound)
-      becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+      becomeOperator(u"店员"_qs, u"100099"_qs, u"100077"_qs);
     else
-      becomeOperator(QStringLiteral("admin"), QStringLiteral("100001"), QStringLiteral("100001"));
+      becomeOperator(u"admin"_qs, u"100001"_qs, u"100001"_qs);
     const RowSet mine = answer(commissions, criteria);
     ASSERT_EQ(difference(table, mine), QString()) << "history " << history;
     std::map<QString, double> lines = linesOf(criteria);

@@ -1,6 +1,7 @@
 // What was bought and sold, summed: figures of a small month worked out by hand, and groupings that agree.
 #include "statistics/trade_totals.h"
 
+#include "statistics/purchase_sale_stock.h"
 #include "stock/document_list.h"
 #include "stock/shop.h"
 
@@ -166,8 +167,8 @@ TEST_F(TradeTotals, LinesBesideAListOfDocumentsGoByItsCriteriaAndKeepTheWholeMar
 // What an operator may type, meet or be: an empty answer, never an error.
 TEST_F(TradeTotals, WhatCannotBeFoundGivesNoRows) {
   using enum PartnerType;
-  std::vector<Source> sources{tradeLinesOf<Customer>, goodsRanking,  stockTurn,    supplierTrade,
-                              supplierGoods,          supplierLines, documentSales};
+  std::vector<Source> sources{tradeLinesOf<Customer>, goodsRanking,  stockTurn,     supplierTrade,
+                              supplierGoods,          supplierLines, documentSales, stockMovements};
   sources.insert(sources.end(),
                  {tradeTotalsOf<Customer, TradeBy::Goods>, tradeTotalsOf<Supplier, TradeBy::GoodsClass>,
                   tradeTotalsOf<Customer, TradeBy::PartnerClass>, tradeTotalsOf<Customer, TradeBy::Region>,

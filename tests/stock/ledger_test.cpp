@@ -8,29 +8,6 @@ namespace jxc::ledger_test {
 
 class LedgerTest : public test::ShopTest {};
 
-TEST_F(LedgerTest, AverageOfReceiptsAndOfAReturnThatIsPooledWithoutItsSign) {
-  addGoods("A", 4);
-  const auto first = ledgerRow("cj", "2021-05-01", 10, 50, 5);
-  replayLedger(first);
-  EXPECT_EQ(figures(first), "10 5 50");
-  const auto second = ledgerRow("cj", "2021-05-02", 10, 70, 7);
-  replayLedger(second);
-  EXPECT_EQ(figures(second), "20 6 120");
-  // Five go back at 7: the pool is 25 pieces and 155 yuan, 6.20 each.
-  const auto back = ledgerRow("ct", "2021-05-03", -5, -35, 7);
-  replayLedger(back);
-  EXPECT_EQ(figures(back), "15 6.2 93");
-  // Twenty sold of fifteen; then ten at 8 against a negative stock: |−5|+10 pieces, |−31|+80 yuan.
-  const auto sale = ledgerRow("xs", "2021-05-03", 20, 400, 20);
-  replayLedger(sale);
-  EXPECT_EQ(figures(sale), "-5 6.2 -31");
-  const auto refill = ledgerRow("cj", "2021-05-04", 10, 80, 8);
-  replayLedger(refill);
-  EXPECT_EQ(figures(refill), "5 7.4 37");
-  EXPECT_EQ(lookupNumber("select gl_sqsl from jxc_goodslist where id=?", refill), -5);
-  EXPECT_EQ(lookupNumber("select gl_sqje from jxc_goodslist where id=?", refill), -31);
-}
-
 TEST_F(LedgerTest, BackDatedRowRewritesLaterRowsOnly) {
   addGoods("A", 0);
   execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (0,0,0,'A','100001')");

@@ -29,11 +29,8 @@ class PostingTest : public test::ShopTest {
   void expectUnposted(const DocumentFamily& family, const QString& number) {
     EXPECT_EQ(
         lookupNumber(compose("select {} from {} where {}=?", {family.status, family.head, family.number}), number), 0);
-    for (const char* statement :
-         {"select count(*) from jxc_goodslist where gl_djh=?", "select count(*) from jxc_xjyh where gl_djh=?",
-          "select count(*) from jxc_ysyfk where gl_djh=?", "select count(*) from jxc_yyfy where gl_djh=?",
-          "select count(*) from jxc_fpdjb where gl_djh=?"})
-      EXPECT_EQ(lookupNumber(statement, number), 0) << statement;
+    for (const char* table : {"jxc_goodslist", "jxc_xjyh", "jxc_ysyfk", "jxc_yyfy", "jxc_fpdjb"})
+      EXPECT_EQ(lookupNumber(compose("select count(*) from {} where gl_djh=?", {table}), number), 0) << table;
   }
 };
 
@@ -270,13 +267,6 @@ TEST_F(PostingTest, ADocumentOfBalancingLinesOnlyTouchesNoStock) {
   EXPECT_EQ(audit(number), AuditOutcome::Audited);
   EXPECT_EQ(lookupValue("select count(*) from jxc_goodslist where gl_djh=?", number), "1");
   EXPECT_EQ(balanceOf("A"), "no row");
-}
-
-TEST_F(PostingTest, AFailureInTheMiddleLeavesNothing) {
-  const QString number = save(draftReceipt("2021-05-03", {{"A", 1, 5}}));
-  execSql("update jxc_jhd set u_sn='100099' where j_sn=?", number);
-  EXPECT_THROW(audit(number), std::runtime_error);
-  expectUnposted(purchaseReceipt, number);
 }
 
 TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {

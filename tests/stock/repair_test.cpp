@@ -64,16 +64,6 @@ TEST_F(RepairTest, AStoppedRepairGoesOnWhereItStood) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
-TEST_F(RepairTest, RecomputationTakesPricesNotAmounts) {
-  addGoods("A", 0);
-  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100001',10,10,0)");
-  const auto discounted = ledgerRow("cj", "2021-05-01", 10, 40, 5);
-  replayLedger(discounted);
-  EXPECT_EQ(figures(discounted), "10 4 40");
-  recomputeLedger("2021-01-01", {});
-  EXPECT_EQ(figures(discounted), "10 5 50");
-}
-
 TEST_F(RepairTest, RecomputationLeavesQuantitiesAsTheyAreAndKeepsFixedCosts) {
   addGoods("A", 4);
   setParameter("cs_cbjs", 0);
