@@ -23,17 +23,17 @@ class LoginStory : public AccountSetFixture {
 
 TEST_F(LoginStory, ABlankPasswordLogsInAndTheSessionIsFilled) {
   EXPECT_EQ(loginOperators(), (std::vector<ListItem>{{"admin", "100001"}, {"小王", "100002"}}));
-  EXPECT_EQ(initialPasswordHint("admin"), QStringLiteral("初始密码为空"));
+  EXPECT_EQ(initialPasswordHint("admin"), u"初始密码为空"_qs);
   EXPECT_EQ(initialPasswordHint("小王"), QString());
 
   QStringList order;
   loginHooks().push_back([&] { order << session().a_name + session().c_jc; });
   EXPECT_TRUE(login("admin", "  ", prompt));
   EXPECT_EQ(order, QStringList("admin晴川公司")) << "hooks run on the loaded session";
-  EXPECT_EQ(session().a_sn, QStringLiteral("100001"));
-  EXPECT_EQ(session().dbName, QStringLiteral("jxc.mdb"));
+  EXPECT_EQ(session().a_sn, u"100001"_qs);
+  EXPECT_EQ(session().dbName, u"jxc.mdb"_qs);
   EXPECT_FALSE(session().localIp.isEmpty());
-  EXPECT_EQ(lookupValue("select log_time+a_name from jxc_log"), QStringLiteral("2021-05-03 14:30:00admin"));
+  EXPECT_EQ(lookupValue("select log_time+a_name from jxc_log"), u"2021-05-03 14:30:00admin"_qs);
 }
 
 TEST_F(LoginStory, NoTypedTextLogsAnyoneIn) {
@@ -41,13 +41,13 @@ TEST_F(LoginStory, NoTypedTextLogsAnyoneIn) {
     EXPECT_FALSE(login("小王", QString::fromUtf8(typed), prompt)) << typed;
     EXPECT_FALSE(login(QString::fromUtf8(typed), "w1", prompt)) << typed;
   }
-  EXPECT_EQ(prompt.lastNotice(), QStringLiteral("用户密码不正确，请重新输入！"));
+  EXPECT_EQ(prompt.lastNotice(), u"用户密码不正确，请重新输入！"_qs);
   EXPECT_EQ(session().a_name, QString());
   EXPECT_EQ(logins(), 0);
   EXPECT_TRUE(login("小王", " w1 ", prompt)) << "attempts are not limited";
 
   EXPECT_FALSE(login("小赵", "a-b", prompt)) << "a minus is cleaned on the way in but not where passwords are set";
-  EXPECT_EQ(session().a_name, QStringLiteral("小王"));
+  EXPECT_EQ(session().a_name, u"小王"_qs);
 }
 
 TEST_F(LoginStory, AnOlderDatabaseLogsInAndIsBroughtUpToDate) {
@@ -56,15 +56,14 @@ TEST_F(LoginStory, AnOlderDatabaseLogsInAndIsBroughtUpToDate) {
   execSql("update jxc_xtcs set cs_employdate='2014-02-07'");
   EXPECT_TRUE(login("admin", "", prompt));
   loadSession();  // what the main window does next
-  EXPECT_EQ(session().c_jc, QStringLiteral("晴川公司"));
+  EXPECT_EQ(session().c_jc, u"晴川公司"_qs);
   EXPECT_EQ(session().cs_employdate, words(schema::upgradeSteps().back().stamp));
 }
 
 TEST_F(LoginStory, AnUpgradeThatStopsIsToldAndNobodyIsIn) {
   execSql("update jxc_xtcs set cs_employdate='2014-02-16'");
   dropTableIfExists("jxc_yyfy");  // which the next step writes to
-  EXPECT_TRUE(
-      prompt.refused(login("admin", "", prompt)).startsWith(QStringLiteral("帐套升级没有完成，停在 2014-02-18")));
+  EXPECT_TRUE(prompt.refused(login("admin", "", prompt)).startsWith(u"帐套升级没有完成，停在 2014-02-18"_qs));
   EXPECT_EQ(session().a_name, QString());
   createTable("jxc_yyfy");
   EXPECT_TRUE(login("admin", "", prompt)) << "the steps behind it";
@@ -73,14 +72,14 @@ TEST_F(LoginStory, AnUpgradeThatStopsIsToldAndNobodyIsIn) {
 TEST_F(LoginStory, ChangingTheOperatorAndTheScreenLock) {
   ASSERT_TRUE(login("admin", "", prompt));
   EXPECT_FALSE(changeOperator("小王", "wrong", prompt));
-  EXPECT_EQ(session().a_name, QStringLiteral("admin")) << "refused: the old operator goes on";
+  EXPECT_EQ(session().a_name, u"admin"_qs) << "refused: the old operator goes on";
   EXPECT_TRUE(changeOperator("小王", "w1", prompt));
-  EXPECT_EQ(session().a_name, QStringLiteral("小王"));
+  EXPECT_EQ(session().a_name, u"小王"_qs);
   loginHooks().push_back([] { throw std::runtime_error("full disk"); });
   EXPECT_THROW(changeOperator("admin", "", prompt), std::runtime_error);
-  EXPECT_EQ(session().a_name + session().a_sn, QStringLiteral("小王100002")) << "nothing of the other operator stays";
+  EXPECT_EQ(session().a_name + session().a_sn, u"小王100002"_qs) << "nothing of the other operator stays";
 
-  EXPECT_EQ(prompt.refused(unlock("", prompt)), QStringLiteral("用户密码错误，请重新输入！"));
+  EXPECT_EQ(prompt.refused(unlock("", prompt)), u"用户密码错误，请重新输入！"_qs);
   EXPECT_FALSE(unlock("' or '1'='1", prompt));
   EXPECT_TRUE(unlock(" w1", prompt));
   execSql("update jxc_admin set a_pwd='a-b' where a_name='小王'");
@@ -88,18 +87,18 @@ TEST_F(LoginStory, ChangingTheOperatorAndTheScreenLock) {
 }
 
 TEST_F(LoginStory, LooksBelongToTheOperator) {
-  EXPECT_EQ(startupSkin(), QStringLiteral("iMaginary"));
+  EXPECT_EQ(startupSkin(), u"iMaginary"_qs);
   execSql("update jxc_skin set skin_name='夜间' where a_name='admin'");
   ASSERT_TRUE(login("小王", "w1", prompt));
-  EXPECT_EQ(operatorSkin(), QStringLiteral("iMaginary"));
+  EXPECT_EQ(operatorSkin(), u"iMaginary"_qs);
   EXPECT_EQ(lookupNumber("select count(*) from jxc_skin where a_name='小王'"), 1);
-  EXPECT_EQ(operatorSkin() + startupSkin(), QStringLiteral("iMaginary夜间"));
+  EXPECT_EQ(operatorSkin() + startupSkin(), u"iMaginary夜间"_qs);
 }
 
 TEST_F(LoginStory, ALongRemarkIsCutAndNeverStopsTheCommand) {
   writeLog(QString(250, u'长'));
   EXPECT_EQ(lookupValue("select log_note from jxc_log").size(), 200);
-  writeLog(QString(199, u'x') + QStringLiteral("😀"));
+  writeLog(QString(199, u'x') + u"😀"_qs);
   EXPECT_EQ(lookupValue("select top 1 log_note from jxc_log order by id desc"), QString(199, u'x'));
 }
 

@@ -40,13 +40,11 @@ struct AccountFile : testing::Test {
   void expectRefused(const QString& name, const char* word) {
     const DbError error = failureOf([&] { openSqlite(name); });
     EXPECT_EQ(error.kind(), Kind::File);
-    EXPECT_TRUE(error.message().contains(QStringLiteral("jxc.mdb"))) << error.what();
+    EXPECT_TRUE(error.message().contains(u"jxc.mdb"_qs)) << error.what();
     EXPECT_TRUE(error.message().contains(QFileInfo(name).fileName())) << error.what();
     EXPECT_TRUE(error.message().contains(QString::fromUtf8(word))) << error.what();
-    SqliteOptions spare;
-    spare.essential = false;
-    const DbError mild = failureOf([&] { openSqlite(name, spare); });
-    EXPECT_FALSE(mild.message().contains(QStringLiteral("jxc.mdb"))) << mild.what();
+    const DbError mild = failureOf([&] { openSqlite(name, {.essential = false}); });
+    EXPECT_FALSE(mild.message().contains(u"jxc.mdb"_qs)) << mild.what();
   }
 };
 
@@ -64,8 +62,8 @@ TEST_F(AccountFile, AFileThatIsGoneOrReplacedTakesNothingWithIt) {
                               std::function<void()>([&] { db->execute("update goods set qty=7 where id=1"); })}) {
       const DbError error = failureOf(write);
       EXPECT_EQ(error.kind(), Kind::File);
-      EXPECT_TRUE(error.message().contains(QStringLiteral("没有保存"))) << error.what();
-      EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb"))) << "the program goes on";
+      EXPECT_TRUE(error.message().contains(u"没有保存"_qs)) << error.what();
+      EXPECT_FALSE(error.message().contains(u"jxc.mdb"_qs)) << "the program goes on";
     }
     EXPECT_EQ(number(*db, "select qty from goods where id=1"), 1) << "what was there can still be looked at";
   };
@@ -94,20 +92,16 @@ TEST_F(AccountFile, WhatIsNoAccountSetIsRefusedAndLeftAlone) {
   sqlite3_close(foreign);
   const QByteArray before = test::bytesOf(path("photos.mdb"));
   expectRefused(path("photos.mdb"), "不是本系统的数据库");
-  SqliteOptions create;
-  create.create = true;
+  const SqliteOptions create{.create = true};
   EXPECT_EQ(failureOf([&] { openSqlite(path("photos.mdb"), create); }).kind(), Kind::File);
   EXPECT_EQ(test::bytesOf(path("photos.mdb")), before);
 
   // An account set that the program can do without is not named by the word that ends the program.
   test::writeBytes(path("jxc.mdb"), "no database");
-  SqliteOptions spare;
-  spare.essential = false;
-  EXPECT_FALSE(failureOf([&] { openSqlite(path("jxc.mdb"), spare); }).message().contains(QStringLiteral("jxc.mdb")));
-  EXPECT_TRUE(
-      failureOf([&] { openSqlite(path("nowhere/jxc.mdb"), create); }).message().contains(QStringLiteral("目录不存在")));
+  EXPECT_FALSE(failureOf([&] { openSqlite(path("jxc.mdb"), {.essential = false}); }).message().contains(u"jxc.mdb"_qs));
+  EXPECT_TRUE(failureOf([&] { openSqlite(path("nowhere/jxc.mdb"), create); }).message().contains(u"目录不存在"_qs));
 
-  QDir(directory.path()).mkdir(QStringLiteral("folder.mdb"));
+  QDir(directory.path()).mkdir(u"folder.mdb"_qs);
   expectRefused(path("folder.mdb"), "目录");
 }
 
@@ -122,8 +116,8 @@ TEST_F(AccountFile, DamageIsToldAsDamage) {
   test::writeBytes(path("scratched.mdb"), scratched);
   const DbError error = failureOf([&] { test::openBook(book, path("scratched.mdb"))->select("select * from goods"); });
   EXPECT_EQ(error.kind(), Kind::File);
-  EXPECT_TRUE(error.message().contains(QStringLiteral("jxc.mdb"))) << error.what();
-  EXPECT_TRUE(error.message().contains(QStringLiteral("损坏"))) << error.what();
+  EXPECT_TRUE(error.message().contains(u"jxc.mdb"_qs)) << error.what();
+  EXPECT_TRUE(error.message().contains(u"损坏"_qs)) << error.what();
 }
 
 TEST_F(AccountFile, ANewSetBelongsToItsOwnerAndIsThereAgain) {
@@ -135,29 +129,26 @@ TEST_F(AccountFile, ANewSetBelongsToItsOwnerAndIsThereAgain) {
     EXPECT_EQ(db->lastCounter(), 1);
     for (const char* suffix : {"", "-wal", "-shm"})
       EXPECT_EQ(QFileInfo(name + QString::fromLatin1(suffix)).permissions(), ownerOnly) << suffix;
-    EXPECT_EQ(db->lookup("select journal_mode from pragma_journal_mode").text(), QStringLiteral("wal"));
+    EXPECT_EQ(db->lookup("select journal_mode from pragma_journal_mode").text(), u"wal"_qs);
   }
-  EXPECT_FALSE(QFileInfo::exists(name + QStringLiteral("-wal")));
+  EXPECT_FALSE(QFileInfo::exists(name + u"-wal"_qs));
   const auto again = test::openBook(book, name, {});
-  EXPECT_EQ(again->lookup("select name from goods").text(), QStringLiteral("镜架"));
+  EXPECT_EQ(again->lookup("select name from goods").text(), u"镜架"_qs);
 }
 
 TEST_F(AccountFile, AReadOnlySetCanBeLookedAt) {
   const QString name = makeSet("jxc.mdb");
-  SqliteOptions look;
-  look.readOnly = true;
-  const auto db = test::openBook(book, name, look);
+  const auto db = test::openBook(book, name, {.readOnly = true});
   EXPECT_EQ(number(*db, "select count(*) from goods"), 200);
   const DbError error = failureOf([&] { db->execute("delete from goods"); });
   EXPECT_EQ(error.kind(), Kind::File);
-  EXPECT_TRUE(error.message().contains(QStringLiteral("只读")));
-  EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb")));
+  EXPECT_TRUE(error.message().contains(u"只读"_qs));
+  EXPECT_FALSE(error.message().contains(u"jxc.mdb"_qs));
 }
 
 TEST_F(AccountFile, StationsShareTheFile) {
   const QString name = makeSet("jxc.mdb");
-  SqliteOptions impatient;
-  impatient.busyMilliseconds = 30;
+  const SqliteOptions impatient{.busyMilliseconds = 30};
   const auto one = test::openBook(book, name, impatient);
   const auto two = test::openBook(book, name, impatient);
   EXPECT_EQ(two->select("select * from goods").columnCount(), 3);
@@ -167,7 +158,7 @@ TEST_F(AccountFile, StationsShareTheFile) {
     EXPECT_EQ(number(*two, "select sum(qty) from goods"), 19900);  // reads what was there before
     const DbError error = failureOf([&] { Transaction other(*two); });
     EXPECT_EQ(error.kind(), Kind::Busy);
-    EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb")));
+    EXPECT_FALSE(error.message().contains(u"jxc.mdb"_qs));
     posting.commit();
   }
   EXPECT_EQ(number(*two, "select sum(qty) from goods"), 200);
@@ -184,10 +175,8 @@ TEST_F(AccountFile, StationsShareTheFile) {
 
 TEST_F(AccountFile, AStationThatWaitsForAnotherTellsHowLong) {
   const QString name = makeSet("jxc.mdb");
-  SqliteOptions patient;
-  patient.busyMilliseconds = 1500;
   const auto one = test::openBook(book, name);
-  const auto two = test::openBook(book, name, patient);
+  const auto two = test::openBook(book, name, {.busyMilliseconds = 1500});
   std::vector<int> told;
   setWaitListener([&](int seconds) { told.push_back(seconds); });
   const Transaction posting(*one);
@@ -208,7 +197,7 @@ TEST_F(AccountFile, AListLoadsInTheBackground) {
   EXPECT_EQ(rows.rowCount(), 200);
   posting.commit();
   EXPECT_THROW(reader->execute("delete from goods"), DbError);
-  EXPECT_FALSE(openSqlite(QStringLiteral(":memory:"))->openReader());
+  EXPECT_FALSE(openSqlite(u":memory:"_qs)->openReader());
 }
 
 TEST_F(AccountFile, ALongLogGoesIntoTheFileWhileItIsOpen) {
@@ -223,7 +212,7 @@ TEST_F(AccountFile, ALongLogGoesIntoTheFileWhileItIsOpen) {
       db->execute("insert into notes (note) values (hex(zeroblob(?)))", std::array{Value(pagesEach * pageBytes / 2)});
     transaction.commit();
   };
-  const auto logSize = [&name] { return QFileInfo(name + QStringLiteral("-wal")).size(); };
+  const auto logSize = [&name] { return QFileInfo(name + u"-wal"_qs).size(); };
   const auto soon = [](const auto& happens) {
     for (int i = 0; i < 500; ++i) {
       if (happens()) return true;
@@ -297,7 +286,7 @@ TEST_F(AccountFile, ABackupIsWholeWhileOthersWrite) {
   {
     const auto copy = test::openBook(book, path("晴川.DAT"), {});
     EXPECT_EQ(number(*copy, "select count(*) from goods"), rows);
-    EXPECT_EQ(copy->lookup("select integrity_check from pragma_integrity_check").text(), QStringLiteral("ok"));
+    EXPECT_EQ(copy->lookup("select integrity_check from pragma_integrity_check").text(), u"ok"_qs);
   }
   // Cancelled or impossible: the backup of yesterday stays as it is, and nothing else is left behind.
   const QByteArray yesterday = test::bytesOf(path("晴川.DAT"));
@@ -305,11 +294,10 @@ TEST_F(AccountFile, ABackupIsWholeWhileOthersWrite) {
   EXPECT_EQ(test::bytesOf(path("晴川.DAT")), yesterday);
   const DbError error = failureOf([&] { db->backupTo(path("nowhere/晴川.DAT")); });
   EXPECT_EQ(error.kind(), Kind::File);
-  EXPECT_FALSE(error.message().contains(QStringLiteral("jxc.mdb")));
+  EXPECT_FALSE(error.message().contains(u"jxc.mdb"_qs));
   EXPECT_THROW(db->backupTo(name), DbError);
   EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files),
-            (QStringList{QStringLiteral("jxc.mdb"), QStringLiteral("jxc.mdb-shm"), QStringLiteral("jxc.mdb-wal"),
-                         QStringLiteral("晴川.DAT")}));
+            (QStringList{u"jxc.mdb"_qs, u"jxc.mdb-shm"_qs, u"jxc.mdb-wal"_qs, u"晴川.DAT"_qs}));
 }
 
 TEST_F(AccountFile, AMemorySetIsSavedAndASnapshotMakesFreshOnes) {

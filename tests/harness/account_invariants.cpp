@@ -54,8 +54,7 @@ QStringList invoices() {
       balances);
 }
 
-const bool registered = addInvariant({QStringLiteral("cash balances"), cash}) &&
-                        addInvariant({QStringLiteral("partner balances"), partners}) &&
-                        addInvariant({QStringLiteral("invoice balances"), invoices});
+const bool registered = addInvariant({u"cash balances"_qs, cash}) && addInvariant({u"partner balances"_qs, partners}) &&
+                        addInvariant({u"invoice balances"_qs, invoices});
 
 }  // namespace jxc::test::account_invariants

@@ -48,8 +48,7 @@ def xls(path):
 print(json.dumps({p: dict((xls if p.endswith('.xls') else xlsx)(p)) for p in sys.argv[1:]}))
 )";
   QProcess python;
-  python.start(QStringLiteral("/usr/bin/python3"),
-               QStringList{QStringLiteral("-c"), QString::fromUtf8(kScript)} + files);
+  python.start(u"/usr/bin/python3"_qs, QStringList{u"-c"_qs, QString::fromUtf8(kScript)} + files);
   python.waitForFinished(120000);
   EXPECT_EQ(python.exitCode(), 0) << python.readAllStandardError().toStdString();
   return QJsonDocument::fromJson(python.readAllStandardOutput()).object();

@@ -56,7 +56,7 @@ std::pair<std::string, std::vector<Value>> withValuesBound(const std::string& pa
 }
 
 QStringList linesOf(const RowSet& set) {
-  return test::textsOf(set, u'|', QStringLiteral("null"));
+  return test::textsOf(set, u'|', u"null"_qs);
 }
 
 QString textOf(const RowSet& set) {
@@ -91,8 +91,7 @@ void runLine(Database& database, const std::string& text) {
 class Corpus : public testing::TestWithParam<const char*> {};
 
 TEST_P(Corpus, EveryStatementRuns) {
-  const QString path =
-      QStringLiteral(JXC_SOURCE_DIR "/tests/jet/corpus/") + QLatin1String(GetParam()) + QStringLiteral(".sql");
+  const QString path = QStringLiteral(JXC_SOURCE_DIR "/tests/jet/corpus/") + QLatin1String(GetParam()) + u".sql"_qs;
   const auto lines = linesOf(path);
   ASSERT_FALSE(lines.empty()) << path.toStdString();
   const auto database = test::openFresh();
@@ -132,8 +131,8 @@ TEST_P(Corpus, TheServerAnswersAsTheFileDoes) {
   const auto server = test::openFresh();
   const auto file = test::openFreshFile();
   const Transaction onServer(*server), inFile(*file);
-  for (const CorpusLine& line : linesOf(QStringLiteral(JXC_SOURCE_DIR "/tests/jet/corpus/") +
-                                        QLatin1String(GetParam()) + QStringLiteral(".sql"))) {
+  for (const CorpusLine& line :
+       linesOf(QStringLiteral(JXC_SOURCE_DIR "/tests/jet/corpus/") + QLatin1String(GetParam()) + u".sql"_qs)) {
     QString answer;
     try {
       Transaction own(*server);  // what fails spoils its own level only

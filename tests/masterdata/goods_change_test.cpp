@@ -183,8 +183,8 @@ TEST_F(GoodsChangeTest, ClassGoesBelowAnotherWithItsGoods) {
 TEST_F(GoodsChangeTest, TheFourWalksKeepChildrenWithTheirParents) {
   const GoodsClass b = addClass(1, u"乙"_qs);
   const GoodsClass c = addClass(1, u"丙"_qs);
-  const GoodsClass inB = addClass(b.key, u"乙下"_qs);
-  const GoodsClass inC = addClass(c.key, u"丙下"_qs);
+  addClass(b.key, u"乙下"_qs);
+  addClass(c.key, u"丙下"_qs);
   QStringList downward;
   for (const GoodsClass& one : goodsClassesDownward())
     downward << one.name;
@@ -217,7 +217,6 @@ TEST_F(GoodsChangeTest, TheFourWalksKeepChildrenWithTheirParents) {
   move(u"丙下"_qs, u"乙下"_qs, ClassPlacement::PreviousLine);
   EXPECT_EQ(place(u"丙下"_qs).number, u"1002101"_qs);
   EXPECT_EQ(place(u"丙下"_qs).parentKey, place(u"乙"_qs).key);
-  static_cast<void>(inB), static_cast<void>(inC);
 }
 
 TEST_F(GoodsChangeTest, LevelsChangeTheTreeAloneAndABranchWithGoodsStays) {

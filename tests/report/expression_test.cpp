@@ -28,9 +28,9 @@ class ReportExpression : public testing::Test {
       report.setVariable(name, expression);
     report.setFunction(u"Capitals", 1, 1, [](std::span<const Value> values) -> Value {
       if (values[0].number() < 0) throw std::runtime_error("负数没有大写");
-      return QStringLiteral("大写") + values[0].text();
+      return u"大写"_qs + values[0].text();
     });
-    report.setNow(QStringLiteral("2026-05-03 14:05:09"));
+    report.setNow(u"2026-05-03 14:05:09"_qs);
     report.setRows(rows);
     const Pages pages = report.prepare();
     faults = pages.faults();
@@ -88,41 +88,41 @@ TEST_F(ReportExpression, TheGrammarIsThatOfTheDialect) {
   };
   for (const auto& [expression, expected] : cases)
     EXPECT_EQ(value(expression), QString::fromUtf8(expected)) << expression;
-  EXPECT_EQ(print(QStringLiteral("单价[dj]元×[sl] [未闭合")), QStringLiteral("单价0.1元×3 [未闭合"));
+  EXPECT_EQ(print(u"单价[dj]元×[sl] [未闭合"_qs), u"单价0.1元×3 [未闭合"_qs);
 }
 
 TEST_F(ReportExpression, VariablesHoldExpressionTextAndGoBeforeFields) {
-  variables = {{QStringLiteral("KHNAME"), quoted(u"O'Neill \"x\"")},
-               {QStringLiteral("je"), QStringLiteral("sl*dj")},
-               {QStringLiteral("name"), QStringLiteral("'变量'")},
-               {QStringLiteral("empty"), QString()}};
-  EXPECT_EQ(value("khName"), QStringLiteral("O'Neill \"x\""));
-  EXPECT_EQ(value("je"), QStringLiteral("0.3"));
-  EXPECT_EQ(value("name"), QStringLiteral("变量"));
-  EXPECT_EQ(value("field.name & var.name"), QStringLiteral("镜架变量"));
+  variables = {{u"KHNAME"_qs, quoted(u"O'Neill \"x\"")},
+               {u"je"_qs, u"sl*dj"_qs},
+               {u"name"_qs, u"'变量'"_qs},
+               {u"empty"_qs, QString()}};
+  EXPECT_EQ(value("khName"), u"O'Neill \"x\""_qs);
+  EXPECT_EQ(value("je"), u"0.3"_qs);
+  EXPECT_EQ(value("name"), u"变量"_qs);
+  EXPECT_EQ(value("field.name & var.name"), u"镜架变量"_qs);
   EXPECT_EQ(value("empty"), QString());
   EXPECT_TRUE(faults.empty());
   // A document that is not there leaves its names unset: nothing on paper, but told to whoever writes the template.
-  EXPECT_EQ(print(QStringLiteral("客户：[kehu]")), QStringLiteral("客户："));
+  EXPECT_EQ(print(u"客户：[kehu]"_qs), u"客户："_qs);
   ASSERT_EQ(faults.size(), 1u);
   EXPECT_TRUE(faults[0].message.contains(u"kehu"));
 }
 
 TEST_F(ReportExpression, FormatsOfNumbersAndDates) {
-  EXPECT_EQ(formatted("1234567.891", "#,##0.00"), QStringLiteral("1,234,567.89"));
-  EXPECT_EQ(formatted("0.5", "#.00"), QStringLiteral(".50"));
-  EXPECT_EQ(formatted("-3", "￥#,##0.00元"), QStringLiteral("-￥3.00元"));
-  EXPECT_EQ(formatted("0.1234", "0.0%"), QStringLiteral("12.3%"));
-  EXPECT_EQ(formatted("'12.5'", "0.00"), QStringLiteral("12.50"));
-  EXPECT_EQ(formatted("name", "0.00"), QStringLiteral("镜架"));
-  EXPECT_EQ(formatted("rq", "yyyy年m月d日"), QStringLiteral("2026年5月3日"));
-  EXPECT_EQ(formatted("now()", "hh:nn"), QStringLiteral("14:05"));
+  EXPECT_EQ(formatted("1234567.891", "#,##0.00"), u"1,234,567.89"_qs);
+  EXPECT_EQ(formatted("0.5", "#.00"), u".50"_qs);
+  EXPECT_EQ(formatted("-3", "￥#,##0.00元"), u"-￥3.00元"_qs);
+  EXPECT_EQ(formatted("0.1234", "0.0%"), u"12.3%"_qs);
+  EXPECT_EQ(formatted("'12.5'", "0.00"), u"12.50"_qs);
+  EXPECT_EQ(formatted("name", "0.00"), u"镜架"_qs);
+  EXPECT_EQ(formatted("rq", "yyyy年m月d日"), u"2026年5月3日"_qs);
+  EXPECT_EQ(formatted("now()", "hh:nn"), u"14:05"_qs);
   EXPECT_EQ(formatted("nothing", "0.00"), QString());
   hideZero = true;
   EXPECT_EQ(formatted("0", "#,##0.00"), QString());
   EXPECT_EQ(formatted("0.001", "0.00"), QString());
   EXPECT_EQ(value("sl-3"), QString());
-  EXPECT_EQ(value("sl"), QStringLiteral("3"));
+  EXPECT_EQ(value("sl"), u"3"_qs);
 }
 
 TEST_F(ReportExpression, AFaultPrintsAMarkAndIsListedWithItsPlace) {
@@ -133,7 +133,7 @@ TEST_F(ReportExpression, AFaultPrintsAMarkAndIsListedWithItsPlace) {
     const QString printed = value(expression);
     // A quote that nobody closes swallows the bracket: then all of it is words.
     if (printed != u'[' + QString::fromUtf8(expression) + u']') {
-      EXPECT_EQ(printed, QStringLiteral("#错误")) << expression;
+      EXPECT_EQ(printed, u"#错误"_qs) << expression;
       ASSERT_EQ(faults.size(), 1u) << expression;
       EXPECT_EQ(faults[0].content, QString::fromUtf8(expression));
       EXPECT_TRUE(faults[0].where.startsWith(u"明细行")) << expression;
@@ -145,39 +145,37 @@ TEST_F(ReportExpression, AFaultPrintsAMarkAndIsListedWithItsPlace) {
 }
 
 TEST_F(ReportExpression, VariablesThatNameOneAnotherEndInAFault) {
-  variables = {{QStringLiteral("a"), QStringLiteral("b+1")}, {QStringLiteral("b"), QStringLiteral("a+1")}};
-  EXPECT_EQ(value("a"), QStringLiteral("#错误"));
+  variables = {{u"a"_qs, u"b+1"_qs}, {u"b"_qs, u"a+1"_qs}};
+  EXPECT_EQ(value("a"), u"#错误"_qs);
   ASSERT_EQ(faults.size(), 1u);
-  variables = {{QStringLiteral("s"), QStringLiteral("Sum(s)")}};
-  EXPECT_EQ(value("s"), QStringLiteral("#错误"));
+  variables = {{u"s"_qs, u"Sum(s)"_qs}};
+  EXPECT_EQ(value("s"), u"#错误"_qs);
   // Doubled forty times it would be a text of a million million characters.
-  variables = {{QStringLiteral("v0"), QStringLiteral("'0123456789'")}};
+  variables = {{u"v0"_qs, u"'0123456789'"_qs}};
   for (int i = 1; i <= 40; ++i)
-    variables.push_back({QStringLiteral("v%1").arg(i), QStringLiteral("v%1 & v%1").arg(i - 1)});
-  EXPECT_EQ(value("v40"), QStringLiteral("#错误"));
-  EXPECT_EQ(value("len(v10)"), QStringLiteral("10240"));
+    variables.push_back({u"v%1"_qs.arg(i), u"v%1 & v%1"_qs.arg(i - 1)});
+  EXPECT_EQ(value("v40"), u"#错误"_qs);
+  EXPECT_EQ(value("len(v10)"), u"10240"_qs);
   // The same as a number is looked at once each.
   for (auto& [name, expression] : variables)
-    expression = name == u"v0" ? QStringLiteral("1") : QString(expression).replace(u'&', u'+');
-  EXPECT_EQ(value("v40"), QStringLiteral("1099511627776"));
-  EXPECT_EQ(print(u'[' + QString(5000, u'(') + u'1' + QString(5000, u')') + u']'), QStringLiteral("#错误"));
+    expression = name == u"v0" ? u"1"_qs : QString(expression).replace(u'&', u'+');
+  EXPECT_EQ(value("v40"), u"1099511627776"_qs);
+  EXPECT_EQ(print(u'[' + QString(5000, u'(') + u'1' + QString(5000, u')') + u']'), u"#错误"_qs);
 }
 
 TEST_F(ReportExpression, SumsKnowTheirRange) {
   rows = rowsOf({"g", "n"}, {{"a", "1"}, {"a", "2"}, {"b", "0.1"}, {"b", "0.2"}, {"b", ""}});
   Template t;
-  t.groups = {{.by = QStringLiteral("g")}};
+  t.groups = {{.by = u"g"_qs}};
   addBand(t, BandKind::MasterData, 10)
       .items.push_back(textItem(0, 0, 190, 10,
                                 QStringLiteral("[n] [Sum(n)] [Sum(n,'report')] [Sum(n,'running')] [Count(n)] "
                                                "[Count(*)] [Max(n,'running')] [Min(n)] [Sum(iif(n>0.1,n,0))]")));
   Report report(t);
   report.setRows(rows);
-  EXPECT_EQ(
-      test::linesOf(report.prepare()),
-      (QStringList{QStringLiteral("1 3 3.3 1 2 2 1 1 3"), QStringLiteral("2 3 3.3 3 2 2 2 1 3"),
-                   QStringLiteral("0.1 0.3 3.3 3.1 2 3 2 0.1 0.2"), QStringLiteral("0.2 0.3 3.3 3.3 2 3 2 0.1 0.2"),
-                   QStringLiteral(" 0.3 3.3 3.3 2 3 2 0.1 0.2")}));
+  EXPECT_EQ(test::linesOf(report.prepare()),
+            (QStringList{u"1 3 3.3 1 2 2 1 1 3"_qs, u"2 3 3.3 3 2 2 2 1 3"_qs, u"0.1 0.3 3.3 3.1 2 3 2 0.1 0.2"_qs,
+                         u"0.2 0.3 3.3 3.3 2 3 2 0.1 0.2"_qs, u" 0.3 3.3 3.3 2 3 2 0.1 0.2"_qs}));
 }
 
 }  // namespace jxc::report_expression_test

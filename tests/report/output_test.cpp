@@ -40,7 +40,7 @@ int blackDots(const QImage& image, const QRect& area) {
 
 TEST(ReportOutput, AnotherReaderReadsTheChineseTextOfThePdf) {
   const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("销售单.pdf"));
+  const QString path = folder.filePath(u"销售单.pdf"_qs);
   Report report = test::deliveredReport("spxs", 25);
   const Pages pages = report.prepare();
   pages.writePdf(path);
@@ -51,31 +51,31 @@ TEST(ReportOutput, AnotherReaderReadsTheChineseTextOfThePdf) {
         u"1.60非球面防蓝光镜片", u"第1页共3页", u"6,000.00", u"客户签收：", u"合计"}) {
     EXPECT_TRUE(text.contains(QString::fromUtf16(word))) << QString::fromUtf16(word).toStdString();
   }
-  EXPECT_EQ(text.count(QStringLiteral("商品编号")), 3);
-  const QString info = outputOf(QStringLiteral("pdfinfo"), {path});
-  EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+3"))));
-  EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("683(\\.\\d+)? x 396")))) << info.toStdString();
+  EXPECT_EQ(text.count(u"商品编号"_qs), 3);
+  const QString info = outputOf(u"pdfinfo"_qs, {path});
+  EXPECT_TRUE(info.contains(QRegularExpression(u"Pages:\\s+3"_qs)));
+  EXPECT_TRUE(info.contains(QRegularExpression(u"683(\\.\\d+)? x 396"_qs))) << info.toStdString();
 
   pages.writePdf(path, 2, 2);
-  EXPECT_TRUE(outputOf(QStringLiteral("pdfinfo"), {path}).contains(QRegularExpression(QStringLiteral("Pages:\\s+1"))));
+  EXPECT_TRUE(outputOf(u"pdfinfo"_qs, {path}).contains(QRegularExpression(u"Pages:\\s+1"_qs)));
 }
 
 TEST(ReportOutput, AFileThatCannotBeWrittenLeavesTheOldOneAlone) {
   const QTemporaryDir folder;
   const Pages pages = test::deliveredReport("posxp58", 3).prepare();
-  EXPECT_THROW(pages.writePdf(folder.filePath(QStringLiteral("no/such.pdf"))), std::runtime_error);
+  EXPECT_THROW(pages.writePdf(folder.filePath(u"no/such.pdf"_qs)), std::runtime_error);
   EXPECT_THROW(pages.writePdf(folder.path()), std::runtime_error);
-  EXPECT_THROW(Pages().writePdf(folder.filePath(QStringLiteral("a.pdf"))), std::runtime_error);
-  EXPECT_THROW(pages.writePng(folder.filePath(QStringLiteral("no/such.png"))), std::runtime_error);
+  EXPECT_THROW(Pages().writePdf(folder.filePath(u"a.pdf"_qs)), std::runtime_error);
+  EXPECT_THROW(pages.writePng(folder.filePath(u"no/such.png"_qs)), std::runtime_error);
   EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
 TEST(ReportOutput, PicturesAreNumberedFromTheSecondPageOn) {
   const QTemporaryDir folder;
   const Pages pages = test::deliveredReport("spxs", 25).prepare();
-  const QStringList files = pages.writePng(folder.filePath(QStringLiteral("单.png")), 100);
+  const QStringList files = pages.writePng(folder.filePath(u"单.png"_qs), 100);
   ASSERT_EQ(files.size(), 3);
-  EXPECT_TRUE(files[2].endsWith(QStringLiteral("单-3.png")));
+  EXPECT_TRUE(files[2].endsWith(u"单-3.png"_qs));
   const QImage image(files[0]);
   EXPECT_EQ(image.size(),
             QSize(static_cast<int>(std::lround(241 / 25.4 * 100)), static_cast<int>(std::lround(139.7 / 25.4 * 100))));
@@ -85,22 +85,22 @@ TEST(ReportOutput, PicturesAreNumberedFromTheSecondPageOn) {
 TEST(ReportOutput, BarsAreWholeDotsAndSayWhatTheyShould) {
   test::needGui();
   // 690123456789: the weights 1 and 3 give 1+3*... = 128, so the check digit is 2.
-  const BarcodeField ean = encodeBarcode(QStringLiteral("690123456789"), Symbology::Ean13, 1);
+  const BarcodeField ean = encodeBarcode(u"690123456789"_qs, Symbology::Ean13, 1);
   EXPECT_EQ(ean.columns, 95);
-  EXPECT_EQ(ean.shown, QStringLiteral("6901234567892"));
+  EXPECT_EQ(ean.shown, u"6901234567892"_qs);
   for (const int guard : {0, 2, 46, 48, 92, 94})
     EXPECT_TRUE(ean.isBlack(guard, 0)) << guard;
-  const BarcodeField qr = encodeBarcode(QStringLiteral("单号XS1"), Symbology::Qr, 1);
+  const BarcodeField qr = encodeBarcode(u"单号XS1"_qs, Symbology::Qr, 1);
   EXPECT_EQ(qr.columns, qr.rows);
   EXPECT_GE(qr.columns, 21);
 
   Template t;
   t.page.width = t.page.height = 60;
   addBand(t, BandKind::ReportTitle, 30)
-      .items.push_back(barcodeItem(0, 0, 40, 20, QStringLiteral("690123456789"), Symbology::Ean13));
+      .items.push_back(barcodeItem(0, 0, 40, 20, u"690123456789"_qs, Symbology::Ean13));
   const Pages pages = Report(t).prepare();
   ASSERT_TRUE(pages.faults().empty());
-  EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("6901234567892")});
+  EXPECT_EQ(pages.lines(0), QStringList{u"6901234567892"_qs});
   const QImage image = pages.image(0, 203);  // a label printer
   // Every run of black or white is a multiple of the same number of dots.
   const int y = static_cast<int>(15 / 25.4 * 203);
@@ -119,7 +119,7 @@ TEST(ReportOutput, BarsAreWholeDotsAndSayWhatTheyShould) {
 }
 
 TEST(ReportOutput, AReaderReadsEveryKindOfBarcode) {
-  if (QStandardPaths::findExecutable(QStringLiteral("zbarimg")).isEmpty()) GTEST_SKIP() << "no zbarimg";
+  if (QStandardPaths::findExecutable(u"zbarimg"_qs).isEmpty()) GTEST_SKIP() << "no zbarimg";
   test::needGui();
   const QTemporaryDir folder;
   const std::pair<Symbology, const char*> codes[] = {
@@ -130,8 +130,8 @@ TEST(ReportOutput, AReaderReadsEveryKindOfBarcode) {
     t.page.width = t.page.height = 90;
     addBand(t, BandKind::ReportTitle, 40)
         .items.push_back(barcodeItem(0, 0, 60, 30, QString::fromUtf8(code), symbology));
-    const QString file = Report(t).prepare().writePng(folder.filePath(QStringLiteral("code.png")), 203).front();
-    const QString found = outputOf(QStringLiteral("zbarimg"), {QStringLiteral("-q"), QStringLiteral("--raw"), file});
+    const QString file = Report(t).prepare().writePng(folder.filePath(u"code.png"_qs), 203).front();
+    const QString found = outputOf(u"zbarimg"_qs, {u"-q"_qs, u"--raw"_qs, file});
     EXPECT_TRUE(found.startsWith(QString::fromUtf8(code))) << symbologyName(symbology).toString().toStdString();
   }
 }
@@ -145,9 +145,9 @@ TEST(ReportOutput, ACodeThatCannotBeSaidIsMarkedAndListed) {
     Template t;
     Band& band = addBand(t, BandKind::ReportTitle, 40);
     band.items.push_back(barcodeItem(0, 0, 60, 30, QString::fromUtf8(code), symbology));
-    band.items.push_back(barcodeItem(0, 0, 60, 30, QStringLiteral("[nothing]"), symbology));  // no code, no bars
+    band.items.push_back(barcodeItem(0, 0, 60, 30, u"[nothing]"_qs, symbology));  // no code, no bars
     const Pages pages = Report(t).prepare();
-    EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("#错误")}) << code;
+    EXPECT_EQ(pages.lines(0), QStringList{u"#错误"_qs}) << code;
     EXPECT_EQ(pages.faults().back().content, QString::fromUtf8(code));
   }
 }
@@ -157,8 +157,8 @@ TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
   const QTemporaryDir folder;
   QImage red(40, 20, QImage::Format_RGB32);
   red.fill(Qt::red);
-  ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("100001.png"))));
-  test::writeBytes(folder.filePath(QStringLiteral("broken.png")), "no picture");
+  ASSERT_TRUE(red.save(folder.filePath(u"100001.png"_qs)));
+  test::writeBytes(folder.filePath(u"broken.png"_qs), "no picture");
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -167,19 +167,18 @@ TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
   Template t;
   t.page.width = t.page.height = 100;
   Band& row = addBand(t, BandKind::MasterData, 20);
-  row.items.push_back(pictureItem(0, 0, 20, 20, QStringLiteral("[file]")));
+  row.items.push_back(pictureItem(0, 0, 20, 20, u"[file]"_qs));
   Report report(t);
   report.setPictureFolder(folder.path());
-  const QString embedded = QStringLiteral("data:image/png;base64,") + QString::fromLatin1(bytes.toBase64());
+  const QString embedded = u"data:image/png;base64,"_qs + QString::fromLatin1(bytes.toBase64());
   RowSet rows({"file"});
-  for (const QString& file :
-       {QStringLiteral("100001.png"), QStringLiteral("missing.jpg"), QStringLiteral("broken.png"), embedded})
+  for (const QString& file : {u"100001.png"_qs, u"missing.jpg"_qs, u"broken.png"_qs, embedded})
     rows.addText(file.toStdString());
   report.setRows(std::move(rows));
   const Pages pages = report.prepare();
   // Goods without a picture are nothing out of the ordinary; a file that is none is.
   ASSERT_EQ(pages.faults().size(), 1u);
-  EXPECT_EQ(pages.lines(0), QStringList{QStringLiteral("#错误")});
+  EXPECT_EQ(pages.lines(0), QStringList{u"#错误"_qs});
   const QImage image = pages.image(0, 254);  // ten dots a millimetre
   const auto isRed = [&](double x, double y) {
     return image.pixelColor(static_cast<int>(x * 10), static_cast<int>(y * 10)) == QColor(Qt::red);
@@ -193,15 +192,15 @@ TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
 
 TEST(ReportOutput, SearchFindsEveryPlaceInReadingOrder) {
   const Pages pages = test::saleReport(60).prepare();
-  const auto hits = pages.find(QStringLiteral("绿膜"));
+  const auto hits = pages.find(u"绿膜"_qs);
   EXPECT_EQ(hits.size(), 60u);
   for (std::size_t i = 1; i < hits.size(); ++i) {
     EXPECT_TRUE(hits[i - 1].page < hits[i].page ||
                 (hits[i - 1].page == hits[i].page && hits[i - 1].area.y() < hits[i].area.y()));
   }
-  EXPECT_EQ(pages.find(QStringLiteral("xs21050310001")).size(), static_cast<std::size_t>(pages.count()));
+  EXPECT_EQ(pages.find(u"xs21050310001"_qs).size(), static_cast<std::size_t>(pages.count()));
   EXPECT_TRUE(pages.find(QString()).empty());
-  EXPECT_TRUE(pages.find(QStringLiteral("没有的字")).empty());
+  EXPECT_TRUE(pages.find(u"没有的字"_qs).empty());
 }
 
 TEST(ReportOutput, FiguresAreNeverCutAndTextsSayThatTheyAre) {
@@ -219,9 +218,9 @@ TEST(ReportOutput, FiguresAreNeverCutAndTextsSayThatTheyAre) {
   const QStringList lines = Report(t).prepare().lines(0);
   ASSERT_EQ(lines.size(), 4);
   EXPECT_TRUE(lines[0].startsWith(u"一段放") && lines[0].endsWith(u'…')) << lines[0].toStdString();
-  EXPECT_EQ(lines[1], QStringLiteral("12345678901.25"));  // smaller type
-  EXPECT_EQ(lines[2], QStringLiteral("###"));
-  EXPECT_EQ(lines[3], QStringLiteral("一段缩小以后放得下的文字"));
+  EXPECT_EQ(lines[1], u"12345678901.25"_qs);  // smaller type
+  EXPECT_EQ(lines[2], u"###"_qs);
+  EXPECT_EQ(lines[3], u"一段缩小以后放得下的文字"_qs);
 }
 
 }  // namespace jxc::report_output_test

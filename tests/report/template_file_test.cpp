@@ -31,28 +31,28 @@ std::optional<Kind> failure(const std::function<void()>& work, QString* message 
 /// Something of everything that a template can hold.
 Template rich() {
   Template t = test::delivered("spxs");
-  t.title = QStringLiteral("销售单 <\"&'> \n第二行");
+  t.title = u"销售单 <\"&'> \n第二行"_qs;
   t.page.landscape = true;
   t.page.preprinted = true;
   t.page.columns = 2;
   t.page.columnGap = 2.125;
   t.page.flow = Flow::Across;
-  t.fields = {{QStringLiteral("g_name"), QStringLiteral("品名"), QStringLiteral("镜架")}};
-  t.groups = {{.by = QStringLiteral("gc_name & '<'"), .newPage = true, .keepTogether = true, .repeatHeader = false},
-              {.by = QStringLiteral("1")}};
+  t.fields = {{u"g_name"_qs, u"品名"_qs, u"镜架"_qs}};
+  t.groups = {{.by = u"gc_name & '<'"_qs, .newPage = true, .keepTogether = true, .repeatHeader = false},
+              {.by = u"1"_qs}};
   Band& header = addBand(t, BandKind::GroupHeader, 8.5);
   header.group = 1;
-  header.visibleIf = QStringLiteral("a<b");
+  header.visibleIf = u"a<b"_qs;
   header.newPage = header.splits = header.atBottom = true;
   header.onFirstPage = header.onLastPage = false;
   header.fill = QColor(1, 2, 3, 40);
   header.alternateFill = Qt::white;
-  Item text = textItem(-1.5, 2.25, 30, 4, QStringLiteral("  留空 [a]\n第二行  "), HAlign::Spread);
-  text.name = QStringLiteral("t1");
-  text.visibleIf = QStringLiteral("x>'1'");
+  Item text = textItem(-1.5, 2.25, 30, 4, u"  留空 [a]\n第二行  "_qs, HAlign::Spread);
+  text.name = u"t1"_qs;
+  text.visibleIf = u"x>'1'"_qs;
   text.background = text.followHeight = text.wrap = text.shrink = text.grow = true;
   text.hideZero = text.hideRepeated = true;
-  text.font = {.family = QStringLiteral("宋体"),
+  text.font = {.family = u"宋体"_qs,
                .size = 10.5,
                .bold = true,
                .italic = true,
@@ -64,7 +64,7 @@ Template rich() {
   text.paddingX = 0;
   text.paddingY = 1;
   text.rotation = 270;
-  text.format = QStringLiteral("#,##0.00");
+  text.format = u"#,##0.00"_qs;
   text.frame = side::left | side::bottom;
   text.pen = {0.35, PenStyle::Double, Qt::red};
   text.fill = Qt::yellow;
@@ -73,11 +73,11 @@ Template rich() {
   line.rising = true;
   header.items.push_back(line);
   header.items.push_back(shapeItem(0, 0, 1, 1, ShapeKind::Diamond));
-  Item picture = pictureItem(0, 0, 5, 5, QStringLiteral("picture/[g_sn].jpg"));
+  Item picture = pictureItem(0, 0, 5, 5, u"picture/[g_sn].jpg"_qs);
   picture.fit = PictureFit::Original;
   header.items.push_back(picture);
   for (const Symbology symbology : symbologies()) {
-    Item code = barcodeItem(0, 0, 5, 5, QStringLiteral("[g_sptm]"), symbology);
+    Item code = barcodeItem(0, 0, 5, 5, u"[g_sptm]"_qs, symbology);
     code.showCode = false;
     code.correction = 3;
     header.items.push_back(code);
@@ -95,13 +95,13 @@ TEST(ReportTemplateFile, EverythingComesBackAsItWas) {
   EXPECT_EQ(parseTemplate(templateXml(Template())), Template());
   // What XML cannot hold is left out instead of making a file that nobody can read.
   Template odd;
-  odd.title = QStringLiteral("a\u0001b");
-  EXPECT_EQ(parseTemplate(templateXml(odd)).title, QStringLiteral("ab"));
+  odd.title = u"a\u0001b"_qs;
+  EXPECT_EQ(parseTemplate(templateXml(odd)).title, u"ab"_qs);
 }
 
 TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
   const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("销售.fr3"));
+  const QString path = folder.filePath(u"销售.fr3"_qs);
   QString message;
   EXPECT_EQ(failure([&] { loadTemplate(path); }, &message), Kind::Missing);
   EXPECT_TRUE(message.contains(path));
@@ -126,8 +126,7 @@ TEST(ReportTemplateFile, SavingKeepsWhatWasThereAndRefusesToLoseIt) {
     EXPECT_EQ(loadTemplate(path), first);
     EXPECT_EQ(test::bytesOf(backupsOf(path).front().path), bytes);
   }
-  EXPECT_EQ(failure([&] { saveTemplate(first, folder.filePath(QStringLiteral("no/such.fr3")), SaveMode::New); }),
-            Kind::Unwritable);
+  EXPECT_EQ(failure([&] { saveTemplate(first, folder.filePath(u"no/such.fr3"_qs), SaveMode::New); }), Kind::Unwritable);
   // A model that could not be read again is not written.
   Template broken = first;
   broken.page.left = broken.page.right = 200;
@@ -220,16 +219,15 @@ TEST(ReportTemplateFile, DamageOfEveryKindIsToldAndNeverCrashes) {
 
   for (const auto& [what, bytes] : damaged) {
     QString message;
-    const auto kind = failure([&] { parseTemplate(bytes, QStringLiteral("xs.fr3")); }, &message);
+    const auto kind = failure([&] { parseTemplate(bytes, u"xs.fr3"_qs); }, &message);
     EXPECT_EQ(kind, Kind::Damaged) << what;
-    EXPECT_TRUE(message.contains(QStringLiteral("xs.fr3"))) << what << ": " << message.toStdString();
+    EXPECT_TRUE(message.contains(u"xs.fr3"_qs)) << what << ": " << message.toStdString();
   }
   EXPECT_GT(damaged.size(), 100u);
 
   QString message;
-  EXPECT_EQ(
-      failure([&] { parseTemplate("<report version=\"7\"><hologram/></report>", QStringLiteral("xs.fr3")); }, &message),
-      Kind::Newer);
+  EXPECT_EQ(failure([&] { parseTemplate("<report version=\"7\"><hologram/></report>", u"xs.fr3"_qs); }, &message),
+            Kind::Newer);
   EXPECT_TRUE(message.contains(u'7')) << message.toStdString();
 }
 

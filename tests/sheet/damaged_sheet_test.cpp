@@ -8,12 +8,10 @@ namespace jxc::test {
 namespace damaged_sheet_test {
 
 QByteArray goodFile(const QString& path) {
-  Sheet sheet{.columns = {{QStringLiteral("编号")},
-                          {QStringLiteral("数量"), SheetKind::Quantity, 2},
-                          {QStringLiteral("日期"), SheetKind::Date}}};
+  Sheet sheet{.columns = {{u"编号"_qs}, {u"数量"_qs, SheetKind::Quantity, 2}, {u"日期"_qs, SheetKind::Date}}};
   std::vector<std::vector<Value>> rows;
   for (int i = 0; i < 50; ++i)
-    rows.push_back({QStringLiteral("镜片%1号").arg(i * 977), i * 1.5, u"2026-05-03"});
+    rows.push_back({u"镜片%1号"_qs.arg(i * 977), i * 1.5, u"2026-05-03"});
   sheet.rows = heldRows(rows);
   writeSheet(path, sheet);
   return bytesOf(path);
@@ -38,7 +36,7 @@ class DamagedSheetTest : public testing::Test {
       int rows = 0;
       for (int i = 0; i < file->sheetNames().size(); ++i)
         rows += file->rows(i).rowCount();
-      return QStringLiteral("%1 rows").arg(rows);
+      return u"%1 rows"_qs.arg(rows);
     } catch (const SheetError& error) {
       return error.message();
     }
@@ -48,43 +46,42 @@ class DamagedSheetTest : public testing::Test {
     EXPECT_TRUE(answer(path(name)).contains(words)) << what << ": " << answer(path(name)).toStdString();
   }
   void expectZip(const ZipParts& parts, const QString& words, const char* what) {
-    writeZip(path(QStringLiteral("z.xlsx")), parts);
-    EXPECT_TRUE(answer(path(QStringLiteral("z.xlsx"))).contains(words))
-        << what << ": " << answer(path(QStringLiteral("z.xlsx"))).toStdString();
+    writeZip(path(u"z.xlsx"_qs), parts);
+    EXPECT_TRUE(answer(path(u"z.xlsx"_qs)).contains(words)) << what << ": " << answer(path(u"z.xlsx"_qs)).toStdString();
   }
   QString path(const QString& name) const { return folder_.filePath(name); }
   QTemporaryDir folder_;
-  const QString damaged_ = QStringLiteral("已损坏");
+  const QString damaged_ = u"已损坏"_qs;
 };
 
 TEST_F(DamagedSheetTest, OtherThingsUnderTheNameOfASpreadsheet) {
   using namespace damaged_sheet_test;
-  const QString xls = QStringLiteral("a.xls"), xlsx = QStringLiteral("a.xlsx");
-  EXPECT_TRUE(answer(path(QStringLiteral("none.xls"))).contains(QStringLiteral("文件不存在")));
-  EXPECT_TRUE(answer(folder_.path()).contains(QStringLiteral("不能打开")));
-  expect({}, QStringLiteral("文件是空的"), xlsx, "empty");
-  expect("<html><table><tr><td>镜片</td></tr></table></html>", QStringLiteral("网页或文字"), xls, "a web page");
-  expect("编号,名称\n1,镜片\n", QStringLiteral("网页或文字"), xlsx, "commas");
+  const QString xls = u"a.xls"_qs, xlsx = u"a.xlsx"_qs;
+  EXPECT_TRUE(answer(path(u"none.xls"_qs)).contains(u"文件不存在"_qs));
+  EXPECT_TRUE(answer(folder_.path()).contains(u"不能打开"_qs));
+  expect({}, u"文件是空的"_qs, xlsx, "empty");
+  expect("<html><table><tr><td>镜片</td></tr></table></html>", u"网页或文字"_qs, xls, "a web page");
+  expect("编号,名称\n1,镜片\n", u"网页或文字"_qs, xlsx, "commas");
   expect(QByteArray::fromHex("ffd8ffe000104a46494600010100"), damaged_, xls, "a picture");
   expect("PK", damaged_, xlsx, "two letters of a package");
   expect(QByteArray::fromHex("d0cf11e0a1b11ae1"), damaged_, xls, "eight bytes of a container");
   expect(QByteArray::fromHex("d0cf11e0a1b11ae1") + QByteArray(5000, '\xff'), damaged_, xls, "a container of noise");
-  expect(ole("WordDocument", QByteArray(5000, 'x')), QStringLiteral("文字文档"), xls, "a letter");
+  expect(ole("WordDocument", QByteArray(5000, 'x')), u"文字文档"_qs, xls, "a letter");
   expect(ole("Contents", QByteArray(5000, 'x')), damaged_, xls, "a container of something else");
   expect(ole("Workbook", QByteArray(9000, '\x5a')), damaged_, xls, "a workbook of noise");
   expect(ole("Workbook", {}), damaged_, xls, "a workbook of nothing");
-  expect(ole("EncryptedPackage", QByteArray(5000, 'x')), QStringLiteral("密码"), xlsx, "an .xlsx with a password");
+  expect(ole("EncryptedPackage", QByteArray(5000, 'x')), u"密码"_qs, xlsx, "an .xlsx with a password");
   const QByteArray locked = QByteArray::fromHex(
       "0908100000060500bb0dcc074100000006000000"  // a workbook
       "2f00060000004f2ab1c3"                      // the record of its password
       "0a000000");
-  expect(ole("Workbook", locked + QByteArray(4200, '\0')), QStringLiteral("密码"), xls, "an .xls with a password");
+  expect(ole("Workbook", locked + QByteArray(4200, '\0')), u"密码"_qs, xls, "an .xls with a password");
   writeZip(path(xlsx), xlsxParts(sheetXml("<row/>")), "secret");
-  EXPECT_TRUE(answer(path(xlsx)).contains(QStringLiteral("密码"))) << answer(path(xlsx)).toStdString();
+  EXPECT_TRUE(answer(path(xlsx)).contains(u"密码"_qs)) << answer(path(xlsx)).toStdString();
 
   // The ending does not matter when the content is good.
-  expect(goodFile(path(QStringLiteral("good.xls"))), QStringLiteral("50 rows"), xlsx, ".xls named .xlsx");
-  expect(goodFile(path(QStringLiteral("good.xlsx"))), QStringLiteral("50 rows"), xls, ".xlsx named .xls");
+  expect(goodFile(path(u"good.xls"_qs)), u"50 rows"_qs, xlsx, ".xls named .xlsx");
+  expect(goodFile(path(u"good.xlsx"_qs)), u"50 rows"_qs, xls, ".xlsx named .xls");
 }
 
 TEST_F(DamagedSheetTest, PackagesWithSomethingWrongInside) {
@@ -98,10 +95,9 @@ TEST_F(DamagedSheetTest, PackagesWithSomethingWrongInside) {
     return parts;
   };
   expectZip({{"a.txt", "hello"}}, damaged_, "a package of something else");
-  expectZip({{"[Content_Types].xml", "<Types/>"}, {"word/document.xml", "<d/>"}}, QStringLiteral("不是 .xlsx"),
-            "a letter");
-  expectZip({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"}}, QStringLiteral("不是 .xlsx"), "an .ods");
-  expectZip(without("xl/workbook.xml", "<workbook><sheets/></workbook>"), QStringLiteral("没有工作表"), "no sheets");
+  expectZip({{"[Content_Types].xml", "<Types/>"}, {"word/document.xml", "<d/>"}}, u"不是 .xlsx"_qs, "a letter");
+  expectZip({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"}}, u"不是 .xlsx"_qs, "an .ods");
+  expectZip(without("xl/workbook.xml", "<workbook><sheets/></workbook>"), u"没有工作表"_qs, "no sheets");
   expectZip(without("xl/workbook.xml", "<workbook><sheets>"), damaged_, "a workbook that is cut off");
   expectZip(without("xl/worksheets/sheet1.xml"), damaged_, "a sheet that is not there");
   expectZip(without("xl/sharedStrings.xml", "<sst><si><t>一</si></sst>"), damaged_, "texts with a wrong end");
@@ -126,7 +122,7 @@ TEST_F(DamagedSheetTest, PackagesWithSomethingWrongInside) {
     expectZip(xlsxParts(xml, texts), damaged_, what);
 
   // Small files that unpack to no end.
-  const QString large = QStringLiteral("太大");
+  const QString large = u"太大"_qs;
   expectZip(xlsxParts(QByteArray(20 << 20, ' ')), large, "blanks");
   expectZip(xlsxParts("<worksheet a=\"" + QByteArray(20 << 20, 'x') + "\"/>"), large, "one endless attribute");
   QByteArray many = "<row/><row><c r=\"XFD2\"><v>1</v></c></row>";
@@ -138,7 +134,7 @@ TEST_F(DamagedSheetTest, PackagesWithSomethingWrongInside) {
 
   // And what looks strange but is good.
   writeZip(
-      path(QStringLiteral("g.xlsx")),
+      path(u"g.xlsx"_qs),
       xlsxParts(
           sheetXml("<row r=\"1\"><c r=\"A1\" t=\"s\"><v>1</v></c><c t=\"inlineStr\"><is><t>日期</t></is></c>"
                    "<c r=\"E1\" t=\"s\"><v>1</v></c></row>"
@@ -147,22 +143,22 @@ TEST_F(DamagedSheetTest, PackagesWithSomethingWrongInside) {
                    "<row r=\"5\"><c r=\"B5\" s=\"4\"><v>46145.5</v></c><c r=\"A5\" t=\"str\"><f>1+1</f><v>二</v></c>"
                    "</row><row r=\"9\"/>"),
           texts));
-  const RowSet rows = openExcel(path(QStringLiteral("g.xlsx")))->rows();
+  const RowSet rows = openExcel(path(u"g.xlsx"_qs))->rows();
   ASSERT_EQ(rows.columns(), (std::vector<std::string>{"二三", "日期", "F3", "F4", "二三1"}));
   ASSERT_EQ(rows.rowCount(), 4);
   EXPECT_TRUE(rows.isNull(0, 0));
   EXPECT_EQ(rows[2].number("二三"), 1.5);
-  EXPECT_EQ(rows[2].text("日期"), QStringLiteral("2026-05-03"));
+  EXPECT_EQ(rows[2].text("日期"), u"2026-05-03"_qs);
   EXPECT_EQ(rows[2].integer("F4"), 1);
   EXPECT_TRUE(rows[2].isNull("二三1"));
-  EXPECT_EQ(rows[3].text("日期"), QStringLiteral("2026-05-03 12:00:00"));
-  EXPECT_EQ(rows[3].text("二三"), QStringLiteral("二"));
+  EXPECT_EQ(rows[3].text("日期"), u"2026-05-03 12:00:00"_qs);
+  EXPECT_EQ(rows[3].text("二三"), u"二"_qs);
 }
 
 // Cut and changed anywhere: an answer each time, never a wrong number out of a package, which has check sums.
 TEST_F(DamagedSheetTest, CutAndChangedBytes) {
   using namespace damaged_sheet_test;
-  const QString xls = path(QStringLiteral("c.xls")), xlsx = path(QStringLiteral("c.xlsx"));
+  const QString xls = path(u"c.xls"_qs), xlsx = path(u"c.xlsx"_qs);
   const QByteArray goodXls = goodFile(xls), goodXlsx = goodFile(xlsx);
   unsigned random = 5;
   for (int round = 0; round < 300; ++round) {
@@ -179,7 +175,7 @@ TEST_F(DamagedSheetTest, CutAndChangedBytes) {
     const QString said = answer(file);
     EXPECT_FALSE(said.isEmpty());
     if (round % 2 == 0) {
-      EXPECT_TRUE(said == QStringLiteral("50 rows") || !said.endsWith(QStringLiteral(" rows"))) << said.toStdString();
+      EXPECT_TRUE(said == u"50 rows"_qs || !said.endsWith(u" rows"_qs)) << said.toStdString();
     }
   }
 }
