@@ -20,15 +20,10 @@ class BusinessScreens : public ScreenTest {
          {std::tuple("XS1", "2021-05-03", 2.0, 300.0), std::tuple("XS2", "2021-05-01", 1.0, 100.0)}) {
       insertRow("jxc_lsxsd", {{"gl_djh", number}, {"ls_xsrq", date}, {"ls_status", 1}, {"ck_sn", "100001"}});
       insertRow("jxc_lsxssp", {{"gl_djh", number}, {"ls_sl", quantity}, {"ls_zje", money}});
-      insertRow("jxc_goodslist", {{"gl_flag", "xs"},
-                                  {"gl_djh", number},
-                                  {"gl_kdrq", date},
-                                  {"ck_sn", "100001"},
-                                  {"gl_sl", quantity},
-                                  {"gl_je", money},
-                                  {"gl_zje", money},
-                                  {"gl_zcb", money / 4},
-                                  {"gl_lr", money * 3 / 4}});
+      execSql(
+          "insert into jxc_goodslist (gl_flag,ck_sn,gl_djh,gl_kdrq,gl_sl,gl_je,gl_zje,gl_zcb,gl_lr) values "
+          "('xs','100001',?,?,?,?,?,?,?)",
+          number, date, quantity, money, money, money / 4, money * 3 / 4);
     }
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { printed_ = pages.lines(0).join(u'|'); };
   }

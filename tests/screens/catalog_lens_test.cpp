@@ -1,5 +1,5 @@
 // Lenses in the catalogue: one, a range, a change; the library; wholesale prices.
-#include "masterdata/goods.h"
+#include "harness/articles.h"
 #include "masterdata/goods_classes.h"
 #include "platform/sheet/sheet_reader.h"
 #include "screens/harness/screen_test.h"
@@ -100,15 +100,9 @@ TEST_F(ScreenTest, LensesAreAddedFromTheLibraryAndByRangeAndChanged) {
 
 TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
   const auto add = [&](const char16_t* number, const char16_t* sphere, const char16_t* cylinder, double stock) {
-    GoodsDraft draft;
-    draft.number = QString::fromUtf16(number);
-    draft.name = u"1.60非球面"_qs;
-    draft.unit = u"片"_qs;
-    draft.classNumber = u"1000"_qs;
+    GoodsDraft draft = article(QString::fromUtf16(number), u"1.60非球面"_qs, u"1000"_qs, stock);
     draft.warnSameName = false;
     draft.lens = LensPowers{draft.name, QString::fromUtf16(sphere), QString::fromUtf16(cylinder)};
-    draft.openingStock = stock;
-    draft.warehouse = u"100001"_qs;
     ASSERT_TRUE(addGoods(draft, prompt));
   };
   add(u"20000001", u"-1.5", u"-0.25", 3);

@@ -245,8 +245,7 @@ TEST_F(ChartTest, KeysMoveAlongTheRowsOfTheListAndOpenThem) {
 }
 
 TEST_F(ChartTest, AColumnThatTheListDoesNotShowIsNoMeasure) {
-  EXPECT_EQ(measures(), (QStringList{QStringLiteral("均价"), QStringLiteral("数量"), QStringLiteral("金额"),
-                                     QStringLiteral("毛利")}));
+  EXPECT_EQ(measures(), (QStringList{u"均价"_qs, u"数量"_qs, u"金额"_qs, u"毛利"_qs}));
   chart_.setMeasure("lr");
   list_.setColumnAllowed("lr", false);
   chart_.hide();

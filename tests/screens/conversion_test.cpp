@@ -145,8 +145,7 @@ TEST_F(ConversionScreenTest, BothDirectionsKeepWhatWasBegun) {
   open("F_Cfkb", [&](ui::Screen& s) {
     showWaiting(s);
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 2);
-    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-          Answer::Yes);
+    press(s, "F7", kAuditAll, Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
     s.findChild<QTabWidget*>()->setCurrentIndex(0);
     scan(s, u"690002");

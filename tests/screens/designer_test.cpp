@@ -368,7 +368,7 @@ TEST_F(DesignerTest, ADesignOfTheShopIsSavedAsTheStationsFormAndOldDesignsComeBa
   const QString path = templatePath(u"spxs");
   const Template delivered = report::loadTemplate(path);
   auto& screen = ui::screenAs<TF_Bbsj_Edit>("F_Bbsj_Edit");
-  QString own;
+  const QString own = u"商品销售单-本店.fr3"_qs;
   expectScreen("F_Bbsj_Edit", [&](ui::Screen& s) {
     auto& document = static_cast<TF_Bbsj_Edit&>(s).designer().document();
     EXPECT_FALSE(s.command("btnUse").isEnabled());  // it is the one in use
@@ -380,14 +380,12 @@ TEST_F(DesignerTest, ADesignOfTheShopIsSavedAsTheStationsFormAndOldDesignsComeBa
     press(s, "F5");
     document.addBand(BandKind::Overlay);
     ui::setFileAnswer([&](const QString& proposed, const QString&) {
-      EXPECT_EQ(proposed, u"商品销售单-本店.fr3"_qs);
+      EXPECT_EQ(proposed, own);
       return templatePath(proposed);
     });
     click(s, "btnSaveAs");
     ui::setFileAnswer({});
-    own = u"商品销售单-本店.fr3"_qs;
-    expectNotice(u"本机打印“商品销售单”时，将使用模板“商品销售单-本店”。"_qs);
-    click(s, "btnUse");
+    click(s, "btnUse", u"本机打印“商品销售单”时，将使用模板“商品销售单-本店”。"_qs);
     EXPECT_FALSE(s.command("btnUse").isEnabled());
     press(s, "Esc");  // what is chosen first
     press(s, "Esc");
@@ -406,14 +404,12 @@ TEST_F(DesignerTest, ADesignOfTheShopIsSavedAsTheStationsFormAndOldDesignsComeBa
     backups->actions().front()->trigger();
     EXPECT_EQ(document.current().bands, delivered.bands);
     document.undo();
-    expectQuestion(
-        u"要把设计恢复为随程序提供的“商品销售单”样式吗？\r\n\r\n保存之前可以撤销，保存之后可以从备份中恢复。"_qs,
-        Answer::Yes);
-    click(s, "btnDefault");
+    click(s, "btnDefault",
+          u"要把设计恢复为随程序提供的“商品销售单”样式吗？\r\n\r\n保存之前可以撤销，保存之后可以从备份中恢复。"_qs,
+          Answer::Yes);
     EXPECT_EQ(document.current().bands, delivered.bands);
     press(s, "F5");
-    expectNotice(u"本机打印“商品销售单”时，将使用模板“spxs”。"_qs);
-    click(s, "btnUse");
+    click(s, "btnUse", u"本机打印“商品销售单”时，将使用模板“spxs”。"_qs);
     press(s, "Esc");
   });
   screen.design(path);

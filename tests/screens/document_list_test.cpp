@@ -78,8 +78,7 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
     printOutlet().print = [&](const report::Pages&) { ++printed; };
     press(s, "Ctrl+P");
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-      expectQuestion(u"将依次打印列表中的 12 张单据，确认吗？"_qs, answer);
-      click(s, "btn_Lxdy");
+      click(s, "btn_Lxdy", u"将依次打印列表中的 12 张单据，确认吗？"_qs, answer);
       EXPECT_EQ(printed, answer == Answer::Yes ? 12 : 0);
     }
     EXPECT_EQ(asked, 1);
@@ -125,12 +124,8 @@ TEST_F(DocumentListTest, EachOfTheTwelveKindsIsFoundAndCancelledInTheWindow) {
 TEST_F(DocumentListTest, AllAreCancelledAfterOneQuestionAndWhatStandsAgainstItIsTold) {
   makeAll();
   // Somebody checked the loss whose word binds others, and the counts are not his to cancel.
-  setRights(u"300001"_qs, "cggl", u"11111111111111111111"_qs);
-  setRights(u"300001"_qs, "xsgl", u"11111111111111111111"_qs);
-  setRights(u"300001"_qs, "rcgl", u"11111111111111111111"_qs);
-  setRights(u"300001"_qs, "tjgl", u"11111111111111111111"_qs);
-  setRights(u"300001"_qs, "qtcz", u"11111111111111111111"_qs);
-  setRights(u"300001"_qs, "kcgl", u"11111111111101111111"_qs);
+  setAllRights(u"300001"_qs, QString(20, u'1'));
+  takeRight(u"300001"_qs, "kcgl", 13);
   execSql("update jxc_xtcs set cs_kc=1");
   becomeOperator(u"小王"_qs, u"100009"_qs, u"300001"_qs);
   open("F_Djcx", [&](ui::Screen& s) {
@@ -138,9 +133,9 @@ TEST_F(DocumentListTest, AllAreCancelledAfterOneQuestionAndWhatStandsAgainstItIs
     expectQuestion(u"您的操作将取消列表中 12 张单据的审核，确认吗？"_qs, Answer::Yes);
     // The counted piece stays away: the receipt, last of all, would take one more than there is.
     expectQuestion(u"该单据中至少一种商品库存不足，\r\n\r\n“A”：出库将会出现负库存，是否继续？"_qs, Answer::Yes);
-    expectNotice(u"取消审核完成，共 12 个单据，\r\n\r\n取消审核成功 11 个单据。\r\n\r\n单据"_qs + all_.back() +
-                 u"：\r\n\r\n您没有取消审核库存盘点单的权限！"_qs);
-    click(s, "btn_UnChkAll");
+    click(s, "btn_UnChkAll",
+          u"取消审核完成，共 12 个单据，\r\n\r\n取消审核成功 11 个单据。\r\n\r\n单据"_qs + all_.back() +
+              u"：\r\n\r\n您没有取消审核库存盘点单的权限！"_qs);
     EXPECT_EQ(listed(s.grid("gridDj"), {"djh", "zt"}).front(), all_.back() + u" 已审核"_qs);
   });
 }
@@ -170,10 +165,7 @@ TEST_F(DocumentListTest, EachKindShowsByItsOwnRightsAndANumberOpensItsPaper) {
       enter(s, "tkey", number);
     }
     type(s, "tkey", u"");
-    press(s, "F3", "F_Djcx_Cx", [&](ui::Screen& form) {
-      type(form, "tgoods", u"691");  // a case, which he did not move
-      press(form, "F5");
-    });
+    press(s, "F3", "F_Djcx_Cx", filled({{"tgoods", u"691"}}));  // a case, which he did not move
     EXPECT_TRUE(listed(s.grid("gridDj"), {"djh"}).isEmpty());
     press(s, "F3", "F_Djcx_Cx", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tgoods").text(), u"691");

@@ -16,8 +16,10 @@
 #include "ui/grid_output.h"
 #include "ui/grid_paper.h"
 
+#include <QAction>
 #include <QElapsedTimer>
 #include <QJsonArray>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -362,6 +364,8 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
     ui::Chart chart(list, view.chart.label.empty() ? ui::ChartSpec{view.grid.columns[0].field} : view.chart);
     const QString tabs = list.tabSeparated(false);
     const auto* model = list.view()->model();
+    QMenu menu;
+    list.fillMenu(menu);
     for (std::size_t i = 0; i < list.spec().columns.size(); ++i) {
       const ui::ColumnSpec& column = list.spec().columns[i];
       if (!column.right.isGuarded()) continue;
@@ -375,6 +379,8 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
       for (const auto& each : list.exportColumns())
         EXPECT_NE(each.caption, caption);
       EXPECT_FALSE(tabs.contains(caption));
+      for (const auto* action : menu.findChildren<QAction*>())
+        EXPECT_NE(action->text(), caption);
       chart.setMeasure(column.field);
       EXPECT_NE(chart.measure(), ui::qs(column.field));
       for (int row = 0; row < list.rowCount(); ++row) {  // what a screen reader is told

@@ -1,5 +1,4 @@
 // The enquiry kind as an operator uses it: asks, follows a sum to its lines and a line to its document, comes back.
-#include "core/data_module.h"
 #include "harness/files.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
@@ -8,12 +7,9 @@
 #include "ui/enquiry_screen.h"
 
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QTableView>
-
-#include <atomic>
 
 namespace jxc::test::enquiry_test {
 
@@ -119,16 +115,18 @@ TEST_F(EnquiryTest, FiguresStandBesideThoseOfAnEarlierPeriodWhenAskedFor) {
     ui::Chart* chart = s.findChild<QWidget*>(u"chartCanvas"_qs)
                            ? dynamic_cast<ui::Chart*>(s.findChild<QWidget*>(u"chartCanvas"_qs)->parentWidget())
                            : nullptr;
-    ASSERT_TRUE(chart);
+    ASSERT_TRUE(chart && chart->isVisible() && !sums.isVisible());
+    EXPECT_EQ(chart->measure(), "je");
     sums.selectRow(0);
     EXPECT_EQ(chart->currentText(), "F1　金额 150.00，上期金额 80.00");
     EXPECT_EQ(s.findChild<QComboBox*>(u"comChartMeasure"_qs)->findText(u"上期金额"_qs), -1) << "beside its figure";
     press(s, "Ctrl+T");
+    EXPECT_TRUE(sums.isVisible());
     choose(s, "comDb", u"去年同期"_qs);
     EXPECT_EQ(told(), QStringList({"150.00 0.00 ", "30.00 45.00 -33.33"}));
     EXPECT_EQ(sums.exportColumns()[4].caption, u"去年金额"_qs);
     check(s, "rMxb", true);
-    EXPECT_FALSE(s.field("comDb").isVisible()) << "lines are not compared";
+    EXPECT_FALSE(s.field("comDb").isVisible() || s.command("btn_Chart").isVisible()) << "lines have neither";
   });
   execSql("update jxc_role set qtcz=? where r_sn='100077'", QString(6, u'1') + u"0111"_qs);
   becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
@@ -140,23 +138,6 @@ TEST_F(EnquiryTest, FiguresStandBesideThoseOfAnEarlierPeriodWhenAskedFor) {
     choose(s, "comDb", u"去年同期"_qs);
     EXPECT_FALSE(s.grid("gridHz").isColumnAllowed("je_earlier"));
     EXPECT_EQ(s.grid("gridHz").rows().columnIndex("je_earlier"), -1);
-  });
-}
-
-TEST_F(EnquiryTest, TheChartStandsForItsList) {
-  open("F_Sample", [&](ui::Screen& s) {
-    press(s, "Ctrl+T");
-    ui::Chart* chart = nullptr;
-    for (auto* widget : s.findChildren<QWidget*>())
-      if (auto* found = dynamic_cast<ui::Chart*>(widget)) chart = found;
-    ASSERT_TRUE(chart && chart->isVisible());
-    EXPECT_FALSE(s.grid("gridHz").isVisible());
-    EXPECT_EQ(chart->measure(), "je");
-    check(s, "rMxb", true);
-    EXPECT_FALSE(s.command("btn_Chart").isVisible()) << "lines have none";
-    check(s, "rHzb", true);
-    press(s, "Ctrl+T");
-    EXPECT_TRUE(s.grid("gridHz").isVisible());
   });
 }
 
@@ -185,13 +166,12 @@ TEST_F(EnquiryTest, ListsBelowTakeTurnsAndWhatIsAskedForIsDrawnOverTime) {
     // All that is asked for since the year began, and the goods of one supplier alone.
     for (const auto& [key, sold] : {std::pair("F6", 11), std::pair("F7", 10)}) {
       suppliers.selectRow(0);
-      expectScreen("F_Spxstj_Fx", [&, sold = sold](ui::Screen& over) {
+      press(s, key, "F_Spxstj_Fx", [&, sold = sold](ui::Screen& over) {
         over.grid("gridYf").waitLoaded();
         EXPECT_FALSE(over.grid("gridYf").isVisible()) << "its chart is";
         EXPECT_EQ(over.grid("gridYf").rowCount(), 2);
         EXPECT_EQ(over.grid("gridYf").sum("sl"), sold);
       });
-      press(s, key);
     }
   });
 }
@@ -202,51 +182,6 @@ Sql forgetful(const Criteria&, const Warehouses&) {
 
 TEST_F(EnquiryTest, WhoForgetsTheWarehousesIsToldSo) {
   EXPECT_THROW(Source(forgetful).ask({}), std::logic_error);
-}
-
-std::atomic<int> working = 0;
-
-Computation endless(const Criteria&, const Warehouses& warehouses) {
-  EXPECT_TRUE(warehouses.areAll());
-  return [](EnquiryReader& reader) -> RowSet {
-    struct Counted {
-      Counted() { ++working; }
-      ~Counted() { --working; }
-    } const counted;
-    for (int step = 0;; ++step)
-      reader.progress(step % 100);
-  };
-}
-Sql heavy(const Criteria&) {
-  return Sql("select count(*) as n from jxc_log a,jxc_log b,jxc_log c,jxc_log d where a.log_note<>b.log_note");
-}
-
-TEST_F(EnquiryTest, WhatTakesLongStopsAtOnce) {
-  const QTemporaryDir folder;
-  dataModule().installAccountDb(openSqlite(folder.filePath(QStringLiteral("jxc.mdb")), {.create = true}));
-  execSql("create table jxc_log (id Counter primary key, log_note nvarchar(32))");
-  for (int i = 0; i < 300; ++i)
-    execSql("insert into jxc_log (log_note) values (?)", QString::number(i));
-  static constexpr ui::ColumnSpec columns[] = {{"n", "数"}};
-  static constexpr ui::GridSpec spec = {"gridTest", "数", columns};
-  ui::Grid list(spec, "F_Test", nullptr);
-  for (const Question& question :
-       {Source(endless).ask({}), Source(heavy, NoWarehouse{"a test counts in no warehouse"}).ask({})}) {
-    list.loadQuestion(question);
-    ASSERT_TRUE(list.isLoading());
-    QElapsedTimer clock;
-    clock.start();
-    list.stopLoading();
-    EXPECT_FALSE(list.isLoading());
-    // The next question is answered, not behind the old one.
-    list.loadQuestion(Sql("select count(*) as n from jxc_log"));
-    list.waitLoaded();
-    EXPECT_LT(clock.elapsed(), 200);
-    EXPECT_EQ(list.currentText("n"), "300");
-    while (working > 0 && clock.elapsed() < 200)
-      settle();
-    EXPECT_EQ(working, 0);
-  }
 }
 
 TEST(EnquiryPage, ShowsTheExampleAsItIs) {

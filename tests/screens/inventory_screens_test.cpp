@@ -216,8 +216,7 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
     press(s, "Ctrl+E", "F_ModiDate", filled({{"dateCg", u"2021-05-02"}}));
     EXPECT_EQ(rows("select gl_djh,bs_bsrq from jxc_bsd"), lost + " 2021-05-02");
     press(s, "F6", auditQuestion(lost), Answer::Yes);
-    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-          Answer::Yes);
+    press(s, "F7", kAuditAll, Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
   EXPECT_EQ(rows("select g_sn,kc_sl,kc_cbj from jxc_kcsp where g_sn<>'00000000' order by g_sn"),
@@ -227,15 +226,8 @@ TEST_F(InventoryScreensTest, LossAndOverflowAreWrittenOnOneScreenAndWaitOnOneLis
 
 // Of four powers two have an article, and the warehouse knows one of them: what goes out is not made for the purpose.
 TEST_F(InventoryScreensTest, LensesGoOutByTheirSheet) {
-  for (const auto& [sn, sphere, cylinder, stock] :
-       {std::tuple(u"20000001"_qs, u"-1"_qs, u"0"_qs, 3.0), {u"20000002"_qs, u"-2"_qs, u"-0.5"_qs, 0.0}})
-    addGoods({.sn = sn,
-              .name = u"镜片"_qs,
-              .cost = 8,
-              .stock = stock,
-              .product = u"清晰1.56"_qs,
-              .sphere = sphere,
-              .cylinder = cylinder});
+  addLens(u"20000001"_qs, u"清晰1.56"_qs, u"-1"_qs, u"0"_qs, 3);
+  addLens(u"20000002"_qs, u"清晰1.56"_qs, u"-2"_qs, u"-0.5"_qs, 0);
   for (const auto& [name, opens, quantity] : {std::tuple("F_Kcdb", "o..o", "db_sl"), {"F_Bsby", "...o", "bs_sl"}})
     open(name, [&](ui::Screen& s) {
       press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {

@@ -17,9 +17,8 @@ namespace keys_test {
 
 /// Turns every page of every tab that is in sight, and calls `seen` with what stands there then.
 void eachPage(ui::Screen& screen, const std::function<void(const QString& page)>& seen) {
-  const auto tabs = screen.findChildren<QTabWidget*>();
   QTabWidget* first = nullptr;
-  for (auto* each : tabs)
+  for (auto* each : screen.findChildren<QTabWidget*>())
     if (each->isVisible() && !first) first = each;
   if (!first) return seen({});
   for (int page = 0; page < first->count(); ++page) {
@@ -67,8 +66,7 @@ void expectOneCommandAKey(ui::Screen& screen, const QString& page) {
 void expectEnds(ui::Screen& screen) {
   for (const auto& spec : screen.spec().commands) {
     const QPushButton& button = screen.command(spec.name);
-    if (!button.isVisible()) continue;
-    if (spec.key != "Esc") continue;
+    if (!button.isVisible() || spec.key != "Esc") continue;
     const QRect out = placeOf(button, screen);
     for (const auto& other : screen.spec().commands) {
       const QPushButton& beside = screen.command(other.name);

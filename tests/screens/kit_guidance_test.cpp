@@ -100,8 +100,7 @@ TEST_F(KitGuidance, ALetterOpensTheListAndTheFocusGoesOn) {
     typeIn(*screen.field("tkh").widget(), u"6900000000017");
     ui::dropTypedLetters();
     pause();
-    expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
-    press(screen, "Esc");
+    press(screen, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
   });
 }
 
@@ -116,8 +115,7 @@ TEST_F(KitGuidance, ARefusalLeadsToItsInputAndEnterToTheEnd) {
     for (const auto& [text, input] : led) {
       s.field("tname").focus();
       screen.refusal = QString::fromUtf16(text);
-      expectNotice(screen.refusal);
-      press(s, "F5");
+      press(s, "F5", screen.refusal);
       EXPECT_TRUE(s.field(input).hasFocus()) << screen.refusal.toStdString();
     }
     s.field("tname").focus();
@@ -141,11 +139,9 @@ TEST_F(KitGuidance, NothingTypedIsLostWithoutAQuestion) {
   });
   open(screen, [&](ui::Screen& s) {
     type(s, "tname", u"改");
-    expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::No);
-    press(s, "Esc");
+    press(s, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::No);
     EXPECT_TRUE(s.isVisible());
-    expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
-    press(s, "Esc");
+    press(s, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
     EXPECT_FALSE(s.isVisible());
   });
 }
@@ -201,8 +197,7 @@ TEST_F(KitGuidance, WhatWasDoneIsSaidAndAHabitAsksNoMore) {
 
     expectQuestion(u"是否确认保存？"_qs, Answer::No);
     EXPECT_FALSE(s.prompt().askUnlessHabit(u"是否确认保存？"_qs, kSavesAtOnce));
-    QTimer::singleShot(
-        0, [] { QApplication::activeModalWidget()->findChild<QCheckBox*>(QStringLiteral("chkAlways"))->click(); });
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->findChild<QCheckBox*>(u"chkAlways"_qs)->click(); });
     expectQuestion(u"是否确认保存？"_qs, Answer::Yes);
     EXPECT_TRUE(s.prompt().askUnlessHabit(u"是否确认保存？"_qs, kSavesAtOnce));
     EXPECT_TRUE(s.prompt().askUnlessHabit(u"是否确认保存？"_qs, kSavesAtOnce));  // nobody is asked

@@ -74,11 +74,9 @@ class TF_KitTest : public ui::Screen {
   bool mayLeave() override { return tname.isEmpty() || prompt().ask(QStringLiteral("放弃输入吗？")); }
   void activate() override {
     execSql("delete from jxc_djbz");
-    for (const auto& [name, uses] : {std::pair("副", 10), {"片", 9}, {"盒", 100}}) {
+    for (const auto& [name, uses] : {std::pair("副", 10), {"片", 9}, {"盒", 100}})
       insertRow("jxc_djbz", {{"dj_name", name}, {"dj_pl", uses}});
-    }
-    comCk.setItems(
-        {{QStringLiteral("所有仓库"), QStringLiteral("-1")}, {QStringLiteral("主仓"), QStringLiteral("100001")}});
+    comCk.setItems({{u"所有仓库"_qs, u"-1"_qs}, {u"主仓"_qs, u"100001"_qs}});
     gridDj.load("select * from jxc_djbz order by id");
   }
 };

@@ -20,15 +20,8 @@ class LensSheetTest : public TradingScreenTest {
     lens(u"10000005", u"-0.250", u"-0.5", 2);
     lens(u"10000006", u"-10.00", u"-0.50", 0);
   }
-  void lens(QStringView sn, QStringView sphere, QStringView cylinder, double stock) {
-    addGoods({.sn = sn.toString(),
-              .name = kProduct + sphere.toString() + cylinder.toString(),
-              .cost = 8,
-              .price = 30,
-              .stock = stock,
-              .product = kProduct,
-              .sphere = sphere.toString(),
-              .cylinder = cylinder.toString()});
+  static void lens(QStringView sn, QStringView sphere, QStringView cylinder, double stock) {
+    addLens(sn.toString(), kProduct, sphere.toString(), cylinder.toString(), stock);
   }
   static QTableView& cells(ui::Screen& s) { return *s.findChild<QTableView*>("sheet"); }
   static QString heads(ui::Screen& s, Qt::Orientation orientation) {

@@ -174,12 +174,9 @@ TEST_F(LineImportTest, TemplatesAreAsTheDialogWantsThem) {
     const QString path = directory_.filePath(QString::fromLatin1(name) + u".xlsx"_qs);
     ui::screenAs<LineImportScreen>(name).saveTemplate(path);
     QStringList columns;
-    openExcel(path)->readRows([&](int row, std::span<const SheetCell> cells) {
-      if (row == 0)
-        for (const SheetCell& cell : cells)
-          columns << cell.asText();
-      return row == 0;
-    });
+    const RowSet rows = openExcel(path)->rows();
+    for (const std::string& column : rows.columns())
+      columns << QString::fromStdString(column);
     const bool receipt = QByteArray(name) == "F_Cgjh_Import";
     EXPECT_EQ(columns.join(u' '),
               receipt ? u"商品编号 商品名称 数量 单价 生产日期 备注"_qs : u"商品编号 商品名称 数量 单价 备注"_qs)

@@ -77,10 +77,9 @@ TEST_F(MoneyScreens, ReceiptIsEnteredAuditedAndTakenBack) {
       press(form, "F5");
     });
     ASSERT_EQ(s.grid("gridList").rowCount(), 1);
-    expectQuestion(
-        QStringLiteral("您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"),
-        Answer::Yes);
-    press(s, "F6", QStringLiteral("审核完成，共 1 个单据，\r\n\r\n审核成功 1 个单据。"));
+    expectQuestion(u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"_qs,
+                   Answer::Yes);
+    press(s, "F6", u"审核完成，共 1 个单据，\r\n\r\n审核成功 1 个单据。"_qs);
     EXPECT_EQ(owes(), -100);
     EXPECT_EQ(xjyhBalanceNow("工行帐号"), 98);
     press(s, "F4", QStringLiteral("该单据已审核，不能修改！"));
@@ -116,9 +115,8 @@ TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
 
     press(s, "F8", "F_Yskgl_Js", [&](ui::Screen& form) {
       EXPECT_EQ(form.field("tname").text(), "所有客户");
-      expectQuestion(QStringLiteral("重新计算可能会修改期末应付金额，\r\n\r\n并且不可恢复。现在是否重新计算？"),
-                     Answer::Yes);
-      press(form, "F5", QStringLiteral("重新计算完成！"));
+      expectQuestion(u"重新计算可能会修改期末应付金额，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::Yes);
+      press(form, "F5", u"重新计算完成！"_qs);
     });
     EXPECT_EQ(cell(s.grid("gridMx"), 0, "k_ljje"), "60");
 

@@ -23,8 +23,7 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
       press(add, "F5", QStringLiteral("两次密码输入不一致！"));
       type(add, "tpwd1", u"abc");
       type(add, "tzreoje", u"2.5");
-      expectNotice(QStringLiteral("请选择角色！"));
-      press(add, "F5");
+      press(add, "F5", QStringLiteral("请选择角色！"));
       choose(add, "comRole", u"店长"_qs);
       EXPECT_EQ(add.findChild<QListWidget*>("treeCk")->item(0)->checkState(), Qt::Checked);
       press(add, "F5");

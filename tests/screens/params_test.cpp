@@ -120,8 +120,7 @@ TEST_F(ParamsTest, BoxesGoTogetherAndTheAdministratorAloneSeesTheMail) {
     type(s, "tjc", u"");
     press(s, "F5", QStringLiteral("公司信息必须填写！"));
     EXPECT_TRUE(s.isVisible());
-    expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
-    press(s, "Esc");
+    press(s, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
   });
   EXPECT_EQ(session().cs_cgyh, QStringLiteral("0"));
 
@@ -143,8 +142,7 @@ TEST_F(ParamsTest, TheStandardComesBackOnThePageOfParameters) {
   setParameter("cs_xsws", 5);
   open("F_Xtcs", [&](ui::Screen& s) {
     expectQuestion(QStringLiteral("系统参数、POS参数和邮件设置将恢复为默认值，确认恢复默认系统设置吗？"), Answer::Yes);
-    expectQuestion(QStringLiteral("恢复默认系统设置之前，先备份帐套吗？"), Answer::No);
-    click(s, "btnDefault");
+    click(s, "btnDefault", QStringLiteral("恢复默认系统设置之前，先备份帐套吗？"), Answer::No);
     EXPECT_EQ(s.field("tXsws").text(), QStringLiteral("2"));
     EXPECT_EQ(s.findChild<QTabWidget*>()->currentWidget()->objectName(), QStringLiteral("cxTab2"));
   });

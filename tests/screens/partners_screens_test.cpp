@@ -95,11 +95,9 @@ TEST_F(PartnersScreenTest, CustomerIsAddedChangedForbiddenAndDeleted) {
 }
 
 TEST_F(PartnersScreenTest, SearchByConditionsStaysUntilCleared) {
-  ASSERT_TRUE(savePartner(
-      supplierSide,
-      {.name = QStringLiteral("明视光学"), .phone = QStringLiteral("0511"), .kindName = QStringLiteral("A级供货商")},
-      prompt));
-  ASSERT_TRUE(savePartner(supplierSide, {.name = QStringLiteral("晶朗"), .phone = QStringLiteral("021")}, prompt));
+  ASSERT_TRUE(
+      savePartner(supplierSide, {.name = u"明视光学"_qs, .phone = u"0511"_qs, .kindName = u"A级供货商"_qs}, prompt));
+  ASSERT_TRUE(savePartner(supplierSide, {.name = u"晶朗"_qs, .phone = u"021"_qs}, prompt));
   open("F_Ghsgl", [&](ui::Screen& list) {
     click(list, "btnSearch", "F_Ghsgl_Search", [&](ui::Screen& s) {
       type(s, "ttele", u"05");
@@ -151,8 +149,7 @@ TEST_F(PartnersScreenTest, PickerAndDocumentTakeTheNewPartner) {
 }
 
 TEST_F(PartnersScreenTest, ContactBookShowsBalanceAndKeepsTheDiary) {
-  ASSERT_TRUE(savePartner(
-      customerSide, {.name = QStringLiteral("城南诊所"), .contact = QStringLiteral("周敏"), .opening = 320}, prompt));
+  ASSERT_TRUE(savePartner(customerSide, {.name = u"城南诊所"_qs, .contact = u"周敏"_qs, .opening = 320}, prompt));
   open("F_Khzhgl", [&](ui::Screen& s) {
     type(s, "tkey", u"城南");
     s.grid("gridKh").waitLoaded();

@@ -99,13 +99,11 @@ TEST_F(PreviewTest, SavesFilesAndTellsWhatWentWrong) {
   preview(sale(60), [&](ui::TF_Preview& screen) {
     answer({});  // left without a file
     press(screen, "Ctrl+S");
-    answer(folder.filePath(QStringLiteral("单")));
-    press(screen, "Ctrl+S", QStringLiteral("已存为“%1”。").arg(folder.filePath(QStringLiteral("单.pdf"))));
-    press(screen, "Ctrl+E", QStringLiteral("已存为2个文件，从“单.png”到“单-2.png”。"));
-    answer(folder.filePath(QStringLiteral("no/such.pdf")));
-    expectNotice(
-        QStringLiteral("文件“%1”无法写入：此文件或目录不存在。").arg(folder.filePath(QStringLiteral("no/such.pdf"))));
-    press(screen, "Ctrl+S");
+    answer(folder.filePath(u"单"_qs));
+    press(screen, "Ctrl+S", u"已存为“%1”。"_qs.arg(folder.filePath(u"单.pdf"_qs)));
+    press(screen, "Ctrl+E", u"已存为2个文件，从“单.png”到“单-2.png”。"_qs);
+    answer(folder.filePath(u"no/such.pdf"_qs));
+    press(screen, "Ctrl+S", u"文件“%1”无法写入：此文件或目录不存在。"_qs.arg(folder.filePath(u"no/such.pdf"_qs)));
     EXPECT_FALSE(screen.command("btnFaults").isVisible());
   });
   EXPECT_TRUE(bytesOf(folder.filePath(QStringLiteral("单.pdf"))).startsWith("%PDF"));

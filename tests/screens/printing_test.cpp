@@ -33,10 +33,6 @@ class PrintingScreens : public TradingScreenTest {
   }
 
   static QString text(const report::Pages& pages) { return pages.lines(0).join(u'\n'); }
-  static void scan(ui::Screen& screen, const QString& code) {
-    type(screen, "tSptm", code);
-    pressIn(*screen.field("tSptm").widget(), "Return");
-  }
   std::vector<report::Pages> previewed, asked, printed;
   bool noPrinter = false;
 };
@@ -44,8 +40,8 @@ class PrintingScreens : public TradingScreenTest {
 TEST_F(PrintingScreens, ASaleIsLookedAtSavedAndPrinted) {
   open("F_Spxs", [&](ui::Screen& s) {
     click(s, "btnPrin", QStringLiteral("单据中没有业务发生，不能打印！"));
-    scan(s, "69A");
-    scan(s, "69B");
+    scan(s, u"69A");
+    scan(s, u"69B");
     type(s, "tnote", u"它's 好");
     press(s, "Ctrl+P");
     ASSERT_EQ(previewed.size(), 1u);
@@ -72,13 +68,13 @@ TEST_F(PrintingScreens, SavingPrintsWhereThatIsWantedAndAMissingPrinterStopsNoth
   setParameter("cs_bcqdy", 1);
   open("F_Spxs", [&](ui::Screen& s) {
     EXPECT_FALSE(s.command("btnPrin").isVisible());  // nothing is printed before it is saved
-    scan(s, "69A");
+    scan(s, u"69A");
     save(s, kSaveSale);
     ASSERT_EQ(printed.size(), 1u);
     EXPECT_TRUE(text(printed[0]).contains(lookupValue("select gl_djh from jxc_lsxsd")));
 
     noPrinter = true;
-    scan(s, "69B");
+    scan(s, u"69B");
     expectQuestion(kSaveSale, Answer::Yes);
     const QString number = s.field("jsn").text();
     expectQuestion(u"单据 %1 已保存。没有可用的打印机。\r\n\r\n现在把它存为PDF吗？"_qs.arg(number), Answer::Yes);
@@ -106,7 +102,7 @@ TEST_F(PrintingScreens, NothingOfAnUnsavedDocumentLeavesTheProgramWhereThatIsFor
   const QString stays = u"单据保存之前不能打印、导出和复制！"_qs;
   for (const char* screen : {"F_Spxs", "F_Cgjh", "F_Kcdb"})
     open(screen, [&](ui::Screen& s) {
-      scan(s, "69A");
+      scan(s, u"69A");
       for (const char* key : {"Ctrl+P", "F8", "Ctrl+S", "Ctrl+C", "Ctrl+Shift+C"}) {
         SCOPED_TRACE(key);
         expectNotice(stays);
@@ -116,10 +112,10 @@ TEST_F(PrintingScreens, NothingOfAnUnsavedDocumentLeavesTheProgramWhereThatIsFor
       leaveDraft(s);
     });
   open("F_Spxs", [&](ui::Screen& s) {
-    scan(s, "69A");
+    scan(s, u"69A");
     expectNotice(stays);
     s.findChild<QAction*>("btnInOutExport")->trigger();
-    expectScreen("F_Spxs_Add", [&](ui::Screen& pick) {
+    click(s, "btnAddOld", "F_Spxs_Add", [&](ui::Screen& pick) {
       pressIn(*pick.grid("gridGoods").view(), "Ctrl+C");  // goods of the catalogue are no document
       EXPECT_TRUE(QApplication::clipboard()->text().contains(u"镜架A"));
       pick.grid("gridGoods").selectRow(1);
@@ -128,7 +124,6 @@ TEST_F(PrintingScreens, NothingOfAnUnsavedDocumentLeavesTheProgramWhereThatIsFor
       pressIn(*pick.grid("gridStaging").view(), "Ctrl+C");
       press(pick, "F5");
     });
-    click(s, "btnAddOld");
     save(s, kSaveSale);
     // What is saved is looked at, printed and copied as before.
     showWaiting(s);
@@ -145,7 +140,7 @@ TEST_F(PrintingScreens, NothingOfAnUnsavedDocumentLeavesTheProgramWhereThatIsFor
 TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
   setParameter("cs_cs010", 1);
   open("F_Spxs", [&](ui::Screen& s) {
-    scan(s, "69A");
+    scan(s, u"69A");
     click(s, "btnPrin", "F_PrinSele", [&](ui::Screen& choice) { press(choice, "Esc"); });
     EXPECT_TRUE(previewed.empty());
     click(s, "btnPrin", "F_PrinSele", [&](ui::Screen& choice) {
@@ -170,12 +165,11 @@ TEST_F(PrintingScreens, TheFormIsChosenBeforeThePrint) {
       own.bands.front().items.front().content = u"自家样式"_qs;
       report::saveTemplate(own, templatePath(QString::fromUtf8(file)), report::SaveMode::New);
     }
-    expectScreen("F_PrinSele", [&](ui::Screen& choice) {
+    click(s, "btnPrin", "F_PrinSele", [&](ui::Screen& choice) {
       choose(choice, "comOwn", u"双联"_qs);
       check(choice, "rPrin4", true);
       press(choice, "F5");
     });
-    click(s, "btnPrin");
     EXPECT_TRUE(text(previewed.at(2)).contains(u"自家样式"));
     session().canSeePrice = false;
     EXPECT_EQ(templateChoices(families::sale).size(), 2u);  // 不含售价, and the design of it
@@ -191,8 +185,7 @@ TEST_F(PrintingScreens, MoneyFormsAndLists) {
     press(s, "F6", "F_Xjyh_Jk", [&](ui::Screen& form) {
       type(form, "tfyje", u"88.5");
       click(form, "btnPrin");
-      expectQuestion(u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
-      press(form, "Esc");
+      press(form, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
     });
     ASSERT_EQ(previewed.size(), 1u);
     EXPECT_TRUE(text(previewed[0]).contains(u"现金银行收款单") && text(previewed[0]).contains(u"捌拾捌元伍角"))

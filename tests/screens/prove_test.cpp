@@ -2,8 +2,6 @@
 #include "harness/waiting_document.h"
 #include "harness/whole_books.h"
 #include "screens/harness/trading_test.h"
-#include "ui/grid_output.h"
-#include "ui/grid_paper.h"
 
 #include <QLabel>
 #include <QProgressDialog>
@@ -25,24 +23,14 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
     EXPECT_EQ(s.grid("gridFindings").currentText("weight"), "错误");
     EXPECT_TRUE(s.findChild<QLabel*>("detail")->text().contains(u"处理：应收（应付）帐表→重新计算"));
 
-    // What was found goes on paper and into a spreadsheet as every list does.
-    ui::Grid& findings = s.grid("gridFindings");
-    const report::Pages pages = ui::gridReport(findings).prepare();
-    EXPECT_FALSE(pages.find(u"客户 100001"_qs).empty());
-    const Sheet sheet = ui::gridSheet(findings);
-    std::vector<Value> cells(sheet.columns.size());
-    ASSERT_EQ(sheet.rows.count, 1);
-    sheet.rows.read(0, cells);
-    EXPECT_EQ(cells[0], Value(u"错误"));
-
     // A repair stands behind its key; once it has run, what was found before is no longer shown.
     press(s, "F7", "F_Jxctj_Tb", [&](ui::Screen& sync) { press(sync, "Esc"); });
-    EXPECT_EQ(findings.rowCount(), 1);
+    EXPECT_EQ(s.grid("gridFindings").rowCount(), 1);
     press(s, "F6", "F_Kccx_Js", [&](ui::Screen& recompute) {
       expectQuestion(u"重新计算会修改期末结存及其他数据，\r\n\r\n并且不可恢复。现在是否重新计算？"_qs, Answer::Yes);
       press(recompute, "F5", u"重新计算完成！"_qs);
     });
-    EXPECT_TRUE(findings.isEmpty());
+    EXPECT_TRUE(s.grid("gridFindings").isEmpty());
 
     // 取消 on the bar stops it, and says so instead of calling the books clean.
     QTimer::singleShot(0, &s, [&s] { s.findChild<QProgressDialog*>("progress")->cancel(); });

@@ -102,14 +102,12 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
     EXPECT_EQ(s.field("tyfje").number(), 400);
     edit(s, "gridLines", 0, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 320);
-    press(s, "F5", QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"),
-          Answer::No);
+    press(s, "F5", u"该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"_qs, Answer::No);
     edit(s, "gridLines", 1, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 240);
     save(s, kSaveReceiptAudited);
     EXPECT_TRUE(s.grid("gridLines").isEmpty());
-    s.findChild<QTabWidget*>()->setCurrentIndex(1);
-    settle();
+    showWaiting(s);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
   EXPECT_EQ(stockOf("A"), 0);

@@ -5,6 +5,8 @@
 
 namespace jxc::test::sales_screen_test {
 
+const QString kShort = u"该单据中至少一种商品库存不足，\r\n\r\n“10000002”：销售将会出现负库存，是否继续？"_qs;
+
 class SalesScreenTest : public TradingScreenTest {
  protected:
   SalesScreenTest() {
@@ -18,11 +20,6 @@ class SalesScreenTest : public TradingScreenTest {
 
   static QString lines(ui::Screen& s, std::string_view grid = "gridLines") {
     return TradingScreenTest::lines(s, "ls", grid);
-  }
-  static void scan(ui::Screen& s, QStringView code) {
-    s.field("tSptm").focus();
-    typeIn(*s.focusWidget(), code);
-    press(s, "Return");
   }
 };
 
@@ -77,22 +74,18 @@ TEST_F(SalesScreenTest, ScannedPickedGivenSavedAndAudited) {
 
     choose(s, "comJsfs", QStringLiteral("余款记入应收帐"));
     type(s, "tssje", u"300");
-    expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“10000002”：销售将会出现负库存，是否继续？"),
-                   Answer::Yes);
+    expectQuestion(kShort, Answer::Yes);
     save(s, kSaveSale);
     EXPECT_EQ(s.field("jsn").text(), "XS21050310002");
 
-    s.findChild<QTabWidget*>()->setCurrentIndex(1);
-    settle();
+    showWaiting(s);
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
     EXPECT_EQ(s.grid("gridWaiting").currentNumber("wfje"), 180);
     edit(s, "gridWaitingLines", 0, "ls_sl", u"1");
     EXPECT_EQ(s.grid("gridWaiting").currentNumber("yfje"), 360);
     press(s, "F6", "F_Spxs_Check", [&](ui::Screen& check) {
       type(check, "tssje", u"350");
-      expectQuestion(QStringLiteral("该单据中至少一种商品库存不足，\r\n\r\n“10000002”：销售将会出现负库存，是否继续？"),
-                     Answer::Yes);
-      press(check, "F5");
+      press(check, "F5", kShort, Answer::Yes);
     });
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
   });
@@ -132,9 +125,7 @@ TEST_F(SalesScreenTest, PricesAndCostsFollowParametersAndRights) {
 TEST_F(SalesScreenTest, PricesAreOutOfSightWithoutTheRight) {
   setParameter("cs_kc", 1);
   setParameter("cs_hs", 1);
-  QString rights = lookupValue("select qtcz from jxc_role where r_sn=?", session().r_sn);
-  rights[kSeesPrice.position - 1] = u'0';
-  setRights(session().r_sn, "qtcz", rights);
+  takeRight(session().r_sn, "qtcz", kSeesPrice.position);
   session().canSeePrice = false;
   open("F_Spxs", [&](ui::Screen& s) {
     for (const char* column : {"ls_dj", "ls_taxdj", "ls_zje", "ls_tax"})
@@ -179,8 +170,7 @@ TEST_F(SalesScreenTest, WaitingSalesOfOneCustomer) {
     });
     ASSERT_EQ(s.grid("gridWaiting").rowCount(), 1);
     EXPECT_EQ(s.grid("gridWaiting").currentText("kh_sn"), u"100099"_qs);
-    press(s, "F7", u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs,
-          Answer::Yes);
+    press(s, "F7", kAuditAll, Answer::Yes);
     click(s, "btnAllKh");
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
     EXPECT_NE(s.grid("gridWaiting").currentText("kh_sn"), u"100099"_qs);

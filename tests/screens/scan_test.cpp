@@ -158,11 +158,10 @@ TEST_F(ScanScreenTest, TheLineDialogKeepsItsInputs) {
 TEST_F(ScanScreenTest, AnUnknownCodeIsOfferedToTheNewArticle) {
   open("F_Cgjh", [&](ui::Screen& s) {
     const auto codeOffered = [&](QStringView code) {
-      expectScreen("F_Spxxgl_Add", [code](ui::Screen& add) {
+      press(s, "F9", "F_Spxxgl_Add", [code](ui::Screen& add) {
         EXPECT_EQ(add.field("g_sptm").text(), code);
         press(add, "Esc");
       });
-      press(s, "F9");
     };
     s.field("tnote").focus();
     expectNotice(kNobodyKnows);

@@ -58,9 +58,8 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
   });
   EXPECT_FALSE(exists("select id from jxc_goodslist where gl_djh=?", loss_));
 
-  QString rights(60, u'1');
-  rights[kSeesPrice.position - 1] = u'0';
-  setRights(QStringLiteral("100077"), "qtcz", rights);
+  setAllRights(QStringLiteral("100077"), QString(60, u'1'));
+  takeRight(QStringLiteral("100077"), "qtcz", kSeesPrice.position);
   becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
   open("F_Jxctj", [&](ui::Screen& screen) { EXPECT_FALSE(screen.field("chkCbj").isVisible()); });
 }

@@ -17,14 +17,9 @@ class StocktakeScreenTest : public TradingScreenTest {
  protected:
   StocktakeScreenTest() {
     setParameter("cs_possk", 0);  // a count adds up whatever the till does
-    addGoods({.sn = u"10000001"_qs,
-              .name = u"暴龙金属半框近视眼镜架男士商务系列"_qs,
-              .barcode = kFrame.toString(),
-              .cost = 40,
-              .price = 99,
-              .stock = 5});
-    addGoods(
-        {.sn = u"10000002"_qs, .name = u"镜盒"_qs, .barcode = kCase.toString(), .cost = 2, .price = 9, .stock = 30});
+    // Number, name, barcode; cost, price and stock.
+    addGoods({u"10000001"_qs, u"暴龙金属半框近视眼镜架男士商务系列"_qs, kFrame.toString(), 40, 99, 5});
+    addGoods({u"10000002"_qs, u"镜盒"_qs, kCase.toString(), 2, 9, 30});
     addGoods({.sn = u"10000003"_qs, .name = u"镜布"_qs, .barcode = u"6900000000031"_qs, .cost = 1, .stock = 8});
     addGoods({.sn = u"10000004"_qs, .name = u"护理液"_qs, .cost = 15});
   }
@@ -167,14 +162,7 @@ TEST_F(StocktakeScreenTest, AShelfIsCountedWithTheScanner) {
 // In the sheet of powers an empty cell was not counted, and a 0 was not found.
 TEST_F(StocktakeScreenTest, ASheetOfPowersTellsZeroFromEmpty) {
   for (int i = 0; i < 4; ++i)
-    addGoods({.sn = QString::number(20000001 + i),
-              .name = u"镜片"_qs,
-              .cost = 8,
-              .price = 30,
-              .stock = 3,
-              .product = u"清晰1.56"_qs,
-              .sphere = numberText(-0.25 * i),
-              .cylinder = u"0"_qs});
+    addLens(QString::number(20000001 + i), u"清晰1.56"_qs, numberText(-0.25 * i), u"0"_qs, 3);
   open("F_Kcpd", [&](ui::Screen& s) {
     press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       auto* cells = sheet.findChild<QTableView*>("sheet")->model();

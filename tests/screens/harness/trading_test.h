@@ -32,6 +32,8 @@ inline const QString kSaveSplit = saveQuestion("拆分单", "待审核拆\r\n\r\
 inline const QString kSaveBundle = saveQuestion("捆绑单", "待审核捆\r\n\r\n绑单");
 inline const QString kSaveReceiptAudited = saveAuditedQuestion("进退货查询");
 inline const QString kSaveSaleAudited = saveAuditedQuestion("销售退货查询");
+inline const QString kAuditAll =
+    u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）"_qs;
 inline const QString kUnsaved = u"当前单据还未保存，是否保存？"_qs;
 inline constexpr const char* kSaleGoesShort = "库存数量小于销售数量，销售后将产生负库存，继续销售吗?";
 
@@ -59,6 +61,11 @@ class TradingScreenTest : public ScreenTest {
     if (g.stock != 0)
       execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',?,?,?,0)", g.sn,
               g.stock, g.stock, g.cost);
+  }
+
+  static void addLens(const QString& sn, const QString& product, const QString& sphere, const QString& cylinder,
+                      double stock) {
+    addGoods({sn, product + sphere + cylinder, {}, 8, 30, stock, product, sphere, cylinder});
   }
 
   /// Rows of a statement, cells by a blank, rows by " | ".
