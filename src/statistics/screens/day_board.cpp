@@ -171,7 +171,9 @@ void DayBoard::waitLoaded(int milliseconds) {
 void DayBoard::show(const RowSet& rows) {
   using namespace day_board_detail;
   // Who was on a figure stays on the one in its place.
-  const auto focused = std::ranges::find_if(figures_, [](const Figure* each) { return each->hasFocus(); });
+  // The window may not be active again yet, when a screen above it has just been closed.
+  const auto focused =
+      std::ranges::find_if(figures_, [this](const Figure* each) { return each == window()->focusWidget(); });
   const auto place = focused == figures_.end() ? -1 : focused - figures_.begin();
   // One of them may have opened the screen that has just been left: it goes when its click is over.
   for (Figure* each : figures_) {
