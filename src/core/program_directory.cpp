@@ -8,7 +8,6 @@
 #include <QFileInfo>
 
 #include <array>
-#include <sys/stat.h>
 
 namespace jxc::program_directory_detail {
 
@@ -45,7 +44,7 @@ QString findProgramDirectory(const QStringList& arguments, const QString& execut
 void setProgramDirectory(const QString& directory) {
   program_directory_detail::directory() = QDir(directory).absolutePath();
   // Layouts, templates and pictures of one user are there for the others too, and for nobody else.
-  if (isSharedFolder(programDirectory())) ::umask(S_IRWXO);
+  if (isSharedFolder(programDirectory())) makeFilesOfGroup();
   for (const char* folder : program_directory_detail::folders)
     QDir().mkpath(programPath(QLatin1String(folder)));
 }

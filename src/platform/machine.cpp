@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <sys/stat.h>
+
 namespace jxc {
 
 QString localIpAddress() {
@@ -15,6 +17,10 @@ QString localIpAddress() {
     }
   }
   return QStringLiteral("127.0.0.1");
+}
+
+void makeFilesOfGroup() {
+  ::umask(S_IRWXO);
 }
 
 bool hasBrowser() {
