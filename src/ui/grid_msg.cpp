@@ -18,7 +18,6 @@ TF_GridMsg::TF_GridMsg() : Screen(grid_msg_detail::kScreen) {
                            "四、调整完成后，在列表中单击鼠标右键，选择“保存列表布局”。"))
       .stretch()
       .buttons("| btnOK btnCancel");
-  btnOK.setProperty("main", true);
   on(btnOK, [this] {
     flag = 1;
     accept();

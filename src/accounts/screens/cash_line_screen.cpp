@@ -55,7 +55,6 @@ CashLineScreen::CashLineScreen(const ui::ScreenSpec& spec, cash::Movement moveme
   else
     panel().form({"comYhzh tfyje", "comUser dateCg", "tnote"});
   panel().buttons("btnPrin | btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { save(); });
   addKey(command("btnPrin"), "Ctrl+P");  // F4 in a date or a remark opens what these offer
   on(command("btnPrin"), [this] {

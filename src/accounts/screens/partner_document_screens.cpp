@@ -292,7 +292,6 @@ PartnerEntryScreen::PartnerEntryScreen(const ui::ScreenSpec& spec, const Partner
   area.buttons("| btnOK btnCancel");
   tname.setLabel(jxc::words(words_.side->noun) + u"："_qs);
   tgsj.setLabel(partner_books::wordOf(*words_.side, words_.kind) + u"："_qs);
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { save(); });
   // The number belongs to the day; a document that stands keeps its own.
   dateCg.onChanged([this] {

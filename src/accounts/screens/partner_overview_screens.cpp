@@ -95,7 +95,6 @@ SettlementScreen::SettlementScreen(const ui::ScreenSpec& spec, const PartnerSide
       .text(partner_overview_screens_detail::sideText(
           side_, QStringLiteral("注：超出本单据应收金额部分，将计入该客户的应收账款，\r该客户的应收款将减少。")))
       .buttons("| btnSave btnCancel");
-  command("btnSave").setProperty("main", true);
   on(command("btnSave"), [this] { save(); });
 }
 

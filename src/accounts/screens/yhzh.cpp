@@ -73,7 +73,6 @@ class TF_Yhzh_Qcjz : public ui::Screen {
 
 TF_Yhzh_Add::TF_Yhzh_Add() : Screen(yhzh_detail::kEdit) {
   panel().form({"tname", "ttype", "tzje", "tnote"}).buttons("| btnOk btnCancel");
-  command("btnOk").setProperty("main", true);
   on(command("btnOk"), [this] {
     if (!checkFields()) return;
     const cash::AccountDraft draft{
@@ -101,7 +100,6 @@ void TF_Yhzh_Add::activate() {
 
 TF_Yhzh_Qcjz::TF_Yhzh_Qcjz() : Screen(yhzh_detail::kOpening) {
   panel().form({"tname", "tzje"}).buttons("| btnOk btnCancel");
-  command("btnOk").setProperty("main", true);
   on(command("btnOk"), [this] {
     if (!checkFields() || id_ == 0) return;
     cash::setOpening(id_, field("tzje").number());

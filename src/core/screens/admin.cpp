@@ -62,7 +62,6 @@ class OperatorEditScreen : public ui::Screen {
     left.form({"tname", "comRole", "tpwd", "tpwd1", "tzreoje", "chkPos", "chkJy"}).stretch();
     right.group(QStringLiteral("仓库（空格选择）")).widget(treeCk_, 1);
     area.buttons("| btnOK btnCancel");
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] { saveValue(); });
   }
 

@@ -30,7 +30,6 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Djbz",
 TF_Djbz::TF_Djbz()
     : NamedListScreen(djbz_detail::kScreen, remarkList, QStringLiteral("备注"),
                       [](const QString& typed) { return remarkListStatement(typed); }) {
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { take(); });
   // Opened by itself the list is there to be kept in order; opened from a document to choose from.
   list.onActivated([this] { command(picking_ ? "btnOK" : "btnModi").click(); });

@@ -31,7 +31,6 @@ TF_Login::TF_Login() : Screen(login_screen_detail::kScreen) {
   lMsg->setProperty("explanation", true);
   lMsg->setMinimumHeight(lMsg->fontMetrics().height());
   panel().widget(title).form({"comAdmin", "tpwd"}).widget(lMsg).stretch().buttons("| btnOK btnCancel");
-  btnOK.setProperty("main", true);
   comAdmin.onChanged([this] { comAdminChange(); });
   on(btnOK, [this] { btnOKClick(); });
   tpwd.onEnter([this] {

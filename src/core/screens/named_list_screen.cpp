@@ -21,7 +21,6 @@ bool has(const ui::ScreenSpec& spec, std::string_view command) {
 }  // namespace named_list_screen_detail
 
 NameScreen::NameScreen() : Screen(named_list_screen_detail::kScreen) {
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     if (save_ && save_(field("tname").text(), prompt())) accept();
   });

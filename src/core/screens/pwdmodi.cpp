@@ -42,7 +42,6 @@ class TF_PwdModi : public ui::Screen {
       auto* input = static_cast<QLineEdit*>(field(name).widget());
       input->setValidator(new pwdmodi_detail::PasswordValidator(input));
     }
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] {
       const bool isChanged =
           changeOwnPassword(field("toldpwd").text(), field("tnewpwd").text(), field("tnewpwd2").text(), prompt());

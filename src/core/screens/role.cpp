@@ -64,7 +64,6 @@ TF_Role_Add::TF_Role_Add() : Screen(role_detail::kEdit), chkTree_(new QTreeWidge
   chkTree_->setHeaderHidden(true);
   chkTree_->setMinimumSize(320, 120);
   panel().form({"tname comModel", "tkey chkSele"}).widget(chkTree_, 1).buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { btnOKClick(); });
   field("chkSele").onChanged([this] { checkAll(field("chkSele").isChecked()); });
   field("comModel").onChanged([this] { takeModel(); });

@@ -22,7 +22,6 @@ TF_Skin::TF_Skin() : Screen(skin_screen_detail::kScreen) {
       .form({"comSkin"})
       .stretch()
       .buttons("| btnOK btnCancel");
-  btnOK.setProperty("main", true);
   comSkin.onChanged([this] { ui::applySkin(comSkin.text()); });
   on(btnOK, [this] {
     saveOperatorSkin(comSkin.text());

@@ -139,7 +139,6 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   gateway->setObjectName(QStringLiteral("RzGroupBox_Wx"));
   gateway->hide();
 
-  btnOK.setProperty("main", true);
   on(btnOK, [this] { saveValue(); });
   on(btnDefault, [this] { restoreStandard(); });
   on(btnEmail, [this] { sendTestMail(); });

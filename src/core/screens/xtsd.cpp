@@ -24,7 +24,6 @@ const ui::Registered<TF_Xtsd> kRegistered{"F_Xtsd"};
 TF_Xtsd::TF_Xtsd() : Screen(xtsd_detail::kScreen) {
   setWindowFlag(Qt::WindowCloseButtonHint, false);
   panel().form({"tname", "tpwd"}).buttons("| btnOK");
-  btnOK.setProperty("main", true);
   on(btnOK, [this] { btnOKClick(); });
   tpwd.onEnter([this] {
     btnOKClick();

@@ -41,7 +41,6 @@ class TF_Sjhd : public ui::Screen {
         list_(grid("gridFindings")),
         summary_(paragraph(this, "summary")),
         detail_(paragraph(this, "detail")) {
-    command("btnOK").setProperty("main", true);
     panel()
         .text(QStringLiteral(
             "在内存中重新推算库存、成本、现金、往来和发票，与已保存的数据比较。只读取，不修改任何数据。"))

@@ -84,7 +84,6 @@ class EntryScreen : public ui::Screen {
  public:
   EntryScreen(const ui::ScreenSpec& spec, const PartnerSide& side) : Screen(spec), side_(side) {
     panel().form({"tname", "dateLx comUser", "tnote"}).buttons("| btnOK btnCancel");
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] { saveValue(); });
     resize(560, 340);
   }

@@ -35,7 +35,6 @@ class TF_Ghsgl_Copy : public ui::ListScreen {
  public:
   TF_Ghsgl_Copy() : ListScreen(kScreen, customers) {
     list.setMultiSelect(true);
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] { copy(); });
   }
 

@@ -6,7 +6,6 @@
 namespace jxc {
 
 DiaryEntryScreen::DiaryEntryScreen(const ui::ScreenSpec& spec) : Screen(spec) {
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     if (!checkFields()) return;
     draft_.date = field("dateRz").text();

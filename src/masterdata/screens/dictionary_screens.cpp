@@ -47,7 +47,6 @@ constexpr ui::ScreenSpec kKind = {
 class TF_Zone_Add : public ui::Screen {
  public:
   TF_Zone_Add() : Screen(kZoneEdit) {
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] {
       if (saveZone({id_, field("tname").text(), field("chkDefault").isChecked()}, prompt())) accept();
     });

@@ -98,7 +98,6 @@ TF_User_Add::TF_User_Add() : Screen(employee_screens_detail::kEdit) {
   area.group(QStringLiteral("POS销售属性")).row("chkYg chkJg chkXsy |");
   area.group(QStringLiteral("销售提成")).form({"comTcfs ttc", "tzdlr"});
   area.buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
 

@@ -26,7 +26,6 @@ TF_Spxxgl_Cam::TF_Spxxgl_Cam() : Screen(goods_camera_detail::kScreen), view_(new
   view_->setWordWrap(true);
   view_->setMinimumSize(fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 20);
   panel().widget(view_, 1).buttons("| btnOK btnCancel");
-  btnOK.setProperty("main", true);
   on(btnOK, [this] { btnOKClick(); });
 }
 

@@ -16,7 +16,6 @@ constexpr ui::ScreenSpec kScreen = {.name = "F_Spxxgl_Class", .title = "选择�
 TF_Spxxgl_Class::TF_Spxxgl_Class()
     : Screen(goods_class_picker_detail::kScreen), tree_(new GoodsClassTree(GoodsClassTree::Show::All, prompt())) {
   panel().widget(tree_, 1).buttons("btnNew | btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   tree_->offerEditing();
   tree_->onActivated([this] { take(); });
   on(command("btnNew"), [this] { tree_->findChild<QAction*>(QStringLiteral("btnAdd"))->trigger(); });

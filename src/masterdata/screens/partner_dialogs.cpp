@@ -44,7 +44,6 @@ std::vector<ListItem> partnerKinds(const PartnerSide& side) {
 
 TF_Ghsgl_Jm::TF_Ghsgl_Jm() : Screen(partner_dialogs_detail::kMnemonic) {
   panel().form({"tname", "tjm"}).buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     if (!side_) return reject();
     setPartnerMnemonic(*side_, id_, tjm.trimmed().toUpper());
@@ -67,7 +66,6 @@ bool TF_Ghsgl_Jm::edit(const PartnerSide& side, std::int64_t id) {
 
 TF_Ghsgl_Search::TF_Ghsgl_Search() : Screen(partner_dialogs_detail::kSearch) {
   panel().form({"tname", "tlxr ttele", "taddress", "comType comZone"}).buttons("btnClear | btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnClear"), [this] {
     show({});
     tname.focus();

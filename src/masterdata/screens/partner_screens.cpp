@@ -264,7 +264,6 @@ PartnerEditScreen::PartnerEditScreen(const ui::ScreenSpec& spec, const PartnerSi
     right.group(QStringLiteral("业务员（空格选择）")).widget(treeUser_, 1);
   }
   area.buttons("| btnOK btnCancel");
-  btnOK.setProperty("main", true);
   on(btnOK, [this] { saveValue(); });
 }
 

@@ -35,7 +35,6 @@ TF_Spxxgl_Add::TF_Spxxgl_Add() : OrdinaryGoodsForm(spxxgl_add_detail::kScreen) {
              "chkAlert"});
   placePicture(side);
   area.buttons("| btnSave btnCancel");
-  btnSave.setProperty("main", true);
   tewm.widget()->setToolTip(QStringLiteral("扫描商品二维码后按回车：名称、规格、产地自动填写"));
   tewm.onEnter([this] {
     readTwoDimensionalCode();

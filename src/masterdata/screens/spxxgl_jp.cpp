@@ -63,7 +63,6 @@ TF_Spxxgl_Jp::TF_Spxxgl_Jp() : ListScreen(spxxgl_jp_detail::kList, lensProductsS
   on(command("btnOK"), [this] {
     if (list.current()) accept();
   });
-  command("btnOK").setProperty("main", true);
   rowActivated("btnOK");
 }
 
@@ -84,7 +83,6 @@ LensProductScreen::LensProductScreen(const ui::ScreenSpec& spec)
   line->addWidget(rYxjp_);
   line->addStretch(1);
   panel().widget(kinds).form({"tlxmc", "item1", "item2", "tnote"}).buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   connect(rYxjp_, &QRadioButton::toggled, this, [this] { relabel(); });
   on(command("btnOK"), [this] {
     const LensProduct product{.id = id_,

@@ -82,7 +82,6 @@ LensForm::LensForm(const ui::ScreenSpec& spec) : GoodsForm(spec, GoodsClassTree:
                     {QStringLiteral("按金额提成"), QStringLiteral("1")},
                     {QStringLiteral("按比例提成"), QStringLiteral("2")},
                     {QStringLiteral("按毛利提成"), QStringLiteral("3")}});
-  btnSave.setProperty("main", true);
   on(command("btnJp"), [this] { pickProduct(); });
   for (ui::Field* field : {&g_qc, &g_qgd, &g_sgd})
     field->onChanged([this] { productChanged(); });

@@ -26,7 +26,6 @@ TF_Spxxgl_Modi::TF_Spxxgl_Modi() : OrdinaryGoodsForm(spxxgl_modi_detail::kScreen
              "chkAlert chkTc"});
   placePicture(side);
   area.buttons("| btnSave btnCancel");
-  btnSave.setProperty("main", true);
   on(btnSave, [this] { btnSaveClick(); });
 }
 

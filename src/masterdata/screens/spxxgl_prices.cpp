@@ -55,7 +55,6 @@ TF_Spxxgl_Pfj::TF_Spxxgl_Pfj() : Screen(spxxgl_prices_detail::kPfj) {
   for (const auto* step : {u"0.01", u"0.1", u"0.5", u"1", u"5", u"10"})
     steps.push_back({QString::fromUtf16(step) + u'元', QString::fromUtf16(step)});
   comQz.setItems(steps);
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { setPrices(); });
 }
 
@@ -113,7 +112,6 @@ TF_Spxxgl_Tc::TF_Spxxgl_Tc() : Screen(spxxgl_prices_detail::kTc) {
   for (const auto* unit : {"comYgtc", "comJgtc", "comXsytc"}) {
     field(unit).setItems({{QStringLiteral("%"), QStringLiteral("0")}, {QStringLiteral("元"), QStringLiteral("1")}});
   }
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
 

@@ -35,7 +35,6 @@ constexpr ui::ScreenSpec kMove = {
 }  // namespace spxxgl_small_detail
 
 TF_Spxxgl_Jm::TF_Spxxgl_Jm() : Screen(spxxgl_small_detail::kJm) {
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     changeGoodsMnemonic(id_, tjm.text());
     accept();
@@ -49,7 +48,6 @@ bool TF_Spxxgl_Jm::edit(std::int64_t id, const QString& mnemonic) {
 }
 
 TF_Spxxgl_Zdkc::TF_Spxxgl_Zdkc() : Screen(spxxgl_small_detail::kZdkc) {
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     if (changeLowestStock(ids_, tzdkc.integer(), prompt(),
                           ui::progressOnDemand(QStringLiteral("正在修改最低库存……"), this)))
@@ -102,7 +100,6 @@ TF_Spxxgl_Move::TF_Spxxgl_Move()
                   {QStringLiteral("同级下一行"), QStringLiteral("1")},
                   {QStringLiteral("同级上一行"), QStringLiteral("2")}});
   tree_->view().setMinimumHeight(fontMetrics().height() * 16);
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] {
     const auto target = tree_->current();
     if (target && moveGoodsClass(moved_.id, target->id, static_cast<ClassPlacement>(comLb.index()), prompt())) accept();

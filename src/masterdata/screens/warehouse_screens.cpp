@@ -87,7 +87,6 @@ TF_Ckgl_Add::TF_Ckgl_Add() : Screen(warehouse_screens_detail::kEdit), treeAdmin_
   area.form({"tname", "tfzr ttele", "taddress", "tnote", "chkDefault chkPos"});
   area.group(QStringLiteral("操作员（空格选择）")).widget(treeAdmin_, 1);
   area.buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
 

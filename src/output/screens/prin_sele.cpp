@@ -27,7 +27,6 @@ constexpr ui::ScreenSpec kScreen = {
 TF_PrinSele::TF_PrinSele() : Screen(prin_sele_detail::kScreen) {
   panel().group(QStringLiteral("打印格式")).form({"rPrin1", "rPrin2", "rPrin3"}).row("rPrin4 comOwn |");
   panel().buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { accept(); });
   comOwn.onChanged([this] {
     if (comOwn.hasFocus()) rPrin4.setChecked(true);

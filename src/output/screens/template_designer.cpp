@@ -40,7 +40,6 @@ TF_Bbsj_Edit::TF_Bbsj_Edit() : Screen(kScreen) {
   panel()
       .widget(designer_, 1)
       .buttons("btnSave btnSaveAs btnUndo btnRedo btnPreview btnDefault btnBackups btnUse | btnCancel");
-  btnSave.setProperty("main", true);
   on(btnSave, [this] { save(); });
   on(command("btnSaveAs"), [this] { saveAs(); });
   on(btnUndo, [this] { designer_->document().undo(); });

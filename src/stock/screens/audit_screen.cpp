@@ -60,7 +60,6 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
   });
   paid.onChanged([this] { showDifference(); });
   comJsfs.onChanged([this] { showDifference(); });
-  btnOK.setProperty("main", true);
   on(btnOK, [this] { saveCheckedValueTab2(); });
   on(command("btnPreview"), [this] {
     collect();

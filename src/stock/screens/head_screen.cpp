@@ -19,7 +19,6 @@ HeadScreen::HeadScreen(const HeadScreenSpec& spec) : Screen(spec.screen), descri
   const std::string_view own[] = {spec.partner};
   ui::refuseUnknownParts(spec.screen, {head_screen_detail::kParts, own});
   if (auto* input = partner()) input->onPick(spec.pickPartner);
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { saveValue(); });
 }
 

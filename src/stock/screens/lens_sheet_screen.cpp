@@ -56,7 +56,6 @@ class TF_Jpgd : public ui::Screen {
     products.row("tkey btnSearch").grid("gridProducts");
     cells.widget(hint_).widget(sheet_, 1).row("tqgd tsgd tdj |");
     area.buttons("| btnOK btnCancel");
-    command("btnOK").setProperty("main", true);
     grid("gridProducts").onCurrentChanged([this] { showProduct(); });
     grid("gridProducts").onActivated([this] { sheet_->focusCells(); });
     sheet_->onChanged([this] { showHint(); });

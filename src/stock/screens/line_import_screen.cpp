@@ -48,7 +48,6 @@ constexpr char kFilter[] = "表格 (*.xlsx *.xls)";
 LineImportScreen::LineImportScreen(std::string_view name, const DocumentRules& rules)
     : Screen(line_import_screen_detail::screenOf(name, rules.family())), rules_(rules) {
   panel().form({"tfile"}).row("btnOpen btnMb").grid("gridLines").buttons("| btnOK btnCancel");
-  command("btnOK").setProperty("main", true);
   grid("gridLines").setColumnVisible("scrq", wanted().needsProduced);
   grid("gridLines").setColumnVisible("dj", wanted().hasPrice);
   grid("gridLines").setColumnVisible("bz", wanted().hasNote);

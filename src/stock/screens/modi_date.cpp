@@ -48,7 +48,6 @@ class TF_ModiDate : public ui::Screen {
  public:
   TF_ModiDate() : Screen(kDate) {
     gldjh.setReadOnly(true);
-    command("btnOK").setProperty("main", true);
     on(command("btnOK"), [this] { saveValue(); });
   }
   QString change(const DocumentFamily& family, const QString& number) {

@@ -92,7 +92,6 @@ RepairScreen::RepairScreen(const RepairScreenSpec& spec)
   panel().widget(state_).stretch().buttons("| btnOK btnCancel");
   for (ui::Field* each : {&tdate1, &comCk})
     each->onChanged([this] { forgetPosition(); });
-  command("btnOK").setProperty("main", true);
   on(command("btnOK"), [this] { start(); });
 }
 
