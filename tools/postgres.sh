@@ -3,6 +3,7 @@
 # Usage: tools/postgres.sh start FILE    writes the server's address into FILE
 #        tools/postgres.sh stop FILE     ends the server of that address and removes its folder and FILE
 #        tools/postgres.sh restart FILE [fast|immediate]
+#        JXC_PG_TLS=FOLDER makes a certificate for 0.0.0.0 there, with the root.crt that signed it, and the server encrypts
 #        tools/postgres.sh run COMMAND…  with the address in JXC_TEST_ADDRESS
 set -euo pipefail
 
@@ -29,6 +30,19 @@ folder_of() {
   sed -n 's/^host=\([^ ]*\) .*/\1/p' "$1"
 }
 
+# A certificate for 0.0.0.0, which is this machine and yet none of its own names: what a server elsewhere is asked for can be tried
+# on it.
+certify() {
+  local to=$1 of=$2
+  openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj "/CN=shop root" -keyout "$to/root.key" -out "$to/root.crt"
+  openssl req -newkey rsa:2048 -nodes -subj "/CN=shop" -keyout "$to/server.key" -out "$to/server.csr"
+  openssl x509 -req -days 2 -in "$to/server.csr" -CA "$to/root.crt" -CAkey "$to/root.key" -CAcreateserial \
+    -extfile <(echo "subjectAltName = IP:0.0.0.0") -out "$to/server.crt"
+  cp "$to/server.key" "$to/server.crt" "$of"
+  if [ "$(id -u)" -eq 0 ]; then chown --reference="$of" "$of"/server.*; fi
+  chmod 600 "$of/server.key"
+}
+
 start() {
   local file=$1 bin folder port
   bin=$(programs)
@@ -53,6 +67,11 @@ shared_buffers = 128MB
 max_locks_per_transaction = 512
 max_connections = 60
 CONF
+  if [ -n "${JXC_PG_TLS:-}" ]; then
+    certify "$JXC_PG_TLS" "$folder/data" > "$folder.log" 2>&1 || { cat "$folder.log" >&2; exit 1; }
+    rm -f "$folder.log"
+    echo "ssl = on" | as_owner tee -a "$folder/data/postgresql.conf" > /dev/null
+  fi
   as_owner "$bin/pg_ctl" -D "$folder/data" -l "$folder/data/log" -w -t 60 start > /dev/null ||
     { as_owner cat "$folder/data/log" >&2; exit 1; }
   echo "host=$folder port=$port user=jxc dbname=postgres" > "$file"

@@ -1,3 +1,4 @@
+#include "engine/postgres/connecting.h"
 #include "engine/postgres/postgres_database.h"
 
 #include <QFile>
@@ -31,6 +32,11 @@ void PostgresDatabase::backupTo(const QString& file, const std::function<bool(in
       throw notWritten(own.errorString());
   }
   QProcess dump;
+  if (demandsVerifiedServer(address_)) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PGSSLMODE"), QStringLiteral("verify-full"));
+    dump.setProcessEnvironment(environment);
+  }
   dump.start(tool,
              {QStringLiteral("--format=custom"), QStringLiteral("--no-owner"), QStringLiteral("--no-password"),
               QStringLiteral("--file=") + unfinished, QStringLiteral("--dbname=") + QString::fromStdString(address_)});

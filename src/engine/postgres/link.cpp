@@ -1,11 +1,11 @@
 #include "engine/postgres/link.h"
 
+#include "engine/postgres/connecting.h"
 #include "engine/postgres/failure.h"
 #include "engine/postgres/functions.h"
 
 #include <QString>
 
-#include <array>
 #include <cerrno>
 #include <poll.h>
 
@@ -29,29 +29,9 @@ DbError noAccountSet() {
   return DbError(DbError::Kind::File, QStringLiteral("服务器上的数据库不是本系统的帐套。"));
 }
 
-ConnectionHandle open(const std::string& address) {
-  // What stands in the address goes before what stands in front of it here.
-  constexpr std::size_t count = 10;
-  const std::array<const char*, count> keys = {"fallback_application_name",
-                                               "connect_timeout",
-                                               "keepalives_idle",
-                                               "keepalives_interval",
-                                               "keepalives_count",
-                                               "tcp_user_timeout",
-                                               "dbname",
-                                               "client_encoding",
-                                               nullptr};
-  const std::array<const char*, count> values = {"jxc",           "10",   "10",   "5", "3", "30000",
-                                                 address.c_str(), "UTF8", nullptr};
-  ConnectionHandle connection(PQconnectdbParams(keys.data(), values.data(), 1));
-  if (!connection) throw DbError(DbError::Kind::Other, QStringLiteral("内存不足。"));
-  if (PQstatus(connection.get()) != CONNECTION_OK) throw cannotConnect(PQerrorMessage(connection.get()));
-  return connection;
-}
-
 }  // namespace link_detail
 
-Link::Link(const std::string& address, Access access) : connection_(link_detail::open(address)) {
+Link::Link(const std::string& address, Access access) : connection_(connectTo(address)) {
   cancel_.reset(PQgetCancel(connection_.get()));
   setUp(access);
   if (PQenterPipelineMode(connection_.get()) != 1 || PQsetnonblocking(connection_.get(), 1) != 0)

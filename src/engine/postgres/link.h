@@ -23,8 +23,7 @@ class Link {
   enum class Access { Read, Write, Create };
 
   /// Connects, sets up the session, and makes or renews the functions of the dialect unless it only reads. Throws
-  /// DbError(Lost) when the server is not there, DbError(File) for a database that is none of this program and that is
-  /// not to become one.
+  /// what `connectTo` throws, DbError(File) for a database that is none of this program and that is not to become one.
   Link(const std::string& address, Access access);
 
   void send(const char* sql);
