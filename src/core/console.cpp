@@ -3,9 +3,11 @@
 #include "core/account_place.h"
 #include "core/backup.h"
 #include "core/console_copy.h"
+#include "core/log.h"
 #include "core/schema/schema.h"
 #include "core/startup.h"
 #include "core/statement_script.h"
+#include "engine/server.h"
 #include "engine/transaction.h"
 
 #include <QDir>
@@ -34,20 +36,39 @@ constexpr int misused = 2;
 
 int create(Console& console, ConsoleWords words) {
   bool force = false;
+  QString station;
   while (!words.isEmpty()) {
     const QString word = words.take();
-    if (word != u"--force") throw unknownConsoleWord(word);
-    force = true;
+    if (word == u"--force") {
+      force = true;
+    } else if (word == u"--station") {
+      station = words.takeValue(word);
+    } else {
+      throw unknownConsoleWord(word);
+    }
   }
   if (const QString server = consoleServer(console.file); !server.isEmpty()) {
     createOnServer(server, force);
+    if (!station.isEmpty()) admitStation(server, station, kLogTables);
     return done;
   }
+  if (!station.isEmpty()) throw ConsoleMisuse(QStringLiteral("--station 只用于服务器上的帐套"));
   makeConsoleAccount(console, force, [](const QString& file) {
     SqliteOptions options;
     options.create = true;
     createAllTables(*openSqlite(file, options));
   });
+  return done;
+}
+
+int station(Console& console, ConsoleWords words) {
+  const QString user = words.isEmpty() ? QString() : words.take();
+  if (user.isEmpty() || user.startsWith(u'-')) throw ConsoleMisuse(QStringLiteral("station 后面缺少服务器用户名"));
+  if (!words.isEmpty()) throw unknownConsoleWord(words.take());
+  const QString server = consoleServer(console.file);
+  if (server.isEmpty()) throw ConsoleMisuse(QStringLiteral("station 只用于服务器上的帐套"));
+  openConsoleAccount(console);  // tells what is no account set
+  admitStation(server, user, kLogTables);
   return done;
 }
 
@@ -184,9 +205,15 @@ int backup(Console& console, ConsoleWords words) {
 
 constexpr std::array commands = {
     ConsoleCommand{u"create",
-                   u"jxcctl [--home 目录 | --db 文件] create [--force]\n"
-                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n",
+                   u"jxcctl [--home 目录 | --db 文件] create [--force] [--station 用户]\n"
+                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n"
+                   u"  --station 在服务器上同时为工作站准备一个用户，和 station 命令所做的一样。\n",
                    create},
+    ConsoleCommand{u"station",
+                   u"jxcctl [--db 连接地址] station 用户\n"
+                   u"  让服务器上的一个用户作为工作站使用帐套：能读写数据，不能建立和删除数据表，日志只能增加。\n"
+                   u"  用户不存在时建立，密码由服务器管理员另外设置；其他用户不再能连接这个数据库。升级之后再执行一次。\n",
+                   station},
     ConsoleCommand{u"copy",
                    u"jxcctl copy 来源 目标 [--quiet]\n"
                    u"  把整个帐套从文件复制到 PostgreSQL 服务器，或者复制回文件，最后核对每个表的行数和合计。\n"

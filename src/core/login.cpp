@@ -3,6 +3,7 @@
 #include "core/account_place.h"
 #include "core/backup.h"
 #include "core/log.h"
+#include "core/owner.h"
 #include "core/program_directory.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
@@ -106,7 +107,11 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
     writeLog(QStringLiteral("登录系统"));
     login_detail::loadSessionIfPossible();
     try {
-      upgradeSchema(accountDb(), login_detail::copyBefore());
+      const auto upgrade = [] { upgradeSchema(accountDb(), login_detail::copyBefore()); };
+      if (isSchemaCurrent(accountDb()))
+        upgrade();
+      else if (!asOwner(prompt, QStringLiteral("帐套升级"), upgrade))
+        return false;
     } catch (const UpgradeFailed& failure) {  // not to the handler of failures: it would change the name of the copy
       prompt.notice(failure.message());
       return false;

@@ -1,6 +1,7 @@
 #include "core/parameters.h"
 
 #include "core/backup.h"
+#include "core/owner.h"
 #include "core/roles.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
@@ -323,15 +324,17 @@ bool restoreStandardParameters(Prompt& prompt) {
   if (answer == Answer::Cancel) return false;
   if (answer == Answer::Yes) prompt.notice(QStringLiteral("备份成功！备份文件保存在\r\n") + backupAccountSet());
 
-  Transaction transaction(accountDb());
-  createTable("jxc_xtcs");
-  createTable("jxc_poscs");
-  createTable("jxc_email");
-  // The steps of the schema set some parameters to what they are today: the next login shall walk them all.
-  execSql("update jxc_xtcs set cs_employdate='1900-01-01'");
-  transaction.commit();
-  loadSession();
-  return true;
+  const bool done = asOwner(prompt, QStringLiteral("恢复默认系统设置"), [] {
+    Transaction transaction(accountDb());
+    createTable("jxc_xtcs");
+    createTable("jxc_poscs");
+    createTable("jxc_email");
+    // The steps of the schema set some parameters to what they are today: the next login shall walk them all.
+    execSql("update jxc_xtcs set cs_employdate='1900-01-01'");
+    transaction.commit();
+  });
+  if (done) loadSession();
+  return done;
 }
 
 }  // namespace jxc

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <string_view>
 
 namespace jxc {
@@ -27,6 +28,8 @@ class Prompt {
   virtual Answer askOrCancel(const QString& text) = 0;
   /// Yes or no, where this operator has not said before that it is always yes.
   virtual bool askUnlessHabit(const QString& text, const Habit&) { return ask(text); }
+  /// A password, which is not shown while it is typed; nothing when the operator gives none.
+  virtual std::optional<QString> askSecret(const QString&) { return std::nullopt; }
   /// What was done, in a quiet line that nobody has to answer. Lost where there is none.
   virtual void say(const QString&) {}
 };

@@ -1,5 +1,6 @@
 #include "maintenance/log_viewer.h"
 
+#include "core/owner.h"
 #include "core/rights.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -26,8 +27,7 @@ bool clearLog(Prompt& prompt) {
   }
   if (!exists("select id from jxc_log")) return false;
   if (!prompt.ask(QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"))) return false;
-  execSql("delete from jxc_log");
-  return true;
+  return asOwner(prompt, QStringLiteral("清除日志"), [] { execSql("delete from jxc_log"); });
 }
 
 }  // namespace jxc

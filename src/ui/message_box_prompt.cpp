@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QEventLoop>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -105,6 +106,17 @@ bool MessageBoxPrompt::askUnlessHabit(const QString& text, const Habit& habit) {
 
 std::optional<std::vector<EachAnswer>> MessageBoxPrompt::askEach(const EachQuestion& question) {
   return EachScreen(question).ask();
+}
+
+std::optional<QString> MessageBoxPrompt::askSecret(const QString& text) {
+  QInputDialog dialog(message_box_prompt_detail::above(parent_));
+  dialog.setWindowTitle(QStringLiteral("信息提醒"));
+  dialog.setLabelText(message_box_prompt_detail::boxText(text));
+  dialog.setTextEchoMode(QLineEdit::Password);
+  dialog.setOkButtonText(QStringLiteral("确定"));
+  dialog.setCancelButtonText(QStringLiteral("取消"));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.textValue();
 }
 
 Answer MessageBoxPrompt::askOrCancel(const QString& text) {

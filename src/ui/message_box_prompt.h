@@ -16,6 +16,7 @@ class MessageBoxPrompt : public Prompt, public EachPrompt {
   void notice(const QString& text) override;
   bool ask(const QString& text) override;
   Answer askOrCancel(const QString& text) override;
+  std::optional<QString> askSecret(const QString& text) override;
   /// The box has a mark to switch the question off for this operator.
   bool askUnlessHabit(const QString& text, const Habit& habit) override;
   /// A list with an answer in each row.

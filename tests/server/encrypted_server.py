@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""A server on another machine: nothing is told to one that cannot show a certificate, unless the address says otherwise.
+"""A server on another machine: nothing is told to one that cannot show a certificate, unless the address says otherwise. And who
+gets in: stations that were let in, the owner, nobody else.
 
 Usage: encrypted_server.py JXCCTL POSTGRES_SH
 """
@@ -67,12 +68,24 @@ def main():
             (folder / "services").write_text(
                 f"[open]\nhost={ELSEWHERE}\nport={port['plain']}\nuser=jxc\ndbname=postgres\nsslmode=disable\n"
                 f"[silent]\nhost={ELSEWHERE}\nport={port['plain']}\nuser=jxc\ndbname=postgres\n")
+            # A user with a password, and one who is there but no station's.
+            hba = pathlib.Path(re.search(r"host=(\S+)", addresses["plain"])[1]) / "data" / "pg_hba.conf"
+            hba.write_text("host all locked all scram-sha-256\n" + hba.read_text())
+            run("psql", addresses["plain"], "-c", "create role locked login password 'right'", "-c", "create role stranger login",
+                "-c", "select pg_reload_conf()")
+            for user in ("till", "locked"):
+                assert run(CTL, "--db", addresses["plain"], "station", user)[0] == 0
             listener = Listener()
             (home / "pass").write_text("*:*:*:*:open-sesame\n")
             (home / "pass").chmod(0o600)
+            (folder / "right").write_text("*:*:*:*:right\n")
+            (folder / "right").chmod(0o600)
 
             def there(kind, more="", host=ELSEWHERE):
                 return f"host={host} port={port[kind]} user=jxc dbname=postgres {more}"
+
+            def user(name, more=""):
+                return f"host=127.0.0.1 port={port['plain']} user={name} dbname=postgres {more}"
 
             works, refused = "", "没有登录"
             cases = [
@@ -86,6 +99,10 @@ def main():
                 ("this machine", there("plain", host="127.0.0.1"), works),
                 ("a service that says so", "service=open", works),
                 ("a service that is silent", "service=silent", refused),
+                ("a station", user("till"), works),
+                ("a stranger", user("stranger"), "permission denied"),
+                ("the wrong password", user("locked", f"passfile={home / 'pass'}"), "密码不正确"),
+                ("the right one", user("locked", f"passfile={folder / 'right'}"), works),
                 ("whoever asks for a password", f"host={ELSEWHERE} port={listener.port} user=jxc dbname=postgres", refused),
             ]
             for what, address, words in cases:

@@ -61,6 +61,8 @@ class UpgradeFailed : public DbError {
  public:
   using DbError::DbError;
 };
+/// Whether `upgradeSchema` has nothing to change but an index at most.
+bool isSchemaCurrent(Database& database);
 /// Brings an older database up to this build. A current one costs one read. Where there is work to lose `copyBefore`
 /// runs ahead of the first step. Throws UpgradeFailed; a step that fails is not tried again: its date is written first.
 void upgradeSchema(Database& database, const CopyBefore& copyBefore = {});

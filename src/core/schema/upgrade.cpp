@@ -120,6 +120,11 @@ QString copied(const CopyBefore& copyBefore) {
 
 }  // namespace upgrade_detail
 
+bool isSchemaCurrent(Database& database) {
+  const std::string stamp = database.lookup("select cs_employdate from jxc_xtcs").text().toStdString();
+  return std::ranges::all_of(schema::upgradeSteps(), [&](const auto& step) { return stamp >= step.guard; });
+}
+
 void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
   // Read once: what the steps write does not decide about the steps behind them.
   const std::string stamp = database.lookup("select cs_employdate from jxc_xtcs").text().toStdString();

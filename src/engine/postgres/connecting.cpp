@@ -14,6 +14,8 @@
 #include <poll.h>
 #include <string_view>
 #include <sys/socket.h>
+#include <tuple>
+#include <utility>
 
 namespace jxc::postgres {
 namespace connecting_detail {
@@ -61,14 +63,30 @@ bool staysHere(const Settings& settings) {
   return every(numbers.empty() ? settings.of("host") : numbers, isThisMachine);
 }
 
-ConnectionHandle begin(const std::string& address, const char* mode) {
-  // What stands in the address goes before what stands in front of it here, but for the mode.
-  constexpr std::size_t count = 10;
-  const std::array<const char*, count> keys = {
-      "fallback_application_name", "connect_timeout", "keepalives_idle", "keepalives_interval",      "keepalives_count",
-      "tcp_user_timeout",          "dbname",          "client_encoding", mode ? "sslmode" : nullptr, nullptr};
-  const std::array<const char*, count> values = {"jxc",   usualTimeout,    "10",   "5",  "3",
-                                                 "30000", address.c_str(), "UTF8", mode, nullptr};
+/// What goes before the address; null where it decides.
+struct Said {
+  const char* mode = nullptr;
+  const char* user = nullptr;
+  const char* password = nullptr;
+};
+
+ConnectionHandle begin(const std::string& address, const Said& said) {
+  // What stands in the address goes before what stands in front of it here; a null value says nothing.
+  const std::pair<const char*, const char*> settings[] = {{"fallback_application_name", "jxc"},
+                                                          {"connect_timeout", usualTimeout},
+                                                          {"keepalives_idle", "10"},
+                                                          {"keepalives_interval", "5"},
+                                                          {"keepalives_count", "3"},
+                                                          {"tcp_user_timeout", "30000"},
+                                                          {"dbname", address.c_str()},
+                                                          {"client_encoding", "UTF8"},
+                                                          {"sslmode", said.mode},
+                                                          {"user", said.user},
+                                                          {"password", said.password},
+                                                          {nullptr, nullptr}};
+  std::array<const char*, std::size(settings)> keys{}, values{};
+  for (std::size_t i = 0; i < keys.size(); ++i)
+    std::tie(keys[i], values[i]) = settings[i];
   ConnectionHandle connection(PQconnectStartParams(keys.data(), values.data(), 1));
   if (!connection) throw DbError(DbError::Kind::Other, QStringLiteral("内存不足。"));
   return connection;
@@ -144,23 +162,29 @@ Progress finish(PGconn* connection, Clock::duration patience) {
 
 }  // namespace connecting_detail
 
-ConnectionHandle connectTo(const std::string& address) {
+ConnectionHandle connectTo(const std::string& address, const std::string& user, const std::string& password) {
   using namespace connecting_detail;
-  ConnectionHandle connection = begin(address, nullptr);
+  Said said{nullptr, user.empty() ? nullptr : user.c_str(), password.empty() ? nullptr : password.c_str()};
+  ConnectionHandle connection = begin(address, said);
   const bool isVerified = mustBeVerified(address, Settings(PQconninfo(connection.get())));
-  if (isVerified) connection = begin(address, verified);
+  if (isVerified) {
+    said.mode = verified;
+    connection = begin(address, said);
+  }
   const Settings settings(PQconninfo(connection.get()));
   const Progress progress = finish(connection.get(), patience(settings));
   if (PQstatus(connection.get()) == CONNECTION_OK) return connection;
   const char* const reason = progress.isOver ? "timeout expired" : PQerrorMessage(connection.get());
   if (isVerified && progress.phase == CONNECTION_SSL_STARTUP && !progress.isOver)
     throw notVerified(settings, progress.isEncrypted, QString::fromUtf8(reason).trimmed());
+  if (PQconnectionUsedPassword(connection.get()) != 0 && progress.phase == CONNECTION_AWAITING_RESPONSE)
+    throw DbError(DbError::Kind::File, QStringLiteral("数据库服务器上没有这个用户，或者密码不正确。"));
   throw cannotConnect(reason);
 }
 
 bool demandsVerifiedServer(const std::string& address) {
   using namespace connecting_detail;
-  const ConnectionHandle connection = begin(address, nullptr);
+  const ConnectionHandle connection = begin(address, {});
   return mustBeVerified(address, Settings(PQconninfo(connection.get())));
 }
 

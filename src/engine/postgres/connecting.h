@@ -11,7 +11,8 @@ namespace jxc::postgres {
 /// machine only over TLS whose certificate is verified with its name (`sslmode=verify-full`), unless the address or its
 /// service says otherwise: whoever answers in the place of the server must not be told a password, nor what a shop
 /// sells. Throws ConnectionLost when nobody answers, DbError(File) when the server cannot be verified.
-ConnectionHandle connectTo(const std::string& address);
+/// A user and password that are given go before those of the address.
+ConnectionHandle connectTo(const std::string& address, const std::string& user = {}, const std::string& password = {});
 
 /// Whether `connectTo` demands that of this address: programs that are handed it must be told to do so too.
 bool demandsVerifiedServer(const std::string& address);

@@ -23,6 +23,7 @@ constexpr const char* sessionSettings =
     "set lock_timeout='30s'; set idle_in_transaction_session_timeout='30s'; set client_connection_check_interval='5s';"
     "set tcp_keepalives_idle=10; set tcp_keepalives_interval=5; set tcp_keepalives_count=3;";
 
+constexpr const char* mayRenew = "select pg_has_role(nspowner,'usage') from pg_namespace where nspname='jxc'";
 constexpr const char* functionsThere = "select to_regprocedure('jxc.version()') is not null";
 
 DbError noAccountSet() {
@@ -31,7 +32,8 @@ DbError noAccountSet() {
 
 }  // namespace link_detail
 
-Link::Link(const std::string& address, Access access) : connection_(connectTo(address)) {
+Link::Link(const std::string& address, Access access, const std::string& user, const std::string& password)
+    : connection_(connectTo(address, user, password)) {
   cancel_.reset(PQgetCancel(connection_.get()));
   setUp(access);
   if (PQenterPipelineMode(connection_.get()) != 1 || PQsetnonblocking(connection_.get(), 1) != 0)
@@ -56,7 +58,7 @@ void Link::setUp(Access access) {
   const auto isTrue = [](const ResultHandle& result) { return *PQgetvalue(result.get(), 0, 0) == 't'; };
   if (isTrue(alone(link_detail::functionsThere))) {
     const std::string current = "select jxc.version()>=" + std::to_string(functionVersion);
-    if (isTrue(alone(current.c_str())) || access == Access::Read) return;
+    if (access == Access::Read || isTrue(alone(current.c_str())) || !isTrue(alone(link_detail::mayRenew))) return;
   } else if (access != Access::Create) {
     throw link_detail::noAccountSet();
   }

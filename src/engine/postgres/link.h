@@ -24,7 +24,9 @@ class Link {
 
   /// Connects, sets up the session, and makes or renews the functions of the dialect unless it only reads. Throws
   /// what `connectTo` throws, DbError(File) for a database that is none of this program and that is not to become one.
-  Link(const std::string& address, Access access);
+  /// A user and a password that are given go before those of the address. Whoever does not own the functions takes
+  /// older ones as they are: the owner renews them.
+  Link(const std::string& address, Access access, const std::string& user = {}, const std::string& password = {});
 
   void send(const char* sql);
   void prepare(const std::string& name, const std::string& sql);

@@ -35,7 +35,7 @@ void PostgresDatabase::connect() {
   const Link::Access access = options_.readOnly ? Link::Access::Read
                               : options_.create ? Link::Access::Create
                                                 : Link::Access::Write;
-  changeLink(std::make_unique<Link>(address_, access));
+  changeLink(std::make_unique<Link>(address_, access, options_.user.toStdString(), options_.password.toStdString()));
   for (auto& [text, statement] : statements_)
     for (Step& step : statement->steps)
       step.prepared = false;
@@ -85,8 +85,11 @@ void PostgresDatabase::interrupt() {
 
 Database::OpenReader PostgresDatabase::readerOpener() const {
   if (options_.trial) return {};
-  return
-      [address = address_] { return std::make_unique<PostgresDatabase>(address, PostgresOptions{.readOnly = true}); };
+  return [address = address_, options = options_]() mutable {
+    options.create = false;
+    options.readOnly = true;
+    return std::make_unique<PostgresDatabase>(address, options);
+  };
 }
 
 // ---- transactions ----

@@ -56,6 +56,10 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void analyze() override;
   void expectPauses() override;
 
+  /// The owner of the tables; empty when this connection may do what he may.
+  std::string ownerToAsk();
+  const std::string& address() const { return address_; }
+
  private:
   struct Step {
     const jet::Step* plan = nullptr;

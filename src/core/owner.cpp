@@ -1,0 +1,33 @@
+#include "core/owner.h"
+
+#include "core/data_module.h"
+#include "engine/server.h"
+
+#include <QScopeGuard>
+
+namespace jxc {
+
+bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& work) {
+  const QString owner = ownerToAsk(accountDb());
+  if (owner.isEmpty()) {
+    work();
+    return true;
+  }
+  std::optional<QString> password =
+      prompt.askSecret(QStringLiteral("%1由帐套的所有者进行，请输入“%2”在数据库服务器上的密码：").arg(what, owner));
+  if (!password) return false;
+  std::unique_ptr<Database> his;
+  try {
+    his = openAsOwner(accountDb(), *password);
+  } catch (const DbError& failure) {
+    prompt.notice(QStringLiteral("%1没有进行。\r\n\r\n").arg(what) + failure.message());
+    return false;
+  }
+  password->fill(QChar(0));
+  std::unique_ptr<Database> station = dataModule().installAccountDb(std::move(his));
+  const auto back = qScopeGuard([&] { dataModule().installAccountDb(std::move(station)); });
+  work();
+  return true;
+}
+
+}  // namespace jxc
