@@ -33,14 +33,14 @@ void renameEverywhere(const QString& from, const QString& to) {
       execSql(compose("update {} set {}=? where {}=?", {family.head, family.account, family.account}), to, from);
 }
 
-std::optional<QString> refusal(const AccountDraft& draft) {
-  if (draft.name.isEmpty()) return QStringLiteral("账户名称必须填写！");
-  if (draft.type.isEmpty()) return QStringLiteral("账户类型必须填写！");
+Refusal refusal(const AccountDraft& draft) {
+  if (draft.name.isEmpty()) return {u"账户名称必须填写！"_qs, Subject::Name};
+  if (draft.type.isEmpty()) return {u"账户类型必须填写！"_qs, Subject::AccountKind};
   // A blank behind a word tells nobody two accounts apart: the kinds of the first three are stored with one.
   const QString taken = lookupValue("select yh_name from jxc_yhzh where (trim(yh_name)=? or trim(yh_type)=?) and id<>?",
                                     draft.name, draft.type.trimmed(), draft.id);
-  if (!taken.isEmpty()) return QStringLiteral("账户名称或账户类型不能重复！");
-  return {};
+  return {!taken.isEmpty(), u"账户名称或账户类型不能重复！"_qs,
+          taken.trimmed() == draft.name ? Subject::Name : Subject::AccountKind};
 }
 
 QString openingNote(const QString& account) {
@@ -112,7 +112,7 @@ bool saveAccount(const AccountDraft& typed, Prompt& prompt) {
   const AccountDraft before = draft.id == 0 ? AccountDraft{} : readAccount(draft.id);
   if (draft.id != 0 && draft.opening != before.opening && !mayChangeOpening(before.name, prompt)) return false;
 
-  std::optional<QString> changed;
+  Refusal changed;
   {
     Transaction transaction(accountDb());
     changed = refusal(draft);

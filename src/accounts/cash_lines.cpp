@@ -35,17 +35,16 @@ const MovementWords* movementOf(const QString& number) {
 }
 
 /// What stands against a draft, in the order in which the operator meets it.
-std::optional<QString> refusal(const LineDraft& draft) {
-  const QString employeeMissing = QStringLiteral("请选择经办人！");
+Refusal refusal(const LineDraft& draft) {
+  const Refusal employeeMissing{draft.employee.isEmpty(), u"请选择经办人！"_qs, Subject::Employee};
   if (draft.movement != Movement::Transfer) {
-    if (draft.amount == 0) return QStringLiteral("金额必须填写！");
-    return draft.employee.isEmpty() ? std::optional(employeeMissing) : std::nullopt;
+    if (draft.amount == 0) return {u"金额必须填写！"_qs, Subject::Amount};
+    return employeeMissing;
   }
-  if (draft.account == draft.target) return QStringLiteral("出款、入款不能为同一个账户！");
-  if (draft.amount <= 0) return QStringLiteral("金额必须大于0！");
-  if (draft.employee.isEmpty()) return employeeMissing;
-  if (draft.amount > xjyhBalanceNow(draft.account)) return QStringLiteral("转出的金额不能大于出款账户中的金额！");
-  return {};
+  if (draft.account == draft.target) return {u"出款、入款不能为同一个账户！"_qs, Subject::AccountInto};
+  if (draft.amount <= 0) return {u"金额必须大于0！"_qs, Subject::Amount};
+  if (employeeMissing) return employeeMissing;
+  return {draft.amount > xjyhBalanceNow(draft.account), u"转出的金额不能大于出款账户中的金额！"_qs, Subject::Amount};
 }
 
 void insertLine(const LineDraft& draft, const QString& number, const QString& account, double amount) {
@@ -126,7 +125,7 @@ std::optional<LineDraft> openLine(std::int64_t id, Prompt& prompt) {
 std::optional<QString> saveLine(const LineDraft& draft, Prompt& prompt) {
   using namespace cash_lines_detail;
   if (isRefused(refusal(draft), prompt)) return {};
-  std::optional<QString> changed;
+  Refusal changed;
   {
     Transaction transaction(accountDb());
     // Money may have left the account at another station while the form stood open.

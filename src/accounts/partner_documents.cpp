@@ -22,10 +22,9 @@ void logDocument(const PartnerSide& side, const QString& what, const QString& pa
            numberText(amount));
 }
 
-std::optional<QString> refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
-  if (draft.amount == 0) return wordOf(side, kind) + QStringLiteral("不能为0！");
-  if (draft.employee.isEmpty()) return QStringLiteral("经办人不能为空！");
-  return {};
+Refusal refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
+  if (draft.amount == 0) return {wordOf(side, kind) + u"不能为0！"_qs, Subject::Amount};
+  return {draft.employee.isEmpty(), u"经办人不能为空！"_qs, Subject::Employee};
 }
 
 QString cleanNote(const QString& typed) {
@@ -138,9 +137,7 @@ QString prefixOf(const PartnerSide& side, Kind kind) {
 }
 
 bool isPartnerChosen(const PartnerSide& side, const QString& partner, Prompt& prompt) {
-  if (!partner.isEmpty()) return true;
-  prompt.notice(u"请选择"_qs + words(side.noun) + u"！"_qs);
-  return false;
+  return !refused({{partner.isEmpty(), u"请选择"_qs + words(side.noun) + u"！"_qs, Subject::Partner}}, prompt);
 }
 
 QString previewNumber(const PartnerSide& side, Kind kind, const QString& date) {

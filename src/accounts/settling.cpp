@@ -2,6 +2,7 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
@@ -94,14 +95,11 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
   namespace detail = settling_detail;
   const DocumentFamily* const family = detail::settledFamily(side, typed.number);
   if (!family) return false;
-  if (typed.amount == 0) {
-    prompt.notice(QStringLiteral("收款不能为0！"));  // one form for both sides, with the customers' words
+  // One form for both sides, with the customers' words.
+  if (refused({{typed.amount == 0, u"收款不能为0！"_qs, Subject::Amount},
+               {typed.employee.isEmpty(), u"经办人不能为空！"_qs, Subject::Employee}},
+              prompt))
     return false;
-  }
-  if (typed.employee.isEmpty()) {
-    prompt.notice(QStringLiteral("经办人不能为空！"));
-    return false;
-  }
   SettlementDraft draft = typed;
   draft.note = sanitizeText(typed.note.trimmed());
 

@@ -1,7 +1,7 @@
 // 同一问题只问一次: hands on each notice and question once; the answer holds for all that ask the same.
 #pragma once
 
-#include "core/prompt.h"
+#include "core/refusal.h"
 
 #include <map>
 
@@ -13,6 +13,9 @@ class AskedOnce final : public Prompt {
   explicit AskedOnce(Prompt& prompt) : prompt_(prompt) {}
   void notice(const QString& text) override {
     if (answers_.try_emplace(text, Answer::Yes).second) prompt_.notice(text);
+  }
+  void refuse(const Refusal& refusal) override {
+    if (answers_.try_emplace(refusal.text, Answer::Yes).second) prompt_.refuse(refusal);
   }
   bool ask(const QString& text) override {
     const auto known = answers_.find(text);

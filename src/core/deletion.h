@@ -23,6 +23,11 @@ struct Deletion {
   std::function<void(const Row&)> alsoDelete = {};
 };
 
+/// A refusal to delete, and what is done with a row that is no longer wanted; `word` is what its screen calls that.
+inline QString orDisable(const QString& refusal, QStringView word = u"禁用") {
+  return refusal + QStringLiteral("\r\n\r\n不再使用的话，可以%1。").arg(word);
+}
+
 /// False: it was refused, or the operator said no. A row that is gone already is deleted.
 bool deleteAsking(const Deletion& deletion, std::int64_t id, Prompt& prompt);
 

@@ -5,6 +5,7 @@
 #include "core/log.h"
 #include "core/owner.h"
 #include "core/program_directory.h"
+#include "core/refusal.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -97,10 +98,7 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
   // with brackets, + - or / never matches. Registers in the shops behave the same, so it stays.
   const RowSet rows = openSelect("select a_name,a_sn,r_sn from jxc_admin where a_name=? and a_pwd=?", name,
                                  sanitizeText(password.trimmed()));
-  if (rows.isEmpty()) {
-    prompt.notice(QStringLiteral("用户密码不正确，请重新输入！"));
-    return false;
-  }
+  if (refused({{rows.isEmpty(), u"用户密码不正确，请重新输入！"_qs, Subject::Password}}, prompt)) return false;
   login_detail::SessionGuard guard;
   login_detail::fillOperator(rows.front());
   if (!session().posLogin) {
@@ -134,8 +132,7 @@ bool changeOperator(const QString& name, const QString& password, Prompt& prompt
 bool unlock(const QString& password, Prompt& prompt) {
   const RowSet rows =
       openSelect("select a_name from jxc_admin where a_name=? and a_pwd=?", session().a_name, password.trimmed());
-  if (rows.isEmpty()) prompt.notice(QStringLiteral("用户密码错误，请重新输入！"));
-  return !rows.isEmpty();
+  return !refused({{rows.isEmpty(), u"用户密码错误，请重新输入！"_qs, Subject::Password}}, prompt);
 }
 
 std::vector<LoginHook>& loginHooks() {

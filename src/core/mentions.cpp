@@ -21,4 +21,12 @@ QString firstMention(const QString& key, std::initializer_list<std::string_view>
   return {};
 }
 
+std::optional<QString> refusalInUse(const QString& noun, const QString& key,
+                                    std::initializer_list<std::string_view> columns,
+                                    std::initializer_list<std::string_view> own) {
+  const QString use = firstMention(key, columns, own);
+  if (use.isEmpty()) return {};
+  return u"该%1正在使用（%2），不能删除！"_qs.arg(noun, use);
+}
+
 }  // namespace jxc

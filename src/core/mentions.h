@@ -4,6 +4,7 @@
 #include "core/statements.h"
 
 #include <initializer_list>
+#include <optional>
 #include <string_view>
 
 namespace jxc {
@@ -13,5 +14,10 @@ namespace jxc {
 /// to the schema is asked from then on.
 QString firstMention(const QString& key, std::initializer_list<std::string_view> columns,
                      std::initializer_list<std::string_view> own);
+
+/// "该仓库正在使用（采购进货单），不能删除！" where there is such a table: a row that something names is not deleted.
+std::optional<QString> refusalInUse(const QString& noun, const QString& key,
+                                    std::initializer_list<std::string_view> columns,
+                                    std::initializer_list<std::string_view> own);
 
 }  // namespace jxc

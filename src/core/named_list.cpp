@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -23,15 +24,11 @@ bool isUsed(const NamedList& list, const QString& number, const QString& name) {
 
 std::optional<QString> checkedName(const NamedList& list, std::int64_t id, const QString& typed, Prompt& prompt) {
   const QString name = sanitizeKeyword(typed.trimmed());
-  if (name.isEmpty()) {
-    prompt.notice(QString::fromUtf16(list.needsName));
-    return {};
-  }
   const std::string sql = compose("select top 1 id from {} where {}=? and id<>?", {list.table, list.name});
-  if (!openSelect(sql, name, id).isEmpty()) {
-    prompt.notice(QString::fromUtf16(list.nameTaken));
+  if (refused({{name.isEmpty(), QString::fromUtf16(list.needsName), Subject::Name},
+               {!openSelect(sql, name, id).isEmpty(), QString::fromUtf16(list.nameTaken), Subject::Name}},
+              prompt))
     return {};
-  }
   return name;
 }
 

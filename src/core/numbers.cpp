@@ -61,12 +61,6 @@ QString nextDocNoOfDay(std::string_view table, std::string_view field, const QSt
   return stem + QString::number(serial + 1);
 }
 
-std::int64_t idOf(std::string_view table, std::string_view field, const Value& value, std::string_view direction) {
-  const std::string sql =
-      compose("select top 1 id from {} where {}=? order by id", {table, field}) + std::string(direction);
-  return accountDb().lookup(sql, std::span(&value, 1)).integer();
-}
-
 }  // namespace jxc::numbers_detail
 
 namespace jxc {
@@ -111,15 +105,11 @@ bool docNoTaken(std::string_view field, std::string_view table, const QString& n
 }
 
 bool rowExists(std::string_view table, std::string_view field, const Value& value) {
-  return lastIdOf(table, field, value) != 0;
+  return exists(compose("select top 1 id from {} where {}=?", {table, field}), value);
 }
 
 std::int64_t firstIdOf(std::string_view table, std::string_view field, const Value& value) {
-  return numbers_detail::idOf(table, field, value, "");
-}
-
-std::int64_t lastIdOf(std::string_view table, std::string_view field, const Value& value) {
-  return numbers_detail::idOf(table, field, value, " desc");
+  return lookupValue(compose("select top 1 id from {} where {}=? order by id", {table, field}), value).toLongLong();
 }
 
 bool hasAny(std::string_view field, std::string_view table, const Sql& condition) {

@@ -43,9 +43,8 @@ bool docNoTaken(std::string_view field, std::string_view table, const QString& n
 
 /// Whether a row of `table` has this value in `field`.
 bool rowExists(std::string_view table, std::string_view field, const Value& value);
-/// `id` of the first (or last) such row, 0 when there is none.
+/// `id` of the first such row, 0 when there is none.
 std::int64_t firstIdOf(std::string_view table, std::string_view field, const Value& value);
-std::int64_t lastIdOf(std::string_view table, std::string_view field, const Value& value);
 /// Whether "select top 1 field from table condition" finds a text that is not empty. The condition has
 /// its values with it: {"where g_sn=? and ck_sn=?", goods, warehouse}.
 bool hasAny(std::string_view field, std::string_view table, const Sql& condition);

@@ -25,26 +25,19 @@ bool isBuiltIn(const QString& number) {
 
 /// Name and password through their checks, in the order in which the operator sees them; the name as it is stored.
 std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
-  if (draft.name.trimmed().isEmpty()) {
-    prompt.notice(QStringLiteral("用户名称必须填写！"));
-    return {};
-  }
-  if (draft.password.trimmed() != draft.passwordAgain.trimmed()) {
-    prompt.notice(QStringLiteral("两次密码输入不一致！"));
-    return {};
-  }
   const QString name = sanitizeKeyword(draft.name.trimmed());
-  if (exists("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id)) {
-    prompt.notice(QStringLiteral("用户名称不能重复！"));
+  if (refused({{draft.name.trimmed().isEmpty(), u"用户名称必须填写！"_qs, Subject::Name},
+               {draft.password.trimmed() != draft.passwordAgain.trimmed(), u"两次密码输入不一致！"_qs,
+                Subject::PasswordAgain},
+               {exists("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id),
+                u"用户名称不能重复！"_qs, Subject::Name}},
+              prompt))
     return {};
-  }
   return name;
 }
 
 bool hasRole(const OperatorDraft& draft, Prompt& prompt) {
-  if (!draft.roleKey.isEmpty()) return true;
-  prompt.notice(QStringLiteral("请选择角色！"));
-  return false;
+  return !refused({{draft.roleKey.isEmpty(), u"请选择角色！"_qs, Subject::Role}}, prompt);
 }
 
 /// Everybody could come in by Enter: that shall be meant.
@@ -60,8 +53,22 @@ bool mayDoWithoutWarehouse(const OperatorDraft& draft, const QString& name, Prom
   return prompt.ask(QStringLiteral("没有给操作员“%1”选择仓库，他将没有任何权限，确认吗？").arg(name));
 }
 
+/// A new operator, under a number that nobody had before: his own settings at the stations are kept by it. The number.
+QString write(const OperatorCopy& made, bool isHeadCashier) {
+  const std::int64_t id = insertRow("jxc_admin", {{"a_name", made.name},
+                                                  {"r_sn", made.roleKey},
+                                                  {"a_zreoje", made.mostRoundOff},
+                                                  {"a_pwd", made.password},
+                                                  {"a_pos", isHeadCashier},
+                                                  {"a_jy", 0},
+                                                  {"a_jyt", 0}});
+  const QString number = serialOfNewRow("jxc_admin", "a_sn", id);
+  updateRow("jxc_admin", id, {{"a_sn", number}});
+  return number;
+}
+
 /// Warehouses are opened and closed by who may set them up.
-std::optional<QString> bind(const OperatorDraft& draft, const QString& number, const QString& name) {
+Refusal bind(const OperatorDraft& draft, const QString& number, const QString& name) {
   if (!draft.warehouses || !mayOpenWarehouses()) return {};
   return openWarehousesTo(number, name, *draft.warehouses);
 }
@@ -113,19 +120,15 @@ std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt) {
   if (!operators_detail::mayDoWithoutPassword(*name, draft.password, prompt)) return {};
   if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return {};
 
-  std::optional<QString> refusal;
+  Refusal refusal;
   QString number;
   {
     Transaction transaction(accountDb());
-    number = nextSerial("jxc_admin", "a_sn");
-    insertRow("jxc_admin", {{"a_sn", number},
-                            {"a_name", *name},
-                            {"r_sn", roleOf(draft.roleKey)},
-                            {"a_zreoje", draft.mostRoundOff},
-                            {"a_pwd", sanitizeKeyword(draft.password.trimmed())},
-                            {"a_pos", draft.isHeadCashier},
-                            {"a_jy", 0},
-                            {"a_jyt", 0}});
+    number = operators_detail::write({.name = *name,
+                                      .roleKey = roleOf(draft.roleKey),
+                                      .password = sanitizeKeyword(draft.password.trimmed()),
+                                      .mostRoundOff = draft.mostRoundOff},
+                                     draft.isHeadCashier);
     refusal = operators_detail::bind(draft, number, *name);
     if (!refusal) transaction.commit();
   }
@@ -140,7 +143,7 @@ bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
   if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return false;
 
   OperatorDraft before;
-  std::optional<QString> refusal;
+  Refusal refusal;
   {
     Transaction transaction(accountDb());
     before = readOperator(draft.id);
@@ -172,12 +175,13 @@ bool deleteOperator(std::int64_t id, Prompt& prompt) {
                          const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
     union select top 1 a_name from jxc_lsxsd where a_name=?)",
                                                               name, name);
-                         if (!document.isEmpty()) return QStringLiteral("该操作员已发生过业务，不能删除！");
+                         if (!document.isEmpty())
+                           return orDisable(QStringLiteral("该操作员已发生过业务，不能删除！"), u"停用");
                          return operators_detail::isBuiltIn(row.text("a_sn"))
                                     ? std::optional(QStringLiteral("内置系统管理员不能删除！"))
                                     : std::nullopt;
                        },
-                       // The next operator may get his number: he must not find himself in these warehouses.
+                       // A warehouse must not name somebody who is gone.
                        .alsoDelete = [](const Row& row) { removeFromBindings(row.text("a_sn"), row.text("a_name")); }},
                       id, prompt);
 }
@@ -193,14 +197,9 @@ bool pasteOperator(const OperatorCopy& copy, Prompt& prompt) {
   const QString name = (QStringLiteral("复制 ") + copy.name).left(operators_detail::kNameWidth);
   if (!operators_detail::mayDoWithoutPassword(name, copy.password, prompt)) return false;
   Transaction transaction(accountDb());
-  insertRow("jxc_admin", {{"a_sn", nextSerial("jxc_admin", "a_sn")},
-                          {"a_name", name},
-                          {"r_sn", copy.roleKey},
-                          {"a_zreoje", copy.mostRoundOff},
-                          {"a_pwd", copy.password},
-                          {"a_pos", 0},
-                          {"a_jy", 0},
-                          {"a_jyt", 0}});
+  OperatorCopy another = copy;
+  another.name = name;
+  operators_detail::write(another, false);
   transaction.commit();
   return true;
 }
@@ -217,15 +216,13 @@ Sql operatorListStatement(const QString& typed) {
 }
 
 bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt) {
-  if (password.trimmed() != again.trimmed()) {
-    prompt.notice(QStringLiteral("两次密码输入不一致，不能修改密码！"));
-    return false;
-  }
   // The old password is compared as it was typed: what was stored is what the operator knows.
-  if (!exists("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed())) {
-    prompt.notice(QStringLiteral("当前密码错误，不能修改密码！"));
+  if (refused(
+          {{password.trimmed() != again.trimmed(), u"两次密码输入不一致，不能修改密码！"_qs, Subject::PasswordAgain},
+           {!exists("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed()),
+            u"当前密码错误，不能修改密码！"_qs, Subject::OldPassword}},
+          prompt))
     return false;
-  }
   execSql("update jxc_admin set a_pwd=? where a_name=?", sanitizeKeyword(password.trimmed()), session().a_name);
   prompt.notice(QStringLiteral("密码修改成功！"));
   return true;

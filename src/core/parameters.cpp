@@ -2,6 +2,7 @@
 
 #include "core/backup.h"
 #include "core/owner.h"
+#include "core/refusal.h"
 #include "core/roles.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
@@ -82,9 +83,8 @@ bool maySwitchOff(const Waiting& waiting, const ParameterValues& values, Prompt&
   return false;
 }
 
-bool refuse(Prompt& prompt, const QString& text) {
-  prompt.notice(text);
-  return false;
+bool refuse(Prompt& prompt, const QString& text, std::string_view input) {
+  return !isRefused({text, Subject::Setting, QString::fromLatin1(input.data(), qsizetype(input.size()))}, prompt);
 }
 
 /// Decimals: one digit.
@@ -103,10 +103,12 @@ bool isSwitchedOff(const ParameterDefinition& p, const ParameterValues& values) 
   return !p.switchedBy.empty() && !values.isOn(p.switchedBy);
 }
 
-bool areDigitsFine(const ParameterValues& values) {
-  return std::all_of(parameterTable().begin(), parameterTable().end(), [&](const ParameterDefinition& p) {
-    return !isDigits(p) || p.table != "jxc_xtcs" || isSwitchedOff(p, values) || isWithin(values, p.input, kMostDigits);
-  });
+/// The first number of decimals that is none; empty when all are fine.
+std::string_view wrongDigits(const ParameterValues& values) {
+  for (const ParameterDefinition& p : parameterTable())
+    if (isDigits(p) && p.table == "jxc_xtcs" && !isSwitchedOff(p, values) && !isWithin(values, p.input, kMostDigits))
+      return p.input;
+  return {};
 }
 
 int columnWidth(std::string_view table, std::string_view column) {
@@ -181,21 +183,20 @@ void closeStaleLines(const Waiting& waiting, const ParameterValues& values, bool
 }
 
 bool areFine(ParameterValues& values, Prompt& prompt) {
-  if (values.text("tname").isEmpty() || values.text("tjc").isEmpty()) {
-    return refuse(prompt, QStringLiteral("公司信息必须填写！"));
-  }
-  const auto isFew = [&](const char* input) { return isWithin(values, input, kMostTillDigits); };
-  if (!isFew("tjews") || !isFew("tdjws") || !isFew("tzlws")) {
-    return refuse(prompt, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"));
-  }
-  if (values.text("tjzqz") == values.text("tjsqz")) {
-    return refuse(prompt, QStringLiteral("计重前缀和计数前缀不能相同！"));
-  }
+  for (const char* input : {"tname", "tjc"})
+    if (values.text(input).isEmpty()) return refuse(prompt, QStringLiteral("公司信息必须填写！"), input);
+  for (const char* input : {"tjews", "tdjws", "tzlws"})
+    if (!isWithin(values, input, kMostTillDigits))
+      return refuse(prompt, QStringLiteral("POS金额小数位数、POS单价小数位数、\r\n\r\nPOS重量小数位数，不能超过3位"),
+                    input);
+  if (values.text("tjzqz") == values.text("tjsqz"))
+    return refuse(prompt, QStringLiteral("计重前缀和计数前缀不能相同！"), "tjsqz");
   warnOfSwitchingOn(kPutaway, values, prompt);
   warnOfSwitchingOn(kIssue, values, prompt);
   if (!maySwitchOff(kPutaway, values, prompt) || !maySwitchOff(kIssue, values, prompt)) return false;
   if (values.integer("comLx") != kNoMail && !checkMailSettings(values, prompt)) return false;
-  if (!areDigitsFine(values)) return refuse(prompt, QStringLiteral("小数位数只能是0到6位！"));
+  if (const auto input = wrongDigits(values); !input.empty())
+    return refuse(prompt, QStringLiteral("小数位数只能是0到6位！"), input);
   return true;
 }
 
@@ -275,16 +276,17 @@ ParameterValues readParameters() {
 bool checkMailSettings(const ParameterValues& values, Prompt& prompt) {
   using parameters_detail::refuse;
   const QString address = values.text("temail");
-  if (address.isEmpty()) return refuse(prompt, QStringLiteral("邮箱地址必须输入！"));
+  if (address.isEmpty()) return refuse(prompt, QStringLiteral("邮箱地址必须输入！"), "temail");
   if (!address.contains(u'@') || !address.contains(u'.')) {
-    return refuse(prompt, QStringLiteral("邮箱地址不对，请重新输入！"));
+    return refuse(prompt, QStringLiteral("邮箱地址不对，请重新输入！"), "temail");
   }
   if (values.integer("comLx") != parameters_detail::kOwnMailbox) return true;
   const QString server = values.text("tsmtp");
   if (server.isEmpty() || values.text("tsqpwd").isEmpty()) {
-    return refuse(prompt, QStringLiteral("SMTP邮件服务器和邮箱授权密码必须输入！"));
+    return refuse(prompt, QStringLiteral("SMTP邮件服务器和邮箱授权密码必须输入！"),
+                  server.isEmpty() ? "tsmtp" : "tsqpwd");
   }
-  if (!server.contains(u'.')) return refuse(prompt, QStringLiteral("SMTP邮件服务器不正确，请重新输入！"));
+  if (!server.contains(u'.')) return refuse(prompt, QStringLiteral("SMTP邮件服务器不正确，请重新输入！"), "tsmtp");
   return true;
 }
 

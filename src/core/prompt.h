@@ -8,6 +8,8 @@
 
 namespace jxc {
 
+struct Refusal;
+
 enum class Answer { Yes, No, Cancel };
 
 /// A question that each operator may answer once for all, at its box: what to keep it by, and the words of the box.
@@ -22,6 +24,8 @@ class Prompt {
   virtual ~Prompt() = default;
   /// Tells and waits for OK, under the title "系统提示".
   virtual void notice(const QString& text) = 0;
+  /// The notice of a refusal (`core/refusal.h`). A screen leads to the input or the row that it is about.
+  virtual void refuse(const Refusal& refusal);
   /// Yes or no, under the title "信息提醒".
   virtual bool ask(const QString& text) = 0;
   /// Yes, no or cancel, under the title "信息提醒".

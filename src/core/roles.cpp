@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -204,14 +205,11 @@ bool mayModifyRole(std::int64_t id, Prompt& prompt) {
 
 bool saveRole(const RoleDraft& role, Prompt& prompt) {
   const QString name = sanitizeKeyword(role.name.trimmed());
-  if (name.isEmpty()) {
-    prompt.notice(QStringLiteral("角色名称必须填写！"));
+  if (refused({{name.isEmpty(), u"角色名称必须填写！"_qs, Subject::Name},
+               {exists("select r_name from jxc_role where r_name=? and id<>?", name, role.id),
+                u"角色名称已经存在，请重新输入！"_qs, Subject::Name}},
+              prompt))
     return false;
-  }
-  if (exists("select r_name from jxc_role where r_name=? and id<>?", name, role.id)) {
-    prompt.notice(QStringLiteral("角色名称已经存在，请重新输入！"));
-    return false;
-  }
   if (role.id != 0 && !mayModifyRole(role.id, prompt)) return false;
   if (roles_detail::hasNoRight(role) &&
       !prompt.ask(QStringLiteral("角色“%1”没有任何权限，使用它的操作员什么都不能做，确认保存吗？").arg(name)))

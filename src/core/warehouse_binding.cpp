@@ -20,9 +20,9 @@ void write(std::int64_t id, const QString& keys, const QString& names) {
 }
 
 /// The same of one warehouse among many.
-std::optional<QString> refusalOf(const Row& warehouse, const QString& keys, const QString& names) {
+Refusal refusalOf(const Row& warehouse, const QString& keys, const QString& names) {
   auto refusal = bindingRefusal(bindingEntries(keys), bindingEntries(names));
-  if (refusal) refusal->prepend(QStringLiteral("仓库“%1”：").arg(warehouse.text("ck_name")));
+  refusal.text.prepend(QStringLiteral("仓库“%1”：").arg(warehouse.text("ck_name")));
   return refusal;
 }
 
@@ -39,17 +39,19 @@ QString bindingList(const QStringList& entries) {
   return list;
 }
 
-std::optional<QString> bindingRefusal(const QStringList& keys, const QStringList& names) {
+Refusal bindingRefusal(const QStringList& keys, const QStringList& names) {
   using namespace warehouse_binding_detail;
-  if (keys.isEmpty()) return QStringLiteral("必须选择操作员！");
+  if (keys.isEmpty()) return {u"必须选择操作员！"_qs, Subject::Operators};
   if (bindingList(keys).size() > kWidth)
-    return QStringLiteral("一个仓库最多选择%1个操作员，现在选择了%2个，请减少%3个！")
-        .arg(kMost)
-        .arg(keys.size())
-        .arg(keys.size() - kMost);
+    return {QStringLiteral("一个仓库最多选择%1个操作员，现在选择了%2个，请减少%3个！")
+                .arg(kMost)
+                .arg(keys.size())
+                .arg(keys.size() - kMost),
+            Subject::Operators};
   if (bindingList(names).size() > kWidth)
-    return QStringLiteral("所选操作员的名称合起来太长，一个仓库最多记%1个字，请减少操作员或改短操作员名称！")
-        .arg(kWidth);
+    return {
+        QStringLiteral("所选操作员的名称合起来太长，一个仓库最多记%1个字，请减少操作员或改短操作员名称！").arg(kWidth),
+        Subject::Operators};
   return {};
 }
 
@@ -60,8 +62,7 @@ QStringList warehousesOpenTo(const QString& operatorKey) {
   return numbers;
 }
 
-std::optional<QString> openWarehousesTo(const QString& operatorKey, const QString& name,
-                                        const QStringList& warehouses) {
+Refusal openWarehousesTo(const QString& operatorKey, const QString& name, const QStringList& warehouses) {
   using namespace warehouse_binding_detail;
   for (const Row row : openSelect("select id,ck_sn,ck_name,ck_asn,ck_aname from jxc_ckxx order by id")) {
     const bool isOpen = bindingEntries(row.text("ck_asn")).contains(operatorKey);
@@ -76,7 +77,7 @@ std::optional<QString> openWarehousesTo(const QString& operatorKey, const QStrin
   return {};
 }
 
-std::optional<QString> renameInBindings(const QString& before, const QString& now) {
+Refusal renameInBindings(const QString& before, const QString& now) {
   using namespace warehouse_binding_detail;
   for (const Row row : warehousesNaming("ck_aname", before)) {
     const QString keys = row.text("ck_asn"), names = replaceListEntry(row.text("ck_aname"), before, now);

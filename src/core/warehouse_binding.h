@@ -1,6 +1,8 @@
 // 仓库绑定: which operators a warehouse is open to: two lists in its row, of keys and of names.
 #pragma once
 
+#include "core/refusal.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,7 +16,7 @@ QStringList bindingEntries(const QString& list);
 QString bindingList(const QStringList& entries);
 
 /// What stands against binding these operators to one warehouse: none at all, or more than its lists can hold.
-std::optional<QString> bindingRefusal(const QStringList& keys, const QStringList& names);
+Refusal bindingRefusal(const QStringList& keys, const QStringList& names);
 
 /// Numbers of the warehouses that are open to an operator.
 QStringList warehousesOpenTo(const QString& operatorKey);
@@ -22,9 +24,9 @@ QStringList warehousesOpenTo(const QString& operatorKey);
 // Inside a transaction, which must not be committed when one of them is refused:
 
 /// Opens these warehouses to an operator and closes all others to him. A warehouse stays open to somebody.
-std::optional<QString> openWarehousesTo(const QString& operatorKey, const QString& name, const QStringList& warehouses);
+Refusal openWarehousesTo(const QString& operatorKey, const QString& name, const QStringList& warehouses);
 /// His new name in all warehouses.
-std::optional<QString> renameInBindings(const QString& before, const QString& now);
+Refusal renameInBindings(const QString& before, const QString& now);
 /// Takes an operator who is deleted out of all warehouses, whoever is left there.
 void removeFromBindings(const QString& operatorKey, const QString& name);
 

@@ -60,8 +60,7 @@ class ConversionLines final : public InventoryLines {
                    PickingMemory*) const override {
     if (isTooMany(quantity, prompt)) return false;
     if (family().comesIn || !isBeyondStock(goods, quantity, place.warehouse)) return true;
-    prompt.notice(words(direction_.beyondStock));
-    return false;
+    return !isRefused({words(direction_.beyondStock), Subject::Quantity}, prompt);
   }
   bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
                 Prompt& prompt) const override {
@@ -88,7 +87,8 @@ class ConversionLines final : public InventoryLines {
     return place;
   }
   bool isWhole(const QString& goods, const LinePlace& place, Prompt& prompt) const {
-    return refused({{goods == wholeOf(family(), place.number), words(direction_.intoItself)}}, prompt);
+    return refused({{goods == wholeOf(family(), place.number), words(direction_.intoItself), Subject::Lines, goods}},
+                   prompt);
   }
 
   const ConversionRules::Direction& direction_;

@@ -57,12 +57,12 @@ class TransferRules final : public RulesOver<TransferDraft> {
 
   SaveResult save(const TransferDraft& draft, Prompt& prompt) const override {
     if (refused({withoutGoods(family(), draft.number, u"没有调拨商品，不能保存！"_qs),
-                 {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-                 {draft.warehouse.isEmpty(), u"请选择调出仓库！"_qs},
-                 {draft.into.isEmpty(), u"请选择调入仓库！"_qs},
+                 {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+                 {draft.warehouse.isEmpty(), u"请选择调出仓库！"_qs, Subject::Warehouse},
+                 {draft.into.isEmpty(), u"请选择调入仓库！"_qs, Subject::WarehouseInto},
                  warehouseGone(draft.warehouse),
-                 warehouseDeleted(draft.into),
-                 {draft.into == draft.warehouse, u"调出仓库与调入仓库不能相同！"_qs}},
+                 warehouseDeleted(draft.into, Subject::WarehouseInto),
+                 {draft.into == draft.warehouse, u"调出仓库与调入仓库不能相同！"_qs, Subject::WarehouseInto}},
                 prompt) ||
         !mayGoShort(checkStockShort(draft.number, draft.warehouse, QStringView(family().shortageAtAudit)), prompt))
       return {.number = draft.number};

@@ -1,6 +1,7 @@
 #include "masterdata/employee_diary.h"
 
 #include "core/deletion.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -44,10 +45,7 @@ EmployeeDiaryDraft readEmployeeDiary(std::int64_t id) {
 
 bool saveEmployeeDiary(const EmployeeDiaryDraft& draft, Prompt& prompt) {
   const QString note = sanitizeKeyword(draft.note.trimmed());
-  if (note.isEmpty()) {
-    prompt.notice(QStringLiteral("日志内容必须填写！"));
-    return false;
-  }
+  if (refused({{note.isEmpty(), u"日志内容必须填写！"_qs, Subject::Note}}, prompt)) return false;
   if (draft.id == 0) {
     execSql("insert into jxc_ywyrz (rz_rq,rz_note,u_sn) values (?,?,?)", draft.date, note, draft.employee);
   } else {

@@ -4,6 +4,7 @@
 #include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -81,19 +82,14 @@ EmployeeDraft readEmployee(std::int64_t id) {
 
 std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) {
   const QString name = sanitizeKeyword(draft.name.trimmed());
-  if (name.isEmpty()) {
-    prompt.notice(QStringLiteral("员工姓名必须填写！"));
-    return {};
-  }
-  if (exists("select u_sn from jxc_user where u_name=? and id<>?", name, draft.id)) {
-    prompt.notice(QStringLiteral("员工姓名不能重复！"));
-    return {};
-  }
   const bool atTheTill = draft.optometrist || draft.workshop || draft.posSales;
-  if (atTheTill && !employees_detail::anyCommissionSet()) {
-    prompt.notice(QStringLiteral("选择POS销售属性时必须在商品管理设置提成！"));
+  if (refused({{name.isEmpty(), u"员工姓名必须填写！"_qs, Subject::Name},
+               {exists("select u_sn from jxc_user where u_name=? and id<>?", name, draft.id), u"员工姓名不能重复！"_qs,
+                Subject::Name},
+               {atTheTill && !employees_detail::anyCommissionSet(), u"选择POS销售属性时必须在商品管理设置提成！"_qs,
+                Subject::TillDuties}},
+              prompt))
     return {};
-  }
 
   Transaction transaction(accountDb());
   QString number;
@@ -132,20 +128,19 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
 }
 
 bool deleteEmployee(std::int64_t id, Prompt& prompt) {
-  return deleteAsking(
-      {.table = "jxc_user",
-       .question = QStringLiteral("您确定要删除当前员工吗！"),
-       .refusal = [](const Row& row) -> std::optional<QString> {
-         const QString number = row.text("u_sn");
-         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
-         if (employees_detail::hasDoneBusiness(number, row.text("u_name")))
-           return QStringLiteral("该员工已发生过业务，不能删除！");
-         // A document that waits would be on no list without him. Diaries may go on without.
-         const QString use = firstMention(number, {"u_sn"}, {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
-         return use.isEmpty() ? std::nullopt
-                              : std::optional(QStringLiteral("该员工正在使用（%1），不能删除！").arg(use));
-       }},
-      id, prompt);
+  return deleteAsking({.table = "jxc_user",
+                       .question = QStringLiteral("您确定要删除当前员工吗！"),
+                       .refusal = [](const Row& row) -> std::optional<QString> {
+                         const QString number = row.text("u_sn");
+                         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
+                         if (employees_detail::hasDoneBusiness(number, row.text("u_name")))
+                           return orDisable(QStringLiteral("该员工已发生过业务，不能删除！"));
+                         // A document that waits would be on no list without him. Diaries may go on without.
+                         const auto use = refusalInUse(u"员工"_qs, number, {"u_sn"},
+                                                       {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
+                         return use ? std::optional(orDisable(*use)) : std::nullopt;
+                       }},
+                      id, prompt);
 }
 
 void toggleEmployeeDisabled(std::int64_t id) {

@@ -83,6 +83,18 @@ void addKey(Filter& filter, const QString& key) {
   }
 }
 
+Refusal negativeFigure(const GoodsDraft& draft) {
+  const std::pair<double, Subject> figures[] = {
+      {draft.purchasePrice, Subject::PurchasePrice}, {draft.salePrice, Subject::SalePrice},
+      {draft.retailPrice, Subject::RetailPrice},     {draft.levelPrices[0], Subject::LevelPrice1},
+      {draft.levelPrices[1], Subject::LevelPrice2},  {draft.levelPrices[2], Subject::LevelPrice3},
+      {draft.levelPrices[3], Subject::LevelPrice4},  {draft.levelPrices[4], Subject::LevelPrice5},
+      {draft.openingStock, Subject::OpeningStock}};
+  for (const auto& [figure, what] : figures)
+    if (figure < 0) return {u"价格和数量不能小于零！"_qs, what};
+  return {};
+}
+
 }  // namespace goods_detail
 
 void addGoodsConditions(Filter& filter, const GoodsFilter& wanted) {
@@ -102,24 +114,22 @@ GoodsDraft cleanGoodsDraft(const GoodsDraft& typed) {
   return draft;
 }
 
+Refusal missingIn(const GoodsDraft& draft) {
+  if (!draft.classNumber) return {u"类别名称必须填写！"_qs, Subject::Class};
+  if (draft.number.isEmpty()) return {u"商品编号必须填写！"_qs, Subject::Number};
+  if (draft.name.isEmpty() || (draft.lens && draft.lens->product.isEmpty()))
+    return {u"商品名称必须填写！"_qs, Subject::Name};
+  return {draft.unit.isEmpty(), u"商品单位必须填写！"_qs, Subject::Unit};
+}
+
 bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt, const GoodsDraft& before) {
   using goods_detail::taken;
-  const auto refuse = [&](const QString& text) {
-    prompt.notice(text);
+  if (refused({missingIn(draft),
+               {taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id),
+                id == 0 ? u"商品编号已经存在，请重新输入！"_qs : u"商品编号已存在！"_qs, Subject::Number},
+               goods_detail::negativeFigure(draft)},
+              prompt))
     return false;
-  };
-  if (!draft.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
-  if (draft.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
-  if (draft.name.isEmpty() || (draft.lens && draft.lens->product.isEmpty()))
-    return refuse(QStringLiteral("商品名称必须填写！"));
-  if (draft.unit.isEmpty()) return refuse(QStringLiteral("商品单位必须填写！"));
-  if (taken("select top 1 g_sn from jxc_goods where g_sn=? and id<>?", draft.number, id)) {
-    return refuse(id == 0 ? QStringLiteral("商品编号已经存在，请重新输入！") : QStringLiteral("商品编号已存在！"));
-  }
-  const bool negative =
-      std::any_of(draft.levelPrices.begin(), draft.levelPrices.end(), [](double price) { return price < 0; }) ||
-      draft.purchasePrice < 0 || draft.salePrice < 0 || draft.retailPrice < 0 || draft.openingStock < 0;
-  if (negative) return refuse(QStringLiteral("价格和数量不能小于零！"));
   if (!draft.barcode.isEmpty() && draft.barcode != before.barcode &&
       taken("select top 1 g_sn from jxc_goods where g_sptm=? and id<>?", draft.barcode, id) &&
       !prompt.ask(QStringLiteral("商品条码已经存在，确认输入吗？"))) {

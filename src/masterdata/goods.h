@@ -3,6 +3,7 @@
 
 #include "core/prompt.h"
 #include "core/reading.h"
+#include "core/refusal.h"
 
 #include <QString>
 
@@ -44,6 +45,8 @@ QString proposedGoodsSn(const QString& classNumber);
 /// of the form. Returns the goods number, or nothing.
 std::optional<QString> addGoods(const GoodsDraft& draft, Prompt& prompt);
 
+/// What every article must have, in the order of the form.
+Refusal missingIn(const GoodsDraft& draft);
 /// What may be entered for an article with this `id` (0 for a new one): refusals and questions in the order of the
 /// form. The draft must be clean. `before` is a changed article as it stands: what was not touched is not asked about.
 bool mayKeepGoods(const GoodsDraft& draft, std::int64_t id, Prompt& prompt, const GoodsDraft& before = {});

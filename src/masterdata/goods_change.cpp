@@ -184,7 +184,7 @@ bool deleteGoods(std::int64_t id, Prompt& prompt) {
          const QString number = row.text("g_sn");
          if (number == kBalancing) return QStringLiteral("该商品为系统内置商品，不能删除！");
          const auto use = firstUse(number);
-         return use ? std::optional(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use))
+         return use ? std::optional(orDisable(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use)))
                     : std::nullopt;
        },
        .alsoDelete = [](const Row& row) { eraseTraces(row.text("g_sn"), row.text("g_name")); }},
@@ -236,10 +236,7 @@ bool changeGoodsMnemonic(std::int64_t id, const QString& mnemonic) {
 
 bool changeGoodsClass(const GoodsIds& ids, const std::optional<QString>& classNumber, Prompt& prompt,
                       const GoodsProgress& progress) {
-  if (!classNumber) {
-    prompt.notice(QStringLiteral("请选择商品类别！"));
-    return false;
-  }
+  if (refused({{!classNumber, u"请选择商品类别！"_qs, Subject::Class}}, prompt)) return false;
   const QString identity = lookupValue("select gc_cid from jxc_goodsclass where gc_sn=?", *classNumber);
   return goods_change_detail::forAll(ids, progress, [&](std::int64_t id) {
     execSql("update jxc_goods set gc_sn=?,gc_cid=? where id=?", *classNumber, identity, id);
@@ -280,10 +277,10 @@ bool changeGoodsCell(std::int64_t id, std::string_view column, const QString& ty
     draft.salePrice = roundMoney(typed.toDouble(&isNumber));
   else
     draft.lowestStock = typed.toInt(&isNumber);
-  if (!isNumber || draft.lowestStock < 0) {
-    prompt.notice(isNumber ? QStringLiteral("价格和数量不能小于零！") : QStringLiteral("请输入正确的数值！"));
+  if (refused({{!isNumber, u"请输入正确的数值！"_qs, Subject::Lines, draft.number},
+               {draft.lowestStock < 0, u"价格和数量不能小于零！"_qs, Subject::Lines, draft.number}},
+              prompt))
     return false;
-  }
   draft = cleanGoodsDraft(draft);
   if (!mayKeepGoods(draft, id, prompt, before)) return false;
   // Only this cell: another station may have changed the one beside it.

@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/pinyin.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -37,9 +38,7 @@ QString cleanName(const QString& typed) {
 }
 
 bool nameIsMissing(const QString& name, Prompt& prompt) {
-  if (!name.isEmpty()) return false;
-  prompt.notice(QStringLiteral("类别名称必须填写！"));
-  return true;
+  return refused({{name.isEmpty(), u"类别名称必须填写！"_qs, Subject::Name}}, prompt);
 }
 
 bool hasGoods(const QString& number) {

@@ -59,19 +59,15 @@ bool isRange(const PowerRange& range) {
 }
 
 bool mayAddRange(const GoodsDraft& common, const PowerRange& sphere, const PowerRange& cylinder, Prompt& prompt) {
-  const auto refuse = [&](const QString& text) {
-    prompt.notice(text);
+  if (refused({missingIn(common),
+               {!isRange(sphere), u"屈光度范围不正确！"_qs, Subject::Sphere},
+               {!isRange(cylinder), u"散光度范围不正确！"_qs, Subject::Cylinder}},
+              prompt) ||
+      !mayKeepGoods(common, 0, prompt))
     return false;
-  };
-  if (!common.classNumber) return refuse(QStringLiteral("类别名称必须填写！"));
-  if (common.number.isEmpty()) return refuse(QStringLiteral("商品编号必须填写！"));
-  if (common.name.isEmpty()) return refuse(QStringLiteral("商品名称必须填写！"));
-  if (common.unit.isEmpty()) return refuse(QStringLiteral("商品单位必须填写！"));
-  if (!isRange(sphere)) return refuse(QStringLiteral("屈光度范围不正确！"));
-  if (!isRange(cylinder)) return refuse(QStringLiteral("散光度范围不正确！"));
-  if (!mayKeepGoods(common, 0, prompt)) return false;
   const double pairs = countOf(sphere) * countOf(cylinder);
-  if (pairs > kMostPairs) return refuse(QStringLiteral("范围太大：最多可以增加 9999999 个商品！"));
+  if (refused({{pairs > kMostPairs, u"范围太大：最多可以增加 9999999 个商品！"_qs, Subject::Sphere}}, prompt))
+    return false;
   return pairs <= kManyPairs ||
          prompt.ask(QStringLiteral("将增加 %1 个商品，确定增加吗？").arg(static_cast<qint64>(pairs)));
 }
@@ -165,7 +161,7 @@ std::optional<int> addLensRange(const GoodsDraft& typed, const PowerRange& spher
   }
   const int count = static_cast<int>(pairs.size());
   if (count == 0) {
-    prompt.notice(QStringLiteral("这个范围的光度都已存在，没有需要增加的商品！"));
+    isRefused({u"这个范围的光度都已存在，没有需要增加的商品！"_qs, Subject::Sphere}, prompt);
     return {};
   }
   const std::int64_t first = firstNumber(*draft.classNumber, count);
@@ -212,10 +208,7 @@ LensProduct readLensProduct(std::int64_t id) {
 
 bool saveLensProduct(const LensProduct& typed, Prompt& prompt) {
   const QString brand = sanitizeText(typed.brand.trimmed());
-  if (brand.isEmpty()) {
-    prompt.notice(QStringLiteral("品牌名称不能为空！"));
-    return false;
-  }
+  if (refused({{brand.isEmpty(), u"品牌名称不能为空！"_qs, Subject::Brand}}, prompt)) return false;
   const QString item1 = sanitizeText(typed.item1.trimmed());
   const QString item2 = sanitizeText(typed.item2.trimmed());
   const QString name = brand + item1 + (typed.contact ? QStringLiteral("含水") : QStringLiteral("折射")) + item2;

@@ -1,5 +1,6 @@
 #include "masterdata/goods_prices.h"
 
+#include "core/refusal.h"
 #include "core/statements.h"
 
 namespace jxc {
@@ -52,10 +53,12 @@ PosCommissions readPosCommissions(const QString& goods) {
 
 bool savePosCommissions(const QString& goods, const PosCommissions& commissions, Prompt& prompt) {
   const auto& [optometrist, workshop, salesman] = commissions;
-  if (optometrist.value < 0 || workshop.value < 0 || salesman.value < 0) {
-    prompt.notice(QStringLiteral("提成不能小于0！"));
+  const QString negative = u"提成不能小于0！"_qs;
+  if (refused({{optometrist.value < 0, negative, Subject::OptometristsShare},
+               {workshop.value < 0, negative, Subject::WorkshopsShare},
+               {salesman.value < 0, negative, Subject::SalesmansShare}},
+              prompt))
     return false;
-  }
   execSql("update jxc_goods set g_ygtc=?,g_jgtc=?,g_xsytc=?,g_ygtc2=?,g_jgtc2=?,g_xsytc2=? where g_sn=?",
           optometrist.value, workshop.value, salesman.value, optometrist.yuan, workshop.yuan, salesman.yuan, goods);
   return true;

@@ -1,6 +1,7 @@
 #include "masterdata/partner_contacts.h"
 
 #include "core/deletion.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -23,14 +24,10 @@ ContactRecord readContact(const PartnerSide& side, std::int64_t id) {
 
 bool saveContact(const PartnerSide& side, const ContactRecord& draft, Prompt& prompt) {
   const QString note = sanitizeKeyword(draft.note.trimmed());
-  if (note.isEmpty()) {
-    prompt.notice(QStringLiteral("联系内容必须填写！"));
+  if (refused({{note.isEmpty(), u"联系内容必须填写！"_qs, Subject::Note},
+               {draft.date.isEmpty(), u"联系日期必须填写！"_qs, Subject::Date}},
+              prompt))
     return false;
-  }
-  if (draft.date.isEmpty()) {
-    prompt.notice(QStringLiteral("联系日期必须填写！"));
-    return false;
-  }
   Transaction transaction(accountDb());
   if (draft.id == 0) {
     insertRow(side.diary,

@@ -9,6 +9,7 @@
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -285,15 +286,12 @@ bool openingIsOpen(const PartnerSide& side, const QString& number) {
 std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& draft, Prompt& prompt) {
   using namespace partners_detail;
   const QString name = line(draft.name);
-  if (name.isEmpty()) {
-    prompt.notice(words(side.noun) + QStringLiteral("名称必须填写！"));
-    return {};
-  }
   // The lists of bound employees are columns of 200 characters.
-  if (draft.employeeKeys.size() > 200 || draft.employeeNames.size() > 200) {
-    prompt.notice(QStringLiteral("选择的业务员太多，请减少后再保存！"));
+  if (refused({{name.isEmpty(), words(side.noun) + u"名称必须填写！"_qs, Subject::Name},
+               {draft.employeeKeys.size() > 200 || draft.employeeNames.size() > 200,
+                u"选择的业务员太多，请减少后再保存！"_qs, Subject::Employees}},
+              prompt))
     return {};
-  }
   const bool taken =
       !lookupValue(compose("select top 1 {} from {} where {}=? and id<>?", {side.name, side.table, side.name}), name,
                    draft.id)
@@ -323,8 +321,9 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
        .refusal = [&](const Row& row) -> std::optional<QString> {
          const QString number = row.text(side.sn);
          if (number == QLatin1String(builtInNumber)) return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
-         return hasDoneBusiness(side, number) ? std::optional(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun))
-                                              : std::nullopt;
+         return hasDoneBusiness(side, number)
+                    ? std::optional(orDisable(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun)))
+                    : std::nullopt;
        },
        .alsoDelete =
            [&](const Row& row) {

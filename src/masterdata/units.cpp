@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
 
@@ -10,14 +11,11 @@ namespace units_detail {
 
 std::optional<QString> checkedName(const QString& typed, std::int64_t id, Prompt& prompt) {
   const QString name = sanitizeKeyword(typed.trimmed());
-  if (name.isEmpty()) {
-    prompt.notice(QStringLiteral("单位名称必须填写！"));
+  if (refused({{name.isEmpty(), u"单位名称必须填写！"_qs, Subject::Name},
+               {exists("select dw_sn from jxc_dw where dw_name=? and id<>?", name, id),
+                u"单位名称已经存在，请重新输入！"_qs, Subject::Name}},
+              prompt))
     return {};
-  }
-  if (exists("select dw_sn from jxc_dw where dw_name=? and id<>?", name, id)) {
-    prompt.notice(QStringLiteral("单位名称已经存在，请重新输入！"));
-    return {};
-  }
   return name;
 }
 

@@ -57,15 +57,12 @@ WarehouseDraft readWarehouse(std::int64_t id) {
 
 std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt) {
   const QString name = sanitizeKeyword(draft.name.trimmed());
-  if (name.isEmpty()) {
-    prompt.notice(QStringLiteral("仓库名称必须填写！"));
+  if (refused({{name.isEmpty(), u"仓库名称必须填写！"_qs, Subject::Name},
+               bindingRefusal(draft.operatorKeys, draft.operatorNames),
+               {warehouses_detail::isNameTaken(draft, name), u"仓库名称“%1”已经存在，请使用其他名称！"_qs.arg(name),
+                Subject::Name}},
+              prompt))
     return {};
-  }
-  if (isRefused(bindingRefusal(draft.operatorKeys, draft.operatorNames), prompt)) return {};
-  if (warehouses_detail::isNameTaken(draft, name)) {
-    prompt.notice(QStringLiteral("仓库名称“%1”已经存在，请使用其他名称！").arg(name));
-    return {};
-  }
 
   Transaction transaction(accountDb());
   if (draft.isDefault) execSql("update jxc_ckxx set ck_default=0");
@@ -110,9 +107,7 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
          if (number == QLatin1String("100001")) return QStringLiteral("该仓库为系统内置仓库，不能删除！");
          if (warehouses_detail::holdsGoods(number)) return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
          // A document that waits would be out of sight, a bound partner out of every list.
-         const QString use = firstMention(number, {"ck_sn", "ck_out", "ck_in"}, {"jxc_ckxx", "jxc_kcsp", "jxc_kcjs"});
-         return use.isEmpty() ? std::nullopt
-                              : std::optional(QStringLiteral("该仓库正在使用（%1），不能删除！").arg(use));
+         return refusalInUse(u"仓库"_qs, number, {"ck_sn", "ck_out", "ck_in"}, {"jxc_ckxx", "jxc_kcsp", "jxc_kcjs"});
        },
        .alsoDelete =
            [](const Row& row) {

@@ -63,10 +63,10 @@ bool mayReturnUnknownGoods(const QString& number, const QString& warehouse, Prom
            "a.g_sn",
            number, session().a_name, warehouse)) {
     const QString name = u"当前仓库中商品‘"_qs + row.text("g_name");
-    if (!strIsTrue(session().cs_kc)) {
-      prompt.notice(name + u"’库存不足，\r\n\r\n不能退货。"_qs);
+    if (refused({{!strIsTrue(session().cs_kc), name + u"’库存不足，\r\n\r\n不能退货。"_qs, Subject::Lines,
+                  row.text("g_sn")}},
+                prompt))
       return false;
-    }
     if (!prompt.ask(name + u"’不存在，\r\n\r\n退货将会出现负库存，是否继续？"_qs)) return false;
   }
   return true;

@@ -51,15 +51,12 @@ class SaleLines : public TradingLines {
     const LineAmounts& line = draft.amounts;
     if (line.quantity() == 0) return false;
     // Of the other sign than its quantity, a total would have made the price or the discount negative.
-    if (refused({{line.quantity() < 0 && line.total() > 0, u"退回商品的总金额不能大于0！"_qs},
-                 {line.quantity() > 0 && line.total() < 0, u"总金额不能小于0！"_qs}},
+    if (refused({{line.quantity() < 0 && line.total() > 0, u"退回商品的总金额不能大于0！"_qs, Subject::Total},
+                 {line.quantity() > 0 && line.total() < 0, u"总金额不能小于0！"_qs, Subject::Total}},
                 prompt))
       return false;
     if (line.discount() <= 0) return false;
-    if (line.discount() < lowestDiscount()) {
-      prompt.notice(lowestDiscountText());
-      return false;
-    }
+    if (refused({{line.discount() < lowestDiscount(), lowestDiscountText(), Subject::Discount}}, prompt)) return false;
     if (!TradingLines::mayWrite(draft, place, prompt)) return false;
     return mayPrice(draft, prompt);
   }

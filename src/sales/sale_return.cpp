@@ -27,7 +27,7 @@ class ReturnLines : public TradingLines {
 
   bool mayWrite(const LineDraft& draft, const LinePlace&, Prompt& prompt) const override {
     const double quantity = draft.amounts.quantity();
-    return !refused({{quantity == 0, u"数量不能为0！"_qs}}, prompt) && !isTooMany(quantity, prompt);
+    return !refused({{quantity == 0, u"数量不能为0！"_qs, Subject::Quantity}}, prompt) && !isTooMany(quantity, prompt);
   }
 
   double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
@@ -131,8 +131,9 @@ class ReturnRules final : public ReturningRules {
 
  protected:
   bool mayReturn(const QString& source, const Row* head, Prompt& prompt) const override {
-    if (refused({{!source.startsWith(u"XS"), u"单据"_qs + source + u"不能退货，只有“XS”开头的单据才能退货！"_qs},
-                 {head && head->flag("ls_dhbz"), u"收银台的销售单请在收银台退货！"_qs}},
+    if (refused({{!source.startsWith(u"XS"), u"单据"_qs + source + u"不能退货，只有“XS”开头的单据才能退货！"_qs,
+                  Subject::Lines, source},
+                 {head && head->flag("ls_dhbz"), u"收银台的销售单请在收银台退货！"_qs, Subject::Lines, source}},
                 prompt))
       return false;
     return head && (head->integer("ls_th") != 1 || prompt.ask(u"该单据已经进行过整单退货，确认再次退货吗？"_qs));

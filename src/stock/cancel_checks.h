@@ -1,12 +1,11 @@
 // 取消审核检查: what every cancel asks before it touches anything, in the order in which the operator sees it.
 #pragma once
 
+#include "core/refusal.h"
 #include "stock/cancelling.h"
 #include "stock/document_family.h"
 
 #include <QString>
-
-#include <optional>
 
 namespace jxc::cancel_checks {
 
@@ -20,7 +19,7 @@ bool passesGate(const QString& number, const QString& date, Prompt& prompt);
 bool isConfirmed(const QString& question, Prompt& prompt, CancelMode mode);
 QString usualQuestion(const QString& number);
 /// What is asked when the goods that a document brought in are no longer all there: its ledger rows against the book
-/// stock of their warehouses. Words as of `checkStockShort`; nothing when all is well.
-std::optional<QString> shortWhenTakenBack(const QString& number);
+/// stock of their warehouses. As of `checkStockShort`.
+Refusal shortWhenTakenBack(const QString& number);
 
 }  // namespace jxc::cancel_checks

@@ -31,14 +31,13 @@ std::optional<QString> effectElsewhere(const Rules& rules, const QString& number
          u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
 }
 
-std::optional<QString> shortageOf(const Rules& rules, const Head& head) {
+Refusal shortageOf(const Rules& rules, const Head& head) {
   if (rules.shortageAtCancel.empty()) return {};
   return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
 }
 
 /// Everything that may stand against it, asked in the order in which the operator sees it.
-bool mayGo(const Rules& rules, const QString& number, Head& head, std::optional<QString>& shortage, Prompt& prompt,
-           CancelMode mode) {
+bool mayGo(const Rules& rules, const QString& number, Head& head, Refusal& shortage, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   if (!cancel_checks::hasCancelRight(family, prompt)) return false;
   if (isRefused(effectElsewhere(rules, number), prompt)) return false;
@@ -138,10 +137,10 @@ void cancelAtTill(const Rules& rules, const QString& number) {
 bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   Head head;
-  std::optional<QString> shortage;
+  Refusal shortage;
   if (!mayGo(rules, number, head, shortage, prompt, mode)) return false;
 
-  std::optional<QString> changed;
+  Refusal changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     // Another station may have cancelled it, put goods away or sold them while the questions stood.

@@ -102,30 +102,30 @@ bool ConversionRules::isAmongItsParts(const ConversionDraft& draft) const {
 
 bool ConversionRules::hasWhole(const ConversionDraft& draft, Prompt& prompt) const {
   const bool beyondStock = takesApart() && isBeyondStock(draft.goods, draft.quantity, draft.warehouse);
-  return !refused({{!exists("select top 1 ck_sn from jxc_ckxx"), u"请添加仓库信息！"_qs},
-                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
-                   {draft.goods.isEmpty(), words(direction_.noGoods)},
-                   {draft.quantity <= 0, words(direction_.noQuantity)},
-                   {beyondStock, words(direction_.beyondStock)},
-                   {isAmongItsParts(draft), words(direction_.intoItself)}},
+  return !refused({{!exists("select top 1 ck_sn from jxc_ckxx"), u"请添加仓库信息！"_qs, Subject::Warehouse},
+                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
+                   {draft.goods.isEmpty(), words(direction_.noGoods), Subject::Goods},
+                   {draft.quantity <= 0, words(direction_.noQuantity), Subject::Quantity},
+                   {beyondStock, words(direction_.beyondStock), Subject::Quantity},
+                   {isAmongItsParts(draft), words(direction_.intoItself), Subject::Lines, draft.goods}},
                   prompt);
 }
 
 bool ConversionRules::hasParts(const ConversionDraft& draft, Prompt& prompt) const {
   const DocumentFamily& f = family();
-  const auto beyondStock = [&] {
+  const auto beyondStock = [&]() -> Refusal {
     const std::string_view quantity = f.line.columns->quantity;
-    return !takesApart() &&
-           exists(Sql(
-               compose("select top 1 a.g_sn from (select g_sn,{},sum({}) as sl from {} where {}=? and a_name=? "
-                       "and {}>0 group by g_sn,{}) a where not exists (select b.id from jxc_kcsp b where "
-                       "b.g_sn=a.g_sn and b.ck_sn=a.{} and a.sl<=b.kc_sl)",
-                       {f.line.warehouse, quantity, f.lines, f.number, quantity, f.line.warehouse, f.line.warehouse}),
-               draft.number, session().a_name));
+    if (takesApart()) return {};
+    const QString goods = lookupValue(
+        Sql(compose("select top 1 a.g_sn from (select g_sn,{},sum({}) as sl from {} where {}=? and a_name=? "
+                    "and {}>0 group by g_sn,{}) a where not exists (select b.id from jxc_kcsp b where "
+                    "b.g_sn=a.g_sn and b.ck_sn=a.{} and a.sl<=b.kc_sl)",
+                    {f.line.warehouse, quantity, f.lines, f.number, quantity, f.line.warehouse, f.line.warehouse}),
+            draft.number, session().a_name));
+    return {!goods.isEmpty(), words(direction_.beyondStock) + namedGoods(goods), Subject::Lines, goods};
   };
-  return hasWhole(draft, prompt) && !refused({{partCount(draft.number) == 0, words(direction_.noParts)},
-                                              {beyondStock(), words(direction_.beyondStock)}},
-                                             prompt);
+  return hasWhole(draft, prompt) &&
+         !refused({{partCount(draft.number) == 0, words(direction_.noParts), Subject::Lines}, beyondStock()}, prompt);
 }
 
 // ---- figures and preview -----------------------------------------------------------------------------------------
@@ -200,14 +200,14 @@ SaveResult ConversionRules::save(const ConversionDraft& typed, Prompt& prompt) c
   ConversionDraft draft = typed;
   draft.number = keepWhole(draft);
   const SaveResult refusedSave{.number = draft.number};
-  if (refused({{partCount(draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs},
-               {draft.goods.isEmpty(), words(direction_.noGoods)},
-               {draft.quantity <= 0, words(direction_.noQuantity)},
-               {isAmongItsParts(draft), words(direction_.intoItself)},
-               {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-               {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
+  if (refused({{partCount(draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs, Subject::Lines},
+               {draft.goods.isEmpty(), words(direction_.noGoods), Subject::Goods},
+               {draft.quantity <= 0, words(direction_.noQuantity), Subject::Quantity},
+               {isAmongItsParts(draft), words(direction_.intoItself), Subject::Lines, draft.goods},
+               {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+               {draft.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
                warehouseGone(draft.warehouse),
-               warehouseDeleted(deletedWarehouse(draft.number))},
+               warehouseDeleted(deletedWarehouse(draft.number), Subject::Lines)},
               prompt))
     return refusedSave;
   if (!mayGoShort(checkStockShort(draft.number, draft.warehouse, QStringView(f.prefix)), prompt)) return refusedSave;

@@ -6,7 +6,6 @@
 #include "core/log.h"
 #include "core/numbers.h"
 #include "core/posting.h"
-#include "core/refusal.h"
 #include "core/rights.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -225,15 +224,6 @@ Answer leaveDraft(const DocumentFamily& family, const QString& number, Prompt& p
 
 // ---- save --------------------------------------------------------------------------------------------------------
 
-bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt) {
-  for (const Refusal& refusal : refusals)
-    if (refusal.applies) {
-      prompt.notice(refusal.text);
-      return true;
-    }
-  return false;
-}
-
 QString changedMeanwhile(const QString& number) {
   return (number.isEmpty() ? u"单据"_qs : u"单据 "_qs + number + u' ') +
          u"已被其他电脑保存、审核、取消或删除，\r\n\r\n没有改动任何数据！"_qs;
@@ -241,7 +231,7 @@ QString changedMeanwhile(const QString& number) {
 
 Refusal withoutGoods(const DocumentFamily& family, const QString& number, const QString& text) {
   if (draftGoodsCount(family, number) > 0) return {};
-  return {true, isDraftSaved(family, number) ? changedMeanwhile(number) : text};
+  return {isDraftSaved(family, number) ? changedMeanwhile(number) : text, Subject::Lines};
 }
 
 SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request, Prompt& prompt) {
@@ -251,7 +241,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   const auto shortage = [&] {
     return auditNow && !request.warehouse.isEmpty()
                ? checkStockShort(result.number, request.warehouse, QStringView(family.shortageAtAudit))
-               : std::nullopt;
+               : Refusal();
   };
   const auto agreed = shortage();  // as the screen has just asked
   if (!prompt.askUnlessHabit(document_detail::saveQuestion(family), kSavesAtOnce)) return result;
@@ -410,7 +400,9 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
                                                 "(select g_sn from jxc_kcsp where ck_sn=?)",
                                                 {family.lines, family.number}),
                                         number, *edit.warehouse);
-    if (refused({{!missing.isEmpty(), u"当前仓库中不存在商品：“"_qs + missing + u"”，不能更换仓库！"_qs}}, prompt))
+    if (refused({{!missing.isEmpty(), u"当前仓库中不存在商品：“"_qs + missing + u"”，不能更换仓库！"_qs,
+                  Subject::Warehouse}},
+                prompt))
       return {};
     if (!mayGoShort(checkStockShort(number, *edit.warehouse, QStringView(family.prefix)), prompt)) return {};
   }

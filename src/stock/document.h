@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/list_audit.h"
-#include "core/prompt.h"
+#include "core/refusal.h"
 #include "stock/document_family.h"
 
 #include <QString>
@@ -59,14 +59,6 @@ void discardDraft(const DocumentFamily& family, const QString& number);
 Answer leaveDraft(const DocumentFamily& family, const QString& number, Prompt& prompt);
 
 // ---- save --------------------------------------------------------------------------------------------------------
-
-/// A reason to refuse a command, told in the order of the list.
-struct Refusal {
-  bool applies;
-  QString text;
-};
-/// Shows the first that applies. True: one did.
-bool refused(std::initializer_list<Refusal> refusals, Prompt& prompt);
 
 /// What a command tells whose document another station has saved, audited, reopened or deleted while a question stood.
 QString changedMeanwhile(const QString& number);

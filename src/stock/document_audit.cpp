@@ -131,7 +131,7 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   if (heads.isEmpty()) return gone();
   const bool waiting = heads.front().integer(family.status) == 0;
   const QString warehouse = heads.front().text(family.warehouse);
-  const auto shortage = waiting ? askShortage(family, number, warehouse).words() : std::nullopt;
+  const auto shortage = waiting ? askShortage(family, number, warehouse).words() : Refusal();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
   // An audit dialog asks about what it is going to write.
   if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(heads.front(), prompt))
@@ -140,7 +140,7 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   const auto recount = waiting && family.isCount() ? stock_count::Recount::ask(number, prompt) : std::nullopt;
   if (waiting && family.isCount() && !recount) return AuditOutcome::Refused;
 
-  std::optional<QString> changed;
+  Refusal changed;
   bool moved = false;
   const AuditOutcome outcome = onDocument(number, u"审核", [&] {
     Transaction transaction(accountDb());

@@ -88,8 +88,13 @@ bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field)
   return (field != u"dj" && field != u"taxdj") || priceMayChange();
 }
 
+QString namedGoods(const QString& goods) {
+  return u"\r\n\r\n商品："_qs + goods + u' ' + lookupValue("select g_name from jxc_goods where g_sn=?", goods);
+}
+
 bool isTooMany(double quantity, Prompt& prompt) {
-  return refused({{std::abs(quantity) >= kTooMany, u"数量过大，请检查是否输入了条码或单价！"_qs}}, prompt);
+  return refused({{std::abs(quantity) >= kTooMany, u"数量过大，请检查是否输入了条码或单价！"_qs, Subject::Quantity}},
+                 prompt);
 }
 
 void tellPassedOver(PickingMemory& memory, Prompt& prompt) {
@@ -187,15 +192,15 @@ void DocumentRules::begin(DocumentDraft& draft, const QString& lastDate) const {
 bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, const Refusal& own) const {
   return refused({withoutGoods(family(), draft.number, u"单据中没有业务发生，不能保存！"_qs),
                   own,
-                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs},
-                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs},
+                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
                   warehouseGone(draft.warehouse)},
                  prompt);
 }
 
-Refusal warehouseDeleted(const QString& warehouse) {
+Refusal warehouseDeleted(const QString& warehouse, Subject which) {
   return {!warehouse.isEmpty() && !exists("select ck_sn from jxc_ckxx where ck_sn=?", warehouse),
-          u"所选仓库已被删除，请重新选择仓库！"_qs};
+          u"所选仓库已被删除，请重新选择仓库！"_qs, which};
 }
 
 Refusal warehouseGone(const QString& own) {
@@ -203,7 +208,7 @@ Refusal warehouseGone(const QString& own) {
   mine.add("ck_sn=?", own);
   addWarehouseBinding(mine);
   return {!own.isEmpty() && !exists(Sql("select ck_sn from jxc_ckxx").where(mine)),
-          u"所选仓库已被删除，或不再允许您使用，请重新选择仓库！"_qs};
+          u"所选仓库已被删除，或不再允许您使用，请重新选择仓库！"_qs, Subject::Warehouse};
 }
 
 std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& draft, const QString& number) {

@@ -66,6 +66,8 @@ struct PickingMemory {
   QStringList passedOver;         // goods that stand on a document that takes each once; told by whoever clears them
 };
 
+/// "\r\n\r\n商品：number name": behind a refusal that would not tell which.
+QString namedGoods(const QString& goods);
 /// Refuses a quantity that no line has (`kTooMany`).
 bool isTooMany(double quantity, Prompt& prompt);
 
@@ -234,7 +236,7 @@ class RulesOver : public DocumentRules {
 };
 
 /// The warehouse that was chosen is none any more: deleted at another station, or (`own`) taken from this operator.
-Refusal warehouseDeleted(const QString& warehouse);
+Refusal warehouseDeleted(const QString& warehouse, Subject which);
 Refusal warehouseGone(const QString& own);
 
 /// A head as every document has it, under this number and waiting; what it has besides is written onto the row. Its id.

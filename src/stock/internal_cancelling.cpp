@@ -19,8 +19,8 @@ using internal_documents::Master;
 using internal_documents::readHead;
 using internal_documents::Rules;
 
-std::optional<QString> shortageOf(const Rules& rules, const QString& number) {
-  return rules.bringsIn ? cancel_checks::shortWhenTakenBack(number) : std::nullopt;
+Refusal shortageOf(const Rules& rules, const QString& number) {
+  return rules.bringsIn ? cancel_checks::shortWhenTakenBack(number) : Refusal();
 }
 
 void stockBack(const Rules& rules, const Head& head, const Row& row) {
@@ -78,7 +78,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   const auto agreed = shortageOf(rules, number);
   if (!mayGoShort(agreed, prompt)) return false;
 
-  std::optional<QString> changed;
+  Refusal changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
     if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) {

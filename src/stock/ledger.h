@@ -1,6 +1,7 @@
 // 库存流水与成本: the stock ledger: its replay (the one costing algorithm), cost lookups, month rows, shortage check.
 #pragma once
 
+#include "core/refusal.h"
 #include "engine/posting.h"
 
 #include <QString>
@@ -49,16 +50,16 @@ void refreshMonthStock(const QString& warehouse, const QString& month);
 class StockShortage {
  public:
   StockShortage(const QString& number, const QString& warehouse, QStringView kind);
-  /// The words for the operator; nothing when all is well.
-  std::optional<QString> words() const;
+  /// The words for the operator, and the goods that is short; applies to nothing when all is well.
+  Refusal words() const;
 
  private:
   QString warning_;
   std::optional<Ahead> goods_;
 };
-std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
+Refusal checkStockShort(const QString& number, const QString& warehouse, QStringView kind);
 /// Shows what `checkStockShort` found: asks when negative stock is allowed, refuses otherwise. True: go on.
-bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt);
+bool mayGoShort(const Refusal& shortage, Prompt& prompt);
 /// What was lost is gone whatever the books say: goods of a loss beyond the stock of this warehouse are asked about,
 /// never refused. True: go on.
 bool mayLoseBeyondStock(const QString& number, const QString& warehouse, Prompt& prompt);

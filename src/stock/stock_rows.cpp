@@ -21,9 +21,9 @@ QString warningOf(const QString& word) {
   return strIsTrue(session().cs_kc) ? u"”："_qs + word + u"将会出现负库存，是否继续？"_qs
                                     : u"”：不能"_qs + word + u'！';
 }
-std::optional<QString> shortageWords(const RowSet& goods, const QString& warning) {
+Refusal shortageWords(const RowSet& goods, const QString& warning) {
   if (goods.isEmpty()) return {};
-  return u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods.text(0, 0) + warning;
+  return {u"该单据中至少一种商品库存不足，\r\n\r\n“"_qs + goods.text(0, 0) + warning, Subject::Lines, goods.text(0, 0)};
 }
 
 /// The first goods that leaves a warehouse by a split or bundle and is not there. The whole of a draft stands among its
@@ -114,15 +114,15 @@ StockShortage::StockShortage(const QString& number, const QString& warehouse, QS
                                        : stock_rows_detail::askWhatLeaves(*family, number);
 }
 
-std::optional<QString> StockShortage::words() const {
-  return goods_ ? stock_rows_detail::shortageWords(goods_->rows(), warning_) : std::nullopt;
+Refusal StockShortage::words() const {
+  return goods_ ? stock_rows_detail::shortageWords(goods_->rows(), warning_) : Refusal();
 }
 
-std::optional<QString> checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
+Refusal checkStockShort(const QString& number, const QString& warehouse, QStringView kind) {
   return StockShortage(number, warehouse, kind).words();
 }
 
-std::optional<QString> cancel_checks::shortWhenTakenBack(const QString& number) {
+Refusal cancel_checks::shortWhenTakenBack(const QString& number) {
   return stock_rows_detail::shortageWords(
       openSelect("select top 1 a.g_sn from (select g_sn,ck_sn,sum(gl_sl) as sl from jxc_goodslist where gl_djh=? and "
                  "g_sn<>'00000000' group by g_sn,ck_sn) a where a.sl>0 and exists (select b.id from jxc_kcsp b where "
@@ -131,8 +131,8 @@ std::optional<QString> cancel_checks::shortWhenTakenBack(const QString& number) 
       stock_rows_detail::warningOf(u"出库"_qs));
 }
 
-bool mayGoShort(const std::optional<QString>& shortage, Prompt& prompt) {
-  if (shortage && strIsTrue(session().cs_kc)) return prompt.ask(*shortage);
+bool mayGoShort(const Refusal& shortage, Prompt& prompt) {
+  if (shortage && strIsTrue(session().cs_kc)) return prompt.ask(shortage.text);
   return !isRefused(shortage, prompt);
 }
 
@@ -140,7 +140,7 @@ bool mayLoseBeyondStock(const QString& number, const QString& warehouse, Prompt&
   using namespace stock_rows_detail;
   const RowSet found = askShortGoods(families::loss, number, warehouse, false).rows();
   const auto shortage = shortageWords(found, u"”：报损将会出现负库存，是否继续？"_qs);
-  return !shortage || prompt.ask(*shortage);
+  return !shortage || prompt.ask(shortage.text);
 }
 
 bool mayLoseBeyondStock(const Row& head, Prompt& prompt) {

@@ -119,7 +119,11 @@ bool TableLines::stockAllows(const QString& goods, double quantity, const LinePl
   if (!isBeyondStock(goods, quantity, place.warehouse)) return true;
   if (memory && memory->goesShort) return *memory->goesShort;
   const bool allowed = line.shortRefusal.empty() || strIsTrue(session().cs_kc);
-  if (!allowed) prompt.notice(words(line.shortRefusal));
+  if (!allowed) {
+    // Among many that were marked somebody has to find the one.
+    const QString which = memory ? namedGoods(goods) : QString();
+    isRefused({words(line.shortRefusal) + which, Subject::Quantity, goods}, prompt);
+  }
   const bool goesShort = allowed && prompt.ask(words(line.shortQuestion));
   if (memory) memory->goesShort = goesShort;
   return goesShort;
@@ -128,7 +132,7 @@ bool TableLines::stockAllows(const QString& goods, double quantity, const LinePl
 bool TableLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const {
   const double quantity = draft.amounts.quantity();
   if (!description_.quantityRefusal.empty() &&
-      refused({{!quantities().has(quantity), words(description_.quantityRefusal)}}, prompt))
+      refused({{!quantities().has(quantity), words(description_.quantityRefusal), Subject::Quantity}}, prompt))
     return false;
   return stockAllows(draft.goods, quantity, place, prompt);
 }

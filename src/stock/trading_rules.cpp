@@ -103,8 +103,9 @@ QString TradingRules::differenceText(const AuditDraft& draft) const {
 }
 
 bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {
-  return RulesOver::isIncomplete(draft, prompt,
-                                 {draft.partner.isEmpty(), u"请选择"_qs + words(partnerOf(family()).noun) + u'！'});
+  return RulesOver::isIncomplete(
+      draft, prompt,
+      {draft.partner.isEmpty(), u"请选择"_qs + words(partnerOf(family()).noun) + u'！', Subject::Partner});
 }
 
 }  // namespace jxc

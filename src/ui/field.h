@@ -140,6 +140,8 @@ class Field : public QObject {
   Picking picking_;
 };
 
+/// A letter, digit or sign as it is typed: no blank, no shortcut.
+bool isTypedLetter(const QKeyEvent& key);
 /// Letters that a picker holds until nobody is typing on: a scanner typed them, and they open no list.
 void dropTypedLetters();
 

@@ -40,6 +40,11 @@ Letters& letters() {
 
 }  // namespace field_opening_detail
 
+bool isTypedLetter(const QKeyEvent& key) {
+  return !key.text().isEmpty() && key.text().at(0).isPrint() && !key.text().at(0).isSpace() &&
+         !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
 bool Field::isOpenedBy(const QKeyEvent& key) const {
   if (readOnly_ || key.modifiers() != Qt::NoModifier) return false;
   if (spec_.kind == FieldKind::Picker) return key.key() == Qt::Key_F2;
@@ -50,8 +55,7 @@ bool Field::opensList(const QKeyEvent& key) {
   if (readOnly_ || !picking_) return false;
   const bool byKey = (key.key() == Qt::Key_Down && key.modifiers() == Qt::AltModifier) ||
                      (key.key() == Qt::Key_F4 && key.modifiers() == Qt::NoModifier);
-  const bool byLetter = !key.text().isEmpty() && key.text().at(0).isPrint() && !key.text().at(0).isSpace() &&
-                        !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+  const bool byLetter = isTypedLetter(key);
   if (byLetter) {
     using namespace field_opening_detail;
     if (letters().to != this) letters() = {this, {}};

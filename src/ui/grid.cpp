@@ -101,6 +101,7 @@ Grid::Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent)
   view_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed);
   view_->setAlternatingRowColors(true);
   view_->setWordWrap(false);
+  view_->setTextElideMode(Qt::ElideMiddle);  // names of lenses end in their powers
   view_->setTabKeyNavigation(false);
   view_->setCornerButtonEnabled(false);
   view_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -342,8 +343,8 @@ bool Grid::selectId(std::int64_t id) {
   return row >= 0;
 }
 
-bool Grid::selectKey(const QString& key) {
-  const int row = model_->findText(spec_.idField, key);
+bool Grid::selectWhere(std::string_view field, const QString& text) {
+  const int row = model_->findText(field, text);
   if (row >= 0) selectRow(row);
   return row >= 0;
 }

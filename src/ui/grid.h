@@ -79,7 +79,8 @@ class Grid : public QWidget {
   QString currentText(std::string_view field) const;
   double currentNumber(std::string_view field) const;
   bool selectId(std::int64_t id);
-  bool selectKey(const QString& key);
+  bool selectKey(const QString& key) { return selectWhere(spec_.idField, key); }
+  bool selectWhere(std::string_view field, const QString& text);
   void selectRow(int viewRow);
   int currentRow() const;  // place in the view; -1
   /// Rows that the operator has marked (all of them with Ctrl+A), in the order of the view.

@@ -4,6 +4,7 @@
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
 #include "ui/quiet_line.h"
+#include "ui/refused_input.h"
 #include "ui/scrolling.h"
 #include "ui/typed_ahead.h"
 
@@ -13,7 +14,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTabWidget>
@@ -24,7 +24,6 @@
 
 #include <map>
 #include <stdexcept>
-#include <tuple>
 
 namespace jxc::ui {
 
@@ -82,23 +81,6 @@ bool isMain(const CommandSpec& command) {
   return command.name == "btnOK" || command.name == "btnOk" || command.name == "btnSave";
 }
 
-/// Whether a notice refuses something: only then it leads to the input that it names.
-bool isRefusal(const QString& text) {
-  static const QRegularExpression words(
-      QStringLiteral("必须|不能|请选择|请输入|请填写|不正确|已存在|已经存在|重复|至少|为空|有误|无效|不存在"));
-  return text.contains(words);
-}
-
-/// Where a refusal names this input: at its beginning, behind 请选择 and the like, or in quotes; -1: it does not.
-qsizetype placeIn(const QString& refusal, const Field& field) {
-  QString name = field.label() ? field.label()->text() : qs(field.spec().label);
-  name = name.remove(u'&').remove(u'：').remove(u':').trimmed();
-  if (name.size() < 2) return -1;
-  const qsizetype at = refusal.indexOf(name);
-  const bool isNamed = at == 0 || (at > 0 && QStringView(u"择入写“【《").contains(refusal.at(at - 1)));
-  return isNamed ? at : -1;
-}
-
 /// Turns the pages around a widget so that it is seen.
 void turnPagesTo(QWidget* widget) {
   for (auto* around = widget; around && !around->isWindow(); around = around->parentWidget()) {
@@ -120,9 +102,9 @@ bool isMarkedElsewhere(const QWidget& widget) {
 class Screen::OwnPrompt : public MessageBoxPrompt {
  public:
   explicit OwnPrompt(Screen& screen) : MessageBoxPrompt(&screen), screen_(screen) {}
-  void notice(const QString& text) override {
-    MessageBoxPrompt::notice(text);
-    screen_.leadTo(text);
+  void refuse(const Refusal& refusal) override {
+    notice(refusal.text);
+    screen_.leadTo(refusal);
   }
   void say(const QString& text) override { screen_.say(text); }
 
@@ -152,7 +134,7 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<O
     if (!key.isEmpty() && !caption.contains(u'(')) caption += u'(' + key + u')';
     part->button->setText(caption);
     part->button->setAutoDefault(false);
-    if (screen_detail::isMain(command)) part->button->setProperty("main", true);
+    if (screen_detail::isMain(command) || command.key == "F5") part->button->setProperty("main", true);
     if (!command.tooltip.empty()) part->button->setToolTip(qs(command.tooltip));
     if (!key.isEmpty()) part->keys.emplace_back(key);
     CommandPart* kept = part.get();
@@ -424,22 +406,33 @@ QString Screen::said() const {
   return said_ ? said_->currentMessage() : QString();
 }
 
-void Screen::leadTo(const QString& refusal) {
-  if (!isVisible() || !screen_detail::isRefusal(refusal)) return;
-  Field* named = nullptr;
-  std::tuple<bool, qsizetype, qsizetype> best;  // out of sight, place, shortness of the name: the least is meant
-  for (const auto& field : fields_) {
-    const qsizetype at = screen_detail::placeIn(refusal, *field);
-    if (at < 0 || !field->isVisible() || !field->isEnabled() || field->isReadOnly()) continue;
-    const std::tuple found{!field->widget()->isVisible(), at, -qsizetype(field->spec().label.size())};
-    if (named && best <= found) continue;
-    named = field.get();
-    best = found;
+void Screen::leadTo(const Refusal& refusal) {
+  if (!isVisible()) return;
+  const auto toRow = [&] {
+    return !refusal.row.isEmpty() && std::any_of(grids_.begin(), grids_.end(), [&](Grid* grid) {
+      const bool isThere =
+          grid->isVisible() && (grid->selectWhere("g_sn", refusal.row) || grid->selectWhere("gl_djh", refusal.row));
+      if (isThere) grid->focusRows();
+      return isThere;
+    });
+  };
+  const bool isRow = refusal.about == Subject::Lines;
+  if (isRow && toRow()) return;
+  const std::string setting = refusal.about == Subject::Setting ? refusal.row.toStdString() : std::string();
+  const std::string_view settings[] = {setting};
+  for (const std::string_view name : setting.empty() ? inputsOf(refusal.about) : settings) {
+    const Field* described = hasField(name) ? &field(name) : nullptr;
+    auto* input = described ? described->widget() : findChild<QWidget*>(qs(name));
+    if (!input || !input->isEnabled() || (described && (!described->isVisible() || described->isReadOnly()))) continue;
+    if (isRow && !input->isVisible()) continue;  // of a list in sight: no page turns to another document
+    screen_detail::turnPagesTo(input);
+    if (described)
+      field(name).focus();
+    else
+      input->setFocus();
+    return screen_detail::bringIntoSight(input);
   }
-  if (!named) return;
-  screen_detail::turnPagesTo(named->widget());
-  named->focus();
-  screen_detail::bringIntoSight(named->widget());
+  toRow();
 }
 
 bool Screen::checkFields() {

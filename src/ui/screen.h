@@ -104,7 +104,7 @@ class Screen : public QDialog {
   /// What the inputs in sight say: "仓库：门店　日期：2026-05-01", for lists in files and on paper.
   QString inputsInWords() const;
 
-  /// Notices and questions of this screen, for the rules that it calls. A refusal that names an input leads to it.
+  /// Notices and questions of this screen, for the rules that it calls. A refusal leads to what it is about.
   Prompt& prompt();
   /// What was done, in a quiet line at the bottom; a screen reader reads it out. Empty: the line stands there for
   /// later.
@@ -152,7 +152,7 @@ class Screen : public QDialog {
   void orderTabs();
   void scrollWhenTooLarge(const QSize& room);
   void focusFirst();
-  void leadTo(const QString& refusal);
+  void leadTo(const Refusal& refusal);
   QPushButton* mainCommand() const;  // in sight and to be given now; null without
   bool runKey(const QKeySequence& key);
 

@@ -67,7 +67,8 @@ TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
   EXPECT_EQ(prompt.questions.last(), u"操作员“王芳”没有密码，任何人都可以用这个名称登录，确认不设密码吗？"_qs);
   execSql("update jxc_ckxx set ck_asn='100001,100002,',ck_aname=?", u"admin,王芳,");
   insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"}, {"a_name", u"admin"}});
-  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)), u"该操作员已发生过业务，不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)),
+            u"该操作员已发生过业务，不能删除！\r\n\r\n不再使用的话，可以停用。"_qs);
   execSql("delete from jxc_lsxsd");
   EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)), u"内置系统管理员不能删除！"_qs);
 
@@ -75,8 +76,8 @@ TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
   EXPECT_FALSE(deleteOperator(idOf(u"王芳"), prompt.willSayNo()));
   EXPECT_TRUE(deleteOperator(idOf(u"王芳"), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), u"您确定要删除当前操作员吗！"_qs);
-  EXPECT_EQ(lookupValue("select ck_asn from jxc_ckxx"), u"100001,"_qs)
-      << "the next operator gets her number, and must not get her warehouse";
+  EXPECT_EQ(lookupValue("select ck_asn from jxc_ckxx"), u"100001,"_qs) << "no warehouse names who is gone";
+  EXPECT_EQ(addOperator(draft(u"王芬"), prompt.willSayYes()), u"100003"_qs) << "her number is not given again";
 }
 
 TEST_F(OperatorsStory, CopiesAndOwnPassword) {

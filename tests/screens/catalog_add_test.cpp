@@ -106,6 +106,7 @@ TEST_F(CatalogAddTest, NumbersByHandAndHiddenInputs) {
     EXPECT_FALSE(s.field("g_sj3").isVisible());
     EXPECT_FALSE(s.field("comTcbl").isVisible());  // commissions need a right of their own
     press(s, "F5", QStringLiteral("商品编号必须填写！"));
+    EXPECT_TRUE(s.field("g_sn").hasFocus());
   });
 }
 

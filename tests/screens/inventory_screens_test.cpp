@@ -54,6 +54,7 @@ TEST_F(InventoryScreensTest, ATransferIsScannedPickedSavedAndAuditedWithoutTheMo
       press(line, "F5");
     });
     press(s, "F5", u"请选择调入仓库！"_qs);
+    EXPECT_TRUE(s.field("comCk2").hasFocus());
     choose(s, "comCk2", u"分店"_qs);
     type(s, "tnote", u"补货");
     save(s, kSaveTransfer);

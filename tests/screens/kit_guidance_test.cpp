@@ -1,6 +1,7 @@
 // How the kit leads an operator: into lists by a letter, to the input that was refused, past lists to the end, and out
 // only when nothing is lost.
 #include "core/habits.h"
+#include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "screens/harness/screen_test.h"
@@ -23,7 +24,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"tkh", "客户：", ui::FieldKind::Picker},
     {"tname", "单据备注：", ui::FieldKind::Text},
     {"tsl", "数量：", ui::FieldKind::Quantity},
-    {"ttele", "联系电话：", ui::FieldKind::Text},
+    {"tlxmc", "品牌名称：", ui::FieldKind::Text},
 };
 constexpr ui::ColumnSpec kColumns[] = {
     {"g_sn", "商品编号"},
@@ -43,19 +44,19 @@ class Guided : public ui::Screen {
     panel().form({"tkh", "tname tsl"}).grid("gridGoods");
     auto pages = panel();
     pages.page("one", u"一"_qs).stretch();
-    pages.page("two", u"二"_qs).form({"ttele"});
+    pages.page("two", u"二"_qs).form({"tlxmc"});
     panel().buttons("| btnOK btnCancel");
     field("tkh").onPick([this]() -> std::optional<ListItem> {
       const auto row = picker.pick();
       return row ? std::optional(ListItem{row->text("g_name"), row->text("g_sn")}) : std::nullopt;
     });
-    on(command("btnOK"), [this] { prompt().notice(refusal); });
+    on(command("btnOK"), [this] { isRefused(refusal, prompt()); });
   }
   ui::PickerScreen picker{{kPicker, [](const QString& typed) {
                              return Sql("select * from jxc_goods where g_jy=0 and g_name like ? order by g_sn",
                                         u'%' + typed + u'%');
                            }}};
-  QString refusal;
+  Refusal refusal;
 };
 
 /// Longer than a picker waits for a scanner, and a window for its display.
@@ -106,23 +107,28 @@ TEST_F(KitGuidance, ALetterOpensTheListAndTheFocusGoesOn) {
 
 TEST_F(KitGuidance, ARefusalLeadsToItsInputAndEnterToTheEnd) {
   Guided screen;
-  const std::pair<const char16_t*, const char*> led[] = {{u"请选择客户！", "tkh"},
-                                                         {u"数量不能为零！", "tsl"},
-                                                         {u"联系电话不正确，请重新输入！", "ttele"},
-                                                         {u"商品数量已保存", "tname"},                 // no refusal
-                                                         {u"该客户没有单据备注，不能继续", "tname"}};  // names none
+  const std::pair<Subject, const char*> led[] = {{Subject::Partner, "tkh"},
+                                                 {Subject::Quantity, "tsl"},
+                                                 {Subject::Brand, "tlxmc"},  // on the page behind
+                                                 {Subject::None, "tname"},   // of no input
+                                                 {Subject::Role, "tname"}};  // that this screen has not
   open(screen, [&](ui::Screen& s) {
-    for (const auto& [text, input] : led) {
+    for (const auto& [about, input] : led) {
       s.field("tname").focus();
-      screen.refusal = QString::fromUtf16(text);
-      press(s, "F5", screen.refusal);
-      EXPECT_TRUE(s.field(input).hasFocus()) << screen.refusal.toStdString();
+      screen.refusal = {u"不行！"_qs, about};
+      press(s, "F5", u"不行！"_qs);
+      EXPECT_TRUE(s.field(input).hasFocus()) << input;
     }
+    s.grid("gridGoods").load("select * from jxc_goods where g_sn in ('1','2') order by g_sn");
+    screen.refusal = {u"商品2不行！"_qs, Subject::Lines, u"2"_qs};
+    press(s, "F5", u"商品2不行！"_qs);
+    EXPECT_EQ(s.grid("gridGoods").currentText("g_sn"), "2");
+    EXPECT_TRUE(s.grid("gridGoods").view()->hasFocus());
     s.field("tname").focus();
     press(s, "Return");
     EXPECT_TRUE(s.field("tsl").hasFocus());
     press(s, "Return");  // past the list, to the page in sight
-    EXPECT_TRUE(s.field("ttele").hasFocus());
+    EXPECT_TRUE(s.field("tlxmc").hasFocus());
     press(s, "Return");
     EXPECT_TRUE(s.command("btnOK").hasFocus());
   });
@@ -162,24 +168,31 @@ TEST_F(KitGuidance, PowersHaveOneFormAndSortAsNumbers) {
   });
 }
 
-/// A name is cut only where that saves the list from scrolling to the side.
+/// A name is cut only where that saves the list from scrolling to the side, and keeps its end: the powers of lenses.
 TEST_F(KitGuidance, NamesAreWholeWhereTheListScrollsAnyway) {
-  const QString name = u"依视路钻晶膜岩一点六七非球面防蓝光树脂镜片长名"_qs;
-  execSql("update jxc_goods set g_name=? where g_sn='1'", name);
+  const QString name = u"依视路钻晶膜岩一点六七非球面防蓝光树脂镜片长名"_qs.repeated(2);
+  for (const char* goods : {"1", "2"})
+    execSql("update jxc_goods set g_name=? where g_sn=?", name + u"-3.0"_qs + goods, goods);
   Guided screen;
   open(screen, [&](ui::Screen& s) {
     auto& list = s.grid("gridGoods");
     auto* view = list.view();
-    list.load("select * from jxc_goods where g_sn='1'");
-    const int whole = view->fontMetrics().horizontalAdvance(name);
+    list.load("select * from jxc_goods where g_sn in ('1','2') order by g_sn");
+    const int whole = view->fontMetrics().horizontalAdvance(name + u"-3.01"_qs);
     pause();  // a window manager gives it the size that it opens with
     s.resize(420, s.height());
     pause();
     EXPECT_LT(view->columnWidth(1), whole);
     EXPECT_LE(view->horizontalHeader()->length(), view->viewport()->width());
+    view->clearSelection();
+    const auto drawn = [&](int row) {
+      return view->viewport()->grab(view->visualRect(view->model()->index(row, 1))).toImage();
+    };
+    EXPECT_NE(drawn(0), drawn(1)) << "two rows read the same";
     list.setCaption("g_qgd", QString(80, u'宽'));  // more than there is room for in any case
     list.load("select * from jxc_goods where g_sn='1' order by g_sn");
-    settle();
+    s.resize(900, s.height());
+    pause();
     EXPECT_GE(view->columnWidth(1), whole);
   });
 }

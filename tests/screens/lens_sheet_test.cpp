@@ -2,6 +2,7 @@
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 
@@ -72,6 +73,10 @@ TEST_F(LensSheetTest, AReceiptByPowersWithMissingArticlesMadeOnce) {
       put(sheet, u"2", "Right");
       put(sheet, u"3", "Down");
       EXPECT_EQ(shown(sheet), "6 - | 2 3 | - - | - -");
+      auto* spoken = QAccessible::queryAccessibleInterface(&cells(sheet));
+      EXPECT_TRUE(
+          spoken->tableInterface()->cellAt(1, 1)->text(QAccessible::Name).startsWith(u"-1.25 0.00 数量 3 库存 "))
+          << spoken->tableInterface()->cellAt(1, 1)->text(QAccessible::Name).toStdString();
       // Plain numbers go in from the cursor on; words, what is below zero and what lies outside are told.
       expectNotice(u"已填入 2 个数量。\r\n\r\n不是数量：2 处\r\n\r\n本单不能选的光度：0 处\r\n\r\n超出光度表：1 处"_qs);
       paste(sheet, "4\t5\nx\t-1\n\t\n9\t\n", 2, 0);
@@ -111,7 +116,7 @@ TEST_F(LensSheetTest, ASaleIsRefusedBeyondTheStockAndKeepsTheSheet) {
   open("F_Spxs", [&](ui::Screen& s) {
     press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
       paste(sheet, "2\t4\n\t8\n", 2, 0);
-      press(sheet, "F5", u"库存数量小于销售数量，不能出库！"_qs);
+      press(sheet, "F5", u"库存数量小于销售数量，不能出库！\r\n\r\n商品：10000004 清晰1.56+0.50"_qs);
       EXPECT_TRUE(sheet.isVisible());
       EXPECT_EQ(lookupValue("select count(*) from jxc_lsxssp"), "0");
       // A block that a sheet gave away goes in as it lies, although its corner is empty.
@@ -164,7 +169,7 @@ TEST_F(LensSheetTest, OnlyWhatTheDocumentOffersOpens) {
 TEST_F(LensSheetTest, ANewPowerComesInAtItsPlace) {
   open("F_Xsth", [&](ui::Screen& s) {
     press(s, "F12", "F_Jpgd", [&](ui::Screen& sheet) {
-      expectNotice(u"光度不正确！"_qs);
+      expectNotice(u"“近视”不是光度，请输入 -99 到 +99 之间的数！"_qs);
       enter(sheet, "tqgd", u"近视");
       enter(sheet, "tqgd", u"-2.5");
       enter(sheet, "tsgd", u"-1");

@@ -93,6 +93,21 @@ TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
   EXPECT_FALSE(session().canQtcz21);
 }
 
+TEST_F(OperatorScreens, WhoIsAnEmployeeTooIsProposedOnEachDocument) {
+  insertRow("jxc_user", {{"u_sn", "100002"},
+                         {"u_name", u"王芳"},
+                         {"u_jy", 0},
+                         {"u_cgpl", 0},
+                         {"u_xspl", 0},
+                         {"u_cg", 1},
+                         {"u_xs", 1},
+                         {"u_kc", 1}});
+  becomeOperator(QStringLiteral("王芳"), "100002", "100001");
+  for (const char* document :
+       {"F_Cgjh", "F_Cgth", "F_Spxs", "F_Xsth", "F_Kcdb", "F_Kcpd", "F_Bsby", "F_Cfkb", "F_Xjyh_Jk"})
+    open(document, [&](ui::Screen& s) { EXPECT_EQ(s.field("comUser").text(), "王芳") << document; });
+}
+
 TEST_F(OperatorScreens, OnesOwnPassword) {
   open("F_PwdModi", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("tname").text(), QStringLiteral("admin"));

@@ -117,8 +117,10 @@ TEST_F(ParamsTest, BoxesGoTogetherAndTheAdministratorAloneSeesTheMail) {
     EXPECT_FALSE(s.findChild<QWidget*>("RzGroupBox_EMail")->isHidden());
     EXPECT_TRUE(s.findChild<QWidget*>("RzGroupBox_Wx")->isHidden());
     click(s, "btnEmail", QStringLiteral("邮箱地址必须输入！"));
+    EXPECT_TRUE(s.field("temail").hasFocus()) << "on another page";
     type(s, "tjc", u"");
     press(s, "F5", QStringLiteral("公司信息必须填写！"));
+    EXPECT_TRUE(s.field("tjc").hasFocus());
     EXPECT_TRUE(s.isVisible());
     press(s, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
   });

@@ -179,8 +179,10 @@ TEST_F(ReceiptScreenTest, RefusalsInTheirOrderAndWaysOut) {
     EXPECT_EQ(shown(s, "tghs"), "宏达光学");
     EXPECT_EQ(s.field("tghs").key(), "100002");
     press(s, "F5", u"请选择经办人！"_qs);
+    EXPECT_TRUE(s.field("comUser").hasFocus());
     choose(s, "comUser", u"默认员工"_qs);
     press(s, "F5", u"请选择仓库！"_qs);
+    EXPECT_TRUE(s.field("comCk").hasFocus());
     choose(s, "comCk", u"主仓库"_qs);
     press(s, "F5", kSaveReceipt, Answer::No);
     EXPECT_EQ(lines(s), "2×1@120=120");
@@ -386,6 +388,7 @@ TEST_F(ReceiptScreenTest, WaitingDocumentsChangeAndGo) {
     EXPECT_EQ(s.grid("gridWaiting").rowCount(), 1);
     press(s, "F7", kAuditAll, Answer::Yes);
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
+    EXPECT_EQ(s.said(), "1 张已审核，0 张没有成功");
   });
   EXPECT_EQ(rows("select log_note from jxc_log where log_note like '%删除%' or log_note like '审核%' order by id"),
             "因删除单据的所有商品而删除采购进货单：CJ21050310003 | 删除采购进货单：CJ21050310001 | "

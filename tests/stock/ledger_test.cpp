@@ -118,14 +118,15 @@ TEST_F(LedgerTest, ShortageAddsUpLinesOfOneGoodsAndKnowsOnlyItsWarehouse) {
   execSql("insert into jxc_kcsp (kc_sl,kc_zsl,kc_cbj,g_sn,ck_sn) values (0.8,0.8,1,'A','100001')");
   for (const double quantity : {0.1, 0.7})
     insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"A"}, {"th_sl", quantity}});
-  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"), std::nullopt);  // 0.1 + 0.7 is 0.8
+  EXPECT_FALSE(checkStockShort("CT1", "100001", u"CT"));  // 0.1 + 0.7 is 0.8
   insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"A"}, {"th_sl", 0.01}});
   insertRow("jxc_thsp", {{"gl_djh", u"CT1"}, {"g_sn", u"00000000"}, {"th_sl", 99}});
-  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"),
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT").text,
             "该单据中至少一种商品库存不足，\r\n\r\n“A”：退货将会出现负库存，是否继续？");
-  EXPECT_EQ(checkStockShort("CT1", "100009", u"CT"), std::nullopt);
+  EXPECT_FALSE(checkStockShort("CT1", "100009", u"CT"));
   setParameter("cs_kc", 0);
-  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT"), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT").text, "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能退货！");
+  EXPECT_EQ(checkStockShort("CT1", "100001", u"CT").row, "A");
 }
 
 }  // namespace jxc::ledger_test

@@ -417,7 +417,9 @@ void TF_Cfkb::enterBarcode(const QString& code) {
   if (step_ == 0) {
     const QString goods =
         lookupValue("select top 1 g_sn from jxc_goods where g_sptm=? order by g_sn", sanitizeText(code));
-    if (!refused({{goods.isEmpty(), u"没有找到与该条码匹配的商品，请检查！"_qs}}, prompt())) pickWhole(goods);
+    if (!refused({{goods.isEmpty(), u"没有找到与该条码匹配的商品，请检查！\r\n\r\n条码："_qs + code, Subject::Barcode}},
+                 prompt()))
+      pickWhole(goods);
     return;
   }
   if (step_ == 2) showStep(1);

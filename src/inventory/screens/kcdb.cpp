@@ -86,10 +86,6 @@ class TF_Kcdb : public DocumentScreenOver<TransferDraft> {
     DocumentScreenOver::collect();
     draft().into = comCk2.key();
   }
-  void focusMissing() override {
-    if (comCk.key().isEmpty()) return comCk.focus();
-    if (comCk2.key().isEmpty() || comCk2.key() == comCk.key()) comCk2.focus();
-  }
   report::Report draftReport() override {
     report::Report report = DocumentScreenOver::draftReport();
     report.setText(u"ckOut", comCk.text());

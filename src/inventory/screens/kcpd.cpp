@@ -152,11 +152,7 @@ class TF_Kcpd : public DocumentScreenOver<DocumentDraft> {
 
  private:
   /// A draft that came back has none until it is chosen.
-  bool hasWarehouse() {
-    if (!refused({{comCk.key().isEmpty(), u"请选择仓库！"_qs}}, prompt())) return true;
-    comCk.focus();
-    return false;
-  }
+  bool hasWarehouse() { return !refused({{comCk.key().isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse}}, prompt()); }
   void showBook() {
     const bool blind = chkMp.isChecked();
     for (const std::string_view column : kBook)

@@ -1,5 +1,7 @@
 #include "masterdata/screens/goods_class_picker.h"
 
+#include "core/refusal.h"
+
 #include <QAction>
 #include <QLineEdit>
 #include <QTreeWidget>
@@ -38,7 +40,7 @@ void TF_Spxxgl_Class::activate() {
 
 void TF_Spxxgl_Class::take() {
   if (tree_->current()) return accept();
-  prompt().notice(QStringLiteral("请选择商品类别！"));
+  isRefused({u"请选择商品类别！"_qs, Subject::Class}, prompt());
 }
 
 namespace goods_class_picker_detail {

@@ -272,10 +272,6 @@ void DocumentScreen::lockWarehouse() {
   if (description_.linesHoldWarehouse) comCk.setReadOnly(!gridLines.isEmpty() && !chosenAnew);
 }
 
-void DocumentScreen::focusMissing() {
-  if (comCk.key().isEmpty()) comCk.focus();
-}
-
 /// Only lines that came back after the program was cut off stand here while the warehouse may still be chosen.
 void DocumentScreen::warehouseChanged() {
   if (!recalled_ || gridLines.isEmpty()) return;
@@ -428,10 +424,7 @@ bool DocumentScreen::save() {
   const SaveResult saved = saveDraft();
   // A second press that came meanwhile finds the command off: it would refuse the empty document that follows.
   QApplication::processEvents();
-  if (!saved) {
-    focusMissing();
-    return false;
-  }
+  if (!saved) return false;
   if (printsAtSave(documentFamily(saved.number))) printSaved(saved.number);
   lastDate_ = draft().date;
   initTab();

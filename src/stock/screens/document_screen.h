@@ -122,8 +122,6 @@ class DocumentScreen : public ui::Screen {
   virtual void linesChanged();
   /// Nothing is left of the draft, or it is left behind.
   virtual void draftGone() {}
-  /// Not saved: to the input that it lacks.
-  virtual void focusMissing();
   /// Enter in an empty barcode input.
   virtual void scanDone() { btnOK.setFocus(); }
   virtual LinePlace draftPlace();

@@ -169,7 +169,7 @@ void GoodsPickScreen::pickOne() {
 
 void GoodsPickScreen::addMarked() {
   const bool mayBe = tsl.number() > 0 || (tsl.number() == 0 && lines().quantities().zero);
-  if (refused({{!mayBe, u"默认添加数量必须大于0！"_qs}}, prompt())) return tsl.focus();
+  if (refused({{!mayBe, u"默认添加数量必须大于0！"_qs, Subject::Quantity}}, prompt())) return;
   QStringList goods;
   for (const Row row : gridGoods.selectedRows())
     goods << row.text("g_sn");

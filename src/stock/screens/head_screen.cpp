@@ -78,9 +78,9 @@ void HeadScreen::saveValue() {
   if (shown("tbzf")) edit.packing = field("tbzf").number();
   if (shown("chkYf")) edit.wePayFreight = field("chkYf").isChecked();
   if (refused({{edit.partner && edit.partner->isEmpty(),
-                u"请选择%1！"_qs.arg(QString::fromUtf16(partnerSide(family_->side).noun))},
-               {edit.salesperson->isEmpty(), u"请选择经办人！"_qs},
-               {edit.warehouse->isEmpty(), u"请选择仓库！"_qs}},
+                u"请选择%1！"_qs.arg(QString::fromUtf16(partnerSide(family_->side).noun)), Subject::Partner},
+               {edit.salesperson->isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+               {edit.warehouse->isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse}},
               prompt()))
     return;
   result_ = changeWaitingHead(*family_, number_, edit, prompt());

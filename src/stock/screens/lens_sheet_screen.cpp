@@ -194,9 +194,13 @@ class TF_Jpgd : public ui::Screen {
   bool addPower(const char* name, void (LensSheet::*add)(double)) {
     auto& input = field(name);
     if (current_ < 0 || input.isEmpty()) return false;
-    const auto power = ui::readNumber(input.trimmed());
+    const QString typed = input.trimmed();
+    const auto power = ui::readNumber(typed);
     input.clear();
-    if (refused({{!power || std::abs(*power) > kStrongest, u"光度不正确！"_qs}}, prompt())) return true;
+    if (refused({{!power || std::abs(*power) > kStrongest, u"“%1”不是光度，请输入 -99 到 +99 之间的数！"_qs.arg(typed),
+                  std::string_view(name) == "tqgd" ? Subject::Sphere : Subject::Cylinder}},
+                prompt()))
+      return true;
     (sheet().*add)(*power);
     showSheet();
     sheet_->focusCells();

@@ -144,11 +144,6 @@ void TradingScreen::draftGone() {
   partner.setReadOnly(false);
 }
 
-void TradingScreen::focusMissing() {
-  if (partner.key().isEmpty()) return partner.focus();
-  DocumentScreenOver::focusMissing();
-}
-
 LinePlace TradingScreen::draftPlace() {
   LinePlace place = DocumentScreenOver::draftPlace();
   place.partner = partner.key();

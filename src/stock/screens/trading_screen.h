@@ -54,7 +54,6 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
   void collect() override;
   void linesChanged() override;
   void draftGone() override;
-  void focusMissing() override;
   void scanDone() override { paid.focus(); }
   LinePlace draftPlace() override;
   LinePlace waitingPlace() override;

@@ -1,0 +1,70 @@
+#include "ui/refused_input.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace jxc::ui {
+namespace refused_input_detail {
+
+constexpr std::size_t kMost = 4;
+struct Inputs {
+  Subject subject;
+  std::array<std::string_view, kMost> names;
+};
+
+constexpr Inputs kInputs[] = {
+    {Subject::Name, {"tname", "g_qc", "g_name"}},
+    {Subject::Barcode, {"tSptm", "g_sptm"}},
+    {Subject::Number, {"g_sn"}},
+    {Subject::Class, {"gc_name", "treeLb"}},
+    {Subject::Unit, {"dw_name"}},
+    {Subject::Brand, {"tlxmc"}},
+    {Subject::Sphere, {"g_qgd", "tqgd"}},
+    {Subject::Cylinder, {"g_sgd", "tsgd"}},
+    {Subject::PurchasePrice, {"g_jj"}},
+    {Subject::SalePrice, {"g_sj"}},
+    {Subject::RetailPrice, {"g_lsj"}},
+    {Subject::LevelPrice1, {"g_sj1"}},
+    {Subject::LevelPrice2, {"g_sj2"}},
+    {Subject::LevelPrice3, {"g_sj3"}},
+    {Subject::LevelPrice4, {"g_sj4"}},
+    {Subject::LevelPrice5, {"g_sj5"}},
+    {Subject::OpeningStock, {"g_kc"}},
+    {Subject::OptometristsShare, {"tygtc"}},
+    {Subject::WorkshopsShare, {"tjgtc"}},
+    {Subject::SalesmansShare, {"txsytc"}},
+    {Subject::Partner, {"tghs", "tkh", "tKhName"}},
+    {Subject::Warehouse, {"comCk"}},
+    {Subject::WarehouseInto, {"comCk2"}},
+    {Subject::Employee, {"comUser"}},
+    {Subject::Employees, {"treeUser"}},
+    {Subject::Operators, {"treeAdmin"}},
+    {Subject::TillDuties, {"chkYg"}},
+    {Subject::Date, {"dateCg", "dateLx", "dateRz", "tdate1"}},
+    {Subject::Note, {"tnote"}},
+    {Subject::Lines, {"tSptm", "gridLines"}},
+    {Subject::Goods, {"tgname"}},
+    {Subject::Quantity, {"tsl", "tslcf"}},
+    {Subject::Discount, {"tdzl"}},
+    {Subject::Total, {"tzje"}},
+    {Subject::AccountInto, {"comYhzh1"}},
+    {Subject::AccountKind, {"ttype"}},
+    {Subject::Amount, {"tje", "tfyje", "tgsj"}},
+    {Subject::Role, {"comRole"}},
+    {Subject::Password, {"tpwd"}},
+    {Subject::PasswordAgain, {"tpwd1", "tnewpwd2"}},
+    {Subject::OldPassword, {"toldpwd"}},
+};
+
+}  // namespace refused_input_detail
+
+std::span<const std::string_view> inputsOf(Subject subject) {
+  using namespace refused_input_detail;
+  const auto* found = std::ranges::find(kInputs, subject, &Inputs::subject);
+  if (found == std::end(kInputs)) return {};
+  const auto& names = found->names;
+  return {names.begin(), std::ranges::find(names, std::string_view())};
+}
+
+}  // namespace jxc::ui
