@@ -70,10 +70,9 @@ void Grid::showPowers() {
   }
 }
 
-// Enough for what the first rows hold, so that as many columns as possible are seen at once.
+// Enough for what the first rows hold.
 void Grid::fitToRows() {
-  constexpr int kSample = 200;
-  constexpr int kWidest = 460;
+  constexpr int kSample = 200, kNarrowest = 5;  // rows, characters
   if (isEmpty() || !autoWidth_) return;
   const std::vector<int> before = fitted_;
   fitted_.clear();
@@ -85,8 +84,8 @@ void Grid::fitToRows() {
       width = std::max(width, metrics.horizontalAdvance(model_->cellText(row, i)));
     }
     if (column.use.sum) width = std::max(width, metrics.horizontalAdvance(footerText(column.field)) * 11 / 10);
-    if (column.width > 0) width = std::max(width, std::min(column.width, 8) * metrics.averageCharWidth());
-    width = std::min(width, kWidest) + 16;
+    if (column.width > 0) width = std::max(width, std::min(column.width, kNarrowest) * metrics.averageCharWidth());
+    width += 16;
     // Columns only grow: a list that is read anew must not jump.
     if (!before.empty()) width = std::max(width, before[static_cast<std::size_t>(i)]);
     fitted_.push_back(width);
@@ -96,31 +95,38 @@ void Grid::fitToRows() {
 
 void Grid::defaultWidths() {
   constexpr int kShortestText = 12;  // characters
+  constexpr int kWidest = 476;       // of a text, so that as many columns as possible are seen at once
   auto* header = view_->horizontalHeader();
   const int character = view_->fontMetrics().averageCharWidth();
-  const auto wished = [&](int i) {
+  const auto isText = [&](int i) { return spec_.columns[static_cast<std::size_t>(i)].kind == ColumnKind::Text; };
+  const auto whole = [&](int i) {
     if (!fitted_.empty()) return fitted_[static_cast<std::size_t>(i)];
     return grid_layout_detail::characters(spec_.columns[static_cast<std::size_t>(i)]) * character + 14;
   };
-  const auto isText = [&](int i) { return spec_.columns[static_cast<std::size_t>(i)].kind == ColumnKind::Text; };
+  const auto wished = [&](int i) { return isText(i) ? std::min(whole(i), kWidest) : whole(i); };
   // A text can still be told apart by its first characters, a number not.
   const auto spare = [&](int i) { return isText(i) ? std::max(0, wished(i) - kShortestText * character - 14) : 0; };
-  int total = 0, texts = 0, spares = 0;
+  int total = 0, texts = 0, spares = 0, lacks = 0;
   for (int i = 0; i < header->count(); ++i) {
     if (header->isSectionHidden(i)) continue;
     total += wished(i);
     texts += isText(i) ? wished(i) : 0;
     spares += spare(i);
+    lacks += whole(i) - wished(i);
   }
-  // Room that is left goes to the texts, and room that is missing comes from the long ones.
-  const int room = view_->viewport()->width() - total;
-  const int given = texts > 0 ? std::max(0, room) : 0;
-  // Unless the list scrolls to the side all the same: then nothing is won by cutting names off.
-  const int taken = -room <= spares ? std::max(0, -room) : 0;
+  // Room that is left goes to the texts, first to those that lack some, and room that is missing comes from the long
+  // ones. Unless the list scrolls to the side all the same: then nothing is won by cutting names off.
+  const int width = view_->viewport()->width(), room = width - total;
+  const bool scrolls = -room > spares;
+  const int filled = std::clamp(room, 0, lacks);
+  const int given = texts > 0 ? std::max(0, room - filled) : 0;
+  const int taken = scrolls ? 0 : std::max(0, -room);
   sizing_ = true;
   for (int i = 0; i < header->count(); ++i) {
     if (header->isSectionHidden(i)) continue;
-    const int more = isText(i) && given > 0 ? given * wished(i) / texts : 0;
+    const int lack = whole(i) - wished(i);
+    int more = isText(i) && given > 0 ? given * wished(i) / texts : 0;
+    more += scrolls ? std::min(lack, std::max(0, width - wished(i))) : lacks > 0 ? filled * lack / lacks : 0;
     const int less = taken > 0 ? (taken * spare(i) + spares - 1) / spares : 0;
     header->resizeSection(i, wished(i) + more - less);
   }

@@ -109,8 +109,6 @@ TF_Spxxgl::TF_Spxxgl()
   area.buttons("btnRAddQt btnRAddJp btnRAddPl btnModi2 btnDele2 btnMore btn_Export | btnCancel");
 
   gridSp.setMultiSelect(true);
-  // Names of lenses end in their powers: what is left out of a narrow column is the middle.
-  gridSp.view()->setTextElideMode(Qt::ElideMiddle);
   gridSp.setRowFilter([this](const RowSet& rows, bool areNew) {
     if (areNew) index_ = GoodsIndex(rows);
     // With the search on Enter the query has found the rows already.
