@@ -1,6 +1,7 @@
 #include "masterdata/screens/goods_class_tree.h"
 
 #include "masterdata/goods_class_move.h"
+#include "ui/field.h"
 
 #include <QAction>
 #include <QDropEvent>
@@ -265,6 +266,12 @@ bool GoodsClassTree::eventFilter(QObject* watched, QEvent* event) {
       if (action->objectName() != QLatin1String(wanted)) continue;
       if (const auto chosen = current(); chosen && !(notForRoot && chosen->isRoot())) action->trigger();
       return true;
+    }
+    // The tree itself would look at names alone, in which nobody types Chinese by letters.
+    if (ui::isTypedLetter(key)) {
+      tname_->setFocus();
+      tname_->selectAll();
+      return QCoreApplication::sendEvent(tname_, event);
     }
   }
   return QWidget::eventFilter(watched, event);
