@@ -43,7 +43,7 @@ AuditScreen::AuditScreen(const AuditScreenSpec& spec)
       rules_(spec.rules()),
       difference_(new QLabel(this)) {
   difference_->setObjectName(QStringLiteral("lDifference"));
-  difference_->setProperty("explanation", true);
+  difference_->setProperty("warning", true);  // where money goes that nobody paid is never said in grey
   const std::string_view own[] = {spec.paid};
   ui::refuseUnknownParts(spec.screen, {audit_screen_detail::kParts, own});
   const std::string amounts = "tyfje " + std::string(spec.paid);
