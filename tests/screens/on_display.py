@@ -20,10 +20,7 @@ def main():
         return 77
     display = Display("1280x720")  # the smallest that every screen has to fit
     try:
-        # Where the focus is behind a screen that a figure of the day opened depends there on when the window manager
-        # hands it back: that is looked at off-screen.
-        left_out = "PrintServer*:BusinessScreens.TheMainWindowShowsTheDay*"
-        words = [sys.argv[1], "--gtest_brief=1", f"--gtest_filter=-{left_out}", *sys.argv[2:]]
+        words = [sys.argv[1], "--gtest_brief=1", "--gtest_filter=-PrintServer*", *sys.argv[2:]]
         return subprocess.run(words, env=dict(display.env, QT_QPA_PLATFORM="xcb"), check=False).returncode
     finally:
         display.close()

@@ -197,9 +197,10 @@ void DayBoard::show(const RowSet& rows) {
     figures_.push_back(figure);
   }
   title_->setVisible(!figures_.empty());
+  if (shown_) shown_();
+  // When it is seen: a window that is not active would forget that a hidden one is to have the keys.
   if (place >= 0 && !figures_.empty())
     figures_[static_cast<std::size_t>(std::min<std::ptrdiff_t>(place, std::ssize(figures_) - 1))]->setFocus();
-  if (shown_) shown_();
 }
 
 int DayBoard::arrangeIn(int width) {
