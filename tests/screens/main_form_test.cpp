@@ -8,6 +8,7 @@
 #include "core/screens/command_tile.h"
 #include "core/screens/login.h"
 #include "core/start_reminders.h"
+#include "harness/files.h"
 #include "screens/harness/screen_test.h"
 #include "ui/skin.h"
 
@@ -179,6 +180,21 @@ TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
   pressIn(form, "F2");
   settle();
   mainFormHooks() = {};
+}
+
+TEST_F(MainFormTest, HelpWithoutABrowserSaysWhereItStands) {
+  writeBytes(file(u"readme.htm"_qs), "<p>帮助</p>");
+  const QByteArray path = qgetenv("PATH"), browser = qgetenv("BROWSER");
+  qputenv("PATH", file(u"nothing"_qs).toLocal8Bit());
+  qunsetenv("BROWSER");
+  TF_MainForm form;
+  form.formActivate();
+  expectNotice(u"本机没有可以打开帮助文档的浏览器，请安装浏览器后再按F1。\r\n\r\n帮助文档："_qs +
+               file(u"readme.htm"_qs));
+  pressIn(form, "F1");
+  EXPECT_EQ(expectationsLeft(), 0);
+  qputenv("PATH", path);
+  if (!browser.isEmpty()) qputenv("BROWSER", browser);
 }
 
 TEST_F(MainFormTest, CommandsAreFoundByNameAndInitials) {

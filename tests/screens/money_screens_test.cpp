@@ -126,6 +126,7 @@ TEST_F(MoneyScreens, OverviewShowsDetailSumsSettlesAndRepairs) {
       check(form, "chkQk", true);
       press(form, "F5");
     });
+    EXPECT_EQ(s.said(), "单据 XS21050110001 已清款");
     press(s, "F6", QStringLiteral("该单据不欠款，不需要收款！"));
   });
   EXPECT_EQ(owes(), 60);

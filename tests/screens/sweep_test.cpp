@@ -28,6 +28,12 @@ TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
     EXPECT_EQ(screen.objectName().toStdString(), name);
     EXPECT_FALSE(titles.contains(screen.windowTitle())) << screen.windowTitle().toStdString() << " stands twice";
     titles.insert(screen.windowTitle());
+    // A display of 1366×768 less a panel and a frame holds it without a scroll bar around it all.
+    const QSize least = screen.minimumSizeHint();
+    EXPECT_LE(least.width(), 1350) << screen.windowTitle().toStdString();
+    // Where a display is narrow, inputs take more lines.
+    EXPECT_LE(least.height(), screen.screen()->availableSize().width() < 1280 ? 730 : 690)
+        << screen.windowTitle().toStdString();
     for (const auto* field : screen.fields()) {
       const auto& spec = field->spec();
       if (!spec.column.empty()) {
@@ -88,6 +94,11 @@ TEST_F(ScreenTest, EveryScreenOpensAndTakesTextsOfAnyLength) {
         grid->waitLoaded();
         grid->selectRow(0);
       }
+      // What F5 does is what the screen is for, and looks like it.
+      const auto shown = screen.findChildren<QPushButton*>();
+      const auto isF5 = [](auto* button) { return button->isVisible() && button->text().contains(u"F5"_qs); };
+      const auto isMain = [](auto* button) { return button->isVisible() && button->property("main").toBool(); };
+      EXPECT_EQ(std::ranges::any_of(shown, isF5), std::ranges::count_if(shown, isMain) == 1);
       EXPECT_LE(screen.width(), 1280) << screen.windowTitle().toStdString();
       // Where a display is narrow, inputs take more lines.
       EXPECT_LE(screen.height(), std::max(720, screen.screen()->availableSize().height()))

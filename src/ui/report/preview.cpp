@@ -123,7 +123,6 @@ TF_Preview::TF_Preview() : Screen(preview_detail::kScreen) {
       .row("tfind btnNext btnPrev | comZoom tpage")
       .widget(paper, 1)
       .buttons("btnFaults | btnPdf btnPng btnDirect btnPrint btnClose");
-  command("btnPrint").setProperty("main", true);
   field("tpage").widget()->setMaximumWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 8);
 
   std::vector<ListItem> zooms{{QStringLiteral("页宽"), QStringLiteral("w")},
