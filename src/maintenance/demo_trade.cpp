@@ -20,6 +20,9 @@ namespace demo_trade_detail {
 constexpr std::size_t kRemembered = 300;  // sales that a customer may still bring something back from
 constexpr int kLongestReceipt = 24;       // lines
 constexpr int kTries = 8;
+// So many of the customers by name move away after the first weeks, and are not seen again.
+constexpr std::size_t kMovedAway = 6;
+constexpr int kDaysBeforeTheyMove = 40;
 
 }  // namespace demo_trade_detail
 
@@ -57,6 +60,13 @@ const QString& Trade::salesperson(int warehouse) {
   if (warehouse == 0 && who < 180) return staff_.employees[3];
   const auto first = static_cast<std::size_t>(warehouse == 0 ? 1 : 0);
   return staff_.employees[who < 640 ? first : 4];
+}
+
+const QString& Trade::customerByName() {
+  using namespace demo_trade_detail;
+  auto who = static_cast<std::size_t>(random_.below(static_cast<int>(staff_.people.size())));
+  if (who < kMovedAway && opened_.daysTo(day_) > kDaysBeforeTheyMove) who += kMovedAway;
+  return staff_.people[who];
 }
 
 /// An article of which the warehouse has so many; -1 when a few draws find none.
@@ -183,6 +193,11 @@ bool Trade::saveSale(int warehouse, const QString& customer, const std::vector<P
     draft.settlement = Settlement::RestOnAccount;
     draft.paid = 0;
     draft.note = QStringLiteral("月结");
+    // It goes there by courier, whom they pay for small parcels.
+    const auto pieces = static_cast<int>(lines.size());
+    draft.freight = 5 + 2 * pieces;
+    draft.packing = pieces > 8 ? 10 : 0;
+    draft.wePayFreight = pieces > 5;
   } else if (known && random_.chance(550)) {  // a deposit now, the rest when the glasses are fetched
     draft.settlement = Settlement::RestOnAccount;
     draft.paid = static_cast<int>(draft.payable * random_.between(3, 7) / 100) * 10;
@@ -210,7 +225,7 @@ bool Trade::sell(int season) {
   workAs(warehouse == 0 ? staff_.seller : staff_.manager);
   const std::vector<Pick> lines = basket(warehouse, season);
   const QString customer =
-      random_.chance(620) || staff_.people.empty() ? QString::fromUtf16(builtInSn) : random_.oneOf(staff_.people);
+      random_.chance(620) || staff_.people.empty() ? QString::fromUtf16(builtInSn) : customerByName();
   return !lines.empty() && saveSale(warehouse, customer, lines, false);
 }
 

@@ -56,7 +56,10 @@ class Trade {
 
   /// The operator at work from now on.
   void workAs(const Operator& who);
-  void beginDay(const QDate& day) { day_ = day; }
+  void beginDay(const QDate& day) {
+    day_ = day;
+    if (!opened_.isValid()) opened_ = day;
+  }
 
   // Each makes one document of this day, or none when there is nothing to do it with. True: it did.
   bool sell(int season);
@@ -117,6 +120,7 @@ class Trade {
   QString account();
   int taxOf(const QString& supplier) const;
   const QString& salesperson(int warehouse);
+  const QString& customerByName();
   int inStock(const Weighted& choice, int warehouse, int quantity);
   void addPick(std::vector<Pick>& lines, int index, int quantity, int discount);
   std::vector<Pick> glasses(int warehouse);
@@ -142,7 +146,7 @@ class Trade {
   const Staff staff_;
   Random& random_;
   ShopPrompt prompt_;
-  QDate day_;
+  QDate day_, opened_;
   int documents_ = 0;
   /// Articles to order, by supplier and warehouse, in the order in which they ran low.
   std::map<std::pair<int, int>, std::vector<int>> wanted_;

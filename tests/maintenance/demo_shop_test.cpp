@@ -44,6 +44,7 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_GT(lookupNumber("select count(*) from jxc_lsxssp where gl_djh not in (select gl_djh from jxc_lsxsd)"), 0);
   EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_hkje>0"), 0);
   EXPECT_GT(lookupNumber("select count(*) from jxc_jhd where j_chkrq>j_jhrq"), 0) << "a receipt dated back";
+  EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_yf>0 and ls_status=1"), 0) << "a parcel";
 
   // What statistics tell apart: so many different values of each.
   const std::pair<const char*, int> kinds[] = {

@@ -47,13 +47,15 @@ constexpr const char *kFirstDay = "2021-08-01", *kLastDay = "2021-08-31";
 class EnquirySweep : public ScreenTest {
  protected:
   EnquirySweep() {
-    dataModule().installAccountDb(openEmpty());
+    dataModule().installAccountDb(openEmpty(Story::Long));
     buildDemoShop({.months = 1, .seed = 3, .goods = 40, .documentsADay = 4, .lastDay = QDate(2021, 8, 31)});
     setClock(QStringLiteral("2021-08-31 20:00:00"));
     bringTemplates();
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { previewed_.push_back(pages); };
     // All happened in this month, the stock that the shop opened with too.
     execSql("update jxc_goodslist set gl_kdrq=? where gl_kdrq<?", kFirstDay, kFirstDay);
+    // A receipt that came with freight.
+    execSql("update jxc_jhd set j_yf=20,j_yffs='我方付运费' where id=(select min(id) from jxc_jhd where j_status=1)");
     // The first and the last second of the shop's time each have a row.
     for (const DateColumn& each : kDates)
       for (const auto& [pick, second] :
@@ -114,7 +116,12 @@ class EnquirySweep : public ScreenTest {
     for (const EnquirySpec* enquiry : ui::registeredEnquiries())
       open(enquiry->name, [&](ui::Screen& screen) {
         auto& s = dynamic_cast<ui::EnquiryScreen&>(screen);
-        for (const ui::EnquiryTab& tab : enquiry->tabs)
+        // Of a desk, that of somebody who has done something; of partners all.
+        if (enquiry->name == "F_Ywygl") s.grid(enquiry->side->grid.name).selectRow(1);
+        for (const ui::EnquiryTab& tab : enquiry->tabs) {
+          // Who stayed away in a month stayed away for days.
+          for (const ui::Criterion& each : tab.criteria)
+            if (each.asks == ui::Asks::Amount) s.field(each.name).setText(u"3"_qs);
           for (const EnquiryView& view : tab.views) {
             SCOPED_TRACE(::testing::Message() << enquiry->name << ' ' << view.grid.name);
             s.showView(view.grid.name);
@@ -122,6 +129,7 @@ class EnquirySweep : public ScreenTest {
             list.waitLoaded();
             visit(s, tab, view, list);
           }
+        }
       });
   }
 
@@ -306,9 +314,10 @@ TEST_F(EnquirySweep, ListsSumPrintAndExportWhatTheirStatementsGive) {
 }
 
 TEST_F(EnquirySweep, TwoOperatorsAtOnceGetWhatEachGetsAlone) {
-  if (onServer()) GTEST_SKIP() << "what a test does there is one transaction, which no other reader sees";
-  accountDb().backupTo(file(u"jxc.mdb"_qs));
-  dataModule().installAccountDb(openSqlite(file(u"jxc.mdb"_qs)));
+  if (!onServer()) {  // in memory there is no second connection
+    accountDb().backupTo(file(u"jxc.mdb"_qs));
+    dataModule().installAccountDb(openSqlite(file(u"jxc.mdb"_qs)));
+  }
   const auto open = accountDb().readerOpener();
   const std::unique_ptr<Database> stations[]{open(), open()};
   const auto asked = [&](int station, const Question& question) {
@@ -362,7 +371,7 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
   int withheld = 0;
   everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
     ui::Chart chart(list, view.chart.label.empty() ? ui::ChartSpec{view.grid.columns[0].field} : view.chart);
-    const QString tabs = list.tabSeparated(false);
+    const QStringList copied = list.tabSeparated(false).section(u'\n', 0, 0).trimmed().split(u'\t');
     const auto* model = list.view()->model();
     QMenu menu;
     list.fillMenu(menu);
@@ -378,7 +387,7 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
       EXPECT_EQ(list.footerText(column.field), QString());
       for (const auto& each : list.exportColumns())
         EXPECT_NE(each.caption, caption);
-      EXPECT_FALSE(tabs.contains(caption));
+      EXPECT_FALSE(copied.contains(caption));
       for (const auto* action : menu.findChildren<QAction*>())
         EXPECT_NE(action->text(), caption);
       chart.setMeasure(column.field);
@@ -388,7 +397,7 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
         EXPECT_TRUE(model->data(cell).toString().isEmpty() && model->data(cell, Qt::EditRole).isNull());
       }
       if (list.isEmpty()) continue;
-      EXPECT_TRUE(ui::gridReport(list).prepare().find(caption).empty());
+      EXPECT_FALSE(ui::gridReport(list).prepare().lines(0).join(u'\t').split(u'\t').contains(caption));
       if (view.paper.empty()) continue;
       previewed_.clear();
       click(s, "btn_Prin");
@@ -405,8 +414,13 @@ TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
   ui::enquiryServices().openDocument = [](const QString& number, ui::Screen&) { opened = number; };
   beAdmin();
   int led = 0;
+  QStringList empty;
   everyList([&](ui::EnquiryScreen& s, const ui::EnquiryTab&, const ui::EnquiryView& view, ui::Grid& list) {
-    if (list.isEmpty() || (view.leads.view.empty() && view.leads.document.empty())) return;
+    if (view.leads.view.empty() && view.leads.document.empty()) return;
+    if (list.isEmpty()) {
+      empty << ui::qs(s.enquiry().name) + u' ' + ui::qs(view.grid.name);
+      return;
+    }
     opened.clear();
     const int rows = list.rowCount();
     for (int tried = 0; opened.isEmpty() && tried < std::min(rows, 12); ++tried) {
@@ -432,6 +446,7 @@ TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
     ++led;
   });
   EXPECT_GT(led, 10);
+  EXPECT_EQ(empty, QStringList());
   ui::enquiryServices() = services;
 }
 

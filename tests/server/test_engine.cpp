@@ -70,6 +70,16 @@ class Slot {
     native_ = std::make_unique<Native>(address_);
   }
 
+  /// What was kept goes with the process that kept it.
+  ~Slot() {
+    try {
+      server_.run("drop database if exists " + name_ + "_copy with (force)");
+    } catch (const std::exception&) {  // the server is gone, and the copy with it
+    }
+  }
+  Slot(const Slot&) = delete;
+  Slot& operator=(const Slot&) = delete;
+
   std::unique_ptr<Database> open() {
     // Counters go on when a transaction is taken back; a test expects them where the pattern left them.
     native_->run(
@@ -160,10 +170,10 @@ bool onServer() {
   return server;
 }
 
-std::unique_ptr<Database> openEmpty() {
+std::unique_ptr<Database> openEmpty(Story story) {
   if (!onServer()) return openSqlite(QStringLiteral(":memory:"));
   static test_engine_detail::Slot slot("empty", [](Database&) {});
-  return slot.open();
+  return story == Story::Long ? slot.openCopy() : slot.open();
 }
 
 std::unique_ptr<Database> openFresh(Story story) {

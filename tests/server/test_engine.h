@@ -13,10 +13,12 @@ namespace jxc::test {
 /// does is taken back when its connection ends.
 bool onServer();
 
-/// Without tables.
-std::unique_ptr<Database> openEmpty();
-/// What a server takes back at the end of a test grows with what was done: a long story gets a database that it keeps.
+/// What a server takes back at the end of a test grows with what was done: a long story gets a database that it keeps,
+/// and that other connections see.
 enum class Story { Short, Long };
+
+/// Without tables.
+std::unique_ptr<Database> openEmpty(Story story = Story::Short);
 
 /// A fresh account set: all tables, upgraded. Made once a process, or once a server.
 std::unique_ptr<Database> openFresh(Story story = Story::Short);
