@@ -72,6 +72,7 @@ bool saveWithPanels(ui::Screen& screen, const QDir& folder, const QString& name)
   auto* tabs = screen.findChild<QTabWidget*>();
   const int panels = tabs ? tabs->count() : 1;
   for (int panel = 0; panel < panels; ++panel) {
+    if (tabs && !tabs->isTabVisible(panel)) continue;  // not offered by the parameters
     if (panel > 0) tabs->setCurrentIndex(panel);
     settle();
     for (QWidget* part : screen.findChildren<QWidget*>())  // also those of a list that stands in a panel

@@ -59,6 +59,9 @@ namespace enquiry_screen_detail {
 bool holds(std::string_view names, std::string_view name);
 bool isBox(Asks asks);
 bool isPeriod(Asks asks);
+inline constexpr int kGap = 6;  // between two buttons
+/// How wide a line may be on the display of a window.
+int roomOf(const QWidget& window);
 /// Keys of what figures may be compared with.
 inline constexpr QStringView kPeriodBefore = u"before", kLastYear = u"year";
 

@@ -321,12 +321,41 @@ void EnquiryScreen::showCommands() {
     arrange(each);
   for (const EnquiryCommand& each : enquiry_.commands)
     arrange(each);
-  const bool hasChart = std::ranges::any_of(commandSpecs, [](const auto& each) { return each.name == "btn_Chart"; });
-  if (!hasChart) return;
-  auto& button = command("btn_Chart");
-  button.setVisible(!now.shown->spec->chart.label.empty());
-  const bool drawn = now.shown->list->isHidden();
-  button.setText(drawn ? QStringLiteral("列表(Ctrl+T)") : QStringLiteral("图表(Ctrl+T)"));
+  if (std::ranges::any_of(commandSpecs, [](const auto& each) { return each.name == "btn_Chart"; })) {
+    auto& button = command("btn_Chart");
+    button.setVisible(!now.shown->spec->chart.label.empty());
+    const bool drawn = now.shown->list->isHidden();
+    button.setText(drawn ? QStringLiteral("列表(Ctrl+T)") : QStringLiteral("图表(Ctrl+T)"));
+  }
+  placeCommands();
+}
+
+int EnquiryScreen::roomOfCommands() {
+  return enquiry_screen_detail::roomOf(*this) - command(enquiry_.leave).sizeHint().width() -
+         enquiry_screen_detail::kGap;
+}
+
+// What another list has takes no room in the lines of this one.
+void EnquiryScreen::placeCommands() {
+  const auto boxOf = [this](int line) { return static_cast<QBoxLayout*>(lines_->layout()->itemAt(line)->layout()); };
+  const int most = lines_->layout()->count(), room = roomOfCommands();
+  for (int line = 0; line < most; ++line)
+    while (const QLayoutItem* item = boxOf(line)->takeAt(0))
+      delete item;
+  int line = 0, used = 0;
+  for (QPushButton* button : row_) {
+    // Before its window was first shown every button is hidden; these were told to be.
+    if (button->isHidden() && button->testAttribute(Qt::WA_WState_ExplicitShowHide)) continue;
+    const int width = button->sizeHint().width() + enquiry_screen_detail::kGap;
+    if (used > 0 && used + width > room && line + 1 < most) {
+      boxOf(line++)->addStretch(1);
+      used = 0;
+    }
+    boxOf(line)->addWidget(button);
+    used += width;
+  }
+  boxOf(line)->addStretch(1);
+  boxOf(line)->addWidget(&command(enquiry_.leave));
 }
 
 void EnquiryScreen::readRights() {

@@ -157,9 +157,6 @@ class Lines {
   int room_, used_ = 0;
 };
 
-constexpr int kGap = 8;  // between two buttons
-
-/// How wide a line may be on the display of a window.
 int roomOf(const QWidget& window) {
   constexpr int kWidest = 1200, kAround = 60, kLeast = 400;
   return window.screen() ? std::clamp(window.screen()->availableSize().width() - kAround, kLeast, kWidest) : kWidest;
@@ -245,14 +242,16 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
   });
   bindOwn("btn_Prin", [this] { print(); });
   bindOwn("btn_Export", [this] { exportList(); });
-  // As many lines as the display makes of them; the way out stands at the end of the last one.
-  const auto widthOf = [&](std::string_view name) { return command(name).sizeHint().width() + kGap; };
-  enquiry_screen_detail::Lines lines(enquiry_screen_detail::roomOf(*this) - widthOf(spec.leave));
+  // As many lines as the display makes of all of them.
+  enquiry_screen_detail::Lines lines(roomOfCommands());
   std::istringstream names(row);
-  for (std::string name; names >> name;)
-    lines.add(name, widthOf(name));
+  for (std::string name; names >> name;) {
+    row_.push_back(&command(name));
+    lines.add(name, row_.back()->sizeHint().width() + kGap);
+  }
+  auto bottom = around.area(lines_, 0);
   for (const std::string& line : lines.all())
-    around.buttons(&line == &lines.all().back() ? line + ' ' + std::string(spec.leave) : line);
+    bottom.buttons(&line == &lines.all().back() ? line + ' ' + std::string(spec.leave) : line);
   bindCommands(spec.commands);
   if (!pages_) return;
   connect(pages_, &QTabWidget::currentChanged, this, [this] {

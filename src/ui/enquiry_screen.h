@@ -116,6 +116,8 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void focusValues(View& view);
   void readRights();
   void showCommands();
+  void placeCommands();
+  int roomOfCommands();
   void run(const EnquiryCommand& command);
   void previewRule(const EnquiryCommand& command);
   void print();
@@ -126,7 +128,9 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   std::vector<std::unique_ptr<Tab>> tabs_;
   Grid* side_ = nullptr;
   QTabWidget* pages_ = nullptr;
-  QString sideKey_;  // of its row that the tabs follow
+  QString sideKey_;                // of its row that the tabs follow
+  std::vector<QPushButton*> row_;  // the commands below the lists, but for the way out
+  QWidget* lines_ = nullptr;       // in which they stand, at the end of the last one the way out
   std::map<const EnquiryCommand*, bool> allowed_;
   bool opened_ = false;  // at least once
   bool filling_ = false;

@@ -121,7 +121,7 @@ TEST_P(StatementScreen, APartnerIsFoundWhileOneTypesAndHisPaperEndsAtHisBalance)
                        .arg(found.rowCount())
                        .arg(noun),
                    Answer::Yes);
-    press(s, "F8", u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(programDirectory()));
+    press(s, "F7", u"生成了 %1 份对账单，保存在：\r\n\r\n%2"_qs.arg(found.rowCount()).arg(programDirectory()));
     EXPECT_EQ(QDir(programDirectory()).entryList({QStringLiteral("*.pdf")}).size(), found.rowCount());
   });
 }

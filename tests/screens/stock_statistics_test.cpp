@@ -29,7 +29,7 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
     EXPECT_EQ(sums.footerText("cksl"), "2.00");
     press(screen, "F6", u"取消审核操作只能在“明细表”进行。"_qs);
     click(screen, "btn_Preview", u"取消审核操作只能在“明细表”进行。"_qs);
-    press(screen, "F8", u"价格同步作只能在“明细表”进行。"_qs);
+    press(screen, "F7", u"价格同步作只能在“明细表”进行。"_qs);
 
     sums.selectRow(0);
     enquiry.follow();
@@ -37,7 +37,7 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
     ASSERT_EQ(&enquiry.shown(), &lines);
     ASSERT_EQ(lines.rowCount(), 1);
     EXPECT_EQ(lines.currentText("dnote"), u"商品报损");
-    press(screen, "F8", "F_Jxctj_Tb", [](ui::Screen& repair) {
+    press(screen, "F7", "F_Jxctj_Tb", [](ui::Screen& repair) {
       EXPECT_EQ(repair.field("tdate1").text(), u"2021-05-02");
       EXPECT_EQ(repair.field("comCk").key(), u"100001");
       press(repair, "Esc");

@@ -68,9 +68,10 @@ constexpr ui::CommandSpec kListCommands[] = {
     {"btnModi", "修改", "F4"},
     {"btnDele", "删除", "Ctrl+D"},
     {"btn_ChaKan", "查看单据", "F8"},
-    {"btn_Prin", "打印", "Ctrl+P"},
+    {"btn_Dydj", "打印单据", "Ctrl+P"},
+    {"btn_Prin", "打印列表", "F7"},
     {"btn_Check", "审核全部", "F6"},
-    {"btnPreview", "预览影响", "F7"},
+    {"btnPreview", "预览影响", "F9"},
     {"btn_Export", "导出", "Ctrl+S"},
     {"btnCancel", "退出", "Esc"},
 };
@@ -163,7 +164,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   panel()
       .row("tdate1 tdate2 btnDate tKhName tkey btnSearch1 |")
       .grid("gridList")
-      .buttons("btnAdd btnModi btnDele btn_ChaKan btn_Prin btn_Export | btnPreview btn_Check btnCancel");
+      .buttons("btnAdd btnModi btnDele btn_ChaKan btn_Dydj btn_Prin btn_Export | btnPreview btn_Check btnCancel");
   list.setCaption("name", jxc::words(words_.side->noun));
   tKhName.setLabel(jxc::words(words_.side->noun) + u"："_qs);
   tKhName.onPick(words_.pickPartner);
@@ -184,14 +185,15 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
                      [this] { refresh(); });
   });
   on(command("btnPreview"), [this] { preview(); });
-  on(command("btn_ChaKan"), [this] { showDocument(); });
+  on(command("btn_ChaKan"), [this] { bringToPaper(PrintWay::Preview); });
+  on(command("btn_Dydj"), [this] { bringToPaper(PrintWay::Ask); });
   on(command("btn_Prin"), [this] { printList(); });
   bindMenu();
   list.setRowLook([](const Row& row) { return row.flag("k_check") ? ui::RowLook::Normal : ui::RowLook::Warning; });
 }
 
 void PartnerDocumentScreen::bindMenu() {
-  for (const char* each : {"btnModi", "btnDele", "btn_ChaKan"})
+  for (const char* each : {"btnModi", "btnDele", "btn_ChaKan", "btn_Dydj"})
     list.addMenuCommand(command(each).text(), [this, each] { command(each).click(); });
   QAction* audit = list.addMenuCommand(QStringLiteral("审核(&Z)"), [this] { auditOrCancel(); });
   list.onCurrentChanged([this, audit] {
@@ -268,10 +270,10 @@ void PartnerDocumentScreen::auditOrCancel() {
   refresh();  // also when another station was quicker: then the list shows what it did
 }
 
-void PartnerDocumentScreen::showDocument() {
+void PartnerDocumentScreen::bringToPaper(PrintWay way) {
   if (list.isEmpty()) return;
   const QString number = list.currentText("gl_djh");
-  sendToPaper(partnerDocumentReport(*words_.side, words_.kind, number), PrintWay::Preview, this, number);
+  sendToPaper(partnerDocumentReport(*words_.side, words_.kind, number), way, this, number);
 }
 
 void PartnerDocumentScreen::printList() {

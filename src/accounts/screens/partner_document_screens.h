@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accounts/partner_documents.h"
+#include "output/screens/print_outlet.h"
 #include "ui/screen.h"
 
 #include <optional>
@@ -39,7 +40,7 @@ class PartnerDocumentScreen : public ui::Screen {
   void modify();
   void remove();
   void auditOrCancel();
-  void showDocument();
+  void bringToPaper(PrintWay way);
   void printList();
   void preview();
   QString partner() const;

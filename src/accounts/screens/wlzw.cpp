@@ -134,8 +134,8 @@ struct Statement {
        .views = "gridDj",
        .elsewhere = joined<Text::taken, "只能在单据表进行！">,
        .rule = settle},
-      {.name = "btn_ChaKan", .caption = "查看单据", .key = "F7", .views = "gridDj gridFyDj"},
-      {.name = "btn_Dzd", .caption = "批量对账单", .key = "F8", .right = money, .views = "gridDj gridFy"}};
+      {.name = "btn_ChaKan", .caption = "查看单据", .key = "F8", .views = "gridDj gridFyDj"},
+      {.name = "btn_Dzd", .caption = "批量对账单", .key = "F7", .right = money, .views = "gridDj gridFy"}};
   static constexpr ui::EnquiryTab kDocumentTab = {.name = "cxTab1",
                                                   .caption = joined<Text::noun, "所有单据">,
                                                   .criteria = kAsked,

@@ -108,7 +108,7 @@ constexpr ui::EnquiryView kViews[] = {
      .source = openingStock,
      .mode = {"chkQcjz", "查看期初建账信息"}}};
 constexpr ui::EnquiryCommand kCommands[] = {
-    {.name = "btn_ChaKan", .caption = "查看单据", .key = "F7", .views = "gridMx"},
+    {.name = "btn_ChaKan", .caption = "查看单据", .key = "F8", .views = "gridMx"},
     {.name = "btn_UnChk",
      .caption = "取消审核",
      .key = "F6",
@@ -118,7 +118,7 @@ constexpr ui::EnquiryCommand kCommands[] = {
      .preview = {"btn_Preview", "取消审核单据", "gl_djh"}},
     {.name = "btn_Jgtb",
      .caption = "价格核对",
-     .key = "F8",
+     .key = "F7",
      .views = "gridMx",
      .elsewhere = "价格同步作只能在“明细表”进行。",
      .rule = repairFrom}};
