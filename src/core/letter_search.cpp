@@ -1,6 +1,7 @@
 #include "core/letter_search.h"
 
 #include "core/pinyin.h"
+#include "core/text.h"
 
 namespace jxc {
 
@@ -14,6 +15,15 @@ void orOtherReadings(Sql& condition, std::string_view letters, std::string_view 
                       place,
                   reading.letters, reading.characters, reading.letters);
   }
+}
+
+void addNameSearch(Filter& filter, std::string_view number, std::string_view letters, std::string_view name,
+                   const QString& typed) {
+  if (typed.isEmpty()) return;
+  const QString part = u'%' + sanitizeKeyword(typed) + u'%';
+  Sql any(compose("({} like ? or {} like ? or {} like ?", {number, letters, name}), part, part, part);
+  orOtherReadings(any, letters, name, typed);
+  filter.add(any.add(")"));
 }
 
 }  // namespace jxc

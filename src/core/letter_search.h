@@ -13,4 +13,8 @@ namespace jxc {
 /// and `name` are the columns of short name and name, `alias.column`.
 void orOtherReadings(Sql& condition, std::string_view letters, std::string_view name, const QString& word);
 
+/// Adds to a filter: number, name or short name holds what was typed; nothing for an empty text.
+void addNameSearch(Filter& filter, std::string_view number, std::string_view letters, std::string_view name,
+                   const QString& typed);
+
 }  // namespace jxc

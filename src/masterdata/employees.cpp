@@ -1,6 +1,7 @@
 #include "masterdata/employees.h"
 
 #include "core/deletion.h"
+#include "core/letter_search.h"
 #include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -147,8 +148,10 @@ void toggleEmployeeDisabled(std::int64_t id) {
   execSql("update jxc_user set u_jy=iif(u_jy=0,1,0) where id=?", id);
 }
 
-Sql employeeListStatement() {
-  return {"select * from jxc_user order by id"};
+Sql employeeListStatement(const QString& typed) {
+  Filter filter;
+  addNameSearch(filter, "u_sn", "u_jm", "u_name", typed);
+  return Sql("select * from jxc_user").where(filter).add(" order by id");
 }
 
 }  // namespace jxc

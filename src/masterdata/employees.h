@@ -30,6 +30,7 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt);
 bool deleteEmployee(std::int64_t id, Prompt& prompt);
 /// Flips 禁用: a disabled employee leaves the lists of the documents.
 void toggleEmployeeDisabled(std::int64_t id);
-Sql employeeListStatement();
+/// All, or those that the text means by number, name or letters.
+Sql employeeListStatement(const QString& typed = {});
 
 }  // namespace jxc

@@ -13,10 +13,11 @@ const std::vector<PriceColumn>& bulkPriceTargets() {
 }
 
 const std::vector<PriceColumn>& bulkPriceSources() {
-  static const std::vector<PriceColumn> all = {
-      {u"预设售价", "g_sj"},    {u"一级批发价", "g_sj1"}, {u"二级批发价", "g_sj2"}, {u"三级批发价", "g_sj3"},
-      {u"四级批发价", "g_sj4"}, {u"五级批发价", "g_sj5"}, {u"零售价", "g_lsj"},     {u"预设进价", "g_jj"},
-      {u"上次进价", "g_scjj"},  {u"成本均价", "g_pjjj"}};
+  static const std::vector<PriceColumn> all = {{u"预设售价", "g_sj"},         {u"一级批发价", "g_sj1"},
+                                               {u"二级批发价", "g_sj2"},      {u"三级批发价", "g_sj3"},
+                                               {u"四级批发价", "g_sj4"},      {u"五级批发价", "g_sj5"},
+                                               {u"零售价", "g_lsj"},          {u"预设进价", "g_jj", true},
+                                               {u"上次进价", "g_scjj", true}, {u"成本均价", "g_pjjj", true}};
   return all;
 }
 

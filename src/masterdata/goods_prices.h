@@ -16,6 +16,7 @@ namespace jxc {
 struct PriceColumn {
   const char16_t* name;
   std::string_view column;
+  bool isCost = false;  // for who may see what goods cost
 };
 const std::vector<PriceColumn>& bulkPriceTargets();  // wholesale levels, retail, preset sale price
 const std::vector<PriceColumn>& bulkPriceSources();  // preset sale price first, down to the average cost

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/deletion.h"
 #include "core/fillers.h"
+#include "core/letter_search.h"
 #include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -117,9 +118,10 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
       id, prompt);
 }
 
-Sql warehouseListStatement() {
+Sql warehouseListStatement(const QString& typed) {
   Filter filter;
   addWarehouseBinding(filter);
+  addNameSearch(filter, "ck_sn", "ck_jm", "ck_name", typed);
   return Sql("select * from jxc_ckxx").where(filter).add(" order by id");
 }
 

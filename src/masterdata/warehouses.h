@@ -30,8 +30,9 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 /// False when refused.
 bool deleteWarehouse(std::int64_t id, Prompt& prompt);
 
-/// Rows that the operator may see: all, or those bound to him where operators are bound to warehouses (`cs_cgyh`).
-Sql warehouseListStatement();
+/// Rows that the operator may see: all, or those bound to him where operators are bound to warehouses (`cs_cgyh`). With
+/// a text those that it means by number, name or letters.
+Sql warehouseListStatement(const QString& typed = {});
 
 struct BindableOperator {
   QString key, name;

@@ -75,18 +75,32 @@ Answer question(QWidget* parent, const QString& text, bool withCancel, QCheckBox
   return withCancel && box.clickedButton() != no ? Answer::Cancel : Answer::No;
 }
 
-}  // namespace message_box_prompt_detail
-
-void MessageBoxPrompt::notice(const QString& text) {
-  using namespace message_box_prompt_detail;
+/// `offered`: what may be done about it; empty without. Whether it was chosen.
+bool tell(QWidget* parent, const QString& text, const QString& offered) {
   QMessageBox box(QMessageBox::Information, QStringLiteral("系统提示"), boxText(text), QMessageBox::NoButton,
-                  above(parent_));
+                  above(parent));
   box.setTextFormat(Qt::PlainText);
+  QPushButton* command = nullptr;
+  if (!offered.isEmpty()) {
+    command = box.addButton(offered, QMessageBox::ActionRole);
+    command->setObjectName(QStringLiteral("btnOffer"));
+  }
   auto* ok = box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
   ok->setObjectName(QStringLiteral("btnOK"));
   box.setDefaultButton(ok);
   box.setEscapeButton(ok);
   run(box);
+  return command && box.clickedButton() == command;
+}
+
+}  // namespace message_box_prompt_detail
+
+void MessageBoxPrompt::notice(const QString& text) {
+  message_box_prompt_detail::tell(parent_, text, {});
+}
+
+bool MessageBoxPrompt::offer(const QString& text, const QString& command) {
+  return message_box_prompt_detail::tell(parent_, text, command);
 }
 
 bool MessageBoxPrompt::ask(const QString& text) {

@@ -21,6 +21,8 @@ class MessageBoxPrompt : public Prompt, public EachPrompt {
   bool askUnlessHabit(const QString& text, const Habit& habit) override;
   /// A list with an answer in each row.
   std::optional<std::vector<EachAnswer>> askEach(const EachQuestion& question) override;
+  /// A notice with a button for what may be done about it; whether that was chosen. Enter and Esc leave it at that.
+  bool offer(const QString& text, const QString& command);
 
  private:
   QPointer<QWidget> parent_;

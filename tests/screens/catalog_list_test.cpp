@@ -181,6 +181,70 @@ TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
   EXPECT_EQ(lookupValue("select count(*) from jxc_kcsp where g_sn<>'00000000'"), u"0"_qs);
 }
 
+TEST_F(CatalogListTest, ARowIsCopiedItsCellsAreTypedAndMarkedRowsArePriced) {
+  const auto run = [](ui::Screen& s, const char* name) { s.findChild<QAction*>(QString::fromLatin1(name))->trigger(); };
+  const auto of = [](const char* columns, const QString& number) {
+    return textsOf(openSelect(Sql("select " + std::string(columns) + " from jxc_goods where g_sn=?", number)))
+        .join(u'|');
+  };
+  execSql("update jxc_goods set g_sptm='6901',gg_name='8801' where g_sn='30000001'");
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    ui::Grid& list = s.grid("gridSp");
+    list.selectRow(0);
+    expectScreen("F_Spxxgl_Add", [&](ui::Screen& add) {
+      EXPECT_EQ(add.field("g_name").text(), u"钛架 8801"_qs);
+      EXPECT_EQ(add.field("gg_name").text(), u"8801"_qs);
+      EXPECT_TRUE(add.field("g_sptm").isEmpty()) << "the code is the old one's";
+      EXPECT_EQ(add.field("g_kc").number(), 0) << "and so is the stock";
+      type(add, "g_name", u"钛架 8803");
+      press(add, "F5");
+      press(add, "Esc");
+    });
+    run(s, "btnRCopy");
+    const QString fresh = lookupValue("select g_sn from jxc_goods where g_name='钛架 8803'");
+    EXPECT_EQ(shown(s), QStringList({u"30000001"_qs, u"30000002"_qs, fresh}));
+
+    edit(s, "gridSp", 0, "g_sj", u"128.7");
+    edit(s, "gridSp", 0, "g_zdkc", u"6");
+    edit(s, "gridSp", 1, "g_sj", u"96.2");
+    expectNotice(u"价格和数量不能小于零！"_qs);
+    edit(s, "gridSp", 0, "g_zdkc", u"-1");
+    expectQuestion(u"商品条码已经存在，确认输入吗？"_qs, Answer::No);
+    edit(s, "gridSp", 1, "g_sptm", u"6901");
+    EXPECT_EQ(of("g_sj,g_zdkc,g_sptm", u"30000001"_qs), u"128.7 6 6901");
+    EXPECT_EQ(of("g_sj,g_sptm", u"30000002"_qs), u"96.2 ");
+
+    // 128.7 × 0.83 = 106.82 and 96.2 × 0.83 = 79.85, to the next five yuan.
+    list.view()->selectRow(0);
+    list.view()->selectionModel()->select(list.view()->model()->index(1, 0),
+                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    expectScreen("F_Spxxgl_Pfj", [&](ui::Screen& prices) {
+      EXPECT_EQ(prices.field("comFw").text(), u"选中的商品"_qs);
+      choose(prices, "comQz", u"5元"_qs);
+      type(prices, "tjgbl", u"0.83");
+      expectQuestion(u"选中的商品（共 2 个）的一级批发价将改为预设售价 X 0.83，取整到5元，确定修改吗？"_qs,
+                     Answer::Yes);
+      press(prices, "F5", u"成功修改：2  个商品的价格。"_qs);
+    });
+    run(s, "brnRPfj");
+    EXPECT_EQ(of("g_sj1", u"30000001"_qs) + u' ' + of("g_sj1", u"30000002"_qs) + u' ' + of("g_sj1", fresh),
+              u"105 80 0");
+  });
+
+  // Who may not see what goods cost cannot have a price made of it.
+  setAllRights(QStringLiteral("100077"), QString(60, u'1'));
+  takeRight(QStringLiteral("100077"), "qtcz", kSeesCost.position);
+  becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
+  open("F_Spxxgl", [&](ui::Screen& s) {
+    expectScreen("F_Spxxgl_Pfj", [](ui::Screen& prices) {
+      for (const ListItem& base : prices.field("comJs").items())
+        EXPECT_FALSE(base.text.contains(u'进') || base.text.contains(u"成本")) << base.text.toStdString();
+      press(prices, "Esc");
+    });
+    run(s, "brnRPfj");
+  });
+}
+
 TEST_F(CatalogListTest, ClassAndCostOfMarkedGoodsAndAClassMoved) {
   const auto run = [](ui::Screen& s, const char* name) { s.findChild<QAction*>(QString::fromLatin1(name))->trigger(); };
   open("F_Spxxgl", [&](ui::Screen& s) {

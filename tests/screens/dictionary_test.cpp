@@ -1,4 +1,5 @@
 // Regions, departments, levels, kinds, remarks, the employee's desk and diary.
+#include "core/pinyin.h"
 #include "screens/harness/screen_test.h"
 
 #include <QLabel>
@@ -76,6 +77,20 @@ TEST_F(DictionaryTest, DepartmentsLevelsAndKinds) {
     expectScreen("F_Dept", {});
     press(s, "F7");
   });
+
+  // Letters find people and places as they are spoken, too.
+  insertRow("jxc_user", {{"u_sn", "100077"}, {"u_name", "曾丽"}, {"u_jm", makeJm(u"曾丽")}});
+  insertRow("jxc_ckxx", {{"ck_sn", "100077"}, {"ck_name", "重庆店"}, {"ck_jm", makeJm(u"重庆店")}});
+  for (const auto& [list, grid, spoken, stored] :
+       {std::tuple("F_User", "gridUser", u"cl", u"zl"), std::tuple("F_Ckgl", "gridCk", u"cq", u"ZQD")})
+    open(list, [&, grid = grid, spoken = spoken, stored = stored](ui::Screen& s) {
+      for (const char16_t* typed : {spoken, stored, u"100077"}) {
+        type(s, "tkey", typed);
+        EXPECT_EQ(s.grid(grid).rowCount(), 1) << QString::fromUtf16(typed).toStdString();
+      }
+      type(s, "tkey", u"cx");
+      EXPECT_EQ(s.grid(grid).rowCount(), 0);
+    });
 
   execSql("update jxc_ghsxx set gt_name=?", u"A级供货商");
   struct Rename {

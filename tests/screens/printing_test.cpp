@@ -24,7 +24,7 @@ class PrintingScreens : public TradingScreenTest {
                      .printAsking = [this](const report::Pages& pages, QWidget*) { asked.push_back(pages); },
                      .print =
                          [this](const report::Pages& pages) {
-                           if (noPrinter) throw ui::PrintError(u"没有可用的打印机。"_qs);
+                           if (noPrinter) throw ui::PrintError(u"没有可用的打印机"_qs, u"请先安装打印机"_qs);
                            printed.push_back(pages);
                          }};
     for (const QString& sn : {u"A"_qs, u"B"_qs})
@@ -77,7 +77,7 @@ TEST_F(PrintingScreens, SavingPrintsWhereThatIsWantedAndAMissingPrinterStopsNoth
     scan(s, u"69B");
     expectQuestion(kSaveSale, Answer::Yes);
     const QString number = s.field("jsn").text();
-    expectQuestion(u"单据 %1 已保存。没有可用的打印机。\r\n\r\n现在把它存为PDF吗？"_qs.arg(number), Answer::Yes);
+    expectOffer(u"单据 %1 已保存。没有可用的打印机"_qs.arg(number), Answer::Yes);
     QString proposed;
     ui::setFileAnswer([&](const QString& name, const QString&) {
       proposed = name;
@@ -237,6 +237,25 @@ TEST_F(PrintingScreens, EveryTemplateHasAButtonThatOpensItsDesign) {
       EXPECT_EQ(window.designer().document().path(), templatePath(u"kccx"));
       press(designer, "Esc");
     });
+
+    // Over a damaged one the delivered design is offered; what was damaged is kept.
+    const QString path = templatePath(u"kccx");
+    QFile damaged(path);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    damaged.write("<?xml damaged");
+    damaged.close();
+    QString why;
+    try {
+      report::loadTemplate(path);
+    } catch (const report::TemplateError& failure) {
+      why = failure.message() + u"\r\n\r\n要恢复为随程序提供的样式吗？损坏的文件留作备份。"_qs;
+    }
+    click(s, "btn_kccx", why, Answer::No);
+    EXPECT_THROW(report::loadTemplate(path), report::TemplateError);
+    expectQuestion(why, Answer::Yes);
+    click(s, "btn_kccx", "F_Bbsj_Edit", [](ui::Screen& designer) { press(designer, "Esc"); });
+    EXPECT_NO_THROW(report::loadTemplate(path));
+    EXPECT_EQ(report::backupsOf(path).size(), 1u);
   });
 }
 

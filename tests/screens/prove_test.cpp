@@ -2,6 +2,7 @@
 #include "harness/waiting_document.h"
 #include "harness/whole_books.h"
 #include "screens/harness/trading_test.h"
+#include "stock/document.h"
 
 #include <QLabel>
 #include <QProgressDialog>
@@ -36,6 +37,39 @@ TEST_F(ProofScreensTest, TheProofListsTheFirstWrongRowAndWhatMendsIt) {
     QTimer::singleShot(0, &s, [&s] { s.findChild<QProgressDialog*>("progress")->cancel(); });
     press(s, "F5");
     EXPECT_TRUE(s.findChild<QLabel*>("summary")->text().contains(u"核对已停止"));
+  });
+}
+
+TEST_F(ProofScreensTest, APreviewIsNarrowedToWhatSurprises) {
+  addGoods({.sn = "10000001", .name = QStringLiteral("镜架")});
+  addGoods({.sn = "10000002", .name = QStringLiteral("镜盒")});
+  const auto waiting = [](const DocumentFamily& family, const QString& date, double frames) {
+    return waitingDocument(family, date, {}, {{"10000001", frames, 20}, {"10000002", 1, 20}});
+  };
+  checkDj(families::purchaseReceipt, waiting(families::purchaseReceipt, u"2021-05-01"_qs, 3), prompt);
+  const auto preview = [&](const std::function<void(ui::Screen&)>& seen) {
+    open("F_Spxs", [&](ui::Screen& s) {
+      showWaiting(s);
+      press(s, "F6", "F_Spxs_Check", [&](ui::Screen& check) {
+        press(check, "F6", "F_Yltx", seen);
+        press(check, "Esc");
+      });
+    });
+  };
+  // Two of three are sold, and nothing is to be looked at; five of three leave the stock short.
+  waiting(families::sale, u"2021-05-03"_qs, 2);
+  preview([](ui::Screen& s) { EXPECT_FALSE(s.field("chkYw").isEnabled()); });
+  execSql("update jxc_lsxssp set ls_sl=5 where g_sn='10000001'");
+  preview([](ui::Screen& s) {
+    ui::Grid& list = s.grid("gridImpacts");
+    const int all = list.rowCount();
+    check(s, "chkYw", true);
+    ASSERT_FALSE(list.isEmpty());
+    EXPECT_LT(list.rowCount(), all);
+    for (const Row row : list.shownRows())
+      EXPECT_TRUE(row.flag("warns") && row.text("place").contains(u"镜架")) << row.text("place").toStdString();
+    check(s, "chkYw", false);
+    EXPECT_EQ(list.rowCount(), all);
   });
 }
 

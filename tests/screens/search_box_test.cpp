@@ -1,5 +1,6 @@
 // The search box of the main window finds records too, rights are seen before a command is pressed, and the page tabs
 // turn however they are turned.
+#include "core/pinyin.h"
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
@@ -20,6 +21,9 @@ class SearchBoxTest : public ScreenTest {
  protected:
   SearchBoxTest() {
     insertRow("jxc_goods", {{"g_sn", "K0001"}, {"g_name", "钛架"}, {"g_sptm", "6900000000017"}, {"g_jy", 0}});
+    insertRow("jxc_goods", {{"g_sn", "L0001"}, {"g_name", "镜片-3.25"}, {"g_jy", 0}, {"g_qgd", "-3.25"}});
+    insertRow("jxc_goods", {{"g_sn", "L0002"}, {"g_name", "镜片-3"}, {"g_jy", 0}, {"g_qgd", "-3"}});
+    insertRow("jxc_khxx", {{"kh_sn", "100078"}, {"kh_name", "曾家和"}, {"kh_jm", makeJm(u"曾家和")}});
     insertRow("jxc_khxx", {{"kh_sn", "100077"}, {"kh_name", "钛美眼镜"}, {"kh_jm", "TMYJ"}});
     for (const char* number : {"XS21050310001", "XS21050310002"})
       insertRow("jxc_lsxsd", {{"gl_djh", number}, {"ls_status", 1}});
@@ -34,9 +38,10 @@ class SearchBoxTest : public ScreenTest {
 };
 
 TEST_F(SearchBoxTest, GoodsPartnersAndDocumentsAreFoundByNumber) {
-  const auto found = [](const QString& typed) {
+  const GoodsToFind goods(openSelect(GoodsToFind::statement()));
+  const auto found = [&](const QString& typed) {
     QStringList numbers;
-    for (const auto& record : findRecords(typed))
+    for (const auto& record : findRecords(typed, goods))
       numbers << record.number;
     return numbers.join(u' ');
   };
@@ -49,7 +54,10 @@ TEST_F(SearchBoxTest, GoodsPartnersAndDocumentsAreFoundByNumber) {
                                                            {u"xs2105", "XS21050310002 XS21050310001"},
                                                            {u"XS21050310001", "XS21050310001"},
                                                            {u"XS", ""},
-                                                           {u"没有%", ""}};
+                                                           {u"没有%", ""},
+                                                           {u"-3", "L0002"},  // as the catalogue searches
+                                                           {u"zjh", "100078"},
+                                                           {u"cjh", "100078"}};  // as it is spoken
   for (const auto& [typed, numbers] : cases)
     EXPECT_EQ(found(QString::fromUtf16(typed)), numbers) << QString::fromUtf16(typed).toStdString();
 
@@ -87,6 +95,15 @@ TEST_F(SearchBoxTest, WithoutTheRightACommandIsGreyAndTellsWhy) {
   EXPECT_EQ(list->item(0)->toolTip(), refusal);
   expectNotice(refusal);
   pressIn(*box, "Return");
+
+  // Names of goods and partners are on screens that are closed to her.
+  for (const char16_t* typed : {u"钛架", u"TMYJ", u"XS21050310001"}) {
+    box->begin();
+    typeIn(*box, typed);
+    pressIn(*box, "Return");
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_EQ(list->item(0)->text(), u"没有找到");
+  }
 }
 
 TEST_F(SearchBoxTest, PageTabsTurnForKeysAndAssistiveTechnologyAlike) {

@@ -2,7 +2,6 @@
 
 #include "core/pinyin.h"
 #include "core/screens/command_runner.h"
-#include "masterdata/record_search.h"
 #include "ui/display.h"
 #include "ui/icons.h"
 
@@ -89,7 +88,7 @@ CommandSearch::CommandSearch(QWidget* parent, Run run) : QLineEdit(parent), run_
   connect(this, &QLineEdit::textChanged, this, [this] { refill(); });
   pause_.setSingleShot(true);
   pause_.setInterval(command_search_detail::kPause);
-  connect(&pause_, &QTimer::timeout, this, [this] { addRecords(); });
+  connect(&pause_, &QTimer::timeout, this, [this] { readRecords(); });
   connect(list_, &QListWidget::itemClicked, this, [this] { take(); });
 }
 
@@ -109,10 +108,25 @@ void CommandSearch::refill() {
   showList();
 }
 
+void CommandSearch::readRecords() {
+  if (goods_) return addRecords();
+  if (reading_.isRunning()) return;
+  const auto come = [this](const RowSet& goods) {
+    goods_.emplace(goods);
+    addRecords();
+  };
+  reading_.load(
+      GoodsToFind::statement(),
+      [come](const RowSet& goods, bool complete) {
+        if (complete) come(goods);
+      },
+      [come](const std::exception_ptr&) { come(RowSet()); });  // the next question says what is wrong
+}
+
 void CommandSearch::addRecords() {
   if (!hasFocus()) return;
-  for (const auto& record : findRecords(text()))
-    if (const auto* command = ui::findCommand(record.command); command && isShown(*command))
+  for (const auto& record : findRecords(text(), *goods_))
+    if (const auto* command = ui::findCommand(record.command); command && isShown(*command) && isAllowedNow(*command))
       add({command, record.number}, record.text, command_search_detail::captionOf(*command));
   if (found_.empty()) {
     auto* none = new QListWidgetItem(QStringLiteral("没有找到"), list_);
@@ -123,10 +137,14 @@ void CommandSearch::addRecords() {
   showList();
 }
 
+bool CommandSearch::isAllowedNow(const ui::CommandDefinition& command) {
+  const auto [known, isNew] = allowed_.try_emplace(&command, false);
+  if (isNew) known->second = isAllowed(command);
+  return known->second;
+}
+
 void CommandSearch::add(const Entry& entry, const QString& text, const QString& place) {
-  const auto [known, isNew] = allowed_.try_emplace(entry.command, false);
-  if (isNew) known->second = isAllowed(*entry.command);
-  const bool allowed = known->second;
+  const bool allowed = isAllowedNow(*entry.command);
   auto* item = new QListWidgetItem(ui::icon(entry.command->icon),
                                    text + u'　' + (allowed ? place : QStringLiteral("没有权限")), list_);
   if (!allowed) {
@@ -148,9 +166,11 @@ void CommandSearch::showList() {
 }
 
 void CommandSearch::take() {
-  if (pause_.isActive()) {  // who is quicker than the pause means what he has typed
+  if (pause_.isActive()) {           // who is quicker than the pause means what he has typed
+    constexpr int kPatience = 2000;  // ms
     pause_.stop();
-    addRecords();
+    readRecords();
+    reading_.waitFor(kPatience);
   }
   const int row = list_->currentRow();
   if (row < 0 || row >= static_cast<int>(found_.size())) return;
@@ -194,6 +214,8 @@ void CommandSearch::focusInEvent(QFocusEvent* event) {
 
 void CommandSearch::focusOutEvent(QFocusEvent* event) {
   list_->hide();
+  reading_.cancel();
+  goods_.reset();
   QLineEdit::focusOutEvent(event);
 }
 

@@ -28,8 +28,13 @@ constexpr ui::GridSpec kGrids[] = {{"gridUser", "员工列表", kColumns, "还�
 constexpr ui::CommandSpec kCommands[] = {{"btnAdd", "增加", "F2"},      {"btnModi", "修改", "F3"},
                                          {"btnDele", "删除", "Ctrl+D"}, {"btnRJy", "禁用/启用", "F6"},
                                          {"btnDept", "部门设置", "F7"}, {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kList = {
-    .name = "F_User", .title = "员工设置", .grids = kGrids, .commands = kCommands, .focus = "gridUser"};
+constexpr ui::FieldSpec kSearch[] = {{"tkey", "查找：", FieldKind::Text, "", 50}};
+constexpr ui::ScreenSpec kList = {.name = "F_User",
+                                  .title = "员工设置",
+                                  .fields = kSearch,
+                                  .grids = kGrids,
+                                  .commands = kCommands,
+                                  .focus = "gridUser"};
 
 constexpr ui::FieldSpec kFields[] = {
     {"tname", "员工姓名：", FieldKind::Text, "jxc_user.u_name"},
@@ -73,8 +78,7 @@ class TF_User : public ui::ListScreen {
   TF_User();
 };
 
-TF_User::TF_User()
-    : ListScreen(employee_screens_detail::kList, [](const QString&) { return employeeListStatement(); }) {
+TF_User::TF_User() : ListScreen(employee_screens_detail::kList, employeeListStatement) {
   const auto edit = [](std::int64_t id) { return ui::screenAs<TF_User_Add>("F_User_Add").edit(id); };
   adding("btnAdd", [edit] { return edit(0); });
   row("btnModi", edit);

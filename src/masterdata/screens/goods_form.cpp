@@ -79,6 +79,7 @@ void GoodsForm::showCommission() {
                  : kind >= 2 ? QStringLiteral("提成比例：")
                              : QStringLiteral("提成金额："));
   tTcbl.suffix()->setText(kind == 1 ? QStringLiteral("元") : kind >= 2 ? QStringLiteral("%") : QString());
+  tTcbl.suffix()->setVisible(kind > 0);  // empty it would still take room
   tTcbl.setEnabled(kind > 0);
 }
 

@@ -1,5 +1,6 @@
 #include "masterdata/screens/spxxgl_prices.h"
 
+#include "core/session.h"
 #include "core/text.h"
 
 #include <utility>
@@ -38,6 +39,15 @@ std::vector<ListItem> namesOf(const std::vector<PriceColumn>& columns) {
   return items;
 }
 
+/// What prices are computed from; what goods cost only for who may see it: a price that is made of it tells it.
+std::vector<ListItem> sources() {
+  std::vector<ListItem> items = namesOf(bulkPriceSources());
+  if (!session().canSeeCost)
+    std::erase_if(items, [](const ListItem& each) { return bulkPriceSources()[each.key.toULongLong()].isCost; });
+  items.push_back({QStringLiteral("固定价格"), QString()});  // no key: it is no column
+  return items;
+}
+
 }  // namespace spxxgl_prices_detail
 
 TF_Spxxgl_Pfj::TF_Spxxgl_Pfj() : Screen(spxxgl_prices_detail::kPfj) {
@@ -47,9 +57,6 @@ TF_Spxxgl_Pfj::TF_Spxxgl_Pfj() : Screen(spxxgl_prices_detail::kPfj) {
       .text(QStringLiteral("批发价=预设售价 X 0.xxxx 的格式，再取整；选择“固定价格”时直接填写价格"))
       .buttons("| btnOK btnCancel");
   comJb.setItems(namesOf(bulkPriceTargets()));
-  std::vector<ListItem> sources = namesOf(bulkPriceSources());
-  sources.push_back({QStringLiteral("固定价格"), QString()});  // no key: it is no column
-  comJs.setItems(sources);
   comJs.onChanged([this] { sourceChanged(); });
   std::vector<ListItem> steps = {{QStringLiteral("不取整"), QStringLiteral("0")}};
   for (const auto* step : {u"0.01", u"0.1", u"0.5", u"1", u"5", u"10"})
@@ -75,6 +82,7 @@ bool TF_Spxxgl_Pfj::run(const QString& classNumber, const QString& className, st
   // Whoever has marked several means them.
   comFw.setKey(marked_.size() > 1 ? u"2"_qs : u"0"_qs);
   comFw.widget()->setToolTip(QStringLiteral("当前类别：%1（不含下级类别）").arg(className));
+  comJs.setItems(spxxgl_prices_detail::sources());
   comJs.setIndex(0);
   comQz.setIndex(0);
   sourceChanged();
@@ -90,7 +98,7 @@ void TF_Spxxgl_Pfj::setPrices() {
                   .source = {},
                   .factor = tjgbl.number(),
                   .step = comQz.key().toDouble()};
-  if (!isFixed()) price.source = bulkPriceSources()[static_cast<std::size_t>(comJs.index())];
+  if (!isFixed()) price.source = bulkPriceSources()[comJs.key().toULongLong()];
   // Prices of thousands of goods are gone with one key: the operator sees once more what he is about to do.
   QString now = numberText(tjgbl.number());
   if (price.source) now = comJs.text() + u" X "_qs + now;

@@ -25,8 +25,13 @@ constexpr ui::ColumnSpec kColumns[] = {
 constexpr ui::GridSpec kGrids[] = {{"gridCk", "仓库列表", kColumns, "还没有仓库，按F2增加"}};
 constexpr ui::CommandSpec kCommands[] = {
     {"btnAdd", "增加", "F2"}, {"btnModi", "修改", "F3"}, {"btnDele", "删除", "Ctrl+D"}, {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kList = {
-    .name = "F_Ckgl", .title = "仓库设置", .grids = kGrids, .commands = kCommands, .focus = "gridCk"};
+constexpr ui::FieldSpec kSearch[] = {{"tkey", "查找：", FieldKind::Text, "", 50}};
+constexpr ui::ScreenSpec kList = {.name = "F_Ckgl",
+                                  .title = "仓库设置",
+                                  .fields = kSearch,
+                                  .grids = kGrids,
+                                  .commands = kCommands,
+                                  .focus = "gridCk"};
 
 constexpr ui::FieldSpec kFields[] = {
     {"tname", "仓库名称：", FieldKind::Text, "jxc_ckxx.ck_name"},
@@ -71,8 +76,7 @@ class TF_Ckgl : public ui::ListScreen {
   TF_Ckgl();
 };
 
-TF_Ckgl::TF_Ckgl()
-    : ListScreen(warehouse_screens_detail::kList, [](const QString&) { return warehouseListStatement(); }) {
+TF_Ckgl::TF_Ckgl() : ListScreen(warehouse_screens_detail::kList, warehouseListStatement) {
   const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Ckgl_Add>("F_Ckgl_Add").edit(id); };
   adding("btnAdd", [edit] { return edit(0); });
   row("btnModi", edit);

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace jxc {
@@ -105,11 +106,17 @@ TF_Bbsj::TF_Bbsj() : Screen(bbsj_detail::description()) {
   panel().row("tkey chkInUse | comOwn btnOwn");
   auto [left, right] = panel().columns();
   // Two columns of groups, about as long as each other.
-  std::vector<std::u16string_view> groups;
-  for (const KnownTemplate& each : knownTemplates())
-    if (groups.empty() || groups.back() != each.group) groups.push_back(each.group);
-  for (std::size_t i = 0; i < groups.size(); ++i)
-    addGroup(i % 2 == 0 ? left : right, groups[i]);
+  std::vector<std::pair<std::u16string_view, int>> groups;  // with the number of their templates
+  for (const KnownTemplate& each : knownTemplates()) {
+    if (groups.empty() || groups.back().first != each.group) groups.emplace_back(each.group, 0);
+    ++groups.back().second;
+  }
+  int longer = 0;  // rows that the left column has more than the right one, titles counted
+  for (const auto& [group, count] : groups) {
+    const bool isLeft = longer <= 0;
+    longer += (isLeft ? 1 : -1) * (1 + (count + bbsj_detail::kInRow - 1) / bbsj_detail::kInRow);
+    addGroup(isLeft ? left : right, group);
+  }
   left.stretch();
   right.stretch();
   panel()
@@ -131,12 +138,18 @@ TF_Bbsj::TF_Bbsj() : Screen(bbsj_detail::description()) {
 
 void TF_Bbsj::addGroup(ui::Panel area, std::u16string_view group) {
   ui::Panel frame = area.area(groups_.emplace_back(), 0).group(words(group));
+  // Those of a column are as wide as each other, with room for the mark.
+  int widest = 0;
+  for (const KnownTemplate& each : knownTemplates()) {
+    const QPushButton& button = buttonOf(each);
+    widest = std::max(widest, button.sizeHint().width() + button.fontMetrics().horizontalAdvance(u"● "_qs));
+  }
   std::string row;
   int inRow = 0;
   for (const KnownTemplate& each : knownTemplates()) {
     if (each.group != group) continue;
     QPushButton& button = buttonOf(each);
-    button.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button.setFixedWidth(widest);
     on(button, [this, &each] { design(words(each.name) + u".fr3"_qs, &each); });
     row += (row.empty() ? "" : " ") + ("btn_" + words(each.name).toStdString());
     if (++inRow % bbsj_detail::kInRow == 0) {

@@ -5,6 +5,7 @@
 #include "stock/screens/document_screen.h"
 #include "ui/application.h"
 #include "ui/display.h"
+#include "ui/message_box_prompt.h"
 #include "ui/report/print.h"
 
 #include <QScopeGuard>
@@ -61,9 +62,9 @@ void DocumentScreen::printSaved(const QString& number) {
     try {
       return sendToPaper(*report, PrintWay::AtOnce, this, name);
     } catch (const ui::PrintError& failure) {
-      trouble = failure.message();
+      trouble = failure.trouble();
     }
-    if (prompt().ask(u"单据 %1 已保存。%2\r\n\r\n现在把它存为PDF吗？"_qs.arg(number, trouble)))
+    if (ui::MessageBoxPrompt(this).offer(u"单据 %1 已保存。%2"_qs.arg(number, trouble), u"存为PDF(&P)"_qs))
       sendToPaper(*report, PrintWay::Pdf, this, name);
   } catch (const std::exception& failure) {
     ui::tellFailure(failure);

@@ -12,8 +12,8 @@ namespace jxc::ui {
 
 namespace print_detail {
 
-[[noreturn]] void fail(const QString& message) {
-  throw PrintError(message);
+[[noreturn]] void fail(const QString& trouble, const QString& advice = {}) {
+  throw PrintError(trouble, advice);
 }
 
 void setPage(QPrinter& printer, const report::Pages& pages, int page) {
@@ -28,7 +28,7 @@ void setPage(QPrinter& printer, const report::Pages& pages, int page) {
 
 void run(QPrinter& printer, const report::Pages& pages, int from, int to, int copies) {
   const int first = std::max(1, from) - 1, end = to > 0 ? std::min(to, pages.count()) : pages.count();
-  if (first >= end) fail(QStringLiteral("没有可以打印的页面。"));
+  if (first >= end) fail(QStringLiteral("没有可以打印的页面"));
   printer.setDocName(pages.name());
   copies = std::clamp(copies, 1, 999);
   const bool itself = printer.supportsMultipleCopies();
@@ -36,7 +36,7 @@ void run(QPrinter& printer, const report::Pages& pages, int from, int to, int co
   setPage(printer, pages, first);
   QPainter painter;
   if (!painter.begin(&printer)) {
-    fail(QStringLiteral("打印机“%1”不能打印，请检查是否接通。").arg(printer.printerName()));
+    fail(QStringLiteral("打印机“%1”不能打印").arg(printer.printerName()), QStringLiteral("请检查是否接通"));
   }
   bool begun = false;
   for (int copy = 0; copy < (itself ? 1 : copies); ++copy) {
@@ -50,7 +50,7 @@ void run(QPrinter& printer, const report::Pages& pages, int from, int to, int co
     }
   }
   if (!painter.end() || printer.printerState() == QPrinter::Error) {
-    fail(QStringLiteral("打印机“%1”打印失败。").arg(printer.printerName()));
+    fail(QStringLiteral("打印机“%1”打印失败").arg(printer.printerName()));
   }
 }
 
@@ -66,15 +66,15 @@ void printPages(const report::Pages& pages, const PrintJob& job) {
   const QPrinterInfo chosen =
       job.printer.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(job.printer);
   if (chosen.isNull()) {
-    if (!job.printer.isEmpty()) fail(QStringLiteral("找不到打印机“%1”。").arg(job.printer));
-    fail(QStringLiteral("没有可用的打印机，请先安装打印机，或者存为PDF。"));
+    if (!job.printer.isEmpty()) fail(QStringLiteral("找不到打印机“%1”").arg(job.printer));
+    fail(QStringLiteral("没有可用的打印机"), QStringLiteral("请先安装打印机，或者存为PDF"));
   }
   QPrinter printer(chosen, QPrinter::HighResolution);
   print_detail::run(printer, pages, job.from, job.to, job.copies);
 }
 
 bool printWithDialog(const report::Pages& pages, QWidget* parent) {
-  if (pages.isEmpty()) print_detail::fail(QStringLiteral("没有可以打印的页面。"));
+  if (pages.isEmpty()) print_detail::fail(QStringLiteral("没有可以打印的页面"));
   QPrinter printer(QPrinter::HighResolution);
   print_detail::setPage(printer, pages, 0);
   printer.setDocName(pages.name());  // a print into a file is proposed under it

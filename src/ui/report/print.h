@@ -22,11 +22,14 @@ struct PrintJob {
 /// Paper was wanted and there is none: no printer, or it refuses. The message is meant for the operator.
 class PrintError : public std::runtime_error {
  public:
-  explicit PrintError(const QString& message) : std::runtime_error(message.toStdString()), message_(message) {}
-  const QString& message() const { return message_; }
+  /// `trouble` without a full stop; `advice`: what to do about it.
+  explicit PrintError(const QString& trouble, const QString& advice = {})
+      : std::runtime_error((trouble + (advice.isEmpty() ? advice : u'，' + advice) + u'。').toStdString()),
+        trouble_(trouble) {}
+  const QString& trouble() const { return trouble_; }
 
  private:
-  QString message_;
+  QString trouble_;
 };
 
 /// Asks for printer, pages and copies first; false when the operator leaves it.

@@ -22,6 +22,7 @@ class ScreenTest : public AccountSetFixture {
   // What will open on top, in this order.
   void expectNotice(const QString& text);
   void expectQuestion(const QString& text, Answer answer);
+  void expectOffer(const QString& notice, Answer answer);  // a notice with something to do about it
   void expectScreen(std::string_view name, Steps steps);
   /// Fills in a screen and leaves it by this key.
   static Steps filled(std::initializer_list<std::pair<std::string_view, QStringView>> inputs, const char* key = "F5");
@@ -61,10 +62,15 @@ class ScreenTest : public AccountSetFixture {
   /// A file in the program directory.
   QString file(const QString& name) const { return home_.filePath(name); }
 
+ protected:
+  /// Something opened that was not expected. A test that goes wherever a screen leads looks at it, leaves it, and says
+  /// true.
+  virtual bool meets(QDialog&) { return false; }
+
  private:
   class Watcher;
   struct Expected {
-    enum class What { Notice, Question, Screen } what;
+    enum class What { Notice, Question, Offer, Screen } what;
     QString text;
     Answer answer = Answer::No;
     Steps steps;
