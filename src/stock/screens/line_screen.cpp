@@ -9,6 +9,7 @@
 #include "ui/display.h"
 #include "ui/known_parts.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QTabWidget>
 
@@ -76,6 +77,7 @@ void LineScreen::build() {
   for (const std::string& row : rows)
     if (!row.empty()) form.push_back(row);
   panel().form(form);
+  if (hasField("ttax")) raster_ = static_cast<QGridLayout*>(layout()->itemAt(layout()->count() - 1)->layout());
   if (!spec().grids.empty()) tabs_ = panel();
   for (const ui::GridSpec& each : spec().grids) {
     const bool isHistory = each.name == "gridHistory";
@@ -96,6 +98,27 @@ void LineScreen::build() {
     if (chosen != draft_.amounts.price()) draft_.amounts.setPrice(chosen);
     showAmounts();
   });
+}
+
+// What the parameters and rights leave of price, discount and tax closes up; the remark has a line of its own.
+void LineScreen::placeInputs() {
+  constexpr int kInLine = 3;
+  while (const QLayoutItem* item = raster_->takeAt(0))
+    delete item;
+  int place = 0;
+  for (const std::string_view name : {std::string_view("tsl"), description_.price, std::string_view("tdzl"),
+                                      std::string_view("ttax"), std::string_view("ttaxdj"), std::string_view("tzje"),
+                                      description_.cost, std::string_view("comCk"), std::string_view("tnote")}) {
+    ui::Field* input = optional(name);
+    if (!input || (input->widget()->isHidden() && input->widget()->testAttribute(Qt::WA_WState_ExplicitShowHide)))
+      continue;
+    const bool isNote = name == "tnote";
+    if (isNote && place % kInLine != 0) place += kInLine - place % kInLine;
+    const int line = place / kInLine, column = place % kInLine * 2;
+    raster_->addWidget(input->label(), line, column, Qt::AlignRight | Qt::AlignVCenter);
+    raster_->addWidget(input->widget(), line, column + 1, 1, isNote ? 2 * kInLine - 1 : 1);
+    ++place;
+  }
 }
 
 LineResult LineScreen::edit(const Request& request) {
@@ -145,6 +168,7 @@ void LineScreen::showByParameters() {
     cost->setVisible(session().canSeeCost && strIsTrue(session().cs_cs002));
     cost->setReadOnly(!(session().canChangeSaleCost && strIsTrue(session().cs_cs002)));
   }
+  if (raster_) placeInputs();
 }
 
 bool LineScreen::hidesStock() const {

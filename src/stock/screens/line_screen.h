@@ -4,6 +4,7 @@
 #include "stock/document_rules.h"
 #include "ui/screen.h"
 
+class QGridLayout;
 class QLabel;
 
 namespace jxc {
@@ -46,6 +47,7 @@ class LineScreen : public ui::Screen {
   /// An input that the document may have; null without.
   ui::Field* optional(std::string_view name) { return hasField(name) ? &field(name) : nullptr; }
   void build();
+  void placeInputs();
   void bind(std::string_view input, void (LineAmounts::*set)(double));
   void offerPrice(ui::Grid& grid, std::string_view column);
   void showWarehouse();
@@ -60,6 +62,7 @@ class LineScreen : public ui::Screen {
   const LineScreenSpec description_;
   const DocumentRules& rules_;
   QLabel* goods_;
+  QGridLayout* raster_ = nullptr;  // of the inputs, where parameters leave some out
   ui::Panel tabs_;
   Request request_;
   LineDraft draft_;
