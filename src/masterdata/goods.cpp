@@ -1,7 +1,6 @@
 #include "masterdata/goods.h"
 
 #include "core/clock.h"
-#include "core/defaults.h"
 #include "core/letter_search.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
@@ -9,8 +8,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "stock/goods_words.h"
-#include "stock/ledger.h"
-#include "stock/ledger_rows.h"
+#include "stock/opening_row.h"
 
 #include <algorithm>
 
@@ -34,39 +32,13 @@ void writeOpeningStock(const GoodsDraft& draft) {
   const double quantity = draft.openingStock;
   const double price = draft.purchasePrice;
   const double amount = draft.lens ? price * quantity : roundEps(price * quantity, totalDigits());
-  const QString month = clock::month();
   const QString openingDate =
       draft.lens ? clock::today() : QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5);
 
-  ensureStockRows(month);
-  execSql("update jxc_kcjs set js_sl=js_sl+?,js_zje=js_zje+? where js_rq=? and ck_sn=?", quantity, quantity * price,
-          month, draft.warehouse);
-  execSql("insert into jxc_kcsp (kc_sl,kc_cbj,kc_xssl,g_sn,ck_sn,kc_zsl) values (?,?,0,?,?,?)", quantity, price,
-          draft.number, draft.warehouse, quantity);
-  postLedgerRow({{"gl_flag", "qc"},
-                 {"gl_djh", ""},
-                 {"gl_kdrq", openingDate},
-                 {"g_sn", draft.number},
-                 {"g_name", draft.name},
-                 {"g_jm", makeJm(draft.name).left(32)},
-                 {"dw_name", draft.unit},
-                 {"gl_dj", price},
-                 {"gl_sl", quantity},
-                 {"gl_zje", amount},
-                 {"gl_checker", session().a_name},
-                 {"gl_chkrq", clock::today()},
-                 {"gl_pjjj", price},
-                 {"gl_kc", quantity},
-                 {"gl_kczje", amount},
-                 {"gl_note", draft.note},
-                 {"u_name", defaultEmployeeName()},
-                 {"a_name", session().a_name},
-                 {"ck_sn", draft.warehouse},
-                 {"ck_name", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", draft.warehouse)},
-                 {"ghs_name", QStringLiteral("期初建账")},
-                 {"gg_name", draft.model},
-                 {"color_name", draft.colour},
-                 {"gl_sysl", quantity}});
+  addToMonth(draft.warehouse, quantity, quantity * price);
+  const RowSet goods =
+      openSelect("select g_sn,g_name,g_jm,dw_name,gg_name,color_name,g_bz from jxc_goods where g_sn=?", draft.number);
+  beginStock({draft.warehouse, openingDate}, goods.front(), quantity, price, amount);
 }
 
 /// One word must match one of the six columns; several words must each match somewhere. Powers are compared as numbers.

@@ -106,7 +106,7 @@ Sql lensSheetProducts(const QString& typed) {
       .add(" group by g_qc order by g_qc");
 }
 
-LensSheet readLensSheet(const QString& product, const LineRules& rules, const LinePlace& place) {
+LensSheet readLensSheet(const QString& product, const ManyLines& rules, const LinePlace& place) {
   using namespace lens_sheet_detail;
   LensSheet sheet;
   sheet.product = product;
@@ -136,7 +136,7 @@ LensSheet readLensSheet(const QString& product, const LineRules& rules, const Li
   return sheet;
 }
 
-std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const LineRules& rules, const LinePlace& place,
+std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const ManyLines& rules, const LinePlace& place,
                                          Lines target, Prompt& asked) {
   using namespace lens_sheet_detail;
   const bool nothing = std::all_of(sheets.begin(), sheets.end(), [](const LensSheet& each) { return each.isEmpty(); });

@@ -43,12 +43,12 @@ struct LensSheet {
 /// Lens products that match what was typed: `g_qc`, how many articles (`gs`).
 Sql lensSheetProducts(const QString& typed);
 /// What the document of these rules can take of a product. Quantities are zero.
-LensSheet readLensSheet(const QString& product, const LineRules& rules, const LinePlace& place);
+LensSheet readLensSheet(const QString& product, const ManyLines& rules, const LinePlace& place);
 
 /// Makes lines of all quantities, in the order of the sheets and powers, as picking them from the list would: the same
 /// prices, refusals and questions, but each is put once. Articles that are missing are made first, when the operator
 /// agrees. Nothing: refused or taken back; cells beyond the stock are marked then.
-std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const LineRules& rules, const LinePlace& place,
+std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const ManyLines& rules, const LinePlace& place,
                                          Lines target, Prompt& prompt);
 
 }  // namespace jxc

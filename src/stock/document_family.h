@@ -39,6 +39,9 @@ struct LineImport {
   std::string_view templateFile;         // below 模板文件
   bool needsProduced = false;            // each line must tell its production date
   bool hasPrice = true, hasNote = true;  // columns beside goods and quantity
+  bool priceAlone = false;               // a list of prices: no quantity, and each row must have its price
+  std::u16string_view price = u"单价";
+  std::u16string_view notOffered = u"本单不能选择该商品";  // of goods that are not in its list to pick from
   std::u16string_view unknownGoods = u"商品不存在";
   std::u16string_view repeated = {};  // of goods that stand on the document already, where it takes each once
 };

@@ -103,7 +103,7 @@ void tellPassedOver(PickingMemory& memory, Prompt& prompt) {
   memory.passedOver.clear();
 }
 
-SheetPrice LineRules::takeSheetPrice(LineDraft& line, double yuan) const {
+SheetPrice ManyLines::takeSheetPrice(LineDraft& line, double yuan) const {
   if (yuan == line.amounts.price()) return {};
   if (!priceMayChange()) return {.fault = u"不允许修改单价"_qs};
   line.amounts.setPrice(yuan);

@@ -117,33 +117,48 @@ struct PickFilter {
   QString goods = {};        // only this one, by its number
 };
 
-/// Rules of the lines of one document, as its screens ask for them. Without state; commands of their own
-/// transactions.
-class LineRules {
+/// Goods that are taken many at a time, from a spreadsheet or a sheet of powers: what may stand there, and how it is
+/// written. Without state; commands of their own transactions.
+class ManyLines {
  public:
-  virtual ~LineRules() = default;
+  virtual ~ManyLines() = default;
 
   virtual LineDraft newLine(const QString& goods, const LinePlace& place, bool staged) const = 0;
-  virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
-  /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
-  virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
-  /// The part of it that looks at the price alone: a sale asks before it sells below what was paid.
+  /// The part of the line dialog that looks at the price alone: a sale asks before it sells below what was paid.
   virtual bool mayPrice(const LineDraft&, Prompt&) const { return true; }
   virtual QuantityRange quantities() const { return {}; }
-  /// Whether a goods stands on the document at most once: what is picked again is passed over.
+  /// Whether a goods stands there at most once: what is picked again is passed over.
   virtual bool goodsStandOnce() const { return false; }
-  /// Whether an article that was made for the document can stand on it: not where goods go out of a warehouse.
-  virtual bool takesNewGoods() const { return true; }
   /// Whether stock, and what depends on it, is not to be seen while lines are typed: whoever knows what should be there
   /// finds it.
   virtual bool hidesStock() const { return false; }
   /// Whether the operator may type a price at all.
   virtual bool priceMayChange() const { return true; }
-  /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
-  virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
   /// Many lines as they stand, in their order: all or, when it is stopped, nothing. The number is looked at once.
   virtual std::optional<AddedLines> addLines(Lines where, const LinePlace& place, std::span<const LineDraft> drafts,
                                              const LineProgress& progress = {}) const = 0;
+  virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
+  virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
+                        Prompt& prompt) const = 0;
+  /// Whether a line may have this quantity: not more than any line has, and against the stock of the warehouse where
+  /// the document takes goods out: refused or asked about. With a memory, the first answer holds for the whole
+  /// selection.
+  virtual bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
+                           PickingMemory* memory = nullptr) const = 0;
+  /// Takes the price (yuan) that a spreadsheet has for a new line.
+  virtual SheetPrice takeSheetPrice(LineDraft& line, double yuan) const;
+};
+
+/// Rules of the lines of one document, as its screens ask for them.
+class LineRules : public ManyLines {
+ public:
+  virtual std::optional<LineDraft> loadLine(Lines where, std::int64_t id) const = 0;
+  /// Whether a line may stand as it was typed: refusals and questions of the line dialog, before it is written.
+  virtual bool mayWrite(const LineDraft&, const LinePlace&, Prompt&) const { return true; }
+  /// Whether an article that was made for the document can stand on it: not where goods go out of a warehouse.
+  virtual bool takesNewGoods() const { return true; }
+  /// OK of the line dialog. Nothing is written for a quantity of zero, or when the operator says no.
+  virtual LineResult addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const = 0;
   virtual bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
                           Prompt& prompt) const = 0;
   /// Whether a cell of a line of this goods opens at all; `field` as below.
@@ -163,21 +178,11 @@ class LineRules {
                                 Prompt& prompt) const = 0;
 
   // Staging: goods picked in a list before they become lines of Draft or Waiting.
-  virtual Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const = 0;
-  virtual bool mayStage(const QString& goods, const LinePlace& place, Lines target, PickingMemory& memory,
-                        Prompt& prompt) const = 0;
-  /// Whether a line may have this quantity: not more than any line has, and against the stock of the warehouse where
-  /// the document takes goods out: refused or asked about. With a memory, the first answer holds for the whole
-  /// selection.
-  virtual bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
-                           PickingMemory* memory = nullptr) const = 0;
   virtual std::int64_t stageGoods(const QString& goods, double quantity, const LinePlace& place, Lines target,
                                   PickingMemory& memory, Prompt& prompt) const = 0;
   virtual CopyResult copyStaged(const LinePlace& place, Lines target) const = 0;
   /// The line stands in the warehouse of this place from now on, on documents whose lines have their own.
   virtual void takeWarehouse(LineDraft& line, const LinePlace& place) const { line.warehouse = place.warehouse; }
-  /// Takes the price (yuan) that a spreadsheet has for a new line.
-  virtual SheetPrice takeSheetPrice(LineDraft& line, double yuan) const;
   /// The lines of this operator's draft take price and stock of another warehouse.
   virtual void moveDraftTo(const LinePlace&) const {}
 

@@ -17,7 +17,6 @@ constexpr char16_t kCode[] = u"商品编号";
 constexpr char16_t kBarcode[] = u"商品条码";
 constexpr char16_t kName[] = u"商品名称";
 constexpr char16_t kQuantity[] = u"数量";
-constexpr char16_t kPrice[] = u"单价";
 constexpr char16_t kProduced[] = u"生产日期";
 constexpr char16_t kNote[] = u"备注";
 constexpr double kDearest = 1e9;  // yuan a unit: beyond it a barcode was taken for a price
@@ -71,7 +70,7 @@ std::optional<QString> dateOf(QString text) {
 
 struct Judging {
   const LineImport& wanted;
-  const LineRules& rules;
+  const ManyLines& rules;
   const LinePlace& place;
   const Lines target;
   std::set<QString> passed = {};  // goods, where each stands on the document once
@@ -85,18 +84,14 @@ struct Judging {
       line.code = goods.front().text("g_sn");
       judgeGoods(line, goods.front(), faults, warnings);
     }
-    const auto quantity = plainNumber(line.quantity);
-    if (line.quantity.isEmpty())
-      faults << u"数量不能为空"_qs;
-    else if (!quantity)
-      faults << u"数量不是数字"_qs;
-    else if (const QuantityRange range = rules.quantities(); !range.has(roundedQuantity(*quantity)))
-      faults << (range.minus ? u"数量不能为零"_qs : range.zero ? u"数量不能为负数"_qs : u"数量不能为零或负数"_qs);
+    const double quantity = wanted.priceAlone ? 0 : judgeQuantity(line.quantity, faults);
     const auto price = plainNumber(line.price);
-    if (!line.price.isEmpty() && (!price || *price < 0 || *price >= kDearest)) faults << u"单价不正确"_qs;
+    const bool mustHavePrice = wanted.priceAlone || !line.price.isEmpty();
+    if (mustHavePrice && (!price || *price < 0 || *price >= kDearest)) faults << words(wanted.price) + u"不正确"_qs;
+    if (wanted.priceAlone && price && *price == 0) faults << words(wanted.price) + u"必须大于0"_qs;
     judgeDate(line, faults);
     if (faults.isEmpty() && isRepeated(line.code)) faults << words(wanted.repeated);
-    if (faults.isEmpty()) write(line, *quantity, price, faults, warnings);
+    if (faults.isEmpty()) write(line, quantity, price, faults, warnings);
     if (faults.isEmpty()) passed.insert(line.code);  // a row that is refused stands in nobody's way
     using enum ImportLine::Verdict;
     line.verdict = !faults.isEmpty() ? Refused : warnings.isEmpty() ? Fine : PassesWithWarning;
@@ -109,6 +104,17 @@ struct Judging {
     PickingMemory memory;
     Listening nobody;
     return passed.contains(goods) || !rules.mayStage(goods, place, target, memory, nobody);
+  }
+
+  double judgeQuantity(const QString& typed, QStringList& faults) const {
+    const auto quantity = plainNumber(typed);
+    if (typed.isEmpty())
+      faults << u"数量不能为空"_qs;
+    else if (!quantity)
+      faults << u"数量不是数字"_qs;
+    else if (const QuantityRange range = rules.quantities(); !range.has(roundedQuantity(*quantity)))
+      faults << (range.minus ? u"数量不能为零"_qs : range.zero ? u"数量不能为负数"_qs : u"数量不能为零或负数"_qs);
+    return quantity.value_or(0);
   }
 
   static RowSet findGoods(const QString& code, const QString& barcode) {
@@ -127,7 +133,7 @@ struct Judging {
       faults << u"商品已停用"_qs;
     } else {
       const Sql list = rules.goodsToPick(place, {.goods = line.code});
-      if (!exists(list)) faults << u"本单不能选择该商品"_qs;
+      if (!exists(list)) faults << words(wanted.notOffered);
     }
   }
 
@@ -165,22 +171,24 @@ struct Judging {
 std::vector<QString> importColumns(const LineImport& wanted) {
   using namespace line_import_detail;
   std::vector<QString> columns;
-  for (const char16_t* name : {kCode, kName, kQuantity})
+  for (const char16_t* name : {kCode, kName})
     columns.push_back(QString::fromUtf16(name));
-  if (wanted.hasPrice) columns.push_back(QString::fromUtf16(kPrice));
+  if (!wanted.priceAlone) columns.push_back(QString::fromUtf16(kQuantity));
+  if (wanted.hasPrice) columns.push_back(words(wanted.price));
   if (wanted.needsProduced) columns.push_back(QString::fromUtf16(kProduced));
   if (wanted.hasNote) columns.push_back(QString::fromUtf16(kNote));
   return columns;
 }
 
-std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
+std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const ManyLines& rules,
                                                   const LinePlace& place, Prompt& prompt, Lines target,
                                                   const LineProgress& progress) {
   using namespace line_import_detail;
   const Columns columns(sheet);
+  const QString needed = wanted.priceAlone ? words(wanted.price) : QString::fromUtf16(kQuantity);
   if (refused({{sheet.isEmpty(), u"模板中没有数据，不能进行导入操作！"_qs},
                {!columns.has(kCode) && !columns.has(kBarcode), u"表格中没有“商品编号”这一列，请按模板填写！"_qs},
-               {!columns.has(kQuantity), u"表格中没有“数量”这一列，请按模板填写！"_qs}},
+               {!columns.has(needed), u"表格中没有“%1”这一列，请按模板填写！"_qs.arg(needed)}},
               prompt))
     return std::nullopt;
   std::vector<ImportLine> lines;
@@ -191,8 +199,8 @@ std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const Lin
     ImportLine line;
     line.code = columns.text(row, kCode);
     line.name = columns.text(row, kName);
-    line.quantity = columns.text(row, kQuantity);
-    if (wanted.hasPrice) line.price = columns.text(row, kPrice);
+    if (!wanted.priceAlone) line.quantity = columns.text(row, kQuantity);
+    if (wanted.hasPrice) line.price = columns.text(row, words(wanted.price));
     line.produced = columns.text(row, kProduced);
     if (wanted.hasNote) line.note = columns.text(row, kNote);
     const QString barcode = columns.text(row, kBarcode);
@@ -210,7 +218,7 @@ QString ImportResult::text() const {
   return passedOver.isEmpty() ? text : text + u"\r\n\r\n单据中已有，未重复添加："_qs + passedOver.join(u'，');
 }
 
-std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
+std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const ManyLines& rules,
                                         const LinePlace& place, Lines target, Prompt& asked,
                                         const LineProgress& progress) {
   const bool nothing = std::none_of(lines.begin(), lines.end(), [](const ImportLine& line) { return line.passes(); });

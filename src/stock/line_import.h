@@ -19,13 +19,14 @@ struct ImportLine {
   bool passes() const { return verdict != Verdict::Refused; }
 };
 
-/// Names of the columns, as the template has them; the first is needed, or the barcode, and the quantity.
+/// Names of the columns, as the template has them; the first is needed, or the barcode, and the quantity or, of
+/// a list of prices, the price.
 std::vector<QString> importColumns(const LineImport& wanted);
 
 /// Judges all rows of a sheet for lines of `target` (columns by name, in any order); rows without anything are passed
 /// over. Nothing, after a notice: the sheet has no rows, or not the columns that it needs. Nothing without one: it was
 /// stopped.
-std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const LineRules& rules,
+std::optional<std::vector<ImportLine>> judgeLines(const RowSet& sheet, const LineImport& wanted, const ManyLines& rules,
                                                   const LinePlace& place, Prompt& prompt, Lines target = Lines::Draft,
                                                   const LineProgress& progress = {});
 
@@ -37,7 +38,7 @@ struct ImportResult {
 };
 /// Makes lines of the rows that pass, in their order, with the questions of the picking list, each put once. Nothing:
 /// the operator took it back or stopped it, or no row passes.
-std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const LineRules& rules,
+std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const ManyLines& rules,
                                         const LinePlace& place, Lines target, Prompt& prompt,
                                         const LineProgress& progress = {});
 

@@ -249,7 +249,7 @@ bool TF_Spxxgl::deleteOne() {
 }
 
 bool TF_Spxxgl::deleteMarked() {
-  return ui::screenAs<TF_Spxxgl_Dele>("F_Spxxgl_Dele").run(marked()) > 0;
+  return ui::screenAs<TF_Spxxgl_Dele>("F_Spxxgl_Dele").deleteMarked(marked()) > 0;
 }
 
 bool TF_Spxxgl::disableOne() {

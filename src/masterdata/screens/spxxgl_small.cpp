@@ -22,11 +22,6 @@ constexpr ui::FieldSpec kZdkcFields[] = {{"tzdkc", "最低库存：", FieldKind:
 constexpr ui::ScreenSpec kZdkc = {
     .name = "F_Spxxgl_Zdkc", .title = "修改最低库存", .fields = kZdkcFields, .commands = kCommands, .focus = "tzdkc"};
 
-constexpr ui::FieldSpec kDeleFields[] = {{"tResult", "", FieldKind::Memo, "", 0, ui::ReadOnly}};
-constexpr ui::CommandSpec kDeleCommands[] = {{"btnOK", "开始删除", "F5"}, {"btnCancel", "退出", "Esc"}};
-constexpr ui::ScreenSpec kDele = {
-    .name = "F_Spxxgl_Dele", .title = "批量删除商品", .fields = kDeleFields, .commands = kDeleCommands};
-
 constexpr ui::FieldSpec kMoveFields[] = {{"tname2", "移动的类别：", FieldKind::Text, "", 0, ui::ReadOnly},
                                          {"comLb", "移动到目标类别的：", FieldKind::Combo}};
 constexpr ui::ScreenSpec kMove = {
@@ -61,31 +56,14 @@ bool TF_Spxxgl_Zdkc::edit(GoodsIds ids) {
   return showModal();
 }
 
-TF_Spxxgl_Dele::TF_Spxxgl_Dele() : Screen(spxxgl_small_detail::kDele) {
-  tResult.widget()->setAccessibleName(QStringLiteral("删除结果"));
-  tResult.widget()->setMinimumSize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 16);
-  on(btnOK, [this] { deleteAll(); });
-}
-
-int TF_Spxxgl_Dele::run(GoodsIds ids) {
-  ids_ = std::move(ids);
-  deleted_ = 0;
-  btnOK.setEnabled(!ids_.empty());
-  tResult.setText(QStringLiteral("已选中 %1 个商品，按F5开始删除。").arg(ids_.size()));
-  showModal();
-  return deleted_;
-}
-
-void TF_Spxxgl_Dele::deleteAll() {
-  const auto result = deleteGoodsBatch(ids_, ui::progressOnDemand(QStringLiteral("正在删除商品……"), this));
-  if (!result) return tResult.setText(QStringLiteral("已取消，没有删除任何商品。"));
-  for (const QString& number : result->numbers)
-    removeGoodsPicture(number);
-  deleted_ += result->deleted;
-  QStringList lines = result->refusals;
-  lines << QStringLiteral("成功删除：%1  个商品信息。").arg(result->deleted);
-  tResult.setText(lines.join(u'\n'));
-  btnOK.setEnabled(false);
+int TF_Spxxgl_Dele::deleteMarked(const GoodsIds& ids) {
+  return run(ids.size(), [ids](const GoodsProgress& progress) -> std::optional<Outcome> {
+    const auto result = deleteGoodsBatch(ids, progress);
+    if (!result) return {};
+    for (const QString& number : result->numbers)
+      removeGoodsPicture(number);
+    return Outcome{result->deleted, result->refusals};
+  });
 }
 
 TF_Spxxgl_Move::TF_Spxxgl_Move()

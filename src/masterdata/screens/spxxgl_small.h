@@ -1,8 +1,9 @@
-// 商品小窗口: small dialogs of the catalogue: mnemonic, lower limit, batch delete, class move.
+// 商品小窗口: small dialogs of the catalogue: mnemonic, lower limit, deletion of marked goods, class move.
 #pragma once
 
 #include "masterdata/goods_change.h"
 #include "masterdata/screens/goods_class_tree.h"
+#include "masterdata/screens/marked_deletion.h"
 #include "ui/screen.h"
 
 namespace jxc {
@@ -30,18 +31,11 @@ class TF_Spxxgl_Zdkc : public ui::Screen {
 };
 
 /// Deletes marked goods and tells which could not go.
-class TF_Spxxgl_Dele : public ui::Screen {
+class TF_Spxxgl_Dele : public MarkedDeletion {
  public:
-  TF_Spxxgl_Dele();
-  ui::Field& tResult = field("tResult");
-  QPushButton& btnOK = command("btnOK");
+  TF_Spxxgl_Dele() : MarkedDeletion("F_Spxxgl_Dele", "批量删除商品") {}
   /// How many were deleted.
-  int run(GoodsIds ids);
-
- private:
-  void deleteAll();
-  GoodsIds ids_;
-  int deleted_ = 0;
+  int deleteMarked(const GoodsIds& ids);
 };
 
 /// Another place in the tree for a class.

@@ -67,8 +67,9 @@ class TF_Jpgd : public ui::Screen {
     on(command("btnOK"), [this] { takeOver(); });
   }
 
-  CopyResult enter(const DocumentRules& rules, const LinePlace& place, Lines target, bool mayMake) {
-    rules_ = &rules;
+  CopyResult enter(const ManyLines& lines, const LinePlace& place, Lines target, bool mayMake, bool hasPrice) {
+    lines_ = &lines;
+    hasPrice_ = hasPrice;
     place_ = place;
     target_ = target;
     mayMake_ = mayMake;
@@ -86,8 +87,7 @@ class TF_Jpgd : public ui::Screen {
     current_ = -1;
     field("tqgd").setVisible(mayMake_);
     field("tsgd").setVisible(mayMake_);
-    field("tdj").setVisible(rules_ && rules_->family().line.columns->price.size() > 0 &&
-                            rules_->lines().priceMayChange() && seesAmounts(rules_->family()));
+    field("tdj").setVisible(hasPrice_);
     const QString last = last_;
     search_.begin();
     auto& products = grid("gridProducts");
@@ -128,14 +128,14 @@ class TF_Jpgd : public ui::Screen {
  private:
   /// Quantities stay with their product while another one is looked at.
   void showProduct() {
-    if (!rules_) return;
+    if (!lines_) return;
     const QString product = grid("gridProducts").currentText("g_qc");
     if (product.isEmpty() || (current_ >= 0 && sheet().product == product)) return;
     last_ = product;
     const auto known =
         std::find_if(sheets_.begin(), sheets_.end(), [&](const LensSheet& each) { return each.product == product; });
     current_ = static_cast<int>(known - sheets_.begin());
-    if (known == sheets_.end()) sheets_.push_back(readLensSheet(product, rules_->lines(), place_));
+    if (known == sheets_.end()) sheets_.push_back(readLensSheet(product, *lines_, place_));
     showSheet();
   }
 
@@ -185,11 +185,11 @@ class TF_Jpgd : public ui::Screen {
     QString hint = current_ < 0 ? QString() : sheet().product + u"　本表 "_qs + text(sheet().total());
     if (current_ >= 0 && all != sheet().total()) hint += u"　全部 "_qs + text(all);
     hint += hidesStock() ? u"　行为屈光度，列为散光度；"_qs : u"　行为屈光度，列为散光度；格内左边是库存，"_qs;
-    if (rules_ && rules_->lines().quantities().zero) hint += u"空格是没有盘点，0是没有找到；"_qs;
+    if (lines_ && lines_->quantities().zero) hint += u"空格不计，输入的0也算；"_qs;
     hint_->setText(hint + u"可直接输入数量，或粘贴表格中复制的区域"_qs);
   }
 
-  bool hidesStock() const { return rules_ && target_ == Lines::Draft && rules_->lines().hidesStock(); }
+  bool hidesStock() const { return lines_ && target_ == Lines::Draft && lines_->hidesStock(); }
 
   bool addPower(const char* name, void (LensSheet::*add)(double)) {
     auto& input = field(name);
@@ -218,7 +218,7 @@ class TF_Jpgd : public ui::Screen {
   }
 
   void takeOver() {
-    const auto taken = takeLensSheets(sheets_, rules_->lines(), place_, target_, prompt());
+    const auto taken = takeLensSheets(sheets_, *lines_, place_, target_, prompt());
     if (!taken) return sheet_->refresh();
     result_ = *taken;
     accept();
@@ -227,10 +227,10 @@ class TF_Jpgd : public ui::Screen {
   ui::QuantitySheet* sheet_;
   QLabel* hint_;
   ui::ListSearch search_;
-  const DocumentRules* rules_ = nullptr;
+  const ManyLines* lines_ = nullptr;
   LinePlace place_;
   Lines target_ = Lines::Draft;
-  bool mayMake_ = false;
+  bool mayMake_ = false, hasPrice_ = false;
   std::vector<LensSheet> sheets_;
   int current_ = -1;
   QString last_;  // product, proposed the next time
@@ -242,7 +242,14 @@ const ui::Registered<TF_Jpgd> kRegistered{"F_Jpgd"};
 }  // namespace lens_sheet_screen_detail
 
 CopyResult enterLensSheets(const DocumentRules& rules, const LinePlace& place, Lines target, bool mayMake) {
-  return ui::screenAs<lens_sheet_screen_detail::TF_Jpgd>("F_Jpgd").enter(rules, place, target, mayMake);
+  const LineRules& lines = rules.lines();
+  const bool hasPrice =
+      !rules.family().line.columns->price.empty() && lines.priceMayChange() && seesAmounts(rules.family());
+  return enterLensSheets(lines, place, target, mayMake, hasPrice);
+}
+
+CopyResult enterLensSheets(const ManyLines& lines, const LinePlace& place, Lines target, bool mayMake, bool hasPrice) {
+  return ui::screenAs<lens_sheet_screen_detail::TF_Jpgd>("F_Jpgd").enter(lines, place, target, mayMake, hasPrice);
 }
 
 }  // namespace jxc

@@ -32,9 +32,9 @@ constexpr ui::CommandSpec kCommands[] = {{"btnOpen", "打开表格", "F2"},
                                          {"btnOK", "导入", "F5"},
                                          {"btnCancel", "取消", "Esc"}};
 
-ui::ScreenSpec screenOf(std::string_view name, const DocumentFamily& family) {
+ui::ScreenSpec screenOf(std::string_view name, const LineImport& wanted) {
   return {.name = name,
-          .title = family.import.title,
+          .title = wanted.title,
           .fields = kFields,
           .grids = kGrids,
           .commands = kCommands,
@@ -45,12 +45,14 @@ constexpr char kFilter[] = "表格 (*.xlsx *.xls)";
 
 }  // namespace line_import_screen_detail
 
-LineImportScreen::LineImportScreen(std::string_view name, const DocumentRules& rules)
-    : Screen(line_import_screen_detail::screenOf(name, rules.family())), rules_(rules) {
+LineImportScreen::LineImportScreen(std::string_view name, const LineImport& wanted, LinesOf lines)
+    : Screen(line_import_screen_detail::screenOf(name, wanted)), wanted_(wanted), linesOf_(std::move(lines)) {
   panel().form({"tfile"}).row("btnOpen btnMb").grid("gridLines").buttons("| btnOK btnCancel");
-  grid("gridLines").setColumnVisible("scrq", wanted().needsProduced);
-  grid("gridLines").setColumnVisible("dj", wanted().hasPrice);
-  grid("gridLines").setColumnVisible("bz", wanted().hasNote);
+  grid("gridLines").setColumnVisible("sl", !wanted_.priceAlone);
+  grid("gridLines").setCaption("dj", words(wanted_.price));
+  grid("gridLines").setColumnVisible("scrq", wanted_.needsProduced);
+  grid("gridLines").setColumnVisible("dj", wanted_.hasPrice);
+  grid("gridLines").setColumnVisible("bz", wanted_.hasNote);
   grid("gridLines").setRowLook([this](const Row& row) {
     const ImportLine& line = lines_[static_cast<std::size_t>(row.integer("row") - 1)];
     if (!line.passes()) return ui::RowLook::Bad;
@@ -86,7 +88,7 @@ void LineImportScreen::openFile(const QString& path) {
   field("tfile").setText(path);
   try {
     const RowSet sheet = openExcel(path)->rows();
-    lines_ = judgeLines(sheet, wanted(), rules_.of(place_.number).lines(), place_, prompt(), target_,
+    lines_ = judgeLines(sheet, wanted_, linesOf_(place_.number), place_, prompt(), target_,
                         ui::progressOnDemand(u"正在检查表格中的商品……"_qs, this))
                  .value_or(std::vector<ImportLine>());
   } catch (const SheetError& error) {
@@ -111,7 +113,7 @@ void LineImportScreen::showLines() {
 }
 
 void LineImportScreen::btnMbClick() {
-  const QString name = ui::qs(wanted().templateFile);
+  const QString name = ui::qs(wanted_.templateFile);
   // From the document's own menu this dialog is not there to stand below.
   const QString path = ui::chooseSaveFile(QApplication::activeWindow(), QStringLiteral("保存模板"), name,
                                           QStringLiteral("表格 (*.xlsx)"));
@@ -121,13 +123,13 @@ void LineImportScreen::btnMbClick() {
 void LineImportScreen::saveTemplate(const QString& path) {
   try {
     // A shop may have put its own template in the place of ours.
-    const QString supplied = suppliedPath(u"模板文件/"_qs + ui::qs(wanted().templateFile));
+    const QString supplied = suppliedPath(u"模板文件/"_qs + ui::qs(wanted_.templateFile));
     if (QFile::exists(supplied) && (!QFile::exists(path) || QFile::remove(path)) && QFile::copy(supplied, path)) {
       QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
       return;
     }
     Sheet sheet;
-    for (const QString& caption : importColumns(wanted()))
+    for (const QString& caption : importColumns(wanted_))
       sheet.columns.push_back({.caption = caption, .width = 16});
     writeSheet(path, sheet);
   } catch (const SheetError& error) {
@@ -136,7 +138,7 @@ void LineImportScreen::saveTemplate(const QString& path) {
 }
 
 void LineImportScreen::btnOKClick() {
-  const auto imported = importLines(lines_, rules_.of(place_.number).lines(), place_, target_, prompt(),
+  const auto imported = importLines(lines_, linesOf_(place_.number), place_, target_, prompt(),
                                     ui::progressOnDemand(u"正在导入商品……"_qs, this));
   if (!imported) return;
   result_ = {.lines = imported->taken, .number = imported->number};
