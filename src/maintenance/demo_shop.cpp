@@ -7,6 +7,7 @@
 #include "core/schema/schema.h"
 #include "core/statements.h"
 #include "engine/sqlite/sqlite_database.h"
+#include "maintenance/demo_offers.h"
 #include "maintenance/demo_people.h"
 #include "maintenance/demo_trade.h"
 
@@ -203,6 +204,7 @@ DemoOutcome buildDemoShop(const DemoPlan& plan, const DemoProgress& progress) {
   const int goods = static_cast<int>(catalogue.articles.size());
   Trade trade(std::move(catalogue), staff, random);
   Year(plan, trade, staff, random, first, last).run(progress);
+  makeOffers(staff, prompt);
   if (progress) progress(100, QStringLiteral("完成"));
   return {.documents = trade.documents(),
           .goods = goods,
