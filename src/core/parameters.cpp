@@ -26,6 +26,7 @@ struct Waiting {
   const char* input;  // box that switches the function
   const char* find;
   const char* close;
+  const char* closeHeads;  // what the lines now say
   const char16_t* function;
   const char16_t* undone;
   const char16_t* consequence;
@@ -34,6 +35,7 @@ constexpr Waiting kPutaway{
     "chkSprk",
     "select top 1 '单据号：'+j_sn+'，商品编号：'+g_sn from jxc_jhsp where jh_sl>jh_rksl+jh_qxsl order by id desc",
     "update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where jh_sl>jh_rksl+jh_qxsl",
+    "update jxc_jhd set j_crk=1 where j_crk=0",
     u"商品入库功能",
     u"入库",
     u"启用后，采购进货审核时不增加库存，由仓库另开商品入库单，审核后才增加库存。"};
@@ -41,6 +43,7 @@ constexpr Waiting kIssue{
     "chkSpck",
     "select top 1 '单据号：'+gl_djh+'，商品编号：'+g_sn from jxc_lsxssp where ls_sl>ls_cksl+ls_qxsl order by id desc",
     "update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where ls_sl>ls_cksl+ls_qxsl",
+    "update jxc_lsxsd set ls_crk=1 where ls_crk=0",
     u"商品出库功能",
     u"出库",
     u"启用后，商品销售审核时不减少库存，由仓库另开商品出库单，审核后才减少库存。"};
@@ -179,7 +182,9 @@ void saveMail(const ParameterValues& values) {
 
 /// Lines that were never put away or issued because the function was off: they must not wait when it is switched on.
 void closeStaleLines(const Waiting& waiting, const ParameterValues& values, bool wasSwitchedOn) {
-  if (!values.isOn(waiting.input) && !wasSwitchedOn) execSql(waiting.close);
+  if (values.isOn(waiting.input) || wasSwitchedOn) return;
+  execSql(waiting.close);
+  execSql(waiting.closeHeads);
 }
 
 bool areFine(ParameterValues& values, Prompt& prompt) {

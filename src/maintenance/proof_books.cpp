@@ -24,7 +24,8 @@ std::string joined(std::initializer_list<std::string_view> parts) {
 }  // namespace proof_books_detail
 
 bool leavesCost(const DocumentFamily& family) {
-  return !findLedgerFlag(family.flag)->setsCost();
+  const LedgerFlag* const flag = findLedgerFlag(family.flag);
+  return flag && !flag->setsCost();
 }
 
 // ---- names -------------------------------------------------------------------------------------------------------
@@ -266,46 +267,48 @@ void Books::loadLines() {
     const bool count = family.isCount(), movesLater = !line.closed.empty();
     const auto or0 = [](std::string_view column) { return column.empty() ? std::string_view("0") : column; };
     enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker, Cost };
-    eachChunk(family.lines,
-              proof_books_detail::joined({family.number, ",g_sn,", line.columns->quantity, ",", line.columns->total,
-                                          ",", count ? line.countedShelf : or0(line.columns->moved), ",",
-                                          or0(line.closed), ",", line.warehouse.empty() ? "null" : line.warehouse, ",",
-                                          or0(line.link), ",a_name,", or0(line.columns->cost)}),
-              [&](const RowSet& set) {
-                for (int row = 0; row < set.rowCount(); ++row) {
-                  Document& under = document(set.utf8(row, Number));
-                  const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
-                  const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
-                  if (++under.lines == 1) {
-                    under.firstLine = set.integer(row, Id);
-                    if (!under.family) under.maker = set.text(row, Maker);
-                  }
-                  under.total += set.number(row, Total);
-                  under.pieces += quantity;
-                  if (balancing)
-                    under.balancing += set.number(row, Total);
-                  else
-                    ++under.goodsLines;
-                  under.movingLines += !count || quantity != moved;
-                  if (!under.family || balancing) continue;
-                  if (under.audited && movesLater) {
-                    const double open = quantity - moved - set.number(row, Closed);
-                    if (std::fabs(open) < 1e-9) continue;
-                    ++under.openLines;
-                    Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
-                    (family.comesIn ? at.waitingIn : at.waitingOut) += open;
-                  } else if (!under.audited) {
-                    waiting.push_back(
-                        {.document = under.number,
-                         .goods = goods.add(set.utf8(row, Goods)),
-                         .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
-                         .quantity = quantity,
-                         .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
-                         .cost = set.number(row, Cost),
-                         .wasAudited = line.link.empty() || set.integer(row, Mark) != 0});
-                  }
-                }
-              });
+    eachChunk(
+        family.lines,
+        proof_books_detail::joined({family.number, ",g_sn,", line.columns->quantity, ",", or0(line.columns->total), ",",
+                                    count ? line.countedShelf : or0(line.columns->moved), ",", or0(line.closed), ",",
+                                    line.warehouse.empty() ? "null" : line.warehouse, ",", or0(line.link), ",a_name,",
+                                    or0(line.columns->cost)}),
+        [&](const RowSet& set) {
+          for (int row = 0; row < set.rowCount(); ++row) {
+            Document& under = document(set.utf8(row, Number));
+            const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
+            const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
+            if (++under.lines == 1) {
+              under.firstLine = set.integer(row, Id);
+              if (!under.family) under.maker = set.text(row, Maker);
+            }
+            under.total += set.number(row, Total);
+            under.pieces += quantity;
+            if (balancing)
+              under.balancing += set.number(row, Total);
+            else
+              ++under.goodsLines;
+            under.movingLines += !count || quantity != moved;
+            if (!under.family || balancing) continue;
+            if (under.audited && movesLater) {
+              const double open = quantity - moved - set.number(row, Closed);
+              if (std::fabs(open) < 1e-9) continue;
+              // Lines below zero are what an exchange brings back.
+              ++(open * quantity < 0 ? under.overLines : under.openLines);
+              Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
+              (family.comesIn ? at.waitingIn : at.waitingOut) += open;
+            } else if (!under.audited && !family.partial) {
+              waiting.push_back(
+                  {.document = under.number,
+                   .goods = goods.add(set.utf8(row, Goods)),
+                   .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
+                   .quantity = quantity,
+                   .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
+                   .cost = set.number(row, Cost),
+                   .wasAudited = line.link.empty() || set.integer(row, Mark) != 0});
+            }
+          }
+        });
   }
 }
 

@@ -84,6 +84,7 @@ struct Document {
   double headQuantity = 0;
   int lines = 0, goodsLines = 0, movingLines = 0;
   int openLines = 0;                // goods that wait for putaway or issue
+  int overLines = 0;                // of which more moved than there is
   double total = 0, balancing = 0;  // of lines; the balancing line's part
   double pieces = 0;                // of lines
   std::int64_t firstLine = 0;

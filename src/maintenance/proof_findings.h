@@ -44,6 +44,8 @@ enum class Kind : std::uint8_t {
   NoLines,
   GoodsUnmoved,
   MoveUnmarked,
+  MovedTooMuch,
+  PartsDiffer,
   Checker,
   WaitingPosted,
   RowsMissing,

@@ -5,6 +5,7 @@
 #include "engine/number_text.h"
 #include "maintenance/proof_books.h"
 #include "stock/internal_documents.h"
+#include "stock/partial_movement.h"
 
 #include <cmath>
 #include <unordered_map>
@@ -20,6 +21,7 @@ QString numberOf(const Books& books, const Document& document) {
 /// Ledger rows that an audited document of these lines has.
 int rowsDue(const Document& document) {
   if (document.family->hasMoney()) return document.lines;
+  if (document.family->partial) return 0;
   const internal_documents::Rules& rules = internal_documents::rulesOf(*document.family);
   return rules.rowsALine * document.movingLines + rules.rowsOfHead;
 }
@@ -102,6 +104,8 @@ void proveHead(Books& books, const Document& document) {
     if (*document.moved && document.openLines > 0) books.findings.add(Kind::GoodsUnmoved, open);
     if (!*document.moved && document.openLines == 0) books.findings.add(Kind::MoveUnmarked, open);
   }
+  if (document.overLines > 0)
+    books.findings.add(Kind::MovedTooMuch, here(u"%1 行超过数量"_qs.arg(document.overLines), u"没有"_qs));
   if (document.family->hasMoney() && document.heads == 1) proveTrading(books, document);
 }
 
@@ -115,7 +119,7 @@ void proveDifferences(Books& books) {
   for (const Document& document : books.documents) {
     const DocumentFamily* const family = document.family;
     if (!family || !document.audited || document.heads != 1 || document.ledgerRows == 0) continue;
-    if (family->hasMoney() || leavesCost(*family)) continue;
+    if (family->hasMoney() || family->partial || leavesCost(*family)) continue;
     const internal_documents::Rules& rules = internal_documents::rulesOf(*family);
     if (rules.differenceWord.empty()) continue;
     const double stored = booked[document.number], due = document.ledgerTotal;
@@ -123,6 +127,25 @@ void proveDifferences(Books& books) {
     books.findings.add(Kind::DifferenceLine, [&] {
       return Place{numberOf(books, document), numberText(stored), numberText(due)};
     });
+  }
+}
+
+/// What was put away or issued of a line is the sum of the documents that did it. A line that moved with its audit has
+/// none.
+void proveParts(Books& books) {
+  for (const PartialMovement* m : {&partial::putaway, &partial::issue}) {
+    const DocumentFamily &f = *m->family, &s = *m->source;
+    const std::string sql = compose(
+        "select a.{} as djh,a.g_sn,a.{} as moved,x.sl from (select b.{} as lid,b.g_sn,sum(b.{}) as sl from {} "
+        "b,{} c where b.{}=c.{} and c.{}=1 group by b.{},b.g_sn) x,{} a where a.{}=x.lid and a.g_sn=x.g_sn",
+        {s.number, m->moved, f.line.sourceLine, f.line.columns->quantity, f.lines, f.head, f.number, f.number, f.status,
+         f.line.sourceLine, s.lines, s.line.link});
+    for (const Row row : books.select(sql))
+      if (!sameAmount(row.number("moved"), row.number("sl")))
+        books.findings.add(Kind::PartsDiffer, [&] {
+          return Place{u"单据 "_qs + row.text("djh") + u" 商品 "_qs + row.text("g_sn"), row.text("moved"),
+                       row.text("sl")};
+        });
   }
 }
 
@@ -204,6 +227,7 @@ void proveDocuments(Books& books) {
       headless.prove(document);
   }
   proveDifferences(books);
+  proveParts(books);
   books.step(98, u"核对编号"_qs);
   proveCodes(books);
   const RowSet staged = books.select("select a_name,count(*) as num from jxc_tempspxf where g_sn<>'' group by a_name");

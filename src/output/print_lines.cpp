@@ -2,6 +2,7 @@
 
 #include "core/session.h"
 #include "stock/document_family.h"
+#include "stock/partial_movement.h"
 
 #include <algorithm>
 
@@ -20,7 +21,9 @@ Filter linesOf(const DocumentFamily& family, const QString& number, LineScope sc
 }
 
 /// Name of the goods as it prints, with the mark of a gift.
-std::string nameOf(const LineTable& line) {
+std::string nameOf(const DocumentFamily& family) {
+  const LineTable& line = family.line;
+  if (const std::string mark = partial::giftMark(family, "a"); !mark.empty()) return "b.g_name" + mark + " as g_name";
   if (line.gift.empty()) return "b.g_name";
   return compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {line.gift, line.gift});
 }
@@ -30,7 +33,8 @@ std::string figuresOf(const LineTable& line) {
   const LineColumns& c = *line.columns;
   if (!c.taxedPrice.empty()) return compose(",a.{}*a.{} as sj", {c.taxedPrice, c.discount});
   const std::string quantity = line.moves.empty() ? compose("a.{}", {c.quantity}) : std::string(line.moves);
-  return "," + quantity + " as sl" + compose(",a.{} as dj,a.{} as zje", {c.price, c.total}) +
+  return "," + quantity + " as sl" +
+         (c.price.empty() ? std::string() : compose(",a.{} as dj,a.{} as zje", {c.price, c.total})) +
          (line.note.empty() ? std::string() : compose(",a.{} as note", {line.note}));
 }
 
@@ -40,7 +44,7 @@ std::string selectOf(const DocumentFamily& family) {
   const std::string_view warehouse = family.line.warehouse;
   const std::string goods = "(" + std::string(family.lines) +
                             " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn";
-  return "select a.*," + nameOf(family.line) + ",b.dw_name,b.gg_name,b.color_name" + figuresOf(family.line) +
+  return "select a.*," + nameOf(family) + ",b.dw_name,b.gg_name,b.color_name" + figuresOf(family.line) +
          std::string(family.paper.moreColumns) + ",b.g_sptm,b.g_bz,b.g_sccs,c.gc_name" +
          (warehouse.empty()
               ? " from " + goods

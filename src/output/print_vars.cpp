@@ -9,6 +9,7 @@
 #include "masterdata/partner_side.h"
 #include "stock/conversion.h"
 #include "stock/document_family.h"
+#include "stock/partial_rules.h"
 #include "stock/trading_document.h"
 
 #include <cmath>
@@ -170,6 +171,12 @@ void fillDraftVars(report::Report& report, const DocumentDraft& draft, const Doc
   report.setText(QStringView(family.paper.noteAs), draft.note);
   if (const DocumentPaper& paper = family.paper; !paper.ownVariable.empty())
     report.setText(QStringView(paper.ownVariable), words(paper.ownText));
+}
+
+void fillDraftVars(report::Report& report, const partial::PartialDraft& draft, const DocumentFamily& family) {
+  const DocumentDraft& head = draft;
+  fillDraftVars(report, head, family);
+  print_vars_detail::setPartnerVars(report, family.side, draft.partner);
 }
 
 void fillDraftVars(report::Report& report, const ConversionDraft& draft, const ConversionFigures& figures,

@@ -7,6 +7,7 @@
 #include "output/templates.h"
 #include "stock/conversion.h"
 #include "stock/document_family.h"
+#include "stock/partial_rules.h"
 #include "stock/trading_document.h"
 
 #include <QFile>
@@ -165,6 +166,10 @@ report::Report draftReport(const DocumentFamily& family, const Draft& draft, con
 }  // namespace printed_documents_detail
 
 report::Report draftDocumentReport(const DocumentFamily& family, const DocumentDraft& draft) {
+  return printed_documents_detail::draftReport(family, draft);
+}
+
+report::Report draftDocumentReport(const DocumentFamily& family, const partial::PartialDraft& draft) {
   return printed_documents_detail::draftReport(family, draft);
 }
 

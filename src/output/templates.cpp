@@ -26,7 +26,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"cgjh2", u"采购进货单(不含进价)", u"采购"},
     {u"cgth", u"采购退货单", u"采购"},
     {u"cgth2", u"采购退货单(不含进价)", u"采购"},
-    {u"cgrk", u"商品入库单", u"采购", true},
+    {u"cgrk", u"商品入库单", u"采购"},
     {u"jthmxb", u"进退货明细表", u"采购"},
     {u"fpcgmxb", u"进货发票明细表", u"采购", true},
 
@@ -36,7 +36,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"xsth", u"顾客退货单", u"销售"},
     {u"xsth2", u"顾客退货单(含零售价)", u"销售"},
     {u"xsth4", u"顾客退货单(不含售价)", u"销售"},
-    {u"spck", u"商品出库单", u"销售", true},
+    {u"spck", u"商品出库单", u"销售"},
     {u"fyd", u"发运单", u"销售", true},
     {u"xsthmxb", u"销售退货明细表", u"销售"},
     {u"fpxsmxb", u"销售发票明细表", u"销售", true},

@@ -21,5 +21,7 @@ QString usualQuestion(const QString& number);
 /// What is asked when the goods that a document brought in are no longer all there: its ledger rows against the book
 /// stock of their warehouses. As of `checkStockShort`.
 Refusal shortWhenTakenBack(const QString& number);
+/// The same of what is open of a source, when a return closes it: goods that never came may have been sold already.
+Refusal shortWhenClosed(const PartialMovement& movement, const QString& source);
 
 }  // namespace jxc::cancel_checks

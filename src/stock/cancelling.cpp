@@ -11,6 +11,7 @@
 #include "stock/document.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
+#include "stock/partial_rest.h"
 #include "stock/trading.h"
 
 #include <algorithm>
@@ -23,12 +24,29 @@ namespace cancelling_detail {
 using trading::Head;
 using trading::Rules;
 
-/// A document that hangs on this one.
+bool isRest(const Rules& rules, const QString& number) {
+  return rules.reopenSource && partial::closesRest(*rules.family, number);
+}
+
+/// A document that hangs on this one: a return that closed its rest, or something that was put away or issued of it.
 std::optional<QString> effectElsewhere(const Rules& rules, const QString& number) {
+  const PartialMovement* const later = partial::behind(*rules.family);
+  if (const QString back = later ? partial::restReturnOf(*later, number) : QString(); !back.isEmpty())
+    return u"该单据"_qs + number + u"做了取消"_qs + words(later->doing) +
+           u"，不能取消审核！\r\n\r\n请先取消审核退货单："_qs + back + u"，\r\n\r\n然后再取消审核！"_qs;
   if (!rules.effectElsewhere || lookupValue(rules.effectElsewhere, number).isEmpty()) return {};
   const QString kind = words(rules.elsewhereDocument);
   return u"该单据"_qs + number + u"已有"_qs + kind + u"信息，不能取消审核！\r\n\r\n请在商品"_qs + kind +
          u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
+}
+
+/// A return that closed a rest has no waiting state: as a waiting document it would take from the shelf what never
+/// came.
+QString question(const Rules& rules, const QString& number) {
+  const QString usual = cancel_checks::usualQuestion(number);
+  return isRest(rules, number)
+             ? usual + u"\r\n\r\n原单取消的数量将恢复为待入库（出库），这张自动生成的退货单将被删除。"_qs
+             : usual;
 }
 
 Refusal shortageOf(const Rules& rules, const Head& head) {
@@ -44,7 +62,7 @@ bool mayGo(const Rules& rules, const QString& number, Head& head, Refusal& short
   if (!trading::readAudited(rules, number, head)) return false;
   if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
       !cancel_checks::passesGate(number, head.date, prompt) ||
-      !cancel_checks::isConfirmed(cancel_checks::usualQuestion(number), prompt, mode))
+      !cancel_checks::isConfirmed(question(rules, number), prompt, mode))
     return false;
   shortage = shortageOf(rules, head);
   return mayGoShort(shortage, prompt);
@@ -53,29 +71,20 @@ bool mayGo(const Rules& rules, const QString& number, Head& head, Refusal& short
 /// A return that an unfinished putaway or issue made by itself: its goods never moved, so only the books go back, and
 /// the source line is open again.
 void reopenSourceLine(const Rules& rules, std::int64_t source) {
-  execSql(rules.reopenSource[0], source);
+  execSql(rules.reopenSource, source);
   const QString document = lookupValue(rules.sourceOpen, source);
   if (!document.isEmpty()) execSql(rules.reopenSourceHead, document);
 }
 
 void cancelStock(const Rules& rules, const Head& head) {
-  bool fromSource = false;
-  for (StockEffect effect : trading::effectsOf(rules, head.number)) {
-    if (rules.reopenSource[0] && effect.source != 0) {
-      fromSource = true;
-      effect.physical = 0;
-      reopenSourceLine(rules, effect.source);
-    }
+  for (const StockEffect& effect : trading::effectsOf(rules, head.number)) {
+    if (rules.reopenSource && effect.source != 0) reopenSourceLine(rules, effect.source);
     applyToBalance(effect, -1);
     replayLedger(effect.id, AnchorRow::Skip);
     if (rules.movesCost)
       execSql(rules.goodsCancelled, effect.physical, averageOr(effect.goods, effect.price), effect.goods);
     else
       execSql(rules.goodsCancelled, effect.physical, effect.goods);
-  }
-  if (fromSource) {
-    execSql(rules.reopenSource[1], head.number);
-    execSql(rules.reopenSource[2], head.number);
   }
 }
 
@@ -154,6 +163,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       if (now != shortage) changed = now;
     }
     if (!changed) {
+      const bool rest = isRest(rules, number);
       writeLog(words(family.cancelledLog) + number);
       execSql(compose("delete from {} where {}=0 and {}=?", {family.head, family.status, family.number}), number);
       cancelStock(rules, head);
@@ -161,6 +171,10 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       execSql(rules.reopenHead, number);
       execSql("delete from jxc_goodslist where gl_djh=?", number);
       cancelMoney(rules, head);
+      if (rest) {
+        execSql(compose("delete from {} where {}=?", {family.head, family.number}), number);
+        execSql(compose("delete from {} where {}=?", {family.lines, family.number}), number);
+      }
       refreshMonthStock(head.warehouse, head.month());
       transaction.commit();
     }

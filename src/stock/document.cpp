@@ -14,6 +14,7 @@
 #include "stock/conversion.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
+#include "stock/partial_rest.h"
 #include "stock/stocktake.h"
 
 #include <algorithm>
@@ -262,7 +263,8 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
     // stock went while the question stood.
     const auto now = shortage();
-    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::passedOver(result.number));
+    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::passedOver(result.number)) ||
+                (mayAudit && family.standsAgainst && family.standsAgainst(result.number));
     if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
     return true;
@@ -311,10 +313,10 @@ double backAtMost(double due, double settled) {
 std::optional<double> settledBefore(const DocumentFamily& family, const QString& number) {
   for (const DocumentFamily& f : documentFamilies()) {
     if (f.isReturned.empty() || f.partner != family.partner || &f == &family) continue;
-    const RowSet heads = openSelect(
-        compose("select {},{} from {} where {}=1 and {}=?", {f.paid, f.collected, f.head, f.isReturned, f.returnedBy}),
-        number);
-    if (!heads.isEmpty()) return heads.number(0, 0) + heads.number(0, 1);
+    const RowSet heads = openSelect(compose("select {},{},{} from {} where {}=1 and {}=?",
+                                            {f.paid, f.collected, f.number, f.head, f.isReturned, f.returnedBy}),
+                                    number);
+    if (!heads.isEmpty()) return heads.number(0, 0) + heads.number(0, 1) - partial::restPaidBack(f, heads.text(0, 2));
   }
   return {};
 }
@@ -326,6 +328,12 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
     execSql("update jxc_kcpd set pd_sl=?,kc_sl=? where gl_djh=?", sums.number(0, 0), sums.number(0, 1), number);
   }
   if (!family.whole.goods.empty() && !family.comesIn) document_detail::refreshWholeCost(family, number);
+  if (!family.pieces.empty())
+    execSql(compose("update {} set {}=? where {}=?", {family.head, family.pieces, family.number}),
+            lookupNumber(compose("select sum({}) from {} where {}=?",
+                                 {family.line.columns->quantity, family.lines, family.number}),
+                         number),
+            number);
   if (family.due.empty()) return;
   const auto sum = [&](std::string_view condition) {
     const std::string statement =

@@ -130,6 +130,10 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   }
   if (heads.isEmpty()) return gone();
   const bool waiting = heads.front().integer(family.status) == 0;
+  const auto standsAgainst = [&] {
+    return waiting && family.standsAgainst ? family.standsAgainst(number) : std::nullopt;
+  };
+  if (isRefused(standsAgainst(), prompt)) return AuditOutcome::Refused;
   const QString warehouse = heads.front().text(family.warehouse);
   const auto shortage = waiting ? askShortage(family, number, warehouse).words() : Refusal();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
@@ -149,6 +153,8 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
     const StockShortage shortageNow = askShortage(family, number, warehouse);
     moved = recount && !recount->takeUp(number);
     if (moved) return AuditOutcome::Refused;
+    changed = standsAgainst();
+    if (changed) return AuditOutcome::Refused;
     const AuditOutcome done = auditInside(family, number, change);
     if (done == AuditOutcome::Audited) {
       // Stock went while the question stood: what the operator agreed to is no longer what would happen.

@@ -1,4 +1,4 @@
-// 单据族: what a kind of document is, as data: tables, fields, rights, words and paper of all twelve families. Whoever
+// 单据族: what a kind of document is, as data: tables, fields, rights, words and paper of all families. Whoever
 // adds a family adds one record; numbering, waiting list, audit, cancel, print, proof and preview go by it.
 #pragma once
 
@@ -11,6 +11,7 @@
 #include <QStringView>
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -18,6 +19,7 @@ namespace jxc {
 
 class Prompt;
 class Row;
+struct PartialMovement;
 enum class CancelMode : char;
 enum class PartnerType : char;
 
@@ -54,14 +56,16 @@ struct DocumentFamily {
 
   // head and lines
   std::string_view head, lines, number, date, status, checker, checkDate, note;
-  std::string_view warehouse;        // of the head, the one that stock is tested against
-  std::string_view into;             // the other warehouse, of a transfer
-  HeadGoods whole;                   // of split and bundle
-  LineTable line;                    // columns of `lines`
-  bool comesIn = false;              // lines bring goods into the warehouse
-  bool sharesTables = false;         // stands in the tables of the family before it, told apart by its number
-  std::string_view allMoved;         // of the head: no line waits to be put away or issued
-  std::string_view fromTill;         // marks heads that the till wrote: its money goes its own way
+  std::string_view warehouse;                // of the head, the one that stock is tested against
+  std::string_view into;                     // the other warehouse, of a transfer
+  HeadGoods whole;                           // of split and bundle
+  LineTable line;                            // columns of `lines`
+  bool comesIn = false;                      // lines bring goods into the warehouse
+  bool sharesTables = false;                 // stands in the tables of the family before it, told apart by its number
+  std::string_view allMoved;                 // of the head: no line waits to be put away or issued
+  std::string_view pieces;                   // of the head: the sum of its lines, where it keeps one
+  const PartialMovement* partial = nullptr;  // moves parts of another document: no ledger rows, no amounts
+  std::string_view fromTill;                 // marks heads that the till wrote: its money goes its own way
   std::u16string_view shortageWord;  // what goods cannot do beyond the stock, in the words of its test: 出库, 退货 …
   std::u16string_view shortageAtAudit;  // kind for checkStockShort before audit; empty: not tested
 
@@ -91,6 +95,8 @@ struct DocumentFamily {
 
   /// Asked of a waiting head before audit besides; null: nothing more. False: the operator said no.
   bool (*mayAuditMore)(const Row& head, Prompt& prompt) = nullptr;
+  /// What stands against its audit, in words: asked before, and again inside its transaction.
+  std::optional<QString> (*standsAgainst)(const QString& number) = nullptr;
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
   bool staysWithStock = false;      // takes another warehouse only when that knows its goods and has enough of them
   bool redateRenewsNumber = false;  // a new date always takes a number of that date
@@ -114,9 +120,10 @@ namespace families {
 extern const DocumentFamily purchaseReceipt, purchaseReturn, sale, saleReturn;
 extern const DocumentFamily transfer, stocktake, loss, overflow, split, bundle;
 extern const DocumentFamily loan, loanReturn;
+extern const DocumentFamily putaway, issue;
 inline constexpr std::reference_wrapper<const DocumentFamily> all[] = {
-    purchaseReceipt, purchaseReturn, sale,   saleReturn, transfer,  stocktake, loss,
-    overflow,        split,          bundle, loan,       loanReturn};
+    purchaseReceipt, purchaseReturn, sale,   saleReturn, transfer,   stocktake, loss,
+    overflow,        split,          bundle, loan,       loanReturn, putaway,   issue};
 }  // namespace families
 
 /// All of them, trading documents first.

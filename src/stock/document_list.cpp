@@ -2,6 +2,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/list_audit.h"
+#include "core/numbers.h"
 #include "core/reading.h"
 #include "core/refusal.h"
 #include "core/rights.h"
@@ -9,6 +10,7 @@
 #include "stock/cancelling.h"
 #include "stock/document.h"
 #include "stock/document_rules.h"
+#include "stock/partial_movement.h"
 
 #include <algorithm>
 #include <set>
@@ -180,17 +182,19 @@ Sql heads(const Part& part) {
   const auto money = [&](std::string_view column) {
     return !f.hasMoney() ? std::string("null") : yuan(ofOr("a", column, "0"));
   };
-  const std::string worth =
-      f.hasMoney() ? of("a", f.due)
-                   : compose("(select sum(x.{}) from {} x where x.{}=a.{})", {line.total, f.lines, f.number, f.number});
+  const std::string worth = f.hasMoney()         ? of("a", f.due)
+                            : line.total.empty() ? std::string("null")
+                                                 : compose("(select sum(x.{}) from {} x where x.{}=a.{})",
+                                                           {line.total, f.lines, f.number, f.number});
   return Sql("select " + commonColumns(part) + (f.into.empty() ? "''" : "e.ck_name") + " as ck_in," + of("a", f.note) +
              " as dnote,a.a_name," + of("a", f.checker) + " as checker," + ofOr("a", f.originalNumber, "''") +
              " as j_sn2," + ofOr("a", f.invoiceNumber, "''") + " as fpno," + ofOr("a", f.isReturned, "0") +
              " as j_th," + money(f.due) + " as yfje," + money(f.paid) + " as sfje," + money(f.discount) + " as yhje," +
              money(f.collected) + " as hkje," + (f.hasMoney() ? yuan(openAmount(f)) : "null") + " as wfje," +
              money(f.freight) + " as yf," + money(f.packing) + " as bzf," + ofOr("a", f.freightPayer, "''") +
-             " as yffs," + yuan(worth) + " as zje," + of("a", f.number) + " & '-' & a.id as rowkey" +
-             (part.listing.columns ? part.listing.columns(f) : std::string()) + " from " + headTables(f));
+             " as yffs," + yuan(worth) + " as zje," + ofOr("a", f.pieces, "null") + " as zsl," + of("a", f.number) +
+             " & '-' & a.id as rowkey" + (part.listing.columns ? part.listing.columns(f) : std::string()) + " from " +
+             headTables(f));
 }
 
 Sql linesOf(const Part& part) {
@@ -200,9 +204,13 @@ Sql linesOf(const Part& part) {
   const bool seen = seesAmounts(f);
   const std::string sign = f.headSign < 0 ? "-1*" : "";
   const auto signedOf = [&](std::string_view column) { return sign + of("x", column); };
-  const auto yuan = [&](const std::string& amount) { return seen ? amount : std::string("null"); };
+  // An amount that the kind has and the operator may see.
+  const auto amount = [&](std::string_view column) {
+    return column.empty() || !seen ? std::string("null") : signedOf(column);
+  };
   const std::string quantity = table.moves.empty() ? signedOf(line.quantity) : "x.moved";
-  const std::string name = table.gift.empty() ? "g.g_name" : "g.g_name & " + of("x", table.gift);
+  const std::string name =
+      table.gift.empty() ? "g.g_name" + partial::giftMark(f, "x") : "g.g_name & " + of("x", table.gift);
   const std::string book = ofOr("x", table.countedBook, "null");
   // The head has columns of the same names as some lines: what a line moves is told inside.
   const std::string lines = table.moves.empty() ? std::string(f.lines) + " x"
@@ -216,15 +224,22 @@ Sql linesOf(const Part& part) {
   return Sql("select " + commonColumns(part) + other + " as ck_in,x.id as lid," + of("a", f.number) +
              " & '-' & x.id as rowkey," + of("a", f.number) + " as gl_djh," + of("a", f.date) + " as gl_kdrq,x.g_sn," +
              name + " as g_name,g.gg_name,g.color_name,g.dw_name," + quantity + " as gl_sl," +
-             yuan(of("x", line.price)) + " as gl_dj," + yuan(signedOf(line.net.empty() ? line.total : line.net)) +
-             " as gl_je," + (line.taxAmount.empty() ? "null" : yuan(signedOf(line.taxAmount))) + " as gl_taxje," +
-             yuan(signedOf(line.total)) + " as gl_zje," + book + " as zmsl," +
+             (line.price.empty() || !seen ? "null" : of("x", line.price)) + " as gl_dj," +
+             amount(line.net.empty() ? line.total : line.net) + " as gl_je," + amount(line.taxAmount) +
+             " as gl_taxje," + amount(line.total) + " as gl_zje," + book + " as zmsl," +
              (table.countedBook.empty() ? "null" : of("x", line.quantity) + "-" + book) + " as cysl," +
-             ofOr("x", table.note, "''") + " as gl_bz,x.t_ph,x.t_yxq from " + tables);
+             ofOr("x", table.note, "''") + " as gl_bz," + ofOr("x", table.source, "''") + " as gl_djh2,x.t_ph," +
+             ofOr("x", table.expires, "''") + " as t_yxq from " + tables);
 }
 
-/// The audited documents among these numbers are cancelled in the order in which the books grew, from behind.
+/// The audited documents among these numbers are cancelled in the order in which the books grew, from behind. What was
+/// put away or issued wrote no rows there, and stands on documents that did: it goes before them.
 std::int64_t lastPosting(const QString& number) {
+  const DocumentFamily& family = documentFamily(number);
+  if (family.partial) {
+    constexpr std::int64_t behindAll = std::int64_t{1} << 40;
+    return behindAll + firstIdOf(family.head, family.number, number);
+  }
   return static_cast<std::int64_t>(lookupNumber("select max(id) from jxc_goodslist where gl_djh=?", number));
 }
 

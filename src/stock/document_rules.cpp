@@ -6,6 +6,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/partial_movement.h"
 
 #include <QDate>
 
@@ -43,8 +44,9 @@ std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown)
                   {own.total, as.total},
                   {f.line.note, shown.line.note}}) +
          (f.isCount() ? compose(",a.{}-a.{} as cysl", {own.quantity, f.line.countedShelf}) : std::string()) + "," +
-         (gift.empty() ? std::string("b.g_name")
-                       : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
+         (!partial::giftMark(f, "a").empty() ? "b.g_name" + partial::giftMark(f, "a") + " as g_name"
+          : gift.empty()                     ? std::string("b.g_name")
+                                             : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
          ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm" + fromLines(f) + compose(" where a.{}=?", {f.number});
 }
 

@@ -30,6 +30,8 @@ struct LineDraft {
   QString gift;                      // "(赠品)" on a gift: it takes stock and cost and adds nothing to what is due
   QString warehouse;                 // code; of documents whose lines have their own
   double shelf = 0, book = 0;        // pieces, as a count finds them written
+  QString source;                    // number of the document that the line moves a part of
+  std::int64_t sourceLine = 0;       // and the line there
 };
 
 struct LineResult {

@@ -43,6 +43,8 @@ struct LineTable {
   std::string_view link;                                 // the line's own id, written at audit
   std::string_view warehouse;                            // of the line itself, where lines have their own
   std::string_view countedShelf, countedBook;            // stock that a count found written
+  std::string_view source, sourceLine;                   // number and `link` of the line that this one moves a part of
+  std::string_view expires = "t_yxq";                    // date of expiry
   std::string_view moves;  // what the line moves, as an expression, where that is not its quantity
 };
 extern const LineTable stagingLineTable;

@@ -11,6 +11,7 @@
 #include "engine/number_text.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
+#include "stock/partial_movement.h"
 #include "stock/trading.h"
 
 #include <optional>
@@ -134,15 +135,30 @@ void postGoods(const Rules& rules, const Head& head, const StockEffect& effect, 
     postSql(rules.goodsPosted, effect.physical, *average, effect.goods);
 }
 
+/// Goods move with the audit, unless a document of their own moves them later. What an exchange brings back waits for
+/// none.
+void markMoved(const Rules& rules, const QString& number) {
+  const DocumentFamily& f = *rules.family;
+  const LineColumns& c = *f.line.columns;
+  if (rules.markLines[0] && !(c.movedLater && c.movedLater()))
+    postSql(rules.markLines[0], number);
+  else if (rules.markLines[0])
+    postSql(compose("update {} set {}={} where {}<0 and {}=?", {f.lines, c.moved, c.quantity, c.quantity, f.number}),
+            number);
+  if (rules.markLines[1]) postSql(rules.markLines[1], number);
+  if (const PartialMovement* later = partial::behind(f))
+    postSql(compose("update {} set {}=1 where {}=0 and {}=? and not exists (select b.id from {} b where b.{}=? and ",
+                    {f.head, f.allMoved, f.allMoved, f.number, f.lines, f.number}) +
+                partial::isOpen(*later, "b") + ")",
+            number, number);
+}
+
 /// Writes the rows of the stock ledger and asks what they do to stock.
 struct LedgerRows {
   Ahead written, lines, effects;
 };
 LedgerRows writeLedger(const Rules& rules, const QString& number) {
-  const auto movedLater = rules.family->line.columns->movedLater;
-  const bool movesNow = !movedLater || !movedLater();
-  if (rules.markLines[0] && movesNow) postSql(rules.markLines[0], number);
-  if (rules.markLines[1]) postSql(rules.markLines[1], number);
+  markMoved(rules, number);
   const Ahead written = sendAhead(rules.insertLedger, session().a_name, clock::today(), number);
   const Ahead lines = askLineCount(*rules.family, number);
   if (rules.afterLedger) postSql(rules.afterLedger, number);

@@ -97,7 +97,7 @@ void changeDocument(const DocumentFamily& family, double cost, const QString& go
 /// The family whose documents write rows of this flag; null: none of this program.
 const DocumentFamily* familyOf(std::string_view flag) {
   for (const DocumentFamily& family : documentFamilies())
-    if (family.flag == flag) return &family;
+    if (!flag.empty() && family.flag == flag) return &family;
   return nullptr;
 }
 

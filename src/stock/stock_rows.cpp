@@ -8,6 +8,7 @@
 #include "stock/cancel_checks.h"
 #include "stock/document_family.h"
 #include "stock/ledger.h"
+#include "stock/partial_movement.h"
 
 namespace jxc {
 namespace stock_rows_detail {
@@ -93,6 +94,15 @@ Ahead askShortGoods(const DocumentFamily& family, const QString& number, const Q
   // Asked of each goods of the document: a join would begin with all goods of the warehouse.
   // What comes in on the whole is never short, however low the stock.
   const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
+  // What is issued, or was put away, lies on the shelf or it does not: goods that the warehouse does not know do not.
+  if (family.partial)
+    return sendAhead(
+        compose(
+            "select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' group by "
+            "g_sn) a where a.sl>0 and not exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and "
+            "a.sl<=b.kc_sl) order by a.g_sn",
+            {family.line.columns->quantity, family.lines, family.number}),
+        number, warehouse);
   return sendAhead(
       compose("select top 1 a.g_sn from (select g_sn," + sum +
                   " as sl from {} where {}=? and g_sn<>'00000000' group by g_sn) a where a.sl>0 and exists (select "
@@ -129,6 +139,23 @@ Refusal cancel_checks::shortWhenTakenBack(const QString& number) {
                  "b.g_sn=a.g_sn and b.ck_sn=a.ck_sn and a.sl>b.kc_zsl) order by a.g_sn",
                  number),
       stock_rows_detail::warningOf(u"出库"_qs));
+}
+
+Refusal cancel_checks::shortWhenClosed(const PartialMovement& m, const QString& source) {
+  if (m.direction < 0) return {};
+  const DocumentFamily& s = *m.source;
+  return stock_rows_detail::shortageWords(
+      openSelect(
+          compose("select top 1 a.g_sn from (select b.g_sn,c.{} as ck_sn,sum(", {s.warehouse}) +
+              partial::openPieces(m, "b") +
+              compose(") as sl from {} b,{} c where b.{}=c.{} and c.{}=1 and c.{}=? and ",
+                      {s.lines, s.head, s.number, s.number, s.status, s.number}) +
+              partial::isOpen(m, "b") +
+              compose(" group by b.g_sn,c.{}) a where not exists (select d.id from jxc_kcsp d where d.g_sn=a.g_sn "
+                      "and d.ck_sn=a.ck_sn and a.sl<=d.kc_zsl) order by a.g_sn",
+                      {s.warehouse}),
+          source),
+      stock_rows_detail::warningOf(words(m.back->shortageWord)));
 }
 
 bool mayGoShort(const Refusal& shortage, Prompt& prompt) {

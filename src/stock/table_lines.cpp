@@ -42,7 +42,9 @@ struct CopiedColumns {
       addExpression(zero, "0");
     add("t_ph", "t_ph");
     add("t_scrq", "t_scrq");
-    add("t_yxq", "t_yxq");
+    add(to.expires, source.expires);
+    if (!to.source.empty()) add(to.source, source.source);
+    if (!to.sourceLine.empty()) addExpression(to.sourceLine, compose("clng(a.{})", {source.sourceLine}));
   }
 };
 
@@ -101,7 +103,12 @@ std::optional<LineDraft> TableLines::loadLine(Lines where, std::int64_t id) cons
   draft.note = text(table.note);
   draft.batch = text("t_ph");
   draft.produced = text("t_scrq");
-  draft.expires = text("t_yxq");
+  draft.expires = text(table.expires);
+  // A staging row keeps in the same places what other documents have there.
+  if (!family().line.source.empty()) {
+    draft.source = text(table.source);
+    draft.sourceLine = row.text(table.sourceLine).toLongLong();
+  }
   draft.cost = figures.cost;
   draft.retail = table.retail.empty() ? 0 : row.number(table.retail);
   draft.gift = text(table.gift);
@@ -199,14 +206,16 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
                              {table.shownCost, draft.cost},
                              {table.retail, draft.retail},
                              {table.entryTotal, line.total},
-                             {table.gift, draft.gift},
+                             {draft.source.isEmpty() ? table.gift : std::string_view(), draft.gift},
                              {table.warehouse, draft.warehouse},
                              {table.countedShelf, draft.shelf},
                              {table.countedBook, draft.book},
                              {table.note, noteOf(draft)},
                              {"t_ph", draft.batch},
                              {"t_scrq", draft.produced},
-                             {"t_yxq", draft.expires},
+                             {table.expires, draft.expires},
+                             {draft.source.isEmpty() ? std::string_view() : table.source, draft.source},
+                             {draft.source.isEmpty() ? std::string_view() : table.sourceLine, draft.sourceLine},
                              {zero(0), 0},
                              {zero(1), 0},
                              {zero(2), 0},
@@ -258,7 +267,7 @@ bool TableLines::changeLine(Lines where, std::int64_t id, const LinePlace& place
                {table.note, noteOf(draft)},
                {"t_ph", draft.batch},
                {"t_scrq", draft.produced},
-               {"t_yxq", draft.expires}});
+               {table.expires, draft.expires}});
     return *line;
   });
 }
@@ -482,6 +491,31 @@ void TableLines::moveDraftTo(const LinePlace& place) const {
   transaction.commit();
 }
 
+namespace table_lines_detail {
+
+/// Of a line whose rest was cancelled only what really moved goes back: its pieces, and what the return of the rest has
+/// left of its amounts. `row` is of the source, `id` its copy.
+void leaveOutCancelled(const DocumentFamily& from, const Row& row, const DocumentFamily& to, std::int64_t id) {
+  LineFigures left = readFigures(row, *from.line.columns);
+  left.quantity -= row.number(from.line.closed);
+  if (left.quantity == 0) return void(execSql(compose("delete from {} where id=?", {to.lines}), id));
+  const LineColumns& c = *to.line.columns;
+  for (const Row rest :
+       openSelect(compose("select a.* from {} a,{} b where a.{}=b.{} and b.{}=1 and a.{}=? and a.g_sn=?",
+                          {to.lines, to.head, to.number, to.number, to.status, to.line.link}),
+                  row.integer(from.line.link), row.text("g_sn"))) {
+    const LineFigures gone = readFigures(rest, c);
+    left.net -= gone.net;
+    left.taxAmount -= gone.taxAmount;
+    left.total -= gone.total;
+    left.costAmount -= gone.costAmount;
+  }
+  writeFigures(c, id, left);
+  if (!to.line.entryTotal.empty()) updateRow(to.lines, id, {{to.line.entryTotal, left.total}});
+}
+
+}  // namespace table_lines_detail
+
 void copyWholeDocument(const DocumentFamily& from, const QString& source, const DocumentFamily& to,
                        const QString& number) {
   table_lines_detail::CopiedColumns columns;
@@ -490,6 +524,16 @@ void copyWholeDocument(const DocumentFamily& from, const QString& source, const 
   execSql(compose("insert into {} ({},a_name,", {to.lines, to.number}) + columns.into + ") select ?,?," + columns.from +
               compose(" from {} a where a.{}=? order by a.id", {from.lines, from.number}),
           number, session().a_name, source);
+  if (from.line.closed.empty()) return;
+  const RowSet lines =
+      openSelect(compose("select a.* from {} a where a.{}=? order by a.id", {from.lines, from.number}), source);
+  const RowSet copies =
+      openSelect(compose("select a.id from {} a where a.{}=? and a.a_name=? order by a.id", {to.lines, to.number}),
+                 number, session().a_name);
+  for (int i = 0; i < lines.rowCount(); ++i)
+    if (lines[i].number(from.line.closed) != 0)
+      table_lines_detail::leaveOutCancelled(from, lines[i], to,
+                                            copies.integer(copies.rowCount() - lines.rowCount() + i, 0));
 }
 
 }  // namespace jxc

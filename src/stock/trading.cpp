@@ -166,8 +166,7 @@ const Rules purchaseReturnRules = {
     .goodsCancelled = "update jxc_goods set g_kc=g_kc-(?),g_cgpl=g_cgpl+1,g_pjjj=? where g_sn=?",
     .bumpEmployee = bumpPurchaseCount,
     .reopenHead = "update jxc_thd set th_status=0,th_chkrq='',th_checker='',th_hkje=0 where gl_djh=?",
-    .reopenSource = {"update jxc_jhsp set jh_qxsl=0 where id2=?", "update jxc_thsp set id2=0 where gl_djh=?",
-                     "update jxc_thd set th_note='' where gl_djh=?"},
+    .reopenSource = "update jxc_jhsp set jh_qxsl=0 where id2=?",
     .sourceOpen = "select top 1 j_sn from jxc_jhsp where id2=? and jh_sl>jh_rksl+jh_qxsl order by id",
     .reopenSourceHead = "update jxc_jhd set j_crk=0 where j_sn=?",
 };
@@ -215,8 +214,7 @@ const Rules saleReturnRules = {
     .goodsCancelled = "update jxc_goods set g_kc=g_kc-(?),g_xspl=g_xspl-1 where g_sn=?",
     .shortageAtCancel = u"XT",
     .reopenHead = "update jxc_xsthd set th_status=0,th_chkrq='',th_checker='',th_hkje=0,th_qk=0 where gl_djh=?",
-    .reopenSource = {"update jxc_lsxssp set ls_qxsl=0 where id2=?", "update jxc_xsthsp set id2=0 where gl_djh=?",
-                     "update jxc_xsthd set th_note='' where gl_djh=?"},
+    .reopenSource = "update jxc_lsxssp set ls_qxsl=0 where id2=?",
     .sourceOpen = "select top 1 gl_djh from jxc_lsxssp where id2=? and ls_sl>ls_cksl+ls_qxsl order by id",
     .reopenSourceHead = "update jxc_lsxsd set ls_crk=0 where gl_djh=?",
     .tillMember = "select hy_sn from jxc_xsthd where th_status=1 and hy_sn<>'' and gl_djh=?",
@@ -295,6 +293,8 @@ std::vector<StockEffect> effectsIn(const Rules& rules, const RowSet& rows) {
                        .firstCost = row.number(rules.outwards ? "gl_cbj" : "gl_dj"),
                        .movesCost = rules.movesCost,
                        .source = row.integer("id2")});
+    // A return that closed what an unfinished putaway or issue had left: its goods touch no shelf.
+    if (rules.reopenSource && effects.back().source != 0) effects.back().physical = 0;
   }
   return effects;
 }

@@ -45,8 +45,8 @@ struct Rules {
   const char* reopenHead;
   const char* deleteMore;  // may be null; value: "%number%"
   // Lines that came from goods which never moved (a cancelled putaway or issue); null: the family has none.
-  const char* reopenSource[3];  // source line by id2, this document's lines, this document's head
-  const char* sourceOpen;       // value id2: number of the source document with lines that wait again
+  const char* reopenSource;  // source line by id2
+  const char* sourceOpen;    // value id2: number of the source document with lines that wait again
   const char* reopenSourceHead;
   // A document that the till made too: the statement finds its member, empty for a customer without a card.
   const char* tillMember;  // may be null

@@ -75,7 +75,9 @@ constexpr LineTable stagingLineTable = {.columns = &trading_families_detail::sta
                                         .note = "ts_note",
                                         .retail = "ts_lsj",
                                         .shownCost = "ts_cbj2",
-                                        .gift = "t_zp"};
+                                        .gift = "t_zp",
+                                        .source = "t_zp",
+                                        .sourceLine = "ghs_sn"};
 
 namespace families {
 

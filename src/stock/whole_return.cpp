@@ -1,4 +1,6 @@
+#include "core/refusal.h"
 #include "core/statements.h"
+#include "stock/partial_rest.h"
 #include "stock/trading_rules.h"
 
 namespace jxc {
@@ -16,6 +18,7 @@ std::optional<TradingDraft> ReturningRules::returnWhole(const QString& source, c
       openSelect(compose("select * from {} where {}=1 and {}=? order by id", {f.head, f.status, f.number}), source);
   const std::optional<Row> head = heads.isEmpty() ? std::nullopt : std::optional<Row>(heads.front());
   if (!mayReturn(source, head ? &*head : nullptr, prompt) || !head) return std::nullopt;
+  if (isRefused(partial::openRefusal(f, source), prompt)) return std::nullopt;
   TradingDraft draft = current;
   takeHead(*head, draft);
   Transaction transaction(accountDb());
@@ -37,7 +40,7 @@ void ReturningRules::takeHead(const Row& head, TradingDraft& draft) const {
   draft.partner = head.text(f.partner);
   draft.warehouse = head.text(f.warehouse);
   draft.salesperson = head.text("u_sn");
-  draft.settledBefore = head.number(f.paid) + head.number(f.collected);
+  draft.settledBefore = head.number(f.paid) + head.number(f.collected) - partial::restPaidBack(f, head.text(f.number));
   draft.account = head.text(f.account);
   draft.note = head.text(f.note);
   draft.invoiceNumber = head.text(f.invoiceNumber);

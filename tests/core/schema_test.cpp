@@ -211,11 +211,12 @@ TEST(Upgrade, ACurrentDatabaseCostsOneReadAndGainsTheIndexesThatCameSince) {
   Recorder recorder(*database);
   upgradeSchema(recorder);
   EXPECT_THAT(recorder.statements, testing::ElementsAre("select cs_employdate from jxc_xtcs",
-                                                        "create index [ix_goodslist_gl_kdrq_id] on [jxc_goodslist] "
-                                                        "(gl_kdrq,id,g_sn,ck_sn,gl_flag,gl_sl,gl_je,gl_zcb)"));
+                                                        "create index [ix_lsxsd_ls_crk_ls_status] on [jxc_lsxsd] "
+                                                        "(ls_crk,ls_status)"));
 
-  for (const char* older : {"drop index ix_goodslist_gl_kdrq_id", "drop index ix_kcdbd_db_status_db_chkrq",
-                            "create index ix_goodslist_gl_kdrq on jxc_goodslist (gl_kdrq)"})
+  for (const char* older :
+       {"drop index ix_lsxsd_ls_crk_ls_status", "drop index ix_goodslist_gl_kdrq_id",
+        "drop index ix_kcdbd_db_status_db_chkrq", "create index ix_goodslist_gl_kdrq on jxc_goodslist (gl_kdrq)"})
     database->execute(older);
   upgradeSchema(*database);
   EXPECT_THROW(database->execute("create index ix_kcdbd_db_status_db_chkrq on jxc_kcdbd (db_status)"), DbError);

@@ -104,9 +104,46 @@ QStringList documentsAreWhole() {
   return wrong;
 }
 
+/// Said by hand, and not by what the program goes by: what was bought and what was sold, with the part that moved and
+/// the part that never will.
+struct Followed {
+  const char *quantity, *moved, *cancelled, *head, *number, *status, *flag, *lines;
+  int shelf;
+};
+constexpr Followed kFollowed[] = {
+    {"jh_sl", "jh_rksl", "jh_qxsl", "jxc_jhd", "j_sn", "j_status", "j_crk", "jxc_jhsp", -1},
+    {"ls_sl", "ls_cksl", "ls_qxsl", "jxc_lsxsd", "gl_djh", "ls_status", "ls_crk", "jxc_lsxssp", 1}};
+
+/// The shelf holds what the books say, less what was received and not put away, and what was sold and not issued;
+/// nothing moves twice, and a head says whether something is open.
+QStringList partsAddUp() {
+  QStringList wrong;
+  std::map<QString, double> shelf;
+  for (const Followed& f : kFollowed) {
+    std::map<QString, bool> anyOpen;
+    for (const Row row : openSelect(compose(
+             "select b.g_sn,b.{} as sl,b.{} as moved,b.{} as cancelled,a.ck_sn,a.{} as djh,a.{} as done "
+             "from {} a,{} b where a.{}=b.{} and a.{}=1 and b.g_sn<>'00000000'",
+             {f.quantity, f.moved, f.cancelled, f.number, f.flag, f.head, f.lines, f.number, f.number, f.status}))) {
+      const double open = row.number("sl") - row.number("moved") - row.number("cancelled");
+      if (open < -1e-6) wrong << row.text("djh") + u": more moved than there is"_qs;
+      shelf[row.text("g_sn") + u'@' + row.text("ck_sn")] += f.shelf * open;
+      bool& isOpen = anyOpen.try_emplace(row.text("djh") + (row.flag("done") ? u"+"_qs : u"-"_qs), false).first->second;
+      isOpen = isOpen || open > 1e-6;
+    }
+    for (const auto& [document, isOpen] : anyOpen)
+      if (isOpen == document.endsWith(u'+')) wrong << document + u": what its head says of open lines"_qs;
+  }
+  for (const Row row : openSelect("select g_sn,ck_sn,kc_sl-kc_zsl as sl from jxc_kcsp where g_sn<>'00000000'"))
+    if (const QString where = row.text("g_sn") + u'@' + row.text("ck_sn"); !same(row.number("sl"), shelf[where]))
+      wrong << where + u": shelf less book %1, open %2"_qs.arg(row.number("sl")).arg(shelf[where]);
+  return wrong;
+}
+
 const bool registered = addInvariant({QStringLiteral("running stock figures"), replayedAnew}) &&
                         addInvariant({QStringLiteral("stock balance"), balanceIsLedgerSum}) &&
                         addInvariant({QStringLiteral("goods stock"), goodsStockIsSumOfWarehouses}) &&
-                        addInvariant({QStringLiteral("documents"), documentsAreWhole});
+                        addInvariant({QStringLiteral("documents"), documentsAreWhole}) &&
+                        addInvariant({QStringLiteral("parts"), partsAddUp});
 
 }  // namespace jxc::test::stock_invariants

@@ -125,4 +125,26 @@ QString returnLoan(const QString& date, std::int64_t line, double back, double k
   return number;
 }
 
+QString waitingPart(const PartialMovement& movement, const QString& date, const QString& source,
+                    const std::vector<double>& pieces) {
+  const DocumentFamily &f = *movement.family, &s = *movement.source;
+  const RowSet heads = openSelect(
+      compose("select {} as partner,{} as warehouse from {} where {}=?", {s.partner, s.warehouse, s.head, s.number}),
+      source);
+  std::vector<Pieces> lines;
+  double sum = 0;
+  std::size_t at = 0;
+  for (const Row line : openSelect("select b.g_sn,b.id2," + partial::openPieces(movement, "b") +
+                                       compose(" as opensl from {} b where b.{}=? order by b.id", {s.lines, s.number}),
+                                   source)) {
+    const double part = at < pieces.size() ? pieces[at] : line.number("opensl");
+    ++at;
+    if (part == 0) continue;
+    lines.push_back({line.text("g_sn"), part, 0, {{f.line.source, source}, {f.line.sourceLine, line.integer("id2")}}});
+    sum += part;
+  }
+  return waitingDocument(f, date, {{f.partner, heads.text(0, 0)}, {f.warehouse, heads.text(0, 1)}, {f.pieces, sum}},
+                         lines);
+}
+
 }  // namespace jxc::test

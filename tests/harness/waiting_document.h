@@ -3,6 +3,7 @@
 
 #include "core/statements.h"
 #include "stock/document_family.h"
+#include "stock/partial_movement.h"
 
 #include <QString>
 
@@ -30,5 +31,10 @@ QString waitingDocument(const DocumentFamily& family, const QString& date, const
 /// What a customer borrowed by this line comes back, or he keeps it: posted at once. `price` and `rent` in yuan.
 QString returnLoan(const QString& date, std::int64_t line, double back, double kept, double price, double rent = 0,
                    const QString& account = QStringLiteral("现金"));
+
+/// A waiting document that moves so many pieces of each line of an audited source, in their order; of a line without a
+/// number all that is open. Partner and warehouse are those of the source. Its number.
+QString waitingPart(const PartialMovement& movement, const QString& date, const QString& source,
+                    const std::vector<double>& pieces = {});
 
 }  // namespace jxc::test

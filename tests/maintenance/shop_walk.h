@@ -4,10 +4,12 @@
 #include "accounts/cash_lines.h"
 #include "accounts/partner_documents.h"
 #include "masterdata/partner_side.h"
+#include "stock/partial_rest.h"
 #include "stock/shop.h"
 
 #include <QDate>
 
+#include <cmath>
 #include <random>
 
 namespace jxc::test {
@@ -84,9 +86,17 @@ class ShopWalk : public ShopTest {
     return lookupNumber("select kc_sl from jxc_kcsp where g_sn=? and ck_sn=?", goods, place);
   }
 
+  /// Goods are put away and issued by documents of their own from now on, or not.
+  void followInParts(bool on) {
+    setParameter("cs_sprk", on);
+    setParameter("cs_spck", on);
+    inParts_ = on;
+  }
+
   /// One command, of all that the shop does.
   virtual void step() {
     using namespace families;
+    if (inParts_ && upTo(2) == 0) return stepInParts();
     const QString a = anyGoods(), b = a == goods_.front() ? goods_.back() : goods_.front();
     const double quantity = (100 + upTo(500)) / 100.0;
     switch (upTo(15)) {
@@ -140,6 +150,43 @@ class ShopWalk : public ShopTest {
         auditAny();
     }
   }
+  /// Some of what is open of a source moves, a part is audited or cancelled, a rest never comes.
+  void stepInParts() {
+    const PartialMovement& m = upTo(1) ? partial::putaway : partial::issue;
+    const DocumentFamily &f = *m.family, &s = *m.source;
+    const RowSet sources = openSelect(partial::waitingSources(m, {}));
+    const QString source = sources.isEmpty() ? QString() : sources.text(upTo(sources.rowCount() - 1), 1);
+    YesPrompt yes;
+    switch (upTo(6)) {
+      case 0:
+        if (const QString number = anyOf(f, 1); !number.isEmpty()) cancel(number);
+        return;
+      case 1:
+        if (const QString number = anyOf(f, 0); !number.isEmpty()) auditAgreeing(number);
+        return;
+      case 2:
+        if (!source.isEmpty()) partial::closeRest(m, source, yes);
+        return;
+      case 3:
+        if (const QString number = anyOf(*m.back, 1); !number.isEmpty()) cancel(number);
+        return;
+      default:
+        break;
+    }
+    if (source.isEmpty()) return;
+    std::vector<double> pieces;
+    double sum = 0;
+    for (const Row line : openSelect("select " + partial::openPieces(m, "b") + " as opensl" +
+                                         compose(" from {} b where b.{}=? order by b.id", {s.lines, s.number}),
+                                     source)) {
+      const double open = std::max(0.0, line.number("opensl"));
+      pieces.push_back(upTo(2) == 0 ? open : std::round(open * upTo(10)) / 10);
+      sum += pieces.back();
+    }
+    if (sum == 0) return;
+    const QString number = waitingPart(m, QStringLiteral("2021-05-03"), source, pieces);
+    if (upTo(3)) auditAgreeing(number);
+  }
   /// Two goods are counted; now and then one of them moves before the audit, and the operator says when it was.
   void count(const QString& a, const QString& b) {
     const QString place = warehouse();
@@ -168,9 +215,10 @@ class ShopWalk : public ShopTest {
     const double open = lent.number(at, 1);
     if (open > 0) returnLoan(QStringLiteral("2021-05-03"), lent.integer(at, 0), open, 0, 5);
   }
-  QString anyWaiting(const DocumentFamily& family) {
-    const RowSet numbers =
-        openSelect(compose("select {} from {} where {}=0 order by id", {family.number, family.head, family.status}));
+  QString anyWaiting(const DocumentFamily& family) { return anyOf(family, 0); }
+  QString anyOf(const DocumentFamily& family, int status) {
+    const RowSet numbers = openSelect(
+        compose("select {} from {} where {}=? order by id", {family.number, family.head, family.status}), status);
     return numbers.isEmpty() ? QString() : numbers.text(upTo(numbers.rowCount() - 1), 0);
   }
   /// A trading document that has waited since it was made, or that was taken back before.
@@ -215,6 +263,7 @@ class ShopWalk : public ShopTest {
  private:
   const std::vector<QString> goods_{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")};
   std::mt19937 random_;
+  bool inParts_ = false;
 };
 
 }  // namespace jxc::test

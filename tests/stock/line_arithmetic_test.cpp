@@ -182,8 +182,13 @@ TEST_F(ExchangeTest, IsOneDocumentAndComesBackWhole) {
   EXPECT_EQ(lookupNumber("select sum(gl_lr) from jxc_goodslist where gl_djh=?", number), -80 + 40);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
+  // What was never issued does not come back; A has nothing to issue.
+  EXPECT_FALSE(sale_return::rules().returnWhole(number, sale_return::rules().fresh({}), prompt));
+  const QString issued = audited(test::waitingPart(partial::issue, u"2021-05-03"_qs, number, {0, 1}));
   const auto whole = sale_return::rules().returnWhole(number, sale_return::rules().fresh({}), prompt);
   ASSERT_TRUE(whole);
+  EXPECT_TRUE(cancelDocument(issued, prompt, CancelMode::Batch));
+  EXPECT_TRUE(deleteWaitingDocument(families::issue, issued, prompt.willSayYes()));
   EXPECT_EQ(whole->payable, -60);
   // Both A are gone meanwhile: neither the cancel nor the return may take them out of nothing.
   sell("2021-05-03", {{"A", 11, 90}});

@@ -318,6 +318,18 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
                 : 1;
       return test::waitingDocument(family, date, head, pieces);
     });
+
+  // What follows in parts, of sources that are audited beforehand.
+  setParameter("cs_sprk", 1);
+  setParameter("cs_spck", 1);
+  const std::vector<QString> bought{receive(date, lines), receive(date, lines)};
+  const std::vector<QString> sold{sell(date, lines), sell(date, lines)};
+  for (const auto& [movement, sources] : {std::pair{&partial::putaway, bought}, std::pair{&partial::issue, sold}})
+    expectTrips(8, [&movement = movement, &date, sources = sources]() mutable {
+      const QString source = sources.back();
+      sources.pop_back();
+      return test::waitingPart(*movement, date, source);
+    });
 }
 
 }  // namespace jxc::posting_test

@@ -14,6 +14,10 @@ namespace indexes_detail {
 /// the index alone; what it holds no replay writes.
 constexpr IndexDefinition linesByDate = {"jxc_goodslist", "gl_kdrq,id", "g_sn,ck_sn,gl_flag,gl_sl,gl_je,gl_zcb"};
 
+/// Receipts that wait for putaway and sales that wait for issue: few among all that there ever were.
+constexpr IndexDefinition waitingReceipts = {"jxc_jhd", "j_crk,j_status"};
+constexpr IndexDefinition waitingSales = {"jxc_lsxsd", "ls_crk,ls_status"};
+
 constexpr IndexDefinition list[] = {
     // Replay and costing: rows of one goods in one warehouse from a date on, and the last one before it.
     {"jxc_goodslist", "g_sn,ck_sn,gl_kdrq,id"},
@@ -58,6 +62,7 @@ constexpr IndexDefinition list[] = {
     {"jxc_jhd", "j_status,j_jhrq"},
     {"jxc_jhd", "j_status,j_chkrq"},
     {"jxc_jhd", "ghs_sn"},
+    waitingReceipts,
     {"jxc_thd", "gl_djh"},
     {"jxc_thd", "th_status,th_thrq"},
     {"jxc_thd", "th_status,th_chkrq"},
@@ -65,11 +70,14 @@ constexpr IndexDefinition list[] = {
     {"jxc_lsxsd", "ls_status,ls_xsrq"},
     {"jxc_lsxsd", "ls_status,ls_chkrq"},
     {"jxc_lsxsd", "kh_sn"},
+    waitingSales,
     {"jxc_xsthd", "gl_djh"},
     {"jxc_xsthd", "th_status,th_xsrq"},
     {"jxc_xsthd", "th_status,th_chkrq"},
     {"jxc_rkd", "gl_djh"},
+    {"jxc_rkd", "rk_status,rk_rq"},
     {"jxc_ckd", "gl_djh"},
+    {"jxc_ckd", "ck_status,ck_rq"},
     {"jxc_kcdbd", "gl_djh"},
     {"jxc_kcdbd", "db_status,db_dbrq"},
     {"jxc_kcdbd", "db_status,db_chkrq"},
@@ -162,7 +170,7 @@ constexpr IndexDefinition list[] = {
 };
 
 /// The one that came last to the list.
-constexpr IndexDefinition newest = linesByDate;
+constexpr IndexDefinition newest = waitingSales;
 
 /// Those that another one took the place of.
 constexpr IndexDefinition replaced[] = {{"jxc_goodslist", "gl_kdrq"}};

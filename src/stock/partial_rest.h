@@ -1,0 +1,36 @@
+// 取消入库、取消出库: what is still open of a receipt or a sale never comes, or never goes: a return closes it, whose
+// goods touch no shelf.
+#pragma once
+
+#include "stock/partial_movement.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace jxc::partial {
+
+/// Where the money of a closed rest goes: back through the account, or onto the partner's. In yuan.
+struct RestMoney {
+  double due = 0;      // of the open pieces, with tax
+  double payable = 0;  // of it what was paid for the source: no more can come back in cash
+  bool follows =
+      true;  // the source was settled as paid: its rest goes back as cash unless the operator wills otherwise
+  QString account;
+};
+RestMoney restMoney(const PartialMovement& movement, const QString& source);
+
+/// Asks where the money goes, then closes all that is open of the source by an audited return of today, in one
+/// transaction. The number of the return; nothing: refused, or the operator said no.
+std::optional<QString> closeRest(const PartialMovement& movement, const QString& source, Prompt& prompt);
+
+/// The audited return that closed a rest of this document; empty: none.
+QString restReturnOf(const PartialMovement& movement, const QString& source);
+/// Yuan that went back in cash with that return.
+double restPaidBack(const DocumentFamily& source, const QString& number);
+/// Whether this return closed a rest: it touched no shelf, and its cancel opens the lines again.
+bool closesRest(const DocumentFamily& back, const QString& number);
+/// Why a document cannot go back as a whole: something of it is open. Nothing: it can.
+std::optional<QString> openRefusal(const DocumentFamily& source, const QString& number);
+
+}  // namespace jxc::partial
