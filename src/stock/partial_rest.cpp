@@ -198,7 +198,7 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
   if (!mayGoShort(agreed, prompt)) return {};
   if (isRefused(auditGate(source, clock::today()), prompt)) return {};
 
-  std::optional<QString> changed;
+  Refusal changed;
   QString number;
   onDocument(source, u"取消"_qs + doing, [&] {
     Transaction transaction(accountDb());
@@ -208,7 +208,7 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
     if (now.isEmpty() || parts.figures.empty() || !isSame(restMoney(m, source), rest))
       changed = changedMeanwhile(source);
     else if (const auto shortNow = cancel_checks::shortWhenClosed(m, source); shortNow != agreed)
-      changed = shortNow ? shortNow : changedMeanwhile(source);
+      changed = shortNow ? shortNow : Refusal(changedMeanwhile(source));
     if (changed) return;
     number = writeReturn(m, now.front(), parts, rest, *way);
     closeLines(m, source);

@@ -169,7 +169,7 @@ std::int64_t PartialLines::stageGoods(const QString& openLine, double, const Lin
 SaveResult PartialRules::save(const PartialDraft& draft, Prompt& prompt) const {
   const DocumentFamily& f = family();
   const QString noun = words(partnerOf(f).noun);
-  if (isIncomplete(draft, prompt, {draft.partner.isEmpty(), u"请选择%1！"_qs.arg(noun)}) ||
+  if (isIncomplete(draft, prompt, {draft.partner.isEmpty(), u"请选择%1！"_qs.arg(noun), Subject::Partner}) ||
       !mayGoShort(checkStockShort(draft.number, draft.warehouse, QStringView(f.shortageAtAudit)), prompt))
     return {.saved = false, .number = draft.number};
   return saveDocument(f,

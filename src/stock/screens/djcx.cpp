@@ -37,10 +37,15 @@ using LossesAndOverflows =
 using SplitsAndBundles =
     List<"F_Cfkb_Djcx", "拆分捆绑查询", SeveralKinds | Wholes, DocumentSet<families::split, families::bundle>>;
 
+using Putaways = List<"F_Cgrk_Djcx", "入库查询", OfSuppliers | Parts, DocumentSet<families::putaway>>;
+using Issues = List<"F_Spck_Djcx", "出库查询", OfCustomers | Parts, DocumentSet<families::issue>>;
+
 const ui::RegisteredEnquiry<TF_Djcx> kAll{All::kSpec};
 const ui::RegisteredEnquiry<Transfers::Screen<"F_Kcdb_Cx">> kTransfers{Transfers::kSpec};
 const ui::RegisteredEnquiry<Counted::Screen<>> kCounts{Counted::kSpec};
 const ui::RegisteredEnquiry<LossesAndOverflows::Screen<>> kLosses{LossesAndOverflows::kSpec};
+const ui::RegisteredEnquiry<Putaways::Screen<>> kPutaways{Putaways::kSpec};
+const ui::RegisteredEnquiry<Issues::Screen<>> kIssues{Issues::kSpec};
 const ui::RegisteredEnquiry<SplitsAndBundles::Screen<"F_Cfkb_Cx">> kSplits{SplitsAndBundles::kSpec};
 
 }  // namespace djcx_detail

@@ -41,7 +41,8 @@ enum ListShape : unsigned {
   WithMoney = 16,      // due, paid and open
   TwoWarehouses = 32,  // goods come from one and go to another
   Counts = 64,         // book and difference
-  Wholes = 128         // what is taken apart or put together; each of its lines has a warehouse
+  Wholes = 128,        // what is taken apart or put together; each of its lines has a warehouse
+  Parts = 256          // parts of other documents: pieces, and no amounts
 };
 
 namespace document_list_screen {
@@ -109,7 +110,8 @@ struct Columns {
                            amount("yhje", "优惠金额", Amount::Hidden),
                            amount("hkje", has(OfCustomers) ? "收款金额" : "付款金额", Amount::Shown),
                            amount("wfje", has(OfCustomers) ? "未收金额" : "未付金额", Amount::Shown)),
-      when<!has(WithMoney)>(amount("zje", has(Counts) ? "差异金额" : "金额", Amount::Shown)),
+      when<has(Parts)>(ColumnSpec{"zsl", "数量", ColumnKind::Quantity, 9, {.sum = true}}),
+      when<!has(WithMoney) && !has(Parts)>(amount("zje", has(Counts) ? "差异金额" : "金额", Amount::Shown)),
       when<true>(ColumnSpec{"u_name", "经办人", ColumnKind::Text, 7}, ColumnSpec{"dnote", "备注", ColumnKind::Text, 14},
                  ColumnSpec{"checker", "审核人", ColumnKind::Text, 7},
                  ColumnSpec{"chkrq", "审核日期", ColumnKind::Date},
@@ -130,15 +132,16 @@ struct Columns {
       named(OfOne), when<has(Counts)>(ColumnSpec{"zmsl", "帐面数量", ColumnKind::Quantity, 8, {.sum = true}}),
       std::array{ColumnSpec{"gl_sl", has(Counts) ? "盘点数量" : "数量", ColumnKind::Quantity, 8, {.sum = true}}},
       when<has(Counts)>(ColumnSpec{"cysl", "差异数量", ColumnKind::Quantity, 8, {.sum = true}}),
-      std::array{ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney}},
+      when<has(Parts)>(ColumnSpec{"gl_djh2", "原单号", ColumnKind::Text, 15}),
+      when<!has(Parts)>(ColumnSpec{.field = "gl_dj", .caption = "单价", .kind = ColumnKind::Money, .right = seesMoney}),
       when<has(WithMoney)>(amount("gl_je", "金额", OfOne ? Amount::OfOneDocument : Amount::Hidden),
                            amount("gl_taxje", "税额", OfOne ? Amount::OfOneDocument : Amount::Hidden)),
-      std::array{amount("gl_zje",
-                        has(Counts)      ? "差异金额"
-                        : has(WithMoney) ? "总金额"
-                                         : "金额",
-                        OfOne ? Amount::OfOneDocument : Amount::Shown),
-                 ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14, {.hidden = isBroad && !OfOne}},
+      when<!has(Parts)>(amount("gl_zje",
+                               has(Counts)      ? "差异金额"
+                               : has(WithMoney) ? "总金额"
+                                                : "金额",
+                               OfOne ? Amount::OfOneDocument : Amount::Shown)),
+      std::array{ColumnSpec{"gl_bz", "备注", ColumnKind::Text, 14, {.hidden = isBroad && !OfOne}},
                  ColumnSpec{.field = "t_ph", .caption = "批号", .use = {.hidden = true}},
                  ColumnSpec{.field = "t_yxq", .caption = "有效期", .use = {.hidden = true}}},
       when<has(Wholes)>(ColumnSpec{"ck_in", "明细仓库", ColumnKind::Text, 10}));

@@ -77,6 +77,7 @@ DocumentScreen::DocumentScreen(const DocumentScreenSpec& spec, const DocumentRul
   document_screen_detail::refuseLoose(spec);
   buildDraftPanel(panels_.page("cxTab1", ui::qs(spec.draftTitle)));
   buildWaitingPanel(panels_.page("cxTab2", ui::qs(spec.waitingTitle)));
+  if (spec.openPanel) spec.openPanel(panels_.page("cxTab4", ui::qs(spec.openTitle)));
   if (!spec.auditedList.empty()) panels_.page("cxTab3", ui::qs(spec.auditedTitle));
   panel().buttons(spec.saveRow);
   for (const std::string_view name : spec.notYet)
@@ -164,8 +165,10 @@ void DocumentScreen::bindPanels() {
   connect(panels_.tabs(), &QTabWidget::currentChanged, this, [this](int panel) {
     draftInSight(isDraftInSight());
     if (!isVisible()) return;
-    if (panel == kAuditedPanel) {
+    if (panel == auditedPanel()) {
       showAudited();
+    } else if (panel > kWaitingPanel) {
+      showOpen();
     } else if (panel == kWaitingPanel) {
       refreshWaiting();
       gridWaiting.focusRows();
@@ -194,7 +197,7 @@ void DocumentScreen::draftInSight(bool isIn) {
 void DocumentScreen::showAudited() {
   if (!audited_) {
     audited_ = ui::newScreen(description_.auditedList);
-    audited_->standIn(*panels_.tabs()->widget(kAuditedPanel));
+    audited_->standIn(*panels_.tabs()->widget(auditedPanel()));
   }
   audited_->present();
 }
@@ -206,7 +209,7 @@ void DocumentScreen::activate() {
   lastSaved_.clear();
   fillLists();
   showByParameters();
-  const bool makes = hasRight(description_.make.right.group, description_.make.right.position);
+  const bool makes = description_.make.isHeld();
   panels_.tabs()->setTabEnabled(kDraftPanel, makes);
   panels_.tabs()->setCurrentIndex(makes ? kDraftPanel : kWaitingPanel);
   initTab();
@@ -257,6 +260,13 @@ QString DocumentScreen::findUnsaved() const {
   return unsavedDraft(rules_.family());
 }
 
+void DocumentScreen::showNewDraft() {
+  recalled_ = false;
+  if (!turnToDraft()) return;
+  showDraft();
+  focusDraft();
+}
+
 void DocumentScreen::linesChanged() {
   if (gridLines.isEmpty()) recalled_ = false;
   if (!gridLines.isEmpty() && !lastSaved_.isEmpty()) {
@@ -302,8 +312,12 @@ LinePlace DocumentScreen::draftPlace() {
   return {.number = draft().number, .date = draft().date, .warehouse = comCk.key()};
 }
 
+bool DocumentScreenSpec::Guarded::isHeld() const {
+  return hasRight(right.group, right.position) || (otherwise.isGuarded() && hasRight(otherwise));
+}
+
 bool DocumentScreen::mayDo(const DocumentScreenSpec::Guarded& guarded) {
-  if (hasRight(guarded.right.group, guarded.right.position)) return true;
+  if (guarded.isHeld()) return true;
   dispMsg(prompt(), words(guarded.refusal));
   return false;
 }

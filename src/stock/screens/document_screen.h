@@ -30,6 +30,9 @@ class SearchDrop;
 struct DocumentScreenSpec {
   ui::ScreenSpec screen;
   std::string_view draftTitle, waitingTitle;  // the two panels
+  // A panel between them and the audited ones, of what such documents are still to be made of; placed by its screen.
+  std::string_view openTitle = {};
+  void (*openPanel)(ui::Panel panel) = nullptr;
   // The list that stands on a third one, an enquiry by its name: "F_Kcdb_Djcx"; and what that panel is called.
   std::string_view auditedList = {}, auditedTitle = {};
   std::string_view employeeFlag;  // duty of the salespersons offered: "u_cg"
@@ -54,6 +57,8 @@ struct DocumentScreenSpec {
   struct Guarded {
     Right right;
     std::u16string_view refusal;
+    Right otherwise = {};  // another one that does as well
+    bool isHeld() const;
   };
   Guarded make, audit, addWaiting, deleteWaiting, newGoods;
 
@@ -136,6 +141,10 @@ class DocumentScreen : public ui::Screen {
   }
   /// After a new document was shown.
   virtual void fillMore() {}
+  /// The panel of what is open came into sight, or a document changed it.
+  virtual void showOpen() {}
+  /// The first panel with these lines in place of what it had: the number is the draft's.
+  void showNewDraft();
 
   /// A paper of the document. Mode OnScreen: as it stands on the first panel, variables from the inputs; Saved:
   /// variables from the saved document. Nothing: the operator left the choice of the form.
@@ -163,7 +172,7 @@ class DocumentScreen : public ui::Screen {
   /// The input in which a draft is gone on with.
   virtual void focusDraft();
   bool isDraftInSight() const;
-  void addOld();
+  virtual void addOld();
   void addNew();
   void enterLenses();
   void importSheet();
@@ -226,7 +235,8 @@ class DocumentScreen : public ui::Screen {
   bool changeable(const ui::Grid& lines);
   void bindPrinting();
 
-  static constexpr int kDraftPanel = 0, kWaitingPanel = 1, kAuditedPanel = 2;
+  static constexpr int kDraftPanel = 0, kWaitingPanel = 1;
+  int auditedPanel() const { return description_.openPanel ? 3 : 2; }
   const DocumentScreenSpec description_;
   const DocumentRules& rules_;
   bool inBatch_ = false;  // several documents are printed one after another: the form is not asked for each

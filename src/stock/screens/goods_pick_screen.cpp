@@ -14,8 +14,9 @@
 namespace jxc {
 namespace goods_pick_screen_detail {
 
-constexpr std::string_view kParts[] = {"tkey",      "comLb",  "comCk",   "tsl",    "chkCk", "gridGoods", "gridStaging",
-                                       "btnSearch", "btnAdd", "btnModi", "btnDel", "btnOK", "btnCancel"};
+constexpr std::string_view kParts[] = {"tkey",      "comLb",       "comCk",     "tsl",      "chkCk",
+                                       "gridGoods", "gridStaging", "btnSearch", "btnAdd",   "btnModi",
+                                       "btnDel",    "btnZdrk",     "btnOK",     "btnCancel"};
 
 constexpr qsizetype kPrefixLength = 3;  // "jh_", "th_", "ls_", "ts_"
 
@@ -72,7 +73,7 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
   panel()
       .row(goods_pick_screen_detail::searchRow(spec))
       .grid("gridGoods", 3)
-      .row("tsl btnAdd | btnModi btnDel")
+      .row(spec.group.empty() ? "tsl btnAdd | btnModi btnDel" : "tsl btnAdd btnZdrk | btnModi btnDel")
       .grid("gridStaging", 2)
       .buttons("| btnOK btnCancel");
   gridGoods.setMultiSelect(true);
@@ -97,6 +98,7 @@ GoodsPickScreen::GoodsPickScreen(const GoodsPickSpec& spec)
     backToSearch();
   });
   on(btnAdd, [this] { addMarked(); });
+  if (!spec.group.empty()) on(command("btnZdrk"), [this] { addGroup(); });
   on(btnModi, [this] { changeStaged(); });
   on(btnDel, [this] { dropStaged(); });
   on(btnOK, [this] { takeOver(); });
@@ -114,8 +116,9 @@ CopyResult GoodsPickScreen::pick(const LinePlace& place, Lines target) {
 void GoodsPickScreen::activate() {
   clearStaging();
   memory_ = {};
-  comLb.setItems(goods_pick_screen_detail::classItems(), true);
+  comLb.setItems(description_.groups ? description_.groups(place_) : goods_pick_screen_detail::classItems(), true);
   tsl.setNumber(1);
+  tsl.setVisible(!description_.groups);
   if (hasField("comCk")) {
     field("comCk").setItems(fillOwnWarehouses());
     field("comCk").setKey(place_.warehouse);
@@ -156,13 +159,13 @@ void GoodsPickScreen::enterPressed(ui::Field& field) {
 
 void GoodsPickScreen::pickOne() {
   if (gridGoods.selectedRows().size() > 1) return addMarked();
-  const QString goods = gridGoods.currentText("g_sn");
+  const QString goods = gridGoods.currentText(description_.key);
   PickingMemory asksAnew;  // one goods is picked on purpose: a no to others before does not pass it over in silence
   if (goods.isEmpty() || !lines().mayStage(goods, place_, target_, asksAnew, prompt()))
     return tellPassedOver(asksAnew, prompt());
   auto& line = ui::screenAs<LineScreen>(description_.lineScreen);
-  const LineResult staged =
-      line.edit({.where = Lines::Staging, .goods = goods, .quantity = tsl.number(), .place = place_});
+  const std::optional<double> quantity = description_.groups ? std::nullopt : std::optional(tsl.number());
+  const LineResult staged = line.edit({.where = Lines::Staging, .goods = goods, .quantity = quantity, .place = place_});
   showStaged(staged.id);
   backToSearch();
 }
@@ -170,9 +173,21 @@ void GoodsPickScreen::pickOne() {
 void GoodsPickScreen::addMarked() {
   const bool mayBe = tsl.number() > 0 || (tsl.number() == 0 && lines().quantities().zero);
   if (refused({{!mayBe, u"默认添加数量必须大于0！"_qs, Subject::Quantity}}, prompt())) return;
+  add(gridGoods.selectedRows());
+}
+
+void GoodsPickScreen::addGroup() {
+  const QString group = gridGoods.currentText(description_.group);
+  std::vector<Row> rows;
+  for (const Row row : gridGoods.rows())
+    if (row.text(description_.group) == group) rows.push_back(row);
+  add(rows);
+}
+
+void GoodsPickScreen::add(const std::vector<Row>& rows) {
   QStringList goods;
-  for (const Row row : gridGoods.selectedRows())
-    goods << row.text("g_sn");
+  for (const Row& row : rows)
+    goods << row.text(description_.key);
   memory_.goesShort.reset();
   std::int64_t last = 0;
   for (const QString& each : goods)

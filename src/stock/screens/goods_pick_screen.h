@@ -19,6 +19,12 @@ struct GoodsPickSpec {
   std::string_view lineScreen;  // the line dialog, opened on a staging row
   std::string_view partnerBox = "chkPartner";
   bool tickShowsAll = false;  // "chkCk" adds what is not in stock; otherwise it leaves that out
+  // A list of something else than goods (lines of other documents): the column that the rules know a row by; what
+  // comLb offers in place of classes, and the column of it: "btnZdrk" takes all rows that are alike there. Each row
+  // comes with the quantity that the rules propose, so that tsl is not shown.
+  std::string_view key = "g_sn";
+  std::vector<ListItem> (*groups)(const LinePlace& place) = nullptr;
+  std::string_view group = {};
 };
 
 class GoodsPickScreen : public ui::Screen {
@@ -50,6 +56,9 @@ class GoodsPickScreen : public ui::Screen {
   Sql query(const QString& typed);
   /// Enter on one goods: the line dialog.
   void pickOne();
+  /// All rows of the current one's group.
+  void addGroup();
+  void add(const std::vector<Row>& rows);
   /// The marked goods at once, with the quantity that stands in `tsl`.
   void addMarked();
   void changeStaged();

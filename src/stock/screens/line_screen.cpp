@@ -131,7 +131,7 @@ LineResult LineScreen::edit(const Request& request) {
     draft_ = *line;
   } else {
     draft_ = lines().newLine(request.goods, request.place, request.where == Lines::Staging);
-    draft_.amounts.setQuantity(request.quantity);
+    if (request.quantity) draft_.amounts.setQuantity(*request.quantity);
   }
   showModal();
   return result_;

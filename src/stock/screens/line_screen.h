@@ -4,6 +4,8 @@
 #include "stock/document_rules.h"
 #include "ui/screen.h"
 
+#include <optional>
+
 class QGridLayout;
 class QLabel;
 
@@ -31,7 +33,7 @@ class LineScreen : public ui::Screen {
     Lines where = Lines::Draft;
     std::int64_t id = 0;  // 0: a new line of `goods`
     QString goods;
-    double quantity = 1;  // that a new line proposes
+    std::optional<double> quantity = 1;  // that a new line proposes; none: what the rules propose
     LinePlace place;
   };
   /// Opens on a new line or an existing row. Nothing was written: id 0.
