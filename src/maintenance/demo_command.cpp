@@ -16,6 +16,8 @@ int demo(Console& console, ConsoleWords words) {
     const QString word = words.take();
     if (word == u"--force") {
       force = true;
+    } else if (word == u"--putaway") {
+      plan.putaway = true;
     } else if (word == u"--months") {
       plan.months = words.takeNumber(word, 1, 240);
     } else if (word == u"--goods") {
@@ -58,10 +60,11 @@ const ConsoleCommand demoCommand{
     u"demo",
     u"jxcctl [--home 目录 | --db 文件] demo [--months 月数] [--seed 种子] [--goods 商品数] [--documents "
     u"每天单据数]\n"
-    u"       [--until 日期] [--force]\n"
+    u"       [--until 日期] [--putaway] [--force]\n"
     u"  新建演示帐套：一家有两个门店的眼镜店，按正常业务规则逐笔开单、审核、收付款。\n"
     u"  不写时为 12 个月、600 种商品、每天 40 张单据，最后一天是今天。种子、规模和日期相同，数据就完全相同。\n"
     u"  销售单记录到分秒，有赠品、单独提成的商品、按销售额和按利润提成的员工、不同级别和地区的客户。\n"
+    u"  --putaway：启用商品入库和商品出库，有在途的商品、等待出库的销售单、部分入库和取消了余数的单据。\n"
     u"  操作员 admin、周敏（店长）、孙磊（采购员）、林小雨（营业员），密码都为空。\n",
     demo_command_detail::demo};
 

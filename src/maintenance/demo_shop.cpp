@@ -52,6 +52,7 @@ class Year {
       makeDay(day);
     }
     setTime(last_, QTime(21, 30));
+    if (plan_.putaway) trade_.followInParts();
     trade_.leaveDrafts();
     trade_.workAs(staff_.administrator);
   }

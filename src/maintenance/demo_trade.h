@@ -8,6 +8,7 @@
 #include "masterdata/partner_side.h"
 #include "stock/conversion.h"
 #include "stock/document_family.h"
+#include "stock/partial_rules.h"
 #include "stock/trading_rules.h"
 
 #include <QDate>
@@ -95,6 +96,9 @@ class Trade {
   bool correctSale();
   /// Lines that were begun and not saved.
   void leaveDrafts();
+  /// From now on goods are put away and issued by documents of their own: some are on the way, some came in part, some
+  /// of the documents wait, and some of what is open was cancelled.
+  void followInParts();
 
   int documents() const { return documents_; }
 
@@ -139,6 +143,8 @@ class Trade {
   QString saveConversion(const ConversionRules& rules, const ConversionDraft& draft);
   void wantMore(int index, int warehouse);
   void arrive(const QString& number);
+  void auditNewer(const DocumentFamily& family, double than);
+  void moveParts(const partial::PartialRules& rules);
   int auditFamily(const DocumentFamily& family, int leave);
   int auditMoney(int leave);
 

@@ -74,4 +74,18 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_FALSE(test::readBooks(test::Reading::ToTheLetter) == first);
 }
 
+TEST_F(DemoShop, GoodsInTransitAndIssuesThatWait) {
+  startAnew();
+  DemoPlan plan = smallPlan(6);
+  plan.putaway = true;
+  buildDemoShop(plan);
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+  const proof::Proof proof = proof::prove(accountDb());
+  EXPECT_TRUE(proof.isClean()) << proof.summary().toStdString();
+  for (const char* some :
+       {"jxc_rkd where rk_status=1", "jxc_rkd where rk_status=0", "jxc_ckd where ck_status=1",
+        "jxc_ckd where ck_status=0", "jxc_jhd where j_crk=0", "jxc_lsxsd where ls_crk=0", "jxc_jhsp where jh_qxsl>0"})
+    EXPECT_GT(lookupNumber("select count(*) from " + std::string(some)), 0) << some;
+}
+
 }  // namespace jxc::demo_shop_test
