@@ -3,7 +3,8 @@
 `jxcctl prove` finds nothing wrong: after the first of a round beside the station that still works and has to go on with
 what the dead one left, after the second with nobody there. After each round, every document is wholly audited or wholly
 waiting, nothing that was told as done is lost, and the file is whole. Most of the rounds work on receipts, whose books
-are checked past the program as well, and on documents of ten families, the rest on long counts.
+are checked past the program as well, on documents of ten families, and on putaways and issues with the returns that close
+their rests, the others on long counts.
 
 Usage: kill_test.py JXCCTL TORTURE_AUDIT [KILLS [SEED]]      (32 kills when not said; 1000 by hand now and then)
 """
@@ -22,6 +23,7 @@ from books import Books
 
 RECEIPTS = 40
 DOCUMENTS = 8  # of each family
+PARTS = 12  # putaways, and issues
 STATIONS = 2
 LONGEST = 0.6  # seconds from the first command to the kill
 COUNTED, COUNTED_BY_HAND = 500, 5000  # goods of a count
@@ -104,6 +106,17 @@ class AllBooks:
         return found
 
 
+class PartBooks(AllBooks):
+    """Putaways and issues, and the returns that close a rest, which come and go."""
+
+    HEADS = (("jxc_rkd", "gl_djh", "rk_status"), ("jxc_ckd", "gl_djh", "ck_status"))
+    RETURNS = (("jxc_thd", "gl_djh", "th_status"), ("jxc_xsthd", "gl_djh", "th_status"))
+
+    def audited(self):
+        return super().audited() | {number for head, field, status in self.RETURNS
+                                    for number, in self.db.execute(f"select {field} from {head} where {status}=1")}
+
+
 class CountBooks(AllBooks):
     """Two long counts: every line has its row in the ledger, or none has."""
 
@@ -158,8 +171,9 @@ def main():
     print(f"seed {seed}")
     moments = random.Random(seed)
     for mode, documents, open_books, rounds, longest in (
-            ("prepare", RECEIPTS, Books, (total - long_ones) // 2, LONGEST),
-            ("prepare-all", DOCUMENTS, AllBooks, (total - long_ones) // 2, LONGEST),
+            ("prepare", RECEIPTS, Books, (total - long_ones) // 3, LONGEST),
+            ("prepare-all", DOCUMENTS, AllBooks, (total - long_ones) // 3, LONGEST),
+            ("prepare-parts", PARTS, PartBooks, (total - long_ones) // 3, LONGEST),
             ("prepare-counts", counted, CountBooks, long_ones, LONGEST * (1 + counted / 500))):
         with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
             file = str(pathlib.Path(folder, "jxc.mdb"))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Many stations on one server make, audit and cancel documents of eight families over the same fifty goods at the same
+"""Many stations on one server make, audit and cancel documents of ten families over the same fifty goods at the same
 time. Numbers are unique and without gaps, what was told as done is there, and the books prove. With --cut, connections are
 cut, a station is killed and the server is restarted meanwhile: nothing is lost, nothing is there twice, nothing stays
 locked.
@@ -51,7 +51,8 @@ def disturb(address_file, admin, moments, seconds, victim):
 # head, number, status
 FAMILIES = (("jxc_jhd", "j_sn", "j_status"), ("jxc_lsxsd", "gl_djh", "ls_status"), ("jxc_thd", "gl_djh", "th_status"),
             ("jxc_xsthd", "gl_djh", "th_status"), ("jxc_kcdbd", "gl_djh", "db_status"), ("jxc_bsd", "gl_djh", "bs_status"),
-            ("jxc_byd", "gl_djh", "by_status"), ("jxc_kcpd", "gl_djh", "pd_status"))
+            ("jxc_byd", "gl_djh", "by_status"), ("jxc_kcpd", "gl_djh", "pd_status"),
+            ("jxc_rkd", "gl_djh", "rk_status"), ("jxc_ckd", "gl_djh", "ck_status"))
 
 
 def number_faults(server, calm):

@@ -2,6 +2,7 @@
 // and two_stations_test.py beside it.
 //   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl, of today's date
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
+//   torture_audit FILE prepare-parts N    makes N waiting putaways and issues each, of sources some of which are short
 //   torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
@@ -25,6 +26,8 @@
 #include "sales/sale_return.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
+#include "stock/partial_rest.h"
+#include "stock/partial_rules.h"
 
 #include <algorithm>
 #include <chrono>
@@ -52,7 +55,8 @@ class YesPrompt : public Prompt {
 class SharingPrompt : public YesPrompt {
  public:
   void notice(const QString& text) override {
-    for (const char16_t* each : {u"库存不足", u"盘点商品已发生业务"})
+    for (const char16_t* each : {u"库存不足", u"盘点商品已发生业务", u"不能重复", u"至少有一种商品做了取消", u"没有待",
+                                 u"已有入库信息", u"已有出库信息"})
       if (text.contains(QStringView(each))) return;
     YesPrompt::notice(text);
   }
@@ -118,6 +122,26 @@ void prepareCounts(int goods) {
   transaction.commit();
 }
 
+/// Putaways and issues that share their sources: of three that want four pieces each of a line of ten one comes too
+/// late, or all that a return of the rest has left.
+void prepareParts(int count) {
+  for (int i = 0; i < goodsCount; ++i)
+    addGoods(i, 10.0 + i);
+  execSql("update jxc_xtcs set cs_sprk=1,cs_spck=1,cs_kc=1,cs_kp=1");
+  loadSession();
+  constexpr int kParts = 3;
+  for (const PartialMovement* m : {&partial::putaway, &partial::issue})
+    for (int made = 0; made < count; made += kParts) {
+      const QString a = goodsCode(made % goodsCount), b = goodsCode((made + 5) % goodsCount);
+      const QString source = waitingDocument(*m->source, clock::today(), {}, {{a, 10, 12}, {b, 10, 9}});
+      Transaction transaction(accountDb());
+      auditInside(*m->source, source);
+      transaction.commit();
+      for (int part = 0; part < kParts && made + part < count; ++part)
+        test::waitingPart(*m, clock::today(), source, {4, 4});
+    }
+}
+
 /// All documents that were prepared, audited or not.
 std::vector<QString> documents() {
   std::vector<QString> numbers;
@@ -159,6 +183,16 @@ void tell(char what, const QString& number) {
 /// find that another station was faster.
 void step(const QString& number, bool alone, Prompt& prompt) {
   const DocumentFamily& family = documentFamily(number);
+  // A source whose parts are moved: its rest never comes, or is open again.
+  if (const PartialMovement* m = partial::behind(family); m && m->isInUse()) {
+    const QString back = partial::restReturnOf(*m, number);
+    if (back.isEmpty()) {
+      if (const auto closed = partial::closeRest(*m, number, prompt)) tell('A', *closed);
+    } else if (cancelDocument(back, prompt, CancelMode::Batch)) {
+      tell('C', back);
+    }
+    return;
+  }
   if (lookupNumber(compose("select {} from {} where {}=?", {family.status, family.head, family.number}), number) == 0) {
     if (checkDj(family, number, prompt) == AuditOutcome::Audited)
       tell('A', number);
@@ -206,7 +240,7 @@ class Counter {
   }
 
   void step() {
-    const int dice = upTo(24);
+    const int dice = upTo(28);
     if (dice < 5)
       make(receipt::rules(), 3);
     else if (dice < 9)
@@ -217,7 +251,9 @@ class Counter {
       make(sale_return::rules(), 1);
     else if (dice < 15)
       makeWithin();
-    else if (dice < 21)
+    else if (dice < 19)
+      movePart();
+    else if (dice < 25)
       audit();
     else
       cancel();
@@ -265,6 +301,22 @@ class Counter {
     }
   }
 
+  /// A document that moves some of what a receipt or a sale has left open, which other stations move as well.
+  void movePart() {
+    const partial::PartialRules& rules = upTo(2) ? partial::putawayRules() : partial::issueRules();
+    const RowSet sources = openSelect(partial::waitingSources(rules.movement(), {}));
+    if (sources.isEmpty()) return;
+    const QString source = sources.text(upTo(sources.rowCount()), 1);
+    const auto draft = rules.takeWhole(source, rules.fresh({}), late_);
+    if (!draft) return;
+    for (const Row line : rules.draftLines(draft->number))
+      if (upTo(2)) rules.lines().setChange(QStringLiteral("1"), u"sl", Lines::Draft, line.integer("id"), late_);
+    if (const SaveResult saved = rules.save(*draft, late_))
+      tell('S', saved.number);
+    else
+      discardDraft(rules.family(), draft->number);
+  }
+
   /// One line of a document within the house, and its save.
   template <class Draft>
   void keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft) {
@@ -283,7 +335,7 @@ class Counter {
     static const DocumentFamily* const families[] = {
         &families::purchaseReceipt, &families::purchaseReceipt, &families::sale,     &families::sale,
         &families::purchaseReturn,  &families::saleReturn,      &families::transfer, &families::loss,
-        &families::overflow,        &families::stocktake};
+        &families::overflow,        &families::stocktake,       &families::putaway,  &families::issue};
     const DocumentFamily& family = *families[upTo(std::size(families))];
     const RowSet documents = openSelect(
         compose("select top 40 {} from {} where {}=? order by id desc", {family.number, family.head, family.status}),
@@ -345,6 +397,8 @@ void preparePosting(Prompt& prompt) {
   const SaveResult saved = receipt::saveReceipt(draft, prompt);
   if (!saved || checkDj(families::purchaseReceipt, saved.number, prompt) != AuditOutcome::Audited)
     throw std::runtime_error("no stock to begin with");
+  // From now on goods come and go by documents of their own.
+  execSql("update jxc_xtcs set cs_sprk=1,cs_spck=1");
 }
 
 int run(int argc, char** argv) {
@@ -353,7 +407,8 @@ int run(int argc, char** argv) {
                      (what == "share" && argc == 5) || (what == "post" && (argc == 4 || argc == 6));
   if (!known)
     throw std::runtime_error(
-        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-counts N | FILE work SEED [STATION "
+        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-parts N | FILE prepare-counts N | "
+        "FILE work SEED [STATION "
         "STATIONS] | FILE share "
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
   dataModule().installAccountDb(openAccountPlace(QString::fromUtf8(argv[1])));
@@ -366,6 +421,8 @@ int run(int argc, char** argv) {
     prepare(number, yes);
   else if (what == "prepare-all")
     prepareAll(number, yes);
+  else if (what == "prepare-parts")
+    prepareParts(number);
   else if (what == "prepare-counts")
     prepareCounts(number);
   else if (what == "post" && argc == 4)
