@@ -15,7 +15,7 @@ import sys
 import time
 
 from desk import TOP, Desk, Failure, begin
-from shop_day import (KINDS, UNKNOWN, Kind, Scanner, Shop, at, barcode, close_document, code, conclude, make_shop, open_document, prove,
+from shop_day import (KINDS, Kind, Scanner, Shop, barcode, close_document, code, conclude, make_shop, open_document, prove,
                       save, scan, told)
 
 KINDS["putaway"] = Kind("sprk", "商品入库", "商品入库 - 选择待入库商品", "入库商品明细", "jxc_rkd", "rk_status", "jxc_rksp", "rk_sl")
@@ -62,10 +62,8 @@ def deliveries_morning(program, jxcctl):
                 come = come[:-2]
             if number % 5 == 2:
                 desk.keys("shift+Tab")  # wherever the focus is
-            codes = [barcode(i) for i in come] + [UNKNOWN] * (number % 7 == 6)
+            codes = [barcode(i) for i in come]
             late.append(scan(desk, shop, scanner, "putaway", codes, sum(lines[i] for i in come), 60, pause=0.1))
-            if number % 7 == 6:
-                asked_notice(desk)
             save(desk, shop, "putaway")
             scans += len(come)
             for i in come:
@@ -82,13 +80,6 @@ def deliveries_morning(program, jxcctl):
         prove(jxcctl, desk)
     finally:
         desk.close()
-
-
-def asked_notice(desk):
-    """A notice stands there, and is read."""
-    at(desk, "系统提示")
-    desk.keys("Return")
-    at(desk, KINDS["putaway"].title)
 
 
 def main():

@@ -49,6 +49,8 @@ TEST_F(PartialScreensTest, APutawayFromScanListAndWholeReceipt) {
     EXPECT_EQ(s.grid("gridLines").currentText("j_sn"), first);
     EXPECT_EQ(s.field("tghs").key(), "100001");
     EXPECT_TRUE(s.field("tghs").isReadOnly() && s.field("comCk").isReadOnly());
+    expectNotice(u"没有找到与该条码匹配的商品，请检查！\r\n\r\n条码：9999999999999"_qs);
+    scan(s, u"9999999999999");
     expectNotice(u"入库数量不能大于采购数量！"_qs);
     edit(s, "gridLines", 0, "rk_sl", u"11");
     edit(s, "gridLines", 0, "rk_sl", u"6");
@@ -63,6 +65,7 @@ TEST_F(PartialScreensTest, APutawayFromScanListAndWholeReceipt) {
       pick.grid("gridGoods").waitLoaded();
       EXPECT_EQ(textsOf(pick.grid("gridGoods").rows(), {"djh", "g_sn", "opensl"}).join(u' '),
                 first + " 10000001 10 " + first + " 10000002 4 " + second + " 10000001 5");
+      picture(pick, u"cgrk-add"_qs);
       choose(pick, "comLb", second + u"　2021-05-03"_qs);
       pick.grid("gridGoods").waitLoaded();
       press(pick, "F6");  // all of this receipt

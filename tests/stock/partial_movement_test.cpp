@@ -3,6 +3,8 @@
 #include "stock/partial_rules.h"
 #include "stock/shop.h"
 
+#include <array>
+
 namespace jxc::partial_movement_test {
 
 using partial::issue;
@@ -248,6 +250,42 @@ TEST_F(PartialMovementTest, SavedAndAuditedAtOnceAndWhoMayCancel) {
   execSql("update jxc_rkd set rk_checker='小王' where gl_djh=?", six);
   EXPECT_TRUE(cancel(six));
   EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(PartialMovementTest, UnderAllParametersThatMeetTheBooksEndAlike) {
+  // Putaway, issue, audit at once, negative stock, invoices, sales with the time of their day.
+  constexpr std::array kSwitches{"cs_sprk", "cs_spck", "cs_shdj", "cs_kc", "cs_kp", "cs_cs014"};
+  for (unsigned turn = 0; turn < 1u << kSwitches.size(); ++turn) {
+    SCOPED_TRACE(turn);
+    Transaction trial(accountDb());
+    const auto isOn = [&](std::size_t which) { return (turn >> which & 1u) != 0; };
+    for (std::size_t i = 0; i < kSwitches.size(); ++i)
+      setParameter(kSwitches[i], isOn(i));
+    const auto move = [&](const partial::PartialRules& rules, const QString& source) {
+      const auto draft = rules.takeWhole(source, rules.fresh({}), prompt);
+      ASSERT_TRUE(draft);
+      prompt.willSayYes();
+      const SaveResult saved = rules.save(*draft, prompt);
+      EXPECT_EQ(saved.audited, isOn(2));
+      if (!saved.audited) audited(saved.number);
+    };
+    const QString bought =
+        audited(test::waitingDocument(families::purchaseReceipt, u"2021-05-01"_qs, {{"j_sfje", 50.0}}, {{"A", 10, 5}}));
+    EXPECT_EQ(balanceOf("A"), isOn(0) ? "0 10 5" : "10 10 5");
+    if (isOn(0)) move(partial::putawayRules(), bought);
+    const QString sold = sell(isOn(5) ? "2021-05-02 10:11:12" : "2021-05-02", {{"A", 4, 9}}, 36);
+    EXPECT_EQ(balanceOf("A"), isOn(1) ? "10 6 5" : "6 6 5");
+    if (isOn(1)) move(partial::issueRules(), sold);
+    EXPECT_EQ(balanceOf("A"), "6 6 5");
+    EXPECT_EQ(stateOf(bought) + stateOf(sold).left(1), "11");
+    EXPECT_EQ(cash(), -14);
+    EXPECT_EQ(test::brokenInvariants(), QStringList());
+    for (const DocumentFamily* family : {&families::issue, &families::putaway})
+      for (const Row row : openSelect(compose("select {} as djh from {}", {family->number, family->head})))
+        EXPECT_TRUE(cancel(row.text("djh")));
+    EXPECT_EQ(cancel(sold), !isOn(1));  // its issue waits still
+    EXPECT_EQ(test::brokenInvariants(), QStringList());
+  }
 }
 
 }  // namespace jxc::partial_movement_test
