@@ -29,7 +29,12 @@ std::string fromOpen(const PartialMovement& m) {
 Filter conditions(const PartialMovement& m, const OpenLines& wanted) {
   const DocumentFamily& s = *m.source;
   Filter filter;
-  filter.add(compose("c.{}=0", {s.allMoved})).add(compose("c.{}=1", {s.status})).add(isOpen(m, "b"));
+  // Without a flag the head does not say so itself, and may stand among those of another kind: loans and their returns.
+  if (s.allMoved.empty())
+    filter.add(compose("c.{} like ?", {s.number}), words(s.prefix) + u'%');
+  else
+    filter.add(compose("c.{}=0", {s.allMoved}));
+  filter.add(compose("c.{}=1", {s.status})).add(isOpen(m, "b"));
   addChoice(filter, compose("c.{}", {s.partner}), wanted.partner);
   addChoice(filter, compose("c.{}", {s.warehouse}), wanted.warehouse);
   addChoice(filter, compose("c.{}", {s.number}), wanted.source);
