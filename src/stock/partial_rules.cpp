@@ -60,10 +60,10 @@ bool PartialLines::mayTake(std::int64_t sourceLine, double pieces, Lines where, 
   const double others = takenBy(movement_, number, sourceLine, where == Lines::Staging ? 0 : id);
   const double open = partial_rules_detail::openOf(movement_, sourceLine) - others;
   const QString doing = words(movement_.doing);
-  return !refused(
-      {{pieces <= 0, u"数量必须大于0！"_qs},
-       {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs}},
-      prompt);
+  return !refused({{pieces <= 0, u"数量必须大于0！"_qs, Subject::Quantity},
+                   {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs,
+                    Subject::Quantity}},
+                  prompt);
 }
 
 bool PartialLines::stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
@@ -74,7 +74,7 @@ bool PartialLines::stockAllows(const QString& goods, double quantity, const Line
   const QString doing = words(movement_.doing);
   const bool goesShort = strIsTrue(session().cs_kc)
                              ? prompt.ask(doing + u"数量大于库存数量，"_qs + doing + u"后库存会出现负数，继续吗？"_qs)
-                             : !refused({{true, doing + u"数量不能大于库存数量！"_qs}}, prompt);
+                             : !refused({{true, doing + u"数量不能大于库存数量！"_qs, Subject::Quantity}}, prompt);
   if (memory) memory->goesShort = goesShort;
   return goesShort;
 }
@@ -84,11 +84,11 @@ bool PartialLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prom
   const double pieces = draft.amounts.quantity();
   const double open = partial_rules_detail::openOf(movement_, draft.sourceLine);
   const QString doing = words(movement_.doing);
-  return !refused(
-             {{draft.sourceLine == 0, changedMeanwhile({})},
-              {pieces <= 0, u"数量必须大于0！"_qs},
-              {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs}},
-             prompt) &&
+  return !refused({{draft.sourceLine == 0, changedMeanwhile({})},
+                   {pieces <= 0, u"数量必须大于0！"_qs, Subject::Quantity},
+                   {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs,
+                    Subject::Quantity}},
+                  prompt) &&
          stockAllows(draft.goods, pieces, place, prompt);
 }
 
