@@ -15,8 +15,8 @@ namespace indexes_detail {
 constexpr IndexDefinition linesByDate = {"jxc_goodslist", "gl_kdrq,id", "g_sn,ck_sn,gl_flag,gl_sl,gl_je,gl_zcb"};
 
 /// Receipts that wait for putaway and sales that wait for issue: few among all that there ever were.
-constexpr IndexDefinition waitingReceipts = {"jxc_jhd", "j_crk,j_status"};
-constexpr IndexDefinition waitingSales = {"jxc_lsxsd", "ls_crk,ls_status"};
+constexpr IndexDefinition waitingReceipts = {"jxc_jhd", "j_crk,j_status,j_jhrq"};
+constexpr IndexDefinition waitingSales = {"jxc_lsxsd", "ls_crk,ls_status,ls_xsrq"};
 
 constexpr IndexDefinition list[] = {
     // Replay and costing: rows of one goods in one warehouse from a date on, and the last one before it.
