@@ -4,13 +4,14 @@
 #include "core/backup.h"
 #include "core/log.h"
 #include "core/owner.h"
+#include "core/passwords.h"
 #include "core/program_directory.h"
 #include "core/refusal.h"
+#include "core/rights.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/station_options.h"
-#include "core/text.h"
 #include "platform/machine.h"
 
 namespace jxc::login_detail {
@@ -35,22 +36,29 @@ class SessionGuard {
   bool isKept_ = false;
 };
 
-void fillOperator(const Row& row) {
+/// The operator of this name becomes that of the session, when he is admitted. A name may stand twice in a list of
+/// copied operators: then the one whose password it is.
+bool fillOperator(const QString& name, const QString& password, Prompt& prompt) {
+  const Refusal wrong{u"用户密码不正确，请重新输入！"_qs, Subject::Password};
+  const RowSet rows = openSelect("select a_name,a_sn,r_sn from jxc_admin where a_name=? and a_jyt=0 order by id", name);
+  if (rows.isEmpty()) {
+    const bool isThere = exists("select id from jxc_admin where a_name=?", name);
+    prompt.refuse(isThere ? Refusal(QStringLiteral("操作员“%1”已停用，不能登录！").arg(name)) : wrong);
+    return false;
+  }
+  Row found = rows.front();
+  for (const Row row : rows) {
+    if (rows.rowCount() == 1 || !isHisPassword(accountDb(), row.text("a_sn"), password)) continue;
+    found = row;
+    break;
+  }
+  if (!admits(found.text("a_sn"), password, wrong, prompt)) return false;
   Session& s = session();
   s.localIp = localIpAddress();
-  s.a_name = row.text("a_name");
-  s.a_sn = row.text("a_sn");
-  s.r_sn = row.text("r_sn");
-  s.dbName = QStringLiteral("jxc.mdb");
-}
-
-void loadSessionIfPossible() {
-  try {
-    loadSession();
-  } catch (const std::exception&) {
-    // A database older than this build lacks columns until the upgrade has added them. The main window loads the
-    // session again on the upgraded database.
-  }
+  s.a_name = found.text("a_name");
+  s.a_sn = found.text("a_sn");
+  s.r_sn = found.text("r_sn");
+  return true;
 }
 
 /// The file is copied away before its first change. A server has its own backups; a set in memory has nothing to lose.
@@ -89,31 +97,32 @@ void rememberOperatorHere() {
 }
 
 QString initialPasswordHint(const QString& name) {
-  const QString password = lookupValue("select a_pwd from jxc_admin where a_name=?", name);
-  return password.isEmpty() ? QStringLiteral("初始密码为空") : QString();
+  // Later it would tell a thief with which name he needs none.
+  if (holdsWork(accountDb())) return {};
+  const QString number = lookupValue("select a_sn from jxc_admin where a_name=?", name);
+  return hasPassword(accountDb(), number) ? QString() : QStringLiteral("初始密码为空");
 }
 
 bool login(const QString& name, const QString& password, Prompt& prompt) {
-  // Passwords are stored through sanitizeKeyword and compared through sanitizeText, which changes more characters: one
-  // with brackets, + - or / never matches. Registers in the shops behave the same, so it stays.
-  const RowSet rows = openSelect("select a_name,a_sn,r_sn from jxc_admin where a_name=? and a_pwd=?", name,
-                                 sanitizeText(password.trimmed()));
-  if (refused({{rows.isEmpty(), u"用户密码不正确，请重新输入！"_qs, Subject::Password}}, prompt)) return false;
   login_detail::SessionGuard guard;
-  login_detail::fillOperator(rows.front());
-  if (!session().posLogin) {
-    writeLog(QStringLiteral("登录系统"));
-    login_detail::loadSessionIfPossible();
-    try {
-      const auto upgrade = [] { upgradeSchema(accountDb(), login_detail::copyBefore()); };
+  session().dbName = QStringLiteral("jxc.mdb");
+  try {
+    // First of all: what is kept of passwords and failures is of this build then.
+    const auto upgrade = [] { upgradeSchema(accountDb(), login_detail::copyBefore()); };
+    if (!session().posLogin) {
       if (isSchemaCurrent(accountDb()))
         upgrade();
       else if (!asOwner(prompt, QStringLiteral("帐套升级"), upgrade))
         return false;
-    } catch (const UpgradeFailed& failure) {  // not to the handler of failures: it would change the name of the copy
-      prompt.notice(failure.message());
-      return false;
     }
+  } catch (const UpgradeFailed& failure) {  // not to the handler of failures: it would change the name of the copy
+    prompt.notice(failure.message());
+    return false;
+  }
+  if (!login_detail::fillOperator(name, password, prompt)) return false;
+  if (!session().posLogin) {
+    writeLog(QStringLiteral("登录系统"));
+    loadSession();
   }
   for (const LoginHook& hook : loginHooks())
     hook();
@@ -130,9 +139,9 @@ bool changeOperator(const QString& name, const QString& password, Prompt& prompt
 }
 
 bool unlock(const QString& password, Prompt& prompt) {
-  const RowSet rows =
-      openSelect("select a_name from jxc_admin where a_name=? and a_pwd=?", session().a_name, password.trimmed());
-  return !refused({{rows.isEmpty(), u"用户密码错误，请重新输入！"_qs, Subject::Password}}, prompt);
+  if (refused({{!isEnabledOperator(), QStringLiteral("操作员“%1”已停用，不能解锁！").arg(session().a_name)}}, prompt))
+    return false;
+  return admits(session().a_sn, password, {u"用户密码错误，请重新输入！"_qs, Subject::Password}, prompt);
 }
 
 std::vector<LoginHook>& loginHooks() {

@@ -13,7 +13,7 @@ namespace jxc {
 
 /// Operators who are not disabled, in entry order, keyed by `a_sn`.
 std::vector<ListItem> loginOperators();
-/// "初始密码为空" for an operator without a password, otherwise empty.
+/// "初始密码为空" for an operator without a password, as long as nothing was entered into the set; otherwise empty.
 QString initialPasswordHint(const QString& name);
 
 /// Who logged in last at this workstation, of those operators; nobody yet: empty.
@@ -21,14 +21,14 @@ QString lastOperatorHere();
 /// Keeps the operator of the session for that.
 void rememberOperatorHere();
 
-/// Logs an operator in: session filled, log written, schema brought up to date, hooks run. A wrong password is told and
-/// false comes back; the number of attempts is not limited. So is an upgrade that failed. Failures other than those of
-/// the first, guarded, reading of the session are thrown, and the session is as it was before.
+/// Logs an operator in: schema brought up to date, session filled, log written, hooks run. A wrong password is told and
+/// false comes back, and who fails too often waits (core/passwords.h); so is a disabled operator, and an upgrade that
+/// failed. Other failures are thrown, and the session is as it was before.
 bool login(const QString& name, const QString& password, Prompt& prompt);
 /// A login inside the running process (the screens set `editMode` "hb" for it), followed by `loadSession`. When it is
 /// refused or fails the old operator stays.
 bool changeOperator(const QString& name, const QString& password, Prompt& prompt);
-/// Opens the screen lock of the operator who is logged in; a wrong password is told.
+/// Opens the screen lock of the operator who is logged in, unless he is disabled meanwhile; a wrong password is told.
 bool unlock(const QString& password, Prompt& prompt);
 
 /// What other subsystems do at each login, after the schema upgrade, in the order of registration.

@@ -2,6 +2,8 @@
 
 #include "core/deletion.h"
 #include "core/numbers.h"
+#include "core/password_hash.h"
+#include "core/passwords.h"
 #include "core/refusal.h"
 #include "core/rights.h"
 #include "core/roles.h"
@@ -14,6 +16,7 @@ namespace jxc {
 namespace operators_detail {
 
 constexpr int kNameWidth = 32;
+constexpr char16_t kOnlyAdministrators[] = u"只有系统管理员才能修改系统管理员！";
 
 bool hasOperatorRight() {
   return hasRight("qtcz", 6);
@@ -27,7 +30,7 @@ bool isBuiltIn(const QString& number) {
 std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
   const QString name = sanitizeKeyword(draft.name.trimmed());
   if (refused({{draft.name.trimmed().isEmpty(), u"用户名称必须填写！"_qs, Subject::Name},
-               {draft.password.trimmed() != draft.passwordAgain.trimmed(), u"两次密码输入不一致！"_qs,
+               {passwordIn(draft.password) != passwordIn(draft.passwordAgain), u"两次密码输入不一致！"_qs,
                 Subject::PasswordAgain},
                {exists("select a_name from jxc_admin where a_name=? and id<>?", name, draft.id),
                 u"用户名称不能重复！"_qs, Subject::Name}},
@@ -36,13 +39,20 @@ std::optional<QString> checkedName(const OperatorDraft& draft, Prompt& prompt) {
   return name;
 }
 
+/// An administrator is made by administrators.
+bool mayGiveRole(const QString& roleKey, Prompt& prompt) {
+  return !refused(
+      {{isBuiltIn(roleKey) && !isAdministratorNow(), u"只有系统管理员才能设置系统管理员角色！"_qs, Subject::Role}},
+      prompt);
+}
+
 bool hasRole(const OperatorDraft& draft, Prompt& prompt) {
   return !refused({{draft.roleKey.isEmpty(), u"请选择角色！"_qs, Subject::Role}}, prompt);
 }
 
 /// Everybody could come in by Enter: that shall be meant.
 bool mayDoWithoutPassword(const QString& name, const QString& password, Prompt& prompt) {
-  return !password.trimmed().isEmpty() ||
+  return !passwordIn(password).isEmpty() ||
          prompt.ask(QStringLiteral("操作员“%1”没有密码，任何人都可以用这个名称登录，确认不设密码吗？").arg(name));
 }
 
@@ -54,16 +64,17 @@ bool mayDoWithoutWarehouse(const OperatorDraft& draft, const QString& name, Prom
 }
 
 /// A new operator, under a number that nobody had before: his own settings at the stations are kept by it. The number.
-QString write(const OperatorCopy& made, bool isHeadCashier) {
+QString write(const OperatorCopy& made, bool isHeadCashier, const QString& hash) {
   const std::int64_t id = insertRow("jxc_admin", {{"a_name", made.name},
                                                   {"r_sn", made.roleKey},
                                                   {"a_zreoje", made.mostRoundOff},
-                                                  {"a_pwd", made.password},
+                                                  {"a_pwd", u""},
                                                   {"a_pos", isHeadCashier},
                                                   {"a_jy", 0},
                                                   {"a_jyt", 0}});
   const QString number = serialOfNewRow("jxc_admin", "a_sn", id);
   updateRow("jxc_admin", id, {{"a_sn", number}});
+  keepPassword(number, hash);
   return number;
 }
 
@@ -82,6 +93,14 @@ bool mayOpenWarehouses() {
 bool mayManageOperators(Prompt& prompt) {
   if (operators_detail::hasOperatorRight()) return true;
   dispMsg(prompt, QStringLiteral("操作员设置！"));
+  return false;
+}
+
+bool mayChangeOperator(std::int64_t id, Prompt& prompt) {
+  if (!mayManageOperators(prompt)) return false;
+  if (!operators_detail::isBuiltIn(lookupValue("select r_sn from jxc_admin where id=?", id)) || isAdministratorNow())
+    return true;
+  prompt.notice(QString::fromUtf16(operators_detail::kOnlyAdministrators));
   return false;
 }
 
@@ -105,7 +124,6 @@ OperatorDraft readOperator(std::int64_t id) {
   draft.number = row.text("a_sn");
   draft.name = row.text("a_name");
   draft.roleKey = row.text("r_sn");
-  draft.password = draft.passwordAgain = row.text("a_pwd");
   draft.mostRoundOff = row.number("a_zreoje");
   draft.isHeadCashier = row.flag("a_pos");
   draft.isDisabled = row.flag("a_jy");
@@ -117,18 +135,18 @@ std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return {};
   const auto name = operators_detail::checkedName(draft, prompt);
   if (!name || !operators_detail::hasRole(draft, prompt)) return {};
+  if (!operators_detail::mayGiveRole(draft.roleKey, prompt)) return {};
   if (!operators_detail::mayDoWithoutPassword(*name, draft.password, prompt)) return {};
   if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return {};
 
+  const QString hash = passwordHash(draft.password);
   Refusal refusal;
   QString number;
   {
     Transaction transaction(accountDb());
-    number = operators_detail::write({.name = *name,
-                                      .roleKey = roleOf(draft.roleKey),
-                                      .password = sanitizeKeyword(draft.password.trimmed()),
-                                      .mostRoundOff = draft.mostRoundOff},
-                                     draft.isHeadCashier);
+    number =
+        operators_detail::write({.name = *name, .roleKey = roleOf(draft.roleKey), .mostRoundOff = draft.mostRoundOff},
+                                draft.isHeadCashier, hash);
     refusal = operators_detail::bind(draft, number, *name);
     if (!refusal) transaction.commit();
   }
@@ -137,26 +155,30 @@ std::optional<QString> addOperator(const OperatorDraft& draft, Prompt& prompt) {
 }
 
 bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
-  if (!mayManageOperators(prompt)) return false;
+  if (!mayChangeOperator(draft.id, prompt)) return false;
   const auto name = operators_detail::checkedName(draft, prompt);
   if (!name || !operators_detail::hasRole(draft, prompt)) return false;
+  if (!operators_detail::mayGiveRole(draft.roleKey, prompt)) return false;
   if (!operators_detail::mayDoWithoutWarehouse(draft, *name, prompt)) return false;
 
+  const QString hash = passwordHash(draft.password);
   OperatorDraft before;
   Refusal refusal;
   {
     Transaction transaction(accountDb());
     before = readOperator(draft.id);
+    // Another station may have made him administrator meanwhile.
+    if (operators_detail::isBuiltIn(before.roleKey) && !isAdministratorNow())
+      refusal = QString::fromUtf16(operators_detail::kOnlyAdministrators);
     updateRow("jxc_admin", draft.id,
               {{"a_name", *name}, {"a_zreoje", draft.mostRoundOff}, {"a_pos", draft.isHeadCashier}});
-    const QString password = sanitizeKeyword(draft.password.trimmed());
-    if (!password.isEmpty()) updateRow("jxc_admin", draft.id, {{"a_pwd", password}});
+    if (!hash.isEmpty()) keepPassword(before.number, hash);
     // Somebody must always be able to log in and change everything.
     if (!operators_detail::isBuiltIn(before.number)) {
       updateRow("jxc_admin", draft.id,
                 {{"r_sn", roleOf(draft.roleKey)}, {"a_jy", draft.isDisabled}, {"a_jyt", draft.isDisabled ? 1 : 0}});
     }
-    if (before.name != *name) refusal = renameInBindings(before.name, *name);
+    if (!refusal && before.name != *name) refusal = renameInBindings(before.name, *name);
     if (!refusal) refusal = operators_detail::bind(draft, before.number, *name);
     if (!refusal) transaction.commit();
   }
@@ -177,29 +199,35 @@ bool deleteOperator(std::int64_t id, Prompt& prompt) {
                                                               name, name);
                          if (!document.isEmpty())
                            return orDisable(QStringLiteral("该操作员已发生过业务，不能删除！"), u"停用");
-                         return operators_detail::isBuiltIn(row.text("a_sn"))
-                                    ? std::optional(QStringLiteral("内置系统管理员不能删除！"))
-                                    : std::nullopt;
+                         if (operators_detail::isBuiltIn(row.text("a_sn")))
+                           return QStringLiteral("内置系统管理员不能删除！");
+                         if (operators_detail::isBuiltIn(row.text("r_sn")) && !isAdministratorNow())
+                           return QString::fromUtf16(operators_detail::kOnlyAdministrators);
+                         return {};
                        },
                        // A warehouse must not name somebody who is gone.
-                       .alsoDelete = [](const Row& row) { removeFromBindings(row.text("a_sn"), row.text("a_name")); }},
+                       .alsoDelete =
+                           [](const Row& row) {
+                             removeFromBindings(row.text("a_sn"), row.text("a_name"));
+                             forgetPassword(row.text("a_sn"));
+                           }},
                       id, prompt);
 }
 
 std::optional<OperatorCopy> copyOperator(std::int64_t id, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return {};
   const OperatorDraft draft = readOperator(id);
-  return OperatorCopy{draft.name, draft.roleKey, draft.password, draft.mostRoundOff};
+  return OperatorCopy{draft.name, draft.roleKey, draft.mostRoundOff};
 }
 
 bool pasteOperator(const OperatorCopy& copy, Prompt& prompt) {
-  if (!mayManageOperators(prompt)) return false;
+  if (!mayManageOperators(prompt) || !operators_detail::mayGiveRole(copy.roleKey, prompt)) return false;
   const QString name = (QStringLiteral("复制 ") + copy.name).left(operators_detail::kNameWidth);
-  if (!operators_detail::mayDoWithoutPassword(name, copy.password, prompt)) return false;
+  if (!operators_detail::mayDoWithoutPassword(name, {}, prompt)) return false;
   Transaction transaction(accountDb());
   OperatorCopy another = copy;
   another.name = name;
-  operators_detail::write(another, false);
+  operators_detail::write(another, false, {});
   transaction.commit();
   return true;
 }
@@ -216,20 +244,19 @@ Sql operatorListStatement(const QString& typed) {
 }
 
 bool changeOwnPassword(const QString& old, const QString& password, const QString& again, Prompt& prompt) {
-  // The old password is compared as it was typed: what was stored is what the operator knows.
-  if (refused(
-          {{password.trimmed() != again.trimmed(), u"两次密码输入不一致，不能修改密码！"_qs, Subject::PasswordAgain},
-           {!exists("select a_sn from jxc_admin where a_name=? and a_pwd=?", session().a_name, old.trimmed()),
-            u"当前密码错误，不能修改密码！"_qs, Subject::OldPassword}},
-          prompt))
+  const QString number = session().a_sn;
+  if (refused({{passwordIn(password) != passwordIn(again), u"两次密码输入不一致，不能修改密码！"_qs,
+                Subject::PasswordAgain},
+               {!isEnabledOperator(), QStringLiteral("操作员“%1”已停用，不能修改密码！").arg(session().a_name)}},
+              prompt))
     return false;
-  execSql("update jxc_admin set a_pwd=? where a_name=?", sanitizeKeyword(password.trimmed()), session().a_name);
+  if (!admits(number, old, {u"当前密码错误，不能修改密码！"_qs, Subject::OldPassword}, prompt)) return false;
+  const QString hash = passwordHash(password);
+  Transaction transaction(accountDb());
+  keepPassword(number, hash);
+  transaction.commit();
   prompt.notice(QStringLiteral("密码修改成功！"));
   return true;
-}
-
-bool mayStandInPassword(QChar character) {
-  return !QStringView(u"!\"%&',=?@[\\]^").contains(character);
 }
 
 }  // namespace jxc

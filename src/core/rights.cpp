@@ -13,8 +13,24 @@ bool isGranted(const QString& rights, int position) {
 
 namespace jxc {
 
+bool isEnabledOperator() {
+  return exists("select id from jxc_admin where a_sn=? and a_jyt=0", session().a_sn);
+}
+
+bool isAdministratorNow() {
+  return isAdministrator() &&
+         exists("select id from jxc_admin where a_sn=? and r_sn=? and a_jyt=0", session().a_sn, session().r_sn);
+}
+
+bool isAllowedToAdministrators(Prompt& prompt) {
+  if (isAdministratorNow()) return true;
+  prompt.notice(QStringLiteral("只有系统管理员才能使用此功能！"));
+  return false;
+}
+
 bool hasRight(std::string_view group, int position) {
   const Session& s = session();
+  if (!isEnabledOperator()) return false;
   if (isWarehouseBound()) {
     const QString own = QStringLiteral("%") + s.a_sn + QStringLiteral("%");
     if (!exists("select ck_sn from jxc_ckxx where ck_asn like ?", own)) return false;

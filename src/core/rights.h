@@ -10,9 +10,17 @@
 
 namespace jxc {
 
+/// Whether the operator of the session is there and not disabled, as it stands in the database now.
+bool isEnabledOperator();
+/// Whether he is of the administrator's role, as it stands there now: what makes administrators asks this one.
+bool isAdministratorNow();
+/// Told when he is not.
+bool isAllowedToAdministrators(Prompt& prompt);
+
 /// Whether the operator has right `position` (from 1) of `group`, a column of `jxc_role`: "cggl", "xsgl", "kcgl",
 /// "wlzk", "tjgl", "rcgl", "qtcz". Read from the database at each call, so that a change of the role applies at once.
-/// With warehouse binding on, an operator of no warehouse has no right at all. Positions beyond the end of a role: no.
+/// A disabled operator has none any more, and with warehouse binding on one of no warehouse has none at all. Positions
+/// beyond the end of a role: no.
 bool hasRight(std::string_view group, int position);
 inline bool hasRight(const Right& right) {
   return !right.isGuarded() || hasRight(right.group, right.position);

@@ -3,6 +3,7 @@
 #include "core/deletion.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
+#include "core/rights.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -182,7 +183,10 @@ std::vector<RoleDraft> readyMadeRoles() {
 
 std::vector<ListItem> rolesToChoose() {
   std::vector<ListItem> items = fillKeyedCombo("jxc_role", "r_name", {}, "id", "r_sn");
-  if (!isAdministrator()) return items;
+  if (!isAdministratorNow()) {  // who is none makes none
+    std::erase_if(items, [](const ListItem& item) { return item.key == QStringView(builtInSn); });
+    return items;
+  }
   for (const RoleDraft& role : readyMadeRoles())
     if (!exists("select id from jxc_role where r_name=?", role.name)) items.push_back({role.name, role.name});
   return items;
@@ -204,6 +208,7 @@ bool mayModifyRole(std::int64_t id, Prompt& prompt) {
 }
 
 bool saveRole(const RoleDraft& role, Prompt& prompt) {
+  if (!isAllowedToAdministrators(prompt)) return false;
   const QString name = sanitizeKeyword(role.name.trimmed());
   if (refused({{name.isEmpty(), u"角色名称必须填写！"_qs, Subject::Name},
                {exists("select r_name from jxc_role where r_name=? and id<>?", name, role.id),
@@ -222,6 +227,7 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
 }
 
 bool deleteRole(std::int64_t id, Prompt& prompt) {
+  if (!isAllowedToAdministrators(prompt)) return false;
   return deleteAsking({.table = "jxc_role",
                        .question = QStringLiteral("您确定要删除选中的角色吗？"),
                        .refusal = [](const Row& row) -> std::optional<QString> {

@@ -48,6 +48,7 @@ std::vector<RoleDraft> readyMadeRoles();
 std::vector<ListItem> rolesToChoose();
 /// The role behind such a key; a ready-made one is made.
 QString roleOf(const QString& key);
+/// Roles are made, changed and deleted by the administrator's role only.
 /// Saves a new or changed role; the strings replace the old ones whole. Asks when it has no right at all. False when
 /// refused.
 bool saveRole(const RoleDraft& role, Prompt& prompt);

@@ -9,4 +9,9 @@ Bulk& bulkOf(Database& database) {
   throw DbError(DbError::Kind::Unsupported, QStringLiteral("此数据库不支持该操作。"));
 }
 
+void forgetReplaced(Database& database, const char* table) {
+  if (auto* bulk = dynamic_cast<Bulk*>(&database); bulk != nullptr && !database.inTransaction())
+    bulk->forgetReplaced(table);
+}
+
 }  // namespace jxc

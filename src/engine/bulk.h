@@ -33,9 +33,15 @@ class Bulk {
   virtual void analyze() = 0;
   /// The open transaction will stand idle for minutes while the other side works: no station that went away.
   virtual void expectPauses() = 0;
+  /// Takes out of the files of the database what rows of this table held before they were changed or deleted. Not
+  /// inside a transaction. Another station that reads may keep the log of the file from being cleared: it is then
+  /// overwritten as work goes on.
+  virtual void forgetReplaced(const char* table) = 0;
 };
 
 /// That of a connection; throws DbError(Unsupported) when it has none.
 Bulk& bulkOf(Database& database);
+/// As Bulk says; nothing where a connection has none, or is inside a transaction.
+void forgetReplaced(Database& database, const char* table);
 
 }  // namespace jxc

@@ -3,6 +3,7 @@
 #include "ui/display.h"
 #include "ui/icons.h"
 #include "ui/schema_width.h"
+#include "ui/secret_edit.h"
 #include "ui/text_input.h"
 
 #include <QAction>
@@ -157,7 +158,7 @@ void Field::build(QWidget* parent) {
 }
 
 void Field::buildLine(QWidget* parent) {
-  auto* edit = new QLineEdit(parent);
+  auto* edit = spec_.kind == FieldKind::Secret ? new SecretEdit(parent) : new QLineEdit(parent);
   widget_ = edit;
   if (const int most = field_detail::mostCharacters(spec_)) edit->setMaxLength(most);
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * field_detail::wishedCharacters(spec_));
@@ -208,6 +209,10 @@ QString Field::text() const {
   }
   if (!isNumberKind(spec_.kind)) return line(widget_)->text();
   return numberEmpty_ ? QString() : numberText(number_);
+}
+
+WipedText Field::secret() const {
+  return WipedText(spec_.kind == FieldKind::Secret ? static_cast<const SecretEdit*>(widget_)->secret() : text());
 }
 
 double Field::number() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/fillers.h"
+#include "core/wiping.h"
 #include "engine/value.h"
 #include "ui/specs.h"
 
@@ -37,7 +38,8 @@ class Field : public QObject {
   QLabel* suffix() const { return suffix_; }
 
   // The edit buffer.
-  QString text() const;  // as typed; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
+  QString text()
+      const;  // as typed, of a secret only its length; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
   QString trimmed() const { return text().trimmed(); }
   double number() const;  // 0 when empty
   int integer() const;
@@ -45,7 +47,8 @@ class Field : public QObject {
   int index() const;    // of the chosen item of a list; -1 without
   bool isChecked() const;
   bool isEmpty() const { return trimmed().isEmpty(); }
-  Value value() const;  // key of a list or picker, number of a number, 0/1 of a box, otherwise the text
+  WipedText secret() const;  // what was typed into a secret input
+  Value value() const;       // key of a list or picker, number of a number, 0/1 of a box, otherwise the text
 
   void setText(const QString& text);
   void setNumber(double number);

@@ -214,7 +214,9 @@ QString Screen::inputsInWords() const {
   QStringList words;
   for (const auto& field : fields_) {
     const FieldKind kind = field->spec().kind;
-    if (!field->widget()->isVisible() || kind == FieldKind::Password || kind == FieldKind::Memo) continue;
+    if (!field->widget()->isVisible() || kind == FieldKind::Password || kind == FieldKind::Secret ||
+        kind == FieldKind::Memo)
+      continue;
     if (kind == FieldKind::Check || kind == FieldKind::Radio) {
       if (field->isChecked()) words << qs(field->spec().label);
     } else if (!field->isEmpty() && field->label()) {

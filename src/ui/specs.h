@@ -13,6 +13,7 @@ namespace jxc::ui {
 enum class FieldKind : std::uint8_t {
   Text,       // one line
   Password,   // one line, masked
+  Secret,     // the same for the password of an operator: nothing of it stays in memory (Field::secret)
   Money,      // number with the currency symbol and the session's money digits
   Total,      // number with the digits of document totals
   Quantity,   // number with the session's quantity digits

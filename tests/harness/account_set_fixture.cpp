@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/data_module.h"
+#include "core/password_hash.h"
 #include "core/program_directory.h"
 #include "server/test_engine.h"
 
@@ -35,6 +36,7 @@ AccountSetFixture::AccountSetFixture() {
   static const QTemporaryDir home;
   if (programDirectory() == QDir::currentPath()) setProgramDirectory(home.path());
   setClock(QStringLiteral("2021-05-03 14:30:00"));
+  setHashCost(HashCost::Least);
   dataModule().installAccountDb(openFresh(account_set_detail::storyOfTest()));
   session() = Session{};
   session().dbName = QStringLiteral("jxc.mdb");

@@ -1,9 +1,11 @@
 // Operators, roles and passwords on their screens.
+#include "core/passwords.h"
 #include "core/rights.h"
 #include "core/roles.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTreeWidget>
 
@@ -35,7 +37,7 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
     ASSERT_EQ(list.rowCount(), 1);
     EXPECT_FALSE(s.command("btnRPaste").isEnabled());
     click(s, "btnRCopy");
-    click(s, "btnRPaste");
+    click(s, "btnRPaste", u"操作员“复制 王芳”没有密码，任何人都可以用这个名称登录，确认不设密码吗？"_qs, Answer::Yes);
     EXPECT_EQ(list.rowCount(), 2);
     list.selectRow(1);
     EXPECT_EQ(list.currentText("a_name"), QStringLiteral("复制 王芳"));
@@ -43,10 +45,8 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
     EXPECT_EQ(list.rowCount(), 1);
 
     press(s, "F3", "F_Admin_Modi", [&](ui::Screen& modi) {
-      EXPECT_EQ(modi.field("tpwd").text(), QStringLiteral("abc"));
+      EXPECT_EQ(modi.field("tpwd").text() + modi.field("tpwd1").text(), QString()) << "nothing of it comes back";
       EXPECT_EQ(modi.field("tzreoje").number(), 2.5);
-      type(modi, "tpwd", u"");
-      type(modi, "tpwd1", u"");
       check(modi, "chkJy", true);
       press(modi, "F5");
     });
@@ -56,7 +56,8 @@ TEST_F(OperatorScreens, AnOperatorIsAddedFoundCopiedAndDeleted) {
       EXPECT_FALSE(modi.field("comRole").isEnabled());
     });
   });
-  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin where a_name=? and a_jyt=1", u"王芳"), QStringLiteral("abc"));
+  EXPECT_EQ(lookupNumber("select a_jyt from jxc_admin where a_sn='100002'"), 1);
+  EXPECT_TRUE(isHisPassword(accountDb(), "100002", "abc")) << "empty inputs left it";
 }
 
 TEST_F(OperatorScreens, ARoleIsTickedInItsTree) {
@@ -112,15 +113,46 @@ TEST_F(OperatorScreens, OnesOwnPassword) {
   open("F_PwdModi", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("tname").text(), QStringLiteral("admin"));
     type(s, "tnewpwd", u"a%b@c'-1");
-    EXPECT_EQ(s.field("tnewpwd").text(), QStringLiteral("abc-1"));
-    type(s, "tnewpwd2", u"abc-1");
+    type(s, "tnewpwd2", u"a%b@c'-1");
     type(s, "toldpwd", u"x");
     press(s, "F5", QStringLiteral("当前密码错误，不能修改密码！"));
     type(s, "toldpwd", u"");
     press(s, "F5", QStringLiteral("密码修改成功！"));
     EXPECT_FALSE(s.isVisible());
   });
-  EXPECT_EQ(lookupValue("select a_pwd from jxc_admin"), QStringLiteral("abc-1"));
+  EXPECT_TRUE(isHisPassword(accountDb(), "100001", "a%b@c'-1"));
+}
+
+TEST_F(OperatorScreens, ASecretInputHoldsWhatWasTypedAndShowsNothingOfIt) {
+  open("F_Xtsd", [&](ui::Screen& s) {
+    ui::Field& field = s.field("tpwd");
+    auto& line = static_cast<QLineEdit&>(*field.widget());
+    const auto secret = [&] {
+      const WipedText typed = field.secret();
+      const QString& shared = typed;
+      return QString(shared.constData(), shared.size());
+    };
+    type(s, "tpwd", u"sesam");
+    EXPECT_EQ(secret(), u"sesam");
+    EXPECT_FALSE(line.text().contains(u's'));
+    for (const auto& [keys, left] : std::initializer_list<std::pair<QStringList, const char16_t*>>{
+             {{"Left", "Left", "Backspace"}, u"seam"},
+             {{"Home", "Delete"}, u"eam"},
+             {{"End", "Shift+Left", "Shift+Left", "Backspace"}, u"e"}}) {
+      for (const QString& key : keys)
+        pressIn(line, key.toUtf8().constData());
+      EXPECT_EQ(secret(), QString::fromUtf16(left));
+    }
+    line.setCursorPosition(0);
+    line.insert(u"密%"_qs);
+    EXPECT_EQ(secret(), u"密%e");
+    line.setSelection(1, 1);
+    line.insert(u"码😀"_qs);
+    EXPECT_EQ(secret(), u"密码😀e");
+    field.clear();
+    EXPECT_EQ(secret(), QString());
+    press(s, "F5");
+  });
 }
 
 }  // namespace jxc::test

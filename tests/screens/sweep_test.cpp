@@ -79,8 +79,8 @@ TEST_F(ScreenTest, EveryScreenOpensAndTakesTextsOfAnyLength) {
     open(name, [&](ui::Screen& screen) {
       for (auto* field : screen.fields()) {
         const auto kind = field->spec().kind;
-        const bool typed =
-            kind == ui::FieldKind::Text || kind == ui::FieldKind::Password || kind == ui::FieldKind::Memo;
+        const bool typed = kind == ui::FieldKind::Text || kind == ui::FieldKind::Password ||
+                           kind == ui::FieldKind::Secret || kind == ui::FieldKind::Memo;
         if (!typed || !field->isVisible() || !field->isEnabled() || field->isReadOnly()) continue;
         field->setText(marks.repeated(40));
         const int most = field->spec().width > 0 ? field->spec().width : ui::columnWidth(field->spec().column);

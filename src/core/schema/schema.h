@@ -29,7 +29,8 @@ struct TableEntry {
 std::span<const TableEntry> tables();
 /// The definition of a table, companion tables included; null when there is none of that name.
 const TableDefinition* findDefinition(std::string_view name);
-/// Tables of the order module, which this program reads and closes but never fills.
+/// Tables beside the 146, which a reset leaves alone: those of the order module, which this program reads and closes
+/// but never fills, and what is kept of passwords.
 std::span<const std::string_view> companionTables();
 
 /// One column of a definition.
@@ -53,6 +54,8 @@ void createAllTables(Database& database);
 void resetBusinessTables(Database& database);
 /// resetBusinessTables, and the stock balances too.
 void resetBusinessAndStock(Database& database);
+/// Whether anything was entered yet: a set that was just made has nothing in it.
+bool holdsWork(Database& database);
 /// Copies the account set away and returns the file.
 using CopyBefore = std::function<QString()>;
 /// An upgrade that did not begin, for want of a copy, or that stopped. Its message is whole for the operator: the step,
@@ -64,7 +67,8 @@ class UpgradeFailed : public DbError {
 /// Whether `upgradeSchema` has nothing to change but an index at most.
 bool isSchemaCurrent(Database& database);
 /// Brings an older database up to this build. A current one costs one read. Where there is work to lose `copyBefore`
-/// runs ahead of the first step. Throws UpgradeFailed; a step that fails is not tried again: its date is written first.
+/// runs ahead of the first step, when passwords are hashed already: a copy would keep them. Throws UpgradeFailed; a
+/// step that fails is not tried again: its date is written first.
 void upgradeSchema(Database& database, const CopyBefore& copyBefore = {});
 
 // The same on the account database in use.

@@ -113,6 +113,14 @@ constexpr TableDefinition tables[] = {
 )",
      adminSeeds},
 
+    {"jxc_adminmm", R"(
+      a_sn             varchar(8)     -- of the operator
+      mm_hash          varchar(128)   -- Argon2id with its salt and cost; empty: no password
+      mm_old           bit            -- made of what an older build had stored, in its changed form
+      mm_fails         int            -- wrong ones in a row
+      mm_failed        varchar(32)    -- when the last one was
+)"},
+
     {"jxc_company", R"(
       c_sn             varchar(8)     -- always 100001
       c_name           nvarchar(64)   -- printed on documents

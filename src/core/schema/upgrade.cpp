@@ -1,6 +1,7 @@
 // 升级: walking the ladder.
 #include "core/schema/upgrade.h"
 
+#include "core/passwords.h"
 #include "core/schema/indexes.h"
 #include "core/schema/schema.h"
 #include "engine/error.h"
@@ -93,12 +94,6 @@ void perform(Database& database, const UpgradeBlock& block) {
     perform(database, action);
 }
 
-/// A set that was just made walks the ladder too, and has nothing in it yet.
-bool holdsWork(Database& database, const std::string& stamp) {
-  return !stamp.empty() || database.lookup("select count(*) from jxc_goodslist").integer() > 0 ||
-         database.lookup("select count(*) from jxc_goods").integer() > 1;
-}
-
 /// What whoever logs in has to know: where it stopped, and that going on is not the same as going back.
 UpgradeFailed stepFailed(const schema::UpgradeStep& step, const DbError& failure, const QString& copy) {
   const auto date = QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size()));
@@ -125,6 +120,11 @@ bool isSchemaCurrent(Database& database) {
   return std::ranges::all_of(schema::upgradeSteps(), [&](const auto& step) { return stamp >= step.guard; });
 }
 
+bool holdsWork(Database& database) {
+  return database.lookup("select count(*) from jxc_goodslist").integer() > 0 ||
+         database.lookup("select count(*) from jxc_goods").integer() > 1;
+}
+
 void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
   // Read once: what the steps write does not decide about the steps behind them.
   const std::string stamp = database.lookup("select cs_employdate from jxc_xtcs").text().toStdString();
@@ -132,7 +132,10 @@ void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
   QString copy;
   for (const schema::UpgradeStep& step : schema::upgradeSteps()) {
     if (stamp >= step.guard) continue;
-    if (!changed && copyBefore && upgrade_detail::holdsWork(database, stamp)) copy = upgrade_detail::copied(copyBefore);
+    if (!changed) {
+      hashOldPasswords(database);  // before the copy, which would keep them
+      if (copyBefore && (!stamp.empty() || holdsWork(database))) copy = upgrade_detail::copied(copyBefore);
+    }
     changed = true;
     // First of all: a step that fails half-way is not tried again, so that one bad step cannot lock every login.
     const std::array<Value, 1> values{Value(QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size())))};

@@ -37,8 +37,8 @@ constexpr ui::ScreenSpec kList = {.name = "F_Admin",
 constexpr ui::FieldSpec kFields[] = {
     {"tname", "用户名称：", FieldKind::Text, "jxc_admin.a_name"},
     {"comRole", "角色：", FieldKind::Combo},
-    {"tpwd", "密码：", FieldKind::Password, "jxc_admin.a_pwd"},
-    {"tpwd1", "确认密码：", FieldKind::Password, "jxc_admin.a_pwd"},
+    {"tpwd", "密码：", FieldKind::Secret, "", 100},
+    {"tpwd1", "确认密码：", FieldKind::Secret, "", 100},
     {"tzreoje", "抹零金额：", FieldKind::Money, "jxc_admin.a_zreoje", 0, ui::NoMinus},
     {"chkPos", "POS柜长", FieldKind::Check, "jxc_admin.a_pos"},
     {"chkJy", "停用", FieldKind::Check, "jxc_admin.a_jy"},
@@ -79,8 +79,9 @@ class OperatorEditScreen : public ui::Screen {
     if (id_ == 0) roles.insert(roles.begin(), ListItem{QStringLiteral("请选择角色"), {}});
     field("comRole").setItems(roles);
     field("tname").load(draft.name);
-    field("tpwd").load(draft.password);
-    field("tpwd1").load(draft.passwordAgain);
+    // Nothing of an old password comes to the screen: empty means that it stays.
+    field("tpwd").clear();
+    field("tpwd1").clear();
     field("tzreoje").load(draft.mostRoundOff);
     field("chkPos").setChecked(draft.isHeadCashier);
     field("chkJy").setChecked(draft.isDisabled);
@@ -112,12 +113,14 @@ class OperatorEditScreen : public ui::Screen {
 
   void saveValue() {
     if (!checkFields()) return;
+    const WipedText password = field("tpwd").secret();
+    const WipedText again = field("tpwd1").secret();
     const OperatorDraft draft{.id = id_,
                               .number = {},
                               .name = field("tname").text(),
                               .roleKey = field("comRole").key(),
-                              .password = field("tpwd").text(),
-                              .passwordAgain = field("tpwd1").text(),
+                              .password = password,
+                              .passwordAgain = again,
                               .mostRoundOff = field("tzreoje").number(),
                               .isHeadCashier = field("chkPos").isChecked(),
                               .isDisabled = field("chkJy").isChecked(),
@@ -141,7 +144,7 @@ class TF_Admin : public ui::ListScreen {
   TF_Admin() : ListScreen(admin_detail::kList, [](const QString& typed) { return operatorListStatement(typed); }) {
     adding("btnAdd", [] { return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0); });
     row("btnModi", [this](std::int64_t id) {
-      return mayManageOperators(prompt()) && ui::screenAs<TF_Admin_Modi>("F_Admin_Modi").edit(id);
+      return mayChangeOperator(id, prompt()) && ui::screenAs<TF_Admin_Modi>("F_Admin_Modi").edit(id);
     });
     row("btn_Dele", [this](std::int64_t id) { return deleteOperator(id, prompt()); });
     row("btnRCopy", [this](std::int64_t id) {

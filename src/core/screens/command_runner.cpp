@@ -39,7 +39,7 @@ bool parameterOn(std::string_view name) {
 
 bool isAllowed(const ui::CommandDefinition& command) {
   if (command.guard == ui::Guard::None) return true;
-  if (command.guard == ui::Guard::SystemRole) return isAdministrator();
+  if (command.guard == ui::Guard::SystemRole) return isAdministratorNow();
   return std::any_of(command.positions.begin(), command.positions.end(),
                      [&](int position) { return position > 0 && hasRight(command.group, position); });
 }

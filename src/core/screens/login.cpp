@@ -13,7 +13,7 @@ namespace login_screen_detail {
 
 constexpr ui::FieldSpec kFields[] = {
     {"comAdmin", "操作员：", ui::FieldKind::Combo},
-    {"tpwd", "密码：", ui::FieldKind::Password, "jxc_admin.a_pwd"},
+    {"tpwd", "密码：", ui::FieldKind::Secret, "", 100},
 };
 constexpr ui::CommandSpec kCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {
@@ -58,12 +58,11 @@ void TF_Login::btnOKClick() {
   btnOK.setEnabled(false);
   const auto usable = qScopeGuard([this] { btnOK.setEnabled(true); });
   const bool changing = session().editMode == u"hb";
+  const WipedText password = tpwd.secret();
+  tpwd.clear();
   const bool known =
-      changing ? changeOperator(comAdmin.text(), tpwd.text(), prompt()) : login(comAdmin.text(), tpwd.text(), prompt());
-  if (!known) {
-    tpwd.clear();
-    return tpwd.focus();
-  }
+      changing ? changeOperator(comAdmin.text(), password, prompt()) : login(comAdmin.text(), password, prompt());
+  if (!known) return tpwd.focus();
   loginOk = true;
   rememberOperatorHere();
   ui::applySkin(operatorSkin());

@@ -3,11 +3,7 @@
 #include "core/session.h"
 #include "ui/screen.h"
 
-#include <QLineEdit>
 #include <QPushButton>
-#include <QValidator>
-
-#include <algorithm>
 
 namespace jxc {
 namespace pwdmodi_detail {
@@ -16,36 +12,24 @@ using ui::FieldKind;
 
 constexpr ui::FieldSpec kFields[] = {
     {"tname", "操作员：", FieldKind::Text, "jxc_admin.a_name", 0, ui::ReadOnly},
-    {"toldpwd", "当前密码：", FieldKind::Password, "jxc_admin.a_pwd"},
-    {"tnewpwd", "新密码：", FieldKind::Password, "jxc_admin.a_pwd"},
-    {"tnewpwd2", "确认新密码：", FieldKind::Password, "jxc_admin.a_pwd"},
+    {"toldpwd", "当前密码：", FieldKind::Secret, "", 100},
+    {"tnewpwd", "新密码：", FieldKind::Secret, "", 100},
+    {"tnewpwd2", "确认新密码：", FieldKind::Secret, "", 100},
 };
 constexpr ui::CommandSpec kCommands[] = {{"btnOK", "确定", "F5"}, {"btnCancel", "取消", "Esc"}};
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_PwdModi", .title = "修改密码", .fields = kFields, .commands = kCommands, .focus = "toldpwd"};
-
-/// Swallows characters that are changed when a password is stored: one that holds them would never match again.
-class PasswordValidator : public QValidator {
- public:
-  using QValidator::QValidator;
-  State validate(QString& text, int&) const override {
-    return std::all_of(text.begin(), text.end(), mayStandInPassword) ? Acceptable : Invalid;
-  }
-};
 
 }  // namespace pwdmodi_detail
 
 class TF_PwdModi : public ui::Screen {
  public:
   TF_PwdModi() : Screen(pwdmodi_detail::kScreen) {
-    for (const auto* name : {"tnewpwd", "tnewpwd2"}) {
-      auto* input = static_cast<QLineEdit*>(field(name).widget());
-      input->setValidator(new pwdmodi_detail::PasswordValidator(input));
-    }
     on(command("btnOK"), [this] {
-      const bool isChanged =
-          changeOwnPassword(field("toldpwd").text(), field("tnewpwd").text(), field("tnewpwd2").text(), prompt());
-      if (isChanged) accept();
+      const WipedText old = field("toldpwd").secret();
+      const WipedText password = field("tnewpwd").secret();
+      const WipedText again = field("tnewpwd2").secret();
+      if (changeOwnPassword(old, password, again, prompt())) accept();
     });
   }
 

@@ -11,7 +11,7 @@ namespace xtsd_detail {
 
 constexpr ui::FieldSpec kFields[] = {
     {"tname", "操作员：", ui::FieldKind::Text, "jxc_admin.a_name", 0, ui::ReadOnly},
-    {"tpwd", "密码：", ui::FieldKind::Password, "jxc_admin.a_pwd"},
+    {"tpwd", "密码：", ui::FieldKind::Secret, "", 100},
 };
 constexpr ui::CommandSpec kCommands[] = {{"btnOK", "确定", "F5"}};
 constexpr ui::ScreenSpec kScreen = {
@@ -37,8 +37,9 @@ void TF_Xtsd::activate() {
 }
 
 void TF_Xtsd::btnOKClick() {
-  if (unlock(tpwd.text(), prompt())) return accept();
+  const WipedText password = tpwd.secret();
   tpwd.clear();
+  if (unlock(password, prompt())) return accept();
   tpwd.focus();
 }
 

@@ -113,6 +113,12 @@ void PostgresDatabase::analyze() {
   exchange();
 }
 
+/// What a row held before stands in its table until that is written anew.
+void PostgresDatabase::forgetReplaced(const char* table) {
+  control((std::string("vacuum full ") + table).c_str());
+  exchange();
+}
+
 void PostgresDatabase::expectPauses() {
   openLevels();
   control("set local idle_in_transaction_session_timeout=0");

@@ -55,6 +55,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;
   void expectPauses() override;
+  void forgetReplaced(const char* table) override;
 
   /// The owner of the tables; empty when this connection may do what he may.
   std::string ownerToAsk();

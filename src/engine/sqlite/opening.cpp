@@ -132,6 +132,8 @@ void prepareConnection(sqlite3* connection, const FileRole& role, int busyMillis
   pragma(connection, role, "pragma temp_store=memory");
   pragma(connection, role, "pragma cache_size=-32768");
   pragma(connection, role, "pragma journal_size_limit=67108864");
+  // What was deleted is overwritten; Debian's library does so by itself, others must be told.
+  pragma(connection, role, "pragma secure_delete=on");
   // Texts of the dialect are the program's own; nothing stored in a file of unknown origin runs a function.
   pragma(connection, role, "pragma trusted_schema=off");
 }

@@ -85,4 +85,9 @@ void SqliteDatabase::analyze() {
   // Its planner knows enough from the indexes; see docs/decisions/sqlite-settings.md.
 }
 
+/// Pages are overwritten where something was deleted from them (`secure_delete`); older ones stand in the log.
+void SqliteDatabase::forgetReplaced(const char*) {
+  sqlite3_wal_checkpoint_v2(connection_.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+}
+
 }  // namespace jxc::sqlite

@@ -51,6 +51,7 @@ class SqliteDatabase final : public Database, public Bulk {
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;
   void expectPauses() override {}
+  void forgetReplaced(const char* table) override;
 
   /// Rows of a select summed by their first `keys` columns (engine/grouped_sums.h).
   RowSet groupedSums(const SqlText& lines, std::span<const Value> values, int keys);
