@@ -4,6 +4,7 @@
 #include "ui/field.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
