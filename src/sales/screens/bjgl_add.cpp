@@ -121,7 +121,9 @@ class QuotingScreen : public ui::Screen {
  public:
   QuotingScreen()
       : Screen(Adding<Side>::screen), search_(field("tkey"), grid("gridGoods"), [this](const QString& typed) {
-          return quotations::goodsToQuote({.key = typed, .classNumber = field("comLb").key()});
+          const QString chosen = field("comLb").key();
+          const QString ofClass = chosen == QStringView(allKey) ? QString() : chosen;
+          return quotations::goodsToQuote({.key = typed, .classNumber = ofClass});
         }) {
     panel()
         .form({Adding<Side>::isCustomer ? "tKh dateBj comUser" : "tGhs dateBj comUser", "tnote"})
