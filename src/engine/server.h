@@ -17,7 +17,8 @@ struct PostgresOptions {
   /// Everything that is done over this connection is taken back when it ends: a test in a database of its own. There
   /// is no second reader then.
   bool trial = false;
-  /// Another user of the server than the address says, and his password, for what only he may do. Empty: as the address.
+  /// Another user of the server than the address says, and his password, for what only he may do. Empty: as the
+  /// address.
   QString user, password;
 };
 
@@ -26,10 +27,10 @@ struct PostgresOptions {
 /// database is no account set.
 std::unique_ptr<Database> openPostgres(const QString& address, const PostgresOptions& options = {});
 
-/// A station's user on the server reads and writes rows and no more: he makes, changes and drops no table, and in those of
-/// `rowsStay` he neither changes nor deletes a row. Makes him, without a password, where he is not there yet; keeps whoever
-/// is neither he nor the owner out of the database. Said again after tables came that the owner did not make. The address
-/// must be the owner's. Throws DbError, among others when the owner may not make users.
+/// A station's user on the server reads and writes rows and no more: he makes, changes and drops no table, and in those
+/// of `rowsStay` he neither changes nor deletes a row. Makes him, without a password, where he is not there yet; keeps
+/// whoever is neither he nor the owner out of the database. Said again after tables came that the owner did not make.
+/// The address must be the owner's. Throws DbError, among others when the owner may not make users.
 void admitStation(const QString& ownersAddress, const QString& station, std::span<const std::string_view> rowsStay);
 
 /// Whose the account set's tables are on the server; empty when this connection may do what he may, and for a file.
