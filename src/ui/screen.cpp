@@ -19,7 +19,6 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <QWindow>
 
 #include <map>
@@ -261,6 +260,9 @@ bool Screen::showModal(const QString& searched) {
     });
   }
   const bool accepted = exec() == QDialog::Accepted;
+  // What stood below it is forgotten: where the next screen comes up before the desktop has told which window is active
+  // now, two that follow each other would take each other for what stands below, and the toolkit never finds the end.
+  if (QWindow* window = windowHandle()) window->setTransientParent(nullptr);
   // What a dialog has done is read where it has led back to.
   auto* below = dynamic_cast<Screen*>(QApplication::activeModalWidget());
   if (accepted && below && !said().isEmpty()) below->say(said());
