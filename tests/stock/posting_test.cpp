@@ -173,7 +173,9 @@ TEST_F(PostingTest, SaleWithGiftAndBalancingLineAndReturnFromTheCustomer) {
   receive("2021-05-01", {{"A", 20, 6}, {"B", 5, 9}});
   const QString number = waitingSale("2021-05-02", {{"A", 3, 20}, {"B", 1, 0}}, 55, 0);
   execSql("update jxc_lsxssp set t_zp='(赠品)' where g_sn='B' and gl_djh=?", number);
-  balanceSale(number, 55, 60);
+  balanceSale(number, 57, 60);
+  balanceSale(number, 55, 60);  // the line that is there
+  EXPECT_EQ(row("select ls_zje,ls_je from jxc_lsxssp where g_sn='00000000' and gl_djh=?", number), "-5 -5");
   EXPECT_EQ(audit(number), AuditOutcome::Audited);
   EXPECT_EQ(lookupNumber("select ls_yhje from jxc_lsxsd where gl_djh=?", number), 5);
   EXPECT_EQ(partnerLine(number), "kh XS 商品销售单 55 55 0 现金 2021-05-02");
