@@ -133,7 +133,7 @@ TEST_F(PartialRestTest, TaxDiscountRoundingAndGifts) {
   const QString sold = audited(
       test::waitingDocument(families::sale, u"2021-05-02"_qs, {{"ls_yfje", 23.3}, {"ls_sfje", 23.3}, {"ls_jsfs", 0}},
                             {{"A", 7, 3.333, {{"ls_zje", 23.3}}}, {"B", 2, 0, {{"t_zp", u"(赠品)"}}}}));
-  moved(issue, sold, {4});
+  moved(issue, sold, {4, 0});
   const QString back = close(issue, sold);
   EXPECT_EQ(row("select g_sn,th_sl,th_zje,th_cbj,th_zcb from jxc_xsthsp where gl_djh=? order by id", back),
             "A 3 10 7 21 B 2 0 2 4");
