@@ -90,6 +90,7 @@ TEST_F(PartialScreensTest, APutawayFromScanListAndWholeReceipt) {
     EXPECT_EQ(textsOf(s.grid("gridOpen").rows(), {"g_sn", "sl", "movedsl", "opensl"}).join(u' '),
               "10000001 10 7 3 10000002 4 0 4");
     picture(s, u"cgrk-open"_qs);
+    press(s, "F8");  // the receipt on paper
     press(s, "F6");
     EXPECT_EQ(s.findChild<QTabWidget*>()->currentIndex(), 0);
     EXPECT_EQ(s.grid("gridLines").rowCount(), 2);

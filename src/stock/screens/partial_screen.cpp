@@ -3,13 +3,15 @@
 #include "accounts/partner_ledger.h"
 #include "core/text.h"
 #include "stock/partial_rest.h"
+#include "ui/enquiry_screen.h"
 #include "ui/grid_output.h"
 
 namespace jxc {
 namespace partial_screen_detail {
 
 std::vector<std::string_view> partsOf(const PartialScreenSpec& spec) {
-  return {spec.partner, "tOpenKey", "btnOpenSearch", "gridSources", "gridOpen", "btn_Zdrk4", "btn_Qxck", "btn_Jhd"};
+  return {spec.partner, "tOpenKey", "btnOpenSearch", "gridSources", "gridOpen",
+          "btn_Zdrk4",  "btn_Qxck", "btn_Ckyd",      "btn_Jhd"};
 }
 
 }  // namespace partial_screen_detail
@@ -25,6 +27,7 @@ PartialScreen::PartialScreen(const PartialScreenSpec& spec)
   on(command("btnOpenSearch"), [this] { showOpen(); });
   on(command("btn_Zdrk4"), [this] { takeWhole(); });
   on(command("btn_Qxck"), [this] { closeRest(); });
+  on(command("btn_Ckyd"), [this] { ui::enquiryServices().openDocument(currentSource(), *this); });
   on(command("btn_Jhd"), [this] { ui::printGrid(gridOpen); });
   gridSources.onCurrentChanged([this] { showOpenLines(); });
   gridSources.onActivated([this] { takeWhole(); });
@@ -101,7 +104,7 @@ void PartialScreen::showOpenLines() {
     gridOpen.clearRows();
   else
     gridOpen.setRows(openSelect(partial::openLines(rules().movement(), {.source = source})));
-  for (const char* name : {"btn_Zdrk4", "btn_Qxck", "btn_Jhd"})
+  for (const char* name : {"btn_Zdrk4", "btn_Qxck", "btn_Ckyd", "btn_Jhd"})
     command(name).setEnabled(!source.isEmpty());
 }
 

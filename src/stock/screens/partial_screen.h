@@ -125,6 +125,7 @@ struct Parts {
                                  joined<"当前单据所有未", Doing, "的商品，成为一张新的", Doing, "单">},
                  ui::CommandSpec{"btn_Qxck", joined<"取消", Doing>, "Ctrl+Del",
                                  joined<"当前单据未", Doing, "的商品不再", Doing, "，自动生成退货单">},
+                 ui::CommandSpec{"btn_Ckyd", "查看原单", "F8"},
                  ui::CommandSpec{"btn_Jhd", joined<"打印拣货单">, "Ctrl+P", "打印当前单据还没有完成的商品"}},
       without<13>(std::to_array(trading_parts::commonCommands),
                   std::array<std::string_view, 3>{"btnJpgd", "btnTab2Jpgd", "btnTab2Import"}));
@@ -177,7 +178,7 @@ constexpr DocumentScreenSpec documentOf(DocumentScreenSpec own) {
   own.openPanel = [](ui::Panel panel) {
     panel.row("tOpenKey btnOpenSearch |")
         .grid("gridSources", 3)
-        .buttons("btn_Zdrk4 btn_Qxck btn_Jhd |")
+        .buttons("btn_Zdrk4 btn_Qxck btn_Ckyd btn_Jhd |")
         .grid("gridOpen", 2);
   };
   own.scanRow = "tSptm btnPanel | btnAddOld btnModi btnDel";
