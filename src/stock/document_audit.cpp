@@ -130,12 +130,14 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   }
   if (heads.isEmpty()) return gone();
   const bool waiting = heads.front().integer(family.status) == 0;
+  const QString warehouse = heads.front().text(family.warehouse);
   const auto standsAgainst = [&] {
     return waiting && family.standsAgainst ? family.standsAgainst(number) : std::nullopt;
   };
+  // Sent ahead: where something may stand against it, both are one trip.
+  const auto asked = waiting ? std::optional(askShortage(family, number, warehouse)) : std::nullopt;
   if (isRefused(standsAgainst(), prompt)) return AuditOutcome::Refused;
-  const QString warehouse = heads.front().text(family.warehouse);
-  const auto shortage = waiting ? askShortage(family, number, warehouse).words() : Refusal();
+  const auto shortage = asked ? asked->words() : Refusal();
   if (!mayGoShort(shortage, prompt)) return AuditOutcome::Refused;
   // An audit dialog asks about what it is going to write.
   if (waiting && !change && family.mayAuditMore && !family.mayAuditMore(heads.front(), prompt))
