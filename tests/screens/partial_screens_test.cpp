@@ -158,4 +158,16 @@ TEST_F(PartialScreensTest, AnIssueByTheRightOfTheWaybillAndADraftThatComesBack) 
   EXPECT_EQ(rows("select ck_zsl,ck_status from jxc_ckd"), "2 0");
 }
 
+TEST_F(PartialScreensTest, WhoOnlyAuditsMakesNone) {
+  audited(purchaseReceipt, {}, {{"10000001", 2, 40}});
+  setRights(u"300001"_qs, "cggl", u"000000001000000"_qs);
+  becomeOperator(u"小王"_qs, u"100009"_qs, u"300001"_qs);
+  open("F_Cgrk", [&](ui::Screen& s) {
+    show(s, 2);
+    press(s, "F6", u"您没有权限进行商品入库！"_qs);
+    EXPECT_EQ(rows("select id from jxc_rksp"), "");
+    press(s, "Esc");
+  });
+}
+
 }  // namespace jxc::test::partial_screens_test

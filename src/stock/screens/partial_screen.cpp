@@ -18,7 +18,8 @@ std::vector<std::string_view> partsOf(const PartialScreenSpec& spec) {
 
 PartialScreen::PartialScreen(const PartialScreenSpec& spec)
     : DocumentScreenOver(spec.document, spec.rules(), partial_screen_detail::partsOf(spec)),
-      partner(field(spec.partner)) {
+      partner(field(spec.partner)),
+      make_(spec.document.make) {
   partner.onPick(spec.pickPartner);
   field("tOpenKey").onEnter([this] {
     showOpen();
@@ -109,7 +110,7 @@ void PartialScreen::showOpenLines() {
 }
 
 void PartialScreen::takeWhole() {
-  if (currentSource().isEmpty() || !settleDate()) return;
+  if (currentSource().isEmpty() || !mayDo(make_) || !settleDate()) return;
   collect();
   if (const auto whole = rules().takeWhole(currentSource(), draft(), prompt())) {
     draft() = *whole;

@@ -50,6 +50,8 @@ class PartialScreen : public DocumentScreenOver<partial::PartialDraft, partial::
   /// What is open of it never comes, or never goes.
   void closeRest();
   QString currentSource() const { return gridSources.currentText("djh"); }
+
+  const DocumentScreenSpec::Guarded make_;
 };
 
 namespace partial_parts {
