@@ -38,7 +38,7 @@ struct Quoted {
       {"gg_name", "规格型号", ColumnKind::Text, 12},
       {"color_name", "颜色", ColumnKind::Text, 8},
       {"dw_name", "单位", ColumnKind::Text, 6},
-      {"bj", "报价", ColumnKind::Money, 0, {}, seesMoney<Side>},
+      {"bj", "单价", ColumnKind::Money, 0, {}, seesMoney<Side>},
       {"g_jj", "预设进价", ColumnKind::Money, 0, {}, kSeesCost},
       {"g_sj", "预设售价", ColumnKind::Money, 0, {}, kSeesPrice},
       {"u_name", "经办人", ColumnKind::Text, 8},

@@ -99,9 +99,12 @@ struct Adding {
       {"g_sj", "预设售价", ColumnKind::Money, 0, {}, kSeesPrice},
   };
   static constexpr ui::ColumnSpec picked[] = {
-      {"g_sn", "商品编号", ColumnKind::Text, 12},    {"g_name", "商品名称", ColumnKind::Text, 28},
-      {"gg_name", "规格型号", ColumnKind::Text, 14}, {"color_name", "颜色", ColumnKind::Text, 8},
-      {"dw_name", "单位", ColumnKind::Text, 6},      {"ts_dj", "报价", ColumnKind::Money, 0, {.editable = true}},
+      {"g_sn", "商品编号", ColumnKind::Text, 12},
+      {"g_name", "商品名称", ColumnKind::Text, 28},
+      {"gg_name", "规格型号", ColumnKind::Text, 14},
+      {"color_name", "颜色", ColumnKind::Text, 8},
+      {"dw_name", "单位", ColumnKind::Text, 6},
+      {"ts_dj", "报价", ColumnKind::Money, 0, {.editable = true}, seesMoney<Side>},
   };
   static constexpr ui::GridSpec grids[] = {{"gridGoods", "商品", goods, "没有符合条件的商品"},
                                            {"gridStaging", "已选商品", picked, "在商品列表中按回车选择商品并输入报价"}};
