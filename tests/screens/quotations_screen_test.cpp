@@ -17,7 +17,6 @@ TEST_F(QuotationsScreenTest, APriceIsPromisedChangedAndTakenBack) {
   open("F_Bjgl", [&](ui::Screen& s) {
     press(s, "F3", "F_Bjgl_Add", [&](ui::Screen& add) {
       add.grid("gridGoods").waitLoaded();
-      enter(add, "tkey", u"6900000000017");
       expectScreen("F_Bjgl_Sele", [&](ui::Screen& price) {
         EXPECT_EQ(price.field("tdj").number(), 20);  // the preset one
         type(price, "tdj", u"0");
@@ -25,7 +24,7 @@ TEST_F(QuotationsScreenTest, APriceIsPromisedChangedAndTakenBack) {
         type(price, "tdj", u"18.5");
         press(price, "F5");
       });
-      enter(add, "tkey", u"6900000000017");  // the answer is there: the row is meant
+      enter(add, "tkey", u"6900000000017");
       EXPECT_EQ(shown(add, "gridStaging", {"g_sn", "ts_dj"}), "10000001 18.5");
       press(add, "F5", u"客户名称必须填写！"_qs);
       add.field("tKh").setPicked({u"普通客户"_qs, customer});
@@ -37,6 +36,7 @@ TEST_F(QuotationsScreenTest, APriceIsPromisedChangedAndTakenBack) {
     press(s, "F6", "F_Bjgl_Cx", filled({{"tnote", u"没有"}}));
     EXPECT_EQ(shown(s, "gridKh", {"bj"}), "");
     press(s, "F6", "F_Bjgl_Cx", filled({{"tnote", u"会员"}}));
+    EXPECT_EQ(shown(s, "gridKh", {"bj"}), "17");
     press(s, "Ctrl+D", u"您确定要删除该客户报价信息吗！"_qs, Answer::Yes);
     EXPECT_EQ(shown(s, "gridKh", {"bj"}), "");
   });
