@@ -12,16 +12,26 @@ namespace jxc {
 QString backupInto(const QString& folder, Database& database) {
   if (!QDir().mkpath(folder))
     throw DbError(DbError::Kind::File, QStringLiteral("备份没有写成：文件夹 %1 不能建立。").arg(folder));
-  const QString stamp = clock::now().toString(QStringLiteral("yy_MM_dd_HH_mm_ss"));
-  const QString file = QDir(folder).filePath(QString::fromUtf16(build::accountName) + stamp + QStringLiteral(".DAT"));
+  const QString file =
+      QDir(folder).filePath(QString::fromUtf16(build::accountName) + backupStamp() + QStringLiteral(".DAT"));
   database.backupTo(file);
   return file;
 }
 
-QString backupAccountSet() {
+QString backupFolder() {
   const QString chosen = lookupValue("select back_path from jxc_backup");
-  const bool isThere = !chosen.isEmpty() && QDir(chosen).exists();
-  return backupInto(isThere ? chosen : programPath(QStringLiteral("backup")), accountDb());
+  if (!chosen.isEmpty() && QDir(chosen).exists()) return chosen;
+  const QString folder = programPath(QStringLiteral("backup"));
+  QDir().mkpath(folder);
+  return folder;
+}
+
+QString backupStamp() {
+  return clock::now().toString(QStringLiteral("yy_MM_dd_HH_mm_ss"));
+}
+
+QString backupAccountSet() {
+  return backupInto(backupFolder(), accountDb());
 }
 
 }  // namespace jxc

@@ -11,6 +11,11 @@ namespace jxc {
 /// "晴川进销存21_05_03_14_30_00.DAT". Returns the file. Throws DbError, with the reason in words.
 QString backupInto(const QString& folder, Database& database);
 
+/// The folder of the shop's backups where there is one, otherwise `backup` in the program directory, which is made.
+QString backupFolder();
+/// The time as it stands in the names of files there: "21_05_03_14_30_00".
+QString backupStamp();
+
 /// The same of the account set in use: into the folder of the shop's backups where there is one, otherwise into
 /// `backup` in the program directory.
 QString backupAccountSet();

@@ -1,16 +1,154 @@
 #include "core/log.h"
 
+#include "core/backup.h"
 #include "core/clock.h"
-#include "core/posting.h"
+#include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "core/text.h"
+#include "engine/posting.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <optional>
 
 namespace jxc {
+namespace log_detail {
+
+constexpr int kNoteWidth = 200;
+constexpr int kRowsAtOnce = 10000;
+constexpr char16_t kLastHash[] = u"末行校验值";
+constexpr int kHashLength = 64;
+
+/// Of the writer's transaction: on a server, too, one writes at a time, and so no two rows follow the same one.
+void append(Database& database, const QString& text) {
+  QString note = text.left(kNoteWidth);
+  if (!note.isEmpty() && note.back().isHighSurrogate()) note.chop(1);
+  const QString time = clock::stamp();
+  const QString& name = session().a_name;
+  const QString hash = logHash(lastLogHash(database), time, name, note);
+  const std::array<Value, 4> row{Value(time), Value(name), Value(note), Value(hash)};
+  postStatement(database, "insert into jxc_log (log_time,a_name,log_note,log_hash) values (?,?,?,?)", row);
+  const std::array<Value, 1> last{Value(hash)};
+  postStatement(database, "update jxc_logchain set lc_hash=?", last);
+}
+
+/// Calls `take` with the rows in their order, a handful at a time.
+template <class Take>
+void eachRow(Database& database, std::string_view columns, Take take) {
+  const std::string sql = "select top " + std::to_string(kRowsAtOnce) + " id," + std::string(columns) +
+                          " from jxc_log where id>? order by id";
+  std::int64_t last = database.lookup("select min(id) from jxc_log").integer() - 1;
+  for (;;) {
+    const std::array<Value, 1> from{Value(static_cast<long long>(last))};
+    const RowSet rows = database.select(std::string_view(sql), from);
+    for (const Row row : rows)
+      take(row);
+    if (rows.rowCount() < kRowsAtOnce) return;
+    last = rows.integer(rows.rowCount() - 1, 0);
+  }
+}
+
+QString cell(QString text) {
+  return u'"' + text.replace(u'"', u"\"\""_qs) + u'"';
+}
+
+/// A table that every spreadsheet program opens; its owner's alone, like a backup.
+QString writeRows(Database& database) {
+  const QString file = QDir(backupFolder()).filePath(u"操作日志"_qs + backupStamp() + u".csv"_qs);
+  QFile out(file);
+  const auto fail = [&] {
+    throw DbError(DbError::Kind::File, QStringLiteral("日志没有清除：不能另存到 %1：%2").arg(file, out.errorString()));
+  };
+  if (!out.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner)) fail();
+  out.write("\xEF\xBB\xBF");
+  out.write(u"日志日期,操作员,日志内容,校验值\r\n"_qs.toUtf8());
+  eachRow(database, "log_time,a_name,log_note,log_hash", [&](const Row& row) {
+    out.write((cell(row.text("log_time")) + u',' + cell(row.text("a_name")) + u',' + cell(row.text("log_note")) + u',' +
+               row.text("log_hash") + u"\r\n"_qs)
+                  .toUtf8());
+  });
+  if (!out.flush() || out.error() != QFileDevice::NoError) {
+    out.remove();
+    fail();
+  }
+  return file;
+}
+
+}  // namespace log_detail
 
 void writeLog(const QString& text) {
-  QString note = text.left(200);
-  if (!note.isEmpty() && note.back().isHighSurrogate()) note.chop(1);
-  postRow("jxc_log", {{"log_time", clock::stamp()}, {"a_name", session().a_name}, {"log_note", note}});
+  std::optional<Transaction> own;
+  if (!accountDb().inTransaction()) own.emplace(accountDb());
+  log_detail::append(accountDb(), text);
+  if (own) own->commit();
+}
+
+void logChange(std::string_view table, const QString& before, const QString& now) {
+  const auto all = schema::tables();
+  const auto entry = std::find_if(all.begin(), all.end(), [&](const auto& each) { return each.name == table; });
+  const QString word = entry == all.end() ? QString() : words(entry->purpose);
+  if (before.isEmpty())
+    writeLog(QStringLiteral("增加%1：%2").arg(word, now));
+  else if (now.isEmpty())
+    writeLog(QStringLiteral("删除%1：%2").arg(word, before));
+  else if (before == now)
+    writeLog(QStringLiteral("修改%1：%2").arg(word, now));
+  else
+    writeLog(QStringLiteral("修改%1：%2 → %3").arg(word, before, now));
+}
+
+std::optional<QString> takeLogRows(Database& database, const QString& why) {
+  using namespace log_detail;
+  Transaction transaction(database);
+  const auto rows = database.lookup("select count(*) from jxc_log").integer();
+  if (rows == 0) return {};
+  const QString file = writeRows(database);
+  const QString last = lastLogHash(database);
+  database.execute("delete from jxc_log");
+  append(database, QStringLiteral("%1，取出日志%2行，%3%4，另存为%5")
+                       .arg(why)
+                       .arg(rows)
+                       .arg(QString::fromUtf16(kLastHash), last, file));
+  transaction.commit();
+  return file;
+}
+
+QString logHash(QStringView before, QStringView time, QStringView name, QStringView note) {
+  // Marks between the parts: none of them can be read as the end of another.
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const QStringView part : {before, time, name, note}) {
+    hash.addData(part.toUtf8());
+    hash.addData(QByteArrayView("\x1F", 1));
+  }
+  return QString::fromLatin1(hash.result().toHex());
+}
+
+std::optional<QString> hashOfTakenRows(QStringView note) {
+  const QStringView mark(log_detail::kLastHash);
+  const qsizetype at = note.indexOf(mark);
+  if (at < 0) return {};
+  const QStringView hash = note.mid(at + mark.size(), log_detail::kHashLength);
+  return hash.size() == log_detail::kHashLength ? std::optional(hash.toString()) : std::nullopt;
+}
+
+QString lastLogHash(Database& database) {
+  return database.lookup("select lc_hash from jxc_logchain").text();
+}
+
+void chainLog(Database& database) {
+  QString last;
+  log_detail::eachRow(database, "log_time,a_name,log_note", [&](const Row& row) {
+    last = logHash(last, row.text("log_time"), row.text("a_name"), row.text("log_note"));
+    const std::array<Value, 2> values{Value(last), row.value("id")};
+    postStatement(database, "update jxc_log set log_hash=? where id=?", values);
+  });
+  const std::array<Value, 1> values{Value(last)};
+  database.execute("update jxc_logchain set lc_hash=?", values);
 }
 
 }  // namespace jxc

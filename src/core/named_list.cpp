@@ -1,6 +1,7 @@
 #include "core/named_list.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/session.h"
@@ -34,6 +35,7 @@ std::optional<QString> checkedName(const NamedList& list, std::int64_t id, const
 
 std::int64_t writeName(const NamedList& list, std::int64_t id, const QString& name) {
   Transaction transaction(accountDb());
+  logChange(list.table, id == 0 ? QString() : nameOf(list, id), name);
   if (id == 0) {
     id = insertRow(list.table, {{list.sn, nextSerial(list.table, list.sn)}, {list.name, name}});
   } else {
@@ -63,7 +65,8 @@ bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {
                          return named_list_detail::isUsed(list, number, row.text(list.name))
                                     ? std::optional(QString::fromUtf16(list.inUse))
                                     : std::nullopt;
-                       }},
+                       },
+                       .alsoDelete = [&](const Row& row) { logChange(list.table, row.text(list.name), {}); }},
                       id, prompt);
 }
 

@@ -1,6 +1,7 @@
 #include "core/operators.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/numbers.h"
 #include "core/password_hash.h"
 #include "core/passwords.h"
@@ -63,6 +64,14 @@ bool mayDoWithoutWarehouse(const OperatorDraft& draft, const QString& name, Prom
   return prompt.ask(QStringLiteral("没有给操作员“%1”选择仓库，他将没有任何权限，确认吗？").arg(name));
 }
 
+/// As the log tells it. A hash says that a password was set.
+QString inWords(const QString& name, const QString& role, const QString& hash, bool isDisabled = false) {
+  QString text = name + u'（' + lookupValue("select r_name from jxc_role where r_sn=?", role);
+  if (isDisabled) text += QStringLiteral("，停用");
+  if (!hash.isEmpty()) text += QStringLiteral("，设置密码");
+  return text + u'）';
+}
+
 /// A new operator, under a number that nobody had before: his own settings at the stations are kept by it. The number.
 QString write(const OperatorCopy& made, bool isHeadCashier, const QString& hash) {
   const std::int64_t id = insertRow("jxc_admin", {{"a_name", made.name},
@@ -75,6 +84,7 @@ QString write(const OperatorCopy& made, bool isHeadCashier, const QString& hash)
   const QString number = serialOfNewRow("jxc_admin", "a_sn", id);
   updateRow("jxc_admin", id, {{"a_sn", number}});
   keepPassword(number, hash);
+  logChange("jxc_admin", {}, inWords(made.name, made.roleKey, hash));
   return number;
 }
 
@@ -167,14 +177,18 @@ bool modifyOperator(const OperatorDraft& draft, Prompt& prompt) {
   {
     Transaction transaction(accountDb());
     before = readOperator(draft.id);
+    const bool isBuiltIn = operators_detail::isBuiltIn(before.number);
     // Another station may have made him administrator meanwhile.
     if (operators_detail::isBuiltIn(before.roleKey) && !isAdministratorNow())
       refusal = QString::fromUtf16(operators_detail::kOnlyAdministrators);
     updateRow("jxc_admin", draft.id,
               {{"a_name", *name}, {"a_zreoje", draft.mostRoundOff}, {"a_pos", draft.isHeadCashier}});
     if (!hash.isEmpty()) keepPassword(before.number, hash);
+    logChange("jxc_admin", operators_detail::inWords(before.name, before.roleKey, {}, before.isDisabled),
+              operators_detail::inWords(*name, isBuiltIn ? before.roleKey : roleOf(draft.roleKey), hash,
+                                        !isBuiltIn && draft.isDisabled));
     // Somebody must always be able to log in and change everything.
-    if (!operators_detail::isBuiltIn(before.number)) {
+    if (!isBuiltIn) {
       updateRow("jxc_admin", draft.id,
                 {{"r_sn", roleOf(draft.roleKey)}, {"a_jy", draft.isDisabled}, {"a_jyt", draft.isDisabled ? 1 : 0}});
     }
@@ -210,6 +224,7 @@ bool deleteOperator(std::int64_t id, Prompt& prompt) {
                            [](const Row& row) {
                              removeFromBindings(row.text("a_sn"), row.text("a_name"));
                              forgetPassword(row.text("a_sn"));
+                             logChange("jxc_admin", row.text("a_name"), {});
                            }},
                       id, prompt);
 }
@@ -254,6 +269,7 @@ bool changeOwnPassword(const QString& old, const QString& password, const QStrin
   const QString hash = passwordHash(password);
   Transaction transaction(accountDb());
   keepPassword(number, hash);
+  writeLog(hash.isEmpty() ? QStringLiteral("取消自己的密码") : QStringLiteral("修改自己的密码"));
   transaction.commit();
   prompt.notice(QStringLiteral("密码修改成功！"));
   return true;

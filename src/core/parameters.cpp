@@ -1,6 +1,7 @@
 #include "core/parameters.h"
 
 #include "core/backup.h"
+#include "core/log.h"
 #include "core/owner.h"
 #include "core/refusal.h"
 #include "core/roles.h"
@@ -180,6 +181,25 @@ void saveMail(const ParameterValues& values) {
   updateRow("jxc_email", id, {{"e_fj9", 0}, {"e_date", QString()}, {"e_send", sends}});
 }
 
+/// A setting as the log tells it: of a list the chosen item, of a secret nothing.
+QString inWords(const ParameterDefinition& p, const ParameterValues& values) {
+  if (p.kind == ParameterKind::Flag) return values.isOn(p.input) ? QStringLiteral("是") : QStringLiteral("否");
+  const auto choice = static_cast<std::size_t>(std::max<std::int64_t>(0, values.integer(p.input)));
+  if (p.kind == ParameterKind::Choice && choice < p.choices.size()) return words(p.choices[choice]);
+  return values.value(p.input).text();
+}
+
+void logChanges(const ParameterValues& before, const ParameterValues& now) {
+  for (const ParameterDefinition& p : parameterTable()) {
+    if (p.input.empty() || inWords(p, before) == inWords(p, now)) continue;
+    QString name = words(p.label.empty() ? p.suffix : p.label);
+    name.remove(u'：');
+    writeLog(p.kind == ParameterKind::Secret
+                 ? QStringLiteral("修改参数：%1").arg(name)
+                 : QStringLiteral("修改参数：%1，%2 → %3").arg(name, inWords(p, before), inWords(p, now)));
+  }
+}
+
 /// Lines that were never put away or issued because the function was off: they must not wait when it is switched on.
 void closeStaleLines(const Waiting& waiting, const ParameterValues& values, bool wasSwitchedOn) {
   if (values.isOn(waiting.input) || wasSwitchedOn) return;
@@ -300,12 +320,14 @@ bool saveParameters(ParameterValues& values, Prompt& prompt) {
   if (!areFine(values, prompt)) return false;
 
   Transaction transaction(accountDb());
+  const ParameterValues before = readParameters();
   closeStaleLines(kPutaway, values, wasOn(kPutaway));
   closeStaleLines(kIssue, values, wasOn(kIssue));
   saveRow("jxc_company", rowOf("jxc_company"), values);
   saveSystemParameters(values);
   saveRow("jxc_poscs", rowOf("jxc_poscs"), values);
   saveMail(values);
+  logChanges(before, readParameters());
   transaction.commit();
   loadSession();
   return true;

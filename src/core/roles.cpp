@@ -1,6 +1,7 @@
 #include "core/roles.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/rights.h"
@@ -9,6 +10,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace jxc {
 namespace roles_detail {
@@ -137,6 +139,22 @@ void writeRole(const RoleDraft& role, const QString& name) {
     updateRow("jxc_role", id, {{kGroups[i].column, role.rights[i]}});
 }
 
+/// What was given and taken, as many rows as that needs.
+void logRights(const RoleDraft& before, const RoleDraft& now, const QString& name) {
+  constexpr qsizetype most = 150;  // characters a row
+  for (const bool given : {true, false}) {
+    const QString begin = given ? QStringLiteral("角色“%1”增加权限：") : QStringLiteral("角色“%1”取消权限：");
+    QString line;
+    for (std::size_t i = 0; i < kRightsGroups; ++i)
+      for (std::size_t at = 0; at < kGroups[i].rights.size(); ++at) {
+        if (isGranted(given ? before : now, i, at) || !isGranted(given ? now : before, i, at)) continue;
+        if (line.size() > most) writeLog(begin.arg(name) + std::exchange(line, {}));
+        line += (line.isEmpty() ? QString() : QStringLiteral("、")) + words(kGroups[i].rights[at]);
+      }
+    if (!line.isEmpty()) writeLog(begin.arg(name) + line);
+  }
+}
+
 bool isAdministratorsRole(const QString& number) {
   return number == QStringView(builtInSn);
 }
@@ -195,7 +213,10 @@ std::vector<ListItem> rolesToChoose() {
 QString roleOf(const QString& key) {
   for (const RoleDraft& role : readyMadeRoles()) {
     if (role.name != key) continue;
-    if (!exists("select id from jxc_role where r_name=?", key)) roles_detail::writeRole(role, key);
+    if (!exists("select id from jxc_role where r_name=?", key)) {
+      roles_detail::writeRole(role, key);
+      logChange("jxc_role", {}, key);
+    }
     return lookupValue("select r_sn from jxc_role where r_name=?", key);
   }
   return key;
@@ -221,7 +242,10 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
     return false;
 
   Transaction transaction(accountDb());
+  const RoleDraft before = role.id == 0 ? RoleDraft() : readRole(role.id);
   roles_detail::writeRole(role, name);
+  logChange("jxc_role", before.name, name);
+  roles_detail::logRights(before, role, name);
   transaction.commit();
   return true;
 }
@@ -237,7 +261,8 @@ bool deleteRole(std::int64_t id, Prompt& prompt) {
                          return roles_detail::isAdministratorsRole(number)
                                     ? std::optional(QStringLiteral("系统管理员不能删除！"))
                                     : std::nullopt;
-                       }},
+                       },
+                       .alsoDelete = [](const Row& row) { logChange("jxc_role", row.text("r_name"), {}); }},
                       id, prompt);
 }
 

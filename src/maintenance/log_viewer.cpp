@@ -1,5 +1,6 @@
 #include "maintenance/log_viewer.h"
 
+#include "core/log.h"
 #include "core/owner.h"
 #include "core/rights.h"
 #include "core/statements.h"
@@ -13,7 +14,7 @@ Sql logLines(const Criteria& criteria) {
   Filter filter;
   addPeriod(filter, criteria, "log_time");
   addKey(filter, asStored, {"log_note", "a_name"});
-  return Sql("select * from jxc_log").where(filter).add(" order by id desc");
+  return Sql("select id,log_time,a_name,log_note from jxc_log").where(filter).add(" order by id desc");
 }
 
 bool mayClearLog() {
@@ -27,7 +28,11 @@ bool clearLog(Prompt& prompt) {
   }
   if (!exists("select id from jxc_log")) return false;
   if (!prompt.ask(QStringLiteral("将清除所有日志，并不能恢复，确认清除吗？"))) return false;
-  return asOwner(prompt, QStringLiteral("清除日志"), [] { execSql("delete from jxc_log"); });
+  std::optional<QString> file;
+  const bool isDone =
+      asOwner(prompt, QStringLiteral("清除日志"), [&] { file = takeLogRows(accountDb(), QStringLiteral("清除日志")); });
+  if (file) prompt.say(QStringLiteral("日志已另存为 %1").arg(*file));
+  return isDone;
 }
 
 }  // namespace jxc

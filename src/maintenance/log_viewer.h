@@ -11,7 +11,8 @@ Sql logLines(const Criteria& criteria);
 
 /// Whether the operator may empty the log.
 bool mayClearLog();
-/// Empties the log. Asks. False when there is nothing in it, when it was refused or the operator said no.
+/// Empties the log; what stood there is kept in a file (core/log.h). Asks. False when there is nothing in it, when it
+/// was refused or the operator said no.
 bool clearLog(Prompt& prompt);
 
 }  // namespace jxc

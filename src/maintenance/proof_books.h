@@ -192,5 +192,6 @@ void proveBalances(Books& books);  // what stands per goods and warehouse
 void proveMonths(Books& books);
 void proveMoney(Books& books);      // cash, partners, invoices; notes them on the documents
 void proveDocuments(Books& books);  // heads, lines, ledgers, orphans, doubles, drafts
+void proveLog(Books& books);        // each row of the log follows from the one before
 
 }  // namespace jxc::proof

@@ -100,6 +100,9 @@ constexpr KindWords table[] = {
      u"重新增加该编号的仓库"},
     {Kind::CodeTwice, "code-twice", Wrong, u"重复编号", u"编号重复，单据和统计会重复计算", u"修改其中一个编号"},
 
+    {Kind::LogChain, "log-chain", Wrong, u"操作日志", u"日志被修改、删除或插入过：从这一行起与上一行的校验值不连",
+     u"与备份中的日志对照查明"},
+
     {Kind::Draft, "draft", Note, u"未保存的单据", u"有商品明细，单据还没有保存", u"打开对应界面保存或放弃"},
     {Kind::Staging, "staging", Note, u"已选未入单的商品", u"多选界面里选过、还没有放进单据的商品", nothing},
 };

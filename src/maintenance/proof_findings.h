@@ -67,6 +67,8 @@ enum class Kind : std::uint8_t {
   GoodsGone,
   WarehouseGone,
   CodeTwice,
+  // the log
+  LogChain,
   // drafts
   Draft,
   Staging,

@@ -23,6 +23,7 @@ Proof prove(Database& books, const Progress& progress) {
     proveMonths(all);
     proveMoney(all);
     proveDocuments(all);
+    proveLog(all);
     proof.finished = true;
   } catch (const Stopped&) {
     // What was found until then is told.

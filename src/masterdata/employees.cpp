@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/letter_search.h"
+#include "core/log.h"
 #include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -95,14 +96,14 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
   Transaction transaction(accountDb());
   QString number;
   std::int64_t id = draft.id;
+  const QString former = lookupValue("select u_name from jxc_user where id=?", id);
   if (id == 0) {
     id = insertRow("jxc_user", {{"u_cgpl", 0}, {"u_xspl", 0}});
     number = serialOfNewRow("jxc_user", "u_sn", id);
     updateRow("jxc_user", id, {{"u_sn", number}});
   } else {
     number = lookupValue("select u_sn from jxc_user where id=?", id);
-    const QString before = lookupValue("select u_name from jxc_user where id=?", id);
-    if (!before.isEmpty() && before != name) employees_detail::renameInHistory(before, name);
+    if (!former.isEmpty() && former != name) employees_detail::renameInHistory(former, name);
   }
   updateRow("jxc_user", id,
             {{"u_name", name},
@@ -124,6 +125,7 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
              {"u_jy", draft.disabled},
              {"ck_sn", draft.warehouseKey},
              {"ck_name", draft.warehouseName}});
+  logChange("jxc_user", former, name);
   transaction.commit();
   return number;
 }
@@ -140,7 +142,8 @@ bool deleteEmployee(std::int64_t id, Prompt& prompt) {
                          const auto use = refusalInUse(u"员工"_qs, number, {"u_sn"},
                                                        {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
                          return use ? std::optional(orDisable(*use)) : std::nullopt;
-                       }},
+                       },
+                       .alsoDelete = [](const Row& row) { logChange("jxc_user", row.text("u_name"), {}); }},
                       id, prompt);
 }
 

@@ -112,6 +112,22 @@ void write(std::int64_t id, const GoodsDraft& before, const GoodsDraft& draft) {
   if (draft.purchasePrice != before.purchasePrice) startPurchasePrices(id, draft.purchasePrice);
 }
 
+/// Which prices of an article changed, from what to what.
+void logPrices(const GoodsDraft& before, const GoodsDraft& now) {
+  QStringList changes;
+  const auto compare = [&](const QString& name, double was, double is) {
+    if (was != is) changes << QStringLiteral("%1 %2 → %3").arg(name, numberText(was), numberText(is));
+  };
+  compare(QStringLiteral("预设进价"), before.purchasePrice, now.purchasePrice);
+  compare(QStringLiteral("预设售价"), before.salePrice, now.salePrice);
+  compare(QStringLiteral("零售价"), before.retailPrice, now.retailPrice);
+  for (std::size_t i = 0; i < now.levelPrices.size(); ++i)
+    compare(QStringLiteral("%1级批发价").arg(QStringView(u"一二三四五")[static_cast<qsizetype>(i)]),
+            before.levelPrices[i], now.levelPrices[i]);
+  if (changes.isEmpty()) return;
+  writeLog(QStringLiteral("修改价格，商品编号：%1，%2").arg(now.number, changes.join(QStringLiteral("，"))));
+}
+
 }  // namespace goods_change_detail
 
 GoodsDraft readGoods(std::int64_t id) {
@@ -171,6 +187,7 @@ bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForCla
     execSql("update jxc_goods set g_tclb=?,g_tc=? where gc_sn=?", draft.commissionKind,
             draft.commissionKind == 0 ? 0.0 : draft.commission, *draft.classNumber);
   }
+  goods_change_detail::logPrices(before, draft);
   transaction.commit();
   return true;
 }
@@ -284,12 +301,15 @@ bool changeGoodsCell(std::int64_t id, std::string_view column, const QString& ty
   draft = cleanGoodsDraft(draft);
   if (!mayKeepGoods(draft, id, prompt, before)) return false;
   // Only this cell: another station may have changed the one beside it.
+  Transaction transaction(accountDb());
   if (column == "g_sptm")
     updateRow("jxc_goods", id, {{"g_sptm", draft.barcode}});
   else if (column == "g_sj")
     updateRow("jxc_goods", id, {{"g_sj", draft.salePrice}});
   else
     updateRow("jxc_goods", id, {{"g_zdkc", draft.lowestStock}});
+  goods_change_detail::logPrices(before, draft);
+  transaction.commit();
   return true;
 }
 

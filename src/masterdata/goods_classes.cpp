@@ -1,6 +1,7 @@
 #include "masterdata/goods_classes.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/pinyin.h"
 #include "core/refusal.h"
 #include "core/statements.h"
@@ -128,6 +129,7 @@ std::optional<GoodsClass> addGoodsClass(std::int64_t parentKey, const QString& t
       "jxc_goodsclass",
       {{"gc_name", name}, {"gc_jm", makeJm(name).left(32)}, {"gc_key", key}, {"gc_pid", parentKey}, {"gc_cid", key}});
   updateRow("jxc_goodsclass", id, {{"gc_sn", nextClassSn(key)}});
+  logChange("jxc_goodsclass", {}, name);
   transaction.commit();
   return fromRow(openSelect("select * from jxc_goodsclass where id=?", id).front());
 }
@@ -135,7 +137,10 @@ std::optional<GoodsClass> addGoodsClass(std::int64_t parentKey, const QString& t
 bool renameGoodsClass(std::int64_t id, const QString& typed, Prompt& prompt) {
   const QString name = goods_classes_detail::cleanName(typed);
   if (goods_classes_detail::nameIsMissing(name, prompt)) return false;
+  Transaction transaction(accountDb());
+  logChange("jxc_goodsclass", lookupValue("select gc_name from jxc_goodsclass where id=?", id), name);
   updateRow("jxc_goodsclass", id, {{"gc_name", name}, {"gc_jm", makeJm(name).left(32)}});
+  transaction.commit();
   return true;
 }
 
@@ -153,9 +158,10 @@ bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
                                                   : std::nullopt;
                        },
                        .alsoDelete =
-                           [&](const Row&) {
+                           [&](const Row& row) {
                              for (const GoodsClass& one : branch)
                                execSql("delete from jxc_goodsclass where id=?", one.id);
+                             logChange("jxc_goodsclass", row.text("gc_name"), {});
                            }},
                       id, prompt);
 }

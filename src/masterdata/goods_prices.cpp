@@ -1,5 +1,6 @@
 #include "masterdata/goods_prices.h"
 
+#include "core/log.h"
 #include "core/refusal.h"
 #include "core/statements.h"
 
@@ -38,6 +39,12 @@ std::int64_t setBulkPrice(const BulkPrice& price, const BulkGoods& goods) {
       changed += execSql(Sql(update).add(" where id=?", id));
   else
     changed = execSql(goods.classNumber ? Sql(update).add(" where gc_sn=?", *goods.classNumber) : update);
+  if (changed > 0)
+    writeLog(
+        QStringLiteral("批量修改%1，共%2种商品：%3%4")
+            .arg(QString::fromUtf16(price.target.name))
+            .arg(changed)
+            .arg(price.source ? QString::fromUtf16(price.source->name) + u'×' : QString(), numberText(price.factor)));
   transaction.commit();
   return changed;
 }

@@ -1,6 +1,7 @@
 #include "masterdata/units.h"
 
 #include "core/deletion.h"
+#include "core/log.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/statements.h"
@@ -27,6 +28,7 @@ std::optional<QString> addUnit(const QString& typed, Prompt& prompt) {
   Transaction transaction(accountDb());
   const QString number = nextSerial("jxc_dw", "dw_sn");
   insertRow("jxc_dw", {{"dw_sn", number}, {"dw_name", *name}});
+  logChange("jxc_dw", {}, *name);
   transaction.commit();
   return number;
 }
@@ -34,12 +36,18 @@ std::optional<QString> addUnit(const QString& typed, Prompt& prompt) {
 bool renameUnit(std::int64_t id, const QString& typed, Prompt& prompt) {
   const auto name = units_detail::checkedName(typed, id, prompt);
   if (!name) return false;
+  Transaction transaction(accountDb());
+  logChange("jxc_dw", lookupValue("select dw_name from jxc_dw where id=?", id), *name);
   updateRow("jxc_dw", id, {{"dw_name", *name}});
+  transaction.commit();
   return true;
 }
 
 bool deleteUnit(std::int64_t id, Prompt& prompt) {
-  return deleteAsking({.table = "jxc_dw", .question = QStringLiteral("您确定要删除该单位信息吗！")}, id, prompt);
+  return deleteAsking({.table = "jxc_dw",
+                       .question = QStringLiteral("您确定要删除该单位信息吗！"),
+                       .alsoDelete = [](const Row& row) { logChange("jxc_dw", row.text("dw_name"), {}); }},
+                      id, prompt);
 }
 
 RowSet selectUnits() {

@@ -4,6 +4,7 @@
 #include "core/deletion.h"
 #include "core/fillers.h"
 #include "core/letter_search.h"
+#include "core/log.h"
 #include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
@@ -71,6 +72,7 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 
   QString number;
   std::int64_t id = draft.id;
+  const QString former = lookupValue("select ck_name from jxc_ckxx where id=?", id);
   if (id == 0) {
     id = insertRow("jxc_ckxx", {{"ck_name", name}});
     number = serialOfNewRow("jxc_ckxx", "ck_sn", id);
@@ -81,8 +83,7 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
             clock::month(), number);
   } else {
     number = lookupValue("select ck_sn from jxc_ckxx where id=?", id);
-    const QString before = lookupValue("select ck_name from jxc_ckxx where id=?", id);
-    if (before != name) warehouses_detail::renameInHistory(number, before, name);
+    if (former != name) warehouses_detail::renameInHistory(number, former, name);
   }
   updateRow("jxc_ckxx", id,
             {{"ck_name", name},
@@ -95,6 +96,7 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
              {"ck_note", sanitizeKeyword(draft.note)},
              {"ck_default", draft.isDefault},
              {"ck_pos", draft.isPos}});
+  logChange("jxc_ckxx", former, name);
   transaction.commit();
   return number;
 }
@@ -114,6 +116,7 @@ bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
            [](const Row& row) {
              for (const std::string_view table : {"jxc_kcjs", "jxc_kcsp"})
                execSql(compose("delete from {} where ck_sn=?", {table}), row.text("ck_sn"));
+             logChange("jxc_ckxx", row.text("ck_name"), {});
            }},
       id, prompt);
 }

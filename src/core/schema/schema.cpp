@@ -1,6 +1,7 @@
 // 数据库结构: creating, emptying and dropping tables from their definitions.
 #include "core/schema/schema.h"
 
+#include "core/log.h"
 #include "core/schema/indexes.h"
 #include "core/statements.h"
 #include "engine/error.h"
@@ -27,7 +28,8 @@ struct Companion {
 };
 constexpr Companion companions[] = {
     {"jxc_cgd", "jxc_jhd"}, {"jxc_cgsp", "jxc_jhsp"}, {"jxc_xsd", "jxc_lsxsd"}, {"jxc_xssp", "jxc_lsxssp"}};
-constexpr std::string_view companionNames[] = {"jxc_cgd", "jxc_cgsp", "jxc_xsd", "jxc_xssp", "jxc_adminmm"};
+constexpr std::string_view companionNames[] = {"jxc_cgd",  "jxc_cgsp",    "jxc_xsd",
+                                               "jxc_xssp", "jxc_adminmm", "jxc_logchain"};
 
 using Definitions = std::unordered_map<std::string_view, schema::TableDefinition>;
 
@@ -124,7 +126,10 @@ void resetBusinessTables(Database& database) {
   Transaction transaction(database);
   database.execute("update jxc_goods set g_kc=0,ghs_sn='100001'");
   for (const schema::TableEntry& entry : schema::tables()) {
-    if (entry.onReset == schema::OnReset::Empties) createTable(database, entry.name);
+    if (entry.name == "jxc_log")
+      takeLogRows(database, QStringLiteral("清理业务数据"));
+    else if (entry.onReset == schema::OnReset::Empties)
+      createTable(database, entry.name);
   }
   transaction.commit();
 }

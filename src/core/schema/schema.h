@@ -30,7 +30,7 @@ std::span<const TableEntry> tables();
 /// The definition of a table, companion tables included; null when there is none of that name.
 const TableDefinition* findDefinition(std::string_view name);
 /// Tables beside the 146, which a reset leaves alone: those of the order module, which this program reads and closes
-/// but never fills, and what is kept of passwords.
+/// but never fills, what is kept of passwords, and the end of the chain of the log.
 std::span<const std::string_view> companionTables();
 
 /// One column of a definition.
@@ -50,7 +50,8 @@ void dropTableIfExists(Database& database, std::string_view name);
 void createTable(Database& database, std::string_view name, std::string_view suffix = {});
 /// Makes every table of an account set, in one transaction.
 void createAllTables(Database& database);
-/// Empties documents, ledgers and stagings; goods, partners and stock balances stay, with no stock on the goods.
+/// Empties documents, ledgers and stagings, the log through `takeLogRows`; goods, partners and stock balances stay,
+/// with no stock on the goods.
 void resetBusinessTables(Database& database);
 /// resetBusinessTables, and the stock balances too.
 void resetBusinessAndStock(Database& database);

@@ -9,6 +9,8 @@ constexpr std::string_view skinSeeds[] = {"(skin_name,a_name) values ('iMaginary
 constexpr std::string_view adminSeeds[] = {
     "(a_sn,a_name,r_sn,a_pwd,a_zreoje,a_pos,a_jy,a_jyt) values ('100001','admin','100001','',0,1,0,0)"};
 
+constexpr std::string_view chainSeeds[] = {"(lc_hash) values ('')"};
+
 // The telephone is the installer's to fill in.
 constexpr std::string_view companySeeds[] = {
     "(c_sn,c_name,c_jc,c_tele) values ('100001','晴川信息技术有限公司','晴川公司','')"};
@@ -141,7 +143,13 @@ constexpr TableDefinition tables[] = {
       log_time         varchar(32)
       a_name           nvarchar(32)
       log_note         nvarchar(200)
+      log_hash         varchar(64)    -- over these and the hash of the row before
 )"},
+
+    {"jxc_logchain", R"(
+      lc_hash          varchar(64)    -- of the last row of the log: the next one is chained to it
+)",
+     chainSeeds},
 
     {"jxc_gnb", R"(
       gn_name          nvarchar(32)

@@ -1,5 +1,6 @@
 // 升级步骤: the ladder itself. A step once released is never changed and never removed: databases that have seen it do
 // not run it again, and those that have not must find it as it was.
+#include "core/log.h"
 #include "core/schema/upgrade.h"
 
 namespace jxc::schema {
@@ -373,7 +374,9 @@ std::vector<UpgradeStep> ladder() {
       step("2021-07-05", {added("jxc_goods", {{"g_zpjf", "0"}, {"g_iszp", "0"}, {"g_sy", "0"}})}),
       step("2021-07-15", {added("jxc_xtcs", {{"cs_djzddysl", "0"}, {"cs_tmscff", "0"}, {"cs_posrq", "0"}})}),
       // The passwords themselves are hashed ahead of the first step.
-      step("2026-11-26", {missing("select mm_hash from jxc_adminmm", {recreate("jxc_adminmm")})}),
+      step("2026-11-26",
+           {missing("select mm_hash from jxc_adminmm", {recreate("jxc_adminmm")}), added("jxc_log", {{"log_hash"}}),
+            missing("select lc_hash from jxc_logchain", {recreate("jxc_logchain"), walk(chainLog)})}),
   };
 }
 

@@ -163,3 +163,12 @@ select * from jxc_bqjl
 insert into jxc_bqjl (bq_txt,bq_flag) values ('无内容','')
 update jxc_bqjl set bq_txt='记得盘点' where id=1
 select * from jxc_jbgl order by id desc
+insert into jxc_log (log_time,a_name,log_note,log_hash) values ('2021-05-03 10:00:00','admin','登录系统','')
+select lc_hash from jxc_logchain
+update jxc_logchain set lc_hash=''
+select min(id) from jxc_log
+select top 10000 id,log_time,a_name,log_note,log_hash from jxc_log where id>0 order by id
+select top 1 a_sn from jxc_admin where a_pwd<>''
+select * from jxc_adminmm where a_sn='100001'
+insert into jxc_adminmm (a_sn,mm_hash,mm_old,mm_fails,mm_failed) values ('100001','',1,0,'')
+update jxc_adminmm set mm_fails=1,mm_failed='2021-05-03 10:00:00' where a_sn='100001'

@@ -1,0 +1,35 @@
+// 日志核对: walks the chain of the operation log from its first row to the hash that the next one will be chained to.
+#include "core/log.h"
+#include "maintenance/proof_books.h"
+
+namespace jxc::proof {
+
+void proveLog(Books& books) {
+  QString last;
+  bool isFirst = true;
+  bool isBroken = false;
+  const auto broken = [&](std::int64_t id, const QString& time, const QString& note, const QString& stored,
+                          const QString& due) {
+    isBroken = true;
+    books.findings.add(Kind::LogChain, [&] {
+      return Place{.place = QStringLiteral("第%1号日志，%2，%3").arg(id).arg(time, note), .stored = stored, .due = due};
+    });
+  };
+  books.eachChunk("jxc_log", "log_time,a_name,log_note,log_hash", [&](const RowSet& set) {
+    for (const Row row : set) {
+      const QString time = row.text("log_time"), name = row.text("a_name"), note = row.text("log_note");
+      const QString stored = row.text("log_hash");
+      QString due = logHash(last, time, name, note);
+      // Where older rows were taken out the chain goes on from the last of them.
+      if (const auto taken = hashOfTakenRows(note); isFirst && stored != due && taken)
+        due = logHash(*taken, time, name, note);
+      if (stored != due) broken(row.integer("id"), time, note, stored, due);
+      isFirst = false;
+      last = stored;  // a link that broke is one finding: the rows behind it hold on to it
+    }
+  });
+  if (const QString due = lastLogHash(books.db); due != last && !isBroken)
+    broken(0, {}, QStringLiteral("最后的日志不见了"), last, due);
+}
+
+}  // namespace jxc::proof
