@@ -144,6 +144,10 @@ bool unlock(const QString& password, Prompt& prompt) {
   return admits(session().a_sn, password, {u"用户密码错误，请重新输入！"_qs, Subject::Password}, prompt);
 }
 
+bool isCommandAtWork() {
+  return accountDb().inTransaction();
+}
+
 std::vector<LoginHook>& loginHooks() {
   static std::vector<LoginHook> hooks;
   return hooks;

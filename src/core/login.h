@@ -31,6 +31,9 @@ bool changeOperator(const QString& name, const QString& password, Prompt& prompt
 /// Opens the screen lock of the operator who is logged in, unless he is disabled meanwhile; a wrong password is told.
 bool unlock(const QString& password, Prompt& prompt);
 
+/// Whether a command is in the middle of its work: the lock does not come up by itself then.
+bool isCommandAtWork();
+
 /// What other subsystems do at each login, after the schema upgrade, in the order of registration.
 using LoginHook = std::function<void()>;
 std::vector<LoginHook>& loginHooks();

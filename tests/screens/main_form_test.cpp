@@ -196,6 +196,45 @@ TEST_F(MainFormTest, PagesFollowTheParameters) {
   EXPECT_TRUE(isShown("btn_Menu8_Btn8"));
 }
 
+TEST_F(MainFormTest, AStationThatIsLeftAloneLocksItselfOverWhatIsOpen) {
+  execSql("update jxc_admin set a_pwd='Abc' where a_name='admin'");
+  session() = Session{};
+  TF_MainForm form;
+  constexpr qint64 minute = 60000;
+  expectScreen("F_Login", [&](ui::Screen& s) {
+    form.idle.look(60 * minute);
+    EXPECT_EQ(QApplication::activeModalWidget(), &s) << "nobody is in yet";
+    enter(s, "tpwd", u"Abc");
+  });
+  ASSERT_TRUE(form.formShow());
+  form.Timer1.stop();
+  const auto unlock = [&](ui::Screen& s) {
+    type(s, "tpwd", u"Abc");
+    press(s, "F5");
+  };
+  expectScreen("F_Admin", [&](ui::Screen& s) {
+    press(s, "F2", "F_Admin_Add", [&](ui::Screen& add) {
+      type(add, "tname", u"王芳");
+      form.idle.look(15 * minute - 1);
+      {
+        Transaction working(accountDb());
+        form.idle.look(16 * minute);  // not over a command that is at work
+      }
+      EXPECT_EQ(QApplication::activeModalWidget(), &add);
+      expectScreen("F_Xtsd", unlock);
+      form.idle.look(15 * minute);
+      EXPECT_EQ(QApplication::activeModalWidget(), &add);
+      EXPECT_EQ(add.field("tname").text(), u"王芳"_qs) << "the draft stayed";
+      press(add, "Esc", u"输入的内容还没有确定，放弃吗？"_qs, Answer::Yes);
+    });
+    press(s, "Esc");
+  });
+  form.run("btn_Menu6_Btn3");
+  keepIdleLockMinutes(0);
+  form.idle.look(600 * minute);
+  keepIdleLockMinutes(15);
+}
+
 TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
   execSql("update jxc_admin set a_pwd='Abc' where a_name='admin'");
   TF_MainForm form;

@@ -67,9 +67,10 @@ void showRight(QWidget& button, const ui::CommandDefinition& command) {
 
 /// While one lives, the window's own screens come and go: it is not "active again" in between.
 struct Busy {
-  explicit Busy(bool& flag) : flag(flag) { flag = true; }
-  ~Busy() { flag = false; }
+  explicit Busy(bool& on) : flag(on), before(on) { flag = true; }
+  ~Busy() { flag = before; }
   bool& flag;
+  const bool before;  // the lock comes up over a screen, too
 };
 
 }  // namespace main_form_detail
@@ -88,7 +89,7 @@ MainFormHooks& mainFormHooks() {
   return hooks;
 }
 
-TF_MainForm::TF_MainForm() : prompt_(this) {
+TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
   setObjectName(QStringLiteral("F_MainForm"));
   setWindowTitle(build::windowTitle());
   setMinimumSize(560, 320);
@@ -375,6 +376,7 @@ bool TF_MainForm::formShow() {
   form.showModal();
   if (!form.loginOk) return false;
   loggedIn_ = true;
+  idle.start();
   showStatus();
   Timer1.start();
   clockTimer_.start();
@@ -496,6 +498,16 @@ void TF_MainForm::closeEvent(QCloseEvent* event) {
   QApplication::quit();
 }
 
+void TF_MainForm::lockScreen() {
+  if (locked_ || leaving_) return;
+  {
+    const main_form_detail::Busy busy(busy_), locked(locked_);
+    day_->stop();
+    ui::openScreen("F_Xtsd");
+  }
+  if (!busy_) formActivate();
+}
+
 void TF_MainForm::moveFocus(int key) {
   if (day_->isVisible() && day_->moveFocus(key)) return;
   const auto tiles = visibleTiles();
@@ -553,14 +565,8 @@ void TF_MainForm::keyPressEvent(QKeyEvent* event) {
   switch (key) {
     case Qt::Key_F1:
       return openHelp(prompt_);
-    case Qt::Key_F2: {
-      {
-        const main_form_detail::Busy busy(busy_), locked(locked_);
-        day_->stop();
-        ui::openScreen("F_Xtsd");
-      }
-      return formActivate();
-    }
+    case Qt::Key_F2:
+      return lockScreen();
     case Qt::Key_Escape:
       close();
       return;

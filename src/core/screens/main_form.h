@@ -1,6 +1,7 @@
 // 主窗口: seven pages of large buttons, the status panes, the global commands and the timers of the program.
 #pragma once
 
+#include "core/screens/idle_lock.h"
 #include "ui/commands.h"
 #include "ui/message_box_prompt.h"
 
@@ -49,6 +50,7 @@ class TF_MainForm : public QWidget {
   std::vector<CommandTile*> visibleTiles() const;
   DayBoard& day() { return *day_; }
 
+  IdleLock idle;       // locks the screen
   QTimer Timer1;       // reminders at start
   QTimer TimerBackUp;  // backups
   QTimer Timeremail;   // mail digest
@@ -73,6 +75,7 @@ class TF_MainForm : public QWidget {
   void showStatus();
   void reminders();
   void changeOperatorClick();
+  void lockScreen();  // over whatever is open, which is there again as it was left
   void moveFocus(int key);
   void openTile(CommandTile* tile);
   bool typeAhead(const QString& text);

@@ -1,5 +1,6 @@
 #include "core/screens/xtcs.h"
 
+#include "core/screens/idle_lock.h"
 #include "core/session.h"
 #include "ui/display.h"
 
@@ -55,6 +56,12 @@ const Inputs& inputs() {
                              .flags = isNumber ? unsigned(ui::NoMinus) : unsigned(ui::NoFlags),
                              .suffix = p.suffix});
     }
+    made.fields.push_back({.name = "tIdle",  // of the workstation, not of the set
+                           .label = "无人操作自动锁定：",
+                           .kind = FieldKind::Integer,
+                           .width = 4,
+                           .flags = ui::NoMinus,
+                           .suffix = "分钟（0 为不锁定）"});
     return made;
   }();
   return all;
@@ -102,6 +109,7 @@ TF_Xtcs::TF_Xtcs() : Screen(xtcs_detail::description()) {
   auto area = panel();
   auto [company, mail] = area.page("cxTab1", QStringLiteral("公司信息"), ui::Panel::Scrolls).columns();
   place(company.group(QStringLiteral("公司信息")), G::Company);
+  company.group(QStringLiteral("本机")).form({"tIdle"});
   company.stretch();
   auto digest = mail.group(QStringLiteral("邮件自动发送    只有系统管理员可以使用"));
   place(digest, G::Mail);
@@ -180,6 +188,7 @@ void TF_Xtcs::activate() {
   mail_->setVisible(isAdministrator());
   pages_->setCurrentIndex(0);
   showValues(readParameters());
+  field("tIdle").load(idleLockMinutes());
 }
 
 void TF_Xtcs::showValues(const ParameterValues& values) {
@@ -208,7 +217,10 @@ ParameterValues TF_Xtcs::values() {
 
 void TF_Xtcs::saveValue() {
   auto typed = values();
-  if (saveParameters(typed, prompt())) return accept();
+  if (saveParameters(typed, prompt())) {
+    keepIdleLockMinutes(std::max(0, field("tIdle").integer()));
+    return accept();
+  }
   // The operator may have thought better of putaway or issue before something else was refused.
   field("chkSprk").setChecked(typed.isOn("chkSprk"));
   field("chkSpck").setChecked(typed.isOn("chkSpck"));
