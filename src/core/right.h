@@ -5,10 +5,12 @@
 
 namespace jxc {
 
-/// Position (from 1) in a group of the role: {"qtcz", 7}. Without a group everybody has it.
+/// Position (from 1) in a group of the role: {"qtcz", 7}. Without a group everybody has it. `andCost`: that of seeing
+/// cost is asked as well.
 struct Right {
   std::string_view group = {};
   int position = 0;
+  bool andCost = false;
   constexpr bool isGuarded() const { return !group.empty(); }
   friend constexpr bool operator==(const Right&, const Right&) = default;
 };
@@ -18,6 +20,6 @@ inline constexpr Right kSeesCost{"qtcz", 7};
 /// What goods are sold for: sale prices and amounts.
 inline constexpr Right kSeesPrice{"qtcz", 9};
 /// The value of the stock.
-inline constexpr Right kSeesStockCost{"kcgl", 16};
+inline constexpr Right kSeesStockCost{"kcgl", 16, true};
 
 }  // namespace jxc

@@ -23,6 +23,7 @@ bool isAllowedToAdministrators(Prompt& prompt);
 /// beyond the end of a role: no.
 bool hasRight(std::string_view group, int position);
 inline bool hasRight(const Right& right) {
+  if (right.andCost && !hasRight(kSeesCost.group, kSeesCost.position)) return false;
   return !right.isGuarded() || hasRight(right.group, right.position);
 }
 /// The same of another operator by name, who authorises a step; warehouse binding is not asked.

@@ -60,8 +60,12 @@ Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
   const std::string cost = criteria.warehouse.isEmpty()
                                ? "iif(b.kczsl<>0,abs(" + rounded("b.zje/b.kczsl", moneyDigits()) + "),a.g_pjjj)"
                                : "b.ckcb";
-  return Sql("select a.*,c.gc_name,b.kcsl,b.kczsl,b.xssl," + cost + " as cbjj," +
-             rounded("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," + rounded("cbjj*b.kcsl", moneyDigits()) +
+  // Not every column of the goods: what they were bought for stands among them.
+  return Sql("select a.id,a.g_sn,a.g_name,a.g_jm,a.gc_sn,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.g_zhxs,"
+             "a.g_qgd,a.g_sgd,a.g_sptm,a.g_sccs,a.g_bz,a.g_zdkc,a.ghs_sn,a.g_jy,a.g_scjj,a.g_sj,c.gc_name,b.kcsl,b."
+             "kczsl,b.xssl," +
+             cost + " as cbjj," + rounded("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," +
+             rounded("cbjj*b.kcsl", moneyDigits()) +
              " as kczje,a.g_sj*b.kcsl as xszje from jxc_goods a,jxc_goodsclass c,(")
       .add(balances(criteria, warehouses))
       .add(") b")

@@ -1,9 +1,11 @@
 #include "stock/what_if.h"
 
+#include "core/rights.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/warehouse_binding.h"
 #include "engine/number_text.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
@@ -70,15 +72,15 @@ struct Goods {
 };
 
 struct Money {
-  std::map<QString, double> partners, accounts;
+  std::map<QString, double> customers, suppliers, accounts;
 };
 
 Money readMoney() {
   Money money;
   for (const Row row : openSelect("select kh_sn,kh_name,kh_lwje from jxc_khxx"))
-    money.partners[u"客户 "_qs + row.text("kh_sn") + u' ' + row.text("kh_name")] = row.number("kh_lwje");
+    money.customers[u"客户 "_qs + row.text("kh_sn") + u' ' + row.text("kh_name")] = row.number("kh_lwje");
   for (const Row row : openSelect("select ghs_sn,ghs_name,ghs_lwje from jxc_ghsxx"))
-    money.partners[u"供货商 "_qs + row.text("ghs_sn") + u' ' + row.text("ghs_name")] = row.number("ghs_lwje");
+    money.suppliers[u"供货商 "_qs + row.text("ghs_sn") + u' ' + row.text("ghs_name")] = row.number("ghs_lwje");
   for (const Row row : openSelect("select distinct xj_kmmc from jxc_xjyh where xj_chk='1'")) {
     const QString account = row.text("xj_kmmc");
     money.accounts[account] = lookupNumber(
@@ -146,14 +148,25 @@ void readLater(Books& books, const GoodsPlace& at, const QString& date) {
   }
 }
 
-Books readBooks(const std::set<QString>& goods, const QString& date) {
+/// What the operator may see of the books, cost apart: an audit changes more than its operator may look up.
+struct Sight {
+  bool accounts = hasRight("rcgl", 8);
+  bool customers = hasRight("wlzk", 3) || hasRight("xsgl", 3) || hasRight("rcgl", 2);
+  bool suppliers = hasRight("wlzk", 6) || hasRight("cggl", 3) || hasRight("rcgl", 1);
+  std::optional<QStringList> warehouses =
+      isWarehouseBound() ? std::optional(warehousesOpenTo(session().a_sn)) : std::nullopt;
+};
+
+Books readBooks(const std::set<QString>& goods, const QString& date, const Sight& sight) {
   Books books;
   for (const QString& sn : goods) {
     for (const Row row : openSelect("select ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn=? order by id", sn)) {
       const GoodsPlace at{sn, row.text("ck_sn")};
+      if (sight.warehouses && !sight.warehouses->contains(at.second)) continue;
       books.stocks[at] = {row.number("kc_sl"), row.number("kc_zsl"), row.number("kc_cbj"), true};
       if (!date.isEmpty()) readLater(books, at, date);
     }
+    if (sight.warehouses) continue;  // what stands on the goods is of all warehouses
     const RowSet master = openSelect("select g_kc,g_pjjj from jxc_goods where g_sn=?", sn);
     if (!master.isEmpty()) books.goods[sn] = {master.number(0, 0), master.number(0, 1)};
   }
@@ -207,7 +220,7 @@ double profitOf(const QString& number) {
 
 class Report {
  public:
-  explicit Report(WhatIf& preview) : preview_(preview) {}
+  Report(WhatIf& preview, const Sight& sight) : preview_(preview), sight_(sight) {}
   void stocks(const Books& before, const Books& after);
   void goods(const Books& before, const Books& after);
   void sales(const Books& before, const Books& after);
@@ -235,6 +248,7 @@ class Report {
     return u"仓库 "_qs + sn + u' ' + lookupValue("select ck_name from jxc_ckxx where ck_sn=?", sn);
   }
   WhatIf& preview_;
+  const Sight& sight_;
 };
 
 void Report::stocks(const Books& before, const Books& after) {
@@ -307,8 +321,9 @@ void Report::money(const Books& before, const Books& after) {
       add(kind, name, from, to, to < 0 && from >= 0);
     }
   };
-  compare(u"往来余额", before.money.partners, after.money.partners);
-  compare(u"现金银行余额", before.money.accounts, after.money.accounts);
+  if (sight_.customers) compare(u"往来余额", before.money.customers, after.money.customers);
+  if (sight_.suppliers) compare(u"往来余额", before.money.suppliers, after.money.suppliers);
+  if (sight_.accounts) compare(u"现金银行余额", before.money.accounts, after.money.accounts);
 }
 
 void Report::sumUp(const Books& before, const Books& after, double profitBefore, double profitAfter, bool seesMoney) {
@@ -332,7 +347,8 @@ void Report::sumUp(const Books& before, const Books& after, double profitBefore,
   }
   if (seesMoney) {
     tell(u"现金银行：", changesIn(before.money.accounts, after.money.accounts));
-    tell(u"往来余额：", changesIn(before.money.partners, after.money.partners));
+    tell(u"往来余额：", changesIn(before.money.customers, after.money.customers));
+    tell(u"往来余额：", changesIn(before.money.suppliers, after.money.suppliers));
   }
   if (session().canSeeCost && differs(profitBefore, profitAfter))
     tell(u"本单毛利：", signedText(profitAfter - profitBefore));
@@ -404,7 +420,8 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
   Transaction trial(accountDb());  // never committed
   const std::set<QString> goods = goodsOf(number);
   const QString date = dateOf(number);
-  const Books before = readBooks(goods, date);
+  const Sight sight;  // of the operator as he is now
+  const Books before = readBooks(goods, date, sight);
   const double profitBefore = profitOf(number);
   try {
     preview.done = command(prompt);
@@ -413,8 +430,8 @@ WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command
     return preview;
   }
   if (!preview.done) return preview;
-  const Books after = readBooks(goods, date);
-  Report report(preview);
+  const Books after = readBooks(goods, date, sight);
+  Report report(preview, sight);
   // The sum of it first, then the goods one by one.
   if (const DocumentFamily* family = findFamily(number); family && !family->into.empty()) report.moved(before, after);
   report.stocks(before, after);

@@ -361,6 +361,11 @@ void Field::setVisible(bool on) {
   widget_->setVisible(on);
   if (label_) label_->setVisible(on);
   if (suffix_) suffix_->setVisible(on);
+  if (isHidden_ == !on) return;
+  isHidden_ = !on;
+  if (!isNumberKind(spec_.kind)) return;
+  const Quiet quiet(*this);
+  showNumber(widget_->hasFocus());
 }
 
 bool Field::isVisible() const {
@@ -443,7 +448,8 @@ void Field::operatorChanged() {
 
 void Field::showNumber(bool plain) {
   auto* edit = field_detail::line(widget_);
-  if (numberEmpty_) {
+  // What is not to be seen is not in the window: a screen reader would read it.
+  if (numberEmpty_ || isHidden_) {
     edit->clear();
   } else {
     const QString text = plain ? numberText(number_) : displayNumber(columnKindOf(spec_.kind), number_);

@@ -76,7 +76,7 @@ class Field : public QObject {
   std::optional<QString> problem() const;
 
   // State.
-  void setVisible(bool on);  // with its label
+  void setVisible(bool on);  // with its label; a number that is not seen is not in its widget either
   bool isVisible() const;    // whether meant to be seen, also before the screen shows
   void setEnabled(bool on);
   bool isEnabled() const;
@@ -136,6 +136,7 @@ class Field : public QObject {
   QString key_;       // of a picker
   int quiet_ = 0;
   bool readOnly_ = false;
+  bool isHidden_ = false;
   bool touched_ = false;
   QString written_;  // what the operator found
   std::function<void()> changed_, left_, picked_;

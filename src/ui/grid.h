@@ -170,8 +170,9 @@ class Grid : public QWidget {
  private:
   class Footer;
   class Table;
-  void start(Question question, bool withholds);
+  void start(Question question);
   void arrived(RowSet rows, bool complete);
+  /// What the operator may not see is not in the rows of any list: whoever reads them finds nothing of it.
   RowSet withoutForbidden(RowSet rows) const;
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);
@@ -195,7 +196,6 @@ class Grid : public QWidget {
   QMenu* menu_;
   ListLoader loader_;
   std::optional<Question> question_;
-  bool withholds_ = false;  // forbidden columns leave the rows
   QString emptyText_;
   bool failed_ = false, stopped_ = false;
   bool autoWidth_ = true;

@@ -113,6 +113,29 @@ TEST_F(WhatIfTest, ASaleTellsItsProfitAndAReceiptAJumpOfTheCost) {
   EXPECT_EQ(found(previewAudit(save(draftReceipt("2021-05-03", {{"A", 10, 50}}))), u"成本均价"), "5 → 27.5 !");
 }
 
+TEST_F(WhatIfTest, WhoeverMayNotLookItUpIsNotToldIt) {
+  receive("2021-05-01", {{"A", 10, 5}});
+  const QString sold = waitingSale("2021-05-02", {{"A", 4, 9}}, 20, 1);
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('A','100002',7,7,5)");
+  execSql("insert into jxc_ckxx (ck_sn,ck_name,ck_asn,ck_aname) values ('100002','分店','100001,','admin,')");
+  setRights("100002", "xsgl", QString(17, u'1'));
+  setRights("100002", "qtcz", u"000000001"_qs);
+  becomeOperator(u"小李"_qs, "100002", "100002");
+  const WhatIf seen = previewAudit(sold);
+  ASSERT_TRUE(seen.done) << seen.failure.toStdString();
+  EXPECT_EQ(found(seen, u"现金银行余额"), "none");
+  EXPECT_NE(found(seen, u"往来余额", u"客户"), "none");
+  EXPECT_EQ(found(seen, u"成本均价"), "none");
+  EXPECT_NE(found(seen, u"商品总库存"), "none");
+
+  execSql("update jxc_ckxx set ck_asn='100001,100002,' where ck_sn='100001'");
+  setParameter("cs_cgyh", 1);
+  const WhatIf bound = previewAudit(sold);
+  ASSERT_TRUE(bound.done) << bound.failure.toStdString();
+  EXPECT_EQ(found(bound, u"库存数量", u"仓库 100001"), "10 → 6");
+  EXPECT_EQ(found(bound, u"商品总库存"), "none") << "of all warehouses";
+}
+
 TEST_F(WhatIfTest, ACommandThatRefusesOrFailsLeavesNothingEither) {
   receive("2021-05-01", {{"A", 2, 5}});
   const QString tooMuch = waitingSale("2021-05-02", {{"A", 5, 9}}, 0);
