@@ -2,6 +2,7 @@
 
 #include "core/account_place.h"
 #include "core/backup.h"
+#include "core/console_admission.h"
 #include "core/console_copy.h"
 #include "core/log.h"
 #include "core/schema/schema.h"
@@ -197,7 +198,7 @@ int backup(Console& console, ConsoleWords words) {
   if (QFileInfo::exists(target) && !force) {
     throw ConsoleRefusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
   }
-  openConsoleAccount(console)->backupTo(target);
+  openConsoleAccount(console, ConsoleAccess::OwnerToo)->backupTo(target);
   return done;
 }
 
@@ -248,6 +249,9 @@ QString overview(std::span<const ConsoleCommand> more) {
   text += QStringLiteral(
       "\n  --home 目录  程序目录，帐套文件是其中的 data/jxc.mdb；不写时和主程序用同一个目录\n"
       "  --db 文件    直接指定帐套文件，或者服务器的连接地址（postgresql://用户@服务器/数据库）\n"
+      "  --operator 名称  帐套有密码时，以哪个系统管理员的身份执行；不写时为内置的系统管理员\n"
+      "  --password-fd 号  从这个文件描述符读一行密码；不写时在终端上输入。密码不能写在命令行里\n"
+      "  --as-owner   帐套文件的所有者用 prove 和 backup 时不输入密码\n"
       "  --help       显示帮助；写在命令后面时只显示该命令的帮助\n"
       "返回值：0 完成，1 出错，2 命令写错。\n");
   return text;
@@ -270,9 +274,11 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
   ConsoleWords words(std::move(list));
   QString home;
   QString file;
+  Console who{streams, {}, {}};
   while (!words.isEmpty()) {
     QString word = words.take();
-    if (word.startsWith(u"--home=") || word.startsWith(u"--db=")) words.splitOption(word);
+    for (const char16_t* option : {u"--home=", u"--db=", u"--operator=", u"--password-fd="})
+      if (word.startsWith(option)) words.splitOption(word);
     if (isHelp(word)) {
       streams.out << overview(more).toStdString();
       return done;
@@ -281,6 +287,12 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
       home = words.takeValue(word);
     } else if (word == u"--db") {
       file = words.takeValue(word);
+    } else if (word == u"--operator") {
+      who.operatorName = words.takeValue(word);
+    } else if (word == u"--password-fd") {
+      who.passwordDescriptor = words.takeNumber(word, 0, 1023);
+    } else if (word == u"--as-owner") {
+      who.isOwner = true;
     } else {
       const ConsoleCommand& command = commandNamed(word, more);
       QStringList rest;
@@ -298,8 +310,9 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
         home = findProgramDirectory(arguments, executableDirectory);
         file = home + QStringLiteral("/data/jxc.mdb");
       }
-      Console console{streams, file, home};
-      return command.run(console, ConsoleWords(rest));
+      who.file = file;
+      who.home = home;
+      return command.run(who, ConsoleWords(rest));
     }
   }
   throw ConsoleMisuse(QStringLiteral("缺少命令"));
@@ -331,10 +344,12 @@ ConsoleMisuse unknownConsoleWord(const QString& word) {
   return ConsoleMisuse(QStringLiteral("不认识“%1”").arg(word));
 }
 
-std::unique_ptr<Database> openConsoleAccount(const Console& console) {
+std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAccess access) {
   if (!isServerAddress(console.file) && !QFileInfo::exists(console.file))
     throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
-  return console_detail::naming(console.file, [&] { return openAccountPlace(console.file); });
+  auto database = console_detail::naming(console.file, [&] { return openAccountPlace(console.file); });
+  admitToConsole(console, *database, access);
+  return database;
 }
 
 void makeConsoleAccount(const Console& console, bool force, const std::function<void(const QString&)>& fill) {

@@ -59,9 +59,15 @@ ConsoleMisuse unknownConsoleWord(const QString& word);
 /// One call of the console: where it writes to, and on which account set it works.
 struct Console {
   ConsoleStreams streams;
-  QString file;  // the account database
-  QString home;  // the program directory that it is in; empty when --db names a file of its own
+  QString file;                 // the account database
+  QString home;                 // the program directory that it is in; empty when --db names a file of its own
+  QString operatorName = {};    // who works here; empty: the built-in administrator
+  int passwordDescriptor = -1;  // where his password comes from; none: the terminal
+  bool isOwner = false;         // the owner of the file, who may read it anyway
 };
+
+/// Who may run a command on a set with passwords: an administrator, or also the owner of the file, who says so.
+enum class ConsoleAccess : char { Administrator, OwnerToo };
 
 /// A command by its name. `help` is whole lines; `run` returns the exit status.
 struct ConsoleCommand {
@@ -70,8 +76,9 @@ struct ConsoleCommand {
   int (*run)(Console&, ConsoleWords);
 };
 
-/// Opens the account set of a call; refuses when there is none.
-std::unique_ptr<Database> openConsoleAccount(const Console& console);
+/// Opens the account set of a call; refuses when there is none, and whom it does not admit (core/console_admission.h).
+std::unique_ptr<Database> openConsoleAccount(const Console& console,
+                                             ConsoleAccess access = ConsoleAccess::Administrator);
 /// Makes the account file of a call: `fill` works on a fresh file beside its place, which is moved there when it is
 /// whole, so that a failure half-way leaves what was there. Refuses when there is one already, but for `force`. A
 /// program directory gets its catalogue of account sets as well.

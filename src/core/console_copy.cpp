@@ -2,6 +2,7 @@
 
 #include "core/account_copy.h"
 #include "core/account_place.h"
+#include "core/console_admission.h"
 #include "core/schema/schema.h"
 #include "engine/bulk.h"
 #include "engine/server.h"
@@ -83,6 +84,9 @@ int copyCommand(Console& console, ConsoleWords words) {
   if (consoleServer(places[0]).isEmpty() && !QFileInfo::exists(places[0]))
     throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + places[0]);
   const std::unique_ptr<Database> from = openAccountPlace(places[0]);
+  Console source = console;
+  source.file = places[0];
+  admitToConsole(source, *from, ConsoleAccess::Administrator);
   const auto fill = [&](Database& to) {
     const QStringList differences = copyAccountSet(*from, to, [&](const CopyProgress& progress) {
       if (!quiet) console_copy_detail::tellProgress(console.streams.out, progress);

@@ -12,7 +12,7 @@ namespace prove_command_detail {
 
 /// The digits and the kind of costing that the account set works with.
 void loadParameters(const Console& console) {
-  dataModule().installAccountDb(openConsoleAccount(console));
+  dataModule().installAccountDb(openConsoleAccount(console, ConsoleAccess::OwnerToo));
   session().r_sn = QString::fromUtf16(builtInSn);
   session().a_sn = session().r_sn;
   loadSession();

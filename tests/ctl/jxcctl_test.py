@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """jxcctl as an administrator types it: the real program on real files. Usage: jxcctl_test.py JXCCTL [unittest option]…"""
 
+import os
 import pathlib
 import subprocess
 import sys
@@ -60,6 +61,36 @@ class Console(unittest.TestCase):
         self.assertIn("1 类错误", self.run_it("prove", "--wrong", status=1))
         self.assertEqual(self.rows("select kh_lwje from jxc_khxx"), [["3"]])
         self.run_it("prove", "--all", status=2)
+
+    def test_a_set_with_passwords_is_open_to_administrators_and_its_owner_only(self):
+        self.run_it("create")
+        self.run_it("sql", "-c", "update jxc_admin set a_pwd='ge-heim'")
+
+        def call(*words, password=None):
+            """With a password on a descriptor, and without a terminal that could be asked."""
+            out, into = os.pipe()
+            os.write(into, ((password or "") + "\n").encode())
+            os.close(into)
+            given = ["--password-fd", str(out)] if password is not None else []
+            ran = subprocess.run([JXCCTL, "--home", str(self.home), *given, *words], stdin=subprocess.DEVNULL, text=True,
+                                 capture_output=True, timeout=60, pass_fds=[out], start_new_session=True)
+            os.close(out)
+            return ran.returncode, ran.stdout + ran.stderr
+
+        look = ["sql", "-c", "select a_sn from jxc_admin"]
+        copy = str(self.home / "copy.DAT")
+        for words in (look, ["upgrade"], ["prove"], ["backup", copy]):
+            self.assertIn("--password-fd", call(*words)[1])
+        self.assertEqual(call(*look, password="geheim")[0], 1)
+        self.assertEqual(call(*look, password="ge-heim"), (0, "a_sn\n100001\n"))
+        self.assertIn("不是系统管理员", call("--operator", "王芳", *look, password="ge-heim")[1])
+        self.assertEqual(call("upgrade", password="ge-heim")[0], 0)
+        self.assertEqual(call(*look, password="ge-heim")[0], 0, "a hash by now")
+        self.assertEqual(call(*look, password="GE-HEIM")[0], 1)
+        self.assertEqual(call("--as-owner", "prove")[0], 0)
+        self.assertEqual(call("--as-owner", "backup", copy)[0], 0)
+        self.assertEqual(call("--as-owner", *look)[0], 1, "not for what changes or shows rows")
+        self.assertNotIn(b"ge-heim", self.file.read_bytes() + pathlib.Path(copy).read_bytes())
 
     def test_rows_come_as_lines_and_an_empty_value_as_nothing(self):
         self.run_it("create")
