@@ -2,6 +2,8 @@
 
 #include "core/wiping.h"
 
+#include <QHideEvent>
+
 #include <algorithm>
 
 namespace jxc::ui {
@@ -19,6 +21,11 @@ SecretEdit::SecretEdit(QWidget* parent) : QLineEdit(parent) {
 
 SecretEdit::~SecretEdit() {
   wipe(typed_.data(), sizeof typed_);
+}
+
+void SecretEdit::hideEvent(QHideEvent* event) {
+  if (!event->spontaneous()) clear();
+  QLineEdit::hideEvent(event);
 }
 
 QString SecretEdit::secret() const {

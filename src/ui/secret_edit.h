@@ -8,7 +8,8 @@
 namespace jxc::ui {
 
 /// The line itself holds a stand-in for each character from the moment on that the character was typed: a text that
-/// grows is copied again and again, and none of these copies can be wiped. It is empty again by `clear`.
+/// grows is copied again and again, and none of these copies can be wiped. It is empty again by `clear`,
+/// and when its window closes: screens are kept.
 class SecretEdit : public QLineEdit {
  public:
   explicit SecretEdit(QWidget* parent = nullptr);
@@ -16,6 +17,9 @@ class SecretEdit : public QLineEdit {
 
   /// A copy, for whoever wipes it.
   QString secret() const;
+
+ protected:
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void takeIn(const QString& shown);

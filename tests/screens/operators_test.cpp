@@ -1,13 +1,18 @@
 // Operators, roles and passwords on their screens.
+#include "core/password_hash.h"
 #include "core/passwords.h"
 #include "core/rights.h"
 #include "core/roles.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
 
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTreeWidget>
+
+#include <algorithm>
+#include <vector>
 
 namespace jxc::test {
 
@@ -153,6 +158,79 @@ TEST_F(OperatorScreens, ASecretInputHoldsWhatWasTypedAndShowsNothingOfIt) {
     EXPECT_EQ(secret(), QString());
     press(s, "F5");
   });
+}
+
+/// Whether a text stands anywhere in the memory of this process that can be written to. It is told character by
+/// character, so that looking for it does not put it there.
+class Memory {
+ public:
+  using Character = char16_t (*)(int);
+  static bool holds(Character at, int length) {
+    static std::vector<char> buffer(std::size_t{1} << 20);
+    QFile maps(QStringLiteral("/proc/self/maps")), memory(QStringLiteral("/proc/self/mem"));
+    if (!maps.open(QIODevice::ReadOnly) || !memory.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return false;
+    for (const QByteArray& line : maps.readAll().split('\n')) {
+      const QList<QByteArray> words = line.split(' ');
+      const QList<QByteArray> ends = words.front().split('-');
+      if (words.size() < 2 || !words[1].startsWith("rw") || line.endsWith("[vvar]")) continue;
+      const auto end = ends[1].toULongLong(nullptr, 16);
+      for (auto from = ends[0].toULongLong(nullptr, 16); from < end; from += buffer.size() - 256) {
+        const auto own = reinterpret_cast<unsigned long long>(buffer.data());
+        if (from < own + buffer.size() && own < from + buffer.size()) continue;
+        if (!memory.seek(static_cast<qint64>(from))) break;
+        const qint64 size =
+            memory.read(buffer.data(), static_cast<qint64>(std::min<unsigned long long>(buffer.size(), end - from)));
+        if (isIn(buffer.data(), size, 2, at, length) || isIn(buffer.data(), size, 1, at, length)) return true;
+      }
+    }
+    return false;
+  }
+
+ private:
+  static bool isIn(const char* bytes, qint64 size, int width, Character at, int length) {
+    for (qint64 i = 0; i + qint64{width} * length <= size; ++i) {
+      int same = 0;
+      while (same < length && bytes[i + width * same] == static_cast<char>(at(same)) &&
+             (width == 1 || bytes[i + width * same + 1] == 0))
+        ++same;
+      if (same == length) return true;
+    }
+    return false;
+  }
+};
+
+TEST_F(OperatorScreens, NoPasswordStaysInMemory) {
+  constexpr int length = 14;
+  const Memory::Character at = [](int i) { return static_cast<char16_t>(u'A' + (i * 11 + 5) % 26); };
+  {
+    QString whole(length, u' ');
+    for (int i = 0; i < length; ++i)
+      whole[i] = at(i);
+    const WipedText wiped(whole);
+    whole.clear();
+    EXPECT_TRUE(Memory::holds(at, length)) << "it is found where it is";
+    keepPassword("100001", passwordHash(static_cast<const QString&>(wiped)));
+  }
+  ASSERT_FALSE(Memory::holds(at, length));
+  const auto typeOn = [&](ui::Screen& s, std::string_view name) {
+    for (int i = 0; i < length; ++i) {
+      const char16_t character = at(i);
+      typeIn(*s.field(name).widget(), QStringView(&character, 1));
+    }
+  };
+  open("F_Xtsd", [&](ui::Screen& s) {
+    typeOn(s, "tpwd");
+    press(s, "F5");
+    EXPECT_FALSE(s.isVisible());
+  });
+  EXPECT_FALSE(Memory::holds(at, length));
+  open("F_PwdModi", [&](ui::Screen& s) {
+    for (const std::string_view name : {"toldpwd", "tnewpwd", "tnewpwd2"})
+      typeOn(s, name);
+    press(s, "F5", QStringLiteral("密码修改成功！"));
+  });
+  settle();
+  EXPECT_FALSE(Memory::holds(at, length)) << "nor while the screen waits to be opened again";
 }
 
 }  // namespace jxc::test
