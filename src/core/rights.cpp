@@ -42,7 +42,7 @@ bool hasRight(std::string_view group, int position) {
 
 bool hasRightOf(std::string_view group, int position, const QString& operatorName) {
   const std::string sql =
-      compose("select a.{} from jxc_role a,jxc_admin b where a.r_sn=b.r_sn and b.a_name=?", {group});
+      compose("select a.{} from jxc_role a,jxc_admin b where a.r_sn=b.r_sn and b.a_name=? and b.a_jyt=0", {group});
   return rights_detail::isGranted(lookupValue(sql, operatorName), position);
 }
 
