@@ -18,8 +18,8 @@ QString backupInto(const QString& folder, Database& database) {
   return file;
 }
 
-QString backupFolder() {
-  const QString chosen = lookupValue("select back_path from jxc_backup");
+QString backupFolder(Database& database) {
+  const QString chosen = database.lookup("select back_path from jxc_backup").text();
   if (!chosen.isEmpty() && QDir(chosen).exists()) return chosen;
   const QString folder = programPath(QStringLiteral("backup"));
   QDir().mkpath(folder);
@@ -31,7 +31,7 @@ QString backupStamp() {
 }
 
 QString backupAccountSet() {
-  return backupInto(backupFolder(), accountDb());
+  return backupInto(backupFolder(accountDb()), accountDb());
 }
 
 }  // namespace jxc

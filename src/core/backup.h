@@ -12,7 +12,7 @@ namespace jxc {
 QString backupInto(const QString& folder, Database& database);
 
 /// The folder of the shop's backups where there is one, otherwise `backup` in the program directory, which is made.
-QString backupFolder();
+QString backupFolder(Database& database);
 /// The time as it stands in the names of files there: "21_05_03_14_30_00".
 QString backupStamp();
 

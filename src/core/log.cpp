@@ -59,7 +59,7 @@ QString cell(QString text) {
 
 /// A table that every spreadsheet program opens; its owner's alone, like a backup.
 QString writeRows(Database& database) {
-  const QString file = QDir(backupFolder()).filePath(u"操作日志"_qs + backupStamp() + u".csv"_qs);
+  const QString file = QDir(backupFolder(database)).filePath(u"操作日志"_qs + backupStamp() + u".csv"_qs);
   QFile out(file);
   const auto fail = [&] {
     throw DbError(DbError::Kind::File, QStringLiteral("日志没有清除：不能另存到 %1：%2").arg(file, out.errorString()));

@@ -12,6 +12,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace jxc::test {
@@ -188,10 +189,14 @@ class Memory {
 
  private:
   static bool isIn(const char* bytes, qint64 size, int width, Character at, int length) {
-    for (qint64 i = 0; i + qint64{width} * length <= size; ++i) {
+    const char first = static_cast<char>(at(0));
+    const char* const end = bytes + size - qint64{width} * length;
+    for (const char* from = bytes; from <= end; ++from) {
+      from = static_cast<const char*>(std::memchr(from, first, static_cast<std::size_t>(end - from + 1)));
+      if (!from) return false;
       int same = 0;
-      while (same < length && bytes[i + width * same] == static_cast<char>(at(same)) &&
-             (width == 1 || bytes[i + width * same + 1] == 0))
+      while (same < length && from[width * same] == static_cast<char>(at(same)) &&
+             (width == 1 || from[width * same + 1] == 0))
         ++same;
       if (same == length) return true;
     }

@@ -62,7 +62,8 @@ TEST_F(RoleWalk, WhatARoleMayNotSeeIsInNoListAndItsRulesRefuse) {
   execSql(
       "insert into jxc_goods (g_sn,g_name,gc_sn,g_jj,g_scjj,g_pjjj,g_sj,g_jy,g_zhxs) "
       "values ('A','镜架','100',5,5,5,9,0,1)");
-  execSql("update jxc_goods set gc_sn=(select top 1 gc_sn from jxc_goodsclass order by id) where g_sn='A'");
+  execSql("update jxc_goods set gc_sn=? where g_sn='A'",
+          lookupValue("select top 1 gc_sn from jxc_goodsclass order by id"));
   execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values ('A','100001',3,3,5,0)");
   constexpr std::string_view cost = "1100", price = "1011";
   for (qsizetype i = 0; i < roles.size(); ++i) {
