@@ -26,7 +26,8 @@ inline bool hasRight(const Right& right) {
   if (right.andCost && !hasRight(kSeesCost.group, kSeesCost.position)) return false;
   return !right.isGuarded() || hasRight(right.group, right.position);
 }
-/// The same of another operator by name, who authorises a step; warehouse binding is not asked, but he must not be disabled.
+/// The same of another operator by name, who authorises a step; warehouse binding is not asked, but he must not be
+/// disabled.
 bool hasRightOf(std::string_view group, int position, const QString& operatorName);
 
 /// "您没有权限进行" + text.
