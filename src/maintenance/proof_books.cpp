@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <future>
 #include <numeric>
+#include <utility>
 
 namespace jxc::proof {
 namespace proof_books_detail {
@@ -21,6 +24,10 @@ std::string joined(std::initializer_list<std::string_view> parts) {
   return text;
 }
 
+std::uint32_t hashOf(std::string_view text) {
+  return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+}
+
 }  // namespace proof_books_detail
 
 bool leavesCost(const DocumentFamily& family) {
@@ -32,16 +39,41 @@ bool leavesCost(const DocumentFamily& family) {
 
 int Names::add(std::string_view text) {
   if (last_ >= 0 && texts_[static_cast<std::size_t>(last_)] == text) return last_;
-  const auto found = indexes_.find(text);
-  if (found != indexes_.end()) return last_ = found->second;
+  const std::uint32_t hash = proof_books_detail::hashOf(text);
+  std::size_t slot = slotOf(text, hash);
+  if (slots_[slot].index >= 0) return last_ = slots_[slot].index;
+  if (texts_.size() * 2 >= slots_.size()) {
+    makeRoom();
+    slot = slotOf(text, hash);
+  }
   last_ = static_cast<int>(texts_.size());
-  indexes_.emplace(texts_.emplace_back(text), last_);
+  texts_.emplace_back(text);
+  slots_[slot] = {hash, last_};
   return last_;
 }
 
 int Names::find(std::string_view text) const {
-  const auto found = indexes_.find(text);
-  return found == indexes_.end() ? -1 : found->second;
+  return slots_[slotOf(text, proof_books_detail::hashOf(text))].index;
+}
+
+std::size_t Names::slotOf(std::string_view text, std::uint32_t hash) const {
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    const Slot& slot = slots_[at];
+    if (slot.index < 0 || (slot.hash == hash && texts_[static_cast<std::size_t>(slot.index)] == text)) return at;
+  }
+}
+
+void Names::makeRoom() {
+  const std::vector<Slot> before = std::exchange(slots_, std::vector<Slot>(slots_.size() * 4));
+  const std::size_t mask = slots_.size() - 1;
+  for (const Slot& slot : before) {
+    if (slot.index < 0) continue;
+    std::size_t at = slot.hash & mask;
+    while (slots_[at].index >= 0)
+      at = (at + 1) & mask;
+    slots_[at] = slot;
+  }
 }
 
 bool sameAmount(double a, double b) {
@@ -80,8 +112,15 @@ void Books::eachChunk(std::string_view table, std::string_view columns,
   const std::string sql =
       proof_books_detail::joined({"select id,", columns, " from ", table, " where id>=? and id<? order by id"});
   const std::int64_t last = ends.integer(0, 1);
-  for (std::int64_t from = ends.integer(0, 0); from <= last; from += chunkRows) {
-    take(select(sql, from, from + chunkRows));
+  std::int64_t from = ends.integer(0, 0);
+  RowSet rows = select(sql, from, from + chunkRows);
+  while (from <= last) {
+    from += chunkRows;
+    std::future<RowSet> next;
+    if (from <= last) next = std::async(std::launch::async, [&] { return select(sql, from, from + chunkRows); });
+    take(rows);
+    if (next.valid()) rows = next.get();
+    // Here nobody reads: whoever is told may ask the database himself.
     if (progress_ && !progress_(percent_, doing_)) throw Stopped{};
   }
 }

@@ -23,7 +23,8 @@ namespace jxc::proof {
 /// Thrown when the operator stops the proof.
 struct Stopped {};
 
-/// Codes and numbers as small integers.
+/// Codes and numbers as small integers. Looked up for every row of every ledger: slots lie side by side, so that a text
+/// is compared only when its hash agrees.
 class Names {
  public:
   int add(std::string_view text);
@@ -33,8 +34,16 @@ class Names {
   int size() const { return static_cast<int>(texts_.size()); }
 
  private:
+  struct Slot {
+    std::uint32_t hash = 0;
+    int index = -1;  // -1: free
+  };
+  /// The slot of a text, or the free one where it belongs.
+  std::size_t slotOf(std::string_view text, std::uint32_t hash) const;
+  void makeRoom();
+
   std::deque<std::string> texts_;  // addresses stay
-  std::unordered_map<std::string_view, int> indexes_;
+  std::vector<Slot> slots_ = std::vector<Slot>(64);
   int last_ = -1;
 };
 
@@ -152,7 +161,8 @@ struct Books {
     const std::array<Value, sizeof...(Args)> values{Value(args)...};
     return db.select(sql, values);
   }
-  /// Rows of a table in the order of `id`, some at a time. `columns` follow the id.
+  /// Rows of a table in the order of `id`, some at a time. `columns` follow the id. While some are taken the next ones
+  /// are read by another thread over the same connection, so `take` must not ask the database.
   void eachChunk(std::string_view table, std::string_view columns, const std::function<void(const RowSet&)>& take);
   /// The share of the whole work that this step is, told to the operator.
   void step(int percent, const QString& doing);
