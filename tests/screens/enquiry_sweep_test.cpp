@@ -48,7 +48,8 @@ class EnquirySweep : public ScreenTest {
  protected:
   EnquirySweep() {
     dataModule().installAccountDb(openEmpty(Story::Long));
-    buildDemoShop({.months = 1, .seed = 3, .goods = 40, .documentsADay = 4, .lastDay = QDate(2021, 8, 31)});
+    buildDemoShop(
+        {.months = 1, .seed = 3, .goods = 40, .documentsADay = 4, .putaway = true, .lastDay = QDate(2021, 8, 31)});
     setClock(QStringLiteral("2021-08-31 20:00:00"));
     bringTemplates();
     printOutlet().preview = [this](const report::Pages& pages, QWidget*) { previewed_.push_back(pages); };
