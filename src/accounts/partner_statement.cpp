@@ -186,7 +186,9 @@ Sql openByAge(const PartnerSide& side, const Criteria& criteria, const Warehouse
       .add(open)
       .add(compose(") x group by x.ghs_sn) m left outer join {} b on m.ghs_sn=b.{}", {side.table, side.sn}))
       .where(searched)
-      .add(" order by m.wfje desc,m.ghs_sn");
+      // The order would tell who owes more.
+      .add(hasRight(side.isCustomer() ? kSeesPrice : kSeesCost) ? " order by m.wfje desc,m.ghs_sn"
+                                                                : " order by m.ghs_sn");
 }
 
 Sql openDocuments(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses) {

@@ -1,6 +1,7 @@
 #include "statistics/commission.h"
 
 #include "accounts/partner_ledger.h"
+#include "core/rights.h"
 #include "sales/sale.h"
 #include "statistics/trade_terms.h"
 #include "stock/document_family.h"
@@ -76,7 +77,8 @@ Sql ofOwnCommission(const DocumentFamily& family, const Criteria& criteria, cons
 Sql profitable(const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter = employees(kByProfit, criteria, "x", "u_name");
   filter.add("x.gl_flag in " + std::string(tradeFlags(PartnerType::Customer)));
-  filter.add("(y.u_zdlr=0 or x.gl_dj-x.gl_cbj>y.u_zdlr)");
+  // Which lines earn beyond a threshold would tell what their goods cost.
+  filter.add(hasRight(kSeesCost) ? "(y.u_zdlr=0 or x.gl_dj-x.gl_cbj>y.u_zdlr)" : "y.u_zdlr=0");
   filter.add("x.g_sn not in (select g_sn from jxc_goods where g_tclb<>0)");
   static_assert(std::size(sale::giftMark) == 4 + 1);
   filter.add("(x.g_name is null or right(x.g_name,4)<>?)", QString::fromUtf16(sale::giftMark));

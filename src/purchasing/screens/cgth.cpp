@@ -118,10 +118,14 @@ class TF_Cgth : public TradingScreen {
 // ---- receipts to return as a whole -------------------------------------------------------------------------------
 
 constexpr ui::ColumnSpec kReceipts[] = {
-    {"j_sn", "单据编号", ColumnKind::Text, 16},    {"j_jhrq", "进货日期", ColumnKind::Date},
-    {"ghs_name", "供货商", ColumnKind::Text, 22},  {"ck_name", "收货仓库", ColumnKind::Text, 12},
-    {"j_yfje", "应付金额", ColumnKind::Money, 13}, {"j_sfje", "实付金额", ColumnKind::Money, 13},
-    {"j_th", "已退货", ColumnKind::Flag, 8},       {"j_note", "备注", ColumnKind::Text, 16},
+    {"j_sn", "单据编号", ColumnKind::Text, 16},
+    {"j_jhrq", "进货日期", ColumnKind::Date},
+    {"ghs_name", "供货商", ColumnKind::Text, 22},
+    {"ck_name", "收货仓库", ColumnKind::Text, 12},
+    {"j_yfje", "应付金额", ColumnKind::Money, 13, {}, kSeesCost},
+    {"j_sfje", "实付金额", ColumnKind::Money, 13, {}, kSeesCost},
+    {"j_th", "已退货", ColumnKind::Flag, 8},
+    {"j_note", "备注", ColumnKind::Text, 16},
 };
 constexpr ui::GridSpec kReceiptsGrid[] = {{"gridReceipts", "已审核进货单", kReceipts, "没有符合条件的已审核进货单"}};
 

@@ -125,10 +125,14 @@ class TF_Xsth : public TradingScreen {
 // ---- sales to return as a whole ----------------------------------------------------------------------------------
 
 constexpr ui::ColumnSpec kSales[] = {
-    {"gl_djh", "单据编号", ColumnKind::Text, 16},   {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
-    {"kh_name", "客户", ColumnKind::Text, 22},      {"ck_name", "出货仓库", ColumnKind::Text, 12},
-    {"ls_yfje", "应收金额", ColumnKind::Money, 13}, {"ls_sfje", "实收金额", ColumnKind::Money, 13},
-    {"ls_th", "已退货", ColumnKind::Flag, 8},       {"ls_note", "备注", ColumnKind::Text, 16},
+    {"gl_djh", "单据编号", ColumnKind::Text, 16},
+    {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
+    {"kh_name", "客户", ColumnKind::Text, 22},
+    {"ck_name", "出货仓库", ColumnKind::Text, 12},
+    {"ls_yfje", "应收金额", ColumnKind::Money, 13, {}, kSeesPrice},
+    {"ls_sfje", "实收金额", ColumnKind::Money, 13, {}, kSeesPrice},
+    {"ls_th", "已退货", ColumnKind::Flag, 8},
+    {"ls_note", "备注", ColumnKind::Text, 16},
 };
 constexpr ui::GridSpec kSalesGrid[] = {{"gridSales", "已审核销售单", kSales, "没有符合条件的已审核销售单"}};
 
