@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -25,6 +26,21 @@ std::vector<std::string_view> words(std::string_view text) {
   }
   return result;
 }
+
+/// Opens with all of its content where there is room, and scrolls down only.
+class DownScrolling : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+  QSize sizeHint() const override { return besideBar(widget()->sizeHint()); }
+  QSize minimumSizeHint() const override {
+    return {besideBar(widget()->minimumSizeHint()).width(), QScrollArea::minimumSizeHint().height()};
+  }
+
+ private:
+  QSize besideBar(const QSize& content) const {
+    return content + QSize(style()->pixelMetric(QStyle::PM_ScrollBarExtent), 0);
+  }
+};
 
 }  // namespace panel_detail
 
@@ -152,6 +168,14 @@ Panel Panel::page(std::string_view name, const QString& title, PageKind kind) {
   page->setObjectName(qs(name));
   page->setAccessibleName(title);
   (*tabs_)->addTab(page, title);
+  return Panel(*screen_, layout);
+}
+
+Panel Panel::scrolled() {
+  auto* content = new QWidget;
+  auto* layout = new QVBoxLayout(content);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout_->addWidget(scrolling<panel_detail::DownScrolling>(content, screen_), 1);
   return Panel(*screen_, layout);
 }
 

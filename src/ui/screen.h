@@ -47,6 +47,8 @@ class Panel {
   /// An area that comes and goes as a whole: `made` gets its widget.
   Panel area(QWidget*& made, int stretch = 1);
   enum PageKind { Fixed, Scrolls };
+  /// An area of which a small display shows a part, while what stands around it stays in sight.
+  Panel scrolled();
   /// A page of this area's tabs; the tabs come with the first page. `name` becomes the page's object name. One that
   /// scrolls may hold more than a small display shows, while the commands below stay in sight.
   Panel page(std::string_view name, const QString& title, PageKind kind = Fixed);

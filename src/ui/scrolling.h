@@ -5,8 +5,9 @@
 
 namespace jxc::ui {
 
-inline QScrollArea* scrolling(QWidget* content, QWidget* parent = nullptr) {
-  auto* scroll = new QScrollArea(parent);
+template <class Area = QScrollArea>
+Area* scrolling(QWidget* content, QWidget* parent = nullptr) {
+  auto* scroll = new Area(parent);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidgetResizable(true);
   scroll->setFocusPolicy(Qt::NoFocus);

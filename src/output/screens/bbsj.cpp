@@ -104,7 +104,7 @@ class TF_Bbsj : public ui::Screen {
 
 TF_Bbsj::TF_Bbsj() : Screen(bbsj_detail::description()) {
   panel().row("tkey chkInUse | comOwn btnOwn");
-  auto [left, right] = panel().columns();
+  auto [left, right] = panel().scrolled().columns();
   // Two columns of groups, about as long as each other.
   std::vector<std::pair<std::u16string_view, int>> groups;  // with the number of their templates
   for (const KnownTemplate& each : knownTemplates()) {
