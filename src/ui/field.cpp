@@ -4,6 +4,7 @@
 #include "ui/icons.h"
 #include "ui/schema_width.h"
 #include "ui/secret_edit.h"
+#include "ui/skin.h"
 #include "ui/text_input.h"
 
 #include <QAction>
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QRadioButton>
-#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -394,9 +394,7 @@ void Field::setReadOnly(bool on) {
   } else {
     widget_->setEnabled(!on);
   }
-  widget_->setProperty("readOnlyLook", on);
-  widget_->style()->unpolish(widget_);
-  widget_->style()->polish(widget_);
+  setLook(*widget_, "readOnlyLook", on);
 }
 
 void Field::setLabel(const QString& text) {

@@ -5,6 +5,7 @@
 #include "ui/grid_footer.h"
 #include "ui/grid_layout.h"
 #include "ui/grid_output.h"
+#include "ui/skin.h"
 
 #include <QApplication>
 #include <QFrame>
@@ -292,6 +293,7 @@ void Grid::showState() {
   hint_->setText(failed_    ? QStringLiteral("查询失败，请重新查询")
                  : stopped_ ? QStringLiteral("查询已取消，请重新查询")
                             : emptyText_);
+  setLook(*hint_, "warning", failed_);
   hint_->setVisible(isEmpty() && !running);
   hint_->setGeometry(view_->viewport()->rect().adjusted(12, 12, -12, -12));
   busy_->setVisible(running);

@@ -13,6 +13,7 @@
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTextStream>
+#include <QWidget>
 
 // The arrows of the style sheet; a static library's resources have to be asked for, and outside of any namespace.
 static void takeInSkinResources() {
@@ -140,6 +141,13 @@ QString currentSkin() {
 
 QColor skinColour(const QString& name) {
   return skin_detail::current().colours.value(name);
+}
+
+void setLook(QWidget& widget, const char* look, bool on) {
+  if (widget.property(look).toBool() == on) return;
+  widget.setProperty(look, on);
+  widget.style()->unpolish(&widget);
+  widget.style()->polish(&widget);
 }
 
 QColor rowColour(RowLook look) {

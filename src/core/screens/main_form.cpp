@@ -34,7 +34,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
-#include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -58,11 +57,8 @@ QPushButton* sideCommand(std::string_view name, const ui::CommandDefinition& com
 void showRight(QWidget& button, const ui::CommandDefinition& command) {
   const bool allowed = isAllowed(command);
   if (!allowed) button.setToolTip(refusalOf(command));
-  if (button.property("noRight").toBool() == !allowed) return;
-  button.setProperty("noRight", !allowed);
   button.setAccessibleDescription(allowed ? QString() : refusalOf(command));
-  button.style()->unpolish(&button);
-  button.style()->polish(&button);
+  ui::setLook(button, "noRight", !allowed);
 }
 
 /// While one lives, the window's own screens come and go: it is not "active again" in between.
