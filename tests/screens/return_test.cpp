@@ -103,6 +103,12 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
     edit(s, "gridLines", 0, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 320);
     press(s, "F5", u"该单据中至少一种商品库存不足，\r\n\r\n“B”：退货将会出现负库存，是否继续？"_qs, Answer::No);
+    setParameter("cs_kc", 0);
+    s.grid("gridLines").selectRow(0);
+    press(s, "F5", u"该单据中至少一种商品库存不足，\r\n\r\n“B”：不能退货！"_qs);
+    EXPECT_EQ(s.grid("gridLines").currentText("g_sn"), "B") << "the line at fault";
+    EXPECT_TRUE(s.grid("gridLines").view()->hasFocus());
+    setParameter("cs_kc", 1);
     edit(s, "gridLines", 1, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 240);
     save(s, kSaveReceiptAudited);
