@@ -191,12 +191,15 @@ const LineImport sheet = {.title = "期初库存导入",
                           .repeated = u"商品重复"};
 
 Sql balances(const QString& warehouse, const QString& typed, const QString& classNumber) {
+  // Goods whose class is gone have stock all the same.
   Filter filter;
   addGoodsConditions(filter, {.key = typed, .classNumber = classNumber, .withDisabled = true});
-  filter.add("k.g_sn=a.g_sn").add("a.gc_sn=c.gc_sn").add("a.g_sn<>'00000000'").add("k.ck_sn=?", warehouse);
+  filter.add("a.g_sn<>'00000000'").add("k.ck_sn=?", warehouse);
   return Sql("select k.id,a.g_sn,a.g_name,a.g_qgd,a.g_sgd,c.gc_name,a.gg_name,a.color_name,a.dw_name,a.g_sptm,k.kc_sl,"
              "k.kc_cbj,round(k.kc_sl*k.kc_cbj+0.000000001," +
-             std::to_string(totalDigits()) + ") as kczje from jxc_kcsp k,jxc_goods a,jxc_goodsclass c")
+             std::to_string(totalDigits()) +
+             ") as kczje from (jxc_kcsp k inner join jxc_goods a on k.g_sn=a.g_sn) left join jxc_goodsclass c on "
+             "a.gc_sn=c.gc_sn")
       .where(filter)
       .add(" order by a.g_sn");
 }
