@@ -170,9 +170,10 @@ class Grid : public QWidget {
  private:
   class Footer;
   class Table;
-  void start(Question question);
+  void start(Question question, bool withholds);
   void arrived(RowSet rows, bool complete);
-  /// What the operator may not see is not in the rows of any list: whoever reads them finds nothing of it.
+  /// Answers of an enquiry lose what the operator may not see. Rows of other lists keep it for the rules of their screen;
+  /// there the model tells no cell of it, to the eye nor to a screen reader.
   RowSet withoutForbidden(RowSet rows) const;
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);
@@ -196,6 +197,7 @@ class Grid : public QWidget {
   QMenu* menu_;
   ListLoader loader_;
   std::optional<Question> question_;
+  bool withholds_ = false;
   QString emptyText_;
   bool failed_ = false, stopped_ = false;
   bool autoWidth_ = true;
