@@ -82,7 +82,7 @@ class TF_Qcjz_Add : public ui::Screen {
     corrected_ = row.text("g_sn");
     field("tname").setText(corrected_ + u' ' + row.text("g_name"));
     field("tsl").setNumber(row.number("kc_sl"));
-    cost_ = row.number("kc_cbj");
+    cost_ = lookupNumber("select kc_cbj from jxc_kcsp where id=?", row.integer("id"));
     field("tcbj").setNumber(cost_);
     return showModal();
   }
@@ -116,7 +116,8 @@ class TF_Qcjz_Add : public ui::Screen {
  private:
   void propose() {
     if (!corrected_.isEmpty()) return;
-    cost_ = grid("gridGoods").currentNumber("g_jj");
+    // Asked anew: the list has no cost for who may not see it.
+    cost_ = lookupNumber("select g_jj from jxc_goods where g_sn=?", grid("gridGoods").currentText("g_sn"));
     field("tcbj").setNumber(cost_);
   }
   /// Who may not see cost types none: it stays what it is.
