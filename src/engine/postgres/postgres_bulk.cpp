@@ -115,6 +115,7 @@ void PostgresDatabase::analyze() {
 
 /// What a row held before stands in its table until that is written anew.
 void PostgresDatabase::forgetReplaced(const char* table) {
+  if (options_.trial || options_.readOnly) return;  // inside a transaction of its own, which is never committed
   control((std::string("vacuum full ") + table).c_str());
   exchange();
 }
