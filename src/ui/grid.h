@@ -172,8 +172,8 @@ class Grid : public QWidget {
   class Table;
   void start(Question question, bool withholds);
   void arrived(RowSet rows, bool complete);
-  /// Answers of an enquiry lose what the operator may not see. Rows of other lists keep it for the rules of their screen;
-  /// there the model tells no cell of it, to the eye nor to a screen reader.
+  /// Answers of an enquiry lose what the operator may not see. Rows of other lists keep it for the rules of their
+  /// screen; there the model tells no cell of it, to the eye nor to a screen reader.
   RowSet withoutForbidden(RowSet rows) const;
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);

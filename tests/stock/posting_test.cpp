@@ -287,6 +287,7 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
     receive("2021-05-02", lines);
   receive("2021-05-02", {{"A", 4, 5}});  // to be split
 
+  // One of them asks for the last row of the log, which the next one is chained to.
   // The first document of a kind makes the server know its statements and tables.
   const auto expectTrips = [&](std::int64_t most, const std::function<QString()>& make) {
     EXPECT_EQ(audit(make()), AuditOutcome::Audited);
@@ -295,10 +296,10 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
     EXPECT_EQ(audit(number), AuditOutcome::Audited);
     EXPECT_LE(server->roundTrips() - before, most) << number.toStdString();
   };
-  expectTrips(8, [&] { return save(draftReceipt(date, lines)); });
-  expectTrips(9, [&] { return waitingReturn(purchaseReturn, date, lines); });
-  expectTrips(8, [&] { return waitingSale(date, lines, 100, 0); });
-  expectTrips(8, [&] { return waitingReturn(saleReturn, date, lines); });
+  expectTrips(9, [&] { return save(draftReceipt(date, lines)); });
+  expectTrips(10, [&] { return waitingReturn(purchaseReturn, date, lines); });
+  expectTrips(9, [&] { return waitingSale(date, lines, 100, 0); });
+  expectTrips(9, [&] { return waitingReturn(saleReturn, date, lines); });
 
   struct Inside {
     const DocumentFamily& family;
@@ -327,7 +328,7 @@ TEST_F(PostingTest, AnAuditWaitsForTheServerAFewTimesHoweverManyGoods) {
   const std::vector<QString> bought{receive(date, lines), receive(date, lines)};
   const std::vector<QString> sold{sell(date, lines), sell(date, lines)};
   for (const auto& [movement, sources] : {std::pair{&partial::putaway, bought}, std::pair{&partial::issue, sold}})
-    expectTrips(8, [&movement = movement, &date, sources = sources]() mutable {
+    expectTrips(9, [&movement = movement, &date, sources = sources]() mutable {
       const QString source = sources.back();
       sources.pop_back();
       return test::waitingPart(*movement, date, source);
