@@ -110,11 +110,11 @@ class PartBooks(AllBooks):
     """Putaways and issues, and the returns that close a rest, which come and go."""
 
     HEADS = (("jxc_rkd", "gl_djh", "rk_status"), ("jxc_ckd", "gl_djh", "ck_status"))
-    RETURNS = (("jxc_thd", "gl_djh", "th_status"), ("jxc_xsthd", "gl_djh", "th_status"))
+    SOURCES = (("jxc_jhsp", "j_sn", "jh_qxsl"), ("jxc_lsxssp", "gl_djh", "ls_qxsl"))
 
     def audited(self):
-        return super().audited() | {number for head, field, status in self.RETURNS
-                                    for number, in self.db.execute(f"select {field} from {head} where {status}=1")}
+        return super().audited() | {number for lines, field, closed in self.SOURCES
+                                    for number, in self.db.execute(f"select distinct {field} from {lines} where {closed}>0")}
 
 
 class CountBooks(AllBooks):

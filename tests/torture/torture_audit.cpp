@@ -148,8 +148,10 @@ std::vector<QString> documents() {
   for (const DocumentFamily& family : documentFamilies()) {
     if (family.sharesTables) continue;
     const RowSet rows = openSelect(compose("select {} from {} order by id", {family.number, family.head}));
+    const bool closes = &family == partial::putaway.back || &family == partial::issue.back;
     for (int row = 0; row < rows.rowCount(); ++row)
-      numbers.push_back(rows.text(row, 0));
+      // Returns that close a rest come and go: counted, stations would have each other's documents from time to time.
+      if (!closes || !partial::closesRest(family, rows.text(row, 0))) numbers.push_back(rows.text(row, 0));
   }
   return numbers;
 }
@@ -187,9 +189,9 @@ void step(const QString& number, bool alone, Prompt& prompt) {
   if (const PartialMovement* m = partial::behind(family); m && m->isInUse()) {
     const QString back = partial::restReturnOf(*m, number);
     if (back.isEmpty()) {
-      if (const auto closed = partial::closeRest(*m, number, prompt)) tell('A', *closed);
+      if (partial::closeRest(*m, number, prompt)) tell('A', number);
     } else if (cancelDocument(back, prompt, CancelMode::Batch)) {
-      tell('C', back);
+      tell('C', number);  // not that of the return: it goes, and the next one of any station gets its number
     }
     return;
   }
