@@ -55,7 +55,9 @@ void SecretEdit::takeIn(const QString& shown) {
   if (std::none_of(shown.begin(), shown.end(), isNew)) return;
 
   isReplacing_ = true;
-  WipedText{text()};  // the line's own buffer, which this text shares
+  {
+    const WipedText shared{text()};  // the line's own buffer, wiped before it is let go
+  }
   setText(QString(size, kStandIn));
   setCursorPosition(cursor);
   isReplacing_ = false;

@@ -66,7 +66,9 @@ class SharingPrompt : public YesPrompt {
 class LatePrompt : public SharingPrompt {
  public:
   void notice(const QString& text) override {
-    if (!text.contains(u"已被其他电脑保存、审核、取消或删除")) SharingPrompt::notice(text);
+    // A source that was cancelled has nothing to move any more.
+    if (!text.contains(u"已被其他电脑保存、审核、取消或删除") && !text.contains(u"已取消审核，或不是"))
+      SharingPrompt::notice(text);
   }
 };
 
