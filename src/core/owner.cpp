@@ -1,6 +1,7 @@
 #include "core/owner.h"
 
 #include "core/data_module.h"
+#include "core/wiping.h"
 #include "engine/server.h"
 
 #include <QScopeGuard>
@@ -13,17 +14,17 @@ bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& w
     work();
     return true;
   }
-  std::optional<QString> password =
+  std::optional<QString> typed =
       prompt.askSecret(QStringLiteral("%1由帐套的所有者进行，请输入“%2”在数据库服务器上的密码：").arg(what, owner));
-  if (!password) return false;
+  if (!typed) return false;
+  const WipedText password(*std::move(typed));  // and with it what the connection keeps of it
   std::unique_ptr<Database> his;
   try {
-    his = openAsOwner(accountDb(), *password);
+    his = openAsOwner(accountDb(), password);
   } catch (const DbError& failure) {
     prompt.notice(QStringLiteral("%1没有进行。\r\n\r\n").arg(what) + failure.message());
     return false;
   }
-  password->fill(QChar(0));
   std::unique_ptr<Database> station = dataModule().installAccountDb(std::move(his));
   const auto back = qScopeGuard([&] { dataModule().installAccountDb(std::move(station)); });
   work();
