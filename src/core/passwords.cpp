@@ -48,11 +48,15 @@ Kept keptOf(Database& database, const QString& number) {
     kept.plain = row.text("a_pwd");
     isHashed = kept.plain == kHashed;
   }
-  if (isHashed) kept.plain.clear();
-  if (!hasTable(database)) return kept;
+  if (isHashed) {
+    kept.plain.clear();
+    kept.hash = QString::fromUtf16(kHashed);  // of no password: a mark whose hash is gone lets nobody in
+  } else if (!hasTable(database)) {
+    return kept;
+  }
   for (const Row row : database.select("select * from jxc_adminmm where a_sn=?", key)) {
     // What an older build has written since then holds.
-    if (isHashed) kept.hash = row.text("mm_hash");
+    if (isHashed && !row.text("mm_hash").isEmpty()) kept.hash = row.text("mm_hash");
     if (kept.plain.isEmpty()) kept.isOld = row.flag("mm_old");
     kept.failures = static_cast<int>(row.integer("mm_fails"));
     kept.lastFailed = row.text("mm_failed");
