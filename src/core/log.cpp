@@ -26,7 +26,8 @@ constexpr int kHashLength = 64;
 
 /// Of the writer's transaction: on a server, too, one writes at a time, and so no two rows follow the same one.
 void append(Database& database, const QString& text) {
-  QString note = text.left(kNoteWidth);
+  // A zero character, which a barcode reader may send, is kept by no server: the hash is of what will be read.
+  QString note = QString(text).remove(QChar(0)).left(kNoteWidth);
   if (!note.isEmpty() && note.back().isHighSurrogate()) note.chop(1);
   const QString time = clock::stamp();
   const QString& name = session().a_name;
@@ -141,6 +142,7 @@ QString lastLogHash(Database& database) {
 }
 
 void chainLog(Database& database) {
+  Transaction transaction(database);
   QString last;
   log_detail::eachRow(database, "log_time,a_name,log_note", [&](const Row& row) {
     last = logHash(last, row.text("log_time"), row.text("a_name"), row.text("log_note"));
@@ -149,6 +151,7 @@ void chainLog(Database& database) {
   });
   const std::array<Value, 1> values{Value(last)};
   database.execute("update jxc_logchain set lc_hash=?", values);
+  transaction.commit();
 }
 
 }  // namespace jxc
