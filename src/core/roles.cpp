@@ -141,7 +141,7 @@ void writeRole(const RoleDraft& role, const QString& name) {
 
 /// What was given and taken, as many rows as that needs.
 void logRights(const RoleDraft& before, const RoleDraft& now, const QString& name) {
-  constexpr qsizetype most = 150;  // characters a row
+  constexpr qsizetype most = 120;  // characters a row, beside the name of the role and one right more
   for (const bool given : {true, false}) {
     const QString begin = given ? QStringLiteral("角色“%1”增加权限：") : QStringLiteral("角色“%1”取消权限：");
     QString line;
