@@ -360,6 +360,7 @@ bool restoreStandardParameters(Prompt& prompt) {
     createTable("jxc_email");
     // The steps of the schema set some parameters to what they are today: the next login shall walk them all.
     execSql("update jxc_xtcs set cs_employdate='1900-01-01'");
+    writeLog(QStringLiteral("恢复默认系统设置"));
     transaction.commit();
   });
   if (done) loadSession();
