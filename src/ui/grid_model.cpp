@@ -117,7 +117,7 @@ int GridModel::findText(std::string_view field, const QString& text) const {
 }
 
 QString GridModel::cellText(int viewRow, int column) const {
-  if (source_[column] < 0 || isForbidden(column)) return {};
+  if (source_[column] < 0) return {};
   return displayCell(rows_, sourceRow(viewRow), source_[column], columns_[column].kind);
 }
 
@@ -153,7 +153,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return cellText(index.row(), column);
     case Qt::EditRole: {
       const int row = sourceRow(index.row());
-      if (source_[column] < 0 || isForbidden(column)) return {};
+      if (source_[column] < 0) return {};
       if (columns_[column].kind == ColumnKind::Flag) return rows_.integer(row, source_[column]) != 0;
       return rows_.text(row, source_[column]);
     }
