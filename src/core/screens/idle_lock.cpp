@@ -41,7 +41,7 @@ void keepIdleLockMinutes(int minutes) {
   if (minutes != idleLockMinutes()) keepStationText(idle_lock_detail::kOption, QString::number(minutes));
 }
 
-IdleLock::IdleLock(std::function<void()> lock, QObject* parent) : QObject(parent), lock_(std::move(lock)) {
+IdleLock::IdleLock(std::function<void()> lock) : lock_(std::move(lock)) {
   sinceTouched_.start();
   qApp->installEventFilter(this);
   timer_.setInterval(idle_lock_detail::kLooksEvery);

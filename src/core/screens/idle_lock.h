@@ -17,7 +17,7 @@ void keepIdleLockMinutes(int minutes);
 /// Watches the keys and the mouse of the whole program and calls `lock` when they rest for so long.
 class IdleLock : public QObject {
  public:
-  explicit IdleLock(std::function<void()> lock, QObject* parent = nullptr);
+  explicit IdleLock(std::function<void()> lock);
 
   /// From now on: somebody is in.
   void start();
