@@ -426,13 +426,13 @@ void Screen::leadTo(const Refusal& refusal) {
   const std::string setting = refusal.about == Subject::Setting ? refusal.row.toStdString() : std::string();
   const std::string_view settings[] = {setting};
   for (const std::string_view name : setting.empty() ? inputsOf(refusal.about) : settings) {
-    const Field* described = hasField(name) ? &field(name) : nullptr;
+    Field* described = hasField(name) ? &field(name) : nullptr;
     auto* input = described ? described->widget() : findChild<QWidget*>(qs(name));
     if (!input || !input->isEnabled() || (described && (!described->isVisible() || described->isReadOnly()))) continue;
     if (isRow && !input->isVisible()) continue;  // of a list in sight: no page turns to another document
     screen_detail::turnPagesTo(input);
     if (described)
-      field(name).focus();
+      described->focus();
     else
       input->setFocus();
     return screen_detail::bringIntoSight(input);
