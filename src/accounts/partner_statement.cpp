@@ -127,7 +127,7 @@ double statementBalance(const PartnerSide& side, const QString& partner, const Q
 
 std::vector<std::pair<QString, QString>> statementWords(const PartnerSide& side, const Criteria& criteria) {
   const QString name = criteria.partner.isEmpty() ? QStringLiteral("所有") : partnerName(side, criteria.partner);
-  const bool seesAmounts = hasRight(side.isCustomer() ? kSeesPrice : kSeesCost);
+  const bool seesAmounts = hasRight(moneyRight(side.which));
   return {
       {u"bTitle"_qs, words(side.noun) + u"对账单'"_qs + name + u'\''},
       {u"sLjjeAll"_qs, seesAmounts ? numberText(statementBalance(side, criteria.partner, criteria.to)) : QString()}};
@@ -187,8 +187,7 @@ Sql openByAge(const PartnerSide& side, const Criteria& criteria, const Warehouse
       .add(compose(") x group by x.ghs_sn) m left outer join {} b on m.ghs_sn=b.{}", {side.table, side.sn}))
       .where(searched)
       // The order would tell who owes more.
-      .add(hasRight(side.isCustomer() ? kSeesPrice : kSeesCost) ? " order by m.wfje desc,m.ghs_sn"
-                                                                : " order by m.ghs_sn");
+      .add(hasRight(moneyRight(side.which)) ? " order by m.wfje desc,m.ghs_sn" : " order by m.ghs_sn");
 }
 
 Sql openDocuments(const PartnerSide& side, const Criteria& criteria, const Warehouses& warehouses) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accounts/partner_ledger.h"
+#include "core/right.h"
 
 #include <string_view>
 
@@ -37,6 +38,11 @@ extern const PartnerSide customerSide;
 extern const PartnerSide supplierSide;
 inline const PartnerSide& partnerSide(PartnerType which) {
   return which == PartnerType::Customer ? customerSide : supplierSide;
+}
+
+/// What is paid for goods is their cost; what they are sold for is their price.
+constexpr Right moneyRight(PartnerType side) {
+  return side == PartnerType::Customer ? kSeesPrice : kSeesCost;
 }
 
 }  // namespace jxc

@@ -1,6 +1,7 @@
 #include "statistics/trade_totals.h"
 
 #include "core/rights.h"
+#include "masterdata/partner_side.h"
 #include "statistics/trade_terms.h"
 
 #include <algorithm>
@@ -224,7 +225,7 @@ Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criter
 std::string ranked(PartnerType side, const Criteria& criteria, std::string_view otherwise) {
   std::string order = " order by ";
   const bool isRanking = criteria.order == u"sl" || criteria.order == u"je" || criteria.order == u"lr";
-  if (criteria.order == u"je" && hasRight(side == PartnerType::Supplier ? kSeesCost : kSeesPrice))
+  if (criteria.order == u"je" && hasRight(moneyRight(side)))
     order += "t.je desc,";
   else if (criteria.order == u"lr" && hasRight(kSeesCost))
     order += "t.lr desc,";

@@ -36,9 +36,8 @@ struct PartnerText<PartnerType::Supplier> {
   static constexpr FixedText screen{"F_Ghsgl"};
 };
 
-/// What is paid for goods is their cost; what they are sold for is their price.
 template <PartnerType Side>
-inline constexpr Right seesMoney = Side == PartnerType::Customer ? kSeesPrice : kSeesCost;
+inline constexpr Right seesMoney = moneyRight(Side);
 
 /// A column of the partners' table: partnerColumn<PartnerType::Customer, "name"> is "kh_name".
 template <PartnerType Side, FixedText Name>
