@@ -2,7 +2,7 @@
 
 #include "core/session.h"
 #include "stock/document_family.h"
-#include "stock/partial_movement.h"
+#include "stock/document_rules.h"
 
 #include <algorithm>
 
@@ -18,14 +18,6 @@ Filter linesOf(const DocumentFamily& family, const QString& number, LineScope sc
   if (!family.whole.goods.empty()) lines.add(compose("a.{}>0", {family.line.columns->quantity}));
   if (!family.paper.printed.empty()) lines.add(family.paper.printed);
   return lines;
-}
-
-/// Name of the goods as it prints, with the mark of a gift.
-std::string nameOf(const DocumentFamily& family) {
-  const LineTable& line = family.line;
-  if (const std::string mark = partial::giftMark(family, "a"); !mark.empty()) return "b.g_name" + mark + " as g_name";
-  if (line.gift.empty()) return "b.g_name";
-  return compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {line.gift, line.gift});
 }
 
 /// Figures under the names that templates of all families share, beside the table's own columns.
@@ -44,7 +36,7 @@ std::string selectOf(const DocumentFamily& family) {
   const std::string_view warehouse = family.line.warehouse;
   const std::string goods = "(" + std::string(family.lines) +
                             " a inner join jxc_goods b on a.g_sn=b.g_sn) left join jxc_goodsclass c on b.gc_sn=c.gc_sn";
-  return "select a.*," + nameOf(family) + ",b.dw_name,b.gg_name,b.color_name" + figuresOf(family.line) +
+  return "select a.*," + nameWithGift(family) + ",b.dw_name,b.gg_name,b.color_name" + figuresOf(family.line) +
          std::string(family.paper.moreColumns) + ",b.g_sptm,b.g_bz,b.g_sccs,c.gc_name" +
          (warehouse.empty()
               ? " from " + goods

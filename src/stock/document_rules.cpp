@@ -35,7 +35,6 @@ std::string fromLines(const DocumentFamily& f) {
 }
 
 std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown) {
-  const std::string_view gift = f.line.gift;
   const LineColumns& own = *f.line.columns;
   const LineColumns& as = *shown.line.columns;
   return "select a.*" +
@@ -44,10 +43,8 @@ std::string linesWithNames(const DocumentFamily& f, const DocumentFamily& shown)
                   {own.total, as.total},
                   {f.line.note, shown.line.note}}) +
          (f.isCount() ? compose(",a.{}-a.{} as cysl", {own.quantity, f.line.countedShelf}) : std::string()) + "," +
-         (!partial::giftMark(f, "a").empty() ? "b.g_name" + partial::giftMark(f, "a") + " as g_name"
-          : gift.empty()                     ? std::string("b.g_name")
-                                             : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift})) +
-         ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm" + fromLines(f) + compose(" where a.{}=?", {f.number});
+         nameWithGift(f) + ",b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm" + fromLines(f) +
+         compose(" where a.{}=?", {f.number});
 }
 
 /// What is due and paid of a head, as screens show it, and what is open of it.
@@ -88,6 +85,12 @@ bool LineRules::cellMayChange(QStringView goods, bool isGift, QStringView field)
   if (goods == u"00000000") return false;  // the balancing line comes from the settlement
   if (isGift) return field == u"sl";
   return (field != u"dj" && field != u"taxdj") || priceMayChange();
+}
+
+std::string nameWithGift(const DocumentFamily& family) {
+  const std::string_view gift = family.line.gift;
+  if (const std::string mark = partial::giftMark(family, "a"); !mark.empty()) return "b.g_name" + mark + " as g_name";
+  return gift.empty() ? "b.g_name" : compose("b.g_name+iif(a.{} is null,'',a.{}) as g_name", {gift, gift});
 }
 
 QString namedGoods(const QString& goods) {

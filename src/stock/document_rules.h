@@ -242,6 +242,9 @@ class RulesOver : public DocumentRules {
   virtual SaveResult save(const Draft& draft, Prompt& prompt) const = 0;
 };
 
+/// Column g_name of a line `a` with its goods `b`, with the mark of a gift.
+std::string nameWithGift(const DocumentFamily& family);
+
 /// The warehouse that was chosen is none any more: deleted at another station, or (`own`) taken from this operator.
 Refusal warehouseDeleted(const QString& warehouse, Subject which);
 Refusal warehouseGone(const QString& own);
