@@ -38,8 +38,8 @@ class Field : public QObject {
   QLabel* suffix() const { return suffix_; }
 
   // The edit buffer.
-  QString text()
-      const;  // as typed, of a secret only its length; date yyyy-MM-dd or empty; number as numberText; box "1" or "0"
+  /// As typed, of a secret only its length; date yyyy-MM-dd or empty; number as numberText; box "1" or "0".
+  QString text() const;
   QString trimmed() const { return text().trimmed(); }
   double number() const;  // 0 when empty
   int integer() const;
