@@ -170,6 +170,8 @@ int sql(Console& console, ConsoleWords words) {
 int upgrade(Console& console, ConsoleWords words) {
   if (!words.isEmpty()) throw unknownConsoleWord(words.take());
   const std::unique_ptr<Database> database = openConsoleAccount(console);
+  if (const QString owner = ownerToAsk(*database); !owner.isEmpty())
+    throw ConsoleRefusal(QStringLiteral("升级由帐套的所有者进行，请用服务器上的用户“%1”连接。").arg(owner));
   CopyBefore copyBefore;
   if (consoleServer(console.file).isEmpty())
     copyBefore = [&] {
@@ -210,12 +212,11 @@ constexpr std::array commands = {
                    u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n"
                    u"  --station 在服务器上同时为工作站准备一个用户，和 station 命令所做的一样。\n",
                    create},
-    ConsoleCommand{
-        u"station",
-        u"jxcctl [--db 连接地址] station 用户\n"
-        u"  让服务器上的一个用户作为工作站使用帐套：能读写数据，不能建立和删除数据表，日志只能增加。\n"
-        u"  用户不存在时建立，密码由服务器管理员另外设置；其他用户不再能连接这个数据库。升级之后再执行一次。\n",
-        station},
+    ConsoleCommand{u"station",
+                   u"jxcctl [--db 连接地址] station 用户\n"
+                   u"  让服务器上的一个用户作为工作站使用帐套：能读写数据，不能建立和删除数据表，日志只能增加。\n"
+                   u"  用户不存在时建立，密码由服务器管理员另外设置；其他用户不再能连接这个数据库。\n",
+                   station},
     ConsoleCommand{u"copy",
                    u"jxcctl copy 来源 目标 [--quiet]\n"
                    u"  把整个帐套从文件复制到 PostgreSQL 服务器，或者复制回文件，最后核对每个表的行数和合计。\n"
