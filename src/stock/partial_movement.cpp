@@ -21,8 +21,8 @@ namespace jxc::partial {
 namespace partial_movement_detail {
 
 /// Heads `c` that say that something of them is open, their open lines `b`, the goods `a`.
-std::string fromOpen(const PartialMovement& m) {
-  return compose(" from ({} c inner join {} b on c.{}=b.{}) inner join jxc_goods a on b.g_sn=a.g_sn",
+std::string openTables(const PartialMovement& m) {
+  return compose("({} c inner join {} b on c.{}=b.{}) inner join jxc_goods a on b.g_sn=a.g_sn",
                  {m.source->head, m.source->lines, m.source->number, m.source->number});
 }
 
@@ -177,8 +177,7 @@ Sql openLines(const PartialMovement& m, const OpenLines& wanted) {
                      {s.line.link, s.number, s.date, s.partner}) +
              "a.g_name & " + gift + " as g_name,a.g_jm,a.gg_name,a.color_name,a.dw_name,a.g_sptm," +
              compose("b.{} as sl,b.{} as movedsl,", {m.quantity, m.moved}) + openPieces(m, "b") +
-             " as opensl,iif(k.kc_sl is null,0,k.kc_sl) as kc_sl" + " from (" +
-             partial_movement_detail::fromOpen(m).substr(std::string_view(" from ").size()) +
+             " as opensl,iif(k.kc_sl is null,0,k.kc_sl) as kc_sl from (" + partial_movement_detail::openTables(m) +
              compose(") left join jxc_kcsp k on k.g_sn=b.g_sn and k.ck_sn=c.{}", {s.warehouse}))
       .where(partial_movement_detail::conditions(m, wanted))
       .add(compose(" order by c.{},c.id,b.id", {s.date}));
@@ -189,13 +188,12 @@ Sql waitingSources(const PartialMovement& m, const OpenLines& wanted) {
   const DocumentPartner& partner = partnerOf(s);
   const std::string heads = compose("c.id,c.{},c.{},c.{},p.{},c.{},d.ck_name,c.u_sn,e.u_name,c.{}",
                                     {s.number, s.date, s.partner, partner.name, s.warehouse, s.note});
-  const std::string tables = partial_movement_detail::fromOpen(m).substr(std::string_view(" from ").size());
   Filter filter = partial_movement_detail::conditions(m, wanted);
   addWarehouseBinding(filter, "d.ck_asn");
   return Sql(compose("select c.id,c.{} as djh,c.{} as rq,c.{} as partner,p.{} as partner_name,c.{} as ck_sn,d.ck_name,"
                      "c.u_sn,e.u_name,c.{} as dnote,count(*) as openlines,sum(",
                      {s.number, s.date, s.partner, partner.name, s.warehouse, s.note}) +
-             openPieces(m, "b") + ") as opensl from (((" + tables +
+             openPieces(m, "b") + ") as opensl from (((" + partial_movement_detail::openTables(m) +
              compose(") left join {} p on c.{}=p.{}) left join jxc_ckxx d on c.{}=d.ck_sn) left join jxc_user e on "
                      "c.u_sn=e.u_sn",
                      {partner.table, s.partner, partner.key, s.warehouse}))
