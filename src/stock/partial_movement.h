@@ -23,13 +23,15 @@ struct PartialMovement {
   std::string_view quantity, moved, cancelled;
   std::string_view emptied;  // of the source's head: the day on which its last piece moved; empty: not kept
   int direction;             // +1 onto the shelf, −1 off it
-  bool testsShelf;           // what is not there does not go: refused or asked by parameter
   bool (*isInUse)();         // by parameter
   // words
-  std::u16string_view doing;                  // 入库
-  std::u16string_view sourceWord;             // 采购进货单, before the number of the source
-  std::u16string_view sourceDeed;             // 采购: "入库数量大于采购数量"
-  std::u16string_view auditLog, auditLogEnd;  // + number + "，共" + n + end; without an end the number alone
+  std::u16string_view shortRefusal, shortQuestion;  // what is not there does not go, by parameter; empty: not tested
+  std::u16string_view doing;                        // 入库
+  std::u16string_view sourceWord;                   // 采购进货单, before the number of the source
+  std::u16string_view sourceDeed;                   // 采购: "入库数量大于采购数量"
+  std::u16string_view auditLog, auditLogEnd;        // + number + "，共" + n + end; without an end the number alone
+
+  bool testsShelf() const { return !shortQuestion.empty(); }
 };
 
 namespace partial {

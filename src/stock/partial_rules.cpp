@@ -27,6 +27,8 @@ LineDescription descriptionOf(const PartialMovement& m) {
   return {.family = m.family,
           .priceIsTyped = false,
           .quantityRefusal = u"数量必须大于0！",
+          .shortRefusal = m.shortRefusal,
+          .shortQuestion = m.shortQuestion,
           .everyChangeIsTested = true,
           .repeats = Repeats::Never,
           .takesNewGoods = false};
@@ -64,19 +66,6 @@ bool PartialLines::mayTake(std::int64_t sourceLine, double pieces, Lines where, 
                    {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs,
                     Subject::Quantity}},
                   prompt);
-}
-
-bool PartialLines::stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
-                               PickingMemory* memory) const {
-  if (isTooMany(quantity, prompt)) return false;
-  if (!movement_.testsShelf || !isBeyondStock(goods, quantity, place.warehouse)) return true;
-  if (memory && memory->goesShort) return *memory->goesShort;
-  const QString doing = words(movement_.doing);
-  const bool goesShort = strIsTrue(session().cs_kc)
-                             ? prompt.ask(doing + u"数量大于库存数量，"_qs + doing + u"后库存会出现负数，继续吗？"_qs)
-                             : !refused({{true, doing + u"数量不能大于库存数量！"_qs, Subject::Quantity}}, prompt);
-  if (memory) memory->goesShort = goesShort;
-  return goesShort;
 }
 
 bool PartialLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const {
@@ -175,7 +164,7 @@ SaveResult PartialRules::save(const PartialDraft& draft, Prompt& prompt) const {
   return saveDocument(f,
                       {.number = draft.number,
                        .date = draft.date,
-                       .warehouse = movement_.testsShelf ? draft.warehouse : QString(),
+                       .warehouse = movement_.testsShelf() ? draft.warehouse : QString(),
                        .writeHead =
                            [&](const QString& number) {
                              const std::int64_t head = insertWaitingHead(f, draft, number);
@@ -207,7 +196,7 @@ std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const
   draft.note = head.text(s.note);
 
   // What is not there of it, by goods: asked about once for all.
-  if (movement_.testsShelf) {
+  if (movement_.testsShelf()) {
     std::map<QString, double> pieces;
     for (const Row row : open)
       pieces[row.text("g_sn")] += row.number("opensl");

@@ -27,8 +27,6 @@ class PartialLines final : public TableLines {
   Sql goodsToPick(const LinePlace& place, const PickFilter& filter) const override;
   bool mayStage(const QString& openLine, const LinePlace& place, Lines target, PickingMemory& memory,
                 Prompt& prompt) const override;
-  bool stockAllows(const QString& goods, double quantity, const LinePlace& place, Prompt& prompt,
-                   PickingMemory* memory = nullptr) const override;
   std::int64_t stageGoods(const QString& openLine, double quantity, const LinePlace& place, Lines target,
                           PickingMemory& memory, Prompt& prompt) const override;
 
