@@ -23,6 +23,14 @@ double openOf(const PartialMovement& m, std::int64_t sourceLine) {
                       sourceLine);
 }
 
+/// What a line may not take of `open` pieces; refused in the words of the kind.
+bool isBeyondOpen(const PartialMovement& m, double pieces, double open, Prompt& prompt) {
+  return refused({{pieces <= 0, u"数量必须大于0！"_qs, Subject::Quantity},
+                  {pieces - open >= 0.000001, words(m.doing) + u"数量不能大于"_qs + words(m.sourceDeed) + u"数量！"_qs,
+                   Subject::Quantity}},
+                 prompt);
+}
+
 LineDescription descriptionOf(const PartialMovement& m) {
   return {.family = m.family,
           .priceIsTyped = false,
@@ -60,24 +68,16 @@ bool PartialLines::mayTake(std::int64_t sourceLine, double pieces, Lines where, 
                            Prompt& prompt) const {
   // What is staged for the document is not on it yet.
   const double others = takenBy(movement_, number, sourceLine, where == Lines::Staging ? 0 : id);
-  const double open = partial_rules_detail::openOf(movement_, sourceLine) - others;
-  const QString doing = words(movement_.doing);
-  return !refused({{pieces <= 0, u"数量必须大于0！"_qs, Subject::Quantity},
-                   {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs,
-                    Subject::Quantity}},
-                  prompt);
+  return !partial_rules_detail::isBeyondOpen(movement_, pieces,
+                                             partial_rules_detail::openOf(movement_, sourceLine) - others, prompt);
 }
 
 bool PartialLines::mayWrite(const LineDraft& draft, const LinePlace& place, Prompt& prompt) const {
   // The dialog knows neither list nor id: what the line itself holds already is open to it.
   const double pieces = draft.amounts.quantity();
-  const double open = partial_rules_detail::openOf(movement_, draft.sourceLine);
-  const QString doing = words(movement_.doing);
-  return !refused({{draft.sourceLine == 0, changedMeanwhile({})},
-                   {pieces <= 0, u"数量必须大于0！"_qs, Subject::Quantity},
-                   {pieces - open >= 0.000001, doing + u"数量不能大于"_qs + words(movement_.sourceDeed) + u"数量！"_qs,
-                    Subject::Quantity}},
-                  prompt) &&
+  return !refused({{draft.sourceLine == 0, changedMeanwhile({})}}, prompt) &&
+         !partial_rules_detail::isBeyondOpen(movement_, pieces,
+                                             partial_rules_detail::openOf(movement_, draft.sourceLine), prompt) &&
          stockAllows(draft.goods, pieces, place, prompt);
 }
 
