@@ -220,11 +220,11 @@ std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const
 
 void PartialRules::followLines(PartialDraft& draft) const {
   const DocumentFamily &f = family(), &s = *movement_.source;
-  const RowSet source = openSelect(
-      compose("select top 1 c.{} as partner,c.{} as warehouse,c.u_sn from {} a,{} c where a.{}=c.{} and a.{}=? and "
-              "a.a_name=? and c.{}=1 order by a.id",
-              {s.partner, s.warehouse, f.lines, s.head, f.line.source, s.number, f.number, s.status}),
-      draft.number, session().a_name);
+  const RowSet source =
+      openSelect(compose("select top 1 c.{} as partner,c.{} as warehouse from {} a,{} c where a.{}=c.{} and a.{}=? and "
+                         "a.a_name=? and c.{}=1 order by a.id",
+                         {s.partner, s.warehouse, f.lines, s.head, f.line.source, s.number, f.number, s.status}),
+                 draft.number, session().a_name);
   if (source.isEmpty()) return;
   draft.partner = source.text(0, 0);
   draft.warehouse = source.text(0, 1);

@@ -52,7 +52,7 @@ class PartialRules final : public RulesOver<PartialDraft> {
   /// The source as a whole: what the draft had goes, all that is open of the source takes its place, with its partner,
   /// warehouse, salesperson and note. Nothing: refused, or the operator said no.
   std::optional<PartialDraft> takeWhole(const QString& source, const PartialDraft& current, Prompt& prompt) const;
-  /// A draft whose lines stand already takes partner, and where it has none warehouse, from their source: after a scan,
+  /// A draft whose lines stand already takes partner and warehouse from their source: after a scan,
   /// and when it comes back after the program was cut off.
   void followLines(PartialDraft& draft) const;
 

@@ -44,8 +44,12 @@ PartialScreen::PartialScreen(const PartialScreenSpec& spec)
 // ---- the document ------------------------------------------------------------------------------------------------
 
 void PartialScreen::showDraft() {
-  partner.setPicked({partnerName(partnerSide(rules().family().side), draft().partner), draft().partner});
+  showPartner();
   DocumentScreenOver::showDraft();
+}
+
+void PartialScreen::showPartner() {
+  partner.setPicked({partnerName(partnerSide(rules().family().side), draft().partner), draft().partner});
 }
 
 void PartialScreen::collect() {
@@ -59,7 +63,7 @@ void PartialScreen::linesChanged() {
   DocumentScreenOver::linesChanged();
   if (!gridLines.isEmpty() && partner.key().isEmpty()) {
     rules().followLines(draft());
-    partner.setPicked({partnerName(partnerSide(rules().family().side), draft().partner), draft().partner});
+    showPartner();
   }
   partner.setReadOnly(!gridLines.isEmpty());
   comCk.setReadOnly(!gridLines.isEmpty());

@@ -44,6 +44,7 @@ class PartialScreen : public DocumentScreenOver<partial::PartialDraft, partial::
   void addOld() override;
 
  private:
+  void showPartner();
   void showOpenLines();
   /// The current source as a whole into the first panel.
   void takeWhole();
