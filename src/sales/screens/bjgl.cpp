@@ -1,4 +1,5 @@
 // 报价管理: prices promised to customers and offered by suppliers, a tab each.
+#include "masterdata/partners.h"
 #include "masterdata/quotations.h"
 #include "masterdata/screens/partner_picker.h"
 #include "masterdata/screens/partner_text.h"
@@ -52,10 +53,7 @@ struct Quoted {
        .leads = {.command = isCustomer ? "btn_Modi1" : "btn_Modi2"}}};
 
   static bool add(const Criteria& criteria, Prompt&) {
-    const auto& side = partnerSide(Side);
-    const QString name =
-        lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), criteria.partner);
-    return addQuotations<Side>(criteria.partner, name);
+    return addQuotations<Side>(criteria.partner, partnerName(partnerSide(Side), criteria.partner));
   }
   static bool change(const Row& row, Prompt&) { return changeQuotation<Side>(row); }
   static bool remove(const Row& row, Prompt& prompt) {
