@@ -116,7 +116,7 @@ class OpeningLines final : public ManyLines {
     LineDraft line;
     line.goods = goods;
     line.warehouse = place.warehouse;
-    line.amounts.setPrice(lookupNumber("select g_jj from jxc_goods where g_sn=?", goods));
+    line.amounts.setPrice(proposedCost(goods));
     return line;
   }
   QuantityRange quantities() const override { return {.zero = true}; }
@@ -209,6 +209,14 @@ Sql goodsToEnter(const QString& warehouse, const PickFilter& wanted) {
   addGoodsConditions(filter, goodsFilterOf(wanted));
   filter.add("a.g_sn not in (select g_sn from jxc_kcsp where ck_sn=?)", warehouse);
   return Sql("select a.*,0 as kc_sl from jxc_goods a").where(filter).add(" order by a.g_sn");
+}
+
+double proposedCost(const QString& goods) {
+  return lookupNumber("select g_jj from jxc_goods where g_sn=?", goods);
+}
+
+double costOfBalance(std::int64_t id) {
+  return lookupNumber("select kc_cbj from jxc_kcsp where id=?", id);
 }
 
 bool enter(const Entry& entry, Prompt& prompt) {

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <optional>
 
 namespace jxc::opening_stock {
@@ -21,6 +22,11 @@ struct Entry {
 Sql balances(const QString& warehouse, const QString& typed, const QString& classNumber);
 /// Goods that the warehouse does not know yet: those that can be entered.
 Sql goodsToEnter(const QString& warehouse, const PickFilter& wanted);
+
+/// Yuan a unit, for the forms: the lists show none to who may not see cost. What entering proposes is what the goods is
+/// bought for; what a row of `balances` stands at.
+double proposedCost(const QString& goods);
+double costOfBalance(std::int64_t id);
 
 /// Enters a goods that the warehouse does not know. A quantity of 0 is one, and the goods is known there afterwards.
 /// The cost becomes the goods' purchase price and average. False: refused.

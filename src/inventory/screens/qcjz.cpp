@@ -82,7 +82,7 @@ class TF_Qcjz_Add : public ui::Screen {
     corrected_ = row.text("g_sn");
     field("tname").setText(corrected_ + u' ' + row.text("g_name"));
     field("tsl").setNumber(row.number("kc_sl"));
-    cost_ = lookupNumber("select kc_cbj from jxc_kcsp where id=?", row.integer("id"));
+    cost_ = opening_stock::costOfBalance(row.integer("id"));
     field("tcbj").setNumber(cost_);
     return showModal();
   }
@@ -117,7 +117,7 @@ class TF_Qcjz_Add : public ui::Screen {
   void propose() {
     if (!corrected_.isEmpty()) return;
     // Asked anew: the list has no cost for who may not see it.
-    cost_ = lookupNumber("select g_jj from jxc_goods where g_sn=?", grid("gridGoods").currentText("g_sn"));
+    cost_ = opening_stock::proposedCost(grid("gridGoods").currentText("g_sn"));
     field("tcbj").setNumber(cost_);
   }
   /// Who may not see cost types none: it stays what it is.
