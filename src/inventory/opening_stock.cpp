@@ -78,9 +78,9 @@ std::optional<QString> cannotChange(const QString& goods, const QString& warehou
 }
 
 bool isWrong(const Entry& entry, Prompt& prompt) {
-  return refused({{entry.warehouse.isEmpty(), u"请选择仓库！"_qs},
+  return refused({{entry.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
                   warehouseGone(entry.warehouse),
-                  {entry.quantity < 0, u"期初数量不能为负数！"_qs},
+                  {entry.quantity < 0, u"期初数量不能为负数！"_qs, Subject::Quantity},
                   {entry.cost < 0 || entry.cost >= kDearest, u"成本价不正确，请重新输入！"_qs}},
                  prompt) ||
          isTooMany(entry.quantity, prompt);

@@ -300,10 +300,7 @@ class TF_Qcjz : public ui::Screen {
   LinePlace place() { return {.date = clock::today(), .warehouse = warehouse()}; }
 
   void entering(const std::function<bool()>& way) {
-    if (warehouse().isEmpty()) {
-      prompt().notice(u"请选择仓库！"_qs);
-      return;
-    }
+    if (refused({{warehouse().isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse}}, prompt())) return;
     if (way()) list().reload();
     tree_->reload();  // a range of lenses may have been made on the way
   }
