@@ -14,7 +14,6 @@
 namespace jxc::opening_stock {
 namespace opening_stock_detail {
 
-constexpr double kDearest = 1e9;  // yuan a unit: beyond it a barcode was taken for a price
 constexpr char16_t kKnown[] = u"该仓库已有该商品，可以修改其数量和成本价！";
 constexpr char kGoods[] = "select g_sn,g_name,g_jm,dw_name,gg_name,color_name,g_bz,g_jj from jxc_goods";
 

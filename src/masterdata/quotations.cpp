@@ -14,7 +14,6 @@
 namespace jxc::quotations {
 namespace quotations_detail {
 
-constexpr double kDearest = 1e9;  // yuan a unit: beyond it a barcode was taken for a price
 constexpr qsizetype kNoteWidth = 200;
 
 /// The columns of the table of one side.

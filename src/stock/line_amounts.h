@@ -61,6 +61,8 @@ struct LineRoundings {
 double roundedQuantity(double units);
 /// No line has so many units: what was typed is a barcode or a price.
 inline constexpr double kTooMany = 1e8;
+/// Yuan a unit: from it on a barcode was taken for a price.
+inline constexpr double kDearest = 1e9;
 
 /// Quantities that a line may have beside those above zero.
 struct QuantityRange {

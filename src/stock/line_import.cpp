@@ -19,7 +19,6 @@ constexpr char16_t kName[] = u"商品名称";
 constexpr char16_t kQuantity[] = u"数量";
 constexpr char16_t kProduced[] = u"生产日期";
 constexpr char16_t kNote[] = u"备注";
-constexpr double kDearest = 1e9;  // yuan a unit: beyond it a barcode was taken for a price
 
 /// The columns of a sheet by their names; blanks and marks around a name do not count.
 class Columns {
