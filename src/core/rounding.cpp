@@ -12,6 +12,10 @@ double roundEps(double value, int digits) {
   return roundDecimals(value + 0.000000001, std::clamp(digits, 0, 6));
 }
 
+std::string roundedExpression(const std::string& expression, int digits) {
+  return "round(" + expression + "+0.000000001," + std::to_string(digits) + ")";
+}
+
 int moneyDigits() {
   return session().xswsDigits;
 }

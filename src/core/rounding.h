@@ -1,6 +1,8 @@
 // 舍入: the one rounding of money, price and quantity, and the digits that the parameters set.
 #pragma once
 
+#include <string>
+
 namespace jxc {
 
 /// Adds 0.000000001, then rounds half away from zero to `digits` (0..6) decimals: exactly what `round(x+0.000000001,n)`
@@ -8,6 +10,8 @@ namespace jxc {
 /// below zero a double cannot hold the billionth, and halves go away from zero again. Never -0. Infinite and undefined
 /// values come back as they are.
 double roundEps(double value, int digits);
+/// The same of an expression of a statement.
+std::string roundedExpression(const std::string& expression, int digits);
 
 int moneyDigits();     // money and unit price: cs_xsws
 int quantityDigits();  // quantities: cs_cbjs

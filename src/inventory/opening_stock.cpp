@@ -161,10 +161,9 @@ bool removeOne(const QString& warehouse, const QString& goods, QStringList& refu
     refusals << refusalWords(goods, number, u"不能删除！"_qs);
     return false;
   }
-  const RowSet balance =
-      openSelect("select sum(kc_sl) as sl,sum(round(kc_sl*kc_cbj+0.000000001," + std::to_string(totalDigits()) +
-                     ")) as zje,count(*) as gs from jxc_kcsp where g_sn=? and ck_sn=?",
-                 goods, warehouse);
+  const RowSet balance = openSelect("select sum(kc_sl) as sl,sum(" + roundedExpression("kc_sl*kc_cbj", totalDigits()) +
+                                        ") as zje,count(*) as gs from jxc_kcsp where g_sn=? and ck_sn=?",
+                                    goods, warehouse);
   if (balance.isEmpty() || balance.front().integer("gs") == 0) return false;  // gone at another station
   const double quantity = balance.front().number("sl"), value = balance.front().number("zje");
   writeLog(u"删除期初建账商品数据商品编号：%1，商品名称：%2，操作员：%3，仓库编号：%4，库存数量：%5"_qs.arg(
@@ -195,9 +194,9 @@ Sql balances(const QString& warehouse, const QString& typed, const QString& clas
   addGoodsConditions(filter, {.key = typed, .classNumber = classNumber, .withDisabled = true});
   filter.add("a.g_sn<>'00000000'").add("k.ck_sn=?", warehouse);
   return Sql("select k.id,a.g_sn,a.g_name,a.g_qgd,a.g_sgd,c.gc_name,a.gg_name,a.color_name,a.dw_name,a.g_sptm,k.kc_sl,"
-             "k.kc_cbj,round(k.kc_sl*k.kc_cbj+0.000000001," +
-             std::to_string(totalDigits()) +
-             ") as kczje from (jxc_kcsp k inner join jxc_goods a on k.g_sn=a.g_sn) left join jxc_goodsclass c on "
+             "k.kc_cbj," +
+             roundedExpression("k.kc_sl*k.kc_cbj", totalDigits()) +
+             " as kczje from (jxc_kcsp k inner join jxc_goods a on k.g_sn=a.g_sn) left join jxc_goodsclass c on "
              "a.gc_sn=c.gc_sn")
       .where(filter)
       .add(" order by a.g_sn");

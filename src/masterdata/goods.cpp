@@ -225,9 +225,9 @@ Sql goodsListStatement(const GoodsFilter& wanted) {
              "a.id,a.g_sn,a.g_name,a.g_jm,a.g_sptm,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.gc_sn,b.gc_name,a.g_"
              "kc,"
              "a.g_jj,a.g_sj,a.g_sj1,a.g_sj2,a.g_sj3,a.g_sj4,a.g_sj5,a.g_lsj,a.g_scjj,a.g_pjjj,a.g_zdkc,a.g_qc,a.g_qgd,"
-             "a.g_sgd,a.g_gdcbj,a.g_iszp,a.g_jy,a.g_isjp,a.g_sccs,a.g_bz,round(g_kc/"
-             "iif(g_zhxs=0,1,g_zhxs)+0.000000001," +
-             std::to_string(quantityDigits()) + ") as fzkc from jxc_goods a,jxc_goodsclass b")
+             "a.g_sgd,a.g_gdcbj,a.g_iszp,a.g_jy,a.g_isjp,a.g_sccs,a.g_bz," +
+             roundedExpression("g_kc/iif(g_zhxs=0,1,g_zhxs)", quantityDigits()) +
+             " as fzkc from jxc_goods a,jxc_goodsclass b")
       .where(filter)
       .add(" order by a.g_sn");
 }

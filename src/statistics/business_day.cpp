@@ -82,9 +82,9 @@ class Figures {
     filter.add("b.g_jy=0").add("b.g_sn<>'00000000'");
     warehouses_.restrict(filter, "a.ck_sn");
     const std::string value = "sum(a.kc_sl*a.kc_cbj)";
-    return add(Sql("select " + sumOf("a.kc_sl", "kcsl") + ",iif(" + value + " is null,0,round(" + value +
-                   "+0.000000001," + std::to_string(totalDigits()) +
-                   ")) as kcje from jxc_kcsp a inner join jxc_goods b on a.g_sn=b.g_sn")
+    return add(Sql("select " + sumOf("a.kc_sl", "kcsl") + ",iif(" + value + " is null,0," +
+                   roundedExpression(value, totalDigits()) +
+                   ") as kcje from jxc_kcsp a inner join jxc_goods b on a.g_sn=b.g_sn")
                    .where(filter));
   }
 

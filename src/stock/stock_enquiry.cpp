@@ -9,10 +9,6 @@
 namespace jxc {
 namespace stock_enquiry_detail {
 
-std::string rounded(const std::string& expression, int digits) {
-  return "round(" + expression + "+0.000000001," + std::to_string(digits) + ")";
-}
-
 /// Only these six become part of the statement; the quantity is bound.
 std::string_view comparisonSign(const QString& typed) {
   static constexpr std::array<std::string_view, 6> signs{"=", ">=", "<=", "<>", ">", "<"};
@@ -27,8 +23,8 @@ Sql balances(const Criteria& criteria, const Warehouses& warehouses) {
   Filter filter;
   if (!criteria.warehouse.isEmpty()) {
     warehouses.restrict(filter, "ck_sn");
-    return Sql("select g_sn,kc_sl as kcsl,kc_zsl as kczsl,kc_xssl as xssl," + rounded("kc_cbj", moneyDigits()) +
-               " as ckcb,0 as zje from jxc_kcsp")
+    return Sql("select g_sn,kc_sl as kcsl,kc_zsl as kczsl,kc_xssl as xssl," +
+               roundedExpression("kc_cbj", moneyDigits()) + " as ckcb,0 as zje from jxc_kcsp")
         .where(filter);
   }
   filter.add("x.ck_sn=y.ck_sn").add("g_sn<>'00000000'");
@@ -57,15 +53,16 @@ Filter conditions(const Criteria& criteria) {
 Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace stock_enquiry_detail;
   // Over all warehouses the cost is weighted by book stock; goods without any keep the catalogue's average.
-  const std::string cost = criteria.warehouse.isEmpty()
-                               ? "iif(b.kczsl<>0,abs(" + rounded("b.zje/b.kczsl", moneyDigits()) + "),a.g_pjjj)"
-                               : "b.ckcb";
+  const std::string cost =
+      criteria.warehouse.isEmpty()
+          ? "iif(b.kczsl<>0,abs(" + roundedExpression("b.zje/b.kczsl", moneyDigits()) + "),a.g_pjjj)"
+          : "b.ckcb";
   // Not every column of the goods: what they were bought for stands among them.
   return Sql("select a.id,a.g_sn,a.g_name,a.g_jm,a.gc_sn,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.g_zhxs,"
              "a.g_qgd,a.g_sgd,a.g_sptm,a.g_sccs,a.g_bz,a.g_zdkc,a.ghs_sn,a.g_jy,a.g_scjj,a.g_sj,c.gc_name,b.kcsl,b."
              "kczsl,b.xssl," +
-             cost + " as cbjj," + rounded("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," +
-             rounded("cbjj*b.kcsl", moneyDigits()) +
+             cost + " as cbjj," + roundedExpression("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," +
+             roundedExpression("cbjj*b.kcsl", moneyDigits()) +
              " as kczje,a.g_sj*b.kcsl as xszje from jxc_goods a,jxc_goodsclass c,(")
       .add(balances(criteria, warehouses))
       .add(") b")

@@ -41,7 +41,7 @@ double valueOf(double difference, double cost) {
 std::string valueExpression(std::string_view difference, std::string_view cost) {
   const std::string value = std::string("(").append(difference).append(")*").append(cost);
   if (!strIsTrue(session().cs_zjews)) return value;
-  return "iif(" + value + "<0,-1,1)*round(abs(" + value + ")+0.000000001," + std::to_string(totalDigits()) + ")";
+  return "iif(" + value + "<0,-1,1)*" + roundedExpression("abs(" + value + ")", totalDigits());
 }
 
 std::optional<QString> tooLateToSave(const QString& number, const QString& warehouse, const QString& date) {
