@@ -28,7 +28,7 @@ using bench::shopWith;
 QString openSource(const PartialMovement& m, const QString& date, int seed) {
   const DocumentFamily& s = *m.source;
   const QString number = bench::waitingDocument(m.source == &families::sale, date, linesOfDocument, seed);
-  execSql(compose("update {} set {}=0 where {}=?", {s.lines, m.moved, s.number}), number);
+  execSql(compose("update {} set {}=0 where {}=?", {s.lines, m.moved(), s.number}), number);
   execSql(compose("update {} set {}=0 where {}=?", {s.head, s.allMoved, s.number}), number);
   bench::YesPrompt yes;
   if (checkDj(s, number, yes) != AuditOutcome::Audited) throw std::runtime_error("no source");

@@ -138,8 +138,8 @@ void proveParts(Books& books) {
     const std::string sql = compose(
         "select a.{} as djh,a.g_sn,a.{} as moved,x.sl from (select b.{} as lid,b.g_sn,sum(b.{}) as sl from {} "
         "b,{} c where b.{}=c.{} and c.{}=1 group by b.{},b.g_sn) x,{} a where a.{}=x.lid and a.g_sn=x.g_sn",
-        {s.number, m->moved, f.line.sourceLine, f.line.columns->quantity, f.lines, f.head, f.number, f.number, f.status,
-         f.line.sourceLine, s.lines, s.line.link});
+        {s.number, m->moved(), f.line.sourceLine, f.line.columns->quantity, f.lines, f.head, f.number, f.number,
+         f.status, f.line.sourceLine, s.lines, s.line.link});
     for (const Row row : books.select(sql))
       if (!sameAmount(row.number("moved"), row.number("sl")))
         books.findings.add(Kind::PartsDiffer, [&] {

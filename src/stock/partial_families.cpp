@@ -1,7 +1,5 @@
 // 分批收发单据族: the records of putaway and issue, and what each of them moves.
 #include "accounts/partner_ledger.h"
-#include "core/session.h"
-#include "core/text.h"
 #include "stock/partial_movement.h"
 
 namespace jxc {
@@ -31,12 +29,8 @@ constexpr PartialMovement putaway = {
     .family = &families::putaway,
     .source = &families::purchaseReceipt,
     .back = &families::purchaseReturn,
-    .quantity = "jh_sl",
-    .moved = "jh_rksl",
-    .cancelled = "jh_qxsl",
     .emptied = "",
     .direction = 1,
-    .isInUse = [] { return strIsTrue(session().cs_sprk); },
     .shortRefusal = u"",
     .shortQuestion = u"",
     .doing = u"入库",
@@ -50,12 +44,8 @@ constexpr PartialMovement issue = {
     .family = &families::issue,
     .source = &families::sale,
     .back = &families::saleReturn,
-    .quantity = "ls_sl",
-    .moved = "ls_cksl",
-    .cancelled = "ls_qxsl",
     .emptied = "ls_ckrq",
     .direction = -1,
-    .isInUse = [] { return strIsTrue(session().cs_spck); },
     .shortRefusal = u"出库数量不能大于库存数量！",
     .shortQuestion = u"出库数量大于库存数量，出库后库存会出现负数，继续吗？",
     .doing = u"出库",

@@ -128,9 +128,9 @@ void undo(const PartialMovement& m, const Head& head) {
   const Moves moves = movesIn(askMoves(m, head.number).rows());
   moveGoods(moves.goods, head, -m.direction);
   for (const auto& [line, pieces] : moves.lines)
-    postSql(
-        compose("update {} set {}=iif({}<?,0,{}-(?)) where {}=?", {s.lines, m.moved, m.moved, m.moved, s.line.link}),
-        pieces, pieces, line);
+    postSql(compose("update {} set {}=iif({}<?,0,{}-(?)) where {}=?",
+                    {s.lines, m.moved(), m.moved(), m.moved(), s.line.link}),
+            pieces, pieces, line);
   for (const QString& source : moves.sources)
     postSql(compose("update {} set {}=0", {s.head, s.allMoved}) +
                 (m.emptied.empty() ? std::string() : compose(",{}=''", {m.emptied})) +
@@ -151,14 +151,14 @@ const PartialMovement* behind(const DocumentFamily& source) {
 
 std::string isOpen(const PartialMovement& m, std::string_view line) {
   const std::string a(line);
-  return compose("{}>{}+{}", {a + '.' + std::string(m.quantity), a + '.' + std::string(m.moved),
-                              a + '.' + std::string(m.cancelled)});
+  return compose("{}>{}+{}", {a + '.' + std::string(m.quantity()), a + '.' + std::string(m.moved()),
+                              a + '.' + std::string(m.cancelled())});
 }
 
 std::string openPieces(const PartialMovement& m, std::string_view line) {
   const std::string a(line);
-  return compose("({}-{}-{})", {a + '.' + std::string(m.quantity), a + '.' + std::string(m.moved),
-                                a + '.' + std::string(m.cancelled)});
+  return compose("({}-{}-{})", {a + '.' + std::string(m.quantity()), a + '.' + std::string(m.moved()),
+                                a + '.' + std::string(m.cancelled())});
 }
 
 std::string giftMark(const DocumentFamily& f, std::string_view line) {
@@ -176,7 +176,7 @@ Sql openLines(const PartialMovement& m, const OpenLines& wanted) {
   return Sql(compose("select b.id,b.{} as lid,c.{} as djh,c.{} as rq,c.{} as partner,c.ck_sn,b.g_sn,",
                      {s.line.link, s.number, s.date, s.partner}) +
              "a.g_name & " + gift + " as g_name,a.g_jm,a.gg_name,a.color_name,a.dw_name,a.g_sptm," +
-             compose("b.{} as sl,b.{} as movedsl,", {m.quantity, m.moved}) + openPieces(m, "b") +
+             compose("b.{} as sl,b.{} as movedsl,", {m.quantity(), m.moved()}) + openPieces(m, "b") +
              " as opensl,iif(k.kc_sl is null,0,k.kc_sl) as kc_sl from (" + partial_movement_detail::openTables(m) +
              compose(") left join jxc_kcsp k on k.g_sn=b.g_sn and k.ck_sn=c.{}", {s.warehouse}))
       .where(partial_movement_detail::conditions(m, wanted))
@@ -228,7 +228,7 @@ std::optional<QString> standsAgainst(const PartialMovement& m, const QString& nu
           "where {}=? and g_sn<>'00000000' group by {},{},g_sn) x,{} a where a.{}=x.lid and a.g_sn=x.g_sn and "
           "a.{}=x.djh and a.{}<a.{}+a.{}+x.sl-0.0000001 order by x.firstid",
           {f.line.source, f.line.sourceLine, quantity, f.lines, f.number, f.line.source, f.line.sourceLine, s.lines,
-           s.line.link, s.number, m.quantity, m.moved, m.cancelled}),
+           s.line.link, s.number, m.quantity(), m.moved(), m.cancelled()}),
       number);
   const RowSet &gone = askedGone.rows(), &over = askedOver.rows();
   if (!gone.isEmpty())
@@ -248,7 +248,7 @@ void post(const PartialMovement& m, const QString& number) {
   const std::optional<Head> head = headIn(m, asked.rows());
   moveGoods(moves.goods, *head, m.direction);
   for (const auto& [line, pieces] : moves.lines)
-    postSql(compose("update {} set {}={}+(?) where {}=?", {s.lines, m.moved, m.moved, s.line.link}), pieces, line);
+    postSql(compose("update {} set {}={}+(?) where {}=?", {s.lines, m.moved(), m.moved(), s.line.link}), pieces, line);
   writeLog(words(m.auditLog) + number +
            (m.auditLogEnd.empty() ? QString() : u"，共%1"_qs.arg(moves.count) + words(m.auditLogEnd)));
   for (const QString& source : moves.sources)

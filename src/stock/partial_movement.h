@@ -19,11 +19,8 @@ struct PartialMovement {
   const DocumentFamily* family;  // putaway, issue
   const DocumentFamily* source;  // receipt, sale
   const DocumentFamily* back;    // the return that closes a rest which never comes, or never goes
-  // Of a line of the source, in pieces: what it is of, what has moved, what never will. Open is what is left of it.
-  std::string_view quantity, moved, cancelled;
-  std::string_view emptied;  // of the source's head: the day on which its last piece moved; empty: not kept
-  int direction;             // +1 onto the shelf, −1 off it
-  bool (*isInUse)();         // by parameter
+  std::string_view emptied;      // of the source's head: the day on which its last piece moved; empty: not kept
+  int direction;                 // +1 onto the shelf, −1 off it
   // words
   std::u16string_view shortRefusal, shortQuestion;  // what is not there does not go, by parameter; empty: not tested
   std::u16string_view doing;                        // 入库
@@ -31,6 +28,11 @@ struct PartialMovement {
   std::u16string_view sourceDeed;                   // 采购: "入库数量大于采购数量"
   std::u16string_view auditLog, auditLogEnd;        // + number + "，共" + n + end; without an end the number alone
 
+  // Of a line of the source, in pieces: what it is of, what has moved, what never will. Open is what is left of it.
+  std::string_view quantity() const { return source->line.columns->quantity; }
+  std::string_view moved() const { return source->line.columns->moved; }
+  std::string_view cancelled() const { return source->line.closed; }
+  bool isInUse() const { return source->line.columns->movedLater(); }  // by parameter
   bool testsShelf() const { return !shortQuestion.empty(); }
 };
 

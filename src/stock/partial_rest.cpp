@@ -34,8 +34,8 @@ struct Parts {
 LineFigures openPart(const PartialMovement& m, const Row& row, const AmountRules& rules) {
   const DocumentFamily& s = *m.source;
   LineFigures part = readFigures(row, *s.line.columns);
-  const double pieces = row.number(m.quantity) - row.number(m.moved) - row.number(m.cancelled);
-  const bool isWhole = row.number(m.moved) == 0 && row.number(m.cancelled) == 0;
+  const double pieces = row.number(m.quantity()) - row.number(m.moved()) - row.number(m.cancelled());
+  const bool isWhole = row.number(m.moved()) == 0 && row.number(m.cancelled()) == 0;
   part.quantity = pieces;
   if (!s.line.gift.empty() && !row.text(s.line.gift).isEmpty()) {
     part.price = part.taxedPrice = part.net = part.taxAmount = part.total = 0;
@@ -152,7 +152,7 @@ QString writeReturn(const PartialMovement& m, const Row& head, const Parts& part
 void closeLines(const PartialMovement& m, const QString& source) {
   const DocumentFamily& s = *m.source;
   postSql(compose("update {} set {}={}-{} where {}=? and {}>{}+{}",
-                  {s.lines, m.cancelled, m.quantity, m.moved, s.number, m.quantity, m.moved, m.cancelled}),
+                  {s.lines, m.cancelled(), m.quantity(), m.moved(), s.number, m.quantity(), m.moved(), m.cancelled()}),
           source);
   postSql(compose("update {} set {}=1 where {}=?", {s.head, s.allMoved, s.number}), source);
 }
@@ -227,7 +227,7 @@ QString restReturnOf(const PartialMovement& m, const QString& source) {
       compose("select top 1 c.{} from {} a,{} b,{} c where a.{}=b.{} and a.g_sn=b.g_sn and b.{}=c.{} and c.{}=1 and "
               "a.{}>0 and a.{}=? order by a.id",
               {back.number, s.lines, back.lines, back.head, s.line.link, back.line.link, back.number, back.number,
-               back.status, m.cancelled, s.number}),
+               back.status, m.cancelled(), s.number}),
       source);
 }
 
