@@ -100,6 +100,18 @@ void moveGoods(const std::map<QString, double>& goods, const Head& head, int dir
               direction * goods.at(*sn), getGoodsCost(*sn, head.warehouse, head.date), *sn, head.warehouse);
 }
 
+/// The head of a source says whether something of it is open.
+void refreshFlag(const PartialMovement& m, const QString& source, const QString& day) {
+  const DocumentFamily& s = *m.source;
+  const std::string where =
+      compose(" where {}=? and not exists (select b.id from {} b where b.{}=? and ", {s.number, s.lines, s.number}) +
+      isOpen(m, "b") + ")";
+  if (m.emptied.empty())
+    postSql(compose("update {} set {}=1", {s.head, s.allMoved}) + where, source, source);
+  else
+    postSql(compose("update {} set {}=1,{}=?", {s.head, s.allMoved, m.emptied}) + where, day, source, source);
+}
+
 /// A return that closed the rest of a line that this document moved a part of.
 std::optional<QString> returnBehind(const PartialMovement& m, const QString& number) {
   const DocumentFamily &f = *m.family, &back = *m.back;
@@ -254,17 +266,6 @@ void post(const PartialMovement& m, const QString& number) {
   for (const QString& source : moves.sources)
     refreshFlag(m, source, head->date);
   refreshMonthStock(head->warehouse, head->date.left(7));
-}
-
-void refreshFlag(const PartialMovement& m, const QString& source, const QString& day) {
-  const DocumentFamily& s = *m.source;
-  const std::string where =
-      compose(" where {}=? and not exists (select b.id from {} b where b.{}=? and ", {s.number, s.lines, s.number}) +
-      isOpen(m, "b") + ")";
-  if (m.emptied.empty())
-    postSql(compose("update {} set {}=1", {s.head, s.allMoved}) + where, source, source);
-  else
-    postSql(compose("update {} set {}=1,{}=?", {s.head, s.allMoved, m.emptied}) + where, day, source, source);
 }
 
 bool takeBack(const PartialMovement& m, const QString& number, Prompt& prompt, CancelMode mode) {

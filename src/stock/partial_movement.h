@@ -81,8 +81,5 @@ void post(const PartialMovement& movement, const QString& number);
 /// Takes them back. False: refused.
 bool takeBack(const PartialMovement& movement, const QString& number, Prompt& prompt, CancelMode mode);
 
-/// The head of a source says whether something of it is open.
-void refreshFlag(const PartialMovement& movement, const QString& source, const QString& day);
-
 }  // namespace partial
 }  // namespace jxc
