@@ -4,6 +4,7 @@
 #include "core/defaults.h"
 #include "core/posting.h"
 #include "core/session.h"
+#include "stock/internal_documents.h"
 #include "stock/ledger.h"
 #include "stock/ledger_rows.h"
 
@@ -51,8 +52,7 @@ void beginStock(const OpeningPlace& place, const Row& goods, double quantity, do
 void addToMonth(const QString& warehouse, double quantity, double value) {
   const QString month = clock::month();
   ensureStockRows(month);
-  postSql("update jxc_kcjs set js_sl=js_sl+?,js_zje=js_zje+? where js_rq=? and ck_sn=?", quantity, value, month,
-          warehouse);
+  internal_documents::addToMonth(warehouse, month, quantity, value);
 }
 
 }  // namespace jxc
