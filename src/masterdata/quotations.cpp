@@ -102,16 +102,11 @@ Sql list(const PartnerSide& side, const Criteria& criteria) {
       .add(" order by a.id");
 }
 
-std::optional<double> last(const PartnerSide& side, const QString& partner, const QString& goods) {
-  const RowSet found = openSelect(compose("select top 1 {} from {} where g_sn=? and {}=? order by id desc",
-                                          {quotations_detail::columnsOf(side).price, side.quotes, side.sn}),
-                                  goods, partner);
-  if (found.isEmpty()) return {};
-  return found.number(0, 0);
-}
-
 double proposed(const PartnerSide& side, const QString& partner, const QString& goods) {
-  if (const auto known = last(side, partner, goods)) return *known;
+  const RowSet last = openSelect(compose("select top 1 {} from {} where g_sn=? and {}=? order by id desc",
+                                         {quotations_detail::columnsOf(side).price, side.quotes, side.sn}),
+                                 goods, partner);
+  if (!last.isEmpty()) return last.number(0, 0);
   return lookupNumber(compose("select {} from jxc_goods where g_sn=?", {side.isCustomer() ? "g_sj" : "g_jj"}), goods);
 }
 

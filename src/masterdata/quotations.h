@@ -19,9 +19,7 @@ inline constexpr NoWarehouse kOfTheShop{"a price is promised by the shop, whiche
 /// name of the partner, note.
 Sql list(const PartnerSide& side, const Criteria& criteria);
 
-/// The price that counts, yuan; nothing without a quotation.
-std::optional<double> last(const PartnerSide& side, const QString& partner, const QString& goods);
-/// What a new one begins with: the price that counts, else the preset sale or purchase price.
+/// What a new one begins with, yuan: the price that counts, else the preset sale or purchase price.
 double proposed(const PartnerSide& side, const QString& partner, const QString& goods);
 
 /// Goods to quote.
