@@ -65,6 +65,31 @@ RowSet headOf(const PartialMovement& m, const QString& source) {
   return openSelect(compose("select * from {} where {}=1 and {}=? order by id", {s.head, s.status, s.number}), source);
 }
 
+/// Where the money of a closed rest goes: back through the account, or onto the partner's. In yuan.
+struct RestMoney {
+  double due = 0;      // of the open pieces, with tax
+  double payable = 0;  // of it what was paid for the source: no more can come back in cash
+  // The source was settled as paid: its rest goes back as cash unless the operator wills otherwise.
+  bool follows = true;
+  QString account;
+  bool operator==(const RestMoney&) const = default;
+};
+RestMoney restMoney(const PartialMovement& m, const QString& source) {
+  const DocumentFamily& s = *m.source;
+  RestMoney rest;
+  const RowSet heads = headOf(m, source);
+  if (heads.isEmpty()) return rest;
+  const Row head = heads.front();
+  double due = 0;
+  for (const LineFigures& each : openPartsOf(m, source).figures)
+    due += each.total;
+  rest.due = roundEps(due, AmountRules::current().amountDigits());
+  rest.payable = backAtMost(rest.due, head.number(s.paid) + head.number(s.collected));
+  rest.follows = head.integer(s.settlement) == static_cast<int>(Settlement::AtPaidAmount);
+  rest.account = head.text(s.account);
+  return rest;
+}
+
 QString money(double yuan) {
   return QString::number(roundEps(yuan, AmountRules::current().amountDigits()), 'f',
                          AmountRules::current().amountDigits());
@@ -157,28 +182,7 @@ void closeLines(const PartialMovement& m, const QString& source) {
   postSql(compose("update {} set {}=1 where {}=?", {s.head, s.allMoved, s.number}), source);
 }
 
-bool isSame(const RestMoney& a, const RestMoney& b) {
-  return a.due == b.due && a.payable == b.payable && a.account == b.account && a.follows == b.follows;
-}
-
 }  // namespace partial_rest_detail
-
-RestMoney restMoney(const PartialMovement& m, const QString& source) {
-  using namespace partial_rest_detail;
-  const DocumentFamily& s = *m.source;
-  RestMoney rest;
-  const RowSet heads = headOf(m, source);
-  if (heads.isEmpty()) return rest;
-  const Row head = heads.front();
-  double due = 0;
-  for (const LineFigures& each : openPartsOf(m, source).figures)
-    due += each.total;
-  rest.due = roundEps(due, AmountRules::current().amountDigits());
-  rest.payable = backAtMost(rest.due, head.number(s.paid) + head.number(s.collected));
-  rest.follows = head.integer(s.settlement) == static_cast<int>(Settlement::AtPaidAmount);
-  rest.account = head.text(s.account);
-  return rest;
-}
 
 std::optional<QString> closeRest(const PartialMovement& m, const QString& source, Prompt& prompt) {
   using namespace partial_rest_detail;
@@ -205,7 +209,7 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
     // Goods may have come, gone or been sold while the questions stood: what was agreed to is no longer what would be.
     const RowSet now = headOf(m, source);
     const Parts parts = openPartsOf(m, source);
-    if (now.isEmpty() || parts.figures.empty() || !isSame(restMoney(m, source), rest))
+    if (now.isEmpty() || parts.figures.empty() || restMoney(m, source) != rest)
       changed = changedMeanwhile(source);
     else if (const auto shortNow = cancel_checks::shortWhenClosed(m, source); shortNow != agreed)
       changed = shortNow ? shortNow : Refusal(changedMeanwhile(source));

@@ -10,16 +10,6 @@
 
 namespace jxc::partial {
 
-/// Where the money of a closed rest goes: back through the account, or onto the partner's. In yuan.
-struct RestMoney {
-  double due = 0;      // of the open pieces, with tax
-  double payable = 0;  // of it what was paid for the source: no more can come back in cash
-  bool follows =
-      true;  // the source was settled as paid: its rest goes back as cash unless the operator wills otherwise
-  QString account;
-};
-RestMoney restMoney(const PartialMovement& movement, const QString& source);
-
 /// Asks where the money goes, then closes all that is open of the source by an audited return of today, in one
 /// transaction. The number of the return; nothing: refused, or the operator said no.
 std::optional<QString> closeRest(const PartialMovement& movement, const QString& source, Prompt& prompt);
