@@ -205,16 +205,22 @@ std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const
     for (const auto& [goods, sum] : pieces)
       if (!lines_.stockAllows(goods, sum, place, prompt, &memory)) return {};
   }
-  Transaction transaction(accountDb());
-  discardDraft(f, draft.number);
-  draft.number = usableDraftNumber(f, draft.number, draft.date);
-  execSql(Sql(compose("insert into {} ({},a_name,{},g_sn,{},{})",
-                      {f.lines, f.number, f.line.columns->quantity, f.line.source, f.line.sourceLine}) +
-                  " select ?,?," + openPieces(movement_, "b") +
-                  compose(",b.g_sn,b.{},b.{} from {} b where b.{}=? and ", {s.number, s.line.link, s.lines, s.number}) +
-                  isOpen(movement_, "b") + " order by b.id",
-              draft.number, session().a_name, source));
-  transaction.commit();
+  std::int64_t taken = 0;
+  {
+    Transaction transaction(accountDb());
+    discardDraft(f, draft.number);
+    draft.number = usableDraftNumber(f, draft.number, draft.date);
+    taken = execSql(
+        Sql(compose("insert into {} ({},a_name,{},g_sn,{},{})",
+                    {f.lines, f.number, f.line.columns->quantity, f.line.source, f.line.sourceLine}) +
+                " select ?,?," + openPieces(movement_, "b") +
+                compose(",b.g_sn,b.{},b.{} from {} b where b.{}=? and ", {s.number, s.line.link, s.lines, s.number}) +
+                isOpen(movement_, "b") + " order by b.id",
+            draft.number, session().a_name, source));
+    if (taken > 0) transaction.commit();
+  }
+  // Another station may have moved the last of it since it was looked at.
+  if (refused({{taken == 0, changedMeanwhile(source)}}, prompt)) return {};
   return draft;
 }
 
