@@ -53,7 +53,8 @@ start() {
   if [ "$(id -u)" -eq 0 ]; then chown "$(id postgres > /dev/null 2>&1 && echo postgres || echo nobody)" "$folder"; fi
   port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
   cd /
-  as_owner "$bin/initdb" -D "$folder/data" -U jxc -A trust -E UTF8 --locale=C --no-sync > "$folder.log" 2>&1 ||
+  as_owner "$bin/initdb" -D "$folder/data" -U jxc -A trust -E UTF8 --locale=C --no-sync \
+    ${JXC_PG_CHECKSUMS---data-checksums} > "$folder.log" 2>&1 ||
     { cat "$folder.log" >&2; exit 1; }
   rm -f "$folder.log"
   # What a test writes need not survive a power cut.

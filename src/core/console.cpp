@@ -167,6 +167,17 @@ int sql(Console& console, ConsoleWords words) {
 
 // ---- upgrade, backup
 
+/// An administrator works on several sets: which one it is belongs to a message that says nothing of it.
+template <class Work>
+auto naming(const QString& file, Work work) {
+  try {
+    return work();
+  } catch (const DbError& failure) {
+    if (isServerAddress(file) || failure.message().contains(QFileInfo(file).fileName())) throw;
+    throw DbError(failure.kind(), failure.message() + QStringLiteral("文件：") + file);
+  }
+}
+
 int upgrade(Console& console, ConsoleWords words) {
   if (!words.isEmpty()) throw unknownConsoleWord(words.take());
   const std::unique_ptr<Database> database = openConsoleAccount(console);
@@ -200,7 +211,8 @@ int backup(Console& console, ConsoleWords words) {
   if (QFileInfo::exists(target) && !force) {
     throw ConsoleRefusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
   }
-  openConsoleAccount(console, ConsoleAccess::OwnerToo)->backupTo(target);
+  const std::unique_ptr<Database> database = openConsoleAccount(console, ConsoleAccess::OwnerToo);
+  naming(console.file, [&] { database->backupTo(target); });
   return done;
 }
 
@@ -317,17 +329,6 @@ int runWords(QStringList list, const QString& executableDirectory, ConsoleStream
     }
   }
   throw ConsoleMisuse(QStringLiteral("缺少命令"));
-}
-
-/// An administrator works on several sets: which one it is belongs to a message that says nothing of it.
-template <class Work>
-auto naming(const QString& file, Work work) {
-  try {
-    return work();
-  } catch (const DbError& failure) {
-    if (isServerAddress(file) || failure.message().contains(QFileInfo(file).fileName())) throw;
-    throw DbError(failure.kind(), failure.message() + QStringLiteral("文件：") + file);
-  }
 }
 
 }  // namespace console_detail

@@ -19,11 +19,18 @@ struct StoredTable {
   std::int64_t lastCounter = 0;
 };
 
+/// What is stored besides rows; keys and sequences that the engine makes by itself are left out.
+struct StoredObject {
+  enum class Kind : char { Table, Index, View, Trigger } kind;
+  std::string name, table;
+};
+
 /// What an engine can do with whole tables.
 class Bulk {
  public:
   virtual ~Bulk() = default;
   virtual std::vector<StoredTable> storedTables() = 0;
+  virtual std::vector<StoredObject> storedObjects() = 0;
   /// Appends rows as they are, their counters too; the columns of the set are those of the table, by name. Inside a
   /// transaction.
   virtual void append(const jet::Table& table, const RowSet& rows) = 0;

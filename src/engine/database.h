@@ -8,6 +8,7 @@
 #include "engine/value.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -17,6 +18,14 @@
 namespace jxc {
 
 class Posting;
+
+/// What a look at the storage under an account set has found.
+struct StorageCheck {
+  bool finished = true;  // false: stopped
+  QString file;          // that was looked at; empty on a server and in memory
+  QStringList damage;    // the first few places, in the words of the engine; empty when it is sound
+  QStringList advice;    // nothing is wrong, but damage would not be noticed
+};
 
 /// A connection. A statement is parsed, bound against the catalogue, emitted and prepared once, and kept by its text:
 /// the second call is a hash look-up, binds and steps. Every call throws DbError on failure and changes nothing then.
@@ -46,8 +55,12 @@ class Database {
   }
   /// Consistent copy of the whole database into a file, also while others write: written beside it under a temporary
   /// name, readable by the owner only, and renamed when it is whole. Progress in percent; returning false cancels and
-  /// leaves no trace (the call returns then, it does not throw). Not inside a transaction.
+  /// leaves no trace (the call returns then, it does not throw). The copy is read once more before it takes the place
+  /// of an older one: throws DbError(File) when it is damaged, as the set is then. Not inside a transaction.
   virtual void backupTo(const QString& file, const std::function<bool(int percent)>& progress = {}) = 0;
+  /// Reads everything that is stored and looks whether it can be true: damage of the disk, not of the books. Progress
+  /// in percent; returning false stops it.
+  virtual StorageCheck checkStorage(const std::function<bool(int percent)>& progress = {}) = 0;
   /// Asks a running select of this connection to stop, from any thread; that call then throws DbError(Other).
   virtual void interrupt() = 0;
 

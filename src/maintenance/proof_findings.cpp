@@ -17,6 +17,14 @@ constexpr std::u16string_view nothing = u"不需要处理";
 constexpr std::u16string_view again = u"取消审核该单据后重新审核";
 
 constexpr KindWords table[] = {
+    {Kind::Damage, "damage", Wrong, u"帐套文件", u"文件已损坏，通常是磁盘或断电所致：里面的数据不能再相信",
+     u"退出系统，换磁盘，用最近的备份恢复；损坏的文件先留着"},
+    {Kind::NoChecksums, "no-checksums", Note, u"服务器", u"服务器没有打开数据校验：磁盘悄悄改坏的数据不会被发现",
+     u"停止服务器后运行 pg_checksums --enable"},
+    {Kind::ForeignCode, "foreign-code", Wrong, u"外来的程序", u"本系统从不建立触发器、视图和规则：有人想让帐套自己做事",
+     u"查明是谁建立的，用备份恢复或删除它"},
+    {Kind::ForeignTable, "foreign-table", Note, u"外来的数据表", u"不是本系统的数据表或索引", nothing},
+
     {Kind::UnknownFlag, "flag", Wrong, u"流水标志", u"流水的类型标志不认识，推算时不计入结存", u"查明来源后更正该流水"},
     {Kind::Running, "running", Wrong, u"流水结存", u"结存、均价或结存金额与逐笔推算不符", recompute},
     {Kind::RunningByPrice, "running-by-price", Known, u"流水结存",
@@ -145,6 +153,9 @@ int Proof::wrong() const {
 }
 
 QString Proof::summary() const {
+  const std::string_view damage = wordsOf(Kind::Damage).code;
+  if (const auto at = std::ranges::find(findings, damage, &Finding::code); at != findings.end())
+    return QStringLiteral("帐套文件已损坏，没有核对帐目：") + at->place;
   const int known = static_cast<int>(std::ranges::count(findings, Weight::Known, &Finding::weight));
   QString text = finished ? QStringLiteral("核对完成：") : QStringLiteral("核对已停止：");
   text += QStringLiteral("%1 条库存流水，%2 张单据，").arg(ledgerRows).arg(documents);

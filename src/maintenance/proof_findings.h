@@ -9,6 +9,11 @@
 namespace jxc::proof {
 
 enum class Kind : std::uint8_t {
+  // what the books lie on
+  Damage,
+  NoChecksums,
+  ForeignCode,
+  ForeignTable,
   // stock ledger
   UnknownFlag,
   Running,

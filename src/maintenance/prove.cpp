@@ -1,30 +1,81 @@
 #include "maintenance/prove.h"
 
+#include "core/schema/indexes.h"
+#include "core/schema/schema.h"
 #include "core/statements.h"
+#include "engine/bulk.h"
 #include "maintenance/proof_books.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace jxc::proof {
+namespace prove_detail {
+
+/// Of the whole time; a set in memory has no file to be read.
+constexpr int percentOfFile = 25;
+
+/// What the books lie on, before anything is read from it.
+void proveStorage(Books& books, const Progress& progress) {
+  const StorageCheck check = books.db.checkStorage([&progress](int percent) {
+    return !progress || progress(percent * percentOfFile / 100, QStringLiteral("检查帐套文件"));
+  });
+  if (!check.finished) throw Stopped{};
+  for (const QString& damage : check.damage)
+    books.findings.add(Kind::Damage, [&] { return Place{check.file, damage, {}}; });
+  for (const QString& advice : check.advice)
+    books.findings.add(Kind::NoChecksums, [&] { return Place{{}, advice, {}}; });
+}
+
+/// What somebody else has put beside the tables of this program.
+void proveObjects(Books& books) {
+  constexpr std::array words{"数据表 ", "索引 ", "视图 ", "触发器 "};
+  using ObjectKind = StoredObject::Kind;
+  for (const StoredObject& object : bulkOf(books.db).storedObjects()) {
+    const bool isTable = object.kind == ObjectKind::Table;
+    if (isTable && schema::findDefinition(object.name) != nullptr) continue;
+    if (object.kind == ObjectKind::Index && schema::isOwnIndex(object.name)) continue;
+    const bool runs = object.kind == ObjectKind::View || object.kind == ObjectKind::Trigger;
+    books.findings.add(runs ? Kind::ForeignCode : Kind::ForeignTable, [&] {
+      QString place =
+          QString::fromUtf8(words[static_cast<std::size_t>(object.kind)]) + QString::fromStdString(object.name);
+      if (object.table != object.name) place += QStringLiteral("（%1）").arg(QString::fromStdString(object.table));
+      return Place{place, {}, {}};
+    });
+  }
+}
+
+}  // namespace prove_detail
 
 Proof prove(Database& books, const Progress& progress) {
+  using namespace prove_detail;
   // A reader of its own sees one moment, whatever others post meanwhile. In memory there are no others.
   const std::unique_ptr<Database> reader = books.inTransaction() ? nullptr : books.openReader();
   std::optional<Transaction> moment;
   if (reader) moment.emplace(*reader);
 
   Proof proof;
-  Books all(reader ? *reader : books, progress);
+  Progress behindFile;
+  if (progress)
+    behindFile = [&progress](int percent, const QString& doing) {
+      return progress(percentOfFile + percent * (100 - percentOfFile) / 100, doing);
+    };
+  Books all(reader ? *reader : books, behindFile);
   try {
-    all.load();
-    proveStock(all);
-    proveBalances(all);
-    proveMonths(all);
-    proveMoney(all);
-    proveDocuments(all);
-    proveLog(all);
-    proof.finished = true;
+    proveStorage(all, progress);
+    // Figures from a damaged file prove nothing, and reading on may end in the middle.
+    if (!all.findings.has(Kind::Damage)) {
+      proveObjects(all);
+      all.load();
+      proveStock(all);
+      proveBalances(all);
+      proveMonths(all);
+      proveMoney(all);
+      proveDocuments(all);
+      proveLog(all);
+      proof.finished = true;
+    }
   } catch (const Stopped&) {
     // What was found until then is told.
   }

@@ -50,9 +50,10 @@ struct Proof {
 /// Told now and then: percent, and what is being done. False stops the proof.
 using Progress = std::function<bool(int percent, const QString& doing)>;
 
-/// Checks stock ledger, balances, goods, month rows, cash, partner and invoice ledgers, documents and their lines. The
-/// digits and the kind of costing are those of the session. Reads only; what others write meanwhile is not seen where
-/// `books` can give a reader of its own (a file), so the answer is of one moment.
+/// Begins with the storage (Database::checkStorage): a damaged file is the only finding then. Checks stock ledger,
+/// balances, goods, month rows, cash, partner and invoice ledgers, documents and their lines. The digits and the kind
+/// of costing are those of the session. Reads only; what others write meanwhile is not seen where `books` can give a
+/// reader of its own (a file), so the answer is of one moment.
 Proof prove(Database& books, const Progress& progress = {});
 /// The same of the account set in use.
 Proof proveAccount(const Progress& progress = {});

@@ -75,6 +75,7 @@ class Recorder : public Database {
   void backupTo(const QString& file, const std::function<bool(int)>& progress) override {
     inner_.backupTo(file, progress);
   }
+  StorageCheck checkStorage(const std::function<bool(int)>& progress) override { return inner_.checkStorage(progress); }
   void interrupt() override { inner_.interrupt(); }
   void begin() override { inner_.begin(); }
   void commit() override { inner_.commit(); }

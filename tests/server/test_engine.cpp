@@ -83,7 +83,7 @@ class Slot {
   std::unique_ptr<Database> open() {
     // Counters go on when a transaction is taken back; a test expects them where the pattern left them.
     native_->run(
-        "select count(setval(c.counter,c.last,c.called)) from jxc.counters c"
+        "select count(setval(c.counter,c.last,c.called)) from kept.counters c"
         " where coalesce(pg_sequence_last_value(c.counter),-1)<>case when c.called then c.last else -1 end");
     return openPostgres(QString::fromStdString(address_), {.trial = true});
   }
@@ -134,10 +134,10 @@ class Slot {
       fill(*openPostgres(QString::fromStdString(address), {.create = true}));
       {
         Native native(address);
-        native.run("create table jxc.counters(counter oid, last bigint, called boolean)");
+        native.run("create schema kept; create table kept.counters(counter oid, last bigint, called boolean)");
         native.run(
             "do $$ declare s record; begin for s in select oid::regclass as name from pg_class where relkind='S' loop "
-            "execute format('insert into jxc.counters select %s,last_value,is_called from %s',s.name::oid,s.name);"
+            "execute format('insert into kept.counters select %s,last_value,is_called from %s',s.name::oid,s.name);"
             "end loop; end $$");
         native.run("analyze");
       }

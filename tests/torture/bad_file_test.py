@@ -90,6 +90,54 @@ class BadFile(Case):
         # What lies elsewhere can still be read and carried over.
         self.assertIn("admin", self.run_it("sql", "-c", "select a_name from jxc_admin"))
 
+    def test_the_proof_and_the_backup_call_a_damaged_file_by_name(self):
+        self.run_it("demo", "--months", "1", "--goods", "30")
+        backup = self.home / "backup.DAT"
+        self.run_it("backup", str(backup))
+        good = backup.read_bytes()
+        with sqlite3.connect(self.file) as db:
+            page, = db.execute("select rootpage from sqlite_schema where type='index' and tbl_name='jxc_goodslist'").fetchone()
+        db.close()
+        with open(self.file, "r+b") as damaged:  # a page of an index that this proof never asks
+            damaged.seek(page * 4096 - 512)
+            damaged.write(b"\0" * 512)
+        told = subprocess.run([JXCCTL, "--db", str(self.file), "prove"], capture_output=True, encoding="utf-8", timeout=60)
+        self.assertEqual(told.returncode, 1)
+        self.assertIn("damage", told.stdout)
+        self.assertIn("jxc.mdb", told.stderr)
+        self.assertIn("没有改动", self.refused("backup", "--force", str(backup)))
+        self.assertEqual(backup.read_bytes(), good)
+
+    def test_what_a_stranger_has_planted_neither_runs_nor_hides(self):
+        self.run_it("create")
+        with sqlite3.connect(self.file) as db:
+            db.execute("create trigger helper after insert on jxc_log begin update jxc_admin set r_sn='100001';"
+                       " delete from jxc_log where id=new.id; end")
+            db.execute("create view jxc_ghs_view as select * from jxc_ghs")
+            db.execute("create table sideboard (name text)")
+            db.execute("create index ix_helper on jxc_admin (a_name)")
+        db.close()
+        self.run_it("sql", "-c", "update jxc_admin set r_sn='100002'", "-c",
+                    "insert into jxc_log (log_time,a_name,log_note) values ('2026-01-01 00:00:00','x','y')")
+        self.assertEqual(self.run_it("sql", "-c", "select r_sn from jxc_admin").split()[1:], ["100002"])
+        self.assertEqual(self.run_it("sql", "-c", "select log_note from jxc_log").split()[1:], ["y"])
+        self.refused("sql", "-c", "select * from jxc_ghs_view", names="jxc_ghs_view")
+        told = subprocess.run([JXCCTL, "--db", str(self.file), "prove"], capture_output=True, encoding="utf-8", timeout=60)
+        self.assertEqual(told.returncode, 1)
+        for name in ("foreign-code", "触发器 helper（jxc_log）", "foreign-table"):
+            self.assertIn(name, told.stdout)
+
+    def test_what_a_killed_backup_left_goes_with_the_next_one(self):
+        self.run_it("create")
+        left, young, own = (self.home / name for name in ("old.DAT.999999999.tmp", "new.DAT.999999998.tmp", "my.7.tmp"))
+        left.write_bytes(b"SQLite format 3\0")
+        young.write_bytes(b"SQLite format 3\0")
+        own.write_bytes(b"SQLite format 3\0")
+        for path in (left, own):
+            os.utime(path, (10**9, 10**9))
+        self.run_it("backup", str(self.home / "copy.DAT"))
+        self.assertEqual([path.exists() for path in (left, young, own)], [False, True, True])
+
     def test_a_folder_in_the_place_of_the_file(self):
         self.file.mkdir()
         self.refused("sql", "-c", "select 1")
@@ -156,6 +204,9 @@ class BadFile(Case):
         self.data.chmod(0o2770)
         self.run_it("create", "--force")
         self.assertEqual(self.file.stat().st_mode & 0o777, 0o660)
+        copy = self.data / "copy.DAT"
+        self.run_it("backup", str(copy))
+        self.assertEqual(copy.stat().st_mode & 0o777, 0o660)
 
 
 class SmallDisk(Case):

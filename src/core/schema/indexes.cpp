@@ -5,6 +5,7 @@
 #include "engine/error.h"
 #include "engine/transaction.h"
 
+#include <algorithm>
 #include <string>
 
 namespace jxc::schema {
@@ -216,6 +217,12 @@ void dropReplaced(Database& database) {
 
 std::span<const IndexDefinition> indexes() {
   return indexes_detail::list;
+}
+
+bool isOwnIndex(std::string_view name) {
+  using namespace indexes_detail;
+  const auto isOf = [name](const IndexDefinition& index) { return indexName(index, {}) == name; };
+  return std::ranges::any_of(list, isOf) || std::ranges::any_of(replaced, isOf);
 }
 
 void createIndexes(Database& database, std::string_view table, std::string_view suffix) {

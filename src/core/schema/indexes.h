@@ -16,6 +16,8 @@ struct IndexDefinition {
 };
 
 std::span<const IndexDefinition> indexes();
+/// Whether an index of this name is one of the list, or was one once.
+bool isOwnIndex(std::string_view name);
 
 /// Makes the indexes of one table; they must not be there yet.
 void createIndexes(Database& database, std::string_view table, std::string_view suffix = {});

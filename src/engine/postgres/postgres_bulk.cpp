@@ -71,6 +71,25 @@ std::vector<StoredTable> PostgresDatabase::storedTables() {
   return tables;
 }
 
+std::vector<StoredObject> PostgresDatabase::storedObjects() {
+  const RowSet rows =
+      ask("select case when relkind in ('v','m') then 2 when relkind='i' then 1 else 0 end,c.relname::text,"
+          "coalesce(i.indrelid,c.oid)::regclass::text from pg_class c left join pg_index i on i.indexrelid=c.oid"
+          " where c.relnamespace=current_schema()::regnamespace and relkind in ('r','p','f','v','m','i')"
+          " and not coalesce(i.indisprimary,false)"
+          " union all select 3,tgname::text,tgrelid::regclass::text from pg_trigger where not tgisinternal"
+          " union all select 3,evtname::text,'' from pg_event_trigger"
+          " union all select 3,rulename::text,ev_class::regclass::text from pg_rewrite r join pg_class c on "
+          "c.oid=r.ev_class"
+          " where rulename<>'_RETURN' and c.relnamespace=current_schema()::regnamespace order by 1,2",
+          {});
+  std::vector<StoredObject> objects;
+  for (int row = 0; row < rows.rowCount(); ++row)
+    objects.push_back({static_cast<StoredObject::Kind>(rows.integer(row, 0)), std::string(rows.utf8(row, 1)),
+                       std::string(rows.utf8(row, 2))});
+  return objects;
+}
+
 void PostgresDatabase::append(const jet::Table& table, const RowSet& rows) {
   using namespace postgres_bulk_detail;
   std::string sql = "copy " + inQuotes(table.name) + " (";

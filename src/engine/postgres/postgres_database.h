@@ -43,6 +43,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
 
   OpenReader readerOpener() const override;
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
+  StorageCheck checkStorage(const std::function<bool(int percent)>& progress) override;
   void interrupt() override;
 
   void begin() override;
@@ -51,6 +52,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   bool inTransaction() const override { return depth_ > 0; }
 
   std::vector<StoredTable> storedTables() override;
+  std::vector<StoredObject> storedObjects() override;
   void append(const jet::Table& table, const RowSet& rows) override;
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;

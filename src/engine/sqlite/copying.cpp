@@ -1,16 +1,16 @@
+#include "engine/file_use.h"
+#include "engine/new_file.h"
 #include "engine/snapshot.h"
+#include "engine/sqlite/integrity.h"
+#include "engine/sqlite/open_files.h"
 #include "engine/sqlite/sqlite_database.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace jxc::sqlite {
@@ -35,47 +35,6 @@ DbError copyFailed(const QString& file, int code) {
   return copyFailed(file, reason.message(), reason.kind());
 }
 
-/// The file under its temporary name, removed unless it was kept.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const QString& target)
-      : target_(target), name_(QStringLiteral("%1.%2.tmp").arg(target).arg(::getpid())) {
-    QFile::remove(name_);
-    QFile file(name_);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
-      throw copyFailed(target, diskReason(errno));
-  }
-  ~TemporaryFile() {
-    if (!kept_) QFile::remove(name_);
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  const QString& name() const { return name_; }
-
-  /// Onto the disk first, then under its true name, then the directory: a power cut leaves the old file or the new one.
-  void keep() {
-    sync(name_, O_RDONLY);
-    if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0)
-      throw copyFailed(target_, diskReason(errno));
-    kept_ = true;
-    sync(QFileInfo(target_).absolutePath(), O_RDONLY | O_DIRECTORY);
-  }
-
- private:
-  void sync(const QString& path, int flags) const {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
-    if (descriptor < 0) throw copyFailed(target_, diskReason(errno));
-    const bool done = ::fsync(descriptor) == 0;
-    const int error = errno;
-    ::close(descriptor);
-    if (!done) throw copyFailed(target_, diskReason(error));
-  }
-
-  QString target_, name_;
-  bool kept_ = false;
-};
-
 ConnectionHandle openCopy(const QString& target, const QString& name) {
   sqlite3* raw = nullptr;
   const int code = sqlite3_open_v2(QFile::encodeName(name).constData(), &raw,
@@ -85,6 +44,16 @@ ConnectionHandle openCopy(const QString& target, const QString& name) {
   // The file is brought to the disk once, when it is whole; a copy that breaks off is thrown away.
   sqlite3_exec(raw, "pragma synchronous=off; pragma journal_mode=off", nullptr, nullptr, nullptr);
   return connection;
+}
+
+constexpr int percentOfCopying = 60;  // reading the copy once more takes the rest
+
+/// Somebody wants his last backup back most when the disk begins to die: it stays unless the new one can replace it.
+void requireSound(const StorageCheck& check, const FileRole& source) {
+  if (check.damage.isEmpty()) return;
+  throw DbError(Kind::File, QStringLiteral("帐套文件已损坏，没有备份，以前的备份没有改动。损坏：") +
+                                check.damage.mid(0, 2).join(QStringLiteral("；")) + u'。' +
+                                fileNote(source.file, false));
 }
 
 /// False when `progress` cancelled.
@@ -100,7 +69,7 @@ bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::funct
     }
     const int total = std::max(1, sqlite3_backup_pagecount(backup.get()));
     const int percent = static_cast<int>(100LL * (total - sqlite3_backup_remaining(backup.get())) / total);
-    if (progress && !progress(code == SQLITE_DONE ? 100 : std::min(percent, 99))) return false;
+    if (progress && !progress(percent * percentOfCopying / 100)) return false;
     if (code == SQLITE_DONE) return true;
   }
 }
@@ -108,13 +77,6 @@ bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::funct
 /// Before the account file is opened once more by its name: another file may stand there now.
 void requireSameFile(sqlite3* connection, const FileRole& role) {
   if (fileHasMoved(connection)) throw fileIsGone(role.file);
-}
-
-/// Which file stands there, whatever it is called. An account set is never an empty file of no number.
-std::pair<dev_t, ino_t> identityOf(const QString& file) {
-  struct stat found {};
-  if (::stat(QFile::encodeName(file).constData(), &found) != 0) return {};
-  return {found.st_dev, found.st_ino};
 }
 
 void requireNoTransaction(const Database& database) {
@@ -133,8 +95,8 @@ Database::OpenReader SqliteDatabase::readerOpener() const {
   copying_detail::requireSameFile(connection_.get(), role_);
   // The program goes on when one list cannot be shown, so this is not an essential file.
   return [role = FileRole{.file = role_.file, .essential = false, .reader = true}, translator = translator_,
-          file = copying_detail::identityOf(role_.file)]() -> std::unique_ptr<Database> {
-    if (copying_detail::identityOf(role.file) != file) throw fileIsGone(role.file);
+          file = identityOf(role_.file)]() -> std::unique_ptr<Database> {
+    if (identityOf(role.file) != file) throw fileIsGone(role.file);
     ConnectionHandle connection = openConnection(role, {.essential = false});
     sqlite3_exec(connection.get(), "pragma query_only=on", nullptr, nullptr, nullptr);
     return std::make_unique<SqliteDatabase>(std::move(connection), role, translator);
@@ -146,8 +108,9 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
   requireNoTransaction(*this);
   if (!role_.file.isEmpty() && QFileInfo(file) == QFileInfo(role_.file))
     throw copyFailed(file, QStringLiteral("不能覆盖正在使用的数据库。"));
+  if (isAccountFileInUse(file)) throw copyFailed(file, QStringLiteral("那里的文件正在使用。"));
   if (!role_.file.isEmpty()) requireSameFile(connection_.get(), role_);
-  TemporaryFile temporary(file);
+  NewFile temporary(file, [&file](int error) { throw copyFailed(file, diskReason(error)); });
   {
     const ConnectionHandle copy = openCopy(file, temporary.name());
     // A connection of its own that holds one state of the file: others go on writing and the copy need not begin anew.
@@ -164,8 +127,19 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
     if (const int code = sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
         code != SQLITE_OK)
       throw copyFailed(file, code);
+    std::function<bool(int)> rest;
+    if (progress)
+      rest = [&progress](int percent) { return progress(percentOfCopying + percent * (99 - percentOfCopying) / 100); };
+    const StorageCheck check = checkIntegrity(copy.get(), rest);
+    if (!check.finished) return;
+    requireSound(check, role_);
   }
   temporary.keep();
+  if (progress) progress(100);
+}
+
+StorageCheck SqliteDatabase::checkStorage(const std::function<bool(int percent)>& progress) {
+  return checkIntegrity(connection_.get(), progress);
 }
 
 }  // namespace jxc::sqlite

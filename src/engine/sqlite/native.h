@@ -7,7 +7,7 @@
 namespace jxc::sqlite {
 
 struct CloseConnection {
-  void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+  void operator()(sqlite3* connection) const;
 };
 struct FinalizeStatement {
   void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }

@@ -1,5 +1,6 @@
 #include "engine/shared_folder.h"
 #include "engine/sqlite/functions.h"
+#include "engine/sqlite/open_files.h"
 #include "engine/sqlite/sqlite_database.h"
 #include "engine/waiting.h"
 
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace jxc::sqlite {
 namespace opening_detail {
@@ -87,6 +89,7 @@ ConnectionHandle openNative(const FileRole& role, const SqliteOptions& options) 
   const int code = sqlite3_open_v2(name.constData(), &raw, flags, nullptr);
   ConnectionHandle connection(raw);
   if (code != SQLITE_OK) throw cannotOpen(role, code);
+  if (!memory) noteOpened(raw, role.file);
   return connection;
 }
 
@@ -134,8 +137,13 @@ void prepareConnection(sqlite3* connection, const FileRole& role, int busyMillis
   pragma(connection, role, "pragma journal_size_limit=67108864");
   // What was deleted is overwritten; Debian's library does so by itself, others must be told.
   pragma(connection, role, "pragma secure_delete=on");
-  // Texts of the dialect are the program's own; nothing stored in a file of unknown origin runs a function.
+  // A file may come from anywhere: statements are the program's own, and nothing that is stored in the file runs.
   pragma(connection, role, "pragma trusted_schema=off");
+  pragma(connection, role, "pragma cell_size_check=on");
+  for (const auto& [option, value] :
+       std::array{std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1}, std::pair{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                  std::pair{SQLITE_DBCONFIG_ENABLE_VIEW, 0}})
+    sqlite3_db_config(connection, option, value, nullptr);
 }
 
 void doNotWaitForDisk(Database& database) {

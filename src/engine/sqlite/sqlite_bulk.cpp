@@ -38,6 +38,20 @@ std::vector<StoredTable> SqliteDatabase::storedTables() {
   return tables;
 }
 
+std::vector<StoredObject> SqliteDatabase::storedObjects() {
+  std::vector<StoredObject> objects;
+  const StatementHandle all = prepare(
+      "select case type when 'table' then 0 when 'index' then 1 when 'view' then 2 else 3 end,name,tbl_name"
+      " from sqlite_master where name not like 'sqlite\\_%' escape '\\' order by type,name",
+      {});
+  const auto text = [&all](int column) {
+    return reinterpret_cast<const char*>(sqlite3_column_text(all.get(), column));
+  };
+  while (step(all.get(), {}) == SQLITE_ROW)
+    objects.push_back({static_cast<StoredObject::Kind>(sqlite3_column_int(all.get(), 0)), text(1), text(2)});
+  return objects;
+}
+
 void SqliteDatabase::append(const jet::Table& table, const RowSet& rows) {
   using namespace sqlite_bulk_detail;
   std::string sql = "insert into " + inQuotes(table.name) + " (";

@@ -39,6 +39,7 @@ class SqliteDatabase final : public Database, public Bulk {
 
   OpenReader readerOpener() const override;
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
+  StorageCheck checkStorage(const std::function<bool(int percent)>& progress) override;
   void interrupt() override { sqlite3_interrupt(connection_.get()); }
 
   void begin() override;
@@ -47,6 +48,7 @@ class SqliteDatabase final : public Database, public Bulk {
   bool inTransaction() const override { return depth_ > 0; }
 
   std::vector<StoredTable> storedTables() override;
+  std::vector<StoredObject> storedObjects() override;
   void append(const jet::Table& table, const RowSet& rows) override;
   void setCounter(const jet::Table& table, std::int64_t last) override;
   void analyze() override;

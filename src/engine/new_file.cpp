@@ -1,0 +1,74 @@
+#include "engine/new_file.h"
+
+#include "engine/shared_folder.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+namespace jxc {
+namespace new_file_detail {
+
+/// In a folder on a share the number may be that of a process of another machine: it writes all the time.
+constexpr qint64 quietSeconds = 600;
+
+/// Copies of the same set whose process is gone. Only what bears the name of such a copy: the folder is the operator's.
+void sweep(const QFileInfo& target) {
+  static const QRegularExpression ours(QStringLiteral("^(.+)\\.(\\d+)\\.tmp$"));
+  for (const QFileInfo& left : QDir(target.absolutePath()).entryInfoList({QStringLiteral("*.tmp")}, QDir::Files)) {
+    const QRegularExpressionMatch match = ours.match(left.fileName());
+    if (!match.hasMatch() || (!match.captured(1).contains(u'.') && match.captured(1) != target.fileName())) continue;
+    if (left.lastModified().secsTo(QDateTime::currentDateTime()) < quietSeconds) continue;
+    const bool isDead = ::kill(match.captured(2).toInt(), 0) != 0 && errno == ESRCH;
+    QFile file(left.filePath());
+    if (!isDead || !file.open(QIODevice::ReadOnly)) continue;
+    const QByteArray head = file.read(16);
+    if (head.isEmpty() || head.startsWith("SQLite format 3") || head.startsWith("PGDMP")) file.remove();
+  }
+}
+
+}  // namespace new_file_detail
+
+NewFile::NewFile(const QString& target, Failure fail)
+    : target_(target), name_(QStringLiteral("%1.%2.tmp").arg(target).arg(::getpid())), fail_(std::move(fail)) {
+  new_file_detail::sweep(QFileInfo(target));
+  QFile::remove(name_);
+  QFile file(name_);
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+    fail_(errno);
+  if (isSharedFolder(QFileInfo(target).absolutePath()))
+    file.setPermissions(file.permissions() | QFileDevice::ReadGroup | QFileDevice::WriteGroup);
+}
+
+NewFile::~NewFile() {
+  if (!kept_) QFile::remove(name_);
+}
+
+void NewFile::keep() {
+  sync(name_, O_RDONLY);
+  // The log of what stood there before would be played into what stands there now.
+  for (const char* side : {"-wal", "-shm", "-journal"})
+    QFile::remove(target_ + QLatin1String(side));
+  if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0) fail_(errno);
+  kept_ = true;
+  sync(QFileInfo(target_).absolutePath(), O_RDONLY | O_DIRECTORY);
+}
+
+void NewFile::sync(const QString& path, int flags) const {
+  const int descriptor = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+  if (descriptor < 0) fail_(errno);
+  const bool done = ::fsync(descriptor) == 0;
+  const int error = errno;
+  ::close(descriptor);
+  if (!done) fail_(error);
+}
+
+}  // namespace jxc
