@@ -99,9 +99,9 @@ class Slot {
   }
   std::unique_ptr<Database> openCopyAgain() { return openPostgres(QString::fromStdString(copyAddress())); }
   std::string copyAddress() const { return serverAddress() + " dbname=" + name_ + "_copy"; }
-  void cutCopy() {
+  void cutCopy(const std::string& which = {}) {
     server_.run("select count(pg_terminate_backend(pid,2000)) from pg_stat_activity where datname='" + name_ +
-                "_copy'");
+                "_copy'" + which);
   }
   void cutAtCommit(const std::string& table) {
     test_engine_detail::Native copy(copyAddress());
@@ -190,6 +190,9 @@ std::unique_ptr<Database> openAgain() {
 
 void cutConnections() {
   test_engine_detail::freshSlot().cutCopy();
+}
+void cutConnections(const std::string& application) {
+  test_engine_detail::freshSlot().cutCopy(" and application_name='" + application + "'");
 }
 void cutAtCommit(const std::string& table) {
   test_engine_detail::freshSlot().cutAtCommit(table);

@@ -26,6 +26,8 @@ std::unique_ptr<Database> openFresh(Story story = Story::Short);
 std::unique_ptr<Database> openAgain();
 /// Cuts all connections to it.
 void cutConnections();
+/// Cuts those that call themselves so (application_name).
+void cutConnections(const std::string& application);
 /// Cuts the connection that commits a new row of `table`, at the last moment before the row is kept.
 void cutAtCommit(const std::string& table);
 /// Its address for libpq.

@@ -16,18 +16,12 @@
 #include "core/prompt.h"
 #include "core/session.h"
 #include "engine/server.h"
+#include "harness/counter.h"
 #include "harness/waiting_document.h"
-#include "inventory/stocktaking.h"
-#include "inventory/transfer.h"
-#include "inventory/write_off.h"
-#include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"
-#include "sales/sale.h"
-#include "sales/sale_return.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
 #include "stock/partial_rest.h"
-#include "stock/partial_rules.h"
 
 #include <algorithm>
 #include <chrono>
@@ -72,15 +66,8 @@ class LatePrompt : public SharingPrompt {
   }
 };
 
-QString goodsCode(int index) {
-  return QString::number(1000001 + index);
-}
-/// A goods without stock; its cost in yuan.
-void addGoods(int index, double cost) {
-  execSql("insert into jxc_goods (g_sn,g_name,g_jj,g_kc,g_pjjj,g_scjj,g_cgpl,g_xspl,g_jy) values (?,?,?,0,0,0,0,0,0)",
-          goodsCode(index), QStringLiteral("镜架%1").arg(index), cost);
-}
-
+using test::addGoods;
+using test::goodsCode;
 using test::waitingDocument;
 
 void prepare(int count, Prompt& prompt);
@@ -231,145 +218,15 @@ void share(unsigned seed, int seconds, Prompt& prompt) {
     step(all[random() % all.size()], false, prompt);
 }
 
-// ---- post --------------------------------------------------------------------------------------------------------
-
-constexpr int postedGoods = 50;
-
-/// One station of many: what its operator does all day.
-class Counter {
- public:
-  Counter(unsigned seed, int station) : random_(seed) {
-    const QString name = QStringLiteral("op%1").arg(station);
-    session().a_name = name;
-  }
-
-  void step() {
-    const int dice = upTo(28);
-    if (dice < 5)
-      make(receipt::rules(), 3);
-    else if (dice < 9)
-      make(sale::rules(), 2);
-    else if (dice < 11)
-      make(purchase_return::rules(), 1);
-    else if (dice < 13)
-      make(sale_return::rules(), 1);
-    else if (dice < 15)
-      makeWithin();
-    else if (dice < 19)
-      movePart();
-    else if (dice < 25)
-      audit();
-    else
-      cancel();
-  }
-
- private:
-  int upTo(int most) { return static_cast<int>(random_() % static_cast<unsigned>(most)); }
-
-  void make(const TradingRules& rules, int lines) {
-    TradingDraft draft = rules.fresh({});
-    bool any = false;
-    for (int i = 0; i < lines; ++i) {
-      const LinePlace place{
-          .number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
-      LineDraft line = rules.lines().newLine(goodsCode(upTo(postedGoods)), place, false);
-      line.amounts.setQuantity(1 + upTo(5));
-      line.amounts.setPrice(10 + upTo(9));
-      const LineResult added = rules.lines().addLine(Lines::Draft, place, line, prompt_);
-      if (!added) continue;
-      draft.number = added.number;
-      any = true;
-    }
-    if (!any) return;
-    draft.payable = rules.payable(draft.number);
-    draft.paid = draft.payable;
-    draft.account = QStringLiteral("现金");
-    if (const SaveResult saved = rules.save(draft, prompt_)) tell('S', saved.number);
-  }
-
-  void makeWithin() {
-    switch (upTo(4)) {
-      case 0: {
-        transfer::TransferDraft draft = transfer::rules().fresh({});
-        draft.into = QStringLiteral("100002");
-        return keep(transfer::rules(), transfer::rules().lines(), std::move(draft));
-      }
-      case 1: {
-        const DocumentFamily& kind = upTo(2) ? families::loss : families::overflow;
-        DocumentDraft draft = write_off::fresh(kind, {});
-        const LineRules& lines = write_off::rules().of(draft.number).lines();
-        return keep(write_off::rules(), lines, std::move(draft));
-      }
-      default:
-        return keep(stocktaking::rules(), stocktaking::rules().lines(), stocktaking::rules().fresh({}));
-    }
-  }
-
-  /// A document that moves some of what a receipt or a sale has left open, which other stations move as well.
-  void movePart() {
-    const partial::PartialRules& rules = upTo(2) ? partial::putawayRules() : partial::issueRules();
-    const RowSet sources = openSelect(partial::waitingSources(rules.movement(), {}));
-    if (sources.isEmpty()) return;
-    const QString source = sources.text(upTo(sources.rowCount()), 1);
-    const auto draft = rules.takeWhole(source, rules.fresh({}), late_);
-    if (!draft) return;
-    for (const Row line : rules.draftLines(draft->number))
-      if (upTo(2)) rules.lines().setChange(QStringLiteral("1"), u"sl", Lines::Draft, line.integer("id"), late_);
-    if (const SaveResult saved = rules.save(*draft, late_))
-      tell('S', saved.number);
-    else
-      discardDraft(rules.family(), draft->number);
-  }
-
-  /// One line of a document within the house, and its save.
-  template <class Draft>
-  void keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft) {
-    draft.warehouse = draft.salesperson = QStringLiteral("100001");
-    const LinePlace place{.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
-    LineDraft line = lines.newLine(goodsCode(upTo(postedGoods)), place, false);
-    line.amounts.setQuantity(1 + upTo(9));
-    const LineResult added = lines.addLine(Lines::Draft, place, line, prompt_);
-    if (!added) return;
-    draft.number = added.number;
-    if (const SaveResult saved = rules.save(draft, prompt_)) tell('S', saved.number);
-  }
-
-  /// One of the last documents of some family in this state; empty when there is none.
-  QString any(int status) {
-    static const DocumentFamily* const families[] = {
-        &families::purchaseReceipt, &families::purchaseReceipt, &families::sale,     &families::sale,
-        &families::purchaseReturn,  &families::saleReturn,      &families::transfer, &families::loss,
-        &families::overflow,        &families::stocktake,       &families::putaway,  &families::issue};
-    const DocumentFamily& family = *families[upTo(std::size(families))];
-    const RowSet documents = openSelect(
-        compose("select top 40 {} from {} where {}=? order by id desc", {family.number, family.head, family.status}),
-        status);
-    return documents.isEmpty() ? QString() : documents.text(upTo(documents.rowCount()), 0);
-  }
-
-  void audit() {
-    const QString number = any(0);
-    if (number.isEmpty()) return;
-    if (checkDj(documentFamily(number), number, late_) == AuditOutcome::Audited) tell('A', number);
-  }
-
-  void cancel() {
-    const QString number = any(1);
-    if (number.isEmpty()) return;
-    if (cancelDocument(number, late_, CancelMode::Batch)) tell('C', number);
-  }
-
-  std::mt19937 random_;
-  SharingPrompt prompt_;
-  LatePrompt late_;
-};
-
 /// A command that the connection broke is done again or not, as the operator likes; what it said is told, and in the
 /// end how long each one took, in microseconds.
 void post(unsigned seed, int seconds, int station) {
   using Clock = std::chrono::steady_clock;
   std::vector<std::int64_t> took;
-  Counter counter(seed + static_cast<unsigned>(station), station);
+  session().a_name = QStringLiteral("op%1").arg(station);
+  SharingPrompt sharing;
+  LatePrompt late;
+  test::Counter counter(seed + static_cast<unsigned>(station), {sharing, late, tell});
   std::cout << "ready" << std::endl;
   const auto end = Clock::now() + std::chrono::seconds(seconds);
   while (Clock::now() < end) {
@@ -383,26 +240,6 @@ void post(unsigned seed, int seconds, int station) {
   }
   for (const std::int64_t each : took)
     std::cout << "T " << each << '\n';
-}
-
-void preparePosting(Prompt& prompt) {
-  execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
-  for (int i = 0; i < postedGoods; ++i)
-    addGoods(i, 10.0 + i);
-  receipt::ReceiptDraft draft = receipt::newReceipt();
-  for (int i = 0; i < postedGoods; ++i) {
-    receipt::LineDraft line = receipt::newLine(goodsCode(i));
-    line.amounts.setQuantity(100);
-    line.amounts.setPrice(10);
-    receipt::addLine(receipt::Lines::Draft, draft.number, draft.date, line);
-  }
-  draft.paid = draft.payable = receipt::payable(draft.number);
-  draft.account = QStringLiteral("现金");
-  const SaveResult saved = receipt::saveReceipt(draft, prompt);
-  if (!saved || checkDj(families::purchaseReceipt, saved.number, prompt) != AuditOutcome::Audited)
-    throw std::runtime_error("no stock to begin with");
-  // From now on goods come and go by documents of their own.
-  execSql("update jxc_xtcs set cs_sprk=1,cs_spck=1");
 }
 
 int run(int argc, char** argv) {
@@ -430,7 +267,7 @@ int run(int argc, char** argv) {
   else if (what == "prepare-counts")
     prepareCounts(number);
   else if (what == "post" && argc == 4)
-    preparePosting(yes);
+    test::openShop(yes);
   else if (what == "post")
     post(seed, std::atoi(argv[4]), std::atoi(argv[5]));
   else if (what == "share")
