@@ -5,6 +5,7 @@
 #include "statistics/trade_totals.h"
 #include "year_shop.h"
 
+#include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
 #include <utility>
@@ -16,8 +17,11 @@ using bench::Bare;
 
 constexpr int kFirstRows = 80;
 
+constexpr auto kBought = PartnerType::Supplier, kSold = PartnerType::Customer;
+
 struct Case {
   const char* name;
+  PartnerType side;
   TradeBy by;
   const char* groupedBy;  // by hand, with the names that are shown and the tables beside the ledger
   const char* names = "";
@@ -26,30 +30,40 @@ struct Case {
 constexpr const char* kWithClass = " join jxc_goods g on g.g_sn=x.g_sn join jxc_goodsclass c on c.gc_sn=g.gc_sn";
 constexpr const char* kWithCustomer = " join jxc_khxx k on k.kh_sn=x.ghs_sn";
 constexpr Case kCases[] = {
-    {"sales of a year by goods", TradeBy::Goods, "x.g_sn", ",max(x.g_name)"},
-    {"sales of a year by class", TradeBy::GoodsClass, "g.gc_sn", ",max(c.gc_name)", kWithClass},
-    {"sales of a year by supplier of the goods", TradeBy::GoodsSupplier, "g.ghs_sn", ",max(s.ghs_name)",
+    {"purchases of a year by goods", kBought, TradeBy::Goods, "x.g_sn", ",max(x.g_name)"},
+    {"purchases of a year by day, goods and supplier", kBought, TradeBy::PartnerGoodsDay,
+     "substr(x.gl_kdrq,1,10),x.g_sn,x.ghs_sn", ",max(x.ghs_name)"},
+    {"sales of a year by goods", kSold, TradeBy::Goods, "x.g_sn", ",max(x.g_name)"},
+    {"sales of a year by class", kSold, TradeBy::GoodsClass, "g.gc_sn", ",max(c.gc_name)", kWithClass},
+    {"sales of a year by supplier of the goods", kSold, TradeBy::GoodsSupplier, "g.ghs_sn", ",max(s.ghs_name)",
      " join jxc_goods g on g.g_sn=x.g_sn join jxc_ghsxx s on s.ghs_sn=g.ghs_sn"},
-    {"sales of a year by customer", TradeBy::Partner, "x.ghs_sn", ",max(x.ghs_name)"},
-    {"sales of a year by customer and class", TradeBy::PartnerClass, "x.ghs_sn,g.gc_sn",
+    {"sales of a year by customer", kSold, TradeBy::Partner, "x.ghs_sn", ",max(x.ghs_name)"},
+    {"sales of a year by customer and class", kSold, TradeBy::PartnerClass, "x.ghs_sn,g.gc_sn",
      ",max(x.ghs_name),max(c.gc_name)", kWithClass},
-    {"sales of a year by type of customer", TradeBy::CustomerType, "k.kt_name", "", kWithCustomer},
-    {"sales of a year by region", TradeBy::Region, "k.z_name", "", kWithCustomer},
-    {"sales of a year by employee", TradeBy::Employee, "x.u_name"},
-    {"sales of a year by day", TradeBy::Day, "substr(x.gl_kdrq,1,10)"},
-    {"sales of a year by month", TradeBy::Month, "substr(x.gl_kdrq,1,7)"},
-    {"sales of a year by day, goods and customer", TradeBy::PartnerGoodsDay, "substr(x.gl_kdrq,1,10),x.g_sn,x.ghs_sn",
-     ",max(x.ghs_name)"},
-    {"sales of a year by month, goods and customer", TradeBy::PartnerGoodsMonth,
+    {"sales of a year by type of customer", kSold, TradeBy::CustomerType, "k.kt_name", "", kWithCustomer},
+    {"sales of a year by region", kSold, TradeBy::Region, "k.z_name", "", kWithCustomer},
+    {"sales of a year by employee", kSold, TradeBy::Employee, "x.u_name"},
+    {"sales of a year by day", kSold, TradeBy::Day, "substr(x.gl_kdrq,1,10)"},
+    {"sales of a year by month", kSold, TradeBy::Month, "substr(x.gl_kdrq,1,7)"},
+    {"sales of a year by day, goods and customer", kSold, TradeBy::PartnerGoodsDay,
+     "substr(x.gl_kdrq,1,10),x.g_sn,x.ghs_sn", ",max(x.ghs_name)"},
+    {"sales of a year by month, goods and customer", kSold, TradeBy::PartnerGoodsMonth,
      "substr(x.gl_kdrq,1,7),x.g_sn,x.ghs_sn", ",max(x.ghs_name)"}};
 
-std::string handWritten(const Case& each) {
+/// Lines of one side between two moments.
+std::string ofSide(PartnerType side) {
+  return std::string(" where gl_flag in ") + (side == kBought ? "('cj','ct')" : "('xs','xt')") +
+         " and gl_kdrq>=?1 and gl_kdrq<=?2";
+}
+
+/// `fromDay` is where a list of days begins that shows its first page.
+std::string handWritten(const Case& each, const std::string& fromDay = {}) {
   const std::string sums =
       std::string("select ") + each.groupedBy + each.names +
       ",sum(gl_sl) as sl,sum(gl_je) as je,sum(gl_taxje) as taxje,sum(gl_zje) as zje,sum(gl_zcb) as "
       "zcb,sum(gl_lr) as lr,case when sum(gl_je)<>0 then round(sum(gl_lr)*100/sum(gl_je),2) else 0 "
       "end as lrl from jxc_goodslist x" +
-      each.joined + " where gl_flag in ('xs','xt') and gl_kdrq>=? and gl_kdrq<=? group by " + each.groupedBy;
+      each.joined + ofSide(each.side) + fromDay + " group by " + each.groupedBy;
   if (each.by != TradeBy::PartnerGoodsDay && each.by != TradeBy::PartnerGoodsMonth) return sums;
   return "select a.g_name,a.dw_name,a.gg_name,a.color_name,a.g_sptm,a.g_sccs,a.g_bz,b.* from jxc_goods a join (" +
          sums + ") b on a.g_sn=b.g_sn order by 8 desc,9,10";
@@ -61,12 +75,48 @@ void statements(benchmark::State& state, int rows) {
   const Criteria year{.from = QStringLiteral("2025-01-01"), .to = QStringLiteral("2025-12-31")};
   for (auto _ : state)
     state.counters["rows"] =
-        openSelect(tradeTotals(PartnerType::Customer, kCases[Index].by, year, Warehouses(year))).rowCount();
+        openSelect(tradeTotals(kCases[Index].side, kCases[Index].by, year, Warehouses(year))).rowCount();
 }
 
 template <std::size_t Index>
 void byHand(benchmark::State& state, int rows) {
   Bare statement(bench::yearWith(rows), handWritten(kCases[Index]).c_str());
+  double sum = 0;
+  for (auto _ : state) {
+    statement << std::string("2025-01-01") << std::string("2025-12-31 23:59:59");
+    sum += statement.takeAll();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+
+const Case& byDay(PartnerType side) {
+  return *std::ranges::find_if(
+      kCases, [side](const Case& each) { return each.side == side && each.by == TradeBy::PartnerGoodsDay; });
+}
+
+/// The latest days, which the window shows ahead of the rest.
+template <PartnerType Side>
+void latestDays(benchmark::State& state, int rows) {
+  bench::yearWith(rows);
+  const Criteria year{.from = QStringLiteral("2025-01-01"), .to = QStringLiteral("2025-12-31")};
+  for (auto _ : state) {
+    EnquiryReader reader(accountDb(), {}, [&](const RowSet& first) {
+      state.counters["rows"] = first.rowCount();
+      throw EnquiryStopped();  // they are all that is measured
+    });
+    try {
+      latestFirst(Side, TradeBy::PartnerGoodsDay, year, Warehouses(year))(reader);
+      return state.SkipWithError("no first page");
+    } catch (const EnquiryStopped&) {
+    }
+  }
+}
+
+template <PartnerType Side>
+void latestDaysByHand(benchmark::State& state, int rows) {
+  const std::string from = " and gl_kdrq>=(select substr(min(gl_kdrq),1,10) from (select gl_kdrq from jxc_goodslist" +
+                           ofSide(Side) + " order by gl_kdrq desc limit 200))";
+  Bare statement(bench::yearWith(rows), handWritten(byDay(Side), from).c_str());
   double sum = 0;
   for (auto _ : state) {
     statement << std::string("2025-01-01") << std::string("2025-12-31 23:59:59");
@@ -105,8 +155,12 @@ void linesByHand(benchmark::State& state, int rows) {
   }
   benchmark::DoNotOptimize(sum);
 }
-constexpr bench::Pair kLines[] = {{"first page of the lines of six weeks", lines<false>, linesByHand<false>},
-                                  {"all lines of six weeks", lines<true>, linesByHand<true>}};
+constexpr bench::Pair kLines[] = {
+    {"first page of the purchases of a year by day, goods and supplier", latestDays<kBought>,
+     latestDaysByHand<kBought>},
+    {"first page of the sales of a year by day, goods and customer", latestDays<kSold>, latestDaysByHand<kSold>},
+    {"first page of the lines of six weeks", lines<false>, linesByHand<false>},
+    {"all lines of six weeks", lines<true>, linesByHand<true>}};
 
 template <std::size_t... Index>
 constexpr auto pairsOf(std::index_sequence<Index...>) {

@@ -88,6 +88,10 @@ RowSet EnquiryReader::select(const Sql& sql) {
   return stoppable([&] { return database_.select(sql.text(), sql.values()); });
 }
 
+void EnquiryReader::begin(const Sql& first) {
+  if (begins_) begins_(select(first));
+}
+
 RowSet EnquiryReader::sums(const Sql& lines, const SumColumns& columns) {
   return stoppable([&] { return groupedSums(database_, lines.text(), lines.values(), columns); });
 }

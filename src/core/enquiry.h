@@ -90,11 +90,15 @@ struct EnquiryStopped : std::exception {
 /// longer.
 class EnquiryReader {
  public:
-  /// `goOn` is told how far the work is, in percent, and says whether to go on; it may come from any thread.
-  EnquiryReader(Database& database, std::function<bool(int percent)> goOn = {})
-      : database_(database), goOn_(std::move(goOn)) {}
+  /// `goOn` is told how far the work is, in percent, and says whether to go on; it may come from any thread. `begins`
+  /// gets the rows that an answer begins with.
+  EnquiryReader(Database& database, std::function<bool(int percent)> goOn = {}, std::function<void(RowSet)> begins = {})
+      : database_(database), goOn_(std::move(goOn)), begins_(std::move(begins)) {}
   /// Rows of a select; throws EnquiryStopped when it was stopped meanwhile.
   RowSet select(const Sql& sql);
+  /// Tells the rows of a select ahead of the rest: the answer begins with them, each as it stays. Where nobody looks on
+  /// they are not read.
+  void begin(const Sql& first);
   /// Rows of a select summed (engine/grouped_sums.h); throws as well.
   RowSet sums(const Sql& lines, const SumColumns& columns);
   /// From now on all that is read is of one moment, whatever others post meanwhile. For a connection that only reads:
@@ -108,6 +112,7 @@ class EnquiryReader {
   template <class Read>
   RowSet stoppable(Read read);
   std::function<bool(int)> goOn_;
+  std::function<void(RowSet)> begins_;
   int percent_ = 0;
   std::shared_ptr<Transaction> moment_;
 };

@@ -195,14 +195,14 @@ Filter conditions(PartnerType side, const Criteria& criteria, const Warehouses& 
   return filter;
 }
 
-/// The totals without their order: from "select t.* … from (" to ") t".
-Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criteria, const Warehouses& warehouses) {
+/// The totals of these lines without their order: from "select t.* … from (" to ") t".
+Sql unordered(PartnerType side, const Grouping& grouping, const Filter& lines) {
   const bool tellsLast = side == PartnerType::Supplier && grouping.by == TradeBy::Goods;
   const Sql sums =
       Sql(text("select ", listed(grouping.keys, [](const Key& key) { return text(key.of, " as ", key.as); }), ",",
                listed(kFigures, [](const Key& figure) { return text("sum(", figure.of, ") as ", figure.as); }),
                tellsLast ? ",max(x.gl_kdrq) as rq" : "", " from jxc_goodslist x"))
-          .where(conditions(side, criteria, warehouses))
+          .where(lines)
           .add(" group by " + listed(grouping.keys, [](const Key& key) { return std::string(key.of); }));
   const std::string again =
       listed(grouping.named, [](const Named& each) { return each.isKey ? std::string(each.of) : ""; });
@@ -218,6 +218,25 @@ Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criter
              listed(kFigures, figure) + (tellsLast ? ",b.rq from " : " from "))
       .add(namedSums(grouping, side, sums))
       .add(again.empty() ? ") t" : " group by " + again + ") t");
+}
+
+Sql unordered(PartnerType side, const Grouping& grouping, const Criteria& criteria, const Warehouses& warehouses) {
+  return unordered(side, grouping, conditions(side, criteria, warehouses));
+}
+
+/// The lines of the latest days, or months, whole ones: of those on which the last so many stand, which an index of
+/// dates finds.
+Filter latest(PartnerType side, bool months, const Criteria& criteria, const Warehouses& warehouses) {
+  constexpr int kLines = 200;  // hardly two of them are one sum
+  Criteria open = criteria;
+  open.from.clear();  // no second beginning, which the index might be entered by
+  Filter filter = conditions(side, open, warehouses);
+  const std::string begins = text("left(min(l.gl_kdrq),", months ? "7" : "10", ")");
+  return filter.add(Sql(text("x.gl_kdrq>=(select iif(", begins, "<?,?,", begins, ") from (select top ",
+                             std::to_string(kLines), " x.gl_kdrq from jxc_goodslist x"),
+                        criteria.from, criteria.from)
+                        .where(conditions(side, criteria, warehouses))
+                        .add(" order by x.gl_kdrq desc,x.id desc) l)"));
 }
 
 /// What a ranking goes by. An order by profit tells of cost, one by amount of prices: without the right it goes by
@@ -298,6 +317,18 @@ Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Wa
   using namespace trade_totals_detail;
   const Grouping& asked = grouping(by);
   return unordered(side, asked, criteria, warehouses).add(ranked(side, criteria, asked.order));
+}
+
+Computation latestFirst(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses) {
+  using namespace trade_totals_detail;
+  const Grouping& asked = grouping(by);
+  const std::string order = ranked(side, criteria, asked.order);
+  const Filter lines = latest(side, by == TradeBy::PartnerGoodsMonth, criteria, warehouses);
+  return [first = unordered(side, asked, lines).add(order),
+          all = tradeTotals(side, by, criteria, warehouses)](EnquiryReader& reader) {
+    reader.begin(first);
+    return reader.select(all);
+  };
 }
 
 void narrowToSum(TradeBy by, Criteria& criteria, const Row& row) {

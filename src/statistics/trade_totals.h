@@ -57,6 +57,10 @@ Sql documentSales(const Criteria& criteria, const Warehouses& warehouses);
 /// "无地区" of their own.
 Sql tradeTotals(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
 
+/// The same sums of partners' goods by day or by month, the latest days ahead of the rest: a year has as many of them
+/// as lines.
+Computation latestFirst(PartnerType side, TradeBy by, const Criteria& criteria, const Warehouses& warehouses);
+
 /// Puts into the criteria what a row of the sums stands for: the lines that they ask for then add up to it.
 void narrowToSum(TradeBy by, Criteria& criteria, const Row& row);
 
@@ -89,6 +93,10 @@ Sql tradeLinesOf(const Criteria& criteria, const Warehouses& warehouses) {
 template <PartnerType Side, TradeBy By>
 Sql tradeTotalsOf(const Criteria& criteria, const Warehouses& warehouses) {
   return tradeTotals(Side, By, criteria, warehouses);
+}
+template <PartnerType Side, TradeBy By>
+Computation latestFirstOf(const Criteria& criteria, const Warehouses& warehouses) {
+  return latestFirst(Side, By, criteria, warehouses);
 }
 template <TradeBy By>
 void narrowTo(Criteria& criteria, const Row& row) {

@@ -59,11 +59,16 @@ struct ListLoader::Job {
       if (rows.rowCount() < list_loader_detail::kFirstRows) return whole(std::move(rows));
       put(Answer{std::move(rows), false, {}}, false);
     }
-    EnquiryReader asking(reader(), [&](int done) {
-      percent = done;
-      reader();  // throws once nobody waits any more
-      return true;
-    });
+    EnquiryReader asking(
+        reader(),
+        [&](int done) {
+          percent = done;
+          reader();  // throws once nobody waits any more
+          return true;
+        },
+        [this](RowSet rows) {
+          put(Answer{std::move(rows), false, {}}, false);
+        });
     if (!statement) asking.holdMoment();
     return whole(answer(query, asking));
   }

@@ -1,10 +1,16 @@
 // What was bought and sold, summed: figures of a small month worked out by hand, and groupings that agree.
 #include "statistics/trade_totals.h"
 
+#include "core/data_module.h"
+#include "maintenance/demo_shop.h"
+#include "server/test_engine.h"
 #include "statistics/purchase_sale_stock.h"
 #include "stock/document_list.h"
+#include "stock/line_columns.h"
 #include "stock/shop.h"
 
+#include <array>
+#include <map>
 #include <random>
 
 namespace jxc::trade_totals_test {
@@ -52,6 +58,38 @@ TEST_F(TradeTotals, PurchasesOfADayAreOneSumWhateverTheTimeAndReturnsLowerTheMon
             QStringList({"2021-06B/S2 1 7 7.91", "2021-05A/S1 13 140 158.2"}));
   const Criteria may{.from = QStringLiteral("2021-05"), .to = QStringLiteral("2021-05"), .kind = QStringLiteral("cj")};
   EXPECT_EQ((sums<PartnerType::Supplier, TradeBy::Day>("tjrq", may)), QStringList({"2021-05-01 15 160 180.8"}));
+}
+
+// What a receipt was rounded off by is a line without goods: it belongs to the supplier and the day, and to no class.
+TEST_F(TradeTotals, ABalancingLineOfAReceiptCountsWhereNoClassIsAskedFor) {
+  row("cj", "2021-05-20 18:00:00", "00000000", "S1", {0, -0.6});
+  EXPECT_EQ(
+      (sums<PartnerType::Supplier, TradeBy::PartnerGoodsDay>("rowkey", {.from = u"2021-05-20"_qs})),
+      QStringList({"2021-06-02B/S2 1 7 7.91", "2021-05-2000000000/S1 0 -0.6 -0.6", "2021-05-20A/S1 -2 -20 -22.6"}));
+  EXPECT_EQ((sums<PartnerType::Supplier, TradeBy::Partner>("ghs_sn")),
+            QStringList({"S1 13 139.4 157.6", "S2 1 7 7.91"}));
+  EXPECT_EQ((sums<PartnerType::Supplier, TradeBy::GoodsClass>("gc_sn", {.goodsClass = u"1900"_qs})),
+            QStringList("1900 14 147 166.11"));
+  EXPECT_EQ((sums<PartnerType::Supplier, TradeBy::Goods>("g_sn", {.kind = u"ct"_qs})), QStringList("A -2 -20 -22.6"));
+}
+
+TEST_F(TradeTotals, TheLatestDaysComeAheadOfTheRestAndStayAsTheyAre) {
+  for (int i = 0; i < 320; ++i)  // two a day, until the 9th of June
+    row("cj", (QDate(2022, 1, 1).addDays(i / 2).toString(Qt::ISODate) + (i % 2 == 0 ? "" : " 18:00:00")).toLatin1(),
+        "A", "S1", {1, 10});
+  const auto rows = [](TradeBy by, const Criteria& asked) {
+    RowSet first;
+    EnquiryReader reader(accountDb(), {}, [&](RowSet begun) { first = std::move(begun); });
+    const RowSet all = latestFirst(PartnerType::Supplier, by, asked, Warehouses(asked))(reader);
+    EXPECT_EQ(test::textsOf(first), test::textsOf(all).first(first.rowCount()));
+    return std::pair(first.rowCount(), all.rowCount());
+  };
+  using enum TradeBy;
+  EXPECT_EQ(rows(PartnerGoodsDay, {.from = u"2022-01-05"_qs, .to = u"2022-12-31"_qs}), std::pair(100, 156));
+  EXPECT_EQ(rows(PartnerGoodsDay, {.to = u"2022-06-01"_qs}), std::pair(100, 155));
+  EXPECT_EQ(rows(PartnerGoodsMonth, {.from = u"2022-01"_qs, .to = u"2022-12"_qs}), std::pair(4, 6));
+  EXPECT_EQ(rows(PartnerGoodsMonth, {.from = u"2022-03-05"_qs}), std::pair(4, 4));  // no day before it in March
+  EXPECT_EQ(rows(PartnerGoodsDay, {.from = u"2030-01-01"_qs}), std::pair(0, 0));
 }
 
 TEST_F(TradeTotals, SalesHaveProfitAndAMarginThatIsZeroWhereNothingWasTakenIn) {
@@ -214,6 +252,85 @@ TEST_F(TradeTotals, GoodsTurnOverByWhatWasSoldOfBoughtAndStock) {
   EXPECT_EQ(turn({.to = u"2021-05-31"_qs}), "A 13 2 7 10");
   EXPECT_EQ(turn({.to = u"2021-05-31"_qs, .boxes = kTurnOfAllGoods}), "A 13 2 7 10, B 0 4 0 0");
   EXPECT_EQ(turn({.order = u"cgsl"_qs}), "A 13 2 7 10, B 1 4 0 400");
+}
+
+/// Quantity, net and total.
+using Figures = std::array<double, 3>;
+using ByKey = std::map<QString, Figures>;
+
+class TradeOfAShop : public test::AccountSetFixture {
+ protected:
+  TradeOfAShop() {
+    dataModule().installAccountDb(test::openEmpty(test::Story::Long));
+    buildDemoShop({.months = 1, .seed = 5, .goods = 60, .documentsADay = 10, .lastDay = QDate(2021, 8, 31)});
+  }
+  /// Adds up the lines of documents, and what a payment was rounded off by, by whatever `keyOf` makes of goods, day and
+  /// partner.
+  template <class KeyOf>
+  static ByKey ofDocuments(PartnerType side, std::initializer_list<std::pair<const DocumentFamily*, double>> families,
+                           KeyOf keyOf) {
+    ByKey all;
+    for (const Row row : openSelect("select k_ghskh,k_rq,k_yfje from jxc_ysyfk where k_type=? and k_note like "
+                                    "'%抹零登记%'",
+                                    side == PartnerType::Supplier ? u"ghs"_qs : u"kh"_qs)) {
+      Figures& sum = all[keyOf(u"00000000"_qs, row.text("k_rq").left(10), row.text("k_ghskh"))];
+      sum[1] += row.number("k_yfje");
+      sum[2] += row.number("k_yfje");
+    }
+    for (const auto& [f, sign] : families) {
+      const LineColumns& c = *f->line.columns;
+      for (const Row row : openSelect(
+               compose("select b.g_sn as goods,a.{} as day,a.{} as partner,b.{} as sl,b.{} as je,b.{} as zje from {} a,"
+                       "{} b where a.{}=b.{} and a.{}=1",
+                       {f->date, f->partner, c.quantity, c.net, c.total, f->head, f->lines, f->number, f->number,
+                        f->status}))) {
+        Figures& sum = all[keyOf(row.text("goods"), row.text("day").left(10), row.text("partner"))];
+        for (const auto& [at, column] : {std::pair(0U, "sl"), {1U, "je"}, {2U, "zje"}})
+          sum[at] += sign * row.number(column);
+      }
+    }
+    return all;
+  }
+  static void expectSame(const ByKey& expected, PartnerType side, TradeBy by, const char* key) {
+    const RowSet rows = openSelect(tradeTotals(side, by, {}, Warehouses({})));
+    EXPECT_EQ(rows.rowCount(), static_cast<int>(expected.size()));
+    for (const Row row : rows) {
+      const auto found = expected.find(row.text(key));
+      ASSERT_NE(found, expected.end()) << row.text(key).toStdString();
+      EXPECT_NEAR(row.number("sl"), found->second[0], 1e-6) << row.text(key).toStdString();
+      EXPECT_NEAR(row.number("je"), found->second[1], 1e-6) << row.text(key).toStdString();
+      EXPECT_NEAR(row.number("zje"), found->second[2], 1e-6) << row.text(key).toStdString();
+    }
+  }
+};
+
+TEST_F(TradeOfAShop, IsWhatTheLinesOfItsDocumentsAddUpTo) {
+  const std::map<QString, QString> classes = [] {
+    std::map<QString, QString> of;
+    for (const Row row : openSelect("select g_sn,gc_sn from jxc_goods where gc_sn in (select gc_sn from jxc_goodsclass "
+                                    "where gc_sn<>'')"))
+      of[row.text("g_sn")] = row.text("gc_sn");
+    return of;
+  }();
+  const auto hold = [&](PartnerType side, std::initializer_list<std::pair<const DocumentFamily*, double>> families) {
+    const auto agree = [&](TradeBy by, const char* key, const auto& keyOf) {
+      SCOPED_TRACE(testing::Message() << static_cast<int>(side) << " by " << static_cast<int>(by));
+      const ByKey all = ofDocuments(side, families, keyOf);
+      EXPECT_GT(all.size(), by == TradeBy::Month ? 0U : 3U);
+      expectSame(all, side, by, key);
+    };
+    agree(TradeBy::Goods, "g_sn", [](const QString& goods, const QString&, const QString&) { return goods; });
+    agree(TradeBy::GoodsClass, "gc_sn", [&](const QString& goods, const QString&, const QString&) {
+      return classes.contains(goods) ? classes.at(goods) : u"其他"_qs;
+    });
+    agree(TradeBy::Partner, "ghs_sn", [](const QString&, const QString&, const QString& partner) { return partner; });
+    agree(TradeBy::Month, "tjrq", [](const QString&, const QString& day, const QString&) { return day.left(7); });
+    agree(TradeBy::PartnerGoodsDay, "rowkey", [](const QString& goods, const QString& day, const QString& partner) {
+      return day + goods + u'/' + partner;
+    });
+  };
+  hold(PartnerType::Supplier, {{&families::purchaseReceipt, 1}, {&families::purchaseReturn, -1}});
+  hold(PartnerType::Customer, {{&families::sale, 1}, {&families::saleReturn, -1}});
 }
 
 }  // namespace jxc::trade_totals_test

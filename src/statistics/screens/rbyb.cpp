@@ -21,6 +21,7 @@ struct Report {
   static constexpr ui::EnquiryView kGoods = [] {
     auto view = sumView<Side, kGoodsOf>(kSums, joined<"rHz", Number>, Months ? "月报表" : "日报表", kSumColumns,
                                         "rowkey", "g_name", kLines);
+    view.source = latestFirstOf<Side, kGoodsOf>;
     view.chart = {};
     return view;
   }();
