@@ -46,8 +46,11 @@ enum class Subject : std::uint8_t {
   Date,
   Note,
   Lines,  // of a document or of a list
-  Goods,  // what is taken apart or put together
+  Goods,  // what is taken apart or put together, or to be chosen
   Quantity,
+  Price,   // of a line or a quotation
+  Cost,    // of a piece
+  Points,  // that a gift costs
   Discount,
   Total,
   AccountInto,

@@ -80,7 +80,7 @@ bool isWrong(const Entry& entry, Prompt& prompt) {
   return refused({{entry.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
                   warehouseGone(entry.warehouse),
                   {entry.quantity < 0, u"期初数量不能为负数！"_qs, Subject::Quantity},
-                  {entry.cost < 0 || entry.cost >= kDearest, u"成本价不正确，请重新输入！"_qs}},
+                  {entry.cost < 0 || entry.cost >= kDearest, u"成本价不正确，请重新输入！"_qs, Subject::Cost}},
                  prompt) ||
          isTooMany(entry.quantity, prompt);
 }
@@ -221,7 +221,7 @@ bool enter(const Entry& entry, Prompt& prompt) {
   using namespace opening_stock_detail;
   const RowSet goods = openSelect(std::string(kGoods) + " where g_sn=? and g_sn<>'00000000'", entry.goods);
   const auto known = [&] { return knows(entry.warehouse, entry.goods); };
-  if (refused({{goods.isEmpty(), u"请选择商品！"_qs}}, prompt) || isWrong(entry, prompt) ||
+  if (refused({{goods.isEmpty(), u"请选择商品！"_qs, Subject::Goods}}, prompt) || isWrong(entry, prompt) ||
       refused({{known(), QStringView(kKnown).toString()}}, prompt))
     return false;
   Transaction transaction(accountDb());

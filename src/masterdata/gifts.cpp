@@ -46,7 +46,9 @@ Sql goodsNotInUse(const Criteria& criteria) {
 }
 
 bool use(std::int64_t id, double points, Prompt& prompt) {
-  if (refused({{points < 0, u"积分不能为负数！"_qs}}, prompt) || isTooMany(points, prompt)) return false;
+  if (refused({{points < 0, u"积分不能为负数！"_qs, Subject::Points}}, prompt) ||
+      isTooMany(points, prompt, Subject::Points))
+    return false;
   updateRow("jxc_goods", id, {{"g_zpjf", points}, {"g_sy", 1}});
   return true;
 }
@@ -87,16 +89,16 @@ bool save(const Item& typed, const Item& shown, Prompt& prompt) {
   const auto isTaken = [&] {
     return exists("select top 1 id from jxc_zpxx where zp_sn=? and id<>?", number, typed.id);
   };
-  if (refused({{number.isEmpty(), u"赠品编号必须填写！"_qs},
-               {name.isEmpty(), u"赠品名称必须填写！"_qs},
-               {typed.quantity < 0, u"赠品数量不能为负数！"_qs},
-               {typed.points < 0, u"兑换积分不能为负数！"_qs},
-               {isTaken(), u"赠品编号已经存在，请重新输入！"_qs},
+  if (refused({{number.isEmpty(), u"赠品编号必须填写！"_qs, Subject::Number},
+               {name.isEmpty(), u"赠品名称必须填写！"_qs, Subject::Name},
+               {typed.quantity < 0, u"赠品数量不能为负数！"_qs, Subject::Quantity},
+               {typed.points < 0, u"兑换积分不能为负数！"_qs, Subject::Points},
+               {isTaken(), u"赠品编号已经存在，请重新输入！"_qs, Subject::Number},
                // What was received and redeemed stands under its number.
                {typed.id != 0 && number != shown.number && moved(shown.number),
-                u"该赠品已经发生过业务，不能修改赠品编号！"_qs}},
+                u"该赠品已经发生过业务，不能修改赠品编号！"_qs, Subject::Number}},
               prompt) ||
-      isTooMany(typed.quantity, prompt) || isTooMany(typed.points, prompt))
+      isTooMany(typed.quantity, prompt) || isTooMany(typed.points, prompt, Subject::Points))
     return false;
   Transaction transaction(accountDb());
   if (isTaken()) throw DbError(DbError::Kind::Other, u"赠品编号已经存在，请重新输入！"_qs);
@@ -124,7 +126,10 @@ bool remove(std::int64_t id, Prompt& prompt) {
 }
 
 bool receive(std::int64_t id, const Receipt& receipt, Prompt& prompt) {
-  if (refused({{receipt.quantity < 0, u"进货数量不能为负数！"_qs}}, prompt) || isTooMany(receipt.quantity, prompt))
+  if (refused({{receipt.date.isEmpty(), u"进货日期必须填写！"_qs, Subject::Date},
+               {receipt.quantity < 0, u"进货数量不能为负数！"_qs, Subject::Quantity}},
+              prompt) ||
+      isTooMany(receipt.quantity, prompt))
     return false;
   Transaction transaction(accountDb());
   const QString number = lookupValue("select zp_sn from jxc_zpxx where id=?", id);

@@ -27,7 +27,8 @@ const Columns& columnsOf(const PartnerSide& side) {
 
 /// A price of nothing would sell for nothing.
 bool isNoPrice(double yuan, Prompt& prompt) {
-  return refused({{roundMoney(yuan) <= 0, u"报价必须大于0！"_qs}, {yuan >= kDearest, u"报价不正确，请重新输入！"_qs}},
+  return refused({{roundMoney(yuan) <= 0, u"报价必须大于0！"_qs, Subject::Price},
+                  {yuan >= kDearest, u"报价不正确，请重新输入！"_qs, Subject::Price}},
                  prompt);
 }
 
@@ -102,12 +103,18 @@ Sql list(const PartnerSide& side, const Criteria& criteria) {
       .add(" order by a.id");
 }
 
-double proposed(const PartnerSide& side, const QString& partner, const QString& goods) {
+std::optional<Proposal> propose(const PartnerSide& side, const QString& partner, const QString& goods) {
+  const RowSet known = openSelect("select g_name,g_jj,g_sj from jxc_goods where g_sn=?", goods);
+  if (known.isEmpty()) return {};
+  const Row row = known.front();
   const RowSet last = openSelect(compose("select top 1 {} from {} where g_sn=? and {}=? order by id desc",
                                          {quotations_detail::columnsOf(side).price, side.quotes, side.sn}),
                                  goods, partner);
-  if (!last.isEmpty()) return last.number(0, 0);
-  return lookupNumber(compose("select {} from jxc_goods where g_sn=?", {side.isCustomer() ? "g_sj" : "g_jj"}), goods);
+  const double bought = row.number("g_jj"), sold = row.number("g_sj");
+  return Proposal{row.text("g_name"), bought, sold,
+                  !last.isEmpty()     ? last.number(0, 0)
+                  : side.isCustomer() ? sold
+                                      : bought};
 }
 
 Sql goodsToQuote(const PickFilter& wanted) {
@@ -130,9 +137,10 @@ std::optional<int> save(const PartnerSide& side, const Quotation& head, Prompt& 
     return exists(compose("select {} from {} where {}=?", {side.sn, side.table, side.sn}), head.partner);
   };
   const auto& columns = quotations_detail::columnsOf(side);
-  if (refused({{head.name.trimmed().isEmpty(), noun + u"名称必须填写！"_qs},
-               {head.partner.isEmpty() || !isKnown(), noun + u"名称不正确，重新填写！"_qs},
-               {stagedLines().isEmpty(), u"没有选择报价商品，不能保存！"_qs}},
+  if (refused({{head.name.trimmed().isEmpty(), noun + u"名称必须填写！"_qs, Subject::Partner},
+               {head.partner.isEmpty() || !isKnown(), noun + u"名称不正确，重新填写！"_qs, Subject::Partner},
+               {head.date.isEmpty(), u"报价日期必须填写！"_qs, Subject::Date},
+               {stagedLines().isEmpty(), u"没有选择报价商品，不能保存！"_qs, Subject::Goods}},
               prompt))
     return {};
   Transaction transaction(accountDb());

@@ -19,8 +19,13 @@ inline constexpr NoWarehouse kOfTheShop{"a price is promised by the shop, whiche
 /// name of the partner, note.
 Sql list(const PartnerSide& side, const Criteria& criteria);
 
-/// What a new one begins with, yuan: the price that counts, else the preset sale or purchase price.
-double proposed(const PartnerSide& side, const QString& partner, const QString& goods);
+/// What a new one begins with: the price that counts, else the preset sale or purchase price; all in yuan.
+struct Proposal {
+  QString name;
+  double purchasePrice = 0, salePrice = 0, price = 0;
+};
+/// Nothing for goods that are gone.
+std::optional<Proposal> propose(const PartnerSide& side, const QString& partner, const QString& goods);
 
 /// Goods to quote.
 Sql goodsToQuote(const PickFilter& wanted);

@@ -97,9 +97,8 @@ QString namedGoods(const QString& goods) {
   return u"\r\n\r\n商品："_qs + goods + u' ' + lookupValue("select g_name from jxc_goods where g_sn=?", goods);
 }
 
-bool isTooMany(double quantity, Prompt& prompt) {
-  return refused({{std::abs(quantity) >= kTooMany, u"数量过大，请检查是否输入了条码或单价！"_qs, Subject::Quantity}},
-                 prompt);
+bool isTooMany(double quantity, Prompt& prompt, Subject about) {
+  return refused({{std::abs(quantity) >= kTooMany, u"数量过大，请检查是否输入了条码或单价！"_qs, about}}, prompt);
 }
 
 void tellPassedOver(PickingMemory& memory, Prompt& prompt) {

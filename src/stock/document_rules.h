@@ -71,7 +71,7 @@ struct PickingMemory {
 /// "\r\n\r\n商品：number name": behind a refusal that would not tell which.
 QString namedGoods(const QString& goods);
 /// Refuses a quantity that no line has (`kTooMany`).
-bool isTooMany(double quantity, Prompt& prompt);
+bool isTooMany(double quantity, Prompt& prompt, Subject about = Subject::Quantity);
 
 /// Names what was passed over, and forgets it.
 void tellPassedOver(PickingMemory& memory, Prompt& prompt);

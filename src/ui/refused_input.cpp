@@ -7,7 +7,7 @@
 namespace jxc::ui {
 namespace refused_input_detail {
 
-constexpr std::size_t kMost = 4;
+constexpr std::size_t kMost = 6;
 struct Inputs {
   Subject subject;
   std::array<std::string_view, kMost> names;
@@ -16,7 +16,7 @@ struct Inputs {
 constexpr Inputs kInputs[] = {
     {Subject::Name, {"tname", "g_qc", "g_name"}},
     {Subject::Barcode, {"tSptm", "g_sptm"}},
-    {Subject::Number, {"g_sn"}},
+    {Subject::Number, {"g_sn", "tsn"}},
     {Subject::Class, {"gc_name", "treeLb"}},
     {Subject::Unit, {"dw_name"}},
     {Subject::Brand, {"tlxmc"}},
@@ -34,18 +34,21 @@ constexpr Inputs kInputs[] = {
     {Subject::OptometristsShare, {"tygtc"}},
     {Subject::WorkshopsShare, {"tjgtc"}},
     {Subject::SalesmansShare, {"txsytc"}},
-    {Subject::Partner, {"tghs", "tkh", "tKhName"}},
+    {Subject::Partner, {"tghs", "tkh", "tKhName", "tKh", "tGhs"}},
     {Subject::Warehouse, {"comCk"}},
     {Subject::WarehouseInto, {"comCk2"}},
     {Subject::Employee, {"comUser"}},
     {Subject::Employees, {"treeUser"}},
     {Subject::Operators, {"treeAdmin"}},
     {Subject::TillDuties, {"chkYg"}},
-    {Subject::Date, {"dateCg", "dateLx", "dateRz", "tdate1"}},
+    {Subject::Date, {"dateCg", "dateLx", "dateRz", "dateBj", "dateJh", "tdate1"}},
     {Subject::Note, {"tnote"}},
     {Subject::Lines, {"tSptm", "gridLines"}},
-    {Subject::Goods, {"tgname"}},
+    {Subject::Goods, {"tgname", "tkey"}},
     {Subject::Quantity, {"tsl", "tslcf"}},
+    {Subject::Price, {"tdj"}},
+    {Subject::Cost, {"tcbj"}},
+    {Subject::Points, {"tjf"}},
     {Subject::Discount, {"tdzl"}},
     {Subject::Total, {"tzje"}},
     {Subject::AccountInto, {"comYhzh1"}},

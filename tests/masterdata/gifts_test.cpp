@@ -24,6 +24,8 @@ TEST_F(GiftsTest, AnItemIsCheckedInTheOrderOfItsForm) {
                                     {{0, u"1001"_qs, u"镜布"_qs, 0, 0}, "赠品编号已经存在，请重新输入！"}})
     EXPECT_EQ(prompt.refused(gifts::save(item, {}, prompt)), words);
   const std::int64_t cloth = added(u"1002"_qs, u"镜布"_qs);
+  for (const char* key : {"%", "1%2", "'", "0'--"})
+    EXPECT_TRUE(openSelect(gifts::items({.key = QString::fromUtf8(key)})).isEmpty()) << key;
   EXPECT_EQ(store(), "1002 JB 0|1001 YJH 10");
   EXPECT_EQ(test::textsOf(openSelect(gifts::items({.key = u"yjh"_qs})), {"zp_name"}), QStringList("眼镜盒"));
 
@@ -61,6 +63,8 @@ TEST_F(GiftsTest, MovementsOfThreeSources) {
       listed({.from = u"2021-05-01"_qs, .to = u"2021-05-03"_qs, .kind = u"1001"_qs}),
       "赠品进货 2021-05-03 6 |赠品进货 2021-05-01 5 |积分兑换 2021-05-03 18:30:00 -2 DH1|销售赠送 2021-05-02 -1 XS1");
   EXPECT_EQ(listed({.from = u"2021-05-04"_qs, .kind = u"1001"_qs}), "");
+  EXPECT_EQ(listed({.from = u"2021-05-03"_qs, .to = u"2021-05-01"_qs}), "");
+  EXPECT_EQ(listed({.from = u"0001-01-01"_qs, .to = u"9999-12-31"_qs, .kind = u"1001"_qs}).count(u'|'), 4);
   EXPECT_EQ(openSelect(gifts::movements({})).rowCount(), 6);
   EXPECT_EQ(test::textsOf(answer(Source(gifts::redemptions), {}), {"gl_djh", "spmc", "dh_sl", "dh_jf"}),
             QStringList("DH1 眼镜盒 2 200"));

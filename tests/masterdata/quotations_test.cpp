@@ -1,6 +1,7 @@
 // 报价: the second quotation beats the first, deletion falls back, and the sale takes what counts.
 #include "masterdata/quotations.h"
 
+#include "core/text.h"
 #include "masterdata/prices.h"
 #include "sales/sale.h"
 #include "stock/line_import.h"
@@ -34,7 +35,8 @@ TEST_F(QuotationsTest, TheLastOneCountsAndTheOneBeforeComesBack) {
   for (const auto& [head, words] : {std::pair(quotations::Quotation{{}, customer()}, "客户名称必须填写！"),
                                     {{u"甲"_qs, {}}, "客户名称不正确，重新填写！"},
                                     {{u"甲"_qs, u"99"_qs}, "客户名称不正确，重新填写！"},
-                                    {{u"甲"_qs, customer()}, "没有选择报价商品，不能保存！"}})
+                                    {{u"甲"_qs, customer()}, "报价日期必须填写！"},
+                                    {{u"甲"_qs, customer(), u"2021-05-03"_qs}, "没有选择报价商品，不能保存！"}})
     EXPECT_EQ(prompt.refused(quotations::save(customerSide, head, prompt)), words);
   EXPECT_EQ(prompt.refused(quotations::save(supplierSide, {}, prompt)), "供货商名称必须填写！");
   for (const double yuan : {0.0, -1.0, 0.001})
@@ -64,8 +66,8 @@ TEST_F(QuotationsTest, TheLastOneCountsAndTheOneBeforeComesBack) {
   // What a supplier offers is no price for a customer.
   ASSERT_TRUE(quote(supplierSide, "100001", 4));
   EXPECT_EQ(sold(), 9.5);
-  EXPECT_EQ(quotations::proposed(supplierSide, "100001", "A"), 4);
-  EXPECT_EQ(quotations::proposed(supplierSide, "100001", "B"), 3);
+  EXPECT_EQ(quotations::propose(supplierSide, "100001", "A")->price, 4);
+  EXPECT_EQ(quotations::propose(supplierSide, "100001", "B")->price, 3);
   EXPECT_EQ(listed(supplierSide), "2021-05-03 A 4  ");
 }
 
@@ -96,6 +98,23 @@ TEST_F(QuotationsTest, APriceListComesInFromASpreadsheet) {
   noPrice.addText("1");
   EXPECT_FALSE(judgeLines(noPrice, quotations::sheet, quotations::lines(), {}, prompt));
   EXPECT_EQ(prompt.lastNotice(), "表格中没有“报价”这一列，请按模板填写！");
+}
+
+// What an operator may ask for: an answer, never an error.
+TEST_F(QuotationsTest, OddQuestionsAreAnswered) {
+  execSql("update jxc_goods set g_name=? where g_sn='A'", sanitizeText(u"50%棉布'大'号"_qs));
+  ASSERT_TRUE(quote(customerSide, customer(), 8, u"五折50%起"_qs));
+  const QString found = listed(customerSide);
+  EXPECT_NE(found, "");
+  for (const char* key : {"50%棉", "布'大", "0%"})
+    EXPECT_EQ(listed(customerSide, {.key = QString::fromUtf8(key)}), found) << key;
+  for (const char* key : {"5%布", "%'--", "\\", "0%')"})
+    EXPECT_EQ(listed(customerSide, {.key = QString::fromUtf8(key)}), "") << key;
+  EXPECT_EQ(listed(customerSide, {.kind = u"50%"_qs}), found);
+  EXPECT_EQ(listed(customerSide, {.kind = u"五%起"_qs}), "");
+  EXPECT_EQ(listed(customerSide, {.from = u"0001-01-01"_qs, .to = u"9999-12-31"_qs}), found);
+  EXPECT_EQ(listed(customerSide, {.from = u"9999-12-31"_qs, .to = u"0001-01-01"_qs}), "");
+  EXPECT_EQ(listed(customerSide, {.partner = u"gone"_qs}), "");
 }
 
 }  // namespace jxc::quotations_test

@@ -1,5 +1,7 @@
 // 期初建账屏幕: goods one after the other by keys, a class, corrected and taken out; cost only for who may see it.
+#include "platform/sheet/sheet_writer.h"
 #include "screens/harness/trading_test.h"
+#include "stock/screens/line_import_screen.h"
 
 namespace jxc::test::opening_stock_screen_test {
 
@@ -38,6 +40,7 @@ TEST_F(OpeningStockScreenTest, TheFirstDayByKeys) {
     press(s, "F3", "F_Qcjz_Add", [&](ui::Screen& add) {
       EXPECT_EQ(add.field("tname").text(), "10000002 钛架");
       EXPECT_EQ(add.field("tsl").number(), 3);
+      picture(add, u"F_Qcjz_Add_Modi"_qs);
       type(add, "tsl", u"4");
       press(add, "F5");
     });
@@ -48,6 +51,30 @@ TEST_F(OpeningStockScreenTest, TheFirstDayByKeys) {
       press(out, "Esc");
     });
     EXPECT_EQ(shown(s), "");
+  });
+}
+
+TEST_F(OpeningStockScreenTest, AFileIsShownRowByRowBeforeItComesIn) {
+  addGoods({.sn = u"10000003"_qs, .name = u"清晰非球面加硬加膜防蓝光变色树脂镜片1.67"_qs, .cost = 35});
+  Sheet sheet;
+  for (const char* caption : {"商品条码", "商品编号", "数量", "成本价"})
+    sheet.columns.push_back({.caption = QString::fromUtf8(caption)});
+  sheet.rows = heldRows({{u"6900000000017"_qs, Value(), u"12"_qs, u"38.5"_qs},
+                         {Value(), u"10000002"_qs, u"3"_qs, Value()},
+                         {Value(), u"10000003"_qs, u"一盒"_qs, u"35"_qs},
+                         {Value(), u"10000002"_qs, u"4"_qs, u"110"_qs},
+                         {Value(), u"19999999"_qs, u"-1"_qs, u"贵"_qs}});
+  const QString path = file(u"期初.xlsx"_qs);
+  writeSheet(path, sheet);
+  open("F_Qcjz", [&](ui::Screen& s) {
+    press(s, "F7", "F_Qcjz_Import", [&](ui::Screen& import) {
+      dynamic_cast<LineImportScreen&>(import).openFile(path);
+      EXPECT_EQ(textsOf(import.grid("gridLines").rows(), {"status"}).join(u" | "_qs),
+                "可顺利导入 | 可顺利导入 | 数量不是数字 | 商品重复 | 商品不存在；数量不能为负数；成本价不正确");
+      picture(import, u"F_Qcjz_Import"_qs);
+      press(import, "F5", u"导入完毕\r\n\r\n共5条记录\r\n\r\n成功导入2条\r\n\r\n失败3条"_qs);
+    });
+    EXPECT_EQ(shown(s), "10000001 12 38.5 462 | 10000002 3 120 360");
   });
 }
 

@@ -28,6 +28,12 @@ TEST_F(QuotationsScreenTest, APriceIsPromisedChangedAndTakenBack) {
       EXPECT_EQ(shown(add, "gridStaging", {"g_sn", "ts_dj"}), "10000001 18.5");
       press(add, "F5", u"客户名称必须填写！"_qs);
       add.field("tKh").setPicked({u"普通客户"_qs, customer});
+      type(add, "dateBj", u"2021-02-30");  // no day: nothing is written
+      press(add, "F5", u"报价日期：日期格式不正确，请输入年-月-日，如 2026-05-01"_qs);
+      type(add, "dateBj", u"");
+      press(add, "F5", u"报价日期必须填写！"_qs);
+      EXPECT_TRUE(add.field("dateBj").widget()->hasFocus());
+      type(add, "dateBj", u"2021-05-03");
       press(add, "F5");
     });
     EXPECT_EQ(shown(s, "gridKh", {"rq", "g_sn", "bj"}), "2021-05-03 10000001 18.5");

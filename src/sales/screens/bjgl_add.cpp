@@ -50,13 +50,12 @@ class TF_Bjgl_Sele : public ui::Screen {
   /// Asks at which price a goods is quoted, and picks it.
   bool pick(const PartnerSide& side, const QString& partner, const QString& goods) {
     goods_ = goods;
-    const RowSet known = openSelect("select g_name,g_jj,g_sj from jxc_goods where g_sn=?", goods);
-    if (known.isEmpty()) return false;
-    const Row row = known.front();
-    field("tname").setText(goods + u' ' + row.text("g_name"));
-    field("tjj").setNumber(row.number("g_jj"));
-    field("tsj").setNumber(row.number("g_sj"));
-    field("tdj").setNumber(quotations::proposed(side, partner, goods));
+    const auto proposed = quotations::propose(side, partner, goods);
+    if (!proposed) return false;
+    field("tname").setText(goods + u' ' + proposed->name);
+    field("tjj").setNumber(proposed->purchasePrice);
+    field("tsj").setNumber(proposed->salePrice);
+    field("tdj").setNumber(proposed->price);
     return showModal();
   }
 
@@ -213,6 +212,7 @@ class QuotingScreen : public ui::Screen {
       command(name).setEnabled(!list.isEmpty());
   }
   void save() {
+    if (!checkFields()) return;
     const auto quoted = quotations::save(partnerSide(Side),
                                          {.name = partner().text(),
                                           .partner = partner().key(),
