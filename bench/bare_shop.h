@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -121,6 +122,14 @@ class Bare {
   sqlite::StatementHandle statement_;
   int bound_ = 0;
 };
+
+/// What this process holds in memory.
+inline double residentMegabytes() {
+  std::ifstream file("/proc/self/statm");
+  double all = 0, resident = 0;
+  file >> all >> resident;
+  return resident * 4096 / 1e6;
+}
 
 inline double roundTo(double value, double scale) {
   return std::round((value + 1e-9) * scale) / scale;

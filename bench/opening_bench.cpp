@@ -1,9 +1,12 @@
-// Opening stock of a class of 20,000 goods, as the command writes it and by hand.
+// Opening stock of a class of 20,000 goods, as the command writes it and by hand; a file of 100,000 rows, entered and
+// stopped.
 #include "bare_shop.h"
 #include "core/clock.h"
 #include "inventory/opening_stock.h"
+#include "stock/line_import.h"
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 
 namespace jxc {
 namespace opening_bench {
@@ -11,16 +14,21 @@ namespace opening_bench {
 using bench::Bare;
 using bench::Shop;
 
-constexpr int goodsCount = 20'000;
+constexpr int goodsCount = 20'000, rowsOfFile = 100'000;
 
+std::string code(int index) {
+  return std::to_string(10'000'000 + index);
+}
+
+template <int Goods>
 void fill(Shop& made) {
   sqlite3* const db = made.native();
   Bare(db, "begin immediate").run();
   Bare goods(db,
              "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,gg_name,color_name,g_bz,g_pjjj,g_jj,g_kc,g_jy,g_gdcbj,"
              "gc_sn) values (?,'镜架','JJ','付','','','',10,10,0,0,0,'1001')");
-  for (int i = 0; i < goodsCount; ++i)
-    (goods << std::to_string(10'000'000 + i)).run();
+  for (int i = 0; i < Goods; ++i)
+    (goods << code(i)).run();
   Bare(db, "commit").run();
 }
 
@@ -31,7 +39,7 @@ void takeOut() {
 }
 
 void enterClass(benchmark::State& state) {
-  bench::filledShop<fill>();
+  bench::filledShop<fill<goodsCount>>();
   bench::YesPrompt yes;
   for (auto _ : state) {
     const auto entered =
@@ -44,7 +52,7 @@ void enterClass(benchmark::State& state) {
 }
 
 void enterByHand(benchmark::State& state) {
-  sqlite3* const db = bench::filledShop<fill>().native();
+  sqlite3* const db = bench::filledShop<fill<goodsCount>>().native();
   const std::string day = clock::today().left(4).toStdString() + "-01-01", today = clock::today().toStdString();
   Bare begin(db, "begin immediate"), commit(db, "commit");
   Bare known(db,
@@ -81,10 +89,61 @@ void enterByHand(benchmark::State& state) {
   }
 }
 
+RowSet openingSheet() {
+  RowSet sheet({"商品编号", "数量", "成本价"});
+  for (int i = 0; i < rowsOfFile; ++i)
+    for (const std::string& cell : {code(i), std::string("5"), std::string("12.5")})
+      sheet.addText(cell);
+  return sheet;
+}
+
+LinePlace place() {
+  return {.date = clock::today(), .warehouse = QStringLiteral("100001")};
+}
+
+void enterFile(benchmark::State& state) {
+  bench::filledShop<fill<rowsOfFile>>();
+  bench::YesPrompt yes;
+  const RowSet sheet = openingSheet();
+  for (auto _ : state) {
+    const double before = bench::residentMegabytes();
+    const auto judged = judgeLines(sheet, opening_stock::sheet, opening_stock::lines(), place(), yes, Lines::Waiting);
+    const auto entered = importLines(*judged, opening_stock::lines(), place(), Lines::Waiting, yes);
+    state.counters["MB"] = bench::residentMegabytes() - before;
+    if (entered->taken != rowsOfFile) return state.SkipWithError("not all of the file");
+    state.PauseTiming();
+    takeOut();
+    state.ResumeTiming();
+  }
+}
+
+/// From the word of the operator, when half of it is written, until nothing of it is left.
+void stopFile(benchmark::State& state) {
+  using clock_type = std::chrono::steady_clock;
+  bench::filledShop<fill<rowsOfFile>>();
+  bench::YesPrompt yes;
+  const auto judged =
+      judgeLines(openingSheet(), opening_stock::sheet, opening_stock::lines(), place(), yes, Lines::Waiting);
+  for (auto _ : state) {
+    clock_type::time_point said;
+    const auto entered = importLines(*judged, opening_stock::lines(), place(), Lines::Waiting, yes, [&](int percent) {
+      said = clock_type::now();
+      return percent < 50;
+    });
+    state.SetIterationTime(std::chrono::duration<double>(clock_type::now() - said).count());
+    if (entered || exists("select top 1 id from jxc_goodslist")) return state.SkipWithError("it was not stopped");
+  }
+}
+
 const bool registered = [] {
   benchmark::RegisterBenchmark("opening stock of a class of 20,000, statements", enterClass)
       ->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark("opening stock of a class of 20,000, by hand", enterByHand)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("opening stock from a file of 100,000 rows", enterFile)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("opening stock from that file, stopped half way", stopFile)
+      ->UseManualTime()
+      ->Iterations(5)
       ->Unit(benchmark::kMillisecond);
   return true;
 }();

@@ -1,4 +1,5 @@
 // The statement helpers beside the bare SQLite interface: what a hash look-up, typed binding and row sets cost.
+#include "bare_shop.h"
 #include "engine/database.h"
 #include "engine/snapshot.h"
 #include "engine/sqlite/sqlite_database.h"
@@ -10,7 +11,6 @@
 #include <array>
 #include <benchmark/benchmark.h>
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -201,20 +201,13 @@ std::unique_ptr<Database> makeWideGoods(int rows) {
   return db;
 }
 
-double residentMegabytes() {
-  std::ifstream file("/proc/self/statm");
-  double all = 0, resident = 0;
-  file >> all >> resident;
-  return resident * 4096 / 1e6;
-}
-
 void readWideGoods(benchmark::State& state) {
   const auto db = makeWideGoods(100000);
   for (auto _ : state) {
-    const double before = residentMegabytes();
+    const double before = bench::residentMegabytes();
     const RowSet rows = db->select("select * from jxc_goods");
     state.counters["MB counted"] = static_cast<double>(rows.memory()) / 1e6;
-    state.counters["MB resident"] = residentMegabytes() - before;
+    state.counters["MB resident"] = bench::residentMegabytes() - before;
   }
 }
 BENCHMARK(readWideGoods)->Name("100,000 goods x 69 read, statements")->Unit(benchmark::kMillisecond)->Iterations(3);

@@ -74,19 +74,32 @@ struct RestMoney {
   QString account;
   bool operator==(const RestMoney&) const = default;
 };
-RestMoney restMoney(const PartialMovement& m, const QString& source) {
+RestMoney restMoney(const PartialMovement& m, const Row& head, const Parts& parts) {
   const DocumentFamily& s = *m.source;
   RestMoney rest;
-  const RowSet heads = headOf(m, source);
-  if (heads.isEmpty()) return rest;
-  const Row head = heads.front();
   double due = 0;
-  for (const LineFigures& each : openPartsOf(m, source).figures)
+  for (const LineFigures& each : parts.figures)
     due += each.total;
   rest.due = roundEps(due, AmountRules::current().amountDigits());
   rest.payable = backAtMost(rest.due, head.number(s.paid) + head.number(s.collected));
   rest.follows = head.integer(s.settlement) == static_cast<int>(Settlement::AtPaidAmount);
   rest.account = head.text(s.account);
+  return rest;
+}
+
+/// All that closing it goes by, as it stands now; without a head it is no audited document any more.
+struct Rest {
+  RowSet heads;
+  Parts parts;
+  RestMoney money;
+  Refusal shortage;  // of the books, when the goods were sold already
+  bool isThere() const { return !heads.isEmpty() && !parts.figures.empty(); }
+};
+Rest restOf(const PartialMovement& m, const QString& source) {
+  Rest rest{.heads = headOf(m, source), .parts = openPartsOf(m, source), .money = {}, .shortage = {}};
+  if (!rest.isThere()) return rest;
+  rest.money = restMoney(m, rest.heads.front(), rest.parts);
+  rest.shortage = cancel_checks::shortWhenClosed(m, source);
   return rest;
 }
 
@@ -188,18 +201,14 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
   using namespace partial_rest_detail;
   const DocumentFamily& back = *m.back;
   const QString doing = words(m.doing);
-  const RowSet heads = headOf(m, source);
-  const bool nothing = !heads.isEmpty() && openPartsOf(m, source).figures.empty();
+  const Rest agreed = restOf(m, source);
   if (refused({{!hasRight(m.family->audit), u"您没有取消"_qs + doing + u"的权限！"_qs},
-               {heads.isEmpty(), changedMeanwhile(source)},
-               {nothing, u"单据"_qs + source + u"没有待"_qs + doing + u"的商品！"_qs}},
+               {agreed.heads.isEmpty(), changedMeanwhile(source)},
+               {!agreed.isThere(), u"单据"_qs + source + u"没有待"_qs + doing + u"的商品！"_qs}},
               prompt))
     return {};
-  const RestMoney rest = restMoney(m, source);
-  const std::optional<Way> way = askWay(m, rest, prompt);
-  if (!way) return {};
-  const auto agreed = cancel_checks::shortWhenClosed(m, source);
-  if (!mayGoShort(agreed, prompt)) return {};
+  const std::optional<Way> way = askWay(m, agreed.money, prompt);
+  if (!way || !mayGoShort(agreed.shortage, prompt)) return {};
   if (isRefused(auditGate(source, clock::today()), prompt)) return {};
 
   Refusal changed;
@@ -207,14 +216,13 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
   onDocument(source, u"取消"_qs + doing, [&] {
     Transaction transaction(accountDb());
     // Goods may have come, gone or been sold while the questions stood: what was agreed to is no longer what would be.
-    const RowSet now = headOf(m, source);
-    const Parts parts = openPartsOf(m, source);
-    if (now.isEmpty() || parts.figures.empty() || restMoney(m, source) != rest)
+    const Rest now = restOf(m, source);
+    if (!now.isThere() || now.money != agreed.money)
       changed = changedMeanwhile(source);
-    else if (const auto shortNow = cancel_checks::shortWhenClosed(m, source); shortNow != agreed)
-      changed = shortNow ? shortNow : Refusal(changedMeanwhile(source));
+    else if (now.shortage != agreed.shortage)
+      changed = now.shortage ? now.shortage : Refusal(changedMeanwhile(source));
     if (changed) return;
-    number = writeReturn(m, now.front(), parts, rest, *way);
+    number = writeReturn(m, now.heads.front(), now.parts, now.money, *way);
     closeLines(m, source);
     // What its audit derives is settled already.
     if (auditInside(back, number, [](std::int64_t) {}) != AuditOutcome::Audited)
