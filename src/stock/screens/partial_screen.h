@@ -9,6 +9,7 @@
 #include "stock/screens/document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
+#include "stock/screens/modi_date.h"
 #include "stock/screens/trading_parts.h"
 #include "ui/joined_tables.h"
 
@@ -77,25 +78,39 @@ constexpr std::array<ui::CommandSpec, N - M> without(const std::array<ui::Comman
   return left;
 }
 
-/// What the two kinds are called. Columns begin with the prefix of their table ("rk_").
-template <PartnerType Side, FixedText Prefix, FixedText Source, FixedText Doing, FixedText SourceWord>
+/// The sources that the picking screen offers, oldest first.
+template <auto Rules>
+std::vector<ListItem> sourcesOf(const LinePlace& place) {
+  std::vector<ListItem> items{{QStringLiteral("所有单据"), QString()}};
+  for (const Row row : openSelect(
+           partial::waitingSources(Rules().movement(), {.partner = place.partner, .warehouse = place.warehouse})))
+    items.push_back({row.text("djh") + u'　' + row.text("rq").left(10), row.text("djh")});
+  return items;
+}
+
+/// The screens of a kind by what it is called: the document's ("F_Cgrk"), its tables ("rk": jxc_rkd, rk_sl), the input
+/// of its number ("jsn"), the column that names its source ("j_sn"), and in words ("入库", of a "采购").
+template <PartnerType Side, const partial::PartialRules& (*Rules)(), FixedText Called, FixedText Kind, FixedText Number,
+          FixedText Source, FixedText Doing, FixedText SourceWord>
 struct Parts {
+  static constexpr bool buys = Side == PartnerType::Supplier;
+  static constexpr std::string_view partner = buys ? "tghs" : "tkh";
   static constexpr std::string_view partnerName = partnerColumn<Side, "name">;
   static constexpr auto lines = ui::joinedTables(
       goodsNames,
       std::array{
           ColumnSpec{
-              joined<Prefix, "sl">, joined<Doing, "数量">, ColumnKind::Quantity, 9, {.sum = true, .editable = true}},
+              joined<Kind, "_sl">, joined<Doing, "数量">, ColumnKind::Quantity, 9, {.sum = true, .editable = true}},
           ColumnSpec{joined<Source>, joined<SourceWord, "单号">, ColumnKind::Text, 15}, goodsBarcode});
   static constexpr std::array waiting{
       ColumnSpec{"gl_djh", "单据编号", ColumnKind::Text, 16},
-      ColumnSpec{joined<Prefix, "rq">, joined<Doing, "日期">, ColumnKind::Date},
+      ColumnSpec{joined<Kind, "_rq">, joined<Doing, "日期">, ColumnKind::Date},
       ColumnSpec{partnerName, joined<PartnerText<Side>::noun>, ColumnKind::Text, 22},
       ColumnSpec{"ck_name", "仓库", ColumnKind::Text, 12},
-      ColumnSpec{joined<Prefix, "zsl">, joined<Doing, "数量">, ColumnKind::Quantity, 10, {.sum = true}},
+      ColumnSpec{joined<Kind, "_zsl">, joined<Doing, "数量">, ColumnKind::Quantity, 10, {.sum = true}},
       ColumnSpec{"u_name", "经办人", ColumnKind::Text, 10},
       ColumnSpec{"a_name", "操作员", ColumnKind::Text, 10},
-      ColumnSpec{joined<Prefix, "note">, "备注", ColumnKind::Text, 22}};
+      ColumnSpec{joined<Kind, "_note">, "备注", ColumnKind::Text, 22}};
   static constexpr std::array sources{
       ColumnSpec{"djh", joined<SourceWord, "单号">, ColumnKind::Text, 16},
       ColumnSpec{"rq", joined<SourceWord, "日期">, ColumnKind::Date},
@@ -111,6 +126,19 @@ struct Parts {
                  ColumnSpec{"opensl", joined<"未", Doing>, ColumnKind::Quantity, 9, {.sum = true}},
                  ColumnSpec{"kc_sl", "库存数量", ColumnKind::Quantity, 9}};
   static constexpr auto open = ui::joinedTables(goodsNames, openFigures, std::array{goodsBarcode});
+  static constexpr std::array fields{
+      FieldSpec{partner, joined<PartnerText<Side>::noun, "：">, FieldKind::Picker},
+      FieldSpec{"dateCg", joined<Doing, "日期：">, FieldKind::Date},
+      FieldSpec{joined<Number>, "单据编号：", FieldKind::Text, joined<"jxc_", Kind, "d.gl_djh">, 0, ui::ReadOnly},
+      FieldSpec{"comCk", "仓库：", FieldKind::Combo},
+      FieldSpec{"comUser", "经办人：", FieldKind::Combo},
+      FieldSpec{"tSptm", "商品条码：", FieldKind::Text, "jxc_goods.g_sptm"},
+      FieldSpec{"tnote", "备注：", FieldKind::Text, joined<"jxc_", Kind, "d.", Kind, "_note">, 0, ui::OffersRemarks},
+      FieldSpec{"tkey", "查找：", FieldKind::Text, "", 50},
+      FieldSpec{"comSort", "排序：", FieldKind::Combo},
+      FieldSpec{"tOpenKey", "查找：", FieldKind::Text, "", 50}};
+  static constexpr std::string_view headForm[] = {buys ? joined<"tghs dateCg ", Number> : joined<"tkh dateCg ", Number>,
+                                                  "comCk comUser tnote"};
   static constexpr std::array documentGrids{
       ui::GridSpec{"gridLines", joined<Doing, "商品">, lines, "扫描商品条码，或按F2从未完成的单据中添加商品"},
       ui::GridSpec{"gridWaiting", "待审核单据", waiting, joined<"没有待审核的", Doing, "单">},
@@ -153,44 +181,66 @@ struct Parts {
                                                   joined<"添加当前", SourceWord, "单所有未", Doing, "的商品">}});
   static constexpr std::array lineFields{
       FieldSpec{"tsl", joined<Doing, "数量：">, FieldKind::Quantity, "", 0, ui::NoMinus}};
-};
 
-/// The sources that the picking screen offers, oldest first.
-template <auto Rules>
-std::vector<ListItem> sourcesOf(const LinePlace& place) {
-  std::vector<ListItem> items{{QStringLiteral("所有单据"), QString()}};
-  for (const Row row : openSelect(
-           partial::waitingSources(Rules().movement(), {.partner = place.partner, .warehouse = place.warehouse})))
-    items.push_back({row.text("djh") + u'　' + row.text("rq").left(10), row.text("djh")});
-  return items;
-}
+  /// The document's screen; `own` is what only this kind has: rights, whose employees.
+  static constexpr PartialScreenSpec screen(DocumentScreenSpec own) {
+    own.screen = {.name = joined<Called>,
+                  .title = joined<"商品", Doing>,
+                  .fields = fields,
+                  .grids = documentGrids,
+                  .commands = commands,
+                  .focus = "tSptm"};
+    own.draftTitle = joined<"商品", Doing>;
+    own.waitingTitle = joined<"待审核", Doing, "单">;
+    own.openTitle = joined<"待", Doing, SourceWord, "单">;
+    own.openPanel = [](ui::Panel panel) {
+      panel.row("tOpenKey btnOpenSearch |")
+          .grid("gridSources", 3)
+          .buttons("btn_Zdrk4 btn_Qxck btn_Ckyd btn_Jhd |")
+          .grid("gridOpen", 2);
+    };
+    own.auditedList = joined<Called, "_Djcx">;
+    own.auditedTitle = joined<Doing, "查询">;
+    own.numberInput = joined<Number>;
+    own.showsScanned = true;
+    own.pickScreen = joined<Called, "_Add">;
+    own.lineScreen = joined<Called, "_Sele">;
+    own.changeHead = [](const QString& number) { return changeDocumentDate(Rules().family(), number); };
+    own.headForm = headForm;
+    own.scanRow = "tSptm btnPanel | btnAddOld btnModi btnDel";
+    own.saveRow = "btnPrin | btnOK btnCancel";
+    own.searchRow = "tkey btnSearch comSort |";
+    own.waitingButtons = "btnRChk btnPreview btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |";
+    own.lineButtons = "btnAdd btnTab2Modi btnDele |";
+    own.addWaiting = own.deleteWaiting = own.make;
+    return {.document = own, .rules = Rules, .pickPartner = pickPartner<Side>, .partner = partner};
+  }
 
-template <auto Rules>
-constexpr GoodsPickSpec pickOf(const ui::ScreenSpec& screen, std::string_view lineScreen) {
-  return {.screen = screen,
-          .rules = rulesOf<Rules>,
-          .lineScreen = lineScreen,
-          .key = "lid",
-          .groups = sourcesOf<Rules>,
-          .group = "djh"};
-}
-
-/// What both have alike.
-constexpr DocumentScreenSpec documentOf(DocumentScreenSpec own) {
-  own.openPanel = [](ui::Panel panel) {
-    panel.row("tOpenKey btnOpenSearch |")
-        .grid("gridSources", 3)
-        .buttons("btn_Zdrk4 btn_Qxck btn_Ckyd btn_Jhd |")
-        .grid("gridOpen", 2);
+  /// Open lines of the sources to pick from.
+  struct Pick : GoodsPickScreen {
+    Pick()
+        : GoodsPickScreen({.screen = {.name = joined<Called, "_Add">,
+                                      .title = joined<"商品", Doing, " - 选择待", Doing, "商品">,
+                                      .fields = pickFields,
+                                      .grids = pickGrids,
+                                      .commands = pickCommands,
+                                      .focus = "tkey"},
+                           .rules = rulesOf<Rules>,
+                           .lineScreen = joined<Called, "_Sele">,
+                           .key = "lid",
+                           .groups = sourcesOf<Rules>,
+                           .group = "djh"}) {}
   };
-  own.scanRow = "tSptm btnPanel | btnAddOld btnModi btnDel";
-  own.saveRow = "btnPrin | btnOK btnCancel";
-  own.searchRow = "tkey btnSearch comSort |";
-  own.waitingButtons = "btnRChk btnPreview btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |";
-  own.lineButtons = "btnAdd btnTab2Modi btnDele |";
-  own.addWaiting = own.deleteWaiting = own.make;
-  return own;
-}
+  struct Line : LineScreen {
+    Line()
+        : LineScreen({.screen = {.name = joined<Called, "_Sele">,
+                                 .title = joined<Doing, "商品明细">,
+                                 .fields = lineFields,
+                                 .commands = trading_parts::okCancel,
+                                 .focus = "tsl"},
+                      .rules = rulesOf<Rules>}) {}
+  };
+};
 
 }  // namespace partial_parts
 }  // namespace jxc
