@@ -37,10 +37,10 @@ TEST_F(OpeningStockScreenTest, TheFirstDayByKeys) {
       press(all, "F5",
             u"成功建账：0  个商品。"_qs);  // of the class that the tree stands on: all, which has none itself
     });
-    press(s, "F3", "F_Qcjz_Add", [&](ui::Screen& add) {
+    press(s, "F3", "F_Qcjz_Modi", [&](ui::Screen& add) {
       EXPECT_EQ(add.field("tname").text(), "10000002 钛架");
       EXPECT_EQ(add.field("tsl").number(), 3);
-      picture(add, u"F_Qcjz_Add_Modi"_qs);
+      picture(add, u"F_Qcjz_Modi"_qs);
       type(add, "tsl", u"4");
       press(add, "F5");
     });

@@ -25,12 +25,11 @@ constexpr Right kMakesGoods{"qtcz", 1};
 
 // ---- one goods -----------------------------------------------------------------------------------------------------
 
-constexpr ui::FieldSpec kAddFields[] = {
-    {"tkey", "商品信息：", FieldKind::Text, "", 50},
-    {"tname", "商品名称：", FieldKind::Text, "", 0, ui::ReadOnly},
-    {"tsl", "期初数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
-    {"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus},
-};
+constexpr ui::FieldSpec kQuantity{"tsl", "期初数量：", FieldKind::Quantity, "", 0, ui::NoMinus},
+    kCost{"tcbj", "成本价：", FieldKind::Money, "", 0, ui::NoMinus};
+constexpr ui::FieldSpec kAddFields[] = {{"tkey", "商品信息：", FieldKind::Text, "", 50}, kQuantity, kCost};
+constexpr ui::FieldSpec kModiFields[] = {
+    {"tname", "商品名称：", FieldKind::Text, "", 0, ui::ReadOnly}, kQuantity, kCost};
 constexpr ui::ColumnSpec kAddColumns[] = {
     {"g_sn", "商品编号", ColumnKind::Text, 12},
     {"g_name", "商品名称", ColumnKind::Text, 28},
@@ -51,19 +50,43 @@ constexpr ui::ScreenSpec kAdd = {.name = "F_Qcjz_Add",
                                  .commands = kAddCommands,
                                  .focus = "tkey"};
 
-/// Enters goods one after the other until it is left, or corrects one.
+constexpr ui::ScreenSpec kModi = {
+    .name = "F_Qcjz_Modi", .title = "修改期初库存", .fields = kModiFields, .commands = kAddCommands, .focus = "tsl"};
+constexpr char16_t kWhatCostIs[] = u"成本价是计算销售毛利的成本，也成为该商品的预设进价和成本均价。";
+
+/// The cost of a form. Who may not see it types none: it stays what it is.
+class CostInput {
+ public:
+  explicit CostInput(ui::Field& field) : field_(field) {}
+  void show(double yuan) {
+    yuan_ = yuan;
+    field_.setVisible(hasRight(kSeesCost));
+    field_.setNumber(yuan);
+  }
+  double yuan() const { return hasRight(kSeesCost) ? field_.number() : yuan_; }
+
+ private:
+  ui::Field& field_;
+  double yuan_ = 0;
+};
+
+/// Enters goods one after the other until it is left.
 class TF_Qcjz_Add : public ui::Screen {
  public:
   TF_Qcjz_Add()
-      : Screen(kAdd), search_(field("tkey"), grid("gridGoods"), [this](const QString& typed) {
+      : Screen(kAdd), cost_(field("tcbj")), search_(field("tkey"), grid("gridGoods"), [this](const QString& typed) {
           return opening_stock::goodsToEnter(warehouse_, {.key = typed});
         }) {
-    auto area = panel();
-    area.area(choice_).row("tkey").grid("gridGoods");
-    area.form({"tname", "tsl tcbj"})
-        .text(u"成本价是计算销售毛利的成本，也成为该商品的预设进价和成本均价。"_qs)
+    panel()
+        .row("tkey")
+        .grid("gridGoods")
+        .form({"tsl tcbj"})
+        .text(QStringView(kWhatCostIs).toString())
         .buttons("| btnOK btnCancel");
-    grid("gridGoods").onCurrentChanged([this] { propose(); });
+    // Asked anew: the list has no cost for who may not see it.
+    grid("gridGoods").onCurrentChanged([this] {
+      cost_.show(opening_stock::proposedCost(grid("gridGoods").currentText("g_sn")));
+    });
     grid("gridGoods").onActivated([this] { field("tsl").focus(); });
     on(command("btnOK"), [this] { save(); });
   }
@@ -71,42 +94,18 @@ class TF_Qcjz_Add : public ui::Screen {
   /// How many were entered.
   int enterInto(const QString& warehouse) {
     warehouse_ = warehouse;
-    corrected_.clear();
     entered_ = 0;
     showModal();
     return entered_;
   }
-  /// Corrects what stands in a row of the list.
-  bool correct(const QString& warehouse, const Row& row) {
-    warehouse_ = warehouse;
-    corrected_ = row.text("g_sn");
-    field("tname").setText(corrected_ + u' ' + row.text("g_name"));
-    field("tsl").setNumber(row.number("kc_sl"));
-    cost_ = opening_stock::costOfBalance(row.integer("id"));
-    field("tcbj").setNumber(cost_);
-    return showModal();
-  }
 
-  QSize sizeHint() const override {
-    return corrected_.isEmpty() ? QSize(1000, 600) : QSize(fontMetrics().averageCharWidth() * 90, 10);
-  }
+  QSize sizeHint() const override { return {1000, 600}; }
 
  protected:
   void activate() override {
-    field("tcbj").setVisible(hasRight(kSeesCost));
-    choice_->setVisible(corrected_.isEmpty());
-    field("tname").setVisible(!corrected_.isEmpty());
-    resize(sizeHint());
-    if (corrected_.isEmpty()) {
-      field("tsl").clear();
-      search_.begin();
-    } else {
-      field("tsl").focus();
-    }
-  }
-  void showEvent(QShowEvent* event) override {
-    Screen::showEvent(event);
-    field(corrected_.isEmpty() ? "tkey" : "tsl").focus();
+    field("tsl").clear();
+    cost_.show(0);
+    search_.begin();
   }
   void enterPressed(ui::Field& input) override {
     if (input.spec().name != "tkey") return Screen::enterPressed(input);
@@ -114,23 +113,10 @@ class TF_Qcjz_Add : public ui::Screen {
   }
 
  private:
-  void propose() {
-    if (!corrected_.isEmpty()) return;
-    // Asked anew: the list has no cost for who may not see it.
-    cost_ = opening_stock::proposedCost(grid("gridGoods").currentText("g_sn"));
-    field("tcbj").setNumber(cost_);
-  }
-  /// Who may not see cost types none: it stays what it is.
-  double cost() { return hasRight(kSeesCost) ? field("tcbj").number() : cost_; }
-
   void save() {
-    if (!corrected_.isEmpty()) {
-      if (opening_stock::change({corrected_, warehouse_, field("tsl").number(), cost()}, prompt())) accept();
-      return;
-    }
     const QString goods = grid("gridGoods").currentText("g_sn"), name = grid("gridGoods").currentText("g_name");
     const double pieces = field("tsl").number();
-    if (!opening_stock::enter({goods, warehouse_, pieces, cost()}, prompt())) return;
+    if (!opening_stock::enter({goods, warehouse_, pieces, cost_.yuan()}, prompt())) return;
     ++entered_;
     say(u"已建账：%1 %2，数量 %3"_qs.arg(goods, name, numberText(pieces)));
     field("tsl").clear();
@@ -138,11 +124,34 @@ class TF_Qcjz_Add : public ui::Screen {
     field("tkey").focus();
   }
 
-  QWidget* choice_ = nullptr;
+  CostInput cost_;
   ui::ListSearch search_;
-  QString warehouse_, corrected_;  // codes
-  double cost_ = 0;
+  QString warehouse_;  // code
   int entered_ = 0;
+};
+
+/// Corrects what stands in a row of the list.
+class TF_Qcjz_Modi : public ui::Screen {
+ public:
+  TF_Qcjz_Modi() : Screen(kModi), cost_(field("tcbj")) {
+    panel().form({"tname", "tsl tcbj"}).text(QStringView(kWhatCostIs).toString()).buttons("| btnOK btnCancel");
+    on(command("btnOK"), [this] {
+      if (opening_stock::change({goods_, warehouse_, field("tsl").number(), cost_.yuan()}, prompt())) accept();
+    });
+  }
+
+  bool correct(const QString& warehouse, const Row& row) {
+    warehouse_ = warehouse;
+    goods_ = row.text("g_sn");
+    field("tname").setText(goods_ + u' ' + row.text("g_name"));
+    field("tsl").setNumber(row.number("kc_sl"));
+    cost_.show(opening_stock::costOfBalance(row.integer("id")));
+    return showModal();
+  }
+
+ private:
+  CostInput cost_;
+  QString warehouse_, goods_;  // codes
 };
 
 // ---- a class -------------------------------------------------------------------------------------------------------
@@ -308,7 +317,7 @@ class TF_Qcjz : public ui::Screen {
   void correct() {
     const auto row = list().current();
     if (!row || !opening_stock::mayChange(row->text("g_sn"), warehouse(), prompt())) return;
-    if (ui::screenAs<TF_Qcjz_Add>("F_Qcjz_Add").correct(warehouse(), *row)) list().reload();
+    if (ui::screenAs<TF_Qcjz_Modi>("F_Qcjz_Modi").correct(warehouse(), *row)) list().reload();
   }
 
   void removeMarked() {
@@ -325,6 +334,7 @@ class TF_Qcjz : public ui::Screen {
 
 const ui::Registered<TF_Qcjz> kRegistered{"F_Qcjz"};
 const ui::Registered<TF_Qcjz_Add> kRegisteredAdd{"F_Qcjz_Add"};
+const ui::Registered<TF_Qcjz_Modi> kRegisteredModi{"F_Qcjz_Modi"};
 const ui::Registered<TF_Qcjz_Pl> kRegisteredClass{"F_Qcjz_Pl"};
 const ui::Registered<TF_Qcjz_Dele> kRegisteredDele{"F_Qcjz_Dele"};
 const RegisteredImport kRegisteredImport{"F_Qcjz_Import", opening_stock::sheet, opening_stock::lines};
