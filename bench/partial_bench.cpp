@@ -66,11 +66,17 @@ void useParts() {
 
 /// The statements in which putaway and issue differ.
 struct Words {
-  const char *lines, *head, *over, *shortage, *audited, *strays, *moves, *shelf, *master, *moved, *closed;
+  const char *lines, *head, *strange, *over, *shortage, *audited, *strays, *moves, *shelf, *master, *moved, *closed;
 };
-#define JXC_MOVES(h, l, q, status, chk, day, src, srcLines, srcHead, srcNo, sold, done, gone, flag, sign)          \
+#define JXC_MOVES(h, l, q, status, chk, day, src, srcLines, srcHead, srcNo, srcStatus, partner, sold, done, gone,  \
+                  flag, sign)                                                                                      \
   {                                                                                                                \
     "select count(*) from " l " where gl_djh=?", "select * from " h " where gl_djh=? order by " status " desc,id", \
+        "select b." src " from " l " b join " h " h on b.gl_djh=h.gl_djh left join " srcLines                      \
+        " a on a.id2=b.id2 and "                                                                                   \
+        "a.g_sn=b.g_sn and a." srcNo "=b." src                                                                     \
+        " where b.gl_djh=? and (a.id is null or not exists (select 1 from " srcHead " c where c." srcNo "=b." src  \
+        " and +c." srcStatus "=1 and +c.ck_sn=h.ck_sn and +c." partner "=h." partner ")) limit 1",                 \
         "select x.src from (select " src " as src,id2,g_sn,sum(" q ") as sl from " l                               \
         " where gl_djh=? group by id2,g_sn) x join " srcLines " a on a.id2=x.id2 and a.g_sn=x.g_sn where a." sold  \
         "<a." done "+a." gone "+x.sl limit 1",                                                                     \
@@ -86,10 +92,12 @@ struct Words {
         "update " srcHead " set " flag "=1 where " srcNo "=? and not exists (select 1 from " srcLines              \
         " b where b." srcNo "=? and b." sold ">b." done "+b." gone ")"                                             \
   }
-constexpr Words kPutaway = JXC_MOVES("jxc_rkd", "jxc_rksp", "rk_sl", "rk_status", "rk_checker", "rk_chkrq", "j_sn",
-                                     "jxc_jhsp", "jxc_jhd", "j_sn", "jh_sl", "jh_rksl", "jh_qxsl", "j_crk", "+");
-constexpr Words kIssue = JXC_MOVES("jxc_ckd", "jxc_cksp", "ck_sl", "ck_status", "ck_checker", "ck_chkrq", "gl_djh2",
-                                   "jxc_lsxssp", "jxc_lsxsd", "gl_djh", "ls_sl", "ls_cksl", "ls_qxsl", "ls_crk", "-");
+constexpr Words kPutaway =
+    JXC_MOVES("jxc_rkd", "jxc_rksp", "rk_sl", "rk_status", "rk_checker", "rk_chkrq", "j_sn", "jxc_jhsp", "jxc_jhd",
+              "j_sn", "j_status", "ghs_sn", "jh_sl", "jh_rksl", "jh_qxsl", "j_crk", "+");
+constexpr Words kIssue =
+    JXC_MOVES("jxc_ckd", "jxc_cksp", "ck_sl", "ck_status", "ck_checker", "ck_chkrq", "gl_djh2", "jxc_lsxssp",
+              "jxc_lsxsd", "gl_djh", "ls_status", "kh_sn", "ls_sl", "ls_cksl", "ls_qxsl", "ls_crk", "-");
 #undef JXC_MOVES
 
 class ByHand : bench::BareStatements {
@@ -119,6 +127,7 @@ void ByHand::audit(const Words& words, const std::string& number, const std::str
   for (const bool inside : {false, true}) {
     if (inside) sql("begin immediate").run();
     one(sql(words.head) << number);
+    one(sql(words.strange) << number);
     one(sql(words.over) << number);
     if (words.shelf == kIssue.shelf) one(sql(words.shortage) << number);
   }

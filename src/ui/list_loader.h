@@ -13,8 +13,8 @@
 namespace jxc::ui {
 
 /// Runs queries and computations behind the window (core/background_reading.h). The first rows come ahead of the rest
-/// where the statement allows it or the computation tells them. Where nobody can answer behind the window, in memory and inside a transaction, the
-/// same answer comes at once.
+/// where the statement allows it or the computation tells them. Where nobody can answer behind the window, in memory
+/// and inside a transaction, the same answer comes at once.
 class ListLoader : public QObject {
  public:
   explicit ListLoader(QObject* parent);
