@@ -64,6 +64,7 @@ void PartialScreen::linesChanged() {
   if (!gridLines.isEmpty() && partner.key().isEmpty()) {
     rules().followLines(draft());
     showPartner();
+    comCk.setKey(draft().warehouse);
   }
   partner.setReadOnly(!gridLines.isEmpty());
   comCk.setReadOnly(!gridLines.isEmpty());
