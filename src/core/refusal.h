@@ -56,6 +56,9 @@ enum class Subject : std::uint8_t {
   AccountInto,
   AccountKind,
   Amount,
+  Rent,  // of goods on loan; the deposit that was taken for them, and what of it goes back
+  Deposit,
+  Refund,
   Role,
   Password,
   PasswordAgain,

@@ -2,6 +2,7 @@
 
 #include "core/statements.h"
 #include "core/text.h"
+#include "stock/partial_movement.h"
 
 #include <algorithm>
 #include <cmath>
@@ -303,7 +304,7 @@ void Books::loadLines() {
     if (family.sharesTables) continue;
     // What was put away or issued and what never will be; of a count the stock that it found written.
     const LineTable& line = family.line;
-    const bool count = family.isCount(), movesLater = !line.closed.empty();
+    const bool count = family.isCount(), movesLater = partial::behind(family) != nullptr;
     const auto or0 = [](std::string_view column) { return column.empty() ? std::string_view("0") : column; };
     enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker, Cost };
     eachChunk(

@@ -7,6 +7,7 @@
 #include "stock/internal_documents.h"
 #include "stock/partial_movement.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <unordered_set>
@@ -149,6 +150,60 @@ void proveParts(Books& books) {
   }
 }
 
+/// A line of a loan against its returns, which follow it by `id2` in the order in which they were made: what came back,
+/// what was kept, and the deposit, of which nothing goes back that the rent has used or that went back before.
+void proveLoans(Books& books) {
+  struct Lent {
+    Place at;
+    double pieces = 0, back = 0, sold = 0, used = 0, deposit = 0;
+  } lent;
+  std::int64_t line = 0;
+  double back = 0, sold = 0, used = 0, left = 0;
+  const auto figures = [](double b, double s, double u) {
+    return u"已还 "_qs + numberText(b) + u" 转销售 "_qs + numberText(s) + u" 已用押金 "_qs + numberText(u);
+  };
+  const auto close = [&] {
+    if (line == 0) return;
+    if (!sameAmount(back, lent.back) || !sameAmount(sold, lent.sold) || !sameAmount(used, lent.used))
+      books.findings.add(Kind::LoanDiffers, [&] {
+        return Place{lent.at.place, figures(lent.back, lent.sold, lent.used), figures(back, sold, used)};
+      });
+    if (lent.back + lent.sold > lent.pieces + 1e-6)
+      books.findings.add(Kind::LoanTooMuch, [&] {
+        return Place{lent.at.place, numberText(lent.back + lent.sold), numberText(lent.pieces)};
+      });
+  };
+  const std::string sql =
+      "select a.id,a.gl_djh,a.g_sn,a.id2,a.jh_sl,a.jh_hhsl,a.jh_xssl,a.jh_yj,a.jh_yj2,a.jh_zzj,a.jh_thyj from "
+      "jxc_khjhsp a,jxc_khjh b where a.gl_djh=b.gl_djh and b.jh_status=1 order by a.id2,a.id";
+  for (const Row row : books.select(sql)) {
+    const QString place = u"单据 "_qs + row.text("gl_djh") + u" 商品 "_qs + row.text("g_sn");
+    if (row.integer("id2") != line) {
+      close();
+      line = row.integer("id2");
+      // A return whose loan line is gone stands for nothing that was lent.
+      const bool isLoan = row.integer("id") == line;
+      lent = {{place, {}, {}}};
+      back = sold = used = left = 0;
+      if (isLoan) {
+        lent = {{place, {}, {}},       row.number("jh_sl"),  row.number("jh_hhsl"),
+                row.number("jh_xssl"), row.number("jh_yj2"), row.number("jh_yj")};
+        left = lent.deposit;
+        continue;
+      }
+    }
+    back += row.number("jh_hhsl");
+    sold += row.number("jh_xssl");
+    used += row.number("jh_zzj");
+    left -= row.number("jh_zzj");
+    const double refund = row.number("jh_thyj"), most = std::max(0.0, left);
+    if (refund > most + 1e-6)
+      books.findings.add(Kind::DepositTooMuch, [&] { return Place{place, numberText(refund), numberText(most)}; });
+    left -= refund;
+  }
+  close();
+}
+
 std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) {
   std::unordered_set<std::string> numbers;
   books.eachChunk(table, "gl_djh", [&](const RowSet& set) {
@@ -228,6 +283,7 @@ void proveDocuments(Books& books) {
   }
   proveDifferences(books);
   proveParts(books);
+  proveLoans(books);
   books.step(98, u"核对编号"_qs);
   proveCodes(books);
   const RowSet staged = books.select("select a_name,count(*) as num from jxc_tempspxf where g_sn<>'' group by a_name");

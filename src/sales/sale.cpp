@@ -124,44 +124,6 @@ const SaleLines& giftLines() {
   return all;
 }
 
-void writeHead(const TradingDraft& draft, const QString& number, const Balanced& money) {
-  const bool issue = strIsTrue(session().cs_spck);
-  const bool straight = draft.straightToStock.value_or(false);
-  // By parameter the sale keeps the second at which it was made.
-  const QString date = strIsTrue(session().cs_cs014) ? draft.date.left(10) + u' ' + clock::timeOfDay() : draft.date;
-  insertRow("jxc_lsxsd", {{"gl_djh", number},
-                          {"kh_sn", draft.partner},
-                          {"ck_sn", draft.warehouse},
-                          {"ls_xsrq", date},
-                          {"ls_yfje", money.due},
-                          {"ls_sfje", money.paid},
-                          {"u_sn", draft.salesperson},
-                          {"ls_note", sanitizeText(draft.note).left(200)},
-                          {"a_name", session().a_name},
-                          {"gl_djh2", sanitizeText(draft.originalNumber).left(16)},
-                          {"ls_yhje", 0.0},
-                          {"ls_hkje", 0.0},
-                          {"ls_th", 0},
-                          {"ls_crk", !issue || straight},
-                          {"ls_qk", straight},
-                          {"ls_fpno", sanitizeText(draft.invoiceNumber).left(32)},
-                          {"ls_fpje", draft.invoiceAmount},
-                          {"ls_yf", draft.freight},
-                          {"ls_bzf", draft.packing},
-                          {"ls_yffs", freightPayerText(draft.freight, draft.packing, draft.wePayFreight)},
-                          {"ls_status", 0},
-                          {"ls_checker", QString()},
-                          {"ls_chkrq", QString()},
-                          {"ls_jsfs", static_cast<int>(draft.settlement)},
-                          {"ls_kmmc", draft.account},
-                          {"ht_sn", draft.contract},
-                          {"ls_dhbz", 0}});
-  if (straight) execSql("update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?", number);
-  if (!issue) execSql("update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where gl_djh=?", number);
-  if (!draft.contract.isEmpty())
-    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
-}
-
 class SaleRules final : public TradingRules {
  public:
   SaleRules() : TradingRules(kSale, sale_detail::lines()) {}
@@ -205,6 +167,44 @@ class SaleRules final : public TradingRules {
 };
 
 }  // namespace sale_detail
+
+void writeHead(const TradingDraft& draft, const QString& number, const Balanced& money) {
+  const bool issue = strIsTrue(session().cs_spck);
+  const bool straight = draft.straightToStock.value_or(false);
+  // By parameter the sale keeps the second at which it was made.
+  const QString date = strIsTrue(session().cs_cs014) ? draft.date.left(10) + u' ' + clock::timeOfDay() : draft.date;
+  insertRow("jxc_lsxsd", {{"gl_djh", number},
+                          {"kh_sn", draft.partner},
+                          {"ck_sn", draft.warehouse},
+                          {"ls_xsrq", date},
+                          {"ls_yfje", money.due},
+                          {"ls_sfje", money.paid},
+                          {"u_sn", draft.salesperson},
+                          {"ls_note", sanitizeText(draft.note).left(200)},
+                          {"a_name", session().a_name},
+                          {"gl_djh2", sanitizeText(draft.originalNumber).left(16)},
+                          {"ls_yhje", 0.0},
+                          {"ls_hkje", 0.0},
+                          {"ls_th", 0},
+                          {"ls_crk", !issue || straight},
+                          {"ls_qk", straight},
+                          {"ls_fpno", sanitizeText(draft.invoiceNumber).left(32)},
+                          {"ls_fpje", draft.invoiceAmount},
+                          {"ls_yf", draft.freight},
+                          {"ls_bzf", draft.packing},
+                          {"ls_yffs", freightPayerText(draft.freight, draft.packing, draft.wePayFreight)},
+                          {"ls_status", 0},
+                          {"ls_checker", QString()},
+                          {"ls_chkrq", QString()},
+                          {"ls_jsfs", static_cast<int>(draft.settlement)},
+                          {"ls_kmmc", draft.account},
+                          {"ht_sn", draft.contract},
+                          {"ls_dhbz", 0}});
+  if (straight) execSql("update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?", number);
+  if (!issue) execSql("update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where gl_djh=?", number);
+  if (!draft.contract.isEmpty())
+    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
+}
 
 const TradingRules& rules() {
   static const sale_detail::SaleRules all;

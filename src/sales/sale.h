@@ -10,6 +10,10 @@ namespace jxc::sale {
 /// As its screens ask for it.
 const TradingRules& rules();
 
+/// The head of a sale under this number, waiting, with what is booked of its money; its lines stand. Inside the
+/// caller's transaction.
+void writeHead(const TradingDraft& draft, const QString& number, const Balanced& money);
+
 /// The mark of a gift line, shown behind the goods' name.
 inline constexpr char16_t giftMark[] = u"(赠品)";
 

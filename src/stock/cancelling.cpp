@@ -11,6 +11,7 @@
 #include "stock/document.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
+#include "stock/loans.h"
 #include "stock/partial_rest.h"
 #include "stock/trading.h"
 
@@ -44,6 +45,10 @@ std::optional<QString> effectElsewhere(const Rules& rules, const QString& number
 /// came.
 QString question(const Rules& rules, const QString& number) {
   const QString usual = cancel_checks::usualQuestion(number);
+  if (rules.family == &families::sale)
+    if (const QString back = loans::conversionOf(number); !back.isEmpty())
+      return usual + u"\r\n\r\n该销售单由借货转销售产生，取消后商品仍记为已还："_qs +
+             u"\r\n\r\n请接着取消审核还货单："_qs + back + u"，商品才会回到借出状态。"_qs;
   return isRest(rules, number)
              ? usual + u"\r\n\r\n原单取消的数量将恢复为待入库（出库），这张自动生成的退货单将被删除。"_qs
              : usual;

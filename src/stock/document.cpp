@@ -359,10 +359,12 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
 
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt) {
   bool waits = false, emptied = false;
+  std::optional<QString> stays;
   {
     Transaction transaction(accountDb());
     waits = document_detail::isWaiting(family, number);
-    if (waits) {
+    if (waits && family.stays && lineCount(family, number) == 1) stays = family.stays(number);
+    if (waits && !stays) {
       execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
       // A balancing line settles goods: alone it is no document.
       emptied = !document_detail::hasGoods(family, number);
@@ -375,20 +377,26 @@ bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std:
       transaction.commit();
     }
   }
-  refused({{!waits, changedMeanwhile(number)}}, prompt);
+  refused({{!waits, changedMeanwhile(number)}, stays}, prompt);
   return emptied;
 }
 
+bool removeWaiting(const DocumentFamily& family, const QString& number) {
+  if (!document_detail::isWaiting(family, number)) return false;
+  document_detail::deleteDocument(family, number);
+  writeLog(words(family.deletedLog) + number);
+  return true;
+}
+
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt) {
+  if (family.stays && isRefused(family.stays(number), prompt)) return false;
   if (!prompt.ask(u"您确定要删除“待审核”单据吗！"_qs)) return false;
-  const bool deleted = [&] {
+  bool deleted = false;
+  {
     Transaction transaction(accountDb());
-    if (!document_detail::isWaiting(family, number)) return false;
-    document_detail::deleteDocument(family, number);
-    writeLog(words(family.deletedLog) + number);
-    transaction.commit();
-    return true;
-  }();
+    deleted = removeWaiting(family, number);
+    if (deleted) transaction.commit();
+  }
   return !refused({{!deleted, changedMeanwhile(number)}}, prompt);
 }
 

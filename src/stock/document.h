@@ -101,8 +101,10 @@ double backAtMost(double due, double settled);
 std::optional<double> settledBefore(const DocumentFamily& family, const QString& number);
 /// Deletes one line; with the last line of goods goes the head. True: the whole document is gone.
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt);
-/// Asks, deletes head and lines, logs. False: the operator said no, or it is audited or gone already.
+/// Asks, deletes head and lines, logs. False: refused, the operator said no, or it is audited or gone already.
 bool deleteWaitingDocument(const DocumentFamily& family, const QString& number, Prompt& prompt);
+/// The same without a question, inside the caller's transaction. False: it waits no longer.
+bool removeWaiting(const DocumentFamily& family, const QString& number);
 /// Change of head of a waiting document (needs the right to change dates). What is not set stays as it is.
 struct HeadEdit {
   QString date;  // empty: as it is

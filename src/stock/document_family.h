@@ -97,6 +97,8 @@ struct DocumentFamily {
   bool (*mayAuditMore)(const Row& head, Prompt& prompt) = nullptr;
   /// What stands against its audit, in words: asked before, and again inside its transaction.
   std::optional<QString> (*standsAgainst)(const QString& number) = nullptr;
+  /// Why a waiting document cannot be deleted: another one stands on it. Null: it always can.
+  std::optional<QString> (*stays)(const QString& number) = nullptr;
   bool logsEverySave = false;       // also of a document that is audited at once: its audit writes no log
   bool staysWithStock = false;      // takes another warehouse only when that knows its goods and has enough of them
   bool redateRenewsNumber = false;  // a new date always takes a number of that date

@@ -32,6 +32,8 @@ struct LineDraft {
   double shelf = 0, book = 0;        // pieces, as a count finds them written
   QString source;                    // number of the document that the line moves a part of
   std::int64_t sourceLine = 0;       // and the line there
+  double rent = 0, deposit = 0;      // of goods on loan: yuan a piece and day, yuan of the whole line
+  QString account;                   // that took the deposit, by its name
 };
 
 struct LineResult {

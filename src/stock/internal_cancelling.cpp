@@ -23,6 +23,10 @@ Refusal shortageOf(const Rules& rules, const QString& number) {
   return rules.bringsIn ? cancel_checks::shortWhenTakenBack(number) : Refusal();
 }
 
+std::optional<QString> heldBy(const Rules& rules, const QString& number) {
+  return rules.heldBy ? rules.heldBy(number) : std::nullopt;
+}
+
 void stockBack(const Rules& rules, const Head& head, const Row& row) {
   const int direction = rules.outwards ? -1 : 1;
   const double quantity = direction * row.number("gl_sl");
@@ -51,6 +55,7 @@ void takeBack(const Rules& rules, const Head& head) {
     stockBack(rules, head, row);
     if (!rules.replayFirst) replayLedger(row.integer("id"), AnchorRow::Skip);
   }
+  if (rules.cancelled) rules.cancelled(number);
   if (rules.cancelDeletes) {
     execSql(compose("delete from {} where {}=?", {family.head, family.number}), number);
     execSql(compose("delete from {} where {}=?", {family.lines, family.number}), number);
@@ -72,7 +77,9 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) return false;
   if (rules.bindsChecker && !isFreeOfChecker(family, number, head.checker, prompt)) return false;
   if (!passesGate(number, head.date, prompt)) return false;
-  const QString question = family.isCount() ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
+  if (isRefused(heldBy(rules, number), prompt)) return false;
+  QString question = family.isCount() ? u"您的操作将取消当前的单据，确认吗？"_qs : usualQuestion(number);
+  if (rules.cancelsAlso) question += rules.cancelsAlso(number);
   if (!isConfirmed(question, prompt, mode)) return false;
   if (family.isCount() && isRefused(stock_count::movedSinceAudit(number), prompt)) return false;
   const auto agreed = shortageOf(rules, number);
@@ -86,6 +93,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
       return false;
     }
     const auto shortage = shortageOf(rules, number);
+    changed = heldBy(rules, number);
     if (family.isCount()) changed = stock_count::movedSinceAudit(number);
     if (!changed && shortage != agreed) changed = shortage;
     if (!changed) {

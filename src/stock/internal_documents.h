@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,11 @@ struct Rules {
   void (*rowPosted)(const Row& row) = nullptr;
   void (*posted)(const Head& head, std::int64_t rows) = nullptr;
   void (*rowCancelled)(const Row& row) = nullptr;
+  void (*cancelled)(const QString& number) = nullptr;  // before its lines go
+  /// Why it cannot be cancelled: asked before, and again inside its transaction.
+  std::optional<QString> (*heldBy)(const QString& number) = nullptr;
+  /// What its cancel does besides, for the question; empty: nothing.
+  QString (*cancelsAlso)(const QString& number) = nullptr;
   bool cancelDeletes = false;  // there is no waiting state to go back to
 };
 

@@ -18,7 +18,19 @@ constexpr LineColumns splitLines = {.table = "jxc_cfsp", .price = "cf_dj", .quan
 constexpr LineColumns bundleLines = {.table = "jxc_kbsp", .price = "kb_dj", .quantity = "kb_sl", .total = "kb_zje"};
 constexpr NumberMention loanMentions[] = {{.table = "jxc_khjhsp", .column = "gl_djh2"}};
 
-constexpr LineColumns loanLines = {.table = "jxc_khjhsp", .price = "jh_dj", .quantity = "jh_sl", .total = "jh_zje"};
+constexpr LineColumns returnLines = {.table = "jxc_khjhsp", .price = "jh_dj", .quantity = "jh_sl", .total = "jh_zje"};
+/// What is lent comes back later, piece by piece, by documents of their own.
+bool comesBackLater() {
+  return true;
+}
+constexpr LineColumns loanLines = [] {
+  LineColumns columns = returnLines;
+  columns.moved = "jh_hhsl";
+  columns.movedLater = comesBackLater;
+  columns.lent = "jh_sl2";
+  return columns;
+}();
+constexpr std::string_view loanZeros[] = {"jh_xssl", "jh_yj2", "jh_ts", "jh_zzj", "jh_thyj"};
 
 }  // namespace internal_families_detail
 
@@ -247,7 +259,15 @@ constexpr DocumentFamily loan = {
     .checkDate = "jh_chkrq",
     .note = "jh_note",
     .warehouse = "ck_sn",
-    .line = {.columns = &internal_families_detail::loanLines, .link = "id2"},
+    .line = {.columns = &internal_families_detail::loanLines,
+             .zeros = internal_families_detail::loanZeros,
+             .closed = "jh_xssl",
+             .link = "id2",
+             .rent = "jh_zj",
+             .deposit = "jh_yj",
+             .account = "jh_kmmc",
+             .kind = "jh_flag",
+             .kindText = "借货"},
     .shortageWord = u"出库",
     .shortageAtAudit = u"JH",
     .partner = "kh_sn",
@@ -283,8 +303,10 @@ constexpr DocumentFamily loanReturn = {
     .checkDate = "jh_chkrq",
     .note = "jh_note",
     .warehouse = "ck_sn",
-    .line = {.columns = &internal_families_detail::loanLines,
+    .line = {.columns = &internal_families_detail::returnLines,
              .link = "id2",
+             .source = "gl_djh2",
+             .sourceLine = "id2",
              .moves = "iif(jh_flag='销售',jh_xssl,jh_hhsl)"},
     .comesIn = true,
     .sharesTables = true,

@@ -220,6 +220,7 @@ void writeFigures(const LineColumns& c, std::int64_t id, const LineFigures& line
              {c.taxAmount, line.taxAmount},
              {c.total, line.total},
              {c.moved, line.moved},
+             {c.lent, line.quantity},
              {c.cost, line.cost},
              {c.costAmount, line.costAmount}});
 }

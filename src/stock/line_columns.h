@@ -15,6 +15,7 @@ struct LineColumns {
   std::string_view moved;             // quantity put away or issued, follows the quantity …
   bool (*movedLater)() = nullptr;     // … unless this is true: then goods move by a document of their own
   std::string_view cost, costAmount;  // unit cost and line cost, follows the quantity
+  std::string_view lent;              // second copy of the quantity
 };
 
 /// The eight figures of a table of trading lines, whose columns all begin alike: jh_dj, jh_sl, jh_je, jh_tax,
@@ -45,7 +46,9 @@ struct LineTable {
   std::string_view countedShelf, countedBook;            // stock that a count found written
   std::string_view source, sourceLine;                   // number and `link` of the line that this one moves a part of
   std::string_view expires = "t_yxq";                    // date of expiry
-  std::string_view moves;  // what the line moves, as an expression, where that is not its quantity
+  std::string_view moves;                   // what the line moves, as an expression, where that is not its quantity
+  std::string_view rent, deposit, account;  // of goods on loan: yuan a piece and day, yuan of the line, who took them
+  std::string_view kind, kindText;          // a word that the lines of this family have, where tables are shared
 };
 extern const LineTable stagingLineTable;
 

@@ -3,8 +3,10 @@
 #include "core/posting.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "stock/document.h"
 #include "stock/internal_documents.h"
 #include "stock/ledger_rows.h"
+#include "stock/loans.h"
 
 #include <algorithm>
 
@@ -45,10 +47,8 @@ void changeLoanLine(const Row& row, int sign) {
   const std::int64_t loanLine = row.integer("id2");
   const RowSet line = openSelect(compose("select {},jh_yj2 from jxc_khjhsp where id=?", {field}), loanLine);
   if (line.isEmpty()) return;
-  // Goods that the customer keeps are all that was open: the quantity is assigned, not added.
-  const double before = sold && sign > 0 ? 0 : line.number(0, 0);
   updateRow("jxc_khjhsp", loanLine,
-            {{field, std::max(0.0, before + sign * row.number("gl_sl"))},
+            {{field, std::max(0.0, line.number(0, 0) + sign * row.number("gl_sl"))},
              {"jh_yj2", std::max(0.0, line.number(0, 1) + sign * rentOf(row))}});
 }
 
@@ -81,6 +81,15 @@ void bookRent(const Head& head, std::int64_t) {
   writeLog(words(families::loanReturn.savedLog) + head.number + u"，共1种商品"_qs);  // whatever the number of lines
 }
 
+/// What the customer kept was a return and a sale at one stroke: neither is left without the other.
+void removeSale(const QString& number) {
+  if (const QString sale = loans::saleOf(number); !sale.isEmpty()) removeWaiting(families::sale, sale);
+}
+QString alsoRemovesSale(const QString& number) {
+  const QString sale = loans::saleOf(number);
+  return sale.isEmpty() ? QString() : u"\r\n\r\n借转销售产生的待审核销售单 "_qs + sale + u" 将一并删除。"_qs;
+}
+
 }  // namespace loan_documents_detail
 
 Rules loanRules() {
@@ -90,7 +99,8 @@ Rules loanRules() {
           .markLines = "update jxc_khjhsp set id2=id where gl_djh=?",
           .outwards = true,
           .master = Master::Stock,
-          .bindsChecker = true};
+          .bindsChecker = true,
+          .heldBy = loans::returnedBy};
 }
 
 Rules loanReturnRules() {
@@ -105,6 +115,9 @@ Rules loanReturnRules() {
           .rowPosted = closeLoanLine,
           .posted = bookRent,
           .rowCancelled = reopenLoanLine,
+          .cancelled = removeSale,
+          .heldBy = loans::soldBy,
+          .cancelsAlso = alsoRemovesSale,
           .cancelDeletes = true};
 }
 

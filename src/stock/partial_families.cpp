@@ -55,6 +55,23 @@ constexpr PartialMovement issue = {
     .auditLogEnd = u"",
 };
 
+// What comes back of a loan is a document of its own rules, since rent and deposit go with it; what is open of the loan
+// is the same question.
+constexpr PartialMovement lending = {
+    .family = &families::loanReturn,
+    .source = &families::loan,
+    .back = nullptr,
+    .emptied = "",
+    .direction = 1,
+    .shortRefusal = u"",
+    .shortQuestion = u"",
+    .doing = u"还货",
+    .sourceWord = u"客户借货单",
+    .sourceDeed = u"借货",
+    .auditLog = u"",
+    .auditLogEnd = u"",
+};
+
 }  // namespace partial
 
 namespace families {

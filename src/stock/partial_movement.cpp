@@ -100,18 +100,6 @@ void moveGoods(const std::map<QString, double>& goods, const Head& head, int dir
               direction * goods.at(*sn), getGoodsCost(*sn, head.warehouse, head.date), *sn, head.warehouse);
 }
 
-/// The head of a source says whether something of it is open.
-void refreshFlag(const PartialMovement& m, const QString& source, const QString& day) {
-  const DocumentFamily& s = *m.source;
-  const std::string where =
-      compose(" where {}=? and not exists (select b.id from {} b where b.{}=? and ", {s.number, s.lines, s.number}) +
-      isOpen(m, "b") + ")";
-  if (m.emptied.empty())
-    postSql(compose("update {} set {}=1", {s.head, s.allMoved}) + where, source, source);
-  else
-    postSql(compose("update {} set {}=1,{}=?", {s.head, s.allMoved, m.emptied}) + where, day, source, source);
-}
-
 /// A return that closed the rest of a line that this document moved a part of.
 std::optional<QString> returnBehind(const PartialMovement& m, const QString& number) {
   const DocumentFamily &f = *m.family, &back = *m.back;
@@ -213,6 +201,17 @@ Sql waitingSources(const PartialMovement& m, const OpenLines& wanted) {
       .add(" group by " + heads + compose(" order by c.{},c.id", {s.date}));
 }
 
+void markEmptied(const PartialMovement& m, const QString& source, const QString& day) {
+  const DocumentFamily& s = *m.source;
+  const std::string where = compose(" where {}=0 and {}=? and not exists (select b.id from {} b where b.{}=? and ",
+                                    {s.allMoved, s.number, s.lines, s.number}) +
+                            isOpen(m, "b") + ")";
+  if (m.emptied.empty() || day.isEmpty())
+    postSql(compose("update {} set {}=1", {s.head, s.allMoved}) + where, source, source);
+  else
+    postSql(compose("update {} set {}=1,{}=?", {s.head, s.allMoved, m.emptied}) + where, day, source, source);
+}
+
 double takenBy(const PartialMovement& m, const QString& number, std::int64_t sourceLine, std::int64_t except) {
   const DocumentFamily& f = *m.family;
   return lookupNumber(compose("select sum({}) from {} where {}=? and {}=? and id<>?",
@@ -266,7 +265,7 @@ void post(const PartialMovement& m, const QString& number) {
   writeLog(words(m.auditLog) + number +
            (m.auditLogEnd.empty() ? QString() : u"，共%1"_qs.arg(moves.count) + words(m.auditLogEnd)));
   for (const QString& source : moves.sources)
-    refreshFlag(m, source, head->date);
+    markEmptied(m, source, head->date);
   refreshMonthStock(head->warehouse, head->date.left(7));
 }
 

@@ -39,6 +39,8 @@ struct PartialMovement {
 namespace partial {
 
 extern const PartialMovement putaway, issue;
+/// Goods on loan and their return: of it only what is open is asked here.
+extern const PartialMovement lending;
 /// What moves parts of documents of this family; null: nothing does.
 const PartialMovement* behind(const DocumentFamily& source);
 
@@ -74,6 +76,10 @@ double takenBy(const PartialMovement& movement, const QString& number, std::int6
 /// Why a document cannot be audited: its source is no audited document of its warehouse any more, or has less open than
 /// the document takes; lines of one source line add up.
 std::optional<QString> standsAgainst(const PartialMovement& movement, const QString& number);
+
+/// A source of which nothing is open any more says so in its head, and keeps `day` where such a day is kept; empty: it
+/// keeps none.
+void markEmptied(const PartialMovement& movement, const QString& source, const QString& day);
 
 /// Effects of audit: shelf, goods master, moved pieces and flag of the sources, month figures. No ledger row: the books
 /// have known the goods since the source was audited.

@@ -146,11 +146,7 @@ void markMoved(const Rules& rules, const QString& number) {
     postSql(compose("update {} set {}={} where {}<0 and {}=?", {f.lines, c.moved, c.quantity, c.quantity, f.number}),
             number);
   if (rules.markLines[1]) postSql(rules.markLines[1], number);
-  if (const PartialMovement* later = partial::behind(f))
-    postSql(compose("update {} set {}=1 where {}=0 and {}=? and not exists (select b.id from {} b where b.{}=? and ",
-                    {f.head, f.allMoved, f.allMoved, f.number, f.lines, f.number}) +
-                partial::isOpen(*later, "b") + ")",
-            number, number);
+  if (const PartialMovement* later = partial::behind(f)) partial::markEmptied(*later, number, {});
 }
 
 /// Writes the rows of the stock ledger and asks what they do to stock.

@@ -35,8 +35,13 @@ struct CopiedColumns {
     add(a.discount, b.discount);
     add(a.cost, b.cost);
     add(a.costAmount, b.costAmount);
+    if (!a.lent.empty()) add(a.lent, b.quantity);
     add(to.retail, source.retail);
     add(to.shownCost, source.shownCost);
+    for (const auto& [own, staged] : {std::pair(to.rent, source.rent), std::pair(to.deposit, source.deposit),
+                                      std::pair(to.account, source.account)})
+      if (!own.empty()) add(own, staged);
+    addExpression(to.kind, "'" + std::string(to.kindText) + "'");
     add(to.entryTotal, b.total);
     for (const std::string_view zero : to.zeros)
       addExpression(zero, "0");
@@ -113,6 +118,9 @@ std::optional<LineDraft> TableLines::loadLine(Lines where, std::int64_t id) cons
   draft.retail = table.retail.empty() ? 0 : row.number(table.retail);
   draft.gift = text(table.gift);
   draft.warehouse = text(table.warehouse);
+  draft.rent = table.rent.empty() ? 0 : row.number(table.rent);
+  draft.deposit = table.deposit.empty() ? 0 : row.number(table.deposit);
+  draft.account = text(table.account);
   if (!table.countedShelf.empty()) draft.shelf = row.number(table.countedShelf);
   if (!table.countedBook.empty()) draft.book = row.number(table.countedBook);
   return draft;
@@ -201,6 +209,7 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
                              {c.total, line.total},
                              {c.discount, line.discount},
                              {c.moved, line.moved},
+                             {c.lent, line.quantity},
                              {c.cost, line.cost},
                              {c.costAmount, line.costAmount},
                              {table.shownCost, draft.cost},
@@ -216,6 +225,10 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
                              {table.expires, draft.expires},
                              {draft.source.isEmpty() ? std::string_view() : table.source, draft.source},
                              {draft.source.isEmpty() ? std::string_view() : table.sourceLine, draft.sourceLine},
+                             {table.rent, draft.rent},
+                             {table.deposit, draft.deposit},
+                             {table.account, draft.account},
+                             {table.kind, words(table.kindText)},
                              {zero(0), 0},
                              {zero(1), 0},
                              {zero(2), 0},
@@ -265,6 +278,9 @@ bool TableLines::changeLine(Lines where, std::int64_t id, const LinePlace& place
               {{table.shownCost, draft.cost},
                {table.warehouse, draft.warehouse},
                {table.note, noteOf(draft)},
+               {table.rent, draft.rent},
+               {table.deposit, draft.deposit},
+               {table.account, draft.account},
                {"t_ph", draft.batch},
                {"t_scrq", draft.produced},
                {table.expires, draft.expires}});
@@ -423,10 +439,11 @@ CopyResult TableLines::copyStaged(const LinePlace& place, Lines target) const {
   result.closed = head.closed;
   if (head.closed) return result;
   CopiedColumns columns;
-  columns.addFigures(table, stagingLineTable);
+  const LineTable& staging = *description_.staging;
+  columns.addFigures(table, staging);
   if (!table.note.empty()) columns.addExpression(table.note, "left(a.ts_note," + std::to_string(table.noteWidth) + ")");
   columns.addExpression(table.gift, "iif(a.t_zp is null,'',a.t_zp)");
-  const std::string_view staged = stagingLineTable.columns->quantity;
+  const std::string_view staged = staging.columns->quantity;
   columns.addExpression(table.columns->moved, moved(target, head, 1) != 0
                                                   ? compose("a.{}", {staged})
                                                   : compose("iif(a.{}<0,a.{},0)", {staged, staged}));

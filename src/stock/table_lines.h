@@ -36,6 +36,7 @@ struct LineDescription {
   BarcodesOf barcodes = BarcodesOf::Catalogue;
   bool knownGoodsOnly = false;  // picked goods without a balance in the warehouse are left off, and named
   bool takesNewGoods = true;    // articles that the lens sheet makes for the document
+  const LineTable* staging = &stagingLineTable;  // where staged rows keep what this document's lines have
 };
 
 /// Lines over their description: dialog, cells, barcode, staging and spreadsheet, of drafts and of waiting documents.
@@ -76,7 +77,9 @@ class TableLines : public LineRules {
   /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
   virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, std::optional<QString>& refusal) const;
 
-  const LineTable& tableOf(Lines where) const { return where == Lines::Staging ? stagingLineTable : family().line; }
+  const LineTable& tableOf(Lines where) const {
+    return where == Lines::Staging ? *description_.staging : family().line;
+  }
   const DocumentFamily& family() const { return *description_.family; }
   bool goesByRetail() const { return description_.retailCounts && description_.retailCounts(); }
   const LineDescription description_;

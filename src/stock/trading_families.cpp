@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "stock/cancelling.h"
 #include "stock/document_family.h"
+#include "stock/loans.h"
 #include "stock/posting.h"
 #include "stock/prepayment.h"
 
@@ -244,6 +245,7 @@ constexpr DocumentFamily sale = {
     .enquiry = u"销售退货查询",
     .waitingHint = u"处于“未审核”状态的销售单，可以在“待审核销\r\n\r\n售单”面板中，进行修改及审核操作！",
     .mayAuditMore = mayAuditOnAccount,
+    .stays = loans::saleStays,
     .mentions = trading_families_detail::saleMentions,
     .post = postSale,
     .takeBack = cancelSale,

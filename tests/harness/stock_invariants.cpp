@@ -140,10 +140,40 @@ QStringList partsAddUp() {
   return wrong;
 }
 
+/// What was lent is back, sold or open, and no yuan of a deposit goes back that the rent has used or that went before.
+QStringList loansAddUp() {
+  QStringList wrong;
+  std::map<std::int64_t, double> back, sold, left;
+  for (const Row row : openSelect("select a.* from jxc_khjhsp a,jxc_khjh b where a.gl_djh=b.gl_djh and b.jh_status=1 "
+                                  "order by a.id")) {
+    const std::int64_t line = row.integer("id2");
+    const QString where = row.text("gl_djh") + u' ' + row.text("g_sn") + u": "_qs;
+    if (row.text("jh_flag") == u"借货") {
+      left[line] = row.number("jh_yj");
+      if (row.number("jh_hhsl") + row.number("jh_xssl") > row.number("jh_sl") + 1e-6)
+        wrong << where + u"too much back"_qs;
+      continue;
+    }
+    back[line] += row.number("jh_hhsl");
+    sold[line] += row.number("jh_xssl");
+    left[line] -= row.number("jh_zzj");
+    if (row.number("jh_thyj") > std::max(0.0, left[line]) + 1e-6) wrong << where + u"deposit paid back"_qs;
+    left[line] -= row.number("jh_thyj");
+  }
+  for (const Row row : openSelect("select id,gl_djh,jh_hhsl,jh_xssl from jxc_khjhsp where jh_flag='借货'"))
+    if (!same(row.number("jh_hhsl"), back[row.integer("id")]) || !same(row.number("jh_xssl"), sold[row.integer("id")]))
+      wrong << row.text("gl_djh") + u": what came back of it"_qs;
+  for (const Row row : openSelect("select gl_djh from jxc_yyfy where fy_note like '还货单%' and gl_djh not in (select "
+                                  "gl_djh from jxc_khjh)"))
+    wrong << row.text("gl_djh") + u": rent without its return"_qs;
+  return wrong;
+}
+
 const bool registered = addInvariant({QStringLiteral("running stock figures"), replayedAnew}) &&
                         addInvariant({QStringLiteral("stock balance"), balanceIsLedgerSum}) &&
                         addInvariant({QStringLiteral("goods stock"), goodsStockIsSumOfWarehouses}) &&
                         addInvariant({QStringLiteral("documents"), documentsAreWhole}) &&
-                        addInvariant({QStringLiteral("parts"), partsAddUp});
+                        addInvariant({QStringLiteral("parts"), partsAddUp}) &&
+                        addInvariant({QStringLiteral("loans"), loansAddUp});
 
 }  // namespace jxc::test::stock_invariants

@@ -5,6 +5,7 @@
 
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
+#include "sales/loan_return.h"
 #include "stock/repair.h"
 
 #include <algorithm>
@@ -94,6 +95,10 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
   setParameter("cs_sprk", 1);
   const QString inParts = receive("2021-05-03", {{"B", 5, 2}});
   audited(test::waitingPart(partial::putaway, u"2021-05-03"_qs, inParts, {3}));
+  const QString lent = audited(test::waitingDocument(
+      loan, "2021-05-02", {}, {{"C", 1, 3, {{"jh_yj", 50.0}, {"jh_zj", 2.0}, {"jh_kmmc", u"现金"}}}}));
+  ASSERT_TRUE(loan_return::open(lent, 0, prompt));
+  ASSERT_TRUE(loan_return::save(*loan_return::open(lent, 0, prompt), prompt.willSayYes()));
   ASSERT_EQ(found(prove(), Weight::Wrong), QStringList());
 
   const Planted faults[] = {
@@ -131,6 +136,10 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
       {"update jxc_jhd set j_crk=0", "move-unmarked"},
       {"update jxc_jhsp set jh_qxsl=1 where g_sn='C'", "moved-too-much"},
       {"update jxc_rksp set rk_sl=rk_sl-1", "parts-differ"},
+      {"update jxc_khjhsp set jh_xssl=1 where jh_flag='借货'", "loan-differs"},
+      {"update jxc_khjhsp set jh_yj2=0 where jh_flag='借货'", "loan-differs"},
+      {"update jxc_khjhsp set jh_sl=0.5 where jh_flag='借货'", "loan-too-much"},
+      {"update jxc_khjhsp set jh_thyj=46.5 where jh_flag='还货'", "deposit-too-much"},
       {"update jxc_jhd set j_checker=''", "checker"},
       {"update jxc_lsxsd set ls_status=0,ls_checker='',ls_chkrq='' where ls_status=1", "waiting-posted"},
       {"delete from jxc_goodslist where gl_flag='xs' and g_sn='B'", "rows-missing"},

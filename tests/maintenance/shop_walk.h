@@ -4,6 +4,8 @@
 #include "accounts/cash_lines.h"
 #include "accounts/partner_documents.h"
 #include "masterdata/partner_side.h"
+#include "sales/loan_return.h"
+#include "sales/loan_sale.h"
 #include "stock/partial_rest.h"
 #include "stock/shop.h"
 
@@ -138,7 +140,8 @@ class ShopWalk : public ShopTest {
         payAny();
         break;
       case 12:
-        auditedInside(loan, day(), {{"ck_sn", warehouse()}}, {{a, quantity, 5}});
+        auditedInside(loan, day(), {{"ck_sn", warehouse()}},
+                      {{a, quantity, 5, {{"jh_yj", 20.0 * upTo(3)}, {"jh_zj", price() / 10}, {"jh_kmmc", u"现金"}}}});
         break;
       case 13:
         giveBackAny();
@@ -205,15 +208,28 @@ class ShopWalk : public ShopTest {
     } answering(upTo(1) == 0);
     EXPECT_EQ(checkDj(families::stocktake, number, answering), AuditOutcome::Audited);
   }
-  /// What a customer had borrowed comes back, or he keeps it.
+  /// What a customer had borrowed comes back, all or some of it, or he keeps the rest.
   void giveBackAny() {
-    const RowSet lent = openSelect(
-        "select b.id,b.jh_sl-b.jh_hhsl as isopen from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and "
-        "a.jh_status=1 and a.gl_djh like 'JH%' order by b.id");
+    const RowSet lent = openSelect(partial::openLines(partial::lending, {}));
     if (lent.isEmpty()) return;
-    const int at = upTo(lent.rowCount() - 1);
-    const double open = lent.number(at, 1);
-    if (open > 0) returnLoan(QStringLiteral("2021-05-03"), lent.integer(at, 0), open, 0, 5);
+    const Row any = lent[upTo(lent.rowCount() - 1)];
+    YesPrompt yes;
+    if (upTo(2) == 0) {
+      auto kept = loan_sale::open(any.integer("id"), yes);
+      ASSERT_TRUE(kept);
+      kept->takeRent(upTo(1) == 0);
+      if (upTo(1)) kept->settlement = Settlement::RestOnAccount;
+      EXPECT_TRUE(loan_sale::save(*kept, yes)) << yes.notices.join(u'|').toStdString();
+      return;
+    }
+    const auto back = loan_return::open(any.text("djh"), any.integer("id"), yes);
+    ASSERT_TRUE(back);
+    auto line = loan_return::line(loan_return::lines().front().integer("id"));
+    ASSERT_TRUE(line);
+    if (upTo(1)) line->setQuantity(std::max(0.01, std::round(line->open * upTo(10) * 10) / 100));
+    if (upTo(1)) line->refund = std::round(line->refund * upTo(10) * 10) / 100;
+    EXPECT_TRUE(loan_return::changeLine(*line, yes)) << yes.notices.join(u'|').toStdString();
+    EXPECT_TRUE(loan_return::save(*back, yes)) << yes.notices.join(u'|').toStdString();
   }
   QString anyWaiting(const DocumentFamily& family) { return anyOf(family, 0); }
   QString anyOf(const DocumentFamily& family, int status) {
