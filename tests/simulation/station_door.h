@@ -46,6 +46,9 @@ class StationDoor final : public Database, private Posting {
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override {
     books_->backupTo(file, progress);
   }
+  StorageCheck checkStorage(const std::function<bool(int percent)>& progress) override {
+    return books_->checkStorage(progress);
+  }
   void interrupt() override { books_->interrupt(); }
   Posting* posting() override { return books_->posting() ? this : nullptr; }
   void begin() override;
