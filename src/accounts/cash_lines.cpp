@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/waiting.h"
 
 #include <array>
 
@@ -214,6 +215,7 @@ Sql accountTotals(const Criteria& criteria) {
 }
 
 bool recomputeAccounts(const QString& account, const QString& from, Prompt& prompt) {
+  const LongWork longWork;
   using namespace cash_lines_detail;
   const QString shown = account.isEmpty() ? QStringLiteral("全部账户") : account;
   if (!prompt.ask(u"当前账户："_qs + shown + u"，开始计算日期："_qs + from +

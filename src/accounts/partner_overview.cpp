@@ -4,6 +4,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/waiting.h"
 
 namespace jxc::partner_books {
 namespace partner_overview_detail {
@@ -133,6 +134,7 @@ Sql documentGoods(const Criteria& criteria, const Warehouses& warehouses) {
 }
 
 bool recomputePartners(const PartnerSide& side, const QString& partner, const QString& from, Prompt& prompt) {
+  const LongWork longWork;
   // The words are those of the supplier side on both.
   if (!prompt.ask(QStringLiteral("重新计算可能会修改期末应付金额，\r\n\r\n并且不可恢复。现在是否重新计算？")))
     return false;

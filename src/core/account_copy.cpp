@@ -4,6 +4,7 @@
 #include "core/statements.h"
 #include "engine/bulk.h"
 #include "engine/transaction.h"
+#include "engine/waiting.h"
 
 #include <algorithm>
 #include <array>
@@ -102,6 +103,7 @@ void compare(Database& from, Database& to, const jet::Table& table, QStringList&
 
 QStringList copyAccountSet(Database& from, Database& to, const std::function<void(const CopyProgress&)>& progress) {
   using namespace account_copy_detail;
+  const LongWork longWork;
   Transaction source(from);  // nobody writes there meanwhile
   Transaction target(to);
   for (Database* each : {&from, &to})

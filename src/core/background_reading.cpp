@@ -1,6 +1,7 @@
 #include "core/background_reading.h"
 
 #include "engine/server.h"
+#include "engine/waiting.h"
 
 #include <algorithm>
 #include <chrono>
@@ -129,6 +130,7 @@ void BackgroundReading::serve(Helper& helper) {
 /// A lost connection is to be thrown away: the next question gets a new one.
 BackgroundReading::LastWord BackgroundReading::answer(Helper& helper, const std::shared_ptr<Question>& question,
                                                       bool& isLost) {
+  const LongWork longWork;  // the window stays free, and the list has its own way to stop it
   const Reader reader = [&]() -> Database& {
     {
       const std::lock_guard lock(mutex_);

@@ -10,6 +10,7 @@
 #include "core/statement_script.h"
 #include "engine/server.h"
 #include "engine/transaction.h"
+#include "engine/waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -143,6 +144,7 @@ int sql(Console& console, ConsoleWords words) {
   }
   if (sources.empty()) sources.push_back(readSource(QStringLiteral("-"), console.streams.in));
 
+  const LongWork longWork;  // whoever types statements knows how long they take
   const std::unique_ptr<Database> database = openConsoleAccount(console);
   std::optional<Transaction> transaction;
   for (const Source& source : sources) {

@@ -38,16 +38,21 @@ QString ownerToAsk(Database& database);
 /// The same account set over a connection of its owner's. Throws DbError when the password is wrong.
 std::unique_ptr<Database> openAsOwner(Database& station, const QString& password);
 
-/// The connection to the server broke. The message says whether the command was kept, or that nobody knows yet.
+/// The connection to the server broke, or the server said nothing for too long and the connection was given up. The
+/// message says whether the command was kept, or that nobody knows yet.
 class ConnectionLost : public DbError {
  public:
-  ConnectionLost(const QString& message, std::string statement, bool unknown = false)
-      : DbError(Kind::Other, message, std::move(statement)), unknown_(unknown) {}
+  enum class How : char { Broken, Unknown, Silent };
+  ConnectionLost(const QString& message, std::string statement, How how = How::Broken)
+      : DbError(Kind::Other, message, std::move(statement)), how_(how) {}
   /// Whether it broke at the very end of a command and could not be made again to see.
-  bool isUnknown() const { return unknown_; }
+  bool isUnknown() const { return how_ == How::Unknown; }
+  How how() const { return how_; }
+  /// Whether the server did not answer: to ask once more would be to wait as long again.
+  bool isSilent() const { return how_ == How::Silent; }
 
  private:
-  bool unknown_;
+  How how_;
 };
 
 }  // namespace jxc

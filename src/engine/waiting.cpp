@@ -10,6 +10,17 @@ WaitListener& listener() {
   return known;
 }
 
+WaitStopper& stopper() {
+  static WaitStopper known;
+  return known;
+}
+
+std::chrono::seconds& ofThisThread() {
+  constexpr std::chrono::seconds usual{60};
+  thread_local std::chrono::seconds patience = usual;
+  return patience;
+}
+
 Wait*& innermost() {
   thread_local Wait* wait = nullptr;
   return wait;
@@ -22,6 +33,24 @@ void setWaitListener(WaitListener listener) {
 }
 const WaitListener& waitListener() {
   return waiting_detail::listener();
+}
+
+void setWaitStopper(WaitStopper stopper) {
+  waiting_detail::stopper() = std::move(stopper);
+}
+
+std::chrono::seconds patience() {
+  return waiting_detail::ofThisThread();
+}
+
+LongWork::LongWork(std::chrono::seconds patience) : before_(std::exchange(waiting_detail::ofThisThread(), patience)) {}
+
+LongWork::~LongWork() {
+  waiting_detail::ofThisThread() = before_;
+}
+
+bool Wait::isStopWanted(int seconds) {
+  return seconds >= secondsBeforeStop && waiting_detail::stopper() && waiting_detail::stopper()();
 }
 
 Wait::Wait() : outer_(std::exchange(waiting_detail::innermost(), this)) {}

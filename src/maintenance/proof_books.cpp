@@ -2,6 +2,7 @@
 
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/waiting.h"
 #include "stock/partial_movement.h"
 
 #include <algorithm>
@@ -118,7 +119,11 @@ void Books::eachChunk(std::string_view table, std::string_view columns,
   while (from <= last) {
     from += chunkRows;
     std::future<RowSet> next;
-    if (from <= last) next = std::async(std::launch::async, [&] { return select(sql, from, from + chunkRows); });
+    if (from <= last)
+      next = std::async(std::launch::async, [&] {
+        const LongWork longWork;
+        return select(sql, from, from + chunkRows);
+      });
     take(rows);
     if (next.valid()) rows = next.get();
     // Here nobody reads: whoever is told may ask the database himself.

@@ -4,6 +4,7 @@
 #include "core/schema/schema.h"
 #include "core/statements.h"
 #include "engine/bulk.h"
+#include "engine/waiting.h"
 #include "maintenance/proof_books.h"
 
 #include <algorithm>
@@ -50,6 +51,7 @@ void proveObjects(Books& books) {
 
 Proof prove(Database& books, const Progress& progress) {
   using namespace prove_detail;
+  const LongWork longWork;
   // A reader of its own sees one moment, whatever others post meanwhile. In memory there are no others.
   const std::unique_ptr<Database> reader = books.inTransaction() ? nullptr : books.openReader();
   std::optional<Transaction> moment;

@@ -22,7 +22,7 @@ auto onDocument(const QString& number, QStringView doing, Work&& work) {
   try {
     return std::forward<Work>(work)();
   } catch (const ConnectionLost& failure) {  // only the failure itself knows whether anything was kept
-    throw ConnectionLost(told(failure.message(), false), failure.statement(), failure.isUnknown());
+    throw ConnectionLost(told(failure.message(), false), failure.statement(), failure.how());
   } catch (const DbError& failure) {
     throw DbError(failure.kind(), told(failure.message()), failure.statement(), failure.position());
   } catch (const std::runtime_error& failure) {

@@ -3,6 +3,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/waiting.h"
 #include "stock/document_family.h"
 #include "stock/ledger.h"
 #include "stock/ledger_flags.h"
@@ -126,6 +127,7 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
 bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress,
                      RepairPosition* position) {
   using namespace repair_detail;
+  const LongWork longWork;
   if (!position || position->isEmpty()) {
     Transaction transaction(accountDb());
     execSql("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
@@ -152,6 +154,7 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
 bool syncOutgoingCost(const QString& date, const QString& warehouse, bool changeDocuments,
                       const RepairProgress& progress, RepairPosition* position) {
   using namespace repair_detail;
+  const LongWork longWork;
   Filter where;
   where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(rowsBehindAverage());
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);

@@ -11,9 +11,13 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <csignal>
 #include <future>
 #include <gtest/gtest.h>
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace jxc::server_test {
 
@@ -267,6 +271,70 @@ TEST_F(ServerTest, WhoWaitsForAServerThatIsAwayIsToldSo) {
   ASSERT_GE(told.size(), 2u);
   EXPECT_EQ(told.front(), 1);
   EXPECT_EQ(told.back(), 0) << "it is over";
+}
+
+/// Lets somebody look at the clock: a call that ends with a failure of this kind, and how long it took.
+template <class Call>
+double secondsUntilLost(Call call) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_THROW(call(), DbError);
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST_F(ServerTest, AServerThatKeepsTheConnectionAndSaysNothingIsGivenUpAndTheTruthIsFoundOut) {
+  const LongWork shortly(std::chrono::seconds(1));
+  test::ServerProxy proxy(test::portOf(test::copyAddress()));
+  const auto station = openPostgres(QString::fromStdString(proxy.address(test::copyAddress())));
+  EXPECT_EQ(number(*station, "select count(*) from till"), 0);
+  bool isTold = false;
+  {
+    Transaction t(*station);
+    station->execute("insert into till (a) values ('1')");
+    proxy.setSilent(true);
+    auto back = std::async(std::launch::async, [&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(6500));
+      proxy.setSilent(false);
+    });
+    try {
+      t.commit();
+      isTold = true;
+    } catch (const ConnectionLost& lost) {
+      EXPECT_FALSE(lost.isUnknown()) << lost.what();
+    }
+  }
+  EXPECT_EQ(rows(), isTold ? 1 : 0);
+  EXPECT_EQ(number(*station, "select count(*) from till"), rows()) << "and work goes on";
+  proxy.setSilent(true);
+  EXPECT_LT(secondsUntilLost([&] { number(*station, "select count(*) from till"); }), 9);
+  proxy.setSilent(false);
+  EXPECT_EQ(number(*station, "select count(*) from till"), rows());
+}
+
+TEST_F(ServerTest, AStoppedProcessOfTheServerHoldsNobodyForEver) {
+  Transaction stopped(*db);
+  db->execute("insert into till (a) values ('1')");
+  EXPECT_EQ(number(*db, "select count(*) from till"), 1);
+  const int process = test::writersProcess();
+  ASSERT_GT(process, 0);
+  if (::kill(process, SIGSTOP) != 0) GTEST_SKIP() << "the server belongs to another user";
+  std::vector<std::future<double>> waits;
+  for (int i = 0; i < 7; ++i)
+    waits.push_back(std::async(std::launch::async, [] {
+      const LongWork shortly(std::chrono::seconds(2));
+      const auto station = openPostgres(QString::fromStdString(test::copyAddress()));
+      return secondsUntilLost([&] { station->execute("insert into till (a) values ('2')"); });
+    }));
+  for (auto& wait : waits)
+    EXPECT_LT(wait.get(), 9);
+  setWaitStopper([] { return true; });  // Esc, from the tenth second on
+  const double held = secondsUntilLost([&] { db->execute("insert into till (a) values ('3')"), db->lastCounter(); });
+  setWaitStopper({});
+  ::kill(process, SIGCONT);
+  EXPECT_GT(held, 9);
+  EXPECT_LT(held, 20);
+  EXPECT_THROW(stopped.commit(), ConnectionLost);
+  add("4");
+  EXPECT_EQ(rows(), 1);
 }
 
 TEST_F(ServerTest, TheRestOfACommandNeverBeginsOnANewConnection) {

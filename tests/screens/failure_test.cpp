@@ -63,6 +63,9 @@ TEST_F(ScreenTest, AWaitForAnotherStationIsSeenWhileTheCommandWaits) {
       EXPECT_TRUE(notice()->isVisible());
       EXPECT_TRUE(s.rect().contains(notice()->geometry()));
       EXPECT_TRUE(notice()->text().contains(u"3 秒"));
+      EXPECT_FALSE(notice()->text().contains(u"Esc"));
+      wait.passed(10);
+      EXPECT_TRUE(notice()->text().contains(u"Esc"));
     }
     EXPECT_EQ(notice(), nullptr) << "it goes with the end of the wait";
   });

@@ -59,6 +59,10 @@ void ServerProxy::serve() {
   using namespace server_proxy_detail;
   std::vector<pollfd> sockets;
   while (!ending_) {
+    if (silent_) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      continue;
+    }
     Clock::time_point next = Clock::now() + std::chrono::milliseconds(50);  // to see that it shall end
     sockets.assign(1, {listener_, POLLIN, 0});
     for (const Pair& pair : pairs_) {

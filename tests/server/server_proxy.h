@@ -32,6 +32,8 @@ class ServerProxy {
   void cut(Cut when) { next_ = when; }
   /// A server that is away ends its connections and takes no new ones.
   void setAway(bool away) { away_ = away; }
+  /// A silent one keeps its connections, takes new ones and hands nothing on.
+  void setSilent(bool silent) { silent_ = silent; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -54,7 +56,7 @@ class ServerProxy {
   std::chrono::microseconds eachWay_;
   std::atomic<long> trips_ = 0, connections_ = 0;
   std::atomic<Cut> next_ = Cut::Never;
-  std::atomic<bool> away_ = false, ending_ = false;
+  std::atomic<bool> away_ = false, silent_ = false, ending_ = false;
   std::vector<Pair> pairs_;
   std::thread thread_;
 };

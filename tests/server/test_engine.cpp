@@ -103,6 +103,13 @@ class Slot {
     server_.run("select count(pg_terminate_backend(pid,2000)) from pg_stat_activity where datname='" + name_ +
                 "_copy'" + which);
   }
+  int writersProcess() {
+    const std::string process = test_engine_detail::Native(copyAddress())
+                                    .run(
+                                        "select pid from pg_locks l join pg_database d on d.oid=l.database where"
+                                        " locktype='advisory' and granted and datname=current_database()");
+    return process.empty() ? 0 : std::atoi(process.c_str());
+  }
   void cutAtCommit(const std::string& table) {
     test_engine_detail::Native copy(copyAddress());
     copy.run(
@@ -196,6 +203,9 @@ void cutConnections(const std::string& application) {
 }
 void cutAtCommit(const std::string& table) {
   test_engine_detail::freshSlot().cutAtCommit(table);
+}
+int writersProcess() {
+  return test_engine_detail::freshSlot().writersProcess();
 }
 int portOf(const std::string& address) {
   int port = 0;

@@ -30,6 +30,8 @@ void cutConnections();
 void cutConnections(const std::string& application);
 /// Cuts the connection that commits a new row of `table`, at the last moment before the row is kept.
 void cutAtCommit(const std::string& table);
+/// The process of the server that holds the right to write at it; 0 without.
+int writersProcess();
 /// Its address for libpq.
 std::string copyAddress();
 /// The port that an address of libpq names.

@@ -5,6 +5,7 @@
 #include "core/schema/indexes.h"
 #include "core/statements.h"
 #include "engine/error.h"
+#include "engine/waiting.h"
 
 #include <array>
 #include <stdexcept>
@@ -114,6 +115,7 @@ void createTable(Database& database, std::string_view name, std::string_view suf
 }
 
 void createAllTables(Database& database) {
+  const LongWork longWork;
   Transaction transaction(database);
   for (const schema::TableEntry& entry : schema::tables())
     createTable(database, entry.name);
@@ -123,6 +125,7 @@ void createAllTables(Database& database) {
 }
 
 void resetBusinessTables(Database& database) {
+  const LongWork longWork;
   Transaction transaction(database);
   database.execute("update jxc_goods set g_kc=0,ghs_sn='100001'");
   for (const schema::TableEntry& entry : schema::tables()) {

@@ -5,6 +5,7 @@
 #include "core/schema/indexes.h"
 #include "core/schema/schema.h"
 #include "engine/error.h"
+#include "engine/waiting.h"
 
 #include <algorithm>
 #include <array>
@@ -126,6 +127,7 @@ bool holdsWork(Database& database) {
 }
 
 void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
+  const LongWork longWork;
   // Read once: what the steps write does not decide about the steps behind them.
   const std::string stamp = database.lookup("select cs_employdate from jxc_xtcs").text().toStdString();
   bool changed = false;

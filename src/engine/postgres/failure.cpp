@@ -76,7 +76,13 @@ ConnectionLost lostUnsaved(std::string_view statement) {
 ConnectionLost lostUnknown(std::string_view statement) {
   return ConnectionLost(QStringLiteral("与数据库服务器的连接在保存时中断，暂时不能确定本次操作是否已经保存。\r\n\r\n"
                                        "请在恢复连接后先查看，再决定是否重新操作。"),
-                        std::string(statement), true);
+                        std::string(statement), ConnectionLost::How::Unknown);
+}
+
+ConnectionLost lostSilent(std::string_view statement) {
+  return ConnectionLost(QStringLiteral("数据库服务器一直没有应答，本次操作没有保存。\r\n\r\n"
+                                       "请检查服务器是否还在工作，稍后再试。"),
+                        std::string(statement), ConnectionLost::How::Silent);
 }
 
 DbError statementFailed(const PGresult* result, std::string_view statement, int (*widthOf)(void*, std::string_view),

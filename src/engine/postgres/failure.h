@@ -14,6 +14,8 @@ ConnectionLost cannotConnect(const char* nativeMessage);
 
 /// The connection broke and what was asked for was not done.
 ConnectionLost lostUnsaved(std::string_view statement);
+/// The server said nothing for too long.
+ConnectionLost lostSilent(std::string_view statement);
 /// It broke at the very end and could not be made again to see.
 ConnectionLost lostUnknown(std::string_view statement);
 

@@ -7,12 +7,20 @@
 #include <QString>
 
 #include <cerrno>
+#include <chrono>
 #include <poll.h>
+#include <thread>
 
 namespace jxc::postgres {
 namespace link_detail {
 
-constexpr int second = 1000;  // milliseconds
+using Clock = std::chrono::steady_clock;
+
+constexpr int shortLook = 100, longLook = 500;  // milliseconds between two looks at the time
+/// How long whoever cancels waits until the server has heard it.
+constexpr auto patienceForCancel = std::chrono::milliseconds(300);
+/// How long a server may take to hear that a statement is cancelled.
+constexpr auto patienceAfterCancel = std::chrono::seconds(5);
 
 // A station that is switched off in the middle of a command must not keep the others waiting: the server finds out
 // within half a minute and takes the command back.
@@ -34,19 +42,34 @@ DbError noAccountSet() {
 
 Link::Link(const std::string& address, Access access, const std::string& user, const std::string& password)
     : connection_(connectTo(address, user, password)) {
-  cancel_.reset(PQgetCancel(connection_.get()));
+  canceller_->handle.reset(PQgetCancel(connection_.get()));
+  if (PQsetnonblocking(connection_.get(), 1) != 0) throw cannotConnect(PQerrorMessage(connection_.get()));
   setUp(access);
-  if (PQenterPipelineMode(connection_.get()) != 1 || PQsetnonblocking(connection_.get(), 1) != 0)
-    throw cannotConnect(PQerrorMessage(connection_.get()));
+  if (PQenterPipelineMode(connection_.get()) != 1) throw cannotConnect(PQerrorMessage(connection_.get()));
 }
 
-ResultHandle Link::alone(const char* sql) {
-  ResultHandle result(PQexec(connection_.get(), sql));
+/// Outside the pipeline: the last result of what may be several statements.
+ResultHandle Link::askAlone(const char* sql) {
+  if (PQsendQuery(connection_.get(), sql) != 1) throw LinkLost{};
+  Wait waited;
+  ResultHandle last;
+  while (ResultHandle result{next(waited)}) {
+    const ExecStatusType status = PQresultStatus(result.get());
+    last = std::move(result);
+    if (status == PGRES_COPY_IN) break;
+  }
+  return last;
+}
+
+ResultHandle Link::alone(const char* sql) try {
+  ResultHandle result = askAlone(sql);
   const ExecStatusType status = PQresultStatus(result.get());
   if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) return result;
   if (PQstatus(connection_.get()) != CONNECTION_OK) throw cannotConnect(PQerrorMessage(connection_.get()));
   throw statementFailed(
       result.get(), sql, [](void*, std::string_view) { return 0; }, nullptr);
+} catch (const LinkLost& lost) {
+  throw lost.isSilent ? lostSilent(sql) : cannotConnect(PQerrorMessage(connection_.get()));
 }
 
 void Link::setUp(Access access) {
@@ -93,21 +116,32 @@ void Link::run(const std::string& name, std::span<const char* const> values) {
 
 // Sending and reading at the same time: a server that waits until its results are read takes no more commands.
 void Link::wait(Wait& waited) {
+  using namespace link_detail;
+  const Clock::time_point start = Clock::now();
+  const auto passed = [&start] {
+    return static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start).count());
+  };
+  Clock::time_point end = start + patience();
+  bool isCancelled = false;
   for (;;) {
     const int unsent = PQflush(connection_.get());
     if (unsent < 0) throw LinkLost{};
     if (unsent == 0 && PQisBusy(connection_.get()) == 0) return;
     pollfd socket{PQsocket(connection_.get()), static_cast<short>(POLLIN | (unsent > 0 ? POLLOUT : 0)), 0};
     if (socket.fd < 0) throw LinkLost{};
-    const int ready = ::poll(&socket, 1, link_detail::second);
+    const int ready = ::poll(&socket, 1, passed() < secondsBeforeStop ? longLook : shortLook);
     if (ready < 0 && errno != EINTR) throw LinkLost{};
-    if (ready == 0) {
-      waited.anotherSecond();
-    } else if (ready > 0 && (socket.revents & (POLLIN | POLLERR | POLLHUP)) != 0 &&
-               PQconsumeInput(connection_.get()) == 0) {
+    if (ready > 0 && (socket.revents & (POLLIN | POLLERR | POLLHUP)) != 0 && PQconsumeInput(connection_.get()) == 0)
       throw LinkLost{};
-    }
     if (PQisBusy(connection_.get()) == 0 && PQflush(connection_.get()) == 0) return;
+    waited.passed(passed());
+    if (!isCancelled && (Clock::now() >= end || Wait::isStopWanted(passed()))) {
+      isCancelled = true;
+      askToStop();
+      end = Clock::now() + patienceAfterCancel;
+    } else if (isCancelled && Clock::now() >= end) {
+      throw LinkLost{.isSilent = true};
+    }
   }
 }
 
@@ -142,21 +176,36 @@ std::vector<ResultHandle> Link::exchange() {
 
 ResultHandle Link::copyIn(const std::string& sql, std::string_view lines) {
   PGconn* const to = connection_.get();
-  if (PQexitPipelineMode(to) != 1 || PQsetnonblocking(to, 0) != 0) throw LinkLost{};
-  ResultHandle result(PQexec(to, sql.c_str()));
+  if (PQexitPipelineMode(to) != 1) throw LinkLost{};
+  ResultHandle result = askAlone(sql.c_str());
   if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
     constexpr std::size_t piece = std::size_t{1} << 20;
     for (std::size_t at = 0; at < lines.size(); at += piece) {
       const std::string_view part = lines.substr(at, piece);
+      // What cannot be sent at once is kept by libpq, and sent before the next piece.
       if (PQputCopyData(to, part.data(), static_cast<int>(part.size())) != 1) throw LinkLost{};
+      flush();
     }
     if (PQputCopyEnd(to, nullptr) != 1) throw LinkLost{};
-    result.reset(PQgetResult(to));
-    while (const ResultHandle rest{PQgetResult(to)}) {
+    Wait waited;
+    result.reset(next(waited));
+    while (const ResultHandle rest{next(waited)}) {
     }
   }
-  if (PQstatus(to) != CONNECTION_OK || PQenterPipelineMode(to) != 1 || PQsetnonblocking(to, 1) != 0) throw LinkLost{};
+  if (PQstatus(to) != CONNECTION_OK || PQenterPipelineMode(to) != 1) throw LinkLost{};
   return result;
+}
+
+/// Until everything is on its way; nothing is expected back.
+void Link::flush() {
+  const auto end = link_detail::Clock::now() + patience();
+  while (const int unsent = PQflush(connection_.get())) {
+    pollfd socket{PQsocket(connection_.get()), POLLIN | POLLOUT, 0};
+    if (unsent < 0 || socket.fd < 0) throw LinkLost{};
+    const int ready = ::poll(&socket, 1, link_detail::longLook);
+    if (ready > 0 && (socket.revents & POLLIN) != 0 && PQconsumeInput(connection_.get()) == 0) throw LinkLost{};
+    if (link_detail::Clock::now() >= end) throw LinkLost{.isSilent = true};
+  }
 }
 
 bool Link::isClosed() {
@@ -168,10 +217,23 @@ bool Link::isClosed() {
   return false;
 }
 
+std::future<void> Link::askToStop() {
+  std::promise<void> told;
+  std::future<void> done = told.get_future();
+  std::thread([canceller = canceller_, told = std::move(told)]() mutable {
+    char reason[256];
+    if (canceller->handle && !canceller->underWay.exchange(true)) {
+      PQcancel(canceller->handle.get(), reason, sizeof reason);
+      canceller->underWay = false;
+    }
+    told.set_value();
+  }).detach();
+  return done;
+}
+
+// Later it would meet the next statement of this connection; a server that is silent is not waited for.
 void Link::cancel() {
-  const std::lock_guard guard(cancelling_);
-  char reason[256];
-  if (cancel_) PQcancel(cancel_.get(), reason, sizeof reason);
+  askToStop().wait_for(link_detail::patienceForCancel);
 }
 
 }  // namespace jxc::postgres

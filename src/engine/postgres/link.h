@@ -5,8 +5,10 @@
 #include "engine/postgres/native.h"
 #include "engine/waiting.h"
 
+#include <atomic>
 #include <cstddef>
-#include <mutex>
+#include <future>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,9 +17,13 @@
 namespace jxc::postgres {
 
 /// The connection broke. Nothing that was sent since the last exchange is known to have happened.
-struct LinkLost {};
+struct LinkLost {
+  bool isSilent = false;  // the server did not answer, not even to the request to stop
+};
 
-/// Every wait is told to the wait listener (engine/waiting.h).
+/// Every wait is told to the wait listener (engine/waiting.h), and ends: a statement that has no answer within the
+/// patience of the thread, or that the operator waits for no longer, is cancelled; a server that does not answer to
+/// that either is given up.
 class Link {
  public:
   enum class Access { Read, Write, Create };
@@ -43,19 +49,26 @@ class Link {
 
   /// Whether the server has closed the connection meanwhile; asks nobody, only looks.
   bool isClosed();
-  /// Asks the running command to stop, from any thread.
+  /// Asks the running command to stop, from any thread, and waits until the server has heard it; but a moment at most,
+  /// since the request is a connection of its own and may hang as well.
   void cancel();
 
  private:
   void setUp(Access access);
   ResultHandle alone(const char* sql);
+  ResultHandle askAlone(const char* sql);
+  void flush();
   void count(int sent);
   PGresult* next(Wait& waited);
   void wait(Wait& waited);
+  std::future<void> askToStop();
 
+  struct Canceller {
+    CancelHandle handle;
+    std::atomic<bool> underWay = false;
+  };
   ConnectionHandle connection_;
-  CancelHandle cancel_;
-  std::mutex cancelling_;
+  std::shared_ptr<Canceller> canceller_ = std::make_shared<Canceller>();
   std::size_t pending_ = 0;
 };
 

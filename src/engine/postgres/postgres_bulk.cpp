@@ -112,8 +112,8 @@ void PostgresDatabase::append(const jet::Table& table, const RowSet& rows) {
     spoiled_ = opened_ > 0;
     throw statementFailed(
         result.get(), sql, [](void*, std::string_view) { return 0; }, nullptr);
-  } catch (const LinkLost&) {
-    loseLink(sql);
+  } catch (const LinkLost& lost) {
+    loseLink(sql, lost);
   }
 }
 

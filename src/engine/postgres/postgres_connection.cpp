@@ -24,7 +24,7 @@ constexpr const char* isNumberThere =
 constexpr const char* forgetStations = "delete from jxc_stations.commands where told<now()-interval '7 days'";
 
 /// A server that restarts is back within seconds.
-constexpr auto patience = std::chrono::seconds(15);
+constexpr auto restart = std::chrono::seconds(15);
 constexpr auto pause = std::chrono::milliseconds(300);
 
 }  // namespace postgres_connection_detail
@@ -42,6 +42,7 @@ void PostgresDatabase::connect() {
   catalogue_.forget();
   sent_.clear();
   deallocate_ = false;
+  toldPatience_ = {};
 }
 
 void PostgresDatabase::changeLink(std::unique_ptr<Link> link) {
@@ -60,22 +61,33 @@ Link& PostgresDatabase::link() {
       changeLink(nullptr);
       connect();
       return *link_;
-    } catch (const ConnectionLost&) {
+    } catch (const ConnectionLost& lost) {
       const auto waited = std::chrono::steady_clock::now() - start;
-      if (waited > patience) throw;
-      forTheServer.passed(static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(waited).count()));
+      const auto seconds = static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(waited).count());
+      if (waited > restart || lost.isSilent() || Wait::isStopWanted(seconds)) throw;
+      forTheServer.passed(seconds);
       std::this_thread::sleep_for(pause);
     }
   }
 }
 
-void PostgresDatabase::loseLink(std::string_view text) {
+void PostgresDatabase::loseLink(std::string_view text, const LinkLost& how) {
   changeLink(nullptr);
   sent_.clear();
   savepoints_.clear();
   if (opened_ > 0) lost_ = true;
   opened_ = 0;
+  if (how.isSilent) throw lostSilent(text);
   throw lostUnsaved(text);
+}
+
+/// The server ends a statement by itself when the station that asked is gone or does not hear: some seconds after the
+/// station would have cancelled it.
+void PostgresDatabase::tellPatience() {
+  constexpr std::chrono::seconds longer{10};
+  if (toldPatience_ == patience()) return;
+  toldPatience_ = patience();
+  control(("set statement_timeout='" + std::to_string((toldPatience_ + longer).count()) + "s'").c_str());
 }
 
 void PostgresDatabase::interrupt() {
@@ -175,12 +187,13 @@ bool PostgresDatabase::settle() {
   using namespace postgres_connection_detail;
   const std::vector<std::string> number = {station_, std::to_string(command_)};
   lost_ = false;
-  const auto end = std::chrono::steady_clock::now() + patience;
+  const auto end = std::chrono::steady_clock::now() + restart;
   do {
     try {
       control(writersLock);
       return ask(isNumberThere, number).integer(0, 0) > 0;
-    } catch (const ConnectionLost&) {
+    } catch (const ConnectionLost& lost) {
+      if (lost.isSilent()) break;
       std::this_thread::sleep_for(pause);  // it may break again, while the server starts
     } catch (const DbError&) {
       break;  // not to be found out now
@@ -213,6 +226,7 @@ void PostgresDatabase::rollback() {
         }
         opened_ = back;
         spoiled_ = false;
+        toldPatience_ = {};  // it may have been told inside, and is taken back with the rest
         exchange();
       }
     }

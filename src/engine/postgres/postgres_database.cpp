@@ -142,8 +142,8 @@ void PostgresDatabase::control(const char* sql, Sent::What what) {
   Link& to = link();
   try {
     to.send(sql);
-  } catch (const LinkLost&) {
-    loseLink(sql);
+  } catch (const LinkLost& lost) {
+    loseLink(sql, lost);
   }
   sent_.push_back({.what = what, .text = sql});
 }
@@ -152,6 +152,7 @@ void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const V
                              const RowSet* driving, int row) {
   const std::span<const char* const> texts = arguments_.of(step.plan->parameters, values, driving, row);
   openLevels();
+  tellPatience();
   if (deallocate_) {
     control("deallocate all");
     deallocate_ = false;
@@ -164,8 +165,8 @@ void PostgresDatabase::queue(Statement& statement, Step& step, std::span<const V
       step.prepared = true;
     }
     to.run(step.name, texts);
-  } catch (const LinkLost&) {
-    loseLink(statement.text);
+  } catch (const LinkLost& lost) {
+    loseLink(statement.text, lost);
   }
   sent_.push_back({.what = what, .step = &step, .text = statement.text});
 }
@@ -178,8 +179,8 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   ++trips_;
   try {
     results = link_->exchange();
-  } catch (const LinkLost&) {
-    loseLink(text);
+  } catch (const LinkLost& lost) {
+    loseLink(text, lost);
   }
   const std::vector<Sent> sent = std::exchange(sent_, {});
   std::vector<ResultHandle> wanted;
@@ -210,7 +211,7 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   }
   if (!failed) return wanted;
   lastState_ = stateOf(failed);
-  if (endsConnection(lastState_)) loseLink(failedText);
+  if (endsConnection(lastState_)) loseLink(failedText, {});
   spoiled_ = opened_ > 0;
   throw statementFailed(
       failed, failedText,
@@ -230,8 +231,8 @@ void PostgresDatabase::askFor(const char* sql, const std::vector<std::string>& v
     texts.push_back(value.c_str());
   try {
     link().ask(sql, texts);
-  } catch (const LinkLost&) {
-    loseLink(sql);
+  } catch (const LinkLost& lost) {
+    loseLink(sql, lost);
   }
   sent_.push_back({.what = what, .text = sql});
 }
@@ -268,7 +269,8 @@ ResultHandle PostgresDatabase::readResult(std::string_view text, std::span<const
   }
   try {
     return read();
-  } catch (const ConnectionLost&) {
+  } catch (const ConnectionLost& lost) {
+    if (lost.isSilent()) throw;
     return read();  // a select may be asked again
   }
 }
@@ -321,8 +323,9 @@ std::int64_t PostgresDatabase::execute(const SqlText& sql, std::span<const Value
         ending = true;
         own.commit();
         return changed;
-      } catch (const ConnectionLost&) {
-        if (again || ending) throw;  // before its end nothing of it was kept, so it may be said again
+      } catch (const ConnectionLost& lost) {
+        if (again || ending || lost.isSilent())
+          throw;  // before its end nothing of it was kept, so it may be said again
       }
     }
   });

@@ -10,6 +10,7 @@
 #include "engine/text_hash.h"
 #include "jet/plan.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -104,6 +105,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void connect();
   void changeLink(std::unique_ptr<Link> link);
   void openLevels();
+  void tellPatience();
   void control(const char* sql, Sent::What what = Sent::What::Control);
   void queue(Statement& statement, Step& step, std::span<const Value> values, Sent::What what,
              const RowSet* driving = nullptr, int row = 0);
@@ -111,7 +113,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void askFor(const char* sql, const std::vector<std::string>& values, Sent::What what);
   RowSet ask(const char* sql, const std::vector<std::string>& values);
   ResultHandle roundTrip(Statement& statement, Step& step, std::span<const Value> values);
-  [[noreturn]] void loseLink(std::string_view text);
+  [[noreturn]] void loseLink(std::string_view text, const LinkLost& how);
   void requireLive(std::string_view text) const;
 
   // reading and writing
@@ -150,6 +152,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   bool lost_ = false;     // the connection broke inside a transaction
   bool defined_ = false;  // this transaction changed the schema
   bool deallocate_ = false;
+  std::chrono::seconds toldPatience_{0};  // that the server knows; 0: not told
 };
 
 }  // namespace jxc::postgres
