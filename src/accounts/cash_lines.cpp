@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/unusual.h"
 #include "engine/waiting.h"
 
 #include <array>
@@ -126,6 +127,10 @@ std::optional<LineDraft> openLine(std::int64_t id, Prompt& prompt) {
 std::optional<QString> saveLine(const LineDraft& draft, Prompt& prompt) {
   using namespace cash_lines_detail;
   if (isRefused(refusal(draft), prompt)) return {};
+  const QString newest = lookupValue("select max(xj_rq) from jxc_xjyh where xj_rq<=?", clock::today() + u'~');
+  const FiguresOfDocument figures{
+      .yuan = draft.amount, .date = draft.date, .newest = newest, .lastEntry = lookupValue(lastLogEntry)};
+  if (!confirmUnusual(figures, prompt)) return {};
   Refusal changed;
   {
     Transaction transaction(accountDb());

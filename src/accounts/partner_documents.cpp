@@ -10,6 +10,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/unusual.h"
 #include "masterdata/partners.h"
 #include "stock/document_family.h"
 
@@ -168,6 +169,10 @@ std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Dr
   namespace detail = partner_documents_detail;
   if (draft.id == 0 && !isPartnerChosen(side, draft.partner, prompt)) return {};
   if (isRefused(detail::refusal(side, kind, draft), prompt)) return {};
+  const QString newest = lookupValue("select max(k_rq) from jxc_ysyfk_dj where k_rq<=?", clock::today() + u'~');
+  const FiguresOfDocument figures{
+      .yuan = draft.amount, .date = draft.date, .newest = newest, .lastEntry = lookupValue(lastLogEntry)};
+  if (!confirmUnusual(figures, prompt)) return {};
   Transaction transaction(accountDb());
   std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
   transaction.commit();

@@ -19,6 +19,10 @@ std::optional<double> parseNumber(std::string_view text);
 /// Rounded half away from zero to the six decimals that numeric(28,6) keeps. Half means half of the decimal figure:
 /// 1.0000005 gives 1.000001 although the double lies a hair below.
 double toSixDecimals(double number);
+/// Whether numeric(28,6) takes it: twenty-two digits in front of the point.
+constexpr bool isInNumericRange(double number) {
+  return number > -1e22 && number < 1e22;
+}
 
 /// The same to `digits` decimals, down to -12 (tens, hundreds …) and up to 12; what `round` of a statement does.
 double roundDecimals(double number, int digits);

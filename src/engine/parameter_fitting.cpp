@@ -153,6 +153,8 @@ void ParameterFitter::real(int at, const jet::Parameter& parameter, double numbe
   if (!parameter.typed) return putReal(at, number);
   switch (parameter.target) {
     case ColumnType::Numeric:
+      // What is only compared with a column may lie beyond everything that stands there.
+      if (!parameter.label.empty() && !isInNumericRange(number)) refuseNumber(parameter);
       return putReal(at, toSixDecimals(number));
     case ColumnType::Double:
       return putReal(at, number);

@@ -201,6 +201,7 @@ void proveStock(Books& books);     // running figures
 void proveBalances(Books& books);  // what stands per goods and warehouse
 void proveMonths(Books& books);
 void proveMoney(Books& books);      // cash, partners, invoices; notes them on the documents
+void proveUnusual(Books& books);    // what is possible and hardly meant
 void proveDocuments(Books& books);  // heads, lines, ledgers, orphans, doubles, drafts
 void proveLog(Books& books);        // each row of the log follows from the one before
 

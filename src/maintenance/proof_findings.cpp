@@ -117,6 +117,11 @@ constexpr KindWords table[] = {
     {Kind::LogChain, "log-chain", Wrong, u"操作日志", u"日志被修改、删除或插入过：从这一行起与上一行的校验值不连",
      u"与备份中的日志对照查明"},
 
+    {Kind::OddFigure, "odd-figure", Note, u"不寻常的数字", u"数量或金额超过一百万，多半是把条码扫进了数量栏",
+     u"查看该单据，输错的取消审核后改正"},
+    {Kind::FutureDay, "future-day", Note, u"不寻常的日期", u"日期在今天以后", u"查看该单据，输错的取消审核后改正"},
+    {Kind::ClockBehind, "clock-behind", Note, u"本机的时钟", u"本机的日期早于日志最后一条的日期", u"检查本机的时钟"},
+
     {Kind::Draft, "draft", Note, u"未保存的单据", u"有商品明细，单据还没有保存", u"打开对应界面保存或放弃"},
     {Kind::Staging, "staging", Note, u"已选未入单的商品", u"多选界面里选过、还没有放进单据的商品", nothing},
 };

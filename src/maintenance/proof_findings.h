@@ -77,6 +77,10 @@ enum class Kind : std::uint8_t {
   CodeTwice,
   // the log
   LogChain,
+  // hardly meant
+  OddFigure,
+  FutureDay,
+  ClockBehind,
   // drafts
   Draft,
   Staging,

@@ -1,14 +1,17 @@
 #include "maintenance/prove.h"
 
+#include "core/clock.h"
 #include "core/schema/indexes.h"
 #include "core/schema/schema.h"
 #include "core/statements.h"
+#include "core/unusual.h"
 #include "engine/bulk.h"
 #include "engine/waiting.h"
 #include "maintenance/proof_books.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 
 namespace jxc::proof {
@@ -49,6 +52,23 @@ void proveObjects(Books& books) {
 
 }  // namespace prove_detail
 
+void proveUnusual(Books& books) {
+  const auto placeOf = [&books](const LedgerRow& row) {
+    return Place{books.numbers.shown(row.number) + u' ' + books.nameOf(books.pairs[static_cast<std::size_t>(row.pair)]),
+                 QString::number(row.quantity) + u'，' + QString::fromStdString(books.dateOf(row)),
+                 {}};
+  };
+  const std::string today = clock::today().toStdString() + '~';
+  for (const LedgerRow& row : books.rows) {
+    if (std::max(std::fabs(row.quantity), std::fabs(row.net)) > mostUsual)
+      books.findings.add(Kind::OddFigure, [&] { return placeOf(row); });
+    if (books.dateOf(row) > today) books.findings.add(Kind::FutureDay, [&] { return placeOf(row); });
+  }
+  const RowSet last = books.select(lastLogEntry);
+  const QString day = last.isEmpty() || last.isNull(0, 0) ? QString() : last.text(0, 0).left(10);
+  if (day > clock::today()) books.findings.add(Kind::ClockBehind, [&] { return Place{{}, clock::today(), day}; });
+}
+
 Proof prove(Database& books, const Progress& progress) {
   using namespace prove_detail;
   const LongWork longWork;
@@ -75,6 +95,7 @@ Proof prove(Database& books, const Progress& progress) {
       proveMonths(all);
       proveMoney(all);
       proveDocuments(all);
+      proveUnusual(all);
       proveLog(all);
       proof.finished = true;
     }

@@ -11,6 +11,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/unusual.h"
 #include "stock/conversion.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
@@ -40,6 +41,26 @@ QString saveQuestion(const DocumentFamily& family) {
     return u"单据保存后处于“未审核”状态，是否确认保存？\r\n\r\n"_qs + words(family.waitingHint);
   const QString where = family.enquiry.empty() ? QString() : u"在“"_qs + words(family.enquiry) + u"”功能中"_qs;
   return u"单据保存后将直接审核，是否确认保存？\r\n\r\n保存后如果有问题可以"_qs + where + u"取消审核！"_qs;
+}
+
+/// What stands on this operator's draft, for the question about what is hardly meant; asked in one trip.
+FiguresOfDocument figuresOf(const DocumentFamily& family, const SaveRequest& request) {
+  const std::string_view pieces = family.line.columns->quantity, total = family.line.columns->total;
+  const std::string_view yuan = total.empty() ? "0" : total;  // goods that only come onto the shelf tell no money
+  const Ahead largest = sendAhead(
+      compose("select max({}) as slmax,min({}) as slmin,max({}) as zjemax,min({}) as zjemin from {} where {}=? and "
+              "a_name=?",
+              {pieces, pieces, yuan, yuan, family.lines, family.number}) +
+          ofDraft(family, family.lines),
+      request.number, session().a_name);
+  const Ahead newest = sendAhead("select max(gl_kdrq) from jxc_goodslist where gl_kdrq<=?", clock::today() + u'~');
+  const Ahead lastEntry = sendAhead(lastLogEntry);
+  const Row lines = largest.rows().front();
+  return {.pieces = std::max(lines.number("slmax"), -lines.number("slmin")),
+          .yuan = std::max(lines.number("zjemax"), -lines.number("zjemin")),
+          .date = request.date,
+          .newest = newest.rows().text(0, 0),
+          .lastEntry = lastEntry.rows().text(0, 0)};
 }
 
 /// Number to save under: a head that stands already, or another operator's lines, leave it to them.
@@ -245,6 +266,7 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
                : Refusal();
   };
   const auto agreed = shortage();  // as the screen has just asked
+  if (!confirmUnusual(document_detail::figuresOf(family, request), prompt)) return result;
   if (!prompt.askUnlessHabit(document_detail::saveQuestion(family), kSavesAtOnce)) return result;
 
   bool wentShort = false;

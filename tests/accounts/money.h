@@ -22,6 +22,8 @@ class MoneyTest : public AccountSetFixture {
     insertRow("jxc_ghsxx", {{"ghs_sn", u"100002"}, {"ghs_name", u"明镜光学"}, {"ghs_lwje", 0.0}, {"ghs_forbid", 0}});
   }
 
+  Prompt* asked = &prompt;  // who is asked when a document is entered
+
   QString enter(const PartnerSide& side, Kind kind, double amount, const QString& date, double rounding = 0,
                 const QString& account = QStringLiteral("现金"), const QString& partner = QStringLiteral("100002")) {
     return partner_books::saveDocument(side, kind,
@@ -32,7 +34,7 @@ class MoneyTest : public AccountSetFixture {
                                         .account = account,
                                         .employee = QStringLiteral("100001"),
                                         .note = QStringLiteral("说明")},
-                                       prompt)
+                                       *asked)
         .value_or(QString());
   }
   QString audited(const PartnerSide& side, Kind kind, double amount, const QString& date, double rounding = 0) {
@@ -49,7 +51,7 @@ class MoneyTest : public AccountSetFixture {
                            .amount = amount,
                            .employee = QStringLiteral("默认员工"),
                            .note = {}},
-                          prompt)
+                          *asked)
         .value_or(QString());
   }
   /// The line of a document that stands under this number.

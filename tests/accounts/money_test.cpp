@@ -377,6 +377,7 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   audited(customerSide, Kind::Due, 8.5, "2021-05-02");
   for (const char* other : {"2021-05-05", "2021-03-05"}) {
     const QString partner = *savePartner(customerSide, {.name = QString::fromUtf8(other)}, prompt);
+    if (QString::fromUtf8(other) < u"2021-04"_qs) prompt.willSayYes();  // to a day that lies far back
     const QString number = enter(customerSide, Kind::Due, 12, other, 0, kTill, partner);
     partner_books::auditDocument(customerSide, Kind::Due, number);
   }
@@ -433,6 +434,27 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
   EXPECT_TRUE(openSelect(partner_books::overviewDetail(supplierSide, may)).isEmpty());
+}
+
+TEST_F(MoneyTest, WhatIsHardlyMeantIsAskedAboutOnceADocument) {
+  const auto asked = [&](double amount, const QString& date) {
+    prompt.forget();
+    prompt.willSayNo();
+    EXPECT_EQ(enter(customerSide, Kind::Due, amount, date), QString());
+    EXPECT_EQ(prompt.questions.size(), 1);
+    return prompt.questions.value(0);
+  };
+  EXPECT_NE(enter(customerSide, Kind::Due, 1000000, "2021-05-03"), QString()) << "a million is still possible";
+  EXPECT_NE(enter(customerSide, Kind::Due, 1, "2021-04-02"), QString()) << "and a month ago";
+  EXPECT_TRUE(asked(-6923450656789.0, "2021-05-03").contains("6,923,450,656,789"));
+  prompt.willSayNo();
+  EXPECT_EQ(move(Movement::In, 6923450656789.0, "2021-05-03"), QString()) << "money alone as well";
+  EXPECT_TRUE(prompt.questions.last().contains("6,923,450,656,789"));
+  EXPECT_TRUE(asked(1, "2021-04-01").contains("早 32 天"));
+  setClock("2021-05-02 09:00:00");
+  EXPECT_TRUE(asked(1, "2021-05-02").contains("请检查本机的时钟"));
+  // A day after today was asked about where it was chosen.
+  EXPECT_NE(enter(customerSide, Kind::Due, 1, "2021-05-04"), QString());
 }
 
 }  // namespace jxc::money_test

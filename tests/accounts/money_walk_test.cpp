@@ -19,6 +19,7 @@ const std::array kPartners{QStringLiteral("100001"), QStringLiteral("100002")};
 
 class MoneyWalk : public test::MoneyTest {
  protected:
+  MoneyWalk() { asked = &meant_; }  // a day that lies far back is meant
   template <class List>
   const auto& any(const List& list) {
     return list[std::uniform_int_distribution<std::size_t>(0, list.size() - 1)(random_)];
@@ -57,7 +58,7 @@ class MoneyWalk : public test::MoneyTest {
     ASSERT_TRUE(draft);
     draft->amount = amount();
     draft->date = day();
-    EXPECT_TRUE(partner_books::saveDocument(*side, kind, *draft, prompt));
+    EXPECT_TRUE(partner_books::saveDocument(*side, kind, *draft, *asked));
   }
   void auditSomething() {
     if (upTo(2) == 0) {
@@ -133,6 +134,7 @@ class MoneyWalk : public test::MoneyTest {
     return wrong;
   }
 
+  test::WhileAsked meant_{{}};
   std::mt19937 random_{20210503};
 };
 

@@ -48,6 +48,18 @@ TEST_F(StatementsStory, RefusalsNameWhatIsWrong) {
   EXPECT_EQ(db->lookup("select g_name from jxc_goods where g_sn='1001'").text(), QStringLiteral("镜架"));
 }
 
+TEST_F(StatementsStory, NumbersHaveOneRangeOnBothEngines) {
+  addGoods("1003", "大", 9.99e21);
+  EXPECT_EQ(number(*db, "select g_pjjj from jxc_goods where g_sn='1003'"), 9.99e21);
+  for (const double beyond : {1e22, -1e22, 1e300}) {
+    const DbError error = failureOf([&] { addGoods("1004", "大", beyond); });
+    EXPECT_EQ(error.kind(), Kind::Arithmetic);
+    EXPECT_TRUE(error.message().contains(QStringLiteral("超出范围"))) << error.what();
+  }
+  EXPECT_EQ(failureOf([&] { db->execute("update jxc_goods set g_pjjj=g_pjjj*100"); }).kind(), Kind::Arithmetic);
+  EXPECT_EQ(number(*db, "select g_pjjj from jxc_goods where g_sn='1001'"), 99.9) << "and none of its rows changed";
+}
+
 TEST_F(StatementsStory, TablesChangeAndComeBackWithASnapshot) {
   db->execute("alter table jxc_goods add g_gg nvarchar (32) null");
   db->execute("update jxc_goods set g_gg='1.56'");

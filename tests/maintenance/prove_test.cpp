@@ -413,6 +413,19 @@ TEST_F(ProveTest, WhatOtherRulesLeaveBehindIsKnown) {
   }
 }
 
+TEST_F(ProveTest, WhatIsPossibleAndHardlyMeantIsHintedAt) {
+  prompt.willSayYes();  // it is meant
+  receive("2021-05-03", {{"A", 6923450656.0, 1}});
+  receive("2021-05-04", {{"A", 1, 1}});
+  setClock("2021-05-02");
+  const Proof proof = prove();
+  EXPECT_TRUE(proof.isClean());
+  for (const char* code : {"odd-figure", "future-day", "clock-behind"}) {
+    ASSERT_NE(find(proof, code), nullptr) << code;
+    EXPECT_EQ(find(proof, code)->weight, Weight::Note);
+  }
+}
+
 TEST_F(ProveTest, DraftsAreNotedAndTheProofMayBeStopped) {
   EXPECT_TRUE(prove().findings.empty());  // an empty shop
   draftReceipt("2021-05-03", {{"A", 1, 5}});

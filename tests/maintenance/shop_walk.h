@@ -81,7 +81,7 @@ class ShopWalk : public ShopTest {
 
   int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
   const QString& anyGoods() { return goods_[static_cast<std::size_t>(upTo(static_cast<int>(goods_.size()) - 1))]; }
-  QString day() { return QDate(2021, 5, 3).addDays(upTo(5) == 0 ? -upTo(60) : -upTo(3)).toString(Qt::ISODate); }
+  QString day() { return QDate(2021, 5, 3).addDays(upTo(5) == 0 ? -upTo(60) / 2 : -upTo(3)).toString(Qt::ISODate); }
   double price() { return (100 + upTo(900)) / 100.0; }
   QString warehouse() { return upTo(2) == 0 ? QStringLiteral("100002") : mainWarehouse; }
   double stockOf(const QString& goods, const QString& place) {

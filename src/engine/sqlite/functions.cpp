@@ -36,6 +36,11 @@ bool numberOf(sqlite3_context* context, sqlite3_value* value, double& number) {
   return false;
 }
 
+void giveDecimal(sqlite3_context* context, double number) {
+  if (!isInNumericRange(number)) return refuse(context, function_failure::kArithmetic, "overflow");
+  sqlite3_result_double(context, toSixDecimals(number));
+}
+
 void decimal(sqlite3_context* context, int, sqlite3_value** v) {
   switch (sqlite3_value_type(v[0])) {
     case SQLITE_NULL:
@@ -44,11 +49,10 @@ void decimal(sqlite3_context* context, int, sqlite3_value** v) {
       sqlite3_result_value(context, v[0]);
       return;
     case SQLITE_FLOAT:
-      sqlite3_result_double(context, toSixDecimals(sqlite3_value_double(v[0])));
-      return;
+      return giveDecimal(context, sqlite3_value_double(v[0]));
     default: {
       double number = 0;
-      if (numberOf(context, v[0], number)) sqlite3_result_double(context, toSixDecimals(number));
+      if (numberOf(context, v[0], number)) giveDecimal(context, number);
     }
   }
 }
