@@ -4,13 +4,14 @@
 #include "core/clock.h"
 #include "core/program_directory.h"
 #include "core/statements.h"
+#include "platform/machine.h"
 
 #include <QDir>
 
 namespace jxc {
 
 QString backupInto(const QString& folder, Database& database) {
-  if (!QDir().mkpath(folder))
+  if (!makePrivateFolder(folder))
     throw DbError(DbError::Kind::File, QStringLiteral("备份没有写成：文件夹 %1 不能建立。").arg(folder));
   const QString file =
       QDir(folder).filePath(QString::fromUtf16(build::accountName) + backupStamp() + QStringLiteral(".DAT"));

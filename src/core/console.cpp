@@ -223,7 +223,7 @@ int backup(Console& console, ConsoleWords words) {
 constexpr std::array commands = {
     ConsoleCommand{u"create",
                    u"jxcctl [--home 目录 | --db 文件] create [--force] [--station 用户]\n"
-                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force。\n"
+                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force，那时原来的文件改名保留。\n"
                    u"  --station 在服务器上同时为工作站准备一个用户，和 station 命令所做的一样。\n",
                    create},
     ConsoleCommand{u"station",
@@ -359,7 +359,7 @@ std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAcce
 void makeConsoleAccount(const Console& console, bool force, const std::function<void(const QString&)>& fill) {
   using namespace console_detail;
   if (QFileInfo::exists(console.file) && !force) {
-    throw ConsoleRefusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原有数据将全部丢失）：") +
+    throw ConsoleRefusal(QStringLiteral("帐套文件已经存在，加 --force 才会重建（原来的文件改名保留）：") +
                          console.file);
   }
   if (!console.home.isEmpty()) setProgramDirectory(console.home);

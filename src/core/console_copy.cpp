@@ -2,9 +2,11 @@
 
 #include "core/account_copy.h"
 #include "core/account_place.h"
+#include "core/clock.h"
 #include "core/console_admission.h"
 #include "core/schema/schema.h"
 #include "engine/bulk.h"
+#include "engine/file_use.h"
 #include "engine/server.h"
 
 #include <QFile>
@@ -24,6 +26,26 @@ void removeDatabaseFile(const QString& file) {
   QFile::remove(file);
   for (const char16_t* side : sideFiles)
     QFile::remove(file + QString::fromUtf16(side));
+}
+
+void moveFile(const QString& from, const QString& to) {
+  std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString());
+}
+
+void requireUnused(const QString& file) {
+  if (isAccountFileInUse(file))
+    throw ConsoleRefusal(QStringLiteral("帐套正在使用，请先退出使用它的所有窗口和程序：") + file);
+}
+
+/// The set that another one takes the place of, with the log that a crash may have left: nobody can be sure that it is
+/// of no use any more, and its log must not be played into the new one.
+void keepOld(const QString& file) {
+  requireUnused(file);
+  const QString old = file + QStringLiteral(".old-") + clock::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+  moveFile(file, old);
+  for (const char16_t* side : sideFiles)
+    if (const QString name = QString::fromUtf16(side); QFileInfo::exists(file + name))
+      moveFile(file + name, old + name);
 }
 
 void tellProgress(std::ostream& out, const CopyProgress& progress) {
@@ -47,14 +69,13 @@ void createOnServer(const QString& address, bool force) {
 void makeDatabaseFile(const QString& file, const std::function<void(const QString& beside)>& fill) {
   using namespace console_copy_detail;
   refuseNetworkShare(file);
+  requireUnused(file);
   const QString beside = file + QStringLiteral(".new");
   removeDatabaseFile(beside);
   try {
     fill(beside);
-    // What a crash left beside the old file must not be played into the new one.
-    for (const char16_t* side : sideFiles)
-      QFile::remove(file + QString::fromUtf16(side));
-    std::filesystem::rename(QFile::encodeName(beside).toStdString(), QFile::encodeName(file).toStdString());
+    if (QFileInfo(file).isFile()) keepOld(file);
+    moveFile(beside, file);
   } catch (const std::filesystem::filesystem_error& error) {
     removeDatabaseFile(beside);
     throw ConsoleRefusal(

@@ -45,6 +45,7 @@ void setProgramDirectory(const QString& directory) {
   program_directory_detail::directory() = QDir(directory).absolutePath();
   // Layouts, templates and pictures of one user are there for the others too, and for nobody else.
   if (isSharedFolder(programDirectory())) makeFilesOfGroup();
+  makePrivateFolder(programPath(QStringLiteral("data")));
   for (const char* folder : program_directory_detail::folders)
     QDir().mkpath(programPath(QLatin1String(folder)));
 }

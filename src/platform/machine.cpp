@@ -1,5 +1,9 @@
 #include "platform/machine.h"
 
+#include "engine/shared_folder.h"
+
+#include <QFile>
+#include <QFileInfo>
 #include <QNetworkInterface>
 #include <QProcess>
 #include <QStandardPaths>
@@ -21,6 +25,18 @@ QString localIpAddress() {
 
 void makeFilesOfGroup() {
   ::umask(S_IRWXO);
+}
+
+bool makePrivateFolder(const QString& path) {
+  const QFileInfo folder(path);
+  if (folder.isDir()) return true;
+  const QString above = folder.absolutePath();
+  if (above == folder.absoluteFilePath() || !makePrivateFolder(above)) return false;
+  const QByteArray name = QFile::encodeName(path);
+  if (::mkdir(name.constData(), S_IRWXU) != 0) return QFileInfo(path).isDir();
+  // The folder above hands its group down; who may write is said here, whatever the umask is.
+  if (isSharedFolder(above)) ::chmod(name.constData(), S_ISGID | S_IRWXU | S_IRWXG);
+  return true;
 }
 
 bool hasBrowser() {

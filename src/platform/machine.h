@@ -9,6 +9,9 @@ namespace jxc {
 QString localIpAddress();
 /// What this process makes from now on may be written by its group, and is for nobody else.
 void makeFilesOfGroup();
+/// Makes a folder that is missing, and those above it, for its owner alone: what lies in it are the books. In a folder
+/// that a group shares it is the group's as well. False when it is not there and cannot be made.
+bool makePrivateFolder(const QString& path);
 /// Whether this machine has anything to show a page with.
 bool hasBrowser();
 /// Where an installed program keeps the data of this user.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QSysInfo>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -16,7 +17,7 @@ namespace jxc::single_instance_detail {
 
 constexpr int kPatience = 3000;  // ms
 
-/// The lock lies on this machine even when the program directory is on a share: other machines may open the same files.
+/// The line lies on this machine even when the program directory is on a share: other machines may open the same files.
 /// Another user has a name of his own: he works beside, as from another station.
 QString nameFor(const QString& accountFile) {
   const QFileInfo file(accountFile), folder(file.path());
@@ -24,6 +25,15 @@ QString nameFor(const QString& accountFile) {
   const QByteArray hash =
       QCryptographicHash::hash((canonical + u'/' + file.fileName()).toUtf8(), QCryptographicHash::Sha1).toHex();
   return QDir::temp().filePath(QStringLiteral("qcqcjxc-%1-%2").arg(::getuid()).arg(QString::fromLatin1(hash)));
+}
+
+/// In the program directory, where nobody clears away what looks old. One for each machine and user: they may share
+/// the directory. The lock ends with the process, however that ends; the file stays.
+QString lockFileFor(const QString& accountFile) {
+  const QString program =
+      QDir::cleanPath(QFileInfo(QDir::cleanPath(accountFile)).absolutePath() + QStringLiteral("/.."));
+  return program +
+         QStringLiteral("/.%1-%2.lock").arg(QFileInfo(nameFor(accountFile)).fileName(), QSysInfo::machineHostName());
 }
 
 /// Opened for reading, so that the file of another user of this machine will do as well. Closed in programs started
@@ -40,7 +50,7 @@ int openLockFile(const QByteArray& path) {
 namespace jxc {
 
 SingleInstance::SingleInstance(const QString& accountFile) : name_(single_instance_detail::nameFor(accountFile)) {
-  descriptor_ = single_instance_detail::openLockFile((name_ + QStringLiteral(".lock")).toLocal8Bit());
+  descriptor_ = single_instance_detail::openLockFile(single_instance_detail::lockFileFor(accountFile).toLocal8Bit());
   if (descriptor_ < 0) return;  // no lock to be had on this machine: a shop must be able to work all the same
   if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
   isFirst_ = errno != EWOULDBLOCK;

@@ -32,11 +32,15 @@ QString steppedDay(const FieldSpec& spec, const QString& day, int step) {
   return (spec.flags & WholeMonth ? date.addMonths(step) : date.addDays(step)).toString(dayForm(spec));
 }
 
+/// Of an input that belongs to no column: what is searched for. A whole clipboard is pasted there by mistake.
+constexpr int mostSearched = 200;
+
 int mostCharacters(const FieldSpec& spec) {
   if (spec.width > 0) return spec.width;
   if (isNumberKind(spec.kind)) return numberInputLength(spec.kind);
   if (spec.kind == FieldKind::Date) return 10;
-  return spec.column.empty() ? 0 : std::max(0, columnWidth(spec.column));
+  if (!spec.column.empty()) return std::max(0, columnWidth(spec.column));
+  return spec.kind == FieldKind::Text ? mostSearched : 0;
 }
 
 // A proposal of width in characters: an input is as wide as what usually stands in it, and no wider than a form bears.
@@ -44,7 +48,7 @@ int wishedCharacters(const FieldSpec& spec) {
   if (isNumberKind(spec.kind)) return 10;
   if (spec.kind == FieldKind::Date) return 13;  // with its calendar
   const int most = mostCharacters(spec);
-  return most == 0 ? 14 : std::clamp(most, 6, 20);
+  return most == 0 || most == mostSearched ? 14 : std::clamp(most, 6, 20);
 }
 
 bool isLine(FieldKind kind) {

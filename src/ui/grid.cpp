@@ -469,27 +469,6 @@ Value Grid::cellValue(int viewRow, int column) const {
   return source < 0 ? Value() : model_->rows().value(model_->sourceRow(viewRow), source);
 }
 
-QString Grid::tabSeparated(bool onlySelected) const {
-  const auto columns = exportColumns();
-  QStringList lines;
-  QStringList cells;
-  for (const auto& column : columns)
-    cells << column.caption;
-  lines << cells.join(u'\t');
-  for (int row = 0; row < rowCount(); ++row) {
-    if (onlySelected && !view_->selectionModel()->isRowSelected(row)) continue;
-    cells.clear();
-    for (const auto& column : columns) {
-      // Numbers go without symbol and grouping, so that a spreadsheet takes them for numbers.
-      const QString text =
-          isNumberKind(column.kind) ? cellValue(row, column.column).text() : cellText(row, column.column);
-      cells << QString(text).replace(u'\t', u' ').replace(u'\n', u' ');
-    }
-    lines << cells.join(u'\t');
-  }
-  return lines.join(u'\n') + u'\n';
-}
-
 void Grid::focusRows() {
   view_->setFocus(Qt::OtherFocusReason);
 }

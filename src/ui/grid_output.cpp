@@ -60,6 +60,15 @@ SheetColumn sheetColumn(const Grid::ExportColumn& column) {
   return result;
 }
 
+/// A text that a spreadsheet would take for a formula, in the sign by which it takes it for a text. What is a number
+/// (a power, -3.00 or +0.75) goes as it is.
+QString asText(const QString& text) {
+  constexpr QStringView signs = u"=+-@";
+  bool isNumber = false;
+  text.toDouble(&isNumber);
+  return text.isEmpty() || isNumber || !signs.contains(text.front()) ? text : u'\'' + text;
+}
+
 }  // namespace grid_output_detail
 
 Sheet gridSheet(const Grid& grid) {
@@ -135,6 +144,28 @@ void printGrid(Grid& grid) {
 
 void copyGrid(const Grid& grid, bool all) {
   if (!grid.isEmpty() && grid.mayTakeOut()) QGuiApplication::clipboard()->setText(grid.tabSeparated(!all));
+}
+
+QString Grid::tabSeparated(bool onlySelected) const {
+  const auto columns = exportColumns();
+  QStringList lines;
+  QStringList cells;
+  for (const auto& column : columns)
+    cells << column.caption;
+  lines << cells.join(u'\t');
+  for (int row = 0; row < rowCount(); ++row) {
+    if (onlySelected && !view_->selectionModel()->isRowSelected(row)) continue;
+    cells.clear();
+    for (const auto& column : columns) {
+      // Numbers go without symbol and grouping, so that a spreadsheet takes them for numbers.
+      const QString text =
+          isNumberKind(column.kind) ? cellValue(row, column.column).text() : cellText(row, column.column);
+      const QString plain = QString(text).replace(u'\t', u' ').replace(u'\n', u' ');
+      cells << (isNumberKind(column.kind) ? plain : grid_output_detail::asText(plain));
+    }
+    lines << cells.join(u'\t');
+  }
+  return lines.join(u'\n') + u'\n';
 }
 
 }  // namespace jxc::ui

@@ -121,6 +121,9 @@ TEST_F(StartupStory, OneProgramASetUntilItDies) {
   {
     SingleInstance first(file);
     EXPECT_TRUE(first.isFirst());
+    const QStringList locks =
+        QDir(QFileInfo(home()).path()).entryList({u".qcqcjxc-*.lock"_qs}, QDir::Files | QDir::Hidden);
+    EXPECT_GE(locks.size(), 2) << "beside the folder of the set, where nobody clears away what looks old";
     const SingleInstance second(home() + "/data/../jxc.mdb");
     EXPECT_FALSE(second.isFirst()) << "the same set by another name";
     int argc = 1;

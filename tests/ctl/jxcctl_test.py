@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -42,9 +43,18 @@ class Console(unittest.TestCase):
         colours = self.rows("select count(*) from jxc_color")
         self.assertIn("--force", self.run_it("create", status=1))
         self.assertEqual(self.rows("select count(*) from jxc_color"), colours)
+        at_work = sqlite3.connect(self.file)
+        at_work.execute("select count(*) from jxc_color").fetchone()
+        self.assertIn("正在使用", self.run_it("create", "--force", status=1))
+        at_work.close()
         self.run_it("create", "--force")
         self.assertEqual(self.rows("select count(*) from jxc_color"), [[str(int(colours[0][0]) - 1)]])
-        self.assertEqual(sorted(p.name for p in self.file.parent.iterdir()), ["codeinfo.dll", "jxc.mdb"])
+        names = sorted(p.name for p in self.file.parent.iterdir())
+        self.assertEqual(names[:2], ["codeinfo.dll", "jxc.mdb"])
+        self.assertEqual(len(names), 3)
+        with sqlite3.connect(self.file.parent / names[2]) as old:
+            self.assertEqual(str(old.execute("select count(*) from jxc_color").fetchone()[0]), colours[0][0])
+        old.close()
 
     def test_a_demonstration_shop_whose_books_agree(self):
         words = ["demo", "--months", "1", "--goods", "40", "--documents", "5", "--until", "2025-06-30", "--seed", "3"]

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace jxc::report_expression_test {
@@ -176,6 +177,12 @@ TEST_F(ReportExpression, SumsKnowTheirRange) {
   EXPECT_EQ(test::linesOf(report.prepare()),
             (QStringList{u"1 3 3.3 1 2 2 1 1 3"_qs, u"2 3 3.3 3 2 2 2 1 3"_qs, u"0.1 0.3 3.3 3.1 2 3 2 0.1 0.2"_qs,
                          u"0.2 0.3 3.3 3.3 2 3 2 0.1 0.2"_qs, u" 0.3 3.3 3.3 2 3 2 0.1 0.2"_qs}));
+}
+
+TEST_F(ReportExpression, AnExpressionWithoutEndIsNotEvenRead) {
+  EXPECT_EQ(value(("1" + std::string(3000, ' ') + "+1").c_str()), u"2"_qs);
+  EXPECT_EQ(value(("1" + std::string(5000, ' ') + "+1").c_str()), u"#错误"_qs);
+  ASSERT_FALSE(faults.empty());
 }
 
 }  // namespace jxc::report_expression_test

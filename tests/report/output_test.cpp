@@ -154,7 +154,10 @@ TEST(ReportOutput, ACodeThatCannotBeSaidIsMarkedAndListed) {
 
 TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
   test::needGui();
-  const QTemporaryDir folder;
+  const QTemporaryDir program, outside;
+  const QString pictures = program.filePath(u"picture"_qs);
+  ASSERT_TRUE(QDir().mkdir(pictures));
+  const QDir folder(pictures);
   QImage red(40, 20, QImage::Format_RGB32);
   red.fill(Qt::red);
   ASSERT_TRUE(red.save(folder.filePath(u"100001.png"_qs)));
@@ -169,10 +172,14 @@ TEST(ReportOutput, PicturesComeFromFilesFieldsAndTheTemplateItself) {
   Band& row = addBand(t, BandKind::MasterData, 20);
   row.items.push_back(pictureItem(0, 0, 20, 20, u"[file]"_qs));
   Report report(t);
-  report.setPictureFolder(folder.path());
+  report.setPictureFolder(pictures);
+  // What lies elsewhere on the machine is no business of a template.
+  const QString foreign = outside.filePath(u"secret.png"_qs);
+  ASSERT_TRUE(red.save(foreign));
   const QString embedded = u"data:image/png;base64,"_qs + QString::fromLatin1(bytes.toBase64());
   RowSet rows({"file"});
-  for (const QString& file : {u"100001.png"_qs, u"missing.jpg"_qs, u"broken.png"_qs, embedded})
+  for (const QString& file : {u"100001.png"_qs, u"missing.jpg"_qs, u"broken.png"_qs, embedded, foreign,
+                              u"../../"_qs + QFileInfo(outside.path()).fileName() + u"/secret.png"_qs})
     rows.addText(file.toStdString());
   report.setRows(std::move(rows));
   const Pages pages = report.prepare();

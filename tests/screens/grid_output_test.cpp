@@ -137,7 +137,7 @@ TEST_F(GridOutputTest, MarkedRowsOrAllOnTheClipboard) {
   grid.selectRow(1);
   pressIn(*grid.view(), "Ctrl+C");
   EXPECT_EQ(lines(), QStringList({QStringLiteral("商品编号\t商品名称\t库存\t进价\t金额\t日期\t禁用"),
-                                  QStringLiteral("0002\t=1+1\t3\t20\t-30.51\t2021-05-03\t")}));
+                                  QStringLiteral("0002\t'=1+1\t3\t20\t-30.51\t2021-05-03\t")}));
   pressIn(*grid.view(), "Ctrl+Shift+C");
   EXPECT_EQ(lines().size(), 4);
   grid.setMultiSelect(true);

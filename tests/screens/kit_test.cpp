@@ -225,6 +225,15 @@ TEST_F(ScreenTest, GridSortsSumsEditsAndKeepsItsRow) {
     grid.view()->setColumnWidth(0, 8);
     EXPECT_EQ(told(), "盒");
     QToolTip::hideText();
+    for (const auto& [stored, copied] :
+         {std::pair{u"=1+1"_qs, u"'=1+1"_qs}, {u"@a"_qs, u"'@a"_qs}, {u"-3.00"_qs, u"-3.00"_qs}}) {
+      RowSet rows({"id", "dj_name", "dj_pl"});
+      rows.addInteger(1);
+      rows.addText(stored.toStdString());
+      rows.addInteger(-2);
+      grid.setRows(std::move(rows));
+      EXPECT_EQ(grid.tabSeparated(false), u"单位\t次数\n"_qs + copied + u"\t-2\n"_qs) << "a text is no formula";
+    }
   });
 }
 

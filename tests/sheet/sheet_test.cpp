@@ -189,6 +189,44 @@ TEST_F(SheetTest, ThousandsOfTextsAndSeveralSheets) {
   EXPECT_THROW(writeSheets(path(u"same.xls"_qs), same), SheetError);
 }
 
+TEST_F(SheetTest, ADayThatTheLibraryWouldShiftIsNamed) {
+  const auto write = [this](const QString& file, const char* day) {
+    const Sheet sheet{.columns = {{u"a"_qs}, {u"日期"_qs, SheetKind::Date}},
+                      .rows = heldRows({{u"x"_qs, QString::fromUtf8(day)}})};
+    ASSERT_TRUE(writeSheet(path(file), sheet));
+  };
+  write(u"ahead.xls"_qs, "2100-02-27");
+  EXPECT_EQ(openExcel(path(u"ahead.xls"_qs))->rows().text(0, 1), u"2100-02-27"_qs);
+  write(u"ahead.xls"_qs, "2100-03-01");
+  try {
+    openExcel(path(u"ahead.xls"_qs))->rows();
+    FAIL() << "was read";
+  } catch (const SheetError& error) {
+    EXPECT_TRUE(error.message().contains(u"第 2 行第 2 列"_qs)) << error.what();
+  }
+  write(u"ahead.xlsx"_qs, "2100-03-01");
+  EXPECT_EQ(openExcel(path(u"ahead.xlsx"_qs))->rows().text(0, 1), u"2100-03-01"_qs);
+}
+
+TEST_F(SheetTest, ATextThatTheLibraryLosesItsWayInIsNamed) {
+  for (const QChar letter : {u'x', u'中'})
+    for (const int length : {4000, 8000, 16000, 20000, 32000}) {
+      SCOPED_TRACE(length);
+      const QString text = u"备注"_qs + QString(length, letter);
+      const Sheet sheet{.columns = {{u"a"_qs}, {u"b"_qs}}, .rows = heldRows({{u"1"_qs, text}, {u"2"_qs, u"后"_qs}})};
+      ASSERT_TRUE(writeSheet(path(u"long.xls"_qs), sheet));
+      try {
+        const RowSet rows = openExcel(path(u"long.xls"_qs))->rows();
+        EXPECT_EQ(rows.text(0, 1), text);
+        EXPECT_EQ(rows.text(1, 1), u"后"_qs);
+        EXPECT_LE(length, 8000);
+      } catch (const SheetError& error) {
+        EXPECT_TRUE(error.message().contains(u"以“备注"_qs)) << error.what();
+        EXPECT_GT(length, 4000);
+      }
+    }
+}
+
 // What `select … into 1 in 'file'` writes: one sheet after the other in one file.
 TEST_F(SheetTest, RowsOfQueriesShareAFile) {
   RowSet goods({"g_sn", "g_kc"}), stock({"x"});

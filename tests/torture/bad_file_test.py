@@ -208,6 +208,14 @@ class BadFile(Case):
         self.run_it("backup", str(copy))
         self.assertEqual(copy.stat().st_mode & 0o777, 0o660)
 
+    def test_folders_of_the_books_are_for_their_owner_or_for_the_group_that_shares_them(self):
+        for mode, wanted in ((0o755, 0o700), (0o2770, 0o2770)):
+            home = self.home / oct(mode)
+            home.mkdir()
+            home.chmod(mode)
+            subprocess.run([JXCCTL, "--home", str(home), "create"], check=True, timeout=60)
+            self.assertEqual((home / "data").stat().st_mode & 0o7777, wanted)
+
 
 class SmallDisk(Case):
     """Root mounts one; an ordinary user is root in a namespace of his own, where these run once more."""
@@ -225,6 +233,22 @@ class SmallDisk(Case):
         self.small_disk("2m")
         self.refused("demo", "--months", "2", "--goods", "300", names="磁盘")
         self.assertEqual(list(self.data.iterdir()), [])
+
+    def test_a_set_on_a_read_only_medium_is_read_proved_and_copied(self):
+        disk = self.small_disk("12m")
+        self.run_it("create")
+        self.run_it("sql", "-c", "insert into jxc_color (color_name) values ('红')")
+        before = self.colours()
+        subprocess.run(["mount", "-o", "remount,ro", str(disk)], check=True)
+        self.assertEqual(self.colours(), before)
+        self.assertIn("没有发现错误", self.run_it("prove"))
+        copy = self.home / "copy.DAT"
+        self.run_it("backup", str(copy))
+        self.assertIn("只读", self.refused("sql", "-c", "delete from jxc_color", names="只读"))
+        subprocess.run(["mount", "-o", "remount,rw", str(disk)], check=True)
+        self.assertEqual(self.names(), ["jxc.mdb"])
+        self.file = copy
+        self.assertEqual(self.colours(), before)
 
     def test_a_full_disk_stops_the_work_and_loses_nothing(self):
         disk = self.small_disk("12m")

@@ -3,6 +3,7 @@
 #include "core/statements.h"
 #include "engine/database.h"
 #include "engine/transaction.h"
+#include "platform/machine.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -39,7 +40,7 @@ bool hasTable(Database& catalogue) {
 }  // namespace catalogue_file_detail
 
 void ensureCatalogueFile(const QString& path) {
-  QDir().mkpath(QFileInfo(path).absolutePath());
+  makePrivateFolder(QFileInfo(path).absolutePath());
   const std::unique_ptr<Database> catalogue = openSqlite(path, {.create = true});
   // Asked of the table, not of the file: a first start that was cut off left a file without it.
   if (catalogue_file_detail::hasTable(*catalogue)) return;

@@ -14,13 +14,14 @@ constexpr int longLog = 4000;  // pages
 constexpr int longestLog = 4 * longLog;
 
 /// Passive: takes what no reader needs any more and makes nobody wait.
-void carry(sqlite3* connection, const char* schema) {
-  sqlite3_wal_checkpoint_v2(connection, schema, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+void carryInto(sqlite3* connection) {
+  sqlite3_wal_checkpoint_v2(connection, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 }  // namespace checkpointer_detail
 
-Checkpointer::Checkpointer(sqlite3* connection, QString file) : watched_(connection), file_(std::move(file)) {
+Checkpointer::Checkpointer(sqlite3* connection, QString file, const FileWatch& watch)
+    : watched_(connection), file_(std::move(file)), watch_(watch) {
   sqlite3_wal_hook(watched_, afterCommit, this);
 }
 
@@ -36,46 +37,59 @@ Checkpointer::~Checkpointer() {
 }
 
 /// The commit has happened, so no failure here may be told as its own.
-int Checkpointer::afterCommit(void* self, sqlite3* connection, const char* schema, int pages) {
+int Checkpointer::afterCommit(void* self, sqlite3* connection, const char*, int pages) {
   using namespace checkpointer_detail;
-  if (pages >= longestLog)
-    carry(connection, schema);
-  else if (pages >= longLog)
-    static_cast<Checkpointer*>(self)->wake();
+  auto* const checkpointer = static_cast<Checkpointer*>(self);
+  if (pages >= longestLog) carryInto(connection);
+  checkpointer->wake(pages >= longLog);
   return SQLITE_OK;
 }
 
-void Checkpointer::wake() {
+void Checkpointer::wake(bool isLong) {
   try {
-    if (!thread_.joinable()) start();
     const std::lock_guard lock(mutex_);
-    wanted_ = true;
+    if (!thread_.joinable()) thread_ = std::thread([this] { run(); });
+    committed_ = true;
+    lastCommit_ = std::chrono::steady_clock::now();
+    wanted_ = wanted_ || isLong;
+    if (!isLong && isTiming_) return;  // it looks at the time itself
   } catch (const std::exception&) {
     return;  // no memory or no thread now: the next commit tries again, and a longer log is carried without
   }
   changed_.notify_one();
 }
 
-/// The connection is opened here and not in the thread, after a look whether the name still means the watched file: it
-/// may have been replaced since this commit began. Without a thread the one that commits carries a longer log itself.
-void Checkpointer::start() {
-  if (!own_) {
-    if (fileHasMoved(watched_)) return;
-    own_ = openConnection({.file = file_, .essential = false}, {.essential = false});
-    // The watched connection closes later: what is left in the log then is for it alone.
-    sqlite3_db_config(own_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+/// The connection is opened with the first log to be carried, so that a start and the console pay nothing, and after a
+/// look whether the names still mean the watched file: it may have been replaced. Without a connection the one that
+/// commits carries a longer log itself.
+void Checkpointer::carry() {
+  try {
+    if (watch_.look() != FileWatch::State::Mine) return;
+    if (!own_) {
+      own_ = openConnection({.file = file_, .essential = false}, {.essential = false});
+      // The watched connection closes later: what is left in the log then is for it alone.
+      sqlite3_db_config(own_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    }
+    checkpointer_detail::carryInto(own_.get());
+  } catch (const std::exception&) {
+    return;
   }
-  thread_ = std::thread([this] { run(); });
 }
 
 void Checkpointer::run() {
   std::unique_lock lock(mutex_);
-  for (;;) {
-    changed_.wait(lock, [this] { return wanted_ || ending_; });
+  while (!ending_) {
+    if (!committed_ && !wanted_) {
+      isTiming_ = false;
+      changed_.wait(lock, [this] { return committed_ || wanted_ || ending_; });
+    }
+    isTiming_ = true;
+    while (!wanted_ && !ending_ && std::exchange(committed_, false))
+      changed_.wait_until(lock, lastCommit_ + quiet, [this] { return wanted_ || ending_; });
     if (ending_) return;
-    wanted_ = false;
+    wanted_ = committed_ = false;
     lock.unlock();
-    checkpointer_detail::carry(own_.get(), "main");
+    carry();
     lock.lock();
   }
 }

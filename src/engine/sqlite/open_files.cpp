@@ -66,6 +66,17 @@ void noteClosed(sqlite3* connection) {
   files.all.erase(connection);
 }
 
+FileWatch::FileWatch(const QString& file)
+    : file_(file),
+      log_(file + QStringLiteral("-wal")),
+      fileIdentity_(identityOf(file)),
+      logIdentity_(identityOf(log_)) {}
+
+FileWatch::State FileWatch::look() const {
+  if (identityOf(file_) != fileIdentity_) return State::FileGone;
+  return identityOf(log_) == logIdentity_ ? State::Mine : State::LogGone;
+}
+
 void CloseConnection::operator()(sqlite3* connection) const {
   sqlite3_close_v2(connection);
   noteClosed(connection);

@@ -18,4 +18,19 @@ FileIdentity identityOf(const QString& file);
 void noteOpened(sqlite3* connection, const QString& file);
 void noteClosed(sqlite3* connection);
 
+/// Which file and which log a connection has open. Of a connection that has read already, for its log is there from
+/// then on and stays as long as the connection does. May be asked in any thread.
+class FileWatch {
+ public:
+  explicit FileWatch(const QString& file);
+
+  enum class State : char { Mine, FileGone, LogGone };
+  /// Whether the names still mean what is open. Costs two looks into the folder.
+  State look() const;
+
+ private:
+  QString file_, log_;
+  FileIdentity fileIdentity_, logIdentity_;
+};
+
 }  // namespace jxc::sqlite

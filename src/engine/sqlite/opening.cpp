@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QUrl>
 
 #include <array>
 #include <cerrno>
@@ -43,6 +44,19 @@ void createFile(const FileRole& role) {
     throw cannotReach(role, QStringLiteral("文件不能建立，") + diskReason(errno));
   if (isSharedFolder(QFileInfo(role.file).absolutePath()))
     file.setPermissions(ownerOnly | QFileDevice::ReadGroup | QFileDevice::WriteGroup);
+}
+
+/// A disc, or a stick with its switch set: nothing there changes while it is read.
+bool isReadOnlyMedium(const QString& file) {
+  return QFileInfo::exists(file) && ::access(QFile::encodeName(file).constData(), W_OK) != 0 && errno == EROFS;
+}
+
+/// The name of such a file for SQLite, which reads it without locks and without files beside it.
+QByteArray unchangingName(const FileRole& role) {
+  if (QFileInfo(role.file + QStringLiteral("-wal")).size() > 0)
+    throw cannotReach(role,
+                      QStringLiteral("它在只读的磁盘上，旁边还有没有归档的日志。请把两个文件一起复制到硬盘再打开。"));
+  return "file:" + QUrl::toPercentEncoding(QFileInfo(role.file).absoluteFilePath(), "/") + "?immutable=1";
 }
 
 bool isWritable(const QString& path) {
@@ -84,9 +98,12 @@ ConnectionHandle openNative(const FileRole& role, const SqliteOptions& options) 
                     (memory             ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY
                      : options.readOnly ? SQLITE_OPEN_READONLY
                                         : SQLITE_OPEN_READWRITE);
-  const QByteArray name = memory ? QByteArray(":memory:") : QFile::encodeName(role.file);
+  const bool unchanging = !memory && isReadOnlyMedium(role.file);
+  const QByteArray name = memory       ? QByteArray(":memory:")
+                          : unchanging ? unchangingName(role)
+                                       : QFile::encodeName(role.file);
   sqlite3* raw = nullptr;
-  const int code = sqlite3_open_v2(name.constData(), &raw, flags, nullptr);
+  const int code = sqlite3_open_v2(name.constData(), &raw, unchanging ? flags | SQLITE_OPEN_URI : flags, nullptr);
   ConnectionHandle connection(raw);
   if (code != SQLITE_OK) throw cannotOpen(role, code);
   if (!memory) noteOpened(raw, role.file);
@@ -158,8 +175,11 @@ void requireAccountSet(sqlite3* connection, const FileRole& role) {
   pragma(connection, role, "select count(*) from sqlite_master");  // reads the schema: damage there shows at once
 }
 
-ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& options) {
+ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& asked) {
   using namespace opening_detail;
+  SqliteOptions options = asked;
+  // It can be read, proved and copied; whoever writes is refused then.
+  if (!role.file.isEmpty() && isReadOnlyMedium(role.file)) options.readOnly = true;
   const bool memory = role.file.isEmpty();
   const bool isNew = memory || isNewFile(role, options);
   if (!memory && !options.readOnly) requireWritable(role);

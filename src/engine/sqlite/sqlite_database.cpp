@@ -76,7 +76,9 @@ SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Trans
       translator_(std::move(translator)),
       catalogue_(connection_.get(), role_) {
   schemaVersion_ = schemaVersion();
-  if (!role_.file.isEmpty() && !role_.reader) checkpointer_.emplace(connection_.get(), role_.file);
+  if (role_.file.isEmpty()) return;
+  watch_.emplace(role_.file);
+  if (!role_.reader) checkpointer_.emplace(connection_.get(), role_.file, *watch_);
 }
 
 SqliteDatabase::~SqliteDatabase() = default;

@@ -6,6 +6,7 @@
 #include "engine/sqlite/checkpointer.h"
 #include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
+#include "engine/sqlite/open_files.h"
 #include "engine/sqlite/parameter_binding.h"
 #include "engine/sqlite/sqlite_catalogue.h"
 #include "engine/text_hash.h"
@@ -105,6 +106,7 @@ class SqliteDatabase final : public Database, public Bulk {
 
   ConnectionHandle connection_;
   FileRole role_;
+  std::optional<FileWatch> watch_;            // of a file
   std::optional<Checkpointer> checkpointer_;  // of a connection that writes a file
   Translator translator_;
   SqliteCatalogue catalogue_;

@@ -167,6 +167,8 @@ class ExpressionCompiler {
 };
 
 Node Program::compile(const QString& text) {
+  constexpr qsizetype longest = 4000;  // characters: nobody types more, and a template may come from anywhere
+  if (text.size() > longest) throw ExpressionError{QStringLiteral("表达式太长（最多%1个字符）").arg(longest)};
   return ExpressionCompiler(*this).run(text);
 }
 

@@ -19,6 +19,14 @@ bool isReadable(const PictureSource& source) {
   return QImageReader(&buffer).canRead();
 }
 
+/// Whether a picture lies below the program directory, in which the folder of pictures is. A template may come from
+/// anywhere, and shall not print what lies elsewhere on the machine.
+bool isBelow(const QString& file, const QString& pictureFolder) {
+  if (pictureFolder.isEmpty()) return true;
+  const QString program = QFileInfo(QFileInfo(pictureFolder).path()).canonicalFilePath();
+  return QFileInfo(file).canonicalFilePath().startsWith(program + u'/');
+}
+
 }  // namespace picture_source_detail
 
 /// -1 when there is none: goods without a picture are nothing out of the ordinary.
@@ -38,7 +46,8 @@ int BandMaker::pictureIndex(const QString& content, QString& fault) {
   } else {
     QString name = content;
     name.replace(u'\\', u'/');
-    source.file = QDir(options_.pictureFolder).filePath(name);
+    const QString file = QDir(options_.pictureFolder).filePath(name);
+    if (picture_source_detail::isBelow(file, options_.pictureFolder)) source.file = file;
   }
   int index = -1;
   if (source.drawing || !source.bytes.isEmpty() || QFileInfo(source.file).isFile()) {

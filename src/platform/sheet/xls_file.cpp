@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QTemporaryFile>
 
+#include <algorithm>
 #include <freexl.h>
 #include <string>
 #include <string_view>
@@ -65,6 +66,73 @@ bool isWhole(std::string_view stream) {
   return true;
 }
 
+/// The texts that all cells share: one record, and those that it goes on in.
+class SharedTexts {
+ public:
+  explicit SharedTexts(std::string_view stream) {
+    constexpr std::size_t kTexts = 0xfc, kContinue = 0x3c;
+    for (std::size_t at = 0; at + 4 <= stream.size(); at += 4 + wordAt(stream, at + 2)) {
+      const std::size_t kind = wordAt(stream, at);
+      if (kind != kTexts && (kind != kContinue || parts_.empty())) {
+        if (!parts_.empty()) return;
+        continue;
+      }
+      parts_.push_back(stream.substr(at + 4, wordAt(stream, at + 2)));
+    }
+  }
+
+  /// The beginning of the first text that runs through more records than two: the library reads what is behind it from
+  /// a wrong place.
+  QString firstTooLong() {
+    if (parts_.empty()) return {};
+    at_ = 8;
+    while (part_ < parts_.size()) {
+      if (at_ >= parts_[part_].size()) {
+        ++part_;
+        at_ = 0;
+        continue;
+      }
+      const std::size_t first = part_;
+      std::size_t characters = word();
+      std::size_t flags = byteAt(parts_[part_], at_++);
+      const std::size_t runs = (flags & 8U) != 0 ? word() : 0;
+      const std::size_t more = (flags & 4U) != 0 ? word() | word() << 16U : 0;
+      QString beginning;
+      while (characters > 0) {
+        const std::size_t width = (flags & 1U) + 1, here = std::min(characters, (parts_[part_].size() - at_) / width);
+        for (std::size_t i = 0; i < here && beginning.size() < 12; ++i)
+          beginning += QChar(
+              static_cast<char16_t>(width == 2 ? wordAt(parts_[part_], at_ + i * 2) : byteAt(parts_[part_], at_ + i)));
+        at_ += here * width;
+        if ((characters -= here) == 0) break;
+        if (++part_ >= parts_.size()) return {};
+        flags = byteAt(parts_[part_], 0);
+        at_ = 1;
+      }
+      if (part_ > first + 1) return beginning;
+      skip(runs * 4 + more);
+    }
+    return {};
+  }
+
+ private:
+  std::size_t word() {
+    at_ += 2;
+    return wordAt(parts_[part_], at_ - 2);
+  }
+  void skip(std::size_t bytes) {
+    while (part_ < parts_.size() && bytes > parts_[part_].size() - at_) {
+      bytes -= parts_[part_].size() - at_;
+      at_ = 0;
+      if (++part_ >= parts_.size()) return;
+    }
+    at_ += bytes;
+  }
+
+  std::vector<std::string_view> parts_;
+  std::size_t part_ = 0, at_ = 0;
+};
+
 /// The library trusts the container and the lengths that a file states, and writes beyond its buffers where they lie.
 /// So it gets a container that was made here, around a workbook whose records are whole.
 std::unique_ptr<QTemporaryFile> trustworthyCopy(const QString& path) {
@@ -72,6 +140,8 @@ std::unique_ptr<QTemporaryFile> trustworthyCopy(const QString& path) {
   std::string stream = oleStream(name.constData(), "Workbook");
   if (stream.empty()) stream = oleStream(name.constData(), "Book");
   if (stream.empty() || !isWhole(stream)) sheet_files::throwDamaged();
+  if (const QString text = SharedTexts(stream).firstTooLong(); !text.isEmpty())
+    throw SheetError(QStringLiteral("以“%1”开头的一格文字太长，.xls 读不准，请改短或另存为 .xlsx。").arg(text));
   const std::string container = oleFile("Workbook", stream);
   auto copy = std::make_unique<QTemporaryFile>();
   if (container.empty() || !copy->open() ||
@@ -126,6 +196,7 @@ class XlsFile : public SheetFile {
         error = freexl_get_cell_value(book_, row, column, &value);
         if (error != FREEXL_OK) fail(error);
         cells[column] = cellOf(value);
+        requireTrueDate(cells[column], row, column);
       }
       if (!sink(static_cast<int>(row), cells)) return;
     }
@@ -162,6 +233,16 @@ class XlsFile : public SheetFile {
       default:
         return {};
     }
+  }
+
+  /// The library knows a 29th of February 2100, which there never is: behind it every day is one too early.
+  static void requireTrueDate(const SheetCell& cell, unsigned row, unsigned column) {
+    if (cell.kind != SheetCell::Kind::Date || cell.text < u"2100-02-28") return;
+    throw SheetError(
+        QStringLiteral("第 %1 行第 %2 列的日期 %3 在 2100 年 2 月以后，.xls 读不准，请改正或另存为 .xlsx。")
+            .arg(row + 1)
+            .arg(column + 1)
+            .arg(cell.text));
   }
 
   const void* book_ = nullptr;
