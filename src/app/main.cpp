@@ -11,6 +11,7 @@
 #include "platform/sheet/row_export.h"
 #include "platform/single_instance.h"
 #include "ui/application.h"
+#include "ui/message_box_prompt.h"
 #include "ui/screen.h"
 #include "ui/skin.h"
 
@@ -62,6 +63,8 @@ int showProgram(jxc::ui::Application& application) {
   QTimer::singleShot(0, &mainForm, [&] {
     jxc::ui::doOrEnd([&] {
       jxc::dataModule().openAccountDb(QStringLiteral("jxc.mdb"));
+      for (const QString& remark : jxc::accountDb().openingRemarks())
+        jxc::ui::MessageBoxPrompt().notice(remark);
       if (!mainForm.formShow()) QCoreApplication::quit();
     });
   });

@@ -352,6 +352,8 @@ std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAcce
   if (!isServerAddress(console.file) && !QFileInfo::exists(console.file))
     throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + console.file);
   auto database = console_detail::naming(console.file, [&] { return openAccountPlace(console.file); });
+  for (const QString& remark : database->openingRemarks())
+    console.streams.err << "jxcctl: " << remark.toStdString() << '\n';
   admitToConsole(console, *database, access);
   return database;
 }

@@ -61,6 +61,8 @@ class Database {
   /// Reads everything that is stored and looks whether it can be true: damage of the disk, not of the books. Progress
   /// in percent; returning false stops it.
   virtual StorageCheck checkStorage(const std::function<bool(int percent)>& progress = {}) = 0;
+  /// What the opening found and did that an operator should read, in words; empty nearly always.
+  virtual QStringList openingRemarks() const { return {}; }
   /// Asks a running select of this connection to stop, from any thread; that call then throws DbError(Other).
   virtual void interrupt() = 0;
 

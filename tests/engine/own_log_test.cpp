@@ -1,4 +1,5 @@
-// The log of a file: what was saved is never lost without a word.
+// The log of a file is played into no other one: a backup put back after a crash comes up as it was made, and what was
+// saved is never lost without a word.
 #include "engine/sqlite/checkpointer.h"
 #include "engine/sqlite/sqlite_database.h"
 #include "engine/transaction.h"
@@ -12,6 +13,10 @@
 #include <thread>
 
 namespace jxc::own_log_test {
+
+QString wal(const QString& file) {
+  return file + u"-wal"_qs;
+}
 
 /// A set whose documents are counted, and the folder that it lies in.
 class OwnLog : public ::testing::Test {
@@ -35,7 +40,143 @@ class OwnLog : public ::testing::Test {
     for (int i = 0; i < count; ++i)
       db.execute("insert into documents (note) values (?)", std::array{Value(QString::number(random()))});
   }
+  int any(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
+  QStringList asides(const QString& of) const {
+    const QFileInfo info(of);
+    return info.dir().entryList({info.fileName() + u"-wal.*"_qs}, QDir::Files);
+  }
+  /// The file and its log as a kill leaves them, in a folder of its own.
+  QString crashed(const QTemporaryDir& into) const {
+    const QString there = into.filePath(u"jxc.mdb"_qs);
+    EXPECT_TRUE(QFile::copy(file, there));
+    for (const QString& side : {u"-wal"_qs, u"-shm"_qs})
+      QFile::copy(file + side, there + side);
+    return there;
+  }
 };
+
+TEST_F(OwnLog, FiftyRestoresInTheirWrongWaysComeUpAsTheBackupWasMade) {
+  enum Way { Backup, ClosedCopy, OpenPair };
+  for (int round = 0; round < 50; ++round) {
+    SCOPED_TRACE(round);
+    const QTemporaryDir kept, ruin;
+    const QString copy = kept.filePath(u"yesterday"_qs);
+    const auto way = static_cast<Way>(round % 3);
+    // What counts here is what lies there after a crash, not what the disk had been told to keep.
+    const auto open = [this] {
+      auto opened = openSqlite(file);
+      sqlite::doNotWaitForDisk(*opened);
+      return opened;
+    };
+    auto db = open();
+    save(*db, 1 + any(5));
+    const int before = documents(*db);
+    if (way == Backup) {
+      db->backupTo(copy);
+    } else if (way == OpenPair) {
+      ASSERT_TRUE(QFile::copy(file, copy) && QFile::copy(wal(file), wal(copy)));
+    } else {
+      db.reset();
+      ASSERT_TRUE(QFile::copy(file, copy));
+      db = open();
+    }
+    save(*db, 1 + any(20));
+    if (round % 5 == 0) {  // another day
+      db.reset();
+      db = open();
+      save(*db, 1 + any(20));
+    }
+    const int now = documents(*db);
+    const QString there = crashed(ruin);
+    {
+      const QTemporaryDir other;
+      const auto recovered = openSqlite(crashed(other));
+      ASSERT_EQ(documents(*recovered), now) << "without a restore everything is there";
+      ASSERT_EQ(recovered->openingRemarks(), QStringList());
+    }
+    if (round % 2 == 0) QFile::remove(there + u"-shm"_qs);
+    if (round % 4 < 2) {
+      test::writeBytes(there, test::bytesOf(copy));
+    } else {
+      QFile::remove(there);
+      ASSERT_TRUE(QFile::copy(copy, there));
+    }
+    if (way == OpenPair) test::writeBytes(wal(there), test::bytesOf(wal(copy)));
+    for (const int more : {1, 2}) {
+      const auto restored = openSqlite(there);
+      ASSERT_EQ(documents(*restored), before + more - 1);
+      const bool isTold = !restored->openingRemarks().isEmpty();
+      ASSERT_EQ(isTold, way != OpenPair && more == 1) << way;
+      if (isTold) {
+        ASSERT_TRUE(restored->openingRemarks().front().contains(asides(there).value(0)));
+      }
+      save(*restored, 1);
+    }
+    ASSERT_EQ(asides(there).size(), way == OpenPair ? 0 : 1);
+  }
+}
+
+TEST_F(OwnLog, ALogThatIsTakenAwayWhileTheSetIsOpenLosesNothingInSilence) {
+  for (const bool goesOn : {true, false}) {
+    auto db = openSqlite(file);
+    save(*db, 214);
+    const int told = documents(*db);
+    ASSERT_TRUE(QFile::remove(wal(file)));
+    if (goesOn) {
+      try {
+        save(*db, 1);
+        FAIL() << "was told as saved";
+      } catch (const DbError& error) {
+        EXPECT_TRUE(error.message().contains(u"没有丢失"_qs)) << error.what();
+        EXPECT_FALSE(error.message().contains(u"jxc.mdb"_qs));
+      }
+      const QTemporaryDir ruin;
+      EXPECT_EQ(documents(*openSqlite(crashed(ruin))), told) << "even when the program is killed now";
+      EXPECT_THROW(save(*db, 1), DbError);
+    }
+    db.reset();
+    EXPECT_EQ(documents(*openSqlite(file)), told);
+  }
+}
+
+TEST_F(OwnLog, ABackupCopiedOverTheOpenFileIsNoticedAndStaysAsItIs) {
+  const QString copy = folder.filePath(u"yesterday"_qs);
+  auto db = openSqlite(file);
+  save(*db, 3);
+  db->backupTo(copy);
+  save(*db, 30);
+  const QByteArray content = test::bytesOf(copy);
+  test::writeBytes(file, content);  // the same file by name and number, with other content
+  for (int i = 0; i < 2; ++i) {
+    try {
+      save(*db, 1);
+      FAIL() << "was told as saved";
+    } catch (const DbError& error) {
+      EXPECT_TRUE(error.message().contains(u"没有保存"_qs)) << error.what();
+    }
+  }
+  EXPECT_THROW(db->backupTo(folder.filePath(u"new"_qs)), DbError);
+  db.reset();
+  EXPECT_EQ(test::bytesOf(file), content) << "the log of today was carried into yesterday's file";
+  const auto restored = openSqlite(file);
+  EXPECT_EQ(documents(*restored), 3);
+  EXPECT_EQ(restored->openingRemarks().size(), 1);
+}
+
+TEST_F(OwnLog, PagesOfTheLogThatTheDiskHasSpoiltAreTold) {
+  const auto db = openSqlite(file);
+  save(*db, 10);
+  const QTemporaryDir ruin;
+  const QString there = crashed(ruin);
+  QByteArray log = test::bytesOf(wal(there));
+  log[log.size() / 2] = static_cast<char>(log[log.size() / 2] ^ 1);
+  test::writeBytes(wal(there), log);
+  const auto rest = openSqlite(there);
+  EXPECT_LT(documents(*rest), 10);
+  ASSERT_EQ(rest->openingRemarks().size(), 1);
+  EXPECT_TRUE(rest->openingRemarks().front().contains(u"请核对最后保存的几张单据"_qs));
+  EXPECT_EQ(test::bytesOf(QFileInfo(there).dir().filePath(asides(there).value(0))), log);
+}
 
 TEST_F(OwnLog, WhenNobodySavesForAWhileTheFileAloneIsWhole) {
   const auto usual = std::exchange(sqlite::Checkpointer::quiet, std::chrono::milliseconds(50));

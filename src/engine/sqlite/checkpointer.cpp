@@ -13,9 +13,11 @@ constexpr int longLog = 4000;  // pages
 /// The thread does not keep up, or could not begin: the one that commits carries the log itself.
 constexpr int longestLog = 4 * longLog;
 
-/// Passive: takes what no reader needs any more and makes nobody wait.
-void carryInto(sqlite3* connection) {
-  sqlite3_wal_checkpoint_v2(connection, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+/// Passive: takes what no reader needs any more and makes nobody wait. Never into a file that was put in the place of
+/// the one that was opened.
+void carryInto(const FileWatch& watch, sqlite3* connection) {
+  if (watch.look(connection) == FileWatch::State::Mine)
+    sqlite3_wal_checkpoint_v2(connection, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 }  // namespace checkpointer_detail
@@ -40,7 +42,7 @@ Checkpointer::~Checkpointer() {
 int Checkpointer::afterCommit(void* self, sqlite3* connection, const char*, int pages) {
   using namespace checkpointer_detail;
   auto* const checkpointer = static_cast<Checkpointer*>(self);
-  if (pages >= longestLog) carryInto(connection);
+  if (pages >= longestLog) carryInto(checkpointer->watch_, connection);
   checkpointer->wake(pages >= longLog);
   return SQLITE_OK;
 }
@@ -64,13 +66,13 @@ void Checkpointer::wake(bool isLong) {
 /// commits carries a longer log itself.
 void Checkpointer::carry() {
   try {
-    if (watch_.look() != FileWatch::State::Mine) return;
     if (!own_) {
+      if (watch_.look(nullptr) != FileWatch::State::Mine) return;
       own_ = openConnection({.file = file_, .essential = false}, {.essential = false});
       // The watched connection closes later: what is left in the log then is for it alone.
       sqlite3_db_config(own_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }
-    checkpointer_detail::carryInto(own_.get());
+    checkpointer_detail::carryInto(watch_, own_.get());
   } catch (const std::exception&) {
     return;
   }

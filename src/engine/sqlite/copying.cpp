@@ -74,11 +74,6 @@ bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::funct
   }
 }
 
-/// Before the account file is opened once more by its name: another file may stand there now.
-void requireSameFile(sqlite3* connection, const FileRole& role) {
-  if (fileHasMoved(connection)) throw fileIsGone(role.file);
-}
-
 void requireNoTransaction(const Database& database) {
   if (database.inTransaction()) throw DbError(Kind::Other, QStringLiteral("操作还没有完成，现在不能备份。"));
 }
@@ -92,7 +87,8 @@ constexpr std::size_t headerBytes = 100;
 
 Database::OpenReader SqliteDatabase::readerOpener() const {
   if (role_.file.isEmpty()) return {};
-  copying_detail::requireSameFile(connection_.get(), role_);
+  // Before the file is opened once more by its name: another one may stand there now, or its log.
+  if (watch_->look(connection_.get()) != FileWatch::State::Mine) throw fileIsGone(role_.file);
   // The program goes on when one list cannot be shown, so this is not an essential file.
   return [role = FileRole{.file = role_.file, .essential = false, .reader = true}, translator = translator_,
           file = identityOf(role_.file)]() -> std::unique_ptr<Database> {
@@ -109,7 +105,7 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
   if (!role_.file.isEmpty() && QFileInfo(file) == QFileInfo(role_.file))
     throw copyFailed(file, QStringLiteral("不能覆盖正在使用的数据库。"));
   if (isAccountFileInUse(file)) throw copyFailed(file, QStringLiteral("那里的文件正在使用。"));
-  if (!role_.file.isEmpty()) requireSameFile(connection_.get(), role_);
+  if (watch_ && watch_->look(connection_.get()) != FileWatch::State::Mine) throw fileIsGone(role_.file);
   NewFile temporary(file, [&file](int error) { throw copyFailed(file, diskReason(error)); });
   {
     const ConnectionHandle copy = openCopy(file, temporary.name());
@@ -127,6 +123,8 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
     if (const int code = sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
         code != SQLITE_OK)
       throw copyFailed(file, code);
+    // Another state of the set than the one that goes on here.
+    giveNewNumber(copy.get());
     std::function<bool(int)> rest;
     if (progress)
       rest = [&progress](int percent) { return progress(percentOfCopying + percent * (99 - percentOfCopying) / 100); };

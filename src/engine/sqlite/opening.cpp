@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <unistd.h>
 #include <utility>
@@ -110,6 +111,14 @@ ConnectionHandle openNative(const FileRole& role, const SqliteOptions& options) 
   return connection;
 }
 
+/// One thread after the other, so that none looks into a file that another one is opening.
+ConnectionHandle openSettled(const FileRole& role, const SqliteOptions& options, Opening& opening) {
+  static std::mutex oneAtATime;
+  const std::lock_guard guard(oneAtATime);
+  if (!isReadOnlyMedium(role.file)) opening = settleLog(role);
+  return openNative(role, options);
+}
+
 constexpr int shortestPause = 2;  // milliseconds
 constexpr int longestPause = 8;
 
@@ -175,22 +184,30 @@ void requireAccountSet(sqlite3* connection, const FileRole& role) {
   pragma(connection, role, "select count(*) from sqlite_master");  // reads the schema: damage there shows at once
 }
 
-ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& asked) {
+ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& asked, Opening* told) {
   using namespace opening_detail;
   SqliteOptions options = asked;
   // It can be read, proved and copied; whoever writes is refused then.
   if (!role.file.isEmpty() && isReadOnlyMedium(role.file)) options.readOnly = true;
+  Opening unasked;
+  Opening& opening = told != nullptr ? *told : unasked;
   const bool memory = role.file.isEmpty();
   const bool isNew = memory || isNewFile(role, options);
   if (!memory && !options.readOnly) requireWritable(role);
-  ConnectionHandle connection = openNative(role, options);
+  ConnectionHandle connection = memory ? openNative(role, options) : openSettled(role, options, opening);
   prepareConnection(connection.get(), role, options.busyMilliseconds);
   // Before anything is written: a file of another program is left as it was.
   if (!isNew) requireAccountSet(connection.get(), role);
   if (!options.readOnly && sqlite3_db_readonly(connection.get(), "main") != 0)
     throw cannotReach(role, QStringLiteral("没有写入权限，请检查文件和目录的权限。"));
-  if (isNew) pragma(connection.get(), role, "pragma application_id=" + std::to_string(applicationId));
+  if (isNew) {
+    pragma(connection.get(), role, "pragma application_id=" + std::to_string(applicationId));
+    giveNewNumber(connection.get());
+  }
   if (!memory && !options.readOnly) pragma(connection.get(), role, "pragma journal_mode=wal");
+  // What was told is told once: the spoilt rest of the log goes with the log.
+  if (opening.dropsPages)
+    sqlite3_wal_checkpoint_v2(connection.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
   return connection;
 }
 
@@ -202,7 +219,10 @@ std::unique_ptr<Database> openSqlite(const QString& file, const SqliteOptions& o
   const bool memory = file == QLatin1String(":memory:");
   const sqlite::FileRole role{memory ? QString() : file, options.essential};
   if (!memory && file.isEmpty()) throw sqlite::cannotOpen(role, QStringLiteral("没有文件名。"));
-  return std::make_unique<sqlite::SqliteDatabase>(sqlite::openConnection(role, options), role);
+  sqlite::Opening opening;
+  sqlite::ConnectionHandle connection = sqlite::openConnection(role, options, &opening);
+  return std::make_unique<sqlite::SqliteDatabase>(std::move(connection), role, sqlite::jetTranslator(),
+                                                  std::move(opening));
 }
 
 }  // namespace jxc

@@ -4,12 +4,14 @@
 #include "engine/sqlite/functions.h"
 #include "engine/sqlite/native_cell.h"
 #include "engine/sqlite/sums_by_key.h"
+#include "engine/sqlite/write_ahead_log.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace jxc::sqlite {
 namespace sqlite_database_detail {
@@ -57,6 +59,23 @@ constexpr std::array levels{
     Level{"savepoint s6", "release s6", "rollback to s6"}, Level{"savepoint s7", "release s7", "rollback to s7"},
 };
 
+std::uint32_t numberOf(sqlite3* connection) {
+  sqlite3_stmt* raw = nullptr;
+  sqlite3_prepare_v2(connection, "pragma user_version", -1, &raw, nullptr);
+  const StatementHandle statement(raw);
+  if (raw == nullptr || sqlite3_step(raw) != SQLITE_ROW) return 0;
+  return static_cast<std::uint32_t>(sqlite3_column_int(raw, 0));
+}
+
+bool setNumber(sqlite3* connection, std::uint32_t number) {
+  const std::string command = "pragma user_version=" + std::to_string(static_cast<std::int32_t>(number));
+  return sqlite3_exec(connection, command.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void carryLog(sqlite3* connection) {
+  sqlite3_wal_checkpoint_v2(connection, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+}
+
 const Level& levelAt(int depth) {
   if (depth >= static_cast<int>(levels.size())) throw DbError(Kind::Other, QStringLiteral("事务嵌套过深。"));
   return levels[static_cast<std::size_t>(depth)];
@@ -70,18 +89,26 @@ Translator jetTranslator() {
   };
 }
 
-SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator)
+SqliteDatabase::SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator, Opening opening)
     : connection_(std::move(connection)),
       role_(std::move(role)),
+      opening_(std::move(opening)),
       translator_(std::move(translator)),
       catalogue_(connection_.get(), role_) {
   schemaVersion_ = schemaVersion();
   if (role_.file.isEmpty()) return;
-  watch_.emplace(role_.file);
+  watch_.emplace(connection_.get(), role_.file);
   if (!role_.reader) checkpointer_.emplace(connection_.get(), role_.file, *watch_);
 }
 
-SqliteDatabase::~SqliteDatabase() = default;
+/// Whoever closes a file last carries its log into it and takes the log away by its name: not when another file or
+/// another log stands there now.
+SqliteDatabase::~SqliteDatabase() {
+  checkpointer_.reset();
+  if (!watch_ || watch_->look(connection_.get()) == FileWatch::State::Mine) return;
+  if (canBeCarried()) sqlite_database_detail::carryLog(connection_.get());
+  sqlite3_db_config(connection_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
 
 // ---- statements by their text ----
 
@@ -198,12 +225,62 @@ void SqliteDatabase::requireLive(std::string_view text) const {
   throw DbError(DbError::Kind::Other, QStringLiteral("本次操作已被数据库撤销，请重新操作。"), std::string(text));
 }
 
+// ---- the file under the work ----
+
 /// A file that was moved away, deleted or replaced while it is open would take with it whatever is written now.
-void SqliteDatabase::requireFileInPlace(std::string_view text) const {
-  if (role_.file.isEmpty() || !fileHasMoved(connection_.get())) return;
+void SqliteDatabase::requireFileInPlace(std::string_view text) {
+  if (!watch_) return;
+  switch (watch_->look(connection_.get())) {
+    case FileWatch::State::Mine:
+      return;
+    case FileWatch::State::LogGone:
+      tellLogGone(text);
+    case FileWatch::State::FileGone:
+      throw DbError(
+          DbError::Kind::File,
+          QStringLiteral("帐套文件已被移走、删除或替换，数据没有保存。请先把原来的文件放回原处，再继续操作。"),
+          std::string(text));
+  }
+}
+
+/// Whether the log that is open, whatever became of its name, can still be played into the file that is open. Not into
+/// one that was copied over it, and not where somebody has begun another log.
+bool SqliteDatabase::canBeCarried() {
+  return depth_ == 0 && !role_.reader && !watch_->isOverwritten(connection_.get()) && !watch_->hasOtherLog();
+}
+
+/// What was saved since the log was carried last stands in a log that has no name any more and ends with this process.
+void SqliteDatabase::tellLogGone(std::string_view text) {
+  const bool isSaved = canBeCarried() && sqlite3_wal_checkpoint_v2(connection_.get(), "main", SQLITE_CHECKPOINT_FULL,
+                                                                   nullptr, nullptr) == SQLITE_OK;
   throw DbError(DbError::Kind::File,
-                QStringLiteral("帐套文件已被移走、删除或替换，数据没有保存。请先把原来的文件放回原处，再继续操作。"),
+                isSaved
+                    ? QStringLiteral("帐套旁边的日志文件（-wal）被删除了。以前保存的单据已全部写回帐套文件，没有丢失；"
+                                     "这一次没有保存。请退出系统，重新进入后再操作。")
+                    : QStringLiteral("帐套旁边的日志文件（-wal）被删除或替换了，这一次没有保存，最近保存的单据可能"
+                                     "不在帐套文件里。请不要再操作，立即联系维护人员。"),
                 std::string(text));
+}
+
+/// The first command of whoever opens a file alone: the file gets another number before anything else is written, so
+/// that no copy that was made of it until now passes for the file on which the new log stands. It may fail: where it
+/// cannot be done the command itself will say why, and where others read the copy is believed.
+void SqliteDatabase::beginSession() {
+  using namespace sqlite_database_detail;
+  if (!std::exchange(opening_.alone, false)) return;
+  sqlite3* const connection = connection_.get();
+  if (sqlite3_exec(connection, "begin immediate", nullptr, nullptr, nullptr) != SQLITE_OK) return;
+  const bool isCounted = setNumber(connection, followingNumber(numberOf(connection))) &&
+                         sqlite3_exec(connection, "commit", nullptr, nullptr, nullptr) == SQLITE_OK;
+  if (sqlite3_get_autocommit(connection) == 0) sqlite3_exec(connection, "rollback", nullptr, nullptr, nullptr);
+  if (isCounted) carryLog(connection);
+}
+
+/// Each commit carries the next number, in the header of the first page: see write_ahead_log.h.
+void SqliteDatabase::countCommit() {
+  using namespace sqlite_database_detail;
+  if (!setNumber(connection_.get(), followingNumber(numberOf(connection_.get()))))
+    fail(sqlite3_extended_errcode(connection_.get()), "commit");
 }
 
 /// Runs `read` on a select; once more when its plan turns out to belong to an older schema.
@@ -211,7 +288,7 @@ template <class Read>
 auto SqliteDatabase::readFresh(const SqlText& sql, std::span<const Value> values, Read read) {
   requireLive(sql.view());
   // A reader that is kept would go on with the rows of a file that stands there no more.
-  if (role_.reader && fileHasMoved(connection_.get())) throw fileIsGone(role_.file);
+  if (role_.reader && watch_->look(connection_.get()) != FileWatch::State::Mine) throw fileIsGone(role_.file);
   for (;;) {
     Statement& statement = statementFor(sql.view());
     if (!sqlite_database_detail::returnsRows(statement.plan))
@@ -290,6 +367,14 @@ std::int64_t SqliteDatabase::execute(const SqlText& sql, std::span<const Value> 
   }
   Statement& statement = statementFor(text);
   requireValues(statement.plan, values, text);
+  const bool writes =
+      statement.plan.kind != jet::Plan::Kind::Select && statement.plan.kind != jet::Plan::Kind::SheetExport;
+  if (depth_ == 0 && watch_ && writes) {
+    Transaction own(*this);  // it counts as a commit
+    const std::int64_t changed = execute(sql, values);
+    own.commit();
+    return changed;
+  }
   switch (statement.plan.kind) {
     case jet::Plan::Kind::Change:
       return statement.steps.size() == 1 ? runStep(statement.steps.front(), values, text)
@@ -381,7 +466,11 @@ void SqliteDatabase::runOrThrow(const char* command) {
 void SqliteDatabase::begin() {
   const sqlite_database_detail::Level& level = sqlite_database_detail::levelAt(depth_);
   requireLive(level.open);
-  if (depth_ == 0 && !role_.reader) requireFileInPlace(level.open);
+  const bool isCommand = depth_ == 0 && !role_.reader && watch_;
+  if (isCommand) {
+    requireFileInPlace(level.open);
+    beginSession();
+  }
   // A command writes: taking the right to write at once means that it never fails half-way because another one does.
   // A reader asks for nothing but that what it reads is of one moment.
   {
@@ -389,6 +478,7 @@ void SqliteDatabase::begin() {
     runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);
   }
   ++depth_;
+  if (isCommand) changesBefore_ = sqlite3_total_changes(connection_.get());
   if (depth_ > 1 || role_.file.isEmpty()) return;
   try {
     followSchema();
@@ -403,6 +493,8 @@ void SqliteDatabase::commit() {
   std::optional<DbError> failure;
   try {
     requireLive("commit");
+    if (depth_ == 1 && watch_ && !role_.reader && sqlite3_total_changes(connection_.get()) != changesBefore_)
+      countCommit();
     runOrThrow(sqlite_database_detail::levelAt(depth_ - 1).keep);
   } catch (const DbError& error) {
     failure = error;
@@ -440,9 +532,10 @@ DbError fileIsGone(const QString& file) {
                      QStringLiteral("文件已被移走、删除或替换。请先把原来的文件放回原处，再继续操作。"));
 }
 
-bool fileHasMoved(sqlite3* connection) {
-  int moved = 0;
-  return sqlite3_file_control(connection, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0;
+bool giveNewNumber(sqlite3* connection) {
+  std::uint32_t number = 0;
+  sqlite3_randomness(sizeof number, &number);
+  return sqlite_database_detail::setNumber(connection, number);
 }
 
 SqliteDatabase& asSqlite(Database& database) {

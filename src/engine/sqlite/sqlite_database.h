@@ -7,6 +7,7 @@
 #include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
 #include "engine/sqlite/open_files.h"
+#include "engine/sqlite/own_file.h"
 #include "engine/sqlite/parameter_binding.h"
 #include "engine/sqlite/sqlite_catalogue.h"
 #include "engine/text_hash.h"
@@ -29,7 +30,8 @@ Translator jetTranslator();
 
 class SqliteDatabase final : public Database, public Bulk {
  public:
-  SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator = jetTranslator());
+  SqliteDatabase(ConnectionHandle connection, FileRole role, Translator translator = jetTranslator(),
+                 Opening opening = {});
   ~SqliteDatabase() override;
 
   RowSet select(const SqlText& sql, std::span<const Value> values) override;
@@ -41,6 +43,7 @@ class SqliteDatabase final : public Database, public Bulk {
   OpenReader readerOpener() const override;
   void backupTo(const QString& file, const std::function<bool(int percent)>& progress) override;
   StorageCheck checkStorage(const std::function<bool(int percent)>& progress) override;
+  QStringList openingRemarks() const override { return opening_.remarks; }
   void interrupt() override { sqlite3_interrupt(connection_.get()); }
 
   void begin() override;
@@ -97,7 +100,11 @@ class SqliteDatabase final : public Database, public Bulk {
   [[noreturn]] void fail(int code, std::string_view text);
   int widthBehind(std::string_view message) const;
   void requireLive(std::string_view text) const;
-  void requireFileInPlace(std::string_view text) const;
+  void requireFileInPlace(std::string_view text);
+  [[noreturn]] void tellLogGone(std::string_view text);
+  bool canBeCarried();
+  void beginSession();
+  void countCommit();
   void followSchema();
   std::int64_t schemaVersion();
   void forgetStatements();
@@ -106,6 +113,8 @@ class SqliteDatabase final : public Database, public Bulk {
 
   ConnectionHandle connection_;
   FileRole role_;
+  Opening opening_;
+  int changesBefore_ = 0;                     // rows that this connection had changed when its command began
   std::optional<FileWatch> watch_;            // of a file
   std::optional<Checkpointer> checkpointer_;  // of a connection that writes a file
   Translator translator_;
@@ -128,16 +137,15 @@ void doNotWaitForDisk(Database& database);
 SqliteDatabase& asSqlite(Database& database);
 
 /// A new connection with the settings of every connection of this program. `file` is a path or ":memory:".
-ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& options);
+ConnectionHandle openConnection(const FileRole& role, const SqliteOptions& options, Opening* told = nullptr);
 /// The settings and the functions of the dialect; part of openConnection.
 void prepareConnection(sqlite3* connection, const FileRole& role, int busyMilliseconds);
 /// Throws the failure to open when the content is not an account database, or its schema cannot be read.
 void requireAccountSet(sqlite3* connection, const FileRole& role);
 
-/// The file of this connection was moved away, deleted or replaced since it was opened; never of a database in memory.
-/// What is opened by the name then is another file, into which SQLite would carry the log of this one.
-bool fileHasMoved(sqlite3* connection);
-/// What is said then by whoever reads; the program goes on.
+/// Gives a database another number by chance: it is the state of no other one. False on a failure.
+bool giveNewNumber(sqlite3* connection);
+/// What is said by whoever reads a file that was moved away or replaced; the program goes on.
 DbError fileIsGone(const QString& file);
 
 /// The mark of an account database in the header of its file: "JXC1".
