@@ -141,8 +141,9 @@ QString lastLogHash(Database& database) {
   return database.lookup("select lc_hash from jxc_logchain").text();
 }
 
-void chainLog(Database& database) {
+void beginLogChain(Database& database) {
   Transaction transaction(database);
+  createTable(database, "jxc_logchain");
   QString last;
   log_detail::eachRow(database, "log_time,a_name,log_note", [&](const Row& row) {
     last = logHash(last, row.text("log_time"), row.text("a_name"), row.text("log_note"));

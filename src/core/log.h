@@ -34,7 +34,7 @@ QString logHash(QStringView before, QStringView time, QStringView name, QStringV
 std::optional<QString> hashOfTakenRows(QStringView note);
 /// The hash that the next row will be chained to; empty in a set whose log is not chained yet.
 QString lastLogHash(Database& database);
-/// Chains the rows of an older log as they stand.
-void chainLog(Database& database);
+/// Makes the end of the chain, and chains the rows of an older log as they stand: all of it or nothing.
+void beginLogChain(Database& database);
 
 }  // namespace jxc

@@ -31,12 +31,7 @@ struct Kept {
 };
 
 bool hasTable(Database& database) {
-  try {
-    database.check("select mm_hash from jxc_adminmm");
-    return true;
-  } catch (const DbError&) {
-    return false;
-  }
+  return stands(database, "select mm_hash from jxc_adminmm");
 }
 
 Kept keptOf(Database& database, const QString& number) {
@@ -187,6 +182,9 @@ void hashOldPasswords(Database& database) {
     database.execute("update jxc_admin set a_pwd=? where id=?", mark);
   }
   transaction.commit();
+}
+
+void forgetPlainPasswords(Database& database) {
   forgetReplaced(database, "jxc_admin");
 }
 

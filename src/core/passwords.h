@@ -26,8 +26,10 @@ void forgetPassword(const QString& number);
 /// What an older build had kept is replaced by a hash of what was typed.
 bool admits(const QString& number, const QString& typed, const Refusal& wrong, Prompt& prompt);
 
-/// Replaces every password that stands there as it was typed by its hash, and takes the old texts out of the files. An
-/// older set begins its upgrade with it, so that the copy made beforehand has none either.
+/// Replaces every password that stands there as it was typed by its hash. An older set begins its upgrade with it, so
+/// that the copy made beforehand has none either.
 void hashOldPasswords(Database& database);
+/// Takes what stood there before out of the files of a server, which keep it behind the rows. May be done again.
+void forgetPlainPasswords(Database& database);
 
 }  // namespace jxc

@@ -60,12 +60,15 @@ class Recorder : public Database {
   explicit Recorder(Database& inner) : inner_(inner) {}
   std::vector<std::string> statements;
   std::vector<QString> stamps;
+  std::string refused;  // statements that name it fail
 
   RowSet select(const SqlText& sql, std::span<const Value> values) override {
     return inner_.select(noted(sql), values);
   }
   Value lookup(const SqlText& sql, std::span<const Value> values) override { return inner_.lookup(noted(sql), values); }
   std::int64_t execute(const SqlText& sql, std::span<const Value> values) override {
+    if (!refused.empty() && sql.view().find(refused) != std::string_view::npos)
+      throw DbError(DbError::Kind::Full, u"磁盘已满。"_qs);
     if (sql.view().starts_with("update jxc_xtcs set cs_employdate")) stamps.push_back(values.front().text());
     return inner_.execute(noted(sql), values);
   }
@@ -251,6 +254,23 @@ TEST(Upgrade, AnOlderSetIsCopiedBeforeItsFirstStepAndAFailingStepTellsSo) {
   createTable(*database, "jxc_yyfy");
   upgradeSchema(*database, copy);
   EXPECT_EQ(stamp(*database), newestStamp());
+}
+
+TEST(Upgrade, WithoutAChainOfTheLogTheStepThatMakesItIsTriedAgain) {
+  const auto database = freshSet();
+  database->execute("update jxc_xtcs set cs_employdate='2021-07-15'");
+  database->execute("insert into jxc_log (log_time,a_name,log_note) values ('2021-07-16 09:00:00','admin','登录系统')");
+  dropTableIfExists(*database, "jxc_logchain");
+  Recorder recorder(*database);
+  for (const char* const refused : {"update jxc_logchain", "jxc_logchain"}) {
+    recorder.refused = refused;
+    EXPECT_THROW(upgradeSchema(recorder), UpgradeFailed);
+    EXPECT_FALSE(isSchemaCurrent(*database));
+    EXPECT_FALSE(has(*database, "jxc_logchain", "lc_hash")) << "made with its hash or not at all";
+  }
+  upgradeSchema(*database);
+  EXPECT_TRUE(isSchemaCurrent(*database));
+  EXPECT_EQ(text(*database, "select lc_hash from jxc_logchain"), text(*database, "select log_hash from jxc_log"));
 }
 
 TEST(Upgrade, ANewDatabaseWalksTheWholeLadder) {

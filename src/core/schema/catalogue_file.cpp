@@ -1,5 +1,6 @@
 #include "core/schema/catalogue_file.h"
 
+#include "core/schema/schema.h"
 #include "core/statements.h"
 #include "engine/database.h"
 #include "engine/transaction.h"
@@ -27,23 +28,13 @@ constexpr const char* kBuiltIn =
     "insert into jxc_xtzt (zt_sn,zt_name,zt_default,zt_forbid,zt_note,zt_dbname,zt_dbpwd) "
     "values ('100001','晴川进销存',1,0,'','jxc.mdb','')";
 
-bool hasTable(Database& catalogue) {
-  try {
-    catalogue.check("select zt_sn from jxc_xtzt");
-    return true;
-  } catch (const DbError& e) {
-    if (e.kind() != DbError::Kind::UnknownName) throw;
-    return false;
-  }
-}
-
 }  // namespace catalogue_file_detail
 
 void ensureCatalogueFile(const QString& path) {
   makePrivateFolder(QFileInfo(path).absolutePath());
   const std::unique_ptr<Database> catalogue = openSqlite(path, {.create = true});
   // Asked of the table, not of the file: a first start that was cut off left a file without it.
-  if (catalogue_file_detail::hasTable(*catalogue)) return;
+  if (stands(*catalogue, "select zt_sn from jxc_xtzt")) return;
   Transaction t(*catalogue);
   catalogue->execute(catalogue_file_detail::kCreate);
   catalogue->execute(catalogue_file_detail::kBuiltIn);

@@ -91,14 +91,19 @@ std::vector<ColumnLine> columnsOf(const TableDefinition& definition) {
 
 }  // namespace schema
 
+bool stands(Database& database, const std::string& select) {
+  try {
+    database.check(select);
+    return true;
+  } catch (const DbError& failure) {
+    if (failure.kind() != DbError::Kind::UnknownName) throw;
+    return false;
+  }
+}
+
 void dropTableIfExists(Database& database, std::string_view name) {
   const std::string table(name);
-  try {
-    database.check("select * from " + table + " where 1>2");
-    database.execute("drop table " + table);
-  } catch (const DbError&) {
-    // Not there, or held by another station: the create that follows tells.
-  }
+  if (stands(database, "select * from " + table + " where 1>2")) database.execute("drop table " + table);
 }
 
 void createTable(Database& database, std::string_view name, std::string_view suffix) {

@@ -43,6 +43,9 @@ std::vector<ColumnLine> columnsOf(const TableDefinition& definition);
 
 }  // namespace schema
 
+/// Whether the tables and columns that a select names are there. Throws what else stands against it: a lost connection
+/// is no answer.
+bool stands(Database& database, const std::string& select);
 /// Drops a table; one that is not there is no failure.
 void dropTableIfExists(Database& database, std::string_view name);
 /// Makes the table anew, empty but for its seed rows, with its indexes: whatever it held is gone. `suffix` is put
@@ -69,7 +72,7 @@ class UpgradeFailed : public DbError {
 bool isSchemaCurrent(Database& database);
 /// Brings an older database up to this build. A current one costs one read. Where there is work to lose `copyBefore`
 /// runs ahead of the first step, when passwords are hashed already: a copy would keep them. Throws UpgradeFailed; a
-/// step that fails is not tried again: its date is written first.
+/// step that fails is not tried again, because its date is written first, but for one without which nobody can log in.
 void upgradeSchema(Database& database, const CopyBefore& copyBefore = {});
 
 // The same on the account database in use.

@@ -17,15 +17,6 @@ namespace upgrade_detail {
 using schema::UpgradeAction;
 using schema::UpgradeBlock;
 
-bool stands(Database& database, const std::string& select) {
-  try {
-    database.check(select);
-    return true;
-  } catch (const DbError&) {
-    return false;
-  }
-}
-
 bool hasColumn(Database& database, std::string_view table, std::string_view column) {
   return stands(database, "select " + std::string(column).append(" from ").append(table));
 }
@@ -101,7 +92,8 @@ UpgradeFailed stepFailed(const schema::UpgradeStep& step, const DbError& failure
   QString text = QStringLiteral("帐套升级没有完成，停在 %1 这一步：%2\r\n\r\n").arg(date, failure.message());
   text += copy.isEmpty() ? QStringLiteral("请先不要录入单据，用升级以前的备份恢复后再升级。")
                          : QStringLiteral("请先不要录入单据，用升级前的备份恢复后再升级：\r\n%1").arg(copy);
-  text += QStringLiteral("\r\n\r\n再次登录时从下一步继续，这一步不会重做。");
+  text += step.untilDone ? QStringLiteral("\r\n\r\n再次登录时重做这一步。")
+                         : QStringLiteral("\r\n\r\n再次登录时从下一步继续，这一步不会重做。");
   return UpgradeFailed(failure.kind(), text, failure.statement(), failure.position());
 }
 
@@ -139,12 +131,14 @@ void upgradeSchema(Database& database, const CopyBefore& copyBefore) {
       if (copyBefore && (!stamp.empty() || holdsWork(database))) copy = upgrade_detail::copied(copyBefore);
     }
     changed = true;
-    // First of all: a step that fails half-way is not tried again, so that one bad step cannot lock every login.
     const std::array<Value, 1> values{Value(QString::fromUtf8(step.stamp.data(), qsizetype(step.stamp.size())))};
-    database.execute("update jxc_xtcs set cs_employdate=?", values);
+    const auto date = [&] { database.execute("update jxc_xtcs set cs_employdate=?", values); };
+    // First of all: a step that fails half-way is not tried again, so that one bad step cannot lock every login.
+    if (!step.untilDone) date();
     try {
       for (const schema::UpgradeBlock& block : step.blocks)
         upgrade_detail::perform(database, block);
+      if (step.untilDone) date();
     } catch (const DbError& failure) {
       throw upgrade_detail::stepFailed(step, failure, copy);
     }

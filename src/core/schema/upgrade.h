@@ -42,11 +42,13 @@ struct UpgradeBlock {
   std::vector<UpgradeAction> actions;
 };
 
-/// A step runs when the stamp read at the start is less than `guard`, as text; it writes `stamp` before anything else.
+/// A step runs when the stamp read at the start is less than `guard`, as text; it writes `stamp` before anything else,
+/// or, where nobody can log in without it and it may run twice, when it is done.
 struct UpgradeStep {
   std::string_view guard;
   std::string_view stamp;
   std::vector<UpgradeBlock> blocks;
+  bool untilDone = false;
 };
 
 /// The steps in their order, which is not quite that of their dates.

@@ -1,6 +1,7 @@
 // 升级步骤: the ladder itself. A step once released is never changed and never removed: databases that have seen it do
 // not run it again, and those that have not must find it as it was.
 #include "core/log.h"
+#include "core/passwords.h"
 #include "core/schema/upgrade.h"
 
 namespace jxc::schema {
@@ -373,10 +374,15 @@ std::vector<UpgradeStep> ladder() {
                      run("alter table jxc_xsd alter column gl_djh2 nvarchar(16) null")})}),
       step("2021-07-05", {added("jxc_goods", {{"g_zpjf", "0"}, {"g_iszp", "0"}, {"g_sy", "0"}})}),
       step("2021-07-15", {added("jxc_xtcs", {{"cs_djzddysl", "0"}, {"cs_tmscff", "0"}, {"cs_posrq", "0"}})}),
-      // The passwords themselves are hashed ahead of the first step.
-      step("2026-11-26",
-           {missing("select mm_hash from jxc_adminmm", {recreate("jxc_adminmm")}), added("jxc_log", {{"log_hash"}}),
-            missing("select lc_hash from jxc_logchain", {recreate("jxc_logchain"), walk(chainLog)})}),
+      // The passwords themselves are hashed ahead of the first step. Without a chain every entry of the log fails, that of
+      // a login too.
+      UpgradeStep{.guard = "2026-11-26",
+                  .stamp = "2026-11-26",
+                  .blocks = {missing("select mm_hash from jxc_adminmm", {recreate("jxc_adminmm")}),
+                             added("jxc_log", {{"log_hash"}}),
+                             missing("select lc_hash from jxc_logchain", {walk(beginLogChain)}),
+                             always({walk(forgetPlainPasswords)})},
+                  .untilDone = true},
   };
 }
 
