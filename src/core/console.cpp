@@ -221,11 +221,12 @@ int backup(Console& console, ConsoleWords words) {
 // ---- words
 
 constexpr std::array commands = {
-    ConsoleCommand{u"create",
-                   u"jxcctl [--home 目录 | --db 文件] create [--force] [--station 用户]\n"
-                   u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force，那时原来的文件改名保留。\n"
-                   u"  --station 在服务器上同时为工作站准备一个用户，和 station 命令所做的一样。\n",
-                   create},
+    ConsoleCommand{
+        u"create",
+        u"jxcctl [--home 目录 | --db 文件] create [--force] [--station 用户]\n"
+        u"  新建帐套：建立全部数据表和初始数据。文件已经存在时拒绝，除非加 --force，那时原来的文件改名保留。\n"
+        u"  --station 在服务器上同时为工作站准备一个用户，和 station 命令所做的一样。\n",
+        create},
     ConsoleCommand{u"station",
                    u"jxcctl [--db 连接地址] station 用户\n"
                    u"  让服务器上的一个用户作为工作站使用帐套：能读写数据，不能建立和删除数据表，日志只能增加。\n"

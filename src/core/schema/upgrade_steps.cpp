@@ -374,8 +374,8 @@ std::vector<UpgradeStep> ladder() {
                      run("alter table jxc_xsd alter column gl_djh2 nvarchar(16) null")})}),
       step("2021-07-05", {added("jxc_goods", {{"g_zpjf", "0"}, {"g_iszp", "0"}, {"g_sy", "0"}})}),
       step("2021-07-15", {added("jxc_xtcs", {{"cs_djzddysl", "0"}, {"cs_tmscff", "0"}, {"cs_posrq", "0"}})}),
-      // The passwords themselves are hashed ahead of the first step. Without a chain every entry of the log fails, that of
-      // a login too.
+      // The passwords themselves are hashed ahead of the first step. Without a chain every entry of the log fails, that
+      // of a login too.
       UpgradeStep{.guard = "2026-11-26",
                   .stamp = "2026-11-26",
                   .blocks = {missing("select mm_hash from jxc_adminmm", {recreate("jxc_adminmm")}),
