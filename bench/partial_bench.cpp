@@ -82,7 +82,7 @@ struct Words {
         "<a." done "+a." gone "+x.sl limit 1",                                                                     \
         "select a.g_sn from (select g_sn,sum(" q ") as sl from " l                                                 \
         " where gl_djh=? group by g_sn) a where not exists (select 1 from jxc_kcsp b where b.g_sn=a.g_sn and "     \
-        "b.ck_sn='100001' and b.kc_sl-a.sl>=0) limit 1",                                                           \
+        "b.ck_sn='100001' and a.sl<=b.kc_sl) limit 1",                                                             \
         "update " h " set " status "=1," chk "='admin'," day "=? where gl_djh=?",                                  \
         "delete from " h " where " status "=0 and gl_djh=?",                                                       \
         "select g_sn," q ",id2," src " from " l " where gl_djh=? order by id",                                     \

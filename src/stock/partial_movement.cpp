@@ -225,14 +225,12 @@ std::optional<QString> standsAgainst(const PartialMovement& m, const QString& nu
   const auto place = [&](const RowSet& line) {
     return words(m.sourceWord) + u'【' + line.text(0, 0) + u"】的商品【"_qs + line.text(0, 1) + u"】\r\n\r\n"_qs;
   };
-  // Of a head only the number is asked for so that an index may answer: a partner has documents by the thousand, and
-  // those that are audited are nearly all.
   const Ahead askedGone = sendAhead(
       compose("select top 1 b.{},b.g_sn from ({} b inner join {} h on b.{}=h.{}) left join {} a on a.{}=b.{} and "
               "a.g_sn=b.g_sn and a.{}=b.{} where b.{}=? and (a.id is null or not exists (select c.id from {} c where "
-              "c.{}=b.{} and c.{}<>0 and c.{} & '/' & c.{}=h.{} & '/' & h.{})) order by b.id",
+              "c.{}=b.{} and c.{}=1 and c.{}=h.{} and c.{}=h.{})) order by b.id",
               {f.line.source, f.lines, f.head, f.number, f.number, s.lines, s.line.link, f.line.sourceLine, s.number,
-               f.line.source, f.number, s.head, s.number, f.line.source, s.status, s.warehouse, s.partner, f.warehouse,
+               f.line.source, f.number, s.head, s.number, f.line.source, s.status, s.warehouse, f.warehouse, s.partner,
                f.partner}),
       number);
   const Ahead askedOver = sendAhead(

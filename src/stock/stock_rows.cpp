@@ -95,13 +95,12 @@ Ahead askShortGoods(const DocumentFamily& family, const QString& number, const Q
   // What comes in on the whole is never short, however low the stock.
   const std::string sum = reversed ? "sum(-1*{})" : "sum({})";
   // What is issued, or was put away, lies on the shelf or it does not: goods that the warehouse does not know do not.
-  // The difference is compared: an index over the shelf would give all goods of which so much is there.
   if (family.partial)
     return sendAhead(
         compose(
             "select top 1 a.g_sn from (select g_sn,sum({}) as sl from {} where {}=? and g_sn<>'00000000' group by "
             "g_sn) a where a.sl>0 and not exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=? and "
-            "b.kc_sl-a.sl>=0) order by a.g_sn",
+            "a.sl<=b.kc_sl) order by a.g_sn",
             {family.line.columns->quantity, family.lines, family.number}),
         number, warehouse);
   return sendAhead(
@@ -149,7 +148,7 @@ Refusal cancel_checks::shortWhenClosed(const PartialMovement& m, const QString& 
       openSelect(
           compose("select top 1 a.g_sn from (select b.g_sn,c.{} as ck_sn,sum(", {s.warehouse}) +
               partial::openPieces(m, "b") +
-              compose(") as sl from {} b,{} c where b.{}=c.{} and c.{}<>0 and c.{}=? and ",
+              compose(") as sl from {} b,{} c where b.{}=c.{} and c.{}=1 and c.{}=? and ",
                       {s.lines, s.head, s.number, s.number, s.status, s.number}) +
               partial::isOpen(m, "b") +
               compose(" group by b.g_sn,c.{}) a where not exists (select d.id from jxc_kcsp d where d.g_sn=a.g_sn "

@@ -328,11 +328,12 @@ QString TableLines::goodsOfBarcode(const QString& barcode, const LinePlace& plac
                                    std::optional<QString>& refusal) const {
   using enum BarcodesOf;
   const bool anywhere = description_.barcodes == Catalogue;
-  Sql goods = anywhere ? Sql("select top 1 a.g_sn from jxc_goods a where a.g_sptm=?", barcode)
-                       : Sql("select top 1 a.g_sn from jxc_goods a,jxc_kcsp b where a.g_sn=b.g_sn and a.g_sptm=? and "
-                             "b.ck_sn=?",
-                             barcode, place.warehouse);
-  if (description_.barcodes == Stock && !strIsTrue(session().cs_kc)) goods.add(" and b.kc_sl>0");
+  Sql goods("select top 1 a.g_sn from jxc_goods a where a.g_sptm=?", barcode);
+  if (!anywhere) {
+    // Asked of each goods of the code: a join would begin with all goods of the warehouse.
+    goods.add(" and exists (select b.id from jxc_kcsp b where b.g_sn=a.g_sn and b.ck_sn=?", place.warehouse);
+    goods.add(description_.barcodes == Stock && !strIsTrue(session().cs_kc) ? " and b.kc_sl>0)" : ")");
+  }
   const RowSet found = barcode.isEmpty() ? RowSet() : openSelect(goods.add(" order by a.g_sn"));
   if (!found.isEmpty()) return found.text(0, 0);
   refusal =

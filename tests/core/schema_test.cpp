@@ -218,11 +218,10 @@ TEST(Upgrade, ACurrentDatabaseCostsOneReadAndGainsTheIndexesThatCameSince) {
   upgradeSchema(recorder);
   EXPECT_THAT(recorder.statements,
               testing::ElementsAre("select cs_employdate from jxc_xtcs",
-                                   "create index [ix_lsxsd_ls_crk_ls_status_ls_xsrq] on [jxc_lsxsd] "
-                                   "(ls_crk,ls_status,ls_xsrq)"));
+                                   "create index [ix_lsxssp_gl_djh_id] on [jxc_lsxssp] (gl_djh,id)"));
 
   for (const char* older :
-       {"drop index ix_lsxsd_ls_crk_ls_status_ls_xsrq", "drop index ix_goodslist_gl_kdrq_id",
+       {"drop index ix_lsxssp_gl_djh_id", "drop index ix_goodslist_gl_kdrq_id",
         "drop index ix_kcdbd_db_status_db_chkrq", "create index ix_goodslist_gl_kdrq on jxc_goodslist (gl_kdrq)"})
     database->execute(older);
   upgradeSchema(*database);

@@ -4,7 +4,11 @@
 #include "accounts/partner_documents.h"
 #include "accounts/settling.h"
 #include "engine/posting.h"
+#include "engine/sqlite/sqlite_database.h"
+#include "server/test_engine.h"
 #include "stock/shop.h"
+
+#include <sqlite3.h>
 
 namespace jxc::posting_test {
 
@@ -33,6 +37,43 @@ class PostingTest : public test::ShopTest {
       EXPECT_EQ(lookupNumber(compose("select count(*) from {} where gl_djh=?", {table}), number), 0) << table;
   }
 };
+
+/// How SQLite goes about a statement of its own.
+QString planOf(const std::string& statement) {
+  sqlite3_stmt* plan = nullptr;
+  sqlite3* const native = sqlite::asSqlite(accountDb()).native();
+  EXPECT_EQ(sqlite3_prepare_v2(native, ("explain query plan " + statement).c_str(), -1, &plan, nullptr), SQLITE_OK);
+  QString all;
+  while (sqlite3_step(plan) == SQLITE_ROW)
+    all += QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(plan, 3))) + u'\n';
+  sqlite3_finalize(plan);
+  return all;
+}
+
+// Nearly all documents are audited, and a goods has lines on thousands of them: neither is what one is looked up by.
+TEST_F(PostingTest, ADocumentIsFoundByItsNumberHoweverManyThereAre) {
+  if (test::onServer()) GTEST_SKIP() << "a server counts what is in its indexes";
+  for (const DocumentFamily& f : documentFamilies()) {
+    if (f.sharesTables) continue;
+    for (const std::string& asked :
+         {compose("select 1 from (select id from {} where {}=1 and {}='X') a limit 1", {f.head, f.status, f.number}),
+          compose("select a.* from {} a left join jxc_user b on a.u_sn=b.u_sn where a.{}='X' order by a.{} desc,a.id",
+                  {f.head, f.number, f.status}),
+          compose("select count(*) from {} where {}='X' and {}=0", {f.head, f.number, f.status}),
+          compose("delete from {} where {}=0 and {}='X'", {f.head, f.status, f.number}),
+          compose("select b.id from {} a,{} b where a.{}=b.{} and a.{}=1 and b.{}='X'",
+                  {f.head, f.lines, f.number, f.number, f.status, f.number}),
+          compose("update {} set a_name='' where g_sn='A' and {}='X'", {f.lines, f.number})}) {
+      const auto begins = [plan = planOf(asked)](std::string_view column) {
+        return plan.contains(u'(' + QString::fromUtf8(column.data(), static_cast<qsizetype>(column.size())) + u"=?"_qs);
+      };
+      EXPECT_TRUE(begins(f.number)) << asked;
+      EXPECT_FALSE(begins(f.status) || begins("g_sn")) << asked;
+    }
+  }
+  const QString shortage = planOf("select 1 from jxc_kcsp where g_sn='A' and ck_sn='100001' and kc_sl>=3");
+  EXPECT_TRUE(shortage.contains(u"g_sn=?")) << shortage.toStdString();
+}
 
 TEST_F(PostingTest, AGoodsTwiceOnItsFirstReceiptHasOneBalance) {
   addGoods("Z", 4);

@@ -18,6 +18,7 @@ constexpr IndexDefinition linesByDate = {"jxc_goodslist", "gl_kdrq,id", "g_sn,ck
 /// Receipts that wait for putaway and sales that wait for issue: few among all that there ever were.
 constexpr IndexDefinition waitingReceipts = {"jxc_jhd", "j_crk,j_status,j_jhrq"};
 constexpr IndexDefinition waitingSales = {"jxc_lsxsd", "ls_crk,ls_status,ls_xsrq"};
+constexpr IndexDefinition linesOfSale = {"jxc_lsxssp", "gl_djh,id"};
 
 constexpr IndexDefinition list[] = {
     // Replay and costing: rows of one goods in one warehouse from a date on, and the last one before it.
@@ -32,8 +33,9 @@ constexpr IndexDefinition list[] = {
     {"jxc_kcsp", "g_sn,ck_sn"},
     // Stock of one warehouse: pick lists.
     {"jxc_kcsp", "ck_sn,g_sn"},
-    // Quantity and value of a whole warehouse after each audit, summed from the index alone.
-    {"jxc_kcsp", "ck_sn,kc_sl,kc_cbj"},
+    // Quantity and value of a whole warehouse after each audit, summed from the index alone. Cost first: by quantity it
+    // would offer itself to "this goods, if so much is there", and give all of which so much is there.
+    {"jxc_kcsp", "ck_sn,kc_cbj,kc_sl"},
     // The row of a month that each posting changes.
     {"jxc_kcjs", "js_rq,ck_sn"},
 
@@ -57,55 +59,54 @@ constexpr IndexDefinition list[] = {
     {"jxc_yyfy", "gl_djh"},
     {"jxc_yyfy", "fy_rq"},
 
-    // Documents: by number (also the search for the next one), waiting or audited by date, audited by the day of the
-    // audit, by partner.
-    {"jxc_jhd", "j_sn"},
+    // Documents: by number and state, waiting or audited by date, audited by the day of the audit, by partner. A number
+    // is one document, a state is nearly all of them: without the state the planner, who keeps no statistics, may take
+    // the other index for "this number, if it is audited".
+    {"jxc_jhd", "j_sn,j_status"},
     {"jxc_jhd", "j_status,j_jhrq"},
     {"jxc_jhd", "j_status,j_chkrq"},
     {"jxc_jhd", "ghs_sn"},
     waitingReceipts,
-    {"jxc_thd", "gl_djh"},
+    {"jxc_thd", "gl_djh,th_status"},
     {"jxc_thd", "th_status,th_thrq"},
     {"jxc_thd", "th_status,th_chkrq"},
-    {"jxc_lsxsd", "gl_djh"},
+    {"jxc_lsxsd", "gl_djh,ls_status"},
     {"jxc_lsxsd", "ls_status,ls_xsrq"},
     {"jxc_lsxsd", "ls_status,ls_chkrq"},
     {"jxc_lsxsd", "kh_sn"},
     waitingSales,
-    {"jxc_xsthd", "gl_djh"},
+    {"jxc_xsthd", "gl_djh,th_status"},
     {"jxc_xsthd", "th_status,th_xsrq"},
     {"jxc_xsthd", "th_status,th_chkrq"},
-    {"jxc_rkd", "gl_djh"},
+    {"jxc_rkd", "gl_djh,rk_status"},
     {"jxc_rkd", "rk_status,rk_rq"},
-    {"jxc_ckd", "gl_djh"},
+    {"jxc_ckd", "gl_djh,ck_status"},
     {"jxc_ckd", "ck_status,ck_rq"},
-    {"jxc_kcdbd", "gl_djh"},
+    {"jxc_kcdbd", "gl_djh,db_status"},
     {"jxc_kcdbd", "db_status,db_dbrq"},
     {"jxc_kcdbd", "db_status,db_chkrq"},
-    {"jxc_kcpd", "gl_djh"},
+    {"jxc_kcpd", "gl_djh,pd_status"},
     {"jxc_kcpd", "pd_status,pd_rq"},
     {"jxc_kcpd", "pd_status,pd_chkrq"},
-    {"jxc_bsd", "gl_djh"},
+    {"jxc_bsd", "gl_djh,bs_status"},
     {"jxc_bsd", "bs_status,bs_bsrq"},
     {"jxc_bsd", "bs_status,bs_chkrq"},
-    {"jxc_byd", "gl_djh"},
+    {"jxc_byd", "gl_djh,by_status"},
     {"jxc_byd", "by_status,by_byrq"},
     {"jxc_byd", "by_status,by_chkrq"},
-    {"jxc_cfd", "gl_djh"},
+    {"jxc_cfd", "gl_djh,cf_status"},
     {"jxc_cfd", "cf_status,cf_cfrq"},
     {"jxc_cfd", "cf_status,cf_chkrq"},
-    {"jxc_kbd", "gl_djh"},
+    {"jxc_kbd", "gl_djh,kb_status"},
     {"jxc_kbd", "kb_status,kb_kbrq"},
     {"jxc_kbd", "kb_status,kb_chkrq"},
-    {"jxc_khjh", "gl_djh"},
+    {"jxc_khjh", "gl_djh,jh_status"},
     {"jxc_khjh", "jh_status,jh_rq"},
     {"jxc_khjh", "jh_status,jh_chkrq"},
     {"jxc_dhd", "gl_djh"},
 
     // Lines of a document.
-    {"jxc_jhsp", "j_sn"},
     {"jxc_thsp", "gl_djh"},
-    {"jxc_lsxssp", "gl_djh"},
     {"jxc_xsthsp", "gl_djh"},
     {"jxc_rksp", "gl_djh"},
     {"jxc_cksp", "gl_djh"},
@@ -128,6 +129,10 @@ constexpr IndexDefinition list[] = {
     {"jxc_rksp", "id2"},
     {"jxc_cksp", "id2"},
     {"jxc_khjhsp", "id2"},
+    // Lines of a receipt or a sale, in their order. Last: of two indexes that fit equally the newest is taken, and
+    // a goods has more lines than a document.
+    {"jxc_jhsp", "j_sn,id"},
+    linesOfSale,
     // Whether a receipt was put away, a sale issued.
     {"jxc_rksp", "j_sn"},
     {"jxc_cksp", "gl_djh2"},
@@ -171,10 +176,18 @@ constexpr IndexDefinition list[] = {
 };
 
 /// The one that came last to the list.
-constexpr IndexDefinition newest = waitingSales;
+constexpr IndexDefinition newest = linesOfSale;
 
 /// Those that another one took the place of.
-constexpr IndexDefinition replaced[] = {{"jxc_goodslist", "gl_kdrq"}};
+constexpr IndexDefinition replaced[] = {{"jxc_goodslist", "gl_kdrq"}, {"jxc_kcsp", "ck_sn,kc_sl,kc_cbj"},
+                                        {"jxc_jhd", "j_sn"},          {"jxc_thd", "gl_djh"},
+                                        {"jxc_lsxsd", "gl_djh"},      {"jxc_xsthd", "gl_djh"},
+                                        {"jxc_rkd", "gl_djh"},        {"jxc_ckd", "gl_djh"},
+                                        {"jxc_kcdbd", "gl_djh"},      {"jxc_kcpd", "gl_djh"},
+                                        {"jxc_bsd", "gl_djh"},        {"jxc_byd", "gl_djh"},
+                                        {"jxc_cfd", "gl_djh"},        {"jxc_kbd", "gl_djh"},
+                                        {"jxc_khjh", "gl_djh"},       {"jxc_jhsp", "j_sn"},
+                                        {"jxc_lsxssp", "gl_djh"}};
 
 std::string indexName(const IndexDefinition& index, std::string_view suffix) {
   std::string name = "ix_" + std::string(index.table.substr(index.table.find('_') + 1)).append(suffix);
