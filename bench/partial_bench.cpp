@@ -6,6 +6,7 @@
 #include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/partial_rest.h"
+#include "stock/trading_document.h"
 
 #include <QDate>
 
@@ -241,7 +242,39 @@ void audits(benchmark::State& state, const Case& each, int ledgerRows, bool byHa
   bench::measure(state, all);
 }
 
-/// Beside it the audit of a usual return of so many lines is in the measurements of trade.
+/// A usual return of the goods of a receipt, beside which closing a rest has to stand.
+void returns(benchmark::State& state, int ledgerRows) {
+  shopWith(ledgerRows);
+  useParts();
+  static int seed = 200'000;
+  const QString date = clock::today();
+  ensureStockRows(date.left(7));
+  const DocumentFamily& f = families::purchaseReturn;
+  const auto make = [&] {
+    const QString source = openSource(partial::putaway, date, ++seed), number = newDocumentNumber(f, date);
+    execSql(
+        "insert into jxc_thsp (gl_djh,th_dj,th_sl,th_zje,g_sn,a_name,th_je,th_tax,th_taxdj,th_taxje,th_dzl,id2) select "
+        "?,jh_dj,jh_sl,jh_zje,g_sn,a_name,jh_je,jh_tax,jh_taxdj,jh_taxje,jh_dzl,0 from jxc_jhsp where j_sn=? order by "
+        "id",
+        number, source);
+    insertRow(f.head, {{f.number, number},
+                       {f.date, date},
+                       {f.warehouse, u"100001"},
+                       {f.partner, u"100001"},
+                       {f.status, 0},
+                       {f.due, -lookupNumber("select sum(th_zje) from jxc_thsp where gl_djh=?", number)},
+                       {f.paid, 0.0},
+                       {f.collected, 0.0},
+                       {f.settlement, static_cast<int>(Settlement::RestOnAccount)},
+                       {f.account, u"现金"},
+                       {f.note, u""},
+                       {"u_sn", u"100001"},
+                       {"a_name", u"admin"}});
+    return number;
+  };
+  bench::measure(state, {.family = f, .warmUps = 1, .make = make, .byHand = {}});
+}
+
 void closes(benchmark::State& state, int ledgerRows, bool byHand) {
   Shop& shop = shopWith(ledgerRows);
   useParts();
@@ -337,6 +370,11 @@ const bool registered = [] {
                                    [rows, byHand](benchmark::State& state) { closes(state, rows, byHand); })
           ->Iterations(kAudited)
           ->Unit(benchmark::kMillisecond);
+      if (!byHand)
+        benchmark::RegisterBenchmark(named("purchase return of 50 lines", rows, byHand).c_str(),
+                                     [rows](benchmark::State& state) { returns(state, rows); })
+            ->Iterations(kAudited)
+            ->Unit(benchmark::kMillisecond);
       benchmark::RegisterBenchmark(named("receipts that wait for putaway, 200 of them", rows, byHand).c_str(),
                                    [rows, byHand](benchmark::State& state) { waits(state, rows, byHand); })
           ->Unit(benchmark::kMillisecond);
