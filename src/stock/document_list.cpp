@@ -68,8 +68,9 @@ std::string periodColumn(const DocumentFamily& family, const Criteria& criteria)
 
 /// Documents with such goods on them, or, of lines, those lines.
 void addGoods(Filter& filter, const DocumentFamily& f, const Criteria& criteria, bool ofLines) {
-  if (criteria.group.isEmpty() && criteria.goodsClass.isEmpty()) return;
+  if (criteria.group.isEmpty() && criteria.goodsClass.isEmpty() && criteria.goods.isEmpty()) return;
   Filter wanted;
+  addChoice(wanted, "g.g_sn", criteria.goods);
   addClass(wanted, criteria, "g.gc_sn");
   addKey(wanted, {.key = criteria.group}, {"g.g_sn", "g.g_name", "g.g_jm", "g.g_sptm"});
   if (ofLines) return void(filter.add(wanted.conditions()));

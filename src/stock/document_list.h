@@ -45,12 +45,12 @@ struct DocumentListing {
 
 /// Heads of the families, each kind only for who has one of its rights; a partner who is gone is told by his number.
 /// Asked for by period, key (number, partner, note, original number), warehouse (either one of a transfer), kind (the
-/// prefix), partner, employee, document and boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核", "待审核"),
-/// rq, ghs_sn, ghs_name, ck_name, ck_in (where a transfer goes), zg_name and zg_sl (what a split takes apart or a
-/// bundle becomes), u_name, dnote, a_name, checker, chkrq, j_sn2 (the partner's number), fpno, j_th (it went back as a
-/// whole), rowkey; yuan: yfje, sfje, yhje, hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje (worth:
-/// what is due, or the sum of the lines). Amounts are null for who must not see prices (cost, where goods were bought
-/// or move within the house); those of returns are negative, as their heads keep them.
+/// prefix), partner, employee, document, goods and boxes. Columns: djh, gtype ("采购进货"), status, zt ("已审核",
+/// "待审核"), rq, ghs_sn, ghs_name, ck_name, ck_in (where a transfer goes), zg_name and zg_sl (what a split takes apart
+/// or a bundle becomes), u_name, dnote, a_name, checker, chkrq, j_sn2 (the partner's number), fpno, j_th (it went back
+/// as a whole), rowkey; yuan: yfje, sfje, yhje, hkje, wfje (open), yf, bzf (freight, packing; yffs: who pays), zje
+/// (worth: what is due, or the sum of the lines). Amounts are null for who must not see prices (cost, where goods were
+/// bought or move within the house); those of returns are negative, as their heads keep them.
 Sql listedDocuments(Families families, const Criteria& criteria, const Warehouses& warehouses,
                     const DocumentListing& listing = {});
 

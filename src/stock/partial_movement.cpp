@@ -1,6 +1,5 @@
 #include "stock/partial_movement.h"
 
-#include "core/enquiry.h"
 #include "core/fillers.h"
 #include "core/log.h"
 #include "core/posting.h"
@@ -181,6 +180,16 @@ Sql openLines(const PartialMovement& m, const OpenLines& wanted) {
              compose(") left join jxc_kcsp k on k.g_sn=b.g_sn and k.ck_sn=c.{}", {s.warehouse}))
       .where(partial_movement_detail::conditions(m, wanted))
       .add(compose(" order by c.{},c.id,b.id", {s.date}));
+}
+
+Sql openOf(const PartialMovement& m, const Criteria& criteria, const Warehouses& warehouses) {
+  const DocumentFamily& s = *m.source;
+  Filter filter;
+  filter.add(compose("c.{}=0", {s.allMoved})).add(compose("c.{}=1", {s.status})).add(isOpen(m, "b"));
+  filter.add("b.g_sn<>'00000000'");
+  addChoice(filter, "b.g_sn", criteria.goods);
+  warehouses.restrict(filter, compose("c.{}", {s.warehouse}));
+  return Sql(compose("{} c inner join {} b on c.{}=b.{}", {s.head, s.lines, s.number, s.number})).where(filter);
 }
 
 Sql waitingSources(const PartialMovement& m, const OpenLines& wanted) {

@@ -2,6 +2,7 @@
 // comes and goes. A kind is one value; documents, lists, screens and proof go by it.
 #pragma once
 
+#include "core/enquiry.h"
 #include "core/sql.h"
 #include "stock/cancelling.h"
 #include "stock/document_family.h"
@@ -69,6 +70,9 @@ Sql openLines(const PartialMovement& movement, const OpenLines& wanted);
 /// Documents with open lines, oldest first: id, djh, rq, partner, partner_name, ck_sn, ck_name, u_sn, u_name, note,
 /// lines, opensl. By the head's flag, so that their number counts and not that of all documents.
 Sql waitingSources(const PartialMovement& movement, const OpenLines& wanted);
+
+/// Open lines `b` of the goods and warehouses that are asked for, with their heads `c`, as what stands behind `from`.
+Sql openOf(const PartialMovement& movement, const Criteria& criteria, const Warehouses& warehouses);
 
 /// What a document takes of a line of its source, in pieces, but for the line `except` of its own.
 double takenBy(const PartialMovement& movement, const QString& number, std::int64_t sourceLine, std::int64_t except);

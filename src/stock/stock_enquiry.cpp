@@ -35,9 +35,20 @@ Sql balances(const Criteria& criteria, const Warehouses& warehouses) {
       .add(" group by g_sn");
 }
 
+/// The goods `a` that have figures `b`. A class that is gone is "其他": what it held is in stock all the same.
+Sql goodsWith(const std::string& figures, const Sql& stock) {
+  return Sql("select a.id,a.g_sn,a.g_name,a.g_jm,a.gc_sn,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.g_zhxs,a.g_qgd,"
+             "a.g_sgd,a.g_sptm,a.g_sccs,a.g_bz,a.ghs_sn,a.g_jy,iif(c.gc_name is null,'其他',c.gc_name) as gc_name,"
+             "b.kcsl,iif(a.g_zhxs<>0," +
+             roundedExpression("b.kcsl/a.g_zhxs", quantityDigits()) + ",null) as fzkc," + figures +
+             " from (jxc_goods a inner join (")
+      .add(stock)
+      .add(") b on a.g_sn=b.g_sn) left outer join jxc_goodsclass c on a.gc_sn=c.gc_sn");
+}
+
 Filter conditions(const Criteria& criteria) {
   Filter filter;
-  filter.add("a.g_sn=b.g_sn").add("a.g_sn<>'00000000'").add("a.gc_sn=c.gc_sn");
+  filter.add("a.g_sn<>'00000000'");
   addClass(filter, criteria, "a.gc_sn");
   addGoodsKey(filter, criteria, {"a.g_sn", "a.g_jm", "a.g_name", "a.g_sccs", "a.gg_name", "a.g_sptm", "a.color_name"});
   if (criteria.has(kHidesZeroStock)) filter.add("b.kcsl<>0");
@@ -46,6 +57,21 @@ Filter conditions(const Criteria& criteria) {
   if (!criteria.kind.isEmpty())
     filter.add("b.kcsl" + std::string(comparisonSign(criteria.kind)) + "?", criteria.amount);
   return filter;
+}
+
+/// Of each goods what its last rows up to the day say: looked up by an index for each warehouse that knows it, so that
+/// it does not matter how long the ledger is.
+Sql lastFigures(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter known, until;
+  warehouses.restrict(known, "x.ck_sn");
+  until.add("e.g_sn=k.g_sn").add("e.ck_sn=k.ck_sn");
+  addPeriod(until, {.to = criteria.to}, "e.gl_kdrq");
+  return Sql("select k.g_sn,sum(q.gl_kc) as kcsl,sum(q.gl_kczje) as kczje,max(q.gl_pjjj) as pjjj from "
+             "(select distinct x.g_sn,x.ck_sn from jxc_kcsp x")
+      .where(known)
+      .add(") k inner join jxc_goodslist q on q.id=(select top 1 e.id from jxc_goodslist e")
+      .where(until)
+      .add(" order by e.gl_kdrq desc,e.id desc) group by k.g_sn");
 }
 
 }  // namespace stock_enquiry_detail
@@ -57,15 +83,20 @@ Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
       criteria.warehouse.isEmpty()
           ? "iif(b.kczsl<>0,abs(" + roundedExpression("b.zje/b.kczsl", moneyDigits()) + "),a.g_pjjj)"
           : "b.ckcb";
-  // Not every column of the goods: what they were bought for stands among them.
-  return Sql("select a.id,a.g_sn,a.g_name,a.g_jm,a.gc_sn,a.gg_name,a.color_name,a.dw_name,a.dw_name2,a.g_zhxs,"
-             "a.g_qgd,a.g_sgd,a.g_sptm,a.g_sccs,a.g_bz,a.g_zdkc,a.ghs_sn,a.g_jy,a.g_scjj,a.g_sj,c.gc_name,b.kcsl,b."
-             "kczsl,b.xssl," +
-             cost + " as cbjj," + roundedExpression("b.kcsl/a.g_zhxs", quantityDigits()) + " as fzkc," +
-             roundedExpression("cbjj*b.kcsl", moneyDigits()) +
-             " as kczje,a.g_sj*b.kcsl as xszje from jxc_goods a,jxc_goodsclass c,(")
-      .add(balances(criteria, warehouses))
-      .add(") b")
+  return goodsWith("a.g_zdkc,a.g_scjj,a.g_sj,b.kczsl,b.xssl," + cost + " as cbjj," +
+                       roundedExpression("cbjj*b.kcsl", moneyDigits()) + " as kczje,a.g_sj*b.kcsl as xszje",
+                   balances(criteria, warehouses))
+      .where(conditions(criteria))
+      .add(" order by a.g_sn");
+}
+
+Sql stockAt(const Criteria& criteria, const Warehouses& warehouses) {
+  using namespace stock_enquiry_detail;
+  // One warehouse has an average of its own.
+  const std::string cost = criteria.warehouse.isEmpty()
+                               ? "iif(b.kcsl<>0,abs(" + roundedExpression("b.kczje/b.kcsl", moneyDigits()) + "),b.pjjj)"
+                               : "b.pjjj";
+  return goodsWith(cost + " as cbjj,b.kczje", lastFigures(criteria, warehouses))
       .where(conditions(criteria))
       .add(" order by a.g_sn");
 }

@@ -1,4 +1,4 @@
-// 库存查询: what stands in the warehouses now, as the current-stock panel lists it.
+// 库存查询: what stands in the warehouses now, and what stood there at the end of a day.
 #pragma once
 
 #include "core/enquiry.h"
@@ -9,9 +9,15 @@ namespace jxc {
 inline constexpr unsigned kHidesZeroStock = 1, kWithDisabledGoods = 2;
 
 /// Goods with class name, stock `kcsl`, book stock `kczsl`, sold so far `xssl`, cost `cbjj` (of the warehouse; over all
-/// of them weighted by book stock), stock in the second unit `fzkc`, value at cost `kczje` and at the preset sale price
-/// `xszje`. Ordered by goods number. The partner is the supplier; the kind is one of "=", ">=", "<=", "<>", ">", "<",
-/// by which the stock is compared with the amount: throws std::invalid_argument for another.
+/// of them weighted by book stock), stock in the second unit `fzkc` (null for goods without one), value at cost `kczje`
+/// and at the preset sale price `xszje`. Ordered by goods number. The partner is the supplier; the kind is one of "=",
+/// ">=", "<=", "<>", ">", "<", by which the stock is compared with the amount: throws std::invalid_argument for
+/// another.
 Sql currentStock(const Criteria& criteria, const Warehouses& warehouses);
+
+/// The same goods with stock `kcsl`, average `cbjj` and value `kczje` (yuan) as the last row of the ledger up to the
+/// end of the last day says; over several warehouses the sums, and the average that they make. Goods that had not moved
+/// by then have no row.
+Sql stockAt(const Criteria& criteria, const Warehouses& warehouses);
 
 }  // namespace jxc

@@ -33,7 +33,8 @@ bool restricts(const Criterion& criterion, const Field& input) {
   if (enquiry_screen_detail::isPeriod(criterion.asks)) return false;  // said by itself
   if (enquiry_screen_detail::isBox(criterion.asks)) return criterion.asks == Asks::Box && input.isChecked();
   if (criterion.asks == Asks::Key) return !input.isEmpty();
-  if (criterion.asks == Asks::Order || criterion.asks == Asks::Amount || criterion.asks == Asks::Comparison)
+  if (criterion.asks == Asks::Day || criterion.asks == Asks::Order || criterion.asks == Asks::Amount ||
+      criterion.asks == Asks::Comparison)
     return false;
   return !chosen(input).isEmpty();
 }
@@ -79,6 +80,7 @@ Criteria EnquiryScreen::criteriaOf(const Tab& tab) const {
         result.from = input->text();
         break;
       case Asks::To:
+      case Asks::Day:
         result.to = input->text();
         break;
       case Asks::Warehouse:
@@ -171,7 +173,8 @@ QString EnquiryScreen::whatToChange(const Tab& tab, const View& view) const {
   QStringList conditions;
   const Field* from = fieldOf(tab, Asks::From);
   const Field* to = fieldOf(tab, Asks::To);
-  if (from && to) {
+  const bool ofBelow = std::ranges::any_of(tab.inputs, [](const auto& input) { return input.first->ofBelow; });
+  if (from && to && !ofBelow) {
     if (from->text() > to->text()) return nothing + QStringLiteral("\n起始日期晚于截止日期，请改正后重新查询");
     if (Period{from->text(), to->text()} != allTime())
       conditions << QStringLiteral("%1 至 %2").arg(from->text(), to->text());

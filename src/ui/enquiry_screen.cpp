@@ -37,7 +37,7 @@ constexpr int kLongestKey = 50;
 
 FieldSpec fieldOf(const Criterion& criterion) {
   FieldSpec field{.name = criterion.name, .label = criterion.label, .kind = FieldKind::Combo};
-  if (isPeriod(criterion.asks)) {
+  if (isPeriod(criterion.asks) || criterion.asks == Asks::Day) {
     field.kind = FieldKind::Date;
     if (criterion.months) field.flags = WholeMonth;
   } else if (isBox(criterion.asks)) {
@@ -508,6 +508,8 @@ void EnquiryScreen::fillInputs(Tab& tab, bool first) {
       input->setItems(items, !first);
     } else if (first && enquiry_screen_detail::isBox(criterion->asks)) {
       input->setChecked(criterion->on);
+    } else if (criterion->asks == Asks::Day) {
+      if (first || input->text() == tab.proposed.to) input->setText((tab.proposed = today()).to);
     } else if (first && !enquiry_screen_detail::isPeriod(criterion->asks)) {
       input->clear();
       if (criterion->asks == Asks::Amount && criterion->amount != 0) input->setNumber(criterion->amount);

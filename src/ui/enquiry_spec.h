@@ -25,6 +25,7 @@ class RowPane;
 enum class Asks : std::uint8_t {
   From,  // the first of two days or months; the menu of periods comes with it
   To,
+  Day,         // one day, up to its end: today, as long as the operator leaves it
   Warehouse,   // without items of its own: all of them, or the one that is chosen
   GoodsClass,  // a list
   Partner,     // chosen from a list behind it (`pick`), or from its items
@@ -55,6 +56,7 @@ struct Criterion {
   Right right = {};             // without it it is not asked for
   double amount = 0;            // of Amount, at first
   bool whole = false;           // of Amount: a number of days
+  bool ofBelow = false;         // of a period: that of the list below
 };
 
 /// Puts into the criteria what a row stands for.

@@ -64,4 +64,39 @@ TEST_F(StockStatistics, ASumLeadsToItsLinesAndALineIsCancelledAndRepaired) {
   open("F_Jxctj", [&](ui::Screen& screen) { EXPECT_FALSE(screen.field("chkCbj").isVisible()); });
 }
 
+TEST_F(StockStatistics, TheMovementsOfAGoodsOpenUnderItsNameForTheWarehouseThatWasAskedFor) {
+  execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj) values ('B','100001',3,3,1)");
+  open("F_Kccx", [&](ui::Screen& screen) {
+    auto& enquiry = dynamic_cast<ui::EnquiryScreen&>(screen);
+    screen.grid("gridKc").waitLoaded();
+    ASSERT_TRUE(screen.grid("gridKc").selectWhere("g_sn", u"A"_qs));
+    press(screen, "F8", "F_Kccx_Mx", [&](ui::Screen& movements) {
+      EXPECT_EQ(movements.windowTitle(), u"商品库存明细表(镜架)"_qs);
+      movements.grid("gridMx").waitLoaded();
+      EXPECT_EQ(textsOf(movements.grid("gridMx").shownRows(), {"gl_djh", "cksl"}), QStringList({loss_ + " 2"}));
+      press(movements, "Esc");
+    });
+
+    enquiry.showView("gridLs");
+    EXPECT_EQ(screen.field("tdate2").text(), u"2021-05-03");
+    ui::Grid& then = screen.grid("gridLs");
+    then.waitLoaded();
+    EXPECT_EQ(then.footerText("kcsl"), "-2.00");
+    type(screen, "tdate2", u"2021-05-01");
+    then.waitLoaded();
+    EXPECT_TRUE(then.isEmpty());
+
+    enquiry.showView("gridSp3");
+    screen.grid("gridSp3").waitLoaded();
+    screen.grid("gridSp3").selectRow(0);
+    screen.grid("gridCk3").waitLoaded();
+    EXPECT_EQ(screen.grid("gridCk3").footerText("kcsl"), "-2.00");
+    check(screen, "rJg3", true);
+    screen.grid("gridJg3").waitLoaded();
+    EXPECT_TRUE(screen.grid("gridJg3").isEmpty());
+    check(screen, "rCk3", true);
+    press(screen, "Esc");
+  });
+}
+
 }  // namespace jxc::test::stock_statistics_test

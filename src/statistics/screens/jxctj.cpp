@@ -2,19 +2,18 @@
 // behind a line its document.
 #include "masterdata/goods_classes.h"
 #include "statistics/purchase_sale_stock.h"
+#include "statistics/screens/movement_columns.h"
 #include "stock/document_list.h"
 #include "stock/screens/repair_screen.h"
 #include "ui/enquiry_screen.h"
-#include "ui/joined_tables.h"
 
 #include <array>
 
 namespace jxc {
 namespace jxctj_detail {
 
+using namespace movement_columns;
 using ui::Asks;
-using ui::ColumnKind;
-using ui::ColumnSpec;
 
 // The opening rows are those of whatever day.
 constexpr std::string_view kOfPeriod = "gridHz gridMx", kNothing = "该时间段内没有进出库的商品";
@@ -36,19 +35,6 @@ constexpr ui::Criterion kCriteria[] = {
     {.asks = Asks::Box, .name = "chkZero", .label = "数量为0不显示", .box = kHidesZeroOpening, .views = "gridQc"},
 };
 
-constexpr ColumnSpec pieces(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Quantity, 6, {.sum = true}};
-}
-constexpr ColumnSpec yuan(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Total, 8, {.sum = true}, kSeesCost};
-}
-constexpr ColumnSpec price(std::string_view field, std::string_view caption) {
-  return {.field = field, .caption = caption, .kind = ColumnKind::Money, .width = 6, .right = kSeesCost};
-}
-constexpr ColumnSpec hidden(std::string_view field, std::string_view caption) {
-  return {.field = field, .caption = caption, .use = {.hidden = true}};
-}
-
 // Figures are what is looked for: they stand on a small display, what else tells goods apart beside them.
 constexpr std::array kNumber{ColumnSpec{"g_sn", "商品编号", ColumnKind::Text, 8}};
 constexpr std::array kName{ColumnSpec{"g_name", "商品名称", ColumnKind::Text, 18}};
@@ -60,23 +46,9 @@ constexpr auto kSums =
                                 yuan("rkzje", "入库金额"), pieces("cksl", "本期出库"), yuan("ckzje", "出库金额"),
                                 pieces("glkc", "期末存量"), yuan("glkczje", "期末金额")},
                      kGoods);
-constexpr std::array kWhen{ColumnSpec{"gl_kdrq", "日期", ColumnKind::Date},
-                           ColumnSpec{"dnote", "类型", ColumnKind::Text, 9}};
-constexpr std::array kIn{price("rkdj", "入库单价"), pieces("rksl", "入库数量"), yuan("rkje", "入库金额")};
-constexpr std::array kWhere{ColumnSpec{"ck_name", "仓库", ColumnKind::Text, 8}, hidden("u_name", "经办人"),
-                            hidden("gl_bz", "备注")};
-constexpr auto kLines = ui::joinedTables(
-    kWhen, std::array{ColumnSpec{"gl_djh", "单据号", ColumnKind::Text, 13}}, kName, kIn,
-    std::array{price("ckdj", "出库单价"), pieces("cksl", "出库数量"), yuan("ckje", "出库金额"),
-               ColumnSpec{"gl_kc", "结存数量", ColumnKind::Quantity, 6}, hidden("ghs_name", "往来单位")},
-    kNumber, kGoods, kWhere);
-constexpr auto kOpening = ui::joinedTables(kWhen, kNumber, kName, kGoods, kIn, kWhere);
-
-/// A line has one side: the figures of the other one stand back.
-ui::RowLook sideOf(const Row& line, std::string_view column) {
-  const bool isFigure = column.starts_with("rk") || (column.starts_with("ck") && column.size() == 4);
-  return isFigure && line.number(column) == 0 ? ui::RowLook::Muted : ui::RowLook::Normal;
-}
+constexpr auto kLines = ui::joinedTables(when, document, kName, in(), out(), std::array{hidden("ghs_name", "往来单位")},
+                                         kNumber, kGoods, where);
+constexpr auto kOpening = ui::joinedTables(when, kNumber, kName, kGoods, in(), where);
 
 bool cancelOf(const Row& line, Prompt& prompt) {
   const QString number = line.text("gl_djh");
