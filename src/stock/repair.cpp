@@ -16,29 +16,6 @@
 namespace jxc {
 namespace repair_detail {
 
-/// Does `work` for each pair of goods and warehouse behind the position, each in a transaction of its own. The rows
-/// hold goods and warehouse in their first columns, in an order that is the same at every call.
-bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
-                 const std::function<void(const QString& goods, const QString& warehouse)>& work) {
-  RepairPosition own;
-  RepairPosition& at = position ? *position : own;
-  int first = 0;
-  if (!at.isEmpty())
-    for (int row = 0; row < pairs.rowCount(); ++row)
-      if (pairs.text(row, 0) == at.goods && pairs.text(row, 1) == at.warehouse) first = row + 1;
-  for (int row = first; row < pairs.rowCount(); ++row) {
-    const QString goods = pairs.text(row, 0);
-    const QString warehouse = pairs.text(row, 1);
-    Transaction transaction(accountDb());
-    work(goods, warehouse);
-    transaction.commit();
-    at = {goods, warehouse};
-    if (progress && !progress(row + 1, pairs.rowCount())) return false;
-  }
-  at = {};
-  return true;
-}
-
 bool differs(double a, double b) {
   return std::fabs(a - b) >= 5e-7;
 }
@@ -123,6 +100,27 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
 }
 
 }  // namespace repair_detail
+
+bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
+                 const std::function<void(const QString& goods, const QString& warehouse)>& work) {
+  RepairPosition own;
+  RepairPosition& at = position ? *position : own;
+  int first = 0;
+  if (!at.isEmpty())
+    for (int row = 0; row < pairs.rowCount(); ++row)
+      if (pairs.text(row, 0) == at.goods && pairs.text(row, 1) == at.warehouse) first = row + 1;
+  for (int row = first; row < pairs.rowCount(); ++row) {
+    const QString goods = pairs.text(row, 0);
+    const QString warehouse = pairs.text(row, 1);
+    Transaction transaction(accountDb());
+    work(goods, warehouse);
+    transaction.commit();
+    at = {goods, warehouse};
+    if (progress && !progress(row + 1, pairs.rowCount())) return false;
+  }
+  at = {};
+  return true;
+}
 
 bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress,
                      RepairPosition* position) {

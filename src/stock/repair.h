@@ -7,6 +7,8 @@
 
 namespace jxc {
 
+class RowSet;
+
 /// Told after each goods of a warehouse: how many of how many are done. Returning false stops; what is done stays done,
 /// for each is a transaction of its own. No transaction is open while it runs.
 using RepairProgress = std::function<bool(int done, int total)>;
@@ -17,6 +19,11 @@ struct RepairPosition {
   QString goods, warehouse;
   bool isEmpty() const { return goods.isEmpty(); }
 };
+
+/// Does `work` for each goods in a warehouse behind the position, each in a transaction of its own. Goods and warehouse
+/// are the first two columns of the rows, whose order is the same at every call. False: stopped, as below.
+bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
+                 const std::function<void(const QString& goods, const QString& warehouse)>& work);
 
 /// Recomputes running figures, cost prices, goods' stock and sold quantities from `date` ("yyyy-MM-dd") on, in one
 /// warehouse or (empty) in all. Rows that earlier closings and syncs put in are deleted first, so are second balance

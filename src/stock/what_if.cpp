@@ -89,7 +89,7 @@ Money readMoney() {
   return money;
 }
 
-/// Goods of the document in its lines and in the ledger, and every warehouse that knows them.
+/// Goods of the document in its lines and in the ledger; what is no document is the goods itself.
 std::set<QString> goodsOf(const QString& number) {
   std::set<QString> goods;
   const auto add = [&goods](const RowSet& rows) {
@@ -103,6 +103,8 @@ std::set<QString> goodsOf(const QString& number) {
     if (!family.whole.goods.empty())
       add(openSelect(compose("select {} from {} where {}=?", {family.whole.goods, family.head, family.number}),
                      number));
+  } else if (exists("select id from jxc_goods where g_sn=?", number)) {
+    goods.insert(number);
   }
   return goods;
 }

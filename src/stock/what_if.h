@@ -36,9 +36,9 @@ struct WhatIf {
   RowSet rows() const;
 };
 
-/// Runs `command` (the real one: true when it did its work) on the document of this number and takes it back. Nothing
-/// is left behind, in the account set or in the session, also when the command refuses or throws. Questions are
-/// answered with yes and listed.
+/// Runs `command` (the real one: true when it did its work) on the document of this number, or on the goods, and takes
+/// it back. Nothing is left behind, in the account set or in the session, also when the command refuses or throws.
+/// Questions are answered with yes and listed.
 WhatIf whatIf(const QString& number, const std::function<bool(Prompt&)>& command);
 
 }  // namespace jxc

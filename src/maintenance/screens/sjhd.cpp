@@ -87,7 +87,7 @@ class TF_Sjhd : public ui::Screen {
 
   // What was found before is no longer true.
   void repair(const char* screen) {
-    if (ui::screenAs<RepairScreen>(screen).repairFrom({}, {})) activate();
+    if (ui::screenAs<LedgerRepairScreen>(screen).repairFrom({}, {})) activate();
   }
 
   void showDetail() {

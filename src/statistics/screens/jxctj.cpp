@@ -60,7 +60,7 @@ bool cancelOf(const Row& line, Prompt& prompt) {
 /// Costs from the day of the line on, in its warehouse.
 bool repairFrom(const Row& line, Prompt&) {
   constexpr qsizetype kDay = 10;
-  return ui::screenAs<RepairScreen>("F_Jxctj_Tb").repairFrom(line.text("gl_kdrq").left(kDay), line.text("ck_sn"));
+  return ui::screenAs<LedgerRepairScreen>("F_Jxctj_Tb").repairFrom(line.text("gl_kdrq").left(kDay), line.text("ck_sn"));
 }
 
 constexpr ui::EnquiryView kViews[] = {

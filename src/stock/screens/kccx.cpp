@@ -3,6 +3,7 @@
 #include "masterdata/goods_lenses.h"
 #include "stock/screens/goods_enquiry.h"
 #include "stock/screens/kccx_goods.h"
+#include "stock/screens/kccx_jj.h"
 #include "stock/screens/kccx_stock.h"
 #include "stock/screens/lens_pane.h"
 
@@ -30,8 +31,11 @@ constexpr ui::EnquiryView kLenses[] = {{.grid = {"gridCp4", "镜片商品", kPro
                                         .beside = makeLensPane}};
 constexpr ui::EnquiryCommand kStockCommands[] = {{"btnCx", "查找", "F3"}, {"btnAll", "全部", "F4"}};
 constexpr std::string_view kOfGoods = "gridKc gridLs gridSp3";
+constexpr Right kChangesAverage{.group = "kcgl", .position = 17, .andCost = true};
 constexpr ui::EnquiryCommand kCommands[] = {
-    {.name = "btn_Ckmx", .caption = "查看明细", .key = "F8", .views = kOfGoods}};
+    {.name = "btn_Ckmx", .caption = "查看明细", .key = "F8", .views = kOfGoods},
+    {.name = "btnKchd", .caption = "库存核对", .key = "F7", .right = {"kcgl", 16}, .opens = "F_kccx_Hd"},
+    {.name = "btn_Xgjj", .caption = "修改均价", .key = "F6", .right = kChangesAverage, .views = "gridKc"}};
 constexpr ui::EnquiryTab kTabs[] = {
     {.name = "cxTab1",
      .caption = "当前库存",
@@ -75,6 +79,10 @@ class TF_Kccx : public ui::EnquiryScreen {
     });
     on(command("btn_Ckmx"), [this] {
       if (const auto row = shown().current()) showMovements(*row, criteria().warehouse);
+    });
+    on(command("btn_Xgjj"), [this] {
+      const auto row = shown().current();
+      if (row && changeAverageOf(*row, criteria().warehouse)) rowsChanged();
     });
   }
 

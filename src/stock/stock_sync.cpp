@@ -1,0 +1,199 @@
+#include "stock/stock_sync.h"
+
+#include "core/clock.h"
+#include "core/defaults.h"
+#include "core/log.h"
+#include "core/rounding.h"
+#include "core/session.h"
+#include "core/statements.h"
+#include "core/text.h"
+#include "stock/ledger.h"
+#include "stock/ledger_rows.h"
+#include "stock/partial_movement.h"
+
+#include <cmath>
+#include <set>
+
+namespace jxc {
+namespace stock_sync_detail {
+
+/// Goods come onto the shelf, or leave it, by documents of their own: only the books go with the ledger.
+bool movesLater() {
+  return partial::putaway.isInUse() || partial::issue.isInUse();
+}
+
+bool differs(double a, double b) {
+  return std::fabs(a - b) >= 5e-7;
+}
+
+/// What balance and ledger say of a goods in a warehouse now.
+struct Place {
+  QString goods, warehouse;
+  std::int64_t balance = 0;  // id; 0: none
+  double shelf = 0, book = 0;
+  double stock = 0, average = 0, value = 0;  // of the last row
+};
+
+void readLedger(Place& at) {
+  const RowSet last = openSelect(
+      "select top 1 gl_kc,gl_pjjj,gl_kczje from jxc_goodslist where g_sn=? and ck_sn=? order by gl_kdrq desc,id desc",
+      at.goods, at.warehouse);
+  if (last.isEmpty()) return;
+  at.stock = last.number(0, 0);
+  at.average = last.number(0, 1);
+  at.value = last.number(0, 2);
+}
+
+/// Of several balances the first stays, as a recomputation leaves them.
+Place read(const QString& goods, const QString& warehouse) {
+  Place at{goods, warehouse};
+  const RowSet balances =
+      openSelect("select id,kc_sl,kc_zsl from jxc_kcsp where g_sn=? and ck_sn=? order by id", goods, warehouse);
+  if (!balances.isEmpty()) {
+    at.balance = balances.integer(0, 0);
+    at.shelf = balances.number(0, 1);
+    at.book = balances.number(0, 2);
+  }
+  if (balances.rowCount() > 1)
+    execSql("delete from jxc_kcsp where g_sn=? and ck_sn=? and id<>?", goods, warehouse, at.balance);
+  readLedger(at);
+  return at;
+}
+
+void writeBalance(Place& at, double shelf, double book) {
+  at.shelf = shelf;
+  at.book = book;
+  if (at.balance == 0) {
+    const double sold =
+        lookupNumber("select sum(gl_sl) from jxc_goodslist where g_sn=? and ck_sn=? and gl_flag in ('xs','xt')",
+                     at.goods, at.warehouse);
+    at.balance = insertRow("jxc_kcsp", {{"g_sn", at.goods},
+                                        {"ck_sn", at.warehouse},
+                                        {"kc_sl", shelf},
+                                        {"kc_zsl", book},
+                                        {"kc_cbj", at.average},
+                                        {"kc_xssl", sold}});
+  } else {
+    updateRow("jxc_kcsp", at.balance, {{"kc_sl", shelf}, {"kc_zsl", book}});
+  }
+}
+
+/// A row of today for what the ledger lacks, at the cost of the day so that the average stays; rows dated later follow.
+void postDifference(const Place& at, const QString& employee) {
+  const RowSet goods =
+      openSelect("select g_name,g_jm,dw_name,gg_name,color_name from jxc_goods where g_sn=?", at.goods);
+  if (goods.isEmpty()) return;
+  const double pieces = at.book - at.stock, cost = getGoodsCost(at.goods, at.warehouse, clock::today());
+  const Row named = goods.front();
+  postLedgerRow({{"gl_flag", "qc"},
+                 {"gl_djh", ""},
+                 {"gl_kdrq", clock::today()},
+                 {"g_sn", at.goods},
+                 {"g_name", named.text("g_name")},
+                 {"g_jm", named.text("g_jm")},
+                 {"dw_name", named.text("dw_name")},
+                 {"gl_dj", cost},
+                 {"gl_sl", pieces},
+                 {"gl_zje", pieces * cost},
+                 {"gl_checker", session().a_name},
+                 {"gl_chkrq", clock::today()},
+                 {"gl_sqsl", at.stock},
+                 {"gl_sqje", at.value},
+                 {"gl_pjjj", cost},
+                 {"gl_kc", at.book},
+                 {"gl_kczje", at.book * cost},
+                 {"gl_note", u"库存同步"_qs},
+                 {"u_name", employee},
+                 {"a_name", session().a_name},
+                 {"ck_sn", at.warehouse},
+                 {"ck_name", lookupValue("select ck_name from jxc_ckxx where ck_sn=?", at.warehouse)},
+                 {"ghs_name", u"同步"_qs},
+                 {"gg_name", named.text("gg_name")},
+                 {"color_name", named.text("color_name")},
+                 {"gl_sysl", 0}});
+  replayLedger(static_cast<std::int64_t>(
+      lookupNumber("select max(id) from jxc_goodslist where g_sn=? and ck_sn=?", at.goods, at.warehouse)));
+}
+
+/// What stands on the goods is of all its warehouses.
+void writeMaster(const QString& goods) {
+  execSql("update jxc_goods set g_kc=? where g_sn=?",
+          lookupNumber("select sum(kc_sl) from jxc_kcsp where g_sn=?", goods), goods);
+  if (const double average = goodsAvgCost(goods); average != -1)
+    execSql("update jxc_goods set g_pjjj=? where g_sn=?", average, goods);
+}
+
+/// True: something had to be changed.
+bool syncPlace(const QString& goods, const QString& warehouse, SyncWay way, bool later, const QString& employee) {
+  Place at = read(goods, warehouse);
+  if (at.balance != 0 && !differs(later ? at.book : at.shelf, at.stock) && (later || !differs(at.book, at.stock)))
+    return false;
+  if (way == SyncWay::LedgerFollows) {
+    // The ledger keeps no more decimals of a quantity than the parameters say.
+    const double book = roundEps(later ? at.book : at.shelf, quantityDigits());
+    writeBalance(at, later ? at.shelf : book, book);
+    if (differs(book, at.stock)) postDifference(at, employee);
+  } else {
+    writeBalance(at, later && at.balance != 0 ? at.shelf : at.stock, at.stock);
+  }
+  writeMaster(goods);
+  return true;
+}
+
+}  // namespace stock_sync_detail
+
+Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses) {
+  // Where nothing moves later, book and shelf are one: a book that went astray alone is a difference too.
+  const bool later = stock_sync_detail::movesLater();
+  const std::string ledger = "iif(d.gl_kc is null,0,d.gl_kc)", book = "k.kc_zsl<>" + ledger,
+                    shelf = "k.kc_sl<>" + ledger;
+  Filter balances, rows, filter;
+  balances.add("x.g_sn<>'00000000'");
+  warehouses.restrict(balances, "x.ck_sn");
+  rows.add("x.g_sn<>'00000000'");
+  warehouses.restrict(rows, "x.ck_sn");
+  filter.add(later ? book : "(" + shelf + " or " + book + ")");
+  addKey(filter, criteria, {"a.g_sn", "a.g_name", "a.g_jm", "a.g_sptm"});
+  return Sql("select k.g_sn & '-' & k.ck_sn as rowkey,k.g_sn,k.ck_sn,a.g_name,a.g_jm,a.dw_name,a.gg_name,a.color_name,"
+             "a.g_pjjj,w.ck_name,k.kc_sl,k.kc_zsl," +
+             ledger + " as gl_kc,iif(d.gl_kczje is null,0,d.gl_kczje) as gl_kczje," +
+             (later ? "k.kc_zsl" : "iif(" + shelf + ",k.kc_sl,k.kc_zsl)") + "-" + ledger +
+             " as cysl from (((select x.g_sn,x.ck_sn,sum(iif(x.kc_sl is null,0,x.kc_sl)) as kc_sl,"
+             "sum(iif(x.kc_zsl is null,0,x.kc_zsl)) as kc_zsl from jxc_kcsp x")
+      .where(balances)
+      .add(
+          " group by x.g_sn,x.ck_sn union all select y.g_sn,y.ck_sn,0,0 from (select distinct x.g_sn,x.ck_sn from "
+          "jxc_goodslist x")
+      .where(rows)
+      .add(
+          ") y where not exists (select z.id from jxc_kcsp z where z.g_sn=y.g_sn and z.ck_sn=y.ck_sn)) k left outer "
+          "join jxc_goodslist d on d.id=(select top 1 e.id from jxc_goodslist e where e.g_sn=k.g_sn and "
+          "e.ck_sn=k.ck_sn order by e.gl_kdrq desc,e.id desc)) inner join jxc_goods a on k.g_sn=a.g_sn) left outer "
+          "join jxc_ckxx w on k.ck_sn=w.ck_sn")
+      .where(filter)
+      .add(" order by k.ck_sn,k.g_sn");
+}
+
+bool syncStock(const RowSet& places, SyncWay way, const RepairProgress& progress, RepairPosition* position) {
+  using namespace stock_sync_detail;
+  const bool later = movesLater();
+  const QString employee = defaultEmployeeName();
+  std::set<QString> warehouses;
+  int changed = 0;
+  const bool finished = forEachPair(places, progress, position, [&](const QString& goods, const QString& warehouse) {
+    if (!syncPlace(goods, warehouse, way, later, employee)) return;
+    warehouses.insert(warehouse);
+    ++changed;
+  });
+  if (changed == 0) return finished;
+  Transaction transaction(accountDb());
+  for (const QString& warehouse : warehouses)
+    refreshMonthStock(warehouse, clock::month());
+  writeLog(u"库存同步：%1，共%2种商品"_qs
+               .arg(way == SyncWay::StockFollows ? u"用结存数量替换当前库存数量"_qs : u"用当前库存数量替换结存数量"_qs)
+               .arg(changed));
+  transaction.commit();
+  return finished;
+}
+
+}  // namespace jxc
