@@ -244,7 +244,8 @@ TEST_F(EnquirySweep, AnswersKnowTheirColumnsTheirPeriodAndTheirWarehouse) {
       beBound();
       EXPECT_EQ(jxc::answer(source, ofWarehouse(all, own_)).rowCount(), ownOfAll.rowCount());
       const RowSet his = jxc::answer(source, all);
-      EXPECT_LE(his.rowCount(), rows.rowCount());
+      // What runs short in one warehouse need not be short in all of them.
+      EXPECT_LE(his.rowCount(), std::max(rows.rowCount(), ownOfAll.rowCount()));
       if (source.reasonForNoWarehouse().empty()) {
         ++restricted;
         EXPECT_FALSE(holds(his, foreignName_)) << "another branch is told of";
