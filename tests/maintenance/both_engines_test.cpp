@@ -79,7 +79,7 @@ class BothEngines : public test::ShopWalk {
 
   Books booksAfterLife() {
     done.clear();
-    live(static_cast<unsigned>(asked("JXC_SEED", 1)), asked("JXC_WALK", 150));
+    live(static_cast<unsigned>(asked("JXC_SEED", 1)), asked("JXC_WALK", 200));
     return test::readBooks(test::Reading::ToTheLetter);
   }
 
