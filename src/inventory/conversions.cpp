@@ -72,12 +72,11 @@ class ConversionLines final : public InventoryLines {
   }
 
  protected:
-  QString goodsOfBarcode(const QString& barcode, const LinePlace& place,
-                         std::optional<QString>& refusal) const override {
-    const QString goods = InventoryLines::goodsOfBarcode(barcode, place, refusal);
-    if (goods.isEmpty() || goods != wholeOf(family(), place.number)) return goods;
-    refusal = words(direction_.intoItself);
-    return {};
+  Coded goodsOfBarcode(const QString& barcode, const LinePlace& place) const override {
+    Coded coded = InventoryLines::goodsOfBarcode(barcode, place);
+    if (!coded.refusal && coded.goods == wholeOf(family(), place.number))
+      coded.refusal = {words(direction_.intoItself), Subject::Barcode};
+    return coded;
   }
 
  private:

@@ -60,12 +60,11 @@ class ReturnLines : public TradingLines {
   }
 
  protected:
-  QString goodsOfBarcode(const QString& barcode, const LinePlace& place,
-                         std::optional<QString>& refusal) const override {
-    const QString goods = TradingLines::goodsOfBarcode(barcode, place, refusal);
-    if (goods.isEmpty() || !strIsTrue(session().cs_xt) || wasSold(goods, place.partner)) return goods;
-    refusal = u"该客户没有买过这种商品，不能退货！"_qs;
-    return {};
+  Coded goodsOfBarcode(const QString& barcode, const LinePlace& place) const override {
+    Coded coded = TradingLines::goodsOfBarcode(barcode, place);
+    if (!coded.refusal && strIsTrue(session().cs_xt) && !wasSold(coded.goods, place.partner))
+      coded.refusal = {u"该客户没有买过这种商品，不能退货！"_qs, Subject::Barcode};
+    return coded;
   }
   double proposedPrice(const QString& goods, const LinePlace& place) const override {
     return getSalePrice(place.partner, goods);

@@ -215,6 +215,12 @@ Refusal warehouseGone(const QString& own) {
           u"所选仓库已被删除，或不再允许您使用，请重新选择仓库！"_qs, Subject::Warehouse};
 }
 
+Refusal alreadyOnDocument(const QString& goods) {
+  return {u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！\r\n\r\n商品："_qs + goods + u' ' +
+              lookupValue("select g_name from jxc_goods where g_sn=?", goods),
+          Subject::Barcode};
+}
+
 std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& draft, const QString& number) {
   return insertRow(f.head, {{f.number, number},
                             {f.date, draft.date},

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/reading.h"
+#include "core/refusal.h"
 #include "stock/document.h"
 #include "stock/line_amounts.h"
 
@@ -45,10 +46,10 @@ struct LineResult {
 enum class Scan { Added, Increased, AlreadyThere, NotFound };
 struct ScanResult {
   Scan outcome = Scan::NotFound;
-  std::int64_t id = 0;             // the line that was added or increased
-  QString number;                  // the document's number now
-  std::optional<QString> refusal;  // words for the operator
-  bool unknown = false;            // no goods at all has this barcode
+  std::int64_t id = 0;  // the line that was added or increased
+  QString number;       // the document's number now
+  Refusal refusal;
+  bool unknown = false;  // no goods at all has this barcode
 };
 
 /// Told how far a long command has come; false stops it.
@@ -250,6 +251,9 @@ std::string nameWithGift(const DocumentFamily& family);
 /// The warehouse that was chosen is none any more: deleted at another station, or (`own`) taken from this operator.
 Refusal warehouseDeleted(const QString& warehouse, Subject which);
 Refusal warehouseGone(const QString& own);
+
+/// Whose goods are to stand on a document once: what is scanned a second time is changed where it stands.
+Refusal alreadyOnDocument(const QString& goods);
 
 /// A head as every document has it, under this number and waiting; what it has besides is written onto the row. Its id.
 std::int64_t insertWaitingHead(const DocumentFamily& family, const DocumentDraft& draft, const QString& number);

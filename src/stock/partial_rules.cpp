@@ -106,16 +106,17 @@ ScanResult PartialLines::enterBarcode(const LinePlace& place, const QString& cod
   const RowSet open = wanted.barcode.isEmpty() ? RowSet() : openSelect(openLines(movement_, wanted));
   if (open.isEmpty()) {
     result.unknown = !exists("select id from jxc_goods where g_sptm=?", wanted.barcode);
-    result.refusal = result.unknown ? u"没有找到与该条码匹配的商品，请检查！"_qs
-                                    : u"当前仓库和往来单位的单据中，该商品没有待"_qs + words(movement_.doing) +
-                                          u"的数量，请检查！"_qs;
+    result.refusal = {result.unknown ? u"没有找到与该条码匹配的商品，请检查！"_qs
+                                     : u"当前仓库和往来单位的单据中，该商品没有待"_qs + words(movement_.doing) +
+                                           u"的数量，请检查！"_qs,
+                      Subject::Barcode};
     return result;
   }
   const bool isThere = goodsOnDocument(family(), place.number, open.front().text("g_sn"), true);
   const std::optional<Row> next = oncePerGoods && isThere ? std::nullopt : nextFree(open, place.number);
   if (!next) {
     result.outcome = Scan::AlreadyThere;
-    result.refusal = u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs;
+    result.refusal = alreadyOnDocument(open.front().text("g_sn"));
     return result;
   }
   LinePlace here = place;

@@ -324,8 +324,7 @@ bool TableLines::write(Lines where, std::int64_t id, QString number, Prompt& pro
 
 // ---- barcode -----------------------------------------------------------------------------------------------------
 
-QString TableLines::goodsOfBarcode(const QString& barcode, const LinePlace& place,
-                                   std::optional<QString>& refusal) const {
+TableLines::Coded TableLines::goodsOfBarcode(const QString& barcode, const LinePlace& place) const {
   using enum BarcodesOf;
   const bool anywhere = description_.barcodes == Catalogue;
   Sql goods("select top 1 a.g_sn from jxc_goods a where a.g_sptm=?", barcode);
@@ -335,10 +334,10 @@ QString TableLines::goodsOfBarcode(const QString& barcode, const LinePlace& plac
     goods.add(description_.barcodes == Stock && !strIsTrue(session().cs_kc) ? " and b.kc_sl>0)" : ")");
   }
   const RowSet found = barcode.isEmpty() ? RowSet() : openSelect(goods.add(" order by a.g_sn"));
-  if (!found.isEmpty()) return found.text(0, 0);
-  refusal =
-      anywhere ? u"没有找到与该条码匹配的商品，请检查！"_qs : u"当前仓库中没有找到与该条码匹配的商品，请检查！"_qs;
-  return {};
+  if (!found.isEmpty()) return {found.text(0, 0)};
+  return {{},
+          {anywhere ? u"没有找到与该条码匹配的商品，请检查！"_qs : u"当前仓库中没有找到与该条码匹配的商品，请检查！"_qs,
+           Subject::Barcode}};
 }
 
 ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code, bool oncePerGoods,
@@ -346,8 +345,9 @@ ScanResult TableLines::enterBarcode(const LinePlace& place, const QString& code,
   ScanResult result;
   result.number = place.number;
   const QString barcode = sanitizeText(code.trimmed());
-  const QString goods = goodsOfBarcode(barcode, place, result.refusal);
-  if (!goods.isEmpty()) return enterGoods(place, goods, oncePerGoods, prompt);
+  const Coded coded = goodsOfBarcode(barcode, place);
+  if (!coded.refusal) return enterGoods(place, coded.goods, oncePerGoods, prompt);
+  result.refusal = coded.refusal;
   result.unknown = !exists("select id from jxc_goods where g_sptm=?", barcode);
   return result;
 }
@@ -358,7 +358,7 @@ ScanResult TableLines::enterGoods(const LinePlace& place, const QString& goods, 
   result.number = place.number;
   if (oncePerGoods && goodsOnDocument(family(), place.number, goods, true)) {
     result.outcome = Scan::AlreadyThere;
-    result.refusal = u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs;
+    result.refusal = alreadyOnDocument(goods);
     return result;
   }
   const LineColumns& columns = *family().line.columns;

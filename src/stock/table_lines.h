@@ -74,8 +74,12 @@ class TableLines : public LineRules {
                    PickingMemory* memory = nullptr) const override;
 
  protected:
-  /// Goods behind a barcode; empty with the words of the refusal in `refusal`.
-  virtual QString goodsOfBarcode(const QString& barcode, const LinePlace& place, std::optional<QString>& refusal) const;
+  /// What a barcode means here: goods, or what stands against them.
+  struct Coded {
+    QString goods;
+    Refusal refusal = {};
+  };
+  virtual Coded goodsOfBarcode(const QString& barcode, const LinePlace& place) const;
 
   const LineTable& tableOf(Lines where) const {
     return where == Lines::Staging ? *description_.staging : family().line;

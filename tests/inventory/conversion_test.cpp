@@ -170,7 +170,8 @@ TEST_F(ConversionTest, AGoodsDoesNotBecomeItself) {
   EXPECT_EQ(addPart(rules, placeOf(draft, "100002"), "BOX", 1), 0);
   EXPECT_FALSE(rules.lines().mayStage("BOX", placeOf(draft), Lines::Draft, memory, prompt));
   EXPECT_EQ(prompt.notices, QStringList({"商品不能拆分成自己！", "商品不能拆分成自己！"}));
-  EXPECT_EQ(rules.lines().enterBarcode(placeOf(draft), "690", false, prompt).refusal, QString("商品不能拆分成自己！"));
+  EXPECT_EQ(rules.lines().enterBarcode(placeOf(draft), "690", false, prompt).refusal.text,
+            QString("商品不能拆分成自己！"));
   EXPECT_EQ(rules.lines().enterBarcode(placeOf(draft), "691", false, prompt).outcome, Scan::Added);
   // The whole is chosen anew, and stands among its parts already.
   draft.goods = "FRAME";

@@ -95,7 +95,7 @@ TEST_F(TransferTest, ALineBeyondTheStockIsRefusedOrAskedAboutOnceABatch) {
   EXPECT_EQ(lines().enterBarcode(place, "6901", false, prompt).id, 0);
   EXPECT_EQ(prompt.notices, QStringList({refusal, refusal}));
   // A warehouse sends only what it has; where stock may fall below zero, what it knows.
-  EXPECT_EQ(lines().enterBarcode(place, "6902", false, prompt).refusal,
+  EXPECT_EQ(lines().enterBarcode(place, "6902", false, prompt).refusal.text,
             "当前仓库中没有找到与该条码匹配的商品，请检查！");
   insertRow("jxc_kcsp", {{"g_sn", u"B"}, {"ck_sn", test::mainWarehouse}, {"kc_sl", 0.0}, {"kc_zsl", 0.0}});
   EXPECT_TRUE(lines().enterBarcode(place, "6902", false, prompt).refusal);

@@ -49,7 +49,7 @@ TEST_F(WriteOffTest, ALossTakesOnlyWhatTheWarehouseKnowsAndAnOverflowEverything)
   const DocumentDraft lost = write_off::fresh(loss, {}), found = write_off::fresh(overflow, {});
   EXPECT_EQ(offered(lost), "A");
   EXPECT_EQ(offered(found), "A B");
-  EXPECT_EQ(rules().of(lost.number).lines().enterBarcode(placeOf(lost), "6902", false, prompt).refusal,
+  EXPECT_EQ(rules().of(lost.number).lines().enterBarcode(placeOf(lost), "6902", false, prompt).refusal.text,
             "当前仓库中没有找到与该条码匹配的商品，请检查！");
   EXPECT_EQ(rules().of(found.number).lines().enterBarcode(placeOf(found), "6902", false, prompt).outcome, Scan::Added);
   EXPECT_EQ(row("select by_dj from jxc_bysp"), "1");

@@ -179,7 +179,8 @@ TEST_F(ReceiptTest, BarcodesAddUpByParameterAndOncePerGoodsComesFirst) {
   EXPECT_EQ(line(third.id), "2 4 0 4 1 8 0 8 2");
   const ScanResult refusedScan = enterBarcode(draft.number, draft.date, "6901", true);
   EXPECT_EQ(refusedScan.outcome, Scan::AlreadyThere);
-  EXPECT_EQ(refusedScan.refusal, "该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！");
+  EXPECT_EQ(refusedScan.refusal.text, "该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！\r\n\r\n商品：A " +
+                                          lookupValue("select g_name from jxc_goods where g_sn='A'"));
   EXPECT_EQ(payable(draft.number), 12);
 
   // Another operator saved under the number meanwhile: this draft moves on.

@@ -24,7 +24,7 @@ class SaleTest : public test::ShopTest {
   std::int64_t scan(const QString& code) {
     const ScanResult result = lines().enterBarcode(place(), code, false, prompt);
     draft.number = result.number;
-    lastRefusal = result.refusal.value_or(QString());
+    lastRefusal = result.refusal.text;
     return result.id;
   }
   std::int64_t add(const QString& goods, double quantity, std::optional<double> price = {}) {

@@ -255,7 +255,7 @@ TEST_F(ReceiptScreenTest, SwitchesShowInputsAndSettleAmounts) {
     EXPECT_EQ(lines(s), "1×1@40=40 1×1@40=40");  // a line of its own each time
     s.findChild<QAction*>("btnPanelAdd")->setChecked(true);
     s.field("tSptm").focus();
-    expectNotice(u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！"_qs);
+    expectNotice(u"该商品已添加，不能重复添加，\r\n\r\n可以修改已添加商品的数量！\r\n\r\n商品：10000001 板材镜架"_qs);
     scan(s, u"6900000000017");
     click(s, "btnDel");
     EXPECT_EQ(lines(s), "1×1@40=40");

@@ -107,7 +107,7 @@ void DocumentScreen::showEntered(const ScanResult& entered) {
 /// Names the code: among many that come one behind the other somebody has to find the one. A notice, no question: the
 /// next code waits for nobody.
 void DocumentScreen::tellNotFound(const QString& code, const ScanResult& scanned) {
-  QString text = *scanned.refusal + u"\r\n\r\n条码："_qs + code;
+  QString text = scanned.refusal.text + u"\r\n\r\n条码："_qs + code;
   const Right& right = description_.newGoods.right;
   if (!scanned.unknown) {
     text += u"\r\n\r\n商品："_qs +
@@ -116,7 +116,7 @@ void DocumentScreen::tellNotFound(const QString& code, const ScanResult& scanned
     unknownCode_ = code;
     text += u"\r\n\r\n按“%1”，可以用这个条码增加新商品。"_qs.arg(command("btnAddNew").text());
   }
-  prompt().notice(text);
+  prompt().refuse({text, scanned.refusal.about});
 }
 
 /// A code that was scanned, or typed as it stands on the goods, is one; whatever else a hand typed looks for goods.
