@@ -10,6 +10,7 @@
 #include "engine/bulk.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace jxc {
 namespace passwords_detail {
@@ -105,20 +106,19 @@ QString inWords(int seconds) {
   return seconds < 60 ? QStringLiteral("%1秒").arg(seconds) : QStringLiteral("%1分钟").arg((seconds + 59) / 60);
 }
 
-void countFailure(const QString& number, const QString& name) {
-  Transaction transaction(accountDb());
-  const int failures = 1 + static_cast<int>(lookupNumber("select mm_fails from jxc_adminmm where a_sn=?", number));
-  keepFailures(number, failures, clock::stamp());
-  writeLog(QStringLiteral("密码错误，操作员：%1，连续第%2次").arg(name).arg(failures));
-  transaction.commit();
+Refusal mustWait(int failures, int seconds, Subject input) {
+  return {seconds > 0, QStringLiteral("密码连续输错%1次，请%2后再试！").arg(failures).arg(inWords(seconds)), input};
+}
+
+void countFailure(const QString& number, const Kept& kept) {
+  keepFailures(number, kept.failures + 1, clock::stamp());
+  writeLog(QStringLiteral("密码错误，操作员：%1，连续第%2次").arg(kept.name).arg(kept.failures + 1));
 }
 
 /// `hash` is empty when what is kept stays.
 void welcome(const QString& number, const QString& hash) {
-  Transaction transaction(accountDb());
   if (!hash.isEmpty()) keepPassword(number, hash);
   keepFailures(number, 0, {});
-  transaction.commit();
 }
 
 }  // namespace passwords_detail
@@ -149,20 +149,29 @@ void forgetPassword(const QString& number) {
 
 bool admits(const QString& number, const QString& typed, const Refusal& wrong, Prompt& prompt) {
   using namespace passwords_detail;
-  const Kept kept = keptOf(accountDb(), number);
-  if (const int seconds = waitsYet(number, kept); seconds > 0) {
-    prompt.refuse(
-        {QStringLiteral("密码连续输错%1次，请%2后再试！").arg(kept.failures).arg(inWords(seconds)), wrong.about});
-    return false;
+  const auto waiting = [&](const Kept& kept) { return mustWait(kept.failures, waitsYet(number, kept), wrong.about); };
+  const Kept before = keptOf(accountDb(), number);
+  if (isRefused(waiting(before), prompt)) return false;
+  const bool isRight = matches(before, typed);
+  const bool isOld = before.isOld && !passwordIn(typed).isEmpty();
+  const QString hash = isRight && isOld ? passwordHash(typed) : QString();
+  // Comparing takes its time, and others may try at many stations at once. Attempts count in the order in which they
+  // end here: who comes behind the fifth failure waits, whatever he typed. Who changes nothing asks without a
+  // transaction: a set that may only be read lets him in.
+  std::optional<Transaction> transaction;
+  if (!isRight || isOld || before.failures > 0) transaction.emplace(accountDb());
+  const Kept now = keptOf(accountDb(), number);
+  Refusal refusal = waiting(now);
+  if (transaction && !refusal) {
+    if (isRight)
+      welcome(number, hash);
+    else
+      countFailure(number, now);
   }
-  if (!matches(kept, typed)) {
-    countFailure(number, kept.name);
-    prompt.refuse(wrong);
-    return false;
-  }
-  const bool isOld = kept.isOld && !passwordIn(typed).isEmpty();
-  if (isOld || kept.failures > 0) welcome(number, isOld ? passwordHash(typed) : QString());
-  return true;
+  if (transaction) transaction->commit();
+  transaction.reset();
+  if (!refusal && !isRight) refusal = wrong;
+  return !isRefused(refusal, prompt);
 }
 
 void hashOldPasswords(Database& database) {
