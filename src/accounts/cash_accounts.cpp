@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "core/clock.h"
 #include "core/deletion.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/session.h"
@@ -16,6 +17,7 @@ namespace jxc::cash {
 namespace cash_accounts_detail {
 
 const QString till = QStringLiteral("现金");
+constexpr char kBusiness[] = "select top 1 * from jxc_xjyh where xj_kmmc=? and xj_dlx<>'期初金额' order by id";
 
 /// What names an account beside the heads of documents.
 constexpr std::array kRenames{
@@ -132,17 +134,19 @@ bool deleteAccount(std::int64_t id, Prompt& prompt) {
   return deleteAsking(
       {.table = "jxc_yhzh",
        .question = QStringLiteral("您确定要删除该银行账户吗！"),
-       .refusal = [](const Row& row) -> std::optional<QString> {
+       .hindrance = [](const Row& row) -> std::optional<Hindrance> {
          const QString name = row.text("yh_name");
-         if (name.trimmed() == cash_accounts_detail::till) return QStringLiteral("“现金”不能删除！");
-         return isAccountUsed(name) ? std::optional(QStringLiteral("该账户已发生过业务，不能删除！")) : std::nullopt;
+         if (name.trimmed() == cash_accounts_detail::till) return Hindrance{u"“现金”不能删除！"_qs, {}, {}};
+         const RowSet business = openSelect(cash_accounts_detail::kBusiness, name);
+         if (business.isEmpty()) return {};
+         return Hindrance{u"该账户已发生过业务，不能删除！"_qs, rowInWords("jxc_xjyh", business.front()), orRename()};
        },
        .alsoDelete = [](const Row& row) { execSql("delete from jxc_xjyh where xj_kmmc=?", row.text("yh_name")); }},
       id, prompt);
 }
 
 bool isAccountUsed(const QString& name) {
-  return exists("select id from jxc_xjyh where xj_kmmc=? and xj_dlx<>'期初金额'", name);
+  return !openSelect(cash_accounts_detail::kBusiness, name).isEmpty();
 }
 
 bool mayChangeOpening(const QString& name, Prompt& prompt) {

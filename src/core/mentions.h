@@ -1,23 +1,31 @@
 // 引用: where the key of a row of master data stands elsewhere.
 #pragma once
 
-#include "core/statements.h"
+#include "engine/row_set.h"
+
+#include <QString>
 
 #include <initializer_list>
-#include <optional>
+#include <span>
 #include <string_view>
 
 namespace jxc {
 
-/// What the first table is called ("采购进货单") in which a key stands in one of these columns; empty when there is
-/// none. Every table of the account set that has such a column is asked, but for `own`: a kind of document that comes
-/// to the schema is asked from then on.
-QString firstMention(const QString& key, std::initializer_list<std::string_view> columns,
-                     std::initializer_list<std::string_view> own);
+/// A column in which the key of a row of another table stands, or its name.
+struct KeyColumn {
+  std::string_view table, column;
+};
 
-/// "该仓库正在使用（采购进货单），不能删除！" where there is such a table: a row that something names is not deleted.
-std::optional<QString> refusalInUse(const QString& noun, const QString& key,
-                                    std::initializer_list<std::string_view> columns,
-                                    std::initializer_list<std::string_view> own);
+/// What an operator calls a row: what its table is, its number and its name, as far as it has them: "仓库 100002 分店",
+/// "采购进货单 CJ21050310001".
+QString rowInWords(std::string_view table, const Row& row);
+
+/// The first row with this value in one of these columns, in words; empty when there is none.
+QString firstMention(std::span<const KeyColumn> columns, const QString& value);
+
+/// The same in every table of the account set that has one of these columns, but for `own`: a kind of document that
+/// comes to the schema is asked from then on.
+QString firstMentionAnywhere(const QString& key, std::initializer_list<std::string_view> columns,
+                             std::initializer_list<std::string_view> own);
 
 }  // namespace jxc

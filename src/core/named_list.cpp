@@ -2,23 +2,25 @@
 
 #include "core/deletion.h"
 #include "core/log.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
 
-#include <algorithm>
-
 namespace jxc {
 namespace named_list_detail {
 
-bool isUsed(const NamedList& list, const QString& number, const QString& name) {
-  const auto finds = [](const QString& what) {
-    return [&what](std::string_view sql) { return !openSelect(sql, what).isEmpty(); };
-  };
-  return std::any_of(list.usedByName.begin(), list.usedByName.end(), finds(name)) ||
-         std::any_of(list.usedByNumber.begin(), list.usedByNumber.end(), finds(number));
+std::optional<Hindrance> hindrance(const NamedList& list, const Row& row) {
+  const QString number = row.text(list.sn);
+  if (list.builtIn && number == QStringView(builtInSn))
+    return Hindrance{QString::fromUtf16(list.builtIn), {}, orRename()};
+  if (!list.inUse) return {};
+  QString holder = firstMention(list.namedIn, row.text(list.name));
+  if (holder.isEmpty()) holder = firstMention(list.numberedIn, number);
+  if (holder.isEmpty()) return {};
+  return Hindrance{QString::fromUtf16(list.inUse), holder, u"请先在那里选择其他的，再删除。"_qs};
 }
 
 }  // namespace named_list_detail
@@ -42,8 +44,8 @@ std::int64_t writeName(const NamedList& list, std::int64_t id, const QString& na
     const QString before = nameOf(list, id);
     updateRow(list.table, id, {{list.name, name}});
     if (!before.isEmpty() && before != name) {
-      for (const auto sql : list.renames)
-        execSql(sql, name, before);
+      for (const auto& [table, column] : list.namedIn)
+        execSql(compose("update {} set {}=? where {}=?", {table, column, column}), name, before);
     }
   }
   transaction.commit();
@@ -59,13 +61,7 @@ bool saveNamed(const NamedList& list, std::int64_t id, const QString& typed, Pro
 bool deleteNamed(const NamedList& list, std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = list.table,
                        .question = QString::fromUtf16(list.deleteQuestion),
-                       .refusal = [&](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text(list.sn);
-                         if (list.builtIn && number == QStringView(builtInSn)) return QString::fromUtf16(list.builtIn);
-                         return named_list_detail::isUsed(list, number, row.text(list.name))
-                                    ? std::optional(QString::fromUtf16(list.inUse))
-                                    : std::nullopt;
-                       },
+                       .hindrance = [&](const Row& row) { return named_list_detail::hindrance(list, row); },
                        .alsoDelete = [&](const Row& row) { logChange(list.table, row.text(list.name), {}); }},
                       id, prompt);
 }

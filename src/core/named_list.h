@@ -1,6 +1,7 @@
 // 名称列表: short lists of words with a number (regions, departments, remarks …): added, renamed and deleted alike.
 #pragma once
 
+#include "core/mentions.h"
 #include "core/prompt.h"
 #include "core/sql.h"
 
@@ -19,11 +20,10 @@ struct NamedList {
   const char16_t* needsName;         // told for an empty name
   const char16_t* nameTaken;         // told for a name that stands already
   const char16_t* deleteQuestion;
-  const char16_t* builtIn = nullptr;               // told when row "100001" is to be deleted
-  const char16_t* inUse = nullptr;                 // told when one of the next finds a row
-  std::span<const std::string_view> usedByName{};  // selects with one ?, the name
-  std::span<const std::string_view> usedByNumber{};
-  std::span<const std::string_view> renames{};  // updates of copies: new name, old name
+  const char16_t* builtIn = nullptr;     // told when row "100001" is to be deleted
+  const char16_t* inUse = nullptr;       // told when one of the next has a row
+  std::span<const KeyColumn> namedIn{};  // copies of the name: they follow when it is changed
+  std::span<const KeyColumn> numberedIn{};
 };
 
 /// The word as it is stored; nothing, and told, when it is empty or another row has it.

@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/log.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/password_hash.h"
 #include "core/passwords.h"
@@ -55,6 +56,16 @@ bool hasRole(const OperatorDraft& draft, Prompt& prompt) {
 bool mayDoWithoutPassword(const QString& name, const QString& password, Prompt& prompt) {
   return !passwordIn(password).isEmpty() ||
          prompt.ask(QStringLiteral("操作员“%1”没有密码，任何人都可以用这个名称登录，确认不设密码吗？").arg(name));
+}
+
+std::optional<Hindrance> hindrance(const Row& row) {
+  static constexpr KeyColumn business[] = {{"jxc_jhd", "a_name"}, {"jxc_lsxsd", "a_name"}};
+  const QString holder = firstMention(business, row.text("a_name"));
+  if (!holder.isEmpty()) return Hindrance{u"该操作员已发生过业务，不能删除！"_qs, holder, orDisable(u"停用")};
+  if (isBuiltIn(row.text("a_sn"))) return Hindrance{u"内置系统管理员不能删除！"_qs, {}, {}};
+  if (isBuiltIn(row.text("r_sn")) && !isAdministratorNow())
+    return Hindrance{QString::fromUtf16(kOnlyAdministrators), {}, {}};
+  return {};
 }
 
 /// Where operators are bound to warehouses, one without any has no right at all.
@@ -206,19 +217,7 @@ bool deleteOperator(std::int64_t id, Prompt& prompt) {
   if (!mayManageOperators(prompt)) return false;
   return deleteAsking({.table = "jxc_admin",
                        .question = QStringLiteral("您确定要删除当前操作员吗！"),
-                       .refusal = [](const Row& row) -> std::optional<QString> {
-                         const QString name = row.text("a_name");
-                         const QString document = lookupValue(R"(select top 1 a_name from jxc_jhd where a_name=?
-    union select top 1 a_name from jxc_lsxsd where a_name=?)",
-                                                              name, name);
-                         if (!document.isEmpty())
-                           return orDisable(QStringLiteral("该操作员已发生过业务，不能删除！"), u"停用");
-                         if (operators_detail::isBuiltIn(row.text("a_sn")))
-                           return QStringLiteral("内置系统管理员不能删除！");
-                         if (operators_detail::isBuiltIn(row.text("r_sn")) && !isAdministratorNow())
-                           return QString::fromUtf16(operators_detail::kOnlyAdministrators);
-                         return {};
-                       },
+                       .hindrance = operators_detail::hindrance,
                        // A warehouse must not name somebody who is gone.
                        .alsoDelete =
                            [](const Row& row) {

@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/log.h"
+#include "core/mentions.h"
 #include "core/numbers.h"
 #include "core/refusal.h"
 #include "core/rights.h"
@@ -252,18 +253,19 @@ bool saveRole(const RoleDraft& role, Prompt& prompt) {
 
 bool deleteRole(std::int64_t id, Prompt& prompt) {
   if (!isAllowedToAdministrators(prompt)) return false;
-  return deleteAsking({.table = "jxc_role",
-                       .question = QStringLiteral("您确定要删除选中的角色吗？"),
-                       .refusal = [](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text("r_sn");
-                         if (exists("select r_sn from jxc_admin where r_sn=?", number))
-                           return QStringLiteral("该角色已在使用，不能删除！");
-                         return roles_detail::isAdministratorsRole(number)
-                                    ? std::optional(QStringLiteral("系统管理员不能删除！"))
-                                    : std::nullopt;
-                       },
-                       .alsoDelete = [](const Row& row) { logChange("jxc_role", row.text("r_name"), {}); }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = "jxc_role",
+       .question = QStringLiteral("您确定要删除选中的角色吗？"),
+       .hindrance = [](const Row& row) -> std::optional<Hindrance> {
+         static constexpr KeyColumn operators[] = {{"jxc_admin", "r_sn"}};
+         const QString number = row.text("r_sn");
+         if (const QString holder = firstMention(operators, number); !holder.isEmpty())
+           return Hindrance{u"该角色已在使用，不能删除！"_qs, holder, u"请先给这些操作员选择其他角色，再删除。"_qs};
+         if (!roles_detail::isAdministratorsRole(number)) return {};
+         return Hindrance{u"系统管理员不能删除！"_qs, {}, {}};
+       },
+       .alsoDelete = [](const Row& row) { logChange("jxc_role", row.text("r_name"), {}); }},
+      id, prompt);
 }
 
 Sql roleListStatement() {

@@ -2,7 +2,7 @@
 
 namespace jxc {
 namespace departments_detail {
-constexpr std::string_view kUses[] = {"select top 1 de_sn from jxc_yyfy where de_sn=?"};
+constexpr KeyColumn kUses[] = {{"jxc_yyfy", "de_sn"}};
 }
 
 constexpr NamedList departmentList{.table = "jxc_dept",
@@ -13,6 +13,6 @@ constexpr NamedList departmentList{.table = "jxc_dept",
                                    .deleteQuestion = u"您确定要删除该部门信息吗！",
                                    .builtIn = u"该部门是系统内置部门，不能删除！",
                                    .inUse = u"该部门已经在使用，不能删除！",
-                                   .usedByNumber = departments_detail::kUses};
+                                   .numberedIn = departments_detail::kUses};
 
 }  // namespace jxc

@@ -15,21 +15,18 @@
 namespace jxc {
 namespace employees_detail {
 
-bool hasDoneBusiness(const QString& number, const QString& name) {
-  struct Trace {
-    const char* sql;
-    bool byName;
-  };
-  static constexpr std::array traces{
-      Trace{"select top 1 u_name as u_sn from jxc_goodslist where u_name=?", true},
-      Trace{"select top 1 u_sn from jxc_ysyfk where u_sn=?", false},
-      Trace{"select top 1 u_name as u_sn from jxc_zcmx where u_name=?", true},
-      Trace{"select top 1 u_sn from jxc_yyfy where u_sn=?", false},
-      Trace{"select top 1 u_name as u_sn from jxc_xjyh where u_name=?", true},
-  };
-  return std::any_of(traces.begin(), traces.end(), [&](const Trace& trace) {
-    return !lookupValue(trace.sql, trace.byName ? name : number).isEmpty();
-  });
+std::optional<Hindrance> hindrance(const Row& row) {
+  static constexpr KeyColumn byName[] = {{"jxc_goodslist", "u_name"}, {"jxc_zcmx", "u_name"}, {"jxc_xjyh", "u_name"}};
+  static constexpr KeyColumn byNumber[] = {{"jxc_ysyfk", "u_sn"}, {"jxc_yyfy", "u_sn"}};
+  const QString number = row.text("u_sn");
+  if (number == QLatin1String("100001")) return Hindrance{u"系统内置员工，不能删除！"_qs, {}, orRename()};
+  QString holder = firstMention(byName, row.text("u_name"));
+  if (holder.isEmpty()) holder = firstMention(byNumber, number);
+  if (!holder.isEmpty()) return Hindrance{u"该员工已发生过业务，不能删除！"_qs, holder, orDisable()};
+  // A document that waits would be on no list without him. Diaries may go on without.
+  holder = firstMentionAnywhere(number, {"u_sn"}, {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
+  if (holder.isEmpty()) return {};
+  return Hindrance{u"该员工正在使用，不能删除！"_qs, holder, orDisable()};
 }
 
 void renameInHistory(const QString& before, const QString& now) {
@@ -133,16 +130,7 @@ std::optional<QString> saveEmployee(const EmployeeDraft& draft, Prompt& prompt) 
 bool deleteEmployee(std::int64_t id, Prompt& prompt) {
   return deleteAsking({.table = "jxc_user",
                        .question = QStringLiteral("您确定要删除当前员工吗！"),
-                       .refusal = [](const Row& row) -> std::optional<QString> {
-                         const QString number = row.text("u_sn");
-                         if (number == QLatin1String("100001")) return QStringLiteral("系统内置员工，不能删除！");
-                         if (employees_detail::hasDoneBusiness(number, row.text("u_name")))
-                           return orDisable(QStringLiteral("该员工已发生过业务，不能删除！"));
-                         // A document that waits would be on no list without him. Diaries may go on without.
-                         const auto use = refusalInUse(u"员工"_qs, number, {"u_sn"},
-                                                       {"jxc_user", "jxc_ywyrz", "jxc_khlx", "jxc_ghslx"});
-                         return use ? std::optional(orDisable(*use)) : std::nullopt;
-                       },
+                       .hindrance = employees_detail::hindrance,
                        .alsoDelete = [](const Row& row) { logChange("jxc_user", row.text("u_name"), {}); }},
                       id, prompt);
 }

@@ -117,11 +117,11 @@ bool save(const Item& typed, const Item& shown, Prompt& prompt) {
 }
 
 bool remove(std::int64_t id, Prompt& prompt) {
-  const auto refusal = [](const Row& row) -> std::optional<QString> {
+  const auto hindrance = [](const Row& row) -> std::optional<Hindrance> {
     if (!exists(gifts_detail::kUsed, row.text("zp_sn"))) return {};
-    return u"该赠品已经发生过业务，不能删除！"_qs;
+    return Hindrance{u"该赠品已经发生过业务，不能删除！"_qs, {}, orRename()};
   };
-  return deleteAsking({.table = "jxc_zpxx", .question = u"您确定要删除该赠品信息吗？"_qs, .refusal = refusal}, id,
+  return deleteAsking({.table = "jxc_zpxx", .question = u"您确定要删除该赠品信息吗？"_qs, .hindrance = hindrance}, id,
                       prompt);
 }
 

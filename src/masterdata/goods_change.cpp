@@ -194,18 +194,17 @@ bool changeGoods(std::int64_t id, const GoodsDraft& typed, bool commissionForCla
 
 bool deleteGoods(std::int64_t id, Prompt& prompt) {
   using namespace goods_change_detail;
-  return deleteAsking(
-      {.table = "jxc_goods",
-       .question = QStringLiteral("您确定要删除该商品信息吗！"),
-       .refusal = [](const Row& row) -> std::optional<QString> {
-         const QString number = row.text("g_sn");
-         if (number == kBalancing) return QStringLiteral("该商品为系统内置商品，不能删除！");
-         const auto use = firstUse(number);
-         return use ? std::optional(orDisable(QStringLiteral("该商品已发生过业务，单据号：%1 不能删除！").arg(*use)))
-                    : std::nullopt;
-       },
-       .alsoDelete = [](const Row& row) { eraseTraces(row.text("g_sn"), row.text("g_name")); }},
-      id, prompt);
+  return deleteAsking({.table = "jxc_goods",
+                       .question = QStringLiteral("您确定要删除该商品信息吗！"),
+                       .hindrance = [](const Row& row) -> std::optional<Hindrance> {
+                         const QString number = row.text("g_sn");
+                         if (number == kBalancing) return Hindrance{u"该商品为系统内置商品，不能删除！"_qs, {}, {}};
+                         const auto use = firstUse(number);
+                         if (!use) return {};
+                         return Hindrance{u"该商品已发生过业务，单据号：%1 不能删除！"_qs.arg(*use), {}, orDisable()};
+                       },
+                       .alsoDelete = [](const Row& row) { eraseTraces(row.text("g_sn"), row.text("g_name")); }},
+                      id, prompt);
 }
 
 std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsProgress& progress) {

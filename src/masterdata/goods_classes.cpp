@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/log.h"
+#include "core/mentions.h"
 #include "core/pinyin.h"
 #include "core/refusal.h"
 #include "core/statements.h"
@@ -42,8 +43,11 @@ bool nameIsMissing(const QString& name, Prompt& prompt) {
   return refused({{name.isEmpty(), u"类别名称必须填写！"_qs, Subject::Name}}, prompt);
 }
 
-bool hasGoods(const QString& number) {
-  return exists("select g_sn from jxc_goods where gc_sn like ?", number + QLatin1Char('%'));
+/// One of the goods of a class, in words; empty when it has none.
+QString firstGoodsOf(const QString& number) {
+  const RowSet goods =
+      openSelect("select top 1 g_sn,g_name from jxc_goods where gc_sn like ?", number + QLatin1Char('%'));
+  return goods.isEmpty() ? QString() : rowInWords("jxc_goods", goods.front());
 }
 
 /// A class and all that hang below it in the tree, whatever their numbers.
@@ -58,8 +62,10 @@ std::vector<GoodsClass> branchOf(const GoodsClass& top) {
   return branch;
 }
 
-bool haveGoods(const std::vector<GoodsClass>& classes) {
-  return std::any_of(classes.begin(), classes.end(), [](const GoodsClass& one) { return hasGoods(one.number); });
+QString firstGoodsOf(const std::vector<GoodsClass>& classes) {
+  for (const GoodsClass& one : classes)
+    if (QString goods = firstGoodsOf(one.number); !goods.isEmpty()) return goods;
+  return {};
 }
 
 }  // namespace goods_classes_detail
@@ -147,23 +153,25 @@ bool renameGoodsClass(std::int64_t id, const QString& typed, Prompt& prompt) {
 bool deleteGoodsClass(std::int64_t id, Prompt& prompt) {
   using namespace goods_classes_detail;
   std::vector<GoodsClass> branch;
-  return deleteAsking({.table = "jxc_goodsclass",
-                       .question = QStringLiteral("您确定要删除当前类别吗?"),
-                       .refusal = [&](const Row& row) -> std::optional<QString> {
-                         const GoodsClass goodsClass = fromRow(row);
-                         if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber))
-                           return QStringLiteral("该类别是系统内置类别，不能删除！");
-                         branch = branchOf(goodsClass);
-                         return haveGoods(branch) ? std::optional(QStringLiteral("该类别下有商品信息，不能删除！"))
-                                                  : std::nullopt;
-                       },
-                       .alsoDelete =
-                           [&](const Row& row) {
-                             for (const GoodsClass& one : branch)
-                               execSql("delete from jxc_goodsclass where id=?", one.id);
-                             logChange("jxc_goodsclass", row.text("gc_name"), {});
-                           }},
-                      id, prompt);
+  return deleteAsking(
+      {.table = "jxc_goodsclass",
+       .question = QStringLiteral("您确定要删除当前类别吗?"),
+       .hindrance = [&](const Row& row) -> std::optional<Hindrance> {
+         const GoodsClass goodsClass = fromRow(row);
+         if (goodsClass.isRoot() || goodsClass.number == QLatin1String(lensNumber))
+           return Hindrance{u"该类别是系统内置类别，不能删除！"_qs, {}, orRename()};
+         branch = branchOf(goodsClass);
+         const QString holder = firstGoodsOf(branch);
+         if (holder.isEmpty()) return {};
+         return Hindrance{u"该类别下有商品信息，不能删除！"_qs, holder, u"请先把这些商品改为其他类别，再删除。"_qs};
+       },
+       .alsoDelete =
+           [&](const Row& row) {
+             for (const GoodsClass& one : branch)
+               execSql("delete from jxc_goodsclass where id=?", one.id);
+             logChange("jxc_goodsclass", row.text("gc_name"), {});
+           }},
+      id, prompt);
 }
 
 std::optional<QString> findGoodsClass(const QString& text) {

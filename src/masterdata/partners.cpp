@@ -16,6 +16,10 @@
 #include "engine/value.h"
 
 namespace jxc {
+namespace partners_detail {
+constexpr KeyColumn kCustomersBusiness[] = {{"jxc_lsxsd", "kh_sn"}, {"jxc_posxsd", "kh_sn"}};
+constexpr KeyColumn kSuppliersBusiness[] = {{"jxc_jhd", "ghs_sn"}};
+}  // namespace partners_detail
 
 const PartnerSide customerSide = {
     .which = PartnerType::Customer,
@@ -41,7 +45,7 @@ const PartnerSide customerSide = {
     .settlementLike = "SK%",
     .noun = u"客户",
     .openingWord = u"期初应收款",
-    .usedQuery = "select kh_sn from jxc_lsxsd where kh_sn=? union select kh_sn from jxc_posxsd where kh_sn=?",
+    .business = partners_detail::kCustomersBusiness,
     .diary = "jxc_khlx",
     .quotes = "jxc_khbj",
     .dueWord = u"应收款",
@@ -76,7 +80,7 @@ const PartnerSide supplierSide = {
     .settlementLike = "FK%",
     .noun = u"供货商",
     .openingWord = u"期初应付款",
-    .usedQuery = "select ghs_sn from jxc_jhd where ghs_sn=?",
+    .business = partners_detail::kSuppliersBusiness,
     .diary = "jxc_ghslx",
     .quotes = "jxc_ghsbj",
     .dueWord = u"应付款",
@@ -103,11 +107,6 @@ QString line(const QString& typed) {
   for (const QChar c : sanitizeKeyword(typed))
     text += c.category() == QChar::Other_Control ? QChar(u' ') : c;
   return text.trimmed();
-}
-
-bool hasDoneBusiness(const PartnerSide& side, const QString& number) {
-  const bool twice = side.usedQuery.find("union") != std::string_view::npos;
-  return !(twice ? lookupValue(side.usedQuery, number, number) : lookupValue(side.usedQuery, number)).isEmpty();
 }
 
 /// The opening amount is a document of its own in the partner ledger, so that the running balance starts with it.
@@ -275,7 +274,7 @@ QString partnerName(const PartnerSide& side, const QString& number) {
 }
 
 bool openingIsOpen(const PartnerSide& side, const QString& number) {
-  if (partners_detail::hasDoneBusiness(side, number)) return false;
+  if (!firstMention(side.business, number).isEmpty()) return false;
   const QString type = partners_detail::typeText(side);
   const QString opening = words(side.openingWord);
   const auto otherLine = [&](const char* sql) { return !lookupValue(sql, type, number, opening).isEmpty(); };
@@ -318,12 +317,13 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
   return deleteAsking(
       {.table = side.table,
        .question = QStringLiteral("您确定要删除当前%1吗！").arg(noun) + tellSettlements(side, id),
-       .refusal = [&](const Row& row) -> std::optional<QString> {
+       .hindrance = [&](const Row& row) -> std::optional<Hindrance> {
          const QString number = row.text(side.sn);
-         if (number == QLatin1String(builtInNumber)) return QStringLiteral("该%1为系统内置%1，不能删除！").arg(noun);
-         return hasDoneBusiness(side, number)
-                    ? std::optional(orDisable(QStringLiteral("该%1已发生过业务，不能删除！").arg(noun)))
-                    : std::nullopt;
+         if (number == QLatin1String(builtInNumber))
+           return Hindrance{u"该%1为系统内置%1，不能删除！"_qs.arg(noun), {}, orRename()};
+         const QString holder = firstMention(side.business, number);
+         if (holder.isEmpty()) return {};
+         return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
        },
        .alsoDelete =
            [&](const Row& row) {

@@ -16,9 +16,23 @@
 namespace jxc {
 namespace warehouses_detail {
 
+/// Stock lies there, or something ever moved.
 bool holdsGoods(const QString& number) {
   return exists("select ck_sn from jxc_goodslist where ck_sn=?", number) ||
          exists("select id from jxc_kcsp where ck_sn=? and (kc_sl<>0 or kc_zsl<>0)", number);
+}
+
+std::optional<Hindrance> hindrance(const Row& row) {
+  static constexpr KeyColumn ledger[] = {{"jxc_goodslist", "ck_sn"}};
+  const QString number = row.text("ck_sn");
+  if (number == QLatin1String("100001")) return Hindrance{u"该仓库为系统内置仓库，不能删除！"_qs, {}, orRename()};
+  if (holdsGoods(number))
+    return Hindrance{u"该仓库中有商品，或已发生过业务，不能删除！"_qs, firstMention(ledger, number), orRename()};
+  // A document that waits would be out of sight, a bound partner out of every list.
+  const QString holder =
+      firstMentionAnywhere(number, {"ck_sn", "ck_out", "ck_in"}, {"jxc_ckxx", "jxc_kcsp", "jxc_kcjs"});
+  if (holder.isEmpty()) return {};
+  return Hindrance{u"该仓库正在使用，不能删除！"_qs, holder, u"请先在那里选择其他仓库，再删除。"_qs};
 }
 
 /// A name in use is refused, but a warehouse that bears one from older days may keep it.
@@ -102,23 +116,16 @@ std::optional<QString> saveWarehouse(const WarehouseDraft& draft, Prompt& prompt
 }
 
 bool deleteWarehouse(std::int64_t id, Prompt& prompt) {
-  return deleteAsking(
-      {.table = "jxc_ckxx",
-       .question = QStringLiteral("您确定要删除该仓库信息吗！"),
-       .refusal = [](const Row& row) -> std::optional<QString> {
-         const QString number = row.text("ck_sn");
-         if (number == QLatin1String("100001")) return QStringLiteral("该仓库为系统内置仓库，不能删除！");
-         if (warehouses_detail::holdsGoods(number)) return QStringLiteral("该仓库中有商品，或已发生过业务，不能删除！");
-         // A document that waits would be out of sight, a bound partner out of every list.
-         return refusalInUse(u"仓库"_qs, number, {"ck_sn", "ck_out", "ck_in"}, {"jxc_ckxx", "jxc_kcsp", "jxc_kcjs"});
-       },
-       .alsoDelete =
-           [](const Row& row) {
-             for (const std::string_view table : {"jxc_kcjs", "jxc_kcsp"})
-               execSql(compose("delete from {} where ck_sn=?", {table}), row.text("ck_sn"));
-             logChange("jxc_ckxx", row.text("ck_name"), {});
-           }},
-      id, prompt);
+  return deleteAsking({.table = "jxc_ckxx",
+                       .question = QStringLiteral("您确定要删除该仓库信息吗！"),
+                       .hindrance = warehouses_detail::hindrance,
+                       .alsoDelete =
+                           [](const Row& row) {
+                             for (const std::string_view table : {"jxc_kcjs", "jxc_kcsp"})
+                               execSql(compose("delete from {} where ck_sn=?", {table}), row.text("ck_sn"));
+                             logChange("jxc_ckxx", row.text("ck_name"), {});
+                           }},
+                      id, prompt);
 }
 
 Sql warehouseListStatement(const QString& typed) {

@@ -6,11 +6,8 @@
 namespace jxc {
 namespace zones_detail {
 
-constexpr std::string_view kUses[] = {"select top 1 z_name from jxc_ghsxx where z_name=?",
-                                      "select top 1 z_name from jxc_khxx where z_name=?"};
 // Partners hold the name itself: under the old one they would belong to no region of the list.
-constexpr std::string_view kRenames[] = {"update jxc_ghsxx set z_name=? where z_name=?",
-                                         "update jxc_khxx set z_name=? where z_name=?"};
+constexpr KeyColumn kUses[] = {{"jxc_ghsxx", "z_name"}, {"jxc_khxx", "z_name"}};
 
 }  // namespace zones_detail
 
@@ -21,8 +18,7 @@ constexpr NamedList zoneList{.table = "jxc_zone",
                              .nameTaken = u"地区名称已经存在，请重新输入！",
                              .deleteQuestion = u"您确定要删除该地区信息吗！",
                              .inUse = u"该地区供货商在使用，不能删除！",
-                             .usedByName = zones_detail::kUses,
-                             .renames = zones_detail::kRenames};
+                             .namedIn = zones_detail::kUses};
 
 ZoneDraft readZone(std::int64_t id) {
   return {.id = id,

@@ -129,13 +129,15 @@ TEST_F(MoneyTest, AccountKeepsItsHistoryUnderANewName) {
   partner_books::checkSkDj(waiting);  // entered before the rename
   EXPECT_EQ(xjyhBalanceNow("微信收款"), 90);
 
-  EXPECT_EQ(prompt.refused(cash::deleteAccount(id, prompt)), "该账户已发生过业务，不能删除！");
+  EXPECT_EQ(prompt.refused(cash::deleteAccount(id, prompt)),
+            "该账户已发生过业务，不能删除！\r\n\r\n银行账户 100004 微信收款\r\n用于：现金银行账 "
+            "XJ21050310001\r\n\r\n不再使用的话，可以改名。");
   EXPECT_FALSE(cash::mayChangeOpening("微信收款", prompt.willSayNo()));
   cash::setOpening(id, 1);
   EXPECT_EQ(xjyhBalanceNow("微信收款"), 41);
 
   const auto till = lookupValue("select id from jxc_yhzh where yh_name='现金'").toLongLong();
-  EXPECT_EQ(prompt.refused(cash::deleteAccount(till, prompt)), "“现金”不能删除！");
+  EXPECT_EQ(prompt.refused(cash::deleteAccount(till, prompt)), "“现金”不能删除！\r\n\r\n银行账户 100001 现金");
   EXPECT_EQ(prompt.refused(cash::mayChangeAccount(till, prompt)), "“现金”不能修改！");
   prompt.willSayYes();
   EXPECT_TRUE(

@@ -67,10 +67,12 @@ TEST_F(OperatorsStory, OnlyPurchasesAndSalesKeepAnOperator) {
   EXPECT_EQ(prompt.questions.last(), u"操作员“王芳”没有密码，任何人都可以用这个名称登录，确认不设密码吗？"_qs);
   execSql("update jxc_ckxx set ck_asn='100001,100002,',ck_aname=?", u"admin,王芳,");
   insertRow("jxc_lsxsd", {{"gl_djh", u"XS21050310001"}, {"a_name", u"admin"}});
-  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)),
-            u"该操作员已发生过业务，不能删除！\r\n\r\n不再使用的话，可以停用。"_qs);
+  EXPECT_EQ(
+      prompt.refused(deleteOperator(idOf(u"admin"), prompt)),
+      u"该操作员已发生过业务，不能删除！\r\n\r\n操作员 100001 admin\r\n用于：商品销售单 XS21050310001\r\n\r\n不再使用的话，可以停用。"_qs);
   execSql("delete from jxc_lsxsd");
-  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)), u"内置系统管理员不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deleteOperator(idOf(u"admin"), prompt)),
+            u"内置系统管理员不能删除！\r\n\r\n操作员 100001 admin"_qs);
 
   insertRow("jxc_posxsd", {{"gl_djh", u"XS21050310002"}, {"a_name", u"王芳"}});
   EXPECT_FALSE(deleteOperator(idOf(u"王芳"), prompt.willSayNo()));
@@ -167,7 +169,9 @@ TEST_F(OperatorsStory, RolesAreSavedRightByRight) {
   EXPECT_FALSE(hasRight("xsgl", 2)) << "strings are replaced whole";
 
   becomeOperator("admin", "100001", "100001");
-  EXPECT_EQ(prompt.refused(deleteRole(role.id, prompt)), u"该角色已在使用，不能删除！"_qs);
+  EXPECT_EQ(
+      prompt.refused(deleteRole(role.id, prompt)),
+      u"该角色已在使用，不能删除！\r\n\r\n角色 100002 收银员\r\n用于：操作员 100002 王芳\r\n\r\n请先给这些操作员选择其他角色，再删除。"_qs);
   const auto admins = static_cast<std::int64_t>(lookupNumber("select id from jxc_role where r_sn='100001'"));
   EXPECT_EQ(prompt.refused(mayModifyRole(admins, prompt)), u"系统管理员不能修改！"_qs);
   EXPECT_FALSE(deleteRole(admins, prompt)) << "whoever could is of it";

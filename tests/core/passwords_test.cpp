@@ -1,6 +1,7 @@
 // Passwords as a thief at the keyboard, a curious clerk and a reader of the file find them.
 #include "core/passwords.h"
 
+#include "core/clock.h"
 #include "core/data_module.h"
 #include "core/login.h"
 #include "core/operators.h"
@@ -15,7 +16,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <atomic>
+#include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace jxc::test {
 
@@ -131,7 +135,7 @@ TEST_F(PasswordStory, AClerkWhoManagesOperatorsMakesNobodyAdministrator) {
   OperatorDraft other = draft(u"店主"_qs, u"mine"_qs, u"100002"_qs);
   other.id = idOf(u"店主"_qs);
   EXPECT_EQ(prompt.refused(modifyOperator(other, prompt)), noChange);
-  EXPECT_EQ(prompt.refused(deleteOperator(other.id, prompt)), noChange);
+  EXPECT_EQ(prompt.refused(deleteOperator(other.id, prompt)), noChange + u"\r\n\r\n操作员 100002 店主"_qs);
   const auto copy = copyOperator(other.id, prompt);
   EXPECT_EQ(prompt.refused(pasteOperator(*copy, prompt)), noRole);
   for (const ListItem& item : rolesToChoose())
@@ -191,6 +195,38 @@ TEST_F(PasswordStory, FileLogAndCopyHoldNone) {
   EXPECT_FALSE(login(u"王芳"_qs, plain[2], prompt));
   accountDb().backupTo(folder.filePath(u"later.DAT"_qs));
   EXPECT_EQ(holders(), QStringList());
+}
+
+// Comparing with a hash takes its time: who tries at many stations at once would have as many attempts within one wait.
+TEST_F(PasswordStory, AttemptsAtManyStationsCountOneBehindTheOther) {
+  const QTemporaryDir folder;
+  SqliteOptions options;
+  options.create = true;
+  dataModule().installAccountDb(openSqlite(folder.filePath(u"jxc.mdb"_qs), options));
+  createAllTables(accountDb());
+  upgradeSchema(accountDb());
+  setHashCost(HashCost::Usual);
+  ASSERT_TRUE(addOperator(draft(u"王芳"_qs, u"right"_qs), prompt));
+  const QString number = lookupValue("select a_sn from jxc_admin where a_name=?", u"王芳");
+  const std::array<Value, 2> failures{Value(jxc::clock::stamp()), Value(number)};
+  std::atomic<bool> failed = false;
+  bool wasInBetween = false;
+  for (int round = 0; round < 50 && !wasInBetween; ++round) {
+    execSql("update jxc_adminmm set mm_fails=0,mm_failed='' where a_sn=?", number);
+    failed = false;
+    std::thread others([&] {
+      const auto station = openSqlite(folder.filePath(u"jxc.mdb"_qs), {});
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      station->execute("update jxc_adminmm set mm_fails=5,mm_failed=? where a_sn=?", failures);
+      failed = true;
+    });
+    const bool isIn = admits(number, u"right"_qs, {u"错误"_qs}, prompt);
+    wasInBetween = failed;
+    others.join();
+    EXPECT_FALSE(isIn && wasInBetween) << "five failures, seen before he was let in";
+    EXPECT_TRUE(isIn || prompt.lastNotice() == u"密码连续输错5次，请30秒后再试！") << prompt.lastNotice().toStdString();
+  }
+  EXPECT_TRUE(wasInBetween);
 }
 
 TEST_F(PasswordStory, AHashIsSlowToTryAndNoTwoAreAlike) {

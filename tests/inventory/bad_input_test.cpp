@@ -282,7 +282,8 @@ TEST_F(BadInputTest, AWarehouseThatIsDeletedOrTakenAwayMeanwhile) {
   }
   // Goods are on their way to it, or a line of a draft stands in it.
   const QString sent = waiting(families::transfer);
-  EXPECT_EQ(prompt.refused(deleted()), "该仓库正在使用（库存调拨单），不能删除！");
+  EXPECT_EQ(prompt.refused(deleted()), "该仓库正在使用，不能删除！\r\n\r\n仓库 100002 分店\r\n用于：库存调拨单 " +
+                                           sent + "\r\n\r\n请先在那里选择其他仓库，再删除。");
   prompt.willSayYes();
   deleteWaitingDocument(families::transfer, sent, prompt);
   Begun apart = begin(split);

@@ -39,7 +39,8 @@ TEST_F(GiftsTest, AnItemIsCheckedInTheOrderOfItsForm) {
   EXPECT_EQ(gifts::read(cloth).quantity, 7);
   typed.number = u"1003"_qs;
   EXPECT_EQ(prompt.refused(gifts::save(typed, shown, prompt)), "该赠品已经发生过业务，不能修改赠品编号！");
-  EXPECT_EQ(prompt.refused(gifts::remove(cloth, prompt)), "该赠品已经发生过业务，不能删除！");
+  EXPECT_EQ(prompt.refused(gifts::remove(cloth, prompt)),
+            "该赠品已经发生过业务，不能删除！\r\n\r\n赠品 1002 镜布\r\n\r\n不再使用的话，可以改名。");
 }
 
 // Receipts first, then redemptions, then gifts with sales, each the newest first; of one item and between two days.

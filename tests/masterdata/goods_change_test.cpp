@@ -126,8 +126,9 @@ TEST_F(GoodsChangeTest, UsedGoodsStayAndMonthFiguresToo) {
   const auto fresh = addArticle(u"30000001"_qs, u"甲"_qs, frames.number, 4);
   const auto sold = addArticle(u"30000002"_qs, u"乙"_qs, frames.number);
   used(u"30000002"_qs);
-  EXPECT_EQ(prompt.refused(deleteGoods(sold, prompt)),
-            u"该商品已发生过业务，单据号：XS21050310001 不能删除！\r\n\r\n不再使用的话，可以禁用。"_qs);
+  EXPECT_EQ(
+      prompt.refused(deleteGoods(sold, prompt)),
+      u"该商品已发生过业务，单据号：XS21050310001 不能删除！\r\n\r\n商品信息 30000002 乙\r\n\r\n不再使用的话，可以禁用。"_qs);
   EXPECT_FALSE(deleteGoods(fresh, prompt.willSayNo()));
   const auto month = lookupValue("select js_zje from jxc_kcjs where js_rq='2026-03' and ck_sn='100001'");
   EXPECT_TRUE(deleteGoods(fresh, prompt.willSayYes()));
@@ -237,7 +238,8 @@ TEST_F(GoodsChangeTest, LevelsChangeTheTreeAloneAndABranchWithGoodsStays) {
   EXPECT_EQ(prompt.refused(lowerGoodsClass(2, prompt)), u"该类别是系统内置类别，不能移动！"_qs);
 
   // The branch of 护理 holds goods of another number.
-  EXPECT_EQ(prompt.refused(deleteGoodsClass(care.id, prompt)), u"该类别下有商品信息，不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deleteGoodsClass(care.id, prompt)).section(u'\n', 0, 0),
+            u"该类别下有商品信息，不能删除！\r"_qs);
   EXPECT_TRUE(hangGoodsClass(metal.id, frames.id, prompt));
   EXPECT_TRUE(deleteGoodsClass(care.id, prompt.willSayYes()));
   EXPECT_TRUE(tree().contains(u"金属<镜架 1001100"_qs));

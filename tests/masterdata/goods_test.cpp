@@ -39,7 +39,8 @@ TEST_F(GoodsTest, ClassTreeGrowsByFourThenThreeDigitsAndStopsAtFiveLevels) {
   EXPECT_EQ(deepest.number.size(), 16);
   EXPECT_FALSE(addGoodsClass(deepest.key, u"再下级"_qs, prompt));
   EXPECT_EQ(prompt.lastNotice(), u"该类别层数已到底层，不能添加下级类别！"_qs);
-  EXPECT_EQ(prompt.refused(deleteGoodsClass(goodsClasses()[1].id, prompt)), u"该类别是系统内置类别，不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deleteGoodsClass(goodsClasses()[1].id, prompt)),
+            u"该类别是系统内置类别，不能删除！\r\n\r\n商品类别 1000 镜片\r\n\r\n不再使用的话，可以改名。"_qs);
 
   // Keys lead goods numbers: 20 would lead the same numbers as 2, so it is left out.
   for (int i = 0; i < 14; ++i)

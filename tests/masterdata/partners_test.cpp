@@ -47,7 +47,8 @@ TEST_F(PartnersTest, OpeningAmountIsALedgerLineAndGoesWithThePartner) {
 }
 
 TEST_F(PartnersTest, BuiltInPartnersStayAndNamesMayStandTwice) {
-  EXPECT_EQ(prompt.refused(deletePartner(supplierSide, 1, prompt)), u"该供货商为系统内置供货商，不能删除！"_qs);
+  EXPECT_EQ(prompt.refused(deletePartner(supplierSide, 1, prompt)),
+            u"该供货商为系统内置供货商，不能删除！\r\n\r\n供货商 100001 普通供货商\r\n\r\n不再使用的话，可以改名。"_qs);
 
   PartnerDraft draft;
   draft.name = u"普通供货商"_qs;

@@ -119,7 +119,9 @@ TEST_F(CatalogListTest, ClassesAreMadeRenamedFoundAndDeletedInTheTree) {
     EXPECT_EQ(tree(s).currentItem()->text(0), u"板材"_qs);
     EXPECT_EQ(shown(s), QStringList(u"30000002"_qs));
 
-    expectNotice(QStringLiteral("该类别下有商品信息，不能删除！"));
+    expectNotice(
+        QStringLiteral("该类别下有商品信息，不能删除！\r\n\r\n商品类别 1001100 板材\r\n用于：商品信息 30000002 "
+                       "板材架 9902\r\n\r\n请先把这些商品改为其他类别，再删除。"));
     pressIn(tree(s), "Del");
     chooseClass(s, u"儿童 ‘K‘"_qs);
     expectQuestion(QStringLiteral("您确定要删除当前类别吗?"), Answer::Yes);
@@ -175,7 +177,7 @@ TEST_F(CatalogListTest, GoodsAreChangedDisabledAndDeleted) {
     s.grid("gridSp").view()->selectAll();
     run(s, "btnRDeleLb");
     EXPECT_EQ(shown(s), QStringList(u"00000000"_qs));
-    press(s, "Ctrl+D", u"该商品为系统内置商品，不能删除！"_qs);
+    press(s, "Ctrl+D", u"该商品为系统内置商品，不能删除！\r\n\r\n商品信息 00000000 优惠商品"_qs);
     execSql("delete from jxc_ckxx");
     press(s, "F2", u"请先添加仓库信息！"_qs);
   });

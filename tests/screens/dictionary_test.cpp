@@ -48,7 +48,9 @@ TEST_F(DictionaryTest, RegionsAreKeptAndFollowTheirNames) {
       press(modi, "F5");
     });
     onRow(s, "gridZone", "z_name", QStringLiteral("省会地区"), "F3");
-    expectNotice(QStringLiteral("该地区供货商在使用，不能删除！"));
+    expectNotice(
+        QStringLiteral("该地区供货商在使用，不能删除！\r\n\r\n地区 100001 省城\r\n用于：客户 100001 "
+                       "普通客户\r\n\r\n请先在那里选择其他的，再删除。"));
     onRow(s, "gridZone", "z_name", QStringLiteral("省城"), "Ctrl+D");
     expectQuestion(QStringLiteral("您确定要删除该地区信息吗！"), Answer::Yes);
     onRow(s, "gridZone", "z_name", QStringLiteral("地市区域"), "Ctrl+D");
@@ -66,7 +68,8 @@ TEST_F(DictionaryTest, DepartmentsLevelsAndKinds) {
       press(add, "F5", QStringLiteral("部门名称必须填写！"));
       enter(add, "tname", u"加工部");
     });
-    expectNotice(QStringLiteral("该部门是系统内置部门，不能删除！"));
+    expectNotice(
+        QStringLiteral("该部门是系统内置部门，不能删除！\r\n\r\n部门 100001 默认部门\r\n\r\n不再使用的话，可以改名。"));
     onRow(s, "gridDept", "de_name", QStringLiteral("默认部门"), "Ctrl+D");
     expectQuestion(QStringLiteral("您确定要删除该部门信息吗！"), Answer::Yes);
     onRow(s, "gridDept", "de_name", QStringLiteral("加工部"), "Ctrl+D");
