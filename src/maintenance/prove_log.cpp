@@ -3,12 +3,18 @@
 #include "core/schema/schema.h"
 #include "maintenance/proof_books.h"
 
+#include <QStringList>
+
+#include <algorithm>
+
 namespace jxc::proof {
 
 void proveLog(Books& books) {
   // A set of an older build: its upgrade begins the chain.
   if (!stands(books.db, "select log_hash from jxc_log")) return;
-  QString last;
+  // What the next row may hold on to: the row above as it stands. Where that one broke, also what it should have been,
+  // or the row above it: whoever puts one in breaks one link, and not that of the row below as well.
+  QStringList above{QString()};
   bool isFirst = true;
   bool isBroken = false;
   const auto broken = [&](std::int64_t id, const QString& time, const QString& note, const QString& stored,
@@ -22,17 +28,22 @@ void proveLog(Books& books) {
     for (const Row row : set) {
       const QString time = row.text("log_time"), name = row.text("a_name"), note = row.text("log_note");
       const QString stored = row.text("log_hash");
-      QString due = logHash(last, time, name, note);
       // Where older rows were taken out the chain goes on from the last of them.
-      if (const auto taken = hashOfTakenRows(note); isFirst && stored != due && taken)
-        due = logHash(*taken, time, name, note);
-      if (stored != due) broken(row.integer("id"), time, note, stored, due);
+      if (const auto taken = hashOfTakenRows(note); isFirst && taken) above << *taken;
+      const bool holds =
+          std::ranges::any_of(above, [&](const QString& hash) { return stored == logHash(hash, time, name, note); });
+      if (holds) {
+        above = {stored};
+      } else {
+        const QString due = logHash(above.front(), time, name, note);
+        broken(row.integer("id"), time, note, stored, due);
+        above = {stored, due, above.back()};
+      }
       isFirst = false;
-      last = stored;  // a link that broke is one finding: the rows behind it hold on to it
     }
   });
-  if (const QString due = lastLogHash(books.db); due != last && !isBroken)
-    broken(0, {}, QStringLiteral("最后的日志不见了"), last, due);
+  if (const QString due = lastLogHash(books.db); due != above.front() && !isBroken)
+    broken(0, {}, QStringLiteral("最后的日志不见了"), above.front(), due);
 }
 
 }  // namespace jxc::proof

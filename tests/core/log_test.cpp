@@ -31,6 +31,12 @@ class LogStory : public AccountSetFixture {
       if (finding.code == "log-chain") return finding.place;
     return {};
   }
+  static std::int64_t breaks() {
+    std::int64_t count = 0;
+    for (const proof::Finding& finding : proof::proveAccount().findings)
+      if (finding.code == "log-chain") count += finding.count;
+    return count;
+  }
   static QStringList notes() {
     QStringList all;
     for (const Row row : openSelect("select log_note from jxc_log order by id"))
@@ -61,6 +67,9 @@ TEST_F(LogStory, EveryKindOfMeddlingIsFoundAtItsRow) {
     Transaction abandoned(accountDb());
     execSql(std::string_view(each.statement));
     EXPECT_TRUE(broken().contains(QString::fromUtf16(each.at))) << each.statement << ": " << broken().toStdString();
+    write(2);
+    EXPECT_EQ(breaks(), 1) << each.statement << ": what is written since holds on";
+    written_ = 6;
   }
   {
     Transaction abandoned(accountDb());
