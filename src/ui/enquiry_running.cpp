@@ -338,19 +338,23 @@ int EnquiryScreen::roomOfCommands() {
          enquiry_screen_detail::kGap;
 }
 
-// What another list has takes no room in the lines of this one.
+// As many lines as the display makes of them; what another list has takes no room in those of this one.
 void EnquiryScreen::placeCommands() {
-  const auto boxOf = [this](int line) { return static_cast<QBoxLayout*>(lines_->layout()->itemAt(line)->layout()); };
-  const int most = lines_->layout()->count(), room = roomOfCommands();
-  for (int line = 0; line < most; ++line)
+  auto* lines = static_cast<QBoxLayout*>(lines_->layout());
+  const auto boxOf = [lines](int line) {
+    if (line == lines->count()) lines->addLayout(new QHBoxLayout);
+    return static_cast<QBoxLayout*>(lines->itemAt(line)->layout());
+  };
+  for (int line = 0; line < lines->count(); ++line)
     while (const QLayoutItem* item = boxOf(line)->takeAt(0))
       delete item;
+  const int room = roomOfCommands();
   int line = 0, used = 0;
   for (QPushButton* button : row_) {
     // Before its window was first shown every button is hidden; these were told to be.
     if (button->isHidden() && button->testAttribute(Qt::WA_WState_ExplicitShowHide)) continue;
     const int width = button->sizeHint().width() + enquiry_screen_detail::kGap;
-    if (used > 0 && used + width > room && line + 1 < most) {
+    if (used > 0 && used + width > room) {
       boxOf(line++)->addStretch(1);
       used = 0;
     }

@@ -242,16 +242,11 @@ EnquiryScreen::EnquiryScreen(const EnquirySpec& spec) : Parts(spec), Screen(scre
   });
   bindOwn("btn_Prin", [this] { print(); });
   bindOwn("btn_Export", [this] { exportList(); });
-  // As many lines as the display makes of all of them.
-  enquiry_screen_detail::Lines lines(roomOfCommands());
   std::istringstream names(row);
-  for (std::string name; names >> name;) {
+  for (std::string name; names >> name;)
     row_.push_back(&command(name));
-    lines.add(name, row_.back()->sizeHint().width() + kGap);
-  }
-  auto bottom = around.area(lines_, 0);
-  for (const std::string& line : lines.all())
-    bottom.buttons(&line == &lines.all().back() ? line + ' ' + std::string(spec.leave) : line);
+  around.area(lines_, 0).buttons(row + "| " + std::string(spec.leave));
+  placeCommands();
   bindCommands(spec.commands);
   if (!pages_) return;
   connect(pages_, &QTabWidget::currentChanged, this, [this] {

@@ -76,9 +76,9 @@ void closeCell(QWidget* focused) {
   }
 }
 
-/// What a dialog is for.
+/// What a screen is for: it stands out, Enter ends on it, and what was typed for it is not left without a question.
 bool isMain(const CommandSpec& command) {
-  return command.name == "btnOK" || command.name == "btnOk" || command.name == "btnSave";
+  return command.name == "btnOK" || command.name == "btnOk" || command.name == "btnSave" || command.key == "F5";
 }
 
 /// Turns the pages around a widget so that it is seen.
@@ -134,7 +134,7 @@ Screen::Screen(const ScreenSpec& spec) : spec_(spec), prompt_(std::make_unique<O
     if (!key.isEmpty() && !caption.contains(u'(')) caption += u'(' + key + u')';
     part->button->setText(caption);
     part->button->setAutoDefault(false);
-    if (screen_detail::isMain(command) || command.key == "F5") part->button->setProperty("main", true);
+    if (screen_detail::isMain(command)) part->button->setProperty("main", true);
     if (!command.tooltip.empty()) part->button->setToolTip(qs(command.tooltip));
     if (!key.isEmpty()) part->keys.emplace_back(key);
     CommandPart* kept = part.get();

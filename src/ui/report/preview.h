@@ -21,6 +21,7 @@ class TF_Preview : public Screen {
   void activate() override;
   void showEvent(QShowEvent* event) override;
   bool keyPressed(QKeyEvent& event) override;
+  bool mayLeave() override { return true; }  // what was looked for
 
  private:
   class Thumbnails;
