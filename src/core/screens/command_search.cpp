@@ -4,6 +4,7 @@
 #include "core/screens/command_runner.h"
 #include "ui/display.h"
 #include "ui/icons.h"
+#include "ui/skin.h"
 
 #include <QKeyEvent>
 #include <QListWidget>
@@ -111,29 +112,32 @@ void CommandSearch::refill() {
 void CommandSearch::readRecords() {
   if (goods_) return addRecords();
   if (reading_.isRunning()) return;
-  const auto come = [this](const RowSet& goods) {
-    goods_.emplace(goods);
-    addRecords();
-  };
   reading_.load(
       GoodsToFind::statement(),
-      [come](const RowSet& goods, bool complete) {
-        if (complete) come(goods);
+      [this](const RowSet& goods, bool complete) {
+        if (!complete) return;
+        goods_.emplace(goods);
+        addRecords();
       },
-      [come](const std::exception_ptr&) { come(RowSet()); });  // the next question says what is wrong
+      [this](const std::exception_ptr&) { addRecords(); });  // the next key asks again
 }
 
 void CommandSearch::addRecords() {
   if (!hasFocus()) return;
-  for (const auto& record : findRecords(text(), *goods_))
+  for (const auto& record : findRecords(text(), goods_.value_or(GoodsToFind())))
     if (const auto* command = ui::findCommand(record.command); command && isShown(*command) && isAllowedNow(*command))
       add({command, record.number}, record.text, command_search_detail::captionOf(*command));
-  if (found_.empty()) {
-    auto* none = new QListWidgetItem(QStringLiteral("没有找到"), list_);
-    none->setFlags(Qt::NoItemFlags);
-  } else if (list_->currentRow() < 0) {
-    list_->setCurrentRow(0);
+  const auto tell = [this](const QString& text) {
+    auto* line = new QListWidgetItem(text, list_);
+    line->setFlags(Qt::NoItemFlags);
+    return line;
+  };
+  if (!goods_) {
+    tell(QStringLiteral("商品读取失败，请重新查找"))->setForeground(ui::skinColour(QStringLiteral("warning")));
+  } else if (found_.empty()) {
+    tell(QStringLiteral("没有找到"));
   }
+  if (!found_.empty() && list_->currentRow() < 0) list_->setCurrentRow(0);
   showList();
 }
 
