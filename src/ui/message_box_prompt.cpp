@@ -4,11 +4,11 @@
 #include "core/text.h"
 #include "ui/each_screen.h"
 #include "ui/keyless_boxes.h"
+#include "ui/secret_screen.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QEventLoop>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -123,14 +123,7 @@ std::optional<std::vector<EachAnswer>> MessageBoxPrompt::askEach(const EachQuest
 }
 
 std::optional<QString> MessageBoxPrompt::askSecret(const QString& text) {
-  QInputDialog dialog(message_box_prompt_detail::above(parent_));
-  dialog.setWindowTitle(QStringLiteral("信息提醒"));
-  dialog.setLabelText(message_box_prompt_detail::boxText(text));
-  dialog.setTextEchoMode(QLineEdit::Password);
-  dialog.setOkButtonText(QStringLiteral("确定"));
-  dialog.setCancelButtonText(QStringLiteral("取消"));
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return dialog.textValue();
+  return SecretScreen(text).ask();
 }
 
 Answer MessageBoxPrompt::askOrCancel(const QString& text) {

@@ -5,6 +5,7 @@
 #include "core/roles.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
+#include "ui/message_box_prompt.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -127,6 +128,14 @@ TEST_F(OperatorScreens, OnesOwnPassword) {
     EXPECT_FALSE(s.isVisible());
   });
   EXPECT_TRUE(isHisPassword(accountDb(), "100001", "a%b@c'-1"));
+}
+
+TEST_F(OperatorScreens, ACommandAsksForAPassword) {
+  ui::MessageBoxPrompt box(nullptr);
+  expectScreen("F_Secret", [](ui::Screen& s) { enter(s, "tpwd", u"geheim"); });
+  EXPECT_EQ(box.askSecret(u"请输入密码："_qs), u"geheim"_qs);
+  expectScreen("F_Secret", filled({{"tpwd", u"geheim"}}, "Esc"));
+  EXPECT_EQ(box.askSecret(u"请输入密码："_qs), std::nullopt);
 }
 
 TEST_F(OperatorScreens, ASecretInputHoldsWhatWasTypedAndShowsNothingOfIt) {
