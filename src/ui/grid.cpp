@@ -183,20 +183,19 @@ Grid::~Grid() {
 }
 
 void Grid::loadQuery(Sql query) {
-  start(std::move(query), false);
+  start(std::move(query));
 }
 
 void Grid::loadQuestion(Question question) {
-  start(std::move(question), true);
+  start(std::move(question));
 }
 
-void Grid::start(Question question, bool withholds) {
+void Grid::start(Question question) {
   const auto statement = [](const Question* q) { return q ? std::get_if<Sql>(q) : nullptr; };
   const Sql* now = statement(&question);
   const Sql* before = statement(question_ ? &*question_ : nullptr);
   replaces_ = !now || !before || *now != *before;
   question_ = std::move(question);
-  withholds_ = withholds;
   reload();
 }
 
@@ -250,7 +249,7 @@ void Grid::arrived(RowSet rows, bool complete) {
   const int column = std::max(0, view_->currentIndex().column());
   const int scrolled = view_->verticalScrollBar()->value();
   inReload_ = true;
-  model_->setRows(withholds_ ? withoutForbidden(std::move(rows)) : std::move(rows));
+  model_->setRows(withoutForbidden(std::move(rows)));
   if (rowFilter_) model_->setFilter(rowFilter_(model_->rows(), true));
   comeBack(key, place, column, scrolled);
   inReload_ = false;

@@ -29,7 +29,8 @@ struct GridHeading {
 };
 
 /// A grid made from its GridSpec. It is given a query and keeps it: `reload()` runs it again and comes back to the row
-/// where the operator was. Long queries run in the background and can be cancelled.
+/// where the operator was. Long queries run in the background and can be cancelled. Forbidden columns are left out of
+/// all rows as they arrive: nobody finds them there, not even by name.
 class Grid : public QWidget {
  public:
   Grid(const GridSpec& spec, std::string_view screenName, QWidget* parent);
@@ -43,9 +44,7 @@ class Grid : public QWidget {
     loadQuery(Sql(std::move(select), args...));
   }
   void loadQuery(Sql query);
-  /// The same for a question of an enquiry. Of its rows forbidden columns are left out at once: nobody finds them
-  /// there, not even by name.
-  void loadQuestion(Question question);
+  void loadQuestion(Question question);  // of an enquiry
   /// Stops what is loading; the list says so.
   void stopLoading();
   /// Rows that came from elsewhere (a rule's answer, a filler).
@@ -170,10 +169,8 @@ class Grid : public QWidget {
  private:
   class Footer;
   class Table;
-  void start(Question question, bool withholds);
+  void start(Question question);
   void arrived(RowSet rows, bool complete);
-  /// Answers of an enquiry lose what the operator may not see. Rows of other lists keep it for the rules of their
-  /// screen; there the model tells no cell of it, to the eye nor to a screen reader.
   RowSet withoutForbidden(RowSet rows) const;
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);
@@ -197,7 +194,6 @@ class Grid : public QWidget {
   QMenu* menu_;
   ListLoader loader_;
   std::optional<Question> question_;
-  bool withholds_ = false;
   QString emptyText_;
   bool failed_ = false, stopped_ = false;
   bool autoWidth_ = true;

@@ -1,8 +1,6 @@
 // The way into the program, its pages, its commands and the way out.
 #include "core/screens/main_form.h"
 
-#include "core/rights.h"
-#include "core/roles.h"
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
@@ -14,11 +12,9 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTextEdit>
 
-#include <array>
 #include <set>
 
 namespace jxc::test {
@@ -82,96 +78,6 @@ TEST_F(MainFormTest, LeavingTheFirstLoginEndsAndLeavingAChangeReturns) {
   });
   EXPECT_FALSE(TF_MainForm().formShow());
   EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("RzStatusPane_Admin"))->text(), QStringLiteral("操作员：王芳"));
-}
-
-/// What opens is written down and left again.
-class RolesTest : public MainFormTest {
- protected:
-  bool meets(QDialog& dialog) override {
-    const auto* box = qobject_cast<const QMessageBox*>(&dialog);
-    opened_ << (box ? box->text() : dialog.objectName());
-    dialog.done(QDialog::Rejected);
-    return true;
-  }
-  /// Captions of the page's tiles that may be pressed; each tile is pressed and does as it looks.
-  QString walk(TF_MainForm& form, ui::Page page) {
-    QStringList open;
-    form.showPage(page);
-    for (CommandTile* tile : form.visibleTiles()) {
-      const ui::CommandDefinition& command = tile->command();
-      const bool may = !tile->property("noRight").toBool();
-      const bool isEverybodys = command.guard == ui::Guard::None;  // looks, maintenance
-      if (may && !isEverybodys && !open.contains(ui::qs(command.caption))) open << ui::qs(command.caption);
-      opened_.clear();
-      tile->click();
-      settle();
-      const QString screen = ui::isScreenRegistered(command.screen) ? ui::qs(command.screen) : u"F_NotYet"_qs;
-      EXPECT_EQ(opened_, QStringList(may ? screen : refusalOf(command))) << command.name;
-    }
-    return open.join(u' ');
-  }
-  QStringList opened_;
-};
-
-TEST_F(RolesTest, AFreshOperatorOfEachReadyMadeRoleSeesAndDoesJustHisWork) {
-  struct Case {
-    const char* role;
-    std::array<const char*, 7> does;  // by page
-    bool seesCost = false, seesPrice = false, audits = false;
-  };
-  const Case cases[] = {
-      {.role = "店长",
-       .does = {"采购进货 采购退货 往来账务 进退货查询 当前库存查询",
-                "商品销售 顾客退货 往来账务 销售退货查询 当前库存查询",
-                "库存调拨 库存盘点 库存报损报溢 拆分捆绑 库存变动情况 库存报警查询",
-                "应收登记 收款登记 应收帐表 应付登记 付款登记 应付帐表",
-                "进货月报 商品采购统计 业务员采购统计 库存成本统计 库存变动查询 出库月报 业务员销售统计 商品销售统计 "
-                "商品销售排行 营业分析 进销存统计 单据查询",
-                "供货商管理 客户综合管理 合同管理 客户借货管理 业务员管理 报价管理 赠品管理 当前库存查询",
-                "商品管理 供货商设置 客户设置 员工设置 仓库设置 会员管理"},
-       .seesCost = true,
-       .seesPrice = true,
-       .audits = true},
-      {.role = "采购员",
-       .does = {"采购进货 采购退货 往来账务 进退货查询 当前库存查询", "",
-                "库存调拨 库存盘点 库存报损报溢 拆分捆绑 库存变动情况 库存报警查询", "", "进货月报", "供货商管理",
-                "商品管理 供货商设置"},
-       .seesCost = true},
-      {.role = "营业员",
-       .does = {"", "商品销售 顾客退货 往来账务 销售退货查询 当前库存查询", "", "收款登记", "商品销售统计",
-                "客户综合管理", "客户设置 会员管理"},
-       .seesPrice = true},
-      {.role = "会计",
-       .does = {"往来账务 进退货查询 当前库存查询", "往来账务 销售退货查询 当前库存查询", "库存变动情况",
-                "应收登记 收款登记 应收帐表 应付登记 付款登记 应付帐表",
-                "进货月报 商品采购统计 业务员采购统计 库存成本统计 库存变动查询 出库月报 业务员销售统计 商品销售统计 "
-                "商品销售排行 营业分析 进销存统计 单据查询",
-                "供货商管理 客户综合管理 合同管理 当前库存查询", ""},
-       .seesCost = true,
-       .seesPrice = true}};
-  int number = 100010;
-  for (const Case& each : cases) {
-    SCOPED_TRACE(each.role);
-    const QString role = QString::fromUtf8(each.role);
-    insertRow(
-        "jxc_admin",
-        {{"a_sn", QString::number(++number)}, {"a_name", role}, {"r_sn", roleOf(role)}, {"a_pwd", u""}, {"a_jyt", 0}});
-    TF_MainForm form;
-    form.resize(1280, 720);
-    expectScreen("F_Login", [&](ui::Screen& s) {
-      choose(s, "comAdmin", role);
-      press(s, "F5");
-    });
-    ASSERT_TRUE(form.formShow());
-    form.Timer1.stop();
-    EXPECT_FALSE(walk(form, form.currentPage()).isEmpty()) << "begins where there is something to do";
-    for (std::size_t page = 0; page < each.does.size(); ++page) {
-      EXPECT_EQ(walk(form, ui::pages()[page].page).toStdString(), each.does[page]) << ui::pages()[page].tab;
-    }
-    EXPECT_EQ(session().canSeeCost, each.seesCost);
-    EXPECT_EQ(hasRight(kSeesPrice), each.seesPrice);
-    EXPECT_EQ(hasRight("xsgl", 7), each.audits);
-  }
 }
 
 TEST_F(MainFormTest, PagesFollowTheParameters) {

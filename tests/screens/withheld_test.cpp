@@ -1,12 +1,16 @@
 // Who may not see what goods cost or are sold for is told nothing that follows from it. The same shop is walked through
-// twice, the second time with other costs or prices in its books: every screen, what its commands open, every list,
-// chart, file and paper has to say the same both times.
+// twice, the second time with other costs or prices in its books: every screen, what its commands and menus open, every
+// list, chart, file, paper and copy has to say the same both times. So it does for each ready-made role, whose
+// operators go where its rights let them.
 #include "core/data_module.h"
+#include "core/roles.h"
+#include "core/screens/command_runner.h"
 #include "core/screens/main_form.h"
 #include "engine/snapshot.h"
 #include "maintenance/demo_shop.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
+#include "screens/harness/ready_made_roles.h"
 #include "screens/harness/screen_test.h"
 #include "server/test_engine.h"
 #include "ui/chart.h"
@@ -20,9 +24,11 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTableView>
@@ -118,8 +124,22 @@ class Withheld : public ScreenTest {
     becomeOperator(QStringLiteral("店员"), QStringLiteral("100099"), QStringLiteral("100077"));
   }
 
+  void be(const ReadyMadeRole& role) {
+    becomeOperator(u"新店员"_qs, QStringLiteral("100098"), roleOf(QString::fromUtf8(role.name)));
+  }
+  /// What the operator reaches by the commands of the main window.
+  static std::vector<std::string> screensOfOperator() {
+    std::vector<std::string> screens;
+    for (const auto& command : ui::commands())
+      if (isAllowed(command) && ui::isScreenRegistered(command.screen) &&
+          std::ranges::find(screens, command.screen) == screens.end())
+        screens.emplace_back(command.screen);
+    return screens;
+  }
+
   Told walk(std::span<const std::string> screens) {
     told_.clear();
+    QApplication::clipboard()->clear();
     QTimer menus;  // a button may open one
     QObject::connect(&menus, &QTimer::timeout, [] {
       if (auto* menu = QApplication::activePopupWidget()) menu->close();
@@ -135,7 +155,10 @@ class Withheld : public ScreenTest {
           // A dialog without what it is for is only looked at: the screens bring it up with that.
           count = isReachedByCommand(name) ? s.spec().commands.size() : 0;
           where_ = ui::qs(name);
-          if (next == 0) look(s);
+          if (next == 0) {
+            look(s);
+            takeMenus(s);
+          }
           while (next < count && s.isVisible()) {
             const ui::CommandSpec& command = s.spec().commands[next++];
             QPushButton& button = s.command(command.name);
@@ -148,6 +171,7 @@ class Withheld : public ScreenTest {
               settle();
             } catch (const std::exception& failure) {  // told by the application otherwise
               add(QString::fromUtf8(failure.what()));
+              EXPECT_FALSE(told_[where_].last().contains(u"没有字段"_qs)) << where_.toStdString();
             }
           }
         });
@@ -239,6 +263,23 @@ class Withheld : public ScreenTest {
       if (list->rowCount() <= kPaper) tell(ui::gridReport(*list).prepare());
     }
   }
+  /// What the menus of the lists in sight do, and what they leave on the clipboard.
+  void takeMenus(ui::Screen& s) {
+    for (ui::Grid* list : s.grids()) {
+      if (!list->isVisible() || list->isEmpty()) continue;
+      QMenu menu;
+      list->fillMenu(menu);
+      for (QAction* action : menu.actions()) {
+        if (!s.isVisible()) return;
+        if (action->menu() || action->isSeparator() || !action->isEnabled()) continue;
+        where_ = ui::qs(s.spec().name) + u' ' + action->text();
+        action->trigger();
+        settle();
+        add(QApplication::clipboard()->text());
+        QApplication::clipboard()->clear();
+      }
+    }
+  }
   void tellChart(ui::EnquiryScreen& s, const ui::EnquiryView& view) {
     ui::Grid& list = s.grid(view.grid.name);
     if (view.chart.label.empty() || list.isEmpty()) return;
@@ -312,6 +353,27 @@ TEST_F(Withheld, NothingFollowsFromCostsOrPricesForWhoMayNotSeeThem) {
   const QStringList told = differences(all, walk(some));
   for (const std::string& name : some)
     EXPECT_FALSE(told.filter(ui::qs(name)).isEmpty()) << name << " tells nothing of costs";
+}
+
+TEST_F(Withheld, AReadyMadeRoleIsToldWhatItsTableSaysAndNothingElse) {
+  if (onServer()) GTEST_SKIP() << "what a screen withholds does not depend on the engine";
+  for (const ReadyMadeRole& role : kReadyMadeRoles) {
+    SCOPED_TRACE(role.name);
+    openShop();
+    be(role);
+    EXPECT_EQ(session().canSeeCost, role.seesCost);
+    const std::vector<std::string> screens = screensOfOperator();
+    EXPECT_GE(screens.size(), 8U);
+    if (role.seesCost && role.seesPrice) continue;
+    const Told told = walk(screens);
+    EXPECT_GT(told.size(), screens.size());
+    if (role.seesCost)
+      openShop({kPrices});
+    else
+      openShop({kCosts});
+    be(role);
+    EXPECT_EQ(differences(told, walk(screens)), QStringList());
+  }
 }
 
 }  // namespace jxc::test::withheld_test

@@ -1,5 +1,6 @@
 #include "masterdata/screens/spxxgl.h"
 
+#include "core/refusal.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/text.h"
@@ -222,6 +223,7 @@ GoodsIds TF_Spxxgl::shown() const {
 }
 
 bool TF_Spxxgl::printLabels(const GoodsIds& ids) {
+  if (isRefused({!hasRight(kSeesPrice), u"您没有权限查看商品销售价，不能打印价签！"_qs}, prompt())) return false;
   sendToPaper(priceLabelReport(ids), PrintWay::Preview, this, QStringLiteral("商品价签"));
   return false;  // nothing changed
 }
