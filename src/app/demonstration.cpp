@@ -24,8 +24,9 @@ std::string columnsOf(std::string_view table, std::string_view column = {}, cons
   return list;
 }
 
-void lengthen(std::string_view table, std::string_view column, const QString& words) {
-  execSql(Sql(compose("update {} set {}={}", {table, column, column})).add("+?", words).add(" where id mod 2=0"));
+void lengthen(std::string_view table, std::string_view column, const QString& words, const std::string& only = {}) {
+  execSql(
+      Sql(compose("update {} set {}={}", {table, column, column})).add("+?", words).add(" where id mod 2=0" + only));
 }
 
 /// Copies of the catalogue under other numbers until there are so many.
@@ -56,7 +57,13 @@ void beginDraft(const DocumentFamily& family) {
 
 void makeLarge() {
   fillCatalogue();
-  lengthen("jxc_goods", "g_name", u"进口超薄非球面防蓝光双面复合膜变色偏光渐进多焦点（带防伪标识）"_qs);
+  const QString words = u"进口超薄非球面防蓝光双面复合膜变色偏光渐进多焦点（带防伪标识）"_qs;
+  // The powers stand behind the name of the product, however long that is.
+  execSql(Sql("update jxc_goods set g_name=g_qc")
+              .add("+?", words)
+              .add("+mid(g_name,len(g_qc)+1) where id mod 2=0 and g_isjp<>0"));
+  lengthen("jxc_goods", "g_qc", words, " and g_isjp<>0");
+  lengthen("jxc_goods", "g_name", words, " and g_isjp=0");
   lengthen("jxc_goods", "gg_name", u" 加宽加厚 52□18-145"_qs);
   lengthen("jxc_goods", "color_name", u"渐变玳瑁色"_qs);
   lengthen("jxc_khxx", "kh_name", u"（浙江省杭州市上城区中河路第一分店）"_qs);

@@ -279,7 +279,7 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
       paintBars(painter);
     else
       paintLines(painter);
-    if (figures_) paintFigures(painter);
+    if (figures_) paintFigures(painter, told < 0 ? -1 : pointOf(told));
   }
   if (told >= 0 && told < markCount()) paintWords(painter, told);
   painter.restore();
@@ -401,9 +401,10 @@ void ChartPicture::paintLine(QPainter& painter, const std::vector<double>& value
   finish();
 }
 
-void ChartPicture::paintFigures(QPainter& painter) const {
+void ChartPicture::paintFigures(QPainter& painter, int told) const {
   const double high = em() * 1.3, off = kind_ == ChartKind::Lines ? look_.line * 3 : 0;
   for (const int point : known_) {
+    if (point == told) continue;  // its words have the figure, and would cover half of it
     const double value = data_.values[static_cast<std::size_t>(point)];
     const double y = plot_.y(value);
     QRectF area(plot_.x(point) - plot_.pitch() / 2, value < 0 ? y + off : y - high - off, plot_.pitch(), high);

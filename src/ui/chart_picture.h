@@ -78,7 +78,7 @@ class ChartPicture {
   void paintLine(QPainter& painter, const std::vector<double>& values, const std::vector<int>& drawn,
                  const QColor& colour) const;
   void paintCaption(QPainter& painter) const;
-  void paintFigures(QPainter& painter) const;
+  void paintFigures(QPainter& painter, int told) const;
   void paintPie(QPainter& painter, int current) const;
   void paintWords(QPainter& painter, int mark) const;
 
