@@ -75,6 +75,10 @@ class Desk(Display):
         """Of the window that has the keys; empty while none has."""
         return self.xdo("getactivewindow", "getwindowname")
 
+    def windows(self):
+        """Numbers of the program's windows in sight, of those too that leave the keys to another one."""
+        return set(self.xdo("search", "--onlyvisible", "--pid", str(self.program.pid)).split())
+
     def keys(self, *keys):
         self.xdo("key", "--delay", "20", *keys)
 
