@@ -146,16 +146,17 @@ struct Simulation::Stations {
       all_.note(*this, call_, what);
       all_.back_.release();
       go_.acquire();
-      if (fate_ != Fate::Done) all_.note(*this, "fate", std::to_string(static_cast<int>(fate_)));
+      if (fate_ != Fate::Done) {
+        all_.note(*this, "fate", std::to_string(static_cast<int>(fate_)));
+        ++all_.counts["fate"];
+      }
       return fate_;
     }
     void writing(bool on) override { all_.writer = on ? this : nullptr; }
     void kept() override { quiet_ = committed_ = true; }
-    void cut(bool atItsAnswer) override {
-      if (atItsAnswer)
-        proxy_->cut(ServerProxy::Cut::BeforeItsAnswer);
-      else
-        cutConnections(mark());
+    void cut(Fate how) override {
+      if (how == Fate::Cut) return cutConnections(mark());
+      proxy_->cut(how == Fate::CommitLost ? ServerProxy::Cut::BeforeCommit : ServerProxy::Cut::BeforeItsAnswer);
     }
 
     void tell(char what, const QString& number) {
@@ -212,8 +213,11 @@ struct Simulation::Stations {
     if (dice < faults.kill) return Fate::Killed;
     const std::string& call = station.call();
     if (call == "question" || call == "command") return Fate::Done;
+    // At a commit it is hardest to know what was kept, and there are few of them.
+    if (onServer() && call == "commit" && dice < faults.kill + 20 * faults.cut)
+      return dice % 2 == 0 ? Fate::CommitLost : Fate::AnswerLost;
     if (dice < faults.kill + faults.cut) {
-      if (onServer()) return call == "commit" ? Fate::AnswerLost : Fate::Cut;
+      if (onServer()) return Fate::Cut;
       return call == "begin" ? Fate::Busy : Fate::Done;
     }
     if (dice < faults.kill + faults.cut + faults.full && (call == "execute" || call == "commit" || call == "post"))

@@ -59,7 +59,7 @@ TEST_F(SimulationTest, TheBooksAgreeAndNobodyWasToldWhatIsNotSo) {
   for (; seed < first + 6 || Clock::now() < end; ++seed) {
     Simulation simulation(seed, stationsOf(seed), faultsOf(seed));
     const QString wrong = simulation.run(commands);
-    for (const char* what : {"done", "killed", "lost", "full", "busy", "clock", "S", "A", "C", "looked"})
+    for (const char* what : {"done", "killed", "lost", "full", "busy", "clock", "S", "A", "C", "looked", "fate"})
       happened[what] += simulation.count(what);
     if (wrong.isEmpty()) continue;
     const std::vector<std::string>& moves = simulation.trace();

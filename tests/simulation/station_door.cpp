@@ -10,16 +10,17 @@ void StationDoor::pass(std::string_view call, bool writes, std::string_view sql,
   std::string what(sql.substr(0, 60));
   for (const Value& value : values)
     what += " | " + value.text().toStdString();
-  switch (keeper_.knock(call, what, writes && depth_ == 0)) {
+  const Fate fate = keeper_.knock(call, what, writes && depth_ == 0);
+  switch (fate) {
     case Fate::Done:
       return;
     case Fate::Killed:
       killed_ = true;
       throw Killed{};
     case Fate::Cut:
-      return keeper_.cut(false);  // the call itself finds out
+    case Fate::CommitLost:
     case Fate::AnswerLost:
-      return keeper_.cut(true);
+      return keeper_.cut(fate);  // the call itself finds out
     case Fate::Full:
       throw DbError(DbError::Kind::Full, QStringLiteral("磁盘已满。"));
     case Fate::Busy:

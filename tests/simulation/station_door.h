@@ -14,7 +14,7 @@ namespace jxc::test {
 struct Killed {};
 
 /// What becomes of a call that waits at the door.
-enum class Fate : char { Done, Killed, Cut, AnswerLost, Full, Busy };
+enum class Fate : char { Done, Killed, Cut, CommitLost, AnswerLost, Full, Busy };
 
 /// Whoever lets the station go on.
 class DoorKeeper {
@@ -26,8 +26,8 @@ class DoorKeeper {
   virtual void writing(bool on) = 0;
   /// The outermost level was kept: nobody is let between that and its telling.
   virtual void kept() = 0;
-  /// Breaks the connection now, or when the answer to the next commit is on its way.
-  virtual void cut(bool atItsAnswer) = 0;
+  /// Breaks the connection: now, or when the next commit or its answer is on its way.
+  virtual void cut(Fate how) = 0;
 };
 
 class StationDoor final : public Database, private Posting {
