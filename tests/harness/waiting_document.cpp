@@ -2,6 +2,7 @@
 
 #include "accounts/partner_ledger.h"
 #include "core/session.h"
+#include "engine/transaction.h"
 #include "stock/document.h"
 #include "stock/ledger.h"
 #include "stock/posting.h"
@@ -68,6 +69,7 @@ QString waitingDocument(const DocumentFamily& family, const QString& date, const
   QString warehouse = QStringLiteral("100001");
   for (const auto& [name, value] : head)
     if (name == family.warehouse) warehouse = value.text();
+  Transaction transaction(accountDb());  // as a save: whole or not at all
   double due = 0;
   for (const Pieces& line : lines) {
     writeLine(family, number, date, line, warehouse);
@@ -97,6 +99,7 @@ QString waitingDocument(const DocumentFamily& family, const QString& date, const
        {family.fromTill, 0},
        {isOfLoans(family) ? "jh_flag" : "", QString::fromUtf8(family.flag.data(), qsizetype(family.flag.size()))}});
   put(family.head, id, head);
+  transaction.commit();
   return number;
 }
 
@@ -105,6 +108,7 @@ QString returnLoan(const QString& date, std::int64_t line, double back, double k
   const RowSet rows = openSelect(
       "select a.kh_sn,a.ck_sn,b.g_sn,b.jh_sl from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and b.id=?", line);
   const Row lent = rows.front();
+  Transaction transaction(accountDb());
   const QString number = waitingDocument(families::loanReturn, date,
                                          {{"kh_sn", lent.text("kh_sn")},
                                           {"ck_sn", lent.text("ck_sn")},
@@ -122,6 +126,7 @@ QString returnLoan(const QString& date, std::int64_t line, double back, double k
                                             {"jh_flag", kept > 0 ? u"销售" : u"还货"},
                                             {"id2", line}}}});
   postLoanReturn(number);
+  transaction.commit();
   return number;
 }
 
