@@ -52,7 +52,10 @@ class Year {
       makeDay(day);
     }
     setTime(last_, QTime(21, 30));
-    if (plan_.putaway) trade_.followInParts();
+    if (plan_.putaway) {
+      trade_.followInParts();
+      trade_.lend();
+    }
     trade_.leaveDrafts();
     trade_.workAs(staff_.administrator);
   }

@@ -15,8 +15,9 @@ struct DemoPlan {
   std::uint64_t seed = 1;
   int goods = 600;
   int documentsADay = 40;  // on the average; a quiet Tuesday in November has fewer
-  bool putaway = false;    // goods are put away and issued by documents of their own, at the end of the last day
-  QDate lastDay;           // what is today in the shop; invalid: the day of the clock
+  // Goods are put away and issued by documents of their own, and lent to customers, at the end of the last day.
+  bool putaway = false;
+  QDate lastDay;  // what is today in the shop; invalid: the day of the clock
 };
 
 /// What was made.

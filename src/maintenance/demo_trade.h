@@ -99,6 +99,8 @@ class Trade {
   /// From now on goods are put away and issued by documents of their own: some are on the way, some came in part, some
   /// of the documents wait, and some of what is open was cancelled.
   void followInParts();
+  /// Goods out on loan, some back, one kept, one that waits.
+  void lend();
 
   int documents() const { return documents_; }
 
@@ -145,6 +147,7 @@ class Trade {
   void arrive(const QString& number);
   void auditNewer(const DocumentFamily& family, double than);
   void moveParts(const partial::PartialRules& rules);
+  QString lendOne(const QString& customer, int daysBack, const std::vector<QString>& goods);
   int auditFamily(const DocumentFamily& family, int leave);
   int auditMoney(int leave);
 

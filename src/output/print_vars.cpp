@@ -173,7 +173,7 @@ void fillDraftVars(report::Report& report, const DocumentDraft& draft, const Doc
     report.setText(QStringView(paper.ownVariable), words(paper.ownText));
 }
 
-void fillDraftVars(report::Report& report, const partial::PartialDraft& draft, const DocumentFamily& family) {
+void fillDraftVars(report::Report& report, const DraftOfPartner& draft, const DocumentFamily& family) {
   const DocumentDraft& head = draft;
   fillDraftVars(report, head, family);
   print_vars_detail::setPartnerVars(report, family.side, draft.partner);

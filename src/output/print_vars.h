@@ -9,13 +9,11 @@
 namespace jxc {
 
 struct DocumentDraft;
+struct DraftOfPartner;
 struct TradingDraft;
 struct ConversionDraft;
 struct ConversionFigures;
 struct DocumentFamily;
-namespace partial {
-struct PartialDraft;
-}
 
 /// An amount of yuan as documents print it: "1234.50", and below one yuan without a leading zero, ".50".
 QString printedMoney(double amount);
@@ -33,7 +31,7 @@ void fillPrintVars(report::Report& report, const QString& number, QStringView ki
 
 /// The same for a document that stands on the screen and was not saved: from its inputs.
 void fillDraftVars(report::Report& report, const DocumentDraft& draft, const DocumentFamily& family);
-void fillDraftVars(report::Report& report, const partial::PartialDraft& draft, const DocumentFamily& family);
+void fillDraftVars(report::Report& report, const DraftOfPartner& draft, const DocumentFamily& family);
 void fillDraftVars(report::Report& report, const TradingDraft& draft, const DocumentFamily& family);
 void fillDraftVars(report::Report& report, const ConversionDraft& draft, const ConversionFigures& figures,
                    const DocumentFamily& family);

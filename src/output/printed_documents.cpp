@@ -169,7 +169,7 @@ report::Report draftDocumentReport(const DocumentFamily& family, const DocumentD
   return printed_documents_detail::draftReport(family, draft);
 }
 
-report::Report draftDocumentReport(const DocumentFamily& family, const partial::PartialDraft& draft) {
+report::Report draftDocumentReport(const DocumentFamily& family, const DraftOfPartner& draft) {
   return printed_documents_detail::draftReport(family, draft);
 }
 

@@ -17,12 +17,10 @@ namespace jxc {
 
 struct DocumentFamily;
 struct DocumentDraft;
+struct DraftOfPartner;
 struct TradingDraft;
 struct ConversionDraft;
 struct ConversionFigures;
-namespace partial {
-struct PartialDraft;
-}
 
 /// The file of the template that it prints through now: "spxs2.fr3", or a design of the shop's own.
 QString templateOf(const DocumentFamily& family);
@@ -57,7 +55,7 @@ void fillSavedDocument(report::Report& report, const DocumentFamily& family, con
 QString lastSavedDocument(const DocumentFamily& family);
 /// A document that stands on the screen: variables from its inputs, lines of this operator.
 report::Report draftDocumentReport(const DocumentFamily& family, const DocumentDraft& draft);
-report::Report draftDocumentReport(const DocumentFamily& family, const partial::PartialDraft& draft);
+report::Report draftDocumentReport(const DocumentFamily& family, const DraftOfPartner& draft);
 report::Report draftDocumentReport(const DocumentFamily& family, const TradingDraft& draft);
 report::Report draftDocumentReport(const DocumentFamily& family, const ConversionDraft& draft,
                                    const ConversionFigures& figures);

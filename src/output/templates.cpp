@@ -41,8 +41,8 @@ constexpr KnownTemplate kTemplates[] = {
     {u"xsthmxb", u"销售退货明细表", u"销售"},
     {u"fpxsmxb", u"销售发票明细表", u"销售", true},
     {u"khjh", u"客户借货还货单", u"销售"},
-    {u"khjhdjb", u"客户借货登记表", u"销售", true},
-    {u"khjhmxb", u"客户借货明细表", u"销售", true},
+    {u"khjhdjb", u"客户借货登记表", u"销售"},
+    {u"khjhmxb", u"客户借货明细表", u"销售"},
 
     {u"kcdbd", u"库存调拨单", u"库存"},
     {u"kcdbd2", u"库存调拨单(售价)", u"库存"},

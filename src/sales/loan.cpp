@@ -60,18 +60,18 @@ Refusal accountMissing(const QString& number) {
   return lines.isEmpty() ? Refusal() : accountGone(lines.text(0, 1), lines.text(0, 0));
 }
 
-class LoanRules final : public RulesOver<LoanDraft> {
+class LoanRules final : public RulesOver<DraftOfPartner> {
  public:
   const DocumentFamily& family() const override { return families::loan; }
   const LineRules& lines() const override { return lines_; }
 
-  LoanDraft fresh(const QString& lastDate) const override {
-    LoanDraft draft = RulesOver::fresh(lastDate);
+  DraftOfPartner fresh(const QString& lastDate) const override {
+    DraftOfPartner draft = RulesOver::fresh(lastDate);
     draft.partner = partnerOf(family()).byDefault();
     return draft;
   }
 
-  SaveResult save(const LoanDraft& draft, Prompt& prompt) const override {
+  SaveResult save(const DraftOfPartner& draft, Prompt& prompt) const override {
     if (refused({withoutGoods(family(), draft.number, u"还没有添加商品信息，不能保存！"_qs),
                  {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
                  {draft.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},
@@ -96,7 +96,7 @@ class LoanRules final : public RulesOver<LoanDraft> {
 
 }  // namespace loan_detail
 
-const RulesOver<LoanDraft>& rules() {
+const RulesOver<DraftOfPartner>& rules() {
   static const loan_detail::LoanRules all;
   return all;
 }

@@ -8,12 +8,8 @@
 
 namespace jxc::lending {
 
-struct LoanDraft : DocumentDraft {
-  QString partner;  // code
-};
-
 /// As its screens ask for them.
-const RulesOver<LoanDraft>& rules();
+const RulesOver<DraftOfPartner>& rules();
 
 /// Why no line can have this rent (yuan a piece and day) or this deposit (yuan of the line).
 Refusal impossibleRent(double rent);

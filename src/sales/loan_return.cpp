@@ -37,6 +37,7 @@ ReturnLine read(const Row& row) {
                   .loanLine = row.integer("id2"),
                   .goods = row.text("g_sn"),
                   .account = row.text("jh_kmmc"),
+                  .cost = row.number("jh_dj"),
                   .quantity = row.number("jh_hhsl"),
                   .available = row.number("jh_yj"),
                   .rent = row.number("jh_zj"),
@@ -60,7 +61,6 @@ std::vector<ReturnLine> staged() {
 }
 
 void write(const ReturnLine& line) {
-  const double cost = lookupNumber("select jh_dj from jxc_khjhsptmp where id=?", line.id);
   updateRow("jxc_khjhsptmp", line.id,
             {{"jh_sl2", line.quantity},
              {"jh_hhsl", line.quantity},
@@ -70,7 +70,7 @@ void write(const ReturnLine& line) {
              {"jh_zzj", line.rentTotal},
              {"jh_thyj", line.refund},
              {"jh_kmmc", line.account},
-             {"jh_zje", cost * line.quantity}});
+             {"jh_zje", line.cost * line.quantity}});
 }
 
 /// What a line cannot be, whatever stands in the tables by now.
@@ -159,16 +159,16 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
     ReturnLine back{.loanLine = lent->id,
                     .goods = lent->goods,
                     .account = lent->account,
+                    .cost = lent->cost,
                     .available = lent->held(),
                     .rent = lent->rent,
                     .days = lent->daysUntil(draft.date)};
     back.setQuantity(lent->open());
-    const double cost = lookupNumber("select jh_dj from jxc_khjhsp where id=?", lent->id);
     back.id = insertRow("jxc_khjhsptmp", {{"g_sn", lent->goods},
                                           {"jh_flag", u"还货"},
                                           {"jh_sl", lent->lent},
                                           {"jh_xssl", 0},
-                                          {"jh_dj", cost},
+                                          {"jh_dj", lent->cost},
                                           {"jh_yj2", lent->rentUsed},
                                           {"gl_djh2", lent->loan},
                                           {"id2", lent->id},

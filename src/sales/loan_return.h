@@ -14,8 +14,7 @@
 namespace jxc::loan_return {
 
 /// The head of a return in the making. Customer and warehouse are those of the loan.
-struct ReturnDraft : DocumentDraft {
-  QString partner;         // code
+struct ReturnDraft : DraftOfPartner {
   QString loan, loanDate;  // number of the loan, and its day, yyyy-MM-dd
 };
 
@@ -24,6 +23,7 @@ struct ReturnDraft : DocumentDraft {
 struct ReturnLine {
   std::int64_t id = 0, loanLine = 0;
   QString goods, account;
+  double cost = 0;                   // a piece, as it was lent
   double quantity = 0;               // pieces that come back
   double open = 0;                   // pieces that are out: no more can
   double deposit = 0, rentUsed = 0;  // of the loan line, before this return

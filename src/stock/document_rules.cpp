@@ -235,7 +235,9 @@ std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& dra
 
 RowSet stagedLines() {
   return openSelect(
-      "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,b.g_kc from jxc_tempspxf a,jxc_goods b "
+      // What others have as tax is rent and deposit of goods on loan.
+      "select a.*,a.ts_tax as rent,a.ts_taxdj as deposit,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,"
+      "b.g_kc from jxc_tempspxf a,jxc_goods b "
       "where a.g_sn=b.g_sn and a.a_name=? order by a.id",
       session().a_name);
 }

@@ -99,6 +99,11 @@ struct DocumentDraft {
   QString note;
 };
 
+/// The same of a document with a partner and without his money.
+struct DraftOfPartner : DocumentDraft {
+  QString partner;  // code
+};
+
 struct WaitingFilter {
   QString partner;    // code, where documents have one; empty: all
   QString key;        // part of number, note and what else the document is known by

@@ -49,6 +49,7 @@ std::optional<LoanLine> loanLine(std::int64_t id) {
                 .lent = row.number("jh_sl"),
                 .back = row.number("jh_hhsl"),
                 .sold = row.number("jh_xssl"),
+                .cost = row.number("jh_dj"),
                 .rent = row.number("jh_zj"),
                 .deposit = row.number("jh_yj"),
                 .rentUsed = row.number("jh_yj2")};

@@ -23,7 +23,7 @@ struct LoanLine {
   QString loan, date;  // number, yyyy-MM-dd
   QString goods, partner, warehouse, salesperson, account;
   double lent = 0, back = 0, sold = 0;           // pieces
-  double rent = 0;                               // yuan a piece and day
+  double cost = 0, rent = 0;                     // yuan a piece; yuan a piece and day
   double deposit = 0, rentUsed = 0, refund = 0;  // yuan; refund: paid back so far
 
   double open() const;                  // pieces

@@ -156,7 +156,7 @@ std::int64_t PartialLines::stageGoods(const QString& openLine, double, const Lin
 
 // ---- documents ---------------------------------------------------------------------------------------------------
 
-SaveResult PartialRules::save(const PartialDraft& draft, Prompt& prompt) const {
+SaveResult PartialRules::save(const DraftOfPartner& draft, Prompt& prompt) const {
   const DocumentFamily& f = family();
   const QString noun = words(partnerOf(f).noun);
   if (isIncomplete(draft, prompt, {draft.partner.isEmpty(), u"请选择%1！"_qs.arg(noun), Subject::Partner}) ||
@@ -175,8 +175,8 @@ SaveResult PartialRules::save(const PartialDraft& draft, Prompt& prompt) const {
                       prompt);
 }
 
-std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const PartialDraft& current,
-                                                    Prompt& prompt) const {
+std::optional<DraftOfPartner> PartialRules::takeWhole(const QString& source, const DraftOfPartner& current,
+                                                      Prompt& prompt) const {
   const DocumentFamily &f = family(), &s = *movement_.source;
   const RowSet heads =
       openSelect(compose("select * from {} where {}=1 and {}=? order by id", {s.head, s.status, s.number}), source);
@@ -189,7 +189,7 @@ std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const
   if (draftLineCount(f, current.number) > 0 &&
       !prompt.ask(u"当前单据的商品将被清除，换成单据"_qs + source + u"所有未"_qs + doing + u"的商品，确认吗？"_qs))
     return {};
-  PartialDraft draft = current;
+  DraftOfPartner draft = current;
   const Row head = heads.front();
   draft.partner = head.text(s.partner);
   draft.warehouse = head.text(s.warehouse);
@@ -225,7 +225,7 @@ std::optional<PartialDraft> PartialRules::takeWhole(const QString& source, const
   return draft;
 }
 
-void PartialRules::followLines(PartialDraft& draft) const {
+void PartialRules::followLines(DraftOfPartner& draft) const {
   const DocumentFamily &f = family(), &s = *movement_.source;
   const RowSet source =
       openSelect(compose("select top 1 c.{} as partner,c.{} as warehouse from {} a,{} c where a.{}=c.{} and a.{}=? and "

@@ -6,10 +6,6 @@
 
 namespace jxc::partial {
 
-struct PartialDraft : DocumentDraft {
-  QString partner;  // code
-};
-
 /// Lines over the open lines of the sources. What is picked, staged or added is named by the `lid` of an open line in
 /// place of a goods, and proposes all that is open of it.
 class PartialLines final : public TableLines {
@@ -40,21 +36,21 @@ class PartialLines final : public TableLines {
   const PartialMovement& movement_;
 };
 
-class PartialRules final : public RulesOver<PartialDraft> {
+class PartialRules final : public RulesOver<DraftOfPartner> {
  public:
   explicit PartialRules(const PartialMovement& movement) : movement_(movement), lines_(movement) {}
 
   const DocumentFamily& family() const override { return *movement_.family; }
   const PartialLines& lines() const override { return lines_; }
   const PartialMovement& movement() const { return movement_; }
-  SaveResult save(const PartialDraft& draft, Prompt& prompt) const override;
+  SaveResult save(const DraftOfPartner& draft, Prompt& prompt) const override;
 
   /// The source as a whole: what the draft had goes, all that is open of the source takes its place, with its partner,
   /// warehouse, salesperson and note. Nothing: refused, or the operator said no.
-  std::optional<PartialDraft> takeWhole(const QString& source, const PartialDraft& current, Prompt& prompt) const;
+  std::optional<DraftOfPartner> takeWhole(const QString& source, const DraftOfPartner& current, Prompt& prompt) const;
   /// A draft whose lines stand already takes partner and warehouse from their source: after a scan,
   /// and when it comes back after the program was cut off.
-  void followLines(PartialDraft& draft) const;
+  void followLines(DraftOfPartner& draft) const;
 
  private:
   const PartialMovement& movement_;

@@ -74,7 +74,7 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_FALSE(test::readBooks(test::Reading::ToTheLetter) == first);
 }
 
-TEST_F(DemoShop, GoodsInTransitAndIssuesThatWait) {
+TEST_F(DemoShop, GoodsInTransitIssuesThatWaitAndLoans) {
   startAnew();
   DemoPlan plan = smallPlan(6);
   plan.putaway = true;
@@ -84,7 +84,9 @@ TEST_F(DemoShop, GoodsInTransitAndIssuesThatWait) {
   EXPECT_TRUE(proof.isClean()) << proof.summary().toStdString();
   for (const char* some :
        {"jxc_rkd where rk_status=1", "jxc_rkd where rk_status=0", "jxc_ckd where ck_status=1",
-        "jxc_ckd where ck_status=0", "jxc_jhd where j_crk=0", "jxc_lsxsd where ls_crk=0", "jxc_jhsp where jh_qxsl>0"})
+        "jxc_ckd where ck_status=0", "jxc_jhd where j_crk=0", "jxc_lsxsd where ls_crk=0", "jxc_jhsp where jh_qxsl>0",
+        "jxc_khjh where jh_status=0", "jxc_khjhsp where jh_sl>jh_hhsl+jh_xssl and id2=id",
+        "jxc_khjhsp where jh_flag='还货'", "jxc_khjhsp where jh_flag='销售'"})
     EXPECT_GT(lookupNumber("select count(*) from " + std::string(some)), 0) << some;
 }
 

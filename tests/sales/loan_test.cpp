@@ -18,10 +18,10 @@ class LoanStory : public test::ShopTest {
     receive("2021-05-01", {{"A", 10, 5}});
     setParameter("cs_kc", 0);
   }
-  static const RulesOver<lending::LoanDraft>& rules() { return lending::rules(); }
+  static const RulesOver<DraftOfPartner>& rules() { return lending::rules(); }
 
-  lending::LoanDraft draft(double quantity, double deposit, double rent, const QString& account = u"现金"_qs) {
-    lending::LoanDraft made = rules().fresh({});
+  DraftOfPartner draft(double quantity, double deposit, double rent, const QString& account = u"现金"_qs) {
+    DraftOfPartner made = rules().fresh({});
     made.date = u"2021-05-02"_qs;
     made.number = newDocumentNumber(families::loan, made.date);
     made.partner = customer();
@@ -72,7 +72,7 @@ class LoanStory : public test::ShopTest {
 TEST_F(LoanStory, ADraftKeepsRentDepositAndAccountOnItsWayThroughTheList) {
   const QString longName = QString(32, u'户');
   execSql("insert into jxc_yhzh (yh_name) values (?)", longName);
-  lending::LoanDraft made = rules().fresh({});
+  DraftOfPartner made = rules().fresh({});
   EXPECT_EQ(prompt.refused(rules().save(made, prompt)), "还没有添加商品信息，不能保存！");
   PickingMemory memory;
   const LineRules& lines = rules().lines();
@@ -119,7 +119,7 @@ TEST_F(LoanStory, ADraftKeepsRentDepositAndAccountOnItsWayThroughTheList) {
   EXPECT_EQ(lastLog(), "增加未审核借货单" + saved.number + "，共1种商品");
   EXPECT_EQ(row("select jh_status,jh_flag,jh_checker,kh_sn from jxc_khjh"), "0 jh  " + customer());
   EXPECT_EQ(balanceOf("A"), "10 10 5");
-  const lending::LoanDraft tooMuch = draft(11, 0, 0);
+  const DraftOfPartner tooMuch = draft(11, 0, 0);
   EXPECT_EQ(prompt.refused(rules().save(tooMuch, prompt)), "该单据中至少一种商品库存不足，\r\n\r\n“A”：不能出库！");
 }
 

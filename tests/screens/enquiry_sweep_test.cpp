@@ -36,12 +36,14 @@ using ui::EnquiryView;
 struct DateColumn {
   const char *table, *column, *only = "";
 };
-constexpr DateColumn kDates[] = {
-    {"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},   {"jxc_ysyfk", "k_rq"},
-    {"jxc_jhd", "j_jhrq"},        {"jxc_thd", "th_thrq"},  {"jxc_lsxsd", "ls_xsrq"},
-    {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"}, {"jxc_kcdbd", "db_dbrq"},
-    {"jxc_bsd", "bs_bsrq"},       {"jxc_byd", "by_byrq"},  {"jxc_kcpd", "pd_rq"},
-    {"jxc_cfd", "cf_cfrq"},       {"jxc_kbd", "kb_kbrq"},  {"jxc_ysyfk", "k_rq", " where k_djlx='SK'"}};
+constexpr DateColumn kDates[] = {{"jxc_goodslist", "gl_kdrq"}, {"jxc_xjyh", "xj_rq"},
+                                 {"jxc_ysyfk", "k_rq"},        {"jxc_jhd", "j_jhrq"},
+                                 {"jxc_thd", "th_thrq"},       {"jxc_lsxsd", "ls_xsrq"},
+                                 {"jxc_xsthd", "th_xsrq"},     {"jxc_log", "log_time"},
+                                 {"jxc_kcdbd", "db_dbrq"},     {"jxc_bsd", "bs_bsrq"},
+                                 {"jxc_byd", "by_byrq"},       {"jxc_kcpd", "pd_rq"},
+                                 {"jxc_cfd", "cf_cfrq"},       {"jxc_kbd", "kb_kbrq"},
+                                 {"jxc_khjh", "jh_rq"},        {"jxc_ysyfk", "k_rq", " where k_djlx='SK'"}};
 constexpr const char *kFirstDay = "2021-08-01", *kLastDay = "2021-08-31";
 
 class EnquirySweep : public ScreenTest {

@@ -31,7 +31,7 @@ class PartialMovementTest : public test::ShopTest {
     return source.startsWith(u"CJ") ? row("select j_crk from jxc_jhd where j_sn=?", source)
                                     : row("select ls_crk,ls_ckrq from jxc_lsxsd where gl_djh=?", source).trimmed();
   }
-  static LinePlace placeOf(const partial::PartialDraft& draft) {
+  static LinePlace placeOf(const DraftOfPartner& draft) {
     return {.number = draft.number, .date = draft.date, .partner = draft.partner, .warehouse = draft.warehouse};
   }
 };
@@ -177,7 +177,7 @@ TEST_F(PartialMovementTest, WhatAnExchangeBringsBackGiftsAndDisabledGoods) {
 TEST_F(PartialMovementTest, ADraftFromScansTheListAndAWholeSource) {
   const QString older = receive("2021-05-01", {{"A", 3, 5}}), newer = receive("2021-05-02", {{"A", 4, 5}, {"B", 1, 2}});
   const partial::PartialRules& rules = partial::putawayRules();
-  partial::PartialDraft draft = rules.fresh({});
+  DraftOfPartner draft = rules.fresh({});
   // The oldest open line first, with all that is open of it; then the next one.
   for (const char* pieces : {"3", "3 4"}) {
     const ScanResult scanned = rules.lines().enterBarcode(placeOf(draft), u"690A"_qs, false, prompt);
@@ -232,7 +232,7 @@ TEST_F(PartialMovementTest, SavedAndAuditedAtOnceAndWhoMayCancel) {
   const partial::PartialRules& rules = partial::putawayRules();
   // Another station puts six of them away while the question stands: saved, but not audited.
   const QString six = part(putaway, bought, {6});
-  const partial::PartialDraft draft = *rules.takeWhole(bought, rules.fresh({}), prompt);
+  const DraftOfPartner draft = *rules.takeWhole(bought, rules.fresh({}), prompt);
   prompt.whileAsked(u"单据保存后将直接审核"_qs, [&] { auditInside(families::putaway, six); }).willSayYes();
   const SaveResult late = rules.save(draft, prompt);
   EXPECT_TRUE(late);

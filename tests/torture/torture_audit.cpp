@@ -3,6 +3,7 @@
 //   torture_audit FILE prepare N          makes N waiting receipts in an account set of jxcctl, of today's date
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
 //   torture_audit FILE prepare-parts N    makes N waiting putaways and issues each, of sources some of which are short
+//   torture_audit FILE prepare-loans N    makes N audited loans, which come back or are kept and are taken back again
 //   torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
@@ -13,14 +14,18 @@
 #include "core/clock.h"
 #include "core/data_module.h"
 #include "core/login.h"
+#include "core/numbers.h"
 #include "core/prompt.h"
 #include "core/session.h"
 #include "engine/server.h"
 #include "harness/counter.h"
 #include "harness/waiting_document.h"
 #include "purchasing/receipt.h"
+#include "sales/loan_return.h"
+#include "sales/loan_sale.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
+#include "stock/loans.h"
 #include "stock/partial_rest.h"
 
 #include <algorithm>
@@ -131,6 +136,27 @@ void prepareParts(int count) {
     }
 }
 
+constexpr char16_t kRoundTrip[] = u"往返";
+
+/// Loans that are out; the note tells them from those that are audited and cancelled like other documents.
+void prepareLoans(int count) {
+  execSql("update jxc_xtcs set cs_kc=1,cs_kp=1");
+  loadSession();
+  for (int i = 0; i < goodsCount; ++i)
+    addGoods(i, 10.0 + i);
+  Transaction transaction(accountDb());
+  for (int i = 0; i < count; ++i) {
+    const test::Pieces lent{goodsCode(i % goodsCount), 2, 10, {{"jh_yj", 50.0}, {"jh_zj", 3.0}, {"jh_kmmc", u"现金"}}};
+    auditInside(families::loan, waitingDocument(families::loan, clock::today(), {{"jh_note", kRoundTrip}}, {lent}));
+  }
+  transaction.commit();
+}
+
+bool isRoundTrip(const QString& number) {
+  return number.startsWith(u"JH") &&
+         lookupValue("select jh_note from jxc_khjh where gl_djh=?", number) == QStringView(kRoundTrip);
+}
+
 /// All documents that were prepared, audited or not.
 std::vector<QString> documents() {
   std::vector<QString> numbers;
@@ -140,7 +166,11 @@ std::vector<QString> documents() {
     const bool closes = &family == partial::putaway.back || &family == partial::issue.back;
     for (int row = 0; row < rows.rowCount(); ++row)
       // Returns that close a rest come and go: counted, stations would have each other's documents from time to time.
-      if (!closes || !partial::closesRest(family, rows.text(row, 0))) numbers.push_back(rows.text(row, 0));
+      // So do returns of loans and the sales of what was kept.
+      if (const QString number = rows.text(row, 0); !number.startsWith(u"HH") &&
+                                                    loans::conversionOf(number).isEmpty() &&
+                                                    (!closes || !partial::closesRest(family, number)))
+        numbers.push_back(number);
   }
   return numbers;
 }
@@ -170,9 +200,27 @@ void tell(char what, const QString& number) {
   std::cout << what << ' ' << number.toStdString() << std::endl;
 }
 
+/// A loan comes back, or is kept; or that is taken back, of what was kept the sale first and the return at the next
+/// step.
+void goRound(const QString& loan, Prompt& prompt) {
+  const std::int64_t line = firstIdOf("jxc_khjhsp", "gl_djh", loan);
+  const QString back = lookupValue("select top 1 gl_djh from jxc_khjhsp where id2=? and id<>? order by id", line, line);
+  if (!back.isEmpty()) {
+    const bool isSold = loans::soldBy(back).has_value();
+    if (cancelDocument(isSold ? loans::saleOf(back) : back, prompt, CancelMode::Batch) && !isSold) tell('C', loan);
+  } else if (line % 2 == 0) {
+    const auto opened = loan_return::open(loan, 0, prompt);
+    if (opened && loan_return::save(*opened, prompt)) tell('A', loan);
+  } else {
+    const auto kept = loan_sale::open(line, prompt);
+    if (kept && loan_sale::save(*kept, prompt)) tell('A', loan);
+  }
+}
+
 /// One audit or one cancel of a document picked at random. Alone, the command must come through; beside others, it may
 /// find that another station was faster.
 void step(const QString& number, bool alone, Prompt& prompt) {
+  if (isRoundTrip(number)) return goRound(number, prompt);
   const DocumentFamily& family = documentFamily(number);
   // A source whose parts are moved: its rest never comes, or is open again.
   if (const PartialMovement* m = partial::behind(family); m && m->isInUse()) {
@@ -202,6 +250,8 @@ void step(const QString& number, bool alone, Prompt& prompt) {
   const std::size_t own = all.size() / static_cast<std::size_t>(stations);
   // With sales among them, another station may take the stock away that a question was about.
   const bool alone = std::ranges::all_of(all, [](const QString& each) { return each.startsWith(u"CJ"); });
+  // What a station has put together for a return is its operator's.
+  session().a_name = QStringLiteral("op%1").arg(station);
   std::mt19937 random(seed);
   std::cout << "ready" << std::endl;
   for (;;)
@@ -248,7 +298,8 @@ int run(int argc, char** argv) {
                      (what == "share" && argc == 5) || (what == "post" && (argc == 4 || argc == 6));
   if (!known)
     throw std::runtime_error(
-        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-parts N | FILE prepare-counts N | "
+        "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-parts N | FILE prepare-loans N | FILE "
+        "prepare-counts N | "
         "FILE work SEED [STATION "
         "STATIONS] | FILE share "
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
@@ -264,6 +315,8 @@ int run(int argc, char** argv) {
     prepareAll(number, yes);
   else if (what == "prepare-parts")
     prepareParts(number);
+  else if (what == "prepare-loans")
+    prepareLoans(number);
   else if (what == "prepare-counts")
     prepareCounts(number);
   else if (what == "post" && argc == 4)

@@ -5,6 +5,7 @@
 #include "core/session.h"
 #include "core/small_lookups.h"
 #include "core/text.h"
+#include "stock/screens/audit_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "ui/display.h"
 #include "ui/known_parts.h"
@@ -20,8 +21,9 @@
 namespace jxc {
 namespace line_screen_detail {
 
-constexpr std::string_view kParts[] = {"tsl",   "tdzl",   "ttax",        "ttaxdj",     "tzje",    "comCk", "tnote",
-                                       "tkcsl", "tkczsl", "gridHistory", "gridQuotes", "btnSpsj", "btnOK", "btnCancel"};
+constexpr std::string_view kParts[] = {"tsl",         "tdzl",       "ttax",    "ttaxdj", "tzje",     "comCk",
+                                       "tnote",       "tkcsl",      "tkczsl",  "tzj",    "tyj",      "comYhzh",
+                                       "gridHistory", "gridQuotes", "btnSpsj", "btnOK",  "btnCancel"};
 
 constexpr int kShownDecimals = 6;  // of a price that a typed total left with an endless fraction
 
@@ -67,6 +69,7 @@ void LineScreen::build() {
   for (const auto& inputs : {std::array{std::string_view("tsl"), description_.price, std::string_view("tdzl")},
                              std::array{std::string_view("ttax"), std::string_view("ttaxdj"), std::string_view("tzje")},
                              std::array{std::string_view("tkcsl"), std::string_view("tkczsl"), std::string_view()},
+                             std::array{std::string_view("tzj"), std::string_view("tyj"), std::string_view("comYhzh")},
                              std::array{description_.cost, std::string_view("comCk"), std::string_view("tnote")}}) {
     std::string row;
     for (const std::string_view input : inputs)
@@ -188,6 +191,12 @@ void LineScreen::activate() {
   if (tabs_.tabs()) tabs_.tabs()->setCurrentIndex(0);
   if (auto* note = optional("tnote")) note->setText(draft_.note);
   if (auto* cost = optional(description_.cost)) cost->setNumber(draft_.cost);
+  if (auto* rent = optional("tzj")) rent->setNumber(draft_.rent);
+  if (auto* deposit = optional("tyj")) deposit->setNumber(draft_.deposit);
+  if (auto* account = optional("comYhzh")) {
+    account->setItems(accountItems());
+    account->setKey(draft_.account);
+  }
   showAmounts();
 }
 
@@ -246,6 +255,9 @@ void LineScreen::saveValue() {
   if (!checkFields()) return;
   if (auto* note = optional("tnote")) draft_.note = note->trimmed();
   if (auto* cost = optional(description_.cost); cost && !cost->isReadOnly()) draft_.cost = cost->number();
+  if (auto* rent = optional("tzj")) draft_.rent = rent->number();
+  if (auto* deposit = optional("tyj")) draft_.deposit = deposit->number();
+  if (auto* account = optional("comYhzh")) draft_.account = account->key();
   const LineRules& lines = this->lines();
   if (!lines.mayWrite(draft_, request_.place, prompt())) return tsl.focus();
   if (request_.id == 0) {

@@ -10,17 +10,15 @@ namespace jxc {
 namespace partial_screen_detail {
 
 std::vector<std::string_view> partsOf(const PartialScreenSpec& spec) {
-  return {spec.partner, "tOpenKey", "btnOpenSearch", "gridSources", "gridOpen",
+  return {spec.partner.name, "tOpenKey", "btnOpenSearch", "gridSources", "gridOpen",
           "btn_Zdrk4",  "btn_Qxck", "btn_Ckyd",      "btn_Jhd"};
 }
 
 }  // namespace partial_screen_detail
 
 PartialScreen::PartialScreen(const PartialScreenSpec& spec)
-    : DocumentScreenOver(spec.document, spec.rules(), partial_screen_detail::partsOf(spec)),
-      partner(field(spec.partner)),
+    : PartnerDocumentScreen(spec.document, spec.rules(), spec.partner, partial_screen_detail::partsOf(spec)),
       make_(spec.document.make) {
-  partner.onPick(spec.pickPartner);
   field("tOpenKey").onEnter([this] {
     showOpen();
     return true;
@@ -43,24 +41,10 @@ PartialScreen::PartialScreen(const PartialScreenSpec& spec)
 
 // ---- the document ------------------------------------------------------------------------------------------------
 
-void PartialScreen::showDraft() {
-  showPartner();
-  DocumentScreenOver::showDraft();
-}
-
-void PartialScreen::showPartner() {
-  partner.setPicked({partnerName(partnerSide(rules().family().side), draft().partner), draft().partner});
-}
-
-void PartialScreen::collect() {
-  DocumentScreenOver::collect();
-  draft().partner = partner.key();
-}
-
 /// Lines are parts of documents of one partner and one warehouse: these stay once lines stand. Whoever scans need not
 /// choose them: the goods tell.
 void PartialScreen::linesChanged() {
-  DocumentScreenOver::linesChanged();
+  PartnerDocumentScreen::linesChanged();
   if (!gridLines.isEmpty() && partner.key().isEmpty()) {
     rules().followLines(draft());
     showPartner();
@@ -70,27 +54,10 @@ void PartialScreen::linesChanged() {
   comCk.setReadOnly(!gridLines.isEmpty());
 }
 
-/// Behind the partner the goods follow: F2 is theirs again.
-void PartialScreen::pickedIn(ui::Field& field) {
-  &field == &partner ? focusDraft() : DocumentScreenOver::pickedIn(field);
-}
-
-LinePlace PartialScreen::draftPlace() {
-  LinePlace place = DocumentScreenOver::draftPlace();
-  place.partner = partner.key();
-  return place;
-}
-
-LinePlace PartialScreen::waitingPlace() {
-  LinePlace place = DocumentScreenOver::waitingPlace();
-  place.partner = gridWaiting.currentText(rules().family().partner);
-  return place;
-}
-
 void PartialScreen::addOld() {
   const QString noun = words(partnerOf(rules().family()).noun);
   if (refused({{partner.key().isEmpty(), u"请选择%1！"_qs.arg(noun), Subject::Partner}}, prompt())) return;
-  DocumentScreenOver::addOld();
+  PartnerDocumentScreen::addOld();
 }
 
 // ---- what is still open ------------------------------------------------------------------------------------------

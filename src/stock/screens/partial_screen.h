@@ -7,6 +7,7 @@
 #include "masterdata/screens/partner_text.h"
 #include "stock/partial_rules.h"
 #include "stock/screens/document_screen.h"
+#include "stock/screens/partner_document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
@@ -20,32 +21,23 @@ namespace jxc {
 struct PartialScreenSpec {
   DocumentScreenSpec document;
   const partial::PartialRules& (*rules)();
-  std::optional<ListItem> (*pickPartner)();
-  std::string_view partner;  // name of its input
+  PartnerInput partner;
 };
 
-class PartialScreen : public DocumentScreenOver<partial::PartialDraft, partial::PartialRules> {
+class PartialScreen : public PartnerDocumentScreen<DraftOfPartner, partial::PartialRules> {
  public:
   explicit PartialScreen(const PartialScreenSpec& spec);
 
-  ui::Field& partner;
   ui::Grid& gridSources = grid("gridSources");
   ui::Grid& gridOpen = grid("gridOpen");
 
  protected:
   void recallDraft() override { rules().followLines(draft()); }
-  void showDraft() override;
-  void collect() override;
   void linesChanged() override;
-  void pickedIn(ui::Field& field) override;
-  LinePlace draftPlace() override;
-  LinePlace waitingPlace() override;
-  report::Report draftReport() override { return draftDocumentReport(rules().family(), draft()); }
   void showOpen() override;
   void addOld() override;
 
  private:
-  void showPartner();
   void showOpenLines();
   /// The current source as a whole into the first panel.
   void takeWhole();
@@ -213,7 +205,7 @@ struct Parts {
     own.waitingButtons = "btnRChk btnPreview btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |";
     own.lineButtons = "btnAdd btnTab2Modi btnDele |";
     own.addWaiting = own.deleteWaiting = own.make;
-    return {.document = own, .rules = Rules, .pickPartner = pickPartner<Side>, .partner = partner};
+    return {.document = own, .rules = Rules, .partner = {partner, pickPartner<Side>}};
   }
 
   /// Open lines of the sources to pick from.

@@ -2,7 +2,6 @@
 
 #include "core/session.h"
 #include "core/text.h"
-#include "masterdata/screens/partner_picker.h"
 #include "stock/screens/audit_screen.h"
 
 #include <QKeyEvent>
@@ -46,8 +45,8 @@ void refuse(const TradingScreenSpec& spec, const std::string& why) {
 }  // namespace trading_screen_detail
 
 TradingScreen::TradingScreen(const TradingScreenSpec& spec)
-    : DocumentScreenOver(spec.document, spec.rules(), trading_screen_detail::partsOf(spec)),
-      partner(field(spec.partner)),
+    : PartnerDocumentScreen(spec.document, spec.rules(), {spec.partner, spec.pickPartner},
+                            trading_screen_detail::partsOf(spec)),
       paid(field(spec.paid)),
       trading_(spec) {
   using namespace trading_screen_detail;
@@ -60,7 +59,6 @@ TradingScreen::TradingScreen(const TradingScreenSpec& spec)
   if (hasCommand("btnZdth") != (spec.pickReturned != nullptr)) refuse(spec, "btnZdth goes with pickReturned");
   if (spec.document.auditScreen.empty()) refuse(spec, "the paid amount is settled in an audit dialog");
 
-  partner.onPick(spec.pickPartner);
   partner.onChanged([this] { partnerChanged(); });
   bindCommand("btnZdth", [this] { returnWhole(); });
   bindCommand("btnAllKh", [this] { showAllWaiting(); });
@@ -71,13 +69,13 @@ TradingScreen::TradingScreen(const TradingScreenSpec& spec)
 }
 
 void TradingScreen::fillLists() {
-  DocumentScreenOver::fillLists();
+  PartnerDocumentScreen::fillLists();
   comJsfs.setItems(settlementItems(trading_.settleKind));
   comYhzh.setItems(accountItems());
 }
 
 void TradingScreen::showByParameters() {
-  DocumentScreenOver::showByParameters();
+  PartnerDocumentScreen::showByParameters();
   const auto show = [this](std::string_view name, bool on) {
     if (auto* input = optional(name)) input->setVisible(on);
   };
@@ -97,7 +95,6 @@ void TradingScreen::showByParameters() {
 
 void TradingScreen::showDraft() {
   const TradingDraft& shown = draft();
-  partner.setPicked({partnerName(partnerSide(rules().family().side), shown.partner), shown.partner});
   partner.setReadOnly(!shown.returnOf.isEmpty());
   showSettlement(comJsfs, shown.settlement);
   comYhzh.setKey(shown.account);
@@ -109,11 +106,11 @@ void TradingScreen::showDraft() {
     if (auto* input = optional(name)) input->clear();
   if (auto* box = optional("chkYf")) box->setChecked(shown.wePayFreight);
   if (auto* box = optional("chkZj")) box->setChecked(shown.straightToStock.value_or(false));
-  DocumentScreenOver::showDraft();
+  PartnerDocumentScreen::showDraft();
 }
 
 void TradingScreen::collect() {
-  DocumentScreenOver::collect();
+  PartnerDocumentScreen::collect();
   TradingDraft& into = draft();
   into.partner = partner.key();
   if (auto* input = optional("tsn2")) into.originalNumber = input->trimmed();
@@ -133,7 +130,7 @@ void TradingScreen::linesChanged() {
   const double due = rules().payable(draft().number);
   tyfje.setNumber(due);
   paid.setNumber(rules().paidAfter(due, paid.number(), draft()));
-  DocumentScreenOver::linesChanged();
+  PartnerDocumentScreen::linesChanged();
 }
 
 /// What follows is a return of its own, where this one was to give back a whole document.
@@ -144,20 +141,8 @@ void TradingScreen::draftGone() {
   partner.setReadOnly(false);
 }
 
-LinePlace TradingScreen::draftPlace() {
-  LinePlace place = DocumentScreenOver::draftPlace();
-  place.partner = partner.key();
-  return place;
-}
-
-LinePlace TradingScreen::waitingPlace() {
-  LinePlace place = DocumentScreenOver::waitingPlace();
-  place.partner = gridWaiting.currentText(rules().family().partner);
-  return place;
-}
-
 WaitingFilter TradingScreen::waitingFilter() {
-  WaitingFilter filter = DocumentScreenOver::waitingFilter();
+  WaitingFilter filter = PartnerDocumentScreen::waitingFilter();
   if (auto* wanted = optional("tGhsName")) filter.partner = wanted->key();
   return filter;
 }
@@ -165,7 +150,7 @@ WaitingFilter TradingScreen::waitingFilter() {
 void TradingScreen::showAllWaiting() {
   if (auto* wanted = optional("tGhsName"))
     wanted->setPicked({QString::fromUtf16(trading_screen_detail::kAllCustomers), {}});
-  DocumentScreenOver::showAllWaiting();
+  PartnerDocumentScreen::showAllWaiting();
 }
 
 void TradingScreen::auditWaiting(const QString& number) {
@@ -200,23 +185,18 @@ bool TradingScreen::returnDocument(const QString& source, Prompt& asked) {
 
 void TradingScreen::beginDraft(const QString& lastDate) {
   isPrepared_ = prepared_.has_value();
-  if (!isPrepared_) return DocumentScreenOver::beginDraft(lastDate);
+  if (!isPrepared_) return PartnerDocumentScreen::beginDraft(lastDate);
   draft() = *std::exchange(prepared_, std::nullopt);
 }
 
 /// What was made ready has its lines already: it is not one that was cut off.
 QString TradingScreen::findUnsaved() const {
-  return isPrepared_ ? QString() : DocumentScreenOver::findUnsaved();
-}
-
-/// Behind the partner the goods follow: F2 is theirs again.
-void TradingScreen::pickedIn(ui::Field& field) {
-  &field == &partner ? focusDraft() : DocumentScreenOver::pickedIn(field);
+  return isPrepared_ ? QString() : PartnerDocumentScreen::findUnsaved();
 }
 
 bool TradingScreen::keyPressed(QKeyEvent& event) {
   if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly())
-    return DocumentScreenOver::keyPressed(event);
+    return PartnerDocumentScreen::keyPressed(event);
   if (!mayDo(trading_.newPartner)) return true;
   if (const auto added = trading_.addPartner()) {
     partner.setPicked(*added);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "masterdata/partner_side.h"
-#include "stock/screens/document_screen.h"
+#include "stock/screens/partner_document_screen.h"
 #include "stock/trading_rules.h"
 
 #include <optional>
@@ -28,11 +28,10 @@ struct TradingScreenSpec {
   QString (*pickReturned)() = nullptr;
 };
 
-class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
+class TradingScreen : public PartnerDocumentScreen<TradingDraft, TradingRules> {
  public:
   explicit TradingScreen(const TradingScreenSpec& spec);
 
-  ui::Field& partner;
   ui::Field& paid;
   ui::Field& tyfje = field("tyfje");
   ui::Field& comJsfs = field("comJsfs");
@@ -44,7 +43,6 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
 
  protected:
   bool keyPressed(QKeyEvent& event) override;
-  void pickedIn(ui::Field& field) override;
   void fillLists() override;
   void showByParameters() override;
   void beginDraft(const QString& lastDate) override;
@@ -55,8 +53,6 @@ class TradingScreen : public DocumentScreenOver<TradingDraft, TradingRules> {
   void linesChanged() override;
   void draftGone() override;
   void scanDone() override { paid.focus(); }
-  LinePlace draftPlace() override;
-  LinePlace waitingPlace() override;
   WaitingFilter waitingFilter() override;
   void showAllWaiting() override;
   void auditWaiting(const QString& number) override;
