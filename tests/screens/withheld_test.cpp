@@ -75,6 +75,10 @@ constexpr Figures kPrices[] = {
     {"jxc_xsthd", "th_yfje th_sfje th_hkje"},
     {"jxc_xsthsp", "th_dj th_je th_taxdj th_taxje th_zje th_lsj"}};
 
+/// What follows from both: who may see one of them could work the other one out.
+constexpr Figures kProfits[] = {
+    {"jxc_kcjs", "js_xslr"}, {"jxc_goodslist", "gl_lr"}, {"jxc_lsxsd", "ls_lr"}, {"jxc_xsthd", "th_lr"}};
+
 /// Not walked: what waits for a password or closes by itself, and the camera of the machine.
 constexpr std::string_view kLeftOut[] = {"F_Xtsd", "F_Loading", "F_Login", "F_Spxxgl_Cam"};
 constexpr int kRows = 25;   // of each list
@@ -368,7 +372,7 @@ TEST_F(Withheld, AReadyMadeRoleIsToldWhatItsTableSaysAndNothingElse) {
     const Told told = walk(screens);
     EXPECT_GT(told.size(), screens.size());
     if (role.seesCost)
-      openShop({kPrices});
+      openShop({kPrices, kProfits});
     else
       openShop({kCosts});
     be(role);

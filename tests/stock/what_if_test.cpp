@@ -2,6 +2,7 @@
 // session.
 #include "stock/what_if.h"
 
+#include "core/roles.h"
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
 #include "server/test_engine.h"
@@ -134,6 +135,29 @@ TEST_F(WhatIfTest, WhoeverMayNotLookItUpIsNotToldIt) {
   ASSERT_TRUE(bound.done) << bound.failure.toStdString();
   EXPECT_EQ(found(bound, u"库存数量", u"仓库 100001"), "10 → 6");
   EXPECT_EQ(found(bound, u"商品总库存"), "none") << "of all warehouses";
+}
+
+TEST_F(WhatIfTest, EachReadyMadeRoleIsToldWhatItMayLookUp) {
+  receive("2021-05-01", {{"A", 10, 5}});
+  const QString sold = waitingSale("2021-05-02", {{"A", 4, 9}}, 20, 1);
+  const QString bought = save(draftReceipt("2021-05-03", {{"A", 10, 50}}));
+  // Of a sale: stock, cash, customer, profit; of a receipt: cost, cash.
+  const std::pair<const char16_t*, const char*> table[] = {
+      {u"店长", "1111 11"}, {u"采购员", "1000 10"}, {u"营业员", "1010 00"}, {u"会计", "1111 11"}};
+  for (const auto& [role, told] : table) {
+    SCOPED_TRACE(QString::fromUtf16(role).toStdString());
+    becomeOperator(u"新店员"_qs, "100002", roleOf(QString::fromUtf16(role)));
+    const WhatIf sale = previewAudit(sold), receipt = previewAudit(bought);
+    const auto isProfit = [](const QString& line) { return line.startsWith(u"本单毛利"); };
+    QString seen;
+    for (const bool each : {found(sale, u"库存数量") != "none", found(sale, u"现金银行余额") != "none",
+                            found(sale, u"往来余额", u"客户") != "none", std::ranges::any_of(sale.summary, isProfit)})
+      seen += each ? u'1' : u'0';
+    seen += u' ';
+    for (const bool each : {found(receipt, u"成本均价") != "none", found(receipt, u"现金银行余额") != "none"})
+      seen += each ? u'1' : u'0';
+    EXPECT_EQ(seen, told);
+  }
 }
 
 TEST_F(WhatIfTest, ACommandThatRefusesOrFailsLeavesNothingEither) {
