@@ -95,8 +95,10 @@ void DocumentScreen::enterBarcode(const QString& code) {
   showEntered(scanned);
 }
 
+/// A notice and no more: the focus is in the input already, and led there once more behind the notice it would mark
+/// what the next code has typed meanwhile.
 void DocumentScreen::showEntered(const ScanResult& entered) {
-  if (isRefused(entered.refusal, prompt())) return;
+  if (entered.refusal) return prompt().notice(entered.refusal.text);
   if (entered.id == 0) return;  // the operator said no
   setNumber(entered.number);
   scannedLine_ = entered.id;
@@ -116,7 +118,7 @@ void DocumentScreen::tellNotFound(const QString& code, const ScanResult& scanned
     unknownCode_ = code;
     text += u"\r\n\r\n按“%1”，可以用这个条码增加新商品。"_qs.arg(command("btnAddNew").text());
   }
-  prompt().refuse({text, scanned.refusal.about});
+  prompt().notice(text);
 }
 
 /// A code that was scanned, or typed as it stands on the goods, is one; whatever else a hand typed looks for goods.
