@@ -31,6 +31,7 @@ struct Place {
   QString goods, warehouse;
   std::int64_t balance = 0;  // id; 0: none
   double shelf = 0, book = 0;
+  bool hadSecond = false;
   double stock = 0, average = 0, value = 0;  // of the last row
 };
 
@@ -54,8 +55,8 @@ Place read(const QString& goods, const QString& warehouse) {
     at.shelf = balances.number(0, 1);
     at.book = balances.number(0, 2);
   }
-  if (balances.rowCount() > 1)
-    execSql("delete from jxc_kcsp where g_sn=? and ck_sn=? and id<>?", goods, warehouse, at.balance);
+  at.hadSecond = balances.rowCount() > 1;
+  if (at.hadSecond) execSql("delete from jxc_kcsp where g_sn=? and ck_sn=? and id<>?", goods, warehouse, at.balance);
   readLedger(at);
   return at;
 }
@@ -126,7 +127,8 @@ void writeMaster(const QString& goods) {
 /// True: something had to be changed.
 bool syncPlace(const QString& goods, const QString& warehouse, SyncWay way, bool later, const QString& employee) {
   Place at = read(goods, warehouse);
-  if (at.balance != 0 && !differs(later ? at.book : at.shelf, at.stock) && (later || !differs(at.book, at.stock)))
+  if (at.balance != 0 && !at.hadSecond && !differs(later ? at.book : at.shelf, at.stock) &&
+      (later || !differs(at.book, at.stock)))
     return false;
   if (way == SyncWay::LedgerFollows) {
     // The ledger keeps no more decimals of a quantity than the parameters say.
@@ -145,33 +147,34 @@ bool syncPlace(const QString& goods, const QString& warehouse, SyncWay way, bool
 Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses) {
   // Where nothing moves later, book and shelf are one: a book that went astray alone is a difference too.
   const bool later = stock_sync_detail::movesLater();
-  const std::string ledger = "iif(d.gl_kc is null,0,d.gl_kc)", book = "k.kc_zsl<>" + ledger,
-                    shelf = "k.kc_sl<>" + ledger;
-  Filter balances, rows, filter;
-  balances.add("x.g_sn<>'00000000'");
-  warehouses.restrict(balances, "x.ck_sn");
-  rows.add("x.g_sn<>'00000000'");
-  warehouses.restrict(rows, "x.ck_sn");
-  filter.add(later ? book : "(" + shelf + " or " + book + ")");
-  addKey(filter, criteria, {"a.g_sn", "a.g_name", "a.g_jm", "a.g_sptm"});
-  return Sql("select k.g_sn & '-' & k.ck_sn as rowkey,k.g_sn,k.ck_sn,a.g_name,a.g_jm,a.dw_name,a.gg_name,a.color_name,"
-             "a.g_pjjj,w.ck_name,k.kc_sl,k.kc_zsl," +
-             ledger + " as gl_kc,iif(d.gl_kczje is null,0,d.gl_kczje) as gl_kczje," +
-             (later ? "k.kc_zsl" : "iif(" + shelf + ",k.kc_sl,k.kc_zsl)") + "-" + ledger +
-             " as cysl from (((select x.g_sn,x.ck_sn,sum(iif(x.kc_sl is null,0,x.kc_sl)) as kc_sl,"
-             "sum(iif(x.kc_zsl is null,0,x.kc_zsl)) as kc_zsl from jxc_kcsp x")
+  const std::string ledger = "iif(d.gl_kc is null,0,d.gl_kc)";
+  const auto figure = [](const char* column) { return "iif(" + std::string(column) + " is null,0," + column + ")"; };
+  const std::string shelf = figure("k.kc_sl"), book = figure("k.kc_zsl");
+  const auto last = [](const char* goods, const char* warehouse) {
+    return "d.id=(select top 1 e.id from jxc_goodslist e where e.g_sn=" + std::string(goods) +
+           " and e.ck_sn=" + warehouse + " order by e.gl_kdrq desc,e.id desc)";
+  };
+  Filter balances, rows;
+  balances.add("k.g_sn<>'00000000'");
+  balances.add(later ? book + "<>" + ledger : "(" + shelf + "<>" + ledger + " or " + book + "<>" + ledger + ")");
+  warehouses.restrict(balances, "k.ck_sn");
+  rows.add(last("a.g_sn", "w.ck_sn")).add("a.g_sn<>'00000000'").add("d.gl_kc<>0");
+  rows.add("not exists (select z.id from jxc_kcsp z where z.g_sn=a.g_sn and z.ck_sn=w.ck_sn)");
+  warehouses.restrict(rows, "w.ck_sn");
+  for (Filter* each : {&balances, &rows})
+    addKey(*each, criteria, {"a.g_sn", "a.g_name", "a.g_jm", "a.g_sptm"});
+  // Rows without a balance are looked for by goods and warehouse, so that it does not matter how long the ledger is.
+  constexpr const char* goods = "a.g_name,a.g_jm,a.dw_name,a.gg_name,a.color_name,a.g_pjjj,w.ck_name,";
+  return Sql("select k.g_sn & '-' & k.ck_sn as rowkey,k.g_sn,k.ck_sn," + std::string(goods) + shelf + " as kc_sl," +
+             book + " as kc_zsl," + ledger + " as gl_kc,iif(d.gl_kczje is null,0,d.gl_kczje) as gl_kczje," +
+             (later ? book : "iif(" + shelf + "<>" + ledger + "," + shelf + "," + book + ")") + "-" + ledger +
+             " as cysl from ((jxc_kcsp k left outer join jxc_goodslist d on " + last("k.g_sn", "k.ck_sn") +
+             ") inner join jxc_goods a on k.g_sn=a.g_sn) left outer join jxc_ckxx w on k.ck_sn=w.ck_sn")
       .where(balances)
-      .add(
-          " group by x.g_sn,x.ck_sn union all select y.g_sn,y.ck_sn,0,0 from (select distinct x.g_sn,x.ck_sn from "
-          "jxc_goodslist x")
+      .add(" union all select a.g_sn & '-' & w.ck_sn,a.g_sn,w.ck_sn," + std::string(goods) +
+           "0,0,d.gl_kc,d.gl_kczje,0-d.gl_kc from jxc_goods a,jxc_ckxx w,jxc_goodslist d")
       .where(rows)
-      .add(
-          ") y where not exists (select z.id from jxc_kcsp z where z.g_sn=y.g_sn and z.ck_sn=y.ck_sn)) k left outer "
-          "join jxc_goodslist d on d.id=(select top 1 e.id from jxc_goodslist e where e.g_sn=k.g_sn and "
-          "e.ck_sn=k.ck_sn order by e.gl_kdrq desc,e.id desc)) inner join jxc_goods a on k.g_sn=a.g_sn) left outer "
-          "join jxc_ckxx w on k.ck_sn=w.ck_sn")
-      .where(filter)
-      .add(" order by k.ck_sn,k.g_sn");
+      .add(" order by ck_sn,g_sn");
 }
 
 bool syncStock(const RowSet& places, SyncWay way, const RepairProgress& progress, RepairPosition* position) {
