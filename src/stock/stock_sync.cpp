@@ -156,7 +156,12 @@ Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses) {
   };
   Filter balances, rows;
   balances.add("k.g_sn<>'00000000'");
-  balances.add(later ? book + "<>" + ledger : "(" + shelf + "<>" + ledger + " or " + book + "<>" + ledger + ")");
+  // Column against column, as they are stored: a computed figure would be rounded for each of all balances.
+  const auto astray = [](const std::string& column) {
+    return "(" + column + "<>d.gl_kc or (d.gl_kc is null and " + column + "<>0) or (" + column +
+           " is null and d.gl_kc<>0))";
+  };
+  balances.add(later ? astray("k.kc_zsl") : "(" + astray("k.kc_sl") + " or " + astray("k.kc_zsl") + ")");
   warehouses.restrict(balances, "k.ck_sn");
   rows.add(last("a.g_sn", "w.ck_sn")).add("a.g_sn<>'00000000'").add("d.gl_kc<>0");
   rows.add("not exists (select z.id from jxc_kcsp z where z.g_sn=a.g_sn and z.ck_sn=w.ck_sn)");
@@ -174,7 +179,8 @@ Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses) {
       .add(" union all select a.g_sn & '-' & w.ck_sn,a.g_sn,w.ck_sn," + std::string(goods) +
            "0,0,d.gl_kc,d.gl_kczje,0-d.gl_kc from jxc_goods a,jxc_ckxx w,jxc_goodslist d")
       .where(rows)
-      .add(" order by ck_sn,g_sn");
+      // By goods, as balances and ledger are indexed: by warehouse it would jump to and fro between their pages.
+      .add(" order by g_sn,ck_sn");
 }
 
 bool syncStock(const RowSet& places, SyncWay way, const RepairProgress& progress, RepairPosition* position) {
