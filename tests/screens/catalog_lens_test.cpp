@@ -109,7 +109,7 @@ TEST_F(ScreenTest, TheStockOfALensStandsByItsPowers) {
   add(u"20000002", u"-1.25", u"-0.5", 7);
   add(u"20000003", u"-1.25", u"-0.25", 0.5);
   open("F_Kccx", [&](ui::Screen& s) {
-    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    s.findChild<QTabWidget*>()->setCurrentIndex(3);
     // By product, which is proposed: powers ascend as numbers.
     const auto& whole = *s.findChild<QTableWidget*>(u"StringGridCp"_qs);
     ASSERT_EQ(s.grid("gridCp4").rowCount(), 1);
