@@ -20,6 +20,8 @@ constexpr ColumnSpec yuan(std::string_view field, std::string_view caption, Righ
 constexpr ColumnSpec hidden(std::string_view field, std::string_view caption, Right right) {
   return {field, caption, ColumnKind::Total, 0, {.sum = true, .hidden = true}, right};
 }
+// Cost and profit together are the price.
+constexpr Right kSeesProfit{kSeesPrice.group, kSeesPrice.position, true};
 // What stood there at the end of one month is no part of what stood there at the end of another.
 constexpr ColumnSpec kColumns[] = {
     {"js_rq", "月份", ColumnKind::Text, 9},
@@ -34,7 +36,7 @@ constexpr ColumnSpec kColumns[] = {
     hidden("xsje", "销售税前金额", kSeesPrice),
     hidden("xstax", "销售税额", kSeesPrice),
     yuan("zcb", "销售成本", kSeesCost),
-    yuan("lr", "毛利", kSeesCost),
+    yuan("lr", "毛利", kSeesProfit),
 };
 constexpr ui::EnquiryView kViews[] = {{.grid = {"gridCb", "库存成本", kColumns, "这些月份没有库存和业务", "js_rq"},
                                        .source = monthCosts,
