@@ -14,7 +14,8 @@ namespace jxc {
 /// What the line dialog of one document is. Its fields are "tsl", and where the document has them the price and the
 /// cost by their own names, "tdzl", "ttax", "ttaxdj", "tzje", "comCk" (warehouse of the line; goods that are being
 /// picked stand in that of the list), of goods on loan "tzj", "tyj" and "comYhzh", "tnote", of a count what the books
-/// have ("tkcsl" on the shelf, "tkczsl" with what is not put away); its grids, with their tabs, "gridHistory" and "gridQuotes".
+/// have ("tkcsl" on the shelf, "tkczsl" with what is not put away); its grids, with their tabs, "gridHistory" and
+/// "gridQuotes".
 struct LineScreenSpec {
   ui::ScreenSpec screen;
   const DocumentRules& (*rules)();

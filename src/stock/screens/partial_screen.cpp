@@ -11,7 +11,7 @@ namespace partial_screen_detail {
 
 std::vector<std::string_view> partsOf(const PartialScreenSpec& spec) {
   return {spec.partner.name, "tOpenKey", "btnOpenSearch", "gridSources", "gridOpen",
-          "btn_Zdrk4",  "btn_Qxck", "btn_Ckyd",      "btn_Jhd"};
+          "btn_Zdrk4",       "btn_Qxck", "btn_Ckyd",      "btn_Jhd"};
 }
 
 }  // namespace partial_screen_detail

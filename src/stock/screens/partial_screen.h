@@ -7,10 +7,10 @@
 #include "masterdata/screens/partner_text.h"
 #include "stock/partial_rules.h"
 #include "stock/screens/document_screen.h"
-#include "stock/screens/partner_document_screen.h"
 #include "stock/screens/goods_pick_screen.h"
 #include "stock/screens/line_screen.h"
 #include "stock/screens/modi_date.h"
+#include "stock/screens/partner_document_screen.h"
 #include "stock/screens/trading_parts.h"
 #include "ui/joined_tables.h"
 
