@@ -84,8 +84,10 @@ Sql deposits(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace loan_enquiry_detail;
   Filter filter = conditions(criteria, warehouses);
   filter.add("a.jh_flag='jh'");
-  return Sql("select x.jh_kmmc,count(*) as num,sum(x.leftyj) as heldyj from (select b.jh_kmmc," +
-             loans::depositLeft("b") + " as leftyj from " + kTables)
+  return Sql("select x.jh_kmmc,count(*) as num,sum(x.leftyj) as heldyj,sum(iif(x.opensl>0,0,x.leftyj)) as hqyj from "
+             "(select b.jh_kmmc," +
+             partial::openPieces(partial::lending, "b") + " as opensl," + loans::depositLeft("b") + " as leftyj from " +
+             kTables)
       .where(filter)
       .add(") x where x.leftyj>0 group by x.jh_kmmc order by x.jh_kmmc");
 }

@@ -22,7 +22,8 @@ Sql lines(const Criteria& criteria, const Warehouses& warehouses);
 /// deposit that are held).
 Sql open(const Criteria& criteria, const Warehouses& warehouses);
 
-/// The deposits that are held, summed by account: jh_kmmc, num (lines), heldyj.
+/// The deposits that are held, summed by account: jh_kmmc, num (lines), heldyj, hqyj (of it, of lines of
+/// which nothing is out any more).
 Sql deposits(const Criteria& criteria, const Warehouses& warehouses);
 
 }  // namespace jxc::loan_enquiry

@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/numbers.h"
+#include "core/posting.h"
 #include "core/refusal.h"
 #include "core/rights.h"
 #include "core/rounding.h"
@@ -32,7 +33,16 @@ double refundOf(double available, double rentTotal) {
   return rounded(std::max(0.0, available - rentTotal));
 }
 
-ReturnLine read(const Row& row) {
+using Lent = std::map<std::int64_t, loans::LoanLine>;
+
+/// The line of the loan that is meant; null: it is gone, or its loan is no audited one any more.
+const loans::LoanLine* lineIn(const Lent& lent, std::int64_t id) {
+  const auto found = lent.find(id);
+  return found == lent.end() ? nullptr : &found->second;
+}
+
+/// A staged line, and what its line of the loan says.
+ReturnLine read(const Row& row, const Lent& all) {
   ReturnLine line{.id = row.integer("id"),
                   .loanLine = row.integer("id2"),
                   .goods = row.text("g_sn"),
@@ -44,7 +54,7 @@ ReturnLine read(const Row& row) {
                   .rentTotal = row.number("jh_zzj"),
                   .refund = row.number("jh_thyj"),
                   .days = static_cast<int>(row.integer("jh_ts"))};
-  if (const auto lent = loans::loanLine(line.loanLine)) {
+  if (const auto* lent = lineIn(all, line.loanLine)) {
     line.open = lent->open();
     line.held = lent->held();
     line.deposit = lent->deposit;
@@ -55,8 +65,11 @@ ReturnLine read(const Row& row) {
 
 std::vector<ReturnLine> staged() {
   std::vector<ReturnLine> all;
-  for (const Row row : openSelect("select * from jxc_khjhsptmp where a_name=? order by id", session().a_name))
-    all.push_back(read(row));
+  const RowSet rows = openSelect("select * from jxc_khjhsptmp where a_name=? order by id", session().a_name);
+  if (rows.isEmpty()) return all;
+  const Lent lent = loans::linesOf(rows.front().text("gl_djh2"));
+  for (const Row row : rows)
+    all.push_back(read(row, lent));
   return all;
 }
 
@@ -71,6 +84,27 @@ void write(const ReturnLine& line) {
              {"jh_thyj", line.refund},
              {"jh_kmmc", line.account},
              {"jh_zje", line.cost * line.quantity}});
+}
+
+void stage(const ReturnLine& line, const loans::LoanLine& lent) {
+  postRow("jxc_khjhsptmp", {{"g_sn", line.goods},
+                            {"jh_flag", u"还货"},
+                            {"jh_sl", lent.lent},
+                            {"jh_xssl", 0},
+                            {"jh_dj", line.cost},
+                            {"jh_yj2", lent.rentUsed},
+                            {"gl_djh2", lent.loan},
+                            {"id2", line.loanLine},
+                            {"a_name", session().a_name},
+                            {"jh_sl2", line.quantity},
+                            {"jh_hhsl", line.quantity},
+                            {"jh_ts", line.days},
+                            {"jh_zj", line.rent},
+                            {"jh_yj", line.available},
+                            {"jh_zzj", line.rentTotal},
+                            {"jh_thyj", line.refund},
+                            {"jh_kmmc", line.account},
+                            {"jh_zje", line.cost * line.quantity}});
 }
 
 /// What a line cannot be, whatever stands in the tables by now.
@@ -90,9 +124,10 @@ Refusal impossible(const ReturnLine& line) {
 
 /// What stands against the return as it was put together: loans change at other stations, too.
 Refusal standsAgainst(const ReturnDraft& draft, const std::vector<ReturnLine>& lines) {
+  const Lent all = loans::linesOf(draft.loan);
   for (const ReturnLine& line : lines) {
-    const auto lent = loans::loanLine(line.loanLine);
-    if (!lent || lent->loan != draft.loan || lent->partner != draft.partner || lent->warehouse != draft.warehouse)
+    const auto* lent = lineIn(all, line.loanLine);
+    if (!lent || lent->partner != draft.partner || lent->warehouse != draft.warehouse)
       return changedMeanwhile(draft.loan);
     if (draft.date.left(10) < lent->date) return {u"还货日期不能早于借货日期："_qs + lent->date + u'！', Subject::Date};
     if (const Refusal bad = impossible(line); bad)
@@ -127,6 +162,10 @@ void ReturnLine::setQuantity(double pieces) {
   refund = loan_return_detail::refundOf(available, rentTotal);
 }
 
+double ReturnLine::stays() const {
+  if (quantity < open - 5e-7) return 0;
+  return loan_return_detail::rounded(std::max(0.0, held - rentTotal - refund));
+}
 double ReturnLine::toCollect() const {
   return loan_return_detail::rounded(std::max(0.0, rentTotal - available));
 }
@@ -153,8 +192,9 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
 
   Transaction transaction(accountDb());
   discard();
+  const loan_return_detail::Lent all = loans::linesOf(loan);
   for (const Row row : open) {
-    const auto lent = loans::loanLine(row.integer("id"));
+    const auto* lent = loan_return_detail::lineIn(all, row.integer("id"));
     if (!lent) continue;
     ReturnLine back{.loanLine = lent->id,
                     .goods = lent->goods,
@@ -164,16 +204,7 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
                     .rent = lent->rent,
                     .days = lent->daysUntil(draft.date)};
     back.setQuantity(lent->open());
-    back.id = insertRow("jxc_khjhsptmp", {{"g_sn", lent->goods},
-                                          {"jh_flag", u"还货"},
-                                          {"jh_sl", lent->lent},
-                                          {"jh_xssl", 0},
-                                          {"jh_dj", lent->cost},
-                                          {"jh_yj2", lent->rentUsed},
-                                          {"gl_djh2", lent->loan},
-                                          {"id2", lent->id},
-                                          {"a_name", session().a_name}});
-    loan_return_detail::write(back);
+    loan_return_detail::stage(back, *lent);
   }
   transaction.commit();
   return draft;
@@ -190,7 +221,7 @@ RowSet lines() {
 std::optional<ReturnLine> line(std::int64_t id) {
   const RowSet rows = openSelect("select * from jxc_khjhsptmp where id=? and a_name=?", id, session().a_name);
   if (rows.isEmpty()) return {};
-  return loan_return_detail::read(rows.front());
+  return loan_return_detail::read(rows.front(), loans::linesOf(rows.front().text("gl_djh2")));
 }
 
 bool changeLine(const ReturnLine& changed, Prompt& prompt) {
@@ -212,8 +243,9 @@ void redate(ReturnDraft& draft, const QString& date) {
   draft.date = date;
   draft.number = newDocumentNumber(families::loanReturn, date);
   Transaction transaction(accountDb());
+  const loan_return_detail::Lent all = loans::linesOf(draft.loan);
   for (ReturnLine& each : loan_return_detail::staged()) {
-    const auto lent = loans::loanLine(each.loanLine);
+    const auto* lent = loan_return_detail::lineIn(all, each.loanLine);
     if (!lent) continue;
     each.days = lent->daysUntil(date);
     each.setQuantity(each.quantity);
@@ -232,6 +264,7 @@ Money money() {
     sum.rent += each.rentTotal;
     sum.refund += each.refund;
     sum.toCollect += each.toCollect();
+    sum.stays += each.stays();
   }
   return sum;
 }

@@ -36,6 +36,8 @@ struct ReturnLine {
   void setQuantity(double pieces);
   /// Rent that the deposit does not cover: collected from the customer.
   double toCollect() const;
+  /// Of the deposit what stays held although the last piece is back: no later return pays it.
+  double stays() const;
 };
 
 /// What is open of a loan (`line` 0) or of one of its lines, as this operator's return of today. Nothing: refused.
@@ -55,6 +57,7 @@ void discard();
 /// What changes hands when the return is saved, in yuan.
 struct Money {
   double rent = 0, refund = 0, toCollect = 0;
+  double stays = 0;  // held on, of lines of which nothing is out any more
 };
 Money money();
 

@@ -10,6 +10,38 @@
 #include <algorithm>
 
 namespace jxc::loans {
+namespace loans_detail {
+
+/// Lines `b` of audited loans `a`; which of them, the caller says.
+std::string select(std::string_view which) {
+  return "select a.jh_rq,a.kh_sn,a.ck_sn,a.u_sn,b.*," + depositLeft("b") +
+         compose(
+             " as leftyj from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and a.jh_status=1 and a.jh_flag='jh' and "
+             "{}=?",
+             {which});
+}
+
+LoanLine read(const Row& row) {
+  LoanLine line{.id = row.integer("id"),
+                .loan = row.text("gl_djh"),
+                .date = row.text("jh_rq").left(10),
+                .goods = row.text("g_sn"),
+                .partner = row.text("kh_sn"),
+                .warehouse = row.text("ck_sn"),
+                .salesperson = row.text("u_sn"),
+                .account = row.text("jh_kmmc"),
+                .lent = row.number("jh_sl"),
+                .back = row.number("jh_hhsl"),
+                .sold = row.number("jh_xssl"),
+                .cost = row.number("jh_dj"),
+                .rent = row.number("jh_zj"),
+                .deposit = row.number("jh_yj"),
+                .rentUsed = row.number("jh_yj2")};
+  line.refund = line.deposit - line.rentUsed - row.number("leftyj");
+  return line;
+}
+
+}  // namespace loans_detail
 
 std::string depositLeft(std::string_view line) {
   const std::string a(line);
@@ -31,30 +63,16 @@ int LoanLine::daysUntil(const QString& day) const {
 }
 
 std::optional<LoanLine> loanLine(std::int64_t id) {
-  const RowSet rows =
-      openSelect("select a.jh_rq,a.kh_sn,a.ck_sn,a.u_sn,b.*," + depositLeft("b") +
-                     " as leftyj from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and a.jh_status=1 "
-                     "and a.jh_flag='jh' and b.id=?",
-                 id);
+  const RowSet rows = openSelect(loans_detail::select("b.id"), id);
   if (rows.isEmpty()) return {};
-  const Row row = rows.front();
-  LoanLine line{.id = id,
-                .loan = row.text("gl_djh"),
-                .date = row.text("jh_rq").left(10),
-                .goods = row.text("g_sn"),
-                .partner = row.text("kh_sn"),
-                .warehouse = row.text("ck_sn"),
-                .salesperson = row.text("u_sn"),
-                .account = row.text("jh_kmmc"),
-                .lent = row.number("jh_sl"),
-                .back = row.number("jh_hhsl"),
-                .sold = row.number("jh_xssl"),
-                .cost = row.number("jh_dj"),
-                .rent = row.number("jh_zj"),
-                .deposit = row.number("jh_yj"),
-                .rentUsed = row.number("jh_yj2")};
-  line.refund = line.deposit - line.rentUsed - row.number("leftyj");
-  return line;
+  return loans_detail::read(rows.front());
+}
+
+std::map<std::int64_t, LoanLine> linesOf(const QString& loan) {
+  std::map<std::int64_t, LoanLine> lines;
+  for (const Row row : openSelect(loans_detail::select("b.gl_djh"), loan))
+    lines.emplace(row.integer("id"), loans_detail::read(row));
+  return lines;
 }
 
 std::optional<QString> returnedBy(const QString& loan) {

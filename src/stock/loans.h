@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,8 @@ struct LoanLine {
 };
 /// Nothing: there is no such line, or its loan is not audited.
 std::optional<LoanLine> loanLine(std::int64_t id);
+/// All lines of an audited loan by their id, in one question.
+std::map<std::int64_t, LoanLine> linesOf(const QString& loan);
 
 /// Why a loan cannot be cancelled: something came back of it.
 std::optional<QString> returnedBy(const QString& loan);

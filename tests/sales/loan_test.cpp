@@ -3,6 +3,7 @@
 #include "sales/loan.h"
 
 #include "core/numbers.h"
+#include "sales/loan_enquiry.h"
 #include "sales/loan_return.h"
 #include "sales/loan_sale.h"
 #include "stock/loans.h"
@@ -210,6 +211,37 @@ TEST_F(LoanStory, RentBeyondTheDepositIsBookedWholeAndCollected) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
+// What the operator keeps of a deposit with the last piece is the customer's still: counted, and apart. As rent it is
+// the shop's.
+TEST_F(LoanStory, ADepositThatStaysBehindTheLastPieceIsCountedApartUntilItIsRent) {
+  const auto deposits = [] {
+    QStringList all;
+    for (const Row each : openSelect(loan_enquiry::deposits({}, Warehouses(Criteria{}))))
+      all << each.text("jh_kmmc") + u' ' + each.text("num") + u' ' + each.text("heldyj") + u' ' + each.text("hqyj");
+    return all.join(u';');
+  };
+  const QString lent = lend(2, 100, 0);
+  bring(lent, 1, "2021-05-03", [](auto& line) {
+    line.refund = 30;
+    EXPECT_EQ(line.stays(), 0);  // for the piece that is out
+  });
+  EXPECT_EQ(deposits(), "现金 1 70 0");
+  const QString last = bring(lent, 1, "2021-05-04", [](auto& line) {
+    line.refund = 20;
+    EXPECT_EQ(line.stays(), 50);
+  });
+  EXPECT_EQ(deposits(), "现金 1 50 50");
+  EXPECT_TRUE(cancelDocument(last, prompt.willSayYes()));
+  EXPECT_EQ(deposits(), "现金 1 70 0");
+  const QString asRent = bring(lent, 1, "2021-05-04", [](auto& line) {
+    line.rentTotal = 50;
+    line.refund = 20;
+    EXPECT_EQ(line.stays(), 0);
+  });
+  EXPECT_EQ(income(asRent), "收入 50 现金 还货单" + asRent + "产生的借货收入");
+  EXPECT_EQ(deposits(), "");
+}
+
 // One piece comes back, the customer keeps the other for 20 yuan; three days of rent are taken from the deposit.
 TEST_F(LoanStory, WhatIsKeptIsAReturnAndASaleThatNoCancelTearsApart) {
   for (const bool laterIssue : {false, true}) {
@@ -339,6 +371,47 @@ TEST_F(LoanStory, WhatAnotherStationTookMeanwhileDoesNotComeBackTwice) {
   becomeOperator("小李", "100003", "300001");
   EXPECT_EQ(prompt.refused(loan_return::open(lent, 0, prompt)), "您没有客户借货管理的权限！");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+// Of three pieces one comes back with two days of rent, two are kept.
+TEST_F(LoanStory, UnderAllParametersThatMeetTheBooksEndAlike) {
+  // Putaway, issue, audit at once, negative stock, invoices, sales with the time of their day.
+  constexpr std::array kSwitches{"cs_sprk", "cs_spck", "cs_shdj", "cs_kc", "cs_kp", "cs_cs014"};
+  for (unsigned turn = 0; turn < 1u << kSwitches.size(); ++turn) {
+    SCOPED_TRACE(turn);
+    Transaction trial(accountDb());
+    const auto isOn = [&](std::size_t which) { return (turn >> which & 1u) != 0; };
+    for (std::size_t i = 0; i < kSwitches.size(); ++i)
+      setParameter(kSwitches[i], isOn(i));
+    {
+      Transaction tooMuch(accountDb());
+      EXPECT_EQ(static_cast<bool>(rules().save(draft(11, 0, 0), prompt.willSayYes())), isOn(3));
+    }
+    const SaveResult saved = rules().save(draft(3, 100, 2), prompt.willSayYes());
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved.audited, isOn(2));
+    const QString lent = saved.audited ? saved.number : audited(saved.number);
+    EXPECT_EQ(balanceOf("A"), "7 7 5");
+    const QString back = bring(lent, 1, "2021-05-03", [](auto& line) { line.refund = 40; });
+    EXPECT_EQ(balanceOf("A"), "8 8 5");
+    auto kept = loan_sale::open(lineOf(lent), prompt);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->held, 56);
+    kept->setPrice(9);
+    const auto made = loan_sale::save(*kept, prompt.willSayYes());
+    ASSERT_TRUE(made) << prompt.lastNotice().toStdString();
+    EXPECT_EQ(balanceOf("A"), "8 8 5");
+    EXPECT_EQ(row("select ls_status,ls_crk,ls_sfje from jxc_lsxsd"), "1 1 18");
+    EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd").size() > 10, isOn(5));
+    EXPECT_EQ(row("select count(*) from jxc_fpdjb where gl_djh=?", made->sale), isOn(4) ? "1" : "0");
+    EXPECT_EQ(held(lent), 0);
+    EXPECT_EQ(test::brokenInvariants(), QStringList());
+    for (const QString& each : {made->sale, made->back, back, lent})
+      EXPECT_TRUE(cancelDocument(each, prompt.willSayYes())) << prompt.lastNotice().toStdString();
+    EXPECT_EQ(balanceOf("A"), "10 10 5");
+    EXPECT_EQ(cash(), 0);
+    EXPECT_EQ(test::brokenInvariants(), QStringList());
+  }
 }
 
 }  // namespace jxc::loan_test

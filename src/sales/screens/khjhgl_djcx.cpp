@@ -26,7 +26,7 @@ constexpr ColumnSpec money(std::string_view field, std::string_view caption) {
   return {field, caption, ColumnKind::Total, 10, {.sum = true}};
 }
 constexpr ColumnSpec pieces(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Quantity, 8, {.sum = true}};
+  return {field, caption, ColumnKind::Quantity, 7, {.sum = true}};
 }
 constexpr std::array kDocuments{
     ColumnSpec{"djh", "单据号", ColumnKind::Text, 15},
@@ -52,7 +52,11 @@ constexpr auto kCost = std::array{
                .kind = ColumnKind::Total,
                .use = {.sum = true, .hidden = true},
                .right = kSeesCost}};
-/// What is seldom asked for leaves its room to the money.
+/// What is seldom asked for leaves its room to the money; the operator may show it.
+constexpr ColumnSpec seldom(ColumnSpec column) {
+  column.use.hidden = true;
+  return column;
+}
 constexpr auto kGoods = [] {
   auto columns = goodsNames;
   columns[3].use.hidden = columns[4].use.hidden = true;  // colour, unit
@@ -63,13 +67,13 @@ constexpr auto kLines = ui::joinedTables(
                ColumnSpec{"gtype", "单据类型", ColumnKind::Text, 8},
                ColumnSpec{"kh_name", "客户", ColumnKind::Text, 14}},
     kGoods,
-    std::array{pieces("jh_sl", "数量"), pieces("jh_hhsl", "已还"), pieces("jh_xssl", "转销售"),
-               pieces("opensl", "未还"), money("jh_yj", "押金"), ColumnSpec{"jh_zj", "每天租金", ColumnKind::Money, 8},
-               ColumnSpec{"jh_ts", "天数", ColumnKind::Number, 5}, money("jh_zzj", "租金"),
-               money("jh_thyj", "退回押金"), ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 9},
-               ColumnSpec{"gl_djh2", "借货单号", ColumnKind::Text, 15},
-               ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
-               ColumnSpec{.field = "u_name", .caption = "经办人", .use = {.hidden = true}}},
+    std::array{
+        pieces("jh_sl", "数量"), pieces("jh_hhsl", "已还"), pieces("jh_xssl", "转销售"), pieces("opensl", "未还"),
+        money("jh_yj", "押金"), seldom(ColumnSpec{"jh_zj", "每天租金", ColumnKind::Money, 8}),
+        ColumnSpec{"jh_ts", "天数", ColumnKind::Number, 5}, money("jh_zzj", "租金"), money("jh_thyj", "退回押金"),
+        ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 9}, ColumnSpec{"gl_djh2", "借货单号", ColumnKind::Text, 15},
+        ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
+        ColumnSpec{.field = "u_name", .caption = "经办人", .use = {.hidden = true}}},
     kCost);
 constexpr auto kOpen = ui::joinedTables(
     std::array{ColumnSpec{"rq", "借货日期", ColumnKind::Date}, ColumnSpec{"djh", "借货单号", ColumnKind::Text, 15},
@@ -78,14 +82,15 @@ constexpr auto kOpen = ui::joinedTables(
     std::array{pieces("opensl", "未还"), ColumnSpec{"jcts", "借出天数", ColumnKind::Number, 7},
                money("heldyj", "在押押金"), money("ysje", "至今租金"),
                ColumnSpec{"jh_zj", "每天租金", ColumnKind::Money, 8}, money("jh_yj", "押金"),
-               money("jh_yj2", "已收租金"), pieces("jh_sl", "借货数量"), pieces("jh_hhsl", "已还"),
-               pieces("jh_xssl", "转销售"), ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 9},
+               money("jh_yj2", "已收租金"), pieces("jh_sl", "借货数量"), seldom(pieces("jh_hhsl", "已还")),
+               seldom(pieces("jh_xssl", "转销售")), ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 9},
                ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
                ColumnSpec{.field = "u_name", .caption = "经办人", .use = {.hidden = true}}},
     kCost);
 constexpr ColumnSpec kDeposits[] = {{"jh_kmmc", "收款账户", ColumnKind::Text, 24},
                                     {"num", "借货商品行数", ColumnKind::Number, 12, {.sum = true}},
-                                    {"heldyj", "在押押金", ColumnKind::Total, 14, {.sum = true}}};
+                                    {"heldyj", "在押押金", ColumnKind::Total, 14, {.sum = true}},
+                                    {"hqyj", "其中商品已还清", ColumnKind::Total, 14, {.sum = true}}};
 
 void toAccount(Criteria& criteria, const Row& row) {
   criteria.account = row.text("jh_kmmc");

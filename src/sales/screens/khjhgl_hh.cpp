@@ -39,9 +39,11 @@ QLabel* moneyLabel(QWidget* parent) {
 QString yuan(double amount) {
   return ui::displaySum(ui::ColumnKind::Money, amount);
 }
-QString moneyText(double rent, double refund, double toCollect) {
-  return u"租金合计 "_qs + yuan(rent) + u"　退回押金 "_qs + yuan(refund) +
-         (toCollect > 0 ? u"　押金不足，还须向客户收取租金 "_qs + yuan(toCollect) : QString());
+QString moneyText(const loan_return::Money& money) {
+  const auto told = [](const QString& what, double amount) { return amount > 0 ? what + yuan(amount) : QString(); };
+  return u"租金合计 "_qs + yuan(money.rent) + u"　退回押金 "_qs + yuan(money.refund) +
+         told(u"　押金不足，还须向客户收取租金 "_qs, money.toCollect) + told(u"　商品已还清，仍在押 "_qs, money.stays) +
+         (money.stays > 0 ? u"（不再退回的押金，请计入租金合计）"_qs : QString());
 }
 
 // ---- one line ----------------------------------------------------------------------------------------------------
@@ -124,7 +126,7 @@ class TF_Khjhgl_Hh_Sele : public ui::Screen {
     line_.refund = field("tthyj").number();
     line_.account = field("comYhzh").key();
   }
-  void showMoney() { money_->setText(moneyText(line_.rentTotal, line_.refund, line_.toCollect())); }
+  void showMoney() { money_->setText(moneyText({line_.rentTotal, line_.refund, line_.toCollect(), line_.stays()})); }
 
   ui::Field& tsl = field("tsl");
   QLabel* goods_ = new QLabel(this);
@@ -227,8 +229,7 @@ class TF_Khjhgl_Hh : public ui::Screen {
     if (current != 0) gridLines.selectId(current);
     for (const char* name : {"btnModi", "btnDel"})
       command(name).setEnabled(!gridLines.isEmpty());
-    const loan_return::Money money = loan_return::money();
-    money_->setText(moneyText(money.rent, money.refund, money.toCollect));
+    money_->setText(moneyText(loan_return::money()));
   }
   void modify() {
     const std::int64_t id = gridLines.currentId();
