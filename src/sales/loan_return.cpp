@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace jxc::loan_return {
@@ -107,6 +108,31 @@ void stage(const ReturnLine& line, const loans::LoanLine& lent) {
                             {"jh_zje", line.cost * line.quantity}});
 }
 
+/// Open lines of the loan that the return has not yet, or the oldest of them, with all that is open of each. How many.
+int stageMissing(const ReturnDraft& draft, const RowSet& open, bool onlyOldest) {
+  std::set<std::int64_t> there;
+  for (const ReturnLine& each : staged())
+    there.insert(each.loanLine);
+  const Lent all = loans::linesOf(draft.loan);
+  int added = 0;
+  for (const Row row : open) {
+    const auto* lent = lineIn(all, row.integer("id"));
+    if (!lent || there.contains(lent->id)) continue;
+    ReturnLine back{.loanLine = lent->id,
+                    .goods = lent->goods,
+                    .account = lent->account,
+                    .cost = lent->cost,
+                    .available = lent->held(),
+                    .rent = lent->rent,
+                    .days = lent->daysUntil(draft.date)};
+    back.setQuantity(lent->open());
+    stage(back, *lent);
+    ++added;
+    if (onlyOldest) break;
+  }
+  return added;
+}
+
 /// What a line cannot be, whatever stands in the tables by now.
 Refusal impossible(const ReturnLine& line) {
   if (line.quantity <= 0) return {u"数量不能为0或负数，重新输入！"_qs, Subject::Quantity};
@@ -192,22 +218,22 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
 
   Transaction transaction(accountDb());
   discard();
-  const loan_return_detail::Lent all = loans::linesOf(loan);
-  for (const Row row : open) {
-    const auto* lent = loan_return_detail::lineIn(all, row.integer("id"));
-    if (!lent) continue;
-    ReturnLine back{.loanLine = lent->id,
-                    .goods = lent->goods,
-                    .account = lent->account,
-                    .cost = lent->cost,
-                    .available = lent->held(),
-                    .rent = lent->rent,
-                    .days = lent->daysUntil(draft.date)};
-    back.setQuantity(lent->open());
-    loan_return_detail::stage(back, *lent);
-  }
+  loan_return_detail::stageMissing(draft, open, false);
   transaction.commit();
   return draft;
+}
+
+std::optional<int> addMissing(const ReturnDraft& draft, const QString& barcode, Prompt& prompt) {
+  const QString code = sanitizeText(barcode.trimmed());
+  const RowSet open = openSelect(partial::openLines(partial::lending, {.source = draft.loan, .barcode = code}));
+  if (refused({{open.isEmpty(),
+                code.isEmpty() ? changedMeanwhile(draft.loan) : u"该借货单中没有此条码的未还商品，请检查！"_qs}},
+              prompt))
+    return {};
+  Transaction transaction(accountDb());
+  const int added = loan_return_detail::stageMissing(draft, open, !code.isEmpty());
+  transaction.commit();
+  return added;
 }
 
 RowSet lines() {

@@ -42,6 +42,9 @@ struct ReturnLine {
 
 /// What is open of a loan (`line` 0) or of one of its lines, as this operator's return of today. Nothing: refused.
 std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& prompt);
+/// Brings open lines of the loan onto the return that it does not have: all of them, or the oldest with this barcode.
+/// How many; nothing: refused, as a barcode of nothing that is out.
+std::optional<int> addMissing(const ReturnDraft& draft, const QString& barcode, Prompt& prompt);
 /// Its lines as its list shows them: id, id2, g_sn and the names of the goods, gl_djh2, jh_hhsl, jh_ts, jh_zj, jh_zzj,
 /// jh_yj, jh_thyj, jh_kmmc, bsje (to collect).
 RowSet lines();

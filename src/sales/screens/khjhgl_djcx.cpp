@@ -23,7 +23,7 @@ constexpr auto kCriteria = [] {
 }();
 
 constexpr ColumnSpec money(std::string_view field, std::string_view caption) {
-  return {field, caption, ColumnKind::Total, 10, {.sum = true}};
+  return {field, caption, ColumnKind::Total, 9, {.sum = true}};
 }
 constexpr ColumnSpec pieces(std::string_view field, std::string_view caption) {
   return {field, caption, ColumnKind::Quantity, 7, {.sum = true}};

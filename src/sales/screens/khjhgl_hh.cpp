@@ -143,6 +143,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"dateCg", "还货日期：", FieldKind::Date},
     {"comUser", "经办人：", FieldKind::Combo},
     {"tnote", "备注：", FieldKind::Text, "jxc_khjh.jh_note", 0, ui::OffersRemarks},
+    {"tSptm", "商品条码：", FieldKind::Text, "jxc_goods.g_sptm"},
 };
 constexpr auto kLines =
     ui::joinedTables(goodsNames, std::array{ColumnSpec{"jh_sl", "借货数量", ColumnKind::Quantity, 8},
@@ -155,7 +156,8 @@ constexpr auto kLines =
                                             ColumnSpec{"bsje", "还须收取", ColumnKind::Money, 10, {.sum = true}},
                                             ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 10}, goodsBarcode});
 constexpr ui::GridSpec kGrids[] = {{"gridLines", "还货商品", kLines, "没有还货的商品"}};
-constexpr ui::CommandSpec kCommands[] = {{"btnModi", "修改", "F3"},
+constexpr ui::CommandSpec kCommands[] = {{"btnAddOld", "补入未还商品", "F2", "借货单中其余未还的商品，也在本次归还"},
+                                         {"btnModi", "修改", "F3"},
                                          {"btnDel", "删除", "Ctrl+D", "本次不还这一种商品"},
                                          {"btnOK", "保存", "F5"},
                                          {"btnCancel", "退出", "Esc"}};
@@ -168,9 +170,20 @@ class TF_Khjhgl_Hh : public ui::Screen {
                 .fields = kFields,
                 .grids = kGrids,
                 .commands = kCommands,
-                .focus = "gridLines"}) {
-    panel().form({"tkh tjhdjh gldjh", "dateCg comUser tnote"}).grid("gridLines").widget(money_);
-    panel().buttons("btnModi btnDel | btnOK btnCancel");
+                .focus = "tSptm"}) {
+    panel()
+        .form({"tkh tjhdjh gldjh", "dateCg comUser tnote"})
+        .row("tSptm | btnAddOld btnModi btnDel")
+        .grid("gridLines")
+        .widget(money_)
+        .buttons("| btnOK btnCancel");
+    tSptm.onEnter([this] {
+      const QString code = tSptm.trimmed();
+      tSptm.clear();
+      if (!code.isEmpty()) add(code);
+      return !code.isEmpty();
+    });
+    on(command("btnAddOld"), [this] { add({}); });
     dateCg.onEnter([this] {
       settleDate();
       return false;
@@ -231,6 +244,14 @@ class TF_Khjhgl_Hh : public ui::Screen {
       command(name).setEnabled(!gridLines.isEmpty());
     money_->setText(moneyText(loan_return::money()));
   }
+  /// The oldest line of a code, which is shown where the return has it already; without a code all that are missing.
+  void add(const QString& code) {
+    const std::optional<int> added = loan_return::addMissing(draft_, code, prompt());
+    if (!added) return;
+    reload();
+    if (!code.isEmpty()) gridLines.selectWhere("g_sptm", code);
+    if (*added == 0) say(u"未还的商品已在本次还货中"_qs);
+  }
   void modify() {
     const std::int64_t id = gridLines.currentId();
     if (id == 0) return;
@@ -256,6 +277,7 @@ class TF_Khjhgl_Hh : public ui::Screen {
   ui::Field& dateCg = field("dateCg");
   ui::Field& comUser = field("comUser");
   ui::Field& tnote = field("tnote");
+  ui::Field& tSptm = field("tSptm");
   ui::Grid& gridLines = grid("gridLines");
   QLabel* money_ = moneyLabel(this);
   ReturnDraft draft_;
