@@ -199,7 +199,7 @@ double ReturnLine::toCollect() const {
 std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& prompt) {
   const RowSet open = openSelect(partial::openLines(partial::lending, {.source = loan, .id = line}));
   const RowSet heads =
-      openSelect("select * from jxc_khjh where jh_status=1 and jh_flag='jh' and gl_djh=? order by id", loan);
+      openSelect("select * from jxc_khjh where jh_status>0 and jh_flag='jh' and gl_djh=? order by id", loan);
   if (refused(
           {{!hasRight(families::loanReturn.make), u"您没有客户借货管理的权限！"_qs},
            {heads.isEmpty(), changedMeanwhile(loan)},

@@ -12,11 +12,12 @@
 namespace jxc::loans {
 namespace loans_detail {
 
-/// Lines `b` of audited loans `a`; which of them, the caller says.
+/// Lines `b` of audited loans `a`; which of them, the caller says. The state as a range: SQLite counts nothing
+/// beforehand, takes an equality of it for as good as one of the number, and would walk through all audited loans.
 std::string select(std::string_view which) {
   return "select a.jh_rq,a.kh_sn,a.ck_sn,a.u_sn,b.*," + depositLeft("b") +
          compose(
-             " as leftyj from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and a.jh_status=1 and a.jh_flag='jh' and "
+             " as leftyj from jxc_khjh a,jxc_khjhsp b where a.gl_djh=b.gl_djh and a.jh_status>0 and a.jh_flag='jh' and "
              "{}=?",
              {which});
 }
