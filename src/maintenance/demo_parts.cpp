@@ -53,8 +53,10 @@ void Trade::followInParts() {
   constexpr int kReceipts = 8, kLines = 6, kSales = 12;
   for (int i = 0; i < kReceipts; ++i) {
     std::vector<int> wanted;
-    for (int line = 0; line < kLines; ++line)
-      wanted.push_back(random_.below(static_cast<int>(catalogue_.articles.size())));
+    while (std::ssize(wanted) < kLines) {
+      const int index = random_.below(static_cast<int>(catalogue_.articles.size()));
+      if (article(index).isOrdered()) wanted.push_back(index);
+    }
     receiveFrom(random_.below(static_cast<int>(staff_.suppliers.size())), 0, wanted, 0);
   }
   for (int i = 0; i < kSales; ++i)
