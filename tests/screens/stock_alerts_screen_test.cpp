@@ -10,6 +10,10 @@ class StockAlertsScreen : public TradingScreenTest {
     addGoods({.sn = u"A"_qs, .name = u"镜架"_qs, .barcode = u"690"_qs, .cost = 5, .stock = 1});
     addGoods({.sn = u"B"_qs, .name = u"镜盒"_qs, .barcode = u"691"_qs, .cost = 2, .stock = 3});
     execSql("update jxc_goods set g_zdkc=5");
+    execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
+    addGoods({.sn = u"C"_qs, .name = u"镜布"_qs, .barcode = u"692"_qs, .cost = 1, .stock = 9});
+    execSql("update jxc_goods set g_zdkc=5 where g_sn='C'");
+    execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values ('C','100002',2,2,1,0)");
   }
 };
 
@@ -31,12 +35,20 @@ TEST_F(StockAlertsScreen, TheMinimumChangesAndWhatIsMarkedGoesIntoAReceipt) {
     });
     alerts.waitLoaded();
     EXPECT_EQ(textsOf(alerts.shownRows(), {"g_sn", "qs"}), QStringList({"A 2", "B 2"}));
-    pressIn(*alerts.view(), "Ctrl+A");
-    press(screen, "F6", "F_Cgjh", [](ui::Screen& receipt) {
-      ui::Grid* lines = receipt.gridInSight();
-      ASSERT_TRUE(lines);
-      EXPECT_EQ(textsOf(lines->shownRows(), {"g_sn", "jh_sl"}), QStringList({"A 2", "B 2"}));
-    });
+    const auto receive = [&](const char* goods, const char16_t* warehouse) {
+      pressIn(*alerts.view(), "Ctrl+A");
+      press(screen, "F6", "F_Cgjh", [&](ui::Screen& receipt) {
+        ui::Grid* lines = receipt.gridInSight();
+        ASSERT_TRUE(lines);
+        EXPECT_EQ(textsOf(lines->shownRows(), {"g_sn", "jh_sl"}).join(u' '), goods);
+        EXPECT_EQ(receipt.field("comCk").text(), QString::fromUtf16(warehouse));
+      });
+    };
+    receive("A 2 B 2", u"主仓库");
+    // What is short in a branch is ordered for the branch, on the receipt that was begun.
+    choose(screen, "comCk", u"分店"_qs);
+    alerts.waitLoaded();
+    receive("A 2 B 2 C 3", u"分店");
   });
 }
 

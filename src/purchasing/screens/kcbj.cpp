@@ -8,6 +8,7 @@
 #include "statistics/purchase_sale_stock.h"
 #include "statistics/screens/movement_columns.h"
 #include "stock/screens/goods_enquiry.h"
+#include "stock/screens/trading_screen.h"
 #include "stock/stock_alerts.h"
 
 namespace jxc {
@@ -89,7 +90,8 @@ struct TF_Kcbj : ui::EnquiryScreen {
       std::vector<replenishing::Wanted> wanted;
       for (const Row& row : grid("gridBj").selectedRows())
         wanted.push_back({row.text("g_sn"), row.number("qs")});
-      if (replenishing::draftReceipt(wanted, prompt()) > 0) ui::openScreen("F_Cgjh");
+      const QString warehouse = criteria().warehouse;
+      if (replenishing::draftReceipt(wanted, prompt()) > 0) ui::screenAs<TradingScreen>("F_Cgjh").openIn(warehouse);
     });
     on(command("btn_Ckmx"), [this] {
       if (const auto row = shown().current()) showMovements(*row, criteria().warehouse);

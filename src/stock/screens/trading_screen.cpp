@@ -183,10 +183,20 @@ bool TradingScreen::returnDocument(const QString& source, Prompt& asked) {
   return true;
 }
 
+void TradingScreen::openIn(const QString& warehouse) {
+  opensIn_ = warehouse;
+  showModal();
+}
+
 void TradingScreen::beginDraft(const QString& lastDate) {
+  const QString asked = std::exchange(opensIn_, {});
   isPrepared_ = prepared_.has_value();
-  if (!isPrepared_) return PartnerDocumentScreen::beginDraft(lastDate);
-  draft() = *std::exchange(prepared_, std::nullopt);
+  if (isPrepared_) {
+    draft() = *std::exchange(prepared_, std::nullopt);
+    return;
+  }
+  PartnerDocumentScreen::beginDraft(lastDate);
+  if (!asked.isEmpty()) draft().warehouse = asked;
 }
 
 /// What was made ready has its lines already: it is not one that was cut off.

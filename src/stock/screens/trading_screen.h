@@ -40,6 +40,8 @@ class TradingScreen : public PartnerDocumentScreen<TradingDraft, TradingRules> {
   /// Opens on a return of this whole document, with the partner, warehouse and lines of it. Told and refused at
   /// `asked` when it cannot go back, or when a return that was begun waits to be saved. Whether the screen was opened.
   bool returnDocument(const QString& source, Prompt& asked);
+  /// Opens with this warehouse proposed (empty: the usual one), also for a document that was begun and not saved.
+  void openIn(const QString& warehouse);
 
  protected:
   bool keyPressed(QKeyEvent& event) override;
@@ -65,6 +67,7 @@ class TradingScreen : public PartnerDocumentScreen<TradingDraft, TradingRules> {
   const TradingScreenSpec trading_;
   std::optional<TradingDraft> prepared_;  // what the screen opens on
   bool isPrepared_ = false;               // the draft is that
+  QString opensIn_;                       // warehouse of the draft that the screen opens on
 };
 
 }  // namespace jxc
