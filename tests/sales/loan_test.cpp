@@ -3,6 +3,7 @@
 #include "sales/loan.h"
 
 #include "core/numbers.h"
+#include "engine/posting.h"
 #include "sales/loan_enquiry.h"
 #include "sales/loan_return.h"
 #include "sales/loan_sale.h"
@@ -371,6 +372,27 @@ TEST_F(LoanStory, WhatAnotherStationTookMeanwhileDoesNotComeBackTwice) {
   becomeOperator("小李", "100003", "300001");
   EXPECT_EQ(prompt.refused(loan_return::open(lent, 0, prompt)), "您没有客户借货管理的权限！");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(LoanStory, AReturnWaitsForTheServerAFewTimesHoweverManyLines) {
+  const Posting* const server = accountDb().posting();
+  if (!server) GTEST_SKIP() << "runs on a server, among pg.*";
+  const QString lent = lend(1, 100, 3);
+  for (int i = 0; i < 39; ++i)
+    execSql(
+        "insert into jxc_khjhsp (gl_djh,g_sn,jh_sl,jh_sl2,jh_hhsl,jh_xssl,jh_yj,jh_yj2,jh_zj,jh_kmmc,jh_flag,a_name) "
+        "values (?,'A',1,1,0,0,100,0,3,'现金','借货','admin')",
+        lent);
+  loan_return::open(lent, 0, prompt);  // makes the server know its statements
+  const auto expectTrips = [&](std::int64_t most, const std::function<void()>& command) {
+    const std::int64_t before = server->roundTrips();
+    command();
+    EXPECT_LE(server->roundTrips() - before, most);
+  };
+  std::optional<loan_return::ReturnDraft> back;
+  expectTrips(9, [&] { back = loan_return::open(lent, 0, prompt); });
+  expectTrips(9, [&] { loan_return::redate(*back, u"2021-05-09"_qs); });
+  EXPECT_EQ(loan_return::money().rent, 40 * 8 * 3);
 }
 
 // Of three pieces one comes back with two days of rent, two are kept.

@@ -33,9 +33,11 @@ class LoanScreensTest : public TradingScreenTest {
     s.findChild<QTabWidget*>()->setCurrentIndex(panel);
     settle();
   }
-  /// After what opened has found its place.
+  /// After layouts that follow one another have found their places.
   static void shot(ui::Screen& s, const QString& name) {
     settle();
+    for (int i = 0; i < 5; ++i)
+      settle();
     picture(s, name);
   }
   static QString money(ui::Screen& s) { return s.findChild<QLabel*>(QStringLiteral("lMoney"))->text(); }
