@@ -5,7 +5,7 @@
 #include "core/numbers.h"
 #include "core/reading.h"
 #include "core/refusal.h"
-#include "core/rights.h"
+#include "core/rights_now.h"
 #include "core/text.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
@@ -13,6 +13,8 @@
 #include "stock/partial_movement.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -45,15 +47,27 @@ struct Part {
   bool isNone = false;
 };
 
+/// Read once for all kinds; nothing where all of them are seen.
+std::optional<RightsNow> rightsFor(const DocumentListing& listing) {
+  return listing.byRight ? std::make_optional<RightsNow>() : std::nullopt;
+}
+
+/// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
+bool maySeeDocuments(const DocumentFamily& family, const RightsNow& rights) {
+  return std::ranges::any_of(std::array{family.make, family.audit, family.cancel, family.look},
+                             [&](const Right& right) { return right.isGuarded() && rights.has(right); });
+}
+
 std::vector<Part> partsOf(Families families, const Criteria& criteria, const DocumentListing& listing) {
   std::vector<Part> parts;
+  const auto sees = rightsFor(listing);
   for (std::size_t i = 0; i < families.size(); ++i) {
     const DocumentFamily& family = *families[i];
     if (!criteria.kind.isEmpty() && criteria.kind != words(family.prefix)) continue;
     if (!criteria.document.isEmpty() && !criteria.document.startsWith(words(family.prefix))) continue;
     if (!criteria.partner.isEmpty() && family.partner.empty()) continue;
     if (criteria.has(kUnpaidOnly | kOpenOnly) && !family.hasMoney()) continue;
-    if (listing.byRight && !maySeeDocuments(family)) continue;
+    if (sees && !maySeeDocuments(family, *sees)) continue;
     for (const State state : statesOf(criteria))
       parts.push_back({family, state, std::to_string(10 + i), listing});
   }
@@ -279,11 +293,6 @@ Sql waitingDocuments(Families families, const Warehouses& warehouses) {
   return all;
 }
 
-bool maySeeDocuments(const DocumentFamily& family) {
-  return std::ranges::any_of(std::array{family.make, family.audit, family.cancel, family.look},
-                             [](const Right& right) { return right.isGuarded() && hasRight(right); });
-}
-
 std::string openAmount(const DocumentFamily& family) {
   return compose("(a.{}-a.{}-a.{}", {family.due, family.paid, family.collected}) +
          (family.discount.empty() ? std::string() : compose("-a.{}", {family.discount})) + ")";
@@ -295,8 +304,10 @@ QString kindWord(const DocumentFamily& family) {
 
 std::vector<ListItem> listedKinds(Families families, const DocumentListing& listing) {
   std::vector<ListItem> items{{QStringLiteral("所有单据"), QString::fromUtf16(allKey)}};
+  const auto sees = document_list_detail::rightsFor(listing);
   for (const DocumentFamily* family : families)
-    if (!listing.byRight || maySeeDocuments(*family)) items.push_back({kindWord(*family), words(family->prefix)});
+    if (!sees || document_list_detail::maySeeDocuments(*family, *sees))
+      items.push_back({kindWord(*family), words(family->prefix)});
   return items;
 }
 

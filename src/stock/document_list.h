@@ -63,8 +63,6 @@ Sql listedLines(Families families, const Criteria& criteria, const Warehouses& w
 /// How many of these documents wait for their audit: a row `n` a kind that the operator may see.
 Sql waitingDocuments(Families families, const Warehouses& warehouses);
 
-/// The operator has a right to documents of this kind: to make, audit, cancel or look them up.
-bool maySeeDocuments(const DocumentFamily& family);
 /// What a document leaves open, in yuan, of a head `a` of a kind that has money: due less what was paid with it,
 /// discounted, and collected since.
 std::string openAmount(const DocumentFamily& family);
