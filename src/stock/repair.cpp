@@ -9,12 +9,17 @@
 #include "stock/ledger_flags.h"
 #include "stock/running_stock.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <cmath>
 #include <string>
 
 namespace jxc {
 namespace repair_detail {
+
+constexpr qint64 kShortStep = 20;  // ms
+constexpr int kLongestStep = 256;  // goods
 
 bool differs(double a, double b) {
   return std::fabs(a - b) >= 5e-7;
@@ -102,21 +107,38 @@ void syncRow(const Row& row, const QString& goods, double cost, bool changeDocum
 }  // namespace repair_detail
 
 bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
-                 const std::function<void(const QString& goods, const QString& warehouse)>& work) {
+                 const std::function<bool(const QString& goods, const QString& warehouse)>& work,
+                 std::vector<int>* changed) {
   RepairPosition own;
   RepairPosition& at = position ? *position : own;
   int first = 0;
   if (!at.isEmpty())
     for (int row = 0; row < pairs.rowCount(); ++row)
       if (pairs.text(row, 0) == at.goods && pairs.text(row, 1) == at.warehouse) first = row + 1;
-  for (int row = first; row < pairs.rowCount(); ++row) {
-    const QString goods = pairs.text(row, 0);
-    const QString warehouse = pairs.text(row, 1);
-    Transaction transaction(accountDb());
-    work(goods, warehouse);
-    transaction.commit();
-    at = {goods, warehouse};
-    if (progress && !progress(row + 1, pairs.rowCount())) return false;
+  using repair_detail::kLongestStep, repair_detail::kShortStep;
+  int together = 1;
+  for (int row = first; row < pairs.rowCount();) {
+    const int end = std::min(row + together, pairs.rowCount());
+    std::vector<int> ofStep;
+    try {
+      QElapsedTimer clock;
+      clock.start();
+      Transaction transaction(accountDb());
+      for (int each = row; each < end; ++each)
+        if (work(pairs.text(each, 0), pairs.text(each, 1))) ofStep.push_back(each);
+      // Others wait for it meanwhile: only what the work takes counts, for the disk they wait anyhow.
+      const bool isShort = clock.elapsed() < kShortStep;
+      transaction.commit();
+      together = isShort ? std::min(together * 2, kLongestStep) : std::max(1, (end - row) / 2);
+    } catch (...) {
+      if (end - row == 1) throw;
+      together = 1;
+      continue;
+    }
+    if (changed) changed->insert(changed->end(), ofStep.begin(), ofStep.end());
+    at = {pairs.text(end - 1, 0), pairs.text(end - 1, 1)};
+    row = end;
+    if (progress && !progress(row, pairs.rowCount())) return false;
   }
   at = {};
   return true;
@@ -139,8 +161,10 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
   const RowSet balances = openSelect(Sql("select g_sn,ck_sn from jxc_kcsp").where(where).add(" order by ck_sn,g_sn"));
   StockDigits digits;
   digits.roundQuantity = false;
-  if (!forEachPair(balances, progress, position,
-                   [&](const QString& goods, const QString& place) { recomputeGoods(goods, place, date, digits); }))
+  if (!forEachPair(balances, progress, position, [&](const QString& goods, const QString& place) {
+        recomputeGoods(goods, place, date, digits);
+        return true;
+      }))
     return false;
   Transaction transaction(accountDb());
   recomputeGoodsStock();
@@ -165,6 +189,7 @@ bool syncOutgoingCost(const QString& date, const QString& warehouse, bool change
   return forEachPair(pairs, progress, position, [&](const QString& goods, const QString& place) {
     for (const Row row : openSelect(rowsOfPair, goods, place, date))
       syncRow(row, goods, getLedgerRowCost(goods, place, row.text("gl_kdrq"), row.integer("id")), changeDocuments);
+    return true;
   });
 }
 

@@ -4,13 +4,14 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 namespace jxc {
 
 class RowSet;
 
-/// Told after each goods of a warehouse: how many of how many are done. Returning false stops; what is done stays done,
-/// for each is a transaction of its own. No transaction is open while it runs.
+/// Told after each step, of one goods of a warehouse or of some: how many of how many are done. Returning false stops;
+/// what is done stays done, for each step is a transaction of its own. No transaction is open while it runs.
 using RepairProgress = std::function<bool(int done, int total)>;
 
 /// How far a repair has come: give the same one again, and it goes on behind the last goods that was done. Empty: from
@@ -20,10 +21,14 @@ struct RepairPosition {
   bool isEmpty() const { return goods.isEmpty(); }
 };
 
-/// Does `work` for each goods in a warehouse behind the position, each in a transaction of its own. Goods and warehouse
-/// are the first two columns of the rows, whose order is the same at every call. False: stopped, as below.
+/// Does `work`, which tells whether it changed anything, for each goods in a warehouse behind the position. Goods and
+/// warehouse are the first two columns of the rows, whose order is the same at every call. A step is a transaction: it
+/// begins with one goods and grows while the work stays short, so that not every goods waits for the disk. One that
+/// fails is taken back whole and done again goods by goods; what fails alone is thrown, with all before it done.
+/// `changed` gets the rows that were changed, once they are committed. False: stopped, as below.
 bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosition* position,
-                 const std::function<void(const QString& goods, const QString& warehouse)>& work);
+                 const std::function<bool(const QString& goods, const QString& warehouse)>& work,
+                 std::vector<int>* changed = nullptr);
 
 /// Recomputes running figures, cost prices, goods' stock and sold quantities from `date` ("yyyy-MM-dd") on, in one
 /// warehouse or (empty) in all. Rows that earlier closings and syncs put in are deleted first, so are second balance

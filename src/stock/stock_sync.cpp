@@ -187,20 +187,21 @@ bool syncStock(const RowSet& places, SyncWay way, const RepairProgress& progress
   using namespace stock_sync_detail;
   const bool later = movesLater();
   const QString employee = defaultEmployeeName();
+  std::vector<int> changed;
+  const bool finished = forEachPair(
+      places, progress, position,
+      [&](const QString& goods, const QString& warehouse) { return syncPlace(goods, warehouse, way, later, employee); },
+      &changed);
+  if (changed.empty()) return finished;
   std::set<QString> warehouses;
-  int changed = 0;
-  const bool finished = forEachPair(places, progress, position, [&](const QString& goods, const QString& warehouse) {
-    if (!syncPlace(goods, warehouse, way, later, employee)) return;
-    warehouses.insert(warehouse);
-    ++changed;
-  });
-  if (changed == 0) return finished;
+  for (const int row : changed)
+    warehouses.insert(places.text(row, 1));
   Transaction transaction(accountDb());
   for (const QString& warehouse : warehouses)
     refreshMonthStock(warehouse, clock::month());
   writeLog(u"库存同步：%1，共%2种商品"_qs
                .arg(way == SyncWay::StockFollows ? u"用结存数量替换当前库存数量"_qs : u"用当前库存数量替换结存数量"_qs)
-               .arg(changed));
+               .arg(changed.size()));
   transaction.commit();
   return finished;
 }

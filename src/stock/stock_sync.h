@@ -16,7 +16,7 @@ Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses);
 /// Which of the two is right.
 enum class SyncWay : char { StockFollows, LedgerFollows };
 
-/// Makes them agree for these goods and warehouses (first two columns), each in a transaction of its own that looks
+/// Makes them agree for these goods and warehouses (first two columns), step by step in transactions that look
 /// again: what another station has settled or moved meanwhile is taken as it is then. Either stock takes what the
 /// ledger says, or the ledger gets a row of today for the difference ("同步", which recomputations keep) and is
 /// replayed from there; where goods move later the shelf stays what it is. Stock and average of the goods and the
