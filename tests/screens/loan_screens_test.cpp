@@ -121,6 +121,9 @@ TEST_F(LoanScreensTest, ALoanOfTwoGoodsComesBackIsKeptAndItsDepositsAreCounted) 
         type(line, "tzzj", u"150");
         EXPECT_TRUE(money(line).contains(u"还须向客户收取租金 50.00"_qs)) << money(line).toStdString();
         type(line, "tsl", u"2");
+        type(line, "tthyj", u"20");
+        EXPECT_TRUE(money(line).contains(u"商品已还清，仍在押 62.00"_qs)) << money(line).toStdString();
+        shot(line, u"khjh-back-stays"_qs);
         type(line, "tsl", u"1");
         type(line, "tthyj", u"41");
         picture(line, u"khjh-back-line"_qs);
