@@ -71,10 +71,11 @@ Sql open(const Criteria& criteria, const Warehouses& warehouses) {
   using namespace loan_enquiry_detail;
   Filter filter = conditions(criteria, warehouses);
   filter.add("a.jh_flag='jh'");
-  return Sql("select x.*,x.jh_zj*x.jcts*x.opensl as ysje,iif(x.leftyj>0,x.leftyj,0) as heldyj from (select " +
+  return Sql("select x.*,iif(x.days<1,1,x.days) as jcts,x.jh_zj*iif(x.days<1,1,x.days)*x.opensl as "
+             "ysje,iif(x.leftyj>0,x.leftyj,0) as heldyj from (select " +
                  std::string(kNames) + "b.jh_yj,b.jh_sl,b.jh_hhsl,b.jh_xssl,b.jh_yj2," +
                  partial::openPieces(partial::lending, "b") + " as opensl," + loans::depositLeft("b") +
-                 " as leftyj,datediff('d',left(a.jh_rq,10),?)+1 as jcts from " + kTables,
+                 " as leftyj,datediff('d',left(a.jh_rq,10),?)+1 as days from " + kTables,
              clock::today())
       .where(filter)
       .add(") x where x.opensl>0 or x.leftyj>0 order by x.jh_rq,x.gl_djh,x.lid");

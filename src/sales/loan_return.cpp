@@ -9,6 +9,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/number_text.h"
 #include "sales/loan.h"
 #include "stock/document.h"
 #include "stock/failing_command.h"
@@ -143,6 +144,10 @@ Refusal impossible(const ReturnLine& line) {
   if (const Refusal rent = lending::impossibleRent(std::min(line.rent, line.rentTotal)); rent) return rent;
   if (const Refusal deposit = lending::impossibleDeposit(line.available); deposit) return deposit;
   if (line.available > line.held + 5e-7) return {u"可用押金不能大于剩余押金，重新输入！"_qs, Subject::Deposit};
+  // Rent is taken from the deposit first: collected in cash beside it, it would be paid twice.
+  if (line.available < std::min(line.held, line.rentTotal) - 5e-7)
+    return {u"租金先从押金中扣除：可用押金不能小于"_qs + numberText(std::min(line.held, line.rentTotal)) + u'！',
+            Subject::Deposit};
   // What the rent has used of a deposit, or what went back of it once, cannot go back.
   return {line.refund < 0 || line.refund > refundOf(line.available, line.rentTotal) + 5e-7,
           u"退回押金不能大于可用押金减去租金合计！"_qs, Subject::Refund};

@@ -103,8 +103,9 @@ QString saveSale(const Conversion& c, const QString& back) {
   const LineDraft kept = lineOf(c);
   const AddedLines line = *sale::rules().lines().addLines(Lines::Draft, place, {&kept, 1});
   updateRow(f.lines, line.last, {{"gl_djh2", back}});
-  Balanced money{.due = c.payable, .paid = c.paid};
-  if (c.settlement == Settlement::AtPaidAmount) money = balanceSale(line.number, c.paid, c.payable);
+  const double paid = roundTotalIfSeparate(c.paid);
+  Balanced money{.due = c.payable, .paid = paid};
+  if (c.settlement == Settlement::AtPaidAmount) money = balanceSale(line.number, paid, c.payable);
   sale::writeHead(draft, line.number, money);
   execSql("update jxc_lsxsd set ls_crk=1,ls_qk=0 where gl_djh=?", line.number);
   if (auditInside(f, line.number) != AuditOutcome::Audited) throw std::runtime_error("销售单没有审核。");
@@ -172,7 +173,10 @@ std::optional<Converted> save(const Conversion& c, Prompt& prompt) {
   Converted made;
   onDocument(c.loan, u"转销售", [&] {
     Transaction transaction(accountDb());
+    // Also what may have changed while the question stood: accounts and warehouses are renamed and deleted.
     changed = standsAgainst(c);
+    if (!changed) changed = impossible(c);
+    if (!changed) changed = warehouseGone(c.warehouse);
     if (changed) return;
     made.back = saveReturn(c);
     made.sale = saveSale(c, made.back);

@@ -8,6 +8,7 @@
 #include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
 #include "stock/ledger.h"
+#include "stock/loans.h"
 #include "stock/posting.h"
 #include "stock/prepayment.h"
 
@@ -73,6 +74,7 @@ class SaleLines : public TradingLines {
   double setChange(const QString& value, QStringView field, Lines where, std::int64_t id,
                    Prompt& prompt) const override {
     const bool isQuantity = field == u"sl";
+    if (isQuantity && where == Lines::Waiting && isRefused(loans::piecesStay(id), prompt)) return 0;
     if (!isQuantity && isGift(where, id)) return 0;  // a gift has no price
     if ((field == u"dj" || field == u"taxdj") && !priceMayChange()) {
       prompt.notice(u"系统设置为销售时不允许修改销售单价！"_qs);
@@ -85,6 +87,16 @@ class SaleLines : public TradingLines {
       return TradingLines::setChange(u"1"_qs, field, where, id, prompt);
     }
     return TradingLines::setChange(value, field, where, id, prompt);
+  }
+
+  bool changeLine(Lines where, std::int64_t id, const LinePlace& place, const LineDraft& draft,
+                  Prompt& prompt) const override {
+    if (where == Lines::Waiting) {
+      const auto before = loadLine(where, id);
+      if (before && before->amounts.quantity() != draft.amounts.quantity() && isRefused(loans::piecesStay(id), prompt))
+        return false;
+    }
+    return TradingLines::changeLine(where, id, place, draft, prompt);
   }
 
   Sql goodsToPick(const LinePlace& place, const PickFilter& wanted) const override {

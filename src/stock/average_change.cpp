@@ -23,6 +23,29 @@ void setIn(const QString& goods, const QString& warehouse, double average) {
             {{"gl_pjjj", average}, {"gl_kczje", roundTotal(last.number(0, 1) * average)}});
 }
 
+/// False: the goods stand in none of these warehouses.
+bool change(const QString& goods, const QString& warehouse, double average) {
+  const Warehouses asked({.warehouse = warehouse});
+  Filter known;
+  known.add("g_sn=?", goods);
+  asked.restrict(known, "ck_sn");
+
+  Transaction transaction(accountDb());
+  const double before = averageToChange(goods, warehouse);
+  const RowSet places = openSelect(Sql("select distinct ck_sn from jxc_kcsp").where(known).add(" order by ck_sn"));
+  if (places.isEmpty()) return false;
+  for (const Row place : places)
+    setIn(goods, place.text("ck_sn"), average);
+  const double ofGoods = asked.areAll() ? average : goodsAvgCost(goods);
+  if (ofGoods > 0) execSql("update jxc_goods set g_pjjj=?,g_cbj=? where g_sn=?", ofGoods, ofGoods, goods);
+  writeLog(u"修改库存均价：%1 %2，仓库：%3，%4 → %5"_qs.arg(
+      goods, lookupValue("select g_name from jxc_goods where g_sn=?", goods),
+      warehouse.isEmpty() ? u"所有仓库"_qs : lookupValue("select ck_name from jxc_ckxx where ck_sn=?", warehouse),
+      numberText(before), numberText(average)));
+  transaction.commit();
+  return true;
+}
+
 }  // namespace average_change_detail
 
 double averageToChange(const QString& goods, const QString& warehouse) {
@@ -35,25 +58,8 @@ bool changeAverage(const QString& goods, const QString& warehouse, double typed,
   if (refused({{average <= 0, u"成本均价必须大于零！"_qs}, {average >= kDearest, u"成本均价不正确，请重新输入！"_qs}},
               prompt))
     return false;
-  const Warehouses asked({.warehouse = warehouse});
-  Filter known;
-  known.add("g_sn=?", goods);
-  asked.restrict(known, "ck_sn");
-
-  Transaction transaction(accountDb());
-  const double before = averageToChange(goods, warehouse);
-  const RowSet places = openSelect(Sql("select distinct ck_sn from jxc_kcsp").where(known).add(" order by ck_sn"));
-  if (refused({{places.isEmpty(), u"该商品在仓库中没有库存记录！"_qs}}, prompt)) return false;
-  for (const Row place : places)
-    average_change_detail::setIn(goods, place.text("ck_sn"), average);
-  const double ofGoods = asked.areAll() ? average : goodsAvgCost(goods);
-  if (ofGoods > 0) execSql("update jxc_goods set g_pjjj=?,g_cbj=? where g_sn=?", ofGoods, ofGoods, goods);
-  writeLog(u"修改库存均价：%1 %2，仓库：%3，%4 → %5"_qs.arg(
-      goods, lookupValue("select g_name from jxc_goods where g_sn=?", goods),
-      warehouse.isEmpty() ? u"所有仓库"_qs : lookupValue("select ck_name from jxc_ckxx where ck_sn=?", warehouse),
-      numberText(before), numberText(average)));
-  transaction.commit();
-  return true;
+  return !refused({{!average_change_detail::change(goods, warehouse, average), u"该商品在仓库中没有库存记录！"_qs}},
+                  prompt);
 }
 
 }  // namespace jxc

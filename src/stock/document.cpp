@@ -385,9 +385,11 @@ bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std:
   {
     Transaction transaction(accountDb());
     waits = document_detail::isWaiting(family, number);
-    if (waits && family.stays && lineCount(family, number) == 1) stays = family.stays(number);
+    if (waits && family.stays) stays = family.stays(number);
+    if (waits) execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
+    // What makes it stay hangs on one of its lines: the others may go.
+    if (stays && family.stays(number)) stays.reset();
     if (waits && !stays) {
-      execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
       // A balancing line settles goods: alone it is no document.
       emptied = !document_detail::hasGoods(family, number);
       if (emptied) {

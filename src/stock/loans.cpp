@@ -100,6 +100,15 @@ QString conversionOf(const QString& sale) {
       sale);
 }
 
+std::optional<QString> piecesStay(std::int64_t saleLine) {
+  const QString back = lookupValue(
+      "select top 1 a.gl_djh from jxc_khjhsp a,jxc_lsxssp b where a.g_sn=b.g_sn and a.gl_djh=b.gl_djh2 and b.id=? and "
+      "a.jh_flag='销售'",
+      saleLine);
+  if (back.isEmpty()) return {};
+  return u"该商品由借转销售产生，数量与还货单 "_qs + back + u" 一致，不能修改！"_qs;
+}
+
 std::optional<QString> soldBy(const QString& back) {
   const QString sale = saleOf(back);
   if (sale.isEmpty() || !exists("select id from jxc_lsxsd where ls_status=1 and gl_djh=?", sale)) return {};

@@ -42,6 +42,8 @@ std::optional<QString> returnedBy(const QString& loan);
 std::optional<QString> soldBy(const QString& back);
 /// Why a waiting sale cannot be deleted: it is what a customer kept of a loan, and its return stands.
 std::optional<QString> saleStays(const QString& sale);
+/// Why the pieces of a sale's line cannot be changed: they are what a customer kept of a loan.
+std::optional<QString> piecesStay(std::int64_t saleLine);
 /// The sale that was made with this return, and the return that was made with this sale; empty: none.
 QString saleOf(const QString& back);
 QString conversionOf(const QString& sale);

@@ -142,6 +142,21 @@ bool syncPlace(const QString& goods, const QString& warehouse, SyncWay way, bool
   return true;
 }
 
+/// The figures of the month and the log, once for all that was kept.
+void logSync(const RowSet& places, SyncWay way, const std::vector<int>& changed) {
+  if (changed.empty()) return;
+  std::set<QString> warehouses;
+  for (const int row : changed)
+    warehouses.insert(places.text(row, 1));
+  Transaction transaction(accountDb());
+  for (const QString& warehouse : warehouses)
+    refreshMonthStock(warehouse, clock::month());
+  writeLog(u"库存同步：%1，共%2种商品"_qs
+               .arg(way == SyncWay::StockFollows ? u"用结存数量替换当前库存数量"_qs : u"用当前库存数量替换结存数量"_qs)
+               .arg(changed.size()));
+  transaction.commit();
+}
+
 }  // namespace stock_sync_detail
 
 Sql stockDifferences(const Criteria& criteria, const Warehouses& warehouses) {
@@ -188,21 +203,23 @@ bool syncStock(const RowSet& places, SyncWay way, const RepairProgress& progress
   const bool later = movesLater();
   const QString employee = defaultEmployeeName();
   std::vector<int> changed;
-  const bool finished = forEachPair(
-      places, progress, position,
-      [&](const QString& goods, const QString& warehouse) { return syncPlace(goods, warehouse, way, later, employee); },
-      &changed);
-  if (changed.empty()) return finished;
-  std::set<QString> warehouses;
-  for (const int row : changed)
-    warehouses.insert(places.text(row, 1));
-  Transaction transaction(accountDb());
-  for (const QString& warehouse : warehouses)
-    refreshMonthStock(warehouse, clock::month());
-  writeLog(u"库存同步：%1，共%2种商品"_qs
-               .arg(way == SyncWay::StockFollows ? u"用结存数量替换当前库存数量"_qs : u"用当前库存数量替换结存数量"_qs)
-               .arg(changed.size()));
-  transaction.commit();
+  bool finished = false;
+  try {
+    finished = forEachPair(
+        places, progress, position,
+        [&](const QString& goods, const QString& warehouse) {
+          return syncPlace(goods, warehouse, way, later, employee);
+        },
+        &changed);
+  } catch (...) {
+    try {
+      logSync(places, way, changed);  // what was kept until then
+    } catch (const DbError&) {
+      // What stopped the sync stands in the way of this too, and is what the operator is told.
+    }
+    throw;
+  }
+  logSync(places, way, changed);
   return finished;
 }
 

@@ -7,6 +7,7 @@
 #include "sales/loan_enquiry.h"
 #include "sales/loan_return.h"
 #include "sales/loan_sale.h"
+#include "sales/sale.h"
 #include "stock/loans.h"
 #include "stock/partial_movement.h"
 #include "stock/shop.h"
@@ -135,6 +136,9 @@ TEST_F(LoanStory, TwoPiecesComeBackSinglyWithAndWithoutRent) {
   EXPECT_EQ(bring(lent, 1, "2021-05-01"), "还货日期不能早于借货日期：2021-05-02！");
   EXPECT_EQ(bring(lent, 1, "2021-05-04", [](auto& line) { line.available = 101; }),
             "可用押金不能大于剩余押金，重新输入！");
+  // The rent of 9 goes off the deposit: it is not collected in cash beside it.
+  EXPECT_EQ(bring(lent, 1, "2021-05-04", [](auto& line) { line.available = 0; }),
+            "租金先从押金中扣除：可用押金不能小于9！");
   EXPECT_EQ(bring(lent, 1, "2021-05-04", [](auto& line) { line.refund = 92; }),
             "退回押金不能大于可用押金减去租金合计！");
   prompt.forget();
@@ -306,6 +310,19 @@ TEST_F(LoanStory, WhatIsKeptIsAReturnAndASaleThatNoCancelTearsApart) {
     EXPECT_FALSE(deleteWaitingLine(families::sale, made->sale, firstIdOf("jxc_lsxssp", "gl_djh", made->sale), prompt));
     EXPECT_EQ(prompt.lastNotice(), "销售单" + made->sale + "由借货转销售产生，不能单独删除！\r\n\r\n取消审核还货单 " +
                                        made->back + " 时，会一并删除该销售单。");
+    // Nor does its line go, or change its pieces, with other goods beside it; those may go.
+    const std::int64_t itsLine = firstIdOf("jxc_lsxssp", "gl_djh", made->sale);
+    const std::int64_t beside = test::writeLine(families::sale, made->sale, u"2021-05-04"_qs, {"A", 1, 9});
+    prompt.forget();
+    EXPECT_FALSE(deleteWaitingLine(families::sale, made->sale, itsLine, prompt));
+    EXPECT_TRUE(prompt.lastNotice().contains("不能单独删除"));
+    EXPECT_EQ(sale::rules().lines().setChange("2", u"sl", Lines::Waiting, itsLine, prompt), 0);
+    EXPECT_TRUE(prompt.lastNotice().contains("数量与还货单 " + made->back + " 一致"));
+    EXPECT_EQ(row("select ls_sl from jxc_lsxssp where id=?", itsLine), "1");
+    prompt.forget();
+    deleteWaitingLine(families::sale, made->sale, beside, prompt);
+    EXPECT_EQ(prompt.lastNotice(), QString());
+    EXPECT_EQ(row("select count(*) from jxc_lsxssp where gl_djh=?", made->sale), "1");
     // It may also be audited again, as it was.
     audited(made->sale);
     EXPECT_EQ(balanceOf("A"), "9 9 5");
