@@ -42,10 +42,9 @@ void requireUnused(const QString& file) {
 void keepOld(const QString& file) {
   requireUnused(file);
   const QString old = file + QStringLiteral(".old-") + clock::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-  moveFile(file, old);
-  for (const char16_t* side : sideFiles)
-    if (const QString name = QString::fromUtf16(side); QFileInfo::exists(file + name))
-      moveFile(file + name, old + name);
+  // A log may be all that is left: the set itself was moved away.
+  for (const QString& name : {QString(), QString::fromUtf16(sideFiles[0]), QString::fromUtf16(sideFiles[1])})
+    if (QFileInfo(file + name).isFile()) moveFile(file + name, old + name);
 }
 
 void tellProgress(std::ostream& out, const CopyProgress& progress) {
@@ -74,7 +73,7 @@ void makeDatabaseFile(const QString& file, const std::function<void(const QStrin
   removeDatabaseFile(beside);
   try {
     fill(beside);
-    if (QFileInfo(file).isFile()) keepOld(file);
+    keepOld(file);
     moveFile(beside, file);
   } catch (const std::filesystem::filesystem_error& error) {
     removeDatabaseFile(beside);

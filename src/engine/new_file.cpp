@@ -1,5 +1,6 @@
 #include "engine/new_file.h"
 
+#include "engine/file_use.h"
 #include "engine/shared_folder.h"
 
 #include <QDateTime>
@@ -22,10 +23,13 @@ constexpr qint64 quietSeconds = 600;
 
 /// Copies of the same set whose process is gone. Only what bears the name of such a copy: the folder is the operator's.
 void sweep(const QFileInfo& target) {
+  // A backup is called by the set, its moment in digits, and what says that it is one: 店名20260101120000.DAT.
+  static const QRegularExpression moment(QStringLiteral("[0-9]+"));
   static const QRegularExpression ours(QStringLiteral("^(.+)\\.(\\d+)\\.tmp$"));
+  const auto likeTarget = [&](QString name) { return name.remove(moment) == target.fileName().remove(moment); };
   for (const QFileInfo& left : QDir(target.absolutePath()).entryInfoList({QStringLiteral("*.tmp")}, QDir::Files)) {
     const QRegularExpressionMatch match = ours.match(left.fileName());
-    if (!match.hasMatch() || (!match.captured(1).contains(u'.') && match.captured(1) != target.fileName())) continue;
+    if (!match.hasMatch() || !likeTarget(match.captured(1))) continue;
     if (left.lastModified().secsTo(QDateTime::currentDateTime()) < quietSeconds) continue;
     const bool isDead = ::kill(match.captured(2).toInt(), 0) != 0 && errno == ESRCH;
     QFile file(left.filePath());
@@ -54,11 +58,13 @@ NewFile::~NewFile() {
 
 void NewFile::keep() {
   sync(name_, O_RDONLY);
-  // The log of what stood there before would be played into what stands there now.
-  for (const char* side : {"-wal", "-shm", "-journal"})
-    QFile::remove(target_ + QLatin1String(side));
+  // Writing took its time: somebody may have opened what stands there.
+  if (isAccountFileInUse(target_)) fail_(EBUSY);
   if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0) fail_(errno);
   kept_ = true;
+  // The log of what stood there before belongs to nothing any more. Not before: it holds the last of what stood there.
+  for (const char* side : {"-wal", "-shm", "-journal"})
+    QFile::remove(target_ + QLatin1String(side));
   sync(QFileInfo(target_).absolutePath(), O_RDONLY | O_DIRECTORY);
 }
 

@@ -123,6 +123,13 @@ void Link::wait(Wait& waited) {
   };
   Clock::time_point end = start + patience();
   bool isCancelled = false;
+  // An answer may come while a cancel is on its way, which would meet the next statement then.
+  struct Heard {
+    std::future<void> cancel;
+    ~Heard() {
+      if (cancel.valid()) cancel.wait_for(patienceForCancel);
+    }
+  } heard;
   for (;;) {
     const int unsent = PQflush(connection_.get());
     if (unsent < 0) throw LinkLost{};
@@ -137,7 +144,7 @@ void Link::wait(Wait& waited) {
     waited.passed(passed());
     if (!isCancelled && (Clock::now() >= end || Wait::isStopWanted(passed()))) {
       isCancelled = true;
-      askToStop();
+      heard.cancel = askToStop();
       end = Clock::now() + patienceAfterCancel;
     } else if (isCancelled && Clock::now() >= end) {
       throw LinkLost{.isSilent = true};

@@ -213,6 +213,7 @@ std::vector<ResultHandle> PostgresDatabase::exchange() {
   lastState_ = stateOf(failed);
   if (endsConnection(lastState_)) loseLink(failedText, {});
   spoiled_ = opened_ > 0;
+  toldPatience_ = {};  // what was told on the way may have been taken back with it
   throw statementFailed(
       failed, failedText,
       [](void* catalogue, std::string_view place) {

@@ -49,8 +49,10 @@ ConnectionHandle openCopy(const QString& target, const QString& name) {
 constexpr int percentOfCopying = 60;  // reading the copy once more takes the rest
 
 /// Somebody wants his last backup back most when the disk begins to die: it stays unless the new one can replace it.
-void requireSound(const StorageCheck& check, const FileRole& source) {
+/// A copy that is damaged where the set is sound lies on a bad disk itself.
+void requireSound(const StorageCheck& check, const FileRole& source, const QString& copy, bool isSetSound) {
   if (check.damage.isEmpty()) return;
+  if (isSetSound) throw copyFailed(copy, QStringLiteral("写好的备份读出来不对，那里的磁盘可能已经损坏。"));
   throw DbError(Kind::File, QStringLiteral("帐套文件已损坏，没有备份，以前的备份没有改动。损坏：") +
                                 check.damage.mid(0, 2).join(QStringLiteral("；")) + u'。' +
                                 fileNote(source.file, false));
@@ -130,7 +132,7 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
       rest = [&progress](int percent) { return progress(percentOfCopying + percent * (99 - percentOfCopying) / 100); };
     const StorageCheck check = checkIntegrity(copy.get(), rest);
     if (!check.finished) return;
-    requireSound(check, role_);
+    requireSound(check, role_, file, !check.damage.isEmpty() && checkIntegrity(connection_.get(), {}).damage.isEmpty());
   }
   temporary.keep();
   if (progress) progress(100);

@@ -122,7 +122,11 @@ void compare(sqlite3* connection, const Reporter& reporter, StorageCheck& check)
     const QString line = QString::fromUtf8(text(raw, 0));
     if (line != u"ok") check.damage += line.split(u'\n').mid(0, mostPlaces);
   }
-  if (code != SQLITE_DONE && !reporter.isStopped()) check.damage << QString::fromUtf8(sqlite3_errmsg(connection));
+  if (code == SQLITE_DONE || reporter.isStopped()) return;
+  // Short memory or another station say nothing of the file.
+  if (const int kind = code & 0xff; kind != SQLITE_CORRUPT && kind != SQLITE_NOTADB && kind != SQLITE_IOERR)
+    throw statementFailed({}, code, sqlite3_errmsg(connection), "integrity_check");
+  check.damage << QString::fromUtf8(sqlite3_errmsg(connection));
 }
 
 /// Whether each of its arguments that is a text can have been written by this program. A sector that came back as zeros

@@ -12,6 +12,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,9 +28,10 @@ constexpr off_t allLockBytes = sharedLockBytes + 2;
 struct OpenFiles {
   std::mutex mutex;
   std::map<sqlite3*, FileIdentity> all;
+  std::multiset<FileIdentity> closing;  // a connection's address may be another one's before its file is closed
 
   bool has(const FileIdentity& file) const {
-    return std::ranges::any_of(all, [&](const auto& each) { return each.second == file; });
+    return closing.contains(file) || std::ranges::any_of(all, [&](const auto& each) { return each.second == file; });
   }
 };
 OpenFiles& openFiles() {
@@ -83,10 +85,21 @@ void noteOpened(sqlite3* connection, const QString& file) {
   files.all[connection] = identityOf(file);
 }
 
-void noteClosed(sqlite3* connection) {
+void closeNoted(sqlite3* connection) {
   open_files_detail::OpenFiles& files = open_files_detail::openFiles();
+  std::optional<FileIdentity> file;
+  {
+    const std::lock_guard guard(files.mutex);
+    if (const auto noted = files.all.find(connection); noted != files.all.end()) {
+      file = noted->second;
+      files.closing.insert(*file);
+      files.all.erase(noted);
+    }
+  }
+  sqlite3_close_v2(connection);
+  if (!file) return;
   const std::lock_guard guard(files.mutex);
-  files.all.erase(connection);
+  files.closing.erase(files.closing.find(*file));
 }
 
 NobodyOpens::NobodyOpens() {
@@ -139,8 +152,7 @@ bool FileWatch::hasOtherLog() const {
 }
 
 void CloseConnection::operator()(sqlite3* connection) const {
-  sqlite3_close_v2(connection);
-  noteClosed(connection);
+  closeNoted(connection);
 }
 
 }  // namespace jxc::sqlite

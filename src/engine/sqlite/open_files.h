@@ -16,7 +16,7 @@ FileIdentity identityOf(const QString& file);
 /// Every connection of this process is noted, before it reads for the first time: a second descriptor of an open file,
 /// once closed, would take the locks of the first with it, so nothing looks into a file that is open here.
 void noteOpened(sqlite3* connection, const QString& file);
-void noteClosed(sqlite3* connection);
+void closeNoted(sqlite3* connection);
 
 /// No connection of this process begins or ends meanwhile.
 class NobodyOpens {

@@ -59,11 +59,12 @@ constexpr std::array levels{
     Level{"savepoint s6", "release s6", "rollback to s6"}, Level{"savepoint s7", "release s7", "rollback to s7"},
 };
 
-std::uint32_t numberOf(sqlite3* connection) {
+/// Nothing when it cannot be read: a number that follows from none would make the file's own log a foreign one.
+std::optional<std::uint32_t> numberOf(sqlite3* connection) {
   sqlite3_stmt* raw = nullptr;
   sqlite3_prepare_v2(connection, "pragma user_version", -1, &raw, nullptr);
   const StatementHandle statement(raw);
-  if (raw == nullptr || sqlite3_step(raw) != SQLITE_ROW) return 0;
+  if (raw == nullptr || sqlite3_step(raw) != SQLITE_ROW) return {};
   return static_cast<std::uint32_t>(sqlite3_column_int(raw, 0));
 }
 
@@ -270,7 +271,8 @@ void SqliteDatabase::beginSession() {
   if (!std::exchange(opening_.alone, false)) return;
   sqlite3* const connection = connection_.get();
   if (sqlite3_exec(connection, "begin immediate", nullptr, nullptr, nullptr) != SQLITE_OK) return;
-  const bool isCounted = setNumber(connection, followingNumber(numberOf(connection))) &&
+  const auto number = numberOf(connection);
+  const bool isCounted = number && setNumber(connection, followingNumber(*number)) &&
                          sqlite3_exec(connection, "commit", nullptr, nullptr, nullptr) == SQLITE_OK;
   if (sqlite3_get_autocommit(connection) == 0) sqlite3_exec(connection, "rollback", nullptr, nullptr, nullptr);
   if (isCounted) carryLog(connection);
@@ -279,7 +281,8 @@ void SqliteDatabase::beginSession() {
 /// Each commit carries the next number, in the header of the first page: see write_ahead_log.h.
 void SqliteDatabase::countCommit() {
   using namespace sqlite_database_detail;
-  if (!setNumber(connection_.get(), followingNumber(numberOf(connection_.get()))))
+  const auto number = numberOf(connection_.get());
+  if (!number || !setNumber(connection_.get(), followingNumber(*number)))
     fail(sqlite3_extended_errcode(connection_.get()), "commit");
 }
 
