@@ -1,9 +1,10 @@
 // Stations, kills, cuts, full disks and clocks that jump, as a seed has it: whatever happens, the books agree and
-// nobody was told what is not so. JXC_SIMULATION_SECONDS=3600 goes on for so long instead of the time that the suite
-// takes; JXC_SEED=n begins with another seed; JXC_SIMULATION_TRACE=FILE keeps the moves of one that fails.
+// nobody was told what is not so. JXC_SIMULATION_SECONDS=3600 goes on for so long behind the stories of the suite;
+// JXC_SEED=n begins with another seed; JXC_SIMULATION_TRACE=FILE keeps the moves of one that fails.
 #include "simulation/simulation.h"
 
 #include "harness/account_set_fixture.h"
+#include "server/test_engine.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -52,11 +53,12 @@ class SimulationTest : public test::AccountSetFixture {};
 
 TEST_F(SimulationTest, TheBooksAgreeAndNobodyWasToldWhatIsNotSo) {
   using Clock = std::chrono::steady_clock;
-  const auto end = Clock::now() + std::chrono::seconds(asked("JXC_SIMULATION_SECONDS", 30));
+  const auto end = Clock::now() + std::chrono::seconds(asked("JXC_SIMULATION_SECONDS", 0));
   std::map<std::string, int> happened;
   const unsigned first = static_cast<unsigned>(asked("JXC_SEED", 1));
-  unsigned seed = first;
-  for (; seed < first + 6 || Clock::now() < end; ++seed) {
+  // The same stories on every machine, however quick it is.
+  const unsigned stories = std::getenv("JXC_SEED") != nullptr ? 1 : test::onServer() ? 8 : 48;
+  for (unsigned seed = first; seed < first + stories || Clock::now() < end; ++seed) {
     Simulation simulation(seed, stationsOf(seed), faultsOf(seed));
     const QString wrong = simulation.run(commands);
     for (const char* what : {"done", "killed", "lost", "full", "busy", "clock", "S", "A", "C", "looked", "fate"})
@@ -72,6 +74,7 @@ TEST_F(SimulationTest, TheBooksAgreeAndNobodyWasToldWhatIsNotSo) {
   }
   for (const auto& [what, often] : happened)
     RecordProperty(what, often);
+  if (stories == 1) return;
   for (const char* what : {"killed", "full", "clock", "S", "A", "C"})
     EXPECT_GT(happened[what], 0) << what;
   EXPECT_GT(happened["lost"] + happened["busy"], 0);
