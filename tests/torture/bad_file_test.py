@@ -129,13 +129,15 @@ class BadFile(Case):
 
     def test_what_a_killed_backup_left_goes_with_the_next_one(self):
         self.run_it("create")
-        left, young, own = (self.home / name for name in ("old.DAT.999999999.tmp", "new.DAT.999999998.tmp", "my.7.tmp"))
+        left, young, own = (self.home / name for name in ("shop20260101120000.DAT.999999999.tmp",
+                                                          "shop20260101130000.DAT.999999998.tmp",
+                                                          "photos.db.999999997.tmp"))
         left.write_bytes(b"SQLite format 3\0")
         young.write_bytes(b"SQLite format 3\0")
         own.write_bytes(b"SQLite format 3\0")
         for path in (left, own):
             os.utime(path, (10**9, 10**9))
-        self.run_it("backup", str(self.home / "copy.DAT"))
+        self.run_it("backup", str(self.home / "shop20260102120000.DAT"))
         self.assertEqual([path.exists() for path in (left, young, own)], [False, True, True])
 
     def test_a_folder_in_the_place_of_the_file(self):
