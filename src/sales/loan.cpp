@@ -1,10 +1,12 @@
 #include "sales/loan.h"
 
+#include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
 #include "stock/ledger.h"
+#include "stock/line_amounts.h"
 #include "stock/table_lines.h"
 
 namespace jxc::lending {
@@ -95,6 +97,10 @@ class LoanRules final : public RulesOver<DraftOfPartner> {
 };
 
 }  // namespace loan_detail
+
+double rounded(double yuan) {
+  return roundEps(yuan, AmountRules::current().amountDigits());
+}
 
 const RulesOver<DraftOfPartner>& rules() {
   static const loan_detail::LoanRules all;

@@ -11,6 +11,8 @@ namespace jxc::lending {
 /// As its screens ask for them.
 const RulesOver<DraftOfPartner>& rules();
 
+/// Yuan to the digits of amounts, as every rent, refund and price of a loan is written.
+double rounded(double yuan);
 /// Why no line can have this rent (yuan a piece and day) or this deposit (yuan of the line).
 Refusal impossibleRent(double rent);
 Refusal impossibleDeposit(double deposit);

@@ -26,13 +26,9 @@
 namespace jxc::loan_return {
 namespace loan_return_detail {
 
-double rounded(double yuan) {
-  return roundEps(yuan, AmountRules::current().amountDigits());
-}
-
 /// What the deposit leaves behind the rent.
 double refundOf(double available, double rentTotal) {
-  return rounded(std::max(0.0, available - rentTotal));
+  return lending::rounded(std::max(0.0, available - rentTotal));
 }
 
 using Lent = std::map<std::int64_t, loans::LoanLine>;
@@ -189,16 +185,16 @@ void writeLines(const ReturnDraft& draft, const QString& number) {
 
 void ReturnLine::setQuantity(double pieces) {
   quantity = roundedQuantity(pieces);
-  rentTotal = loan_return_detail::rounded(quantity * days * rent);
+  rentTotal = lending::rounded(quantity * days * rent);
   refund = loan_return_detail::refundOf(available, rentTotal);
 }
 
 double ReturnLine::stays() const {
   if (quantity < open - 5e-7) return 0;
-  return loan_return_detail::rounded(std::max(0.0, held - rentTotal - refund));
+  return lending::rounded(std::max(0.0, held - rentTotal - refund));
 }
 double ReturnLine::toCollect() const {
-  return loan_return_detail::rounded(std::max(0.0, rentTotal - available));
+  return lending::rounded(std::max(0.0, rentTotal - available));
 }
 
 std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& prompt) {

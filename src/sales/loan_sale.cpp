@@ -21,10 +21,6 @@
 namespace jxc::loan_sale {
 namespace loan_sale_detail {
 
-double rounded(double yuan) {
-  return roundEps(yuan, AmountRules::current().amountDigits());
-}
-
 LineDraft lineOf(const Conversion& c) {
   LineDraft line;
   line.goods = c.goods;
@@ -52,7 +48,7 @@ Refusal impossible(const Conversion& c) {
   if (c.paid < 0) return {u"实付金额不能小于0！"_qs, Subject::Total};
   if (c.rentTaken < 0 || c.rentTaken > c.held + 5e-7)
     return {u"扣除押金不能小于0，也不能大于可用押金，重新输入！"_qs, Subject::Deposit};
-  if (c.refund < 0 || c.refund > rounded(c.held - c.rentTaken) + 5e-7)
+  if (c.refund < 0 || c.refund > lending::rounded(c.held - c.rentTaken) + 5e-7)
     return {u"退回押金不能大于可用押金减去扣除押金！"_qs, Subject::Refund};
   return lending::accountGone(c.account, c.goods);
 }
@@ -116,18 +112,18 @@ QString saveSale(const Conversion& c, const QString& back) {
 
 void Conversion::setPrice(double yuan) {
   price = yuan;
-  payable = paid = loan_sale_detail::rounded(price * quantity);
+  payable = paid = lending::rounded(price * quantity);
 }
 void Conversion::setDate(const QString& day) {
   date = day;
   if (const auto lent = loans::loanLine(line)) days = lent->daysUntil(day);
 }
 void Conversion::takeRent(bool taken) {
-  setRentTaken(taken ? std::min(held, loan_sale_detail::rounded(rent * quantity * days)) : 0);
+  setRentTaken(taken ? std::min(held, lending::rounded(rent * quantity * days)) : 0);
 }
 void Conversion::setRentTaken(double yuan) {
   rentTaken = yuan;
-  refund = loan_sale_detail::rounded(std::max(0.0, held - rentTaken));
+  refund = lending::rounded(std::max(0.0, held - rentTaken));
 }
 
 std::optional<Conversion> open(std::int64_t line, Prompt& prompt) {
