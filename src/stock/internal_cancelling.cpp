@@ -34,11 +34,11 @@ void stockBack(const Rules& rules, const Head& head, const Row& row) {
   const QString goods = row.text("g_sn");
   execSql("update jxc_kcsp set kc_sl=kc_sl-(?),kc_zsl=kc_zsl-(?) where ck_sn=? and g_sn=?", quantity, quantity,
           warehouse, goods);
+  if (rules.master != Master::None) execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", quantity, goods);
   if (rules.master == Master::StockAndCost)
-    execSql("update jxc_goods set g_kc=g_kc-(?),g_pjjj=? where g_sn=?", quantity, averageOr(goods, row.number("gl_dj")),
-            goods);
-  else if (rules.master == Master::Stock)
-    execSql("update jxc_goods set g_kc=g_kc-(?) where g_sn=?", quantity, goods);
+    execSql("update jxc_goods set g_pjjj=? where g_sn=?", averageOr(goods, row.number("gl_dj")), goods);
+  else if (const double average = rules.averageAtCancel ? goodsAvgCost(goods) : -1; average != -1)
+    execSql("update jxc_goods set g_pjjj=? where g_sn=?", average, goods);
   internal_documents::addToMonth(warehouse, head.month(), -quantity, -direction * row.number("gl_zje"));
 }
 

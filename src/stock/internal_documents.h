@@ -38,6 +38,7 @@ struct Rules {
   bool replayFirst;                    // cancel replays before stock goes back
   bool bindsChecker;                   // cancel asks who audited it
   bool bringsIn = false;               // cancel takes goods away again, and asks whether they are still there
+  bool averageAtCancel = false;        // what was bought behind it took its pieces into the average of the goods
 
   // What a kind does beyond stock; null where it does nothing.
   void (*rowPosted)(const Row& row) = nullptr;

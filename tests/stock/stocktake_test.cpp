@@ -86,6 +86,18 @@ TEST_F(StocktakeTest, StocktakeSetsTheCountAndDiesOfLaterMovement) {
   expectWaiting(stocktake, taken);
 }
 
+TEST_F(StocktakeTest, WhatWasBoughtBehindACancelledCountCostsAsIfItHadNeverBeen) {
+  const auto average = [] { return lookupNumber("select g_pjjj from jxc_goods where g_sn='A'"); };
+  const QString slip = count("2021-05-02", {{"A", 30}});
+  EXPECT_EQ(audit(slip), AuditOutcome::Audited);
+  receive("2021-05-02", {{"A", 10, 9}});
+  EXPECT_EQ(average(), 6) << "thirty at 5 and ten at 9";
+  EXPECT_TRUE(cancelStocktake(slip, prompt.willSayYes()));
+  EXPECT_EQ(balanceOf("A"), "20 20 7");
+  EXPECT_EQ(average(), 7) << "ten at 5 and ten at 9";
+  expectWaiting(stocktake, slip);
+}
+
 TEST_F(StocktakeTest, StockThatMovedMeanwhileIsAskedAbout) {
   const QString taken = count("2021-05-03", {{"A", 9}, {"B", 6}});
   EXPECT_EQ(row("select pd_sl,kc_sl from jxc_kcpd where gl_djh=?", taken), "15 14");
