@@ -355,7 +355,7 @@ std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAcce
   auto database = console_detail::naming(console.file, [&] { return openAccountPlace(console.file); });
   for (const QString& remark : database->openingRemarks())
     console.streams.err << "jxcctl: " << remark.toStdString() << '\n';
-  admitToConsole(console, *database, access);
+  admitToConsole(console, database, access);
   return database;
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """jxcctl as an administrator types it: the real program on real files. Usage: jxcctl_test.py JXCCTL [unittest option]…"""
 
+import contextlib
 import os
 import pathlib
 import sqlite3
@@ -96,7 +97,12 @@ class Console(unittest.TestCase):
         self.assertIn("不是系统管理员", call("--operator", "王芳", *look, password="ge-heim")[1])
         self.assertEqual(call("upgrade", password="ge-heim")[0], 0)
         self.assertEqual(call(*look, password="ge-heim")[0], 0, "a hash by now")
-        self.assertEqual(call(*look, password="GE-HEIM")[0], 1)
+        for _ in range(5):
+            self.assertIn("密码不正确", call(*look, password="GE-HEIM")[1])
+        self.assertIn("请30秒后再试", call(*look, password="ge-heim")[1], "failures count as at the window")
+        with contextlib.closing(sqlite3.connect(self.file)) as books, books:
+            books.execute("update jxc_adminmm set mm_failed='2020-01-01 00:00:00'")
+        self.assertEqual(call(*look, password="ge-heim")[0], 0, "he has waited")
         self.assertEqual(call("--as-owner", "prove")[0], 0)
         self.assertEqual(call("--as-owner", "backup", copy)[0], 0)
         self.assertEqual(call("--as-owner", *look)[0], 1, "not for what changes or shows rows")
