@@ -7,6 +7,7 @@
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "core/unusual.h"
 #include "masterdata/goods_to_pick.h"
 #include "stock/ledger.h"
 #include "stock/opening_row.h"
@@ -85,6 +86,17 @@ bool isWrong(const Entry& entry, Prompt& prompt) {
          isTooMany(entry.quantity, prompt);
 }
 
+/// Opening stock is no document, and each entry is one by itself. Its day is always the same: only the clock is looked
+/// at.
+bool isMeant(double quantity, double cost, Prompt& prompt) {
+  return confirmUnusual({.pieces = quantity,
+                         .yuan = valueOf(quantity, cost),
+                         .date = clock::today(),
+                         .newest = {},
+                         .lastEntry = lookupValue(lastLogEntry)},
+                        prompt);
+}
+
 /// What an opening stock costs is what it was bought for.
 void takeCost(const QString& goods, double quantity, double cost) {
   postSql("update jxc_goods set g_kc=g_kc+(?),g_jj=?,g_scjj=?,g_pjjj=? where g_sn=?", quantity, cost, cost, cost,
@@ -129,7 +141,7 @@ class OpeningLines final : public ManyLines {
     return false;
   }
   bool stockAllows(const QString&, double quantity, const LinePlace&, Prompt& prompt, PickingMemory*) const override {
-    return !isTooMany(quantity, prompt);
+    return !isTooMany(quantity, prompt) && confirmUnusual({.pieces = quantity}, prompt);
   }
   SheetPrice takeSheetPrice(LineDraft& line, double yuan) const override {
     if (!session().canSeeCost) return {.warning = u"成本价未采用（没有查看成本的权限）"_qs};
@@ -222,7 +234,7 @@ bool enter(const Entry& entry, Prompt& prompt) {
   const RowSet goods = openSelect(std::string(kGoods) + " where g_sn=? and g_sn<>'00000000'", entry.goods);
   const auto known = [&] { return knows(entry.warehouse, entry.goods); };
   if (refused({{goods.isEmpty(), u"请选择商品！"_qs, Subject::Goods}}, prompt) || isWrong(entry, prompt) ||
-      refused({{known(), QStringView(kKnown).toString()}}, prompt))
+      refused({{known(), QStringView(kKnown).toString()}}, prompt) || !isMeant(entry.quantity, entry.cost, prompt))
     return false;
   Transaction transaction(accountDb());
   if (known()) throw DbError(DbError::Kind::Other, QStringView(kKnown).toString());
@@ -239,7 +251,9 @@ bool mayChange(const QString& goods, const QString& warehouse, Prompt& prompt) {
 
 bool change(const Entry& entry, Prompt& prompt) {
   using namespace opening_stock_detail;
-  if (isWrong(entry, prompt) || !mayChange(entry.goods, entry.warehouse, prompt)) return false;
+  if (isWrong(entry, prompt) || !mayChange(entry.goods, entry.warehouse, prompt) ||
+      !isMeant(entry.quantity, entry.cost, prompt))
+    return false;
   Transaction transaction(accountDb());
   if (const auto refusal = cannotChange(entry.goods, entry.warehouse)) throw DbError(DbError::Kind::Other, *refusal);
   const RowSet before = openSelect(
@@ -274,7 +288,7 @@ bool change(const Entry& entry, Prompt& prompt) {
 std::optional<int> enterClass(const QString& warehouse, const QString& classNumber, double quantity, Prompt& prompt,
                               const LineProgress& progress) {
   using namespace opening_stock_detail;
-  if (isWrong({.warehouse = warehouse, .quantity = quantity}, prompt)) return {};
+  if (isWrong({.warehouse = warehouse, .quantity = quantity}, prompt) || !isMeant(quantity, 0, prompt)) return {};
   Transaction transaction(accountDb());
   const RowSet goods = openSelect(std::string(kGoods) +
                                       " where g_sn<>'00000000' and g_sn not in (select g_sn from jxc_kcsp where "

@@ -48,9 +48,12 @@ class Columns {
 class Listening final : public Prompt {
  public:
   QStringList refusals;
-  bool asked = false;
+  QString question;
   void notice(const QString& text) override { refusals << text; }
-  bool ask(const QString&) override { return asked = true; }
+  bool ask(const QString& text) override {
+    question = text;
+    return true;
+  }
   Answer askOrCancel(const QString&) override { return Answer::Cancel; }
 };
 
@@ -161,7 +164,8 @@ struct Judging {
     line.draft.note = line.note;
     Listening rule;
     if (!rules.stockAllows(line.code, line.draft.amounts.quantity(), place, rule)) faults << rule.refusals;
-    if (rule.asked) warnings << u"库存不足"_qs;
+    if (!rule.question.isEmpty())
+      warnings << (rule.question.contains(u"不寻常"_qs) ? u"数量不寻常"_qs : u"库存不足"_qs);
   }
 };
 

@@ -52,6 +52,15 @@ TEST_F(OpeningStockTest, OneGoodsIsEnteredCorrectedAndTakenOut) {
   EXPECT_EQ(month(), "3 13.67 0 0");
   EXPECT_EQ(prompt.refused(enter("A", 1, 1)), "该仓库已有该商品，可以修改其数量和成本价！");
 
+  // A barcode in the quantity; nothing happens unless it is meant.
+  prompt.willSayNo().willSayNo().willSayNo();
+  EXPECT_FALSE(enter("B", 1500000, 3));
+  EXPECT_FALSE(change(1500000, 3));
+  EXPECT_EQ(opening_stock::enterClass(test::mainWarehouse, "1003", 1500000, prompt), std::nullopt);
+  EXPECT_EQ(prompt.questions.size(), 3);
+  for (const QString& question : std::exchange(prompt.questions, {}))
+    EXPECT_TRUE(question.contains(u"是不是把条码扫进了数量栏"_qs)) << question.toStdString();
+
   // Half as many more at another cost: the month moves by the difference, the row of the ledger is the same one.
   ASSERT_TRUE(change(5, 2));
   EXPECT_EQ(ledger(), "qc  2021-01-01 A 2 5 10 10 2 5 2 10 5 admin 2021-05-03 期初建账 主仓库");
