@@ -88,7 +88,11 @@ QString saveReturn(const Conversion& c) {
 }
 
 /// The sale: issued with its audit, whatever waits for an issue of its own otherwise.
-QString saveSale(const Conversion& c, const QString& back) {
+struct SavedSale {
+  QString number;
+  double paid = 0;  // as it was booked
+};
+SavedSale saveSale(const Conversion& c, const QString& back) {
   const DocumentFamily& f = families::sale;
   TradingDraft draft = c;
   draft.number = nextDocNoOn(f.lines, f.number, words(f.prefix), c.date);
@@ -105,7 +109,7 @@ QString saveSale(const Conversion& c, const QString& back) {
   sale::writeHead(draft, line.number, money);
   execSql("update jxc_lsxsd set ls_crk=1,ls_qk=0 where gl_djh=?", line.number);
   if (auditInside(f, line.number) != AuditOutcome::Audited) throw std::runtime_error("销售单没有审核。");
-  return line.number;
+  return {line.number, money.paid};
 }
 
 }  // namespace loan_sale_detail
@@ -166,7 +170,8 @@ std::optional<Converted> save(const Conversion& c, Prompt& prompt) {
     return {};
 
   Refusal changed;
-  Converted made;
+  QString back;
+  SavedSale made;
   onDocument(c.loan, u"转销售", [&] {
     Transaction transaction(accountDb());
     // Also what may have changed while the question stood: accounts and warehouses are renamed and deleted.
@@ -174,12 +179,13 @@ std::optional<Converted> save(const Conversion& c, Prompt& prompt) {
     if (!changed) changed = impossible(c);
     if (!changed) changed = warehouseGone(c.warehouse);
     if (changed) return;
-    made.back = saveReturn(c);
-    made.sale = saveSale(c, made.back);
+    back = saveReturn(c);
+    made = saveSale(c, back);
     transaction.commit();
   });
   if (isRefused(changed, prompt)) return {};
-  return made;
+  sale::rules().tellBooked(c.paid, made.paid, prompt);
+  return Converted{back, made.number};
 }
 
 }  // namespace jxc::loan_sale

@@ -112,6 +112,7 @@ Rules loanReturnRules() {
                                       "iif(b.jh_flag='销售',b.jh_xssl,b.jh_zzj)")},
           .master = Master::Stock,
           .bindsChecker = true,
+          .bringsIn = true,
           .rowPosted = closeLoanLine,
           .posted = bookRent,
           .rowCancelled = reopenLoanLine,

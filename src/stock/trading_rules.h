@@ -52,6 +52,8 @@ class TradingRules : public RulesOver<TradingDraft> {
   /// What audit will do about a difference between paid and due, as the dialog shows it while one types; empty:
   /// nothing.
   QString differenceText(const AuditDraft& draft) const;
+  /// "实付改为 90.33": the books hold another paid amount than was typed.
+  void tellBooked(double typed, double booked, Prompt& prompt) const;
 
   /// Returns a whole document: its lines become the draft, its head what the screen shows. Nothing: refused.
   virtual std::optional<TradingDraft> returnWhole(const QString&, const TradingDraft&, Prompt&) const { return {}; }
@@ -64,8 +66,6 @@ class TradingRules : public RulesOver<TradingDraft> {
   /// What is booked of a paid and a due amount (yuan, as the screen has them) under this settlement. The lines follow:
   /// what save and audit dialog do with the same money is one thing. Inside the caller's transaction.
   Balanced settleMoney(const QString& number, Settlement settlement, double paid, double due) const;
-  /// "实付改为 90.33": the books hold another paid amount than was typed.
-  void tellBooked(double typed, double booked, Prompt& prompt) const;
   bool isIncomplete(const TradingDraft& draft, Prompt& prompt) const;
   /// Whether the audit dialog may write this.
   virtual bool mayAudit(const AuditDraft&, Prompt&) const { return true; }

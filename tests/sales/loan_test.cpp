@@ -347,13 +347,28 @@ TEST_F(LoanStory, WhatIsKeptIsAReturnAndASaleThatNoCancelTearsApart) {
 TEST_F(LoanStory, ASecondConversionAddsToTheFirst) {
   const QString lent = lend(2, 0, 0);
   const QString back = bring(lent, 1, "2021-05-03");
-  prompt.willSayYes();
-  ASSERT_TRUE(loan_sale::save(*loan_sale::open(lineOf(lent), prompt), prompt));
+  auto kept = *loan_sale::open(lineOf(lent), prompt);
+  kept.settlement = Settlement::AtPaidAmount;
+  kept.paid = 4.8;  // of five yuan
+  setParameter("cs_xsjgts", 0);
+  ASSERT_TRUE(loan_sale::save(kept, prompt.willSayYes()));
+  EXPECT_EQ(prompt.lastNotice(), "实收改为 5");
   EXPECT_TRUE(cancelDocument(back, prompt.willSayYes()));
   EXPECT_EQ(lineState(lent), "2 0 1 2 0 0");
   prompt.willSayYes();
   ASSERT_TRUE(loan_sale::save(*loan_sale::open(lineOf(lent), prompt), prompt));
   EXPECT_EQ(lineState(lent), "2 0 2 2 0 0");
+  EXPECT_EQ(test::brokenInvariants(), QStringList());
+}
+
+TEST_F(LoanStory, WhatCameBackAndWasSoldIsNotTakenBackUnasked) {
+  const QString back = bring(lend(2, 0, 0), 1, "2021-05-03");
+  sell("2021-05-03", {{"A", 9, 9}});
+  EXPECT_FALSE(cancelDocument(back, prompt.willSayYes()));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"“A”：不能出库！"_qs)) << prompt.lastNotice().toStdString();
+  setParameter("cs_kc", 1);
+  EXPECT_TRUE(cancelDocument(back, prompt.willSayYes().willSayYes()));
+  EXPECT_EQ(balanceOf("A"), "-1 -1 5");
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 }
 
