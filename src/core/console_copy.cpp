@@ -37,14 +37,29 @@ void requireUnused(const QString& file) {
     throw ConsoleRefusal(QStringLiteral("帐套正在使用，请先退出使用它的所有窗口和程序：") + file);
 }
 
-/// The set that another one takes the place of, with the log that a crash may have left: nobody can be sure that it is
-/// of no use any more, and its log must not be played into the new one.
-void keepOld(const QString& file) {
+/// A set with its side files. A log may be all that is left of one: the set itself was moved away.
+void moveSet(const QString& from, const QString& to) {
+  for (const QString& side : {QString(), QString::fromUtf16(sideFiles[0]), QString::fromUtf16(sideFiles[1])})
+    if (QFileInfo(from + side).isFile()) moveFile(from + side, to + side);
+}
+
+/// The set that was there stays, with the log that a crash may have left: nobody can be sure that it is of no use any
+/// more, and its log must not be played into the new one. It goes back when the new one does not come into its place.
+void takePlace(const QString& beside, const QString& file) {
   requireUnused(file);
   const QString old = file + QStringLiteral(".old-") + clock::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-  // A log may be all that is left: the set itself was moved away.
-  for (const QString& name : {QString(), QString::fromUtf16(sideFiles[0]), QString::fromUtf16(sideFiles[1])})
-    if (QFileInfo(file + name).isFile()) moveFile(file + name, old + name);
+  try {
+    moveSet(file, old);
+    moveFile(beside, file);
+  } catch (const std::filesystem::filesystem_error&) {
+    try {
+      moveSet(old, file);
+    } catch (const std::filesystem::filesystem_error& error) {
+      throw ConsoleRefusal(QStringLiteral("不能写入帐套文件 %1，原来的帐套现在叫 %2，请把它改回原名：%3")
+                               .arg(file, old, QString::fromStdString(error.code().message())));
+    }
+    throw;
+  }
 }
 
 void tellProgress(std::ostream& out, const CopyProgress& progress) {
@@ -73,8 +88,7 @@ void makeDatabaseFile(const QString& file, const std::function<void(const QStrin
   removeDatabaseFile(beside);
   try {
     fill(beside);
-    keepOld(file);
-    moveFile(beside, file);
+    takePlace(beside, file);
   } catch (const std::filesystem::filesystem_error& error) {
     removeDatabaseFile(beside);
     throw ConsoleRefusal(
@@ -101,12 +115,9 @@ int copyCommand(Console& console, ConsoleWords words) {
   const QString server = consoleServer(places[1]);
   if (server.isEmpty() && QFileInfo::exists(places[1]))
     throw ConsoleRefusal(QStringLiteral("目标文件已经存在：") + places[1]);
-  if (consoleServer(places[0]).isEmpty() && !QFileInfo::exists(places[0]))
-    throw ConsoleRefusal(QStringLiteral("帐套文件不存在：") + places[0]);
-  const std::unique_ptr<Database> from = openAccountPlace(places[0]);
   Console source = console;
   source.file = places[0];
-  admitToConsole(source, *from, ConsoleAccess::Administrator);
+  const std::unique_ptr<Database> from = openConsoleAccount(source);
   const auto fill = [&](Database& to) {
     const QStringList differences = copyAccountSet(*from, to, [&](const CopyProgress& progress) {
       if (!quiet) console_copy_detail::tellProgress(console.streams.out, progress);

@@ -93,4 +93,12 @@ TEST_F(AccountPlace, ADatabaseFileOnANetworkShareIsRefusedWithTheWayOut) {
     EXPECT_FALSE(isNetworkFileSystem(local)) << local;  // unknown, ext4, xfs, tmpfs, btrfs, overlay
 }
 
+TEST_F(AccountPlace, ASetWhosePlaceNoOtherTookStandsWhereItStood) {
+  openSqlite(file_, {.create = true});
+  test::writeBytes(file_ + u"-wal"_qs, "a log");
+  EXPECT_THROW(makeDatabaseFile(file_, [](const QString&) {}), ConsoleRefusal) << "nothing was made beside it";
+  const QString name = QFileInfo(file_).fileName();
+  EXPECT_EQ(QDir(folder_.path()).entryList({name + u'*'}, QDir::Files), QStringList({name, name + u"-wal"_qs}));
+}
+
 }  // namespace jxc::account_place_test
