@@ -2,13 +2,18 @@
 // saved is never lost without a word.
 #include "engine/sqlite/checkpointer.h"
 #include "engine/sqlite/sqlite_database.h"
+#include "engine/sqlite/write_ahead_log.h"
 #include "engine/transaction.h"
+#include "engine/waiting.h"
 #include "harness/files.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -41,9 +46,21 @@ class OwnLog : public ::testing::Test {
       db.execute("insert into documents (note) values (?)", std::array{Value(QString::number(random()))});
   }
   int any(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
+  QByteArray header() const { return test::bytesOf(file).first(100); }
   QStringList asides(const QString& of) const {
     const QFileInfo info(of);
     return info.dir().entryList({info.fileName() + u"-wal.*"_qs}, QDir::Files);
+  }
+  static std::uint32_t number(sqlite3* station) {
+    std::uint32_t found = 0;
+    sqlite3_exec(
+        station, "pragma user_version",
+        [](void* into, int, char** fields, char**) {
+          *static_cast<std::uint32_t*>(into) = static_cast<std::uint32_t>(std::strtol(fields[0], nullptr, 10));
+          return 0;
+        },
+        &found, nullptr);
+    return found;
   }
   /// The file and its log as a kill leaves them, in a folder of its own.
   QString crashed(const QTemporaryDir& into) const {
@@ -166,16 +183,68 @@ TEST_F(OwnLog, ABackupCopiedOverTheOpenFileIsNoticedAndStaysAsItIs) {
 TEST_F(OwnLog, PagesOfTheLogThatTheDiskHasSpoiltAreTold) {
   const auto db = openSqlite(file);
   save(*db, 10);
+  constexpr qsizetype header = 32, frame = 24 + 4096;
+  const qsizetype middle = header + (test::bytesOf(wal(file)).size() - header) / frame / 2 * frame;
+  for (const qsizetype at : {middle + 2000, middle + 8}) {  // in a page, and in what tells that it is of this log
+    SCOPED_TRACE(at);
+    const QTemporaryDir ruin;
+    const QString there = crashed(ruin);
+    QByteArray log = test::bytesOf(wal(there));
+    log[at] = static_cast<char>(log[at] ^ 1);
+    test::writeBytes(wal(there), log);
+    const auto rest = openSqlite(there);
+    EXPECT_LT(documents(*rest), 10);
+    ASSERT_EQ(rest->openingRemarks().size(), 1);
+    EXPECT_TRUE(rest->openingRemarks().front().contains(u"请核对最后保存的几张单据"_qs));
+    EXPECT_EQ(test::bytesOf(QFileInfo(there).dir().filePath(asides(there).value(0))), log);
+  }
+}
+
+// A station is killed in the middle of a long commit; another one that is at work goes on in the same log.
+TEST_F(OwnLog, WhatAKilledStationLeftBehindALongerCommitIsNotCalledLost) {
+  const auto db = openSqlite(file);
+  save(*db, 10);
+  const auto logAfter = [this](const std::string& commands) {
+    const QTemporaryDir place;
+    sqlite3* raw = nullptr;
+    EXPECT_EQ(sqlite3_open(crashed(place).toUtf8().constData(), &raw), SQLITE_OK);
+    const sqlite::ConnectionHandle station(raw);
+    const std::string all = "begin;" + commands + "pragma user_version=" +
+                            std::to_string(static_cast<std::int32_t>(sqlite::followingNumber(number(raw)))) + ";commit";
+    EXPECT_EQ(sqlite3_exec(raw, all.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(raw);
+    return test::bytesOf(wal(place.filePath(u"jxc.mdb"_qs)));
+  };
+  const std::string one = "insert into documents (note) values ('kept');";
+  std::string many;
+  for (int i = 0; i < 200; ++i)
+    many += "insert into documents (note) values ('" + std::string(90, static_cast<char>('a' + i % 26)) + "');";
+  const QByteArray kept = logAfter(one), never = logAfter(many);
+  ASSERT_GT(never.size(), kept.size());
   const QTemporaryDir ruin;
   const QString there = crashed(ruin);
-  QByteArray log = test::bytesOf(wal(there));
-  log[log.size() / 2] = static_cast<char>(log[log.size() / 2] ^ 1);
-  test::writeBytes(wal(there), log);
+  test::writeBytes(wal(there), kept + never.mid(kept.size()));
+  QFile::remove(there + u"-shm"_qs);
   const auto rest = openSqlite(there);
-  EXPECT_LT(documents(*rest), 10);
-  ASSERT_EQ(rest->openingRemarks().size(), 1);
-  EXPECT_TRUE(rest->openingRemarks().front().contains(u"请核对最后保存的几张单据"_qs));
-  EXPECT_EQ(test::bytesOf(QFileInfo(there).dir().filePath(asides(there).value(0))), log);
+  EXPECT_EQ(documents(*rest), 11);
+  EXPECT_EQ(rest->openingRemarks(), QStringList());
+}
+
+TEST_F(OwnLog, TheFirstCommandOfASessionTellsThatItWaits) {
+  const auto first = openSqlite(file);
+  const auto other = openSqlite(file);
+  std::optional<Transaction> atWork(std::in_place, *other);
+  other->execute("insert into documents (note) values ('other')");
+  int told = 0;
+  setWaitListener([&](int seconds) {
+    told = std::max(told, seconds);
+    if (atWork) atWork->commit();
+    atWork.reset();
+  });
+  const QByteArray before = header();
+  const Transaction mine(*first);
+  setWaitListener({});
+  EXPECT_EQ(told, 1);
+  EXPECT_NE(header(), before) << "the wait was that for the number of the session";
 }
 
 TEST_F(OwnLog, WhenNobodySavesForAWhileTheFileAloneIsWhole) {

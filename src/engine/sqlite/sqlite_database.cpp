@@ -470,14 +470,14 @@ void SqliteDatabase::begin() {
   const sqlite_database_detail::Level& level = sqlite_database_detail::levelAt(depth_);
   requireLive(level.open);
   const bool isCommand = depth_ == 0 && !role_.reader && watch_;
-  if (isCommand) {
-    requireFileInPlace(level.open);
-    beginSession();
-  }
-  // A command writes: taking the right to write at once means that it never fails half-way because another one does.
-  // A reader asks for nothing but that what it reads is of one moment.
   {
     const Wait forTheOther;
+    if (isCommand) {
+      requireFileInPlace(level.open);
+      beginSession();
+    }
+    // A command writes: taking the right to write at once means that it never fails half-way because another one does.
+    // A reader asks for nothing but that what it reads is of one moment.
     runOrThrow(depth_ == 0 && role_.reader ? "begin" : level.open);
   }
   ++depth_;

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <sqlite3.h>
 #include <unistd.h>
-#include <utility>
 
 namespace jxc::sqlite {
 namespace write_ahead_log_detail {
@@ -40,6 +39,42 @@ struct Sum {
     if (bigWords) return bigEndian(at);
     return std::uint32_t{at[3]} << 24 | std::uint32_t{at[2]} << 16 | std::uint32_t{at[1]} << 8 | at[0];
   }
+};
+
+/// The frames up to one that ends a commit.
+struct Commit {
+  std::optional<std::uint32_t> number;  // on its first page, which every commit of ours writes
+  std::int64_t spoilt = 0;              // frames that do not check
+  bool isTorn = false;                  // one in between is nobody's
+};
+
+/// The commits of a log in their order. A station that is killed while it commits leaves frames that nobody was told
+/// of; who comes next writes over them, and what is longer stays behind what he wrote: whole and of this log, but it
+/// goes on from a commit before his, or has lost its first page to him.
+class Commits {
+ public:
+  /// Whether it stood in the log when its station told it as saved.
+  bool add(const Commit& commit) {
+    const bool stood = commit.spoilt == 0 || !last_ || commit.isTorn || follows(commit.number);
+    if (!stood || !commit.number) return stood;
+    if (last_)
+      earlier_.push_back(*last_ & lowHalf);
+    else
+      earlier_.push_back(*commit.number >> 16U);
+    last_ = commit.number;
+    return true;
+  }
+
+ private:
+  /// A number that tells nothing is a spoilt one.
+  bool follows(const std::optional<std::uint32_t>& number) const {
+    if (!number) return false;
+    const std::uint32_t before = *number >> 16U;
+    return before == (*last_ & lowHalf) || std::ranges::find(earlier_, before) == earlier_.end();
+  }
+
+  std::optional<std::uint32_t> last_;
+  std::vector<std::uint32_t> earlier_;  // low halves of the numbers before the last one
 };
 
 }  // namespace write_ahead_log_detail
@@ -79,9 +114,14 @@ LogContent readLog(const QString& name) {
 
   std::vector<unsigned char> frame(frameHeaderBytes + pageBytes);
   const auto size = static_cast<qint64>(frame.size());
-  std::int64_t lostHere = 0;
+  Commits commits;
+  Commit commit;
   while (file.read(reinterpret_cast<char*>(frame.data()), size) == size) {
-    if (std::memcmp(frame.data() + 8, salts, 8) != 0) break;  // left over from the log before
+    if (std::memcmp(frame.data() + 8, salts, 8) != 0) {  // left over from the log before, or spoilt
+      checks = false;
+      commit.isTorn = true;
+      continue;
+    }
     if (checks) {
       sum.add(frame.data(), checkedFrameBytes);
       sum.add(frame.data() + frameHeaderBytes, pageBytes);
@@ -89,14 +129,16 @@ LogContent readLog(const QString& name) {
     }
     // Also what does not check any more: a part of it may have been carried into the file while it still did.
     if (bigEndian(frame.data()) == 1) {
-      content.numbers.push_back(bigEndian(frame.data() + frameHeaderBytes + numberOffset));
-      if (checks && content.numbers.size() == 1) content.first = content.numbers.front();
+      commit.number = bigEndian(frame.data() + frameHeaderBytes + numberOffset);
+      content.numbers.push_back(*commit.number);
+      if (checks && content.numbers.size() == 1) content.first = commit.number;
     }
     const bool ends = bigEndian(frame.data() + 4) != 0;
-    if (!checks) ++lostHere;
+    if (!checks) ++commit.spoilt;
     if (!ends) continue;
     if (checks) content.holdsCommits = true;
-    content.lostPages += std::exchange(lostHere, 0);
+    if (commits.add(commit)) content.lostPages += commit.spoilt;
+    commit = {};
   }
   return content;
 }
