@@ -198,6 +198,7 @@ std::string_view ParameterFitter::toUtf8(QStringView text) {
   const char16_t* const end = in + text.size();
   while (in != end) {
     char32_t c = *in++;
+    if (c == 0) continue;  // a server keeps none; a barcode reader may send one behind its code
     if (c < 0x80) {
       *out++ = static_cast<char>(c);
       continue;

@@ -1,5 +1,6 @@
 // What a dying disk leaves: every damaged file is seen before it is believed, and none takes the place of a good
 // backup.
+#include "engine/sqlite/sqlite_database.h"
 #include "engine/transaction.h"
 #include "harness/files.h"
 
@@ -148,6 +149,19 @@ TEST(Damage, TheLookAtAFileTellsHowFarItIsAndCanBeStopped) {
   EXPECT_TRUE(stopped.damage.isEmpty()) << "a stop is no damage";
   EXPECT_THROW(db->checkStorage([](int percent) -> bool { return percent < 50 ? true : throw 7; }), int);
   EXPECT_TRUE(db->checkStorage().finished) << "and the connection is none the worse";
+}
+
+// A barcode reader may send one behind its code; a server keeps none, nor does a file.
+TEST(Damage, AZeroCharacterIsNotKeptAndOneOfAnOlderBuildIsNoDamage) {
+  const QTemporaryDir folder;
+  const auto db = openSqlite(makeSet(folder.filePath(u"set.mdb"_qs)));
+  const QString scanned = u"6901"_qs + QChar(0);
+  db->execute("insert into goods (sn,name) values (?,?)", std::array{Value(scanned), Value(scanned)});
+  EXPECT_EQ(db->lookup("select len(name) from goods where sn='6901'").integer(), 4);
+  sqlite3* const raw = sqlite::asSqlite(*db).native();
+  ASSERT_EQ(sqlite3_exec(raw, "update goods set sn=sn||char(0),name=name||char(0) where sn='6901'", {}, {}, {}),
+            SQLITE_OK);
+  EXPECT_EQ(db->checkStorage().damage, QStringList());
 }
 
 }  // namespace jxc::damage_test

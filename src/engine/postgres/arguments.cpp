@@ -2,8 +2,6 @@
 
 #include "engine/number_text.h"
 
-#include <algorithm>
-
 namespace jxc::postgres {
 
 std::span<const char* const> Arguments::of(std::span<const jet::Parameter> parameters, std::span<const Value> values,
@@ -32,11 +30,7 @@ void Arguments::putReal(int at, double number) {
 
 void Arguments::putText(int at, std::string_view utf8) {
   const auto index = static_cast<std::size_t>(at - 1);
-  std::string& text = texts_[index];
-  text.assign(utf8);
-  // The server keeps no zero characters; a barcode reader may send one behind its code.
-  text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
-  pointers_[index] = text.c_str();
+  pointers_[index] = texts_[index].assign(utf8).c_str();
 }
 
 }  // namespace jxc::postgres
