@@ -15,7 +15,8 @@
 namespace jxc {
 namespace command_search_detail {
 
-constexpr int kPause = 120;  // ms
+constexpr int kPause = 120;    // ms
+constexpr int kLongest = 200;  // letters: a scanner that goes on and on searches nothing
 
 QString captionOf(const ui::CommandDefinition& command) {
   QString caption = ui::qs(command.caption);
@@ -74,6 +75,7 @@ CommandSearch::CommandSearch(QWidget* parent, Run run) : QLineEdit(parent), run_
   setObjectName(QStringLiteral("commandSearch"));
   setPlaceholderText(QStringLiteral("查找：功能、商品、单位、单号 (Ctrl+K)"));
   setAccessibleName(QStringLiteral("查找功能"));
+  setMaxLength(command_search_detail::kLongest);
   setClearButtonEnabled(true);
   setMinimumWidth(280);
   addAction(ui::icon("search"), QLineEdit::LeadingPosition);
