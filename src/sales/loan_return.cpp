@@ -114,7 +114,7 @@ int stageMissing(const ReturnDraft& draft, const RowSet& open, bool onlyOldest) 
   int added = 0;
   for (const Row row : open) {
     const auto* lent = lineIn(all, row.integer("id"));
-    if (!lent || there.contains(lent->id)) continue;
+    if (!lent || lent->open() <= 0 || there.contains(lent->id)) continue;  // another station may have been faster
     ReturnLine back{.loanLine = lent->id,
                     .goods = lent->goods,
                     .account = lent->account,
@@ -219,8 +219,9 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
 
   Transaction transaction(accountDb());
   discard();
-  loan_return_detail::stageMissing(draft, open, false);
+  const int lines = loan_return_detail::stageMissing(draft, open, false);
   transaction.commit();
+  if (refused({{lines == 0, changedMeanwhile(loan)}}, prompt)) return {};
   return draft;
 }
 

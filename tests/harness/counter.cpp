@@ -6,10 +6,14 @@
 #include "inventory/write_off.h"
 #include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"
+#include "sales/loan.h"
+#include "sales/loan_return.h"
+#include "sales/loan_sale.h"
 #include "sales/sale.h"
 #include "sales/sale_return.h"
 #include "stock/cancelling.h"
 #include "stock/document.h"
+#include "stock/loans.h"
 #include "stock/partial_rules.h"
 
 #include <stdexcept>
@@ -52,7 +56,7 @@ void openShop(Prompt& prompt) {
 }
 
 void Counter::step() {
-  const int dice = upTo(28);
+  const int dice = upTo(31);
   if (dice < 5)
     make(receipt::rules(), 3);
   else if (dice < 9)
@@ -67,8 +71,12 @@ void Counter::step() {
     movePart();
   else if (dice < 25)
     audit();
-  else
+  else if (dice < 28)
     cancel();
+  else if (dice < 29)
+    lend();
+  else
+    endLoan();
 }
 
 void Counter::make(const TradingRules& rules, int lines) {
@@ -126,13 +134,50 @@ void Counter::movePart() {
     discardDraft(rules.family(), draft->number);
 }
 
+void Counter::lend() {
+  DraftOfPartner draft = lending::rules().fresh({});
+  draft.partner = lookupValue("select top 1 kh_sn from jxc_khxx order by id");
+  keep(lending::rules(), lending::rules().lines(), std::move(draft), {.rent = 2, .deposit = 30});
+}
+
+/// It has no waiting state.
+void Counter::tellBorn(const QString& number) {
+  his_.tell('S', number);
+  his_.tell('A', number);
+}
+
+/// What is out of a line comes back, or the customer keeps it.
+void Counter::endLoan() {
+  const RowSet out = openSelect(
+      "select top 40 b.id,b.gl_djh from jxc_khjhsp b inner join jxc_khjh a on b.gl_djh=a.gl_djh where a.jh_status=1 "
+      "and b.jh_flag='借货' and b.jh_sl>b.jh_hhsl+b.jh_xssl order by b.id desc");
+  if (out.isEmpty()) return;
+  const Row lent = out[upTo(out.rowCount())];
+  const std::int64_t line = lent.integer("id");
+  if (upTo(2)) {
+    const auto kept = loan_sale::open(line, his_.late);
+    const auto made = kept ? loan_sale::save(*kept, his_.late) : std::nullopt;
+    if (!made) return;
+    tellBorn(made->back);
+    tellBorn(made->sale);
+  } else if (const auto back = loan_return::open(lent.text("gl_djh"), line, his_.late)) {
+    if (const auto saved = loan_return::save(*back, his_.late))
+      tellBorn(*saved);
+    else
+      loan_return::discard();
+  }
+}
+
 /// One line of a document within the house, and its save.
 template <class Draft>
-void Counter::keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft) {
+void Counter::keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft, const Terms& terms) {
   draft.warehouse = draft.salesperson = QStringLiteral("100001");
   const LinePlace place{.number = draft.number, .date = draft.date, .warehouse = draft.warehouse};
   LineDraft line = lines.newLine(goodsCode(upTo(counter_detail::goodsCount)), place, false);
   line.amounts.setQuantity(1 + upTo(9));
+  line.rent = terms.rent;
+  line.deposit = terms.deposit;
+  line.account = QStringLiteral("现金");
   const LineResult added = lines.addLine(Lines::Draft, place, line, his_.own);
   if (!added) return;
   draft.number = added.number;
@@ -142,9 +187,20 @@ void Counter::keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft 
 /// One of the last documents of some family in this state; empty when there is none.
 QString Counter::any(int status) {
   static const DocumentFamily* const families[] = {
-      &families::purchaseReceipt, &families::purchaseReceipt, &families::sale,     &families::sale,
-      &families::purchaseReturn,  &families::saleReturn,      &families::transfer, &families::loss,
-      &families::overflow,        &families::stocktake,       &families::putaway,  &families::issue};
+      &families::purchaseReceipt,
+      &families::purchaseReceipt,
+      &families::sale,
+      &families::sale,
+      &families::purchaseReturn,
+      &families::saleReturn,
+      &families::transfer,
+      &families::loss,
+      &families::overflow,
+      &families::stocktake,
+      &families::putaway,
+      &families::issue,
+      &families::loan,
+      &families::loan};  // and their returns, which stand in the same table
   const DocumentFamily& family = *families[upTo(std::size(families))];
   const RowSet documents = openSelect(
       compose("select top 40 {} from {} where {}=? order by id desc", {family.number, family.head, family.status}),
@@ -161,7 +217,12 @@ void Counter::audit() {
 void Counter::cancel() {
   const QString number = any(1);
   if (number.isEmpty()) return;
-  if (cancelDocument(number, his_.late, CancelMode::Batch)) his_.tell('C', number);
+  const bool isReturn = &documentFamily(number) == &families::loanReturn;
+  const QString alsoGoes = isReturn ? loans::saleOf(number) : QString();
+  if (!cancelDocument(number, his_.late, CancelMode::Batch)) return;
+  his_.tell('C', number);
+  if (isReturn) his_.tell('G', number);
+  if (!alsoGoes.isEmpty()) his_.tell('G', alsoGoes);
 }
 
 }  // namespace jxc::test

@@ -20,7 +20,7 @@ void addGoods(int index, double cost);
 /// Fifty goods of which a hundred pieces each are there, a second warehouse, and deliveries that come and go in parts.
 void openShop(Prompt& prompt);
 
-/// One operator at work. What is done of a document is told at once: 'S' saved, 'A' audited, 'C' cancelled.
+/// One operator at work. What is done of a document is told at once: 'S' saved, 'A' audited, 'C' cancelled, 'G' gone.
 class Counter {
  public:
   struct Operator {
@@ -37,9 +37,16 @@ class Counter {
   int upTo(int most) { return static_cast<int>(random_() % static_cast<unsigned>(most)); }
   void make(const TradingRules& rules, int lines);
   void makeWithin();
+  /// What a customer pays for a loan, and leaves with the shop, in yuan.
+  struct Terms {
+    double rent = 0, deposit = 0;
+  };
   template <class Draft>
-  void keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft);
+  void keep(const RulesOver<Draft>& rules, const LineRules& lines, Draft draft, const Terms& terms = {});
   void movePart();
+  void lend();
+  void endLoan();
+  void tellBorn(const QString& number);
   QString any(int status);
   void audit();
   void cancel();
