@@ -267,6 +267,20 @@ bool isTradingRow(const LedgerRow& row) {
   return flag == "cj" || flag == "ct" || flag == "xs" || flag == "xt";
 }
 
+/// Whether something was cancelled on the day of this row or later; or behind its audit in the log, where the clock of
+/// the station that audited goes before that of the one that cancelled.
+bool cancelledSince(Books& books, const LedgerRow& row) {
+  const auto any = [&books](const std::string& condition, const Value& from) {
+    const std::string asked = "select top 1 id from jxc_log where log_note like '取消审核%' and " + condition;
+    return !books.select(asked, from).isEmpty();
+  };
+  const RowSet posted = books.select("select gl_chkrq,gl_djh from jxc_goodslist where id=?", row.id);
+  if (any("log_time>=?", posted.value(0, 0))) return true;
+  const RowSet told =
+      books.select("select max(id) from jxc_log where log_note like ?", u'%' + posted.text(0, 1) + u'%');
+  return !told.isNull(0, 0) && any("id>?", told.value(0, 0));
+}
+
 }  // namespace prove_balances_detail
 
 void proveBalances(Books& books) {
@@ -336,12 +350,7 @@ void proveMonths(Books& books) {
       exact = due.refreshed == due.last || (!sameStock && !due.strayed);
     }
     // A cancel leaves no row behind, but a line in the log; the one of another month refreshes another row.
-    if (exact) {
-      const QString posted =
-          books.select("select gl_chkrq from jxc_goodslist where id=?", due.refreshed->id).front().text("gl_chkrq");
-      exact = books.select("select top 1 id from jxc_log where log_time>=? and log_note like '取消审核%'", posted)
-                  .isEmpty();
-    }
+    exact = exact && !prove_balances_detail::cancelledSince(books, *due.refreshed);
     books.findings.add(exact ? Kind::Month : Kind::MonthBehind, [&] {
       return Place{u"月份 "_qs + month + u" 仓库 "_qs + row.text("ck_sn"),
                    u"数量 "_qs + row.text("js_sl") + u" 金额 "_qs + row.text("js_zje"),

@@ -361,6 +361,15 @@ TEST_F(ProveTest, WhatOtherRulesLeaveBehindIsKnown) {
   }
   {
     Transaction trial(accountDb());
+    const QString brought = audited(test::waitingDocument(overflow, u"2021-05-03"_qs, {}, {{"A", 2, 5}}));
+    setClock("2021-05-09");  // of a station that goes ahead
+    receive("2021-05-03", {{"A", 10, 20}});
+    setClock("2021-05-03");
+    EXPECT_TRUE(cancelDocument(brought, prompt.willSayYes()));
+    names("month-behind");
+  }
+  {
+    Transaction trial(accountDb());
     setParameter("cs_cs009", 1);
     receive("2021-05-03", {{"A", 10, 20}});
     names("warehouse-cost-fixed");

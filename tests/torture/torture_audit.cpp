@@ -66,9 +66,8 @@ class LatePrompt : public SharingPrompt {
  public:
   void notice(const QString& text) override {
     // A source that was cancelled has nothing to move any more; a loan is brought back, kept or taken back by others.
-    for (const char16_t* each :
-         {u"已被其他电脑保存、审核、取消或删除", u"已取消审核，或不是", u"已经还货结束", u"还货数量不能超过",
-          u"押金不能大于", u"已经有还货", u"由借货转销售产生"})
+    for (const char16_t* each : {u"已被其他电脑保存、审核、取消或删除", u"已取消审核，或不是", u"已经还货结束",
+                                 u"还货数量不能超过", u"押金不能大于", u"已经有还货", u"由借货转销售产生"})
       if (text.contains(QStringView(each))) return;
     SharingPrompt::notice(text);
   }
