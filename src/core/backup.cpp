@@ -4,6 +4,7 @@
 #include "core/clock.h"
 #include "core/program_directory.h"
 #include "core/statements.h"
+#include "core/verified_copy.h"
 #include "platform/machine.h"
 
 #include <QDir>
@@ -15,7 +16,7 @@ QString backupInto(const QString& folder, Database& database) {
     throw DbError(DbError::Kind::File, QStringLiteral("备份没有写成：文件夹 %1 不能建立。").arg(folder));
   const QString file =
       QDir(folder).filePath(QString::fromUtf16(build::accountName) + backupStamp() + QStringLiteral(".DAT"));
-  database.backupTo(file);
+  makeVerifiedCopy(database, file);
   return file;
 }
 

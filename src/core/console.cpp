@@ -8,6 +8,7 @@
 #include "core/schema/schema.h"
 #include "core/startup.h"
 #include "core/statement_script.h"
+#include "core/verified_copy.h"
 #include "engine/server.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
@@ -214,7 +215,7 @@ int backup(Console& console, ConsoleWords words) {
     throw ConsoleRefusal(QStringLiteral("备份文件已经存在，加 --force 才会覆盖：") + target);
   }
   const std::unique_ptr<Database> database = openConsoleAccount(console, ConsoleAccess::OwnerToo);
-  naming(console.file, [&] { database->backupTo(target); });
+  naming(console.file, [&] { makeVerifiedCopy(*database, target); });
   return done;
 }
 
@@ -251,10 +252,12 @@ constexpr std::array commands = {
                    u"jxcctl [--home 目录 | --db 文件] upgrade\n"
                    u"  把旧版本的帐套升级到当前版本，和登录时所做的一样；升级之前在帐套文件旁边留一份备份。\n",
                    upgrade},
-    ConsoleCommand{u"backup",
-                   u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
-                   u"  把帐套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n",
-                   backup},
+    ConsoleCommand{
+        u"backup",
+        u"jxcctl [--home 目录 | --db 文件] backup 备份文件 [--force]\n"
+        u"  把帐套完整备份到一个文件，其他工作站正在使用时也可以。文件已经存在时拒绝，除非加 --force。\n"
+        u"  帐套在服务器上时，备份同样是一个帐套文件。备份写好以后重新打开核对，旁边的 .sum 文件是它的校验和。\n",
+        backup},
 };
 
 QString overview(std::span<const ConsoleCommand> more) {

@@ -21,6 +21,12 @@ namespace new_file_detail {
 /// In a folder on a share the number may be that of a process of another machine: it writes all the time.
 constexpr qint64 quietSeconds = 600;
 
+/// With what SQLite keeps beside a file that it writes.
+void removeWhole(const QString& name) {
+  for (const char* side : {"", "-wal", "-shm", "-journal"})
+    QFile::remove(name + QLatin1String(side));
+}
+
 /// Copies of the same set whose process is gone. Only what bears the name of such a copy: the folder is the operator's.
 void sweep(const QFileInfo& target) {
   // A backup is called by the set, its moment in digits, and what says that it is one: 店名20260101120000.DAT.
@@ -35,7 +41,7 @@ void sweep(const QFileInfo& target) {
     QFile file(left.filePath());
     if (!isDead || !file.open(QIODevice::ReadOnly)) continue;
     const QByteArray head = file.read(16);
-    if (head.isEmpty() || head.startsWith("SQLite format 3") || head.startsWith("PGDMP")) file.remove();
+    if (head.isEmpty() || head.startsWith("SQLite format 3") || head.startsWith("PGDMP")) removeWhole(left.filePath());
   }
 }
 
@@ -44,7 +50,7 @@ void sweep(const QFileInfo& target) {
 NewFile::NewFile(const QString& target, Failure fail)
     : target_(target), name_(QStringLiteral("%1.%2.tmp").arg(target).arg(::getpid())), fail_(std::move(fail)) {
   new_file_detail::sweep(QFileInfo(target));
-  QFile::remove(name_);
+  new_file_detail::removeWhole(name_);
   QFile file(name_);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
     fail_(errno);
@@ -53,7 +59,7 @@ NewFile::NewFile(const QString& target, Failure fail)
 }
 
 NewFile::~NewFile() {
-  if (!kept_) QFile::remove(name_);
+  if (!kept_) new_file_detail::removeWhole(name_);
 }
 
 void NewFile::keep() {

@@ -33,6 +33,8 @@ std::unique_ptr<Database> openPostgres(const QString& address, const PostgresOpt
 /// The address must be the owner's. Throws DbError, among others when the owner may not make users.
 void admitStation(const QString& ownersAddress, const QString& station, std::span<const std::string_view> rowsStay);
 
+/// Whether an account set lives on a server.
+bool isOnServer(Database& database);
 /// Whose the account set's tables are on the server; empty when this connection may do what he may, and for a file.
 QString ownerToAsk(Database& database);
 /// The same account set over a connection of its owner's. Throws DbError when the password is wrong.

@@ -103,6 +103,10 @@ void admitStation(const QString& ownersAddress, const QString& station, std::spa
   owner.run("commit");
 }
 
+bool isOnServer(Database& database) {
+  return dynamic_cast<postgres::PostgresDatabase*>(&database) != nullptr;
+}
+
 QString ownerToAsk(Database& database) {
   auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database);
   return server ? QString::fromStdString(server->ownerToAsk()) : QString();

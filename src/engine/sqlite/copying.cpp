@@ -35,15 +35,42 @@ DbError copyFailed(const QString& file, int code) {
   return copyFailed(file, reason.message(), reason.kind());
 }
 
-ConnectionHandle openCopy(const QString& target, const QString& name) {
+ConnectionHandle openCopy(const QString& target, const QString& name, int access) {
   sqlite3* raw = nullptr;
   const int code = sqlite3_open_v2(QFile::encodeName(name).constData(), &raw,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+                                   access | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   ConnectionHandle connection(raw);
   if (code != SQLITE_OK) throw copyFailed(target, code);
-  // The file is brought to the disk once, when it is whole; a copy that breaks off is thrown away.
-  sqlite3_exec(raw, "pragma synchronous=off; pragma journal_mode=off", nullptr, nullptr, nullptr);
   return connection;
+}
+
+ConnectionHandle openToWrite(const QString& target, const QString& name) {
+  ConnectionHandle connection = openCopy(target, name, SQLITE_OPEN_READWRITE);
+  // The file is brought to the disk once, when it is whole; a copy that breaks off is thrown away.
+  sqlite3_exec(connection.get(), "pragma synchronous=off; pragma journal_mode=off", nullptr, nullptr, nullptr);
+  return connection;
+}
+
+using TableRows = std::vector<std::pair<QByteArray, sqlite3_int64>>;
+
+/// Every table and how many rows it has; a table that cannot be counted has -1.
+TableRows countRows(sqlite3* connection) {
+  TableRows counted;
+  sqlite3_exec(
+      connection, "select name from sqlite_schema where type='table' and rootpage>0 order by name",
+      [](void* to, int, char** fields, char**) {
+        static_cast<TableRows*>(to)->emplace_back(fields[0], -1);
+        return 0;
+      },
+      &counted, nullptr);
+  for (auto& [table, rows] : counted) {
+    const QByteArray name = QByteArray(table).replace('"', "\"\"");
+    sqlite3_stmt* raw = nullptr;
+    sqlite3_prepare_v2(connection, "select count(*) from \"" + name + '"', -1, &raw, nullptr);
+    const StatementHandle statement(raw);
+    if (raw != nullptr && sqlite3_step(raw) == SQLITE_ROW) rows = sqlite3_column_int64(raw, 0);
+  }
+  return counted;
 }
 
 constexpr int percentOfCopying = 60;  // reading the copy once more takes the rest
@@ -109,8 +136,9 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
   if (isAccountFileInUse(file)) throw copyFailed(file, QStringLiteral("那里的文件正在使用。"));
   if (watch_ && watch_->look(connection_.get()) != FileWatch::State::Mine) throw fileIsGone(role_.file);
   NewFile temporary(file, [&file](int error) { throw copyFailed(file, diskReason(error)); });
+  TableRows rows;
   {
-    const ConnectionHandle copy = openCopy(file, temporary.name());
+    const ConnectionHandle copy = openToWrite(file, temporary.name());
     // A connection of its own that holds one state of the file: others go on writing and the copy need not begin anew.
     ConnectionHandle own;
     if (!role_.file.isEmpty()) {
@@ -120,6 +148,7 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
           code != SQLITE_OK)
         throw copyFailed(file, code);
     }
+    rows = countRows(own ? own.get() : connection_.get());
     if (!copyPages(own ? own.get() : connection_.get(), copy.get(), file, progress)) return;
     // One file that is complete by itself, without a log beside it.
     if (const int code = sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
@@ -127,12 +156,19 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
       throw copyFailed(file, code);
     // Another state of the set than the one that goes on here.
     giveNewNumber(copy.get());
+  }
+  {
+    // Opened anew: what the disk holds counts, not what is still in memory from writing it.
+    const ConnectionHandle copy = openCopy(file, temporary.name(), SQLITE_OPEN_READONLY);
     std::function<bool(int)> rest;
     if (progress)
       rest = [&progress](int percent) { return progress(percentOfCopying + percent * (99 - percentOfCopying) / 100); };
     const StorageCheck check = checkIntegrity(copy.get(), rest);
     if (!check.finished) return;
     requireSound(check, role_, file, !check.damage.isEmpty() && checkIntegrity(connection_.get(), {}).damage.isEmpty());
+    requireAccountSet(copy.get(), {.file = file, .essential = false});
+    if (countRows(copy.get()) != rows)
+      throw copyFailed(file, QStringLiteral("写好的备份少了内容，那里的磁盘可能已经损坏。"));
   }
   temporary.keep();
   if (progress) progress(100);
