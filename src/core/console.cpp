@@ -1,6 +1,7 @@
 #include "core/console.h"
 
 #include "core/account_place.h"
+#include "core/at_work.h"
 #include "core/backup.h"
 #include "core/console_admission.h"
 #include "core/console_copy.h"
@@ -34,6 +35,12 @@ namespace console_detail {
 constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int misused = 2;
+
+/// Of a command that may write, until its end.
+std::shared_ptr<ConsoleAtWork>& atWork() {
+  static std::shared_ptr<ConsoleAtWork> own;
+  return own;
+}
 
 // ---- create
 
@@ -359,6 +366,9 @@ std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAcce
   for (const QString& remark : database->openingRemarks())
     console.streams.err << "jxcctl: " << remark.toStdString() << '\n';
   admitToConsole(console, database, access);
+  if (access != ConsoleAccess::OwnerToo)
+    console_detail::atWork() = comeToWorkAtConsole(
+        *database, [&](const QString& why) { console.streams.err << "jxcctl: " << why.toStdString() << std::endl; });
   return database;
 }
 
@@ -385,6 +395,7 @@ int runConsole(const QStringList& words, const QString& executableDirectory, Con
   } catch (const std::exception& failure) {
     streams.err << "jxcctl: " << failure.what() << '\n';
   }
+  atWork().reset();
   streams.out.flush();
   // A pipe that broke or a disk that is full has lost rows: that is no success.
   if (!streams.out && status == done) status = failed;

@@ -1,6 +1,7 @@
 #include "core/login.h"
 
 #include "core/account_place.h"
+#include "core/at_work.h"
 #include "core/backup.h"
 #include "core/log.h"
 #include "core/owner.h"
@@ -120,6 +121,10 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
     return false;
   }
   if (!login_detail::fillOperator(name, password, prompt)) return false;
+  if (const auto why = comeToWork()) {
+    prompt.notice(*why);
+    return false;
+  }
   if (!session().posLogin) {
     writeLog(QStringLiteral("登录系统"));
     loadSession();

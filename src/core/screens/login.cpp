@@ -1,16 +1,22 @@
 #include "core/screens/login.h"
 
+#include "core/at_work.h"
 #include "core/build_info.h"
 #include "core/login.h"
 #include "core/session.h"
+#include "engine/error.h"
 #include "ui/skin.h"
 
 #include <QLabel>
 #include <QScopeGuard>
 
+#include <optional>
+#include <utility>
+
 namespace jxc {
 namespace login_screen_detail {
 
+constexpr int kPause = 1000;  // ms between two looks whether somebody has the set for himself
 constexpr ui::FieldSpec kFields[] = {
     {"comAdmin", "操作员：", ui::FieldKind::Combo},
     {"tpwd", "密码：", ui::FieldKind::Secret, "", 100},
@@ -37,6 +43,26 @@ TF_Login::TF_Login() : Screen(login_screen_detail::kScreen) {
     btnOK.click();
     return true;
   });
+  look_.setInterval(login_screen_detail::kPause);
+  connect(&look_, &QTimer::timeout, this, [this] { lookWhetherToWait(); });
+}
+
+/// Somebody has the account set for himself: it is said here, and the form is usable again when he is done.
+void TF_Login::lookWhetherToWait() {
+  if (!isVisible()) return look_.stop();
+  std::optional<QString> why;
+  try {
+    why = whyToWait();
+  } catch (const DbError&) {
+    // A server that does not answer is told about by the login.
+  }
+  const bool waited = std::exchange(waits_, why.has_value());
+  if (!why && !waited) return;
+  btnOK.setEnabled(!why);
+  if (why)
+    lMsg->setText(*why);
+  else
+    comAdminChange();
 }
 
 void TF_Login::activate() {
@@ -47,6 +73,7 @@ void TF_Login::activate() {
   if (!last.isEmpty()) comAdmin.setKey(last);
   tpwd.clear();
   comAdminChange();
+  look_.start();
 }
 
 void TF_Login::comAdminChange() {

@@ -3,6 +3,8 @@
 
 #include "ui/screen.h"
 
+#include <QTimer>
+
 class QLabel;
 
 namespace jxc {
@@ -26,6 +28,10 @@ class TF_Login : public ui::Screen {
  private:
   void comAdminChange();
   void btnOKClick();
+  void lookWhetherToWait();
+
+  QTimer look_;
+  bool waits_ = false;
 };
 
 }  // namespace jxc

@@ -1,0 +1,26 @@
+#include "engine/presence.h"
+
+#include "engine/postgres/postgres_database.h"
+#include "engine/postgres/server_presence.h"
+#include "engine/sqlite/file_presence.h"
+#include "engine/sqlite/sqlite_database.h"
+
+namespace jxc {
+
+QString placeOf(Database& database) {
+  if (auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database))
+    return server->isTrial() ? QString() : QString::fromStdString(server->address());
+  auto* const sqlite = dynamic_cast<sqlite::SqliteDatabase*>(&database);
+  return sqlite != nullptr ? sqlite->role().file : QString();
+}
+
+std::unique_ptr<Presence> openPresence(Database& database) {
+  if (placeOf(database).isEmpty()) return nullptr;
+  if (auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database))
+    return std::make_unique<postgres::ServerPresence>(server->address(), server->user());
+  auto presence = std::make_unique<sqlite::FilePresence>(placeOf(database));
+  if (!presence->isOpen()) return nullptr;
+  return presence;
+}
+
+}  // namespace jxc

@@ -1,0 +1,139 @@
+#include "engine/sqlite/file_presence.h"
+
+#include "engine/shared_folder.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace jxc::sqlite {
+namespace file_presence_detail {
+
+// The file is an array of places. The first is the gate: whoever comes holds it for a moment together with others,
+// whoever wants the set for himself holds it alone. Each other one belongs to whoever holds its lock.
+constexpr int placeBytes = 256;
+constexpr int places = 200;
+constexpr int gate = 0;
+
+/// Locks of the descriptor, not of the process: two programs in one process (a test) keep each other out as well.
+bool lockPlace(int descriptor, int place, short kind) {
+  struct flock lock {};
+  lock.l_type = kind;
+  lock.l_whence = SEEK_SET;
+  lock.l_start = static_cast<off_t>(place) * placeBytes;
+  lock.l_len = placeBytes;
+  return ::fcntl(descriptor, F_OFD_SETLK, &lock) == 0;
+}
+
+bool isHeldByOther(int descriptor, int place) {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  lock.l_start = static_cast<off_t>(place) * placeBytes;
+  lock.l_len = placeBytes;
+  return ::fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+using Place = std::array<char, placeBytes>;
+
+/// "7\t100002\t张三"; a name that is too long is cut between two characters.
+void write(int descriptor, int place, int work, const Station& station) {
+  QByteArray text = QByteArray::number(work) + '\t' + QByteArray::number(static_cast<qlonglong>(station.number)) + '\t';
+  QString name = station.name;
+  while (text.size() + name.toUtf8().size() >= placeBytes)
+    name.chop(1);
+  text += name.toUtf8();
+  Place bytes{};
+  std::copy(text.cbegin(), text.cend(), bytes.begin());
+  static_cast<void>(::pwrite(descriptor, bytes.data(), bytes.size(), static_cast<off_t>(place) * placeBytes));
+}
+
+Presence::Alone read(int descriptor, int place) {
+  Place bytes{};
+  static_cast<void>(::pread(descriptor, bytes.data(), bytes.size() - 1, static_cast<off_t>(place) * placeBytes));
+  const QStringList parts = QString::fromUtf8(bytes.data()).split(u'\t');
+  return {parts.value(0).toInt(), {parts.value(2), parts.value(1).toLongLong()}};
+}
+
+}  // namespace file_presence_detail
+
+FilePresence::FilePresence(const QString& accountFile) {
+  const QString name = accountFile + QStringLiteral(".stations");
+  descriptor_ = ::open(QFile::encodeName(name).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (descriptor_ >= 0 && isSharedFolder(QFileInfo(name).absolutePath()))
+    static_cast<void>(::fchmod(descriptor_, 0660));
+}
+
+FilePresence::~FilePresence() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+int FilePresence::freePlace() {
+  using namespace file_presence_detail;
+  for (int place = gate + 1; place < places; ++place)
+    if (lockPlace(descriptor_, place, F_WRLCK)) return place;
+  return 0;
+}
+
+bool FilePresence::enter(const Station& station) {
+  using namespace file_presence_detail;
+  station_ = station;
+  if (place_ == 0) {
+    if (!lockPlace(descriptor_, gate, F_RDLCK)) return false;
+    place_ = freePlace();
+    lockPlace(descriptor_, gate, F_UNLCK);
+    if (place_ == 0) return true;  // more stations than a machine has: nobody is kept from his work by that
+  }
+  write(descriptor_, place_, 0, station_);
+  return true;
+}
+
+void FilePresence::leave() {
+  if (place_ != 0) file_presence_detail::lockPlace(descriptor_, std::exchange(place_, 0), F_UNLCK);
+}
+
+std::vector<Station> FilePresence::others() {
+  using namespace file_presence_detail;
+  std::vector<Station> found;
+  for (int place = gate + 1; place < places; ++place)
+    if (place != place_ && isHeldByOther(descriptor_, place)) found.push_back(read(descriptor_, place).by);
+  return found;
+}
+
+bool FilePresence::takeAlone(int work) {
+  using namespace file_presence_detail;
+  constexpr int attempts = 20, pause = 10;  // ms: somebody who is just coming holds the gate for a moment
+  for (int i = 0; !alone_ && i < attempts; ++i) {
+    alone_ = lockPlace(descriptor_, gate, F_WRLCK);
+    if (!alone_) QThread::msleep(pause);
+  }
+  if (!alone_) return false;
+  write(descriptor_, gate, work, station_);
+  if (others().empty()) return true;
+  giveBack();
+  return false;
+}
+
+void FilePresence::giveBack() {
+  if (std::exchange(alone_, false)) file_presence_detail::lockPlace(descriptor_, file_presence_detail::gate, F_UNLCK);
+}
+
+std::optional<Presence::Alone> FilePresence::aloneBy() {
+  using namespace file_presence_detail;
+  struct flock lock {};
+  lock.l_type = F_RDLCK;
+  lock.l_whence = SEEK_SET;
+  lock.l_len = placeBytes;
+  // Others who are just coming hold the gate as well, but for reading.
+  if (::fcntl(descriptor_, F_OFD_GETLK, &lock) != 0 || lock.l_type == F_UNLCK) return {};
+  return read(descriptor_, gate);
+}
+
+}  // namespace jxc::sqlite
