@@ -151,6 +151,12 @@ constexpr TableDefinition tables[] = {
 )",
      chainSeeds},
 
+    {"jxc_zmsd", R"(
+      sd_rq            varchar(16)    -- locked up to this day; empty: opened. The newest row holds
+      sd_time          varchar(32)
+      a_name           nvarchar(32)
+)"},
+
     {"jxc_gnb", R"(
       gn_name          nvarchar(32)
       gn_jz            int            -- key code

@@ -383,6 +383,11 @@ std::vector<UpgradeStep> ladder() {
                              missing("select lc_hash from jxc_logchain", {walk(beginLogChain)}),
                              always({walk(forgetPlainPasswords)})},
                   .untilDone = true},
+      // Every command that writes on a day asks whether the day is locked.
+      UpgradeStep{.guard = "2026-11-27",
+                  .stamp = "2026-11-27",
+                  .blocks = {missing("select sd_rq from jxc_zmsd", {recreate("jxc_zmsd")})},
+                  .untilDone = true},
   };
 }
 

@@ -167,6 +167,9 @@ insert into jxc_log (log_time,a_name,log_note,log_hash) values ('2021-05-03 10:0
 select lc_hash from jxc_logchain
 update jxc_logchain set lc_hash=''
 select min(id) from jxc_log
+select top 1 sd_rq from jxc_zmsd order by id desc
+select id,sd_rq,sd_time,a_name from jxc_zmsd order by id desc
+insert into jxc_zmsd (sd_rq,sd_time,a_name) values ('2021-04-30','2021-05-03 10:00:00','admin')
 select top 10000 id,log_time,a_name,log_note,log_hash from jxc_log where id>0 order by id
 select top 1 a_sn from jxc_admin where a_pwd<>''
 select * from jxc_adminmm where a_sn='100001'
