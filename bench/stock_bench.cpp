@@ -115,6 +115,33 @@ void stockNowByHand(benchmark::State& state) {
           "a.g_sn");
 }
 
+/// Until the first rows are there, for the window to show.
+void stockBegins(benchmark::State& state) {
+  shop();
+  struct Begun {};
+  for (auto _ : state) {
+    int rows = 0;
+    EnquiryReader reader(accountDb(), {}, [&](RowSet first) {
+      rows = first.rowCount();
+      throw Begun();
+    });
+    try {
+      answer(Source(currentStockByPage).ask({}), reader);
+    } catch (const Begun&) {
+    }
+    if (rows != 100) return state.SkipWithError(("rows: " + std::to_string(rows)).c_str());
+  }
+}
+void stockBeginsByHand(benchmark::State& state) {
+  askByHand(
+      state,
+      kColumns +
+          "a.g_zdkc,a.g_scjj,a.g_sj,b.zsl,b.xssl,abs(round(b.zje/b.zsl,2)),round(b.zje,2),a.g_sj*b.sl from (select "
+          "a.g_sn,sum(kc_sl) sl,sum(kc_zsl) zsl,sum(kc_xssl) xssl,sum(kc_zsl*kc_cbj) zje from (select g_sn from "
+          "jxc_goods where g_jy=0 order by g_sn limit 100) a join jxc_kcsp k on k.g_sn=a.g_sn group by a.g_sn) "
+          "b join jxc_goods a on a.g_sn=b.g_sn left join jxc_goodsclass c on c.gc_sn=a.gc_sn order by a.g_sn");
+}
+
 void stockThen(benchmark::State& state) {
   ask(state, stockAt, {.to = kDay, .warehouse = kWarehouse}, kGoods);
 }
@@ -239,6 +266,7 @@ const bool registered = [] {
     Work statements, byHand;
   };
   for (const Case& each : {Case{"current stock of 20,000 goods in 5 warehouses", stockNow, stockNowByHand},
+                           Case{"first page of it", stockBegins, stockBeginsByHand},
                            Case{"stock of a warehouse of 20,000 goods at a day", stockThen, stockThenByHand},
                            Case{"balance and ledger of 100,000 pairs compared", differences, differencesByHand},
                            Case{"movements of a goods with 10,000 rows", movements, movementsByHand},

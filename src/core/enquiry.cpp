@@ -89,7 +89,9 @@ RowSet EnquiryReader::select(const Sql& sql) {
 }
 
 void EnquiryReader::begin(const Sql& first) {
-  if (begins_) begins_(select(first));
+  if (!begins_) return;
+  RowSet rows = select(first);
+  if (!rows.isEmpty()) begins_(std::move(rows));  // a list that is not yet known to be empty does not say so
 }
 
 RowSet EnquiryReader::sums(const Sql& lines, const SumColumns& columns) {

@@ -19,6 +19,8 @@ struct Right {
 inline constexpr Right kSeesCost{"qtcz", 7};
 /// What goods are sold for: sale prices and amounts.
 inline constexpr Right kSeesPrice{"qtcz", 9};
+/// What is earned: with the cost beside it, it is the price.
+inline constexpr Right kSeesProfit{"qtcz", 9, true};
 /// The value of the stock.
 inline constexpr Right kSeesStockCost{"kcgl", 16, true};
 

@@ -10,27 +10,23 @@ namespace goods_situation_detail {
 
 /// Pieces of goods in warehouses by where they come from: a row of each source holds its own figure and zeros.
 Sql pieces(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter balance, lent;
+  Filter balance;
   balance.add("x.g_sn<>'00000000'");
   addChoice(balance, "x.g_sn", criteria.goods);
   warehouses.restrict(balance, "x.ck_sn");
-  lent.add("c.jh_status=1").add("c.gl_djh like ?", words(families::loan.prefix) + u'%');
-  lent.add("b.jh_sl>b.jh_hhsl+b.jh_xssl");
-  addChoice(lent, "b.g_sn", criteria.goods);
-  warehouses.restrict(lent, "c.ck_sn");
-  return Sql("select x.g_sn,x.ck_sn,x.kc_sl as kcsl,x.kc_zsl as kczsl,x.kc_xssl as xssl,x.kc_cbj as cbj,0 as ztsl,"
-             "0 as dcsl,0 as jcsl from jxc_kcsp x")
-      .where(balance)
-      .add(" union all select b.g_sn,c.ck_sn,0,0,0,0,")
-      .add(partial::openPieces(partial::putaway, "b") + ",0,0 from ")
-      .add(partial::openOf(partial::putaway, criteria, warehouses))
-      .add(" union all select b.g_sn,c.ck_sn,0,0,0,0,0,")
-      .add(partial::openPieces(partial::issue, "b") + ",0 from ")
-      .add(partial::openOf(partial::issue, criteria, warehouses))
-      .add(
-          " union all select b.g_sn,c.ck_sn,0,0,0,0,0,0,b.jh_sl-b.jh_hhsl-b.jh_xssl from jxc_khjh c inner join "
-          "jxc_khjhsp b on c.gl_djh=b.gl_djh")
-      .where(lent);
+  Sql all = Sql("select x.g_sn,x.ck_sn,x.kc_sl as kcsl,x.kc_zsl as kczsl,x.kc_xssl as xssl,x.kc_cbj as cbj,0 as ztsl,"
+                "0 as dcsl,0 as jcsl from jxc_kcsp x")
+                .where(balance);
+  struct Open {
+    const PartialMovement& movement;
+    const char *before, *behind;  // the other figures
+  };
+  const Open open[] = {{partial::putaway, "", ",0,0"}, {partial::issue, "0,", ",0"}, {partial::lending, "0,0,", ""}};
+  for (const auto& [movement, before, behind] : open)
+    all.add(std::string(" union all select b.g_sn,c.ck_sn,0,0,0,0,") + before + partial::openPieces(movement, "b") +
+            behind + " from ")
+        .add(partial::openOf(movement, criteria, warehouses));
+  return all;
 }
 
 constexpr const char* kSums =

@@ -25,14 +25,20 @@ std::string openTables(const PartialMovement& m) {
                  {m.source->head, m.source->lines, m.source->number, m.source->number});
 }
 
-Filter conditions(const PartialMovement& m, const OpenLines& wanted) {
-  const DocumentFamily& s = *m.source;
+/// Heads that say that something of them is open. Without a flag a head does not say so itself, and may stand among
+/// those of another kind: loans and their returns.
+Filter openHeads(const DocumentFamily& s) {
   Filter filter;
-  // Without a flag the head does not say so itself, and may stand among those of another kind: loans and their returns.
   if (s.allMoved.empty())
     filter.add(compose("c.{} like ?", {s.number}), words(s.prefix) + u'%');
   else
     filter.add(compose("c.{}=0", {s.allMoved}));
+  return filter;
+}
+
+Filter conditions(const PartialMovement& m, const OpenLines& wanted) {
+  const DocumentFamily& s = *m.source;
+  Filter filter = openHeads(s);
   // Of one document, by its number: as a range the state does not tempt SQLite to walk through all that are audited.
   filter.add(compose(wanted.source.isEmpty() ? "c.{}=1" : "c.{}>0", {s.status})).add(isOpen(m, "b"));
   addChoice(filter, compose("c.{}", {s.partner}), wanted.partner);
@@ -185,9 +191,8 @@ Sql openLines(const PartialMovement& m, const OpenLines& wanted) {
 
 Sql openOf(const PartialMovement& m, const Criteria& criteria, const Warehouses& warehouses) {
   const DocumentFamily& s = *m.source;
-  Filter filter;
-  filter.add(compose("c.{}=0", {s.allMoved})).add(compose("c.{}=1", {s.status})).add(isOpen(m, "b"));
-  filter.add("b.g_sn<>'00000000'");
+  Filter filter = partial_movement_detail::openHeads(s);
+  filter.add(compose("c.{}=1", {s.status})).add(isOpen(m, "b")).add("b.g_sn<>'00000000'");
   addChoice(filter, "b.g_sn", criteria.goods);
   warehouses.restrict(filter, compose("c.{}", {s.warehouse}));
   return Sql(compose("{} c inner join {} b on c.{}=b.{}", {s.head, s.lines, s.number, s.number})).where(filter);

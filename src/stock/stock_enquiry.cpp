@@ -19,8 +19,8 @@ std::string_view comparisonSign(const QString& typed) {
 }
 
 /// Stock by goods, of one warehouse or summed over those that the operator may see.
-Sql balances(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter filter;
+Sql balances(const Criteria& criteria, const Warehouses& warehouses, const Filter& goods = {}) {
+  Filter filter = goods;
   if (!criteria.warehouse.isEmpty()) {
     warehouses.restrict(filter, "ck_sn");
     return Sql("select g_sn,kc_sl as kcsl,kc_zsl as kczsl,kc_xssl as xssl," +
@@ -46,14 +46,19 @@ Sql goodsWith(const std::string& figures, const Sql& stock) {
       .add(") b on a.g_sn=b.g_sn) left outer join jxc_goodsclass c on a.gc_sn=c.gc_sn");
 }
 
-Filter conditions(const Criteria& criteria) {
+Filter goodsConditions(const Criteria& criteria) {
   Filter filter;
   filter.add("a.g_sn<>'00000000'");
   addClass(filter, criteria, "a.gc_sn");
   addGoodsKey(filter, criteria, {"a.g_sn", "a.g_jm", "a.g_name", "a.g_sccs", "a.gg_name", "a.g_sptm", "a.color_name"});
-  if (criteria.has(kHidesZeroStock)) filter.add("b.kcsl<>0");
   if (!criteria.has(kWithDisabledGoods)) filter.add("a.g_jy=0");
   addChoice(filter, "a.ghs_sn", criteria.partner);
+  return filter;
+}
+
+Filter conditions(const Criteria& criteria) {
+  Filter filter = goodsConditions(criteria);
+  if (criteria.has(kHidesZeroStock)) filter.add("b.kcsl<>0");
   if (!criteria.kind.isEmpty())
     filter.add("b.kcsl" + std::string(comparisonSign(criteria.kind)) + "?", criteria.amount);
   return filter;
@@ -74,10 +79,7 @@ Sql lastFigures(const Criteria& criteria, const Warehouses& warehouses) {
       .add(" order by e.gl_kdrq desc,e.id desc) group by k.g_sn");
 }
 
-}  // namespace stock_enquiry_detail
-
-Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
-  using namespace stock_enquiry_detail;
+Sql stockNow(const Criteria& criteria, const Sql& balances) {
   // Over all warehouses the cost is weighted by book stock; goods without any keep the catalogue's average.
   const std::string cost =
       criteria.warehouse.isEmpty()
@@ -85,9 +87,28 @@ Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
           : "b.ckcb";
   return goodsWith("a.g_zdkc,a.g_scjj,a.g_sj,b.kczsl,b.xssl," + cost + " as cbjj," +
                        roundedExpression("cbjj*b.kcsl", moneyDigits()) + " as kczje,a.g_sj*b.kcsl as xszje",
-                   balances(criteria, warehouses))
+                   balances)
       .where(conditions(criteria))
       .add(" order by a.g_sn");
+}
+
+}  // namespace stock_enquiry_detail
+
+Sql currentStock(const Criteria& criteria, const Warehouses& warehouses) {
+  return stock_enquiry_detail::stockNow(criteria, stock_enquiry_detail::balances(criteria, warehouses));
+}
+
+Computation currentStockByPage(const Criteria& criteria, const Warehouses& warehouses) {
+  using namespace stock_enquiry_detail;
+  // Sums of all goods cost the same for the first as for the last: the list begins with those of the goods that stand
+  // first, of which what the stock restricts falls out again.
+  constexpr const char* kScreenful = "g_sn in (select top 100 a.g_sn from jxc_goods a";
+  const Filter first = Filter().add(Sql(kScreenful).where(goodsConditions(criteria)).add(" order by a.g_sn)"));
+  return [begins = stockNow(criteria, balances(criteria, warehouses, first)),
+          all = currentStock(criteria, warehouses)](EnquiryReader& reader) {
+    reader.begin(begins);
+    return reader.select(all);
+  };
 }
 
 Sql stockAt(const Criteria& criteria, const Warehouses& warehouses) {

@@ -14,6 +14,8 @@ inline constexpr unsigned kHidesZeroStock = 1, kWithDisabledGoods = 2;
 /// ">=", "<=", "<>", ">", "<", by which the stock is compared with the amount: throws std::invalid_argument for
 /// another.
 Sql currentStock(const Criteria& criteria, const Warehouses& warehouses);
+/// The same, beginning with the goods of the first screen: for a window.
+Computation currentStockByPage(const Criteria& criteria, const Warehouses& warehouses);
 
 /// The same goods with stock `kcsl`, average `cbjj` and value `kczje` (yuan) as the last row of the ledger up to the
 /// end of the last day says; over several warehouses the sums, and the average that they make. Goods that had not moved

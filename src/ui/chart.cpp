@@ -9,6 +9,7 @@
 #include "ui/skin.h"
 
 #include <QBoxLayout>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -24,6 +25,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -33,6 +35,7 @@ namespace chart_detail {
 
 constexpr const char16_t* kKinds[] = {u"柱形图", u"折线图", u"饼图"};
 constexpr double kPictureDpi = 192;
+constexpr int kManyBars = 40, kGreatest = 20;
 
 /// A number as the list has it; NaN for an empty cell and for words in a number column.
 double numberOf(const RowSet& rows, int row, int column) {
@@ -76,6 +79,7 @@ QString inWords(const ChartData& data, ChartKind kind, const QString& label) {
     };
     words += QStringLiteral("，最大 %1，最小 %2").arg(one(greatest), one(least));
   }
+  if (!data.rest.isEmpty()) words += u'，' + data.rest;
   return words + QStringLiteral("。方向键逐项查看，回车打开；列表里是同样的数据。");
 }
 
@@ -108,7 +112,7 @@ class Chart::Canvas : public QWidget {
 
   void followRow() {
     if (leading_) return;
-    mark_ = picture_.markOf(chart_.turned(chart_.list_.currentRow()));
+    mark_ = picture_.markOf(chart_.pointOf(chart_.list_.currentRow()));
     tell();
   }
 
@@ -194,7 +198,7 @@ class Chart::Canvas : public QWidget {
     type.setPixelSize(QFontInfo(type).pixelSize());
     picture_ = ChartPicture(data_, chart_.kind(), screenChartLook(type), rect());
     hovered_ = -1;
-    mark_ = picture_.markOf(chart_.turned(chart_.list_.currentRow()));
+    mark_ = picture_.markOf(chart_.pointOf(chart_.list_.currentRow()));
     tell();
   }
 
@@ -208,7 +212,7 @@ class Chart::Canvas : public QWidget {
     hovered_ = -1;
     // The rest of a pie has no row: the list stays where it is.
     leading_ = true;
-    chart_.list_.selectRow(chart_.turned(picture_.pointOf(mark)));
+    chart_.list_.selectRow(chart_.rowOf(picture_.pointOf(mark)));
     leading_ = false;
     tell();
   }
@@ -246,6 +250,9 @@ Chart::Chart(Grid& list, const ChartSpec& spec, QWidget* parent) : QWidget(paren
   comMeasure_->setObjectName(QStringLiteral("comChartMeasure"));
   comMeasure_->setAccessibleName(QStringLiteral("数据"));
   comMeasure_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  onlyGreatest_ = new QCheckBox(QStringLiteral("只看最大的%1项").arg(chart_detail::kGreatest), this);
+  onlyGreatest_->setObjectName(QStringLiteral("chkChartGreatest"));
+  onlyGreatest_->setChecked(true);
   canvas_ = new Canvas(*this);
 
   auto* top = new QHBoxLayout;
@@ -254,6 +261,7 @@ Chart::Chart(Grid& list, const ChartSpec& spec, QWidget* parent) : QWidget(paren
   top->addWidget(comKind_);
   top->addWidget(new QLabel(QStringLiteral("数据："), this));
   top->addWidget(comMeasure_);
+  top->addWidget(onlyGreatest_);
   top->addStretch();
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
@@ -264,6 +272,7 @@ Chart::Chart(Grid& list, const ChartSpec& spec, QWidget* parent) : QWidget(paren
 
   connect(comKind_, &QComboBox::currentIndexChanged, this, [this] { followIfSeen(); });
   connect(comMeasure_, &QComboBox::currentIndexChanged, this, [this] { followIfSeen(); });
+  connect(onlyGreatest_, &QCheckBox::toggled, this, [this] { followIfSeen(); });
   connect(&model, &GridModel::modelReset, this, [this] { followIfSeen(); });
   connect(&model, &GridModel::layoutChanged, this, [this] { followIfSeen(); });
   connect(&model, &GridModel::headerDataChanged, this, [this] { followIfSeen(); });
@@ -334,59 +343,105 @@ void Chart::follow() {
   }
   const int kept = before.isEmpty() ? -1 : comMeasure_->findData(before);
   comMeasure_->setCurrentIndex(kept >= 0 ? kept : wanted >= 0 ? wanted : summed >= 0 ? summed : first);
-  canvas_->setData(data());
+  onlyGreatest_->setVisible(hasMany());
+  Drawn now = drawn();
+  places_ = std::move(now.places);
+  canvas_->setData(std::move(now.data));
 }
 
-/// The place of a row in the chart, and back: turned round where the latest time stands first in the list.
-int Chart::turned(int place) const {
-  const int last = list_.rowCount() - 1;
-  if (!spec_.byTime || place < 0 || last < 1) return place;
-  const std::vector<int> order = list_.shownOrder();
-  const auto label = [&](int row) { return list_.rows()[row].text(spec_.label); };
-  return label(order.front()) > label(order.back()) ? last - place : place;
+int Chart::rowOf(int point) const {
+  return point >= 0 && point < static_cast<int>(places_.size()) ? places_[static_cast<std::size_t>(point)] : -1;
 }
 
-ChartData Chart::data() const {
+int Chart::pointOf(int row) const {
+  const auto found = std::ranges::find(places_, row);
+  return found == places_.end() ? -1 : static_cast<int>(found - places_.begin());
+}
+
+/// Hundreds of bars are hair-thin and their names read alike; a course of time is read as a whole.
+bool Chart::hasMany() const {
+  return kind() == ChartKind::Bars && !spec_.byTime && list_.rowCount() > chart_detail::kManyBars;
+}
+
+Chart::Drawn Chart::drawn() const {
   const GridModel& model = chart_detail::modelOf(list_);
   const int column = comMeasure_->currentIndex() < 0 ? -1 : model.columnOf(measure().toStdString());
-  ChartData data;
+  Drawn result;
+  ChartData& data = result.data;
   if (list_.isEmpty()) {
     // As the list says it, with what to change.
     if (const auto* hint = list_.findChild<QLabel*>(QStringLiteral("emptyHint"))) data.nothing = hint->text();
     data.caption = comMeasure_->currentText();
-    return data;
+    return result;
   }
   if (column < 0) {
     data.nothing = QStringLiteral("列表没有数字列，不能画图");
-    return data;
+    return result;
   }
   const RowSet& rows = list_.rows();
-  const int source = rows.columnIndex(list_.spec().columns[static_cast<std::size_t>(column)].field);
+  const ColumnSpec& shown = list_.spec().columns[static_cast<std::size_t>(column)];
+  const int source = rows.columnIndex(shown.field);
   const ColumnSpec& label = list_.spec().columns[static_cast<std::size_t>(model.columnOf(spec_.label))];
   data.caption = comMeasure_->currentText();
-  data.kind = list_.spec().columns[static_cast<std::size_t>(column)].kind;
-  std::vector<int> order = list_.shownOrder();
-  if (turned(0) != 0) std::ranges::reverse(order);
+  data.kind = shown.kind;
+  const std::vector<int> order = list_.shownOrder();
+  result.places.resize(order.size());
+  std::iota(result.places.begin(), result.places.end(), 0);
+  const auto labelOf = [&](int row) { return rows[row].text(spec_.label); };
+  // The latest time stands first in many lists.
+  if (spec_.byTime && labelOf(order.front()) > labelOf(order.back())) std::ranges::reverse(result.places);
+  const auto row = [&](int place) { return order[static_cast<std::size_t>(place)]; };
   data.values.reserve(order.size());
   // A row that the sums leave out, such as a total or an opening balance, is no value among the others.
-  for (const int row : order)
-    data.values.push_back(!model.counts || model.counts(rows[row]) ? chart_detail::numberOf(rows, row, source)
-                                                                   : std::numeric_limits<double>::quiet_NaN());
+  for (const int place : result.places)
+    data.values.push_back(!model.counts || model.counts(rows[row(place)])
+                              ? chart_detail::numberOf(rows, row(place), source)
+                              : std::numeric_limits<double>::quiet_NaN());
+  if (hasMany() && onlyGreatest_->isChecked()) keepGreatest(result, shown.use.sum);
+  std::vector<int> drawnRows;
+  for (const int place : result.places)
+    drawnRows.push_back(row(place));
   const std::string earlier = earlierField(measure().toStdString());
   // Rows that are still there from before the operator asked for it have none.
   if (const int before = rows.columnIndex(earlier); before >= 0 && list_.isColumnVisible(earlier)) {
     data.earlierCaption = model.headerData(model.columnOf(earlier), Qt::Horizontal, Qt::DisplayRole).toString();
-    for (const int row : order)
-      data.earlier.push_back(chart_detail::numberOf(rows, row, before));
+    for (const int each : drawnRows)
+      data.earlier.push_back(chart_detail::numberOf(rows, each, before));
   }
-  data.label = [rows, order, column = rows.columnIndex(label.field), kind = label.kind](int point) {
-    return column < 0 ? QString() : displayCell(rows, order[static_cast<std::size_t>(point)], column, kind);
+  data.label = [rows, drawnRows, column = rows.columnIndex(label.field), kind = label.kind](int point) {
+    return column < 0 ? QString() : displayCell(rows, drawnRows[static_cast<std::size_t>(point)], column, kind);
   };
-  return data;
+  return result;
+}
+
+/// Those farthest from 0, from the highest down; how many are left out, and their sum where the list has one.
+void Chart::keepGreatest(Drawn& all, bool isSummed) const {
+  std::vector<std::size_t> points;
+  for (std::size_t point = 0; point < all.data.values.size(); ++point)
+    if (std::isfinite(all.data.values[point])) points.push_back(point);
+  if (points.size() <= chart_detail::kGreatest) return;
+  const auto value = [&](std::size_t point) { return all.data.values[point]; };
+  std::ranges::stable_sort(points, [&](auto a, auto b) { return std::abs(value(a)) > std::abs(value(b)); });
+  double rest = 0;
+  for (std::size_t i = chart_detail::kGreatest; i < points.size(); ++i)
+    rest += value(points[i]);
+  all.data.rest = QStringLiteral("最大的 %1 项；其余 %2 项")
+                      .arg(chart_detail::kGreatest)
+                      .arg(points.size() - chart_detail::kGreatest);
+  if (isSummed) all.data.rest += QStringLiteral("合计 ") + all.data.valueText(rest);
+  points.resize(chart_detail::kGreatest);
+  std::ranges::stable_sort(points, [&](auto a, auto b) { return value(a) > value(b); });
+  Drawn kept;
+  for (const std::size_t point : points) {
+    kept.data.values.push_back(value(point));
+    kept.places.push_back(all.places[point]);
+  }
+  all.data.values = std::move(kept.data.values);
+  all.places = std::move(kept.places);
 }
 
 report::Report Chart::paper() const {
-  return gridReport(list_, chart_detail::drawingOf(data(), kind()));
+  return gridReport(list_, chart_detail::drawingOf(drawn().data, kind()));
 }
 
 /// The chart alone, on a page of its own.
@@ -407,7 +462,7 @@ report::Report Chart::picture() const {
   report::Report report(std::move(t));
   report.setText(u"listTitle", heading.title);
   report.setText(u"listFilter", heading.filter);
-  report.setDrawing(u"chart", chart_detail::drawingOf(data(), kind()));
+  report.setDrawing(u"chart", chart_detail::drawingOf(drawn().data, kind()));
   return report;
 }
 

@@ -9,7 +9,9 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
+class QCheckBox;
 class QComboBox;
 
 namespace jxc::ui {
@@ -17,7 +19,7 @@ namespace jxc::ui {
 /// Shows what its list shows: the same rows in the same order, without a query of its own, and of their columns those
 /// that the operator sees in the list. It follows when rows come, are sorted or filtered. The list's current row is
 /// its current value: arrows and a click move both, so that what follows the row (a lower list, the row's commands)
-/// follows the chart too.
+/// follows the chart too. Of many bars that are no course of time the greatest are shown first, and the rest is told.
 ///
 ///     auto* chart = new Chart(grid("gridHz"), {.label = "name", .measure = "wfje"}, this);
 ///     chart->onOpen([this] { openCurrent(); });   // the same as gridHz.onActivated
@@ -56,15 +58,25 @@ class Chart : public QWidget {
   class Canvas;
   void follow();
   void followIfSeen();
-  ChartData data() const;
+  /// What is drawn, and of each point the place of its row in the list.
+  struct Drawn {
+    ChartData data;
+    std::vector<int> places;
+  };
+  Drawn drawn() const;
+  void keepGreatest(Drawn& all, bool isSummed) const;
+  bool hasMany() const;
   report::Report picture() const;
-  int turned(int place) const;
+  int rowOf(int point) const;
+  int pointOf(int row) const;
 
   Grid& list_;
   const ChartSpec spec_;
   std::function<void()> open_;
   QComboBox* comKind_;
   QComboBox* comMeasure_;
+  QCheckBox* onlyGreatest_;
+  std::vector<int> places_;  // rows of the list by point
   Canvas* canvas_;
 };
 

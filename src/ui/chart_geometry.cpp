@@ -149,7 +149,7 @@ std::vector<AxisLabel> layLabels(const Plot& plot, double left, double right, do
   const int sampled = std::min(kSample, plot.count);
   for (qint64 i = 0; i < sampled; ++i)
     widest = std::max(widest, widthOf(static_cast<int>(i * plot.count / sampled)));
-  const double most = std::max(std::min(widest, em * 6), plot.pitch() - gap);
+  const double most = std::max(std::min(widest, em * 9), plot.pitch() - gap);
   const int step = std::max(1, static_cast<int>(std::ceil((std::min(widest, most) + gap) / plot.pitch() - 1e-9)));
   double free = left;  // the first place that no label takes
   for (int point = 0; point < plot.count; point += step) {

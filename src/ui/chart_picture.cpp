@@ -31,9 +31,27 @@ double lightness(const QColor& colour) {
   return static_cast<double>(colour.lightnessF());
 }
 
-/// Lines behind the values are quieter than frames, in looks with strong ones too.
+/// What an eye takes a colour for, from 0 to 1: green is brighter than red, and red than blue.
+double luminance(const QColor& colour) {
+  const auto linear = [](float part) {
+    const double share = static_cast<double>(part);
+    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// Black or white, whichever stands out more.
+QColor inkOn(const QColor& ground) {
+  const double light = luminance(ground) + 0.05;
+  return light * light > 1.05 * 0.05 ? Qt::black : Qt::white;  // light/0.05 against 1.05/light
+}
+
+/// Lines behind the values are quieter than frames, and as quiet in looks with strong ones.
 QColor between(const QColor& line, const QColor& ground) {
-  const auto mixed = [](int a, int b) { return (a * 3 + b * 2) / 5; };
+  constexpr double kMost = 0.25, kShare = 0.6;  // of the way from black to white; of the way to the frame
+  const double apart = std::abs(lightness(line) - lightness(ground));
+  const double share = std::min(kShare, kMost / std::max(apart, kMost));
+  const auto mixed = [&](int a, int b) { return static_cast<int>(std::lround(b + (a - b) * share)); };
   return {mixed(line.red(), ground.red()), mixed(line.green(), ground.green()), mixed(line.blue(), ground.blue())};
 }
 
@@ -285,22 +303,34 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
   painter.restore();
 }
 
+/// A name in its room: a third of it tells of what kind it is, and its end, what it differs in from its neighbours.
+QString ChartPicture::shortened(const QString& name, double room) const {
+  if (width(name) <= room + look_.line) return name;
+  qsizetype kept = 0;
+  while (kept < name.size() && width(name.left(kept + 1)) <= room / 3)
+    ++kept;
+  const QString head = name.left(kept);
+  return head + QFontMetricsF(look_.font).elidedText(name.mid(kept), Qt::ElideLeft, room - width(head));
+}
+
 /// What is shown; of two periods with the colour of each.
 void ChartPicture::paintCaption(QPainter& painter) const {
   QRectF line = area_.adjusted(em() * 0.6, em() * 0.4, -em() * 0.6, 0);
-  const auto tell = [&](const QString& text) {
-    write(painter, line, Qt::AlignLeft | Qt::AlignTop, text, look_.text);
+  const auto tell = [&](const QString& text, const QColor& ink) {
+    write(painter, line, Qt::AlignLeft | Qt::AlignTop, text, ink);
     line.setLeft(std::min(line.right(), line.left() + width(text) + em() * 1.5));
   };
-  if (!compares()) return tell(data_.caption);
   const auto colour = [&](const QColor& of) {
     painter.fillRect(QRectF(line.left(), line.top() + em() * 0.3, em() * 0.8, em() * 0.8), of);
     line.setLeft(line.left() + em() * 1.2);
   };
-  colour(chart_picture_detail::paler(look_.bar, look_.ground));
-  tell(data_.earlierCaption);
-  colour(look_.bar);
-  tell(data_.caption);
+  if (compares()) {
+    colour(chart_picture_detail::paler(look_.bar, look_.ground));
+    tell(data_.earlierCaption, look_.text);
+    colour(look_.bar);
+  }
+  tell(data_.caption, look_.text);
+  if (!data_.rest.isEmpty()) tell(data_.rest, look_.muted);
 }
 
 void ChartPicture::paintAxes(QPainter& painter) const {
@@ -317,7 +347,7 @@ void ChartPicture::paintAxes(QPainter& painter) const {
   const double top = area_.bottom() - em() * 2;
   for (const AxisLabel& label : labels_) {
     write(painter, QRectF(label.left, top, label.width, em() * 1.6), Qt::AlignHCenter | Qt::AlignVCenter,
-          data_.labelText(label.point), look_.text);
+          shortened(data_.labelText(label.point), label.width), look_.text);
   }
 }
 
@@ -412,8 +442,19 @@ void ChartPicture::paintFigures(QPainter& painter, int told) const {
       area.setLeft(plot_.x(point));
       area.setWidth(barArea(plot_, point, value, chart_picture_detail::kWidestBar * em()).width() / 2);
     }
-    write(painter, area, Qt::AlignCenter, data_.valueText(value), look_.text);
+    writeClear(painter, area, data_.valueText(value));
   }
+}
+
+/// A figure with a seam of the ground around it, so that no line of the axis runs through it.
+void ChartPicture::writeClear(QPainter& painter, const QRectF& area, const QString& text) const {
+  const QFontMetricsF metrics(look_.font);
+  QPainterPath letters;
+  letters.addText(area.center().x() - width(text) / 2, area.center().y() + (metrics.ascent() - metrics.descent()) / 2,
+                  look_.font, text);
+  painter.setRenderHint(QPainter::Antialiasing, true);
+  painter.strokePath(letters, chart_picture_detail::penOf(look_.ground, em() * 0.3));
+  write(painter, area, Qt::AlignCenter, text, look_.text);
 }
 
 void ChartPicture::paintPie(QPainter& painter, int current) const {
@@ -443,8 +484,8 @@ void ChartPicture::paintPie(QPainter& painter, int current) const {
     const double across = each.span * std::numbers::pi / 180 * radius_ * 0.72;
     if (whole || across > width(share) * 0.9 + em() * 0.3) {
       const QPointF at = whole ? centre : centre + outwards * radius_ * 0.72;
-      const QColor ink = qGray(colour.rgb()) > 140 ? QColor(Qt::black) : QColor(Qt::white);
-      write(painter, QRectF(at.x() - em() * 3, at.y() - em(), em() * 6, em() * 2), Qt::AlignCenter, share, ink);
+      write(painter, QRectF(at.x() - em() * 3, at.y() - em(), em() * 6, em() * 2), Qt::AlignCenter, share,
+            chart_picture_detail::inkOn(colour));
     }
     const QRectF line(legend_.left(), legend_.top() + slice * legendLine_, legend_.width(), legendLine_);
     if (slice == current) painter.fillRect(line, look_.band);
@@ -467,7 +508,9 @@ void ChartPicture::paintWords(QPainter& painter, int mark) const {
   const double wide = std::min(std::max(width(label), width(value)) + pad * 2, area_.width() - pad * 2);
   const QPointF at = place(mark);
   QRectF box(at.x() + em(), at.y() - line * 2 - em() * 1.4, wide, line * 2 + pad);
-  if (box.right() > area_.right() - pad) box.moveRight(at.x() - em());
+  // Names and figures beside a pie are not covered.
+  const double edge = kind_ == ChartKind::Pie ? legend_.left() : area_.right() - pad;
+  if (box.right() > edge) box.moveRight(std::min(at.x() - em(), edge));
   box.moveLeft(std::clamp(box.left(), area_.left() + pad, std::max(area_.left() + pad, area_.right() - pad - wide)));
   box.moveTop(std::max(box.top(), area_.top() + pad));
   painter.setRenderHint(QPainter::Antialiasing, true);

@@ -25,6 +25,7 @@ struct ChartData {
   std::function<QString(int point)> label;
   std::vector<double> earlier = {};  // those of an earlier period beside them; empty without one
   QString earlierCaption = {};       // "上期期末应收"
+  QString rest = {};                 // "最大的 20 项；其余 580 项合计 1,234"; empty where all are drawn
   QString nothing;                   // what is said when no value is known; empty: that the measure has none
 
   QString labelText(int point) const;
@@ -71,7 +72,9 @@ class ChartPicture {
   void layLegend();
   QColor sliceColour(int slice) const;
   QPointF place(int mark) const;
+  QString shortened(const QString& name, double room) const;
   void write(QPainter& painter, const QRectF& area, int alignment, const QString& text, const QColor& colour) const;
+  void writeClear(QPainter& painter, const QRectF& area, const QString& text) const;
   void paintAxes(QPainter& painter) const;
   void paintBars(QPainter& painter) const;
   void paintLines(QPainter& painter) const;

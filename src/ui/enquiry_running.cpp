@@ -190,6 +190,7 @@ QString EnquiryScreen::whatToChange(const Tab& tab, const View& view) const {
 }
 
 void EnquiryScreen::show(Tab& tab, View& view) {
+  const QWidget* focused = isVisible() ? focusWidget() : nullptr;
   tab.shown = &view;
   for (auto& each : tab.views) {
     each->area->setVisible(each.get() == &view);
@@ -213,6 +214,8 @@ void EnquiryScreen::show(Tab& tab, View& view) {
   if (filling_ || &tab != &tabInSight()) return;
   if (!view.asked || *view.asked != criteriaOf(tab)) load(view);
   if (view.spec->chart.first && !view.chart) showChart(view, true);
+  // What had the focus may be out of sight now; left alone, it would go to whatever stands next, a button that prints.
+  if (focused && !focused->isVisible()) focusValues(view);
 }
 
 void EnquiryScreen::showView(std::string_view name) {

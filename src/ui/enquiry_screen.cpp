@@ -158,7 +158,7 @@ class Lines {
 };
 
 int roomOf(const QWidget& window) {
-  constexpr int kWidest = 1200, kAround = 60, kLeast = 400;
+  constexpr int kWidest = 1300, kAround = 60, kLeast = 400;
   return window.screen() ? std::clamp(window.screen()->availableSize().width() - kAround, kLeast, kWidest) : kWidest;
 }
 

@@ -17,6 +17,7 @@ from shop_day import prove
 
 BURST = 12          # keys that are sent without waiting for anything
 PATIENCE = 20       # seconds that a window may be busy: a statistic, a recomputation
+CALM = 0.25         # seconds without a new window: nothing is on its way any more
 MOST_GROWTH = 1.25  # of the memory in the second half: every screen has been open by then
 COMMANDS = ("cgjh cgth wlzw jthcx dqkccx spxs gkth xsthcx kcdb kcpd kcbsby cfkb yszb yfzb jhyb spcgtj ywycgtj ckyb "
             "ywyxstj spxstj spxsph yyfx jxctj djcx ghsgl khzhgl ywygl xjyh spgl ghssz khsz ygsz cksz czysz xtsz xtwh "
@@ -78,6 +79,15 @@ class Drill:
             time.sleep(0.05)
         raise Failure(f"no window has the keys after {self.sent} keys; the last ones: {' '.join(self.last)}")
 
+    def settled(self):
+        """The same once a question that is on its way has come: keys for a command would answer it."""
+        title, since = self.heard(), time.monotonic()
+        while self.desk.program.poll() is None and time.monotonic() - since < CALM:
+            time.sleep(0.05)
+            if (now := self.heard()) != title:
+                title, since = now, time.monotonic()
+        return title
+
     def owner(self):
         """Title of the window over which the one with the keys stands."""
         box = self.desk.xdo("getactivewindow")
@@ -93,9 +103,7 @@ class Drill:
             self.last = ["n"] if stays else burst(self.chance, is_main(title))
             self.desk.xdo("key", "--delay", "4", *self.last)
             self.sent += len(self.last)
-            if self.last[-1] == "Escape":
-                time.sleep(0.15)  # a question may be on its way
-            title = self.heard()
+            title = self.settled() if self.last[-1] == "Escape" else self.heard()
             status = self.desk.program.poll()
             if status is not None:
                 if status != 0:

@@ -5,6 +5,7 @@
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QImage>
 #include <QPainter>
@@ -242,6 +243,31 @@ TEST_F(ChartTest, KeysMoveAlongTheRowsOfTheListAndOpenThem) {
   list_.setEmptyText(QStringLiteral("没有销售\n放宽日期再查询"));
   list_.clearRows();
   EXPECT_EQ(canvas().accessibleDescription(), u"没有销售\n放宽日期再查询");
+}
+
+TEST_F(ChartTest, OfManyBarsTheGreatestAreShownAndTheRestIsTold) {
+  RowSet rows({"id", "khmc", "dj", "sl", "je", "lr"});
+  for (int i = 1; i <= 60; ++i) {
+    rows.addInteger(i);
+    rows.addText("店" + std::to_string(i));
+    rows.addReal(1);
+    rows.addReal(i % 2 ? i : -i);
+    rows.addReal(i);
+    rows.addReal(0);
+  }
+  list_.setRows(rows);
+  EXPECT_EQ(walk("Home"), u"店59　数量 59.00");
+  EXPECT_EQ(list_.currentText("khmc"), u"店59");
+  EXPECT_EQ(walk("End"), u"店60　数量 -60.00");  // the twentieth, and no less far from 0
+  EXPECT_EQ(walk("Left", 10), u"店41　数量 41.00");
+  EXPECT_TRUE(canvas().accessibleDescription().contains(u"最大的 20 项；其余 40 项合计 -20.00"));
+  list_.selectWhere("khmc", u"店7"_qs);  // a row that is not drawn
+  EXPECT_EQ(chart_.currentText(), QString());
+  chart_.setMeasure("dj");  // no sum of prices
+  EXPECT_TRUE(canvas().accessibleDescription().contains(u"其余 40 项。"));
+  chart_.findChild<QCheckBox*>(QStringLiteral("chkChartGreatest"))->setChecked(false);
+  chart_.setMeasure("sl");
+  EXPECT_EQ(walk("Home"), u"店1　数量 1.00");
 }
 
 TEST_F(ChartTest, AColumnThatTheListDoesNotShowIsNoMeasure) {

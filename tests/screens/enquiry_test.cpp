@@ -64,8 +64,10 @@ TEST_F(EnquiryTest, ASumLeadsToItsLinesAndBack) {
     EXPECT_EQ(sums.currentText("g_sn"), "F1");
     EXPECT_EQ(sums.sum("sl"), 11);
 
-    // By the switch all lines are meant.
-    check(s, "rMxb", true);
+    // By the switch all lines are meant, and the keys go on in them.
+    sums.focusRows();
+    dynamic_cast<ui::EnquiryScreen&>(s).showView("gridMx");
+    EXPECT_TRUE(lines.view()->hasFocus());
     EXPECT_EQ(lines.rowCount(), 4);
     enter(s, "tkey", u"没有");
     EXPECT_EQ(lines.rowCount(), 0);

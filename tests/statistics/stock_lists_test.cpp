@@ -21,7 +21,7 @@ struct List {
   bool hasKey = true;
   int rights = 0;  // questions for the operator's rights, which count as they stand at the moment
 };
-const List kLists[] = {{"current", currentStock},
+const List kLists[] = {{"current", currentStockByPage},
                        {"history", stockAt},
                        {"situation", goodsSituation},
                        {"alerts", stockAlerts},

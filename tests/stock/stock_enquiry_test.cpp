@@ -46,6 +46,23 @@ TEST_F(StockEnquiry, FiltersNarrowAndTypedSignsAreChecked) {
   EXPECT_THROW(rows({.kind = QStringLiteral("; drop"), .amount = 4}), std::invalid_argument);
 }
 
+TEST_F(StockEnquiry, AListBeginsWithRowsAsTheyStay) {
+  for (int i = 100; i < 230; ++i) {
+    goods(("G" + std::to_string(i)).c_str(), i % 2 ? "钛架" : "镜盒", "1000", 20);
+    stock(("G" + std::to_string(i)).c_str(), "100002", i % 3, 10);
+  }
+  for (const Criteria& asked : {Criteria{}, Criteria{.warehouse = u"100002"_qs}, Criteria{.key = u"镜盒"_qs},
+                                Criteria{.boxes = kHidesZeroStock}, Criteria{.kind = u">="_qs, .amount = 3}}) {
+    const auto told = [](const RowSet& rows) { return test::textsOf(rows, {"g_sn", "kcsl", "cbjj", "kczje", "fzkc"}); };
+    QStringList begun;
+    EnquiryReader reader(accountDb(), {}, [&](const RowSet& rows) { begun = told(rows); });
+    const QStringList all = told(answer(Source(currentStockByPage).ask(asked), reader));
+    EXPECT_GE(begun.size(), std::min<qsizetype>(all.size(), 1));
+    EXPECT_EQ(begun, all.mid(0, begun.size()));
+    EXPECT_EQ(all, told(rows(asked)));
+  }
+}
+
 TEST_F(StockEnquiry, ABoundOperatorSumsOnlyHisWarehouses) {
   setParameter("cs_cgyh", 1);
   becomeOperator(QStringLiteral("小王"), QStringLiteral("100009"), QStringLiteral("100002"));

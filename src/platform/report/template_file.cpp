@@ -394,7 +394,7 @@ Template loadTemplate(const QString& path) {
   if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
     throw TemplateError(Kind::Unreadable, QStringLiteral("报表模板“%1”无法读取：%2。").arg(path, file.errorString()));
   }
-  return parseTemplate(file.read(kLargestFile + 1), path);
+  return parseTemplate(file.read(std::min(file.size(), kLargestFile) + 1), path);
 }
 
 QByteArray templateXml(const Template& t) {

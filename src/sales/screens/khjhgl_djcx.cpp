@@ -65,6 +65,7 @@ constexpr auto kGoods = [] {
 constexpr auto kLines = ui::joinedTables(
     std::array{ColumnSpec{"rq", "日期", ColumnKind::Date}, ColumnSpec{"djh", "单据号", ColumnKind::Text, 15},
                ColumnSpec{"gtype", "单据类型", ColumnKind::Text, 8},
+               ColumnSpec{"gl_djh2", "借货单号", ColumnKind::Text, 15},
                ColumnSpec{"kh_name", "客户", ColumnKind::Text, 14}},
     kGoods,
     std::array{pieces("jh_sl", "数量"), pieces("jh_hhsl", "已还"), pieces("jh_xssl", "转销售"),
@@ -72,7 +73,6 @@ constexpr auto kLines = ui::joinedTables(
                seldom(ColumnSpec{"jh_zj", "每天租金", ColumnKind::Money, 8}),
                ColumnSpec{"jh_ts", "天数", ColumnKind::Number, 5}, money("jh_zzj", "租金"),
                money("jh_thyj", "退回押金"), ColumnSpec{"jh_kmmc", "收款账户", ColumnKind::Text, 9},
-               ColumnSpec{"gl_djh2", "借货单号", ColumnKind::Text, 15},
                ColumnSpec{.field = "ck_name", .caption = "仓库", .use = {.hidden = true}},
                ColumnSpec{.field = "u_name", .caption = "经办人", .use = {.hidden = true}}},
     kCost);

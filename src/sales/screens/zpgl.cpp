@@ -1,5 +1,6 @@
 // 赠品管理: goods that members get for points, in use and not, and what they redeemed.
 #include "masterdata/gifts.h"
+#include "stock/screens/goods_figure_screen.h"
 #include "ui/enquiry_screen.h"
 
 namespace jxc {
@@ -18,23 +19,16 @@ constexpr ui::ScreenSpec kPoints = {
     .name = "F_Zpgl_Sele", .title = "赠品积分", .fields = kPointFields, .commands = kPointCommands, .focus = "tjf"};
 
 /// The points of one goods; with them it is in use.
-class TF_Zpgl_Sele : public ui::Screen {
+class TF_Zpgl_Sele : public GoodsFigureScreen {
  public:
-  TF_Zpgl_Sele() : Screen(kPoints) {
-    panel().form({"tname", "tjf"}).buttons("| btnOK btnCancel");
-    on(command("btnOK"), [this] {
-      if (gifts::use(id_, field("tjf").number(), prompt())) accept();
-    });
-  }
+  TF_Zpgl_Sele() : GoodsFigureScreen(kPoints) { panel().form({"tname", "tjf"}).buttons("| btnOK btnCancel"); }
   bool edit(const Row& row) {
-    id_ = row.integer("id");
-    field("tname").setText(row.text("g_sn") + u' ' + row.text("g_name"));
     field("tjf").setNumber(row.number("g_zpjf"));
-    return showModal();
+    return ask(row);
   }
 
  private:
-  std::int64_t id_ = 0;
+  bool change(Prompt& asked) override { return gifts::use(id(), field("tjf").number(), asked); }
 };
 
 constexpr ui::ColumnSpec kGoods[] = {

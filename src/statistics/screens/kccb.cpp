@@ -20,8 +20,6 @@ constexpr ColumnSpec yuan(std::string_view field, std::string_view caption, Righ
 constexpr ColumnSpec hidden(std::string_view field, std::string_view caption, Right right) {
   return {field, caption, ColumnKind::Total, 0, {.sum = true, .hidden = true}, right};
 }
-// Cost and profit together are the price.
-constexpr Right kSeesProfit{kSeesPrice.group, kSeesPrice.position, true};
 // What stood there at the end of one month is no part of what stood there at the end of another.
 constexpr ColumnSpec kColumns[] = {
     {"js_rq", "月份", ColumnKind::Text, 9},

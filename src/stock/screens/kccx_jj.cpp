@@ -2,8 +2,8 @@
 
 #include "core/reading.h"
 #include "stock/average_change.h"
+#include "stock/screens/goods_figure_screen.h"
 #include "stock/screens/preview_screen.h"
-#include "ui/screen.h"
 
 namespace jxc {
 namespace kccx_jj_detail {
@@ -21,38 +21,33 @@ constexpr ui::CommandSpec kCommands[] = {
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Kccx_Jj", .title = "修改当前库存均价", .fields = kFields, .commands = kCommands, .focus = "txjj"};
 
-class TF_Kccx_Jj : public ui::Screen {
+class TF_Kccx_Jj : public GoodsFigureScreen {
  public:
-  TF_Kccx_Jj() : Screen(kScreen) {
+  TF_Kccx_Jj() : GoodsFigureScreen(kScreen) {
     panel()
         .warning(QStringLiteral("成本均价由系统累计得出，用于计算销售毛利，请不要经常修改。\n"
                                 "以后补录或取消较早的单据时，系统会重新推算均价并覆盖修改。"))
         .form({"tname", "tck", "tyjj txjj"})
         .buttons("btnPreview | btnOK btnCancel");
-    on(command("btnOK"), [this] {
-      if (checkFields() && change(prompt())) accept();
-    });
     on(command("btnPreview"), [this] {
       if (checkFields())
-        showWhatIf(QStringLiteral("修改均价"), goods_, [this](Prompt& agreeing) { return change(agreeing); });
+        showWhatIf(QStringLiteral("修改均价"), goods(), [this](Prompt& agreeing) { return change(agreeing); });
     });
   }
   bool changeOf(const Row& goods, const QString& warehouse) {
-    goods_ = goods.text("g_sn");
     warehouse_ = warehouse;
-    field("tname").setText(goods_ + u' ' + goods.text("g_name"));
     field("tck").setText(warehouse.isEmpty() ? QStringLiteral("所有仓库")
                                              : lookupValue("select ck_name from jxc_ckxx where ck_sn=?", warehouse));
-    field("tyjj").setNumber(averageToChange(goods_, warehouse));
-    return showModal();
+    field("tyjj").setNumber(averageToChange(goods.text("g_sn"), warehouse));
+    return ask(goods);
   }
 
  protected:
   void activate() override { field("txjj").clear(); }
 
  private:
-  bool change(Prompt& asked) { return changeAverage(goods_, warehouse_, field("txjj").number(), asked); }
-  QString goods_, warehouse_;
+  bool change(Prompt& asked) override { return changeAverage(goods(), warehouse_, field("txjj").number(), asked); }
+  QString warehouse_;
 };
 const ui::Registered<TF_Kccx_Jj> kRegistered{"F_Kccx_Jj"};
 

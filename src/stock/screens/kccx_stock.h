@@ -50,7 +50,7 @@ inline constexpr auto columns = ui::joinedTables(
     names,
     std::array{
         ColumnSpec{"kcsl", "当前库存", ColumnKind::Quantity, 0, {.sum = true}},
-        ColumnSpec{"kczsl", "帐面库存(含未入库)", ColumnKind::Quantity, 0, {.sum = true}},
+        ColumnSpec{"kczsl", "帐面库存", ColumnKind::Quantity, 0, {.sum = true}},
         ColumnSpec{"xssl", "销售总数", ColumnKind::Quantity, 0, {.sum = true}},
         ColumnSpec{.field = "g_scjj", .caption = "上次进价", .kind = ColumnKind::Money, .right = kSeesStockCost},
         ColumnSpec{.field = "cbjj", .caption = "成本均价", .kind = ColumnKind::Money, .right = kSeesStockCost},
@@ -69,7 +69,7 @@ inline constexpr auto historyColumns = ui::joinedTables(
     more);
 inline constexpr ui::EnquiryView views[] = {
     {.grid = {"gridKc", "当前库存", columns, "没有符合条件的商品", "id", "kccx"},
-     .source = currentStock,
+     .source = currentStockByPage,
      .chart = {.label = "g_name", .measure = "kcsl"},
      .leads = {.command = "btn_Ckmx"},
      .paper = "kccx"}};
