@@ -25,11 +25,16 @@ F_Khgl_Add customer
 F_Spxxgl goods
 F_Spxxgl_Add article
 F_Spxxgl_Add3 lenses
+F_Qcjz opening
 F_Cgjh purchase
 F_Cgjh_Add pick
 F_Spxs sale
+F_Bjgl quotations
+F_Zpgl2 gifts
 F_Kccx stock
+F_Kcbj.gridZx.chart slow
 F_Ysksk_Sele receipt
+F_Yyfx analysis
 LIST
 
 keep iMaginary F_MainForm_menu1_btn "$top/docs/pictures/main.png"

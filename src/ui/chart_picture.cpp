@@ -151,6 +151,10 @@ void ChartPicture::layPlot() {
                                        : plot_.pitch();
                return width(data_.valueText(data_.values[static_cast<std::size_t>(point)])) + em() * 0.4 <= room;
              });
+  isBroken_ = std::ranges::any_of(labels_, [this](const AxisLabel& label) {
+    return width(data_.labelText(label.point)) > label.width + look_.line;
+  });
+  if (isBroken_) plot_.area.adjust(0, 0, 0, -em() * 1.4);
   // Figures stand above the highest bar and below the lowest one.
   if (figures_) plot_.area.adjust(0, em(), 0, plot_.scale.low < 0 ? -em() * 1.2 : 0);
 }
@@ -303,14 +307,13 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
   painter.restore();
 }
 
-/// A name in its room: a third of it tells of what kind it is, and its end, what it differs in from its neighbours.
-QString ChartPicture::shortened(const QString& name, double room) const {
-  if (width(name) <= room + look_.line) return name;
+/// A name in its room: what does not fit stands in a second line, of which the end is kept: names differ there.
+std::pair<QString, QString> ChartPicture::inTwoLines(const QString& name, double room) const {
+  if (width(name) <= room + look_.line) return {name, {}};
   qsizetype kept = 0;
-  while (kept < name.size() && width(name.left(kept + 1)) <= room / 3)
+  while (kept < name.size() && width(name.left(kept + 1)) <= room)
     ++kept;
-  const QString head = name.left(kept);
-  return head + QFontMetricsF(look_.font).elidedText(name.mid(kept), Qt::ElideLeft, room - width(head));
+  return {name.left(kept), QFontMetricsF(look_.font).elidedText(name.mid(kept).trimmed(), Qt::ElideLeft, room)};
 }
 
 /// What is shown; of two periods with the colour of each.
@@ -344,10 +347,12 @@ void ChartPicture::paintAxes(QPainter& painter) const {
     const QRectF beside(area_.left(), y - half, plot_.area.left() - area_.left() - em() * 0.5, half * 2);
     write(painter, beside, Qt::AlignRight | Qt::AlignVCenter, plot_.scale.tickText(tick), look_.muted);
   }
-  const double top = area_.bottom() - em() * 2;
+  const double top = area_.bottom() - em() * (isBroken_ ? 3.4 : 2);
   for (const AxisLabel& label : labels_) {
-    write(painter, QRectF(label.left, top, label.width, em() * 1.6), Qt::AlignHCenter | Qt::AlignVCenter,
-          shortened(data_.labelText(label.point), label.width), look_.text);
+    const auto [first, second] = inTwoLines(data_.labelText(label.point), label.width);
+    const QRectF line(label.left, top, label.width, em() * 1.6);
+    write(painter, line, Qt::AlignHCenter | Qt::AlignVCenter, first, look_.text);
+    write(painter, line.translated(0, em() * 1.4), Qt::AlignHCenter | Qt::AlignVCenter, second, look_.text);
   }
 }
 

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 class QPainter;
@@ -72,7 +73,7 @@ class ChartPicture {
   void layLegend();
   QColor sliceColour(int slice) const;
   QPointF place(int mark) const;
-  QString shortened(const QString& name, double room) const;
+  std::pair<QString, QString> inTwoLines(const QString& name, double room) const;
   void write(QPainter& painter, const QRectF& area, int alignment, const QString& text, const QColor& colour) const;
   void writeClear(QPainter& painter, const QRectF& area, const QString& text) const;
   void paintAxes(QPainter& painter) const;
@@ -95,7 +96,8 @@ class ChartPicture {
   Plot plot_;
   std::vector<int> drawn_, drawnEarlier_;
   std::vector<AxisLabel> labels_;
-  bool figures_ = false;  // there is room for every value's figure
+  bool isBroken_ = false;  // names below the axis take two lines
+  bool figures_ = false;   // there is room for every value's figure
   // Pie.
   std::vector<PieSlice> slices_;
   QPointF centre_;

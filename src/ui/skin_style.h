@@ -44,6 +44,7 @@ QTableView, QTreeView, QListView { border: 1px solid @line; background: @base; a
   gridline-color: @header; selection-background-color: @selection; selection-color: @selectionText; }
 QTableView:focus, QTreeView:focus, QListView:focus { border: 1px solid @accent; }
 QTreeView::item, QListWidget::item { min-height: 20px; }
+QTreeView { show-decoration-selected: 0; }
 QTableView QLineEdit { border: 1px solid @accent; border-radius: 0; padding: 0 3px; min-height: 0; }
 QHeaderView::section { background: @header; color: @text; border: none; border-right: 1px solid @line;
   border-bottom: 1px solid @line; padding: 4px 6px; }
