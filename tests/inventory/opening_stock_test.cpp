@@ -167,6 +167,7 @@ TEST_F(OpeningStockTest, AShopsFirstDay) {
   EXPECT_EQ(opening_stock::enterClass(test::mainWarehouse, "1003", 20, prompt), 1);
   EXPECT_EQ(balanceOf("S1") + u' ' + balanceOf("S2") + u' ' + balanceOf("S3"), "7 7 1 20 20 1.5 no row");
   EXPECT_EQ(goods("S2"), "20 1.5 1.5 1.5");
+  EXPECT_EQ(opening_stock::enterClass(test::mainWarehouse, "1777", 20, prompt), 0) << "deleted while it was chosen";
 
   // 150 × 2 × 40 + 150 × 2 × 50 + 50 + 120 + 108 + 7 + 30
   EXPECT_EQ(month(), "649 27315 0 0");
