@@ -297,12 +297,15 @@ void Report::moved(const Books& before, const Books& after) {
   addCost(u"调拨产生的价值", u"各仓库合计"_qs, roundMoney(old), roundMoney(now), true);
 }
 
+/// Who may see one half of a profit could work the other one out.
+bool seesProfit() {
+  return session().canSeeCost && hasRight(kSeesPrice);
+}
+
 /// Stored profits stay as they were sold; after the command they may no longer go with the cost of their day, or go
 /// with it again.
 void Report::sales(const Books& before, const Books& after) {
-  const auto shown = [seen = hasRight(kSeesProfit)](double profit) {
-    return seen ? numberText(roundMoney(profit)) : QString();
-  };
+  const auto shown = [](double profit) { return seesProfit() ? numberText(roundMoney(profit)) : QString(); };
   for (const auto& [id, entry] : after.stale) {
     const auto& [at, sale] = entry;
     const bool isNew = !before.stale.contains(id);
@@ -354,8 +357,7 @@ void Report::sumUp(const Books& before, const Books& after, double profitBefore,
     tell(u"往来余额：", changesIn(before.money.customers, after.money.customers));
     tell(u"往来余额：", changesIn(before.money.suppliers, after.money.suppliers));
   }
-  if (hasRight(kSeesProfit) && differs(profitBefore, profitAfter))
-    tell(u"本单毛利：", signedText(profitAfter - profitBefore));
+  if (seesProfit() && differs(profitBefore, profitAfter)) tell(u"本单毛利：", signedText(profitAfter - profitBefore));
 }
 
 void Report::crossed(const std::set<QString>& goods, const QString& number, const QString& date) {

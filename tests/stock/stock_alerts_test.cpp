@@ -55,11 +55,12 @@ TEST_F(StockAlerts, WhatIsShortBeginsAReceiptOrGoesOnWithIt) {
 
 TEST_F(StockAlerts, GoodsThatNobodyBoughtForSoManyDays) {
   sell("2021-01-01", {{"A", 1, 9}});  // 122 days ago
-  EXPECT_EQ(slow(121), QStringList({"B 1 5   2021-01-01", "C 2 10   2021-01-01", "A 6 30 2021-01-01 122 2021-01-01"}));
+  EXPECT_EQ(slow(121), QStringList({"B 1 5 从未销售  2021-01-01", "C 2 10 从未销售  2021-01-01",
+                                    "A 6 30 2021-01-01 122 2021-01-01"}));
   EXPECT_EQ(slow(122).size(), 2);
   EXPECT_EQ(slow(0).size(), 3);
   EXPECT_EQ(slow(1e300).size(), 2);
-  EXPECT_EQ(slow(121, "100002"), QStringList({"A 4 20   2021-01-01"}));  // sold elsewhere
+  EXPECT_EQ(slow(121, "100002"), QStringList({"A 4 20 从未销售  2021-01-01"}));  // sold elsewhere
   // Given back is not sold, and what is all gone lies nowhere.
   audited(waitingReturn(families::saleReturn, "2021-05-02", {{"A", 1, 9}}));
   sell("2021-05-03", {{"B", 1, 9}});
