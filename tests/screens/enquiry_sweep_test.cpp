@@ -98,6 +98,9 @@ class EnquirySweep : public ScreenTest {
     for (const ui::EnquiryTab& tab : enquiry.tabs)
       for (const EnquiryView& view : tab.views) {
         const bool months = std::ranges::any_of(tab.criteria, [](const ui::Criterion& each) { return each.months; });
+        asksPeriod_ = std::ranges::any_of(tab.criteria, [](const ui::Criterion& each) {
+          return each.asks == ui::Asks::From || each.asks == ui::Asks::To || each.asks == ui::Asks::Day;
+        });
         inMonths_ = months ? &view.source : nullptr;
         ofPage_ = view.page ? &view.source : nullptr;
         visit(view.grid, view.source, all);
@@ -140,13 +143,13 @@ class EnquirySweep : public ScreenTest {
     criteria.warehouse = warehouse;
     return criteria;
   }
-  /// Whether the statement has anything to do with the period. A computation has, until it says otherwise.
-  static bool restrictsPeriod(const Source& source, Criteria criteria) {
+  /// Whether the statement has anything to do with the period. A computation has where one is asked for.
+  bool restrictsPeriod(const Source& source, Criteria criteria) const {
     const Question before = source.ask(criteria);
     criteria.from = QStringLiteral("2021-08-02");
     const Question after = source.ask(criteria);
     const Sql* statement = std::get_if<Sql>(&before);
-    return !statement || !(*statement == std::get<Sql>(after));
+    return statement ? !(*statement == std::get<Sql>(after)) : asksPeriod_;
   }
 
   /// But for the other end of a document: an own transfer says where its goods went.
@@ -194,6 +197,7 @@ class EnquirySweep : public ScreenTest {
 
   std::vector<report::Pages> previewed_;
   QString own_, foreign_, foreignName_;
+  bool asksPeriod_ = true;                                // the tab of the source that is visited
   const Source *inMonths_ = nullptr, *ofPage_ = nullptr;  // of the source that is visited, where it is so
 };
 
