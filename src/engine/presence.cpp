@@ -18,9 +18,7 @@ std::unique_ptr<Presence> openPresence(Database& database) {
   if (placeOf(database).isEmpty()) return nullptr;
   if (auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database))
     return std::make_unique<postgres::ServerPresence>(server->address(), server->user());
-  auto presence = std::make_unique<sqlite::FilePresence>(placeOf(database));
-  if (!presence->isOpen()) return nullptr;
-  return presence;
+  return std::make_unique<sqlite::FilePresence>(placeOf(database));
 }
 
 }  // namespace jxc

@@ -41,7 +41,7 @@ class Presence {
 };
 
 /// That of this program at the set behind `database`, which need not live as long. Null where nobody else can be: in
-/// memory, in a trial, on a medium that cannot be written. Throws DbError.
+/// memory and in a trial. Throws DbError.
 std::unique_ptr<Presence> openPresence(Database& database);
 /// Which set a connection leads to: its file, or the address of its server; empty in memory and in a trial.
 QString placeOf(Database& database);

@@ -21,6 +21,8 @@ namespace file_presence_detail {
 constexpr int placeBytes = 256;
 constexpr int places = 200;
 constexpr int gate = 0;
+// Whoever comes or goes holds the gate for a moment; the others try again.
+constexpr int attempts = 20, pause = 10;  // ms
 
 /// Locks of the descriptor, not of the process: two programs in one process (a test) keep each other out as well.
 bool lockPlace(int descriptor, int place, short kind) {
@@ -39,6 +41,13 @@ bool isHeldByOther(int descriptor, int place) {
   lock.l_start = static_cast<off_t>(place) * placeBytes;
   lock.l_len = placeBytes;
   return ::fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+bool isStillThere(int descriptor, const QString& name) {
+  struct stat open {};
+  struct stat named {};
+  return ::fstat(descriptor, &open) == 0 && ::stat(QFile::encodeName(name).constData(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 using Place = std::array<char, placeBytes>;
@@ -64,15 +73,33 @@ Presence::Alone read(int descriptor, int place) {
 
 }  // namespace file_presence_detail
 
-FilePresence::FilePresence(const QString& accountFile) {
-  const QString name = accountFile + QStringLiteral(".stations");
-  descriptor_ = ::open(QFile::encodeName(name).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (descriptor_ >= 0 && isSharedFolder(QFileInfo(name).absolutePath()))
-    static_cast<void>(::fchmod(descriptor_, 0660));
+FilePresence::~FilePresence() {
+  leave();
 }
 
-FilePresence::~FilePresence() {
-  if (descriptor_ >= 0) ::close(descriptor_);
+/// Whoever leaves last takes the file away, maybe one that somebody has just opened: he opens the next one. Not there,
+/// or not to be written: false.
+bool FilePresence::open(Make make) {
+  using namespace file_presence_detail;
+  for (int i = 0; i < attempts; ++i) {
+    if (descriptor_ >= 0 && isStillThere(descriptor_, name_)) return true;
+    if (descriptor_ >= 0) ::close(descriptor_);
+    place_ = 0;
+    alone_ = false;
+    const QByteArray name = QFile::encodeName(name_);
+    descriptor_ = ::open(name.constData(), O_RDWR | O_CLOEXEC | (make == Make::Yes ? O_CREAT : 0), 0600);
+    if (descriptor_ < 0) return false;
+    if (isSharedFolder(QFileInfo(name_).absolutePath())) static_cast<void>(::fchmod(descriptor_, 0660));
+  }
+  return false;
+}
+
+void FilePresence::tidyAway() {
+  using namespace file_presence_detail;
+  if (descriptor_ < 0) return;
+  if (isStillThere(descriptor_, name_) && lockPlace(descriptor_, gate, F_WRLCK) && others().empty())
+    QFile::remove(name_);
+  ::close(std::exchange(descriptor_, -1));
 }
 
 int FilePresence::freePlace() {
@@ -85,23 +112,33 @@ int FilePresence::freePlace() {
 bool FilePresence::enter(const Station& station) {
   using namespace file_presence_detail;
   station_ = station;
-  if (place_ == 0) {
-    if (!lockPlace(descriptor_, gate, F_RDLCK)) return false;
-    place_ = freePlace();
+  for (int i = 0; place_ == 0 && i < attempts; ++i) {
+    if (!open(Make::Yes)) return true;  // where nothing can be written nobody can take anything for himself
+    if (!lockPlace(descriptor_, gate, F_RDLCK)) {
+      QThread::msleep(pause);
+      continue;
+    }
+    // With the gate held it cannot be taken away any more, but it may have been a moment ago.
+    const bool isIn = isStillThere(descriptor_, name_);
+    if (isIn) place_ = freePlace();
     lockPlace(descriptor_, gate, F_UNLCK);
-    if (place_ == 0) return true;  // more stations than a machine has: nobody is kept from his work by that
+    if (isIn && place_ == 0) return true;  // more stations than a machine has: nobody is kept from his work by that
   }
+  if (place_ == 0) return false;
   write(descriptor_, place_, 0, station_);
   return true;
 }
 
 void FilePresence::leave() {
-  if (place_ != 0) file_presence_detail::lockPlace(descriptor_, std::exchange(place_, 0), F_UNLCK);
+  place_ = 0;
+  alone_ = false;
+  tidyAway();
 }
 
 std::vector<Station> FilePresence::others() {
   using namespace file_presence_detail;
   std::vector<Station> found;
+  if (!open(Make::No)) return found;
   for (int place = gate + 1; place < places; ++place)
     if (place != place_ && isHeldByOther(descriptor_, place)) found.push_back(read(descriptor_, place).by);
   return found;
@@ -109,9 +146,9 @@ std::vector<Station> FilePresence::others() {
 
 bool FilePresence::takeAlone(int work) {
   using namespace file_presence_detail;
-  constexpr int attempts = 20, pause = 10;  // ms: somebody who is just coming holds the gate for a moment
   for (int i = 0; !alone_ && i < attempts; ++i) {
-    alone_ = lockPlace(descriptor_, gate, F_WRLCK);
+    if (!open(Make::Yes)) return true;
+    alone_ = lockPlace(descriptor_, gate, F_WRLCK) && isStillThere(descriptor_, name_);
     if (!alone_) QThread::msleep(pause);
   }
   if (!alone_) return false;
@@ -123,10 +160,12 @@ bool FilePresence::takeAlone(int work) {
 
 void FilePresence::giveBack() {
   if (std::exchange(alone_, false)) file_presence_detail::lockPlace(descriptor_, file_presence_detail::gate, F_UNLCK);
+  if (place_ == 0) tidyAway();
 }
 
 std::optional<Presence::Alone> FilePresence::aloneBy() {
   using namespace file_presence_detail;
+  if (alone_ || !open(Make::No)) return {};
   struct flock lock {};
   lock.l_type = F_RDLCK;
   lock.l_whence = SEEK_SET;

@@ -7,14 +7,11 @@ namespace jxc::sqlite {
 
 class FilePresence final : public Presence {
  public:
-  /// Of an account file; beside it a file of its name with ".stations" behind, which stays.
-  explicit FilePresence(const QString& accountFile);
+  /// Of an account file; beside it stands a file of its name with ".stations" behind, as long as somebody is at work.
+  explicit FilePresence(const QString& accountFile) : name_(accountFile + QStringLiteral(".stations")) {}
   ~FilePresence() override;
   FilePresence(const FilePresence&) = delete;
   FilePresence& operator=(const FilePresence&) = delete;
-  /// False where it cannot be written.
-  bool isOpen() const { return descriptor_ >= 0; }
-
   bool enter(const Station& station) override;
   void leave() override;
   std::vector<Station> others() override;
@@ -23,9 +20,13 @@ class FilePresence final : public Presence {
   std::optional<Alone> aloneBy() override;
 
  private:
+  enum class Make : bool { No, Yes };
+  bool open(Make make);
+  void tidyAway();
   int freePlace();
 
-  int descriptor_;
+  QString name_;
+  int descriptor_ = -1;
   int place_ = 0;  // 0: not at work
   Station station_;
   bool alone_ = false;
