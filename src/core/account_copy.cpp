@@ -1,8 +1,11 @@
 #include "core/account_copy.h"
 
 #include "core/schema/indexes.h"
+#include "core/schema/schema.h"
 #include "core/statements.h"
 #include "engine/bulk.h"
+#include "engine/replacing.h"
+#include "engine/server.h"
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 
@@ -99,6 +102,36 @@ void compare(Database& from, Database& to, const jet::Table& table, QStringList&
   }
 }
 
+/// The rows of a table and the number that its counter goes on with.
+void carry(Database& from, Database& to, const StoredTable& stored, CopyProgress& done,
+           const std::function<void(const CopyProgress&)>& progress) {
+  done.table = QString::fromStdString(stored.table.name);
+  walk(from, stored.table, [&](const RowSet& rows) {
+    bulkOf(to).append(stored.table, rows);
+    done.rows += rows.rowCount();
+    if (progress) progress(done);
+  });
+  bulkOf(to).setCounter(stored.table, stored.lastCounter);
+}
+
+/// The last step: what was carried over is what was there.
+QStringList differencesOf(Database& from, Database& to, const std::vector<StoredTable>& tables) {
+  schema::createMissingIndexes(to);
+  bulkOf(to).analyze();
+  QStringList differences;
+  for (const StoredTable& stored : tables)
+    compare(from, to, stored.table, differences);
+  return differences;
+}
+
+/// Whether rows of the one fit into the other as it stands.
+bool isSameShape(const jet::Table& one, const jet::Table& other) {
+  return one.columns.size() == other.columns.size() && std::ranges::all_of(one.columns, [&](const jet::Column& column) {
+           const jet::Column* const there = other.find(column.name);
+           return there != nullptr && there->type == column.type && there->width == column.width;
+         });
+}
+
 }  // namespace account_copy_detail
 
 QStringList copyAccountSet(Database& from, Database& to, const std::function<void(const CopyProgress&)>& progress) {
@@ -115,22 +148,64 @@ QStringList copyAccountSet(Database& from, Database& to, const std::function<voi
   for (const StoredTable& stored : tables)
     done.totalRows += rowCount(from, stored.table);
   for (const StoredTable& stored : tables) {
-    done.table = QString::fromStdString(stored.table.name);
     to.execute(createText(stored.table));
-    walk(from, stored.table, [&](const RowSet& rows) {
-      bulkOf(to).append(stored.table, rows);
-      done.rows += rows.rowCount();
-      if (progress) progress(done);
-    });
-    bulkOf(to).setCounter(stored.table, stored.lastCounter);
+    carry(from, to, stored, done, progress);
   }
-  schema::createMissingIndexes(to);
-  bulkOf(to).analyze();
-  QStringList differences;
-  for (const StoredTable& stored : tables)
-    compare(from, to, stored.table, differences);
+  QStringList differences = differencesOf(from, to, tables);
   if (differences.isEmpty()) target.commit();
   return differences;
+}
+
+namespace account_copy_detail {
+
+QStringList carryTables(Database& from, Database& to, const std::function<void(const CopyProgress&)>& progress) {
+  const LongWork longWork;
+  Transaction source(from);
+  Transaction target(to);
+  for (Database* each : {&from, &to})
+    bulkOf(*each).expectPauses();
+  const std::vector<StoredTable> tables = bulkOf(from).storedTables(), present = bulkOf(to).storedTables();
+  const auto named = [](const std::vector<StoredTable>& all, const std::string& name) {
+    return std::ranges::find_if(all, [&](const StoredTable& each) { return each.table.name == name; });
+  };
+  CopyProgress done;
+  for (const StoredTable& stored : tables)
+    done.totalRows += rowCount(from, stored.table);
+  for (const StoredTable& old : present)
+    if (named(tables, old.table.name) == tables.end()) to.execute("delete from [" + old.table.name + "]");
+  for (const StoredTable& stored : tables) {
+    const auto old = named(present, stored.table.name);
+    if (old != present.end() && isSameShape(old->table, stored.table)) {
+      to.execute("delete from [" + stored.table.name + "]");
+    } else {
+      dropTableIfExists(to, stored.table.name);
+      to.execute(createText(stored.table));
+    }
+    carry(from, to, stored, done, progress);
+  }
+  QStringList differences = differencesOf(from, to, tables);
+  if (differences.isEmpty()) target.commit();
+  return differences;
+}
+
+}  // namespace account_copy_detail
+
+bool replaceAccountSet(Database& from, Database& to, const std::function<bool(int percent)>& progress) {
+  if (!isOnServer(to)) return replaceContent(to, from, progress);
+  struct Stopped {};
+  try {
+    const QStringList differences = account_copy_detail::carryTables(from, to, [&](const CopyProgress& done) {
+      const auto total = std::max<std::int64_t>(done.totalRows, 1);
+      if (progress && !progress(static_cast<int>(99 * done.rows / total))) throw Stopped();
+    });
+    if (!differences.isEmpty())
+      throw DbError(DbError::Kind::Other, QStringLiteral("写进去的数据和来源不符，没有保留：") +
+                                              differences.mid(0, 2).join(QStringLiteral("；")));
+  } catch (const Stopped&) {
+    return false;
+  }
+  if (progress) progress(100);
+  return true;
 }
 
 }  // namespace jxc

@@ -20,4 +20,10 @@ struct CopyProgress {
 /// returned, one line each, and nothing is kept then. Throws DbError(Constraint) when the target has tables already.
 QStringList copyAccountSet(Database& from, Database& to, const std::function<void(const CopyProgress&)>& progress = {});
 
+/// Puts the content of an account file in the place of that of another set, in one transaction, so that it happens
+/// whole or not at all. On a file that is page by page; on a server row by row, compared in the same way, and tables
+/// that stand there in the same shape are emptied, not made anew, so that whoever may use them still may. False when
+/// `progress` (percent) stopped it. Throws DbError; nothing is changed then either.
+bool replaceAccountSet(Database& from, Database& to, const std::function<bool(int percent)>& progress = {});
+
 }  // namespace jxc

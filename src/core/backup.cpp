@@ -8,15 +8,25 @@
 #include "platform/machine.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace jxc {
 
 QString backupInto(const QString& folder, Database& database) {
   if (!makePrivateFolder(folder))
     throw DbError(DbError::Kind::File, QStringLiteral("备份没有写成：文件夹 %1 不能建立。").arg(folder));
-  const QString file =
-      QDir(folder).filePath(QString::fromUtf16(build::accountName) + backupStamp() + QStringLiteral(".DAT"));
+  const QString file = backupFileIn(folder);
   makeVerifiedCopy(database, file);
+  return file;
+}
+
+QString backupFileIn(const QString& folder, const QString& mark) {
+  const QString name = QString::fromUtf16(build::accountName) + mark + backupStamp();
+  const QDir place(folder);
+  QString file = place.filePath(name + QStringLiteral(".DAT"));
+  // Two in one second, or a clock that was set back.
+  for (int i = 2; QFileInfo::exists(file); ++i)
+    file = place.filePath(QStringLiteral("%1_%2.DAT").arg(name).arg(i));
   return file;
 }
 

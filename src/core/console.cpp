@@ -366,7 +366,7 @@ std::unique_ptr<Database> openConsoleAccount(const Console& console, ConsoleAcce
   for (const QString& remark : database->openingRemarks())
     console.streams.err << "jxcctl: " << remark.toStdString() << '\n';
   admitToConsole(console, database, access);
-  if (access != ConsoleAccess::OwnerToo)
+  if (access == ConsoleAccess::Administrator)
     console_detail::atWork() = comeToWorkAtConsole(
         *database, [&](const QString& why) { console.streams.err << "jxcctl: " << why.toStdString() << std::endl; });
   return database;

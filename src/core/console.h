@@ -66,8 +66,9 @@ struct Console {
   bool isOwner = false;         // the owner of the file, who may read it anyway
 };
 
-/// Who may run a command on a set with passwords: an administrator, or also the owner of the file, who says so.
-enum class ConsoleAccess : char { Administrator, OwnerToo };
+/// Who may run a command on a set with passwords: an administrator, or also the owner of the file, who says so and only
+/// reads. Alone: an administrator whose command takes the set for itself.
+enum class ConsoleAccess : char { Administrator, OwnerToo, Alone };
 
 /// A command by its name. `help` is whole lines; `run` returns the exit status.
 struct ConsoleCommand {

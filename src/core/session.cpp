@@ -117,6 +117,11 @@ void chooseTemplates(Session& s) {
   s.purchaseReturnTemplate = QStringLiteral("cgth%1.fr3").arg(purchase);
 }
 
+void readParameters(Database& from) {
+  session_detail::copyFields(from.select("select * from jxc_xtcs"), parameterFields());
+  session_detail::normaliseParameters();
+}
+
 void loadSession() {
   Session& s = session();
   s.accountName = QString::fromUtf16(build::accountName);

@@ -1,6 +1,5 @@
 // 当前库存核对: what stands per goods and warehouse against the ledger, the goods master against its warehouses, month
 // rows against the stock.
-#include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
@@ -68,8 +67,9 @@ Around lookAround(Books& books) {
     }
   }
   around.closed = !books.select("select top 1 id from jxc_nj").isEmpty();
-  around.fixedCost = strIsTrue(session().cs_cs009);
-  around.mayGoShort = strIsTrue(session().cs_kc);
+  const RowSet parameters = books.select("select cs_cs009,cs_kc from jxc_xtcs");
+  around.fixedCost = !parameters.isEmpty() && strIsTrue(parameters.text(0, 0));
+  around.mayGoShort = !parameters.isEmpty() && strIsTrue(parameters.text(0, 1));
   return around;
 }
 

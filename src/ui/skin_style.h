@@ -90,6 +90,7 @@ QToolButton[tile="true"]:hover { border-color: @accent; background: @hover; }
 QToolButton[tile="true"]:focus { border: 2px solid @accent; padding: 9px; }
 QPushButton[sideCommand="true"] { text-align: left; border: none; background: transparent; padding: 7px 10px; }
 QToolButton[noRight="true"], QPushButton[noRight="true"] { color: @muted; }
+QPushButton[alarming="true"], QPushButton[alarming="true"]:hover { color: @bad; }
 QPushButton[sideCommand="true"]:hover { background: @hover; }
 QPushButton[sideCommand="true"]:focus { border: 1px solid @accent; padding: 6px 9px; }
 )";

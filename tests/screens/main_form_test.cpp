@@ -233,7 +233,7 @@ TEST_F(MainFormTest, TheWayOutAsks) {
   pressIn(form, "Esc");
   EXPECT_TRUE(form.isVisible());
   int backups = 0;
-  mainFormHooks().backupDatabase = [&] { ++backups; };
+  mainFormHooks().backupOnWayOut = [&] { return ++backups > 0; };
   session().back_exit = QStringLiteral("1");
   expectQuestion(QStringLiteral("是否要退出系统？"), Answer::Yes);
   form.run("btn_Tcxt");

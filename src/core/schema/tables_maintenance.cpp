@@ -1,4 +1,4 @@
-// 维护表: backup settings and the identity of this branch.
+// 维护表: backup settings, how the backups stand, and the identity of this branch.
 #include "core/schema/table_definition.h"
 
 #include <array>
@@ -12,6 +12,19 @@ constexpr std::string_view kBackup = R"(
     back_days int
     back_path nvarchar(200)
     back_exit bit)";
+
+// What the window tells of the backups, and where a second one goes: one row.
+constexpr std::string_view kBackupState = R"(
+    bz_path nvarchar(200)     -- second folder, on another disk
+    bz_days int               -- the last good backup may be so many days old
+    bz_time varchar(32)       -- of the last good one
+    bz_file nvarchar(255)
+    bz_fail nvarchar(255)     -- why the last one was not made; empty when it was
+    bz_trytime varchar(32)    -- of the last rehearsal
+    bz_tryfile nvarchar(255)
+    bz_tryfail nvarchar(255)  -- what it found; empty: the backup proved)";
+constexpr std::array<std::string_view, 1> kBackupStateSeeds = {
+    "(bz_path,bz_days,bz_time,bz_file,bz_fail,bz_trytime,bz_tryfile,bz_tryfail) values ('',3,'','','','','','')"};
 
 constexpr std::string_view kBranch = R"(
     fd_sn varchar(8)
@@ -29,6 +42,7 @@ constexpr std::string_view kBranchDetail = R"(
 
 constexpr TableDefinition kTables[] = {
     {"jxc_backup", kBackup},
+    {"jxc_backupzk", kBackupState, kBackupStateSeeds},
     {"jxc_fd", kBranch, kBranchSeeds},
     {"jxc_lsfdxx", kBranchDetail},
 };

@@ -388,6 +388,7 @@ std::vector<UpgradeStep> ladder() {
                   .stamp = "2026-11-27",
                   .blocks = {missing("select sd_rq from jxc_zmsd", {recreate("jxc_zmsd")})},
                   .untilDone = true},
+      step("2026-11-28", {missing("select bz_time from jxc_backupzk", {recreate("jxc_backupzk")})}),
   };
 }
 

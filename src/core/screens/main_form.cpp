@@ -1,19 +1,19 @@
 #include "core/screens/main_form.h"
 
+#include "core/at_work.h"
 #include "core/build_info.h"
 #include "core/clock.h"
 #include "core/log.h"
 #include "core/login.h"
-#include "core/pinyin.h"
 #include "core/reading.h"
 #include "core/screens/command_runner.h"
 #include "core/screens/command_search.h"
 #include "core/screens/command_tile.h"
-#include "core/screens/help.h"
 #include "core/screens/login.h"
 #include "core/screens/not_yet.h"
 #include "core/session.h"
 #include "core/start_reminders.h"
+#include "maintenance/screens/backup_pane.h"
 #include "statistics/screens/day_board.h"
 #include "stock/ledger.h"
 #include "ui/display.h"
@@ -21,13 +21,12 @@
 #include "ui/screen.h"
 #include "ui/skin.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -40,8 +39,6 @@
 namespace jxc {
 namespace main_form_detail {
 
-/// A page's tiles stand in as many columns as there is room for.
-constexpr int kTileWidth = 176;
 constexpr int kEcho = 500;        // ms
 constexpr int kTypeAhead = 1200;  // ms until the next letter begins a new word
 
@@ -71,6 +68,23 @@ struct Busy {
 
 }  // namespace main_form_detail
 
+namespace main_form_detail {
+
+TF_MainForm*& theForm() {
+  static TF_MainForm* form = nullptr;
+  return form;
+}
+
+}  // namespace main_form_detail
+
+void endAtLogin() {
+  if (TF_MainForm* const form = main_form_detail::theForm()) form->wantLogin();
+}
+
+void followBackupTimer() {
+  if (TF_MainForm* const form = main_form_detail::theForm()) form->followTimer();
+}
+
 struct TF_MainForm::PagePart {
   ui::Page page;
   QPushButton* tab;
@@ -86,6 +100,7 @@ MainFormHooks& mainFormHooks() {
 }
 
 TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
+  main_form_detail::theForm() = this;
   setObjectName(QStringLiteral("F_MainForm"));
   setWindowTitle(build::windowTitle());
   setMinimumSize(560, 320);
@@ -136,7 +151,9 @@ TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
   showPage(ui::Page::Purchasing);
 }
 
-TF_MainForm::~TF_MainForm() = default;
+TF_MainForm::~TF_MainForm() {
+  if (main_form_detail::theForm() == this) main_form_detail::theForm() = nullptr;
+}
 
 QWidget* TF_MainForm::makeSideBar() {
   auto* bar = new QWidget(this);
@@ -214,7 +231,10 @@ QWidget* TF_MainForm::makeStatusBar() {
   });
   layout->addWidget(operatorPane_);
   layout->addWidget(accountPane_);
+  backupPane_ = new BackupPane(bar);
+  connect(backupPane_, &QPushButton::clicked, this, [this] { run("btnBackup"); });
   layout->addStretch(1);
+  layout->addWidget(backupPane_);
   layout->addWidget(helpPane_);
   layout->addWidget(clockPane_);
   return bar;
@@ -333,10 +353,15 @@ void TF_MainForm::shapePages() {
   arrangeTiles();
 }
 
+/// A page's tiles stand in as many columns as there is room for.
+int TF_MainForm::tileColumns() const {
+  constexpr int tileWidth = 176, besideTiles = 190;
+  return std::clamp(std::max(stack_->width() - besideTiles, tileWidth) / tileWidth, 1, 5);
+}
+
 void TF_MainForm::arrangeTiles() {
+  const int columns = tileColumns();
   for (auto& part : pages_) {
-    const int room = std::max(stack_->width() - 190, main_form_detail::kTileWidth);
-    const int columns = std::clamp(room / main_form_detail::kTileWidth, 1, 5);
     int place = 0;
     for (auto* tile : part.tiles) {
       if (tile->isHidden()) continue;
@@ -414,15 +439,45 @@ void TF_MainForm::formActivate() {
   helpPane_->setText(QStringLiteral("按F1键查看帮助文档  ") + QString::fromUtf16(build::webAddress));
   ensureStockRows(clock::month());
   setWindowTitle(build::windowTitle(lookupValue("select c_jc from jxc_company ")));
-  TimerBackUp.stop();
-  if (session().back_auto == u"1" && session().back_sj > 0 && mainFormHooks().backupDatabase) {
-    // A timer counts milliseconds in 32 bits; nobody waits longer than that for a backup.
-    TimerBackUp.start(static_cast<int>(std::min<qint64>(qint64(session().back_sj) * 3600000, 0x7fffffff)));
-  }
+  followTimer();
+  backupPane_->refresh();
   if (session().mailDue == u"1" && mainFormHooks().sendMail && !Timeremail.isActive()) Timeremail.start();
   if (!isVisible()) show();
   if (!focusWidget() || !focusWidget()->isVisible()) focusFirstTile();
   day_->refresh();
+}
+
+void TF_MainForm::followTimer() {
+  if (session().back_auto != u"1" || session().back_sj <= 0 || !mainFormHooks().backupDatabase)
+    return TimerBackUp.stop();
+  // A timer counts milliseconds in 32 bits; nobody waits longer than that for a backup.
+  const auto interval = static_cast<int>(std::min<qint64>(qint64(session().back_sj) * 3600000, 0x7fffffff));
+  // One that runs already goes on: each look at the window would otherwise put the backup off by hours.
+  if (!TimerBackUp.isActive() || TimerBackUp.interval() != interval) TimerBackUp.start(interval);
+}
+
+void TF_MainForm::wantLogin() {
+  loginDue_ = true;
+  backupPane_->stop();
+  // From the innermost one outwards; each of their loops ends.
+  while (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+    dialog->done(QDialog::Rejected);
+    if (QApplication::activeModalWidget() == dialog) break;
+  }
+}
+
+void TF_MainForm::loginAnew() {
+  for (QTimer* const timer : {&Timer1, &TimerBackUp, &Timeremail, &clockTimer_})
+    timer->stop();
+  loggedIn_ = false;
+  day_->stop();
+  hide();
+  ui::dropScreens();
+  leaveWork();
+  session() = Session{};
+  if (formShow()) return;
+  leaving_ = true;
+  QApplication::quit();
 }
 
 bool TF_MainForm::event(QEvent* event) {
@@ -443,6 +498,7 @@ void TF_MainForm::run(std::string_view command, const QString& searched) {
     day_->stop();
     runCommand(command, prompt_, searched);
   }
+  if (std::exchange(loginDue_, false)) return loginAnew();
   sinceCommand_.start();
   // The screen is gone and the window has the focus again.
   if (!leaving_ && ui::findCommand(command) && !ui::findCommand(command)->screen.empty()) formActivate();
@@ -488,8 +544,12 @@ void TF_MainForm::closeEvent(QCloseEvent* event) {
   if (leaving_ || !loggedIn_) return event->accept();
   if (!prompt_.ask(QStringLiteral("是否要退出系统？"))) return;
   leaving_ = true;
+  if (session().back_exit == u"1" && mainFormHooks().backupOnWayOut && !mainFormHooks().backupOnWayOut()) {
+    leaving_ = false;
+    return;
+  }
   writeLog(QStringLiteral("退出系统"));
-  if (session().back_exit == u"1" && mainFormHooks().backupDatabase) mainFormHooks().backupDatabase();
+  backupPane_->stop();
   event->accept();
   QApplication::quit();
 }
@@ -502,95 +562,6 @@ void TF_MainForm::lockScreen() {
     ui::openScreen("F_Xtsd");
   }
   if (!busy_) formActivate();
-}
-
-void TF_MainForm::moveFocus(int key) {
-  if (day_->isVisible() && day_->moveFocus(key)) return;
-  const auto tiles = visibleTiles();
-  auto* now = dynamic_cast<CommandTile*>(focusWidget());
-  const auto found = std::find(tiles.begin(), tiles.end(), now);
-  if (tiles.empty()) return;
-  if (found == tiles.end()) return tiles.front()->setFocus(Qt::TabFocusReason);
-  const int columns = std::max(
-      1,
-      std::clamp(std::max(stack_->width() - 190, main_form_detail::kTileWidth) / main_form_detail::kTileWidth, 1, 5));
-  const int step = key == Qt::Key_Left ? -1 : key == Qt::Key_Right ? 1 : key == Qt::Key_Up ? -columns : columns;
-  const int place = static_cast<int>(found - tiles.begin()) + step;
-  if (place >= 0 && place < static_cast<int>(tiles.size())) {
-    tiles[static_cast<std::size_t>(place)]->setFocus(Qt::TabFocusReason);
-  } else if (key == Qt::Key_Down && day_->isVisible()) {
-    day_->focusFirst();
-  }
-}
-
-// Initials of a caption: one that is left alone opens, of several the first takes the focus.
-bool TF_MainForm::typeAhead(const QString& text) {
-  if (text.isEmpty() || !text.at(0).isLetter()) return false;
-  typed_ += text.toUpper();
-  typedTimer_.start();
-  std::vector<CommandTile*> matches;
-  for (auto* tile : visibleTiles()) {
-    if (makeJm(tile->accessibleName()).startsWith(typed_) || tile->accessibleName().startsWith(typed_)) {
-      matches.push_back(tile);
-    }
-  }
-  if (matches.empty()) {
-    typed_.clear();
-    return true;
-  }
-  matches.front()->setFocus(Qt::TabFocusReason);
-  if (matches.size() == 1 && typed_.size() > 1) {
-    typed_.clear();
-    openTile(matches.front());
-  }
-  return true;
-}
-
-void TF_MainForm::keyPressEvent(QKeyEvent* event) {
-  if (busy_) return;  // a screen or the lock stands over the window
-  const int key = event->key();
-  const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
-  if (modifiers == Qt::ControlModifier) {
-    if (key == Qt::Key_K) return search_->begin();
-    if (key >= Qt::Key_1 && key < Qt::Key_1 + static_cast<int>(pages_.size())) {
-      showPage(pages_[static_cast<std::size_t>(key - Qt::Key_1)].page);
-      return focusFirstTile();
-    }
-  }
-  if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier) return QWidget::keyPressEvent(event);
-  switch (key) {
-    case Qt::Key_F1:
-      return openHelp(prompt_);
-    case Qt::Key_F2:
-      return lockScreen();
-    case Qt::Key_Escape:
-      close();
-      return;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-      return moveFocus(key);
-    case Qt::Key_PageDown:
-    case Qt::Key_PageUp: {
-      const int step = key == Qt::Key_PageDown ? 1 : static_cast<int>(pages_.size()) - 1;
-      return showPage(pages_[static_cast<std::size_t>((stack_->currentIndex() + step) % stack_->count())].page);
-    }
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (auto* tile = dynamic_cast<CommandTile*>(focusWidget())) return openTile(tile);
-      if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) return button->click();
-      return;
-    default:
-      break;
-  }
-  if (key >= Qt::Key_1 && key <= Qt::Key_9) {
-    const auto tiles = visibleTiles();
-    const auto place = static_cast<std::size_t>(key - Qt::Key_1);
-    if (place < tiles.size()) openTile(tiles[place]);
-    return;
-  }
-  if (!typeAhead(event->text())) QWidget::keyPressEvent(event);
 }
 
 }  // namespace jxc

@@ -19,16 +19,24 @@ class QStackedWidget;
 
 namespace jxc {
 
+class BackupPane;
 class CommandSearch;
 class CommandTile;
 class DayBoard;
 
 /// What other subsystems do on the window's timers and on its way out; empty until they are there.
 struct MainFormHooks {
-  std::function<void()> backupDatabase;  // every back_sj hours, and on the way out when back_exit says so
+  std::function<void()> backupDatabase;  // every back_sj hours, behind the window
+  std::function<bool()> backupOnWayOut;  // when back_exit says so; false: the operator stays
   std::function<void()> sendMail;        // the day's mail digest
 };
 MainFormHooks& mainFormHooks();
+
+/// After a command that has put other data under the running program: all screens close without a question, and the
+/// window stands at the login.
+void endAtLogin();
+/// The timer of the backups follows the session at once.
+void followBackupTimer();
 
 /// The desktop of the program. Everything opens from here, modally, after a test of rights.
 class TF_MainForm : public QWidget {
@@ -49,6 +57,9 @@ class TF_MainForm : public QWidget {
   /// Tiles of the page that is shown, in their order.
   std::vector<CommandTile*> visibleTiles() const;
   DayBoard& day() { return *day_; }
+  /// See `endAtLogin` and `followBackupTimer`.
+  void wantLogin();
+  void followTimer();
 
   IdleLock idle;       // locks the screen
   QTimer Timer1;       // reminders at start
@@ -67,6 +78,7 @@ class TF_MainForm : public QWidget {
   QWidget* makeHeader();
   QWidget* makeStatusBar();
   QWidget* makePage(const ui::PageDefinition& page);
+  int tileColumns() const;
   void arrangeTiles();
   void giveRoom();
   void shapePages();
@@ -74,6 +86,7 @@ class TF_MainForm : public QWidget {
   void focusFirstTile();
   void showStatus();
   void reminders();
+  void loginAnew();
   void changeOperatorClick();
   void lockScreen();  // over whatever is open, which is there again as it was left
   void moveFocus(int key);
@@ -86,6 +99,7 @@ class TF_MainForm : public QWidget {
   QLabel* title_ = nullptr;
   QLabel* operatorPane_ = nullptr;
   QLabel* accountPane_ = nullptr;
+  BackupPane* backupPane_ = nullptr;
   QLabel* clockPane_ = nullptr;
   QPushButton* helpPane_ = nullptr;
   CommandSearch* search_ = nullptr;
@@ -98,6 +112,7 @@ class TF_MainForm : public QWidget {
   bool busy_ = false;           // a command is running: its screens come and go, and the window is not "active again"
   QElapsedTimer sinceCommand_;  // the desktop tells of the window's return a little after the command has ended
   bool leaving_ = false;
+  bool loginDue_ = false;  // a command has put other data under the program
 };
 
 }  // namespace jxc

@@ -1,5 +1,6 @@
 #include "engine/file_use.h"
 #include "engine/new_file.h"
+#include "engine/replacing.h"
 #include "engine/snapshot.h"
 #include "engine/sqlite/integrity.h"
 #include "engine/sqlite/open_files.h"
@@ -85,20 +86,22 @@ void requireSound(const StorageCheck& check, const FileRole& source, const QStri
                                 fileNote(source.file, false));
 }
 
+using Failed = std::function<DbError(int code)>;
+
 /// False when `progress` cancelled.
-bool copyPages(sqlite3* from, sqlite3* to, const QString& file, const std::function<bool(int)>& progress) {
+bool copyPages(sqlite3* from, sqlite3* to, const Failed& failed, const std::function<bool(int)>& progress) {
   const BackupHandle backup(sqlite3_backup_init(to, "main", from, "main"));
-  if (!backup) throw copyFailed(file, sqlite3_extended_errcode(to));
+  if (!backup) throw failed(sqlite3_extended_errcode(to));
   for (;;) {
     const int code = sqlite3_backup_step(backup.get(), pagesPerStep);
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
       sqlite3_sleep(20);
     } else if (code != SQLITE_OK && code != SQLITE_DONE) {
-      throw copyFailed(file, code);
+      throw failed(code);
     }
     const int total = std::max(1, sqlite3_backup_pagecount(backup.get()));
     const int percent = static_cast<int>(100LL * (total - sqlite3_backup_remaining(backup.get())) / total);
-    if (progress && !progress(percent * percentOfCopying / 100)) return false;
+    if (progress && !progress(percent)) return false;
     if (code == SQLITE_DONE) return true;
   }
 }
@@ -149,7 +152,10 @@ void SqliteDatabase::backupTo(const QString& file, const std::function<bool(int 
         throw copyFailed(file, code);
     }
     rows = countRows(own ? own.get() : connection_.get());
-    if (!copyPages(own ? own.get() : connection_.get(), copy.get(), file, progress)) return;
+    std::function<bool(int)> copying;
+    if (progress) copying = [&progress](int percent) { return progress(percent * percentOfCopying / 100); };
+    const Failed failed = [&file](int code) { return copyFailed(file, code); };
+    if (!copyPages(own ? own.get() : connection_.get(), copy.get(), failed, copying)) return;
     // One file that is complete by itself, without a log beside it.
     if (const int code = sqlite3_exec(copy.get(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
         code != SQLITE_OK)
@@ -181,6 +187,27 @@ StorageCheck SqliteDatabase::checkStorage(const std::function<bool(int percent)>
 }  // namespace jxc::sqlite
 
 namespace jxc {
+
+bool replaceContent(Database& set, Database& with, const std::function<bool(int percent)>& progress) {
+  using namespace sqlite::copying_detail;
+  sqlite::SqliteDatabase& target = sqlite::asSqlite(set);
+  for (const Database* each : {&set, &with})
+    if (each->inTransaction()) throw DbError(Kind::Other, QStringLiteral("操作还没有完成，现在不能恢复。"));
+  const Failed failed = [&](int code) {
+    return sqlite::statementFailed(target.role(), code, sqlite3_errmsg(target.native()), "restore");
+  };
+  std::function<bool(int)> copying;  // a stop is heard until the last page: behind it stands the commit
+  if (progress) copying = [&progress](int percent) { return progress(std::min(percent, 99)) || percent >= 100; };
+  if (progress && !progress(0)) return false;
+  // Complete by itself: in memory there is no log to go with its first page.
+  sqlite3_exec(sqlite::asSqlite(with).native(), "pragma journal_mode=delete", nullptr, nullptr, nullptr);
+  if (!copyPages(sqlite::asSqlite(with).native(), target.native(), failed, copying)) return false;
+  // A state of its own, and no log of the size of the whole set.
+  sqlite::giveNewNumber(target.native());
+  sqlite3_wal_checkpoint_v2(target.native(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  if (progress) progress(100);
+  return true;
+}
 
 std::vector<std::byte> snapshot(Database& database) {
   using namespace sqlite::copying_detail;

@@ -1,0 +1,95 @@
+// 备份: the backups of the shop: settings, the copies, how long they are kept, and whether they would serve.
+#pragma once
+
+#include "core/prompt.h"
+#include "core/verified_copy.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace jxc {
+
+/// `jxc_backup` and what stands beside it.
+struct BackupSettings {
+  bool automatic = false;
+  int hours = 4;  // between two, 1 to 24
+  int days = 0;   // that they are kept; 0: all stay
+  QString folder, secondFolder;
+  bool atExit = false;
+  int alarmDays = 3;  // the last good one may be so old
+};
+BackupSettings backupSettings();
+/// Looks whether backups can be written to the folders, then stores the settings. False when that was refused.
+bool saveBackupSettings(const BackupSettings& settings, Prompt& prompt);
+/// What stands against a folder, in words; nothing when it is there and takes a file.
+std::optional<QString> standsAgainstFolder(const QString& folder);
+
+/// How the backups stand, for the window and for the screen.
+struct BackupState {
+  QString time, file, failure;                 // the last good one, and why none came after it
+  QString triedTime, triedFile, triedFailure;  // the last rehearsal and what it found
+  int alarmDays = 3;
+  /// Older than it may be, failed since, or found to be of no use.
+  bool isAlarming() const;
+  /// "备份：05-03 14:30", "没有备份", with what is wrong behind it.
+  QString words() const;
+  /// "试恢复：2021-05-01，核对无误。"
+  QString rehearsalWords() const;
+};
+BackupState backupState();
+
+/// A backup on its way into the folders of the settings, while the window goes on working.
+class RunningBackup {
+ public:
+  /// Begins. Throws DbError.
+  explicit RunningBackup(const BackupSettings& settings);
+  /// Whether it has come to its end; begins with the second folder when the first is done.
+  bool isDone();
+  int percent() const;
+  void stop();
+  /// After its end: writes down how it went, and deletes what is too old. The file; empty when it was stopped. Throws
+  /// what stood against the first folder; what stood against the second stands in the state.
+  QString finish();
+
+ private:
+  void beginSecond();
+
+  BackupSettings settings_;
+  std::unique_ptr<VerifiedCopy> first_, second_;
+  std::exception_ptr firstFailure_;
+  QString secondFailure_;
+  bool isFirstDone_ = false, isFirstMade_ = false, isStopped_ = false;
+};
+/// One that the caller waits for. The file; empty when `report` stopped it.
+QString backUpNow(const BackupSettings& settings, const CopyReport& report = {});
+
+/// Automatic backup into the folder of the settings, without a word; nothing without a folder. The caller waits.
+void backupDatabase(const CopyReport& report = {});
+/// Deletes backups of this account set that are older than the days of the settings, known by name and stamp. Copies
+/// before a restore, archives, files of others, the last good one and the newest one always stay.
+void deleteBackupFiles(const QString& folder);
+
+/// Whether the last good backup was not rehearsed for a week.
+bool isRehearsalDue();
+/// Restores the last good backup into a file beside the data, in a thread of its own, proves it and throws it away.
+class Rehearsal {
+ public:
+  Rehearsal();
+  ~Rehearsal();
+  Rehearsal(const Rehearsal&) = delete;
+  Rehearsal& operator=(const Rehearsal&) = delete;
+  bool isDone() const { return isDone_; }
+  /// After its end: writes down the outcome.
+  void finish();
+
+ private:
+  QString file_, failure_;
+  std::atomic<bool> isDone_ = false, isStopped_ = false;
+  std::thread thread_;
+};
+
+}  // namespace jxc

@@ -1,0 +1,195 @@
+#!/usr/bin/env python3
+"""Backups and restores that are killed at random moments, or meet a full disk, and backups of a set that two stations
+post into. After each kill the backup opens and is the one from before or the new one, and the set is the one from
+before or the restored one, wholly: `jxcctl prove` is clean, and what tells the two apart is never mixed.
+
+Usage: kept_safe_test.py JXCCTL TORTURE_AUDIT [KILLS [SECONDS [SEED]]]
+       (12 kills of each and 6 seconds of two stations when not said; 200 and 600 by hand now and then)
+"""
+
+import os
+import pathlib
+import random
+import shutil
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+
+from kill_test import Station
+
+JXCCTL = DRIVER = ""
+
+
+def run(file, *words, status=0):
+    ran = subprocess.run([JXCCTL, "--db", str(file), *words], capture_output=True, encoding="utf-8", timeout=300)
+    if status is not None and ran.returncode != status:
+        raise SystemExit(f"{words}: status {ran.returncode}\n{ran.stdout}{ran.stderr}")
+    return ran.stdout + ran.stderr
+
+
+def mark(file):
+    """What tells one state of a set from another: how many colours it has, read past the program."""
+    with sqlite3.connect(f"file:{file}?mode=ro", uri=True) as db:
+        state = db.execute("select count(*) from jxc_color").fetchone()[0]
+        sound = db.execute("pragma integrity_check").fetchone()[0]
+    db.close()
+    assert sound == "ok", sound
+    return state
+
+
+def add_colour(file):
+    run(file, "sql", "-c", "insert into jxc_color (color_name) values ('色')")
+
+
+def proved(file):
+    """Of a backup a copy is proved: whoever opens it to write changes what its sum says."""
+    if file.suffix == ".DAT":
+        file = pathlib.Path(shutil.copy(file, file.parent / "looked-at.mdb"))
+    run(file, "prove", "--wrong")
+
+
+def killed(moments, longest, file, *words):
+    """Whether the command was killed before its end."""
+    process = subprocess.Popen([JXCCTL, "--db", str(file), *words], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    time.sleep(moments.uniform(0, longest))
+    process.send_signal(signal.SIGKILL)
+    return process.wait() == -signal.SIGKILL
+
+
+def duration(file, *words):
+    begun = time.monotonic()
+    run(file, *words)
+    return time.monotonic() - begun
+
+
+def check_sum(file):
+    if pathlib.Path(f"{file}.sum").exists():
+        subprocess.run(["b2sum", "-l", "256", "-c", f"{file.name}.sum"], cwd=file.parent, check=True, capture_output=True)
+
+
+def kill_backups(folder, kills, moments):
+    file, copy = folder / "jxc.mdb", folder / "copy.DAT"
+    longest = duration(file, "backup", str(copy)) * 1.1
+    died = 0
+    for _ in range(kills):
+        before = mark(copy)
+        add_colour(file)
+        died += killed(moments, longest, file, "backup", "--force", str(copy))
+        if mark(copy) not in (before, mark(file)):
+            raise SystemExit("a backup between two states")
+        check_sum(copy)
+        proved(copy)
+    print(f"{died} of {kills} backups were killed: each left the one before or the new one, proved")
+
+
+def kill_restores(folder, kills, moments):
+    file = folder / "jxc.mdb"
+    copies = []
+    for _ in range(2):
+        add_colour(file)
+        copies.append(folder / f"copy{len(copies)}.DAT")
+        run(file, "backup", str(copies[-1]))
+    longest = duration(file, "restore", "--yes", str(copies[0])) * 1.1
+    died = 0
+    for _ in range(kills):
+        source = moments.choice(copies)
+        before, chosen = mark(file), mark(source)
+        died += killed(moments, longest, file, "restore", "--yes", str(source))
+        if mark(file) not in (before, chosen):
+            raise SystemExit("a set between two states")
+        proved(file)
+        for left in folder.glob("*(恢复前)*"):
+            if left.suffix == ".DAT":
+                mark(left)
+            left.unlink()
+    print(f"{died} of {kills} restores were killed: each left the set before or the restored one, proved")
+
+
+def back_up_beside_stations(folder, seconds):
+    file = folder / "busy.mdb"
+    run(file, "create")
+    subprocess.run([DRIVER, str(file), "prepare-all", "8"], check=True)
+    stations = [Station(DRIVER, str(file), 7 + station, station) for station in range(2)]
+    copies = []
+    end = time.monotonic() + seconds
+    while time.monotonic() < end or len(copies) < 3:
+        copies.append(folder / f"busy{len(copies)}.DAT")
+        run(file, "backup", str(copies[-1]))
+        time.sleep(0.3)
+    told = sum(len(station.kill()) for station in stations)
+    if told == 0:
+        raise SystemExit("nobody posted")
+    restored = folder / "restored.mdb"
+    for copy in copies:
+        check_sum(copy)
+        run(restored, "restore", "--yes", str(copy))
+        proved(restored)
+        if mark(restored) != mark(copy):
+            raise SystemExit(f"{copy.name}: another state")
+        for kept in folder.glob("*(恢复前)*"):
+            kept.unlink()
+    print(f"{len(copies)} backups while two stations did {told} commands: each restored and proved")
+
+
+def meet_full_disks(folder, moments):
+    """False where no small disk can be mounted."""
+    disk = folder / "disk"
+    disk.mkdir()
+    if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=40m", "tmpfs", str(disk)], capture_output=True).returncode:
+        return False
+    try:
+        file, copy, source = disk / "jxc.mdb", disk / "copy.DAT", folder / "full.DAT"
+        run(file, "demo", "--months", "1", "--goods", "30")
+        add_colour(file)
+        run(file, "backup", str(source))
+        run(file, "backup", str(copy))
+        add_colour(file)
+        size = file.stat().st_size
+        for _ in range(6):
+            before, kept = mark(file), mark(copy)
+            filler = disk / "filler"
+            room = os.statvfs(disk)
+            with open(filler, "wb") as out:
+                out.write(b"\0" * max(0, room.f_bavail * room.f_frsize - int(moments.uniform(0, 3.2) * size)))
+            for words in (("backup", "--force", str(copy)), ("restore", "--yes", str(source))):
+                said = run(file, *words, status=None)
+                if "terminate" in said:
+                    raise SystemExit(said)
+            filler.unlink()
+            if mark(file) not in (before, mark(source)) or mark(copy) not in (kept, before):
+                raise SystemExit("a full disk left something between two states")
+            proved(file)
+            proved(copy)
+            for left in disk.glob("*(恢复前)*"):
+                left.unlink()
+            add_colour(file)
+    finally:
+        subprocess.run(["umount", str(disk)], check=True)
+    print("full disks: the set and its backup as before or new, proved")
+    return True
+
+
+def main():
+    global JXCCTL, DRIVER
+    JXCCTL, DRIVER = sys.argv[1:3]
+    kills = int(sys.argv[3]) if len(sys.argv) > 3 else 12
+    seconds = int(sys.argv[4]) if len(sys.argv) > 4 else 6
+    seed = int(sys.argv[5]) if len(sys.argv) > 5 else random.randrange(1 << 30)
+    print(f"seed {seed}", flush=True)
+    moments = random.Random(seed)
+    with tempfile.TemporaryDirectory(prefix="jxc-kept-") as name:
+        folder = pathlib.Path(name)
+        run(folder / "jxc.mdb", "demo", "--months", "1", "--goods", "30")
+        kill_backups(folder, kills, moments)
+        kill_restores(folder, kills, moments)
+        back_up_beside_stations(folder, seconds)
+        if not meet_full_disks(folder, moments):
+            print("no small disk can be mounted here")
+            sys.exit(77)
+
+
+if __name__ == "__main__":
+    main()
