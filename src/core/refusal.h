@@ -53,8 +53,11 @@ enum class Subject : std::uint8_t {
   Points,  // that a gift costs
   Discount,
   Total,
+  Account,
   AccountInto,
   AccountKind,
+  ExpenseType,
+  Department,
   Amount,
   Rent,  // of goods on loan; the deposit that was taken for them, and what of it goes back
   Deposit,

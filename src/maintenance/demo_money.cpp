@@ -1,6 +1,7 @@
 // 演示账套的收付款: the money side of maintenance/demo_trade.h.
 #include "accounts/cash_ledger.h"
 #include "accounts/cash_lines.h"
+#include "accounts/expenses.h"
 #include "accounts/partner_documents.h"
 #include "accounts/settling.h"
 #include "core/session.h"
@@ -133,13 +134,16 @@ void Trade::payOut(const QString& account, double yuan, Word note, Word employee
   ++documents_;
 }
 
-void Trade::takeIn(const QString& account, double yuan, Word note) {
+void Trade::book(expenses::Side side, Word type, Word account, double yuan, Word note, std::size_t employee,
+                 std::size_t shop) {
   workAs(staff_.manager);
-  cash::saveLine({.movement = cash::Movement::In,
+  expenses::save({.side = side,
                   .date = today(),
-                  .account = account,
+                  .type = words(type),
                   .amount = yuan,
-                  .employee = staff_.employeeNames[0],
+                  .employee = staff_.employees[employee],
+                  .department = staff_.departments[shop],
+                  .account = words(account),
                   .note = words(note)},
                  prompt_);
   ++documents_;
@@ -158,6 +162,9 @@ int Trade::auditMoney(int leave) {
       openSelect("select gl_djh,min(id) as first from jxc_xjyh where xj_chk='0' group by gl_djh order by 2");
   for (int row = 0; row < lines.rowCount() - leave; ++row)
     audited += cash::checkDj(lines.text(row, 0));
+  const RowSet spent = openSelect("select gl_djh from jxc_yyfy where fy_chk='0' order by id");
+  for (int row = 0; row < spent.rowCount() - leave; ++row)
+    audited += expenses::checkDj(spent.text(row, 0), prompt_);
   return audited;
 }
 

@@ -1,12 +1,14 @@
 #include "maintenance/demo_people.h"
 
 #include "accounts/cash_accounts.h"
+#include "accounts/expense_types.h"
 #include "core/operators.h"
 #include "core/parameters.h"
 #include "core/roles.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "masterdata/departments.h"
 #include "masterdata/employees.h"
 #include "masterdata/partners.h"
 #include "masterdata/warehouses.h"
@@ -164,6 +166,25 @@ void makeAccounts(Prompt& prompt) {
   cash::setOpening(idOf(u"现金"), 6000);
 }
 
+/// What the two shops spend on and earn with beside trade, and whom it is booked on.
+void makeExpenseTypes(Staff& staff, Prompt& prompt) {
+  using expenses::Side;
+  constexpr std::pair<Word, Side> types[] = {{u"房租", Side::Expense},
+                                             {u"水电费", Side::Expense},
+                                             {u"日常费用", Side::Expense},
+                                             {u"利息收入", Side::Income},
+                                             {u"其他收入", Side::Income}};
+  for (const auto& [name, side] : types)
+    if (!expenses::saveType({.name = words(name), .side = side, .note = {}}, prompt))
+      throw std::logic_error("demonstration: type of expense not made");
+  const auto first = lookupValue("select top 1 id from jxc_dept order by id").toLongLong();
+  saveNamed(departmentList, first, QStringLiteral("中山路总店"), prompt);
+  saveNamed(departmentList, 0, QStringLiteral("人民路分店"), prompt);
+  const RowSet departments = openSelect("select de_sn from jxc_dept order by id");
+  for (std::size_t shop = 0; shop < staff.departments.size(); ++shop)
+    staff.departments[shop] = departments.text(static_cast<int>(shop), 0);
+}
+
 }  // namespace demo_people_detail
 
 Staff makeStaff(Random& random, Prompt& prompt) {
@@ -178,6 +199,7 @@ Staff makeStaff(Random& random, Prompt& prompt) {
   makeEmployees(staff, random, prompt);
   makePartners(staff, random, prompt);
   makeAccounts(prompt);
+  makeExpenseTypes(staff, prompt);
   return staff;
 }
 

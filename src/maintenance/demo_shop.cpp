@@ -144,21 +144,28 @@ class Year {
 
   void pettyCash() {
     constexpr Word notes[] = {u"快递费", u"办公用品", u"清洁用品", u"饮用水", u"加工耗材", u"宣传单印刷"};
-    trade_.payOut(QStringLiteral("现金"), random_.between(2, 40) * 5, random_.oneOf(notes), u"林小雨");
+    const int yuan = random_.between(2, 40) * 5;
+    trade_.book(expenses::Side::Expense, u"日常费用", u"现金", yuan, random_.oneOf(notes), 1);
   }
 
   /// What comes with the calendar.
   void makeStandingOrders(const QDate& day) {
-    const QString bank = QStringLiteral("工商银行");
-    if (day.day() == 1) trade_.payOut(bank, 12800, u"两店房租", u"周敏");
-    if (day.day() == 10) {
-      trade_.payOut(bank, 9200, u"上月工资：周敏", u"周敏");
-      trade_.payOut(bank, 6300, u"上月工资：林小雨", u"林小雨");
-      trade_.payOut(bank, 6100, u"上月工资：孙磊", u"孙磊");
-      trade_.payOut(bank, 17400, u"上月工资：赵强、陈静、刘洋", u"周敏");
+    using enum expenses::Side;
+    constexpr Word bank = u"工商银行";
+    if (day.day() == 1) {
+      trade_.book(Expense, u"房租", bank, 7600, u"总店房租");
+      trade_.book(Expense, u"房租", bank, 5200, u"分店房租", 0, 1);
     }
-    if (day.day() == 15) trade_.payOut(bank, random_.between(120, 260) * 10, u"水电费", u"周敏");
-    if (day.day() == 21) trade_.takeIn(bank, random_.between(60, 190), u"存款利息");
+    if (day.day() == 10) {
+      constexpr Word wages = u"应付工资";
+      trade_.book(Expense, wages, bank, 9200, u"上月工资：周敏");
+      trade_.book(Expense, wages, bank, 6300, u"上月工资：林小雨", 1);
+      trade_.book(Expense, wages, bank, 6100, u"上月工资：孙磊", 2);
+      trade_.book(Expense, wages, bank, 17400, u"上月工资：赵强、陈静、刘洋", 0, 1);
+    }
+    if (day.day() == 15) trade_.book(Expense, u"水电费", bank, random_.between(120, 260) * 10, u"两店水电费");
+    if (day.day() == 21) trade_.book(Income, u"利息收入", bank, random_.between(60, 190), u"存款利息");
+    if (day.day() == 26) trade_.book(Income, u"其他收入", u"现金", 86.5, u"旧柜台和包装变卖", 1);
     if (day.day() == 28) trade_.payOwner();
     if (day.day() == 8) trade_.bill(customerSide);
     if (day.day() == 16) trade_.bill(supplierSide);

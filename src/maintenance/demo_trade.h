@@ -1,6 +1,7 @@
 // 演示账套的业务: the documents that the demonstration shop makes, each by the rule that a screen would call.
 #pragma once
 
+#include "accounts/expense_types.h"
 #include "core/prompt.h"
 #include "core/statements.h"
 #include "maintenance/demo_goods.h"
@@ -35,6 +36,7 @@ struct Operator {
 struct Staff {
   Operator administrator, manager, buyer, seller;
   std::array<QString, kWarehouses> warehouses;
+  std::array<QString, kWarehouses> departments;  // de_sn of each shop
   std::vector<QString> employees;      // u_sn
   std::vector<QString> employeeNames;  // in step
   std::vector<QString> people;         // kh_sn of customers by name
@@ -88,7 +90,9 @@ class Trade {
   bool bankTakings();
   bool payOwner();  // what the bank account holds beyond what the shop needs
   void payOut(const QString& account, double yuan, Word note, Word employee);
-  void takeIn(const QString& account, double yuan, Word note);
+  /// Rent, wages, interest: an expense or income of one of the shops.
+  void book(expenses::Side side, Word type, Word account, double yuan, Word note, std::size_t employee = 0,
+            std::size_t shop = 0);
 
   /// The manager audits what waits, but for the last `leave` documents of each family. How many were audited.
   int auditDay(int leave);

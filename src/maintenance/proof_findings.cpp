@@ -96,6 +96,7 @@ constexpr KindWords table[] = {
     {Kind::CashLine, "cash-line", Wrong, u"单据", u"已审核单据的现金银行账与单据不符", again},
     {Kind::DifferenceLine, "difference-line", Wrong, u"单据", u"盘点、拆分、捆绑的成本差额与费用、收入账不符", again},
     {Kind::PaymentLine, "payment-line", Wrong, u"收付款单", u"已审核收付款（应收应付）单的账目与单据不符", again},
+    {Kind::ExpenseLine, "expense-line", Wrong, u"费用收入", u"费用或收入的现金银行账与其登记不符", again},
     {Kind::DocumentTwice, "document-twice", Wrong, u"重复单号", u"两张已审核单据使用同一单号", u"查明后删除其中一张"},
     {Kind::DocumentSharedNumber, "document-shared-number", Known, u"重复单号",
      u"两位操作员同时保存用了同一单号，审核时后保存的自动换号", nothing},

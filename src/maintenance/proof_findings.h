@@ -64,6 +64,7 @@ enum class Kind : std::uint8_t {
   CashLine,
   DifferenceLine,
   PaymentLine,
+  ExpenseLine,
   DocumentTwice,
   DocumentSharedNumber,
   // orphans and doubles

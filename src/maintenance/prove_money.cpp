@@ -1,4 +1,5 @@
 // 账目核对: running balances of cash, partners and invoices, and what they hold for each document.
+#include "accounts/expenses.h"
 #include "core/text.h"
 #include "engine/number_text.h"
 #include "maintenance/proof_books.h"
@@ -221,6 +222,52 @@ void provePayments(Books& books) {
   }
 }
 
+// ---- expenses ----------------------------------------------------------------------------------------------------
+
+/// What was entered as an expense or income, and what stands for it in the cash ledger.
+struct Expense {
+  bool known = false, isBooked = false;
+  double amount = 0;
+  QString account;
+  int cashRows = 0;
+  double cash = 0;
+  bool elsewhere = false;  // a line of another account
+};
+
+/// One cash line each once it is audited, unless it is not booked; freight, rent and differences go with the document
+/// that brought them.
+void proveExpenses(Books& books) {
+  std::map<QString, Expense> entered;
+  for (const Row row : books.select("select gl_djh,fy_je,fy_chk,fy_kmmc from jxc_yyfy "
+                                    "where gl_djh like 'FY%' or gl_djh like 'SR%'")) {
+    Expense& expense = entered[row.text("gl_djh")];
+    expense.known = true;
+    if (row.text("fy_chk") != u"1" || row.text("fy_kmmc") == expenses::kNotBooked) continue;
+    expense.isBooked = true;
+    expense.amount += row.number("fy_je");
+    expense.account = row.text("fy_kmmc");
+  }
+  for (const Row row : books.select("select gl_djh,xj_je,xj_kmmc from jxc_xjyh "
+                                    "where gl_djh like 'FY%' or gl_djh like 'SR%'")) {
+    Expense& expense = entered[row.text("gl_djh")];
+    ++expense.cashRows;
+    expense.cash += row.number("xj_je");
+    expense.elsewhere = expense.elsewhere || row.text("xj_kmmc") != expense.account;
+  }
+  for (const auto& [number, expense] : entered) {
+    const bool whole = expense.isBooked
+                           ? expense.cashRows == 1 && !expense.elsewhere && sameAmount(expense.cash, expense.amount)
+                           : expense.cashRows == 0;
+    if (whole) continue;
+    books.findings.add(expense.known ? Kind::ExpenseLine : Kind::CashOrphan, [&number = number, &expense = expense] {
+      const auto figures = [](int rows, double cash) { return u"现金账 %1 行，金额 "_qs.arg(rows) + numberText(cash); };
+      return Place{u"单据 "_qs + number, figures(expense.cashRows, expense.cash),
+                   figures(expense.isBooked, expense.isBooked ? expense.amount : 0) +
+                       (expense.isBooked ? u"，账户 "_qs + expense.account : QString())};
+    });
+  }
+}
+
 }  // namespace prove_money_detail
 
 void proveMoney(Books& books) {
@@ -234,6 +281,7 @@ void proveMoney(Books& books) {
   books.step(94, u"核对发票账"_qs);
   proveInvoices(books);
   provePayments(books);
+  proveExpenses(books);
 }
 
 }  // namespace jxc::proof

@@ -116,6 +116,23 @@ report::Report slip(const cash::LineDraft& draft, const QString& number, const Q
   return report;
 }
 
+report::Report expenseSlip(const expenses::Draft& draft, const QString& number, const QString& enteredBy) {
+  report::Report report = openReport(templateInUse(u"fysrd"));
+  setCompanyVars(report);
+  report.setText(u"title", expenses::wordOf(draft.side) + u'单');
+  report.setText(u"djh", number);
+  report.setText(u"rq", draft.date);
+  report.setText(u"lx", draft.type);
+  report.setText(u"bm", lookupValue("select de_name from jxc_dept where de_sn=?", draft.department));
+  report.setText(u"kmmc", draft.account);
+  report.setText(u"je", printedMoney(draft.amount));
+  report.setText(u"yf", printedCapitals(draft.amount));
+  report.setText(u"uName", lookupValue("select u_name from jxc_user where u_sn=?", draft.employee));
+  report.setText(u"note", draft.note);
+  report.setText(u"aName", enteredBy);
+  return report;
+}
+
 /// The articles in the order in which they were marked, with the company's short name; asked for in portions of one
 /// statement. What another station has deleted since is left out.
 RowSet goodsInOrder(std::span<const std::int64_t> ids) {
@@ -176,6 +193,17 @@ report::Report cashSlipReport(const cash::LineDraft& draft) {
   const QString number =
       draft.id == 0 ? QString() : lookupValue("select gl_djh from jxc_xjyh where id=?", static_cast<double>(draft.id));
   return money_reports_detail::slip(draft, number, session().a_name);
+}
+
+report::Report expenseSlipReport(const QString& number) {
+  const RowSet rows = openSelect("select * from jxc_yyfy where gl_djh=? order by id", number);
+  if (rows.isEmpty()) return money_reports_detail::expenseSlip({}, number, {});
+  return money_reports_detail::expenseSlip(expenses::draftOf(rows.front()), number, rows.front().text("a_name"));
+}
+
+report::Report expenseSlipReport(const expenses::Draft& draft) {
+  const QString number = lookupValue("select gl_djh from jxc_yyfy where id=?", static_cast<double>(draft.id));
+  return money_reports_detail::expenseSlip(draft, number, session().a_name);
 }
 
 report::Report listReport(QStringView name, RowSet rows, const QString& from, const QString& to) {

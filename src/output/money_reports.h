@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accounts/cash_lines.h"
+#include "accounts/expenses.h"
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
 #include "core/enquiry.h"
@@ -32,6 +33,12 @@ report::Report settlementReport(const PartnerSide& side, const QString& settled)
 /// A cash slip (`xjyhd`) of a line that is saved, or of the form's inputs; a transfer names both accounts.
 report::Report cashSlipReport(const QString& number);
 report::Report cashSlipReport(const cash::LineDraft& draft);
+
+/// The slip of an expense or income (`fysrd`) that is saved, or of the form's inputs. Variables: the company, `title`,
+/// `djh`, `rq`, `lx` (its type), `bm` (the department), `kmmc`, `je` as it was typed, `yf` (the same in capitals),
+/// `uName`, `note`, `aName`.
+report::Report expenseSlipReport(const QString& number);
+report::Report expenseSlipReport(const expenses::Draft& draft);
 
 /// A list as it stands on the screen, with the period that it was asked for: `date1`, `date2`.
 report::Report listReport(QStringView name, RowSet rows, const QString& from = {}, const QString& to = {});

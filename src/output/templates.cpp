@@ -76,6 +76,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"khdzmxb", u"客户对账明细表", u"往来账款"},
     {u"ghsdzd", u"供货商对账单", u"往来账款"},
     {u"xjyhd", u"现金银行单", u"往来账款"},
+    {u"fysrd", u"费用收入单", u"往来账款"},
     {u"yyfx", u"营业分析", u"统计"},
 
     {u"posxp", u"销售小票(80毫米)", u"收银与会员", true},

@@ -54,6 +54,8 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
       {"u_tcfs as v from jxc_user x,jxc_lsxsd y where x.u_sn=y.u_sn and u_tc>0", 2},
       {"kt_name as v from jxc_khxx x,jxc_lsxsd y where x.kh_sn=y.kh_sn", 3},
       {"z_name as v from jxc_khxx x,jxc_lsxsd y where x.kh_sn=y.kh_sn", 4},
+      {"fy_lx as v from jxc_yyfy where fy_chk='1' and gl_djh like 'FY%'", 4},
+      {"fy_lx as v from jxc_yyfy where fy_chk='1' and gl_djh like 'SR%'", 2},
       {"k_djlx as v from jxc_ysyfk where k_djlx in ('YS','SK','YF','FK')", 4}};
   for (const auto& [what, least] : kinds)
     EXPECT_GE(lookupNumber("select count(*) from (select distinct " + std::string(what) + ") a"), least) << what;

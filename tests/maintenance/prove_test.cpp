@@ -3,6 +3,7 @@
 // that the suite takes.
 #include "maintenance/prove.h"
 
+#include "accounts/expenses.h"
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
 #include "sales/loan_return.h"
@@ -99,9 +100,26 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
       loan, "2021-05-02", {}, {{"C", 1, 3, {{"jh_yj", 50.0}, {"jh_zj", 2.0}, {"jh_kmmc", u"现金"}}}}));
   ASSERT_TRUE(loan_return::open(lent, 0, prompt));
   ASSERT_TRUE(loan_return::save(*loan_return::open(lent, 0, prompt), prompt.willSayYes()));
+  for (const char16_t* account : {u"现金", u"不记入账户"}) {
+    const auto number = expenses::save({.date = u"2021-05-03"_qs,
+                                        .type = u"费用"_qs,
+                                        .amount = 12,
+                                        .employee = u"100001"_qs,
+                                        .department = u"100001"_qs,
+                                        .account = words(account),
+                                        .note = {}},
+                                       prompt);
+    ASSERT_TRUE(number && expenses::checkDj(*number, prompt));
+  }
   ASSERT_EQ(found(prove(), Weight::Wrong), QStringList());
 
   const Planted faults[] = {
+      {"delete from jxc_xjyh where gl_djh like 'FY%'", "expense-line"},
+      {"update jxc_yyfy set fy_je=-11 where gl_djh='FY21050310001'", "expense-line"},
+      {"update jxc_yyfy set fy_kmmc='工行帐号' where gl_djh='FY21050310001'", "expense-line"},
+      {"update jxc_yyfy set fy_chk='0' where gl_djh='FY21050310001'", "expense-line"},
+      {"update jxc_xjyh set gl_djh='FY21050310002' where gl_djh='FY21050310001'", "expense-line"},
+      {"delete from jxc_yyfy where gl_djh='FY21050310001'", "cash-orphan"},
       {"update jxc_goodslist set gl_sl=gl_sl+1 where gl_flag='pd'", "running"},
       {"update jxc_kcsp set kc_sl=2,kc_zsl=3 where g_sn='D' and ck_sn='100002'", "book-stock"},
       {"delete from jxc_goodslist where gl_flag='db' and gl_sl<0", "rows-missing"},

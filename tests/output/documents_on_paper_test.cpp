@@ -179,6 +179,19 @@ TEST_F(DocumentsOnPaper, MoneyPapers) {
   const QStringList transfer = readBack(cashSlipReport(slip), slip);
   EXPECT_TRUE(says(transfer, u"现金银行转账单"_qs) && says(transfer, u"工行帐号"_qs) && says(transfer, u"陆拾元整"_qs))
       << transfer.join(u'\n').toStdString();
+
+  const expenses::Draft rent{.date = u"2021-05-03"_qs,
+                             .type = u"费用"_qs,
+                             .amount = 1280.5,
+                             .employee = u"100001"_qs,
+                             .department = u"100001"_qs,
+                             .account = u"工行帐号"_qs,
+                             .note = u"五月房租"_qs};
+  const QString spent = *expenses::save(rent, prompt);
+  const QStringList voucher = readBack(expenseSlipReport(spent), spent);
+  for (const QString& text : {u"费用单"_qs, spent, u"默认部门"_qs, u"1,280.50"_qs, u"壹仟贰佰捌拾元伍角"_qs,
+                              u"工行帐号"_qs, u"五月房租"_qs, u"默认员工"_qs})
+    EXPECT_TRUE(says(voucher, text)) << text.toStdString() << voucher.join(u'\n').toStdString();
 }
 
 }  // namespace jxc::documents_on_paper_test

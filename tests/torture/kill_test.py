@@ -4,9 +4,9 @@
 what the dead one left, after the second with nobody there. After each round, every document is wholly audited or wholly
 waiting, nothing that was told as done is lost, and the file is whole. Most of the rounds work on receipts, whose books
 are checked past the program as well, on documents of ten families, on putaways and issues with the returns that close
-their rests, and on loans that come back or become sales, the others on long counts.
+their rests, on loans that come back or become sales, and on expenses, the others on long counts.
 
-Usage: kill_test.py JXCCTL TORTURE_AUDIT [KILLS [SEED]]      (32 kills when not said; 1000 by hand now and then)
+Usage: kill_test.py JXCCTL TORTURE_AUDIT [KILLS [SEED]]      (36 kills when not said; 1000 by hand now and then)
 """
 
 import pathlib
@@ -24,6 +24,7 @@ from books import Books
 RECEIPTS = 40
 DOCUMENTS = 8  # of each family
 PARTS = 12  # putaways, and issues
+EXPENSES = 16
 STATIONS = 2
 LONGEST = 0.6  # seconds from the first command to the kill
 COUNTED, COUNTED_BY_HAND = 500, 5000  # goods of a count
@@ -133,6 +134,19 @@ class LoanBooks(AllBooks):
             [f"{torn} returns without their sale"] if torn else [])
 
 
+class ExpenseBooks(AllBooks):
+    """Expenses and incomes: an audited one has its cash line, unless it is not booked; a waiting one has none."""
+
+    HEADS = (("jxc_yyfy", "gl_djh", "fy_chk"),)
+
+    def faults(self):
+        lines = dict(self.db.execute("select gl_djh,sum(xj_je) from jxc_xjyh group by gl_djh"))
+        return super().faults() + [
+            f"{number}: {lines.get(number)} in the cash ledger"
+            for number, state, account, yuan in self.db.execute("select gl_djh,fy_chk,fy_kmmc,fy_je from jxc_yyfy")
+            if lines.get(number) != (yuan if state == "1" and account != "不记入账户" else None)]
+
+
 class CountBooks(AllBooks):
     """Two long counts: every line has its row in the ledger, or none has."""
 
@@ -179,7 +193,7 @@ def torture(programs, file, mode, documents, open_books, rounds, seed, moments, 
 
 def main():
     programs = sys.argv[1:3]
-    kills = int(sys.argv[3]) if len(sys.argv) > 3 else 32
+    kills = int(sys.argv[3]) if len(sys.argv) > 3 else 36
     total = kills // STATIONS
     long_ones = max(1, total // 8)
     counted = COUNTED if total < 50 else COUNTED_BY_HAND
@@ -187,10 +201,11 @@ def main():
     print(f"seed {seed}")
     moments = random.Random(seed)
     for mode, documents, open_books, rounds, longest in (
-            ("prepare", RECEIPTS, Books, (total - long_ones) // 4, LONGEST),
-            ("prepare-all", DOCUMENTS, AllBooks, (total - long_ones) // 4, LONGEST),
-            ("prepare-parts", PARTS, PartBooks, (total - long_ones) // 4, LONGEST),
-            ("prepare-loans", PARTS, LoanBooks, (total - long_ones) // 4, LONGEST),
+            ("prepare", RECEIPTS, Books, (total - long_ones) // 5, LONGEST),
+            ("prepare-all", DOCUMENTS, AllBooks, (total - long_ones) // 5, LONGEST),
+            ("prepare-parts", PARTS, PartBooks, (total - long_ones) // 5, LONGEST),
+            ("prepare-loans", PARTS, LoanBooks, (total - long_ones) // 5, LONGEST),
+            ("prepare-expenses", EXPENSES, ExpenseBooks, (total - long_ones) // 5, LONGEST),
             ("prepare-counts", counted, CountBooks, long_ones, LONGEST * (1 + counted / 500))):
         with tempfile.TemporaryDirectory(prefix="jxc-kill-") as folder:
             file = str(pathlib.Path(folder, "jxc.mdb"))

@@ -4,12 +4,14 @@
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
 //   torture_audit FILE prepare-parts N    makes N waiting putaways and issues each, of sources some of which are short
 //   torture_audit FILE prepare-loans N    makes N audited loans, which come back or are kept and are taken back again
-//   torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
+//   torture_audit FILE prepare-expenses N makes N waiting expenses and incomes of three accounts, some of them not
+//   booked torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
 //       has documents of its own (every STATIONS-th), which share goods, partners and cash with those of the others.
 //   torture_audit FILE share SEED SECONDS
 //       the same for a while, over all documents beside other stations that may be faster at any of them
+#include "accounts/expenses.h"
 #include "core/account_place.h"
 #include "core/clock.h"
 #include "core/data_module.h"
@@ -17,6 +19,7 @@
 #include "core/numbers.h"
 #include "core/prompt.h"
 #include "core/session.h"
+#include "core/text.h"
 #include "engine/server.h"
 #include "harness/counter.h"
 #include "harness/waiting_document.h"
@@ -29,6 +32,7 @@
 #include "stock/partial_rest.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
@@ -138,6 +142,19 @@ void prepareParts(int count) {
     }
 }
 
+/// Rent and wages of the same few days: the cash lines of each account stand among those of the others.
+void prepareExpenses(int count, Prompt& prompt) {
+  constexpr std::array accounts{u"现金", u"工行帐号", u"建行帐号", expenses::kNotBooked};
+  for (int i = 0; i < count; ++i) {
+    expenses::Draft draft = expenses::newDraft(i % 3 == 0 ? expenses::Side::Income : expenses::Side::Expense);
+    draft.type = expenses::wordOf(draft.side);
+    draft.amount = 10.5 + i;
+    draft.employee = draft.department = QStringLiteral("100001");
+    draft.account = words(accounts[static_cast<std::size_t>(i) % accounts.size()]);
+    if (!expenses::save(draft, prompt)) throw std::runtime_error("not saved");
+  }
+}
+
 constexpr char16_t kRoundTrip[] = u"往返";
 
 /// Loans that are out; the note tells them from those that are audited and cancelled like other documents.
@@ -174,6 +191,10 @@ std::vector<QString> documents() {
                                                     (!closes || !partial::closesRest(family, number)))
         numbers.push_back(number);
   }
+  const RowSet spent =
+      openSelect("select gl_djh from jxc_yyfy where gl_djh like 'FY%' or gl_djh like 'SR%' order by id");
+  for (const Row line : spent)
+    numbers.push_back(line.text("gl_djh"));
   return numbers;
 }
 
@@ -223,6 +244,16 @@ void goRound(const QString& loan, Prompt& prompt) {
 /// find that another station was faster.
 void step(const QString& number, bool alone, Prompt& prompt) {
   if (isRoundTrip(number)) return goRound(number, prompt);
+  if (expenses::isOwn(number)) {
+    const bool audits = lookupValue("select fy_chk from jxc_yyfy where gl_djh=?", number) == u"0";
+    const bool done =
+        audits ? expenses::checkDj(number, prompt) : expenses::cancel(firstIdOf("jxc_yyfy", "gl_djh", number), prompt);
+    if (done)
+      tell(audits ? 'A' : 'C', number);
+    else if (alone)
+      throw std::runtime_error("not audited or cancelled");
+    return;
+  }
   const DocumentFamily& family = documentFamily(number);
   // A source whose parts are moved: its rest never comes, or is open again.
   if (const PartialMovement* m = partial::behind(family); m && m->isInUse()) {
@@ -301,7 +332,7 @@ int run(int argc, char** argv) {
   if (!known)
     throw std::runtime_error(
         "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-parts N | FILE prepare-loans N | FILE "
-        "prepare-counts N | "
+        "prepare-expenses N | FILE prepare-counts N | "
         "FILE work SEED [STATION "
         "STATIONS] | FILE share "
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
@@ -319,6 +350,8 @@ int run(int argc, char** argv) {
     prepareParts(number);
   else if (what == "prepare-loans")
     prepareLoans(number);
+  else if (what == "prepare-expenses")
+    prepareExpenses(number, yes);
   else if (what == "prepare-counts")
     prepareCounts(number);
   else if (what == "post" && argc == 4)

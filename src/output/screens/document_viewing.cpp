@@ -23,6 +23,7 @@ std::optional<report::Report> paperOf(const QString& number) {
       if (number.startsWith(partner_books::prefixOf(*side, kind))) return partnerDocumentReport(*side, kind, number);
   for (const char16_t* prefix : {u"XJ", u"XC", u"XZ"})
     if (number.startsWith(QStringView(prefix))) return cashSlipReport(number);
+  if (expenses::isOwn(number)) return expenseSlipReport(number);
   return {};
 }
 
