@@ -5,6 +5,7 @@
 #include "core/deletion.h"
 #include "core/mentions.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -49,8 +50,21 @@ QString openingNote(const QString& account) {
   return account + QStringLiteral("期初数");
 }
 
+/// The first line of an account's ledger; empty: there is none.
+QString firstDay(const QString& account) {
+  return lookupValue("select min(xj_rq) from jxc_xjyh where xj_kmmc=?", account);
+}
+QString openingDay(const QString& account) {
+  return lookupValue("select top 1 xj_rq from jxc_xjyh where xj_kmmc=? and xj_dlx='期初金额' order by id", account);
+}
+/// The opening amount of an account stands on its day, and all balances behind it go by it.
+Refusal openingLocked(const QString& account) {
+  const QString day = openingDay(account);
+  return day.isEmpty() ? Refusal() : lockedOn(day, OnDay::Booked);
+}
+
 void insertOpening(const QString& account, double amount) {
-  insertRow("jxc_xjyh", {{"xj_rq", clock::today()},
+  insertRow("jxc_xjyh", {{"xj_rq", PeriodLock().openFrom(clock::today())},
                          {"gl_djh", u""},
                          {"xj_dlx", u"期初金额"},
                          {"xj_je", amount},
@@ -69,7 +83,7 @@ void insertAccount(const AccountDraft& draft) {
                          {"yh_note", draft.note}});
   insertOpening(draft.name, draft.opening);
   // The ledger may hold lines of an account of that name, deleted with its row alone by an older release.
-  recomputeXjyh(draft.name, QString());
+  recomputeXjyh(draft.name, PeriodLock().openFrom(QString()));
 }
 
 void changeAccount(const AccountDraft& draft, const AccountDraft& before) {
@@ -138,7 +152,11 @@ bool deleteAccount(std::int64_t id, Prompt& prompt) {
          const QString name = row.text("yh_name");
          if (name.trimmed() == cash_accounts_detail::till) return Hindrance{u"“现金”不能删除！"_qs, {}, {}};
          const RowSet business = openSelect(cash_accounts_detail::kBusiness, name);
-         if (business.isEmpty()) return {};
+         if (business.isEmpty()) {
+           const QString first = cash_accounts_detail::firstDay(name);
+           const Refusal locked = first.isEmpty() ? Refusal() : lockedOn(first, OnDay::Booked);
+           return locked ? std::optional(Hindrance{locked.text, {}, {}}) : std::nullopt;
+         }
          return Hindrance{u"该账户已发生过业务，不能删除！"_qs, rowInWords("jxc_xjyh", business.front()), orRename()};
        },
        .alsoDelete = [](const Row& row) { execSql("delete from jxc_xjyh where xj_kmmc=?", row.text("yh_name")); }},
@@ -150,6 +168,7 @@ bool isAccountUsed(const QString& name) {
 }
 
 bool mayChangeOpening(const QString& name, Prompt& prompt) {
+  if (isRefused(cash_accounts_detail::openingLocked(name), prompt)) return false;
   return !isAccountUsed(name) ||
          prompt.ask(QStringLiteral("该银行账户已有业务发生，\r\n\r\n建立期初帐将会改变该账户的余额，\r\n\r\n是否..."));
 }
@@ -158,12 +177,13 @@ void setOpening(std::int64_t id, double amount) {
   using namespace cash_accounts_detail;
   Transaction transaction(accountDb());
   const QString name = readAccount(id).name;
+  if (const Refusal locked = openingLocked(name)) throw PeriodLocked(locked.text.toStdString());
   updateRow("jxc_yhzh", id, {{"yh_zje", amount}});
   const RowSet opening =
       openSelect("select top 1 id,xj_rq from jxc_xjyh where xj_kmmc=? and xj_dlx='期初金额' order by id", name);
   if (opening.isEmpty()) {
     insertOpening(name, amount);
-    recomputeXjyh(name, clock::today());
+    recomputeXjyh(name, openingDay(name));
   } else {
     updateRow("jxc_xjyh", opening.front().integer("id"), {{"xj_je", amount}});
     recomputeXjyh(name, opening.front().text("xj_rq"));

@@ -3,6 +3,7 @@
 #include "accounts/cash_ledger.h"
 #include "core/clock.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -36,8 +37,10 @@ const MovementWords* movementOf(const QString& number) {
   return nullptr;
 }
 
-/// What stands against a draft, in the order in which the operator meets it.
+/// What stands against a draft, in the order in which the operator meets it. A line that waits behind the lock may
+/// come out of it: only the new day counts.
 Refusal refusal(const LineDraft& draft) {
+  if (const Refusal locked = lockedOn(draft.date)) return locked;
   const Refusal employeeMissing{draft.employee.isEmpty(), u"请选择经办人！"_qs, Subject::Employee};
   if (draft.movement != Movement::Transfer) {
     if (draft.amount == 0) return {u"金额必须填写！"_qs, Subject::Amount};
@@ -74,6 +77,11 @@ QString insertNew(const LineDraft& draft) {
 /// The row of a line as the database has it now; empty when it is gone.
 RowSet lineOf(std::int64_t id) {
   return openSelect("select * from jxc_xjyh where id=?", id);
+}
+
+Refusal waitingLocked(const QString& number) {
+  const RowSet rows = openSelect("select top 1 xj_rq from jxc_xjyh where gl_djh=? and xj_chk='0' order by id", number);
+  return rows.isEmpty() ? Refusal() : lockedOn(rows.text(0, 0));
 }
 
 std::optional<QString> change(const LineDraft& draft) {
@@ -149,8 +157,10 @@ std::optional<QString> saveLine(const LineDraft& draft, Prompt& prompt) {
 bool checkDj(const QString& number) {
   using namespace cash_lines_detail;
   Transaction transaction(accountDb());
+  const PeriodLock lock;
   const RowSet rows = openSelect("select * from jxc_xjyh where gl_djh=? and xj_chk='0'", number);
   for (const Row row : rows) {
+    lock.demandOpen(row.text("xj_rq"));
     updateRow("jxc_xjyh", row.integer("id"), {{"xj_chk", u"1"}});
     recomputeXjyh(row.text("xj_kmmc"), row.text("xj_rq"));
   }
@@ -159,7 +169,8 @@ bool checkDj(const QString& number) {
 }
 
 bool auditLine(const QString& number, Prompt& prompt) {
-  return prompt.ask(QStringLiteral("您确定要审核当前信息吗！")) && checkDj(number);
+  return !isRefused(cash_lines_detail::waitingLocked(number), prompt) &&
+         prompt.ask(QStringLiteral("您确定要审核当前信息吗！")) && checkDj(number);
 }
 
 bool cancelLine(std::int64_t id, Prompt& prompt) {
@@ -172,13 +183,16 @@ bool cancelLine(std::int64_t id, Prompt& prompt) {
     prompt.notice(QStringLiteral("只能取消审核出款、入款和转账信息！"));
     return false;
   }
-  if (!prompt.ask(QStringLiteral("您确定要取消审核当前信息吗！"))) return false;
+  const QString date = line.text("xj_rq");  // of an audited line it stays
+  if (isRefused(lockedOn(date, OnDay::Booked), prompt) || !prompt.ask(QStringLiteral("您确定要取消审核当前信息吗！")))
+    return false;
 
   Transaction transaction(accountDb());
+  PeriodLock().demandOpen(date, OnDay::Booked);
   if (execSql("update jxc_xjyh set xj_chk='0' where gl_djh=? and xj_chk='1'", number) == 0) return false;
   // The account that the operator stands on. The other one of a transfer keeps what it showed: whoever cancels a
   // transfer corrects and audits it again, which writes both, or presses 重新计算.
-  recomputeXjyh(line.text("xj_kmmc"), line.text("xj_rq"));
+  recomputeXjyh(line.text("xj_kmmc"), date);
   transaction.commit();
   return true;
 }
@@ -228,11 +242,12 @@ bool recomputeAccounts(const QString& account, const QString& from, Prompt& prom
     return false;
   {
     Transaction transaction(accountDb());
+    const QString first = PeriodLock().openFrom(from);  // what is locked stays as it is
     if (!account.isEmpty()) {
-      recomputeXjyh(account, from);
+      recomputeXjyh(account, first);
     } else {
       for (const Row row : openSelect("select * from jxc_yhzh order by id"))
-        recomputeXjyh(row.text("yh_name"), from);
+        recomputeXjyh(row.text("yh_name"), first);
     }
     transaction.commit();
   }

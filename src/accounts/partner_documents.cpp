@@ -6,6 +6,7 @@
 #include "core/list_audit.h"
 #include "core/log.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -23,7 +24,9 @@ void logDocument(const PartnerSide& side, const QString& what, const QString& pa
            numberText(amount));
 }
 
+/// What waits behind the lock may come out of it: only the new day counts.
 Refusal refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
+  if (const Refusal locked = lockedOn(draft.date)) return locked;
   if (draft.amount == 0) return {wordOf(side, kind) + u"不能为0！"_qs, Subject::Amount};
   return {draft.employee.isEmpty(), u"经办人不能为空！"_qs, Subject::Employee};
 }
@@ -114,6 +117,12 @@ void takeOffDocument(const PartnerSide& side, double paid, const QString& docume
   if (side.isCustomer()) writeLog(QStringLiteral("审核收款，"));  // under these words the log viewer finds deleted ones
 }
 
+Refusal dayLocked(const PartnerSide& side, Kind kind, const QString& number, OnDay what) {
+  const RowSet rows = openSelect("select top 1 k_rq from jxc_ysyfk_dj where gl_djh=? and k_djlx=? order by id", number,
+                                 prefixOf(side, kind));
+  return rows.isEmpty() ? Refusal() : lockedOn(rows.text(0, 0), what);
+}
+
 bool isWaiting(const QString& number) {
   return !lookupValue("select gl_djh from jxc_ysyfk_dj where k_check=0 and gl_djh=?", number).isEmpty();
 }
@@ -174,6 +183,7 @@ std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Dr
       .yuan = draft.amount, .date = draft.date, .newest = newest, .lastEntry = lookupValue(lastLogEntry)};
   if (!confirmUnusual(figures, prompt)) return {};
   Transaction transaction(accountDb());
+  PeriodLock().demandOpen(draft.date);
   std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
   transaction.commit();
   if (number && draft.id == 0) prompt.say(wordOf(side, kind) + u"单 "_qs + *number + u" 已保存"_qs);
@@ -194,10 +204,12 @@ QString addPayment(const PartnerSide& side, const Draft& draft, const QString& k
 
 bool auditDocument(const PartnerSide& side, Kind kind, const QString& number) {
   Transaction transaction(accountDb());
+  const PeriodLock lock;
   const RowSet rows =
       openSelect("select * from jxc_ysyfk_dj where gl_djh=? and k_djlx=? and k_check=0", number, prefixOf(side, kind));
   if (rows.isEmpty()) return false;
   const Row document = rows.front();
+  lock.demandOpen(document.text("k_rq"));
   const QString partner = document.text("k_ghskh");
   postDocument(side, kind, document);
   execSql("update jxc_ysyfk_dj set k_check=1,k_checker=?,k_chkrq=? where gl_djh=?", session().a_name, clock::today(),
@@ -217,7 +229,8 @@ bool checkFkDj(const QString& number) {
 }
 
 bool auditOne(const PartnerSide& side, Kind kind, const QString& number, Prompt& prompt) {
-  return prompt.ask(u"您确定要审核该"_qs + wordOf(side, kind) + u"信息吗！"_qs) && auditDocument(side, kind, number);
+  return !isRefused(partner_documents_detail::dayLocked(side, kind, number, OnDay::Dated), prompt) &&
+         prompt.ask(u"您确定要审核该"_qs + wordOf(side, kind) + u"信息吗！"_qs) && auditDocument(side, kind, number);
 }
 
 bool auditAll(const PartnerSide& side, Kind kind, const RowSet& list, Prompt& prompt) {
@@ -234,13 +247,17 @@ bool unCheck(const PartnerSide& side, Kind kind, const QString& number, Prompt& 
   namespace detail = partner_documents_detail;
   const QString word = wordOf(side, kind);
   if (kind == Kind::Due && detail::isWaiting(number)) return false;
-  if (!prompt.ask(u"您确定要取消审核该"_qs + word + u"信息吗！"_qs)) return false;
+  if (isRefused(detail::dayLocked(side, kind, number, OnDay::Booked), prompt) ||
+      !prompt.ask(u"您确定要取消审核该"_qs + word + u"信息吗！"_qs))
+    return false;
 
   Transaction transaction(accountDb());
+  const PeriodLock lock;
   const RowSet rows =
       openSelect("select * from jxc_ysyfk_dj where gl_djh=? and k_djlx=? and k_check<>0", number, prefixOf(side, kind));
   if (rows.isEmpty()) return false;
   const Row document = rows.front();
+  lock.demandOpen(document.text("k_rq"), OnDay::Booked);
   takeBackDocument(side, kind, document);
   QString what = u"取消审核"_qs + word;
   if (kind == Kind::Payment && side.isCustomer()) what += u"，单据号："_qs + number;

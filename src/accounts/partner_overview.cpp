@@ -2,6 +2,7 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
+#include "core/period_lock.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/waiting.h"
@@ -140,12 +141,13 @@ bool recomputePartners(const PartnerSide& side, const QString& partner, const QS
     return false;
   {
     Transaction transaction(accountDb());
+    const QString first = PeriodLock().openFrom(from);  // what is locked stays as it is
     Filter filter;
     if (!partner.isEmpty()) filter.add(compose("{}=?", {side.sn}), partner);
     const RowSet partners =
         openSelect(Sql(compose("select {} as sn from {}", {side.sn, side.table})).where(filter).add(" order by id"));
     for (const Row row : partners)
-      recomputeYsyfk(row.text("sn"), side.which, from);
+      recomputeYsyfk(row.text("sn"), side.which, first);
     transaction.commit();
   }
   prompt.notice(QStringLiteral("重新计算完成！"));

@@ -2,6 +2,7 @@
 
 #include "accounts/partner_documents.h"
 #include "accounts/partner_ledger.h"
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -96,7 +97,8 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
   const DocumentFamily* const family = detail::settledFamily(side, typed.number);
   if (!family) return false;
   // One form for both sides, with the customers' words.
-  if (refused({{typed.amount == 0, u"收款不能为0！"_qs, Subject::Amount},
+  if (refused({lockedOn(typed.date),
+               {typed.amount == 0, u"收款不能为0！"_qs, Subject::Amount},
                {typed.employee.isEmpty(), u"经办人不能为空！"_qs, Subject::Employee}},
               prompt))
     return false;
@@ -104,6 +106,7 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
   draft.note = sanitizeText(typed.note.trimmed());
 
   Transaction transaction(accountDb());
+  PeriodLock().demandOpen(draft.date);
   const RowSet rows = detail::headOf(*family, draft.number);
   if (rows.isEmpty()) return false;
   const Row head = rows.front();

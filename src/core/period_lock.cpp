@@ -55,12 +55,11 @@ QString PeriodLock::openFrom(const QString& date) const {
 
 void setPeriodLock(const QString& day) {
   const QString before = PeriodLock().day();
-  insertRow("jxc_zmsd", {{"sd_rq", day}, {"sd_time", clock::stamp()}, {"a_name", session().a_name}});
+  insertRow("jxc_zmsd", {{"sd_rq", day},
+                         {"sd_time", clock::stamp()},
+                         {"a_name", session().a_name},
+                         {"sd_lsid", lookupNumber("select max(id) from jxc_goodslist")}});
   writeLog(day.isEmpty() ? u"解除账目锁定：原锁定到 "_qs + before : u"账目锁定到 "_qs + day);
-}
-
-Sql periodLockHistory() {
-  return Sql("select id,sd_rq,sd_time,a_name from jxc_zmsd order by id desc");
 }
 
 }  // namespace jxc

@@ -3,7 +3,6 @@
 
 #include "core/posting.h"
 #include "core/refusal.h"
-#include "core/sql.h"
 
 #include <QString>
 
@@ -54,8 +53,5 @@ inline Refusal lockedOn(const QString& date, OnDay what = OnDay::Dated) {
 /// transaction. Whether the operator may, and what is asked before, is the caller's: `maintenance/period_locking.h`,
 /// and a closing.
 void setPeriodLock(const QString& day);
-
-/// All locks and openings, the newest first: `sd_rq` (empty: opened), `sd_time`, `a_name`.
-Sql periodLockHistory();
 
 }  // namespace jxc

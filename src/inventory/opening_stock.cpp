@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/log.h"
+#include "core/period_lock.h"
 #include "core/posting.h"
 #include "core/refusal.h"
 #include "core/rounding.h"
@@ -18,9 +19,9 @@ namespace opening_stock_detail {
 constexpr char16_t kKnown[] = u"该仓库已有该商品，可以修改其数量和成本价！";
 constexpr char kGoods[] = "select g_sn,g_name,g_jm,dw_name,gg_name,color_name,g_bz,g_jj from jxc_goods";
 
-/// The first of January sorts before all documents of the year.
+/// The first of January sorts before all documents of the year; locked, the first day that is not.
 QString openingDay() {
-  return clock::today().left(4) + u"-01-01"_qs;
+  return PeriodLock().openFrom(clock::today().left(4) + u"-01-01"_qs);
 }
 
 double valueOf(double quantity, double cost) {
@@ -61,6 +62,14 @@ std::int64_t openingRow(const QString& goods, const QString& warehouse) {
       .toLongLong();
 }
 
+/// What the books hold of a goods in this warehouse behind the lock stays.
+Refusal rowsLocked(const QString& goods, const QString& warehouse) {
+  const PeriodLock lock;
+  const Ahead first = sendAhead("select min(gl_kdrq) from jxc_goodslist where g_sn=? and ck_sn=?", goods, warehouse);
+  const QString day = first.rows().text(0, 0);
+  return day.isEmpty() ? Refusal() : lock.against(day, OnDay::Booked);
+}
+
 QString refusalWords(const QString& goods, const QString& number, const QString& what) {
   return u"商品编号：%1 商品名称：%2  已发生过业务，单据号：%3 %4"_qs.arg(
       goods, lookupValue("select g_name from jxc_goods where g_sn=?", goods), number, what);
@@ -69,6 +78,7 @@ QString refusalWords(const QString& goods, const QString& number, const QString&
 /// What stands against another figure: today's stock would become the opening one. Rows that a closing or a sync wrote
 /// have no number and are named.
 std::optional<QString> cannotChange(const QString& goods, const QString& warehouse) {
+  if (const Refusal locked = rowsLocked(goods, warehouse)) return locked.text;
   QString number = firstDocument(goods, warehouse);
   if (number.isEmpty())
     number = lookupValue("select top 1 ghs_name from jxc_goodslist where g_sn=? and ck_sn=? and id<>? order by id",
@@ -171,6 +181,10 @@ class OpeningLines final : public ManyLines {
 bool removeOne(const QString& warehouse, const QString& goods, QStringList& refusals) {
   if (const QString number = firstDocument(goods, warehouse); !number.isEmpty()) {
     refusals << refusalWords(goods, number, u"不能删除！"_qs);
+    return false;
+  }
+  if (const Refusal locked = rowsLocked(goods, warehouse)) {
+    refusals << locked.text;
     return false;
   }
   const RowSet balance = openSelect("select sum(kc_sl) as sl,sum(" + roundedExpression("kc_sl*kc_cbj", totalDigits()) +

@@ -172,7 +172,9 @@ CopyResult takeUncounted(const LinePlace& place, Lines where, const QStringList&
   CopyResult result;
   result.number = place.number;
   Transaction transaction(accountDb());
-  result.closed = where == Lines::Waiting && !stocktaking_detail::isWaiting(place.number);
+  if (where == Lines::Waiting)
+    result.closed = stocktaking_detail::isWaiting(place.number) ? linesLocked(families::stocktake, place.number)
+                                                                : Refusal(changedMeanwhile(place.number));
   if (result.closed) return result;
   if (where == Lines::Draft) result.number = usableDraftNumber(families::stocktake, place.number, place.date);
   LinePlace here = place;
@@ -215,17 +217,20 @@ bool join(const QString& into, const QString& from, Prompt& prompt) {
     return false;
   };
   const std::vector<OnBoth> both = onBoth(into, from);
+  if (isRefused(linesLocked(families::stocktake, into), prompt)) return false;
   if (!fits() || !prompt.ask(joinQuestion(into, from, both))) return false;
   bool joined = false;
+  Refusal locked;
   {
     Transaction transaction(accountDb());
-    joined = fits() && onBoth(into, from) == both;
+    locked = linesLocked(families::stocktake, into);  // both are of one day
+    joined = !locked && fits() && onBoth(into, from) == both;
     if (joined) {
       takeIn(into, from, both);
       transaction.commit();
     }
   }
-  return !refused({{!joined, u"单据已变动，请重新合并！"_qs}}, prompt);
+  return !refused({locked, {!joined, u"单据已变动，请重新合并！"_qs}}, prompt);
 }
 
 }  // namespace jxc::stocktaking

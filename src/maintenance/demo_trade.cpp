@@ -403,12 +403,12 @@ void Trade::arrive(const QString& number) {
 }
 
 int Trade::auditFamily(const DocumentFamily& family, int leave) {
-  const RowSet waiting = openSelect(
-      compose("select {},{} from {} where {}=0 order by id", {family.number, family.date, family.head, family.status}));
+  const RowSet waiting =
+      openSelect(compose("select {} from {} where {}=0 order by id", {family.number, family.head, family.status}));
   int audited = 0;
   for (int row = 0; row < waiting.rowCount() - leave; ++row) {
     const QString number = waiting.text(row, 0);
-    if (auditDocument(family, number, waiting.text(row, 1), prompt_) != AuditOutcome::Audited)
+    if (checkDj(family, number, prompt_) != AuditOutcome::Audited)
       throw std::logic_error("demonstration: not audited: " + number.toStdString());
     arrive(number);
     ++audited;
@@ -433,8 +433,7 @@ bool Trade::correctSale() {
   workAs(staff_.manager);
   if (lookupNumber("select ls_status from jxc_lsxsd where gl_djh=?", sale.number) != 1) return false;
   if (!cancelSale(sale.number, prompt_, CancelMode::Batch)) return false;
-  const auto head = openSelect("select ls_xsrq from jxc_lsxsd where gl_djh=?", sale.number);
-  return auditDocument(families::sale, sale.number, head.text(0, 0), prompt_) == AuditOutcome::Audited;
+  return checkDj(families::sale, sale.number, prompt_) == AuditOutcome::Audited;
 }
 
 void Trade::leaveDrafts() {

@@ -121,6 +121,8 @@ constexpr KindWords table[] = {
     {Kind::OddFigure, "odd-figure", Note, u"不寻常的数字", u"数量或金额超过一百万，多半是把条码扫进了数量栏",
      u"查看该单据，输错的取消审核后改正"},
     {Kind::FutureDay, "future-day", Note, u"不寻常的日期", u"日期在今天以后", u"查看该单据，输错的取消审核后改正"},
+    {Kind::LockedDay, "locked-day", Note, u"账目锁定",
+     u"账目锁定以后又有锁定日期的流水：前台收银不受锁定限制，其他单据不应有", u"查看该单据，不对的解除锁定后改正"},
     {Kind::ClockBehind, "clock-behind", Note, u"本机的时钟", u"本机的日期早于日志最后一条的日期", u"检查本机的时钟"},
 
     {Kind::Draft, "draft", Note, u"未保存的单据", u"有商品明细，单据还没有保存", u"打开对应界面保存或放弃"},

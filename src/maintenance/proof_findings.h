@@ -81,6 +81,7 @@ enum class Kind : std::uint8_t {
   // hardly meant
   OddFigure,
   FutureDay,
+  LockedDay,
   ClockBehind,
   // drafts
   Draft,

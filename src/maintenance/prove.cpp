@@ -54,7 +54,8 @@ void proveObjects(Books& books) {
 
 void proveUnusual(Books& books) {
   const auto placeOf = [&books](const LedgerRow& row) {
-    return Place{books.numbers.shown(row.number) + u' ' + books.nameOf(books.pairs[static_cast<std::size_t>(row.pair)]),
+    const QString number = row.number < 0 ? u"流水 "_qs + QString::number(row.id) : books.numbers.shown(row.number);
+    return Place{number + u' ' + books.nameOf(books.pairs[static_cast<std::size_t>(row.pair)]),
                  QString::number(row.quantity) + u'，' + QString::fromStdString(books.dateOf(row)),
                  {}};
   };
@@ -63,6 +64,14 @@ void proveUnusual(Books& books) {
     if (std::max(std::fabs(row.quantity), std::fabs(row.net)) > mostUsual)
       books.findings.add(Kind::OddFigure, [&] { return placeOf(row); });
     if (books.dateOf(row) > today) books.findings.add(Kind::FutureDay, [&] { return placeOf(row); });
+  }
+  if (const RowSet lock = books.select("select top 1 sd_rq,sd_lsid from jxc_zmsd order by id desc");
+      !lock.isEmpty() && !lock.text(0, 0).isEmpty()) {
+    const std::string day = lock.text(0, 0).toStdString();
+    const std::int64_t lastThen = lock.integer(0, 1);
+    for (const LedgerRow& row : books.rows)
+      if (row.id > lastThen && books.dateOf(row) <= day + '~')
+        books.findings.add(Kind::LockedDay, [&] { return placeOf(row); });
   }
   const RowSet last = books.select(lastLogEntry);
   const QString day = last.isEmpty() || last.isNull(0, 0) ? QString() : last.text(0, 0).left(10);

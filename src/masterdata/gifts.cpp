@@ -1,6 +1,7 @@
 #include "masterdata/gifts.h"
 
 #include "core/deletion.h"
+#include "core/period_lock.h"
 #include "core/pinyin.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -127,11 +128,13 @@ bool remove(std::int64_t id, Prompt& prompt) {
 
 bool receive(std::int64_t id, const Receipt& receipt, Prompt& prompt) {
   if (refused({{receipt.date.isEmpty(), u"进货日期必须填写！"_qs, Subject::Date},
+               lockedOn(receipt.date),
                {receipt.quantity < 0, u"进货数量不能为负数！"_qs, Subject::Quantity}},
               prompt) ||
       isTooMany(receipt.quantity, prompt))
     return false;
   Transaction transaction(accountDb());
+  PeriodLock().demandOpen(receipt.date);
   const QString number = lookupValue("select zp_sn from jxc_zpxx where id=?", id);
   if (number.isEmpty()) throw DbError(DbError::Kind::Other, u"该赠品已被删除！"_qs);
   insertRow("jxc_zpjh", {{"zp_sn", number},

@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/letter_search.h"
+#include "core/period_lock.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -27,13 +28,14 @@ bool taken(const char* sql, const QString& value, std::int64_t id) {
 }
 
 /// Opening stock stands in the ledger five years back, so that it sorts before every document. Lenses come to a running
-/// shop a range at a time: theirs begins on the day it is keyed in, with the plain amount.
+/// shop a range at a time: theirs begins on the day it is keyed in, with the plain amount. Where that day is locked it
+/// is the first one that is not.
 void writeOpeningStock(const GoodsDraft& draft) {
   const double quantity = draft.openingStock;
   const double price = draft.purchasePrice;
   const double amount = draft.lens ? price * quantity : roundEps(price * quantity, totalDigits());
-  const QString openingDate =
-      draft.lens ? clock::today() : QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5);
+  const QString openingDate = PeriodLock().openFrom(
+      draft.lens ? clock::today() : QStringLiteral("%1-01-01").arg(clock::now().date().year() - 5));
 
   addToMonth(draft.warehouse, quantity, quantity * price);
   const RowSet goods =

@@ -2,6 +2,7 @@
 
 #include "core/deletion.h"
 #include "core/log.h"
+#include "core/period_lock.h"
 #include "core/pinyin.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -41,6 +42,12 @@ std::optional<QString> firstUse(const QString& number) {
     if (const RowSet used = openSelect(statement, number); !used.isEmpty()) return used.text(0, 0);
   }
   return {};
+}
+
+/// What the books hold of it behind the lock stays, and the article with it.
+Refusal rowsLocked(const QString& number) {
+  const QString first = lookupValue("select min(gl_kdrq) from jxc_goodslist where g_sn=?", number);
+  return first.isEmpty() ? Refusal() : lockedOn(first, OnDay::Booked);
 }
 
 /// Opening stock goes with its article; a line of the log stays.
@@ -200,6 +207,8 @@ bool deleteGoods(std::int64_t id, Prompt& prompt) {
                          const QString number = row.text("g_sn");
                          if (number == kBalancing) return Hindrance{u"该商品为系统内置商品，不能删除！"_qs, {}, {}};
                          const auto use = firstUse(number);
+                         const Refusal locked = use ? Refusal() : rowsLocked(number);
+                         if (locked) return Hindrance{locked.text, {}, orDisable()};
                          if (!use) return {};
                          return Hindrance{u"该商品已发生过业务，单据号：%1 不能删除！"_qs.arg(*use), {}, orDisable()};
                        },
@@ -219,6 +228,8 @@ std::optional<GoodsDeletion> deleteGoodsBatch(const GoodsIds& ids, const GoodsPr
       result.refusals << who + QStringLiteral("为系统内置商品，不能删除！");
     } else if (const auto use = firstUse(number)) {
       result.refusals << who + QStringLiteral("已发生过业务，单据号：%1 不能删除！").arg(*use);
+    } else if (const Refusal locked = rowsLocked(number)) {
+      result.refusals << who + locked.text;
     } else {
       execSql("delete from jxc_goods where id=?", id);
       eraseTraces(number, rows.text(0, 1));

@@ -168,7 +168,7 @@ std::optional<CopyResult> takeLensSheets(std::vector<LensSheet>& sheets, const M
   tellPassedOver(memory, asked);
 
   const AddedLines added = *rules.addLines(target, place, drafts);
-  refused({{added.closed, changedMeanwhile(place.number)}}, asked);
+  isRefused(added.closed, asked);
   return CopyResult{.lines = added.lines, .number = added.number};
 }
 

@@ -8,7 +8,9 @@
 #include "core/letter_search.h"
 #include "core/log.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/pinyin.h"
+#include "core/posting.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -111,7 +113,7 @@ QString line(const QString& typed) {
 
 /// The opening amount is a document of its own in the partner ledger, so that the running balance starts with it.
 void writeOpening(const PartnerSide& side, const QString& number, double amount) {
-  const QString today = clock::today();
+  const QString today = PeriodLock().openFrom(clock::today());
   const QString type = typeText(side);
   const QString word = words(side.openingWord);
   execSql("delete from jxc_ysyfk_dj where k_type=? and k_ghskh=?", type, number);
@@ -146,6 +148,18 @@ void writeOpening(const PartnerSide& side, const QString& number, double amount)
           document);
 }
 
+/// What the books hold of a partner behind the lock stays.
+Refusal linesLocked(const PartnerSide& side, const QString& number) {
+  const PeriodLock lock;
+  const Ahead owed = sendAhead("select min(k_rq) from jxc_ysyfk where k_type=? and k_ghskh=?", typeText(side), number);
+  const Ahead paid =
+      sendAhead("select min(xj_rq) from jxc_xjyh where ghs_sn=? and gl_djh like ?", number, side.settlementLike.data());
+  for (const Ahead* each : {&owed, &paid})
+    if (const QString first = each->rows().text(0, 0); !first.isEmpty())
+      if (const Refusal locked = lock.against(first, OnDay::Booked)) return locked;
+  return {};
+}
+
 /// The opening document keeps its number and its day; one that began with nothing owed gets its document now.
 void changeOpening(const PartnerSide& side, const QString& number, double amount) {
   const QString type = typeText(side);
@@ -153,6 +167,17 @@ void changeOpening(const PartnerSide& side, const QString& number, double amount
       execSql("update jxc_ysyfk set k_ljje=?,k_yfje=? where k_type=? and k_ghskh=?", amount, amount, type, number);
   execSql("update jxc_ysyfk_dj set k_ljje=?,k_yfje=? where k_type=? and k_ghskh=?", amount, amount, type, number);
   if (lines == 0) writeOpening(side, number, amount);
+}
+
+QString numberOf(const PartnerSide& side, std::int64_t id) {
+  return lookupValue(compose("select {} from {} where id=?", {side.sn, side.table}), id);
+}
+
+/// Whether another opening amount would be written, and on a day that is locked.
+Refusal openingLocked(const PartnerSide& side, const PartnerDraft& draft) {
+  const QString number = numberOf(side, draft.id);
+  if (readPartner(side, draft.id).opening == draft.opening || !openingIsOpen(side, number)) return {};
+  return linesLocked(side, number);
 }
 
 QString saveNew(const PartnerSide& side, const PartnerDraft& draft, const QString& name) {
@@ -295,15 +320,18 @@ std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& 
       !lookupValue(compose("select top 1 {} from {} where {}=? and id<>?", {side.name, side.table, side.name}), name,
                    draft.id)
            .isEmpty();
+  if (draft.id != 0 && isRefused(openingLocked(side, draft), prompt)) return {};
   if (taken && !prompt.ask(words(side.noun) + QStringLiteral("已经存在，确认可以重复吗？"))) return {};
 
   Transaction transaction(accountDb());
+  if (draft.id != 0)
+    if (const Refusal locked = openingLocked(side, draft)) throw PeriodLocked(locked.text.toStdString());
   if (draft.isDefault) execSql(compose("update {} set {}=0", {side.table, side.isDefault}));
   QString number;
   if (draft.id == 0) {
     number = saveNew(side, draft, name);
   } else {
-    number = lookupValue(compose("select {} from {} where id=?", {side.sn, side.table}), draft.id);
+    number = numberOf(side, draft.id);
     saveChanged(side, draft, number, name);
   }
   saveCustomerExtras(side, draft, number);
@@ -322,8 +350,9 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
          if (number == QLatin1String(builtInNumber))
            return Hindrance{u"该%1为系统内置%1，不能删除！"_qs.arg(noun), {}, orRename()};
          const QString holder = firstMention(side.business, number);
-         if (holder.isEmpty()) return {};
-         return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
+         if (!holder.isEmpty()) return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
+         const Refusal locked = linesLocked(side, number);
+         return locked ? std::optional(Hindrance{locked.text, {}, orDisable()}) : std::nullopt;
        },
        .alsoDelete =
            [&](const Row& row) {

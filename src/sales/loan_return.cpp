@@ -303,10 +303,11 @@ std::optional<QString> save(const ReturnDraft& draft, Prompt& prompt) {
   const auto before = staged();
   if (refused({{before.empty(), u"单据表中没有数据，不能保存！"_qs, Subject::Lines},
                {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+               auditGate(draft.number, draft.date),
                warehouseGone(draft.warehouse),
                standsAgainst(draft, before)},
               prompt) ||
-      !prompt.ask(u"数据保存后不能再修改，是否确认保存！"_qs) || isRefused(auditGate(draft.number, draft.date), prompt))
+      !prompt.ask(u"数据保存后不能再修改，是否确认保存！"_qs))
     return {};
 
   Refusal changed;

@@ -160,13 +160,14 @@ std::optional<Conversion> open(std::int64_t line, Prompt& prompt) {
 std::optional<Converted> save(const Conversion& c, Prompt& prompt) {
   using namespace loan_sale_detail;
   if (refused({{c.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
+               auditGate(c.loan, c.date),
                warehouseGone(c.warehouse),
                standsAgainst(c),
                impossible(c)},
               prompt) ||
       !sale::rules().lines().mayPrice(lineOf(c), prompt) ||
       (c.settlement == Settlement::RestOnAccount && !mayGoOnAccount(c.partner, c.payable - c.paid, prompt)) ||
-      !prompt.ask(u"数据保存后不能再修改，是否确认保存！"_qs) || isRefused(auditGate(c.loan, c.date), prompt))
+      !prompt.ask(u"数据保存后不能再修改，是否确认保存！"_qs))
     return {};
 
   Refusal changed;

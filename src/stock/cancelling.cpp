@@ -3,6 +3,8 @@
 #include "accounts/cash_ledger.h"
 #include "accounts/partner_ledger.h"
 #include "core/log.h"
+#include "core/period_lock.h"
+#include "core/posting.h"
 #include "core/prompt.h"
 #include "core/refusal.h"
 #include "core/session.h"
@@ -59,14 +61,25 @@ Refusal shortageOf(const Rules& rules, const Head& head) {
   return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
 }
 
+/// What was paid and invoiced for it goes along, and may be of an earlier day than the document.
+Refusal dayLocked(const Head& head) {
+  const PeriodLock lock;
+  const Ahead paid =
+      sendAhead("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", head.number, head.number);
+  const Ahead invoiced = sendAhead("select min(fp_rq) as rq from jxc_fpdjb where gl_djh=?", head.number);
+  QString first = head.date;
+  for (const Ahead* each : {&paid, &invoiced})
+    if (const QString day = each->rows().text(0, 0); !day.isEmpty()) first = std::min(first, day);
+  return lock.against(first, OnDay::Booked);
+}
+
 /// Everything that may stand against it, asked in the order in which the operator sees it.
 bool mayGo(const Rules& rules, const QString& number, Head& head, Refusal& shortage, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   if (!cancel_checks::hasCancelRight(family, prompt)) return false;
   if (isRefused(effectElsewhere(rules, number), prompt)) return false;
   if (!trading::readAudited(rules, number, head)) return false;
-  if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) ||
-      !cancel_checks::passesGate(number, head.date, prompt) ||
+  if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) || isRefused(dayLocked(head), prompt) ||
       !cancel_checks::isConfirmed(question(rules, number), prompt, mode))
     return false;
   shortage = shortageOf(rules, head);
@@ -112,8 +125,10 @@ void cancelMoney(const Rules& rules, const Head& head) {
     for (const Row line : each)
       lines.emplace(line.integer("id"), line);
   std::map<QString, QString> accounts;  // each with its first day
+  const PeriodLock lock;
   for (const auto& [id, line] : lines) {
     const QString date = line.text("xj_rq");
+    lock.demandOpen(date, OnDay::Booked);
     const auto known = accounts.try_emplace(line.text("xj_kmmc"), date).first;
     known->second = std::min(known->second, date);
   }
@@ -163,6 +178,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       return false;
     }
     changed = effectElsewhere(rules, number);
+    if (!changed) changed = dayLocked(head);
     if (!changed) {
       const auto now = shortageOf(rules, head);
       if (now != shortage) changed = now;

@@ -1,5 +1,6 @@
 #include "stock/conversion.h"
 
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/rounding.h"
 #include "core/session.h"
@@ -200,7 +201,9 @@ SaveResult ConversionRules::save(const ConversionDraft& typed, Prompt& prompt) c
   ConversionDraft draft = typed;
   draft.number = keepWhole(draft);
   const SaveResult refusedSave{.number = draft.number};
+  const PeriodLock lock;
   if (refused({{partCount(draft.number) == 0, u"单据中没有业务发生，不能保存！"_qs, Subject::Lines},
+               lock.against(draft.date),
                {draft.goods.isEmpty(), words(direction_.noGoods), Subject::Goods},
                {draft.quantity <= 0, words(direction_.noQuantity), Subject::Quantity},
                {isAmongItsParts(draft), words(direction_.intoItself), Subject::Lines, draft.goods},

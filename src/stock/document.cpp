@@ -5,6 +5,7 @@
 #include "core/habits.h"
 #include "core/log.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/posting.h"
 #include "core/rights.h"
 #include "core/rounding.h"
@@ -119,9 +120,24 @@ void deleteDocument(const DocumentFamily& family, const QString& number) {
   if (!family.onDelete.empty()) execSql(family.onDelete, number);
 }
 
+/// The day that a waiting document has once its head was changed: behind the lock it can only be moved out.
+QString dayAfter(const HeadEdit& edit, const QString& before) {
+  return edit.date.isEmpty() ? before : edit.date;
+}
+
+Ahead askDate(const DocumentFamily& family, const QString& number) {
+  return sendAhead(compose("select top 1 {} from {} where {}=? order by {} desc,id",
+                           {family.date, family.head, family.number, family.status}),
+                   number);
+}
+QString dateIn(const Ahead& asked) {
+  return asked.rows().isEmpty() ? QString() : asked.rows().text(0, 0);
+}
+
 /// The number that the document has then; empty: it waits no longer.
 QString rewriteHead(const DocumentFamily& family, const QString& number, const HeadEdit& edit) {
   Transaction transaction(accountDb());
+  const PeriodLock lock;
   if (!isWaiting(family, number)) return {};
   const std::int64_t head = firstIdOf(family.head, family.number, number);
   const auto set = [&](std::string_view field, const auto& value, auto sign) {
@@ -132,6 +148,7 @@ QString rewriteHead(const DocumentFamily& family, const QString& number, const H
   };
   QString fresh = number;
   const QString before = lookupValue(compose("select {} from {} where id=?", {family.date, family.head}), head);
+  lock.demandOpen(dayAfter(edit, before));
   if (!edit.date.isEmpty() && edit.date != before.left(10)) {
     if (family.redateRenewsNumber || isNumberTaken(family.lines, family.number, number))
       fresh = nextDocNoOn(family.lines, family.number, words(family.prefix), edit.date);
@@ -270,11 +287,15 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
   if (!prompt.askUnlessHabit(document_detail::saveQuestion(family), kSavesAtOnce)) return result;
 
   bool wentShort = false;
-  const auto locked = auditNow ? auditGate(request.number, request.date) : std::nullopt;
-  const bool mayAudit = auditNow && !locked;
+  Refusal changed = changedMeanwhile(request.number);
   result.saved = onDocument(request.number, u"保存", [&] {
     Transaction transaction(accountDb());
+    const PeriodLock lock;
     if (isDraftSaved(family, request.number)) return false;
+    if (lock.holds(request.date)) {
+      changed = lock.against(request.date);
+      return false;
+    }
     result.number = document_detail::numberToSave(family, request.number, request.date);
     request.writeHead(result.number);
     const std::int64_t goodsLines = document_detail::ownLineCount(family, result.number, document_detail::ofGoods);
@@ -285,18 +306,17 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     // The operator has agreed to short stock a moment ago, as a refusal of his screen: not asked again here, unless
     // stock went while the question stood.
     const auto now = shortage();
-    wentShort = (now && now != agreed) || (mayAudit && family.isCount() && stock_count::passedOver(result.number)) ||
-                (mayAudit && family.standsAgainst && family.standsAgainst(result.number));
-    if (mayAudit && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
+    wentShort = (now && now != agreed) || (auditNow && family.isCount() && stock_count::passedOver(result.number)) ||
+                (auditNow && family.standsAgainst && family.standsAgainst(result.number));
+    if (auditNow && !wentShort) result.audited = auditInside(family, result.number) == AuditOutcome::Audited;
     transaction.commit();
     return true;
   });
   if (!result.saved) {
-    prompt.notice(changedMeanwhile(request.number));
+    isRefused(changed, prompt);
     return {.number = request.number};
   }
-  if (mayAudit && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
-  isRefused(locked, prompt);
+  if (auditNow && wentShort) result.audited = checkDj(family, result.number, prompt) == AuditOutcome::Audited;
   return result;
 }
 
@@ -379,12 +399,20 @@ void refreshWaitingTotals(const DocumentFamily& family, const QString& number) {
             paid, number);
 }
 
+Refusal linesLocked(const DocumentFamily& family, const QString& number) {
+  const PeriodLock lock;
+  const Ahead date = document_detail::askDate(family, number);
+  return date.rows().isEmpty() ? Refusal() : lock.against(document_detail::dateIn(date));
+}
+
 bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std::int64_t lineId, Prompt& prompt) {
   bool waits = false, emptied = false;
   std::optional<QString> stays;
+  Refusal locked;
   {
     Transaction transaction(accountDb());
-    waits = document_detail::isWaiting(family, number);
+    locked = linesLocked(family, number);
+    waits = document_detail::isWaiting(family, number) && !locked;
     if (waits && family.stays) stays = family.stays(number);
     if (waits) execSql(compose("delete from {} where id=? and {}=?", {family.lines, family.number}), lineId, number);
     // What makes it stay hangs on one of its lines: the others may go.
@@ -401,7 +429,7 @@ bool deleteWaitingLine(const DocumentFamily& family, const QString& number, std:
       transaction.commit();
     }
   }
-  refused({{!waits, changedMeanwhile(number)}, stays}, prompt);
+  refused({locked, {!waits, changedMeanwhile(number)}, stays}, prompt);
   return emptied;
 }
 
@@ -448,6 +476,9 @@ QString changeWaitingHead(const DocumentFamily& family, const QString& number, c
   }
 
   if (!session().canChangeDocDate) return {};
+  const PeriodLock lock;
+  const Ahead before = document_detail::askDate(family, number);
+  if (isRefused(lock.against(document_detail::dayAfter(edit, document_detail::dateIn(before))), prompt)) return {};
   const QString fresh = document_detail::rewriteHead(family, number, edit);
   refused({{fresh.isEmpty(), changedMeanwhile(number)}}, prompt);
   return fresh;

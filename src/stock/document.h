@@ -129,9 +129,13 @@ inline constexpr QStringView wePayText = u"我方付运费";
 
 // ---- audit -------------------------------------------------------------------------------------------------------
 
-/// Asked before every audit and every cancel: the reason why not. Never one here: the place of a period lock.
-std::optional<QString> auditGate(const QString& number, const QString& date);
-std::optional<QString> cancelGate(const QString& number, const QString& date);
+/// Asked before every audit and every cancel: why not on a document of this date. The lock of the books
+/// (`core/period_lock.h`); what audits and cancels asks it once more inside its transaction.
+Refusal auditGate(const QString& number, const QString& date);
+Refusal cancelGate(const QString& number, const QString& date);
+/// What stands against another line, or less of it, on a waiting document: its day is locked. It may be deleted whole,
+/// or moved to a day that is open, and nothing else.
+Refusal linesLocked(const DocumentFamily& family, const QString& number);
 
 /// Settles heads that share a number (two operators saved at once): the first operator keeps it, the others get fresh
 /// numbers for their dates with their lines; an audited head keeps it against all.
@@ -148,14 +152,13 @@ enum class AuditOutcome {
 /// What an audit dialog changes on the head with this id before it is audited, in place of what audit itself derives.
 using HeadChange = std::function<void(std::int64_t headId)>;
 /// The audit itself, without a question, inside the caller's transaction: number settled, head audited, effects posted.
+/// Throws PeriodLocked where its day is locked.
 AuditOutcome auditInside(const DocumentFamily& family, const QString& number, const HeadChange& change = {});
 /// Asks about short stock where the family tests it, then audits in one transaction; refuses when the stock fell short
-/// while the question stood.
+/// while the question stood. The gate is asked along with what it reads first.
 AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Prompt& prompt, const HeadChange& change);
 /// Audits one document as it stands.
 AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt& prompt);
-/// Audit gate, then `checkDj`. A gate's message is shown and refuses.
-AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt);
 
 /// `auditEach` of documents, each of the family that its number tells.
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,

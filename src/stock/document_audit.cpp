@@ -1,6 +1,7 @@
 // 单据审核: audit of stock/document.h: gates, shared numbers, one document, a list.
 #include "core/clock.h"
 #include "core/numbers.h"
+#include "core/period_lock.h"
 #include "core/posting.h"
 #include "core/refusal.h"
 #include "core/session.h"
@@ -46,11 +47,11 @@ void renumber(const DocumentFamily& family, const QString& number, const QString
 
 }  // namespace document_audit_detail
 
-std::optional<QString> auditGate(const QString&, const QString&) {
-  return {};
+Refusal auditGate(const QString&, const QString& date) {
+  return lockedOn(date);
 }
-std::optional<QString> cancelGate(const QString&, const QString&) {
-  return {};
+Refusal cancelGate(const QString&, const QString& date) {
+  return lockedOn(date, OnDay::Booked);
 }
 
 void claimNumber(const DocumentFamily& family, const QString& number) {
@@ -90,7 +91,8 @@ void claimNumber(const QString& number, QStringView kind) {
 AuditOutcome auditInside(const DocumentFamily& family, const QString& number, const HeadChange& change) {
   using namespace document_audit_detail;
   if (!family.post) throw std::logic_error("this family is audited by its own rules");
-  const Ahead asked = askHead(family, number);  // travels with the question behind it
+  const PeriodLock lock;  // travel with the question behind them
+  const Ahead asked = askHead(family, number);
   claimNumber(family, number);
   // A single head has nothing to settle.
   const RowSet heads = asked.rows().rowCount() == 1 ? asked.rows() : headOf(family, number);
@@ -100,6 +102,7 @@ AuditOutcome auditInside(const DocumentFamily& family, const QString& number, co
     deleteWaitingHeads(family, number);
     return AuditOutcome::AlreadyAudited;
   }
+  lock.demandOpen(head.text(family.date));
   const std::int64_t id = head.integer("id");
   if (change)
     change(id);
@@ -116,6 +119,7 @@ AuditOutcome auditInside(const DocumentFamily& family, const QString& number, co
 AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Prompt& prompt,
                          const HeadChange& change) {
   using namespace document_audit_detail;
+  const PeriodLock lock;
   const Ahead lines = askLineCount(family, number);
   RowSet heads = headOf(family, number);
   const auto gone = [&] {
@@ -130,6 +134,7 @@ AuditOutcome auditAsking(const DocumentFamily& family, const QString& number, Pr
   }
   if (heads.isEmpty()) return gone();
   const bool waiting = heads.front().integer(family.status) == 0;
+  if (waiting && isRefused(lock.against(heads.front().text(family.date)), prompt)) return AuditOutcome::Refused;
   const QString warehouse = heads.front().text(family.warehouse);
   const auto standsAgainst = [&] {
     return waiting && family.standsAgainst ? family.standsAgainst(number) : std::nullopt;
@@ -178,10 +183,6 @@ AuditOutcome checkDj(const DocumentFamily& family, const QString& number, Prompt
   return auditAsking(family, number, prompt, {});
 }
 
-AuditOutcome auditDocument(const DocumentFamily& family, const QString& number, const QString& date, Prompt& prompt) {
-  return isRefused(auditGate(number, date), prompt) ? AuditOutcome::Refused : checkDj(family, number, prompt);
-}
-
 std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt& prompt,
                             const AuditProgress& progress) {
   return auditEach(
@@ -191,7 +192,7 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
            [&](const ListedDocument& document, Prompt& collecting) {
              const DocumentFamily& family = documentFamily(document.number);
              if (family.isCount() && isRefused(stock_count::passedOver(document.number), collecting)) return false;
-             return auditDocument(family, document.number, document.date, collecting) == AuditOutcome::Audited;
+             return checkDj(family, document.number, collecting) == AuditOutcome::Audited;
            },
        .progress = progress},
       prompt);

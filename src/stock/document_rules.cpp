@@ -3,6 +3,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/defaults.h"
 #include "core/fillers.h"
+#include "core/period_lock.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -194,7 +195,9 @@ void DocumentRules::begin(DocumentDraft& draft, const QString& lastDate) const {
 }
 
 bool DocumentRules::isIncomplete(const DocumentDraft& draft, Prompt& prompt, const Refusal& own) const {
+  const PeriodLock lock;
   return refused({withoutGoods(family(), draft.number, u"单据中没有业务发生，不能保存！"_qs),
+                  lock.against(draft.date),
                   own,
                   {draft.salesperson.isEmpty(), u"请选择经办人！"_qs, Subject::Employee},
                   {draft.warehouse.isEmpty(), u"请选择仓库！"_qs, Subject::Warehouse},

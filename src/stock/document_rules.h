@@ -61,7 +61,7 @@ struct AddedLines {
   int lines = 0;
   std::int64_t last = 0;  // id; 0: none was written
   QString number;         // the document's number now
-  bool closed = false;    // it waits no longer, and nothing was written: told by whoever asked for it
+  Refusal closed;         // why nothing was written: it waits no longer, or its day is locked; told by whoever asked
 };
 
 /// Answers remembered while one picking screen is open.
@@ -83,7 +83,7 @@ struct CopyResult {
   int lines = 0;
   QString number;
   QStringList leftOff = {};  // "number name" of picked goods that the warehouse turned out not to know
-  bool closed = false;       // as of `AddedLines`
+  Refusal closed = {};       // as of `AddedLines`
 };
 
 /// What is to be told of a price that a spreadsheet brings.

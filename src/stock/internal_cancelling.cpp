@@ -1,5 +1,6 @@
 // 内部单据取消审核: cancel of the documents within the house and of loans, of stock/cancelling.h.
 #include "core/log.h"
+#include "core/period_lock.h"
 #include "core/refusal.h"
 #include "core/statements.h"
 #include "stock/cancel_checks.h"
@@ -88,6 +89,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
   Refusal changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
+    const PeriodLock lock;
     if (!readHead(family, askHead(family, number).rows(), head) || head.status != 1) {
       changed = changedMeanwhile(number);
       return false;
@@ -95,6 +97,7 @@ bool cancel(const DocumentFamily& family, const QString& number, Prompt& prompt,
     const auto shortage = shortageOf(rules, number);
     changed = heldBy(rules, number);
     if (family.isCount()) changed = stock_count::movedSinceAudit(number);
+    if (!changed) changed = lock.against(head.date, OnDay::Booked);
     if (!changed && shortage != agreed) changed = shortage;
     if (!changed) {
       takeBack(rules, head);

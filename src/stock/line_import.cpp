@@ -241,7 +241,7 @@ std::optional<ImportResult> importLines(std::span<const ImportLine> lines, const
   }
   const auto added = rules.addLines(target, place, taken, progress);
   if (!added) return std::nullopt;
-  refused({{added->closed, changedMeanwhile(place.number)}}, asked);
+  isRefused(added->closed, asked);
   return ImportResult{.rows = static_cast<int>(lines.size()),
                       .taken = added->lines,
                       .number = added->number,

@@ -2,6 +2,7 @@
 
 #include "core/fillers.h"
 #include "core/log.h"
+#include "core/period_lock.h"
 #include "core/posting.h"
 #include "core/refusal.h"
 #include "core/statements.h"
@@ -298,8 +299,9 @@ bool takeBack(const PartialMovement& m, const QString& number, Prompt& prompt, C
   Refusal changed;
   const bool done = onDocument(number, u"取消审核", [&] {
     Transaction transaction(accountDb());
+    const PeriodLock lock;
     head = detail::readHead(m, number);
-    if (!head) changed = changedMeanwhile(number);
+    changed = head ? lock.against(head->date, OnDay::Booked) : Refusal(changedMeanwhile(number));
     if (!changed) changed = detail::returnBehind(m, number);
     if (!changed) {
       const auto now = detail::shortWhenGone(m, *head);

@@ -204,12 +204,12 @@ std::optional<QString> closeRest(const PartialMovement& m, const QString& source
   const Rest agreed = restOf(m, source);
   if (refused({{!hasRight(m.family->audit), u"您没有取消"_qs + doing + u"的权限！"_qs},
                {agreed.heads.isEmpty(), changedMeanwhile(source)},
+               auditGate(source, clock::today()),
                {!agreed.isThere(), u"单据"_qs + source + u"没有待"_qs + doing + u"的商品！"_qs}},
               prompt))
     return {};
   const std::optional<Way> way = askWay(m, agreed.money, prompt);
   if (!way || !mayGoShort(agreed.shortage, prompt)) return {};
-  if (isRefused(auditGate(source, clock::today()), prompt)) return {};
 
   Refusal changed;
   QString number;

@@ -1,5 +1,6 @@
 #include "stock/repair.h"
 
+#include "core/period_lock.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
@@ -144,13 +145,17 @@ bool forEachPair(const RowSet& pairs, const RepairProgress& progress, RepairPosi
   return true;
 }
 
-bool recomputeLedger(const QString& date, const QString& warehouse, const RepairProgress& progress,
+bool recomputeLedger(const QString& typed, const QString& warehouse, const RepairProgress& progress,
                      RepairPosition* position) {
   using namespace repair_detail;
   const LongWork longWork;
+  // What is locked stays as it is: the day after it goes on from its last figures.
+  const QString date = PeriodLock().openFrom(typed);
   if (!position || position->isEmpty()) {
     Transaction transaction(accountDb());
-    execSql("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
+    Sql carried("delete from jxc_goodslist where (ghs_name='期初结转' or ghs_name='库存同步') and gl_flag='qc'");
+    if (const QString locked = PeriodLock().day(); !locked.isEmpty()) carried.add(" and gl_kdrq>?", locked + u'~');
+    execSql(carried);
     removeSecondBalances();
     transaction.commit();
   }
@@ -162,7 +167,9 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
   StockDigits digits;
   digits.roundQuantity = false;
   if (!forEachPair(balances, progress, position, [&](const QString& goods, const QString& place) {
+        const PeriodLock lock;
         recomputeGoods(goods, place, date, digits);
+        lock.demandOpen(date);
         return true;
       }))
     return false;
@@ -173,10 +180,11 @@ bool recomputeLedger(const QString& date, const QString& warehouse, const Repair
   return true;
 }
 
-bool syncOutgoingCost(const QString& date, const QString& warehouse, bool changeDocuments,
+bool syncOutgoingCost(const QString& typed, const QString& warehouse, bool changeDocuments,
                       const RepairProgress& progress, RepairPosition* position) {
   using namespace repair_detail;
   const LongWork longWork;
+  const QString date = PeriodLock().openFrom(typed);
   Filter where;
   where.add("g_sn<>'00000000'").add("gl_kdrq>=?", date).add(rowsBehindAverage());
   if (!warehouse.isEmpty()) where.add("ck_sn=?", warehouse);
@@ -187,8 +195,10 @@ bool syncOutgoingCost(const QString& date, const QString& warehouse, bool change
       "gl_kdrq>=? and " +
       rowsBehindAverage() + " order by gl_kdrq,id";
   return forEachPair(pairs, progress, position, [&](const QString& goods, const QString& place) {
+    const PeriodLock lock;
     for (const Row row : openSelect(rowsOfPair, goods, place, date))
       syncRow(row, goods, getLedgerRowCost(goods, place, row.text("gl_kdrq"), row.integer("id")), changeDocuments);
+    lock.demandOpen(date);
     return true;
   });
 }

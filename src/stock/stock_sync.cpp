@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/defaults.h"
 #include "core/log.h"
+#include "core/period_lock.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -81,9 +82,11 @@ void writeBalance(Place& at, double shelf, double book) {
 
 /// A row of today for what the ledger lacks, at the cost of the day so that the average stays; rows dated later follow.
 void postDifference(const Place& at, const QString& employee) {
+  const PeriodLock lock;
   const RowSet goods =
       openSelect("select g_name,g_jm,dw_name,gg_name,color_name from jxc_goods where g_sn=?", at.goods);
   if (goods.isEmpty()) return;
+  lock.demandOpen(clock::today(), OnDay::Booked);
   const double pieces = at.book - at.stock, cost = getGoodsCost(at.goods, at.warehouse, clock::today());
   const Row named = goods.front();
   postLedgerRow({{"gl_flag", "qc"},

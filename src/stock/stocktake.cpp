@@ -167,8 +167,7 @@ std::optional<int> auditAll(const std::vector<ListedDocument>& documents, Prompt
        .audit =
            [](const ListedDocument& document, Prompt& collecting) {
              return !isRefused(passedOver(document.number), collecting) &&
-                    auditDocument(families::stocktake, document.number, document.date, collecting) ==
-                        AuditOutcome::Audited;
+                    checkDj(families::stocktake, document.number, collecting) == AuditOutcome::Audited;
            },
        .progress = progress},
       prompt);

@@ -1,5 +1,6 @@
 #include "stock/table_lines.h"
 
+#include "core/period_lock.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/small_lookups.h"
@@ -165,12 +166,13 @@ TableLines::Head TableLines::headOf(Lines where, const QString& number) const {
   if (where != Lines::Waiting) return {};
   const DocumentFamily& f = family();
   const std::string_view atOnce = f.allMoved.empty() ? f.status : f.allMoved;
+  const PeriodLock lock;
   const RowSet heads =
-      openSelect(compose("select top 1 {} as status,{} as atonce from {} where {}=? order by {} desc,id",
-                         {f.status, atOnce, f.head, f.number, f.status}),
+      openSelect(compose("select top 1 {} as status,{} as atonce,{} as rq from {} where {}=? order by {} desc,id",
+                         {f.status, atOnce, f.date, f.head, f.number, f.status}),
                  number);
-  if (heads.isEmpty()) return {.closed = true};
-  return {.closed = heads.front().integer("status") == 1, .movesAtOnce = heads.front().flag("atonce")};
+  if (heads.isEmpty() || heads.front().integer("status") == 1) return {.closed = changedMeanwhile(number)};
+  return {.closed = lock.against(heads.front().text("rq")), .movesAtOnce = heads.front().flag("atonce")};
 }
 
 QString TableLines::numberOf(Lines where, const Row& row) const {
@@ -239,7 +241,7 @@ std::int64_t TableLines::insert(Lines where, const QString& number, const QStrin
 LineResult TableLines::addLine(Lines where, const LinePlace& place, const LineDraft& draft, Prompt& prompt) const {
   if (!figuresOf(draft)) return {.number = place.number};
   const AddedLines added = *addLines(where, place, {&draft, 1});
-  refused({{added.closed, changedMeanwhile(place.number)}}, prompt);
+  isRefused(added.closed, prompt);
   return {.id = added.last, .number = added.number};
 }
 
@@ -303,7 +305,7 @@ double TableLines::setChange(const QString& value, QStringView field, Lines wher
 }
 
 bool TableLines::write(Lines where, std::int64_t id, QString number, Prompt& prompt, const Change& change) const {
-  bool open = false;
+  Refusal closed = changedMeanwhile(number);
   {
     Transaction transaction(accountDb());
     const RowSet rows = stored(where, id);
@@ -311,15 +313,15 @@ bool TableLines::write(Lines where, std::int64_t id, QString number, Prompt& pro
       const Row row = rows.front();
       number = numberOf(where, row);
       const Head head = headOf(where, number);
-      open = !head.closed;
-      if (open) {
+      closed = head.closed;
+      if (!closed) {
         writeFigures(*tableOf(where).columns, id, change(row, head));
         if (where == Lines::Waiting) refreshWaitingTotals(family(), number);
         transaction.commit();
       }
     }
   }
-  return !refused({{!open, changedMeanwhile(number)}}, prompt);
+  return !isRefused(closed, prompt);
 }
 
 // ---- barcode -----------------------------------------------------------------------------------------------------

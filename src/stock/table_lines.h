@@ -91,7 +91,7 @@ class TableLines : public LineRules {
  private:
   /// What the head of a waiting document says of its lines; a draft has none.
   struct Head {
-    bool closed = false;  // it was audited or deleted meanwhile: it takes no change any more
+    Refusal closed = {};  // why it takes no change any more: audited or deleted meanwhile, or its day is locked
     bool movesAtOnce = false;
   };
   Head headOf(Lines where, const QString& number) const;

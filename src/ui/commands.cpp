@@ -115,6 +115,7 @@ constexpr CommandDefinition kCommands[] = {
     {"btnGhpf", "更换皮肤", Page::Maintenance, L, Guard::None, "", {}, "", "F_Skin", "palette"},
     {"btnZpgl", "赠品管理", Page::Maintenance, L, Guard::None, "", {}, "", "F_Zpgl2", "gift"},
     {"btnJs", "数据结算", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Nzjs", "calendar"},
+    {"btnSd", "账目锁定", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Zmsd", "lock"},
     {"btnRole", "角色管理", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Role", "people"},
     {"btnSjhd", "数据核对", Page::Maintenance, L, Guard::SystemRole, "", {}, "只有系统管理员才能使用此功能！", "F_Sjhd", "scale"},
 

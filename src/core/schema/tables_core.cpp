@@ -155,6 +155,7 @@ constexpr TableDefinition tables[] = {
       sd_rq            varchar(16)    -- locked up to this day; empty: opened. The newest row holds
       sd_time          varchar(32)
       a_name           nvarchar(32)
+      sd_lsid          int            -- the last row of the stock ledger then: what came later did not ask
 )"},
 
     {"jxc_gnb", R"(

@@ -386,7 +386,7 @@ std::vector<UpgradeStep> ladder() {
       // Every command that writes on a day asks whether the day is locked.
       UpgradeStep{.guard = "2026-11-27",
                   .stamp = "2026-11-27",
-                  .blocks = {missing("select sd_rq from jxc_zmsd", {recreate("jxc_zmsd")})},
+                  .blocks = {missing("select sd_lsid from jxc_zmsd", {recreate("jxc_zmsd")})},
                   .untilDone = true},
       step("2026-11-28", {missing("select bz_time from jxc_backupzk", {recreate("jxc_backupzk")})}),
   };

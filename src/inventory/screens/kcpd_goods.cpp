@@ -136,7 +136,7 @@ class TF_Kcpd_Wp : public GoodsOfClasses {
     if (!prompt().ask(u"列表中的 %1 种商品将加入盘点单，"_qs.arg(gridGoods.rowCount()) + what + u"，确认吗？"_qs))
       return;
     const CopyResult taken = stocktaking::takeUncounted(place_, where_, chosen(), as);
-    refused({{taken.closed, changedMeanwhile(place_.number)}}, prompt());
+    isRefused(taken.closed, prompt());
     result_.lines += taken.lines;
     result_.number = place_.number = taken.number;
     reload();

@@ -106,15 +106,14 @@ void DocumentScreen::auditCurrent() {
 
 void DocumentScreen::auditWaiting(const QString& number) {
   if (!prompt().ask(u"您的操作将审核单据："_qs + number + u"，确认吗？"_qs)) return;
-  auditDocument(waitingFamily(), number, gridWaiting.currentText(rules_.family().date), prompt());
+  checkDj(waitingFamily(), number, prompt());
 }
 
 void DocumentScreen::previewAudit() {
   const QString number = waitingNumber();
   if (number.isEmpty()) return;
-  const QString date = gridWaiting.currentText(rules_.family().date);
   showWhatIf(u"审核单据"_qs + number, number, [&](Prompt& agreeing) {
-    return auditDocument(rules_.of(number).family(), number, date, agreeing) == AuditOutcome::Audited;
+    return checkDj(rules_.of(number).family(), number, agreeing) == AuditOutcome::Audited;
   });
 }
 

@@ -212,7 +212,7 @@ void GoodsPickScreen::dropStaged() {
 
 void GoodsPickScreen::takeOver() {
   result_ = lines().copyStaged(place_, target_);
-  refused({{result_.closed, changedMeanwhile(place_.number)}}, prompt());
+  isRefused(result_.closed, prompt());
   accept();
 }
 

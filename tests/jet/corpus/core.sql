@@ -168,8 +168,9 @@ select lc_hash from jxc_logchain
 update jxc_logchain set lc_hash=''
 select min(id) from jxc_log
 select top 1 sd_rq from jxc_zmsd order by id desc
-select id,sd_rq,sd_time,a_name from jxc_zmsd order by id desc
-insert into jxc_zmsd (sd_rq,sd_time,a_name) values ('2021-04-30','2021-05-03 10:00:00','admin')
+select id,sd_rq,sd_time,a_name,iif(sd_rq='','解除锁定','锁定到 ' & sd_rq) as what from jxc_zmsd order by id desc
+insert into jxc_zmsd (sd_rq,sd_time,a_name,sd_lsid) values ('2021-04-30','2021-05-03 10:00:00','admin',7)
+select top 1 sd_rq,sd_lsid from jxc_zmsd order by id desc
 select top 10000 id,log_time,a_name,log_note,log_hash from jxc_log where id>0 order by id
 select top 1 a_sn from jxc_admin where a_pwd<>''
 select * from jxc_adminmm where a_sn='100001'
