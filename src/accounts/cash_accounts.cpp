@@ -169,6 +169,11 @@ bool isAccountUsed(const QString& name) {
 
 bool mayChangeOpening(const QString& name, Prompt& prompt) {
   if (isRefused(cash_accounts_detail::openingLocked(name), prompt)) return false;
+  // What it began with is in the balance that was carried on: another amount would be added to it.
+  if (exists("select top 1 id from jxc_xjyh where xj_kmmc=? and xj_dlx=?", name, words(carriedWords))) {
+    prompt.notice(QStringLiteral("该账户已经数据结算，期初金额已结转，不能再修改！"));
+    return false;
+  }
   return !isAccountUsed(name) ||
          prompt.ask(QStringLiteral("该银行账户已有业务发生，\r\n\r\n建立期初帐将会改变该账户的余额，\r\n\r\n是否..."));
 }

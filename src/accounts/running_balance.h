@@ -9,6 +9,11 @@
 
 namespace jxc {
 
+/// A closing carries a balance on as one row of its day: how that is called in every ledger, and its kind in those of
+/// partners and invoices. It is a kind of its own: nothing was bought, sold, paid or invoiced that day.
+inline constexpr char16_t carriedWords[] = u"数据结算结转";
+inline constexpr char16_t carriedKind[] = u"JZ";
+
 /// Carries `balance` through `rows` in their order and returns the last one. Columns of a row: id, stored balance,
 /// amount that raises it …, amount that lowers it (last). `update` takes balance and id; rows that agree are not
 /// written.

@@ -38,15 +38,15 @@ void append(Database& database, const QString& text) {
   postStatement(database, "update jxc_logchain set lc_hash=?", last);
 }
 
-/// Calls `take` with the rows in their order, a handful at a time.
+/// Calls `take` with the rows in their order up to the row `end`, a handful at a time.
 template <class Take>
-void eachRow(Database& database, std::string_view columns, Take take) {
+void eachRow(Database& database, std::string_view columns, std::int64_t end, Take take) {
   const std::string sql = "select top " + std::to_string(kRowsAtOnce) + " id," + std::string(columns) +
-                          " from jxc_log where id>? order by id";
+                          " from jxc_log where id>? and id<=? order by id";
   std::int64_t last = database.lookup("select min(id) from jxc_log").integer() - 1;
   for (;;) {
-    const std::array<Value, 1> from{Value(static_cast<long long>(last))};
-    const RowSet rows = database.select(std::string_view(sql), from);
+    const std::array<Value, 2> range{Value(static_cast<long long>(last)), Value(static_cast<long long>(end))};
+    const RowSet rows = database.select(std::string_view(sql), range);
     for (const Row row : rows)
       take(row);
     if (rows.rowCount() < kRowsAtOnce) return;
@@ -58,8 +58,22 @@ QString cell(QString text) {
   return u'"' + text.replace(u'"', u"\"\""_qs) + u'"';
 }
 
+/// The last of the rows that are no younger than `until`; empty: of all. Where a clock went back, an older row behind a
+/// younger one stays: the chain has no holes.
+std::int64_t lastRow(Database& database, const QString& until) {
+  if (!until.isEmpty()) {
+    const std::array<Value, 1> moment{Value(until)};
+    const std::int64_t younger = database.lookup("select min(id) from jxc_log where log_time>?", moment).integer();
+    if (younger != 0) {
+      const std::array<Value, 1> before{Value(static_cast<long long>(younger))};
+      return database.lookup("select max(id) from jxc_log where id<?", before).integer();
+    }
+  }
+  return database.lookup("select max(id) from jxc_log").integer();
+}
+
 /// A table that every spreadsheet program opens; its owner's alone, like a backup.
-QString writeRows(Database& database) {
+QString writeRows(Database& database, std::int64_t end) {
   const QString file = QDir(backupFolder(database)).filePath(u"操作日志"_qs + backupStamp() + u".csv"_qs);
   QFile out(file);
   const auto fail = [&] {
@@ -68,7 +82,7 @@ QString writeRows(Database& database) {
   if (!out.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner)) fail();
   out.write("\xEF\xBB\xBF");
   out.write(u"日志日期,操作员,日志内容,校验值\r\n"_qs.toUtf8());
-  eachRow(database, "log_time,a_name,log_note,log_hash", [&](const Row& row) {
+  eachRow(database, "log_time,a_name,log_note,log_hash", end, [&](const Row& row) {
     out.write((cell(row.text("log_time")) + u',' + cell(row.text("a_name")) + u',' + cell(row.text("log_note")) + u',' +
                row.text("log_hash") + u"\r\n"_qs)
                   .toUtf8());
@@ -103,14 +117,17 @@ void logChange(std::string_view table, const QString& before, const QString& now
     writeLog(QStringLiteral("修改%1：%2 → %3").arg(word, before, now));
 }
 
-std::optional<QString> takeLogRows(Database& database, const QString& why) {
+std::optional<QString> takeLogRows(Database& database, const QString& why, const QString& until) {
   using namespace log_detail;
   Transaction transaction(database);
-  const auto rows = database.lookup("select count(*) from jxc_log").integer();
+  const std::int64_t end = lastRow(database, until);
+  const std::array<Value, 1> upTo{Value(static_cast<long long>(end))};
+  const auto rows = database.lookup("select count(*) from jxc_log where id<=?", upTo).integer();
   if (rows == 0) return {};
-  const QString file = writeRows(database);
-  const QString last = lastLogHash(database);
-  database.execute("delete from jxc_log");
+  const QString file = writeRows(database, end);
+  const QString last = until.isEmpty() ? lastLogHash(database)
+                                       : database.lookup("select log_hash from jxc_log where id=?", upTo).text();
+  database.execute("delete from jxc_log where id<=?", upTo);
   append(database, QStringLiteral("%1，取出日志%2行，%3%4，另存为%5")
                        .arg(why)
                        .arg(rows)
@@ -145,7 +162,7 @@ void beginLogChain(Database& database) {
   Transaction transaction(database);
   createTable(database, "jxc_logchain");
   QString last;
-  log_detail::eachRow(database, "log_time,a_name,log_note", [&](const Row& row) {
+  log_detail::eachRow(database, "log_time,a_name,log_note", log_detail::lastRow(database, {}), [&](const Row& row) {
     last = logHash(last, row.text("log_time"), row.text("a_name"), row.text("log_note"));
     const std::array<Value, 2> values{Value(last), row.value("id")};
     postStatement(database, "update jxc_log set log_hash=? where id=?", values);

@@ -26,11 +26,13 @@ void logChange(std::string_view table, const QString& before, const QString& now
 /// The one way to empty the log, for every command that does: all rows go into a file of the backup folder, then out of
 /// the log, and a first row tells why, how many there were and the hash of the last one, from which the chain goes on.
 /// Returns the file; nothing when there was no row. Throws DbError, and takes none, when the file cannot be written.
-std::optional<QString> takeLogRows(Database& database, const QString& why);
+/// With `until`, a moment, only the rows before the first one that is younger: the last row tells it then, and the
+/// chain goes on from the hash that it tells.
+std::optional<QString> takeLogRows(Database& database, const QString& why, const QString& until = {});
 
 /// Hash of a row over that of the row before it (64 hexadecimal digits; empty for the first row of a set).
 QString logHash(QStringView before, QStringView time, QStringView name, QStringView note);
-/// The hash that such a first row tells; nothing when this is the text of another row.
+/// The hash that such a row tells; nothing when this is the text of another row.
 std::optional<QString> hashOfTakenRows(QStringView note);
 /// The hash that the next row will be chained to; empty in a set whose log is not chained yet.
 QString lastLogHash(Database& database);

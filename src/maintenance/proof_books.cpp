@@ -1,5 +1,6 @@
 #include "maintenance/proof_books.h"
 
+#include "core/schema/schema.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/waiting.h"
@@ -156,6 +157,11 @@ QString Books::nameOf(const Pair& pair) const {
 }
 
 void Books::load() {
+  // A set of an older build has no such table.
+  if (stands(db, "select da_year from jxc_jsda")) {
+    const QString day = select("select max(da_year) as day from jxc_jsda").front().text("day");
+    if (!day.isEmpty()) closedUntil = day.toStdString() + " 23:59:59";
+  }
   loadLedger();
   loadBalances();
   loadHeads();
@@ -277,7 +283,8 @@ void Books::loadHeads() {
     columns += moves ? compose(",{}", {family.into}) : std::string(",null");
     columns += family.fromTill.empty() ? std::string(",0") : compose(",{}", {family.fromTill});
     columns += family.allMoved.empty() ? std::string(",null") : compose(",{}", {family.allMoved});
-    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till, Moved };
+    columns += compose(",{}", {family.date});
+    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till, Moved, Day };
     eachChunk(family.head, columns, [&](const RowSet& set) {
       for (int row = 0; row < set.rowCount(); ++row) {
         Document& head = document(set.utf8(row, Number));
@@ -288,6 +295,7 @@ void Books::loadHeads() {
         const DocumentFamily* const named = findFamily(set.utf8(row, Number));
         head.family = named && named->head == family.head ? named : &family;
         head.audited = audited;
+        head.closed = audited && set.utf8(row, Day) <= closedUntil;
         head.signedOff = !set.utf8(row, Checker).empty() && !set.utf8(row, Date).empty();
         head.warehouse = warehouses.add(set.utf8(row, Warehouse));
         head.due = set.number(row, Due);

@@ -66,7 +66,7 @@ Around lookAround(Books& books) {
       if (leavesCost(family)) around.cancelledOutgoing[at] = 1;
     }
   }
-  around.closed = !books.select("select top 1 id from jxc_nj").isEmpty();
+  around.closed = !books.closedUntil.empty() || !books.select("select top 1 id from jxc_nj").isEmpty();
   const RowSet parameters = books.select("select cs_cs009,cs_kc from jxc_xtcs");
   around.fixedCost = !parameters.isEmpty() && strIsTrue(parameters.text(0, 0));
   around.mayGoShort = !parameters.isEmpty() && strIsTrue(parameters.text(0, 1));

@@ -42,7 +42,7 @@ void proveTrading(Books& books, const Document& document) {
   };
   if (document.lines > 0 && !isDue(all) && !isDue(withoutBalancing))
     books.findings.add(Kind::HeadAmount, amounts(document.due, withoutBalancing));
-  if (!document.audited) return;
+  if (!document.audited || document.isCarried()) return;
   if (document.ledgerRows == document.lines) {
     const double pieces = family.headSign * document.pieces;
     if (!sameAmount(document.ledgerTotal, all))
@@ -91,7 +91,8 @@ void proveHead(Books& books, const Document& document) {
   if (document.audited) {
     // Of two heads under one number, the lines of one wait still.
     const bool shared = document.heads > 1;
-    if (document.lines > 0 && (shared ? document.ledgerRows == 0 || document.ledgerRows > rowsDue(document)
+    if (document.lines > 0 && !document.isCarried() &&
+        (shared ? document.ledgerRows == 0 || document.ledgerRows > rowsDue(document)
                                       : document.ledgerRows != rowsDue(document)))
       books.findings.add(Kind::RowsMissing, here(rows(document.ledgerRows), rows(rowsDue(document))));
   } else if (document.ledgerRows > 0 || document.partnerRows > 0 || document.cashRows > 0) {

@@ -15,7 +15,9 @@ void proveLog(Books& books) {
   // What the next row may hold on to: the row above as it stands. Where that one broke, also what it should have been,
   // or the row above it: whoever puts one in breaks one link, and not that of the row below as well.
   QStringList above{QString()};
-  bool isFirst = true;
+  // A closing takes the oldest rows out, and a row behind tells from which hash the first of the others goes on.
+  for (const Row row : books.select("select log_note from jxc_log where log_note like '%取出日志%' order by id"))
+    if (const auto taken = hashOfTakenRows(row.text("log_note"))) above << *taken;
   bool isBroken = false;
   const auto broken = [&](std::int64_t id, const QString& time, const QString& note, const QString& stored,
                           const QString& due) {
@@ -28,8 +30,6 @@ void proveLog(Books& books) {
     for (const Row row : set) {
       const QString time = row.text("log_time"), name = row.text("a_name"), note = row.text("log_note");
       const QString stored = row.text("log_hash");
-      // Where older rows were taken out the chain goes on from the last of them.
-      if (const auto taken = hashOfTakenRows(note); isFirst && taken) above << *taken;
       const bool holds =
           std::ranges::any_of(above, [&](const QString& hash) { return stored == logHash(hash, time, name, note); });
       if (holds) {
@@ -39,7 +39,6 @@ void proveLog(Books& books) {
         broken(row.integer("id"), time, note, stored, due);
         above = {stored, due, above.back()};
       }
-      isFirst = false;
     }
   });
   if (const QString due = lastLogHash(books.db); due != above.front() && !isBroken)

@@ -1,5 +1,6 @@
 #include "masterdata/goods_change.h"
 
+#include "accounts/running_balance.h"
 #include "core/deletion.h"
 #include "core/log.h"
 #include "core/period_lock.h"
@@ -41,6 +42,9 @@ std::optional<QString> firstUse(const QString& number) {
   for (const char* statement : statements) {
     if (const RowSet used = openSelect(statement, number); !used.isEmpty()) return used.text(0, 0);
   }
+  // Its documents are gone with a closing, its stock is there.
+  const QString carried = words(carriedWords);
+  if (exists("select top 1 id from jxc_goodslist where g_sn=? and ghs_name=?", number, carried)) return carried;
   return {};
 }
 

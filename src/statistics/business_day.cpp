@@ -1,5 +1,6 @@
 #include "statistics/business_day.h"
 
+#include "accounts/running_balance.h"
 #include "core/rounding.h"
 #include "core/text.h"
 #include "masterdata/partner_side.h"
@@ -93,6 +94,7 @@ class Figures {
   Figures& partners(const PartnerSide& side, const std::array<const char*, 4>& columns) {
     Filter filter;
     filter.add(compose("b.{}=0", {side.forbidden})).add("a.k_type=?", words(side.type));
+    filter.add("(a.k_djlx is null or a.k_djlx<>?)", QString::fromUtf16(carriedKind));
     addPeriod(filter, criteria_, "a.k_rq");
     const std::string isPayment = "a.k_djlx='" + std::string(side.paymentPrefix) + "'";
     return add(Sql("select " + sumOf(onlyIf(isPayment, "1"), columns[0]) + "," +
@@ -305,6 +307,7 @@ Computation dayFigures(const Criteria& criteria, const Warehouses& warehouses) {
           .row();
   Filter counted;
   counted.add("xj_chk='1'").add("xj_je<>0");
+  counted.add("(xj_dlx is null or xj_dlx<>?)", QString::fromUtf16(carriedWords));
   addPeriod(counted, criteria, "xj_rq");
   const Sql accounts =
       Sql("select xj_kmmc,sum(xj_je) as je from jxc_xjyh").where(counted).add(" group by xj_kmmc order by xj_kmmc");

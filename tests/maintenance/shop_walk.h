@@ -81,7 +81,17 @@ class ShopWalk : public ShopTest {
 
   int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
   const QString& anyGoods() { return goods_[static_cast<std::size_t>(upTo(static_cast<int>(goods_.size()) - 1))]; }
-  QString day() { return QDate(2021, 5, 3).addDays(upTo(5) == 0 ? -upTo(60) / 2 : -upTo(3)).toString(Qt::ISODate); }
+  QString day() {
+    const QDate any = today_.addDays(upTo(5) == 0 ? -upTo(60) / 2 : -upTo(3));
+    return std::max(any, firstDay_).toString(Qt::ISODate);
+  }
+  QString today() const { return today_.toString(Qt::ISODate); }
+  /// From now on it is this day, and nothing is written or taken up again up to the day before the first one.
+  void goOn(const QDate& now, const QDate& firstDay) {
+    today_ = now;
+    firstDay_ = firstDay;
+    setClock(today());
+  }
   double price() { return (100 + upTo(900)) / 100.0; }
   QString warehouse() { return upTo(2) == 0 ? QStringLiteral("100002") : mainWarehouse; }
   double stockOf(const QString& goods, const QString& place) {
@@ -187,14 +197,14 @@ class ShopWalk : public ShopTest {
       sum += pieces.back();
     }
     if (sum == 0) return;
-    const QString number = waitingPart(m, QStringLiteral("2021-05-03"), source, pieces);
+    const QString number = waitingPart(m, today(), source, pieces);
     if (upTo(3)) auditAgreeing(number);
   }
   /// Two goods are counted; now and then one of them moves before the audit, and the operator says when it was.
   void count(const QString& a, const QString& b) {
     const QString place = warehouse();
     const auto found = [&](const QString& goods) { return std::max(0.0, stockOf(goods, place) + upTo(4) - 2); };
-    const QString number = waitingDocument(families::stocktake, QStringLiteral("2021-05-03"), {{"ck_sn", place}},
+    const QString number = waitingDocument(families::stocktake, today(), {{"ck_sn", place}},
                                            {{a, found(a), 5}, {b, found(b), 4}});
     if (upTo(1)) receive(day(), {{upTo(1) ? a : b, 2, price()}});
     if (upTo(1)) auditAgreeing(waitingSale(day(), {{upTo(1) ? a : b, 1, price()}}, 0));
@@ -234,7 +244,9 @@ class ShopWalk : public ShopTest {
   QString anyWaiting(const DocumentFamily& family) { return anyOf(family, 0); }
   QString anyOf(const DocumentFamily& family, int status) {
     const RowSet numbers = openSelect(
-        compose("select {} from {} where {}=? order by id", {family.number, family.head, family.status}), status);
+        compose("select {} from {} where {}=? and {}>=? order by id",
+                {family.number, family.head, family.status, family.date}),
+        status, firstDay_.toString(Qt::ISODate));
     return numbers.isEmpty() ? QString() : numbers.text(upTo(numbers.rowCount() - 1), 0);
   }
   /// A trading document that has waited since it was made, or that was taken back before.
@@ -243,8 +255,9 @@ class ShopWalk : public ShopTest {
     if (const QString number = anyWaiting(family); !number.isEmpty()) auditAgreeing(number);
   }
   void cancelAny() {
-    const RowSet numbers =
-        openSelect("select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000' order by gl_djh");
+    const RowSet numbers = openSelect(
+        "select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000' and gl_kdrq>=? order by gl_djh",
+        firstDay_.toString(Qt::ISODate));
     if (!numbers.isEmpty()) cancel(numbers.text(upTo(numbers.rowCount() - 1), 0));
   }
   void payAny() {
@@ -279,6 +292,7 @@ class ShopWalk : public ShopTest {
  private:
   const std::vector<QString> goods_{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")};
   std::mt19937 random_;
+  QDate today_{2021, 5, 3}, firstDay_{2000, 1, 1};
   bool inParts_ = false;
 };
 

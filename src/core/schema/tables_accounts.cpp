@@ -133,6 +133,13 @@ constexpr std::string_view kClosing = R"(
     nj_sl numeric(28,6)
     nj_je numeric(28,6))";
 
+// A copy of the set lies in the file, as it was before its closing.
+constexpr std::string_view kClosingArchive = R"(
+    da_time varchar(32)
+    da_year varchar(16)
+    da_file text
+    a_name nvarchar(32))";
+
 constexpr std::string_view kPartnerLedger = R"(
     gl_djh varchar(16)
     k_rq varchar(32)
@@ -209,6 +216,7 @@ constexpr TableDefinition kTables[] = {
     {"jxc_zcmx", kAssetMovement},
     {"jxc_gdzc", kAsset},
     {"jxc_nj", kClosing},
+    {"jxc_jsda", kClosingArchive},
     {"jxc_ysyfk", kPartnerLedger},
     {"jxc_ysyfk_dj", kPartnerDocument},
     {"jxc_fpdjb", kInvoice},

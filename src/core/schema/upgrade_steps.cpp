@@ -389,6 +389,11 @@ std::vector<UpgradeStep> ladder() {
                   .blocks = {missing("select sd_lsid from jxc_zmsd", {recreate("jxc_zmsd")})},
                   .untilDone = true},
       step("2026-11-28", {missing("select bz_time from jxc_backupzk", {recreate("jxc_backupzk")})}),
+      // The proof asks which day was closed last.
+      UpgradeStep{.guard = "2026-11-29",
+                  .stamp = "2026-11-29",
+                  .blocks = {missing("select da_year from jxc_jsda", {recreate("jxc_jsda")})},
+                  .untilDone = true},
   };
 }
 
