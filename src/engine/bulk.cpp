@@ -14,4 +14,9 @@ void forgetReplaced(Database& database, const char* table) {
     bulk->forgetReplaced(table);
 }
 
+bool giveRoomBack(Database& database, const std::function<bool()>& goOn) {
+  auto* const bulk = dynamic_cast<Bulk*>(&database);
+  return bulk != nullptr && !database.inTransaction() && bulk->giveRoomBack(goOn);
+}
+
 }  // namespace jxc

@@ -5,6 +5,7 @@
 #include "jet/catalogue.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -44,11 +45,16 @@ class Bulk {
   /// inside a transaction. Another station that reads may keep the log of the file from being cleared: it is then
   /// overwritten as work goes on.
   virtual void forgetReplaced(const char* table) = 0;
+  /// Writes the files of the database anew without the room of rows that are gone. `goOn` is asked now and then, false
+  /// stops it. Whether it was done: a stopped one, or one that others stand in the way of, has changed nothing. Not
+  /// inside a transaction.
+  virtual bool giveRoomBack(const std::function<bool()>& goOn) = 0;
 };
 
 /// That of a connection; throws DbError(Unsupported) when it has none.
 Bulk& bulkOf(Database& database);
 /// As Bulk says; nothing where a connection has none, or is inside a transaction.
 void forgetReplaced(Database& database, const char* table);
+bool giveRoomBack(Database& database, const std::function<bool()>& goOn);
 
 }  // namespace jxc

@@ -1,4 +1,5 @@
 // What an enquiry screen does once it stands: asks, shows, follows a row and comes back, runs commands.
+#include "core/archive_look.h"
 #include "core/comparison.h"
 #include "core/rights.h"
 #include "core/text.h"
@@ -310,6 +311,16 @@ void EnquiryScreen::focusValues(View& view) {
     view.list->focusRows();
 }
 
+bool EnquiryScreen::onlyLooks(const CommandSpec& command) const {
+  const auto described = [&](std::span<const EnquiryCommand> commands) {
+    return std::ranges::any_of(commands, [&](const EnquiryCommand& each) {
+      return each.name == command.name || each.preview.name == command.name;
+    });
+  };
+  return !described(enquiry_.commands) &&
+         std::ranges::none_of(enquiry_.tabs, [&](const EnquiryTab& tab) { return described(tab.commands); });
+}
+
 void EnquiryScreen::showCommands() {
   const Tab& now = tabInSight();
   const std::string_view list = now.shown->spec->grid.name;
@@ -320,7 +331,7 @@ void EnquiryScreen::showCommands() {
     for (const std::string_view name : {each.name, each.preview.name}) {
       if (name.empty()) continue;
       command(name).setVisible(seen);
-      command(name).setEnabled(allowed);
+      command(name).setEnabled(allowed && !isArchiveInUse());
     }
   };
   for (const EnquiryCommand& each : now.spec->commands)

@@ -85,6 +85,8 @@ class EnquiryScreen : private enquiry_screen_detail::Parts, public Screen {
   void activate() override;
   /// What an enquiry asks for beside its inputs, a dialog's choices for instance.
   virtual void complete(Criteria&) const {}
+  /// What every enquiry has without being described.
+  bool onlyLooks(const CommandSpec& command) const override;
   void closeEvent(QCloseEvent* event) override;
 
  private:

@@ -132,6 +132,8 @@ class Screen : public QDialog {
   virtual void enterPressed(Field& field);
   /// Something was chosen from the list behind this input.
   virtual void pickedIn(Field& field) { enterPressed(field); }
+  /// Whether a command only looks: it is offered too while a copy of the account set is read.
+  virtual bool onlyLooks(const CommandSpec& command) const;
   /// A key that no command has; true when it was for this screen.
   virtual bool keyPressed(QKeyEvent&) { return false; }
 
@@ -152,6 +154,7 @@ class Screen : public QDialog {
   void exportInSight();
   void placeRest();
   void orderTabs();
+  void closeWhatWrites();
   void scrollWhenTooLarge(const QSize& room);
   void focusFirst();
   void leadTo(const Refusal& refusal);

@@ -1,5 +1,6 @@
 #include "core/screens/idle_lock.h"
 
+#include "core/archive_look.h"
 #include "core/login.h"
 #include "core/station_options.h"
 
@@ -23,7 +24,7 @@ bool isTouch(QEvent::Type type) {
 
 /// A command that is at work answers events for its bar only.
 bool isWorking() {
-  if (isCommandAtWork()) return true;
+  if (isCommandAtWork() || isArchiveInUse()) return true;
   const QWidgetList all = QApplication::topLevelWidgets();
   return std::any_of(all.begin(), all.end(), [](const QWidget* each) {
     return each->isVisible() && dynamic_cast<const QProgressDialog*>(each) != nullptr;

@@ -1,5 +1,6 @@
 #include "core/screens/main_form.h"
 
+#include "core/archive_look.h"
 #include "core/at_work.h"
 #include "core/build_info.h"
 #include "core/clock.h"
@@ -134,12 +135,12 @@ TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
   Timer1.setInterval(200);
   connect(&Timer1, &QTimer::timeout, this, [this] { reminders(); });
   connect(&TimerBackUp, &QTimer::timeout, this, [] {
-    if (mainFormHooks().backupDatabase) mainFormHooks().backupDatabase();
+    if (mainFormHooks().backupDatabase && !isArchiveInUse()) mainFormHooks().backupDatabase();
   });
   Timeremail.setSingleShot(true);
   Timeremail.setInterval(120000);
   connect(&Timeremail, &QTimer::timeout, this, [this] {
-    if (locked_) return Timeremail.start();  // sending shows a window: not over the lock
+    if (locked_ || isArchiveInUse()) return Timeremail.start();  // sending shows a window: not over the lock
     if (mainFormHooks().sendMail) mainFormHooks().sendMail();
   });
   clockTimer_.setInterval(1000);

@@ -139,6 +139,21 @@ void PostgresDatabase::forgetReplaced(const char* table) {
   exchange();
 }
 
+/// The server writes one table after the other; it can be stopped between them. A station's own user may not, and its
+/// server does the same work by itself as time goes on.
+bool PostgresDatabase::giveRoomBack(const std::function<bool()>& goOn) {
+  if (options_.trial || options_.readOnly) return false;
+  try {
+    for (const StoredTable& stored : storedTables()) {
+      if (!goOn()) return false;
+      forgetReplaced(stored.table.name.c_str());
+    }
+  } catch (const DbError&) {
+    return false;
+  }
+  return true;
+}
+
 void PostgresDatabase::expectPauses() {
   openLevels();
   control("set local idle_in_transaction_session_timeout=0");

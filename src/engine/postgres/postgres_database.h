@@ -59,6 +59,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void analyze() override;
   void expectPauses() override;
   void forgetReplaced(const char* table) override;
+  bool giveRoomBack(const std::function<bool()>& goOn) override;
 
   /// The owner of the tables; empty when this connection may do what he may.
   std::string ownerToAsk();

@@ -104,4 +104,29 @@ void SqliteDatabase::forgetReplaced(const char*) {
   sqlite3_wal_checkpoint_v2(connection_.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
 }
 
+bool SqliteDatabase::giveRoomBack(const std::function<bool()>& goOn) {
+  constexpr int stepsBetweenQuestions = 100000;  // of SQLite's machine: some hundredths of a second
+  struct Asked {
+    const std::function<bool()>& goOn;
+    std::exception_ptr thrown;
+  } asked{goOn, {}};
+  sqlite3_progress_handler(
+      connection_.get(), stepsBetweenQuestions,
+      [](void* user) {
+        auto& question = *static_cast<Asked*>(user);
+        try {
+          return question.goOn() ? 0 : 1;
+        } catch (...) {  // nothing is thrown through a C interface
+          question.thrown = std::current_exception();
+          return 1;
+        }
+      },
+      &asked);
+  const int code = sqlite3_exec(connection_.get(), "vacuum", nullptr, nullptr, nullptr);
+  sqlite3_progress_handler(connection_.get(), 0, nullptr, nullptr);
+  if (asked.thrown) std::rethrow_exception(asked.thrown);
+  sqlite3_wal_checkpoint_v2(connection_.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  return code == SQLITE_OK;
+}
+
 }  // namespace jxc::sqlite

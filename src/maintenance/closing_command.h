@@ -1,0 +1,18 @@
+// 结算命令: what is asked before a closing, the copy that is made of the set, and what is told afterwards.
+#pragma once
+
+#include "maintenance/period_closing.h"
+
+namespace jxc::closing {
+
+struct Command {
+  Request request;
+  bool backsUp = true;  // copies the set first
+};
+
+/// Asks, copies the whole account set where it is wanted, closes, and gives the room of what went back to the disk. The
+/// balances before and after, as `closeBooks` has them; nothing: refused, stopped, or the operator said no. What was
+/// stopped before its commit leaves everything as it was, but for the copy.
+std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const Progress& progress = {});
+
+}  // namespace jxc::closing

@@ -1,0 +1,60 @@
+// 数据结算 as an operator meets it: the list before the question, the sheet behind it, and the archive that only reads.
+#include "core/archive_look.h"
+#include "engine/error.h"
+#include "harness/waiting_document.h"
+#include "screens/harness/trading_test.h"
+#include "stock/document.h"
+
+#include <QLabel>
+
+namespace jxc::test {
+
+class ClosingScreenTest : public TradingScreenTest {};
+
+TEST_F(ClosingScreenTest, TellsWhatGoesBeforeItAsksAndShowsTheArchiveForReadingOnly) {
+  addGoods({.sn = "10000001", .name = QStringLiteral("镜架")});
+  checkDj(families::purchaseReceipt,
+          waitingDocument(families::purchaseReceipt, u"2021-04-01"_qs, {}, {{"10000001", 3, 20}}), prompt);
+  const QString archive = file(u"backup/晴川进销存(数据结算)21_05_03_14_30_00.DAT"_qs);
+  const QString main =
+      u"数据结算前将备份数据库。\r\n\r\n结算日期【2021-04-30】及之前的所有数据将被删除。\r\n\r\n您确定要进行数据结算吗！"_qs;
+  open("F_Nzjs", [&](ui::Screen& s) {
+    EXPECT_EQ(s.findChild<QLabel*>("warning")->text(), u"将删除： 2021-04-30 及该日期之前的全部数据！"_qs);
+    type(s, "dateCg", u"2021-05-04");
+    press(s, "F3", u"结算日期不能在今天以后！"_qs);
+    type(s, "dateCg", u"2021-04-30");
+    press(s, "F5", main, Answer::No);
+    EXPECT_EQ(s.grid("gridGoing").currentText("xm"), u"采购进货单"_qs) << "it stays for printing";
+    EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 1);
+    expectQuestion(main, Answer::Yes);
+    expectNotice(u"备份成功！备份文件保存在："_qs + archive);
+    press(s, "F5", u"结算完成！"_qs);
+    EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 0);
+    EXPECT_EQ(s.grid("gridSheet").sum("sl2"), 3);
+    EXPECT_EQ(s.grid("gridNj").currentText("nj_xm"), u"采购进货单"_qs);
+
+    press(s, "F6", "F_Nzjs_Archive", [&](ui::Screen& window) {
+      EXPECT_EQ(window.windowTitle(), u"结算档案（只读）：结算日期 2021-04-30"_qs);
+      EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 1);
+      EXPECT_THROW(execSql("delete from jxc_jhd"), DbError);
+      ui::Grid& list = window.grid("gridCommands");
+      ASSERT_TRUE(list.selectWhere("screen", u"F_Cgjh"_qs));
+      press(window, "F5", QString::fromUtf16(archiveReason));
+      ASSERT_TRUE(list.selectWhere("screen", u"F_ViewLog"_qs));
+      press(window, "F5", "F_ViewLog", [&](ui::Screen& log) {
+        EXPECT_TRUE(log.windowTitle().endsWith(u"（结算档案，只读）"));
+        EXPECT_FALSE(log.command("btn_Dele").isEnabled());
+        EXPECT_EQ(log.command("btn_Dele").toolTip(), QString::fromUtf16(archiveReason));
+        EXPECT_TRUE(log.command("btn_Export").isEnabled());
+      });
+    });
+    EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 0) << "the shop is back";
+    EXPECT_FALSE(isArchiveInUse());
+  });
+  open("F_ViewLog", [&](ui::Screen& log) {
+    EXPECT_TRUE(log.command("btn_Dele").isEnabled());
+    EXPECT_EQ(log.windowTitle(), u"查看日志"_qs);
+  });
+}
+
+}  // namespace jxc::test
