@@ -1,6 +1,5 @@
 #include "ui/screen.h"
 
-#include "core/archive_look.h"
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
@@ -24,8 +23,6 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include <algorithm>
-#include <array>
 #include <map>
 #include <stdexcept>
 
@@ -285,35 +282,6 @@ void Screen::present() {
   activate();
   focusFirst();
   show();
-}
-
-bool Screen::onlyLooks(const CommandSpec& command) const {
-  constexpr std::array looking{"btn_Prin", "btnPrin", "btn_Export", "btnExport", "btnSearch", "btn_Search", "btnDate"};
-  return command.key == "Esc" ||
-         std::ranges::any_of(looking, [&](std::string_view name) { return command.name.starts_with(name); });
-}
-
-/// Over a copy from before a closing a screen says so in its title, and what writes stands in grey with the reason.
-void Screen::closeWhatWrites() {
-  constexpr auto mark = "closedByArchive";
-  const bool reads = isArchiveInUse();
-  const QString suffix = QStringLiteral("（结算档案，只读）");
-  if (const QString title = windowTitle(); reads && !title.contains(QStringLiteral("只读")))
-    setWindowTitle(title + suffix);
-  else if (!reads && title.endsWith(suffix))
-    setWindowTitle(title.chopped(suffix.size()));
-  for (std::size_t i = 0; i < commands_.size(); ++i) {
-    QPushButton& button = *commands_[i]->button;
-    if (reads && !onlyLooks(spec_.commands[i])) {
-      button.setEnabled(false);
-      button.setToolTip(QString::fromUtf16(archiveReason));
-      button.setProperty(mark, true);
-    } else if (!reads && button.property(mark).toBool()) {
-      button.setEnabled(true);
-      button.setToolTip(qs(spec_.commands[i].tooltip));
-      button.setProperty(mark, false);
-    }
-  }
 }
 
 void Screen::standIn(QWidget& page) {
