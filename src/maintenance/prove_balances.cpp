@@ -179,7 +179,9 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
   const double shelf = balance.book - pair.waitingIn + pair.waitingOut;
   if (!sameAmount(balance.shelf, shelf)) books.findings.add(Kind::ShelfStock, place(balance.shelf, shelf));
   if (!sameAmount(balance.sold, sold))
-    books.findings.add(around.closed && balance.sold > sold ? Kind::SoldClosed : Kind::Sold, place(balance.sold, sold));
+    books.findings.add(
+        around.closed && (balance.sold > sold || !books.closedUntil.empty()) ? Kind::SoldClosed : Kind::Sold,
+        place(balance.sold, sold));
 
   const bool costIsSet =
       std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return isCostSetter(books.rows[row]); });

@@ -80,7 +80,7 @@ class ClosingTwin : public test::ShopWalk {
     tell("months", openSelect("select js_rq,ck_sn,js_sl,js_zje,js_xssl,js_cgsl from jxc_kcjs where js_rq>? order by "
                               "js_rq,ck_sn",
                               day.left(7)));
-    for (const QString& from : {next, QStringLiteral("2021-05-15")}) {
+    for (const QString& from : {next, QDate::fromString(day, Qt::ISODate).addDays(9).toString(Qt::ISODate)}) {
       const Criteria period{.from = from, .to = QStringLiteral("2021-12-31")};
       const std::string since = " from " + from.toStdString();
       tell("operations" + since, answer(Source(businessFigures), period));
