@@ -1,5 +1,6 @@
 // A screen over a copy of the account set from before a closing: what writes is not offered.
 #include "core/archive_look.h"
+#include "core/text.h"
 #include "ui/screen.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ void Screen::closeWhatWrites() {
       button.setProperty(mark, true);
     } else if (!reads && button.property(mark).toBool()) {
       button.setEnabled(true);
-      button.setToolTip(qs(spec.tooltip));
+      button.setToolTip(words(spec.tooltip));
       button.setProperty(mark, false);
     }
   }
