@@ -30,15 +30,15 @@ constexpr ui::ColumnSpec kGoing[] = {
     {"cl", "结算时", ColumnKind::Text, 16},
 };
 constexpr ui::ColumnSpec kSheet[] = {
-    {"lb", "账目", ColumnKind::Text, 10},
-    {"bh", "编号", ColumnKind::Text, 26},
-    {"mc", "名称", ColumnKind::Text, 24},
-    {"sl1", "结算前数量", ColumnKind::Quantity, 12, {.sum = true}},
-    {"cb1", "结算前成本", ColumnKind::Money, 12},
-    {"je1", "结算前金额", ColumnKind::Total, 14},
-    {"sl2", "结算后数量", ColumnKind::Quantity, 12, {.sum = true}},
-    {"cb2", "结算后成本", ColumnKind::Money, 12},
-    {"je2", "结算后金额", ColumnKind::Total, 14},
+    {"lb", "账目", ColumnKind::Text, 7},
+    {"bh", "编号", ColumnKind::Text, 17},
+    {"mc", "名称", ColumnKind::Text, 12},
+    {"sl1", "结算前数量", ColumnKind::Quantity, 9, {.sum = true}},
+    {"cb1", "结算前成本", ColumnKind::Money, 9},
+    {"je1", "结算前金额", ColumnKind::Total, 10},
+    {"sl2", "结算后数量", ColumnKind::Quantity, 9, {.sum = true}},
+    {"cb2", "结算后成本", ColumnKind::Money, 9},
+    {"je2", "结算后金额", ColumnKind::Total, 10},
 };
 constexpr ui::ColumnSpec kArchives[] = {
     {"da_year", "结算日期", ColumnKind::Date},
