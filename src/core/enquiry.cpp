@@ -109,6 +109,7 @@ void EnquiryReader::progress(int percent) {
 
 Question Source::ask(const Criteria& criteria) const {
   if (plain_) return plain_(criteria);
+  if (computedPlain_) return computedPlain_(criteria);
   const Warehouses warehouses(criteria);
   Question question = bound_ ? Question(bound_(criteria, warehouses)) : Question(computed_(criteria, warehouses));
   if (!warehouses.wereAskedFor()) throw std::logic_error("an enquiry does not restrict itself to warehouses");

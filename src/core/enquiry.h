@@ -130,9 +130,13 @@ class Source {
   constexpr Source(Sql (*statement)(const Criteria&, const Warehouses&)) : bound_(statement) {}
   /// Work that does. It is made in the window's thread, and runs elsewhere.
   constexpr Source(Computation (*computation)(const Criteria&, const Warehouses&)) : computed_(computation) {}
-  /// A statement over what belongs to no warehouse, with the reason.
+  /// A statement, or work, over what belongs to no warehouse, with the reason.
   constexpr Source(Sql (*statement)(const Criteria&), NoWarehouse why) : plain_(statement), why_(why.reason) {
     if (why.reason.empty()) throw std::exception();  // never compiles: say why
+  }
+  constexpr Source(Computation (*computation)(const Criteria&), NoWarehouse why)
+      : computedPlain_(computation), why_(why.reason) {
+    if (why.reason.empty()) throw std::exception();
   }
 
   /// The statement or the work for these criteria and the session's operator. Throws std::logic_error when it did not
@@ -145,6 +149,7 @@ class Source {
   Sql (*bound_)(const Criteria&, const Warehouses&) = nullptr;
   Computation (*computed_)(const Criteria&, const Warehouses&) = nullptr;
   Sql (*plain_)(const Criteria&) = nullptr;
+  Computation (*computedPlain_)(const Criteria&) = nullptr;
   std::string_view why_;
 };
 

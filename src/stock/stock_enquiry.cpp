@@ -64,19 +64,25 @@ Filter conditions(const Criteria& criteria) {
   return filter;
 }
 
-/// Of each goods what its last rows up to the day say: looked up by an index for each warehouse that knows it, so that
-/// it does not matter how long the ledger is.
-Sql lastFigures(const Criteria& criteria, const Warehouses& warehouses) {
-  Filter known, until;
-  warehouses.restrict(known, "x.ck_sn");
+/// Of each goods and warehouse `k` its last row `q` up to the day: looked up by an index for each warehouse that knows
+/// the goods, so that it does not matter how long the ledger is.
+Sql lastRows(const Filter& known, const QString& day) {
+  Filter until;
   until.add("e.g_sn=k.g_sn").add("e.ck_sn=k.ck_sn");
-  addPeriod(until, {.to = criteria.to}, "e.gl_kdrq");
-  return Sql("select k.g_sn,sum(q.gl_kc) as kcsl,sum(q.gl_kczje) as kczje,max(q.gl_pjjj) as pjjj from "
-             "(select distinct x.g_sn,x.ck_sn from jxc_kcsp x")
+  addPeriod(until, {.to = day}, "e.gl_kdrq");
+  return Sql("(select distinct x.g_sn,x.ck_sn from jxc_kcsp x")
       .where(known)
       .add(") k inner join jxc_goodslist q on q.id=(select top 1 e.id from jxc_goodslist e")
       .where(until)
-      .add(" order by e.gl_kdrq desc,e.id desc) group by k.g_sn");
+      .add(" order by e.gl_kdrq desc,e.id desc)");
+}
+
+Sql lastFigures(const Criteria& criteria, const Warehouses& warehouses) {
+  Filter known;
+  warehouses.restrict(known, "x.ck_sn");
+  return Sql("select k.g_sn,sum(q.gl_kc) as kcsl,sum(q.gl_kczje) as kczje,max(q.gl_pjjj) as pjjj from ")
+      .add(lastRows(known, criteria.to))
+      .add(" group by k.g_sn");
 }
 
 Sql stockNow(const Criteria& criteria, const Sql& balances) {
@@ -120,6 +126,16 @@ Sql stockAt(const Criteria& criteria, const Warehouses& warehouses) {
   return goodsWith(cost + " as cbjj,b.kczje", lastFigures(criteria, warehouses))
       .where(conditions(criteria))
       .add(" order by a.g_sn");
+}
+
+Sql stockValueAt(const QString& day) {
+  return Sql("select sum(q.gl_kczje) as je from ").add(stock_enquiry_detail::lastRows({}, day));
+}
+
+Sql stockValuesAt(const QString& day) {
+  return Sql("select q.id,q.gl_kdrq as rq,q.g_sn as gl_djh,q.ck_name as lx,q.g_name as dnote,q.gl_kczje as je from ")
+      .add(stock_enquiry_detail::lastRows({}, day))
+      .add(" where q.gl_kczje<>0 order by je desc,gl_djh");
 }
 
 }  // namespace jxc

@@ -22,4 +22,10 @@ Computation currentStockByPage(const Criteria& criteria, const Warehouses& wareh
 /// by then have no row.
 Sql stockAt(const Criteria& criteria, const Warehouses& warehouses);
 
+/// What the stock of the whole shop was worth at the end of a day by the same rows: `je`, null where nothing had moved.
+Sql stockValueAt(const QString& day);
+/// The rows that make it up, one a goods and warehouse: `id`, `rq`, `gl_djh` (the goods), `lx` (the warehouse), `dnote`
+/// (its name), `je`.
+Sql stockValuesAt(const QString& day);
+
 }  // namespace jxc
