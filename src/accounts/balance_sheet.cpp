@@ -181,11 +181,12 @@ Sql partnersOwing(const Criteria& criteria) {
     const std::string amount = side->isCustomer() ? compose("{} as ys,0 as yf", {side->balance})
                                                   : compose("0 as ys,{} as yf", {side->balance});
     if (!all.isEmpty()) all.add(" union all ");
-    all.add("select ?+" + std::string(side->sn) + " as rowkey,? as side,? as lx," +
+    const std::string type = "'" + std::string(side->type) + "'";
+    all.add("select " + type + "+" + std::string(side->sn) + " as rowkey," + type + " as side,? as lx," +
                 compose("{} as sn,{} as name,{} as lxr,{} as tele,",
                         {side->sn, side->name, side->contact, side->phone}) +
                 amount + " from " + std::string(side->table),
-            words(side->type), words(side->type), words(side->noun))
+            words(side->noun))
         .where(filter);
   }
   return all.add(" order by side desc,sn");
