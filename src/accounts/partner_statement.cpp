@@ -122,7 +122,7 @@ Sql statementGoods(const PartnerSide& side, const Criteria& criteria, const Ware
 
 double statementBalance(const PartnerSide& side, const QString& partner, const QString& day) {
   if (!partner.isEmpty()) return ysyfkBalanceAt(partner, side.which, endOf(day));
-  return lookupNumber(Sql("select sum(k_ljje) from jxc_ysyfk where id in ").add(lastLines(side, day)));
+  return lookupNumber(Sql("select sum(k_ljje) from jxc_ysyfk where id in ").add(lastLines(owedLedger, side, day)));
 }
 
 std::vector<std::pair<QString, QString>> statementWords(const PartnerSide& side, const Criteria& criteria) {
@@ -147,7 +147,7 @@ RowSet partnersOfStatements(const PartnerSide& side, const Criteria& criteria) {
         .add(") or ");
   }
   any.add(compose("b.{} in (select k_ghskh from jxc_ysyfk where k_ljje<>0 and id in ", {side.sn}))
-      .add(lastLines(side, criteria.to))
+      .add(lastLines(owedLedger, side, criteria.to))
       .add("))");
   told.add(any);
   return openSelect(Sql(compose("select b.{} as sn,b.{} as name from {} b", {side.sn, side.name, side.table}))

@@ -385,10 +385,10 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
   }
   const Criteria may{.from = "2021-05-01", .to = "2021-05-31"};
   const auto detail = [&](const Criteria& criteria) {
-    return openSelect(partner_books::overviewDetail(customerSide, criteria));
+    return openSelect(partner_books::overviewDetail(partner_books::owedLedger, customerSide, criteria));
   };
   const auto summary = [&](const Criteria& criteria) {
-    return openSelect(partner_books::overviewSummary(customerSide, criteria));
+    return openSelect(partner_books::overviewSummary(partner_books::owedLedger, customerSide, criteria));
   };
   const auto closings = [](const RowSet& rows, std::string_view column) {
     std::map<QString, double> last;
@@ -431,11 +431,12 @@ TEST_F(MoneyTest, DetailAndSummaryAgreeUntilABalanceIsTamperedWith) {
 
   execSql("update jxc_ysyfk set k_ljje=999 where k_rq='2021-05-05'");
   EXPECT_NE(closings(summary(all), "wfje"), closings(detail(may), "k_ljje"));
-  EXPECT_TRUE(partner_books::recomputePartners(customerSide, {}, "2021-05-01", prompt.willSayYes()));
+  EXPECT_TRUE(
+      partner_books::recomputePartners(partner_books::owedLedger, customerSide, {}, "2021-05-01", prompt.willSayYes()));
   EXPECT_EQ(closings(detail(may), "k_ljje")["100003"], 12);
   EXPECT_EQ(test::brokenInvariants(), QStringList());
 
-  EXPECT_TRUE(openSelect(partner_books::overviewDetail(supplierSide, may)).isEmpty());
+  EXPECT_TRUE(openSelect(partner_books::overviewDetail(partner_books::owedLedger, supplierSide, may)).isEmpty());
 }
 
 TEST_F(MoneyTest, WhatIsHardlyMeantIsAskedAboutOnceADocument) {

@@ -1,7 +1,6 @@
 #include "accounts/screens/partner_overview_screens.h"
 
 #include "accounts/cash_accounts.h"
-#include "accounts/partner_overview.h"
 #include "core/clock.h"
 #include "core/defaults.h"
 #include "core/rights.h"
@@ -54,17 +53,19 @@ constexpr ui::FieldSpec kRepairFields[] = {
     {"tname", joined<PartnerText<Side>::noun, "：">, FieldKind::Text, "", 128, ui::ReadOnly},
     {"tdate", "开始日期：", FieldKind::Text, "", 10, ui::ReadOnly}};
 template <PartnerType Side>
-constexpr ui::ScreenSpec repairSpec(std::string_view name) {
-  return {.name = name,
-          .title = joined<"重新计算", PartnerText<Side>::owed, "款">,
-          .fields = kRepairFields<Side>,
-          .commands = kSaveCommands};
+constexpr ui::ScreenSpec repairSpec(std::string_view name, std::string_view title) {
+  return {.name = name, .title = title, .fields = kRepairFields<Side>, .commands = kSaveCommands};
 }
 
 /// The texts of the customers' side in the other side's words.
 QString sideText(const PartnerSide& side, QString text) {
   if (side.isCustomer()) return text;
   return text.replace(u"客户"_qs, u"供货商"_qs).replace(u"应收"_qs, u"应付"_qs).replace(u"已收"_qs, u"已付"_qs);
+}
+
+/// The same in the words of invoices, which are those of both sides.
+QString invoiceText(QString text) {
+  return text.replace(u"应收款"_qs, u"应开发票"_qs).replace(u"应收"_qs, u"应开"_qs).replace(u"已收"_qs, u"已开"_qs);
 }
 
 struct TF_Yskgl_Sk : SettlementScreen {
@@ -74,16 +75,32 @@ struct TF_Yfkgl_Fk : SettlementScreen {
   TF_Yfkgl_Fk() : SettlementScreen(settleSpec<PartnerType::Supplier>("F_Yfkgl_Fk"), supplierSide) {}
 };
 struct TF_Yskgl_Js : PartnerRepairScreen {
-  TF_Yskgl_Js() : PartnerRepairScreen(repairSpec<PartnerType::Customer>("F_Yskgl_Js"), customerSide) {}
+  TF_Yskgl_Js()
+      : PartnerRepairScreen(repairSpec<PartnerType::Customer>("F_Yskgl_Js", "重新计算应收款"),
+                            partner_books::owedLedger, customerSide) {}
 };
 struct TF_Yfkgl_Js : PartnerRepairScreen {
-  TF_Yfkgl_Js() : PartnerRepairScreen(repairSpec<PartnerType::Supplier>("F_Yfkgl_Js"), supplierSide) {}
+  TF_Yfkgl_Js()
+      : PartnerRepairScreen(repairSpec<PartnerType::Supplier>("F_Yfkgl_Js", "重新计算应付款"),
+                            partner_books::owedLedger, supplierSide) {}
+};
+struct TF_Fpxs_Js : PartnerRepairScreen {
+  TF_Fpxs_Js()
+      : PartnerRepairScreen(repairSpec<PartnerType::Customer>("F_Fpxs_Js", "重新计算销售发票"),
+                            partner_books::invoiceLedger, customerSide) {}
+};
+struct TF_Fpcg_Js : PartnerRepairScreen {
+  TF_Fpcg_Js()
+      : PartnerRepairScreen(repairSpec<PartnerType::Supplier>("F_Fpcg_Js", "重新计算进货发票"),
+                            partner_books::invoiceLedger, supplierSide) {}
 };
 
 const ui::Registered<TF_Yskgl_Sk> kRegisteredYskglSk{"F_Yskgl_Sk"};
 const ui::Registered<TF_Yfkgl_Fk> kRegisteredYfkglFk{"F_Yfkgl_Fk"};
 const ui::Registered<TF_Yskgl_Js> kRegisteredYskglJs{"F_Yskgl_Js"};
 const ui::Registered<TF_Yfkgl_Js> kRegisteredYfkglJs{"F_Yfkgl_Js"};
+const ui::Registered<TF_Fpxs_Js> kRegisteredFpxsJs{"F_Fpxs_Js"};
+const ui::Registered<TF_Fpcg_Js> kRegisteredFpcgJs{"F_Fpcg_Js"};
 
 }  // namespace partner_overview_screens_detail
 
@@ -145,18 +162,22 @@ void SettlementScreen::save() {
 
 // ---- repair ------------------------------------------------------------------------------------------------------
 
-PartnerRepairScreen::PartnerRepairScreen(const ui::ScreenSpec& spec, const PartnerSide& side)
-    : Screen(spec), side_(side) {
+PartnerRepairScreen::PartnerRepairScreen(const ui::ScreenSpec& spec, const partner_books::PartnerLedger& ledger,
+                                         const PartnerSide& side)
+    : Screen(spec), ledger_(ledger), side_(side) {
+  using namespace partner_overview_screens_detail;
+  const QString explanation = QStringLiteral(
+      "通常情况下不需要重新计算应收款，由于未知原因出现期末应收金额与期初应收、本期应收、本期已收之间的计算值不一致时，"
+      "可以"
+      "使用本功能重新计算期末应收金额。此功能只用于期末应收金额与期初应收、本期应收、本期已收之间的计算值不一致的情况"
+      "。");
+  const bool ofInvoices = &ledger_ == &partner_books::invoiceLedger;
   panel()
       .form({"tname", "tdate"})
-      .text(partner_overview_screens_detail::sideText(
-          side_,
-          QStringLiteral("通常情况下不需要重新计算应收款，由于未知原因出现期末应收金额与期初应收、本期应收、本期已收"
-                         "之间的计算值不一致时，可以使用本功能重新计算期末应收金额。此功能只用于期末应收金额与期初"
-                         "应收、本期应收、本期已收之间的计算值不一致的情况。")))
+      .text(ofInvoices ? invoiceText(explanation) : sideText(side_, explanation))
       .buttons("| btnSave btnCancel");
   on(command("btnSave"), [this] {
-    if (!from_.isEmpty() && partner_books::recomputePartners(side_, partner_, from_, prompt())) accept();
+    if (!from_.isEmpty() && partner_books::recomputePartners(ledger_, side_, partner_, from_, prompt())) accept();
   });
 }
 

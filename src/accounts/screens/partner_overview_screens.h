@@ -1,6 +1,7 @@
-// 应收应付账表的对话框: settling one document, and the repair of the running balances.
+// 应收应付、发票账表的对话框: settling one document, and the repair of the running balances.
 #pragma once
 
+#include "accounts/partner_overview.h"
 #include "accounts/settling.h"
 #include "ui/screen.h"
 
@@ -28,14 +29,15 @@ class SettlementScreen : public ui::Screen {
 /// Shows the form of its side for a document that may be settled. Whether something was paid or collected.
 bool editSettlement(const PartnerSide& side, const std::optional<partner_books::Settlement>& opened);
 
-/// "重新计算" of the running balances.
+/// "重新计算" of the running balances of a ledger.
 class PartnerRepairScreen : public ui::Screen {
  public:
-  PartnerRepairScreen(const ui::ScreenSpec& spec, const PartnerSide& side);
+  PartnerRepairScreen(const ui::ScreenSpec& spec, const partner_books::PartnerLedger& ledger, const PartnerSide& side);
   /// Of one partner by number, or of all (empty), from that day on. Whether it was done.
   bool run(const QString& partner, const QString& from);
 
  private:
+  const partner_books::PartnerLedger& ledger_;
   const PartnerSide& side_;
   QString partner_, from_;
 };

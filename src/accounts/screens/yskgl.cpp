@@ -1,40 +1,22 @@
 // 应收应付帐表: what each partner owed, what came and went in a period, and what is owed at its end.
-#include "accounts/partner_overview.h"
 #include "accounts/screens/document_goods.h"
-#include "accounts/screens/partner_overview_screens.h"
+#include "accounts/screens/partner_overview_parts.h"
 #include "accounts/settling.h"
-#include "masterdata/screens/partner_picker.h"
-#include "masterdata/screens/partner_text.h"
-#include "ui/enquiry_screen.h"
+#include "ui/joined_tables.h"
 
 namespace jxc {
 namespace yskgl_detail {
 
-using ui::Asks;
 using ui::ColumnKind;
 using namespace partner_books;
 
-std::vector<ListItem> employees() {
-  return fillKeyedCombo("jxc_user", "u_name", QStringLiteral("所有经办人"), "id", "u_sn");
-}
-
 template <PartnerType Side>
-struct Overview {
+struct Overview : OverviewParts<Side, OwedBooks, PartnerText<Side>::owed, PartnerText<Side>::got> {
   using Text = PartnerText<Side>;
+  using Parts = OverviewParts<Side, OwedBooks, Text::owed, Text::got>;
   static constexpr bool isCustomer = Side == PartnerType::Customer;
 
-  static constexpr ui::Criterion criteria[] = {
-      {Asks::From, "tdate11", "日期："},
-      {Asks::To, "tdate12", "至"},
-      {.asks = Asks::Partner, .name = "tKhName1", .label = joined<Text::noun, "：">, .pick = pickPartner<Side>},
-      {Asks::Employee, "comUser", "经办人：", employees},
-      {Asks::Key, "tkey", "查找："},
-      {.asks = Asks::Box,
-       .name = "chkZero",
-       .label = joined<"期末", Text::owed, "为零的", Text::noun, "不显示">,
-       .box = kHidesSettled},
-      {.asks = Asks::Box, .name = "chkAll", .label = joined<"所有", Text::noun>, .box = kWithIdle, .views = "gridHz"},
-  };
+  static constexpr auto criteria = ui::joinedTables(Parts::asked, Parts::boxes);
   static constexpr ui::ColumnSpec lines[] = {
       {"name", joined<Text::noun>, ColumnKind::Text, 20},
       {"k_rq", "日期", ColumnKind::Date},
@@ -50,20 +32,7 @@ struct Overview {
       {"k_note", "备注", ColumnKind::Text, 24},
       {"a_name", "操作员"},
   };
-  static constexpr ui::ColumnSpec totals[] = {
-      {"k_ghskh", joined<Text::noun, "编号">},
-      {"name", joined<Text::noun>, ColumnKind::Text, 28},
-      {"qcje", joined<"期初", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
-      {"yfje", joined<"本期", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
-      {"sfje", joined<"本期", Text::got>, ColumnKind::Money, 14, {.sum = true}},
-      {"wfje", joined<"期末", Text::owed>, ColumnKind::Money, 14, {.sum = true}},
-  };
-
-  static Sql detail(const Criteria& criteria) { return overviewDetail(partnerSide(Side), criteria); }
-  static Sql summary(const Criteria& criteria) { return overviewSummary(partnerSide(Side), criteria); }
-  static ui::RowLook open(const Row& row, std::string_view column) {
-    return column == "k_ljje" && row.number(column) != 0 ? ui::RowLook::Bad : ui::RowLook::Normal;
-  }
+  static Sql detail(const Criteria& criteria) { return overviewDetail(owedLedger, partnerSide(Side), criteria); }
 
   static constexpr ui::EnquiryView views[] = {
       {.grid = {"gridMx", joined<Text::owed, "明细">, lines, "该时间段内没有往来", "id",
@@ -73,23 +42,14 @@ struct Overview {
        .leads = {.document = "gl_djh"},
        .below = &goodsOfDocument<Side>,
        .paper = isCustomer ? "yskmxb" : "yfkmxb",
-       .rowLook = [](const Row& row) { return row.integer("dsort") == 1 ? ui::RowLook::Muted : ui::RowLook::Normal; },
-       .cellLook = open},
-      {.grid = {"gridHz", joined<Text::owed, "汇总">, totals, "该时间段内没有往来", "k_ghskh"},
-       .source = {summary, kPartnersHaveNoWarehouse},
-       .mode = {"rHzb", "汇总表"},
-       .chart = {.label = "name", .measure = "wfje"},
-       .leads = {"gridMx", [](Criteria& criteria, const Row& row) { criteria.partner = row.text("k_ghskh"); }, "name"},
-       .paper = isCustomer ? "yskglhzb" : "yfkglhzb"}};
+       .rowLook = Parts::lineLook,
+       .cellLook = Parts::open},
+      Parts::summaryView("该时间段内没有往来", isCustomer ? "yskglhzb" : "yfkglhzb")};
   static constexpr ui::EnquiryTab tabs[] = {{.criteria = criteria, .views = views}};
 
   static bool settle(const Row& row, Prompt& prompt) {
     const OverviewLine line{row.text("gl_djh"), row.number("k_yfje"), row.number("k_sfje")};
     return editSettlement(partnerSide(Side), openSettlement(partnerSide(Side), line, prompt));
-  }
-  static bool recompute(const Criteria& criteria, Prompt&) {
-    auto& repair = ui::screenAs<PartnerRepairScreen>(isCustomer ? "F_Yskgl_Js" : "F_Yfkgl_Js");
-    return repair.run(criteria.partner, criteria.from);
   }
   static constexpr ui::EnquiryCommand commands[] = {
       {.name = "btn_Fukuan",
@@ -99,7 +59,10 @@ struct Overview {
        .views = "gridMx",
        .elsewhere = joined<Text::taken, "只能在“明细表”进行！">,
        .rule = settle},
-      {.name = "btn_Cxjs", .caption = "重新计算", .key = "F8", .whole = recompute}};
+      {.name = "btn_Cxjs",
+       .caption = "重新计算",
+       .key = "F8",
+       .whole = Parts::template recompute < isCustomer ? FixedText{"F_Yskgl_Js"} : FixedText{"F_Yfkgl_Js"} > }};
   static constexpr ui::EnquirySpec enquiry = {
       .name = isCustomer ? "F_Yskgl" : "F_Yfkgl",
       .title = joined<Text::owed, "款管理">,
