@@ -70,7 +70,11 @@ int run(Console& console, ConsoleWords words) {
     const auto backup = OpenedBackup::open(source);
     RestoreReports reports;
     if (console.home.isEmpty() && !onServer) reports.folder = QFileInfo(console.file).absolutePath();
-    if (!restoreBackup(*backup, prompt, reports)) return 1;
+    try {
+      if (!restoreBackup(*backup, prompt, reports)) return 1;
+    } catch (const DbError& error) {
+      throw ConsoleRefusal(restoreFailure(error).remove(u'\r'));
+    }
   } else {
     const auto backup =
         OpenedBackup::open(source, {}, OpenedBackup::For::Restore, QFileInfo(console.file).absolutePath());

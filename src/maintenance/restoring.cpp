@@ -217,14 +217,23 @@ QStringList OpenedBackup::words() const {
 
 namespace restoring_detail {
 
+bool isDamaged(Database& set) {
+  try {
+    return !set.checkStorage().damage.isEmpty();
+  } catch (const DbError&) {
+    return true;
+  }
+}
+
 /// The present set beside the other backups. Nothing when it was stopped; whoever has a set that can no longer be
-/// copied decides himself.
+/// copied, since its own disk is dying, decides himself.
 std::optional<QString> keepPresent(Prompt& prompt, const RestoreReports& reports) {
   const QString folder = reports.folder.isEmpty() ? backupFolder(accountDb()) : reports.folder;
   const QString file = backupFileIn(folder, QStringLiteral("(恢复前)"));
   try {
     return makeVerifiedCopy(accountDb(), file, reports.keeping) ? std::optional(file) : std::nullopt;
   } catch (const DbError& error) {
+    if (isOnServer(accountDb()) || !isDamaged(accountDb())) throw;
     if (prompt.ask(QStringLiteral("现在的帐套不能另存：%1\r\n\r\n仍要恢复吗？恢复以后，现在的数据就没有了。")
                        .arg(error.message())))
       return QString();
@@ -233,6 +242,12 @@ std::optional<QString> keepPresent(Prompt& prompt, const RestoreReports& reports
 }
 
 }  // namespace restoring_detail
+
+QString restoreFailure(const DbError& error) {
+  const auto* const lost = dynamic_cast<const ConnectionLost*>(&error);
+  if (lost != nullptr && lost->isUnknown()) return error.message();  // it may be kept, and nobody knows yet
+  return QStringLiteral("没有恢复，帐套和原来一样。\r\n\r\n") + error.message();
+}
 
 bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports) {
   using namespace restoring_detail;

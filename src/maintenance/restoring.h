@@ -60,4 +60,8 @@ struct RestoreReports {
 /// False when it was refused, declined or stopped: the set is as it was. Throws DbError; the set is as it was then too.
 bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports = {});
 
+/// What the operator reads of its failure: that the set is as it was, but where a server went in the moment of the
+/// commit.
+QString restoreFailure(const DbError& error);
+
 }  // namespace jxc

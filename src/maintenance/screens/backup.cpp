@@ -170,7 +170,7 @@ class TF_Backup : public ui::Screen {
       if (!restoreBackup(*backup, prompt(), reports)) return;
     } catch (const DbError& error) {
       reports = {};
-      return prompt().notice(QStringLiteral("没有恢复，帐套和原来一样。\r\n\r\n") + error.message());
+      return prompt().notice(restoreFailure(error));
     }
     backup.reset();
     prompt().notice(QStringLiteral("恢复完成！"));
