@@ -79,9 +79,15 @@ bool ServerPresence::enter(const Station& station) {
   return isHere_;
 }
 
+ServerPresence::~ServerPresence() {
+  leave();
+}
+
 void ServerPresence::leave() {
   isHere_ = false;
   work_ = 0;
+  // Said, not left to the end of the connection, which the server sees a moment later.
+  if (connection_) const ResultHandle done(PQexec(connection_.get(), "select pg_advisory_unlock_all()"));
   connection_.reset();
 }
 

@@ -13,6 +13,9 @@ namespace jxc::postgres {
 class ServerPresence final : public Presence {
  public:
   ServerPresence(std::string address, std::string user) : address_(std::move(address)), user_(std::move(user)) {}
+  ~ServerPresence() override;
+  ServerPresence(const ServerPresence&) = delete;
+  ServerPresence& operator=(const ServerPresence&) = delete;
 
   bool enter(const Station& station) override;
   void leave() override;
