@@ -625,10 +625,10 @@ def money_lists():
     yield list_report("xsthmxb", "销售退货明细表", lines, fields=goods)
     invoices = {"gl_djh": ("单据号", "XS21050310001"), "fp_rq": ("日期", "2021-05-03"), "fp_no": ("发票号码", "04412368"), "fp_yfje": ("应开", "1000"),
                 "fp_kpje": ("已开", "400"), "fp_qcje": ("期初", "0"), "fp_ljje": ("期末", "600"), "fp_djtxt": ("类型", "商品销售单"),
-                "fp_note": ("备注", ""), "kh_name": ("客户", "视康眼科"), "ghs_name": ("供货商", "明视光学")}
-    for name, title, partner, caption in (("fpxsmxb", "销售发票明细表", "kh_name", "客户"), ("fpcgmxb", "进货发票明细表", "ghs_name", "供货商")):
+                "fp_note": ("备注", ""), "name": ("往来单位", "视康眼科")}
+    for name, title, caption in (("fpxsmxb", "销售发票明细表", "客户"), ("fpcgmxb", "进货发票明细表", "供货商")):
         yield list_report(name, title, (
-            words(caption, partner, 42, True), words("日期", "fp_rq", 21), words("单据号", "gl_djh", 31), words("类型", "fp_djtxt", 24),
+            words(caption, "field.name", 42, True), words("日期", "fp_rq", 21), words("单据号", "gl_djh", 31), words("类型", "fp_djtxt", 24),
             words("发票号码", "fp_no", 24), money("期初", "fp_qcje", total=False, hide_zero=True), money("应开金额", "fp_yfje", hide_zero=True),
             money("已开金额", "fp_kpje", hide_zero=True), money("期末", "fp_ljje", total=False), words("备注", "fp_note", 30, True)), fields=invoices)
 

@@ -18,21 +18,11 @@
 namespace jxc::partner_books {
 namespace partner_documents_detail {
 
-/// "增加收款，客户：张三，金额：98".
-void logDocument(const PartnerSide& side, const QString& what, const QString& partner, double amount) {
-  writeLog(what + u"，"_qs + words(side.noun) + u"："_qs + partnerName(side, partner) + u"，金额："_qs +
-           numberText(amount));
-}
-
 /// What waits behind the lock may come out of it: only the new day counts.
 Refusal refusal(const PartnerSide& side, Kind kind, const Draft& draft) {
   if (const Refusal locked = lockedOn(draft.date)) return locked;
   if (draft.amount == 0) return {wordOf(side, kind) + u"不能为0！"_qs, Subject::Amount};
   return {draft.employee.isEmpty(), u"经办人不能为空！"_qs, Subject::Employee};
-}
-
-QString cleanNote(const QString& typed) {
-  return sanitizeText(typed.trimmed()).left(200);
 }
 
 QString insertDocument(const PartnerSide& side, Kind kind, const Draft& draft, const QString& kindText) {
@@ -71,7 +61,7 @@ QString addNew(const PartnerSide& side, Kind kind, const Draft& draft) {
   clean.settles.clear();
   if (kind == Kind::Payment) return addPayment(side, clean, words(side.paymentWord));
   const QString number = insertDocument(side, kind, clean, u"增加"_qs + words(side.dueWord));
-  logDocument(side, words(side.addedDueLog), draft.partner, draft.amount);
+  writePartnerLog(side, words(side.addedDueLog), draft.partner, draft.amount);
   if (strIsTrue(session().cs_shdj)) auditDocument(side, kind, number);
   return number;
 }
@@ -99,7 +89,7 @@ std::optional<QString> change(const PartnerSide& side, Kind kind, const Draft& d
                {"k_mlje", draft.rounding}});
   }
   const QString what = kind == Kind::Due ? words(side.changedDueLog) : u"修改"_qs + words(side.paymentWord);
-  logDocument(side, what, rows.front().text("k_ghskh"), draft.amount);
+  writePartnerLog(side, what, rows.front().text("k_ghskh"), draft.amount);
   return rows.front().text("gl_djh");
 }
 
@@ -137,6 +127,15 @@ Sql partnerSource(const PartnerSide& side) {
 }
 
 }  // namespace partner_documents_detail
+
+void writePartnerLog(const PartnerSide& side, const QString& what, const QString& partner, double amount) {
+  writeLog(what + u"，"_qs + words(side.noun) + u"："_qs + partnerName(side, partner) + u"，金额："_qs +
+           numberText(amount));
+}
+
+QString cleanNote(const QString& typed) {
+  return sanitizeText(typed.trimmed()).left(200);
+}
 
 QString wordOf(const PartnerSide& side, Kind kind) {
   return words(kind == Kind::Due ? side.dueWord : side.paymentWord);
@@ -197,7 +196,7 @@ QString stateAfterSaving() {
 QString addPayment(const PartnerSide& side, const Draft& draft, const QString& kindText) {
   namespace detail = partner_documents_detail;
   const QString number = detail::insertDocument(side, Kind::Payment, draft, kindText);
-  detail::logDocument(side, u"增加"_qs + words(side.paymentWord), draft.partner, draft.amount);
+  writePartnerLog(side, u"增加"_qs + words(side.paymentWord), draft.partner, draft.amount);
   if (strIsTrue(session().cs_shdj)) auditDocument(side, Kind::Payment, number);
   return number;
 }
@@ -215,7 +214,7 @@ bool auditDocument(const PartnerSide& side, Kind kind, const QString& number) {
   execSql("update jxc_ysyfk_dj set k_check=1,k_checker=?,k_chkrq=? where gl_djh=?", session().a_name, clock::today(),
           number);
   // Also on a payment the log shows what is due, which is nothing there.
-  partner_documents_detail::logDocument(side, u"审核"_qs + wordOf(side, kind), partner, document.number("k_yfje"));
+  writePartnerLog(side, u"审核"_qs + wordOf(side, kind), partner, document.number("k_yfje"));
   transaction.commit();
   return true;
 }
@@ -261,7 +260,7 @@ bool unCheck(const PartnerSide& side, Kind kind, const QString& number, Prompt& 
   takeBackDocument(side, kind, document);
   QString what = u"取消审核"_qs + word;
   if (kind == Kind::Payment && side.isCustomer()) what += u"，单据号："_qs + number;
-  detail::logDocument(side, what, document.text("k_ghskh"), document.number(kind == Kind::Due ? "k_yfje" : "k_sfje"));
+  writePartnerLog(side, what, document.text("k_ghskh"), document.number(kind == Kind::Due ? "k_yfje" : "k_sfje"));
   transaction.commit();
   return true;
 }

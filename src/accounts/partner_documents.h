@@ -21,6 +21,11 @@ QString wordOf(const PartnerSide& side, Kind kind);
 /// "YS", "YF", "SK", "FK".
 QString prefixOf(const PartnerSide& side, Kind kind);
 
+/// The log of a command on a partner's money: "增加收款，客户：张三，金额：98".
+void writePartnerLog(const PartnerSide& side, const QString& what, const QString& partner, double amount);
+/// A note as it is stored, in its 200 characters.
+QString cleanNote(const QString& typed);
+
 struct Draft {
   std::int64_t id = 0;  // 0 for a new one
   QString number;       // of a document that stands already

@@ -25,6 +25,9 @@ constexpr std::array kSeasons{88, 96, 92, 90, 98, 112, 134, 138, 108, 106, 82, 8
 /// How much the sun is thought of, percent.
 constexpr std::array kSunshine{2, 4, 12, 30, 60, 90, 100, 92, 50, 20, 6, 2};
 
+/// Invoices are kept for so long.
+constexpr int kDaysOfInvoices = 13;
+
 template <class List>
 int ofMonth(const List& list, const QDate& day) {
   return list[static_cast<std::size_t>(day.month() - 1)];
@@ -52,6 +55,7 @@ class Year {
       makeDay(day);
     }
     setTime(last_, QTime(21, 30));
+    trade_.writeInvoices();
     if (plan_.putaway) {
       trade_.followInParts();
       trade_.lend();
@@ -178,6 +182,7 @@ class Year {
 
   void makeDay(const QDate& day) {
     trade_.beginDay(day);
+    if (day == std::max(first_, last_.addDays(-kDaysOfInvoices))) trade_.keepInvoices();
     setTime(day, QTime(9, 0));
     makeStandingOrders(day);
     const std::vector<Act> acts = agenda(day);

@@ -98,6 +98,10 @@ class Trade {
   int auditDay(int leave);
   /// An audited sale is cancelled, looked at and audited again.
   bool correctSale();
+  /// From now on what is sold and bought stands in the invoices too …
+  void keepInvoices();
+  /// … which are registered, excluded and entered by hand, or not yet.
+  void writeInvoices();
   /// Lines that were begun and not saved.
   void leaveDrafts();
   /// From now on goods are put away and issued by documents of their own: some are on the way, some came in part, some

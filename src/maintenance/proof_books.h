@@ -85,7 +85,7 @@ struct Document {
   int heads = 0, auditedHeads = 0;
   bool audited = false, signedOff = false;
   bool fromTill = false;
-  bool closed = false;  // audited, of a day that a closing has carried on
+  bool closed = false;        // audited, of a day that a closing has carried on
   std::optional<bool> moved;  // what the head says of its goods; nothing where no putaway or issue can come behind it
   double due = 0, paid = 0;
   int settlement = 0;
@@ -104,8 +104,8 @@ struct Document {
   double ledgerTotal = 0, ledgerPieces = 0;
   std::int64_t firstLedgerRow = 0;
   char ledgerKind = 0;  // '9' till, 'd' gift for points, 'r' reserved kinds, 'o' rounding
-  int partnerRows = 0, cashRows = 0;
-  double partnerDue = 0, partnerPaid = 0, cash = 0;
+  int partnerRows = 0, cashRows = 0, invoiceRows = 0;
+  double partnerDue = 0, partnerPaid = 0, cash = 0, invoiceDue = 0;
 
   /// Its rows in the ledgers stand in those that a closing carried on; it stays until its goods have moved.
   bool isCarried() const { return closed && ledgerRows == 0 && partnerRows == 0 && cashRows == 0; }
@@ -150,7 +150,7 @@ struct Books {
   Findings findings;
 
   Names goods, warehouses, numbers, dates;
-  std::string closedUntil;  // the last day that a closing took, with its last second; empty: none did
+  std::string closedUntil;      // the last day that a closing took, with its last second; empty: none did
   std::vector<LedgerRow> rows;  // in the order of id; the balancing lines are left out
   std::int64_t ledgerRows = 0;  // all
   std::vector<Pair> pairs;

@@ -68,7 +68,9 @@ constexpr KindWords table[] = {
     {Kind::CashTransferCancelled, "cash-transfer-cancelled", Known, u"现金银行余额",
      u"取消审核转账时只重新计算所选行的账户，对方账户的余额不变", u"现金银行→重新计算"},
     {Kind::InvoiceBalance, "invoice-balance", Wrong, u"发票余额", u"逐笔未开票余额与发生额不符",
-     u"审核或取消该往来单位的一张单据时自动更新"},
+     u"销售（进货）发票→重新计算"},
+    {Kind::InvoiceByHand, "invoice-by-hand", Wrong, u"手工发票",
+     u"手工发票的单号重复，或者客户（供货商）、应开金额与单号不符", u"查明后删除多余的一张，或删除后重新增加"},
 
     {Kind::NoLines, "no-lines", Wrong, u"单据", u"单据没有商品明细", u"删除该单据"},
     {Kind::GoodsUnmoved, "goods-unmoved", Wrong, u"单据",
@@ -93,6 +95,7 @@ constexpr KindWords table[] = {
     {Kind::HeadAmount, "head-amount", Wrong, u"单据", u"单据的应收（应付）金额与明细合计不符", again},
     {Kind::StaleBalancing, "stale-balancing", Wrong, u"单据", u"优惠商品的金额不是实付（收）与应付（收）的差额", again},
     {Kind::PartnerLine, "partner-line", Wrong, u"单据", u"已审核单据的往来账与单据不符", again},
+    {Kind::InvoiceLine, "invoice-line", Wrong, u"单据", u"已审核单据的应开发票金额与往来账不符，或登记了两行", again},
     {Kind::CashLine, "cash-line", Wrong, u"单据", u"已审核单据的现金银行账与单据不符", again},
     {Kind::DifferenceLine, "difference-line", Wrong, u"单据", u"盘点、拆分、捆绑的成本差额与费用、收入账不符", again},
     {Kind::PaymentLine, "payment-line", Wrong, u"收付款单", u"已审核收付款（应收应付）单的账目与单据不符", again},

@@ -45,6 +45,7 @@ enum class Kind : std::uint8_t {
   CashBalance,
   CashTransferCancelled,
   InvoiceBalance,
+  InvoiceByHand,
   // documents
   NoLines,
   GoodsUnmoved,
@@ -61,6 +62,7 @@ enum class Kind : std::uint8_t {
   HeadAmount,
   StaleBalancing,
   PartnerLine,
+  InvoiceLine,
   CashLine,
   DifferenceLine,
   PaymentLine,

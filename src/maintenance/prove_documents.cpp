@@ -66,6 +66,13 @@ void proveTrading(Books& books, const Document& document) {
       return Place{numberOf(books, document), figures(document.partnerRows, document.partnerDue, document.partnerPaid),
                    figures(1, ledgerDue, document.paid)};
     });
+  // Whether invoices were kept when it was audited, the parameter of today does not tell.
+  if (document.invoiceRows > 1 || (document.invoiceRows == 1 && !sameAmount(document.invoiceDue, ledgerDue)))
+    books.findings.add(Kind::InvoiceLine, [&] {
+      return Place{numberOf(books, document),
+                   u"%1 行，应开 "_qs.arg(document.invoiceRows) + numberText(document.invoiceDue),
+                   u"1 行，应开 "_qs + numberText(ledgerDue)};
+    });
   const double cash = family.side == PartnerType::Supplier ? -document.paid : document.paid;
   if (document.cashRows != 1 || !sameAmount(document.cash, cash))
     books.findings.add(Kind::CashLine, [&] {

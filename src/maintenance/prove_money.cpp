@@ -5,6 +5,7 @@
 #include "maintenance/proof_books.h"
 
 #include <map>
+#include <set>
 #include <vector>
 
 namespace jxc::proof {
@@ -108,30 +109,52 @@ void proveCash(Books& books) {
 
 // ---- invoices ----------------------------------------------------------------------------------------------------
 
+/// Lines of documents: one for each, as long as it is audited, whether it counts or was excluded.
+void proveInvoiceOfDocument(Books& books, const Row& row, const std::string& number) {
+  Document& document = books.document(number);
+  ++document.invoiceRows;
+  document.invoiceDue += row.number("fp_yfje");
+  if (document.audited) return;
+  books.findings.add(Kind::InvoiceOrphan, [&] {
+    return Place{u"单据 "_qs + row.text("gl_djh"), row.text("fp_yfje"), {}};
+  });
+}
+
+/// Invoices by hand: a number is one invoice of its own side, and lowers what is still to invoice, no more.
+bool isInvoiceByHand(const Row& row, std::set<QString>& seen) {
+  const QString number = row.text("gl_djh");
+  const bool customer = row.text("fp_type") == u"kh";
+  return number.startsWith(customer ? u"XP" : u"CP") && row.text("fp_djlx") == number.left(2) &&
+         row.number("fp_yfje") == 0 && seen.insert(number).second;
+}
+
 void proveInvoices(Books& books) {
   const RowSet lines = books.select(
-      "select id,fp_type,fp_ghskh,fp_rq as rq,fp_qcje,fp_yfje,fp_kpje,fp_ljje,gl_djh from jxc_fpdjb "
-      "where fp_check<>0 order by fp_ghskh,fp_type,fp_rq,id");
+      "select id,fp_type,fp_ghskh,fp_rq as rq,fp_qcje,fp_yfje,fp_kpje,fp_ljje,gl_djh,fp_djlx,fp_check from jxc_fpdjb "
+      "order by fp_ghskh,fp_type,fp_rq,id");
   QString whose;
   double balance = 0;
+  std::set<QString> byHand;
   for (const Row row : lines) {
     const QString side = row.text("fp_type") + row.text("fp_ghskh");
     if (side != whose) balance = 0;
     whose = side;
-    balance += row.number("fp_qcje") + row.number("fp_yfje") - row.number("fp_kpje");
-    if (!sameAmount(row.number("fp_ljje"), balance))
-      books.findings.add(Kind::InvoiceBalance, [&] {
-        const QString name = row.text("fp_type") == u"kh" ? u"客户 "_qs : u"供货商 "_qs;
-        return balancePlace(name + row.text("fp_ghskh"), row, "fp_ljje", balance);
-      });
-    balance = row.number("fp_ljje");
+    const auto name = [&] { return row.text("fp_type") == u"kh" ? u"客户 "_qs : u"供货商 "_qs; };
+    if (row.flag("fp_check")) {
+      balance += row.number("fp_qcje") + row.number("fp_yfje") - row.number("fp_kpje");
+      if (!sameAmount(row.number("fp_ljje"), balance))
+        books.findings.add(Kind::InvoiceBalance,
+                           [&] { return balancePlace(name() + row.text("fp_ghskh"), row, "fp_ljje", balance); });
+      balance = row.number("fp_ljje");
+    }
     const std::string number = row.text("gl_djh").toStdString();
-    if (!isTrading(number)) continue;
-    const Document& document = books.document(number);
-    if (document.audited) continue;
-    books.findings.add(Kind::InvoiceOrphan, [&] {
-      return Place{u"单据 "_qs + row.text("gl_djh"), row.text("fp_yfje"), {}};
-    });
+    if (isTrading(number)) {
+      proveInvoiceOfDocument(books, row, number);
+    } else if (!number.empty() && !isInvoiceByHand(row, byHand)) {
+      books.findings.add(Kind::InvoiceByHand, [&] {
+        return Place{name() + row.text("fp_ghskh") + u" 单据 "_qs + row.text("gl_djh"), row.text("fp_yfje"), u"0"_qs};
+      });
+    }
   }
 }
 

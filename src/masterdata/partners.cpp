@@ -349,10 +349,12 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
          const QString number = row.text(side.sn);
          if (number == QLatin1String(builtInNumber))
            return Hindrance{u"该%1为系统内置%1，不能删除！"_qs.arg(noun), {}, orRename()};
-         const QString holder = firstMention(side.business, number);
-         if (!holder.isEmpty()) return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
-         const Refusal locked = linesLocked(side, number);
-         return locked ? std::optional(Hindrance{locked.text, {}, orDisable()}) : std::nullopt;
+         QString holder = firstMention(side.business, number);
+         if (holder.isEmpty())
+           holder =
+               lookupValue("select top 1 gl_djh from jxc_fpdjb where fp_type=? and fp_ghskh=?", typeText(side), number);
+         if (holder.isEmpty()) return {};
+         return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
        },
        .alsoDelete =
            [&](const Row& row) {

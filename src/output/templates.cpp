@@ -28,7 +28,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"cgth2", u"采购退货单(不含进价)", u"采购"},
     {u"cgrk", u"商品入库单", u"采购"},
     {u"jthmxb", u"进退货明细表", u"采购"},
-    {u"fpcgmxb", u"进货发票明细表", u"采购", true},
+    {u"fpcgmxb", u"进货发票明细表", u"采购"},
 
     {u"spxs", u"商品销售单", u"销售"},
     {u"spxs2", u"商品销售单(含零售价)", u"销售"},
@@ -39,7 +39,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"spck", u"商品出库单", u"销售"},
     {u"fyd", u"发运单", u"销售", true},
     {u"xsthmxb", u"销售退货明细表", u"销售"},
-    {u"fpxsmxb", u"销售发票明细表", u"销售", true},
+    {u"fpxsmxb", u"销售发票明细表", u"销售"},
     {u"khjh", u"客户借货还货单", u"销售"},
     {u"khjhdjb", u"客户借货登记表", u"销售"},
     {u"khjhmxb", u"客户借货明细表", u"销售"},

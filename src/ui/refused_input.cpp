@@ -34,7 +34,7 @@ constexpr Inputs kInputs[] = {
     {Subject::OptometristsShare, {"tygtc"}},
     {Subject::WorkshopsShare, {"tjgtc"}},
     {Subject::SalesmansShare, {"txsytc"}},
-    {Subject::Partner, {"tghs", "tkh", "tKhName", "tKh", "tGhs"}},
+    {Subject::Partner, {"tghs", "tkh", "tKhName", "tKh", "tGhs", "tKhName1"}},
     {Subject::Warehouse, {"comCk"}},
     {Subject::WarehouseInto, {"comCk2"}},
     {Subject::Employee, {"comUser"}},

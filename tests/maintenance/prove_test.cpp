@@ -4,6 +4,7 @@
 #include "maintenance/prove.h"
 
 #include "accounts/expenses.h"
+#include "accounts/invoices.h"
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
 #include "sales/loan_return.h"
@@ -89,6 +90,8 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
   auditedInside(stocktake, "2021-05-03", {twin}, {{"D", 2, 2}});
   receive("2021-05-03", {{"A", 5, 7}, {"B", 1, 2}});
   auditedPayment();
+  ASSERT_TRUE(invoices::saveInvoice(
+      customerSide, {.partner = customer(), .date = u"2021-05-03"_qs, .amount = 8, .employee = u"100001"_qs}, prompt));
   waitingSale("2021-05-03", {{"C", 1, 9}}, 0);
   receipt::ReceiptDraft rebated = draftReceipt("2021-05-03", {{"C", 2, 3}});
   rebated.paid = 5;
@@ -147,6 +150,9 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
       {"update jxc_ghsxx set ghs_lwje=0", "partner-master"},
       {"update jxc_xjyh set xj_ljje=1 where xj_dlx='收款单'", "cash-balance"},
       {"update jxc_fpdjb set fp_ljje=fp_ljje+1 where fp_djlx='XS'", "invoice-balance"},
+      {"update jxc_fpdjb set fp_yfje=1 where fp_djlx='XP'", "invoice-by-hand"},
+      {"update jxc_fpdjb set fp_type='ghs' where fp_djlx='XP'", "invoice-by-hand"},
+      {"update jxc_fpdjb set fp_yfje=fp_yfje+1,fp_qcje=-1 where fp_djlx='CJ'", "invoice-line"},
       {"delete from jxc_bssp", "no-lines"},
       {"update jxc_lsxssp set g_sn='00000000'", "no-lines"},
       {"update jxc_jhsp set jh_rksl=jh_rksl-1 where g_sn='C'", "goods-unmoved"},
