@@ -1,5 +1,6 @@
 #include "purchasing/receipt.h"
 
+#include "accounts/contracts.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -91,8 +92,7 @@ void writeHead(const ReceiptDraft& draft, const QString& number, const Balanced&
                         {"j_dhbz", 0}});
   if (straight) execSql("update jxc_jhsp set jh_rksl=jh_sl where j_sn=?", number);
   if (!putaway) execSql("update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where j_sn=?", number);
-  if (!draft.contract.isEmpty())
-    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
+  if (!draft.contract.isEmpty()) contracts::htLink(draft.contract, draft.partner, number);
 }
 
 SaveResult ReceiptRules::save(const TradingDraft& draft, Prompt& prompt) const {

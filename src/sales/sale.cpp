@@ -1,5 +1,6 @@
 #include "sales/sale.h"
 
+#include "accounts/contracts.h"
 #include "core/clock.h"
 #include "core/rounding.h"
 #include "core/small_lookups.h"
@@ -214,8 +215,7 @@ void writeHead(const TradingDraft& draft, const QString& number, const Balanced&
                           {"ls_dhbz", 0}});
   if (straight) execSql("update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?", number);
   if (!issue) execSql("update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where gl_djh=?", number);
-  if (!draft.contract.isEmpty())
-    execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", draft.partner, number, draft.contract);
+  if (!draft.contract.isEmpty()) contracts::htLink(draft.contract, draft.partner, number);
 }
 
 const TradingRules& rules() {

@@ -2,11 +2,13 @@
 
 #include "core/file_names.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <utility>
 
@@ -15,6 +17,11 @@ namespace file_dialogs_detail {
 
 std::function<QString(const QString&, const QString&)>& answer() {
   static std::function<QString(const QString&, const QString&)> given;
+  return given;
+}
+
+std::function<bool(const QString&)>& viewer() {
+  static std::function<bool(const QString&)> given;
   return given;
 }
 
@@ -84,6 +91,15 @@ QString chooseFolder(QWidget* parent, const QString& title) {
   const QString folder = QFileDialog::getExistingDirectory(parent, title, lastFolder());
   if (!folder.isEmpty()) lastFolder() = folder;
   return folder;
+}
+
+bool openWithViewer(const QString& file) {
+  if (const auto& answer = file_dialogs_detail::viewer()) return answer(file);
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+}
+
+void setViewerAnswer(std::function<bool(const QString& file)> answer) {
+  file_dialogs_detail::viewer() = std::move(answer);
 }
 
 }  // namespace jxc::ui

@@ -20,7 +20,12 @@ QString chooseOpenFile(QWidget* parent, const QString& title, const QString& fil
 /// Asks for the folder that many files go to; empty when the operator leaves it.
 QString chooseFolder(QWidget* parent, const QString& title);
 
-/// Answers all of them instead of a window (tests): gets the proposed name (empty when opening) and the filters.
+/// Opens a file with what this machine has for it. False: it has nothing.
+bool openWithViewer(const QString& file);
+/// Answers instead of a viewer (tests).
+void setViewerAnswer(std::function<bool(const QString& file)> answer);
+
+/// Answers all dialogs instead of a window (tests): gets the proposed name (empty when opening) and the filters.
 void setFileAnswer(std::function<QString(const QString& name, const QString& filters)> answer);
 
 }  // namespace jxc::ui

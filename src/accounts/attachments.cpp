@@ -1,0 +1,120 @@
+#include "accounts/attachments.h"
+
+#include "core/clock.h"
+#include "core/file_names.h"
+#include "core/program_directory.h"
+#include "core/text.h"
+#include "engine/new_file.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cstring>
+
+namespace jxc::attachments {
+namespace attachments_detail {
+
+constexpr qsizetype kMostShown = 64;
+constexpr qsizetype kLongestEnding = 8;  // with its dot; what is longer is part of the name
+constexpr qint64 kBlock = 1 << 20;
+
+QString folderOf(const PartnerSide& side) {
+  return side.isCustomer() ? QStringLiteral("khht/") : QStringLiteral("ghsht/");
+}
+bool isOurFolder(const QString& folder) {
+  return folder == folderOf(customerSide) || folder == folderOf(supplierSide);
+}
+/// A name and no way to somewhere else.
+bool isPlainName(const QString& name) {
+  return !name.isEmpty() && name == QFileInfo(name).fileName() && !name.contains(u'/') && !name.contains(u'\\') &&
+         name != u".." && name != u".";
+}
+
+QString endingOf(const QString& name) {
+  const qsizetype dot = name.lastIndexOf(u'.');
+  return dot > 0 && name.size() - dot <= kLongestEnding ? name.mid(dot) : QString();
+}
+QString shownNameOf(const QString& name) {
+  if (name.size() <= kMostShown) return name;
+  const QString ending = endingOf(name);
+  return name.left(kMostShown - ending.size()) + ending;
+}
+/// Moment and chance: two stations of a shared folder never take the same one.
+QString newName(const QString& given) {
+  QString ending = endingOf(given);
+  for (const QChar c : ending.mid(1))
+    if (!c.isLetterOrNumber() || c.unicode() > 'z') ending.clear();
+  const QString moment = clock::now().toString(QStringLiteral("yyyyMMddHHmmss"));
+  return moment + QString::number(QRandomGenerator::system()->bounded(100000, 999999)) + ending;
+}
+
+[[noreturn]] void fail(const QString& what, const QString& why) {
+  throw AttachmentError(why.isEmpty() ? what : what + u"\r\n\r\n"_qs + why);
+}
+
+void copy(QFile& from, const QString& to) {
+  NewFile made(to, [](int error) { fail(u"附件不能保存！"_qs, QString::fromLocal8Bit(std::strerror(error))); });
+  QFile target(made.name());
+  if (!target.open(QIODevice::WriteOnly)) fail(u"附件不能保存！"_qs, target.errorString());
+  qint64 copied = 0;
+  while (!from.atEnd()) {
+    const QByteArray block = from.read(kBlock);
+    if (block.isEmpty()) break;
+    if (target.write(block) != block.size()) fail(u"附件不能保存！"_qs, target.errorString());
+    copied += block.size();
+  }
+  if (from.error() != QFile::NoError || copied != from.size())
+    fail(u"附件文件读到一半就中断了！"_qs, from.errorString());
+  if (!target.flush()) fail(u"附件不能保存！"_qs, target.errorString());
+  target.close();
+  made.keep();
+}
+
+}  // namespace attachments_detail
+
+Place take(const PartnerSide& side, const QString& file) {
+  using namespace attachments_detail;
+  const QFileInfo info(file);
+  if (!info.exists()) fail(u"附件文件不存在："_qs + file, {});
+  if (!info.isFile()) fail(u"附件必须是一个文件，不能是文件夹："_qs + file, {});
+  QFile from(file);
+  if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
+  if (from.size() == 0) fail(u"附件是空文件："_qs + file, {});
+  const Place place{folderOf(side), newName(info.fileName()), shownNameOf(info.fileName())};
+  const QString folder = programPath(place.folder);
+  if (!QDir().mkpath(folder)) fail(u"附件的文件夹不能建立："_qs + folder, {});
+  copy(from, folder + place.stored);
+  return place;
+}
+
+QString pathOf(const Place& place) {
+  using namespace attachments_detail;
+  if (place.folder == kOnServer) return {};
+  const bool own = isOurFolder(place.folder);
+  if (own && isPlainName(place.stored)) {
+    const QString path = programPath(place.folder) + place.stored;
+    if (QFileInfo(path).isFile()) return path;
+  }
+  if (place.shown.isEmpty()) return {};
+  // Older rows: the folder as that machine wrote it, or the folder of this name beside this program.
+  QString folder = place.folder;
+  folder.replace(u'\\', u'/');
+  if (!folder.endsWith(u'/')) folder += u'/';
+  QStringList folders{own ? programPath(folder) : folder};
+  for (const PartnerSide* side : {&customerSide, &supplierSide})
+    if (folder.endsWith(folderOf(*side))) folders << programPath(folderOf(*side));
+  for (const QString& each : folders)
+    if (isPlainName(place.shown) && QFileInfo(each + place.shown).isFile()) return each + place.shown;
+  return {};
+}
+
+bool remove(const Place& place) {
+  using namespace attachments_detail;
+  if (!isOurFolder(place.folder) || !isPlainName(place.stored)) return true;
+  const QString path = programPath(place.folder) + place.stored;
+  return !QFileInfo::exists(path) || QFile::remove(path);
+}
+
+}  // namespace jxc::attachments

@@ -1,0 +1,55 @@
+// 合同: contracts with suppliers and customers, each with a text and an attached file; a purchase or a sale may point
+// to its contract.
+#pragma once
+
+#include "core/enquiry.h"
+#include "core/prompt.h"
+#include "masterdata/partner_side.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+namespace jxc::contracts {
+
+struct Draft {
+  QString number;  // ht_sn; empty for a new one
+  QString name, date;
+  QString partner;   // kh_sn or ghs_sn
+  QString employee;  // u_sn
+  QString content;   // any length
+  QString file;      // an attachment that was chosen now; empty: the one that is there stays
+};
+
+/// A contract as it is looked at.
+struct Contract {
+  std::int64_t id = 0;
+  QString number, name, date, partner, partnerName, employee, employeeName, content;
+  QString document;    // that it is tied to
+  QString attachment;  // its shown name; empty: there is none
+};
+
+/// Of either side. Nothing, after telling so, when another operator has deleted it.
+std::optional<Contract> openContract(const PartnerSide& side, const QString& number, Prompt& prompt);
+/// Saves a new or changed contract with its attachment; a file that cannot be taken is refused with the reason, and
+/// nothing is written. Its number, or nothing when refused.
+std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt);
+
+/// Path of a contract's attachment on this machine, ready to be opened; nothing, after telling why, where there is
+/// none.
+std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt);
+
+/// Deletes a contract with its file, and what points to it. Asks.
+bool deleteContract(const QString& number, Prompt& prompt);
+/// The same without questions, whatever points to it: of a contract that was added for a document which is given up.
+void htDelete(const QString& number);
+/// Ties a contract to the document that it was picked or added for. Inside the caller's transaction.
+void htLink(const QString& number, const QString& partner, const QString& document);
+
+/// Contracts of a period and with a key in number, name, its letters or the partner's, the newest first, with `u_name`
+/// and the partner's name as `ghs_name` on both sides.
+Sql contractList(const PartnerSide& side, const Criteria& criteria);
+inline constexpr NoWarehouse kContractsHaveNoWarehouse{"a contract binds the shop, whichever branch it was made for"};
+
+}  // namespace jxc::contracts
