@@ -108,7 +108,7 @@ struct Document {
   double partnerDue = 0, partnerPaid = 0, cash = 0, invoiceDue = 0;
 
   /// Its rows in the ledgers stand in those that a closing carried on; it stays until its goods have moved.
-  bool isCarried() const { return closed && ledgerRows == 0 && partnerRows == 0 && cashRows == 0; }
+  bool isCarried() const { return closed && ledgerRows + partnerRows + cashRows + invoiceRows == 0; }
 };
 
 struct Books;

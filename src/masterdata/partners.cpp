@@ -353,8 +353,9 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
          if (holder.isEmpty())
            holder =
                lookupValue("select top 1 gl_djh from jxc_fpdjb where fp_type=? and fp_ghskh=?", typeText(side), number);
-         if (holder.isEmpty()) return {};
-         return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
+         if (!holder.isEmpty()) return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
+         const Refusal locked = linesLocked(side, number);
+         return locked ? std::optional(Hindrance{locked.text, {}, orDisable()}) : std::nullopt;
        },
        .alsoDelete =
            [&](const Row& row) {

@@ -130,8 +130,8 @@ constexpr PartnerDocumentWords kPayable{&supplierSide, Kind::Due, "F_Yfkdj_Sele"
 constexpr PartnerDocumentWords kPayment{&supplierSide, Kind::Payment, "F_Yfkfk_Sele", 10, pickSupplier};
 
 template <const ui::ScreenSpec& description, const PartnerDocumentWords& texts>
-struct ListOf : PartnerDocumentScreen {
-  ListOf() : PartnerDocumentScreen(description, texts) {}
+struct ListOf : PartnerDocumentsScreen {
+  ListOf() : PartnerDocumentsScreen(description, texts) {}
 };
 template <const ui::ScreenSpec& description, const PartnerDocumentWords& texts>
 struct EntryOf : PartnerEntryScreen {
@@ -159,7 +159,7 @@ const ui::Registered<TF_Yfkfk_Sele> kRegisteredYfkfkSele{"F_Yfkfk_Sele"};
 
 // ---- list --------------------------------------------------------------------------------------------------------
 
-PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const PartnerDocumentWords& words)
+PartnerDocumentsScreen::PartnerDocumentsScreen(const ui::ScreenSpec& spec, const PartnerDocumentWords& words)
     : Screen(spec), list(grid("gridList")), words_(words) {
   panel()
       .row("tdate1 tdate2 btnDate tKhName tkey btnSearch1 |")
@@ -192,7 +192,7 @@ PartnerDocumentScreen::PartnerDocumentScreen(const ui::ScreenSpec& spec, const P
   list.setRowLook([](const Row& row) { return row.flag("k_check") ? ui::RowLook::Normal : ui::RowLook::Warning; });
 }
 
-void PartnerDocumentScreen::bindMenu() {
+void PartnerDocumentsScreen::bindMenu() {
   for (const char* each : {"btnModi", "btnDele", "btn_ChaKan", "btn_Dydj"})
     list.addMenuCommand(command(each).text(), [this, each] { command(each).click(); });
   QAction* audit = list.addMenuCommand(QStringLiteral("审核(&Z)"), [this] { auditOrCancel(); });
@@ -203,7 +203,7 @@ void PartnerDocumentScreen::bindMenu() {
   list.addMenuCommand(command("btnPreview").text(), [this] { command("btnPreview").click(); });
 }
 
-void PartnerDocumentScreen::activate() {
+void PartnerDocumentsScreen::activate() {
   tdate1.setText(clock::month() + u"-01"_qs);
   tdate2.setText(clock::today());
   tKhName.clear();
@@ -213,23 +213,23 @@ void PartnerDocumentScreen::activate() {
   refresh();
 }
 
-QString PartnerDocumentScreen::partner() const {
+QString PartnerDocumentsScreen::partner() const {
   return tKhName.isEmpty() ? QString() : tKhName.key();
 }
 
-bool PartnerDocumentScreen::isCurrentAudited() const {
+bool PartnerDocumentsScreen::isCurrentAudited() const {
   const auto row = list.current();
   return row && row->flag("k_check");
 }
 
-void PartnerDocumentScreen::refresh() {
+void PartnerDocumentsScreen::refresh() {
   const std::int64_t id = list.currentId();
   list.loadQuery(partner_books::documentList(*words_.side, words_.kind,
                                              {tdate1.text(), tdate2.text(), partner(), tkey.trimmed()}));
   if (id != 0) list.selectId(id);
 }
 
-void PartnerDocumentScreen::add() {
+void PartnerDocumentsScreen::add() {
   if (!partner_books::isPartnerChosen(*words_.side, partner(), prompt())) return tKhName.focus();
   partner_books::Draft draft;
   draft.partner = partner();
@@ -237,20 +237,20 @@ void PartnerDocumentScreen::add() {
   if (ui::screenAs<PartnerEntryScreen>(words_.entryScreen).edit(draft)) refresh();
 }
 
-void PartnerDocumentScreen::modify() {
+void PartnerDocumentsScreen::modify() {
   if (list.isEmpty()) return;
   const auto draft = partner_books::openDocument(*words_.side, words_.kind, list.currentId(), prompt());
   if (!draft || ui::screenAs<PartnerEntryScreen>(words_.entryScreen).edit(*draft)) refresh();
 }
 
-void PartnerDocumentScreen::remove() {
+void PartnerDocumentsScreen::remove() {
   if (list.isEmpty()) return;
   partner_books::deleteDocument(*words_.side, words_.kind, list.currentId(), prompt());
   refresh();
 }
 
 /// What the audit of the current document, or its cancel, would change.
-void PartnerDocumentScreen::preview() {
+void PartnerDocumentsScreen::preview() {
   if (list.isEmpty()) return;
   const QString number = list.currentText("gl_djh");
   const bool cancels = isCurrentAudited();
@@ -260,7 +260,7 @@ void PartnerDocumentScreen::preview() {
   });
 }
 
-void PartnerDocumentScreen::auditOrCancel() {
+void PartnerDocumentsScreen::auditOrCancel() {
   if (list.isEmpty()) return;
   const QString number = list.currentText("gl_djh");
   if (isCurrentAudited())
@@ -270,13 +270,13 @@ void PartnerDocumentScreen::auditOrCancel() {
   refresh();  // also when another station was quicker: then the list shows what it did
 }
 
-void PartnerDocumentScreen::bringToPaper(PrintWay way) {
+void PartnerDocumentsScreen::bringToPaper(PrintWay way) {
   if (list.isEmpty()) return;
   const QString number = list.currentText("gl_djh");
   sendToPaper(partnerDocumentReport(*words_.side, words_.kind, number), way, this, number);
 }
 
-void PartnerDocumentScreen::printList() {
+void PartnerDocumentsScreen::printList() {
   const auto name = words_.side->isCustomer() ? u"ysksk" : u"yfkfk";
   sendToPaper(listReport(name, list.rows(), tdate1.text(), tdate2.text()), PrintWay::Preview, this, windowTitle());
 }

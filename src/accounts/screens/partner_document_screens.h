@@ -20,9 +20,9 @@ struct PartnerDocumentWords {
 };
 
 /// "应收登记", "收款登记", "应付登记", "付款登记".
-class PartnerDocumentScreen : public ui::Screen {
+class PartnerDocumentsScreen : public ui::Screen {
  public:
-  PartnerDocumentScreen(const ui::ScreenSpec& spec, const PartnerDocumentWords& words);
+  PartnerDocumentsScreen(const ui::ScreenSpec& spec, const PartnerDocumentWords& words);
 
   ui::Field& tdate1 = field("tdate1");
   ui::Field& tdate2 = field("tdate2");
