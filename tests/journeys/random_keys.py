@@ -54,7 +54,8 @@ class Drill:
         self.desk, self.console, self.program = desk, console, desk.program.args[0]
         self.chance = random.Random(seed)
         self.sent = self.begun = 0
-        self.base = self.most = 0.0  # MB once every command was open, and what the keys made of it: of the process that grew most
+        # MB once every command was open, and what the keys made of it: of the process that grew most.
+        self.base = self.most = 0.0
         self.last = []
 
     def enter(self):
