@@ -51,7 +51,8 @@ Sql slowSellers(const Criteria& criteria, const Warehouses& warehouses) {
   // The last sale is looked up from behind in each warehouse: of goods that sell it is among the last rows.
   return Sql("select a.id,a.g_sn,a.g_name,a.g_qgd,a.g_sgd,a.gg_name,a.color_name,a.dw_name,a.g_sptm,s.kcsl," +
                  roundedExpression("s.je", moneyDigits()) +
-                 " as kczje,iif(s.zhxs is null,'从未销售',s.zhxs) as zhxs,datediff('d',s.zhxs,?) as ts,iif(s.zhxs is null,'',s.zhxs) as lie,(select "
+                 " as kczje,iif(s.zhxs is null,'从未销售',s.zhxs) as zhxs,datediff('d',s.zhxs,?) as ts,iif(s.zhxs is "
+                 "null,'',s.zhxs) as lie,(select "
                  "left(max(e.gl_kdrq),10) from jxc_goodslist e",
              clock::today())
       .where(bought)

@@ -266,7 +266,8 @@ bool Screen::showModal(const QString& searched) {
   // What stood below it is forgotten: where the next screen comes up before the desktop has told which window is active
   // now, two that follow each other would take each other for what stands below, and the toolkit never finds the end.
   if (QWindow* window = windowHandle()) window->setTransientParent(nullptr);
-  // Its picture is painted anew when it comes back; kept, it would be some megabytes for each screen that was ever open.
+  // Its picture is painted anew when it comes back; kept, it would be some megabytes for each screen that was ever
+  // open.
   if (QBackingStore* pixels = backingStore()) pixels->resize(QSize(1, 1));
   // What a dialog has done is read where it has led back to.
   auto* below = dynamic_cast<Screen*>(QApplication::activeModalWidget());
