@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     words << QString::fromUtf8(argv[i]);
   // No application object: nothing here waits for events, and it would complain about every locale but UTF-8.
   const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
-  jxc::setSheetExporter(jxc::addRowsToFile);
+  jxc::setSheetExporter(jxc::sheetFiles());
   std::ios::sync_with_stdio(false);
   return jxc::runConsole(words, QFileInfo(executable).path(), {std::cin, std::cout, std::cerr},
                          jxc::maintenanceCommands());

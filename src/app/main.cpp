@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
                                  .screens = options.value(QStringLiteral("screens"))});
   }
 
-  jxc::setSheetExporter(jxc::addRowsToFile);
+  jxc::setSheetExporter(jxc::sheetFiles());
   // A second start while one runs changes nothing, and brings that one to the front.
   jxc::SingleInstance instance(jxc::programPath(QStringLiteral("data/jxc.mdb")));
   if (!instance.isFirst()) {

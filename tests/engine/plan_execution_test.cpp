@@ -213,13 +213,23 @@ TEST_F(PlanExecution, RowsForASheetGoToTheStandIn) {
   plan.file = "goods.xls";
   book->plans["export"] = plan;
   EXPECT_EQ(failureOf([&] { db->execute("export"); }).kind(), Kind::Unsupported);
+  for (int i = 0; i < rowsOfPiece; ++i)
+    add("2001", "镜片");
   QString told;
-  setSheetExporter([&](const RowSet& rows, const QString& sheet, const QString& file) {
-    told = sheet + file + rows.front().text("商品编号");
-  });
-  EXPECT_EQ(db->execute("export"), 1);
+  int rows = 0;
+  SheetExporter exporter;
+  exporter.add = [&](const RowPieces& pieces, const QString& sheet, const QString& file) {
+    for (RowSet piece = pieces(); !piece.isEmpty(); piece = pieces()) {
+      told += sheet + file + piece.front().text("商品编号");
+      rows += piece.rowCount();
+    }
+  };
+  exporter.begin = [](const QString&) { return nullptr; };
+  setSheetExporter(exporter);
+  EXPECT_EQ(db->execute("export"), rowsOfPiece + 1);
   setSheetExporter({});
-  EXPECT_EQ(told, QStringLiteral("Sheet1goods.xls1001"));
+  EXPECT_EQ(rows, rowsOfPiece + 1);
+  EXPECT_EQ(told, QStringLiteral("Sheet1goods.xls1001Sheet1goods.xls2001"));
 }
 
 }  // namespace jxc::plan_execution_test

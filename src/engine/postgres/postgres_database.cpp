@@ -468,15 +468,30 @@ void PostgresDatabase::define(const jet::Plan& plan, std::span<const Value>, std
   exchange();
 }
 
+/// By a cursor, which lives as long as its transaction: the rows of a whole table are never here together.
 std::int64_t PostgresDatabase::exportSheet(Statement& statement, std::span<const Value> values) {
-  const SheetExporter& exporter = sheetExporter();
-  if (!exporter) throw DbError(DbError::Kind::Unsupported, QStringLiteral("本机不能导出表格文件。"), statement.text);
+  Transaction own(*this);
   const jet::Plan& plan = statement.plan;
-  const RowSet rows = rowsOf(roundTrip(statement, statement.steps.front(), values).get(), statement.names);
+  jet::Step declaring = plan.steps.front();
+  declaring.sql = "declare rows_of_sheet no scroll cursor for " + declaring.sql;
+  Step step{&declaring, "p" + std::to_string(++nextName_)};
+  roundTrip(statement, step, values);
+  std::int64_t count = 0;
+  const std::string fetch = "fetch forward " + std::to_string(rowsOfPiece) + " from rows_of_sheet";
+  const auto next = [&] {
+    askFor(fetch.c_str(), {}, Sent::What::Wanted);
+    RowSet piece = rowsOf(exchange().back().get(), statement.names);
+    count += piece.rowCount();
+    return piece;
+  };
   const QString file = plan.fileParameter < 0 ? QString::fromStdString(plan.file)
                                               : values[static_cast<std::size_t>(plan.fileParameter)].text();
-  exporter(rows, QString::fromStdString(plan.sheet), file);
-  return rows.rowCount();
+  exportRows(next, QString::fromStdString(plan.sheet), file);
+  control("close rows_of_sheet");
+  control(("deallocate " + step.name).c_str());
+  exchange();
+  own.commit();
+  return count;
 }
 
 }  // namespace jxc::postgres

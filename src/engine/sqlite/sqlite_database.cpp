@@ -443,14 +443,25 @@ void SqliteDatabase::define(const jet::Plan& plan, std::span<const Value> values
 }
 
 std::int64_t SqliteDatabase::exportSheet(Statement& statement, std::span<const Value> values, std::string_view text) {
-  const SheetExporter& exporter = sheetExporter();
-  if (!exporter) throw DbError(DbError::Kind::Unsupported, QStringLiteral("本机不能导出表格文件。"), std::string(text));
-  const RowSet rows = readRows(statement, statement.steps.front(), values, text);
+  const Step& step = statement.steps.front();
+  sqlite3_stmt* native = step.native.get();
+  const Running running(native);
+  binder_.bind(native, step.plan->parameters, values);
+  int code = this->step(native, text);
+  std::int64_t count = 0;
+  const auto next = [&] {
+    RowSet piece(statement.names);
+    for (int row = 0; row < rowsOfPiece && code == SQLITE_ROW; ++row, ++count, code = this->step(native, text)) {
+      for (int i = 0; i < piece.columnCount(); ++i)
+        addCell(piece, NativeCell(native, i));
+    }
+    return piece;
+  };
   const jet::Plan& plan = statement.plan;
   const QString file = plan.fileParameter < 0 ? QString::fromStdString(plan.file)
                                               : values[static_cast<std::size_t>(plan.fileParameter)].text();
-  exporter(rows, QString::fromStdString(plan.sheet), file);
-  return rows.rowCount();
+  exportRows(next, QString::fromStdString(plan.sheet), file);
+  return count;
 }
 
 // ---- transactions ----

@@ -37,6 +37,8 @@ struct SheetRows {
   int count = 0;
   /// Fills the cells of one row; they come as Null.
   std::function<void(int row, std::span<Value> cells)> read;
+  /// In place of both, of rows that nobody has counted: fills the next one; false when there is none.
+  std::function<bool(std::span<Value> cells)> next = {};
 };
 
 /// Rows that are held in memory.

@@ -110,7 +110,13 @@ void writeCell(Workbook& book, int row, int column, const Cell& cell, const Colu
   }
 }
 
-bool writeOne(Workbook& book, const Sheet& sheet, const QString& name, Steps& steps) {
+[[noreturn]] void throwTooMany(int rows, bool isXls) {
+  throw SheetError((isXls ? QStringLiteral("共有 %1 行，.xls 文件最多只能放 65535 行，请改用 .xlsx 格式！")
+                          : QStringLiteral("共有 %1 行，表格文件最多只能放 1048575 行，请缩小查询范围！"))
+                       .arg(rows));
+}
+
+bool writeOne(Workbook& book, const Sheet& sheet, const QString& name, int most, const std::function<bool()>& goesOn) {
   std::vector<double> widths;
   std::vector<ColumnStyles> styles;
   for (const SheetColumn& column : sheet.columns) {
@@ -125,10 +131,15 @@ bool writeOne(Workbook& book, const Sheet& sheet, const QString& name, Steps& st
   }
   std::vector<Value> cells(sheet.columns.size());
   int at = 1;
-  for (int row = 0; row < sheet.rows.count; ++row, ++at) {
-    if (!steps.next()) return false;
+  for (int row = 0; sheet.rows.next || row < sheet.rows.count; ++row, ++at) {
+    if (goesOn && !goesOn()) return false;
     std::fill(cells.begin(), cells.end(), Value());
-    sheet.rows.read(row, cells);
+    if (!sheet.rows.next) {
+      sheet.rows.read(row, cells);
+    } else if (!sheet.rows.next(cells)) {
+      break;
+    }
+    if (row == most) throwTooMany(row + 1, most == kXlsMostRows);
     for (int c = 0; c < columns; ++c) {
       const auto i = static_cast<std::size_t>(c);
       writeCell(book, at, c, sheet_cells::cellOf(cells[i], sheet.columns[i].kind), styles[i]);
@@ -155,14 +166,8 @@ bool writeOne(Workbook& book, const Sheet& sheet, const QString& name, Steps& st
 void requireFits(const Sheet& sheet, bool isXls) {
   const qsizetype lines = sheet.rows.count + (sheet.sums.empty() ? 0 : 1) + sheet.notes.size();
   const auto columns = sheet.columns.size();
-  if (isXls && (sheet.rows.count > kXlsMostRows || lines > kXlsMostRows)) {
-    throw SheetError(
-        QStringLiteral("共有 %1 行，.xls 文件最多只能放 65535 行，请改用 .xlsx 格式！").arg(sheet.rows.count));
-  }
-  if (lines > kXlsxMostRows) {
-    throw SheetError(
-        QStringLiteral("共有 %1 行，表格文件最多只能放 1048575 行，请缩小查询范围！").arg(sheet.rows.count));
-  }
+  if (isXls && lines > kXlsMostRows) throwTooMany(sheet.rows.count, isXls);
+  if (lines > kXlsxMostRows) throwTooMany(sheet.rows.count, isXls);
   if (isXls && columns > 256) {
     throw SheetError(QStringLiteral("共有 %1 列，.xls 文件最多只能放 256 列，请改用 .xlsx 格式！").arg(columns));
   }
@@ -177,42 +182,76 @@ bool writeSheet(const QString& path, const Sheet& sheet, const SheetProgress& pr
   return writeSheets(path, std::span(&sheet, 1), progress);
 }
 
-bool writeSheets(const QString& path, std::span<const Sheet> sheets, const SheetProgress& progress) {
-  using namespace sheet_writer_detail;
-  const QString ending = QFileInfo(path).suffix().toLower();
-  const bool isXls = ending == QStringLiteral("xls");
-  if (!isXls && ending != QStringLiteral("xlsx")) {
-    throw SheetError(QStringLiteral("文件名必须以 .xls 或 .xlsx 结尾：\n%1").arg(QDir::toNativeSeparators(path)));
+struct SheetBook::Making {
+  explicit Making(const QString& wanted)
+      : path(wanted), isXls(QFileInfo(wanted).suffix().toLower() == QStringLiteral("xls")), beside(wanted) {}
+
+  /// The operator knows the file by the name that he gave.
+  template <class Work>
+  auto told(Work work) {
+    try {
+      return work();
+    } catch (const SheetError& error) {
+      throw SheetError(
+          QString(error.message()).replace(QDir::toNativeSeparators(beside.name()), QDir::toNativeSeparators(path)));
+    }
   }
+
+  QString path;
+  bool isXls;
   QStringList names;
-  std::int64_t rows = 0;
-  for (const Sheet& sheet : sheets) {
-    requireFits(sheet, isXls);
-    const QString name = sheet_cells::sheetName(sheet.name);
-    if (names.contains(name, Qt::CaseInsensitive)) throw SheetError(QStringLiteral("表格名称重复：%1").arg(name));
-    names << name;
-    rows += sheet.rows.count;
-  }
-  FileBeside beside(path);
+  sheet_writer_detail::FileBeside beside;
+  std::unique_ptr<sheet_cells::Workbook> book;
+};
+
+SheetBook::SheetBook(const QString& path) {
+  const QString ending = QFileInfo(path).suffix().toLower();
+  if (ending != QStringLiteral("xls") && ending != QStringLiteral("xlsx"))
+    throw SheetError(QStringLiteral("文件名必须以 .xls 或 .xlsx 结尾：\n%1").arg(QDir::toNativeSeparators(path)));
+  making_ = std::make_unique<Making>(path);
   {
     // A name that cannot be made is known before the first of 100,000 rows.
-    QFile probe(beside.name());
+    QFile probe(making_->beside.name());
     errno = 0;
     if (!probe.open(QIODevice::WriteOnly)) throw sheet_cells::cannotWrite(path, errno);
   }
-  try {
-    const auto book = isXls ? sheet_cells::makeXls(beside.name()) : sheet_cells::makeXlsx(beside.name());
-    Steps steps(rows, progress);
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
-      if (!writeOne(*book, sheets[i], names[static_cast<qsizetype>(i)], steps)) return false;
-    }
-    book->save();
-  } catch (const SheetError& error) {
-    // The operator knows the file by the name that he gave.
-    throw SheetError(
-        QString(error.message()).replace(QDir::toNativeSeparators(beside.name()), QDir::toNativeSeparators(path)));
+  making_->told([this] {
+    making_->book =
+        making_->isXls ? sheet_cells::makeXls(making_->beside.name()) : sheet_cells::makeXlsx(making_->beside.name());
+  });
+}
+
+SheetBook::~SheetBook() = default;
+
+bool SheetBook::add(const Sheet& sheet, const std::function<bool()>& goesOn) {
+  using namespace sheet_writer_detail;
+  requireFits(sheet, making_->isXls);
+  const QString name = sheet_cells::sheetName(sheet.name);
+  if (making_->names.contains(name, Qt::CaseInsensitive))
+    throw SheetError(QStringLiteral("表格名称重复：%1").arg(name));
+  making_->names << name;
+  const int most = making_->isXls ? kXlsMostRows : kXlsxMostRows;
+  return making_->told([&] { return writeOne(*making_->book, sheet, name, most, goesOn); });
+}
+
+void SheetBook::finish() {
+  making_->told([this] {
+    making_->book->save();
+    making_->beside.moveIntoPlace();
+  });
+}
+
+bool writeSheets(const QString& path, std::span<const Sheet> sheets, const SheetProgress& progress) {
+  using namespace sheet_writer_detail;
+  SheetBook book(path);
+  std::int64_t rows = 0;
+  for (const Sheet& sheet : sheets)
+    rows += sheet.rows.count;
+  Steps steps(rows, progress);
+  for (const Sheet& sheet : sheets) {
+    if (!book.add(sheet, [&steps] { return steps.next(); })) return false;
   }
-  beside.moveIntoPlace();
+  book.finish();
   if (progress) progress(100);
   return true;
 }

@@ -4,6 +4,7 @@
 #include "platform/sheet/sheet.h"
 
 #include <functional>
+#include <memory>
 #include <span>
 
 namespace jxc {
@@ -20,7 +21,26 @@ inline constexpr int kXlsxMostRows = 1048575;  // the same of .xlsx
 /// Texts longer than a cell holds (32,767 characters) are cut and end in "…"; control characters are left out.
 bool writeSheet(const QString& path, const Sheet& sheet, const SheetProgress& progress = {});
 
-/// The same with several sheets in one file; their names must differ.
+/// A file of several sheets in the making, written one after the other. Nothing stands under its name before `finish`,
+/// and without it whatever was there before stays. Throws SheetError, the constructor for a place that cannot be
+/// written.
+class SheetBook {
+ public:
+  explicit SheetBook(const QString& path);
+  ~SheetBook();
+  SheetBook(const SheetBook&) = delete;
+  SheetBook& operator=(const SheetBook&) = delete;
+
+  /// `goesOn` is asked before each row; false stops the work.
+  bool add(const Sheet& sheet, const std::function<bool()>& goesOn = {});
+  void finish();
+
+ private:
+  struct Making;
+  std::unique_ptr<Making> making_;
+};
+
+/// The same as writeSheet with several sheets in one file; their names must differ.
 bool writeSheets(const QString& path, std::span<const Sheet> sheets, const SheetProgress& progress = {});
 
 }  // namespace jxc
