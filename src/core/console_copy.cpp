@@ -5,6 +5,7 @@
 #include "core/clock.h"
 #include "core/console_admission.h"
 #include "core/schema/schema.h"
+#include "core/set_files.h"
 #include "engine/bulk.h"
 #include "engine/file_use.h"
 #include "engine/server.h"
@@ -21,12 +22,6 @@ namespace console_copy_detail {
 
 /// What SQLite keeps beside a database file while it is open, or after a crash.
 constexpr std::array<const char16_t*, 2> sideFiles = {u"-wal", u"-shm"};
-
-void removeDatabaseFile(const QString& file) {
-  QFile::remove(file);
-  for (const char16_t* side : sideFiles)
-    QFile::remove(file + QString::fromUtf16(side));
-}
 
 void moveFile(const QString& from, const QString& to) {
   std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString());
@@ -84,17 +79,17 @@ void makeDatabaseFile(const QString& file, const std::function<void(const QStrin
   using namespace console_copy_detail;
   refuseNetworkShare(file);
   requireUnused(file);
-  const QString beside = file + QStringLiteral(".new");
-  removeDatabaseFile(beside);
+  const QString beside = unfinishedSet(file);
+  removeSetFile(beside);
   try {
     fill(beside);
     takePlace(beside, file);
   } catch (const std::filesystem::filesystem_error& error) {
-    removeDatabaseFile(beside);
+    removeSetFile(beside);
     throw ConsoleRefusal(
         QStringLiteral("不能写入帐套文件 %1：%2").arg(file, QString::fromStdString(error.code().message())));
   } catch (...) {
-    removeDatabaseFile(beside);
+    removeSetFile(beside);
     throw;
   }
 }

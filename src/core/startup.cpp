@@ -2,7 +2,7 @@
 
 #include "core/data_module.h"
 #include "core/schema/catalogue_file.h"
-#include "core/schema/schema.h"
+#include "core/set_files.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,8 +15,6 @@ namespace jxc::startup_detail {
 
 inline constexpr const char* accountFile = "data/jxc.mdb";
 inline constexpr const char* catalogueFile = "data/codeinfo.dll";
-// A set in the making has its own name, so that a start that was cut off leaves nothing that looks like a database.
-inline constexpr const char* unfinishedSuffix = ".new";
 
 QStringList setFiles(const QString& pattern) {
   return QDir(programPath(QStringLiteral("data"))).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
@@ -27,17 +25,13 @@ bool isDataFolderEmpty() {
   const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   // The journals of an unfinished file stand beside it under its name.
   return std::all_of(entries.begin(), entries.end(), [](const QString& name) {
-    return name.startsWith(QStringLiteral("jxc.mdb") + QLatin1String(unfinishedSuffix));
+    return name.startsWith(unfinishedSet(QStringLiteral("jxc.mdb")));
   });
 }
 
 void makeAccountFile(const QString& file) {
-  const QString unfinished = file + QLatin1String(unfinishedSuffix);
-  for (const QString& left : setFiles(QFileInfo(unfinished).fileName() + u'*')) {
-    QFile::remove(programPath(QStringLiteral("data/") + left));
-  }
-  createAllTables(*openSqlite(unfinished, {.create = true}));
-  if (!QFile::rename(unfinished, file)) {
+  makeUnfinishedSet(file, true);
+  if (!QFile::rename(unfinishedSet(file), file)) {
     throw DbError(DbError::Kind::File, QStringLiteral("无法写入 %1").arg(QDir::toNativeSeparators(file)));
   }
 }
