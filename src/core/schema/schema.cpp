@@ -133,6 +133,8 @@ void resetBusinessTables(Database& database) {
   const LongWork longWork;
   Transaction transaction(database);
   database.execute("update jxc_goods set g_kc=0,ghs_sn='100001'");
+  database.execute("update jxc_khxx set kh_lwje=0");
+  database.execute("update jxc_ghsxx set ghs_lwje=0");
   for (const schema::TableEntry& entry : schema::tables()) {
     if (entry.name == "jxc_log")
       takeLogRows(database, QStringLiteral("清理业务数据"));

@@ -55,7 +55,7 @@ void createTable(Database& database, std::string_view name, std::string_view suf
 /// Makes every table of an account set, in one transaction.
 void createAllTables(Database& database);
 /// Empties documents, ledgers and stagings, the log through `takeLogRows`; goods, partners and stock balances stay,
-/// with no stock on the goods.
+/// with no stock on the goods and nothing owed by or to a partner.
 void resetBusinessTables(Database& database);
 /// resetBusinessTables, and the stock balances too.
 void resetBusinessAndStock(Database& database);

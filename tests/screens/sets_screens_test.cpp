@@ -1,0 +1,133 @@
+// The list of account sets with its dialogs, clearing by hand and by the guide,
+// as an operator drives them.
+#include "core/program_directory.h"
+#include "maintenance/reset.h"
+#include "screens/harness/screen_test.h"
+#include "ui/file_dialogs.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLabel>
+
+namespace jxc::test {
+
+class SetsScreens : public ScreenTest {
+ protected:
+  ~SetsScreens() override { ui::setFileAnswer({}); }
+  static void choose(ui::Screen& s, const char* action) { s.findChild<QAction*>(action)->trigger(); }
+  static QString backupName() { return programPath(u"backup/晴川进销存21_05_03_14_30_00.DAT"_qs); }
+  static QString clearing(const QString& question, Clearing what) {
+    return question + u"\r\n\r\n"_qs + clearingInWords(what);
+  }
+  static bool isShown(ui::Screen& s, const char* command) { return s.command(command).isVisible(); }
+};
+
+TEST_F(SetsScreens, SetsAreKeptInAList) {
+  session().dbName = u"jxc.mdb"_qs;
+  open("F_Ztgl", [&](ui::Screen& s) {
+    auto& list = s.grid("gridZt");
+    EXPECT_EQ(list.rowCount(), 1);
+    press(s, "F2", "F_Ztgl_Add", [&](ui::Screen& add) {
+      press(add, "F5", u"帐套名称必须填写！"_qs);
+      type(add, "tname", u"二店");
+      type(add, "tnote", u"城东");
+      check(add, "chkDefault", true);
+      press(add, "F5");
+    });
+    EXPECT_EQ(list.currentText("zt_name"), u"二店"_qs);
+    press(s, "Ctrl+D", u"默认帐套不能删除！"_qs);
+    press(s, "F3", "F_Ztgl_Modi", [&](ui::Screen& modi) {
+      EXPECT_EQ(modi.field("tnote").text(), u"城东"_qs);
+      check(modi, "chkDefault", false);
+      press(modi, "F5");
+    });
+    expectScreen("F_Ztgl_BackUp", [&](ui::Screen& copy) {
+      press(copy, "F5", u"备份路径必须填写！"_qs);
+      ui::setFileAnswer([](const QString&, const QString&) { return programDirectory(); });
+      press(copy, "F4");
+      press(copy, "F5", u"备份完成！"_qs);
+    });
+    choose(s, "btnBackUp");
+    const QString copied = programPath(u"二店21_05_03_14_30_00.DAT"_qs);
+    expectScreen("F_Ztgl_Restore", [&](ui::Screen& back) {
+      type(back, "tPath", copied);
+      expectQuestion(
+          u"帐套“二店”现有的数据将被所选文件里的数据替换，替换前先备份到：\r\n%1\r\n\r\n确定要恢复吗？"_qs.arg(
+              QDir::toNativeSeparators(programPath(u"backup/二店(恢复前)21_05_03_14_30_00.DAT"_qs))),
+          Answer::Yes);
+      press(back, "F5", u"恢复完成！"_qs);
+    });
+    choose(s, "btnRestore");
+    list.selectRow(0);
+    EXPECT_EQ(list.current()->integer("zt_default"), 1);
+    press(s, "F3", "F_Ztgl_Modi", [&](ui::Screen& modi) { EXPECT_FALSE(modi.field("chkForbid").isEnabled()); });
+    expectNotice(u"该帐套为当前正在使用帐套，请在软件“系统维护”窗口，\r\n\r\n打开“备份恢复数据”窗口进行恢复操作！"_qs);
+    choose(s, "btnRestore");
+    list.selectRow(1);
+    press(s, "Ctrl+D", u"删除帐套后，该帐套所包含的数据也将一起被删除，\r\n\r\n确定要删除所选的帐套信息吗？"_qs,
+          Answer::Yes);
+    EXPECT_EQ(list.rowCount(), 1);
+  });
+}
+
+TEST_F(SetsScreens, ClearingByHandAsksForABackupAndEndsAtTheLogin) {
+  insertRow("jxc_goods", {{"g_sn", u"10000001"}, {"g_kc", 5}});
+  insertRow("jxc_goodslist", {{"g_sn", u"10000001"}, {"gl_flag", u"qc"}});
+  const auto byHand = [&](const char* choice, const Steps& then) {
+    open("F_Sjql", [&](ui::Screen& s) {
+      EXPECT_TRUE(s.field("rSele12").isChecked());
+      check(s, "rSele11", true);
+      press(s, "F5");
+      ASSERT_TRUE(isShown(s, "btnOK2"));
+      check(s, choice, true);
+      then(s);
+      press(s, "F6");
+    });
+  };
+  const QString backup = u"系统初始化之前建议先备份数据库，现在是否备份数据库？"_qs;
+  byHand("rSele21", [&](ui::Screen&) {
+    expectQuestion(backup, Answer::No);
+    expectQuestion(u"没有备份，清理掉的数据就再也找不回来。\r\n\r\n确定不备份，继续清理吗？"_qs, Answer::Yes);
+    expectQuestion(clearing(u"是否要删除所有营业数据？"_qs, Clearing::Business), Answer::No);
+  });
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_goodslist"), 1);
+  byHand("rSele22", [&](ui::Screen&) {
+    expectQuestion(backup, Answer::Yes);
+    expectNotice(u"备份成功！备份文件保存在"_qs + QDir::toNativeSeparators(backupName()));
+    expectQuestion(clearing(u"是否要删除所有营业数据？"_qs, Clearing::All), Answer::Yes);
+    expectNotice(u"删除完成！"_qs);
+    expectScreen("F_Login", [&](ui::Screen& login) { press(login, "F5"); });
+  });
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_goods where g_sn='10000001'"), 0);
+  EXPECT_EQ(session().a_name, u"admin"_qs);
+}
+
+TEST_F(SetsScreens, TheGuideLeadsThroughTheFirstDay) {
+  open("F_Sjql", [&](ui::Screen& s) {
+    press(s, "F5", "F_Guide", [&](ui::Screen& guide) {
+      const auto step = [&] { return guide.findChild<QLabel*>("step")->text(); };
+      EXPECT_EQ(guide.findChild<QLabel*>("welcome")->text(), u"欢迎使用晴川进销存管理系统"_qs);
+      EXPECT_EQ(guide.command("btnOK1").text(), u"下一步(F5)"_qs);
+      check(guide, "rData", true);
+      EXPECT_EQ(guide.command("btnOK1").text(), u"确定(F5)"_qs);
+      check(guide, "rUse", true);
+      press(guide, "F5");
+      type(guide, "tname", u"大明眼镜");
+      press(guide, "F5");
+      EXPECT_EQ(lookupValue("select c_name from jxc_company"), u"大明眼镜"_qs);
+      EXPECT_EQ(step(), u"第三步：清理数据"_qs);
+      press(guide, "F5", u"您确定不清除任何数据，准备进行下一步吗？"_qs, Answer::No);
+      check(guide, "rClear2", true);
+      expectNotice(u"备份成功！备份文件保存在"_qs + QDir::toNativeSeparators(backupName()));
+      expectQuestion(clearing(u"您确定要进行数据清理操做吗？"_qs, Clearing::Business), Answer::Yes);
+      press(guide, "F5", u"删除完成！"_qs);
+      EXPECT_EQ(step(), u"第四步：基本信息"_qs);
+      press(guide, "5", "F_User", [](ui::Screen&) {});
+      press(guide, "F5");
+      check(guide, "rSele52", true);
+      press(guide, "F5", "F_Cgjh", [](ui::Screen&) {});
+    });
+  });
+}
+
+}  // namespace jxc::test
