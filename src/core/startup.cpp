@@ -24,9 +24,8 @@ bool isDataFolderEmpty() {
   const QDir folder(programPath(QStringLiteral("data")));
   const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   // The journals of an unfinished file stand beside it under its name.
-  return std::all_of(entries.begin(), entries.end(), [](const QString& name) {
-    return name.startsWith(unfinishedSet(QStringLiteral("jxc.mdb")));
-  });
+  return std::all_of(entries.begin(), entries.end(),
+                     [](const QString& name) { return name.startsWith(unfinishedSet(QStringLiteral("jxc.mdb"))); });
 }
 
 void makeAccountFile(const QString& file) {

@@ -59,13 +59,13 @@ int list() {
 int clearSet(std::string_view what) {
   YesPrompt prompt;
   std::cout << "begin" << std::endl;
-  const Cleared cleared = clearData(what == "all" ? Clearing::All : Clearing::Business, QStringLiteral("？"),
-                                    BackupFirst::Always,
-                                    [](int percent) {
-                                      if (percent >= 100) std::cout << "copied" << std::endl;
-                                      return true;
-                                    },
-                                    prompt);
+  const Cleared cleared = clearData(
+      what == "all" ? Clearing::All : Clearing::Business, QStringLiteral("？"), BackupFirst::Always,
+      [](int percent) {
+        if (percent >= 100) std::cout << "copied" << std::endl;
+        return true;
+      },
+      prompt);
   std::cout << (cleared == Cleared::Done ? "cleared" : "refused") << std::endl;
   return cleared == Cleared::Done ? 0 : 1;
 }
