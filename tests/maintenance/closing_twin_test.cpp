@@ -96,9 +96,11 @@ class ClosingTwin : public test::ShopWalk {
       for (const PartnerSide* side : {&customerSide, &supplierSide}) {
         Criteria everybody = period;
         everybody.boxes = partner_books::kWithIdle;
-        all["partners" + since] += test::textsOf(openSelect(partner_books::overviewSummary(*side, everybody)));
-        all["partner lines" + since] += test::textsOf(openSelect(partner_books::overviewDetail(*side, period)),
-                                                      {"k_ghskh", "k_rq", "k_qcje", "k_yfje", "k_sfje", "k_ljje"});
+        all["partners" + since] +=
+            test::textsOf(openSelect(partner_books::overviewSummary(partner_books::owedLedger, *side, everybody)));
+        all["partner lines" + since] +=
+            test::textsOf(openSelect(partner_books::overviewDetail(partner_books::owedLedger, *side, period)),
+                          {"k_ghskh", "k_rq", "k_qcje", "k_yfje", "k_sfje", "k_ljje"});
       }
       tell("accounts" + since, openSelect(cash::accountTotals(period)));
     }
