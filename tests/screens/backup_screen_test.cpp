@@ -5,6 +5,7 @@
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
