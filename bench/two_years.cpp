@@ -83,10 +83,12 @@ class Filler {
   Bare stock_{db_, "insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values (?,'100001',0,0,10,0)"};
   Bare receipt_{db_,
                 "insert into jxc_jhd (j_sn,j_jhrq,j_yfje,j_sfje,j_chkrq,j_checker,j_status,j_jsfs,ghs_sn,ck_sn,u_sn,"
-                "j_note,a_name) values (?,?,?,0,?,'admin',1,1,'100001','100001','100001','','admin')"};
-  Bare sale_{db_,
-             "insert into jxc_lsxsd (gl_djh,ls_xsrq,ls_yfje,ls_sfje,ls_chkrq,ls_checker,ls_status,ls_jsfs,kh_sn,ck_sn,"
-             "u_sn,ls_note,a_name,ls_dhbz) values (?,?,?,0,?,'admin',1,1,'100001','100001','100001','','admin',0)"};
+                "j_note,a_name,j_crk) values (?,?,?,0,?,'admin',1,1,'100001','100001','100001','','admin',1)"};
+  Bare sale_{
+      db_,
+      "insert into jxc_lsxsd (gl_djh,ls_xsrq,ls_yfje,ls_sfje,ls_chkrq,ls_checker,ls_status,ls_jsfs,kh_sn,ck_sn,"
+      "u_sn,ls_note,a_name,ls_dhbz,ls_crk) values (?,?,?,0,?,'admin',1,1,'100001','100001','100001','','admin',0,"
+      "1)"};
   Bare receiptLine_{db_,
                     "insert into jxc_jhsp (j_sn,g_sn,jh_sl,jh_je,jh_zje,jh_rksl,jh_dj,jh_qxsl,jh_dzl,a_name) values "
                     "(?,?,?,?,?,?,10,0,1,'admin')"};
