@@ -92,7 +92,7 @@ def kill_restores(folder, kills, moments):
         add_colour(file)
         copies.append(folder / f"copy{len(copies)}.DAT")
         run(file, "backup", str(copies[-1]))
-    longest = duration(file, "restore", "--yes", str(copies[0])) * 1.1
+    longest = min(duration(file, "restore", "--yes", str(copy)) for copy in copies)
     died = 0
     for _ in range(kills):
         source = moments.choice(copies)
