@@ -16,8 +16,8 @@
 namespace jxc {
 namespace set_files_detail {
 
-/// What SQLite keeps beside a database file while it is open, or after a crash.
-constexpr std::array<const char16_t*, 2> sides = {u"-wal", u"-shm"};
+/// What SQLite keeps beside a database file while it is open or being made, or after a crash.
+constexpr std::array<const char16_t*, 3> sides = {u"-wal", u"-shm", u"-journal"};
 
 void syncFolderOf(const QString& file) {
   const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
