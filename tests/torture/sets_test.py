@@ -132,13 +132,13 @@ def full_disk(shop, original):
     disk = shop.home / "small"
     disk.mkdir()
     size = original.stat().st_size
-    if subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={size * 3 // 1024 + 64}k", "tmpfs", str(disk)],
+    if subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={size * 6 // 1024 + 64}k", "tmpfs", str(disk)],
                       capture_output=True).returncode:
         return False
     try:
         small = Shop(shop.jxcctl, shop.driver, disk)
         before, outcomes = counts(original), []
-        for left in range(0, size * 2, size // 8):
+        for left in [size * part // 8 for part in (0, 1, 2, 4, 7, 9, 12, 16, 20, 36)]:
             small.restore(original)
             filler = disk / "filler"
             with open(filler, "wb", buffering=0) as file:
@@ -148,7 +148,7 @@ def full_disk(shop, original):
                 except OSError:
                     pass
                 file.truncate(max(file.tell() - left, 0))
-            words = ("sets", "1") if left < size // 4 else ("clear", "all" if left > size else "business")
+            words = ("sets", "1") if left < size // 4 else ("clear", "all" if left > size * 3 // 2 else "business")
             ran = small.run(*words)
             filler.unlink()
             if ran.returncode and (counts(small.file) != before or not ran.stderr):
@@ -166,6 +166,8 @@ def full_disk(shop, original):
             (small.data / "codeinfo.dll").unlink(missing_ok=True)
     finally:
         subprocess.run(["umount", "-l", str(disk)], check=True)
+    if 0 not in outcomes:
+        fault("full disk: nothing fitted, so nothing was shown")
     print(f"full disk: {outcomes.count(0)} fitted, {len(outcomes) - outcomes.count(0)} did not", flush=True)
     return True
 

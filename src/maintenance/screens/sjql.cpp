@@ -179,6 +179,7 @@ class TF_Guide : public ui::Screen {
     }
     basics.stretch();
     step(4).form({"rSele51", "rSele52"}).stretch();
+    seeOnly(0);  // one step at a time: all of them are higher than a small display
     panel().buttons(
         "btnUrl | btnPrior2 btnPrior3 btnPrior4 btnPrior5 btnOK1 btnNext2 btnNext3 btnNext4 btnOK5 btnCancel");
     bind();
@@ -235,14 +236,18 @@ class TF_Guide : public ui::Screen {
                               QStringLiteral("(F5)"));
   }
 
-  void showStep(std::size_t place) {
-    constexpr std::array titles = {u"第一步：使用方式", u"第二步：单位信息", u"第三步：清理数据", u"第四步：基本信息",
-                                   u"第五步：建立库存"};
-    constexpr std::array first = {"rUse", "tname", "rClear4", "", "rSele51"};
+  void seeOnly(std::size_t place) {
     for (std::size_t i = 0; i < steps_.size(); ++i)
       steps_[i]->setVisible(i == place);
     for (const StepCommand& each : kStepCommands)
       command(each.command).setVisible(each.step == place);
+  }
+
+  void showStep(std::size_t place) {
+    constexpr std::array titles = {u"第一步：使用方式", u"第二步：单位信息", u"第三步：清理数据", u"第四步：基本信息",
+                                   u"第五步：建立库存"};
+    constexpr std::array first = {"rUse", "tname", "rClear4", "", "rSele51"};
+    seeOnly(place);
     title_->setText(QString::fromUtf16(titles[place]));
     nameFirst();
     if (place == 3)
