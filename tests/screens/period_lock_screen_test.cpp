@@ -16,7 +16,7 @@ struct OnDays {
   std::string_view screens, commands, does;
 };
 constexpr std::string_view kReads = "reads", kUndated = "no day", kDraft = "draft", kOut = "out of the lock",
-                           kAfter = "from the day after";
+                           kAfter = "from the day after", kOwnTests = "refused, by the tests of its rules";
 constexpr std::string_view kDocuments =
     "F_Bsby F_Cfkb F_Cgjh F_Cgrk F_Cgth F_Kcdb F_Kcpd F_Khjhgl F_Spck F_Spxs F_Xsth";
 constexpr OnDays kOnDays[] = {
@@ -28,8 +28,13 @@ constexpr OnDays kOnDays[] = {
     {"F_Admin* F_Bbsj* F_Bjgl* F_Bqjl F_Ckgl* F_Dept F_Djbz F_Dwgl F_GhsZhgl* F_Khzhgl* F_Name F_PwdModi "
      "F_Role* F_Skin F_User* F_ViewLog F_Xtcs F_Xtsd F_Ywygl F_Ywyrz* F_Zmsd F_Zone* F_Zpgl F_Zpgl_Sele "
      "F_Zpgl2_Add F_Zpgl2_Modi F_Ghsgl_Copy F_Ghsgl_Jm F_Ghsgl_Type F_Khgl_Type F_Spxxgl_Jm F_Spxxgl_Jp* "
-     "F_Spxxgl_Modi* F_Spxxgl_Move F_Spxxgl_Pfj F_Spxxgl_Tc F_Spxxgl_Zdkc F_Spxxgl_Class F_Spxxgl_Cam",
+     "F_Spxxgl_Modi* F_Spxxgl_Move F_Spxxgl_Pfj F_Spxxgl_Tc F_Spxxgl_Zdkc F_Spxxgl_Class F_Spxxgl_Cam "
+     "F_Fylx* F_Htgl* F_Gdzc* F_Backup* F_Ztgl* F_Guide F_Fdsz F_FdExport",
      "*", kUndated},
+    // They take whole days of the books away, and say so.
+    {"F_Sjql F_Nzjs*", "*", kUndated},
+    {"F_Cwbb*", "*", kReads},
+    {"F_Fyjsr* F_Fpcg* F_Fpxs*", "*", kOwnTests},
     {"*_Cx *_Search F_Cfkb_Goods F_Ghs_Sele F_Kh_Sele F_GridMsg F_Mryt F_Preview F_Price F_PrinSele F_Rjbz", "*",
      kReads},
     {"F_ModiDate*", "*", "date"},
