@@ -75,6 +75,7 @@ TEST_F(ExpenseScreens, RentIsKeyedInAuditedCopiedAndTakenBack) {
   setRights("200001", "rcgl", "1111111111110");
   becomeOperator("小李", "200001", "200001");
   open("F_Fyjsr", [&](ui::Screen& s) {
+    dynamic_cast<ui::EnquiryScreen&>(s).showView("fyjsr");
     EXPECT_FALSE(s.command("btn_Check").isEnabled());
     EXPECT_FALSE(s.command("btn_Check1").isEnabled());
   });
