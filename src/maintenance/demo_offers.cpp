@@ -60,21 +60,22 @@ void makeOffers(const Staff& staff, Prompt& prompt) {
   }
 }
 
-void makeBelongings(const Staff& staff, QDate today, Prompt& prompt) {
+void makeBelongings(const Staff& staff, QDate first, QDate last, Prompt& prompt) {
   using namespace demo_offers_detail;
   struct Thing {
     const char16_t *number, *name, *kind, *model, *department;
     double yuan;
-    int monthsOld, months;
+    int months;
+    QDate bought;
   };
-  for (const Thing& thing : {Thing{u"ZC001", u"综合验光台", u"验光设备", u"RT-5100", u"验光室", 86000, 26, 96},
-                             Thing{u"ZC002", u"电脑验光仪", u"验光设备", u"KR-800", u"验光室", 48000, 26, 96},
-                             Thing{u"ZC003", u"自动磨边机", u"加工设备", u"LE-1200", u"加工间", 69800, 14, 72},
-                             Thing{u"ZC003", u"自动磨边机", u"加工设备", u"砂轮组", u"加工间", 3200, 3, 24},
-                             Thing{u"ZC004", u"收银电脑", u"办公设备", u"", u"前台", 4600, 40, 36}})
+  for (const Thing& thing : {Thing{u"ZC001", u"综合验光台", u"验光设备", u"RT-5100", u"验光室", 86000, 96, first},
+                             Thing{u"ZC002", u"电脑验光仪", u"验光设备", u"KR-800", u"验光室", 48000, 96, first},
+                             Thing{u"ZC003", u"自动磨边机", u"加工设备", u"LE-1200", u"加工间", 69800, 72, first},
+                             Thing{u"ZC004", u"收银电脑", u"办公设备", u"", u"前台", 4600, 36, first},
+                             Thing{u"ZC003", u"自动磨边机", u"加工设备", u"砂轮组", u"加工间", 3200, 24, last}})
     need(assets::saveAsset({.number = words(thing.number),
                             .name = words(thing.name),
-                            .date = today.addMonths(-thing.monthsOld).toString(Qt::ISODate),
+                            .date = thing.bought.toString(Qt::ISODate),
                             .kind = words(thing.kind),
                             .unit = QStringLiteral("台"),
                             .amount = thing.yuan,
@@ -86,12 +87,12 @@ void makeBelongings(const Staff& staff, QDate today, Prompt& prompt) {
                             .employee = staff.employeeNames[0],
                             .note = {}},
                            prompt));
-  const auto sign = [&](const PartnerSide& side, const QString& partner, const char16_t* name,
+  const auto sign = [&](const PartnerSide& side, const QString& partner, QDate day, const char16_t* name,
                         const char16_t* content) {
     need(contracts::saveContract(side,
                                  {.number = {},
                                   .name = words(name),
-                                  .date = today.addMonths(-2).toString(Qt::ISODate),
+                                  .date = day.toString(Qt::ISODate),
                                   .partner = partner,
                                   .employee = staff.employees[0],
                                   .content = words(content),
@@ -99,8 +100,8 @@ void makeBelongings(const Staff& staff, QDate today, Prompt& prompt) {
                                  prompt)
              .has_value());
   };
-  sign(supplierSide, staff.suppliers.front(), u"年度供货协议", u"月结30天，镜片按季度返利，破损包换。");
-  sign(customerSide, staff.institutions.front(), u"团体配镜协议", u"协议价按报价单执行，每月15日前开票结算。");
+  sign(supplierSide, staff.suppliers.front(), first, u"年度供货协议", u"月结30天，镜片按季度返利，破损包换。");
+  sign(customerSide, staff.institutions.front(), last, u"团体配镜协议", u"协议价按报价单执行，每月15日前开票结算。");
 }
 
 }  // namespace jxc::demo

@@ -8,7 +8,7 @@ namespace jxc::demo {
 
 /// Makes them on the shop's last evening, so that no document of the year goes by them. The administrator is at work.
 void makeOffers(const Staff& staff, Prompt& prompt);
-/// What the shop owns, and what it has signed; the same evening.
-void makeBelongings(const Staff& staff, QDate today, Prompt& prompt);
+/// What the shop owns, and what it has signed, on its first and its last day; entered the same evening.
+void makeBelongings(const Staff& staff, QDate first, QDate last, Prompt& prompt);
 
 }  // namespace jxc::demo

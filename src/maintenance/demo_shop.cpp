@@ -221,7 +221,7 @@ DemoOutcome buildDemoShop(const DemoPlan& plan, const DemoProgress& progress) {
   Trade trade(std::move(catalogue), staff, random);
   Year(plan, trade, staff, random, first, last).run(progress);
   makeOffers(staff, prompt);
-  makeBelongings(staff, last, prompt);
+  makeBelongings(staff, first, last, prompt);
   if (progress) progress(100, QStringLiteral("完成"));
   return {.documents = trade.documents(),
           .goods = goods,
