@@ -125,8 +125,8 @@ std::optional<QString> takeLogRows(Database& database, const QString& why, const
   const auto rows = database.lookup("select count(*) from jxc_log where id<=?", upTo).integer();
   if (rows == 0) return {};
   const QString file = writeRows(database, end);
-  const QString last = until.isEmpty() ? lastLogHash(database)
-                                       : database.lookup("select log_hash from jxc_log where id=?", upTo).text();
+  const QString last =
+      until.isEmpty() ? lastLogHash(database) : database.lookup("select log_hash from jxc_log where id=?", upTo).text();
   database.execute("delete from jxc_log where id<=?", upTo);
   append(database, QStringLiteral("%1，取出日志%2行，%3%4，另存为%5")
                        .arg(why)

@@ -49,8 +49,8 @@ inline Refusal lockedOn(const QString& date, OnDay what = OnDay::Dated) {
   return PeriodLock().against(date, what);
 }
 
-/// Locks the books up to this day, or opens them (an empty day), with a row of the log; what a closing took stays locked.
-/// Inside the caller's transaction. Whether the operator may, and what is asked before, is the caller's:
+/// Locks the books up to this day, or opens them (an empty day), with a row of the log; what a closing took stays
+/// locked. Inside the caller's transaction. Whether the operator may, and what is asked before, is the caller's:
 /// `maintenance/period_locking.h`, and a closing.
 void setPeriodLock(const QString& day);
 

@@ -214,7 +214,7 @@ TEST_F(PlanExecution, RowsForASheetGoToTheStandIn) {
   book->plans["export"] = plan;
   EXPECT_EQ(failureOf([&] { db->execute("export"); }).kind(), Kind::Unsupported);
   for (int i = 0; i < rowsOfPiece; ++i)
-    add("2001", "镜片");
+    add(QString::number(2001 + i), "镜片");
   QString told;
   int rows = 0;
   SheetExporter exporter;
