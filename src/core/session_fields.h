@@ -20,8 +20,8 @@ std::span<const SessionField> parameterFields();  // jxc_xtcs
 std::span<const SessionField> pointsFields();     // jxc_jfsz
 std::span<const SessionField> smsFields();        // jxc_smscs
 
-/// The parameters of another account set in the session, with what follows from them, until `loadSession` reads those of
-/// the one in use again: whoever reckons in a set that is not in use works with its digits.
+/// The parameters of another account set in the session, with what follows from them, until `loadSession` reads those
+/// of the one in use again: whoever reckons in a set that is not in use works with its digits.
 void readParameters(Database& from);
 
 }  // namespace jxc

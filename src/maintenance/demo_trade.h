@@ -37,11 +37,11 @@ struct Staff {
   Operator administrator, manager, buyer, seller;
   std::array<QString, kWarehouses> warehouses;
   std::array<QString, kWarehouses> departments;  // de_sn of each shop
-  std::vector<QString> employees;      // u_sn
-  std::vector<QString> employeeNames;  // in step
-  std::vector<QString> people;         // kh_sn of customers by name
-  std::vector<QString> institutions;   // in step with kInstitutions
-  std::vector<QString> suppliers;      // in step with kSuppliers
+  std::vector<QString> employees;                // u_sn
+  std::vector<QString> employeeNames;            // in step
+  std::vector<QString> people;                   // kh_sn of customers by name
+  std::vector<QString> institutions;             // in step with kInstitutions
+  std::vector<QString> suppliers;                // in step with kSuppliers
 };
 
 /// What makes a command of the shop impossible is a fault of the demonstration: a notice is no answer to pass over.

@@ -284,7 +284,23 @@ void Books::loadHeads() {
     columns += family.fromTill.empty() ? std::string(",0") : compose(",{}", {family.fromTill});
     columns += family.allMoved.empty() ? std::string(",null") : compose(",{}", {family.allMoved});
     columns += compose(",{}", {family.date});
-    enum { Id, Number, Status, Checker, Date, Warehouse, Due, Paid, Settlement, Goods, Quantity, Into, Till, Moved, Day };
+    enum {
+      Id,
+      Number,
+      Status,
+      Checker,
+      Date,
+      Warehouse,
+      Due,
+      Paid,
+      Settlement,
+      Goods,
+      Quantity,
+      Into,
+      Till,
+      Moved,
+      Day
+    };
     eachChunk(family.head, columns, [&](const RowSet& set) {
       for (int row = 0; row < set.rowCount(); ++row) {
         Document& head = document(set.utf8(row, Number));

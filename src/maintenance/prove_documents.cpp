@@ -100,7 +100,7 @@ void proveHead(Books& books, const Document& document) {
     const bool shared = document.heads > 1;
     if (document.lines > 0 && !document.isCarried() &&
         (shared ? document.ledgerRows == 0 || document.ledgerRows > rowsDue(document)
-                                      : document.ledgerRows != rowsDue(document)))
+                : document.ledgerRows != rowsDue(document)))
       books.findings.add(Kind::RowsMissing, here(rows(document.ledgerRows), rows(rowsDue(document))));
   } else if (document.ledgerRows > 0 || document.partnerRows > 0 || document.cashRows > 0) {
     books.findings.add(Kind::WaitingPosted, here(u"流水 %1 行，往来账 %2 行，现金账 %3 行"_qs.arg(document.ledgerRows)

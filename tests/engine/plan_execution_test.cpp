@@ -229,7 +229,7 @@ TEST_F(PlanExecution, RowsForASheetGoToTheStandIn) {
   EXPECT_EQ(db->execute("export"), rowsOfPiece + 1);
   setSheetExporter({});
   EXPECT_EQ(rows, rowsOfPiece + 1);
-  EXPECT_EQ(told, QStringLiteral("Sheet1goods.xls1001Sheet1goods.xls2001"));
+  EXPECT_EQ(told, QStringLiteral("Sheet1goods.xls1001Sheet1goods.xls3000"));
 }
 
 }  // namespace jxc::plan_execution_test

@@ -204,8 +204,8 @@ class ShopWalk : public ShopTest {
   void count(const QString& a, const QString& b) {
     const QString place = warehouse();
     const auto found = [&](const QString& goods) { return std::max(0.0, stockOf(goods, place) + upTo(4) - 2); };
-    const QString number = waitingDocument(families::stocktake, today(), {{"ck_sn", place}},
-                                           {{a, found(a), 5}, {b, found(b), 4}});
+    const QString number =
+        waitingDocument(families::stocktake, today(), {{"ck_sn", place}}, {{a, found(a), 5}, {b, found(b), 4}});
     if (upTo(1)) receive(day(), {{upTo(1) ? a : b, 2, price()}});
     if (upTo(1)) auditAgreeing(waitingSale(day(), {{upTo(1) ? a : b, 1, price()}}, 0));
     class Answering : public YesPrompt {
@@ -243,10 +243,9 @@ class ShopWalk : public ShopTest {
   }
   QString anyWaiting(const DocumentFamily& family) { return anyOf(family, 0); }
   QString anyOf(const DocumentFamily& family, int status) {
-    const RowSet numbers = openSelect(
-        compose("select {} from {} where {}=? and {}>=? order by id",
-                {family.number, family.head, family.status, family.date}),
-        status, firstDay_.toString(Qt::ISODate));
+    const RowSet numbers = openSelect(compose("select {} from {} where {}=? and {}>=? order by id",
+                                              {family.number, family.head, family.status, family.date}),
+                                      status, firstDay_.toString(Qt::ISODate));
     return numbers.isEmpty() ? QString() : numbers.text(upTo(numbers.rowCount() - 1), 0);
   }
   /// A trading document that has waited since it was made, or that was taken back before.
@@ -256,7 +255,8 @@ class ShopWalk : public ShopTest {
   }
   void cancelAny() {
     const RowSet numbers = openSelect(
-        "select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000' and gl_kdrq>=? order by gl_djh",
+        "select distinct gl_djh from jxc_goodslist where gl_djh<>'' and g_sn<>'00000000' and gl_kdrq>=? order by "
+        "gl_djh",
         firstDay_.toString(Qt::ISODate));
     if (!numbers.isEmpty()) cancel(numbers.text(upTo(numbers.rowCount() - 1), 0));
   }
