@@ -160,6 +160,19 @@ Refusal linesLocked(const PartnerSide& side, const QString& number) {
   return {};
 }
 
+/// What would become that of the next new partner, who may get this number; empty: nothing. What a closing carried on
+/// of invoices has no number of its own.
+QString holderOf(const PartnerSide& side, const QString& number) {
+  if (QString business = firstMention(side.business, number); !business.isEmpty()) return business;
+  const RowSet invoices =
+      openSelect("select top 1 * from jxc_fpdjb where fp_type=? and fp_ghskh=? order by id", typeText(side), number);
+  if (!invoices.isEmpty()) return rowInWords("jxc_fpdjb", invoices.front());
+  const RowSet contracts =
+      openSelect("select top 1 * from jxc_htgl where ht_type=? and ghs_sn=? order by id", typeText(side), number);
+  if (contracts.isEmpty()) return {};
+  return u"合同 "_qs + contracts.front().text("ht_sn") + u' ' + contracts.front().text("ht_name");
+}
+
 /// The opening document keeps its number and its day; one that began with nothing owed gets its document now.
 void changeOpening(const PartnerSide& side, const QString& number, double amount) {
   const QString type = typeText(side);
@@ -349,10 +362,7 @@ bool deletePartner(const PartnerSide& side, std::int64_t id, Prompt& prompt) {
          const QString number = row.text(side.sn);
          if (number == QLatin1String(builtInNumber))
            return Hindrance{u"该%1为系统内置%1，不能删除！"_qs.arg(noun), {}, orRename()};
-         QString holder = firstMention(side.business, number);
-         if (holder.isEmpty())
-           holder =
-               lookupValue("select top 1 gl_djh from jxc_fpdjb where fp_type=? and fp_ghskh=?", typeText(side), number);
+         const QString holder = holderOf(side, number);
          if (!holder.isEmpty()) return Hindrance{u"该%1已发生过业务，不能删除！"_qs.arg(noun), holder, orDisable()};
          const Refusal locked = linesLocked(side, number);
          return locked ? std::optional(Hindrance{locked.text, {}, orDisable()}) : std::nullopt;
