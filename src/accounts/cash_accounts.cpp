@@ -63,6 +63,12 @@ Refusal openingLocked(const QString& account) {
   return day.isEmpty() ? Refusal() : lockedOn(day, OnDay::Booked);
 }
 
+/// What an account began with is in the balance that a closing carried on: another amount would be added to it.
+Refusal openingCarried(const QString& account) {
+  return {exists("select top 1 id from jxc_xjyh where xj_kmmc=? and xj_dlx=?", account, words(carriedWords)),
+          u"该账户已经数据结算，期初金额已结转，不能再修改！"_qs};
+}
+
 void insertOpening(const QString& account, double amount) {
   insertRow("jxc_xjyh", {{"xj_rq", PeriodLock().openFrom(clock::today())},
                          {"gl_djh", u""},
@@ -169,11 +175,7 @@ bool isAccountUsed(const QString& name) {
 
 bool mayChangeOpening(const QString& name, Prompt& prompt) {
   if (isRefused(cash_accounts_detail::openingLocked(name), prompt)) return false;
-  // What it began with is in the balance that was carried on: another amount would be added to it.
-  if (exists("select top 1 id from jxc_xjyh where xj_kmmc=? and xj_dlx=?", name, words(carriedWords))) {
-    prompt.notice(QStringLiteral("该账户已经数据结算，期初金额已结转，不能再修改！"));
-    return false;
-  }
+  if (isRefused(cash_accounts_detail::openingCarried(name), prompt)) return false;
   return !isAccountUsed(name) ||
          prompt.ask(QStringLiteral("该银行账户已有业务发生，\r\n\r\n建立期初帐将会改变该账户的余额，\r\n\r\n是否..."));
 }
@@ -183,6 +185,7 @@ void setOpening(std::int64_t id, double amount) {
   Transaction transaction(accountDb());
   const QString name = readAccount(id).name;
   if (const Refusal locked = openingLocked(name)) throw PeriodLocked(locked.text.toStdString());
+  if (const Refusal carried = openingCarried(name)) throw DbError(DbError::Kind::Other, carried.text);
   updateRow("jxc_yhzh", id, {{"yh_zje", amount}});
   const RowSet opening =
       openSelect("select top 1 id,xj_rq from jxc_xjyh where xj_kmmc=? and xj_dlx='期初金额' order by id", name);
