@@ -158,13 +158,13 @@ constexpr ui::Criterion kChartCriteria[] = {
     {.asks = Asks::To, .name = "tdate42", .label = "至", .months = true},
     {.asks = Asks::Warehouse, .name = "comCk4", .label = "仓库：", .views = "gridLr gridLrMx"}};
 constexpr ColumnSpec kMonthColumn{"js_rq", "月份", ColumnKind::Text, 12};
-constexpr ColumnSpec kProfit[] = {kMonthColumn, {"xslr", "利润", ColumnKind::Total, 18, {.sum = true}, kSeesCost}};
+constexpr ColumnSpec kProfit[] = {kMonthColumn, {"xslr", "利润", ColumnKind::Total, 18, {.sum = true}, kSeesProfit}};
 constexpr ColumnSpec kSpent[] = {kMonthColumn, {"xslr", "费用", ColumnKind::Total, 18, {.sum = true}}};
 constexpr ColumnSpec kProfitLines[] = {{"rq", "日期", ColumnKind::Date},
                                        {"gl_djh", "单据号", ColumnKind::Text, 15},
                                        {"lx", "类型", ColumnKind::Text, 12},
                                        {"dnote", "商品名称", ColumnKind::Text, 36},
-                                       {"je", "利润", ColumnKind::Total, 14, {.sum = true}, kSeesCost},
+                                       {"je", "利润", ColumnKind::Total, 14, {.sum = true}, kSeesProfit},
                                        {"u_name", "经办人"}};
 void narrowToMonth(Criteria& criteria, const Row& row) {
   criteria.from = criteria.to = row.text("js_rq");
