@@ -68,12 +68,12 @@ class Sheet {
 struct Asked {
   QString day;
   bool stockOfTheDay = false;
-  bool price = hasRight(kSeesPrice), cost = hasRight(kSeesCost);
+  bool price = hasRight(kSeesPrice), cost = hasRight(kSeesCost), worth = hasRight(kSeesStockCost);
 };
 
 RowSet sheetOf(const Asked& asked, EnquiryReader& reader) {
   const QString& day = asked.day;
-  const double stock = asked.cost ? figure(reader, {kStock}) : 0;
+  const double stock = asked.worth ? figure(reader, {kStock}) : 0;
   reader.progress(30);
   const double assets = figure(reader, assetsAt(day)), till = figure(reader, cashAt(kTill, day));
   std::vector<std::pair<QString, double>> banks;
@@ -87,13 +87,13 @@ RowSet sheetOf(const Asked& asked, EnquiryReader& reader) {
   reader.progress(60);
   const double owed = asked.cost ? figure(reader, owedAt(supplierSide, day)) : 0;
   const double all = stock + assets + till + inBanks + due;
-  const bool whole = asked.price && asked.cost;
+  const bool whole = asked.price && asked.cost && asked.worth;
 
   Sheet sheet;
   if (whole) sheet.add("100", u"[资产合计]"_qs, all);
-  if (asked.cost) sheet.add("101", u"  库存商品总值（当前库存）"_qs, stock);
+  if (asked.worth) sheet.add("101", u"  库存商品总值（当前库存）"_qs, stock);
   double then = 0;
-  if (asked.cost && asked.stockOfTheDay) {
+  if (asked.worth && asked.stockOfTheDay) {
     then = figure(reader, stockValueAt(day));
     sheet.add("101d", u"    其中截至 %1 的库存总值（不计入合计）"_qs.arg(day), then, {}, true);
   }
@@ -140,12 +140,12 @@ Sql balanceLines(const Criteria& criteria) {
   using namespace balance_sheet_detail;
   const QString& code = criteria.kind;
   const QString until = partner_books::endOf(criteria.to);
-  if (code == u"101" && hasRight(kSeesCost))
+  if (code == u"101" && hasRight(kSeesStockCost))
     return {
         "select a.id,'' as rq,a.g_sn as gl_djh,c.ck_name as lx,b.g_name as dnote,a.kc_sl*a.kc_cbj as je "
         "from (jxc_kcsp a left outer join jxc_goods b on a.g_sn=b.g_sn) left outer join jxc_ckxx c on "
         "a.ck_sn=c.ck_sn where a.kc_sl*a.kc_cbj<>0 order by je desc,gl_djh"};
-  if (code == u"101d" && hasRight(kSeesCost)) return stockValuesAt(criteria.to);
+  if (code == u"101d" && hasRight(kSeesStockCost)) return stockValuesAt(criteria.to);
   if (code == u"102")
     return {
         "select id,zc_rq as rq,zc_bh as gl_djh,zc_lx as lx,zc_mc as dnote,zc_je as je from jxc_gdzc where zc_rq<=? "
