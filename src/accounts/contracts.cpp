@@ -29,6 +29,12 @@ Refusal gone() {
   return {u"该合同刚刚被其他操作员删除！"_qs};
 }
 
+/// Deleted by another station while the form stood open, he would take the contract out of every list.
+Refusal partnerGone(const PartnerSide& side, const QString& partner) {
+  return {!exists(compose("select top 1 id from {} where {}=?", {side.table, side.sn}), partner),
+          u"该"_qs + words(side.noun) + u"刚刚被其他操作员删除，请重新选择！"_qs, Subject::Partner};
+}
+
 /// The document that a contract is tied to no longer points to it.
 void untie(const QString& number) {
   for (const DocumentFamily* family : {&families::purchaseReceipt, &families::sale})
@@ -122,17 +128,22 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
     }
   }
   std::optional<QString> number;
+  Refusal overtaken;
   try {
     Transaction transaction(accountDb());
-    number = detail::write(side, draft, taken, replaced);
-    transaction.commit();
+    overtaken = detail::partnerGone(side, draft.partner);
+    if (!overtaken) {
+      number = detail::write(side, draft, taken, replaced);
+      if (!number) overtaken = detail::gone();
+    }
+    if (!overtaken) transaction.commit();
   } catch (...) {
     attachments::remove(taken);
     throw;
   }
-  if (!number) {
+  if (overtaken) {
     attachments::remove(taken);
-    isRefused(detail::gone(), prompt);
+    isRefused(overtaken, prompt);
     return {};
   }
   attachments::remove(replaced);
