@@ -1,5 +1,6 @@
 #include "maintenance/screens/backup_pane.h"
 
+#include "core/archive_look.h"
 #include "core/login.h"
 #include "core/screens/main_form.h"
 #include "ui/display.h"
@@ -12,6 +13,12 @@ namespace backup_pane_detail {
 
 constexpr int kLook = 300;              // ms between two looks at what runs behind
 constexpr int kRehearsal = 10 * 60000;  // ms: not in the first minutes of the day, when everybody begins
+
+/// In the middle of a command no copy can begin, nor can its outcome be written down; while an archive is looked into
+/// its books stand in the place of the shop's. Both come a moment later.
+bool isAtOtherWork() {
+  return isCommandAtWork() || isArchiveInUse();
+}
 
 }  // namespace backup_pane_detail
 
@@ -49,8 +56,8 @@ void BackupPane::begin() {
   if (running_) return;
   const BackupSettings settings = backupSettings();
   if (settings.folder.isEmpty()) return;
-  // In the middle of a command no copy can begin, nor can its outcome be written down: a moment later.
-  if (isCommandAtWork()) return QTimer::singleShot(backup_pane_detail::kLook, this, [this] { begin(); });
+  if (backup_pane_detail::isAtOtherWork())
+    return QTimer::singleShot(backup_pane_detail::kLook, this, [this] { begin(); });
   try {
     running_ = std::make_unique<RunningBackup>(settings);
   } catch (const DbError&) {
@@ -61,7 +68,7 @@ void BackupPane::begin() {
 }
 
 void BackupPane::look() {
-  if (isCommandAtWork()) return;
+  if (backup_pane_detail::isAtOtherWork()) return;
   try {
     if (running_ && running_->isDone()) {
       const std::unique_ptr<RunningBackup> ended = std::move(running_);
@@ -79,7 +86,7 @@ void BackupPane::look() {
 }
 
 void BackupPane::lookAtRehearsal() {
-  if (running_ || rehearsal_ || isCommandAtWork() || !isRehearsalDue()) return;
+  if (running_ || rehearsal_ || backup_pane_detail::isAtOtherWork() || !isRehearsalDue()) return;
   rehearsal_ = std::make_unique<Rehearsal>();
   looking_.start();
   refresh();
