@@ -41,6 +41,7 @@ class ResetTest : public test::ShopWalk {
     insertRow("jxc_hyxx", {{"hy_sn", u"100002"}, {"hy_bh", u"8001"}, {"hy_name", u"会员"}, {"hy_ye", 123.5}});
     execSql("update jxc_fd set fd_name='城东店'");
     Transaction transaction(accountDb());
+    insertRow("jxc_jsda", {{"da_year", u"2020-12-31"}, {"da_file", u"D:/备份.DAT"}});
     setPeriodLock(u"2021-01-31"_qs);
     transaction.commit();
     ASSERT_GT(rows("jxc_goodslist"), 0);
@@ -75,7 +76,7 @@ TEST_F(ResetTest, WhatAShopIsMadeOfStays) {
   EXPECT_EQ(lookupNumber("select sum(abs(kh_lwje)) from jxc_khxx"), 0);
   for (const char* gone : {"jxc_goodslist", "jxc_kcsp", "jxc_jhd", "jxc_lsxsd", "jxc_ysyfk", "jxc_htgl"})
     EXPECT_EQ(rows(gone), 0) << gone;
-  EXPECT_EQ(PeriodLock().day(), QString()) << "no document is left to be locked";
+  EXPECT_EQ(PeriodLock().day(), QString()) << "no document is left to be locked, nor what was closed";
   live(8, 30);  // and business goes on from there
   EXPECT_EQ(faults(false), QStringList());
 }

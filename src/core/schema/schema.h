@@ -30,8 +30,8 @@ std::span<const TableEntry> tables();
 /// The definition of a table, companion tables included; null when there is none of that name.
 const TableDefinition* findDefinition(std::string_view name);
 /// Tables beside the 146, which a reset leaves alone: those of the order module, which this program reads and closes
-/// but never fills, what is kept of passwords, the end of the chain of the log, the days
-/// up to which the books were locked, how the backups stand, and the copies that were made before closings.
+/// but never fills, what is kept of passwords, the end of the chain of the log, the days up to which the books were
+/// locked, how the backups stand, and the copies that were made before closings.
 std::span<const std::string_view> companionTables();
 
 /// One column of a definition.
