@@ -53,9 +53,13 @@ QString PeriodLock::openFrom(const QString& date) const {
   return holds(date) ? period_lock_detail::dayAfter(day()) : date;
 }
 
+QString closedDay() {
+  return lookupValue("select max(da_year) from jxc_jsda");
+}
+
 void setPeriodLock(const QString& wanted) {
   // What a closing carried on never opens again: a document of those days has no rows left that could be taken back.
-  const QString day = std::max(wanted, lookupValue("select max(da_year) from jxc_jsda"));
+  const QString day = std::max(wanted, closedDay());
   const QString before = PeriodLock().day();
   insertRow("jxc_zmsd", {{"sd_rq", day},
                          {"sd_time", clock::stamp()},

@@ -49,6 +49,9 @@ inline Refusal lockedOn(const QString& date, OnDay what = OnDay::Dated) {
   return PeriodLock().against(date, what);
 }
 
+/// The last day that a closing took, yyyy-MM-dd; empty: none. Up to it the books never open again.
+QString closedDay();
+
 /// Locks the books up to this day, or opens them (an empty day), with a row of the log; what a closing took stays
 /// locked. Inside the caller's transaction. Whether the operator may, and what is asked before, is the caller's:
 /// `maintenance/period_locking.h`, and a closing.

@@ -98,6 +98,8 @@ bool lockUpTo(const QString& day, Prompt& prompt) {
   if (!isAllowedToAdministrators(prompt)) return false;
   const QString before = PeriodLock().day();
   if (isRefused(refusal(day, before), prompt)) return false;
+  if (const QString closed = closedDay(); day < closed)
+    return !isRefused({u"数据结算已做到 %1，锁定日期不能早于这一天！"_qs.arg(closed), Subject::Date}, prompt);
   const std::vector<Waiting> waiting = waitingUpTo(day);
   if (!prompt.ask(question(day, before, waiting))) return false;
   return !refused({{!write(day, before, waiting), changed()}}, prompt);
@@ -106,9 +108,13 @@ bool lockUpTo(const QString& day, Prompt& prompt) {
 bool open(Prompt& prompt) {
   using namespace period_locking_detail;
   if (!isAllowedToAdministrators(prompt)) return false;
-  const QString before = PeriodLock().day();
-  if (refused({{before.isEmpty(), u"账目没有锁定！"_qs}}, prompt)) return false;
-  if (!prompt.ask(u"账目锁定到 %1，解除后这些日期的单据和账目又可以改动，\r\n\r\n确认解除锁定吗？"_qs.arg(before)))
+  const QString before = PeriodLock().day(), closed = closedDay();
+  if (refused({{before.isEmpty(), u"账目没有锁定！"_qs},
+               {before <= closed, u"数据结算已做到 %1，这些日期的账目不能解除锁定！"_qs.arg(closed)}},
+              prompt))
+    return false;
+  const QString which = closed.isEmpty() ? u"这些日期"_qs : closed + u" 以后"_qs;
+  if (!prompt.ask(u"账目锁定到 %1，解除后%2的单据和账目又可以改动，\r\n\r\n确认解除锁定吗？"_qs.arg(before, which)))
     return false;
   return !refused({{!write({}, before), changed()}}, prompt);
 }

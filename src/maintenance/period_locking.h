@@ -29,9 +29,9 @@ Sql history();
 QString proposedDay();
 
 /// Locks the books up to `day` (yyyy-MM-dd), also where that is earlier than the day until now. Only the administrator
-/// may. Asks, with what waits up to the day. False: refused, or the operator said no.
+/// may; not before the last closing. Asks, with what waits up to the day. False: refused, or the operator said no.
 bool lockUpTo(const QString& day, Prompt& prompt);
-/// Opens them again.
+/// Opens them again; what a closing took stays locked, and where nothing else is it is refused.
 bool open(Prompt& prompt);
 
 }  // namespace jxc::period_locking

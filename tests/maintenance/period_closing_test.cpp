@@ -8,6 +8,7 @@
 #include "core/period_lock.h"
 #include "harness/row_texts.h"
 #include "harness/whole_books.h"
+#include "maintenance/period_locking.h"
 #include "maintenance/prove.h"
 #include "masterdata/partner_side.h"
 #include "stock/shop.h"
@@ -129,6 +130,8 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   EXPECT_TRUE(exists("select id from jxc_log where log_note like '数据结算，取出日志%'"));
   setPeriodLock({});
   EXPECT_EQ(PeriodLock().day(), closingDay) << "what was closed is never open again";
+  EXPECT_EQ(prompt.refused(period_locking::open(prompt)),
+            u"数据结算已做到 %1，这些日期的账目不能解除锁定！"_qs.arg(closingDay));
   EXPECT_EQ(closedAlready(closingDay), closingDay);
   EXPECT_EQ(textsOf(openSelect(archives()), {"da_year", "da_file"}).join(u'|'), closingDay + u" D:/备份.DAT"_qs);
 
