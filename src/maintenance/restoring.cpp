@@ -262,17 +262,29 @@ bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& r
   // The backups are those of the place, not of the day that comes back; a set of an older program says nothing of them.
   const bool knowsBackups = stands(accountDb(), "select bz_time from jxc_backupzk");
   const BackupState state = knowsBackups ? backupState() : BackupState();
-  bool isDone = false;
-  asOwner(prompt, QStringLiteral("恢复数据"), [&] {
-    isDone = replaceAccountSet(backup.database(), accountDb(), reports.writing);
-    if (!isDone) return;
+  const auto noteIt = [&] {
+    Transaction transaction(accountDb());
     if (knowsBackups)
-      execSql("update jxc_backupzk set bz_time=?,bz_file=?,bz_fail=?", state.time, state.file, state.failure);
+      execSql("update jxc_backupzk set bz_time=?,bz_file=?,bz_fail=?,bz_trytime=?,bz_tryfile=?,bz_tryfail=?",
+              state.time, state.file, state.failure, state.triedTime, state.triedFile, state.triedFailure);
     writeLog(QStringLiteral("恢复数据：%1%2")
                  .arg(QFileInfo(backup.file).fileName(),
                       kept->isEmpty() ? QString()
                                       : QStringLiteral("，原来的帐套另存为%1").arg(QFileInfo(*kept).fileName())));
+    transaction.commit();
+  };
+  bool isDone = false;
+  QString notNoted;
+  asOwner(prompt, QStringLiteral("恢复数据"), [&] {
+    isDone = replaceAccountSet(backup.database(), accountDb(), reports.writing);
+    if (!isDone) return;
+    try {
+      noteIt();
+    } catch (const DbError& error) {
+      notNoted = error.message();  // the other books are there all the same, and whoever called has to know
+    }
   });
+  if (!notNoted.isEmpty()) prompt.notice(QStringLiteral("数据已经恢复，但是没有记入日志。\r\n\r\n") + notNoted);
   return isDone;
 }
 
