@@ -2,9 +2,6 @@
 
 #include "core/at_work.h"
 #include "core/backup.h"
-#include "core/build_info.h"
-#include "core/file_names.h"
-#include "core/formats.h"
 #include "core/log.h"
 #include "core/owner.h"
 #include "core/period_lock.h"
@@ -65,10 +62,10 @@ QString listed(const Tables& tables, Say say) {
   return all.join(u'、');
 }
 
-/// A verified copy where backups go. False when it failed, which was told, or was stopped.
+/// A verified copy where backups go, under a name that no tidying of old backups takes away: it is the last that holds
+/// what is about to go. False when it failed, which was told, or was stopped.
 bool backUp(const std::function<bool(int)>& step, Prompt& prompt) {
-  const QString file = freeFileName(backupFolder(accountDb()), QString::fromUtf16(build::accountName) + backupStamp(),
-                                    QStringLiteral(".DAT"));
+  const QString file = backupFileIn(backupFolder(accountDb()), QStringLiteral("(清理前)"));
   try {
     if (!makeVerifiedCopy(accountDb(), file, step)) return false;
   } catch (const DbError& failure) {
