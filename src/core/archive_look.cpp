@@ -12,7 +12,7 @@ std::unique_ptr<Database> openArchive(const QString& file) {
   auto archive = openSqlite(file, {.readOnly = true, .essential = false});
   // Its tables may lack what the enquiries of today ask for; brought up to date it would be another file.
   const QString stamp = archive->lookup("select cs_employdate from jxc_xtcs").text();
-  if (stamp < QString::fromUtf8(schema::upgradeSteps().back().stamp.data()))
+  if (stamp < QString::fromStdString(schema::newestStamp()))
     throw DbError(DbError::Kind::File,
                   QStringLiteral("该档案是用旧版本的软件做的，请先把它恢复为一个帐套再查看：%1").arg(file));
   return archive;

@@ -8,6 +8,7 @@
 #include "core/program_directory.h"
 #include "core/refusal.h"
 #include "core/schema/schema.h"
+#include "core/schema/upgrade.h"
 #include "core/session.h"
 #include "core/set_files.h"
 #include "core/startup.h"
@@ -135,6 +136,9 @@ std::unique_ptr<Database> openBackup(const QString& file) {
   std::unique_ptr<Database> books = openSqlite(file, {.readOnly = true, .essential = false});
   if (!stands(*books, "select cs_employdate from jxc_xtcs"))
     throw DbError(DbError::Kind::File, QStringLiteral("这个文件不是帐套的备份，没有恢复。"));
+  const QString stamp = books->lookup("select cs_employdate from jxc_xtcs").text();
+  if (stamp > QString::fromStdString(schema::newestStamp()))
+    throw DbError(DbError::Kind::File, QStringLiteral("它来自更新版本的程序（%1），请先更新本程序再恢复。").arg(stamp));
   return books;
 }
 

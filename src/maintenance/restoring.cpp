@@ -91,14 +91,6 @@ void copyBytes(const QString& from, const QString& to, const CopyReport& report)
   }
 }
 
-/// The last step of the tables that this build knows.
-QString newestSchema() {
-  std::string newest;
-  for (const schema::UpgradeStep& step : schema::upgradeSteps())
-    newest = std::max(newest, std::string(step.stamp));
-  return QString::fromStdString(newest);
-}
-
 /// The first or the last of all documents by their dates.
 QString documentAtEnd(Database& books, bool isLast) {
   QString found, key;
@@ -165,7 +157,7 @@ std::unique_ptr<OpenedBackup> OpenedBackup::open(const QString& name, const Copy
   if (!stands(books, "select cs_employdate from jxc_xtcs") || !stands(books, "select c_name from jxc_company"))
     throw cannotRestore(QStringLiteral("里面没有帐套的数据表。"));
   backup.schema = books.lookup("select cs_employdate from jxc_xtcs").text();
-  if (backup.schema > newestSchema())
+  if (backup.schema > QString::fromStdString(schema::newestStamp()))
     throw cannotRestore(QStringLiteral("它来自更新版本的程序（%1），请先更新本程序再恢复。").arg(backup.schema));
   backup.isOlder = !isSchemaCurrent(books);
   if (backup.isOlder) upgradeSchema(books);

@@ -53,6 +53,8 @@ struct UpgradeStep {
 
 /// The steps in their order, which is not quite that of their dates.
 std::span<const UpgradeStep> upgradeSteps();
+/// The youngest stamp among them: what this build leaves in a set. A set with a younger one is of a newer program.
+std::string newestStamp();
 
 // Walks of single steps.
 void bindFirstOperatorToWarehouses(Database& database);

@@ -4,6 +4,8 @@
 #include "core/passwords.h"
 #include "core/schema/upgrade.h"
 
+#include <algorithm>
+
 namespace jxc::schema {
 namespace upgrade_steps_detail {
 
@@ -402,6 +404,13 @@ std::vector<UpgradeStep> ladder() {
 std::span<const UpgradeStep> upgradeSteps() {
   static const std::vector<UpgradeStep> steps = upgrade_steps_detail::ladder();
   return steps;
+}
+
+std::string newestStamp() {
+  std::string newest;
+  for (const UpgradeStep& step : upgradeSteps())
+    newest = std::max(newest, std::string(step.stamp));
+  return newest;
 }
 
 }  // namespace jxc::schema
