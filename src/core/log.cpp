@@ -11,6 +11,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <array>
@@ -125,6 +126,7 @@ std::optional<QString> takeLogRows(Database& database, const QString& why, const
   const auto rows = database.lookup("select count(*) from jxc_log where id<=?", upTo).integer();
   if (rows == 0) return {};
   const QString file = writeRows(database, end);
+  auto notTaken = qScopeGuard([&file] { QFile::remove(file); });  // the rows are still where they were
   const QString last =
       until.isEmpty() ? lastLogHash(database) : database.lookup("select log_hash from jxc_log where id=?", upTo).text();
   database.execute("delete from jxc_log where id<=?", upTo);
@@ -133,6 +135,7 @@ std::optional<QString> takeLogRows(Database& database, const QString& why, const
                        .arg(rows)
                        .arg(QString::fromUtf16(kLastHash), last, file));
   transaction.commit();
+  notTaken.dismiss();
   return file;
 }
 

@@ -65,7 +65,7 @@ class Closing {
         "jxc_jsda",
         {{"da_time", clock::stamp()}, {"da_year", request_.day}, {"da_file", archive}, {"a_name", session().a_name}});
     writeLog(u"数据结算，结算日期："_qs + request_.day);
-    step(100, u"完成"_qs);
+    if (progress_) progress_(100, u"完成"_qs);  // not to be stopped any more: the file of the log is written
     return before.compared(after);
   }
 
