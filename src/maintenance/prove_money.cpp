@@ -111,6 +111,8 @@ void proveCash(Books& books) {
 
 /// Lines of documents: one for each, as long as it is audited, whether it counts or was excluded.
 void proveInvoiceOfDocument(Books& books, const Row& row, const std::string& number) {
+  // A closing leaves what was excluded, as it waits; its document has gone, or stands there with all rows carried on.
+  if (!row.flag("fp_check") && row.text("rq").toStdString() <= books.closedUntil) return;
   Document& document = books.document(number);
   ++document.invoiceRows;
   document.invoiceDue += row.number("fp_yfje");

@@ -3,6 +3,7 @@
 
 #include "accounts/cash_accounts.h"
 #include "accounts/cash_lines.h"
+#include "accounts/invoices.h"
 #include "accounts/partner_documents.h"
 #include "core/log.h"
 #include "core/period_lock.h"
@@ -221,6 +222,16 @@ TEST_F(PeriodClosingTest, TheMonthOfTheDayKeepsItsRowUnlessItIsOver) {
   EXPECT_TRUE(behind.startsWith(u"2021-04"_qs)) << behind.toStdString();
   ASSERT_TRUE(closeBooks({u"2021-04-30"_qs}, {}));
   EXPECT_FALSE(months().contains(u"2021-04"_qs));
+}
+
+TEST_F(PeriodClosingTest, AnExcludedInvoiceWaitsBehindTheClosingOfItsDocument) {
+  receive(u"2021-04-01"_qs, {{u"A"_qs, 3, 6}});
+  const QString sold = sell(u"2021-04-02"_qs, {{u"A"_qs, 2, 10}});
+  const invoices::Line line{lookupValue("select id from jxc_fpdjb where gl_djh=?", sold).toLongLong(), sold};
+  ASSERT_TRUE(invoices::exclude(customerSide, line, prompt.willSayYes()));
+  ASSERT_TRUE(closeBooks({closingDay}, {}));
+  EXPECT_EQ(all("select gl_djh from jxc_fpdjb where fp_check=0"), sold);
+  EXPECT_EQ(wrong(), QStringList());
 }
 
 /// Of three pieces for 1.33 one is left, worth 1 yuan without decimals of totals.
