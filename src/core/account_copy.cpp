@@ -9,6 +9,8 @@
 #include "engine/transaction.h"
 #include "engine/waiting.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -158,6 +160,8 @@ QStringList copyAccountSet(Database& from, Database& to, const std::function<voi
 
 namespace account_copy_detail {
 
+bool isReplacing = false;
+
 QStringList carryTables(Database& from, Database& to, const std::function<void(const CopyProgress&)>& progress) {
   const LongWork longWork;
   Transaction source(from);
@@ -190,7 +194,13 @@ QStringList carryTables(Database& from, Database& to, const std::function<void(c
 
 }  // namespace account_copy_detail
 
+bool isReplacingAccountSet() {
+  return account_copy_detail::isReplacing;
+}
+
 bool replaceAccountSet(Database& from, Database& to, const std::function<bool(int percent)>& progress) {
+  account_copy_detail::isReplacing = true;
+  const auto over = qScopeGuard([] { account_copy_detail::isReplacing = false; });
   if (!isOnServer(to)) return replaceContent(to, from, progress);
   struct Stopped {};
   try {

@@ -25,5 +25,8 @@ QStringList copyAccountSet(Database& from, Database& to, const std::function<voi
 /// that stand there in the same shape are emptied, not made anew, so that whoever may use them still may. False when
 /// `progress` (percent) stopped it. Throws DbError; nothing is changed then either.
 bool replaceAccountSet(Database& from, Database& to, const std::function<bool(int percent)>& progress = {});
+/// Whether that goes on now. Nothing else of this program may use the connection of the set then, which `progress`
+/// might give occasion to: a statement would end, and keep, what is written half.
+bool isReplacingAccountSet();
 
 }  // namespace jxc

@@ -1,5 +1,6 @@
 #include "core/login.h"
 
+#include "core/account_copy.h"
 #include "core/account_place.h"
 #include "core/at_work.h"
 #include "core/backup.h"
@@ -150,7 +151,7 @@ bool unlock(const QString& password, Prompt& prompt) {
 }
 
 bool isCommandAtWork() {
-  return accountDb().inTransaction();
+  return accountDb().inTransaction() || isReplacingAccountSet();
 }
 
 std::vector<LoginHook>& loginHooks() {

@@ -54,10 +54,10 @@ void BackupPane::refresh() {
 
 void BackupPane::begin() {
   if (running_) return;
-  const BackupSettings settings = backupSettings();
-  if (settings.folder.isEmpty()) return;
   if (backup_pane_detail::isAtOtherWork())
     return QTimer::singleShot(backup_pane_detail::kLook, this, [this] { begin(); });
+  const BackupSettings settings = backupSettings();
+  if (settings.folder.isEmpty()) return;
   try {
     running_ = std::make_unique<RunningBackup>(settings);
   } catch (const DbError&) {
