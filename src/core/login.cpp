@@ -14,6 +14,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/station_options.h"
+#include "engine/bulk.h"
 #include "platform/machine.h"
 
 namespace jxc::login_detail {
@@ -151,7 +152,7 @@ bool unlock(const QString& password, Prompt& prompt) {
 }
 
 bool isCommandAtWork() {
-  return accountDb().inTransaction() || isReplacingAccountSet();
+  return accountDb().inTransaction() || isReplacingAccountSet() || isGivingRoomBack();
 }
 
 std::vector<LoginHook>& loginHooks() {

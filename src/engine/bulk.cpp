@@ -2,7 +2,14 @@
 
 #include "engine/database.h"
 
+#include <QScopeGuard>
+
 namespace jxc {
+namespace bulk_detail {
+
+bool isGivingRoomBack = false;
+
+}  // namespace bulk_detail
 
 Bulk& bulkOf(Database& database) {
   if (auto* bulk = dynamic_cast<Bulk*>(&database)) return *bulk;
@@ -16,7 +23,14 @@ void forgetReplaced(Database& database, const char* table) {
 
 bool giveRoomBack(Database& database, const std::function<bool()>& goOn) {
   auto* const bulk = dynamic_cast<Bulk*>(&database);
-  return bulk != nullptr && !database.inTransaction() && bulk->giveRoomBack(goOn);
+  if (bulk == nullptr || database.inTransaction()) return false;
+  bulk_detail::isGivingRoomBack = true;
+  const auto over = qScopeGuard([] { bulk_detail::isGivingRoomBack = false; });
+  return bulk->giveRoomBack(goOn);
+}
+
+bool isGivingRoomBack() {
+  return bulk_detail::isGivingRoomBack;
 }
 
 }  // namespace jxc

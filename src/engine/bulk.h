@@ -56,5 +56,7 @@ Bulk& bulkOf(Database& database);
 /// As Bulk says; nothing where a connection has none, or is inside a transaction.
 void forgetReplaced(Database& database, const char* table);
 bool giveRoomBack(Database& database, const std::function<bool()>& goOn);
+/// Whether that goes on now: `goOn` is asked in the middle of a statement, and may not use the connection.
+bool isGivingRoomBack();
 
 }  // namespace jxc
