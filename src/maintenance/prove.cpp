@@ -65,8 +65,11 @@ void proveUnusual(Books& books) {
       books.findings.add(Kind::OddFigure, [&] { return placeOf(row); });
     if (books.dateOf(row) > today) books.findings.add(Kind::FutureDay, [&] { return placeOf(row); });
   }
-  if (const RowSet lock = books.select("select top 1 sd_rq,sd_lsid from jxc_zmsd order by id desc");
-      !lock.isEmpty() && !lock.text(0, 0).isEmpty()) {
+  // A set of an older build has no such table.
+  const RowSet lock = stands(books.db, "select sd_lsid from jxc_zmsd")
+                          ? books.select("select top 1 sd_rq,sd_lsid from jxc_zmsd order by id desc")
+                          : RowSet();
+  if (!lock.isEmpty() && !lock.text(0, 0).isEmpty()) {
     const std::string day = lock.text(0, 0).toStdString();
     const std::int64_t lastThen = lock.integer(0, 1);
     for (const LedgerRow& row : books.rows)
