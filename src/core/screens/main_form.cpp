@@ -135,7 +135,7 @@ TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
   Timer1.setInterval(200);
   connect(&Timer1, &QTimer::timeout, this, [this] { reminders(); });
   connect(&TimerBackUp, &QTimer::timeout, this, [] {
-    if (mainFormHooks().backupDatabase && !isArchiveInUse()) mainFormHooks().backupDatabase();
+    if (mainFormHooks().backupDatabase) mainFormHooks().backupDatabase();
   });
   Timeremail.setSingleShot(true);
   Timeremail.setInterval(120000);

@@ -26,7 +26,7 @@ class DayBoard;
 
 /// What other subsystems do on the window's timers and on its way out; empty until they are there.
 struct MainFormHooks {
-  std::function<void()> backupDatabase;  // every back_sj hours, behind the window
+  std::function<void()> backupDatabase;  // every back_sj hours, behind the window; waits itself
   std::function<bool()> backupOnWayOut;  // when back_exit says so; false: the operator stays
   std::function<void()> sendMail;        // the day's mail digest
 };
