@@ -2,13 +2,13 @@
 
 #include "core/build_info.h"
 #include "core/clock.h"
+#include "core/file_names.h"
 #include "core/program_directory.h"
 #include "core/statements.h"
 #include "core/verified_copy.h"
 #include "platform/machine.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace jxc {
 
@@ -21,13 +21,7 @@ QString backupInto(const QString& folder, Database& database) {
 }
 
 QString backupFileIn(const QString& folder, const QString& mark) {
-  const QString name = QString::fromUtf16(build::accountName) + mark + backupStamp();
-  const QDir place(folder);
-  QString file = place.filePath(name + QStringLiteral(".DAT"));
-  // Two in one second, or a clock that was set back.
-  for (int i = 2; QFileInfo::exists(file); ++i)
-    file = place.filePath(QStringLiteral("%1_%2.DAT").arg(name).arg(i));
-  return file;
+  return freeFileName(folder, QString::fromUtf16(build::accountName) + mark + backupStamp(), QStringLiteral(".DAT"));
 }
 
 QString backupFolder(Database& database) {

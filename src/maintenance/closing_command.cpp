@@ -31,8 +31,7 @@ bool isAgreed(const Command& command, Prompt& prompt) {
 
 /// The copy lies beside the backups and is known from them by its name: it is never thrown away as too old.
 QString archiveName() {
-  return QDir(backupFolder(accountDb()))
-      .filePath(session().accountName + u"(数据结算)"_qs + backupStamp() + u".DAT"_qs);
+  return backupFileIn(backupFolder(accountDb()), u"(数据结算)"_qs);
 }
 
 }  // namespace closing_command_detail
