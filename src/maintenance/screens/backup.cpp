@@ -63,6 +63,9 @@ class TF_Backup : public ui::Screen {
     all.buttons("btnHelp | btnOK btnExit");
     for (const ui::Field* path : {&tPath, &tPath2, &tPath1})
       showWholePath(*path);
+    // Both folders stand below each other, whatever their labels say.
+    tPath.label()->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    tPath.label()->setMinimumWidth(tPath2.label()->sizeHint().width());
     RzPanel_Msg->setObjectName(QStringLiteral("RzPanel_Msg"));
     comDays.setItems({{QStringLiteral("全部备份"), QStringLiteral("0")},
                       {QStringLiteral("5天的备份"), QStringLiteral("5")},
