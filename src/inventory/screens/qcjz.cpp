@@ -80,7 +80,7 @@ class TF_Qcjz_Add : public ui::Screen {
     panel()
         .row("tkey")
         .grid("gridGoods")
-        .form({"tsl tcbj"})
+        .row("tsl tcbj")  // as narrow as a number: beside its label, not at the far side of the list
         .text(QStringView(kWhatCostIs).toString())
         .buttons("| btnOK btnCancel");
     // Asked anew: the list has no cost for who may not see it.
