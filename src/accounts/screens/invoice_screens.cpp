@@ -116,7 +116,7 @@ InvoiceRegistrationScreen::InvoiceRegistrationScreen(std::string_view name, std:
     : Screen(invoice_screens_detail::specOf(name, title, invoice_screens_detail::kRegistrationFields)), side_(side) {
   panel()
       .form({"tdjh tname", "tyfje tykje", "tje twkje", "tfpno dateCg", "comUser", "tnote"})
-      .text(u"注：开票金额是本单据到现在为止一共开出的金额，保存后代替已开金额；\r分几次开票时请填写各次合计。"_qs)
+      .text(u"注：开票金额是本单据到现在为止一共开出的金额，保存后代替已开金额；\n分几次开票时请填写各次合计。"_qs)
       .buttons("| btnOK btnCancel");
   field("tname").setLabel(words(side_.noun) + u"："_qs);
   on(command("btnOK"), [this] { save(); });
