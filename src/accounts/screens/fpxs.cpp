@@ -128,6 +128,7 @@ struct Invoices : OverviewParts<Side, InvoiceBooks, "应开", "已开"> {
        .rule = auditOne},
       {.name = "btn_Check",
        .caption = "审核全部",
+       .key = "Ctrl+F9",
        .right = kAudits,
        .staysInSight = true,
        .views = "gridMx",
