@@ -34,23 +34,22 @@ Item ofHead(std::u16string_view name, const DocumentFamily& family, std::string_
 }
 
 std::vector<Item> makeItems() {
-  using namespace families;
   std::vector<Item> all{
-      of(u"采购进货单", purchaseReceipt, "sum(b.j_yfje)", {}, "sum(a.jh_sl)"),
+      of(u"采购进货单", families::purchaseReceipt, "sum(b.j_yfje)", {}, "sum(a.jh_sl)"),
       of(u"采购退货单", families::purchaseReturn, "sum(-1*b.th_yfje)", {}, "sum(a.th_sl)"),
       of(u"商品销售单", families::sale, "sum(b.ls_yfje)", {}, "sum(a.ls_sl)"),
-      of(u"顾客退货单", saleReturn, "sum(-1*b.th_yfje)", {}, "sum(a.th_sl)"),
+      of(u"顾客退货单", families::saleReturn, "sum(-1*b.th_yfje)", {}, "sum(a.th_sl)"),
       of(u"商品入库单", families::putaway, {}, {}, "sum(a.rk_sl)"),
       of(u"商品出库单", families::issue, {}, {}, "sum(a.ck_sl)"),
-      of(u"库存调拨单", transfer, {}, {}, "sum(a.db_sl)"),
+      of(u"库存调拨单", families::transfer, {}, {}, "sum(a.db_sl)"),
       of(u"商品报损单", families::loss, {}, "sum(a.bs_zje)", "sum(a.bs_sl)"),
-      of(u"商品报溢单", overflow, {}, "sum(a.by_zje)", "sum(a.by_sl)"),
-      ofHead(u"被拆分商品", split, "sum(b.cf_sl*b.cf_cbj)", "sum(b.cf_sl)"),
-      of(u"拆分成的商品", split, {}, "sum(a.cf_zje)", "sum(a.cf_sl)"),
-      ofHead(u"捆绑成的商品", bundle, "sum(b.kb_sl*b.kb_cbj)", "sum(b.kb_sl)"),
-      of(u"被捆绑的商品", bundle, {}, "sum(a.kb_zje)", "sum(a.kb_sl)"),
+      of(u"商品报溢单", families::overflow, {}, "sum(a.by_zje)", "sum(a.by_sl)"),
+      ofHead(u"被拆分商品", families::split, "sum(b.cf_sl*b.cf_cbj)", "sum(b.cf_sl)"),
+      of(u"拆分成的商品", families::split, {}, "sum(a.cf_zje)", "sum(a.cf_sl)"),
+      ofHead(u"捆绑成的商品", families::bundle, "sum(b.kb_sl*b.kb_cbj)", "sum(b.kb_sl)"),
+      of(u"被捆绑的商品", families::bundle, {}, "sum(a.kb_zje)", "sum(a.kb_sl)"),
       // Of counts the money is the stock that was in the books; the screen says so.
-      ofHead(u"库存盘点单", stocktake, "sum(b.kc_sl)", "sum(b.pd_sl)"),
+      ofHead(u"库存盘点单", families::stocktake, "sum(b.kc_sl)", "sum(b.pd_sl)"),
       of(u"客户借货单", families::loan, {}, "sum(a.jh_zje)", "sum(a.jh_sl)"),
       {.name = u"费用及收入--费用",
        .head = "jxc_yyfy",
@@ -108,20 +107,19 @@ Sql notStaged(std::string_view column) {
 
 std::vector<DocumentTable> documentTables() {
   using closing_tables_detail::of;
-  using namespace families;
-  return {of(purchaseReceipt),
+  return {of(families::purchaseReceipt),
           of(families::purchaseReturn),
           of(families::sale),
-          of(saleReturn),
+          of(families::saleReturn),
           of(families::putaway),
           of(families::issue),
-          of(transfer),
+          of(families::transfer),
           of(families::loss),
-          of(overflow),
-          of(split),
-          of(bundle),
+          of(families::overflow),
+          of(families::split),
+          of(families::bundle),
           {{}, "jxc_jhgl", {}, "jh_rq"},
-          of(stocktake),
+          of(families::stocktake),
           {"jxc_posxssp", "jxc_posxsd", "gl_djh", "pos_xsrq"},
           {"jxc_cgsp", "jxc_cgd", "j_sn", "j_jhrq", "j_status"},
           {"jxc_xssp", "jxc_xsd", "gl_djh", "ls_xsrq", "ls_status"},

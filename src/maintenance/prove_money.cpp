@@ -151,8 +151,6 @@ void proveInvoices(Books& books) {
     }
     const std::string number = row.text("gl_djh").toStdString();
     if (isTrading(number)) {
-      // Excluded before a closing, it stays; its document has gone, or its other rows were carried on.
-      if (!row.flag("fp_check") && row.text("rq").toStdString() <= books.closedUntil) continue;
       proveInvoiceOfDocument(books, row, number);
     } else if (!number.empty() && !isInvoiceByHand(row, byHand)) {
       books.findings.add(Kind::InvoiceByHand, [&] {
