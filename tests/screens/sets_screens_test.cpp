@@ -15,7 +15,7 @@ class SetsScreens : public ScreenTest {
  protected:
   ~SetsScreens() override { ui::setFileAnswer({}); }
   static void choose(ui::Screen& s, const char* action) { s.findChild<QAction*>(action)->trigger(); }
-  static QString backupName() { return programPath(u"backup/晴川进销存21_05_03_14_30_00.DAT"_qs); }
+  static QString backupName() { return programPath(u"backup/晴川进销存(清理前)21_05_03_14_30_00.DAT"_qs); }
   static QString clearing(const QString& question, Clearing what) {
     return question + u"\r\n\r\n"_qs + clearingInWords(what);
   }
