@@ -83,6 +83,17 @@ std::string inWordsOf(std::string text, bool invoices) {
   return text;
 }
 
+/// Every cell of the last month, again and again.
+void askMonth(benchmark::State& state, Bare& statement) {
+  const std::string from = daysBack(31).toStdString(), to = daysBack(0).toStdString() + " 23:59:59";
+  double sum = 0;
+  for (auto _ : state) {
+    statement << from << to;
+    sum += statement.takeAll();
+  }
+  benchmark::DoNotOptimize(sum);
+}
+
 /// Summed by partner along the index of his lines; the balance before is the first line that is met backwards.
 void summaryBare(benchmark::State& state, bool invoices) {
   Bare statement(
@@ -94,13 +105,7 @@ void summaryBare(benchmark::State& state, bool invoices) {
                 "on m.sn=b.kh_sn where b.kh_forbid=0 order by b.kh_sn",
                 invoices)
           .c_str());
-  const std::string from = daysBack(31).toStdString(), to = daysBack(0).toStdString() + " 23:59:59";
-  double sum = 0;
-  for (auto _ : state) {
-    statement << from << to;
-    sum += statement.takeAll();
-  }
-  benchmark::DoNotOptimize(sum);
+  askMonth(state, statement);
 }
 
 /// Opening rows and lines of the month, every cell that the list shows.
@@ -120,13 +125,7 @@ void detailBare(benchmark::State& state, bool invoices) {
               "order by 2,4,18,1",
           invoices)
           .c_str());
-  const std::string from = daysBack(31).toStdString(), to = daysBack(0).toStdString() + " 23:59:59";
-  double sum = 0;
-  for (auto _ : state) {
-    statement << from << to;
-    sum += statement.takeAll();
-  }
-  benchmark::DoNotOptimize(sum);
+  askMonth(state, statement);
 }
 
 const bool registered = [] {

@@ -4,10 +4,10 @@
 #include "maintenance/screens/backup_page.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
+#include "ui/paragraph.h"
 #include "ui/progress.h"
 #include "ui/skin.h"
 
-#include <QLabel>
 #include <QTabWidget>
 
 namespace jxc {
@@ -31,17 +31,9 @@ constexpr ui::CommandSpec kCommands[] = {
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Backup", .title = "备份/恢复数据库", .fields = kFields, .commands = kCommands, .focus = "tPath"};
 
-QLabel* paragraph(QWidget* parent, const char* name) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QLatin1StringView(name));
-  label->setWordWrap(true);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return label;
-}
-
 class TF_Backup : public ui::Screen {
  public:
-  TF_Backup() : Screen(kScreen), state_(paragraph(this, "lState")), facts_(paragraph(this, "lFacts")) {
+  TF_Backup() : Screen(kScreen), state_(ui::paragraph(this, "lState")), facts_(ui::paragraph(this, "lFacts")) {
     auto all = panel();
     all.page("cxTab1", QStringLiteral("备份数据"))
         .row("tPath btnBack")

@@ -2,10 +2,9 @@
 #include "core/reading.h"
 #include "maintenance/prove.h"
 #include "stock/screens/repair_screen.h"
+#include "ui/paragraph.h"
 #include "ui/progress.h"
 #include "ui/screen.h"
-
-#include <QLabel>
 
 namespace jxc {
 namespace sjhd_detail {
@@ -26,21 +25,13 @@ constexpr ui::CommandSpec kCommands[] = {{"btnOK", "开始核对", "F5"},
 constexpr ui::ScreenSpec kScreen = {
     .name = "F_Sjhd", .title = "数据核对", .grids = kGrids, .commands = kCommands, .focus = "gridFindings"};
 
-QLabel* paragraph(QWidget* parent, const char* name) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QLatin1StringView(name));
-  label->setWordWrap(true);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return label;
-}
-
 class TF_Sjhd : public ui::Screen {
  public:
   TF_Sjhd()
       : Screen(kScreen),
         list_(grid("gridFindings")),
-        summary_(paragraph(this, "summary")),
-        detail_(paragraph(this, "detail")) {
+        summary_(ui::paragraph(this, "summary")),
+        detail_(ui::paragraph(this, "detail")) {
     panel()
         .text(QStringLiteral(
             "在内存中重新推算库存、成本、现金、往来和发票，与已保存的数据比较。只读取，不修改任何数据。"))

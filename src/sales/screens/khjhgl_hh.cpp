@@ -13,9 +13,9 @@
 #include "ui/application.h"
 #include "ui/display.h"
 #include "ui/joined_tables.h"
+#include "ui/paragraph.h"
 #include "ui/screen.h"
 
-#include <QLabel>
 #include <QTimer>
 
 namespace jxc {
@@ -29,11 +29,8 @@ using ui::FieldKind;
 
 /// A line of a form in which the money stands that changes hands.
 QLabel* moneyLabel(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QStringLiteral("lMoney"));
+  QLabel* const label = ui::paragraph(parent, "lMoney");
   label->setProperty("warning", true);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  label->setWordWrap(true);
   return label;
 }
 QString yuan(double amount) {
