@@ -4,6 +4,7 @@
 #include "accounts/partner_ledger.h"
 #include "core/period_lock.h"
 #include "core/refusal.h"
+#include "core/rounding.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
@@ -21,10 +22,10 @@ const DocumentFamily* settledFamily(const PartnerSide& side, const QString& numb
 }
 
 RowSet headOf(const DocumentFamily& family, const QString& number) {
-  return openSelect(compose("select {} as partner,{} as due,{} as paid,{} as collected,{} as account,u_sn,{} as note "
-                            "from {} where {}=?",
+  return openSelect(compose("select {} as partner,{} as due,{} as paid,{} as collected,{} as account,u_sn,{} as note,"
+                            "{} as state from {} where {}=?",
                             {family.partner, family.due, family.paid, family.collected, family.account, family.note,
-                             family.head, family.number}),
+                             family.status, family.head, family.number}),
                     number);
 }
 
@@ -48,6 +49,36 @@ QString noteSentence(const PartnerSide& side, const SettlementDraft& draft, cons
   if (draft.writeOff) return u"  单据清款:"_qs + amount + u"，清款日期："_qs + draft.date + u' ' + draft.note;
   return u"  "_qs + word + u':' + receipt + u"金额:"_qs + amount + u"，"_qs + word + u"日期："_qs + draft.date + u' ' +
          draft.note;
+}
+
+/// Whether the document was settled further, or cancelled, while the form stood open.
+bool isOvertaken(const RowSet& head, const SettlementDraft& draft) {
+  if (head.isEmpty() || head.front().text("state") == u"0") return true;
+  const Row now = head.front();
+  const double open = now.number("due") - now.number("paid") - now.number("collected");
+  return draft.shownOpen && roundEps(open - *draft.shownOpen, 6) != 0;
+}
+
+/// Receipt, collected amount and note; the number of the receipt, none when it is written off.
+QString settle(const PartnerSide& side, const DocumentFamily& family, const Row& head, const SettlementDraft& draft) {
+  QString receipt;
+  if (!draft.writeOff) {
+    const QString note = u"单据【"_qs + draft.number + u"】"_qs + words(side.paymentWord) + u' ' + draft.note;
+    receipt = addPayment(side,
+                         {.partner = head.text("partner"),
+                          .date = draft.date,
+                          .amount = draft.amount,
+                          .account = draft.account,
+                          .employee = draft.employee,
+                          .note = note.left(200),
+                          .settles = draft.number},
+                         u"单据"_qs + words(side.paymentWord));
+  }
+  const QString note = (head.text("note") + noteSentence(side, draft, receipt)).left(200);
+  execSql(compose("update {} set {}={}+(?),{}=? where {}=?",
+                  {family.head, family.collected, family.collected, family.note, family.number}),
+          draft.amount, note, draft.number);
+  return receipt;
 }
 
 }  // namespace settling_detail
@@ -105,32 +136,21 @@ bool settleDocument(const PartnerSide& side, const SettlementDraft& typed, Promp
   SettlementDraft draft = typed;
   draft.note = sanitizeText(typed.note.trimmed());
 
-  Transaction transaction(accountDb());
-  PeriodLock().demandOpen(draft.date);
-  const RowSet rows = detail::headOf(*family, draft.number);
-  if (rows.isEmpty()) return false;
-  const Row head = rows.front();
-  QString receipt;
-  if (!draft.writeOff) {
-    const QString note = u"单据【"_qs + draft.number + u"】"_qs + words(side.paymentWord) + u' ' + draft.note;
-    receipt = addPayment(side,
-                         {.partner = head.text("partner"),
-                          .date = draft.date,
-                          .amount = draft.amount,
-                          .account = draft.account,
-                          .employee = draft.employee,
-                          .note = note.left(200),
-                          .settles = draft.number},
-                         u"单据"_qs + words(side.paymentWord));
+  {
+    Transaction transaction(accountDb());
+    PeriodLock().demandOpen(draft.date);
+    const RowSet rows = detail::headOf(*family, draft.number);
+    if (!detail::isOvertaken(rows, draft)) {
+      const QString receipt = detail::settle(side, *family, rows.front(), draft);
+      transaction.commit();
+      prompt.say(receipt.isEmpty() ? u"单据 "_qs + draft.number + u" 已清款"_qs
+                                   : words(side.paymentWord) + u"单 "_qs + receipt + stateAfterSaving());
+      return true;
+    }
   }
-  const QString note = (head.text("note") + detail::noteSentence(side, draft, receipt)).left(200);
-  execSql(compose("update {} set {}={}+(?),{}=? where {}=?",
-                  {family->head, family->collected, family->collected, family->note, family->number}),
-          draft.amount, note, draft.number);
-  transaction.commit();
-  prompt.say(receipt.isEmpty() ? u"单据 "_qs + draft.number + u" 已清款"_qs
-                               : words(side.paymentWord) + u"单 "_qs + receipt + stateAfterSaving());
-  return true;
+  prompt.notice(u"单据 "_qs + draft.number + u" 已被其他操作员"_qs + words(side.paymentWord) +
+                u"或取消审核，请关闭本窗口，刷新列表后再试！"_qs);
+  return false;
 }
 
 }  // namespace jxc::partner_books

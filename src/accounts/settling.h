@@ -37,6 +37,8 @@ struct SettlementDraft {
   double amount = 0;
   QString account, employee, note;
   bool writeOff = false;  // 清款: the document counts as settled, the partner's balance does not move
+  // What the form showed as open: refused when another station has settled some of it since. Nothing: none was shown.
+  std::optional<double> shownOpen = {};
 };
 /// Makes a receipt (payment) for the document, audited when cs_shdj is on, and adds it to what was collected on the
 /// document, with a sentence in its note. More than what is open is allowed: the balance takes it. False when refused.

@@ -315,6 +315,31 @@ class SettlingTest : public MoneyTest {
   }
 };
 
+TEST_F(SettlingTest, WhatAnotherStationCollectedWhileTheFormStoodOpenIsNotCollectedTwice) {
+  const QString number = u"XS21050110009"_qs;
+  sale(number, 160, 100);
+  const auto mine = partner_books::openSettlement(customerSide, {number, 160, 100}, prompt);
+  ASSERT_TRUE(mine);
+  ASSERT_TRUE(settle(number, 20));
+  const std::string lines = lookupValue("select count(*) from jxc_ysyfk_dj").toStdString();
+  partner_books::SettlementDraft draft{.number = number,
+                                       .date = u"2021-05-03"_qs,
+                                       .amount = mine->proposed,
+                                       .account = kBank,
+                                       .employee = u"100001"_qs,
+                                       .shownOpen = mine->proposed};
+  EXPECT_NE(prompt.refused(partner_books::settleDocument(customerSide, draft, prompt)), "");
+  EXPECT_EQ(collected(number), 20);
+  EXPECT_EQ(lookupValue("select count(*) from jxc_ysyfk_dj").toStdString(), lines);
+  draft.shownOpen = 40;  // looked at again
+  draft.amount = 40;
+  execSql("update jxc_lsxsd set ls_status=0 where gl_djh=?", number);
+  EXPECT_NE(prompt.refused(partner_books::settleDocument(customerSide, draft, prompt)), "") << "cancelled meanwhile";
+  execSql("update jxc_lsxsd set ls_status=1 where gl_djh=?", number);
+  EXPECT_TRUE(partner_books::settleDocument(customerSide, draft, prompt));
+  EXPECT_EQ(collected(number), 60);
+}
+
 TEST_F(SettlingTest, OneSaleIsCollectedWrittenOffAndReopened) {
   const QString number = u"XS21050110001"_qs;
   sale(number, 160, 100);

@@ -152,7 +152,8 @@ void SettlementScreen::save() {
                                              .account = field("comYhzh").key(),
                                              .employee = field("comUser").key(),
                                              .note = field("tnote").trimmed(),
-                                             .writeOff = field("chkQk").isChecked()};
+                                             .writeOff = field("chkQk").isChecked(),
+                                             .shownOpen = settlement_.proposed};
   if (!partner_books::settleDocument(side_, draft, prompt())) return;
   accept();
   // Writing off makes no receipt: there is nothing to hand over.
