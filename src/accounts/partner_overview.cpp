@@ -15,6 +15,17 @@ constexpr std::string_view kOwedEmpty[] = {"gl_djh2"};
 constexpr std::string_view kInvoiceTold[] = {"fp_djlx", "fp_djtxt"};
 constexpr std::string_view kInvoiceEmpty[] = {"fp_no", "fp_kprq", "fp_checker", "fp_chkrq"};
 
+// What a closing carried forward is known by its words, as older releases wrote them, too.
+
+/// What came in the period …
+std::string raisedOf(const PartnerLedger& ledger) {
+  return compose("iif(a.{}='数据结算结转',0,a.{})", {ledger.words, ledger.raised});
+}
+/// … and what had come before it, though its line stands there.
+std::string carriedInside(const PartnerLedger& ledger) {
+  return compose("iif(a.{}='数据结算结转',a.{},0)", {ledger.words, ledger.raised});
+}
+
 /// In brackets, the id of a partner's last line before (or up to) a moment: his lines stand in the index by date and
 /// entry, so the last is the first one that is met backwards. `partner` is a column of the statement around.
 void addLastLine(Sql& sql, const PartnerLedger& ledger, const PartnerSide& side, std::string_view partner,
@@ -74,7 +85,8 @@ void addLines(Sql& sql, const PartnerLedger& ledger, const PartnerSide& side, bo
     sql.add(compose(",a.{}", {column}));
   for (const std::string_view column : ledger.empty)
     sql.add(compose(",a.{}", {column}));
-  sql.add(compose(",a.{},a.{},a.{},", {ledger.opening, ledger.raised, ledger.lowered}))
+  sql.add("," + carriedInside(ledger) + compose("+a.{} as {},", {ledger.opening, ledger.opening}) + raisedOf(ledger) +
+          compose(" as {},a.{},", {ledger.raised, ledger.lowered}))
       .add(compose(counted ? "a.{}" : "null as {}", {ledger.running}))
       .add(compose(",a.{},c.u_name,a.a_name,", {ledger.note}))
       .add(counted ? "2" : "3")
@@ -109,15 +121,17 @@ std::string carriedOf(const PartnerLedger& ledger) {
 }
 
 void addMovedPartners(Sql& sql, const PartnerLedger& ledger, const PartnerSide& side, const Criteria& criteria) {
-  const std::string carried = carriedOf(ledger), closing = "m.yfje+" + carried + "-m.sfje";
+  const std::string carried = carriedOf(ledger) + "+m.jzje", closing = "m.yfje+" + carried + "-m.sfje";
   sql.add(compose("select b.{} as k_ghskh,b.{} as name,", {side.sn, side.name}))
       .add(carried)
       .add(" as qcje,m.yfje,m.sfje,")
       .add(closing)
       // Summed partner by partner, along the index of his lines of the period: the years before it are not read.
       .add(compose(R"( as wfje from ({} b inner join
-      (select x.{} as partner,sum(a.{}) as yfje,sum(a.{}) as sfje from {} x,{} a)",
-                   {side.table, side.sn, ledger.raised, ledger.lowered, side.table, ledger.table}))
+      (select x.{} as partner,sum()",
+                   {side.table, side.sn}) +
+           raisedOf(ledger) + ") as yfje,sum(" + carriedInside(ledger) + ") as jzje," +
+           compose("sum(a.{}) as sfje from {} x,{} a", {ledger.lowered, side.table, ledger.table}))
       .where(lines(ledger, side, criteria, true))
       .add(compose(" and a.{}=x.{} group by x.{}) m on b.{}=m.partner)", {ledger.partner, side.sn, side.sn, side.sn}));
   addOpeningJoin(sql, ledger, side, criteria);
@@ -157,6 +171,7 @@ const PartnerLedger owedLedger{.table = "jxc_ysyfk",
                                .raised = "k_yfje",
                                .lowered = "k_sfje",
                                .running = "k_ljje",
+                               .words = "k_djtxt",
                                .note = "k_note",
                                .told = partner_overview_detail::kOwedTold,
                                .empty = partner_overview_detail::kOwedEmpty,
@@ -172,6 +187,7 @@ const PartnerLedger invoiceLedger{.table = "jxc_fpdjb",
                                   .raised = "fp_yfje",
                                   .lowered = "fp_kpje",
                                   .running = "fp_ljje",
+                                  .words = "fp_djtxt",
                                   .note = "fp_note",
                                   .told = partner_overview_detail::kInvoiceTold,
                                   .empty = partner_overview_detail::kInvoiceEmpty,

@@ -19,6 +19,7 @@ struct PartnerLedger {
   std::string_view table;
   std::string_view partner, type, date;                // k_ghskh, k_type, k_rq
   std::string_view opening, raised, lowered, running;  // k_qcje, k_yfje, k_sfje, k_ljje
+  std::string_view words;                              // k_djtxt: the kind in words, by which carried lines are known
   std::string_view note;                               // looked through for the key, beside the number
   std::span<const std::string_view> told;              // further columns that say on an opening row what it is …
   std::span<const std::string_view> empty;             // … and those that have nothing to say there
@@ -35,6 +36,8 @@ extern const PartnerLedger invoiceLedger;  // jxc_fpdjb: what is still to invoic
 inline constexpr unsigned kHidesSettled = 1, kWithIdle = 2;
 inline constexpr NoWarehouse kPartnersHaveNoWarehouse{"what a partner owes, he owes the shop, whichever branch sold"};
 
+/// What a closing carried forward raises nothing in a period that begins before it: it is the opening.
+///
 /// Line by line with the stored running balance, an opening row first for each partner. Columns have the ledger's
 /// names: partner, `name`, date, `gl_djh`, what is told, the four amounts, note, `u_name`, `a_name`, `dsort` (1 on
 /// opening rows, 2 on lines).

@@ -115,6 +115,18 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   EXPECT_EQ(all("select fp_type,fp_djlx,fp_yfje,fp_qcje,fp_ljje from jxc_fpdjb where fp_rq='2021-04-15' order by "
                 "fp_type"),
             u"ghs|JZ|117|0|117|kh|JZ|20|0|20"_qs);
+  // In a period around the closing day it is what stood before, and nothing that came.
+  const Criteria april{.from = u"2021-04-01"_qs, .to = u"2021-04-30"_qs};
+  using partner_books::invoiceLedger, partner_books::owedLedger;
+  EXPECT_EQ(textsOf(openSelect(partner_books::overviewSummary(owedLedger, customerSide, april)),
+                    {"qcje", "yfje", "sfje", "wfje"}),
+            QStringList(u"11 12 0 23"_qs));
+  EXPECT_EQ(textsOf(openSelect(partner_books::overviewDetail(owedLedger, customerSide, april)),
+                    {"k_qcje", "k_yfje", "k_sfje", "k_ljje"}),
+            (QStringList{u"11 0 0 11"_qs, u"0 12 0 23"_qs}));
+  EXPECT_EQ(textsOf(openSelect(partner_books::overviewSummary(invoiceLedger, supplierSide, april)),
+                    {"qcje", "yfje", "sfje", "wfje"}),
+            QStringList(u"117 0 0 117"_qs));
   EXPECT_EQ(all("select xj_je,xj_ljje,xj_chk,xj_dlx from jxc_xjyh where xj_kmmc='现金' and xj_rq<='2021-04-15' order "
                 "by id"),
             u"8|8|1|数据结算结转|3|0|0|现金银行收款"_qs);
