@@ -10,6 +10,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "core/unusual.h"
+#include "engine/number_text.h"
 #include "masterdata/partners.h"
 #include "stock/document_family.h"
 
@@ -42,6 +43,22 @@ bool isByHand(const PartnerSide& side, const Line& line, const char16_t* refusal
 RowSet rowOf(const PartnerSide& side, const Line& line) {
   return openSelect("select * from jxc_fpdjb where id=? and gl_djh=? and fp_type=?", line.id, line.number,
                     words(side.type));
+}
+
+/// All that a form shows or changes of a line; its balance moves with other lines.
+QString shownOf(const Row& row) {
+  QStringList texts;
+  for (const char* column :
+       {"fp_ghskh", "fp_rq", "fp_yfje", "fp_kpje", "fp_no", "fp_kprq", "u_sn", "fp_note", "fp_check"})
+    texts << row.text(column);
+  return texts.join(u'\n');
+}
+
+/// A partner may have been deleted or switched off while the form stood open: his invoice would stand in no list.
+Refusal partnerGone(const PartnerSide& side, const QString& partner) {
+  const QString found = lookupValue(
+      compose("select {} from {} where {}=? and {}=0", {side.sn, side.table, side.sn, side.forbidden}), partner);
+  return {found.isEmpty(), u"该"_qs + words(side.noun) + u"已停用或已删除，不能开票！"_qs, Subject::Partner};
 }
 
 /// What counts on a locked day stays as it is.
@@ -78,10 +95,31 @@ QString insertNew(const PartnerSide& side, const Draft& draft) {
   return number;
 }
 
-/// Empty: it is gone.
+/// What was invoiced in locked days stays; from an open day on more may be invoiced.
+Refusal takesBackLocked(const Row& row, double amount) {
+  const Refusal locked = lockedOn(row.text("fp_kprq"), OnDay::Booked);
+  if (!locked || amount >= row.number("fp_kpje")) return {};
+  return {locked.text + u"\r\n\r\n已登记的开票金额只能增加；要冲减请用“增加”开一张负数发票。"_qs, Subject::Amount};
+}
+
+/// Counts from `day` on: its own, or today.
+bool count(const PartnerSide& side, std::int64_t id, const QString& day = {}) {
+  Transaction transaction(accountDb());
+  const RowSet rows = openSelect("select fp_ghskh,fp_rq from jxc_fpdjb where id=? and fp_check=0", id);
+  if (rows.isEmpty()) return false;
+  const QString date = day.isEmpty() ? rows.front().text("fp_rq") : day;
+  PeriodLock().demandOpen(date);
+  execSql("update jxc_fpdjb set fp_check=1,fp_checker=?,fp_chkrq=?,fp_rq=? where id=?", session().a_name,
+          clock::today(), date, id);
+  recomputeFp(rows.front().text("fp_ghskh"), side.which, date);
+  transaction.commit();
+  return true;
+}
+
+/// Empty: it is gone, or another operator has written to it.
 std::optional<QString> change(const PartnerSide& side, const Draft& draft) {
   const RowSet rows = rowOf(side, {draft.id, draft.number});
-  if (rows.isEmpty()) return {};
+  if (rows.isEmpty() || shownOf(rows.front()) != draft.shown) return {};
   const Row before = rows.front();
   if (before.flag("fp_check")) PeriodLock().demandOpen(before.text("fp_rq"), OnDay::Booked);
   updateRow("jxc_fpdjb", draft.id,
@@ -130,11 +168,15 @@ std::optional<Draft> openInvoice(const PartnerSide& side, const Line& line, Prom
                .amount = row.number("fp_kpje"),
                .invoice = row.text("fp_no"),
                .employee = row.text("u_sn"),
-               .note = row.text("fp_note")};
+               .note = row.text("fp_note"),
+               .shown = detail::shownOf(row)};
 }
 
-std::optional<QString> saveInvoice(const PartnerSide& side, const Draft& draft, Prompt& prompt) {
+std::optional<QString> saveInvoice(const PartnerSide& side, const Draft& typed, Prompt& prompt) {
   namespace detail = invoices_detail;
+  Draft draft = typed;
+  draft.amount = toSixDecimals(typed.amount);
+  draft.invoice = sanitizeText(typed.invoice.trimmed()).left(32);
   if (draft.id == 0 && !partner_books::isPartnerChosen(side, draft.partner, prompt)) return {};
   if (refused({{draft.amount == 0, u"开票金额不能为0！"_qs, Subject::Amount},
                detail::wrongEmployee(draft.employee),
@@ -142,19 +184,19 @@ std::optional<QString> saveInvoice(const PartnerSide& side, const Draft& draft, 
               prompt))
     return {};
   if (!detail::isUsual(draft.amount, draft.date, prompt)) return {};
-  Draft clean = draft;
-  clean.invoice = sanitizeText(draft.invoice.trimmed()).left(32);
   std::optional<QString> number;
+  Refusal gone;
   {
     Transaction transaction(accountDb());
     PeriodLock().demandOpen(draft.date);
-    number = draft.id == 0 ? detail::insertNew(side, clean) : detail::change(side, clean);
-    transaction.commit();
+    if (draft.id == 0) gone = detail::partnerGone(side, draft.partner);
+    if (!gone) {
+      number = draft.id == 0 ? detail::insertNew(side, draft) : detail::change(side, draft);
+      if (!number) gone = detail::changedByOthers();
+      transaction.commit();
+    }
   }
-  if (!number)
-    prompt.refuse(detail::changedByOthers());
-  else if (draft.id == 0)
-    prompt.say(u"发票 "_qs + *number + u" 已保存"_qs);
+  if (!isRefused(gone, prompt) && draft.id == 0) prompt.say(u"发票 "_qs + *number + u" 已保存"_qs);
   return number;
 }
 
@@ -198,7 +240,8 @@ std::optional<Registration> openRegistration(const PartnerSide& side, const Line
                       .invoice = row.text("fp_no"),
                       .date = day.isEmpty() ? clock::today() : day,
                       .employee = row.text("u_sn"),
-                      .note = row.text("fp_note")};
+                      .note = row.text("fp_note"),
+                      .shown = detail::shownOf(row)};
 }
 
 bool registerInvoice(const PartnerSide& side, const Registration& typed, Prompt& prompt) {
@@ -210,39 +253,34 @@ bool registerInvoice(const PartnerSide& side, const Registration& typed, Prompt&
               prompt))
     return false;
   if (!detail::isUsual(typed.amount, typed.date, prompt)) return false;
+  Refusal changed;
   {
     Transaction transaction(accountDb());
     PeriodLock().demandOpen(typed.date);
     const RowSet rows = detail::rowOf(side, typed.line);
-    if (!rows.isEmpty() && rows.front().number("fp_kpje") == typed.invoiced) {
+    if (rows.isEmpty() || detail::shownOf(rows.front()) != typed.shown)
+      changed = detail::changedByOthers();
+    else
+      changed = detail::takesBackLocked(rows.front(), typed.amount);
+    if (!changed) {
       const Row row = rows.front();
       updateRow("jxc_fpdjb", typed.line.id,
                 {{"a_name", session().a_name},
                  {"u_sn", typed.employee},
-                 {"fp_kpje", typed.amount},
+                 {"fp_kpje", toSixDecimals(typed.amount)},
                  {"fp_no", sanitizeText(typed.invoice.trimmed()).left(32)},
                  {"fp_note", detail::cleanNote(typed.note)},
                  {"fp_kprq", typed.date}});
       recomputeFp(row.text("fp_ghskh"), side.which, row.text("fp_rq"));
       detail::writePartnerLog(side, u"发票登记"_qs, row.text("fp_ghskh"), typed.amount);
       transaction.commit();
-      return true;
     }
   }
-  prompt.refuse(detail::changedByOthers());
-  return false;
+  return !isRefused(changed, prompt);
 }
 
 bool checkDj(const PartnerSide& side, std::int64_t id) {
-  Transaction transaction(accountDb());
-  const RowSet rows = openSelect("select fp_ghskh,fp_rq,fp_kpje,fp_yfje from jxc_fpdjb where id=? and fp_check=0", id);
-  if (rows.isEmpty()) return false;
-  const Row row = rows.front();
-  PeriodLock().demandOpen(row.text("fp_rq"));
-  execSql("update jxc_fpdjb set fp_check=1,fp_checker=?,fp_chkrq=? where id=?", session().a_name, clock::today(), id);
-  recomputeFp(row.text("fp_ghskh"), side.which, row.text("fp_rq"));
-  transaction.commit();
-  return true;
+  return invoices_detail::count(side, id);
 }
 
 bool auditOne(const PartnerSide& side, const Line& line, Prompt& prompt) {
@@ -250,19 +288,30 @@ bool auditOne(const PartnerSide& side, const Line& line, Prompt& prompt) {
   const RowSet rows = detail::rowOf(side, line);
   const bool waits = !line.number.isEmpty() && !rows.isEmpty() && !rows.front().flag("fp_check");
   if (refused({{!waits, u"该发票已审核或已删除，不需要审核！"_qs}}, prompt)) return !rows.isEmpty();
-  if (isRefused(lockedOn(rows.front().text("fp_rq")), prompt)) return false;
-  return prompt.ask(QStringLiteral("您确定要审核当前选中的单据吗！")) && checkDj(side, line.id);
+  const QString question = QStringLiteral("您确定要审核当前选中的单据吗！"), day = rows.front().text("fp_rq").left(10);
+  const PeriodLock lock;
+  if (!lock.holds(day)) return prompt.ask(question) && checkDj(side, line.id);
+  // Behind the lock no balance moves any more.
+  const QString today = clock::today();
+  if (isRefused(lock.against(today), prompt)) return false;
+  const QString later = u"\r\n\r\n它的日期 %1 已经锁定，审核后从今天（%2）起计入余额。"_qs.arg(day, today);
+  return prompt.ask(question + later) && detail::count(side, line.id, today);
 }
 
 bool auditAll(const PartnerSide& side, const Criteria& criteria, Prompt& prompt) {
   if (refused({{criteria.kind != kWaiting, u"列表中都是已审核的发票，请先选择“未审核”！"_qs}}, prompt)) return false;
   const RowSet list = openSelect(invoiceLines(side, criteria));
+  const PeriodLock lock;
   ListAudit walk{
       .question = u"您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n如需审核某个单据，请按右键！"_qs,
-      .audit = [&](const ListedDocument& line, Prompt&) { return checkDj(side, line.id); },
+      .audit =
+          [&](const ListedDocument& line, Prompt& told) {
+            const QString alone = u"它的日期 %1 已经锁定，请单独审核，审核后从当天起计入余额。"_qs.arg(line.date);
+            return !refused({{lock.holds(line.date), alone}}, told) && checkDj(side, line.id);
+          },
       .listed = list.rowCount()};
   for (const Row row : list)
-    walk.waiting.push_back({.number = row.text("gl_djh"), .id = row.integer("id")});
+    walk.waiting.push_back({.number = row.text("gl_djh"), .date = row.text("fp_rq").left(10), .id = row.integer("id")});
   return auditEach(walk, prompt).has_value();
 }
 

@@ -27,6 +27,7 @@ struct Draft {
   QString invoice;      // number printed on the invoice
   QString employee;     // u_sn
   QString note;
+  QString shown = {};  // what stood in the line when it was opened: what others wrote since is not overwritten unseen
 };
 
 /// Number that a new invoice of this date would get.
@@ -53,16 +54,19 @@ struct Registration {
   double due = 0, invoiced = 0;  // of the document: to invoice, and invoiced so far
   double amount = 0;             // invoiced from now on: replaces what was invoiced so far
   QString invoice, date, employee, note;
+  QString shown = {};  // what stood in the line, as in a draft
 };
 /// The form's content, with what is invoiced so far; nothing after telling why, or when the operator does not want to
 /// go on with one that has an invoice.
 std::optional<Registration> openRegistration(const PartnerSide& side, const Line& line, Prompt& prompt);
-/// Writes it to the document's line. False when refused; the amount of another operator is never overwritten unseen.
+/// Writes it to the document's line. False when refused; what another operator has written there meanwhile is never
+/// overwritten unseen. What was invoiced in locked days may grow from an open day on, and nothing else.
 bool registerInvoice(const PartnerSide& side, const Registration& typed, Prompt& prompt);
 
-/// Audits without questions: the line counts from now on. False: it does already, or is gone.
+/// Audits without questions: the line counts from its day on. False: it does already, or is gone.
 bool checkDj(const PartnerSide& side, std::int64_t id);
-/// The same after asking.
+/// The same after asking. A line of a locked day is asked about with today's date, from which on it counts then:
+/// nothing else could ever take it back into the balance.
 bool auditOne(const PartnerSide& side, const Line& line, Prompt& prompt);
 /// `auditEach` of the rows that wait among those that are asked for. Whether anything may have changed.
 bool auditAll(const PartnerSide& side, const Criteria& criteria, Prompt& prompt);

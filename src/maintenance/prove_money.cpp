@@ -109,11 +109,20 @@ void proveCash(Books& books) {
 
 // ---- invoices ----------------------------------------------------------------------------------------------------
 
+/// Whether the document that a line came from has gone with a closing, or stands there with all rows carried on. A
+/// number tells the day on which it was given.
+bool isOfClosedDays(const Books& books, const Document& document, const std::string& number) {
+  if (books.closedUntil.empty() || document.closed || document.heads > 0) return document.closed;
+  const std::string until = books.closedUntil;
+  return number.substr(2, 6) <= until.substr(2, 2) + until.substr(5, 2) + until.substr(8, 2);
+}
+
 /// Lines of documents: one for each, as long as it is audited, whether it counts or was excluded.
 void proveInvoiceOfDocument(Books& books, const Row& row, const std::string& number) {
-  // A closing leaves what was excluded, as it waits; its document has gone, or stands there with all rows carried on.
+  // A closing leaves what was excluded, as it waits; audited again later, it counts from that day on.
   if (!row.flag("fp_check") && row.text("rq").toStdString() <= books.closedUntil) return;
   Document& document = books.document(number);
+  if (isOfClosedDays(books, document, number)) return;
   ++document.invoiceRows;
   document.invoiceDue += row.number("fp_yfje");
   if (document.audited) return;

@@ -43,10 +43,37 @@ std::optional<QString> effectElsewhere(const Rules& rules, const QString& number
          u"单中删除该单据的所有信息，\r\n\r\n然后再取消审核！"_qs;
 }
 
+/// What was paid and invoiced for a document goes along with it.
+struct Along {
+  PeriodLock lock;
+  QString first;  // day of all that goes: a payment may be older than its document
+  double invoiced = 0;
+  QString invoice;  // its number
+
+  Refusal locked() const { return lock.against(first, OnDay::Booked); }
+};
+Along goingAlong(const Head& head) {
+  Along along;
+  const Ahead paid =
+      sendAhead("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", head.number, head.number);
+  const Ahead invoices = sendAhead(
+      "select min(fp_rq) as rq,sum(fp_kpje) as je,max(fp_no) as fpno from jxc_fpdjb where gl_djh=?", head.number);
+  const RowSet& invoiced = invoices.rows();
+  along.first = head.date;
+  along.invoiced = invoiced.number(0, 1);
+  along.invoice = invoiced.text(0, 2);
+  for (const QString& day : {paid.rows().text(0, 0), invoiced.text(0, 0)})
+    if (!day.isEmpty()) along.first = std::min(along.first, day);
+  return along;
+}
+
 /// A return that closed a rest has no waiting state: as a waiting document it would take from the shelf what never
-/// came.
-QString question(const Rules& rules, const QString& number) {
-  const QString usual = cancel_checks::usualQuestion(number);
+/// came. An invoice that was issued does not come back by itself: it is named.
+QString question(const Rules& rules, const QString& number, const Along& along) {
+  QString usual = cancel_checks::usualQuestion(number);
+  if (along.invoiced != 0 || !along.invoice.isEmpty())
+    usual += u"\r\n\r\n该单据已开发票 %1，金额 %2，取消后开票登记随单据删除。"_qs.arg(
+        along.invoice.isEmpty() ? u"（未填号码）"_qs : along.invoice, numberText(along.invoiced));
   if (rules.family == &families::sale)
     if (const QString back = loans::conversionOf(number); !back.isEmpty())
       return usual + u"\r\n\r\n该销售单由借货转销售产生，取消后商品仍记为已还："_qs +
@@ -61,26 +88,15 @@ Refusal shortageOf(const Rules& rules, const Head& head) {
   return checkStockShort(head.number, head.warehouse, QStringView(rules.shortageAtCancel));
 }
 
-/// What was paid and invoiced for it goes along, and may be of an earlier day than the document.
-Refusal dayLocked(const Head& head) {
-  const PeriodLock lock;
-  const Ahead paid =
-      sendAhead("select min(k_rq) as rq from jxc_ysyfk where gl_djh=? or gl_djh2=?", head.number, head.number);
-  const Ahead invoiced = sendAhead("select min(fp_rq) as rq from jxc_fpdjb where gl_djh=?", head.number);
-  QString first = head.date;
-  for (const Ahead* each : {&paid, &invoiced})
-    if (const QString day = each->rows().text(0, 0); !day.isEmpty()) first = std::min(first, day);
-  return lock.against(first, OnDay::Booked);
-}
-
 /// Everything that may stand against it, asked in the order in which the operator sees it.
 bool mayGo(const Rules& rules, const QString& number, Head& head, Refusal& shortage, Prompt& prompt, CancelMode mode) {
   const DocumentFamily& family = *rules.family;
   if (!cancel_checks::hasCancelRight(family, prompt)) return false;
   if (isRefused(effectElsewhere(rules, number), prompt)) return false;
   if (!trading::readAudited(rules, number, head)) return false;
-  if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt) || isRefused(dayLocked(head), prompt) ||
-      !cancel_checks::isConfirmed(question(rules, number), prompt, mode))
+  if (!cancel_checks::isFreeOfChecker(family, number, head.checker, prompt)) return false;
+  const Along along = goingAlong(head);
+  if (isRefused(along.locked(), prompt) || !cancel_checks::isConfirmed(question(rules, number, along), prompt, mode))
     return false;
   shortage = shortageOf(rules, head);
   return mayGoShort(shortage, prompt);
@@ -178,7 +194,7 @@ bool cancel(const Rules& rules, const QString& number, Prompt& prompt, CancelMod
       return false;
     }
     changed = effectElsewhere(rules, number);
-    if (!changed) changed = dayLocked(head);
+    if (!changed) changed = goingAlong(head).locked();
     if (!changed) {
       const auto now = shortageOf(rules, head);
       if (now != shortage) changed = now;

@@ -1,6 +1,8 @@
 // A shop that keeps invoices lives a random life: after each command the balances are the sums of what is due less what
 // is invoiced, counted here from the documents. JXC_WALK=2000 lets it live so many commands, JXC_SEED another life.
 #include "accounts/invoices.h"
+#include "core/period_lock.h"
+#include "maintenance/period_closing.h"
 #include "maintenance/prove.h"
 #include "maintenance/shop_walk.h"
 
@@ -118,6 +120,64 @@ TEST_F(InvoiceWalk, BalancesAreWhatIsDueLessWhatIsInvoiced) {
     EXPECT_GT(done[command], 0) << command;
   const proof::Proof proof = proof::prove(accountDb());
   EXPECT_TRUE(proof.isClean()) << proof.summary().toStdString();
+}
+
+TEST_F(InvoiceWalk, BehindTheLockOrAClosingNothingMovesAndWhatWasExcludedCountsFromTodayOn) {
+  const PartnerSide& side = customerSide;
+  const auto lineOf = [](const QString& number) {
+    return invoices::Line{lookupValue("select id from jxc_fpdjb where gl_djh=?", number).toLongLong(), number};
+  };
+  const auto open = [&](const QString& day) { return fpBalanceAt(customer(), PartnerType::Customer, day); };
+  receive(u"2021-04-01"_qs, {{u"A"_qs, 9, 5}});
+  const QString closed = sell(u"2021-04-05"_qs, {{u"A"_qs, 2, 10}}),
+                locked = sell(u"2021-04-10"_qs, {{u"A"_qs, 1, 30}}),
+                partly = sell(u"2021-04-11"_qs, {{u"A"_qs, 1, 40}});
+  auto form = invoices::openRegistration(side, lineOf(partly), prompt);
+  ASSERT_TRUE(form);
+  form->date = u"2021-04-20"_qs;
+  form->amount = 10;
+  EXPECT_TRUE(invoices::registerInvoice(side, *form, prompt));
+  for (const QString& number : {closed, locked})
+    EXPECT_TRUE(invoices::exclude(side, lineOf(number), prompt.willSayYes()));
+  ASSERT_TRUE(closing::closeBooks({u"2021-04-06"_qs}, u"D:/备份.DAT"_qs));
+  setPeriodLock(u"2021-04-30"_qs);
+
+  EXPECT_TRUE(invoices::auditAll(side, {.kind = words(invoices::kWaiting)}, prompt.willSayYes()));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"它的日期 2021-04-10 已经锁定，请单独审核"))
+      << prompt.lastNotice().toStdString();
+  EXPECT_EQ(open(allDates), 30);
+  for (const QString& number : {closed, locked})
+    EXPECT_TRUE(invoices::auditOne(side, lineOf(number), prompt.willSayYes()));
+  EXPECT_EQ(
+      prompt.questions.last(),
+      "您确定要审核当前选中的单据吗！\r\n\r\n它的日期 2021-04-10 已经锁定，审核后从今天（2021-05-03）起计入余额。");
+  EXPECT_EQ(open(u"2021-04-30"_qs), 30);
+  EXPECT_EQ(open(allDates), 80);
+  EXPECT_TRUE(proof::prove(accountDb()).isClean()) << proof::prove(accountDb()).summary().toStdString();
+
+  // What was invoiced then may grow, and is not taken back; nor is what another operator wrote meanwhile.
+  form = invoices::openRegistration(side, lineOf(partly), prompt.willSayYes());
+  ASSERT_TRUE(form);
+  form->date = u"2021-05-03"_qs;
+  form->amount = 5;
+  EXPECT_TRUE(prompt.refused(invoices::registerInvoice(side, *form, prompt)).startsWith(u"账目已锁定到 2021-04-30"));
+  form->amount = 40;
+  execSql("update jxc_fpdjb set fp_no='N7' where gl_djh=?", partly);
+  EXPECT_EQ(prompt.refused(invoices::registerInvoice(side, *form, prompt)),
+            "该发票刚刚被其他操作员修改或删除，请重新查询！");
+  form = invoices::openRegistration(side, lineOf(partly), prompt.willSayYes());
+  form->date = u"2021-05-03"_qs;
+  form->amount = 40;
+  EXPECT_TRUE(invoices::registerInvoice(side, *form, prompt));
+  EXPECT_EQ(open(allDates), 50);
+  setPeriodLock({});
+  EXPECT_TRUE(cancelSale(partly, prompt.willSayYes(), CancelMode::Single));
+  EXPECT_TRUE(prompt.questions.last().endsWith(u"该单据已开发票 N7，金额 40，取消后开票登记随单据删除。"));
+  execSql("update jxc_khxx set kh_forbid=1 where kh_sn=?", customer());
+  EXPECT_EQ(
+      prompt.refused(invoices::saveInvoice(
+          side, {.partner = customer(), .date = u"2021-05-03"_qs, .amount = 5, .employee = u"100001"_qs}, prompt)),
+      "该客户已停用或已删除，不能开票！");
 }
 
 }  // namespace jxc::invoice_walk_test
