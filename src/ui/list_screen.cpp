@@ -90,4 +90,17 @@ void ListScreen::rowActivated(std::string_view name) {
   list.onActivated([&button] { button.click(); });
 }
 
+void ListScreen::editedBy(std::function<bool(std::int64_t)> edit) {
+  adding("btnAdd", [edit] { return edit(0); });
+  row("btnModi", std::move(edit));
+  rowActivated("btnModi");
+}
+
+bool RowScreen::edit(std::int64_t id) {
+  id_ = id;
+  const bool done = showModal();
+  id_ = 0;
+  return done;
+}
+
 }  // namespace jxc::ui

@@ -13,7 +13,7 @@ namespace jxc::ui {
 /// commands; the subclass (or a few lines of a factory) binds the commands to rules:
 ///
 ///     ListScreen::ListScreen(kScreen, query);
-///     adding("btnAdd", [this] { return openScreen("F_Ckgl_Add"); });
+///     editedBy([](std::int64_t id) { return screenAs<TF_Ckgl_Add>("F_Ckgl_Add").edit(id); });
 ///     row("btnDele", [this](std::int64_t id) { return deleteWarehouse(id, prompt()); });
 ///
 /// A command that returns true changed something: the list is read anew and comes back to its row.
@@ -38,12 +38,25 @@ class ListScreen : public Screen {
   void row(std::string_view command, std::function<bool(std::int64_t id)> action);
   /// What Enter and a double click on a row do.
   void rowActivated(std::string_view command);
+  /// btnAdd, and btnModi or Enter on a row, by the dialog of one: `edit` gets the row, or 0 for a new one.
+  void editedBy(std::function<bool(std::int64_t id)> edit);
 
  private:
   std::int64_t newestId() const;
 
   Query query_;
   Field* tkey_ = nullptr;
+};
+
+/// The dialog of one row of such a list.
+class RowScreen : public Screen {
+ public:
+  using Screen::Screen;
+  /// Shows the row, or with 0 a form for a new one. Whether it was saved.
+  bool edit(std::int64_t id);
+
+ protected:
+  std::int64_t id_ = 0;  // while it is shown
 };
 
 }  // namespace jxc::ui

@@ -25,9 +25,9 @@ constexpr ui::CommandSpec kEditCommands[] = {{"btnOK", "确定", "F5"}, {"btnCan
 constexpr ui::ScreenSpec kEdit = {
     .name = "F_Fylx_Add", .title = "类型资料", .fields = kFields, .commands = kEditCommands, .focus = "tname"};
 
-class TF_Fylx_Add : public ui::Screen {
+class TF_Fylx_Add : public ui::RowScreen {
  public:
-  TF_Fylx_Add() : Screen(kEdit) {
+  TF_Fylx_Add() : RowScreen(kEdit) {
     panel().form({"tname", "comFx", "tnote"}).buttons("| btnOK btnCancel");
     field("comFx").setItems(
         {{QStringLiteral("费用"), QStringLiteral("0")}, {QStringLiteral("收入"), QStringLiteral("1")}});
@@ -37,13 +37,7 @@ class TF_Fylx_Add : public ui::Screen {
       if (expenses::saveType({id_, field("tname").text(), side, field("tnote").text()}, prompt())) accept();
     });
   }
-  bool edit(std::int64_t id) {
-    if (id != 0 && !expenses::mayChangeType(id, prompt())) return false;
-    id_ = id;
-    const bool done = showModal();
-    id_ = 0;
-    return done;
-  }
+  bool edit(std::int64_t id) { return (id == 0 || expenses::mayChangeType(id, prompt())) && RowScreen::edit(id); }
 
  protected:
   void activate() override {
@@ -53,18 +47,12 @@ class TF_Fylx_Add : public ui::Screen {
     field("comFx").setKey(draft.side == Side::Income ? QStringLiteral("1") : QStringLiteral("0"));
     field("tnote").load(draft.note);
   }
-
- private:
-  std::int64_t id_ = 0;
 };
 
 struct TF_Fylx : ui::ListScreen {
   TF_Fylx() : ListScreen(kList, [](const QString&) { return expenses::typeList(); }) {
-    const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Fylx_Add>("F_Fylx_Add").edit(id); };
-    adding("btnAdd", [edit] { return edit(0); });
-    row("btnModi", edit);
+    editedBy([](std::int64_t id) { return ui::screenAs<TF_Fylx_Add>("F_Fylx_Add").edit(id); });
     row("btnDele", [this](std::int64_t id) { return expenses::deleteType(id, prompt()); });
-    rowActivated("btnModi");
   }
 };
 

@@ -46,7 +46,7 @@ constexpr ui::ScreenSpec kOpening = {.name = "F_Yhzh_Qcjz",
 
 }  // namespace yhzh_detail
 
-class TF_Yhzh_Add : public ui::Screen {
+class TF_Yhzh_Add : public ui::RowScreen {
  public:
   TF_Yhzh_Add();
   ui::Field& tname = field("tname");
@@ -57,9 +57,6 @@ class TF_Yhzh_Add : public ui::Screen {
 
  protected:
   void activate() override;
-
- private:
-  std::int64_t id_ = 0;
 };
 
 class TF_Yhzh_Qcjz : public ui::Screen {
@@ -71,7 +68,7 @@ class TF_Yhzh_Qcjz : public ui::Screen {
   std::int64_t id_ = 0;
 };
 
-TF_Yhzh_Add::TF_Yhzh_Add() : Screen(yhzh_detail::kEdit) {
+TF_Yhzh_Add::TF_Yhzh_Add() : RowScreen(yhzh_detail::kEdit) {
   panel().form({"tname", "ttype", "tzje", "tnote"}).buttons("| btnOk btnCancel");
   on(command("btnOk"), [this] {
     if (!checkFields()) return;
@@ -82,11 +79,7 @@ TF_Yhzh_Add::TF_Yhzh_Add() : Screen(yhzh_detail::kEdit) {
 }
 
 bool TF_Yhzh_Add::edit(std::int64_t id) {
-  if (id != 0 && !cash::mayChangeAccount(id, prompt())) return false;
-  id_ = id;
-  const bool done = showModal();
-  id_ = 0;
-  return done;
+  return (id == 0 || cash::mayChangeAccount(id, prompt())) && RowScreen::edit(id);
 }
 
 void TF_Yhzh_Add::activate() {
@@ -120,12 +113,9 @@ namespace yhzh_detail {
 
 struct TF_Yhzh : ui::ListScreen {
   TF_Yhzh() : ListScreen(kList, [](const QString&) { return cash::accountList(); }) {
-    const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Yhzh_Add>("F_Yhzh_Add").edit(id); };
-    adding("btnAdd", [edit] { return edit(0); });
-    row("btnModi", edit);
+    editedBy([](std::int64_t id) { return ui::screenAs<TF_Yhzh_Add>("F_Yhzh_Add").edit(id); });
     row("btnDele", [this](std::int64_t id) { return cash::deleteAccount(id, prompt()); });
     row("btnQcje", [](std::int64_t id) { return ui::screenAs<TF_Yhzh_Qcjz>("F_Yhzh_Qcjz").edit(id); });
-    rowActivated("btnModi");
   }
 };
 

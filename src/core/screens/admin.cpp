@@ -52,9 +52,9 @@ constexpr ui::ScreenSpec kModi = {
 }  // namespace admin_detail
 
 /// One operator, new or changed.
-class OperatorEditScreen : public ui::Screen {
+class OperatorEditScreen : public ui::RowScreen {
  public:
-  explicit OperatorEditScreen(const ui::ScreenSpec& spec) : Screen(spec) {
+  explicit OperatorEditScreen(const ui::ScreenSpec& spec) : RowScreen(spec) {
     treeCk_->setObjectName(QStringLiteral("treeCk"));
     treeCk_->setAccessibleName(QStringLiteral("操作员可以使用的仓库"));
     auto area = panel();
@@ -63,13 +63,6 @@ class OperatorEditScreen : public ui::Screen {
     right.group(QStringLiteral("仓库（空格选择）")).widget(treeCk_, 1);
     area.buttons("| btnOK btnCancel");
     on(command("btnOK"), [this] { saveValue(); });
-  }
-
-  bool edit(std::int64_t id) {
-    id_ = id;
-    const bool done = showModal();
-    id_ = 0;
-    return done;
   }
 
  protected:
@@ -129,7 +122,6 @@ class OperatorEditScreen : public ui::Screen {
   }
 
   QListWidget* treeCk_ = new QListWidget;  // warehouses, each with a box
-  std::int64_t id_ = 0;
 };
 
 struct TF_Admin_Add : OperatorEditScreen {
@@ -142,8 +134,8 @@ struct TF_Admin_Modi : OperatorEditScreen {
 class TF_Admin : public ui::ListScreen {
  public:
   TF_Admin() : ListScreen(admin_detail::kList, [](const QString& typed) { return operatorListStatement(typed); }) {
-    adding("btnAdd", [] { return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0); });
-    row("btnModi", [this](std::int64_t id) {
+    editedBy([this](std::int64_t id) {
+      if (id == 0) return ui::screenAs<TF_Admin_Add>("F_Admin_Add").edit(0);
       return mayChangeOperator(id, prompt()) && ui::screenAs<TF_Admin_Modi>("F_Admin_Modi").edit(id);
     });
     row("btn_Dele", [this](std::int64_t id) { return deleteOperator(id, prompt()); });
@@ -154,7 +146,6 @@ class TF_Admin : public ui::ListScreen {
     });
     whole("btnRPaste", [this] { return copy_ && pasteOperator(*copy_, prompt()); });
     list.addMenuCommand(command("btnRPaste").text(), [this] { command("btnRPaste").click(); });
-    rowActivated("btnModi");
     list.setRowLook([](const Row& row) { return row.flag("a_jy") ? ui::RowLook::Muted : ui::RowLook::Normal; });
   }
 

@@ -175,12 +175,11 @@ void TF_Role_Add::btnOKClick() {
 class TF_Role : public ui::ListScreen {
  public:
   TF_Role() : ListScreen(role_detail::kList, [](const QString&) { return roleListStatement(); }) {
-    const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Role_Add>("F_Role_Add").edit(id); };
-    adding("btnAdd", [edit] { return edit(0); });
-    row("btnModi", [this, edit](std::int64_t id) { return mayModifyRole(id, prompt()) && edit(id); });
+    editedBy([this](std::int64_t id) {
+      return (id == 0 || mayModifyRole(id, prompt())) && ui::screenAs<TF_Role_Add>("F_Role_Add").edit(id);
+    });
     row("btnDele", [this](std::int64_t id) { return deleteRole(id, prompt()); });
     row("btnRCopy", [](std::int64_t id) { return ui::screenAs<TF_Role_Add>("F_Role_Add").edit(0, id); });
-    rowActivated("btnModi");
   }
 };
 

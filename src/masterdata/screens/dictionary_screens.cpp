@@ -44,18 +44,12 @@ constexpr ui::GridSpec kKindGrids[] = {{"gridType", "供货商类别列表", kKi
 constexpr ui::ScreenSpec kKind = {
     .name = "F_Ghsgl_Type", .title = "供货商类别", .grids = kKindGrids, .commands = kCommands, .focus = "gridType"};
 
-class TF_Zone_Add : public ui::Screen {
+class TF_Zone_Add : public ui::RowScreen {
  public:
-  TF_Zone_Add() : Screen(kZoneEdit) {
+  TF_Zone_Add() : RowScreen(kZoneEdit) {
     on(command("btnOK"), [this] {
       if (saveZone({id_, field("tname").text(), field("chkDefault").isChecked()}, prompt())) accept();
     });
-  }
-  bool edit(std::int64_t id) {
-    id_ = id;
-    const bool done = showModal();
-    id_ = 0;
-    return done;
   }
 
  protected:
@@ -65,19 +59,13 @@ class TF_Zone_Add : public ui::Screen {
     field("tname").load(draft.name);
     field("chkDefault").setChecked(draft.isDefault);
   }
-
- private:
-  std::int64_t id_ = 0;
 };
 
 class TF_Zone : public ui::ListScreen {
  public:
   TF_Zone() : ListScreen(kZone, [](const QString&) { return namedListStatement(zoneList); }) {
-    const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Zone_Add>("F_Zone_Add").edit(id); };
-    adding("btnAdd", [edit] { return edit(0); });
-    row("btnModi", edit);
+    editedBy([](std::int64_t id) { return ui::screenAs<TF_Zone_Add>("F_Zone_Add").edit(id); });
     row("btnDele", [this](std::int64_t id) { return deleteNamed(zoneList, id, prompt()); });
-    rowActivated("btnModi");
   }
 };
 

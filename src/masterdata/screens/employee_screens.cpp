@@ -59,17 +59,15 @@ constexpr ui::ScreenSpec kEdit = {
 
 }  // namespace employee_screens_detail
 
-class TF_User_Add : public ui::Screen {
+class TF_User_Add : public ui::RowScreen {
  public:
   TF_User_Add();
-  bool edit(std::int64_t id);
 
  protected:
   void activate() override;
 
  private:
   void saveValue();
-  std::int64_t id_ = 0;
   bool disabled_ = false;
 };
 
@@ -79,9 +77,7 @@ class TF_User : public ui::ListScreen {
 };
 
 TF_User::TF_User() : ListScreen(employee_screens_detail::kList, employeeListStatement) {
-  const auto edit = [](std::int64_t id) { return ui::screenAs<TF_User_Add>("F_User_Add").edit(id); };
-  adding("btnAdd", [edit] { return edit(0); });
-  row("btnModi", edit);
+  editedBy([](std::int64_t id) { return ui::screenAs<TF_User_Add>("F_User_Add").edit(id); });
   row("btnDele", [this](std::int64_t id) { return deleteEmployee(id, prompt()); });
   row("btnRJy", [](std::int64_t id) {
     toggleEmployeeDisabled(id);
@@ -91,11 +87,10 @@ TF_User::TF_User() : ListScreen(employee_screens_detail::kList, employeeListStat
     ui::openScreen("F_Dept");
     return false;  // no department stands in the rows
   });
-  rowActivated("btnModi");
   list.setRowLook([](const Row& row) { return row.flag("u_jy") ? ui::RowLook::Muted : ui::RowLook::Normal; });
 }
 
-TF_User_Add::TF_User_Add() : Screen(employee_screens_detail::kEdit) {
+TF_User_Add::TF_User_Add() : RowScreen(employee_screens_detail::kEdit) {
   auto area = panel();
   area.form({"tname tduty", "ttele comCk", "taddress", "tnote"});
   area.group(QStringLiteral("可以出现在哪些单据中")).row("chkCg chkXs chkKc |");
@@ -103,13 +98,6 @@ TF_User_Add::TF_User_Add() : Screen(employee_screens_detail::kEdit) {
   area.group(QStringLiteral("销售提成")).form({"comTcfs ttc", "tzdlr"});
   area.buttons("| btnOK btnCancel");
   on(command("btnOK"), [this] { saveValue(); });
-}
-
-bool TF_User_Add::edit(std::int64_t id) {
-  id_ = id;
-  const bool done = showModal();
-  id_ = 0;
-  return done;
 }
 
 void TF_User_Add::activate() {

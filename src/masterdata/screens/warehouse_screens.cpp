@@ -48,7 +48,7 @@ constexpr ui::ScreenSpec kEdit = {
 
 }  // namespace warehouse_screens_detail
 
-class TF_Ckgl_Add : public ui::Screen {
+class TF_Ckgl_Add : public ui::RowScreen {
  public:
   TF_Ckgl_Add();
   ui::Field& tname = field("tname");
@@ -59,8 +59,6 @@ class TF_Ckgl_Add : public ui::Screen {
   ui::Field& chkDefault = field("chkDefault");
   ui::Field& chkPos = field("chkPos");
 
-  bool edit(std::int64_t id);
-
  protected:
   void activate() override;
 
@@ -68,7 +66,6 @@ class TF_Ckgl_Add : public ui::Screen {
   void saveValue();
   QListWidget* treeAdmin_;                   // operators, each with a box
   std::vector<BindableOperator> operators_;  // in step with it
-  std::int64_t id_ = 0;
 };
 
 class TF_Ckgl : public ui::ListScreen {
@@ -77,14 +74,11 @@ class TF_Ckgl : public ui::ListScreen {
 };
 
 TF_Ckgl::TF_Ckgl() : ListScreen(warehouse_screens_detail::kList, warehouseListStatement) {
-  const auto edit = [](std::int64_t id) { return ui::screenAs<TF_Ckgl_Add>("F_Ckgl_Add").edit(id); };
-  adding("btnAdd", [edit] { return edit(0); });
-  row("btnModi", edit);
+  editedBy([](std::int64_t id) { return ui::screenAs<TF_Ckgl_Add>("F_Ckgl_Add").edit(id); });
   row("btnDele", [this](std::int64_t id) { return deleteWarehouse(id, prompt()); });
-  rowActivated("btnModi");
 }
 
-TF_Ckgl_Add::TF_Ckgl_Add() : Screen(warehouse_screens_detail::kEdit), treeAdmin_(new QListWidget) {
+TF_Ckgl_Add::TF_Ckgl_Add() : RowScreen(warehouse_screens_detail::kEdit), treeAdmin_(new QListWidget) {
   treeAdmin_->setObjectName(QStringLiteral("treeAdmin"));
   treeAdmin_->setAccessibleName(QStringLiteral("可以使用该仓库的操作员"));
   auto area = panel();
@@ -92,13 +86,6 @@ TF_Ckgl_Add::TF_Ckgl_Add() : Screen(warehouse_screens_detail::kEdit), treeAdmin_
   area.group(QStringLiteral("操作员（空格选择）")).widget(treeAdmin_, 1);
   area.buttons("| btnOK btnCancel");
   on(command("btnOK"), [this] { saveValue(); });
-}
-
-bool TF_Ckgl_Add::edit(std::int64_t id) {
-  id_ = id;
-  const bool done = showModal();
-  id_ = 0;
-  return done;
 }
 
 void TF_Ckgl_Add::activate() {
