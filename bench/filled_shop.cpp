@@ -9,6 +9,7 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace jxc::bench {
 namespace filled_shop_detail {
@@ -82,17 +83,34 @@ std::string goodsCode(int index) {
   return std::to_string(1000000 + index);
 }
 
-Shop& shopWith(int rows) {
+namespace filled_shop_detail {
+
+Shop& shopMadeBy(Fill fill, int lines) {
   dataModule();  // outlives the shop, which closes its file there
   static std::optional<Shop> shop;
-  static int made = -1;
-  if (made != rows || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
+  static std::pair<Fill, int> made;
+  if (made != std::pair{fill, lines} || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
     shop.reset();
     shop.emplace();
-    filled_shop_detail::fillBooks(shop->native(), rows);
-    made = rows;
+    fill(shop->native(), lines);
+    made = {fill, lines};
   }
   return *shop;
+}
+
+}  // namespace filled_shop_detail
+
+Shop& shopWith(int rows) {
+  return filled_shop_detail::shopMadeBy(filled_shop_detail::fillBooks, rows);
+}
+
+Shop& shopOfOneGoods(Fill fill, int lines) {
+  Shop& shop = filled_shop_detail::shopMadeBy(fill, lines);
+  if (openSelect("select id from jxc_goods where g_sn='1000000'").isEmpty())
+    execSql(
+        "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,g_jy,gg_name,color_name) values "
+        "('1000000','镜架','JJ','付',0,'','')");
+  return shop;
 }
 
 QString waitingDocument(bool sale, const QString& date, int lines, int seed) {

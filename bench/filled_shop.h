@@ -20,6 +20,9 @@ std::string goodsCode(int index);
 
 /// The shop with so many rows of the stock ledger; the last one made stays for the measurements that follow.
 Shop& shopWith(int rows);
+/// A shop of one goods, "1000000", with so many lines of what `fill` writes; the last one made stays as well.
+using Fill = void (*)(sqlite3* db, int lines);
+Shop& shopOfOneGoods(Fill fill, int lines);
 
 /// A waiting receipt or sale of this date; its goods differ from document to document.
 QString waitingDocument(bool sale, const QString& date, int lines, int seed);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <optional>
 #include <string>
 
 namespace jxc {
@@ -47,22 +46,6 @@ void fillLoans(sqlite3* db, int lines) {
   run("commit");
 }
 
-Shop& loansIn(int lines) {
-  dataModule();
-  static std::optional<Shop> shop;
-  static int made = -1;
-  if (made != lines || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
-    shop.reset();
-    shop.emplace();
-    execSql(
-        "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,g_jy,gg_name,color_name) values "
-        "('1000000','镜架','JJ','付',0,'','')");
-    fillLoans(shop->native(), lines);
-    made = lines;
-  }
-  return *shop;
-}
-
 /// What somebody would write: the open lines with what their returns paid back, staged, and read for the list.
 double byHand(bench::BareStatements& on) {
   on.one(on.sql("select * from jxc_khjh where gl_djh=? and jh_status>0 and jh_flag='jh'") << std::string(kLoan));
@@ -94,7 +77,7 @@ double byHand(bench::BareStatements& on) {
 }
 
 void opens(benchmark::State& state, int lines, bool hand) {
-  Shop& shop = loansIn(lines);
+  Shop& shop = bench::shopOfOneGoods(fillLoans, lines);
   bench::BareStatements bare(shop.native());
   bench::YesPrompt yes;
   const bench::WorkSoFar before;

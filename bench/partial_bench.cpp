@@ -322,24 +322,8 @@ void fillSources(sqlite3* db, int lines) {
   run("commit");
 }
 
-Shop& sourcesIn(int lines) {
-  dataModule();
-  static std::optional<Shop> shop;
-  static int made = -1;
-  if (made != lines || !dataModule().isAccountOpen() || &accountDb() != shop->database()) {
-    shop.reset();
-    shop.emplace();
-    execSql(
-        "insert into jxc_goods (g_sn,g_name,g_jm,dw_name,g_jy,gg_name,color_name) values "
-        "('1000000','镜架','JJ','付',0,'','')");
-    fillSources(shop->native(), lines);
-    made = lines;
-  }
-  return *shop;
-}
-
 void waits(benchmark::State& state, int lines, bool byHand) {
-  Shop& shop = sourcesIn(lines);
+  Shop& shop = bench::shopOfOneGoods(fillSources, lines);
   Bare bare(shop.native(),
             "select c.id,c.j_sn,c.j_jhrq,c.ghs_sn,p.ghs_name,c.ck_sn,d.ck_name,e.u_name,c.j_note,count(*),"
             "sum(b.jh_sl-b.jh_rksl-b.jh_qxsl) from jxc_jhd c join jxc_jhsp b on c.j_sn=b.j_sn left join jxc_ghsxx p on "

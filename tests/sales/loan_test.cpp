@@ -8,6 +8,7 @@
 #include "sales/loan_return.h"
 #include "sales/loan_sale.h"
 #include "sales/sale.h"
+#include "stock/all_parameters.h"
 #include "stock/loans.h"
 #include "stock/partial_movement.h"
 #include "stock/shop.h"
@@ -429,21 +430,15 @@ TEST_F(LoanStory, AReturnWaitsForTheServerAFewTimesHoweverManyLines) {
 
 // Of three pieces one comes back with two days of rent, two are kept.
 TEST_F(LoanStory, UnderAllParametersThatMeetTheBooksEndAlike) {
-  // Putaway, issue, audit at once, negative stock, invoices, sales with the time of their day.
-  constexpr std::array kSwitches{"cs_sprk", "cs_spck", "cs_shdj", "cs_kc", "cs_kp", "cs_cs014"};
-  for (unsigned turn = 0; turn < 1u << kSwitches.size(); ++turn) {
-    SCOPED_TRACE(turn);
-    Transaction trial(accountDb());
-    const auto isOn = [&](std::size_t which) { return (turn >> which & 1u) != 0; };
-    for (std::size_t i = 0; i < kSwitches.size(); ++i)
-      setParameter(kSwitches[i], isOn(i));
+  const auto set = [this](const char* name, bool on) { setParameter(name, on); };
+  test::underAllParameters(set, [&](const test::Switches& on) {
     {
       Transaction tooMuch(accountDb());
-      EXPECT_EQ(static_cast<bool>(rules().save(draft(11, 0, 0), prompt.willSayYes())), isOn(3));
+      EXPECT_EQ(static_cast<bool>(rules().save(draft(11, 0, 0), prompt.willSayYes())), on.goesShort);
     }
     const SaveResult saved = rules().save(draft(3, 100, 2), prompt.willSayYes());
     ASSERT_TRUE(saved);
-    EXPECT_EQ(saved.audited, isOn(2));
+    EXPECT_EQ(saved.audited, on.auditsAtOnce);
     const QString lent = saved.audited ? saved.number : audited(saved.number);
     EXPECT_EQ(balanceOf("A"), "7 7 5");
     const QString back = bring(lent, 1, "2021-05-03", [](auto& line) { line.refund = 40; });
@@ -456,8 +451,8 @@ TEST_F(LoanStory, UnderAllParametersThatMeetTheBooksEndAlike) {
     ASSERT_TRUE(made) << prompt.lastNotice().toStdString();
     EXPECT_EQ(balanceOf("A"), "8 8 5");
     EXPECT_EQ(row("select ls_status,ls_crk,ls_sfje from jxc_lsxsd"), "1 1 18");
-    EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd").size() > 10, isOn(5));
-    EXPECT_EQ(row("select count(*) from jxc_fpdjb where gl_djh=?", made->sale), isOn(4) ? "1" : "0");
+    EXPECT_EQ(lookupValue("select ls_xsrq from jxc_lsxsd").size() > 10, on.momentOfSale);
+    EXPECT_EQ(row("select count(*) from jxc_fpdjb where gl_djh=?", made->sale), on.invoices ? "1" : "0");
     EXPECT_EQ(held(lent), 0);
     EXPECT_EQ(test::brokenInvariants(), QStringList());
     for (const QString& each : {made->sale, made->back, back, lent})
@@ -465,7 +460,7 @@ TEST_F(LoanStory, UnderAllParametersThatMeetTheBooksEndAlike) {
     EXPECT_EQ(balanceOf("A"), "10 10 5");
     EXPECT_EQ(cash(), 0);
     EXPECT_EQ(test::brokenInvariants(), QStringList());
-  }
+  });
 }
 
 }  // namespace jxc::loan_test

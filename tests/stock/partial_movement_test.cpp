@@ -1,9 +1,8 @@
 // Putaway and issue: what was bought comes onto the shelf, and what was sold leaves it, in parts.
 #include "output/print_lines.h"
+#include "stock/all_parameters.h"
 #include "stock/partial_rules.h"
 #include "stock/shop.h"
-
-#include <array>
 
 namespace jxc::partial_movement_test {
 
@@ -252,29 +251,23 @@ TEST_F(PartialMovementTest, SavedAndAuditedAtOnceAndWhoMayCancel) {
 }
 
 TEST_F(PartialMovementTest, UnderAllParametersThatMeetTheBooksEndAlike) {
-  // Putaway, issue, audit at once, negative stock, invoices, sales with the time of their day.
-  constexpr std::array kSwitches{"cs_sprk", "cs_spck", "cs_shdj", "cs_kc", "cs_kp", "cs_cs014"};
-  for (unsigned turn = 0; turn < 1u << kSwitches.size(); ++turn) {
-    SCOPED_TRACE(turn);
-    Transaction trial(accountDb());
-    const auto isOn = [&](std::size_t which) { return (turn >> which & 1u) != 0; };
-    for (std::size_t i = 0; i < kSwitches.size(); ++i)
-      setParameter(kSwitches[i], isOn(i));
+  const auto set = [this](const char* name, bool on) { setParameter(name, on); };
+  test::underAllParameters(set, [&](const test::Switches& on) {
     const auto move = [&](const partial::PartialRules& rules, const QString& source) {
       const auto draft = rules.takeWhole(source, rules.fresh({}), prompt);
       ASSERT_TRUE(draft);
       prompt.willSayYes();
       const SaveResult saved = rules.save(*draft, prompt);
-      EXPECT_EQ(saved.audited, isOn(2));
+      EXPECT_EQ(saved.audited, on.auditsAtOnce);
       if (!saved.audited) audited(saved.number);
     };
     const QString bought =
         audited(test::waitingDocument(families::purchaseReceipt, u"2021-05-01"_qs, {{"j_sfje", 50.0}}, {{"A", 10, 5}}));
-    EXPECT_EQ(balanceOf("A"), isOn(0) ? "0 10 5" : "10 10 5");
-    if (isOn(0)) move(partial::putawayRules(), bought);
-    const QString sold = sell(isOn(5) ? "2021-05-02 10:11:12" : "2021-05-02", {{"A", 4, 9}}, 36);
-    EXPECT_EQ(balanceOf("A"), isOn(1) ? "10 6 5" : "6 6 5");
-    if (isOn(1)) move(partial::issueRules(), sold);
+    EXPECT_EQ(balanceOf("A"), on.putaway ? "0 10 5" : "10 10 5");
+    if (on.putaway) move(partial::putawayRules(), bought);
+    const QString sold = sell(on.momentOfSale ? "2021-05-02 10:11:12" : "2021-05-02", {{"A", 4, 9}}, 36);
+    EXPECT_EQ(balanceOf("A"), on.issue ? "10 6 5" : "6 6 5");
+    if (on.issue) move(partial::issueRules(), sold);
     EXPECT_EQ(balanceOf("A"), "6 6 5");
     EXPECT_EQ(stateOf(bought) + stateOf(sold).left(1), "11");
     EXPECT_EQ(cash(), -14);
@@ -285,10 +278,10 @@ TEST_F(PartialMovementTest, UnderAllParametersThatMeetTheBooksEndAlike) {
         EXPECT_TRUE(cancel(each.text("djh")));
     };
     cancelAll(families::issue);
-    EXPECT_EQ(cancel(sold), !isOn(1));  // its issue waits still
+    EXPECT_EQ(cancel(sold), !on.issue);  // its issue waits still
     cancelAll(families::putaway);
     EXPECT_EQ(test::brokenInvariants(), QStringList());
-  }
+  });
 }
 
 }  // namespace jxc::partial_movement_test
