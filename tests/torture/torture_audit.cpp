@@ -4,14 +4,16 @@
 //   torture_audit FILE prepare-all N      makes N waiting documents of each of ten families
 //   torture_audit FILE prepare-parts N    makes N waiting putaways and issues each, of sources some of which are short
 //   torture_audit FILE prepare-loans N    makes N audited loans, which come back or are kept and are taken back again
-//   torture_audit FILE prepare-expenses N makes N waiting expenses and incomes of three accounts, some of them not
-//   booked torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
+//   torture_audit FILE prepare-expenses N makes N waiting expenses and incomes of three accounts, some not booked
+//   torture_audit FILE prepare-invoices N makes N waiting invoices by hand of a customer and a supplier
+//   torture_audit FILE prepare-counts N   makes a waiting count of N goods in each of two warehouses
 //   torture_audit FILE work SEED [STATION STATIONS]
 //       audits and cancels them at random for ever; each commit is told on one line. Of several stations at work each
 //       has documents of its own (every STATIONS-th), which share goods, partners and cash with those of the others.
 //   torture_audit FILE share SEED SECONDS
 //       the same for a while, over all documents beside other stations that may be faster at any of them
 #include "accounts/expenses.h"
+#include "accounts/invoices.h"
 #include "core/account_place.h"
 #include "core/clock.h"
 #include "core/data_module.h"
@@ -155,6 +157,27 @@ void prepareExpenses(int count, Prompt& prompt) {
   }
 }
 
+/// Invoices of the same day, black and red: their balances run along those of the others.
+void prepareInvoices(int count, Prompt& prompt) {
+  execSql("update jxc_xtcs set cs_kp=1");
+  for (int i = 0; i < count; ++i) {
+    const PartnerSide& side = i % 2 == 0 ? customerSide : supplierSide;
+    const QString partner = lookupValue(compose("select top 1 {} from {} order by id", {side.sn, side.table}));
+    const double yuan = (i % 3 == 0 ? -1 : 1) * (10.5 + i);
+    if (!invoices::saveInvoice(
+            side, {.partner = partner, .date = clock::today(), .amount = yuan, .employee = QStringLiteral("100001")},
+            prompt))
+      throw std::runtime_error("not saved");
+  }
+}
+
+/// Of an invoice by hand; null: the number is another document's.
+const PartnerSide* invoicedSide(const QString& number) {
+  for (const PartnerSide* side : {&customerSide, &supplierSide})
+    if (number.startsWith(invoices::handPrefix(*side))) return side;
+  return nullptr;
+}
+
 constexpr char16_t kRoundTrip[] = u"往返";
 
 /// Loans that are out; the note tells them from those that are audited and cancelled like other documents.
@@ -191,10 +214,10 @@ std::vector<QString> documents() {
                                                     (!closes || !partial::closesRest(family, number)))
         numbers.push_back(number);
   }
-  const RowSet spent =
-      openSelect("select gl_djh from jxc_yyfy where gl_djh like 'FY%' or gl_djh like 'SR%' order by id");
-  for (const Row line : spent)
-    numbers.push_back(line.text("gl_djh"));
+  for (const char* lines : {"select gl_djh from jxc_yyfy where gl_djh like 'FY%' or gl_djh like 'SR%' order by id",
+                            "select gl_djh from jxc_fpdjb where gl_djh like 'XP%' or gl_djh like 'CP%' order by id"})
+    for (const RowSet rows = openSelect(lines); const Row line : rows)
+      numbers.push_back(line.text("gl_djh"));
   return numbers;
 }
 
@@ -252,6 +275,13 @@ void step(const QString& number, bool alone, Prompt& prompt) {
       tell(audits ? 'A' : 'C', number);
     else if (alone)
       throw std::runtime_error("not audited or cancelled");
+    return;
+  }
+  if (const PartnerSide* const side = invoicedSide(number)) {
+    const invoices::Line line{firstIdOf("jxc_fpdjb", "gl_djh", number), number};
+    const bool audits = openSelect("select fp_check from jxc_fpdjb where id=?", line.id).number(0, 0) == 0;
+    if (audits ? invoices::checkDj(*side, line.id) : invoices::exclude(*side, line, prompt))
+      tell(audits ? 'A' : 'C', number);
     return;
   }
   const DocumentFamily& family = documentFamily(number);
@@ -332,7 +362,7 @@ int run(int argc, char** argv) {
   if (!known)
     throw std::runtime_error(
         "usage: torture_audit FILE prepare N | FILE prepare-all N | FILE prepare-parts N | FILE prepare-loans N | FILE "
-        "prepare-expenses N | FILE prepare-counts N | "
+        "prepare-expenses N | FILE prepare-invoices N | FILE prepare-counts N | "
         "FILE work SEED [STATION "
         "STATIONS] | FILE share "
         "SEED SECONDS | FILE post 0 | FILE post SEED SECONDS STATION");
@@ -352,6 +382,8 @@ int run(int argc, char** argv) {
     prepareLoans(number);
   else if (what == "prepare-expenses")
     prepareExpenses(number, yes);
+  else if (what == "prepare-invoices")
+    prepareInvoices(number, yes);
   else if (what == "prepare-counts")
     prepareCounts(number);
   else if (what == "post" && argc == 4)
