@@ -8,11 +8,12 @@
 #include "core/numbers.h"
 #include "core/period_lock.h"
 #include "core/refusal.h"
-#include "core/rounding.h"
+#include "core/rights.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "core/unusual.h"
+#include "engine/number_text.h"
 #include "stock/document_family.h"
 
 #include <array>
@@ -55,7 +56,7 @@ bool isGone(std::string_view table, std::string_view key, const QString& value) 
 
 /// What the operator has left out, in the order in which he meets it.
 Refusal missing(const Draft& draft) {
-  if (roundEps(draft.amount, 6) == 0) return {u"金额必须填写！"_qs, Subject::Amount};
+  if (draft.amount == 0) return {u"金额必须填写！"_qs, Subject::Amount};
   if (draft.type.isEmpty()) return {words(wordsOf(draft.side).choose), Subject::ExpenseType};
   if (draft.employee.isEmpty()) return {u"请选择经办人！"_qs, Subject::Employee};
   if (draft.account.isEmpty()) return {u"请选择账户！"_qs, Subject::Account};
@@ -198,6 +199,7 @@ Filter conditions(const Criteria& criteria, const char* state) {
   addPeriod(filter, criteria, "a.fy_rq");
   addChoiceOrNone(filter, "a.fy_lx", criteria.kind);
   addChoiceOrNone(filter, "a.de_sn", criteria.partner);
+  if (!hasRight(kSeesCost)) filter.add(kTellsNoCost);
   return filter;
 }
 
@@ -256,6 +258,7 @@ std::optional<QString> save(const Draft& typed, Prompt& prompt) {
   using namespace expenses_detail;
   Draft draft = typed;
   draft.note = sanitizeText(typed.note.trimmed()).left(200);
+  draft.amount = toSixDecimals(typed.amount);
   if (refused({missing(draft), lockedOn(draft.date)}, prompt)) return {};
   const QString newest = lookupValue("select max(fy_rq) from jxc_yyfy where fy_rq<=?", clock::today() + u'~');
   const FiguresOfDocument figures{

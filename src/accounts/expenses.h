@@ -60,8 +60,15 @@ bool cancel(std::int64_t id, Prompt& prompt);
 /// Deletes a waiting line. Asks. Only of what was entered here.
 bool remove(std::int64_t id, Prompt& prompt);
 
+/// Condition on `jxc_yyfy a` for who may not see costs: not the differences in value that counts, losses, splits and
+/// gifts booked, which with the pieces of their document tell them. Entries stay, whatever their notes say.
+inline constexpr char kTellsNoCost[] =
+    "iif((a.fy_note like '%成本差额' or a.fy_note like '%成本费用') and not (a.gl_djh like 'FY%' or a.gl_djh like "
+    "'SR%'),1,0)=0";
+
 // What the list is asked: by period, type (`kind`), department (`partner`: who the money was for) and key, which is a
-// part of number, account, note or employee. A type or department that is gone hides no row.
+// part of number, account, note or employee. A type or department that is gone hides no row. Who may not see costs gets
+// no line that tells them, nor a sum of it.
 Sql waitingLines(const Criteria& criteria);  // by entry
 Sql auditedLines(const Criteria& criteria);  // newest first
 /// One row a type and department: `fy_lx`, `fy_note` (of the type), `fyje`, `de_name`, `de_sn`, `rowkey`.

@@ -54,7 +54,7 @@ bool saveAsset(const Draft& draft, Prompt& prompt) {
   using fixed_assets_detail::line;
   const QString number = sanitizeText(draft.number.trimmed()).left(16);
   const QString name = line(draft.name);
-  if (refused({{draft.amount == 0, u"金额不能为0！"_qs, Subject::Amount},
+  if (refused({{toSixDecimals(draft.amount) == 0, u"金额不能为0！"_qs, Subject::Amount},
                {number.isEmpty(), u"资产编号不能为空！"_qs, Subject::Number},
                {name.isEmpty(), u"资产名称不能为空！"_qs, Subject::Name},
                {draft.employee.isEmpty(), u"请选择经办人！"_qs, Subject::Employee}},
@@ -70,7 +70,7 @@ bool saveAsset(const Draft& draft, Prompt& prompt) {
       {"zc_rq", draft.date},
       {"zc_lx", line(draft.kind)},
       {"zc_dw", line(draft.unit)},
-      {"zc_je", draft.amount},
+      {"zc_je", toSixDecimals(draft.amount)},
       {"zc_bm", line(draft.department)},
       {"zc_zjys", draft.months > 0 ? QString::number(draft.months) : QString()},
       {"zc_ghs", line(draft.supplier)},

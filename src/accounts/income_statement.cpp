@@ -1,5 +1,6 @@
 #include "accounts/income_statement.h"
 
+#include "accounts/expenses.h"
 #include "accounts/partner_overview.h"
 #include "core/clock.h"
 #include "core/rights.h"
@@ -104,7 +105,7 @@ Amounts plus(const Amounts& a, const Amounts& b, double sign = 1) {
 }
 
 /// One pass over each ledger, whatever the number of spans.
-Leaves readLeaves(EnquiryReader& reader, const Spans& spans) {
+Leaves readLeaves(EnquiryReader& reader, const Spans& spans, const Sight& sight) {
   const std::size_t count = spans.size();
   Leaves leaves;
   Sql partners("select count(*) as num");
@@ -131,6 +132,7 @@ Leaves readLeaves(EnquiryReader& reader, const Spans& spans) {
   addSums(booked, onlyIf("a.fy_chk='0'", "a.fy_je"), "a.fy_rq", spans, "u");
   Filter ours = within(spans, "a.fy_rq");
   ours.add("(a.fy_sc='收入' or a.fy_sc='费用')");
+  if (!sight.cost) ours.add(expenses::kTellsNoCost);
   booked.add(" from jxc_yyfy a").where(ours).add(" group by a.fy_sc," + std::string(kType) + " order by a.fy_sc,type");
   for (Group* group : {&leaves.income, &leaves.expenses})
     group->sum = group->waiting = Amounts(count);
@@ -154,7 +156,7 @@ template <class Put>
 void layOut(const Leaves& leaves, const Sight& sight, const Put& put) {
   const auto group = [&](const char* code, const char16_t* label, const Group& g) {
     const QString head = QString::fromLatin1(code);
-    put(head, head, QString(), words(label), g.sum);
+    put(head, head, QString(), words(label) + (sight.cost ? QString() : u"（不含库存差额）"_qs), g.sum);
     int number = 0;
     for (const OfType& each : g.types)
       put(head + QStringLiteral("%1").arg(++number, 3, 10, QLatin1Char('0')), head, each.type,
@@ -237,6 +239,7 @@ Sql bookedLines(const Criteria& criteria, const char* side, const std::string& a
   addPeriod(filter, criteria, "a.fy_rq");
   if (!criteria.group.isEmpty()) filter.add(std::string(kType) + "=?", criteria.group);
   if (criteria.kind.endsWith(u'w')) filter.add("a.fy_chk='0'");
+  if (!hasRight(kSeesCost)) filter.add(expenses::kTellsNoCost);
   return Sql("select a.id,a.fy_rq as rq,a.gl_djh,a.fy_lx as lx,a.fy_note as dnote,b.u_name," + amount +
              " as je from jxc_yyfy a left outer join jxc_user b on a.u_sn=b.u_sn")
       .where(filter);
@@ -276,7 +279,7 @@ const char kByDate[] = " order by rq desc,id desc";
 Computation incomeStatement(const Criteria& criteria) {
   using namespace income_statement_detail;
   return [sight = Sight{}, spans = Spans{{}, {criteria.from, lastDayOf(criteria.to)}}](EnquiryReader& reader) {
-    return table(readLeaves(reader, spans), sight, {"ts_zje", "ts_dj"});
+    return table(readLeaves(reader, spans, sight), sight, {"ts_zje", "ts_dj"});
   };
 }
 
@@ -296,7 +299,7 @@ Computation incomeByMonth(const Criteria& criteria) {
   }
   columns.emplace_back("zj");
   return [sight = Sight{}, spans, columns, year](EnquiryReader& reader) {
-    Leaves leaves = readLeaves(reader, spans);
+    Leaves leaves = readLeaves(reader, spans, sight);
     const auto total = [](Amounts& amounts) {
       double sum = 0;
       for (const double each : amounts)
@@ -356,11 +359,12 @@ Sql profitByMonth(const Criteria& criteria, const Warehouses& warehouses) {
 
 Sql expensesByMonth(const Criteria& criteria) {
   Filter filter;
-  filter.add("fy_sc='费用'");
-  addPeriod(filter, criteria, "fy_rq");
-  return Sql("select left(fy_rq,7) as js_rq,sum(-1*fy_je) as xslr from jxc_yyfy")
+  filter.add("a.fy_sc='费用'");
+  addPeriod(filter, criteria, "a.fy_rq");
+  if (!hasRight(kSeesCost)) filter.add(expenses::kTellsNoCost);
+  return Sql("select left(a.fy_rq,7) as js_rq,sum(-1*a.fy_je) as xslr from jxc_yyfy a")
       .where(filter)
-      .add(" group by left(fy_rq,7) order by left(fy_rq,7)");
+      .add(" group by left(a.fy_rq,7) order by left(a.fy_rq,7)");
 }
 
 Sql profitLines(const Criteria& criteria, const Warehouses& warehouses) {

@@ -16,7 +16,7 @@ inline constexpr NoWarehouse kStatementsAreOfTheShop{"rent, wages and what partn
 /// 102 and 202 a row for each of their types, and one for what of them waits for its audit and counts all the same.
 /// Columns: `rowkey`, `g_sn`, `ts_note` (the label), `ts_zje` (all time), `ts_dj` (the period), `code` and `fy_lx` by
 /// which a row is followed, `waits`. Yuan. Without the right to see prices 100 and 101 are left out, without that to
-/// see costs 200, 201, 203 and 204, without either 300.
+/// see costs 200, 201, 203 and 204 (and 102 and 202 are without the differences of stock), without either 300.
 Computation incomeStatement(const Criteria& criteria);
 
 /// The same rows for the months of a year (`kind`, "2026"; without it this one), of a period only what lies in it: `m1`

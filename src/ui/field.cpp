@@ -355,10 +355,14 @@ void Field::load(const Value& value) {
 
 std::optional<QString> Field::problem() const {
   if (spec_.kind != FieldKind::Date) return std::nullopt;
-  const QString typed = field_detail::line(widget_)->text();
-  if (typed.trimmed().isEmpty() || field_detail::readDay(spec_, typed)) return std::nullopt;
-  return (label_ ? label_->text().remove(u'&') : QString()) +
-         QStringLiteral("日期格式不正确，请输入年-月-日，如 2026-05-01");
+  const QString typed = field_detail::line(widget_)->text().trimmed();
+  QString name = label_ ? label_->text().remove(u'&') : QString();
+  if (typed.isEmpty() && !(spec_.flags & MayBeEmpty)) {
+    name.remove(u'：');
+    return (name.contains(u"日期") ? name : QStringLiteral("日期")) + QStringLiteral("必须填写！");
+  }
+  if (typed.isEmpty() || field_detail::readDay(spec_, typed)) return std::nullopt;
+  return name + QStringLiteral("日期格式不正确，请输入年-月-日，如 2026-05-01");
 }
 
 void Field::setVisible(bool on) {

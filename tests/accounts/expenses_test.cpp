@@ -48,7 +48,8 @@ class ExpenseTest : public test::ShopTest {
 };
 
 TEST_F(ExpenseTest, ExpenseOf100IsBookedTakenBackMovedToTheBankAndBookedAgain) {
-  EXPECT_EQ(prompt.refused(!enter(Side::Expense, {}, 0).isEmpty()), "金额必须填写！");
+  for (const double nothing : {0.0, 4e-7})
+    EXPECT_EQ(prompt.refused(!enter(Side::Expense, {}, nothing).isEmpty()), "金额必须填写！");
   EXPECT_EQ(prompt.refused(!enter(Side::Expense, {}, 5).isEmpty()), "请选择费用类型！");
   EXPECT_EQ(prompt.refused(!enter(Side::Income, {}, 5).isEmpty()), "请选择收入类型！");
   expenses::Draft bare = draft(Side::Expense, u"费用"_qs, 5, kTill);
@@ -89,6 +90,15 @@ TEST_F(ExpenseTest, ExpenseOf100IsBookedTakenBackMovedToTheBankAndBookedAgain) {
   EXPECT_TRUE(expenses::remove(idOf(u"FY21050310001"_qs), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(), "您确定要删除该信息吗！");
 
+  prompt.willSayYes();  // is so much meant?
+  const QString much = booked(Side::Income, u"收入"_qs, 1e12), little = booked(Side::Income, u"收入"_qs, 1.2345678);
+  EXPECT_EQ(lookupNumber("select fy_je from jxc_yyfy where gl_djh=?", much), 1e12);
+  EXPECT_EQ(lookupNumber("select fy_je from jxc_yyfy where gl_djh=?", little), 1.234568);
+  for (const QString& each : {much, little}) {
+    EXPECT_TRUE(expenses::cancel(idOf(each), prompt.willSayYes()));
+    EXPECT_TRUE(expenses::remove(idOf(each), prompt.willSayYes()));
+  }
+  EXPECT_EQ(cash(), 35.5);
   booked(Side::Expense, u"应付工资"_qs, 7, kNone);
   EXPECT_EQ(cash() + bank(), -64.5) << "what is not booked moves no cash";
   setParameter("cs_shdj", 1);
@@ -102,16 +112,19 @@ TEST_F(ExpenseTest, WhatADocumentBroughtIsLeftToThatDocument) {
   const Line lent{"A", 1, 3, {{"jh_yj", 50.0}, {"jh_zj", 2.0}, {"jh_kmmc", kTill}}};
   const QString freight = test::waitingDocument(
       families::sale, "2021-05-02", {{"ls_sfje", 5.0}, {"ls_yf", 8.0}, {"ls_yffs", u"我方付运费"}}, {{"A", 1, 9}});
+  const QString bought =
+      test::waitingDocument(families::purchaseReceipt, "2021-05-02",
+                            {{"j_sfje", 5.0}, {"j_yf", 6.0}, {"j_yffs", u"我方付运费"}}, {{"A", 1, 5}});
   const QString loan = test::waitingDocument(families::loan, "2021-05-01", {}, {lent});
   test::WhileAsked yes({});
-  for (const QString& number : {freight, loan})
+  for (const QString& number : {freight, bought, loan})
     ASSERT_EQ(checkDj(documentFamily(number), number, yes), AuditOutcome::Audited);
   const QString rent = test::returnLoan(
       "2021-05-02", lookupValue("select id from jxc_khjhsp where gl_djh=?", loan).toLongLong(), 1, 0, 0, 4);
-  EXPECT_EQ(row("select fy_je,fy_chk from jxc_yyfy order by id"), "-8 1 4 1");
+  EXPECT_EQ(row("select fy_je,fy_chk from jxc_yyfy order by id"), "-8 1 -6 1 4 1");
 
   const test::Books before = test::readBooks(test::Reading::ToTheLetter);
-  for (const QString& number : {freight, rent}) {
+  for (const QString& number : {freight, bought, rent}) {
     const QString refusal = u"该信息由单据产生：\r\n\r\n"_qs + words(documentFamily(number).name) + u' ' + number +
                             u"\r\n\r\n不能在这里修改、删除或取消审核，请处理该单据。"_qs;
     EXPECT_EQ(prompt.refused(expenses::cancel(idOf(number), prompt)), refusal);
@@ -143,9 +156,22 @@ TEST_F(ExpenseTest, OfTwoOperatorsTheSecondFindsWhatTheFirstDid) {
   ASSERT_TRUE(expenses::saveType({.id = typeOf(u"房租"_qs), .name = u"店租"_qs, .note = {}}, prompt));
   EXPECT_EQ(lookupValue("select fy_lx from jxc_yyfy where gl_djh=?", waiting), "店租");
   EXPECT_EQ(prompt.refused(expenses::save(open, prompt)), "类型“房租”已被删除或改名，请重新选择！");
+  expenses::Draft form = draft(Side::Expense, u"费用"_qs, 20, u"建行帐号"_qs);
+  form.department = u"100077"_qs;
+  EXPECT_EQ(prompt.refused(expenses::save(form, prompt)), "部门已被删除或改名，请重新选择！");
+  form.department = u"100001"_qs;
+  form.employee = u"100077"_qs;
+  EXPECT_EQ(prompt.refused(expenses::save(form, prompt)), "经办人已被删除或改名，请重新选择！");
+  form.employee = u"100001"_qs;
+  const std::int64_t account = lookupValue("select id from jxc_yhzh where yh_name='建行帐号'").toLongLong();
+  cash::AccountDraft renamed = cash::readAccount(account);
+  renamed.name = u"建行"_qs;
+  ASSERT_TRUE(cash::saveAccount(renamed, prompt));
+  EXPECT_EQ(prompt.refused(expenses::save(form, prompt)), "账户“建行帐号”已被删除或改名，请重新选择！");
+  renamed.name = u"建行帐号"_qs;
+  ASSERT_TRUE(cash::saveAccount(renamed, prompt)) << "what waits went along, and comes back";
   const QString fine = enter(Side::Income, u"收入"_qs, 3);
-  ASSERT_TRUE(cash::deleteAccount(lookupValue("select id from jxc_yhzh where yh_name='建行帐号'").toLongLong(),
-                                  prompt.willSayYes()));
+  ASSERT_TRUE(cash::deleteAccount(account, prompt.willSayYes()));
   EXPECT_TRUE(expenses::auditAll(openSelect(expenses::waitingLines({})), prompt.willSayYes()));
   EXPECT_EQ(prompt.questions.last(),
             "您的操作将审核当前列表中所有未审核的单据，确认吗？\r\n\r\n（如需审核某个单据，请按右键！）");

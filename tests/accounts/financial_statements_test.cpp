@@ -170,10 +170,14 @@ TEST_F(StatementTest, BalanceOfAPastDayWithStockOfNowAndOfThatDay) {
 
 TEST_F(StatementTest, WhoMayNotSeeCostsIsToldNothingThatTheyCanBeWorkedOutFrom) {
   live();
+  auditYes(test::waitingDocument(families::loss, "2021-05-02", {{"ck_sn", test::mainWarehouse}}, {{"A", 1, 5}}));
+  EXPECT_TRUE(statement(kMay).contains("202   其他费用 202 172"));
   setRights("200001", "qtcz", "000000001");  // prices, not costs
   becomeOperator("小李", "200001", "200001");
   EXPECT_EQ(statement(kMay).filter("[").size(), 1);
   EXPECT_TRUE(statement(kMay).filter(QRegularExpression("成本|应付款|利润")).isEmpty());
+  EXPECT_TRUE(statement(kMay).contains("202   其他费用（不含库存差额） 197 167"));
+  expectMadeOf(answer(kIncome, kMay), "ts_dj", kMay);
   Criteria profit = kMay;
   profit.kind = u"300"_qs;
   profit.group.clear();

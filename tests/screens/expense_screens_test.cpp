@@ -29,6 +29,11 @@ TEST_F(ExpenseScreens, RentIsKeyedInAuditedCopiedAndTakenBack) {
       type(form, "tfyje", u"1280");
       press(form, "F5", QStringLiteral("请选择费用类型！"));
       choose(form, "comFylx", QStringLiteral("房租"));
+      type(form, "dateCg", u"2021-02-30");
+      press(form, "F5", u"日期：日期格式不正确，请输入年-月-日，如 2026-05-01"_qs);
+      type(form, "dateCg", u"");
+      press(form, "F5", u"日期必须填写！"_qs);
+      type(form, "dateCg", u"2021-05-03");
       choose(form, "comYhzh", QStringLiteral("工行帐号"));
       // The last entry is the way to the dictionary: a new department comes back chosen, and alone it is none.
       expectScreen("F_Dept", [&](ui::Screen& departments) {

@@ -10,6 +10,7 @@
 #include "screens/harness/ready_made_roles.h"
 #include "screens/harness/screen_test.h"
 #include "ui/display.h"
+#include "ui/enquiry_screen.h"
 
 #include <QMessageBox>
 #include <QTableView>
@@ -100,9 +101,19 @@ TEST_F(RoleWalk, WhatARoleMayNotSeeIsInNoListAndItsRulesRefuse) {
   execSql("update jxc_goods set gc_sn=? where g_sn='A'",
           lookupValue("select top 1 gc_sn from jxc_goodsclass order by id"));
   execSql("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl) values ('A','100001',3,3,5,0)");
+  execSql(
+      "insert into jxc_yyfy (gl_djh,fy_rq,fy_lx,fy_je,fy_flag,u_sn,de_sn,fy_kmmc,fy_chk,fy_note,fy_sc) values "
+      "('PD21050210001','2021-05-02','费用',-15,'1','100001','100001','现金','1','商品盘点单PD21050210001成本差额','"
+      "费用')");
   for (const ReadyMadeRole& role : kReadyMadeRoles) {
     SCOPED_TRACE(role.name);
     become(QString::fromUtf8(role.name));
+    open("F_Fyjsr", [&](ui::Screen& s) {
+      for (const char* list : {"fyjsrtj", "fyjsrhz"}) {
+        dynamic_cast<ui::EnquiryScreen&>(s).showView(list);
+        EXPECT_EQ(s.grid(list).rowCount(), role.seesCost ? 1 : 0) << list << ": pieces and this make a cost";
+      }
+    });
     open("F_Kccx", [&](ui::Screen& s) {
       auto& list = s.grid("gridKc");
       list.waitLoaded();
