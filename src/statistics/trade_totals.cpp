@@ -246,7 +246,7 @@ std::string ranked(PartnerType side, const Criteria& criteria, std::string_view 
   const bool isRanking = criteria.order == u"sl" || criteria.order == u"je" || criteria.order == u"lr";
   if (criteria.order == u"je" && hasRight(moneyRight(side)))
     order += "t.je desc,";
-  else if (criteria.order == u"lr" && hasRight(kSeesCost))
+  else if (criteria.order == u"lr" && hasRight(kSeesProfit))
     order += "t.lr desc,";
   else if (isRanking)
     order += "t.sl desc,";

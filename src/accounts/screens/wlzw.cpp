@@ -306,7 +306,7 @@ constexpr PartnerType kCustomer = PartnerType::Customer;
 constexpr ColumnSpec kMonths[] = {{"tjrq", "月份", ColumnKind::Text, 10},
                                   {"zje", "销售总金额", ColumnKind::Total, 14, {.sum = true}, kSeesPrice},
                                   {"sl", "销售总数量", ColumnKind::Quantity, 14, {.sum = true}},
-                                  {"lr", "销售总毛利", ColumnKind::Total, 14, {.sum = true}, kSeesCost}};
+                                  {"lr", "销售总毛利", ColumnKind::Total, 14, {.sum = true}, kSeesProfit}};
 constexpr ui::EnquiryView kMonthView = [] {
   auto view = Customers::sums<TradeBy::Month>("gridYf", "月消费统计", {"rYfb", "月消费统计图"}, kMonths, "tjrq", "tjrq",
                                               "gridXf");
@@ -363,7 +363,7 @@ constexpr ColumnSpec kDormant[] = {{"kh_sn", "客户编号"},
                                    {"z_name", "地区"},
                                    {"sl", "消费数量", ColumnKind::Quantity, 0, {.sum = true}},
                                    {"zje", "消费总金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
-                                   {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost}};
+                                   {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit}};
 constexpr ui::EnquiryView kDormantViews[] = {
     {.grid = {"gridWxf", "长期未消费客户", kDormant, "没有超过这么多天未消费的客户", "kh_sn"},
      .source = dormantCustomers,

@@ -49,8 +49,8 @@ inline constexpr auto columns = ui::joinedTables(
         yuan("yfje", "应付供货商", kSuppliers), yuan("sfje", "实付供货商", kSuppliers),
         documents("skds", "向客户收款单数"), yuan("skje", "向客户收款金额", kCustomers),
         yuan("ysje", "应收客户", kCustomers), yuan("ssje", "实收客户", kCustomers), yuan("xscb", "销售成本", kSeesCost),
-        yuan("xslr", "销售毛利", kSeesCost), yuan("xszje", "销售净额(含税)", kCustomers),
-        ColumnSpec{.field = "lrl", .caption = "毛利率(含税)%", .kind = ColumnKind::Percent, .right = kSeesCost}});
+        yuan("xslr", "销售毛利", kSeesProfit), yuan("xszje", "销售净额(含税)", kCustomers),
+        ColumnSpec{.field = "lrl", .caption = "毛利率(含税)%", .kind = ColumnKind::Percent, .right = kSeesProfit}});
 
 }  // namespace business_page
 

@@ -36,7 +36,7 @@ struct Kind {
 constexpr Kind kKinds[] = {
     {"xs", "今日销售", "btn_Menu2_Btn6", kSeesPrice, "单"},
     {"xt", "今日顾客退货", "btn_Menu2_Btn6", kSeesPrice, "单"},
-    {.what = "lr", .caption = "今日毛利", .command = kAnalysis, .right = kSeesCost, .hidesWithout = true},
+    {.what = "lr", .caption = "今日毛利", .command = kAnalysis, .right = kSeesProfit, .hidesWithout = true},
     {.what = "zj", .caption = "今日收支：", .command = "btn_Menu5_Right2", .right = {}},
     {.what = "ds", .caption = "待审核单据", .command = "btn_Djcx", .right = {}, .unit = "张", .hasAmount = false},
     {.what = "bj",

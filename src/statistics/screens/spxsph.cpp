@@ -14,7 +14,7 @@ constexpr auto kSide = PartnerType::Customer;
 std::vector<ListItem> orders() {
   std::vector<ListItem> items{{QStringLiteral("按数量"), u"sl"_qs}};
   if (hasRight(kSeesPrice)) items.push_back({QStringLiteral("按金额"), u"je"_qs});
-  if (hasRight(kSeesCost)) items.push_back({QStringLiteral("按毛利"), u"lr"_qs});
+  if (hasRight(kSeesProfit)) items.push_back({QStringLiteral("按毛利"), u"lr"_qs});
   return items;
 }
 std::vector<ListItem> turnOrders() {

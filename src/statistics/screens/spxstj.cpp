@@ -28,8 +28,9 @@ constexpr auto boughtAndSold(bool ofSuppliers) {
       ColumnSpec{"xssl", ofSuppliers ? "销售数量(商品)" : "销售数量", ColumnKind::Quantity, 8, {.sum = true}},
       ColumnSpec{"xsje", ofSuppliers ? "销售金额(商品)" : "销售金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
       ColumnSpec{"zcb", "成本", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-      ColumnSpec{"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-      ColumnSpec{.field = "lrl", .caption = "毛利率(%)", .kind = ColumnKind::Percent, .width = 8, .right = kSeesCost}};
+      ColumnSpec{"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit},
+      ColumnSpec{
+          .field = "lrl", .caption = "毛利率(%)", .kind = ColumnKind::Percent, .width = 8, .right = kSeesProfit}};
 }
 constexpr std::array kCompletion{ColumnSpec{"wcl", "销售完成率(%)", ColumnKind::Percent, 10}};
 constexpr auto kSuppliers = ui::joinedTables(

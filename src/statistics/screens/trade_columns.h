@@ -38,12 +38,13 @@ constexpr auto figures() {
     return both;
   } else {
     return ui::joinedTables(
-        both,
-        std::array{
-            ColumnSpec{joined<Prefix, "zcb">, "成本", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-            ColumnSpec{joined<Prefix, "lr">, "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-            ColumnSpec{
-                .field = "lrl", .caption = "毛利率(%)", .kind = ColumnKind::Percent, .width = 8, .right = kSeesCost}});
+        both, std::array{ColumnSpec{joined<Prefix, "zcb">, "成本", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
+                         ColumnSpec{joined<Prefix, "lr">, "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit},
+                         ColumnSpec{.field = "lrl",
+                                    .caption = "毛利率(%)",
+                                    .kind = ColumnKind::Percent,
+                                    .width = 8,
+                                    .right = kSeesProfit}});
   }
 }
 

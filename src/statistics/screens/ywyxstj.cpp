@@ -10,7 +10,7 @@ using namespace employee_trade;
 
 // A commission on sales tells of sale amounts, one on profit of cost.
 constexpr ColumnSpec kBySales{"xstc", "销售提成", ColumnKind::Total, 0, {.sum = true}, kSeesPrice};
-constexpr ColumnSpec kByProfit{"lrtc", "毛利提成", ColumnKind::Total, 0, {.sum = true}, kSeesCost};
+constexpr ColumnSpec kByProfit{"lrtc", "毛利提成", ColumnKind::Total, 0, {.sum = true}, kSeesProfit};
 
 constexpr ui::Criterion kInputs[] = {{Asks::From, "tdate21", "日期："}, {Asks::To, "tdate22", "至"}, employee<"2">};
 constexpr ColumnSpec kCommission[] = {{.field = "g_sn", .caption = "编号", .use = {.hidden = true}},
@@ -19,8 +19,8 @@ constexpr ColumnSpec kCommission[] = {{.field = "g_sn", .caption = "编号", .us
                                       {"hz_glkczje", "比例(%)", ColumnKind::Percent, 7},
                                       {"hz_kc", "应收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
                                       {"hz_kczje", "实收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
-                                      {"hz_rksl", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-                                      {"hz_rkzje", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
+                                      {"hz_rksl", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit},
+                                      {"hz_rkzje", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit},
                                       {"hz_glkc", "提成起点", ColumnKind::Money, 8},
                                       kBySales,
                                       kByProfit};
@@ -34,8 +34,8 @@ constexpr ColumnSpec kCommissionLines[] = {{"rq", "日期", ColumnKind::Date},
                                            kByProfit,
                                            {"yfje", "应收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
                                            {"sfje", "实收金额", ColumnKind::Total, 0, {.sum = true}, kSeesPrice},
-                                           {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost},
-                                           {"cglr", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesCost}};
+                                           {"lr", "毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit},
+                                           {"cglr", "提成毛利", ColumnKind::Total, 0, {.sum = true}, kSeesProfit}};
 
 /// The commission without saying by what would tell of cost whoever may see prices only.
 Computation apart(const Criteria& criteria, const Warehouses& warehouses) {

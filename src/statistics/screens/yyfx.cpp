@@ -28,8 +28,9 @@ constexpr auto ofSide(Right right) {
 template <FixedText Margin>
 constexpr auto kTraded = ui::joinedTables(
     ofSide<"cg", "采购">(kSuppliers), ofSide<"xs", "销售">(kCustomers),
-    std::array{yuan("xscb", "成本", kSeesCost), yuan("xslr", "毛利", kSeesCost),
-               ColumnSpec{.field = "lrl", .caption = Margin.letters, .kind = ColumnKind::Percent, .right = kSeesCost}});
+    std::array{
+        yuan("xscb", "成本", kSeesCost), yuan("xslr", "毛利", kSeesProfit),
+        ColumnSpec{.field = "lrl", .caption = Margin.letters, .kind = ColumnKind::Percent, .right = kSeesProfit}});
 constexpr auto kDays =
     ui::joinedTables(std::array{ColumnSpec{"rq", "日期", ColumnKind::Text, 10}}, kTraded<"毛利率(含税)%">);
 constexpr auto kMonths = ui::joinedTables(
@@ -45,7 +46,7 @@ constexpr ColumnSpec kLines[] = {{"gl_kdrq", "日期", ColumnKind::Date},
                                  {"gl_sl", "数量", ColumnKind::Quantity, 8},
                                  yuan("cgzje", "采购总金额", kSuppliers),
                                  yuan("xszje", "销售总金额", kCustomers),
-                                 yuan("xslr", "毛利", kSeesCost),
+                                 yuan("xslr", "毛利", kSeesProfit),
                                  {"ck_name", "仓库"},
                                  {"u_name", "经办人"}};
 constexpr std::string_view kCompared[] = {"cgzje", "xszje", "xslr"};
