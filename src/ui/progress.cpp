@@ -30,8 +30,13 @@ void Progress::setText(const QString& text) {
 }
 
 std::function<bool(int)> progressOnDemand(const QString& title, QWidget* parent) {
-  return [title, parent, bar = std::shared_ptr<Progress>()](int percent) mutable {
+  return [title, bar = progressInWords(title, parent)](int percent) { return bar(percent, title); };
+}
+
+std::function<bool(int, const QString&)> progressInWords(const QString& title, QWidget* parent) {
+  return [title, parent, bar = std::shared_ptr<Progress>()](int percent, const QString& doing) mutable {
     if (!bar) bar = std::make_shared<Progress>(title, parent);
+    bar->setText(doing);
     const bool goOn = bar->step(percent);
     if (percent >= 100 || !goOn) bar.reset();
     return goOn;

@@ -34,5 +34,7 @@ class Progress {
 /// For a rule that asks before it works and tells afterwards: the bar comes with the first report and goes with 100, so
 /// that it never lies over a question.
 std::function<bool(int)> progressOnDemand(const QString& title, QWidget* parent);
+/// The same for a rule that says what it is doing.
+std::function<bool(int percent, const QString& doing)> progressInWords(const QString& title, QWidget* parent);
 
 }  // namespace jxc::ui

@@ -60,14 +60,7 @@ class TF_Sjhd : public ui::Screen {
 
  private:
   void prove() {
-    proof::Proof proof;
-    {
-      ui::Progress progress(windowTitle(), this);
-      proof = proof::proveAccount([&progress](int percent, const QString& doing) {
-        progress.setText(doing);
-        return progress.step(percent);
-      });
-    }
+    const proof::Proof proof = proof::proveAccount(ui::progressInWords(windowTitle(), this));
     list_.setEmptyText(proof.finished ? QStringLiteral("没有发现错误") : QStringLiteral("核对已停止"));
     list_.setRows(proof.rows());
     summary_->setText(proof.summary());
