@@ -19,8 +19,10 @@
 #include "stock/partial_movement.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <set>
+#include <string_view>
 #include <vector>
 
 namespace jxc::loan_return {
@@ -71,38 +73,31 @@ std::vector<ReturnLine> staged() {
   return all;
 }
 
-void write(const ReturnLine& line) {
-  updateRow("jxc_khjhsptmp", line.id,
-            {{"jh_sl2", line.quantity},
-             {"jh_hhsl", line.quantity},
-             {"jh_ts", line.days},
-             {"jh_zj", line.rent},
-             {"jh_yj", line.available},
-             {"jh_zzj", line.rentTotal},
-             {"jh_thyj", line.refund},
-             {"jh_kmmc", line.account},
-             {"jh_zje", line.cost * line.quantity}});
-}
-
-void stage(const ReturnLine& line, const loans::LoanLine& lent) {
-  postRow("jxc_khjhsptmp", {{"g_sn", line.goods},
-                            {"jh_flag", u"还货"},
-                            {"jh_sl", lent.lent},
-                            {"jh_xssl", 0},
-                            {"jh_dj", line.cost},
-                            {"jh_yj2", lent.rentUsed},
-                            {"gl_djh2", lent.loan},
-                            {"id2", line.loanLine},
-                            {"a_name", session().a_name},
-                            {"jh_sl2", line.quantity},
-                            {"jh_hhsl", line.quantity},
-                            {"jh_ts", line.days},
-                            {"jh_zj", line.rent},
-                            {"jh_yj", line.available},
-                            {"jh_zzj", line.rentTotal},
-                            {"jh_thyj", line.refund},
-                            {"jh_kmmc", line.account},
-                            {"jh_zje", line.cost * line.quantity}});
+/// A line that is staged already, or one that comes, with what stays as it is said of its loan.
+void write(const ReturnLine& line, const loans::LoanLine* comes = nullptr) {
+  const loans::LoanLine lent = comes ? *comes : loans::LoanLine();
+  const auto once = [comes](std::string_view name) { return comes ? name : std::string_view(); };
+  const auto put = [&](std::initializer_list<Field> fields) {
+    comes ? postRow("jxc_khjhsptmp", fields) : updateRow("jxc_khjhsptmp", line.id, fields);
+  };
+  put({{once("g_sn"), line.goods},
+       {once("jh_flag"), u"还货"},
+       {once("jh_sl"), lent.lent},
+       {once("jh_xssl"), 0},
+       {once("jh_dj"), line.cost},
+       {once("jh_yj2"), lent.rentUsed},
+       {once("gl_djh2"), lent.loan},
+       {once("id2"), line.loanLine},
+       {once("a_name"), session().a_name},
+       {"jh_sl2", line.quantity},
+       {"jh_hhsl", line.quantity},
+       {"jh_ts", line.days},
+       {"jh_zj", line.rent},
+       {"jh_yj", line.available},
+       {"jh_zzj", line.rentTotal},
+       {"jh_thyj", line.refund},
+       {"jh_kmmc", line.account},
+       {"jh_zje", line.cost * line.quantity}});
 }
 
 /// Open lines of the loan that the return has not yet, or the oldest of them, with all that is open of each. How many.
@@ -123,7 +118,7 @@ int stageMissing(const ReturnDraft& draft, const RowSet& open, bool onlyOldest) 
                     .rent = lent->rent,
                     .days = lent->daysUntil(draft.date)};
     back.setQuantity(lent->open());
-    stage(back, *lent);
+    write(back, lent);
     ++added;
     if (onlyOldest) break;
   }

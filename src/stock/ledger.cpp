@@ -9,6 +9,8 @@
 #include "stock/ledger_flags.h"
 #include "stock/ledger_replay.h"
 
+#include <cmath>
+
 namespace jxc {
 namespace ledger_detail {
 
@@ -29,6 +31,10 @@ bool hasFixedCost(const QString& goods, double& cost) {
 }
 
 }  // namespace ledger_detail
+
+bool differs(double a, double b) {
+  return std::fabs(a - b) >= 5e-7;
+}
 
 LedgerReplay::LedgerReplay(LedgerAnchor anchor)
     : anchor_(std::move(anchor)),

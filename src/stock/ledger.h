@@ -15,6 +15,9 @@ namespace jxc {
 class Prompt;
 class Row;
 
+/// Whether two figures of the ledger are not the same: it keeps six decimals.
+bool differs(double a, double b);
+
 /// What to do with the row that a replay starts at: an audit has just inserted it and keeps it; a cancel is about to
 /// delete it and leaves it out of the running figures.
 enum class AnchorRow : char { Keep, Skip };

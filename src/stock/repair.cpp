@@ -13,7 +13,6 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 namespace jxc {
@@ -21,10 +20,6 @@ namespace repair_detail {
 
 constexpr qint64 kShortStep = 20;  // ms
 constexpr int kLongestStep = 256;  // goods
-
-bool differs(double a, double b) {
-  return std::fabs(a - b) >= 5e-7;
-}
 
 /// Of several balance rows of one goods and warehouse the first stays.
 void removeSecondBalances() {

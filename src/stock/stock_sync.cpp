@@ -12,7 +12,6 @@
 #include "stock/ledger_rows.h"
 #include "stock/partial_movement.h"
 
-#include <cmath>
 #include <set>
 
 namespace jxc {
@@ -21,10 +20,6 @@ namespace stock_sync_detail {
 /// Goods come onto the shelf, or leave it, by documents of their own: only the books go with the ledger.
 bool movesLater() {
   return partial::putaway.isInUse() || partial::issue.isInUse();
-}
-
-bool differs(double a, double b) {
-  return std::fabs(a - b) >= 5e-7;
 }
 
 /// What balance and ledger say of a goods in a warehouse now.

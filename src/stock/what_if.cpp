@@ -17,10 +17,6 @@
 namespace jxc {
 namespace what_if_detail {
 
-bool differs(double a, double b) {
-  return std::fabs(a - b) >= 5e-7;
-}
-
 /// Says yes and remembers.
 class Agreeing final : public Prompt {
  public:
