@@ -182,10 +182,4 @@ ConnectionHandle connectTo(const std::string& address, const std::string& user, 
   throw cannotConnect(reason);
 }
 
-bool demandsVerifiedServer(const std::string& address) {
-  using namespace connecting_detail;
-  const ConnectionHandle connection = begin(address, {});
-  return mustBeVerified(address, Settings(PQconninfo(connection.get())));
-}
-
 }  // namespace jxc::postgres

@@ -14,7 +14,4 @@ namespace jxc::postgres {
 /// A user and password that are given go before those of the address.
 ConnectionHandle connectTo(const std::string& address, const std::string& user = {}, const std::string& password = {});
 
-/// Whether `connectTo` demands that of this address: programs that are handed it must be told to do so too.
-bool demandsVerifiedServer(const std::string& address);
-
 }  // namespace jxc::postgres

@@ -494,6 +494,22 @@ std::int64_t PostgresDatabase::exportSheet(Statement& statement, std::span<const
   return count;
 }
 
+/// Its copy is an account file, which makeVerifiedCopy fetches row by row: there is one way back, whatever a shop works
+/// on. Dumps of the server are its administrator's.
+void PostgresDatabase::backupTo(const QString& file, const std::function<bool(int percent)>&) {
+  throw DbError(DbError::Kind::Other, QStringLiteral("服务器上的帐套不能这样写成文件：") + file);
+}
+
+/// The server reads its own pages; whether it would notice one that the disk has changed is all that can be asked.
+StorageCheck PostgresDatabase::checkStorage(const std::function<bool(int percent)>&) {
+  StorageCheck check;
+  if (ask("show data_checksums", {}).text(0, 0) == u"off")
+    check.advice << QStringLiteral(
+        "服务器没有打开数据校验（data_checksums），磁盘悄悄改坏的数据不会被发现；停止服务器后用 pg_checksums --enable "
+        "打开");
+  return check;
+}
+
 }  // namespace jxc::postgres
 
 namespace jxc {
