@@ -1,10 +1,10 @@
 #include "core/at_work.h"
 
+#include "core/archive_look.h"
 #include "core/data_module.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
-#include "engine/presence.h"
 
 #include <QThread>
 
@@ -30,6 +30,7 @@ constexpr const char16_t* console = u"jxcctl";
 std::unique_ptr<Presence>& own() {
   static std::unique_ptr<Presence> presence;
   static QString of;
+  if (isArchiveInUse()) return presence;  // the shop's own waits
   const QString place = dataModule().isAccountOpen() ? placeOf(accountDb()) : QString();
   if (std::exchange(of, place) != place || !presence) presence = place.isEmpty() ? nullptr : openPresence(accountDb());
   return presence;
@@ -41,6 +42,13 @@ QString nameOf(Database& database, const Station& station) {
   const std::array<Value, 1> key{Value(QString::number(station.number))};
   const QString name = database.lookup("select a_name from jxc_admin where a_sn=?", key).text();
   return name.isEmpty() ? QStringLiteral("操作员 %1").arg(station.number) : name;
+}
+
+QStringList namesOf(Database& database, Presence& presence) {
+  QStringList names;
+  for (const Station& station : presence.others())
+    names << nameOf(database, station);
+  return names;
 }
 
 QString whyOf(Database& database, const Presence::Alone& alone) {
@@ -70,11 +78,19 @@ QString wordsOf(AloneFor what) {
 std::optional<QString> comeToWork() {
   using namespace at_work_detail;
   Presence* const presence = own().get();
-  if (presence == nullptr || presence->enter({session().a_name, session().a_sn.toLongLong()})) return {};
+  const QString& name = session().a_name;
+  const Station me{name.isEmpty() ? QStringLiteral("正在登录的工作站") : name, session().a_sn.toLongLong()};
+  if (presence == nullptr || presence->enter(me)) return {};
   if (auto why = whyNot(accountDb(), *presence)) return why;
   // It was over in the moment between.
-  if (presence->enter({session().a_name, session().a_sn.toLongLong()})) return {};
+  if (presence->enter(me)) return {};
   return QStringLiteral("帐套正在维护，请稍候再登录。");
+}
+
+std::optional<QString> stayAtWork() {
+  using namespace at_work_detail;
+  Presence* const presence = own().get();
+  return presence == nullptr || presence->stay() ? std::nullopt : whyNot(accountDb(), *presence);
 }
 
 void leaveWork() {
@@ -89,11 +105,8 @@ std::optional<QString> whyToWait() {
 
 QStringList othersAtWork() {
   using namespace at_work_detail;
-  QStringList names;
-  if (Presence* const presence = own().get())
-    for (const Station& station : presence->others())
-      names << nameOf(accountDb(), station);
-  return names;
+  Presence* const presence = own().get();
+  return presence ? namesOf(accountDb(), *presence) : QStringList();
 }
 
 std::shared_ptr<ConsoleAtWork> comeToWorkAtConsole(Database& database,
@@ -110,25 +123,33 @@ std::shared_ptr<ConsoleAtWork> comeToWorkAtConsole(Database& database,
 
 SetForOneself::~SetForOneself() {
   try {
-    if (Presence* const presence = at_work_detail::own().get(); given_ && presence != nullptr) presence->giveBack();
+    Presence* const presence = other_ ? other_.get() : at_work_detail::own().get();
+    if (given_ && presence != nullptr) presence->giveBack();
   } catch (const DbError&) {
     // A server that is gone has given it back.
   }
 }
 
-std::unique_ptr<SetForOneself> takeForOneself(AloneFor what, Prompt& prompt) {
+std::unique_ptr<SetForOneself> takeForOneself(Database& set, AloneFor what, Prompt& prompt) {
   using namespace at_work_detail;
-  Presence* const presence = own().get();
-  if (presence == nullptr || presence->takeAlone(static_cast<int>(what)))
-    return std::unique_ptr<SetForOneself>(new SetForOneself(presence != nullptr));
+  const bool isInUse = dataModule().isAccountOpen() && &set == &accountDb();
+  std::unique_ptr<Presence> other = isInUse ? nullptr : openPresence(set);
+  Presence* const presence = isInUse ? own().get() : other.get();
+  const bool isNamed = !other || other->enter({session().a_name, 0});  // operators have their numbers in their own set
+  if (presence == nullptr || (isNamed && presence->takeAlone(static_cast<int>(what))))
+    return std::unique_ptr<SetForOneself>(new SetForOneself(presence != nullptr, std::move(other)));
   QString words;
-  if (const QStringList names = othersAtWork(); !names.isEmpty())
+  if (const QStringList names = namesOf(set, *presence); !names.isEmpty())
     words = QStringLiteral("以下工作站正在使用帐套，请先让它们退出系统，再进行%1：\r\n\r\n%2")
                 .arg(wordsOf(what), names.join(QStringLiteral("\r\n")));
   else
-    words = whyToWait().value_or(QStringLiteral("帐套正在使用，请稍候再试。"));
+    words = whyNot(set, *presence).value_or(QStringLiteral("帐套正在使用，请稍候再试。"));
   prompt.refuse(Refusal(words));
   return nullptr;
+}
+
+std::unique_ptr<SetForOneself> takeForOneself(AloneFor what, Prompt& prompt) {
+  return takeForOneself(accountDb(), what, prompt);
 }
 
 }  // namespace jxc

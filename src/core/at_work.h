@@ -3,6 +3,7 @@
 
 #include "core/prompt.h"
 #include "engine/database.h"
+#include "engine/presence.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace jxc {
 
@@ -18,10 +20,14 @@ enum class AloneFor : int { Restore = 1, Reset, Closing };
 /// "恢复数据", "数据清理", "数据结算".
 QString wordsOf(AloneFor what);
 
-/// This program comes to work on the account set in use, as the operator of the session; called at every login. Words
+/// This program comes to work on the account set in use, as the operator of the session; called at every login, and
+/// before it, without one, where the tables are brought up to date first. Words
 /// for the operator while somebody else has the set for himself ("张三正在恢复数据，请等它完成后再登录。"): it has not
 /// come in then. Nothing when it has, also where nobody else can be (a set in memory).
 std::optional<QString> comeToWork();
+/// Said now and then by whoever is at work: others see it again where its connection broke. Those words when somebody
+/// has taken the set for himself since.
+std::optional<QString> stayAtWork();
 /// It does not work on it any more: at the login, and before the set is closed.
 void leaveWork();
 /// Those words, without coming in; asked about once a second by whoever waits at the login.
@@ -35,7 +41,7 @@ class ConsoleAtWork;
 std::shared_ptr<ConsoleAtWork> comeToWorkAtConsole(Database& database,
                                                    const std::function<void(const QString& why)>& waits);
 
-/// While it lives nobody else comes to work on the account set in use.
+/// While it lives nobody else comes to work on the account set.
 class SetForOneself {
  public:
   ~SetForOneself();
@@ -43,13 +49,16 @@ class SetForOneself {
   SetForOneself& operator=(const SetForOneself&) = delete;
 
  private:
-  friend std::unique_ptr<SetForOneself> takeForOneself(AloneFor what, Prompt& prompt);
-  explicit SetForOneself(bool given) : given_(given) {}
+  friend std::unique_ptr<SetForOneself> takeForOneself(Database& set, AloneFor what, Prompt& prompt);
+  SetForOneself(bool given, std::unique_ptr<Presence> other) : given_(given), other_(std::move(other)) {}
   bool given_;
+  std::unique_ptr<Presence> other_;  // at a set that is not the one in use
 };
 
-/// The set for one command. Null after it was refused with the names of those who are at work. Taken before the
-/// question of the command, so that nobody comes in while it stands. Throws DbError.
+/// A set for one command. Null after it was refused with the names of those who are at work. Taken before the question
+/// of the command, so that nobody comes in while it stands. Throws DbError.
+std::unique_ptr<SetForOneself> takeForOneself(Database& set, AloneFor what, Prompt& prompt);
+/// The set in use.
 std::unique_ptr<SetForOneself> takeForOneself(AloneFor what, Prompt& prompt);
 
 }  // namespace jxc

@@ -28,7 +28,9 @@ class SessionGuard {
  public:
   SessionGuard() : before_(session()) {}
   ~SessionGuard() {
-    if (!isKept_) session() = std::move(before_);
+    if (isKept_) return;
+    session() = std::move(before_);
+    if (session().a_sn.isEmpty()) leaveWork();  // nobody is logged in here
   }
   SessionGuard(const SessionGuard&) = delete;
   SessionGuard& operator=(const SessionGuard&) = delete;
@@ -113,10 +115,17 @@ bool login(const QString& name, const QString& password, Prompt& prompt) {
     // First of all: what is kept of passwords and failures is of this build then.
     const auto upgrade = [] { upgradeSchema(accountDb(), login_detail::copyBefore()); };
     if (!session().posLogin) {
-      if (isSchemaCurrent(accountDb()))
+      if (isSchemaCurrent(accountDb())) {
         upgrade();
-      else if (!asOwner(prompt, QStringLiteral("帐套升级"), upgrade))
-        return false;
+      } else {
+        // Whoever has the set for himself restores or closes tables of the older build: at work before they are
+        // touched.
+        if (const auto why = comeToWork()) {
+          prompt.notice(*why);
+          return false;
+        }
+        if (!asOwner(prompt, QStringLiteral("帐套升级"), upgrade)) return false;
+      }
     }
   } catch (const UpgradeFailed& failure) {  // not to the handler of failures: it would change the name of the copy
     prompt.notice(failure.message());

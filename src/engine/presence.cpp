@@ -1,8 +1,7 @@
 #include "engine/presence.h"
 
 #include "engine/postgres/postgres_database.h"
-#include "engine/postgres/server_presence.h"
-#include "engine/sqlite/file_presence.h"
+#include "engine/presence_ends.h"
 #include "engine/sqlite/sqlite_database.h"
 
 namespace jxc {
@@ -17,8 +16,8 @@ QString placeOf(Database& database) {
 std::unique_ptr<Presence> openPresence(Database& database) {
   if (placeOf(database).isEmpty()) return nullptr;
   if (auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database))
-    return std::make_unique<postgres::ServerPresence>(server->address(), server->user());
-  return std::make_unique<sqlite::FilePresence>(placeOf(database));
+    return postgres::presenceOnServer(server->address(), server->user());
+  return sqlite::presenceBeside(placeOf(database));
 }
 
 }  // namespace jxc

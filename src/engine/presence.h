@@ -26,6 +26,9 @@ class Presence {
   /// Comes to work, or goes on under another name. False while somebody else has the set for himself.
   virtual bool enter(const Station& station) = 0;
   virtual void leave() = 0;
+  /// Looks, without waiting for a server, whether others still see who has come in here, and comes in anew where a
+  /// connection broke. False: somebody has taken the set for himself meanwhile. Throws DbError when it cannot be known.
+  virtual bool stay() = 0;
   /// Those who have come to work, without oneself.
   virtual std::vector<Station> others() = 0;
   /// Gets the set for oneself, for `work` (above 0). False while others are there, or somebody else has it: nothing is

@@ -1,11 +1,15 @@
 #include "core/at_work.h"
 
 #include "core/data_module.h"
+#include "core/login.h"
+#include "core/schema/schema.h"
 #include "engine/presence.h"
 #include "harness/account_set_fixture.h"
 #include "server/test_engine.h"
 
+#include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 
 namespace jxc::test {
 
@@ -26,10 +30,10 @@ class AtWork : public AccountSetFixture {
     leaveWork();
     dataModule().installAccountDb(std::move(before_));
   }
+  QTemporaryDir folder_;
   std::unique_ptr<Presence> other;
 
  private:
-  QTemporaryDir folder_;
   std::unique_ptr<Database> before_;
 };
 
@@ -66,8 +70,51 @@ TEST_F(AtWork, WhoComesMeanwhileWaitsAndReadsWhy) {
   ASSERT_TRUE(other->takeAlone(static_cast<int>(AloneFor::Reset)));
   EXPECT_EQ(comeToWork(), u"小王正在数据清理，请等它完成。"_qs);
   EXPECT_EQ(whyToWait(), comeToWork());
+  // So does a newer program, before it touches the tables that are being restored or closed.
+  session() = Session{};
+  insertRow("jxc_backup", {{"back_path", folder_.path()}});
+  execSql("update jxc_xtcs set cs_employdate='2021-07-15'");
+  EXPECT_FALSE(login(u"admin"_qs, {}, prompt));
+  EXPECT_EQ(prompt.lastNotice(), u"小王正在数据清理，请等它完成。"_qs);
+  EXPECT_FALSE(isSchemaCurrent(accountDb()));
   other.reset();  // it dies in the middle
-  EXPECT_EQ(comeToWork(), std::nullopt);
+  EXPECT_FALSE(login(u"admin"_qs, u"wrong"_qs, prompt));
+  other = openPresence(accountDb());
+  EXPECT_TRUE(other->takeAlone(static_cast<int>(AloneFor::Reset))) << "who was refused is not at work";
+  other.reset();
+  EXPECT_TRUE(login(u"admin"_qs, {}, prompt)) << prompt.lastNotice().toStdString();
+  EXPECT_TRUE(isSchemaCurrent(accountDb()));
+}
+
+TEST_F(AtWork, AStationIsSeenAgainAfterItsConnectionBroke) {
+  const auto cut = [this] {
+    if (onServer())
+      cutConnections();
+    else
+      QFile::remove(folder_.filePath(u"jxc.mdb.stations"_qs));  // a foreign hand
+  };
+  ASSERT_EQ(comeToWork(), std::nullopt);
+  const auto isSeen = [this] { return other->others().size() == 1; };
+  ASSERT_TRUE(isSeen());
+  const auto staysUntil = [](const std::function<bool()>& done) {
+    std::optional<QString> why;
+    for (int i = 0; i < 400 && !why && !done(); ++i) {
+      QThread::msleep(10);
+      why = stayAtWork();
+    }
+    return why;
+  };
+  cut();
+  EXPECT_FALSE(isSeen());
+  EXPECT_EQ(staysUntil(isSeen), std::nullopt);
+  EXPECT_TRUE(isSeen());
+  // Somebody takes the set for himself while it is out of sight: it is told, and comes in again afterwards.
+  cut();
+  ASSERT_TRUE(other->enter({u"小王"_qs, 100002}) && other->takeAlone(static_cast<int>(AloneFor::Restore)));
+  EXPECT_EQ(staysUntil([] { return false; }), u"小王正在恢复数据，请等它完成。"_qs);
+  other->giveBack();
+  EXPECT_EQ(staysUntil(isSeen), std::nullopt);
+  EXPECT_TRUE(isSeen());
 }
 
 }  // namespace jxc::test

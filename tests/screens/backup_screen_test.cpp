@@ -1,6 +1,9 @@
 // 备份/恢复数据库: its two pages, the short form, what the window does by itself, and the way back to the login.
+#include "core/at_work.h"
+#include "core/data_module.h"
 #include "core/screens/main_form.h"
 #include "core/statements.h"
+#include "engine/presence.h"
 #include "maintenance/backups.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
@@ -8,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTabWidget>
 
@@ -138,6 +142,33 @@ TEST_F(BackupScreens, ARestoreEndsAtTheLogin) {
   EXPECT_EQ(session().a_name, u"admin"_qs);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_TRUE(form.isVisible());
+}
+
+TEST_F(BackupScreens, WhoComesWhileSomebodyHasTheSetForHimselfReadsWhyAndWaits) {
+  accountDb().backupTo(file(u"live.mdb"_qs));
+  auto before = dataModule().installAccountDb(openSqlite(file(u"live.mdb"_qs)));
+  const auto other = openPresence(accountDb());
+  ASSERT_TRUE(other->enter({u"小王"_qs, 100002}) && other->takeAlone(static_cast<int>(AloneFor::Restore)));
+  TF_MainForm form;
+  expectScreen("F_Login", [&](ui::Screen& s) {
+    const auto becomes = [&](bool isUsable) {
+      for (int i = 0; i < 600 && s.command("btnOK").isEnabled() != isUsable; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        settle();
+      }
+      return s.findChild<QLabel*>("lMsg")->text();
+    };
+    press(s, "F5", u"小王正在恢复数据，请等它完成。"_qs);
+    EXPECT_EQ(becomes(false), u"小王正在恢复数据，请等它完成。"_qs);
+    other->giveBack();
+    other->leave();
+    EXPECT_FALSE(becomes(true).contains(u"正在"_qs));
+    press(s, "F5");
+  });
+  EXPECT_TRUE(form.formShow());
+  form.Timer1.stop();
+  leaveWork();
+  dataModule().installAccountDb(std::move(before));
 }
 
 }  // namespace jxc::test

@@ -78,8 +78,8 @@ TF_MainForm*& theForm() {
 
 }  // namespace main_form_detail
 
-void endAtLogin() {
-  if (TF_MainForm* const form = main_form_detail::theForm()) form->wantLogin();
+void endAtLogin(std::function<void()> then) {
+  if (TF_MainForm* const form = main_form_detail::theForm()) form->wantLogin(std::move(then));
 }
 
 void followBackupTimer() {
@@ -144,8 +144,10 @@ TF_MainForm::TF_MainForm() : idle([this] { lockScreen(); }), prompt_(this) {
     if (mainFormHooks().sendMail) mainFormHooks().sendMail();
   });
   clockTimer_.setInterval(1000);
-  connect(&clockTimer_, &QTimer::timeout, this,
-          [this] { clockPane_->setText(clock::now().toString(QStringLiteral("yyyy-MM-dd HH:mm"))); });
+  connect(&clockTimer_, &QTimer::timeout, this, [this] {
+    clockPane_->setText(clock::now().toString(QStringLiteral("yyyy-MM-dd HH:mm")));
+    lookAtWork();
+  });
   typedTimer_.setSingleShot(true);
   typedTimer_.setInterval(main_form_detail::kTypeAhead);
   connect(&typedTimer_, &QTimer::timeout, this, [this] { typed_.clear(); });
@@ -457,8 +459,9 @@ void TF_MainForm::followTimer() {
   if (!TimerBackUp.isActive() || TimerBackUp.interval() != interval) TimerBackUp.start(interval);
 }
 
-void TF_MainForm::wantLogin() {
+void TF_MainForm::wantLogin(std::function<void()> then) {
   loginDue_ = true;
+  afterLogin_ = std::move(then);
   backupPane_->stop();
   // From the innermost one outwards; each of their loops ends.
   while (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
@@ -476,9 +479,39 @@ void TF_MainForm::loginAnew() {
   ui::dropScreens();
   leaveWork();
   session() = Session{};
-  if (formShow()) return;
-  leaving_ = true;
-  QApplication::quit();
+  const std::function<void()> then = std::exchange(afterLogin_, {});
+  if (!formShow()) {
+    leaving_ = true;
+    return QApplication::quit();
+  }
+  if (!then) return;
+  {
+    const main_form_detail::Busy busy(busy_);
+    then();
+  }
+  if (std::exchange(loginDue_, false)) loginAnew();
+}
+
+/// A connection that broke while nobody looked took this station out of sight: it comes back, and where somebody has
+/// taken the set for himself by then, what stands in the session may not be true any more.
+void TF_MainForm::lookAtWork() {
+  constexpr int often = 10;  // seconds
+  if (!loggedIn_ || leaving_ || isCommandAtWork()) return;
+  if (!wasLeftOut_ && ++secondsToLook_ >= often) {
+    secondsToLook_ = 0;
+    try {
+      wasLeftOut_ = stayAtWork();
+    } catch (const DbError&) {
+      // A server that does not answer is told about by the next command.
+    }
+  }
+  if (!wasLeftOut_ || busy_ || locked_) return;
+  {
+    const main_form_detail::Busy busy(busy_);
+    prompt_.notice(
+        QStringLiteral("和服务器的连接断开过，这时%1\r\n\r\n请重新登录。").arg(*std::exchange(wasLeftOut_, {})));
+  }
+  loginAnew();
 }
 
 bool TF_MainForm::event(QEvent* event) {

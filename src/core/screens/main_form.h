@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QGridLayout;
@@ -33,8 +34,8 @@ struct MainFormHooks {
 MainFormHooks& mainFormHooks();
 
 /// After a command that has put other data under the running program: all screens close without a question, and the
-/// window stands at the login.
-void endAtLogin();
+/// window stands at the login. `then` goes on behind it when somebody has logged in.
+void endAtLogin(std::function<void()> then = {});
 /// The timer of the backups follows the session at once.
 void followBackupTimer();
 
@@ -58,7 +59,7 @@ class TF_MainForm : public QWidget {
   std::vector<CommandTile*> visibleTiles() const;
   DayBoard& day() { return *day_; }
   /// See `endAtLogin` and `followBackupTimer`.
-  void wantLogin();
+  void wantLogin(std::function<void()> then = {});
   void followTimer();
 
   IdleLock idle;       // locks the screen
@@ -87,6 +88,7 @@ class TF_MainForm : public QWidget {
   void showStatus();
   void reminders();
   void loginAnew();
+  void lookAtWork();
   void changeOperatorClick();
   void lockScreen();  // over whatever is open, which is there again as it was left
   void moveFocus(int key);
@@ -112,7 +114,10 @@ class TF_MainForm : public QWidget {
   bool busy_ = false;           // a command is running: its screens come and go, and the window is not "active again"
   QElapsedTimer sinceCommand_;  // the desktop tells of the window's return a little after the command has ended
   bool leaving_ = false;
-  bool loginDue_ = false;  // a command has put other data under the program
+  bool loginDue_ = false;              // a command has put other data under the program
+  std::function<void()> afterLogin_;   // what it goes on with
+  int secondsToLook_ = 0;              // whether this station is still seen by the others
+  std::optional<QString> wasLeftOut_;  // it was not, and somebody took the set for himself
 };
 
 }  // namespace jxc

@@ -1,5 +1,4 @@
-#include "engine/sqlite/file_presence.h"
-
+#include "engine/presence_ends.h"
 #include "engine/shared_folder.h"
 
 #include <QFile>
@@ -71,7 +70,34 @@ Presence::Alone read(int descriptor, int place) {
   return {parts.value(0).toInt(), {parts.value(2), parts.value(1).toLongLong()}};
 }
 
-}  // namespace file_presence_detail
+class FilePresence final : public Presence {
+ public:
+  explicit FilePresence(const QString& accountFile) : name_(accountFile + QStringLiteral(".stations")) {}
+  ~FilePresence() override;
+  FilePresence(const FilePresence&) = delete;
+  FilePresence& operator=(const FilePresence&) = delete;
+  bool enter(const Station& station) override;
+  void leave() override;
+  bool stay() override;
+  std::vector<Station> others() override;
+  bool takeAlone(int work) override;
+  void giveBack() override;
+  std::optional<Alone> aloneBy() override;
+
+ private:
+  enum class Make : bool { No, Yes };
+  bool open(Make make);
+  bool comeIn();
+  void tidyAway();
+  int freePlace();
+
+  QString name_;
+  int descriptor_ = -1;
+  int place_ = 0;  // 0: not at work
+  Station station_;
+  bool wants_ = false;  // has come to work
+  bool alone_ = false;
+};
 
 FilePresence::~FilePresence() {
   leave();
@@ -80,7 +106,6 @@ FilePresence::~FilePresence() {
 /// Whoever leaves last takes the file away, maybe one that somebody has just opened: he opens the next one. Not there,
 /// or not to be written: false.
 bool FilePresence::open(Make make) {
-  using namespace file_presence_detail;
   for (int i = 0; i < attempts; ++i) {
     if (descriptor_ >= 0 && isStillThere(descriptor_, name_)) return true;
     if (descriptor_ >= 0) ::close(descriptor_);
@@ -95,7 +120,6 @@ bool FilePresence::open(Make make) {
 }
 
 void FilePresence::tidyAway() {
-  using namespace file_presence_detail;
   if (descriptor_ < 0) return;
   if (isStillThere(descriptor_, name_) && lockPlace(descriptor_, gate, F_WRLCK) && others().empty())
     QFile::remove(name_);
@@ -103,15 +127,17 @@ void FilePresence::tidyAway() {
 }
 
 int FilePresence::freePlace() {
-  using namespace file_presence_detail;
   for (int place = gate + 1; place < places; ++place)
     if (lockPlace(descriptor_, place, F_WRLCK)) return place;
   return 0;
 }
 
 bool FilePresence::enter(const Station& station) {
-  using namespace file_presence_detail;
   station_ = station;
+  return wants_ = comeIn();
+}
+
+bool FilePresence::comeIn() {
   for (int i = 0; place_ == 0 && i < attempts; ++i) {
     if (!open(Make::Yes)) return true;  // where nothing can be written nobody can take anything for himself
     if (!lockPlace(descriptor_, gate, F_RDLCK)) {
@@ -130,13 +156,20 @@ bool FilePresence::enter(const Station& station) {
 }
 
 void FilePresence::leave() {
+  wants_ = false;
   place_ = 0;
   alone_ = false;
   tidyAway();
 }
 
+/// A foreign hand may have taken the file away.
+bool FilePresence::stay() {
+  if (!wants_ || (place_ != 0 && isStillThere(descriptor_, name_))) return true;
+  place_ = 0;
+  return comeIn();
+}
+
 std::vector<Station> FilePresence::others() {
-  using namespace file_presence_detail;
   std::vector<Station> found;
   if (!open(Make::No)) return found;
   for (int place = gate + 1; place < places; ++place)
@@ -145,7 +178,6 @@ std::vector<Station> FilePresence::others() {
 }
 
 bool FilePresence::takeAlone(int work) {
-  using namespace file_presence_detail;
   for (int i = 0; !alone_ && i < attempts; ++i) {
     if (!open(Make::Yes)) return true;
     alone_ = lockPlace(descriptor_, gate, F_WRLCK) && isStillThere(descriptor_, name_);
@@ -159,12 +191,11 @@ bool FilePresence::takeAlone(int work) {
 }
 
 void FilePresence::giveBack() {
-  if (std::exchange(alone_, false)) file_presence_detail::lockPlace(descriptor_, file_presence_detail::gate, F_UNLCK);
+  if (std::exchange(alone_, false)) lockPlace(descriptor_, gate, F_UNLCK);
   if (place_ == 0) tidyAway();
 }
 
 std::optional<Presence::Alone> FilePresence::aloneBy() {
-  using namespace file_presence_detail;
   if (alone_ || !open(Make::No)) return {};
   struct flock lock {};
   lock.l_type = F_RDLCK;
@@ -173,6 +204,12 @@ std::optional<Presence::Alone> FilePresence::aloneBy() {
   // Others who are just coming hold the gate as well, but for reading.
   if (::fcntl(descriptor_, F_OFD_GETLK, &lock) != 0 || lock.l_type == F_UNLCK) return {};
   return read(descriptor_, gate);
+}
+
+}  // namespace file_presence_detail
+
+std::unique_ptr<Presence> presenceBeside(const QString& accountFile) {
+  return std::make_unique<file_presence_detail::FilePresence>(accountFile);
 }
 
 }  // namespace jxc::sqlite
