@@ -79,10 +79,13 @@ void makeDatabaseFile(const QString& file, const std::function<void(const QStrin
   using namespace console_copy_detail;
   refuseNetworkShare(file);
   requireUnused(file);
-  const QString beside = unfinishedSet(file);
+  const QString beside = unfinishedAtConsole(file);
   removeSetFile(beside);
+  const bool wasThere = QFileInfo::exists(file);
   try {
     fill(beside);
+    if (!wasThere && QFileInfo::exists(file))
+      throw ConsoleRefusal(QStringLiteral("另一个程序刚才建立了帐套文件，没有改动它：") + file);
     takePlace(beside, file);
   } catch (const std::filesystem::filesystem_error& error) {
     removeSetFile(beside);

@@ -39,6 +39,10 @@ QString unfinishedSet(const QString& file) {
   return file + QStringLiteral(".new");
 }
 
+QString unfinishedAtConsole(const QString& file) {
+  return file + QStringLiteral(".making");
+}
+
 void makeUnfinishedSet(const QString& file, bool essential) {
   const QString beside = unfinishedSet(file);
   removeSetFile(beside);

@@ -5,8 +5,10 @@
 
 namespace jxc {
 
-/// What stands under the name of a set that is being made.
+/// What stands under the name of a set that is being made, until the list of sets is opened again.
 QString unfinishedSet(const QString& file);
+/// The same for a console, which may be at it while a window opens the list: nobody else tidies that away.
+QString unfinishedAtConsole(const QString& file);
 /// Makes a whole new account set, all tables and their first rows, under that name; what a start that was cut off left
 /// there goes. Throws DbError, and leaves nothing then; `essential` as in SqliteOptions.
 void makeUnfinishedSet(const QString& file, bool essential = false);

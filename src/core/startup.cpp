@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 
 namespace jxc::startup_detail {
@@ -24,8 +25,10 @@ bool isDataFolderEmpty() {
   const QDir folder(programPath(QStringLiteral("data")));
   const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   // The journals of an unfinished file stand beside it under its name.
-  return std::all_of(entries.begin(), entries.end(),
-                     [](const QString& name) { return name.startsWith(unfinishedSet(QStringLiteral("jxc.mdb"))); });
+  const QString file = QStringLiteral("jxc.mdb");
+  return std::ranges::all_of(entries, [&](const QString& name) {
+    return name.startsWith(unfinishedSet(file)) || name.startsWith(unfinishedAtConsole(file));
+  });
 }
 
 void makeAccountFile(const QString& file) {
