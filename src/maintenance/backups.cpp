@@ -14,6 +14,7 @@
 #include <QRegularExpression>
 #include <QTemporaryFile>
 #include <QThread>
+#include <QUuid>
 
 #include <algorithm>
 #include <utility>
@@ -49,6 +50,32 @@ std::int64_t stateRow() {
   const Value row = accountDb().lookup("select top 1 id from jxc_backupzk order by id");
   return row.isNull() ? insertRow("jxc_backupzk", {{"bz_path", ""}, {"bz_days", BackupSettings().alarmDays}})
                       : row.integer();
+}
+
+/// By which a set knows its own backups: made before the first of them, and in each of them since.
+QString setKey() {
+  const std::int64_t row = stateRow();
+  QString key = lookupValue("select bz_set from jxc_backupzk where id=?", row);
+  if (!key.isEmpty()) return key;
+  key = QUuid::createUuid().toString(QUuid::WithoutBraces);
+  updateRow("jxc_backupzk", row, {{"bz_set", key}});
+  return key;
+}
+
+/// Two shops may keep their backups in one folder, and sets of the list may bear one name. What cannot be read is
+/// nobody's to throw away.
+bool isOfThisSet(const QString& file) {
+  try {
+    const auto books = openSqlite(file, {.readOnly = true, .essential = false});
+    return books->lookup("select top 1 bz_set from jxc_backupzk order by id").text() == setKey();
+  } catch (const DbError&) {
+    return false;
+  }
+}
+
+BackupSettings withKey(const BackupSettings& settings) {
+  setKey();
+  return settings;
 }
 
 QString shortWords(const QString& words) {
@@ -169,7 +196,8 @@ QString BackupState::rehearsalWords() const {
 // ---- a backup
 
 RunningBackup::RunningBackup(const BackupSettings& settings)
-    : settings_(settings), first_(std::make_unique<VerifiedCopy>(accountDb(), backupFileIn(settings.folder))) {}
+    : settings_(backups_detail::withKey(settings)),
+      first_(std::make_unique<VerifiedCopy>(accountDb(), backupFileIn(settings.folder))) {}
 
 /// The other disk gets a copy of its own from the set, so that what is wrong with one of them does not come to both.
 void RunningBackup::beginSecond() {
@@ -263,7 +291,7 @@ void deleteBackupFiles(const QString& folder) {
     if (name == newest || name == lastGood) continue;
     if (momentOf(name)->date().daysTo(clock::now().date()) <= days) continue;
     const QString file = place.filePath(name);
-    if (QFile::remove(file)) QFile::remove(sumFileOf(file));
+    if (isOfThisSet(file) && QFile::remove(file)) QFile::remove(sumFileOf(file));
   }
 }
 

@@ -69,8 +69,9 @@ QString backUpNow(const BackupSettings& settings, const CopyReport& report = {})
 
 /// Automatic backup into the folder of the settings, without a word; nothing without a folder. The caller waits.
 void backupDatabase(const CopyReport& report = {});
-/// Deletes backups of this account set that are older than the days of the settings, known by name and stamp. Copies
-/// before a restore, archives, files of others, the last good one and the newest one always stay.
+/// Deletes backups of this account set that are older than the days of the settings, known by name and stamp, and by
+/// what they hold. Copies before a restore, archives, files of others, those of another set under the same name, the
+/// last good one and the newest one always stay.
 void deleteBackupFiles(const QString& folder);
 
 /// Whether the last good backup was not rehearsed for a week.

@@ -72,13 +72,21 @@ TEST_F(Backups, OnlyBackupsOfThisSetGrowTooOld) {
                          u"晴川进销存(结算)20_01_01_10_00_00.DAT"_qs,
                          u"分店20_01_01_10_00_00.DAT"_qs,
                          u"video20.DAT"_qs,
+                         u"晴川进销存220_01_01_10_00_00.DAT"_qs,
+                         u"晴川进销存二店20_01_01_10_00_00.DAT"_qs,
                          u"晴川进销存20_13_01_10_00_00.DAT"_qs,
+                         u"晴川进销存20_03_02_10_00_00.DAT"_qs,  // of another shop
+                         u"晴川进销存20_03_03_10_00_00.DAT"_qs,  // no books any more
                          u"晴川进销存20_02_02_10_00_00.DAT"_qs};
   const QStringList go{u"晴川进销存21_04_25_23_59_59.DAT"_qs, u"晴川进销存20_03_01_10_00_00_2.DAT"_qs};
+  const QString made = backUpNow(settings);
+  const QByteArray ours = bytesOf(made);
+  ASSERT_TRUE(QFile::remove(made) && QFile::remove(sumFileOf(made)));
   for (const QString& name : stay + go) {
-    writeBytes(path(u"kept/"_qs + name), "x");
+    writeBytes(path(u"kept/"_qs + name), name.contains(u"20_03_03"_qs) ? QByteArray("x") : ours);
     writeBytes(sumFileOf(path(u"kept/"_qs + name)), "x");
   }
+  openSqlite(path(u"kept/晴川进销存20_03_02_10_00_00.DAT"_qs))->execute("update jxc_backupzk set bz_set='another'");
   // The last good one may be old: a clock that went back, a shop that was closed.
   execSql("update jxc_backupzk set bz_file=?", path(u"kept/晴川进销存20_02_02_10_00_00.DAT"_qs));
   deleteBackupFiles(path(u"kept/"_qs));
@@ -241,6 +249,31 @@ TEST_F(Backups, ARestoreTellsWhatComesAndKeepsWhatWasThere) {
   ASSERT_EQ(saved.size(), 2) << "the stopped one kept one as well";
   const auto was = openSqlite(path(u"kept/"_qs + saved.last()), {.readOnly = true});
   EXPECT_EQ(was->lookup("select count(*) from jxc_goods").integer(), before + 1);
+}
+
+TEST_F(Backups, ASetThatCanNoLongerBeCopiedIsReplacedOnTheOperatorsWord) {
+  if (test::onServer()) GTEST_SKIP() << "a file's own";
+  ASSERT_TRUE(saveBackupSettings(settings, prompt));
+  const QString file = backUpNow(settings), live = path(u"program/data/jxc.mdb"_qs);
+  {
+    Transaction transaction(accountDb());
+    for (int i = 0; i < 3000; ++i)
+      insertRow("jxc_goods", {{"g_sn", QString::number(20000000 + i)}, {"g_bz", QString(200, u'注')}});
+    transaction.commit();
+  }
+  dataModule().closeAccountDb();
+  QByteArray spoilt = bytesOf(live);
+  std::fill_n(spoilt.begin() + spoilt.size() * 3 / 4, 8192, '\0');
+  writeBytes(live, spoilt);
+  dataModule().installAccountDb(openSqlite(live));
+  const auto backup = OpenedBackup::open(file);
+  EXPECT_FALSE(restoreBackup(*backup, prompt.willSayYes().willSayNo()));
+  EXPECT_TRUE(prompt.questions.last().startsWith(u"现在的帐套不能另存："_qs)) << prompt.questions.last().toStdString();
+  EXPECT_GT(goods(), 3000);
+  EXPECT_TRUE(restoreBackup(*backup, prompt.willSayYes().willSayYes()));
+  EXPECT_LT(goods(), 3000);
+  EXPECT_EQ(kept().filter(u"(恢复前)"_qs), QStringList());
+  EXPECT_TRUE(proof::prove(accountDb()).isClean()) << "its storage among others";
 }
 
 }  // namespace jxc::backups_test

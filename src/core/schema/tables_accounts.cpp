@@ -138,7 +138,8 @@ constexpr std::string_view kClosingArchive = R"(
     da_time varchar(32)
     da_year varchar(16)
     da_file text
-    a_name nvarchar(32))";
+    a_name nvarchar(32)
+    da_ql bit                 -- the set was emptied since: it locks no day any more)";
 
 constexpr std::string_view kPartnerLedger = R"(
     gl_djh varchar(16)

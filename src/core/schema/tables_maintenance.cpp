@@ -22,9 +22,11 @@ constexpr std::string_view kBackupState = R"(
     bz_fail nvarchar(255)     -- why the last one was not made; empty when it was
     bz_trytime varchar(32)    -- of the last rehearsal
     bz_tryfile nvarchar(255)
-    bz_tryfail nvarchar(255)  -- what it found; empty: the backup proved)";
+    bz_tryfail nvarchar(255)  -- what it found; empty: the backup proved
+    bz_set varchar(36)        -- made with the first backup; by it a set knows its own again)";
 constexpr std::array<std::string_view, 1> kBackupStateSeeds = {
-    "(bz_path,bz_days,bz_time,bz_file,bz_fail,bz_trytime,bz_tryfile,bz_tryfail) values ('',3,'','','','','','')"};
+    "(bz_path,bz_days,bz_time,bz_file,bz_fail,bz_trytime,bz_tryfile,bz_tryfail,bz_set) values "
+    "('',3,'','','','','','','')"};
 
 constexpr std::string_view kBranch = R"(
     fd_sn varchar(8)

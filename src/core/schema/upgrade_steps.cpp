@@ -396,6 +396,10 @@ std::vector<UpgradeStep> ladder() {
                   .stamp = "2026-11-29",
                   .blocks = {missing("select da_year from jxc_jsda", {recreate("jxc_jsda")})},
                   .untilDone = true},
+      UpgradeStep{.guard = "2026-12-01",
+                  .stamp = "2026-12-01",
+                  .blocks = {added("jxc_jsda", {{"da_ql", "0"}}), added("jxc_backupzk", {{"bz_set", "''"}})},
+                  .untilDone = true},
   };
 }
 

@@ -325,7 +325,7 @@ delete from jxc_log where log_time<='2021-05-03 23:59:59'
 delete from jxc_nj where nj_sl=0 and nj_ds=0
 select * from jxc_nj order by nj_year desc,id
 -- Closing: the copies that were made before.
-insert into jxc_jsda (da_time,da_year,da_file,a_name) values ('2021-05-03 14:30:00','2021-04-30','D:/backup/x.DAT','admin')
-select max(da_year) from jxc_jsda where da_year>='2021-04-30'
+insert into jxc_jsda (da_time,da_year,da_file,a_name,da_ql) values ('2021-05-03 14:30:00','2021-04-30','D:/backup/x.DAT','admin',0)
+select max(da_year) from jxc_jsda where da_ql=0 and da_year>='2021-04-30'
 select id,da_time,da_year,da_file,a_name from jxc_jsda order by id desc
 update jxc_goodslist set gl_je=gl_kc*gl_pjjj,gl_zje=gl_kc*gl_pjjj where gl_flag='qc' and gl_kdrq='2021-05-03' and gl_note='数据结算结转' and round(iif(gl_kc=0,gl_pjjj,abs(gl_kczje/iif(gl_kc=0,1,gl_kc)))+0.000000001,2)<>gl_pjjj
