@@ -12,9 +12,13 @@ std::unique_ptr<Database> openArchive(const QString& file) {
   auto archive = openSqlite(file, {.readOnly = true, .essential = false});
   // Its tables may lack what the enquiries of today ask for; brought up to date it would be another file.
   const QString stamp = archive->lookup("select cs_employdate from jxc_xtcs").text();
-  if (stamp < QString::fromStdString(schema::newestStamp()))
+  const QString newest = QString::fromStdString(schema::newestStamp());
+  if (stamp < newest)
     throw DbError(DbError::Kind::File,
                   QStringLiteral("该档案是用旧版本的软件做的，请先把它恢复为一个帐套再查看：%1").arg(file));
+  if (stamp > newest)
+    throw DbError(DbError::Kind::File,
+                  QStringLiteral("该档案来自更新版本的程序（%1），请先更新本程序再查看：%2").arg(stamp, file));
   return archive;
 }
 

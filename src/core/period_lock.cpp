@@ -54,7 +54,7 @@ QString PeriodLock::openFrom(const QString& date) const {
 }
 
 QString closedDay() {
-  return lookupValue("select max(da_year) from jxc_jsda");
+  return lookupValue("select max(da_year) from jxc_jsda where da_ql=0");
 }
 
 void setPeriodLock(const QString& wanted) {

@@ -36,7 +36,8 @@ QString archiveName() {
 
 }  // namespace closing_command_detail
 
-std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const Progress& progress) {
+std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const Progress& progress,
+                                  const std::function<void(const RowSet&)>& show) {
   using namespace closing_command_detail;
   if (session().r_sn != QStringView(builtInSn)) {
     prompt.notice(u"只有系统管理员才能使用此功能！"_qs);
@@ -44,7 +45,15 @@ std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const 
   }
   if (isRefused(dayRefusal(command.request.day), prompt)) return {};
   const auto alone = takeForOneself(AloneFor::Closing, prompt);
-  if (!alone || !isAgreed(command, prompt)) return {};
+  if (!alone) return {};
+  // Others could post until a moment ago.
+  const RowSet now = whatGoes(command.request);
+  if (const QString changed = difference(command.listed, now); !changed.isEmpty()) {
+    if (show) show(now);
+    if (!prompt.ask(u"列出结算内容以后，数据又有了变化：\r\n\r\n%1\r\n\r\n要按现在的内容继续吗？"_qs.arg(changed)))
+      return {};
+  }
+  if (!isAgreed(command, prompt)) return {};
   QString archive;
   if (command.backsUp) {
     archive = archiveName();
@@ -55,8 +64,8 @@ std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const 
   }
   std::optional<RowSet> sheet;
   try {
-    sheet = closeBooks(command.request, archive, progress);
-  } catch (const BalanceDiffers& error) {
+    sheet = closeBooks(command.request, archive, progress, now);
+  } catch (const ClosingDiffers& error) {
     if (progress) progress(100, {});
     prompt.notice(QString::fromUtf8(error.what()));
   }

@@ -16,7 +16,7 @@
 
 #include <QDate>
 
-#include <array>
+#include <map>
 #include <vector>
 
 namespace jxc::closing {
@@ -29,11 +29,40 @@ QString endOf(const QString& day) {
   return day + u" 23:59:59"_qs;
 }
 
+/// What `whatGoes` tells, with what stays staged.
+RowSet listed(const Request& request, const std::vector<ItemFigures>& sums) {
+  RowSet list({"id", "xm", "ds", "sl", "je", "cl"});
+  std::int64_t id = 0;
+  const auto add = [&](const QString& what, double documents, double quantity, double money, const QString& fate) {
+    list.addInteger(++id);
+    list.addText(what.toStdString());
+    list.addReal(documents);
+    list.addReal(quantity);
+    list.addReal(money);
+    list.addText(fate.toStdString());
+  };
+  for (const ItemFigures& sum : sums)
+    if (sum.documents != 0) add(words(sum.item->name), sum.documents, sum.quantity, sum.money, u"删除"_qs);
+  for (const Unfinished& each : unfinished(request))
+    add(each.what, each.documents, each.quantity, each.money, each.fate);
+  return list;
+}
+
+/// "3 张，30 元" by what becomes of what.
+std::map<QString, QString> figuresOf(const RowSet& list) {
+  std::map<QString, QString> figures;
+  for (const Row row : list)
+    figures[row.text("xm") + u"（"_qs + row.text("cl") + u'）'] =
+        u"%1 张，数量 %2，金额 %3"_qs.arg(QString::number(row.integer("ds")), numberText(roundEps(row.number("sl"), 6)),
+                                          QString::number(row.number("je"), 'f', 2));
+  return figures;
+}
+
 /// One closing, inside its transaction. Every statement takes what is dated up to `until_`.
 class Closing {
  public:
-  Closing(const Request& request, const Progress& progress)
-      : request_(request), until_(endOf(request.day)), progress_(progress) {}
+  Closing(const Request& request, const Progress& progress, const std::optional<RowSet>& agreed)
+      : request_(request), until_(endOf(request.day)), progress_(progress), agreed_(agreed) {}
 
   RowSet run(const QString& archive) {
     step(2, u"记下结算前的余额"_qs);
@@ -55,15 +84,16 @@ class Closing {
     deleteRest();
     step(90, u"核对结算后的余额"_qs);
     const Balances after(until_);
-    if (const auto differs = before.differs(after))
-      throw BalanceDiffers((u"结算没有进行，数据没有改变：\r\n\r\n"_qs + *differs).toStdString());
+    if (const auto differs = before.differs(after)) refuse(*differs);
     step(96, u"清理日志"_qs);
     takeLog();
     // Nothing may be written any more on what was carried; a later lock stays.
     if (PeriodLock().openFrom(request_.day) == request_.day) setPeriodLock(request_.day);
-    insertRow(
-        "jxc_jsda",
-        {{"da_time", clock::stamp()}, {"da_year", request_.day}, {"da_file", archive}, {"a_name", session().a_name}});
+    insertRow("jxc_jsda", {{"da_time", clock::stamp()},
+                           {"da_year", request_.day},
+                           {"da_file", archive},
+                           {"a_name", session().a_name},
+                           {"da_ql", 0}});
     writeLog(u"数据结算，结算日期："_qs + request_.day);
     if (progress_) progress_(100, u"完成"_qs);  // not to be stopped any more: the file of the log is written
     return before.compared(after);
@@ -74,9 +104,18 @@ class Closing {
     if (progress_ && !progress_(percent, doing)) throw Stopped{};
   }
 
+  [[noreturn]] static void refuse(const QString& why) {
+    throw ClosingDiffers((u"结算没有进行，数据没有改变：\r\n\r\n"_qs + why).toStdString());
+  }
+
   void summarise() {
     const QString today = clock::today();
-    for (const ItemFigures& sum : sumItems(until_))
+    const std::vector<ItemFigures> sums = sumItems(until_);
+    // Not every program that writes is one that is kept out: a till, a hand on the server.
+    if (agreed_)
+      if (const QString changed = difference(*agreed_, listed(request_, sums)); !changed.isEmpty())
+        refuse(u"确认以后结算内容又有了变化，请重新操作。\r\n\r\n"_qs + changed);
+    for (const ItemFigures& sum : sums)
       insertRow("jxc_nj", {{"nj_jsrq", today},
                            {"nj_year", request_.day},
                            {"nj_xm", words(sum.item->name)},
@@ -231,6 +270,7 @@ class Closing {
   const Request& request_;
   QString until_;
   const Progress& progress_;
+  const std::optional<RowSet>& agreed_;
 };
 
 }  // namespace period_closing_detail
@@ -256,35 +296,34 @@ QString proposedDay() {
 
 QString closedAlready(const QString& day) {
   const QString told = lookupValue("select max(nj_year) from jxc_nj where nj_year>=?", day);
-  return std::max(told, lookupValue("select max(da_year) from jxc_jsda where da_year>=?", day));
+  return std::max(told, lookupValue("select max(da_year) from jxc_jsda where da_ql=0 and da_year>=?", day));
 }
 
 RowSet whatGoes(const Request& request) {
-  RowSet list({"id", "xm", "ds", "sl", "je", "cl"});
-  std::int64_t id = 0;
-  const auto add = [&](const QString& what, double documents, double quantity, double money, const QString& fate) {
-    list.addInteger(++id);
-    list.addText(what.toStdString());
-    list.addReal(documents);
-    list.addReal(quantity);
-    list.addReal(money);
-    list.addText(fate.toStdString());
-  };
   // What stays is put aside for the sums, and taken back at the end with the transaction.
   const Transaction looking(accountDb());
   stageNumbers(numbersThatStay(request));
-  for (const ItemFigures& sum : sumItems(period_closing_detail::endOf(request.day)))
-    if (sum.documents != 0) add(words(sum.item->name), sum.documents, sum.quantity, sum.money, u"删除"_qs);
-  for (const Unfinished& each : unfinished(request))
-    add(each.what, each.documents, each.quantity, each.money, each.fate);
-  return list;
+  return period_closing_detail::listed(request, sumItems(period_closing_detail::endOf(request.day)));
 }
 
-std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress) {
+QString difference(const RowSet& before, const RowSet& now) {
+  auto was = period_closing_detail::figuresOf(before), is = period_closing_detail::figuresOf(now);
+  for (const auto& [item, figures] : was)
+    is.try_emplace(item, u"没有了"_qs);
+  QStringList lines;
+  for (const auto& [item, figures] : is) {
+    const QString old = was.contains(item) ? was.at(item) : u"没有"_qs;
+    if (old != figures) lines << u"%1：%2 → %3"_qs.arg(item, old, figures);
+  }
+  return lines.join(u"\r\n"_qs);
+}
+
+std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress,
+                                 const std::optional<RowSet>& agreed) {
   const LongWork longWork;
   try {
     Transaction transaction(accountDb());
-    RowSet sheet = period_closing_detail::Closing(request, progress).run(archive);
+    RowSet sheet = period_closing_detail::Closing(request, progress, agreed).run(archive);
     transaction.commit();
     return sheet;
   } catch (const period_closing_detail::Stopped&) {

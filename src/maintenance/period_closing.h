@@ -29,20 +29,25 @@ QString closedAlready(const QString& day);
 /// What a closing finds, before it is done: documents that go, with counts, pieces and yuan, and what has not come to
 /// its end by then and goes or stays. `id`, `xm` (item), `ds` (documents), `sl`, `je`, `cl` (what becomes of it).
 RowSet whatGoes(const Request& request);
+/// What another station has changed between two such lists, a line each; empty: nothing.
+QString difference(const RowSet& before, const RowSet& now);
 
 /// Percent, and what is being done; false stops, and everything is as before.
 using Progress = std::function<bool(int percent, const QString& doing)>;
 
-/// A balance would not be after the closing what it was before: its words name it. Nothing has happened.
-class BalanceDiffers : public std::runtime_error {
+/// A balance would not be after the closing what it was before, or what would go is not what was agreed to: its words
+/// name it. Nothing has happened.
+class ClosingDiffers : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
 /// Closes, in one transaction, without questions; `archive` is the copy that was made before, empty without one. The
 /// balances before and after, one row each: `id`, `lb` (which ledger), `bh`, `mc`, and `sl1`, `cb1`, `je1` before,
-/// `sl2`, `cb2`, `je2` after. Nothing: stopped. Throws BalanceDiffers, and DbError.
-std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress = {});
+/// `sl2`, `cb2`, `je2` after. Nothing: stopped. `agreed` is the list that was agreed to, where one was. Throws
+/// ClosingDiffers, and DbError.
+std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress = {},
+                                 const std::optional<RowSet>& agreed = {});
 
 /// All closings by item, the newest day first: `nj_jsrq`, `nj_year`, `nj_xm`, `nj_ds`, `nj_sl`, `nj_je`.
 Sql summaries();

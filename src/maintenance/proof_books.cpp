@@ -158,8 +158,8 @@ QString Books::nameOf(const Pair& pair) const {
 
 void Books::load() {
   // A set of an older build has no such table.
-  if (stands(db, "select da_year from jxc_jsda")) {
-    const QString day = select("select max(da_year) as day from jxc_jsda").front().text("day");
+  if (stands(db, "select da_ql from jxc_jsda")) {
+    const QString day = select("select max(da_year) as day from jxc_jsda where da_ql=0").front().text("day");
     if (!day.isEmpty()) closedUntil = day.toStdString() + " 23:59:59";
   }
   loadLedger();

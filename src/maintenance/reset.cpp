@@ -91,7 +91,7 @@ void clear(Clearing what) {
     resetBusinessAndStock();
     // Nothing is left behind the locked day, and what is entered from now on may lie before it. What closings carried
     // has gone as well: their archives can still be looked into, but they hold no day locked any more.
-    execSql("update jxc_jsda set da_year=''");
+    execSql("update jxc_jsda set da_ql=1");
     if (!PeriodLock().day().isEmpty()) setPeriodLock({});
   } else {
     takeLogRows(accountDb(), QStringLiteral("删除所有数据"));

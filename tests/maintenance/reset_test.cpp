@@ -4,6 +4,7 @@
 #include "core/login.h"
 #include "core/period_lock.h"
 #include "core/program_directory.h"
+#include "maintenance/period_closing.h"
 #include "maintenance/prove.h"
 #include "maintenance/shop_walk.h"
 
@@ -41,7 +42,7 @@ class ResetTest : public test::ShopWalk {
     insertRow("jxc_hyxx", {{"hy_sn", u"100002"}, {"hy_bh", u"8001"}, {"hy_name", u"会员"}, {"hy_ye", 123.5}});
     execSql("update jxc_fd set fd_name='城东店'");
     Transaction transaction(accountDb());
-    insertRow("jxc_jsda", {{"da_year", u"2020-12-31"}, {"da_file", u"D:/备份.DAT"}});
+    insertRow("jxc_jsda", {{"da_year", u"2020-12-31"}, {"da_file", u"D:/备份.DAT"}, {"da_ql", 0}});
     setPeriodLock(u"2021-01-31"_qs);
     transaction.commit();
     ASSERT_GT(rows("jxc_goodslist"), 0);
@@ -77,6 +78,8 @@ TEST_F(ResetTest, WhatAShopIsMadeOfStays) {
   for (const char* gone : {"jxc_goodslist", "jxc_kcsp", "jxc_jhd", "jxc_lsxsd", "jxc_ysyfk", "jxc_htgl"})
     EXPECT_EQ(rows(gone), 0) << gone;
   EXPECT_EQ(PeriodLock().day(), QString()) << "no document is left to be locked, nor what was closed";
+  EXPECT_EQ(closing::closedAlready(u"2020-12-31"_qs), QString());
+  EXPECT_EQ(openSelect(closing::archives()).text(0, 2), u"2020-12-31"_qs) << "the list of archives still says of when";
   live(8, 30);  // and business goes on from there
   EXPECT_EQ(faults(false), QStringList());
 }

@@ -24,18 +24,29 @@ TEST_F(ClosingScreenTest, TellsWhatGoesBeforeItAsksAndShowsTheArchiveForReadingO
     press(s, "F3", u"结算日期不能在今天以后！"_qs);
     type(s, "dateCg", u"2021-04-30");
     press(s, "F5", main, Answer::No);
+    // Another station posts behind the list.
+    checkDj(families::purchaseReceipt,
+            waitingDocument(families::purchaseReceipt, u"2021-04-02"_qs, {}, {{"10000001", 1, 20}}), prompt);
+    const QString changed =
+        u"列出结算内容以后，数据又有了变化：\r\n\r\n采购进货单（删除）：1 张，数量 3，金额 60.00 → 2 张，数量 4，金额 "
+        u"80.00\r\n"
+        "未结清的采购进货单（删除，余额结转）：1 张，数量 0，金额 60.00 → 2 张，数量 0，金额 80.00\r\n\r\n"
+        "要按现在的内容继续吗？"_qs;
+    press(s, "F5", changed, Answer::No);
+    EXPECT_EQ(s.grid("gridGoing").current()->integer("ds"), 2);
+    press(s, "F5", main, Answer::No);
     EXPECT_EQ(s.grid("gridGoing").currentText("xm"), u"采购进货单"_qs) << "it stays for printing";
-    EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 1);
+    EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 2);
     expectQuestion(main, Answer::Yes);
     expectNotice(u"备份成功！备份文件保存在："_qs + archive);
     press(s, "F5", u"结算完成！"_qs);
     EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 0);
-    EXPECT_EQ(s.grid("gridSheet").sum("sl2"), 3);
+    EXPECT_EQ(s.grid("gridSheet").sum("sl2"), 4);
     EXPECT_EQ(s.grid("gridNj").currentText("nj_xm"), u"采购进货单"_qs);
 
     press(s, "F6", "F_Nzjs_Archive", [&](ui::Screen& window) {
       EXPECT_EQ(window.windowTitle(), u"结算档案（只读）：结算日期 2021-04-30"_qs);
-      EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 1);
+      EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 2);
       EXPECT_THROW(execSql("delete from jxc_jhd"), DbError);
       ui::Grid& list = window.grid("gridCommands");
       ASSERT_TRUE(list.selectWhere("screen", u"F_Cgjh"_qs));
@@ -50,6 +61,13 @@ TEST_F(ClosingScreenTest, TellsWhatGoesBeforeItAsksAndShowsTheArchiveForReadingO
     });
     EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 0) << "the shop is back";
     EXPECT_FALSE(isArchiveInUse());
+    // Tables of another program are not what the enquiries of this one ask for.
+    const auto refused = [&](const char* stamp, const QString& why) {
+      openSqlite(archive)->execute(std::string("update jxc_xtcs set cs_employdate='") + stamp + "'");
+      press(s, "F6", why + archive);
+    };
+    refused("2021-07-15", u"该档案是用旧版本的软件做的，请先把它恢复为一个帐套再查看："_qs);
+    refused("2999-01-01", u"该档案来自更新版本的程序（2999-01-01），请先更新本程序再查看："_qs);
   });
   open("F_ViewLog", [&](ui::Screen& log) {
     EXPECT_TRUE(log.command("btn_Dele").isEnabled());

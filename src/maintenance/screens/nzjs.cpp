@@ -77,6 +77,8 @@ class TF_Nzjs : public ui::Screen {
   closing::Request request() const { return {dateCg.trimmed(), chkKeep.isChecked()}; }
   void showDay();
   bool listWhatGoes();
+  void showWhatGoes(const RowSet& list);
+  void forgetList();
   void close();
   void openArchive();
   void reload();
@@ -89,6 +91,7 @@ class TF_Nzjs : public ui::Screen {
   ui::Grid& gridGoing = grid("gridGoing");
   ui::Grid& gridSheet = grid("gridSheet");
   ui::Grid& gridArchives = grid("gridArchives");
+  std::optional<RowSet> listed_;  // what the operator has seen, for this day and this box
   QLabel* warning_;
   QTabWidget* tabs_ = nullptr;
 };
@@ -108,7 +111,7 @@ TF_Nzjs::TF_Nzjs() : Screen(kScreen), warning_(new QLabel(this)) {
   gridGoing.setRowLook(
       [](const Row& row) { return row.text("cl") == u"保留" ? ui::RowLook::Normal : ui::RowLook::Bad; });
   dateCg.onChanged([this] { showDay(); });
-  chkKeep.onChanged([this] { gridGoing.clearRows(); });
+  chkKeep.onChanged([this] { forgetList(); });
   on(command("btn_List"), [this] { listWhatGoes(); });
   on(command("btn_Archive"), [this] { openArchive(); });
   gridArchives.onActivated([this] { openArchive(); });
@@ -127,7 +130,18 @@ void TF_Nzjs::activate() {
 
 void TF_Nzjs::showDay() {
   warning_->setText(u"将删除： "_qs + dateCg.trimmed() + u" 及该日期之前的全部数据！"_qs);
+  forgetList();
+}
+
+void TF_Nzjs::forgetList() {
+  listed_.reset();
   gridGoing.clearRows();
+}
+
+void TF_Nzjs::showWhatGoes(const RowSet& list) {
+  listed_ = list;
+  gridGoing.setRows(list);
+  turnTo(Going);
 }
 
 void TF_Nzjs::reload() {
@@ -137,29 +151,20 @@ void TF_Nzjs::reload() {
 
 bool TF_Nzjs::listWhatGoes() {
   if (!checkFields() || isRefused(closing::dayRefusal(dateCg.trimmed()), prompt())) return false;
-  gridGoing.setRows(closing::whatGoes(request()));
-  turnTo(Going);
+  showWhatGoes(closing::whatGoes(request()));
   return true;
 }
 
 void TF_Nzjs::close() {
-  // What will go stands on the screen while the question is asked.
-  if (!listWhatGoes()) return;
-  std::optional<RowSet> sheet;
-  {
-    std::unique_ptr<ui::Progress> bar;
-    sheet = closing::closePeriod({request(), chkBackup.isChecked()}, prompt(),
-                                 [this, &bar](int percent, const QString& doing) {
-                                   if (!bar) bar = std::make_unique<ui::Progress>(windowTitle(), this);
-                                   bar->setText(doing);
-                                   const bool goOn = bar->step(percent);
-                                   if (percent >= 100 || !goOn) bar.reset();
-                                   return goOn;
-                                 });
-  }
+  // What will go stands on the screen while the question is asked, and is what the operator agrees to.
+  if (!listed_ && !listWhatGoes()) return;
+  turnTo(Going);
+  std::optional<RowSet> sheet =
+      closing::closePeriod({request(), chkBackup.isChecked(), *listed_}, prompt(),
+                           ui::progressInWords(windowTitle(), this), [this](const RowSet& now) { showWhatGoes(now); });
   if (!sheet) return;
   gridSheet.setRows(*std::move(sheet));
-  gridGoing.clearRows();
+  forgetList();
   reload();
   turnTo(Sheet);
 }
