@@ -63,6 +63,7 @@ QString changed() {
 }  // namespace period_locking_detail
 
 std::vector<Waiting> waitingUpTo(const QString& day) {
+  if (day.isEmpty()) return {};
   const QString end = day + u'~';
   std::vector<std::pair<QString, Ahead>> asked;
   for (const DocumentFamily& family : documentFamilies())
@@ -90,7 +91,8 @@ Sql history() {
 
 QString proposedDay() {
   const QDate today = QDate::fromString(clock::today(), Qt::ISODate);
-  return std::max(today.addDays(-today.day()).toString(Qt::ISODate), PeriodLock().day());
+  const QString monthEnd = today.addDays(-today.day()).toString(Qt::ISODate);
+  return monthEnd > PeriodLock().day() ? monthEnd : QString();
 }
 
 bool lockUpTo(const QString& day, Prompt& prompt) {

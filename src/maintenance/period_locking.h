@@ -25,7 +25,7 @@ std::vector<Waiting> waitingUpTo(const QString& day);
 /// `sd_time`, `a_name`, `what` in words.
 QString lockedDay();
 Sql history();
-/// Proposed to lock up to: the last day of the month before this one, or later where that is locked.
+/// Proposed to lock up to: the last day of the month before this one; nothing where that is locked already.
 QString proposedDay();
 
 /// Locks the books up to `day` (yyyy-MM-dd), also where that is earlier than the day until now. Only the administrator
