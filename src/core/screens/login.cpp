@@ -7,7 +7,6 @@
 #include "engine/error.h"
 #include "ui/skin.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QScopeGuard>
 
@@ -95,17 +94,6 @@ void TF_Login::btnOKClick() {
   rememberOperatorHere();
   ui::applySkin(operatorSkin());
   accept();
-}
-
-bool loginAnew() {
-  leaveWork();
-  static_cast<OperatorIdentity&>(session()) = {};
-  session().editMode.clear();
-  TF_Login form;
-  form.showModal();
-  // Out of every screen that is open: none of them knows the books that are there now.
-  if (!form.loginOk) QCoreApplication::exit();
-  return form.loginOk;
 }
 
 }  // namespace jxc

@@ -34,8 +34,4 @@ class TF_Login : public ui::Screen {
   bool waits_ = false;
 };
 
-/// The books under the program were emptied or replaced: nobody is logged in any more, and whoever goes on logs in
-/// anew, with all that a login does. False when nobody does: the program ends.
-bool loginAnew();
-
 }  // namespace jxc

@@ -1,6 +1,6 @@
 // 数据清理: empties the account set, by hand in two steps, or by the guide for the first day in five.
 #include "core/build_info.h"
-#include "core/screens/login.h"
+#include "core/screens/main_form.h"
 #include "core/screens/not_yet.h"
 #include "core/session.h"
 #include "maintenance/reset.h"
@@ -144,9 +144,7 @@ class TF_Sjql : public ui::Screen {
         break;
     }
     prompt().notice(QStringLiteral("删除完成！"));
-    hide();
-    if (what == Clearing::All) loginAnew();
-    accept();
+    what == Clearing::All ? endAtLogin() : accept();
   }
 
   QWidget* first_ = nullptr;
@@ -155,6 +153,13 @@ class TF_Sjql : public ui::Screen {
 
 class TF_Guide : public ui::Screen {
  public:
+  /// After the login that follows when everything was deleted.
+  void goOnWithBasics() {
+    first_ = kBasicsStep;
+    showModal();
+    first_ = 0;
+  }
+
   TF_Guide() : Screen(kGuide), title_(new QLabel(this)) {
     title_->setObjectName(QStringLiteral("step"));
     title_->setProperty("title", true);
@@ -191,7 +196,7 @@ class TF_Guide : public ui::Screen {
     field("rClear4").setChecked(true);
     field("rSele51").setChecked(true);
     fillShop();
-    showStep(0);
+    showStep(first_);
   }
   bool mayLeave() override { return true; }
   /// Room for the longest step: the window keeps its place from one to the next.
@@ -215,7 +220,7 @@ class TF_Guide : public ui::Screen {
     on(command("btnPrior2"), [this] { showStep(0); });
     on(command("btnPrior3"), [this] { showStep(1); });
     on(command("btnPrior4"), [this] { showStep(2); });
-    on(command("btnPrior5"), [this] { showStep(3); });
+    on(command("btnPrior5"), [this] { showStep(kBasicsStep); });
     on(command("btnOK5"), [this] {
       const bool opening = field("rSele51").isChecked();
       hide();
@@ -258,7 +263,7 @@ class TF_Guide : public ui::Screen {
 
   void clear() {
     if (field("rClear4").isChecked()) {
-      if (prompt().ask(QStringLiteral("您确定不清除任何数据，准备进行下一步吗？"))) showStep(3);
+      if (prompt().ask(QStringLiteral("您确定不清除任何数据，准备进行下一步吗？"))) showStep(kBasicsStep);
       return;
     }
     // What keeps partners and members empties the stock as well: a stock without the ledger behind it proves nothing.
@@ -267,11 +272,13 @@ class TF_Guide : public ui::Screen {
                   prompt()) != Cleared::Done)
       return;
     prompt().notice(QStringLiteral("删除完成！"));
-    if (what == Clearing::All && !loginAnew()) return accept();
-    showStep(3);
+    if (what != Clearing::All) return showStep(kBasicsStep);
+    endAtLogin([] { ui::screenAs<TF_Guide>("F_Guide").goOnWithBasics(); });
   }
 
   QLabel* title_;
+  static constexpr std::size_t kBasicsStep = 3;
+  std::size_t first_ = 0;
   std::array<QWidget*, 5> steps_ = {};
 };
 
