@@ -97,11 +97,15 @@ QString writeRows(Database& database, std::int64_t end) {
 
 }  // namespace log_detail
 
-void writeLog(const QString& text) {
+void writeLog(Database& database, const QString& text) {
   std::optional<Transaction> own;
-  if (!accountDb().inTransaction()) own.emplace(accountDb());
-  log_detail::append(accountDb(), text);
+  if (!database.inTransaction()) own.emplace(database);
+  log_detail::append(database, text);
   if (own) own->commit();
+}
+
+void writeLog(const QString& text) {
+  writeLog(accountDb(), text);
 }
 
 void logChange(std::string_view table, const QString& before, const QString& now) {

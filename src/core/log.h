@@ -18,6 +18,8 @@ inline constexpr std::string_view kLogTables[] = {"jxc_log"};
 /// Adds a row to the operation log under the operator of the session. Texts beyond the column's 200 characters are cut:
 /// a long remark must not stop the command that it tells of.
 void writeLog(const QString& text);
+/// Into the log of another set than the one in use.
+void writeLog(Database& database, const QString& text);
 
 /// Logs that a row of a list of words, people or rights was added (`before` is empty), deleted (`now` is empty) or
 /// changed: "修改地区：城东 → 城西". The table gives the word.

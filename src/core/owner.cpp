@@ -8,10 +8,11 @@
 
 namespace jxc {
 
-bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& work) {
-  const QString owner = ownerToAsk(accountDb());
+bool asOwnerOf(Database& set, Prompt& prompt, const QString& what,
+               const std::function<void(std::unique_ptr<Database>)>& work) {
+  const QString owner = ownerToAsk(set);
   if (owner.isEmpty()) {
-    work();
+    work(nullptr);
     return true;
   }
   std::optional<QString> typed =
@@ -20,15 +21,22 @@ bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& w
   const WipedText password(*std::move(typed));  // and with it what the connection keeps of it
   std::unique_ptr<Database> his;
   try {
-    his = openAsOwner(accountDb(), password);
+    his = openAsOwner(set, password);
   } catch (const DbError& failure) {
     prompt.notice(QStringLiteral("%1没有进行。\r\n\r\n").arg(what) + failure.message());
     return false;
   }
-  std::unique_ptr<Database> station = dataModule().installAccountDb(std::move(his));
-  const auto back = qScopeGuard([&] { dataModule().installAccountDb(std::move(station)); });
-  work();
+  work(std::move(his));
   return true;
+}
+
+bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& work) {
+  return asOwnerOf(accountDb(), prompt, what, [&work](std::unique_ptr<Database> his) {
+    if (!his) return work();
+    std::unique_ptr<Database> station = dataModule().installAccountDb(std::move(his));
+    const auto back = qScopeGuard([&] { dataModule().installAccountDb(std::move(station)); });
+    work();
+  });
 }
 
 }  // namespace jxc

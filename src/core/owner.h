@@ -2,8 +2,10 @@
 #pragma once
 
 #include "core/prompt.h"
+#include "engine/database.h"
 
 #include <functional>
+#include <memory>
 
 namespace jxc {
 
@@ -12,5 +14,8 @@ namespace jxc {
 /// password is kept nowhere. Otherwise it just runs. False when nobody gave the password, or a wrong one: nothing was
 /// done, and a notice says why. `what` names the command. Not inside a transaction.
 bool asOwner(Prompt& prompt, const QString& what, const std::function<void()>& work);
+/// The same at another set than the one in use. `work` gets the owner's connection; null: that of `set` does.
+bool asOwnerOf(Database& set, Prompt& prompt, const QString& what,
+               const std::function<void(std::unique_ptr<Database> his)>& work);
 
 }  // namespace jxc

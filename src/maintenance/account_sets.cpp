@@ -8,11 +8,9 @@
 #include "core/program_directory.h"
 #include "core/refusal.h"
 #include "core/schema/schema.h"
-#include "core/schema/upgrade.h"
 #include "core/session.h"
 #include "core/set_files.h"
 #include "core/startup.h"
-#include "core/statements.h"
 #include "core/text.h"
 #include "core/verified_copy.h"
 #include "engine/file_use.h"
@@ -97,7 +95,8 @@ QString freeSerial() {
   QString sn = nextSerialZT("jxc_xtzt", "zt_sn");
   const auto taken = [&sn] {
     const QString file = dataFile(QStringLiteral("jxc_%1.mdb").arg(sn));
-    return QFileInfo::exists(file) || QFileInfo::exists(leavingName(file));
+    return QFileInfo::exists(file) || QFileInfo::exists(leavingName(file)) ||
+           QFileInfo::exists(unfinishedAtConsole(file));
   };
   while (taken())
     sn = QString::number(sn.toInt() + 1);
@@ -131,15 +130,25 @@ bool copySet(const AccountSet& set, const QString& file, const CopyStep& step) {
   return makeVerifiedCopy(*books, file, step);
 }
 
-/// The books of a backup file, to be read only. Throws DbError with what it is instead.
-std::unique_ptr<Database> openBackup(const QString& file) {
-  std::unique_ptr<Database> books = openSqlite(file, {.readOnly = true, .essential = false});
-  if (!stands(*books, "select cs_employdate from jxc_xtcs"))
-    throw DbError(DbError::Kind::File, QStringLiteral("这个文件不是帐套的备份，没有恢复。"));
-  const QString stamp = books->lookup("select cs_employdate from jxc_xtcs").text();
-  if (stamp > QString::fromStdString(schema::newestStamp()))
-    throw DbError(DbError::Kind::File, QStringLiteral("它来自更新版本的程序（%1），请先更新本程序再恢复。").arg(stamp));
-  return books;
+/// The books of a set that is not in use.
+std::unique_ptr<Database> openSet(const AccountSet& set) {
+  if (!set.address.isEmpty()) return openAccountFile(set.file);
+  refuseNetworkShare(set.file);
+  return openSqlite(set.file, {.essential = false});
+}
+
+/// The backup as the file of a set. What stands there, and is no set that opens, stays beside it under another name;
+/// whenever this is cut off, the next opening of the catalogue finds the one file or the other. False when stopped.
+bool restoreAnew(const AccountSet& set, OpenedBackup& backup, const CopyReport& report) {
+  logRestore(backup, {});
+  backup.database().execute("update jxc_backupzk set bz_set=''");  // the shop's own backups are not this set's
+  const QString beside = unfinishedSet(set.file);
+  removeSetFile(beside);
+  backup.database().backupTo(beside, report);
+  if (!QFileInfo::exists(beside)) return false;
+  if (QFileInfo::exists(set.file)) moveSetFile(set.file, set.file + QStringLiteral(".old-") + backupStamp());
+  moveSetFile(beside, set.file);
+  return true;
 }
 
 }  // namespace account_sets_detail
@@ -301,50 +310,31 @@ bool mayRestoreAccountSet(const AccountSet& set, Prompt& prompt) {
   using namespace account_sets_detail;
   return !refused({{isSetInUse(set), QStringLiteral("该帐套为当前正在使用帐套，请在软件“系统维护”窗口，\r\n\r\n"
                                                     "打开“备份恢复数据”窗口进行恢复操作！")},
-                   {!set.address.isEmpty(), QStringLiteral("该帐套的数据在服务器上，不能用文件覆盖。\r\n\r\n"
-                                                           "请用 jxcctl restore 恢复到服务器。")},
                    inUse(set, u"不能恢复！")},
                   prompt);
 }
 
-bool restoreAccountSet(const AccountSet& set, const QString& file, const CopyStep& step, Prompt& prompt) {
+bool restoreAccountSet(const AccountSet& set, OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports) {
   using namespace account_sets_detail;
-  const QString source = file.trimmed();
-  if (!mayRestoreAccountSet(set, prompt)) return false;
-  if (refused({{source.isEmpty(), QStringLiteral("恢复路径必须填写！")},
-               {!source.isEmpty() && !QFileInfo(source).isFile(), QStringLiteral("恢复失败，文件不存在！")},
-               {QFileInfo(source).canonicalFilePath() == QFileInfo(set.file).canonicalFilePath() &&
-                    QFileInfo::exists(set.file),
-                QStringLiteral("所选的就是该帐套自己的文件，不用恢复。")}},
-              prompt))
+  const bool isThere = QFileInfo::exists(set.file);
+  if (!mayRestoreAccountSet(set, prompt) ||
+      isRefused({isThere && QFileInfo(backup.file).canonicalFilePath() == QFileInfo(set.file).canonicalFilePath(),
+                 QStringLiteral("所选的就是该帐套自己的文件，不用恢复。")},
+                prompt))
     return false;
+  std::unique_ptr<Database> books;
+  QString before = QStringLiteral("帐套“%1”的文件不见了，将由这份备份代替。").arg(set.name);
   try {
-    const std::unique_ptr<Database> books = openBackup(source);
-    const bool isThere = QFileInfo::exists(set.file);
-    const QString kept =
-        freeFileName(backupFolder(accountDb()), asFileName(set.name) + QStringLiteral("(恢复前)") + backupStamp(),
-                     QStringLiteral(".DAT"));
-    const QString before = isThere
-                               ? QStringLiteral("帐套“%1”现有的数据将被所选文件里的数据替换，替换前先备份到：\r\n%2")
-                                     .arg(set.name, QDir::toNativeSeparators(kept))
-                               : QStringLiteral("帐套“%1”的文件不见了，将从所选文件恢复。").arg(set.name);
-    if (!prompt.ask(before + QStringLiteral("\r\n\r\n确定要恢复吗？"))) return false;
-    bool isKept = !isThere;
-    try {
-      isKept = isKept || copySet(set, kept, step);
-      if (!isKept) return false;  // stopped
-    } catch (const DbError& failure) {
-      if (!prompt.ask(QStringLiteral("现有的数据备份不了：%1\r\n\r\n不备份，直接恢复吗？").arg(failure.message())))
-        return false;
-    }
-    if (!makeVerifiedCopy(*books, set.file, step)) return false;
-    QFile::remove(sumFileOf(set.file));  // of a backup, not of books that change
-  } catch (const std::exception& failure) {
-    prompt.notice(QStringLiteral("恢复失败，帐套没有改动：") + wordsOf(failure));
-    return false;
+    if (isThere) books = openSet(set);
+  } catch (const DbError& failure) {
+    if (!set.address.isEmpty()) throw;
+    before = QStringLiteral("帐套“%1”的文件打不开，将由这份备份代替，原来的文件改名保留：%2")
+                 .arg(set.name, failure.message());
   }
-  prompt.notice(QStringLiteral("恢复完成！"));
-  return true;
+  if (books) return restoreBackup(backup, *books, set.name, prompt, reports);
+  return prompt.ask(backup.words().join(QStringLiteral("\r\n")) + QStringLiteral("\r\n\r\n") + before +
+                    QStringLiteral("\r\n\r\n确定要恢复吗？")) &&
+         restoreAnew(set, backup, reports.writing);
 }
 
 }  // namespace jxc

@@ -3,6 +3,7 @@
 
 #include "core/prompt.h"
 #include "engine/row_set.h"
+#include "maintenance/restoring.h"
 
 #include <QString>
 
@@ -57,11 +58,11 @@ using CopyStep = std::function<bool(int percent)>;
 /// stopped, which was told.
 std::optional<QString> backUpAccountSet(const AccountSet& set, const QString& folder, const CopyStep& step,
                                         Prompt& prompt);
-/// Whether the set may be restored from here: the one in use has a screen of its own for that, and what is on a server
-/// is not reached by files. Told.
+/// Whether the set may be restored from here: the one in use has a screen of its own for that. Told.
 bool mayRestoreAccountSet(const AccountSet& set, Prompt& prompt);
-/// Asks, keeps what the set holds as "(恢复前)", and puts a checked copy of the file in its place. False when refused,
-/// failed or stopped, which was told; the set is then as it was.
-bool restoreAccountSet(const AccountSet& set, const QString& file, const CopyStep& step, Prompt& prompt);
+/// `restoreBackup` for a set of the list, in its file or on its server. Where its file is gone or cannot be opened the
+/// backup becomes its file, and what stood there keeps another name. False when refused, declined or stopped. Throws
+/// DbError. In both cases the set is as it was.
+bool restoreAccountSet(const AccountSet& set, OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports = {});
 
 }  // namespace jxc

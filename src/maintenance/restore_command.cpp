@@ -41,6 +41,7 @@ class ConsolePrompt final : public Prompt {
 void restoreAnew(Console& console, OpenedBackup& backup, bool force, Prompt& prompt) {
   if (!prompt.ask(backup.words().join(u'\n') + QStringLiteral("\n\n确定要恢复吗？")))
     throw ConsoleRefusal(QStringLiteral("没有恢复"));
+  logRestore(backup, {});
   makeConsoleAccount(console, force, [&](const QString& file) { backup.database().backupTo(file); });
 }
 
@@ -60,12 +61,12 @@ int run(Console& console, ConsoleWords words) {
   }
   if (source.isEmpty()) throw ConsoleMisuse(QStringLiteral("restore 后面缺少备份文件"));
   ConsolePrompt prompt(console.streams, agrees);
+  session().a_name = QStringLiteral("jxcctl");
   const bool onServer = !consoleServer(console.file).isEmpty();
   if (onServer || (QFileInfo::exists(console.file) && !force)) {
     dataModule().installAccountDb(openConsoleAccount(console, ConsoleAccess::Alone));
     session().r_sn = QString::fromUtf16(builtInSn);
     session().a_sn = session().r_sn;
-    session().a_name = QStringLiteral("jxcctl");
     loadSession();
     const auto backup = OpenedBackup::open(source);
     RestoreReports reports;

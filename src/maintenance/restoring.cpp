@@ -4,7 +4,9 @@
 #include "core/account_place.h"
 #include "core/at_work.h"
 #include "core/backup.h"
+#include "core/build_info.h"
 #include "core/data_module.h"
+#include "core/file_names.h"
 #include "core/log.h"
 #include "core/owner.h"
 #include "core/program_directory.h"
@@ -18,7 +20,6 @@
 #include "engine/presence.h"
 #include "engine/server.h"
 #include "engine/waiting.h"
-#include "maintenance/backups.h"
 #include "stock/document_family.h"
 
 #include <QDir>
@@ -27,6 +28,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -219,19 +221,66 @@ bool isDamaged(Database& set) {
 
 /// The present set beside the other backups. Nothing when it was stopped; whoever has a set that can no longer be
 /// copied, since its own disk is dying, decides himself.
-std::optional<QString> keepPresent(Prompt& prompt, const RestoreReports& reports) {
+std::optional<QString> keepPresent(Database& set, const QString& called, Prompt& prompt,
+                                   const RestoreReports& reports) {
   const QString folder = reports.folder.isEmpty() ? backupFolder(accountDb()) : reports.folder;
-  const QString file = backupFileIn(folder, QStringLiteral("(恢复前)"));
+  const QString file =
+      freeFileName(folder, asFileName(called) + QStringLiteral("(恢复前)") + backupStamp(), QStringLiteral(".DAT"));
   try {
-    return makeVerifiedCopy(accountDb(), file, reports.keeping) ? std::optional(file) : std::nullopt;
+    return makeVerifiedCopy(set, file, reports.keeping) ? std::optional(file) : std::nullopt;
   } catch (const DbError& error) {
-    if (isOnServer(accountDb()) || !isDamaged(accountDb())) throw;
+    if (isOnServer(set) || !isDamaged(set)) throw;
     if (prompt.ask(QStringLiteral("现在的帐套不能另存：%1\r\n\r\n仍要恢复吗？恢复以后，现在的数据就没有了。")
                        .arg(error.message())))
       return QString();
     return {};
   }
 }
+
+/// What a restore brings besides the backup is written into the copy of it, so that all of it comes in one transaction.
+/// Where nothing came, the copy is as it was, for the next attempt.
+class BroughtWithIt {
+ public:
+  BroughtWithIt(OpenedBackup& backup, Database& set, const QString& kept)
+      : books_(backup.database()), chain_(lastLogHash(books_)) {
+    Transaction transaction(books_);
+    // The backups are those of the place, not of the day that comes back, nor of the shop that it comes from.
+    std::array<Value, 7> state;
+    state.fill(Value(QString()));
+    if (stands(set, "select bz_set from jxc_backupzk")) {
+      const RowSet rows = set.select(
+          "select top 1 bz_time,bz_file,bz_fail,bz_trytime,bz_tryfile,bz_tryfail,bz_set from jxc_backupzk order by id");
+      for (std::size_t i = 0; i < state.size() && !rows.isEmpty(); ++i)
+        state[i] = Value(rows.text(0, static_cast<int>(i)));
+    }
+    books_.execute(
+        "update jxc_backupzk set bz_time=?,bz_file=?,bz_fail=?,bz_trytime=?,bz_tryfile=?,bz_tryfail=?,bz_set=?", state);
+    logRestore(backup, kept);
+    line_ = books_.lookup("select max(id) from jxc_log").integer();
+    transaction.commit();
+  }
+  ~BroughtWithIt() {
+    if (hasCome_) return;
+    try {
+      Transaction transaction(books_);
+      const std::array<Value, 1> line{Value(static_cast<long long>(line_))}, chain{Value(chain_)};
+      books_.execute("delete from jxc_log where id=?", line);
+      books_.execute("update jxc_logchain set lc_hash=?", chain);
+      transaction.commit();
+    } catch (const DbError&) {
+      // A copy that can no longer be written to is of no use to a next attempt either.
+    }
+  }
+  BroughtWithIt(const BroughtWithIt&) = delete;
+  BroughtWithIt& operator=(const BroughtWithIt&) = delete;
+  void hasCome() { hasCome_ = true; }
+
+ private:
+  Database& books_;
+  QString chain_;
+  std::int64_t line_ = 0;
+  bool hasCome_ = false;
+};
 
 }  // namespace restoring_detail
 
@@ -241,43 +290,38 @@ QString restoreFailure(const DbError& error) {
   return QStringLiteral("没有恢复，帐套和原来一样。\r\n\r\n") + error.message();
 }
 
-bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports) {
+void logRestore(OpenedBackup& backup, const QString& kept) {
+  writeLog(
+      backup.database(),
+      QStringLiteral("恢复数据：%1%2")
+          .arg(QFileInfo(backup.file).fileName(),
+               kept.isEmpty() ? QString() : QStringLiteral("，原来的帐套另存为%1").arg(QFileInfo(kept).fileName())));
+}
+
+bool restoreBackup(OpenedBackup& backup, Database& set, const QString& called, Prompt& prompt,
+                   const RestoreReports& reports) {
   using namespace restoring_detail;
-  const auto alone = takeForOneself(AloneFor::Restore, prompt);
+  const auto alone = takeForOneself(set, AloneFor::Restore, prompt);
   if (!alone) return false;
-  if (!prompt.ask(backup.words().join(QStringLiteral("\r\n")) +
-                  QStringLiteral("\r\n\r\n恢复以后，现在的数据由这份备份代替；现在的帐套先另存为“(恢复前)”。\r\n\r\n"
-                                 "确定要恢复吗？")))
+  if (!prompt.ask(
+          backup.words().join(QStringLiteral("\r\n")) +
+          QStringLiteral("\r\n\r\n恢复以后，帐套“%1”现在的数据由这份备份代替；现在的帐套先另存为“(恢复前)”。\r\n\r\n"
+                         "确定要恢复吗？")
+              .arg(called)))
     return false;
-  const auto kept = keepPresent(prompt, reports);
+  const auto kept = keepPresent(set, called, prompt, reports);
   if (!kept) return false;
-  // The backups are those of the place, not of the day that comes back; a set of an older program says nothing of them.
-  const bool knowsBackups = stands(accountDb(), "select bz_time from jxc_backupzk");
-  const BackupState state = knowsBackups ? backupState() : BackupState();
-  const auto noteIt = [&] {
-    Transaction transaction(accountDb());
-    if (knowsBackups)
-      execSql("update jxc_backupzk set bz_time=?,bz_file=?,bz_fail=?,bz_trytime=?,bz_tryfile=?,bz_tryfail=?",
-              state.time, state.file, state.failure, state.triedTime, state.triedFile, state.triedFailure);
-    writeLog(QStringLiteral("恢复数据：%1%2")
-                 .arg(QFileInfo(backup.file).fileName(),
-                      kept->isEmpty() ? QString()
-                                      : QStringLiteral("，原来的帐套另存为%1").arg(QFileInfo(*kept).fileName())));
-    transaction.commit();
-  };
   bool isDone = false;
-  QString notNoted;
-  asOwner(prompt, QStringLiteral("恢复数据"), [&] {
-    isDone = replaceAccountSet(backup.database(), accountDb(), reports.writing);
-    if (!isDone) return;
-    try {
-      noteIt();
-    } catch (const DbError& error) {
-      notNoted = error.message();  // the other books are there all the same, and whoever called has to know
-    }
+  asOwnerOf(set, prompt, QStringLiteral("恢复数据"), [&](const std::unique_ptr<Database>& his) {
+    BroughtWithIt brought(backup, set, *kept);
+    isDone = replaceAccountSet(backup.database(), his ? *his : set, reports.writing);
+    if (isDone) brought.hasCome();
   });
-  if (!notNoted.isEmpty()) prompt.notice(QStringLiteral("数据已经恢复，但是没有记入日志。\r\n\r\n") + notNoted);
   return isDone;
+}
+
+bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports) {
+  return restoreBackup(backup, accountDb(), QString::fromUtf16(build::accountName), prompt, reports);
 }
 
 }  // namespace jxc

@@ -54,11 +54,17 @@ struct RestoreReports {
   CopyReport keeping, writing;
   QString folder = {};
 };
-/// Puts the backup in the place of the account set in use, as one transaction, after the question and after keeping the
-/// present set as "(恢复前)" beside the other backups. Refused while others are at work. What was done stands in the
-/// log of the restored set. Whoever calls it goes to the login afterwards: nothing of the session is true any more.
-/// False when it was refused, declined or stopped: the set is as it was. Throws DbError; the set is as it was then too.
+/// Puts the backup in the place of an account set, as one transaction, after the question and after keeping the present
+/// set as "(恢复前)" beside the other backups, under the name it is `called` by. Refused while others are at work. That
+/// it was restored stands in the log of what comes, and comes with it. False when it was refused, declined or stopped:
+/// the set is as it was. Throws DbError; the set is as it was then too.
+bool restoreBackup(OpenedBackup& backup, Database& set, const QString& called, Prompt& prompt,
+                   const RestoreReports& reports = {});
+/// In the place of the set in use. Whoever calls it goes to the login afterwards: nothing of the session is true any
+/// more.
 bool restoreBackup(OpenedBackup& backup, Prompt& prompt, const RestoreReports& reports = {});
+/// What the log of the restored set says; `kept` is the file of what was there before, empty without one.
+void logRestore(OpenedBackup& backup, const QString& kept);
 
 /// What the operator reads of its failure: that the set is as it was, but where a server went in the moment of the
 /// commit.

@@ -5,8 +5,10 @@
 #include "core/program_directory.h"
 #include "core/schema/schema.h"
 #include "core/set_files.h"
+#include "engine/presence.h"
 #include "harness/account_set_fixture.h"
 #include "harness/files.h"
+#include "server/test_engine.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -47,8 +49,16 @@ class AccountSetsTest : public test::AccountSetFixture {
     sets_.reset();
     sets_.emplace();
   }
-  static QString companyIn(const QString& file) {
-    return openSqlite(file, {.readOnly = true, .essential = false})->lookup("select c_name from jxc_company").text();
+  static QString lookedUp(const QString& file, const char* sql) {
+    return openSqlite(file, {.readOnly = true, .essential = false})->lookup(sql).text();
+  }
+  static QString companyIn(const QString& file) { return lookedUp(file, "select c_name from jxc_company"); }
+  static QString restoresIn(const QString& file) {
+    return lookedUp(file, "select count(*) from jxc_log where log_note like '恢复数据：%'");
+  }
+  bool restored(const AccountSet& set, const QString& file, const RestoreReports& reports = {}) {
+    const auto backup = OpenedBackup::open(file);
+    return restoreAccountSet(set, *backup, prompt, reports);
   }
   static void nameCompany(const QString& file, const QString& name) {
     const std::array<Value, 1> values{Value(name)};
@@ -104,7 +114,6 @@ TEST_F(AccountSetsTest, ADeletedSetTakesItsFileAndALinkLeavesTheServerAlone) {
   add(u"服务器店"_qs);
   test::writeBytes(data(u"jxc_100002.mdb"_qs), "postgresql://shop@nowhere.invalid/jxc\n");
   EXPECT_EQ(sets_->rows()[1].text("place"), u"服务器"_qs);
-  EXPECT_FALSE(mayRestoreAccountSet(set(u"100002"_qs), prompt));
   EXPECT_TRUE(sets_->remove(set(u"100002"_qs).id, prompt.willSayYes()));
   EXPECT_TRUE(prompt.questions.last().contains(u"服务器上的数据全部保留"_qs));
   EXPECT_EQ(files(), QStringList());
@@ -125,7 +134,7 @@ TEST_F(AccountSetsTest, SetsBesideAShopOnAServerLeaveItsRows) {
   const auto copy = backUpAccountSet(set(u"100002"_qs), home_.path(), {}, prompt);
   ASSERT_TRUE(copy);
   nameCompany(data(u"jxc_100002.mdb"_qs), u"改过"_qs);
-  EXPECT_TRUE(restoreAccountSet(set(u"100002"_qs), *copy, {}, prompt.willSayYes()));
+  EXPECT_TRUE(restored((prompt.willSayYes(), set(u"100002"_qs)), *copy));
   EXPECT_NE(companyIn(data(u"jxc_100002.mdb"_qs)), u"改过"_qs);
   EXPECT_TRUE(sets_->remove(set(u"100002"_qs).id, prompt.willSayYes()));
   EXPECT_EQ(rows(), before);
@@ -147,27 +156,62 @@ TEST_F(AccountSetsTest, ACopyGoesThereAndBack) {
   EXPECT_NE(*first, *second);
   EXPECT_EQ(companyIn(*first), u"大明眼镜"_qs);
 
-  // What is no backup is refused, and the set is as it was.
   nameCompany(made.file, u"二〇二六"_qs);
-  const QByteArray whole = test::bytesOf(*first);
-  const QString bad = home_.filePath(u"bad.DAT"_qs);
-  for (const QByteArray& content : {QByteArray(), QByteArray("文本\n").repeated(500), whole.left(whole.size() / 2)}) {
-    test::writeBytes(bad, content);
-    EXPECT_FALSE(restoreAccountSet(made, bad, {}, prompt)) << content.size();
-    EXPECT_TRUE(prompt.lastNotice().startsWith(u"恢复失败，帐套没有改动："_qs)) << prompt.lastNotice().toStdString();
-    EXPECT_EQ(companyIn(made.file), u"二〇二六"_qs);
-  }
-  EXPECT_FALSE(restoreAccountSet(made, programPath(u"data/codeinfo.dll"_qs), {}, prompt)) << "no books in it";
-  EXPECT_FALSE(restoreAccountSet(made, {}, {}, prompt));
-  EXPECT_EQ(prompt.lastNotice(), u"恢复路径必须填写！"_qs);
-  EXPECT_FALSE(restoreAccountSet(set(u"100001"_qs), *first, {}, prompt));
+  EXPECT_THROW(restored(made, programPath(u"data/codeinfo.dll"_qs)), DbError) << "no books in it";
+  EXPECT_FALSE(restored(set(u"100001"_qs), *first));
   EXPECT_TRUE(prompt.lastNotice().startsWith(u"该帐套为当前正在使用帐套"_qs));
+  const auto other = openPresence(*openSqlite(made.file));
+  ASSERT_TRUE(other->enter({u"小李"_qs, 0}));
+  EXPECT_FALSE(restored(made, *first));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"小李"_qs)) << prompt.lastNotice().toStdString();
+  other->leave();
+  EXPECT_FALSE(restored((prompt.willSayNo(), made), *first));
+  for (const QString& told : {u"单位名称：大明眼镜"_qs, u"没有单据"_qs, u"核对：数据相符"_qs, u"a／b--"_qs})
+    EXPECT_TRUE(prompt.questions.last().contains(told)) << prompt.questions.last().toStdString();
+  EXPECT_EQ(companyIn(made.file), u"二〇二六"_qs);
 
-  EXPECT_TRUE(restoreAccountSet(made, *first, {}, prompt.willSayYes()));
+  const auto backup = OpenedBackup::open(*first);
+  EXPECT_FALSE(
+      restoreAccountSet(made, *backup, prompt.willSayYes(), {.keeping = {}, .writing = [](int) { return false; }}));
+  EXPECT_EQ(companyIn(made.file), u"二〇二六"_qs) << "stopped: as it was";
+  EXPECT_TRUE(restoreAccountSet(made, *backup, prompt.willSayYes()));
   EXPECT_EQ(companyIn(made.file), u"大明眼镜"_qs);
-  const QStringList kept = QDir(programPath(u"backup"_qs)).entryList({u"*(恢复前)*.DAT"_qs}, QDir::Files);
-  ASSERT_FALSE(kept.isEmpty());
+  EXPECT_EQ(restoresIn(made.file), u"1"_qs);
+  EXPECT_TRUE(proof::prove(*openSqlite(made.file)).isClean());
+  const QStringList kept = QDir(programPath(u"backup"_qs)).entryList({u"*(恢复前)*.DAT"_qs}, QDir::Files, QDir::Name);
+  ASSERT_EQ(kept.size(), 2) << "the stopped one kept one as well";
   EXPECT_EQ(companyIn(programPath(u"backup/"_qs + kept.last())), u"二〇二六"_qs);
+
+  // Its own file is gone, or no set any more: the backup becomes its file.
+  ASSERT_TRUE(removeSetFile(made.file));
+  EXPECT_TRUE(restored((prompt.willSayYes(), made), *first));
+  EXPECT_TRUE(prompt.questions.last().contains(u"文件不见了"_qs));
+  test::writeBytes(made.file, "of a dying disk");
+  EXPECT_TRUE(restored((prompt.willSayYes(), made), *first));
+  EXPECT_TRUE(prompt.questions.last().contains(u"打不开"_qs));
+  EXPECT_EQ(companyIn(made.file), u"大明眼镜"_qs);
+  EXPECT_EQ(restoresIn(made.file), u"1"_qs);
+  EXPECT_EQ(test::bytesOf(data(files().filter(u".old-"_qs).value(0))), QByteArray("of a dying disk"));
+}
+
+TEST_F(AccountSetsTest, ASetOnAServerIsRestoredThere) {
+  if (!test::onServer()) GTEST_SKIP() << "runs on a server, among pg.*";
+  add(u"服务器店"_qs);
+  const AccountSet made = set(u"100002"_qs);
+  const auto there = test::openFresh(test::Story::Long);
+  const QByteArray link = QByteArray::fromStdString(test::copyAddress()) + '\n';
+  there->execute("update jxc_company set c_name='大明眼镜'");
+  test::writeBytes(made.file, link);
+  const auto copy = backUpAccountSet(set(u"100002"_qs), home_.path(), {}, prompt);
+  ASSERT_TRUE(copy);
+  there->execute("update jxc_company set c_name='二〇二六'");
+  EXPECT_TRUE(restored((prompt.willSayYes(), set(u"100002"_qs)), *copy)) << prompt.lastNotice().toStdString();
+  EXPECT_EQ(there->lookup("select c_name from jxc_company").text(), u"大明眼镜"_qs);
+  EXPECT_EQ(test::bytesOf(made.file), link);
+  const auto other = openPresence(*there);
+  ASSERT_TRUE(other->enter({{}, 100001}));
+  EXPECT_FALSE(restored(set(u"100002"_qs), *copy));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"admin"_qs)) << prompt.lastNotice().toStdString();
 }
 
 // Whatever moment a new set or a deletion is cut off at, the next opening finds the set whole or none.
@@ -192,9 +236,14 @@ TEST_F(AccountSetsTest, WhatWasCutOffIsFinishedOrTakenBack) {
 
   // A file that no row knows may be all that is left of a shop: it is nobody's to overwrite.
   test::writeBytes(file, "a shop");
+  // So is what a console is making at the moment.
+  const QString beingMade = unfinishedAtConsole(data(u"jxc_100003.mdb"_qs));
+  test::writeBytes(beingMade, "half a shop");
+  reopen();
   add(u"三店"_qs);
-  EXPECT_EQ(listed().last(), u"100003 三店"_qs);
+  EXPECT_EQ(listed().last(), u"100004 三店"_qs);
   EXPECT_EQ(test::bytesOf(file), QByteArray("a shop"));
+  EXPECT_EQ(test::bytesOf(beingMade), QByteArray("half a shop"));
 }
 
 }  // namespace jxc::account_sets_test

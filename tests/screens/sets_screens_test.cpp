@@ -1,12 +1,16 @@
 // The list of account sets with its dialogs, clearing by hand and by the guide,
 // as an operator drives them.
 #include "core/program_directory.h"
+#include "core/screens/main_form.h"
 #include "maintenance/reset.h"
+#include "maintenance/restoring.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 
 namespace jxc::test {
@@ -50,14 +54,20 @@ TEST_F(SetsScreens, SetsAreKeptInAList) {
     choose(s, "btnBackUp");
     const QString copied = programPath(u"二店21_05_03_14_30_00.DAT"_qs);
     expectScreen("F_Ztgl_Restore", [&](ui::Screen& back) {
+      press(back, "F5", u"恢复路径必须填写！"_qs);
       type(back, "tPath", copied);
-      expectQuestion(
-          u"帐套“二店”现有的数据将被所选文件里的数据替换，替换前先备份到：\r\n%1\r\n\r\n确定要恢复吗？"_qs.arg(
-              QDir::toNativeSeparators(programPath(u"backup/二店(恢复前)21_05_03_14_30_00.DAT"_qs))),
-          Answer::Yes);
+      const QString holds = OpenedBackup::open(copied)->words().join(u"\r\n");
+      const QString question =
+          holds +
+          u"\r\n\r\n恢复以后，帐套“二店”现在的数据由这份备份代替；现在的帐套先另存为“(恢复前)”。\r\n\r\n"
+          "确定要恢复吗？"_qs;
+      press(back, "F5", question, Answer::No);
+      EXPECT_EQ(back.findChild<QLabel*>("lFacts")->text(), QString(holds).remove(u'\r'));
+      expectQuestion(question, Answer::Yes);
       press(back, "F5", u"恢复完成！"_qs);
     });
     choose(s, "btnRestore");
+    EXPECT_TRUE(QFileInfo::exists(programPath(u"backup/二店(恢复前)21_05_03_14_30_00.DAT"_qs)));
     list.selectRow(0);
     EXPECT_EQ(list.current()->integer("zt_default"), 1);
     press(s, "F3", "F_Ztgl_Modi", [&](ui::Screen& modi) { EXPECT_FALSE(modi.field("chkForbid").isEnabled()); });
@@ -91,15 +101,50 @@ TEST_F(SetsScreens, ClearingByHandAsksForABackupAndEndsAtTheLogin) {
     expectQuestion(clearing(u"是否要删除所有营业数据？"_qs, Clearing::Business), Answer::No);
   });
   EXPECT_EQ(lookupNumber("select count(*) from jxc_goodslist"), 1);
-  byHand("rSele22", [&](ui::Screen&) {
-    expectQuestion(backup, Answer::Yes);
+  // Everything, by hand and by the guide, which goes on behind the login.
+  TF_MainForm form;
+  const auto logsIn = [this] { expectScreen("F_Login", [](ui::Screen& login) { press(login, "F5"); }); };
+  logsIn();
+  ASSERT_TRUE(form.formShow());
+  const auto clears = [&](ui::Screen& s, const char* key, const QString& question) {
     expectNotice(u"备份成功！备份文件保存在"_qs + QDir::toNativeSeparators(backupName()));
-    expectQuestion(clearing(u"是否要删除所有营业数据？"_qs, Clearing::All), Answer::Yes);
+    expectQuestion(clearing(question, Clearing::All), Answer::Yes);
     expectNotice(u"删除完成！"_qs);
-    expectScreen("F_Login", [&](ui::Screen& login) { press(login, "F5"); });
+    logsIn();
+    press(s, key);
+  };
+  const auto run = [&] {
+    form.Timer1.stop();
+    form.run("btnClear");
+    EXPECT_EQ(session().a_name, u"admin"_qs);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_TRUE(form.isVisible());
+  };
+  expectScreen("F_Sjql", [&](ui::Screen& s) {
+    check(s, "rSele11", true);
+    press(s, "F5");
+    check(s, "rSele22", true);
+    expectQuestion(backup, Answer::Yes);
+    clears(s, "F6", u"是否要删除所有营业数据？"_qs);
   });
+  run();
   EXPECT_EQ(lookupNumber("select count(*) from jxc_goods where g_sn='10000001'"), 0);
-  EXPECT_EQ(session().a_name, u"admin"_qs);
+  QFile::remove(backupName());
+  insertRow("jxc_goods", {{"g_sn", u"10000001"}});
+  expectScreen("F_Sjql", [&](ui::Screen& s) {
+    press(s, "F5", "F_Guide", [&](ui::Screen& guide) {
+      press(guide, "F5");
+      press(guide, "F5");
+      check(guide, "rClear1", true);
+      clears(guide, "F5", u"您确定要进行数据清理操做吗？"_qs);
+      expectScreen("F_Guide", [](ui::Screen& anew) {
+        EXPECT_EQ(anew.findChild<QLabel*>("step")->text(), u"第四步：基本信息"_qs);
+        press(anew, "Esc");
+      });
+    });
+  });
+  run();
+  EXPECT_EQ(lookupNumber("select count(*) from jxc_goods where g_sn='10000001'"), 0);
 }
 
 TEST_F(SetsScreens, TheGuideLeadsThroughTheFirstDay) {

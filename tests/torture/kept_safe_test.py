@@ -40,6 +40,14 @@ def mark(file):
     return state
 
 
+def restored_from(file):
+    """The backup that the log names; nothing where it tells of none."""
+    with sqlite3.connect(f"file:{file}?mode=ro", uri=True) as db:
+        row = db.execute("select log_note from jxc_log where log_note like '恢复数据：%' order by id desc").fetchone()
+    db.close()
+    return row[0].split("：")[1].split("，")[0] if row else None
+
+
 def add_colour(file):
     run(file, "sql", "-c", "insert into jxc_color (color_name) values ('色')")
 
@@ -100,6 +108,8 @@ def kill_restores(folder, kills, moments):
         died += killed(moments, longest, file, "restore", "--yes", str(source))
         if mark(file) not in (before, chosen):
             raise SystemExit("a set between two states")
+        if before != chosen and mark(file) == chosen and restored_from(file) != source.name:
+            raise SystemExit("restored without a word in the log")
         proved(file)
         for left in folder.glob("*(恢复前)*"):
             if left.suffix == ".DAT":

@@ -1,6 +1,6 @@
 // 备份/恢复数据库: where the backups go and how often, one at once, and the way back.
+#include "core/refusal.h"
 #include "core/screens/main_form.h"
-#include "maintenance/restoring.h"
 #include "maintenance/screens/backup_page.h"
 #include "ui/display.h"
 #include "ui/file_dialogs.h"
@@ -146,30 +146,10 @@ class TF_Backup : public ui::Screen {
   }
 
   void restore() {
-    if (tPath1.trimmed().isEmpty()) {
-      prompt().notice(QStringLiteral("恢复路径必须填写！"));
-      return tPath1.focus();
-    }
-    std::unique_ptr<OpenedBackup> backup;
-    try {
-      ui::Progress progress(QStringLiteral("正在查看备份……"), this);
-      backup = OpenedBackup::open(tPath1.trimmed(), progress.report());
-    } catch (const DbError& error) {
-      return prompt().notice(error.message());
-    }
-    if (!backup) return;
-    facts_->setText(backup->words().join(u'\n'));
-    RestoreReports reports{ui::progressOnDemand(QStringLiteral("正在另存现在的帐套……"), this),
-                           ui::progressOnDemand(QStringLiteral("正在恢复……"), this)};
-    try {
-      if (!restoreBackup(*backup, prompt(), reports)) return;
-    } catch (const DbError& error) {
-      reports = {};
-      return prompt().notice(restoreFailure(error));
-    }
-    backup.reset();
-    prompt().notice(QStringLiteral("恢复完成！"));
-    endAtLogin();
+    if (restoreFrom(*this, prompt(), tPath1, *facts_, [this](OpenedBackup& backup, const RestoreReports& reports) {
+          return restoreBackup(backup, prompt(), reports);
+        }))
+      endAtLogin();
   }
 
   QLabel* state_;
@@ -198,6 +178,38 @@ bool backUpFrom(ui::Screen& screen, Prompt& prompt, const BackupSettings& settin
   if (const QString failure = backupState().failure; !failure.isEmpty()) prompt.notice(failure);
   screen.say(QStringLiteral("已备份到 ") + file);
   prompt.notice(QStringLiteral("备份完成！"));
+  return true;
+}
+
+bool restoreFrom(ui::Screen& screen, Prompt& prompt, ui::Field& path, QLabel& facts,
+                 const std::function<bool(OpenedBackup&, const RestoreReports&)>& restore) {
+  const QString file = path.trimmed();
+  if (isRefused({file.isEmpty(), QStringLiteral("恢复路径必须填写！")}, prompt)) {
+    path.focus();
+    return false;
+  }
+  facts.clear();
+  std::unique_ptr<OpenedBackup> backup;
+  try {
+    ui::Progress progress(QStringLiteral("正在查看备份……"), &screen);
+    backup = OpenedBackup::open(file, progress.report());
+  } catch (const DbError& error) {
+    prompt.notice(error.message());
+    return false;
+  }
+  if (!backup) return false;
+  facts.setText(backup->words().join(u'\n'));
+  RestoreReports reports{ui::progressOnDemand(QStringLiteral("正在另存现在的帐套……"), &screen),
+                         ui::progressOnDemand(QStringLiteral("正在恢复……"), &screen)};
+  try {
+    if (!restore(*backup, reports)) return false;
+  } catch (const DbError& error) {
+    reports = {};
+    prompt.notice(restoreFailure(error));
+    return false;
+  }
+  backup.reset();
+  prompt.notice(QStringLiteral("恢复完成！"));
   return true;
 }
 

@@ -1,9 +1,11 @@
 // 帐套管理: the list of account sets, and the dialogs that make, change, back up and restore one.
 #include "maintenance/account_sets.h"
+#include "maintenance/screens/backup_page.h"
 #include "ui/file_dialogs.h"
+#include "ui/paragraph.h"
 #include "ui/progress.h"
-#include "ui/screen.h"
 
+#include <QLabel>
 #include <QMenu>
 
 #include <optional>
@@ -60,8 +62,6 @@ constexpr ui::ScreenSpec kRestore = {.name = "F_Ztgl_Restore",
                                      .commands = kCopyCommands,
                                      .focus = "tPath"};
 
-constexpr int kPathWidth = 360;
-
 /// Makes a set, or changes one.
 class EditSet : public ui::Screen {
  public:
@@ -108,65 +108,82 @@ struct TF_Ztgl_Modi : EditSet {
   TF_Ztgl_Modi() : EditSet(kModi) {}
 };
 
-/// Copies a set away, or from a copy back.
+/// Copies a set away, or from a copy back: the set, and a path on F5.
 class CopySet : public ui::Screen {
  public:
-  CopySet(const ui::ScreenSpec& spec, const QString& work) : Screen(spec), work_(work) {
-    panel().form({"tname", "tnote"}).row("tPath btnBrowse").buttons("| btnOK btnCancel");
-    tPath_.widget()->setMinimumWidth(kPathWidth);
-    on(command("btnBrowse"), [this] {
-      if (const QString chosen = browse(); !chosen.isEmpty()) tPath_.setText(chosen);
-    });
-    on(command("btnOK"), [this] {
-      if (run(set_, tPath_.text(), ui::progressOnDemand(work_, this)))
-        accept();
-      else
-        tPath_.focus();
-    });
-  }
-
+  using Screen::Screen;
   bool of(const AccountSet& set) {
     set_ = set;
     return showModal();
   }
 
  protected:
-  virtual QString browse() = 0;
-  virtual bool run(const AccountSet& set, const QString& path, const CopyStep& step) = 0;
+  void bind(const std::function<QString()>& browse, const std::function<bool()>& run) {
+    showWholePath(tPath);
+    on(command("btnBrowse"), [this, browse] {
+      if (const QString chosen = browse(); !chosen.isEmpty()) tPath.setText(chosen);
+    });
+    on(command("btnOK"), [this, run] {
+      if (run())
+        accept();
+      else
+        tPath.focus();
+    });
+  }
   void activate() override {
     field("tname").load(set_.name);
     field("tnote").load(set_.note);
-    tPath_.clear();
+    tPath.clear();
   }
 
- private:
-  ui::Field& tPath_ = field("tPath");
-  QString work_;
+  ui::Field& tPath = field("tPath");
   AccountSet set_;
 };
 
 class TF_Ztgl_BackUp : public CopySet {
  public:
-  TF_Ztgl_BackUp() : CopySet(kBackUp, QStringLiteral("正在备份帐套……")) {}
-
- protected:
-  QString browse() override { return ui::chooseFolder(this, QStringLiteral("选择备份目录")); }
-  bool run(const AccountSet& set, const QString& path, const CopyStep& step) override {
-    return backUpAccountSet(set, path, step, prompt()).has_value();
+  TF_Ztgl_BackUp() : CopySet(kBackUp) {
+    panel().form({"tname", "tnote"}).row("tPath btnBrowse").buttons("| btnOK btnCancel");
+    bind([this] { return ui::chooseFolder(this, QStringLiteral("选择备份目录")); },
+         [this] {
+           return backUpAccountSet(set_, tPath.text(), ui::progressOnDemand(QStringLiteral("正在备份帐套……"), this),
+                                   prompt())
+               .has_value();
+         });
   }
 };
 
 class TF_Ztgl_Restore : public CopySet {
  public:
-  TF_Ztgl_Restore() : CopySet(kRestore, QStringLiteral("正在恢复帐套……")) {}
+  TF_Ztgl_Restore() : CopySet(kRestore), facts_(ui::paragraph(this, "lFacts")) {
+    panel()
+        .form({"tname", "tnote"})
+        .row("tPath btnBrowse")
+        .text(QStringLiteral("按F5先查看备份里有什么，确认以后才恢复；这个帐套现在的数据先另存为“(恢复前)”。"))
+        .widget(facts_)
+        .stretch()
+        .buttons("| btnOK btnCancel");
+    tPath.onChanged([this] { facts_->clear(); });
+    bind(
+        [this] {
+          return ui::chooseOpenFile(this, QStringLiteral("选择备份文件"), QStringLiteral("(*.DAT);;(*.mdb);;(*)"));
+        },
+        [this] {
+          return restoreFrom(*this, prompt(), tPath, *facts_,
+                             [this](OpenedBackup& backup, const RestoreReports& reports) {
+                               return restoreAccountSet(set_, backup, prompt(), reports);
+                             });
+        });
+  }
 
  protected:
-  QString browse() override {
-    return ui::chooseOpenFile(this, QStringLiteral("选择备份文件"), QStringLiteral("(*.DAT);;(*.mdb);;(*)"));
+  void activate() override {
+    CopySet::activate();
+    facts_->clear();
   }
-  bool run(const AccountSet& set, const QString& path, const CopyStep& step) override {
-    return restoreAccountSet(set, path, step, prompt());
-  }
+
+ private:
+  QLabel* facts_;
 };
 
 class TF_Ztgl : public ui::Screen {
