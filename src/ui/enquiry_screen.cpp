@@ -443,6 +443,7 @@ void EnquiryScreen::bindSearch(Tab& tab) {
     if (!filling_ && &tab == &tabInSight()) search();
   };
   for (const auto& [criterion, input] : tab.inputs) {
+    if (criterion->pick) input->onPick(criterion->pick);
     if (criterion->asks == Asks::Key || criterion->asks == Asks::Amount)
       input->onEnter([whenInSight] {
         whenInSight();
