@@ -335,7 +335,6 @@ bool remove(std::int64_t id, Prompt& prompt) {
                        .hindrance = [](const Row& line) -> std::optional<Hindrance> {
                          Refusal refusal = foreign(line);
                          if (!refusal) refusal = audited(line, u"删除");
-                         if (!refusal) refusal = lockedOn(line.text("fy_rq"));
                          if (!refusal) return {};
                          return Hindrance{refusal.text, {}, {}};
                        },

@@ -57,7 +57,7 @@ bool auditOne(const QString& number, Prompt& prompt);
 bool auditAll(const RowSet& list, Prompt& prompt, const AuditProgress& progress = {});
 /// Takes an audit back: the cash line goes. Asks. Only of what was entered here.
 bool cancel(std::int64_t id, Prompt& prompt);
-/// Deletes a waiting line. Asks. Only of what was entered here.
+/// Deletes a waiting line, of a locked day too. Asks. Only of what was entered here.
 bool remove(std::int64_t id, Prompt& prompt);
 
 /// Condition on `jxc_yyfy a` for who may not see costs: not the differences in value that counts, losses, splits and

@@ -7,10 +7,12 @@
 namespace jxc::test {
 
 inline constexpr std::string_view kLockedCommands[] = {
-    "save",         "head",          "date",           "line",       "audit",       "cancel",       "rest",
-    "loan back",    "loan kept",     "cash save",      "cash audit", "cash cancel", "account",      "account gone",
-    "partner save", "partner audit", "partner cancel", "settle",     "partner",     "partner gone", "gift",
-    "opening",      "opening gone",  "goods gone",     "average",    "sync",
+    "save",         "head",          "date",         "line",          "audit",          "cancel",
+    "rest",         "loan back",     "loan kept",    "cash save",     "cash audit",     "cash cancel",
+    "account",      "account gone",  "partner save", "partner audit", "partner cancel", "settle",
+    "partner",      "partner gone",  "expense save", "expense audit", "expense cancel", "invoice save",
+    "invoice gone", "invoice audit", "excluded",     "registered",    "gift",           "opening",
+    "opening gone", "goods gone",    "average",      "sync",
 };
 
 }  // namespace jxc::test

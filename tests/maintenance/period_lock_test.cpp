@@ -3,6 +3,8 @@
 
 #include "accounts/cash_accounts.h"
 #include "accounts/cash_lines.h"
+#include "accounts/expenses.h"
+#include "accounts/invoices.h"
 #include "accounts/partner_documents.h"
 #include "accounts/settling.h"
 #include "core/data_module.h"
@@ -70,6 +72,7 @@ class PeriodLockTest : public test::ShopTest {
   PeriodLockTest() { begin(); }
   void begin() {
     setClock(u"2021-05-10"_qs);
+    setParameter("cs_kp", 1);
     for (const char* goods : {"A", "B", "P"})
       addGoods(goods, 5);
     execSql("insert into jxc_ckxx (ck_sn,ck_name) values ('100002','分店')");
@@ -214,6 +217,65 @@ class PeriodLockTest : public test::ShopTest {
     return all;
   }
 
+  std::vector<Command> ofExpenses() {
+    const expenses::Draft rent{.date = day,
+                               .type = u"费用"_qs,
+                               .amount = 8,
+                               .employee = u"100001"_qs,
+                               .department = u"100001"_qs,
+                               .account = u"现金"_qs};
+    expenses::Draft later = rent;
+    later.date = openDay;
+    const auto idOf = [](const QString& number) {
+      return lookupValue("select id from jxc_yyfy where gl_djh=?", number).toLongLong();
+    };
+    const QString waits = *expenses::save(rent, prompt), booked = *expenses::save(rent, prompt);
+    later.id = idOf(*expenses::save(later, prompt));
+    later.date = day;
+    expenses::checkDj(booked, prompt);
+    return {
+        {"expense save", "new", [=](Prompt& p) { return expenses::save(rent, p).has_value(); }},
+        {"expense save", "moved", [=](Prompt& p) { return expenses::save(later, p).has_value(); }},
+        {"expense audit", "", [=](Prompt& p) { return expenses::auditOne(waits, p); }},
+        {"expense cancel", "", [=, id = idOf(booked)](Prompt& p) { return expenses::cancel(id, p); }},
+    };
+  }
+
+  std::vector<Command> ofInvoices() {
+    const auto lineOf = [](const QString& number) {
+      return invoices::Line{lookupValue("select id from jxc_fpdjb where gl_djh=?", number).toLongLong(), number};
+    };
+    std::vector<Command> all;
+    for (const PartnerSide* side : {&customerSide, &supplierSide}) {
+      const bool sells = side->isCustomer();
+      const invoices::Draft typed{.partner = u"100001"_qs, .date = day, .amount = 9, .employee = u"100001"_qs};
+      const auto byHand = [&] { return lineOf(*invoices::saveInvoice(*side, typed, prompt)); };
+      const auto traded = [&] { return lineOf(sells ? sell(day, {{"A", 1, 9}}) : receive(day, {{"A", 1, 5}})); };
+      const invoices::Line waits = byHand(), gone = byHand(), moved = byHand(), out = traded(), listed = traded();
+      for (const invoices::Line& line : {gone, moved})
+        invoices::checkDj(*side, line.id);
+      const auto add = [&](const char* name, const char* of, std::function<bool(Prompt&)> run) {
+        all.push_back({name, words(side->noun).toStdString() + of, std::move(run)});
+      };
+      add("invoice save", "new", [=](Prompt& p) { return invoices::saveInvoice(*side, typed, p).has_value(); });
+      add("invoice save", "moved", [=](Prompt& p) {
+        auto draft = *invoices::openInvoice(*side, moved, p);
+        draft.date = openDay;
+        return invoices::saveInvoice(*side, draft, p).has_value();
+      });
+      add("invoice gone", "", [=](Prompt& p) { return invoices::deleteInvoice(*side, gone, p); });
+      add("invoice audit", "", [=](Prompt& p) { return invoices::auditOne(*side, waits, p); });
+      add("excluded", "", [=](Prompt& p) { return invoices::exclude(*side, out, p); });
+      add("registered", "", [=](Prompt& p) {
+        auto typedOf = *invoices::openRegistration(*side, listed, p);
+        typedOf.amount = 9;
+        typedOf.date = day;
+        return invoices::registerInvoice(*side, typedOf, p);
+      });
+    }
+    return all;
+  }
+
   std::vector<Command> ofStock() {
     const auto item = insertRow("jxc_zpxx", {{"zp_sn", u"Z1"}, {"zp_name", u"布"}, {"zp_sl", 0.0}});
     for (const char* goods : {"O", "Q", "R", "S"})
@@ -242,7 +304,7 @@ class PeriodLockTest : public test::ShopTest {
 
   std::vector<Command> all() {
     std::vector<Command> commands = ofMoney();
-    for (const auto& each : {ofStock(), ofDocuments()})
+    for (const auto& each : {ofExpenses(), ofInvoices(), ofStock(), ofDocuments()})
       commands.insert(commands.end(), each.begin(), each.end());
     prompt.forget();
     return commands;
@@ -327,6 +389,13 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
   const QString rest = receive(day, {{"A", 3, 5}}), left = receive(day, {{"A", 3, 5}});
   setParameter("cs_sprk", 0);
   const QString sold = sell(day, {{"A", 2, 9}}), deleted = waiting(loss, day), moved = waiting(sale, day);
+  const QString rent = *expenses::save({.date = day,
+                                        .type = u"费用"_qs,
+                                        .amount = 8,
+                                        .employee = u"100001"_qs,
+                                        .department = u"100001"_qs,
+                                        .account = u"现金"_qs},
+                                       prompt);
   const auto [loaned, line] = lent();
   const auto gone = insertRow("jxc_goodslist", {{"gl_flag", u"qc"},
                                                 {"ghs_name", u"期初结转"},
@@ -346,6 +415,8 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
   prompt.willSayYes();
   EXPECT_TRUE(loan_return::save(*loan_return::open(loaned, 0, prompt), prompt));
   EXPECT_TRUE(deleteWaitingDocument(loss, deleted, prompt.willSayYes()));
+  EXPECT_TRUE(
+      expenses::remove(lookupValue("select id from jxc_yyfy where gl_djh=?", rent).toLongLong(), prompt.willSayYes()));
   EXPECT_FALSE(changeWaitingHead(sale, moved, {.date = openDay}, prompt).isEmpty());
 
   // What begins, and what is computed anew, begins on the day after.

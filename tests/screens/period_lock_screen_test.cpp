@@ -16,7 +16,7 @@ struct OnDays {
   std::string_view screens, commands, does;
 };
 constexpr std::string_view kReads = "reads", kUndated = "no day", kDraft = "draft", kOut = "out of the lock",
-                           kAfter = "from the day after", kOwnTests = "refused, by the tests of its rules";
+                           kAfter = "from the day after";
 constexpr std::string_view kDocuments =
     "F_Bsby F_Cfkb F_Cgjh F_Cgrk F_Cgth F_Kcdb F_Kcpd F_Khjhgl F_Spck F_Spxs F_Xsth";
 constexpr OnDays kOnDays[] = {
@@ -34,7 +34,16 @@ constexpr OnDays kOnDays[] = {
     // They take whole days of the books away, and say so.
     {"F_Sjql F_Nzjs*", "*", kUndated},
     {"F_Cwbb*", "*", kReads},
-    {"F_Fyjsr* F_Fpcg* F_Fpxs*", "*", kOwnTests},
+    {"F_Fyjsr", "btn_Fylx", kUndated},
+    {"F_Fyjsr", "btn_Dele", kOut},
+    {"F_Fyjsr", "btn_Check1 btn_Check", "expense audit"},
+    {"F_Fyjsr", "btn_UnChk", "expense cancel"},
+    {"F_Fyjsr F_Fyjsr_Add*", "btn_Fy btn_Sr btn_Modi btn_Copy* btnOK", "expense save"},
+    {"F_Fpcg F_Fpxs", "btnDele", "invoice gone"},
+    {"F_Fpcg F_Fpxs", "btn_CheckOne btn_Check", "invoice audit"},
+    {"F_Fpcg F_Fpxs", "btn_UnChk", "excluded"},
+    {"F_Fpcg F_Fpxs F_Fpcg_Sele2 F_Fpxs_Sele2", "btn_Xgjj btnOK", "registered"},
+    {"F_Fpcg F_Fpxs F_Fpcg_Sele F_Fpxs_Sele", "btnAdd btnModi btnOK", "invoice save"},
     {"*_Cx *_Search F_Cfkb_Goods F_Ghs_Sele F_Kh_Sele F_GridMsg F_Mryt F_Preview F_Price F_PrinSele F_Rjbz", "*",
      kReads},
     {"F_ModiDate*", "*", "date"},
@@ -73,8 +82,8 @@ constexpr OnDays kOnDays[] = {
     {"F_Yfkdj F_Yfkfk F_Yskdj F_Ysksk", "btn_Check", "partner audit"},
     {"F_Yfkdj F_Yfkfk F_Yskdj F_Ysksk", "btnDele", "partner cancel"},
     {"F_Yfkdj F_Yfkfk F_Yskdj F_Ysksk F_Yfkdj_Sele F_Yfkfk_Sele F_Yskdj_Sele F_Ysksk_Sele", "*", "partner save"},
-    {"F_Sjhd F_Jxctj F_Xjyh F_Yfkgl F_Yskgl F_kccx_Hd", "btn_Cxjs btn_Jgtb", kAfter},
-    {"F_Kccx_Js F_Jxctj_Tb F_Yfkgl_Js F_Yskgl_Js", "*", kAfter},
+    {"F_Fpcg F_Fpxs F_Sjhd F_Jxctj F_Xjyh F_Yfkgl F_Yskgl F_kccx_Hd", "btn_Cxjs btn_Jgtb", kAfter},
+    {"F_Kccx_Js F_Jxctj_Tb F_Fpcg_Js F_Fpxs_Js F_Yfkgl_Js F_Yskgl_Js", "*", kAfter},
     {"F_Kccx_Jj", "*", "average"},
     {"F_Kccx", "btn_Xgjj", "average"},
     {"F_Kccx F_kccx_Hd F_Kccx_Tb", "*", "sync"},
