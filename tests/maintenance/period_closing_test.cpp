@@ -7,16 +7,17 @@
 #include "accounts/partner_documents.h"
 #include "core/log.h"
 #include "core/period_lock.h"
+#include "harness/findings.h"
 #include "harness/row_texts.h"
 #include "harness/whole_books.h"
 #include "maintenance/period_locking.h"
-#include "maintenance/prove.h"
 #include "masterdata/partner_side.h"
 #include "stock/shop.h"
 
 namespace jxc::period_closing_test {
 
 using namespace closing;
+using test::foundWrong;
 using test::mainWarehouse;
 using test::readBooks;
 using test::textsOf;
@@ -72,14 +73,6 @@ class PeriodClosingTest : public test::ShopTest {
   }
 
   QString all(const SqlText& sql) { return textsOf(openSelect(sql), u'|').join(u'|'); }
-  QStringList wrong() {
-    QStringList list;
-    for (const proof::Finding& each : proof::prove(accountDb()).findings)
-      if (each.weight == proof::Weight::Wrong)
-        list << QString::fromStdString(each.code) + u' ' + each.place + u' ' + each.stored + QStringLiteral(" / ") +
-                    each.due;
-    return list;
-  }
 
   QString waitingOut, unfinishedReceipt, putaway, lent, waitingCash, soldLater;
 };
@@ -89,7 +82,7 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   writeLog(u"开始"_qs);
   setClock(u"2021-05-03 14:30:00"_qs);
   liveUntilClosing();
-  ASSERT_EQ(wrong(), QStringList());
+  ASSERT_EQ(foundWrong(), QStringList());
   const QString stock =
       all("select g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj from jxc_kcsp where g_sn<>'00000000' order by "
           "ck_sn,g_sn");
@@ -138,7 +131,7 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   for (const char* lines : {"select count(*) from jxc_thsp", "select count(*) from jxc_xsthsp",
                             "select count(*) from jxc_dbsp", "select count(*) from jxc_ysyfk_dj"})
     EXPECT_EQ(lookupNumber(lines), 0) << lines;
-  EXPECT_EQ(wrong(), QStringList());  // among others the chain of the log, whose first row is gone
+  EXPECT_EQ(foundWrong(), QStringList());  // among others the chain of the log, whose first row is gone
   EXPECT_FALSE(exists("select id from jxc_log where log_note='开始'"));
   EXPECT_TRUE(exists("select id from jxc_log where log_note like '数据结算，取出日志%'"));
   setPeriodLock({});
@@ -155,13 +148,13 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   audited(test::waitingPart(partial::putaway, u"2021-05-03"_qs, unfinishedReceipt));
   test::returnLoan(u"2021-05-03"_qs, lookupValue("select id from jxc_khjhsp").toLongLong(), 1, 0, 0);
   EXPECT_EQ(balanceOf(u"B"_qs), u"11 11 6.09"_qs);
-  EXPECT_EQ(wrong(), QStringList());
+  EXPECT_EQ(foundWrong(), QStringList());
   // The second closing finds the first one's rows as the last before its day.
   ASSERT_TRUE(closeBooks({u"2021-04-30"_qs}, {}));
   EXPECT_EQ(all("select g_sn,gl_kc,gl_pjjj from jxc_goodslist where gl_kdrq='2021-04-30' order by ck_sn,g_sn"),
             u"A|3|6|B|11|6.09|A|2|6"_qs);
   EXPECT_EQ(all("select gl_djh from jxc_khjh where jh_flag='jh'"), lent) << "its return could be taken back";
-  EXPECT_EQ(wrong(), QStringList());
+  EXPECT_EQ(foundWrong(), QStringList());
 }
 
 TEST_F(PeriodClosingTest, WithoutTheBoxOnlyWhatShelfAndBookNeedStays) {
@@ -178,7 +171,7 @@ TEST_F(PeriodClosingTest, WithoutTheBoxOnlyWhatShelfAndBookNeedStays) {
   EXPECT_EQ(this->all("select gl_djh from jxc_khjh"), QString());
   EXPECT_EQ(this->all("select j_sn from jxc_jhd"), unfinishedReceipt);
   EXPECT_EQ(lookupNumber("select count(*) from jxc_xjyh where xj_chk='0'"), 0);
-  EXPECT_EQ(wrong(), QStringList());
+  EXPECT_EQ(foundWrong(), QStringList());
 }
 
 TEST_F(PeriodClosingTest, StoppedOrWithAnotherBalanceNothingHasHappened) {
@@ -252,7 +245,7 @@ TEST_F(PeriodClosingTest, AnExcludedInvoiceWaitsBehindTheClosingOfItsDocument) {
   ASSERT_TRUE(invoices::exclude(customerSide, line, prompt.willSayYes()));
   ASSERT_TRUE(closeBooks({closingDay}, {}));
   EXPECT_EQ(all("select gl_djh from jxc_fpdjb where fp_check=0"), sold);
-  EXPECT_EQ(wrong(), QStringList());
+  EXPECT_EQ(foundWrong(), QStringList());
 }
 
 /// Of three pieces for 1.33 one is left, worth 1 yuan without decimals of totals.

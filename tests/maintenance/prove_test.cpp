@@ -5,6 +5,7 @@
 
 #include "accounts/expenses.h"
 #include "accounts/invoices.h"
+#include "harness/findings.h"
 #include "harness/whole_books.h"
 #include "maintenance/shop_walk.h"
 #include "sales/loan_return.h"
@@ -19,15 +20,8 @@ using namespace families;
 using proof::Finding;
 using proof::Proof;
 using proof::Weight;
+using test::found;
 
-/// "code place: stored, not due" of findings of a weight.
-QStringList found(const Proof& proof, Weight weight) {
-  QStringList list;
-  for (const Finding& each : proof.findings)
-    if (each.weight == weight)
-      list << QString::fromStdString(each.code) + u' ' + each.place + u": "_qs + each.stored + u", not "_qs + each.due;
-  return list;
-}
 const Finding* find(const Proof& proof, std::string_view code) {
   const auto at = std::ranges::find(proof.findings, code, &Finding::code);
   return at == proof.findings.end() ? nullptr : &*at;

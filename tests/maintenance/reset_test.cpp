@@ -4,8 +4,8 @@
 #include "core/login.h"
 #include "core/period_lock.h"
 #include "core/program_directory.h"
+#include "harness/findings.h"
 #include "maintenance/period_closing.h"
-#include "maintenance/prove.h"
 #include "maintenance/shop_walk.h"
 
 #include <QDir>
@@ -26,11 +26,8 @@ class ResetTest : public test::ShopWalk {
   }
   /// What rules leave behind on purpose may stand in a shop that works, but not in one that was just cleared.
   static QStringList faults(bool isCleared) {
-    QStringList list;
-    for (const proof::Finding& each : proof::prove(accountDb()).findings)
-      if (each.weight == proof::Weight::Wrong || (isCleared && each.weight == proof::Weight::Known))
-        list << QString::fromStdString(each.code) + u' ' + each.place;
-    return list;
+    const proof::Proof proof = proof::prove(accountDb());
+    return test::found(proof) + (isCleared ? test::found(proof, proof::Weight::Known) : QStringList());
   }
   QStringList backups() const { return QDir(home_.filePath(u"backup"_qs)).entryList({u"*.DAT"_qs}, QDir::Files); }
 
