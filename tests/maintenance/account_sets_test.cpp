@@ -14,6 +14,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <map>
+
 namespace jxc::account_sets_test {
 
 class AccountSetsTest : public test::AccountSetFixture {
@@ -119,13 +121,17 @@ TEST_F(AccountSetsTest, ADeletedSetTakesItsFileAndALinkLeavesTheServerAlone) {
   EXPECT_EQ(files(), QStringList());
 }
 
-// The built-in set is a line with an address: whatever is done to the sets beside it never goes there.
+// The built-in set is a line with the address of the shop, and so is one more: whatever is done to the sets beside it,
+// or to that line, never goes there.
 TEST_F(AccountSetsTest, SetsBesideAShopOnAServerLeaveItsRows) {
-  test::writeBytes(data(u"jxc.mdb"_qs), "postgresql://shop@nowhere.invalid/jxc\n");
+  if (test::onServer()) dataModule().installAccountDb(test::openFresh(test::Story::Long));
+  const QByteArray address =
+      test::onServer() ? QByteArray::fromStdString(test::copyAddress()) : "postgresql://shop@nowhere.invalid/jxc";
+  test::writeBytes(data(u"jxc.mdb"_qs), address + '\n');
   const auto rows = [] {
-    std::int64_t all = 0;
+    std::map<std::string_view, double> all;
     for (const schema::TableEntry& table : schema::tables())
-      all += static_cast<std::int64_t>(lookupNumber("select count(*) from " + std::string(table.name)));
+      all[table.name] = lookupNumber("select count(*) from " + std::string(table.name));
     return all;
   };
   execSql("insert into jxc_color (color_name) values ('红')");
@@ -138,7 +144,14 @@ TEST_F(AccountSetsTest, SetsBesideAShopOnAServerLeaveItsRows) {
   EXPECT_NE(companyIn(data(u"jxc_100002.mdb"_qs)), u"改过"_qs);
   EXPECT_TRUE(sets_->remove(set(u"100002"_qs).id, prompt.willSayYes()));
   EXPECT_EQ(rows(), before);
-  EXPECT_EQ(test::bytesOf(data(u"jxc.mdb"_qs)), QByteArray("postgresql://shop@nowhere.invalid/jxc\n"));
+
+  add(u"另一个入口"_qs);
+  test::writeBytes(data(u"jxc_100002.mdb"_qs), address + '\n');
+  EXPECT_FALSE(restoreAccountSet(set(u"100002"_qs), *copy, {}, prompt));
+  EXPECT_TRUE(sets_->remove(set(u"100002"_qs).id, prompt.willSayYes()));
+  EXPECT_EQ(files(), QStringList());
+  EXPECT_EQ(rows(), before);
+  EXPECT_EQ(test::bytesOf(data(u"jxc.mdb"_qs)), address + '\n');
 }
 
 TEST_F(AccountSetsTest, ACopyGoesThereAndBack) {
