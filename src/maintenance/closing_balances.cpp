@@ -76,6 +76,27 @@ QString place(std::size_t ledger, const RowSet& rows, int row) {
   return text;
 }
 
+/// What the keys of the ledgers stand for: "kh\n100001" is a customer, "\n100001" a warehouse.
+using Names = std::unordered_map<std::string, std::string>;
+
+Names readNames() {
+  Names names;
+  for (const RowSet& rows : {openSelect("select 'kh' as k2,kh_sn as k1,kh_name as mc from jxc_khxx"),
+                             openSelect("select 'ghs' as k2,ghs_sn as k1,ghs_name as mc from jxc_ghsxx"),
+                             openSelect("select '' as k2,ck_sn as k1,ck_name as mc from jxc_ckxx")})
+    for (int row = 0; row < rows.rowCount(); ++row)
+      names.emplace(std::string(rows.utf8(row, 0)) + '\n' + std::string(rows.utf8(row, 1)), rows.utf8(row, 2));
+  return names;
+}
+
+/// Whose balance it is: the warehouse, or the kind of partner.
+std::string ownerOf(const Names& names, const std::string& second) {
+  if (second == "kh") return "客户";
+  if (second == "ghs") return "供货商";
+  const auto warehouse = names.find('\n' + second);
+  return warehouse == names.end() ? second : warehouse->second;
+}
+
 /// A row of these that has another figure, or none, among those; and the other way round.
 std::optional<QString> firstDifference(std::size_t ledger, const RowSet& before, const RowSet& after) {
   const auto words = [&](const RowSet& rows, int row, double was, double is) {
@@ -116,7 +137,8 @@ std::optional<QString> Balances::differs(const Balances& after) const {
 
 RowSet Balances::compared(const Balances& after) const {
   using namespace closing_balances_detail;
-  RowSet sheet({"id", "lb", "bh", "mc", "sl1", "cb1", "je1", "sl2", "cb2", "je2"});
+  RowSet sheet({"id", "lb", "bh", "mc", "ss", "sl1", "cb1", "je1", "sl2", "cb2", "je2"});
+  const Names names = readNames();
   std::int64_t id = 0;
   for (std::size_t i = 0; i < now_.size(); ++i) {
     const RowOfKey others = index(after.now_[i]);
@@ -125,10 +147,12 @@ RowSet Balances::compared(const Balances& after) const {
       const auto found = others.find(keyOf(rows, row));
       const int other = found == others.end() ? -1 : found->second;
       sheet.addInteger(++id);
-      const QString where = place(i, rows, row);
-      sheet.addText(where.section(u' ', 0, 0).toStdString());
-      sheet.addText(where.section(u' ', 1).toStdString());
-      sheet.addText(std::string(rows.utf8(row, Name)));
+      const std::string key(rows.utf8(row, Key)), second(rows.utf8(row, Key2)), name(rows.utf8(row, Name));
+      const auto partner = names.find(second + '\n' + key);
+      sheet.addText(QString::fromUtf16(ledgers[i].name).toStdString());
+      sheet.addText(key);
+      sheet.addText(name.empty() && !second.empty() && partner != names.end() ? partner->second : name);
+      sheet.addText(ownerOf(names, second));
       for (const Column column : figures)
         sheet.addReal(figure(rows, row, column));
       for (const Column column : figures)

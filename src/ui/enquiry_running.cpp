@@ -317,8 +317,9 @@ bool EnquiryScreen::onlyLooks(const CommandSpec& command) const {
       return each.name == command.name || each.preview.name == command.name;
     });
   };
-  return !described(enquiry_.commands) &&
-         std::ranges::none_of(enquiry_.tabs, [&](const EnquiryTab& tab) { return described(tab.commands); });
+  return Screen::onlyLooks(command) ||
+         (!described(enquiry_.commands) &&
+          std::ranges::none_of(enquiry_.tabs, [&](const EnquiryTab& tab) { return described(tab.commands); }));
 }
 
 void EnquiryScreen::showCommands() {
@@ -331,7 +332,7 @@ void EnquiryScreen::showCommands() {
     for (const std::string_view name : {each.name, each.preview.name}) {
       if (name.empty()) continue;
       command(name).setVisible(seen);
-      command(name).setEnabled(allowed && !isArchiveInUse());
+      command(name).setEnabled(allowed && (!isArchiveInUse() || onlyLooks({.name = name, .caption = each.caption})));
     }
   };
   for (const EnquiryCommand& each : now.spec->commands)

@@ -10,7 +10,10 @@ namespace jxc::ui {
 
 bool Screen::onlyLooks(const CommandSpec& command) const {
   constexpr std::array looking{"btn_Prin", "btnPrin", "btn_Export", "btnExport", "btnSearch", "btn_Search", "btnDate"};
-  return command.key == "Esc" ||
+  // More conditions, and the document or the lines behind a row.
+  constexpr std::array<std::string_view, 6> asking{"btn_Cx",     "btn_Cx1",  "btn_Cx2",
+                                                   "btn_ChaKan", "btn_Ckmx", "btn_Ckyd"};
+  return command.key == "Esc" || std::ranges::find(asking, command.name) != asking.end() ||
          std::ranges::any_of(looking, [&](std::string_view name) { return command.name.starts_with(name); });
 }
 

@@ -1,9 +1,12 @@
 // 数据结算 as an operator meets it: the list before the question, the sheet behind it, and the archive that only reads.
 #include "core/archive_look.h"
 #include "engine/error.h"
+#include "harness/report_samples.h"
+#include "harness/row_texts.h"
 #include "harness/waiting_document.h"
 #include "screens/harness/trading_test.h"
 #include "stock/document.h"
+#include "ui/grid_paper.h"
 
 #include <QLabel>
 
@@ -41,7 +44,15 @@ TEST_F(ClosingScreenTest, TellsWhatGoesBeforeItAsksAndShowsTheArchiveForReadingO
     expectNotice(u"备份成功！备份文件保存在："_qs + archive);
     press(s, "F5", u"结算完成！"_qs);
     EXPECT_EQ(lookupNumber("select count(*) from jxc_jhd"), 0);
-    EXPECT_EQ(s.grid("gridSheet").sum("sl2"), 4);
+    ui::Grid& sheet = s.grid("gridSheet");
+    EXPECT_EQ(sheet.sum("sl2"), 4);
+    EXPECT_EQ(textsOf(sheet.rows(), {"lb", "bh", "mc", "ss", "sl1", "je1", "je2"}).first(2),
+              QStringList({u"库存 10000001 镜架 主仓库 4 80 80"_qs, u"往来 100001 普通供货商 供货商 0 80 80"_qs}));
+    picture(s, u"closed"_qs);
+    const QString paper = file(u"对照表.pdf"_qs);
+    ui::gridReport(sheet).prepare().writePdf(paper);
+    for (const QString& word : {u"结算前后对照表"_qs, u"10000001"_qs, u"普通供货商"_qs})
+      EXPECT_TRUE(textOfPdf(paper).contains(word)) << textOfPdf(paper).toStdString();
     EXPECT_EQ(s.grid("gridNj").currentText("nj_xm"), u"采购进货单"_qs);
 
     press(s, "F6", "F_Nzjs_Archive", [&](ui::Screen& window) {
@@ -51,6 +62,11 @@ TEST_F(ClosingScreenTest, TellsWhatGoesBeforeItAsksAndShowsTheArchiveForReadingO
       ui::Grid& list = window.grid("gridCommands");
       ASSERT_TRUE(list.selectWhere("screen", u"F_Cgjh"_qs));
       press(window, "F5", QString::fromUtf16(archiveReason));
+      ASSERT_TRUE(list.selectWhere("screen", u"F_WlzwGhs"_qs));
+      press(window, "F5", "F_WlzwGhs", [&](ui::Screen& account) {
+        EXPECT_TRUE(account.command("btn_ChaKan").isEnabled()) << "the document behind a row may be seen";
+        EXPECT_FALSE(account.command("btn_Fukuan").isEnabled());
+      });
       ASSERT_TRUE(list.selectWhere("screen", u"F_ViewLog"_qs));
       press(window, "F5", "F_ViewLog", [&](ui::Screen& log) {
         EXPECT_TRUE(log.windowTitle().endsWith(u"（结算档案，只读）"));

@@ -31,14 +31,15 @@ constexpr ui::ColumnSpec kGoing[] = {
 };
 constexpr ui::ColumnSpec kSheet[] = {
     {"lb", "账目", ColumnKind::Text, 7},
-    {"bh", "编号", ColumnKind::Text, 17},
+    {"bh", "编号", ColumnKind::Text, 9},
     {"mc", "名称", ColumnKind::Text, 12},
-    {"sl1", "结算前数量", ColumnKind::Quantity, 9, {.sum = true}},
-    {"cb1", "结算前成本", ColumnKind::Money, 9},
-    {"je1", "结算前金额", ColumnKind::Total, 10},
-    {"sl2", "结算后数量", ColumnKind::Quantity, 9, {.sum = true}},
-    {"cb2", "结算后成本", ColumnKind::Money, 9},
-    {"je2", "结算后金额", ColumnKind::Total, 10},
+    {"ss", "所属", ColumnKind::Text, 10},
+    {"sl1", "前数量", ColumnKind::Quantity, 9, {.sum = true}},
+    {"cb1", "前成本", ColumnKind::Money, 9},
+    {"je1", "前金额", ColumnKind::Total, 10},
+    {"sl2", "后数量", ColumnKind::Quantity, 9, {.sum = true}},
+    {"cb2", "后成本", ColumnKind::Money, 9},
+    {"je2", "后金额", ColumnKind::Total, 10},
 };
 constexpr ui::ColumnSpec kArchives[] = {
     {"da_year", "结算日期", ColumnKind::Date},
@@ -163,6 +164,7 @@ void TF_Nzjs::close() {
       closing::closePeriod({request(), chkBackup.isChecked(), *listed_}, prompt(),
                            ui::progressInWords(windowTitle(), this), [this](const RowSet& now) { showWhatGoes(now); });
   if (!sheet) return;
+  dateCg.setText(dateCg.trimmed());  // it was typed, and is done: leaving loses nothing
   gridSheet.setRows(*std::move(sheet));
   forgetList();
   reload();
