@@ -21,6 +21,7 @@ struct BackupSettings {
   QString folder, secondFolder;
   bool atExit = false;
   int alarmDays = 3;  // the last good one may be so old
+  bool operator==(const BackupSettings&) const = default;
 };
 BackupSettings backupSettings();
 /// Looks whether backups can be written to the folders, then stores the settings. False when that was refused.

@@ -91,15 +91,7 @@ class TF_Backup : public ui::Screen {
 
  protected:
   void activate() override {
-    const BackupSettings settings = backupSettings();
-    tPath.setText(settings.folder);
-    tPath2.setText(settings.secondFolder);
-    chkAuto.setChecked(settings.automatic);
-    tsj.setNumber(settings.hours);
-    tsj.setEnabled(settings.automatic);
-    comDays.setKey(QString::number(settings.days));
-    chkExit.setChecked(settings.atExit);
-    tDays.setNumber(settings.alarmDays);
+    showSettings();
     tPath1.clear();
     facts_->clear();
     RzPanel_Msg->hide();
@@ -109,6 +101,18 @@ class TF_Backup : public ui::Screen {
  private:
   bool isRestoring() { return panelTabs()->currentIndex() == 1; }
   QTabWidget* panelTabs() { return findChild<QTabWidget*>(); }
+
+  void showSettings() {
+    const BackupSettings settings = backupSettings();
+    tPath.setText(settings.folder);
+    tPath2.setText(settings.secondFolder);
+    chkAuto.setChecked(settings.automatic);
+    tsj.setNumber(settings.hours);
+    tsj.setEnabled(settings.automatic);
+    comDays.setKey(QString::number(settings.days));
+    chkExit.setChecked(settings.atExit);
+    tDays.setNumber(settings.alarmDays);
+  }
 
   void showState() {
     const BackupState state = backupState();
@@ -134,6 +138,7 @@ class TF_Backup : public ui::Screen {
     settings.atExit = chkExit.isChecked();
     settings.alarmDays = std::max(1, static_cast<int>(tDays.number()));
     backUpFrom(*this, prompt(), settings);
+    if (backupSettings() == settings) showSettings();  // stored, whatever became of the copy: leaving loses nothing
     showState();
   }
 

@@ -112,7 +112,8 @@ class TF_FdExport : public ui::Screen {
       prompt().notice(QStringLiteral("分店信息不存在，不能导出！"));
       return;
     }
-    last_->setText(QStringLiteral("最后一次导出时间为：") + branch->lastExport);
+    last_->setText(QStringLiteral("最后一次导出时间为：") +
+                   (branch->lastExport.isEmpty() ? QStringLiteral("还没有导出过") : branch->lastExport));
     setWindowTitle(QStringLiteral("数据导出(分店编号:%1分店名称:%2)").arg(branch->sn, branch->name));
   }
 

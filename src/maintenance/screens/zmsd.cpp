@@ -42,24 +42,23 @@ class TF_Zmsd : public ui::Screen {
     panel().buttons("btnOpen | btnOK btnCancel");
     field("dateCg").onChanged([this] { showWaiting(); });
     on(command("btnOK"), [this] {
-      if (checkFields() && period_locking::lockUpTo(field("dateCg").text(), prompt())) refresh(u"账目已锁定"_qs);
+      if (checkFields() && period_locking::lockUpTo(field("dateCg").text(), prompt()))
+        refresh(period_locking::lockedDay(), u"账目已锁定"_qs);
     });
     on(command("btnOpen"), [this] {
-      if (period_locking::open(prompt())) refresh(u"账目锁定已解除"_qs);
+      if (period_locking::open(prompt())) refresh(period_locking::proposedDay(), u"账目锁定已解除"_qs);
     });
   }
 
  protected:
-  void activate() override {
-    field("dateCg").setText(period_locking::proposedDay());
-    refresh({});
-  }
+  void activate() override { refresh(period_locking::proposedDay(), {}); }
 
  private:
-  void refresh(const QString& done) {
+  void refresh(const QString& proposed, const QString& done) {
     const QString day = period_locking::lockedDay();
     state_->setText(day.isEmpty() ? u"账目没有锁定"_qs : u"账目已锁定到 "_qs + day);
     command("btnOpen").setEnabled(!day.isEmpty());
+    field("dateCg").setText(proposed);
     grid("gridHistory").setRows(openSelect(period_locking::history()));
     showWaiting();
     say(done);
