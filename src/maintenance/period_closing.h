@@ -45,7 +45,7 @@ class ClosingDiffers : public std::runtime_error {
 /// Closes, in one transaction, without questions; `archive` is the copy that was made before, empty without one. The
 /// balances before and after, one row each: `id`, `lb` (which ledger), `bh`, `mc`, `ss` (warehouse, or kind of
 /// partner), and `sl1`, `cb1`, `je1` before, `sl2`, `cb2`, `je2` after. Nothing: stopped. `agreed` is the list that was
-/// agreed to, where one was. Throws BalanceDiffers, ClosingDiffers, and DbError.
+/// agreed to, where one was. Throws ClosingDiffers, and DbError.
 std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress = {},
                                  const std::optional<RowSet>& agreed = {});
 

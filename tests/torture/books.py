@@ -1,6 +1,8 @@
-"""The books of an account set with purchase receipts, checked past the program: what must hold at any moment."""
+"""The books of an account set, read past the program: what tells one state of them from another, and what must hold of
+purchase receipts at any moment."""
 
 import collections
+import contextlib
 import json
 import sqlite3
 import subprocess
@@ -11,6 +13,25 @@ LEDGERS = {
     "jxc_xjyh": ("select gl_djh,count(*) from jxc_xjyh group by gl_djh", 1),
     "jxc_ysyfk": ("select gl_djh,count(*) from jxc_ysyfk group by gl_djh", 1),
 }
+
+
+# What tells of the command itself, with its moment.
+TELLING = ("jxc_log", "jxc_logchain", "jxc_zmsd", "sqlite_sequence")
+
+
+def figures(file):
+    """Of each table of a file that is whole, how many rows it has and what all numbers of each column sum up to."""
+    with contextlib.closing(sqlite3.connect(f"file:{file}?mode=ro", uri=True)) as db:
+        whole, = db.execute("pragma integrity_check").fetchone()
+        if whole != "ok":
+            return {"damaged": whole}
+        tables = {}
+        for name, in db.execute("select name from sqlite_schema where type='table'").fetchall():
+            if name not in TELLING:
+                sums = [f"round(total(case when typeof([{column}])<>'text' then [{column}] end),4)"
+                        for _, column, *_ in db.execute(f"pragma table_info([{name}])")]
+                tables[name] = db.execute(f"select count(*),{','.join(sums)} from [{name}]").fetchone()
+    return tables
 
 
 class Server:

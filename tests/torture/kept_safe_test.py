@@ -1,23 +1,25 @@
 #!/usr/bin/env python3
 """Backups and restores that are killed at random moments, or meet a full disk, and backups of a set that two stations
 post into. After each kill the backup opens and is the one from before or the new one, and the set is the one from
-before or the restored one, wholly: `jxcctl prove` is clean, and what tells the two apart is never mixed.
+before or the restored one, wholly: `jxcctl prove` is clean, and the rows and sums of all tables are those of one of the
+two.
 
 Usage: kept_safe_test.py JXCCTL TORTURE_AUDIT [KILLS [SECONDS [SEED]]]
        (12 kills of each and 6 seconds of two stations when not said; 200 and 600 by hand now and then)
 """
 
+import functools
 import os
 import pathlib
 import random
 import shutil
 import signal
-import sqlite3
 import subprocess
 import sys
 import tempfile
 import time
 
+from books import figures
 from kill_test import Station
 
 JXCCTL = DRIVER = ""
@@ -31,12 +33,9 @@ def run(file, *words, status=0):
 
 
 def mark(file):
-    """What tells one state of a set from another: how many colours it has, read past the program."""
-    with sqlite3.connect(f"file:{file}?mode=ro", uri=True) as db:
-        state = db.execute("select count(*) from jxc_color").fetchone()[0]
-        sound = db.execute("pragma integrity_check").fetchone()[0]
-    db.close()
-    assert sound == "ok", sound
+    """What tells one state of a set from another."""
+    state = figures(file)
+    assert "damaged" not in state, state
     return state
 
 
@@ -60,9 +59,9 @@ def proved(file):
 
 
 def killed(moments, longest, file, *words):
-    """Whether the command was killed before its end."""
+    """Whether the command was killed before its end; not while the program starts, which does nothing yet."""
     process = subprocess.Popen([JXCCTL, "--db", str(file), *words], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    time.sleep(moments.uniform(0, longest))
+    time.sleep(moments.uniform(start_of(file), longest))
     process.send_signal(signal.SIGKILL)
     return process.wait() == -signal.SIGKILL
 
@@ -73,6 +72,12 @@ def duration(file, *words):
     return time.monotonic() - begun
 
 
+@functools.cache
+def start_of(file):
+    """How long the program takes before a command begins."""
+    return min(duration(file, "sql", "-c", "select 1") for _ in range(5))
+
+
 def check_sum(file):
     if pathlib.Path(f"{file}.sum").exists():
         subprocess.run(["b2sum", "-l", "256", "-c", f"{file.name}.sum"], cwd=file.parent, check=True, capture_output=True)
@@ -81,41 +86,47 @@ def check_sum(file):
 def kill_backups(folder, kills, moments):
     file, copy = folder / "jxc.mdb", folder / "copy.DAT"
     longest = duration(file, "backup", str(copy)) * 1.1
-    died = 0
+    died, seen = 0, {"before": 0, "after": 0}
     for _ in range(kills):
         before = mark(copy)
         add_colour(file)
         died += killed(moments, longest, file, "backup", "--force", str(copy))
-        if mark(copy) not in (before, mark(file)):
+        now = mark(copy)
+        if now not in (before, mark(file)):
             raise SystemExit("a backup between two states")
+        seen["before" if now == before else "after"] += 1
         check_sum(copy)
         proved(copy)
-    print(f"{died} of {kills} backups were killed: each left the one before or the new one, proved")
+    print(f"{died} of {kills} backups were killed, {seen}: each left the one before or the new one, proved", flush=True)
 
 
 def kill_restores(folder, kills, moments):
-    file = folder / "jxc.mdb"
+    file, other = folder / "jxc.mdb", folder / "other.mdb"
+    run(other, "demo", "--months", "2", "--goods", "50")
     copies = []
-    for _ in range(2):
-        add_colour(file)
+    for each in (file, other):
         copies.append(folder / f"copy{len(copies)}.DAT")
-        run(file, "backup", str(copies[-1]))
+        run(each, "backup", str(copies[-1]))
     longest = min(duration(file, "restore", "--yes", str(copy)) for copy in copies)
-    died = 0
+    died, seen = 0, {"before": 0, "after": 0}
     for _ in range(kills):
-        source = moments.choice(copies)
-        before, chosen = mark(file), mark(source)
+        before = mark(file)
+        source = copies[before == mark(copies[0])]
+        chosen = mark(source)
         died += killed(moments, longest, file, "restore", "--yes", str(source))
-        if mark(file) not in (before, chosen):
+        now = mark(file)
+        if now not in (before, chosen):
             raise SystemExit("a set between two states")
-        if before != chosen and mark(file) == chosen and restored_from(file) != source.name:
+        if before != chosen and now == chosen and restored_from(file) != source.name:
             raise SystemExit("restored without a word in the log")
+        seen["before" if now == before else "after"] += 1
         proved(file)
         for left in folder.glob("*(恢复前)*"):
             if left.suffix == ".DAT":
                 mark(left)
             left.unlink()
-    print(f"{died} of {kills} restores were killed: each left the set before or the restored one, proved")
+    print(f"{died} of {kills} restores were killed, {seen}: each left the set before or the restored one, proved",
+          flush=True)
 
 
 def back_up_beside_stations(folder, seconds):
@@ -141,7 +152,7 @@ def back_up_beside_stations(folder, seconds):
             raise SystemExit(f"{copy.name}: another state")
         for kept in folder.glob("*(恢复前)*"):
             kept.unlink()
-    print(f"{len(copies)} backups while two stations did {told} commands: each restored and proved")
+    print(f"{len(copies)} backups while two stations did {told} commands: each restored and proved", flush=True)
 
 
 def meet_full_disks(folder, moments):

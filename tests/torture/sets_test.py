@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Kills the program while it clears an account set, makes one or deletes one, and lets the disk be full there: each set
-is afterwards as it was before or as it should be, never between, and `jxcctl prove` finds nothing wrong.
+"""Kills the program while it clears an account set, closes its books, makes a set or deletes one, and lets the disk be
+full there: each set is afterwards as it was before or as it should be, never between, to the sums of every column, and
+`jxcctl prove` finds nothing wrong.
 
 Usage: sets_test.py JXCCTL TORTURE_SETS [KILLS [SEED]]      (12 kills of each kind when not said; 200 by hand)
 Ends with status 77 (skipped) where a small disk cannot be mounted, after the rest has passed.
@@ -17,22 +18,14 @@ import sys
 import tempfile
 import time
 
+from books import figures
+
 FAULTS = []
 
 
 def fault(text):
     FAULTS.append(text)
     print("FAULT", text, flush=True)
-
-
-def counts(file):
-    """How many rows each table has, of a file that is whole; the log aside, which tells of the clearing."""
-    with contextlib.closing(sqlite3.connect(file)) as db:
-        whole, = db.execute("pragma integrity_check").fetchone()
-        names = sorted(name for name, in db.execute("select name from sqlite_schema where type='table'"))
-        rows = {name: db.execute(f"select count(*) from [{name}]").fetchone()[0] for name in names
-                if name not in ("jxc_log", "jxc_logchain", "jxc_zmsd", "sqlite_sequence")}
-    return rows if whole == "ok" else {"damaged": whole}
 
 
 def proves(jxcctl, file):
@@ -42,15 +35,15 @@ def proves(jxcctl, file):
 
 
 def killed(command, after, longest, moments):
-    """Runs until it is killed at a random moment behind the line `after`, or has ended by itself."""
+    """Runs until it is killed at a random moment behind the line `after`: whether it had not ended by itself before."""
     process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     for line in process.stdout:
         if line.strip() == after:
             break
     time.sleep(moments.uniform(0, longest))
     process.send_signal(signal.SIGKILL)
-    process.wait()
     process.stdout.close()
+    return process.wait() == -signal.SIGKILL
 
 
 def timed(command):
@@ -83,36 +76,43 @@ class Shop:
         shutil.copyfile(original, self.file)
 
 
-def clearings(shop, original, kills, moments):
-    before = counts(original)
-    for what in ("business", "all"):
+def emptyings(shop, original, kills, moments):
+    """Commands that take rows away for good: the clearings, and a closing in the middle of what the shop lived."""
+    before = figures(original)
+    for words in (("clear", "business"), ("clear", "all"), ("close", middle(original))):
         shop.restore(original)
-        whole, clearing, outcome = timed([shop.driver, str(shop.home), "clear", what])
-        if outcome:
-            return fault(f"{what}: it was not cleared")
-        after = counts(shop.file)
-        if after == before or after["jxc_goodslist"]:
-            fault(f"{what}: nothing was cleared")
+        whole, taking, outcome = timed([shop.driver, str(shop.home), *words])
+        after = figures(shop.file)
+        if outcome or after["jxc_goodslist"][0] >= before["jxc_goodslist"][0]:
+            return fault(f"{words}: nothing was taken away")
         proves(shop.jxcctl, shop.file)
-        seen = {"before": 0, "after": 0}
+        seen, cut = {"before": 0, "after": 0}, 0
         for kill in range(kills):
             shop.restore(original)
-            # Most of the kills behind the backup, where tables go.
-            mark, longest = ("begin", whole) if kill % 4 == 0 else ("copied", clearing * 1.2)
-            killed([shop.driver, str(shop.home), "clear", what], mark, longest, moments)
-            now = counts(shop.file)
+            # Most of the kills behind the backup, where rows go.
+            mark, longest = ("begin", whole) if kill % 4 == 0 else ("copied", taking * 1.2)
+            cut += killed([shop.driver, str(shop.home), *words], mark, longest, moments)
+            now = figures(shop.file)
             if now not in (before, after):
-                fault(f"{what}, kill {kill}: " + str({name: (before.get(name), now.get(name)) for name in before | now
+                fault(f"{words}, kill {kill}: " + str({name: (before.get(name), now.get(name), after.get(name))
+                                                       for name in before | now
                                                        if now.get(name) not in (before.get(name), after.get(name))}))
             seen["before" if now == before else "after"] += 1
             proves(shop.jxcctl, shop.file)
-        print(f"clearing of {what}: {kills} kills, {seen}", flush=True)
+        print(f"{' '.join(words)}: {kills} kills, {cut} of them before its end: {seen}", flush=True)
+
+
+def middle(file):
+    with contextlib.closing(sqlite3.connect(file)) as db:
+        return db.execute("select substr(gl_kdrq,1,10) from jxc_goodslist order by gl_kdrq limit 1 offset "
+                          "(select count(*)/2 from jxc_goodslist)").fetchone()[0]
 
 
 def sets(shop, kills, moments, seed):
-    made = 0
+    made = unfinished = 0
     for kill in range(kills):
         killed([shop.driver, str(shop.home), "sets", str(seed + kill)], "begin", 1.5, moments)
+        unfinished += any(path.name.endswith((".new", ".del")) for path in shop.data.iterdir())
         listed = shop.run("list")
         if listed.returncode:
             fault(f"kill {kill}: {listed.stderr}")
@@ -122,13 +122,13 @@ def sets(shop, kills, moments, seed):
             fault(f"kill {kill}: listed {rows}, there are {files}")
         for name in files:
             made += 1
-            if counts(shop.data / name).get("jxc_admin") != 1:
+            if figures(shop.data / name).get("jxc_admin", (0,))[0] != 1:
                 fault(f"kill {kill}: {name} is no whole set")
-    print(f"sets: {kills} kills, {made} sets looked at", flush=True)
+    print(f"sets: {kills} kills, {unfinished} of them with a set half made or half gone, {made} sets looked at", flush=True)
 
 
 def full_disk(shop, original):
-    """Clearing and a new set where the disk fills; whether that could be tried."""
+    """Clearing, closing and a new set where the disk fills; whether that could be tried."""
     disk = shop.home / "small"
     disk.mkdir()
     size = original.stat().st_size
@@ -137,8 +137,9 @@ def full_disk(shop, original):
         return False
     try:
         small = Shop(shop.jxcctl, shop.driver, disk)
-        before, outcomes = counts(original), []
-        for left in [size * part // 8 for part in (0, 1, 2, 4, 7, 9, 12, 16, 20, 36)]:
+        before, outcomes = figures(original), []
+        commands = (("close", middle(original)), ("clear", "business"), ("clear", "all"))
+        for number, left in enumerate(size * part // 8 for part in (0, 1, 2, 2, 2, 7, 9, 9, 12, 12, 16, 16, 20, 36, 36, 36)):
             small.restore(original)
             filler = disk / "filler"
             with open(filler, "wb", buffering=0) as file:
@@ -148,10 +149,10 @@ def full_disk(shop, original):
                 except OSError:
                     pass
                 file.truncate(max(file.tell() - left, 0))
-            words = ("sets", "1") if left < size // 4 else ("clear", "all" if left > size * 3 // 2 else "business")
+            words = commands[number % len(commands)] if left >= size // 4 else ("sets", "1")
             ran = small.run(*words)
             filler.unlink()
-            if ran.returncode and (counts(small.file) != before or not ran.stderr):
+            if ran.returncode and (figures(small.file) != before or not ran.stderr):
                 fault(f"full disk, {left} bytes free, {words}: changed though it failed, or without a word: {ran.stderr}")
             if ran.returncode not in (0, 1, 2):
                 fault(f"full disk, {left} bytes free, {words}: ended with {ran.returncode}")
@@ -182,7 +183,7 @@ def main():
         original = pathlib.Path(folder) / "original.mdb"
         subprocess.run([jxcctl, "--db", str(original), "demo", "--months", "2", "--goods", "120"], check=True,
                        stdout=subprocess.DEVNULL)
-        clearings(shop, original, kills, moments)
+        emptyings(shop, original, kills, moments)
         shop.restore(original)
         sets(shop, kills, moments, seed)
         tried = full_disk(shop, original)

@@ -1,12 +1,15 @@
-// Makes and deletes account sets without pause, or clears one, to be killed at any moment: see sets_test.py beside it.
+// Makes and deletes account sets without pause, clears one, or closes its books, to be killed at any moment: see
+// sets_test.py beside it.
 //   torture_sets HOME sets SEED      makes sets and deletes them at random for ever; each is told on one line when done
 //   torture_sets HOME list           opens the catalogue, which brings to its end what was cut off, and tells the files
 //   torture_sets HOME clear WHAT     clears data/jxc.mdb, of "business" or of "all", after a backup
+//   torture_sets HOME close DAY      closes the books of data/jxc.mdb up to a day, after a backup
 #include "core/data_module.h"
 #include "core/program_directory.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "maintenance/account_sets.h"
+#include "maintenance/closing_command.h"
 #include "maintenance/reset.h"
 
 #include <QCoreApplication>
@@ -70,6 +73,17 @@ int clearSet(std::string_view what) {
   return cleared == Cleared::Done ? 0 : 1;
 }
 
+int closeBooks(const QString& day) {
+  YesPrompt prompt;
+  std::cout << "begin" << std::endl;
+  const auto sheet = closing::closePeriod({{day}}, prompt, [](int, const QString& doing) {
+    if (doing == u"记下结算前的余额") std::cout << "copied" << std::endl;
+    return true;
+  });
+  std::cout << (sheet ? "closed" : "refused") << std::endl;
+  return sheet ? 0 : 1;
+}
+
 }  // namespace jxc::torture_sets
 
 int main(int argc, char** argv) {
@@ -82,6 +96,7 @@ int main(int argc, char** argv) {
     if (what == "sets") return torture_sets::makeAndDelete(static_cast<unsigned>(std::stoul(argv[3])));
     if (what == "list") return torture_sets::list();
     if (what == "clear") return torture_sets::clearSet(argv[3]);
+    if (what == "close") return torture_sets::closeBooks(QString::fromLatin1(argv[3]));
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << std::endl;
   }
