@@ -1,5 +1,7 @@
 """A display of its own, the program on it, and the keys: what the journeys through the real window stand on.
 
+With JXC_DISPLAY=1024x768 the display has that size, with JXC_PICTURES=DIR pictures of it are kept there.
+
 Needs xvfb, openbox, xdotool.
 """
 
@@ -27,6 +29,7 @@ class Display:
     """A display in memory with a window manager."""
 
     def __init__(self, size="1366x900"):
+        size = os.environ.get("JXC_DISPLAY", size)
         self.children = []
         reading, writing = os.pipe()
         self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset"],
@@ -82,6 +85,12 @@ class Desk(Display):
     def keys(self, *keys):
         self.xdo("key", "--delay", "20", *keys)
 
+    def picture(self, name):
+        """Of what stands on the display, where pictures are wanted."""
+        if folder := os.environ.get("JXC_PICTURES"):
+            time.sleep(0.4)
+            subprocess.run(["import", "-window", "root", f"{folder}/{name}.png"], env=self.env, check=True)
+
     def until(self, what, wanted, seconds=20):
         end = time.monotonic() + seconds
         while time.monotonic() < end:
@@ -107,9 +116,9 @@ def begin(desk):
     return desk.until("main window", is_main)
 
 
-def demo_shop(home):
-    """A month of a small demonstration shop, by the console that the command line names behind the program."""
-    subprocess.run([sys.argv[2], "--home", home, "demo", "--months", "1", "--goods", "60", "--documents", "3"],
+def demo_shop(home, months=1):
+    """Months of a small demonstration shop, by the console that the command line names behind the program."""
+    subprocess.run([sys.argv[2], "--home", home, "demo", "--months", str(months), "--goods", "60", "--documents", "3"],
                    check=True, stdout=subprocess.DEVNULL)
 
 
