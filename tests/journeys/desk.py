@@ -32,7 +32,8 @@ class Display:
         size = os.environ.get("JXC_DISPLAY", size)
         self.children = []
         reading, writing = os.pipe()
-        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset"],
+        # Without key repeat: on a machine at work a key is up so late that the display would type it again.
+        self.spawn(["Xvfb", "-displayfd", str(writing), "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset", "-r"],
                    pass_fds=(writing,))
         os.close(writing)
         number = os.fdopen(reading).readline().strip()

@@ -87,7 +87,7 @@ def kill_backups(folder, kills, moments):
     file, copy = folder / "jxc.mdb", folder / "copy.DAT"
     longest = duration(file, "backup", str(copy)) * 1.1
     died, seen = 0, {"before": 0, "after": 0}
-    for _ in range(kills):
+    for kill in range(kills):
         before = mark(copy)
         add_colour(file)
         died += killed(moments, longest, file, "backup", "--force", str(copy))
@@ -96,20 +96,21 @@ def kill_backups(folder, kills, moments):
             raise SystemExit("a backup between two states")
         seen["before" if now == before else "after"] += 1
         check_sum(copy)
-        proved(copy)
+        if now != before or kill % 10 == 0:  # what is as before to every sum proves as before
+            proved(copy)
     print(f"{died} of {kills} backups were killed, {seen}: each left the one before or the new one, proved", flush=True)
 
 
 def kill_restores(folder, kills, moments):
     file, other = folder / "jxc.mdb", folder / "other.mdb"
-    run(other, "demo", "--months", "2", "--goods", "50")
+    run(other, "demo", "--months", "1", "--goods", "50")
     copies = []
     for each in (file, other):
         copies.append(folder / f"copy{len(copies)}.DAT")
         run(each, "backup", str(copies[-1]))
     longest = min(duration(file, "restore", "--yes", str(copy)) for copy in copies)
     died, seen = 0, {"before": 0, "after": 0}
-    for _ in range(kills):
+    for kill in range(kills):
         before = mark(file)
         source = copies[before == mark(copies[0])]
         chosen = mark(source)
@@ -120,7 +121,8 @@ def kill_restores(folder, kills, moments):
         if before != chosen and now == chosen and restored_from(file) != source.name:
             raise SystemExit("restored without a word in the log")
         seen["before" if now == before else "after"] += 1
-        proved(file)
+        if now != before or kill % 10 == 0:
+            proved(file)
         for left in folder.glob("*(恢复前)*"):
             if left.suffix == ".DAT":
                 mark(left)

@@ -98,7 +98,8 @@ def emptyings(shop, original, kills, moments):
                                                        for name in before | now
                                                        if now.get(name) not in (before.get(name), after.get(name))}))
             seen["before" if now == before else "after"] += 1
-            proves(shop.jxcctl, shop.file)
+            if now != before or kill % 10 == 0:  # what is as before to every sum proves as before
+                proves(shop.jxcctl, shop.file)
         print(f"{' '.join(words)}: {kills} kills, {cut} of them before its end: {seen}", flush=True)
 
 
@@ -181,7 +182,7 @@ def main():
     with tempfile.TemporaryDirectory(prefix="jxc-sets-") as folder:
         shop = Shop(jxcctl, driver, pathlib.Path(folder) / "home")
         original = pathlib.Path(folder) / "original.mdb"
-        subprocess.run([jxcctl, "--db", str(original), "demo", "--months", "2", "--goods", "120"], check=True,
+        subprocess.run([jxcctl, "--db", str(original), "demo", "--months", "1", "--goods", "40"], check=True,
                        stdout=subprocess.DEVNULL)
         emptyings(shop, original, kills, moments)
         shop.restore(original)
