@@ -11,7 +11,6 @@
 #include <QSaveFile>
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -19,7 +18,6 @@
 namespace jxc {
 namespace verified_copy_detail {
 
-constexpr int pauseOfWaiting = 30;     // ms between two reports
 constexpr int percentOfCopying = 95;   // the sum takes the rest
 constexpr int percentOfFetching = 70;  // of a set on a server; its file is checked in the rest
 constexpr qint64 pieceBytes = 1 << 20;
@@ -134,44 +132,23 @@ void requireNoTransaction(const Database& set) {
 }  // namespace verified_copy_detail
 
 VerifiedCopy::VerifiedCopy(Database& set, const QString& file) : file_(file) {
+  using verified_copy_detail::copyNow;
   verified_copy_detail::requireNoTransaction(set);
-  if (Database::OpenReader open = set.readerOpener()) {
-    thread_ = std::thread([this, open = std::move(open)] { work(open); });
-    return;
-  }
-  isMade_ = verified_copy_detail::copyNow(set, file_, {});
-  percent_ = 100;
-  isDone_ = true;
-}
-
-VerifiedCopy::~VerifiedCopy() {
-  isStopped_ = true;
-  if (thread_.joinable()) thread_.join();
-}
-
-void VerifiedCopy::work(const Database::OpenReader& open) {
-  try {
-    const std::unique_ptr<Database> own = open();
-    isMade_ = verified_copy_detail::copyNow(*own, file_, [this](int percent) {
-      percent_ = percent;
-      return !isStopped_;
+  if (Database::OpenReader open = set.readerOpener())
+    work_ = std::make_unique<WorkBehind>([this, open = std::move(open)](const CopyReport& report) {
+      const std::unique_ptr<Database> own = open();
+      isMade_ = copyNow(*own, file_, report);
     });
-  } catch (...) {
-    failure_ = std::current_exception();
-  }
-  const std::lock_guard lock(mutex_);
-  isDone_ = true;
-  ended_.notify_all();
+  else
+    isMade_ = copyNow(set, file_, {});
 }
 
-bool VerifiedCopy::waitFor(int milliseconds) {
-  std::unique_lock lock(mutex_);
-  return ended_.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return isDone_.load(); });
+void VerifiedCopy::stop() {
+  if (work_) work_->stop();
 }
 
-bool VerifiedCopy::result() {
-  if (thread_.joinable()) thread_.join();
-  if (failure_) std::rethrow_exception(failure_);
+bool VerifiedCopy::result(const CopyReport& report) {
+  if (work_) work_->result(report);
   return isMade_;
 }
 
@@ -179,10 +156,7 @@ bool makeVerifiedCopy(Database& set, const QString& file, const CopyReport& repo
   using namespace verified_copy_detail;
   requireNoTransaction(set);
   if (!set.readerOpener()) return copyNow(set, file, report);
-  VerifiedCopy copy(set, file);
-  while (!copy.waitFor(pauseOfWaiting))
-    if (report && !report(std::min(copy.percent(), 99))) copy.stop();
-  const bool isMade = copy.result();
+  const bool isMade = VerifiedCopy(set, file).result(report);
   if (isMade && report) report(100);
   return isMade;
 }

@@ -18,6 +18,10 @@ const SheetExporter& needed() {
   return current();
 }
 
+DbError stopped() {
+  return DbError(DbError::Kind::Other, QStringLiteral("操作已取消。"));
+}
+
 thread_local SheetsTogether* together = nullptr;
 
 }  // namespace sheet_export_detail
@@ -36,7 +40,7 @@ SheetsTogether::~SheetsTogether() {
 }
 
 void SheetsTogether::finish() {
-  making_->finish();
+  if (!making_->finish([this] { return !goesOn_ || goesOn_(rows_); })) throw sheet_export_detail::stopped();
 }
 
 void exportRows(const RowPieces& rows, const QString& sheet, const QString& file) {
@@ -45,7 +49,7 @@ void exportRows(const RowPieces& rows, const QString& sheet, const QString& file
   const auto counted = [all, &rows] {
     RowSet piece = rows();
     all->rows_ += piece.rowCount();
-    if (all->goesOn_ && !all->goesOn_(all->rows_)) throw DbError(DbError::Kind::Other, QStringLiteral("操作已取消。"));
+    if (all->goesOn_ && !all->goesOn_(all->rows_)) throw sheet_export_detail::stopped();
     return piece;
   };
   all->making_->add(counted, sheet);

@@ -21,7 +21,8 @@ class SheetFileInTheMaking {
  public:
   virtual ~SheetFileInTheMaking() = default;
   virtual void add(const RowPieces& rows, const QString& sheet) = 0;
-  virtual void finish() = 0;
+  /// `goesOn` is asked while the file is put together, many times a second; false stops it, and was.
+  virtual bool finish(const std::function<bool()>& goesOn) = 0;
 };
 
 /// What the engines need of whoever writes spreadsheets.
@@ -40,7 +41,8 @@ void setSheetExporter(SheetExporter exporter);
 /// written once. Without `finish` whatever was there before is left as it is.
 class SheetsTogether {
  public:
-  /// `goesOn` hears how many rows are written, of all sheets; false ends the work with DbError(Other).
+  /// `goesOn` hears how many rows are written, of all sheets, and goes on to hear it while the file is put together;
+  /// false ends the work with DbError(Other).
   explicit SheetsTogether(QString file, std::function<bool(std::int64_t rows)> goesOn = {});
   ~SheetsTogether();
   SheetsTogether(const SheetsTogether&) = delete;

@@ -26,7 +26,6 @@ constexpr int longestPath = 200;   // of jxc_backup
 constexpr int longestWords = 250;  // of jxc_backupzk
 constexpr int rehearsalDays = 7;
 constexpr int mostHours = 24;
-constexpr int pauseOfWaiting = 30;  // ms
 
 QString accountName() {
   return QString::fromUtf16(build::accountName);
@@ -96,7 +95,7 @@ qint64 daysSince(const QString& stamp) {
 void waitFor(RunningBackup& backup, const CopyReport& report) {
   while (!backup.isDone()) {
     if (report && !report(std::min(backup.percent(), 99))) backup.stop();
-    QThread::msleep(pauseOfWaiting);
+    QThread::msleep(WorkBehind::pause);
   }
 }
 

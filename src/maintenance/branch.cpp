@@ -32,18 +32,20 @@ struct Part {
   int share;
 };
 
+constexpr int percentOfRows = 70;  // the file is put together in the rest
+
 constexpr std::array parts{
-    Part{.columns = "*", .rows = "jxc_goods", .ofPeriod = false, .share = 20},
-    Part{.columns = "g_sn,kc_sl,kc_cbj", .rows = "jxc_kcsp", .ofPeriod = false, .share = 15},
+    Part{.columns = "*", .rows = "jxc_goods", .ofPeriod = false, .share = 14},
+    Part{.columns = "g_sn,kc_sl,kc_cbj", .rows = "jxc_kcsp", .ofPeriod = false, .share = 11},
     Part{.columns = "a.gl_djh,a.ls_dj,a.ls_sl,a.a_name,a.ls_zhje,b.ls_xsrq",
          .rows = "jxc_lsxssp a,jxc_lsxsd b where a.gl_djh=b.gl_djh and b.ls_xsrq>=? and b.ls_xsrq<=?",
          .ofPeriod = true,
-         .share = 35},
+         .share = 25},
     Part{.columns = "a.gl_djh,a.th_dj,a.th_sl,a.a_name,a.th_zhje,b.th_xsrq",
          .rows = "jxc_xsthsp a,jxc_xsthd b where a.gl_djh=b.gl_djh and b.th_xsrq>=? and b.th_xsrq<=?",
          .ofPeriod = true,
-         .share = 25},
-    Part{.columns = "fd_sn,fd_name", .rows = "jxc_fd", .ofPeriod = false, .share = 5},
+         .share = 17},
+    Part{.columns = "fd_sn,fd_name", .rows = "jxc_fd", .ofPeriod = false, .share = 3},
 };
 
 /// What a station writes with the documents of one moment before it.
@@ -63,8 +65,9 @@ class Writing {
     std::int64_t before = 0;  // rows of the sheets that are written
     int done = 0;             // percent of them
     SheetsTogether sheets(file, [&](std::int64_t rows) {
+      if (at == parts.size()) return !progress || progress(percentOfRows);
       const auto part = static_cast<int>(parts[at].share * (rows - before) / std::max<std::int64_t>(counts_[at], 1));
-      return !progress || progress(std::min(done + part, 99));
+      return !progress || progress(std::min(done + part, percentOfRows - 1));
     });
     for (; at < parts.size(); ++at) {
       const Part& part = parts[at];

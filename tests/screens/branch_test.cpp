@@ -13,6 +13,9 @@
 #include <QLabel>
 #include <QTemporaryDir>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace jxc::test {
 
 class BranchTest : public ScreenTest {
@@ -131,9 +134,23 @@ TEST_F(BranchTest, WhatFailsOrIsStoppedLeavesNoFileAndNoDate) {
   EXPECT_FALSE(exportBranch({{may.days.to, may.days.from}, folder.path()}, {}, prompt));
   EXPECT_FALSE(exportBranch({{u"昨天"_qs, may.days.to}, folder.path()}, {}, prompt));
   EXPECT_EQ(prompt.notices.size(), 3);
-  EXPECT_FALSE(exportBranch(
-      may, [](int percent) { return percent < 20; }, prompt));
+  for (const int stop : {20, 70})  // among the rows, and while the file is put together
+    EXPECT_FALSE(exportBranch(
+        may, [stop](int percent) { return percent < stop; }, prompt));
   EXPECT_EQ(prompt.notices.size(), 3);  // who stops it knows it
+  // The disk takes no more at one moment after the other.
+  rlimit usual{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  for (const rlim_t room : {rlim_t{0}, rlim_t{3000}, rlim_t{8000}}) {
+    const rlimit full{.rlim_cur = room, .rlim_max = usual.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    const auto file = exportBranch(may, {}, prompt);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    EXPECT_FALSE(file) << room;
+    EXPECT_TRUE(prompt.lastNotice().startsWith(u"磁盘空间不足"_qs)) << prompt.lastNotice().toStdString();
+  }
+  std::signal(SIGXFSZ, handler);
   EXPECT_EQ(files(), QStringList());
   EXPECT_EQ(lastExport(), QString());
   execSql("delete from jxc_fd");

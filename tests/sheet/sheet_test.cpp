@@ -289,6 +289,13 @@ TEST_F(SheetTest, AFullDiskOrAStopLeavesTheOldFile) {
 
     EXPECT_FALSE(writeSheet(file, sheet, [](int percent) { return percent < 50; }));
     EXPECT_EQ(bytesOf(file), "old contents");
+    // The rows are written, and the file is put together.
+    {
+      SheetBook book(file);
+      ASSERT_TRUE(book.add(sheet));
+      EXPECT_FALSE(book.finish([] { return false; }));
+    }
+    EXPECT_EQ(bytesOf(file), "old contents");
 
     rlimit whole{};
     getrlimit(RLIMIT_FSIZE, &whole);

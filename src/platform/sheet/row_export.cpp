@@ -90,8 +90,8 @@ class Making final : public SheetFileInTheMaking {
   void add(const RowPieces& rows, const QString& sheet) override {
     asEngine([&] { book_.add(jxc::sheetOf(rows, sheet)); });
   }
-  void finish() override {
-    asEngine([&] { book_.finish(); });
+  bool finish(const std::function<bool()>& goesOn) override {
+    return asEngine([&] { return book_.finish(goesOn); });
   }
 
  private:

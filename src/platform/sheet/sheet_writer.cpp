@@ -1,5 +1,6 @@
 #include "platform/sheet/sheet_writer.h"
 
+#include "engine/work_behind.h"
 #include "platform/sheet/sheet_cells.h"
 
 #include <QDir>
@@ -234,10 +235,16 @@ bool SheetBook::add(const Sheet& sheet, const std::function<bool()>& goesOn) {
   return making_->told([&] { return writeOne(*making_->book, sheet, name, most, goesOn); });
 }
 
-void SheetBook::finish() {
-  making_->told([this] {
-    making_->book->save();
-    making_->beside.moveIntoPlace();
+bool SheetBook::finish(const std::function<bool()>& goesOn) {
+  return making_->told([this, &goesOn] {
+    bool isMoved = false;
+    WorkBehind work([this, &isMoved](const WorkBehind::Report& report) {
+      making_->book->save();
+      isMoved = report(99);
+      if (isMoved) making_->beside.moveIntoPlace();
+    });
+    work.result([&goesOn](int) { return !goesOn || goesOn(); });
+    return isMoved;
   });
 }
 
@@ -251,7 +258,7 @@ bool writeSheets(const QString& path, std::span<const Sheet> sheets, const Sheet
   for (const Sheet& sheet : sheets) {
     if (!book.add(sheet, [&steps] { return steps.next(); })) return false;
   }
-  book.finish();
+  if (!book.finish([&progress] { return !progress || progress(99); })) return false;
   if (progress) progress(100);
   return true;
 }

@@ -33,7 +33,9 @@ class SheetBook {
 
   /// `goesOn` is asked before each row; false stops the work.
   bool add(const Sheet& sheet, const std::function<bool()>& goesOn = {});
-  void finish();
+  /// The file is put together and brought to the disk in a thread of its own, which takes seconds for 100,000 rows:
+  /// `goesOn` is asked meanwhile, in the calling thread and so often that its window stays awake. False: it stopped it.
+  bool finish(const std::function<bool()>& goesOn = {});
 
  private:
   struct Making;

@@ -43,7 +43,8 @@ class Xlsx : public sheet_cells::Workbook {
     for (std::size_t i = 0; i < styles_.size(); ++i) {
       if (styles_[i] == style) return static_cast<int>(i);
     }
-    lxw_format* format = workbook_add_format(book_);
+    // The library asks for the number of a format by a sum over all of it, at every cell: a cell as any other has none.
+    lxw_format* format = style == Style{} ? nullptr : workbook_add_format(book_);
     if (!style.format.empty()) format_set_num_format(format, style.format.c_str());
     if (style.bold) format_set_bold(format);
     if (style.right) format_set_align(format, LXW_ALIGN_RIGHT);
