@@ -29,6 +29,14 @@ bool giveRoomBack(Database& database, const std::function<bool()>& goOn) {
   return bulk->giveRoomBack(goOn);
 }
 
+DeletingMuch::DeletingMuch(Database& database) : bulk_(dynamic_cast<Bulk*>(&database)) {
+  if (bulk_ != nullptr) bulk_->overwriteDeleted(false);
+}
+
+DeletingMuch::~DeletingMuch() {
+  if (bulk_ != nullptr) bulk_->overwriteDeleted(true);
+}
+
 bool isGivingRoomBack() {
   return bulk_detail::isGivingRoomBack;
 }

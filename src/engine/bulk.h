@@ -49,6 +49,8 @@ class Bulk {
   /// stops it. Whether it was done: a stopped one, or one that others stand in the way of, has changed nothing. Not
   /// inside a transaction.
   virtual bool giveRoomBack(const std::function<bool()>& goOn) = 0;
+  /// Whether whole pages of what is deleted are overwritten at once, as they are when nothing is said.
+  virtual void overwriteDeleted(bool isWanted) = 0;
 };
 
 /// That of a connection; throws DbError(Unsupported) when it has none.
@@ -56,7 +58,19 @@ Bulk& bulkOf(Database& database);
 /// As Bulk says; nothing where a connection has none, or is inside a transaction.
 void forgetReplaced(Database& database, const char* table);
 bool giveRoomBack(Database& database, const std::function<bool()>& goOn);
-/// Whether that goes on now: `goOn` is asked in the middle of a statement, and may not use the connection.
+/// While it lives, nearly everything is deleted, many times faster: what that leaves in the free room of the files goes
+/// with `giveRoomBack`, which comes behind it.
+class DeletingMuch {
+ public:
+  explicit DeletingMuch(Database& database);
+  ~DeletingMuch();
+  DeletingMuch(const DeletingMuch&) = delete;
+  DeletingMuch& operator=(const DeletingMuch&) = delete;
+
+ private:
+  Bulk* bulk_;
+};
+/// Whether giving back goes on now: `goOn` is asked in the middle of a statement, and may not use the connection.
 bool isGivingRoomBack();
 
 }  // namespace jxc

@@ -9,6 +9,7 @@
 #include "core/small_lookups.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "engine/bulk.h"
 #include "engine/waiting.h"
 #include "maintenance/closing_balances.h"
 #include "maintenance/closing_kept.h"
@@ -321,6 +322,7 @@ QString difference(const RowSet& before, const RowSet& now) {
 std::optional<RowSet> closeBooks(const Request& request, const QString& archive, const Progress& progress,
                                  const std::optional<RowSet>& agreed) {
   const LongWork longWork;
+  const DeletingMuch deleting(accountDb());
   try {
     Transaction transaction(accountDb());
     RowSet sheet = period_closing_detail::Closing(request, progress, agreed).run(archive);

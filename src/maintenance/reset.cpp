@@ -11,6 +11,8 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "core/verified_copy.h"
+#include "engine/bulk.h"
+#include "engine/server.h"
 #include "engine/waiting.h"
 
 #include <QDir>
@@ -86,6 +88,7 @@ bool isBackedUp(BackupFirst backup, const std::function<bool(int)>& step, Prompt
 
 void clear(Clearing what) {
   const LongWork longWork;
+  const DeletingMuch deleting(accountDb());
   Transaction transaction(accountDb());
   if (what == Clearing::Business) {
     resetBusinessAndStock();
@@ -153,11 +156,14 @@ Cleared clearData(Clearing what, const QString& question, BackupFirst backup,
   if (!alone || !isBackedUp(backup, step, prompt)) return Cleared::Refused;
   if (!prompt.ask(question + QStringLiteral("\r\n\r\n") + clearingInWords(what))) return Cleared::Declined;
   try {
-    return asOwner(prompt, QStringLiteral("数据清理"), [what] { clear(what); }) ? Cleared::Done : Cleared::Refused;
+    if (!asOwner(prompt, QStringLiteral("数据清理"), [what] { clear(what); })) return Cleared::Refused;
   } catch (const DbError& failure) {
     prompt.notice(QStringLiteral("数据没有清理，全部保持原样：") + failure.message());
     return Cleared::Refused;
   }
+  // With what the shop was, of which the file still holds the remains.
+  if (!isOnServer(accountDb())) giveRoomBack(accountDb(), [] { return true; });
+  return Cleared::Done;
 }
 
 void saveShopName(const QString& name, const QString& shortName, const QString& telephone, const QString& address) {

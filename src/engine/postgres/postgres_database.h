@@ -60,6 +60,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
   void expectPauses() override;
   void forgetReplaced(const char* table) override;
   bool giveRoomBack(const std::function<bool()>& goOn) override;
+  void overwriteDeleted(bool) override {}  // a server never does
 
   /// The owner of the tables; empty when this connection may do what he may.
   std::string ownerToAsk();

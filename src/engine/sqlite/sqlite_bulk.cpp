@@ -104,6 +104,12 @@ void SqliteDatabase::forgetReplaced(const char*) {
   sqlite3_wal_checkpoint_v2(connection_.get(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
 }
 
+/// "fast" still overwrites what stands in a page that is written anyway.
+void SqliteDatabase::overwriteDeleted(bool isWanted) {
+  const char* const sql = isWanted ? "pragma secure_delete=on" : "pragma secure_delete=fast";
+  sqlite3_exec(connection_.get(), sql, nullptr, nullptr, nullptr);
+}
+
 bool SqliteDatabase::giveRoomBack(const std::function<bool()>& goOn) {
   constexpr int stepsBetweenQuestions = 100000;  // of SQLite's machine: some hundredths of a second
   struct Asked {

@@ -59,6 +59,7 @@ class SqliteDatabase final : public Database, public Bulk {
   void expectPauses() override {}
   void forgetReplaced(const char* table) override;
   bool giveRoomBack(const std::function<bool()>& goOn) override;
+  void overwriteDeleted(bool isWanted) override;
 
   /// Rows of a select summed by their first `keys` columns (engine/grouped_sums.h).
   RowSet groupedSums(const SqlText& lines, std::span<const Value> values, int keys);
