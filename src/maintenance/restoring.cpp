@@ -37,7 +37,7 @@ namespace jxc {
 namespace restoring_detail {
 
 // Of the whole time until it is known what a backup holds.
-constexpr int percentOfCopying = 40, percentOfUpgrade = 45;
+constexpr int percentOfCopying = 25, percentOfCheck = 55, percentOfUpgrade = 60;
 constexpr qint64 pieceBytes = 1 << 20;
 constexpr qint64 headBytes = 32;
 
@@ -153,7 +153,8 @@ std::unique_ptr<OpenedBackup> OpenedBackup::open(const QString& name, const Copy
     throw cannotRestore(QString(error.message()).replace(backup.beside_ ? backup.beside_->file.name() : name, name));
   }
   Database& books = *backup.database_;
-  const StorageCheck storage = books.checkStorage();
+  const StorageCheck storage = books.checkStorage(part(report, percentOfCopying, percentOfCheck));
+  if (!storage.finished) return nullptr;
   if (!storage.damage.isEmpty())
     throw cannotRestore(QStringLiteral("它已损坏：") + storage.damage.mid(0, 2).join(QStringLiteral("；")));
   if (!stands(books, "select cs_employdate from jxc_xtcs") || !stands(books, "select c_name from jxc_company"))
