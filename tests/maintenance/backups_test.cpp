@@ -7,12 +7,18 @@
 #include "harness/account_set_fixture.h"
 #include "harness/counter.h"
 #include "harness/files.h"
+#include "harness/whole_books.h"
+#include "maintenance/closing_command.h"
+#include "maintenance/reset.h"
 #include "maintenance/restoring.h"
 #include "server/test_engine.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
+
+#include <sys/mount.h>
 
 namespace jxc::backups_test {
 
@@ -148,6 +154,83 @@ TEST_F(Backups, TwoInOneSecondAndAClockThatWentBackKeepBothAndTheStateSaysHowThe
   EXPECT_FALSE(backupState().failure.isEmpty());
 }
 
+// A small disk of its own, which root alone may mount: full, write-protected, and gone.
+TEST_F(Backups, ADiskThatTakesNoMoreLeavesTheLastGoodBackupAndTheBooks) {
+  const QByteArray disk = path(u"small"_qs).toUtf8();
+  QDir().mkdir(QString::fromUtf8(disk));
+  if (::mount("none", disk.constData(), "tmpfs", 0, "size=24m") != 0) GTEST_SKIP() << "no disk can be mounted here";
+  const auto gone = qScopeGuard([&disk] { ::umount2(disk.constData(), MNT_DETACH); });
+  settings.folder = QString::fromUtf8(disk);
+  ASSERT_TRUE(saveBackupSettings(settings, prompt));
+  insertRow("jxc_goodslist", {{"gl_kdrq", u"2021-04-01"}, {"g_sn", u"1"}, {"gl_flag", u"qc"}});
+  const QString good = backUpNow(settings);
+  const QByteArray content = bytesOf(good);
+  const auto count = [] { return lookupNumber("select count(*) from jxc_goodslist"); };
+  const auto nothingIsDone = [&](const QString& words) {
+    EXPECT_THROW(backUpNow(settings), DbError);
+    EXPECT_TRUE(backupState().failure.contains(words)) << backupState().failure.toStdString();
+    EXPECT_EQ(backupState().file, good);
+    // Commands that begin with a backup do not begin.
+    EXPECT_EQ(clearData(Clearing::Business, {}, BackupFirst::Always, {}, prompt), Cleared::Refused);
+    EXPECT_TRUE(prompt.lastNotice().startsWith(u"备份没有写成，数据没有清理："_qs))
+        << prompt.lastNotice().toStdString();
+    EXPECT_THROW(closing::closePeriod({{u"2021-04-30"_qs}}, prompt.willSayYes()), DbError);
+    EXPECT_EQ(count(), 1);
+  };
+  QFile filler(path(u"small/filler"_qs));
+  ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+  filler.write(QByteArray(24 << 20, 'x'));  // as much as goes in
+  nothingIsDone(u"空间已满"_qs);
+  EXPECT_EQ(bytesOf(good), content);
+  filler.remove();
+  ASSERT_EQ(::mount("none", disk.constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  EXPECT_TRUE(prompt.refused(saveBackupSettings(settings, prompt)).contains(u"不能写入"_qs));
+  nothingIsDone(u"只读"_qs);
+  ASSERT_EQ(::umount2(disk.constData(), MNT_DETACH), 0);
+  QDir().rmdir(QString::fromUtf8(disk));
+  EXPECT_THROW(backUpNow(settings), DbError);
+  EXPECT_EQ(backupState().file, good);
+}
+
+// The server goes at one moment after the other of each dangerous command.
+TEST_F(Backups, AServerThatGoesAwayTakesEveryCommandBack) {
+  if (!test::onServer()) GTEST_SKIP() << "a server's own";
+  test::WhileAsked yes{{}};
+  test::openShop(yes);
+  ASSERT_TRUE(saveBackupSettings(settings, prompt));
+  const QString file = backUpNow(settings);
+  insertRow("jxc_goods", {{"g_sn", u"nach"}, {"g_name", u"后来的"}});
+  auto backup = OpenedBackup::open(file);
+  const test::Books before = test::readBooks();
+  int left = 0;  // reports until it goes
+  const auto hear = [&left] {
+    if (left-- <= 0) test::cutConnections();
+    return true;
+  };
+  const CopyReport heard = [&](int) { return hear(); };
+  const std::pair<const char*, std::function<void()>> commands[] = {
+      {"backup", [&] { backUpNow(settings, heard); }},
+      {"restore", [&] { restoreBackup(*backup, prompt.willSayYes(), {.keeping = {}, .writing = heard}); }},
+      {"closing", [&] { closing::closeBooks({u"2021-05-03"_qs}, {}, [&](int, const QString&) { return hear(); }); }},
+  };
+  const auto changed = [&before] {
+    std::set<QString> fields = test::differences(before, test::readBooks());
+    std::erase_if(fields, [](const QString& field) { return field.startsWith(u"jxc_backupzk"); });
+    return fields;
+  };
+  for (const auto& [name, command] : commands)
+    for (const int moment : {0, 2, 9}) {
+      left = moment;
+      EXPECT_THROW(command(), DbError) << name << ' ' << moment;
+      EXPECT_EQ(changed(), std::set<QString>()) << name << ' ' << moment;
+    }
+  EXPECT_TRUE(kept().contains(QFileInfo(file).fileName()));
+  test::cutAtCommit("jxc_fkfs");
+  EXPECT_EQ(clearData(Clearing::Business, {}, BackupFirst::Always, {}, prompt.willSayYes()), Cleared::Refused);
+  EXPECT_TRUE(prompt.lastNotice().startsWith(u"数据没有清理，全部保持原样："_qs)) << prompt.lastNotice().toStdString();
+  EXPECT_EQ(changed(), std::set<QString>());
+}
+
 TEST_F(Backups, ARehearsalSaysWhetherTheLastOneWouldServe) {
   ASSERT_TRUE(saveBackupSettings(settings, prompt));
   EXPECT_FALSE(isRehearsalDue());
@@ -217,6 +300,7 @@ TEST_F(Backups, ARestoreTellsWhatComesAndKeepsWhatWasThere) {
   {  // as an older program left it
     const auto old = openSqlite(file);
     old->execute("drop table jxc_backupzk");
+    old->execute("update jxc_company set c_name='别人的店'");
     old->execute("update jxc_xtcs set cs_employdate='2021-07-15'");
   }
   const QByteArray bytes = bytesOf(file);
@@ -231,6 +315,7 @@ TEST_F(Backups, ARestoreTellsWhatComesAndKeepsWhatWasThere) {
 
   EXPECT_FALSE(restoreBackup(*backup, prompt.willSayNo()));
   EXPECT_TRUE(prompt.questions.last().contains(backup->lastDocument));
+  EXPECT_TRUE(prompt.questions.last().startsWith(u"单位名称：别人的店"_qs)) << "of another shop";
   const auto other = openPresence(accountDb());
   ASSERT_TRUE(other && other->enter({u"admin"_qs, 100001}));
   EXPECT_FALSE(restoreBackup(*backup, prompt));

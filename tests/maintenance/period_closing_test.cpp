@@ -138,7 +138,8 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   EXPECT_EQ(PeriodLock().day(), closingDay) << "what was closed is never open again";
   EXPECT_EQ(prompt.refused(period_locking::open(prompt)),
             u"数据结算已做到 %1，这些日期的账目不能解除锁定！"_qs.arg(closingDay));
-  EXPECT_EQ(closedAlready(closingDay), closingDay);
+  for (const QString& day : {closingDay, u"2021-04-10"_qs})
+    EXPECT_EQ(closedAlready(day), closingDay);
   EXPECT_EQ(textsOf(openSelect(archives()), {"da_year", "da_file"}).join(u'|'), closingDay + u" D:/备份.DAT"_qs);
 
   // What goods and accounts began with is in what was carried.
@@ -154,6 +155,10 @@ TEST_F(PeriodClosingTest, CarriesEveryBalanceAndKeepsWhatHasNotComeToItsEnd) {
   EXPECT_EQ(all("select g_sn,gl_kc,gl_pjjj from jxc_goodslist where gl_kdrq='2021-04-30' order by ck_sn,g_sn"),
             u"A|3|6|B|11|6.09|A|2|6"_qs);
   EXPECT_EQ(all("select gl_djh from jxc_khjh where jh_flag='jh'"), lent) << "its return could be taken back";
+  EXPECT_EQ(foundWrong(), QStringList());
+  // Whoever insists on a day before it opens nothing again.
+  ASSERT_TRUE(closeBooks({u"2021-04-20"_qs}, {}));
+  EXPECT_EQ(PeriodLock().day(), u"2021-04-30"_qs);
   EXPECT_EQ(foundWrong(), QStringList());
 }
 
