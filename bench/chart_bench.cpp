@@ -1,6 +1,6 @@
 // Charts: laid out and painted as a window shows them, with a day of the year each, and with a long list.
-#include "harness/gui.h"
 #include "ui/chart_picture.h"
+#include "windows.h"
 
 #include <QImage>
 #include <QPainter>
@@ -28,7 +28,7 @@ ChartData days(int count, bool compared = false) {
 }
 
 void draw(benchmark::State& state, ChartKind kind, bool compared = false) {
-  test::needGui();
+  bench::needWindows();
   const ChartData data = days(static_cast<int>(state.range(0)), compared);
   QFont font;
   font.setPixelSize(13);

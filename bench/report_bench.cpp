@@ -1,6 +1,6 @@
 // Paper: a sale of many lines laid out, painted and written. Lines grow, sums of page, group and report are in it.
-#include "harness/gui.h"
 #include "platform/report/report.h"
+#include "windows.h"
 
 #include <QImage>
 #include <QTemporaryDir>
@@ -42,7 +42,7 @@ Template saleTemplate() {
 }
 
 Report sale(int lines) {
-  test::needGui();
+  bench::needWindows();
   RowSet rows({"g_name", "dw_name", "ls_sl", "ls_dj", "class"});
   for (int i = 0; i < lines; ++i) {
     rows.addText(i % 5 == 0 ? "儿童防蓝光眼镜（含盒、布）送螺丝刀与备用鼻托一副，两年内免费调整 " + std::to_string(i)
