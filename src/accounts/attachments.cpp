@@ -74,7 +74,7 @@ void copy(QFile& from, const QString& to) {
 
 }  // namespace attachments_detail
 
-Place take(const PartnerSide& side, const QString& file) {
+Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Progress&) {
   using namespace attachments_detail;
   const QFileInfo info(file);
   if (!info.exists()) fail(u"附件文件不存在："_qs + file, {});
@@ -82,7 +82,8 @@ Place take(const PartnerSide& side, const QString& file) {
   QFile from(file);
   if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
   if (from.size() == 0) fail(u"附件是空文件："_qs + file, {});
-  const Place place{folderOf(side), newName(info.fileName()), shownNameOf(info.fileName())};
+  if (keeper == Keeper::Server) fail(u"没有设置FTP服务器！"_qs, {});
+  const Place place{folderOf(side), newName(info.fileName()), shownNameOf(info.fileName()), &side};
   const QString folder = programPath(place.folder);
   if (!QDir().mkpath(folder)) fail(u"附件的文件夹不能建立："_qs + folder, {});
   copy(from, folder + place.stored);
@@ -110,11 +111,24 @@ QString pathOf(const Place& place) {
   return {};
 }
 
-bool remove(const Place& place) {
+QString fetch(const Place& place, const Progress&) {
   using namespace attachments_detail;
-  if (!isOurFolder(place.folder) || !isPlainName(place.stored)) return true;
-  const QString path = programPath(place.folder) + place.stored;
-  return !QFileInfo::exists(path) || QFile::remove(path);
+  if (place.folder == kOnServer) fail(u"附件“%1”在远程FTP服务器上，本机不能打开！"_qs.arg(place.shown), {});
+  const QString path = pathOf(place);
+  if (path.isEmpty()) fail(u"附件“%1”不在本机，可能在保存它的那台电脑上！"_qs.arg(place.shown), {});
+  return path;
+}
+
+std::optional<QString> remove(const Place& place, const Progress&) {
+  using namespace attachments_detail;
+  if (!isOurFolder(place.folder) || !isPlainName(place.stored)) return {};
+  QFile file(programPath(place.folder) + place.stored);
+  if (!file.exists() || file.remove()) return {};
+  return file.fileName() + u"\r\n\r\n"_qs + file.errorString();
+}
+
+void removeBeside(const Place& place) {
+  remove(place);
 }
 
 }  // namespace jxc::attachments

@@ -1,10 +1,14 @@
-// 合同附件: the files of contracts in folders of the program's own, each under a name that nobody chose.
+// 合同附件: the files of contracts, in folders of the program's own or on a server, each under a name that nobody
+// chose.
 #pragma once
 
 #include "masterdata/partner_side.h"
 
 #include <QString>
 
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <stdexcept>
 
 namespace jxc::attachments {
@@ -12,27 +16,48 @@ namespace jxc::attachments {
 /// `ht_path` of a file that lies on a server.
 inline constexpr const char16_t* kOnServer = u"远程FTP服务器";
 
-/// Why a file cannot be taken, in words for the operator.
+/// Where a new attachment goes.
+enum class Keeper : std::uint8_t { Folder, Server };
+
+/// Of a transfer, 0 to 100; false stops it. Called in the caller's thread, many times a second while a server is waited
+/// for: a window stays alive by it. A file in a folder comes without.
+using Progress = std::function<bool(int percent)>;
+
+/// Why a file cannot be taken, fetched or removed, in words for the operator.
 class AttachmentError : public std::runtime_error {
  public:
   explicit AttachmentError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-/// Where an attachment lies, as it stands in the row of its contract.
-struct Place {
-  QString folder;  // ht_path: "ghsht/" or "khht/" below the program directory; of older sets a path of some machine
-  QString stored;  // ht_fujian: its name there
-  QString shown;   // ht_fjname: the name that it came with
+/// The operator stopped it.
+class AttachmentStopped : public AttachmentError {
+ public:
+  AttachmentStopped() : AttachmentError(QStringLiteral("传输已取消！")) {}
 };
 
-/// Copies a file into the folder of a side, under a new name. The shown name is cut to the 64 characters that it may
-/// have, its ending kept. Throws AttachmentError: no file, a folder, empty, not to be read, no room.
-Place take(const PartnerSide& side, const QString& file);
-/// Path of the file on this machine: the stored one, or of rows of older sets the one under its shown name; empty when
-/// neither is there.
+/// Where an attachment lies, as it stands in the row of its contract.
+struct Place {
+  QString folder;  // ht_path: "ghsht/" or "khht/" below the program directory, or kOnServer; of older sets a path of
+                   // some machine
+  QString stored;  // ht_fujian: its name there
+  QString shown;   // ht_fjname: the name that it came with
+  const PartnerSide* side = &supplierSide;  // ht_type: on a server the folder follows from it
+};
+
+/// Copies a file to where it is kept, under a new name. The shown name is cut to the 64 characters that it may have,
+/// its ending kept. Throws AttachmentError: no file, a folder, empty, not to be read, no room, what the server said;
+/// nothing is left behind then as far as the server can be reached.
+Place take(const PartnerSide& side, const QString& file, Keeper keeper = Keeper::Folder, const Progress& progress = {});
+/// Path of the file on this machine, in its folder: the stored one, or of rows of older sets the one under its shown
+/// name; empty when neither is there, and for one on a server.
 QString pathOf(const Place& place);
-/// Removes a stored file; never one under its shown name, and nothing outside of the two folders. False: it is still
-/// there.
-bool remove(const Place& place);
+/// Path of a file that can be opened: the one in its folder, or a copy from the server, to be read only, in a folder
+/// that nobody else can look into and that goes with the program. Throws AttachmentError.
+QString fetch(const Place& place, const Progress& progress = {});
+/// Removes a stored file; never one under its shown name, and nothing outside of the two folders of either keeper. Why
+/// it is still there, in words; nothing when it is gone.
+std::optional<QString> remove(const Place& place, const Progress& progress = {});
+/// The same, for whoever cannot wait: a file on a server is removed beside the window, and stays when that fails.
+void removeBeside(const Place& place);
 
 }  // namespace jxc::attachments

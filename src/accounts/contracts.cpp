@@ -1,6 +1,5 @@
 #include "accounts/contracts.h"
 
-#include "accounts/attachments.h"
 #include "core/clock.h"
 #include "core/log.h"
 #include "core/numbers.h"
@@ -23,7 +22,8 @@ RowSet rowOf(const QString& number) {
   return openSelect("select * from jxc_htgl where ht_sn=? and ht_sn<>''", number);
 }
 Place placeOf(const Row& row) {
-  return {row.text("ht_path"), row.text("ht_fujian"), row.text("ht_fjname")};
+  return {row.text("ht_path"), row.text("ht_fujian"), row.text("ht_fjname"),
+          row.text("ht_type") == words(customerSide.type) ? &customerSide : &supplierSide};
 }
 Refusal gone() {
   return {u"该合同刚刚被其他操作员删除！"_qs};
@@ -110,7 +110,8 @@ std::optional<Contract> openContract(const PartnerSide& side, const QString& num
                   .attachment = row.text("ht_fjname")};
 }
 
-std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt) {
+std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt,
+                                    const attachments::Progress& progress) {
   namespace detail = contracts_detail;
   if (refused({{draft.name.trimmed().isEmpty(), u"合同名称必须填写！"_qs, Subject::Name},
                {draft.partner.isEmpty(), u"必须选择合同单位！"_qs, Subject::Partner},
@@ -121,7 +122,10 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
   attachments::Place taken, replaced;
   if (!draft.file.isEmpty()) {
     try {
-      taken = attachments::take(side, draft.file);
+      taken = attachments::take(side, draft.file, draft.keeper, progress);
+    } catch (const attachments::AttachmentStopped&) {
+      prompt.say(u"传输已取消，合同没有保存"_qs);
+      return {};
     } catch (const attachments::AttachmentError& failure) {
       prompt.notice(QString::fromUtf8(failure.what()));
       return {};
@@ -138,19 +142,19 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
     }
     if (!overtaken) transaction.commit();
   } catch (...) {
-    attachments::remove(taken);
+    attachments::removeBeside(taken);
     throw;
   }
   if (overtaken) {
-    attachments::remove(taken);
+    attachments::removeBeside(taken);
     isRefused(overtaken, prompt);
     return {};
   }
-  attachments::remove(replaced);
+  attachments::removeBeside(replaced);
   return number;
 }
 
-std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt) {
+std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt, const attachments::Progress& progress) {
   namespace detail = contracts_detail;
   const RowSet rows = detail::rowOf(number);
   if (rows.isEmpty()) {
@@ -159,16 +163,17 @@ std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt) {
   }
   const attachments::Place place = detail::placeOf(rows.front());
   if (place.shown.isEmpty()) return {};
-  const QString path = attachments::pathOf(place);
-  if (refused(
-          {{place.folder == attachments::kOnServer, u"附件“%1”在远程FTP服务器上，本机不能打开！"_qs.arg(place.shown)},
-           {path.isEmpty(), u"附件“%1”不在本机，可能在保存它的那台电脑上！"_qs.arg(place.shown)}},
-          prompt))
-    return {};
-  return path;
+  try {
+    return attachments::fetch(place, progress);
+  } catch (const attachments::AttachmentStopped&) {
+    prompt.say(u"传输已取消"_qs);
+  } catch (const attachments::AttachmentError& failure) {
+    prompt.notice(QString::fromUtf8(failure.what()));
+  }
+  return {};
 }
 
-bool deleteContract(const QString& number, Prompt& prompt) {
+bool deleteContract(const QString& number, Prompt& prompt, const attachments::Progress& progress) {
   namespace detail = contracts_detail;
   if (!prompt.ask(QStringLiteral("您确定要删除该合同信息吗！"))) return false;
   attachments::Place place;
@@ -182,7 +187,8 @@ bool deleteContract(const QString& number, Prompt& prompt) {
     writeLog(u"删除合同，编号："_qs + number + u"，名称："_qs + rows.front().text("ht_name"));
     transaction.commit();
   }
-  if (!attachments::remove(place)) prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + attachments::pathOf(place));
+  if (const auto left = attachments::remove(place, progress))
+    prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + *left);
   return true;
 }
 
@@ -197,7 +203,7 @@ void htDelete(const QString& number) {
     detail::deleteRow(number);
     transaction.commit();
   }
-  attachments::remove(place);
+  attachments::removeBeside(place);
 }
 
 void htLink(const QString& number, const QString& partner, const QString& document) {

@@ -2,6 +2,7 @@
 // to its contract.
 #pragma once
 
+#include "accounts/attachments.h"
 #include "core/enquiry.h"
 #include "core/prompt.h"
 #include "masterdata/partner_side.h"
@@ -20,6 +21,7 @@ struct Draft {
   QString employee;  // u_sn
   QString content;   // any length
   QString file;      // an attachment that was chosen now; empty: the one that is there stays
+  attachments::Keeper keeper = attachments::Keeper::Folder;  // that it goes to
 };
 
 /// A contract as it is looked at.
@@ -32,17 +34,20 @@ struct Contract {
 
 /// Of either side. Nothing, after telling so, when another operator has deleted it.
 std::optional<Contract> openContract(const PartnerSide& side, const QString& number, Prompt& prompt);
-/// Saves a new or changed contract with its attachment; a file that cannot be taken is refused with the reason, and
-/// nothing is written. Its number, or nothing when refused.
-std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt);
+/// Saves a new or changed contract with its attachment, which goes first: a file that cannot be taken is refused with
+/// the reason, or with what the server said, and nothing is written. Its number, or nothing when refused or stopped.
+std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt,
+                                    const attachments::Progress& progress = {});
 
-/// Path of a contract's attachment on this machine, ready to be opened; nothing, after telling why, where there is
-/// none.
-std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt);
+/// Path of a contract's attachment on this machine, fetched from its server where it lies on one, ready to be opened;
+/// nothing, after telling why, where there is none.
+std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt,
+                                        const attachments::Progress& progress = {});
 
-/// Deletes a contract with its file, and what points to it. Asks.
-bool deleteContract(const QString& number, Prompt& prompt);
+/// Deletes a contract with its file, and what points to it. Asks, and tells of a file that could not be removed.
+bool deleteContract(const QString& number, Prompt& prompt, const attachments::Progress& progress = {});
 /// The same without questions, whatever points to it: of a contract that was added for a document which is given up.
+/// Waits for no server.
 void htDelete(const QString& number);
 /// Ties a contract to the document that it was picked or added for. Inside the caller's transaction.
 void htLink(const QString& number, const QString& partner, const QString& document);
