@@ -27,5 +27,5 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 # What no program links, but the windows need: Chinese texts of Qt, a Chinese font, what Qt's camera stands on.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "fonts-wqy-microhei | fonts-noto-cjk, qt6-translations-l10n, gstreamer1.0-plugins-base")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins, gstreamer1.0-plugins-good")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins, gstreamer1.0-plugins-good, ca-certificates")
 include(CPack)

@@ -29,6 +29,8 @@ RULES = {
     "messaging": ["members", "statistics", "output"],
     "maintenance": ["ledgers", "stock", "masterdata", "accounts", "output", "inventory", "purchasing", "sales"],
 }
+# Calls to servers of others know no database, and only rules make them.
+NET = "platform/net/"
 LEDGERS = re.compile(r"(?:accounts/(?:\w+_ledger|running_balance)|members/\w+_ledger)\.")
 BELOW = ["core", "platform", "engine"]
 # A screen reads with core/reading.h; these can change rows, and no header that a screen includes may bring them along.
@@ -38,10 +40,11 @@ DOCUMENTS = ["inventory", "purchasing", "sales", "pos"]
 MAY_INCLUDE = {
     "jet": [],
     "engine": ["jet"],
+    "net": [],
     "platform": ["engine", "jet"],
     "core": ["engine", "platform"],
     "ui": BELOW,
-    **{name: others + BELOW for name, others in RULES.items()},
+    **{name: others + BELOW + ["net"] for name, others in RULES.items()},
     "screens": ["ui", *RULES, *BELOW],
     "app": ["ui", "screens", *RULES, *BELOW],
 }
@@ -64,7 +67,9 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
 
 
 def module_of(path: pathlib.PurePosixPath) -> str:
-    """The module of a path below src/: its first folder, "screens", or "ledgers"."""
+    """The module of a path below src/: its first folder, "screens", "ledgers" or "net"."""
+    if str(path).startswith(NET):
+        return "net"
     if LEDGERS.match(str(path)):
         return "ledgers"
     return "screens" if "screens" in path.parts[:-1] else path.parts[0]
