@@ -1,5 +1,6 @@
 #include "accounts/attachments.h"
 
+#include "accounts/attachment_server.h"
 #include "core/clock.h"
 #include "core/file_names.h"
 #include "core/program_directory.h"
@@ -25,6 +26,10 @@ QString folderOf(const PartnerSide& side) {
 }
 bool isOurFolder(const QString& folder) {
   return folder == folderOf(customerSide) || folder == folderOf(supplierSide);
+}
+/// A folder of a server, as it stands in an address.
+QString serverFolderOf(const PartnerSide& side) {
+  return folderOf(side).chopped(1);
 }
 /// A name and no way to somewhere else.
 bool isPlainName(const QString& name) {
@@ -74,7 +79,7 @@ void copy(QFile& from, const QString& to) {
 
 }  // namespace attachments_detail
 
-Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Progress&) {
+Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Progress& progress) {
   using namespace attachments_detail;
   const QFileInfo info(file);
   if (!info.exists()) fail(u"附件文件不存在："_qs + file, {});
@@ -82,8 +87,13 @@ Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Pr
   QFile from(file);
   if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
   if (from.size() == 0) fail(u"附件是空文件："_qs + file, {});
-  if (keeper == Keeper::Server) fail(u"没有设置FTP服务器！"_qs, {});
-  const Place place{folderOf(side), newName(info.fileName()), shownNameOf(info.fileName()), &side};
+  const bool isOnServer = keeper == Keeper::Server;
+  const Place place{isOnServer ? words(kOnServer) : folderOf(side), newName(info.fileName()),
+                    shownNameOf(info.fileName()), &side};
+  if (isOnServer) {
+    storeOnServer(file, serverFolderOf(side), place.stored, progress);
+    return place;
+  }
   const QString folder = programPath(place.folder);
   if (!QDir().mkpath(folder)) fail(u"附件的文件夹不能建立："_qs + folder, {});
   copy(from, folder + place.stored);
@@ -111,24 +121,42 @@ QString pathOf(const Place& place) {
   return {};
 }
 
-QString fetch(const Place& place, const Progress&) {
+QString fetch(const Place& place, const Progress& progress) {
   using namespace attachments_detail;
-  if (place.folder == kOnServer) fail(u"附件“%1”在远程FTP服务器上，本机不能打开！"_qs.arg(place.shown), {});
+  if (place.folder == kOnServer) {
+    QStringList names{place.stored, place.shown};  // of older rows the shown one
+    names.removeIf([](const QString& each) { return !isPlainName(each); });
+    return fetchFromServer(serverFolderOf(*place.side), names, place.shown, progress);
+  }
   const QString path = pathOf(place);
   if (path.isEmpty()) fail(u"附件“%1”不在本机，可能在保存它的那台电脑上！"_qs.arg(place.shown), {});
   return path;
 }
 
-std::optional<QString> remove(const Place& place, const Progress&) {
+std::optional<QString> remove(const Place& place, const Progress& progress) {
   using namespace attachments_detail;
-  if (!isOurFolder(place.folder) || !isPlainName(place.stored)) return {};
+  if (!isPlainName(place.stored)) return {};
+  if (place.folder == kOnServer) {
+    const QString folder = serverFolderOf(*place.side);
+    try {
+      removeFromServer(folder, place.stored, progress);
+      return {};
+    } catch (const AttachmentError& failure) {
+      return folder + u'/' + place.stored + u"\r\n\r\n"_qs + QString::fromUtf8(failure.what());
+    }
+  }
+  if (!isOurFolder(place.folder)) return {};
   QFile file(programPath(place.folder) + place.stored);
   if (!file.exists() || file.remove()) return {};
   return file.fileName() + u"\r\n\r\n"_qs + file.errorString();
 }
 
 void removeBeside(const Place& place) {
-  remove(place);
+  using namespace attachments_detail;
+  if (place.folder != kOnServer)
+    remove(place);
+  else if (isPlainName(place.stored))
+    removeFromServerBeside(serverFolderOf(*place.side), place.stored);
 }
 
 }  // namespace jxc::attachments

@@ -21,7 +21,9 @@ Progress::~Progress() = default;
 
 bool Progress::step(int percent) {
   if (percent != dialog_->value()) dialog_->setValue(percent);  // shows itself and runs the event loop
-  QApplication::processEvents(QEventLoop::AllEvents, 5);
+  // Until the bar is there nothing stands before the window: a second F5 would begin the command once more.
+  const auto heard = dialog_->isVisible() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents;
+  QApplication::processEvents(heard, 5);
   return !dialog_->wasCanceled();
 }
 

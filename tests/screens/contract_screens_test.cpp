@@ -3,6 +3,8 @@
 #include "accounts/contracts.h"
 #include "core/program_directory.h"
 #include "core/text.h"
+#include "harness/files.h"
+#include "harness/ftp_server.h"
 #include "screens/harness/screen_test.h"
 #include "ui/file_dialogs.h"
 
@@ -106,6 +108,64 @@ TEST_F(ContractScreens, OldRowsOpenTheirFileAndLeaveItAndNothingElseIsRemoved) {
   EXPECT_TRUE(QFileInfo::exists(outside)) << "nothing outside of the two folders";
   execSql("update jxc_htgl set ht_path=?", words(attachments::kOnServer));
   EXPECT_FALSE(contracts::attachmentToOpen(u"100002"_qs, prompt));
+}
+
+/// What goes wrong on a server is told with the form as it was; the operator tries again or keeps the file here.
+TEST_F(ContractScreens, AttachmentsGoToTheServerThatTheSettingsNameAndComeBackToBeLookedAt) {
+  if (!FtpServer::canStart()) GTEST_SKIP() << "python3-pyftpdlib is not installed";
+  const FtpServer server;
+  open("F_Htgl", [&](ui::Screen& s) {
+    press(s, "F6", "F_Htgl_Ftp", [&](ui::Screen& ftp) {
+      type(ftp, "ftp_ip", u"ftp://nas/");
+      press(ftp, "F5", u"服务器地址只填写名称或IP地址，例如 192.168.1.8！"_qs);
+      type(ftp, "ftp_ip", u"127.0.0.1");
+      type(ftp, "ftp_port", QString::number(server.port()));
+      type(ftp, "ftp_user", u"shop");
+      type(ftp, "ftp_pwd", u"geheim&9");
+      expectQuestion(
+          u"服务器 127.0.0.1 不支持加密传输：用户名、密码和文件会以明文经过网络，途中的任何人都能看到。\r\n\r\n"
+          u"要允许不加密吗？"_qs,
+          Answer::Yes);
+      press(ftp, "F6", u"连接成功，可以保存附件！"_qs);
+      EXPECT_TRUE(ftp.field("chkPlain").isChecked());
+      press(ftp, "F5");
+    });
+    s.findChild<QTabWidget*>()->setCurrentIndex(1);
+    for (const QString& keep : {u"FTP服务器"_qs, u"本机"_qs})
+      press(s, "F3", "F_Htgl_Sele", [&](ui::Screen& form) {
+        type(form, "tname", u"供镜协议");
+        form.field("tghs").setPicked({u"普通客户"_qs, u"100001"_qs});
+        chooses(given(u"协议.pdf"_qs));
+        press(form, "F6");
+        EXPECT_EQ(form.field("comKeep").text(), "FTP服务器");
+        choose(form, "comKeep", keep);
+        if (keep != u"本机") {
+          server.mood("full");
+          press(form, "F5",
+                u"附件没有能够保存到FTP服务器！\r\n\r\n服务器 127.0.0.1 的空间不足！\r\n\r\n"
+                u"服务器说：452 Insufficient storage space."_qs);
+          server.mood({});
+          EXPECT_EQ(form.field("tname").text(), "供镜协议");
+        }
+        press(form, "F5");
+      });
+    ASSERT_EQ(s.grid("gridHt2").rowCount(), 2);
+    EXPECT_EQ(kept().size(), 1);
+    ASSERT_EQ(server.files().size(), 1);
+
+    s.grid("gridHt2").selectRow(1);  // the older one
+    QString looked;
+    ui::setViewerAnswer([&](const QString& file) {
+      looked = file;
+      return true;
+    });
+    press(s, "F8", "F_Htgl_Chakan", [&](ui::Screen& view) { press(view, "F6"); });
+    EXPECT_EQ(bytesOf(looked), "合同正文");
+    EXPECT_TRUE(looked.endsWith(u"协议.pdf"_qs) && !looked.startsWith(programPath({}))) << looked.toStdString();
+    click(s, "btn_Dele2", QStringLiteral("您确定要删除该合同信息吗！"), Answer::Yes);
+  });
+  EXPECT_EQ(server.files(), QStringList());
+  EXPECT_EQ(kept().size(), 1);
 }
 
 }  // namespace jxc::test::contract_screens_test

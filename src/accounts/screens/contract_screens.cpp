@@ -1,5 +1,6 @@
 #include "accounts/screens/contract_screens.h"
 
+#include "accounts/attachment_server.h"
 #include "core/clock.h"
 #include "core/defaults.h"
 #include "core/fillers.h"
@@ -7,6 +8,7 @@
 #include "masterdata/partners.h"
 #include "masterdata/screens/partner_picker.h"
 #include "ui/file_dialogs.h"
+#include "ui/progress.h"
 
 #include <QFileInfo>
 
@@ -22,6 +24,7 @@ constexpr ui::FieldSpec kEntryFields[] = {
     {"dateCg", "日期：", FieldKind::Date},
     {"comUser", "经办人：", FieldKind::Combo},
     {"tfj", "附件：", FieldKind::Text, "", 260, ui::ReadOnly},
+    {"comKeep", "附件保存在：", FieldKind::Combo},
     {"tnote", "合同内容：", FieldKind::Memo, "", kMostOfContent},
 };
 constexpr ui::CommandSpec kEntryCommands[] = {
@@ -43,6 +46,12 @@ constexpr ui::CommandSpec kViewCommands[] = {{"btnFj", "打开附件", "F6"}, {"
 constexpr ui::ScreenSpec kView = {
     .name = "F_Htgl_Chakan", .title = "查看合同", .fields = kViewFields, .commands = kViewCommands, .focus = "tnote"};
 
+const QString kServer = QStringLiteral("ftp"), kFolder = QStringLiteral("folder");  // keys of where a file is kept
+
+std::function<bool(int)> transferring(QWidget* parent) {
+  return ui::progressOnDemand(u"正在传输附件……"_qs, parent);
+}
+
 const ui::Registered<TF_Htgl_Sele> kRegisteredEntry{"F_Htgl_Sele"};
 const ui::Registered<TF_Htgl_Chakan> kRegisteredView{"F_Htgl_Chakan"};
 
@@ -51,7 +60,7 @@ const ui::Registered<TF_Htgl_Chakan> kRegisteredView{"F_Htgl_Chakan"};
 // ---- entry -------------------------------------------------------------------------------------------------------
 
 TF_Htgl_Sele::TF_Htgl_Sele() : Screen(contract_screens_detail::kEntry) {
-  panel().form({"tname tghs", "dateCg comUser", "tfj", "tnote"}).buttons("btnFj | btnOK btnCancel");
+  panel().form({"tname tghs", "dateCg comUser", "tfj comKeep", "tnote"}).buttons("btnFj | btnOK btnCancel");
   field("tghs").onPick([this] { return side_->isCustomer() ? pickCustomer() : pickSupplier(); });
   on(command("btnFj"), [this] { chooseAttachment(); });
   on(command("btnOK"), [this] { save(); });
@@ -71,6 +80,7 @@ std::optional<QString> TF_Htgl_Sele::edit(const PartnerSide& side, const contrac
 }
 
 void TF_Htgl_Sele::activate() {
+  namespace detail = contract_screens_detail;
   if (draft_.date.isEmpty()) draft_.date = clock::today();
   field("tghs").setLabel(words(side_->noun) + u"："_qs);
   field("tname").load(draft_.name);
@@ -80,6 +90,10 @@ void TF_Htgl_Sele::activate() {
   field("comUser").setKey(draft_.employee.isEmpty() ? keyToPropose(field("comUser").items(), defaultEmployeeSn())
                                                     : draft_.employee);
   field("tfj").setText(attachment_);
+  // Where a server is set it is what the shop wants; a file for this machine only is the exception.
+  const bool hasServer = attachments::serverSettings().has_value();
+  field("comKeep").setItems({{u"FTP服务器"_qs, detail::kServer}, {u"本机"_qs, detail::kFolder}});
+  field("comKeep").setVisible(hasServer);
   field("tnote").load(draft_.content);
 }
 
@@ -91,6 +105,7 @@ void TF_Htgl_Sele::chooseAttachment() {
 }
 
 void TF_Htgl_Sele::save() {
+  namespace detail = contract_screens_detail;
   if (!checkFields()) return;
   contracts::Draft draft = draft_;
   draft.name = field("tname").trimmed();
@@ -98,7 +113,9 @@ void TF_Htgl_Sele::save() {
   draft.date = field("dateCg").text();
   draft.employee = field("comUser").key();
   draft.content = field("tnote").text();
-  const auto number = contracts::saveContract(*side_, draft, prompt());
+  const bool toServer = attachments::serverSettings() && field("comKeep").key() == detail::kServer;
+  draft.keeper = toServer ? attachments::Keeper::Server : attachments::Keeper::Folder;
+  const auto number = contracts::saveContract(*side_, draft, prompt(), detail::transferring(this));
   if (!number) return;
   saved_ = *number;
   accept();
@@ -109,7 +126,8 @@ void TF_Htgl_Sele::save() {
 TF_Htgl_Chakan::TF_Htgl_Chakan() : Screen(contract_screens_detail::kView) {
   panel().form({"tsn dateHt", "tname tghs", "tuser tdjh", "tfj", "tnote"}).buttons("| btnFj btnCancel");
   on(command("btnFj"), [this] {
-    const auto file = contracts::attachmentToOpen(contract_.number, prompt());
+    const auto file =
+        contracts::attachmentToOpen(contract_.number, prompt(), contract_screens_detail::transferring(this));
     if (file && !ui::openWithViewer(*file)) prompt().notice(u"本机没有能够打开这种文件的程序：\r\n\r\n"_qs + *file);
   });
   resize(640, 440);

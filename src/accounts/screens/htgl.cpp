@@ -2,6 +2,7 @@
 #include "accounts/screens/contract_screens.h"
 #include "masterdata/screens/partner_text.h"
 #include "ui/enquiry_screen.h"
+#include "ui/progress.h"
 
 namespace jxc {
 namespace htgl_detail {
@@ -51,7 +52,9 @@ struct Contracts {
     if (opened) ui::screenAs<TF_Htgl_Chakan>("F_Htgl_Chakan").look(partnerSide(Side), *opened);
     return !opened;
   }
-  static bool remove(const Row& row, Prompt& prompt) { return contracts::deleteContract(row.text("ht_sn"), prompt); }
+  static bool remove(const Row& row, Prompt& prompt) {
+    return contracts::deleteContract(row.text("ht_sn"), prompt, ui::progressOnDemand(u"正在删除附件……"_qs, nullptr));
+  }
 
   static constexpr ui::EnquiryCommand commands[] = {
       {.name = joined<"btn_Add", Number>, .caption = "增加", .key = "F3", .whole = add},
@@ -73,8 +76,15 @@ struct Contracts {
 
 constexpr ui::EnquiryTab kTabs[] = {Contracts<PartnerType::Supplier, "1">::tab,
                                     Contracts<PartnerType::Customer, "2">::tab};
-constexpr ui::EnquirySpec kEnquiry = {
-    .name = "F_Htgl", .title = "合同管理", .tabs = kTabs, .first = ui::FirstPeriod::YearToToday, .focus = "gridHt1"};
+// Name and password of a server are for who may change the settings of the shop.
+constexpr ui::EnquiryCommand kCommands[] = {
+    {.name = "btn_Ftp", .caption = "FTP参数", .key = "F6", .right = {"qtcz", 11}, .opens = "F_Htgl_Ftp"}};
+constexpr ui::EnquirySpec kEnquiry = {.name = "F_Htgl",
+                                      .title = "合同管理",
+                                      .tabs = kTabs,
+                                      .commands = kCommands,
+                                      .first = ui::FirstPeriod::YearToToday,
+                                      .focus = "gridHt1"};
 const ui::RegisteredEnquiry<> kRegistered{kEnquiry};
 
 }  // namespace htgl_detail

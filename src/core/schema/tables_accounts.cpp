@@ -83,6 +83,14 @@ constexpr std::string_view kFtp = R"(
     ftp_port varchar(8)
     ftp_folder nvarchar(32))";
 
+// What the operator said about the server of that address: whether it may do without encryption, and which certificate
+// of its own he trusts.
+constexpr std::string_view kFtpTrust = R"(
+    ftp_ip varchar(32)
+    ftp_port varchar(8)
+    ftp_mw bit               -- unencrypted where it offers none
+    ftp_zs varchar(64))";
+
 constexpr std::string_view kCustomerContract = R"(
     ht_sn varchar(8)
     ht_rq varchar(32)
@@ -212,6 +220,7 @@ constexpr TableDefinition kTables[] = {
     {"jxc_yyfy", kExpense},
     {"jxc_htgl", kContract},
     {"jxc_ftpcs", kFtp},
+    {"jxc_ftpaq", kFtpTrust},
     {"jxc_khhtgl", kCustomerContract},
     {"jxc_fylx", kExpenseType, kExpenseTypeSeeds},
     {"jxc_zcmx", kAssetMovement},

@@ -400,6 +400,7 @@ std::vector<UpgradeStep> ladder() {
                   .stamp = "2026-12-01",
                   .blocks = {added("jxc_jsda", {{"da_ql", "0"}}), added("jxc_backupzk", {{"bz_set", "''"}})},
                   .untilDone = true},
+      step("2026-12-02", {missing("select ftp_zs from jxc_ftpaq", {recreate("jxc_ftpaq")})}),
   };
 }
 

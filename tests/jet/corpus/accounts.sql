@@ -223,6 +223,9 @@ delete from jxc_htgl where ht_sn='100001'
 delete from jxc_ftpcs
 insert into jxc_ftpcs (ftp_ip,ftp_user,ftp_pwd,ftp_port,ftp_folder) values ('192.168.1.8','ht','pwd','21','合同')
 select * from jxc_ftpcs
+delete from jxc_ftpaq
+insert into jxc_ftpaq (ftp_ip,ftp_port,ftp_mw,ftp_zs) values ('192.168.1.8','21',0,'')
+select ftp_mw,ftp_zs from jxc_ftpaq where ftp_ip='192.168.1.8' and ftp_port='21'
 -- Closing up to a date: what was done is counted and summed.
 select top 1 nj_year from jxc_nj where nj_year>='2021-05-03'
 select count(*) as ds,sum(j_yfje) as je from jxc_jhd where j_status=1 and j_jhrq<='2021-05-03 23:59:59'

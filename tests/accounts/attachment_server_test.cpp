@@ -1,0 +1,240 @@
+// Attachments of contracts on a real FTP server: there and back, and whatever may go wrong on the way.
+#include "accounts/attachment_server.h"
+
+#include "accounts/contracts.h"
+#include "core/text.h"
+#include "harness/account_set_fixture.h"
+#include "harness/files.h"
+#include "harness/ftp_server.h"
+#include "platform/net/ftp.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <optional>
+
+namespace jxc::test::attachment_server_test {
+
+using attachments::Keeper;
+using Encryption = FtpServer::Encryption;
+const QString kPassword = QStringLiteral("geheim&9");
+
+class AttachmentServer : public AccountSetFixture {
+ protected:
+  void SetUp() override {
+    if (!FtpServer::canStart()) GTEST_SKIP() << "python3-pyftpdlib is not installed";
+  }
+  ~AttachmentServer() override { attachments::setServerTerms(std::chrono::seconds(20), {}); }
+
+  FtpServer& start(Encryption encryption) { return server_.emplace(encryption); }
+  attachments::ServerSettings settings() {
+    return {.host = u"127.0.0.1"_qs,
+            .user = u"shop"_qs,
+            .password = kPassword,
+            .port = QString::number(server_->port()),
+            .mayBePlain = true};
+  }
+  void use(const attachments::ServerSettings& settings) {
+    ASSERT_TRUE(attachments::saveServerSettings(settings, prompt));
+  }
+  QString given(const QString& name, const QByteArray& content) {
+    writeBytes(folder_.filePath(name), content);
+    return folder_.filePath(name);
+  }
+  std::optional<QString> save(const QString& file, const attachments::Progress& progress = {}) {
+    return contracts::saveContract(customerSide,
+                                   {.name = u"供镜协议"_qs,
+                                    .date = u"2021-05-03"_qs,
+                                    .partner = u"100001"_qs,
+                                    .employee = u"100001"_qs,
+                                    .file = file,
+                                    .keeper = Keeper::Server},
+                                   prompt, progress);
+  }
+  QString contractsWritten() { return lookupValue("select count(*) from jxc_htgl"); }
+  QString storedName(const QString& number) {
+    return u"khht/"_qs + QString(lookupValue("select ht_fujian from jxc_htgl where ht_sn=?", number));
+  }
+  /// What is removed beside the window takes its moment.
+  bool comesTo(const QStringList& files) {
+    for (int waited = 0; waited < 5000 && server_->files() != files; waited += 20)
+      QThread::msleep(20);
+    return server_->files() == files;
+  }
+
+  std::optional<FtpServer> server_;
+  QTemporaryDir folder_;
+};
+
+TEST_F(AttachmentServer, FilesGoThereComeBackAndGoWithTheirContractAndNothingElseDoes) {
+  const FtpServer& server = start(Encryption::None);
+  const QString folder = u"店铺 合同"_qs;
+  QDir(server.root()).mkpath(folder);
+  writeBytes(server.root() + u'/' + folder + u"/旧合同.doc"_qs, "old");
+  auto settings = this->settings();
+  settings.folder = folder + u'/';
+  use(settings);
+  // The same shown name on two contracts; the folder of the side is made.
+  const auto first = save(given(u"协议.pdf"_qs, "first")), second = save(given(u"协议.pdf"_qs, "second"));
+  ASSERT_TRUE(first && second) << prompt.lastNotice().toStdString();
+  EXPECT_EQ(QString(lookupValue("select ht_path+ht_fjname from jxc_htgl where ht_sn=?", *first)),
+            u"远程FTP服务器协议.pdf");
+  EXPECT_EQ(server.files().size(), 3);
+  for (const auto& [number, content] : {std::pair(*first, "first"), std::pair(*second, "second")}) {
+    contracts::htLink(number, u"100001"_qs, u"XS2105031000"_qs + number.right(1));
+    const auto copy = contracts::attachmentToOpen(number, prompt);
+    ASSERT_TRUE(copy) << prompt.lastNotice().toStdString();
+    EXPECT_EQ(bytesOf(*copy), content);
+    EXPECT_EQ(QFileInfo(*copy).fileName(), u"协议.pdf");
+    // The folder of copies, above that of this one, is shut to everybody else.
+    EXPECT_EQ(QFileInfo(QFileInfo(QFileInfo(*copy).path()).path()).permissions() & 0x77, 0);
+  }
+  // A row of an older set shows the file by its given name, and leaves it.
+  execSql("insert into jxc_htgl (ht_sn,ht_type,ht_path,ht_fujian,ht_fjname) values ('900001','kh',?,'','旧合同.doc')",
+          words(attachments::kOnServer));
+  QDir(server.root() + u'/' + folder).rename(u"旧合同.doc"_qs, u"khht/旧合同.doc"_qs);
+  EXPECT_EQ(bytesOf(*contracts::attachmentToOpen(u"900001"_qs, prompt)), "old");
+
+  const QString stays = folder + u'/' + storedName(*second);
+  EXPECT_TRUE(contracts::deleteContract(*first, prompt.willSayYes()));
+  EXPECT_TRUE(contracts::deleteContract(u"900001"_qs, prompt.willSayYes()));
+  execSql("insert into jxc_htgl (ht_sn,ht_type,ht_path,ht_fujian) values ('900002','kh',?,'../../khht/x')",
+          words(attachments::kOnServer));
+  contracts::htDelete(u"900002"_qs);
+  EXPECT_EQ(server.files().size(), 2) << "its own file went, and no other";
+  EXPECT_TRUE(server.files().contains(stays));
+  contracts::htDelete(*second);
+  EXPECT_TRUE(comesTo({folder + u"/khht/旧合同.doc"_qs}));
+  EXPECT_EQ(prompt.notices, QStringList());
+}
+
+TEST_F(AttachmentServer, WhatFailsSaysWhyKeepsThePasswordAndWritesNothing) {
+  const FtpServer& plain = start(Encryption::None);
+  const QString file = given(u"协议.pdf"_qs, QByteArray(3000, 'x'));
+  struct Case {
+    QString words;
+    net::Outcome outcome;
+    net::Reason reason;
+    QByteArray mood;
+    std::function<void(attachments::ServerSettings&)> change = {};
+  };
+  using enum net::Outcome;
+  const Case cases[] = {
+      {u"不接受用户名或密码"_qs, Answered, net::Reason::Login, "", [](auto& s) { s.password = u"falsch-1"_qs; }},
+      {u"找不到服务器 no-such-host.invalid"_qs, NotSent, net::Reason::UnknownName, "",
+       [](auto& s) { s.host = u"no-such-host.invalid"_qs; }},
+      {u"连接不上服务器"_qs, NotSent, net::Reason::Unreachable, "", [](auto& s) { s.port = u"1"_qs; }},
+      {u"没有文件夹“没有的”"_qs, Answered, net::Reason::Folder, "", [](auto& s) { s.folder = u"没有的"_qs; }},
+      {u"空间不足！\r\n\r\n服务器说：452 Insufficient"_qs, Answered, net::Reason::Refused, "full"},
+      {u"超过 0.4 秒没有回应"_qs, Unknown, net::Reason::Silent, "silent"},
+      {u"不支持加密传输，用户名和密码没有发出"_qs, NotSent, net::Reason::Unencrypted, "",
+       [](auto& s) { s.mayBePlain = false; }},
+      {u"不支持加密传输"_qs, NotSent, net::Reason::Unencrypted, "", [](auto& s) { s.trusted = QString(44, u'A'); }},
+  };
+  attachments::setServerTerms(std::chrono::milliseconds(400), {});
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.words.toStdString());
+    plain.mood(each.mood);
+    auto settings = this->settings();
+    if (each.change) each.change(settings);
+    use(settings);
+    prompt.forget();
+    const QByteArray before = plain.heard();
+    EXPECT_FALSE(save(file));
+    EXPECT_TRUE(prompt.lastNotice().contains(each.words)) << prompt.lastNotice().toStdString();
+    EXPECT_FALSE(prompt.lastNotice().contains(settings.password)) << "the server repeats a wrong one";
+    const bool mayLogIn = each.reason != net::Reason::Unencrypted;
+    EXPECT_TRUE(mayLogIn || !plain.heard().mid(before.size()).contains("USER"));
+    const auto call = net::storeFile({.host = settings.host,
+                                      .port = settings.port.toInt(),
+                                      .user = settings.user,
+                                      .password = settings.password,
+                                      .folder = settings.folder,
+                                      .mayBePlain = settings.mayBePlain,
+                                      .trusted = settings.trusted},
+                                     file, {u"khht"_qs, u"x"_qs}, {.silence = std::chrono::milliseconds(400)});
+    const net::Result result = call->wait();
+    EXPECT_EQ(result.outcome, each.outcome);
+    EXPECT_EQ(result.reason, each.reason);
+    EXPECT_FALSE(result.accepted);
+  }
+  EXPECT_EQ(contractsWritten(), "0");
+  EXPECT_TRUE(comesTo({}));
+  EXPECT_EQ(lookupValue("select count(*) from jxc_log where log_note like ?", QString(u'%' + kPassword + u'%')), "0");
+}
+
+TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtOnce) {
+  const FtpServer& server = start(Encryption::None);
+  use(settings());
+  const QString file = given(u"大.pdf"_qs, QByteArray(4000000, 'x'));
+  server.mood("cut");
+  EXPECT_FALSE(save(file));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"连接中断了"_qs)) << prompt.lastNotice().toStdString();
+  EXPECT_TRUE(comesTo({})) << "the part that came is removed";
+  ASSERT_TRUE(save(file));
+  EXPECT_EQ(QFileInfo(server.root() + u'/' + storedName(u"100001"_qs)).size(), 4000000);
+  prompt.forget();
+
+  server.mood("slow");
+  QElapsedTimer stopped;
+  int reports = 0, last = 0;
+  EXPECT_FALSE(save(file, [&](int percent) {
+    last = std::max(last, percent);
+    if (++reports < 10) return true;
+    stopped.start();
+    return false;
+  }));
+  EXPECT_LT(stopped.elapsed(), 500);
+  EXPECT_EQ(reports, 11) << "the window goes on meanwhile; the last one takes the bar away";
+  EXPECT_GT(last, 0);
+  EXPECT_EQ(prompt.notices, QStringList()) << "who stops needs no notice";
+  EXPECT_EQ(contractsWritten(), "1");
+  EXPECT_TRUE(comesTo({storedName(u"100001"_qs)}));
+
+  server_->goAway();
+  const QString left = storedName(u"100001"_qs);
+  EXPECT_TRUE(contracts::deleteContract(u"100001"_qs, prompt.willSayYes()));
+  EXPECT_EQ(contractsWritten(), "0");
+  EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件没有能够删除："_qs + left));
+}
+
+TEST_F(AttachmentServer, NoPasswordReachesACertificateThatNobodyVouchesForUntilTheOperatorTrustsIt) {
+  FtpServer& server = start(Encryption::Offered);
+  auto settings = this->settings();
+  use(settings);
+  const QString file = given(u"协议.pdf"_qs, "text");
+  EXPECT_FALSE(save(file));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"证书不能核实，用户名和密码没有发出"_qs));
+  EXPECT_FALSE(attachments::testServer(settings, prompt.willSayNo()));
+  EXPECT_FALSE(server.heard().contains("USER")) << server.heard().toStdString();
+  EXPECT_TRUE(prompt.questions.last().contains(u"证书：CN = nas"_qs)) << prompt.questions.last().toStdString();
+
+  EXPECT_TRUE(attachments::testServer(settings, prompt.willSayYes())) << prompt.lastNotice().toStdString();
+  QProcess openssl;
+  openssl.start(u"openssl"_qs,
+                {u"x509"_qs, u"-noout"_qs, u"-fingerprint"_qs, u"-sha256"_qs, u"-in"_qs, server.certificate()});
+  openssl.waitForFinished();
+  const QString shown = QString::fromLatin1(openssl.readAll()).section(u'=', 1).trimmed();
+  EXPECT_TRUE(prompt.questions.last().contains(shown)) << "what the server's own page shows";
+  EXPECT_EQ(server.files(), QStringList()) << "the test leaves nothing";
+  use(settings);
+  EXPECT_EQ(attachments::serverSettings()->trusted, settings.trusted);
+  EXPECT_TRUE(save(file));
+  EXPECT_TRUE(server.heard().contains("PROT P")) << "the file goes encrypted, too";
+
+  // One that the machine vouches for needs no trust; another one under the same address gets nothing.
+  attachments::setServerTerms(std::chrono::seconds(20), server.certificate());
+  use(this->settings());
+  EXPECT_TRUE(save(file)) << prompt.lastNotice().toStdString();
+  const FtpServer other(Encryption::Offered);
+  settings.port = QString::number(other.port());
+  use(settings);
+  EXPECT_FALSE(save(file));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"不是所信任的证书"_qs));
+  EXPECT_FALSE(other.heard().contains("USER"));
+}
+
+}  // namespace jxc::test::attachment_server_test
