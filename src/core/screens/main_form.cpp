@@ -495,9 +495,8 @@ void TF_MainForm::loginAnew() {
 /// A connection that broke while nobody looked took this station out of sight: it comes back, and where somebody has
 /// taken the set for himself by then, what stands in the session may not be true any more.
 void TF_MainForm::lookAtWork() {
-  constexpr int often = 10;  // seconds
   if (!loggedIn_ || leaving_ || isCommandAtWork()) return;
-  if (!wasLeftOut_ && ++secondsToLook_ >= often) {
+  if (!wasLeftOut_ && ++secondsToLook_ >= 10) {  // not each second: the server is asked
     secondsToLook_ = 0;
     try {
       wasLeftOut_ = stayAtWork();
