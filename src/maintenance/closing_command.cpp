@@ -48,7 +48,7 @@ std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const 
   if (!alone) return {};
   // Others could post until a moment ago.
   const RowSet now = whatGoes(command.request);
-  if (const QString changed = difference(command.listed, now); !changed.isEmpty()) {
+  if (const QString changed = changesBetween(command.listed, now); !changed.isEmpty()) {
     if (show) show(now);
     if (!prompt.ask(u"列出结算内容以后，数据又有了变化：\r\n\r\n%1\r\n\r\n要按现在的内容继续吗？"_qs.arg(changed)))
       return {};

@@ -8,7 +8,7 @@ namespace jxc::closing {
 struct Command {
   Request request;
   bool backsUp = true;  // copies the set first
-  RowSet listed;        // of `whatGoes`, that the operator has before him
+  RowSet listed{};      // of `whatGoes`, that the operator has before him
 };
 
 /// Takes the set for itself and makes the list once more: where it is another one by then, that is asked about, and

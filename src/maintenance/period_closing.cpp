@@ -17,7 +17,8 @@
 
 #include <QDate>
 
-#include <map>
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace jxc::closing {
@@ -49,14 +50,16 @@ RowSet listed(const Request& request, const std::vector<ItemFigures>& sums) {
   return list;
 }
 
-/// "3 张，30 元" by what becomes of what.
-std::map<QString, QString> figuresOf(const RowSet& list) {
-  std::map<QString, QString> figures;
+/// What becomes of what, and "3 张，数量 14，金额 80.00".
+using Figures = std::pair<QString, QString>;
+std::vector<Figures> figuresOf(const RowSet& list) {
+  std::vector<Figures> all;
   for (const Row row : list)
-    figures[row.text("xm") + u"（"_qs + row.text("cl") + u'）'] =
+    all.emplace_back(
+        row.text("xm") + u"（"_qs + row.text("cl") + u'）',
         u"%1 张，数量 %2，金额 %3"_qs.arg(QString::number(row.integer("ds")), numberText(roundEps(row.number("sl"), 6)),
-                                          QString::number(row.number("je"), 'f', 2));
-  return figures;
+                                          QString::number(row.number("je"), 'f', 2)));
+  return all;
 }
 
 /// One closing, inside its transaction. Every statement takes what is dated up to `until_`.
@@ -114,7 +117,7 @@ class Closing {
     const std::vector<ItemFigures> sums = sumItems(until_);
     // Not every program that writes is one that is kept out: a till, a hand on the server.
     if (agreed_)
-      if (const QString changed = difference(*agreed_, listed(request_, sums)); !changed.isEmpty())
+      if (const QString changed = changesBetween(*agreed_, listed(request_, sums)); !changed.isEmpty())
         refuse(u"确认以后结算内容又有了变化，请重新操作。\r\n\r\n"_qs + changed);
     for (const ItemFigures& sum : sums)
       insertRow("jxc_nj", {{"nj_jsrq", today},
@@ -307,15 +310,20 @@ RowSet whatGoes(const Request& request) {
   return period_closing_detail::listed(request, sumItems(period_closing_detail::endOf(request.day)));
 }
 
-QString difference(const RowSet& before, const RowSet& now) {
-  auto was = period_closing_detail::figuresOf(before), is = period_closing_detail::figuresOf(now);
-  for (const auto& [item, figures] : was)
-    is.try_emplace(item, u"没有了"_qs);
+QString changesBetween(const RowSet& before, const RowSet& now) {
+  using namespace period_closing_detail;
+  auto was = figuresOf(before);
   QStringList lines;
-  for (const auto& [item, figures] : is) {
-    const QString old = was.contains(item) ? was.at(item) : u"没有"_qs;
-    if (old != figures) lines << u"%1：%2 → %3"_qs.arg(item, old, figures);
+  const auto tell = [&lines](const QString& item, const QString& old, const QString& figures) {
+    if (old != figures) lines << u"%1：%2 → %3"_qs.arg(item, old.isEmpty() ? u"没有"_qs : old, figures);
+  };
+  for (const auto& [item, figures] : figuresOf(now)) {
+    const auto same = std::ranges::find(was, item, &Figures::first);
+    tell(item, same == was.end() ? QString() : same->second, figures);
+    if (same != was.end()) was.erase(same);
   }
+  for (const auto& [item, figures] : was)
+    tell(item, figures, u"没有了"_qs);
   return lines.join(u"\r\n"_qs);
 }
 

@@ -30,7 +30,7 @@ QString closedAlready(const QString& day);
 /// its end by then and goes or stays. `id`, `xm` (item), `ds` (documents), `sl`, `je`, `cl` (what becomes of it).
 RowSet whatGoes(const Request& request);
 /// What another station has changed between two such lists, a line each; empty: nothing.
-QString difference(const RowSet& before, const RowSet& now);
+QString changesBetween(const RowSet& before, const RowSet& now);
 
 /// Percent, and what is being done; false stops, and everything is as before.
 using Progress = std::function<bool(int percent, const QString& doing)>;

@@ -211,12 +211,12 @@ TEST_F(PeriodClosingTest, StoppedOrWithAnotherBalanceNothingHasHappened) {
   }
   // What somebody posts after the question, who is not kept out.
   const RowSet agreed = whatGoes({closingDay});
-  EXPECT_EQ(difference(agreed, whatGoes({closingDay})), QString());
+  EXPECT_EQ(changesBetween(agreed, whatGoes({closingDay})), QString());
   receive(u"2021-04-03"_qs, {{u"A"_qs, 1, 6}});
   const auto meanwhile = readBooks();
   EXPECT_THROW(closeBooks({closingDay}, {}, {}, agreed), ClosingDiffers);
   EXPECT_EQ(readBooks(), meanwhile);
-  EXPECT_EQ(difference(agreed, whatGoes({closingDay})).section(u"\r\n"_qs, 0, 0),
+  EXPECT_EQ(changesBetween(agreed, whatGoes({closingDay})).section(u"\r\n"_qs, 0, 0),
             u"采购进货单（删除）：1 张，数量 14，金额 80.00 → 2 张，数量 15，金额 86.00"_qs);
 }
 
