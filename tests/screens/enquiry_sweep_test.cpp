@@ -5,6 +5,7 @@
 #include "harness/row_texts.h"
 #include "harness/sheets_by_python.h"
 #include "maintenance/demo_shop.h"
+#include "masterdata/screens/partner_picker.h"
 #include "output/screens/print_outlet.h"
 #include "output/templates.h"
 #include "platform/sheet/sheet_writer.h"
@@ -425,6 +426,28 @@ TEST_F(EnquirySweep, WithoutTheRightNothingOfAColumnIsThere) {
     }
   });
   EXPECT_GT(withheld, 5);
+}
+
+TEST_F(EnquirySweep, WhoIsAskedForIsChosenFromAListByKey) {
+  beAdmin();
+  int chosen = 0;
+  for (const ui::EnquirySpec* enquiry : ui::registeredEnquiries())
+    open(enquiry->name, [&](ui::Screen& s) {
+      for (const ui::EnquiryTab& tab : enquiry->tabs)
+        for (const ui::Criterion& asked : tab.criteria) {
+          if (!asked.pick) continue;
+          SCOPED_TRACE(::testing::Message() << enquiry->name << ' ' << asked.name);
+          dynamic_cast<ui::EnquiryScreen&>(s).showView(tab.views.front().grid.name);
+          ui::Field& input = s.field(asked.name);
+          if (!input.isVisible()) continue;
+          expectScreen(asked.pick == pickCustomer ? "F_Kh_Sele" : "F_Ghs_Sele",
+                       [](ui::Screen& list) { press(list, "F5"); });
+          pressIn(*input.widget(), "Alt+Down");
+          EXPECT_FALSE(input.key().isEmpty());
+          ++chosen;
+        }
+    });
+  EXPECT_GT(chosen, 8);
 }
 
 TEST_F(EnquirySweep, EnterLeadsFromARowToItsDocumentAndEscComesBack) {
