@@ -26,7 +26,7 @@ JXCCTL = DRIVER = ""
 
 
 def run(file, *words, status=0):
-    ran = subprocess.run([JXCCTL, "--db", str(file), *words], capture_output=True, encoding="utf-8", timeout=300)
+    ran = subprocess.run([JXCCTL, "--db", str(file), *words], capture_output=True, encoding="utf-8", timeout=1200)
     if status is not None and ran.returncode != status:
         raise SystemExit(f"{words}: status {ran.returncode}\n{ran.stdout}{ran.stderr}")
     return ran.stdout + ran.stderr
@@ -141,10 +141,11 @@ def back_up_beside_stations(folder, seconds):
     while time.monotonic() < end or len(copies) < 3:
         copies.append(folder / f"busy{len(copies)}.DAT")
         run(file, "backup", str(copies[-1]))
-        time.sleep(0.3)
+        time.sleep(max(0.3, seconds / 200))  # some two hundred, each of which is to be restored
     told = sum(len(station.kill()) for station in stations)
     if told == 0:
         raise SystemExit("nobody posted")
+    print(f"{len(copies)} backups in {seconds} s while two stations did {told} commands", flush=True)
     restored = folder / "restored.mdb"
     for copy in copies:
         check_sum(copy)
@@ -154,7 +155,7 @@ def back_up_beside_stations(folder, seconds):
             raise SystemExit(f"{copy.name}: another state")
         for kept in folder.glob("*(恢复前)*"):
             kept.unlink()
-    print(f"{len(copies)} backups while two stations did {told} commands: each restored and proved", flush=True)
+    print("each of them restored and proved", flush=True)
 
 
 def meet_full_disks(folder, moments):
