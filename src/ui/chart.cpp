@@ -236,7 +236,7 @@ class Chart::Canvas : public QWidget {
 
 Chart::Chart(Grid& list, const ChartSpec& spec, QWidget* parent) : QWidget(parent), list_(list), spec_(spec) {
   const GridModel& model = chart_detail::modelOf(list);
-  for (const std::string_view field : {spec.label, spec.measure}) {
+  for (const std::string_view field : {spec.label, spec.behind, spec.measure}) {
     if (!field.empty() && model.columnOf(field) < 0)
       throw std::invalid_argument("the list has no column " + std::string(field));
   }
@@ -408,8 +408,12 @@ Chart::Drawn Chart::drawn() const {
     for (const int each : drawnRows)
       data.earlier.push_back(chart_detail::numberOf(rows, each, before));
   }
-  data.label = [rows, drawnRows, column = rows.columnIndex(label.field), kind = label.kind](int point) {
-    return column < 0 ? QString() : displayCell(rows, drawnRows[static_cast<std::size_t>(point)], column, kind);
+  const int behind = spec_.behind.empty() ? -1 : rows.columnIndex(spec_.behind);
+  data.label = [rows, drawnRows, behind, column = rows.columnIndex(label.field), kind = label.kind](int point) {
+    const int at = drawnRows[static_cast<std::size_t>(point)];
+    const QString text = column < 0 ? QString() : displayCell(rows, at, column, kind);
+    const QString more = behind < 0 ? QString() : rows.text(at, behind);
+    return more.isEmpty() ? text : text + u' ' + more;
   };
   return result;
 }

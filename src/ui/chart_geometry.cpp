@@ -151,9 +151,10 @@ std::vector<AxisLabel> layLabels(const Plot& plot, double left, double right, do
     widest = std::max(widest, widthOf(static_cast<int>(i * plot.count / sampled)));
   const double most = std::max(std::min(widest, em * 9), plot.pitch() - gap);
   const int step = std::max(1, static_cast<int>(std::ceil((std::min(widest, most) + gap) / plot.pitch() - 1e-9)));
-  double free = left;  // the first place that no label takes
+  const double room = std::max(most, step * plot.pitch() - gap);  // of those that are shown
+  double free = left;                                             // the first place that no label takes
   for (int point = 0; point < plot.count; point += step) {
-    const double width = std::min({widthOf(point), most, right - left});
+    const double width = std::min({widthOf(point), room, right - left});
     const double at = std::clamp(plot.x(point) - width / 2, left, right - width);
     if (at < free) continue;
     labels.push_back({point, at, width});

@@ -52,7 +52,7 @@ struct AxisLabel {
   double left = 0, width = 0;
 };
 /// Labels below the points, thinned evenly, inside of `left` and `right` and never touching: `em` is the size of type.
-/// A label that has no room is narrowed to its `width`, but not below nine characters.
+/// A label that has no room before the next one shown is narrowed to its `width`, but not below nine characters.
 std::vector<AxisLabel> layLabels(const Plot& plot, double left, double right, double em,
                                  const std::function<double(int point)>& widthOf);
 

@@ -4,6 +4,7 @@
 #include "core/rights.h"
 #include "core/text.h"
 #include "ui/display.h"
+#include "ui/enquiry_lines.h"
 #include "ui/enquiry_parts.h"
 #include "ui/period_menu.h"
 
@@ -82,7 +83,9 @@ Parts::Parts(const EnquirySpec& spec) {
   const auto describe = [this](std::span<const EnquiryCommand> described) {
     for (const EnquiryCommand& each : described) {
       commandSpecs.push_back({each.name, each.caption, each.key});
-      if (!each.preview.name.empty()) commandSpecs.push_back({each.preview.name, "预览影响"});
+      if (each.preview.name.empty()) continue;
+      const std::string_view key = each.key.empty() ? each.key : texts_.emplace_back("Shift+" + std::string(each.key));
+      commandSpecs.push_back({each.preview.name, "预览影响", key});
     }
   };
   bool hasChart = false;
@@ -129,33 +132,6 @@ std::vector<const EnquirySpec*>& enquiries() {
   static std::vector<const EnquirySpec*> all;
   return all;
 }
-
-/// Names of inputs and buttons in lines no wider than the room.
-class Lines {
- public:
-  explicit Lines(int room) : room_(room) {}
-  void add(std::string_view name, int width) {
-    if (used_ > 0 && used_ + width > room_) next();
-    line_ += std::string(name) + ' ';
-    used_ += width;
-  }
-  void next() {
-    if (!line_.empty()) lines_.push_back(line_ + '|');
-    line_.clear();
-    used_ = 0;
-  }
-  /// Whether so much more fits the line that has been begun.
-  bool hasRoom(int width) const { return used_ + width <= room_; }
-  const std::vector<std::string>& all() {
-    next();
-    return lines_;
-  }
-
- private:
-  std::vector<std::string> lines_;
-  std::string line_;
-  int room_, used_ = 0;
-};
 
 int roomOf(const QWidget& window) {
   constexpr int kWidest = 1300, kAround = 60, kLeast = 400;
@@ -334,7 +310,10 @@ void EnquiryScreen::buildTab(Panel area, const EnquiryTab& spec) {
 // filled as far as the display allows.
 void EnquiryScreen::placeInputs(Panel& area, Tab& tab) {
   const int room = enquiry_screen_detail::roomOf(*this);
-  enquiry_screen_detail::Lines lines(enquiry_.side ? room * 3 / 4 : room);
+  std::vector<std::string_view> views;
+  for (const auto& view : tab.views)
+    views.push_back(view->spec->grid.name);
+  enquiry_screen_detail::Lines lines(enquiry_.side ? room * 3 / 4 : room, views);
   const auto button = [&](std::string_view name) { lines.add(name, command(name).sizeHint().width() + kGap); };
   int second = 0;
   for (const auto& [criterion, input] : tab.inputs) {
@@ -342,7 +321,7 @@ void EnquiryScreen::placeInputs(Panel& area, Tab& tab) {
       second += enquiry_screen_detail::widthOf(*input);
       continue;
     }
-    lines.add(criterion->name, enquiry_screen_detail::widthOf(*input));
+    lines.add(criterion->name, enquiry_screen_detail::widthOf(*input), criterion->views);
     if (criterion->asks == Asks::To) button(tab.spec->period);
   }
   for (const auto& view : tab.views)
@@ -535,6 +514,9 @@ void EnquiryScreen::firstPeriod(Tab& tab, bool first) {
       break;
     case FirstPeriod::LastTwelveMonths:
       tab.proposed = {monthAgo(11).from, monthAgo(0).to};
+      break;
+    case FirstPeriod::UntilToday:
+      tab.proposed = {allTime().from, today().to};
       break;
     case FirstPeriod::AllTime:
       tab.proposed = allTime();

@@ -126,7 +126,7 @@ struct EnquiryCommand {
   bool (*rule)(const Row&, Prompt&) = nullptr;
   bool (*whole)(const Criteria&, Prompt&) = nullptr;
   std::string_view opens = {};
-  /// 预览影响 stands beside: what the rule would change, before it does.
+  /// 预览影响 stands beside, under the command's key with Shift: what the rule would change, before it does.
   struct Preview {
     std::string_view name;    // of its button
     std::string_view doing;   // "审核"; the document's number follows
@@ -134,7 +134,15 @@ struct EnquiryCommand {
   } preview = {};
 };
 
-enum class FirstPeriod : std::uint8_t { MonthToToday, WholeMonth, Today, YearToToday, LastTwelveMonths, AllTime };
+enum class FirstPeriod : std::uint8_t {
+  MonthToToday,
+  WholeMonth,
+  Today,
+  YearToToday,
+  LastTwelveMonths,
+  UntilToday,  // all that there ever was
+  AllTime
+};
 
 struct EnquiryTab {
   std::string_view name = {}, caption = {};  // a screen with one tab shows none

@@ -120,6 +120,14 @@ TEST(ChartGeometryTest, LabelsNeverTouchAndStayInside) {
   }
 }
 
+TEST(ChartGeometryTest, LabelsTakeTheRoomOfThoseThatAreLeftOut) {
+  const ui::Plot plot{.area = QRectF(0, 0, 960, 100), .scale = {}, .count = 24};
+  for (const ui::AxisLabel& label : ui::layLabels(plot, -100, 1060, 13, [](int) { return 148.0; })) {
+    EXPECT_EQ(label.point % 4, 0);
+    EXPECT_EQ(label.width, 148) << "each fourth is shown, 160 apart";
+  }
+}
+
 TEST(ChartGeometryTest, ManyValuesCostWhatThePlotIsWide) {
   std::vector<double> values(100000, 1);
   values[50001] = 900;

@@ -89,7 +89,7 @@ constexpr ui::EnquiryView kAudited[] = {{.grid = {"fyjsrtj", "费用收入明细
                                         {.grid = {"fyjsrhz", "费用收入汇总", kSums, kNothing, "rowkey"},
                                          .source = {expenses::totals, expenses::kExpensesHaveNoWarehouse},
                                          .mode = {"rHzb", "汇总表"},
-                                         .chart = {.label = "fy_lx", .measure = "fyje"},
+                                         .chart = {.label = "fy_lx", .behind = "de_name", .measure = "fyje"},
                                          .leads = {"fyjsrtj",
                                                    [](Criteria& criteria, const Row& row) {
                                                      criteria.kind = row.text("fy_lx");

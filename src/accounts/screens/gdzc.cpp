@@ -185,7 +185,7 @@ constexpr ui::EnquirySpec kEnquiry = {
     .name = "F_Gdzc",
     .title = "固定资产台帐",
     .tabs = kTabs,
-    .first = ui::FirstPeriod::AllTime,
+    .first = ui::FirstPeriod::UntilToday,
     .focus = "gridZc",
     .explanation = "说明：已过月数和净值只是估算：净值按直线法从金额和折旧月数算出，不计入账目和报表。"};
 const ui::RegisteredEnquiry<> kRegistered{kEnquiry};

@@ -43,7 +43,7 @@ constexpr ui::ColumnSpec kSheet[] = {
 };
 constexpr ui::ColumnSpec kArchives[] = {
     {"da_year", "结算日期", ColumnKind::Date},
-    {"da_time", "操作时间", ColumnKind::Text, 20},
+    {"da_time", "操作时间", ColumnKind::Date, 20},
     {"a_name", "操作员", ColumnKind::Text, 12},
     {"da_file", "结算前的备份文件", ColumnKind::Text, 60},
 };

@@ -13,7 +13,7 @@ constexpr ui::Criterion kCriteria[] = {
     {Asks::To, "date2", "至"},
     {Asks::Key, "tname", "输入日志记录的相关内容进行查询："},
 };
-constexpr ui::ColumnSpec kColumns[] = {{"log_time", "日志日期", ColumnKind::Text, 20},
+constexpr ui::ColumnSpec kColumns[] = {{"log_time", "日志日期", ColumnKind::Date, 20},
                                        {"a_name", "操作员", ColumnKind::Text, 14},
                                        {"log_note", "日志内容", ColumnKind::Text, 70}};
 

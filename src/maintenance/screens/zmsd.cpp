@@ -12,7 +12,7 @@ using ui::ColumnKind;
 
 constexpr ui::FieldSpec kFields[] = {{"dateCg", "锁定到：", ui::FieldKind::Date}};
 constexpr ui::ColumnSpec kWaiting[] = {{"kind", "单据", ColumnKind::Text, 22}, {"num", "张数", ColumnKind::Number, 8}};
-constexpr ui::ColumnSpec kHistory[] = {{"sd_time", "时间", ColumnKind::Text, 20},
+constexpr ui::ColumnSpec kHistory[] = {{"sd_time", "时间", ColumnKind::Date, 20},
                                        {"a_name", "操作员", ColumnKind::Text, 14},
                                        {"what", "内容", ColumnKind::Text, 22}};
 constexpr ui::GridSpec kGrids[] = {{"gridWaiting", "这一天及以前没有审核的单据", kWaiting, "没有未审核的单据"},

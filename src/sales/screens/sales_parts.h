@@ -14,7 +14,7 @@ inline constexpr auto goodsColumns = ui::joinedTables(
                             ui::ColumnSpec{"g_lsj", "零售价", ui::ColumnKind::Money, 11, {}, kSeesPrice}});
 
 inline constexpr ui::ColumnSpec historyColumns[] = {
-    {"ls_xsrq", "出货日期", ui::ColumnKind::Text, 12},
+    {"ls_xsrq", "出货日期", ui::ColumnKind::Date},
     {"kh_name", "客户", ui::ColumnKind::Text, 18},
     {"ls_dj", "单价", ui::ColumnKind::Money, 12, {}, kSeesPrice},
     {"ls_sl", "数量", ui::ColumnKind::Quantity, 10},

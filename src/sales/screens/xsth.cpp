@@ -126,7 +126,7 @@ class TF_Xsth : public TradingScreen {
 
 constexpr ui::ColumnSpec kSales[] = {
     {"gl_djh", "单据编号", ColumnKind::Text, 16},
-    {"ls_xsrq", "出货日期", ColumnKind::Text, 12},
+    {"ls_xsrq", "出货日期", ColumnKind::Date},
     {"kh_name", "客户", ColumnKind::Text, 22},
     {"ck_name", "出货仓库", ColumnKind::Text, 12},
     {"ls_yfje", "应收金额", ColumnKind::Money, 13, {}, kSeesPrice},

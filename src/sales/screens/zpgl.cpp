@@ -42,7 +42,7 @@ constexpr ui::ColumnSpec kGoods[] = {
     {"g_zpjf", "兑换积分", ColumnKind::Quantity},
 };
 constexpr ui::ColumnSpec kRedeemed[] = {
-    {"rq", "兑换时间", ColumnKind::Text, 18},
+    {"rq", "兑换时间", ColumnKind::Date, 18},
     {"gl_djh", "单据号", ColumnKind::Text, 15},
     {"hy_bh", "会员卡号", ColumnKind::Text, 12},
     {"hy_name", "会员姓名", ColumnKind::Text, 10},

@@ -108,7 +108,7 @@ constexpr ui::ColumnSpec kStore[] = {
 };
 constexpr ui::ColumnSpec kMoved[] = {
     {"lx", "类型", ColumnKind::Text, 10},
-    {"rq", "日期", ColumnKind::Text, 18},
+    {"rq", "日期", ColumnKind::Date, 18},
     {"zp_sn", "赠品编号", ColumnKind::Text, 12},
     {"zp_name", "赠品名称", ColumnKind::Text, 26},
     {"sl", "数量", ColumnKind::Quantity, 0, {.sum = true}},

@@ -15,7 +15,7 @@ inline constexpr std::array employeeNames{ColumnSpec{"u_sn", "编号", ColumnKin
                                           ColumnSpec{"u_name", "业务员", ColumnKind::Text, 12}};
 
 template <PartnerType Side>
-inline constexpr std::array documentNames{ColumnSpec{"tjrq", "日期", ColumnKind::Text, 10},
+inline constexpr std::array documentNames{ColumnSpec{"tjrq", "日期", ColumnKind::Date, 10},
                                           ColumnSpec{"djh", "单据号", ColumnKind::Text, 15},
                                           ColumnSpec{"ghs_name", partnerCaption<Side>, ColumnKind::Text, 14},
                                           ColumnSpec{"u_name", "业务员", ColumnKind::Text, 7}};

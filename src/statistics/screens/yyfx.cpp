@@ -32,7 +32,7 @@ constexpr auto kTraded = ui::joinedTables(
         yuan("xscb", "成本", kSeesCost), yuan("xslr", "毛利", kSeesProfit),
         ColumnSpec{.field = "lrl", .caption = Margin.letters, .kind = ColumnKind::Percent, .right = kSeesProfit}});
 constexpr auto kDays =
-    ui::joinedTables(std::array{ColumnSpec{"rq", "日期", ColumnKind::Text, 10}}, kTraded<"毛利率(含税)%">);
+    ui::joinedTables(std::array{ColumnSpec{"rq", "日期", ColumnKind::Date, 10}}, kTraded<"毛利率(含税)%">);
 constexpr auto kMonths = ui::joinedTables(
     std::array{ColumnSpec{"js_rq", "月份", ColumnKind::Text, 8}}, kTraded<"毛利率(不含税)%">,
     std::array{ColumnSpec{"sl", "月末库存", ColumnKind::Quantity, 8},

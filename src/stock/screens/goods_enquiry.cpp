@@ -28,7 +28,7 @@ constexpr ui::EnquiryTab kMovementTabs[] = {{.criteria = kMovementInputs, .views
 constexpr ui::EnquirySpec kMovementEnquiry = {.name = kMovements,
                                               .title = "商品库存明细表",
                                               .tabs = kMovementTabs,
-                                              .first = ui::FirstPeriod::AllTime,
+                                              .first = ui::FirstPeriod::UntilToday,
                                               .focus = "gridMx"};
 
 constexpr ui::Criterion kBatchInputs[] = {{Asks::Warehouse, "comCk", "仓库："}, {Asks::Key, "tkey", "批号："}};

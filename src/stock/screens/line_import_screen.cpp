@@ -22,7 +22,7 @@ constexpr ui::FieldSpec kFields[] = {{"tfile", "表格文件：", ui::FieldKind:
 constexpr ui::ColumnSpec kLines[] = {
     {"row", "行", ColumnKind::Number, 5},         {"g_sn", "商品编号", ColumnKind::Text, 12},
     {"g_name", "商品名称", ColumnKind::Text, 26}, {"sl", "数量", ColumnKind::Text, 9},
-    {"dj", "单价", ColumnKind::Text, 10},         {"scrq", "生产日期", ColumnKind::Text, 11},
+    {"dj", "单价", ColumnKind::Text, 10},         {"scrq", "生产日期", ColumnKind::Date, 11},
     {"bz", "备注", ColumnKind::Text, 10},         {"status", "检查结果", ColumnKind::Text, 30},
 };
 constexpr ui::GridSpec kGrids[] = {{"gridLines", "表格中的商品", kLines,
