@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <cstring>
 
 namespace jxc::attachments {
@@ -20,6 +21,7 @@ namespace attachments_detail {
 constexpr qsizetype kMostShown = 64;
 constexpr qsizetype kLongestEnding = 8;  // with its dot; what is longer is part of the name
 constexpr qint64 kBlock = 1 << 20;
+constexpr qint64 kLargest = 500;  // MB; a scan of hundreds of pages has a tenth of it
 
 QString folderOf(const PartnerSide& side) {
   return side.isCustomer() ? QStringLiteral("khht/") : QStringLiteral("ghsht/");
@@ -41,7 +43,9 @@ QString endingOf(const QString& name) {
   const qsizetype dot = name.lastIndexOf(u'.');
   return dot > 0 && name.size() - dot <= kLongestEnding ? name.mid(dot) : QString();
 }
-QString shownNameOf(const QString& name) {
+/// A name that came from another system may have its folders in it.
+QString shownNameOf(const QString& given) {
+  const QString name = given.section(u'\\', -1);
   if (name.size() <= kMostShown) return name;
   const QString ending = endingOf(name);
   return name.left(kMostShown - ending.size()) + ending;
@@ -59,22 +63,26 @@ QString newName(const QString& given) {
   throw AttachmentError(why.isEmpty() ? what : what + u"\r\n\r\n"_qs + why);
 }
 
-void copy(QFile& from, const QString& to) {
+void copy(QFile& from, const QString& to, const Progress& progress) {
   NewFile made(to, [](int error) { fail(u"附件不能保存！"_qs, QString::fromLocal8Bit(std::strerror(error))); });
   QFile target(made.name());
   if (!target.open(QIODevice::WriteOnly)) fail(u"附件不能保存！"_qs, target.errorString());
+  const qint64 size = from.size();
   qint64 copied = 0;
   while (!from.atEnd()) {
     const QByteArray block = from.read(kBlock);
     if (block.isEmpty()) break;
     if (target.write(block) != block.size()) fail(u"附件不能保存！"_qs, target.errorString());
     copied += block.size();
+    if (progress && !progress(static_cast<int>(std::min(copied, size) * 99 / size))) throw AttachmentStopped();
   }
-  if (from.error() != QFile::NoError || copied != from.size())
-    fail(u"附件文件读到一半就中断了！"_qs, from.errorString());
+  if (from.error() != QFile::NoError) fail(u"附件文件读到一半就中断了！"_qs, from.errorString());
+  // Another program is writing it: half of the old and half of the new one would be no contract.
+  if (copied != size || from.size() != size) fail(u"附件文件在保存时被改动了，请重新保存："_qs + from.fileName(), {});
   if (!target.flush()) fail(u"附件不能保存！"_qs, target.errorString());
   target.close();
   made.keep();
+  if (progress) progress(100);
 }
 
 }  // namespace attachments_detail
@@ -87,6 +95,7 @@ Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Pr
   QFile from(file);
   if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
   if (from.size() == 0) fail(u"附件是空文件："_qs + file, {});
+  if (from.size() > kLargest * kBlock) fail(u"附件不能超过 %1 MB，请压缩或拆分后再添加："_qs.arg(kLargest) + file, {});
   const bool isOnServer = keeper == Keeper::Server;
   const Place place{isOnServer ? words(kOnServer) : folderOf(side), newName(info.fileName()),
                     shownNameOf(info.fileName()), &side};
@@ -96,7 +105,7 @@ Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Pr
   }
   const QString folder = programPath(place.folder);
   if (!QDir().mkpath(folder)) fail(u"附件的文件夹不能建立："_qs + folder, {});
-  copy(from, folder + place.stored);
+  copy(from, folder + place.stored, progress);
   return place;
 }
 

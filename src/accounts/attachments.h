@@ -20,7 +20,7 @@ inline constexpr const char16_t* kOnServer = u"远程FTP服务器";
 enum class Keeper : std::uint8_t { Folder, Server };
 
 /// Of a transfer, 0 to 100; false stops it. Called in the caller's thread, many times a second while a server is waited
-/// for: a window stays alive by it. A file in a folder comes without.
+/// for: a window stays alive by it. A file in a folder is copied a megabyte at a time.
 using Progress = std::function<bool(int percent)>;
 
 /// Why a file cannot be taken, fetched or removed, in words for the operator.
@@ -45,7 +45,8 @@ struct Place {
 };
 
 /// Copies a file to where it is kept, under a new name. The shown name is cut to the 64 characters that it may have,
-/// its ending kept. Throws AttachmentError: no file, a folder, empty, not to be read, no room, what the server said;
+/// its ending kept. Throws AttachmentError: no file, a folder, empty, too large, not to be read, changed meanwhile, no
+/// room, what the server said;
 /// nothing is left behind then as far as the server can be reached.
 Place take(const PartnerSide& side, const QString& file, Keeper keeper = Keeper::Folder, const Progress& progress = {});
 /// Path of the file on this machine, in its folder: the stored one, or of rows of older sets the one under its shown

@@ -9,6 +9,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/partners.h"
+#include "stock/contract_ties.h"
 #include "stock/document_family.h"
 
 namespace jxc::contracts {
@@ -29,25 +30,32 @@ Refusal gone() {
   return {u"该合同刚刚被其他操作员删除！"_qs};
 }
 
-/// Deleted by another station while the form stood open, he would take the contract out of every list.
-Refusal partnerGone(const PartnerSide& side, const QString& partner) {
-  return {!exists(compose("select top 1 id from {} where {}=?", {side.table, side.sn}), partner),
-          u"该"_qs + words(side.noun) + u"刚刚被其他操作员删除，请重新选择！"_qs, Subject::Partner};
-}
-
 /// The document that a contract is tied to no longer points to it.
 void untie(const QString& number) {
   for (const DocumentFamily* family : {&families::purchaseReceipt, &families::sale})
     execSql(compose("update {} set ht_sn='' where ht_sn=?", {family->head}), number);
 }
 
-/// The row first, inside the caller's transaction; its file when that is on the disk.
-void deleteRow(const QString& number) {
-  execSql("delete from jxc_htgl where ht_sn=?", number);
+/// Whether the partner may stand on it: one who was there before may be disabled since, and is not gone by that.
+Refusal partnerStands(const PartnerSide& side, const Draft& draft) {
+  const Refusal left = partnerLeft(side, draft.partner);
+  const RowSet before = rowOf(draft.number);
+  const bool stays = !before.isEmpty() && before.front().text("ghs_sn") == draft.partner;
+  return stays && !partnerName(side, draft.partner).isEmpty() ? Refusal() : left;
+}
+
+/// A file that was copied for a contract which was not written after all. What a commit that failed has kept, only the
+/// row itself tells: where that cannot be asked, the file stays.
+void dropUnlessNamed(const Place& taken) {
+  if (taken.stored.isEmpty()) return;
+  try {
+    if (!exists("select top 1 id from jxc_htgl where ht_fujian=?", taken.stored)) attachments::removeBeside(taken);
+  } catch (const DbError&) {
+  }
 }
 
 /// Nothing: it is gone.
-std::optional<QString> write(const PartnerSide& side, const Draft& draft, const Place& place, Place& replaced) {
+std::optional<QString> write(const PartnerSide& side, const Draft& draft, const Place& place) {
   const QString name = sanitizeText(draft.name.trimmed()).left(kMostOfName);
   const QString letters = makeJm(name).left(kMostOfLetters);
   std::int64_t id = 0;
@@ -67,12 +75,14 @@ std::optional<QString> write(const PartnerSide& side, const Draft& draft, const 
                                 {"a_name", session().a_name},
                                 {"u_sn", draft.employee},
                                 {"ghs_sn", draft.partner}});
+    contract_ties::markNew(number, draft.ofDocument);
   } else {
     const RowSet rows = rowOf(number);
     if (rows.isEmpty()) return {};
     id = rows.front().integer("id");
     updateRow("jxc_htgl", id,
-              {{"ht_rq", draft.date},
+              {{"gl_djh", contract_ties::standingDocument(number)},
+               {"ht_rq", draft.date},
                {"ht_name", name},
                {"ht_jm", letters},
                {"ht_note", draft.content},
@@ -80,7 +90,7 @@ std::optional<QString> write(const PartnerSide& side, const Draft& draft, const 
                {"u_sn", draft.employee},
                {"ghs_sn", draft.partner}});
     if (!place.stored.isEmpty()) {
-      replaced = placeOf(rows.front());
+      contract_ties::leaveFile(rows.front());
       updateRow("jxc_htgl", id, {{"ht_path", place.folder}, {"ht_fujian", place.stored}, {"ht_fjname", place.shown}});
     }
   }
@@ -119,7 +129,7 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
               prompt))
     return {};
   // The file first: a row that promises one which is not there would be worse than a file that nobody names.
-  attachments::Place taken, replaced;
+  attachments::Place taken;
   if (!draft.file.isEmpty()) {
     try {
       taken = attachments::take(side, draft.file, draft.keeper, progress);
@@ -135,14 +145,14 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
   Refusal overtaken;
   try {
     Transaction transaction(accountDb());
-    overtaken = detail::partnerGone(side, draft.partner);
+    overtaken = detail::partnerStands(side, draft);
     if (!overtaken) {
-      number = detail::write(side, draft, taken, replaced);
+      number = detail::write(side, draft, taken);
       if (!number) overtaken = detail::gone();
     }
     if (!overtaken) transaction.commit();
   } catch (...) {
-    attachments::removeBeside(taken);
+    detail::dropUnlessNamed(taken);
     throw;
   }
   if (overtaken) {
@@ -150,7 +160,7 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
     isRefused(overtaken, prompt);
     return {};
   }
-  attachments::removeBeside(replaced);
+  removeLeftFiles();
   return number;
 }
 
@@ -176,43 +186,62 @@ std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt, c
 bool deleteContract(const QString& number, Prompt& prompt, const attachments::Progress& progress) {
   namespace detail = contracts_detail;
   if (!prompt.ask(QStringLiteral("您确定要删除该合同信息吗！"))) return false;
-  attachments::Place place;
   {
     Transaction transaction(accountDb());
     const RowSet rows = detail::rowOf(number);
     if (rows.isEmpty()) return true;  // another operator was quicker: the list is read anew
-    place = detail::placeOf(rows.front());
     detail::untie(number);
-    detail::deleteRow(number);
+    contract_ties::deleteContract(number);
     writeLog(u"删除合同，编号："_qs + number + u"，名称："_qs + rows.front().text("ht_name"));
     transaction.commit();
   }
-  if (const auto left = attachments::remove(place, progress))
-    prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + *left);
+  const QStringList left = removeLeftFiles(progress);
+  if (!left.isEmpty()) prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + left.join(u"\r\n"_qs));
   return true;
 }
 
 void htDelete(const QString& number) {
-  namespace detail = contracts_detail;
-  attachments::Place place;
   {
     Transaction transaction(accountDb());
-    const RowSet rows = detail::rowOf(number);
-    if (rows.isEmpty()) return;
-    place = detail::placeOf(rows.front());
-    detail::deleteRow(number);
+    contracts_detail::untie(number);
+    contract_ties::deleteContract(number);
     transaction.commit();
   }
-  attachments::removeBeside(place);
+  removeLeftFiles();
 }
 
-void htLink(const QString& number, const QString& partner, const QString& document) {
-  execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", partner, document, number);
+void dropAdded(const QString& number) {
+  {
+    Transaction transaction(accountDb());
+    if (!contract_ties::isOfOwnDraft(number)) return;
+    htDelete(number);
+    transaction.commit();
+  }
+  removeLeftFiles();
+}
+
+QStringList removeLeftFiles(const attachments::Progress& progress) {
+  QStringList left;
+  // Inside a transaction that may be taken back, the contract may come back as well.
+  if (accountDb().inTransaction()) return left;
+  for (const Row row : openSelect("select * from jxc_htwj")) {
+    const attachments::Place place = contracts_detail::placeOf(row);
+    const bool isOnServer = place.folder == attachments::kOnServer;
+    std::optional<QString> why;
+    const bool isNamed = exists("select top 1 id from jxc_htgl where ht_fujian=?", place.stored);
+    if (!isNamed && isOnServer && !progress)
+      attachments::removeBeside(place);
+    else if (!isNamed)
+      why = attachments::remove(place, progress);
+    if (why) left << *why;
+    if (!why || isOnServer) execSql("delete from jxc_htwj where id=?", row.integer("id"));
+  }
+  return left;
 }
 
 Sql contractList(const PartnerSide& side, const Criteria& criteria) {
   Filter filter;
-  filter.add("a.u_sn=b.u_sn").add(compose("a.ghs_sn=c.{}", {side.sn})).add("a.ht_type=?", words(side.type));
+  filter.add("a.ht_type=?", words(side.type));
   addPeriod(filter, criteria, "a.ht_rq");
   addChoice(filter, "a.ghs_sn", criteria.partner);
   const std::string columns[] = {"a.ht_sn",
@@ -222,7 +251,10 @@ Sql contractList(const PartnerSide& side, const Criteria& criteria) {
                                  compose("c.{}", {side.jm}),
                                  compose("c.{}", {side.sn})};
   addKey(filter, criteria, columns);
-  return Sql(compose("select a.*,b.u_name,c.{} as ghs_name from jxc_htgl a,jxc_user b,{} c", {side.name, side.table}))
+  // A contract whose partner or employee is gone is shown all the same: nothing else leads to it.
+  return Sql(compose("select a.*,b.u_name,c.{} as ghs_name from (jxc_htgl a left join jxc_user b on a.u_sn=b.u_sn) "
+                     "left join {} c on a.ghs_sn=c.{}",
+                     {side.name, side.table, side.sn}))
       .where(filter)
       .add(" order by a.id desc");
 }

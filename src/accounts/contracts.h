@@ -8,6 +8,7 @@
 #include "masterdata/partner_side.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -22,6 +23,7 @@ struct Draft {
   QString content;   // any length
   QString file;      // an attachment that was chosen now; empty: the one that is there stays
   attachments::Keeper keeper = attachments::Keeper::Folder;  // that it goes to
+  bool ofDocument = false;  // a new one is added for a document that is being made, and goes with it
 };
 
 /// A contract as it is looked at.
@@ -49,8 +51,13 @@ bool deleteContract(const QString& number, Prompt& prompt, const attachments::Pr
 /// The same without questions, whatever points to it: of a contract that was added for a document which is given up.
 /// Waits for no server.
 void htDelete(const QString& number);
-/// Ties a contract to the document that it was picked or added for. Inside the caller's transaction.
-void htLink(const QString& number, const QString& partner, const QString& document);
+/// The same for the draft of a document that is left without saving: of one that was picked for another document
+/// meanwhile nothing goes.
+void dropAdded(const QString& number);
+/// Removes the files of contracts that are gone; why one is still there, in words. The next call tries those of a
+/// folder again. Whoever deletes a document that may have a contract calls it when that is done. Without progress a
+/// server is not waited for.
+QStringList removeLeftFiles(const attachments::Progress& progress = {});
 
 /// Contracts of a period and with a key in number, name, its letters or the partner's, the newest first, with `u_name`
 /// and the partner's name as `ghs_name` on both sides.

@@ -181,10 +181,18 @@ std::optional<QString> saveDocument(const PartnerSide& side, Kind kind, const Dr
   const FiguresOfDocument figures{
       .yuan = draft.amount, .date = draft.date, .newest = newest, .lastEntry = lookupValue(lastLogEntry)};
   if (!confirmUnusual(figures, prompt)) return {};
-  Transaction transaction(accountDb());
-  PeriodLock().demandOpen(draft.date);
-  std::optional<QString> number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
-  transaction.commit();
+  std::optional<QString> number;
+  Refusal left;
+  {
+    Transaction transaction(accountDb());
+    PeriodLock().demandOpen(draft.date);
+    if (draft.id == 0) left = partnerLeft(side, draft.partner);
+    if (!left) {
+      number = draft.id == 0 ? detail::addNew(side, kind, draft) : detail::change(side, kind, draft);
+      transaction.commit();
+    }
+  }
+  if (isRefused(left, prompt)) return {};
   if (number && draft.id == 0) prompt.say(wordOf(side, kind) + u"单 "_qs + *number + u" 已保存"_qs);
   return number;
 }

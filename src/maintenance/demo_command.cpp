@@ -11,6 +11,7 @@ namespace demo_command_detail {
 
 int demo(Console& console, ConsoleWords words) {
   DemoPlan plan;
+  plan.files = !console.home.isEmpty();
   bool force = false;
   while (!words.isEmpty()) {
     const QString word = words.take();

@@ -3,11 +3,18 @@
 #include "accounts/contracts.h"
 #include "accounts/fixed_assets.h"
 #include "core/clock.h"
+#include "core/file_names.h"
 #include "core/rounding.h"
+#include "core/session.h"
 #include "core/small_lookups.h"
+#include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/gifts.h"
+#include "masterdata/partners.h"
 #include "masterdata/quotations.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <stdexcept>
 
@@ -87,21 +94,53 @@ void makeBelongings(const Staff& staff, QDate first, QDate last, Prompt& prompt)
                             .employee = staff.employeeNames[0],
                             .note = {}},
                            prompt));
-  const auto sign = [&](const PartnerSide& side, const QString& partner, QDate day, const char16_t* name,
-                        const char16_t* content) {
-    need(contracts::saveContract(side,
-                                 {.number = {},
-                                  .name = words(name),
-                                  .date = day.toString(Qt::ISODate),
-                                  .partner = partner,
-                                  .employee = staff.employees[0],
-                                  .content = words(content),
-                                  .file = {}},
-                                 prompt)
-             .has_value());
+}
+
+void signContracts(Staff& staff, QDate first, Prompt& prompt) {
+  using namespace demo_offers_detail;
+  execSql("update jxc_xtcs set cs_ht=1");
+  loadSession();
+  const auto sign = [&](const PartnerSide& side, const QString& partner, const char16_t* name, const char16_t* content,
+                        bool binds) {
+    contracts::Draft draft;
+    draft.name = words(name);
+    draft.date = first.toString(Qt::ISODate);
+    draft.partner = partner;
+    draft.employee = staff.employees[0];
+    draft.content = words(content);
+    const auto number = contracts::saveContract(side, draft, prompt);
+    need(number.has_value());
+    if (binds) staff.contracts[words(side.type) + partner] = *number;
   };
-  sign(supplierSide, staff.suppliers.front(), first, u"年度供货协议", u"月结30天，镜片按季度返利，破损包换。");
-  sign(customerSide, staff.institutions.front(), last, u"团体配镜协议", u"协议价按报价单执行，每月15日前开票结算。");
+  sign(supplierSide, staff.suppliers.front(), u"年度供货协议", u"月结30天，镜片按季度返利，破损包换。", true);
+  sign(supplierSide, staff.suppliers.back(), u"镜架寄售协议", u"样架寄放总店展示，售出后月底结算。", false);
+  for (const QString& institution : staff.institutions)
+    sign(customerSide, institution, u"团体配镜协议", u"协议价按报价单执行，每月15日前开票结算。", true);
+}
+
+void attachContractFiles(Prompt& prompt) {
+  using namespace demo_offers_detail;
+  const QTemporaryDir folder;
+  for (const PartnerSide* side : {&supplierSide, &customerSide}) {
+    for (const Row row :
+         openSelect("select top 2 * from jxc_htgl where ht_type=? and gl_djh<>'' order by id", words(side->type))) {
+      const QString name = row.text("ht_name"), partner = partnerName(*side, row.text("ghs_sn"));
+      QFile file(folder.filePath(asFileName(name + u'-' + partner) + u".txt"_qs));
+      need(file.open(QIODevice::WriteOnly));
+      file.write((name + u"\n\n"_qs + words(side->noun) + u"："_qs + partner + u"\n\n"_qs + row.text("ht_note") + u'\n')
+                     .toUtf8());
+      file.close();
+      contracts::Draft draft;
+      draft.number = row.text("ht_sn");
+      draft.name = name;
+      draft.date = row.text("ht_rq");
+      draft.partner = row.text("ghs_sn");
+      draft.employee = row.text("u_sn");
+      draft.content = row.text("ht_note");
+      draft.file = file.fileName();
+      need(contracts::saveContract(*side, draft, prompt).has_value());
+    }
+  }
 }
 
 }  // namespace jxc::demo

@@ -215,7 +215,8 @@ DemoOutcome buildDemoShop(const DemoPlan& plan, const DemoProgress& progress) {
   if (!login(QStringLiteral("admin"), {}, prompt)) throw std::logic_error("demonstration: no login");
   if (progress) progress(0, QStringLiteral("基础资料"));
   Random random(plan.seed);
-  const Staff staff = makeStaff(random, prompt);
+  Staff staff = makeStaff(random, prompt);
+  signContracts(staff, first, prompt);
   Catalogue catalogue = makeCatalogue(plan.goods, staff.warehouses[0], random, prompt);
   const int goods = static_cast<int>(catalogue.articles.size());
   Trade trade(std::move(catalogue), staff, random);
@@ -240,6 +241,10 @@ DemoOutcome makeDemoFile(const QString& file, const DemoPlan& plan, const DemoPr
   dataModule().installAccountDb(openSqlite(file, options));
   sqlite::doNotWaitForDisk(accountDb());  // a crash half-way leaves a file that nobody uses
   const DemoOutcome outcome = buildDemoShop(plan, progress);
+  if (plan.files) {
+    demo::ShopPrompt prompt;
+    demo::attachContractFiles(prompt);
+  }
   dataModule().closeAccountDb();
   // A last word with its disk sync brings everything before it to the disk as well.
   dataModule().installAccountDb(openSqlite(file));

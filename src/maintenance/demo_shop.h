@@ -17,7 +17,8 @@ struct DemoPlan {
   int documentsADay = 40;  // on the average; a quiet Tuesday in November has fewer
   // Goods are put away and issued by documents of their own, and lent to customers, at the end of the last day.
   bool putaway = false;
-  QDate lastDay;  // what is today in the shop; invalid: the day of the clock
+  bool files = false;  // some contracts have a file below the program directory; of an account file of its own
+  QDate lastDay;       // what is today in the shop; invalid: the day of the clock
 };
 
 /// What was made.

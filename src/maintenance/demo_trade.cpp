@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "masterdata/partner_side.h"
 #include "purchasing/purchase_return.h"
 #include "purchasing/receipt.h"
 #include "sales/sale.h"
@@ -171,7 +172,10 @@ void Trade::addLines(const TradingRules& rules, TradingDraft& draft, const std::
   draft.payable = draft.paid = rules.payable(draft.number);
 }
 
-QString Trade::save(const TradingRules& rules, const TradingDraft& draft) {
+QString Trade::save(const TradingRules& rules, TradingDraft draft) {
+  const DocumentFamily& family = rules.family();
+  const auto agreed = staff_.contracts.find(words(partnerSide(family.side).type) + draft.partner);
+  if (agreed != staff_.contracts.end() && !family.contract.empty()) draft.contract = agreed->second;
   const SaveResult saved = rules.save(draft, prompt_);
   if (!saved) throw std::logic_error("demonstration: document not saved");
   ++documents_;

@@ -42,6 +42,7 @@ struct Staff {
   std::vector<QString> people;                   // kh_sn of customers by name
   std::vector<QString> institutions;             // in step with kInstitutions
   std::vector<QString> suppliers;                // in step with kSuppliers
+  std::map<QString, QString> contracts;          // that a partner's documents have, by `ghs` or `kh` and partner
 };
 
 /// What makes a command of the shop impossible is a fault of the demonstration: a notice is no answer to pass over.
@@ -141,7 +142,7 @@ class Trade {
   std::vector<Pick> basket(int warehouse, int season);
   bool saveSale(int warehouse, const QString& customer, const std::vector<Pick>& lines, bool institution);
   void addLines(const TradingRules& rules, TradingDraft& draft, const std::vector<Pick>& lines);
-  QString save(const TradingRules& rules, const TradingDraft& draft);
+  QString save(const TradingRules& rules, TradingDraft draft);
   bool receiveFrom(int supplier, int warehouse, const std::vector<int>& wanted, int daysBack);
   using LineWriter = std::function<void(std::int64_t id, const Pick& pick, double cost)>;
   QString saveWithin(const DocumentFamily& family, const std::vector<Pick>& lines, const LineWriter& writeLine,

@@ -143,6 +143,10 @@ class Closing {
                     .add(")"));
       execSql(Sql(compose("delete from {}", {t.head})).where(filter));
     }
+    // Contracts stay; those of documents that went are tied to none.
+    execSql(
+        "update jxc_htgl set gl_djh='' where gl_djh<>'' and gl_djh not in (select j_sn from jxc_jhd) and gl_djh not "
+        "in (select gl_djh from jxc_lsxsd)");
   }
 
   /// The row of a month holds the stock at its end: that of the closing day's own month is still to be written.

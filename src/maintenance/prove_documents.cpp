@@ -1,9 +1,11 @@
 // 单据核对: heads against lines, lines against the ledgers, orphans, doubles and drafts.
+#include "accounts/attachments.h"
 #include "accounts/partner_ledger.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
 #include "maintenance/proof_books.h"
+#include "stock/document_rules.h"
 #include "stock/internal_documents.h"
 #include "stock/partial_movement.h"
 
@@ -277,6 +279,32 @@ void proveCodes(Books& books) {
   }
 }
 
+/// Contracts against the receipts and sales that have them, from both ends; and their files, which another machine may
+/// have. What a closing took along has left its number here.
+void proveContracts(Books& books) {
+  std::unordered_set<std::string> contracts;
+  const std::string closed = books.closedUntil.substr(0, 10);
+  for (const Row row : books.select("select * from jxc_htgl order by id")) {
+    const QString name = u"合同 "_qs + row.text("ht_sn") + u' ' + row.text("ht_name"), document = row.text("gl_djh");
+    contracts.insert(row.text("ht_sn").toStdString());
+    const int number = document.isEmpty() ? -1 : books.numbers.find(document.toStdString());
+    const bool stands = number >= 0 && static_cast<std::size_t>(number) < books.documents.size() &&
+                        books.documents[static_cast<std::size_t>(number)].heads > 0;
+    if (!document.isEmpty() && !stands && (closed.empty() || dateOfNumber(document).toStdString() > closed))
+      books.findings.add(Kind::ContractOrphan, [&] { return Place{name, document, u"没有"_qs}; });
+    const attachments::Place file{row.text("ht_path"), row.text("ht_fujian"), row.text("ht_fjname")};
+    if (!file.shown.isEmpty() && file.folder != attachments::kOnServer && attachments::pathOf(file).isEmpty())
+      books.findings.add(Kind::ContractFile, [&] { return Place{name, file.shown, {}}; });
+  }
+  for (const DocumentFamily* family : {&families::purchaseReceipt, &families::sale})
+    for (const Row row : books.select(compose("select {} as djh,{} as ht from {} where {}<>'' order by id",
+                                              {family->number, family->contract, family->head, family->contract})))
+      if (!contracts.contains(row.text("ht").toStdString()))
+        books.findings.add(Kind::ContractGone, [&] {
+          return Place{u"单据 "_qs + row.text("djh"), u"合同 "_qs + row.text("ht"), {}};
+        });
+}
+
 }  // namespace prove_documents_detail
 
 void proveDocuments(Books& books) {
@@ -292,6 +320,7 @@ void proveDocuments(Books& books) {
   proveDifferences(books);
   proveParts(books);
   proveLoans(books);
+  proveContracts(books);
   books.step(98, u"核对编号"_qs);
   proveCodes(books);
   const RowSet staged = books.select("select a_name,count(*) as num from jxc_tempspxf where g_sn<>'' group by a_name");

@@ -311,6 +311,15 @@ QString partnerName(const PartnerSide& side, const QString& number) {
   return lookupValue(compose("select {} from {} where {}=?", {side.name, side.table, side.sn}), number);
 }
 
+Refusal partnerLeft(const PartnerSide& side, const QString& number) {
+  const RowSet rows =
+      openSelect(compose("select {} from {} where {}=?", {side.forbidden, side.table, side.sn}), number);
+  if (!rows.isEmpty() && !rows.front().flag(side.forbidden)) return {};
+  return {u"该"_qs + words(side.noun) + u"刚刚被其他操作员"_qs + (rows.isEmpty() ? u"删除"_qs : u"禁用"_qs) +
+              u"，请重新选择！"_qs,
+          Subject::Partner};
+}
+
 bool openingIsOpen(const PartnerSide& side, const QString& number) {
   if (!firstMention(side.business, number).isEmpty()) return false;
   const QString type = partners_detail::typeText(side);

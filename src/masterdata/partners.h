@@ -3,6 +3,7 @@
 
 #include "core/prompt.h"
 #include "core/reading.h"
+#include "core/refusal.h"
 #include "masterdata/partner_side.h"
 
 #include <QString>
@@ -36,6 +37,9 @@ std::optional<QString> savePartner(const PartnerSide& side, const PartnerDraft& 
 
 /// Name of a partner by its number; empty when there is none.
 QString partnerName(const PartnerSide& side, const QString& number);
+
+/// Why nothing new is entered for a partner that was chosen a moment ago: deleted or disabled at another station since.
+Refusal partnerLeft(const PartnerSide& side, const QString& number);
 
 /// True when the opening amount may still be changed: no document and no other ledger line names the partner.
 bool openingIsOpen(const PartnerSide& side, const QString& number);

@@ -1,11 +1,11 @@
 #include "purchasing/receipt.h"
 
-#include "accounts/contracts.h"
 #include "core/rounding.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
+#include "stock/contract_ties.h"
 #include "stock/posting.h"
 
 namespace jxc::receipt {
@@ -92,7 +92,7 @@ void writeHead(const ReceiptDraft& draft, const QString& number, const Balanced&
                         {"j_dhbz", 0}});
   if (straight) execSql("update jxc_jhsp set jh_rksl=jh_sl where j_sn=?", number);
   if (!putaway) execSql("update jxc_jhsp set jh_rksl=jh_sl,jh_qxsl=0 where j_sn=?", number);
-  if (!draft.contract.isEmpty()) contracts::htLink(draft.contract, draft.partner, number);
+  if (!draft.contract.isEmpty()) contract_ties::htLink(draft.contract, draft.partner, number);
 }
 
 SaveResult ReceiptRules::save(const TradingDraft& draft, Prompt& prompt) const {
@@ -102,6 +102,7 @@ SaveResult ReceiptRules::save(const TradingDraft& draft, Prompt& prompt) const {
   const SaveResult saved = saveDocument(family(),
                                         {.number = draft.number,
                                          .date = draft.date,
+                                         .standsAgainst = [&] { return contractStands(draft); },
                                          .writeHead =
                                              [&](const QString& number) {
                                                money = settleMoney(number, draft.settlement, paid, payable(number));

@@ -1,6 +1,5 @@
 #include "sales/sale.h"
 
-#include "accounts/contracts.h"
 #include "core/clock.h"
 #include "core/rounding.h"
 #include "core/small_lookups.h"
@@ -8,6 +7,7 @@
 #include "core/text.h"
 #include "masterdata/goods_to_pick.h"
 #include "masterdata/prices.h"
+#include "stock/contract_ties.h"
 #include "stock/ledger.h"
 #include "stock/loans.h"
 #include "stock/posting.h"
@@ -161,6 +161,7 @@ class SaleRules final : public TradingRules {
                                           {.number = draft.number,
                                            .date = draft.date,
                                            .warehouse = draft.warehouse,
+                                           .standsAgainst = [&] { return contractStands(draft); },
                                            .writeHead =
                                                [&](const QString& number) {
                                                  money = settleMoney(number, draft.settlement, paid, payable(number));
@@ -215,7 +216,7 @@ void writeHead(const TradingDraft& draft, const QString& number, const Balanced&
                           {"ls_dhbz", 0}});
   if (straight) execSql("update jxc_lsxssp set ls_cksl=ls_sl where gl_djh=?", number);
   if (!issue) execSql("update jxc_lsxssp set ls_cksl=ls_sl,ls_qxsl=0 where gl_djh=?", number);
-  if (!draft.contract.isEmpty()) contracts::htLink(draft.contract, draft.partner, number);
+  if (!draft.contract.isEmpty()) contract_ties::htLink(draft.contract, draft.partner, number);
 }
 
 const TradingRules& rules() {

@@ -13,6 +13,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "core/unusual.h"
+#include "stock/contract_ties.h"
 #include "stock/conversion.h"
 #include "stock/failing_command.h"
 #include "stock/ledger.h"
@@ -115,6 +116,7 @@ void refreshWholeCost(const DocumentFamily& family, const QString& number) {
 }
 
 void deleteDocument(const DocumentFamily& family, const QString& number) {
+  contract_ties::documentGoes(family, number);
   execSql(compose("delete from {} where {}=?", {family.head, family.number}), number);
   execSql(compose("delete from {} where {}=?", {family.lines, family.number}), number);
   if (!family.onDelete.empty()) execSql(family.onDelete, number);
@@ -166,6 +168,7 @@ QString rewriteHead(const DocumentFamily& family, const QString& number, const H
     setText(family.freightPayer,
             freightPayerText(edit.freight.value_or(0), edit.packing.value_or(0), edit.wePayFreight));
   if (fresh != number) renumberDocument(family, head, number, fresh, SharedNumber::No);
+  if (edit.partner) contract_ties::partnerChanged(family, fresh, *edit.partner);
   transaction.commit();
   return fresh;
 }
@@ -294,6 +297,10 @@ SaveResult saveDocument(const DocumentFamily& family, const SaveRequest& request
     if (isDraftSaved(family, request.number)) return false;
     if (lock.holds(request.date)) {
       changed = lock.against(request.date);
+      return false;
+    }
+    if (const Refusal more = request.standsAgainst ? request.standsAgainst() : Refusal()) {
+      changed = more;
       return false;
     }
     result.number = document_detail::numberToSave(family, request.number, request.date);

@@ -69,6 +69,8 @@ struct SaveRequest {
   QString number;
   QString date;
   QString warehouse = {};  // that goods leave; empty: stock is not tested again when it is audited at once
+  /// What else may have come to stand against it while the question stood, asked inside the transaction; null: nothing.
+  std::function<Refusal()> standsAgainst = {};
   /// Appends the head under this (perhaps renewed) number with status 0, and does what follows it.
   std::function<void(const QString& number)> writeHead;
 };

@@ -78,6 +78,7 @@ struct DocumentFamily {
   int headSign = 1;                                 // returns store minus the screen's amounts in their head
   std::string_view originalNumber;                  // of the partner's own document
   std::string_view isReturned, returnedBy;          // that it went back as a whole, and the number of the return
+  std::string_view contract;                        // number of its contract
 
   // what a waiting document may still change in its head; empty names where it has none
   std::string_view invoiceNumber, invoiceAmount, freight, packing, freightPayer;

@@ -5,6 +5,7 @@
 #include "core/statements.h"
 #include "core/text.h"
 #include "engine/number_text.h"
+#include "stock/contract_ties.h"
 
 namespace jxc {
 
@@ -104,8 +105,13 @@ QString TradingRules::differenceText(const AuditDraft& draft) const {
 
 bool TradingRules::isIncomplete(const TradingDraft& draft, Prompt& prompt) const {
   return RulesOver::isIncomplete(
-      draft, prompt,
-      {draft.partner.isEmpty(), u"请选择"_qs + words(partnerOf(family()).noun) + u'！', Subject::Partner});
+             draft, prompt,
+             {draft.partner.isEmpty(), u"请选择"_qs + words(partnerOf(family()).noun) + u'！', Subject::Partner}) ||
+         isRefused(contractStands(draft), prompt);
+}
+
+Refusal TradingRules::contractStands(const TradingDraft& draft) const {
+  return contract_ties::against(family(), draft.contract, draft.partner);
 }
 
 }  // namespace jxc

@@ -67,6 +67,8 @@ class TradingRules : public RulesOver<TradingDraft> {
   /// what save and audit dialog do with the same money is one thing. Inside the caller's transaction.
   Balanced settleMoney(const QString& number, Settlement settlement, double paid, double due) const;
   bool isIncomplete(const TradingDraft& draft, Prompt& prompt) const;
+  /// Why it cannot have the contract that was chosen for it.
+  Refusal contractStands(const TradingDraft& draft) const;
   /// Whether the audit dialog may write this.
   virtual bool mayAudit(const AuditDraft&, Prompt&) const { return true; }
   const TradingDescription document_;

@@ -1,15 +1,18 @@
 #!/usr/bin/env python3
-"""Three first days in the real window, by keys alone, and how many keys each of them takes: the owner from an empty
-account set to the first receipt in the books, a buyer with twelve frames and twenty lenses, a salesperson with ten
-sales, a return, an exchange and a part payment. At the end the books hold what was keyed in, so no key was lost.
+"""First days in the real window, by keys alone, and how many keys each of them takes: the owner from an empty account
+set to the first receipt in the books, a buyer with twelve frames and twenty lenses, a salesperson with ten sales, a
+return, an exchange and a part payment, and two receipts with contracts that are deleted from both ends. At the end the
+books hold what was keyed in, so no key was lost.
 
-Usage: tests/journeys/first_days.py [--program PROGRAM] [--plain] [owner] [buyer] [salesperson]     (default: all)
+Usage: tests/journeys/first_days.py [--program PROGRAM] [--plain] [owner] [buyer] [salesperson] [paper]     (default: all)
   --plain   the long ways: each list by its key, every piece from the list of goods, a question before each save
 Needs xvfb, openbox, xdotool; skipped with status 77 where they are missing.
 """
 
 import argparse
+import contextlib
 import pathlib
+import sqlite3
 import subprocess
 import sys
 import time
@@ -205,11 +208,81 @@ def salesperson_day(hand, console, arguments):
     prove(console, hand)
 
 
+def contract_receipt(hand, shop, name):
+    """A receipt with a contract that is added from it, and a file to the contract."""
+    scan = pathlib.Path(hand.home) / f"{name}.txt"
+    scan.write_text(name)
+    hand.keys("ctrl+h")
+    hand.until("contracts of the supplier", lambda title: title.startswith("单据合同"))
+    hand.keys("F3")
+    at(hand, "合同设置")
+    hand.write(name)
+    hand.keys("F6")
+    at(hand, "选择附件")
+    hand.write(str(scan))
+    hand.keys("Return")
+    at(hand, "合同设置")
+    hand.keys("F5")
+    at(hand, KINDS["receipt"].title)
+    type_lines(hand, shop, "receipt", [(code(1), 2)])
+    before = shop.number("select count(*) from jxc_jhd")
+    hand.keys("F5")
+    asked(hand, "y")
+    wait(lambda: f"the receipt was not saved; the window is “{hand.title()}”",
+         lambda: shop.number("select count(*) from jxc_jhd") > before)
+    at(hand, KINDS["receipt"].title)
+
+
+def paper_day(hand, console, _):
+    """Two receipts with a contract each; one is taken back from the contract, one from the receipt."""
+    shop = Shop(hand.home)
+    kept = lambda: len(list((pathlib.Path(hand.home) / "ghsht").glob("*.txt")))
+    tied = lambda: shop.rows("select a.ht_sn,b.ht_name from jxc_jhd a left join jxc_htgl b on a.ht_sn=b.ht_sn and "
+                             "b.gl_djh=a.j_sn order by a.id")
+    begin(hand)
+    open_document(hand, "receipt")
+    contract_receipt(hand, shop, "RB2026")
+    contract_receipt(hand, shop, "ZL156")
+    conclude("two contracts with their files", told({"files": (kept(), 2)}) +
+             [row for row in zip(tied(), [("100001", "RB2026"), ("100002", "ZL156")]) if row[0] != row[1]])
+    hand.keys("ctrl+Tab")
+    time.sleep(0.5)
+    hand.keys("ctrl+h")  # of the newest, which stands first
+    hand.until("contracts of the supplier", lambda title: title.startswith("单据合同"))
+    time.sleep(0.5)
+    hand.keys("F8")
+    at(hand, "查看合同")
+    hand.keys("Escape")
+    hand.until("contracts of the supplier", lambda title: title.startswith("单据合同"))
+    hand.keys("Escape")
+    at(hand, KINDS["receipt"].title)
+    hand.keys("ctrl+Delete")
+    asked(hand, "y")
+    wait(lambda: "the contract stayed", lambda: shop.number("select count(*) from jxc_htgl") == 1 and kept() == 1)
+    at(hand, KINDS["receipt"].title)
+    close_document(hand)
+    hand.open("htgl", "合同管理")
+    time.sleep(0.5)
+    hand.keys("ctrl+d")
+    asked(hand, "y")
+    wait(lambda: "the contract stayed", lambda: shop.number("select count(*) from jxc_htgl") == 0 and kept() == 0)
+    conclude("the receipt stands without", [row for row in tied() if row != ("", None)])
+    prove(console, hand)
+
+
+def with_contracts(prepare):
+    def also(home):
+        prepare(home)
+        with contextlib.closing(sqlite3.connect(pathlib.Path(home) / "data/jxc.mdb")) as db, db:
+            db.execute("update jxc_xtcs set cs_ht=1,cs_shdj=0")
+    return also
+
+
 def main():
     arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     arguments.add_argument("--program", default=str(TOP / "build/shared/src/app/jxc"))
     arguments.add_argument("--plain", action="store_true")
-    days = {"owner": owner_day, "buyer": buyer_day, "salesperson": salesperson_day}
+    days = {"owner": owner_day, "buyer": buyer_day, "salesperson": salesperson_day, "paper": paper_day}
     arguments.add_argument("days", nargs="*", choices=[*days, []])
     chosen = arguments.parse_args()
     if missing := missing_tools():
@@ -217,7 +290,8 @@ def main():
         return 77
     console = str(pathlib.Path(chosen.program).with_name("jxcctl"))
     for name in chosen.days or days:
-        hand = Hand(chosen.program, None if name == "owner" else make_shop(console, 60, 20))
+        prepare = None if name == "owner" else make_shop(console, 60, 20)
+        hand = Hand(chosen.program, with_contracts(prepare) if name == "paper" else prepare)
         try:
             days[name](hand, console, chosen)
             print(f"{name}: {hand.count} keys")

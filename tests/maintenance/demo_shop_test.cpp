@@ -46,6 +46,10 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_GT(lookupNumber("select count(*) from jxc_jhd where j_chkrq>j_jhrq"), 0) << "a receipt dated back";
   EXPECT_GT(lookupNumber("select count(*) from jxc_lsxsd where ls_yf>0 and ls_status=1"), 0) << "a parcel";
 
+  for (const char* kind : {"jxc_htgl a,jxc_jhd b where a.gl_djh=b.j_sn",
+                           "jxc_htgl a,jxc_lsxsd b where a.gl_djh=b.gl_djh", "jxc_htgl a where a.gl_djh=''"})
+    EXPECT_GT(lookupNumber("select count(*) from " + std::string(kind)), 0) << kind;
+
   for (const char* some : {"fp_kpje=fp_yfje and fp_djlx='XS'", "fp_kpje<>0 and fp_kpje<fp_yfje",
                            "fp_check=0 and fp_djlx='CJ'", "fp_djlx='XP' and fp_check=1", "fp_djlx='CP'"})
     EXPECT_GT(lookupNumber("select count(*) from jxc_fpdjb where " + std::string(some)), 0) << some;

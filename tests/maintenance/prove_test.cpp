@@ -3,6 +3,7 @@
 // that the suite takes.
 #include "maintenance/prove.h"
 
+#include "accounts/contracts.h"
 #include "accounts/expenses.h"
 #include "accounts/invoices.h"
 #include "harness/findings.h"
@@ -89,6 +90,11 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
   waitingSale("2021-05-03", {{"C", 1, 9}}, 0);
   receipt::ReceiptDraft rebated = draftReceipt("2021-05-03", {{"C", 2, 3}});
   rebated.paid = 5;
+  contracts::Draft agreed;
+  agreed.name = u"年度供货"_qs;
+  agreed.partner = rebated.partner;
+  agreed.employee = u"100001"_qs;
+  rebated.contract = contracts::saveContract(supplierSide, agreed, prompt).value_or(QString());
   EXPECT_EQ(audit(save(rebated)), AuditOutcome::Audited);
   setParameter("cs_sprk", 1);
   const QString inParts = receive("2021-05-03", {{"B", 5, 2}});
@@ -176,6 +182,9 @@ TEST_F(ProveTest, EachPlantedFaultIsFoundAndNamed) {
       {"delete from jxc_xsthd", "cash-orphan"},
       {"delete from jxc_lsxsd", "invoice-orphan"},
       {"delete from jxc_ysyfk_dj", "rounding-orphan"},
+      {"update jxc_htgl set gl_djh='CJ21050319999'", "contract-orphan"},
+      {"delete from jxc_htgl", "contract-gone"},
+      {"update jxc_lsxsd set ht_sn='100009' where ls_status=0", "contract-gone"},
       {"delete from jxc_goods where g_sn='C'", "goods-gone"},
       {"delete from jxc_ckxx where ck_sn='100001'", "warehouse-gone"},
       {"insert into jxc_goods (g_sn,g_name,g_kc) values ('A','镜架',0)", "code-twice"},
@@ -445,9 +454,12 @@ TEST_F(ProveTest, WhatIsPossibleAndHardlyMeantIsHintedAt) {
   receive("2021-05-03", {{"A", 6923450656.0, 1}});
   receive("2021-05-04", {{"A", 1, 1}});
   setClock("2021-05-02");
+  execSql(
+      "insert into jxc_htgl (ht_sn,ht_path,ht_fujian,ht_fjname,gl_djh) values "
+      "('100001','khht/','1.pdf','合同.pdf','')");
   const Proof proof = prove();
   EXPECT_TRUE(proof.isClean());
-  for (const char* code : {"odd-figure", "future-day", "clock-behind"}) {
+  for (const char* code : {"odd-figure", "future-day", "clock-behind", "contract-file"}) {
     ASSERT_NE(find(proof, code), nullptr) << code;
     EXPECT_EQ(find(proof, code)->weight, Weight::Note);
   }

@@ -3,18 +3,30 @@
 #include "accounts/contracts.h"
 #include "core/program_directory.h"
 #include "core/text.h"
+#include "engine/error.h"
 #include "harness/files.h"
 #include "harness/ftp_server.h"
-#include "screens/harness/screen_test.h"
+#include "masterdata/partners.h"
+#include "screens/harness/trading_test.h"
+#include "stock/cancelling.h"
+#include "stock/contract_ties.h"
+#include "stock/document.h"
 #include "ui/file_dialogs.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTabWidget>
+
+#include <unistd.h>
 
 namespace jxc::test::contract_screens_test {
 
-class ContractScreens : public ScreenTest {
+class ContractScreens : public TradingScreenTest {
  protected:
+  ContractScreens() {
+    addGoods({.sn = u"10000001"_qs, .name = u"板材镜架"_qs, .barcode = u"6900000000017"_qs, .stock = 9});
+    setParameter("cs_ht", 1);
+  }
   ~ContractScreens() override {
     ui::setFileAnswer({});
     ui::setViewerAnswer({});
@@ -166,6 +178,287 @@ TEST_F(ContractScreens, AttachmentsGoToTheServerThatTheSettingsNameAndComeBackTo
   });
   EXPECT_EQ(server.files(), QStringList());
   EXPECT_EQ(kept().size(), 1);
+}
+
+/// Each attachment that cannot be kept: refused in words, what was typed stays, nothing is left of it.
+TEST_F(ContractScreens, AFileThatCannotBeTakenLeavesNothingHalf) {
+  const auto sized = [&](const QString& name, qint64 megabytes) {
+    const QString path = given(name);
+    EXPECT_TRUE(QFile::resize(path, megabytes << 20U));  // without its blocks on the disk
+    return path;
+  };
+  contracts::Draft draft;
+  draft.name = u"供镜协议"_qs;
+  draft.partner = u"100001"_qs;
+  draft.employee = u"100001"_qs;
+  const auto refusedWith = [&](const QString& file, const attachments::Progress& progress = {}) {
+    draft.file = file;
+    EXPECT_FALSE(contracts::saveContract(customerSide, draft, prompt, progress)) << file.toStdString();
+    EXPECT_EQ(QDir(programPath(u"khht"_qs)).entryList(QDir::Files | QDir::Hidden), QStringList());
+    EXPECT_EQ(lookupValue("select count(*) from jxc_htgl"), "0");
+    return prompt.lastNotice();
+  };
+  const QString large = sized(u"大.pdf"_qs, 501), scan = sized(u"扫描.pdf"_qs, 300);
+  EXPECT_EQ(refusedWith(large), u"附件不能超过 500 MB，请压缩或拆分后再添加："_qs + large);
+  int told = 0;
+  refusedWith(scan, [&](int percent) { return ++told < 30 && percent < 50; });
+  EXPECT_EQ(told, 30) << "a megabyte at a time, and stopped at once";
+  const QString written = sized(u"正在写.pdf"_qs, 4);
+  EXPECT_EQ(refusedWith(written, [&](int) { return QFile::resize(written, 2 << 20U); }),
+            u"附件文件在保存时被改动了，请重新保存："_qs + written);
+  {
+    const QString locked = given(u"锁.pdf"_qs);
+    ASSERT_TRUE(QFile::setPermissions(locked, {}));
+    QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) | QFile::ReadOther | QFile::ExeOther);
+    const bool isRoot = geteuid() == 0;
+    const bool isOther = !isRoot || seteuid(65534) == 0;  // rights count for others than root
+    const auto back = qScopeGuard([&] { EXPECT_TRUE(!isRoot || seteuid(0) == 0); });
+    EXPECT_TRUE(isOther);
+    draft.file = locked;
+    EXPECT_FALSE(contracts::saveContract(customerSide, draft, prompt));
+    EXPECT_TRUE(prompt.lastNotice().startsWith(u"附件文件不能读取："_qs)) << prompt.lastNotice().toStdString();
+  }
+  // What fails behind the copy takes it away again.
+  draft.employee = u"100001100001"_qs;  // wider than its column
+  draft.file = given(u"协议.pdf"_qs);
+  EXPECT_THROW(contracts::saveContract(customerSide, draft, prompt), DbError);
+  EXPECT_EQ(kept(), QStringList());
+  draft.employee = u"100001"_qs;
+
+  // Taken away while it is read, it is whole all the same; of a name from another system the end counts.
+  const QString foreign = given(u"D:\\合同\\协议.pdf"_qs);
+  draft.file = foreign;
+  const auto first = contracts::saveContract(customerSide, draft, prompt, [&](int) {
+    QFile::remove(foreign);
+    return true;
+  });
+  draft.file = given(u"协议.pdf"_qs, "另一份");
+  const auto second = contracts::saveContract(customerSide, draft, prompt);
+  ASSERT_TRUE(first && second);
+  EXPECT_EQ(rows("select ht_fjname from jxc_htgl"), "协议.pdf | 协议.pdf");
+  // Two contracts show one name, and one goes: the other's file is its own.
+  contracts::htDelete(*first);
+  const auto left = contracts::attachmentToOpen(*second, prompt);
+  ASSERT_TRUE(left);
+  QFile file(*left);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "另一份");
+  EXPECT_EQ(kept().size(), 1);
+}
+
+/// From the document's own screen: Ctrl+H, F3, and a file.
+class DocumentContracts : public ContractScreens {
+ protected:
+  struct Side {
+    const char* screen;
+    const PartnerSide* partners;
+    const DocumentFamily* family;
+    QString question;
+  };
+  std::vector<Side> sides() const {
+    return {{"F_Cgjh", &supplierSide, &families::purchaseReceipt, kSaveReceipt},
+            {"F_Spxs", &customerSide, &families::sale, kSaveSale}};
+  }
+  static QStringList kept() {
+    return QDir(programPath(u"khht"_qs)).entryList(QDir::Files) + QDir(programPath(u"ghsht"_qs)).entryList(QDir::Files);
+  }
+  static QString contracts() { return rows("select ht_sn,ghs_sn,gl_djh from jxc_htgl order by ht_sn"); }
+  static QString goes(const QString& contract, const QString& doing) {
+    return u"合同“%1”是为本单增加的，%2后将连同附件一起删除，确认%2吗？"_qs.arg(contract, doing);
+  }
+  void add(ui::Screen& s, const QString& name) {
+    chooses(given(name + u".pdf"_qs));
+    press(s, "Ctrl+H", "F_Htgl_Xz", [&](ui::Screen& list) {
+      press(list, "F3", "F_Htgl_Sele", [&](ui::Screen& form) {
+        EXPECT_TRUE(form.field("tghs").isReadOnly()) << "it is the document's partner";
+        type(form, "tname", name);
+        press(form, "F6");
+        press(form, "F5");
+      });
+    });
+  }
+  void pick(ui::Screen& s, const char* key = "F5") {
+    press(s, "Ctrl+H", "F_Htgl_Xz", [&](ui::Screen& list) { press(list, key); });
+  }
+  static QString stands(const PartnerSide& side, const QString& name) {
+    contracts::Draft draft;
+    draft.name = name;
+    draft.date = u"2021-05-03"_qs;
+    draft.partner = u"100001"_qs;
+    draft.employee = u"100001"_qs;
+    ScriptedPrompt quiet;
+    return contracts::saveContract(side, draft, quiet).value_or(QString());
+  }
+};
+
+TEST_F(DocumentContracts, WhatWasAddedGoesWithADraftThatIsLeftAndWhatWasPickedStays) {
+  for (const Side& side : sides()) {
+    SCOPED_TRACE(side.screen);
+    execSql("delete from jxc_htgl");
+    setParameter("cs_ht", 0);
+    open(side.screen, [&](ui::Screen& s) {
+      EXPECT_FALSE(s.command("btnHt").isVisible());
+      EXPECT_FALSE(s.field("tht").isVisible());
+    });
+    setParameter("cs_ht", 1);
+    open(side.screen, [&](ui::Screen& s) {
+      add(s, u"供镜协议"_qs);
+      EXPECT_EQ(s.field("tht").text(), "100001 供镜协议");
+      EXPECT_EQ(kept().size(), 1);
+      // Nothing but the contract would be lost: asked.
+      press(s, "Esc", goes(u"100001 供镜协议"_qs, u"离开"_qs), Answer::No);
+      EXPECT_TRUE(s.isVisible());
+      scan(s, u"6900000000017");
+    });  // as a power cut leaves it
+    ui::dropScreens();
+    open(side.screen, [&](ui::Screen& s) {
+      EXPECT_EQ(s.field("tht").text(), "100001 供镜协议") << "it came back with the lines";
+      leaveDraft(s);
+    });
+    EXPECT_EQ(contracts(), "");
+    EXPECT_EQ(kept(), QStringList());
+
+    stands(*side.partners, u"年度"_qs);
+    open(side.screen, [&](ui::Screen& s) {
+      pick(s);
+      EXPECT_EQ(s.field("tht").text(), "100001 年度");
+      scan(s, u"6900000000017");
+      pick(s, "Ctrl+D");
+      EXPECT_EQ(s.field("tht").text(), "");
+      pick(s);
+      leaveDraft(s);
+    });
+    EXPECT_EQ(contracts(), "100001 100001 ");
+    // Picked for another document by a colleague, a contract is nobody's any more.
+    open(side.screen, [&](ui::Screen& s) {
+      add(s, u"团购"_qs);
+      contract_ties::htLink(u"100002"_qs, u"100001"_qs, u"XX1"_qs);
+      press(s, "Esc");
+    });
+    EXPECT_EQ(contracts(), "100001 100001  | 100002 100001 XX1");
+    for (const QString& file : kept()) {
+      QFile::remove(programPath(u"khht/"_qs + file));
+      QFile::remove(programPath(u"ghsht/"_qs + file));
+    }
+    execSql("delete from jxc_htdj");
+  }
+}
+
+TEST_F(DocumentContracts, TheyFollowTheWaitingDocumentFromBothEnds) {
+  for (const Side& side : sides()) {
+    SCOPED_TRACE(side.screen);
+    const DocumentFamily& family = *side.family;
+    execSql("delete from jxc_htgl");
+    const std::string onHead = compose("select ht_sn from {} order by id", {family.head});
+    const QString picked = stands(*side.partners, u"年度"_qs);
+    QString withPicked, withAdded;
+    open(side.screen, [&](ui::Screen& s) {
+      withPicked = s.field("jsn").text();
+      scan(s, u"6900000000017");
+      pick(s);
+      save(s, side.question);
+      withAdded = s.field("jsn").text();
+      EXPECT_EQ(s.field("tht").text(), "") << "the next document has none yet";
+      scan(s, u"6900000000017");
+      add(s, u"供镜协议"_qs);
+      save(s, side.question);
+    });
+    EXPECT_EQ(rows(onHead), "100001 | 100002");
+    EXPECT_EQ(contracts(), u"100001 100001 %1 | 100002 100001 %2"_qs.arg(withPicked, withAdded));
+
+    // An audit and its cancel leave both as they are.
+    for (const QString& number : {withPicked, withAdded}) {
+      ASSERT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited);
+      EXPECT_TRUE(contract_ties::change(family, number, {})) << "it waits no longer";
+      ASSERT_TRUE(cancelDocument(number, prompt.willSayYes()));
+    }
+    EXPECT_EQ(rows(onHead), "100001 | 100002");
+
+    open(side.screen, [&](ui::Screen& s) {
+      showWaiting(s);
+      EXPECT_EQ(s.grid("gridWaiting").currentText(family.number), withAdded);
+      // Another one in its place: the added one would go, and stays when the operator says no.
+      expectScreen("F_Htgl_Xz", [&](ui::Screen& list) {
+        EXPECT_EQ(list.grid("gridHt").currentText("ht_sn"), "100002") << "it stands on the one that the document has";
+        list.grid("gridHt").selectRow(1);
+        press(list, "F5");
+      });
+      press(s, "Ctrl+H", goes(u"100002 供镜协议"_qs, u"换下"_qs), Answer::No);
+      press(s, "Ctrl+Del", u"您确定要删除“待审核”单据吗！"_qs, Answer::Yes);
+      EXPECT_EQ(kept(), QStringList());
+      press(s, "Ctrl+Del", u"您确定要删除“待审核”单据吗！"_qs, Answer::Yes);
+    });
+    EXPECT_EQ(contracts(), "100001 100001 ");
+    EXPECT_EQ(rows("select ht_sn from jxc_htdj") + rows("select ht_path from jxc_htwj"), "");
+
+    // From the other end: the contract goes, the document loses it. A contract of a partner that is gone is still
+    // listed.
+    QString number;
+    open(side.screen, [&](ui::Screen& s) {
+      number = s.field("jsn").text();
+      scan(s, u"6900000000017");
+      add(s, u"供镜协议"_qs);
+      save(s, side.question);
+    });
+    open("F_Htgl", [&](ui::Screen& s) {
+      const bool isCustomer = side.partners->isCustomer();
+      s.findChild<QTabWidget*>()->setCurrentIndex(isCustomer ? 1 : 0);
+      execSql("update jxc_htgl set ghs_sn='100099',u_sn='' where ht_sn='100001'");
+      press(s, "F2");
+      ui::Grid& list = s.grid(isCustomer ? "gridHt2" : "gridHt1");
+      list.waitLoaded();
+      EXPECT_EQ(list.rowCount(), 2);
+      EXPECT_EQ(list.currentText("gl_djh"), number);
+      press(s, "Ctrl+D", u"您确定要删除该合同信息吗！"_qs, Answer::Yes);
+    });
+    EXPECT_EQ(rows(onHead), "");
+    EXPECT_EQ(kept(), QStringList());
+    EXPECT_TRUE(deleteWaitingDocument(family, number, prompt.willSayYes()));
+    EXPECT_EQ(contracts(), "100001 100099 ");
+  }
+}
+
+/// Another partner, a locked day, and what another operator did meanwhile.
+TEST_F(DocumentContracts, AContractIsWithThePartnerOfItsDocument) {
+  execSql("insert into jxc_khxx (kh_sn,kh_name,kh_jm,kh_forbid) values ('100002','第二中学','DEZX',0)");
+  const QString picked = stands(customerSide, u"年度"_qs);
+  QString number;
+  open("F_Spxs", [&](ui::Screen& s) {
+    number = s.field("jsn").text();
+    scan(s, u"6900000000017");
+    pick(s);
+    s.field("tkh").setPicked({u"第二中学"_qs, u"100002"_qs});
+    press(s, "F5", u"合同“年度”是与“普通客户”签订的，请重新选择合同！"_qs);
+    s.field("tkh").setPicked({u"普通客户"_qs, u"100001"_qs});
+    save(s, kSaveSale);
+  });
+  const auto tie = [] { return rows("select ht_sn,kh_sn from jxc_lsxsd") + u" / "_qs + contracts(); };
+  EXPECT_EQ(tie(), u"100001 100001 / 100001 100001 "_qs + number);
+  EXPECT_EQ(changeWaitingHead(families::sale, number, {.partner = "100002"}, prompt), number);
+  EXPECT_EQ(tie(), " 100002 / 100001 100001 ");
+  EXPECT_EQ(contract_ties::change(families::sale, number, picked).text,
+            "合同“年度”是与“普通客户”签订的，请重新选择合同！");
+  contracts::Draft draft;
+  draft.name = u"团购"_qs;
+  draft.partner = u"100002"_qs;
+  draft.employee = u"100001"_qs;
+  draft.ofDocument = true;
+  const QString added = contracts::saveContract(customerSide, draft, prompt).value_or(QString());
+  EXPECT_FALSE(contract_ties::change(families::sale, number, added));
+  EXPECT_EQ(changeWaitingHead(families::sale, number, {.partner = "100001"}, prompt), number);
+  EXPECT_EQ(tie(), u"100002 100001 / 100001 100001  | 100002 100001 "_qs + number) << "it was made for the document";
+  execSql("insert into jxc_zmsd (sd_rq,sd_lsid) values ('2021-05-03',0)");
+  EXPECT_TRUE(contract_ties::change(families::sale, number, {})) << "no field of a locked document";
+  EXPECT_TRUE(deleteWaitingDocument(families::sale, number, prompt.willSayYes())) << "but whole it may go";
+  EXPECT_EQ(contracts(), "100001 100001 ");
+
+  for (const char* gone :
+       {"update jxc_khxx set kh_forbid=1 where kh_sn='100002'", "delete from jxc_khxx where kh_sn='100002'"}) {
+    execSql(gone);
+    EXPECT_FALSE(contracts::saveContract(customerSide, draft, prompt));
+    EXPECT_TRUE(prompt.lastNotice().contains(u"请重新选择")) << prompt.lastNotice().toStdString();
+  }
+  EXPECT_EQ(contracts(), "100001 100001 ");
 }
 
 }  // namespace jxc::test::contract_screens_test

@@ -66,14 +66,12 @@ TEST_F(DocumentDescriptionsTest, AMisspeltPartIsRefused) {
   });
   check("F_ModiDateJh", [](const ui::ScreenSpec& spec) { HeadScreen{{.screen = spec, .partner = "tghs"}}; });
   check("F_Cgjh", [](const ui::ScreenSpec& spec) {
-    static constexpr std::string_view own[] = {"btnHt"};
     TradingScreen{{.document = {.screen = spec,
                                 .pickScreen = "F_Cgjh_Add",
                                 .lineScreen = "F_Cgjh_Sele",
                                 .auditScreen = "F_Cgjh_Check",
                                 .importScreen = "F_Cgjh_Import",
-                                .addGoods = [](const QString&) { return QString(); },
-                                .own = own},
+                                .addGoods = [](const QString&) { return QString(); }},
                    .rules = receipt::rules,
                    .partner = "tghs",
                    .paid = "tsfje"}};

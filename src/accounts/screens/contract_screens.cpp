@@ -85,6 +85,7 @@ void TF_Htgl_Sele::activate() {
   field("tghs").setLabel(words(side_->noun) + u"："_qs);
   field("tname").load(draft_.name);
   field("tghs").setPicked({partnerName(*side_, draft_.partner), draft_.partner});
+  field("tghs").setReadOnly(draft_.ofDocument);
   field("dateCg").load(draft_.date);
   field("comUser").setItems(fillEmployees());
   field("comUser").setKey(draft_.employee.isEmpty() ? keyToPropose(field("comUser").items(), defaultEmployeeSn())

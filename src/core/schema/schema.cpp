@@ -29,8 +29,9 @@ struct Companion {
 };
 constexpr Companion companions[] = {
     {"jxc_cgd", "jxc_jhd"}, {"jxc_cgsp", "jxc_jhsp"}, {"jxc_xsd", "jxc_lsxsd"}, {"jxc_xssp", "jxc_lsxssp"}};
-constexpr std::string_view companionNames[] = {"jxc_cgd",      "jxc_cgsp", "jxc_xsd",      "jxc_xssp", "jxc_adminmm",
-                                               "jxc_logchain", "jxc_zmsd", "jxc_backupzk", "jxc_jsda", "jxc_ftpaq"};
+constexpr std::string_view companionNames[] = {"jxc_cgd",     "jxc_cgsp",     "jxc_xsd",  "jxc_xssp",
+                                               "jxc_adminmm", "jxc_logchain", "jxc_zmsd", "jxc_backupzk",
+                                               "jxc_jsda",    "jxc_htdj",     "jxc_htwj", "jxc_ftpaq"};
 
 using Definitions = std::unordered_map<std::string_view, schema::TableDefinition>;
 

@@ -76,6 +76,19 @@ constexpr std::string_view kContract = R"(
     u_sn varchar(8)
     ghs_sn varchar(8))";
 
+// Contracts that were added for a document: they go with it when it is given up. The document stands in the contract,
+// empty as long as it is this operator's draft.
+constexpr std::string_view kContractOfDocument = R"(
+    ht_sn varchar(8)
+    a_name nvarchar(32))";
+
+// Files of contracts that are gone, until somebody has taken them off the disk.
+constexpr std::string_view kFileOfContract = R"(
+    ht_path nvarchar(128)
+    ht_fujian varchar(32)
+    ht_fjname nvarchar(64)
+    ht_type varchar(4))";
+
 constexpr std::string_view kFtp = R"(
     ftp_ip varchar(32)
     ftp_user varchar(32)
@@ -219,6 +232,8 @@ constexpr TableDefinition kTables[] = {
     {"jxc_yhzh", kAccount, kAccountSeeds},
     {"jxc_yyfy", kExpense},
     {"jxc_htgl", kContract},
+    {"jxc_htdj", kContractOfDocument},
+    {"jxc_htwj", kFileOfContract},
     {"jxc_ftpcs", kFtp},
     {"jxc_ftpaq", kFtpTrust},
     {"jxc_khhtgl", kCustomerContract},

@@ -396,6 +396,12 @@ std::vector<UpgradeStep> ladder() {
                   .stamp = "2026-11-29",
                   .blocks = {missing("select da_year from jxc_jsda", {recreate("jxc_jsda")})},
                   .untilDone = true},
+      // Whoever deletes a waiting receipt or sale asks what goes with it.
+      UpgradeStep{.guard = "2026-11-30",
+                  .stamp = "2026-11-30",
+                  .blocks = {missing("select ht_sn from jxc_htdj", {recreate("jxc_htdj")}),
+                             missing("select ht_path from jxc_htwj", {recreate("jxc_htwj")})},
+                  .untilDone = true},
       UpgradeStep{.guard = "2026-12-01",
                   .stamp = "2026-12-01",
                   .blocks = {added("jxc_jsda", {{"da_ql", "0"}}), added("jxc_backupzk", {{"bz_set", "''"}})},

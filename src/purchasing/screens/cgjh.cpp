@@ -39,6 +39,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"chkYf", "我方付费", FieldKind::Check},
     {"tnote", "备注：", FieldKind::Text, "jxc_jhd.j_note", 0, ui::OffersRemarks},
     {"chkZj", "本单商品直接入库", FieldKind::Check},
+    {"tht", "合同：", FieldKind::Text, "", 80, ui::ReadOnly},
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"comSort", "排序：", FieldKind::Combo},
 };
@@ -65,7 +66,8 @@ constexpr auto kCommands = trading_parts::documentCommands({
     {"btnPanel", "条码选项"},
     {"btnAddOld", "老商品添加", "F2"},
     {"btnAddNew", "新商品添加", "F9"},
-    {"btnHt", "添加合同"},
+    trading_parts::addContract,
+    trading_parts::lookAtContract,
     trading_parts::importLines,
     {"btnRChk", "审核", "F6", "审核当前单据，可修改实付金额、结算方式"},
     {"btn_Date", "修改单据", "Ctrl+E", "修改日期、供货商、仓库"},
@@ -73,8 +75,8 @@ constexpr auto kCommands = trading_parts::documentCommands({
 });
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
-constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj", "tfpno tfpje tsn2"};
-constexpr std::string_view kNotYet[] = {"btnHt"};
+constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj",
+                                          "tfpno tfpje tsn2 tht"};
 
 QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReceipt, number);
@@ -111,9 +113,8 @@ constexpr TradingScreenSpec kDocument = {
                  .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnJpgd btnModi btnDel btnImport",
                  .saveRow = "btnHt btnPrin | btnOK btnCancel",
                  .searchRow = "tkey btnSearch comSort |",
-                 .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin btn_Export |",
-                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
-                 .notYet = kNotYet},
+                 .waitingButtons = "btnRChk btn_Check btn_Date btn_Dele btn_ChaKan btnCkHt btn_Prin btn_Export |",
+                 .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |"},
     .rules = receipt::rules,
     .pickPartner = pickSupplier,
     .addPartner = addSupplier,

@@ -43,6 +43,7 @@ constexpr ui::FieldSpec kFields[] = {
     {"chkYf", "我方付费", FieldKind::Check},
     {"tnote", "备注：", FieldKind::Text, "jxc_lsxsd.ls_note", 0, ui::OffersRemarks},
     {"chkZj", "本单商品直接出库", FieldKind::Check},
+    {"tht", "合同：", FieldKind::Text, "", 80, ui::ReadOnly},
     {"tkey", "查找：", FieldKind::Text, "", 50},
     {"tGhsName", "客户：", FieldKind::Picker},
     {"comSort", "排序：", FieldKind::Combo},
@@ -76,6 +77,8 @@ constexpr auto kCommands = trading_parts::documentCommands({
     // Sets of material are no goods of this system. The button keeps its place on the screen for shops that look for it
     // there, without a key: F3 changes the line.
     {"btnAddCl", "材料套料出库", "", "不能使用：本系统没有套料商品，请用“商品添加(F2)”逐项添加"},
+    trading_parts::addContract,
+    trading_parts::lookAtContract,
     {"btnInOut", "导入导出", "", "从表格文件导入商品，或把单据商品导出到表格文件"},
     {"btnRCheck", "审核", "F6", "审核当前单据，可修改实收金额、结算方式"},
     {"btnAllKh", "全部客户", "Ctrl+Q", "显示所有客户的待审核单据"},
@@ -83,7 +86,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
 });
 
 constexpr std::string_view kHeadForm[] = {"tkh dateCg jsn", "comCk comUser tsn2"};
-constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje", "tyf tbzf chkYf chkZj",
+constexpr std::string_view kFootForm[] = {"tyfje tssje comJsfs comYhzh", "tfpno tfpje tht", "tyf tbzf chkYf chkZj",
                                           "tnote"};
 
 bool parcelsInUse() {
@@ -127,9 +130,9 @@ constexpr TradingScreenSpec kDocument = {
                  .headForm = kHeadForm,
                  .footForm = kFootForm,
                  .scanRow = "tSptm btnPanel | btnAddOld btnAddNew btnZpAdd btnAddCl btnJpgd btnModi btnDel btnInOut",
-                 .saveRow = "btnPrin | btnOK btnCancel",
+                 .saveRow = "btnHt btnPrin | btnOK btnCancel",
                  .searchRow = "tkey btnSearch tGhsName btnAllKh comSort |",
-                 .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btn_Prin |",
+                 .waitingButtons = "btnRCheck btn_Check btn_Date btn_Dele btn_ChaKan btnCkHt btn_Prin |",
                  .lineButtons = "btnAdd btnTab2Jpgd btnTab2Import btnTab2Modi btnDele |",
                  .own = kOwn},
     .rules = sale::rules,

@@ -141,6 +141,8 @@ class DocumentScreen : public ui::Screen {
   }
   /// After a new document was shown.
   virtual void fillMore() {}
+  /// A waiting document, or a line of one, was deleted.
+  virtual void waitingGone() {}
   /// The panel of what is open came into sight, or a document changed it.
   virtual void showOpen() {}
   /// The first panel with these lines in place of what it had: the number is the draft's.

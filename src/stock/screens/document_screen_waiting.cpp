@@ -130,6 +130,7 @@ void DocumentScreen::deleteWaiting() {
   const QString number = waitingNumber();
   if (number.isEmpty() || !mayDo(description_.deleteWaiting)) return;
   deleteWaitingDocument(waitingFamily(), number, prompt());
+  waitingGone();
   refreshWaiting();
 }
 
@@ -181,6 +182,7 @@ void DocumentScreen::deleteWaitingLine() {
   if (id == 0 || !mayDo(description_.deleteWaiting)) return;
   const QString number = waitingNumber();
   jxc::deleteWaitingLine(waitingFamily(), number, id, prompt());
+  waitingGone();
   refreshWaiting(number);
 }
 

@@ -93,6 +93,10 @@ constexpr auto documentCommands(const ui::CommandSpec (&own)[N]) {
 /// Lines from a spreadsheet, where the document has no menu for it.
 inline constexpr ui::CommandSpec importLines = {"btnImport", "导入", "Ctrl+I", "从表格文件导入商品"};
 
+/// The contract of what is being made, and of what waits.
+inline constexpr ui::CommandSpec addContract = {"btnHt", "添加合同", "Ctrl+H", "选择或增加与该单位的合同"};
+inline constexpr ui::CommandSpec lookAtContract = {"btnCkHt", "单据合同", "Ctrl+H", "查看、更换该单据的合同"};
+
 /// Inputs of the audit dialog; the two sides of the business call them differently.
 struct AuditLabels {
   std::string_view date, partner, warehouse, due;

@@ -1,7 +1,10 @@
 #include "stock/screens/trading_screen.h"
 
+#include "accounts/contracts.h"
+#include "accounts/screens/contract_picker.h"
 #include "core/session.h"
 #include "core/text.h"
+#include "stock/contract_ties.h"
 #include "stock/screens/audit_screen.h"
 
 #include <QKeyEvent>
@@ -28,7 +31,8 @@ constexpr Kept kKept[] = {
     {"tfpje", &DocumentFamily::invoiceAmount}, {"tyf", &DocumentFamily::freight},
     {"tbzf", &DocumentFamily::packing},        {"chkYf", &DocumentFamily::freightPayer},
 };
-constexpr std::string_view kParts[] = {"tyfje", "comJsfs", "comYhzh", "chkZj", "tGhsName", "btnAllKh", "btnZdth"};
+constexpr std::string_view kParts[] = {"tyfje",    "comJsfs", "comYhzh", "chkZj", "tGhsName",
+                                       "btnAllKh", "btnZdth", "tht",     "btnHt", "btnCkHt"};
 
 std::vector<std::string_view> partsOf(const TradingScreenSpec& spec) {
   std::vector<std::string_view> parts(std::begin(kParts), std::end(kParts));
@@ -36,6 +40,10 @@ std::vector<std::string_view> partsOf(const TradingScreenSpec& spec) {
   for (const Kept& each : kKept)
     parts.push_back(each.input);
   return parts;
+}
+
+QString goesQuestion(const QString& contract, const QString& doing) {
+  return u"合同“%1”是为本单增加的，%2后将连同附件一起删除，确认%2吗？"_qs.arg(contract_ties::shown(contract), doing);
 }
 
 void refuse(const TradingScreenSpec& spec, const std::string& why) {
@@ -57,9 +65,14 @@ TradingScreen::TradingScreen(const TradingScreenSpec& spec)
   if (hasField("chkZj") && !family.line.columns->movedLater) refuse(spec, "goods always move at once, without chkZj");
   if (hasField("tGhsName") != hasCommand("btnAllKh")) refuse(spec, "tGhsName goes with btnAllKh");
   if (hasCommand("btnZdth") != (spec.pickReturned != nullptr)) refuse(spec, "btnZdth goes with pickReturned");
+  const bool hasContract = !family.contract.empty();
+  if (hasField("tht") != hasContract || hasCommand("btnHt") != hasContract || hasCommand("btnCkHt") != hasContract)
+    refuse(spec, "tht, btnHt and btnCkHt go with a head that keeps a contract");
   if (spec.document.auditScreen.empty()) refuse(spec, "the paid amount is settled in an audit dialog");
 
-  partner.onChanged([this] { partnerChanged(); });
+  partner.onChanged([this] { partnerTaken(); });
+  bindCommand("btnHt", [this] { chooseContract(); });
+  bindCommand("btnCkHt", [this] { chooseContractOfWaiting(); });
   bindCommand("btnZdth", [this] { returnWhole(); });
   bindCommand("btnAllKh", [this] { showAllWaiting(); });
   if (auto* wanted = optional("tGhsName")) {
@@ -89,6 +102,8 @@ void TradingScreen::showByParameters() {
     for (const char* name : {"tyf", "tbzf", "chkYf"})
       show(name, trading_.carriesFreight());
   show("comYhzh", strIsTrue(session().cs_xjyh));
+  show("tht", strIsTrue(session().cs_ht));
+  if (hasCommand("btnCkHt")) command("btnCkHt").setVisible(strIsTrue(session().cs_ht));
   const auto movedLater = rules().family().line.columns->movedLater;
   show("chkZj", movedLater && movedLater());
 }
@@ -106,6 +121,7 @@ void TradingScreen::showDraft() {
     if (auto* input = optional(name)) input->clear();
   if (auto* box = optional("chkYf")) box->setChecked(shown.wePayFreight);
   if (auto* box = optional("chkZj")) box->setChecked(shown.straightToStock.value_or(false));
+  showContract();
   PartnerDocumentScreen::showDraft();
 }
 
@@ -196,6 +212,8 @@ void TradingScreen::beginDraft(const QString& lastDate) {
     return;
   }
   PartnerDocumentScreen::beginDraft(lastDate);
+  // One that was added for a document which was never saved: the program ended in between.
+  if (strIsTrue(session().cs_ht)) draft().contract = contract_ties::addedForDraft(rules().family());
   if (!asked.isEmpty()) draft().warehouse = asked;
 }
 
@@ -204,13 +222,89 @@ QString TradingScreen::findUnsaved() const {
   return isPrepared_ ? QString() : PartnerDocumentScreen::findUnsaved();
 }
 
+// ---- the contract ------------------------------------------------------------------------------------------------
+
+void TradingScreen::draftInSight(bool isIn) {
+  PartnerDocumentScreen::draftInSight(isIn);
+  if (hasCommand("btnHt")) command("btnHt").setVisible(isIn && strIsTrue(session().cs_ht));
+}
+
+void TradingScreen::showContract() {
+  if (auto* input = optional("tht")) input->setText(contract_ties::shown(draft().contract));
+}
+
+void TradingScreen::takeContract(const QString& contract) {
+  const QString before = std::exchange(draft().contract, contract);
+  if (before != contract) contracts::dropAdded(before);
+  showContract();
+}
+
+void TradingScreen::partnerTaken() {
+  const QString contract = draft().contract;
+  if (contract_ties::against(rules().family(), contract, partner.key())) {
+    say(u"合同 %1 不是与该单位签订的，已从本单取下"_qs.arg(contract_ties::shown(contract)));
+    takeContract({});
+  }
+  partnerChanged();
+}
+
+void TradingScreen::chooseContract() {
+  const PartnerSide& side = partnerSide(rules().family().side);
+  if (refused({{partner.key().isEmpty(), u"请选择%1！"_qs.arg(words(side.noun)), Subject::Partner}}, prompt())) return;
+  const QString before = draft().contract;
+  const auto chosen = jxc::chooseContract({.side = &side, .partner = partner.key(), .contract = before});
+  if (!chosen) return showContract();
+  const bool goes = *chosen != before && contract_ties::isOfOwnDraft(before);
+  if (goes && !prompt().ask(trading_screen_detail::goesQuestion(before, u"换下"_qs)))
+    contracts::dropAdded(*chosen);
+  else
+    takeContract(*chosen);
+}
+
+void TradingScreen::chooseContractOfWaiting() {
+  const QString number = waitingNumber();
+  if (number.isEmpty()) return;
+  const DocumentFamily& family = rules().family();
+  const PartnerSide& side = partnerSide(family.side);
+  const QString before = gridWaiting.currentText(family.contract);
+  const auto chosen = jxc::chooseContract({.side = &side,
+                                           .partner = gridWaiting.currentText(family.partner),
+                                           .contract = before,
+                                           .mayChange = trading_.document.make.isHeld()});
+  if (!chosen || *chosen == before) return;
+  const bool agreed =
+      !contract_ties::isAdded(before) || prompt().ask(trading_screen_detail::goesQuestion(before, u"换下"_qs));
+  const Refusal stands = agreed ? contract_ties::change(family, number, *chosen) : Refusal();
+  if (!agreed || stands) contracts::dropAdded(*chosen);
+  contracts::removeLeftFiles();
+  isRefused(stands, prompt());
+  refreshWaiting(number);
+}
+
+/// Without lines nobody has asked yet whether the draft may go.
+bool TradingScreen::leavesContract() {
+  const QString contract = draft().contract;
+  return contract.isEmpty() || !gridLines.isEmpty() || !contract_ties::isOfOwnDraft(contract) ||
+         prompt().ask(trading_screen_detail::goesQuestion(contract, u"离开"_qs));
+}
+
+bool TradingScreen::mayLeave() {
+  if (!leavesContract() || !PartnerDocumentScreen::mayLeave()) return false;
+  takeContract({});
+  return true;
+}
+
+void TradingScreen::waitingGone() {
+  contracts::removeLeftFiles();
+}
+
 bool TradingScreen::keyPressed(QKeyEvent& event) {
   if (event.key() != Qt::Key_F8 || !partner.hasFocus() || partner.isReadOnly())
     return PartnerDocumentScreen::keyPressed(event);
   if (!mayDo(trading_.newPartner)) return true;
   if (const auto added = trading_.addPartner()) {
     partner.setPicked(*added);
-    partnerChanged();
+    partnerTaken();
   }
   return true;
 }

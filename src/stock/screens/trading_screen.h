@@ -13,8 +13,8 @@
 namespace jxc {
 
 /// Partner and paid amount are inputs by their own names; tyfje, comJsfs and comYhzh every trading document has. May be
-/// left out: tsn2, tfpno with tfpje, tyf with tbzf and chkYf, chkZj, btnZdth, and tGhsName (with a command btnAllKh) to
-/// show the waiting documents of one partner.
+/// left out: tsn2, tfpno with tfpje, tyf with tbzf and chkYf, chkZj, btnZdth, tht with btnHt and btnCkHt (the
+/// contract), and tGhsName (with a command btnAllKh) to show the waiting documents of one partner.
 struct TradingScreenSpec {
   DocumentScreenSpec document;
   const TradingRules& (*rules)();
@@ -45,6 +45,9 @@ class TradingScreen : public PartnerDocumentScreen<TradingDraft, TradingRules> {
 
  protected:
   bool keyPressed(QKeyEvent& event) override;
+  bool mayLeave() override;
+  void draftInSight(bool isIn) override;
+  void waitingGone() override;
   void fillLists() override;
   void showByParameters() override;
   void beginDraft(const QString& lastDate) override;
@@ -63,6 +66,12 @@ class TradingScreen : public PartnerDocumentScreen<TradingDraft, TradingRules> {
 
  private:
   void returnWhole();
+  void partnerTaken();
+  void showContract();
+  void takeContract(const QString& contract);
+  void chooseContract();
+  void chooseContractOfWaiting();
+  bool leavesContract();
 
   const TradingScreenSpec trading_;
   std::optional<TradingDraft> prepared_;  // what the screen opens on

@@ -220,6 +220,15 @@ select ht_path+ht_fjname from jxc_htgl where ht_path<>'远程FTP服务器' and  
 update jxc_jhd set ht_sn='' where j_sn='CJ21050210001'
 update jxc_lsxsd set ht_sn='' where gl_djh='XS21050310001'
 delete from jxc_htgl where ht_sn='100001'
+-- Contracts of documents: added for one, or picked; what is tied, and what goes.
+insert into jxc_htdj (ht_sn,a_name) values ('100002','admin')
+insert into jxc_htwj (ht_path,ht_fujian,ht_fjname,ht_type) values ('khht/','20210503120000123456.pdf','合同.pdf','kh')
+select top 1 a.ht_sn from jxc_htdj a,jxc_htgl b where a.ht_sn=b.ht_sn and a.a_name='admin' and b.gl_djh='' and b.ht_type='kh' order by a.id desc
+delete from jxc_htdj where ht_sn='100002' and (a_name<>'admin' or exists (select h.id from jxc_htgl h where h.ht_sn=jxc_htdj.ht_sn and h.gl_djh<>'' and h.gl_djh<>'XS21050310001'))
+select distinct ht_sn from jxc_jhd where j_sn='CJ21050210001' and ht_sn<>''
+select ht_sn+' '+ht_name from jxc_htgl where ht_sn='100002'
+select a.*,b.u_name,c.kh_name as ghs_name from (jxc_htgl a left join jxc_user b on a.u_sn=b.u_sn) left join jxc_khxx c on a.ghs_sn=c.kh_sn where a.ht_type='kh' and a.ht_rq>='2021-05-01' order by a.id desc
+update jxc_htgl set gl_djh='' where gl_djh<>'' and gl_djh not in (select j_sn from jxc_jhd) and gl_djh not in (select gl_djh from jxc_lsxsd)
 delete from jxc_ftpcs
 insert into jxc_ftpcs (ftp_ip,ftp_user,ftp_pwd,ftp_port,ftp_folder) values ('192.168.1.8','ht','pwd','21','合同')
 select * from jxc_ftpcs
