@@ -8,8 +8,8 @@
 
 namespace jxc::contract_ties {
 
-/// A new contract, and whether it was added for a document that this operator is making: then it goes with that document
-/// when it is given up, and not as those that are picked. Inside the caller's transaction.
+/// A new contract, and whether it was added for a document that this operator is making: then it goes with that
+/// document when it is given up, and not as those that are picked. Inside the caller's transaction.
 void markNew(const QString& contract, bool ofDocument);
 /// Whether a contract goes with the document that it was added for.
 bool isAdded(const QString& contract);
