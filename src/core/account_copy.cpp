@@ -150,7 +150,7 @@ QStringList copyAccountSet(Database& from, Database& to, const std::function<voi
   for (const StoredTable& stored : tables)
     done.totalRows += rowCount(from, stored.table);
   for (const StoredTable& stored : tables) {
-    to.execute(createText(stored.table));
+    makeTable(to, stored.table.name, createText(stored.table));
     carry(from, to, stored, done, progress);
   }
   QStringList differences = differencesOf(from, to, tables);
@@ -183,7 +183,7 @@ QStringList carryTables(Database& from, Database& to, const std::function<void(c
       to.execute("delete from [" + stored.table.name + "]");
     } else {
       dropTableIfExists(to, stored.table.name);
-      to.execute(createText(stored.table));
+      makeTable(to, stored.table.name, createText(stored.table));
     }
     carry(from, to, stored, done, progress);
   }

@@ -33,6 +33,10 @@ std::unique_ptr<Database> openPostgres(const QString& address, const PostgresOpt
 /// The address must be the owner's. Throws DbError, among others when the owner may not make users.
 void admitStation(const QString& ownersAddress, const QString& station, std::span<const std::string_view> rowsStay);
 
+/// Says so of a table that was made anew: it has the rights of any new one. Over a connection of the owner's; nothing
+/// for a file.
+void letRowsStay(Database& database, std::string_view table);
+
 /// Whether an account set lives on a server.
 bool isOnServer(Database& database);
 /// Whose the account set's tables are on the server; empty when this connection may do what he may, and for a file.

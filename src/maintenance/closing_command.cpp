@@ -3,6 +3,7 @@
 #include "core/at_work.h"
 #include "core/backup.h"
 #include "core/clock.h"
+#include "core/owner.h"
 #include "core/rights.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -64,14 +65,17 @@ std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const 
   }
   std::optional<RowSet> sheet;
   try {
-    sheet = closeBooks(command.request, archive, progress, now);
+    asOwner(prompt, u"数据结算"_qs, [&] {
+      sheet = closeBooks(command.request, archive, progress, now);
+      if (!sheet) return;
+      // It is closed; that the file keeps its size, because it was stopped or another one reads, changes no figure.
+      giveRoomBack(accountDb(), [&] { return !progress || progress(99, u"整理数据库文件"_qs); });
+    });
   } catch (const ClosingDiffers& error) {
     if (progress) progress(100, {});
     prompt.notice(QString::fromUtf8(error.what()));
   }
   if (!sheet) return {};
-  // It is closed; that the file keeps its size, because it was stopped or another one reads, changes no figure.
-  giveRoomBack(accountDb(), [&] { return !progress || progress(99, u"整理数据库文件"_qs); });
   if (progress) progress(100, {});
   prompt.notice(u"结算完成！"_qs);
   return sheet;

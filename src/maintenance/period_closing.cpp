@@ -265,15 +265,8 @@ class Closing {
     remove("jxc_yyfy", "fy_rq", "fy_chk='1'");
   }
 
-  /// The file with the rows of the log is written last: nothing of it is there when the closing fails. On a server the
-  /// user of a station may not take them, and they stay.
-  void takeLog() {
-    try {
-      takeLogRows(accountDb(), u"数据结算"_qs, until_);
-    } catch (const DbError& error) {
-      if (error.kind() != DbError::Kind::Other) throw;
-    }
-  }
+  /// The file with the rows of the log is written last: nothing of it is there when the closing fails.
+  void takeLog() { takeLogRows(accountDb(), u"数据结算"_qs, until_); }
 
   const Request& request_;
   QString until_;

@@ -5,9 +5,12 @@
 #include "core/schema/indexes.h"
 #include "core/statements.h"
 #include "engine/error.h"
+#include "engine/server.h"
 #include "engine/waiting.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -107,13 +110,20 @@ void dropTableIfExists(Database& database, std::string_view name) {
   if (stands(database, "select * from " + table + " where 1>2")) database.execute("drop table " + table);
 }
 
+void makeTable(Database& database, std::string_view name, const std::string& statement) {
+  Transaction transaction(database);
+  database.execute(statement);
+  if (std::ranges::find(kLogTables, name) != std::end(kLogTables)) letRowsStay(database, name);
+  transaction.commit();
+}
+
 void createTable(Database& database, std::string_view name, std::string_view suffix) {
   const schema::TableDefinition* definition = schema::findDefinition(name);
   if (!definition) throw std::invalid_argument("no such table: " + std::string(name));
   const std::string table = std::string(name).append(suffix);
   Transaction transaction(database);  // a failure half-way must not leave the set without the table
   dropTableIfExists(database, table);
-  database.execute(schema_detail::createText(*definition, table));
+  makeTable(database, table, schema_detail::createText(*definition, table));
   for (const std::string_view seed : definition->seeds)
     database.execute("insert into [" + table + "] " + std::string(seed));
   schema::createIndexes(database, name, suffix);

@@ -49,6 +49,9 @@ std::vector<ColumnLine> columnsOf(const TableDefinition& definition);
 bool stands(Database& database, const std::string& select);
 /// Drops a table; one that is not there is no failure.
 void dropTableIfExists(Database& database, std::string_view name);
+/// Makes a table by its statement: the one way to it, so that the rows of a log are those of its stations to add to and
+/// of nobody to change, on whatever way it came.
+void makeTable(Database& database, std::string_view name, const std::string& statement);
 /// Makes the table anew, empty but for its seed rows, with its indexes: whatever it held is gone. `suffix` is put
 /// behind the name. Throws std::invalid_argument for a name that no definition has.
 void createTable(Database& database, std::string_view name, std::string_view suffix = {});

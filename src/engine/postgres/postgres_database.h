@@ -64,6 +64,7 @@ class PostgresDatabase final : public Database, public Bulk, public Posting {
 
   /// The owner of the tables; empty when this connection may do what he may.
   std::string ownerToAsk();
+  void letRowsStay(std::string_view table);
   const std::string& address() const { return address_; }
   std::string user() const { return options_.user.toStdString(); }
   bool isTrial() const { return options_.trial; }

@@ -61,7 +61,25 @@ void makeUser(Owner& owner, std::string_view station) {
   }
 }
 
+/// Takes from everybody but its owner that he may change rows of a table that stands, or take some out.
+std::string leaveRowsText(std::string_view table) {
+  const std::string plain(table);
+  return "do $$ declare who text; begin "
+         "select string_agg(distinct case grantee when 0 then 'public' else grantee::regrole::text end,',') into who "
+         "from pg_class,aclexplode(relacl) where oid='" +
+         plain +
+         "'::regclass and grantee<>relowner; "
+         "if who is not null then execute 'revoke update,delete,truncate on " +
+         plain + " from '||who; end if; end $$";
+}
+
 }  // namespace roles_detail
+
+void PostgresDatabase::letRowsStay(std::string_view table) {
+  openLevels();
+  control(roles_detail::leaveRowsText(table).c_str());
+  exchange();
+}
 
 std::string PostgresDatabase::ownerToAsk() {
   const RowSet rows = ask(
@@ -95,12 +113,16 @@ void admitStation(const QString& ownersAddress, const QString& station, std::spa
   owner.run("grant " + rows + "all tables in schema " + schema + ",jxc_stations to " + user);
   owner.run("grant " + counters + "all sequences in schema " + schema + " to " + user);
   for (const std::string_view table : rowsStay)
-    owner.run("revoke update,delete on " + owner.name(table) + " from " + user);
-  // Tables that the owner makes anew, with an upgrade or when defaults are restored.
+    owner.run(leaveRowsText(table));
+  // Tables that the owner makes anew, with an upgrade or when defaults are restored; `letRowsStay` follows the log's.
   const std::string later = "alter default privileges in schema " + schema + " grant ";
   owner.run(later + "select,insert,update,delete on tables to " + user);
   owner.run(later + "usage,select,update on sequences to " + user);
   owner.run("commit");
+}
+
+void letRowsStay(Database& database, std::string_view table) {
+  if (auto* const server = dynamic_cast<postgres::PostgresDatabase*>(&database)) server->letRowsStay(table);
 }
 
 bool isOnServer(Database& database) {
