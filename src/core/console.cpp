@@ -380,7 +380,9 @@ void makeConsoleAccount(const Console& console, bool force, const std::function<
   }
   if (!console.home.isEmpty()) setProgramDirectory(console.home);
   naming(console.file, [&] { makeDatabaseFile(console.file, fill); });
-  if (!console.home.isEmpty()) ensureCatalogue();
+  if (console.home.isEmpty()) return;
+  for (const QString& remark : ensureCatalogue())
+    console.streams.err << "jxcctl: " << remark.toStdString() << '\n';
 }
 
 int runConsole(const QStringList& words, const QString& executableDirectory, ConsoleStreams streams,

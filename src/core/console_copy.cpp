@@ -13,29 +13,17 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <array>
-#include <filesystem>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <ostream>
 
 namespace jxc {
 namespace console_copy_detail {
 
-/// What SQLite keeps beside a database file while it is open, or after a crash.
-constexpr std::array<const char16_t*, 2> sideFiles = {u"-wal", u"-shm"};
-
-void moveFile(const QString& from, const QString& to) {
-  std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString());
-}
-
 void requireUnused(const QString& file) {
   if (isAccountFileInUse(file))
     throw ConsoleRefusal(QStringLiteral("帐套正在使用，请先退出使用它的所有窗口和程序：") + file);
-}
-
-/// A set with its side files. A log may be all that is left of one: the set itself was moved away.
-void moveSet(const QString& from, const QString& to) {
-  for (const QString& side : {QString(), QString::fromUtf16(sideFiles[0]), QString::fromUtf16(sideFiles[1])})
-    if (QFileInfo(from + side).isFile()) moveFile(from + side, to + side);
 }
 
 /// The set that was there stays, with the log that a crash may have left: nobody can be sure that it is of no use any
@@ -43,18 +31,16 @@ void moveSet(const QString& from, const QString& to) {
 void takePlace(const QString& beside, const QString& file) {
   requireUnused(file);
   const QString old = file + QStringLiteral(".old-") + clock::now().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+  moveSetFile(file, old);
+  if (std::rename(QFile::encodeName(beside).constData(), QFile::encodeName(file).constData()) == 0) return;
+  const QString why = QString::fromLocal8Bit(std::strerror(errno));
   try {
-    moveSet(file, old);
-    moveFile(beside, file);
-  } catch (const std::filesystem::filesystem_error&) {
-    try {
-      moveSet(old, file);
-    } catch (const std::filesystem::filesystem_error& error) {
-      throw ConsoleRefusal(QStringLiteral("不能写入帐套文件 %1，原来的帐套现在叫 %2，请把它改回原名：%3")
-                               .arg(file, old, QString::fromStdString(error.code().message())));
-    }
-    throw;
+    moveSetFile(old, file);
+  } catch (const DbError& error) {
+    throw ConsoleRefusal(
+        QStringLiteral("不能写入帐套文件 %1，原来的帐套现在叫 %2，请把它改回原名：%3").arg(file, old, error.message()));
   }
+  throw ConsoleRefusal(QStringLiteral("不能写入帐套文件 %1：%2").arg(file, why));
 }
 
 void tellProgress(std::ostream& out, const CopyProgress& progress) {
@@ -87,10 +73,6 @@ void makeDatabaseFile(const QString& file, const std::function<void(const QStrin
     if (!wasThere && QFileInfo::exists(file))
       throw ConsoleRefusal(QStringLiteral("另一个程序刚才建立了帐套文件，没有改动它：") + file);
     takePlace(beside, file);
-  } catch (const std::filesystem::filesystem_error& error) {
-    removeSetFile(beside);
-    throw ConsoleRefusal(
-        QStringLiteral("不能写入帐套文件 %1：%2").arg(file, QString::fromStdString(error.code().message())));
   } catch (...) {
     removeSetFile(beside);
     throw;

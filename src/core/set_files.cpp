@@ -27,10 +27,16 @@ void syncFolderOf(const QString& file) {
   ::close(handle);
 }
 
-DbError notMoved(const QString& file, const QString& why) {
+bool rename(const QString& from, const QString& to) {
+  return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+DbError notMoved(const QString& file, const QString& why, const QStringList& notBack = {}) {
   // By its name alone: the whole path of the account file in use would pass for its end.
-  return DbError(DbError::Kind::File,
-                 QStringLiteral("帐套文件不能改名：%1（%2）").arg(QFileInfo(file).completeBaseName(), why));
+  QString text = QStringLiteral("帐套文件不能改名：%1（%2）").arg(QFileInfo(file).completeBaseName(), why);
+  if (!notBack.isEmpty())
+    text += QStringLiteral("。下面的文件已经改名，也不能改回，请改回原名：") + notBack.join(QStringLiteral("，"));
+  return DbError(DbError::Kind::File, text);
 }
 
 }  // namespace set_files_detail
@@ -58,12 +64,22 @@ void makeUnfinishedSet(const QString& file, bool essential) {
 void moveSetFile(const QString& from, const QString& to) {
   using namespace set_files_detail;
   if (QFileInfo::exists(to)) throw notMoved(from, QStringLiteral("同名文件已经存在"));
-  if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-    throw notMoved(from, QString::fromLocal8Bit(std::strerror(errno)));
-  // The log after it: one that a kill leaves behind is found again when the file comes back.
-  for (const char16_t* side : sides) {
-    const QString beside = from + QString::fromUtf16(side);
-    if (QFileInfo::exists(beside)) QFile::rename(beside, to + QString::fromUtf16(side));
+  // The log after the file: one that a kill leaves behind is found again when the file comes back.
+  QStringList all{QString()}, moved;
+  for (const char16_t* side : sides)
+    all << QString::fromUtf16(side);
+  for (const QString& side : all) {
+    if (!QFileInfo::exists(from + side)) continue;
+    if (rename(from + side, to + side)) {
+      moved.prepend(side);
+      continue;
+    }
+    const QString why = QString::fromLocal8Bit(std::strerror(errno));
+    QStringList notBack;
+    for (const QString& gone : moved)
+      if (!rename(to + gone, from + gone))
+        notBack << QFileInfo(to + gone).fileName() + QStringLiteral(" → ") + QFileInfo(from + gone).fileName();
+    throw notMoved(from + side, why, notBack);
   }
   syncFolderOf(to);
 }

@@ -13,8 +13,8 @@ QString unfinishedAtConsole(const QString& file);
 /// there goes. Throws DbError, and leaves nothing then; `essential` as in SqliteOptions.
 void makeUnfinishedSet(const QString& file, bool essential = false);
 
-/// Moves an account file with its log, and brings the names onto the disk. Nothing that stands there already is
-/// replaced. Throws DbError.
+/// Moves an account file with its log, or the log that is all that is left of one, and brings the names onto the disk.
+/// Nothing that stands there already is replaced. Throws DbError; what was moved is back under its name then, or named.
 void moveSetFile(const QString& from, const QString& to);
 /// Deletes one with its log. False when it is still there.
 bool removeSetFile(const QString& file);

@@ -64,14 +64,15 @@ bool createFirstAccountSet() {
   return true;
 }
 
-void ensureCatalogue() {
+QStringList ensureCatalogue() {
   const QString file = programPath(QLatin1String(startup_detail::catalogueFile));
   const bool wasThere = QFileInfo::exists(file);
-  ensureCatalogueFile(file);
-  if (wasThere) return;
+  QStringList remarks = ensureCatalogueFile(file);
+  if (wasThere) return remarks;
   dataModule().openCatalogue();
   startup_detail::listExistingSets();
   dataModule().closeCatalogue();
+  return remarks;
 }
 
 FriendlyFailure friendlyFailure(const std::exception& failure) {

@@ -4,6 +4,7 @@
 #include "core/program_directory.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <exception>
 
@@ -14,8 +15,8 @@ namespace jxc {
 /// left for openAccountDb to report. Returns whether a set was made.
 bool createFirstAccountSet();
 /// Makes the catalogue of the program directory when it is missing, with the built-in set and the sets whose files are
-/// there. Leaves it closed.
-void ensureCatalogue();
+/// there. Leaves it closed. Returns what its opening found that an operator should read.
+QStringList ensureCatalogue();
 
 /// What the operator reads of a failure that no screen caught: the message with its ASCII letters lowered. A message
 /// that names the account file is fatal: the program ends after it.

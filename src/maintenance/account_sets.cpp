@@ -153,8 +153,7 @@ bool restoreAnew(const AccountSet& set, OpenedBackup& backup, const CopyReport& 
 
 }  // namespace account_sets_detail
 
-AccountSets::AccountSets() {
-  ensureCatalogue();
+AccountSets::AccountSets() : remarks_(ensureCatalogue()) {
   dataModule().openCatalogue();
   try {
     account_sets_detail::finishWhatWasCutOff();

@@ -6,6 +6,7 @@
 #include "maintenance/restoring.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -37,6 +38,8 @@ class AccountSets {
   ~AccountSets();
   AccountSets(const AccountSets&) = delete;
   AccountSets& operator=(const AccountSets&) = delete;
+  /// What the opening of the catalogue found that an operator should read.
+  const QStringList& remarks() const { return remarks_; }
 
   /// `id`, `zt_sn`, `zt_name`, `zt_default`, `zt_forbid`, `zt_note`, `zt_dbname`, and `place` in words: where its data
   /// are.
@@ -51,6 +54,9 @@ class AccountSets {
   bool remove(std::int64_t id, Prompt& prompt);
   /// The built-in set becomes the default one when no other is.
   void ensureDefault();
+
+ private:
+  QStringList remarks_;
 };
 
 using CopyStep = std::function<bool(int percent)>;

@@ -57,6 +57,36 @@ class Console(unittest.TestCase):
             self.assertEqual(str(old.execute("select count(*) from jxc_color").fetchone()[0]), colours[0][0])
         old.close()
 
+    def test_a_set_that_cannot_make_way_goes_back_or_is_named(self):
+        """Renaming fails at the commands that are named, as on a dying disk."""
+        failing = self.home / "failing.so"
+        source = self.home / "failing.c"
+        source.write_text("#define _GNU_SOURCE\n#include <dlfcn.h>\n#include <errno.h>\n#include <stdlib.h>\n#include <string.h>\n"
+                          "int rename(const char* from, const char* to) {\n"
+                          "  static int calls = '0';\n  ++calls;\n"
+                          "  if (strchr(getenv(\"FAILS\"), calls)) { errno = EIO; return -1; }\n"
+                          "  return ((int (*)(const char*, const char*))dlsym(RTLD_NEXT, \"rename\"))(from, to);\n}\n")
+        subprocess.run(["cc", "-shared", "-fPIC", "-o", failing, source, "-ldl"], check=True)
+        self.run_it("create")
+        log = self.file.with_name("jxc.mdb-wal")
+
+        def forced(fails, has_log):
+            log.write_bytes(b"of a crash") if has_log else log.unlink(missing_ok=True)
+            ran = subprocess.run([JXCCTL, "--home", str(self.home), "create", "--force"], capture_output=True, text=True,
+                                 encoding="utf-8", env={"LANG": "C", "LD_PRELOAD": str(failing), "FAILS": fails})
+            self.assertEqual(ran.returncode, 1, ran.stderr)
+            there = sorted(p.name for p in self.file.parent.iterdir() if p.name.startswith("jxc.mdb"))
+            return ran.stderr, there
+
+        for fails, has_log in ("1", False), ("2", False), ("2", True), ("3", True):
+            self.assertEqual(forced(fails, has_log)[1], ["jxc.mdb"] + ["jxc.mdb-wal"] * has_log)
+        words, there = forced("23", True)  # the log stays, and the set cannot come back to it
+        self.assertEqual(len(there), 2)
+        self.assertIn(f"{there[1]} → jxc.mdb", words)
+        there_again = self.file.with_name(there[1]).rename(self.file)
+        words, there = forced("23", False)  # the new one does not come, and the old one cannot come back
+        self.assertIn(f"原来的帐套现在叫 {there_again.with_name(there[0])}", words)
+
     def test_a_demonstration_shop_whose_books_agree(self):
         words = ["demo", "--months", "1", "--goods", "40", "--documents", "5", "--until", "2025-06-30", "--seed", "3"]
         self.run_it(*words)
@@ -143,6 +173,20 @@ class Console(unittest.TestCase):
         self.run_it("backup", str(copy))
         self.assertIn("--force", self.run_it("backup", str(copy), status=1))
         self.run_it("backup", str(self.file), "--force", status=1)
+
+        # Copied over the set after a crash: the log of what stood there is told of, whatever is done with the set then.
+        crashed, carried = self.home / "crashed.mdb", self.home / "carried.mdb"
+        crashed.write_bytes(copy.read_bytes())
+        at_work = sqlite3.connect(self.file)
+        at_work.execute("update jxc_color set color_name=color_name||'!'")
+        at_work.commit()
+        crashed.with_name("crashed.mdb-wal").write_bytes(self.file.with_name("jxc.mdb-wal").read_bytes())
+        at_work.close()
+        moved = subprocess.run([JXCCTL, "copy", str(crashed), str(carried), "--quiet"], capture_output=True, text=True,
+                               encoding="utf-8")
+        self.assertEqual(moved.returncode, 0, moved.stderr)
+        aside, = (p.name for p in self.home.glob("crashed.mdb-wal.*"))
+        self.assertIn(f"日志已改名为 {aside}", moved.stderr)
 
         self.run_it("sql", "-c", "delete from jxc_color")
         self.run_it("upgrade")

@@ -2,6 +2,8 @@
 // as an operator drives them.
 #include "core/program_directory.h"
 #include "core/screens/main_form.h"
+#include "core/startup.h"
+#include "harness/files.h"
 #include "maintenance/reset.h"
 #include "maintenance/restoring.h"
 #include "screens/harness/screen_test.h"
@@ -12,6 +14,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMessageBox>
 
 namespace jxc::test {
 
@@ -23,6 +26,14 @@ class SetsScreens : public ScreenTest {
   static QString clearing(const QString& question, Clearing what) {
     return question + u"\r\n\r\n"_qs + clearingInWords(what);
   }
+  bool meets(QDialog& dialog) override {
+    const auto* box = qobject_cast<const QMessageBox*>(&dialog);
+    if (!box || !box->text().contains(u"旁边有另一个文件留下的日志"_qs)) return false;
+    ++remarks_;
+    dialog.done(QDialog::Accepted);
+    return true;
+  }
+  int remarks_ = 0;
   static bool isShown(ui::Screen& s, const char* command) { return s.command(command).isVisible(); }
 };
 
@@ -78,6 +89,23 @@ TEST_F(SetsScreens, SetsAreKeptInAList) {
           Answer::Yes);
     EXPECT_EQ(list.rowCount(), 1);
   });
+}
+
+// A catalogue that came back from a backup with the log of the other one beside it is told of like a set.
+TEST_F(SetsScreens, WhatTheOpeningOfTheCatalogueFoundIsTold) {
+  const QString file = programPath(u"data/codeinfo.dll"_qs), backup = programPath(u"codeinfo.DAT"_qs);
+  ensureCatalogue();
+  QByteArray log;
+  {
+    const auto catalogue = openSqlite(file);
+    catalogue->backupTo(backup);
+    catalogue->execute("update jxc_xtzt set zt_note='后来'");
+    log = bytesOf(file + u"-wal"_qs);
+  }
+  writeBytes(file, bytesOf(backup));
+  writeBytes(file + u"-wal"_qs, log);
+  open("F_Ztgl", [](ui::Screen& s) { EXPECT_EQ(s.grid("gridZt").currentText("zt_note"), QString()); });
+  EXPECT_EQ(remarks_, 1);
 }
 
 TEST_F(SetsScreens, ClearingByHandAsksForABackupAndEndsAtTheLogin) {

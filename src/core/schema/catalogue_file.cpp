@@ -30,15 +30,16 @@ constexpr const char* kBuiltIn =
 
 }  // namespace catalogue_file_detail
 
-void ensureCatalogueFile(const QString& path) {
+QStringList ensureCatalogueFile(const QString& path) {
   makePrivateFolder(QFileInfo(path).absolutePath());
   const std::unique_ptr<Database> catalogue = openSqlite(path, {.create = true});
   // Asked of the table, not of the file: a first start that was cut off left a file without it.
-  if (stands(*catalogue, "select zt_sn from jxc_xtzt")) return;
+  if (stands(*catalogue, "select zt_sn from jxc_xtzt")) return catalogue->openingRemarks();
   Transaction t(*catalogue);
   catalogue->execute(catalogue_file_detail::kCreate);
   catalogue->execute(catalogue_file_detail::kBuiltIn);
   t.commit();
+  return catalogue->openingRemarks();
 }
 
 }  // namespace jxc

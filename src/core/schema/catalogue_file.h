@@ -2,12 +2,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace jxc {
 
 /// Makes the catalogue with its built-in account set (`100001`, jxc.mdb, the default) when the file is missing, with
 /// its folder; a catalogue that is already there stays as it is. Throws DbError when it cannot be written or the file
-/// is no database of this program.
-void ensureCatalogueFile(const QString& path);
+/// is no database of this program. Returns what its opening found that an operator should read.
+QStringList ensureCatalogueFile(const QString& path);
 
 }  // namespace jxc

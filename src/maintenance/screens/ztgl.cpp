@@ -213,6 +213,8 @@ class TF_Ztgl : public ui::Screen {
   void activate() override {
     try {
       sets_.emplace();
+      for (const QString& remark : sets_->remarks())
+        prompt().notice(remark);
     } catch (const std::exception& failure) {
       sets_.reset();
       prompt().notice(QStringLiteral("帐套目录打不开：") + QString::fromUtf8(failure.what()));
