@@ -52,6 +52,7 @@ TEST(ReportOutput, AnotherReaderReadsTheChineseTextOfThePdf) {
     EXPECT_TRUE(text.contains(QString::fromUtf16(word))) << QString::fromUtf16(word).toStdString();
   }
   EXPECT_EQ(text.count(u"商品编号"_qs), 3);
+  test::expectAsItsFolderHasIt(path);
   const QString info = outputOf(u"pdfinfo"_qs, {path});
   EXPECT_TRUE(info.contains(QRegularExpression(u"Pages:\\s+3"_qs)));
   EXPECT_TRUE(info.contains(QRegularExpression(u"683(\\.\\d+)? x 396"_qs))) << info.toStdString();
@@ -76,6 +77,7 @@ TEST(ReportOutput, PicturesAreNumberedFromTheSecondPageOn) {
   const QStringList files = pages.writePng(folder.filePath(u"单.png"_qs), 100);
   ASSERT_EQ(files.size(), 3);
   EXPECT_TRUE(files[2].endsWith(u"单-3.png"_qs));
+  test::expectAsItsFolderHasIt(files[2]);
   const QImage image(files[0]);
   EXPECT_EQ(image.size(),
             QSize(static_cast<int>(std::lround(241 / 25.4 * 100)), static_cast<int>(std::lround(139.7 / 25.4 * 100))));

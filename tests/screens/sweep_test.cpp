@@ -7,6 +7,7 @@
 #include "ui/schema_width.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
 #include <QSet>
 #include <QTableView>
@@ -19,6 +20,7 @@ namespace jxc::test {
 
 /// Rent and deposit are neither cost nor price: whoever lends takes them.
 constexpr std::string_view kOfLoans[] = {"jh_zj", "jh_yj", "jh_zzj", "jh_thyj", "bsje", "rent", "deposit"};
+constexpr int kMostTyped = 1000;
 constexpr std::string_view kOfGoods[] = {"gridLines",   "gridWaitingLines", "gridStaging", "gridGoods",
                                          "gridHistory", "gridQuotes",       "gridSp"};
 
@@ -49,6 +51,11 @@ TEST_F(ScreenTest, EveryScreenIsDescribedRightly) {
         return false;
       }();
       EXPECT_TRUE(named) << spec.name << " has neither label nor accessible name";
+    }
+    // What is pasted into an input, a search most of all, has an end.
+    for (const auto* input : screen.findChildren<QLineEdit*>()) {
+      EXPECT_TRUE(input->isReadOnly() || input->maxLength() <= kMostTyped)
+          << input->objectName().toStdString() << " takes " << input->maxLength() << " characters";
     }
     for (const auto* grid : screen.grids()) {
       const std::string_view list = grid->spec().name;

@@ -319,6 +319,8 @@ TEST_F(SheetTest, AFullDiskOrAStopLeavesTheOldFile) {
 
     EXPECT_TRUE(writeSheet(file, sheet));
     EXPECT_EQ(QFile::permissions(file), rights);
+    EXPECT_TRUE(writeSheet(path(u"new"_qs + ending), sheet));
+    expectAsItsFolderHasIt(path(u"new"_qs + ending));
     EXPECT_EQ(openExcel(file)->rows().rowCount(), 20000);
   }
 }
