@@ -86,7 +86,8 @@ void opens(benchmark::State& state, int lines, bool hand) {
     if (hand) {
       taken += byHand(bare);
     } else {
-      if (!loan_return::open(QString::fromLatin1(kLoan), 0, yes) || loan_return::lines().rowCount() != linesOfLoan)
+      if (!loan_return::open(QString::fromLatin1(kLoan), 0, yes) ||
+          openSelect(loan_return::lines()).rowCount() != linesOfLoan)
         return state.SkipWithError("not opened");
       taken += loan_return::money().rent;
     }

@@ -142,7 +142,7 @@ void scan(benchmark::State& state) {
   for (auto _ : state) {
     const ScanResult scanned =
         rules.lines().enterBarcode(here, QString::fromStdString(Catalogue::barcode(next--)), false, prompt);
-    benchmark::DoNotOptimize(rules.draftLines(scanned.number));
+    benchmark::DoNotOptimize(openSelect(rules.draftLines(scanned.number)));
     benchmark::DoNotOptimize(rules.payable(scanned.number));
     state.PauseTiming();
     execSql("delete from jxc_lsxssp where id=?", scanned.id);

@@ -16,7 +16,7 @@ struct ListOfKind {
 };
 
 /// The rows of all, in the order of day and number, or the other way round. Columns: id, djlx (the kind), and those
-/// that are named. Ids of several tables would meet: the place in time is the id.
+/// that are named, as far as the lists have them. Ids of several tables would meet: the place in time is the id.
 RowSet oneList(std::span<const ListOfKind> lists, std::span<const std::string_view> columns, bool newestFirst);
 
 }  // namespace jxc

@@ -161,11 +161,10 @@ const RulesOver<DocumentDraft>& rules() {
   return all;
 }
 
-RowSet uncounted(const LinePlace& place, Lines where, const QStringList& classes) {
-  return openSelect(Sql("select a.id,a.g_sn,a.g_name,a.g_sptm,a.gg_name,a.color_name,a.dw_name,b.kc_sl,b.kc_zsl,"
-                        "b.kc_cbj")
-                        .add(stocktaking_detail::fromUncounted(place, where, classes))
-                        .add(" order by a.g_sn"));
+Sql uncounted(const LinePlace& place, Lines where, const QStringList& classes) {
+  return Sql("select a.id,a.g_sn,a.g_name,a.g_sptm,a.gg_name,a.color_name,a.dw_name,b.kc_sl,b.kc_zsl,b.kc_cbj")
+      .add(stocktaking_detail::fromUncounted(place, where, classes))
+      .add(" order by a.g_sn");
 }
 
 CopyResult takeUncounted(const LinePlace& place, Lines where, const QStringList& classes, Uncounted as) {

@@ -21,7 +21,7 @@ inline constexpr char16_t kBlind[] = u"blindCount";
 
 /// Goods of these classes (numbers, each with all below it; none: all) with stock in the warehouse that are not on the
 /// document yet, by number, with `kc_sl`, `kc_zsl` (pieces), `kc_cbj` (yuan a unit).
-RowSet uncounted(const LinePlace& place, Lines where, const QStringList& classes);
+Sql uncounted(const LinePlace& place, Lines where, const QStringList& classes);
 enum class Uncounted : char {
   Zero,   // they were looked for, and are not there
   AsBook  // they were not looked at: no difference; what the books have below zero stays off

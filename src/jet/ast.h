@@ -165,6 +165,7 @@ struct Select {
 };
 
 struct Query {
+  std::vector<std::string_view> without;  // names of columns that it does not yield
   std::vector<Select*> selects;
   std::vector<bool> unionAll;  // between select i and i+1
   std::vector<OrderItem> orderBy;

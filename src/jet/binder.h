@@ -58,6 +58,7 @@ class Binder {
   Expr* orderExpression(Expr* written, Select& select, Scope& scope);
   void unite(Query& query);
   void describe(Query& query);
+  void leaveOut(Query& query);
   OutputColumn outputOf(const SelectItem& item, std::size_t index);
   void checkGrouping(const Select& select, const Expr& e) const;
 

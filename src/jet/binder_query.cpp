@@ -43,6 +43,7 @@ void Binder::bindQuery(Query& query, Scope* outer) {
     bindSelect(*query.selects.front(), scope);
     bindOrder(query, scope);
     describe(query);
+    leaveOut(query);
     return;
   }
   for (Select* select : query.selects) {
@@ -56,6 +57,48 @@ void Binder::bindQuery(Query& query, Scope* outer) {
   unite(query);
   describe(query);
   bindUnionOrder(query);
+  leaveOut(query);
+}
+
+// What nobody is to be told is not asked for. Only where rows are compared as wholes, or the parts of a union are
+// sorted by such a column, it is still needed: the rows come out of a bracket without it then.
+void Binder::leaveOut(Query& query) {
+  std::vector<bool> goes;
+  for (const OutputColumn& column : query.columns)
+    goes.push_back(std::ranges::any_of(query.without, [&](auto name) { return sameName(name, column.name); }));
+  if (std::ranges::find(goes, true) == goes.end()) return;
+  if (std::ranges::find(goes, false) == goes.end())
+    fail(TranslateError::Kind::Syntax, "no column is left", query.selects.front()->items.front().position);
+  const auto prune = [&](auto& list) {
+    std::size_t index = 0;
+    std::erase_if(list, [&](const auto&) { return goes[index++]; });
+  };
+  const auto before = [&](int column) { return goes.begin() + column - 1; };
+  const bool isNeeded =
+      std::ranges::any_of(query.selects, [](const Select* select) { return select->distinct; }) ||
+      std::ranges::any_of(query.unionAll, [](bool all) { return !all; }) ||
+      std::ranges::any_of(query.orderBy, [&](const auto& item) { return item.column > 0 && *before(item.column); });
+  if (!isNeeded) {
+    for (OrderItem& item : query.orderBy)
+      if (item.column > 0) item.column -= static_cast<int>(std::count(goes.begin(), before(item.column), true));
+    for (Select* select : query.selects)
+      prune(select->items);
+    prune(query.columns);
+    return;
+  }
+  Source& bracket = *tree_.source();
+  bracket.alias = "allowed";
+  bracket.derived = tree_.query();
+  *bracket.derived = std::exchange(query, Query());
+  bracket.columns = bracket.derived->columns;
+  Select& outer = *tree_.select();
+  outer.from.push_back(tree_.from());
+  outer.from.front()->source = &bracket;
+  outer.sources.push_back(&bracket);
+  addStar(bracket, 0, outer.items);
+  prune(outer.items);
+  query.selects.push_back(&outer);
+  describe(query);
 }
 
 void Binder::bindSelect(Select& select, Scope& scope) {

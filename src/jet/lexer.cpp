@@ -67,6 +67,7 @@ constexpr WordEntry kWords[] = {
     {"update", Word::Update},
     {"values", Word::Values},
     {"where", Word::Where},
+    {"without", Word::Without},
 };
 
 constexpr char lower(char c) {

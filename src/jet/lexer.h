@@ -63,7 +63,8 @@ enum class Word : std::uint8_t {
   Unique,
   Update,
   Values,
-  Where
+  Where,
+  Without
 };
 
 /// Signs of one character are themselves; those of two have a letter.

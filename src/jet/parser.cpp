@@ -33,7 +33,7 @@ void Parser::parse() {
       dropStatement();
       break;
     default:
-      if (!at(Word::Select) && !at('('))
+      if (!at(Word::Select) && !at(Word::Without) && !at('('))
         fail("a statement begins with select, insert, update, delete, create, alter or drop");
       statement.kind = Statement::Kind::Query;
       statement.query = query();

@@ -2,10 +2,15 @@
 
 namespace jxc::jet {
 
-// select … [union [all] select …] [order by …]
+// [without a,b] select … [union [all] select …] [order by …]
 Query* Parser::query() {
   const Depth depth(*this);
   Query* query = tree_.query();
+  if (accept(Word::Without)) {
+    do {
+      query->without.push_back(name("a column name").text);
+    } while (accept(','));
+  }
   queryPart(*query);
   while (accept(Word::Union)) {
     const bool all = accept(Word::All);
@@ -219,7 +224,7 @@ bool Parser::beginsQueryInBrackets(bool alone) const {
   int depth = 0;
   while (at('(', depth))
     ++depth;
-  if (!at(Word::Select, depth)) return false;
+  if (!at(Word::Select, depth) && !at(Word::Without, depth)) return false;
   if (depth == 1 && !alone) return true;
   int open = 1;
   int ahead = depth;

@@ -59,7 +59,7 @@ void Trade::lend() {
     }
     const auto back = loan_return::open(number, fate == HalfComesBack ? first : 0, prompt_);
     if (fate == HalfComesBack) {
-      auto line = loan_return::line(loan_return::lines().front().integer("id"));
+      auto line = loan_return::line(openSelect(loan_return::lines()).front().integer("id"));
       line->setQuantity(1);
       loan_return::changeLine(*line, prompt_);
     }

@@ -30,7 +30,7 @@ void Trade::moveParts(const partial::PartialRules& rules) {
     if (fate == OnTheWay) continue;
     const auto draft = rules.takeWhole(number, rules.fresh({}), prompt_);
     if (fate == Half || fate == RestCancelled)
-      for (const Row line : rules.draftLines(draft->number)) {
+      for (const Row line : openSelect(rules.draftLines(draft->number))) {
         const std::string_view quantity = movement.family->line.columns->quantity;
         const double half = std::max(1.0, std::floor(line.number(quantity) / 2));
         rules.lines().setChange(QString::number(half), u"sl", Lines::Draft, line.integer("id"), prompt_);

@@ -140,7 +140,7 @@ std::optional<int> save(const PartnerSide& side, const Quotation& head, Prompt& 
   if (refused({{head.name.trimmed().isEmpty(), noun + u"名称必须填写！"_qs, Subject::Partner},
                {head.partner.isEmpty() || !isKnown(), noun + u"名称不正确，重新填写！"_qs, Subject::Partner},
                {head.date.isEmpty(), u"报价日期必须填写！"_qs, Subject::Date},
-               {stagedLines().isEmpty(), u"没有选择报价商品，不能保存！"_qs, Subject::Goods}},
+               {!exists(stagedLines()), u"没有选择报价商品，不能保存！"_qs, Subject::Goods}},
               prompt))
     return {};
   Transaction transaction(accountDb());

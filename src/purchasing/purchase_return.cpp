@@ -38,10 +38,10 @@ class ReturnLines : public TradingLines {
     return goodsByWarehouse(place.warehouse, filter, "g_cgpl");
   }
 
-  RowSet history(const QString& goods, const QString& partner) const override {
+  Sql history(const QString& goods, const QString& partner) const override {
     return receipt::receiptHistory(goods, partner);
   }
-  RowSet quotes(const QString& goods, const QString& partner) const override {
+  Sql quotes(const QString& goods, const QString& partner) const override {
     return receipt::supplierQuotes(goods, partner);
   }
 

@@ -32,8 +32,8 @@ class ReceiptLines final : public TradingLines {
           place.partner);
     return goodsByWarehouse(place.warehouse, filter, "g_cgpl");
   }
-  RowSet history(const QString& goods, const QString& partner) const override { return receiptHistory(goods, partner); }
-  RowSet quotes(const QString& goods, const QString& partner) const override { return supplierQuotes(goods, partner); }
+  Sql history(const QString& goods, const QString& partner) const override { return receiptHistory(goods, partner); }
+  Sql quotes(const QString& goods, const QString& partner) const override { return supplierQuotes(goods, partner); }
 
  protected:
   double proposedPrice(const QString& goods, const LinePlace&) const override { return defaultPrice(goods); }
@@ -134,20 +134,20 @@ double defaultPrice(const QString& goods) {
   return roundMoney(row.front().number(field));
 }
 
-RowSet receiptHistory(const QString& goods, const QString& supplier) {
+Sql receiptHistory(const QString& goods, const QString& supplier) {
   if (strIsTrue(session().cs_employ))
-    return openSelect(
+    return Sql(
         "select top 10 b.j_jhrq,a.* from jxc_jhsp a,jxc_jhd b where a.j_sn=b.j_sn and b.j_status=1 and a.g_sn=? "
         "and b.ghs_sn=? order by a.j_sn desc,a.id desc",
         goods, supplier);
-  return openSelect(
+  return Sql(
       "select top 10 b.j_jhrq,a.* from jxc_jhsp a,jxc_jhd b where a.j_sn=b.j_sn and b.j_status=1 and a.g_sn=? "
       "order by a.j_sn desc,a.id desc",
       goods);
 }
 
-RowSet supplierQuotes(const QString& goods, const QString& supplier) {
-  return openSelect("select * from jxc_ghsbj where g_sn=? and ghs_sn=? order by id desc", goods, supplier);
+Sql supplierQuotes(const QString& goods, const QString& supplier) {
+  return Sql("select * from jxc_ghsbj where g_sn=? and ghs_sn=? order by id desc", goods, supplier);
 }
 
 // ---- for callers that have a number and no screen ------------------------------------------------------------------
@@ -161,7 +161,7 @@ LineResult addLine(Lines where, const QString& number, const QString& date, cons
   return rules().lines().addLine(where, {.number = number, .date = date}, draft, prompt);
 }
 
-RowSet waitingLines(const QString& number) {
+Sql waitingLines(const QString& number) {
   return rules().waitingLines(number);
 }
 

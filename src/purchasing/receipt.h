@@ -21,15 +21,15 @@ const TradingRules& rules();
 double defaultPrice(const QString& goods);
 
 /// The last ten audited receipts of a goods; of this supplier only when `cs_employ` is on.
-RowSet receiptHistory(const QString& goods, const QString& supplier);
+Sql receiptHistory(const QString& goods, const QString& supplier);
 /// The supplier's quotations for a goods.
-RowSet supplierQuotes(const QString& goods, const QString& supplier);
+Sql supplierQuotes(const QString& goods, const QString& supplier);
 
 // The same rules for callers that have a number and no screen: consoles, benchmarks, stories of other documents.
 
 LineDraft newLine(const QString& goods);
 LineResult addLine(Lines where, const QString& number, const QString& date, const LineDraft& draft);
-RowSet waitingLines(const QString& number);
+Sql waitingLines(const QString& number);
 /// Sum of the lines without the balancing line.
 double payable(const QString& number);
 ReceiptDraft newReceipt(const QString& lastDate = {});

@@ -233,11 +233,10 @@ std::optional<int> addMissing(const ReturnDraft& draft, const QString& barcode, 
   return added;
 }
 
-RowSet lines() {
-  return openSelect(
+Sql lines() {
+  return Sql(
       "select a.*,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,iif(a.jh_zzj>a.jh_yj,a.jh_zzj-a.jh_yj,0) "
-      "as "
-      "bsje from jxc_khjhsptmp a left join jxc_goods b on a.g_sn=b.g_sn where a.a_name=? order by a.id",
+      "as bsje from jxc_khjhsptmp a left join jxc_goods b on a.g_sn=b.g_sn where a.a_name=? order by a.id",
       session().a_name);
 }
 

@@ -47,7 +47,7 @@ std::optional<ReturnDraft> open(const QString& loan, std::int64_t line, Prompt& 
 std::optional<int> addMissing(const ReturnDraft& draft, const QString& barcode, Prompt& prompt);
 /// Its lines as its list shows them: id, id2, g_sn and the names of the goods, gl_djh2, jh_hhsl, jh_ts, jh_zj, jh_zzj,
 /// jh_yj, jh_thyj, jh_kmmc, bsje (to collect).
-RowSet lines();
+Sql lines();
 std::optional<ReturnLine> line(std::int64_t id);
 /// OK of the line dialog. False: refused.
 bool changeLine(const ReturnLine& line, Prompt& prompt);

@@ -112,9 +112,9 @@ class SaleLines : public TradingLines {
     return goodsByWarehouse(place.warehouse, filter, "g_xspl");
   }
 
-  RowSet history(const QString& goods, const QString& partner) const override { return saleHistory(goods, partner); }
-  RowSet quotes(const QString& goods, const QString& partner) const override {
-    return openSelect("select top 10 * from jxc_khbj where g_sn=? and kh_sn=? order by id desc", goods, partner);
+  Sql history(const QString& goods, const QString& partner) const override { return saleHistory(goods, partner); }
+  Sql quotes(const QString& goods, const QString& partner) const override {
+    return Sql("select top 10 * from jxc_khbj where g_sn=? and kh_sn=? order by id desc", goods, partner);
   }
 
  protected:
@@ -258,14 +258,14 @@ bool changeGift(Lines where, std::int64_t id, const LinePlace& place, double qua
 
 // ---- history -----------------------------------------------------------------------------------------------------
 
-RowSet saleHistory(const QString& goods, const QString& customer, int most) {
+Sql saleHistory(const QString& goods, const QString& customer, int most) {
   const std::string start =
       "select top " + std::to_string(most) +
       " b.ls_xsrq,a.*,c.kh_name,d.g_lsj from jxc_lsxssp a,jxc_lsxsd b,jxc_khxx c,jxc_goods d "
       "where b.ls_status=1 and a.gl_djh=b.gl_djh and b.kh_sn=c.kh_sn and a.g_sn=d.g_sn and a.g_sn=?";
   const std::string order = " order by b.ls_xsrq desc,a.id desc";
-  if (!strIsTrue(session().cs_activate)) return openSelect(start + order, goods);
-  return openSelect(start + " and b.kh_sn=?" + order, goods, customer);
+  if (!strIsTrue(session().cs_activate)) return Sql(start + order, goods);
+  return Sql(start + " and b.kh_sn=?" + order, goods, customer);
 }
 
 }  // namespace jxc::sale

@@ -25,7 +25,7 @@ LineResult addGift(Lines where, const LinePlace& place, const QString& goods, do
 bool changeGift(Lines where, std::int64_t id, const LinePlace& place, double quantity, Prompt& prompt);
 
 /// What this goods was sold for: the last audited sales, of this customer only by parameter (`cs_activate`).
-RowSet saleHistory(const QString& goods, const QString& customer, int most = 20);
+Sql saleHistory(const QString& goods, const QString& customer, int most = 20);
 
 /// Lowest discount rate (`cs_zdzk`) that a line may have; 0: any.
 double lowestDiscount();

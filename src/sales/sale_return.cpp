@@ -52,10 +52,10 @@ class ReturnLines : public TradingLines {
     return Sql("select a.*,a.g_kc as kc_sl from jxc_goods a").where(filter).add(" order by a.g_xspl desc,a.g_sn");
   }
 
-  RowSet history(const QString& goods, const QString& partner) const override {
+  Sql history(const QString& goods, const QString& partner) const override {
     return sale::saleHistory(goods, partner, 10);
   }
-  RowSet quotes(const QString& goods, const QString& partner) const override {
+  Sql quotes(const QString& goods, const QString& partner) const override {
     return sale::rules().lines().quotes(goods, partner);
   }
 

@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "core/without.h"
 #include "stock/partial_movement.h"
 
 #include <QDate>
@@ -115,23 +116,23 @@ SheetPrice ManyLines::takeSheetPrice(LineDraft& line, double yuan) const {
   return {};
 }
 
-RowSet DocumentRules::draftLines(const QString& number) const {
+Sql DocumentRules::draftLines(const QString& number) const {
   const DocumentRules& kind = of(number);
   const DocumentFamily& f = kind.family();
   // What a split takes apart, or a bundle becomes, stands among the lines of the draft and is none of them.
   const std::string parts = f.whole.goods.empty() ? "" : compose(" and a.{}>0", {f.line.columns->quantity});
-  return openSelect(document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + ofDraft(f, "a") +
-                        " and a.a_name=? order by a.id",
-                    number, session().a_name);
+  return Sql(document_rules_detail::linesWithNames(f, kind.shownAs()) + parts + ofDraft(f, "a") +
+                 " and a.a_name=? order by a.id",
+             number, session().a_name);
 }
 
-RowSet DocumentRules::waitingLines(const QString& number) const {
+Sql DocumentRules::waitingLines(const QString& number) const {
   const DocumentFamily& f = of(number).family();
   // Of a count the largest differences come first: they are looked at before it is audited.
-  return openSelect(document_rules_detail::linesWithNames(f, of(number).shownAs()) +
-                        (f.isCount() ? compose(" order by abs(a.{}) desc,a.id", {f.line.columns->total})
-                                     : std::string(" order by a.id")),
-                    number);
+  return Sql(document_rules_detail::linesWithNames(f, of(number).shownAs()) +
+                 (f.isCount() ? compose(" order by abs(a.{}) desc,a.id", {f.line.columns->total})
+                              : std::string(" order by a.id")),
+             number);
 }
 
 std::string DocumentRules::headsWithNames() const {
@@ -183,8 +184,9 @@ RowSet DocumentRules::waiting(const WaitingFilter& filter) const {
     if (!f.whole.goods.empty()) any.add(" or w.g_sn like ? or w.g_name like ? or w.g_jm like ?", like, like, like);
     chosen.add(any.add(")"));
   }
-  return openSelect(
-      Sql(headsWithNames()).andWhere(chosen).add(filter.newestFirst ? " order by a.id desc" : " order by a.id"));
+  return openSelect(without(
+      filter.without,
+      Sql(headsWithNames()).andWhere(chosen).add(filter.newestFirst ? " order by a.id desc" : " order by a.id")));
 }
 
 void DocumentRules::begin(DocumentDraft& draft, const QString& lastDate) const {
@@ -236,8 +238,8 @@ std::int64_t insertWaitingHead(const DocumentFamily& f, const DocumentDraft& dra
                             {"a_name", session().a_name}});
 }
 
-RowSet stagedLines() {
-  return openSelect(
+Sql stagedLines() {
+  return Sql(
       // What others have as tax is rent and deposit of goods on loan.
       "select a.*,a.ts_tax as rent,a.ts_taxdj as deposit,b.g_name,b.g_jm,b.gg_name,b.color_name,b.dw_name,b.g_sptm,"
       "b.g_kc from jxc_tempspxf a,jxc_goods b "

@@ -109,6 +109,7 @@ struct WaitingFilter {
   QString key;        // part of number, note and what else the document is known by
   QString warehouse;  // code; empty: all
   bool newestFirst = true;
+  std::vector<std::string_view> without;  // columns that nobody here may see: they are not asked for
 };
 
 /// Where a line stands: what prices, stock and history depend on.
@@ -197,8 +198,8 @@ class LineRules : public ManyLines {
   virtual void moveDraftTo(const LinePlace&) const {}
 
   // What was traded before, for the line dialog; columns as its grids name them.
-  virtual RowSet history(const QString&, const QString& /*partner*/) const { return RowSet(); }
-  virtual RowSet quotes(const QString&, const QString& /*partner*/) const { return RowSet(); }
+  virtual Sql history(const QString&, const QString& /*partner*/) const { return {}; }
+  virtual Sql quotes(const QString&, const QString& /*partner*/) const { return {}; }
 };
 
 /// The other side of a document, as its head names it.
@@ -220,9 +221,9 @@ class DocumentRules {
   /// name their columns by `family()` then, and ids of its waiting list are those of the list alone.
   virtual const DocumentRules& of(const QString& /*number*/) const { return *this; }
 
-  RowSet draftLines(const QString& number) const;
+  Sql draftLines(const QString& number) const;
   virtual RowSet waiting(const WaitingFilter& filter) const;
-  RowSet waitingLines(const QString& number) const;
+  Sql waitingLines(const QString& number) const;
 
  protected:
   /// Whose names of columns the lists have beside the family's own.
@@ -270,7 +271,7 @@ const DocumentRules& rulesOf() {
 }
 
 // Staging rows of this operator, whatever document they are picked for.
-RowSet stagedLines();
+Sql stagedLines();
 void unstage(std::int64_t id);
 
 /// Number of a document of this operator that was begun and never saved: the program ended in between. Empty: none.

@@ -1,6 +1,8 @@
 #include "ui/grid.h"
 
+#include "core/reading.h"
 #include "core/rights.h"
+#include "core/without.h"
 #include "ui/display.h"
 #include "ui/grid_footer.h"
 #include "ui/grid_layout.h"
@@ -202,8 +204,13 @@ void Grid::start(Question question) {
 void Grid::reload() {
   if (!question_) return;
   failed_ = stopped_ = false;
+  // A statement is not asked for what nobody may see here; what is computed comes whole.
+  const Sql* const statement = std::get_if<Sql>(&*question_);
   loader_.load(
-      *question_, [this](RowSet rows, bool complete) { arrived(std::move(rows), complete); },
+      statement ? without(forbidden(), *statement) : *question_,
+      [this, isComputed = !statement](RowSet rows, bool complete) {
+        arrived(isComputed ? withoutForbidden(std::move(rows)) : std::move(rows), complete);
+      },
       [this](std::exception_ptr failure) {
         failed_ = true;
         showState();
@@ -230,6 +237,14 @@ void Grid::waitLoaded(int milliseconds) {
 }
 
 void Grid::setRows(RowSet rows) {
+  take(withoutForbidden(std::move(rows)));
+}
+
+void Grid::readNow(const Sql& query) {
+  take(openSelect(without(forbidden(), query)));
+}
+
+void Grid::take(RowSet rows) {
   loader_.cancel();
   question_.reset();
   failed_ = stopped_ = false;
@@ -249,7 +264,7 @@ void Grid::arrived(RowSet rows, bool complete) {
   const int column = std::max(0, view_->currentIndex().column());
   const int scrolled = view_->verticalScrollBar()->value();
   inReload_ = true;
-  model_->setRows(withoutForbidden(std::move(rows)));
+  model_->setRows(std::move(rows));
   if (rowFilter_) model_->setFilter(rowFilter_(model_->rows(), true));
   comeBack(key, place, column, scrolled);
   inReload_ = false;
@@ -261,11 +276,16 @@ void Grid::arrived(RowSet rows, bool complete) {
   if (complete && loaded_) loaded_();
 }
 
-RowSet Grid::withoutForbidden(RowSet rows) const {
-  std::vector<std::string_view> forbidden;
+std::vector<std::string_view> Grid::forbidden() const {
+  std::vector<std::string_view> fields;
   for (std::size_t i = 0; i < spec_.columns.size(); ++i)
-    if (model_->isForbidden(static_cast<int>(i))) forbidden.push_back(spec_.columns[i].field);
-  return forbidden.empty() ? rows : rows.without(forbidden);
+    if (model_->isForbidden(static_cast<int>(i))) fields.push_back(spec_.columns[i].field);
+  return fields;
+}
+
+RowSet Grid::withoutForbidden(RowSet rows) const {
+  const std::vector<std::string_view> fields = forbidden();
+  return fields.empty() ? rows : rows.without(fields);
 }
 
 void Grid::comeBack(const QString& key, int place, int column, int scrolled) {

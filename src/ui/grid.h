@@ -47,6 +47,8 @@ class Grid : public QWidget {
   void loadQuestion(Question question);  // of an enquiry
   /// Stops what is loading; the list says so.
   void stopLoading();
+  /// The same at once, for the few rows of a draft.
+  void readNow(const Sql& query);
   /// Rows that came from elsewhere (a rule's answer, a filler).
   void setRows(RowSet rows);
   void reload();
@@ -97,6 +99,8 @@ class Grid : public QWidget {
   void applyRights();
   bool isColumnVisible(std::string_view field) const;
   bool isColumnAllowed(std::string_view field) const;
+  /// Fields that a statement for this list is not to be asked for.
+  std::vector<std::string_view> forbidden() const;
   void setCaption(std::string_view field, const QString& caption);
   /// Sum of a column over all rows.
   double sum(std::string_view field) const;
@@ -171,6 +175,7 @@ class Grid : public QWidget {
   class Table;
   void start(Question question);
   void arrived(RowSet rows, bool complete);
+  void take(RowSet rows);
   RowSet withoutForbidden(RowSet rows) const;
   void showState();
   void comeBack(const QString& key, int place, int column, int scrolled);

@@ -126,7 +126,7 @@ void Counter::movePart() {
   const QString source = sources.text(upTo(sources.rowCount()), 1);
   const auto draft = rules.takeWhole(source, rules.fresh({}), his_.late);
   if (!draft) return;
-  for (const Row line : rules.draftLines(draft->number))
+  for (const Row line : openSelect(rules.draftLines(draft->number)))
     if (upTo(2)) rules.lines().setChange(QStringLiteral("1"), u"sl", Lines::Draft, line.integer("id"), his_.late);
   if (const SaveResult saved = rules.save(*draft, his_.late))
     his_.tell('S', saved.number);

@@ -218,6 +218,28 @@ TEST_F(DialectTest, SelectsOfAllShapes) {
   EXPECT_EQ(star.columns()[13], "Expr1013");
 }
 
+TEST_F(DialectTest, ColumnsAreLeftOutOfSelectsOfAllShapes) {
+  run("insert into goods (g_sn,g_name,g_kc) values ('1','a',5)");
+  run("insert into goods (g_sn,g_name,g_kc) values ('2','a',7)");
+  const auto names = [&](const char* sql) {
+    QStringList all;
+    for (const std::string& name : db_->select(sql).columns())
+      all << QString::fromStdString(name);
+    return all.join(u',');
+  };
+  EXPECT_EQ(names("without G_KC,g_jj,[no such] select * from goods"), u"id,g_sn,g_name,g_jy,g_pl,g_bz");
+  EXPECT_EQ(rows("without g_kc,twice select g_sn,g_kc,g_kc*? as twice from goods order by twice desc", {2}), u"2;1");
+  EXPECT_EQ(rows("without s select top 1 g_name,sum(g_kc) as s,count(*) from goods group by g_name order by s"),
+            u"a,2");
+  // Rows that differ by such a column only stay two, and may be sorted by it.
+  EXPECT_EQ(rows("without g_kc select distinct g_name,g_kc from goods"), u"a;a");
+  EXPECT_EQ(rows("without g_kc select g_kc,g_name from goods union select g_kc,g_sn from goods order by g_kc desc"),
+            u"2;a;1;a");
+  EXPECT_EQ(rows("without g_kc select g_kc,g_sn from goods union all select g_kc,g_sn from goods order by g_sn desc"),
+            u"2;2;1;1");
+  EXPECT_EQ(rows("without n select n+1 as m,n from (without g_kc select g_sn as n,* from goods) a order by n"), u"2;3");
+}
+
 TEST_F(DialectTest, JoinsOfAllShapes) {
   for (const char* sn : {"1", "2", "3"})
     run("insert into goods (g_sn,g_name) values (?,?)", {sn, sn});

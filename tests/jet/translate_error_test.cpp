@@ -115,7 +115,10 @@ TEST(TranslateErrorTest, Syntax) {
                                                "update goods set g_kc=1,^g_kc=2",
                                                "delete from goods a,^stock b where a.g_sn=b.g_sn",
                                                "select g_sn from goods where g_sn in (^)",
-                                               "select ^b as a,a as b from goods"});
+                                               "select ^b as a,a as b from goods",
+                                               "without g_sn select ^g_sn from goods",
+                                               "without ^select g_sn from goods",
+                                               "without g_sn ^update goods set g_kc=1"});
 }
 
 TEST(TranslateErrorTest, TypesAndWhatThisEngineCannotSay) {

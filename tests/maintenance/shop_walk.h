@@ -234,7 +234,7 @@ class ShopWalk : public ShopTest {
     }
     const auto back = loan_return::open(any.text("djh"), any.integer("id"), yes);
     ASSERT_TRUE(back);
-    auto line = loan_return::line(loan_return::lines().front().integer("id"));
+    auto line = loan_return::line(openSelect(loan_return::lines()).front().integer("id"));
     ASSERT_TRUE(line);
     if (upTo(1)) line->setQuantity(std::max(0.01, std::round(line->open * upTo(10) * 10) / 100));
     if (upTo(1)) line->refund = std::round(line->refund * upTo(10) * 10) / 100;

@@ -91,7 +91,7 @@ TEST_F(QuotationsTest, APriceListComesInFromASpreadsheet) {
   EXPECT_EQ(importLines(*judged, quotations::lines(), {}, Lines::Staging, prompt)->taken, 2);
   EXPECT_EQ(quotations::save(supplierSide, {u"甲"_qs, u"100001"_qs, u"2021-05-03"_qs, {}, {}}, prompt), 2);
   EXPECT_EQ(listed(supplierSide), "2021-05-03 A 4.5  |2021-05-03 B 2  ");
-  EXPECT_TRUE(stagedLines().isEmpty());
+  EXPECT_TRUE(openSelect(stagedLines()).isEmpty());
 
   RowSet noPrice({"商品编号", "数量"});
   noPrice.addText("A");

@@ -59,7 +59,7 @@ class LoanStory : public test::ShopTest {
     auto back = loan_return::open(number, lineOf(number), prompt);
     if (!back) return prompt.lastNotice();
     loan_return::redate(*back, day);
-    auto line = loan_return::line(loan_return::lines().front().integer("id"));
+    auto line = loan_return::line(openSelect(loan_return::lines()).front().integer("id"));
     line->setQuantity(quantity);
     if (change) change(*line);
     if (!loan_return::changeLine(*line, prompt)) return prompt.lastNotice();

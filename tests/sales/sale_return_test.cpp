@@ -54,7 +54,8 @@ TEST_F(SaleReturnTest, GoodsComeBackAndTheRestStaysOnAccount) {
   EXPECT_EQ(rules.waiting({}).front().number("wfje"), 70);
 
   // A line more while it waits, then the dialog pays 80.
-  rules.lines().setChange("2", u"sl", Lines::Waiting, rules.waitingLines(number).front().integer("id"), prompt);
+  rules.lines().setChange("2", u"sl", Lines::Waiting, openSelect(rules.waitingLines(number)).front().integer("id"),
+                          prompt);
   auto dialog = rules.loadForAudit(number);
   ASSERT_TRUE(dialog);
   EXPECT_EQ(dialog->payable, 200);
@@ -112,7 +113,7 @@ TEST_F(SaleReturnTest, AWholeReturnProposesNoMoreThanWasReceived) {
     const QString number = saveReturn();
     EXPECT_EQ(row("select th_yfje,th_sfje from jxc_xsthd where gl_djh=?", number),
               u"-450 "_qs + numberText(-each.proposed));
-    const auto first = rules.waitingLines(number).front().integer("id");
+    const auto first = openSelect(rules.waitingLines(number)).front().integer("id");
     EXPECT_FALSE(deleteWaitingLine(families::saleReturn, number, first, prompt));
     EXPECT_EQ(row("select th_yfje,th_sfje from jxc_xsthd where gl_djh=?", number),
               u"-250 "_qs + numberText(-each.afterALineWent));

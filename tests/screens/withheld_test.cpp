@@ -257,6 +257,8 @@ class Withheld : public ScreenTest {
     for (ui::Grid* list : s.grids()) {
       if (!list->isVisible() || list->isEmpty() || (tellsDue(s) && list->spec().name == "gridWaiting")) continue;
       list->waitLoaded();
+      for (const std::string_view field : list->forbidden())
+        EXPECT_LT(list->rows().columnIndex(field), 0) << list->spec().name << " asks for " << field;
       for (const ui::ColumnSpec& column : list->spec().columns)
         add(list->footerText(column.field));
       const Sheet file = ui::gridSheet(*list);

@@ -80,7 +80,7 @@ TEST_F(DocumentTest, SaveAsksAndRenewsATakenNumber) {
 
 TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   const QString number = save(draftReceipt("2021-05-03", {{"A", 2, 5}, {"B", 1, 7}}));
-  const RowSet lines = receipt::waitingLines(number);
+  const RowSet lines = openSelect(receipt::waitingLines(number));
   ASSERT_EQ(lines.rowCount(), 2);
   EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, number, lines[0].integer("id"), prompt));
   EXPECT_EQ(lookupNumber("select j_yfje from jxc_jhd where j_sn=?", number), 7);
@@ -101,7 +101,8 @@ TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
   // An audited document can be neither deleted nor thinned out, also when the list on the screen is old.
   const QString audited = receive("2021-05-03", {{"A", 2, 5}});
   EXPECT_FALSE(deleteWaitingDocument(purchaseReceipt, audited, prompt.willSayYes()));
-  EXPECT_FALSE(deleteWaitingLine(purchaseReceipt, audited, receipt::waitingLines(audited)[0].integer("id"), prompt));
+  EXPECT_FALSE(
+      deleteWaitingLine(purchaseReceipt, audited, openSelect(receipt::waitingLines(audited))[0].integer("id"), prompt));
   EXPECT_EQ(lineCount(purchaseReceipt, audited), 1);
   EXPECT_EQ(changeWaitingHead(purchaseReceipt, audited, {.date = "2021-05-01"}, prompt), "");
 }

@@ -127,7 +127,7 @@ class TF_Kcpd_Wp : public GoodsOfClasses {
 
  private:
   void reload() override {
-    gridGoods.setRows(stocktaking::uncounted(place_, where_, chosen()));
+    gridGoods.readNow(stocktaking::uncounted(place_, where_, chosen()));
     for (const char* name : {"btnZero", "btnBook"})
       command(name).setEnabled(!gridGoods.isEmpty());
   }

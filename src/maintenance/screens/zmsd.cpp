@@ -59,7 +59,7 @@ class TF_Zmsd : public ui::Screen {
     state_->setText(day.isEmpty() ? u"账目没有锁定"_qs : u"账目已锁定到 "_qs + day);
     command("btnOpen").setEnabled(!day.isEmpty());
     field("dateCg").setText(proposed);
-    grid("gridHistory").setRows(openSelect(period_locking::history()));
+    grid("gridHistory").readNow(period_locking::history());
     showWaiting();
     say(done);
   }

@@ -206,7 +206,7 @@ class QuotingScreen : public ui::Screen {
   }
   void showPicked(std::int64_t current = 0) {
     auto& list = grid("gridStaging");
-    list.setRows(stagedLines());
+    list.readNow(stagedLines());
     if (current != 0) list.selectId(current);
     for (const char* const name : {"btnModi", "btnDel"})
       command(name).setEnabled(!list.isEmpty());

@@ -235,7 +235,7 @@ class TF_Khjhgl_Hh : public ui::Screen {
     say(u"租金和退回押金已按还货日期 %1 重新计算"_qs.arg(draft_.date));
   }
   void reload(std::int64_t current = 0) {
-    gridLines.setRows(loan_return::lines());
+    gridLines.readNow(loan_return::lines());
     if (current != 0) gridLines.selectId(current);
     for (const char* name : {"btnModi", "btnDel"})
       command(name).setEnabled(!gridLines.isEmpty());

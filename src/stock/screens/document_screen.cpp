@@ -330,7 +330,7 @@ void DocumentScreen::setNumber(const QString& number) {
 }
 
 void DocumentScreen::reloadLines(std::int64_t current) {
-  gridLines.setRows(rules_.draftLines(draft().number));
+  gridLines.readNow(rules_.draftLines(draft().number));
   if (current != 0) gridLines.selectId(current);
   command("btnModi").setEnabled(!gridLines.isEmpty());
   command("btnDel").setEnabled(!gridLines.isEmpty());

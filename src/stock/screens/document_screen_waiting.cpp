@@ -63,7 +63,9 @@ QString DocumentScreen::waitingNumber() const {
 }
 
 WaitingFilter DocumentScreen::waitingFilter() {
-  return {.key = field("tkey").trimmed(), .newestFirst = field("comSort").key() != u"0"};
+  return {.key = field("tkey").trimmed(),
+          .newestFirst = field("comSort").key() != u"0",
+          .without = gridWaiting.forbidden()};
 }
 
 void DocumentScreen::refreshWaiting(const QString& number) {
@@ -88,7 +90,7 @@ void DocumentScreen::reloadWaitingLines() {
   if (number.isEmpty()) {
     gridWaitingLines.clearRows();
   } else {
-    gridWaitingLines.setRows(rules_.waitingLines(number));
+    gridWaitingLines.readNow(rules_.waitingLines(number));
   }
   for (const char* name : {"btnTab2Modi", "btnDele"})
     command(name).setEnabled(!gridWaitingLines.isEmpty());

@@ -231,7 +231,7 @@ bool GoodsPickScreen::mayLeave() {
 }
 
 void GoodsPickScreen::showStaged(std::int64_t current) {
-  gridStaging.setRows(stagedLines());
+  gridStaging.readNow(stagedLines());
   if (current != 0) gridStaging.selectId(current);
   btnModi.setEnabled(!gridStaging.isEmpty());
   btnDel.setEnabled(!gridStaging.isEmpty());

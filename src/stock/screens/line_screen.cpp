@@ -183,10 +183,13 @@ void LineScreen::activate() {
   showWarehouse();
   for (ui::Grid* rows : grids()) {
     const bool isHistory = rows->spec().name == "gridHistory";
-    const RowSet found = isHistory ? lines().history(draft_.goods, request_.place.partner)
-                                   : lines().quotes(draft_.goods, request_.place.partner);
-    rows->setRows(found);
-    if (!isHistory) tabs_.tabs()->setTabVisible(tabs_.tabs()->count() - 1, !found.isEmpty());
+    const Sql found = isHistory ? lines().history(draft_.goods, request_.place.partner)
+                                : lines().quotes(draft_.goods, request_.place.partner);
+    if (found.isEmpty())
+      rows->clearRows();
+    else
+      rows->readNow(found);
+    if (!isHistory) tabs_.tabs()->setTabVisible(tabs_.tabs()->count() - 1, !rows->isEmpty());
   }
   if (tabs_.tabs()) tabs_.tabs()->setCurrentIndex(0);
   if (auto* note = optional("tnote")) note->setText(draft_.note);

@@ -64,7 +64,7 @@ void PartialScreen::addOld() {
 
 void PartialScreen::showOpen() {
   const QString current = currentSource();
-  gridSources.setRows(openSelect(partial::waitingSources(rules().movement(), {.key = field("tOpenKey").trimmed()})));
+  gridSources.readNow(partial::waitingSources(rules().movement(), {.key = field("tOpenKey").trimmed()}));
   for (const Row row : gridSources.rows())
     if (row.text("djh") == current) gridSources.selectId(row.integer("id"));
   showOpenLines();
@@ -76,7 +76,7 @@ void PartialScreen::showOpenLines() {
   if (source.isEmpty())
     gridOpen.clearRows();
   else
-    gridOpen.setRows(openSelect(partial::openLines(rules().movement(), {.source = source})));
+    gridOpen.readNow(partial::openLines(rules().movement(), {.source = source}));
   for (const char* name : {"btn_Zdrk4", "btn_Qxck", "btn_Ckyd", "btn_Jhd"})
     command(name).setEnabled(!source.isEmpty());
 }
