@@ -12,10 +12,10 @@ struct Command {
 };
 
 /// Takes the set for itself and makes the list once more: where it is another one by then, that is asked about, and
-/// `show` shows it. Asks, copies the whole account set where it is wanted, closes (on a server as the owner of the set),
-/// and gives the room of what went back to the disk. The balances before and after, as `closeBooks` has them; nothing:
-/// refused, stopped, or the operator said no. What was stopped before its commit leaves everything as it was, but for
-/// the copy.
+/// `show` shows it. Asks, copies the whole account set where it is wanted, closes (on a server as the owner of the
+/// set), and gives the room of what went back to the disk. The balances before and after, as `closeBooks` has them;
+/// nothing: refused, stopped, or the operator said no. What was stopped before its commit leaves everything as it was,
+/// but for the copy.
 std::optional<RowSet> closePeriod(const Command& command, Prompt& prompt, const Progress& progress = {},
                                   const std::function<void(const RowSet&)>& show = {});
 
