@@ -209,7 +209,7 @@ TEST_F(ContractScreens, AFileThatCannotBeTakenLeavesNothingHalf) {
   {
     const QString locked = given(u"锁.pdf"_qs);
     ASSERT_TRUE(QFile::setPermissions(locked, {}));
-    QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) | QFile::ReadGroup | QFile::ExeGroup);
     const bool isRoot = geteuid() == 0;
     const bool isOther = !isRoot || seteuid(65534) == 0;  // rights count for others than root
     const auto back = qScopeGuard([&] { EXPECT_TRUE(!isRoot || seteuid(0) == 0); });
