@@ -76,7 +76,7 @@ constexpr auto kCommands = trading_parts::documentCommands({
 
 constexpr std::string_view kHeadForm[] = {"tghs dateCg jsn", "comCk comUser tnote"};
 constexpr std::string_view kFootForm[] = {"tyfje tsfje comJsfs comYhzh", "tyf tbzf chkYf chkZj",
-                                          "tfpno tfpje tsn2 tht"};
+                                          "tfpno tfpje tht tsn2"};
 
 QString changeHead(const QString& number) {
   return changePurchaseHead(families::purchaseReceipt, number);
