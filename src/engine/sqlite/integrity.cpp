@@ -6,6 +6,8 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <exception>
 #include <vector>
 
@@ -128,14 +130,29 @@ void compare(sqlite3* connection, const Reporter& reporter, StorageCheck& check)
   check.damage << QString::fromUtf8(sqlite3_errmsg(connection));
 }
 
+/// Letters of ASCII and no zero among them, as codes, dates and most of what is empty are: seen eight at a time.
+bool isPlain(const unsigned char* bytes, int count) {
+  constexpr std::uint64_t high = 0x8080808080808080, low = 0x0101010101010101;
+  for (; count >= 8; bytes += 8, count -= 8) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, bytes, 8);
+    if (((eight | (eight - low)) & high) != 0) return false;  // also where a byte is zero
+  }
+  for (; count > 0; ++bytes, --count)
+    if (*bytes == 0 || *bytes >= 0x80) return false;
+  return true;
+}
+
 /// Whether each of its arguments that is a text can have been written by this program. A sector that came back as zeros
 /// or as noise inside a long text breaks no page. A single zero character was typed by a barcode reader.
 void isSoundText(sqlite3_context* context, int count, sqlite3_value** values) {
   bool isSound = true;
   for (int i = 0; isSound && i < count; ++i) {
     if (sqlite3_value_type(values[i]) != SQLITE_TEXT) continue;
-    const auto* const bytes = reinterpret_cast<const char*>(sqlite3_value_text(values[i]));
-    const QByteArrayView utf8(bytes, sqlite3_value_bytes(values[i]));
+    const unsigned char* const bytes = sqlite3_value_text(values[i]);
+    const int length = sqlite3_value_bytes(values[i]);
+    if (isPlain(bytes, length)) continue;
+    const QByteArrayView utf8(bytes, length);
     isSound = utf8.isValidUtf8() && !utf8.contains(QByteArrayView("\0\0", 2));
   }
   sqlite3_result_int(context, isSound ? 1 : 0);
