@@ -3,13 +3,11 @@
 #include "core/schema/schema.h"
 #include "core/statements.h"
 #include "core/text.h"
-#include "engine/waiting.h"
 #include "stock/partial_movement.h"
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <future>
 #include <numeric>
 #include <utility>
 
@@ -27,6 +25,22 @@ std::string joined(std::initializer_list<std::string_view> parts) {
   return text;
 }
 
+/// The columns of a list that stand behind `id`, as far as the table has them: an empty name gets no place (-1).
+class Columns {
+ public:
+  int add(std::string_view name) {
+    if (name.empty()) return -1;
+    if (count_++ > 0) list_ += ',';
+    list_ += name;
+    return count_;
+  }
+  const std::string& list() const { return list_; }
+
+ private:
+  std::string list_;
+  int count_ = 0;
+};
+
 std::uint32_t hashOf(std::string_view text) {
   return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
 }
@@ -40,19 +54,24 @@ bool leavesCost(const DocumentFamily& family) {
 
 // ---- names -------------------------------------------------------------------------------------------------------
 
-int Names::add(std::string_view text) {
-  if (last_ >= 0 && texts_[static_cast<std::size_t>(last_)] == text) return last_;
+int Names::found(int index) {
+  lastText_ = text(index);
+  return last_ = index;
+}
+
+int Names::addOther(std::string_view text) {
+  // What stands one below the other in one table mostly does so in the others.
+  if (last_ + 1 < size() && this->text(last_ + 1) == text) return found(last_ + 1);
   const std::uint32_t hash = proof_books_detail::hashOf(text);
   std::size_t slot = slotOf(text, hash);
-  if (slots_[slot].index >= 0) return last_ = slots_[slot].index;
+  if (slots_[slot].index >= 0) return found(slots_[slot].index);
   if (texts_.size() * 2 >= slots_.size()) {
     makeRoom();
     slot = slotOf(text, hash);
   }
-  last_ = static_cast<int>(texts_.size());
   texts_.emplace_back(text);
-  slots_[slot] = {hash, last_};
-  return last_;
+  slots_[slot] = {hash, size() - 1};
+  return found(size() - 1);
 }
 
 int Names::find(std::string_view text) const {
@@ -107,42 +126,41 @@ void Books::step(int percent, const QString& doing) {
   if (progress_ && !progress_(percent, doing)) throw Stopped{};
 }
 
-void Books::eachChunk(std::string_view table, std::string_view columns,
-                      const std::function<void(const RowSet&)>& take) {
+std::optional<Books::Ends> Books::endsOf(std::string_view table) {
+  // Asked one by one each is found at an end of the table; asked together SQLite reads all rows.
+  const RowSet first = select("select min(id) from " + std::string(table));
+  if (first.isEmpty() || first.isNull(0, 0)) return {};
+  return Ends{first.integer(0, 0), select("select max(id) from " + std::string(table)).integer(0, 0)};
+}
+
+void Books::eachRow(std::string_view table, std::string_view columns, const TakeRow& take) {
   using proof_books_detail::chunkRows;
-  const RowSet ends = select("select min(id),max(id) from " + std::string(table));
-  if (ends.isEmpty() || ends.isNull(0, 0)) return;
+  const auto ends = endsOf(table);
+  if (!ends) return;
   const std::string sql =
       proof_books_detail::joined({"select id,", columns, " from ", table, " where id>=? and id<? order by id"});
-  const std::int64_t last = ends.integer(0, 1);
-  std::int64_t from = ends.integer(0, 0);
-  RowSet rows = select(sql, from, from + chunkRows);
-  while (from <= last) {
-    from += chunkRows;
-    std::future<RowSet> next;
-    if (from <= last)
-      next = std::async(std::launch::async, [&] {
-        const LongWork longWork;
-        return select(sql, from, from + chunkRows);
-      });
-    take(rows);
-    if (next.valid()) rows = next.get();
+  for (std::int64_t from = ends->first; from <= ends->last; from += chunkRows) {
+    walkRows(db, sql, std::array<Value, 2>{Value(from), Value(from + chunkRows)}, take);
     // Here nobody reads: whoever is told may ask the database himself.
     if (progress_ && !progress_(percent_, doing_)) throw Stopped{};
   }
 }
 
 int Books::pairOf(int goodsIndex, int warehouse) {
-  const std::int64_t key = static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse);
-  const auto [found, isNew] = pairIndex_.try_emplace(key, static_cast<int>(pairs.size()));
-  if (isNew) pairs.push_back({.goods = goodsIndex, .warehouse = warehouse});
-  return found->second;
+  if (const int found = findPair(goodsIndex, warehouse); found >= 0) return found;
+  const auto at = static_cast<std::size_t>(goodsIndex);
+  if (pairsOfGoods_.size() <= at) pairsOfGoods_.resize(at + 1);
+  pairsOfGoods_[at].push_back(static_cast<int>(pairs.size()));
+  pairs.push_back({.goods = goodsIndex, .warehouse = warehouse});
+  return pairsOfGoods_[at].back();
 }
 
 int Books::findPair(int goodsIndex, int warehouse) const {
-  const auto found =
-      pairIndex_.find(static_cast<std::int64_t>(goodsIndex) << 32 | static_cast<std::uint32_t>(warehouse));
-  return found == pairIndex_.end() ? -1 : found->second;
+  const auto at = static_cast<std::size_t>(goodsIndex);
+  if (goodsIndex < 0 || at >= pairsOfGoods_.size()) return -1;
+  for (const int each : pairsOfGoods_[at])
+    if (pairs[static_cast<std::size_t>(each)].warehouse == warehouse) return each;
+  return -1;
 }
 
 Document& Books::document(std::string_view number) {
@@ -172,9 +190,9 @@ void Books::load() {
 
 void Books::loadLedger() {
   step(1, u"读取库存流水"_qs);
-  const RowSet ends = select("select min(id),max(id) from jxc_goodslist");
-  if (ends.isEmpty() || ends.isNull(0, 0)) return;
-  const double first = ends.number(0, 0), span = std::max(1.0, ends.number(0, 1) - first);
+  const auto ends = endsOf("jxc_goodslist");
+  if (!ends) return;
+  const std::int64_t span = std::max<std::int64_t>(1, ends->last - ends->first);
   enum {
     Id,
     Flag,
@@ -191,81 +209,71 @@ void Books::loadLedger() {
     Stock,
     Value,
     Total,
-    Source,
-    Linked
+    Source
   };
   const LedgerFlag* lastFlag = nullptr;
   std::string lastFlagText;
-  eachChunk("jxc_goodslist",
-            "gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
-            "gl_zje,gl_fdmc,gl_djh2",
-            [&](const RowSet& set) {
-              for (int row = 0; row < set.rowCount(); ++row) {
-                const std::string_view flagText = set.utf8(row, Flag);
-                if (flagText != lastFlagText) {
-                  lastFlagText = flagText;
-                  lastFlag = findLedgerFlag(flagText);
-                }
-                const std::string_view numberText = set.utf8(row, Number);
-                const std::int64_t id = set.integer(row, Id);
-                const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
-                ++ledgerRows;
-                if (!numberText.empty()) {
-                  Document& under = document(numberText);
-                  if (++under.ledgerRows == 1) under.firstLedgerRow = id;
-                  under.ledgerTotal += set.number(row, Total);
-                  under.ledgerPieces += set.number(row, Quantity);
-                  if (set.utf8(row, Source) == "99")
-                    under.ledgerKind = '9';
-                  else if (flagText == "dh")
-                    under.ledgerKind = 'd';
-                  else if (lastFlag && lastFlag->writer == LedgerWriter::Exchange)
-                    under.ledgerKind = 'r';
-                  else if (balancing && (numberText.starts_with("YS") || numberText.starts_with("YF")))
-                    under.ledgerKind = 'o';
-                }
-                if (!lastFlag)
-                  findings.add(Kind::UnknownFlag, [&] {
-                    return Place{u"流水 "_qs + QString::number(id) + u" 单据 "_qs + set.text(row, Number),
-                                 set.text(row, Flag),
-                                 {}};
-                  });
-                if (balancing) continue;
-                const int pairIndex = pairOf(goods.add(set.utf8(row, Goods)), warehouses.add(set.utf8(row, Where)));
-                pairs[static_cast<std::size_t>(pairIndex)].rows.push_back(static_cast<std::uint32_t>(rows.size()));
-                rows.push_back({.id = id,
-                                .pair = pairIndex,
-                                .date = dates.add(set.utf8(row, Date)),
-                                .number = numberText.empty() ? -1 : numbers.add(numberText),
-                                .flag = lastFlag,
-                                .quantity = set.number(row, Quantity),
-                                .net = set.number(row, Net),
-                                .price = set.number(row, Price),
-                                .stockBefore = set.number(row, Before),
-                                .valueBefore = set.number(row, ValueBefore),
-                                .average = set.number(row, Average),
-                                .stock = set.number(row, Stock),
-                                .value = set.number(row, Value)});
-              }
-              if (set.rowCount() > 0)
-                percent_ = 1 + static_cast<int>(49 * (set.number(set.rowCount() - 1, Id) - first) / span);
-            });
+  eachRow("jxc_goodslist",
+          "gl_flag,gl_djh,gl_kdrq,g_sn,ck_sn,gl_sl,gl_je,gl_dj,gl_sqsl,gl_sqje,gl_pjjj,gl_kc,gl_kczje,"
+          "gl_zje,gl_fdmc",
+          [&](const WalkedRow& row) {
+            const std::string_view flagText = row.utf8(Flag);
+            if (flagText != lastFlagText) {
+              lastFlagText = flagText;
+              lastFlag = findLedgerFlag(flagText);
+            }
+            const std::string_view numberText = row.utf8(Number);
+            const std::int64_t id = row.integer(Id);
+            const std::string_view code = row.utf8(Goods);
+            const double quantity = row.number(Quantity);
+            const bool balancing = code == proof_books_detail::balancingGoods;
+            if (++ledgerRows % 4096 == 0) percent_ = 1 + static_cast<int>(49 * (id - ends->first) / span);
+            int number = -1;
+            if (!numberText.empty()) {
+              Document& under = document(numberText);
+              number = under.number;
+              if (++under.ledgerRows == 1) under.firstLedgerRow = id;
+              under.ledgerTotal += row.number(Total);
+              under.ledgerPieces += quantity;
+              if (row.utf8(Source) == "99")
+                under.ledgerKind = '9';
+              else if (flagText == "dh")
+                under.ledgerKind = 'd';
+              else if (lastFlag && lastFlag->writer == LedgerWriter::Exchange)
+                under.ledgerKind = 'r';
+              else if (balancing && (numberText.starts_with("YS") || numberText.starts_with("YF")))
+                under.ledgerKind = 'o';
+            }
+            if (!lastFlag)
+              findings.add(Kind::UnknownFlag, [&] {
+                return Place{u"流水 "_qs + QString::number(id) + u" 单据 "_qs + row.text(Number), row.text(Flag), {}};
+              });
+            if (balancing) return;
+            const int pairIndex = pairOf(goods.add(code), warehouses.add(row.utf8(Where)));
+            pairs[static_cast<std::size_t>(pairIndex)].rows.push_back({.id = id,
+                                                                       .date = dates.add(row.utf8(Date)),
+                                                                       .number = number,
+                                                                       .flag = lastFlag,
+                                                                       .quantity = quantity,
+                                                                       .net = row.number(Net),
+                                                                       .price = row.number(Price),
+                                                                       .stockBefore = row.number(Before),
+                                                                       .valueBefore = row.number(ValueBefore),
+                                                                       .average = row.number(Average),
+                                                                       .stock = row.number(Stock),
+                                                                       .value = row.number(Value)});
+          });
 }
 
 void Books::loadBalances() {
   step(50, u"读取当前库存"_qs);
-  eachChunk("jxc_kcsp", "g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl", [&](const RowSet& set) {
-    for (int row = 0; row < set.rowCount(); ++row) {
-      Pair& at = pair(goods.add(set.utf8(row, 1)), warehouses.add(set.utf8(row, 2)));
-      if (at.balance.id != 0) {
-        findings.add(Kind::BalanceTwice, [&] {
-          return Place{nameOf(at), u"库存 "_qs + set.text(row, 3), u"只有一条"_qs};
-        });
-        continue;
-      }
-      at.balance = {set.integer(row, 0), set.number(row, 3), set.number(row, 4), set.number(row, 5),
-                    set.number(row, 6)};
+  eachRow("jxc_kcsp", "g_sn,ck_sn,kc_sl,kc_zsl,kc_cbj,kc_xssl", [&](const WalkedRow& row) {
+    Pair& at = pair(goods.add(row.utf8(1)), warehouses.add(row.utf8(2)));
+    if (at.balance.id != 0) {
+      findings.add(Kind::BalanceTwice, [&] { return Place{nameOf(at), u"库存 "_qs + row.text(3), u"只有一条"_qs}; });
+      return;
     }
+    at.balance = {row.integer(0), row.number(3), row.number(4), row.number(5), row.number(6)};
   });
 }
 
@@ -301,28 +309,26 @@ void Books::loadHeads() {
       Moved,
       Day
     };
-    eachChunk(family.head, columns, [&](const RowSet& set) {
-      for (int row = 0; row < set.rowCount(); ++row) {
-        Document& head = document(set.utf8(row, Number));
-        const bool audited = set.integer(row, Status) == 1;
-        ++head.heads;
-        head.auditedHeads += audited;
-        if (head.heads > 1 && !audited) continue;  // an audited head speaks for the number
-        const DocumentFamily* const named = findFamily(set.utf8(row, Number));
-        head.family = named && named->head == family.head ? named : &family;
-        head.audited = audited;
-        head.closed = audited && set.utf8(row, Day) <= closedUntil;
-        head.signedOff = !set.utf8(row, Checker).empty() && !set.utf8(row, Date).empty();
-        head.warehouse = warehouses.add(set.utf8(row, Warehouse));
-        head.due = set.number(row, Due);
-        head.paid = set.number(row, Paid);
-        head.settlement = static_cast<int>(set.integer(row, Settlement));
-        if (whole) head.goods = goods.add(set.utf8(row, Goods));
-        head.headQuantity = set.number(row, Quantity);
-        if (moves) head.warehouseIn = warehouses.add(set.utf8(row, Into));
-        head.fromTill = set.integer(row, Till) != 0;
-        if (!set.isNull(row, Moved)) head.moved = set.integer(row, Moved) != 0;
-      }
+    eachRow(family.head, columns, [&](const WalkedRow& row) {
+      Document& head = document(row.utf8(Number));
+      const bool audited = row.integer(Status) == 1;
+      ++head.heads;
+      head.auditedHeads += audited;
+      if (head.heads > 1 && !audited) return;  // an audited head speaks for the number
+      const DocumentFamily* const named = findFamily(row.utf8(Number));
+      head.family = named && named->head == family.head ? named : &family;
+      head.audited = audited;
+      head.closed = audited && row.utf8(Day) <= closedUntil;
+      head.signedOff = !row.utf8(Checker).empty() && !row.utf8(Date).empty();
+      head.warehouse = warehouses.add(row.utf8(Warehouse));
+      head.due = row.number(Due);
+      head.paid = row.number(Paid);
+      head.settlement = static_cast<int>(row.integer(Settlement));
+      if (whole) head.goods = goods.add(row.utf8(Goods));
+      head.headQuantity = row.number(Quantity);
+      if (moves) head.warehouseIn = warehouses.add(row.utf8(Into));
+      head.fromTill = row.integer(Till) != 0;
+      if (!row.isNull(Moved)) head.moved = row.integer(Moved) != 0;
     });
   }
 }
@@ -334,50 +340,48 @@ void Books::loadLines() {
     // What was put away or issued and what never will be; of a count the stock that it found written.
     const LineTable& line = family.line;
     const bool count = family.isCount(), movesLater = partial::behind(family) != nullptr;
-    const auto or0 = [](std::string_view column) { return column.empty() ? std::string_view("0") : column; };
-    enum { Id, Number, Goods, Quantity, Total, Moved, Closed, Warehouse, Mark, Maker, Cost };
-    eachChunk(
-        family.lines,
-        proof_books_detail::joined({family.number, ",g_sn,", line.columns->quantity, ",", or0(line.columns->total), ",",
-                                    count ? line.countedShelf : or0(line.columns->moved), ",", or0(line.closed), ",",
-                                    line.warehouse.empty() ? "null" : line.warehouse, ",", or0(line.link), ",a_name,",
-                                    or0(line.columns->cost)}),
-        [&](const RowSet& set) {
-          for (int row = 0; row < set.rowCount(); ++row) {
-            Document& under = document(set.utf8(row, Number));
-            const double quantity = set.number(row, Quantity), moved = set.number(row, Moved);
-            const bool balancing = set.utf8(row, Goods) == proof_books_detail::balancingGoods;
-            if (++under.lines == 1) {
-              under.firstLine = set.integer(row, Id);
-              if (!under.family) under.maker = set.text(row, Maker);
-            }
-            under.total += set.number(row, Total);
-            under.pieces += quantity;
-            if (balancing)
-              under.balancing += set.number(row, Total);
-            else
-              ++under.goodsLines;
-            under.movingLines += !count || quantity != moved;
-            if (!under.family || balancing) continue;
-            if (under.audited && movesLater) {
-              const double open = quantity - moved - set.number(row, Closed);
-              if (std::fabs(open) < 1e-9) continue;
-              // Lines below zero are what an exchange brings back.
-              ++(open * quantity < 0 ? under.overLines : under.openLines);
-              Pair& at = pair(goods.add(set.utf8(row, Goods)), under.warehouse);
-              (family.comesIn ? at.waitingIn : at.waitingOut) += open;
-            } else if (!under.audited && !family.partial) {
-              waiting.push_back(
-                  {.document = under.number,
-                   .goods = goods.add(set.utf8(row, Goods)),
-                   .warehouse = set.isNull(row, Warehouse) ? -1 : warehouses.add(set.utf8(row, Warehouse)),
-                   .quantity = quantity,
-                   .price = quantity == 0 ? 0 : std::fabs(set.number(row, Total) / quantity),
-                   .cost = set.number(row, Cost),
-                   .wasAudited = line.link.empty() || set.integer(row, Mark) != 0});
-            }
-          }
-        });
+    proof_books_detail::Columns columns;
+    const int number = columns.add(family.number), goodsCode = columns.add("g_sn");
+    const int pieces = columns.add(line.columns->quantity), total = columns.add(line.columns->total);
+    const int moved = columns.add(count ? line.countedShelf : movesLater ? line.columns->moved : "");
+    const int closed = columns.add(movesLater ? line.closed : "");
+    const int warehouse = columns.add(line.warehouse), mark = columns.add(line.link);
+    const int cost = columns.add(line.columns->cost);
+    eachRow(family.lines, columns.list(), [&](const WalkedRow& row) {
+      const auto figure = [&row](int column) { return column < 0 ? 0 : row.number(column); };
+      Document& under = document(row.utf8(number));
+      const double quantity = figure(pieces), sum = figure(total);
+      const bool balancing = row.utf8(goodsCode) == proof_books_detail::balancingGoods;
+      if (++under.lines == 1) {
+        under.firstLine = row.integer(0);
+        under.lineTable = family.lines;
+      }
+      under.total += sum;
+      under.pieces += quantity;
+      if (balancing)
+        under.balancing += sum;
+      else
+        ++under.goodsLines;
+      under.movingLines += !count || quantity != figure(moved);
+      if (!under.family || balancing) return;
+      if (under.audited && movesLater) {
+        const double open = quantity - figure(moved) - figure(closed);
+        if (std::fabs(open) < 1e-9) return;
+        // Lines below zero are what an exchange brings back.
+        ++(open * quantity < 0 ? under.overLines : under.openLines);
+        Pair& at = pair(goods.add(row.utf8(goodsCode)), under.warehouse);
+        (family.comesIn ? at.waitingIn : at.waitingOut) += open;
+      } else if (!under.audited && !family.partial) {
+        const bool isElsewhere = warehouse >= 0 && !row.isNull(warehouse);
+        waiting.push_back({.document = under.number,
+                           .goods = goods.add(row.utf8(goodsCode)),
+                           .warehouse = isElsewhere ? warehouses.add(row.utf8(warehouse)) : -1,
+                           .quantity = quantity,
+                           .price = quantity == 0 ? 0 : std::fabs(sum / quantity),
+                           .cost = figure(cost),
+                           .wasAudited = mark < 0 || row.integer(mark) != 0});
+      }
+    });
   }
 }
 
@@ -410,23 +414,21 @@ void DocumentLog::read() {
   if (isRead_) return;
   isRead_ = true;
   constexpr std::string_view cancels = "取消审核", digits = "0123456789";
-  books_.eachChunk("jxc_log", "log_time,log_note", [&](const RowSet& set) {
-    for (int row = 0; row < set.rowCount(); ++row) {
-      // "增加未审核销售单XS21050310001，共2种商品": two letters and digits.
-      const std::string_view note = set.utf8(row, 2);
-      const std::size_t first = note.find_first_of(digits);
-      if (first == std::string_view::npos || first < 2) continue;
-      const std::size_t end = std::min(note.find_first_not_of(digits, first), note.size());
-      const std::string_view number = note.substr(first - 2, end - first + 2);
-      const int known = books_.numbers.find(number);
-      const bool cancel = note.starts_with(cancels);
-      if (known >= 0) {
-        mentioned_.insert(known);
-        if (cancel) cancelled_[known] = set.utf8(row, 1);
-      } else if (cancel) {
-        const DocumentFamily* const family = findFamily(number);
-        hasDeleted_ = hasDeleted_ || (family && leavesCost(*family));
-      }
+  books_.eachRow("jxc_log", "log_time,log_note", [&](const WalkedRow& row) {
+    // "增加未审核销售单XS21050310001，共2种商品": two letters and digits.
+    const std::string_view note = row.utf8(2);
+    const std::size_t first = note.find_first_of(digits);
+    if (first == std::string_view::npos || first < 2) return;
+    const std::size_t end = std::min(note.find_first_not_of(digits, first), note.size());
+    const std::string_view number = note.substr(first - 2, end - first + 2);
+    const int known = books_.numbers.find(number);
+    const bool cancel = note.starts_with(cancels);
+    if (known >= 0) {
+      mentioned_.insert(known);
+      if (cancel) cancelled_[known] = row.utf8(1);
+    } else if (cancel) {
+      const DocumentFamily* const family = findFamily(number);
+      hasDeleted_ = hasDeleted_ || (family && leavesCost(*family));
     }
   });
 }
@@ -440,9 +442,9 @@ void Books::sortPairs() {
   std::ranges::sort(byText, [&](int a, int b) { return dates.text(a) < dates.text(b); });
   for (std::size_t i = 0; i < byText.size(); ++i)
     rank[static_cast<std::size_t>(byText[i])] = static_cast<int>(i);
-  const auto rankOf = [&](std::uint32_t row) { return rank[static_cast<std::size_t>(rows[row].date)]; };
+  const auto rankOf = [&](const LedgerRow& row) { return rank[static_cast<std::size_t>(row.date)]; };
   for (Pair& each : pairs) {
-    const auto earlier = [&](std::uint32_t a, std::uint32_t b) { return rankOf(a) < rankOf(b); };
+    const auto earlier = [&](const LedgerRow& a, const LedgerRow& b) { return rankOf(a) < rankOf(b); };
     if (!std::ranges::is_sorted(each.rows, earlier)) std::ranges::stable_sort(each.rows, earlier);  // ids ascend
   }
   pairsInOrder.resize(pairs.size());

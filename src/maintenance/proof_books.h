@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/database.h"
+#include "engine/row_walk.h"
 #include "maintenance/proof_findings.h"
 #include "stock/document_family.h"
 #include "stock/ledger_flags.h"
@@ -27,7 +28,7 @@ struct Stopped {};
 /// is compared only when its hash agrees.
 class Names {
  public:
-  int add(std::string_view text);
+  int add(std::string_view text) { return last_ >= 0 && text == lastText_ ? last_ : addOther(text); }
   int find(std::string_view text) const;  // -1: not there
   const std::string& text(int index) const { return texts_[static_cast<std::size_t>(index)]; }
   QString shown(int index) const { return QString::fromStdString(text(index)); }
@@ -38,6 +39,8 @@ class Names {
     std::uint32_t hash = 0;
     int index = -1;  // -1: free
   };
+  int addOther(std::string_view text);
+  int found(int index);
   /// The slot of a text, or the free one where it belongs.
   std::size_t slotOf(std::string_view text, std::uint32_t hash) const;
   void makeRoom();
@@ -45,11 +48,12 @@ class Names {
   std::deque<std::string> texts_;  // addresses stay
   std::vector<Slot> slots_ = std::vector<Slot>(64);
   int last_ = -1;
+  std::string_view lastText_;
 };
 
 struct LedgerRow {
   std::int64_t id;
-  int pair, date, number;
+  int date, number;
   const LedgerFlag* flag;
   double quantity, net, price;
   double stockBefore, valueBefore, average, stock, value;
@@ -72,7 +76,9 @@ struct Balance {
 /// A goods in a warehouse.
 struct Pair {
   int goods = 0, warehouse = 0;
-  std::vector<std::uint32_t> rows;  // places in Books::rows, by date and id
+  // By date and id; the balancing lines are left out. Side by side, so that each check runs through memory in its
+  // order.
+  std::vector<LedgerRow> rows;
   Balance balance;
   double waitingIn = 0;   // received, not put away yet
   double waitingOut = 0;  // sold, not issued yet
@@ -98,7 +104,7 @@ struct Document {
   double total = 0, balancing = 0;  // of lines; the balancing line's part
   double pieces = 0;                // of lines
   std::int64_t firstLine = 0;
-  QString maker;  // of the first line; filled for those without a head
+  std::string_view lineTable;  // of the first line
   // in the ledgers
   int ledgerRows = 0;
   double ledgerTotal = 0, ledgerPieces = 0;
@@ -151,7 +157,6 @@ struct Books {
 
   Names goods, warehouses, numbers, dates;
   std::string closedUntil;      // the last day that a closing took, with its last second; empty: none did
-  std::vector<LedgerRow> rows;  // in the order of id; the balancing lines are left out
   std::int64_t ledgerRows = 0;  // all
   std::vector<Pair> pairs;
   std::vector<int> pairsInOrder;  // by codes
@@ -166,9 +171,10 @@ struct Books {
     const std::array<Value, sizeof...(Args)> values{Value(args)...};
     return db.select(sql, values);
   }
-  /// Rows of a table in the order of `id`, some at a time. `columns` follow the id. While some are taken the next ones
-  /// are read by another thread over the same connection, so `take` must not ask the database.
-  void eachChunk(std::string_view table, std::string_view columns, const std::function<void(const RowSet&)>& take);
+  /// Rows of a select in their order. `take` must not ask the database.
+  void walk(const SqlText& sql, const TakeRow& take) { walkRows(db, sql, {}, take); }
+  /// Rows of a table in the order of `id`. `columns` follow the id. `take` must not ask the database.
+  void eachRow(std::string_view table, std::string_view columns, const TakeRow& take);
   /// The share of the whole work that this step is, told to the operator.
   void step(int percent, const QString& doing);
 
@@ -178,8 +184,21 @@ struct Books {
   Document& document(std::string_view number);
   QString nameOf(const Pair& pair) const;
   const std::string& dateOf(const LedgerRow& row) const { return dates.text(row.date); }
+  /// For each of `dates` whether it is such a day: there are few of them, and many rows of each.
+  template <class Is>
+  std::vector<char> whichDates(Is is) const {
+    std::vector<char> which;
+    for (int i = 0; i < dates.size(); ++i)
+      which.push_back(is(dates.text(i)) ? 1 : 0);
+    return which;
+  }
 
  private:
+  /// The least and the greatest `id`; nothing of an empty table.
+  struct Ends {
+    std::int64_t first, last;
+  };
+  std::optional<Ends> endsOf(std::string_view table);
   void loadLedger();
   void loadBalances();
   void loadHeads();
@@ -190,7 +209,7 @@ struct Books {
   const Progress& progress_;
   int percent_ = 0;
   QString doing_;
-  std::unordered_map<std::int64_t, int> pairIndex_;
+  std::vector<std::vector<int>> pairsOfGoods_;  // a goods lies in few warehouses
 };
 
 /// Documents of this family leave the cost of their goods alone.

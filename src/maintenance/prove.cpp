@@ -53,28 +53,31 @@ void proveObjects(Books& books) {
 }  // namespace prove_detail
 
 void proveUnusual(Books& books) {
-  const auto placeOf = [&books](const LedgerRow& row) {
-    const QString number = row.number < 0 ? u"流水 "_qs + QString::number(row.id) : books.numbers.shown(row.number);
-    return Place{number + u' ' + books.nameOf(books.pairs[static_cast<std::size_t>(row.pair)]),
-                 QString::number(row.quantity) + u'，' + QString::fromStdString(books.dateOf(row)),
-                 {}};
-  };
-  const std::string today = clock::today().toStdString() + '~';
-  for (const LedgerRow& row : books.rows) {
-    if (std::max(std::fabs(row.quantity), std::fabs(row.net)) > mostUsual)
-      books.findings.add(Kind::OddFigure, [&] { return placeOf(row); });
-    if (books.dateOf(row) > today) books.findings.add(Kind::FutureDay, [&] { return placeOf(row); });
-  }
   // A set of an older build has no such table.
   const RowSet lock = stands(books.db, "select sd_lsid from jxc_zmsd")
                           ? books.select("select top 1 sd_rq,sd_lsid from jxc_zmsd order by id desc")
                           : RowSet();
-  if (!lock.isEmpty() && !lock.text(0, 0).isEmpty()) {
-    const std::string day = lock.text(0, 0).toStdString();
-    const std::int64_t lastThen = lock.integer(0, 1);
-    for (const LedgerRow& row : books.rows)
-      if (row.id > lastThen && books.dateOf(row) <= day + '~')
-        books.findings.add(Kind::LockedDay, [&] { return placeOf(row); });
+  const bool isAnyLocked = !lock.isEmpty() && !lock.text(0, 0).isEmpty();
+  const std::int64_t lastThen = isAnyLocked ? lock.integer(0, 1) : 0;
+  const std::string today = clock::today().toStdString() + '~';
+  const std::string lockedUntil = isAnyLocked ? lock.text(0, 0).toStdString() + '~' : std::string();
+  const std::vector<char> isFuture = books.whichDates([&](const std::string& day) { return day > today; });
+  const std::vector<char> isLocked =
+      books.whichDates([&](const std::string& day) { return isAnyLocked && day <= lockedUntil; });
+  for (const int index : books.pairsInOrder) {
+    const Pair& pair = books.pairs[static_cast<std::size_t>(index)];
+    for (const LedgerRow& row : pair.rows) {
+      const auto place = [&] {
+        const QString number = row.number < 0 ? u"流水 "_qs + QString::number(row.id) : books.numbers.shown(row.number);
+        return Place{number + u' ' + books.nameOf(pair),
+                     QString::number(row.quantity) + u'，' + QString::fromStdString(books.dateOf(row)),
+                     {}};
+      };
+      const auto date = static_cast<std::size_t>(row.date);
+      if (std::max(std::fabs(row.quantity), std::fabs(row.net)) > mostUsual) books.findings.add(Kind::OddFigure, place);
+      if (isFuture[date]) books.findings.add(Kind::FutureDay, place);
+      if (isLocked[date] && row.id > lastThen) books.findings.add(Kind::LockedDay, place);
+    }
   }
   const RowSet last = books.select(lastLogEntry);
   const QString day = last.isEmpty() || last.isNull(0, 0) ? QString() : last.text(0, 0).left(10);

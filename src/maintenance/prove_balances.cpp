@@ -78,25 +78,21 @@ bool isCostSetter(const LedgerRow& row) {
 }
 
 /// Whether something that does not set the cost was posted after the last row that does, before later rows.
-bool postedBehindCost(const Books& books, const Pair& pair) {
+bool postedBehindCost(const Pair& pair) {
   std::int64_t lastSetter = 0, latest = 0;
-  for (const std::uint32_t at : pair.rows) {
-    const LedgerRow& row = books.rows[at];
+  for (const LedgerRow& row : pair.rows)
     if (isCostSetter(row)) lastSetter = std::max(lastSetter, row.id);
-  }
   for (std::size_t i = 0; i + 1 < pair.rows.size(); ++i) {
-    const LedgerRow& row = books.rows[pair.rows[i]];
+    const LedgerRow& row = pair.rows[i];
     if (!isCostSetter(row)) latest = std::max(latest, row.id);
   }
   return latest > lastSetter;
 }
 
 /// A cost that the goods had here after some row.
-bool wasCost(const Books& books, const Pair& pair, double cost) {
-  return std::ranges::any_of(pair.rows, [&](std::uint32_t at) {
-    const LedgerRow& row = books.rows[at];
-    return sameFigure(row.average, cost) || sameFigure(row.price, cost);
-  });
+bool wasCost(const Pair& pair, double cost) {
+  return std::ranges::any_of(
+      pair.rows, [cost](const LedgerRow& row) { return sameFigure(row.average, cost) || sameFigure(row.price, cost); });
 }
 
 /// Costs and prices that a goods ever had.
@@ -140,8 +136,7 @@ GoodsSums sumGoods(const Books& books, const Around& around) {
       sum.costs.saw(price);
     sum.places += pair.balance.id != 0;
     if (pair.balance.id != 0) sum.balances.saw(pair.balance.cost);
-    for (const std::uint32_t at : pair.rows) {
-      const LedgerRow& row = books.rows[at];
+    for (const LedgerRow& row : pair.rows) {
       sum.moved = true;
       sum.last = std::max(sum.last, row.id);
       sum.costs.saw(row.average);
@@ -164,13 +159,12 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
   if (pair.balance.id == 0) {
     if (!pair.rows.empty())
       books.findings.add(Kind::BalanceMissing, [&] {
-        return Place{books.nameOf(pair), u"没有"_qs, numberText(books.rows[pair.rows.back()].stock)};
+        return Place{books.nameOf(pair), u"没有"_qs, numberText(pair.rows.back().stock)};
       });
     return;
   }
   double ledger = 0, sold = 0;
-  for (const std::uint32_t at : pair.rows) {
-    const LedgerRow& row = books.rows[at];
+  for (const LedgerRow& row : pair.rows) {
     ledger += row.inflow();
     if (row.flag && (row.flag->flag == "xs" || row.flag->flag == "xt")) sold += row.quantity;
   }
@@ -183,27 +177,26 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
         around.closed && (balance.sold > sold || !books.closedUntil.empty()) ? Kind::SoldClosed : Kind::Sold,
         place(balance.sold, sold));
 
-  const bool costIsSet =
-      std::ranges::any_of(pair.rows, [&](std::uint32_t row) { return isCostSetter(books.rows[row]); });
-  if (!costIsSet) return;  // the cost is that of a first sale, or of the opening entry
-  const double average = books.rows[pair.rows.back()].average;
+  if (std::ranges::none_of(pair.rows, isCostSetter))
+    return;  // the cost is that of a first sale, or of the opening entry
+  const double average = pair.rows.back().average;
   if (sameFigure(balance.cost, average)) return;
   const auto at = static_cast<std::size_t>(index);
-  const auto wasCancelled = [&](std::uint32_t row) {
-    return !isCostSetter(books.rows[row]) && books.rows[row].number >= 0 && books.log.cancelled(books.rows[row].number);
+  const auto wasCancelled = [&](const LedgerRow& row) {
+    return !isCostSetter(row) && row.number >= 0 && books.log.cancelled(row.number);
   };
   // A ledger that begins with a sale opens at the average that the goods has on the day of each replay.
-  const bool opensAtMaster = !books.rows[pair.rows.front()].movesAverage();
-  const bool behind = opensAtMaster || postedBehindCost(books, pair) || around.cancelledOutgoing[at] ||
+  const bool opensAtMaster = !pair.rows.front().movesAverage();
+  const bool behind = opensAtMaster || postedBehindCost(pair) || around.cancelledOutgoing[at] ||
                       around.cancelledTwice[at] || std::ranges::any_of(pair.rows, wasCancelled) ||
                       books.log.hasDeleted();
   // A cost that the goods may have had, in whatever warehouse. Where stock was short, it may lie outside of all prices.
   const GoodsSum& goods = sums.at(pair.goods);
   const bool explained = behind && (goods.negative || (around.mayGoShort && goods.cancelled && balance.cost != 0) ||
                                     goods.costs.holds(balance.cost, std::pow(10.0, -books.digits.money)));
-  const Kind kind = around.fixedCost && (explained || wasCost(books, pair, balance.cost)) ? Kind::WarehouseCostFixed
-                    : explained && !around.fixedCost                                      ? Kind::WarehouseCostBehind
-                                                                                          : Kind::WarehouseCost;
+  const Kind kind = around.fixedCost && (explained || wasCost(pair, balance.cost)) ? Kind::WarehouseCostFixed
+                    : explained && !around.fixedCost                               ? Kind::WarehouseCostBehind
+                                                                                   : Kind::WarehouseCost;
   books.findings.add(kind, place(balance.cost, average));
 }
 
@@ -211,42 +204,38 @@ void provePair(Books& books, Around& around, const GoodsSums& sums, int index) {
 
 void proveGoods(Books& books, const Around& around, const GoodsSums& sums) {
   std::vector<char> known(static_cast<std::size_t>(books.goods.size()));
-  books.eachChunk("jxc_goods", "g_sn,g_kc,g_pjjj", [&](const RowSet& set) {
-    for (int row = 0; row < set.rowCount(); ++row) {
-      if (set.utf8(row, 1) == "00000000") continue;
-      const int goods = books.goods.find(set.utf8(row, 1));
-      if (goods >= 0) known[static_cast<std::size_t>(goods)] = 1;
-      const auto found = goods < 0 ? sums.end() : sums.find(goods);
-      const GoodsSum sum = found == sums.end() ? GoodsSum{} : found->second;
-      const auto place = [&](double stored, double due) {
-        return [&set, row, stored, due] {
-          return Place{u"商品 "_qs + set.text(row, 1), numberText(stored), numberText(due)};
-        };
-      };
-      const double stock = set.number(row, 2);
-      if (!sameAmount(stock, sum.shelf)) books.findings.add(Kind::GoodsStock, place(stock, sum.shelf));
-      if (!sum.moved || std::fabs(sum.book) < 1e-9 || sum.lastSetter == 0) continue;
-      const double average = set.number(row, 3);
-      const double due = std::fabs(roundEps(sum.worth / sum.book, books.digits.money));
-      if (sameAmount(average, due)) continue;
-      // Within the costs that the goods has had, and something moved since a document last set it.
-      const double slack = std::pow(10.0, -books.digits.money);
-      CostRange costs = sum.costs;
-      costs.saw(sum.balances);
-      // A cancelled document may have left the goods short for a while, with an average beyond all that its rows tell
-      // now.
-      const bool plausible =
-          sum.negative || (around.mayGoShort && sum.cancelled && average != 0) || costs.holds(average, slack);
-      const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost || sum.cancelled;
-      // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
-      bool otherDigits = false;
-      for (int digits = books.digits.money + 1; digits < 7; ++digits)
-        otherDigits = otherDigits || sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
-      const Kind kind = plausible && behind ? Kind::GoodsAverageBehind
-                        : otherDigits       ? Kind::RunningOtherDigits
-                                            : Kind::GoodsAverage;
-      books.findings.add(kind, place(average, due));
-    }
+  books.eachRow("jxc_goods", "g_sn,g_kc,g_pjjj", [&](const WalkedRow& row) {
+    if (row.utf8(1) == "00000000") return;
+    const int goods = books.goods.find(row.utf8(1));
+    if (goods >= 0) known[static_cast<std::size_t>(goods)] = 1;
+    const auto found = goods < 0 ? sums.end() : sums.find(goods);
+    const GoodsSum sum = found == sums.end() ? GoodsSum{} : found->second;
+    const auto place = [&](double stored, double due) {
+      return [&row, stored, due] { return Place{u"商品 "_qs + row.text(1), numberText(stored), numberText(due)}; };
+    };
+    const double stock = row.number(2);
+    if (!sameAmount(stock, sum.shelf)) books.findings.add(Kind::GoodsStock, place(stock, sum.shelf));
+    if (!sum.moved || std::fabs(sum.book) < 1e-9 || sum.lastSetter == 0) return;
+    const double average = row.number(3);
+    const double due = std::fabs(roundEps(sum.worth / sum.book, books.digits.money));
+    if (sameAmount(average, due)) return;
+    // Within the costs that the goods has had, and something moved since a document last set it.
+    const double slack = std::pow(10.0, -books.digits.money);
+    CostRange costs = sum.costs;
+    costs.saw(sum.balances);
+    // A cancelled document may have left the goods short for a while, with an average beyond all that its rows tell
+    // now.
+    const bool plausible =
+        sum.negative || (around.mayGoShort && sum.cancelled && average != 0) || costs.holds(average, slack);
+    const bool behind = sum.last > sum.lastSetter || sum.places > 1 || around.fixedCost || sum.cancelled;
+    // Only more digits than now tell: fewer would call an average that was lost to zero a rounding.
+    bool otherDigits = false;
+    for (int digits = books.digits.money + 1; digits < 7; ++digits)
+      otherDigits = otherDigits || sameAmount(average, std::fabs(roundEps(sum.worth / sum.book, digits)));
+    const Kind kind = plausible && behind ? Kind::GoodsAverageBehind
+                      : otherDigits       ? Kind::RunningOtherDigits
+                                          : Kind::GoodsAverage;
+    books.findings.add(kind, place(average, due));
   });
   std::vector<char> knownPlaces(static_cast<std::size_t>(books.warehouses.size()));
   for (const Row row : books.select("select ck_sn from jxc_ckxx")) {
@@ -313,24 +302,23 @@ void proveMonths(Books& books) {
     double stock = 0, value = 0;
     const LedgerRow* last = nullptr;
     const LedgerRow* refreshed = nullptr;  // the last one that wrote the whole stock into the row of this month
-    bool strayed = false;                  // since then something of another month came
+    std::int64_t lastOther = 0;            // id of the last row of another month
+    bool strayed() const { return lastOther > (refreshed ? refreshed->id : 0); }
   };
   std::unordered_map<int, Warehouse> sums;
+  const std::string thisMonth = month.toStdString();
+  const std::vector<char> isNow = books.whichDates([&](const std::string& day) { return day.starts_with(thisMonth); });
   for (const Pair& pair : books.pairs) {
     Warehouse& at = sums[pair.warehouse];
     at.stock += pair.balance.shelf;
     at.value += pair.balance.shelf * pair.balance.cost;
-  }
-  const std::string thisMonth = month.toStdString();
-  for (const LedgerRow& row : books.rows) {
-    Warehouse& at = sums[books.pairs[static_cast<std::size_t>(row.pair)].warehouse];
-    at.last = &row;
-    const bool isNow = books.dateOf(row).starts_with(thisMonth);
-    if (isNow && isTradingRow(row)) {
-      at.refreshed = &row;
-      at.strayed = false;
-    } else {
-      at.strayed = at.strayed || !isNow;
+    const auto later = [](const LedgerRow& row, const LedgerRow* than) { return !than || row.id > than->id; };
+    for (const LedgerRow& row : pair.rows) {
+      if (later(row, at.last)) at.last = &row;
+      if (!isNow[static_cast<std::size_t>(row.date)])
+        at.lastOther = std::max(at.lastOther, row.id);
+      else if (isTradingRow(row) && later(row, at.refreshed))
+        at.refreshed = &row;
     }
   }
 
@@ -349,7 +337,7 @@ void proveMonths(Books& books) {
     if (sameStock && costChangedByHand) {
       // Recomputations and changes of the average leave month rows to the next document.
     } else if (due.refreshed) {
-      exact = due.refreshed == due.last || (!sameStock && !due.strayed);
+      exact = due.refreshed == due.last || (!sameStock && !due.strayed());
     }
     // A cancel leaves no row behind, but a line in the log; the one of another month refreshes another row.
     exact = exact && !prove_balances_detail::cancelledSince(books, *due.refreshed);

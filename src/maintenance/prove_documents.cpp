@@ -216,10 +216,7 @@ void proveLoans(Books& books) {
 
 std::unordered_set<std::string> numbersIn(Books& books, std::string_view table) {
   std::unordered_set<std::string> numbers;
-  books.eachChunk(table, "gl_djh", [&](const RowSet& set) {
-    for (int row = 0; row < set.rowCount(); ++row)
-      numbers.emplace(set.utf8(row, 1));
-  });
+  books.eachRow(table, "gl_djh", [&](const WalkedRow& row) { numbers.emplace(row.utf8(1)); });
   return numbers;
 }
 
@@ -230,10 +227,7 @@ class Headless {
       : books_(books),
         till_(numbersIn(books, "jxc_posxsd")),
         returned_(numbersIn(books, "jxc_posthd")),
-        gifts_(numbersIn(books, "jxc_dhd")) {
-    for (const Row row : books.select("select a_name from jxc_admin"))
-      operators_.insert(row.text("a_name").toStdString());
-  }
+        gifts_(numbersIn(books, "jxc_dhd")) {}
   void prove(const Document& document) {
     const std::string& number = books_.numbers.text(document.number);
     const auto rows = [&](int count) {
@@ -247,17 +241,20 @@ class Headless {
     if (document.cashRows > 0 && !elsewhere) books_.findings.add(Kind::CashOrphan, rows(document.cashRows));
     if (document.lines > 0)
       books_.findings.add(Kind::Draft, [&] {
-        const bool known = operators_.contains(document.maker.toStdString());
-        return Place{
-            numberOf(books_, document) + u" 操作员 "_qs + document.maker + (known ? QString() : u"（已不存在）"_qs),
-            u"%1 行明细"_qs.arg(document.lines),
-            {}};
+        const QString maker =
+            books_.select(compose("select a_name from {} where id=?", {document.lineTable}), document.firstLine)
+                .front()
+                .text("a_name");
+        const bool known = !books_.select("select a_name from jxc_admin where a_name=?", maker).isEmpty();
+        return Place{numberOf(books_, document) + u" 操作员 "_qs + maker + (known ? QString() : u"（已不存在）"_qs),
+                     u"%1 行明细"_qs.arg(document.lines),
+                     {}};
       });
   }
 
  private:
   Books& books_;
-  std::unordered_set<std::string> till_, returned_, gifts_, operators_;
+  std::unordered_set<std::string> till_, returned_, gifts_;
 };
 
 void proveCodes(Books& books) {

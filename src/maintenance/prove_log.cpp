@@ -26,19 +26,16 @@ void proveLog(Books& books) {
       return Place{.place = QStringLiteral("第%1号日志，%2，%3").arg(id).arg(time, note), .stored = stored, .due = due};
     });
   };
-  books.eachChunk("jxc_log", "log_time,a_name,log_note,log_hash", [&](const RowSet& set) {
-    for (const Row row : set) {
-      const QString time = row.text("log_time"), name = row.text("a_name"), note = row.text("log_note");
-      const QString stored = row.text("log_hash");
-      const bool holds =
-          std::ranges::any_of(above, [&](const QString& hash) { return stored == logHash(hash, time, name, note); });
-      if (holds) {
-        above = {stored};
-      } else {
-        const QString due = logHash(above.front(), time, name, note);
-        broken(row.integer("id"), time, note, stored, due);
-        above = {stored, due, above.back()};
-      }
+  books.eachRow("jxc_log", "log_time,a_name,log_note,log_hash", [&](const WalkedRow& row) {
+    const QString time = row.text(1), name = row.text(2), note = row.text(3), stored = row.text(4);
+    const bool holds =
+        std::ranges::any_of(above, [&](const QString& hash) { return stored == logHash(hash, time, name, note); });
+    if (holds) {
+      above = {stored};
+    } else {
+      const QString due = logHash(above.front(), time, name, note);
+      broken(row.integer(0), time, note, stored, due);
+      above = {stored, due, above.back()};
     }
   });
   if (const QString due = lastLogHash(books.db); due != above.front() && !isBroken)

@@ -98,7 +98,7 @@ void Walk::run(int pairIndex) {
   RunningStock beforeOpenings;  // and the opening rows just above, which may have been entered later than this row
   std::int64_t lastOpening = 0;
   for (std::size_t i = 0; i < pair_->rows.size(); ++i) {
-    const LedgerRow& row = books_.rows[pair_->rows[i]];
+    const LedgerRow& row = pair_->rows[i];
     isLast_ = i + 1 == pair_->rows.size();
     // What the goods cost before its first movement is history; the first row tells, unless it sets another cost.
     if (i == 0) before.average = row.average;

@@ -1,9 +1,11 @@
+#include "engine/row_walk.h"
 #include "engine/snapshot.h"
 #include "engine/transaction.h"
 #include "plan_book.h"
 #include "server/test_engine.h"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace jxc::statements_story_test {
 
@@ -58,6 +60,41 @@ TEST_F(StatementsStory, NumbersHaveOneRangeOnBothEngines) {
   }
   EXPECT_EQ(failureOf([&] { db->execute("update jxc_goods set g_pjjj=g_pjjj*100"); }).kind(), Kind::Arithmetic);
   EXPECT_EQ(number(*db, "select g_pjjj from jxc_goods where g_sn='1001'"), 99.9) << "and none of its rows changed";
+}
+
+TEST_F(StatementsStory, RowsThatAreWalkedAreThoseOfASelectInItsOrder) {
+  addGoods("1003", "布", 3);
+  addGoods("1000", "盒", 0);
+  db->execute("update jxc_goods set g_note='7.5x',g_pl=12 where g_sn='1002'");
+  db->execute("update jxc_goods set g_pjjj=null where g_sn='1003'");
+  const std::array from{Value(2)};
+  // Along the key, and sorted behind the reading.
+  for (const char* order : {"id", "g_sn", "g_pjjj desc,id"}) {
+    const std::string sql =
+        "select id,g_sn,g_pjjj,g_pl,g_note from jxc_goods where id>=? order by " + std::string(order);
+    const RowSet due = db->select(sql, from);
+    ASSERT_EQ(due.rowCount(), 3);
+    int row = 0;
+    walkRows(*db, sql, from, [&](const WalkedRow& walked) {
+      for (int column = 0; column < due.columnCount(); ++column) {
+        EXPECT_EQ(walked.isNull(column), due.isNull(row, column)) << order;
+        EXPECT_EQ(walked.number(column), due.number(row, column)) << order;
+        EXPECT_EQ(walked.integer(column), due.integer(row, column)) << order;
+        EXPECT_EQ(walked.utf8(column), due.utf8(row, column)) << order;
+        EXPECT_EQ(walked.text(column), due.text(row, column)) << order;
+      }
+      ++row;
+    });
+    EXPECT_EQ(row, 3) << order;
+    int taken = 0;
+    EXPECT_THROW(walkRows(*db, sql, from,
+                          [&](const WalkedRow&) {
+                            if (++taken == 2) throw std::out_of_range(order);
+                          }),
+                 std::out_of_range);
+    EXPECT_EQ(taken, 2) << order;
+  }
+  EXPECT_EQ(failureOf([&] { walkRows(*db, "select g_nothing from jxc_goods", {}, {}); }).kind(), Kind::UnknownName);
 }
 
 TEST_F(StatementsStory, TablesChangeAndComeBackWithASnapshot) {

@@ -3,7 +3,7 @@
 #include "engine/number_text.h"
 #include "engine/sqlite/date_functions.h"
 #include "engine/sqlite/function_arguments.h"
-#include "engine/sqlite/sums_by_key.h"
+#include "engine/sqlite/row_taker.h"
 
 #include <algorithm>
 #include <cmath>
@@ -331,7 +331,7 @@ void registerFunctions(sqlite3* connection) {
                                nullptr, nullptr);
   }
   registerDateFunctions(connection);
-  registerSums(connection);
+  registerRowTaker(connection);
 }
 
 }  // namespace jxc::sqlite

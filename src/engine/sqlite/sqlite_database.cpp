@@ -347,14 +347,34 @@ Value SqliteDatabase::lookup(const SqlText& sql, std::span<const Value> values) 
 RowSet SqliteDatabase::groupedSums(const SqlText& lines, std::span<const Value> values, int keys) {
   if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
   return readFresh(lines, values, [&](Statement& statement) {
-    const jet::Step& only = *statement.steps.front().plan;
     SumsByKey sums(statement.names, keys);
-    const StatementHandle walk = prepare(sums.over(only.sql), lines.view());
-    binder_.bind(walk.get(), only.parameters, values);
-    sums.bind(walk.get());
-    step(walk.get(), lines.view());
+    takeRows(statement, values, sums.over(statement.steps.front().plan->sql), lines.view(), sums);
     return sums.rows();
   });
+}
+
+void SqliteDatabase::walkRows(const SqlText& rows, std::span<const Value> values, const TakeRow& take) {
+  if (depth_ == 0 && !role_.file.isEmpty()) followSchema();
+  readFresh(rows, values, [&](Statement& statement) {
+    RowByRow each(statement.names, take);
+    const Step& only = statement.steps.front();
+    const std::string walk = each.inOrderOver(only.plan->sql);
+    if (readsInOrder(connection_.get(), walk))
+      takeRows(statement, values, walk, rows.view(), each);
+    else
+      jxc::walkRows(readRows(statement, only, values, rows.view()), take);
+    return true;
+  });
+}
+
+void SqliteDatabase::takeRows(const Statement& statement, std::span<const Value> values, const std::string& walk,
+                              std::string_view text, RowTaker& taker) {
+  const StatementHandle native = prepare(walk, text);
+  binder_.bind(native.get(), statement.steps.front().plan->parameters, values);
+  taker.bind(native.get());
+  const int code = sqlite3_step(native.get());
+  taker.rethrow();
+  if (code != SQLITE_ROW && code != SQLITE_DONE) fail(code, text);
 }
 
 // ---- writing ----

@@ -3,6 +3,7 @@
 
 #include "engine/bulk.h"
 #include "engine/database.h"
+#include "engine/row_walk.h"
 #include "engine/sqlite/checkpointer.h"
 #include "engine/sqlite/failure.h"
 #include "engine/sqlite/native.h"
@@ -23,6 +24,8 @@
 #include <vector>
 
 namespace jxc::sqlite {
+
+class RowTaker;
 
 /// From a statement's text to a plan; jet::translate, or plans made by hand in a test.
 using Translator = std::function<jet::Plan(std::string_view, const jet::Catalogue&)>;
@@ -63,6 +66,8 @@ class SqliteDatabase final : public Database, public Bulk {
 
   /// Rows of a select summed by their first `keys` columns (engine/grouped_sums.h).
   RowSet groupedSums(const SqlText& lines, std::span<const Value> values, int keys);
+  /// Rows of a select one by one (engine/row_walk.h).
+  void walkRows(const SqlText& rows, std::span<const Value> values, const TakeRow& take);
 
   sqlite3* native() const { return connection_.get(); }
   const FileRole& role() const { return role_; }
@@ -91,6 +96,8 @@ class SqliteDatabase final : public Database, public Bulk {
   StatementHandle prepare(const std::string& native, std::string_view text) const;
   template <class Read>
   auto readFresh(const SqlText& sql, std::span<const Value> values, Read read);
+  void takeRows(const Statement& statement, std::span<const Value> values, const std::string& walk,
+                std::string_view text, RowTaker& taker);
   RowSet readRows(Statement& statement, const Step& step, std::span<const Value> values, std::string_view text);
   std::int64_t runStep(const Step& step, std::span<const Value> values, std::string_view text,
                        const RowSet* driving = nullptr, int row = 0);

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <new>
 #include <string_view>
 #include <utility>
 
@@ -15,47 +14,20 @@ namespace jxc::sqlite {
 namespace sums_by_key_detail {
 
 constexpr std::size_t kFirstSlots = 1024;
-constexpr const char* kPointer = "jxc_sums";  // kind of the pointer that the function is given
 
 template <class Number>
 void append(std::string& key, Number number) {
   key.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
-void step(sqlite3_context* context, int, sqlite3_value** arguments) {
-  auto* const sums = static_cast<SumsByKey*>(sqlite3_value_pointer(arguments[0], kPointer));
-  if (sums == nullptr) return sqlite3_result_error(context, "jxc_sums is not for statements", -1);
-  try {
-    sums->add(arguments + 1);
-  } catch (const std::bad_alloc&) {
-    sqlite3_result_error_nomem(context);
-  }
-}
-
-void finish(sqlite3_context* context) {
-  sqlite3_result_null(context);
-}
-
 }  // namespace sums_by_key_detail
 
 SumsByKey::SumsByKey(std::shared_ptr<const ColumnNames> columns, int keys)
-    : columns_(std::move(columns)),
+    : RowTaker(std::move(columns)),
       keys_(keys),
       sumCount_(static_cast<int>(columns_->names().size()) - keys),
       slots_(sums_by_key_detail::kFirstSlots),
       cells_(std::vector<std::string>(columns_->names().begin(), columns_->names().begin() + keys)) {}
-
-std::string SumsByKey::over(const std::string& select) const {
-  std::string cells;  // by place: what a statement calls its columns stays with the plan
-  for (std::size_t i = 0; i < columns_->names().size(); ++i)
-    cells += (i > 0 ? ",c" : "c") + std::to_string(i);
-  return "with lines(" + cells + ") as (" + select + ") select jxc_sums(:sums," + cells + ") from lines";
-}
-
-void SumsByKey::bind(sqlite3_stmt* statement) {
-  sqlite3_bind_pointer(statement, sqlite3_bind_parameter_index(statement, ":sums"), this, sums_by_key_detail::kPointer,
-                       nullptr);
-}
 
 void SumsByKey::readKey(sqlite3_value** cells) {
   using namespace sums_by_key_detail;
@@ -144,12 +116,6 @@ RowSet SumsByKey::rows() const {
     }
   }
   return rows;
-}
-
-void registerSums(sqlite3* connection) {
-  using namespace sums_by_key_detail;
-  sqlite3_create_function_v2(connection, "jxc_sums", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr, nullptr, step,
-                             finish, nullptr);
 }
 
 }  // namespace jxc::sqlite
