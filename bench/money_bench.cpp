@@ -1,5 +1,6 @@
-// A partner with a hundred thousand ledger lines, one of them dated a year back: carrying the balance on, beside the
-// same reads and writes by hand on bare SQLite.
+// A partner with a hundred thousand lines in a ledger, one of them dated a year back: carrying the balance on, beside
+// the same reads and writes by hand on bare SQLite. What he owes, his invoices, and the account that expenses go by.
+#include "accounts/cash_ledger.h"
 #include "accounts/partner_ledger.h"
 #include "bare_shop.h"
 
@@ -22,74 +23,130 @@ QString daysBack(int days) {
   return kLastDay.addDays(-days).toString(Qt::ISODate);
 }
 
+struct Ledger {
+  const char* lines;  // in the name of the measurement
+  std::string_view table;
+  std::string whose;                                         // condition with the key of its balance
+  std::string_view date, opening, raised, lowered, balance;  // an empty one: it has none
+  std::vector<Field> fields;
+  void (*recompute)(const QString& date);
+  const char* master;  // keeps the last balance too
+};
+
+const Ledger& owed() {
+  static const Ledger ledger{"lines",
+                             "jxc_ysyfk",
+                             "k_type='kh' and k_ghskh='100001'",
+                             "k_rq",
+                             "k_qcje",
+                             "k_yfje",
+                             "k_sfje",
+                             "k_ljje",
+                             {{"k_type", u"kh"}, {"k_ghskh", kPartner}},
+                             [](const QString& date) { recomputeYsyfk(kPartner, PartnerType::Customer, date); },
+                             "update jxc_khxx set kh_lwje=? where kh_sn='100001'"};
+  return ledger;
+}
+const Ledger& invoices() {
+  static const Ledger ledger{"invoice lines",
+                             "jxc_fpdjb",
+                             "fp_check<>0 and fp_type='kh' and fp_ghskh='100001'",
+                             "fp_rq",
+                             "fp_qcje",
+                             "fp_yfje",
+                             "fp_kpje",
+                             "fp_ljje",
+                             {{"fp_type", u"kh"}, {"fp_ghskh", kPartner}, {"fp_check", 1}},
+                             [](const QString& date) { recomputeFp(kPartner, PartnerType::Customer, date); },
+                             nullptr};
+  return ledger;
+}
+const Ledger& expenses() {
+  static const Ledger ledger{"cash lines",
+                             "jxc_xjyh",
+                             "xj_chk='1' and xj_kmmc='现金'",
+                             "xj_rq",
+                             "",
+                             "xj_je",
+                             "",
+                             "xj_ljje",
+                             {{"xj_kmmc", u"现金"}, {"xj_chk", u"1"}},
+                             [](const QString& date) { recomputeXjyh(QStringLiteral("现金"), date); },
+                             nullptr};
+  return ledger;
+}
+
 /// Lines of a thousand days. The id of the first one of a year back; 36,600 lines stand from its day on.
-std::int64_t fillLedger() {
+std::int64_t fill(const Ledger& ledger) {
   std::int64_t back = 0;
   Transaction transaction(accountDb());
   for (int i = 0; i < kLines; ++i) {
     const int days = (kLines - 1 - i) / kLinesADay;
-    const auto id = insertRow("jxc_ysyfk", {{"k_type", u"kh"},
-                                            {"k_ghskh", kPartner},
-                                            {"k_rq", daysBack(days)},
-                                            {"k_yfje", 10.0 + i % 97},
-                                            {"k_sfje", 9.0 + i % 89},
-                                            {"k_qcje", 0.0},
-                                            {"k_yhje", 0.0},
-                                            {"k_ljje", 0.0}});
+    const auto id = insertRow(ledger.table, {{ledger.date, daysBack(days)},
+                                             {ledger.opening, 0.0},
+                                             {ledger.raised, 10.0 + i % 97},
+                                             {ledger.lowered, 9.0 + i % 89},
+                                             {ledger.balance, 0.0},
+                                             ledger.fields[0],
+                                             ledger.fields[1],
+                                             ledger.fields.size() > 2 ? ledger.fields[2] : Field{}});
     if (days == 365 && back == 0) back = id;
   }
-  recomputeYsyfk(kPartner, PartnerType::Customer, QString());
+  ledger.recompute(QString());
   transaction.commit();
   return back;
-}
-
-/// Another amount on the line of a year back: every later balance changes.
-void disturb(std::int64_t line, bool odd) {
-  execSql("update jxc_ysyfk set k_yfje=? where id=?", odd ? 500.25 : 400.75, line);
 }
 
 void report(benchmark::State& state) {
   state.counters["lines rewritten"] = state.range(0) ? 366 * kLinesADay : 0;
 }
 
-void backDatedLineStatements(benchmark::State& state) {
+/// Another amount on the line of a year back: every later balance changes.
+double amountOf(bool odd) {
+  return odd ? 500.25 : 400.75;
+}
+std::string setAmount(const Ledger& ledger) {
+  return "update " + std::string(ledger.table) + " set " + std::string(ledger.raised) + "=? where id=?";
+}
+
+void statements(benchmark::State& state, const Ledger& ledger) {
   Shop shop;
-  const auto line = fillLedger();
+  const auto line = fill(ledger);
   const QString date = daysBack(365);
+  const std::string amount = setAmount(ledger);
   bool odd = false;
   for (auto _ : state) {
     Transaction transaction(accountDb());
-    if (state.range(0)) disturb(line, odd = !odd);
-    recomputeYsyfk(kPartner, PartnerType::Customer, date);
+    if (state.range(0)) execSql(amount, amountOf(odd = !odd), line);
+    ledger.recompute(date);
     transaction.commit();
   }
   report(state);
 }
 
-void backDatedLineBare(benchmark::State& state) {
+void byHand(benchmark::State& state, const Ledger& ledger) {
   Shop shop;
-  const auto line = fillLedger();
+  const auto line = fill(ledger);
   sqlite3* db = shop.native();
+  const std::string table(ledger.table), date(ledger.date), balanceColumn(ledger.balance);
+  const std::string of = " from " + table + " where " + ledger.whose + " and " + date;
+  const auto or0 = [](std::string_view column) { return column.empty() ? std::string("0") : std::string(column); };
   Bare begin(db, "begin immediate"), commit(db, "commit");
-  Bare carried(
-      db, "select k_ljje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq<? order by k_rq desc,id desc limit 1");
-  Bare rows(db,
-            "select id,k_ljje,k_qcje,k_yfje,k_sfje from jxc_ysyfk where k_type=? and k_ghskh=? and k_rq>=? "
-            "order by k_rq,id");
-  Bare write(db, "update jxc_ysyfk set k_ljje=? where id=?");
-  Bare amount(db, "update jxc_ysyfk set k_yfje=? where id=?");
-  Bare master(db, "update jxc_khxx set kh_lwje=? where kh_sn=?");
-  const std::string side = "kh", partner = kPartner.toStdString(), date = daysBack(365).toStdString();
+  Bare carried(db, ("select " + balanceColumn + of + "<? order by " + date + " desc,id desc limit 1").c_str());
+  Bare rows(db, ("select id," + balanceColumn + "," + or0(ledger.opening) + "," + or0(ledger.raised) + "," +
+                 or0(ledger.lowered) + of + ">=? order by " + date + ",id")
+                    .c_str());
+  Bare write(db, ("update " + table + " set " + balanceColumn + "=? where id=?").c_str());
+  Bare amount(db, setAmount(ledger).c_str());
+  std::optional<Bare> master;
+  if (ledger.master) master.emplace(db, ledger.master);
+  const std::string from = daysBack(365).toStdString();
   bool odd = false;
   for (auto _ : state) {
     begin.run();
-    if (state.range(0)) {
-      odd = !odd;
-      amount << (odd ? 500.25 : 400.75) << static_cast<sqlite3_int64>(line);
-      amount.run();
-    }
+    if (state.range(0)) (amount << amountOf(odd = !odd) << static_cast<sqlite3_int64>(line)).run();
     double balance = 0;
-    carried << side << partner << date;
+    carried << from;
     if (carried.step()) balance = carried.number(0);
     carried.reset();
     struct Line {
@@ -97,33 +154,33 @@ void backDatedLineBare(benchmark::State& state) {
       double stored, change;
     };
     std::vector<Line> lines;  // read whole before it is written, like every row set
-    rows << side << partner << date;
+    rows << from;
     while (rows.step())
       lines.push_back({rows.integer(0), rows.number(1), rows.number(2) + rows.number(3) - rows.number(4)});
     rows.reset();
     for (const Line& each : lines) {
       balance += each.change;
       if (std::fabs(each.stored - balance) < 5e-7) continue;
-      write << std::round(balance * 1e6) / 1e6 << each.id;
-      write.run();
+      (write << std::round(balance * 1e6) / 1e6 << each.id).run();
     }
-    master << balance << partner;
-    master.run();
+    if (master) (*master << balance).run();
     commit.run();
   }
   report(state);
 }
 
-BENCHMARK(backDatedLineStatements)
-    ->Name("running balance of 36600 lines, statements")
-    ->Arg(1)
-    ->Arg(0)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(backDatedLineBare)
-    ->Name("running balance of 36600 lines, by hand")
-    ->Arg(1)
-    ->Arg(0)
-    ->Unit(benchmark::kMillisecond);
+const bool registered = [] {
+  for (const Ledger& (*ledger)() : {owed, invoices, expenses})
+    for (const bool isByHand : {false, true}) {
+      const std::string name = "running balance of 36600 " + std::string(ledger().lines);
+      benchmark::RegisterBenchmark((name + (isByHand ? ", by hand" : ", statements")).c_str(),
+                                   [=](benchmark::State& state) { (isByHand ? byHand : statements)(state, ledger()); })
+          ->Arg(1)
+          ->Arg(0)
+          ->Unit(benchmark::kMillisecond);
+    }
+  return true;
+}();
 
 }  // namespace money_bench
 }  // namespace jxc
