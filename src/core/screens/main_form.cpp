@@ -67,10 +67,6 @@ struct Busy {
   const bool before;  // the lock comes up over a screen, too
 };
 
-}  // namespace main_form_detail
-
-namespace main_form_detail {
-
 TF_MainForm*& theForm() {
   static TF_MainForm* form = nullptr;
   return form;
