@@ -168,7 +168,8 @@ TEST_F(Backups, ADiskThatTakesNoMoreLeavesTheLastGoodBackupAndTheBooks) {
   const auto count = [] { return lookupNumber("select count(*) from jxc_goodslist"); };
   const auto nothingIsDone = [&](const QString& words) {
     EXPECT_THROW(backUpNow(settings), DbError);
-    EXPECT_TRUE(backupState().failure.contains(words)) << backupState().failure.toStdString();
+    const QString told = backupState().failure;  // from a server, in the words of another copy
+    EXPECT_TRUE(test::onServer() ? !told.isEmpty() : told.contains(words)) << told.toStdString();
     EXPECT_EQ(backupState().file, good);
     // Commands that begin with a backup do not begin.
     EXPECT_EQ(clearData(Clearing::Business, {}, BackupFirst::Always, {}, prompt), Cleared::Refused);
@@ -225,7 +226,7 @@ TEST_F(Backups, AServerThatGoesAwayTakesEveryCommandBack) {
       EXPECT_EQ(changed(), std::set<QString>()) << name << ' ' << moment;
     }
   EXPECT_TRUE(kept().contains(QFileInfo(file).fileName()));
-  test::cutAtCommit("jxc_fkfs");
+  test::cutAtCommit("jxc_log");  // of which a clearing tells there
   EXPECT_EQ(clearData(Clearing::Business, {}, BackupFirst::Always, {}, prompt.willSayYes()), Cleared::Refused);
   EXPECT_TRUE(prompt.lastNotice().startsWith(u"数据没有清理，全部保持原样："_qs)) << prompt.lastNotice().toStdString();
   EXPECT_EQ(changed(), std::set<QString>());
