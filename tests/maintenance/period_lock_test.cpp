@@ -327,6 +327,7 @@ TEST_F(PeriodLockTest, NothingIsWrittenOnALockedDayAndOpenedAgainEverythingIs) {
   std::set<std::string_view> names{"rest", "sync"};  // of today alone: the test below
   for (const Command& each : commands) {
     names.insert(each.name);
+    if (each.name == "invoice audit") continue;  // its amount counts from today on: the test below
     const test::Books before = test::readBooks();
     EXPECT_FALSE(asked.does(each)) << each.name << ' ' << each.of;
     EXPECT_TRUE(asked.told.join(u' ').contains(u"账目已锁定到 2021-05-04"))
@@ -388,6 +389,12 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
   setParameter("cs_sprk", 1);
   const QString rest = receive(day, {{"A", 3, 5}}), left = receive(day, {{"A", 3, 5}});
   setParameter("cs_sprk", 0);
+  const auto byHand = [&] {
+    const QString number = *invoices::saveInvoice(
+        customerSide, {.partner = u"100001"_qs, .date = day, .amount = 9, .employee = u"100001"_qs}, prompt);
+    return invoices::Line{lookupValue("select id from jxc_fpdjb where gl_djh=?", number).toLongLong(), number};
+  };
+  const invoices::Line waitedLong = byHand(), waitsOn = byHand();
   const QString sold = sell(day, {{"A", 2, 9}}), deleted = waiting(loss, day), moved = waiting(sale, day);
   const QString rent = *expenses::save({.date = day,
                                         .type = u"费用"_qs,
@@ -414,6 +421,7 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
       prompt));
   prompt.willSayYes();
   EXPECT_TRUE(loan_return::save(*loan_return::open(loaned, 0, prompt), prompt));
+  EXPECT_TRUE(invoices::auditOne(customerSide, waitedLong, prompt.willSayYes()));
   EXPECT_TRUE(deleteWaitingDocument(loss, deleted, prompt.willSayYes()));
   EXPECT_TRUE(
       expenses::remove(lookupValue("select id from jxc_yyfy where gl_djh=?", rent).toLongLong(), prompt.willSayYes()));
@@ -436,6 +444,7 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
 
   lock(today);
   EXPECT_FALSE(partial::closeRest(partial::putaway, left, prompt));
+  EXPECT_FALSE(invoices::auditOne(customerSide, waitsOn, prompt.willSayYes()));
   execSql("update jxc_kcsp set kc_zsl=kc_zsl+1,kc_sl=kc_sl+1 where g_sn='B'");
   const RowSet astray = openSelect("select g_sn,ck_sn from jxc_kcsp where g_sn='B'");
   EXPECT_THROW(syncStock(astray, SyncWay::LedgerFollows), PeriodLocked);
