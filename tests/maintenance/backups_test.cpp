@@ -85,14 +85,23 @@ TEST_F(Backups, OnlyBackupsOfThisSetGrowTooOld) {
                          u"晴川进销存20_03_03_10_00_00.DAT"_qs,  // no books any more
                          u"晴川进销存20_02_02_10_00_00.DAT"_qs};
   const QStringList go{u"晴川进销存21_04_25_23_59_59.DAT"_qs, u"晴川进销存20_03_01_10_00_00_2.DAT"_qs};
-  const QString made = backUpNow(settings);
-  const QByteArray ours = bytesOf(made);
-  ASSERT_TRUE(QFile::remove(made) && QFile::remove(sumFileOf(made)));
+  const auto made = [this] {
+    const QString file = backUpNow(settings);
+    const QByteArray bytes = bytesOf(file);
+    EXPECT_TRUE(QFile::remove(file) && QFile::remove(sumFileOf(file)));
+    return bytes;
+  };
+  const QByteArray ours = made();
+  const QString key = lookupValue("select bz_set from jxc_backupzk");
+  execSql("update jxc_backupzk set bz_set='another'");
+  const QByteArray theirs = made();
+  execSql("update jxc_backupzk set bz_set=?", key);
   for (const QString& name : stay + go) {
-    writeBytes(path(u"kept/"_qs + name), name.contains(u"20_03_03"_qs) ? QByteArray("x") : ours);
+    writeBytes(path(u"kept/"_qs + name), name.contains(u"20_03_03"_qs)   ? QByteArray("x")
+                                         : name.contains(u"20_03_02"_qs) ? theirs
+                                                                         : ours);
     writeBytes(sumFileOf(path(u"kept/"_qs + name)), "x");
   }
-  openSqlite(path(u"kept/晴川进销存20_03_02_10_00_00.DAT"_qs))->execute("update jxc_backupzk set bz_set='another'");
   // The last good one may be old: a clock that went back, a shop that was closed.
   execSql("update jxc_backupzk set bz_file=?", path(u"kept/晴川进销存20_02_02_10_00_00.DAT"_qs));
   deleteBackupFiles(path(u"kept/"_qs));
