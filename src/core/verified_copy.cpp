@@ -4,6 +4,7 @@
 #include "engine/new_file.h"
 #include "engine/server.h"
 #include "engine/waiting.h"
+#include "platform/machine.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -136,6 +137,7 @@ VerifiedCopy::VerifiedCopy(Database& set, const QString& file) : file_(file) {
   verified_copy_detail::requireNoTransaction(set);
   if (Database::OpenReader open = set.readerOpener())
     work_ = std::make_unique<WorkBehind>([this, open = std::move(open)](const CopyReport& report) {
+      giveWayToOthers();  // stations on this machine post meanwhile
       const std::unique_ptr<Database> own = open();
       isMade_ = copyNow(*own, file_, report);
     });

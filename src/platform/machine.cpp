@@ -8,7 +8,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace jxc {
 
@@ -48,6 +51,12 @@ bool hasBrowser() {
   asked.start(QStringLiteral("xdg-mime"),
               {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("text/html")});
   return asked.waitForFinished(2000) && !asked.readAllStandardOutput().trimmed().isEmpty();
+}
+
+void giveWayToOthers() {
+  constexpr int lower = 10, lowest = 19;
+  const auto thread = static_cast<id_t>(::gettid());
+  ::setpriority(PRIO_PROCESS, thread, std::min(::getpriority(PRIO_PROCESS, thread) + lower, lowest));
 }
 
 QString userDataDirectory() {

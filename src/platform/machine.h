@@ -14,6 +14,8 @@ void makeFilesOfGroup();
 bool makePrivateFolder(const QString& path);
 /// Whether this machine has anything to show a page with.
 bool hasBrowser();
+/// From now on the calling thread works only while nobody who is waited for wants the processor.
+void giveWayToOthers();
 /// Where an installed program keeps the data of this user.
 QString userDataDirectory();
 
