@@ -6,6 +6,7 @@
 #include "core/enquiry.h"
 #include "core/prompt.h"
 #include "masterdata/partner_side.h"
+#include "stock/contract_ties.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,8 @@
 #include <optional>
 
 namespace jxc::contracts {
+
+using contract_ties::htLink;
 
 struct Draft {
   QString number;  // ht_sn; empty for a new one
