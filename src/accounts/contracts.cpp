@@ -195,7 +195,7 @@ bool deleteContract(const QString& number, Prompt& prompt, const attachments::Pr
     writeLog(u"删除合同，编号："_qs + number + u"，名称："_qs + rows.front().text("ht_name"));
     transaction.commit();
   }
-  const QStringList left = removeLeftFiles(progress);
+  const QStringList left = removeLeftFiles(&progress);
   if (!left.isEmpty()) prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + left.join(u"\r\n"_qs));
   return true;
 }
@@ -220,7 +220,7 @@ void dropAdded(const QString& number) {
   removeLeftFiles();
 }
 
-QStringList removeLeftFiles(const attachments::Progress& progress) {
+QStringList removeLeftFiles(const attachments::Progress* waiting) {
   QStringList left;
   // Inside a transaction that may be taken back, the contract may come back as well.
   if (accountDb().inTransaction()) return left;
@@ -229,10 +229,10 @@ QStringList removeLeftFiles(const attachments::Progress& progress) {
     const bool isOnServer = place.folder == attachments::kOnServer;
     std::optional<QString> why;
     const bool isNamed = exists("select top 1 id from jxc_htgl where ht_fujian=?", place.stored);
-    if (!isNamed && isOnServer && !progress)
+    if (!isNamed && isOnServer && !waiting)
       attachments::removeBeside(place);
     else if (!isNamed)
-      why = attachments::remove(place, progress);
+      why = attachments::remove(place, waiting ? *waiting : attachments::Progress());
     if (why) left << *why;
     if (!why || isOnServer) execSql("delete from jxc_htwj where id=?", row.integer("id"));
   }

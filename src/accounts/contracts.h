@@ -60,7 +60,7 @@ void dropAdded(const QString& number);
 /// Removes the files of contracts that are gone; why one is still there, in words. The next call tries those of a
 /// folder again. Whoever deletes a document that may have a contract calls it when that is done. Without progress a
 /// server is not waited for.
-QStringList removeLeftFiles(const attachments::Progress& progress = {});
+QStringList removeLeftFiles(const attachments::Progress* waiting = nullptr);
 
 /// Contracts of a period and with a key in number, name, its letters or the partner's, the newest first, with `u_name`
 /// and the partner's name as `ghs_name` on both sides.
