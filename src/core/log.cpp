@@ -2,7 +2,6 @@
 
 #include "core/backup.h"
 #include "core/clock.h"
-#include "core/file_names.h"
 #include "core/schema/schema.h"
 #include "core/session.h"
 #include "core/statements.h"
@@ -76,7 +75,7 @@ std::int64_t lastRow(Database& database, const QString& until) {
 
 /// A table that every spreadsheet program opens; its owner's alone, like a backup.
 QString writeRows(Database& database, std::int64_t end) {
-  const QString file = freeFileName(backupFolder(database), u"操作日志"_qs + backupStamp(), u".csv"_qs);
+  const QString file = QDir(backupFolder(database)).filePath(u"操作日志"_qs + backupStamp() + u".csv"_qs);
   QFile out(file);
   const auto fail = [&] {
     throw DbError(DbError::Kind::File, QStringLiteral("日志没有清除：不能另存到 %1：%2").arg(file, out.errorString()));

@@ -236,6 +236,7 @@ bool SheetBook::add(const Sheet& sheet, const std::function<bool()>& goesOn) {
 }
 
 bool SheetBook::finish(const std::function<bool()>& goesOn) {
+  if (goesOn && !goesOn()) return false;  // a small file would be there before the first look
   return making_->told([this, &goesOn] {
     bool isMoved = false;
     WorkBehind work([this, &isMoved](const WorkBehind::Report& report) {
