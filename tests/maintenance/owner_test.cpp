@@ -104,12 +104,13 @@ TEST_F(OwnerTest, TheOwnersWordIsAskedForAndGoesWithTheCommand) {
                               .amount = 3,
                               .employee = u"默认员工"_qs},
                              asked));
-  const closing::Command today{.request = {.day = u"2021-05-03"_qs}, .backsUp = false};
+  const closing::Request day{.day = u"2021-05-03"_qs};
+  const auto today = [&day] { return closing::Command{day, false, closing::whatGoes(day)}; };
   asked.secret.reset();
-  EXPECT_FALSE(closing::closePeriod(today, asked.willSayYes().willSayYes().willSayYes()));
+  EXPECT_FALSE(closing::closePeriod(today(), asked.willSayYes().willSayYes().willSayYes()));
   EXPECT_EQ(logged(), 1);
   asked.secret = u"any"_qs;
-  EXPECT_TRUE(closing::closePeriod(today, asked.willSayYes().willSayYes().willSayYes()));
+  EXPECT_TRUE(closing::closePeriod(today(), asked.willSayYes().willSayYes().willSayYes()));
   EXPECT_TRUE(exists("select id from jxc_log where log_note like '数据结算，取出日志%'"));
   EXPECT_EQ(asked.times, 4);
   // Tables that the owner made anew are a station's to read and write.

@@ -444,7 +444,7 @@ TEST_F(PeriodLockTest, WhatRefersToALockedDayGoesOnTodayAndWhatWaitsThereMayLeav
 
   lock(today);
   EXPECT_FALSE(partial::closeRest(partial::putaway, left, prompt));
-  EXPECT_FALSE(invoices::auditOne(customerSide, waitsOn, prompt.willSayYes()));
+  EXPECT_FALSE(invoices::auditOne(customerSide, waitsOn, prompt));
   execSql("update jxc_kcsp set kc_zsl=kc_zsl+1,kc_sl=kc_sl+1 where g_sn='B'");
   const RowSet astray = openSelect("select g_sn,ck_sn from jxc_kcsp where g_sn='B'");
   EXPECT_THROW(syncStock(astray, SyncWay::LedgerFollows), PeriodLocked);

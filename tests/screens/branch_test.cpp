@@ -142,7 +142,7 @@ TEST_F(BranchTest, WhatFailsOrIsStoppedLeavesNoFileAndNoDate) {
   rlimit usual{};
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  for (const rlim_t room : {rlim_t{0}, rlim_t{3000}, rlim_t{8000}}) {
+  for (const rlim_t room : {rlim_t{0}, rlim_t{1500}, rlim_t{3000}}) {
     const rlimit full{.rlim_cur = room, .rlim_max = usual.rlim_max};
     setrlimit(RLIMIT_FSIZE, &full);
     const auto file = exportBranch(may, {}, prompt);

@@ -140,7 +140,7 @@ TEST_F(ScreenTest, ALockIsSetAndOpenedByKeysAndARefusalLeadsToTheDate) {
   open("F_Zmsd", [&](ui::Screen& s) {
     EXPECT_EQ(s.field("dateCg").text(), QString()) << "no day that is locked already is proposed";
     EXPECT_TRUE(s.grid("gridWaiting").isEmpty());
-    press(s, "F5", QStringLiteral("请输入锁定日期！"));
+    press(s, "F5", QStringLiteral("日期必须填写！"));
     press(s, "F6",
           QStringLiteral("账目锁定到 2021-05-02，解除后这些日期的单据和账目又可以改动，\r\n\r\n确认解除锁定吗？"),
           Answer::Yes);
