@@ -1,8 +1,8 @@
 #include "core/startup.h"
 
-#include "core/data_module.h"
 #include "core/schema/catalogue_file.h"
 #include "core/set_files.h"
+#include "engine/error.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,16 +10,11 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <array>
 
 namespace jxc::startup_detail {
 
 inline constexpr const char* accountFile = "data/jxc.mdb";
 inline constexpr const char* catalogueFile = "data/codeinfo.dll";
-
-QStringList setFiles(const QString& pattern) {
-  return QDir(programPath(QStringLiteral("data"))).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
-}
 
 bool isDataFolderEmpty() {
   const QDir folder(programPath(QStringLiteral("data")));
@@ -38,21 +33,6 @@ void makeAccountFile(const QString& file) {
   }
 }
 
-/// Sets whose files are there are listed again, so that the key of the next new set does not lead to one of them and
-/// overwrite it.
-void listExistingSets() {
-  for (const QString& file : setFiles(QStringLiteral("jxc_*.mdb"))) {
-    const QString key = file.mid(4, file.size() - 8);
-    bool isKey = false;
-    key.toInt(&isKey);
-    if (!isKey || key.size() != 6) continue;
-    const std::array<Value, 3> values{Value(key), Value(file), Value(file)};
-    catalogueDb().execute(
-        "insert into jxc_xtzt (zt_sn,zt_name,zt_default,zt_forbid,zt_note,zt_dbname,zt_dbpwd) values (?,?,0,0,'',?,'')",
-        values);
-  }
-}
-
 }  // namespace jxc::startup_detail
 
 namespace jxc {
@@ -65,14 +45,7 @@ bool createFirstAccountSet() {
 }
 
 QStringList ensureCatalogue() {
-  const QString file = programPath(QLatin1String(startup_detail::catalogueFile));
-  const bool wasThere = QFileInfo::exists(file);
-  QStringList remarks = ensureCatalogueFile(file);
-  if (wasThere) return remarks;
-  dataModule().openCatalogue();
-  startup_detail::listExistingSets();
-  dataModule().closeCatalogue();
-  return remarks;
+  return ensureCatalogueFile(programPath(QLatin1String(startup_detail::catalogueFile)));
 }
 
 FriendlyFailure friendlyFailure(const std::exception& failure) {

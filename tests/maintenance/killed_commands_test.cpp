@@ -126,7 +126,6 @@ TEST_F(KilledCommands, LeaveTheSetFromBeforeOrTheOneFromAfter) {
   ASSERT_TRUE(makeVerifiedCopy(accountDb(), programPath(kCopy)));
   live(2, 60);
   accountDb().backupTo(programPath(kSet));
-  { const AccountSets catalogue; }  // a shop that has been opened has one
   shop = read(first.path(), {});
   const Books before = booksOf(kSet), copied = booksOf(kCopy);
   shop[kCopy] = test::bytesOf(programPath(kCopy));  // whoever opens it to write leaves another mark in it
@@ -144,7 +143,7 @@ TEST_F(KilledCommands, LeaveTheSetFromBeforeOrTheOneFromAfter) {
          return backup && restoreBackup(*backup, yes);
        }},
       {"backup", [](Prompt&) { return makeVerifiedCopy(accountDb(), programPath(kCopy)); }},
-      {"new set",
+      {"new set",  // and the catalogue, which is not there yet
        [](Prompt& yes) {
          AccountSets sets;
          return sets.add({.name = u"二店"_qs}, yes);

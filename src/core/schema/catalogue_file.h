@@ -6,9 +6,10 @@
 
 namespace jxc {
 
-/// Makes the catalogue with its built-in account set (`100001`, jxc.mdb, the default) when the file is missing, with
-/// its folder; a catalogue that is already there stays as it is. Throws DbError when it cannot be written or the file
-/// is no database of this program. Returns what its opening found that an operator should read.
+/// Makes the catalogue when the file is missing, with its folder, the built-in account set (`100001`, jxc.mdb, the
+/// default) and the sets whose files stand beside it; a catalogue that is already there stays as it is. It is there
+/// whole or not at all; half of one that an older program left is put aside under another name. Throws DbError when it
+/// cannot be written or the file is no database of this program. Returns what an operator should read of that.
 QStringList ensureCatalogueFile(const QString& path);
 
 }  // namespace jxc
