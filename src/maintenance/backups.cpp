@@ -1,11 +1,13 @@
 #include "maintenance/backups.h"
 
+#include "core/account_place.h"
 #include "core/backup.h"
 #include "core/build_info.h"
 #include "core/clock.h"
 #include "core/refusal.h"
 #include "core/session.h"
 #include "core/statements.h"
+#include "engine/presence.h"
 #include "maintenance/restoring.h"
 
 #include <QDir>
@@ -17,6 +19,7 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace jxc {
@@ -26,6 +29,7 @@ constexpr int longestPath = 200;   // of jxc_backup
 constexpr int longestWords = 250;  // of jxc_backupzk
 constexpr int rehearsalDays = 7;
 constexpr int mostHours = 24;
+constexpr std::chrono::minutes longestWaiting{10};  // a station that recomputes its whole ledger
 
 QString accountName() {
   return QString::fromUtf16(build::accountName);
@@ -70,11 +74,6 @@ bool isOfThisSet(const QString& file) {
   } catch (const DbError&) {
     return false;
   }
-}
-
-BackupSettings withKey(const BackupSettings& settings) {
-  setKey();
-  return settings;
 }
 
 QString shortWords(const QString& words) {
@@ -194,9 +193,38 @@ QString BackupState::rehearsalWords() const {
 
 // ---- a backup
 
+StateNote::StateNote()
+    : place_(placeOf(accountDb())), key_(backups_detail::setKey()), row_(backups_detail::stateRow()) {}
+
+void StateNote::write(const std::string& fields, std::vector<Value> values) {
+  isBegun_ = true;
+  const std::string statement = "update jxc_backupzk set " + fields + " where id=? and bz_set=?";
+  values.emplace_back(row_);
+  values.emplace_back(key_);
+  if (place_.isEmpty()) {
+    accountDb().execute(statement, values);
+    return;
+  }
+  work_ = std::make_unique<WorkBehind>(
+      [statement, values = std::move(values), place = place_](const WorkBehind::Report& report) {
+        const std::unique_ptr<Database> own = openAccountPlace(place);
+        for (const auto last = std::chrono::steady_clock::now() + backups_detail::longestWaiting;;) {
+          try {
+            own->execute(statement, values);
+            return;
+          } catch (const DbError& error) {
+            if (error.kind() != DbError::Kind::Busy || !report(0) || std::chrono::steady_clock::now() > last) throw;
+          }
+        }
+      });
+}
+
+void StateNote::result() {
+  if (work_) work_->result();
+}
+
 RunningBackup::RunningBackup(const BackupSettings& settings)
-    : settings_(backups_detail::withKey(settings)),
-      first_(std::make_unique<VerifiedCopy>(accountDb(), backupFileIn(settings.folder))) {}
+    : settings_(settings), first_(std::make_unique<VerifiedCopy>(accountDb(), backupFileIn(settings.folder))) {}
 
 /// The other disk gets a copy of its own from the set, so that what is wrong with one of them does not come to both.
 void RunningBackup::beginSecond() {
@@ -214,10 +242,34 @@ void RunningBackup::beginSecond() {
   }
 }
 
+void RunningBackup::writeDown() {
+  using namespace backups_detail;
+  if (second_) {
+    try {
+      second_->result();
+    } catch (const DbError& error) {
+      secondFailure_ = error.message();
+    }
+  }
+  if (firstFailure_) {
+    try {
+      std::rethrow_exception(firstFailure_);
+    } catch (const DbError& error) {
+      note_.write("bz_fail=?", {Value(shortWords(error.message()))});
+    }
+  } else if (isFirstMade_) {
+    const QString failure = secondFailure_.isEmpty() ? QString() : QStringLiteral("第二备份文件夹：") + secondFailure_;
+    note_.write("bz_time=?,bz_file=?,bz_fail=?",
+                {Value(clock::stamp()), Value(first_->file()), Value(shortWords(failure))});
+  }
+}
+
 bool RunningBackup::isDone() {
   if (!isFirstDone_ && !first_->isDone()) return false;
   if (!isFirstDone_) beginSecond();
-  return !second_ || second_->isDone();
+  if (second_ && !second_->isDone()) return false;
+  if (!note_.isBegun()) writeDown();
+  return note_.isDone() || !note_.isBegun();  // of one that was stopped nothing is written down
 }
 
 int RunningBackup::percent() const {
@@ -232,27 +284,9 @@ void RunningBackup::stop() {
 }
 
 QString RunningBackup::finish() {
-  using namespace backups_detail;
-  if (second_) {
-    try {
-      second_->result();
-    } catch (const DbError& error) {
-      secondFailure_ = error.message();
-    }
-  }
-  const std::int64_t row = stateRow();
-  if (firstFailure_) {
-    try {
-      std::rethrow_exception(firstFailure_);
-    } catch (const DbError& error) {
-      updateRow("jxc_backupzk", row, {{"bz_fail", shortWords(error.message())}});
-      throw;
-    }
-  }
+  note_.result();
+  if (firstFailure_) std::rethrow_exception(firstFailure_);
   if (!isFirstMade_) return {};
-  const QString failure = secondFailure_.isEmpty() ? QString() : QStringLiteral("第二备份文件夹：") + secondFailure_;
-  updateRow("jxc_backupzk", row,
-            {{"bz_time", clock::stamp()}, {"bz_file", first_->file()}, {"bz_fail", shortWords(failure)}});
   deleteBackupFiles(settings_.folder);
   if (second_ && secondFailure_.isEmpty()) deleteBackupFiles(settings_.secondFolder);
   return first_->file();
@@ -318,7 +352,7 @@ Rehearsal::Rehearsal() : file_(backupState().file) {
     } catch (const std::exception& failure) {
       failure_ = QString::fromUtf8(failure.what());
     }
-    isDone_ = true;
+    isProved_ = true;
   });
 }
 
@@ -327,11 +361,13 @@ Rehearsal::~Rehearsal() {
   thread_.join();
 }
 
-void Rehearsal::finish() {
-  using namespace backups_detail;
-  if (isStopped_) return;
-  updateRow("jxc_backupzk", stateRow(),
-            {{"bz_trytime", clock::stamp()}, {"bz_tryfile", file_}, {"bz_tryfail", shortWords(failure_)}});
+bool Rehearsal::isDone() {
+  if (!isProved_) return false;
+  if (isStopped_) return true;
+  if (!note_.isBegun())
+    note_.write("bz_trytime=?,bz_tryfile=?,bz_tryfail=?",
+                {Value(clock::stamp()), Value(file_), Value(backups_detail::shortWords(failure_))});
+  return note_.isDone();
 }
 
 }  // namespace jxc

@@ -3,13 +3,20 @@
 
 #include "core/prompt.h"
 #include "core/verified_copy.h"
+#include "engine/value.h"
+#include "engine/work_behind.h"
 
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
+#include <exception>
 #include <memory>
 #include <optional>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace jxc {
 
@@ -43,23 +50,47 @@ struct BackupState {
 };
 BackupState backupState();
 
+/// How a backup or a rehearsal went, written down behind the window: it may have to wait for stations that post. Over a
+/// connection of its own; where there can be no second one (a set in memory), at once.
+class StateNote {
+ public:
+  /// For the account set in use as it is now. Throws DbError.
+  StateNote();
+  /// `fields` of the state: their columns, "bz_time=?,bz_file=?".
+  void write(const std::string& fields, std::vector<Value> values);
+  bool isBegun() const { return isBegun_; }
+  bool isDone() const { return isBegun_ && (!work_ || work_->isDone()); }
+  /// Waits for the end. Throws DbError when it could not be written.
+  void result();
+
+ private:
+  QString place_;  // of the set; empty where there can be no second connection
+  QString key_;    // of the set: another one may stand at that place meanwhile
+  std::int64_t row_;
+  bool isBegun_ = false;
+  std::unique_ptr<WorkBehind> work_;
+};
+
 /// A backup on its way into the folders of the settings, while the window goes on working.
 class RunningBackup {
  public:
   /// Begins. Throws DbError.
   explicit RunningBackup(const BackupSettings& settings);
-  /// Whether it has come to its end; begins with the second folder when the first is done.
+  /// Whether it has come to its end; begins with the second folder when the first is done, and then to write down how
+  /// it went.
   bool isDone();
   int percent() const;
   void stop();
-  /// After its end: writes down how it went, and deletes what is too old. The file; empty when it was stopped. Throws
-  /// what stood against the first folder; what stood against the second stands in the state.
+  /// After its end: deletes what is too old. The file; empty when it was stopped. Throws what stood against the first
+  /// folder; what stood against the second stands in the state.
   QString finish();
 
  private:
   void beginSecond();
+  void writeDown();
 
   BackupSettings settings_;
+  StateNote note_;  // with the key of the set, which is in the first backup already
   std::unique_ptr<VerifiedCopy> first_, second_;
   std::exception_ptr firstFailure_;
   QString secondFailure_;
@@ -84,13 +115,15 @@ class Rehearsal {
   ~Rehearsal();
   Rehearsal(const Rehearsal&) = delete;
   Rehearsal& operator=(const Rehearsal&) = delete;
-  bool isDone() const { return isDone_; }
-  /// After its end: writes down the outcome.
-  void finish();
+  /// Whether it has come to its end; begins to write down the outcome when there is one.
+  bool isDone();
+  /// After its end. Throws DbError when the outcome could not be written down.
+  void finish() { note_.result(); }
 
  private:
   QString file_, failure_;
-  std::atomic<bool> isDone_ = false, isStopped_ = false;
+  StateNote note_;
+  std::atomic<bool> isProved_ = false, isStopped_ = false;
   std::thread thread_;
 };
 

@@ -1,5 +1,6 @@
 #include "maintenance/backups.h"
 
+#include "core/account_place.h"
 #include "core/at_work.h"
 #include "core/data_module.h"
 #include "core/program_directory.h"
@@ -264,6 +265,30 @@ TEST_F(Backups, ARehearsalSaysWhetherTheLastOneWouldServe) {
   EXPECT_TRUE(backupState().isAlarming());
   EXPECT_EQ(kept().size(), 1);
   EXPECT_EQ(QDir(path(u"program/data"_qs)).entryList({u"*.tmp*"_qs}), QStringList());
+}
+
+// The window looks at a backup behind it several times a second, and is never to wait for a station in those looks.
+TEST_F(Backups, WhatIsWrittenDownOfABackupWaitsForStationsBehindTheWindow) {
+  settings.secondFolder = path(u"second"_qs);
+  ASSERT_TRUE(saveBackupSettings(settings, prompt));
+  if (placeOf(accountDb()).isEmpty()) GTEST_SKIP() << "no second connection";
+  RunningBackup backup(settings);
+  const auto station = openAccountPlace(placeOf(accountDb()));
+  std::optional<Transaction> posting(std::in_place, *station);
+  station->execute("update jxc_company set c_jc='明视'");
+  const auto isDoneWithin = [&backup](int looks) {
+    for (; looks > 0 && !backup.isDone(); --looks)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return looks > 0;
+  };
+  while (files(path(u"second"_qs)).size() < 2)  // with its sum
+    ASSERT_FALSE(isDoneWithin(1));
+  EXPECT_FALSE(isDoneWithin(30));
+  EXPECT_EQ(backupState().words(), u"没有备份"_qs);
+  posting.reset();
+  EXPECT_TRUE(isDoneWithin(1000));
+  EXPECT_EQ(QFileInfo(backup.finish()).fileName(), kept().value(0));
+  EXPECT_EQ(backupState().words(), u"备份：05-03 14:30"_qs);
 }
 
 TEST_F(Backups, WhatIsNoBackupIsNamedAndChangesNothing) {
