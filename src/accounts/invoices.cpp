@@ -96,7 +96,9 @@ QString insertNew(const PartnerSide& side, const Draft& draft) {
 }
 
 /// What was invoiced in locked days stays; from an open day on more may be invoiced.
-Refusal takesBackLocked(const Row& row, double amount) {
+Refusal takesBackLocked(const RowSet& rows, double amount) {
+  if (rows.isEmpty()) return {};
+  const Row row = rows.front();
   const Refusal locked = lockedOn(row.text("fp_kprq"), OnDay::Booked);
   if (!locked || amount >= row.number("fp_kpje")) return {};
   return {locked.text + u"\r\n\r\n已登记的开票金额只能增加；要冲减请用“增加”开一张负数发票。"_qs, Subject::Amount};
@@ -180,7 +182,8 @@ std::optional<QString> saveInvoice(const PartnerSide& side, const Draft& typed, 
   if (draft.id == 0 && !partner_books::isPartnerChosen(side, draft.partner, prompt)) return {};
   if (refused({{draft.amount == 0, u"开票金额不能为0！"_qs, Subject::Amount},
                detail::wrongEmployee(draft.employee),
-               lockedOn(draft.date)},
+               lockedOn(draft.date),
+               draft.id == 0 ? Refusal() : detail::lockedLine(detail::rowOf(side, {draft.id, draft.number}))},
               prompt))
     return {};
   if (!detail::isUsual(draft.amount, draft.date, prompt)) return {};
@@ -249,7 +252,8 @@ bool registerInvoice(const PartnerSide& side, const Registration& typed, Prompt&
   // The day of the invoice counts: what was sold in a closed month is invoiced in this one.
   if (refused({{typed.amount < 0, u"开票金额不能为负数！"_qs, Subject::Amount},
                detail::wrongEmployee(typed.employee),
-               lockedOn(typed.date)},
+               lockedOn(typed.date),
+               detail::takesBackLocked(detail::rowOf(side, typed.line), typed.amount)},
               prompt))
     return false;
   if (!detail::isUsual(typed.amount, typed.date, prompt)) return false;
@@ -261,7 +265,7 @@ bool registerInvoice(const PartnerSide& side, const Registration& typed, Prompt&
     if (rows.isEmpty() || detail::shownOf(rows.front()) != typed.shown)
       changed = detail::changedByOthers();
     else
-      changed = detail::takesBackLocked(rows.front(), typed.amount);
+      changed = detail::takesBackLocked(rows, typed.amount);
     if (!changed) {
       const Row row = rows.front();
       updateRow("jxc_fpdjb", typed.line.id,
