@@ -146,8 +146,17 @@ bool restoreAnew(const AccountSet& set, OpenedBackup& backup, const CopyReport& 
   removeSetFile(beside);
   backup.database().backupTo(beside, report);
   if (!QFileInfo::exists(beside)) return false;
-  if (QFileInfo::exists(set.file)) moveSetFile(set.file, set.file + QStringLiteral(".old-") + backupStamp());
-  moveSetFile(beside, set.file);
+  const QString aside = set.file + QStringLiteral(".old-") + backupStamp();
+  const bool stoodThere = QFileInfo::exists(set.file);
+  if (stoodThere) moveSetFile(set.file, aside);
+  try {
+    moveSetFile(beside, set.file);
+  } catch (const DbError&) {
+    // Not restored after all, and nothing that the next opening of the catalogue would take for a set.
+    removeSetFile(beside);
+    if (stoodThere) moveSetFile(aside, set.file);
+    throw;
+  }
   return true;
 }
 

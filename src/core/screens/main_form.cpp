@@ -470,6 +470,7 @@ void TF_MainForm::loginAnew() {
   for (QTimer* const timer : {&Timer1, &TimerBackUp, &Timeremail, &clockTimer_})
     timer->stop();
   loggedIn_ = false;
+  wasLeftOut_.reset();  // whoever logs in anew reads what is there
   day_->stop();
   hide();
   ui::dropScreens();
