@@ -58,11 +58,12 @@ std::int64_t stateRow() {
 /// By which a set knows its own backups: made before the first of them, and in each of them since.
 QString setKey() {
   const std::int64_t row = stateRow();
-  QString key = lookupValue("select bz_set from jxc_backupzk where id=?", row);
+  const QString key = lookupValue("select bz_set from jxc_backupzk where id=?", row);
   if (!key.isEmpty()) return key;
-  key = QUuid::createUuid().toString(QUuid::WithoutBraces);
-  updateRow("jxc_backupzk", row, {{"bz_set", key}});
-  return key;
+  // Two stations may begin their first backup at once: one of them makes the key.
+  execSql("update jxc_backupzk set bz_set=? where id=? and (bz_set='' or bz_set is null)",
+          QUuid::createUuid().toString(QUuid::WithoutBraces), row);
+  return lookupValue("select bz_set from jxc_backupzk where id=?", row);
 }
 
 /// Two shops may keep their backups in one folder, and sets of the list may bear one name. What cannot be read is
