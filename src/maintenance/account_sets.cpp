@@ -133,7 +133,6 @@ bool copySet(const AccountSet& set, const QString& file, const CopyStep& step) {
 /// The books of a set that is not in use.
 std::unique_ptr<Database> openSet(const AccountSet& set) {
   if (!set.address.isEmpty()) return openAccountFile(set.file);
-  refuseNetworkShare(set.file);
   return openSqlite(set.file, {.essential = false});
 }
 
@@ -330,12 +329,14 @@ bool restoreAccountSet(const AccountSet& set, OpenedBackup& backup, Prompt& prom
                  QStringLiteral("所选的就是该帐套自己的文件，不用恢复。")},
                 prompt))
     return false;
+  if (set.address.isEmpty()) refuseNetworkShare(set.file);  // neither written into nor replaced there
   std::unique_ptr<Database> books;
   QString before = QStringLiteral("帐套“%1”的文件不见了，将由这份备份代替。").arg(set.name);
   try {
     if (isThere) books = openSet(set);
   } catch (const DbError& failure) {
-    if (!set.address.isEmpty()) throw;
+    // A server that does not answer, or a program that is at the file at this moment: it may be sound.
+    if (!set.address.isEmpty() || failure.kind() == DbError::Kind::Busy) throw;
     before = QStringLiteral("帐套“%1”的文件打不开，将由这份备份代替，原来的文件改名保留：%2")
                  .arg(set.name, failure.message());
   }
