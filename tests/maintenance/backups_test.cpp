@@ -275,7 +275,7 @@ TEST_F(Backups, WhatIsWrittenDownOfABackupWaitsForStationsBehindTheWindow) {
   RunningBackup backup(settings);
   const auto station = openAccountPlace(placeOf(accountDb()));
   std::optional<Transaction> posting(std::in_place, *station);
-  station->execute("update jxc_company set c_jc='明视'");
+  station->execute("update jxc_backupzk set bz_days=9");
   const auto isDoneWithin = [&backup](int looks) {
     for (; looks > 0 && !backup.isDone(); --looks)
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
