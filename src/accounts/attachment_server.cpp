@@ -13,8 +13,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <map>
 #include <memory>
-#include <vector>
 
 namespace jxc::attachments {
 namespace attachment_server_detail {
@@ -61,18 +61,18 @@ QString explained(const net::Result& result, const net::FtpServer& server) {
   throw AttachmentError(what + u"\r\n\r\n"_qs + explained(result, server));
 }
 
-/// Calls that nobody waits for. They end with the application: libcurl would be gone before what ends with the process.
-std::vector<std::unique_ptr<net::Call>>& errands() {
-  static std::vector<std::unique_ptr<net::Call>> calls = [] {
+/// Calls that nobody waits for, by the file that they remove. They end with the application: libcurl would be gone
+/// before what ends with the process.
+std::map<QString, std::unique_ptr<net::Call>>& errands() {
+  static std::map<QString, std::unique_ptr<net::Call>> calls = [] {
     qAddPostRoutine([] {
       const auto until = std::chrono::steady_clock::now() + kLastChance;
-      for (const auto& call : errands())
+      for (const auto& [file, call] : errands())
         call->wait([until](int) { return std::chrono::steady_clock::now() < until; });
       errands().clear();
     });
-    return std::vector<std::unique_ptr<net::Call>>();
+    return std::map<QString, std::unique_ptr<net::Call>>();
   }();
-  std::erase_if(calls, [](const auto& call) { return call->isOver(); });
   return calls;
 }
 
@@ -235,10 +235,23 @@ void removeFromServer(const QString& folder, const QString& name, const Progress
   if (!result.accepted) throw AttachmentError(detail::explained(result, server));
 }
 
-void removeFromServerBeside(const QString& folder, const QString& name) {
+Leaving removeFromServerBeside(const QString& folder, const QString& name) {
   namespace detail = attachment_server_detail;
+  const QString file = folder + u'/' + name;
+  auto& errands = detail::errands();
+  if (const auto begun = errands.find(file); begun != errands.end()) {
+    if (!begun->second->isOver()) return Leaving::Going;
+    const net::Result result = begun->second->wait();
+    errands.erase(begun);
+    if (result.accepted) return Leaving::Gone;
+    if (result.reason == net::Reason::Refused) {
+      writeLog(u"附件没有能够从FTP服务器删除：%1，服务器说：%2"_qs.arg(file, result.answer));
+      return Leaving::Kept;
+    }
+  }
   if (const auto settings = serverSettings())
-    detail::errands().push_back(net::removeFile(detail::serverOf(*settings), {folder, name}, detail::terms()));
+    errands.emplace(file, net::removeFile(detail::serverOf(*settings), {folder, name}, detail::terms()));
+  return Leaving::Going;
 }
 
 }  // namespace jxc::attachments

@@ -36,7 +36,8 @@ void storeOnServer(const QString& from, const QString& folder, const QString& na
 QString fetchFromServer(const QString& folder, const QStringList& names, const QString& shown,
                         const Progress& progress);
 void removeFromServer(const QString& folder, const QString& name, const Progress& progress);
-void removeFromServerBeside(const QString& folder, const QString& name);
+/// Begins to remove a file beside the window, or looks how far that is. Nothing when no server is set.
+Leaving removeFromServerBeside(const QString& folder, const QString& name);
 
 /// How long a server may be silent, and a file of certificates that count instead of the machine's (tests).
 void setServerTerms(std::chrono::milliseconds silence, const QString& authorities);

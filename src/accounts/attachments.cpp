@@ -160,12 +160,10 @@ std::optional<QString> remove(const Place& place, const Progress& progress) {
   return file.fileName() + u"\r\n\r\n"_qs + file.errorString();
 }
 
-void removeBeside(const Place& place) {
+Leaving removeBeside(const Place& place) {
   using namespace attachments_detail;
-  if (place.folder != kOnServer)
-    remove(place);
-  else if (isPlainName(place.stored))
-    removeFromServerBeside(serverFolderOf(*place.side), place.stored);
+  if (place.folder != kOnServer) return remove(place) ? Leaving::Going : Leaving::Gone;
+  return isPlainName(place.stored) ? removeFromServerBeside(serverFolderOf(*place.side), place.stored) : Leaving::Gone;
 }
 
 }  // namespace jxc::attachments

@@ -19,6 +19,13 @@ inline constexpr const char16_t* kOnServer = u"远程FTP服务器";
 /// Where a new attachment goes.
 enum class Keeper : std::uint8_t { Folder, Server };
 
+/// How far a file is that is removed beside the window.
+enum class Leaving : std::uint8_t {
+  Going,  // or not begun, or the server was away: ask again
+  Gone,
+  Kept  // the server said no, which the log tells
+};
+
 /// Of a transfer, 0 to 100; false stops it. Called in the caller's thread, many times a second while a server is waited
 /// for: a window stays alive by it. A file in a folder is copied a megabyte at a time.
 using Progress = std::function<bool(int percent)>;
@@ -58,7 +65,8 @@ QString fetch(const Place& place, const Progress& progress = {});
 /// Removes a stored file; never one under its shown name, and nothing outside of the two folders of either keeper. Why
 /// it is still there, in words; nothing when it is gone.
 std::optional<QString> remove(const Place& place, const Progress& progress = {});
-/// The same, for whoever cannot wait: a file on a server is removed beside the window, and stays when that fails.
-void removeBeside(const Place& place);
+/// The same, for whoever cannot wait: a file on a server is removed beside the window. Whoever asks again learns what
+/// came of it, and begins anew where the server was not reached.
+Leaving removeBeside(const Place& place);
 
 }  // namespace jxc::attachments

@@ -12,6 +12,8 @@
 #include "stock/contract_ties.h"
 #include "stock/document_family.h"
 
+#include <QStringList>
+
 namespace jxc::contracts {
 namespace contracts_detail {
 
@@ -96,6 +98,34 @@ std::optional<QString> write(const PartnerSide& side, const Draft& draft, const 
   }
   writeLog((draft.number.isEmpty() ? u"增加合同，编号："_qs : u"修改合同，编号："_qs) + number + u"，名称："_qs + name);
   return number;
+}
+
+/// A file on a server that is waited for.
+struct Awaited {
+  QString stored;
+  const attachments::Progress& progress;
+};
+
+/// Why files are still there, in words. The note of a file goes when the file has gone, or its server was waited for or
+/// has said no.
+QStringList removeLeft(const Awaited* awaited) {
+  QStringList left;
+  // Inside a transaction that may be taken back, the contract may come back as well.
+  if (accountDb().inTransaction()) return left;
+  for (const Row row : openSelect("select * from jxc_htwj")) {
+    const Place place = placeOf(row);
+    const bool isOnServer = place.folder == attachments::kOnServer;
+    bool isDone = exists("select top 1 id from jxc_htgl where ht_fujian=?", place.stored);
+    if (!isDone && isOnServer && !(awaited && awaited->stored == place.stored)) {
+      isDone = attachments::removeBeside(place) != attachments::Leaving::Going;
+    } else if (!isDone) {
+      const auto why = attachments::remove(place, awaited ? awaited->progress : attachments::Progress());
+      if (why) left << *why;
+      isDone = !why || isOnServer;
+    }
+    if (isDone) execSql("delete from jxc_htwj where id=?", row.integer("id"));
+  }
+  return left;
 }
 
 }  // namespace contracts_detail
@@ -186,16 +216,19 @@ std::optional<QString> attachmentToOpen(const QString& number, Prompt& prompt, c
 bool deleteContract(const QString& number, Prompt& prompt, const attachments::Progress& progress) {
   namespace detail = contracts_detail;
   if (!prompt.ask(QStringLiteral("您确定要删除该合同信息吗！"))) return false;
+  QString stored;
   {
     Transaction transaction(accountDb());
     const RowSet rows = detail::rowOf(number);
     if (rows.isEmpty()) return true;  // another operator was quicker: the list is read anew
+    stored = rows.front().text("ht_fujian");
     detail::untie(number);
     contract_ties::deleteContract(number);
     writeLog(u"删除合同，编号："_qs + number + u"，名称："_qs + rows.front().text("ht_name"));
     transaction.commit();
   }
-  const QStringList left = removeLeftFiles(&progress);
+  const detail::Awaited awaited{stored, progress};
+  const QStringList left = detail::removeLeft(&awaited);
   if (!left.isEmpty()) prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + left.join(u"\r\n"_qs));
   return true;
 }
@@ -220,23 +253,8 @@ void dropAdded(const QString& number) {
   removeLeftFiles();
 }
 
-QStringList removeLeftFiles(const attachments::Progress* waiting) {
-  QStringList left;
-  // Inside a transaction that may be taken back, the contract may come back as well.
-  if (accountDb().inTransaction()) return left;
-  for (const Row row : openSelect("select * from jxc_htwj")) {
-    const attachments::Place place = contracts_detail::placeOf(row);
-    const bool isOnServer = place.folder == attachments::kOnServer;
-    std::optional<QString> why;
-    const bool isNamed = exists("select top 1 id from jxc_htgl where ht_fujian=?", place.stored);
-    if (!isNamed && isOnServer && !waiting)
-      attachments::removeBeside(place);
-    else if (!isNamed)
-      why = attachments::remove(place, waiting ? *waiting : attachments::Progress());
-    if (why) left << *why;
-    if (!why || isOnServer) execSql("delete from jxc_htwj where id=?", row.integer("id"));
-  }
-  return left;
+void removeLeftFiles() {
+  contracts_detail::removeLeft(nullptr);
 }
 
 Sql contractList(const PartnerSide& side, const Criteria& criteria) {

@@ -9,7 +9,6 @@
 #include "stock/contract_ties.h"
 
 #include <QString>
-#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -57,10 +56,9 @@ void htDelete(const QString& number);
 /// The same for the draft of a document that is left without saving: of one that was picked for another document
 /// meanwhile nothing goes.
 void dropAdded(const QString& number);
-/// Removes the files of contracts that are gone; why one is still there, in words. The next call tries those of a
-/// folder again. Whoever deletes a document that may have a contract calls it when that is done. Without progress a
-/// server is not waited for.
-QStringList removeLeftFiles(const attachments::Progress* waiting = nullptr);
+/// Removes the files of contracts that are gone, those on a server beside the window; what could not be reached is
+/// tried again with the next call. Whoever deletes a document that may have a contract calls it when that is done.
+void removeLeftFiles();
 
 /// Contracts of a period and with a key in number, name, its letters or the partner's, the newest first, with `u_name`
 /// and the partner's name as `ghs_name` on both sides.

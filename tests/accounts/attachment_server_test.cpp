@@ -194,6 +194,24 @@ TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtO
   EXPECT_EQ(contractsWritten(), "1");
   EXPECT_TRUE(comesTo({storedName(u"100001"_qs)}));
 
+  // With a server that is away the note of the file stays, and the file goes when it is back.
+  server.mood("");
+  const auto second = save(file);
+  ASSERT_TRUE(second) << prompt.lastNotice().toStdString();
+  auto away = settings();
+  away.port = u"1"_qs;
+  use(away);
+  contracts::htDelete(*second);
+  use(settings());
+  const auto notes = [] { return lookupValue("select count(*) from jxc_htwj"); };
+  EXPECT_EQ(notes(), "1");
+  for (int waited = 0; waited < 5000 && notes() != "0"; waited += 20) {
+    contracts::removeLeftFiles();
+    QThread::msleep(20);
+  }
+  EXPECT_EQ(notes(), "0");
+  EXPECT_EQ(server.files(), QStringList{storedName(u"100001"_qs)});
+
   server_->goAway();
   const QString left = storedName(u"100001"_qs);
   EXPECT_TRUE(contracts::deleteContract(u"100001"_qs, prompt.willSayYes()));
