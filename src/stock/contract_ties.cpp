@@ -86,7 +86,7 @@ Refusal against(const DocumentFamily& family, const QString& contract, const QSt
   if (rows.isEmpty() || rows.front().text("ht_type") != contract_ties_detail::typeOf(family))
     return {u"合同 "_qs + contract + u" 刚刚被其他操作员删除，请重新选择合同！"_qs};
   const Row row = rows.front();
-  if (row.text("ghs_sn") == partner || isAdded(contract)) return {};
+  if (row.text("ghs_sn") == partner || isOfOwnDraft(contract)) return {};
   const DocumentPartner& side = partnerOf(family);
   return {u"合同“%1”是与“%2”签订的，请重新选择合同！"_qs.arg(
       row.text("ht_name"),

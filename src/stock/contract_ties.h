@@ -21,7 +21,7 @@ QString addedForDraft(const DocumentFamily& family);
 QString shown(const QString& contract);
 
 /// Why a document of this partner cannot have the contract: another operator has deleted it, or it was made with
-/// somebody else. One that was added for the document follows its partner.
+/// somebody else. One that this operator added for what he is making follows its partner.
 Refusal against(const DocumentFamily& family, const QString& contract, const QString& partner);
 /// A document is saved with this contract: the contract tells its partner and its number from now on. Of one that was
 /// picked, whoever added it, nothing goes any more. Inside the caller's transaction.

@@ -422,6 +422,7 @@ TEST_F(DocumentContracts, TheyFollowTheWaitingDocumentFromBothEnds) {
 TEST_F(DocumentContracts, AContractIsWithThePartnerOfItsDocument) {
   execSql("insert into jxc_khxx (kh_sn,kh_name,kh_jm,kh_forbid) values ('100002','第二中学','DEZX',0)");
   const QString picked = stands(customerSide, u"年度"_qs);
+  execSql("insert into jxc_htdj (ht_sn,a_name) values (?,'小王')", picked);  // a colleague added it for what he makes
   QString number;
   open("F_Spxs", [&](ui::Screen& s) {
     number = s.field("jsn").text();
