@@ -101,7 +101,7 @@ void htLink(const QString& contract, const QString& partner, const QString& docu
   execSql("update jxc_htgl set ghs_sn=?,gl_djh=? where ht_sn=?", partner, document, contract);
 }
 
-Refusal change(const DocumentFamily& family, const QString& document, const QString& contract) {
+Refusal change(const DocumentFamily& family, const QString& document, const QString& seen, const QString& contract) {
   using namespace contract_ties_detail;
   Transaction transaction(accountDb());
   if (const Refusal locked = linesLocked(family, document)) return locked;
@@ -111,6 +111,7 @@ Refusal change(const DocumentFamily& family, const QString& document, const QStr
   if (heads.isEmpty()) return {changedMeanwhile(document)};
   const Row head = heads.front();
   if (head.text(family.contract) == contract) return {};
+  if (head.text(family.contract) != seen) return {changedMeanwhile(document)};
   const QString partner = head.text(family.partner);
   if (const Refusal stands = against(family, contract, partner)) return stands;
   giveUp(family, document);

@@ -26,9 +26,10 @@ Refusal against(const DocumentFamily& family, const QString& contract, const QSt
 /// A document is saved with this contract: the contract tells its partner and its number from now on. Of one that was
 /// picked, whoever added it, nothing goes any more. Inside the caller's transaction.
 void htLink(const QString& contract, const QString& partner, const QString& document);
-/// A waiting document gets another contract, or none (empty): an added one that it had goes. Its own transaction.
-/// Refused: it waits no longer, its day is locked, or what `against` says.
-Refusal change(const DocumentFamily& family, const QString& document, const QString& contract);
+/// A waiting document gets another contract, or none (empty), in place of the one that the operator saw: when it was
+/// added, it goes. Its own transaction. Refused: it waits no longer or has another one meanwhile, its day is locked, or
+/// what `against` says.
+Refusal change(const DocumentFamily& family, const QString& document, const QString& seen, const QString& contract);
 
 /// A waiting document goes: contracts that were picked stay and are tied to another document that has them, or to none;
 /// one that was added for it goes with it. Inside the caller's transaction, before the head goes.

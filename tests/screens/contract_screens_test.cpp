@@ -369,7 +369,7 @@ TEST_F(DocumentContracts, TheyFollowTheWaitingDocumentFromBothEnds) {
     // An audit and its cancel leave both as they are.
     for (const QString& number : {withPicked, withAdded}) {
       ASSERT_EQ(checkDj(family, number, prompt), AuditOutcome::Audited);
-      EXPECT_TRUE(contract_ties::change(family, number, {})) << "it waits no longer";
+      EXPECT_TRUE(contract_ties::change(family, number, {}, {})) << "it waits no longer";
       ASSERT_TRUE(cancelDocument(number, prompt.willSayYes()));
     }
     EXPECT_EQ(rows(onHead), "100001 | 100002");
@@ -437,7 +437,7 @@ TEST_F(DocumentContracts, AContractIsWithThePartnerOfItsDocument) {
   EXPECT_EQ(tie(), u"100001 100001 / 100001 100001 "_qs + number);
   EXPECT_EQ(changeWaitingHead(families::sale, number, {.partner = "100002"}, prompt), number);
   EXPECT_EQ(tie(), " 100002 / 100001 100001 ");
-  EXPECT_EQ(contract_ties::change(families::sale, number, picked).text,
+  EXPECT_EQ(contract_ties::change(families::sale, number, {}, picked).text,
             "合同“年度”是与“普通客户”签订的，请重新选择合同！");
   contracts::Draft draft;
   draft.name = u"团购"_qs;
@@ -445,11 +445,12 @@ TEST_F(DocumentContracts, AContractIsWithThePartnerOfItsDocument) {
   draft.employee = u"100001"_qs;
   draft.ofDocument = true;
   const QString added = contracts::saveContract(customerSide, draft, prompt).value_or(QString());
-  EXPECT_FALSE(contract_ties::change(families::sale, number, added));
+  EXPECT_TRUE(contract_ties::change(families::sale, number, picked, added)) << "it is not what the operator saw";
+  EXPECT_FALSE(contract_ties::change(families::sale, number, {}, added));
   EXPECT_EQ(changeWaitingHead(families::sale, number, {.partner = "100001"}, prompt), number);
   EXPECT_EQ(tie(), u"100002 100001 / 100001 100001  | 100002 100001 "_qs + number) << "it was made for the document";
   execSql("insert into jxc_zmsd (sd_rq,sd_lsid) values ('2021-05-03',0)");
-  EXPECT_TRUE(contract_ties::change(families::sale, number, {})) << "no field of a locked document";
+  EXPECT_TRUE(contract_ties::change(families::sale, number, added, {})) << "no field of a locked document";
   EXPECT_TRUE(deleteWaitingDocument(families::sale, number, prompt.willSayYes())) << "but whole it may go";
   EXPECT_EQ(contracts(), "100001 100001 ");
 

@@ -274,7 +274,7 @@ void TradingScreen::chooseContractOfWaiting() {
   if (!chosen || *chosen == before) return;
   const bool agreed =
       !contract_ties::isAdded(before) || prompt().ask(trading_screen_detail::goesQuestion(before, u"换下"_qs));
-  const Refusal stands = agreed ? contract_ties::change(family, number, *chosen) : Refusal();
+  const Refusal stands = agreed ? contract_ties::change(family, number, before, *chosen) : Refusal();
   if (!agreed || stands) contracts::dropAdded(*chosen);
   contracts::removeLeftFiles();
   isRefused(stands, prompt());
