@@ -85,8 +85,10 @@ class Session {
     // Looked for only when it is missed: each transfer would pay a round trip for it.
     result = enter(folderOf(server_));
     if (!result.accepted) return result;
-    result = order(kMake, folderOf(server_), file.folder);
-    return result.accepted ? send(from, file) : result;
+    const Result made = order(kMake, folderOf(server_), file.folder);
+    if (made.outcome != Outcome::Answered) return made;
+    result = send(from, file);  // another station may have made it meanwhile
+    return result.reason == Reason::Folder && !made.accepted ? made : result;
   }
 
   Result retrieve(const FtpFile& file, QIODevice& to) {
