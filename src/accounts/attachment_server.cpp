@@ -107,11 +107,16 @@ Refusal cannotBe(const ServerSettings& settings) {
   return {};
 }
 
-QString trustQuestion(const QString& host, const net::Certificate& certificate) {
-  return u"服务器 %1 的证书不能核实：它不是由公认的机构为这个名称签发的，或者已经过期。店内自己的存储服务器常常是这样。"
-         u"\r\n\r\n证书：%2\r\n有效期至：%3\r\nSHA-256指纹：%4\r\n\r\n"
+QString trustQuestion(const QString& host, const net::Result& result) {
+  const net::Certificate& certificate = result.certificate;
+  const QString why =
+      result.reason == net::Reason::OtherKey
+          ? u"服务器 %1 出示的不是原来信任的证书：它换了证书，或者有人冒充它。"_qs
+          : u"服务器 %1 的证书不能核实：它不是由公认的机构为这个名称签发的，或者已经过期。店内自己的存储服务器常常是这样。"_qs;
+  return why.arg(host) +
+         u"\r\n\r\n证书：%1\r\n有效期至：%2\r\nSHA-256指纹：%3\r\n\r\n"
          u"请与服务器管理页面上显示的指纹核对。一致时，要信任这张证书吗？信任前不会发送用户名和密码。"_qs.arg(
-             host, certificate.subject, certificate.expires, certificate.fingerprint);
+             certificate.subject, certificate.expires, certificate.fingerprint);
 }
 
 QString plainQuestion(const QString& host) {
@@ -187,7 +192,7 @@ bool testServer(ServerSettings& settings, Prompt& prompt, const Progress& progre
       return false;
     }
     if (!result.certificate.pin.isEmpty()) {
-      if (!prompt.ask(detail::trustQuestion(server.host, result.certificate))) return false;
+      if (!prompt.ask(detail::trustQuestion(server.host, result))) return false;
       settings.trusted = result.certificate.pin;
     } else if (result.reason == net::Reason::Unencrypted && server.trusted.isEmpty()) {
       if (!prompt.ask(detail::plainQuestion(server.host))) return false;

@@ -252,6 +252,8 @@ TEST_F(AttachmentServer, NoPasswordReachesACertificateThatNobodyVouchesForUntilT
   use(settings);
   EXPECT_FALSE(save(file));
   EXPECT_TRUE(prompt.lastNotice().contains(u"不是所信任的证书"_qs));
+  EXPECT_FALSE(attachments::testServer(settings, prompt.willSayNo()));
+  EXPECT_TRUE(prompt.questions.last().contains(u"不是原来信任的证书"_qs)) << "it may be somebody else's";
   EXPECT_FALSE(other.heard().contains("USER"));
 }
 
