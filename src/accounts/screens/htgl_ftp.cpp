@@ -1,7 +1,6 @@
 // FTP参数: the server that attachments of contracts may lie on.
 #include "accounts/attachment_server.h"
 #include "core/text.h"
-#include "core/wiping.h"
 #include "ui/progress.h"
 #include "ui/screen.h"
 

@@ -26,7 +26,9 @@ QString reasonWords(const Result& result, const FtpServer& server, const Terms& 
     case Reason::Login:
       return u"服务器 %1 不接受用户名或密码！"_qs.arg(server.host);
     case Reason::Folder:
-      return u"服务器上没有文件夹“%1”，或者不能进入！"_qs.arg(server.folder);
+      return server.folder.isEmpty()
+                 ? u"服务器上没有所需的文件夹，或者不能进入！"_qs
+                 : u"服务器上没有文件夹“%1”或其中所需的文件夹，或者不能进入！"_qs.arg(server.folder);
     case Reason::Refused:
       return result.code == kNoRoom || result.code == kOverQuota ? u"服务器 %1 的空间不足！"_qs.arg(server.host)
                                                                  : u"服务器 %1 拒绝了操作！"_qs.arg(server.host);
