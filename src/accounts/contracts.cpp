@@ -32,6 +32,23 @@ Refusal gone() {
   return {u"该合同刚刚被其他操作员删除！"_qs};
 }
 
+/// All that a form shows or changes of a contract; its tie moves with documents.
+QString shownOf(const Row& row) {
+  QStringList texts;
+  for (const char* column : {"ht_rq", "ht_name", "ht_note", "ht_fujian", "ht_fjname", "u_sn", "ghs_sn"})
+    texts << row.text(column);
+  return texts.join(u'\n');
+}
+
+/// Why a change can no longer be written.
+Refusal overtakenBy(const Draft& draft) {
+  if (draft.number.isEmpty()) return {};
+  const RowSet rows = rowOf(draft.number);
+  if (rows.isEmpty()) return gone();
+  return {!draft.shown.isEmpty() && shownOf(rows.front()) != draft.shown,
+          u"该合同刚刚被其他操作员修改，请取消后重新打开！"_qs};
+}
+
 /// The document that a contract is tied to no longer points to it.
 void untie(const QString& number) {
   for (const DocumentFamily* family : {&families::purchaseReceipt, &families::sale})
@@ -56,8 +73,8 @@ void dropUnlessNamed(const Place& taken) {
   }
 }
 
-/// Nothing: it is gone.
-std::optional<QString> write(const PartnerSide& side, const Draft& draft, const Place& place) {
+/// Its number. A changed one stands still.
+QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
   const QString name = sanitizeText(draft.name.trimmed()).left(kMostOfName);
   const QString letters = makeJm(name).left(kMostOfLetters);
   std::int64_t id = 0;
@@ -80,7 +97,6 @@ std::optional<QString> write(const PartnerSide& side, const Draft& draft, const 
     contract_ties::markNew(number, draft.ofDocument);
   } else {
     const RowSet rows = rowOf(number);
-    if (rows.isEmpty()) return {};
     id = rows.front().integer("id");
     updateRow("jxc_htgl", id,
               {{"gl_djh", contract_ties::standingDocument(number)},
@@ -147,7 +163,8 @@ std::optional<Contract> openContract(const PartnerSide& side, const QString& num
                   .employeeName = lookupValue("select u_name from jxc_user where u_sn=?", employee),
                   .content = row.text("ht_note"),
                   .document = row.text("gl_djh"),
-                  .attachment = row.text("ht_fjname")};
+                  .attachment = row.text("ht_fjname"),
+                  .shown = detail::shownOf(row)};
 }
 
 std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft, Prompt& prompt,
@@ -171,16 +188,16 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
       return {};
     }
   }
-  std::optional<QString> number;
+  QString number;
   Refusal overtaken;
   try {
     Transaction transaction(accountDb());
     overtaken = detail::partnerStands(side, draft);
+    if (!overtaken) overtaken = detail::overtakenBy(draft);
     if (!overtaken) {
       number = detail::write(side, draft, taken);
-      if (!number) overtaken = detail::gone();
+      transaction.commit();
     }
-    if (!overtaken) transaction.commit();
   } catch (...) {
     detail::dropUnlessNamed(taken);
     throw;

@@ -25,6 +25,7 @@ struct Draft {
   QString content;   // any length
   QString file;      // an attachment that was chosen now; empty: the one that is there stays
   attachments::Keeper keeper = attachments::Keeper::Folder;  // that it goes to
+  QString shown = {};       // what stood in it when it was opened: another operator's change is not overwritten unseen
   bool ofDocument = false;  // a new one is added for a document that is being made, and goes with it
 };
 
@@ -34,6 +35,7 @@ struct Contract {
   QString number, name, date, partner, partnerName, employee, employeeName, content;
   QString document;    // that it is tied to
   QString attachment;  // its shown name; empty: there is none
+  QString shown;       // for the draft of a change
 };
 
 /// Of either side. Nothing, after telling so, when another operator has deleted it.

@@ -243,6 +243,14 @@ TEST_F(ContractScreens, AFileThatCannotBeTakenLeavesNothingHalf) {
   QFile file(*left);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.readAll(), "另一份");
+  // What another operator wrote since the form was opened is not overwritten.
+  draft.number = *second;
+  draft.shown = contracts::openContract(customerSide, *second, prompt)->shown;
+  execSql("update jxc_htgl set ht_note='账期60天'");
+  EXPECT_EQ(prompt.refused(contracts::saveContract(customerSide, draft, prompt).has_value()),
+            "该合同刚刚被其他操作员修改，请取消后重新打开！");
+  draft.shown = contracts::openContract(customerSide, *second, prompt)->shown;
+  EXPECT_TRUE(contracts::saveContract(customerSide, draft, prompt));
   EXPECT_EQ(kept().size(), 1);
 }
 

@@ -43,7 +43,8 @@ struct Contracts {
                .partner = opened->partner,
                .employee = opened->employee,
                .content = opened->content,
-               .file = {}},
+               .file = {},
+               .shown = opened->shown},
               opened->attachment)
         .has_value();
   }
