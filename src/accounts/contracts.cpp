@@ -122,8 +122,8 @@ struct Awaited {
   const attachments::Progress& progress;
 };
 
-/// Why files are still there, in words. The note of a file goes when the file has gone, or its server was waited for or
-/// has said no.
+/// Why files are still there, in words. The note of a file goes when the file has gone, or when its server has said no
+/// to a call that nobody waited for.
 QStringList removeLeft(const Awaited* awaited) {
   QStringList left;
   // Inside a transaction that may be taken back, the contract may come back as well.
@@ -137,7 +137,7 @@ QStringList removeLeft(const Awaited* awaited) {
     } else if (!isDone) {
       const auto why = attachments::remove(place, awaited ? awaited->progress : attachments::Progress());
       if (why) left << *why;
-      isDone = !why || isOnServer;
+      isDone = !why;
     }
     if (isDone) execSql("delete from jxc_htwj where id=?", row.integer("id"));
   }

@@ -217,6 +217,7 @@ TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtO
   EXPECT_TRUE(contracts::deleteContract(u"100001"_qs, prompt.willSayYes()));
   EXPECT_EQ(contractsWritten(), "0");
   EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件没有能够删除："_qs + left));
+  EXPECT_EQ(notes(), "1") << "to be tried again";
 }
 
 TEST_F(AttachmentServer, NoPasswordReachesACertificateThatNobodyVouchesForUntilTheOperatorTrustsIt) {
