@@ -68,31 +68,35 @@ TEST_F(StatementsStory, RowsThatAreWalkedAreThoseOfASelectInItsOrder) {
   db->execute("update jxc_goods set g_note='7.5x',g_pl=12 where g_sn='1002'");
   db->execute("update jxc_goods set g_pjjj=null where g_sn='1003'");
   const std::array from{Value(2)};
-  // Along the key, and sorted behind the reading.
-  for (const char* order : {"id", "g_sn", "g_pjjj desc,id"}) {
-    const std::string sql =
-        "select id,g_sn,g_pjjj,g_pl,g_note from jxc_goods where id>=? order by " + std::string(order);
+  db->execute("create index walked on jxc_goods (g_sn)");
+  const std::string cells = "select a.id,a.g_sn,a.g_pjjj,a.g_pl,a.g_note from jxc_goods a where a.id>=? order by ";
+  // Along the key, sorted behind the reading, and chosen or joined behind what the index tells.
+  for (const std::string& sql :
+       {cells + "a.id", cells + "a.g_sn", cells + "a.g_pjjj desc,a.id",
+        std::string("select g_sn from jxc_goods where g_name<>'镜架' and len(g_sn)>? order by g_sn"),
+        std::string(
+            "select a.g_sn from jxc_goods a inner join jxc_goods b on b.id<=a.id where b.id>? order by a.id")}) {
     const RowSet due = db->select(sql, from);
     ASSERT_EQ(due.rowCount(), 3);
     int row = 0;
     walkRows(*db, sql, from, [&](const WalkedRow& walked) {
       for (int column = 0; column < due.columnCount(); ++column) {
-        EXPECT_EQ(walked.isNull(column), due.isNull(row, column)) << order;
-        EXPECT_EQ(walked.number(column), due.number(row, column)) << order;
-        EXPECT_EQ(walked.integer(column), due.integer(row, column)) << order;
-        EXPECT_EQ(walked.utf8(column), due.utf8(row, column)) << order;
-        EXPECT_EQ(walked.text(column), due.text(row, column)) << order;
+        EXPECT_EQ(walked.isNull(column), due.isNull(row, column)) << sql;
+        EXPECT_EQ(walked.number(column), due.number(row, column)) << sql;
+        EXPECT_EQ(walked.integer(column), due.integer(row, column)) << sql;
+        EXPECT_EQ(walked.utf8(column), due.utf8(row, column)) << sql;
+        EXPECT_EQ(walked.text(column), due.text(row, column)) << sql;
       }
       ++row;
     });
-    EXPECT_EQ(row, 3) << order;
+    EXPECT_EQ(row, 3) << sql;
     int taken = 0;
     EXPECT_THROW(walkRows(*db, sql, from,
                           [&](const WalkedRow&) {
-                            if (++taken == 2) throw std::out_of_range(order);
+                            if (++taken == 2) throw std::out_of_range(sql);
                           }),
                  std::out_of_range);
-    EXPECT_EQ(taken, 2) << order;
+    EXPECT_EQ(taken, 2) << sql;
   }
   EXPECT_EQ(failureOf([&] { walkRows(*db, "select g_nothing from jxc_goods", {}, {}); }).kind(), Kind::UnknownName);
 }

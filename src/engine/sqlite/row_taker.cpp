@@ -83,16 +83,20 @@ RowSet RowByRow::kept(int column) const {
 
 bool readsInOrder(sqlite3* connection, const std::string& statement) {
   constexpr int kDetail = 3;
+  constexpr std::string_view where = " where ";
+  const bool isFiltered = statement.find(where) != statement.rfind(where);  // the last one is the function's own
   sqlite3_stmt* raw = nullptr;
   sqlite3_prepare_v2(connection, ("explain query plan " + statement).c_str(), -1, &raw, nullptr);
   const StatementHandle plan(raw);
-  bool isAny = false;
+  int tables = 0;
   while (raw != nullptr && sqlite3_step(raw) == SQLITE_ROW) {
     const std::string_view detail = reinterpret_cast<const char*>(sqlite3_column_text(raw, kDetail));
     if (!detail.starts_with("SEARCH ") && !detail.starts_with("SCAN ")) return false;
-    isAny = true;
+    // What an index can tell is asked before the row is read, for which the other conditions wait.
+    if (isFiltered && detail.find(" USING INDEX ") != std::string_view::npos) return false;
+    ++tables;
   }
-  return isAny;
+  return tables == 1;  // of joined tables the function is asked as soon as those are read that it takes cells of
 }
 
 void registerRowTaker(sqlite3* connection) {

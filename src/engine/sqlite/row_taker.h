@@ -21,7 +21,7 @@ class RowTaker {
   /// The statement that walks over the rows of this one; its parameters are the same.
   std::string over(const std::string& select) const;
   /// The same for rows whose order counts. It is right only where SQLite reads them in that order (`readsInOrder`):
-  /// otherwise they would come before they are sorted.
+  /// otherwise they would come before they are sorted, joined or chosen.
   std::string inOrderOver(const std::string& select) const;
   /// To be called before it runs.
   void bind(sqlite3_stmt* statement);
@@ -71,7 +71,8 @@ class RowByRow final : public RowTaker, private WalkedRow {
   sqlite3_value** cells_ = nullptr;
 };
 
-/// Whether a statement of `inOrderOver` walks over tables and indexes alone, and sorts nothing.
+/// Whether a statement of `inOrderOver` walks over one table or index, sorts nothing, and has its other conditions
+/// behind it when it comes to the function.
 bool readsInOrder(sqlite3* connection, const std::string& statement);
 
 /// Makes the functions known to a connection.
