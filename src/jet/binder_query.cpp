@@ -60,8 +60,8 @@ void Binder::bindQuery(Query& query, Scope* outer) {
   leaveOut(query);
 }
 
-// What nobody is to be told is not asked for. Only where rows are compared as wholes, or the parts of a union are
-// sorted by such a column, it is still needed: the rows come out of a bracket without it then.
+// What nobody is to be told is not asked for. Only where rows are compared as wholes, the parts of a union are sorted
+// by such a column, or a sum makes one row of all, it is still needed: the rows come out of a bracket without it then.
 void Binder::leaveOut(Query& query) {
   std::vector<bool> goes;
   for (const OutputColumn& column : query.columns)
@@ -75,7 +75,8 @@ void Binder::leaveOut(Query& query) {
   };
   const auto before = [&](int column) { return goes.begin() + column - 1; };
   const bool isNeeded =
-      std::ranges::any_of(query.selects, [](const Select* select) { return select->distinct; }) ||
+      std::ranges::any_of(query.selects,
+                          [](const Select* s) { return s->distinct || (s->grouped && s->groupBy.empty()); }) ||
       std::ranges::any_of(query.unionAll, [](bool all) { return !all; }) ||
       std::ranges::any_of(query.orderBy, [&](const auto& item) { return item.column > 0 && *before(item.column); });
   if (!isNeeded) {
