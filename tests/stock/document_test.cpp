@@ -76,6 +76,19 @@ TEST_F(DocumentTest, SaveAsksAndRenewsATakenNumber) {
   EXPECT_EQ(heads(), "小王:10001 admin:10002");
   EXPECT_EQ(lineCount(purchaseReceipt, number), 2);
   EXPECT_EQ(lastLog(), "增加未审核进货单CJ21050310002，共2种商品");
+
+  // What is hardly meant comes in one question before that one.
+  receive("2021-05-02", {{"B", 1, 7}});
+  setClock("2021-05-02 09:00:00");
+  const receipt::ReceiptDraft odd = draftReceipt("2021-03-31", {{"A", 1500000, 5}});
+  prompt.forget();
+  EXPECT_FALSE(receipt::saveReceipt(odd, prompt.willSayNo()));
+  ASSERT_EQ(prompt.questions.size(), 1);
+  for (const char* words : {"数量 1,500,000", "金额 7,500,000", "早 32 天", "请检查本机的时钟"})
+    EXPECT_TRUE(prompt.questions.front().contains(QString::fromUtf8(words))) << words;
+  prompt.forget();
+  EXPECT_TRUE(receipt::saveReceipt(odd, prompt.willSayYes().willSayYes()));
+  EXPECT_EQ(prompt.questions.size(), 2);
 }
 
 TEST_F(DocumentTest, WaitingDocumentShrinksWithItsLinesAndGoesWithTheLast) {
