@@ -37,12 +37,12 @@ constexpr ui::ColumnSpec kColumns[] = {
 constexpr ui::GridSpec kGrid = {"gridTest", "商品", kColumns, "没有商品", "id", "test"};
 
 /// Rows of a list with what may go wrong in them.
-RowSet goods(int count) {
+RowSet goods(int count, const char* second = "=1+1") {
   RowSet rows({"id", "g_sn", "g_name", "kc", "jj", "zje", "rq", "jy", "bz"});
   for (int i = 1; i <= count; ++i) {
     rows.addInteger(i);
     rows.addText("000" + std::to_string(i));
-    rows.addText(i == 2 ? "=1+1" : "镜架\"" + std::to_string(i) + "\"\t[号]");
+    rows.addText(i == 2 ? second : "镜架\"" + std::to_string(i) + "\"\t[号]");
     rows.addReal(i * 1.5);
     rows.addReal(i * 10);
     rows.addReal(i * -15.255);
@@ -144,6 +144,19 @@ TEST_F(GridOutputTest, MarkedRowsOrAllOnTheClipboard) {
   grid.view()->selectAll();
   choose(grid, "btnRCopy");
   EXPECT_EQ(lines().size(), 4);
+
+  // Texts that a spreadsheet would take for formulas; powers go as they are.
+  grid.setMultiSelect(false);
+  for (const auto& [text, copied] : {std::pair("-1+2", "'-1+2"),
+                                     {"+A1", "'+A1"},
+                                     {"@SUM(A1)", "'@SUM(A1)"},
+                                     {"-3.00", "-3.00"},
+                                     {"+0.75", "+0.75"},
+                                     {"a=1", "a=1"}}) {
+    grid.setRows(grid_output_test::goods(2, text));
+    pressIn(*grid.view(), "Ctrl+Shift+C");
+    EXPECT_EQ(lines().value(2).split(u'\t').value(1), copied);
+  }
 }
 
 TEST_F(GridOutputTest, TheLayoutIsExplainedOnceThenSaved) {
