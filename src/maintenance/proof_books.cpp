@@ -318,7 +318,7 @@ void Books::loadHeads() {
       const DocumentFamily* const named = findFamily(row.utf8(Number));
       head.family = named && named->head == family.head ? named : &family;
       head.audited = audited;
-      head.closed = audited && row.utf8(Day) <= closedUntil;
+      head.closed = audited && !closedUntil.empty() && row.utf8(Day) <= closedUntil;
       head.signedOff = !row.utf8(Checker).empty() && !row.utf8(Date).empty();
       head.warehouse = warehouses.add(row.utf8(Warehouse));
       head.due = row.number(Due);
