@@ -19,10 +19,12 @@
 #include <QLabel>
 #include <QMenu>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
 
 #include <algorithm>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -65,6 +67,36 @@ std::vector<ListItem> warehouseItems() {
   Filter filter;
   addWarehouseBinding(filter);
   return fillWarehouseCombo({}, filter);
+}
+
+/// How wide a row of inputs and buttons is at least.
+int widthOf(ui::Screen& screen, const std::string& row) {
+  constexpr int kGap = 6;  // also at each side of "|"
+  int width = 0;
+  std::istringstream names(row);
+  for (std::string name; names >> name; width += kGap) {
+    if (name == "|") {
+      width += kGap;
+    } else if (screen.hasField(name)) {
+      const ui::Field& field = screen.field(name);
+      if (field.label()) width += field.label()->sizeHint().width() + kGap;
+      width += std::max(field.widget()->minimumWidth(), field.widget()->minimumSizeHint().width());
+    } else {
+      width += screen.command(name).sizeHint().width();
+    }
+  }
+  return width - kGap;
+}
+
+/// Commands that have no room beside the input take a line of their own: on a narrow display the window would scroll
+/// sideways, with the sums and the way out behind its edge.
+std::vector<std::string> scanRows(ui::Screen& screen, const std::string& row) {
+  constexpr int kAround = 60;  // frame of the window, its margins and those of the panel
+  const auto gap = row.find('|');
+  if (gap == std::string::npos || !screen.screen() ||
+      widthOf(screen, row) <= screen.screen()->availableSize().width() - kAround)
+    return {row};
+  return {row.substr(0, gap), row.substr(gap + 1)};
 }
 
 }  // namespace document_screen_detail
@@ -121,7 +153,9 @@ void DocumentScreen::buildDraftPanel(ui::Panel panel) {
   hint_->setObjectName(QStringLiteral("lHint"));
   hint_->setProperty("warning", true);
   if (description_.draftPanel) return description_.draftPanel(panel.widget(hint_));
-  panel.form(description_.headForm).widget(hint_).row(description_.scanRow);
+  panel.form(description_.headForm).widget(hint_);
+  for (const std::string& row : document_screen_detail::scanRows(*this, std::string(description_.scanRow)))
+    panel.row(row);
   if (description_.showsScanned) {
     scanned_ = new QLabel(this);
     scanned_->setObjectName(QStringLiteral("lScanned"));
