@@ -60,6 +60,9 @@ bool holds(std::string_view names, std::string_view name);
 bool isBox(Asks asks);
 bool isPeriod(Asks asks);
 inline constexpr int kGap = 6;  // between two buttons
+/// Heights of a list or its chart to that of the rows below: on a display of 768 lines a balance sheet of three bank
+/// accounts is seen down to its last row.
+inline constexpr int kListHeight = 5, kBelowHeight = 3;
 /// How wide a line may be on the display of a window.
 int roomOf(const QWidget& window);
 /// Keys of what figures may be compared with.

@@ -296,7 +296,7 @@ void EnquiryScreen::showChart(View& view, bool on) {
     view.chart = new Chart(*view.list, view.spec->chart, view.area);
     view.chart->onOpen([this, &view] { follow(view); });
     auto* layout = static_cast<QBoxLayout*>(view.area->layout());
-    layout->insertWidget(layout->indexOf(view.list), view.chart, 3);
+    layout->insertWidget(layout->indexOf(view.list), view.chart, enquiry_screen_detail::kListHeight);
     setTabOrder(view.list->view(), view.chart->focusProxy());  // it came after the rest, and is read where its list is
   }
   view.list->setVisible(!on);

@@ -346,7 +346,7 @@ void EnquiryScreen::buildView(Panel area, Tab& tab, View& view) {
     left.grid(spec.grid.name);
     right.widget(view.beside, 1);
   } else {
-    inside.grid(spec.grid.name, 3);
+    inside.grid(spec.grid.name, enquiry_screen_detail::kListHeight);
   }
   if (spec.page) {
     view.beside = spec.page();
@@ -406,7 +406,7 @@ void EnquiryScreen::buildBelow(Panel area, View& view) {
       below.text->setObjectName(QStringLiteral("way_") + qs(below.spec->grid.name));
       area.widget(below.text);
     }
-    area.grid(below.spec->grid.name, 2);
+    area.grid(below.spec->grid.name, enquiry_screen_detail::kBelowHeight);
     if (!below.spec->document.empty())
       below.list->onActivated([this, &below] { openDocument(below.list->currentText(below.spec->document)); });
     if (below.mode)
