@@ -80,7 +80,8 @@ void DocumentScreen::refreshWaiting(const QString& number) {
   command(description_.auditCommand).setEnabled(!gridWaiting.isEmpty());
   const std::string_view perDocument[] = {"btnPreview",    "btn_Check", description_.deleteCommand,
                                           "btn_Date",      "btnAdd",    "btnTab2Jpgd",
-                                          "btnTab2Import", "btn_Prin",  "btn_ChaKan"};
+                                          "btnTab2Import", "btn_Prin",  "btn_ChaKan",
+                                          "btnCkHt",       "btn_Export"};
   for (const std::string_view name : perDocument)
     if (hasCommand(name)) command(name).setEnabled(!gridWaiting.isEmpty());
 }
