@@ -31,9 +31,9 @@ constexpr ui::ColumnSpec kGoing[] = {
 };
 constexpr ui::ColumnSpec kSheet[] = {
     {"lb", "账目", ColumnKind::Text, 7},
-    {"bh", "编号", ColumnKind::Text, 9},
+    {"bh", "编号", ColumnKind::Text, 8},
     {"mc", "名称", ColumnKind::Text, 12},
-    {"ss", "所属", ColumnKind::Text, 10},
+    {"ss", "所属", ColumnKind::Text, 8},
     {"sl1", "前数量", ColumnKind::Quantity, 9, {.sum = true}},
     {"cb1", "前成本", ColumnKind::Money, 9},
     {"je1", "前金额", ColumnKind::Total, 10},
