@@ -60,7 +60,7 @@ const ui::Registered<TF_Htgl_Chakan> kRegisteredView{"F_Htgl_Chakan"};
 // ---- entry -------------------------------------------------------------------------------------------------------
 
 TF_Htgl_Sele::TF_Htgl_Sele() : Screen(contract_screens_detail::kEntry) {
-  panel().form({"tname tghs", "dateCg comUser", "tfj comKeep", "tnote"}).buttons("btnFj | btnOK btnCancel");
+  panel().form({"tname tghs", "dateCg comUser", "tfj", "comKeep", "tnote"}).buttons("btnFj | btnOK btnCancel");
   field("tghs").onPick([this] { return side_->isCustomer() ? pickCustomer() : pickSupplier(); });
   on(command("btnFj"), [this] { chooseAttachment(); });
   on(command("btnOK"), [this] { save(); });
