@@ -40,6 +40,22 @@ double luminance(const QColor& colour) {
   return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
+/// A name over two lines, broken at the blank that leaves them shortest; without a blank the first holds all of it.
+struct Halves {
+  QString first, second;
+  double width = 0;  // of the longer one
+};
+Halves halvesOf(const QString& name, const QFont& font) {
+  const QFontMetricsF metrics(font);
+  Halves best{name, {}, metrics.horizontalAdvance(name)};
+  for (qsizetype blank = name.indexOf(u' '); blank >= 0; blank = name.indexOf(u' ', blank + 1)) {
+    const QString first = name.left(blank), second = name.mid(blank + 1);
+    const double width = std::max(metrics.horizontalAdvance(first), metrics.horizontalAdvance(second));
+    if (width < best.width) best = {first, second, width};
+  }
+  return best;
+}
+
 /// Black or white, whichever stands out more.
 QColor inkOn(const QColor& ground) {
   const double light = luminance(ground) + 0.05;
@@ -143,8 +159,14 @@ void ChartPicture::layPlot() {
   plot_.area.setLeft(std::min(plot_.area.left() + widest + pad, plot_.area.center().x()));
   drawn_ = visiblePoints(plot_, data_.values);
   if (compares()) drawnEarlier_ = visiblePoints(plot_, data_.earlier);
-  labels_ = layLabels(plot_, area_.left() + pad, area_.right() - pad, em(),
-                      [this](int point) { return width(data_.labelText(point)); });
+  const double left = area_.left() + pad, right = area_.right() - pad;
+  labels_ = layLabels(plot_, left, right, em(), [this](int point) { return width(data_.labelText(point)); });
+  if (static_cast<int>(labels_.size()) < plot_.count) {  // over two lines more of them may have room
+    auto broken = layLabels(plot_, left, right, em(), [this](int point) {
+      return chart_picture_detail::halvesOf(data_.labelText(point), look_.font).width;
+    });
+    if (broken.size() > labels_.size()) labels_ = std::move(broken);
+  }
   figures_ = plot_.pitch() >= em() * 2 && std::ranges::all_of(known_, [this](int point) {
                const double room = compares()
                                        ? barArea(plot_, point, 0, chart_picture_detail::kWidestBar * em()).width() / 2
@@ -310,6 +332,8 @@ void ChartPicture::paint(QPainter& painter, int current, int told) const {
 /// A name in its room: what does not fit stands in a second line, of which the end is kept: names differ there.
 std::pair<QString, QString> ChartPicture::inTwoLines(const QString& name, double room) const {
   if (width(name) <= room + look_.line) return {name, {}};
+  auto halves = chart_picture_detail::halvesOf(name, look_.font);
+  if (halves.width <= room + look_.line) return {std::move(halves.first), std::move(halves.second)};
   qsizetype kept = 0;
   while (kept < name.size() && width(name.left(kept + 1)) <= room)
     ++kept;
