@@ -34,6 +34,7 @@ class TF_Htgl_Ftp : public ui::Screen {
   TF_Htgl_Ftp() : Screen(htgl_ftp_detail::kScreen) {
     panel()
         .form({"ftp_ip ftp_port", "ftp_user ftp_pwd", "ftp_folder", "chkPlain", "tcert"})
+        .stretch()
         .buttons("btnTest btnForget | btnOK btnCancel");
     for (const char* each : {"ftp_ip", "ftp_port"})
       field(each).onChanged([this] { trust({}); });  // of the server that stood there
