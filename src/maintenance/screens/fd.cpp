@@ -38,6 +38,7 @@ constexpr ui::ScreenSpec kExportScreen = {
     .name = "F_FdExport", .title = "数据导出", .fields = kExportFields, .commands = kExportCommands, .focus = "tdate1"};
 
 constexpr int kPathWidth = 360;
+constexpr int kFillsRow = 100;  // against the empty end of its row: its button ends where that of the dates does
 
 /// What the input shall not take is refused as it is typed.
 void refuseMarks(ui::Field& field) {
@@ -90,6 +91,9 @@ class TF_FdExport : public ui::Screen {
         .stretch()
         .buttons("| btnOK2 btnCancel");
     tpath_.widget()->setMinimumWidth(kPathWidth);
+    QSizePolicy fills = tpath_.widget()->sizePolicy();
+    fills.setHorizontalStretch(kFillsRow);
+    tpath_.widget()->setSizePolicy(fills);
     ui::addPeriodMenu(command("btnPeriod"), tdate1_, tdate2_);
     on(command("btnBrowse"), [this] {
       if (const QString folder = ui::chooseFolder(this, QStringLiteral("选择导出路径")); !folder.isEmpty())
