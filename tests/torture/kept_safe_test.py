@@ -12,6 +12,7 @@ import functools
 import os
 import pathlib
 import random
+import sqlite3
 import shutil
 import signal
 import subprocess
