@@ -64,6 +64,7 @@ void createOnServer(const QString& address, bool force) {
 void makeDatabaseFile(const QString& file, const std::function<void(const QString& beside)>& fill) {
   using namespace console_copy_detail;
   refuseNetworkShare(file);
+  if (QFileInfo(file).isDir()) throw ConsoleRefusal(QStringLiteral("帐套文件的位置是一个文件夹，没有改动它：") + file);
   requireUnused(file);
   const QString beside = unfinishedAtConsole(file);
   removeSetFile(beside);
