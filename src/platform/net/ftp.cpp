@@ -57,7 +57,7 @@ struct Source {
   qint64 size;
   static std::size_t read(char* into, std::size_t size, std::size_t count, void* self) {
     Source& source = *static_cast<Source*>(self);
-    const qint64 got = source.from.read(into, static_cast<qint64>(size * count));
+    const qint64 got = source.from.read(into, static_cast<qint64>(size) * static_cast<qint64>(count));
     // What grows shorter while it is sent must not arrive as if it were whole.
     if (got < 0 || (got == 0 && source.from.pos() < source.size)) return CURL_READFUNC_ABORT;
     return static_cast<std::size_t>(got);
@@ -65,7 +65,7 @@ struct Source {
 };
 
 std::size_t writeDown(char* text, std::size_t size, std::size_t count, void* file) {
-  const auto all = static_cast<qint64>(size * count);
+  const qint64 all = static_cast<qint64>(size) * static_cast<qint64>(count);
   return static_cast<QIODevice*>(file)->write(text, all) == all ? static_cast<std::size_t>(all) : 0;
 }
 
