@@ -12,19 +12,9 @@ import sqlite3
 import sys
 import time
 
-from desk import Failure, begin, demo_shop, is_main, run
+from desk import Failure, begin, demo_shop, is_called, open_by_initials, run
 
 QUESTION, INVOICES, STATEMENTS = "信息提醒", "销售发票管理", "财务报表管理"
-
-
-def is_called(name):
-    return lambda title: title == name
-
-
-def open_by_initials(desk, initials, title):
-    desk.until("main window", is_main)
-    desk.keys("ctrl+k", *initials, "Return")
-    desk.until(initials, is_called(title))
 
 
 def dialog(desk, key, title):

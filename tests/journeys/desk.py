@@ -108,6 +108,16 @@ def is_main(title):
     return "[" in title and "操作员登录" not in title
 
 
+def is_called(name):
+    return lambda title: title == name
+
+
+def open_by_initials(desk, initials, title):
+    desk.until("main window", is_main)
+    desk.keys("ctrl+k", *initials, "Return")
+    desk.until(initials, is_called(title))
+
+
 def begin(desk):
     """Logs the administrator of a new shop in and puts the daily tip away. The title of the main window."""
     desk.until("login", lambda title: "操作员登录" in title, 60)

@@ -12,19 +12,9 @@ import subprocess
 import sys
 import time
 
-from desk import Failure, begin, demo_shop, is_main, run
+from desk import Failure, begin, demo_shop, is_called, is_main, open_by_initials, run
 
 NOTICE, QUESTION = "系统提示", "信息提醒"
-
-
-def is_called(name):
-    return lambda title: title == name
-
-
-def open_by_initials(desk, initials, title):
-    desk.until("main window", is_main)
-    desk.keys("ctrl+k", *initials, "Return")
-    desk.until(initials, is_called(title))
 
 
 def repair(desk, key, dialog):
