@@ -29,6 +29,16 @@ class AttachmentServer : public AccountSetFixture {
   }
   ~AttachmentServer() override { attachments::setServerTerms(std::chrono::seconds(20), {}); }
 
+/// The most memory that this process has held since it was last forgotten, in bytes.
+qint64 mostMemory() {
+  const QByteArray status = bytesOf(u"/proc/self/status"_qs);
+  const QByteArray kilobytes = status.mid(status.indexOf("VmHWM:") + 6).trimmed();
+  return kilobytes.left(kilobytes.indexOf(' ')).toLongLong() * 1024;
+}
+void forgetMostMemory() {
+  writeBytes(u"/proc/self/clear_refs"_qs, "5");
+}
+
   FtpServer& start(Encryption encryption) { return server_.emplace(encryption); }
   attachments::ServerSettings settings() {
     return {.host = u"127.0.0.1"_qs,
@@ -43,6 +53,12 @@ class AttachmentServer : public AccountSetFixture {
   QString given(const QString& name, const QByteArray& content) {
     writeBytes(folder_.filePath(name), content);
     return folder_.filePath(name);
+  }
+  /// Without its blocks on the disk.
+  QString sized(const QString& name, qint64 megabytes) {
+    const QString path = given(name, "%PDF");
+    EXPECT_TRUE(QFile::resize(path, megabytes << 20U));
+    return path;
   }
   std::optional<QString> save(const QString& file, const attachments::Progress& progress = {}) {
     return contracts::saveContract(customerSide,
@@ -218,6 +234,44 @@ TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtO
   EXPECT_EQ(contractsWritten(), "0");
   EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件没有能够删除："_qs + left));
   EXPECT_EQ(notes(), "1") << "to be tried again";
+}
+
+TEST_F(AttachmentServer, LargeFilesGoPieceByPieceAndWhatChangesOnItsWayIsNotTaken) {
+  const FtpServer& server = start(Encryption::None);
+  use(settings());
+  const QString scan = sized(u"扫描.pdf"_qs, 300);
+  forgetMostMemory();
+  const qint64 before = mostMemory();
+  const auto number = save(scan);
+  ASSERT_TRUE(number) << prompt.lastNotice().toStdString();
+  const auto copy = contracts::attachmentToOpen(*number, prompt);
+  ASSERT_TRUE(copy) << prompt.lastNotice().toStdString();
+  EXPECT_LT(mostMemory() - before, 100 << 20) << "neither way it is held whole";
+  EXPECT_EQ(QFileInfo(*copy).size(), QFileInfo(scan).size());
+  QFile::remove(*copy);
+
+  const QString stays = storedName(*number), written = sized(u"正在写.pdf"_qs, 20);
+  const auto saveWhile = [&](const std::function<void()>& happens) {
+    server.mood("held");
+    return save(written, [&](int) {
+      happens();
+      server.mood({});
+      return true;
+    });
+  };
+  for (const qint64 size : {21, 1}) {
+    EXPECT_FALSE(saveWhile([&] { QFile::resize(written, size << 20U); }));
+    EXPECT_EQ(prompt.lastNotice(), "附件没有能够保存到FTP服务器！\r\n\r\n文件在传输时被改动了，请重新保存！");
+    EXPECT_EQ(contractsWritten(), "1");
+    EXPECT_TRUE(comesTo({stays})) << "nothing half is left";
+    EXPECT_TRUE(QFile::resize(written, 20 << 20U));
+  }
+  const auto second = saveWhile([&] { QFile::remove(written); });
+  ASSERT_TRUE(second) << "taken away while it is sent, it is whole all the same";
+  EXPECT_EQ(QFileInfo(server.root() + u'/' + storedName(*second)).size(), 20 << 20U);
+  prompt.forget();
+  EXPECT_FALSE(save(written));
+  EXPECT_EQ(prompt.lastNotice(), u"附件文件不存在："_qs + written);
 }
 
 TEST_F(AttachmentServer, NoPasswordReachesACertificateThatNobodyVouchesForUntilTheOperatorTrustsIt) {

@@ -11,7 +11,7 @@ namespace jxc::test {
 namespace ftp_server_detail {
 
 const char script[] = R"(
-import os, sys, threading
+import os, sys, threading, time
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler, TLS_DTPHandler, TLS_FTPHandler, ThrottledDTPHandler
 from pyftpdlib.servers import FTPServer
@@ -29,7 +29,9 @@ class Files(ThrottledDTPHandler):
         super().__init__(*args)
         self.read_limit = 200000 if mood() == 'slow' else 0
     def handle_read_event(self):
-        if mood() == 'cut' and self.tot_bytes_received > 100000:
+        if mood() == 'held':
+            time.sleep(0.005)
+        elif mood() == 'cut' and self.tot_bytes_received > 100000:
             mood('')
             self.cmd_channel.close()
         else:

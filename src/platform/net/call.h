@@ -33,7 +33,8 @@ enum class Reason : std::uint8_t {
   Folder,       // the folder is not there, or the user may not go into it
   Refused,      // anything else that the server said no to
   Cut,          // the line broke
-  File          // the file on this machine: not to be read to its end, not to be written
+  File,         // the file on this machine: not to be read to its end, not to be written
+  Changed       // the file on this machine, while it was sent
 };
 
 /// Whom a server says to be. Empty where it did not say.

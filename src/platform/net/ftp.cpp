@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QUrl>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -51,15 +52,17 @@ QByteArray addressOf(const FtpServer& server, const QString& path) {
   return "ftp://" + host + ':' + QByteArray::number(server.port) + '/' + steps;
 }
 
-/// What goes up; read in the call's thread.
+/// What goes up; read in the call's thread, as much of it as there was at the beginning.
 struct Source {
   QIODevice& from;
   qint64 size;
   static std::size_t read(char* into, std::size_t size, std::size_t count, void* self) {
     Source& source = *static_cast<Source*>(self);
-    const qint64 got = source.from.read(into, static_cast<qint64>(size) * static_cast<qint64>(count));
+    const qint64 room = static_cast<qint64>(size) * static_cast<qint64>(count);
+    const qint64 wanted = std::min(room, source.size - source.from.pos());
+    const qint64 got = source.from.read(into, wanted);
     // What grows shorter while it is sent must not arrive as if it were whole.
-    if (got < 0 || (got == 0 && source.from.pos() < source.size)) return CURL_READFUNC_ABORT;
+    if (got < 0 || (got == 0 && wanted > 0)) return CURL_READFUNC_ABORT;
     return static_cast<std::size_t>(got);
   }
 };
@@ -155,8 +158,9 @@ class Session {
     set(CURLOPT_READDATA, static_cast<void*>(&source));
     set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(source.size));
     Result result = line_.perform(kStore, password_);
-    if (result.accepted && from.size() != source.size)  // somebody wrote into it meanwhile
-      result = {.outcome = Outcome::Unknown, .reason = Reason::File};
+    // Somebody wrote into it meanwhile: the beginning of one and the end of another would be neither.
+    if ((result.accepted || result.reason == Reason::File) && from.size() != source.size)
+      result = {.outcome = Outcome::Unknown, .reason = Reason::Changed};
     return result;
   }
   /// Goes into a folder and does nothing there.

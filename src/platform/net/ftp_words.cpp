@@ -36,6 +36,8 @@ QString reasonWords(const Result& result, const FtpServer& server, const Terms& 
       return u"与服务器 %1 的连接中断了！"_qs.arg(server.host);
     case Reason::File:
       return u"本机的文件没有能够读完或写完！"_qs;
+    case Reason::Changed:
+      return u"文件在传输时被改动了，请重新保存！"_qs;
   }
   return {};
 }
