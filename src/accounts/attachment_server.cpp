@@ -57,8 +57,9 @@ QString explained(const net::Result& result, const net::FtpServer& server) {
 }
 
 [[noreturn]] void fail(const QString& what, const net::Result& result, const net::FtpServer& server) {
-  if (result.reason == net::Reason::Stopped) throw AttachmentStopped();
-  throw AttachmentError(what + u"\r\n\r\n"_qs + explained(result, server));
+  const bool leavesPart = result.outcome == net::Outcome::Unknown || result.reason == net::Reason::Refused;
+  if (result.reason == net::Reason::Stopped) throw AttachmentStopped(leavesPart);
+  throw AttachmentError(what + u"\r\n\r\n"_qs + explained(result, server), leavesPart);
 }
 
 /// Calls that nobody waits for, by the file that they remove. They end with the application: libcurl would be gone
@@ -209,11 +210,7 @@ void storeOnServer(const QString& from, const QString& folder, const QString& na
   const net::FtpServer server = detail::theServer();
   const net::Result result = net::storeFile(server, from, {folder, name}, detail::terms())->wait(progress);
   if (progress) progress(100);
-  if (result.accepted) return;
-  // A part of it may lie there under a name that no contract will ever bear.
-  if (result.outcome == net::Outcome::Unknown || result.reason == net::Reason::Refused)
-    removeFromServerBeside(folder, name);
-  detail::fail(u"附件没有能够保存到FTP服务器！"_qs, result, server);
+  if (!result.accepted) detail::fail(u"附件没有能够保存到FTP服务器！"_qs, result, server);
 }
 
 QString fetchFromServer(const QString& folder, const QStringList& names, const QString& shown,

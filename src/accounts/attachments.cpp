@@ -63,7 +63,9 @@ QString newName(const QString& given) {
   throw AttachmentError(why.isEmpty() ? what : what + u"\r\n\r\n"_qs + why);
 }
 
-void copy(QFile& from, const QString& to, const Progress& progress) {
+void copy(const QString& file, const QString& to, const Progress& progress) {
+  QFile from(file);
+  if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
   NewFile made(to, [](int error) { fail(u"附件不能保存！"_qs, QString::fromLocal8Bit(std::strerror(error))); });
   QFile target(made.name());
   if (!target.open(QIODevice::WriteOnly)) fail(u"附件不能保存！"_qs, target.errorString());
@@ -87,7 +89,7 @@ void copy(QFile& from, const QString& to, const Progress& progress) {
 
 }  // namespace attachments_detail
 
-Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Progress& progress) {
+Place placeFor(const PartnerSide& side, const QString& file, Keeper keeper) {
   using namespace attachments_detail;
   const QFileInfo info(file);
   if (!info.exists()) fail(u"附件文件不存在："_qs + file, {});
@@ -96,17 +98,16 @@ Place take(const PartnerSide& side, const QString& file, Keeper keeper, const Pr
   if (!from.open(QIODevice::ReadOnly)) fail(u"附件文件不能读取："_qs + file, from.errorString());
   if (from.size() == 0) fail(u"附件是空文件："_qs + file, {});
   if (from.size() > kLargest * kBlock) fail(u"附件不能超过 %1 MB，请压缩或拆分后再添加："_qs.arg(kLargest) + file, {});
-  const bool isOnServer = keeper == Keeper::Server;
-  const Place place{isOnServer ? words(kOnServer) : folderOf(side), newName(info.fileName()),
-                    shownNameOf(info.fileName()), &side};
-  if (isOnServer) {
-    storeOnServer(file, serverFolderOf(side), place.stored, progress);
-    return place;
-  }
+  return {keeper == Keeper::Server ? words(kOnServer) : folderOf(side), newName(info.fileName()),
+          shownNameOf(info.fileName()), &side};
+}
+
+void take(const QString& file, const Place& place, const Progress& progress) {
+  using namespace attachments_detail;
+  if (place.folder == kOnServer) return storeOnServer(file, serverFolderOf(*place.side), place.stored, progress);
   const QString folder = programPath(place.folder);
   if (!QDir().mkpath(folder)) fail(u"附件的文件夹不能建立："_qs + folder, {});
-  copy(from, folder + place.stored, progress);
-  return place;
+  copy(file, folder + place.stored, progress);
 }
 
 QString pathOf(const Place& place) {

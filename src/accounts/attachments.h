@@ -33,13 +33,19 @@ using Progress = std::function<bool(int percent)>;
 /// Why a file cannot be taken, fetched or removed, in words for the operator.
 class AttachmentError : public std::runtime_error {
  public:
-  explicit AttachmentError(const QString& message) : std::runtime_error(message.toStdString()) {}
+  explicit AttachmentError(const QString& message, bool leavesPart = false)
+      : std::runtime_error(message.toStdString()), leavesPart_(leavesPart) {}
+  /// Whether a part of it may lie where the file was to go.
+  bool leavesPart() const { return leavesPart_; }
+
+ private:
+  bool leavesPart_;
 };
 
 /// The operator stopped it.
 class AttachmentStopped : public AttachmentError {
  public:
-  AttachmentStopped() : AttachmentError(QStringLiteral("传输已取消！")) {}
+  explicit AttachmentStopped(bool leavesPart = false) : AttachmentError(QStringLiteral("传输已取消！"), leavesPart) {}
 };
 
 /// Where an attachment lies, as it stands in the row of its contract.
@@ -51,11 +57,11 @@ struct Place {
   const PartnerSide* side = &supplierSide;  // ht_type: on a server the folder follows from it
 };
 
-/// Copies a file to where it is kept, under a new name. The shown name is cut to the 64 characters that it may have,
-/// its ending kept. Throws AttachmentError: no file, a folder, empty, too large, not to be read, changed meanwhile, no
-/// room, what the server said;
-/// nothing is left behind then as far as the server can be reached.
-Place take(const PartnerSide& side, const QString& file, Keeper keeper = Keeper::Folder, const Progress& progress = {});
+/// Where a file will be kept, under a new name. The shown name is cut to the 64 characters that it may have, its ending
+/// kept. Throws AttachmentError: no file, a folder, empty, too large, not to be read.
+Place placeFor(const PartnerSide& side, const QString& file, Keeper keeper = Keeper::Folder);
+/// Copies it there. Throws AttachmentError: not to be read any more, changed meanwhile, no room, what the server said.
+void take(const QString& file, const Place& place, const Progress& progress = {});
 /// Path of the file on this machine, in its folder: the stored one, or of rows of older sets the one under its shown
 /// name; empty when neither is there, and for one on a server.
 QString pathOf(const Place& place);

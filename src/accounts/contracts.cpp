@@ -63,17 +63,52 @@ Refusal partnerStands(const PartnerSide& side, const Draft& draft) {
   return stays && !partnerName(side, draft.partner).isEmpty() ? Refusal() : left;
 }
 
-/// A file that was copied for a contract which was not written after all. What a commit that failed has kept, only the
-/// row itself tells: where that cannot be asked, the file stays.
-void dropUnlessNamed(const Place& taken) {
-  if (taken.stored.isEmpty()) return;
+/// A file is noted before it goes on its way and struck off together with the row that names it: whatever breaks in
+/// between, this station or the server of the books, it is known and removed. For a day it may still be on its way.
+void noteOnItsWay(const Place& place) {
+  insertRow("jxc_htwj", {{"ht_path", place.folder},
+                         {"ht_fujian", place.stored},
+                         {"ht_fjname", place.shown},
+                         {"ht_type", words(place.side->type)},
+                         {"ht_rq", clock::now().addDays(1).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))}});
+}
+void strikeNote(const Place& place) {
+  execSql("delete from jxc_htwj where ht_fujian=?", place.stored);
+}
+
+/// No contract names the file: what there is of it goes at once. Where the books cannot be asked the note comes due by
+/// itself. Waits for a commit that nobody has answered: a write has its turn only when the one before is over.
+void letGo(const Place& place, bool isThere = true) {
+  if (place.stored.isEmpty()) return;
   try {
-    if (!exists("select top 1 id from jxc_htgl where ht_fujian=?", taken.stored)) attachments::removeBeside(taken);
+    if (!isThere) return strikeNote(place);
+    execSql("update jxc_htwj set ht_rq='' where ht_fujian=?", place.stored);
+    removeLeftFiles();
   } catch (const DbError&) {
   }
 }
 
 /// Its number. A changed one stands still.
+/// Takes the file of a draft, if it has one. Nothing, after telling why, when it was refused or stopped.
+std::optional<Place> taken(const PartnerSide& side, const Draft& draft, Prompt& prompt,
+                           const attachments::Progress& progress) {
+  Place place;
+  if (draft.file.isEmpty()) return place;
+  try {
+    place = attachments::placeFor(side, draft.file, draft.keeper);
+    noteOnItsWay(place);
+    attachments::take(draft.file, place, progress);
+    return place;
+  } catch (const attachments::AttachmentStopped& stopped) {
+    letGo(place, stopped.leavesPart());
+    prompt.say(u"传输已取消，合同没有保存"_qs);
+  } catch (const attachments::AttachmentError& failure) {
+    letGo(place, failure.leavesPart());
+    prompt.notice(QString::fromUtf8(failure.what()));
+  }
+  return {};
+}
+
 QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
   const QString name = sanitizeText(draft.name.trimmed()).left(kMostOfName);
   const QString letters = makeJm(name).left(kMostOfLetters);
@@ -113,35 +148,34 @@ QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
     }
   }
   writeLog((draft.number.isEmpty() ? u"增加合同，编号："_qs : u"修改合同，编号："_qs) + number + u"，名称："_qs + name);
+  if (!place.stored.isEmpty()) strikeNote(place);
   return number;
 }
 
-/// A file on a server that is waited for.
+/// A file whose end the operator waits for.
 struct Awaited {
   QString stored;
   const attachments::Progress& progress;
 };
 
-/// Why files are still there, in words. The note of a file goes when the file has gone, or when its server has said no
-/// to a call that nobody waited for.
-QStringList removeLeft(const Awaited* awaited) {
-  QStringList left;
+/// Why the file that is waited for is still there, in words. The note of a file goes when the file has gone, or when
+/// its server has said no to a call that nobody waited for.
+std::optional<QString> removeLeft(const Awaited* awaited) {
+  std::optional<QString> why;
   // Inside a transaction that may be taken back, the contract may come back as well.
-  if (accountDb().inTransaction()) return left;
-  for (const Row row : openSelect("select * from jxc_htwj")) {
+  if (accountDb().inTransaction()) return why;
+  for (const Row row : openSelect("select * from jxc_htwj where ht_rq<=?", clock::stamp())) {
     const Place place = placeOf(row);
-    const bool isOnServer = place.folder == attachments::kOnServer;
     bool isDone = exists("select top 1 id from jxc_htgl where ht_fujian=?", place.stored);
-    if (!isDone && isOnServer && !(awaited && awaited->stored == place.stored)) {
-      isDone = attachments::removeBeside(place) != attachments::Leaving::Going;
-    } else if (!isDone) {
-      const auto why = attachments::remove(place, awaited ? awaited->progress : attachments::Progress());
-      if (why) left << *why;
+    if (!isDone && awaited && awaited->stored == place.stored) {
+      why = attachments::remove(place, awaited->progress);
       isDone = !why;
     }
+    } else if (!isDone) {
+      isDone = attachments::removeBeside(place) != attachments::Leaving::Going;
     if (isDone) execSql("delete from jxc_htwj where id=?", row.integer("id"));
   }
-  return left;
+  return why;
 }
 
 }  // namespace contracts_detail
@@ -176,18 +210,8 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
               prompt))
     return {};
   // The file first: a row that promises one which is not there would be worse than a file that nobody names.
-  attachments::Place taken;
-  if (!draft.file.isEmpty()) {
-    try {
-      taken = attachments::take(side, draft.file, draft.keeper, progress);
-    } catch (const attachments::AttachmentStopped&) {
-      prompt.say(u"传输已取消，合同没有保存"_qs);
-      return {};
-    } catch (const attachments::AttachmentError& failure) {
-      prompt.notice(QString::fromUtf8(failure.what()));
-      return {};
-    }
-  }
+  const auto taken = detail::taken(side, draft, prompt, progress);
+  if (!taken) return {};
   QString number;
   Refusal overtaken;
   try {
@@ -195,15 +219,15 @@ std::optional<QString> saveContract(const PartnerSide& side, const Draft& draft,
     overtaken = detail::partnerStands(side, draft);
     if (!overtaken) overtaken = detail::overtakenBy(draft);
     if (!overtaken) {
-      number = detail::write(side, draft, taken);
+      number = detail::write(side, draft, *taken);
       transaction.commit();
     }
   } catch (...) {
-    detail::dropUnlessNamed(taken);
+    detail::letGo(*taken);
     throw;
   }
   if (overtaken) {
-    attachments::removeBeside(taken);
+    detail::letGo(*taken);
     isRefused(overtaken, prompt);
     return {};
   }
@@ -245,8 +269,8 @@ bool deleteContract(const QString& number, Prompt& prompt, const attachments::Pr
     transaction.commit();
   }
   const detail::Awaited awaited{stored, progress};
-  const QStringList left = detail::removeLeft(&awaited);
-  if (!left.isEmpty()) prompt.notice(u"合同已删除，附件文件没有能够删除："_qs + left.join(u"\r\n"_qs));
+  const auto why = detail::removeLeft(&awaited);
+  if (why) prompt.notice(u"合同已删除，附件文件还没有删除："_qs + *why);
   return true;
 }
 

@@ -166,7 +166,8 @@ void leaveFile(const Row& contract) {
   insertRow("jxc_htwj", {{"ht_path", contract.text("ht_path")},
                          {"ht_fujian", contract.text("ht_fujian")},
                          {"ht_fjname", contract.text("ht_fjname")},
-                         {"ht_type", contract.text("ht_type")}});
+                         {"ht_type", contract.text("ht_type")},
+                         {"ht_rq", u""}});
 }
 
 }  // namespace jxc::contract_ties

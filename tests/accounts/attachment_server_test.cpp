@@ -2,11 +2,17 @@
 #include "accounts/attachment_server.h"
 
 #include "accounts/contracts.h"
+#include "core/data_module.h"
+#include "core/program_directory.h"
 #include "core/text.h"
+#include "engine/server.h"
 #include "harness/account_set_fixture.h"
 #include "harness/files.h"
 #include "harness/ftp_server.h"
 #include "platform/net/ftp.h"
+#include "server/server_proxy.h"
+#include "server/test_engine.h"
+#include "simulation/station_door.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -60,19 +66,31 @@ void forgetMostMemory() {
     EXPECT_TRUE(QFile::resize(path, megabytes << 20U));
     return path;
   }
-  std::optional<QString> save(const QString& file, const attachments::Progress& progress = {}) {
+  std::optional<QString> save(const QString& file, const attachments::Progress& progress = {},
+                              Keeper keeper = Keeper::Server) {
     return contracts::saveContract(customerSide,
                                    {.name = u"供镜协议"_qs,
                                     .date = u"2021-05-03"_qs,
                                     .partner = u"100001"_qs,
                                     .employee = u"100001"_qs,
                                     .file = file,
-                                    .keeper = Keeper::Server},
+                                    .keeper = keeper},
                                    prompt, progress);
   }
+  /// Files in the folder of customers' contracts of this machine.
+  static QStringList kept() { return QDir(programPath(u"khht"_qs)).entryList(QDir::Files); }
   QString contractsWritten() { return lookupValue("select count(*) from jxc_htgl"); }
   QString storedName(const QString& number) {
     return u"khht/"_qs + QString(lookupValue("select ht_fujian from jxc_htgl where ht_sn=?", number));
+  }
+  static QString notes() { return lookupValue("select count(*) from jxc_htwj"); }
+  /// Whether all that was noted is removed in the end; `again` tries.
+  static bool allGoes(const std::function<void()>& again = contracts::removeLeftFiles) {
+    for (int waited = 0; waited < 5000 && notes() != "0"; waited += 20) {
+      again();
+      QThread::msleep(20);
+    }
+    return notes() == "0";
   }
   /// What is removed beside the window takes its moment.
   bool comesTo(const QStringList& files) {
@@ -219,21 +237,104 @@ TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtO
   use(away);
   contracts::htDelete(*second);
   use(settings());
-  const auto notes = [] { return lookupValue("select count(*) from jxc_htwj"); };
   EXPECT_EQ(notes(), "1");
-  for (int waited = 0; waited < 5000 && notes() != "0"; waited += 20) {
-    contracts::removeLeftFiles();
-    QThread::msleep(20);
-  }
-  EXPECT_EQ(notes(), "0");
+  EXPECT_TRUE(allGoes());
   EXPECT_EQ(server.files(), QStringList{storedName(u"100001"_qs)});
 
   server_->goAway();
   const QString left = storedName(u"100001"_qs);
   EXPECT_TRUE(contracts::deleteContract(u"100001"_qs, prompt.willSayYes()));
   EXPECT_EQ(contractsWritten(), "0");
-  EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件没有能够删除："_qs + left));
+  EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件还没有删除："_qs + left));
   EXPECT_EQ(notes(), "1") << "to be tried again";
+}
+
+/// Loses the books at the end of the next command: it was kept or not, and nobody can be asked for a while.
+class LosesTheEnd : public DoorKeeper {
+ public:
+  enum class Truth : char { Kept, TakenBack };
+  void loseNext(Truth truth) { next_ = truth; }
+  void comeBack() { isAway_ = false; }
+
+  Fate knock(std::string_view call, const std::string&, bool) override {
+    if (isAway_) lose();
+    if (call == "commit" && next_ == Truth::TakenBack) lose();
+    return Fate::Done;
+  }
+  void kept() override {
+    if (next_) lose();
+  }
+  void writing(bool) override {}
+  void cut(Fate) override {}
+
+ private:
+  [[noreturn]] void lose() {
+    next_.reset();
+    isAway_ = true;
+    throw ConnectionLost(u"不知道是否已经保存。"_qs, "commit", ConnectionLost::How::Unknown);
+  }
+  std::optional<Truth> next_;
+  bool isAway_ = false;
+};
+
+/// Whatever becomes of the commit behind a file that was sent: a contract that stands has its file, and a file without
+/// one goes.
+TEST_F(AttachmentServer, TheFileFollowsACommitThatNobodyAnswered) {
+  const FtpServer& server = start(Encryption::None);
+  LosesTheEnd keeper;
+  dataModule().closeAccountDb();
+  dataModule().installAccountDb(std::make_unique<StationDoor>(openFresh(), keeper));
+  use(settings());
+  for (const Keeper kind : {Keeper::Server, Keeper::Folder})
+    for (const auto truth : {LosesTheEnd::Truth::Kept, LosesTheEnd::Truth::TakenBack}) {
+      const bool isKept = truth == LosesTheEnd::Truth::Kept;
+      SCOPED_TRACE(isKept ? "kept" : "taken back");
+      const auto files = [&] { return kind == Keeper::Server ? server.files() : kept(); };
+      EXPECT_THROW(save(
+                       given(u"协议.pdf"_qs, "text"),
+                       [&](int) {
+                         keeper.loseNext(truth);
+                         return true;
+                       },
+                       kind),
+                   ConnectionLost);
+      keeper.comeBack();
+      EXPECT_EQ(contractsWritten(), isKept ? "1" : "0");
+      EXPECT_EQ(notes(), isKept ? "0" : "1");
+      EXPECT_EQ(files().size(), 1) << "as long as it is not known";
+      contracts::removeLeftFiles();
+      EXPECT_EQ(notes(), isKept ? "0" : "1") << "another station may be sending it just now";
+      setClock(u"2021-05-05"_qs);
+      EXPECT_TRUE(allGoes());
+      EXPECT_EQ(files().size(), isKept ? 1 : 0);
+      execSql("delete from jxc_htgl");
+      for (const QString& each : files())
+        QFile::remove(kind == Keeper::Server ? server.root() + u'/' + each : programPath(u"khht/"_qs + each));
+      setClock(u"2021-05-03"_qs);
+    }
+}
+
+class AttachmentAtACut : public AttachmentServer {};
+
+TEST_F(AttachmentAtACut, TheFileFollowsACommitWhoseConnectionBroke) {
+  if (!onServer()) GTEST_SKIP() << "a file answers its commit";
+  using Cut = ServerProxy::Cut;
+  const FtpServer& server = start(Encryption::None);
+  ServerProxy proxy(portOf(copyAddress()));
+  dataModule().installAccountDb(openPostgres(QString::fromStdString(proxy.address(copyAddress()))));
+  use(settings());
+  const auto saveCut = [&](Cut when) {
+    return save(given(u"协议.pdf"_qs, "text"), [&proxy, when](int) {
+      proxy.cut(when);
+      return true;
+    });
+  };
+  const auto stands = saveCut(Cut::BeforeItsAnswer);
+  ASSERT_TRUE(stands) << "it is found out that it was kept";
+  EXPECT_THROW(saveCut(Cut::BeforeCommit), ConnectionLost);
+  EXPECT_EQ(contractsWritten(), "1");
+  EXPECT_TRUE(allGoes());
+  EXPECT_EQ(server.files(), QStringList{storedName(*stands)});
 }
 
 TEST_F(AttachmentServer, LargeFilesGoPieceByPieceAndWhatChangesOnItsWayIsNotTaken) {

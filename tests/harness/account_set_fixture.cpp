@@ -24,8 +24,8 @@ QDateTime moment(const QString& text) {
 /// Suites that write so much that taking it back would take a server longer than a copy of an account set.
 Story storyOfTest() {
   const char* const suite = ::testing::UnitTest::GetInstance()->current_test_suite()->name();
-  for (const char* many :
-       {"RandomHistories", "MoneyWalk", "InvoiceWalk", "PostingTest", "BothEngines", "SimulationTest"})
+  for (const char* many : {"RandomHistories", "MoneyWalk", "InvoiceWalk", "PostingTest", "BothEngines",
+                           "SimulationTest", "AttachmentAtACut"})
     if (std::string_view(suite) == many) return Story::Long;
   return Story::Short;
 }

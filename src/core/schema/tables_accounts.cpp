@@ -82,12 +82,14 @@ constexpr std::string_view kContractOfDocument = R"(
     ht_sn varchar(8)
     a_name nvarchar(32))";
 
-// Files of contracts that are gone, until somebody has taken them off the disk.
+// Files that no contract names: of contracts that are gone, until somebody has taken them off the disk, and of those
+// that are not written yet, while the file is on its way.
 constexpr std::string_view kFileOfContract = R"(
     ht_path nvarchar(128)
     ht_fujian varchar(32)
     ht_fjname nvarchar(64)
-    ht_type varchar(4))";
+    ht_type varchar(4)
+    ht_rq varchar(32)         -- until then it may still be on its way; empty: it may go)";
 
 constexpr std::string_view kFtp = R"(
     ftp_ip varchar(32)

@@ -407,6 +407,10 @@ std::vector<UpgradeStep> ladder() {
                   .blocks = {added("jxc_jsda", {{"da_ql", "0"}}), added("jxc_backupzk", {{"bz_set", "''"}})},
                   .untilDone = true},
       step("2026-12-02", {missing("select ftp_zs from jxc_ftpaq", {recreate("jxc_ftpaq")})}),
+      UpgradeStep{.guard = "2026-12-03",
+                  .stamp = "2026-12-03",
+                  .blocks = {added("jxc_htwj", {{"ht_rq", "''"}})},
+                  .untilDone = true},
   };
 }
 

@@ -222,7 +222,10 @@ update jxc_lsxsd set ht_sn='' where gl_djh='XS21050310001'
 delete from jxc_htgl where ht_sn='100001'
 -- Contracts of documents: added for one, or picked; what is tied, and what goes.
 insert into jxc_htdj (ht_sn,a_name) values ('100002','admin')
-insert into jxc_htwj (ht_path,ht_fujian,ht_fjname,ht_type) values ('khht/','20210503120000123456.pdf','合同.pdf','kh')
+insert into jxc_htwj (ht_path,ht_fujian,ht_fjname,ht_type,ht_rq) values ('khht/','20210503120000123456.pdf','合同.pdf','kh','2021-05-04 12:00:00')
+update jxc_htwj set ht_rq='' where ht_fujian='20210503120000123456.pdf'
+select * from jxc_htwj where ht_rq<='2021-05-03 12:00:00'
+delete from jxc_htwj where ht_fujian='20210503120000123456.pdf'
 select top 1 a.ht_sn from jxc_htdj a,jxc_htgl b where a.ht_sn=b.ht_sn and a.a_name='admin' and b.gl_djh='' and b.ht_type='kh' order by a.id desc
 delete from jxc_htdj where ht_sn='100002' and (a_name<>'admin' or exists (select h.id from jxc_htgl h where h.ht_sn=jxc_htdj.ht_sn and h.gl_djh<>'' and h.gl_djh<>'XS21050310001'))
 select distinct ht_sn from jxc_jhd where j_sn='CJ21050210001' and ht_sn<>''
