@@ -88,7 +88,6 @@ void letGo(const Place& place, bool isThere = true) {
   }
 }
 
-/// Its number. A changed one stands still.
 /// Takes the file of a draft, if it has one. Nothing, after telling why, when it was refused or stopped.
 std::optional<Place> taken(const PartnerSide& side, const Draft& draft, Prompt& prompt,
                            const attachments::Progress& progress) {
@@ -109,6 +108,7 @@ std::optional<Place> taken(const PartnerSide& side, const Draft& draft, Prompt& 
   return {};
 }
 
+/// Its number. A changed one stands still.
 QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
   const QString name = sanitizeText(draft.name.trimmed()).left(kMostOfName);
   const QString letters = makeJm(name).left(kMostOfLetters);
@@ -147,8 +147,8 @@ QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
       updateRow("jxc_htgl", id, {{"ht_path", place.folder}, {"ht_fujian", place.stored}, {"ht_fjname", place.shown}});
     }
   }
-  writeLog((draft.number.isEmpty() ? u"增加合同，编号："_qs : u"修改合同，编号："_qs) + number + u"，名称："_qs + name);
   if (!place.stored.isEmpty()) strikeNote(place);
+  writeLog((draft.number.isEmpty() ? u"增加合同，编号："_qs : u"修改合同，编号："_qs) + number + u"，名称："_qs + name);
   return number;
 }
 
@@ -170,9 +170,9 @@ std::optional<QString> removeLeft(const Awaited* awaited) {
     if (!isDone && awaited && awaited->stored == place.stored) {
       why = attachments::remove(place, awaited->progress);
       isDone = !why;
-    }
     } else if (!isDone) {
       isDone = attachments::removeBeside(place) != attachments::Leaving::Going;
+    }
     if (isDone) execSql("delete from jxc_htwj where id=?", row.integer("id"));
   }
   return why;
