@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/log.h"
+#include "core/login.h"
 #include "core/numbers.h"
 #include "core/pinyin.h"
 #include "core/refusal.h"
@@ -177,6 +178,18 @@ std::optional<QString> removeLeft(const Awaited* awaited) {
   }
   return why;
 }
+
+/// Whoever deleted a contract may not work with contracts for months.
+const bool kComesByAtLogin = [] {
+  loginHooks().emplace_back([] {
+    try {
+      removeLeftFiles();
+    } catch (const DbError&) {
+      // A file that is left is no reason to keep anybody out.
+    }
+  });
+  return true;
+}();
 
 }  // namespace contracts_detail
 

@@ -3,6 +3,7 @@
 
 #include "accounts/contracts.h"
 #include "core/data_module.h"
+#include "core/login.h"
 #include "core/program_directory.h"
 #include "core/text.h"
 #include "engine/server.h"
@@ -28,13 +29,6 @@ using attachments::Keeper;
 using Encryption = FtpServer::Encryption;
 const QString kPassword = QStringLiteral("geheim&9");
 
-class AttachmentServer : public AccountSetFixture {
- protected:
-  void SetUp() override {
-    if (!FtpServer::canStart()) GTEST_SKIP() << "python3-pyftpdlib is not installed";
-  }
-  ~AttachmentServer() override { attachments::setServerTerms(std::chrono::seconds(20), {}); }
-
 /// The most memory that this process has held since it was last forgotten, in bytes.
 qint64 mostMemory() {
   const QByteArray status = bytesOf(u"/proc/self/status"_qs);
@@ -44,6 +38,13 @@ qint64 mostMemory() {
 void forgetMostMemory() {
   writeBytes(u"/proc/self/clear_refs"_qs, "5");
 }
+
+class AttachmentServer : public AccountSetFixture {
+ protected:
+  void SetUp() override {
+    if (!FtpServer::canStart()) GTEST_SKIP() << "python3-pyftpdlib is not installed";
+  }
+  ~AttachmentServer() override { attachments::setServerTerms(std::chrono::seconds(20), {}); }
 
   FtpServer& start(Encryption encryption) { return server_.emplace(encryption); }
   attachments::ServerSettings settings() {
@@ -247,6 +248,30 @@ TEST_F(AttachmentServer, WhatIsCutComesWholeTheSecondTimeAndWhatIsStoppedEndsAtO
   EXPECT_EQ(contractsWritten(), "0");
   EXPECT_TRUE(prompt.lastNotice().startsWith(u"合同已删除，附件文件还没有删除："_qs + left));
   EXPECT_EQ(notes(), "1") << "to be tried again";
+}
+
+/// The server goes in the middle of a transfer and is away when the part of the file is to be removed: it goes with the
+/// next login of whoever reaches the server again.
+TEST_F(AttachmentServer, APartThatCannotBeRemovedAtOnceGoesWhenTheServerIsBack) {
+  FtpServer& server = start(Encryption::None);
+  use(settings());
+  const QString file = sized(u"扫描.pdf"_qs, 20);
+  server.mood("held");
+  EXPECT_FALSE(save(file, [&](int) {
+    server.goAway();
+    return true;
+  }));
+  EXPECT_TRUE(prompt.lastNotice().contains(u"连接中断了"_qs)) << prompt.lastNotice().toStdString();
+  EXPECT_EQ(server.files().size(), 1);
+  EXPECT_EQ(contractsWritten() + notes(), "01");
+  server.mood({});
+  server.comeBack();
+  use(settings());
+  EXPECT_TRUE(allGoes([] {
+    for (const LoginHook& each : loginHooks())
+      each();
+  }));
+  EXPECT_EQ(server.files(), QStringList());
 }
 
 /// Loses the books at the end of the next command: it was kept or not, and nobody can be asked for a while.

@@ -69,7 +69,7 @@ bool FtpServer::canStart() {
   return QProcess::execute(u"/usr/bin/python3"_qs, {u"-c"_qs, u"import pyftpdlib.servers"_qs}) == 0;
 }
 
-FtpServer::FtpServer(Encryption encryption) {
+FtpServer::FtpServer(Encryption encryption) : encryption_(encryption) {
   QDir().mkpath(root());
   if (encryption == Encryption::Offered) {
     const QString key = folder_.filePath(u"key.pem"_qs);
@@ -82,8 +82,12 @@ FtpServer::FtpServer(Encryption encryption) {
         0);
     writeBytes(folder_.filePath(u"both.pem"_qs), bytesOf(key) + bytesOf(certificate()));
   }
+  comeBack();
+}
+
+void FtpServer::comeBack() {
   python_.start(u"/usr/bin/python3"_qs, {u"-c"_qs, QString::fromUtf8(ftp_server_detail::script), folder_.path(),
-                                         encryption == Encryption::Offered ? u"tls"_qs : u"plain"_qs});
+                                         encryption_ == Encryption::Offered ? u"tls"_qs : u"plain"_qs});
   while (!python_.canReadLine() && python_.waitForReadyRead(30000)) {
   }
   port_ = python_.readLine().trimmed().toInt();

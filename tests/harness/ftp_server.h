@@ -30,11 +30,14 @@ class FtpServer {
   QByteArray heard() const;
   /// Ends it before its time.
   void goAway();
+  /// With the same files, on another port.
+  void comeBack();
 
   QString root() const { return folder_.filePath(QStringLiteral("root")); }
 
  private:
   QTemporaryDir folder_;
+  Encryption encryption_;
   QProcess python_;
   int port_ = 0;
 };

@@ -15,6 +15,7 @@ namespace jxc::net {
 namespace ftp_detail {
 
 constexpr std::string_view kStore = "STOR ", kRetrieve = "RETR ", kRemove = "DELE ", kMake = "MKD ";
+constexpr int kNotThere = 550;  // or not to be touched
 // The hash of no key: with it each handshake ends before the server is told anything.
 constexpr const char* kNobodysPin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
 
@@ -67,6 +68,10 @@ struct Source {
   }
 };
 
+std::size_t passOver(char*, std::size_t size, std::size_t count, void*) {
+  return size * count;
+}
+
 std::size_t writeDown(char* text, std::size_t size, std::size_t count, void* file) {
   const qint64 all = static_cast<qint64>(size) * static_cast<qint64>(count);
   return static_cast<QIODevice*>(file)->write(text, all) == all ? static_cast<std::size_t>(all) : 0;
@@ -101,7 +106,16 @@ class Session {
     return line_.perform(kRetrieve, password_);
   }
 
-  Result remove(const FtpFile& file) { return order(kRemove, pathOf(server_, {file.folder, {}}), file.name); }
+  Result remove(const FtpFile& file) {
+    Result result = order(kRemove, pathOf(server_, {file.folder, {}}), file.name);
+    if (result.reason != Reason::Refused || result.code != kNotThere) return result;
+    prepare(pathOf(server_, file));
+    set(CURLOPT_NOBODY, 1L);  // no more than what there is to say of it
+    set(CURLOPT_WRITEFUNCTION, &passOver);
+    const Result look = line_.perform({}, password_);
+    const bool isGone = look.reason == Reason::Refused && look.code == kNotThere;
+    return isGone ? Result{.outcome = Outcome::Answered, .accepted = true} : result;
+  }
 
   /// Only what the server shows before it is told anything.
   Certificate certificate() {

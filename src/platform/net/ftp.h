@@ -33,7 +33,7 @@ std::unique_ptr<Call> storeFile(const FtpServer& server, const QString& from, co
 /// is removed.
 std::unique_ptr<Call> retrieveFile(const FtpServer& server, const FtpFile& file, const QString& to,
                                    const Terms& terms = {});
-/// Removes a file. One that is not there is refused by the server with 550.
+/// Removes a file. One that is not there counts as removed: the answer to an earlier order may have been lost.
 std::unique_ptr<Call> removeFile(const FtpServer& server, const FtpFile& file, const Terms& terms = {});
 /// Whether files can be kept there: logs in, stores a few bytes under this name and removes them. Of a server that
 /// shows a certificate nobody vouches for, `certificate` of the result tells which; it gets no name and no password.
