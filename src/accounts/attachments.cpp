@@ -2,10 +2,12 @@
 
 #include "accounts/attachment_server.h"
 #include "core/clock.h"
+#include "core/data_module.h"
 #include "core/file_names.h"
 #include "core/program_directory.h"
 #include "core/text.h"
 #include "engine/new_file.h"
+#include "engine/server.h"
 
 #include <QDir>
 #include <QFile>
@@ -157,7 +159,11 @@ std::optional<QString> remove(const Place& place, const Progress& progress) {
   }
   if (!isOurFolder(place.folder)) return {};
   QFile file(programPath(place.folder) + place.stored);
-  if (!file.exists() || file.remove()) return {};
+  if (!file.exists()) {
+    if (!isOnServer(accountDb())) return {};  // no other station has a folder of these books
+    return u"“%1”不在本机，保存它的那台电脑在下次登录时删除它。"_qs.arg(place.shown);
+  }
+  if (file.remove()) return {};
   return file.fileName() + u"\r\n\r\n"_qs + file.errorString();
 }
 

@@ -21,7 +21,7 @@ enum class Keeper : std::uint8_t { Folder, Server };
 
 /// How far a file is that is removed beside the window.
 enum class Leaving : std::uint8_t {
-  Going,  // or not begun, or the server was away: ask again
+  Going,  // or not begun, or the server was away, or it lies on another station: ask again
   Gone,
   Kept  // the server said no, which the log tells
 };
@@ -69,7 +69,8 @@ QString pathOf(const Place& place);
 /// that nobody else can look into and that goes with the program. Throws AttachmentError.
 QString fetch(const Place& place, const Progress& progress = {});
 /// Removes a stored file; never one under its shown name, and nothing outside of the two folders of either keeper. Why
-/// it is still there, in words; nothing when it is gone.
+/// it is still there, in words; nothing when it is gone. Where several stations share the books, one in a folder that
+/// is not there is taken for that of another one.
 std::optional<QString> remove(const Place& place, const Progress& progress = {});
 /// The same, for whoever cannot wait: a file on a server is removed beside the window. Whoever asks again learns what
 /// came of it, and begins anew where the server was not reached.

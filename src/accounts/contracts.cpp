@@ -160,7 +160,7 @@ struct Awaited {
 };
 
 /// Why the file that is waited for is still there, in words. The note of a file goes when the file has gone, or when
-/// its server has said no to a call that nobody waited for.
+/// its server has said no to a call that nobody waited for. A file of another station waits until that one comes by.
 std::optional<QString> removeLeft(const Awaited* awaited) {
   std::optional<QString> why;
   // Inside a transaction that may be taken back, the contract may come back as well.
@@ -179,7 +179,7 @@ std::optional<QString> removeLeft(const Awaited* awaited) {
   return why;
 }
 
-/// Whoever deleted a contract may not work with contracts for months.
+/// The station that holds the file of a contract which another one deleted may not work with contracts for months.
 const bool kComesByAtLogin = [] {
   loginHooks().emplace_back([] {
     try {

@@ -58,9 +58,9 @@ void htDelete(const QString& number);
 /// The same for the draft of a document that is left without saving: of one that was picked for another document
 /// meanwhile nothing goes.
 void dropAdded(const QString& number);
-/// Removes the files that no contract names, those on a server beside the window; what could not be reached is
-/// tried again with the next call. Whoever deletes a document that may have a contract calls it when that is done; each
-/// login does.
+/// Removes the files that no contract names, those on a server beside the window; what could not be reached, or lies in
+/// a folder of another station, is tried again with the next call. Whoever deletes a document that may have a contract
+/// calls it when that is done; each login does.
 void removeLeftFiles();
 
 /// Contracts of a period and with a key in number, name, its letters or the partner's, the newest first, with `u_name`

@@ -1,6 +1,7 @@
 // Contracts with their attachments as an operator keeps them.
 #include "accounts/attachments.h"
 #include "accounts/contracts.h"
+#include "core/login.h"
 #include "core/program_directory.h"
 #include "core/text.h"
 #include "engine/error.h"
@@ -8,6 +9,7 @@
 #include "harness/ftp_server.h"
 #include "masterdata/partners.h"
 #include "screens/harness/trading_test.h"
+#include "server/test_engine.h"
 #include "stock/cancelling.h"
 #include "stock/contract_ties.h"
 #include "stock/document.h"
@@ -120,6 +122,33 @@ TEST_F(ContractScreens, OldRowsOpenTheirFileAndLeaveItAndNothingElseIsRemoved) {
   EXPECT_TRUE(QFileInfo::exists(outside)) << "nothing outside of the two folders";
   execSql("update jxc_htgl set ht_path=?", words(attachments::kOnServer));
   EXPECT_FALSE(contracts::attachmentToOpen(u"100002"_qs, prompt));
+}
+
+/// Stations that share their books on a server have folders of their own.
+TEST_F(ContractScreens, AFileInTheFolderOfAnotherStationIsRemovedThere) {
+  contracts::Draft draft{.name = u"供镜协议"_qs, .partner = u"100001"_qs, .employee = u"100001"_qs};
+  draft.file = given(u"协议.pdf"_qs);
+  const auto first = contracts::saveContract(customerSide, draft, prompt);
+  const auto second = contracts::saveContract(customerSide, draft, prompt);
+  ASSERT_TRUE(first && second);
+  const auto logIn = [](const QString& station) {
+    setProgramDirectory(station);
+    for (const LoginHook& each : loginHooks())
+      each();
+    return rows("select count(*) from jxc_htwj");
+  };
+  const QString here = programDirectory();
+  const auto back = qScopeGuard([&] { setProgramDirectory(here); });
+  EXPECT_EQ(logIn(folder_.path()), "0");
+  EXPECT_TRUE(contracts::deleteContract(*first, prompt.willSayYes()));
+  EXPECT_EQ(
+      prompt.lastNotice(),
+      onServer() ? "合同已删除，附件文件还没有删除：“协议.pdf”不在本机，保存它的那台电脑在下次登录时删除它。" : "");
+  if (!onServer()) return;  // books in a file have no other station
+  contracts::htDelete(*second);
+  EXPECT_EQ(logIn(folder_.path()), "2");
+  EXPECT_EQ(logIn(here), "0");
+  EXPECT_EQ(kept(), QStringList());
 }
 
 /// What goes wrong on a server is told with the form as it was; the operator tries again or keeps the file here.
