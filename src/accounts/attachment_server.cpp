@@ -56,10 +56,11 @@ QString explained(const net::Result& result, const net::FtpServer& server) {
   }
 }
 
-[[noreturn]] void fail(const QString& what, const net::Result& result, const net::FtpServer& server) {
+[[noreturn]] void fail(const QString& what, const net::Result& result, const net::FtpServer& server,
+                       const QString& advice = {}) {
   const bool leavesPart = result.outcome == net::Outcome::Unknown || result.reason == net::Reason::Refused;
   if (result.reason == net::Reason::Stopped) throw AttachmentStopped(leavesPart);
-  throw AttachmentError(what + u"\r\n\r\n"_qs + explained(result, server), leavesPart);
+  throw AttachmentError(what + u"\r\n\r\n"_qs + explained(result, server) + advice, leavesPart);
 }
 
 /// Calls that nobody waits for, by the file that they remove. They end with the application: libcurl would be gone
@@ -210,7 +211,11 @@ void storeOnServer(const QString& from, const QString& folder, const QString& na
   const net::FtpServer server = detail::theServer();
   const net::Result result = net::storeFile(server, from, {folder, name}, detail::terms())->wait(progress);
   if (progress) progress(100);
-  if (!result.accepted) detail::fail(u"附件没有能够保存到FTP服务器！"_qs, result, server);
+  if (result.accepted) return;
+  // Of a server that becomes full in the middle of a file often nothing is heard but that it hung up.
+  const bool mayBeFull = result.outcome == net::Outcome::Unknown && result.reason == net::Reason::Cut;
+  detail::fail(u"附件没有能够保存到FTP服务器！"_qs, result, server,
+               mayBeFull ? u"如果总是传到中途就断开，服务器的空间可能已满。"_qs : QString());
 }
 
 QString fetchFromServer(const QString& folder, const QStringList& names, const QString& shown,
@@ -220,8 +225,10 @@ QString fetchFromServer(const QString& folder, const QStringList& names, const Q
   const QString copy = detail::placeForCopy(shown);
   net::Result result;
   for (const QString& name : names) {
-    result = net::retrieveFile(server, {folder, name}, copy, detail::terms())->wait(progress);
-    if (result.accepted || result.code != detail::kNotThere) break;
+    const net::Result each = net::retrieveFile(server, {folder, name}, copy, detail::terms())->wait(progress);
+    const bool isFound = each.code != detail::kNotThere;
+    if (isFound || name == names.first()) result = each;  // why it was refused under its own name is what counts
+    if (isFound) break;
   }
   if (progress) progress(100);
   if (!result.accepted) detail::fail(u"附件“%1”没有能够从FTP服务器取回！"_qs.arg(shown), result, server);

@@ -13,29 +13,24 @@ namespace ftp_server_detail {
 const char script[] = R"(
 import os, sys, threading, time
 from pyftpdlib.authorizers import DummyAuthorizer
-from pyftpdlib.handlers import FTPHandler, TLS_DTPHandler, TLS_FTPHandler, ThrottledDTPHandler
+from pyftpdlib.handlers import DTPHandler, FTPHandler, TLS_DTPHandler, TLS_FTPHandler
+from pyftpdlib.log import logger
 from pyftpdlib.servers import FTPServer
 
 folder, encrypted = sys.argv[1], sys.argv[2] == 'tls'
 threading.Thread(target=lambda: (sys.stdin.read(), os._exit(0)), daemon=True).start()
 
-def mood(now=None):
+def mood():
     path = folder + '/mood'
-    if now is not None: open(path, 'w').write(now)
     return open(path).read() if os.path.exists(path) else ''
 
-class Files(ThrottledDTPHandler):
-    def __init__(self, *args):
-        super().__init__(*args)
-        self.read_limit = 200000 if mood() == 'slow' else 0
+class Files(DTPHandler):
     def handle_read_event(self):
-        if mood() == 'held':
-            time.sleep(0.005)
-        elif mood() == 'cut' and self.tot_bytes_received > 100000:
-            mood('')
-            self.cmd_channel.close()
-        else:
-            super().handle_read_event()
+        if mood() == 'held': return time.sleep(0.005)
+        if not self.tot_bytes_received or mood() not in ('cut', 'quota'): return self.handle_read()
+        if mood() == 'cut': return self.cmd_channel.close()
+        self._resp = ('552 Exceeded storage allocation.', logger.warning)
+        self.close()
 
 class SecretFiles(TLS_DTPHandler):
     def readable(self):  # the handshake may come before the order that the line is for
@@ -45,10 +40,13 @@ class Orders(TLS_FTPHandler if encrypted else FTPHandler):
     auth_failed_timeout = 0
     def pre_process_command(self, line, cmd, arg):
         with open(folder + '/heard', 'a') as heard: heard.write(line + '\n')
+        now = mood() if cmd in ('STOR', 'RETR', 'DELE') else ''
+        if now == 'silent': return
+        if now == 'denied': return self.respond('550 Permission denied.')
+        if now == 'full' and cmd == 'STOR': return self.respond('452 Insufficient storage space.')
+        if now == 'cut' and cmd == 'DELE': return self.close()
         super().pre_process_command(line, cmd, arg)
-    def ftp_STOR(self, file, mode='w'):
-        if mood() == 'full': self.respond('452 Insufficient storage space.')
-        elif mood() != 'silent': return super().ftp_STOR(file, mode)
+        if now == 'cut' and cmd == 'RETR': self.close()  # the first piece may have gone out
     def handle_auth_failed(self, msg, password):
         super().handle_auth_failed('"%s" is not the password.' % password, password)
 

@@ -21,8 +21,8 @@ class FtpServer {
   /// A certificate that it made for itself, for 127.0.0.1.
   QString certificate() const { return folder_.filePath(QStringLiteral("cert.pem")); }
 
-  /// What goes wrong with the next files: "full", "silent", "slow", "held" (what comes is not
-  /// read) until something else is said, "cut" once.
+  /// What goes wrong with files until something else is said: "full" from the start, "quota" in the middle, "denied",
+  /// "silent", "held" (what comes is not read), "cut" in the middle of a file.
   void mood(const QByteArray& mood) const;
   /// All files below the root, as paths: "khht/x.pdf".
   QStringList files() const;
