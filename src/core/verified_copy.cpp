@@ -107,7 +107,7 @@ bool copyFromServer(Database& server, const QString& file, const CopyReport& rep
 }
 
 /// In whatever thread, over a connection that is free for it.
-bool copyNow(Database& set, const QString& file, const CopyReport& report) {
+bool copyNow(Database& set, const QString& file, const CopyReport& report, Beside beside) {
   const LongWork longWork;
   SumBefore before(sumFileOf(file));
   const CopyReport copying = part(report, 0, percentOfCopying);
@@ -121,7 +121,7 @@ bool copyNow(Database& set, const QString& file, const CopyReport& report) {
     });
   if (!isMade) return false;
   before.forget();
-  keepSum(file, sumOf(file, {}));
+  if (beside == Beside::Sum) keepSum(file, sumOf(file, {}));
   if (report) report(100);
   return true;
 }
@@ -132,17 +132,17 @@ void requireNoTransaction(const Database& set) {
 
 }  // namespace verified_copy_detail
 
-VerifiedCopy::VerifiedCopy(Database& set, const QString& file) : file_(file) {
+VerifiedCopy::VerifiedCopy(Database& set, const QString& file, Beside beside) : file_(file) {
   using verified_copy_detail::copyNow;
   verified_copy_detail::requireNoTransaction(set);
   if (Database::OpenReader open = set.readerOpener())
-    work_ = std::make_unique<WorkBehind>([this, open = std::move(open)](const CopyReport& report) {
+    work_ = std::make_unique<WorkBehind>([this, beside, open = std::move(open)](const CopyReport& report) {
       giveWayToOthers();  // stations on this machine post meanwhile
       const std::unique_ptr<Database> own = open();
-      isMade_ = copyNow(*own, file_, report);
+      isMade_ = copyNow(*own, file_, report, beside);
     });
   else
-    isMade_ = copyNow(set, file_, {});
+    isMade_ = copyNow(set, file_, {}, beside);
 }
 
 void VerifiedCopy::stop() {
@@ -154,11 +154,11 @@ bool VerifiedCopy::result(const CopyReport& report) {
   return isMade_;
 }
 
-bool makeVerifiedCopy(Database& set, const QString& file, const CopyReport& report) {
+bool makeVerifiedCopy(Database& set, const QString& file, const CopyReport& report, Beside beside) {
   using namespace verified_copy_detail;
   requireNoTransaction(set);
-  if (!set.readerOpener()) return copyNow(set, file, report);
-  const bool isMade = VerifiedCopy(set, file).result(report);
+  if (!set.readerOpener()) return copyNow(set, file, report, beside);
+  const bool isMade = VerifiedCopy(set, file, beside).result(report);
   if (isMade && report) report(100);
   return isMade;
 }

@@ -14,6 +14,9 @@ namespace jxc {
 /// Percent; false stops. Called in the thread of whoever asked for the copy.
 using CopyReport = WorkBehind::Report;
 
+/// What stands beside a copy: its sum, or nothing where it becomes a set to work with, which its first command changes.
+enum class Beside : char { Sum, Nothing };
+
 /// Copies one moment of an account set into `file` while others go on posting. The copy is an account file wherever the
 /// set lives, on a server too, complete by itself. It is written beside its place, opened anew, its mark, pages, texts
 /// and the rows of every table are checked, and only then it takes the place of what stood there; its sum is kept
@@ -23,14 +26,14 @@ using CopyReport = WorkBehind::Report;
 ///
 /// False when `report` stopped it. Throws DbError with the reason in words, among others when the set is damaged. In
 /// both cases the file that stood there before is as it was, and nothing else is left.
-bool makeVerifiedCopy(Database& set, const QString& file, const CopyReport& report = {});
+bool makeVerifiedCopy(Database& set, const QString& file, const CopyReport& report = {}, Beside beside = Beside::Sum);
 
 /// The same copy for whoever does not want to wait: it is begun, looked at now and then, and ended. Calls of the set
 /// from its own thread go on meanwhile.
 class VerifiedCopy {
  public:
   /// Begins. Throws DbError where it cannot.
-  VerifiedCopy(Database& set, const QString& file);
+  VerifiedCopy(Database& set, const QString& file, Beside beside = Beside::Sum);
   VerifiedCopy(const VerifiedCopy&) = delete;
   VerifiedCopy& operator=(const VerifiedCopy&) = delete;
 

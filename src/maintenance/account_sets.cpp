@@ -143,8 +143,7 @@ bool restoreAnew(const AccountSet& set, OpenedBackup& backup, const CopyReport& 
   backup.database().execute("update jxc_backupzk set bz_set=''");  // the shop's own backups are not this set's
   const QString beside = unfinishedSet(set.file);
   removeSetFile(beside);
-  backup.database().backupTo(beside, report);
-  if (!QFileInfo::exists(beside)) return false;
+  if (!makeVerifiedCopy(backup.database(), beside, report, Beside::Nothing)) return false;
   const QString aside = set.file + QStringLiteral(".old-") + backupStamp();
   const bool stoodThere = QFileInfo::exists(set.file);
   if (stoodThere) moveSetFile(set.file, aside);

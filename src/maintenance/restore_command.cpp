@@ -42,7 +42,8 @@ void restoreAnew(Console& console, OpenedBackup& backup, bool force, Prompt& pro
   if (!prompt.ask(backup.words().join(u'\n') + QStringLiteral("\n\n确定要恢复吗？")))
     throw ConsoleRefusal(QStringLiteral("没有恢复"));
   logRestore(backup, {});
-  makeConsoleAccount(console, force, [&](const QString& file) { backup.database().backupTo(file); });
+  makeConsoleAccount(console, force,
+                     [&](const QString& file) { makeVerifiedCopy(backup.database(), file, {}, Beside::Nothing); });
 }
 
 int run(Console& console, ConsoleWords words) {

@@ -62,6 +62,14 @@ class AccountSetsTest : public test::AccountSetFixture {
     const auto backup = OpenedBackup::open(file);
     return restoreAccountSet(set, *backup, prompt, reports);
   }
+  /// As a dying disk does it.
+  static void spoilAPage(const QString& path) {
+    constexpr qint64 page = 4096;
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    ASSERT_TRUE(file.seek(file.size() / page / 2 * page));
+    ASSERT_EQ(file.write(QByteArray(page, '\0')), page);
+  }
   static void nameCompany(const QString& file, const QString& name) {
     const std::array<Value, 1> values{Value(name)};
     openSqlite(file)->execute("update jxc_company set c_name=?", values);
@@ -209,6 +217,28 @@ TEST_F(AccountSetsTest, ACopyGoesThereAndBack) {
   EXPECT_EQ(companyIn(made.file), u"大明眼镜"_qs);
   EXPECT_EQ(restoresIn(made.file), u"1"_qs);
   EXPECT_EQ(test::bytesOf(data(files().filter(u".old-"_qs).value(0))), QByteArray("of a dying disk"));
+  EXPECT_EQ(files().size(), 2) << "a set has no sum beside it: " << files().join(u' ').toStdString();
+
+  // One page of the backup is damaged, before it is looked into or between that and the writing.
+  ASSERT_TRUE(removeSetFile(made.file));
+  const QStringList left = files();
+  const auto refusal = [&](const auto& restore) {
+    try {
+      restore();
+    } catch (const DbError& error) {
+      return error.message();
+    }
+    return u"restored"_qs;
+  };
+  auto opened = OpenedBackup::open(*first);
+  const QStringList lookedInto = QDir(programPath(u"data"_qs)).entryList({u"restore.mdb*.tmp"_qs}, QDir::Files);
+  ASSERT_EQ(lookedInto.size(), 1);
+  spoilAPage(data(lookedInto.front()));
+  EXPECT_TRUE(refusal([&] { restoreAccountSet(made, *opened, prompt.willSayYes()); }).contains(u"损坏"_qs));
+  opened.reset();
+  spoilAPage(*first);
+  EXPECT_TRUE(refusal([&] { restored(made, *first); }).startsWith(u"这个文件不能用来恢复：它已损坏"_qs));
+  EXPECT_EQ(files(), left);
 }
 
 TEST_F(AccountSetsTest, ASetOnAServerIsRestoredThere) {
