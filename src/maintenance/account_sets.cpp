@@ -14,6 +14,7 @@
 #include "core/text.h"
 #include "core/verified_copy.h"
 #include "engine/file_use.h"
+#include "maintenance/backups.h"
 
 #include <QDir>
 #include <QFile>
@@ -124,7 +125,7 @@ bool isSetInUse(const AccountSet& set) {
 
 /// A copy of the set under its name and the moment; false when stopped. Throws DbError.
 bool copySet(const AccountSet& set, const QString& file, const CopyStep& step) {
-  if (isSetInUse(set)) return makeVerifiedCopy(accountDb(), file, step);
+  if (isSetInUse(set)) return backUpAs(file, step);
   const std::unique_ptr<Database> books =
       set.address.isEmpty() ? openSqlite(set.file, {.readOnly = true, .essential = false}) : openAccountFile(set.file);
   return makeVerifiedCopy(*books, file, step);

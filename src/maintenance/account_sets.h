@@ -60,8 +60,8 @@ class AccountSets {
 };
 
 using CopyStep = std::function<bool(int percent)>;
-/// A verified copy of the set in the folder, under its name and the moment. The file; nothing when refused, failed or
-/// stopped, which was told.
+/// A verified copy of the set in the folder, under its name and the moment; of the set in use it is the last good
+/// backup from now on. The file; nothing when refused, failed or stopped, which was told.
 std::optional<QString> backUpAccountSet(const AccountSet& set, const QString& folder, const CopyStep& step,
                                         Prompt& prompt);
 /// Whether the set may be restored from here: the one in use has a screen of its own for that. Told.

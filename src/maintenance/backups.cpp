@@ -25,8 +25,8 @@
 namespace jxc {
 namespace backups_detail {
 
-constexpr int longestPath = 200;   // of jxc_backup
-constexpr int longestWords = 250;  // of jxc_backupzk
+constexpr int longestPath = 200;                      // of jxc_backup
+constexpr int longestWords = 250, longestFile = 255;  // of jxc_backupzk
 constexpr int rehearsalDays = 7;
 constexpr int mostHours = 24;
 constexpr std::chrono::minutes longestWaiting{10};  // a station that recomputes its whole ledger
@@ -299,6 +299,21 @@ QString backUpNow(const BackupSettings& settings, const CopyReport& report) {
   const QString file = backup.finish();
   if (report && !file.isEmpty()) report(100);
   return file;
+}
+
+bool backUpAs(const QString& file, const CopyReport& report) {
+  using namespace backups_detail;
+  StateNote note;  // before the copy: the key of the set is in it
+  const auto heard = [&report](int percent) { return !report || report(std::min(percent, 99)); };
+  if (!makeVerifiedCopy(accountDb(), file, heard)) return false;
+  // It can be rehearsed where its whole path can be kept.
+  note.write("bz_time=?,bz_file=?,bz_fail=''",
+             {Value(clock::stamp()), Value(file.size() <= longestFile ? file : QString())});
+  for (; !note.isDone(); QThread::msleep(WorkBehind::pause))
+    heard(99);
+  note.result();
+  if (report) report(100);
+  return true;
 }
 
 void backupDatabase(const CopyReport& report) {

@@ -99,6 +99,10 @@ class RunningBackup {
 /// One that the caller waits for. The file; empty when `report` stopped it.
 QString backUpNow(const BackupSettings& settings, const CopyReport& report = {});
 
+/// One of the set in use into a file of the operator's own choice. It counts as the last good one wherever it lies, and
+/// is as many days old for the window as those of the settings. False when `report` stopped it. Throws DbError.
+bool backUpAs(const QString& file, const CopyReport& report = {});
+
 /// Automatic backup into the folder of the settings, without a word; nothing without a folder. The caller waits.
 void backupDatabase(const CopyReport& report = {});
 /// Deletes backups of this account set that are older than the days of the settings, known by name and stamp, and by

@@ -6,8 +6,11 @@
 #include "core/schema/schema.h"
 #include "core/set_files.h"
 #include "engine/presence.h"
+#include "engine/server.h"
 #include "harness/account_set_fixture.h"
 #include "harness/files.h"
+#include "maintenance/backups.h"
+#include "server/server_proxy.h"
 #include "server/test_engine.h"
 
 #include <QDir>
@@ -239,6 +242,27 @@ TEST_F(AccountSetsTest, ACopyGoesThereAndBack) {
   spoilAPage(*first);
   EXPECT_TRUE(refusal([&] { restored(made, *first); }).startsWith(u"这个文件不能用来恢复：它已损坏"_qs));
   EXPECT_EQ(files(), left);
+}
+
+// A good backup counts wherever the operator wants it to lie; of another set it is nothing to the one in use.
+TEST_F(AccountSetsTest, ABackupOfTheSetInUseIsItsLastGoodOne) {
+  if (test::onServer()) dataModule().installAccountDb(test::openFresh(test::Story::Long));
+  add(u"二店"_qs);
+  execSql("update jxc_backupzk set bz_fail='磁盘已满'");
+  ASSERT_TRUE(backUpAccountSet(set(u"100002"_qs), home_.path(), {}, prompt));
+  EXPECT_FALSE(backUpAccountSet(
+      set(u"100001"_qs), home_.path(), [](int) { return false; }, prompt));
+  EXPECT_EQ(backupState().words(), u"备份没有写成"_qs);
+  int last = 0;
+  const auto file = backUpAccountSet(
+      set(u"100001"_qs), home_.path(), [&last](int percent) { return last = percent, true; }, prompt);
+  ASSERT_TRUE(file) << prompt.lastNotice().toStdString();
+  EXPECT_EQ(last, 100) << "the bar goes";
+  EXPECT_EQ(backupState().file, *file);
+  EXPECT_EQ(backupState().words(), u"备份：05-03 14:30"_qs);
+  EXPECT_FALSE(backupState().isAlarming());
+  EXPECT_EQ(lookedUp(*file, "select bz_set from jxc_backupzk"), lookupValue("select bz_set from jxc_backupzk"));
+  EXPECT_TRUE(isRehearsalDue()) << "tried like any other";
 }
 
 TEST_F(AccountSetsTest, ASetOnAServerIsRestoredThere) {
