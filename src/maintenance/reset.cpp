@@ -26,6 +26,8 @@
 namespace jxc {
 namespace reset_detail {
 
+using Progress = std::function<bool(int percent, const QString& doing)>;
+
 /// What a shop keeps in tables that a reset empties, and would not count among its documents.
 constexpr std::array<std::string_view, 22> besides = {
     "jxc_yhzh",   "jxc_htgl", "jxc_khhtgl", "jxc_gdzc", "jxc_ghsbj", "jxc_khbj",        "jxc_zpxx", "jxc_tx",
@@ -66,10 +68,11 @@ QString listed(const Tables& tables, Say say) {
 
 /// A verified copy where backups go, under a name that no tidying of old backups takes away: it is the last that holds
 /// what is about to go. False when it failed, which was told, or was stopped.
-bool backUp(const std::function<bool(int)>& step, Prompt& prompt) {
+bool backUp(const Progress& progress, Prompt& prompt) {
   const QString file = backupFileIn(backupFolder(accountDb()), QStringLiteral("(清理前)"));
   try {
-    if (!makeVerifiedCopy(accountDb(), file, step)) return false;
+    const auto report = [&](int percent) { return !progress || progress(percent, QStringLiteral("备份数据库")); };
+    if (!makeVerifiedCopy(accountDb(), file, report)) return false;
   } catch (const DbError& failure) {
     prompt.notice(QStringLiteral("备份没有写成，数据没有清理：") + failure.message());
     return false;
@@ -79,10 +82,10 @@ bool backUp(const std::function<bool(int)>& step, Prompt& prompt) {
 }
 
 /// The backup that comes first, or the operator's word that he goes without.
-bool isBackedUp(BackupFirst backup, const std::function<bool(int)>& step, Prompt& prompt) {
+bool isBackedUp(BackupFirst backup, const Progress& progress, Prompt& prompt) {
   if (backup == BackupFirst::Always ||
       prompt.ask(QStringLiteral("系统初始化之前建议先备份数据库，现在是否备份数据库？")))
-    return backUp(step, prompt);
+    return backUp(progress, prompt);
   return prompt.ask(QStringLiteral("没有备份，清理掉的数据就再也找不回来。\r\n\r\n确定不备份，继续清理吗？"));
 }
 
@@ -147,13 +150,13 @@ QString clearingInWords(Clearing what) {
 }
 
 Cleared clearData(Clearing what, const QString& question, BackupFirst backup,
-                  const std::function<bool(int percent)>& step, Prompt& prompt) {
+                  const std::function<bool(int percent, const QString& doing)>& progress, Prompt& prompt) {
   using namespace reset_detail;
   if (isRefused({session().r_sn != u"100001", QStringLiteral("只有系统管理员才能使用此功能！")}, prompt))
     return Cleared::Refused;
   // Before the first question: who comes to work meanwhile waits, and reads why.
   const std::unique_ptr<SetForOneself> alone = takeForOneself(AloneFor::Reset, prompt);
-  if (!alone || !isBackedUp(backup, step, prompt)) return Cleared::Refused;
+  if (!alone || !isBackedUp(backup, progress, prompt)) return Cleared::Refused;
   if (!prompt.ask(question + QStringLiteral("\r\n\r\n") + clearingInWords(what))) return Cleared::Declined;
   try {
     if (!asOwner(prompt, QStringLiteral("数据清理"), [what] { clear(what); })) return Cleared::Refused;
@@ -161,8 +164,11 @@ Cleared clearData(Clearing what, const QString& question, BackupFirst backup,
     prompt.notice(QStringLiteral("数据没有清理，全部保持原样：") + failure.message());
     return Cleared::Refused;
   }
-  // With what the shop was, of which the file still holds the remains.
-  if (!isOnServer(accountDb())) giveRoomBack(accountDb(), [] { return true; });
+  // With what the shop was, of which the file still holds the remains. It is cleared: that they stay there for a while,
+  // because this was stopped or another one reads, changes no figure.
+  if (!isOnServer(accountDb()))
+    giveRoomBack(accountDb(), [&] { return !progress || progress(99, QStringLiteral("整理数据库文件")); });
+  if (progress) progress(100, {});
   return Cleared::Done;
 }
 

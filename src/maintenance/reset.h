@@ -27,9 +27,10 @@ enum class Cleared : char {
 QString clearingInWords(Clearing what);
 
 /// Has the set for itself, makes a verified backup, asks `question` with what goes, and empties the set, in one
-/// transaction. `step` hears the progress of the backup.
+/// transaction; then the room of what went is given back to the disk. `progress` hears of the backup and of that, by
+/// percent and in words; false stops the one before anything has gone, and leaves of the other a larger file.
 Cleared clearData(Clearing what, const QString& question, BackupFirst backup,
-                  const std::function<bool(int percent)>& step, Prompt& prompt);
+                  const std::function<bool(int percent, const QString& doing)>& progress, Prompt& prompt);
 
 /// What the shop is called on its papers, where it is filled in: name, short name, telephone, address.
 void saveShopName(const QString& name, const QString& shortName, const QString& telephone, const QString& address);

@@ -7,6 +7,7 @@
 #include "harness/findings.h"
 #include "maintenance/period_closing.h"
 #include "maintenance/shop_walk.h"
+#include "server/test_engine.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -98,6 +99,31 @@ TEST_F(ResetTest, ASetThatLostEverythingIsASetOfItsFirstDay) {
   settle();
   live(10, 30);
   EXPECT_EQ(faults(false), QStringList());
+}
+
+// The file is written anew behind the clearing, with a bar; stopped there, it is cleared all the same.
+TEST_F(ResetTest, TheRoomOfWhatWentIsGivenBackWithABar) {
+  fill(13);
+  {
+    Transaction transaction(accountDb());
+    for (int i = 0; i < 12000; ++i)
+      insertRow("jxc_goods", {{"g_sn", QString::number(20000000 + i)}});
+    transaction.commit();
+  }
+  QStringList heard;
+  int last = 0;
+  const auto hear = [&](int percent, const QString& doing) {
+    last = percent;
+    if (heard.isEmpty() || heard.last() != doing) heard << doing;
+    return doing != u"整理数据库文件";
+  };
+  prompt.willSayYes();
+  EXPECT_EQ(clearData(Clearing::Business, u"？"_qs, BackupFirst::Always, hear, prompt), Cleared::Done);
+  QStringList due{u"备份数据库"_qs, u"整理数据库文件"_qs, QString()};
+  if (test::onServer()) due.removeAt(1);  // which does that work by itself
+  EXPECT_EQ(heard, due);
+  EXPECT_EQ(last, 100) << "the bar goes";
+  EXPECT_EQ(rows("jxc_goodslist"), 0);
 }
 
 // A clearing that fails on its way (a file of the log's name is there) leaves every row and says so.

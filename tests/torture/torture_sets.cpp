@@ -64,8 +64,8 @@ int clearSet(std::string_view what) {
   std::cout << "begin" << std::endl;
   const Cleared cleared = clearData(
       what == "all" ? Clearing::All : Clearing::Business, QStringLiteral("？"), BackupFirst::Always,
-      [](int percent) {
-        if (percent >= 100) std::cout << "copied" << std::endl;
+      [](int percent, const QString& doing) {
+        if (percent >= 100 && !doing.isEmpty()) std::cout << "copied" << std::endl;
         return true;
       },
       prompt);

@@ -88,10 +88,6 @@ constexpr std::array kStepCommands = {
     StepCommand{"btnPrior3", 2}, StepCommand{"btnNext3", 2},  StepCommand{"btnPrior4", 3}, StepCommand{"btnNext4", 3},
     StepCommand{"btnPrior5", 4}, StepCommand{"btnOK5", 4}};
 
-std::function<bool(int)> backupBar(QWidget* window) {
-  return ui::progressOnDemand(QStringLiteral("正在备份……"), window);
-}
-
 class TF_Sjql : public ui::Screen {
  public:
   TF_Sjql() : Screen(kScreen) {
@@ -134,8 +130,8 @@ class TF_Sjql : public ui::Screen {
 
   void clear() {
     const Clearing what = field("rSele22").isChecked() ? Clearing::All : Clearing::Business;
-    switch (
-        clearData(what, QStringLiteral("是否要删除所有营业数据？"), BackupFirst::Asked, backupBar(this), prompt())) {
+    switch (clearData(what, QStringLiteral("是否要删除所有营业数据？"), BackupFirst::Asked,
+                      ui::progressInWords(windowTitle(), this), prompt())) {
       case Cleared::Refused:
         return;
       case Cleared::Declined:
@@ -268,8 +264,8 @@ class TF_Guide : public ui::Screen {
     }
     // What keeps partners and members empties the stock as well: a stock without the ledger behind it proves nothing.
     const Clearing what = field("rClear1").isChecked() ? Clearing::All : Clearing::Business;
-    if (clearData(what, QStringLiteral("您确定要进行数据清理操做吗？"), BackupFirst::Always, backupBar(this),
-                  prompt()) != Cleared::Done)
+    if (clearData(what, QStringLiteral("您确定要进行数据清理操做吗？"), BackupFirst::Always,
+                  ui::progressInWords(windowTitle(), this), prompt()) != Cleared::Done)
       return;
     prompt().notice(QStringLiteral("删除完成！"));
     if (what != Clearing::All) return showStep(kBasicsStep);
