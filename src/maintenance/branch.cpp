@@ -166,9 +166,13 @@ std::optional<QString> exportBranch(const BranchExport& what, const std::functio
     prompt.notice(failure.message());
     return {};
   }
-  execSql("update jxc_fd set fd_dcrq=?", clock::today());
-  if (progress) progress(100);
   QString done = QStringLiteral("备份完成！");
+  try {
+    execSql("update jxc_fd set fd_dcrq=?", clock::today());
+  } catch (const DbError& failure) {
+    done += QStringLiteral("\r\n\r\n但是没有记下导出时间：") + failure.message();
+  }
+  if (progress) progress(100);
   if (file.endsWith(QStringLiteral(".xlsx")))
     done += QStringLiteral("\r\n\r\n数据超过65535行，.xls文件放不下，已导出为.xlsx文件。");
   prompt.notice(done);

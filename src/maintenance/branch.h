@@ -32,7 +32,8 @@ struct BranchExport {
 /// Writes goods, stock, sale lines, return lines and the branch's name as the sheets 1 to 5 of one new .xls file, all
 /// of one moment while others go on working, and keeps today as the day of the last export once the file is there.
 /// Where a sheet has more rows than such a file holds, it is an .xlsx file, which is told. Returns the file; nothing
-/// when refused, stopped or failed, which is told too.
+/// when refused, stopped or failed, which is told too. Throws DbError when the books cannot be read. Whatever hinders
+/// or kills it leaves no file under the told name, and the day as it was.
 std::optional<QString> exportBranch(const BranchExport& what, const std::function<bool(int percent)>& progress,
                                     Prompt& prompt);
 

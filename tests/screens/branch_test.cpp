@@ -1,17 +1,23 @@
 // The branch's own name, and the file of goods, stock and sales that goes to the head office.
 #include "maintenance/branch.h"
 
+#include "core/data_module.h"
 #include "engine/sheet_export.h"
+#include "harness/files.h"
 #include "harness/sheets_by_python.h"
 #include "platform/sheet/row_export.h"
 #include "platform/sheet/sheet_reader.h"
 #include "screens/harness/screen_test.h"
+#include "server/test_engine.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QLabel>
+#include <QMessageBox>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -64,9 +70,17 @@ class BranchTest : public ScreenTest {
     return all;
   }
 
+  bool meets(QDialog& dialog) override {
+    if (!losesServer_ || !qobject_cast<QMessageBox*>(&dialog)) return false;
+    losesServer_ = false;
+    dialog.done(QDialog::Accepted);
+    return true;
+  }
+
   QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
   static QString lastExport() { return lookupValue("select fd_dcrq from jxc_fd"); }
 
+  bool losesServer_ = false;  // and is told so, in the words of the connection
   QTemporaryDir folder;
   const BranchExport may{.days = {QStringLiteral("2021-05-01"), QStringLiteral("2021-05-03")}, .folder = folder.path()};
 };
@@ -156,6 +170,54 @@ TEST_F(BranchTest, WhatFailsOrIsStoppedLeavesNoFileAndNoDate) {
   execSql("delete from jxc_fd");
   expectNotice(QStringLiteral("分店信息不存在，不能导出！"));
   open("F_FdExport", [&](ui::Screen& s) { EXPECT_FALSE(s.command("btnOK2").isEnabled()); });
+}
+
+// The server goes at one moment after the other: where there is no file the day has not moved, and the same days can be
+// tried again.
+TEST_F(BranchTest, AServerThatGoesAwayLeavesNoHalfFile) {
+  if (!onServer()) GTEST_SKIP() << "a server's own";
+  dataModule().installAccountDb(openFresh(Story::Long));
+  sell(u"XS2", u"2021-05-01", 20, true);
+  const auto whole = exportBranch(may, {}, prompt);
+  ASSERT_TRUE(whole);
+  const QByteArray content = bytesOf(*whole);
+  QFile::remove(*whole);
+  int failed = 0;
+  for (const int moment : {0, 14, 25, 50, 67, 70}) {
+    execSql("update jxc_fd set fd_dcrq=''");
+    bool isCut = false;
+    try {
+      exportBranch(
+          may,
+          [&](int percent) {
+            if (percent >= moment && !std::exchange(isCut, true)) cutConnections();
+            return true;
+          },
+          prompt);
+    } catch (const DbError&) {
+      ++failed;
+      EXPECT_EQ(files(), QStringList()) << moment;
+    }
+    EXPECT_EQ(lastExport().isEmpty(), files().isEmpty()) << moment;
+    for (const QString& name : files()) {
+      EXPECT_EQ(bytesOf(folder.filePath(name)), content) << moment;
+      QFile::remove(folder.filePath(name));
+    }
+  }
+  EXPECT_GE(failed, 4);
+  execSql("update jxc_fd set fd_dcrq=''");
+  open("F_FdExport", [&](ui::Screen& s) {
+    type(s, "tpath", folder.path());
+    type(s, "tdate1", may.days.from);
+    losesServer_ = true;
+    QTimer::singleShot(0, qApp, [] { cutConnections(); });  // heard with the first step of the bar
+    press(s, "F5");
+    EXPECT_FALSE(losesServer_);
+    EXPECT_EQ(files(), QStringList());
+    press(s, "F5", u"备份完成！"_qs);
+  });
+  ASSERT_EQ(files().size(), 1);
+  EXPECT_EQ(bytesOf(folder.filePath(files().front())), content);
 }
 
 // Two files of one second stand side by side, and what the older kind cannot hold goes into the newer one.

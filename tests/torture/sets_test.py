@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Kills the program while it clears an account set, closes its books, makes a set or deletes one, and lets the disk be
 full there: each set is afterwards as it was before or as it should be, never between, to the sums of every column, and
-`jxcctl prove` finds nothing wrong.
+`jxcctl prove` finds nothing wrong. The file for the head office stands whole under its name or not at all.
 
 Usage: sets_test.py JXCCTL TORTURE_SETS [KILLS [SEED]]      (12 kills of each kind when not said; 200 by hand)
 Ends with status 77 (skipped) where a small disk cannot be mounted, after the rest has passed.
@@ -47,11 +47,11 @@ def killed(command, after, longest, moments):
 
 
 def timed(command):
-    """How long it takes, and how long from the line "copied" on; its exit status."""
+    """How long it takes, and how long from the line "copied" on, or "begin" without one; its exit status."""
     began = copied = time.monotonic()
     process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     for line in process.stdout:
-        if line.strip() == "copied":
+        if line.strip() in ("begin", "copied"):
             copied = time.monotonic()
     process.stdout.close()
     outcome = process.wait()
@@ -128,6 +128,49 @@ def sets(shop, kills, moments, seed):
     print(f"sets: {kills} kills, {unfinished} of them with a set half made or half gone, {made} sets looked at", flush=True)
 
 
+def exports(shop, original, kills, moments):
+    """The file for the head office is whole or not there, its day moves with it and never without, and what a killed
+    one leaves beside it goes with the next one, which holds the same."""
+    shop.restore(original)
+    sent = shop.home / "sent"
+    sent.mkdir()
+    command = [shop.driver, str(shop.home), "export", str(sent)]
+
+    def ask(statement):
+        with contextlib.closing(sqlite3.connect(shop.file)) as db, db:
+            return db.execute(statement).fetchone()
+
+    while ask("select count(*) from jxc_kcsp")[0] < 30000:  # a file that takes its time
+        ask("insert into jxc_kcsp (g_sn,ck_sn,kc_sl,kc_cbj) select g_sn,ck_sn,kc_sl,kc_cbj from jxc_kcsp")
+
+    def left():
+        """What stands under the names that are told, and how many files beside them."""
+        files = list(sent.iterdir())
+        told = [path for path in files if not path.name.startswith(".")]
+        return told, len(files) - len(told)
+
+    _, writing, outcome = timed(command)
+    wanted = left()[0][0].read_bytes() if outcome == 0 else fault("no file for the head office")
+    cut = half = done = 0
+    for kill in range(kills):
+        for path in left()[0]:
+            path.unlink()
+        ask("update jxc_fd set fd_dcrq=''")
+        cut += killed(command, "begin", writing, moments)
+        told, beside = left()
+        day, = ask("select fd_dcrq from jxc_fd")
+        if any(path.read_bytes() != wanted for path in told) or len(told) > 1 or beside > 1 or (day and not told):
+            fault(f"export, kill {kill}: {[path.name for path in sent.iterdir()]}, exported on {day!r}")
+        half += beside
+        done += bool(told)
+    last = subprocess.run(command, capture_output=True).returncode
+    told, beside = left()
+    if last or beside or any(path.read_bytes() != wanted for path in told):
+        fault(f"the export behind the kills: status {last}, {[path.name for path in sent.iterdir()]}")
+    print(f"export: {kills} kills, {cut} of them before its end, {half} with a file half written, {done} behind it",
+          flush=True)
+
+
 def full_disk(shop, original):
     """Clearing, closing and a new set where the disk fills; whether that could be tried."""
     disk = shop.home / "small"
@@ -187,6 +230,7 @@ def main():
         emptyings(shop, original, kills, moments)
         shop.restore(original)
         sets(shop, kills, moments, seed)
+        exports(shop, original, kills, moments)
         tried = full_disk(shop, original)
     if FAULTS:
         raise SystemExit(f"{len(FAULTS)} faults")

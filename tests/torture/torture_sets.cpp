@@ -1,16 +1,19 @@
-// Makes and deletes account sets without pause, clears one, or closes its books, to be killed at any moment: see
-// sets_test.py beside it.
+// Makes and deletes account sets without pause, clears one, closes its books, or writes the file for the head office,
+// to be killed at any moment: see sets_test.py beside it.
 //   torture_sets HOME sets SEED      makes sets and deletes them at random for ever; each is told on one line when done
 //   torture_sets HOME list           opens the catalogue, which brings to its end what was cut off, and tells the files
 //   torture_sets HOME clear WHAT     clears data/jxc.mdb, of "business" or of "all", after a backup
 //   torture_sets HOME close DAY      closes the books of data/jxc.mdb up to a day, after a backup
+//   torture_sets HOME export FOLDER  writes the file for the head office there, of all days
 #include "core/data_module.h"
 #include "core/program_directory.h"
 #include "core/session.h"
 #include "core/statements.h"
 #include "maintenance/account_sets.h"
+#include "maintenance/branch.h"
 #include "maintenance/closing_command.h"
 #include "maintenance/reset.h"
+#include "platform/sheet/row_export.h"
 
 #include <QCoreApplication>
 
@@ -84,6 +87,14 @@ int closeBooks(const QString& day) {
   return sheet ? 0 : 1;
 }
 
+int exportForHeadOffice(const QString& folder) {
+  setSheetExporter(sheetFiles());
+  YesPrompt prompt;
+  std::cout << "begin" << std::endl;
+  const Period allDays{QStringLiteral("2000-01-01"), QStringLiteral("2099-12-31")};
+  return exportBranch({.days = allDays, .folder = folder}, {}, prompt) ? 0 : 1;
+}
+
 }  // namespace jxc::torture_sets
 
 int main(int argc, char** argv) {
@@ -97,6 +108,7 @@ int main(int argc, char** argv) {
     if (what == "list") return torture_sets::list();
     if (what == "clear") return torture_sets::clearSet(argv[3]);
     if (what == "close") return torture_sets::closeBooks(QString::fromLatin1(argv[3]));
+    if (what == "export") return torture_sets::exportForHeadOffice(QString::fromLocal8Bit(argv[3]));
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << std::endl;
   }

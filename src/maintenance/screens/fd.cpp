@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QRegularExpressionValidator>
+#include <QScopeGuard>
 
 namespace jxc {
 namespace fd_detail {
@@ -130,22 +131,30 @@ class TF_FdExport : public ui::Screen {
  private:
   void run() {
     if (works_ || !checkFields()) return;
+    if (write()) return accept();
+    if (stop_) say(QStringLiteral("导出已停止，没有写文件"));
+  }
+
+  /// Whether the file is there. A server that goes meanwhile leaves the screen as it was: the same days can be tried
+  /// again.
+  bool write() {
     works_ = true;
     stop_ = false;
     command("btnOK2").setEnabled(false);
-    const auto made = exportBranch(
-        {.days = {tdate1_.text(), tdate2_.text()}, .folder = tpath_.text()},
-        [this](int percent) {
-          bar_->setValue(percent);
-          QApplication::processEvents(QEventLoop::AllEvents, 5);
-          return !stop_;
-        },
-        prompt());
-    works_ = false;
-    command("btnOK2").setEnabled(true);
-    if (made) return accept();
-    if (stop_) say(QStringLiteral("导出已停止，没有写文件"));
-    bar_->setValue(0);
+    const auto over = qScopeGuard([this] {
+      works_ = false;
+      command("btnOK2").setEnabled(true);
+      bar_->setValue(0);
+    });
+    return exportBranch(
+               {.days = {tdate1_.text(), tdate2_.text()}, .folder = tpath_.text()},
+               [this](int percent) {
+                 bar_->setValue(percent);
+                 QApplication::processEvents(QEventLoop::AllEvents, 5);
+                 return !stop_;
+               },
+               prompt())
+        .has_value();
   }
 
   ui::Field& tdate1_ = field("tdate1");

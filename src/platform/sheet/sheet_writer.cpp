@@ -3,13 +3,17 @@
 #include "engine/work_behind.h"
 #include "platform/sheet/sheet_cells.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QSysInfo>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,14 +26,36 @@ using sheet_cells::Cell;
 using sheet_cells::Style;
 using sheet_cells::Workbook;
 
-/// A name beside the wanted file, which takes its place once all is written, and is gone otherwise.
+constexpr qint64 kSecondsOfADay = 86400;
+
+/// Names which start of which machine, and which process there, is writing.
+QString writersMark() {
+  return QStringLiteral("%1-%2").arg(QString::fromLatin1(QSysInfo::bootUniqueId().left(8))).arg(::getpid());
+}
+
+/// Whether nobody writes this file any more: its process is gone. Nobody here knows those of another machine at the
+/// same folder; no file takes a day to write.
+bool isLeftBehind(const QFileInfo& file) {
+  static const QRegularExpression ours(QStringLiteral("^\\.jxc-([0-9a-f]*)-(\\d+)-[0-9a-z]+\\.xlsx?$"));
+  const QRegularExpressionMatch match = ours.match(file.fileName());
+  if (!match.hasMatch()) return false;
+  if (writersMark().startsWith(match.captured(1) + u'-'))
+    return ::kill(match.captured(2).toInt(), 0) != 0 && errno == ESRCH;
+  return file.lastModified().secsTo(QDateTime::currentDateTime()) > kSecondsOfADay;
+}
+
+/// A name beside the wanted file, which takes its place once all is written, and is gone otherwise. What a program that
+/// was killed has left in the folder goes with the next one.
 class FileBeside {
  public:
   explicit FileBeside(const QString& wanted)
       : wanted_(QFileInfo(wanted).isSymLink() ? QFileInfo(wanted).symLinkTarget() : wanted) {
     const QFileInfo info(wanted_);
-    name_ = info.dir().filePath(
-        QStringLiteral(".~%1.%2").arg(QString::number(QRandomGenerator::system()->generate64(), 36), info.suffix()));
+    for (const QFileInfo& each : info.dir().entryInfoList({QStringLiteral(".jxc-*.xls*")}, QDir::Files | QDir::Hidden))
+      if (isLeftBehind(each)) QFile::remove(each.filePath());
+    name_ = info.dir().filePath(QStringLiteral(".jxc-%1-%2.%3")
+                                    .arg(writersMark(), QString::number(QRandomGenerator::system()->generate64(), 36),
+                                         info.suffix().toLower()));
   }
   ~FileBeside() {
     if (!name_.isEmpty()) QFile::remove(name_);
@@ -56,6 +82,12 @@ class FileBeside {
     if (!synced) throw sheet_cells::cannotWrite(wanted_, error);
     if (std::rename(from.constData(), to.constData()) != 0) throw sheet_cells::cannotWrite(wanted_, errno);
     name_.clear();
+    // A name that a power cut takes away again would be one that was told as written.
+    const QByteArray folder = QFile::encodeName(QFileInfo(wanted_).absolutePath());
+    if (const int place = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); place >= 0) {
+      fsync(place);
+      ::close(place);
+    }
   }
 
  private:
