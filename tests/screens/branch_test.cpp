@@ -3,6 +3,7 @@
 
 #include "core/data_module.h"
 #include "engine/sheet_export.h"
+#include "engine/waiting.h"
 #include "harness/files.h"
 #include "harness/sheets_by_python.h"
 #include "platform/sheet/row_export.h"
@@ -206,6 +207,25 @@ TEST_F(BranchTest, AServerThatGoesAwayLeavesNoHalfFile) {
   }
   EXPECT_GE(failed, 4);
   execSql("update jxc_fd set fd_dcrq=''");
+  // The file is there, and its day cannot be written down: both are told.
+  const LongWork shortly(std::chrono::seconds(1));
+  const auto station = openAgain();
+  std::optional<Transaction> posting;
+  const auto told = exportBranch(
+      may,
+      [&](int percent) {
+        if (percent < 70 || posting) return true;
+        posting.emplace(*station);
+        return station->execute("update jxc_fd set fd_name=fd_name") == 1;
+      },
+      prompt);
+  EXPECT_TRUE(prompt.lastNotice().startsWith(u"备份完成！\r\n\r\n但是没有记下导出时间："_qs))
+      << prompt.lastNotice().toStdString();
+  posting.reset();
+  ASSERT_TRUE(told);
+  EXPECT_EQ(bytesOf(*told), content);
+  EXPECT_EQ(lastExport(), QString());
+  QFile::remove(*told);
   open("F_FdExport", [&](ui::Screen& s) {
     type(s, "tpath", folder.path());
     type(s, "tdate1", may.days.from);
