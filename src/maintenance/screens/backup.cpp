@@ -220,7 +220,11 @@ bool restoreFrom(ui::Screen& screen, Prompt& prompt, ui::Field& path, QLabel& fa
 
 void showWholePath(const ui::Field& path) {
   constexpr int characters = 44;
+  constexpr int fillsRow = 100;  // against the empty end of its row
   path.widget()->setMinimumWidth(path.widget()->fontMetrics().averageCharWidth() * characters);
+  QSizePolicy fills = path.widget()->sizePolicy();
+  fills.setHorizontalStretch(fillsRow);
+  path.widget()->setSizePolicy(fills);
 }
 
 void chooseBackupFolder(ui::Screen& screen, ui::Field& path) {

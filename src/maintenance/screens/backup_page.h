@@ -17,7 +17,7 @@ bool backUpFrom(ui::Screen& screen, Prompt& prompt, const BackupSettings& settin
 /// each has a bar. False: nothing has changed, and it was told why.
 bool restoreFrom(ui::Screen& screen, Prompt& prompt, ui::Field& path, QLabel& facts,
                  const std::function<bool(OpenedBackup& backup, const RestoreReports& reports)>& restore);
-/// An input of a path is as wide as most of them are long.
+/// An input of a path is as wide as most of them are long, or as its row.
 void showWholePath(const ui::Field& path);
 /// The operator chooses a folder for an input.
 void chooseBackupFolder(ui::Screen& screen, ui::Field& path);

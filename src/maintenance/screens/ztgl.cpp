@@ -67,6 +67,7 @@ class EditSet : public ui::Screen {
  public:
   explicit EditSet(const ui::ScreenSpec& spec) : Screen(spec) {
     panel().form({"tname", "tnote"}).row("chkDefault chkForbid |").buttons("| btnOK btnCancel");
+    showWholePath(field("tname"));  // as wide as where it is shown
     on(command("btnOK"), [this] { saveValue(); });
   }
 
@@ -108,6 +109,13 @@ struct TF_Ztgl_Modi : EditSet {
   TF_Ztgl_Modi() : EditSet(kModi) {}
 };
 
+/// Nobody is to guess at the end of a name which set he writes over; 64 characters have room on a small display.
+void showWhole(ui::Field& field, const QString& text) {
+  constexpr int frame = 24;
+  field.load(text);
+  field.widget()->setMinimumWidth(field.widget()->fontMetrics().horizontalAdvance(text) + frame);
+}
+
 /// Copies a set away, or from a copy back: the set, and a path on F5.
 class CopySet : public ui::Screen {
  public:
@@ -131,8 +139,8 @@ class CopySet : public ui::Screen {
     });
   }
   void activate() override {
-    field("tname").load(set_.name);
-    field("tnote").load(set_.note);
+    showWhole(field("tname"), set_.name);
+    showWhole(field("tnote"), set_.note);
     tPath.clear();
   }
 
