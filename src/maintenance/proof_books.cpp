@@ -3,6 +3,7 @@
 #include "core/schema/schema.h"
 #include "core/statements.h"
 #include "core/text.h"
+#include "maintenance/proof_days.h"
 #include "stock/partial_movement.h"
 
 #include <algorithm>
@@ -309,8 +310,10 @@ void Books::loadHeads() {
       Moved,
       Day
     };
+    DaysInOrder days(findings);
     eachRow(family.head, columns, [&](const WalkedRow& row) {
       Document& head = document(row.utf8(Number));
+      days.see(row.utf8(Number), row.utf8(Day), row.utf8(Date));
       const bool audited = row.integer(Status) == 1;
       ++head.heads;
       head.auditedHeads += audited;

@@ -129,6 +129,8 @@ constexpr KindWords table[] = {
     {Kind::OddFigure, "odd-figure", Note, u"不寻常的数字", u"数量或金额超过一百万，多半是把条码扫进了数量栏",
      u"查看该单据，输错的取消审核后改正"},
     {Kind::FutureDay, "future-day", Note, u"不寻常的日期", u"日期在今天以后", u"查看该单据，输错的取消审核后改正"},
+    {Kind::DatedBack, "dated-back", Note, u"不寻常的日期", u"录入时比已有的同类单据早 31 天以上，可能选错了月份或年份",
+     u"查看该单据，输错的取消审核后改正"},
     {Kind::LockedDay, "locked-day", Note, u"账目锁定",
      u"账目锁定以后又有锁定日期的流水：前台收银不受锁定限制，其他单据不应有", u"查看该单据，不对的解除锁定后改正"},
     {Kind::ClockBehind, "clock-behind", Note, u"本机的时钟", u"本机的日期早于日志最后一条的日期", u"检查本机的时钟"},

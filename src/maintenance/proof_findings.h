@@ -86,6 +86,7 @@ enum class Kind : std::uint8_t {
   // hardly meant
   OddFigure,
   FutureDay,
+  DatedBack,
   LockedDay,
   ClockBehind,
   // drafts

@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "engine/number_text.h"
 #include "maintenance/proof_books.h"
+#include "maintenance/proof_days.h"
 
 #include <map>
 #include <set>
@@ -59,7 +60,10 @@ bool isExpense(std::string_view number) {
 
 Entries enteredPayments(Books& books) {
   Entries entries;
-  for (const Row row : books.select("select gl_djh,k_check,k_djlx,k_type,k_yfje,k_sfje,k_mlje from jxc_ysyfk_dj")) {
+  DaysInOrder days(books.findings);
+  for (const Row row : books.select("select gl_djh,k_check,k_djlx,k_type,k_yfje,k_sfje,k_mlje,k_rq,k_chkrq from "
+                                    "jxc_ysyfk_dj order by id")) {
+    days.see(row.text("gl_djh"), row.text("k_rq"), row.text("k_chkrq"));
     Entry& entry = entries[row.text("gl_djh")];
     entry.known = true;
     entry.audited = entry.audited || row.flag("k_check");
@@ -74,8 +78,10 @@ Entries enteredPayments(Books& books) {
 
 Expenses enteredExpenses(Books& books) {
   Expenses entered;
-  for (const Row row : books.select("select gl_djh,fy_je,fy_chk,fy_kmmc from jxc_yyfy "
-                                    "where gl_djh like 'FY%' or gl_djh like 'SR%'")) {
+  DaysInOrder days(books.findings);
+  for (const Row row : books.select("select gl_djh,fy_je,fy_chk,fy_kmmc,fy_rq from jxc_yyfy "
+                                    "where gl_djh like 'FY%' or gl_djh like 'SR%' order by id")) {
+    days.see(row.text("gl_djh"), row.text("fy_rq"), QString());
     Expense& expense = entered[row.text("gl_djh")];
     expense.known = true;
     if (row.text("fy_chk") != u"1" || row.text("fy_kmmc") == expenses::kNotBooked) continue;
@@ -166,11 +172,17 @@ void proveMasters(Books& books, const Last& last, const SqlText& masters, std::s
 
 // ---- cash --------------------------------------------------------------------------------------------------------
 
+/// Money in, money out and transfers; all other lines come from documents.
+bool isCashByHand(std::string_view number) {
+  return number.starts_with("XJ") || number.starts_with("XC") || number.starts_with("XZ");
+}
+
 void proveCash(Books& books, Entries& entries, Expenses& expenses) {
   enum { Id, Account, Date, Amount, Running, Number, What, Counted };
   std::string account;
   double balance = 0;
   std::vector<double> takenOut;  // by cancels of transfers, between the line before and this one
+  std::vector<EnteredByHand> byHand;
   const auto take = [&](const WalkedRow& row) {
     if (row.utf8(Account) != account) {
       account = row.utf8(Account);
@@ -179,6 +191,7 @@ void proveCash(Books& books, Entries& entries, Expenses& expenses) {
     }
     const std::string_view number = row.utf8(Number), what = row.utf8(What);
     const double amount = row.number(Amount), stored = row.number(Running);
+    if (isCashByHand(number)) byHand.push_back({row.integer(Id), std::string(number), std::string(row.utf8(Date)), {}});
     if (what == "收款单" || what == "付款单") {
       Entry& entry = entries[row.text(Number)];
       ++entry.cashRows;
@@ -211,6 +224,7 @@ void proveCash(Books& books, Entries& entries, Expenses& expenses) {
   };
   books.walk("select id,xj_kmmc,xj_rq as rq,xj_je,xj_ljje,gl_djh,xj_dlx,xj_chk from jxc_xjyh order by xj_kmmc,xj_rq,id",
              take);
+  proveDays(books.findings, std::move(byHand));
 }
 
 // ---- invoices ----------------------------------------------------------------------------------------------------
@@ -254,6 +268,7 @@ void proveInvoices(Books& books) {
   std::string whose, side;
   double balance = 0;
   std::set<QString> byHand;
+  std::vector<EnteredByHand> entered;
   const auto take = [&](const WalkedRow& row) {
     side.assign(row.utf8(Type)).append(row.utf8(Partner));
     if (side != whose) balance = 0;
@@ -271,7 +286,9 @@ void proveInvoices(Books& books) {
     const std::string_view number = row.utf8(Number);
     if (isTrading(number)) {
       proveInvoiceOfDocument(books, row, number);
-    } else if (!number.empty() && !isInvoiceByHand(row, byHand)) {
+    } else if (!number.empty()) {
+      entered.push_back({row.integer(Id), std::string(number), std::string(row.utf8(Date)), {}});
+      if (isInvoiceByHand(row, byHand)) return;
       books.findings.add(Kind::InvoiceByHand, [&] {
         return Place{name() + u" 单据 "_qs + row.text(Number), row.text(Due), u"0"_qs};
       });
@@ -281,6 +298,7 @@ void proveInvoices(Books& books) {
       "select id,fp_type,fp_ghskh,fp_rq as rq,fp_qcje,fp_yfje,fp_kpje,fp_ljje,gl_djh,fp_djlx,fp_check from jxc_fpdjb "
       "order by fp_ghskh,fp_type,fp_rq,id",
       take);
+  proveDays(books.findings, std::move(entered));
 }
 
 // ---- receipts and payments ---------------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "core/data_module.h"
 #include "core/rights.h"
 #include "harness/account_set_fixture.h"
+#include "harness/findings.h"
 #include "harness/invariants.h"
 #include "harness/whole_books.h"
 #include "maintenance/prove.h"
@@ -33,6 +34,7 @@ TEST_F(DemoShop, AMonthIsRightByAllRulesAndTheSameForTheSameSeed) {
   EXPECT_EQ(test::brokenInvariants(), QStringList());
   const proof::Proof proof = proof::prove(accountDb());
   EXPECT_TRUE(proof.isClean()) << proof.summary().toStdString();
+  EXPECT_EQ(test::found(proof, proof::Weight::Note).filter(QStringLiteral("dated-back")), QStringList());
   EXPECT_GT(made.documents, 31 * 12 * 9 / 10);
   EXPECT_EQ(lookupNumber("select count(*) from jxc_kcsp where kc_sl<0"), 0);
 

@@ -465,6 +465,59 @@ TEST_F(ProveTest, WhatIsPossibleAndHardlyMeantIsHintedAt) {
   }
 }
 
+TEST_F(ProveTest, WhatWasDatedBackFarBehindTheOthersOfItsKindIsHintedAt) {
+  const auto enterOneOfEach = [this](const QString& day) {
+    YesPrompt sure;
+    waitingSale(day, {{"A", 1, 9}}, 9);
+    const QString none = u"不记入账户"_qs;
+    ASSERT_TRUE(expenses::save({.date = day,
+                                .type = u"费用"_qs,
+                                .amount = 12,
+                                .employee = u"100001"_qs,
+                                .department = u"100001"_qs,
+                                .account = none,
+                                .note = {}},
+                               sure));
+    ASSERT_TRUE(invoices::saveInvoice(
+        customerSide, {.partner = customer(), .date = day, .amount = 8, .employee = u"100001"_qs}, sure));
+    const auto book = [&](cash::Movement movement, const char16_t* from) {
+      return cash::saveLine({.movement = movement,
+                             .date = day,
+                             .account = words(from),
+                             .target = u"现金"_qs,
+                             .amount = 100,
+                             .employee = u"默认员工"_qs},
+                            sure);
+    };
+    const auto in = book(cash::Movement::In, u"工行帐号");
+    ASSERT_TRUE(in && cash::checkDj(*in));
+    ASSERT_TRUE(book(cash::Movement::Transfer, u"工行帐号"));
+    ASSERT_TRUE(partner_books::saveDocument(customerSide, partner_books::Kind::Due,
+                                            {.partner = customer(), .date = day, .amount = 5, .employee = u"100001"_qs},
+                                            sure));
+  };
+  const auto hint = [] {
+    const Proof proof = prove();
+    EXPECT_EQ(found(proof, Weight::Wrong), QStringList());
+    const Finding* const finding = find(proof, "dated-back");
+    return finding ? *finding : Finding{.weight = Weight::Wrong, .count = 0};
+  };
+  receive("2021-03-01", {{"A", 10, 5}});
+  const QString waited = waitingSale("2021-03-01", {{"A", 1, 9}}, 9),
+                moved = waitingSale("2021-03-02", {{"A", 1, 9}}, 9);
+  waitingSale("2021-03-03", {{"A", 1, 9}}, 9);
+  enterOneOfEach("2021-05-02");
+  audited(waited);
+  ASSERT_FALSE(changeWaitingHead(sale, moved, {.date = u"2021-05-03"_qs}, prompt).isEmpty());
+  enterOneOfEach("2021-04-01");
+  EXPECT_EQ(hint().count, 0) << "long audits, days given anew and a month behind are usual";
+  enterOneOfEach("2021-03-31");
+  EXPECT_EQ(hint().weight, Weight::Note);
+  EXPECT_EQ(hint().count, 6);
+  EXPECT_EQ(hint().place, u"单据 XS21033110001"_qs);
+  EXPECT_EQ(hint().stored, u"2021-03-31，当时最近的同类单据 2021-05-02"_qs);
+}
+
 TEST_F(ProveTest, DraftsAreNotedAndTheProofMayBeStopped) {
   EXPECT_TRUE(prove().findings.empty());  // an empty shop
   draftReceipt("2021-05-03", {{"A", 1, 5}});
