@@ -147,6 +147,15 @@ void Books::eachRow(std::string_view table, std::string_view columns, const Take
   }
 }
 
+Books::Way Books::wayThrough(std::string_view table, int percentBehind) {
+  const auto ends = endsOf(table);
+  return {.from = percent_, .behind = percentBehind, .rows = ends ? ends->last - ends->first + 1 : 1};
+}
+
+void Books::tell(const Way& way) {
+  step(way.from + static_cast<int>((way.behind - way.from) * way.done / way.rows), doing_);
+}
+
 int Books::pairOf(int goodsIndex, int warehouse) {
   if (const int found = findPair(goodsIndex, warehouse); found >= 0) return found;
   const auto at = static_cast<std::size_t>(goodsIndex);

@@ -171,8 +171,16 @@ struct Books {
     const std::array<Value, sizeof...(Args)> values{Value(args)...};
     return db.select(sql, values);
   }
-  /// Rows of a select in their order. `take` must not ask the database.
-  void walk(const SqlText& sql, const TakeRow& take) { walkRows(db, sql, {}, take); }
+  /// All rows of a table by a select, in its order; the operator is told of them on the way, up to this share of the
+  /// work. Neither `take` nor who is told may ask this database.
+  template <class Take>
+  void walk(std::string_view table, const SqlText& sql, int percentBehind, Take take) {
+    Way way = wayThrough(table, percentBehind);
+    walkRows(db, sql, {}, [&](const WalkedRow& row) {
+      take(row);
+      if (++way.done % kToldRows == 0) tell(way);
+    });
+  }
   /// Rows of a table in the order of `id`. `columns` follow the id. `take` must not ask the database.
   void eachRow(std::string_view table, std::string_view columns, const TakeRow& take);
   /// The share of the whole work that this step is, told to the operator.
@@ -199,6 +207,14 @@ struct Books {
     std::int64_t first, last;
   };
   std::optional<Ends> endsOf(std::string_view table);
+  /// A walk from one share of the work to another. Of so many rows, or of less where some were deleted.
+  struct Way {
+    int from, behind;
+    std::int64_t rows, done = 0;
+  };
+  static constexpr std::int64_t kToldRows = 16384;
+  Way wayThrough(std::string_view table, int percentBehind);
+  void tell(const Way& way);
   void loadLedger();
   void loadBalances();
   void loadHeads();

@@ -151,9 +151,10 @@ Last provePartnerLines(Books& books, Entries& entries) {
     document.partnerPaid += paid;
   };
   books.walk(
+      "jxc_ysyfk",
       "select id,k_type,k_ghskh,k_rq as rq,k_qcje,k_yfje,k_sfje,k_ljje,gl_djh,k_djlx,k_djtxt,gl_djh2 from jxc_ysyfk "
       "order by k_ghskh,k_type,k_rq,id",
-      take);
+      92, take);
   if (isAny) last[whose] = balance;
   return last;
 }
@@ -222,8 +223,9 @@ void proveCash(Books& books, Entries& entries, Expenses& expenses) {
     ++document.cashRows;
     document.cash += amount;
   };
-  books.walk("select id,xj_kmmc,xj_rq as rq,xj_je,xj_ljje,gl_djh,xj_dlx,xj_chk from jxc_xjyh order by xj_kmmc,xj_rq,id",
-             take);
+  books.walk("jxc_xjyh",
+             "select id,xj_kmmc,xj_rq as rq,xj_je,xj_ljje,gl_djh,xj_dlx,xj_chk from jxc_xjyh order by xj_kmmc,xj_rq,id",
+             94, take);
   proveDays(books.findings, std::move(byHand));
 }
 
@@ -295,9 +297,10 @@ void proveInvoices(Books& books) {
     }
   };
   books.walk(
+      "jxc_fpdjb",
       "select id,fp_type,fp_ghskh,fp_rq as rq,fp_qcje,fp_yfje,fp_kpje,fp_ljje,gl_djh,fp_djlx,fp_check from jxc_fpdjb "
       "order by fp_ghskh,fp_type,fp_rq,id",
-      take);
+      96, take);
   proveDays(books.findings, std::move(entered));
 }
 
