@@ -41,6 +41,7 @@ constexpr KnownTemplate kTemplates[] = {
     {u"xsthmxb", u"销售退货明细表", u"销售"},
     {u"fpxsmxb", u"销售发票明细表", u"销售"},
     {u"khjh", u"客户借货还货单", u"销售"},
+    {u"khjh2", u"客户借货还货单(不含成本)", u"销售"},
     {u"khjhdjb", u"客户借货登记表", u"销售"},
     {u"khjhmxb", u"客户借货明细表", u"销售"},
 

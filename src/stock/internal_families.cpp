@@ -287,7 +287,11 @@ constexpr DocumentFamily loan = {
     .post = postLoan,
     .takeBack = cancelLoan,
     // The line of a loan counts what has come back of it; its own paper says what was lent, whenever it is printed.
-    .paper = {.kind = u"khjh", .plain = u"khjh.fr3", .ownVariable = u"djName", .ownText = u"借货"},
+    .paper = {.kind = u"khjh",
+              .plain = u"khjh.fr3",
+              .withoutCost = u"khjh2.fr3",
+              .ownVariable = u"djName",
+              .ownText = u"借货"},
 };
 
 constexpr DocumentFamily loanReturn = {
@@ -322,7 +326,11 @@ constexpr DocumentFamily loanReturn = {
     .enquiry = u"借货查询",
     .post = postLoanReturn,
     .takeBack = cancelLoanReturn,
-    .paper = {.kind = u"khjh", .plain = u"khjh.fr3", .ownVariable = u"djName", .ownText = u"还货"},
+    .paper = {.kind = u"khjh",
+              .plain = u"khjh.fr3",
+              .withoutCost = u"khjh2.fr3",
+              .ownVariable = u"djName",
+              .ownText = u"还货"},
 };
 
 }  // namespace families

@@ -27,8 +27,9 @@ constexpr ui::FieldSpec kFields[] = {
     {"comSort", "排序：", FieldKind::Combo},
 };
 
+// A sale price beside the cost tells what is earned.
 constexpr auto kLines = inventory_parts::lineColumns<"db_">(
-    std::array{ui::ColumnSpec{"db_sj", "售价", ColumnKind::Money, 11, {}, kSeesCost}});
+    std::array{ui::ColumnSpec{"db_sj", "售价", ColumnKind::Money, 11, {}, kSeesProfit}});
 constexpr ui::ColumnSpec kWaiting[] = {
     {"gl_djh", "单据编号", ColumnKind::Text, 16},  {"db_dbrq", "调拨日期", ColumnKind::Date},
     {"ck_name", "调出仓库", ColumnKind::Text, 16}, {"into_name", "调入仓库", ColumnKind::Text, 16},
