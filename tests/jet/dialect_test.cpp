@@ -238,6 +238,22 @@ TEST_F(DialectTest, ColumnsAreLeftOutOfSelectsOfAllShapes) {
             u"2;a;1;a");
   EXPECT_EQ(rows("without g_kc select g_kc,g_sn from goods union all select g_kc,g_sn from goods order by g_sn desc"),
             u"2;2;1;1");
+  // What decides which rows there are, and in which order, still does; the values of what stays keep their places.
+  EXPECT_EQ(
+      rows("without g_kc,twice select top 1 g_sn,g_kc,g_kc*? as twice from goods where g_kc>? order by 3 desc,g_kc",
+           {-2, 1}),
+      u"1");
+  EXPECT_EQ(rows("without g_kc select g_kc,g_name,count(*) from goods group by g_name,g_kc having sum(g_kc)>5"),
+            u"a,1");
+  run("insert into stock (g_sn,ck_sn,kc_sl) values ('1','A',3)");
+  EXPECT_EQ(names("without kc_sl,g_sn,of select b.*,a.*,a.g_kc as of from goods a left join stock b on a.g_sn=b.g_sn"),
+            u"id,ck_sn,rq,id,g_name,g_kc,g_jj,g_jy,g_pl,g_bz")
+      << "of every table, and by the name that it has in the rows";
+  run("insert into stock (g_sn,ck_sn,kc_sl) values ('2','A',1)");
+  EXPECT_EQ(
+      rows("without s select g_sn,(select sum(kc_sl) from stock b where b.g_sn=a.g_sn) as s from goods a where "
+           "exists (without kc_sl select id,kc_sl from stock c where c.kc_sl<a.g_kc and c.g_sn=a.g_sn) order by s"),
+      u"2;1");
   EXPECT_EQ(rows("without n select n+1 as m,n from (without g_kc select g_sn as n,* from goods) a order by n"), u"2;3");
 }
 
