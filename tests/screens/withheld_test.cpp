@@ -41,7 +41,8 @@
 
 namespace jxc::test::withheld_test {
 
-/// Where the books hold such figures.
+/// Where the books hold such figures. What a document comes to in the ledgers of partners, cash and invoices is told by
+/// the rights to those.
 struct Figures {
   const char *table, *columns, *only = "";
 };
