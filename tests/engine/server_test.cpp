@@ -304,6 +304,15 @@ TEST_F(ServerTest, AServerThatKeepsTheConnectionAndSaysNothingIsGivenUpAndTheTru
   }
   EXPECT_EQ(rows(), isTold ? 1 : 0);
   EXPECT_EQ(number(*station, "select count(*) from till"), rows()) << "and work goes on";
+  {
+    const LongWork byNature;  // is not cut by the patience of others
+    proxy.setSilent(true);
+    auto back = std::async(std::launch::async, [&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+      proxy.setSilent(false);
+    });
+    EXPECT_EQ(number(*station, "select count(*) from till"), isTold ? 1 : 0);
+  }
   proxy.setSilent(true);
   EXPECT_LT(secondsUntilLost([&] { number(*station, "select count(*) from till"); }), 9);
   proxy.setSilent(false);
