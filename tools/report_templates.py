@@ -511,9 +511,10 @@ def loan_documents():
             "gl_djh": ("单据编号", "JH21050310001"), "jh_rq": ("日期", "2021-05-03"), "kh_name": ("客户", "杭州视康眼科门诊部")}
     rows = ((("客户：[khName]", 5), ("联系人：[khLxr]", 2), ("电话：[khTele]", 3), ("日期：[jhDate]", 3)),
             (("地址：[khAddress]", 10), ("仓库：[ckName]", 3)))
-    yield document("khjh", "客户[djName]单", GOODS + (quantity("数量", "sl"), price("单价", "jh_dj"), money("金额", "jh_zje"),
-                                                   money("押金", "jh_yj", 18, hide_zero=True)), rows, (NOTE_ROW,),
-                   ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "客户签收："), fields=loan)
+    deposit = money("押金", "jh_yj", 18, hide_zero=True)
+    for name, figures in (("khjh", (price("单价", "jh_dj"), money("金额", "jh_zje"))), ("khjh2", ())):
+        yield document(name, "客户[djName]单", GOODS + (quantity("数量", "sl"), *figures, deposit), rows, (NOTE_ROW,),
+                       ("经办人：[uName]", "制单：[aName]", "审核：[checker]", "客户签收："), fields=loan)
     yield list_report("khjhdjb", "客户借货登记表", (
         words("客户", "kh_name", 40, True), words("日期", "jh_rq", 22), words("单据编号", "gl_djh", 30), words("商品编号", "g_sn", 22),
         words("商品名称", "g_name", 45, True), quantity("借货", "jh_sl"), quantity("已还", "jh_hhsl"), quantity("转销售", "jh_xssl"),
