@@ -21,6 +21,7 @@ namespace attachment_server_detail {
 
 constexpr int kHighestPort = 65535;
 constexpr int kNotThere = 550;
+constexpr int kForGood = 500;                   // what a server says no to; below it: not now
 constexpr std::chrono::seconds kLastChance{2};  // for files that are being removed when the program ends
 
 net::Terms& terms() {
@@ -253,7 +254,7 @@ Leaving removeFromServerBeside(const QString& folder, const QString& name) {
     const net::Result result = begun->second->wait();
     errands.erase(begun);
     if (result.accepted) return Leaving::Gone;
-    if (result.reason == net::Reason::Refused) {
+    if (result.reason == net::Reason::Refused && result.code >= detail::kForGood) {
       writeLog(u"附件没有能够从FTP服务器删除：%1，服务器说：%2"_qs.arg(file, result.answer));
       return Leaving::Kept;
     }

@@ -73,8 +73,9 @@ void noteOnItsWay(const Place& place) {
                          {"ht_type", words(place.side->type)},
                          {"ht_rq", clock::now().addDays(1).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))}});
 }
-void strikeNote(const Place& place) {
-  execSql("delete from jxc_htwj where ht_fujian=?", place.stored);
+/// Whether there was one.
+bool strikeNote(const Place& place) {
+  return execSql("delete from jxc_htwj where ht_fujian=?", place.stored) > 0;
 }
 
 /// No contract names the file: what there is of it goes at once. Where the books cannot be asked the note comes due by
@@ -82,10 +83,14 @@ void strikeNote(const Place& place) {
 void letGo(const Place& place, bool isThere = true) {
   if (place.stored.isEmpty()) return;
   try {
-    if (!isThere) return strikeNote(place);
+    if (!isThere) {
+      strikeNote(place);
+      return;
+    }
     execSql("update jxc_htwj set ht_rq='' where ht_fujian=?", place.stored);
     removeLeftFiles();
-  } catch (const DbError&) {
+  } catch (const std::exception&) {
+    // The operator is told why his contract was not saved; the note comes due by itself.
   }
 }
 
@@ -148,7 +153,9 @@ QString write(const PartnerSide& side, const Draft& draft, const Place& place) {
       updateRow("jxc_htgl", id, {{"ht_path", place.folder}, {"ht_fujian", place.stored}, {"ht_fjname", place.shown}});
     }
   }
-  if (!place.stored.isEmpty()) strikeNote(place);
+  if (!place.stored.isEmpty() && !strikeNote(place))
+    throw DbError(DbError::Kind::Other,
+                  u"附件在保存时被另一台电脑删除了，请检查各台电脑的日期和时间，然后重新保存！"_qs);
   writeLog((draft.number.isEmpty() ? u"增加合同，编号："_qs : u"修改合同，编号："_qs) + number + u"，名称："_qs + name);
   return number;
 }
@@ -184,7 +191,7 @@ const bool kComesByAtLogin = [] {
   loginHooks().emplace_back([] {
     try {
       removeLeftFiles();
-    } catch (const DbError&) {
+    } catch (const std::exception&) {
       // A file that is left is no reason to keep anybody out.
     }
   });

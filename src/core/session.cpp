@@ -112,7 +112,11 @@ void chooseTemplates(Session& s) {
   const QString purchase = s.canSeeCost ? QString() : QStringLiteral("2");
   s.salesTemplate = QStringLiteral("spxs%1.fr3").arg(sales);
   s.salesReturnTemplate = QStringLiteral("xsth%1.fr3").arg(sales);
-  s.transferTemplate = s.cs_dbdj == u"1" && s.canSeePrice ? QStringLiteral("kcdbd2.fr3") : QStringLiteral("kcdbd.fr3");
+  // The amounts of a transfer go by its sale prices where they did when it was made, whatever the parameter says by
+  // now.
+  s.transferTemplate = !s.canSeePrice      ? QStringLiteral("kcdbd3.fr3")
+                       : s.cs_dbdj == u"1" ? QStringLiteral("kcdbd2.fr3")
+                                           : QStringLiteral("kcdbd.fr3");
   s.purchaseTemplate = QStringLiteral("cgjh%1.fr3").arg(purchase);
   s.purchaseReturnTemplate = QStringLiteral("cgth%1.fr3").arg(purchase);
 }

@@ -307,11 +307,16 @@ bool backUpAs(const QString& file, const CopyReport& report) {
   const auto heard = [&report](int percent) { return !report || report(std::min(percent, 99)); };
   if (!makeVerifiedCopy(accountDb(), file, heard)) return false;
   // It can be rehearsed where its whole path can be kept.
-  note.write("bz_time=?,bz_file=?,bz_fail=''",
-             {Value(clock::stamp()), Value(file.size() <= longestFile ? file : QString())});
-  for (; !note.isDone(); QThread::msleep(WorkBehind::pause))
-    heard(99);
-  note.result();
+  try {
+    note.write("bz_time=?,bz_file=?,bz_fail=''",
+               {Value(clock::stamp()), Value(file.size() <= longestFile ? file : QString())});
+    for (; !note.isDone(); QThread::msleep(WorkBehind::pause))
+      heard(99);
+    note.result();
+  } catch (const DbError& failure) {
+    throw DbError(failure.kind(),
+                  QStringLiteral("备份文件已经写好并核对过，但是没有记下备份时间：") + failure.message());
+  }
   if (report) report(100);
   return true;
 }

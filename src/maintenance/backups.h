@@ -100,7 +100,8 @@ class RunningBackup {
 QString backUpNow(const BackupSettings& settings, const CopyReport& report = {});
 
 /// One of the set in use into a file of the operator's own choice. It counts as the last good one wherever it lies, and
-/// is as many days old for the window as those of the settings. False when `report` stopped it. Throws DbError.
+/// is as many days old for the window as those of the settings. False when `report` stopped it. Throws DbError, also
+/// where the file is there and only that it was made could not be written down.
 bool backUpAs(const QString& file, const CopyReport& report = {});
 
 /// Automatic backup into the folder of the settings, without a word; nothing without a folder. The caller waits.

@@ -498,6 +498,8 @@ bool mayCancel(const DocumentFamily& family) {
 }
 
 bool seesAmounts(const DocumentFamily& family) {
+  // Those of a transfer may go by the sale prices on it.
+  if (!family.hasMoney() && !family.line.retail.empty()) return session().canSeeCost && session().canSeePrice;
   return family.hasMoney() && family.side == PartnerType::Customer ? session().canSeePrice : session().canSeeCost;
 }
 

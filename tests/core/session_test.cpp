@@ -67,7 +67,7 @@ TEST_F(SessionStory, TemplatesFollowParametersAndRights) {
   setRights("100002", "qtcz", QStringLiteral("111111110"));  // all but the sale price
   loadSession();
   EXPECT_EQ(session().salesTemplate, QStringLiteral("spxs4.fr3")) << "without prices whatever else is set";
-  EXPECT_EQ(session().transferTemplate, QStringLiteral("kcdbd.fr3"));
+  EXPECT_EQ(session().transferTemplate, QStringLiteral("kcdbd3.fr3"));
   EXPECT_EQ(session().purchaseTemplate, QStringLiteral("cgjh.fr3"));
 }
 

@@ -308,7 +308,7 @@ TEST_F(ServerTest, AServerThatKeepsTheConnectionAndSaysNothingIsGivenUpAndTheTru
     const LongWork byNature;  // is not cut by the patience of others
     proxy.setSilent(true);
     auto back = std::async(std::launch::async, [&] {
-      std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+      std::this_thread::sleep_for(std::chrono::milliseconds(7000));
       proxy.setSilent(false);
     });
     EXPECT_EQ(number(*station, "select count(*) from till"), isTold ? 1 : 0);

@@ -62,7 +62,7 @@ constexpr Figures kCosts[] = {
     {"jxc_xsthsp", "th_cbj th_zcb"},
     {"jxc_bssp", "bs_dj bs_zje"},
     {"jxc_bysp", "by_dj by_zje"},
-    {"jxc_dbsp", "db_dj db_zje"},
+    {"jxc_dbsp", "db_dj"},
     {"jxc_kcpdsp", "pd_dj pd_zje"},
     {"jxc_cfd", "cf_cbj"},
     {"jxc_cfsp", "cf_dj cf_zje"},
@@ -83,8 +83,11 @@ constexpr Figures kPrices[] = {
     {"jxc_khbj", "kb_bj"}};
 
 /// What follows from both: who may see one of them could work the other one out.
-constexpr Figures kProfits[] = {
-    {"jxc_kcjs", "js_xslr"}, {"jxc_goodslist", "gl_lr"}, {"jxc_lsxsd", "ls_lr"}, {"jxc_xsthd", "th_lr"}};
+constexpr Figures kProfits[] = {{"jxc_kcjs", "js_xslr"},
+                                {"jxc_goodslist", "gl_lr"},
+                                {"jxc_lsxsd", "ls_lr"},
+                                {"jxc_xsthd", "th_lr"},
+                                {"jxc_dbsp", "db_zje"}};
 
 /// Not walked: what waits for a password or closes by itself, and the camera of the machine.
 constexpr std::string_view kLeftOut[] = {"F_Xtsd", "F_Loading", "F_Login", "F_Spxxgl_Cam"};

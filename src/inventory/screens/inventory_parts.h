@@ -20,22 +20,23 @@ namespace jxc::inventory_parts {
 inline constexpr const auto& goodsOfLine = goodsNames;
 inline constexpr std::array barcodeOfLine{goodsBarcode};
 
-/// Price, quantity and amount, in columns that begin with the prefix of their table; only the quantity is typed.
-template <FixedText Prefix>
+/// Price, quantity and amount, in columns that begin with the prefix of their table; only the quantity is typed. Who
+/// sees the amount: in a transfer it may be that of the sale price.
+template <FixedText Prefix, const Right& AmountTo = kSeesCost>
 inline constexpr std::array<ui::ColumnSpec, 3> figureColumns = {{
     {joined<Prefix, "dj">, "单价", ui::ColumnKind::Money, 11, {}, kSeesCost},
     {joined<Prefix, "sl">, "数量", ui::ColumnKind::Quantity, 9, {.sum = true, .editable = true}},
-    {joined<Prefix, "zje">, "金额", ui::ColumnKind::Money, 12, {.sum = true}, kSeesCost},
+    {joined<Prefix, "zje">, "金额", ui::ColumnKind::Money, 12, {.sum = true}, AmountTo},
 }};
 
-template <FixedText Prefix, std::size_t Behind = 0>
+template <FixedText Prefix, const Right& AmountTo = kSeesCost, std::size_t Behind = 0>
 constexpr auto lineColumns(const std::array<ui::ColumnSpec, Behind>& behind = {}) {
-  return ui::joinedTables(goodsOfLine, figureColumns<Prefix>, behind, barcodeOfLine);
+  return ui::joinedTables(goodsOfLine, figureColumns<Prefix, AmountTo>, behind, barcodeOfLine);
 }
 
-template <std::size_t Behind = 0>
+template <const Right& AmountTo = kSeesCost, std::size_t Behind = 0>
 constexpr auto stagingColumns(const std::array<ui::ColumnSpec, Behind>& behind = {}) {
-  return ui::joinedTables(goodsNamesNoColour, figureColumns<"ts_">, behind);
+  return ui::joinedTables(goodsNamesNoColour, figureColumns<"ts_", AmountTo>, behind);
 }
 
 /// Goods to pick from, with what lies of them in the warehouse.

@@ -28,7 +28,7 @@ constexpr ui::FieldSpec kFields[] = {
 };
 
 // A sale price beside the cost tells what is earned.
-constexpr auto kLines = inventory_parts::lineColumns<"db_">(
+constexpr auto kLines = inventory_parts::lineColumns<"db_", kSeesProfit>(
     std::array{ui::ColumnSpec{"db_sj", "售价", ColumnKind::Money, 11, {}, kSeesProfit}});
 constexpr ui::ColumnSpec kWaiting[] = {
     {"gl_djh", "单据编号", ColumnKind::Text, 16},  {"db_dbrq", "调拨日期", ColumnKind::Date},
@@ -100,7 +100,7 @@ class TF_Kcdb : public DocumentScreenOver<TransferDraft> {
 
 // ---- goods list, one line ----------------------------------------------------------------------------------------
 
-constexpr auto kStaging = inventory_parts::stagingColumns();
+constexpr auto kStaging = inventory_parts::stagingColumns<kSeesProfit>();
 constexpr auto kPickGrids = inventory_parts::pickGrids(kStaging);
 class TF_Kcdb_Add : public GoodsPickScreen {
  public:

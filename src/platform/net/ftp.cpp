@@ -113,6 +113,7 @@ class Session {
     set(CURLOPT_NOBODY, 1L);  // no more than what there is to say of it
     set(CURLOPT_WRITEFUNCTION, &passOver);
     const Result look = line_.perform({}, password_);
+    if (look.outcome != Outcome::Answered) return look;  // whether it is there nobody knows
     const bool isGone = look.reason == Reason::Refused && look.code == kNotThere;
     return isGone ? Result{.outcome = Outcome::Answered, .accepted = true} : result;
   }
