@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "core/unusual.h"
 #include "maintenance/proof_findings.h"
+#include "stock/document_rules.h"
 
 #include <QDate>
 
@@ -21,17 +22,6 @@ QString shown(std::string_view text) {
 /// The first day that is usual beside this one.
 std::string usualFrom(const std::string& newest) {
   return QDate::fromString(shown(newest), Qt::ISODate).addDays(-usualDaysBack).toString(Qt::ISODate).toStdString();
-}
-
-/// The day in a number such as "XS21050310001"; nothing where it tells none.
-std::string dayIn(std::string_view number) {
-  constexpr std::size_t prefix = 2, day = 6;
-  if (number.size() < prefix + day) return {};
-  const std::string_view digits = number.substr(prefix, day);
-  if (digits.find_first_not_of("0123456789") != std::string_view::npos) return {};
-  std::string text = "20";
-  text.append(digits.substr(0, 2)).append("-").append(digits.substr(2, 2)).append("-").append(digits.substr(4));
-  return text;
 }
 
 }  // namespace proof_days_detail
@@ -60,7 +50,8 @@ void DaysInOrder::see(const QString& number, const QString& day, const QString& 
 void DaysInOrder::rememberNewest(std::string_view number, std::string_view day, std::string_view written) {
   // A waiting one may have been given a later day since: its number keeps the first. And a day ahead is no measure.
   std::string then(std::min(day, written));
-  if (const std::string first = proof_days_detail::dayIn(number); !first.empty()) then = std::min(then, first);
+  if (const std::string first = dateOfNumber(proof_days_detail::shown(number)).toStdString(); !first.empty())
+    then = std::min(then, first);
   if (then <= newest_) return;
   newest_ = then;
   usualFrom_ = proof_days_detail::usualFrom(newest_);
