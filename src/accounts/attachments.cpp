@@ -89,14 +89,6 @@ void copy(const QString& file, const QString& to, const Progress& progress) {
   if (progress) progress(100);
 }
 
-/// What a copy has left beside its place when the program was killed. Whether there was anything.
-bool removeHalf(const QString& folder, const QString& stored) {
-  bool any = false;
-  for (const QString& each : QDir(folder).entryList({u"*.tmp"_qs}, QDir::Files))
-    any = (each.startsWith(stored + u'.') && QFile::remove(folder + each)) || any;
-  return any;
-}
-
 }  // namespace attachments_detail
 
 Place placeFor(const PartnerSide& side, const QString& file, Keeper keeper) {
@@ -166,10 +158,9 @@ std::optional<QString> remove(const Place& place, const Progress& progress) {
     }
   }
   if (!isOurFolder(place.folder)) return {};
-  const QString folder = programPath(place.folder);
-  QFile file(folder + place.stored);
+  QFile file(programPath(place.folder) + place.stored);
   if (!file.exists()) {
-    if (removeHalf(folder, place.stored)) return {};
+    if (NewFile::removeUnfinished(file.fileName())) return {};  // killed in the middle of its copy
     if (!isOnServer(accountDb())) return {};  // no other station has a folder of these books
     return u"“%1”不在本机，保存它的那台电脑在下次登录时删除它。"_qs.arg(place.shown);
   }

@@ -62,6 +62,14 @@ NewFile::~NewFile() {
   if (!kept_) new_file_detail::removeWhole(name_);
 }
 
+bool NewFile::removeUnfinished(const QString& target) {
+  const QFileInfo place(target);
+  bool any = false;
+  for (const QFileInfo& left : place.dir().entryInfoList({QStringLiteral("*.tmp")}, QDir::Files))
+    any = (left.fileName().startsWith(place.fileName() + u'.') && QFile::remove(left.filePath())) || any;
+  return any;
+}
+
 void NewFile::keep() {
   sync(name_, O_RDONLY);
   // Writing took its time: somebody may have opened what stands there.
