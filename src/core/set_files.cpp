@@ -1,6 +1,7 @@
 #include "core/set_files.h"
 
 #include "core/schema/schema.h"
+#include "engine/new_file.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,22 +11,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace jxc {
 namespace set_files_detail {
 
 /// What SQLite keeps beside a database file while it is open or being made, or after a crash.
 constexpr std::array<const char16_t*, 3> sides = {u"-wal", u"-shm", u"-journal"};
-
-void syncFolderOf(const QString& file) {
-  const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
-  const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;
-  ::fsync(handle);  // a disk that cannot is told by the next thing that is written there
-  ::close(handle);
-}
 
 bool rename(const QString& from, const QString& to) {
   return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
@@ -58,7 +49,7 @@ void makeUnfinishedSet(const QString& file, bool essential) {
     removeSetFile(beside);
     throw;
   }
-  set_files_detail::syncFolderOf(beside);
+  syncFolderOf(beside);
 }
 
 void moveSetFile(const QString& from, const QString& to) {

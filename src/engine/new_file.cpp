@@ -47,6 +47,14 @@ void sweep(const QFileInfo& target) {
 
 }  // namespace new_file_detail
 
+void syncFolderOf(const QString& file) {
+  const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+  const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);  // a disk that cannot is told by the next thing that is written there
+  ::close(handle);
+}
+
 NewFile::NewFile(const QString& target, Failure fail)
     : target_(target), name_(QStringLiteral("%1.%2.tmp").arg(target).arg(::getpid())), fail_(std::move(fail)) {
   new_file_detail::sweep(QFileInfo(target));

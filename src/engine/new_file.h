@@ -37,4 +37,8 @@ class NewFile {
   bool kept_ = false;
 };
 
+/// Brings the names in the folder of this file to the disk: one that was just given or taken would come back with a
+/// power cut. Fails in silence.
+void syncFolderOf(const QString& file);
+
 }  // namespace jxc

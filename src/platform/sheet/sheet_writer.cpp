@@ -1,5 +1,6 @@
 #include "platform/sheet/sheet_writer.h"
 
+#include "engine/new_file.h"
 #include "engine/work_behind.h"
 #include "platform/sheet/sheet_cells.h"
 
@@ -82,12 +83,7 @@ class FileBeside {
     if (!synced) throw sheet_cells::cannotWrite(wanted_, error);
     if (std::rename(from.constData(), to.constData()) != 0) throw sheet_cells::cannotWrite(wanted_, errno);
     name_.clear();
-    // A name that a power cut takes away again would be one that was told as written.
-    const QByteArray folder = QFile::encodeName(QFileInfo(wanted_).absolutePath());
-    if (const int place = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); place >= 0) {
-      fsync(place);
-      ::close(place);
-    }
+    syncFolderOf(wanted_);
   }
 
  private:
