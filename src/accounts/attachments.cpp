@@ -161,7 +161,7 @@ std::optional<QString> remove(const Place& place, const Progress& progress) {
   QFile file(programPath(place.folder) + place.stored);
   if (!file.exists()) {
     if (NewFile::removeUnfinished(file.fileName())) return {};  // killed in the middle of its copy
-    if (!isOnServer(accountDb())) return {};  // no other station has a folder of these books
+    if (!isOnServer(accountDb())) return {};                    // no other station has a folder of these books
     return u"“%1”不在本机，保存它的那台电脑在下次登录时删除它。"_qs.arg(place.shown);
   }
   if (file.remove()) return {};

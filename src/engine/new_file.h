@@ -22,8 +22,8 @@ class NewFile {
 
   const QString& name() const { return name_; }
 
-  /// Removes what makers of `target` that were killed have left beside it, whatever is in it: the caller knows that nobody
-  /// is making it now. Whether there was anything.
+  /// Removes what makers of `target` that were killed have left beside it, whatever is in it: the caller knows that
+  /// nobody is making it now. Whether there was anything.
   static bool removeUnfinished(const QString& target);
 
   /// Onto the disk first, then under its true name, then the directory: a power cut leaves the old file or the new one.
