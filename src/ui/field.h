@@ -85,6 +85,7 @@ class Field : public QObject {
   void setLabel(const QString& text);
   void setMaxLength(int characters);  // of one line; 0: no limit
   void focus();
+  /// Whether the keys of its window go here; so also while the window is on its way to the front.
   bool hasFocus() const;
 
   // Hooks.

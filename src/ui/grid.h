@@ -144,6 +144,8 @@ class Grid : public QWidget {
   GridHeading heading() const;
 
   void focusRows();
+  /// Whether the keys of its window go to the rows; so also while the window is on its way to the front.
+  bool rowsHaveFocus() const { return window()->focusWidget() == focusProxy(); }
   /// Arrows and page keys in this input move in the list, so that a search needs no change of focus.
   void followKeysOf(QWidget* input);
   bool followsKeysOf(const QWidget* input) const { return keyInput_ == input; }

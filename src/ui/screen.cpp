@@ -201,7 +201,7 @@ Grid* Screen::gridInSight() const {
   Grid* first = nullptr;
   for (auto* grid : grids_) {
     if (!grid->isVisible()) continue;
-    if (grid->view()->hasFocus()) return grid;
+    if (grid->rowsHaveFocus()) return grid;
     if (!first) first = grid;
   }
   return first;

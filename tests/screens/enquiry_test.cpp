@@ -67,7 +67,7 @@ TEST_F(EnquiryTest, ASumLeadsToItsLinesAndBack) {
     // By the switch all lines are meant, and the keys go on in them.
     sums.focusRows();
     dynamic_cast<ui::EnquiryScreen&>(s).showView("gridMx");
-    EXPECT_TRUE(lines.view()->hasFocus());
+    EXPECT_TRUE(lines.rowsHaveFocus());
     EXPECT_EQ(lines.rowCount(), 4);
     enter(s, "tkey", u"没有");
     EXPECT_EQ(lines.rowCount(), 0);

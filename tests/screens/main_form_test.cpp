@@ -148,7 +148,7 @@ TEST_F(MainFormTest, KeysMoveBetweenTilesPagesAndTheLock) {
   QApplication::setActiveWindow(&form);
   pressIn(form, "Ctrl+7");
   EXPECT_EQ(form.currentPage(), ui::Page::Basic);
-  ASSERT_TRUE(form.visibleTiles().front()->hasFocus());
+  ASSERT_EQ(form.focusWidget(), form.visibleTiles().front());
   pressIn(*form.focusWidget(), "Right");
   EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("btn_Menu6_Btn2"));
   typeIn(*form.focusWidget(), u"c");  // 仓库设置, 操作员设置

@@ -72,7 +72,7 @@ TEST_F(RefusalTest, OfADialogLeadsToItsInput) {
     for (int i = 0; i < operators->count(); ++i)
       operators->item(i)->setCheckState(Qt::Unchecked);
     press(s, "F5", u"必须选择操作员！"_qs);
-    EXPECT_TRUE(operators->hasFocus());
+    EXPECT_EQ(focused(s), "treeAdmin");
   });
 }
 

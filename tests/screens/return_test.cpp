@@ -107,7 +107,7 @@ TEST_F(ReturnScreenTest, AReceiptGoesBackWholeThoughSomeOfItIsSold) {
     s.grid("gridLines").selectRow(0);
     press(s, "F5", u"该单据中至少一种商品库存不足，\r\n\r\n“B”：不能退货！"_qs);
     EXPECT_EQ(s.grid("gridLines").currentText("g_sn"), "B") << "the line at fault";
-    EXPECT_TRUE(s.grid("gridLines").view()->hasFocus());
+    EXPECT_TRUE(s.grid("gridLines").rowsHaveFocus());
     setParameter("cs_kc", 1);
     edit(s, "gridLines", 1, "th_sl", u"3");
     EXPECT_EQ(s.field("tsfje").number(), 240);
