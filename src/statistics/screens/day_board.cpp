@@ -224,7 +224,7 @@ void DayBoard::focusFirst() {
 }
 
 bool DayBoard::moveFocus(int key) {
-  const auto now = std::ranges::find_if(figures_, [](const Figure* each) { return each->hasFocus(); });
+  const auto now = std::ranges::find(figures_, window()->focusWidget());
   if (now == figures_.end()) return false;
   const auto step = key == Qt::Key_Left ? -1 : key == Qt::Key_Right ? 1 : key == Qt::Key_Up ? -columns_ : columns_;
   const auto place = now - figures_.begin() + step;

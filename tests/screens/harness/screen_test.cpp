@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -19,7 +20,11 @@
 #include <QPointer>
 #include <QProgressDialog>
 #include <QTableView>
+#include <QThread>
 #include <QTimer>
+#include <QWindow>
+
+#include <chrono>
 
 namespace jxc::test {
 namespace screen_test_detail {
@@ -65,6 +70,31 @@ QWidget* focusOf(QWidget& window) {
 QWidget* typingPlace(QWidget* widget) {
   if (auto* combo = qobject_cast<QComboBox*>(widget); combo && combo->lineEdit()) return combo->lineEdit();
   return widget;
+}
+
+/// On a display a window manager brings windows forward in its own time. An operator waits for that; keys that are sent
+/// from here would find a window without focus. Ends with the window too, and when it takes too long.
+template <typename Reached>
+void waitWhileShown(QWidget& window, Reached reached) {
+  if (QGuiApplication::platformName() != QStringLiteral("xcb")) return;
+  constexpr std::chrono::seconds kPatience(5);
+  const QPointer<QWidget> alive(&window);
+  for (QDeadlineTimer end(kPatience); alive && alive->isVisible() && !reached() && !end.hasExpired();) {
+    QApplication::processEvents();
+    QThread::msleep(1);
+  }
+}
+
+void waitInFront(QWidget& window) {
+  waitWhileShown(window, [&] { return QGuiApplication::focusWindow() == window.windowHandle(); });
+}
+
+/// After a command: whatever had come on top of the window is gone, or stands in front itself.
+void waitForOneInFront(QWidget& window) {
+  waitWhileShown(window, [] {
+    const auto* front = QGuiApplication::focusWindow();
+    return front && front->isVisible();
+  });
 }
 
 QString nameOf(const QDialog& dialog) {
@@ -166,6 +196,9 @@ bool ScreenTest::open(ui::Screen& screen, Steps steps) {
 }
 
 void ScreenTest::opened(QDialog& dialog) {
+  const QPointer<QDialog> alive(&dialog);
+  screen_test_detail::waitInFront(dialog);
+  if (!alive || !alive->isVisible()) return;
   if (&dialog == opening_) {
     opening_ = nullptr;
     const Steps steps = std::move(openingSteps_);
@@ -237,8 +270,11 @@ void ScreenTest::pressIn(QWidget& widget, const char* key) {
   const QKeySequence sequence(QString::fromLatin1(key));
   const auto combination = sequence[0];
   ASSERT_NE(combination.key(), Qt::Key_unknown) << key;
+  const QPointer<QWidget> window(widget.window());
+  const bool wasInFront = window->isActiveWindow();
   screen_test_detail::sendKey(&widget, combination.key(), combination.keyboardModifiers(), {});
   settle();
+  if (window && wasInFront) screen_test_detail::waitForOneInFront(*window);
 }
 
 void ScreenTest::type(ui::Screen& screen, std::string_view name, QStringView text) {
@@ -316,8 +352,10 @@ void ScreenTest::click(ui::Screen& screen, std::string_view command, const QStri
 void ScreenTest::click(ui::Screen& screen, std::string_view name) {
   auto& button = screen.command(name);
   ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name << " cannot be pressed";
+  const QPointer<QWidget> window(&screen);
   button.click();
   settle();
+  if (window) screen_test_detail::waitForOneInFront(*window);
 }
 
 void ScreenTest::edit(ui::Screen& screen, std::string_view grid, int row, std::string_view field, QStringView text) {
