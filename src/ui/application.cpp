@@ -61,6 +61,14 @@ void tellFailure(const std::exception& failure) {
   if (told.fatal) processEnd()(1);
 }
 
+void doOrTell(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& failure) {
+    tellFailure(failure);
+  }
+}
+
 void doOrEnd(const std::function<void()>& work) {
   try {
     work();

@@ -19,6 +19,10 @@ class Application : public QApplication {
 /// Tells a failure as the handler does. Fatal ones end the event loop with exit code 1.
 void tellFailure(const std::exception& failure);
 
+/// Does what a button asks for; a failure is told here. Nothing that is thrown should pass the frames of Qt's widgets,
+/// which do not clean up behind it.
+void doOrTell(const std::function<void()>& work);
+
 /// A step of the start. When it fails, that is told and the process ends: there is no window yet to go on in.
 void doOrEnd(const std::function<void()>& work);
 

@@ -1,5 +1,6 @@
 #include "ui/screen.h"
 
+#include "ui/application.h"
 #include "ui/display.h"
 #include "ui/grid_output.h"
 #include "ui/message_box_prompt.h"
@@ -239,7 +240,7 @@ void Screen::on(QPushButton& command, std::function<void()> action) {
   for (auto& part : commands_) {
     if (part->button == &command) part->handled = true;
   }
-  connect(&command, &QPushButton::clicked, this, std::move(action));
+  connect(&command, &QPushButton::clicked, this, [action = std::move(action)] { doOrTell(action); });
 }
 
 void Screen::addKey(QPushButton& command, const char* key) {

@@ -17,6 +17,7 @@
 #include "maintenance/screens/backup_pane.h"
 #include "statistics/screens/day_board.h"
 #include "stock/ledger.h"
+#include "ui/application.h"
 #include "ui/display.h"
 #include "ui/icons.h"
 #include "ui/screen.h"
@@ -526,7 +527,7 @@ void TF_MainForm::run(std::string_view command, const QString& searched) {
   {
     const main_form_detail::Busy busy(busy_);
     day_->stop();
-    runCommand(command, prompt_, searched);
+    ui::doOrTell([&] { runCommand(command, prompt_, searched); });
   }
   if (std::exchange(loginDue_, false)) return loginAnew();
   sinceCommand_.start();

@@ -1,6 +1,7 @@
 // 系统维护: the commands that keep the system in order, each guarded by a right or by the administrator's role.
 #include "core/screens/command_runner.h"
 #include "core/screens/command_tile.h"
+#include "ui/application.h"
 #include "ui/display.h"
 #include "ui/screen.h"
 
@@ -26,7 +27,8 @@ class TF_Xtwh : public ui::Screen {
     for (const auto& command : ui::commands()) {
       if (command.page != ui::Page::Maintenance) continue;
       auto* tile = new CommandTile(command, area);
-      connect(tile, &QToolButton::clicked, this, [this, name = command.name] { runCommand(name, prompt()); });
+      connect(tile, &QToolButton::clicked, this,
+              [this, name = command.name] { ui::doOrTell([&] { runCommand(name, prompt()); }); });
       const int place = static_cast<int>(tiles_.size());
       raster->addWidget(tile, place / xtwh_detail::kColumns, place % xtwh_detail::kColumns);
       tiles_.push_back(tile);

@@ -55,7 +55,7 @@ void DocumentScreen::printDraft() {
 void DocumentScreen::printSaved(const QString& number) {
   // The document is saved whatever the printer does: the next one must find a clean screen.
   const QString name = words(documentFamily(number).name) + number;
-  try {
+  ui::doOrTell([&] {
     const auto report = setPrinPara(number, PrintMode::Saved);
     if (!report) return;
     QString trouble;
@@ -66,9 +66,7 @@ void DocumentScreen::printSaved(const QString& number) {
     }
     if (ui::MessageBoxPrompt(this).offer(u"单据 %1 已保存。%2"_qs.arg(number, trouble), u"存为PDF(&P)"_qs))
       sendToPaper(*report, PrintWay::Pdf, this, name);
-  } catch (const std::exception& failure) {
-    ui::tellFailure(failure);
-  }
+  });
 }
 
 void DocumentScreen::printDocument(const QString& number, PrintWay way) {
